@@ -1,0 +1,63 @@
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "frontend/SlcLValueNodes.h"
+
+/// Base of the assignment operators; an assignment is an expression with the value assigned.
+class SlcAssignExprNode : public SlcVisitable<SlcAssignExprNode, SlcReferenceExprNode> {
+public:
+    /// Stands where its left value stands.
+    SlcAssignExprNode(std::unique_ptr<SlcLValueNode> lvalue, std::unique_ptr<SlcExprNode> value);
+    [[nodiscard]] virtual bool IsEqAssign() const { return false; }
+    [[nodiscard]] virtual bool IsAddEqAssign() const { return false; }
+    [[nodiscard]] virtual bool IsSubEqAssign() const { return false; }
+    [[nodiscard]] virtual bool IsMultEqAssign() const { return false; }
+    [[nodiscard]] virtual bool IsDivEqAssign() const { return false; }
+    [[nodiscard]] virtual std::string_view ToString() const = 0;
+    [[nodiscard]] SlcIdentNode* GetIdent() const override { return m_lvalue->GetIdent(); }
+    [[nodiscard]] const SlcPtr<SlcVarSymbolEntry>& GetSymbolEntry() const override;
+    [[nodiscard]] SlcLValueNode* GetLValue() const { return m_lvalue.get(); }
+    [[nodiscard]] SlcExprNode* GetValue() const { return m_value.get(); }
+    void WalkIn(SlcCodeWalker* walker) override;
+
+private:
+    std::unique_ptr<SlcLValueNode> m_lvalue;
+    std::unique_ptr<SlcExprNode> m_value;
+};
+
+class SlcEqAssignExprNode : public SlcVisitable<SlcEqAssignExprNode, SlcAssignExprNode> {
+public:
+    using SlcVisitable::SlcVisitable;
+    [[nodiscard]] bool IsEqAssign() const override { return true; }
+    [[nodiscard]] std::string_view ToString() const override { return "="; }
+};
+
+class SlcAddAssignExprNode : public SlcVisitable<SlcAddAssignExprNode, SlcAssignExprNode> {
+public:
+    using SlcVisitable::SlcVisitable;
+    [[nodiscard]] bool IsAddEqAssign() const override { return true; }
+    [[nodiscard]] std::string_view ToString() const override { return "+="; }
+};
+
+class SlcSubAssignExprNode : public SlcVisitable<SlcSubAssignExprNode, SlcAssignExprNode> {
+public:
+    using SlcVisitable::SlcVisitable;
+    [[nodiscard]] bool IsSubEqAssign() const override { return true; }
+    [[nodiscard]] std::string_view ToString() const override { return "-="; }
+};
+
+class SlcMultAssignExprNode : public SlcVisitable<SlcMultAssignExprNode, SlcAssignExprNode> {
+public:
+    using SlcVisitable::SlcVisitable;
+    [[nodiscard]] bool IsMultEqAssign() const override { return true; }
+    [[nodiscard]] std::string_view ToString() const override { return "*="; }
+};
+
+class SlcDivAssignExprNode : public SlcVisitable<SlcDivAssignExprNode, SlcAssignExprNode> {
+public:
+    using SlcVisitable::SlcVisitable;
+    [[nodiscard]] bool IsDivEqAssign() const override { return true; }
+    [[nodiscard]] std::string_view ToString() const override { return "/="; }
+};

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "frontend/SlcExprNodes.h"
+
+class SlcFuncSymbolEntry;
+
+/// The arguments of a call.
+class SlcProcArgsNode : public SlcVisitable<SlcProcArgsNode, SlcSyntaxNode> {
+public:
+    using SlcVisitable::SlcVisitable;
+    void AddArg(std::unique_ptr<SlcExprNode> argument);
+    [[nodiscard]] const std::vector<std::unique_ptr<SlcExprNode>>& GetArgs() const;
+    void WalkIn(SlcCodeWalker* walker) override;
+
+private:
+    std::vector<std::unique_ptr<SlcExprNode>> m_arguments;
+};
+
+class SlcProcCallExprNode : public SlcVisitable<SlcProcCallExprNode, SlcExprNode> {
+public:
+    SlcProcCallExprNode(const SlcPosition& position, SlcIdentNode* ident,
+                        std::unique_ptr<SlcProcArgsNode> arguments);
+    ~SlcProcCallExprNode() override;
+    /// All arguments are.
+    [[nodiscard]] bool IsConstExpr() const override;
+    [[nodiscard]] SlcIdentNode* GetIdent() const { return m_ident; }
+    [[nodiscard]] SlcProcArgsNode* GetArguments() const { return m_arguments.get(); }
+    /// Null until the semantic pass has chosen an overload, and after a reported error.
+    [[nodiscard]] const SlcPtr<SlcFuncSymbolEntry>& GetSymbolEntry() const { return m_entry; }
+    void SetSymbolEntry(SlcPtr<SlcFuncSymbolEntry> entry);
+    void WalkIn(SlcCodeWalker* walker) override;
+
+private:
+    SlcIdentNode* m_ident;
+    std::unique_ptr<SlcProcArgsNode> m_arguments;
+    SlcPtr<SlcFuncSymbolEntry> m_entry;
+};

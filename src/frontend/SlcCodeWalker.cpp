@@ -1,0 +1,18 @@
+// The step of each class to its parent, from the list of classes.
+
+#include "frontend/SlcCodeWalker.h"
+
+#include "frontend/SlcNodes.h"
+
+void SlcCodeWalker::Case(SlcSyntaxNode* node)
+{
+    Default(node);
+}
+
+#define SLC_NODE_CLASS(name, parent)                                                               \
+    void SlcCodeWalker::Case(name* node)                                                           \
+    {                                                                                              \
+        Case(static_cast<parent*>(node));                                                          \
+    }
+#include "frontend/SlcNodeClasses.def"
+#undef SLC_NODE_CLASS

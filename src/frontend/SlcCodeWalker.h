@@ -1,0 +1,23 @@
+#pragma once
+
+class SlcSyntaxNode;
+#define SLC_NODE_CLASS(name, parent) class name;
+#include "frontend/SlcNodeClasses.def"
+#undef SLC_NODE_CLASS
+
+/// The visitor of the syntax tree; every pass over the tree derives from it.
+///
+/// A node hands itself to the `Case` of its own class. Each `Case` here passes it on to the
+/// `Case` of its parent class, up to that of `SlcSyntaxNode`, which calls `Default`. A pass thus
+/// overrides exactly the classes that it cares about, at any height, and `Default` for the rest.
+/// A pass that wants the usual descent has `Default` call `WalkIn` of the node with itself.
+class SlcCodeWalker {
+public:
+    virtual ~SlcCodeWalker() = default;
+
+    virtual void Case(SlcSyntaxNode* node);
+#define SLC_NODE_CLASS(name, parent) virtual void Case(name* node);
+#include "frontend/SlcNodeClasses.def"
+#undef SLC_NODE_CLASS
+    virtual void Default(SlcSyntaxNode* node) = 0;
+};

@@ -1,0 +1,158 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "frontend/SlcDetailNode.h"
+#include "frontend/SlcExprNodes.h"
+#include "frontend/SlcLexicalNode.h"
+#include "frontend/SlcShaderTypeNode.h"
+#include "frontend/SlcStorageSpecNode.h"
+#include "frontend/SlcTypeNode.h"
+
+class SlcFuncSymbolEntry;
+class SlcVarSymbolEntry;
+
+/// A shader or a function.
+class SlcDefinitionNode : public SlcVisitable<SlcDefinitionNode, SlcSyntaxNode> {
+public:
+    using SlcVisitable::SlcVisitable;
+    [[nodiscard]] virtual bool IsShader() const { return false; }
+    [[nodiscard]] virtual bool IsFunction() const { return false; }
+};
+
+/// The root of a tree: the definitions of one file, in order.
+class SlcDefinitionsNode : public SlcVisitable<SlcDefinitionsNode, SlcSyntaxNode> {
+public:
+    SlcDefinitionsNode();
+    ~SlcDefinitionsNode() override;
+    void AddNewDefinition(std::unique_ptr<SlcDefinitionNode> definition);
+    [[nodiscard]] const std::vector<std::unique_ptr<SlcDefinitionNode>>& GetDefinitions() const;
+    void WalkIn(SlcCodeWalker* walker) override;
+
+private:
+    std::vector<std::unique_ptr<SlcDefinitionNode>> m_definitions;
+};
+
+/// One name of a declaration, with its array size and initializer.
+class SlcDefExprNode : public SlcVisitable<SlcDefExprNode, SlcSyntaxNode> {
+public:
+    static constexpr int k_scalar = -1;         // array size of what is no array
+    static constexpr int k_unspecifiedSize = 0;  // the brackets were empty
+
+    /// `initializer` may be null.
+    SlcDefExprNode(const SlcPosition& position, SlcIdentNode* ident,
+                   std::unique_ptr<SlcExprNode> initializer, int arraySize);
+    ~SlcDefExprNode() override;
+    [[nodiscard]] SlcIdentNode* GetIdent() const { return m_ident; }
+    [[nodiscard]] SlcExprNode* GetInitializer() const { return m_initializer.get(); }
+    [[nodiscard]] bool IsArray() const { return m_arraySize != k_scalar; }
+    [[nodiscard]] int GetArraySize() const { return m_arraySize; }
+    [[nodiscard]] const SlcPtr<SlcVarSymbolEntry>& GetSymbolEntry() const { return m_entry; }
+    void SetSymbolEntry(SlcPtr<SlcVarSymbolEntry> entry);
+    void WalkIn(SlcCodeWalker* walker) override;
+
+private:
+    SlcIdentNode* m_ident;
+    std::unique_ptr<SlcExprNode> m_initializer;
+    int m_arraySize;
+    SlcPtr<SlcVarSymbolEntry> m_entry;  // set by the semantic pass
+};
+
+/// The names of one declaration.
+class SlcDefExprsNode : public SlcVisitable<SlcDefExprsNode, SlcSyntaxNode> {
+public:
+    void AddDefExpr(std::unique_ptr<SlcDefExprNode> definition);
+    [[nodiscard]] const std::vector<std::unique_ptr<SlcDefExprNode>>& GetDefExprs() const;
+    void WalkIn(SlcCodeWalker* walker) override;
+
+private:
+    std::vector<std::unique_ptr<SlcDefExprNode>> m_definitions;
+};
+
+/// Storage, detail and type of a declaration; none of them is owned.
+class SlcTypeSpecNode : public SlcVisitable<SlcTypeSpecNode, SlcSyntaxNode> {
+public:
+    SlcTypeSpecNode(const SlcPosition& position, SlcStorageSpecNode* storage,
+                    SlcDetailNode* detail, SlcTypeNode* type);
+    [[nodiscard]] SlcStorageSpecNode* GetStorage() const { return m_storage; }
+    [[nodiscard]] SlcDetailNode* GetDetail() const { return m_detail; }
+    [[nodiscard]] SlcTypeNode* GetType() const { return m_type; }
+    void WalkIn(SlcCodeWalker* walker) override;
+
+private:
+    SlcStorageSpecNode* m_storage;
+    SlcDetailNode* m_detail;
+    SlcTypeNode* m_type;
+};
+
+/// A declaration: one type with its names.
+class SlcVarDefsNode : public SlcVisitable<SlcVarDefsNode, SlcSyntaxNode> {
+public:
+    SlcVarDefsNode(std::unique_ptr<SlcTypeSpecNode> typeSpec,
+                   std::unique_ptr<SlcDefExprsNode> definitions);
+    [[nodiscard]] SlcTypeSpecNode* GetTypeSpec() const { return m_typeSpec.get(); }
+    [[nodiscard]] SlcDefExprsNode* GetDefExprs() const { return m_definitions.get(); }
+    void WalkIn(SlcCodeWalker* walker) override;
+
+private:
+    std::unique_ptr<SlcTypeSpecNode> m_typeSpec;
+    std::unique_ptr<SlcDefExprsNode> m_definitions;
+};
+
+/// The formals of a shader or function.
+class SlcFormalsNode : public SlcVisitable<SlcFormalsNode, SlcSyntaxNode> {
+public:
+    void AddVarDef(std::unique_ptr<SlcVarDefsNode> declaration);
+    void AddVarDefBegin(std::unique_ptr<SlcVarDefsNode> declaration);
+    [[nodiscard]] const std::vector<std::unique_ptr<SlcVarDefsNode>>& GetVarDefs() const;
+    void WalkIn(SlcCodeWalker* walker) override;
+
+private:
+    std::vector<std::unique_ptr<SlcVarDefsNode>> m_declarations;
+};
+
+class SlcStmtsNode;
+
+class SlcShaderDefNode : public SlcVisitable<SlcShaderDefNode, SlcDefinitionNode> {
+public:
+    SlcShaderDefNode(const SlcPosition& position, std::unique_ptr<SlcShaderTypeNode> shaderType,
+                     SlcIdentNode* ident, std::unique_ptr<SlcFormalsNode> formals,
+                     std::unique_ptr<SlcStmtsNode> body);
+    ~SlcShaderDefNode() override;
+    [[nodiscard]] bool IsShader() const override { return true; }
+    [[nodiscard]] SlcShaderTypeNode* GetShaderType() const { return m_shaderType.get(); }
+    [[nodiscard]] SlcIdentNode* GetIdent() const { return m_ident; }
+    [[nodiscard]] SlcFormalsNode* GetFormals() const { return m_formals.get(); }
+    [[nodiscard]] SlcStmtsNode* GetBody() const { return m_body.get(); }
+    void WalkIn(SlcCodeWalker* walker) override;
+
+private:
+    std::unique_ptr<SlcShaderTypeNode> m_shaderType;
+    SlcIdentNode* m_ident;
+    std::unique_ptr<SlcFormalsNode> m_formals;
+    std::unique_ptr<SlcStmtsNode> m_body;
+};
+
+class SlcFuncDefNode : public SlcVisitable<SlcFuncDefNode, SlcDefinitionNode> {
+public:
+    /// `returnType` may be null.
+    SlcFuncDefNode(const SlcPosition& position, SlcTypeNode* returnType, SlcIdentNode* ident,
+                   std::unique_ptr<SlcFormalsNode> formals, std::unique_ptr<SlcStmtsNode> body);
+    ~SlcFuncDefNode() override;
+    [[nodiscard]] bool IsFunction() const override { return true; }
+    [[nodiscard]] SlcTypeNode* GetReturnType() const { return m_returnType; }
+    [[nodiscard]] SlcIdentNode* GetIdent() const { return m_ident; }
+    [[nodiscard]] SlcFormalsNode* GetFormals() const { return m_formals.get(); }
+    [[nodiscard]] SlcStmtsNode* GetBody() const { return m_body.get(); }
+    [[nodiscard]] const SlcPtr<SlcFuncSymbolEntry>& GetSymbolEntry() const { return m_entry; }
+    void SetSymbolEntry(SlcPtr<SlcFuncSymbolEntry> entry);
+    void WalkIn(SlcCodeWalker* walker) override;
+
+private:
+    SlcTypeNode* m_returnType;
+    SlcIdentNode* m_ident;
+    std::unique_ptr<SlcFormalsNode> m_formals;
+    std::unique_ptr<SlcStmtsNode> m_body;
+    SlcPtr<SlcFuncSymbolEntry> m_entry;  // set by the semantic pass, cut by SlcDeleteTree
+};

@@ -1,0 +1,26 @@
+#include "frontend/SlcDetailNode.h"
+
+namespace {
+
+template <class Detail>
+SlcDetailNode* Singleton()
+{
+    static Detail detail;
+    return &detail;
+}
+
+}  // namespace
+
+SlcDetailNode* SlcDetailNode::AUnknown() { return Singleton<SlcUnknownDetailNode>(); }
+SlcDetailNode* SlcDetailNode::AUniform() { return Singleton<SlcUniformNode>(); }
+SlcDetailNode* SlcDetailNode::AVarying() { return Singleton<SlcVaryingNode>(); }
+SlcDetailNode* SlcDetailNode::ATempUniform() { return Singleton<SlcTempUniformNode>(); }
+
+SlcDetailNode* SlcDetailNode::Combine(const SlcDetailNode* first, const SlcDetailNode* second)
+{
+    if (first->IsVarying() || second->IsVarying())
+        return AVarying();
+    if (first->IsUnknownDetail() || second->IsUnknownDetail())
+        return AUnknown();
+    return AUniform();
+}

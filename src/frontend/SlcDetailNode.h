@@ -1,0 +1,49 @@
+#pragma once
+
+#include <string>
+
+#include "frontend/SlcSyntaxNode.h"
+
+/// Base of details: whether a value is one for the whole grid, one for each shading point, or
+/// not decided yet. Shared singletons, compared with the tests.
+class SlcDetailNode : public SlcSyntaxNode {
+public:
+    [[nodiscard]] virtual bool IsUnknownDetail() const { return false; }
+    [[nodiscard]] virtual bool IsVarying() const { return false; }
+    [[nodiscard]] virtual bool IsUniform() const { return false; }
+    [[nodiscard]] virtual bool IsTempUniform() const { return false; }
+    [[nodiscard]] virtual std::string ToString() const = 0;
+
+    [[nodiscard]] static SlcDetailNode* AUnknown();
+    [[nodiscard]] static SlcDetailNode* AUniform();
+    [[nodiscard]] static SlcDetailNode* AVarying();
+    [[nodiscard]] static SlcDetailNode* ATempUniform();
+
+    /// Varying beats unknown, and unknown beats uniform.
+    [[nodiscard]] static SlcDetailNode* Combine(const SlcDetailNode* first,
+                                                const SlcDetailNode* second);
+};
+
+class SlcUnknownDetailNode : public SlcVisitable<SlcUnknownDetailNode, SlcDetailNode> {
+public:
+    [[nodiscard]] bool IsUnknownDetail() const override { return true; }
+    [[nodiscard]] std::string ToString() const override { return "unknown"; }
+};
+
+class SlcUniformNode : public SlcVisitable<SlcUniformNode, SlcDetailNode> {
+public:
+    [[nodiscard]] bool IsUniform() const override { return true; }
+    [[nodiscard]] std::string ToString() const override { return "uniform"; }
+};
+
+class SlcVaryingNode : public SlcVisitable<SlcVaryingNode, SlcDetailNode> {
+public:
+    [[nodiscard]] bool IsVarying() const override { return true; }
+    [[nodiscard]] std::string ToString() const override { return "varying"; }
+};
+
+/// Walkers see it as a `SlcUniformNode`.
+class SlcTempUniformNode : public SlcVisitable<SlcTempUniformNode, SlcUniformNode> {
+public:
+    [[nodiscard]] bool IsTempUniform() const override { return true; }
+};

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "frontend/SlcExprNodes.h"
+
+/// Base of what an assignment writes to.
+class SlcLValueNode : public SlcSyntaxNode {
+public:
+    SlcLValueNode(const SlcPosition& position, SlcIdentNode* ident);
+    ~SlcLValueNode() override;
+    [[nodiscard]] virtual bool IsIdentLValue() const { return false; }
+    [[nodiscard]] virtual bool IsArrayRefLValue() const { return false; }
+    [[nodiscard]] virtual std::string ToString() const = 0;
+    [[nodiscard]] SlcIdentNode* GetIdent() const { return m_ident; }
+    [[nodiscard]] const SlcPtr<SlcVarSymbolEntry>& GetSymbolEntry() const { return m_entry; }
+    void SetSymbolEntry(SlcPtr<SlcVarSymbolEntry> entry);
+
+private:
+    SlcIdentNode* m_ident;
+    SlcPtr<SlcVarSymbolEntry> m_entry;  // set by the semantic pass
+};
+
+class SlcIdentLValueNode : public SlcVisitable<SlcIdentLValueNode, SlcLValueNode> {
+public:
+    using SlcVisitable::SlcVisitable;
+    [[nodiscard]] bool IsIdentLValue() const override { return true; }
+    [[nodiscard]] std::string ToString() const override { return GetIdent()->GetName(); }
+    void WalkIn(SlcCodeWalker* walker) override;
+};
+
+class SlcArrayRefLValueNode : public SlcVisitable<SlcArrayRefLValueNode, SlcLValueNode> {
+public:
+    SlcArrayRefLValueNode(const SlcPosition& position, SlcIdentNode* ident,
+                          std::unique_ptr<SlcExprNode> index);
+    [[nodiscard]] bool IsArrayRefLValue() const override { return true; }
+    [[nodiscard]] std::string ToString() const override { return GetIdent()->GetName() + "[...]"; }
+    [[nodiscard]] SlcExprNode* GetIndex() const { return m_index.get(); }
+    void WalkIn(SlcCodeWalker* walker) override;
+
+private:
+    std::unique_ptr<SlcExprNode> m_index;
+};

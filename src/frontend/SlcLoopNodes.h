@@ -1,0 +1,129 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "frontend/SlcStmtNodes.h"
+
+/// Base of the loops and of the light statements, which repeat or guard a body.
+class SlcLoopStmtNode : public SlcVisitable<SlcLoopStmtNode, SlcStmtNode> {
+public:
+    SlcLoopStmtNode(const SlcPosition& position, std::unique_ptr<SlcStmtNode> body);
+    [[nodiscard]] SlcStmtNode* GetBody() const { return m_body.get(); }
+    /// Some `break` or `continue` below leaves or continues this statement; set by the shader's
+    /// fact walk.
+    [[nodiscard]] bool ContainsBreakOrContinue() const { return m_containsBreakOrContinue; }
+    void SetContainsBreakOrContinue(bool contains) { m_containsBreakOrContinue = contains; }
+    void WalkIn(SlcCodeWalker* walker) override;
+
+private:
+    std::unique_ptr<SlcStmtNode> m_body;
+    bool m_containsBreakOrContinue = false;
+};
+
+class SlcWhileStmtNode : public SlcVisitable<SlcWhileStmtNode, SlcLoopStmtNode> {
+public:
+    SlcWhileStmtNode(const SlcPosition& position, std::unique_ptr<SlcRelationNode> condition,
+                     std::unique_ptr<SlcStmtNode> body);
+    ~SlcWhileStmtNode() override;
+    [[nodiscard]] SlcRelationNode* GetCondition() const { return m_condition.get(); }
+    void WalkIn(SlcCodeWalker* walker) override;
+    [[nodiscard]] std::string ToString() const override { return "while"; }
+
+private:
+    std::unique_ptr<SlcRelationNode> m_condition;
+};
+
+class SlcForStmtNode : public SlcVisitable<SlcForStmtNode, SlcLoopStmtNode> {
+public:
+    SlcForStmtNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> init,
+                   std::unique_ptr<SlcRelationNode> condition, std::unique_ptr<SlcExprNode> step,
+                   std::unique_ptr<SlcStmtNode> body);
+    ~SlcForStmtNode() override;
+    [[nodiscard]] SlcExprNode* GetInit() const { return m_init.get(); }
+    [[nodiscard]] SlcRelationNode* GetCondition() const { return m_condition.get(); }
+    [[nodiscard]] SlcExprNode* GetStep() const { return m_step.get(); }
+    void WalkIn(SlcCodeWalker* walker) override;
+    [[nodiscard]] std::string ToString() const override { return "for"; }
+
+private:
+    std::unique_ptr<SlcExprNode> m_init;
+    std::unique_ptr<SlcRelationNode> m_condition;
+    std::unique_ptr<SlcExprNode> m_step;
+};
+
+class SlcSolarStmtNode : public SlcVisitable<SlcSolarStmtNode, SlcLoopStmtNode> {
+public:
+    /// `axis` and `angle` are both null or both set.
+    SlcSolarStmtNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> axis,
+                     std::unique_ptr<SlcExprNode> angle, std::unique_ptr<SlcStmtNode> body);
+    [[nodiscard]] SlcExprNode* GetAxis() const { return m_axis.get(); }
+    [[nodiscard]] SlcExprNode* GetAngle() const { return m_angle.get(); }
+    void WalkIn(SlcCodeWalker* walker) override;
+    [[nodiscard]] std::string ToString() const override { return "solar"; }
+
+private:
+    std::unique_ptr<SlcExprNode> m_axis;
+    std::unique_ptr<SlcExprNode> m_angle;
+};
+
+class SlcIlluminateStmtNode : public SlcVisitable<SlcIlluminateStmtNode, SlcLoopStmtNode> {
+public:
+    /// `axis` and `angle` are both null or both set.
+    SlcIlluminateStmtNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> lightPosition,
+                          std::unique_ptr<SlcExprNode> axis, std::unique_ptr<SlcExprNode> angle,
+                          std::unique_ptr<SlcStmtNode> body);
+    [[nodiscard]] SlcExprNode* GetLightPosition() const { return m_lightPosition.get(); }
+    [[nodiscard]] SlcExprNode* GetAxis() const { return m_axis.get(); }
+    [[nodiscard]] SlcExprNode* GetAngle() const { return m_angle.get(); }
+    void WalkIn(SlcCodeWalker* walker) override;
+    [[nodiscard]] std::string ToString() const override { return "illuminate"; }
+
+private:
+    std::unique_ptr<SlcExprNode> m_lightPosition;
+    std::unique_ptr<SlcExprNode> m_axis;
+    std::unique_ptr<SlcExprNode> m_angle;
+};
+
+class SlcIlluminanceStmtNode : public SlcVisitable<SlcIlluminanceStmtNode, SlcLoopStmtNode> {
+public:
+    /// `axis` and `angle` are both null or both set.
+    SlcIlluminanceStmtNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> surfacePosition,
+                           std::unique_ptr<SlcExprNode> axis, std::unique_ptr<SlcExprNode> angle,
+                           std::unique_ptr<SlcStmtNode> body);
+    [[nodiscard]] SlcExprNode* GetSurfacePosition() const { return m_surfacePosition.get(); }
+    [[nodiscard]] SlcExprNode* GetAxis() const { return m_axis.get(); }
+    [[nodiscard]] SlcExprNode* GetAngle() const { return m_angle.get(); }
+    void WalkIn(SlcCodeWalker* walker) override;
+    [[nodiscard]] std::string ToString() const override { return "illuminance"; }
+
+private:
+    std::unique_ptr<SlcExprNode> m_surfacePosition;
+    std::unique_ptr<SlcExprNode> m_axis;
+    std::unique_ptr<SlcExprNode> m_angle;
+};
+
+/// Base of `break` and `continue`.
+class SlcLoopModStmtNode : public SlcVisitable<SlcLoopModStmtNode, SlcStmtNode> {
+public:
+    /// Level 1.
+    explicit SlcLoopModStmtNode(const SlcPosition& position);
+    SlcLoopModStmtNode(const SlcPosition& position, SlcIntConstNode* level);
+    [[nodiscard]] SlcIntConstNode* GetLevel() const { return m_level; }
+    void WalkIn(SlcCodeWalker* walker) override;
+
+private:
+    SlcIntConstNode* m_level;  // how many loops it leaves or continues
+};
+
+class SlcBreakStmtNode : public SlcVisitable<SlcBreakStmtNode, SlcLoopModStmtNode> {
+public:
+    using SlcVisitable::SlcVisitable;
+    [[nodiscard]] std::string ToString() const override { return "break"; }
+};
+
+class SlcContinueStmtNode : public SlcVisitable<SlcContinueStmtNode, SlcLoopModStmtNode> {
+public:
+    using SlcVisitable::SlcVisitable;
+    [[nodiscard]] std::string ToString() const override { return "continue"; }
+};

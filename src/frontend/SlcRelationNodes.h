@@ -1,0 +1,124 @@
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "frontend/SlcExprNodes.h"
+
+/// Base of conditions.
+class SlcRelationNode : public SlcSyntaxNode {
+public:
+    using SlcSyntaxNode::SlcSyntaxNode;
+    [[nodiscard]] virtual std::string_view ToString() const = 0;
+};
+
+/// Base of comparisons of two values.
+class SlcCompOpNode : public SlcVisitable<SlcCompOpNode, SlcRelationNode> {
+public:
+    /// Stands where its left operand stands.
+    SlcCompOpNode(std::unique_ptr<SlcExprNode> left, std::unique_ptr<SlcExprNode> right);
+    [[nodiscard]] virtual bool IsLessThen() const { return false; }
+    [[nodiscard]] virtual bool IsLessEqual() const { return false; }
+    [[nodiscard]] virtual bool IsGreaterThen() const { return false; }
+    [[nodiscard]] virtual bool IsGreaterEqual() const { return false; }
+    [[nodiscard]] virtual bool IsEqual() const { return false; }
+    [[nodiscard]] virtual bool IsNotEqual() const { return false; }
+    [[nodiscard]] SlcExprNode* GetLeft() const { return m_left.get(); }
+    [[nodiscard]] SlcExprNode* GetRight() const { return m_right.get(); }
+    void WalkIn(SlcCodeWalker* walker) override;
+
+private:
+    std::unique_ptr<SlcExprNode> m_left;
+    std::unique_ptr<SlcExprNode> m_right;
+};
+
+/// Base of the orderings, which compare floats.
+class SlcRelOpNode : public SlcVisitable<SlcRelOpNode, SlcCompOpNode> {
+public:
+    using SlcVisitable::SlcVisitable;
+};
+
+class SlcLessThenNode : public SlcVisitable<SlcLessThenNode, SlcRelOpNode> {
+public:
+    using SlcVisitable::SlcVisitable;
+    [[nodiscard]] bool IsLessThen() const override { return true; }
+    [[nodiscard]] std::string_view ToString() const override { return "<"; }
+};
+
+class SlcLessEqualNode : public SlcVisitable<SlcLessEqualNode, SlcRelOpNode> {
+public:
+    using SlcVisitable::SlcVisitable;
+    [[nodiscard]] bool IsLessEqual() const override { return true; }
+    [[nodiscard]] std::string_view ToString() const override { return "<="; }
+};
+
+class SlcGreaterThenNode : public SlcVisitable<SlcGreaterThenNode, SlcRelOpNode> {
+public:
+    using SlcVisitable::SlcVisitable;
+    [[nodiscard]] bool IsGreaterThen() const override { return true; }
+    [[nodiscard]] std::string_view ToString() const override { return ">"; }
+};
+
+class SlcGreaterEqualNode : public SlcVisitable<SlcGreaterEqualNode, SlcRelOpNode> {
+public:
+    using SlcVisitable::SlcVisitable;
+    [[nodiscard]] bool IsGreaterEqual() const override { return true; }
+    [[nodiscard]] std::string_view ToString() const override { return ">="; }
+};
+
+/// Base of the tests for equality, which compare values of any type.
+class SlcEqOpNode : public SlcVisitable<SlcEqOpNode, SlcCompOpNode> {
+public:
+    using SlcVisitable::SlcVisitable;
+};
+
+class SlcEqualRelNode : public SlcVisitable<SlcEqualRelNode, SlcEqOpNode> {
+public:
+    using SlcVisitable::SlcVisitable;
+    [[nodiscard]] bool IsEqual() const override { return true; }
+    [[nodiscard]] std::string_view ToString() const override { return "=="; }
+};
+
+class SlcNotEqualRelNode : public SlcVisitable<SlcNotEqualRelNode, SlcEqOpNode> {
+public:
+    using SlcVisitable::SlcVisitable;
+    [[nodiscard]] bool IsNotEqual() const override { return true; }
+    [[nodiscard]] std::string_view ToString() const override { return "!="; }
+};
+
+/// Base of "and" and "or".
+class SlcLogOpNode : public SlcVisitable<SlcLogOpNode, SlcRelationNode> {
+public:
+    /// Stands where its left operand stands.
+    SlcLogOpNode(std::unique_ptr<SlcRelationNode> left, std::unique_ptr<SlcRelationNode> right);
+    [[nodiscard]] SlcRelationNode* GetLeft() const { return m_left.get(); }
+    [[nodiscard]] SlcRelationNode* GetRight() const { return m_right.get(); }
+    void WalkIn(SlcCodeWalker* walker) override;
+
+private:
+    std::unique_ptr<SlcRelationNode> m_left;
+    std::unique_ptr<SlcRelationNode> m_right;
+};
+
+class SlcLogAndNode : public SlcVisitable<SlcLogAndNode, SlcLogOpNode> {
+public:
+    using SlcVisitable::SlcVisitable;
+    [[nodiscard]] std::string_view ToString() const override { return "&&"; }
+};
+
+class SlcLogOrNode : public SlcVisitable<SlcLogOrNode, SlcLogOpNode> {
+public:
+    using SlcVisitable::SlcVisitable;
+    [[nodiscard]] std::string_view ToString() const override { return "||"; }
+};
+
+class SlcNotRelNode : public SlcVisitable<SlcNotRelNode, SlcRelationNode> {
+public:
+    SlcNotRelNode(const SlcPosition& position, std::unique_ptr<SlcRelationNode> relation);
+    [[nodiscard]] std::string_view ToString() const override { return "!"; }
+    [[nodiscard]] SlcRelationNode* GetRelation() const { return m_relation.get(); }
+    void WalkIn(SlcCodeWalker* walker) override;
+
+private:
+    std::unique_ptr<SlcRelationNode> m_relation;
+};

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <string>
+
+#include "frontend/SlcSyntaxNode.h"
+
+/// Base of the five kinds of shader.
+class SlcShaderTypeNode : public SlcSyntaxNode {
+public:
+    [[nodiscard]] virtual bool IsLight() const { return false; }
+    [[nodiscard]] virtual bool IsSurface() const { return false; }
+    [[nodiscard]] virtual bool IsVolume() const { return false; }
+    [[nodiscard]] virtual bool IsDisplacement() const { return false; }
+    [[nodiscard]] virtual bool IsImager() const { return false; }
+    [[nodiscard]] virtual std::string ToString() const = 0;
+};
+
+class SlcLightShaderTypeNode : public SlcVisitable<SlcLightShaderTypeNode, SlcShaderTypeNode> {
+public:
+    [[nodiscard]] bool IsLight() const override { return true; }
+    [[nodiscard]] std::string ToString() const override { return "light"; }
+};
+
+class SlcSurfaceShaderTypeNode : public SlcVisitable<SlcSurfaceShaderTypeNode, SlcShaderTypeNode> {
+public:
+    [[nodiscard]] bool IsSurface() const override { return true; }
+    [[nodiscard]] std::string ToString() const override { return "surface"; }
+};
+
+class SlcVolumeShaderTypeNode : public SlcVisitable<SlcVolumeShaderTypeNode, SlcShaderTypeNode> {
+public:
+    [[nodiscard]] bool IsVolume() const override { return true; }
+    [[nodiscard]] std::string ToString() const override { return "volume"; }
+};
+
+class SlcDisplacementShaderTypeNode
+    : public SlcVisitable<SlcDisplacementShaderTypeNode, SlcShaderTypeNode> {
+public:
+    [[nodiscard]] bool IsDisplacement() const override { return true; }
+    [[nodiscard]] std::string ToString() const override { return "displacement"; }
+};
+
+class SlcImagerShaderTypeNode : public SlcVisitable<SlcImagerShaderTypeNode, SlcShaderTypeNode> {
+public:
+    [[nodiscard]] bool IsImager() const override { return true; }
+    [[nodiscard]] std::string ToString() const override { return "imager"; }
+};

@@ -1,0 +1,125 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "frontend/SlcDefinitionNodes.h"
+#include "frontend/SlcExprNodes.h"
+
+class SlcAssignExprNode;
+class SlcProcCallExprNode;
+class SlcRelationNode;
+
+/// Base of statements.
+class SlcStmtNode : public SlcSyntaxNode {
+public:
+    using SlcSyntaxNode::SlcSyntaxNode;
+    [[nodiscard]] virtual std::string ToString() const = 0;
+};
+
+/// A block, or an empty statement.
+class SlcStmtsNode : public SlcVisitable<SlcStmtsNode, SlcStmtNode> {
+public:
+    using SlcVisitable::SlcVisitable;
+    /// A list with a first statement stands where that statement stands.
+    explicit SlcStmtsNode(std::unique_ptr<SlcStmtNode> first);
+    void AddStatement(std::unique_ptr<SlcStmtNode> statement);
+    [[nodiscard]] const std::vector<std::unique_ptr<SlcStmtNode>>& GetStatements() const;
+    void WalkIn(SlcCodeWalker* walker) override;
+    [[nodiscard]] std::string ToString() const override { return "statements"; }
+
+private:
+    std::vector<std::unique_ptr<SlcStmtNode>> m_statements;
+};
+
+class SlcAssignStmtNode : public SlcVisitable<SlcAssignStmtNode, SlcStmtNode> {
+public:
+    SlcAssignStmtNode(const SlcPosition& position, std::unique_ptr<SlcAssignExprNode> assignment);
+    ~SlcAssignStmtNode() override;
+    [[nodiscard]] SlcAssignExprNode* GetAssignment() const { return m_assignment.get(); }
+    void WalkIn(SlcCodeWalker* walker) override;
+    [[nodiscard]] std::string ToString() const override { return "assignment statement"; }
+
+private:
+    std::unique_ptr<SlcAssignExprNode> m_assignment;
+};
+
+class SlcProcCallStmtNode : public SlcVisitable<SlcProcCallStmtNode, SlcStmtNode> {
+public:
+    SlcProcCallStmtNode(const SlcPosition& position, std::unique_ptr<SlcProcCallExprNode> call);
+    ~SlcProcCallStmtNode() override;
+    [[nodiscard]] SlcProcCallExprNode* GetCall() const { return m_call.get(); }
+    void WalkIn(SlcCodeWalker* walker) override;
+    [[nodiscard]] std::string ToString() const override { return "proc call statement"; }
+
+private:
+    std::unique_ptr<SlcProcCallExprNode> m_call;
+};
+
+class SlcReturnStmtNode : public SlcVisitable<SlcReturnStmtNode, SlcStmtNode> {
+public:
+    SlcReturnStmtNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> value);
+    [[nodiscard]] SlcExprNode* GetValue() const { return m_value.get(); }
+    void WalkIn(SlcCodeWalker* walker) override;
+    [[nodiscard]] std::string ToString() const override { return "return"; }
+
+private:
+    std::unique_ptr<SlcExprNode> m_value;
+};
+
+class SlcIfThenStmtNode : public SlcVisitable<SlcIfThenStmtNode, SlcStmtNode> {
+public:
+    SlcIfThenStmtNode(const SlcPosition& position, std::unique_ptr<SlcRelationNode> condition,
+                      std::unique_ptr<SlcStmtNode> thenBranch);
+    ~SlcIfThenStmtNode() override;
+    [[nodiscard]] SlcRelationNode* GetCondition() const { return m_condition.get(); }
+    [[nodiscard]] SlcStmtNode* GetThen() const { return m_then.get(); }
+    /// Some `break` or `continue` below leaves this statement; set by the shader's fact walk.
+    [[nodiscard]] bool ContainsBreakOrContinue() const { return m_containsBreakOrContinue; }
+    void SetContainsBreakOrContinue(bool contains) { m_containsBreakOrContinue = contains; }
+    void WalkIn(SlcCodeWalker* walker) override;
+    [[nodiscard]] std::string ToString() const override { return "if-then"; }
+
+private:
+    std::unique_ptr<SlcRelationNode> m_condition;
+    std::unique_ptr<SlcStmtNode> m_then;
+    bool m_containsBreakOrContinue = false;
+};
+
+class SlcIfThenElseStmtNode : public SlcVisitable<SlcIfThenElseStmtNode, SlcIfThenStmtNode> {
+public:
+    SlcIfThenElseStmtNode(const SlcPosition& position, std::unique_ptr<SlcRelationNode> condition,
+                          std::unique_ptr<SlcStmtNode> thenBranch,
+                          std::unique_ptr<SlcStmtNode> elseBranch);
+    [[nodiscard]] SlcStmtNode* GetElse() const { return m_else.get(); }
+    void WalkIn(SlcCodeWalker* walker) override;
+    [[nodiscard]] std::string ToString() const override { return "if-then-else"; }
+
+private:
+    std::unique_ptr<SlcStmtNode> m_else;
+};
+
+/// A declaration among statements.
+class SlcVarDefsStmtNode : public SlcVisitable<SlcVarDefsStmtNode, SlcStmtNode> {
+public:
+    SlcVarDefsStmtNode(const SlcPosition& position, std::unique_ptr<SlcVarDefsNode> declaration);
+    [[nodiscard]] SlcVarDefsNode* GetVarDefs() const { return m_declaration.get(); }
+    void WalkIn(SlcCodeWalker* walker) override;
+    [[nodiscard]] std::string ToString() const override { return "Var defs stmt"; }
+
+private:
+    std::unique_ptr<SlcVarDefsNode> m_declaration;
+};
+
+/// A function defined among statements.
+class SlcFuncDefStmtNode : public SlcVisitable<SlcFuncDefStmtNode, SlcStmtNode> {
+public:
+    SlcFuncDefStmtNode(const SlcPosition& position, std::unique_ptr<SlcFuncDefNode> function);
+    [[nodiscard]] SlcFuncDefNode* GetFuncDef() const { return m_function.get(); }
+    void WalkIn(SlcCodeWalker* walker) override;
+    [[nodiscard]] std::string ToString() const override { return "Func def stmt"; }
+
+private:
+    std::unique_ptr<SlcFuncDefNode> m_function;
+};

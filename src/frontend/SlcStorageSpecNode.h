@@ -1,0 +1,51 @@
+#pragma once
+
+#include "frontend/SlcSyntaxNode.h"
+
+/// Base of storage classes. Shared singletons, compared with the tests.
+class SlcStorageSpecNode : public SlcSyntaxNode {
+public:
+    [[nodiscard]] virtual bool IsInput() const { return false; }
+    [[nodiscard]] virtual bool IsOutput() const { return false; }
+    [[nodiscard]] virtual bool IsExtern() const { return false; }
+    [[nodiscard]] virtual bool IsLocal() const { return false; }
+    [[nodiscard]] virtual bool IsReadOnly() const { return false; }
+    [[nodiscard]] virtual bool IsReadWrite() const { return false; }
+
+    [[nodiscard]] static SlcStorageSpecNode* AInput();
+    [[nodiscard]] static SlcStorageSpecNode* AOutput();
+    [[nodiscard]] static SlcStorageSpecNode* AExtern();
+    [[nodiscard]] static SlcStorageSpecNode* ALocal();
+    [[nodiscard]] static SlcStorageSpecNode* AReadOnly();
+    [[nodiscard]] static SlcStorageSpecNode* AReadWrite();
+};
+
+class SlcInputSpecNode : public SlcVisitable<SlcInputSpecNode, SlcStorageSpecNode> {
+public:
+    [[nodiscard]] bool IsInput() const override { return true; }
+};
+
+class SlcOutputSpecNode : public SlcVisitable<SlcOutputSpecNode, SlcStorageSpecNode> {
+public:
+    [[nodiscard]] bool IsOutput() const override { return true; }
+};
+
+class SlcExternSpecNode : public SlcVisitable<SlcExternSpecNode, SlcStorageSpecNode> {
+public:
+    [[nodiscard]] bool IsExtern() const override { return true; }
+};
+
+class SlcLocalSpecNode : public SlcVisitable<SlcLocalSpecNode, SlcStorageSpecNode> {
+public:
+    [[nodiscard]] bool IsLocal() const override { return true; }
+};
+
+class SlcReadOnlySpecNode : public SlcVisitable<SlcReadOnlySpecNode, SlcStorageSpecNode> {
+public:
+    [[nodiscard]] bool IsReadOnly() const override { return true; }
+};
+
+class SlcReadWriteSpecNode : public SlcVisitable<SlcReadWriteSpecNode, SlcStorageSpecNode> {
+public:
+    [[nodiscard]] bool IsReadWrite() const override { return true; }
+};

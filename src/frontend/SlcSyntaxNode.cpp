@@ -1,0 +1,52 @@
+#include "frontend/SlcSyntaxNode.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+const std::string* EmptyFileName()
+{
+    static const std::string name;
+    return &name;
+}
+
+}  // namespace
+
+SlcSyntaxNode::SlcSyntaxNode() : m_file(EmptyFileName()) {}
+
+SlcSyntaxNode::SlcSyntaxNode(const SlcPosition& position)
+    : m_line(position.line), m_column(position.column),
+      m_file(position.file ? position.file : EmptyFileName())
+{
+}
+
+SlcSyntaxNode::~SlcSyntaxNode() = default;
+
+void SlcSyntaxNode::WalkIn(SlcCodeWalker*) {}
+
+SlcPosition SlcSyntaxNode::Position() const
+{
+    return {GetNoLine(), GetNoColumn(), GetFileParsed()};
+}
+
+void SlcSyntaxNode::SetAnnotation(SlcPtr<SlcAnnotation> annotation)
+{
+    m_annotation = std::move(annotation);
+}
+
+void SlcSyntaxNode::Adopt(const SlcSyntaxNode* child)
+{
+    if (child)
+        m_height = std::max(m_height, child->m_height + 1);
+}
+
+void SlcSyntaxNode::AdoptFirst(const SlcSyntaxNode* child)
+{
+    Adopt(child);
+    if (child) {
+        m_line = child->GetNoLine();
+        m_column = child->GetNoColumn();
+        m_file = child->GetFileParsed();
+    }
+}

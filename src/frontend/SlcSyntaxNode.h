@@ -1,0 +1,78 @@
+#pragma once
+
+#include <string>
+
+#include "frontend/SlcAnnotation.h"
+#include "frontend/SlcCodeWalker.h"
+#include "support/SlcPtr.h"
+
+/// A place in the user's source. The file name lives in the scanner's list to the end of the run.
+struct SlcPosition {
+    int line = 0;
+    int column = 0;
+    const std::string* file = nullptr;
+};
+
+/// Base of all nodes of the syntax tree: a position, one annotation slot, and the two steps of
+/// double dispatch. A node has one owner, its parent; lexical, type, detail and storage nodes
+/// belong to the pools of their classes instead and are never owned by a tree.
+class SlcSyntaxNode {
+public:
+    /// Deepest tree that passes walk by recursion; the parser refuses what would exceed it.
+    static constexpr int k_maxHeight = 10000;
+
+    SlcSyntaxNode();
+    explicit SlcSyntaxNode(const SlcPosition& position);
+    SlcSyntaxNode(const SlcSyntaxNode&) = delete;
+    SlcSyntaxNode& operator=(const SlcSyntaxNode&) = delete;
+    virtual ~SlcSyntaxNode();
+
+    [[nodiscard]] virtual int GetNoLine() const { return m_line; }
+    [[nodiscard]] virtual int GetNoColumn() const { return m_column; }
+    /// Never null; an empty name where no file is known.
+    [[nodiscard]] virtual const std::string* GetFileParsed() const { return m_file; }
+    virtual void SetNoLine(int line) { m_line = line; }
+    virtual void SetNoColumn(int column) { m_column = column; }
+    virtual void SetFileParsed(const std::string* file) { m_file = file; }
+
+    /// Calls the walker's `Case` for the node's own class.
+    virtual void ApplyWalker(SlcCodeWalker* walker) = 0;
+    /// `ApplyWalker` on each child in source order; missing optional children are passed over.
+    virtual void WalkIn(SlcCodeWalker* walker);
+
+    [[nodiscard]] SlcPosition Position() const;
+
+    /// Null at first. Setting one replaces what stood there.
+    [[nodiscard]] const SlcPtr<SlcAnnotation>& GetAnnotation() const { return m_annotation; }
+    void SetAnnotation(SlcPtr<SlcAnnotation> annotation);
+
+    /// Levels of nodes below this one: what a recursive walk needs in depth.
+    [[nodiscard]] int Height() const { return m_height; }
+
+protected:
+    /// Every composite node tells each child that it takes; null is allowed.
+    void Adopt(const SlcSyntaxNode* child);
+    /// As `Adopt`, and takes the child's position: for a node without one of its own.
+    void AdoptFirst(const SlcSyntaxNode* child);
+
+    static void Walk(SlcSyntaxNode* child, SlcCodeWalker* walker)
+    {
+        if (child)
+            child->ApplyWalker(walker);
+    }
+
+private:
+    int m_line = 0;
+    int m_column = 0;
+    const std::string* m_file;  // in the scanner's list of names, or the shared empty name
+    int m_height = 0;
+    SlcPtr<SlcAnnotation> m_annotation;
+};
+
+/// The `ApplyWalker` of the concrete node class `Self`, which derives from `Base` through it.
+template <class Self, class Base>
+class SlcVisitable : public Base {
+public:
+    using Base::Base;
+    void ApplyWalker(SlcCodeWalker* walker) override { walker->Case(static_cast<Self*>(this)); }
+};

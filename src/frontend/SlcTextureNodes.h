@@ -1,0 +1,95 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "frontend/SlcExprNodes.h"
+
+/// Base of the three kinds of texture access.
+class SlcTextureTypeNode : public SlcSyntaxNode {
+public:
+    using SlcSyntaxNode::SlcSyntaxNode;
+    [[nodiscard]] virtual bool IsTexture() const { return false; }
+    [[nodiscard]] virtual bool IsEnvironment() const { return false; }
+    [[nodiscard]] virtual bool IsShadow() const { return false; }
+    [[nodiscard]] virtual std::string ToString() const = 0;
+};
+
+class SlcTextureTypeTextureNode
+    : public SlcVisitable<SlcTextureTypeTextureNode, SlcTextureTypeNode> {
+public:
+    using SlcVisitable::SlcVisitable;
+    [[nodiscard]] bool IsTexture() const override { return true; }
+    [[nodiscard]] std::string ToString() const override { return "texture"; }
+};
+
+class SlcTextureTypeEnvNode : public SlcVisitable<SlcTextureTypeEnvNode, SlcTextureTypeNode> {
+public:
+    using SlcVisitable::SlcVisitable;
+    [[nodiscard]] bool IsEnvironment() const override { return true; }
+    [[nodiscard]] std::string ToString() const override { return "environment"; }
+};
+
+class SlcTextureTypeShadowNode : public SlcVisitable<SlcTextureTypeShadowNode, SlcTextureTypeNode> {
+public:
+    using SlcVisitable::SlcVisitable;
+    [[nodiscard]] bool IsShadow() const override { return true; }
+    [[nodiscard]] std::string ToString() const override { return "shadow"; }
+};
+
+/// The first argument: the texture's name, a variable, array element or literal.
+class SlcTextureFilenameNode : public SlcVisitable<SlcTextureFilenameNode, SlcSyntaxNode> {
+public:
+    explicit SlcTextureFilenameNode(std::unique_ptr<SlcExprNode> name);
+    SlcTextureFilenameNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> name);
+    [[nodiscard]] SlcExprNode* GetName() const { return m_name.get(); }
+    void WalkIn(SlcCodeWalker* walker) override;
+
+private:
+    std::unique_ptr<SlcExprNode> m_name;
+};
+
+class SlcChannelNode : public SlcVisitable<SlcChannelNode, SlcSyntaxNode> {
+public:
+    explicit SlcChannelNode(std::unique_ptr<SlcExprNode> channel);
+    [[nodiscard]] SlcExprNode* GetChannel() const { return m_channel.get(); }
+    void WalkIn(SlcCodeWalker* walker) override;
+
+private:
+    std::unique_ptr<SlcExprNode> m_channel;
+};
+
+/// What follows the name: coordinates, then name and value pairs.
+class SlcTextureArgsNode : public SlcVisitable<SlcTextureArgsNode, SlcSyntaxNode> {
+public:
+    /// Those of the first argument, if there is one.
+    [[nodiscard]] int GetNoLine() const override;
+    [[nodiscard]] int GetNoColumn() const override;
+    void AddTextureArg(std::unique_ptr<SlcExprNode> argument);
+    [[nodiscard]] const std::vector<std::unique_ptr<SlcExprNode>>& GetArgs() const;
+    void WalkIn(SlcCodeWalker* walker) override;
+
+private:
+    std::vector<std::unique_ptr<SlcExprNode>> m_arguments;
+};
+
+class SlcTextureExprNode : public SlcVisitable<SlcTextureExprNode, SlcExprNode> {
+public:
+    /// `filename` is null only after a reported error.
+    SlcTextureExprNode(const SlcPosition& position, std::unique_ptr<SlcTextureTypeNode> kind,
+                       std::unique_ptr<SlcTextureFilenameNode> filename,
+                       std::unique_ptr<SlcChannelNode> channel,
+                       std::unique_ptr<SlcTextureArgsNode> arguments);
+    [[nodiscard]] SlcTextureTypeNode* GetKind() const { return m_kind.get(); }
+    [[nodiscard]] SlcTextureFilenameNode* GetFilename() const { return m_filename.get(); }
+    [[nodiscard]] SlcChannelNode* GetChannel() const { return m_channel.get(); }
+    [[nodiscard]] SlcTextureArgsNode* GetArguments() const { return m_arguments.get(); }
+    void WalkIn(SlcCodeWalker* walker) override;
+
+private:
+    std::unique_ptr<SlcTextureTypeNode> m_kind;
+    std::unique_ptr<SlcTextureFilenameNode> m_filename;
+    std::unique_ptr<SlcChannelNode> m_channel;
+    std::unique_ptr<SlcTextureArgsNode> m_arguments;
+};

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "frontend/SlcSyntaxNode.h"
+
+/// The semantic value of a token and of every entry on the parser's value stack.
+struct SlcTokenValue {
+    SlcSyntaxNode* node;      // lexical node of a literal or name, or what an action built
+    int line;                 // at the end of the token
+    int column;
+    const std::string* file;  // in the scanner's list of names
+
+    [[nodiscard]] SlcPosition Position() const { return {line, column, file}; }
+};

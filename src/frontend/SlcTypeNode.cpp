@@ -1,0 +1,183 @@
+#include "frontend/SlcTypeNode.h"
+
+#include <deque>
+
+#include "frontend/SlcLexicalNode.h"
+
+namespace {
+
+// Function-local, so that a singleton is ready whatever other statics ask for it.
+template <class Type>
+SlcTypeNode* Singleton()
+{
+    static Type type;
+    return &type;
+}
+
+std::deque<SlcArrayTypeNode>& ArrayTypePool()
+{
+    static std::deque<SlcArrayTypeNode> pool;
+    return pool;
+}
+
+}  // namespace
+
+SlcTypeNode* SlcTypeNode::AFloat() { return Singleton<SlcFloatTypeNode>(); }
+SlcTypeNode* SlcTypeNode::AString() { return Singleton<SlcStringTypeNode>(); }
+SlcTypeNode* SlcTypeNode::AColor() { return Singleton<SlcColorTypeNode>(); }
+SlcTypeNode* SlcTypeNode::APoint() { return Singleton<SlcPointTypeNode>(); }
+SlcTypeNode* SlcTypeNode::AVector() { return Singleton<SlcVectorTypeNode>(); }
+SlcTypeNode* SlcTypeNode::ANormal() { return Singleton<SlcNormalTypeNode>(); }
+SlcTypeNode* SlcTypeNode::AMatrix() { return Singleton<SlcMatrixTypeNode>(); }
+SlcTypeNode* SlcTypeNode::AAnyPoint() { return Singleton<SlcAnyPointTypeNode>(); }
+SlcTypeNode* SlcTypeNode::AAnyVector() { return Singleton<SlcAnyVectorTypeNode>(); }
+SlcTypeNode* SlcTypeNode::AInteger() { return Singleton<SlcIntTypeNode>(); }
+SlcTypeNode* SlcTypeNode::ABoolean() { return Singleton<SlcBoolTypeNode>(); }
+SlcTypeNode* SlcTypeNode::AAnyType() { return Singleton<SlcAnyTypeNode>(); }
+SlcTypeNode* SlcTypeNode::AVoid() { return Singleton<SlcVoidTypeNode>(); }
+SlcTypeNode* SlcTypeNode::AError() { return Singleton<SlcErrorTypeNode>(); }
+
+SlcTypeNode* SlcTypeNode::CreateArrayType(SlcTypeNode* element)
+{
+    return CreateArrayType(element, 0);
+}
+
+SlcTypeNode* SlcTypeNode::CreateArrayType(SlcTypeNode* element, const SlcFloatConstNode* length)
+{
+    return CreateArrayType(element, static_cast<int>(length->GetValue()));
+}
+
+SlcTypeNode* SlcTypeNode::CreateArrayType(SlcTypeNode* element, int length)
+{
+    return &ArrayTypePool().emplace_back(element, length);
+}
+
+SlcTypeNode* SlcTypeNode::CreateArrayRefType(SlcTypeNode* element)
+{
+    static std::deque<SlcArrayRefTypeNode> pool;
+    return &pool.emplace_back(element);
+}
+
+bool SlcTypeNode::IsSameType(const SlcTypeNode*) const
+{
+    return false;
+}
+
+bool SlcTypeNode::IsSameExactType(const SlcTypeNode* other) const
+{
+    return IsSameType(other);
+}
+
+bool SlcTypeNode::IsPromotableAs(const SlcTypeNode* other) const
+{
+    return IsSameType(other);
+}
+
+bool SlcFloatTypeNode::IsSameType(const SlcTypeNode* other) const
+{
+    return other->IsFloatType();
+}
+
+bool SlcFloatTypeNode::IsPromotableAs(const SlcTypeNode* other) const
+{
+    return IsSameType(other) || other->IsPointType() || other->IsColorType() ||
+           other->IsMatrixType();
+}
+
+bool SlcStringTypeNode::IsSameType(const SlcTypeNode* other) const
+{
+    return other->IsStringType();
+}
+
+bool SlcColorTypeNode::IsSameType(const SlcTypeNode* other) const
+{
+    return other->IsColorType();
+}
+
+bool SlcPointTypeNode::IsSameType(const SlcTypeNode* other) const
+{
+    return other->IsPointType();
+}
+
+bool SlcPointTypeNode::IsSameExactType(const SlcTypeNode* other) const
+{
+    return other->IsPointType() && !other->IsVectorType() && !other->IsNormalType();
+}
+
+bool SlcVectorTypeNode::IsSameExactType(const SlcTypeNode* other) const
+{
+    return other->IsPointType() && other->IsVectorType();
+}
+
+bool SlcNormalTypeNode::IsSameExactType(const SlcTypeNode* other) const
+{
+    return other->IsPointType() && other->IsNormalType();
+}
+
+bool SlcNormalTypeNode::IsPromotableAs(const SlcTypeNode* other) const
+{
+    return IsSameType(other) || other->IsVectorType();
+}
+
+bool SlcAnyPointTypeNode::IsSameExactType(const SlcTypeNode* other) const
+{
+    return other->IsPointType();
+}
+
+bool SlcAnyVectorTypeNode::IsSameExactType(const SlcTypeNode* other) const
+{
+    return other->IsPointType() && (other->IsVectorType() || other->IsNormalType());
+}
+
+bool SlcMatrixTypeNode::IsSameType(const SlcTypeNode* other) const
+{
+    return other->IsMatrixType();
+}
+
+bool SlcBoolTypeNode::IsSameType(const SlcTypeNode* other) const
+{
+    return other->IsBoolType();
+}
+
+bool SlcAnyTypeNode::IsSameType(const SlcTypeNode* other) const
+{
+    return !other->IsVoidType();
+}
+
+bool SlcVoidTypeNode::IsSameType(const SlcTypeNode* other) const
+{
+    return other->IsVoidType();
+}
+
+bool SlcErrorTypeNode::IsSameType(const SlcTypeNode*) const
+{
+    return true;
+}
+
+bool SlcErrorTypeNode::IsSameExactType(const SlcTypeNode*) const
+{
+    return true;
+}
+
+void SlcArrayTypeNode::WalkIn(SlcCodeWalker* walker)
+{
+    m_element->ApplyWalker(walker);
+}
+
+bool SlcArrayTypeNode::IsSameType(const SlcTypeNode* other) const
+{
+    const auto* array = dynamic_cast<const SlcArrayTypeNode*>(other);
+    return array && m_element->IsSameType(array->m_element) &&
+           (m_length == array->m_length || m_length == 0 || array->m_length == 0);
+}
+
+std::string SlcArrayTypeNode::ToString() const
+{
+    const std::string length = m_length == 0 ? std::string() : std::to_string(m_length);
+    return m_element->ToString() + "[" + length + "]";
+}
+
+bool SlcArrayRefTypeNode::IsSameType(const SlcTypeNode* other) const
+{
+    return m_element->IsSameType(other);
+}

@@ -1,0 +1,231 @@
+#pragma once
+
+#include <string>
+
+#include "frontend/SlcSyntaxNode.h"
+
+class SlcFloatConstNode;
+
+/// Base of types. Plain types are shared singletons, made-to-order ones live in a pool until the
+/// process ends; both are compared with the operations here, never by address.
+class SlcTypeNode : public SlcSyntaxNode {
+public:
+    [[nodiscard]] virtual bool IsVoidType() const { return false; }
+    [[nodiscard]] virtual bool IsAnyType() const { return false; }
+    [[nodiscard]] virtual bool IsFloatType() const { return false; }
+    [[nodiscard]] virtual bool IsColorType() const { return false; }
+    /// One of the point family: point, vector, normal and the two that stand for several.
+    [[nodiscard]] virtual bool IsPointType() const { return false; }
+    /// The plain point type alone.
+    [[nodiscard]] virtual bool IsTruePointType() const { return false; }
+    [[nodiscard]] virtual bool IsVectorType() const { return false; }
+    [[nodiscard]] virtual bool IsNormalType() const { return false; }
+    [[nodiscard]] virtual bool IsAnyVectorType() const { return false; }
+    [[nodiscard]] virtual bool IsMatrixType() const { return false; }
+    [[nodiscard]] virtual bool IsStringType() const { return false; }
+    [[nodiscard]] virtual bool IsArrayType() const { return false; }
+    [[nodiscard]] virtual bool IsBoolType() const { return false; }
+    [[nodiscard]] virtual bool IsIntType() const { return false; }
+    [[nodiscard]] virtual bool IsErrorType() const { return false; }
+    /// An array's element reached through an index; also answers the tests of the element.
+    [[nodiscard]] virtual bool IsArrayRefType() const { return false; }
+
+    /// Decided by the class of this type: the whole point family counts as one type, an array of
+    /// unspecified length matches any length, the error type matches everything. Not symmetric.
+    [[nodiscard]] virtual bool IsSameType(const SlcTypeNode* other) const;
+    /// As `IsSameType`, but tells point, vector and normal apart.
+    [[nodiscard]] virtual bool IsSameExactType(const SlcTypeNode* other) const;
+    /// A value of this type can stand where `other` is wanted.
+    [[nodiscard]] virtual bool IsPromotableAs(const SlcTypeNode* other) const;
+
+    [[nodiscard]] virtual std::string ToString() const = 0;
+
+    [[nodiscard]] static SlcTypeNode* AFloat();
+    [[nodiscard]] static SlcTypeNode* AString();
+    [[nodiscard]] static SlcTypeNode* AColor();
+    [[nodiscard]] static SlcTypeNode* APoint();
+    [[nodiscard]] static SlcTypeNode* AVector();
+    [[nodiscard]] static SlcTypeNode* ANormal();
+    [[nodiscard]] static SlcTypeNode* AMatrix();
+    /// Point, vector or normal, in signatures of built-ins.
+    [[nodiscard]] static SlcTypeNode* AAnyPoint();
+    /// Vector or normal, in signatures of built-ins.
+    [[nodiscard]] static SlcTypeNode* AAnyVector();
+    [[nodiscard]] static SlcTypeNode* AInteger();
+    [[nodiscard]] static SlcTypeNode* ABoolean();
+    [[nodiscard]] static SlcTypeNode* AAnyType();
+    [[nodiscard]] static SlcTypeNode* AVoid();
+    [[nodiscard]] static SlcTypeNode* AError();
+
+    /// An array of unspecified length.
+    [[nodiscard]] static SlcTypeNode* CreateArrayType(SlcTypeNode* element);
+    /// The length is the value truncated toward zero.
+    [[nodiscard]] static SlcTypeNode* CreateArrayType(SlcTypeNode* element,
+                                                      const SlcFloatConstNode* length);
+    /// A length of 0 means unspecified.
+    [[nodiscard]] static SlcTypeNode* CreateArrayType(SlcTypeNode* element, int length);
+    [[nodiscard]] static SlcTypeNode* CreateArrayRefType(SlcTypeNode* element);
+};
+
+class SlcFloatTypeNode : public SlcVisitable<SlcFloatTypeNode, SlcTypeNode> {
+public:
+    [[nodiscard]] bool IsFloatType() const override { return true; }
+    [[nodiscard]] bool IsSameType(const SlcTypeNode* other) const override;
+    [[nodiscard]] bool IsPromotableAs(const SlcTypeNode* other) const override;
+    [[nodiscard]] std::string ToString() const override { return "float"; }
+};
+
+class SlcStringTypeNode : public SlcVisitable<SlcStringTypeNode, SlcTypeNode> {
+public:
+    [[nodiscard]] bool IsStringType() const override { return true; }
+    [[nodiscard]] bool IsSameType(const SlcTypeNode* other) const override;
+    [[nodiscard]] std::string ToString() const override { return "string"; }
+};
+
+class SlcColorTypeNode : public SlcVisitable<SlcColorTypeNode, SlcTypeNode> {
+public:
+    [[nodiscard]] bool IsColorType() const override { return true; }
+    [[nodiscard]] bool IsSameType(const SlcTypeNode* other) const override;
+    [[nodiscard]] std::string ToString() const override { return "color"; }
+};
+
+/// The plain point, and base of the rest of the point family.
+class SlcPointTypeNode : public SlcVisitable<SlcPointTypeNode, SlcTypeNode> {
+public:
+    [[nodiscard]] bool IsPointType() const override { return true; }
+    [[nodiscard]] bool IsTruePointType() const override { return true; }
+    [[nodiscard]] bool IsSameType(const SlcTypeNode* other) const override;
+    [[nodiscard]] bool IsSameExactType(const SlcTypeNode* other) const override;
+    [[nodiscard]] std::string ToString() const override { return "point"; }
+};
+
+class SlcVectorTypeNode : public SlcVisitable<SlcVectorTypeNode, SlcPointTypeNode> {
+public:
+    [[nodiscard]] bool IsTruePointType() const override { return false; }
+    [[nodiscard]] bool IsVectorType() const override { return true; }
+    [[nodiscard]] bool IsSameExactType(const SlcTypeNode* other) const override;
+    [[nodiscard]] std::string ToString() const override { return "vector"; }
+};
+
+class SlcNormalTypeNode : public SlcVisitable<SlcNormalTypeNode, SlcPointTypeNode> {
+public:
+    [[nodiscard]] bool IsTruePointType() const override { return false; }
+    [[nodiscard]] bool IsNormalType() const override { return true; }
+    [[nodiscard]] bool IsSameExactType(const SlcTypeNode* other) const override;
+    [[nodiscard]] bool IsPromotableAs(const SlcTypeNode* other) const override;
+    [[nodiscard]] std::string ToString() const override { return "normal"; }
+};
+
+class SlcAnyPointTypeNode : public SlcVisitable<SlcAnyPointTypeNode, SlcPointTypeNode> {
+public:
+    [[nodiscard]] bool IsTruePointType() const override { return false; }
+    [[nodiscard]] bool IsVectorType() const override { return true; }
+    [[nodiscard]] bool IsNormalType() const override { return true; }
+    [[nodiscard]] bool IsSameExactType(const SlcTypeNode* other) const override;
+    [[nodiscard]] std::string ToString() const override { return "point"; }
+};
+
+class SlcAnyVectorTypeNode : public SlcVisitable<SlcAnyVectorTypeNode, SlcPointTypeNode> {
+public:
+    [[nodiscard]] bool IsTruePointType() const override { return false; }
+    [[nodiscard]] bool IsVectorType() const override { return true; }
+    [[nodiscard]] bool IsNormalType() const override { return true; }
+    [[nodiscard]] bool IsAnyVectorType() const override { return true; }
+    [[nodiscard]] bool IsSameExactType(const SlcTypeNode* other) const override;
+    [[nodiscard]] std::string ToString() const override { return "vector"; }
+};
+
+class SlcMatrixTypeNode : public SlcVisitable<SlcMatrixTypeNode, SlcTypeNode> {
+public:
+    [[nodiscard]] bool IsMatrixType() const override { return true; }
+    [[nodiscard]] bool IsSameType(const SlcTypeNode* other) const override;
+    [[nodiscard]] std::string ToString() const override { return "matrix"; }
+};
+
+/// Internal: no source text names it.
+class SlcIntTypeNode : public SlcVisitable<SlcIntTypeNode, SlcTypeNode> {
+public:
+    [[nodiscard]] bool IsIntType() const override { return true; }
+    [[nodiscard]] std::string ToString() const override { return "int"; }
+};
+
+/// Internal: the type of flags.
+class SlcBoolTypeNode : public SlcVisitable<SlcBoolTypeNode, SlcTypeNode> {
+public:
+    [[nodiscard]] bool IsBoolType() const override { return true; }
+    [[nodiscard]] bool IsSameType(const SlcTypeNode* other) const override;
+    [[nodiscard]] std::string ToString() const override { return "boolean"; }
+};
+
+/// Any type but void, in signatures of built-ins.
+class SlcAnyTypeNode : public SlcVisitable<SlcAnyTypeNode, SlcTypeNode> {
+public:
+    [[nodiscard]] bool IsAnyType() const override { return true; }
+    [[nodiscard]] bool IsSameType(const SlcTypeNode* other) const override;
+    [[nodiscard]] std::string ToString() const override { return "any"; }
+};
+
+class SlcVoidTypeNode : public SlcVisitable<SlcVoidTypeNode, SlcTypeNode> {
+public:
+    [[nodiscard]] bool IsVoidType() const override { return true; }
+    [[nodiscard]] bool IsSameType(const SlcTypeNode* other) const override;
+    [[nodiscard]] std::string ToString() const override { return "void"; }
+};
+
+/// What an expression has after a report: it matches everything, so that one fault gives one
+/// report. Walkers see it as a `SlcTypeNode`.
+class SlcErrorTypeNode : public SlcVisitable<SlcErrorTypeNode, SlcTypeNode> {
+public:
+    [[nodiscard]] bool IsErrorType() const override { return true; }
+    [[nodiscard]] bool IsSameType(const SlcTypeNode* other) const override;
+    [[nodiscard]] bool IsSameExactType(const SlcTypeNode* other) const override;
+    [[nodiscard]] std::string ToString() const override { return "error"; }
+};
+
+class SlcArrayTypeNode : public SlcVisitable<SlcArrayTypeNode, SlcTypeNode> {
+public:
+    SlcArrayTypeNode(SlcTypeNode* element, int length) : m_element(element), m_length(length) {}
+
+    void WalkIn(SlcCodeWalker* walker) override;
+    [[nodiscard]] bool IsArrayType() const override { return true; }
+    [[nodiscard]] bool IsSameType(const SlcTypeNode* other) const override;
+    [[nodiscard]] std::string ToString() const override;
+
+    [[nodiscard]] SlcTypeNode* GetElementType() const { return m_element; }
+    /// 0 for an unspecified length.
+    [[nodiscard]] int GetLength() const { return m_length; }
+
+private:
+    SlcTypeNode* m_element;
+    int m_length;
+};
+
+/// The type of an array's element reached through an index: answers for the element.
+class SlcArrayRefTypeNode : public SlcVisitable<SlcArrayRefTypeNode, SlcTypeNode> {
+public:
+    explicit SlcArrayRefTypeNode(SlcTypeNode* element) : m_element(element) {}
+
+    [[nodiscard]] bool IsVoidType() const override { return m_element->IsVoidType(); }
+    [[nodiscard]] bool IsAnyType() const override { return m_element->IsAnyType(); }
+    [[nodiscard]] bool IsFloatType() const override { return m_element->IsFloatType(); }
+    [[nodiscard]] bool IsColorType() const override { return m_element->IsColorType(); }
+    [[nodiscard]] bool IsPointType() const override { return m_element->IsPointType(); }
+    [[nodiscard]] bool IsTruePointType() const override { return m_element->IsTruePointType(); }
+    [[nodiscard]] bool IsVectorType() const override { return m_element->IsVectorType(); }
+    [[nodiscard]] bool IsNormalType() const override { return m_element->IsNormalType(); }
+    [[nodiscard]] bool IsAnyVectorType() const override { return m_element->IsAnyVectorType(); }
+    [[nodiscard]] bool IsMatrixType() const override { return m_element->IsMatrixType(); }
+    [[nodiscard]] bool IsStringType() const override { return m_element->IsStringType(); }
+    [[nodiscard]] bool IsArrayType() const override { return m_element->IsArrayType(); }
+    [[nodiscard]] bool IsBoolType() const override { return m_element->IsBoolType(); }
+    [[nodiscard]] bool IsIntType() const override { return m_element->IsIntType(); }
+    [[nodiscard]] bool IsErrorType() const override { return m_element->IsErrorType(); }
+    [[nodiscard]] bool IsArrayRefType() const override { return true; }
+    [[nodiscard]] bool IsSameType(const SlcTypeNode* other) const override;
+    [[nodiscard]] std::string ToString() const override { return m_element->ToString(); }
+
+    [[nodiscard]] SlcTypeNode* GetElementType() const { return m_element; }
+
+private:
+    SlcTypeNode* m_element;
+};

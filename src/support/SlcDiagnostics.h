@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string_view>
+
+/// Counters and reports that need no syntax tree. All text goes to standard error.
+
+/// A stage counted errors in the source; the driver prints the summary. Thrown by value.
+class SlcCompilationError {};
+/// A compile never started and the thrower has reported why. Thrown by value.
+class SlcCompilationSevereError {};
+
+/// What the driver reported before the parse is not part of the compile's counts.
+void ResetNbErrorsAndWarnings();
+void AddError();
+void AddWarning();
+[[nodiscard]] int NbErrors();
+[[nodiscard]] int NbWarnings();
+
+/// 0 none, 1 important ones, 2 all. Other values are ignored.
+void SetWarningLevel(int level);
+[[nodiscard]] int WarningLevel();
+
+/// The address that fatal reports name.
+[[nodiscard]] std::string_view SlcContactAddress();
+
+/// Report at the scanner's position, with the source line and a caret under the last token.
+/// Counts an error. The name is the one that the generated parser calls.
+void yyerror(const char* message);
+/// The same for a warning; silent, and not counted, at warning level 0.
+void Warning(std::string_view message);
+/// `file:line: WARNING: message -- detail` at the scanner's position, without the source line.
+void Warning(std::string_view message, std::string_view detail);
+/// A warning without a position, which is not counted.
+void WarningNoSource(std::string_view message);
+/// An error that belongs to no source line; the caller goes on.
+void SeverError(std::string_view program, std::string_view message);
+/// A warning of the program itself: always printed, never counted.
+void SevereWarning(std::string_view program, std::string_view message);
+/// A fault of the compiler: prints the message and the contact address, ends with status 1.
+[[noreturn]] void FatalError(std::string_view message);

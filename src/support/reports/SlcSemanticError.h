@@ -1,0 +1,50 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "support/SlcPtr.h"
+
+class SlcCommentICode;
+class SlcIdentNode;
+class SlcSyntaxNode;
+
+/// The sink for the messages of every pass after parsing, shared by the passes of one compile.
+///
+/// A message about a node carries the node's file and line. Reports of one function or shader
+/// are headed once by the line "file: In function name". An error is counted and the pass goes
+/// on; a fatal error ends the process with status 1.
+class SlcSemanticError : public SlcCollectable {
+public:
+    /// The function or shader whose body is being checked from here on; neither is owned.
+    void SetFuncName(const SlcIdentNode* function, const std::string* file);
+
+    /// False once an error has been reported.
+    [[nodiscard]] bool NoError() const { return m_noError; }
+
+    /// `node` may be null in all forms of `Error`: the message then stands alone.
+    void Error(const SlcSyntaxNode* node, std::string_view message);
+    void Error(const SlcSyntaxNode* node, std::string_view message, std::string_view detail);
+    /// Shows an excerpt of `nearby`, which may be null.
+    void Error(const SlcSyntaxNode* node, std::string_view message, SlcSyntaxNode* nearby);
+    void ErrorICode(const SlcPtr<SlcCommentICode>& comment, std::string_view message);
+
+    /// Printed and counted only if the warning level is at least `level`, 1 or 2.
+    void Warning(const SlcSyntaxNode* node, std::string_view message, int level);
+    /// `node` may be null.
+    void Warning(const SlcSyntaxNode* node, std::string_view message, std::string_view detail,
+                 int level);
+
+    [[noreturn]] void FatalError(const SlcSyntaxNode* node, std::string_view message);
+    [[noreturn]] void FatalError(std::string_view message);
+    [[noreturn]] void FatalErrorICode(const SlcPtr<SlcCommentICode>& comment,
+                                      std::string_view message);
+
+private:
+    void PrintHeading();
+
+    bool m_noError = true;
+    bool m_headingPrinted = false;
+    const SlcIdentNode* m_function = nullptr;
+    const std::string* m_file = nullptr;  // of m_function's definition
+};

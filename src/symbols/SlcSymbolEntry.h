@@ -1,0 +1,81 @@
+#pragma once
+
+#include "frontend/SlcDetailNode.h"
+#include "frontend/SlcLexicalNode.h"
+#include "frontend/SlcStorageSpecNode.h"
+#include "frontend/SlcTypeNode.h"
+
+class SlcLexType;
+
+/// What a symbol table holds under a name; the name belongs to the pool of identifiers.
+class SlcSymbolEntry : public SlcCollectable {
+public:
+    explicit SlcSymbolEntry(SlcIdentNode* ident) : m_ident(ident) {}
+    [[nodiscard]] virtual bool IsFunction() const { return false; }
+    [[nodiscard]] virtual bool IsVariable() const { return false; }
+    [[nodiscard]] SlcIdentNode* GetIdent() const { return m_ident; }
+    [[nodiscard]] const std::string& GetName() const { return m_ident->GetName(); }
+
+private:
+    SlcIdentNode* m_ident;
+};
+
+/// How far something has happened to a variable in the branch under analysis.
+enum class SlcUsageState {
+    Always,  // on every path
+    Never,
+    Maybe,   // on some path
+};
+
+/// A variable: declared, predefined, formal, or an `extern` alias of one further out.
+class SlcVarSymbolEntry : public SlcSymbolEntry {
+public:
+    /// `outer`: what an `extern` declaration stands for; null otherwise.
+    SlcVarSymbolEntry(SlcIdentNode* ident, SlcTypeNode* type, SlcDetailNode* detail,
+                      SlcStorageSpecNode* storage, bool hidden, SlcPtr<SlcVarSymbolEntry> outer);
+    ~SlcVarSymbolEntry() override;
+
+    [[nodiscard]] bool IsVariable() const override { return true; }
+    [[nodiscard]] SlcTypeNode* GetType() const { return m_type; }
+    void SetType(SlcTypeNode* type) { m_type = type; }
+    [[nodiscard]] SlcDetailNode* GetDetail() const { return m_detail; }
+    void SetDetail(SlcDetailNode* detail) { m_detail = detail; }
+    /// Null until an inline evaluation sets it.
+    [[nodiscard]] SlcDetailNode* GetInlineDetail() const { return m_inlineDetail; }
+    void SetInlineDetail(SlcDetailNode* detail) { m_inlineDetail = detail; }
+    [[nodiscard]] SlcStorageSpecNode* GetStorage() const { return m_storage; }
+    /// A predefined variable.
+    [[nodiscard]] bool IsHidden() const { return m_hidden; }
+    [[nodiscard]] const SlcPtr<SlcVarSymbolEntry>& GetOuter() const { return m_outer; }
+
+    /// The variable's operand in the intermediate code; null until the generator makes it. An
+    /// `extern` alias gives that of its outer variable, so that both share one operand.
+    [[nodiscard]] SlcPtr<SlcLexType>& GetIntCodeVar();
+    /// Gives the variable an operand named `cName`, with its type, detail and storage. Defined
+    /// with the operand class in `icode`.
+    void MakeIntCodeVar(const char* cName);
+
+    /// A parameter whose default value cannot be computed once per shader instance.
+    [[nodiscard]] bool DependsOnContext() const { return m_dependsOnContext; }
+    void SetDependsOnContext(bool depends) { m_dependsOnContext = depends; }
+
+    [[nodiscard]] SlcUsageState GetModified() const { return m_modified; }
+    [[nodiscard]] SlcUsageState GetAccessed() const { return m_accessed; }
+    /// Read before being set.
+    [[nodiscard]] SlcUsageState GetRead() const { return m_read; }
+    void SetModifiedInScope(bool maybe);
+    void SetAccessedInScope(bool maybe, bool isRead);
+
+private:
+    SlcTypeNode* m_type;
+    SlcDetailNode* m_detail;
+    SlcDetailNode* m_inlineDetail = nullptr;
+    SlcStorageSpecNode* m_storage;
+    bool m_hidden;
+    SlcPtr<SlcLexType> m_operand;
+    SlcPtr<SlcVarSymbolEntry> m_outer;
+    bool m_dependsOnContext = false;
+    SlcUsageState m_modified = SlcUsageState::Never;
+    SlcUsageState m_accessed = SlcUsageState::Never;
+    SlcUsageState m_read = SlcUsageState::Never;
+};

@@ -1,0 +1,113 @@
+#pragma once
+
+#include <deque>
+#include <memory>
+#include <string>
+
+#include "symbols/SlcFuncSymbolEntry.h"
+#include "symbols/SlcSymbolEntry.h"
+
+class SlcFormalsNode;
+class SlcProcArgsNode;
+class SlcSymbolScope;
+
+/// No such name, or no overload that fits in the sought form. Thrown by value.
+struct SlcSymbolNotFound {
+    SlcIdentNode* ident;
+};
+
+/// The name is known, but no overload takes that many arguments. Thrown by value.
+struct SlcInvalidNumberOfArgs {
+    SlcPtr<SlcFuncSymbolEntry> entry;
+};
+
+/// An overload takes that many arguments, but none fits their types. Thrown by value.
+struct SlcFuncArgsTypeError {
+    SlcPtr<SlcFuncSymbolEntry> entry;  // the last one tried with the right count
+};
+
+/// The names of one scope as they stand at one point of the source.
+///
+/// A scope grows with each declaration statement: `CreateCurrentScopeTable` gives the next table
+/// of the same scope, and a statement annotated with the table then current sees the names
+/// declared before it and no others. The tables of one scope share one index of names, so that a
+/// look-up costs O(log n) in the names of a scope, however many tables it has.
+///
+/// Tables, entries and function infos form cycles, which `SlcDeleteTree` cuts.
+class SlcSymbolTable : public SlcCollectable {
+public:
+    SlcSymbolTable();
+    explicit SlcSymbolTable(SlcPtr<SlcSymbolTable> parent);
+    ~SlcSymbolTable() override;
+
+    /// A new scope inside this one.
+    [[nodiscard]] SlcPtr<SlcSymbolTable> CreateNewScopeTable();
+    /// The next table of this scope.
+    [[nodiscard]] SlcPtr<SlcSymbolTable> CreateCurrentScopeTable();
+
+    // None of the Add operations looks for a name that exists already: who must refuse a
+    // redefinition asks first.
+
+    /// Shares an entry that exists.
+    void AddVarEntry(const SlcPtr<SlcVarSymbolEntry>& entry);
+    /// With a C name the entry gets its operand at once; `cName` and `outer` may be null.
+    SlcPtr<SlcVarSymbolEntry> AddVarEntry(SlcIdentNode* ident, SlcTypeNode* type,
+                                          SlcDetailNode* detail, SlcStorageSpecNode* storage,
+                                          bool hidden, const char* cName,
+                                          SlcPtr<SlcVarSymbolEntry> outer);
+    void AddFuncEntry(SlcFuncSignature signature);
+    /// A user function: its argument lists come from the formals.
+    void AddFuncEntry(SlcIdentNode* ident, SlcTypeNode* returnType, SlcFormalsNode* formals,
+                      SlcPtr<SlcAnnotation> info, SlcCheckDetailProc checkDetail,
+                      SlcCheckInlineDetailProc checkInlineDetail);
+    void AddFuncVarListEntry(SlcFuncSignature signature, std::unique_ptr<SlcFuncVarArgExpr> tail);
+    /// Any entry that is already made, such as that of a shadeop.
+    void AddEntry(SlcPtr<SlcSymbolEntry> entry);
+
+    /// The variable in the nearest scope; unless `noDefinitionScope`, names that no scope around
+    /// holds are then sought where the enclosing function was defined. Throws
+    /// `SlcSymbolNotFound`.
+    [[nodiscard]] SlcPtr<SlcVarSymbolEntry> GetVarEntry(SlcIdentNode* ident,
+                                                        bool noDefinitionScope);
+    /// Variable or function, in the current scope; `thisTableOnly` leaves out the tables before.
+    [[nodiscard]] bool IsInCurrent(SlcIdentNode* ident, bool thisTableOnly) const;
+    /// Variable, here or further out.
+    [[nodiscard]] bool IsVarInTable(SlcIdentNode* ident) const;
+
+    /// Return types of the overloads that fit the arguments' sets of types: exact fits in any
+    /// scope, then promoted ones. `noVoid` leaves out void functions. `sink` may be null. Throws
+    /// one of the three exceptions above.
+    [[nodiscard]] std::deque<SlcTypeNode*> GetFuncType(SlcIdentNode* ident,
+                                                       SlcProcArgsNode* arguments,
+                                                       const SlcPtr<SlcSemanticError>& sink,
+                                                       bool noVoid, bool promote, bool top);
+    /// Every overload whose return type suits, nearest scope first. Empty for an unknown name.
+    [[nodiscard]] std::deque<SlcPtr<SlcFuncSymbolEntry>> GetFuncEntrys(SlcIdentNode* ident,
+                                                                       SlcTypeNode* returnType);
+    /// The overload of a call whose arguments have their unique types; of equals in one table the
+    /// most recently added. Throws `SlcSymbolNotFound`.
+    [[nodiscard]] SlcPtr<SlcFuncSymbolEntry> GetUniqueFuncEntry(SlcIdentNode* ident,
+                                                                SlcTypeNode* returnType,
+                                                                const SlcCallArgs& args,
+                                                                bool promote, bool top);
+    /// The overload with these formals; of equals the first. Throws `SlcSymbolNotFound`.
+    [[nodiscard]] SlcPtr<SlcFuncSymbolEntry> GetUniqueFuncEntry(SlcIdentNode* ident,
+                                                                SlcTypeNode* returnType,
+                                                                SlcFormalsNode* formals);
+
+    /// For a function's formals table: the scope in which the function was defined; null in
+    /// strict mode and elsewhere.
+    SlcPtr<SlcSymbolTable> m_definitionScope;
+
+    /// The table around this scope; null for the outermost.
+    [[nodiscard]] SlcPtr<SlcSymbolTable> GetParent() const;
+    /// The table before this one in the same scope; null for the first. Made on demand.
+    [[nodiscard]] SlcPtr<SlcSymbolTable> GetPrevious() const;
+
+private:
+    SlcPtr<SlcSymbolScope> m_scope;  // the names of all tables of this scope, and the parent
+    int m_position = 0;              // this table's place among the tables of its scope
+};
+
+/// The arguments of a call as a plain list.
+[[nodiscard]] SlcCallArgs SlcArgsOf(const SlcProcArgsNode* arguments);
