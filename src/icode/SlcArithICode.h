@@ -1,0 +1,66 @@
+#pragma once
+
+#include "icode/SlcICode.h"
+
+/// Base of the binary arithmetic instructions: result = left op right. The result may be one of
+/// the operands.
+class SlcArithExprICode : public SlcICode {
+public:
+    SlcArithExprICode(SlcOperand resultId, SlcOperand leftExpr, SlcOperand rightExpr)
+        : m_resultId(std::move(resultId)), m_leftExpr(std::move(leftExpr)),
+          m_rightExpr(std::move(rightExpr))
+    {
+    }
+    [[nodiscard]] const SlcOperand& GetResultId() const { return m_resultId; }
+    [[nodiscard]] const SlcOperand& GetLeftExpr() const { return m_leftExpr; }
+    [[nodiscard]] const SlcOperand& GetRightExpr() const { return m_rightExpr; }
+    void SetResultId(SlcOperand operand) { m_resultId = std::move(operand); }
+    void SetLeftExpr(SlcOperand operand) { m_leftExpr = std::move(operand); }
+    void SetRightExpr(SlcOperand operand) { m_rightExpr = std::move(operand); }
+
+    SlcOperand m_resultId;
+    SlcOperand m_leftExpr;
+    SlcOperand m_rightExpr;
+};
+
+class SlcAddICode : public SlcICodeOf<SlcAddICode, SlcArithExprICode> {
+public:
+    using SlcICodeOf::SlcICodeOf;
+};
+
+class SlcSubICode : public SlcICodeOf<SlcSubICode, SlcArithExprICode> {
+public:
+    using SlcICodeOf::SlcICodeOf;
+};
+
+class SlcMultICode : public SlcICodeOf<SlcMultICode, SlcArithExprICode> {
+public:
+    using SlcICodeOf::SlcICodeOf;
+};
+
+class SlcDivICode : public SlcICodeOf<SlcDivICode, SlcArithExprICode> {
+public:
+    using SlcICodeOf::SlcICodeOf;
+};
+
+class SlcDotProdICode : public SlcICodeOf<SlcDotProdICode, SlcArithExprICode> {
+public:
+    using SlcICodeOf::SlcICodeOf;
+};
+
+class SlcCrossProdICode : public SlcICodeOf<SlcCrossProdICode, SlcArithExprICode> {
+public:
+    using SlcICodeOf::SlcICodeOf;
+};
+
+/// dest = -source.
+class SlcUnaryMinusICode : public SlcICodeOf<SlcUnaryMinusICode, SlcICode> {
+public:
+    SlcUnaryMinusICode(SlcOperand dest, SlcOperand source)
+        : m_dest(std::move(dest)), m_source(std::move(source))
+    {
+    }
+
+    SlcOperand m_dest;
+    SlcOperand m_source;
+};

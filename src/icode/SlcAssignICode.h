@@ -1,0 +1,30 @@
+#pragma once
+
+#include "icode/SlcICode.h"
+
+/// dest = source, with a promotion where the types differ.
+class SlcAssignICode : public SlcICodeOf<SlcAssignICode, SlcICode> {
+public:
+    SlcAssignICode(SlcOperand dest, SlcOperand source)
+        : m_dest(std::move(dest)), m_source(std::move(source))
+    {
+    }
+
+    SlcOperand m_dest;
+    SlcOperand m_source;
+};
+
+/// An assignment that runs over all points by itself, outside parallel brackets. Both sides are
+/// varying and of one type.
+class SlcAssignSIMDICode : public SlcICodeOf<SlcAssignSIMDICode, SlcAssignICode> {
+public:
+    using SlcICodeOf::SlcICodeOf;
+};
+
+/// dest = 0.
+class SlcAssignToZeroICode : public SlcICodeOf<SlcAssignToZeroICode, SlcICode> {
+public:
+    explicit SlcAssignToZeroICode(SlcOperand dest) : m_dest(std::move(dest)) {}
+
+    SlcOperand m_dest;
+};

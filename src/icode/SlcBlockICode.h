@@ -1,0 +1,90 @@
+#pragma once
+
+#include <deque>
+#include <string>
+
+#include "icode/SlcICode.h"
+#include "icode/SlcJumpICode.h"
+
+/// A note that ties the code to a place in the source; back ends print or skip it.
+class SlcCommentICode : public SlcICodeOf<SlcCommentICode, SlcICode> {
+public:
+    SlcCommentICode(std::string text, int line, const std::string* file)
+        : m_text(std::move(text)), m_line(line), m_file(file)
+    {
+    }
+
+    std::string m_text;
+    int m_line;
+    const std::string* m_file;  // in the scanner's list of names
+};
+
+/// Opens a parallel run: what follows runs once for each shading point.
+class SlcBeginParallelICode : public SlcICodeOf<SlcBeginParallelICode, SlcICode> {
+public:
+    explicit SlcBeginParallelICode(SlcLabel label) : m_label(std::move(label)) {}
+
+    SlcLabel m_label;
+};
+
+class SlcEndParallelICode : public SlcICodeOf<SlcEndParallelICode, SlcICode> {
+public:
+    explicit SlcEndParallelICode(SlcLabel label) : m_label(std::move(label)) {}
+
+    SlcLabel m_label;
+};
+
+/// Base of the brackets that guard code: inside a parallel run for the points where a varying
+/// flag has the wanted value, outside for the whole grid by a uniform flag.
+class SlcIfICode : public SlcICode {
+public:
+    SlcIfICode(SlcOperand flag, SlcLabel label)
+        : m_flag(std::move(flag)), m_label(std::move(label))
+    {
+    }
+
+    SlcOperand m_flag;
+    SlcLabel m_label;
+};
+
+class SlcIfTrueICode : public SlcICodeOf<SlcIfTrueICode, SlcIfICode> {
+public:
+    using SlcICodeOf::SlcICodeOf;
+};
+
+class SlcIfFalseICode : public SlcICodeOf<SlcIfFalseICode, SlcIfICode> {
+public:
+    using SlcICodeOf::SlcICodeOf;
+};
+
+class SlcEndIfICode : public SlcICodeOf<SlcEndIfICode, SlcICode> {
+public:
+    explicit SlcEndIfICode(SlcLabel label) : m_label(std::move(label)) {}
+
+    SlcLabel m_label;
+};
+
+/// Clears the flags at the active points, which then take no further part in the loop.
+class SlcBreakICode : public SlcICodeOf<SlcBreakICode, SlcICode> {
+public:
+    explicit SlcBreakICode(SlcLabel label) : m_label(std::move(label)) {}
+
+    std::deque<SlcOperand> m_flags;
+    SlcLabel m_label;  // where the points go on
+};
+
+/// Clears the flags at the active points, which then wait for the next round.
+class SlcContinueICode : public SlcICodeOf<SlcContinueICode, SlcICode> {
+public:
+    explicit SlcContinueICode(SlcLabel label) : m_label(std::move(label)) {}
+
+    std::deque<SlcOperand> m_flags;
+    SlcLabel m_label;  // where the points go on
+};
+
+/// Base of the marks that no back end translates.
+class SlcInvisibleICode : public SlcICode {};
+
+class SlcBeginShaderICode : public SlcICodeOf<SlcBeginShaderICode, SlcInvisibleICode> {};
+
+class SlcEndShaderICode : public SlcICodeOf<SlcEndShaderICode, SlcInvisibleICode> {};

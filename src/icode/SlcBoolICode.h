@@ -1,0 +1,90 @@
+#pragma once
+
+#include "icode/SlcICode.h"
+
+/// Base of the comparisons.
+class SlcBoolExprICode : public SlcICode {};
+
+/// flag = left op right.
+class SlcBinOpBoolExprICode : public SlcBoolExprICode {
+public:
+    SlcBinOpBoolExprICode(SlcOperand resultId, SlcOperand leftExpr, SlcOperand rightExpr)
+        : m_resultId(std::move(resultId)), m_leftExpr(std::move(leftExpr)),
+          m_rightExpr(std::move(rightExpr))
+    {
+    }
+
+    SlcOperand m_resultId;
+    SlcOperand m_leftExpr;
+    SlcOperand m_rightExpr;
+};
+
+class SlcLessThenICode : public SlcICodeOf<SlcLessThenICode, SlcBinOpBoolExprICode> {
+public:
+    using SlcICodeOf::SlcICodeOf;
+};
+
+class SlcLessEqualICode : public SlcICodeOf<SlcLessEqualICode, SlcBinOpBoolExprICode> {
+public:
+    using SlcICodeOf::SlcICodeOf;
+};
+
+class SlcGreaterThenICode : public SlcICodeOf<SlcGreaterThenICode, SlcBinOpBoolExprICode> {
+public:
+    using SlcICodeOf::SlcICodeOf;
+};
+
+class SlcGreaterEqualICode : public SlcICodeOf<SlcGreaterEqualICode, SlcBinOpBoolExprICode> {
+public:
+    using SlcICodeOf::SlcICodeOf;
+};
+
+class SlcEqualICode : public SlcICodeOf<SlcEqualICode, SlcBinOpBoolExprICode> {
+public:
+    using SlcICodeOf::SlcICodeOf;
+};
+
+class SlcNotEqualICode : public SlcICodeOf<SlcNotEqualICode, SlcBinOpBoolExprICode> {
+public:
+    using SlcICodeOf::SlcICodeOf;
+};
+
+/// A uniform flag from a varying one: true when the varying flag is true at some point.
+class SlcSetUniformBoolFlagICode : public SlcICodeOf<SlcSetUniformBoolFlagICode, SlcICode> {
+public:
+    SlcSetUniformBoolFlagICode(SlcOperand dest, SlcOperand source)
+        : m_dest(std::move(dest)), m_source(std::move(source))
+    {
+    }
+
+    SlcOperand m_dest;
+    SlcOperand m_source;
+};
+
+/// dest = not source over the whole grid; with `outer`: dest = outer and not source, so that it is
+/// false wherever `outer` is. Stands outside parallel brackets.
+class SlcInvertBoolFlagICode : public SlcICodeOf<SlcInvertBoolFlagICode, SlcICode> {
+public:
+    /// `outer` may be null.
+    SlcInvertBoolFlagICode(SlcOperand dest, SlcOperand source, SlcOperand outer)
+        : m_dest(std::move(dest)), m_source(std::move(source)), m_outer(std::move(outer))
+    {
+    }
+
+    SlcOperand m_dest;
+    SlcOperand m_source;
+    SlcOperand m_outer;
+};
+
+/// dest = left or right, over the whole grid. Stands outside parallel brackets.
+class SlcOrBoolFlagICode : public SlcICodeOf<SlcOrBoolFlagICode, SlcICode> {
+public:
+    SlcOrBoolFlagICode(SlcOperand dest, SlcOperand left, SlcOperand right)
+        : m_dest(std::move(dest)), m_left(std::move(left)), m_right(std::move(right))
+    {
+    }
+
+    SlcOperand m_dest;
+    SlcOperand m_left;
+    SlcOperand m_right;
+};

@@ -1,0 +1,15 @@
+#pragma once
+
+// All instruction classes, for the passes that meet most of them.
+
+#include "icode/SlcArithICode.h"
+#include "icode/SlcArrayICode.h"
+#include "icode/SlcAssignICode.h"
+#include "icode/SlcBlockICode.h"
+#include "icode/SlcBoolICode.h"
+#include "icode/SlcCallICode.h"
+#include "icode/SlcConstructICode.h"
+#include "icode/SlcJumpICode.h"
+#include "icode/SlcLightICode.h"
+#include "icode/SlcTextureICode.h"
+#include "icode/SlcTransformICode.h"

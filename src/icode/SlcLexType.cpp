@@ -1,0 +1,63 @@
+#include "icode/SlcLexType.h"
+
+const std::string& SlcLexType::GetName() const
+{
+    static const std::string none;
+    return IsIdent() ? static_cast<const SlcIdentNode*>(m_lexical)->GetName() : none;
+}
+
+double SlcLexType::GetFloat() const
+{
+    return static_cast<const SlcFloatConstNode*>(m_lexical)->GetValue();
+}
+
+const std::string& SlcLexType::GetString() const
+{
+    return static_cast<const SlcStringLiteralNode*>(m_lexical)->GetText();
+}
+
+int SlcLexType::GetInt() const
+{
+    return static_cast<const SlcIntConstNode*>(m_lexical)->GetValue();
+}
+
+bool SlcLexType::GetBool() const
+{
+    return static_cast<const SlcBoolConstNode*>(m_lexical)->GetValue();
+}
+
+namespace {
+
+SlcOperand MakeConst(SlcLexicalNode* constant, SlcTypeNode* type)
+{
+    return MakeShared<SlcLexType>(constant, type, SlcDetailNode::AUniform(),
+                                  SlcStorageSpecNode::ALocal());
+}
+
+}  // namespace
+
+SlcOperand SlcLexType::Float(double value)
+{
+    return MakeConst(SlcLexicalNode::CreateFloat(value), SlcTypeNode::AFloat());
+}
+
+SlcOperand SlcLexType::String(std::string_view text)
+{
+    return MakeConst(SlcLexicalNode::CreateString(text), SlcTypeNode::AString());
+}
+
+SlcOperand SlcLexType::Int(int value, bool hidden)
+{
+    return MakeConst(SlcLexicalNode::CreateInt(value, hidden), SlcTypeNode::AInteger());
+}
+
+SlcOperand SlcLexType::Bool(bool value)
+{
+    return MakeConst(SlcLexicalNode::CreateBool(value), SlcTypeNode::ABoolean());
+}
+
+const SlcOperand& SlcLexType::GetPI()
+{
+    static const SlcOperand sm_PI = Float(3.1415926536);
+    return sm_PI;
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <deque>
+
+#include "icode/SlcICode.h"
+
+/// One code block: the body of a shader, or the initializer of one of its parameters.
+class SlcListICode : public SlcCollectable {
+public:
+    /// A local or temporary of this block.
+    void AddLocalVar(const SlcOperand& variable);
+    /// A variable that the block sees but does not declare.
+    void AddHiddenVar(const SlcOperand& variable);
+    void AddICode(SlcPtr<SlcICode> code) { m_icodes.push_back(std::move(code)); }
+
+    std::deque<SlcOperand> m_localVars;      // every local and temporary ever made
+    std::deque<SlcOperand> m_usedLocalVars;  // those that the back ends declare
+    std::deque<SlcOperand> m_allVars;        // all visible; the universe of the data-flow sets
+    std::deque<SlcPtr<SlcICode>> m_icodes;   // in order
+};

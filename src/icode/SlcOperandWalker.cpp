@@ -1,0 +1,262 @@
+#include "icode/SlcOperandWalker.h"
+
+#include "icode/SlcICodes.h"
+#include "symbols/SlcFuncTail.h"
+
+namespace {
+
+/// `unpack` writes into its last four arguments, though its row declares no output.
+bool IsUnpackResult(const SlcCallICode& call, std::size_t position)
+{
+    return position >= 1 && call.m_name->GetName() == "CALL_PRIM_UNPACK";
+}
+
+/// The argument at `position` is written, as the row of the built-in says.
+bool IsOutputArg(const SlcCallICode& call, std::size_t position)
+{
+    if (IsUnpackResult(call, position))
+        return true;
+    if (call.m_funcEntry.Null())
+        return false;
+    const auto& storages = call.m_funcEntry->GetArgStorages();
+    if (position < storages.size())
+        return storages[position]->IsOutput();
+    auto* entry = dynamic_cast<SlcFuncVarListSymbolEntry*>(&*call.m_funcEntry);
+    const SlcFuncVarArgSingle* value =
+        entry ? SlcTailValueAt(entry->GetTail(), position - storages.size()) : nullptr;
+    return value && value->GetStorage()->IsOutput();
+}
+
+}  // namespace
+
+void SlcOperandWalker::ReadWrite(SlcOperand& operand)
+{
+    Read(operand);
+    Write(operand);
+}
+
+void SlcOperandWalker::ReadIfSet(SlcOperand& operand)
+{
+    if (operand)
+        Read(operand);
+}
+
+void SlcOperandWalker::WriteIfSet(SlcOperand& operand)
+{
+    if (operand)
+        Write(operand);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcAssignICode> code)
+{
+    Read(code->m_source);
+    Write(code->m_dest);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcAssignToZeroICode> code)
+{
+    Write(code->m_dest);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcArithExprICode> code)
+{
+    Read(code->m_leftExpr);
+    Read(code->m_rightExpr);
+    Write(code->m_resultId);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcUnaryMinusICode> code)
+{
+    Read(code->m_source);
+    Write(code->m_dest);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcBinOpBoolExprICode> code)
+{
+    Read(code->m_leftExpr);
+    Read(code->m_rightExpr);
+    Write(code->m_resultId);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcIfTrueGotoICode> code)
+{
+    Read(code->m_flag);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcIfFalseGotoICode> code)
+{
+    Read(code->m_flag);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcCallICode> code)
+{
+    ReadIfSet(code->m_condition);
+    for (std::size_t i = 0; i < code->m_args.size(); ++i)
+        if (!IsOutputArg(*code, i))
+            Read(code->m_args[i]);
+    for (std::size_t i = 0; i < code->m_args.size(); ++i)
+        if (IsOutputArg(*code, i))
+            ReadWrite(code->m_args[i]);
+    WriteIfSet(code->m_result);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcPointICode> code)
+{
+    Read(code->m_x);
+    Read(code->m_y);
+    Read(code->m_z);
+    Write(code->m_dest);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcMatrixICode> code)
+{
+    for (SlcOperand& value : code->m_values)
+        Read(value);
+    Write(code->m_dest);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcColorICode> code)
+{
+    Read(code->m_r);
+    Read(code->m_g);
+    Read(code->m_b);
+    Write(code->m_dest);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcIlluminateICode> code)
+{
+    Read(code->m_position);
+    ReadIfSet(code->m_axis);
+    ReadIfSet(code->m_angle);
+    Read(code->m_Ps);
+    ReadIfSet(code->m_condition);
+    Write(code->m_flag);
+    Write(code->m_L);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcSolarICode> code)
+{
+    Read(code->m_axis);
+    Read(code->m_angle);
+    ReadIfSet(code->m_condition);
+    Write(code->m_flag);
+    Write(code->m_L);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcCheckIlluminanceICode> code)
+{
+    Read(code->m_position);
+    Read(code->m_axis);
+    Read(code->m_angle);
+    ReadIfSet(code->m_condition);
+    Write(code->m_flag);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcIfICode> code)
+{
+    Read(code->m_flag);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcBreakICode> code)
+{
+    for (SlcOperand& flag : code->m_flags)
+        Write(flag);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcContinueICode> code)
+{
+    for (SlcOperand& flag : code->m_flags)
+        Write(flag);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcTransformSpaceICode> code)
+{
+    Read(code->m_source);
+    Read(code->m_space);
+    ReadIfSet(code->m_condition);
+    Write(code->m_dest);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcCallDSOICode> code)
+{
+    for (SlcOperand& arg : code->m_args)
+        Read(arg);
+    WriteIfSet(code->m_result);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcTextureSTPointsICode> code)
+{
+    Read(code->m_s);
+    Read(code->m_t);
+    ReadIfSet(code->m_condition);
+    for (SlcOperand& corner : code->m_corners)
+        Write(corner);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcTexturePointsICode> code)
+{
+    Read(code->m_point);
+    ReadIfSet(code->m_condition);
+    for (SlcOperand& corner : code->m_corners)
+        Write(corner);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcEvalLightICode> code)
+{
+    Read(code->m_position);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcCheckValidArrayIndexICode> code)
+{
+    Read(code->m_arrayName);
+    Read(code->m_index);
+    Read(code->m_fileName);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcArrayRefICode> code)
+{
+    Read(code->m_array);
+    Read(code->m_index);
+    Write(code->m_result);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcConcatSpaceMatrixICode> code)
+{
+    Read(code->m_source);
+    Write(code->m_dest);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcFilterstepPointsICode> code)
+{
+    Read(code->m_y);
+    ReadIfSet(code->m_condition);
+    Write(code->m_x);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcSetUniformBoolFlagICode> code)
+{
+    Read(code->m_source);
+    Write(code->m_dest);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcInvertBoolFlagICode> code)
+{
+    Read(code->m_source);
+    ReadIfSet(code->m_outer);
+    Write(code->m_dest);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcOrBoolFlagICode> code)
+{
+    Read(code->m_left);
+    Read(code->m_right);
+    Write(code->m_dest);
+}
+
+void SlcOperandWalker::Case(SlcPtr<SlcConvertArrayDSOICode> code)
+{
+    Read(code->m_source);
+    Write(code->m_dest);
+}
+
+void SlcOperandWalker::Default(SlcPtr<SlcICode>) {}

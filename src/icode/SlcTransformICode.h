@@ -1,0 +1,47 @@
+#pragma once
+
+#include "icode/SlcICode.h"
+
+/// Base of the coordinate and color transforms between a named space and the current one. `type`
+/// tells which: point, vector, normal or color.
+class SlcTransformSpaceICode : public SlcICode {
+public:
+    SlcTransformSpaceICode(SlcOperand dest, SlcOperand source, SlcTypeNode* type, SlcOperand space,
+                           bool simd, SlcOperand condition)
+        : m_dest(std::move(dest)), m_source(std::move(source)), m_type(type),
+          m_space(std::move(space)), m_simd(simd), m_condition(std::move(condition))
+    {
+    }
+
+    SlcOperand m_dest;
+    SlcOperand m_source;
+    SlcTypeNode* m_type;
+    SlcOperand m_space;      // a string constant
+    bool m_simd;             // runs over all points by itself, outside parallel brackets
+    SlcOperand m_condition;  // null, or the points that a SIMD form is limited to
+};
+
+class SlcTransformFromSpaceICode
+    : public SlcICodeOf<SlcTransformFromSpaceICode, SlcTransformSpaceICode> {
+public:
+    using SlcICodeOf::SlcICodeOf;
+};
+
+class SlcTransformToSpaceICode
+    : public SlcICodeOf<SlcTransformToSpaceICode, SlcTransformSpaceICode> {
+public:
+    using SlcICodeOf::SlcICodeOf;
+};
+
+/// dest = source, meant in a named space, as a matrix of the current one.
+class SlcConcatSpaceMatrixICode : public SlcICodeOf<SlcConcatSpaceMatrixICode, SlcICode> {
+public:
+    SlcConcatSpaceMatrixICode(SlcOperand dest, SlcOperand source, SlcStringLiteralNode* space)
+        : m_dest(std::move(dest)), m_source(std::move(source)), m_space(space)
+    {
+    }
+
+    SlcOperand m_dest;
+    SlcOperand m_source;
+    SlcStringLiteralNode* m_space;
+};

@@ -1,0 +1,34 @@
+#include "symbols/SlcFuncTail.h"
+
+namespace {
+
+void Collect(SlcFuncVarArgExpr* part, std::vector<SlcFuncVarArgSingle*>& values)
+{
+    if (auto* single = dynamic_cast<SlcFuncVarArgSingle*>(part)) {
+        values.push_back(single);
+    } else if (auto* pair = dynamic_cast<SlcFuncVarArgPair*>(part)) {
+        values.push_back(pair->GetValue());
+    } else if (auto* list = dynamic_cast<SlcFuncVarArgList*>(part)) {
+        for (const auto& member : list->GetParts())
+            Collect(member.get(), values);
+    }
+}
+
+}  // namespace
+
+std::vector<SlcFuncVarArgSingle*> SlcTailValues(SlcFuncVarArgExpr* tail)
+{
+    std::vector<SlcFuncVarArgSingle*> values;
+    Collect(tail, values);
+    return values;
+}
+
+SlcFuncVarArgSingle* SlcTailValueAt(SlcFuncVarArgExpr* tail, std::size_t position)
+{
+    if (auto* single = dynamic_cast<SlcFuncVarArgSingle*>(tail))
+        return position == 0 || single->IsRepeated() ? single : nullptr;
+    const auto values = SlcTailValues(tail);
+    if (position < values.size())
+        return values[position];
+    return !values.empty() && values.back()->IsRepeated() ? values.back() : nullptr;
+}
