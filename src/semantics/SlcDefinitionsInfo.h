@@ -1,0 +1,24 @@
+#pragma once
+
+#include "symbols/SlcSymbolTable.h"
+
+class SlcShaderTypeNode;
+
+/// What the semantic pass leaves on the root: the outer scopes and the kind of the shader.
+class SlcDefinitionsInfo : public SlcAnnotation {
+public:
+    SlcDefinitionsInfo(SlcPtr<SlcSymbolTable> globalTable, SlcPtr<SlcSymbolTable> shaderTable,
+                       SlcShaderTypeNode* shaderType)
+        : m_globalTable(std::move(globalTable)), m_shaderTable(std::move(shaderTable)),
+          m_shaderType(shaderType)
+    {
+    }
+    [[nodiscard]] const SlcPtr<SlcSymbolTable>& GetGlobalTable() const { return m_globalTable; }
+    [[nodiscard]] const SlcPtr<SlcSymbolTable>& GetShaderTable() const { return m_shaderTable; }
+    [[nodiscard]] SlcShaderTypeNode* GetShaderType() const { return m_shaderType; }
+
+private:
+    SlcPtr<SlcSymbolTable> m_globalTable;
+    SlcPtr<SlcSymbolTable> m_shaderTable;
+    SlcShaderTypeNode* m_shaderType;
+};

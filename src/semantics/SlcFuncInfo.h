@@ -1,0 +1,38 @@
+#pragma once
+
+#include <memory>
+
+#include "symbols/SlcSymbolTable.h"
+
+class SlcCheckUsage;
+class SlcFuncDefNode;
+
+/// What is known of a user function once its body has been checked; kept in its symbol entry.
+class SlcFuncInfo : public SlcAnnotation {
+public:
+    /// `usage` may be null; `scope` is the table of the function's formals.
+    SlcFuncInfo(SlcFuncDefNode* definition, std::unique_ptr<SlcCheckUsage> usage,
+                SlcPtr<SlcSymbolTable> scope, bool hasIlluminate, bool hasIlluminance);
+    ~SlcFuncInfo() override;
+
+    [[nodiscard]] SlcFuncDefNode* GetDefinition() const { return m_definition; }
+    /// The body's reads and writes of outer variables, replayed at each call.
+    [[nodiscard]] SlcCheckUsage* GetUsage() const { return m_usage.get(); }
+    [[nodiscard]] const SlcPtr<SlcSymbolTable>& GetScope() const { return m_scope; }
+    /// Cuts the cycle of tables, entries and annotations.
+    void ClearScope() { m_scope = nullptr; }
+    /// The body holds `illuminate` or `solar`.
+    [[nodiscard]] bool HasIlluminate() const { return m_hasIlluminate; }
+    [[nodiscard]] bool HasIlluminance() const { return m_hasIlluminance; }
+    /// Checked shader code reaches the function, directly or through others.
+    [[nodiscard]] bool IsCalled() const { return m_called; }
+    void SetCalled() { m_called = true; }
+
+private:
+    SlcFuncDefNode* m_definition;
+    std::unique_ptr<SlcCheckUsage> m_usage;
+    SlcPtr<SlcSymbolTable> m_scope;
+    bool m_hasIlluminate;
+    bool m_hasIlluminance;
+    bool m_called = false;
+};
