@@ -4,7 +4,8 @@
 
 SlcAssignExprNode::SlcAssignExprNode(std::unique_ptr<SlcLValueNode> lvalue,
                                      std::unique_ptr<SlcExprNode> value)
-    : m_lvalue(std::move(lvalue)), m_value(std::move(value))
+    : m_lvalue(std::move(lvalue)),
+      m_value(std::move(value))
 {
     AdoptFirst(m_lvalue.get());
     Adopt(m_value.get());

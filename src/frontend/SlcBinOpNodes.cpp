@@ -4,7 +4,8 @@
 
 SlcBinOpExprNode::SlcBinOpExprNode(std::unique_ptr<SlcExprNode> left,
                                    std::unique_ptr<SlcExprNode> right)
-    : m_left(std::move(left)), m_right(std::move(right))
+    : m_left(std::move(left)),
+      m_right(std::move(right))
 {
     AdoptFirst(m_left.get());
     Adopt(m_right.get());

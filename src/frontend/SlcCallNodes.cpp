@@ -25,7 +25,9 @@ void SlcProcArgsNode::WalkIn(SlcCodeWalker* walker)
 
 SlcProcCallExprNode::SlcProcCallExprNode(const SlcPosition& position, SlcIdentNode* ident,
                                          std::unique_ptr<SlcProcArgsNode> arguments)
-    : SlcVisitable(position), m_ident(ident), m_arguments(std::move(arguments))
+    : SlcVisitable(position),
+      m_ident(ident),
+      m_arguments(std::move(arguments))
 {
     Adopt(m_arguments.get());
 }

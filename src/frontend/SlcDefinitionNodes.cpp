@@ -26,7 +26,9 @@ void SlcDefinitionsNode::WalkIn(SlcCodeWalker* walker)
 
 SlcDefExprNode::SlcDefExprNode(const SlcPosition& position, SlcIdentNode* ident,
                                std::unique_ptr<SlcExprNode> initializer, int arraySize)
-    : SlcVisitable(position), m_ident(ident), m_initializer(std::move(initializer)),
+    : SlcVisitable(position),
+      m_ident(ident),
+      m_initializer(std::move(initializer)),
       m_arraySize(arraySize)
 {
     Adopt(m_initializer.get());
@@ -67,7 +69,10 @@ void SlcDefExprsNode::WalkIn(SlcCodeWalker* walker)
 
 SlcTypeSpecNode::SlcTypeSpecNode(const SlcPosition& position, SlcStorageSpecNode* storage,
                                  SlcDetailNode* detail, SlcTypeNode* type)
-    : SlcVisitable(position), m_storage(storage), m_detail(detail), m_type(type)
+    : SlcVisitable(position),
+      m_storage(storage),
+      m_detail(detail),
+      m_type(type)
 {
 }
 
@@ -80,7 +85,8 @@ void SlcTypeSpecNode::WalkIn(SlcCodeWalker* walker)
 
 SlcVarDefsNode::SlcVarDefsNode(std::unique_ptr<SlcTypeSpecNode> typeSpec,
                                std::unique_ptr<SlcDefExprsNode> definitions)
-    : m_typeSpec(std::move(typeSpec)), m_definitions(std::move(definitions))
+    : m_typeSpec(std::move(typeSpec)),
+      m_definitions(std::move(definitions))
 {
     AdoptFirst(m_typeSpec.get());
     Adopt(m_definitions.get());
@@ -119,8 +125,11 @@ SlcShaderDefNode::SlcShaderDefNode(const SlcPosition& position,
                                    std::unique_ptr<SlcShaderTypeNode> shaderType,
                                    SlcIdentNode* ident, std::unique_ptr<SlcFormalsNode> formals,
                                    std::unique_ptr<SlcStmtsNode> body)
-    : SlcVisitable(position), m_shaderType(std::move(shaderType)), m_ident(ident),
-      m_formals(std::move(formals)), m_body(std::move(body))
+    : SlcVisitable(position),
+      m_shaderType(std::move(shaderType)),
+      m_ident(ident),
+      m_formals(std::move(formals)),
+      m_body(std::move(body))
 {
     Adopt(m_shaderType.get());
     Adopt(m_formals.get());
@@ -140,8 +149,11 @@ void SlcShaderDefNode::WalkIn(SlcCodeWalker* walker)
 SlcFuncDefNode::SlcFuncDefNode(const SlcPosition& position, SlcTypeNode* returnType,
                                SlcIdentNode* ident, std::unique_ptr<SlcFormalsNode> formals,
                                std::unique_ptr<SlcStmtsNode> body)
-    : SlcVisitable(position), m_returnType(returnType), m_ident(ident),
-      m_formals(std::move(formals)), m_body(std::move(body))
+    : SlcVisitable(position),
+      m_returnType(returnType),
+      m_ident(ident),
+      m_formals(std::move(formals)),
+      m_body(std::move(body))
 {
     Adopt(m_formals.get());
     Adopt(m_body.get());

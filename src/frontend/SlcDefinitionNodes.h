@@ -37,7 +37,7 @@ private:
 /// One name of a declaration, with its array size and initializer.
 class SlcDefExprNode : public SlcVisitable<SlcDefExprNode, SlcSyntaxNode> {
 public:
-    static constexpr int k_scalar = -1;         // array size of what is no array
+    static constexpr int k_scalar = -1;          // array size of what is no array
     static constexpr int k_unspecifiedSize = 0;  // the brackets were empty
 
     /// `initializer` may be null.
@@ -73,8 +73,8 @@ private:
 /// Storage, detail and type of a declaration; none of them is owned.
 class SlcTypeSpecNode : public SlcVisitable<SlcTypeSpecNode, SlcSyntaxNode> {
 public:
-    SlcTypeSpecNode(const SlcPosition& position, SlcStorageSpecNode* storage,
-                    SlcDetailNode* detail, SlcTypeNode* type);
+    SlcTypeSpecNode(const SlcPosition& position, SlcStorageSpecNode* storage, SlcDetailNode* detail,
+                    SlcTypeNode* type);
     [[nodiscard]] SlcStorageSpecNode* GetStorage() const { return m_storage; }
     [[nodiscard]] SlcDetailNode* GetDetail() const { return m_detail; }
     [[nodiscard]] SlcTypeNode* GetType() const { return m_type; }

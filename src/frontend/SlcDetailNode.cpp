@@ -11,10 +11,22 @@ SlcDetailNode* Singleton()
 
 }  // namespace
 
-SlcDetailNode* SlcDetailNode::AUnknown() { return Singleton<SlcUnknownDetailNode>(); }
-SlcDetailNode* SlcDetailNode::AUniform() { return Singleton<SlcUniformNode>(); }
-SlcDetailNode* SlcDetailNode::AVarying() { return Singleton<SlcVaryingNode>(); }
-SlcDetailNode* SlcDetailNode::ATempUniform() { return Singleton<SlcTempUniformNode>(); }
+SlcDetailNode* SlcDetailNode::AUnknown()
+{
+    return Singleton<SlcUnknownDetailNode>();
+}
+SlcDetailNode* SlcDetailNode::AUniform()
+{
+    return Singleton<SlcUniformNode>();
+}
+SlcDetailNode* SlcDetailNode::AVarying()
+{
+    return Singleton<SlcVaryingNode>();
+}
+SlcDetailNode* SlcDetailNode::ATempUniform()
+{
+    return Singleton<SlcTempUniformNode>();
+}
 
 SlcDetailNode* SlcDetailNode::Combine(const SlcDetailNode* first, const SlcDetailNode* second)
 {

@@ -12,12 +12,14 @@ constexpr auto k_isConst = [](const auto& expr) { return expr->IsConstExpr(); };
 }  // namespace
 
 SlcConstExprNode::SlcConstExprNode(const SlcPosition& position, SlcFloatConstNode* constant)
-    : SlcVisitable(position), m_float(constant)
+    : SlcVisitable(position),
+      m_float(constant)
 {
 }
 
 SlcConstExprNode::SlcConstExprNode(const SlcPosition& position, SlcStringLiteralNode* constant)
-    : SlcVisitable(position), m_string(constant)
+    : SlcVisitable(position),
+      m_string(constant)
 {
 }
 
@@ -32,7 +34,8 @@ void SlcConstExprNode::WalkIn(SlcCodeWalker* walker)
 }
 
 SlcIdentExprNode::SlcIdentExprNode(const SlcPosition& position, SlcIdentNode* ident)
-    : SlcVisitable(position), m_ident(ident)
+    : SlcVisitable(position),
+      m_ident(ident)
 {
 }
 
@@ -60,7 +63,9 @@ void SlcIdentExprNode::WalkIn(SlcCodeWalker* walker)
 
 SlcArrayRefExprNode::SlcArrayRefExprNode(const SlcPosition& position, SlcIdentNode* ident,
                                          std::unique_ptr<SlcExprNode> index)
-    : SlcVisitable(position), m_ident(ident), m_index(std::move(index))
+    : SlcVisitable(position),
+      m_ident(ident),
+      m_index(std::move(index))
 {
     Adopt(m_index.get());
 }
@@ -85,7 +90,8 @@ void SlcArrayRefExprNode::WalkIn(SlcCodeWalker* walker)
 
 SlcUMinusExprNode::SlcUMinusExprNode(const SlcPosition& position,
                                      std::unique_ptr<SlcExprNode> operand)
-    : SlcVisitable(position), m_operand(std::move(operand))
+    : SlcVisitable(position),
+      m_operand(std::move(operand))
 {
     Adopt(m_operand.get());
 }
@@ -97,7 +103,10 @@ void SlcUMinusExprNode::WalkIn(SlcCodeWalker* walker)
 
 SlcCastExprNode::SlcCastExprNode(const SlcPosition& position, SlcTypeNode* type,
                                  SlcStringLiteralNode* space, std::unique_ptr<SlcExprNode> operand)
-    : SlcVisitable(position), m_type(type), m_space(space), m_operand(std::move(operand))
+    : SlcVisitable(position),
+      m_type(type),
+      m_space(space),
+      m_operand(std::move(operand))
 {
     Adopt(m_operand.get());
 }
@@ -113,7 +122,9 @@ SlcCondExprNode::SlcCondExprNode(const SlcPosition& position,
                                  std::unique_ptr<SlcRelationNode> condition,
                                  std::unique_ptr<SlcExprNode> thenValue,
                                  std::unique_ptr<SlcExprNode> elseValue)
-    : SlcVisitable(position), m_condition(std::move(condition)), m_then(std::move(thenValue)),
+    : SlcVisitable(position),
+      m_condition(std::move(condition)),
+      m_then(std::move(thenValue)),
       m_else(std::move(elseValue))
 {
     Adopt(m_condition.get());
@@ -132,7 +143,8 @@ void SlcCondExprNode::WalkIn(SlcCodeWalker* walker)
 
 SlcPointExprNode::SlcPointExprNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> x,
                                    std::unique_ptr<SlcExprNode> y, std::unique_ptr<SlcExprNode> z)
-    : SlcVisitable(position), m_coordinates{std::move(x), std::move(y), std::move(z)}
+    : SlcVisitable(position),
+      m_coordinates{std::move(x), std::move(y), std::move(z)}
 {
     for (const auto& coordinate : m_coordinates)
         Adopt(coordinate.get());
@@ -156,7 +168,8 @@ void SlcPointExprNode::WalkIn(SlcCodeWalker* walker)
 
 SlcMatrixExprNode::SlcMatrixExprNode(const SlcPosition& position,
                                      std::array<std::unique_ptr<SlcExprNode>, 16> values)
-    : SlcVisitable(position), m_values(std::move(values))
+    : SlcVisitable(position),
+      m_values(std::move(values))
 {
     for (const auto& value : m_values)
         Adopt(value.get());

@@ -3,7 +3,8 @@
 #include <utility>
 
 SlcLValueNode::SlcLValueNode(const SlcPosition& position, SlcIdentNode* ident)
-    : SlcSyntaxNode(position), m_ident(ident)
+    : SlcSyntaxNode(position),
+      m_ident(ident)
 {
 }
 
@@ -21,7 +22,8 @@ void SlcIdentLValueNode::WalkIn(SlcCodeWalker* walker)
 
 SlcArrayRefLValueNode::SlcArrayRefLValueNode(const SlcPosition& position, SlcIdentNode* ident,
                                              std::unique_ptr<SlcExprNode> index)
-    : SlcVisitable(position, ident), m_index(std::move(index))
+    : SlcVisitable(position, ident),
+      m_index(std::move(index))
 {
     Adopt(m_index.get());
 }

@@ -5,7 +5,8 @@
 #include "frontend/SlcRelationNodes.h"
 
 SlcLoopStmtNode::SlcLoopStmtNode(const SlcPosition& position, std::unique_ptr<SlcStmtNode> body)
-    : SlcVisitable(position), m_body(std::move(body))
+    : SlcVisitable(position),
+      m_body(std::move(body))
 {
     Adopt(m_body.get());
 }
@@ -18,7 +19,8 @@ void SlcLoopStmtNode::WalkIn(SlcCodeWalker* walker)
 SlcWhileStmtNode::SlcWhileStmtNode(const SlcPosition& position,
                                    std::unique_ptr<SlcRelationNode> condition,
                                    std::unique_ptr<SlcStmtNode> body)
-    : SlcVisitable(position, std::move(body)), m_condition(std::move(condition))
+    : SlcVisitable(position, std::move(body)),
+      m_condition(std::move(condition))
 {
     Adopt(m_condition.get());
 }
@@ -33,10 +35,11 @@ void SlcWhileStmtNode::WalkIn(SlcCodeWalker* walker)
 
 SlcForStmtNode::SlcForStmtNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> init,
                                std::unique_ptr<SlcRelationNode> condition,
-                               std::unique_ptr<SlcExprNode> step,
-                               std::unique_ptr<SlcStmtNode> body)
-    : SlcVisitable(position, std::move(body)), m_init(std::move(init)),
-      m_condition(std::move(condition)), m_step(std::move(step))
+                               std::unique_ptr<SlcExprNode> step, std::unique_ptr<SlcStmtNode> body)
+    : SlcVisitable(position, std::move(body)),
+      m_init(std::move(init)),
+      m_condition(std::move(condition)),
+      m_step(std::move(step))
 {
     Adopt(m_init.get());
     Adopt(m_condition.get());
@@ -56,7 +59,9 @@ void SlcForStmtNode::WalkIn(SlcCodeWalker* walker)
 SlcSolarStmtNode::SlcSolarStmtNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> axis,
                                    std::unique_ptr<SlcExprNode> angle,
                                    std::unique_ptr<SlcStmtNode> body)
-    : SlcVisitable(position, std::move(body)), m_axis(std::move(axis)), m_angle(std::move(angle))
+    : SlcVisitable(position, std::move(body)),
+      m_axis(std::move(axis)),
+      m_angle(std::move(angle))
 {
     Adopt(m_axis.get());
     Adopt(m_angle.get());
@@ -74,8 +79,10 @@ SlcIlluminateStmtNode::SlcIlluminateStmtNode(const SlcPosition& position,
                                              std::unique_ptr<SlcExprNode> axis,
                                              std::unique_ptr<SlcExprNode> angle,
                                              std::unique_ptr<SlcStmtNode> body)
-    : SlcVisitable(position, std::move(body)), m_lightPosition(std::move(lightPosition)),
-      m_axis(std::move(axis)), m_angle(std::move(angle))
+    : SlcVisitable(position, std::move(body)),
+      m_lightPosition(std::move(lightPosition)),
+      m_axis(std::move(axis)),
+      m_angle(std::move(angle))
 {
     Adopt(m_lightPosition.get());
     Adopt(m_axis.get());
@@ -95,8 +102,10 @@ SlcIlluminanceStmtNode::SlcIlluminanceStmtNode(const SlcPosition& position,
                                                std::unique_ptr<SlcExprNode> axis,
                                                std::unique_ptr<SlcExprNode> angle,
                                                std::unique_ptr<SlcStmtNode> body)
-    : SlcVisitable(position, std::move(body)), m_surfacePosition(std::move(surfacePosition)),
-      m_axis(std::move(axis)), m_angle(std::move(angle))
+    : SlcVisitable(position, std::move(body)),
+      m_surfacePosition(std::move(surfacePosition)),
+      m_axis(std::move(axis)),
+      m_angle(std::move(angle))
 {
     Adopt(m_surfacePosition.get());
     Adopt(m_axis.get());
@@ -117,7 +126,8 @@ SlcLoopModStmtNode::SlcLoopModStmtNode(const SlcPosition& position)
 }
 
 SlcLoopModStmtNode::SlcLoopModStmtNode(const SlcPosition& position, SlcIntConstNode* level)
-    : SlcVisitable(position), m_level(level)
+    : SlcVisitable(position),
+      m_level(level)
 {
 }
 

@@ -88,7 +88,8 @@ private:
 class SlcIlluminanceStmtNode : public SlcVisitable<SlcIlluminanceStmtNode, SlcLoopStmtNode> {
 public:
     /// `axis` and `angle` are both null or both set.
-    SlcIlluminanceStmtNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> surfacePosition,
+    SlcIlluminanceStmtNode(const SlcPosition& position,
+                           std::unique_ptr<SlcExprNode> surfacePosition,
                            std::unique_ptr<SlcExprNode> axis, std::unique_ptr<SlcExprNode> angle,
                            std::unique_ptr<SlcStmtNode> body);
     [[nodiscard]] SlcExprNode* GetSurfacePosition() const { return m_surfacePosition.get(); }

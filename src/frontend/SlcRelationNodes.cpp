@@ -3,7 +3,8 @@
 #include <utility>
 
 SlcCompOpNode::SlcCompOpNode(std::unique_ptr<SlcExprNode> left, std::unique_ptr<SlcExprNode> right)
-    : m_left(std::move(left)), m_right(std::move(right))
+    : m_left(std::move(left)),
+      m_right(std::move(right))
 {
     AdoptFirst(m_left.get());
     Adopt(m_right.get());
@@ -17,7 +18,8 @@ void SlcCompOpNode::WalkIn(SlcCodeWalker* walker)
 
 SlcLogOpNode::SlcLogOpNode(std::unique_ptr<SlcRelationNode> left,
                            std::unique_ptr<SlcRelationNode> right)
-    : m_left(std::move(left)), m_right(std::move(right))
+    : m_left(std::move(left)),
+      m_right(std::move(right))
 {
     AdoptFirst(m_left.get());
     Adopt(m_right.get());
@@ -29,9 +31,9 @@ void SlcLogOpNode::WalkIn(SlcCodeWalker* walker)
     Walk(m_right.get(), walker);
 }
 
-SlcNotRelNode::SlcNotRelNode(const SlcPosition& position,
-                             std::unique_ptr<SlcRelationNode> relation)
-    : SlcVisitable(position), m_relation(std::move(relation))
+SlcNotRelNode::SlcNotRelNode(const SlcPosition& position, std::unique_ptr<SlcRelationNode> relation)
+    : SlcVisitable(position),
+      m_relation(std::move(relation))
 {
     Adopt(m_relation.get());
 }

@@ -31,7 +31,8 @@ void SlcStmtsNode::WalkIn(SlcCodeWalker* walker)
 
 SlcAssignStmtNode::SlcAssignStmtNode(const SlcPosition& position,
                                      std::unique_ptr<SlcAssignExprNode> assignment)
-    : SlcVisitable(position), m_assignment(std::move(assignment))
+    : SlcVisitable(position),
+      m_assignment(std::move(assignment))
 {
     Adopt(m_assignment.get());
 }
@@ -45,7 +46,8 @@ void SlcAssignStmtNode::WalkIn(SlcCodeWalker* walker)
 
 SlcProcCallStmtNode::SlcProcCallStmtNode(const SlcPosition& position,
                                          std::unique_ptr<SlcProcCallExprNode> call)
-    : SlcVisitable(position), m_call(std::move(call))
+    : SlcVisitable(position),
+      m_call(std::move(call))
 {
     Adopt(m_call.get());
 }
@@ -59,7 +61,8 @@ void SlcProcCallStmtNode::WalkIn(SlcCodeWalker* walker)
 
 SlcReturnStmtNode::SlcReturnStmtNode(const SlcPosition& position,
                                      std::unique_ptr<SlcExprNode> value)
-    : SlcVisitable(position), m_value(std::move(value))
+    : SlcVisitable(position),
+      m_value(std::move(value))
 {
     Adopt(m_value.get());
 }
@@ -72,7 +75,9 @@ void SlcReturnStmtNode::WalkIn(SlcCodeWalker* walker)
 SlcIfThenStmtNode::SlcIfThenStmtNode(const SlcPosition& position,
                                      std::unique_ptr<SlcRelationNode> condition,
                                      std::unique_ptr<SlcStmtNode> thenBranch)
-    : SlcVisitable(position), m_condition(std::move(condition)), m_then(std::move(thenBranch))
+    : SlcVisitable(position),
+      m_condition(std::move(condition)),
+      m_then(std::move(thenBranch))
 {
     Adopt(m_condition.get());
     Adopt(m_then.get());
@@ -104,7 +109,8 @@ void SlcIfThenElseStmtNode::WalkIn(SlcCodeWalker* walker)
 
 SlcVarDefsStmtNode::SlcVarDefsStmtNode(const SlcPosition& position,
                                        std::unique_ptr<SlcVarDefsNode> declaration)
-    : SlcVisitable(position), m_declaration(std::move(declaration))
+    : SlcVisitable(position),
+      m_declaration(std::move(declaration))
 {
     Adopt(m_declaration.get());
 }
@@ -116,7 +122,8 @@ void SlcVarDefsStmtNode::WalkIn(SlcCodeWalker* walker)
 
 SlcFuncDefStmtNode::SlcFuncDefStmtNode(const SlcPosition& position,
                                        std::unique_ptr<SlcFuncDefNode> function)
-    : SlcVisitable(position), m_function(std::move(function))
+    : SlcVisitable(position),
+      m_function(std::move(function))
 {
     Adopt(m_function.get());
 }

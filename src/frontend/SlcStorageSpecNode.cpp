@@ -11,9 +11,27 @@ SlcStorageSpecNode* Singleton()
 
 }  // namespace
 
-SlcStorageSpecNode* SlcStorageSpecNode::AInput() { return Singleton<SlcInputSpecNode>(); }
-SlcStorageSpecNode* SlcStorageSpecNode::AOutput() { return Singleton<SlcOutputSpecNode>(); }
-SlcStorageSpecNode* SlcStorageSpecNode::AExtern() { return Singleton<SlcExternSpecNode>(); }
-SlcStorageSpecNode* SlcStorageSpecNode::ALocal() { return Singleton<SlcLocalSpecNode>(); }
-SlcStorageSpecNode* SlcStorageSpecNode::AReadOnly() { return Singleton<SlcReadOnlySpecNode>(); }
-SlcStorageSpecNode* SlcStorageSpecNode::AReadWrite() { return Singleton<SlcReadWriteSpecNode>(); }
+SlcStorageSpecNode* SlcStorageSpecNode::AInput()
+{
+    return Singleton<SlcInputSpecNode>();
+}
+SlcStorageSpecNode* SlcStorageSpecNode::AOutput()
+{
+    return Singleton<SlcOutputSpecNode>();
+}
+SlcStorageSpecNode* SlcStorageSpecNode::AExtern()
+{
+    return Singleton<SlcExternSpecNode>();
+}
+SlcStorageSpecNode* SlcStorageSpecNode::ALocal()
+{
+    return Singleton<SlcLocalSpecNode>();
+}
+SlcStorageSpecNode* SlcStorageSpecNode::AReadOnly()
+{
+    return Singleton<SlcReadOnlySpecNode>();
+}
+SlcStorageSpecNode* SlcStorageSpecNode::AReadWrite()
+{
+    return Singleton<SlcReadWriteSpecNode>();
+}

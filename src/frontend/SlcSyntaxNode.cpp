@@ -16,7 +16,8 @@ const std::string* EmptyFileName()
 SlcSyntaxNode::SlcSyntaxNode() : m_file(EmptyFileName()) {}
 
 SlcSyntaxNode::SlcSyntaxNode(const SlcPosition& position)
-    : m_line(position.line), m_column(position.column),
+    : m_line(position.line),
+      m_column(position.column),
       m_file(position.file ? position.file : EmptyFileName())
 {
 }

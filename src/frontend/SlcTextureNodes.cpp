@@ -10,7 +10,8 @@ SlcTextureFilenameNode::SlcTextureFilenameNode(std::unique_ptr<SlcExprNode> name
 
 SlcTextureFilenameNode::SlcTextureFilenameNode(const SlcPosition& position,
                                                std::unique_ptr<SlcExprNode> name)
-    : SlcVisitable(position), m_name(std::move(name))
+    : SlcVisitable(position),
+      m_name(std::move(name))
 {
     Adopt(m_name.get());
 }
@@ -20,8 +21,7 @@ void SlcTextureFilenameNode::WalkIn(SlcCodeWalker* walker)
     Walk(m_name.get(), walker);
 }
 
-SlcChannelNode::SlcChannelNode(std::unique_ptr<SlcExprNode> channel)
-    : m_channel(std::move(channel))
+SlcChannelNode::SlcChannelNode(std::unique_ptr<SlcExprNode> channel) : m_channel(std::move(channel))
 {
     AdoptFirst(m_channel.get());
 }
@@ -63,8 +63,11 @@ SlcTextureExprNode::SlcTextureExprNode(const SlcPosition& position,
                                        std::unique_ptr<SlcTextureFilenameNode> filename,
                                        std::unique_ptr<SlcChannelNode> channel,
                                        std::unique_ptr<SlcTextureArgsNode> arguments)
-    : SlcVisitable(position), m_kind(std::move(kind)), m_filename(std::move(filename)),
-      m_channel(std::move(channel)), m_arguments(std::move(arguments))
+    : SlcVisitable(position),
+      m_kind(std::move(kind)),
+      m_filename(std::move(filename)),
+      m_channel(std::move(channel)),
+      m_arguments(std::move(arguments))
 {
     Adopt(m_kind.get());
     Adopt(m_filename.get());

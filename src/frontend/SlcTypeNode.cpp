@@ -22,20 +22,62 @@ std::deque<SlcArrayTypeNode>& ArrayTypePool()
 
 }  // namespace
 
-SlcTypeNode* SlcTypeNode::AFloat() { return Singleton<SlcFloatTypeNode>(); }
-SlcTypeNode* SlcTypeNode::AString() { return Singleton<SlcStringTypeNode>(); }
-SlcTypeNode* SlcTypeNode::AColor() { return Singleton<SlcColorTypeNode>(); }
-SlcTypeNode* SlcTypeNode::APoint() { return Singleton<SlcPointTypeNode>(); }
-SlcTypeNode* SlcTypeNode::AVector() { return Singleton<SlcVectorTypeNode>(); }
-SlcTypeNode* SlcTypeNode::ANormal() { return Singleton<SlcNormalTypeNode>(); }
-SlcTypeNode* SlcTypeNode::AMatrix() { return Singleton<SlcMatrixTypeNode>(); }
-SlcTypeNode* SlcTypeNode::AAnyPoint() { return Singleton<SlcAnyPointTypeNode>(); }
-SlcTypeNode* SlcTypeNode::AAnyVector() { return Singleton<SlcAnyVectorTypeNode>(); }
-SlcTypeNode* SlcTypeNode::AInteger() { return Singleton<SlcIntTypeNode>(); }
-SlcTypeNode* SlcTypeNode::ABoolean() { return Singleton<SlcBoolTypeNode>(); }
-SlcTypeNode* SlcTypeNode::AAnyType() { return Singleton<SlcAnyTypeNode>(); }
-SlcTypeNode* SlcTypeNode::AVoid() { return Singleton<SlcVoidTypeNode>(); }
-SlcTypeNode* SlcTypeNode::AError() { return Singleton<SlcErrorTypeNode>(); }
+SlcTypeNode* SlcTypeNode::AFloat()
+{
+    return Singleton<SlcFloatTypeNode>();
+}
+SlcTypeNode* SlcTypeNode::AString()
+{
+    return Singleton<SlcStringTypeNode>();
+}
+SlcTypeNode* SlcTypeNode::AColor()
+{
+    return Singleton<SlcColorTypeNode>();
+}
+SlcTypeNode* SlcTypeNode::APoint()
+{
+    return Singleton<SlcPointTypeNode>();
+}
+SlcTypeNode* SlcTypeNode::AVector()
+{
+    return Singleton<SlcVectorTypeNode>();
+}
+SlcTypeNode* SlcTypeNode::ANormal()
+{
+    return Singleton<SlcNormalTypeNode>();
+}
+SlcTypeNode* SlcTypeNode::AMatrix()
+{
+    return Singleton<SlcMatrixTypeNode>();
+}
+SlcTypeNode* SlcTypeNode::AAnyPoint()
+{
+    return Singleton<SlcAnyPointTypeNode>();
+}
+SlcTypeNode* SlcTypeNode::AAnyVector()
+{
+    return Singleton<SlcAnyVectorTypeNode>();
+}
+SlcTypeNode* SlcTypeNode::AInteger()
+{
+    return Singleton<SlcIntTypeNode>();
+}
+SlcTypeNode* SlcTypeNode::ABoolean()
+{
+    return Singleton<SlcBoolTypeNode>();
+}
+SlcTypeNode* SlcTypeNode::AAnyType()
+{
+    return Singleton<SlcAnyTypeNode>();
+}
+SlcTypeNode* SlcTypeNode::AVoid()
+{
+    return Singleton<SlcVoidTypeNode>();
+}
+SlcTypeNode* SlcTypeNode::AError()
+{
+    return Singleton<SlcErrorTypeNode>();
+}
 
 SlcTypeNode* SlcTypeNode::CreateArrayType(SlcTypeNode* element)
 {

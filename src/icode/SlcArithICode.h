@@ -7,7 +7,8 @@
 class SlcArithExprICode : public SlcICode {
 public:
     SlcArithExprICode(SlcOperand resultId, SlcOperand leftExpr, SlcOperand rightExpr)
-        : m_resultId(std::move(resultId)), m_leftExpr(std::move(leftExpr)),
+        : m_resultId(std::move(resultId)),
+          m_leftExpr(std::move(leftExpr)),
           m_rightExpr(std::move(rightExpr))
     {
     }
@@ -57,7 +58,8 @@ public:
 class SlcUnaryMinusICode : public SlcICodeOf<SlcUnaryMinusICode, SlcICode> {
 public:
     SlcUnaryMinusICode(SlcOperand dest, SlcOperand source)
-        : m_dest(std::move(dest)), m_source(std::move(source))
+        : m_dest(std::move(dest)),
+          m_source(std::move(source))
     {
     }
 

@@ -10,8 +10,11 @@ public:
     /// Makes the string constants of the array's name and of the file's.
     SlcCheckValidArrayIndexICode(const std::string& arrayName, SlcOperand index, int size, int line,
                                  const std::string* fileName)
-        : m_arrayName(SlcLexType::String('"' + arrayName + '"')), m_index(std::move(index)),
-          m_size(size), m_line(line), m_fileName(SlcLexType::String('"' + *fileName + '"'))
+        : m_arrayName(SlcLexType::String('"' + arrayName + '"')),
+          m_index(std::move(index)),
+          m_size(size),
+          m_line(line),
+          m_fileName(SlcLexType::String('"' + *fileName + '"'))
     {
     }
 
@@ -26,7 +29,9 @@ public:
 class SlcArrayRefICode : public SlcICodeOf<SlcArrayRefICode, SlcICode> {
 public:
     SlcArrayRefICode(SlcOperand result, SlcOperand array, SlcOperand index)
-        : m_result(std::move(result)), m_array(std::move(array)), m_index(std::move(index))
+        : m_result(std::move(result)),
+          m_array(std::move(array)),
+          m_index(std::move(index))
     {
     }
 

@@ -6,7 +6,8 @@
 class SlcAssignICode : public SlcICodeOf<SlcAssignICode, SlcICode> {
 public:
     SlcAssignICode(SlcOperand dest, SlcOperand source)
-        : m_dest(std::move(dest)), m_source(std::move(source))
+        : m_dest(std::move(dest)),
+          m_source(std::move(source))
     {
     }
 

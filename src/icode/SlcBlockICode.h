@@ -10,7 +10,9 @@
 class SlcCommentICode : public SlcICodeOf<SlcCommentICode, SlcICode> {
 public:
     SlcCommentICode(std::string text, int line, const std::string* file)
-        : m_text(std::move(text)), m_line(line), m_file(file)
+        : m_text(std::move(text)),
+          m_line(line),
+          m_file(file)
     {
     }
 
@@ -38,8 +40,7 @@ public:
 /// flag has the wanted value, outside for the whole grid by a uniform flag.
 class SlcIfICode : public SlcICode {
 public:
-    SlcIfICode(SlcOperand flag, SlcLabel label)
-        : m_flag(std::move(flag)), m_label(std::move(label))
+    SlcIfICode(SlcOperand flag, SlcLabel label) : m_flag(std::move(flag)), m_label(std::move(label))
     {
     }
 

@@ -9,7 +9,8 @@ class SlcBoolExprICode : public SlcICode {};
 class SlcBinOpBoolExprICode : public SlcBoolExprICode {
 public:
     SlcBinOpBoolExprICode(SlcOperand resultId, SlcOperand leftExpr, SlcOperand rightExpr)
-        : m_resultId(std::move(resultId)), m_leftExpr(std::move(leftExpr)),
+        : m_resultId(std::move(resultId)),
+          m_leftExpr(std::move(leftExpr)),
           m_rightExpr(std::move(rightExpr))
     {
     }
@@ -53,7 +54,8 @@ public:
 class SlcSetUniformBoolFlagICode : public SlcICodeOf<SlcSetUniformBoolFlagICode, SlcICode> {
 public:
     SlcSetUniformBoolFlagICode(SlcOperand dest, SlcOperand source)
-        : m_dest(std::move(dest)), m_source(std::move(source))
+        : m_dest(std::move(dest)),
+          m_source(std::move(source))
     {
     }
 
@@ -67,7 +69,9 @@ class SlcInvertBoolFlagICode : public SlcICodeOf<SlcInvertBoolFlagICode, SlcICod
 public:
     /// `outer` may be null.
     SlcInvertBoolFlagICode(SlcOperand dest, SlcOperand source, SlcOperand outer)
-        : m_dest(std::move(dest)), m_source(std::move(source)), m_outer(std::move(outer))
+        : m_dest(std::move(dest)),
+          m_source(std::move(source)),
+          m_outer(std::move(outer))
     {
     }
 
@@ -80,7 +84,9 @@ public:
 class SlcOrBoolFlagICode : public SlcICodeOf<SlcOrBoolFlagICode, SlcICode> {
 public:
     SlcOrBoolFlagICode(SlcOperand dest, SlcOperand left, SlcOperand right)
-        : m_dest(std::move(dest)), m_left(std::move(left)), m_right(std::move(right))
+        : m_dest(std::move(dest)),
+          m_left(std::move(left)),
+          m_right(std::move(right))
     {
     }
 

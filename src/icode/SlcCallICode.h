@@ -12,20 +12,26 @@ public:
     SlcCallICode(SlcIdentNode* name, std::deque<SlcOperand> args, SlcOperand result, bool varArgs,
                  bool orderSensitive, bool simd, SlcPtr<SlcFuncSymbolEntry> funcEntry,
                  SlcOperand condition, bool ifTrue)
-        : m_name(name), m_args(std::move(args)), m_result(std::move(result)), m_varArgs(varArgs),
-          m_orderSensitive(orderSensitive), m_simd(simd), m_condition(std::move(condition)),
-          m_ifTrue(ifTrue), m_funcEntry(std::move(funcEntry))
+        : m_name(name),
+          m_args(std::move(args)),
+          m_result(std::move(result)),
+          m_varArgs(varArgs),
+          m_orderSensitive(orderSensitive),
+          m_simd(simd),
+          m_condition(std::move(condition)),
+          m_ifTrue(ifTrue),
+          m_funcEntry(std::move(funcEntry))
     {
     }
 
-    SlcIdentNode* m_name;            // the primitive's name, without suffixes
-    std::deque<SlcOperand> m_args;   // those of output formals are written as well
-    SlcOperand m_result;             // null for a procedure
-    bool m_varArgs;                  // the count of arguments is written with them
-    bool m_orderSensitive;           // must keep its order among calls
-    bool m_simd;                     // runs over all points by itself, outside parallel brackets
-    SlcOperand m_condition;          // limits a SIMD form to some points; may be null
-    bool m_ifTrue;                   // the value that the condition must have
+    SlcIdentNode* m_name;           // the primitive's name, without suffixes
+    std::deque<SlcOperand> m_args;  // those of output formals are written as well
+    SlcOperand m_result;            // null for a procedure
+    bool m_varArgs;                 // the count of arguments is written with them
+    bool m_orderSensitive;          // must keep its order among calls
+    bool m_simd;                    // runs over all points by itself, outside parallel brackets
+    SlcOperand m_condition;         // limits a SIMD form to some points; may be null
+    bool m_ifTrue;                  // the value that the condition must have
     SlcPtr<SlcFuncSymbolEntry> m_funcEntry;  // null for texture accesses
 };
 
@@ -34,7 +40,9 @@ class SlcCallDSOICode : public SlcICodeOf<SlcCallDSOICode, SlcICode> {
 public:
     SlcCallDSOICode(SlcOperand result, std::deque<SlcOperand> args, std::string funcKey,
                     std::string methodName)
-        : m_result(std::move(result)), m_args(std::move(args)), m_funcKey(std::move(funcKey)),
+        : m_result(std::move(result)),
+          m_args(std::move(args)),
+          m_funcKey(std::move(funcKey)),
           m_methodName(std::move(methodName))
     {
     }
@@ -49,7 +57,9 @@ public:
 class SlcConvertArrayDSOICode : public SlcICodeOf<SlcConvertArrayDSOICode, SlcICode> {
 public:
     SlcConvertArrayDSOICode(SlcOperand dest, SlcOperand source, bool toDSO)
-        : m_dest(std::move(dest)), m_source(std::move(source)), m_toDSO(toDSO)
+        : m_dest(std::move(dest)),
+          m_source(std::move(source)),
+          m_toDSO(toDSO)
     {
     }
 

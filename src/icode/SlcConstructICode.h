@@ -8,7 +8,10 @@
 class SlcPointICode : public SlcICodeOf<SlcPointICode, SlcICode> {
 public:
     SlcPointICode(SlcOperand dest, SlcOperand x, SlcOperand y, SlcOperand z)
-        : m_dest(std::move(dest)), m_x(std::move(x)), m_y(std::move(y)), m_z(std::move(z))
+        : m_dest(std::move(dest)),
+          m_x(std::move(x)),
+          m_y(std::move(y)),
+          m_z(std::move(z))
     {
     }
 
@@ -32,7 +35,10 @@ public:
 class SlcColorICode : public SlcICodeOf<SlcColorICode, SlcICode> {
 public:
     SlcColorICode(SlcOperand dest, SlcOperand r, SlcOperand g, SlcOperand b)
-        : m_dest(std::move(dest)), m_r(std::move(r)), m_g(std::move(g)), m_b(std::move(b))
+        : m_dest(std::move(dest)),
+          m_r(std::move(r)),
+          m_g(std::move(g)),
+          m_b(std::move(b))
     {
     }
 
@@ -46,7 +52,8 @@ public:
 class SlcMatrixICode : public SlcICodeOf<SlcMatrixICode, SlcICode> {
 public:
     SlcMatrixICode(SlcOperand dest, std::deque<SlcOperand> values)
-        : m_dest(std::move(dest)), m_values(std::move(values))
+        : m_dest(std::move(dest)),
+          m_values(std::move(values))
     {
     }
 

@@ -26,7 +26,8 @@ public:
 class SlcIfTrueGotoICode : public SlcICodeOf<SlcIfTrueGotoICode, SlcGotoICode> {
 public:
     SlcIfTrueGotoICode(SlcOperand flag, SlcLabel label)
-        : SlcICodeOf(std::move(label)), m_flag(std::move(flag))
+        : SlcICodeOf(std::move(label)),
+          m_flag(std::move(flag))
     {
     }
 
@@ -36,7 +37,8 @@ public:
 class SlcIfFalseGotoICode : public SlcICodeOf<SlcIfFalseGotoICode, SlcGotoICode> {
 public:
     SlcIfFalseGotoICode(SlcOperand flag, SlcLabel label)
-        : SlcICodeOf(std::move(label)), m_flag(std::move(flag))
+        : SlcICodeOf(std::move(label)),
+          m_flag(std::move(flag))
     {
     }
 

@@ -15,7 +15,10 @@ public:
     /// `lexical` is the variable's name or the constant; none of the four is owned.
     SlcLexType(SlcLexicalNode* lexical, SlcTypeNode* type, SlcDetailNode* detail,
                SlcStorageSpecNode* storage)
-        : m_lexical(lexical), m_type(type), m_detail(detail), m_storage(storage)
+        : m_lexical(lexical),
+          m_type(type),
+          m_detail(detail),
+          m_storage(storage)
     {
     }
 

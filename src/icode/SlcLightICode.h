@@ -8,8 +8,13 @@ class SlcIlluminateICode : public SlcICodeOf<SlcIlluminateICode, SlcICode> {
 public:
     SlcIlluminateICode(SlcOperand flag, SlcOperand position, SlcOperand axis, SlcOperand angle,
                        SlcOperand Ps, SlcOperand L, bool simd, SlcOperand condition)
-        : m_flag(std::move(flag)), m_position(std::move(position)), m_axis(std::move(axis)),
-          m_angle(std::move(angle)), m_Ps(std::move(Ps)), m_L(std::move(L)), m_simd(simd),
+        : m_flag(std::move(flag)),
+          m_position(std::move(position)),
+          m_axis(std::move(axis)),
+          m_angle(std::move(angle)),
+          m_Ps(std::move(Ps)),
+          m_L(std::move(L)),
+          m_simd(simd),
           m_condition(std::move(condition))
     {
     }
@@ -29,8 +34,13 @@ class SlcSolarICode : public SlcICodeOf<SlcSolarICode, SlcICode> {
 public:
     SlcSolarICode(SlcOperand flag, SlcOperand axis, SlcOperand angle, SlcOperand L, bool simd,
                   SlcOperand condition, bool ifTrue)
-        : m_flag(std::move(flag)), m_axis(std::move(axis)), m_angle(std::move(angle)),
-          m_L(std::move(L)), m_simd(simd), m_condition(std::move(condition)), m_ifTrue(ifTrue)
+        : m_flag(std::move(flag)),
+          m_axis(std::move(axis)),
+          m_angle(std::move(angle)),
+          m_L(std::move(L)),
+          m_simd(simd),
+          m_condition(std::move(condition)),
+          m_ifTrue(ifTrue)
     {
     }
 
@@ -48,8 +58,12 @@ class SlcCheckIlluminanceICode : public SlcICodeOf<SlcCheckIlluminanceICode, Slc
 public:
     SlcCheckIlluminanceICode(SlcOperand flag, SlcOperand position, SlcOperand axis,
                              SlcOperand angle, bool simd, SlcOperand condition, bool ifTrue)
-        : m_flag(std::move(flag)), m_position(std::move(position)), m_axis(std::move(axis)),
-          m_angle(std::move(angle)), m_simd(simd), m_condition(std::move(condition)),
+        : m_flag(std::move(flag)),
+          m_position(std::move(position)),
+          m_axis(std::move(axis)),
+          m_angle(std::move(angle)),
+          m_simd(simd),
+          m_condition(std::move(condition)),
           m_ifTrue(ifTrue)
     {
     }
@@ -67,7 +81,8 @@ public:
 class SlcBeginIlluminanceICode : public SlcICodeOf<SlcBeginIlluminanceICode, SlcICode> {
 public:
     SlcBeginIlluminanceICode(SlcLabel startLabel, SlcLabel endLabel)
-        : m_startLabel(std::move(startLabel)), m_endLabel(std::move(endLabel))
+        : m_startLabel(std::move(startLabel)),
+          m_endLabel(std::move(endLabel))
     {
     }
 

@@ -9,8 +9,12 @@ class SlcTextureSTPointsICode : public SlcICodeOf<SlcTextureSTPointsICode, SlcIC
 public:
     SlcTextureSTPointsICode(SlcOperand s, SlcOperand t, std::array<SlcOperand, 8> corners,
                             bool useCondition, SlcOperand condition, bool ifTrue)
-        : m_s(std::move(s)), m_t(std::move(t)), m_corners(std::move(corners)),
-          m_useCondition(useCondition), m_condition(std::move(condition)), m_ifTrue(ifTrue)
+        : m_s(std::move(s)),
+          m_t(std::move(t)),
+          m_corners(std::move(corners)),
+          m_useCondition(useCondition),
+          m_condition(std::move(condition)),
+          m_ifTrue(ifTrue)
     {
     }
 
@@ -27,8 +31,11 @@ class SlcTexturePointsICode : public SlcICodeOf<SlcTexturePointsICode, SlcICode>
 public:
     SlcTexturePointsICode(SlcOperand point, std::array<SlcOperand, 4> corners, bool useCondition,
                           SlcOperand condition, bool ifTrue)
-        : m_point(std::move(point)), m_corners(std::move(corners)), m_useCondition(useCondition),
-          m_condition(std::move(condition)), m_ifTrue(ifTrue)
+        : m_point(std::move(point)),
+          m_corners(std::move(corners)),
+          m_useCondition(useCondition),
+          m_condition(std::move(condition)),
+          m_ifTrue(ifTrue)
     {
     }
 
@@ -44,8 +51,11 @@ class SlcFilterstepPointsICode : public SlcICodeOf<SlcFilterstepPointsICode, Slc
 public:
     SlcFilterstepPointsICode(SlcOperand x, SlcOperand y, bool useCondition, SlcOperand condition,
                              bool ifTrue)
-        : m_x(std::move(x)), m_y(std::move(y)), m_useCondition(useCondition),
-          m_condition(std::move(condition)), m_ifTrue(ifTrue)
+        : m_x(std::move(x)),
+          m_y(std::move(y)),
+          m_useCondition(useCondition),
+          m_condition(std::move(condition)),
+          m_ifTrue(ifTrue)
     {
     }
 

@@ -8,8 +8,12 @@ class SlcTransformSpaceICode : public SlcICode {
 public:
     SlcTransformSpaceICode(SlcOperand dest, SlcOperand source, SlcTypeNode* type, SlcOperand space,
                            bool simd, SlcOperand condition)
-        : m_dest(std::move(dest)), m_source(std::move(source)), m_type(type),
-          m_space(std::move(space)), m_simd(simd), m_condition(std::move(condition))
+        : m_dest(std::move(dest)),
+          m_source(std::move(source)),
+          m_type(type),
+          m_space(std::move(space)),
+          m_simd(simd),
+          m_condition(std::move(condition))
     {
     }
 
@@ -37,7 +41,9 @@ public:
 class SlcConcatSpaceMatrixICode : public SlcICodeOf<SlcConcatSpaceMatrixICode, SlcICode> {
 public:
     SlcConcatSpaceMatrixICode(SlcOperand dest, SlcOperand source, SlcStringLiteralNode* space)
-        : m_dest(std::move(dest)), m_source(std::move(source)), m_space(space)
+        : m_dest(std::move(dest)),
+          m_source(std::move(source)),
+          m_space(space)
     {
     }
 

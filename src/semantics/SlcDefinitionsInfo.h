@@ -9,7 +9,8 @@ class SlcDefinitionsInfo : public SlcAnnotation {
 public:
     SlcDefinitionsInfo(SlcPtr<SlcSymbolTable> globalTable, SlcPtr<SlcSymbolTable> shaderTable,
                        SlcShaderTypeNode* shaderType)
-        : m_globalTable(std::move(globalTable)), m_shaderTable(std::move(shaderTable)),
+        : m_globalTable(std::move(globalTable)),
+          m_shaderTable(std::move(shaderTable)),
           m_shaderType(shaderType)
     {
     }
