@@ -2,6 +2,7 @@
 
 #include <deque>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "frontend/SlcNodes.h"
@@ -62,20 +63,100 @@ private:
         SlcLabel continueLabel;
     };
 
+    /// An operand on the value stack.
+    struct Value {
+        SlcOperand operand;
+        std::size_t mark;  // length of the list when it was pushed
+    };
+
+    /// A temporary that stands for an array element whose index varies.
+    struct ElementCopy {
+        SlcOperand copy;
+        SlcOperand array;
+        SlcOperand index;
+        std::size_t mark;  // length of the list when the index was read
+    };
+
+    /// What an assignment writes to.
+    struct Target {
+        SlcOperand variable;  // or a reference to an element
+        SlcOperand array;     // set instead for an element with a varying index, which is then
+                              // the last value on the stack
+    };
+
     // Instructions and operands.
+    /// The one way for instructions into the list: it also notes what they write.
     void AddICode(SlcPtr<SlcICode> code);
+    /// A new list, with no temporary or flag of another one in reach.
+    void StartList();
+    [[nodiscard]] SlcOperand MakeTempVar(SlcTypeNode* type, SlcDetailNode* detail);
     [[nodiscard]] SlcOperand GenTempVar(SlcTypeNode* type, SlcDetailNode* detail);
     void ReleaseTempVars();
     /// The operand that is to hold the value of `expr`: the assignment's target if that fits, or
-    /// a temporary.
+    /// a temporary. For one instruction that reads its operands before it writes: a value that is
+    /// built up in several steps takes a temporary, since the target may be read meanwhile.
     [[nodiscard]] SlcOperand GetResultVar(SlcExprNode* expr, SlcTypeNode* type,
                                           SlcDetailNode* detail);
     [[nodiscard]] SlcLabel GenLabel();
     void GenLineNumberInfo(SlcSyntaxNode* node);
-    void Push(SlcOperand value) { m_values.push_back(std::move(value)); }
+    /// The type and the detail that the semantic passes gave to `expr`. In a list that runs once
+    /// per shader instance, without a grid, every detail is uniform.
+    [[nodiscard]] static SlcTypeNode* TypeOf(const SlcExprNode* expr);
+    [[nodiscard]] SlcDetailNode* DetailOf(const SlcExprNode* expr) const;
+    [[nodiscard]] SlcDetailNode* DetailHere(SlcDetailNode* detail) const;
+    void Push(SlcOperand value);
+    /// The last value as it was when it was pushed: if code since then has written the variable
+    /// that held it, as in `x + (x = 2)`, this gives a copy made in time.
     [[nodiscard]] SlcOperand Pop();
+    /// The last value for one who writes to it, such as an output argument.
+    [[nodiscard]] SlcOperand PopReference();
     /// Walks an expression and pops its value.
     [[nodiscard]] SlcOperand Evaluate(SlcSyntaxNode* expr);
+    [[nodiscard]] bool WrittenSince(const SlcOperand& operand, std::size_t mark) const;
+    [[nodiscard]] SlcOperand CopyAt(const SlcOperand& operand, std::size_t mark);
+    void ForgetWrites();
+    /// `value` if it is of this type, else a temporary that it has been assigned to.
+    [[nodiscard]] SlcOperand Converted(const SlcOperand& value, SlcTypeNode* type);
+    /// A triple is lowered as a point; beside a color it was meant as one, and no instruction
+    /// takes the two together.
+    void MatchColors(SlcOperand& left, SlcOperand& right);
+    [[nodiscard]] SlcOperand OperandOf(const SlcPtr<SlcVarSymbolEntry>& entry);
+
+    // Array elements. One reference cannot serve all points if the index varies: it stands in
+    // one block with its access. A read copies the element into a temporary; who writes to such
+    // a copy, as a call with an output argument does, writes it back afterwards.
+    [[nodiscard]] SlcOperand GenElementRef(const SlcOperand& array, const SlcOperand& index,
+                                           SlcDetailNode* detail);
+    void GenIndexCheck(SlcSyntaxNode* node, SlcIdentNode* ident, const SlcOperand& array,
+                       const SlcOperand& index);
+    void GenElementRead(SlcArrayRefExprNode* node, const SlcOperand& array,
+                        const SlcOperand& index);
+    void RememberCopy(const SlcOperand& copy, const SlcOperand& array, const SlcOperand& index);
+    /// After each call, for each output argument: does nothing unless `argument` is such a copy.
+    void WriteBackElement(const SlcOperand& argument);
+    void GenArrayInit(const SlcOperand& array, SlcDetailNode* detail, std::size_t valuesBefore);
+    void GenArrayCopy(const SlcOperand& array, const SlcOperand& source);
+
+    // Assignments.
+    [[nodiscard]] Target GenTarget(SlcLValueNode* lvalue);
+    [[nodiscard]] SlcOperand EvaluateInto(SlcExprNode* expr, const SlcOperand& target);
+    void GenAssignment(const SlcOperand& lhs, const SlcOperand& rhs);
+    void GenArithAssignment(SlcAssignExprNode* node, const SlcOperand& lhs, SlcOperand rhs);
+    void GenElementAssignment(SlcAssignExprNode* node, const SlcOperand& array, bool valueUsed);
+    [[nodiscard]] SlcPtr<SlcICode> MakeAssignICode(SlcAssignExprNode* node, const SlcOperand& dest,
+                                                   const SlcOperand& left, const SlcOperand& right);
+
+    // Casts.
+    void GenTripleCast(SlcCastExprNode* node, SlcPointExprNode* triple);
+    void GenMatrixCast(SlcCastExprNode* node, SlcMatrixExprNode* matrix);
+    void GenValueCast(SlcCastExprNode* node);
+    void GenCastToColor(SlcCastExprNode* node, const SlcOperand& value);
+    void GenCastToPoint(SlcCastExprNode* node, const SlcOperand& value);
+    void GenCastToMatrix(SlcCastExprNode* node, const SlcOperand& value);
+    /// result = source, meant in the cast's space; `simd` for a varying one.
+    void GenFromSpace(SlcCastExprNode* node, const SlcOperand& result, const SlcOperand& source,
+                      SlcTypeNode* type);
+    [[nodiscard]] SlcOperand SimdCondition() const;
 
     // Blocks and conditions.
     /// Opens what code of this detail must stand in; closed by `AddEndBlock` of the same detail.
@@ -126,14 +207,12 @@ private:
     // Expressions.
     void Case(SlcConstExprNode* node) override;
     void Case(SlcIdentExprNode* node) override;
-    void Case(SlcIdentLValueNode* node) override;
     void Case(SlcBinOpExprNode* node) override;
     void Case(SlcUMinusExprNode* node) override;
     void Case(SlcPointExprNode* node) override;
     void Case(SlcMatrixExprNode* node) override;
     void Case(SlcArrayExprNode* node) override;
     void Case(SlcArrayRefExprNode* node) override;
-    void Case(SlcArrayRefLValueNode* node) override;
     void Case(SlcEqAssignExprNode* node) override;
     void Case(SlcAssignExprNode* node) override;
     void Case(SlcCastExprNode* node) override;
@@ -164,6 +243,12 @@ private:
     /// Lights evaluated for `P` are stale once it has been assigned.
     void ResetEvalLightIfPAssigned(const SlcOperand& lhs);
 
+    // Lists of arguments are walked through; names, types and details have no code.
+    void Case(SlcProcArgsNode* node) override { node->WalkIn(this); }
+    void Case(SlcTextureFilenameNode* node) override { node->WalkIn(this); }
+    void Case(SlcChannelNode* node) override { node->WalkIn(this); }
+    void Case(SlcTextureArgsNode* node) override { node->WalkIn(this); }
+    void Case(SlcTypeSpecNode*) override {}
     void Default(SlcSyntaxNode* node) override;
 
     static int sm_noTemp;       // temporaries made in this run
@@ -171,13 +256,19 @@ private:
 
     SlcPtr<SlcSemanticError> m_errors;
     SlcPtr<SlcListICode> m_list;  // where instructions and locals go
-    std::deque<SlcOperand> m_values;
-    int m_blockCounter = 0;  // suffix of local variable names
+    std::deque<Value> m_values;
+    std::deque<ElementCopy> m_elementCopies;  // of the statement being lowered
+    // By operand, the place in the list behind its last write while values are waiting.
+    std::unordered_map<const SlcLexType*, std::size_t> m_lastWrites;
+    std::unordered_map<const SlcLexType*, SlcOperand> m_arrayOfRef;  // of element references
+    bool m_valueUnused = false;  // the assignment about to be walked is a statement
+    int m_blockCounter = 0;      // suffix of local variable names
     SlcOptionsControl& m_options;
     SlcShaderTypeNode* m_shaderType = nullptr;
     bool m_CiAssigned = false;
     bool m_OiAssigned = false;
     bool m_inParameterInit = false;
+    bool m_withoutGrid = false;  // the list runs once per shader instance
     int m_parallelCondDepth = 0;
     int m_boolExprDepth = 0;
     std::vector<Condition> m_conditions;
