@@ -1,0 +1,28 @@
+#include "optimizer/SlcBasicBlock.h"
+
+#include <ostream>
+
+#include "icode/SlcICodeName.h"
+
+namespace {
+
+void PrintIds(std::ostream& out, const std::vector<int>& ids)
+{
+    for (const int id : ids)
+        out << id << ' ';
+    out << '\n';
+}
+
+}  // namespace
+
+void SlcBasicBlock::Print(std::ostream& out) const
+{
+    out << "Begin Block " << m_id << " \n\tPred: ";
+    PrintIds(out, m_predecessors);
+    out << "\tSucc: ";
+    PrintIds(out, m_successors);
+    out << '\n';
+    for (const auto& code : m_icodes)
+        out << '\t' << SlcICodeName(*code) << '\n';
+    out << "End Block " << m_id << " \n\n";
+}

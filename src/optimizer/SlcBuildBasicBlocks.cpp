@@ -1,0 +1,69 @@
+#include "optimizer/SlcBuildBasicBlocks.h"
+
+#include <utility>
+
+#include "icode/SlcICodes.h"
+
+std::vector<SlcBasicBlock> SlcBuildBasicBlocks::BuildBlocks(const SlcListICode& list)
+{
+    m_blocks.clear();
+    m_current = SlcBasicBlock(0);
+    for (const auto& code : list.m_icodes)
+        code->ApplyWalker(this);
+    BeginNewBlock();
+    return std::move(m_blocks);
+}
+
+void SlcBuildBasicBlocks::Case(SlcPtr<SlcLabelICode> code)
+{
+    BeginNewBlock();
+    m_current.AddICode(code);
+}
+
+void SlcBuildBasicBlocks::Case(SlcPtr<SlcEndIfICode> code)
+{
+    BeginNewBlock();
+    m_current.AddICode(code);
+}
+
+void SlcBuildBasicBlocks::Case(SlcPtr<SlcBeginIlluminanceICode> code)
+{
+    BeginNewBlock();
+    m_current.AddICode(code);
+    EndCurrentBlock();
+}
+
+void SlcBuildBasicBlocks::Case(SlcPtr<SlcGotoICode> code)
+{
+    m_current.AddICode(code);
+    EndCurrentBlock();
+}
+
+void SlcBuildBasicBlocks::Case(SlcPtr<SlcIfICode> code)
+{
+    m_current.AddICode(code);
+    EndCurrentBlock();
+}
+
+void SlcBuildBasicBlocks::Case(SlcPtr<SlcEndIlluminanceICode> code)
+{
+    m_current.AddICode(code);
+    EndCurrentBlock();
+}
+
+void SlcBuildBasicBlocks::Default(SlcPtr<SlcICode> code)
+{
+    m_current.AddICode(std::move(code));
+}
+
+void SlcBuildBasicBlocks::BeginNewBlock()
+{
+    if (!m_current.IsEmpty())
+        EndCurrentBlock();
+}
+
+void SlcBuildBasicBlocks::EndCurrentBlock()
+{
+    m_blocks.push_back(std::move(m_current));
+    m_current = SlcBasicBlock(static_cast<int>(m_blocks.size()));
+}

@@ -1,0 +1,128 @@
+#include "optimizer/SlcControlFlowGraph.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "icode/SlcICodes.h"
+#include "optimizer/SlcBuildBasicBlocks.h"
+#include "support/SlcDiagnostics.h"
+
+namespace {
+
+using LabelMap = std::unordered_map<std::string_view, int>;
+
+/// Maps each label to the block that begins with it; the first entry of a name counts.
+class LabelsBlocksMapper : public SlcAllICodeWalker {
+public:
+    [[nodiscard]] LabelMap Do(const std::vector<SlcBasicBlock>& blocks)
+    {
+        for (const auto& block : blocks) {
+            m_block = block.GetBlockId();
+            block.GetListICode().front()->ApplyWalker(this);
+        }
+        return std::move(m_labels);
+    }
+
+private:
+    using SlcAllICodeWalker::Case;
+    void Case(SlcPtr<SlcLabelICode> code) override { Map(*code); }
+    void Case(SlcPtr<SlcEndIfICode> code) override { Map(*code->m_label); }
+    void Case(SlcPtr<SlcBeginIlluminanceICode> code) override { Map(*code->m_startLabel); }
+    void Default(SlcPtr<SlcICode>) override {}
+    void Map(const SlcLabelICode& label) { m_labels.emplace(label.m_name, m_block); }
+
+    LabelMap m_labels;
+    int m_block = 0;
+};
+
+/// Tells where the last instruction of a block can go on.
+class SuccessorsWalker : public SlcAllICodeWalker {
+public:
+    explicit SuccessorsWalker(const LabelMap& labels) : m_labels(labels) {}
+
+    struct Successors {
+        bool fallsThrough = true;
+        bool jumpsFirst = false;  // the jump edge comes before the fall-through edge
+        int jump = -1;
+    };
+    [[nodiscard]] Successors Of(const SlcBasicBlock& block)
+    {
+        m_successors = {};
+        block.GetListICode().back()->ApplyWalker(this);
+        return m_successors;
+    }
+
+private:
+    using SlcAllICodeWalker::Case;
+    void Case(SlcPtr<SlcGotoICode> code) override
+    {
+        m_successors.fallsThrough = false;
+        JumpTo(*code->m_label);
+    }
+    void Case(SlcPtr<SlcIfTrueGotoICode> code) override { JumpFirst(*code->m_label); }
+    void Case(SlcPtr<SlcIfFalseGotoICode> code) override { JumpFirst(*code->m_label); }
+    void Case(SlcPtr<SlcIfICode> code) override { JumpTo(*code->m_label); }
+    void Case(SlcPtr<SlcBeginIlluminanceICode> code) override { JumpTo(*code->m_endLabel); }
+    void Case(SlcPtr<SlcEndIlluminanceICode> code) override { JumpTo(*code->m_startLabel); }
+    void Default(SlcPtr<SlcICode>) override {}
+
+    void JumpFirst(const SlcLabelICode& label)
+    {
+        m_successors.jumpsFirst = true;
+        JumpTo(label);
+    }
+    void JumpTo(const SlcLabelICode& label)
+    {
+        const auto found = m_labels.find(label.m_name);
+        if (found == m_labels.end())
+            FatalError("No block associated to label " + label.m_name +
+                       " in SlcBuildControlFlowGraph::LinkBlocks");
+        m_successors.jump = found->second;
+    }
+
+    const LabelMap& m_labels;
+    Successors m_successors;
+};
+
+void AddOnce(std::vector<int>& ids, int id)
+{
+    if (std::find(ids.begin(), ids.end(), id) == ids.end())
+        ids.push_back(id);
+}
+
+}  // namespace
+
+SlcControlFlowGraph::SlcControlFlowGraph(const SlcListICode& list)
+    : m_blocks(SlcBuildBasicBlocks().BuildBlocks(list))
+{
+    Link();
+}
+
+void SlcControlFlowGraph::AddEdge(int from, int to)
+{
+    // A block has at most two successors, but any number of predecessors: the short list decides.
+    auto& successors = m_blocks[from].m_successors;
+    const std::size_t before = successors.size();
+    AddOnce(successors, to);
+    if (successors.size() != before)
+        m_blocks[to].m_predecessors.push_back(from);
+}
+
+void SlcControlFlowGraph::Link()
+{
+    const LabelMap labels = LabelsBlocksMapper().Do(m_blocks);
+    SuccessorsWalker walker(labels);
+    const int last = static_cast<int>(m_blocks.size()) - 1;
+    for (int id = 0; id <= last; ++id) {
+        const auto successors = walker.Of(m_blocks[id]);
+        const bool fallsThrough = successors.fallsThrough && id < last;
+        if (successors.jumpsFirst)
+            AddEdge(id, successors.jump);
+        if (fallsThrough)
+            AddEdge(id, id + 1);
+        if (successors.jump >= 0 && !successors.jumpsFirst)
+            AddEdge(id, successors.jump);
+    }
+}

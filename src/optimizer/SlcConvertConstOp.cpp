@@ -1,0 +1,295 @@
+#include "optimizer/SlcConvertConstOp.h"
+
+#include <cmath>
+#include <functional>
+#include <utility>
+#include <vector>
+
+#include "icode/SlcAssignICode.h"
+#include "icode/SlcJumpICode.h"
+#include "optimizer/SlcFoldBuiltIn.h"
+
+namespace {
+
+bool IsFloat(const SlcOperand& operand, double value)
+{
+    return operand->IsFloat() && operand->GetFloat() == value;
+}
+
+/// Constants reach the run time in single precision.
+bool IsFiniteAtRunTime(double value)
+{
+    return std::isfinite(static_cast<float>(value));
+}
+
+/// The input arguments of a call, if all of them are constants.
+std::optional<std::vector<double>> ConstantInputs(const SlcCallICode& call)
+{
+    std::vector<double> values;
+    const auto& storages = call.m_funcEntry->GetArgStorages();
+    for (std::size_t i = 0; i < call.m_args.size(); ++i) {
+        if (i < storages.size() && storages[i]->IsOutput())
+            continue;
+        if (!call.m_args[i]->IsFloat())
+            return std::nullopt;
+        values.push_back(call.m_args[i]->GetFloat());
+    }
+    return values;
+}
+
+}  // namespace
+
+bool SlcConvertConstOp::Convert(SlcListICode& list)
+{
+    Begin();
+    std::deque<SlcPtr<SlcICode>> output;
+    for (const auto& code : list.m_icodes)
+        if (SlcPtr<SlcICode> folded = Fold(code); folded && !m_dropping)
+            output.push_back(std::move(folded));
+    if (m_changed)
+        list.m_icodes.swap(output);
+    return m_changed;
+}
+
+void SlcConvertConstOp::Begin()
+{
+    m_changed = false;
+    m_ifDepth = 0;
+    m_dropping = false;
+}
+
+SlcPtr<SlcICode> SlcConvertConstOp::Fold(const SlcPtr<SlcICode>& code)
+{
+    m_new = nullptr;
+    code->ApplyWalker(this);
+    return std::move(m_new);
+}
+
+void SlcConvertConstOp::Default(SlcPtr<SlcICode> code)
+{
+    m_new = std::move(code);
+}
+
+void SlcConvertConstOp::Replace(SlcPtr<SlcICode> code)
+{
+    m_changed = true;
+    m_new = std::move(code);
+}
+
+void SlcConvertConstOp::ConvertAsAssignment(const SlcOperand& dest, const SlcOperand& source)
+{
+    Replace(MakeShared<SlcAssignICode>(dest, source));
+}
+
+bool SlcConvertConstOp::ConvertAsAssignment(const SlcOperand& dest, double value)
+{
+    if (!IsFiniteAtRunTime(value))
+        return false;
+    ConvertAsAssignment(dest, SlcLexType::Float(value));
+    return true;
+}
+
+void SlcConvertConstOp::Case(SlcPtr<SlcAddICode> code)
+{
+    const SlcOperand& left = code->m_leftExpr;
+    const SlcOperand& right = code->m_rightExpr;
+    if (IsFloat(left, 0))
+        ConvertAsAssignment(code->m_resultId, right);
+    else if (IsFloat(right, 0))
+        ConvertAsAssignment(code->m_resultId, left);
+    else if (!(left->IsFloat() && right->IsFloat() &&
+               ConvertAsAssignment(code->m_resultId, left->GetFloat() + right->GetFloat())))
+        Default(code);
+}
+
+void SlcConvertConstOp::Case(SlcPtr<SlcSubICode> code)
+{
+    const SlcOperand& left = code->m_leftExpr;
+    const SlcOperand& right = code->m_rightExpr;
+    if (IsFloat(left, 0))
+        Replace(MakeShared<SlcUnaryMinusICode>(code->m_resultId, right));
+    else if (IsFloat(right, 0))
+        ConvertAsAssignment(code->m_resultId, left);
+    else if (!(left->IsFloat() && right->IsFloat() &&
+               ConvertAsAssignment(code->m_resultId, left->GetFloat() - right->GetFloat())))
+        Default(code);
+}
+
+void SlcConvertConstOp::Case(SlcPtr<SlcMultICode> code)
+{
+    const SlcOperand& left = code->m_leftExpr;
+    const SlcOperand& right = code->m_rightExpr;
+    if (IsFloat(left, 0) || IsFloat(right, 1))
+        ConvertAsAssignment(code->m_resultId, left);
+    else if (IsFloat(left, 1) || IsFloat(right, 0))
+        ConvertAsAssignment(code->m_resultId, right);
+    else if (!(left->IsFloat() && right->IsFloat() &&
+               ConvertAsAssignment(code->m_resultId, left->GetFloat() * right->GetFloat())))
+        Default(code);
+}
+
+void SlcConvertConstOp::Case(SlcPtr<SlcDivICode> code)
+{
+    const SlcOperand& left = code->m_leftExpr;
+    const SlcOperand& right = code->m_rightExpr;
+    if (IsFloat(left, 0))
+        ConvertAsAssignment(code->m_resultId, left);
+    else if (!right->IsFloat() || right->GetFloat() == 0)
+        Default(code);
+    else if (right->GetFloat() == 1)
+        ConvertAsAssignment(code->m_resultId, left);
+    else if (const double inverse = 1 / right->GetFloat(); IsFiniteAtRunTime(inverse))
+        Replace(MakeShared<SlcMultICode>(code->m_resultId, left, SlcLexType::Float(inverse)));
+    else
+        Default(code);
+}
+
+bool SlcConvertConstOp::FoldZeroFactor(const SlcArithExprICode& code)
+{
+    for (const SlcOperand& factor : {code.m_leftExpr, code.m_rightExpr}) {
+        if (IsFloat(factor, 0)) {
+            ConvertAsAssignment(code.m_resultId, factor);
+            return true;
+        }
+    }
+    return false;
+}
+
+void SlcConvertConstOp::Case(SlcPtr<SlcDotProdICode> code)
+{
+    if (!FoldZeroFactor(*code))
+        Default(code);
+}
+
+void SlcConvertConstOp::Case(SlcPtr<SlcCrossProdICode> code)
+{
+    if (!FoldZeroFactor(*code))
+        Default(code);
+}
+
+void SlcConvertConstOp::Case(SlcPtr<SlcUnaryMinusICode> code)
+{
+    if (IsFloat(code->m_source, 0))
+        ConvertAsAssignment(code->m_dest, code->m_source);
+    else
+        Default(code);
+}
+
+template <class Compare>
+void SlcConvertConstOp::FoldComparison(const SlcPtr<SlcBinOpBoolExprICode>& code, Compare compare)
+{
+    const SlcOperand& left = code->m_leftExpr;
+    const SlcOperand& right = code->m_rightExpr;
+    if (left->IsFloat() && right->IsFloat())
+        ConvertAsAssignment(code->m_resultId,
+                            SlcLexType::Bool(compare(left->GetFloat(), right->GetFloat())));
+    else
+        Default(code);
+}
+
+void SlcConvertConstOp::Case(SlcPtr<SlcLessThenICode> code)
+{
+    FoldComparison(code, std::less<>());
+}
+
+void SlcConvertConstOp::Case(SlcPtr<SlcLessEqualICode> code)
+{
+    FoldComparison(code, std::less_equal<>());
+}
+
+void SlcConvertConstOp::Case(SlcPtr<SlcGreaterThenICode> code)
+{
+    FoldComparison(code, std::greater<>());
+}
+
+void SlcConvertConstOp::Case(SlcPtr<SlcGreaterEqualICode> code)
+{
+    FoldComparison(code, std::greater_equal<>());
+}
+
+void SlcConvertConstOp::Case(SlcPtr<SlcEqualICode> code)
+{
+    if (code->m_leftExpr == code->m_rightExpr)
+        ConvertAsAssignment(code->m_resultId, SlcLexType::Bool(true));
+    else
+        FoldComparison(code, std::equal_to<>());
+}
+
+void SlcConvertConstOp::Case(SlcPtr<SlcNotEqualICode> code)
+{
+    if (code->m_leftExpr == code->m_rightExpr)
+        ConvertAsAssignment(code->m_resultId, SlcLexType::Bool(false));
+    else
+        FoldComparison(code, std::not_equal_to<>());
+}
+
+void SlcConvertConstOp::FoldJump(const SlcPtr<SlcGotoICode>& code, const SlcOperand& flag,
+                                 bool jumpsIf)
+{
+    if (!flag->IsBool())
+        Default(code);
+    else if (flag->GetBool() == jumpsIf)
+        Replace(MakeShared<SlcGotoICode>(code->m_label));
+    else
+        Replace(nullptr);
+}
+
+void SlcConvertConstOp::Case(SlcPtr<SlcIfTrueGotoICode> code)
+{
+    FoldJump(code, code->m_flag, true);
+}
+
+void SlcConvertConstOp::Case(SlcPtr<SlcIfFalseGotoICode> code)
+{
+    FoldJump(code, code->m_flag, false);
+}
+
+void SlcConvertConstOp::FoldGuard(const SlcPtr<SlcIfICode>& code, bool runsIf)
+{
+    if (m_ifDepth > 0) {
+        ++m_ifDepth;
+        Default(code);
+    } else if (!code->m_flag->IsBool()) {
+        Default(code);
+    } else {
+        m_ifDepth = 1;
+        m_dropping = code->m_flag->GetBool() != runsIf;
+        Replace(nullptr);
+    }
+}
+
+void SlcConvertConstOp::Case(SlcPtr<SlcIfTrueICode> code)
+{
+    FoldGuard(code, true);
+}
+
+void SlcConvertConstOp::Case(SlcPtr<SlcIfFalseICode> code)
+{
+    FoldGuard(code, false);
+}
+
+void SlcConvertConstOp::Case(SlcPtr<SlcEndIfICode> code)
+{
+    if (m_ifDepth == 1) {
+        m_ifDepth = 0;
+        m_dropping = false;
+        Replace(nullptr);
+        return;
+    }
+    if (m_ifDepth > 1)
+        --m_ifDepth;
+    Default(code);
+}
+
+void SlcConvertConstOp::Case(SlcPtr<SlcCallICode> code)
+{
+    const auto& entry = code->m_funcEntry;
+    const bool mayFold = entry && entry->GetOrigin() == SlcFuncOrigin::BuiltIn &&
+                         entry->IsFoldable() && !entry->IsOrderSensitive() &&
+                         code->m_condition.Null() && code->m_result;
+    const auto arguments = mayFold ? ConstantInputs(*code) : std::nullopt;
+    const auto value =
+        arguments ? SlcFoldBuiltIn(code->m_name->GetName(), *arguments) : std::nullopt;
+    if (!value || !ConvertAsAssignment(code->m_result, *value))
+        Default(code);
+}

@@ -1,0 +1,236 @@
+#include "optimizer/SlcCopyPropagation.h"
+
+#include <algorithm>
+
+#include "icode/SlcICodes.h"
+#include "symbols/SlcFuncTail.h"
+
+namespace {
+
+/// The variable `PI` of the language, which is a constant in all but form.
+constexpr std::string_view k_piVariable = "QX_PI";
+
+/// What a row says of the argument at `position`.
+struct Formal {
+    bool isOutput = false;
+    bool isUniform = false;
+};
+
+Formal FormalOf(SlcFuncSymbolEntry& entry, std::size_t position)
+{
+    const auto& storages = entry.GetArgStorages();
+    if (position < storages.size())
+        return {storages[position]->IsOutput(), entry.GetArgDetails()[position]->IsUniform()};
+    auto* withTail = dynamic_cast<SlcFuncVarListSymbolEntry*>(&entry);
+    const SlcFuncVarArgSingle* value =
+        withTail ? SlcTailValueAt(withTail->GetTail(), position - storages.size()) : nullptr;
+    return value ? Formal{value->GetStorage()->IsOutput(), value->GetDetail()->IsUniform()}
+                 : Formal{};
+}
+
+}  // namespace
+
+SlcCopyPropagation::SlcCopyPropagation(const SlcControlFlowGraph& graph,
+                                       const SlcVariableNumbers& variables)
+    : m_graph(graph),
+      m_nothing{SlcConstantTable(variables.Count()), SlcConstantTable(variables.Count())},
+      m_known(m_nothing),
+      m_atEnd(graph.Blocks().size(), m_nothing)
+{
+}
+
+void SlcCopyPropagation::EnterBlock(const SlcBasicBlock& block)
+{
+    const auto& predecessors = block.GetPredBlocks();
+    const int id = block.GetBlockId();
+    m_known = m_nothing;
+    // A predecessor further down is the back edge of a loop: what it brings is not known yet.
+    if (predecessors.empty() || std::any_of(predecessors.begin(), predecessors.end(),
+                                            [id](int predecessor) { return predecessor >= id; }))
+        return;
+    m_known = m_atEnd[predecessors.front()];
+    if (predecessors.size() == 1)
+        return;
+    m_known.others = m_nothing.others;
+    for (const int predecessor : predecessors)
+        m_known.bools = SlcConstantTable::CommonBools(m_known.bools, m_atEnd[predecessor].bools);
+}
+
+void SlcCopyPropagation::LeaveBlock(const SlcBasicBlock& block)
+{
+    m_atEnd[block.GetBlockId()] = m_known;
+}
+
+SlcOperand SlcCopyPropagation::Find(const SlcOperand& operand) const
+{
+    const int number = SlcVariableNumbers::Of(operand);
+    if (number < 0)
+        return nullptr;
+    return operand->GetType()->IsBoolType() ? m_known.bools.Find(number)
+                                            : m_known.others.Find(number);
+}
+
+void SlcCopyPropagation::Read(SlcOperand& operand)
+{
+    if (operand->IsIdent() && operand->GetName() == k_piVariable) {
+        operand = SlcLexType::GetPI();
+        m_changed = true;
+        return;
+    }
+    if (m_keepVarying && !operand->IsUniform())
+        return;
+    const SlcOperand constant = Find(operand);
+    if (constant && constant->GetType()->IsSameType(operand->GetType())) {
+        operand = constant;
+        m_changed = true;
+    }
+}
+
+void SlcCopyPropagation::Write(SlcOperand& operand)
+{
+    if (const int number = SlcVariableNumbers::Of(operand); number >= 0) {
+        m_known.bools.Set(number, nullptr);
+        m_known.others.Set(number, nullptr);
+    }
+}
+
+void SlcCopyPropagation::Learn(const SlcOperand& dest, const SlcOperand& source)
+{
+    const int number = SlcVariableNumbers::Of(dest);
+    const SlcTypeNode* type = dest->GetType();
+    if (number < 0 || source->IsIdent() || type->IsArrayType() || type->IsArrayRefType() ||
+        type->IsMatrixType())
+        return;
+    if (!type->IsBoolType())
+        m_known.others.Set(number, source);
+    else if (source->IsBool())
+        m_known.bools.Set(number, source);
+}
+
+template <class Code>
+void SlcCopyPropagation::WholeGrid(const SlcPtr<Code>& code)
+{
+    m_keepVarying = true;
+    SlcOperandWalker::Case(code);
+    m_keepVarying = false;
+}
+
+void SlcCopyPropagation::Case(SlcPtr<SlcAssignICode> code)
+{
+    SlcOperandWalker::Case(code);
+    Learn(code->m_dest, code->m_source);
+}
+
+void SlcCopyPropagation::Case(SlcPtr<SlcAssignSIMDICode> code)
+{
+    const SlcPtr<SlcAssignICode> assignment = code;
+    WholeGrid(assignment);
+    Learn(code->m_dest, code->m_source);
+}
+
+void SlcCopyPropagation::Case(SlcPtr<SlcUnaryMinusICode> code)
+{
+    SlcOperandWalker::Case(code);
+    if (code->m_source->IsFloat())
+        Learn(code->m_dest, SlcLexType::Float(-code->m_source->GetFloat()));
+}
+
+void SlcCopyPropagation::Case(SlcPtr<SlcSetUniformBoolFlagICode> code)
+{
+    const SlcOperand source = Find(code->m_source);
+    WholeGrid(code);
+    if (source)
+        Learn(code->m_dest, source);
+}
+
+void SlcCopyPropagation::Case(SlcPtr<SlcInvertBoolFlagICode> code)
+{
+    const SlcOperand source = Find(code->m_source);
+    WholeGrid(code);
+    // Under an outer flag the result is true only where that flag is.
+    if (source && (source->GetBool() || code->m_outer.Null()))
+        Learn(code->m_dest, SlcLexType::Bool(!source->GetBool()));
+}
+
+void SlcCopyPropagation::Case(SlcPtr<SlcOrBoolFlagICode> code)
+{
+    Write(code->m_left);
+    Write(code->m_right);
+    Write(code->m_dest);
+}
+
+void SlcCopyPropagation::Case(SlcPtr<SlcCallICode> code)
+{
+    std::vector<Formal> formals(code->m_args.size());
+    for (std::size_t i = 0; i < code->m_args.size() && code->m_funcEntry; ++i)
+        formals[i] = FormalOf(*code->m_funcEntry, i);
+    const bool isUnpack = code->m_name->GetName() == "CALL_PRIM_UNPACK";
+    for (std::size_t i = 1; i < formals.size() && isUnpack; ++i)
+        formals[i].isOutput = true;
+    // Without a row nothing is known of the arguments.
+    for (std::size_t i = 0; i < code->m_args.size() && code->m_funcEntry; ++i) {
+        m_keepVarying = !formals[i].isUniform;
+        if (!formals[i].isOutput)
+            Read(code->m_args[i]);
+    }
+    m_keepVarying = false;
+    for (std::size_t i = 0; i < code->m_args.size(); ++i)
+        if (code->m_funcEntry.Null() || formals[i].isOutput)
+            Write(code->m_args[i]);
+    if (code->m_result)
+        Write(code->m_result);
+}
+
+void SlcCopyPropagation::Case(SlcPtr<SlcCallDSOICode> code)
+{
+    for (SlcOperand& arg : code->m_args)
+        Write(arg);
+    if (code->m_result)
+        Write(code->m_result);
+}
+
+void SlcCopyPropagation::Case(SlcPtr<SlcConvertArrayDSOICode> code)
+{
+    Write(code->m_source);
+    Write(code->m_dest);
+}
+
+void SlcCopyPropagation::Case(SlcPtr<SlcSolarICode> code)
+{
+    WholeGrid(code);
+}
+
+void SlcCopyPropagation::Case(SlcPtr<SlcIlluminateICode> code)
+{
+    WholeGrid(code);
+}
+
+void SlcCopyPropagation::Case(SlcPtr<SlcCheckIlluminanceICode> code)
+{
+    WholeGrid(code);
+}
+
+void SlcCopyPropagation::Case(SlcPtr<SlcTransformSpaceICode> code)
+{
+    WholeGrid(code);
+}
+
+void SlcCopyPropagation::Case(SlcPtr<SlcTextureSTPointsICode> code)
+{
+    WholeGrid(code);
+}
+
+void SlcCopyPropagation::Case(SlcPtr<SlcTexturePointsICode> code)
+{
+    WholeGrid(code);
+}
+
+void SlcCopyPropagation::Case(SlcPtr<SlcFilterstepPointsICode> code)
+{
+    WholeGrid(code);
+}
+
+void SlcCopyPropagation::Case(SlcPtr<SlcEvalLightICode> code)
+{
+    WholeGrid(code);
+}

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <vector>
+
+#include "icode/SlcOperandWalker.h"
+#include "optimizer/SlcConstantTable.h"
+#include "optimizer/SlcControlFlowGraph.h"
+#include "optimizer/SlcDefUse.h"
+
+/// Carries known constants forward over the blocks and puts them into the operands that read
+/// them. Only constants are carried, never copies of one variable into another.
+///
+/// At a join only bool constants on which all paths agree stay known; the head of a loop starts
+/// knowing nothing. A constant written under a guard thus never reaches the code behind it, and
+/// that keeps the pass sound for varying control flow. Instructions are fed in order, one by one,
+/// so that folding can run in the same walk.
+class SlcCopyPropagation : public SlcOperandWalker {
+public:
+    /// Both must outlive the pass.
+    SlcCopyPropagation(const SlcControlFlowGraph& graph, const SlcVariableNumbers& variables);
+
+    /// Starts a block; blocks are taken in code order.
+    void EnterBlock(const SlcBasicBlock& block);
+    /// Puts known constants into the operands that an instruction reads, and takes note of what
+    /// it writes.
+    void Propagate(const SlcPtr<SlcICode>& code) { Visit(code); }
+    void LeaveBlock(const SlcBasicBlock& block);
+    /// An operand has been replaced.
+    [[nodiscard]] bool HasChanged() const { return m_changed; }
+
+private:
+    /// What is known at one point. Joins look at the bools alone, so they stand apart.
+    struct Known {
+        SlcConstantTable bools;
+        SlcConstantTable others;
+    };
+
+    void Read(SlcOperand& operand) override;
+    void Write(SlcOperand& operand) override;
+
+    using SlcOperandWalker::Case;
+    void Case(SlcPtr<SlcAssignICode> code) override;
+    void Case(SlcPtr<SlcAssignSIMDICode> code) override;
+    void Case(SlcPtr<SlcUnaryMinusICode> code) override;
+    void Case(SlcPtr<SlcSetUniformBoolFlagICode> code) override;
+    void Case(SlcPtr<SlcInvertBoolFlagICode> code) override;
+    void Case(SlcPtr<SlcOrBoolFlagICode> code) override;
+    void Case(SlcPtr<SlcCallICode> code) override;
+    void Case(SlcPtr<SlcCallDSOICode> code) override;
+    void Case(SlcPtr<SlcConvertArrayDSOICode> code) override;
+    void Case(SlcPtr<SlcSolarICode> code) override;
+    void Case(SlcPtr<SlcIlluminateICode> code) override;
+    void Case(SlcPtr<SlcCheckIlluminanceICode> code) override;
+    void Case(SlcPtr<SlcTransformSpaceICode> code) override;
+    void Case(SlcPtr<SlcTextureSTPointsICode> code) override;
+    void Case(SlcPtr<SlcTexturePointsICode> code) override;
+    void Case(SlcPtr<SlcFilterstepPointsICode> code) override;
+    void Case(SlcPtr<SlcEvalLightICode> code) override;
+
+    /// Reads and writes of a whole-grid instruction: a varying operand stays, since the primitive
+    /// needs a value for each point.
+    template <class Code>
+    void WholeGrid(const SlcPtr<Code>& code);
+    [[nodiscard]] SlcOperand Find(const SlcOperand& operand) const;
+    /// The destination holds the source's value from here on.
+    void Learn(const SlcOperand& dest, const SlcOperand& source);
+
+    const SlcControlFlowGraph& m_graph;
+    Known m_nothing;
+    Known m_known;
+    std::vector<Known> m_atEnd;  // of each block that has been left
+    bool m_keepVarying = false;  // varying operands may not become constants
+    bool m_changed = false;
+};

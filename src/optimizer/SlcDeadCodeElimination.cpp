@@ -1,0 +1,85 @@
+#include "optimizer/SlcDeadCodeElimination.h"
+
+#include "icode/SlcICodes.h"
+
+namespace {
+
+/// The result of an instruction that does nothing but compute it.
+class ComputedResult : public SlcAllICodeWalker {
+public:
+    /// Null for an instruction that does more, or nothing.
+    [[nodiscard]] SlcOperand Of(const SlcPtr<SlcICode>& code)
+    {
+        m_result = nullptr;
+        m_assignsItself = false;
+        code->ApplyWalker(this);
+        return m_result;
+    }
+    [[nodiscard]] bool AssignsItself() const { return m_assignsItself; }
+
+private:
+    using SlcAllICodeWalker::Case;
+    void Case(SlcPtr<SlcAssignICode> code) override
+    {
+        m_result = code->m_dest;
+        m_assignsItself = code->m_dest == code->m_source;
+    }
+    void Case(SlcPtr<SlcAssignToZeroICode> code) override { m_result = code->m_dest; }
+    void Case(SlcPtr<SlcArithExprICode> code) override { m_result = code->m_resultId; }
+    void Case(SlcPtr<SlcUnaryMinusICode> code) override { m_result = code->m_dest; }
+    void Case(SlcPtr<SlcBinOpBoolExprICode> code) override { m_result = code->m_resultId; }
+    void Case(SlcPtr<SlcPointICode> code) override { m_result = code->m_dest; }
+    void Case(SlcPtr<SlcColorICode> code) override { m_result = code->m_dest; }
+    void Case(SlcPtr<SlcMatrixICode> code) override { m_result = code->m_dest; }
+    void Case(SlcPtr<SlcTransformSpaceICode> code) override { m_result = code->m_dest; }
+    void Case(SlcPtr<SlcArrayRefICode> code) override { m_result = code->m_result; }
+    void Case(SlcPtr<SlcConcatSpaceMatrixICode> code) override { m_result = code->m_dest; }
+    void Case(SlcPtr<SlcSetUniformBoolFlagICode> code) override { m_result = code->m_dest; }
+    void Case(SlcPtr<SlcInvertBoolFlagICode> code) override { m_result = code->m_dest; }
+    void Case(SlcPtr<SlcOrBoolFlagICode> code) override { m_result = code->m_dest; }
+    void Default(SlcPtr<SlcICode>) override {}
+
+    SlcOperand m_result;
+    bool m_assignsItself = false;
+};
+
+/// Whether anyone reads what is written to the operand can be told: it is a followed variable and
+/// written as a whole. A write through an element's reference reaches the array.
+bool IsWholeVariable(const SlcOperand& operand)
+{
+    const SlcTypeNode* type = operand->GetType();
+    return SlcVariableNumbers::Of(operand) >= 0 && !type->IsArrayType() && !type->IsArrayRefType();
+}
+
+}  // namespace
+
+bool SlcDeadCodeElimination::EliminateCode(SlcListICode& list, const SlcControlFlowGraph& graph,
+                                           SlcDataflowAnalysis& analysis)
+{
+    ComputedResult computed;
+    SlcLiveWalk walk(analysis);
+    const auto isDead = [&](const SlcPtr<SlcICode>& code) {
+        const SlcOperand result = computed.Of(code);
+        if (result.Null())
+            return false;
+        return computed.AssignsItself() ||
+               (IsWholeVariable(result) && !walk.Live().Contains(SlcVariableNumbers::Of(result)));
+    };
+
+    std::deque<SlcPtr<SlcICode>> kept;
+    const auto& blocks = graph.Blocks();
+    for (auto block = blocks.rbegin(); block != blocks.rend(); ++block) {
+        walk.StartAtEndOf(block->GetBlockId());
+        const auto& codes = block->GetListICode();
+        for (auto code = codes.rbegin(); code != codes.rend(); ++code) {
+            if (isDead(*code))
+                continue;
+            walk.StepOver(*code);
+            kept.push_front(*code);
+        }
+    }
+    const bool changed = kept.size() != list.m_icodes.size();
+    if (changed)
+        list.m_icodes.swap(kept);
+    return changed;
+}

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "icode/SlcListICode.h"
+#include "icode/SlcOperandWalker.h"
+
+/// The variables of one list by number: the universe of the data-flow sets.
+///
+/// Only what the analysis can follow has a number: locals, temporaries and predefined variables.
+/// Parameters and externs are left out, so that no pass takes a write to one for dead.
+class SlcVariableNumbers {
+public:
+    /// Numbers the variables of `list` by their place in `m_allVars`, in the operands themselves,
+    /// until the numbers of another list replace them.
+    explicit SlcVariableNumbers(const SlcListICode& list);
+
+    [[nodiscard]] int Count() const { return static_cast<int>(m_variables.size()); }
+    [[nodiscard]] const SlcOperand& Variable(int number) const { return m_variables[number]; }
+    /// -1 for a constant and for what is not followed.
+    [[nodiscard]] static int Of(const SlcOperand& operand);
+    /// Number of the predefined variable with this C accessor; -1 if the list does not see it.
+    [[nodiscard]] int OfHidden(std::string_view accessor) const;
+
+private:
+    std::vector<SlcOperand> m_variables;
+    std::vector<int> m_hiddens;  // predefined variables
+};
+
+/// Which numbered variables an instruction reads and writes, also without naming them.
+///
+/// An instruction that may write only some points, or only a part of a value, also reads what it
+/// writes, so that the value before it stays alive: calls, transforms, and whatever a condition
+/// limits. Reads and writes of what has no number are left out.
+class SlcDefUse : public SlcOperandWalker {
+public:
+    explicit SlcDefUse(const SlcVariableNumbers& variables);
+
+    /// Valid until the next call. A number can occur twice in `uses` or `defs`.
+    void Compute(const SlcPtr<SlcICode>& code);
+    [[nodiscard]] std::span<const int> Uses() const { return m_uses; }
+    [[nodiscard]] std::span<const int> Defs() const { return m_defs; }
+
+private:
+    void Read(SlcOperand& operand) override { Add(m_uses, operand); }
+    void Write(SlcOperand& operand) override { Add(m_defs, operand); }
+
+    using SlcOperandWalker::Case;
+    void Case(SlcPtr<SlcCallICode> code) override;
+    void Case(SlcPtr<SlcCallDSOICode> code) override;
+    void Case(SlcPtr<SlcTransformSpaceICode> code) override;
+    void Case(SlcPtr<SlcIlluminateICode> code) override;
+    void Case(SlcPtr<SlcSolarICode> code) override;
+    void Case(SlcPtr<SlcCheckIlluminanceICode> code) override;
+    void Case(SlcPtr<SlcTextureSTPointsICode> code) override;
+    void Case(SlcPtr<SlcTexturePointsICode> code) override;
+    void Case(SlcPtr<SlcFilterstepPointsICode> code) override;
+    void Case(SlcPtr<SlcInvertBoolFlagICode> code) override;
+    void Case(SlcPtr<SlcConvertArrayDSOICode> code) override;
+    void Case(SlcPtr<SlcEvalLightForPICode> code) override;
+    void Case(SlcPtr<SlcEvalLightICode> code) override;
+    void Case(SlcPtr<SlcResetEvalLightForPICode> code) override;
+    void Case(SlcPtr<SlcBeginIlluminanceICode> code) override;
+    void Case(SlcPtr<SlcBeginShaderICode> code) override;
+    void Case(SlcPtr<SlcEndShaderICode> code) override;
+
+    static void Add(std::vector<int>& numbers, const SlcOperand& operand);
+    /// What is written is read as well.
+    void UseDefs() { m_uses.insert(m_uses.end(), m_defs.begin(), m_defs.end()); }
+    void UseHidden(std::string_view accessor);
+
+    const SlcVariableNumbers& m_variables;
+    std::vector<int> m_predefined;      // every predefined variable
+    std::vector<int> m_readWrite;       // those that the renderer reads at the end
+    std::vector<int> m_lightVariables;  // `L`, `Cl` and `Ol` of the light loops
+    std::vector<int> m_uses;
+    std::vector<int> m_defs;
+};

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <vector>
+
+#include "optimizer/SlcControlFlowGraph.h"
+
+/// Which blocks every path from the entry to a block passes.
+///
+/// Keith Cooper, Timothy Harvey and Ken Kennedy, "A simple, fast dominance algorithm", 2001; a
+/// query compares the places of two blocks in a walk over the dominator tree.
+class SlcDominators {
+public:
+    explicit SlcDominators(const SlcControlFlowGraph& graph);
+
+    /// Every path to `block` passes `dominator`; true for a block and itself, false for blocks
+    /// that nothing reaches. O(1).
+    [[nodiscard]] bool Dominates(int dominator, int block) const;
+
+private:
+    void OrderBlocks(const SlcControlFlowGraph& graph);
+    void FindImmediateDominators(const SlcControlFlowGraph& graph);
+    void NumberTree();
+    [[nodiscard]] int Intersect(int first, int second) const;
+
+    std::vector<int> m_forwardOrder;  // reverse post-order of the blocks that the entry reaches
+    std::vector<int> m_place;         // of each block in that order; -1 for what is not reached
+    std::vector<int> m_immediate;     // dominator of each block; -1 for none
+    std::vector<int> m_enter;         // of each block in the walk over the tree
+    std::vector<int> m_leave;
+};

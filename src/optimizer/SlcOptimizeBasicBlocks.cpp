@@ -1,0 +1,124 @@
+#include "optimizer/SlcOptimizeBasicBlocks.h"
+
+#include <fstream>
+
+#include "optimizer/SlcCodeMotion.h"
+#include "optimizer/SlcConvertConstOp.h"
+#include "optimizer/SlcConvertTmpVarDetail.h"
+#include "optimizer/SlcCopyPropagation.h"
+#include "optimizer/SlcDataflowAnalysis.h"
+#include "optimizer/SlcDeadCodeElimination.h"
+#include "optimizer/SlcReduceNumberTmps.h"
+#include "optimizer/SlcRemoveEmptyBlocks.h"
+
+namespace {
+
+constexpr int k_maxRounds = 1000;  // a bound, not an error: the code is correct in each round
+
+}  // namespace
+
+SlcOptimizeBasicBlocks::SlcOptimizeBasicBlocks(SlcOptionsControl& options) : m_options(options) {}
+SlcOptimizeBasicBlocks::~SlcOptimizeBasicBlocks() = default;
+
+void SlcOptimizeBasicBlocks::Optimize(SlcPtr<SlcListICode>& list)
+{
+    if (!m_options.m_blockOptimizerEnabled)
+        return;
+    const bool repeats = m_options.m_deadCodeElimination || m_options.m_copyPropagation ||
+                         m_options.m_convertConstOps || m_options.m_codeMotion;
+    const int maxRounds = repeats ? k_maxRounds : 1;
+    m_variables = std::make_unique<SlcVariableNumbers>(*list);
+    m_defUse = std::make_unique<SlcDefUse>(*m_variables);
+    bool updated = false;
+    bool changed = true;
+    for (int round = 0; changed && round < maxRounds; ++round) {
+        BuildGraph(*list);
+        changed = EliminateCode(*list) || ChangeCode(*list);
+        if (!changed && !updated) {
+            UpdateVariables(*list);
+            updated = true;
+            changed = true;
+        }
+    }
+    if (m_options.m_printBlockICode) {
+        BuildGraph(*list);
+        DumpBlocks();
+    }
+}
+
+void SlcOptimizeBasicBlocks::BuildGraph(SlcListICode& list)
+{
+    m_analysis.reset();
+    m_graph = std::make_unique<SlcControlFlowGraph>(list);
+    m_analysis = std::make_unique<SlcDataflowAnalysis>(*m_graph, *m_variables, *m_defUse);
+    if (m_options.m_printBlockICode) {
+        std::ofstream out("usedefvars.txt");
+        m_analysis->Print(out);
+    }
+}
+
+bool SlcOptimizeBasicBlocks::EliminateCode(SlcListICode& list)
+{
+    if (!m_options.m_deadCodeElimination)
+        return false;
+    if (SlcDeadCodeElimination().EliminateCode(list, *m_graph, *m_analysis))
+        return true;
+    SlcRemoveEmptyBlocks emptyBlocks;
+    const bool unreachable = emptyBlocks.RemoveUnreachable(*m_graph, list);
+    return emptyBlocks.RemoveBlocks(list) || unreachable;
+}
+
+bool SlcOptimizeBasicBlocks::ChangeCode(SlcListICode& list)
+{
+    if (PropagateAndFold(list))
+        return true;
+    return m_options.m_codeMotion && SlcCodeMotion(*m_graph, *m_analysis).OptimizeLoops(list);
+}
+
+bool SlcOptimizeBasicBlocks::PropagateAndFold(SlcListICode& list)
+{
+    SlcCopyPropagation propagation(*m_graph, *m_variables);
+    SlcConvertConstOp folding;
+    folding.Begin();
+    std::deque<SlcPtr<SlcICode>> output;
+    for (const auto& block : m_graph->Blocks()) {
+        propagation.EnterBlock(block);
+        for (SlcPtr<SlcICode> code : block.GetListICode()) {
+            if (m_options.m_copyPropagation)
+                propagation.Propagate(code);
+            if (m_options.m_convertConstOps) {
+                const SlcPtr<SlcICode> original = code;
+                code = folding.Fold(original);
+                // What has just become a constant is known to the instructions behind.
+                if (code && !(code == original) && m_options.m_copyPropagation)
+                    propagation.Propagate(code);
+            }
+            if (code && !folding.IsDropping())
+                output.push_back(std::move(code));
+        }
+        propagation.LeaveBlock(block);
+    }
+    if (folding.HasChanged())
+        list.m_icodes.swap(output);
+    return propagation.HasChanged() || folding.HasChanged();
+}
+
+void SlcOptimizeBasicBlocks::UpdateVariables(SlcListICode& list)
+{
+    if (m_options.m_convertTmpVarDetail)
+        SlcConvertTmpVarDetail(*m_graph, *m_analysis);
+    if (!m_options.m_reduceNumberTmps)
+        return;
+    std::ofstream dump;
+    if (m_options.m_printBlockICode)
+        dump.open("depend-graph.txt");
+    SlcReduceNumberTmps().Reduce(list, *m_graph, *m_analysis,
+                                 m_options.m_printBlockICode ? &dump : nullptr);
+}
+
+void SlcOptimizeBasicBlocks::DumpBlocks() const
+{
+    std::ofstream out("blockicode.txt");
+    for (const auto& block : m_graph->Blocks())
+        block.Print(out);
+}

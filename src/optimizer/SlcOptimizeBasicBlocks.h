@@ -1,0 +1,42 @@
+#pragma once
+
+#include <memory>
+
+#include "optimizer/SlcICodeOptimizer.h"
+
+class SlcControlFlowGraph;
+class SlcDataflowAnalysis;
+class SlcDefUse;
+class SlcVariableNumbers;
+
+/// Runs the passes that need the control-flow graph until nothing changes.
+///
+/// The order within a round is a priority: removals run to exhaustion first, rewrites come only
+/// when nothing is left to remove, loops after them, and variables are shared once, when the code
+/// has become stable. Each change starts a fresh graph, so that every pass sees exact liveness.
+/// Every pass reports a change only if the code has become smaller, a constant has taken the
+/// place of a variable, or an instruction has left a loop, so the rounds end.
+class SlcOptimizeBasicBlocks : public SlcICodeOptimizer {
+public:
+    /// `options` must outlive the pass.
+    explicit SlcOptimizeBasicBlocks(SlcOptionsControl& options);
+    ~SlcOptimizeBasicBlocks() override;
+    void Optimize(SlcPtr<SlcListICode>& list) override;
+
+private:
+    void Default(SlcPtr<SlcICode>) override {}
+
+    void BuildGraph(SlcListICode& list);
+    [[nodiscard]] bool EliminateCode(SlcListICode& list);
+    [[nodiscard]] bool ChangeCode(SlcListICode& list);
+    /// Constant propagation and folding in one walk, so that a chain of constants takes one round.
+    [[nodiscard]] bool PropagateAndFold(SlcListICode& list);
+    void UpdateVariables(SlcListICode& list);
+    void DumpBlocks() const;
+
+    SlcOptionsControl& m_options;
+    std::unique_ptr<SlcVariableNumbers> m_variables;
+    std::unique_ptr<SlcDefUse> m_defUse;
+    std::unique_ptr<SlcControlFlowGraph> m_graph;     // of the code as it stood at the last build
+    std::unique_ptr<SlcDataflowAnalysis> m_analysis;  // likewise
+};

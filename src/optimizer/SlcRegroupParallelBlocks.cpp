@@ -1,0 +1,66 @@
+#include "optimizer/SlcRegroupParallelBlocks.h"
+
+#include <utility>
+
+#include "icode/SlcBoolICode.h"
+#include "icode/SlcCallICode.h"
+
+void SlcRegroupParallelBlocks::Optimize(SlcPtr<SlcListICode>& list)
+{
+    m_endIsHeld = false;
+    m_noJoin = false;
+    m_output.clear();
+    for (const auto& code : list->m_icodes)
+        code->ApplyWalker(this);
+    if (m_endIsHeld)
+        CloseRun();
+    list->m_icodes.swap(m_output);
+}
+
+void SlcRegroupParallelBlocks::CloseRun()
+{
+    m_output.push_back(MakeShared<SlcEndParallelICode>(m_currentBegin->m_label));
+}
+
+void SlcRegroupParallelBlocks::Case(SlcPtr<SlcBeginParallelICode> code)
+{
+    if (!m_endIsHeld) {
+        m_currentBegin = code;
+        m_output.push_back(code);
+    }
+    m_endIsHeld = false;
+    m_noJoin = false;
+}
+
+void SlcRegroupParallelBlocks::Case(SlcPtr<SlcEndParallelICode>)
+{
+    if (m_noJoin)
+        CloseRun();
+    m_endIsHeld = !m_noJoin;
+}
+
+void SlcRegroupParallelBlocks::Case(SlcPtr<SlcCommentICode>)
+{
+    // Only code can stand between two runs.
+}
+
+void SlcRegroupParallelBlocks::Case(SlcPtr<SlcCallICode> code)
+{
+    if (code->m_orderSensitive)
+        m_noJoin = true;
+    Default(code);
+}
+
+void SlcRegroupParallelBlocks::Case(SlcPtr<SlcBoolExprICode> code)
+{
+    m_noJoin = true;
+    Default(code);
+}
+
+void SlcRegroupParallelBlocks::Default(SlcPtr<SlcICode> code)
+{
+    if (m_endIsHeld)
+        CloseRun();
+    m_output.push_back(std::move(code));
+    m_endIsHeld = false;
+}

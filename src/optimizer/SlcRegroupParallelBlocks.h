@@ -1,0 +1,33 @@
+#pragma once
+
+#include <deque>
+
+#include "icode/SlcBlockICode.h"
+#include "optimizer/SlcICodeOptimizer.h"
+
+/// Joins two parallel runs that follow each other with nothing between them, so that one loop
+/// over the shading points does the work of two. Linear.
+///
+/// A run with a comparison or with an order-sensitive call can join the run before it, but not
+/// the one behind it.
+class SlcRegroupParallelBlocks : public SlcICodeOptimizer {
+public:
+    void Optimize(SlcPtr<SlcListICode>& list) override;
+
+private:
+    using SlcAllICodeWalker::Case;
+    void Case(SlcPtr<SlcBeginParallelICode> code) override;
+    void Case(SlcPtr<SlcEndParallelICode> code) override;
+    void Case(SlcPtr<SlcCommentICode> code) override;
+    void Case(SlcPtr<SlcCallICode> code) override;
+    void Case(SlcPtr<SlcBoolExprICode> code) override;
+    void Default(SlcPtr<SlcICode> code) override;
+
+    /// The mark that closes the run that `m_currentBegin` opened.
+    void CloseRun();
+
+    std::deque<SlcPtr<SlcICode>> m_output;
+    SlcPtr<SlcBeginParallelICode> m_currentBegin;
+    bool m_endIsHeld = false;  // a run has ended and may yet go on
+    bool m_noJoin = false;     // the run holds something that must not be joined
+};

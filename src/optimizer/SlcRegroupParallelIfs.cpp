@@ -1,0 +1,88 @@
+#include "optimizer/SlcRegroupParallelIfs.h"
+
+#include <typeinfo>
+#include <utility>
+
+namespace {
+
+/// Tells whether an instruction writes a given operand.
+class WritesWalker : public SlcOperandWalker {
+public:
+    [[nodiscard]] bool Writes(const SlcPtr<SlcICode>& code, const SlcOperand& operand)
+    {
+        m_operand = operand;
+        m_found = false;
+        Visit(code);
+        return m_found;
+    }
+
+private:
+    void Read(SlcOperand&) override {}
+    void Write(SlcOperand& operand) override { m_found |= operand == m_operand; }
+
+    SlcOperand m_operand;
+    bool m_found = false;
+};
+
+}  // namespace
+
+void SlcRegroupParallelIfs::Optimize(SlcPtr<SlcListICode>& list)
+{
+    m_list = &*list;
+    m_output.clear();
+    m_openIf = nullptr;
+    for (m_position = 0; m_position < list->m_icodes.size(); ++m_position)
+        list->m_icodes[m_position]->ApplyWalker(this);
+    list->m_icodes.swap(m_output);
+}
+
+void SlcRegroupParallelIfs::CloseAtMark(const SlcPtr<SlcICode>& mark)
+{
+    m_openIf = nullptr;
+    m_output.push_back(mark);
+}
+
+void SlcRegroupParallelIfs::Case(SlcPtr<SlcBeginParallelICode> code)
+{
+    CloseAtMark(code);
+}
+
+void SlcRegroupParallelIfs::Case(SlcPtr<SlcEndParallelICode> code)
+{
+    CloseAtMark(code);
+}
+
+void SlcRegroupParallelIfs::Case(SlcPtr<SlcIfICode> code)
+{
+    m_openIf = code;
+    m_flagWritten = false;
+    m_output.push_back(code);
+}
+
+bool SlcRegroupParallelIfs::NextGuardJoins() const
+{
+    if (m_flagWritten || m_openIf.Null() || m_position + 1 >= m_list->m_icodes.size())
+        return false;
+    const SlcICode& next = *m_list->m_icodes[m_position + 1];
+    const SlcIfICode& open = *m_openIf;
+    return typeid(next) == typeid(open) &&
+           static_cast<const SlcIfICode&>(next).m_flag->GetName() == open.m_flag->GetName();
+}
+
+void SlcRegroupParallelIfs::Case(SlcPtr<SlcEndIfICode> code)
+{
+    if (NextGuardJoins()) {
+        ++m_position;
+        return;
+    }
+    const SlcLabel label = m_openIf ? m_openIf->m_label : code->m_label;
+    m_output.push_back(MakeShared<SlcEndIfICode>(label));
+    m_openIf = nullptr;
+}
+
+void SlcRegroupParallelIfs::Default(SlcPtr<SlcICode> code)
+{
+    if (m_openIf && !m_flagWritten)
+        m_flagWritten = WritesWalker().Writes(code, m_openIf->m_flag);
+    m_output.push_back(std::move(code));
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <deque>
+
+#include "icode/SlcBlockICode.h"
+#include "icode/SlcOperandWalker.h"
+#include "optimizer/SlcICodeOptimizer.h"
+
+/// Joins two guards with the same flag that follow each other inside a parallel run. Linear.
+///
+/// A guard whose body writes its own flag stays apart from what follows, since the second guard
+/// must see the new value.
+class SlcRegroupParallelIfs : public SlcICodeOptimizer {
+public:
+    void Optimize(SlcPtr<SlcListICode>& list) override;
+
+private:
+    using SlcAllICodeWalker::Case;
+    void Case(SlcPtr<SlcBeginParallelICode> code) override;
+    void Case(SlcPtr<SlcEndParallelICode> code) override;
+    void Case(SlcPtr<SlcIfICode> code) override;
+    void Case(SlcPtr<SlcEndIfICode> code) override;
+    void Default(SlcPtr<SlcICode> code) override;
+
+    void CloseAtMark(const SlcPtr<SlcICode>& mark);
+    /// The instruction behind the one at hand opens a guard that can join the open one.
+    [[nodiscard]] bool NextGuardJoins() const;
+
+    std::deque<SlcPtr<SlcICode>> m_output;
+    const SlcListICode* m_list = nullptr;
+    std::size_t m_position = 0;   // of the instruction at hand
+    SlcPtr<SlcIfICode> m_openIf;  // of the open guard, or null
+    bool m_flagWritten = false;   // the body of the open guard writes its flag
+};

@@ -1,0 +1,232 @@
+#include "optimizer/SlcRemoveEmptyBlocks.h"
+
+#include <typeinfo>
+#include <utility>
+#include <vector>
+
+#include "icode/SlcICodes.h"
+
+namespace {
+
+template <class Code>
+bool IsExactly(const SlcPtr<SlcICode>& code)
+{
+    if (code.Null())
+        return false;
+    const SlcICode& object = *code;
+    return typeid(object) == typeid(Code);
+}
+
+/// How an instruction takes part in the removal of pairs of marks.
+enum class Mark { None, OrderSensitiveCall, BeginParallel, EndParallel, If, EndIf };
+
+class MarkWalker : public SlcAllICodeWalker {
+public:
+    [[nodiscard]] Mark Of(const SlcPtr<SlcICode>& code)
+    {
+        m_mark = Mark::None;
+        code->ApplyWalker(this);
+        return m_mark;
+    }
+
+private:
+    using SlcAllICodeWalker::Case;
+    void Case(SlcPtr<SlcBeginParallelICode>) override { m_mark = Mark::BeginParallel; }
+    void Case(SlcPtr<SlcEndParallelICode>) override { m_mark = Mark::EndParallel; }
+    void Case(SlcPtr<SlcIfICode>) override { m_mark = Mark::If; }
+    void Case(SlcPtr<SlcEndIfICode>) override { m_mark = Mark::EndIf; }
+    void Case(SlcPtr<SlcCallICode> code) override
+    {
+        if (code->m_orderSensitive)
+            m_mark = Mark::OrderSensitiveCall;
+    }
+    void Default(SlcPtr<SlcICode>) override {}
+
+    Mark m_mark = Mark::None;
+};
+
+/// For each end of a parallel run in `codes` in turn, whether the run holds an order-sensitive
+/// call, as one bit for each instruction's position.
+std::vector<bool> OrderSensitiveRuns(const std::deque<SlcPtr<SlcICode>>& codes)
+{
+    std::vector<bool> sensitive(codes.size(), false);
+    MarkWalker marks;
+    std::size_t begin = 0;
+    bool found = false;
+    for (std::size_t i = 0; i < codes.size(); ++i) {
+        switch (marks.Of(codes[i])) {
+        case Mark::BeginParallel:
+            begin = i;
+            found = false;
+            break;
+        case Mark::EndParallel:
+            sensitive[begin] = found;
+            sensitive[i] = found;
+            break;
+        case Mark::OrderSensitiveCall:
+            found = true;
+            break;
+        case Mark::None:
+        case Mark::If:
+        case Mark::EndIf:
+            break;
+        }
+    }
+    return sensitive;
+}
+
+}  // namespace
+
+bool SlcRemoveEmptyBlocks::RemoveUnreachable(const SlcControlFlowGraph& graph, SlcListICode& list)
+{
+    std::deque<SlcPtr<SlcICode>> kept;
+    for (const auto& block : graph.Blocks())
+        if (block.GetBlockId() == 0 || !block.GetPredBlocks().empty())
+            kept.insert(kept.end(), block.GetListICode().begin(), block.GetListICode().end());
+    const bool changed = kept.size() != list.m_icodes.size();
+    if (changed)
+        list.m_icodes.swap(kept);
+    return changed;
+}
+
+bool SlcRemoveEmptyBlocks::RemoveBlocks(SlcListICode& list)
+{
+    bool changed = Phase(RemovePhase::CollectLabels, list);
+    changed |= Phase(RemovePhase::RemoveLabels, list);
+    changed |= RemovePairs(list);
+    return changed;
+}
+
+bool SlcRemoveEmptyBlocks::Phase(RemovePhase phase, SlcListICode& list)
+{
+    m_phase = phase;
+    m_changed = false;
+    std::deque<SlcPtr<SlcICode>> kept;
+    auto& codes = list.m_icodes;
+    for (std::size_t i = 0; i < codes.size(); ++i) {
+        m_next = i + 1 < codes.size() ? codes[i + 1] : nullptr;
+        m_remove = false;
+        codes[i]->ApplyWalker(this);
+        if (m_remove)
+            m_changed = true;
+        else
+            kept.push_back(codes[i]);
+    }
+    m_next = nullptr;
+    codes.swap(kept);
+    return m_changed;
+}
+
+// Pairs vanish from the inside out, so that one walk with a stack does what repeated walks would:
+// whatever is removed brings the instruction before it face to face with the one behind.
+bool SlcRemoveEmptyBlocks::RemovePairs(SlcListICode& list)
+{
+    const std::vector<bool> sensitive = OrderSensitiveRuns(list.m_icodes);
+    struct Kept {
+        SlcPtr<SlcICode> code;
+        Mark mark;
+        bool sensitive;
+    };
+    std::vector<Kept> kept;
+    kept.reserve(list.m_icodes.size());
+    MarkWalker marks;
+    std::vector<SlcPtr<SlcICode>> seamEnds;  // first end of each merged run still open
+    for (std::size_t i = 0; i < list.m_icodes.size(); ++i) {
+        const Kept current{list.m_icodes[i], marks.Of(list.m_icodes[i]), sensitive[i]};
+        if (!kept.empty()) {
+            const Kept& last = kept.back();
+            const bool emptyRun =
+                last.mark == Mark::BeginParallel && current.mark == Mark::EndParallel;
+            const bool emptyGuard = last.mark == Mark::If && current.mark == Mark::EndIf;
+            const bool seam = last.mark == Mark::EndParallel &&
+                              current.mark == Mark::BeginParallel && !last.sensitive &&
+                              !current.sensitive;
+            if (seam)
+                seamEnds.push_back(last.code);
+            if (emptyRun || emptyGuard || seam) {
+                kept.pop_back();
+                continue;
+            }
+        }
+        if (current.mark == Mark::EndParallel && !seamEnds.empty()) {
+            // The merged run keeps the begin of its first part, and so the end of that part.
+            kept.push_back({seamEnds.front(), current.mark, current.sensitive});
+            seamEnds.clear();
+            continue;
+        }
+        kept.push_back(current);
+    }
+    const bool changed = kept.size() != list.m_icodes.size();
+    if (changed) {
+        list.m_icodes.clear();
+        for (Kept& entry : kept)
+            list.m_icodes.push_back(std::move(entry.code));
+    }
+    return changed;
+}
+
+void SlcRemoveEmptyBlocks::ReplaceLabel(const std::string& oldName, const SlcLabel& newLabel,
+                                        bool onlyIfUsed)
+{
+    if (const auto alias = m_aliases.find(newLabel->m_name); alias != m_aliases.end()) {
+        const SlcLabel target = alias->second;
+        m_aliases.emplace(oldName, target);
+    } else if (!onlyIfUsed || m_usedLabels.count(newLabel->m_name) != 0) {
+        m_aliases.emplace(oldName, newLabel);
+    }
+}
+
+void SlcRemoveEmptyBlocks::Case(SlcPtr<SlcGotoICode> code)
+{
+    if (m_phase == RemovePhase::CollectLabels) {
+        if (IsExactly<SlcLabelICode>(m_next) &&
+            CheckCast<SlcLabelICode>(m_next)->m_name == code->m_label->m_name)
+            m_remove = true;
+        else
+            Use(code->m_label);
+        return;
+    }
+    const auto alias = m_aliases.find(code->m_label->m_name);
+    if (alias != m_aliases.end() && !(alias->second == code->m_label)) {
+        code->m_label = alias->second;
+        m_changed = true;
+    }
+}
+
+void SlcRemoveEmptyBlocks::Case(SlcPtr<SlcBreakICode> code)
+{
+    if (m_phase == RemovePhase::CollectLabels)
+        Use(code->m_label);
+}
+
+void SlcRemoveEmptyBlocks::Case(SlcPtr<SlcContinueICode> code)
+{
+    if (m_phase == RemovePhase::CollectLabels)
+        Use(code->m_label);
+}
+
+void SlcRemoveEmptyBlocks::Case(SlcPtr<SlcBeginIlluminanceICode> code)
+{
+    if (m_phase != RemovePhase::CollectLabels)
+        return;
+    Use(code->m_startLabel);
+    Use(code->m_endLabel);
+}
+
+void SlcRemoveEmptyBlocks::Case(SlcPtr<SlcEndIlluminanceICode> code)
+{
+    if (m_phase == RemovePhase::CollectLabels)
+        Use(code->m_startLabel);
+}
+
+void SlcRemoveEmptyBlocks::Case(SlcPtr<SlcLabelICode> code)
+{
+    if (m_phase == RemovePhase::RemoveLabels) {
+        m_remove = m_usedLabels.count(code->m_name) == 0;
+        return;
+    }
+    if (IsExactly<SlcLabelICode>(m_next))
+        ReplaceLabel(CheckCast<SlcLabelICode>(m_next)->m_name, code, true);
+    else if (IsExactly<SlcGotoICode>(m_next))
+        ReplaceLabel(code->m_name, CheckCast<SlcGotoICode>(m_next)->m_label, false);
+}

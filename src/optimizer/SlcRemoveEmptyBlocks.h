@@ -1,0 +1,51 @@
+#pragma once
+
+#include <deque>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "icode/SlcBlockICode.h"
+#include "icode/SlcJumpICode.h"
+#include "optimizer/SlcControlFlowGraph.h"
+
+/// Removes what has become pointless: blocks that nothing reaches, jumps to the next instruction,
+/// labels without a jump, empty parallel runs and guards, and the seam between two parallel runs.
+class SlcRemoveEmptyBlocks : public SlcAllICodeWalker {
+public:
+    /// Drops blocks without predecessors, but for the first. `graph` belongs to `list` and is
+    /// stale after a change. A cycle of blocks that nothing enters stays. True if it changed
+    /// something.
+    [[nodiscard]] bool RemoveUnreachable(const SlcControlFlowGraph& graph, SlcListICode& list);
+    /// Needs no graph. True if it changed something.
+    [[nodiscard]] bool RemoveBlocks(SlcListICode& list);
+
+private:
+    enum class RemovePhase {
+        CollectLabels,  // drops jumps to the next instruction and finds out what is referred to
+        RemoveLabels,   // redirects jumps and drops labels
+        RemovePairs,    // drops pairs of marks with nothing between them
+    };
+
+    [[nodiscard]] bool Phase(RemovePhase phase, SlcListICode& list);
+    [[nodiscard]] bool RemovePairs(SlcListICode& list);
+    void ReplaceLabel(const std::string& oldName, const SlcLabel& newLabel, bool onlyIfUsed);
+
+    using SlcAllICodeWalker::Case;
+    void Case(SlcPtr<SlcGotoICode> code) override;
+    void Case(SlcPtr<SlcBreakICode> code) override;
+    void Case(SlcPtr<SlcContinueICode> code) override;
+    void Case(SlcPtr<SlcBeginIlluminanceICode> code) override;
+    void Case(SlcPtr<SlcEndIlluminanceICode> code) override;
+    void Case(SlcPtr<SlcLabelICode> code) override;
+    void Default(SlcPtr<SlcICode>) override {}
+
+    void Use(const SlcLabel& label) { m_usedLabels.insert(label->m_name); }
+
+    RemovePhase m_phase = RemovePhase::CollectLabels;
+    SlcPtr<SlcICode> m_next;  // behind the instruction being visited, or null
+    bool m_remove = false;
+    bool m_changed = false;
+    std::unordered_set<std::string> m_usedLabels;         // names that some instruction refers to
+    std::unordered_map<std::string, SlcLabel> m_aliases;  // by name, what takes its place
+};
