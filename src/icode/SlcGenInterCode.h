@@ -137,10 +137,18 @@ private:
     void GenArrayInit(const SlcOperand& array, SlcDetailNode* detail, std::size_t valuesBefore);
     void GenArrayCopy(const SlcOperand& array, const SlcOperand& source);
 
+    // Constructors.
+    [[nodiscard]] std::deque<SlcOperand> EvaluateMatrix(SlcMatrixExprNode* node);
+    [[nodiscard]] static SlcDetailNode* UniformIfAll(const std::deque<SlcOperand>& operands);
+
     // Assignments.
     [[nodiscard]] Target GenTarget(SlcLValueNode* lvalue);
     [[nodiscard]] SlcOperand EvaluateInto(SlcExprNode* expr, const SlcOperand& target);
+    /// By the form for the whole grid where that may stand.
     void GenAssignment(const SlcOperand& lhs, const SlcOperand& rhs);
+    /// In a block. A uniform variable too is assigned in a varying one if the value varies, as
+    /// that of a function may that did not know its arguments to be uniform.
+    void GenPlainAssignment(const SlcOperand& lhs, const SlcOperand& rhs);
     void GenArithAssignment(SlcAssignExprNode* node, const SlcOperand& lhs, SlcOperand rhs);
     void GenElementAssignment(SlcAssignExprNode* node, const SlcOperand& array, bool valueUsed);
     [[nodiscard]] SlcPtr<SlcICode> MakeAssignICode(SlcAssignExprNode* node, const SlcOperand& dest,
@@ -153,9 +161,10 @@ private:
     void GenCastToColor(SlcCastExprNode* node, const SlcOperand& value);
     void GenCastToPoint(SlcCastExprNode* node, const SlcOperand& value);
     void GenCastToMatrix(SlcCastExprNode* node, const SlcOperand& value);
-    /// result = source, meant in the cast's space; `simd` for a varying one.
+    void GenConcatSpace(SlcCastExprNode* node, const SlcOperand& source);
+    /// result = what `constructor` makes in `source`, meant in the cast's space.
     void GenFromSpace(SlcCastExprNode* node, const SlcOperand& result, const SlcOperand& source,
-                      SlcTypeNode* type);
+                      SlcTypeNode* type, SlcPtr<SlcICode> constructor);
     [[nodiscard]] SlcOperand SimdCondition() const;
 
     // Blocks and conditions.

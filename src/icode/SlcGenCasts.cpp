@@ -1,0 +1,221 @@
+// Casts: the operand decides the shape of the code, the space whether a transform is needed.
+
+#include "icode/SlcGenInterCode.h"
+#include "symbols/SlcPossibleTypes.h"
+
+namespace {
+
+/// Values stand in the current space and in rgb.
+bool NeedsTransform(const SlcCastExprNode* node)
+{
+    if (!node->GetSpace())
+        return false;
+    const std::string& space = node->GetSpace()->GetText();
+    return space != "\"\"" && space != (node->GetType()->IsColorType() ? "\"rgb\"" : "\"current\"");
+}
+
+/// One of the types that constructors and transforms of the point family tell apart.
+SlcTypeNode* KindOf(const SlcTypeNode* type)
+{
+    if (type->IsColorType())
+        return SlcTypeNode::AColor();
+    if (type->IsVectorType())
+        return SlcTypeNode::AVector();
+    if (type->IsNormalType())
+        return SlcTypeNode::ANormal();
+    return SlcTypeNode::APoint();
+}
+
+SlcPtr<SlcICode> MakeConstructor(const SlcTypeNode* type, const SlcOperand& result,
+                                 const SlcOperand& x, const SlcOperand& y, const SlcOperand& z)
+{
+    if (type->IsColorType())
+        return MakeShared<SlcColorICode>(result, x, y, z);
+    if (type->IsVectorType())
+        return MakeShared<SlcVectorICode>(result, x, y, z);
+    if (type->IsNormalType())
+        return MakeShared<SlcNormalICode>(result, x, y, z);
+    return MakeShared<SlcPointICode>(result, x, y, z);
+}
+
+SlcOperand SpaceOperand(const SlcCastExprNode* node)
+{
+    return MakeShared<SlcLexType>(node->GetSpace(), SlcTypeNode::AString(),
+                                  SlcDetailNode::AUniform(), SlcStorageSpecNode::ALocal());
+}
+
+}  // namespace
+
+void SlcGenInterCode::Case(SlcCastExprNode* node)
+{
+    if (auto* triple = dynamic_cast<SlcPointExprNode*>(node->GetOperand()))
+        GenTripleCast(node, triple);
+    else if (auto* matrix = dynamic_cast<SlcMatrixExprNode*>(node->GetOperand()))
+        GenMatrixCast(node, matrix);
+    else
+        GenValueCast(node);
+}
+
+void SlcGenInterCode::GenTripleCast(SlcCastExprNode* node, SlcPointExprNode* triple)
+{
+    if (!node->GetType()->IsPointType() && !node->GetType()->IsColorType()) {
+        Default(node);
+        return;
+    }
+    triple->WalkIn(this);
+    const SlcOperand z = Pop();
+    const SlcOperand y = Pop();
+    const SlcOperand x = Pop();
+    SlcDetailNode* detail = UniformIfAll({x, y, z});
+    SlcTypeNode* type = KindOf(node->GetType());
+    if (!NeedsTransform(node)) {
+        const SlcOperand result = GetResultVar(node, type, detail);
+        AddInBlock(detail, MakeConstructor(type, result, x, y, z));
+        Push(result);
+        return;
+    }
+    const SlcOperand temporary = GenTempVar(type, detail);
+    const SlcOperand result = GetResultVar(node, type, detail);
+    GenFromSpace(node, result, temporary, type, MakeConstructor(type, temporary, x, y, z));
+}
+
+/// `constructor` makes the source; a uniform one shares the block of the transform.
+void SlcGenInterCode::GenFromSpace(SlcCastExprNode* node, const SlcOperand& result,
+                                   const SlcOperand& source, SlcTypeNode* type,
+                                   SlcPtr<SlcICode> constructor)
+{
+    SlcDetailNode* detail = source->GetDetail();
+    const bool simd = !detail->IsUniform();
+    const auto transform = MakeShared<SlcTransformFromSpaceICode>(
+        result, source, type, SpaceOperand(node), simd, simd ? SimdCondition() : nullptr);
+    AddBeginBlock(detail);
+    AddICode(constructor);
+    if (!simd)
+        AddICode(transform);
+    AddEndBlock(detail);
+    if (simd)
+        AddICode(transform);
+    Push(result);
+}
+
+/// The points that a form for the whole grid is limited to. Under a flag that must be false, or
+/// one for the whole grid, it computes all points: its result is a temporary there.
+SlcOperand SlcGenInterCode::SimdCondition() const
+{
+    if (!IsInParallelIf() || m_conditions.empty())
+        return nullptr;
+    const Condition& innermost = m_conditions.back();
+    const bool limits =
+        innermost.flag && innermost.state == AssignIfValue::IfTrue && !innermost.flag->IsUniform();
+    return limits ? innermost.flag : nullptr;
+}
+
+void SlcGenInterCode::GenMatrixCast(SlcCastExprNode* node, SlcMatrixExprNode* matrix)
+{
+    const std::deque<SlcOperand> values = EvaluateMatrix(matrix);
+    SlcDetailNode* detail = UniformIfAll(values);
+    if (!NeedsTransform(node)) {
+        const SlcOperand result = GetResultVar(node, SlcTypeNode::AMatrix(), detail);
+        AddInBlock(detail, MakeShared<SlcMatrixICode>(result, values));
+        Push(result);
+        return;
+    }
+    const SlcOperand temporary = GenTempVar(SlcTypeNode::AMatrix(), detail);
+    AddInBlock(detail, MakeShared<SlcMatrixICode>(temporary, values));
+    GenConcatSpace(node, temporary);
+}
+
+void SlcGenInterCode::GenConcatSpace(SlcCastExprNode* node, const SlcOperand& source)
+{
+    SlcDetailNode* detail = source->GetDetail();
+    const SlcOperand result = GetResultVar(node, SlcTypeNode::AMatrix(), detail);
+    AddInBlock(detail, MakeShared<SlcConcatSpaceMatrixICode>(result, source, node->GetSpace()));
+    Push(result);
+}
+
+void SlcGenInterCode::GenValueCast(SlcCastExprNode* node)
+{
+    // The value may still be a triple or a float that is meant as the operand's type.
+    const SlcOperand value = Converted(Evaluate(node->GetOperand()), TypeOf(node->GetOperand()));
+    const SlcTypeNode* type = node->GetType();
+    if (!NeedsTransform(node) && value->GetType()->IsSameType(type))
+        Push(value);
+    else if (type->IsColorType())
+        GenCastToColor(node, value);
+    else if (type->IsPointType())
+        GenCastToPoint(node, value);
+    else if (type->IsMatrixType())
+        GenCastToMatrix(node, value);
+    else
+        Default(node);
+}
+
+void SlcGenInterCode::GenCastToColor(SlcCastExprNode* node, const SlcOperand& value)
+{
+    SlcDetailNode* detail = value->GetDetail();
+    SlcTypeNode* color = SlcTypeNode::AColor();
+    const bool fromFloat = value->GetType()->IsFloatType();
+    if (!NeedsTransform(node)) {
+        const SlcOperand result =
+            fromFloat ? GetResultVar(node, color, detail) : GenTempVar(color, detail);
+        AddInBlock(detail, fromFloat ? MakeConstructor(color, result, value, value, value)
+                                     : MakeShared<SlcAssignICode>(result, value));
+        Push(result);
+        return;
+    }
+    if (fromFloat) {
+        const SlcOperand temporary = GenTempVar(color, detail);
+        const SlcOperand result = GetResultVar(node, color, detail);
+        GenFromSpace(node, result, temporary, color,
+                     MakeConstructor(color, temporary, value, value, value));
+        return;
+    }
+    const bool simd = !detail->IsUniform();
+    const SlcOperand result = GetResultVar(node, color, detail);
+    const auto transform = MakeShared<SlcTransformFromSpaceICode>(
+        result, value, color, SpaceOperand(node), simd, simd ? SimdCondition() : nullptr);
+    if (simd)
+        AddICode(transform);
+    else
+        AddInBlock(detail, transform);
+    Push(result);
+}
+
+void SlcGenInterCode::GenCastToPoint(SlcCastExprNode* node, const SlcOperand& value)
+{
+    SlcDetailNode* detail = value->GetDetail();
+    SlcTypeNode* kind = KindOf(node->GetType());
+    const bool fromFloat = value->GetType()->IsFloatType();
+    if (!NeedsTransform(node)) {
+        const SlcOperand result = fromFloat ? GetResultVar(node, SlcTypeNode::APoint(), detail)
+                                            : GenTempVar(kind, detail);
+        if (fromFloat)
+            AddInBlock(detail, MakeShared<SlcPointICode>(result, value, value, value));
+        else
+            AddInBlock(detail, MakeShared<SlcAssignICode>(result, value));
+        Push(result);
+        return;
+    }
+    SlcOperand source = value;
+    SlcTypeNode* type = TypeOf(node->GetOperand());
+    if (fromFloat) {
+        source = Converted(value, kind);
+        type = kind;
+    }
+    const SlcOperand result = GetResultVar(node, kind, detail);
+    AddInBlock(detail, MakeShared<SlcTransformFromSpaceICode>(result, source, type,
+                                                              SpaceOperand(node), false, nullptr));
+    Push(result);
+}
+
+void SlcGenInterCode::GenCastToMatrix(SlcCastExprNode* node, const SlcOperand& value)
+{
+    SlcTypeNode* matrix = SlcTypeNode::AMatrix();
+    if (NeedsTransform(node)) {
+        GenConcatSpace(node, Converted(value, matrix));
+        return;
+    }
+    const SlcOperand result = GetResultVar(node, matrix, value->GetDetail());
+    AddInBlock(value->GetDetail(), MakeShared<SlcAssignICode>(result, value));
+    Push(result);
+}

@@ -1,0 +1,139 @@
+// Constants, variables, arithmetic and constructors.
+
+#include <algorithm>
+#include <string>
+
+#include "icode/SlcGenInterCode.h"
+#include "support/reports/SlcSemanticError.h"
+#include "symbols/SlcPossibleTypes.h"
+
+#include <typeinfo>
+
+namespace {
+
+/// Of a sum or product; a sum of vectors too is held as a point.
+SlcTypeNode* ResultType(const SlcBinOpExprNode* node, const SlcOperand& left,
+                        const SlcOperand& right)
+{
+    const SlcTypeNode* leftType = left->GetType();
+    const SlcTypeNode* rightType = right->GetType();
+    if (node->IsDotProd())
+        return SlcTypeNode::AFloat();
+    if (leftType->IsPointType() || rightType->IsPointType())
+        return SlcTypeNode::APoint();
+    if (leftType->IsColorType() || rightType->IsColorType())
+        return SlcTypeNode::AColor();
+    if (leftType->IsMatrixType() || rightType->IsMatrixType())
+        return SlcTypeNode::AMatrix();
+    return SlcTypeNode::AFloat();
+}
+
+/// Null for an operator without an instruction.
+SlcPtr<SlcICode> MakeBinOp(const SlcBinOpExprNode* node, const SlcOperand& result,
+                           const SlcOperand& left, const SlcOperand& right)
+{
+    if (node->IsAdd())
+        return MakeShared<SlcAddICode>(result, left, right);
+    if (node->IsSub())
+        return MakeShared<SlcSubICode>(result, left, right);
+    if (node->IsMult())
+        return MakeShared<SlcMultICode>(result, left, right);
+    if (node->IsDiv())
+        return MakeShared<SlcDivICode>(result, left, right);
+    if (node->IsCrossProd())
+        return MakeShared<SlcCrossProdICode>(result, left, right);
+    if (node->IsDotProd())
+        return MakeShared<SlcDotProdICode>(result, left, right);
+    return nullptr;
+}
+
+}  // namespace
+
+void SlcGenInterCode::Case(SlcConstExprNode* node)
+{
+    Push(MakeShared<SlcLexType>(node->GetConst(),
+                                node->IsFloat() ? SlcTypeNode::AFloat() : SlcTypeNode::AString(),
+                                SlcDetailNode::AUniform(), SlcStorageSpecNode::ALocal()));
+}
+
+void SlcGenInterCode::Case(SlcIdentExprNode* node)
+{
+    Push(OperandOf(node->GetSymbolEntry()));
+}
+
+void SlcGenInterCode::Case(SlcBinOpExprNode* node)
+{
+    node->WalkIn(this);
+    SlcOperand right = Pop();
+    SlcOperand left = Pop();
+    MatchColors(left, right);
+    SlcDetailNode* detail = SlcDetailNode::Combine(left->GetDetail(), right->GetDetail());
+    const SlcOperand result = GetResultVar(node, ResultType(node, left, right), detail);
+    const SlcPtr<SlcICode> code = MakeBinOp(node, result, left, right);
+    if (code.Null())
+        m_errors->FatalError(node, "Invalid operator while generating i-code for bin op");
+    AddInBlock(detail, code);
+    Push(result);
+}
+
+void SlcGenInterCode::Case(SlcUMinusExprNode* node)
+{
+    SlcOperand source = Evaluate(node->GetOperand());
+    SlcTypeNode* type = TypeOf(node);
+    // A float that will be promoted is still one here.
+    if (type->IsColorType() && source->GetType()->IsPointType())
+        source = Converted(source, type);
+    else if (!source->GetType()->IsSameType(type))
+        type = SlcTypeNode::AFloat();
+    SlcDetailNode* detail = SlcDetailNode::Combine(DetailOf(node), source->GetDetail());
+    const SlcOperand result = GetResultVar(node, type, detail);
+    AddInBlock(detail, MakeShared<SlcUnaryMinusICode>(result, source));
+    Push(result);
+}
+
+void SlcGenInterCode::Case(SlcPointExprNode* node)
+{
+    node->WalkIn(this);
+    const SlcOperand z = Pop();
+    const SlcOperand y = Pop();
+    const SlcOperand x = Pop();
+    SlcDetailNode* detail = UniformIfAll({x, y, z});
+    const SlcOperand result = GetResultVar(node, SlcTypeNode::APoint(), detail);
+    AddInBlock(detail, MakeShared<SlcPointICode>(result, x, y, z));
+    Push(result);
+}
+
+void SlcGenInterCode::Case(SlcMatrixExprNode* node)
+{
+    const std::deque<SlcOperand> values = EvaluateMatrix(node);
+    SlcDetailNode* detail = UniformIfAll(values);
+    const SlcOperand result = GetResultVar(node, SlcTypeNode::AMatrix(), detail);
+    AddInBlock(detail, MakeShared<SlcMatrixICode>(result, values));
+    Push(result);
+}
+
+std::deque<SlcOperand> SlcGenInterCode::EvaluateMatrix(SlcMatrixExprNode* node)
+{
+    node->WalkIn(this);
+    std::deque<SlcOperand> values;
+    for (std::size_t i = 0; i < node->GetValues().size(); ++i)
+        values.push_front(Pop());
+    return values;
+}
+
+SlcDetailNode* SlcGenInterCode::UniformIfAll(const std::deque<SlcOperand>& operands)
+{
+    const bool uniform =
+        std::all_of(operands.begin(), operands.end(),
+                    [](const SlcOperand& operand) { return operand->IsUniform(); });
+    return uniform ? SlcDetailNode::AUniform() : SlcDetailNode::AVarying();
+}
+
+void SlcGenInterCode::Default(SlcSyntaxNode* node)
+{
+    if (const auto* call = dynamic_cast<const SlcProcCallExprNode*>(node))
+        m_errors->FatalError(node, "No code generated yet for this built-in function: " +
+                                       call->GetIdent()->GetName());
+    m_errors->FatalError(node, std::string("No code generated yet for this form: ") +
+                                   typeid(*node).name());
+}
