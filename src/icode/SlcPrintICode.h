@@ -1,0 +1,20 @@
+#pragma once
+
+#include <iosfwd>
+
+#include "icode/SlcAllICodeWalker.h"
+#include "icode/SlcListICode.h"
+
+/// Dumps a list to the file "icode.txt" in the current directory: one line an instruction, the
+/// name of its class. It changes nothing.
+class SlcPrintICode : public SlcAllICodeWalker {
+public:
+    /// Reports to the user if the file cannot be written.
+    void Optimize(SlcPtr<SlcListICode>& list);
+
+private:
+    using SlcAllICodeWalker::Case;
+    void Default(SlcPtr<SlcICode> code) override;
+
+    std::ostream* m_out = nullptr;  // while the list is walked
+};
