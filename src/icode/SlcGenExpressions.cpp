@@ -2,12 +2,11 @@
 
 #include <algorithm>
 #include <string>
+#include <typeinfo>
 
 #include "icode/SlcGenInterCode.h"
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcPossibleTypes.h"
-
-#include <typeinfo>
 
 namespace {
 
@@ -64,6 +63,12 @@ void SlcGenInterCode::Case(SlcIdentExprNode* node)
 void SlcGenInterCode::Case(SlcBinOpExprNode* node)
 {
     node->WalkIn(this);
+    GenBinOp(node);
+}
+
+/// Apart from the walk, which nests as deep as the expression and must not need much stack.
+void SlcGenInterCode::GenBinOp(SlcBinOpExprNode* node)
+{
     SlcOperand right = Pop();
     SlcOperand left = Pop();
     MatchColors(left, right);

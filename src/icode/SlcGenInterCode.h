@@ -137,7 +137,8 @@ private:
     void GenArrayInit(const SlcOperand& array, SlcDetailNode* detail, std::size_t valuesBefore);
     void GenArrayCopy(const SlcOperand& array, const SlcOperand& source);
 
-    // Constructors.
+    // Arithmetic and constructors.
+    void GenBinOp(SlcBinOpExprNode* node);
     [[nodiscard]] std::deque<SlcOperand> EvaluateMatrix(SlcMatrixExprNode* node);
     [[nodiscard]] static SlcDetailNode* UniformIfAll(const std::deque<SlcOperand>& operands);
 

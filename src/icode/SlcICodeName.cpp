@@ -1,0 +1,27 @@
+#include "icode/SlcICodeName.h"
+
+#include "icode/SlcICodes.h"
+
+namespace {
+
+class NameWalker : public SlcAllICodeWalker {
+public:
+    std::string_view m_name = "SlcICode";
+
+private:
+#define SLC_ICODE_CLASS(name, base)                                                                \
+    void Case(SlcPtr<name>) override { m_name = #name; }
+#include "icode/SlcICodeClasses.def"
+#undef SLC_ICODE_CLASS
+    void Case(SlcPtr<SlcICode>) override {}
+    void Default(SlcPtr<SlcICode>) override {}
+};
+
+}  // namespace
+
+std::string_view SlcICodeName(SlcICode& code)
+{
+    NameWalker walker;
+    code.ApplyWalker(&walker);
+    return walker.m_name;
+}
