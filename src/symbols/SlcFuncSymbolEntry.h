@@ -1,9 +1,9 @@
 #pragma once
 
 #include <deque>
+#include <memory>
 #include <string>
 #include <string_view>
-#include <memory>
 #include <vector>
 
 #include "frontend/SlcAnnotation.h"
@@ -108,12 +108,11 @@ private:
 /// An overload whose fixed arguments are followed by a variable tail.
 class SlcFuncVarListSymbolEntry : public SlcFuncSymbolEntry {
 public:
-    SlcFuncVarListSymbolEntry(SlcFuncSignature signature,
-                              std::unique_ptr<SlcFuncVarArgExpr> tail);
+    SlcFuncVarListSymbolEntry(SlcFuncSignature signature, std::unique_ptr<SlcFuncVarArgExpr> tail);
     ~SlcFuncVarListSymbolEntry() override;
     [[nodiscard]] bool CheckNumberArgs(const SlcCallArgs& args) const override;
-    [[nodiscard]] bool CheckTypeArgs(const SlcCallArgs& args,
-                                     const SlcPtr<SlcSemanticError>& sink, bool promote) override;
+    [[nodiscard]] bool CheckTypeArgs(const SlcCallArgs& args, const SlcPtr<SlcSemanticError>& sink,
+                                     bool promote) override;
     [[nodiscard]] bool IsVarNbArgs() const override { return true; }
     SlcFuncVarArgExpr* VarArgBegin() override;
     SlcFuncVarArgLeaf* VarArgFindNextMatch(SlcExprNode* expr) override;

@@ -25,7 +25,7 @@ public:
     [[nodiscard]] const std::deque<SlcTypeNode*>& GetTypes() const { return m_types; }
 
     /// The first member x with `type->IsSameType(x)`. Without one, and with promotion allowed,
-    /// the last x with `type->IsPromotableAs(x)`, or `type` itself if some x promotes to it.
+    /// the first x with `type->IsPromotableAs(x)`, or `type` itself if x promotes to it.
     /// Null if nothing fits.
     [[nodiscard]] SlcTypeNode* IsInTypes(SlcTypeNode* type, bool promote) const;
 

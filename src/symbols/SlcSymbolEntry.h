@@ -24,7 +24,7 @@ private:
 enum class SlcUsageState {
     Always,  // on every path
     Never,
-    Maybe,   // on some path
+    Maybe,  // on some path
 };
 
 /// A variable: declared, predefined, formal, or an `extern` alias of one further out.

@@ -3,6 +3,7 @@
 #include <deque>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "symbols/SlcFuncSymbolEntry.h"
 #include "symbols/SlcSymbolEntry.h"
@@ -91,20 +92,28 @@ public:
                                                                 const SlcCallArgs& args,
                                                                 bool promote, bool top);
     /// The overload with these formals; of equals the first. Throws `SlcSymbolNotFound`.
-    [[nodiscard]] SlcPtr<SlcFuncSymbolEntry> GetUniqueFuncEntry(SlcIdentNode* ident,
-                                                                SlcTypeNode* returnType,
-                                                                SlcFormalsNode* formals);
+    [[nodiscard]] SlcPtr<SlcFuncSymbolEntry>
+    GetUniqueFuncEntry(SlcIdentNode* ident, SlcTypeNode* returnType, SlcFormalsNode* formals);
 
     /// For a function's formals table: the scope in which the function was defined; null in
     /// strict mode and elsewhere.
     SlcPtr<SlcSymbolTable> m_definitionScope;
 
-    /// The table around this scope; null for the outermost.
-    [[nodiscard]] SlcPtr<SlcSymbolTable> GetParent() const;
-    /// The table before this one in the same scope; null for the first. Made on demand.
-    [[nodiscard]] SlcPtr<SlcSymbolTable> GetPrevious() const;
+    /// Declared in one of the tables from this one outward, up to but not including `base`.
+    [[nodiscard]] bool IsDeclaredBetween(SlcIdentNode* ident,
+                                         const SlcPtr<SlcSymbolTable>& base) const;
 
 private:
+    struct Group;  // the entries of one name in one table
+
+    explicit SlcSymbolTable(SlcPtr<SlcSymbolScope> scope);
+    /// The entries of a name, one group a table that holds any: this table first, then those
+    /// before it in the scope, then outward.
+    [[nodiscard]] std::vector<Group> GroupsOf(SlcIdentNode* ident) const;
+    [[nodiscard]] SlcPtr<SlcVarSymbolEntry> FindVariable(SlcIdentNode* ident) const;
+    /// The table outside this scope, in which a look-up goes on; null for none.
+    [[nodiscard]] const SlcSymbolTable* NextScope() const;
+
     SlcPtr<SlcSymbolScope> m_scope;  // the names of all tables of this scope, and the parent
     int m_position = 0;              // this table's place among the tables of its scope
 };

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <array>
+
+#include "symbols/SlcSymbolTable.h"
+
+/// The rules that give the detail of a call, by the numbers that the rows of the library carry.
+/// The rules live in `semantics`, which hands them in.
+struct SlcDetailRules {
+    std::array<SlcCheckDetailProc, 3> checkDetail;
+    std::array<SlcCheckInlineDetailProc, 9> checkInlineDetail;
+};
+
+/// A new table with the whole library of the language and the variable `PI`: the outermost scope
+/// of every compile.
+[[nodiscard]] SlcPtr<SlcSymbolTable> SlcBuiltInTable(const SlcDetailRules& rules);

@@ -1,0 +1,197 @@
+#include "symbols/SlcFuncDescription.h"
+
+#include <cstring>
+#include <iostream>
+
+#include "support/SlcDiagnostics.h"
+
+namespace {
+
+struct TypeWord {
+    std::string_view word;
+    SlcTypeNode* (*type)();
+};
+
+//   word           type
+constexpr TypeWord k_typeWords[] = {
+    {"float", SlcTypeNode::AFloat},
+    {"string", SlcTypeNode::AString},
+    {"color", SlcTypeNode::AColor},
+    {"point", SlcTypeNode::APoint},
+    {"vector", SlcTypeNode::AVector},
+    {"normal", SlcTypeNode::ANormal},
+    {"matrix", SlcTypeNode::AMatrix},
+    {"void", SlcTypeNode::AVoid},
+    {"any", SlcTypeNode::AAnyType},
+    {"any-point", SlcTypeNode::AAnyPoint},
+    {"any-vector", SlcTypeNode::AAnyVector},
+    {"array-float", [] { return SlcTypeNode::CreateArrayType(SlcTypeNode::AFloat()); }},
+    {"array-color", [] { return SlcTypeNode::CreateArrayType(SlcTypeNode::AColor()); }},
+    {"array-point", [] { return SlcTypeNode::CreateArrayType(SlcTypeNode::APoint()); }},
+};
+
+/// "= default" behind a type, if it is there.
+std::string ReadDefault(const char*& cursor)
+{
+    if (SlcFuncDescription::EatSpaces(cursor) != '=')
+        return {};
+    ++cursor;
+    return std::string(SlcFuncDescription::ReadString(cursor));
+}
+
+std::unique_ptr<SlcFuncVarArgSingle> ReadSingle(const char*& cursor)
+{
+    SlcDetailNode* detail = nullptr;
+    SlcStorageSpecNode* storage = nullptr;
+    SlcTypeNode* type = SlcFuncDescription::ReadType(cursor, &detail, &storage);
+    std::string defaultValue = ReadDefault(cursor);
+    const bool repeated = SlcFuncDescription::EatSpaces(cursor) == '*';
+    if (repeated)
+        ++cursor;
+    return std::make_unique<SlcFuncVarArgSingle>(type, detail, storage, repeated,
+                                                 std::move(defaultValue));
+}
+
+std::unique_ptr<SlcFuncVarArgExpr> ReadNamedPairs(const char*& cursor)
+{
+    auto list = std::make_unique<SlcFuncVarArgList>(SlcFuncVarArgList::Order::Named);
+    while (SlcFuncDescription::EatSpaces(cursor) != ')') {
+        std::string name(SlcFuncDescription::ReadString(cursor));
+        list->Append(std::make_unique<SlcFuncVarArgPair>(std::move(name), ReadSingle(cursor)));
+    }
+    ++cursor;
+    return list;
+}
+
+/// Name, return type and fixed arguments.
+SlcFuncDescription::FuncInfo ReadHead(const char*& cursor)
+{
+    SlcFuncDescription::FuncInfo info;
+    SlcDetailNode* detail = nullptr;
+    SlcStorageSpecNode* storage = nullptr;
+    info.name = SlcFuncDescription::ReadString(cursor);
+    info.returnType = SlcFuncDescription::ReadType(cursor, &detail, &storage);
+    for (int left = SlcFuncDescription::ReadInt(cursor); left > 0; --left) {
+        info.argTypes.push_back(SlcFuncDescription::ReadType(cursor, &detail, &storage));
+        info.argDetails.push_back(detail);
+        info.argStorages.push_back(storage);
+    }
+    return info;
+}
+
+/// Rules, primitive, flags and the whole-grid form for `nArgs` arguments.
+void ReadRest(const char*& cursor, int nArgs, SlcFuncDescription::FuncInfo& info)
+{
+    info.checkDetail = SlcFuncDescription::ReadInt(cursor);
+    info.checkInlineDetail = SlcFuncDescription::ReadInt(cursor);
+    info.cName = SlcFuncDescription::ReadString(cursor);
+    if (info.cName == "NOT_YET")
+        info.cName.clear();
+    info.orderSensitive = SlcFuncDescription::ReadInt(cursor) == 1;
+    info.foldable = SlcFuncDescription::ReadInt(cursor) == 1;
+    SlcFuncDescription::ReadSIMDInfo(cursor, nArgs, info.simd, info.simdDetails);
+}
+
+}  // namespace
+
+char SlcFuncDescription::EatSpaces(const char*& cursor)
+{
+    while (*cursor == ' ')
+        ++cursor;
+    return *cursor;
+}
+
+std::string_view SlcFuncDescription::ReadString(const char*& cursor)
+{
+    EatSpaces(cursor);
+    const char* begin = cursor;
+    while (*cursor != '\0' && std::strchr(" ()*=", *cursor) == nullptr)
+        ++cursor;
+    if (cursor == begin && *cursor != '\0')
+        ++cursor;
+    return {begin, static_cast<std::size_t>(cursor - begin)};
+}
+
+int SlcFuncDescription::ReadInt(const char*& cursor)
+{
+    return std::stoi(std::string(ReadString(cursor)));
+}
+
+SlcTypeNode* SlcFuncDescription::ReadType(const char*& cursor, SlcDetailNode** detail,
+                                          SlcStorageSpecNode** storage)
+{
+    *detail = SlcDetailNode::AUnknown();
+    *storage = SlcStorageSpecNode::AInput();
+    std::string_view word = ReadString(cursor);
+    if (word == "output") {
+        *storage = SlcStorageSpecNode::AOutput();
+        word = ReadString(cursor);
+    }
+    if (word == "uniform") {
+        *detail = SlcDetailNode::AUniform();
+        word = ReadString(cursor);
+    }
+    for (const TypeWord& entry : k_typeWords)
+        if (entry.word == word)
+            return entry.type();
+    FatalError("Invalid type during function description list building: " + std::string(word));
+}
+
+std::unique_ptr<SlcFuncVarArgExpr> SlcFuncDescription::ReadVarTypes(const char*& cursor)
+{
+    if (EatSpaces(cursor) == '(') {
+        ++cursor;
+        auto list = std::make_unique<SlcFuncVarArgList>(SlcFuncVarArgList::Order::Positional);
+        while (EatSpaces(cursor) != ')')
+            list->Append(ReadVarTypes(cursor));
+        ++cursor;
+        return list;
+    }
+    const char* behindWord = cursor;
+    if (ReadString(behindWord) != "named")
+        return ReadSingle(cursor);
+    cursor = behindWord;
+    EatSpaces(cursor);
+    ++cursor;
+    return ReadNamedPairs(cursor);
+}
+
+void SlcFuncDescription::ReadSIMDInfo(const char*& cursor, int nArgs, SlcCallSIMD& kind,
+                                      std::deque<SlcDetailNode*>& details)
+{
+    const std::string_view word = ReadString(cursor);
+    if (word == "nosimd") {
+        kind = SlcCallSIMD::NoSimd;
+        return;
+    }
+    if (word == "simd")
+        kind = SlcCallSIMD::Simd;
+    else if (word == "always-simd")
+        kind = SlcCallSIMD::AlwaysSimd;
+    else
+        std::cerr << "Bad SIMD info : " << word << '\n';
+    for (; nArgs > 0; --nArgs) {
+        const std::string_view detail = ReadString(cursor);
+        if (detail == "varying")
+            details.push_back(SlcDetailNode::AVarying());
+        else if (detail == "uniform")
+            details.push_back(SlcDetailNode::AUniform());
+    }
+}
+
+SlcFuncDescription::FuncInfo SlcFuncDescription::ReadPlainRow(const char* row)
+{
+    FuncInfo info = ReadHead(row);
+    ReadRest(row, static_cast<int>(info.argTypes.size()), info);
+    return info;
+}
+
+SlcFuncDescription::FuncInfo SlcFuncDescription::ReadVarArgsRow(const char* row)
+{
+    FuncInfo info = ReadHead(row);
+    info.tail = ReadVarTypes(row);
+    const int fixed = static_cast<int>(info.argTypes.size());
+    const int most = info.tail->GetMaxSize(false);
+    ReadRest(row, most < 0 ? fixed : fixed + most, info);
+    return info;
+}

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <deque>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "frontend/SlcDetailNode.h"
+#include "frontend/SlcStorageSpecNode.h"
+#include "frontend/SlcTypeNode.h"
+#include "symbols/SlcFuncSymbolEntry.h"
+#include "symbols/SlcFuncVarArgExpr.h"
+
+/// The language's library as records, read from rows of text.
+///
+/// A token of a row ends at a blank; `(`, `)`, `*` and `=` are tokens by themselves.
+class SlcFuncDescription {
+public:
+    /// One overload, with the numbers of its detail rules.
+    struct FuncInfo {
+        std::string name;
+        SlcTypeNode* returnType = nullptr;
+        std::deque<SlcTypeNode*> argTypes;
+        std::deque<SlcDetailNode*> argDetails;        // uniform or unknown
+        std::deque<SlcStorageSpecNode*> argStorages;  // input or output
+        int checkDetail = 0;
+        int checkInlineDetail = 0;
+        SlcCallSIMD simd = SlcCallSIMD::NoSimd;
+        std::deque<SlcDetailNode*> simdDetails;
+        std::string cName;  // empty where there is no primitive
+        bool orderSensitive = false;
+        bool foldable = false;
+        std::unique_ptr<SlcFuncVarArgExpr> tail;  // null for a plain row
+    };
+
+    static const char* const sm_funcInfoString[];         // ended by a null
+    static const char* const sm_varArgsFuncInfoString[];  // ended by a null
+
+    [[nodiscard]] static FuncInfo ReadPlainRow(const char* row);
+    [[nodiscard]] static FuncInfo ReadVarArgsRow(const char* row);
+
+    // The readers move the cursor behind what they read.
+
+    /// The character under the cursor behind any blanks.
+    static char EatSpaces(const char*& cursor);
+    [[nodiscard]] static std::string_view ReadString(const char*& cursor);
+    [[nodiscard]] static int ReadInt(const char*& cursor);
+    /// An unknown type word is fatal.
+    [[nodiscard]] static SlcTypeNode* ReadType(const char*& cursor, SlcDetailNode** detail,
+                                               SlcStorageSpecNode** storage);
+    [[nodiscard]] static std::unique_ptr<SlcFuncVarArgExpr> ReadVarTypes(const char*& cursor);
+    /// Nothing behind `nosimd` is read.
+    static void ReadSIMDInfo(const char*& cursor, int nArgs, SlcCallSIMD& kind,
+                             std::deque<SlcDetailNode*>& details);
+};

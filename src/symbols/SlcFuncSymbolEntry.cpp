@@ -1,0 +1,148 @@
+#include "symbols/SlcFuncSymbolEntry.h"
+
+#include <string>
+#include <utility>
+
+#include "support/reports/SlcSemanticError.h"
+#include "symbols/SlcPossibleTypes.h"
+
+SlcFuncSymbolEntry::SlcFuncSymbolEntry(SlcFuncSignature signature)
+    : SlcSymbolEntry(signature.ident),
+      m_signature(std::move(signature))
+{
+}
+
+SlcFuncSymbolEntry::~SlcFuncSymbolEntry() = default;
+
+bool SlcFuncSymbolEntry::CheckNumberArgs(const SlcCallArgs& args) const
+{
+    return args.size() == m_signature.argTypes.size();
+}
+
+bool SlcFuncSymbolEntry::CheckTypeArgs(const SlcCallArgs& args, const SlcPtr<SlcSemanticError>&,
+                                       bool promote)
+{
+    for (std::size_t i = 0; i < m_signature.argTypes.size() && i < args.size(); ++i) {
+        SlcTypeNode* formal = m_signature.argTypes[i];
+        const bool mayPromote = promote && !m_signature.argStorages[i]->IsOutput();
+        const SlcTypeNode* type = SlcPossibleTypes::Of(args[i])->IsInTypes(formal, mayPromote);
+        if (!type || !type->IsPromotableAs(formal))
+            return false;
+    }
+    return true;
+}
+
+void SlcFuncSymbolEntry::ErrorsTypeArgs(const SlcCallArgs& args,
+                                        const SlcPtr<SlcSemanticError>& sink, std::string_view name)
+{
+    bool reported = false;
+    std::size_t i = 0;
+    const auto messageFor = [&] {
+        return "Invalid type for argument " + std::to_string(i + 1) + " of '" + std::string(name) +
+               "' function ";
+    };
+    for (; i < m_signature.argTypes.size() && i < args.size(); ++i) {
+        SlcTypeNode* formal = m_signature.argTypes[i];
+        if (SlcPossibleTypes::Of(args[i])->IsInTypes(formal, false))
+            continue;
+        sink->Error(args[i], messageFor() + "(" + formal->ToString() + " expected)");
+        reported = true;
+    }
+    if (reported || !VarArgBegin())
+        return;
+    for (; i < args.size(); ++i) {
+        if (!VarArgFindNextMatch(args[i])) {
+            sink->Error(args[i], messageFor());
+            return;
+        }
+    }
+}
+
+SlcDetailNode* SlcFuncSymbolEntry::CheckDetail(SlcCheckDetail* walker, SlcProcCallExprNode* call)
+{
+    return m_signature.checkDetail(walker, this, call);
+}
+
+SlcDetailNode* SlcFuncSymbolEntry::CheckInlineDetail(SlcCheckInlineDetail* walker,
+                                                     SlcProcCallExprNode* call)
+{
+    return m_signature.checkInlineDetail(walker, this, call);
+}
+
+const std::deque<SlcTypeNode*>& SlcFuncSymbolEntry::GetArgTypes() const
+{
+    return m_signature.argTypes;
+}
+
+const std::deque<SlcDetailNode*>& SlcFuncSymbolEntry::GetArgDetails() const
+{
+    return m_signature.argDetails;
+}
+
+const std::deque<SlcStorageSpecNode*>& SlcFuncSymbolEntry::GetArgStorages() const
+{
+    return m_signature.argStorages;
+}
+
+const std::deque<SlcDetailNode*>& SlcFuncSymbolEntry::GetSIMDDetails() const
+{
+    return m_signature.simdDetails;
+}
+
+void SlcFuncSymbolEntry::SetFuncInfo(SlcPtr<SlcAnnotation> info)
+{
+    m_funcInfo = std::move(info);
+}
+
+SlcFuncVarListSymbolEntry::SlcFuncVarListSymbolEntry(SlcFuncSignature signature,
+                                                     std::unique_ptr<SlcFuncVarArgExpr> tail)
+    : SlcFuncSymbolEntry(std::move(signature)),
+      m_tail(std::move(tail))
+{
+}
+
+SlcFuncVarListSymbolEntry::~SlcFuncVarListSymbolEntry() = default;
+
+bool SlcFuncVarListSymbolEntry::CheckNumberArgs(const SlcCallArgs& args) const
+{
+    const std::size_t fixed = GetArgTypes().size();
+    if (args.size() <= fixed)
+        return args.size() == fixed;
+    const int most = m_tail->GetMaxSize(true);
+    return most < 0 || args.size() - fixed <= static_cast<std::size_t>(most);
+}
+
+bool SlcFuncVarListSymbolEntry::CheckTypeArgs(const SlcCallArgs& args,
+                                              const SlcPtr<SlcSemanticError>& sink, bool promote)
+{
+    if (!SlcFuncSymbolEntry::CheckTypeArgs(args, sink, promote))
+        return false;
+    if (args.size() == GetArgTypes().size())
+        return true;
+    m_tail->Begin();
+    for (std::size_t i = GetArgTypes().size(); i < args.size(); ++i) {
+        if (SlcPossibleTypes::Of(args[i])->IsInTypes(SlcTypeNode::AVoid(), false)) {
+            if (sink)
+                sink->Error(args[i], "Void calls may not be used as parameters");
+            return false;
+        }
+        if (!m_tail->FindNextMatch(args[i], promote))
+            return false;
+    }
+    return true;
+}
+
+SlcFuncVarArgExpr* SlcFuncVarListSymbolEntry::VarArgBegin()
+{
+    return m_tail->Begin();
+}
+
+SlcFuncVarArgLeaf* SlcFuncVarListSymbolEntry::VarArgFindNextMatch(SlcExprNode* expr)
+{
+    return m_tail->FindNextMatch(expr, false);
+}
+
+SlcFuncVarArgExpr* SlcFuncVarListSymbolEntry::VarArgNext()
+{
+    return m_tail->Next(true);
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "frontend/SlcDetailNode.h"
+#include "frontend/SlcTypeNode.h"
+
+/// The predefined variables of shaders.
+class SlcHiddenVariables {
+public:
+    struct VarInfo {
+        const char* name;
+        SlcTypeNode* (*type)();
+        SlcDetailNode* (*detail)();
+        const char* accessor;  // the text by which generated code reaches the variable
+    };
+
+    /// A name that no shader knows is a fault of the compiler, and fatal.
+    [[nodiscard]] static const VarInfo& GetVarInfoHidden(std::string_view name);
+    /// The three variables that a light loop adds.
+    [[nodiscard]] static const VarInfo& GetVarInfoIlluminance(std::string_view name);
+};

@@ -1,0 +1,36 @@
+#include "symbols/SlcPossibleTypes.h"
+
+#include <algorithm>
+
+void SlcAddTypeIfNotPresent(std::deque<SlcTypeNode*>& types, SlcTypeNode* type)
+{
+    if (std::none_of(types.begin(), types.end(),
+                     [type](const SlcTypeNode* member) { return member->IsSameType(type); }))
+        types.push_back(type);
+}
+
+SlcPtr<SlcPossibleTypes> SlcPossibleTypes::Of(const SlcExprNode* expr)
+{
+    return CheckCast<SlcPossibleTypes>(expr->GetAnnotation());
+}
+
+SlcTypeNode* SlcPossibleTypes::IsInTypes(SlcTypeNode* type, bool promote) const
+{
+    SlcTypeNode* candidate = nullptr;
+    for (SlcTypeNode* member : m_types) {
+        if (type->IsSameType(member))
+            return member;
+        if (!promote || candidate)
+            continue;
+        if (type->IsPromotableAs(member))
+            candidate = member;
+        else if (member->IsPromotableAs(type))
+            candidate = type;
+    }
+    return candidate;
+}
+
+void SlcPossibleTypes::SetOperandHint(SlcPtr<SlcLexType> operand)
+{
+    m_operandHint = std::move(operand);
+}

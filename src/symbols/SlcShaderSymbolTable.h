@@ -1,0 +1,95 @@
+#pragma once
+
+#include <span>
+
+#include "frontend/SlcCodeWalker.h"
+#include "symbols/SlcSymbolTable.h"
+
+/// The scope of a shader's predefined variables, between the built-ins and the shader's own.
+///
+/// Code generation reaches the variables through the statics, never by look-up. They stay null
+/// until an entry of that name is made, and are valid for the one shader of a compile.
+class SlcShaderSymbolTable : public SlcSymbolTable {
+public:
+    using VarEntry = SlcPtr<SlcVarSymbolEntry>;
+
+    /// Adds the predefined variables of these names.
+    void InitReadOnlyHiddens(std::span<const char* const> names);
+    void InitReadWriteHiddens(std::span<const char* const> names);
+    /// Adds the variables of a light loop: the entries that exist already, unless this is the
+    /// `first` such scope. All light loops of a compile share them.
+    void InitIlluminance(std::span<const char* const> names, bool first);
+    /// Remembers the entry of that name in its static; a name without one changes nothing.
+    void InitStaticVarEntry(SlcIdentNode* ident);
+
+    /// Forgets the variables of an earlier compile.
+    static void ResetStatics();
+
+    static VarEntry sm_Cs, sm_Os, sm_P, sm_Ps, sm_dPdu, sm_dPdv, sm_N, sm_Ng, sm_u, sm_v, sm_du,
+        sm_dv, sm_s, sm_t, sm_L, sm_Cl, sm_Ol, sm_E, sm_I, sm_ncomps, sm_time, sm_Ci, sm_Oi,
+        sm_alpha;
+
+protected:
+    explicit SlcShaderSymbolTable(SlcPtr<SlcSymbolTable> parent) : SlcSymbolTable(std::move(parent))
+    {
+    }
+
+private:
+    void AddHidden(const char* name, const char* record, SlcStorageSpecNode* storage);
+    friend class SlcSurfaceSymbolTable;
+
+    static bool sm_illuminanceExists;  // the entries of light loops have been made
+};
+
+class SlcSurfaceSymbolTable : public SlcShaderSymbolTable {
+public:
+    explicit SlcSurfaceSymbolTable(SlcPtr<SlcSymbolTable> parent);
+};
+
+class SlcLightSymbolTable : public SlcShaderSymbolTable {
+public:
+    explicit SlcLightSymbolTable(SlcPtr<SlcSymbolTable> parent);
+};
+
+class SlcVolumeSymbolTable : public SlcShaderSymbolTable {
+public:
+    explicit SlcVolumeSymbolTable(SlcPtr<SlcSymbolTable> parent);
+};
+
+class SlcDisplacementSymbolTable : public SlcShaderSymbolTable {
+public:
+    explicit SlcDisplacementSymbolTable(SlcPtr<SlcSymbolTable> parent);
+};
+
+class SlcImagerSymbolTable : public SlcShaderSymbolTable {
+public:
+    explicit SlcImagerSymbolTable(SlcPtr<SlcSymbolTable> parent);
+};
+
+/// The scope of the body of a light loop.
+class SlcIlluminanceSymbolTable : public SlcShaderSymbolTable {
+public:
+    SlcIlluminanceSymbolTable(SlcPtr<SlcSymbolTable> parent, bool first);
+};
+
+/// Makes the table of predefined variables for a kind of shader.
+class SlcShaderSymbolTableCreater : public SlcCodeWalker {
+public:
+    explicit SlcShaderSymbolTableCreater(SlcPtr<SlcSemanticError> errors);
+    /// `shaderType` is the node of the kind.
+    [[nodiscard]] SlcPtr<SlcSymbolTable> operator()(SlcSyntaxNode* shaderType,
+                                                    SlcPtr<SlcSymbolTable> parent);
+
+private:
+    using SlcCodeWalker::Case;
+    void Case(SlcLightShaderTypeNode*) override;
+    void Case(SlcSurfaceShaderTypeNode*) override;
+    void Case(SlcVolumeShaderTypeNode*) override;
+    void Case(SlcDisplacementShaderTypeNode*) override;
+    void Case(SlcImagerShaderTypeNode*) override;
+    void Default(SlcSyntaxNode* node) override;
+
+    SlcPtr<SlcSymbolTable> m_table;
+    SlcPtr<SlcSymbolTable> m_parent;
+    SlcPtr<SlcSemanticError> m_errors;
+};

@@ -1,0 +1,19 @@
+#include "symbols/SlcSymbolScope.h"
+
+#include <algorithm>
+#include <utility>
+
+void SlcSymbolScope::Add(int table, SlcPtr<SlcSymbolEntry> entry)
+{
+    auto& named = m_names[entry->GetName()];
+    // An earlier table of the scope can still get a name after a later one has been made.
+    const auto place = std::upper_bound(named.begin(), named.end(), table,
+                                        [](int t, const Named& n) { return t < n.table; });
+    named.insert(place, {table, std::move(entry)});
+}
+
+const std::vector<SlcSymbolScope::Named>* SlcSymbolScope::Find(std::string_view name) const
+{
+    const auto found = m_names.find(name);
+    return found == m_names.end() ? nullptr : &found->second;
+}

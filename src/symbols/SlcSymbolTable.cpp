@@ -1,0 +1,378 @@
+#include "symbols/SlcSymbolTable.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "frontend/SlcCallNodes.h"
+#include "frontend/SlcDefinitionNodes.h"
+#include "support/reports/SlcSemanticError.h"
+#include "symbols/SlcPossibleTypes.h"
+#include "symbols/SlcSymbolScope.h"
+
+struct SlcSymbolTable::Group {
+    std::vector<SlcPtr<SlcSymbolEntry>> entries;
+};
+
+namespace {
+
+SlcTypeNode* TypeOf(const SlcDefExprNode& definition, SlcTypeNode* declared)
+{
+    return definition.IsArray() ? SlcTypeNode::CreateArrayType(declared, definition.GetArraySize())
+                                : declared;
+}
+
+/// Calls `visit(definition, typeSpec)` for each name of the formals.
+template <class Visit>
+void ForEachFormal(const SlcFormalsNode& formals, Visit visit)
+{
+    for (const auto& group : formals.GetVarDefs())
+        for (const auto& definition : group->GetDefExprs()->GetDefExprs())
+            visit(*definition, *group->GetTypeSpec());
+}
+
+std::vector<SlcTypeNode*> TypesOf(const SlcFormalsNode& formals)
+{
+    std::vector<SlcTypeNode*> types;
+    ForEachFormal(formals, [&](const SlcDefExprNode& definition, const SlcTypeSpecNode& spec) {
+        types.push_back(TypeOf(definition, spec.GetType()));
+    });
+    return types;
+}
+
+/// The arguments, which have their unique types, suit the fixed formals.
+bool FitsUniqueTypes(const SlcFuncSymbolEntry& entry, const SlcCallArgs& args, bool promote)
+{
+    const auto& formals = entry.GetArgTypes();
+    if (args.size() < formals.size() || (args.size() > formals.size() && !entry.IsVarNbArgs()))
+        return false;
+    for (std::size_t i = 0; i < formals.size(); ++i) {
+        const SlcTypeNode* type = SlcPossibleTypes::Of(args[i])->GetUniqueType();
+        const bool fits = promote && !entry.GetArgStorages()[i]->IsOutput()
+                              ? type->IsPromotableAs(formals[i])
+                              : formals[i]->IsSameType(type);
+        if (!fits)
+            return false;
+    }
+    return true;
+}
+
+bool HasFormals(const SlcFuncSymbolEntry& entry, const std::vector<SlcTypeNode*>& types)
+{
+    const auto& formals = entry.GetArgTypes();
+    return std::equal(formals.begin(), formals.end(), types.begin(), types.end(),
+                      [](const SlcTypeNode* formal, const SlcTypeNode* type) {
+                          return formal->IsSameType(type);
+                      });
+}
+
+SlcPtr<SlcFuncSymbolEntry> AsFunction(const SlcPtr<SlcSymbolEntry>& entry)
+{
+    return entry->IsFunction() ? CheckCast<SlcFuncSymbolEntry>(entry) : nullptr;
+}
+
+}  // namespace
+
+SlcSymbolTable::SlcSymbolTable() : SlcSymbolTable(SlcPtr<SlcSymbolTable>()) {}
+
+SlcSymbolTable::SlcSymbolTable(SlcPtr<SlcSymbolTable> parent)
+    : m_scope(MakeShared<SlcSymbolScope>(std::move(parent)))
+{
+}
+
+SlcSymbolTable::SlcSymbolTable(SlcPtr<SlcSymbolScope> scope)
+    : m_scope(std::move(scope)),
+      m_position(m_scope->m_tables++)
+{
+}
+
+SlcSymbolTable::~SlcSymbolTable() = default;
+
+SlcPtr<SlcSymbolTable> SlcSymbolTable::CreateNewScopeTable()
+{
+    return MakeShared<SlcSymbolTable>(SlcPtr<SlcSymbolTable>(this));
+}
+
+SlcPtr<SlcSymbolTable> SlcSymbolTable::CreateCurrentScopeTable()
+{
+    if (m_position + 1 == m_scope->m_tables)
+        return SlcPtr<SlcSymbolTable>(new SlcSymbolTable(m_scope));
+    // Two tables follow this one: what one of them declares is not seen from the other.
+    auto fork = MakeShared<SlcSymbolTable>(m_scope->m_parent);
+    fork->m_scope->m_previous = this;
+    return fork;
+}
+
+void SlcSymbolTable::AddEntry(SlcPtr<SlcSymbolEntry> entry)
+{
+    m_scope->Add(m_position, std::move(entry));
+}
+
+void SlcSymbolTable::AddVarEntry(const SlcPtr<SlcVarSymbolEntry>& entry)
+{
+    AddEntry(entry);
+}
+
+SlcPtr<SlcVarSymbolEntry> SlcSymbolTable::AddVarEntry(SlcIdentNode* ident, SlcTypeNode* type,
+                                                      SlcDetailNode* detail,
+                                                      SlcStorageSpecNode* storage, bool hidden,
+                                                      const char* cName,
+                                                      SlcPtr<SlcVarSymbolEntry> outer)
+{
+    auto entry =
+        MakeShared<SlcVarSymbolEntry>(ident, type, detail, storage, hidden, std::move(outer));
+    if (cName)
+        entry->MakeIntCodeVar(cName);
+    AddEntry(entry);
+    return entry;
+}
+
+void SlcSymbolTable::AddFuncEntry(SlcFuncSignature signature)
+{
+    AddEntry(MakeShared<SlcFuncSymbolEntry>(std::move(signature)));
+}
+
+void SlcSymbolTable::AddFuncEntry(SlcIdentNode* ident, SlcTypeNode* returnType,
+                                  SlcFormalsNode* formals, SlcPtr<SlcAnnotation> info,
+                                  SlcCheckDetailProc checkDetail,
+                                  SlcCheckInlineDetailProc checkInlineDetail)
+{
+    SlcFuncSignature signature;
+    signature.ident = ident;
+    signature.returnType = returnType;
+    signature.checkDetail = checkDetail;
+    signature.checkInlineDetail = checkInlineDetail;
+    signature.origin = SlcFuncOrigin::User;
+    ForEachFormal(*formals, [&](const SlcDefExprNode& definition, const SlcTypeSpecNode& spec) {
+        signature.argTypes.push_back(TypeOf(definition, spec.GetType()));
+        signature.argDetails.push_back(spec.GetDetail());
+        signature.argStorages.push_back(spec.GetStorage());
+    });
+    auto entry = MakeShared<SlcFuncSymbolEntry>(std::move(signature));
+    entry->SetFuncInfo(std::move(info));
+    AddEntry(entry);
+}
+
+void SlcSymbolTable::AddFuncVarListEntry(SlcFuncSignature signature,
+                                         std::unique_ptr<SlcFuncVarArgExpr> tail)
+{
+    AddEntry(MakeShared<SlcFuncVarListSymbolEntry>(std::move(signature), std::move(tail)));
+}
+
+const SlcSymbolTable* SlcSymbolTable::NextScope() const
+{
+    const auto& next = m_scope->m_previous ? m_scope->m_previous : m_scope->m_parent;
+    return next ? &*next : nullptr;
+}
+
+SlcPtr<SlcVarSymbolEntry> SlcSymbolTable::FindVariable(SlcIdentNode* ident) const
+{
+    const auto* named = m_scope->Find(ident->GetName());
+    if (!named)
+        return nullptr;
+    SlcPtr<SlcSymbolEntry> found;
+    int foundIn = -1;
+    // The first variable of the nearest table that has one.
+    for (auto entry = named->rbegin(); entry != named->rend(); ++entry) {
+        if (entry->table > m_position || !entry->entry->IsVariable())
+            continue;
+        if (foundIn >= 0 && entry->table != foundIn)
+            break;
+        found = entry->entry;
+        foundIn = entry->table;
+    }
+    return CheckCast<SlcVarSymbolEntry>(found);
+}
+
+SlcPtr<SlcVarSymbolEntry> SlcSymbolTable::GetVarEntry(SlcIdentNode* ident, bool noDefinitionScope)
+{
+    // Where the enclosing functions were defined, the outermost of them last.
+    std::vector<SlcPtr<SlcSymbolTable>> definitionScopes;
+    for (const SlcSymbolTable* table = this; table; table = table->NextScope()) {
+        if (auto entry = table->FindVariable(ident))
+            return entry;
+        if (table->m_definitionScope && !(table == this && noDefinitionScope))
+            definitionScopes.push_back(table->m_definitionScope);
+    }
+    // What failed outside is tried from the outermost function inward.
+    for (auto scope = definitionScopes.rbegin(); scope != definitionScopes.rend(); ++scope) {
+        try {
+            return (*scope)->GetVarEntry(ident, false);
+        } catch (const SlcSymbolNotFound&) {
+            continue;  // the next function inward may know the name
+        }
+    }
+    throw SlcSymbolNotFound{ident};
+}
+
+bool SlcSymbolTable::IsInCurrent(SlcIdentNode* ident, bool thisTableOnly) const
+{
+    if (const auto* named = m_scope->Find(ident->GetName())) {
+        for (const auto& entry : *named)
+            if (thisTableOnly ? entry.table == m_position : entry.table <= m_position)
+                return true;
+    }
+    return !thisTableOnly && m_scope->m_previous && m_scope->m_previous->IsInCurrent(ident, false);
+}
+
+bool SlcSymbolTable::IsVarInTable(SlcIdentNode* ident) const
+{
+    for (const SlcSymbolTable* table = this; table; table = table->NextScope())
+        if (table->FindVariable(ident))
+            return true;
+    return false;
+}
+
+bool SlcSymbolTable::IsDeclaredBetween(SlcIdentNode* ident,
+                                       const SlcPtr<SlcSymbolTable>& base) const
+{
+    for (const SlcSymbolTable* table = this; table; table = table->NextScope()) {
+        const bool holdsBase = base && table->m_scope == base->m_scope;
+        if (const auto* named = table->m_scope->Find(ident->GetName()))
+            for (const auto& entry : *named)
+                if (entry.table <= table->m_position &&
+                    !(holdsBase && entry.table <= base->m_position))
+                    return true;
+        if (holdsBase)
+            return false;
+    }
+    return false;
+}
+
+std::vector<SlcSymbolTable::Group> SlcSymbolTable::GroupsOf(SlcIdentNode* ident) const
+{
+    std::vector<Group> groups;
+    for (const SlcSymbolTable* table = this; table; table = table->NextScope()) {
+        const auto* named = table->m_scope->Find(ident->GetName());
+        if (!named)
+            continue;
+        auto end = std::upper_bound(
+            named->begin(), named->end(), table->m_position,
+            [](int position, const SlcSymbolScope::Named& n) { return position < n.table; });
+        while (end != named->begin()) {
+            auto begin = end;
+            while (begin != named->begin() && (begin - 1)->table == (end - 1)->table)
+                --begin;
+            Group group;
+            for (auto entry = begin; entry != end; ++entry)
+                group.entries.push_back(entry->entry);
+            groups.push_back(std::move(group));
+            end = begin;
+        }
+    }
+    return groups;
+}
+
+std::deque<SlcTypeNode*> SlcSymbolTable::GetFuncType(SlcIdentNode* ident,
+                                                     SlcProcArgsNode* arguments,
+                                                     const SlcPtr<SlcSemanticError>& sink,
+                                                     bool noVoid, bool promote, bool top)
+{
+    const SlcCallArgs args = SlcArgsOf(arguments);
+    const std::vector<Group> groups = GroupsOf(ident);
+    // What the nearest table with a function of that name has to say if nothing fits; a wrong
+    // count in an outer table ends the search and is said before it.
+    SlcPtr<SlcFuncSymbolEntry> lastFunction;
+    SlcPtr<SlcFuncSymbolEntry> lastWithCount;
+    const auto searchPass = [&](bool promoted) {
+        lastFunction = nullptr;
+        lastWithCount = nullptr;
+        std::deque<SlcTypeNode*> types;
+        for (const Group& group : groups) {
+            SlcPtr<SlcFuncSymbolEntry> function;
+            SlcPtr<SlcFuncSymbolEntry> withCount;
+            for (const auto& entry : group.entries) {
+                const auto candidate = AsFunction(entry);
+                if (candidate.Null())
+                    continue;
+                function = candidate;
+                if (!candidate->CheckNumberArgs(args))
+                    continue;
+                withCount = candidate;
+                if (!candidate->CheckTypeArgs(args, sink, promoted) ||
+                    (noVoid && candidate->GetReturnType()->IsVoidType()))
+                    continue;
+                SlcAddTypeIfNotPresent(types, candidate->GetReturnType());
+            }
+            if (!types.empty())
+                return types;
+            if (function) {
+                // The outermost table that knows the name decides what is wrong.
+                lastFunction = function;
+                lastWithCount = withCount;
+            }
+        }
+        return types;
+    };
+
+    auto types = searchPass(promote);
+    const bool wrongCount = lastFunction && lastWithCount.Null();
+    if (types.empty() && !promote && top && !wrongCount)
+        types = searchPass(true);
+    if (!types.empty())
+        return types;
+    if (lastFunction.Null())
+        throw SlcSymbolNotFound{ident};
+    if (lastWithCount.Null())
+        throw SlcInvalidNumberOfArgs{lastFunction};
+    throw SlcFuncArgsTypeError{lastWithCount};
+}
+
+std::deque<SlcPtr<SlcFuncSymbolEntry>> SlcSymbolTable::GetFuncEntrys(SlcIdentNode* ident,
+                                                                     SlcTypeNode* returnType)
+{
+    std::deque<SlcPtr<SlcFuncSymbolEntry>> entries;
+    for (const Group& group : GroupsOf(ident))
+        for (const auto& entry : group.entries)
+            if (auto function = AsFunction(entry);
+                function && returnType->IsSameType(function->GetReturnType()))
+                entries.push_back(function);
+    return entries;
+}
+
+SlcPtr<SlcFuncSymbolEntry> SlcSymbolTable::GetUniqueFuncEntry(SlcIdentNode* ident,
+                                                              SlcTypeNode* returnType,
+                                                              const SlcCallArgs& args, bool promote,
+                                                              bool top)
+{
+    const std::vector<Group> groups = GroupsOf(ident);
+    const auto searchPass = [&](bool promoted) {
+        SlcPtr<SlcFuncSymbolEntry> kept;
+        for (const Group& group : groups) {
+            for (const auto& entry : group.entries) {
+                const auto function = AsFunction(entry);
+                if (function && returnType->IsSameType(function->GetReturnType()) &&
+                    FitsUniqueTypes(*function, args, promoted))
+                    kept = function;
+            }
+            if (kept)
+                break;
+        }
+        return kept;
+    };
+    auto entry = searchPass(promote);
+    if (entry.Null() && !promote && top)
+        entry = searchPass(true);
+    if (entry.Null())
+        throw SlcSymbolNotFound{ident};
+    return entry;
+}
+
+SlcPtr<SlcFuncSymbolEntry> SlcSymbolTable::GetUniqueFuncEntry(SlcIdentNode* ident,
+                                                              SlcTypeNode* returnType,
+                                                              SlcFormalsNode* formals)
+{
+    const auto types = TypesOf(*formals);
+    for (const auto& function : GetFuncEntrys(ident, returnType))
+        if (HasFormals(*function, types))
+            return function;
+    throw SlcSymbolNotFound{ident};
+}
+
+SlcCallArgs SlcArgsOf(const SlcProcArgsNode* arguments)
+{
+    SlcCallArgs args;
+    args.reserve(arguments->GetArgs().size());
+    for (const auto& argument : arguments->GetArgs())
+        args.push_back(argument.get());
+    return args;
+}
