@@ -104,10 +104,15 @@ void SlcGenInterCode::GenArrayInit(const SlcOperand& array, SlcDetailNode* detai
     }
     while (m_values.size() > valuesBefore) {
         const SlcOperand value = Pop();
-        const auto place = static_cast<double>(m_values.size() - valuesBefore);
-        const SlcOperand ref = GenElementRef(array, SlcLexType::Float(place), detail);
-        GenPlainAssignment(ref, value);
+        GenElementInit(array, m_values.size() - valuesBefore, value, detail);
     }
+}
+
+void SlcGenInterCode::GenElementInit(const SlcOperand& array, std::size_t place,
+                                     const SlcOperand& value, SlcDetailNode* detail)
+{
+    const SlcOperand index = SlcLexType::Float(static_cast<double>(place));
+    GenPlainAssignment(GenElementRef(array, index, detail), value);
 }
 
 void SlcGenInterCode::GenArrayCopy(const SlcOperand& array, const SlcOperand& source)

@@ -4,6 +4,7 @@
 
 #include "icode/SlcGenInterCode.h"
 #include "support/reports/SlcSemanticError.h"
+#include "symbols/SlcGeneratedNames.h"
 #include "symbols/SlcPossibleTypes.h"
 
 namespace {
@@ -20,7 +21,7 @@ bool HasSIMDAssignment(const SlcTypeNode* type)
 bool IsPartialDerivativeStep(const SlcOperand& operand)
 {
     const std::string& name = operand->GetName();
-    return name == "i_hiddens.GetDu()" || name == "i_hiddens.GetDv()";
+    return name == SlcGeneratedNames::k_du || name == SlcGeneratedNames::k_dv;
 }
 
 SlcDetailNode* BlockDetail(const SlcOperand& lhs, const SlcOperand& rhs)

@@ -135,6 +135,8 @@ private:
     /// After each call, for each output argument: does nothing unless `argument` is such a copy.
     void WriteBackElement(const SlcOperand& argument);
     void GenArrayInit(const SlcOperand& array, SlcDetailNode* detail, std::size_t valuesBefore);
+    void GenElementInit(const SlcOperand& array, std::size_t place, const SlcOperand& value,
+                        SlcDetailNode* detail);
     void GenArrayCopy(const SlcOperand& array, const SlcOperand& source);
 
     // Arithmetic and constructors.

@@ -1,0 +1,446 @@
+#include "icode/SlcGetShaderInfo.h"
+
+#include <algorithm>
+#include <climits>
+#include <utility>
+#include <vector>
+
+#include "icode/SlcGenInterCode.h"
+#include "semantics/SlcFuncInfo.h"
+#include "support/reports/SlcSemanticError.h"
+#include "symbols/SlcPossibleTypes.h"
+#include "symbols/SlcShaderSymbolTable.h"
+#include "symbols/SlcSymbolTable.h"
+
+namespace {
+
+using Hiddens = SlcShaderSymbolTable;
+
+constexpr const char* k_objectSpace = "\"object\"";
+constexpr const char* k_shaderSpace = "\"shader\"";
+constexpr const char* k_currentSpace = "\"current\"";
+constexpr const char* k_rgbSpace = "\"rgb\"";
+constexpr const char* k_noSpace = "\"\"";
+// The default value does not stand in one named space. No literal: those have quotes.
+constexpr const char* k_severalSpaces = "more";
+
+/// The predefined variables that a built-in reads without their being named in the call.
+struct SlcImplicitVars {
+    const char* function;
+    std::vector<SlcPtr<SlcVarSymbolEntry>*> variables;
+};
+
+const std::vector<SlcImplicitVars>& ImplicitVars()
+{
+    static const std::vector<SlcImplicitVars> rows = {
+        {"faceforward", {&Hiddens::sm_Ng}},
+        {"ambient", {&Hiddens::sm_P, &Hiddens::sm_L}},
+        {"specular", {&Hiddens::sm_P, &Hiddens::sm_L, &Hiddens::sm_Cl}},
+        {"specularstd", {&Hiddens::sm_P, &Hiddens::sm_L, &Hiddens::sm_Cl}},
+        {"phong", {&Hiddens::sm_P, &Hiddens::sm_L, &Hiddens::sm_Cl}},
+        {"diffuse", {&Hiddens::sm_P, &Hiddens::sm_L, &Hiddens::sm_Cl}},
+        {"Du", {&Hiddens::sm_du}},
+        {"Dv", {&Hiddens::sm_dv}},
+        {"calculatenormal", {&Hiddens::sm_du, &Hiddens::sm_dv}},
+    };
+    return rows;
+}
+
+/// What an `extern` declaration stands for, or the variable itself.
+SlcPtr<SlcVarSymbolEntry> Outermost(SlcPtr<SlcVarSymbolEntry> entry)
+{
+    while (entry && !entry->GetOuter().Null())
+        entry = entry->GetOuter();
+    return entry;
+}
+
+bool LivesInSpace(const SlcTypeNode* type)
+{
+    return type->IsPointType() || type->IsMatrixType();
+}
+
+bool IsOneOf(const std::string& name, std::initializer_list<const char*> names)
+{
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+}  // namespace
+
+SlcGetShaderInfo::SlcGetShaderInfo(SlcPtr<SlcSemanticError>& errors,
+                                   SlcPtr<SlcGenInterCode>& codeGenerator)
+    : m_errors(errors),
+      m_codeGenerator(codeGenerator)
+{
+    AddSpaceIfNotInList(SlcLexicalNode::CreateString(k_objectSpace));
+    AddSpaceIfNotInList(SlcLexicalNode::CreateString(k_shaderSpace));
+}
+
+SlcGetShaderInfo::~SlcGetShaderInfo() = default;
+
+void SlcGetShaderInfo::operator()(SlcSyntaxNode* root)
+{
+    m_inFormals = false;
+    m_levelsToLeave = 0;
+    m_touchesPredefined = false;
+    root->ApplyWalker(this);
+}
+
+void SlcGetShaderInfo::Default(SlcSyntaxNode* node)
+{
+    node->WalkIn(this);
+}
+
+void SlcGetShaderInfo::Case(SlcFuncDefNode* node)
+{
+    const auto& entry = node->GetSymbolEntry();
+    if (entry.Null() || entry->GetFuncInfo().Null())
+        return;
+    if (!CheckCast<SlcFuncInfo>(entry->GetFuncInfo())->IsCalled())
+        return;
+    const bool inFormals = std::exchange(m_inFormals, false);
+    const int levelsToLeave = std::exchange(m_levelsToLeave, 0);
+    const bool touchesPredefined = std::exchange(m_touchesPredefined, false);
+    node->GetBody()->ApplyWalker(this);
+    if (m_touchesPredefined)
+        m_contextFunctions.insert(entry);
+    m_touchesPredefined = touchesPredefined;
+    m_levelsToLeave = levelsToLeave;
+    m_inFormals = inFormals;
+}
+
+void SlcGetShaderInfo::Case(SlcShaderDefNode* node)
+{
+    m_shaderName = node->GetIdent();
+    m_shaderType = node->GetShaderType();
+    if (m_shaderType->IsLight()) {
+        AddVarIfNotInList(Hiddens::sm_Cl);
+        AddVarIfNotInList(Hiddens::sm_Ol);
+        AddVarIfNotInList(Hiddens::sm_L);
+    }
+    if (m_shaderType->IsSurface()) {
+        AddVarIfNotInList(Hiddens::sm_Ci);
+        AddVarIfNotInList(Hiddens::sm_Oi);
+    }
+    m_inFormals = true;
+    node->GetFormals()->ApplyWalker(this);
+    m_inFormals = false;
+    node->GetBody()->ApplyWalker(this);
+}
+
+void SlcGetShaderInfo::Case(SlcDefExprNode* node)
+{
+    m_spaceName.clear();
+    if (m_inFormals)
+        AddParameter(node);
+    else
+        node->WalkIn(this);
+}
+
+void SlcGetShaderInfo::AddParameter(SlcDefExprNode* node)
+{
+    const SlcPtr<SlcVarSymbolEntry>& entry = node->GetSymbolEntry();
+    m_parameterNeedsObjectSpace = false;
+    m_parameterDependsOnContext = false;
+    if (node->GetInitializer()) {
+        node->GetInitializer()->ApplyWalker(this);
+        m_parameters.push_back(entry);
+        entry->GetIntCodeVar() =
+            MakeShared<SlcLexType>(SlcLexicalNode::CreateIdent(entry->GetName()), entry->GetType(),
+                                   entry->GetDetail(), entry->GetStorage());
+        const bool dependsOnContext = DependsOnContext(node);
+        entry->SetDependsOnContext(dependsOnContext);
+        m_initDependsOnContext.push_back(dependsOnContext);
+        m_paramInitValues.emplace_back();
+        m_paramInitLists.push_back(
+            m_codeGenerator->GenInitFormalCode(node, m_paramInitValues.back(), entry->GetType()));
+    }
+    m_needsObjectSpace.push_back(m_parameterNeedsObjectSpace);
+    m_paramSpaces.push_back(SpaceOf(entry->GetType()));
+}
+
+/// A value may vary for reasons that no variable in it shows, such as a random number.
+bool SlcGetShaderInfo::DependsOnContext(SlcDefExprNode* node) const
+{
+    const auto types = SlcPossibleTypes::Of(node->GetInitializer());
+    return m_parameterDependsOnContext || (types && types->GetDetail()->IsVarying());
+}
+
+SlcStringLiteralNode* SlcGetShaderInfo::SpaceOf(const SlcTypeNode* type) const
+{
+    while (type->IsArrayType())
+        type = static_cast<const SlcArrayTypeNode*>(type)->GetElementType();
+    if (!LivesInSpace(type) && !type->IsColorType())
+        return SlcLexicalNode::CreateString(k_noSpace);
+    if (m_spaceName == k_severalSpaces)
+        return SlcLexicalNode::CreateString(k_noSpace);
+    if (m_spaceName.empty())
+        return SlcLexicalNode::CreateString(LivesInSpace(type) ? k_currentSpace : k_rgbSpace);
+    return SlcLexicalNode::CreateString(m_spaceName);
+}
+
+void SlcGetShaderInfo::Case(SlcIdentExprNode* node)
+{
+    Touch(node->GetSymbolEntry());
+}
+
+void SlcGetShaderInfo::Case(SlcArrayRefExprNode* node)
+{
+    node->WalkIn(this);
+    Touch(node->GetSymbolEntry());
+}
+
+void SlcGetShaderInfo::Touch(const SlcPtr<SlcVarSymbolEntry>& entry)
+{
+    const SlcPtr<SlcVarSymbolEntry> variable = Outermost(entry);
+    if (variable.Null())
+        return;
+    if (variable->IsHidden()) {
+        AddVarIfNotInList(variable);
+        m_touchesPredefined = true;
+    }
+    if (m_inFormals && (variable->IsHidden() || variable->DependsOnContext() ||
+                        !variable->GetDetail()->IsUniform()))
+        m_parameterDependsOnContext = true;
+}
+
+void SlcGetShaderInfo::Case(SlcIdentLValueNode* node)
+{
+    Touch(node->GetSymbolEntry());
+    Write(node->GetSymbolEntry());
+}
+
+void SlcGetShaderInfo::Write(const SlcPtr<SlcVarSymbolEntry>& entry)
+{
+    const SlcPtr<SlcVarSymbolEntry> variable = Outermost(entry);
+    if (variable.Null() || !variable->IsHidden())
+        return;
+    const std::string& name = variable->GetName();
+    m_CiAssigned = m_CiAssigned || name == "Ci" || name == "Cl";
+    m_OiAssigned = m_OiAssigned || name == "Oi" || name == "Ol";
+    m_PModified = m_PModified || name == "P";
+}
+
+void SlcGetShaderInfo::WriteArgument(const SlcExprNode* argument)
+{
+    if (argument->IsReferenceExpr())
+        Write(static_cast<const SlcReferenceExprNode*>(argument)->GetSymbolEntry());
+}
+
+void SlcGetShaderInfo::Case(SlcCastExprNode* node)
+{
+    node->WalkIn(this);
+    const SlcTypeNode* type = node->GetType();
+    SlcStringLiteralNode* space = node->GetSpace();
+    if (LivesInSpace(type)) {
+        if (space) {
+            AddSpaceIfNotInList(space);
+            if (m_inFormals && space->GetText() == k_objectSpace)
+                m_parameterNeedsObjectSpace = true;
+        }
+        UseSpace(space ? space->GetText() : k_currentSpace);
+    } else if (type->IsColorType()) {
+        UseSpace(space ? space->GetText() : k_rgbSpace);
+    } else if (m_inFormals && !m_spaceName.empty() && m_spaceName != k_currentSpace &&
+               m_spaceName != k_rgbSpace) {
+        m_spaceName = k_severalSpaces;
+    }
+}
+
+void SlcGetShaderInfo::UseSpace(const std::string& space)
+{
+    if (!m_inFormals)
+        return;
+    if (m_spaceName.empty())
+        m_spaceName = space;
+    else if (m_spaceName != space)
+        m_spaceName = k_severalSpaces;
+}
+
+void SlcGetShaderInfo::Case(SlcBinOpExprNode* node)
+{
+    node->WalkIn(this);
+    if (!m_inFormals)
+        return;
+    const auto left = SlcPossibleTypes::Of(node->GetLeft());
+    const auto right = SlcPossibleTypes::Of(node->GetRight());
+    const SlcTypeNode* leftType = left->GetUniqueType();
+    const SlcTypeNode* rightType = right->GetUniqueType();
+    const bool withFloat = leftType->IsFloatType() || rightType->IsFloatType();
+    if (withFloat && (LivesInSpace(leftType) || LivesInSpace(rightType)))
+        LeaveNamedSpace(k_currentSpace);
+    if (withFloat && (leftType->IsColorType() || rightType->IsColorType()))
+        LeaveNamedSpace(k_rgbSpace);
+}
+
+void SlcGetShaderInfo::LeaveNamedSpace(const char* plainSpace)
+{
+    if (!m_spaceName.empty() && m_spaceName != plainSpace)
+        m_spaceName = k_severalSpaces;
+}
+
+void SlcGetShaderInfo::Case(SlcTextureExprNode* node)
+{
+    node->WalkIn(this);
+    if (node->GetKind()->IsTexture()) {
+        AddVarIfNotInList(Hiddens::sm_s);
+        AddVarIfNotInList(Hiddens::sm_t);
+    }
+    AddVarIfNotInList(Hiddens::sm_du);
+    AddVarIfNotInList(Hiddens::sm_dv);
+    if (node->GetKind()->IsShadow() && m_shaderType && m_shaderType->IsLight())
+        AddVarIfNotInList(Hiddens::sm_L);
+    m_touchesPredefined = true;
+}
+
+void SlcGetShaderInfo::Case(SlcProcCallExprNode* node)
+{
+    node->WalkIn(this);
+    const SlcPtr<SlcFuncSymbolEntry>& entry = node->GetSymbolEntry();
+    if (entry.Null())
+        return;
+    switch (entry->GetOrigin()) {
+    case SlcFuncOrigin::BuiltIn:
+        TouchVariablesOf(node);
+        AddSpacesOf(node);
+        WriteOutputArguments(node);
+        break;
+    case SlcFuncOrigin::User:
+        if (m_contextFunctions.count(entry) != 0) {
+            m_touchesPredefined = true;
+            m_parameterDependsOnContext = true;
+        }
+        WriteOutputArguments(node);
+        break;
+    case SlcFuncOrigin::Shadeop:
+        for (const auto& argument : node->GetArguments()->GetArgs())
+            WriteArgument(argument.get());
+        break;
+    }
+}
+
+void SlcGetShaderInfo::TouchVariablesOf(SlcProcCallExprNode* node)
+{
+    const std::string& name = node->GetIdent()->GetName();
+    m_usesRaytracing = m_usesRaytracing || name == "trace";
+    for (const SlcImplicitVars& row : ImplicitVars()) {
+        if (name != row.function)
+            continue;
+        m_touchesPredefined = true;
+        for (const auto* variable : row.variables)
+            AddVarIfNotInList(*variable);
+    }
+}
+
+void SlcGetShaderInfo::AddSpacesOf(SlcProcCallExprNode* node)
+{
+    if (!IsOneOf(node->GetIdent()->GetName(), {"transform", "vtransform", "ntransform"}))
+        return;
+    for (const auto& argument : node->GetArguments()->GetArgs()) {
+        const auto* constant = dynamic_cast<const SlcConstExprNode*>(argument.get());
+        if (constant && constant->GetStringConst())
+            AddSpaceIfNotInList(constant->GetStringConst());
+    }
+}
+
+void SlcGetShaderInfo::WriteOutputArguments(SlcProcCallExprNode* node)
+{
+    SlcFuncSymbolEntry& entry = *node->GetSymbolEntry();
+    const auto& storages = entry.GetArgStorages();
+    const auto& arguments = node->GetArguments()->GetArgs();
+    const bool hasTail = entry.IsVarNbArgs() && arguments.size() > storages.size();
+    if (hasTail)
+        entry.VarArgBegin();
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const SlcStorageSpecNode* storage = nullptr;
+        if (i < storages.size()) {
+            storage = storages[i];
+        } else if (hasTail) {
+            const SlcFuncVarArgLeaf* leaf = entry.VarArgFindNextMatch(arguments[i].get());
+            if (!leaf)
+                return;
+            storage = leaf->GetStorage();
+            entry.VarArgNext();
+        }
+        if (storage && storage->IsOutput())
+            WriteArgument(arguments[i].get());
+    }
+}
+
+void SlcGetShaderInfo::Case(SlcIlluminateStmtNode* node)
+{
+    AddVarIfNotInList(Hiddens::sm_L);
+    AddVarIfNotInList(Hiddens::sm_Ps);
+    WalkMarking(node, Leaves::NoLevel);
+}
+
+void SlcGetShaderInfo::Case(SlcSolarStmtNode* node)
+{
+    AddVarIfNotInList(Hiddens::sm_L);
+    AddVarIfNotInList(Hiddens::sm_Ps);
+    if (!node->GetAxis())
+        AddVarIfNotInList(Hiddens::sm_E);
+    WalkMarking(node, Leaves::NoLevel);
+}
+
+void SlcGetShaderInfo::Case(SlcIlluminanceStmtNode* node)
+{
+    WalkMarking(node, Leaves::NoLevel);
+}
+
+void SlcGetShaderInfo::Case(SlcIfThenStmtNode* node)
+{
+    WalkMarking(node, Leaves::NoLevel);
+}
+
+void SlcGetShaderInfo::Case(SlcIfThenElseStmtNode* node)
+{
+    WalkMarking(node, Leaves::NoLevel);
+}
+
+void SlcGetShaderInfo::Case(SlcForStmtNode* node)
+{
+    WalkMarking(node, Leaves::OneLevel);
+}
+
+void SlcGetShaderInfo::Case(SlcWhileStmtNode* node)
+{
+    WalkMarking(node, Leaves::OneLevel);
+}
+
+/// The mark reaches every statement up to and including the loop that is left or continued.
+template <class Node>
+void SlcGetShaderInfo::WalkMarking(Node* node, Leaves leaves)
+{
+    const int outer = std::exchange(m_levelsToLeave, 0);
+    node->WalkIn(this);
+    if (m_levelsToLeave > 0) {
+        node->SetContainsBreakOrContinue(true);
+        if (leaves == Leaves::OneLevel && m_levelsToLeave != INT_MAX)
+            --m_levelsToLeave;
+    }
+    m_levelsToLeave = std::max(m_levelsToLeave, outer);
+}
+
+void SlcGetShaderInfo::Case(SlcLoopModStmtNode* node)
+{
+    m_levelsToLeave = std::max(m_levelsToLeave, node->GetLevel()->GetValue());
+}
+
+void SlcGetShaderInfo::Case(SlcReturnStmtNode* node)
+{
+    node->WalkIn(this);
+    m_levelsToLeave = INT_MAX;  // it leaves all statements of the function around it
+}
+
+void SlcGetShaderInfo::AddVarIfNotInList(const SlcPtr<SlcVarSymbolEntry>& entry)
+{
+    // Not every kind of shader has every variable.
+    if (entry && m_hiddenNames.insert(entry->GetName()).second)
+        m_hiddenVars.push_back(entry);
+}
+
+void SlcGetShaderInfo::AddSpaceIfNotInList(SlcStringLiteralNode* space)
+{
+    if (m_spaceTexts.insert(space->GetText()).second)
+        m_spaces.push_back(space);
+}
