@@ -4,8 +4,8 @@
 
 /// The semantic value of a token and of every entry on the parser's value stack.
 struct SlcTokenValue {
-    SlcSyntaxNode* node;      // lexical node of a literal or name, or what an action built
-    int line;                 // at the end of the token
+    SlcSyntaxNode* node;  // lexical node of a literal or name, or what an action built
+    int line;             // at the end of the token
     int column;
     const std::string* file;  // in the scanner's list of names
 

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "frontend/SlcNodes.h"
+#include "frontend/SlcScanner.h"
+#include "frontend/SlcTokenValue.h"
+
+/// What the actions of the grammar share.
+namespace SlcParseActions {
+
+/// Forgets an earlier parse.
+void Begin();
+void SetRoot(std::unique_ptr<SlcDefinitionsNode> root);
+/// Null if the parse did not come to its end.
+[[nodiscard]] std::unique_ptr<SlcDefinitionsNode> TakeRoot();
+
+/// The node of a value as its class; it belongs to a pool.
+template <class Node>
+[[nodiscard]] Node* As(const SlcTokenValue& value)
+{
+    return dynamic_cast<Node*>(value.node);
+}
+
+/// The node of a value, which its new parent takes over.
+template <class Node>
+[[nodiscard]] std::unique_ptr<Node> Take(const SlcTokenValue& value)
+{
+    return std::unique_ptr<Node>(dynamic_cast<Node*>(value.node));
+}
+
+/// Gives a value its node; the position stays.
+template <class Node>
+void Put(SlcTokenValue& value, std::unique_ptr<Node> node)
+{
+    value.node = node.release();
+}
+
+/// The same for an expression or condition, which is refused if it has grown too high for the
+/// passes: the report comes once, and a small one takes its place.
+void PutExpr(SlcTokenValue& value, std::unique_ptr<SlcExprNode> node);
+void PutRelation(SlcTokenValue& value, std::unique_ptr<SlcRelationNode> node);
+
+/// Deletes what nobody takes, unless it belongs to a pool.
+void Discard(const SlcTokenValue& value);
+
+/// A value at the scanner's position.
+template <class Node>
+void PutHere(SlcTokenValue& value, std::unique_ptr<Node> node)
+{
+    const SlcPosition position = SlcScanner::Position();
+    value = {node.release(), position.line, position.column, position.file};
+}
+
+[[nodiscard]] std::unique_ptr<SlcVarDefsNode> Declaration(const SlcPosition& position,
+                                                          SlcStorageSpecNode* storage,
+                                                          SlcDetailNode* detail,
+                                                          const SlcTokenValue& type,
+                                                          const SlcTokenValue& definitions);
+/// `size` and `initializer` may be null: a scalar, or no initializer.
+[[nodiscard]] std::unique_ptr<SlcDefExprNode> Definition(const SlcTokenValue& ident,
+                                                         const SlcTokenValue* size,
+                                                         const SlcTokenValue* initializer);
+[[nodiscard]] std::unique_ptr<SlcFuncDefNode> Function(const SlcPosition& position,
+                                                       SlcTypeNode* returnType,
+                                                       const SlcTokenValue& ident,
+                                                       const SlcTokenValue& formals,
+                                                       const SlcTokenValue& body);
+/// A local function without a return type, whose formals parsed as something else.
+[[nodiscard]] std::unique_ptr<SlcFuncDefStmtNode> FunctionWithoutType(const SlcPosition& position,
+                                                                      const SlcTokenValue& ident,
+                                                                      const SlcTokenValue& body);
+void WarnOfIgnoredDetail(const SlcTokenValue& ident);
+[[nodiscard]] std::unique_ptr<SlcCastExprNode> Cast(const SlcTokenValue& type,
+                                                    const SlcTokenValue& space,
+                                                    const SlcTokenValue& operand);
+[[nodiscard]] std::unique_ptr<SlcChannelNode> ChannelZero();
+/// An element of an array of texture names; null after a report.
+[[nodiscard]] std::unique_ptr<SlcTextureFilenameNode>
+ElementName(const SlcPosition& position, const SlcTokenValue& name, const SlcTokenValue& index);
+/// One of the shader kinds used as a name.
+[[nodiscard]] SlcIdentNode* KeywordAsIdent(std::string_view keyword);
+void WarnOfLightCategory();
+
+}  // namespace SlcParseActions

@@ -1,0 +1,22 @@
+#include "frontend/SlcParseCode.h"
+
+#include "frontend/SlcParseActions.h"
+#include "frontend/SlcScanner.h"
+#include "support/SlcDiagnostics.h"
+
+std::string g_ccFilename;
+
+int yyparse();
+
+std::unique_ptr<SlcDefinitionsNode> ParseCode(std::FILE* file, bool)
+{
+    ResetNbErrorsAndWarnings();
+    SlcParseActions::Begin();
+    SlcScanner::Begin(file);
+    // Every way of failing has counted an error, so that the result adds nothing.
+    static_cast<void>(yyparse());
+    auto root = SlcParseActions::TakeRoot();
+    if (NbErrors() != 0)
+        throw SlcCompilationError();
+    return root;
+}

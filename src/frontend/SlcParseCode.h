@@ -1,0 +1,14 @@
+#pragma once
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include "frontend/SlcDefinitionNodes.h"
+
+/// The name of the shader last parsed; it names the output files.
+extern std::string g_ccFilename;
+
+/// Parses a preprocessed source. `strict` changes nothing in the language that is accepted.
+/// Throws `SlcCompilationError` if anything was reported as an error; there is no tree then.
+[[nodiscard]] std::unique_ptr<SlcDefinitionsNode> ParseCode(std::FILE* file, bool strict);

@@ -1,0 +1,157 @@
+#include "frontend/SlcScanner.h"
+
+#include <charconv>
+#include <cstdlib>
+#include <iostream>
+#include <map>
+
+#include "frontend/SlcTokenValue.h"
+#include "grammar.h"
+#include "support/SlcSourcePosition.h"
+
+bool SlcScanner::sm_lineHeld = false;
+
+namespace {
+
+struct Keyword {
+    std::string_view word;
+    int token;
+};
+
+//   word           token
+constexpr Keyword k_keywords[] = {
+    {"light", LIGHT},
+    {"surface", SURFACE},
+    {"volume", VOLUME},
+    {"displacement", DISPLACEMENT},
+    {"imager", IMAGER},
+    {"varying", VARYING},
+    {"uniform", UNIFORM},
+    {"extern", EXTERN},
+    {"output", OUTPUT},
+    {"void", VOID},
+    {"float", FLOAT},
+    {"string", STRING},
+    {"normal", NORMAL},
+    {"vector", VECTOR},
+    {"point", POINT},
+    {"color", COLOR},
+    {"matrix", MATRIX},
+    {"return", RETURN},
+    {"if", IF},
+    {"else", ELSE},
+    {"while", WHILE},
+    {"for", FOR},
+    {"solar", SOLAR},
+    {"illuminate", ILLUMINATE},
+    {"illuminance", ILLUMINANCE},
+    {"break", BREAK},
+    {"continue", CONTINUE},
+    {"texture", TEXTURE},
+    {"environment", ENVIRONMENT},
+    {"shadow", SHADOW},
+};
+
+}  // namespace
+
+int SlcKeywordToken(std::string_view word)
+{
+    for (const Keyword& keyword : k_keywords)
+        if (keyword.word == word)
+            return keyword.token;
+    return IDENTIFIER;
+}
+
+void SlcScanner::CountChars(std::string_view text, char filler)
+{
+    SlcSourcePosition& position = SlcCurrentPosition();
+    position.tokenText = text;
+    if (!sm_lineHeld)
+        position.currentLine += text;
+    if (position.column == 0)
+        position.filler.clear();
+    position.column += static_cast<int>(text.size());
+    position.filler.append(text.size(), filler);
+}
+
+void SlcScanner::NewLine()
+{
+    SlcSourcePosition& position = SlcCurrentPosition();
+    sm_lineHeld = true;
+    position.column = 0;
+    ++position.line;
+}
+
+void SlcScanner::BeginLine(std::string_view text)
+{
+    SlcSourcePosition& position = SlcCurrentPosition();
+    position.tokenText = {};
+    position.currentLine = text.substr(1);
+    NewLine();
+}
+
+void SlcScanner::SkipChar(char c)
+{
+    if (c == '\n')
+        NewLine();
+    else
+        ++SlcCurrentPosition().column;
+}
+
+const std::string* SlcScanner::FileName(std::string_view name)
+{
+    // Nodes keep pointers to the names, so that none is ever removed.
+    static std::map<std::string, std::string, std::less<>> names;
+    auto found = names.find(name);
+    if (found == names.end())
+        found = names.emplace(name, name).first;
+    return &found->second;
+}
+
+void SlcScanner::LineMarker(std::string_view text, bool clearsLine)
+{
+    const std::size_t digit = text.find_first_not_of(" \t");
+    const std::size_t open = text.find('"');
+    const std::size_t close = text.rfind('"');
+    int line = 0;
+    const bool hasNumber =
+        digit != std::string_view::npos &&
+        std::from_chars(text.data() + digit, text.data() + text.size(), line).ec == std::errc();
+    if (!hasNumber || open == std::string_view::npos || close == open) {
+        NewLine();
+        return;
+    }
+    SlcSourcePosition& position = SlcCurrentPosition();
+    position.column = 0;
+    position.line = line;
+    position.file = FileName(text.substr(open + 1, close - open - 1));
+    if (clearsLine) {
+        sm_lineHeld = false;
+        position.currentLine.clear();
+    }
+}
+
+SlcPosition SlcScanner::Position()
+{
+    const SlcSourcePosition& position = SlcCurrentPosition();
+    return {position.line, position.column, position.file};
+}
+
+void SlcScanner::CheckLength(int length)
+{
+    if (length <= k_maxTokenLength)
+        return;
+    std::cerr << "token too large, exceeds YYLMAX\n";
+    std::exit(2);
+}
+
+extern std::FILE* yyin;
+void yyrestart(std::FILE* file);
+
+void SlcScanner::Begin(std::FILE* file)
+{
+    SlcCurrentPosition() = {};
+    sm_lineHeld = false;
+    yyin = file;
+    yyrestart(file);
+}

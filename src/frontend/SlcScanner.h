@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+#include "frontend/SlcSyntaxNode.h"
+
+/// What the scanner keeps beside the tokens: the current file, line and column, and the source
+/// line for reports. The state is that of `SlcCurrentPosition`, which only these operations write.
+class SlcScanner {
+public:
+    static constexpr int k_maxTokenLength = 8191;
+
+    /// Starts on a file: line 1, column 0, no file name.
+    static void Begin(std::FILE* file);
+
+    /// Accounts for the text of a token with one filler character each.
+    static void CountChars(std::string_view text, char filler);
+    /// Counts a line; its text is held, so that its tokens are not appended to it again.
+    static void NewLine();
+    /// The newline rule: `text` is the line break and the whole line behind it.
+    static void BeginLine(std::string_view text);
+    /// A character that is read past any rule, such as that of a comment.
+    static void SkipChar(char c);
+    /// A line marker of the preprocessor, from behind its keyword to the end of its line. One
+    /// without a number or a quoted name changes nothing.
+    static void LineMarker(std::string_view text, bool clearsLine);
+    /// Where the scanner stands.
+    [[nodiscard]] static SlcPosition Position();
+    /// Ends the process with status 2 if a token is longer than the limit.
+    static void CheckLength(int length);
+
+private:
+    static const std::string* FileName(std::string_view name);
+
+    static bool sm_lineHeld;  // the current line came whole from the newline rule
+};
+
+/// The token for a word; that of identifiers for a word that is no keyword.
+[[nodiscard]] int SlcKeywordToken(std::string_view word);
