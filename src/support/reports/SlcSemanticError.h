@@ -22,7 +22,7 @@ public:
     /// False once an error has been reported.
     [[nodiscard]] bool NoError() const { return m_noError; }
 
-    /// `node` may be null in all forms of `Error`: the message then stands alone.
+    /// `node` may be null in all forms of `Error`: the message then stands without a place.
     void Error(const SlcSyntaxNode* node, std::string_view message);
     void Error(const SlcSyntaxNode* node, std::string_view message, std::string_view detail);
     /// Shows an excerpt of `nearby`, which may be null.
@@ -40,7 +40,13 @@ public:
     [[noreturn]] void FatalErrorICode(const SlcPtr<SlcCommentICode>& comment,
                                       std::string_view message);
 
+    /// The line `file:line: kind: text`; counts nothing.
+    static void PrintAt(std::string_view file, int line, std::string_view kind,
+                        std::string_view text);
+
 private:
+    void CountError();
+    /// Once for each function, and only if it is known.
     void PrintHeading();
 
     bool m_noError = true;

@@ -1,0 +1,23 @@
+// The reports at an instruction: only the folder of the instructions can read its position.
+
+#include <cstdlib>
+#include <iostream>
+
+#include "icode/SlcBlockICode.h"
+#include "support/SlcDiagnostics.h"
+#include "support/reports/SlcSemanticError.h"
+
+void SlcSemanticError::ErrorICode(const SlcPtr<SlcCommentICode>& comment, std::string_view message)
+{
+    CountError();
+    PrintAt(*comment->m_file, comment->m_line, "ERROR", message);
+}
+
+void SlcSemanticError::FatalErrorICode(const SlcPtr<SlcCommentICode>& comment,
+                                       std::string_view message)
+{
+    CountError();
+    PrintAt(*comment->m_file, comment->m_line, "FATAL ERROR", message);
+    std::cerr << "***** Please contact '" << SlcContactAddress() << "' !!!\n";
+    std::exit(1);
+}

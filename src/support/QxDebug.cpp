@@ -1,0 +1,114 @@
+// Everything that runs inside the handler avoids the heap, which may be what broke.
+
+#include "support/QxDebug.h"
+
+#include <execinfo.h>
+#include <unistd.h>
+
+#include <array>
+#include <csignal>
+#include <cstdio>
+#include <string_view>
+
+#include "support/SlcDiagnostics.h"
+
+namespace {
+
+struct SignalText {
+    int signal;
+    const char* text;
+    bool isCrash;  // a fault of ours, which the user is asked to report
+};
+
+//   signal   text                           crash
+constexpr SignalText k_signals[] = {
+    {SIGHUP, "Hangup", false},
+    {SIGILL, "Illegal instruction", true},
+    {SIGTRAP, "Trace trap", false},
+    {SIGABRT, "Abort", false},
+    {SIGFPE, "Floating point exception", true},
+    {SIGBUS, "Bus error", true},
+    {SIGSEGV, "Segmentation violation", true},
+    {SIGSYS, "Bad argument to system call", false},
+};
+constexpr SignalText k_unexpected = {0, "Unexpected!", false};
+
+constexpr int k_maxFrames = 64;
+constexpr std::size_t k_handlerStackSize = 65536;
+
+const SignalText& Find(int signal)
+{
+    for (const SignalText& row : k_signals)
+        if (row.signal == signal)
+            return row;
+    return k_unexpected;
+}
+
+/// A failed write has nobody left to hear of it.
+void Write(std::string_view text)
+{
+    [[maybe_unused]] const auto written = ::write(STDERR_FILENO, text.data(), text.size());
+}
+
+/// The first `backtrace` of a process loads the unwinder, which takes memory.
+void LoadUnwinder()
+{
+    void* address = nullptr;
+    static_cast<void>(::backtrace(&address, 1));
+}
+
+bool InstallHandlerStack()
+{
+    static std::array<char, k_handlerStackSize> memory;
+    stack_t stack = {};
+    stack.ss_sp = memory.data();
+    stack.ss_size = memory.size();
+    return ::sigaltstack(&stack, nullptr) == 0;
+}
+
+}  // namespace
+
+bool QxDebug::InitErrorSignalsHandling()
+{
+    LoadUnwinder();
+    bool installed = InstallHandlerStack();
+    struct sigaction action = {};
+    action.sa_handler = &QxDebug::SignalHandler;
+    action.sa_flags = SA_ONSTACK | SA_RESTART;
+    for (const SignalText& row : k_signals)
+        installed = ::sigaction(row.signal, &action, nullptr) == 0 && installed;
+    return installed;
+}
+
+bool QxDebug::StackTrace()
+{
+    std::array<void*, k_maxFrames> addresses;
+    const int frames = ::backtrace(addresses.data(), k_maxFrames);
+    if (frames <= 0)
+        return false;
+    Write("\n");
+    for (int i = 0; i < frames; ++i) {
+        std::array<char, 16> heading;
+        std::snprintf(heading.data(), heading.size(), "[%d]\t", i);
+        Write(heading.data());
+        ::backtrace_symbols_fd(&addresses[static_cast<std::size_t>(i)], 1, STDERR_FILENO);
+    }
+    Write("\n");
+    return true;
+}
+
+void QxDebug::SignalHandler(int signal)
+{
+    const SignalText& row = Find(signal);
+    static std::array<char, 128> text;
+    std::snprintf(text.data(), text.size(), "Received signal %d (%s).\n", signal, row.text);
+    Write(text.data());
+    static_cast<void>(StackTrace());
+    if (row.isCrash) {
+        Write("\n * Please report this crash to ");
+        Write(SlcContactAddress());
+        Write(". *\n");
+    }
+    if (signal != SIGHUP)
+        ::_exit(1);
+}

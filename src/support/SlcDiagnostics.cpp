@@ -1,0 +1,145 @@
+// Each report is put together first and written at once, so that the lines of several processes
+// that share standard error do not mix.
+
+#include "support/SlcDiagnostics.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <iostream>
+#include <string>
+
+#include "support/SlcSourcePosition.h"
+
+namespace {
+
+struct Counters {
+    int errors = 0;
+    int warnings = 0;
+    int warningLevel = 1;
+};
+
+Counters& State()
+{
+    static Counters counters;
+    return counters;
+}
+
+/// `file:line: ` of the scanner's position.
+std::string Place(const SlcSourcePosition& position)
+{
+    return (position.file ? *position.file : std::string()) + ":" + std::to_string(position.line) +
+           ": ";
+}
+
+/// The heading, the source line below it and a caret under the last token. The filler repeats the
+/// line's tabs, so that the caret stands right whatever the tab width.
+void ReportAtSource(std::string_view kind, std::string_view message)
+{
+    const SlcSourcePosition& position = SlcCurrentPosition();
+    const std::string place = Place(position);
+    const std::string indent(place.size(), ' ');
+    const int offset = position.column - static_cast<int>(position.tokenText.size());
+
+    std::string report = place;
+    report.append(kind).append(": ").append(message).append(":\n\n");
+    report.append(indent).append(position.currentLine).append("\n");
+    report.append(indent).append(position.filler, 0, static_cast<std::size_t>(std::max(offset, 0)));
+    report.append("^\n");
+    std::cerr << report;
+}
+
+}  // namespace
+
+void ResetNbErrorsAndWarnings()
+{
+    State().errors = 0;
+    State().warnings = 0;
+}
+
+void AddError()
+{
+    ++State().errors;
+}
+
+void AddWarning()
+{
+    ++State().warnings;
+}
+
+int NbErrors()
+{
+    return State().errors;
+}
+
+int NbWarnings()
+{
+    return State().warnings;
+}
+
+void SetWarningLevel(int level)
+{
+    if (level >= 0 && level <= 2)
+        State().warningLevel = level;
+}
+
+int WarningLevel()
+{
+    return State().warningLevel;
+}
+
+std::string_view SlcContactAddress()
+{
+    return SLC_CONTACT_ADDRESS;
+}
+
+void yyerror(const char* message)
+{
+    AddError();
+    ReportAtSource("ERROR", message);
+}
+
+void Warning(std::string_view message)
+{
+    if (WarningLevel() == 0)
+        return;
+    AddWarning();
+    ReportAtSource("WARNING", message);
+}
+
+void Warning(std::string_view message, std::string_view detail)
+{
+    if (WarningLevel() == 0)
+        return;
+    AddWarning();
+    std::string report = Place(SlcCurrentPosition());
+    report.append("WARNING: ").append(message).append(" -- ").append(detail).append("\n\n");
+    std::cerr << report;
+}
+
+void WarningNoSource(std::string_view message)
+{
+    if (WarningLevel() == 0)
+        return;
+    std::cerr << "WARNING : " + std::string(message) + "\n";
+}
+
+void SeverError(std::string_view program, std::string_view message)
+{
+    AddError();
+    std::cerr << std::string(program).append(": ERROR: ").append(message).append("\n");
+}
+
+void SevereWarning(std::string_view program, std::string_view message)
+{
+    std::cerr << std::string(program).append(": WARNING: ").append(message).append("\n");
+}
+
+void FatalError(std::string_view message)
+{
+    AddError();
+    std::string report = "FATAL ERROR: ";
+    report.append(message).append("\n***** Please contact '");
+    report.append(SlcContactAddress()).append("' !!!\n");
+    std::cerr << report;
+    std::exit(1);
+}

@@ -1,0 +1,7 @@
+#include "support/SlcSourcePosition.h"
+
+SlcSourcePosition& SlcCurrentPosition()
+{
+    static SlcSourcePosition position;
+    return position;
+}

@@ -1,0 +1,115 @@
+#include "support/reports/SlcSemanticError.h"
+
+#include <cstdlib>
+#include <iostream>
+#include <string>
+
+#include "frontend/SlcLexicalNode.h"
+#include "support/SlcDiagnostics.h"
+#include "support/reports/SlcNearError.h"
+
+namespace {
+
+/// `node` may be null: the text then stands alone.
+void Print(const SlcSyntaxNode* node, std::string_view kind, std::string text)
+{
+    if (node)
+        SlcSemanticError::PrintAt(*node->GetFileParsed(), node->GetNoLine(), kind, text);
+    else
+        std::cerr << text.append("\n");
+}
+
+std::string WithDetail(std::string_view message, std::string_view detail)
+{
+    return std::string(message).append(": ").append(detail);
+}
+
+}  // namespace
+
+void SlcSemanticError::PrintAt(std::string_view file, int line, std::string_view kind,
+                               std::string_view text)
+{
+    std::string report(file);
+    report.append(":").append(std::to_string(line)).append(": ").append(kind).append(": ");
+    std::cerr << report.append(text).append("\n");
+}
+
+void SlcSemanticError::SetFuncName(const SlcIdentNode* function, const std::string* file)
+{
+    m_function = function;
+    m_file = file;
+    m_headingPrinted = false;
+}
+
+void SlcSemanticError::Error(const SlcSyntaxNode* node, std::string_view message)
+{
+    CountError();
+    PrintHeading();
+    Print(node, "ERROR", std::string(message));
+}
+
+void SlcSemanticError::Error(const SlcSyntaxNode* node, std::string_view message,
+                             std::string_view detail)
+{
+    CountError();
+    PrintHeading();
+    Print(node, "ERROR", WithDetail(message, detail));
+}
+
+void SlcSemanticError::Error(const SlcSyntaxNode* node, std::string_view message,
+                             SlcSyntaxNode* nearby)
+{
+    std::string text(message);
+    if (node && nearby)
+        text.append(" (near '").append(SlcNearError()(nearby)).append("')");
+    CountError();
+    PrintHeading();
+    Print(node, "ERROR", std::move(text));
+}
+
+void SlcSemanticError::Warning(const SlcSyntaxNode* node, std::string_view message, int level)
+{
+    if (WarningLevel() < level)
+        return;
+    AddWarning();
+    PrintHeading();
+    Print(node, "WARNING", std::string(message));
+}
+
+void SlcSemanticError::Warning(const SlcSyntaxNode* node, std::string_view message,
+                               std::string_view detail, int level)
+{
+    if (WarningLevel() < level)
+        return;
+    AddWarning();
+    PrintHeading();
+    Print(node, "WARNING", WithDetail(message, detail));
+}
+
+void SlcSemanticError::FatalError(const SlcSyntaxNode* node, std::string_view message)
+{
+    CountError();
+    PrintHeading();
+    Print(node, "FATAL ERROR", std::string(message));
+    std::cerr << "***** Please contact '" << SlcContactAddress() << "' !\n";
+    std::exit(1);
+}
+
+void SlcSemanticError::FatalError(std::string_view message)
+{
+    ::FatalError(message);
+}
+
+void SlcSemanticError::CountError()
+{
+    m_noError = false;
+    AddError();
+}
+
+void SlcSemanticError::PrintHeading()
+{
+    if (m_headingPrinted || !m_function || !m_file)
+        return;
+    m_headingPrinted = true;
+    std::cerr << *m_file + ": In function " + m_function->GetName() + "\n";
+}
