@@ -67,13 +67,7 @@ void PutRelation(SlcTokenValue& value, std::unique_ptr<SlcRelationNode> node)
 
 void Discard(const SlcTokenValue& value)
 {
-    const SlcSyntaxNode* node = value.node;
-    const bool isPooled = dynamic_cast<const SlcLexicalNode*>(node) ||
-                          dynamic_cast<const SlcTypeNode*>(node) ||
-                          dynamic_cast<const SlcDetailNode*>(node) ||
-                          dynamic_cast<const SlcStorageSpecNode*>(node);
-    if (!isPooled)
-        std::unique_ptr<const SlcSyntaxNode>(node).reset();
+    std::unique_ptr<const SlcSyntaxNode>(value.node).reset();
 }
 
 std::unique_ptr<SlcVarDefsNode> Declaration(const SlcPosition& position,

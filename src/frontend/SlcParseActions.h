@@ -42,7 +42,7 @@ void Put(SlcTokenValue& value, std::unique_ptr<Node> node)
 void PutExpr(SlcTokenValue& value, std::unique_ptr<SlcExprNode> node);
 void PutRelation(SlcTokenValue& value, std::unique_ptr<SlcRelationNode> node);
 
-/// Deletes what nobody takes, unless it belongs to a pool.
+/// Deletes a part of the tree that nobody takes.
 void Discard(const SlcTokenValue& value);
 
 /// A value at the scanner's position.

@@ -32,7 +32,17 @@ int yylex();
    as the name of a space, and an empty pair of braces behind a shader's array. */
 %expect 7
 
-%destructor { Discard($$); } <>
+/* Values that hold a part of the tree; all others hold nothing, or a node that a pool owns. */
+%destructor { Discard($$); }
+    definitions definition shader_definition function_definition shader_type
+    shader_formals_opt shader_formals shader_formal shader_formal_defs shader_formal_def
+    function_formals_opt function_formals function_formal function_formal_defs function_formal_def
+    variable_definition variable_defs variable_def array_values_opt array_values
+    statements_opt statements statement call_or_local_function semicolon_formals
+    loop_statement loop_modifier expression primary postfix unary dot_expr mul_expr cross_expr
+    add_expr conditional assignment lvalue number procedure_call arguments texture_expr
+    texture_kind texture_name texture_args_opt texture_args condition parenthesized_condition
+    not_relation relational equality logical_and logical_or
 
 %token LIGHT SURFACE VOLUME DISPLACEMENT IMAGER VARYING UNIFORM EXTERN OUTPUT
 %token VOID FLOAT STRING NORMAL VECTOR POINT COLOR MATRIX
@@ -54,7 +64,7 @@ definitions
         { auto node = std::make_unique<SlcDefinitionsNode>();
           node->AddNewDefinition(Take<SlcDefinitionNode>($1)); Put($$, std::move(node)); }
     | definitions definition
-        { As<SlcDefinitionsNode>($1)->AddNewDefinition(Take<SlcDefinitionNode>($2)); }
+        { $$ = $1; As<SlcDefinitionsNode>($$)->AddNewDefinition(Take<SlcDefinitionNode>($2)); }
     ;
 
 definition
@@ -101,7 +111,7 @@ shader_formals
         { auto node = std::make_unique<SlcFormalsNode>();
           node->AddVarDef(Take<SlcVarDefsNode>($1)); Put($$, std::move(node)); }
     | shader_formals ';' shader_formal
-        { As<SlcFormalsNode>($1)->AddVarDef(Take<SlcVarDefsNode>($3)); }
+        { $$ = $1; As<SlcFormalsNode>($$)->AddVarDef(Take<SlcVarDefsNode>($3)); }
     ;
 
 function_formals_opt
@@ -115,7 +125,7 @@ function_formals
         { auto node = std::make_unique<SlcFormalsNode>();
           node->AddVarDef(Take<SlcVarDefsNode>($1)); Put($$, std::move(node)); }
     | function_formals ';' function_formal
-        { As<SlcFormalsNode>($1)->AddVarDef(Take<SlcVarDefsNode>($3)); }
+        { $$ = $1; As<SlcFormalsNode>($$)->AddVarDef(Take<SlcVarDefsNode>($3)); }
     ;
 
 shader_formal
@@ -138,7 +148,7 @@ shader_formal_defs
         { auto node = std::make_unique<SlcDefExprsNode>();
           node->AddDefExpr(Take<SlcDefExprNode>($1)); Put($$, std::move(node)); }
     | shader_formal_defs ',' shader_formal_def
-        { As<SlcDefExprsNode>($1)->AddDefExpr(Take<SlcDefExprNode>($3)); }
+        { $$ = $1; As<SlcDefExprsNode>($$)->AddDefExpr(Take<SlcDefExprNode>($3)); }
     ;
 
 shader_formal_def
@@ -175,7 +185,7 @@ function_formal_defs
         { auto node = std::make_unique<SlcDefExprsNode>();
           node->AddDefExpr(Take<SlcDefExprNode>($1)); Put($$, std::move(node)); }
     | function_formal_defs ',' function_formal_def
-        { As<SlcDefExprsNode>($1)->AddDefExpr(Take<SlcDefExprNode>($3)); }
+        { $$ = $1; As<SlcDefExprsNode>($$)->AddDefExpr(Take<SlcDefExprNode>($3)); }
     ;
 
 function_formal_def
@@ -211,7 +221,7 @@ variable_defs
         { auto node = std::make_unique<SlcDefExprsNode>();
           node->AddDefExpr(Take<SlcDefExprNode>($1)); Put($$, std::move(node)); }
     | variable_defs ',' variable_def
-        { As<SlcDefExprsNode>($1)->AddDefExpr(Take<SlcDefExprNode>($3)); }
+        { $$ = $1; As<SlcDefExprsNode>($$)->AddDefExpr(Take<SlcDefExprNode>($3)); }
     ;
 
 variable_def
@@ -236,7 +246,7 @@ array_values
         { auto node = std::make_unique<SlcArrayExprNode>(SlcScanner::Position());
           node->AddExpr(Take<SlcExprNode>($1)); Put($$, std::move(node)); }
     | array_values ',' expression
-        { As<SlcArrayExprNode>($1)->AddExpr(Take<SlcExprNode>($3)); }
+        { $$ = $1; As<SlcArrayExprNode>($$)->AddExpr(Take<SlcExprNode>($3)); }
     ;
 
 array_size_opt
@@ -284,7 +294,7 @@ statements
     : statement
         { Put($$, std::make_unique<SlcStmtsNode>(Take<SlcStmtNode>($1))); }
     | statements statement
-        { As<SlcStmtsNode>($1)->AddStatement(Take<SlcStmtNode>($2)); }
+        { $$ = $1; As<SlcStmtsNode>($$)->AddStatement(Take<SlcStmtNode>($2)); }
     ;
 
 statement
@@ -299,7 +309,7 @@ statement
         { yyerror("';' expected");
           Put($$, std::make_unique<SlcReturnStmtNode>($1.Position(), Take<SlcExprNode>($2))); }
     | loop_modifier ';'
-    | loop_modifier                 { yyerror("';' expected"); }
+    | loop_modifier                 { yyerror("';' expected"); $$ = $1; }
     | IF condition statement
         { Put($$, std::make_unique<SlcIfThenStmtNode>($1.Position(), Take<SlcRelationNode>($2),
                                                       Take<SlcStmtNode>($3))); }
@@ -355,7 +365,7 @@ semicolon_formals
         { auto node = std::make_unique<SlcFormalsNode>();
           node->AddVarDef(Take<SlcVarDefsNode>($1)); Put($$, std::move(node)); }
     | semicolon_formals ';' function_formal
-        { As<SlcFormalsNode>($1)->AddVarDef(Take<SlcVarDefsNode>($3)); }
+        { $$ = $1; As<SlcFormalsNode>($$)->AddVarDef(Take<SlcVarDefsNode>($3)); }
     ;
 
 loop_statement
@@ -579,7 +589,7 @@ arguments
         { auto node = std::make_unique<SlcProcArgsNode>();
           node->AddArg(Take<SlcExprNode>($1)); Put($$, std::move(node)); }
     | arguments ',' expression
-        { As<SlcProcArgsNode>($1)->AddArg(Take<SlcExprNode>($3)); }
+        { $$ = $1; As<SlcProcArgsNode>($$)->AddArg(Take<SlcExprNode>($3)); }
     ;
 
 texture_expr
@@ -628,7 +638,7 @@ texture_args
         { auto node = std::make_unique<SlcTextureArgsNode>();
           node->AddTextureArg(Take<SlcExprNode>($2)); Put($$, std::move(node)); }
     | texture_args ',' expression
-        { As<SlcTextureArgsNode>($1)->AddTextureArg(Take<SlcExprNode>($3)); }
+        { $$ = $1; As<SlcTextureArgsNode>($$)->AddTextureArg(Take<SlcExprNode>($3)); }
     ;
 
 condition
@@ -690,6 +700,8 @@ logical_or
 
 static int yyreport_syntax_error(const yypcontext_t*)
 {
+    // The tokens that could have followed would fill lines and help nobody.
+    static_cast<void>(&yypcontext_expected_tokens);
     yyerror("parse error");
     return 0;
 }
