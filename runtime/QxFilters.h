@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstring>
+
+#include "QxMath.h"
+
+// The share of a filter kernel that lies left of a place, by kernel. Each has the area 1 and is
+// scaled so that one sample spacing is one unit.
+
+namespace qxfilter {
+
+inline float Box(float x)
+{
+    return QxClamp(x + 0.5f, 0.0f, 1.0f);
+}
+
+inline float Triangle(float x)
+{
+    const float t = QxClamp(x, -1.0f, 1.0f);
+    return t < 0 ? 0.5f * (1 + t) * (1 + t) : 1 - 0.5f * (1 - t) * (1 - t);
+}
+
+/// A bell with the standard deviation of half a spacing.
+inline float Gaussian(float x)
+{
+    return 0.5f * std::erfc(-x * 1.41421356f);
+}
+
+/// Integral of the Catmull-Rom kernel from 0 to x, for x from 0 to 2.
+inline float CatmullRomHalf(float x)
+{
+    if (x <= 1)
+        return ((0.375f * x - 0.8333333f) * x * x + 1) * x;
+    return (((-0.125f * x + 0.8333333f) * x - 2) * x + 2) * x - 0.1666667f;
+}
+
+inline float CatmullRom(float x)
+{
+    const float t = QxClamp(x, -2.0f, 2.0f);
+    return t < 0 ? 0.5f - CatmullRomHalf(-t) : 0.5f + CatmullRomHalf(t);
+}
+
+}  // namespace qxfilter
+
+/// A step at `edge`, filtered over the interval between two samples, which `width` stretches
+/// around its middle. `filter`: "catmull-rom" (also for an unknown name), "box", "triangle" or
+/// "gaussian". An empty interval gives the plain step.
+inline float QxFilterStep(float edge, float s1, float s2, float width, const char* filter)
+{
+    const float spacing = std::abs(s2 - s1) * std::abs(width);
+    if (!(spacing > 0))
+        return QxStep(edge, s1);
+    const float place = (0.5f * (s1 + s2) - edge) / spacing;
+    if (std::strcmp(filter, "box") == 0)
+        return qxfilter::Box(place);
+    if (std::strcmp(filter, "triangle") == 0)
+        return qxfilter::Triangle(place);
+    if (std::strcmp(filter, "gaussian") == 0)
+        return qxfilter::Gaussian(place);
+    return qxfilter::CatmullRom(place);
+}

@@ -1,0 +1,110 @@
+#pragma once
+
+#include "QxMath.h"
+
+inline float QxDot(const QxVector3& a, const QxVector3& b)
+{
+    return a.x * b.x + a.y * b.y + a.z * b.z;
+}
+
+inline float QxDot(const QxRGBColor& a, const QxRGBColor& b)
+{
+    return a.r * b.r + a.g * b.g + a.b * b.b;
+}
+
+inline QxVector3 QxCross(const QxVector3& a, const QxVector3& b)
+{
+    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
+}
+
+inline float QxLength(const QxVector3& v)
+{
+    return std::sqrt(QxDot(v, v));
+}
+
+inline float QxDistance(const QxVector3& a, const QxVector3& b)
+{
+    return QxLength(a - b);
+}
+
+/// The null vector stays as it is.
+inline QxVector3 QxNormalize(const QxVector3& v)
+{
+    const float length = QxLength(v);
+    return length > 0 ? v * (1 / length) : v;
+}
+
+/// n, turned so that it looks against `incident` as seen by the true normal.
+inline QxVector3 QxFaceForward(const QxVector3& n, const QxVector3& incident,
+                               const QxVector3& trueNormal)
+{
+    return QxDot(incident, trueNormal) > 0 ? -n : n;
+}
+
+/// `normal` is of unit length.
+inline QxVector3 QxReflect(const QxVector3& incident, const QxVector3& normal)
+{
+    return incident - normal * (2 * QxDot(incident, normal));
+}
+
+/// `eta`: the index of the medium that the ray leaves, divided by that of the one it enters. Both
+/// vectors are of unit length. Null at total reflection.
+inline QxVector3 QxRefract(const QxVector3& incident, const QxVector3& normal, float eta)
+{
+    const float cosine = -QxDot(incident, normal);
+    const float k = 1 - eta * eta * (1 - cosine * cosine);
+    if (k < 0)
+        return {0, 0, 0};
+    return incident * eta + normal * (eta * cosine - std::sqrt(k));
+}
+
+/// The shares of light that a smooth border between two media reflects and lets pass, with the
+/// directions of both.
+///
+/// Augustin Fresnel's equations for unpolarized light; the transmitted share is what is not
+/// reflected, weighted with the square of the inverse index, since the cone of rays narrows.
+struct QxFresnelShares {
+    float reflected;
+    float transmitted;
+    QxVector3 reflection;
+    QxVector3 refraction;
+};
+
+inline QxFresnelShares QxFresnel(const QxVector3& incident, const QxVector3& normal, float eta)
+{
+    QxFresnelShares shares = {1, 0, QxReflect(incident, normal), {0, 0, 0}};
+    const float cosIn = std::abs(QxDot(incident, normal));
+    const float sinOutSquared = eta * eta * (1 - cosIn * cosIn);
+    if (sinOutSquared >= 1)
+        return shares;
+    shares.refraction = QxRefract(incident, normal, eta);
+    const float cosOut = std::sqrt(1 - sinOutSquared);
+    const float parallel = (cosIn - eta * cosOut) / (cosIn + eta * cosOut);
+    const float perpendicular = (eta * cosIn - cosOut) / (eta * cosIn + cosOut);
+    shares.reflected = 0.5f * (parallel * parallel + perpendicular * perpendicular);
+    shares.transmitted = (1 - shares.reflected) * eta * eta;
+    return shares;
+}
+
+/// Distance of q from the segment between two points.
+inline float QxPointLineDistance(const QxVector3& from, const QxVector3& to, const QxVector3& q)
+{
+    const QxVector3 line = to - from;
+    const float lengthSquared = QxDot(line, line);
+    const float t =
+        lengthSquared > 0 ? QxClamp(QxDot(q - from, line) / lengthSquared, 0.0f, 1.0f) : 0.0f;
+    return QxDistance(q, from + line * t);
+}
+
+/// q, turned by an angle in radians around the axis through two points, by the right-hand rule.
+///
+/// Olinde Rodrigues's formula.
+inline QxVector3 QxRotatePoint(const QxVector3& q, float angle, const QxVector3& from,
+                               const QxVector3& to)
+{
+    const QxVector3 axis = QxNormalize(to - from);
+    const QxVector3 arm = q - from;
+    const float c = std::cos(angle);
+    const float s = std::sin(angle);
+    return from + arm * c + QxCross(axis, arm) * s + axis * (QxDot(axis, arm) * (1 - c));
+}

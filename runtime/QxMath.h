@@ -1,0 +1,137 @@
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+
+#include "QxValues.h"
+
+// The functions of one number. Where the mathematical function has no real value the result is 0,
+// as it is when the compiler evaluates a call with constant arguments.
+
+constexpr float QX_PI_FLOAT = 3.14159265358979323846f;
+
+inline float QxRadians(float degrees)
+{
+    return degrees * 0.01745329238474369f;
+}
+
+inline float QxDegrees(float radians)
+{
+    return radians * 57.2957763671875f;
+}
+
+/// Arguments outside -1..1 count as the nearer bound.
+inline float QxAsin(float x)
+{
+    return std::asin(std::min(std::max(x, -1.0f), 1.0f));
+}
+
+inline float QxAcos(float x)
+{
+    return std::acos(std::min(std::max(x, -1.0f), 1.0f));
+}
+
+inline float QxPow(float base, float exponent)
+{
+    if (base == 0)
+        return 0;
+    if (base < 0 && std::ceil(exponent) != exponent)
+        return 0;
+    return std::pow(base, exponent);
+}
+
+inline float QxSqrt(float x)
+{
+    return x <= 0 ? 0.0f : std::sqrt(x);
+}
+
+inline float QxInverseSqrt(float x)
+{
+    return x <= 0 ? 0.0f : 1 / std::sqrt(x);
+}
+
+inline float QxLog(float x)
+{
+    return x <= 0 ? 0.0f : std::log(x);
+}
+
+/// Logarithm of x to the given base.
+inline float QxLog(float x, float base)
+{
+    return x <= 0 || base <= 0 ? 0.0f : std::log(x) / std::log(base);
+}
+
+/// The remainder of a / b, from 0 up to, but not including, the absolute value of b.
+inline float QxMod(float a, float b)
+{
+    const float rest = a - std::trunc(a * (1 / b)) * b;
+    return rest < 0 ? rest + std::abs(b) : rest;
+}
+
+inline float QxSign(float x)
+{
+    return static_cast<float>((x > 0) - (x < 0));
+}
+
+inline float QxMin(float a, float b)
+{
+    return a < b ? a : b;
+}
+
+inline float QxMax(float a, float b)
+{
+    return b < a ? a : b;
+}
+
+inline float QxClamp(float x, float low, float high)
+{
+    return x < low ? low : (high < x ? high : x);
+}
+
+inline float QxRound(float x)
+{
+    return std::floor(x + 0.5f);
+}
+
+/// 0 below the edge, 1 from it on.
+inline float QxStep(float edge, float x)
+{
+    return edge <= x ? 1.0f : 0.0f;
+}
+
+/// A cubic rise from 0 at `low` to 1 at `high`. Equal bounds make a step.
+inline float QxSmoothStep(float low, float high, float x)
+{
+    if (x < low)
+        return 0;
+    if (x >= high)
+        return 1;
+    const float t = (x - low) / (high - low);
+    return t * t * (3 - 2 * t);
+}
+
+/// From a at 0 to b at 1, in a line; also for triples.
+template <class Value>
+inline Value QxMix(const Value& a, const Value& b, float position)
+{
+    return a * (1 - position) + b * position;
+}
+
+template <class Triple>
+inline Triple QxMinTriple(const Triple& a, const Triple& b)
+{
+    return QxMakeTriple<Triple>(QxMin(a[0], b[0]), QxMin(a[1], b[1]), QxMin(a[2], b[2]));
+}
+
+template <class Triple>
+inline Triple QxMaxTriple(const Triple& a, const Triple& b)
+{
+    return QxMakeTriple<Triple>(QxMax(a[0], b[0]), QxMax(a[1], b[1]), QxMax(a[2], b[2]));
+}
+
+template <class Triple>
+inline Triple QxClampTriple(const Triple& x, const Triple& low, const Triple& high)
+{
+    return QxMakeTriple<Triple>(QxClamp(x[0], low[0], high[0]), QxClamp(x[1], low[1], high[1]),
+                                QxClamp(x[2], low[2], high[2]));
+}

@@ -1,0 +1,222 @@
+#pragma once
+
+#include "QxMath.h"
+
+// Lattice noises of one to four dimensions, from 0 to 1. A triple takes three independent values.
+
+namespace qxnoise {
+
+/// A well mixed number for a lattice point: 32-bit finalizing steps of Austin Appleby's
+/// MurmurHash3 (2011), coordinate by coordinate.
+template <int n>
+inline unsigned int Hash(const int (&point)[n], unsigned int seed)
+{
+    unsigned int hash = seed * 0x9e3779b9u + 0x85ebca6bu;
+    for (int i = 0; i < n; ++i) {
+        hash ^= static_cast<unsigned int>(point[i]);
+        hash = (hash ^ (hash >> 16)) * 0x85ebca6bu;
+        hash = (hash ^ (hash >> 13)) * 0xc2b2ae35u;
+        hash ^= hash >> 16;
+    }
+    return hash;
+}
+
+/// The lattice cell of a coordinate. Numbers too large for a cell, infinities and what is no
+/// number share the outermost ones.
+inline int CellOf(float x)
+{
+    const float bound = 1.0e9f;
+    if (!(x > -bound))
+        return static_cast<int>(-bound);
+    return static_cast<int>(std::floor(x < bound ? x : bound));
+}
+
+/// Keeps a lattice coordinate within a period; a period below 1 counts as 1.
+inline int Wrap(int coordinate, int period)
+{
+    const int p = period < 1 ? 1 : period;
+    const int rest = coordinate % p;
+    return rest < 0 ? rest + p : rest;
+}
+
+/// Slope and curvature vanish at both ends, so that no lattice plane shows.
+inline float Fade(float t)
+{
+    return t * t * t * (t * (t * 6 - 15) + 10);
+}
+
+/// The offset's product with a gradient that the hash picks: all coordinates but one count, with
+/// either sign. One dimension has slopes between -1 and 1.
+template <int n>
+inline float Slope(unsigned int hash, const float (&offset)[n])
+{
+    if (n == 1)
+        return offset[0] * (static_cast<float>(hash & 15u) / 7.5f - 1);
+    const int left = n == 2 ? -1 : static_cast<int>((hash >> 8) % n);
+    float sum = 0;
+    for (int i = 0; i < n; ++i)
+        if (i != left)
+            sum += (hash >> i) & 1u ? offset[i] : -offset[i];
+    return sum;
+}
+
+/// Gradient noise (Ken Perlin, "Improving Noise", 2002) around 0, within -1..1. `periods` may be
+/// null.
+template <int n>
+inline float Gradient(const float (&x)[n], const int* periods, unsigned int seed)
+{
+    int cell[n];
+    float offset[n];
+    for (int i = 0; i < n; ++i) {
+        cell[i] = CellOf(x[i]);
+        const float rest = x[i] - static_cast<float>(cell[i]);
+        offset[i] = rest >= 0 && rest < 1 ? rest : 0;
+    }
+    float sum = 0;
+    for (int corner = 0; corner < (1 << n); ++corner) {
+        int point[n];
+        float toPoint[n];
+        float weight = 1;
+        for (int i = 0; i < n; ++i) {
+            const int bit = (corner >> i) & 1;
+            point[i] = periods ? Wrap(cell[i] + bit, periods[i]) : cell[i] + bit;
+            toPoint[i] = offset[i] - static_cast<float>(bit);
+            weight *= bit ? Fade(offset[i]) : 1 - Fade(offset[i]);
+        }
+        sum += weight * Slope(Hash(point, seed), toPoint);
+    }
+    return QxClamp(sum, -1.0f, 1.0f);
+}
+
+/// One value a lattice cell, from 0 up to, but not including, 1.
+template <int n>
+inline float Cell(const float (&x)[n], unsigned int seed)
+{
+    int cell[n];
+    for (int i = 0; i < n; ++i)
+        cell[i] = CellOf(x[i]);
+    return static_cast<float>(Hash(cell, seed) >> 8) / 16777216.0f;
+}
+
+// What the noises differ in, as a policy: how a value for one seed is found.
+
+struct PlainNoise {
+    template <int n>
+    static float At(const float (&x)[n], const int*, unsigned int seed)
+    {
+        return 0.5f + 0.5f * Gradient(x, nullptr, seed);
+    }
+};
+
+struct PeriodicNoise {
+    template <int n>
+    static float At(const float (&x)[n], const int* periods, unsigned int seed)
+    {
+        return 0.5f + 0.5f * Gradient(x, periods, seed);
+    }
+};
+
+struct CellNoise {
+    template <int n>
+    static float At(const float (&x)[n], const int*, unsigned int seed)
+    {
+        return Cell(x, seed);
+    }
+};
+
+template <class Noise, int n>
+inline void Assign(float& result, const float (&x)[n], const int* periods)
+{
+    result = Noise::At(x, periods, 0);
+}
+
+template <class Noise, class Triple, int n>
+inline void Assign(Triple& result, const float (&x)[n], const int* periods)
+{
+    result = QxMakeTriple<Triple>(Noise::At(x, periods, 1), Noise::At(x, periods, 2),
+                                  Noise::At(x, periods, 3));
+}
+
+inline int PeriodOf(float period)
+{
+    return CellOf(QxRound(period));
+}
+
+/// The noise at a number, two numbers, a point, or a point and a number, as a float or a triple.
+template <class Noise>
+struct Family {
+    template <class Result>
+    static void At(Result& result, float x)
+    {
+        Assign<Noise>(result, {x}, nullptr);
+    }
+    template <class Result>
+    static void At(Result& result, float x, float y)
+    {
+        Assign<Noise>(result, {x, y}, nullptr);
+    }
+    template <class Result>
+    static void At(Result& result, const QxVector3& p)
+    {
+        Assign<Noise>(result, {p.x, p.y, p.z}, nullptr);
+    }
+    template <class Result>
+    static void At(Result& result, const QxVector3& p, float t)
+    {
+        Assign<Noise>(result, {p.x, p.y, p.z, t}, nullptr);
+    }
+};
+
+}  // namespace qxnoise
+
+/// Smooth noise: `QxNoise::At(result, ...)`. It is 0.5 at each lattice point.
+using QxNoise = qxnoise::Family<qxnoise::PlainNoise>;
+/// A constant in each cell of the lattice.
+using QxCellNoise = qxnoise::Family<qxnoise::CellNoise>;
+
+/// Smooth noise that repeats: behind the coordinates stands the period of each, as whole numbers.
+struct QxPeriodicNoise {
+    using Noise = qxnoise::PeriodicNoise;
+
+    template <class Result>
+    static void At(Result& result, float x, float px)
+    {
+        const int periods[] = {qxnoise::PeriodOf(px)};
+        qxnoise::Assign<Noise>(result, {x}, periods);
+    }
+    template <class Result>
+    static void At(Result& result, float x, float y, float px, float py)
+    {
+        const int periods[] = {qxnoise::PeriodOf(px), qxnoise::PeriodOf(py)};
+        qxnoise::Assign<Noise>(result, {x, y}, periods);
+    }
+    template <class Result>
+    static void At(Result& result, const QxVector3& p, const QxVector3& pp)
+    {
+        const int periods[] = {qxnoise::PeriodOf(pp.x), qxnoise::PeriodOf(pp.y),
+                               qxnoise::PeriodOf(pp.z)};
+        qxnoise::Assign<Noise>(result, {p.x, p.y, p.z}, periods);
+    }
+    template <class Result>
+    static void At(Result& result, const QxVector3& p, float t, const QxVector3& pp, float pt)
+    {
+        const int periods[] = {qxnoise::PeriodOf(pp.x), qxnoise::PeriodOf(pp.y),
+                               qxnoise::PeriodOf(pp.z), qxnoise::PeriodOf(pt)};
+        qxnoise::Assign<Noise>(result, {p.x, p.y, p.z, t}, periods);
+    }
+};
+
+/// A stream of numbers from 0 to 1, for `random`: the finalizing steps over a counter.
+class QxRandomStream {
+public:
+    explicit QxRandomStream(unsigned int seed = 0) : m_seed(seed) {}
+    float Next()
+    {
+        const int point[] = {m_count++};
+        return static_cast<float>(qxnoise::Hash(point, m_seed) >> 8) / 16777216.0f;
+    }
+
+private:
+    unsigned int m_seed;
+    int m_count = 0;
+};

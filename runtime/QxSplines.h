@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstring>
+
+#include "QxMath.h"
+
+/// A basis of cubic splines: four weights, polynomials of the place in a segment, and how many
+/// control values further on the next segment begins.
+struct QxSplineBasis {
+    const char* name;
+    int step;
+    float weights[4][4];  // by power of the place, highest first, then by control value
+};
+
+/// The basis of that name; the Catmull-Rom basis for an unknown one.
+///
+/// Edwin Catmull and Raphael Rom, "A class of local interpolating splines", 1974; the others as
+/// in James Foley and others, "Computer Graphics: Principles and Practice", chapter 11.
+inline const QxSplineBasis& QxFindSplineBasis(const char* name)
+{
+    static const QxSplineBasis bases[] = {
+        {"catmull-rom",
+         1,
+         {{-0.5f, 1.5f, -1.5f, 0.5f}, {1, -2.5f, 2, -0.5f}, {-0.5f, 0, 0.5f, 0}, {0, 1, 0, 0}}},
+        {"bezier", 3, {{-1, 3, -3, 1}, {3, -6, 3, 0}, {-3, 3, 0, 0}, {1, 0, 0, 0}}},
+        {"bspline",
+         1,
+         {{-1 / 6.0f, 0.5f, -0.5f, 1 / 6.0f},
+          {0.5f, -1, 0.5f, 0},
+          {-0.5f, 0, 0.5f, 0},
+          {1 / 6.0f, 2 / 3.0f, 1 / 6.0f, 0}}},
+        {"hermite", 2, {{2, 1, -2, 1}, {-3, -2, 3, -1}, {0, 1, 0, 0}, {1, 0, 0, 0}}},
+        {"power", 4, {{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}},
+        {"linear", 1, {{0, 0, 0, 0}, {0, 0, 0, 0}, {0, -1, 1, 0}, {0, 1, 0, 0}}},
+    };
+    for (const QxSplineBasis& basis : bases)
+        if (std::strcmp(basis.name, name) == 0)
+            return basis;
+    return bases[0];
+}
+
+/// The spline at `position` (0 to 1, clamped) over `count` control values, which `values(i)`
+/// gives. Values that do not fill a segment are left out; fewer than four give the first one.
+template <class Value, class Values>
+inline Value QxSpline(const QxSplineBasis& basis, float position, int count, const Values& values)
+{
+    if (count < 4)
+        return values(0);
+    const int segments = (count - 4) / basis.step + 1;
+    const float place = QxClamp(position, 0.0f, 1.0f) * static_cast<float>(segments);
+    const int segment = std::min(static_cast<int>(place), segments - 1);
+    const float t = place - static_cast<float>(segment);
+    const auto weight = [&](int value) {
+        const auto& w = basis.weights;
+        return ((w[0][value] * t + w[1][value]) * t + w[2][value]) * t + w[3][value];
+    };
+    const int first = segment * basis.step;
+    return values(first) * weight(0) + values(first + 1) * weight(1) +
+           values(first + 2) * weight(2) + values(first + 3) * weight(3);
+}

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <cstdio>
+#include <regex.h>
+#include <string>
+
+#include "QxValues.h"
+
+/// One argument of `format` or `printf`, with its type.
+struct QxTextArgument {
+    enum Type { Float, Triple, Matrix, String };
+
+    Type type;
+    const void* value;  // float*, three floats, QxMatrix44*, or a const char* const*
+};
+
+namespace qxtext {
+
+inline std::string Number(float value)
+{
+    char buffer[64];
+    std::snprintf(buffer, sizeof buffer, "%g", static_cast<double>(value));
+    return buffer;
+}
+
+inline std::string Numbers(const float* values, int count)
+{
+    std::string text = Number(values[0]);
+    for (int i = 1; i < count; ++i)
+        text += ' ' + Number(values[i]);
+    return text;
+}
+
+inline std::string Value(const QxTextArgument& argument)
+{
+    switch (argument.type) {
+    case QxTextArgument::Float:
+        return Number(*static_cast<const float*>(argument.value));
+    case QxTextArgument::Triple:
+        return Numbers(static_cast<const float*>(argument.value), 3);
+    case QxTextArgument::Matrix:
+        return Numbers(static_cast<const float*>(argument.value), 16);
+    case QxTextArgument::String:
+        break;
+    }
+    return *static_cast<const char* const*>(argument.value);
+}
+
+}  // namespace qxtext
+
+/// The pattern with each of %f, %d, %p, %c, %m and %s replaced by the next argument, which is
+/// written by its own type; %% is a percent sign. What has no argument left stays as it is.
+inline std::string QxFormat(const char* pattern, const QxTextArgument* arguments, int count)
+{
+    std::string text;
+    int next = 0;
+    for (const char* c = pattern; *c; ++c) {
+        if (*c != '%' || c[1] == '\0') {
+            text += *c;
+        } else if (c[1] == '%') {
+            text += *++c;
+        } else if (std::string("fdpcms").find(c[1]) != std::string::npos && next < count) {
+            text += qxtext::Value(arguments[next++]);
+            ++c;
+        } else {
+            text += *c;
+        }
+    }
+    return text;
+}
+
+/// Whether the text holds a match of the POSIX extended regular expression; not for a malformed
+/// one.
+inline bool QxMatch(const char* expression, const char* text)
+{
+    regex_t compiled;
+    if (regcomp(&compiled, expression, REG_EXTENDED | REG_NOSUB) != 0)
+        return false;
+    const bool found = regexec(&compiled, text, 0, nullptr, 0) == 0;
+    regfree(&compiled);
+    return found;
+}

@@ -1,0 +1,149 @@
+#pragma once
+
+// The values that shaders compute with, as plain records of single-precision numbers: grids hold
+// them in arrays, and a host may hand such arrays in as they are. This folder keeps to C++14,
+// since it is compiled by whatever compiler builds the shaders.
+
+#include <cmath>
+#include <cstddef>
+
+/// A point, vector or normal.
+struct QxVector3 {
+    float x;
+    float y;
+    float z;
+
+    float& operator[](int i) { return i == 0 ? x : (i == 1 ? y : z); }
+    float operator[](int i) const { return i == 0 ? x : (i == 1 ? y : z); }
+};
+
+/// A color, in RGB unless a conversion says otherwise.
+struct QxRGBColor {
+    float r;
+    float g;
+    float b;
+
+    float& operator[](int i) { return i == 0 ? r : (i == 1 ? g : b); }
+    float operator[](int i) const { return i == 0 ? r : (i == 1 ? g : b); }
+};
+
+/// A matrix by rows. Points are rows too, so that `p * M` transforms a point.
+struct QxMatrix44 {
+    float m[4][4];
+
+    float* operator[](int row) { return m[row]; }
+    const float* operator[](int row) const { return m[row]; }
+
+    static QxMatrix44 Scaling(float value)
+    {
+        QxMatrix44 result = {};
+        for (int i = 0; i < 4; ++i)
+            result.m[i][i] = value;
+        return result;
+    }
+    static QxMatrix44 Identity() { return Scaling(1); }
+};
+
+/// A flag of varying control flow. It takes the room of three floats, which is what the storage
+/// of generated shaders counts for one.
+struct QxStopAndBool {
+    unsigned int value;
+    unsigned int unused[2];
+
+    QxStopAndBool() = default;
+    QxStopAndBool(bool flag) : value(flag), unused{} {}
+    explicit operator bool() const { return value != 0; }
+};
+
+// Operations component by component, written once for all triples. A number beside a triple
+// stands for three equal components.
+
+#define QX_TRIPLE_OPERATIONS(T, a, b, c)                                                           \
+    inline T operator+(const T& l, const T& r)                                                     \
+    {                                                                                              \
+        return {l.a + r.a, l.b + r.b, l.c + r.c};                                                  \
+    }                                                                                              \
+    inline T operator-(const T& l, const T& r)                                                     \
+    {                                                                                              \
+        return {l.a - r.a, l.b - r.b, l.c - r.c};                                                  \
+    }                                                                                              \
+    inline T operator*(const T& l, const T& r)                                                     \
+    {                                                                                              \
+        return {l.a * r.a, l.b * r.b, l.c * r.c};                                                  \
+    }                                                                                              \
+    inline T operator/(const T& l, const T& r)                                                     \
+    {                                                                                              \
+        return {l.a / r.a, l.b / r.b, l.c / r.c};                                                  \
+    }                                                                                              \
+    inline T operator+(const T& l, float r)                                                        \
+    {                                                                                              \
+        return {l.a + r, l.b + r, l.c + r};                                                        \
+    }                                                                                              \
+    inline T operator-(const T& l, float r)                                                        \
+    {                                                                                              \
+        return {l.a - r, l.b - r, l.c - r};                                                        \
+    }                                                                                              \
+    inline T operator*(const T& l, float r)                                                        \
+    {                                                                                              \
+        return {l.a * r, l.b * r, l.c * r};                                                        \
+    }                                                                                              \
+    inline T operator/(const T& l, float r)                                                        \
+    {                                                                                              \
+        return {l.a / r, l.b / r, l.c / r};                                                        \
+    }                                                                                              \
+    inline T operator+(float l, const T& r)                                                        \
+    {                                                                                              \
+        return {l + r.a, l + r.b, l + r.c};                                                        \
+    }                                                                                              \
+    inline T operator-(float l, const T& r)                                                        \
+    {                                                                                              \
+        return {l - r.a, l - r.b, l - r.c};                                                        \
+    }                                                                                              \
+    inline T operator*(float l, const T& r)                                                        \
+    {                                                                                              \
+        return {l * r.a, l * r.b, l * r.c};                                                        \
+    }                                                                                              \
+    inline T operator/(float l, const T& r)                                                        \
+    {                                                                                              \
+        return {l / r.a, l / r.b, l / r.c};                                                        \
+    }                                                                                              \
+    inline T operator-(const T& t)                                                                 \
+    {                                                                                              \
+        return {-t.a, -t.b, -t.c};                                                                 \
+    }                                                                                              \
+    inline bool operator==(const T& l, const T& r)                                                 \
+    {                                                                                              \
+        return l.a == r.a && l.b == r.b && l.c == r.c;                                             \
+    }                                                                                              \
+    inline bool operator!=(const T& l, const T& r)                                                 \
+    {                                                                                              \
+        return !(l == r);                                                                          \
+    }                                                                                              \
+    inline T QxMakeTriple(const T*, float x, float y, float z)                                     \
+    {                                                                                              \
+        return {x, y, z};                                                                          \
+    }
+
+QX_TRIPLE_OPERATIONS(QxVector3, x, y, z)
+QX_TRIPLE_OPERATIONS(QxRGBColor, r, g, b)
+#undef QX_TRIPLE_OPERATIONS
+
+/// A triple of the wanted kind, for operations that serve points and colors alike.
+template <class Triple>
+inline Triple QxMakeTriple(float x, float y, float z)
+{
+    return QxMakeTriple(static_cast<const Triple*>(nullptr), x, y, z);
+}
+
+inline bool operator==(const QxMatrix44& l, const QxMatrix44& r)
+{
+    for (int i = 0; i < 16; ++i)
+        if (l.m[i / 4][i % 4] != r.m[i / 4][i % 4])
+            return false;
+    return true;
+}
+
+inline bool operator!=(const QxMatrix44& l, const QxMatrix44& r)
+{
+    return !(l == r);
+}
