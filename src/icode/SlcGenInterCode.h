@@ -176,10 +176,13 @@ private:
     void AddEndBlock(const SlcDetailNode* detail);
     /// One instruction in a block of its own.
     void AddInBlock(const SlcDetailNode* detail, SlcPtr<SlcICode> code);
+    /// With recycling, a flag that has been released before; its old value is still in it.
     [[nodiscard]] SlcOperand GetBoolFlag(SlcDetailNode* detail);
+    /// The next flag of its detail may be this one.
     void ReleaseBoolFlag(const SlcOperand& flag);
-    [[nodiscard]] SlcLabel GetBreakLabel(int level) const;
-    [[nodiscard]] SlcLabel GetContinueLabel(int level) const;
+    /// Of the varying loop `level` loops up; 1 is the innermost.
+    [[nodiscard]] SlcLabel GetBreakLabel(std::size_t level) const;
+    [[nodiscard]] SlcLabel GetContinueLabel(std::size_t level) const;
     void InsideParallelCond() { ++m_parallelCondDepth; }
     void OutsideParallelCond() { --m_parallelCondDepth; }
     /// The code stands under a varying condition.
@@ -187,12 +190,14 @@ private:
     [[nodiscard]] bool IsInsideBoolExpr() const { return m_boolExprDepth > 0; }
     /// The innermost flag under a varying condition, else null: what limits a SIMD form.
     [[nodiscard]] SlcOperand InnermostFlag() const;
+    /// The uniform flag of that level; null if the level has none.
+    [[nodiscard]] SlcOperand InnermostUniformFlag() const;
     void BeginParallelIfTrue(const SlcOperand& flag, const SlcOperand& uniformFlag);
     void BeginParallelIfFalse(const SlcOperand& flag, const SlcOperand& uniformFlag);
     void EndParallelIfTrue() { m_conditions.pop_back(); }
     void EndParallelIfFalse() { m_conditions.pop_back(); }
-    void BeginParallelIfNotCurrentCond(SlcSyntaxNode* node);
-    void EndParallelIfNotCurrentCond(SlcSyntaxNode* node);
+    void BeginParallelIfNotCurrentCond();
+    void EndParallelIfNotCurrentCond() { m_conditions.pop_back(); }
     void BeginAssignIfTrue(const SlcOperand& flag, const SlcOperand& uniformFlag);
     void BeginAssignIfFalse(const SlcOperand& flag, const SlcOperand& uniformFlag);
     void EndAssignIfTrue();
@@ -201,6 +206,14 @@ private:
                            const SlcOperand& uniformFlag, const SlcLabel& breakLabel,
                            const SlcLabel& continueLabel);
     void EndParallelLoop();
+    /// Around a body that runs at the points where the varying `flag` is true.
+    void EnterCondition(const SlcOperand& flag, const SlcOperand& uniformFlag);
+    void LeaveCondition();
+    /// flag = value at the points that the innermost level leaves out.
+    void AssignOutsideCondition(const SlcOperand& flag, const SlcOperand& value);
+    /// For a varying flag that has been set under the condition around it: makes it false outside
+    /// that condition, so that what it guards need not test both.
+    void ClearOutsideCondition(const SlcOperand& flag);
 
     // Statements and definitions.
     void Case(SlcDefinitionsNode* node) override;
@@ -245,6 +258,13 @@ private:
                        bool inverted);
     void GenLogOrCode(SlcRelationNode* left, SlcRelationNode* right, const SlcOperand& target,
                       bool inverted);
+
+    // Bodies of functions.
+    /// Lowers the body that `call` stands for, whose formals have their operands by now, and
+    /// pushes the value unless the call is void. A body that returns from within a condition or
+    /// a loop is a varying loop of one trip, which the `return` leaves as a `break` does.
+    /// The caller has put the temporaries in use out of reach.
+    void GenFuncBody(SlcProcCallExprNode* call, SlcStmtNode* body);
 
     // Calls, lights and textures.
     void Case(SlcProcCallExprNode* node) override;
