@@ -1,0 +1,68 @@
+#include "symbols/SlcInterfaceQxLib.h"
+
+#include <iostream>
+
+#include "support/SlcDiagnostics.h"
+
+namespace {
+
+struct TypeCode {
+    bool (SlcTypeNode::*test)() const;
+    int code;
+};
+
+// In the order of the tests: vector and normal stand before point, which they are too. The types
+// that stand for several of the point family therefore count as vectors.
+constexpr TypeCode k_typeCodes[] = {
+    {&SlcTypeNode::IsFloatType, 1},  {&SlcTypeNode::IsStringType, 4},
+    {&SlcTypeNode::IsVectorType, 8}, {&SlcTypeNode::IsNormalType, 9},
+    {&SlcTypeNode::IsPointType, 2},  {&SlcTypeNode::IsColorType, 3},
+    {&SlcTypeNode::IsMatrixType, 7}, {&SlcTypeNode::IsIntType, 5},
+    {&SlcTypeNode::IsBoolType, 10},
+};
+
+struct TypeWord {
+    bool (SlcTypeNode::*test)() const;
+    const char* word;
+};
+
+constexpr TypeWord k_typeWords[] = {
+    {&SlcTypeNode::IsFloatType, "float"},   {&SlcTypeNode::IsStringType, "string"},
+    {&SlcTypeNode::IsNormalType, "normal"}, {&SlcTypeNode::IsVectorType, "vector"},
+    {&SlcTypeNode::IsPointType, "point"},   {&SlcTypeNode::IsColorType, "color"},
+    {&SlcTypeNode::IsMatrixType, "matrix"},
+};
+
+const char* WordOf(const SlcTypeNode* type)
+{
+    for (const TypeWord& row : k_typeWords)
+        if ((type->*row.test)())
+            return row.word;
+    FatalError("Invalid type node in SlcConstructDetailTypeStr");
+}
+
+}  // namespace
+
+int SlcInterfaceQxLib::SlcTypeNodeToQxType(const SlcTypeNode* type)
+{
+    for (const TypeCode& row : k_typeCodes)
+        if ((type->*row.test)())
+            return row.code;
+    std::cerr << type->ToString() << '\n';
+    return 0;
+}
+
+int SlcInterfaceQxLib::SlcDetailNodeToQxClass(const SlcDetailNode* detail)
+{
+    return detail->IsUniform() ? 2 : 3;
+}
+
+std::string SlcInterfaceQxLib::SlcConstructDetailTypeStr(const SlcDetailNode* detail,
+                                                         const SlcTypeNode* type)
+{
+    std::string text = detail->IsUniform() ? "uniform " : "varying ";
+    if (!type->IsArrayType())
+        return text + WordOf(type);
+    const auto* array = static_cast<const SlcArrayTypeNode*>(type);
+    return text + WordOf(array->GetElementType()) + '[' + std::to_string(array->GetLength()) + ']';
+}
