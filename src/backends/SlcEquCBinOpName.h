@@ -1,0 +1,43 @@
+#pragma once
+
+#include <string>
+
+#include "icode/SlcAllICodeWalker.h"
+#include "icode/SlcLexType.h"
+
+/// Forms the names of operator instructions, which both back ends print: a root by the class and
+/// a suffix for the type of each operand, such as "ADD_FLOAT_COLOR".
+///
+/// The whole point family has one suffix; point, vector and normal differ only in transforms.
+class SlcEquCBinOpName : private SlcAllICodeWalker {
+public:
+    /// What an inversion is named by: generated C++ names both operands, byte-code the source.
+    enum class Invert { DestAndSource, Source };
+
+    explicit SlcEquCBinOpName(Invert invert) : m_invert(invert) {}
+
+    [[nodiscard]] std::string GetString(const SlcPtr<SlcArithExprICode>& code);
+    /// Also of the form that runs over all points, without its "_SIMD".
+    [[nodiscard]] std::string GetString(const SlcPtr<SlcAssignICode>& code);
+    [[nodiscard]] std::string GetString(const SlcPtr<SlcUnaryMinusICode>& code);
+    [[nodiscard]] std::string GetString(const SlcPtr<SlcBinOpBoolExprICode>& code);
+
+private:
+    using SlcAllICodeWalker::Case;
+    void Case(SlcPtr<SlcAddICode>) override { m_root = "ADD"; }
+    void Case(SlcPtr<SlcSubICode>) override { m_root = "SUB"; }
+    void Case(SlcPtr<SlcMultICode>) override { m_root = "MULT"; }
+    void Case(SlcPtr<SlcDivICode>) override { m_root = "DIV"; }
+    void Case(SlcPtr<SlcDotProdICode>) override { m_root = "DOT_PROD"; }
+    void Case(SlcPtr<SlcCrossProdICode>) override { m_root = "CROSS_PROD"; }
+    void Case(SlcPtr<SlcLessThenICode>) override { m_root = "BOOL_LESS_THEN"; }
+    void Case(SlcPtr<SlcLessEqualICode>) override { m_root = "BOOL_LESS_EQUAL"; }
+    void Case(SlcPtr<SlcGreaterThenICode>) override { m_root = "BOOL_GREATER_THEN"; }
+    void Case(SlcPtr<SlcGreaterEqualICode>) override { m_root = "BOOL_GREATER_EQUAL"; }
+    void Case(SlcPtr<SlcEqualICode>) override { m_root = "BOOL_EQUAL"; }
+    void Case(SlcPtr<SlcNotEqualICode>) override { m_root = "BOOL_NOT_EQUAL"; }
+    void Default(SlcPtr<SlcICode> code) override;
+
+    Invert m_invert;
+    const char* m_root = "";  // of the instruction last visited
+};

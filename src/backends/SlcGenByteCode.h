@@ -1,0 +1,137 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <ostream>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "backends/SlcByteCode.h"
+#include "backends/SlcEquCBinOpName.h"
+#include "icode/SlcInterForm.h"
+#include "icode/SlcJumpICode.h"
+
+/// Writes a finished shader as a `.sqx` file: a text of decimal numbers, names and quoted strings
+/// that the renderer's shading virtual machine loads.
+///
+/// All variables of the file share one running number, kept in their operands. Code is a list of
+/// 16-bit values; what does not fit is an error, of which each kind is reported once. One writer
+/// serves one file.
+class SlcGenByteCode : private SlcAllICodeWalker {
+public:
+    SlcGenByteCode(SlcPtr<SlcSemanticError> errors, std::ostream& out);
+
+    /// Writes the whole file. Merges the constants of the form's lists and numbers its operands.
+    /// Faults are counted by the sink, and the text is then worth nothing.
+    void GenByteCode(SlcInterForm& form);
+
+private:
+    // One for each section, in the order of the file.
+    void GenHeader(const SlcInterForm& form);
+    void GenVarDeclarations(SlcInterForm& form);
+    void GenMatrices(const SlcInterForm& form);
+    void GenInitShaderParams(SlcInterForm& form);
+    void GenInitNeededObjectSpace(const SlcInterForm& form);
+    void GenIsVarOutput(const SlcInterForm& form);
+    void GenDSOInfo(const SlcInterForm& form);
+    void GenRayTracing(const SlcInterForm& form);
+    void GenPModified(const SlcInterForm& form);
+    void GenTheByteCode(const SlcListICode& list);
+
+    void GenParameter(SlcVarSymbolEntry& parameter, const SlcStringLiteralNode* space);
+    void GenInitGroup(SlcInterForm& form, bool dependsOnContext);
+    /// The uniform and then the varying ones of `locals`, each with its count.
+    void GenLocals(const std::vector<SlcOperand>& locals);
+    void GenConstants(const std::deque<SlcOperand>& constants);
+    void GenVarTypeInfo(const SlcOperand& variable);
+    void GenConstInfo(const SlcOperand& constant);
+    void Number(const SlcOperand& operand) { operand->m_index = m_nextVarNb++; }
+
+    // The code block being built.
+    void ResetCode();
+    void AddInstr(const std::string& name);
+    void AddInstr(SlcByteCodeMark mark) { m_code.push_back(static_cast<std::int16_t>(mark)); }
+    /// A literal. `what` names it in the report if it does not fit.
+    void AddConst(int value, std::string_view what);
+    void AddVar(const SlcOperand& operand);
+    void AddVars(const std::deque<SlcOperand>& operands);
+    void AddVarIfSet(const SlcOperand& operand);
+    void AddGotoLabel(const SlcLabel& label);
+    void AddLabelRef(const SlcLabel& label);
+    void ResolveUnknownLabels();
+    void ReportUnnumbered(const SlcOperand& operand);
+    /// `value` as a 16-bit number; reports one that does not fit.
+    [[nodiscard]] std::int16_t Fit(std::size_t value, std::string_view what);
+
+    void InitMatricesInfo(const SlcInterForm& form) { m_matrices = form.m_spaces; }
+    /// Number of a coordinate space by its text with quotes; -1 if the shader does not name it.
+    [[nodiscard]] short GetMatrixNb(const std::string& space) const;
+    [[nodiscard]] bool IsAvailable(const std::string& primitive);
+    void AddTransform(const SlcTransformSpaceICode& code, std::string_view direction,
+                      std::string_view colorDirection);
+    void ClearFlags(const std::deque<SlcOperand>& flags);
+
+    using SlcAllICodeWalker::Case;
+    void Case(SlcPtr<SlcLabelICode> code) override;
+    void Case(SlcPtr<SlcAssignICode> code) override;
+    void Case(SlcPtr<SlcAssignSIMDICode> code) override;
+    void Case(SlcPtr<SlcAssignToZeroICode> code) override;
+    void Case(SlcPtr<SlcArithExprICode> code) override;
+    void Case(SlcPtr<SlcUnaryMinusICode> code) override;
+    void Case(SlcPtr<SlcBinOpBoolExprICode> code) override;
+    void Case(SlcPtr<SlcGotoICode> code) override;
+    void Case(SlcPtr<SlcIfTrueGotoICode> code) override;
+    void Case(SlcPtr<SlcIfFalseGotoICode> code) override;
+    void Case(SlcPtr<SlcCallICode> code) override;
+    void Case(SlcPtr<SlcPointICode> code) override;
+    void Case(SlcPtr<SlcMatrixICode> code) override;
+    void Case(SlcPtr<SlcColorICode> code) override;
+    void Case(SlcPtr<SlcIlluminateICode> code) override;
+    void Case(SlcPtr<SlcSolarICode> code) override;
+    void Case(SlcPtr<SlcCheckIlluminanceICode> code) override;
+    void Case(SlcPtr<SlcBeginIlluminanceICode> code) override;
+    void Case(SlcPtr<SlcEndIlluminanceICode> code) override;
+    void Case(SlcPtr<SlcCommentICode>) override {}
+    void Case(SlcPtr<SlcBeginParallelICode> code) override;
+    void Case(SlcPtr<SlcEndParallelICode> code) override;
+    void Case(SlcPtr<SlcIfTrueICode> code) override;
+    void Case(SlcPtr<SlcIfFalseICode> code) override;
+    void Case(SlcPtr<SlcEndIfICode> code) override;
+    void Case(SlcPtr<SlcBreakICode> code) override;
+    void Case(SlcPtr<SlcContinueICode> code) override;
+    void Case(SlcPtr<SlcTransformFromSpaceICode> code) override;
+    void Case(SlcPtr<SlcTransformToSpaceICode> code) override;
+    void Case(SlcPtr<SlcCallDSOICode> code) override;
+    void Case(SlcPtr<SlcTextureSTPointsICode> code) override;
+    void Case(SlcPtr<SlcTexturePointsICode> code) override;
+    void Case(SlcPtr<SlcEvalLightICode> code) override;
+    void Case(SlcPtr<SlcEvalLightForPICode> code) override;
+    void Case(SlcPtr<SlcResetEvalLightForPICode> code) override;
+    void Case(SlcPtr<SlcCheckValidArrayIndexICode> code) override;
+    void Case(SlcPtr<SlcArrayRefICode> code) override;
+    void Case(SlcPtr<SlcConcatSpaceMatrixICode> code) override;
+    void Case(SlcPtr<SlcFilterstepPointsICode> code) override;
+    void Case(SlcPtr<SlcSetUniformBoolFlagICode> code) override;
+    void Case(SlcPtr<SlcInvertBoolFlagICode> code) override;
+    void Case(SlcPtr<SlcOrBoolFlagICode> code) override;
+    void Case(SlcPtr<SlcInvisibleICode>) override {}
+    void Case(SlcPtr<SlcConvertArrayDSOICode> code) override;
+    void Default(SlcPtr<SlcICode> code) override;
+
+    SlcPtr<SlcSemanticError> m_errors;
+    std::ostream& m_out;
+    int m_nextVarNb = 0;
+    std::vector<std::int16_t> m_code;             // values of the block
+    std::map<std::string, std::size_t> m_labels;  // positions in the block, by name
+    std::vector<std::pair<std::string, std::size_t>> m_unknownLabels;  // jumps ahead, by position
+    SlcByteCode m_byteCodes;
+    std::deque<SlcStringLiteralNode*> m_matrices;  // the form's coordinate spaces
+    std::map<std::string, int> m_dsoLibs;          // number of a library by its file name
+    std::map<std::string, int> m_dsoFuncs;         // number of a shadeop by its function key
+    SlcEquCBinOpName m_opName{SlcEquCBinOpName::Invert::Source};
+    std::set<std::string, std::less<>> m_reported;  // what did not fit, told once a kind
+};
