@@ -22,7 +22,7 @@ void SlcInterForm::GenByteCode(const std::string& directory)
     std::ofstream file(unfinished, std::ios::binary | std::ios::trunc);
     if (!file)
         m_errors->FatalError("Cannot open " + path + " for byte-code generation");
-    file << text.str();
+    file << text.view();
     file.close();
     if (file && std::rename(unfinished.c_str(), path.c_str()) == 0)
         return;
