@@ -2,22 +2,28 @@
 
 #include <memory>
 
+#include "semantics/SlcUsageRecord.h"
 #include "symbols/SlcSymbolTable.h"
 
-class SlcCheckUsage;
 class SlcFuncDefNode;
 
 /// What is known of a user function once its body has been checked; kept in its symbol entry.
 class SlcFuncInfo : public SlcAnnotation {
 public:
     /// `usage` may be null; `scope` is the table of the function's formals.
-    SlcFuncInfo(SlcFuncDefNode* definition, std::unique_ptr<SlcCheckUsage> usage,
-                SlcPtr<SlcSymbolTable> scope, bool hasIlluminate, bool hasIlluminance);
-    ~SlcFuncInfo() override;
+    SlcFuncInfo(SlcFuncDefNode* definition, std::unique_ptr<SlcUsageRecord> usage,
+                SlcPtr<SlcSymbolTable> scope, bool hasIlluminate, bool hasIlluminance)
+        : m_definition(definition),
+          m_usage(std::move(usage)),
+          m_scope(std::move(scope)),
+          m_hasIlluminate(hasIlluminate),
+          m_hasIlluminance(hasIlluminance)
+    {
+    }
 
     [[nodiscard]] SlcFuncDefNode* GetDefinition() const { return m_definition; }
     /// The body's reads and writes of outer variables, replayed at each call.
-    [[nodiscard]] SlcCheckUsage* GetUsage() const { return m_usage.get(); }
+    [[nodiscard]] SlcUsageRecord* GetUsage() const { return m_usage.get(); }
     [[nodiscard]] const SlcPtr<SlcSymbolTable>& GetScope() const { return m_scope; }
     /// Cuts the cycle of tables, entries and annotations.
     void ClearScope() { m_scope = nullptr; }
@@ -30,7 +36,7 @@ public:
 
 private:
     SlcFuncDefNode* m_definition;
-    std::unique_ptr<SlcCheckUsage> m_usage;
+    std::unique_ptr<SlcUsageRecord> m_usage;
     SlcPtr<SlcSymbolTable> m_scope;
     bool m_hasIlluminate;
     bool m_hasIlluminance;

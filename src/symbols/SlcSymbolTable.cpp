@@ -131,10 +131,10 @@ void SlcSymbolTable::AddFuncEntry(SlcFuncSignature signature)
     AddEntry(MakeShared<SlcFuncSymbolEntry>(std::move(signature)));
 }
 
-void SlcSymbolTable::AddFuncEntry(SlcIdentNode* ident, SlcTypeNode* returnType,
-                                  SlcFormalsNode* formals, SlcPtr<SlcAnnotation> info,
-                                  SlcCheckDetailProc checkDetail,
-                                  SlcCheckInlineDetailProc checkInlineDetail)
+SlcPtr<SlcFuncSymbolEntry>
+SlcSymbolTable::AddFuncEntry(SlcIdentNode* ident, SlcTypeNode* returnType, SlcFormalsNode* formals,
+                             SlcPtr<SlcAnnotation> info, SlcCheckDetailProc checkDetail,
+                             SlcCheckInlineDetailProc checkInlineDetail)
 {
     SlcFuncSignature signature;
     signature.ident = ident;
@@ -150,6 +150,7 @@ void SlcSymbolTable::AddFuncEntry(SlcIdentNode* ident, SlcTypeNode* returnType,
     auto entry = MakeShared<SlcFuncSymbolEntry>(std::move(signature));
     entry->SetFuncInfo(std::move(info));
     AddEntry(entry);
+    return entry;
 }
 
 void SlcSymbolTable::AddFuncVarListEntry(SlcFuncSignature signature,

@@ -58,9 +58,10 @@ public:
                                           SlcPtr<SlcVarSymbolEntry> outer);
     void AddFuncEntry(SlcFuncSignature signature);
     /// A user function: its argument lists come from the formals.
-    void AddFuncEntry(SlcIdentNode* ident, SlcTypeNode* returnType, SlcFormalsNode* formals,
-                      SlcPtr<SlcAnnotation> info, SlcCheckDetailProc checkDetail,
-                      SlcCheckInlineDetailProc checkInlineDetail);
+    SlcPtr<SlcFuncSymbolEntry> AddFuncEntry(SlcIdentNode* ident, SlcTypeNode* returnType,
+                                            SlcFormalsNode* formals, SlcPtr<SlcAnnotation> info,
+                                            SlcCheckDetailProc checkDetail,
+                                            SlcCheckInlineDetailProc checkInlineDetail);
     void AddFuncVarListEntry(SlcFuncSignature signature, std::unique_ptr<SlcFuncVarArgExpr> tail);
     /// Any entry that is already made, such as that of a shadeop.
     void AddEntry(SlcPtr<SlcSymbolEntry> entry);

@@ -1,0 +1,271 @@
+#include "semantics/SlcAddVarsSymbolTable.h"
+
+#include <string>
+#include <utility>
+
+#include "frontend/SlcNodes.h"
+#include "symbols/SlcPossibleTypes.h"
+
+namespace {
+
+const SlcArrayTypeNode* AsArray(const SlcTypeNode* type)
+{
+    return type->IsArrayType() ? dynamic_cast<const SlcArrayTypeNode*>(type) : nullptr;
+}
+
+bool HasOpenLength(const SlcTypeNode* type)
+{
+    const SlcArrayTypeNode* array = AsArray(type);
+    return array && array->GetLength() == SlcDefExprNode::k_unspecifiedSize;
+}
+
+/// A float can stand where the type is wanted, besides a float itself.
+bool TakesFloat(const SlcTypeNode* type)
+{
+    return type->IsPointType() || type->IsColorType() || type->IsMatrixType();
+}
+
+bool Suits(const SlcTypeNode* initializer, const SlcTypeNode* declared)
+{
+    return initializer->IsSameType(declared) ||
+           (TakesFloat(declared) && initializer->IsFloatType());
+}
+
+/// An array takes another whose elements suit; lengths are not compared.
+bool SuitsArray(const SlcTypeNode* initializer, const SlcTypeNode* declared)
+{
+    return Suits(AsArray(initializer)->GetElementType(), AsArray(declared)->GetElementType());
+}
+
+int LengthOf(const SlcExprNode* initializer)
+{
+    if (const auto* list = dynamic_cast<const SlcArrayExprNode*>(initializer))
+        return static_cast<int>(list->GetExprs().size());
+    const auto& types = SlcPossibleTypes::Of(initializer)->GetTypes();
+    const SlcArrayTypeNode* array = types.size() == 1 ? AsArray(types.front()) : nullptr;
+    return array ? array->GetLength() : SlcDefExprNode::k_unspecifiedSize;
+}
+
+/// Where a report on a variable stands: at its initializer, if it has one.
+const SlcSyntaxNode* PlaceOf(const SlcDefExprNode* definition)
+{
+    if (const SlcExprNode* initializer = definition->GetInitializer())
+        return initializer;
+    return definition;
+}
+
+SlcPtr<SlcVarSymbolEntry> Find(const SlcPtr<SlcSymbolTable>& table, SlcIdentNode* ident)
+{
+    if (table.Null())
+        return nullptr;
+    try {
+        return table->GetVarEntry(ident, false);
+    } catch (const SlcSymbolNotFound&) {
+        return nullptr;
+    }
+}
+
+}  // namespace
+
+SlcAddVarsSymbolTable::SlcAddVarsSymbolTable(SlcPtr<SlcSemanticError> errors,
+                                             const SlcOptionsControl* options)
+    : m_errors(errors),
+      m_typesPass(errors, options),
+      m_uniquePass(errors),
+      m_detailPass(errors)
+{
+}
+
+SlcPtr<SlcSymbolTable> SlcAddVarsSymbolTable::AddShaderFormals(SlcFormalsNode* formals,
+                                                               SlcPtr<SlcSymbolTable> scope,
+                                                               const SlcOuterScopes& outer,
+                                                               SlcShaderTypeNode* shaderType)
+{
+    return Add(formals, scope->CreateNewScopeTable(), Declares::ShaderFormals, outer, shaderType,
+               {});
+}
+
+SlcPtr<SlcSymbolTable> SlcAddVarsSymbolTable::AddFunctionFormals(SlcFormalsNode* formals,
+                                                                 SlcPtr<SlcSymbolTable> scope,
+                                                                 const SlcOuterScopes& outer,
+                                                                 SlcShaderTypeNode* shaderType)
+{
+    return Add(formals, scope->CreateNewScopeTable(), Declares::FunctionFormals, outer, shaderType,
+               {.inFunction = true});
+}
+
+SlcPtr<SlcSymbolTable> SlcAddVarsSymbolTable::AddLocalVars(SlcVarDefsStmtNode* statement,
+                                                           SlcPtr<SlcSymbolTable> scope,
+                                                           const SlcOuterScopes& outer,
+                                                           SlcShaderTypeNode* shaderType,
+                                                           const SlcDeclarationPlace& place)
+{
+    return Add(statement->GetVarDefs(), scope->CreateCurrentScopeTable(), Declares::Locals, outer,
+               shaderType, place);
+}
+
+SlcPtr<SlcSymbolTable> SlcAddVarsSymbolTable::Add(SlcSyntaxNode* node, SlcPtr<SlcSymbolTable> table,
+                                                  Declares what, const SlcOuterScopes& outer,
+                                                  SlcShaderTypeNode* shaderType,
+                                                  const SlcDeclarationPlace& place)
+{
+    m_current = std::move(table);
+    m_declares = what;
+    m_outer = outer;
+    m_shaderType = shaderType;
+    m_place = place;
+    node->ApplyWalker(this);
+    return std::move(m_current);
+}
+
+void SlcAddVarsSymbolTable::Default(SlcSyntaxNode* node)
+{
+    node->WalkIn(this);
+}
+
+void SlcAddVarsSymbolTable::Case(SlcTypeNode* type)
+{
+    m_type = type;
+    const SlcArrayTypeNode* array = AsArray(type);
+    const SlcTypeNode* element = array ? array->GetElementType() : type;
+    if (m_declares == Declares::ShaderFormals && element->IsStringType())
+        m_detail = SlcDetailNode::AUniform();
+}
+
+void SlcAddVarsSymbolTable::Case(SlcDefExprNode* definition)
+{
+    SlcIdentNode* ident = definition->GetIdent();
+    if (m_current->IsInCurrent(ident, false)) {
+        m_errors->Error(PlaceOf(definition), "Illegal redefinition of variable", ident->GetName());
+        return;
+    }
+    SlcTypeNode* type = DeclaredType(definition);
+    if (SlcExprNode* initializer = definition->GetInitializer()) {
+        m_typesPass(initializer, m_current, m_outer.global, m_shaderType);
+        if (HasOpenLength(type))
+            type = SlcTypeNode::CreateArrayType(AsArray(type)->GetElementType(),
+                                                LengthOf(initializer));
+        CheckInitializer(definition, type);
+    }
+    if (!m_storage->IsExtern() && m_current->IsVarInTable(ident))
+        m_errors->Warning(
+            PlaceOf(definition),
+            "The declaration of '" + ident->GetName() + "' shadows one in an englobing scope", 1);
+    if (m_storage->IsExtern())
+        AddExtern(definition, type);
+    else
+        AddVariable(definition, type, m_storage, nullptr);
+}
+
+SlcTypeNode* SlcAddVarsSymbolTable::DeclaredType(const SlcDefExprNode* definition)
+{
+    const std::string& name = definition->GetIdent()->GetName();
+    if (m_type->IsVoidType()) {
+        m_errors->Error(PlaceOf(definition), "Variable '" + name + "' cannot be of type void");
+        return SlcTypeNode::AError();
+    }
+    if (!definition->IsArray())
+        return m_type;
+    if (m_type->IsArrayType()) {
+        m_errors->Error(PlaceOf(definition), "Array variable '" + name + "' cannot hold arrays");
+        return SlcTypeNode::AError();
+    }
+    return SlcTypeNode::CreateArrayType(m_type, definition->GetArraySize());
+}
+
+void SlcAddVarsSymbolTable::CheckInitializer(SlcDefExprNode* definition, SlcTypeNode* type)
+{
+    SlcExprNode* initializer = definition->GetInitializer();
+    const auto types = SlcPossibleTypes::Of(initializer);
+    SlcTypeNode* wanted = WantedType(definition, type);
+    types->SetUniqueType(wanted);
+    m_uniquePass(initializer, m_current, m_shaderType);
+    m_detailPass(initializer, m_shaderType, !m_place.inFunction, m_place.lightNesting, m_detail);
+    if (m_detail->IsUniform() && !types->GetDetail()->IsUniform() && !wanted->IsVoidType())
+        m_errors->Error(initializer, "The expression initializing '" +
+                                         definition->GetIdent()->GetName() + "' must be uniform");
+}
+
+SlcTypeNode* SlcAddVarsSymbolTable::WantedType(const SlcDefExprNode* definition, SlcTypeNode* type)
+{
+    const SlcExprNode* initializer = definition->GetInitializer();
+    const auto annotation = SlcPossibleTypes::Of(initializer);
+    const auto& types = annotation->GetTypes();
+    const std::string& name = definition->GetIdent()->GetName();
+    const bool single = types.size() == 1;
+    const bool suits =
+        single ? Suits(types.front(), type) || type->IsErrorType()
+               : annotation->IsInTypes(type, false) ||
+                     (TakesFloat(type) && annotation->IsInTypes(SlcTypeNode::AFloat(), false));
+    if (!suits) {
+        const bool arrays = single && AsArray(types.front()) && AsArray(type);
+        if (!arrays) {
+            m_errors->Error(initializer, "Variable initialization type mismatch");
+            return SlcTypeNode::AVoid();
+        }
+        if (!SuitsArray(types.front(), type)) {
+            m_errors->Error(initializer, "Variable initialization base array type mismatch", name);
+            return SlcTypeNode::AVoid();
+        }
+    }
+    const SlcArrayTypeNode* array = AsArray(type);
+    const auto* list = dynamic_cast<const SlcArrayExprNode*>(initializer);
+    if (array && list && !HasOpenLength(array) &&
+        list->GetExprs().size() > static_cast<std::size_t>(array->GetLength())) {
+        m_errors->Error(initializer, "At most " + std::to_string(array->GetLength()) +
+                                         " elements expected for initializer of array variable '" +
+                                         name + "'");
+        return SlcTypeNode::AVoid();
+    }
+    return type;
+}
+
+SlcPtr<SlcVarSymbolEntry> SlcAddVarsSymbolTable::FindOuter(SlcIdentNode* ident) const
+{
+    for (const auto* table :
+         {&m_outer.function, &m_outer.definition, &m_outer.shader, &m_outer.illuminance})
+        if (auto entry = Find(*table, ident))
+            return entry;
+    return nullptr;
+}
+
+void SlcAddVarsSymbolTable::AddExtern(SlcDefExprNode* definition, SlcTypeNode* type)
+{
+    SlcIdentNode* ident = definition->GetIdent();
+    const std::string& name = ident->GetName();
+    if (definition->GetInitializer())
+        m_errors->Error(definition->GetInitializer(),
+                        "Extern variable '" + name + "' cannot be initialized");
+    SlcPtr<SlcVarSymbolEntry> outer = FindOuter(ident);
+    if (outer.Null()) {
+        m_errors->Error(PlaceOf(definition),
+                        "No outer scope declaration for extern variable '" + name + "'");
+        AddVariable(definition, type, SlcStorageSpecNode::ALocal(), nullptr);
+        return;
+    }
+    const bool matches = outer->GetType()->IsSameExactType(type) &&
+                         outer->GetDetail()->IsUniform() == m_detail->IsUniform();
+    if (!matches) {
+        m_errors->Error(PlaceOf(definition),
+                        "Extern declaration has no match in outer scope for variable '" + name +
+                            "'");
+        outer = nullptr;
+    } else if (HasOpenLength(type)) {
+        type = outer->GetType();
+    }
+    AddVariable(definition, type, m_storage, outer);
+}
+
+void SlcAddVarsSymbolTable::AddVariable(SlcDefExprNode* definition, SlcTypeNode* type,
+                                        SlcStorageSpecNode* storage,
+                                        const SlcPtr<SlcVarSymbolEntry>& outer)
+{
+    if (HasOpenLength(type) && !storage->IsExtern() && m_declares != Declares::FunctionFormals) {
+        m_errors->Error(PlaceOf(definition), "Array variable '" +
+                                                 definition->GetIdent()->GetName() +
+                                                 "' needs a size or an initializer");
+        type = SlcTypeNode::AError();
+    }
+    definition->SetSymbolEntry(m_current->AddVarEntry(definition->GetIdent(), type, m_detail,
+                                                      storage, false, nullptr, outer));
+}

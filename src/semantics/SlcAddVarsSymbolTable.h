@@ -1,0 +1,92 @@
+#pragma once
+
+#include "frontend/SlcCodeWalker.h"
+#include "semantics/SlcCalculateTypesSets.h"
+#include "semantics/SlcCheckDetail.h"
+#include "semantics/SlcResolveUniqueType.h"
+#include "support/SlcOptionsControl.h"
+#include "support/reports/SlcSemanticError.h"
+#include "symbols/SlcSymbolTable.h"
+
+class SlcFormalsNode;
+class SlcVarDefsStmtNode;
+
+/// The tables that a declaration may refer to besides the scope that it extends.
+struct SlcOuterScopes {
+    SlcPtr<SlcSymbolTable> global;
+    SlcPtr<SlcSymbolTable> function;     // searched first for what `extern` stands for
+    SlcPtr<SlcSymbolTable> definition;   // around the function; null for a shader's body
+    SlcPtr<SlcSymbolTable> shader;       // the predefined variables
+    SlcPtr<SlcSymbolTable> illuminance;  // shows those of a light loop; null if there is none
+};
+
+/// Where a declaration statement stands.
+struct SlcDeclarationPlace {
+    bool inFunction = false;
+    int lightNesting = 0;  // light statements around it
+};
+
+/// Declares the variables of a formals list or of a declaration statement, and checks what
+/// initializes them.
+class SlcAddVarsSymbolTable : public SlcCodeWalker {
+public:
+    SlcAddVarsSymbolTable(SlcPtr<SlcSemanticError> errors, const SlcOptionsControl* options);
+
+    // Each extends `scope` and gives the table to use from there on.
+
+    /// A new scope; strings are uniform whatever they say.
+    [[nodiscard]] SlcPtr<SlcSymbolTable> AddShaderFormals(SlcFormalsNode* formals,
+                                                          SlcPtr<SlcSymbolTable> scope,
+                                                          const SlcOuterScopes& outer,
+                                                          SlcShaderTypeNode* shaderType);
+    /// A new scope.
+    [[nodiscard]] SlcPtr<SlcSymbolTable> AddFunctionFormals(SlcFormalsNode* formals,
+                                                            SlcPtr<SlcSymbolTable> scope,
+                                                            const SlcOuterScopes& outer,
+                                                            SlcShaderTypeNode* shaderType);
+    /// The next table of the same scope.
+    [[nodiscard]] SlcPtr<SlcSymbolTable> AddLocalVars(SlcVarDefsStmtNode* statement,
+                                                      SlcPtr<SlcSymbolTable> scope,
+                                                      const SlcOuterScopes& outer,
+                                                      SlcShaderTypeNode* shaderType,
+                                                      const SlcDeclarationPlace& place);
+
+private:
+    using SlcCodeWalker::Case;
+    void Case(SlcStorageSpecNode* storage) override { m_storage = storage; }
+    void Case(SlcDetailNode* detail) override { m_detail = detail; }
+    void Case(SlcTypeNode* type) override;
+    void Case(SlcDefExprNode* definition) override;
+    void Default(SlcSyntaxNode* node) override;
+
+    enum class Declares { ShaderFormals, FunctionFormals, Locals };
+
+    SlcPtr<SlcSymbolTable> Add(SlcSyntaxNode* node, SlcPtr<SlcSymbolTable> table, Declares what,
+                               const SlcOuterScopes& outer, SlcShaderTypeNode* shaderType,
+                               const SlcDeclarationPlace& place);
+
+    /// The type without regard to an initializer; error after a report.
+    [[nodiscard]] SlcTypeNode* DeclaredType(const SlcDefExprNode* definition);
+    /// Types and detail of the initializer, which has its set of types.
+    void CheckInitializer(SlcDefExprNode* definition, SlcTypeNode* type);
+    /// The declared type, which the initializer suits, or void after a report.
+    [[nodiscard]] SlcTypeNode* WantedType(const SlcDefExprNode* definition, SlcTypeNode* type);
+    /// The variable that an `extern` declaration stands for; null if there is none.
+    [[nodiscard]] SlcPtr<SlcVarSymbolEntry> FindOuter(SlcIdentNode* ident) const;
+    void AddExtern(SlcDefExprNode* definition, SlcTypeNode* type);
+    void AddVariable(SlcDefExprNode* definition, SlcTypeNode* type, SlcStorageSpecNode* storage,
+                     const SlcPtr<SlcVarSymbolEntry>& outer);
+
+    SlcPtr<SlcSymbolTable> m_current;
+    SlcOuterScopes m_outer;
+    SlcTypeNode* m_type = nullptr;            // of the declaration being walked
+    SlcDetailNode* m_detail = nullptr;        // the same
+    SlcStorageSpecNode* m_storage = nullptr;  // the same
+    SlcPtr<SlcSemanticError> m_errors;
+    SlcCalculateTypesSets m_typesPass;
+    SlcResolveUniqueType m_uniquePass;
+    SlcCheckDetail m_detailPass;
+    SlcDeclarationPlace m_place;
+    SlcShaderTypeNode* m_shaderType = nullptr;
+    Declares m_declares = Declares::Locals;
+};

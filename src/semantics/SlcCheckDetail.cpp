@@ -1,0 +1,195 @@
+#include "semantics/SlcCheckDetail.h"
+
+#include <utility>
+
+#include "frontend/SlcNodes.h"
+#include "semantics/SlcLeftSpine.h"
+#include "symbols/SlcFuncSymbolEntry.h"
+#include "symbols/SlcPossibleTypes.h"
+
+namespace {
+
+SlcDetailNode* DetailOf(const SlcExprNode* expr)
+{
+    return SlcPossibleTypes::Of(expr)->GetDetail();
+}
+
+SlcDetailNode* DetailOf(const SlcLValueNode* lvalue)
+{
+    return CheckCast<SlcLValueType>(lvalue->GetAnnotation())->GetDetail();
+}
+
+void SetDetail(SlcExprNode* expr, SlcDetailNode* detail)
+{
+    SlcPossibleTypes::Of(expr)->SetDetail(detail);
+}
+
+void SetDetail(SlcLValueNode* lvalue, SlcDetailNode* detail)
+{
+    CheckCast<SlcLValueType>(lvalue->GetAnnotation())->SetDetail(detail);
+}
+
+/// A variable that has been reported counts as uniform, which no rule complains about.
+SlcDetailNode* DetailOf(const SlcPtr<SlcVarSymbolEntry>& variable)
+{
+    if (variable.Null() || variable->GetType()->IsErrorType())
+        return SlcDetailNode::AUniform();
+    return variable->GetDetail();
+}
+
+}  // namespace
+
+SlcCheckDetail::SlcCheckDetail(SlcPtr<SlcSemanticError> errors) : m_errors(std::move(errors)) {}
+
+void SlcCheckDetail::operator()(SlcSyntaxNode* node, SlcShaderTypeNode* shaderType,
+                                bool notInFunction, int lightNesting, SlcDetailNode* wanted)
+{
+    m_shaderType = shaderType;
+    m_notInFunction = notInFunction;
+    m_inLightStatement = lightNesting != 0;
+    m_expected = wanted;
+    m_condition = SlcDetailNode::AUniform();
+    node->ApplyWalker(this);
+}
+
+void SlcCheckDetail::Default(SlcSyntaxNode* node)
+{
+    node->WalkIn(this);
+}
+
+void SlcCheckDetail::Case(SlcExprNode* node)
+{
+    node->WalkIn(this);
+    m_errors->FatalError(node, "This expression is not yet checking detail");
+}
+
+void SlcCheckDetail::Case(SlcConstExprNode* node)
+{
+    SetDetail(node, SlcDetailNode::AUniform());
+}
+
+void SlcCheckDetail::Case(SlcIdentExprNode* node)
+{
+    SetDetail(node, DetailOf(node->GetSymbolEntry()));
+}
+
+void SlcCheckDetail::Case(SlcArrayRefExprNode* node)
+{
+    node->WalkIn(this);
+    SetDetail(node,
+              SlcDetailNode::Combine(DetailOf(node->GetSymbolEntry()), DetailOf(node->GetIndex())));
+}
+
+void SlcCheckDetail::Case(SlcIdentLValueNode* node)
+{
+    SetDetail(node, DetailOf(node->GetSymbolEntry()));
+}
+
+void SlcCheckDetail::Case(SlcArrayRefLValueNode* node)
+{
+    node->WalkIn(this);
+    SetDetail(node,
+              SlcDetailNode::Combine(DetailOf(node->GetSymbolEntry()), DetailOf(node->GetIndex())));
+}
+
+void SlcCheckDetail::Case(SlcAssignExprNode* node)
+{
+    SlcLValueNode* lvalue = node->GetLValue();
+    lvalue->ApplyWalker(this);
+    SlcDetailNode* const detail = DetailOf(lvalue);
+    SlcDetailNode* const expected = std::exchange(m_expected, detail);
+    node->GetValue()->ApplyWalker(this);
+    m_expected = expected;
+
+    const SlcDetailNode* value = DetailOf(node->GetValue());
+    if (detail->IsUniform() && !value->IsUniform())
+        m_errors->Error(node,
+                        value->IsVarying() ? "Assignment detail mismatch (should be varying)"
+                                           : "Assignment detail mismatch",
+                        lvalue->ToString());
+    SetDetail(node, detail);
+}
+
+void SlcCheckDetail::Case(SlcCastExprNode* node)
+{
+    node->GetOperand()->ApplyWalker(this);
+    SetDetail(node, DetailOf(node->GetOperand()));
+}
+
+void SlcCheckDetail::Case(SlcUMinusExprNode* node)
+{
+    node->GetOperand()->ApplyWalker(this);
+    SetDetail(node, DetailOf(node->GetOperand()));
+}
+
+template <class Node, class Elements>
+void SlcCheckDetail::CombineElements(Node* node, const Elements& elements)
+{
+    SlcDetailNode* detail = SlcDetailNode::AUniform();
+    for (const auto& element : elements) {
+        element->ApplyWalker(this);
+        detail = SlcDetailNode::Combine(detail, DetailOf(element.get()));
+    }
+    SetDetail(node, detail);
+}
+
+void SlcCheckDetail::Case(SlcPointExprNode* node)
+{
+    CombineElements(node, node->GetCoordinates());
+}
+
+void SlcCheckDetail::Case(SlcMatrixExprNode* node)
+{
+    CombineElements(node, node->GetValues());
+}
+
+void SlcCheckDetail::Case(SlcArrayExprNode* node)
+{
+    CombineElements(node, node->GetExprs());
+}
+
+void SlcCheckDetail::Case(SlcBinOpExprNode* node)
+{
+    const SlcLeftSpine chain(node);
+    chain.first->ApplyWalker(this);
+    for (auto operation = chain.operations.rbegin(); operation != chain.operations.rend();
+         ++operation) {
+        (*operation)->GetRight()->ApplyWalker(this);
+        SetDetail(*operation, SlcDetailNode::Combine(DetailOf((*operation)->GetLeft()),
+                                                     DetailOf((*operation)->GetRight())));
+    }
+}
+
+/// The condition counts: one that varies makes two uniform branches differ from point to point.
+void SlcCheckDetail::Case(SlcCondExprNode* node)
+{
+    SlcDetailNode* const outer = std::exchange(m_condition, SlcDetailNode::AUniform());
+    node->GetCondition()->ApplyWalker(this);
+    SlcDetailNode* const condition = std::exchange(m_condition, outer);
+    node->GetThen()->ApplyWalker(this);
+    node->GetElse()->ApplyWalker(this);
+    SetDetail(node,
+              SlcDetailNode::Combine(condition, SlcDetailNode::Combine(DetailOf(node->GetThen()),
+                                                                       DetailOf(node->GetElse()))));
+}
+
+void SlcCheckDetail::Case(SlcCompOpNode* node)
+{
+    node->WalkIn(this);
+    m_condition = SlcDetailNode::Combine(
+        m_condition, SlcDetailNode::Combine(DetailOf(node->GetLeft()), DetailOf(node->GetRight())));
+}
+
+void SlcCheckDetail::Case(SlcProcCallExprNode* node)
+{
+    node->WalkIn(this);
+    const auto& entry = node->GetSymbolEntry();
+    // Without an entry the call has been reported.
+    SetDetail(node, entry ? entry->CheckDetail(this, node) : SlcDetailNode::AUniform());
+}
+
+void SlcCheckDetail::Case(SlcTextureExprNode* node)
+{
+    node->WalkIn(this);
+    SetDetail(node, SlcDetailNode::AVarying());
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "frontend/SlcCodeWalker.h"
+#include "support/SlcPtr.h"
+#include "support/reports/SlcSemanticError.h"
+
+/// Works out the detail of every expression of a statement, from the leaves up, and reports what
+/// breaks the rules of uniform and varying. Leaves it on the `SlcPossibleTypes` and
+/// `SlcLValueType` of the nodes, which have their unique types.
+///
+/// What a function declares without a detail is unknown here; `SlcCheckInlineDetail` evaluates
+/// the function's body for each call.
+class SlcCheckDetail : public SlcCodeWalker {
+public:
+    explicit SlcCheckDetail(SlcPtr<SlcSemanticError> errors);
+
+    /// `wanted` is the detail that the context wants; may be null. `notInFunction`: the statement
+    /// belongs to the shader, so that the functions that it calls are reached.
+    void operator()(SlcSyntaxNode* node, SlcShaderTypeNode* shaderType, bool notInFunction,
+                    int lightNesting, SlcDetailNode* wanted);
+
+    // What the rules of calls need to know.
+    [[nodiscard]] SlcPtr<SlcSemanticError>& Errors() { return m_errors; }
+    [[nodiscard]] SlcShaderTypeNode* ShaderType() const { return m_shaderType; }
+    [[nodiscard]] bool IsInLightStatement() const { return m_inLightStatement; }
+    [[nodiscard]] bool IsNotInFunction() const { return m_notInFunction; }
+    /// Null where the context wants none.
+    [[nodiscard]] SlcDetailNode* ExpectedDetail() const { return m_expected; }
+
+private:
+    using SlcCodeWalker::Case;
+    void Case(SlcConstExprNode* node) override;
+    void Case(SlcIdentExprNode* node) override;
+    void Case(SlcArrayRefExprNode* node) override;
+    void Case(SlcIdentLValueNode* node) override;
+    void Case(SlcArrayRefLValueNode* node) override;
+    void Case(SlcAssignExprNode* node) override;
+    void Case(SlcCastExprNode* node) override;
+    void Case(SlcUMinusExprNode* node) override;
+    void Case(SlcPointExprNode* node) override;
+    void Case(SlcMatrixExprNode* node) override;
+    void Case(SlcArrayExprNode* node) override;
+    void Case(SlcBinOpExprNode* node) override;
+    void Case(SlcCondExprNode* node) override;
+    void Case(SlcProcCallExprNode* node) override;
+    void Case(SlcTextureExprNode* node) override;
+    void Case(SlcCompOpNode* node) override;
+    void Case(SlcExprNode* node) override;
+    void Default(SlcSyntaxNode* node) override;
+
+    /// Walks the elements and stores the combination of their details.
+    template <class Node, class Elements>
+    void CombineElements(Node* node, const Elements& elements);
+
+    SlcPtr<SlcSemanticError> m_errors;
+    bool m_inLightStatement = false;
+    SlcDetailNode* m_expected = nullptr;
+    SlcShaderTypeNode* m_shaderType = nullptr;
+    bool m_notInFunction = false;
+    SlcDetailNode* m_condition = nullptr;  // of the comparisons walked since the condition began
+};

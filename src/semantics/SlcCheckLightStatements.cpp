@@ -1,0 +1,147 @@
+// The statements on lights: where they may stand, what they take, and the scopes of their bodies.
+
+#include <string>
+#include <typeinfo>
+
+#include "frontend/SlcNodes.h"
+#include "semantics/SlcCheckSemantics.h"
+#include "semantics/SlcStatementInfo.h"
+#include "symbols/SlcPossibleTypes.h"
+#include "symbols/SlcShaderSymbolTable.h"
+
+struct SlcCheckSemantics::LightStatement {
+    enum class Side { Lit, Lighting };  // surfaces and volumes, or lights
+
+    const char* name;
+    Side side;
+    const char* illegal;
+    const char* nested;
+    const char* notFound;   // internal: a name that escaped a look-up
+    const char* afterName;  // what follows the name there; null if it is not shown
+    const char* noVariable;
+};
+
+namespace {
+
+constexpr const char* k_nestedIlluminance = "'Illuminance' statements cannot be nested";
+constexpr const char* k_nestedLight = "'Solar' and 'illuminate' statements cannot be nested";
+
+}  // namespace
+
+const SlcCheckSemantics::LightStatement SlcCheckSemantics::sm_illuminance = {
+    "illuminance",
+    LightStatement::Side::Lit,
+    "'Illuminance' statement cannot be used here",
+    k_nestedIlluminance,
+    "Illuminance catch: ",
+    " not found.",
+    "Symbol entry not a variable (illuminance)"};
+
+const SlcCheckSemantics::LightStatement SlcCheckSemantics::sm_illuminate = {
+    "illuminate",
+    LightStatement::Side::Lighting,
+    "'Illuminate' statement cannot be used in this shader",
+    k_nestedLight,
+    "Illuminate illegal here (?). Must be checked before...",
+    nullptr,
+    "Symbol entry not a variable (illuminate)"};
+
+const SlcCheckSemantics::LightStatement SlcCheckSemantics::sm_solar = {
+    "solar",
+    LightStatement::Side::Lighting,
+    "'Solar' statement cannot be used in this shader",
+    k_nestedLight,
+    "Solar illegal here (?). Must be checked before...",
+    nullptr,
+    "Symbol entry not a variable (solar)"};
+
+bool SlcCheckSemantics::IsLegalHere(const LightStatement& statement) const
+{
+    // A function is judged where it is called.
+    if (m_inFunction)
+        return true;
+    if (statement.side == LightStatement::Side::Lighting)
+        return m_shaderType->IsLight();
+    return m_shaderType->IsSurface() || m_shaderType->IsVolume();
+}
+
+void SlcCheckSemantics::CheckLightArgument(SlcExprNode* argument, const LightStatement& statement,
+                                           LightArgument role)
+{
+    if (!argument)
+        return;
+    CheckExprType(argument);
+    const auto types = SlcPossibleTypes::Of(argument);
+    if (types->GetTypes().empty())
+        return;  // reported
+    const SlcTypeNode* type = types->GetUniqueType();
+    const bool takesPoint = role != LightArgument::Angle;
+    if (type->IsFloatType() || (takesPoint && type->IsPointType()) || type->IsErrorType())
+        return;
+    static constexpr const char* k_roles[] = {"position", "axis", "angle"};
+    m_errors->Error(argument, std::string("Type mismatch for '") + k_roles[static_cast<int>(role)] +
+                                  "' expression in '" + statement.name + "' statement");
+}
+
+template <class Node>
+void SlcCheckSemantics::CheckLightStatement(Node* node, const LightStatement& statement,
+                                            SlcExprNode* position)
+{
+    LoopRecord loop;
+    BeginLoop(loop);
+    if (!IsLegalHere(statement))
+        m_errors->Error(node, statement.illegal);
+    if (m_lightNesting > 0)
+        m_errors->Error(node, statement.nested);
+    CheckLightArgument(position, statement, LightArgument::Position);
+    CheckLightArgument(node->GetAxis(), statement, LightArgument::Axis);
+    CheckLightArgument(node->GetAngle(), statement, LightArgument::Angle);
+
+    const SlcPtr<SlcSymbolTable> outer = m_current;
+    if (statement.side == LightStatement::Side::Lit) {
+        const bool first = m_shaderType->IsSurface() || m_shaderType->IsVolume();
+        m_current = MakeShared<SlcIlluminanceSymbolTable>(outer, first);
+        m_hasIlluminance = true;
+    } else {
+        m_hasIlluminate = true;
+    }
+    node->SetAnnotation(MakeShared<SlcStatementInfo>(m_current));
+    ++m_lightNesting;
+    node->GetBody()->ApplyWalker(this);
+    --m_lightNesting;
+    m_current = outer;
+    EndLoop(loop, node);
+}
+
+/// A failed look-up that comes out of the walk is a fault of the compiler: the passes report
+/// those that the source can cause.
+template <class Node>
+void SlcCheckSemantics::GuardLightStatement(Node* node, const LightStatement& statement,
+                                            SlcExprNode* position)
+{
+    try {
+        CheckLightStatement(node, statement, position);
+    } catch (const SlcSymbolNotFound& notFound) {
+        m_errors->FatalError(node, statement.afterName
+                                       ? statement.notFound + notFound.ident->GetName() +
+                                             statement.afterName
+                                       : std::string(statement.notFound));
+    } catch (const std::bad_cast&) {
+        m_errors->FatalError(node, statement.noVariable);
+    }
+}
+
+void SlcCheckSemantics::Case(SlcIlluminanceStmtNode* node)
+{
+    GuardLightStatement(node, sm_illuminance, node->GetSurfacePosition());
+}
+
+void SlcCheckSemantics::Case(SlcIlluminateStmtNode* node)
+{
+    GuardLightStatement(node, sm_illuminate, node->GetLightPosition());
+}
+
+void SlcCheckSemantics::Case(SlcSolarStmtNode* node)
+{
+    GuardLightStatement(node, sm_solar, nullptr);
+}

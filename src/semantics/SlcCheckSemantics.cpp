@@ -1,0 +1,144 @@
+#include "semantics/SlcCheckSemantics.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "frontend/SlcNodes.h"
+#include "semantics/SlcDefinitionsInfo.h"
+#include "semantics/SlcFuncInfo.h"
+#include "semantics/SlcReturnType.h"
+#include "semantics/SlcStatementInfo.h"
+#include "semantics/SlcUserCallRules.h"
+#include "symbols/SlcShaderSymbolTable.h"
+
+SlcCheckSemantics::SlcCheckSemantics(SlcPtr<SlcSemanticError> errors, SlcOptionsControl& options,
+                                     SlcUsageRecord* usage)
+    : m_errors(errors),
+      m_options(options),
+      m_typesPass(errors, &options),
+      m_uniquePass(errors),
+      m_declarations(errors, &options),
+      m_detailPass(errors),
+      m_usage(usage)
+{
+}
+
+void SlcCheckSemantics::operator()(SlcSyntaxNode* node, SlcPtr<SlcSymbolTable> global,
+                                   SlcPtr<SlcSymbolTable> current, SlcPtr<SlcSymbolTable> shader,
+                                   SlcPtr<SlcSymbolTable> illuminance)
+{
+    m_global = std::move(global);
+    m_function = current;
+    m_current = std::move(current);
+    m_shader = std::move(shader);
+    m_illuminance = std::move(illuminance);
+    node->ApplyWalker(this);
+}
+
+void SlcCheckSemantics::Default(SlcSyntaxNode* node)
+{
+    node->WalkIn(this);
+}
+
+void SlcCheckSemantics::Case(SlcDefinitionsNode* node)
+{
+    const auto& definitions = node->GetDefinitions();
+    const auto shader = std::find_if(definitions.begin(), definitions.end(),
+                                     [](const auto& d) { return d->IsShader(); });
+    if (shader == definitions.end()) {
+        const SlcSyntaxNode* place = definitions.empty() ? nullptr : definitions.front().get();
+        m_errors->Error(place, "No shader has been defined (only functions).  "
+                               "No compilation is performed.");
+        return;
+    }
+    m_shaderType = static_cast<SlcShaderDefNode*>(shader->get())->GetShaderType();
+    m_shader = SlcShaderSymbolTableCreater(m_errors)(m_shaderType, m_global);
+    node->WalkIn(this);
+    node->SetAnnotation(MakeShared<SlcDefinitionsInfo>(m_global, m_shader, m_shaderType));
+}
+
+void SlcCheckSemantics::Case(SlcShaderDefNode* node)
+{
+    if (m_shaderSeen) {
+        m_errors->Error(node, "Cannot define more than one shader per file");
+        return;
+    }
+    m_shaderSeen = true;
+    m_errors->SetFuncName(node->GetIdent(), node->GetFileParsed());
+    const auto formals =
+        m_declarations.AddShaderFormals(node->GetFormals(), m_shader, OuterScopes(), m_shaderType);
+    const auto usage = m_usage ? m_usage->CreateBody(m_shader) : nullptr;
+    SlcCheckSemantics body = BodyWalker(node, usage.get());
+    body(node->GetBody(), m_global, formals, m_shader, nullptr);
+    node->SetAnnotation(MakeShared<SlcStatementInfo>(formals));
+}
+
+void SlcCheckSemantics::Case(SlcFuncDefNode* node)
+{
+    m_errors->SetFuncName(node->GetIdent(), node->GetFileParsed());
+    SlcPtr<SlcSymbolTable> scope = m_declarations.AddFunctionFormals(node->GetFormals(), m_global,
+                                                                     OuterScopes(), m_shaderType);
+    NoteDefinitionScope(*scope);
+    scope->AddVarEntry(SlcReturnTypeIdent(), node->GetReturnType(), SlcDetailNode::AVarying(),
+                       SlcStorageSpecNode::AInput(), false, nullptr, nullptr);
+
+    SlcPtr<SlcSymbolTable> illuminance;
+    if (m_shaderType->IsSurface() || m_shaderType->IsVolume())
+        illuminance = MakeShared<SlcIlluminanceSymbolTable>(scope, true);
+    auto usage = m_usage ? m_usage->CreateBody(m_global) : nullptr;
+    SlcCheckSemantics body = BodyWalker(node, usage.get());
+    body(node->GetBody(), m_global, scope, m_shader, illuminance);
+
+    if (!body.m_hasReturn && !node->GetReturnType()->IsVoidType())
+        m_errors->Warning(
+            node, "Function '" + node->GetIdent()->GetName() + "' doesn't return a value", 1);
+    AddFunction(node, MakeShared<SlcFuncInfo>(node, std::move(usage), scope, body.m_hasIlluminate,
+                                              body.m_hasIlluminance));
+}
+
+/// Only now that its body has been checked: a function cannot call itself.
+void SlcCheckSemantics::AddFunction(SlcFuncDefNode* node, SlcPtr<SlcAnnotation> info)
+{
+    node->SetSymbolEntry(m_current->AddFuncEntry(node->GetIdent(), node->GetReturnType(),
+                                                 node->GetFormals(), std::move(info),
+                                                 &SlcCheckArgsDetail, &SlcCheckArgsDetailInline));
+}
+
+void SlcCheckSemantics::NoteDefinitionScope(SlcSymbolTable& formals) const
+{
+    if (m_options.m_strict)
+        return;
+    const bool aheadOfShader = !m_inFunction && !m_shaderSeen;
+    formals.m_definitionScope = aheadOfShader ? m_shader : m_current;
+}
+
+SlcCheckSemantics SlcCheckSemantics::BodyWalker(SlcDefinitionNode* definition,
+                                                SlcUsageRecord* usage) const
+{
+    SlcCheckSemantics walker(m_errors, m_options, usage);
+    walker.m_body = definition;
+    walker.m_inFunction = definition->IsFunction();
+    walker.m_shaderSeen = m_shaderSeen;
+    walker.m_shaderType = m_shaderType;
+    if (m_body)
+        walker.m_definition = m_function;
+    return walker;
+}
+
+SlcOuterScopes SlcCheckSemantics::OuterScopes() const
+{
+    return {m_global, m_function, m_definition, m_shader, m_illuminance};
+}
+
+void SlcCheckSemantics::Case(SlcFuncDefStmtNode* node)
+{
+    m_current = m_current->CreateCurrentScopeTable();
+    const SlcPtr<SlcSymbolTable> function = std::exchange(m_function, m_current);
+    node->GetFuncDef()->ApplyWalker(this);
+    m_function = function;
+    node->SetAnnotation(MakeShared<SlcStatementInfo>(m_current));
+    if (const auto* shader = dynamic_cast<const SlcShaderDefNode*>(m_body))
+        m_errors->SetFuncName(shader->GetIdent(), shader->GetFileParsed());
+    else if (const auto* outer = dynamic_cast<const SlcFuncDefNode*>(m_body))
+        m_errors->SetFuncName(outer->GetIdent(), outer->GetFileParsed());
+}

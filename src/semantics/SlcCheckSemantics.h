@@ -1,0 +1,123 @@
+#pragma once
+
+#include <memory>
+
+#include "frontend/SlcCodeWalker.h"
+#include "semantics/SlcAddVarsSymbolTable.h"
+#include "semantics/SlcUsageRecord.h"
+
+class SlcExprNode;
+class SlcRelationNode;
+
+/// Walks definitions and statements, builds their scopes, and puts every expression through the
+/// passes: possible types, unique type, detail, usage. All have finished with a statement before
+/// the next one is looked at, so everything is declared before its use.
+///
+/// A body of a shader or function is checked by a walker of its own, which knows what the body
+/// holds when it has finished.
+class SlcCheckSemantics : public SlcCodeWalker {
+public:
+    /// `usage` is the record of the branch that will be checked; null for no usage checks.
+    SlcCheckSemantics(SlcPtr<SlcSemanticError> errors, SlcOptionsControl& options,
+                      SlcUsageRecord* usage);
+
+    /// Checks a tree or a body. `shader` is null while the kind of shader is unknown;
+    /// `illuminance` is null outside the functions of shaders with light loops.
+    void operator()(SlcSyntaxNode* node, SlcPtr<SlcSymbolTable> global,
+                    SlcPtr<SlcSymbolTable> current, SlcPtr<SlcSymbolTable> shader,
+                    SlcPtr<SlcSymbolTable> illuminance);
+
+    /// All passes over an expression that stands for itself.
+    void CheckExprType(SlcExprNode* expr);
+
+private:
+    struct LightStatement;
+    enum class LightArgument { Position, Axis, Angle };
+    /// The usage record of a loop, conditions and all, and the one around it; null without
+    /// usage checks.
+    struct LoopRecord {
+        std::unique_ptr<SlcUsageRecord> own;
+        SlcUsageRecord* outer = nullptr;
+    };
+
+    using SlcCodeWalker::Case;
+    void Case(SlcDefinitionsNode* node) override;
+    void Case(SlcShaderDefNode* node) override;
+    void Case(SlcFuncDefNode* node) override;
+    void Case(SlcFuncDefStmtNode* node) override;
+    void Case(SlcStmtsNode* node) override;
+    void Case(SlcVarDefsStmtNode* node) override;
+    void Case(SlcAssignStmtNode* node) override;
+    void Case(SlcProcCallStmtNode* node) override;
+    void Case(SlcReturnStmtNode* node) override;
+    void Case(SlcIfThenStmtNode* node) override;
+    void Case(SlcIfThenElseStmtNode* node) override;
+    void Case(SlcForStmtNode* node) override;
+    void Case(SlcWhileStmtNode* node) override;
+    void Case(SlcLoopModStmtNode* node) override;
+    void Case(SlcIlluminanceStmtNode* node) override;
+    void Case(SlcIlluminateStmtNode* node) override;
+    void Case(SlcSolarStmtNode* node) override;
+    void Case(SlcStmtNode* node) override;
+    void Default(SlcSyntaxNode* node) override;
+
+    [[nodiscard]] SlcOuterScopes OuterScopes() const;
+    /// A walker for the body of a definition that this one has met.
+    [[nodiscard]] SlcCheckSemantics BodyWalker(SlcDefinitionNode* definition,
+                                               SlcUsageRecord* usage) const;
+    /// Notes in the table of a function's formals where the function was defined.
+    void NoteDefinitionScope(SlcSymbolTable& formals) const;
+    void AddFunction(SlcFuncDefNode* node, SlcPtr<SlcAnnotation> info);
+
+    void FindTypes(SlcSyntaxNode* node);
+    /// The passes behind the possible types, which have been found.
+    void FinishChecks(SlcSyntaxNode* node);
+    void CheckCondition(SlcRelationNode* condition);
+    [[nodiscard]] SlcTypeNode* WantedTypeOf(SlcExprNode* expr);
+    [[nodiscard]] SlcTypeNode* WantedTypeOfCall(SlcProcCallExprNode* call);
+    [[nodiscard]] SlcTypeNode* WantedTypeOfReturn(SlcReturnStmtNode* node);
+    void CheckUsage(SlcSyntaxNode* node);
+    /// A record for a branch of a statement; null if there are no usage checks.
+    [[nodiscard]] std::unique_ptr<SlcUsageRecord> NewBranch() const;
+    void WalkBranch(SlcSyntaxNode* branch, SlcUsageRecord* record);
+    void BeginLoop(LoopRecord& loop);
+    void EndLoop(LoopRecord& loop, SlcLoopStmtNode* node);
+    void WalkLoopBody(SlcLoopStmtNode* loop);
+
+    [[nodiscard]] bool IsLegalHere(const LightStatement& statement) const;
+    /// `argument` may be null.
+    void CheckLightArgument(SlcExprNode* argument, const LightStatement& statement,
+                            LightArgument role);
+    /// `position` is null for a statement that takes none.
+    template <class Node>
+    void CheckLightStatement(Node* node, const LightStatement& statement, SlcExprNode* position);
+    template <class Node>
+    void GuardLightStatement(Node* node, const LightStatement& statement, SlcExprNode* position);
+
+    static const LightStatement sm_illuminance;
+    static const LightStatement sm_illuminate;
+    static const LightStatement sm_solar;
+
+    SlcPtr<SlcSymbolTable> m_current;      // where declarations go and names are sought
+    SlcPtr<SlcSymbolTable> m_global;       // the built-ins
+    SlcPtr<SlcSymbolTable> m_shader;       // the predefined variables
+    SlcPtr<SlcSymbolTable> m_function;     // searched first for what `extern` stands for
+    SlcPtr<SlcSymbolTable> m_definition;   // the same of the body around this one
+    SlcPtr<SlcSymbolTable> m_illuminance;  // shows the variables of a light loop
+    SlcPtr<SlcSemanticError> m_errors;
+    SlcOptionsControl& m_options;
+    SlcCalculateTypesSets m_typesPass;
+    SlcResolveUniqueType m_uniquePass;
+    SlcAddVarsSymbolTable m_declarations;
+    SlcCheckDetail m_detailPass;
+    SlcUsageRecord* m_usage;                    // of the branch being walked; may be null
+    SlcShaderTypeNode* m_shaderType = nullptr;  // of the one shader of the file
+    SlcDefinitionNode* m_body = nullptr;        // whose body is checked; null at file level
+    bool m_inFunction = false;
+    bool m_shaderSeen = false;
+    bool m_hasReturn = false;
+    bool m_hasIlluminance = false;
+    bool m_hasIlluminate = false;  // or `solar`
+    int m_loopDepth = 0;
+    int m_lightNesting = 0;
+};

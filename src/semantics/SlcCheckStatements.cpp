@@ -1,0 +1,232 @@
+// Statements other than those on lights.
+
+#include <string>
+#include <utility>
+
+#include "frontend/SlcNodes.h"
+#include "semantics/SlcCheckSemantics.h"
+#include "semantics/SlcReturnType.h"
+#include "semantics/SlcStatementInfo.h"
+#include "symbols/SlcPossibleTypes.h"
+
+SlcIdentNode* SlcReturnTypeIdent()
+{
+    static SlcIdentNode* const ident = SlcLexicalNode::CreateIdent("**returnType**");
+    return ident;
+}
+
+void SlcCheckSemantics::FindTypes(SlcSyntaxNode* node)
+{
+    m_typesPass(node, m_current, m_global, m_shaderType);
+}
+
+void SlcCheckSemantics::FinishChecks(SlcSyntaxNode* node)
+{
+    m_uniquePass(node, m_current, m_shaderType);
+    m_detailPass(node, m_shaderType, !m_inFunction, m_lightNesting, nullptr);
+    CheckUsage(node);
+}
+
+void SlcCheckSemantics::CheckExprType(SlcExprNode* expr)
+{
+    FindTypes(expr);
+    SlcPossibleTypes::Of(expr)->SetUniqueType(WantedTypeOf(expr));
+    FinishChecks(expr);
+}
+
+SlcTypeNode* SlcCheckSemantics::WantedTypeOf(SlcExprNode* expr)
+{
+    const auto& types = SlcPossibleTypes::Of(expr)->GetTypes();
+    if (types.empty()) {
+        m_errors->Error(expr, "Invalid type for expression");
+        return SlcTypeNode::AVoid();
+    }
+    if (types.size() > 1)
+        m_errors->Error(expr, "Ambiguous type for expression");
+    return types.front();
+}
+
+void SlcCheckSemantics::CheckCondition(SlcRelationNode* condition)
+{
+    FindTypes(condition);
+    FinishChecks(condition);
+}
+
+void SlcCheckSemantics::CheckUsage(SlcSyntaxNode* node)
+{
+    if (m_usage)
+        m_usage->Check(node, m_current);
+}
+
+void SlcCheckSemantics::Case(SlcStmtNode* node)
+{
+    m_errors->FatalError(node, "Statement not yet checked");
+}
+
+void SlcCheckSemantics::Case(SlcStmtsNode* node)
+{
+    const SlcPtr<SlcSymbolTable> outer = m_current;
+    m_current = outer->CreateNewScopeTable();
+    node->SetAnnotation(MakeShared<SlcStatementInfo>(m_current));
+    node->WalkIn(this);
+    m_current = outer;
+}
+
+void SlcCheckSemantics::Case(SlcVarDefsStmtNode* node)
+{
+    m_current = m_declarations.AddLocalVars(node, m_current, OuterScopes(), m_shaderType,
+                                            {m_inFunction, m_lightNesting});
+    node->SetAnnotation(MakeShared<SlcStatementInfo>(m_current));
+    CheckUsage(node);
+}
+
+void SlcCheckSemantics::Case(SlcAssignStmtNode* node)
+{
+    SlcAssignExprNode* assignment = node->GetAssignment();
+    FindTypes(assignment);
+    const auto annotation = SlcPossibleTypes::Of(assignment);
+    const auto& types = annotation->GetTypes();
+    annotation->SetUniqueType(types.size() == 1 ? types.front() : SlcTypeNode::AVoid());
+    FinishChecks(assignment);
+}
+
+void SlcCheckSemantics::Case(SlcProcCallStmtNode* node)
+{
+    SlcProcCallExprNode* call = node->GetCall();
+    FindTypes(call);
+    SlcPossibleTypes::Of(call)->SetUniqueType(WantedTypeOfCall(call));
+    FinishChecks(call);
+}
+
+SlcTypeNode* SlcCheckSemantics::WantedTypeOfCall(SlcProcCallExprNode* call)
+{
+    const auto annotation = SlcPossibleTypes::Of(call);
+    const auto& types = annotation->GetTypes();
+    const std::string& name = call->GetIdent()->GetName();
+    if (types.empty())
+        m_errors->FatalError(call, "No type associated to function call");
+    if (types.size() == 1)
+        return types.front();
+    if (!m_options.m_strict && annotation->IsInTypes(SlcTypeNode::AVoid(), false))
+        m_errors->Warning(call,
+                          "Ambiguous function return type. Picking function version with the "
+                          "void return type",
+                          name, 1);
+    else
+        m_errors->Error(call, "Cannot determine which version of function to call", name);
+    return SlcTypeNode::AVoid();
+}
+
+void SlcCheckSemantics::Case(SlcReturnStmtNode* node)
+{
+    FindTypes(node->GetValue());
+    SlcPossibleTypes::Of(node->GetValue())->SetUniqueType(WantedTypeOfReturn(node));
+    m_hasReturn = true;
+    FinishChecks(node->GetValue());
+}
+
+SlcTypeNode* SlcCheckSemantics::WantedTypeOfReturn(SlcReturnStmtNode* node)
+{
+    if (!m_inFunction) {
+        m_errors->Error(node, "Cannot return a value from a shader");
+        return SlcTypeNode::AVoid();
+    }
+    SlcTypeNode* wanted = m_current->GetVarEntry(SlcReturnTypeIdent(), true)->GetType();
+    if (m_hasReturn) {
+        m_errors->Error(node,
+                        "Cannot have more than one 'return' statement inside the same function");
+    } else if (wanted->IsVoidType()) {
+        m_errors->Error(node, "Cannot return a value from a function with 'void' return type");
+    } else {
+        // A wanted float is also found as what it would be promoted to, which is no fit.
+        const SlcTypeNode* found = SlcPossibleTypes::Of(node->GetValue())->IsInTypes(wanted, true);
+        if (!found || !found->IsPromotableAs(wanted))
+            m_errors->Error(node->GetValue(), "Type mismatch for the 'return' expression type");
+    }
+    return wanted;
+}
+
+std::unique_ptr<SlcUsageRecord> SlcCheckSemantics::NewBranch() const
+{
+    return m_usage ? m_usage->CreateBranch(m_current) : nullptr;
+}
+
+void SlcCheckSemantics::WalkBranch(SlcSyntaxNode* branch, SlcUsageRecord* record)
+{
+    SlcUsageRecord* const outer = std::exchange(m_usage, record);
+    branch->ApplyWalker(this);
+    m_usage = outer;
+}
+
+void SlcCheckSemantics::Case(SlcIfThenStmtNode* node)
+{
+    CheckCondition(node->GetCondition());
+    const auto branch = NewBranch();
+    WalkBranch(node->GetThen(), branch.get());
+    if (m_usage)
+        m_usage->Promote(node, m_current, *branch);
+}
+
+void SlcCheckSemantics::Case(SlcIfThenElseStmtNode* node)
+{
+    CheckCondition(node->GetCondition());
+    const auto thenBranch = NewBranch();
+    WalkBranch(node->GetThen(), thenBranch.get());
+    const auto elseBranch = NewBranch();
+    WalkBranch(node->GetElse(), elseBranch.get());
+    if (m_usage)
+        m_usage->Promote(node, m_current, *thenBranch, *elseBranch);
+}
+
+void SlcCheckSemantics::BeginLoop(LoopRecord& loop)
+{
+    loop.own = NewBranch();
+    loop.outer = std::exchange(m_usage, loop.own.get());
+}
+
+void SlcCheckSemantics::EndLoop(LoopRecord& loop, SlcLoopStmtNode* node)
+{
+    m_usage = loop.outer;
+    if (m_usage)
+        m_usage->Promote(node, m_current, *loop.own);
+}
+
+void SlcCheckSemantics::WalkLoopBody(SlcLoopStmtNode* loop)
+{
+    ++m_loopDepth;
+    loop->GetBody()->ApplyWalker(this);
+    --m_loopDepth;
+}
+
+void SlcCheckSemantics::Case(SlcForStmtNode* node)
+{
+    LoopRecord loop;
+    BeginLoop(loop);
+    CheckExprType(node->GetInit());
+    CheckCondition(node->GetCondition());
+    WalkLoopBody(node);
+    CheckExprType(node->GetStep());
+    EndLoop(loop, node);
+}
+
+void SlcCheckSemantics::Case(SlcWhileStmtNode* node)
+{
+    LoopRecord loop;
+    BeginLoop(loop);
+    CheckCondition(node->GetCondition());
+    WalkLoopBody(node);
+    EndLoop(loop, node);
+}
+
+void SlcCheckSemantics::Case(SlcLoopModStmtNode* node)
+{
+    const int level = node->GetLevel()->GetValue();
+    const std::string keyword = node->ToString();
+    if (m_loopDepth == 0)
+        m_errors->Error(node, "Can use " + keyword + " only from within a for/while loop");
+    else if (level <= 0)
+        m_errors->Error(node, "Invalid level for " + keyword);
+    else if (level > m_loopDepth)
+        m_errors->Error(node, "Cannot " + keyword + " that many levels");
+    CheckUsage(node);
+}

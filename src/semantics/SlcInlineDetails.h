@@ -1,0 +1,57 @@
+#pragma once
+
+// The details of nodes and variables for the call that is being evaluated.
+
+#include "frontend/SlcExprNodes.h"
+#include "frontend/SlcLValueNodes.h"
+#include "symbols/SlcPossibleTypes.h"
+#include "symbols/SlcSymbolEntry.h"
+
+/// What the pass over the statement as written has stored.
+[[nodiscard]] inline SlcDetailNode* SlcFirstDetailOf(const SlcExprNode* expr)
+{
+    return SlcPossibleTypes::Of(expr)->GetDetail();
+}
+
+[[nodiscard]] inline SlcDetailNode* SlcInlineDetailOf(const SlcExprNode* expr)
+{
+    return SlcPossibleTypes::Of(expr)->GetInlineDetail();
+}
+
+[[nodiscard]] inline SlcDetailNode* SlcInlineDetailOf(const SlcLValueNode* lvalue)
+{
+    return CheckCast<SlcLValueType>(lvalue->GetAnnotation())->GetInlineDetail();
+}
+
+inline void SlcSetInlineDetail(SlcExprNode* expr, SlcDetailNode* detail)
+{
+    SlcPossibleTypes::Of(expr)->SetInlineDetail(detail);
+}
+
+inline void SlcSetInlineDetail(SlcLValueNode* lvalue, SlcDetailNode* detail)
+{
+    CheckCast<SlcLValueType>(lvalue->GetAnnotation())->SetInlineDetail(detail);
+}
+
+/// `detail` where the statement as written leaves the detail open.
+inline void SlcSetInlineDetailIfUnknown(SlcExprNode* expr, SlcDetailNode* detail)
+{
+    SlcDetailNode* first = SlcFirstDetailOf(expr);
+    SlcSetInlineDetail(expr, first->IsUnknownDetail() ? detail : first);
+}
+
+/// The entry is null after a report.
+[[nodiscard]] inline SlcDetailNode* SlcDeclaredDetail(const SlcPtr<SlcVarSymbolEntry>& variable)
+{
+    return variable ? variable->GetDetail() : SlcDetailNode::AUnknown();
+}
+
+[[nodiscard]] inline SlcDetailNode* SlcEffectiveDetail(const SlcPtr<SlcVarSymbolEntry>& variable)
+{
+    if (variable.Null())
+        return SlcDetailNode::AUnknown();
+    if (!variable->GetDetail()->IsUnknownDetail())
+        return variable->GetDetail();
+    SlcDetailNode* detail = variable->GetInlineDetail();
+    return detail ? detail : SlcDetailNode::AUnknown();
+}

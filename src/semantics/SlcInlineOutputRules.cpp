@@ -1,0 +1,152 @@
+// The inline rules of built-ins that write to their arguments.
+
+#include <string>
+
+#include "frontend/SlcCallNodes.h"
+#include "semantics/SlcBuiltInDetailRules.h"
+#include "semantics/SlcCheckInlineDetail.h"
+#include "semantics/SlcInlineDetails.h"
+
+namespace {
+
+/// Which arguments of a built-in are read and which are written, and what it says of a fault.
+struct OutputRule {
+    std::size_t inputs;       // so many from the first on
+    std::size_t firstOutput;  // positions count from 0
+    std::size_t lastOutput;
+    const char* wrongCount;   // internal
+    const char* noVariable;   // in front of the number, where there is one
+    const char* afterNumber;  // null: the text has no number
+    const char* unknown;      // internal
+};
+
+constexpr OutputRule k_setPointComp = {
+    2,
+    0,
+    0,
+    "Maybe not 'setxcomp', 'setycomp' or setzcomp' treated by 'SlcCheckInlineSetPointCompProc'",
+    "The first argument of 'setxcomp', 'setycomp' and 'setzcomp' isn't an identifier",
+    nullptr,
+    "Id not in symbol table (SlcCheckInlineSetPointCompProc)"};
+
+constexpr OutputRule k_setColorComp = {
+    3,
+    0,
+    0,
+    "Maybe not 'setcomp' treated by 'SlcCheckInlineSetPointCompProc'",
+    "The first argument of 'setcomp isn't an identifier",
+    nullptr,
+    "Id not in symbol table (SlcCheckInlineSetPointCompProc)"};
+
+constexpr OutputRule k_setMatrixComp = {
+    4,
+    0,
+    0,
+    "Functions 'setcomp' may not be treated by 'SlcCheckInlineSetPointCompProc'",
+    "The first argument of 'setcomp' isn't an identifier",
+    nullptr,
+    "Id not in symbol table (SlcCheckInlineSetPointCompProc)"};
+
+constexpr OutputRule k_fresnel = {3,
+                                  3,
+                                  6,
+                                  "Maybe not inline 'fresnel'",
+                                  "Argument ",
+                                  "of 'fresnel' isn't an identifier",
+                                  "Id not in symbol table (SlcCheckInlineFresnelProc)"};
+
+constexpr OutputRule k_unpack = {1,
+                                 1,
+                                 4,
+                                 "Maybe not 'unpack' by 'SlcCheckInlineUnpackProc'",
+                                 "Argument ",
+                                 "of 'unpack' isn't an identifier",
+                                 "Id not in symbol table (SlcCheckInlineUnpackProc)"};
+
+void SetOutput(SlcSemanticError& errors, const OutputRule& rule, std::size_t position,
+               SlcExprNode* argument, SlcDetailNode* detail)
+{
+    if (!dynamic_cast<const SlcIdentExprNode*>(argument))
+        errors.Warning(argument,
+                       rule.afterNumber
+                           ? rule.noVariable + std::to_string(position) + rule.afterNumber
+                           : std::string(rule.noVariable),
+                       2);
+    if (!argument->IsReferenceExpr())
+        return;
+    const auto& variable = static_cast<const SlcReferenceExprNode*>(argument)->GetSymbolEntry();
+    if (variable.Null())
+        errors.FatalError(argument, rule.unknown);
+    variable->SetInlineDetail(detail);
+}
+
+SlcDetailNode* Apply(const OutputRule& rule, SlcCheckInlineDetail& walker,
+                     SlcProcCallExprNode* call, bool rightCount)
+{
+    SlcSemanticError& errors = *walker.Errors();
+    if (!rightCount)
+        errors.FatalError(call, rule.wrongCount);
+    const auto& arguments = call->GetArguments()->GetArgs();
+    SlcDetailNode* detail = SlcDetailNode::AUniform();
+    for (std::size_t i = 0; i < rule.inputs; ++i)
+        detail = SlcDetailNode::Combine(detail, SlcInlineDetailOf(arguments[i].get()));
+    if (detail->IsUnknownDetail())
+        return detail;
+    for (std::size_t i = rule.firstOutput; i <= rule.lastOutput && i < arguments.size(); ++i)
+        if (SlcFirstDetailOf(arguments[i].get())->IsUnknownDetail())
+            SetOutput(errors, rule, i, arguments[i].get(), detail);
+    return detail;
+}
+
+std::size_t CountOf(const SlcProcCallExprNode* call)
+{
+    return call->GetArguments()->GetArgs().size();
+}
+
+}  // namespace
+
+SlcDetailNode* SlcCheckInlineSetPointCompProc(SlcCheckInlineDetail* walker, SlcFuncEntry,
+                                              SlcProcCallExprNode* call)
+{
+    return Apply(k_setPointComp, *walker, call, CountOf(call) == 2);
+}
+
+SlcDetailNode* SlcCheckInlineSetColorCompProc(SlcCheckInlineDetail* walker, SlcFuncEntry,
+                                              SlcProcCallExprNode* call)
+{
+    return Apply(k_setColorComp, *walker, call, CountOf(call) == 3);
+}
+
+SlcDetailNode* SlcCheckInlineSetMatrixCompProc(SlcCheckInlineDetail* walker, SlcFuncEntry,
+                                               SlcProcCallExprNode* call)
+{
+    return Apply(k_setMatrixComp, *walker, call, CountOf(call) == 4);
+}
+
+SlcDetailNode* SlcCheckInlineFresnelProc(SlcCheckInlineDetail* walker, SlcFuncEntry,
+                                         SlcProcCallExprNode* call)
+{
+    return Apply(k_fresnel, *walker, call, CountOf(call) == 5 || CountOf(call) == 7);
+}
+
+SlcDetailNode* SlcCheckInlineUnpackProc(SlcCheckInlineDetail* walker, SlcFuncEntry,
+                                        SlcProcCallExprNode* call)
+{
+    return Apply(k_unpack, *walker, call, CountOf(call) == 5);
+}
+
+SlcDetailNode* SlcCheckInlineOutputProc(SlcCheckInlineDetail*, SlcFuncEntry entry,
+                                        SlcProcCallExprNode* call)
+{
+    const auto& arguments = call->GetArguments()->GetArgs();
+    SlcDetailNode* detail = SlcDetailNode::AUniform();
+    for (const auto& argument : arguments)
+        detail = SlcDetailNode::Combine(detail, SlcInlineDetailOf(argument.get()));
+    if (detail->IsUnknownDetail())
+        return detail;
+    const auto& storages = entry->GetArgStorages();
+    for (std::size_t i = 0; i < arguments.size() && i < storages.size(); ++i)
+        if (storages[i]->IsOutput())
+            SlcSetInlineDetail(arguments[i].get(), detail);
+    return detail;
+}

@@ -1,0 +1,19 @@
+#include "semantics/SlcSemantics.h"
+
+#include "frontend/SlcSyntaxNode.h"
+#include "semantics/SlcBuiltInDetailRules.h"
+#include "semantics/SlcCheckSemantics.h"
+#include "support/SlcDiagnostics.h"
+#include "symbols/SlcBuiltInTable.h"
+#include "symbols/SlcShaderSymbolTable.h"
+
+void SlcSemantics(SlcSyntaxNode* tree, SlcOptionsControl& options)
+{
+    SlcShaderSymbolTable::ResetStatics();
+    const SlcPtr<SlcSymbolTable> global = SlcBuiltInTable(SlcBuiltInDetailRules());
+    const auto errors = MakeShared<SlcSemanticError>();
+    SlcCheckSemantics check(errors, options, nullptr);
+    check(tree, global, global, nullptr, nullptr);
+    if (!errors->NoError())
+        throw SlcCompilationError();
+}

@@ -1,0 +1,179 @@
+#include "semantics/SlcUserCallRules.h"
+
+#include <string>
+#include <vector>
+
+#include "frontend/SlcCallNodes.h"
+#include "frontend/SlcDefinitionNodes.h"
+#include "frontend/SlcStmtNodes.h"
+#include "semantics/SlcArgumentChecks.h"
+#include "semantics/SlcCheckDetail.h"
+#include "semantics/SlcCheckInlineDetail.h"
+#include "semantics/SlcFuncInfo.h"
+#include "semantics/SlcInlineDetails.h"
+
+namespace {
+
+/// A formal and the argument that a call gives it.
+struct Passed {
+    SlcPtr<SlcVarSymbolEntry> formal;
+    SlcStorageSpecNode* storage;
+    SlcExprNode* argument;
+};
+
+/// Marks the function as reached, and tells whether this kind of shader may reach its light
+/// statements. Both walkers answer alike.
+template <class Walker>
+bool MayBeReached(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNode* call)
+{
+    if (!walker.IsNotInFunction())
+        return true;
+    info.SetCalled();
+    const SlcShaderTypeNode* shader = walker.ShaderType();
+    const std::string& name = call->GetIdent()->GetName();
+    if (info.HasIlluminate() && !(shader && shader->IsLight())) {
+        walker.Errors()->Error(call,
+                               "Cannot call a function containing a 'illuminate' or 'solar' "
+                               "statement from this type of shader",
+                               name);
+        return false;
+    }
+    if (info.HasIlluminance() && !(shader && (shader->IsSurface() || shader->IsVolume()))) {
+        walker.Errors()->Error(call,
+                               "Cannot call a function containing a 'illuminance' statement from "
+                               "this type of shader",
+                               name);
+        return false;
+    }
+    return true;
+}
+
+/// The formals with the arguments of the call. `stage` ends the text of an internal fault.
+std::vector<Passed> PairArguments(SlcSemanticError& errors, const SlcFuncInfo& info,
+                                  SlcProcCallExprNode* call, const char* stage)
+{
+    const auto& arguments = call->GetArguments()->GetArgs();
+    std::vector<Passed> passed;
+    passed.reserve(arguments.size());
+    std::size_t formals = 0;
+    for (const auto& group : info.GetDefinition()->GetFormals()->GetVarDefs()) {
+        for (const auto& definition : group->GetDefExprs()->GetDefExprs()) {
+            if (formals++ >= arguments.size())
+                continue;
+            // By name: a formal that repeats the name of another has no entry of its own.
+            try {
+                passed.push_back({info.GetScope()->GetVarEntry(definition->GetIdent(), true),
+                                  group->GetTypeSpec()->GetStorage(),
+                                  arguments[passed.size()].get()});
+            } catch (const SlcSymbolNotFound&) {
+                errors.FatalError(call, "Cannot find " + definition->GetIdent()->GetName() +
+                                            " in the symbol table during arguments detail " +
+                                            stage);
+            }
+        }
+    }
+    if (formals != arguments.size())
+        errors.FatalError(call, "Cannot continue inlining checks, invalid number of args");
+    return passed;
+}
+
+bool PassArgument(SlcSemanticError& errors, const Passed& passed, std::size_t position,
+                  const std::string& function)
+{
+    SlcDetailNode* argument = SlcFirstDetailOf(passed.argument);
+    const bool wantsUniform = passed.formal->GetDetail()->IsUniform();
+    const bool isOutput = passed.storage->IsOutput();
+    bool fits = true;
+    if ((wantsUniform && !argument->IsUniform()) ||
+        (isOutput && !wantsUniform && argument->IsUniform())) {
+        errors.Error(passed.argument, "Detail mismatch for argument " + std::to_string(position) +
+                                          " of function '" + function + "'");
+        fits = false;
+    } else {
+        passed.formal->SetInlineDetail(argument);
+    }
+    if (isOutput && !SlcCheckOutputArgument(errors, passed.argument, position, function))
+        fits = false;
+    return fits;
+}
+
+bool PassArgumentInline(SlcSemanticError& errors, const Passed& passed, std::size_t position,
+                        const std::string& function)
+{
+    SlcDetailNode* argument = SlcInlineDetailOf(passed.argument);
+    if (passed.formal->GetDetail()->IsUniform() && !argument->IsUniform()) {
+        errors.Error(passed.argument, "Detail mismatch for argument " + std::to_string(position) +
+                                          " of function '" + function + "' during inlining");
+        return false;
+    }
+    passed.formal->SetInlineDetail(argument);
+    return true;
+}
+
+template <class Walker>
+SlcDetailNode* EvaluateBody(Walker& walker, const SlcFuncInfo& info)
+{
+    SlcCheckInlineDetail evaluate(walker.Errors());
+    return evaluate(info.GetDefinition()->GetBody(), walker.ShaderType(),
+                    walker.IsInLightStatement(), walker.IsNotInFunction(), walker.ExpectedDetail());
+}
+
+}  // namespace
+
+SlcDetailNode* SlcCheckArgsDetail(SlcCheckDetail* walker, SlcPtr<SlcFuncSymbolEntry> entry,
+                                  SlcProcCallExprNode* call)
+{
+    const auto info = CheckCast<SlcFuncInfo>(entry->GetFuncInfo());
+    const std::string& name = call->GetIdent()->GetName();
+    SlcSemanticError& errors = *walker->Errors();
+    if (!MayBeReached(*walker, *info, call))
+        return SlcDetailNode::AUnknown();
+    if (walker->IsInLightStatement() && (info->HasIlluminate() || info->HasIlluminance())) {
+        errors.Error(call,
+                     "Cannot call a function containing a 'solar', 'illuminate' or 'illuminance' "
+                     "statement from inside of one of these statements (this will result in "
+                     "nesting those statements)",
+                     name);
+        return SlcDetailNode::AUnknown();
+    }
+    const auto arguments = PairArguments(errors, *info, call, "checking");
+    bool fits = true;
+    for (std::size_t i = 0; i < arguments.size(); ++i)
+        fits = PassArgument(errors, arguments[i], i, name) && fits;
+    if (!fits)
+        return SlcDetailNode::AUnknown();
+    try {
+        return EvaluateBody(*walker, *info);
+    } catch (const SlcAlreadyInLightControlStmt&) {
+        errors.Error(call,
+                     "Cannot call a function that calls another function containing a 'solar', "
+                     "'illuminate' or 'illuminance' statement from inside of one of these "
+                     "statements (this will result in nesting those statements)",
+                     name);
+        return SlcDetailNode::AUnknown();
+    }
+}
+
+SlcDetailNode* SlcCheckArgsDetailInline(SlcCheckInlineDetail* walker,
+                                        SlcPtr<SlcFuncSymbolEntry> entry, SlcProcCallExprNode* call)
+{
+    const auto info = CheckCast<SlcFuncInfo>(entry->GetFuncInfo());
+    SlcSemanticError& errors = *walker->Errors();
+    if (!MayBeReached(*walker, *info, call))
+        return SlcDetailNode::AUnknown();
+    if (walker->IsInLightStatement() && (info->HasIlluminate() || info->HasIlluminance()))
+        throw SlcAlreadyInLightControlStmt();
+    const auto arguments = PairArguments(errors, *info, call, "checking inlining");
+    bool fits = true;
+    for (std::size_t i = 0; i < arguments.size(); ++i)
+        fits = PassArgumentInline(errors, arguments[i], i, call->GetIdent()->GetName()) && fits;
+    if (!fits)
+        return SlcDetailNode::AUniform();
+    SlcDetailNode* const detail = EvaluateBody(*walker, *info);
+    // How an output formal hands its detail back to the caller's variable.
+    for (const Passed& passed : arguments)
+        if (const auto* variable = dynamic_cast<const SlcIdentExprNode*>(passed.argument))
+            if (const auto& variableEntry = variable->GetSymbolEntry())
+                variableEntry->SetInlineDetail(passed.formal->GetInlineDetail());
+    return detail;
+}
