@@ -1,0 +1,64 @@
+# Sourced by the other scripts: installs what the build needs, and builds a preset.
+# Needs the repository's root as the working directory.
+
+# What the build needs and how its presence is seen: a command, or a header that the compiler finds.
+#   kind     name            Debian package
+needs='
+    command  c++             g++
+    command  cc              gcc
+    command  cmake           cmake
+    command  flex            flex
+    command  bison           bison
+    header   gtest/gtest.h   libgtest-dev
+    header   gmock/gmock.h   libgmock-dev
+    header   png.h           libpng-dev
+'
+
+is_present() {
+    case $1 in
+        command) command -v "$2" >/dev/null ;;
+        header) echo "#include <$2>" | c++ -std=c++20 -fsyntax-only -x c++ - 2>/dev/null ;;
+    esac
+}
+
+missing_packages() {
+    local kind name package
+    while read -r kind name package; do
+        [ -z "$kind" ] || is_present "$kind" "$name" || echo "$package"
+    done <<<"$needs"
+    command -v ninja >/dev/null || command -v make >/dev/null || echo ninja-build
+}
+
+# Installs the missing packages; asks for nothing, and stays off the network if none is missing.
+install_missing() {
+    local packages as_root=()
+    mapfile -t packages < <(missing_packages)
+    [ ${#packages[@]} -gt 0 ] || return 0
+    if ! command -v apt-get >/dev/null; then
+        echo "$0: apt-get is not here; install by hand: ${packages[*]}" >&2
+        return 1
+    fi
+    if [ "$(id -u)" != 0 ]; then
+        command -v sudo >/dev/null || {
+            echo "$0: not root and no sudo; install by hand: ${packages[*]}" >&2
+            return 1
+        }
+        as_root=(sudo)
+    fi
+    echo "Installing ${packages[*]}"
+    "${as_root[@]}" apt-get update -qq
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -qq --no-install-recommends "${packages[@]}"
+}
+
+# Configures and builds the preset $1 in build/$1, with ninja and ccache where they are found.
+build_preset() {
+    if [ ! -e "build/$1/CMakeCache.txt" ] && command -v ninja >/dev/null; then
+        export CMAKE_GENERATOR=Ninja
+    fi
+    if command -v ccache >/dev/null; then
+        export CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache
+    fi
+    cmake --preset "$1"
+    cmake --build "build/$1" --parallel "$(nproc)"
+}
