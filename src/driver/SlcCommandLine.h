@@ -1,0 +1,34 @@
+#pragma once
+
+#include <span>
+#include <string>
+
+#include "support/SlcOptionsControl.h"
+
+/// What the command line and the environment ask for: the stages to run, the files, the
+/// commands, and the option record that the stages read.
+struct SlcCommandLine {
+    SlcOptionsControl m_options;
+    std::string m_inputFile;         // as given; empty if none was
+    std::string m_preprocessedFile;  // beside the source, with the extension ".i"
+    std::string m_outputDirectory = ".";
+    std::string m_preprocessorOptions;  // every -I and -D as given, each followed by a blank
+    std::string m_preprocessCommand;    // for the shell
+    std::string m_ccCommand;            // for the shell
+    bool m_runCompile = true;
+    bool m_runCCBuild = true;  // only after the C++ back end
+    bool m_keepPreprocessedFile = false;
+    bool m_keepCCFile = true;
+};
+
+/// Reads the arguments behind the program's name, in their order, so that a later one overrules
+/// an earlier one, and then the environment. Prints the usage or the version if that is the only
+/// argument. False if the program shall end with status 1: a fault has been reported, or what was
+/// asked for has been printed.
+[[nodiscard]] bool ParseOptions(std::span<const char* const> arguments, SlcCommandLine& line);
+
+/// Sets the fields that an optimization level from 0 to 3 decides; another level changes nothing.
+void SetOptimizationLevel(int level, SlcOptionsControl& options);
+
+/// Writes the description of the options to standard output.
+void PrintUsage();

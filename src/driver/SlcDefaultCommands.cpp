@@ -1,0 +1,47 @@
+#include "driver/SlcDefaultCommands.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace {
+
+/// `text` as one word of the shell.
+[[nodiscard]] std::string ShellWord(const std::string& text)
+{
+    constexpr auto k_plain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/._+-";
+    if (text.find_first_not_of(k_plain) == std::string::npos)
+        return text;
+    std::string quoted = "'";
+    for (const char c : text)
+        quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return quoted + "'";
+}
+
+/// An installed program finds the header by its own place, so that the tree can be moved.
+[[nodiscard]] std::filesystem::path RuntimeDirectory()
+{
+    std::error_code failed;
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", failed);
+    if (!failed) {
+        const std::filesystem::path installed =
+            (program.parent_path() / SLC_INSTALLED_RUNTIME).lexically_normal();
+        if (std::filesystem::is_directory(installed, failed))
+            return installed;
+    }
+    return SLC_SOURCE_RUNTIME;
+}
+
+}  // namespace
+
+std::string DefaultPreprocessCommand()
+{
+    return "cc -E -w -undef -nostdinc -x c -DOMBRIUM -DIRIX $cpp_options $input_file > "
+           "$cpp_result";
+}
+
+std::string DefaultCCCommand()
+{
+    return "c++ -O2 -fno-math-errno -fPIC -shared -o $output_dir/$output_file $SLC_CC_OPTIONS "
+           "$SLC_CC_INCLUDE -I" +
+           ShellWord(RuntimeDirectory().string()) + " $cc_input_file";
+}

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+/// Shell commands for when the environment gives none. The words with a dollar sign are variables
+/// of the environment, which the driver sets, or which are the user's own.
+
+/// `-undef` keeps the platform's own macros out, so that a shader may use names such as `linux`.
+[[nodiscard]] std::string DefaultPreprocessCommand();
+
+/// Finds the run-time's header in the installed tree if the program runs from one, and else in
+/// the source tree that it was built from.
+[[nodiscard]] std::string DefaultCCCommand();

@@ -1,0 +1,50 @@
+#include "driver/SlcExternalCommands.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <initializer_list>
+#include <string>
+#include <unistd.h>
+#include <utility>
+
+#include "driver/SlcProgramName.h"
+#include "frontend/SlcParseCode.h"
+#include "support/SlcDiagnostics.h"
+
+namespace {
+
+using Variables = std::initializer_list<std::pair<const char*, std::string>>;
+
+/// True if the variables could be set and the command returned 0.
+[[nodiscard]] bool RunCommand(const std::string& command, Variables variables)
+{
+    for (const auto& [name, value] : variables)
+        if (setenv(name, value.c_str(), 1) != 0)
+            return false;
+    return std::system(command.c_str()) == 0;
+}
+
+}  // namespace
+
+bool PreprocessSource(const SlcCommandLine& line)
+{
+    if (RunCommand(line.m_preprocessCommand, {{"cpp_options", " " + line.m_preprocessorOptions},
+                                              {"input_file", line.m_inputFile},
+                                              {"cpp_result", line.m_preprocessedFile}}))
+        return true;
+    SeverError(k_programName, "Problem during preprocessing.  Stopping.");
+    return false;
+}
+
+bool BuildSharedObject(const SlcCommandLine& line)
+{
+    const std::string ccFile = g_ccFilename + ".cpp";
+    const bool built = RunCommand(line.m_ccCommand, {{"output_dir", line.m_outputDirectory},
+                                                     {"output_file", g_ccFilename + ".sqx"},
+                                                     {"cc_input_file", ccFile}});
+    if (!line.m_keepCCFile)
+        unlink(ccFile.c_str());
+    if (!built)
+        SeverError(k_programName, "Problem during C++ compilation.  Stopping.");
+    return built;
+}
