@@ -1,0 +1,6 @@
+/* The surface's own color, unlit. */
+surface constant()
+{
+    Oi = Os;
+    Ci = Os * Cs;
+}
