@@ -43,7 +43,8 @@ inline std::string Value(const QxTextArgument& argument)
     case QxTextArgument::String:
         break;
     }
-    return *static_cast<const char* const*>(argument.value);
+    const char* text = *static_cast<const char* const*>(argument.value);
+    return text ? text : "";
 }
 
 }  // namespace qxtext

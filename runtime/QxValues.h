@@ -44,14 +44,13 @@ struct QxMatrix44 {
     static QxMatrix44 Identity() { return Scaling(1); }
 };
 
-/// A flag of varying control flow. It takes the room of three floats, which is what the storage
-/// of generated shaders counts for one.
+/// A flag of varying control flow. It has the size and alignment of a float, since generated
+/// shaders carve flags and floats from one block.
 struct QxStopAndBool {
     unsigned int value;
-    unsigned int unused[2];
 
     QxStopAndBool() = default;
-    QxStopAndBool(bool flag) : value(flag), unused{} {}
+    QxStopAndBool(bool flag) : value(flag) {}
     explicit operator bool() const { return value != 0; }
 };
 

@@ -1,0 +1,302 @@
+#pragma once
+
+#include <cstring>
+#include <string>
+#include <utility>
+
+#include "QxBuiltIns.h"
+#include "QxLights.h"
+#include "QxOperators.h"
+#include "QxSplines.h"
+#include "QxText.h"
+
+// Built-in functions whose arguments need more than a loop over points.
+
+// Components. An index outside the value counts as the nearest one.
+
+inline int QxClampedIndex(float index, int count)
+{
+    return static_cast<int>(QxClamp(index, 0.0f, static_cast<float>(count - 1)));
+}
+
+template <class Triple>
+inline float QxComponent(const Triple& triple, float index)
+{
+    return triple[QxClampedIndex(index, 3)];
+}
+
+inline float QxComponent(const QxMatrix44& matrix, float row, float column)
+{
+    return matrix[QxClampedIndex(row, 4)][QxClampedIndex(column, 4)];
+}
+
+template <class Triple>
+inline void QxSetComponent(Triple& triple, float index, float value)
+{
+    triple[QxClampedIndex(index, 3)] = value;
+}
+
+inline void QxSetComponent(QxMatrix44& matrix, float row, float column, float value)
+{
+    matrix[QxClampedIndex(row, 4)][QxClampedIndex(column, 4)] = value;
+}
+
+/// Four numbers from 0 to 1, of eight bits each, in the room of one. The value may be compared or
+/// stored, but is no number to compute with.
+inline float QxPack(float a, float b, float c, float d)
+{
+    unsigned int bits = 0;
+    for (const float value : {a, b, c, d})
+        bits = bits << 8 | static_cast<unsigned int>(QxRound(QxClamp(value, 0.0f, 1.0f) * 255));
+    float packed;
+    std::memcpy(&packed, &bits, sizeof packed);
+    return packed;
+}
+
+inline void QxUnpack(float packed, float& a, float& b, float& c, float& d)
+{
+    unsigned int bits;
+    std::memcpy(&bits, &packed, sizeof bits);
+    float* const results[] = {&d, &c, &b, &a};
+    for (float* result : results) {
+        *result = static_cast<float>(bits & 255u) / 255;
+        bits >>= 8;
+    }
+}
+
+inline void QxFresnelCall(const QxVector3& incident, const QxVector3& normal, float eta,
+                          float& reflected, float& transmitted)
+{
+    const QxFresnelShares shares = QxFresnel(incident, normal, eta);
+    reflected = shares.reflected;
+    transmitted = shares.transmitted;
+}
+
+inline void QxFresnelCall(const QxVector3& incident, const QxVector3& normal, float eta,
+                          float& reflected, float& transmitted, QxVector3& reflection,
+                          QxVector3& refraction)
+{
+    const QxFresnelShares shares = QxFresnel(incident, normal, eta);
+    reflected = shares.reflected;
+    transmitted = shares.transmitted;
+    reflection = shares.reflection;
+    refraction = shares.refraction;
+}
+
+struct QxFaceForwardNgCall {
+    const QxVector3* Ng;
+
+    QxVector3 operator()(unsigned int point, const QxVector3& n, const QxVector3& incident) const
+    {
+        return QxFaceForward(n, incident, Ng[point]);
+    }
+};
+
+// The forms of functions that are told the point.
+
+template <class Function, class Result, class... Arguments>
+inline void QxCallPlainAt(unsigned int point, const Function& function, Result& result,
+                          Arguments&&... arguments)
+{
+    result = function(point, QxAt(arguments, 0u)...);
+}
+
+template <class Function, class Result, class... Arguments>
+inline void QxCallSimdAt(unsigned int points, const Function& function, Result&& result,
+                         Arguments&&... arguments)
+{
+    QxOverGridAt(points, QxAllPoints(), function, result, arguments...);
+}
+
+template <class Function, class Result, class Condition, class... Arguments>
+inline void QxCallSimdIfAt(unsigned int points, bool wanted, const Function& function,
+                           Result&& result, const Condition& condition, Arguments&&... arguments)
+{
+    QxOverGridAt(points, QxWhere(condition, wanted), function, result, arguments...);
+}
+
+template <class Where, class Flag, class Axis, class Angle>
+inline void QxIlluminanceOverGrid(unsigned int points, const Where& where,
+                                  const QxIlluminanceCall& statement, Flag&& flag, const Axis& axis,
+                                  const Angle& angle)
+{
+    for (unsigned int i = 0; i < points; ++i)
+        QxAt(flag, i) = where(i) && statement(i, QxAt(axis, i), QxAt(axis, i), QxAt(angle, i));
+}
+
+// Rays. An output argument that the call left out stands as a number, which takes nothing.
+
+inline void QxGive(float& output, float value)
+{
+    output = value;
+}
+
+inline void QxGive(QxVector3& output, const QxVector3& value)
+{
+    output = value;
+}
+
+template <class Value>
+inline void QxGive(float&&, const Value&)
+{
+}
+
+class QxRayCall {
+public:
+    explicit QxRayCall(QxShaderSupport* support) : m_support(support) {}
+
+protected:
+    static QxRayQuery Query(const QxVector3& position, const QxVector3& direction)
+    {
+        QxRayQuery query = {};
+        query.position = position;
+        query.direction = direction;
+        query.environment = "";
+        return query;
+    }
+
+    QxShaderSupport* m_support;
+};
+
+struct QxRayHitCall : QxRayCall {
+    using QxRayCall::QxRayCall;
+    float operator()(const QxVector3& position, const QxVector3& direction) const
+    {
+        return m_support->RayHit(Query(position, direction));
+    }
+};
+
+struct QxTransmissionCall : QxRayCall {
+    using QxRayCall::QxRayCall;
+    QxRGBColor operator()(const QxVector3& from, const QxVector3& to) const
+    {
+        return m_support->Transmission(Query(from, to));
+    }
+};
+
+struct QxTraceCall : QxRayCall {
+    using QxRayCall::QxRayCall;
+    template <class Distance>
+    QxRGBColor operator()(const QxVector3& position, const QxVector3& direction,
+                          Distance&& output) const
+    {
+        float distance = 0;
+        const QxRGBColor color = m_support->Trace(Query(position, direction), distance);
+        QxGive(std::forward<Distance>(output), distance);
+        return color;
+    }
+};
+
+struct QxOcclusionCall : QxRayCall {
+    using QxRayCall::QxRayCall;
+    template <class Axis, class Open>
+    float operator()(const QxVector3& position, const QxVector3& normal, float samples, float angle,
+                     float bias, float maxDistance, float variance, const Axis& axis,
+                     Open&& output) const
+    {
+        const QxRayQuery query = {position,    normal,   samples, angle,          bias,
+                                  maxDistance, variance, "",      QxToPoint(axis)};
+        QxVector3 open = normal;
+        const float occlusion = m_support->Occlusion(query, open);
+        QxGive(std::forward<Open>(output), open);
+        return occlusion;
+    }
+};
+
+struct QxIndirectDiffuseCall : QxRayCall {
+    using QxRayCall::QxRayCall;
+    template <class Environment, class Axis, class Open, class Occlusion>
+    QxRGBColor operator()(const QxVector3& position, const QxVector3& normal, float samples,
+                          float angle, float bias, float maxDistance, float variance,
+                          const Environment& environment, const Axis& axis, Open&& openOutput,
+                          Occlusion&& occlusionOutput) const
+    {
+        const QxRayQuery query = {position,    normal,   samples,           angle,          bias,
+                                  maxDistance, variance, Text(environment), QxToPoint(axis)};
+        QxVector3 open = normal;
+        float occlusion = 0;
+        const QxRGBColor color = m_support->IndirectDiffuse(query, open, occlusion);
+        QxGive(std::forward<Open>(openOutput), open);
+        QxGive(std::forward<Occlusion>(occlusionOutput), occlusion);
+        return color;
+    }
+
+private:
+    static const char* Text(const char* text) { return text; }
+    static const char* Text(float) { return ""; }
+};
+
+// Variable argument lists: the address of each argument, a constant's too.
+
+using QxArguments = const void* const*;
+
+template <class Value>
+inline const Value& QxArgument(QxArguments arguments, int place)
+{
+    return *static_cast<const Value*>(arguments[place]);
+}
+
+/// The spline over the arguments from `first` on, at the one before.
+template <class Result>
+inline void QxSplineCall(Result& result, const char* basis, QxArguments arguments, int first,
+                         int count)
+{
+    const float position = QxArgument<float>(arguments, first - 1);
+    result = QxSpline<Result>(
+        QxFindSplineBasis(basis), position, count - first,
+        [&](int knot) -> const Result& { return QxArgument<Result>(arguments, first + knot); });
+}
+
+struct QxLesser {
+    float operator()(float a, float b) const { return QxMin(a, b); }
+    template <class Triple>
+    Triple operator()(const Triple& a, const Triple& b) const
+    {
+        return QxMinTriple(a, b);
+    }
+};
+
+struct QxGreater {
+    float operator()(float a, float b) const { return QxMax(a, b); }
+    template <class Triple>
+    Triple operator()(const Triple& a, const Triple& b) const
+    {
+        return QxMaxTriple(a, b);
+    }
+};
+
+template <class Choice, class Result>
+inline void QxChooseCall(Result& result, QxArguments arguments, int count)
+{
+    Result chosen = QxArgument<Result>(arguments, 0);
+    for (int i = 1; i < count; ++i)
+        chosen = Choice()(chosen, QxArgument<Result>(arguments, i));
+    result = chosen;
+}
+
+inline void QxConcatCall(const char*& result, QxArguments arguments, int count)
+{
+    std::string text;
+    for (int i = 0; i < count; ++i)
+        if (const char* part = QxArgument<const char*>(arguments, i))
+            text += part;
+    QxAssignString(result, text.c_str());
+}
+
+/// Types: one letter an argument, see the header that binds the names. The first is the format.
+inline std::string QxFormatArguments(QxArguments arguments, const char* types, int count)
+{
+    std::vector<QxTextArgument> values;
+    for (int i = 1; i < count; ++i) {
+        QxTextArgument::Type type = QxTextArgument::Float;
+        if (types[i] == 'p' || types[i] == 'c')
+            type = QxTextArgument::Triple;
+        else if (types[i] == 'm')
+            type = QxTextArgument::Matrix;
+        else if (types[i] == 's')
+            type = QxTextArgument::String;
+        values.push_back({type, arguments[i]});
+    }
+    const char* format = QxArgument<const char*>(arguments, 0);
+    return QxFormat(format ? format : "", values.data(), static_cast<int>(values.size()));
+}

@@ -1,0 +1,185 @@
+#pragma once
+
+#include <vector>
+
+#include "QxValues.h"
+
+// How one operation on one point is done for the point at hand, for a whole grid, or for some of
+// its points. An operand of a whole-grid form is a pointer to the values of all points, or one
+// value that serves them all; any operand may be either.
+
+template <class Value>
+inline Value& QxAt(Value* values, unsigned int point)
+{
+    return values[point];
+}
+
+inline const char* QxAt(const char* text, unsigned int)
+{
+    return text;
+}
+
+inline float& QxAt(float& value, unsigned int)
+{
+    return value;
+}
+
+inline const float& QxAt(const float& value, unsigned int)
+{
+    return value;
+}
+
+inline QxVector3& QxAt(QxVector3& value, unsigned int)
+{
+    return value;
+}
+
+inline const QxVector3& QxAt(const QxVector3& value, unsigned int)
+{
+    return value;
+}
+
+inline QxRGBColor& QxAt(QxRGBColor& value, unsigned int)
+{
+    return value;
+}
+
+inline const QxRGBColor& QxAt(const QxRGBColor& value, unsigned int)
+{
+    return value;
+}
+
+inline QxMatrix44& QxAt(QxMatrix44& value, unsigned int)
+{
+    return value;
+}
+
+inline const QxMatrix44& QxAt(const QxMatrix44& value, unsigned int)
+{
+    return value;
+}
+
+inline QxStopAndBool QxAt(QxStopAndBool value, unsigned int)
+{
+    return value;
+}
+
+// Constants are written as numbers of double precision or as integers.
+
+inline float QxAt(double value, unsigned int)
+{
+    return static_cast<float>(value);
+}
+
+inline float QxAt(int value, unsigned int)
+{
+    return static_cast<float>(value);
+}
+
+/// A number that stands where a triple is wanted has three equal components.
+inline QxVector3 QxToPoint(float value)
+{
+    return {value, value, value};
+}
+
+inline QxVector3 QxToPoint(const QxVector3& value)
+{
+    return value;
+}
+
+inline QxVector3 QxToPoint(const QxRGBColor& value)
+{
+    return {value.r, value.g, value.b};
+}
+
+inline QxRGBColor QxToColor(float value)
+{
+    return {value, value, value};
+}
+
+inline QxRGBColor QxToColor(const QxRGBColor& value)
+{
+    return value;
+}
+
+inline QxRGBColor QxToColor(const QxVector3& value)
+{
+    return {value.x, value.y, value.z};
+}
+
+/// Which points a whole-grid form handles.
+struct QxAllPoints {
+    bool operator()(unsigned int) const { return true; }
+};
+
+template <class Condition>
+struct QxPointsIf {
+    const Condition& condition;
+    bool wanted;
+
+    bool operator()(unsigned int point) const
+    {
+        return static_cast<bool>(QxAt(condition, point)) == wanted;
+    }
+};
+
+template <class Condition>
+inline QxPointsIf<Condition> QxWhere(const Condition& condition, bool wanted)
+{
+    return {condition, wanted};
+}
+
+/// result = function(arguments...) at each of the points. The result may be one of the arguments.
+template <class Where, class Function, class Result, class... Arguments>
+inline void QxOverGrid(unsigned int points, const Where& where, const Function& function,
+                       Result&& result, Arguments&&... arguments)
+{
+    for (unsigned int i = 0; i < points; ++i)
+        if (where(i))
+            QxAt(result, i) = function(QxAt(arguments, i)...);
+}
+
+template <class Function, class Result, class... Arguments>
+inline void QxCallSimd(unsigned int points, const Function& function, Result&& result,
+                       Arguments&&... arguments)
+{
+    QxOverGrid(points, QxAllPoints(), function, result, arguments...);
+}
+
+template <class Function, class Result, class Condition, class... Arguments>
+inline void QxCallSimdIf(unsigned int points, bool wanted, const Function& function,
+                         Result&& result, const Condition& condition, Arguments&&... arguments)
+{
+    QxOverGrid(points, QxWhere(condition, wanted), function, result, arguments...);
+}
+
+template <class Function, class Result, class... Arguments>
+inline void QxCallPlain(const Function& function, Result& result, Arguments&&... arguments)
+{
+    result = function(QxAt(arguments, 0u)...);
+}
+
+/// The same for a function that is told the point first.
+template <class Where, class Function, class Result, class... Arguments>
+inline void QxOverGridAt(unsigned int points, const Where& where, const Function& function,
+                         Result&& result, Arguments&&... arguments)
+{
+    for (unsigned int i = 0; i < points; ++i)
+        if (where(i))
+            QxAt(result, i) = function(i, QxAt(arguments, i)...);
+}
+
+/// All values of an operand at once, for operations that read neighbouring points.
+template <class Value, class Operand>
+class QxWholeOperand {
+public:
+    QxWholeOperand(const Operand& operand, unsigned int points) : m_values(points)
+    {
+        for (unsigned int i = 0; i < points; ++i)
+            m_values[i] = QxAt(operand, i);
+    }
+    const Value* Data() const { return m_values.data(); }
+
+private:
+    std::vector<Value> m_values;
+};

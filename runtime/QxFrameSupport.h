@@ -1,0 +1,190 @@
+#pragma once
+
+#include <dlfcn.h>
+#include <unistd.h>
+
+#include "QxShaderSupport.h"
+#include "QxShading.h"
+
+// What the frame of a generated file calls: storage, descriptions, spaces and shadeop libraries.
+
+inline void* QxCalloc(std::size_t count, std::size_t size)
+{
+    // A block of no size is a block all the same, which the frame gives back.
+    void* block = std::calloc(count ? count : 1, size ? size : 1);
+    if (!block)
+        std::abort();
+    return block;
+}
+
+inline void QxFree(void* block)
+{
+    std::free(block);
+}
+
+#define FREE_STRING(text) std::free(text)
+
+inline QxShaderToken* QxCreateShaderParamsDescr(int count)
+{
+    return new QxShaderToken[static_cast<std::size_t>(count)];
+}
+
+inline void QxFreeShaderParamsDescr(QxShaderToken* description)
+{
+    delete[] description;
+}
+
+inline QxToken* QxFindToken(QxTokenRegistry* registry, const char* name)
+{
+    return registry->Find(name);
+}
+
+inline QxVar* QxCreateVarsInit(const QxShaderToken* description, int count)
+{
+    QxVar* variables = new QxVar[static_cast<std::size_t>(count)];
+    for (int i = 0; i < count; ++i)
+        variables[i].Declare(description[i]);
+    return variables;
+}
+
+inline void QxFreeVarsInit(QxVar* variables)
+{
+    delete[] variables;
+}
+
+inline const QxFrame3D** QxCreateSpaceList(int count)
+{
+    return new const QxFrame3D*[static_cast<std::size_t>(count)];
+}
+
+inline void QxDeleteSpaceList(const QxFrame3D** list)
+{
+    delete[] list;
+}
+
+inline const QxFrame3D* FindSpace(const QxSpaceRegistry* registry, const char* name)
+{
+    return registry->Find(name);
+}
+
+/// The value has been brought into the current space already; the space tells where it came from.
+inline void QxInitVarValue(QxVar& variable, const char*, QxTokenInfo::QxClass, int,
+                           const void* value)
+{
+    variable.Store(value);
+}
+
+inline void QxReportBadArrayIndex(QxShaderSupport* support, const char* file, int line,
+                                  const char* array, float index)
+{
+    char place[64];
+    std::snprintf(place, sizeof place, ":%d: index %g", line, static_cast<double>(index));
+    support->Report(std::string(file) + place + " is outside of array '" + array + "'");
+}
+
+// The place in the generated file says nothing to the shader's author.
+#define ReportBadArrayIndexError(cppFile, cppLine, file, line, array, index)                       \
+    QxReportBadArrayIndex(shaderSupport, file, line, array, QxNumber(index))
+
+/// The predefined variables by name, as tokens.
+enum QxPredefined {
+    QxPredefinedCs,
+    QxPredefinedOs,
+    QxPredefinedP,
+    QxPredefinedDPdu,
+    QxPredefinedDPdv,
+    QxPredefinedN,
+    QxPredefinedNg,
+    QxPredefinedU,
+    QxPredefinedV,
+    QxPredefinedDu,
+    QxPredefinedDv,
+    QxPredefinedS,
+    QxPredefinedT,
+    QxPredefinedL,
+    QxPredefinedCl,
+    QxPredefinedOl,
+    QxPredefinedE,
+    QxPredefinedI,
+    QxPredefinedNcomps,
+    QxPredefinedTime,
+    QxPredefinedCi,
+    QxPredefinedOi,
+    QxPredefinedPs,
+    QxPredefinedAlpha,
+};
+
+static QxToken s_qxPredefinedTokens[] = {
+    {"Cs"}, {"Os"}, {"P"},      {"dPdu"}, {"dPdv"}, {"N"},  {"Ng"}, {"u"},
+    {"v"},  {"du"}, {"dv"},     {"s"},    {"t"},    {"L"},  {"Cl"}, {"Ol"},
+    {"E"},  {"I"},  {"ncomps"}, {"time"}, {"Ci"},   {"Oi"}, {"Ps"}, {"alpha"},
+};
+
+#define RI_CS (&s_qxPredefinedTokens[QxPredefinedCs])
+#define RI_OS (&s_qxPredefinedTokens[QxPredefinedOs])
+#define RI_P (&s_qxPredefinedTokens[QxPredefinedP])
+#define RI_DPDU (&s_qxPredefinedTokens[QxPredefinedDPdu])
+#define RI_DPDV (&s_qxPredefinedTokens[QxPredefinedDPdv])
+#define RI_N (&s_qxPredefinedTokens[QxPredefinedN])
+#define RI_NG (&s_qxPredefinedTokens[QxPredefinedNg])
+#define RI_U (&s_qxPredefinedTokens[QxPredefinedU])
+#define RI_V (&s_qxPredefinedTokens[QxPredefinedV])
+#define RI_DU (&s_qxPredefinedTokens[QxPredefinedDu])
+#define RI_DV (&s_qxPredefinedTokens[QxPredefinedDv])
+#define RI_S (&s_qxPredefinedTokens[QxPredefinedS])
+#define RI_T (&s_qxPredefinedTokens[QxPredefinedT])
+#define RI_L (&s_qxPredefinedTokens[QxPredefinedL])
+#define RI_CL (&s_qxPredefinedTokens[QxPredefinedCl])
+#define RI_OL (&s_qxPredefinedTokens[QxPredefinedOl])
+#define RI_E (&s_qxPredefinedTokens[QxPredefinedE])
+#define RI_I (&s_qxPredefinedTokens[QxPredefinedI])
+#define RI_NCOMPS (&s_qxPredefinedTokens[QxPredefinedNcomps])
+#define RI_TIME (&s_qxPredefinedTokens[QxPredefinedTime])
+#define RI_CI (&s_qxPredefinedTokens[QxPredefinedCi])
+#define RI_OI (&s_qxPredefinedTokens[QxPredefinedOi])
+#define RI_PS (&s_qxPredefinedTokens[QxPredefinedPs])
+#define RI_ALPHA (&s_qxPredefinedTokens[QxPredefinedAlpha])
+
+// Shadeop libraries. A library or function that is not there is a null handle or pointer.
+
+using QxDSO = void*;
+
+struct SlcDSOInfo {
+    using InitFunction = void* (*)();
+    using MethodFunction = void (*)(void* data, int argc, void** argv);
+    using CleanupFunction = void (*)(void* data);
+
+    InitFunction m_initFunc;
+    MethodFunction m_methodFunc;
+    CleanupFunction m_cleanupFunc;
+    void* m_initdata;
+};
+
+/// The library's path in the first directory that holds it, valid until the next call; null if
+/// none does.
+inline const char* FindDSO(const QxSearchPath* searchPath, const char* file)
+{
+    static std::string path;
+    for (const std::string& directory : searchPath->Directories()) {
+        path = directory + "/" + file;
+        if (access(path.c_str(), R_OK) == 0)
+            return path.c_str();
+    }
+    return nullptr;
+}
+
+inline QxDSO QxOpenDSO(const char* path, int mode)
+{
+    return path ? dlopen(path, mode) : nullptr;
+}
+
+inline void* QxGetDSOSymbol(QxDSO library, const char* name)
+{
+    return library ? dlsym(library, name) : nullptr;
+}
+
+inline void QxCloseDSO(QxDSO library)
+{
+    if (library)
+        dlclose(library);
+}

@@ -1,0 +1,156 @@
+#pragma once
+
+#include "QxForms.h"
+#include "QxShaderSupport.h"
+
+// Light sources and the standard ways in which surfaces answer to light.
+
+/// The lights of a grid, as a surface sees them once they have been run.
+struct QxLights {
+    QxShaderSupport* support;
+    const QxVector3* P;
+    const QxLightInput* lights;
+    unsigned int count;
+
+    /// The sum of what `answer` makes of each light's direction, from the surface to the light
+    /// and of unit length, and of its color.
+    template <class Answer>
+    QxRGBColor Sum(unsigned int point, const Answer& answer) const
+    {
+        QxRGBColor sum = {0, 0, 0};
+        for (unsigned int i = 0; i < count; ++i)
+            sum = sum + lights[i].Cl[point] * answer(QxNormalize(lights[i].L[point]));
+        return sum;
+    }
+};
+
+class QxAmbientCall {
+public:
+    explicit QxAmbientCall(const QxLights& lights) : m_lights(lights) {}
+    QxRGBColor operator()(unsigned int point) const
+    {
+        return m_lights.support->Ambient(m_lights.P[point]);
+    }
+
+private:
+    QxLights m_lights;
+};
+
+/// Johann Heinrich Lambert's cosine law.
+class QxDiffuseCall {
+public:
+    explicit QxDiffuseCall(const QxLights& lights) : m_lights(lights) {}
+    QxRGBColor operator()(unsigned int point, const QxVector3& normal) const
+    {
+        return m_lights.Sum(
+            point, [&](const QxVector3& toLight) { return QxMax(0, QxDot(toLight, normal)); });
+    }
+
+private:
+    QxLights m_lights;
+};
+
+/// The highlight of one light (James Blinn, "Models of light reflection for computer synthesized
+/// pictures", 1977). All vectors are of unit length and point away from the surface.
+inline float QxHighlight(const QxVector3& toLight, const QxVector3& normal, const QxVector3& toEye,
+                         float roughness)
+{
+    if (QxDot(toLight, normal) <= 0)
+        return 0;
+    const QxVector3 half = QxNormalize(toLight + toEye);
+    return QxPow(QxMax(0, QxDot(half, normal)), roughness > 0 ? 1 / roughness : 1.0e6f);
+}
+
+class QxSpecularCall {
+public:
+    explicit QxSpecularCall(const QxLights& lights) : m_lights(lights) {}
+    QxRGBColor operator()(unsigned int point, const QxVector3& normal, const QxVector3& toEye,
+                          float roughness) const
+    {
+        return m_lights.Sum(point, [&](const QxVector3& toLight) {
+            return QxHighlight(toLight, normal, toEye, roughness);
+        });
+    }
+
+private:
+    QxLights m_lights;
+};
+
+struct QxSpecularBrdfCall {
+    QxRGBColor operator()(const QxVector3& toLight, const QxVector3& normal, const QxVector3& toEye,
+                          float roughness) const
+    {
+        const float value = QxHighlight(QxNormalize(toLight), normal, toEye, roughness);
+        return {value, value, value};
+    }
+};
+
+/// Bui Tuong Phong, "Illumination for computer generated pictures", 1975.
+class QxPhongCall {
+public:
+    explicit QxPhongCall(const QxLights& lights) : m_lights(lights) {}
+    QxRGBColor operator()(unsigned int point, const QxVector3& normal, const QxVector3& toEye,
+                          float exponent) const
+    {
+        const QxVector3 mirrored = QxReflect(-QxNormalize(toEye), QxNormalize(normal));
+        return m_lights.Sum(point, [&](const QxVector3& toLight) {
+            return QxPow(QxMax(0, QxDot(mirrored, toLight)), exponent);
+        });
+    }
+
+private:
+    QxLights m_lights;
+};
+
+/// A direction lies within `angle` radians of an axis. Neither needs unit length.
+inline bool QxIsWithinCone(const QxVector3& direction, const QxVector3& axis, float angle)
+{
+    return QxDot(QxNormalize(direction), QxNormalize(axis)) >= std::cos(angle);
+}
+
+// The light statements, at one point. Each gives the flag.
+
+struct QxIlluminateCall {
+    bool operator()(const QxVector3& position, const QxVector3& axis, float angle,
+                    const QxVector3& Ps, QxVector3& L) const
+    {
+        L = Ps - position;
+        return QxIsWithinCone(L, axis, angle);
+    }
+};
+
+struct QxIlluminateNoConeCall {
+    bool operator()(const QxVector3& position, const QxVector3& Ps, QxVector3& L) const
+    {
+        L = Ps - position;
+        return true;
+    }
+};
+
+/// Light from a direction: each point lies on some ray of the cone, so it reaches all of them.
+struct QxSolarCall {
+    bool operator()(QxVector3& L, const QxVector3& axis, float) const
+    {
+        L = axis;
+        return true;
+    }
+};
+
+/// The light at hand stands within the cone around the axis.
+struct QxIlluminanceCall {
+    const QxVector3* L;
+
+    bool operator()(unsigned int point, const QxVector3&, const QxVector3& axis, float angle) const
+    {
+        return QxIsWithinCone(L[point], axis, angle);
+    }
+};
+
+/// flag = statement(operands...), false where the condition leaves a point out.
+template <class Where, class Statement, class Flag, class... Operands>
+inline void QxLightOverGrid(unsigned int points, const Where& where, const Statement& statement,
+                            Flag&& flag, Operands&&... operands)
+{
+    for (unsigned int i = 0; i < points; ++i)
+        QxAt(flag, i) = where(i) && statement(QxAt(operands, i)...);
+}

@@ -1,0 +1,209 @@
+#pragma once
+
+#include <cstdlib>
+#include <cstring>
+
+#include "QxForms.h"
+#include "QxMatrixMath.h"
+
+// The operators of generated code. A number beside another type stands for that type with the
+// number in each component, for a matrix on the diagonal.
+
+inline float QxNumber(float value)
+{
+    return value;
+}
+
+inline QxMatrix44 QxToMatrix(float value)
+{
+    return QxMatrix44::Scaling(value);
+}
+
+/// A string that was never set is empty.
+inline bool QxSameText(const char* left, const char* right)
+{
+    return std::strcmp(left ? left : "", right ? right : "") == 0;
+}
+
+inline char* QxStrdup(const char* text)
+{
+    return strdup(text ? text : "");
+}
+
+inline void QxAssignString(const char*& dest, const char* source)
+{
+    char* copy = QxStrdup(source);
+    std::free(const_cast<char*>(dest));
+    dest = copy;
+}
+
+struct QxCopy {
+    template <class Value>
+    const Value& operator()(const Value& value) const
+    {
+        return value;
+    }
+};
+
+template <class Dest, class Source>
+inline void QxAssignStrings(unsigned int points, Dest&& dest, const Source& source)
+{
+    for (unsigned int i = 0; i < points; ++i)
+        QxAssignString(QxAt(dest, i), QxAt(source, i));
+}
+
+// clang-format off
+
+#define ADD_FLOAT_FLOAT(result, left, right) ((result) = QxNumber(left) + QxNumber(right))
+#define ADD_FLOAT_COLOR(result, left, right) ((result) = QxNumber(left) + (right))
+#define ADD_FLOAT_POINT(result, left, right) ((result) = QxNumber(left) + (right))
+#define ADD_COLOR_FLOAT(result, left, right) ((result) = (left) + QxNumber(right))
+#define ADD_COLOR_COLOR(result, left, right) ((result) = (left) + (right))
+#define ADD_POINT_FLOAT(result, left, right) ((result) = (left) + QxNumber(right))
+#define ADD_POINT_POINT(result, left, right) ((result) = (left) + (right))
+
+#define SUB_FLOAT_FLOAT(result, left, right) ((result) = QxNumber(left) - QxNumber(right))
+#define SUB_FLOAT_COLOR(result, left, right) ((result) = QxNumber(left) - (right))
+#define SUB_FLOAT_POINT(result, left, right) ((result) = QxNumber(left) - (right))
+#define SUB_COLOR_FLOAT(result, left, right) ((result) = (left) - QxNumber(right))
+#define SUB_COLOR_COLOR(result, left, right) ((result) = (left) - (right))
+#define SUB_POINT_FLOAT(result, left, right) ((result) = (left) - QxNumber(right))
+#define SUB_POINT_POINT(result, left, right) ((result) = (left) - (right))
+
+#define MULT_FLOAT_FLOAT(result, left, right) ((result) = QxNumber(left) * QxNumber(right))
+#define MULT_FLOAT_COLOR(result, left, right) ((result) = QxNumber(left) * (right))
+#define MULT_FLOAT_POINT(result, left, right) ((result) = QxNumber(left) * (right))
+#define MULT_COLOR_FLOAT(result, left, right) ((result) = (left) * QxNumber(right))
+#define MULT_COLOR_COLOR(result, left, right) ((result) = (left) * (right))
+#define MULT_POINT_FLOAT(result, left, right) ((result) = (left) * QxNumber(right))
+#define MULT_POINT_POINT(result, left, right) ((result) = (left) * (right))
+#define MULT_FLOAT_MATRIX(result, left, right) ((result) = QxNumber(left) * (right))
+#define MULT_MATRIX_FLOAT(result, left, right) ((result) = (left) * QxNumber(right))
+#define MULT_MATRIX_MATRIX(result, left, right) ((result) = (left) * (right))
+
+#define DIV_FLOAT_FLOAT(result, left, right) ((result) = QxNumber(left) / QxNumber(right))
+#define DIV_FLOAT_COLOR(result, left, right) ((result) = QxNumber(left) / (right))
+#define DIV_FLOAT_POINT(result, left, right) ((result) = QxNumber(left) / (right))
+#define DIV_COLOR_FLOAT(result, left, right) ((result) = (left) / QxNumber(right))
+#define DIV_COLOR_COLOR(result, left, right) ((result) = (left) / (right))
+#define DIV_POINT_FLOAT(result, left, right) ((result) = (left) / QxNumber(right))
+#define DIV_POINT_POINT(result, left, right) ((result) = (left) / (right))
+#define DIV_FLOAT_MATRIX(result, left, right) ((result) = QxNumber(left) / (right))
+#define DIV_MATRIX_FLOAT(result, left, right) ((result) = (left) / QxNumber(right))
+#define DIV_MATRIX_MATRIX(result, left, right) ((result) = (left) / (right))
+
+#define DOT_PROD_COLOR_COLOR(result, left, right) ((result) = QxDot(QxToColor(left), QxToColor(right)))
+#define DOT_PROD_FLOAT_COLOR(result, left, right) ((result) = QxDot(QxToColor(left), QxToColor(right)))
+#define DOT_PROD_COLOR_FLOAT(result, left, right) ((result) = QxDot(QxToColor(left), QxToColor(right)))
+#define DOT_PROD_POINT_POINT(result, left, right) ((result) = QxDot(QxToPoint(left), QxToPoint(right)))
+#define DOT_PROD_FLOAT_POINT(result, left, right) ((result) = QxDot(QxToPoint(left), QxToPoint(right)))
+#define DOT_PROD_POINT_FLOAT(result, left, right) ((result) = QxDot(QxToPoint(left), QxToPoint(right)))
+#define CROSS_PROD_POINT_POINT(result, left, right) ((result) = QxCross(QxToPoint(left), QxToPoint(right)))
+#define CROSS_PROD_FLOAT_POINT(result, left, right) ((result) = QxCross(QxToPoint(left), QxToPoint(right)))
+#define CROSS_PROD_POINT_FLOAT(result, left, right) ((result) = QxCross(QxToPoint(left), QxToPoint(right)))
+
+#define BOOL_LESS_THEN_FLOAT_FLOAT(result, left, right) ((result) = QxNumber(left) < QxNumber(right))
+#define BOOL_LESS_EQUAL_FLOAT_FLOAT(result, left, right) ((result) = QxNumber(left) <= QxNumber(right))
+#define BOOL_GREATER_THEN_FLOAT_FLOAT(result, left, right) ((result) = QxNumber(left) > QxNumber(right))
+#define BOOL_GREATER_EQUAL_FLOAT_FLOAT(result, left, right) ((result) = QxNumber(left) >= QxNumber(right))
+#define BOOL_EQUAL_FLOAT_FLOAT(result, left, right) ((result) = QxNumber(left) == QxNumber(right))
+#define BOOL_EQUAL_COLOR_COLOR(result, left, right) ((result) = (left) == (right))
+#define BOOL_EQUAL_POINT_POINT(result, left, right) ((result) = (left) == (right))
+#define BOOL_EQUAL_MATRIX_MATRIX(result, left, right) ((result) = (left) == (right))
+#define BOOL_EQUAL_FLOAT_COLOR(result, left, right) ((result) = QxToColor(left) == (right))
+#define BOOL_EQUAL_COLOR_FLOAT(result, left, right) ((result) = (left) == QxToColor(right))
+#define BOOL_EQUAL_FLOAT_POINT(result, left, right) ((result) = QxToPoint(left) == (right))
+#define BOOL_EQUAL_POINT_FLOAT(result, left, right) ((result) = (left) == QxToPoint(right))
+#define BOOL_EQUAL_FLOAT_MATRIX(result, left, right) ((result) = QxToMatrix(left) == (right))
+#define BOOL_EQUAL_MATRIX_FLOAT(result, left, right) ((result) = (left) == QxToMatrix(right))
+#define BOOL_NOT_EQUAL_FLOAT_FLOAT(result, left, right) ((result) = QxNumber(left) != QxNumber(right))
+#define BOOL_NOT_EQUAL_COLOR_COLOR(result, left, right) ((result) = (left) != (right))
+#define BOOL_NOT_EQUAL_POINT_POINT(result, left, right) ((result) = (left) != (right))
+#define BOOL_NOT_EQUAL_MATRIX_MATRIX(result, left, right) ((result) = (left) != (right))
+#define BOOL_NOT_EQUAL_FLOAT_COLOR(result, left, right) ((result) = QxToColor(left) != (right))
+#define BOOL_NOT_EQUAL_COLOR_FLOAT(result, left, right) ((result) = (left) != QxToColor(right))
+#define BOOL_NOT_EQUAL_FLOAT_POINT(result, left, right) ((result) = QxToPoint(left) != (right))
+#define BOOL_NOT_EQUAL_POINT_FLOAT(result, left, right) ((result) = (left) != QxToPoint(right))
+#define BOOL_NOT_EQUAL_FLOAT_MATRIX(result, left, right) ((result) = QxToMatrix(left) != (right))
+#define BOOL_NOT_EQUAL_MATRIX_FLOAT(result, left, right) ((result) = (left) != QxToMatrix(right))
+#define BOOL_EQUAL_STRING_STRING(result, left, right) ((result) = QxSameText(left, right))
+#define BOOL_NOT_EQUAL_STRING_STRING(result, left, right) ((result) = !QxSameText(left, right))
+
+#define ASSIGN_FLOAT_FLOAT(dest, source) ((dest) = QxNumber(source))
+#define ASSIGN_COLOR_COLOR(dest, source) ((dest) = (source))
+#define ASSIGN_POINT_POINT(dest, source) ((dest) = (source))
+#define ASSIGN_MATRIX_MATRIX(dest, source) ((dest) = (source))
+#define ASSIGN_BOOL_BOOL(dest, source) ((dest) = (source))
+#define ASSIGN_STRING_STRING(dest, source) QxAssignString(dest, source)
+#define ASSIGN_COLOR_FLOAT(dest, source) ((dest) = QxToColor(source))
+#define ASSIGN_COLOR_POINT(dest, source) ((dest) = QxToColor(source))
+#define ASSIGN_POINT_COLOR(dest, source) ((dest) = QxToPoint(source))
+#define ASSIGN_POINT_FLOAT(dest, source) ((dest) = QxToPoint(source))
+#define ASSIGN_MATRIX_FLOAT(dest, source) ((dest) = QxToMatrix(source))
+#define ASSIGN_FLOAT_FLOAT_SIMD(dest, source) QxCallSimd(numMp, QxCopy(), dest, source)
+#define ASSIGN_COLOR_COLOR_SIMD(dest, source) QxCallSimd(numMp, QxCopy(), dest, source)
+#define ASSIGN_POINT_POINT_SIMD(dest, source) QxCallSimd(numMp, QxCopy(), dest, source)
+#define ASSIGN_MATRIX_MATRIX_SIMD(dest, source) QxCallSimd(numMp, QxCopy(), dest, source)
+#define ASSIGN_BOOL_BOOL_SIMD(dest, source) QxCallSimd(numMp, QxCopy(), dest, source)
+#define ASSIGN_STRING_STRING_SIMD(dest, source) QxAssignStrings(numMp, dest, source)
+
+#define INVERT_FLOAT_FLOAT(dest, source) ((dest) = -QxNumber(source))
+#define INVERT_COLOR_COLOR(dest, source) ((dest) = -(source))
+#define INVERT_POINT_POINT(dest, source) ((dest) = -(source))
+#define INIT_POINT(dest, x, y, z) ((dest) = QxVector3{QxNumber(x), QxNumber(y), QxNumber(z)})
+#define INIT_COLOR(dest, r, g, b) ((dest) = QxRGBColor{QxNumber(r), QxNumber(g), QxNumber(b)})
+#define INIT_MATRIX(dest, ...) ((dest) = QxMakeMatrix(__VA_ARGS__))
+// clang-format on
+
+template <class... Values>
+inline QxMatrix44 QxMakeMatrix(const Values&... values)
+{
+    const float numbers[] = {static_cast<float>(values)...};
+    static_assert(sizeof...(values) == 16, "a matrix has 16 values");
+    QxMatrix44 matrix;
+    std::memcpy(matrix.m, numbers, sizeof matrix.m);
+    return matrix;
+}
+
+// Flags. All but the first three work on the whole grid at once.
+
+#define BOOL_IS_TRUE(flag) QxIsTrue(flag)
+#define BOOL_IS_FALSE(flag) !QxIsTrue(flag)
+#define SET_BOOL(flag, state) ((flag) = (state))
+#define SET_UNIFORM_BOOL_FLAG(dest, source) ((dest) = QxIsTrueSomewhere(numMp, source))
+#define INVERT_BOOL_FLAG(dest, source) QxCallSimd(numMp, QxInvertFlag(), dest, source)
+#define INVERT_INNER_BOOL_FLAG(dest, source, outer)                                                \
+    QxCallSimd(numMp, QxInvertInnerFlag(), dest, source, outer)
+#define OR_BOOL_FLAG(dest, left, right) QxCallSimd(numMp, QxOrFlags(), dest, left, right)
+
+inline bool QxIsTrue(QxStopAndBool flag)
+{
+    return static_cast<bool>(flag);
+}
+
+template <class Flags>
+inline bool QxIsTrueSomewhere(unsigned int points, const Flags& flags)
+{
+    for (unsigned int i = 0; i < points; ++i)
+        if (QxIsTrue(QxAt(flags, i)))
+            return true;
+    return false;
+}
+
+struct QxInvertFlag {
+    bool operator()(QxStopAndBool source) const { return !QxIsTrue(source); }
+};
+
+struct QxInvertInnerFlag {
+    bool operator()(QxStopAndBool source, QxStopAndBool outer) const
+    {
+        return QxIsTrue(outer) && !QxIsTrue(source);
+    }
+};
+
+struct QxOrFlags {
+    bool operator()(QxStopAndBool left, QxStopAndBool right) const
+    {
+        return QxIsTrue(left) || QxIsTrue(right);
+    }
+};

@@ -1,0 +1,219 @@
+#pragma once
+
+#include "QxCalls.h"
+
+// Built-in functions that ask the renderer: textures, environments, shadows and messages.
+
+/// What a texture query answers, as a number or a color.
+inline void QxAnswer(float& result, const QxRGBColor& color)
+{
+    result = color.r;
+}
+
+inline void QxAnswer(QxRGBColor& result, const QxRGBColor& color)
+{
+    result = color;
+}
+
+template <class Result>
+class QxTextureCall {
+public:
+    explicit QxTextureCall(QxShaderSupport* support) : m_support(support) {}
+
+    Result operator()(const char* name, float channel, float s1, float t1, float s2, float t2,
+                      float s3, float t3, float s4, float t4, float fidelity, float samples,
+                      float sBlur, float tBlur, float sWidth, float tWidth, const char* filter,
+                      float fill, float lerp) const
+    {
+        const QxTextureQuery query = {
+            name,  channel, {s1, s2, s3, s4}, {t1, t2, t3, t4}, fidelity, samples, sBlur,
+            tBlur, sWidth,  tWidth,           filter,           fill,     lerp};
+        Result result;
+        QxAnswer(result, m_support->Texture(query));
+        return result;
+    }
+
+private:
+    QxShaderSupport* m_support;
+};
+
+/// How the corners of a patch, and what else these calls have in common, become a query.
+inline QxPointsQuery QxMakePointsQuery(const char* name, float channel, const QxVector3& p1,
+                                       const QxVector3& p2, const QxVector3& p3,
+                                       const QxVector3& p4, float fidelity, float samples,
+                                       float sBlur, float tBlur, float sWidth, float tWidth,
+                                       const char* filter)
+{
+    QxPointsQuery query = {};
+    query.name = name;
+    query.channel = channel;
+    query.points[0] = p1;
+    query.points[1] = p2;
+    query.points[2] = p3;
+    query.points[3] = p4;
+    query.fidelity = fidelity;
+    query.samples = samples;
+    query.sBlur = sBlur;
+    query.tBlur = tBlur;
+    query.sWidth = sWidth;
+    query.tWidth = tWidth;
+    query.filter = filter;
+    return query;
+}
+
+template <class Result>
+class QxEnvironmentCall {
+public:
+    explicit QxEnvironmentCall(QxShaderSupport* support) : m_support(support) {}
+
+    Result operator()(const char* name, float channel, const QxVector3& p1, const QxVector3& p2,
+                      const QxVector3& p3, const QxVector3& p4, float fidelity, float samples,
+                      float sBlur, float tBlur, float sWidth, float tWidth, const char* filter,
+                      float lerp, float fill) const
+    {
+        QxPointsQuery query = QxMakePointsQuery(name, channel, p1, p2, p3, p4, fidelity, samples,
+                                                sBlur, tBlur, sWidth, tWidth, filter);
+        query.lerp = lerp;
+        query.fill = fill;
+        Result result;
+        QxAnswer(result, m_support->Environment(query));
+        return result;
+    }
+
+private:
+    QxShaderSupport* m_support;
+};
+
+/// Shadows with and without the corners of an area light.
+template <class Result>
+class QxShadowCall {
+public:
+    QxShadowCall(QxShaderSupport* support, bool inLight) : m_support(support), m_inLight(inLight) {}
+
+    Result operator()(const char* name, float channel, const QxVector3& p1, const QxVector3& p2,
+                      const QxVector3& p3, const QxVector3& p4, float fidelity, float samples,
+                      float sBlur, float tBlur, float sWidth, float tWidth, const char* filter,
+                      float bias) const
+    {
+        const QxVector3 none = {0, 0, 0};
+        return (*this)(name, channel, p1, p2, p3, p4, fidelity, samples, sBlur, tBlur, sWidth,
+                       tWidth, filter, bias, 0, none, none, none, none);
+    }
+
+    Result operator()(const char* name, float channel, const QxVector3& p1, const QxVector3& p2,
+                      const QxVector3& p3, const QxVector3& p4, float fidelity, float samples,
+                      float sBlur, float tBlur, float sWidth, float tWidth, const char* filter,
+                      float bias, float sourceCount, const QxVector3& q1, const QxVector3& q2,
+                      const QxVector3& q3, const QxVector3& q4) const
+    {
+        QxPointsQuery query = QxMakePointsQuery(name, channel, p1, p2, p3, p4, fidelity, samples,
+                                                sBlur, tBlur, sWidth, tWidth, filter);
+        query.bias = bias;
+        query.inLight = m_inLight;
+        query.sourceCount = static_cast<int>(sourceCount);
+        query.sources[0] = q1;
+        query.sources[1] = q2;
+        query.sources[2] = q3;
+        query.sources[3] = q4;
+        Result result;
+        QxAnswer(result, m_support->Shadow(query));
+        return result;
+    }
+
+private:
+    QxShaderSupport* m_support;
+    bool m_inLight;
+};
+
+// Footprints: the corners of the patch that a shading point covers, in turn around it.
+
+template <class Value>
+class QxPatch {
+public:
+    template <class Operand>
+    QxPatch(const Operand& operand, const QxGrid& grid)
+        : m_center(grid.Size()),
+          m_alongU(grid.Size()),
+          m_alongV(grid.Size())
+    {
+        for (unsigned int i = 0; i < grid.Size(); ++i)
+            m_center[i] = QxAt(operand, i);
+        QxDifferences(m_alongU.data(), m_center.data(), grid, QxGridAxis::U);
+        QxDifferences(m_alongV.data(), m_center.data(), grid, QxGridAxis::V);
+    }
+    /// `u` and `v`: -1 or 1, the side of the patch.
+    Value Corner(unsigned int point, float u, float v) const
+    {
+        return m_center[point] + m_alongU[point] * (0.5f * u) + m_alongV[point] * (0.5f * v);
+    }
+    const Value& AlongU(unsigned int point) const { return m_alongU[point]; }
+    const Value& AlongV(unsigned int point) const { return m_alongV[point]; }
+
+private:
+    std::vector<Value> m_center;
+    std::vector<Value> m_alongU;
+    std::vector<Value> m_alongV;
+};
+
+template <class Where, class Operand, class Result>
+inline void QxPatchCorners(const QxGrid& grid, const Where& where, const Operand& p, Result&& p1,
+                           Result&& p2, Result&& p3, Result&& p4)
+{
+    using Value = typename std::decay<decltype(QxAt(p, 0u))>::type;
+    const QxPatch<Value> patch(p, grid);
+    for (unsigned int i = 0; i < grid.Size(); ++i) {
+        if (!where(i))
+            continue;
+        QxAt(p1, i) = patch.Corner(i, -1, -1);
+        QxAt(p2, i) = patch.Corner(i, 1, -1);
+        QxAt(p3, i) = patch.Corner(i, 1, 1);
+        QxAt(p4, i) = patch.Corner(i, -1, 1);
+    }
+}
+
+/// The far end of the interval from `s1` that a shading point covers.
+template <class Where, class Result, class Operand>
+inline void QxFilterStepEnds(const QxGrid& grid, const Where& where, Result&& s2, const Operand& s1)
+{
+    const QxPatch<float> patch(s1, grid);
+    for (unsigned int i = 0; i < grid.Size(); ++i)
+        if (where(i))
+            QxAt(s2, i) = QxAt(s1, i) + std::abs(patch.AlongU(i)) + std::abs(patch.AlongV(i));
+}
+
+// Messages.
+
+inline void* QxAddress(const char*& text)
+{
+    return &text;
+}
+
+template <class Value>
+inline void* QxAddress(Value* values)
+{
+    return values;
+}
+
+template <class Value>
+inline void* QxAddress(Value& value)
+{
+    return &value;
+}
+
+/// Sends a message; the handled points of the value tell `where`.
+template <class Where>
+inline float QxSendMessage(QxShaderSupport* support, QxMessage message, const char* texture,
+                           const char* name, void* value, float varying, float type, float length,
+                           unsigned int points, const Where& where)
+{
+    std::vector<char> handled(points);
+    for (unsigned int i = 0; i < points; ++i)
+        handled[i] = where(i);
+    const QxMessageValue target = {static_cast<QxValueType>(static_cast<int>(type)),
+                                   varying != 0,
+                                   static_cast<std::size_t>(length),
+                                   value,
+                                   points,
+                                   handled.data()};
+    return support->Message(message, texture, name, target) ? 1.0f : 0.0f;
+}

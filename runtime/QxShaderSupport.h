@@ -1,0 +1,171 @@
+#pragma once
+
+#include <cstdio>
+#include <string>
+
+#include "QxNoise.h"
+#include "QxShading.h"
+
+/// The four corners of the patch that a shading point covers in a texture, and how to look.
+struct QxTextureQuery {
+    const char* name;
+    float channel;
+    float s[4];
+    float t[4];
+    float fidelity;
+    float samples;
+    float sBlur;
+    float tBlur;
+    float sWidth;
+    float tWidth;
+    const char* filter;
+    float fill;
+    float lerp;
+};
+
+/// The same for an environment, by directions, and for a shadow, by places.
+struct QxPointsQuery {
+    const char* name;
+    float channel;
+    QxVector3 points[4];
+    float fidelity;
+    float samples;
+    float sBlur;
+    float tBlur;
+    float sWidth;
+    float tWidth;
+    const char* filter;
+    float lerp;            // environment
+    float fill;            // environment
+    float bias;            // shadow
+    int sourceCount;       // area shadow: how many of the corners of the light are given
+    QxVector3 sources[4];  // area shadow
+    bool inLight;          // asked by a light shader
+};
+
+/// What rays into the scene are asked for at a point. The fields that a query has no use for are 0.
+struct QxRayQuery {
+    QxVector3 position;
+    QxVector3 direction;  // or the other end, for a transmission
+    float samples;
+    float angle;
+    float bias;
+    float maxDistance;
+    float variance;
+    const char* environment;
+    QxVector3 axis;
+};
+
+/// A value that a message asks for, and where it goes.
+struct QxMessageValue {
+    QxValueType type;
+    bool varying;
+    std::size_t length;   // array elements
+    void* value;          // as in a shader's storage: element j of point p at j * points + p
+    std::size_t points;   // 1 for a uniform value
+    const char* handled;  // by point, whether the message asks for it
+
+    /// Copies a value of all array elements, floats or strings by type, to the handled points.
+    void Store(const void* source) const
+    {
+        const std::size_t floats = QxFloatCount(type);
+        for (std::size_t element = 0; element < length; ++element)
+            for (std::size_t point = 0; point < points; ++point)
+                if (handled[point])
+                    StoreElement(source, element, element * points + point, floats);
+    }
+
+private:
+    void StoreElement(const void* source, std::size_t element, std::size_t place,
+                      std::size_t floats) const
+    {
+        if (type == QxValueType::String) {
+            const char*& text = static_cast<const char**>(value)[place];
+            std::free(const_cast<char*>(text));
+            text = strdup(static_cast<const char* const*>(source)[element]);
+        } else {
+            const float* from = static_cast<const float*>(source) + element * floats;
+            std::copy(from, from + floats, static_cast<float*>(value) + place * floats);
+        }
+    }
+};
+
+enum class QxMessage {
+    Attribute,
+    Option,
+    RendererInfo,
+    Surface,
+    Displacement,
+    LightSource,
+    Atmosphere,
+    Incident,
+    Opposite,
+    TextureInfo,
+};
+
+/// The services of a renderer that shaders call: everything that needs a scene. Each has a
+/// neutral answer, which tells of an empty scene without files.
+class QxShaderSupport {
+public:
+    virtual ~QxShaderSupport() = default;
+
+    /// Runs the lights for these positions, and fills the inputs of each. Neutral: leaves them.
+    virtual void EvaluateLights(const QxVector3*, unsigned int, QxLightInput*, unsigned int) {}
+    /// Light that comes from everywhere. Neutral: none.
+    virtual QxRGBColor Ambient(const QxVector3&) { return {0, 0, 0}; }
+
+    /// Neutral: a texture or environment is as bright as its fill value says, 0 unless given.
+    virtual QxRGBColor Texture(const QxTextureQuery& query) { return Gray(query.fill); }
+    virtual QxRGBColor Environment(const QxPointsQuery& query) { return Gray(query.fill); }
+    /// How much of the light is kept off. Neutral: nothing.
+    virtual QxRGBColor Shadow(const QxPointsQuery&) { return Gray(0); }
+
+    /// Distance to what the ray hits, or a negative number. Neutral: it hits nothing.
+    virtual float RayHit(const QxRayQuery&) { return -1; }
+    /// The color that the ray brings, and the distance to what it hits. Neutral: black.
+    virtual QxRGBColor Trace(const QxRayQuery&, float& distance)
+    {
+        distance = -1;
+        return Gray(0);
+    }
+    /// How much light passes between two places. Neutral: all.
+    virtual QxRGBColor Transmission(const QxRayQuery&) { return Gray(1); }
+    /// The covered share of the hemisphere. Neutral: none; the open direction is the one asked.
+    virtual float Occlusion(const QxRayQuery& query, QxVector3& openDirection)
+    {
+        openDirection = query.direction;
+        return 0;
+    }
+    virtual QxRGBColor IndirectDiffuse(const QxRayQuery& query, QxVector3& openDirection,
+                                       float& occlusion)
+    {
+        openDirection = query.direction;
+        occlusion = 0;
+        return Gray(0);
+    }
+    /// About the ray that this shading answers. Neutral: one from the camera.
+    virtual bool IsShadowRay() { return false; }
+    virtual bool IsIndirectRay() { return false; }
+    virtual float RayLevel() { return 0; }
+
+    /// Fills the value and tells that it could. The first text is the texture of `textureinfo` and
+    /// else empty, the second the name of what is asked for. Neutral: nothing is known.
+    virtual bool Message(QxMessage, const char*, const char*, const QxMessageValue&)
+    {
+        return false;
+    }
+    /// Distance from the camera between the clipping planes, 0 to 1. Neutral: 0.
+    virtual float Depth(const QxVector3&) { return 0; }
+
+    /// A number from 0 to 1. Neutral: the same stream in each run.
+    virtual float Random() { return m_random.Next(); }
+    /// What `printf` writes. Neutral: to standard output.
+    virtual void Print(const std::string& text) { std::fputs(text.c_str(), stdout); }
+    /// A fault of the shader. Neutral: to standard error.
+    virtual void Report(const std::string& text) { std::fprintf(stderr, "%s\n", text.c_str()); }
+
+private:
+    static QxRGBColor Gray(float value) { return {value, value, value}; }
+
+    QxRandomStream m_random;
+};

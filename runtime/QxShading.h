@@ -1,0 +1,340 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "QxMatrixMath.h"
+
+// What a host and a built shader hand each other.
+
+class QxShaderSupport;
+
+/// A coordinate system, as the two matrices between it and the current one.
+struct QxFrame3D {
+    QxMatrix44 toCurrent;
+    QxMatrix44 fromCurrent;
+
+    explicit QxFrame3D(const QxMatrix44& matrixToCurrent = QxMatrix44::Identity())
+        : toCurrent(matrixToCurrent),
+          fromCurrent(QxInverse(matrixToCurrent))
+    {
+    }
+};
+
+/// The coordinate systems of a host by name; "current" is always there.
+class QxSpaceRegistry {
+public:
+    QxSpaceRegistry() { Define("current", QxFrame3D()); }
+    void Define(const std::string& name, const QxFrame3D& frame) { m_frames[name] = frame; }
+    /// The current space for an unknown name. The frame keeps its place for the registry's life.
+    const QxFrame3D* Find(const std::string& name) const
+    {
+        const auto found = m_frames.find(name);
+        return found == m_frames.end() ? &m_frames.find("current")->second : &found->second;
+    }
+
+private:
+    std::map<std::string, QxFrame3D> m_frames;
+};
+
+/// Where shadeop libraries are looked for.
+class QxSearchPath {
+public:
+    explicit QxSearchPath(std::vector<std::string> directories)
+        : m_directories(std::move(directories))
+    {
+    }
+    const std::vector<std::string>& Directories() const { return m_directories; }
+
+private:
+    std::vector<std::string> m_directories;
+};
+
+/// A name that host and shader share. A pointer to one stands for the name itself.
+struct QxToken {
+    const char* name;
+};
+
+/// Gives each name one token.
+class QxTokenRegistry {
+public:
+    QxToken* Find(const std::string& name)
+    {
+        const auto entry = m_tokens.emplace(name, QxToken{}).first;
+        entry->second.name = entry->first.c_str();
+        return &entry->second;
+    }
+
+private:
+    std::map<std::string, QxToken> m_tokens;
+};
+
+/// A parameter as the shader declares it, such as `varying color[4]`.
+struct QxShaderToken {
+    QxToken* token = nullptr;
+    std::string name;
+    std::string declaration;
+
+    void Init(QxToken* itsToken, const char* itsName, const char* itsDeclaration)
+    {
+        token = itsToken;
+        name = itsName;
+        declaration = itsDeclaration;
+    }
+};
+
+struct QxTokenInfo {
+    enum QxClass { e_constant };
+};
+
+/// The type of a value that is handed over without the shader's knowledge of it. The numbers are
+/// those that generated code uses.
+enum class QxValueType {
+    Float = 1,
+    Point = 2,
+    Color = 3,
+    String = 4,
+    Matrix = 7,
+    Vector = 8,
+    Normal = 9
+};
+
+/// Floats in one element of that type; none for a string.
+inline std::size_t QxFloatCount(QxValueType type)
+{
+    switch (type) {
+    case QxValueType::Float:
+        return 1;
+    case QxValueType::String:
+        return 0;
+    case QxValueType::Matrix:
+        return 16;
+    case QxValueType::Point:
+    case QxValueType::Color:
+    case QxValueType::Vector:
+    case QxValueType::Normal:
+        break;
+    }
+    return 3;
+}
+
+/// A parameter of a shader instance with its storage: one value, or one for each shading point,
+/// of every array element in turn.
+class QxVar {
+public:
+    QxVar() = default;
+    QxVar(const QxVar&) = delete;
+    QxVar& operator=(const QxVar&) = delete;
+    ~QxVar() { FreeStrings(); }
+
+    /// Takes name and type from a declaration, with room for one point.
+    void Declare(const QxShaderToken& token);
+    /// Makes room for that many shading points; what was stored is lost.
+    void Resize(std::size_t points);
+
+    void* Value()
+    {
+        return m_type == QxValueType::String ? static_cast<void*>(m_strings.data())
+                                             : static_cast<void*>(m_floats.data());
+    }
+    /// The host has given no value of its own.
+    bool UseDefaultValue() const { return m_useDefault; }
+    /// Copies a value of all array elements, floats or strings by type, to every point.
+    void Store(const void* value);
+    /// The same for a value of the host's.
+    void SetValue(const void* value)
+    {
+        Store(value);
+        m_useDefault = false;
+    }
+
+    const std::string& Name() const { return m_name; }
+    QxValueType Type() const { return m_type; }
+    bool IsVarying() const { return m_varying; }
+    std::size_t Length() const { return m_length; }
+
+private:
+    void FreeStrings()
+    {
+        for (const char* text : m_strings)
+            std::free(const_cast<char*>(text));
+    }
+
+    std::string m_name;
+    QxValueType m_type = QxValueType::Float;
+    bool m_varying = false;
+    bool m_useDefault = true;
+    std::size_t m_length = 1;  // array elements
+    std::size_t m_points = 1;
+    std::vector<float> m_floats;
+    std::vector<const char*> m_strings;  // owned, from malloc: the shader replaces them
+};
+
+inline void QxVar::Declare(const QxShaderToken& token)
+{
+    m_name = token.name;
+    const std::string& text = token.declaration;
+    const auto has = [&](const char* word) { return text.find(word) != std::string::npos; };
+    m_varying = has("varying ");
+    if (has(" string"))
+        m_type = QxValueType::String;
+    else if (has(" matrix"))
+        m_type = QxValueType::Matrix;
+    else if (has(" color"))
+        m_type = QxValueType::Color;
+    else if (has(" point"))
+        m_type = QxValueType::Point;
+    const std::size_t bracket = text.find('[');
+    if (bracket != std::string::npos)
+        m_length = std::strtoul(text.c_str() + bracket + 1, nullptr, 10);
+    Resize(1);
+}
+
+inline void QxVar::Resize(std::size_t points)
+{
+    m_points = m_varying ? points : 1;
+    m_useDefault = true;
+    m_floats.assign(m_points * m_length * QxFloatCount(m_type), 0.0f);
+    FreeStrings();
+    m_strings.clear();
+    if (m_type == QxValueType::String)
+        m_strings.assign(m_points * m_length, nullptr);
+}
+
+inline void QxVar::Store(const void* value)
+{
+    const std::size_t floats = QxFloatCount(m_type);
+    for (std::size_t element = 0; element < m_length; ++element) {
+        for (std::size_t point = 0; point < m_points; ++point) {
+            const std::size_t place = element * m_points + point;
+            if (m_type == QxValueType::String) {
+                std::free(const_cast<char*>(m_strings[place]));
+                m_strings[place] = strdup(static_cast<const char* const*>(value)[element]);
+            } else {
+                const float* source = static_cast<const float*>(value) + element * floats;
+                std::copy(source, source + floats, m_floats.data() + place * floats);
+            }
+        }
+    }
+}
+
+/// What a shader tells of itself.
+struct QxShaderInterface {
+    enum QxType {
+        e_typeLight,
+        e_typeSurface,
+        e_typeVolume,
+        e_typeDisplacement,
+        e_typeImager,
+    };
+    struct QxDataSize {
+        std::size_t parameters;
+        std::size_t predefinedVariables;
+        std::size_t localUniform;  // bytes
+        std::size_t localVarying;  // bytes
+        std::size_t spaces;
+    };
+};
+
+/// One light as a surface sees it: a value for each shading point.
+struct QxLightInput {
+    QxVector3* L;  // from the point to the light
+    QxRGBColor* Cl;
+    QxRGBColor* Ol;
+};
+
+/// The predefined variables of a grid. A host sets those that the shader asks for; a varying one
+/// points to a value for each shading point.
+struct QxHiddenVariables {
+    QxRGBColor* Cs = nullptr;
+    QxRGBColor* Os = nullptr;
+    QxRGBColor* Ci = nullptr;
+    QxRGBColor* Oi = nullptr;
+    QxRGBColor* Cl = nullptr;
+    QxRGBColor* Ol = nullptr;
+    QxVector3* P = nullptr;
+    QxVector3* dPdu = nullptr;
+    QxVector3* dPdv = nullptr;
+    QxVector3* N = nullptr;
+    QxVector3* Ng = nullptr;
+    QxVector3* L = nullptr;
+    QxVector3* I = nullptr;
+    QxVector3* Ps = nullptr;
+    float* u = nullptr;
+    float* v = nullptr;
+    float* s = nullptr;
+    float* t = nullptr;
+    float* alpha = nullptr;
+    float* du = nullptr;  // one value, as are the next ones
+    float* dv = nullptr;
+    float* ncomps = nullptr;
+    float* time = nullptr;
+};
+
+/// The predefined variables as generated code reaches them.
+class QxHiddens : protected QxHiddenVariables {
+public:
+    explicit QxHiddens(const QxHiddenVariables& variables) : QxHiddenVariables(variables) {}
+    QxRGBColor* GetCs() const { return Cs; }
+    QxRGBColor* GetOs() const { return Os; }
+    QxRGBColor* GetCi() const { return Ci; }
+    QxRGBColor* GetOi() const { return Oi; }
+    QxRGBColor* GetCl() const { return Cl; }
+    QxRGBColor* GetOl() const { return Ol; }
+    QxVector3* GetP() const { return P; }
+    QxVector3* GetDPdu() const { return dPdu; }
+    QxVector3* GetDPdv() const { return dPdv; }
+    QxVector3* GetN() const { return N; }
+    QxVector3* GetNg() const { return Ng; }
+    QxVector3* GetL() const { return L; }
+    QxVector3* GetI() const { return I; }
+    QxVector3* GetPs() const { return Ps; }
+    float* GetU() const { return u; }
+    float* GetV() const { return v; }
+    float* GetS() const { return s; }
+    float* GetT() const { return t; }
+    float* GetAlpha() const { return alpha; }
+    float* GetDu() const { return du; }
+    float* GetDv() const { return dv; }
+    float* GetNcomps() const { return ncomps; }
+    float* GetTime() const { return time; }
+};
+
+// Each kind of shader has a class of its own in its entry point.
+class QxSurfaceHidden : public QxHiddens {
+    using QxHiddens::QxHiddens;
+};
+class QxLightHidden : public QxHiddens {
+    using QxHiddens::QxHiddens;
+};
+class QxImagerHidden : public QxHiddens {
+    using QxHiddens::QxHiddens;
+};
+
+/// What one evaluation needs beyond the grid's values.
+class QxShadingContext {
+public:
+    /// All must outlive the context. `spaces`: as `QxInterrogate` gave them.
+    QxShadingContext(QxShaderSupport* support, const QxSpaceRegistry* registry,
+                     const QxFrame3D* const* spaces, const QxVector3& eye)
+        : m_support(support),
+          m_registry(registry),
+          m_spaces(spaces),
+          m_eye(eye)
+    {
+    }
+    QxShaderSupport* ShaderSupport() const { return m_support; }
+    const QxVector3* Eye() const { return &m_eye; }
+    const QxFrame3D& Space(int number) const { return *m_spaces[number]; }
+    const QxFrame3D& Space(const char* name) const { return *m_registry->Find(name); }
+
+private:
+    QxShaderSupport* m_support;
+    const QxSpaceRegistry* m_registry;
+    const QxFrame3D* const* m_spaces;
+    QxVector3 m_eye;
+};

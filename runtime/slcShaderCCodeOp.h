@@ -1,0 +1,30 @@
+#pragma once
+
+// The one header that generated shaders include. The rest of this folder stands behind it.
+
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <dlfcn.h>
+#include <map>
+#include <regex.h>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+// Only entry points leave the shared object. What inline functions keep in static variables is
+// then the object's own, and does not tie it to the process when a host unloads it.
+#define QX_SHADER_FUNC __attribute__((visibility("default")))
+#pragma GCC visibility push(hidden)
+
+#include "QxBuiltInNames.h"
+#include "QxFrameSupport.h"
+#include "QxSceneNames.h"
+
+static const float QX_PI = QX_PI_FLOAT;
+
+// The frame of a generated file declares the same names for every shader, needed or not.
+#pragma GCC diagnostic ignored "-Wunused-variable"
+#pragma GCC diagnostic ignored "-Wunused-but-set-variable"
+#pragma GCC diagnostic ignored "-Wunused-label"
