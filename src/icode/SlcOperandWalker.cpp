@@ -14,6 +14,9 @@ bool IsUnpackResult(const SlcCallICode& call, std::size_t position)
 /// The argument at `position` is written, as the row of the built-in says.
 bool IsOutputArg(const SlcCallICode& call, std::size_t position)
 {
+    // What stands in place of an output that the source leaves out takes nothing.
+    if (call.m_args[position]->IsConst())
+        return false;
     if (IsUnpackResult(call, position))
         return true;
     if (call.m_funcEntry.Null())
