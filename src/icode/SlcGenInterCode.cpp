@@ -97,6 +97,7 @@ SlcPtr<SlcListICode> SlcGenInterCode::GenCode(SlcSyntaxNode* tree, SlcShaderType
     AddICode(MakeShared<SlcBeginShaderICode>());
     tree->ApplyWalker(this);
     AddICode(MakeShared<SlcEndShaderICode>());
+    ResetEvalLightBehindOtherLoops();
     return m_list;
 }
 

@@ -1,20 +1,25 @@
 #pragma once
 
 #include <deque>
+#include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "frontend/SlcNodes.h"
 #include "icode/SlcBoolExprResult.h"
+#include "icode/SlcCallFormals.h"
 #include "icode/SlcICodes.h"
 #include "icode/SlcListICode.h"
 #include "icode/SlcTempPools.h"
 #include "support/SlcOptionsControl.h"
 
-class SlcFuncSymbolEntry;
-class SlcFuncVarArgSingle;
+class SlcFuncInfo;
 class SlcSemanticError;
+class SlcTextureParameters;
 
 /// Lowers a checked tree into intermediate code, with all user functions expanded in place.
 ///
@@ -38,6 +43,8 @@ public:
     [[nodiscard]] virtual SlcPtr<SlcListICode> GenInitFormalCode(SlcDefExprNode* definition,
                                                                  std::deque<SlcOperand>& values,
                                                                  SlcTypeNode* type);
+    /// The kind of the shader, for the lists that are made in front of the main one.
+    void SetShaderType(SlcShaderTypeNode* shaderType) { m_shaderType = shaderType; }
     /// Gives the shader's outputs the values that they have unless the body sets them.
     virtual void DefaultOutputValues();
 
@@ -82,6 +89,29 @@ private:
         SlcOperand variable;  // or a reference to an element
         SlcOperand array;     // set instead for an element with a varying index, which is then
                               // the last value on the stack
+    };
+
+    /// A call of a built-in that is being lowered.
+    struct BuiltInCall {
+        SlcProcCallExprNode* node;
+        std::deque<SlcOperand> args;
+        std::vector<SlcOperand> outputs;  // arguments that the function writes
+    };
+    using SpecialLowering = SlcOperand (SlcGenInterCode::*)(BuiltInCall&);
+    /// Whether the count of arguments is written with them.
+    enum class ArgumentList { Fixed, Counted };
+
+    /// A varying array in the form that a shadeop takes.
+    struct ConvertedArray {
+        SlcOperand original;
+        SlcOperand contiguous;
+    };
+
+    /// The geometry of a light statement, as far as the statement gives it.
+    struct Cone {
+        SlcOperand position;
+        SlcOperand axis;
+        SlcOperand angle;
     };
 
     // Instructions and operands.
@@ -266,14 +296,114 @@ private:
     /// The caller has put the temporaries in use out of reach.
     void GenFuncBody(SlcProcCallExprNode* call, SlcStmtNode* body);
 
-    // Calls, lights and textures.
+    // Calls.
     void Case(SlcProcCallExprNode* node) override;
+    /// Pops the arguments, each as its formal wants it; gives them in source order.
+    [[nodiscard]] std::deque<SlcOperand>
+    ReadAndCastParameters(const std::vector<SlcCallFormal>& formals);
+    /// Behind the call, for each argument that it has written.
+    void FinishOutputArgument(const SlcOperand& argument);
+    void GenUserCall(SlcProcCallExprNode* call);
+    /// Reports the first function that would make the code too large; false from then on.
+    [[nodiscard]] bool MayExpand(SlcProcCallExprNode* call, const SlcStmtsNode* body);
+    [[nodiscard]] std::vector<SlcOperand> BindFormals(SlcProcCallExprNode* call,
+                                                      const SlcFuncInfo& info);
+    [[nodiscard]] SlcOperand FormalOperand(const SlcVarSymbolEntry& formal,
+                                           const SlcOperand& value);
+    void GenShadeopCall(SlcProcCallExprNode* call);
+    [[nodiscard]] std::vector<ConvertedArray> ConvertArraysForShadeop(std::deque<SlcOperand>& args);
+
+    // Built-ins. Each `CreateBuiltIn...` adds the call and gives the result.
+    void GenBuiltInCall(SlcProcCallExprNode* node);
+    /// Of the value that the function gives, before the context promotes it.
+    [[nodiscard]] static SlcTypeNode* TypeOfCall(const SlcProcCallExprNode* call);
+    [[nodiscard]] SlcDetailNode* DetailOfCall(const SlcProcCallExprNode* call,
+                                              const std::deque<SlcOperand>& args) const;
+    /// As `GetResultVar`, but never a variable that the function also writes as an argument.
+    [[nodiscard]] SlcOperand GetCallResult(const BuiltInCall& call, SlcTypeNode* type,
+                                           SlcDetailNode* detail);
+    /// The array of a reference to an element; any other operand is its own variable.
+    [[nodiscard]] SlcOperand VariableOf(const SlcOperand& operand) const;
+    [[nodiscard]] SlcOperand GenPlainCall(const BuiltInCall& call, ArgumentList list);
+    void AddPlainCall(const BuiltInCall& call, const SlcOperand& result, ArgumentList list,
+                      SlcDetailNode* detail);
+    void AddGridCall(const BuiltInCall& call, const SlcOperand& result,
+                     const SlcOperand& condition);
+    void AddGridOrPlainCall(const BuiltInCall& call, const SlcOperand& result);
+    /// The condition of a form for the whole grid that stands here, null if it runs for all
+    /// points; nothing where only the plain form will do.
+    [[nodiscard]] std::optional<SlcOperand> GridForm() const;
+    /// Puts the arguments of a variable tail into their fixed places, with defaults for those
+    /// that the call leaves out.
+    void MakeConstantNbArgs(BuiltInCall& call, const std::vector<SlcCallFormal>& formals);
+    [[nodiscard]] SlcOperand GetDefaultValue(const SlcFuncVarArgSingle& single);
+    /// Null if nothing has been added and a plain call will do.
+    [[nodiscard]] SlcOperand CreateSIMDFuncCall(BuiltInCall& call);
+    [[nodiscard]] static SpecialLowering FindSpecialLowering(const BuiltInCall& call);
+    [[nodiscard]] SlcOperand CreateGridCall(BuiltInCall& call);
+    [[nodiscard]] bool SuitGridCall(const BuiltInCall& call,
+                                    std::vector<std::size_t>& widened) const;
+    void WidenArguments(BuiltInCall& call, const std::vector<std::size_t>& places);
+    /// A varying temporary with this value, assigned in the block that is open.
+    [[nodiscard]] SlcOperand WidenHere(const SlcOperand& value);
+    /// `value` if it varies, else such a temporary, assigned in a block of its own.
+    [[nodiscard]] SlcOperand Widened(const SlcOperand& value);
+    [[nodiscard]] SlcOperand CreateBuiltInDu(BuiltInCall& call);
+    [[nodiscard]] SlcOperand CreateBuiltInDv(BuiltInCall& call);
+    [[nodiscard]] SlcOperand CreateBuiltInDeriv(BuiltInCall& call);
+    [[nodiscard]] SlcOperand CreateBuiltInArea(BuiltInCall& call);
+    [[nodiscard]] SlcOperand CreateBuiltInCalculateNormal(BuiltInCall& call);
+    void WarnOfZero(const BuiltInCall& call, const char* text);
+    [[nodiscard]] SlcOperand GenZero(const BuiltInCall& call);
+    /// The type of a value; that of the element for a reference.
+    [[nodiscard]] static SlcTypeNode* ValueType(const SlcOperand& operand);
+    [[nodiscard]] SlcOperand PredefinedOperand(const SlcPtr<SlcVarSymbolEntry>& entry,
+                                               const BuiltInCall& call, const char* function);
+    [[nodiscard]] SlcOperand GenDerivative(const BuiltInCall& call, SlcTypeNode* typeInCondition,
+                                           const char* warning);
+    [[nodiscard]] SlcOperand CreateBuiltInSpline(BuiltInCall& call);
+    [[nodiscard]] SlcOperand CreateBuiltInFilterstep(BuiltInCall& call);
+    [[nodiscard]] SlcOperand GenFilterstepEnd(const SlcOperand& start);
+    [[nodiscard]] SlcOperand CreateBuiltInMessageFunction(BuiltInCall& call);
+    [[nodiscard]] static SlcDetailNode* DetailOfQuestion(const BuiltInCall& call);
+    [[nodiscard]] SlcOperand CreateBuiltInShaderName(BuiltInCall& call);
+    [[nodiscard]] SlcOperand GenSameSpace(SlcProcCallExprNode* call, SlcTypeNode* type,
+                                          const SlcOperand& value);
+
+    // Lights.
     void Case(SlcSolarStmtNode* node) override;
     void Case(SlcIlluminateStmtNode* node) override;
     void Case(SlcIlluminanceStmtNode* node) override;
-    void Case(SlcTextureExprNode* node) override;
+    /// Parts that are null are left out.
+    [[nodiscard]] Cone EvaluateCone(SlcExprNode* position, SlcExprNode* axis, SlcExprNode* angle);
+    void GenLitBody(SlcLoopStmtNode* node, const SlcOperand& flag, const SlcOperand& uniformFlag);
+    void GenConeLoop(SlcIlluminanceStmtNode* node, const Cone& cone, const SlcPtr<SlcICode>& begin);
+    /// Runs the light shaders for the points at `position`.
+    void GenEvalLightCode(const SlcOperand& position);
+    void AddEvalLightForP();
     /// Lights evaluated for `P` are stale once it has been assigned.
     void ResetEvalLightIfPAssigned(const SlcOperand& lhs);
+    /// A loop over the lights at another point leaves those lights behind. In a shader that also
+    /// looks at the lights at `P` they must be evaluated anew.
+    void ResetEvalLightBehindOtherLoops();
+
+    // Textures.
+    void Case(SlcTextureExprNode* node) override;
+    void GenTextureAccess(SlcTextureExprNode* node, const std::deque<SlcOperand>& args);
+    void GenPointAccess(SlcTextureExprNode* node, const std::deque<SlcOperand>& args);
+    [[nodiscard]] std::deque<SlcOperand> TextureCorners(SlcTextureExprNode* node,
+                                                        const std::deque<SlcOperand>& args,
+                                                        std::size_t positional);
+    /// The corners of the patch that a point covers.
+    [[nodiscard]] std::deque<SlcOperand> FootprintOf(const SlcOperand& s, const SlcOperand& t);
+    [[nodiscard]] std::deque<SlcOperand> FootprintOf(const SlcOperand& point);
+    static void AppendParameters(std::deque<SlcOperand>& call,
+                                 const SlcTextureParameters& parameters,
+                                 std::span<const std::string_view> keys);
+    void AppendSource(SlcTextureExprNode* node, std::deque<SlcOperand>& call,
+                      const std::deque<SlcOperand>& points);
+    void GenAccessCall(SlcTextureExprNode* node, const std::string& name, const char* suffix,
+                       std::deque<SlcOperand> args, std::size_t corners);
 
     // Lists of arguments are walked through; names, types and details have no code.
     void Case(SlcProcArgsNode* node) override { node->WalkIn(this); }
@@ -282,6 +412,15 @@ private:
     void Case(SlcTextureArgsNode* node) override { node->WalkIn(this); }
     void Case(SlcTypeSpecNode*) override {}
     void Default(SlcSyntaxNode* node) override;
+
+    /// A transform between two spaces; null unless both are constants.
+    [[nodiscard]] virtual SlcOperand InlineTransform(SlcProcCallExprNode* call,
+                                                     const std::string& name,
+                                                     const SlcOperand& from, const SlcOperand& to,
+                                                     const SlcOperand& value);
+
+    static constexpr std::size_t k_mostInstructions = 10'000'000;
+    static constexpr int k_mostLevels = 10'000;  // of functions expanded within functions
 
     static int sm_noTemp;       // temporaries made in this run
     static int sm_noGotoLabel;  // labels made in this run
@@ -312,4 +451,10 @@ private:
     std::deque<SlcOperand> m_freeVaryingFlags;
     std::deque<SlcOperand> m_freeUniformFlags;
     SlcTempPools m_temps;
+    int m_expansionLevel = 0;         // functions being expanded
+    std::size_t m_expansions = 0;     // functions expanded so far
+    bool m_expansionRefused = false;  // the code has become too large
+    SlcOperand m_noValue;             // stands for an argument without a default value
+    bool m_evaluatesLightsForP = false;
+    std::unordered_set<const SlcLabelICode*> m_endsOfOtherLoops;  // over lights at another point
 };

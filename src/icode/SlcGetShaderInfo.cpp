@@ -112,6 +112,7 @@ void SlcGetShaderInfo::Case(SlcShaderDefNode* node)
 {
     m_shaderName = node->GetIdent();
     m_shaderType = node->GetShaderType();
+    m_codeGenerator->SetShaderType(m_shaderType);
     if (m_shaderType->IsLight()) {
         AddVarIfNotInList(Hiddens::sm_Cl);
         AddVarIfNotInList(Hiddens::sm_Ol);

@@ -1,36 +1,45 @@
 #include "icode/SlcTempPools.h"
 
-#include <algorithm>
+#include <utility>
 
-SlcTempPools::Kind* SlcTempPools::KindOf(const SlcTypeNode* type, const SlcDetailNode* detail)
+std::size_t SlcTempPools::PlaceOf(const SlcTypeNode* type, const SlcDetailNode* detail)
 {
     if (type->IsArrayRefType() || type->IsArrayType())
-        return nullptr;
+        return k_noPool;
     const std::size_t first = detail->IsUniform() ? 3 : 0;
     if (type->IsFloatType())
-        return &m_kinds[first];
+        return first;
     if (type->IsPointType())
-        return &m_kinds[first + 1];
+        return first + 1;
     if (type->IsColorType())
-        return &m_kinds[first + 2];
-    return nullptr;
+        return first + 2;
+    return k_noPool;
 }
 
 SlcOperand SlcTempPools::Take(const SlcTypeNode* type, const SlcDetailNode* detail)
 {
-    Kind* kind = KindOf(type, detail);
-    if (!kind || kind->free.empty())
+    const std::size_t place = PlaceOf(type, detail);
+    if (place == k_noPool || m_kinds[place].free.empty())
         return nullptr;
-    SlcOperand temporary = kind->free.back();
-    kind->free.pop_back();
-    kind->used.push_back(temporary);
+    Kind& kind = m_kinds[place];
+    SlcOperand temporary = std::move(kind.free.back());
+    kind.free.pop_back();
+    kind.used.push_back(temporary);
+    if (!m_bodies.empty()) {
+        SavedKind& saved = m_bodies.back()[place];
+        if (kind.free.size() < saved.untouched) {
+            saved.untouched = kind.free.size();
+            saved.taken.push_back(temporary);
+        }
+    }
     return temporary;
 }
 
 void SlcTempPools::AddUsed(const SlcOperand& temporary)
 {
-    if (Kind* kind = KindOf(temporary->GetType(), temporary->GetDetail()))
-        kind->used.push_back(temporary);
+    const std::size_t place = PlaceOf(temporary->GetType(), temporary->GetDetail());
+    if (place != k_noPool)
+        m_kinds[place].used.push_back(temporary);
 }
 
 void SlcTempPools::ReleaseUsed()
@@ -41,20 +50,42 @@ void SlcTempPools::ReleaseUsed()
     }
 }
 
-void SlcTempPools::ForgetUsed()
+void SlcTempPools::EnterBody()
 {
-    for (Kind& kind : m_kinds)
-        kind.used.clear();
+    SavedKinds& saved = m_bodies.emplace_back();
+    for (std::size_t place = 0; place < m_kinds.size(); ++place) {
+        saved[place].used.swap(m_kinds[place].used);
+        saved[place].untouched = m_kinds[place].free.size();
+    }
 }
 
-void SlcTempPools::Reclaim(const SlcOperand& operand)
+void SlcTempPools::LeaveBody(const SlcOperand& result)
 {
-    Kind* kind = KindOf(operand->GetType(), operand->GetDetail());
-    if (!kind)
+    SavedKinds body = std::move(m_bodies.back());
+    m_bodies.pop_back();
+    for (std::size_t place = 0; place < m_kinds.size(); ++place) {
+        SavedKind& saved = body[place];
+        Kind& kind = m_kinds[place];
+        kind.free.resize(saved.untouched);
+        kind.used = std::move(saved.used);
+        bool resultWasFree = false;
+        for (auto taken = saved.taken.rbegin(); taken != saved.taken.rend(); ++taken) {
+            const bool isResult = *taken == result;
+            (isResult ? kind.used : kind.free).push_back(*taken);
+            resultWasFree = resultWasFree || isResult;
+        }
+        if (resultWasFree && !m_bodies.empty())
+            NoteTaken(m_bodies.back()[place], saved);
+    }
+}
+
+/// The body around has lost one of its free temporaries to the result of the one within it.
+void SlcTempPools::NoteTaken(SavedKind& outer, const SavedKind& inner)
+{
+    if (inner.untouched >= outer.untouched)
         return;
-    const auto found = std::find(kind->free.begin(), kind->free.end(), operand);
-    if (found == kind->free.end())
-        return;
-    kind->free.erase(found);
-    kind->used.push_back(operand);
+    const std::size_t freeAtEntry = inner.untouched + inner.taken.size();
+    const auto known = static_cast<std::ptrdiff_t>(freeAtEntry - outer.untouched);
+    outer.taken.insert(outer.taken.end(), inner.taken.begin() + known, inner.taken.end());
+    outer.untouched = inner.untouched;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <array>
-#include <deque>
+#include <vector>
 
 #include "icode/SlcLexType.h"
 
@@ -15,17 +15,31 @@ public:
     void AddUsed(const SlcOperand& temporary);
     /// Ends the life of all temporaries in use.
     void ReleaseUsed();
-    /// Takes the temporaries in use out of reach, as if there were none.
-    void ForgetUsed();
-    /// If `operand` is one of the free temporaries it is in use from here on.
-    void Reclaim(const SlcOperand& operand);
+
+    /// Before a function body: puts the temporaries in use out of its reach.
+    void EnterBody();
+    /// Behind the body: the pools are as they were when it was entered, and `result` is in use if
+    /// it was one of the free ones. Costs what the body has taken, whatever the pools hold.
+    void LeaveBody(const SlcOperand& result);
 
 private:
     struct Kind {
-        std::deque<SlcOperand> free;
-        std::deque<SlcOperand> used;
+        std::vector<SlcOperand> free;
+        std::vector<SlcOperand> used;
     };
-    [[nodiscard]] Kind* KindOf(const SlcTypeNode* type, const SlcDetailNode* detail);
+    /// What brings a kind back to its state at the entry of a body.
+    struct SavedKind {
+        std::vector<SlcOperand> used;
+        std::size_t untouched = 0;      // so many of the free ones have never been taken
+        std::vector<SlcOperand> taken;  // the other free ones, the first taken first
+    };
+    using SavedKinds = std::array<SavedKind, 6>;
+
+    static void NoteTaken(SavedKind& outer, const SavedKind& inner);
+    [[nodiscard]] static std::size_t PlaceOf(const SlcTypeNode* type, const SlcDetailNode* detail);
+
+    static constexpr std::size_t k_noPool = 6;
 
     std::array<Kind, 6> m_kinds;  // varying then uniform, each float, point, color
+    std::vector<SavedKinds> m_bodies;
 };
