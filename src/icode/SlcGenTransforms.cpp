@@ -1,0 +1,68 @@
+// Transforms between spaces whose names are known: steps through the current space.
+
+#include "icode/SlcGenInterCode.h"
+#include "support/reports/SlcSemanticError.h"
+#include "symbols/SlcPossibleTypes.h"
+
+namespace {
+
+/// Null for a name that is no transform of the point family.
+SlcTypeNode* TransformedType(const std::string& name)
+{
+    if (name == "CALL_PRIM_TRANSFORM" || name == "CALL_PRIM_TRANSFORM2")
+        return SlcTypeNode::APoint();
+    if (name == "CALL_PRIM_VTRANSFORM" || name == "CALL_PRIM_VTRANSFORM2")
+        return SlcTypeNode::AVector();
+    if (name == "CALL_PRIM_NTRANSFORM" || name == "CALL_PRIM_NTRANSFORM2")
+        return SlcTypeNode::ANormal();
+    return nullptr;
+}
+
+bool IsCurrent(const SlcOperand& space)
+{
+    return space->GetString() == "\"current\"";
+}
+
+}  // namespace
+
+SlcOperand SlcGenInterCode::InlineTransform(SlcProcCallExprNode* call, const std::string& name,
+                                            const SlcOperand& from, const SlcOperand& to,
+                                            const SlcOperand& value)
+{
+    SlcTypeNode* type = TransformedType(name);
+    if (!type)
+        m_errors->FatalError(call,
+                             "Invalid function name in SlcGenInterCode::InlineTransform: " + name);
+    if (!from->IsString() || !to->IsString())
+        return nullptr;
+    if (from->GetString() == to->GetString())
+        return GenSameSpace(call, type, value);
+
+    SlcDetailNode* detail = value->GetDetail();
+    const bool simd = !detail->IsUniform();
+    const SlcOperand condition = simd ? SimdCondition() : SlcOperand();
+    const bool throughCurrent = !IsCurrent(from) && !IsCurrent(to);
+    const SlcOperand current = throughCurrent ? GenTempVar(type, detail) : value;
+    const SlcOperand result = GetResultVar(call, type, detail);
+    if (!simd)
+        AddBeginBlock(detail);
+    if (!IsCurrent(from))
+        AddICode(MakeShared<SlcTransformFromSpaceICode>(throughCurrent ? current : result, value,
+                                                        type, from, simd, condition));
+    if (!IsCurrent(to))
+        AddICode(MakeShared<SlcTransformToSpaceICode>(result, current, type, to, simd, condition));
+    if (!simd)
+        AddEndBlock(detail);
+    return result;
+}
+
+SlcOperand SlcGenInterCode::GenSameSpace(SlcProcCallExprNode* call, SlcTypeNode* type,
+                                         const SlcOperand& value)
+{
+    const SlcOperand result = GetResultVar(call, type, value->GetDetail());
+    if (value->IsUniform() || IsInParallelIf())
+        AddInBlock(value->GetDetail(), MakeShared<SlcAssignICode>(result, value));
+    else
+        AddICode(MakeShared<SlcAssignSIMDICode>(result, value));
+    return result;
+}
