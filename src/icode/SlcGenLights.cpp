@@ -1,0 +1,186 @@
+// Light statements: the cones of `illuminate` and `solar`, and the loop over lights.
+
+#include <utility>
+
+#include "icode/SlcGenInterCode.h"
+#include "symbols/SlcGeneratedNames.h"
+#include "symbols/SlcShaderSymbolTable.h"
+
+using Hiddens = SlcShaderSymbolTable;
+
+namespace {
+
+bool AreUniform(std::initializer_list<const SlcOperand*> operands)
+{
+    for (const SlcOperand* operand : operands)
+        if (!(*operand)->IsUniform())
+            return false;
+    return true;
+}
+
+bool IsP(const SlcOperand& operand)
+{
+    return operand->GetName() == SlcGeneratedNames::k_P;
+}
+
+}  // namespace
+
+void SlcGenInterCode::AddEvalLightForP()
+{
+    AddICode(MakeShared<SlcEvalLightForPICode>());
+    m_evaluatesLightsForP = true;
+}
+
+SlcGenInterCode::Cone SlcGenInterCode::EvaluateCone(SlcExprNode* position, SlcExprNode* axis,
+                                                    SlcExprNode* angle)
+{
+    for (SlcExprNode* part : {position, axis, angle})
+        if (part)
+            part->ApplyWalker(this);
+    Cone cone;
+    if (angle)
+        cone.angle = Pop();
+    if (axis)
+        cone.axis = Converted(Pop(), SlcTypeNode::APoint());
+    if (position)
+        cone.position = Converted(Pop(), SlcTypeNode::APoint());
+    return cone;
+}
+
+void SlcGenInterCode::Case(SlcIlluminateStmtNode* node)
+{
+    const SlcOperand L = OperandOf(Hiddens::sm_L);
+    const SlcOperand Ps = OperandOf(Hiddens::sm_Ps);
+    const Cone cone = EvaluateCone(node->GetLightPosition(), node->GetAxis(), node->GetAngle());
+    const SlcOperand flag = GenTempVar(SlcTypeNode::ABoolean(), SlcDetailNode::AVarying());
+    const SlcOperand uniformFlag = GenTempVar(SlcTypeNode::ABoolean(), SlcDetailNode::AUniform());
+
+    // One computation of the light's geometry serves all points.
+    const bool uniform = cone.axis ? AreUniform({&cone.position, &cone.axis, &cone.angle})
+                                   : cone.position->IsUniform();
+    const auto condition = GridForm();
+    if (m_options.m_simdInstructions && uniform && condition)
+        AddICode(MakeShared<SlcIlluminateICode>(flag, cone.position, cone.axis, cone.angle, Ps, L,
+                                                true, *condition));
+    else
+        AddInBlock(SlcDetailNode::AVarying(),
+                   MakeShared<SlcIlluminateICode>(flag, cone.position, cone.axis, cone.angle, Ps, L,
+                                                  false, nullptr));
+    GenLitBody(node, flag, uniformFlag);
+}
+
+void SlcGenInterCode::Case(SlcSolarStmtNode* node)
+{
+    const SlcOperand L = OperandOf(Hiddens::sm_L);
+    SlcDetailNode* varying = SlcDetailNode::AVarying();
+    Cone cone = EvaluateCone(nullptr, node->GetAxis(), node->GetAngle());
+    const SlcOperand flag = GetBoolFlag(varying);
+    const SlcOperand uniformFlag = GetBoolFlag(SlcDetailNode::AUniform());
+    if (!node->GetAxis()) {
+        cone.angle = SlcLexType::Float(0);
+        cone.axis = GenTempVar(SlcTypeNode::APoint(), varying);
+        AddInBlock(varying, MakeShared<SlcSubICode>(cone.axis, OperandOf(Hiddens::sm_Ps),
+                                                    OperandOf(Hiddens::sm_E)));
+    }
+    const auto condition = GridForm();
+    if (AreUniform({&cone.axis, &cone.angle}) && condition)
+        AddICode(MakeShared<SlcSolarICode>(flag, cone.axis, cone.angle, L, true, *condition,
+                                           !condition->Null()));
+    else
+        AddInBlock(varying, MakeShared<SlcSolarICode>(flag, cone.axis, cone.angle, L, false,
+                                                      nullptr, false));
+    GenLitBody(node, flag, uniformFlag);
+    ReleaseBoolFlag(uniformFlag);
+    ReleaseBoolFlag(flag);
+}
+
+/// The body runs at the points inside the cone, and at the others the light is black.
+void SlcGenInterCode::GenLitBody(SlcLoopStmtNode* node, const SlcOperand& flag,
+                                 const SlcOperand& uniformFlag)
+{
+    ClearOutsideCondition(flag);
+    const auto anyPoint = [&] {
+        AddICode(MakeShared<SlcSetUniformBoolFlagICode>(uniformFlag, flag));
+    };
+    anyPoint();
+    EnterCondition(flag, uniformFlag);
+    node->GetBody()->ApplyWalker(this);
+    LeaveCondition();
+
+    AddICode(MakeShared<SlcInvertBoolFlagICode>(flag, flag, InnermostFlag()));
+    anyPoint();
+    EnterCondition(flag, uniformFlag);
+    const SlcOperand zero = SlcLexType::Float(0);
+    AddInBlock(SlcDetailNode::AVarying(),
+               MakeShared<SlcColorICode>(OperandOf(Hiddens::sm_Cl), zero, zero, zero));
+    LeaveCondition();
+}
+
+void SlcGenInterCode::Case(SlcIlluminanceStmtNode* node)
+{
+    // The body runs once for each light: what was made in front of it must outlive it.
+    const bool outerNoTempRelease = std::exchange(m_noTempRelease, true);
+    const Cone cone = EvaluateCone(node->GetSurfacePosition(), node->GetAxis(), node->GetAngle());
+    const SlcLabel start = GenLabel();
+    const SlcLabel end = GenLabel();
+    const auto begin = MakeShared<SlcBeginIlluminanceICode>(start, end);
+    if (cone.axis) {
+        GenConeLoop(node, cone, begin);
+    } else {
+        GenEvalLightCode(cone.position);
+        AddICode(begin);
+        node->GetBody()->ApplyWalker(this);
+    }
+    AddICode(MakeShared<SlcEndIlluminanceICode>(start));
+    AddICode(end);
+    if (!IsP(cone.position))
+        m_endsOfOtherLoops.insert(&*end);
+    m_noTempRelease = outerNoTempRelease;
+    ReleaseTempVars();
+}
+
+/// Up to the end of the body, which runs at the points whose current light lies in the cone.
+void SlcGenInterCode::GenConeLoop(SlcIlluminanceStmtNode* node, const Cone& cone,
+                                  const SlcPtr<SlcICode>& begin)
+{
+    const SlcOperand flag = GenTempVar(SlcTypeNode::ABoolean(), SlcDetailNode::AVarying());
+    const SlcOperand uniformFlag = GenTempVar(SlcTypeNode::ABoolean(), SlcDetailNode::AUniform());
+    GenEvalLightCode(cone.position);
+    ClearOutsideCondition(flag);
+    AddICode(begin);
+    const auto condition = GridForm();
+    if (m_options.m_simdInstructions && condition && !cone.position->IsUniform() &&
+        !cone.axis->IsUniform() && cone.angle->IsUniform())
+        AddICode(MakeShared<SlcCheckIlluminanceICode>(flag, cone.position, cone.axis, cone.angle,
+                                                      true, *condition, !condition->Null()));
+    else
+        AddInBlock(SlcDetailNode::AVarying(),
+                   MakeShared<SlcCheckIlluminanceICode>(flag, cone.position, cone.axis, cone.angle,
+                                                        false, nullptr, false));
+    AddICode(MakeShared<SlcSetUniformBoolFlagICode>(uniformFlag, flag));
+    EnterCondition(flag, uniformFlag);
+    node->GetBody()->ApplyWalker(this);
+    LeaveCondition();
+}
+
+void SlcGenInterCode::GenEvalLightCode(const SlcOperand& position)
+{
+    if (IsP(position))
+        AddEvalLightForP();
+    else
+        AddICode(MakeShared<SlcEvalLightICode>(Widened(position)));
+}
+
+void SlcGenInterCode::ResetEvalLightBehindOtherLoops()
+{
+    if (m_endsOfOtherLoops.empty() || !m_evaluatesLightsForP)
+        return;
+    std::deque<SlcPtr<SlcICode>> codes;
+    for (const auto& code : m_list->m_icodes) {
+        codes.push_back(code);
+        const auto* label = dynamic_cast<const SlcLabelICode*>(&*code);
+        if (label && m_endsOfOtherLoops.count(label) != 0)
+            codes.push_back(MakeShared<SlcResetEvalLightForPICode>());
+    }
+    m_list->m_icodes.swap(codes);
+}
