@@ -1,0 +1,171 @@
+// Texture accesses: the footprint of each point, then one call with all parameters in place.
+
+#include <algorithm>
+
+#include "icode/SlcGenInterCode.h"
+#include "icode/SlcTextureParameters.h"
+#include "support/reports/SlcSemanticError.h"
+#include "symbols/SlcPossibleTypes.h"
+#include "symbols/SlcShaderSymbolTable.h"
+
+namespace {
+
+constexpr std::size_t k_nameAndChannel = 2;
+constexpr std::size_t k_fewestSourcePoints = 2;
+constexpr std::size_t k_sourcePlaces = 4;
+
+constexpr std::string_view k_common[] = {"fidelity", "samples", "sblur", "tblur",
+                                         "swidth",   "twidth",  "filter"};
+constexpr std::string_view k_ofTexture[] = {"fill", "lerp"};
+constexpr std::string_view k_ofEnvironment[] = {"lerp", "fill"};
+constexpr std::string_view k_ofShadow[] = {"bias"};
+
+/// Positional arguments end at the first name.
+std::size_t CountPositional(const std::deque<SlcOperand>& args)
+{
+    const auto name = std::find_if(args.begin() + k_nameAndChannel, args.end(),
+                                   [](const auto& arg) { return arg->GetType()->IsStringType(); });
+    return static_cast<std::size_t>(name - args.begin()) - k_nameAndChannel;
+}
+
+}  // namespace
+
+void SlcGenInterCode::Case(SlcTextureExprNode* node)
+{
+    node->WalkIn(this);
+    // The name, the channel, positional arguments, then names and values.
+    std::deque<SlcOperand> args;
+    const std::size_t count = node->GetArguments()->GetArgs().size() + k_nameAndChannel;
+    for (std::size_t i = 0; i < count; ++i)
+        args.push_front(Pop());
+
+    const SlcTextureTypeNode* kind = node->GetKind();
+    if (kind->IsTexture())
+        GenTextureAccess(node, args);
+    else if (kind->IsEnvironment() || kind->IsShadow())
+        GenPointAccess(node, args);
+    else
+        m_errors->FatalError(node, "No code generated yet for this type of texture function.");
+}
+
+void SlcGenInterCode::GenTextureAccess(SlcTextureExprNode* node, const std::deque<SlcOperand>& args)
+{
+    const std::size_t positional = CountPositional(args);
+    const SlcTextureParameters parameters(args, k_nameAndChannel + positional);
+    std::deque<SlcOperand> call(args.begin(), args.begin() + k_nameAndChannel);
+    for (const SlcOperand& corner : TextureCorners(node, args, positional))
+        call.push_back(corner);
+    AppendParameters(call, parameters, k_common);
+    AppendParameters(call, parameters, k_ofTexture);
+    GenAccessCall(node, "CALL_TEXTURE", "", std::move(call), 8);
+}
+
+std::deque<SlcOperand> SlcGenInterCode::TextureCorners(SlcTextureExprNode* node,
+                                                       const std::deque<SlcOperand>& args,
+                                                       std::size_t positional)
+{
+    using Hiddens = SlcShaderSymbolTable;
+    if (positional == 8)
+        return {args.begin() + k_nameAndChannel, args.begin() + k_nameAndChannel + 8};
+    if (positional != 0)
+        return FootprintOf(args[k_nameAndChannel], args[k_nameAndChannel + 1]);
+    if (Hiddens::sm_s.Null() || Hiddens::sm_t.Null())
+        m_errors->FatalError(node, "'s' or 't' is not available.");
+    return FootprintOf(OperandOf(Hiddens::sm_s), OperandOf(Hiddens::sm_t));
+}
+
+std::deque<SlcOperand> SlcGenInterCode::FootprintOf(const SlcOperand& s, const SlcOperand& t)
+{
+    const SlcOperand varyingS = Widened(s);
+    const SlcOperand varyingT = Widened(t);
+    std::array<SlcOperand, 8> corners;
+    for (SlcOperand& corner : corners)
+        corner = GenTempVar(SlcTypeNode::AFloat(), SlcDetailNode::AVarying());
+    const SlcOperand condition = SimdCondition();
+    AddICode(MakeShared<SlcTextureSTPointsICode>(varyingS, varyingT, corners, !condition.Null(),
+                                                 condition, !condition.Null()));
+    return {corners.begin(), corners.end()};
+}
+
+void SlcGenInterCode::GenPointAccess(SlcTextureExprNode* node, const std::deque<SlcOperand>& args)
+{
+    const bool isShadow = node->GetKind()->IsShadow();
+    const std::size_t positional = CountPositional(args);
+    if (positional == 0 || !args[k_nameAndChannel]->GetType()->IsPointType())
+        m_errors->FatalError(node, isShadow ? "shadow(...) needs a point parameter."
+                                            : "environment(...) needs a point parameter.");
+    const SlcTextureParameters parameters(args, k_nameAndChannel + positional);
+    std::deque<SlcOperand> call(args.begin(), args.begin() + k_nameAndChannel);
+    const auto firstPoint = args.begin() + k_nameAndChannel;
+    const auto points = positional == 4 ? std::deque<SlcOperand>(firstPoint, firstPoint + 4)
+                                        : FootprintOf(*firstPoint);
+    call.insert(call.end(), points.begin(), points.end());
+    AppendParameters(call, parameters, k_common);
+    if (!isShadow) {
+        AppendParameters(call, parameters, k_ofEnvironment);
+        GenAccessCall(node, "CALL_ENVIRONMENT", "", std::move(call), 4);
+        return;
+    }
+    AppendParameters(call, parameters, k_ofShadow);
+    if (parameters.HasSource())
+        AppendSource(node, call, parameters.GetSourcePoints());
+    GenAccessCall(node, parameters.HasSource() ? "CALL_AREASHADOW" : "CALL_SHADOW",
+                  m_shaderType && m_shaderType->IsLight() ? "_LIGHT" : "", std::move(call), 4);
+}
+
+std::deque<SlcOperand> SlcGenInterCode::FootprintOf(const SlcOperand& point)
+{
+    const SlcOperand varyingPoint = Widened(point);
+    std::array<SlcOperand, 4> corners;
+    for (SlcOperand& corner : corners)
+        corner = GenTempVar(SlcTypeNode::APoint(), SlcDetailNode::AVarying());
+    const SlcOperand condition = SimdCondition();
+    AddICode(MakeShared<SlcTexturePointsICode>(varyingPoint, corners, !condition.Null(), condition,
+                                               !condition.Null()));
+    return {corners.begin(), corners.end()};
+}
+
+void SlcGenInterCode::AppendParameters(std::deque<SlcOperand>& call,
+                                       const SlcTextureParameters& parameters,
+                                       std::span<const std::string_view> keys)
+{
+    for (const std::string_view key : keys)
+        call.push_back(parameters.Get(key));
+}
+
+/// Places that the call leaves out repeat its last point.
+void SlcGenInterCode::AppendSource(SlcTextureExprNode* node, std::deque<SlcOperand>& call,
+                                   const std::deque<SlcOperand>& points)
+{
+    if (points.size() < k_fewestSourcePoints)
+        m_errors->FatalError(node, "No enough points for area shadow.");
+    call.push_back(SlcLexType::Int(static_cast<int>(points.size()), true));
+    for (std::size_t i = 0; i < k_sourcePlaces; ++i)
+        call.push_back(points[std::min(i, points.size() - 1)]);
+}
+
+/// The `corners` arguments behind the name and the channel are the footprint.
+void SlcGenInterCode::GenAccessCall(SlcTextureExprNode* node, const std::string& name,
+                                    const char* suffix, std::deque<SlcOperand> args,
+                                    std::size_t corners)
+{
+    SlcDetailNode* varying = SlcDetailNode::AVarying();
+    const bool isColor = TypeOf(node)->IsColorType();
+    const auto condition = GridForm();
+    const bool simd = !UniformIfAll(args)->IsUniform() && condition && args[0]->IsUniform() &&
+                      args[1]->IsUniform();
+    if (simd)
+        for (std::size_t i = 0; i < corners; ++i)
+            args[k_nameAndChannel + i] = Widened(args[k_nameAndChannel + i]);
+    const SlcOperand result =
+        GetResultVar(node, isColor ? SlcTypeNode::AColor() : SlcTypeNode::AFloat(), varying);
+    const auto call = MakeShared<SlcCallICode>(
+        SlcLexicalNode::CreateIdent(name + (isColor ? "_3D" : "_1D") + suffix), std::move(args),
+        result, false, false, simd, nullptr, simd ? *condition : SlcOperand(),
+        simd && !condition->Null());
+    if (simd)
+        AddICode(call);
+    else
+        AddInBlock(varying, call);
+    Push(result);
+}
