@@ -46,11 +46,18 @@ constexpr VarInfo k_illuminance[] = {
 };
 // clang-format on
 
-const VarInfo& Find(std::span<const VarInfo> variables, std::string_view name, const char* function)
+const VarInfo* FindOrNull(std::span<const VarInfo> variables, std::string_view name)
 {
     for (const VarInfo& variable : variables)
         if (variable.name == name)
-            return variable;
+            return &variable;
+    return nullptr;
+}
+
+const VarInfo& Find(std::span<const VarInfo> variables, std::string_view name, const char* function)
+{
+    if (const VarInfo* variable = FindOrNull(variables, name))
+        return *variable;
     FatalError("No hidden variable named '" + std::string(name) + "' in " + function + " function");
 }
 
@@ -59,6 +66,11 @@ const VarInfo& Find(std::span<const VarInfo> variables, std::string_view name, c
 const VarInfo& SlcHiddenVariables::GetVarInfoHidden(std::string_view name)
 {
     return Find(k_hiddens, name, "SlcHiddenVariables::GetVarInfoHidden");
+}
+
+const VarInfo* SlcHiddenVariables::FindVarInfoHidden(std::string_view name)
+{
+    return FindOrNull(k_hiddens, name);
 }
 
 const VarInfo& SlcHiddenVariables::GetVarInfoIlluminance(std::string_view name)

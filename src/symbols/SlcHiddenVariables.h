@@ -18,6 +18,8 @@ public:
 
     /// A name that no shader knows is a fault of the compiler, and fatal.
     [[nodiscard]] static const VarInfo& GetVarInfoHidden(std::string_view name);
+    /// Null for a name that no shader knows.
+    [[nodiscard]] static const VarInfo* FindVarInfoHidden(std::string_view name);
     /// The three variables that a light loop adds.
     [[nodiscard]] static const VarInfo& GetVarInfoIlluminance(std::string_view name);
 };

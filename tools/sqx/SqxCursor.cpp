@@ -1,0 +1,136 @@
+#include "sqx/SqxCursor.h"
+
+#include <charconv>
+#include <cmath>
+
+void SqxCursor::Fail(const std::string& message)
+{
+    m_message = "line " + std::to_string(m_line) + ": " + message;
+    throw SqxMalformed();
+}
+
+void SqxCursor::SkipBlanks()
+{
+    while (m_text.starts_with(' '))
+        m_text.remove_prefix(1);
+}
+
+std::string SqxCursor::ReadWord(const char* what)
+{
+    SkipBlanks();
+    const auto end = std::min(m_text.find_first_of(" \n"), m_text.size());
+    if (end == 0)
+        Fail(std::string(what) + " is missing");
+    std::string word(m_text.substr(0, end));
+    m_text.remove_prefix(end);
+    return word;
+}
+
+int SqxCursor::ReadInt(const char* what)
+{
+    const std::string word = ReadWord(what);
+    int value = 0;
+    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
+    if (error != std::errc() || end != word.data() + word.size())
+        Fail(std::string(what) + " is not a number: " + word);
+    return value;
+}
+
+int SqxCursor::ReadCount(const char* what)
+{
+    const int value = ReadInt(what);
+    if (value < 0)
+        Fail(std::string(what) + " is negative");
+    return value;
+}
+
+bool SqxCursor::ReadBool(const char* what)
+{
+    const int value = ReadInt(what);
+    if (value != 0 && value != 1)
+        Fail(std::string(what) + " is neither 0 nor 1");
+    return value == 1;
+}
+
+double SqxCursor::ReadFloat(const char* what)
+{
+    const std::string word = ReadWord(what);
+    double value = 0;
+    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
+    // A value too small for a double counts as 0.
+    if ((error != std::errc() && error != std::errc::result_out_of_range) ||
+        end != word.data() + word.size() || !std::isfinite(value))
+        Fail(std::string(what) + " is not a number: " + word);
+    return value;
+}
+
+std::string SqxCursor::ReadQuoted(const char* what)
+{
+    SkipBlanks();
+    if (!m_text.starts_with('"'))
+        Fail(std::string(what) + " is not a quoted text");
+    std::size_t end = 1;
+    int lines = 0;
+    for (; end < m_text.size() && m_text[end] != '"'; ++end) {
+        if (m_text[end] == '\\')
+            ++end;
+        if (end < m_text.size() && m_text[end] == '\n')
+            ++lines;
+    }
+    if (end >= m_text.size())
+        Fail(std::string(what) + " has no end");
+    std::string quoted(m_text.substr(0, end + 1));
+    m_text.remove_prefix(end + 1);
+    m_line += lines;
+    return quoted;
+}
+
+void SqxCursor::EndLine()
+{
+    if (m_text.empty())
+        Fail("The file ends too early");
+    if (m_text.front() != '\n')
+        Fail("Nothing more was expected in this line");
+    m_text.remove_prefix(1);
+    ++m_line;
+}
+
+int SqxCursor::ReadIntLine(const char* what)
+{
+    const int value = ReadInt(what);
+    EndLine();
+    return value;
+}
+
+int SqxCursor::ReadCountLine(const char* what)
+{
+    const int value = ReadCount(what);
+    EndLine();
+    return value;
+}
+
+bool SqxCursor::ReadBoolLine(const char* what)
+{
+    const bool value = ReadBool(what);
+    EndLine();
+    return value;
+}
+
+void SqxCursor::Expect(std::string_view line)
+{
+    if (!m_text.starts_with(line))
+        Fail(line.empty() ? "An empty line was expected" : "Not a byte-code file of version 5");
+    m_text.remove_prefix(line.size());
+    EndLine();
+}
+
+void SqxCursor::ExpectEnd()
+{
+    if (!m_text.empty())
+        Fail("Nothing was expected behind the main code");
+}
+
+std::string SqxUnquoted(const std::string& quoted)
+{
+    return quoted.substr(1, quoted.size() - 2);
+}

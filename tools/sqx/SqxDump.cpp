@@ -1,0 +1,192 @@
+#include "sqx/SqxDump.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "backends/SlcByteCode.h"
+
+namespace {
+
+std::string NumberText(double value)
+{
+    char text[32];
+    const auto end = std::to_chars(text, text + sizeof text, static_cast<float>(value)).ptr;
+    return {text, end};
+}
+
+/// A text of the source may run over lines.
+std::string OnOneLine(std::string text)
+{
+    for (std::size_t i = 0; (i = text.find('\n', i)) != std::string::npos; i += 2)
+        text.replace(i, 1, "\\n");
+    return text;
+}
+
+std::string ConstantText(const SqxVariable& constant)
+{
+    if (constant.type == SqxType::String)
+        return OnOneLine(constant.text);
+    if (constant.type == SqxType::Bool)
+        return constant.number != 0 ? "true" : "false";
+    return NumberText(constant.number);
+}
+
+/// "varying color[3]", as far as the file tells.
+std::string TypeText(const SqxVariable& variable)
+{
+    std::string text = variable.uniform ? "uniform " : "varying ";
+    text += SqxTypeName(variable.type);
+    if (variable.size != 1)
+        text += '[' + std::to_string(variable.size) + ']';
+    if (variable.reference)
+        text += " reference";
+    return text;
+}
+
+std::string ValueText(const SqxShader& shader, char letter, int value)
+{
+    const auto number = static_cast<std::size_t>(value);
+    switch (letter) {
+    case 'j':
+        return "->" + std::to_string(value);
+    case 's':
+        return '"' + shader.spaces[number] + '"';
+    case 'd':
+        return shader.functions[number].method;
+    case 'i':
+        return '=' + std::to_string(value);
+    case 'n':
+        return '(' + std::to_string(value) + ')';
+    case 'c':
+        return "if " + SqxVariableText(shader, number);
+    default:
+        return SqxVariableText(shader, number);
+    }
+}
+
+constexpr std::size_t k_deepestIndent = 20;  // levels; deeper brackets stand in line
+
+bool OpensBracket(SlcByteCodeMark mark)
+{
+    return mark == SlcByteCodeMark::BeginParallel || mark == SlcByteCodeMark::IfTrue ||
+           mark == SlcByteCodeMark::IfFalse || mark == SlcByteCodeMark::BeginIlluminance;
+}
+
+bool ClosesBracket(SlcByteCodeMark mark)
+{
+    return mark == SlcByteCodeMark::EndParallel || mark == SlcByteCodeMark::EndIf ||
+           mark == SlcByteCodeMark::EndIlluminance;
+}
+
+/// One line for each variable of a kind in a range of numbers, and a heading.
+std::string VariablesText(const SqxShader& shader, SqxVariableKind kind, const char* heading,
+                          std::size_t first, std::size_t end)
+{
+    std::string text;
+    for (std::size_t i = first; i < end; ++i) {
+        const SqxVariable& variable = shader.variables[i];
+        if (variable.kind != kind)
+            continue;
+        text += "  " + std::to_string(i) + "  " + SqxVariableText(shader, i);
+        if (kind == SqxVariableKind::Parameter)
+            text += "  " + variable.text;
+        else
+            text += "  " + TypeText(variable);
+        text += '\n';
+    }
+    return text.empty() ? text : std::string(heading) + '\n' + text;
+}
+
+std::string InitializersText(const SqxShader& shader)
+{
+    std::string text;
+    for (const SqxInitializer& initializer : shader.initializers) {
+        text += "initializer of " + shader.Parameter(initializer.parameter).name;
+        text += initializer.perPoint ? " (per point)\n" : "\n";
+        text += SqxDumpBlock(shader, initializer.code);
+        const auto result = static_cast<std::size_t>(initializer.result);
+        text += "  value " + SqxVariableText(shader, result) + '\n';
+    }
+    return text;
+}
+
+std::string LibrariesText(const SqxShader& shader)
+{
+    std::string text;
+    for (const SqxDSOFunction& function : shader.functions)
+        text += "shadeop " + function.method + " of " + shader.libraries[function.library] + '\n';
+    return text;
+}
+
+}  // namespace
+
+std::string SqxVariableText(const SqxShader& shader, std::size_t number)
+{
+    const SqxVariable& variable = shader.variables[number];
+    switch (variable.kind) {
+    case SqxVariableKind::Predefined:
+    case SqxVariableKind::Parameter:
+        return variable.name;
+    case SqxVariableKind::Local:
+        return '%' + std::to_string(number);
+    case SqxVariableKind::Constant:
+        return ConstantText(variable);
+    }
+    return {};
+}
+
+std::string SqxDumpBlock(const SqxShader& shader, const SqxBlock& block)
+{
+    std::string text;
+    std::size_t depth = 0;
+    for (const SqxInstruction& instruction : block.instructions) {
+        const auto mark = static_cast<SlcByteCodeMark>(block.code[instruction.position]);
+        if (ClosesBracket(mark) && depth > 0)
+            --depth;
+        const std::string position = std::to_string(instruction.position);
+        text.append(6 - std::min<std::size_t>(position.size(), 6), ' ').append(position);
+        text.append(2 + 2 * std::min(depth, k_deepestIndent), ' ').append(instruction.layout->name);
+        for (std::size_t i = 0; i < instruction.count; ++i)
+            text += ' ' + ValueText(shader, SqxBlock::Letter(instruction, i),
+                                    block.Value(instruction, i));
+        text += '\n';
+        if (OpensBracket(mark))
+            ++depth;
+    }
+    return text;
+}
+
+std::string SqxDumpParameters(const SqxShader& shader)
+{
+    std::string text = std::string(SqxShaderTypeName(shader.shaderType)) + '\n';
+    for (std::size_t i = 0; i < shader.parameterCount; ++i) {
+        const SqxVariable& parameter = shader.Parameter(i);
+        text += parameter.name + ' ' + parameter.text;
+        if (!parameter.space.empty())
+            text += " \"" + parameter.space + '"';
+        text += parameter.output ? " output\n" : "\n";
+    }
+    return text;
+}
+
+std::string SqxDump(const SqxShader& shader)
+{
+    std::string text = std::string(SqxShaderTypeName(shader.shaderType)) + " shader\n";
+    using Kind = SqxVariableKind;
+    const std::size_t main = shader.mainCount;
+    text += VariablesText(shader, Kind::Predefined, "predefined", 0, main);
+    text += VariablesText(shader, Kind::Parameter, "parameters", 0, main);
+    text += VariablesText(shader, Kind::Local, "locals", 0, main);
+    text += VariablesText(shader, Kind::Constant, "constants", 0, main);
+    text += "spaces";
+    for (const std::string& space : shader.spaces)
+        text += " \"" + space + '"';
+    text += '\n';
+    text +=
+        VariablesText(shader, Kind::Local, "locals of initializers", main, shader.variables.size());
+    text += InitializersText(shader);
+    text += LibrariesText(shader);
+    text += std::string("traces rays: ") + (shader.usesRaytracing ? "yes" : "no") + '\n';
+    text += std::string("modifies P: ") + (shader.modifiesP ? "yes" : "no") + '\n';
+    return text + "main\n" + SqxDumpBlock(shader, shader.main);
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "sqx/SqxCursor.h"
+#include "sqx/SqxShader.h"
+
+/// Reads the text of a byte-code file into a structure. It trusts nothing in it.
+class SqxReader {
+public:
+    /// False if the text is not a byte-code file; `Message` then tells the line and the fault.
+    [[nodiscard]] bool Read(std::string_view text);
+    /// Reads a file. False also if it cannot be read.
+    [[nodiscard]] bool ReadFile(const std::string& path);
+
+    [[nodiscard]] const SqxShader& Shader() const { return m_shader; }
+    [[nodiscard]] const std::string& Message() const { return m_message; }
+
+private:
+    void ReadHeader(SqxCursor& cursor);
+    void ReadVariables(SqxCursor& cursor);
+    void ReadPredefined(SqxCursor& cursor);
+    void ReadParameter(SqxCursor& cursor);
+    void ReadLocals(SqxCursor& cursor);
+    void ReadConstants(SqxCursor& cursor);
+    void ReadSpaces(SqxCursor& cursor);
+    void ReadInitializers(SqxCursor& cursor, bool perPoint);
+    void ReadParameterFlags(SqxCursor& cursor, bool SqxVariable::*flag);
+    void ReadLibraries(SqxCursor& cursor);
+    /// `names`: how many variables the block may name.
+    void ReadBlock(SqxCursor& cursor, SqxBlock& block, std::size_t names);
+    void Decode(SqxCursor& cursor, SqxBlock& block);
+    void CheckValues(SqxCursor& cursor, const SqxBlock& block, std::size_t names);
+    void CheckValue(SqxCursor& cursor, const SqxBlock& block, const SqxInstruction& instruction,
+                    std::size_t i, std::size_t names);
+    void CheckShadeops(SqxCursor& cursor, const SqxBlock& block);
+    [[noreturn]] void FailAt(SqxCursor& cursor, const SqxInstruction& instruction, int value);
+
+    SqxShader m_shader;
+    std::string m_message;
+};

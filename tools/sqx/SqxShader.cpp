@@ -1,0 +1,50 @@
+#include "sqx/SqxShader.h"
+
+#include <algorithm>
+
+const char* SqxTypeName(SqxType type)
+{
+    switch (type) {
+    case SqxType::Float:
+        return "float";
+    case SqxType::Point:
+        return "point";
+    case SqxType::Color:
+        return "color";
+    case SqxType::String:
+        return "string";
+    case SqxType::Int:
+        return "int";
+    case SqxType::Matrix:
+        return "matrix";
+    case SqxType::Vector:
+        return "vector";
+    case SqxType::Normal:
+        return "normal";
+    case SqxType::Bool:
+        return "bool";
+    }
+    return "";
+}
+
+const char* SqxShaderTypeName(int code)
+{
+    static constexpr const char* names[] = {"surface", "displacement", "volume", "light", "imager"};
+    return names[code];
+}
+
+char SqxBlock::Letter(const SqxInstruction& instruction, std::size_t i)
+{
+    // The star, always last, stands for all the values from its place on.
+    const std::string& operands = instruction.layout->operands;
+    const char letter = operands[std::min(i, operands.size() - 1)];
+    return letter == '*' ? 'r' : letter;
+}
+
+std::size_t SqxBlock::IndexOf(std::size_t position) const
+{
+    const auto found = std::lower_bound(
+        instructions.begin(), instructions.end(), position,
+        [](const SqxInstruction& code, std::size_t at) { return code.position < at; });
+    return static_cast<std::size_t>(found - instructions.begin());
+}

@@ -1,0 +1,100 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "backends/SlcByteCodeLayout.h"
+
+/// A byte-code file as a structure. Every number in it has been checked: it refers to something
+/// that the file holds.
+
+/// Types by the codes of the file.
+enum class SqxType {
+    Float = 1,
+    Point = 2,
+    Color = 3,
+    String = 4,
+    Int = 5,
+    Matrix = 7,
+    Vector = 8,
+    Normal = 9,
+    Bool = 10,
+};
+
+[[nodiscard]] const char* SqxTypeName(SqxType type);
+/// Name of a shader type code, 0 to 4.
+[[nodiscard]] const char* SqxShaderTypeName(int code);
+
+enum class SqxVariableKind { Predefined, Parameter, Local, Constant };
+
+struct SqxVariable {
+    SqxVariableKind kind = SqxVariableKind::Local;
+    std::string name;  // of a predefined variable or parameter
+    SqxType type = SqxType::Float;
+    bool uniform = true;
+    int size = 1;            // of an array
+    bool reference = false;  // stands for an element of an array
+    double number = 0;       // value of a float, int or bool constant
+    std::string text;        // of a string constant, with quotes; of a parameter: detail and type
+    std::string space;       // of a parameter, without quotes
+    bool output = false;     // a parameter that the shader hands back
+    bool needsObjectSpace = false;  // a parameter whose default value is given in object space
+};
+
+/// One instruction of a block. Its values stand behind its number in the block's code.
+struct SqxInstruction {
+    const SlcByteCodeLayout* layout = nullptr;
+    std::size_t position = 0;  // in the code of the block
+    std::size_t count = 0;     // of values
+};
+
+struct SqxBlock {
+    /// Value `i` of an instruction.
+    [[nodiscard]] int Value(const SqxInstruction& instruction, std::size_t i) const
+    {
+        return code[instruction.position + 1 + i];
+    }
+    /// The letter of the layout that value `i` belongs to.
+    [[nodiscard]] static char Letter(const SqxInstruction& instruction, std::size_t i);
+    /// The instruction that starts at a position; the count of instructions for the end.
+    [[nodiscard]] std::size_t IndexOf(std::size_t position) const;
+
+    std::vector<std::int16_t> code;
+    std::vector<SqxInstruction> instructions;  // in the order of their positions
+};
+
+/// Computes the default value of a parameter.
+struct SqxInitializer {
+    std::size_t parameter = 0;  // by position among the parameters
+    bool perPoint = false;      // depends on the shading context
+    SqxBlock code;
+    int result = 0;  // number of the variable that then holds the value
+};
+
+struct SqxDSOFunction {
+    std::size_t library = 0;
+    std::string init;
+    std::string method;
+    std::string cleanup;
+};
+
+struct SqxShader {
+    int shaderType = 0;
+    std::vector<SqxVariable> variables;  // by number: those of the main block, then initializers'
+    std::size_t predefinedCount = 0;     // they come first
+    std::size_t parameterCount = 0;      // and stand behind them
+    std::size_t mainCount = 0;           // variables that the main block may name
+    std::vector<std::string> spaces;     // without quotes; "object" and "shader" come first
+    std::vector<SqxInitializer> initializers;
+    std::vector<std::string> libraries;
+    std::vector<SqxDSOFunction> functions;
+    bool usesRaytracing = false;
+    bool modifiesP = false;
+    SqxBlock main;
+
+    [[nodiscard]] const SqxVariable& Parameter(std::size_t i) const
+    {
+        return variables[predefinedCount + i];
+    }
+};
