@@ -93,16 +93,23 @@ public:
     SlcLogOpNode(std::unique_ptr<SlcRelationNode> left, std::unique_ptr<SlcRelationNode> right);
     [[nodiscard]] SlcRelationNode* GetLeft() const { return m_left.get(); }
     [[nodiscard]] SlcRelationNode* GetRight() const { return m_right.get(); }
+    /// The right side does more than give a value, so that it must not run where the left side
+    /// has decided; set by the shader's fact walk.
+    [[nodiscard]] bool RightHasEffects() const { return m_rightHasEffects; }
+    void SetRightHasEffects(bool hasEffects) { m_rightHasEffects = hasEffects; }
+    [[nodiscard]] virtual bool IsLogAnd() const { return false; }
     void WalkIn(SlcCodeWalker* walker) override;
 
 private:
     std::unique_ptr<SlcRelationNode> m_left;
     std::unique_ptr<SlcRelationNode> m_right;
+    bool m_rightHasEffects = false;
 };
 
 class SlcLogAndNode : public SlcVisitable<SlcLogAndNode, SlcLogOpNode> {
 public:
     using SlcVisitable::SlcVisitable;
+    [[nodiscard]] bool IsLogAnd() const override { return true; }
     [[nodiscard]] std::string_view ToString() const override { return "&&"; }
 };
 

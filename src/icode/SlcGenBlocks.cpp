@@ -77,12 +77,23 @@ SlcLabel SlcGenInterCode::GetContinueLabel(std::size_t level) const
 
 SlcOperand SlcGenInterCode::InnermostFlag() const
 {
-    return IsInParallelIf() ? m_conditions.back().flag : nullptr;
+    if (!IsInParallelIf())
+        return nullptr;
+    for (auto level = m_conditions.rbegin(); level != m_conditions.rend(); ++level)
+        if (!level->flag->IsUniform())
+            return level->flag;
+    return nullptr;
 }
 
 SlcOperand SlcGenInterCode::InnermostUniformFlag() const
 {
     return IsInParallelIf() ? m_conditions.back().uniformFlag : nullptr;
+}
+
+void SlcGenInterCode::GenSkipWithoutPoints(const SlcLabel& label)
+{
+    if (const SlcOperand uniformFlag = InnermostUniformFlag())
+        AddICode(MakeShared<SlcIfFalseGotoICode>(uniformFlag, label));
 }
 
 void SlcGenInterCode::BeginParallelIfTrue(const SlcOperand& flag, const SlcOperand& uniformFlag)
@@ -143,7 +154,7 @@ void SlcGenInterCode::BeginParallelLoop(const SlcOperand& flag, const SlcOperand
                                         const SlcOperand& uniformFlag, const SlcLabel& breakLabel,
                                         const SlcLabel& continueLabel)
 {
-    m_loops.push_back({flag, cond, breakLabel, continueLabel});
+    m_loops.push_back({flag, cond, breakLabel, continueLabel, false});
     BeginParallelIfTrue(cond, uniformFlag);
 }
 
@@ -156,7 +167,7 @@ void SlcGenInterCode::EndParallelLoop()
 void SlcGenInterCode::AssignOutsideCondition(const SlcOperand& flag, const SlcOperand& value)
 {
     BeginParallelIfNotCurrentCond();
-    AddInBlock(SlcDetailNode::AVarying(), MakeShared<SlcAssignICode>(flag, value));
+    AddInBlock(flag->GetDetail(), MakeShared<SlcAssignICode>(flag, value));
     EndParallelIfNotCurrentCond();
 }
 

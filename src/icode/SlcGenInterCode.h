@@ -68,6 +68,26 @@ private:
         SlcOperand cond;  // points active in this round
         SlcLabel breakLabel;
         SlcLabel continueLabel;
+        bool isContinued;  // a `continue` of this loop has been met
+    };
+
+    /// The test of a loop that is being lowered.
+    struct LoopTest {
+        SlcRelationNode* relation;
+        bool containsBreakOrContinue;
+        SlcOperand flag;         // varying; points still in the loop
+        SlcOperand uniformFlag;  // some point is; null unless the relation varies
+        SlcOperand cond;         // value of the relation; null at first
+        SlcLabel start;
+        SlcLabel end;
+    };
+
+    /// A function body that is being expanded.
+    struct Body {
+        SlcOperand flag;    // points that have not returned; null unless some return early
+        SlcOperand result;  // their value; null unless some return early with one
+        std::size_t loops;  // varying loops around the call
+        SlcLabel end;
     };
 
     /// An operand on the value stack.
@@ -218,10 +238,13 @@ private:
     /// The code stands under a varying condition.
     [[nodiscard]] bool IsInParallelIf() const { return m_parallelCondDepth > 0; }
     [[nodiscard]] bool IsInsideBoolExpr() const { return m_boolExprDepth > 0; }
-    /// The innermost flag under a varying condition, else null: what limits a SIMD form.
+    /// Under a varying condition the innermost varying flag, which is true at the active points;
+    /// else null. What limits a SIMD form.
     [[nodiscard]] SlcOperand InnermostFlag() const;
-    /// The uniform flag of that level; null if the level has none.
+    /// The uniform flag of the innermost level; null if the level has none.
     [[nodiscard]] SlcOperand InnermostUniformFlag() const;
+    /// Under a varying condition: jumps to `label` if no point is active.
+    void GenSkipWithoutPoints(const SlcLabel& label);
     void BeginParallelIfTrue(const SlcOperand& flag, const SlcOperand& uniformFlag);
     void BeginParallelIfFalse(const SlcOperand& flag, const SlcOperand& uniformFlag);
     void EndParallelIfTrue() { m_conditions.pop_back(); }
@@ -274,8 +297,7 @@ private:
 
     // Conditions and loops.
     void Case(SlcNotRelNode* node) override;
-    void Case(SlcLogAndNode* node) override;
-    void Case(SlcLogOrNode* node) override;
+    void Case(SlcLogOpNode* node) override;
     void Case(SlcCompOpNode* node) override;
     void Case(SlcIfThenStmtNode* node) override;
     void Case(SlcIfThenElseStmtNode* node) override;
@@ -284,10 +306,42 @@ private:
     void Case(SlcForStmtNode* node) override;
     void Case(SlcBreakStmtNode* node) override;
     void Case(SlcContinueStmtNode* node) override;
-    void GenLogAndCode(SlcRelationNode* left, SlcRelationNode* right, const SlcOperand& target,
-                       bool inverted);
-    void GenLogOrCode(SlcRelationNode* left, SlcRelationNode* right, const SlcOperand& target,
-                      bool inverted);
+    /// The flag that holds the value of `relation`, or its opposite if `inverted`. It is `target`
+    /// where that fits; null leaves the choice. Uniform only if the relation is.
+    [[nodiscard]] SlcOperand GenRelation(SlcRelationNode* relation, const SlcOperand& target,
+                                         bool inverted);
+    void GenComparison(SlcCompOpNode* node);
+    [[nodiscard]] SlcOperand FlagFor(const SlcOperand& target, SlcDetailNode* detail);
+    /// A varying copy of the uniform `flag`, which is released.
+    [[nodiscard]] SlcOperand CopiedFlag(const SlcOperand& flag, const SlcOperand& copy);
+    // `flag` holds the value of the left side; they give that of the whole.
+    [[nodiscard]] SlcOperand GenLogAndCode(SlcLogOpNode* node, const SlcOperand& flag,
+                                           bool inverted);
+    [[nodiscard]] SlcOperand GenLogOrCode(SlcLogOpNode* node, const SlcOperand& flag,
+                                          bool inverted);
+    [[nodiscard]] SlcOperand GenUniformLogOp(SlcLogOpNode* node, const SlcOperand& flag,
+                                             bool inverted, AssignIfValue state);
+    [[nodiscard]] SlcOperand GenUniformLogOpWithJump(SlcLogOpNode* node, const SlcOperand& flag,
+                                                     bool inverted, AssignIfValue state);
+    [[nodiscard]] SlcOperand GenCondition(SlcIfThenStmtNode* node);
+    void GenBranch(SlcStmtNode* branch, const SlcOperand& flag, const SlcOperand& uniformFlag);
+    void GenUniformCondExpr(SlcCondExprNode* node, const SlcOperand& flag);
+    void GenVaryingCondExpr(SlcCondExprNode* node, const SlcOperand& flag);
+    /// Computes the relation of a loop and leaves the loop, by a jump to its end, once no point
+    /// remains.
+    void GenerateLoopCondition(LoopTest& test);
+    [[nodiscard]] LoopTest BeginLoop(SlcLoopStmtNode* node, SlcRelationNode* relation);
+    void EndLoop(LoopTest& test);
+    [[nodiscard]] bool GenParallelLoopBody(SlcLoopStmtNode* node, const LoopTest& test,
+                                           const SlcLabel& continueLabel);
+    void GenUnusedValue(SlcExprNode* expr);
+    /// flag = true at the points that are active here, false at the others.
+    void GenAllActive(const SlcOperand& flag);
+    void AddLoopFlags(std::deque<SlcOperand>& flags, std::size_t count) const;
+    /// Adds `leave`, a `break` or `continue` with these `flags`, to which those of all levels up
+    /// to that of `outermost` come.
+    void GenLeave(const SlcPtr<SlcICode>& leave, std::deque<SlcOperand>& flags,
+                  const SlcOperand& outermost);
 
     // Bodies of functions.
     /// Lowers the body that `call` stands for, whose formals have their operands by now, and
@@ -295,6 +349,8 @@ private:
     /// a loop is a varying loop of one trip, which the `return` leaves as a `break` does.
     /// The caller has put the temporaries in use out of reach.
     void GenFuncBody(SlcProcCallExprNode* call, SlcStmtNode* body);
+    void GenPlainBody(SlcProcCallExprNode* call, SlcStmtNode* body);
+    void GenBodyOfOneTrip(SlcProcCallExprNode* call, SlcStmtNode* body);
 
     // Calls.
     void Case(SlcProcCallExprNode* node) override;
@@ -445,6 +501,7 @@ private:
     std::vector<Condition> m_conditions;
     std::vector<SlcLabel> m_blockEndLabels;  // of open guards
     std::vector<Loop> m_loops;
+    std::vector<Body> m_bodies;  // the innermost is the last
     SlcLabel m_currentParallelLabel;
     bool m_flagCopyNeeded = false;  // a relation must give a varying flag
     bool m_noTempRelease = false;

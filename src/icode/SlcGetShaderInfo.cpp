@@ -81,7 +81,7 @@ void SlcGetShaderInfo::operator()(SlcSyntaxNode* root)
 {
     m_inFormals = false;
     m_levelsToLeave = 0;
-    m_touchesPredefined = false;
+    m_needsGrid = false;
     root->ApplyWalker(this);
 }
 
@@ -99,11 +99,11 @@ void SlcGetShaderInfo::Case(SlcFuncDefNode* node)
         return;
     const bool inFormals = std::exchange(m_inFormals, false);
     const int levelsToLeave = std::exchange(m_levelsToLeave, 0);
-    const bool touchesPredefined = std::exchange(m_touchesPredefined, false);
+    const bool needsGrid = std::exchange(m_needsGrid, false);
     node->GetBody()->ApplyWalker(this);
-    if (m_touchesPredefined)
+    if (m_needsGrid)
         m_contextFunctions.insert(entry);
-    m_touchesPredefined = touchesPredefined;
+    m_needsGrid = needsGrid;
     m_levelsToLeave = levelsToLeave;
     m_inFormals = inFormals;
 }
@@ -197,7 +197,7 @@ void SlcGetShaderInfo::Touch(const SlcPtr<SlcVarSymbolEntry>& entry)
         return;
     if (variable->IsHidden()) {
         AddVarIfNotInList(variable);
-        m_touchesPredefined = true;
+        m_needsGrid = true;
     }
     if (m_inFormals && (variable->IsHidden() || variable->DependsOnContext() ||
                         !variable->GetDetail()->IsUniform()))
@@ -225,6 +225,21 @@ void SlcGetShaderInfo::WriteArgument(const SlcExprNode* argument)
 {
     if (argument->IsReferenceExpr())
         Write(static_cast<const SlcReferenceExprNode*>(argument)->GetSymbolEntry());
+}
+
+void SlcGetShaderInfo::Case(SlcAssignExprNode* node)
+{
+    node->WalkIn(this);
+    m_hasEffects = true;
+}
+
+void SlcGetShaderInfo::Case(SlcLogOpNode* node)
+{
+    node->GetLeft()->ApplyWalker(this);
+    const bool before = std::exchange(m_hasEffects, false);
+    node->GetRight()->ApplyWalker(this);
+    node->SetRightHasEffects(m_hasEffects);
+    m_hasEffects = m_hasEffects || before;
 }
 
 void SlcGetShaderInfo::Case(SlcCastExprNode* node)
@@ -290,7 +305,7 @@ void SlcGetShaderInfo::Case(SlcTextureExprNode* node)
     AddVarIfNotInList(Hiddens::sm_dv);
     if (node->GetKind()->IsShadow() && m_shaderType && m_shaderType->IsLight())
         AddVarIfNotInList(Hiddens::sm_L);
-    m_touchesPredefined = true;
+    m_needsGrid = true;
 }
 
 void SlcGetShaderInfo::Case(SlcProcCallExprNode* node)
@@ -304,15 +319,20 @@ void SlcGetShaderInfo::Case(SlcProcCallExprNode* node)
         TouchVariablesOf(node);
         AddSpacesOf(node);
         WriteOutputArguments(node);
+        // Its row declares no output, but it writes into its arguments.
+        if (entry->IsOrderSensitive() || node->GetIdent()->GetName() == "unpack")
+            m_hasEffects = true;
         break;
     case SlcFuncOrigin::User:
+        m_hasEffects = true;
         if (m_contextFunctions.count(entry) != 0) {
-            m_touchesPredefined = true;
+            m_needsGrid = true;
             m_parameterDependsOnContext = true;
         }
         WriteOutputArguments(node);
         break;
     case SlcFuncOrigin::Shadeop:
+        m_hasEffects = true;
         for (const auto& argument : node->GetArguments()->GetArgs())
             WriteArgument(argument.get());
         break;
@@ -326,7 +346,7 @@ void SlcGetShaderInfo::TouchVariablesOf(SlcProcCallExprNode* node)
     for (const SlcImplicitVars& row : ImplicitVars()) {
         if (name != row.function)
             continue;
-        m_touchesPredefined = true;
+        m_needsGrid = true;
         for (const auto* variable : row.variables)
             AddVarIfNotInList(*variable);
     }
@@ -362,8 +382,10 @@ void SlcGetShaderInfo::WriteOutputArguments(SlcProcCallExprNode* node)
             storage = leaf->GetStorage();
             entry.VarArgNext();
         }
-        if (storage && storage->IsOutput())
-            WriteArgument(arguments[i].get());
+        if (!storage || !storage->IsOutput())
+            continue;
+        m_hasEffects = true;
+        WriteArgument(arguments[i].get());
     }
 }
 
@@ -414,6 +436,9 @@ void SlcGetShaderInfo::WalkMarking(Node* node, Leaves leaves)
 {
     const int outer = std::exchange(m_levelsToLeave, 0);
     node->WalkIn(this);
+    // The flags of loops and of what is left early hold a value for each point.
+    if (leaves == Leaves::OneLevel || m_levelsToLeave > 0)
+        m_needsGrid = true;
     if (m_levelsToLeave > 0) {
         node->SetContainsBreakOrContinue(true);
         if (leaves == Leaves::OneLevel && m_levelsToLeave != INT_MAX)

@@ -16,7 +16,8 @@ class SlcVarSymbolEntry;
 /// Finds what a writer needs beyond the instructions: the shader's parameters with the code that
 /// initializes each, the predefined variables that it touches, the spaces that it names, the
 /// shadeops that it calls, and a few facts about the whole. Marks also the statements that a
-/// `break` or `continue` below them leaves or continues.
+/// `break` or `continue` below them leaves or continues, and the logical operators whose right
+/// side has effects.
 ///
 /// One walk over the checked tree. The results are read from the fields when it is done; their
 /// meaning is that of the fields of `SlcInterForm` with the same names.
@@ -52,6 +53,8 @@ private:
     void Case(SlcIdentExprNode* node) override;
     void Case(SlcArrayRefExprNode* node) override;
     void Case(SlcIdentLValueNode* node) override;
+    void Case(SlcAssignExprNode* node) override;
+    void Case(SlcLogOpNode* node) override;
     void Case(SlcCastExprNode* node) override;
     void Case(SlcBinOpExprNode* node) override;
     void Case(SlcTextureExprNode* node) override;
@@ -89,14 +92,15 @@ private:
 
     SlcPtr<SlcSemanticError> m_errors;
     SlcPtr<SlcGenInterCode> m_codeGenerator;
-    bool m_inFormals = false;  // of the shader
-    int m_levelsToLeave = 0;   // loops around here that some break or continue reaches
+    bool m_inFormals = false;   // of the shader
+    int m_levelsToLeave = 0;    // loops around here that some break or continue reaches
+    bool m_hasEffects = false;  // what has been walked since the right side began
     bool m_parameterNeedsObjectSpace = false;
     bool m_parameterDependsOnContext = false;
-    bool m_touchesPredefined = false;     // the function whose body is being walked does
+    bool m_needsGrid = false;             // the function whose body is being walked does
     std::string m_spaceName;              // in which the initializer is expressed; empty at first
     std::set<std::string> m_hiddenNames;  // of `m_hiddenVars`
     std::set<std::string> m_spaceTexts;   // of `m_spaces`
-    // Functions whose bodies read or write predefined variables; for look-up only.
+    // Functions that use predefined variables, or flags for each point; for look-up only.
     std::set<SlcPtr<SlcFuncSymbolEntry>> m_contextFunctions;
 };

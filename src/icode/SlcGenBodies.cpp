@@ -1,0 +1,125 @@
+// Bodies of functions, which are expanded in place.
+//
+// A `return` that no condition guards ends the body: what follows it has no code. Under a
+// condition, or in a loop, some points return earlier than others. Such a body is a varying loop
+// of one trip, and its `return` clears the flags of the points as a `break` does.
+
+#include "icode/SlcGenInterCode.h"
+#include "symbols/SlcPossibleTypes.h"
+
+namespace {
+
+/// Thrown by a `return` at the end of a body, caught where the body is expanded.
+struct EndOfBody {};
+
+/// Tells whether a body returns from within a condition, a loop or a light statement.
+class FindEarlyReturn : public SlcCodeWalker {
+public:
+    [[nodiscard]] bool In(SlcStmtNode* body)
+    {
+        body->ApplyWalker(this);
+        return m_found;
+    }
+
+private:
+    using SlcCodeWalker::Case;
+    void Case(SlcIfThenStmtNode* node) override { WalkInside(node); }
+    void Case(SlcIfThenElseStmtNode* node) override { WalkInside(node); }
+    void Case(SlcLoopStmtNode* node) override { WalkInside(node); }
+    void Case(SlcReturnStmtNode*) override { m_found = m_found || m_depth > 0; }
+    void Case(SlcStmtsNode* node) override { node->WalkIn(this); }
+    void Default(SlcSyntaxNode*) override {}
+
+    void WalkInside(SlcStmtNode* node)
+    {
+        ++m_depth;
+        node->WalkIn(this);
+        --m_depth;
+    }
+
+    int m_depth = 0;  // of conditions and loops
+    bool m_found = false;
+};
+
+SlcOperand ZeroOf(const SlcTypeNode* type)
+{
+    return type->IsStringType() ? SlcLexType::String("\"\"") : SlcLexType::Float(0);
+}
+
+}  // namespace
+
+void SlcGenInterCode::GenFuncBody(SlcProcCallExprNode* call, SlcStmtNode* body)
+{
+    if (FindEarlyReturn().In(body))
+        GenBodyOfOneTrip(call, body);
+    else
+        GenPlainBody(call, body);
+}
+
+void SlcGenInterCode::GenPlainBody(SlcProcCallExprNode* call, SlcStmtNode* body)
+{
+    const std::size_t valuesBefore = m_values.size();
+    m_bodies.push_back({nullptr, nullptr, m_loops.size(), nullptr});
+    try {
+        body->ApplyWalker(this);
+    } catch (const EndOfBody&) {
+        // The value is on the stack.
+    }
+    m_bodies.pop_back();
+    if (TypeOf(call)->IsVoidType() || m_values.size() > valuesBefore)
+        return;
+    const SlcOperand result = GetResultVar(call, TypeOf(call), SlcDetailNode::AUniform());
+    AddInBlock(SlcDetailNode::AUniform(), MakeShared<SlcAssignICode>(result, ZeroOf(TypeOf(call))));
+    Push(result);
+}
+
+void SlcGenInterCode::GenBodyOfOneTrip(SlcProcCallExprNode* call, SlcStmtNode* body)
+{
+    SlcDetailNode* varying = SlcDetailNode::AVarying();
+    SlcOperand result;
+    if (!TypeOf(call)->IsVoidType()) {
+        // No pooled one: the statements of the body would release it.
+        result = MakeTempVar(TypeOf(call), varying);
+        AddInBlock(varying, MakeShared<SlcAssignICode>(result, ZeroOf(TypeOf(call))));
+    }
+    const SlcOperand flag = GetBoolFlag(varying);
+    const SlcOperand uniformFlag = GetBoolFlag(SlcDetailNode::AUniform());
+    const SlcLabel end = GenLabel();
+    GenAllActive(flag);
+    AddICode(MakeShared<SlcSetUniformBoolFlagICode>(uniformFlag, flag));
+    m_bodies.push_back({flag, result, m_loops.size(), end});
+    EnterCondition(flag, uniformFlag);
+    body->ApplyWalker(this);
+    LeaveCondition();
+    m_bodies.pop_back();
+    AddICode(end);
+    ReleaseBoolFlag(uniformFlag);
+    ReleaseBoolFlag(flag);
+    if (result.Null())
+        return;
+    if (DetailOf(call)->IsUniform()) {
+        // All points that return have the same value.
+        const SlcOperand uniformResult = GenTempVar(TypeOf(call), SlcDetailNode::AUniform());
+        GenPlainAssignment(uniformResult, result);
+        result = uniformResult;
+    }
+    Push(result);
+}
+
+void SlcGenInterCode::Case(SlcReturnStmtNode* node)
+{
+    GenLineNumberInfo(node);
+    const Body body = m_bodies.back();
+    if (body.flag.Null()) {
+        node->WalkIn(this);
+        throw EndOfBody();
+    }
+    if (node->GetValue()) {
+        const SlcOperand value = Evaluate(node->GetValue());
+        GenPlainAssignment(body.result, value);
+    }
+    const auto leave = MakeShared<SlcBreakICode>(body.end);
+    AddLoopFlags(leave->m_flags, m_loops.size() - body.loops);
+    GenLeave(leave, leave->m_flags, body.flag);
+    ReleaseTempVars();
+}

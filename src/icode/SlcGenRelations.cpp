@@ -1,0 +1,228 @@
+// Relations: comparisons and logical operators, as flags.
+//
+// Negation is pushed down to the comparisons by De Morgan's law. A right side runs only where the
+// left one has not decided: under a flag that marks these points or, beside a uniform left side,
+// under that flag alone. Where it would then see a wrong or stale flag, its value is put right
+// afterwards; where it has effects, it is jumped over.
+
+#include "icode/SlcGenInterCode.h"
+#include "support/reports/SlcSemanticError.h"
+
+namespace {
+
+/// Null for an operator without an instruction.
+SlcPtr<SlcICode> MakeComparison(const SlcCompOpNode* node, bool inverted, const SlcOperand& flag,
+                                const SlcOperand& left, const SlcOperand& right)
+{
+    if (inverted ? node->IsGreaterEqual() : node->IsLessThen())
+        return MakeShared<SlcLessThenICode>(flag, left, right);
+    if (inverted ? node->IsGreaterThen() : node->IsLessEqual())
+        return MakeShared<SlcLessEqualICode>(flag, left, right);
+    if (inverted ? node->IsLessEqual() : node->IsGreaterThen())
+        return MakeShared<SlcGreaterThenICode>(flag, left, right);
+    if (inverted ? node->IsLessThen() : node->IsGreaterEqual())
+        return MakeShared<SlcGreaterEqualICode>(flag, left, right);
+    if (inverted ? node->IsNotEqual() : node->IsEqual())
+        return MakeShared<SlcEqualICode>(flag, left, right);
+    if (inverted ? node->IsEqual() : node->IsNotEqual())
+        return MakeShared<SlcNotEqualICode>(flag, left, right);
+    return nullptr;
+}
+
+SlcPtr<SlcBoolExprResult> Wanted(const SlcRelationNode* node)
+{
+    return CheckCast<SlcBoolExprResult>(node->GetAnnotation());
+}
+
+/// A logical operator below negations.
+bool IsLogOp(const SlcRelationNode* relation)
+{
+    while (const auto* negation = dynamic_cast<const SlcNotRelNode*>(relation))
+        relation = negation->GetRelation();
+    return dynamic_cast<const SlcLogOpNode*>(relation) != nullptr;
+}
+
+}  // namespace
+
+SlcOperand SlcGenInterCode::GenRelation(SlcRelationNode* relation, const SlcOperand& target,
+                                        bool inverted)
+{
+    relation->SetAnnotation(MakeShared<SlcBoolExprResult>(target, inverted));
+    relation->ApplyWalker(this);
+    return PopReference();
+}
+
+void SlcGenInterCode::Case(SlcNotRelNode* node)
+{
+    const auto wanted = Wanted(node);
+    bool inverted = !wanted->IsInverted();
+    SlcRelationNode* relation = node->GetRelation();
+    while (auto* negation = dynamic_cast<SlcNotRelNode*>(relation)) {
+        inverted = !inverted;
+        relation = negation->GetRelation();
+    }
+    relation->SetAnnotation(MakeShared<SlcBoolExprResult>(wanted->GetResult(), inverted));
+    relation->ApplyWalker(this);
+}
+
+void SlcGenInterCode::Case(SlcCompOpNode* node)
+{
+    node->WalkIn(this);
+    GenComparison(node);
+}
+
+void SlcGenInterCode::GenComparison(SlcCompOpNode* node)
+{
+    SlcOperand right = Pop();
+    SlcOperand left = Pop();
+    MatchColors(left, right);
+    const auto wanted = Wanted(node);
+    const SlcOperand& target = wanted->GetResult();
+    SlcOperand flag = FlagFor(target, UniformIfAll({left, right}));
+    const SlcPtr<SlcICode> code = MakeComparison(node, wanted->IsInverted(), flag, left, right);
+    if (code.Null())
+        m_errors->FatalError(node, "Invalid operator while generating i-code for rel op");
+    AddInBlock(flag->GetDetail(), code);
+
+    // Points that leave a loop have a flag each, even if they all decide alike.
+    if (flag->IsUniform() && m_flagCopyNeeded)
+        flag = CopiedFlag(flag, GetBoolFlag(SlcDetailNode::AVarying()));
+    if (flag->IsUniform() && target && !target->IsUniform())
+        flag = CopiedFlag(flag, target);
+    ClearOutsideCondition(flag);
+    Push(flag);
+}
+
+SlcOperand SlcGenInterCode::FlagFor(const SlcOperand& target, SlcDetailNode* detail)
+{
+    if (target.Null() || (detail->IsUniform() && !target->IsUniform()))
+        return GetBoolFlag(detail);
+    if (detail->IsUniform() || !target->IsUniform())
+        return target;
+    // A uniform left side has decided wherever this comparison does not run.
+    SlcOperand flag = GetBoolFlag(detail);
+    AssignOutsideCondition(flag, target);
+    return flag;
+}
+
+SlcOperand SlcGenInterCode::CopiedFlag(const SlcOperand& flag, const SlcOperand& copy)
+{
+    AddInBlock(SlcDetailNode::AVarying(), MakeShared<SlcAssignICode>(copy, flag));
+    ReleaseBoolFlag(flag);
+    return copy;
+}
+
+/// Goes down the left sides in a loop: a chain of operators nests as deep as it is long.
+void SlcGenInterCode::Case(SlcLogOpNode* node)
+{
+    const auto wanted = Wanted(node);
+    SlcOperand target = wanted->GetResult();
+    const bool inverted = wanted->IsInverted();
+    std::vector<SlcLogOpNode*> chain;
+    SlcRelationNode* left = node;
+    while (auto* logOp = dynamic_cast<SlcLogOpNode*>(left)) {
+        chain.push_back(logOp);
+        // A flag must not be overwritten while it guards its own computation.
+        if (logOp->IsLogAnd() == inverted && target && !target->IsUniform() &&
+            target == InnermostFlag())
+            target = GetBoolFlag(SlcDetailNode::AVarying());
+        left = logOp->GetLeft();
+    }
+    SlcOperand flag = GenRelation(left, target, inverted);
+    for (; !chain.empty(); chain.pop_back()) {
+        SlcLogOpNode* logOp = chain.back();
+        flag = logOp->IsLogAnd() == inverted ? GenLogOrCode(logOp, flag, inverted)
+                                             : GenLogAndCode(logOp, flag, inverted);
+    }
+    Push(flag);
+}
+
+SlcOperand SlcGenInterCode::GenLogAndCode(SlcLogOpNode* node, const SlcOperand& flag, bool inverted)
+{
+    if (flag->IsUniform())
+        return GenUniformLogOp(node, flag, inverted, AssignIfValue::IfTrue);
+    const SlcOperand uniformFlag = GetBoolFlag(SlcDetailNode::AUniform());
+    AddICode(MakeShared<SlcSetUniformBoolFlagICode>(uniformFlag, flag));
+    EnterCondition(flag, uniformFlag);
+    SlcOperand result = GenRelation(node->GetRight(), flag, inverted);
+    LeaveCondition();
+    ReleaseBoolFlag(uniformFlag);
+    return result;
+}
+
+SlcOperand SlcGenInterCode::GenLogOrCode(SlcLogOpNode* node, const SlcOperand& flag, bool inverted)
+{
+    if (flag->IsUniform())
+        return GenUniformLogOp(node, flag, inverted, AssignIfValue::IfFalse);
+    // Marks the points that the left side left false.
+    const SlcOperand rest = GetBoolFlag(SlcDetailNode::AVarying());
+    const SlcOperand uniformFlag = GetBoolFlag(SlcDetailNode::AUniform());
+    AddICode(MakeShared<SlcInvertBoolFlagICode>(rest, flag, InnermostFlag()));
+    AddICode(MakeShared<SlcSetUniformBoolFlagICode>(uniformFlag, rest));
+    // What has effects must not take forms for the whole grid here.
+    const bool hasEffects = node->RightHasEffects();
+    BeginAssignIfTrue(rest, uniformFlag);
+    if (hasEffects)
+        InsideParallelCond();
+    const SlcOperand right = GenRelation(node->GetRight(), rest, inverted);
+    if (hasEffects)
+        OutsideParallelCond();
+    EndAssignIfTrue();
+    AddICode(MakeShared<SlcOrBoolFlagICode>(flag, flag, right));
+    ReleaseBoolFlag(uniformFlag);
+    ReleaseBoolFlag(right);
+    if (!(right == rest))
+        ReleaseBoolFlag(rest);
+    return flag;
+}
+
+/// The right side runs only if `flag`, the left side's value, is `state`.
+SlcOperand SlcGenInterCode::GenUniformLogOp(SlcLogOpNode* node, const SlcOperand& flag,
+                                            bool inverted, AssignIfValue state)
+{
+    if (node->RightHasEffects())
+        return GenUniformLogOpWithJump(node, flag, inverted, state);
+    // Within the right side too only the innermost flag is tested, and that may be stale here.
+    const bool isFlat = !IsLogOp(node->GetRight());
+    if (state == AssignIfValue::IfTrue)
+        BeginAssignIfTrue(flag, flag);
+    else
+        BeginAssignIfFalse(flag, flag);
+    const SlcOperand result = GenRelation(node->GetRight(), isFlat ? flag : nullptr, inverted);
+    if (!isFlat)
+        AssignOutsideCondition(result, flag);
+    if (state == AssignIfValue::IfTrue)
+        EndAssignIfTrue();
+    else
+        EndAssignIfFalse();
+    ClearOutsideCondition(result);
+    if (!(result == flag))
+        ReleaseBoolFlag(flag);
+    return result;
+}
+
+SlcOperand SlcGenInterCode::GenUniformLogOpWithJump(SlcLogOpNode* node, const SlcOperand& flag,
+                                                    bool inverted, AssignIfValue state)
+{
+    const SlcLabel decided = GenLabel();
+    GenSkipWithoutPoints(decided);
+    if (state == AssignIfValue::IfTrue)
+        AddICode(MakeShared<SlcIfFalseGotoICode>(flag, decided));
+    else
+        AddICode(MakeShared<SlcIfTrueGotoICode>(flag, decided));
+    SlcOperand result = GenRelation(node->GetRight(), nullptr, inverted);
+    if (result->IsUniform()) {
+        AddInBlock(SlcDetailNode::AUniform(), MakeShared<SlcAssignICode>(flag, result));
+        AddICode(decided);
+        ReleaseBoolFlag(result);
+        return flag;
+    }
+    const SlcLabel end = GenLabel();
+    AddICode(MakeShared<SlcGotoICode>(end));
+    AddICode(decided);
+    AddInBlock(SlcDetailNode::AVarying(), MakeShared<SlcAssignICode>(result, flag));
+    ClearOutsideCondition(result);
+    AddICode(end);
+    ReleaseBoolFlag(flag);
+    return result;
+}
