@@ -1,41 +1,40 @@
-// The cuts concern what the semantic passes have left on the tree.
-
-#include "frontend/SlcDeleteTree.h"
+#include "semantics/SlcDeleteTree.h"
 
 #include "frontend/SlcNodes.h"
 #include "semantics/SlcFuncInfo.h"
 #include "semantics/SlcStatementInfo.h"
 #include "symbols/SlcFuncSymbolEntry.h"
 
-void SlcDeleteTree::operator()(SlcSyntaxNode* root)
+void SlcDeleteTree::operator()(SlcSyntaxNode* node)
 {
-    if (root)
-        root->ApplyWalker(this);
+    if (node)
+        node->ApplyWalker(this);
+}
+
+void SlcDeleteTree::Case(SlcShaderDefNode* shader)
+{
+    shader->WalkIn(this);
+    if (const auto info = CheckCast<SlcStatementInfo>(shader->GetAnnotation()); !info.Null())
+        info->ClearTable();
+}
+
+void SlcDeleteTree::Case(SlcFuncDefNode* function)
+{
+    function->WalkIn(this);
+    const SlcPtr<SlcFuncSymbolEntry> entry = function->GetSymbolEntry();
+    if (entry.Null())
+        return;
+    if (const auto info = CheckCast<SlcFuncInfo>(entry->GetFuncInfo()); !info.Null())
+        info->ClearScope();
+    function->SetSymbolEntry(nullptr);
+}
+
+void SlcDeleteTree::Case(SlcProcCallExprNode* call)
+{
+    call->SetSymbolEntry(nullptr);
 }
 
 void SlcDeleteTree::Default(SlcSyntaxNode* node)
 {
     node->WalkIn(this);
-}
-
-void SlcDeleteTree::Case(SlcShaderDefNode* node)
-{
-    node->WalkIn(this);
-    if (const auto info = CheckCast<SlcStatementInfo>(node->GetAnnotation()))
-        info->ClearTable();
-}
-
-void SlcDeleteTree::Case(SlcFuncDefNode* node)
-{
-    node->WalkIn(this);
-    // A function's scope leads to the scope of its definition, which holds its entry.
-    const auto entry = node->GetSymbolEntry();
-    if (entry && entry->GetFuncInfo())
-        CheckCast<SlcFuncInfo>(entry->GetFuncInfo())->ClearScope();
-    node->SetSymbolEntry(nullptr);
-}
-
-void SlcDeleteTree::Case(SlcProcCallExprNode* node)
-{
-    node->SetSymbolEntry(nullptr);
 }
