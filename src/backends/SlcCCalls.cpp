@@ -1,0 +1,347 @@
+// Statements that call a primitive of the run time: transforms, lights, built-ins and shadeops.
+
+#include "backends/SlcCStatements.h"
+#include "backends/SlcLocalFacts.h"
+#include "backends/SlcSpaceName.h"
+
+namespace {
+
+/// The suffixes of a whole-grid form.
+std::string GridSuffix(bool simd, const SlcOperand& condition, bool ifTrue = true)
+{
+    std::string suffix = simd ? "_SIMD" : "";
+    if (condition)
+        suffix += ifTrue ? "_IF_TRUE" : "_IF_FALSE";
+    return suffix;
+}
+
+struct TypeWord {
+    bool (SlcTypeNode::*test)() const;
+    const char* word;
+};
+
+// clang-format off
+constexpr TypeWord k_assignWords[] = {
+    {&SlcTypeNode::IsFloatType,  "FLOAT"},
+    {&SlcTypeNode::IsStringType, "STRING"},
+    {&SlcTypeNode::IsColorType,  "COLOR"},
+    {&SlcTypeNode::IsPointType,  "POINT"},
+    {&SlcTypeNode::IsMatrixType, "MATRIX"},
+};
+// clang-format on
+
+const char* AssignWord(const SlcTypeNode* type)
+{
+    for (const TypeWord& row : k_assignWords)
+        if ((type->*row.test)())
+            return row.word;
+    return nullptr;
+}
+
+bool IsVaryingArray(const SlcOperand& operand)
+{
+    return IsArray(operand) && !operand->IsUniform();
+}
+
+}  // namespace
+
+// Coordinate systems.
+
+void SlcCStatements::Case(SlcPtr<SlcTransformFromSpaceICode> code)
+{
+    WriteTransform(*code, true);
+}
+
+void SlcCStatements::Case(SlcPtr<SlcTransformToSpaceICode> code)
+{
+    WriteTransform(*code, false);
+}
+
+/// The primitives are named from the other end: what comes from a named space goes to the current
+/// one, or to RGB.
+void SlcCStatements::WriteTransform(SlcTransformSpaceICode& code, bool fromSpace)
+{
+    const bool isColor = code.m_type->IsColorType();
+    if (!isColor && !code.m_type->IsPointType()) {
+        Default(SlcPtr<SlcICode>(&code));
+        return;
+    }
+    std::string name = "CALL_PRIM_";
+    if (isColor)
+        name += 'C';
+    else if (code.m_type->IsVectorType())
+        name += 'V';
+    else if (code.m_type->IsNormalType())
+        name += 'N';
+    name += fromSpace ? "TRANSFORM_TO_" : "TRANSFORM_FROM_";
+    name += isColor ? "RGB" : "CURRENT";
+    name += GridSuffix(code.m_simd, code.m_condition);
+
+    m_out << name << '(';
+    if (code.m_condition)
+        m_out << Grid(code.m_condition) << ", ";
+    const auto text = [&](const SlcOperand& operand) {
+        return code.m_simd ? Grid(operand) : Text(operand);
+    };
+    m_out << text(code.m_dest) << ", " << text(code.m_source);
+    if (isColor)
+        Line(",", Text(code.m_space), ");");
+    else
+        Line(", ", SlcMatrixIndexName(code.m_space->GetString()), ");");
+}
+
+void SlcCStatements::Case(SlcPtr<SlcConcatSpaceMatrixICode> code)
+{
+    WriteCall("CONCAT_SPACE_MATRIX", {Text(code->m_dest), Text(code->m_source),
+                                      SlcMatrixIndexName(code->m_space->GetText())});
+}
+
+// Lights.
+
+void SlcCStatements::Case(SlcPtr<SlcEvalLightICode> code)
+{
+    WriteCall("EVAL_LIGHTS", {Grid(code->m_position)});
+}
+
+void SlcCStatements::Case(SlcPtr<SlcEvalLightForPICode>)
+{
+    Line("if (mustEvalLights) {");
+    Line("\t\tEVAL_LIGHTS(i_hiddens.GetP());");
+    Line("\t\tmustEvalLights = false;");
+    Line("\t}");
+}
+
+void SlcCStatements::Case(SlcPtr<SlcResetEvalLightForPICode>)
+{
+    Line("mustEvalLights = true;");
+}
+
+void SlcCStatements::Case(SlcPtr<SlcIlluminateICode> code)
+{
+    const auto text = [&](const SlcOperand& operand) {
+        return code->m_simd ? Grid(operand) : Text(operand);
+    };
+    Texts texts{text(code->m_flag)};
+    if (code->m_condition)
+        texts.push_back(Grid(code->m_condition));
+    texts.push_back(text(code->m_position));
+    if (code->m_axis) {
+        texts.push_back(text(code->m_axis));
+        texts.push_back(text(code->m_angle));
+    }
+    texts.push_back(text(code->m_Ps));
+    texts.push_back(text(code->m_L));
+    WriteCall((code->m_axis ? "ILLUMINATE" : "ILLUMINATE_NO_CONE") +
+                  GridSuffix(code->m_simd, code->m_condition),
+              texts);
+}
+
+void SlcCStatements::Case(SlcPtr<SlcSolarICode> code)
+{
+    if (!code->m_simd) {
+        WriteCall("SOLAR",
+                  {Text(code->m_flag), Text(code->m_L), Text(code->m_axis), Text(code->m_angle)});
+        return;
+    }
+    Texts texts{Grid(code->m_flag)};
+    if (code->m_condition)
+        texts.push_back(Grid(code->m_condition));
+    for (const SlcOperand& operand : {code->m_L, code->m_axis, code->m_angle})
+        texts.push_back(Grid(operand));
+    WriteCall("SOLAR" + GridSuffix(true, code->m_condition, code->m_ifTrue), texts);
+}
+
+void SlcCStatements::Case(SlcPtr<SlcCheckIlluminanceICode> code)
+{
+    if (!code->m_simd) {
+        WriteCall("ILLUMINANCE", {Text(code->m_flag), Text(code->m_position), Text(code->m_axis),
+                                  Text(code->m_angle)});
+        return;
+    }
+    Texts texts = GridTexts({code->m_flag, code->m_position, code->m_axis, code->m_angle});
+    if (code->m_condition)
+        texts.push_back(Grid(code->m_condition));
+    WriteCall("ILLUMINANCE" + GridSuffix(true, code->m_condition, code->m_ifTrue), texts);
+}
+
+// Built-ins.
+
+void SlcCStatements::Case(SlcPtr<SlcCallICode> code)
+{
+    const bool hasResult = !code->m_result.Null();
+    if (hasResult && code->m_simd) {
+        WriteGridCall(*code);
+        return;
+    }
+    const std::string result = hasResult ? Text(code->m_result) : "";
+    if (code->m_varArgs) {
+        WriteVarArgsCall(*code, result);
+        return;
+    }
+    Texts texts;
+    if (hasResult)
+        texts.push_back(result);
+    for (const SlcOperand& argument : code->m_args)
+        texts.push_back(Text(argument));
+    WriteCall(code->m_name->GetName(), texts);
+}
+
+void SlcCStatements::WriteGridCall(const SlcCallICode& code)
+{
+    Texts texts{Grid(code.m_result)};
+    if (code.m_condition)
+        texts.push_back(Grid(code.m_condition));
+    for (const SlcOperand& argument : code.m_args)
+        texts.push_back(Grid(argument));
+    WriteCall(code.m_name->GetName() + GridSuffix(true, code.m_condition, code.m_ifTrue), texts);
+}
+
+void SlcCStatements::WriteVarArgsCall(const SlcCallICode& code, const std::string& result)
+{
+    const std::size_t count = code.m_args.size();
+    Line("{");
+    Line("\tconst void *theArgs[", count, "];");
+    Line();
+    for (std::size_t k = 0; k < count; ++k) {
+        const SlcOperand& argument = code.m_args[k];
+        std::string text = Text(argument);
+        const bool isFloat = argument->IsFloat();
+        if (isFloat || argument->IsString()) {
+            // A constant has no address.
+            const std::string temporary = "temp" + std::to_string(k);
+            Line(isFloat ? "\tfloat " : "\tconst char *", temporary, " = ", text, ";");
+            text = temporary;
+        }
+        Line("\ttheArgs[", k, "] = &(", text, ");");
+    }
+    m_out << '\t';
+    Texts texts{"theArgs", std::to_string(count)};
+    if (!result.empty())
+        texts.insert(texts.begin(), result);
+    WriteCall(code.m_name->GetName(), texts);
+    Line("\t}");
+}
+
+// Texture footprints.
+
+void SlcCStatements::Case(SlcPtr<SlcTextureSTPointsICode> code)
+{
+    Texts texts = GridTexts({code->m_s, code->m_t});
+    for (const SlcOperand& corner : code->m_corners)
+        texts.push_back(Grid(corner));
+    WriteFootprint("COMPUTE_ST_POINTS", std::move(texts), code->m_useCondition, code->m_condition,
+                   code->m_ifTrue);
+}
+
+void SlcCStatements::Case(SlcPtr<SlcTexturePointsICode> code)
+{
+    Texts texts{Grid(code->m_point)};
+    for (const SlcOperand& corner : code->m_corners)
+        texts.push_back(Grid(corner));
+    WriteFootprint("COMPUTE_POINTS", std::move(texts), code->m_useCondition, code->m_condition,
+                   code->m_ifTrue);
+}
+
+void SlcCStatements::Case(SlcPtr<SlcFilterstepPointsICode> code)
+{
+    WriteFootprint("COMPUTE_FILTERSTEP_POINTS", GridTexts({code->m_x, code->m_y}),
+                   code->m_useCondition, code->m_condition, code->m_ifTrue);
+}
+
+void SlcCStatements::WriteFootprint(const char* name, Texts operands, bool useCondition,
+                                    const SlcOperand& condition, bool ifTrue)
+{
+    if (useCondition)
+        operands.push_back(Grid(condition));
+    WriteCall(name + GridSuffix(false, useCondition ? condition : nullptr, ifTrue), operands);
+}
+
+// Shadeops.
+
+std::string SlcCStatements::AssignFuncName(const SlcTypeNode* dest, const SlcTypeNode* source)
+{
+    const char* destWord = AssignWord(dest);
+    const char* sourceWord = AssignWord(source);
+    if (!destWord || !sourceWord)
+        return "";
+    return std::string("ASSIGN_") + destWord + '_' + sourceWord;
+}
+
+std::string SlcCStatements::ShadeopAssignName(const SlcTypeNode* type, const char* what) const
+{
+    const std::string name = AssignFuncName(type, type);
+    if (name.empty())
+        Fatal(std::string("Invalid type for ") + what +
+              " value (in SlcGenCCode::Case(SlcPtr<SlcCallDSOICode>)");
+    return name;
+}
+
+/// A string result comes back in a pointer of its own: the text is the library's, and the variable
+/// takes a copy that it can free.
+void SlcCStatements::Case(SlcPtr<SlcCallDSOICode> code)
+{
+    const std::size_t count = code->m_args.size() + 1;
+    const bool isString = code->m_result && code->m_result->GetType()->IsStringType();
+    const std::string result = code->m_result ? Text(code->m_result) : "";
+    Line("{");
+    Line("\t\tint dsoArgc = ", count, ";");
+    Line("\t\tvoid *dsoArgv[", count, "];");
+    if (isString)
+        Line("\t\tconst char *temp0 = 0;");
+    if (code->m_result)
+        Line("\t\tdsoArgv[0] = &(", isString ? "temp0" : result, ");");
+    else
+        Line("\t\tdsoArgv[0] = 0;");
+    for (std::size_t k = 1; k < count; ++k)
+        WriteShadeopArgument(code->m_args[k - 1], k);
+    const std::string info =
+        "s_theDSOInfo[DSOINFO_" + code->m_funcKey + "_" + code->m_methodName + "]";
+    Line("\t\tif (", info, ".m_methodFunc)");
+    Line("\t\t{");
+    Line("\t\t\t", info, ".m_methodFunc(", info, ".m_initdata,dsoArgc, dsoArgv);");
+    if (isString)
+        Line("\t\t\tASSIGN_STRING_STRING(", result, ", temp0);");
+    Line("\t\t}");
+    Line("}");
+}
+
+void SlcCStatements::WriteShadeopArgument(const SlcOperand& argument, std::size_t place)
+{
+    const std::string slot = "\t\tdsoArgv[" + std::to_string(place) + "] = &";
+    if (IsVaryingArray(argument)) {
+        Line(slot, "(", Grid(argument), "[polyCnt * ", ElementCount(argument), "]);");
+        return;
+    }
+    if (argument->IsIdent() && !IsPI(argument)) {
+        Line(slot, "(", Text(argument), ");");
+        return;
+    }
+    const SlcTypeNode* type = argument->GetType();
+    const std::string assign = ShadeopAssignName(type, "constant");
+    const std::string temporary = "temp" + std::to_string(place);
+    if (type->IsStringType()) {
+        // Assigning a string frees the old one, and the temporary never had one.
+        Line("\t\t", m_types.GetString(type), temporary, " = ", Text(argument), ";");
+    } else {
+        Line("\t\t", m_types.GetString(type), " ", temporary, ";");
+        m_out << "\t\t";
+        WriteCall(assign, {temporary, Text(argument)});
+    }
+    Line(slot, temporary, ";");
+}
+
+/// A shadeop sees one point's array as a run of elements; a varying array is stored by element.
+void SlcCStatements::Case(SlcPtr<SlcConvertArrayDSOICode> code)
+{
+    const std::string assign = ShadeopAssignName(ElementType(code->m_dest), "array");
+    const int size = ElementCount(code->m_dest);
+    const std::string run = "[polyCnt * " + std::to_string(size) + " + j]";
+    const std::string byElement = "[j * numMp + polyCnt]";
+    Line("for (polyCnt = 0; polyCnt < numMp; ++polyCnt) {");
+    Line("\t\tfor (int j = 0; j < ", size, "; ++j) {");
+    m_out << "\t\t\t";
+    WriteCall(assign, {Grid(code->m_dest) + (code->m_toDSO ? run : byElement),
+                       Grid(code->m_source) + (code->m_toDSO ? byElement : run)});
+    Line("\t\t}");
+    Line("\t}");
+}

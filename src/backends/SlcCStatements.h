@@ -1,0 +1,118 @@
+#pragma once
+
+#include <initializer_list>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "backends/SlcEquCBinOpName.h"
+#include "backends/SlcEquCType.h"
+#include "backends/SlcEquCValue.h"
+#include "icode/SlcICodes.h"
+#include "icode/SlcListICode.h"
+
+class SlcSemanticError;
+
+/// Writes instructions as C++ statements. Nearly each is one macro call, whose name tells the
+/// operation, the types of the operands, and by suffixes whether it runs over the whole grid.
+class SlcCStatements : protected SlcAllICodeWalker {
+public:
+    SlcCStatements(SlcPtr<SlcSemanticError> errors, std::ostream& out);
+
+    /// The body of a function or block. An empty statement ends it, since a label may be the last
+    /// instruction. A jump never enters the scope of a declaration: those that statements need
+    /// stand in braces of their own.
+    void PrintListICode(const SlcListICode& list);
+
+protected:
+    /// One line of the file.
+    template <class... Parts>
+    void Line(const Parts&... parts)
+    {
+        (m_out << ... << parts) << '\n';
+    }
+    /// A fault of the compiler, placed where the last comment stands, if any.
+    [[noreturn]] void Fatal(const std::string& message) const;
+    [[nodiscard]] static bool IsPI(const SlcOperand& operand);
+    /// The assignment of a value of one type to a variable of another; empty for a type that has
+    /// none.
+    [[nodiscard]] static std::string AssignFuncName(const SlcTypeNode* dest,
+                                                    const SlcTypeNode* source);
+
+    SlcPtr<SlcSemanticError> m_errors;
+    std::ostream& m_out;
+    SlcEquCValue m_values;
+    SlcEquCType m_types;
+    SlcEquCBinOpName m_names{SlcEquCBinOpName::Invert::DestAndSource};
+    SlcPtr<SlcCommentICode> m_comment;  // the last one written; places reports
+
+private:
+    using SlcAllICodeWalker::Case;
+    void Case(SlcPtr<SlcLabelICode> code) override;
+    void Case(SlcPtr<SlcGotoICode> code) override;
+    void Case(SlcPtr<SlcIfTrueGotoICode> code) override;
+    void Case(SlcPtr<SlcIfFalseGotoICode> code) override;
+    void Case(SlcPtr<SlcBeginParallelICode> code) override;
+    void Case(SlcPtr<SlcEndParallelICode> code) override;
+    void Case(SlcPtr<SlcIfTrueICode> code) override;
+    void Case(SlcPtr<SlcIfFalseICode> code) override;
+    void Case(SlcPtr<SlcEndIfICode> code) override;
+    void Case(SlcPtr<SlcBeginIlluminanceICode> code) override;
+    void Case(SlcPtr<SlcEndIlluminanceICode> code) override;
+    void Case(SlcPtr<SlcBreakICode> code) override;
+    void Case(SlcPtr<SlcContinueICode> code) override;
+    void Case(SlcPtr<SlcCommentICode> code) override;
+    void Case(SlcPtr<SlcInvisibleICode> code) override;
+
+    void Case(SlcPtr<SlcArithExprICode> code) override;
+    void Case(SlcPtr<SlcBinOpBoolExprICode> code) override;
+    void Case(SlcPtr<SlcAssignICode> code) override;
+    void Case(SlcPtr<SlcAssignSIMDICode> code) override;
+    void Case(SlcPtr<SlcUnaryMinusICode> code) override;
+    void Case(SlcPtr<SlcPointICode> code) override;
+    void Case(SlcPtr<SlcColorICode> code) override;
+    void Case(SlcPtr<SlcMatrixICode> code) override;
+    void Case(SlcPtr<SlcArrayRefICode> code) override;
+    void Case(SlcPtr<SlcCheckValidArrayIndexICode> code) override;
+    void Case(SlcPtr<SlcSetUniformBoolFlagICode> code) override;
+    void Case(SlcPtr<SlcInvertBoolFlagICode> code) override;
+    void Case(SlcPtr<SlcOrBoolFlagICode> code) override;
+
+    void Case(SlcPtr<SlcTransformFromSpaceICode> code) override;
+    void Case(SlcPtr<SlcTransformToSpaceICode> code) override;
+    void Case(SlcPtr<SlcConcatSpaceMatrixICode> code) override;
+
+    void Case(SlcPtr<SlcEvalLightICode> code) override;
+    void Case(SlcPtr<SlcEvalLightForPICode> code) override;
+    void Case(SlcPtr<SlcResetEvalLightForPICode> code) override;
+    void Case(SlcPtr<SlcIlluminateICode> code) override;
+    void Case(SlcPtr<SlcSolarICode> code) override;
+    void Case(SlcPtr<SlcCheckIlluminanceICode> code) override;
+
+    void Case(SlcPtr<SlcCallICode> code) override;
+    void Case(SlcPtr<SlcTextureSTPointsICode> code) override;
+    void Case(SlcPtr<SlcTexturePointsICode> code) override;
+    void Case(SlcPtr<SlcFilterstepPointsICode> code) override;
+    void Case(SlcPtr<SlcCallDSOICode> code) override;
+    void Case(SlcPtr<SlcConvertArrayDSOICode> code) override;
+    void Default(SlcPtr<SlcICode> code) override;
+
+    using Texts = std::vector<std::string>;
+    /// `name(argument, argument, ...);`
+    void WriteCall(std::string_view name, const Texts& arguments);
+    [[nodiscard]] std::string Text(const SlcOperand& operand);
+    [[nodiscard]] std::string Grid(const SlcOperand& operand);
+    [[nodiscard]] Texts GridTexts(std::initializer_list<SlcOperand> operands);
+    void ClearFlags(const std::deque<SlcOperand>& flags);
+
+    void WriteTransform(SlcTransformSpaceICode& code, bool fromSpace);
+    /// A call whose arguments are passed as an array of addresses. `result` may be empty.
+    void WriteVarArgsCall(const SlcCallICode& code, const std::string& result);
+    void WriteGridCall(const SlcCallICode& code);
+    void WriteFootprint(const char* name, Texts operands, bool useCondition,
+                        const SlcOperand& condition, bool ifTrue);
+    void WriteShadeopArgument(const SlcOperand& argument, std::size_t place);
+    /// `AssignFuncName` of equal types; `what` names in the report what has an unfit type.
+    [[nodiscard]] std::string ShadeopAssignName(const SlcTypeNode* type, const char* what) const;
+};

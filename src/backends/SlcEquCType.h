@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+#include "frontend/SlcTypeNode.h"
+
+class SlcShaderTypeNode;
+
+/// The C++ type that holds a value of a type of the language.
+class SlcEquCType {
+public:
+    /// A reference to an array's element is a pointer. An array as a whole has no type of its own:
+    /// its declaration is written with the type of the element.
+    [[nodiscard]] std::string GetString(const SlcTypeNode* type) const;
+};
+
+/// The enumerator by which a generated file tells its kind of shader.
+class SlcEquCShaderType {
+public:
+    [[nodiscard]] std::string GetString(const SlcShaderTypeNode* type) const;
+};

@@ -1,0 +1,165 @@
+#include "backends/SlcEquCValue.h"
+
+#include <cstdio>
+#include <cstring>
+
+#include "backends/SlcGeneratedText.h"
+#include "backends/SlcLocalFacts.h"
+
+std::string SlcEquCValue::GetString(const SlcOperand& operand)
+{
+    m_form = Form::Point;
+    m_elementWanted = false;
+    Convert(operand);
+    return m_text;
+}
+
+std::string SlcEquCValue::GetStringSIMD(const SlcOperand& operand)
+{
+    m_form = Form::Grid;
+    m_elementWanted = false;
+    Convert(operand);
+    return m_text;
+}
+
+std::string SlcEquCValue::GetStringArray(const SlcOperand& array, const SlcOperand& index)
+{
+    m_index = GetString(index);
+    m_elementWanted = true;
+    Convert(array);
+    return m_text;
+}
+
+std::string SlcEquCValue::GetStringRef(const SlcOperand& ref) const
+{
+    return "u." + ref->GetName();
+}
+
+void SlcEquCValue::BindRef(const SlcOperand& ref, const SlcOperand& array)
+{
+    if (array->IsUniform())
+        m_flatRefs.insert(ref);
+    else
+        m_flatRefs.erase(ref);
+}
+
+std::string SlcEquCValue::Quote(const std::string& text)
+{
+    constexpr const char* knownEscapes = "abfnrtv\\'\"?01234567";
+    std::string quoted;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool unknown =
+            text[i] == '\\' && i + 1 < text.size() && !std::strchr(knownEscapes, text[i + 1]);
+        if (text[i] == '\\' && !unknown)
+            quoted += text[i++];
+        if (!unknown)
+            quoted += text[i];
+    }
+    return quoted;
+}
+
+std::string SlcEquCValue::Literal(const std::string& text)
+{
+    std::string literal = "\"";
+    for (const char c : text) {
+        if (c == '"' || c == '\\')
+            literal += '\\';
+        literal += c;
+    }
+    return literal + '"';
+}
+
+void SlcEquCValue::Convert(const SlcOperand& operand)
+{
+    m_operand = &*operand;
+    m_type = ElementType(operand);
+    m_isFlatRef = m_type->IsArrayRefType() && m_flatRefs.count(operand) != 0;
+    operand->GetLexical()->ApplyWalker(this);
+}
+
+void SlcEquCValue::Case(SlcFloatConstNode* constant)
+{
+    char text[64];
+    std::snprintf(text, sizeof text, "%e", constant->GetValue());
+    m_text = text;
+}
+
+void SlcEquCValue::Case(SlcIntConstNode* constant)
+{
+    m_text = std::to_string(constant->GetValue());
+}
+
+void SlcEquCValue::Case(SlcStringLiteralNode* constant)
+{
+    m_text = Quote(constant->GetText());
+}
+
+void SlcEquCValue::Case(SlcBoolConstNode* constant)
+{
+    m_text = constant->GetValue() ? "true" : "false";
+}
+
+void SlcEquCValue::Default(SlcSyntaxNode*)
+{
+    m_text = "***Bogus value***";
+}
+
+void SlcEquCValue::Case(SlcIdentNode* ident)
+{
+    const std::string& name = ident->GetName();
+    const SlcStorageSpecNode* storage = m_operand->GetStorage();
+    if (storage->IsLocal())
+        ConvertLocal(name);
+    else if (name == SlcGeneratedNames::k_pi)
+        m_text = name;
+    else if (storage->IsInput() || storage->IsOutput())
+        ConvertParameter(name);
+    else if (storage->IsReadOnly() || storage->IsReadWrite())
+        ConvertPredefined(name);
+    else
+        m_text = name;
+}
+
+void SlcEquCValue::ConvertLocal(const std::string& name)
+{
+    const bool isRef = m_type->IsArrayRefType();
+    const bool uniform = m_operand->IsUniform() || m_isFlatRef;
+    m_text = (uniform || isRef ? "u." : "v.") + name;
+    if (!uniform)
+        AddVaryingTail();
+    else if (isRef)
+        m_text = "*(" + m_text + ")";
+    if (uniform && m_elementWanted)
+        m_text += "+ int(" + m_index + ")";
+}
+
+void SlcEquCValue::ConvertParameter(const std::string& name)
+{
+    m_text = "((" + m_types.GetString(m_type) + "*)i_visibles[" +
+             SlcGeneratedText::sm_visibleIndexPrefix + name + "].Value())";
+    if (!m_operand->IsUniform())
+        AddVaryingTail();
+    else if (m_elementWanted)
+        m_text = "(" + m_text + ")+ int(" + m_index + ")";
+    else
+        m_text = "*" + m_text;
+}
+
+void SlcEquCValue::ConvertPredefined(const std::string& name)
+{
+    m_text = name;
+    // One step serves the whole grid, though shaders see these two as varying.
+    const bool isStep = name == SlcGeneratedNames::k_du || name == SlcGeneratedNames::k_dv;
+    if (m_operand->IsUniform() || isStep)
+        m_text = "*(" + m_text + ")";
+    else
+        AddVaryingTail();
+}
+
+void SlcEquCValue::AddVaryingTail()
+{
+    if (m_elementWanted)
+        m_text = "(" + m_text + " + int(" + m_index + ") * numMp)";
+    else if (m_form == Form::Point)
+        m_text += std::string("[") + SlcGeneratedText::sm_polygonCounter + "]";
+}

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <set>
+#include <string>
+
+#include "backends/SlcEquCType.h"
+#include "frontend/SlcCodeWalker.h"
+#include "icode/SlcLexType.h"
+
+/// The C++ text of an operand.
+///
+/// Inside a parallel run a varying operand is printed for one point, with `[polyCnt]`; for a
+/// whole-grid instruction it is printed as the array of its values. What is not uniform counts as
+/// varying, an unknown detail too.
+///
+/// One converter serves one file: it remembers which references point into uniform arrays.
+class SlcEquCValue : private SlcCodeWalker {
+public:
+    /// For the point at hand.
+    [[nodiscard]] std::string GetString(const SlcOperand& operand);
+    /// For all points.
+    [[nodiscard]] std::string GetStringSIMD(const SlcOperand& operand);
+    /// The address of an element, for the point at hand; of a varying array and for all points,
+    /// that of the element's first value.
+    [[nodiscard]] std::string GetStringArray(const SlcOperand& array, const SlcOperand& index);
+    /// The reference itself, not what it refers to: the left side when it is made.
+    [[nodiscard]] std::string GetStringRef(const SlcOperand& ref) const;
+
+    /// `ref` was made to point into `array`. An element of a uniform array is one value even where
+    /// the index varies, and the reference is made anew for each point.
+    void BindRef(const SlcOperand& ref, const SlcOperand& array);
+
+    /// A string constant as C++ reads it; `text` with its quotes. An escape that C++ does not know
+    /// is printed as the character that it stands for.
+    [[nodiscard]] static std::string Quote(const std::string& text);
+    /// Any text as a C++ string literal.
+    [[nodiscard]] static std::string Literal(const std::string& text);
+
+private:
+    enum class Form { Point, Grid };
+
+    using SlcCodeWalker::Case;
+    void Case(SlcFloatConstNode* constant) override;
+    void Case(SlcIntConstNode* constant) override;
+    void Case(SlcStringLiteralNode* constant) override;
+    void Case(SlcBoolConstNode* constant) override;
+    void Case(SlcIdentNode* ident) override;
+    void Default(SlcSyntaxNode* node) override;
+
+    void Convert(const SlcOperand& operand);
+    void ConvertLocal(const std::string& name);
+    void ConvertParameter(const std::string& name);
+    void ConvertPredefined(const std::string& name);
+    void AddVaryingTail();
+
+    SlcEquCType m_types;
+    std::set<SlcOperand> m_flatRefs;  // references into uniform arrays; for look-up only
+
+    // The request at hand.
+    std::string m_text;
+    const SlcLexType* m_operand = nullptr;
+    const SlcTypeNode* m_type = nullptr;  // of the element where one is asked for
+    Form m_form = Form::Point;
+    bool m_elementWanted = false;
+    bool m_isFlatRef = false;
+    std::string m_index;  // text of the element's index
+};
