@@ -1,0 +1,131 @@
+// The order of the file, and its parts that hold no code of the shader.
+
+#include "backends/SlcGenCCode.h"
+
+#include <map>
+
+#include "backends/SlcGeneratedText.h"
+#include "backends/SlcSpaceName.h"
+#include "frontend/SlcShaderTypeNode.h"
+#include "support/reports/SlcSemanticError.h"
+#include "symbols/SlcSymbolEntry.h"
+
+using Generated = SlcGeneratedText;
+
+SlcGenCCode::SlcGenCCode(SlcPtr<SlcSemanticError> errors, SlcOptionsControl* options,
+                         std::ostream& out)
+    : SlcCStatements(std::move(errors), out),
+      m_options(options)
+{
+}
+
+void SlcGenCCode::GenCCode(SlcInterForm& form)
+{
+    m_form = &form;
+    CheckNames();
+    GenHeader();
+    GenParamsDescription();
+    GenVarsStructure();
+    GenInitDSO();
+    GenCleanupDSO();
+    GenInterfaceVesrion();
+    GenUseRayTracingFunc(form.m_usesRaytracing);
+    GenModifyPointFunc(form.m_PModified);
+    GenMatrixIndexes();
+    GenRegisterFunc();
+    GenInterrogate();
+    GenInitialize();
+    if (m_initAtShadeTime)
+        GenInitializeAtShadeTime();
+    GenDestroy();
+    if (form.m_shaderType->IsLight())
+        GenEvaluateLightShader();
+    else if (IsLitShader())
+        GenEvaluateSurfaceShader();
+    else if (form.m_shaderType->IsImager())
+        GenEvaluateImagerShader();
+    else
+        GenEvaluateDisplacementShader();
+}
+
+bool SlcGenCCode::IsLitShader() const
+{
+    return m_form->m_shaderType->IsSurface() || m_form->m_shaderType->IsVolume();
+}
+
+const SlcOperand& SlcGenCCode::Parameter(std::size_t i) const
+{
+    return m_form->m_parameters[i]->GetIntCodeVar();
+}
+
+std::string SlcGenCCode::Visible(std::size_t parameter) const
+{
+    return std::string("i_visibles[") + Generated::sm_visibleIndexPrefix +
+           Parameter(parameter)->GetName() + "]";
+}
+
+/// Names that a shader may use but a generated file cannot tell apart.
+void SlcGenCCode::CheckNames()
+{
+    for (std::size_t i = 0; i < m_form->m_parameters.size(); ++i)
+        if (IsPI(Parameter(i)))
+            m_errors->Error(nullptr, std::string("Parameter '") + SlcGeneratedNames::k_pi +
+                                         "' has a name that generated C++ uses itself");
+
+    std::map<std::string, std::string> spaces;
+    for (const SlcStringLiteralNode* space : m_form->m_spaces) {
+        const auto [entry, isNew] =
+            spaces.emplace(SlcMatrixIndexName(space->GetText()), space->GetText());
+        if (!isNew)
+            m_errors->Error(nullptr, "Coordinate spaces " + entry->second + " and " +
+                                         space->GetText() + " have the same name in C++");
+    }
+}
+
+void SlcGenCCode::GenHeader()
+{
+    Line("#define SLC_MAJOR_VERSION ", m_majorVersion);
+    Line("#define SLC_MINOR_VERSION ", m_minorVersion);
+    Line();
+    Line("#include \"", Generated::sm_slcHeaderFile, "\"");
+}
+
+void SlcGenCCode::GenParamsDescription()
+{
+    Line("static QxShaderToken *", Generated::sm_shaderParamsDescrName, " = 0;");
+}
+
+void SlcGenCCode::GenInterfaceVesrion()
+{
+    Line(Generated::sm_slcPrefixFunc, Generated::sm_slcVersionFuncName,
+         "(int *o_majorVersion, int *o_minorVersion)");
+    Line("{");
+    Line("\t*o_majorVersion = ", m_majorVersion, ";");
+    Line("\t*o_minorVersion = ", m_minorVersion, ";");
+    Line("}");
+}
+
+void SlcGenCCode::GenUseRayTracingFunc(bool usesRaytracing)
+{
+    Line(Generated::sm_slcPrefixFuncInt, Generated::sm_useRayTracingFuncName, "(void)");
+    Line("{");
+    Line("\treturn ", usesRaytracing ? 1 : 0, ";");
+    Line("}");
+}
+
+void SlcGenCCode::GenModifyPointFunc(bool modifiesPoint)
+{
+    Line(Generated::sm_slcPrefixFuncInt, Generated::sm_slcModifyPointFuncName, "(void)");
+    Line("{");
+    Line("\treturn ", modifiesPoint ? 1 : 0, ";");
+    Line("}");
+}
+
+void SlcGenCCode::GenMatrixIndexes()
+{
+    Line();
+    int k = 0;
+    for (const SlcStringLiteralNode* space : m_form->m_spaces)
+        Line("#define ", SlcMatrixIndexName(space->GetText()), " ", k++);
+    Line();
+}

@@ -1,0 +1,160 @@
+// The shadeop libraries that the shader calls into: their tables, opening and closing.
+
+#include <set>
+
+#include "backends/SlcEquCValue.h"
+#include "backends/SlcGenCCode.h"
+#include "backends/SlcGeneratedText.h"
+#include "symbols/SlcFuncDSOSymbolEntry.h"
+
+using Generated = SlcGeneratedText;
+
+namespace {
+
+std::string HandleName(const SlcFuncDSOSymbolEntry& function)
+{
+    return "DSOHANDLE_" + function.GetKey();
+}
+
+/// Overloads of a method share one row of the table, and this name of it.
+std::string InfoName(const SlcFuncDSOSymbolEntry& function)
+{
+    return "DSOINFO_" + function.GetKey() + "_" + function.GetMethodName()->GetName();
+}
+
+std::string Handle(const SlcFuncDSOSymbolEntry& function)
+{
+    return std::string(Generated::sm_slcDSOHandlesVarName) + "[" + HandleName(function) + "]";
+}
+
+std::string Info(const SlcFuncDSOSymbolEntry& function)
+{
+    return std::string(Generated::sm_slcDSOInfoVarName) + "[" + InfoName(function) + "]";
+}
+
+bool HasName(const SlcIdentNode* ident)
+{
+    return ident && !ident->GetName().empty();
+}
+
+/// The first of the functions under each name that `nameOf` gives.
+std::vector<SlcPtr<SlcFuncDSOSymbolEntry>>
+Unique(const std::deque<SlcPtr<SlcFuncDSOSymbolEntry>>& functions,
+       std::string (*nameOf)(const SlcFuncDSOSymbolEntry&))
+{
+    std::vector<SlcPtr<SlcFuncDSOSymbolEntry>> unique;
+    std::set<std::string> names;
+    for (const auto& function : functions)
+        if (names.insert(nameOf(*function)).second)
+            unique.push_back(function);
+    return unique;
+}
+
+}  // namespace
+
+void SlcGenCCode::GenShadeopTables()
+{
+    const auto libraries = Unique(m_form->m_dsoFunctions, HandleName);
+    if (libraries.empty())
+        Line("static QxDSO *", Generated::sm_slcDSOHandlesVarName, " = 0;");
+    else
+        Line("static QxDSO ", Generated::sm_slcDSOHandlesVarName, "[", libraries.size(), "];");
+    for (std::size_t i = 0; i < libraries.size(); ++i)
+        Line("#define ", HandleName(*libraries[i]), " ", i);
+    Line();
+
+    const auto functions = Unique(m_form->m_dsoFunctions, InfoName);
+    if (functions.empty())
+        Line("static SlcDSOInfo *", Generated::sm_slcDSOInfoVarName, " = 0;");
+    else
+        Line("static SlcDSOInfo ", Generated::sm_slcDSOInfoVarName, "[", functions.size(), "];");
+    for (std::size_t j = 0; j < functions.size(); ++j)
+        Line("#define ", InfoName(*functions[j]), " ", j);
+    Line();
+}
+
+void SlcGenCCode::GenInitDSO()
+{
+    GenShadeopTables();
+    Line("static void QxInitDSO(", Generated::sm_slcSearchPathTypeName, " *i_searchPaths)");
+    Line("{");
+    Line("\tstatic int ", Generated::sm_slcInitDSOCounter, " = 0;");
+    Line();
+    Line("\tif (", Generated::sm_slcInitDSOCounter, " == 0)");
+    Line("\t{");
+    Line("\t\t++", Generated::sm_slcInitDSOCounter, ";");
+    Line();
+    Line("\t\tchar *fileStr;");
+    Line("\t\tconst char *fullFileStr;");
+    Line();
+    for (const auto& library : Unique(m_form->m_dsoFunctions, HandleName))
+        GenOpenLibrary(*library);
+    for (const auto& function : Unique(m_form->m_dsoFunctions, InfoName))
+        GenFindShadeop(*function);
+    Line("\t}");
+    Line("}");
+    Line();
+}
+
+void SlcGenCCode::GenOpenLibrary(const SlcFuncDSOSymbolEntry& library)
+{
+    const std::string name = library.GetLibraryFileName();
+    Line("\t\tfileStr = new char[", name.size() + 1, "];");
+    Line("\t\tstrcpy(fileStr, ", SlcEquCValue::Literal(name), ");");
+    Line("\t\tfullFileStr = FindDSO(i_searchPaths, fileStr);");
+    Line("\t\t", Handle(library), " = QxOpenDSO(fullFileStr, RTLD_LAZY);");
+    Line("\t\tdelete [] fileStr; ");
+    Line();
+}
+
+void SlcGenCCode::GenFindShadeop(const SlcFuncDSOSymbolEntry& function)
+{
+    const std::string info = Info(function);
+    const auto find = [&](const char* member, const char* type, const SlcIdentNode* symbol) {
+        if (!HasName(symbol))
+            Line("\t\t", info, ".", member, " = 0x0;");
+        else
+            Line("\t\t", info, ".", member, " = (SlcDSOInfo::", type, ")QxGetDSOSymbol(",
+                 Handle(function), ", \"", symbol->GetName(), "\");");
+    };
+    find("m_initFunc", "InitFunction", function.GetInit());
+    find("m_methodFunc", "MethodFunction", function.GetMethodName());
+    find("m_cleanupFunc", "CleanupFunction", function.GetCleanup());
+    Line();
+    if (!HasName(function.GetInit())) {
+        Line("\t\t", info, ".m_initdata = 0x0;");
+        return;
+    }
+    Line("\t\tif (", info, ".m_initFunc)");
+    Line("\t\t{");
+    Line("\t\t\t", info, ".m_initdata = ", info, ".m_initFunc();");
+    Line("\t\t}");
+    Line("\t\telse");
+    Line("\t\t{");
+    Line("\t\t\t", info, ".m_initdata = 0x0;");
+    Line("\t\t}");
+    Line();
+}
+
+void SlcGenCCode::GenCleanupDSO()
+{
+    Line("static void QxCleanupDSO(void)");
+    Line("{");
+    Line("\tstatic int ", Generated::sm_slcCleanupDSOCounter, " = 0;");
+    Line("\tif (", Generated::sm_slcCleanupDSOCounter, " == 0)");
+    Line("\t{");
+    Line("\t++", Generated::sm_slcCleanupDSOCounter, ";");
+    for (const auto& function : Unique(m_form->m_dsoFunctions, InfoName)) {
+        if (!HasName(function->GetCleanup()))
+            continue;
+        const std::string info = Info(*function);
+        Line("\t\tif (", info, ".m_cleanupFunc)");
+        Line("\t\t{");
+        Line("\t\t\t", info, ".m_cleanupFunc(", info, ".m_initdata);");
+        Line("\t\t}");
+    }
+    for (const auto& library : Unique(m_form->m_dsoFunctions, HandleName))
+        Line("\t\tQxCloseDSO(", Handle(*library), ");");
+    Line("\t}");
+    Line("}");
+}
