@@ -1,6 +1,9 @@
 #pragma once
 
+#include <string_view>
+
 #include "frontend/SlcCodeWalker.h"
+#include "semantics/SlcResolveOperator.h"
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcSymbolTable.h"
 
@@ -8,8 +11,9 @@
 /// and the overload of every call. Reports what cannot be typed.
 ///
 /// Needs the sets that `SlcCalculateTypesSets` leaves, and the wanted type as the unique type of
-/// the root. A wanted type of `error`, or of void for an expression that has a value, says that
-/// a fault has been reported: below it only what is wrong in itself is reported.
+/// the root. A wanted type that the expression does not have, void or error above all, says that
+/// a fault has been reported: the expression then takes the first of its types, so that below it
+/// only what is wrong in itself is reported.
 class SlcResolveUniqueType : public SlcCodeWalker {
 public:
     explicit SlcResolveUniqueType(SlcPtr<SlcSemanticError> errors);
@@ -36,7 +40,17 @@ private:
     void Case(SlcTextureExprNode* texture) override;
     void Default(SlcSyntaxNode* node) override;
 
+    // What each decides about the operands; none of them walks on.
+    void ResolveAssignment(SlcAssignExprNode* assignment);
+    void ResolveCast(SlcCastExprNode* cast);
+    void ResolveArray(SlcArrayExprNode* array);
+    void ResolveIndex(SlcSyntaxNode* node, SlcExprNode* index);
+
+    /// A part of a triple or a matrix, which is a float; `fault` is the report on `node` if not.
+    void ResolveCoordinate(SlcSyntaxNode* node, SlcExprNode* coordinate, std::string_view fault);
+
     SlcPtr<SlcSemanticError> m_errors;
+    SlcResolveOperator m_operators;
     SlcPtr<SlcSymbolTable> m_scope;
     SlcShaderTypeNode* m_shaderType = nullptr;
 };

@@ -1,5 +1,6 @@
 #include "symbols/SlcFuncDescription.h"
 
+#include <charconv>
 #include <cstring>
 #include <iostream>
 
@@ -114,7 +115,13 @@ std::string_view SlcFuncDescription::ReadString(const char*& cursor)
 
 int SlcFuncDescription::ReadInt(const char*& cursor)
 {
-    return std::stoi(std::string(ReadString(cursor)));
+    const std::string_view word = ReadString(cursor);
+    int value = 0;
+    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
+    if (error != std::errc() || end != word.data() + word.size())
+        FatalError("Invalid number during function description list building: " +
+                   std::string(word));
+    return value;
 }
 
 SlcTypeNode* SlcFuncDescription::ReadType(const char*& cursor, SlcDetailNode** detail,

@@ -44,6 +44,7 @@ public:
     /// The character under the cursor behind any blanks.
     static char EatSpaces(const char*& cursor);
     [[nodiscard]] static std::string_view ReadString(const char*& cursor);
+    /// A word that is no number is fatal.
     [[nodiscard]] static int ReadInt(const char*& cursor);
     /// An unknown type word is fatal.
     [[nodiscard]] static SlcTypeNode* ReadType(const char*& cursor, SlcDetailNode** detail,

@@ -26,7 +26,7 @@ bool SlcFuncSymbolEntry::CheckTypeArgs(const SlcCallArgs& args, const SlcPtr<Slc
         SlcTypeNode* formal = m_signature.argTypes[i];
         const bool mayPromote = promote && !m_signature.argStorages[i]->IsOutput();
         const SlcTypeNode* type = SlcPossibleTypes::Of(args[i])->IsInTypes(formal, mayPromote);
-        if (!type || !type->IsPromotableAs(formal))
+        if (!type || !(formal->IsAnyType() || type->IsPromotableAs(formal)))
             return false;
     }
     return true;
@@ -50,12 +50,15 @@ void SlcFuncSymbolEntry::ErrorsTypeArgs(const SlcCallArgs& args,
     }
     if (reported || !VarArgBegin())
         return;
+    const SlcFuncVarArgLeaf* leaf = nullptr;
     for (; i < args.size(); ++i) {
-        if (!VarArgFindNextMatch(args[i])) {
-            sink->Error(args[i], messageFor());
-            return;
-        }
+        leaf = VarArgFindNextMatch(args[i]);
+        if (!leaf)
+            return sink->Error(args[i], messageFor());
     }
+    if (leaf && leaf->IsPairName())
+        sink->Error(args.back(),
+                    "Argument missing for a name-value pair in " + std::string(name) + "(...)");
 }
 
 SlcDetailNode* SlcFuncSymbolEntry::CheckDetail(SlcCheckDetail* walker, SlcProcCallExprNode* call)
@@ -120,16 +123,19 @@ bool SlcFuncVarListSymbolEntry::CheckTypeArgs(const SlcCallArgs& args,
     if (args.size() == GetArgTypes().size())
         return true;
     m_tail->Begin();
+    const SlcFuncVarArgLeaf* leaf = nullptr;
     for (std::size_t i = GetArgTypes().size(); i < args.size(); ++i) {
         if (SlcPossibleTypes::Of(args[i])->IsInTypes(SlcTypeNode::AVoid(), false)) {
             if (sink)
                 sink->Error(args[i], "Void calls may not be used as parameters");
             return false;
         }
-        if (!m_tail->FindNextMatch(args[i], promote))
+        leaf = m_tail->FindNextMatch(args[i], promote);
+        if (!leaf)
             return false;
     }
-    return true;
+    // A name at the end lacks its value.
+    return !leaf->IsPairName();
 }
 
 SlcFuncVarArgExpr* SlcFuncVarListSymbolEntry::VarArgBegin()

@@ -38,9 +38,11 @@ int SlcFuncVarArgSingle::GetMaxSize(bool) const
 
 SlcFuncVarArgLeaf* SlcFuncVarArgSingle::FindNextMatch(SlcExprNode* expr, bool promote)
 {
+    // An output is stored as it is; nothing is promoted to any.
+    const bool mayPromote = promote && !m_storage->IsOutput() && !m_type->IsAnyType();
     const auto types = SlcPossibleTypes::Of(expr);
-    const SlcTypeNode* type = types ? types->IsInTypes(m_type, promote) : nullptr;
-    return type && (!promote || type->IsPromotableAs(m_type)) ? this : nullptr;
+    const SlcTypeNode* type = types ? types->IsInTypes(m_type, mayPromote) : nullptr;
+    return type && (!mayPromote || type->IsPromotableAs(m_type)) ? this : nullptr;
 }
 
 SlcFuncVarArgPair::SlcFuncVarArgPair(std::string name, std::unique_ptr<SlcFuncVarArgSingle> value)
@@ -92,6 +94,11 @@ SlcFuncVarArgLeaf* SlcFuncVarArgPair::FindNextMatch(SlcExprNode* expr, bool prom
     m_nameMatched = true;
     m_live = true;
     return this;
+}
+
+SlcTypeNode* SlcFuncVarArgPair::GetType() const
+{
+    return SlcTypeNode::AString();
 }
 
 SlcDetailNode* SlcFuncVarArgPair::GetDetail() const

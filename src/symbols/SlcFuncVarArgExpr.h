@@ -35,6 +35,7 @@ public:
 /// A part that takes one argument.
 class SlcFuncVarArgLeaf : public SlcFuncVarArgExpr {
 public:
+    [[nodiscard]] virtual SlcTypeNode* GetType() const = 0;
     [[nodiscard]] virtual SlcDetailNode* GetDetail() const = 0;
     [[nodiscard]] virtual SlcStorageSpecNode* GetStorage() const = 0;
     /// It takes the name of a name and value pair.
@@ -52,11 +53,11 @@ public:
     [[nodiscard]] SlcFuncVarArgExpr* CurrentExpr() override;
     [[nodiscard]] int GetMaxSize(bool withNames) const override;
     SlcFuncVarArgLeaf* FindNextMatch(SlcExprNode* expr, bool promote) override;
+    [[nodiscard]] SlcTypeNode* GetType() const override { return m_type; }
     [[nodiscard]] SlcDetailNode* GetDetail() const override { return m_detail; }
     [[nodiscard]] SlcStorageSpecNode* GetStorage() const override { return m_storage; }
     [[nodiscard]] bool IsPairName() const override { return false; }
     [[nodiscard]] bool IsPlainValue() const override { return true; }
-    [[nodiscard]] SlcTypeNode* GetType() const { return m_type; }
     [[nodiscard]] bool IsRepeated() const { return m_repeated; }
     /// As the row writes it; empty when it gives none.
     [[nodiscard]] const std::string& GetDefault() const { return m_default; }
@@ -78,7 +79,8 @@ public:
     [[nodiscard]] SlcFuncVarArgExpr* CurrentExpr() override;
     [[nodiscard]] int GetMaxSize(bool withNames) const override;
     SlcFuncVarArgLeaf* FindNextMatch(SlcExprNode* expr, bool promote) override;
-    /// Those of the name argument: a uniform input.
+    /// Those of the name argument: a string, a uniform input.
+    [[nodiscard]] SlcTypeNode* GetType() const override;
     [[nodiscard]] SlcDetailNode* GetDetail() const override;
     [[nodiscard]] SlcStorageSpecNode* GetStorage() const override;
     [[nodiscard]] bool IsPairName() const override { return true; }

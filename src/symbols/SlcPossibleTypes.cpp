@@ -18,7 +18,8 @@ SlcTypeNode* SlcPossibleTypes::IsInTypes(SlcTypeNode* type, bool promote) const
 {
     SlcTypeNode* candidate = nullptr;
     for (SlcTypeNode* member : m_types) {
-        if (type->IsSameType(member))
+        // What has been reported suits whoever wants a value.
+        if (type->IsSameType(member) || (member->IsErrorType() && !type->IsVoidType()))
             return member;
         if (!promote || candidate)
             continue;

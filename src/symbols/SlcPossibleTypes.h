@@ -24,9 +24,9 @@ public:
 
     [[nodiscard]] const std::deque<SlcTypeNode*>& GetTypes() const { return m_types; }
 
-    /// The first member x with `type->IsSameType(x)`. Without one, and with promotion allowed,
-    /// the first x with `type->IsPromotableAs(x)`, or `type` itself if x promotes to it.
-    /// Null if nothing fits.
+    /// The first member x with `type->IsSameType(x)`, or of type error. Without one, and with
+    /// promotion allowed, the first x with `type->IsPromotableAs(x)`, or `type` itself if x
+    /// promotes to it. Null if nothing fits.
     [[nodiscard]] SlcTypeNode* IsInTypes(SlcTypeNode* type, bool promote) const;
 
     /// Void until something has chosen.

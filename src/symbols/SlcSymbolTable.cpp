@@ -5,6 +5,7 @@
 
 #include "frontend/SlcCallNodes.h"
 #include "frontend/SlcDefinitionNodes.h"
+#include "support/SlcDiagnostics.h"
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcPossibleTypes.h"
 #include "symbols/SlcSymbolScope.h"
@@ -94,8 +95,11 @@ SlcPtr<SlcSymbolTable> SlcSymbolTable::CreateNewScopeTable()
 
 SlcPtr<SlcSymbolTable> SlcSymbolTable::CreateCurrentScopeTable()
 {
-    if (m_position + 1 == m_scope->m_tables)
-        return SlcPtr<SlcSymbolTable>(new SlcSymbolTable(m_scope));
+    if (m_position + 1 == m_scope->m_tables) {
+        auto next = SlcPtr<SlcSymbolTable>(new SlcSymbolTable(m_scope));
+        next->m_definitionScope = m_definitionScope;
+        return next;
+    }
     // Two tables follow this one: what one of them declares is not seen from the other.
     auto fork = MakeShared<SlcSymbolTable>(m_scope->m_parent);
     fork->m_scope->m_previous = this;
@@ -274,6 +278,9 @@ std::deque<SlcTypeNode*> SlcSymbolTable::GetFuncType(SlcIdentNode* ident,
     // count in an outer table ends the search and is said before it.
     SlcPtr<SlcFuncSymbolEntry> lastFunction;
     SlcPtr<SlcFuncSymbolEntry> lastWithCount;
+    // A fault in an argument is one fault, however many overloads are tried.
+    SlcPtr<SlcSemanticError> reportTo = sink;
+    const int errorsBefore = NbErrors();
     const auto searchPass = [&](bool promoted) {
         lastFunction = nullptr;
         lastWithCount = nullptr;
@@ -289,8 +296,10 @@ std::deque<SlcTypeNode*> SlcSymbolTable::GetFuncType(SlcIdentNode* ident,
                 if (!candidate->CheckNumberArgs(args))
                     continue;
                 withCount = candidate;
-                if (!candidate->CheckTypeArgs(args, sink, promoted) ||
-                    (noVoid && candidate->GetReturnType()->IsVoidType()))
+                const bool fits = candidate->CheckTypeArgs(args, reportTo, promoted);
+                if (NbErrors() != errorsBefore)
+                    reportTo = nullptr;
+                if (!fits || (noVoid && candidate->GetReturnType()->IsVoidType()))
                     continue;
                 SlcAddTypeIfNotPresent(types, candidate->GetReturnType());
             }

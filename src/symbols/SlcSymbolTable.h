@@ -97,7 +97,7 @@ public:
     GetUniqueFuncEntry(SlcIdentNode* ident, SlcTypeNode* returnType, SlcFormalsNode* formals);
 
     /// For a function's formals table: the scope in which the function was defined; null in
-    /// strict mode and elsewhere.
+    /// strict mode and elsewhere. Tables that follow in the same scope take it over.
     SlcPtr<SlcSymbolTable> m_definitionScope;
 
     /// Declared in one of the tables from this one outward, up to but not including `base`.

@@ -1,0 +1,281 @@
+#include "semantics/SlcCalculateTypesSets.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "frontend/SlcNodes.h"
+#include "semantics/SlcOperatorTypes.h"
+#include "semantics/SlcTypedExpr.h"
+#include "support/SlcDiagnostics.h"
+
+using T = SlcTypeNode;
+using SlcTypedExpr::IsFaulty;
+using SlcTypedExpr::TypesOf;
+
+namespace {
+
+void SetTypes(SlcExprNode* expr, std::deque<SlcTypeNode*> types)
+{
+    expr->SetAnnotation(MakeShared<SlcPossibleTypes>(std::move(types)));
+}
+
+/// The entry itself, or what the declaration `extern` stands for.
+SlcPtr<SlcVarSymbolEntry> Outermost(SlcPtr<SlcVarSymbolEntry> entry)
+{
+    while (entry->GetStorage()->IsExtern() && entry->GetOuter())
+        entry = entry->GetOuter();
+    return entry;
+}
+
+bool IsAssignable(const SlcAssignExprNode& assignment, const SlcTypeNode* type)
+{
+    if (type->IsFloatType() || type->IsColorType() || type->IsPointType() || type->IsErrorType())
+        return true;
+    return assignment.IsEqAssign() && (type->IsMatrixType() || type->IsStringType());
+}
+
+SlcTypeNode* ElementTypeOf(const SlcVarSymbolEntry& array)
+{
+    return static_cast<SlcArrayTypeNode*>(array.GetType())->GetElementType();
+}
+
+}  // namespace
+
+SlcCalculateTypesSets::SlcCalculateTypesSets(SlcPtr<SlcSemanticError> errors,
+                                             const SlcOptionsControl* options)
+    : m_errors(std::move(errors)),
+      m_options(options)
+{
+}
+
+void SlcCalculateTypesSets::operator()(SlcSyntaxNode* node, SlcPtr<SlcSymbolTable> current,
+                                       SlcPtr<SlcSymbolTable> global, SlcShaderTypeNode* shaderType)
+{
+    m_current = std::move(current);
+    m_global = std::move(global);
+    m_shaderType = shaderType;
+    m_valueUsed = false;
+    node->ApplyWalker(this);
+}
+
+void SlcCalculateTypesSets::WalkOperands(SlcSyntaxNode* node)
+{
+    const bool valueUsed = std::exchange(m_valueUsed, true);
+    node->WalkIn(this);
+    m_valueUsed = valueUsed;
+}
+
+void SlcCalculateTypesSets::Default(SlcSyntaxNode* node)
+{
+    WalkOperands(node);
+}
+
+void SlcCalculateTypesSets::Case(SlcExprNode* expr)
+{
+    m_errors->FatalError(expr, "Not yet checking types of this expression");
+}
+
+void SlcCalculateTypesSets::Case(SlcConstExprNode* constant)
+{
+    SetTypes(constant, {constant->IsFloat() ? T::AFloat() : T::AString()});
+}
+
+void SlcCalculateTypesSets::Case(SlcPointExprNode* triple)
+{
+    WalkOperands(triple);
+    SetTypes(triple, {T::APoint(), T::AColor()});
+}
+
+void SlcCalculateTypesSets::Case(SlcMatrixExprNode* matrix)
+{
+    WalkOperands(matrix);
+    SetTypes(matrix, {T::AMatrix()});
+}
+
+void SlcCalculateTypesSets::Case(SlcCastExprNode* cast)
+{
+    WalkOperands(cast);
+    SetTypes(cast, {cast->GetType()});
+}
+
+void SlcCalculateTypesSets::Case(SlcArrayExprNode* array)
+{
+    WalkOperands(array);
+    Types elements;
+    for (const auto& element : array->GetExprs())
+        for (SlcTypeNode* type : TypesOf(element.get()))
+            SlcAddTypeIfNotPresent(elements, type);
+    if (array->GetExprs().empty())
+        elements.push_back(T::AAnyType());
+    Types types;
+    for (SlcTypeNode* element : elements) {
+        if (element->IsErrorType())
+            return SetTypes(array, {T::AError()});
+        types.push_back(T::CreateArrayType(element));
+    }
+    SetTypes(array, std::move(types));
+}
+
+void SlcCalculateTypesSets::Case(SlcIdentExprNode* variable)
+{
+    const auto entry = FindVariable(variable, variable->GetIdent());
+    variable->SetSymbolEntry(entry);
+    SetTypes(variable, {entry->GetType()});
+}
+
+void SlcCalculateTypesSets::Case(SlcArrayRefExprNode* element)
+{
+    WalkOperands(element);
+    const auto entry = FindVariable(element, element->GetIdent());
+    element->SetSymbolEntry(entry);
+    if (entry->GetType()->IsArrayType())
+        return SetTypes(element, {ElementTypeOf(*entry)});
+    if (!entry->GetType()->IsErrorType())
+        m_errors->Error(element, "Variable is not an array", element->GetIdent()->GetName());
+    SetTypes(element, {T::AError()});
+}
+
+void SlcCalculateTypesSets::Case(SlcIdentLValueNode* lvalue)
+{
+    const auto entry = FindVariable(lvalue, lvalue->GetIdent());
+    lvalue->SetSymbolEntry(entry);
+    lvalue->SetAnnotation(MakeShared<SlcLValueType>(entry->GetType()));
+    CheckWritable(lvalue, entry);
+}
+
+void SlcCalculateTypesSets::Case(SlcArrayRefLValueNode* lvalue)
+{
+    WalkOperands(lvalue);
+    const auto entry = FindVariable(lvalue, lvalue->GetIdent());
+    lvalue->SetSymbolEntry(entry);
+    SlcTypeNode* type = T::AError();
+    if (entry->GetType()->IsArrayType())
+        type = ElementTypeOf(*entry);
+    else if (!entry->GetType()->IsErrorType())
+        m_errors->Error(lvalue, "Variable not an array type", lvalue->GetIdent()->GetName());
+    lvalue->SetAnnotation(MakeShared<SlcLValueType>(type));
+    CheckWritable(lvalue, entry);
+}
+
+void SlcCalculateTypesSets::Case(SlcAssignExprNode* assignment)
+{
+    WalkOperands(assignment);
+    SlcTypeNode* type =
+        CheckCast<SlcLValueType>(assignment->GetLValue()->GetAnnotation())->GetType();
+    if (IsAssignable(*assignment, type))
+        return SetTypes(assignment, {type});
+    m_errors->Error(assignment, "A lvalue of type '" + type->ToString() +
+                                    "' cannot be assigned with the '" +
+                                    std::string(assignment->ToString()) + "' operator");
+    SetTypes(assignment, {T::AVoid()});
+}
+
+void SlcCalculateTypesSets::Case(SlcBinOpExprNode* operation)
+{
+    // A sum of many terms leans to the left: that side is walked without recursion.
+    std::vector<SlcBinOpExprNode*> chain;
+    SlcExprNode* leftmost = operation;
+    while (auto* link = dynamic_cast<SlcBinOpExprNode*>(leftmost)) {
+        chain.push_back(link);
+        leftmost = link->GetLeft();
+    }
+    const bool valueUsed = std::exchange(m_valueUsed, true);
+    leftmost->ApplyWalker(this);
+    for (auto link = chain.rbegin(); link != chain.rend(); ++link) {
+        (*link)->GetRight()->ApplyWalker(this);
+        SetTypes(*link, SlcTypesOfBinOp(**link));
+    }
+    m_valueUsed = valueUsed;
+}
+
+void SlcCalculateTypesSets::Case(SlcUMinusExprNode* minus)
+{
+    WalkOperands(minus);
+    SetTypes(minus, SlcTypesOfMinus(minus->GetOperand()));
+}
+
+void SlcCalculateTypesSets::Case(SlcCondExprNode* conditional)
+{
+    WalkOperands(conditional);
+    SetTypes(conditional, SlcTypesOfConditional(conditional->GetThen(), conditional->GetElse()));
+}
+
+void SlcCalculateTypesSets::Case(SlcTextureExprNode* texture)
+{
+    WalkOperands(texture);
+    SetTypes(texture, {T::AFloat(), T::AColor()});
+}
+
+void SlcCalculateTypesSets::Case(SlcProcCallExprNode* call)
+{
+    const bool valueUsed = m_valueUsed;
+    WalkOperands(call);
+    SetTypes(call, TypesOfCall(call, valueUsed));
+}
+
+SlcPtr<SlcVarSymbolEntry> SlcCalculateTypesSets::FindVariable(const SlcSyntaxNode* node,
+                                                              SlcIdentNode* ident)
+{
+    try {
+        return m_current->GetVarEntry(ident, false);
+    } catch (const SlcSymbolNotFound&) {
+        m_errors->Error(node, "Undefined variable", ident->GetName());
+    }
+    return m_current->AddVarEntry(ident, T::AError(), SlcDetailNode::AVarying(),
+                                  SlcStorageSpecNode::ALocal(), false, nullptr, nullptr);
+}
+
+void SlcCalculateTypesSets::CheckWritable(const SlcLValueNode* lvalue,
+                                          SlcPtr<SlcVarSymbolEntry> entry)
+{
+    const std::string& name = lvalue->GetIdent()->GetName();
+    const SlcStorageSpecNode* storage = Outermost(std::move(entry))->GetStorage();
+    if (storage->IsInput())
+        m_errors->Error(lvalue, "Cannot assign to a formal not declared 'output'", name);
+    else if (storage->IsReadOnly())
+        m_errors->Warning(lvalue, "Assignment to a read-only variable", name, 1);
+}
+
+SlcCalculateTypesSets::Types SlcCalculateTypesSets::TypesOfCall(SlcProcCallExprNode* call,
+                                                                bool valueUsed)
+{
+    const std::string& name = call->GetIdent()->GetName();
+    const int errorsBefore = NbErrors();
+    try {
+        const auto& arguments = call->GetArguments()->GetArgs();
+        Types types = TypesThatFit(call, valueUsed);
+        if (std::any_of(arguments.begin(), arguments.end(),
+                        [](const auto& argument) { return IsFaulty(argument.get()); }))
+            return {T::AError()};
+        return types;
+    } catch (const SlcSymbolNotFound&) {
+        m_errors->Error(call, "Undefined function", name);
+    } catch (const SlcInvalidNumberOfArgs&) {
+        m_errors->Error(call, "Invalid number of arguments for '" + name + "' function");
+    } catch (const SlcFuncArgsTypeError& error) {
+        if (NbErrors() == errorsBefore)
+            error.entry->ErrorsTypeArgs(SlcArgsOf(call->GetArguments()), m_errors, name);
+    }
+    return {T::AError()};
+}
+
+SlcCalculateTypesSets::Types SlcCalculateTypesSets::TypesThatFit(SlcProcCallExprNode* call,
+                                                                 bool valueUsed)
+{
+    const auto find = [&](bool noVoid) {
+        return m_current->GetFuncType(call->GetIdent(), call->GetArguments(), m_errors, noVoid,
+                                      false, true);
+    };
+    if (!valueUsed)
+        return find(false);
+    const int errorsBefore = NbErrors();
+    try {
+        return find(true);
+    } catch (const SlcFuncArgsTypeError&) {
+        if (NbErrors() != errorsBefore)
+            throw;
+    }
+    // The arguments may fit a function without a value: who needs the value says so.
+    return find(false);
+}

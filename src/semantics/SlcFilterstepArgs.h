@@ -1,0 +1,24 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "support/reports/SlcSemanticError.h"
+#include "symbols/SlcSymbolTable.h"
+
+/// The names and values behind the first two arguments of `filterstep`.
+class SlcFilterstepArgs {
+public:
+    explicit SlcFilterstepArgs(SlcPtr<SlcSemanticError> errors) : m_errors(std::move(errors)) {}
+
+    /// The type that each argument from the third on is to take; none after a report. Warns of a
+    /// name that means nothing.
+    [[nodiscard]] std::optional<std::vector<SlcTypeNode*>>
+    CheckFilterstepArgs(const SlcCallArgs& args);
+
+private:
+    /// Null after a report.
+    [[nodiscard]] SlcTypeNode* TypeOfValue(SlcExprNode* name, SlcExprNode* value);
+
+    SlcPtr<SlcSemanticError> m_errors;
+};

@@ -1,0 +1,126 @@
+#include "semantics/SlcOperatorTypes.h"
+
+#include "semantics/SlcTypedExpr.h"
+
+using namespace SlcTypedExpr;
+using Types = std::deque<SlcTypeNode*>;
+
+namespace {
+
+/// One side holds the type, and the other holds it or a float that is promoted to it.
+bool MeetIn(SlcTypeNode* type, const SlcExprNode* left, const SlcExprNode* right)
+{
+    return (Holds(left, type) && Fits(right, type)) || (Fits(left, type) && Holds(right, type));
+}
+
+bool IsPoint(const SlcTypeNode* type)
+{
+    return !type->IsVectorType() && !type->IsNormalType();
+}
+
+/// The kind of a sum: a point moved by a vector is a point, the way between two is a vector.
+SlcTypeNode* KindOfSum(const SlcTypeNode* left, const SlcTypeNode* right, bool isDifference)
+{
+    if (isDifference && IsPoint(left) && IsPoint(right))
+        return SlcTypeNode::AVector();
+    if (IsPoint(left) || IsPoint(right))
+        return SlcTypeNode::APoint();
+    const bool hasVector = left->IsVectorType() || right->IsVectorType();
+    return hasVector ? SlcTypeNode::AVector() : SlcTypeNode::ANormal();
+}
+
+SlcTypeNode* KindOfProduct(const SlcTypeNode* left, const SlcTypeNode* right)
+{
+    if (IsPoint(left) && IsPoint(right))
+        return SlcTypeNode::APoint();
+    const bool hasVector = left->IsVectorType() || right->IsVectorType();
+    return hasVector ? SlcTypeNode::AVector() : SlcTypeNode::ANormal();
+}
+
+/// What the point family gives; null if it has no part in the operation.
+SlcTypeNode* PointResult(const SlcBinOpExprNode& operation)
+{
+    SlcTypeNode* left = Find(operation.GetLeft(), SlcTypeNode::APoint());
+    SlcTypeNode* right = Find(operation.GetRight(), SlcTypeNode::APoint());
+    // A float takes on the kind of its partner.
+    if (!left && right)
+        left = SlcPossibleTypes::Of(operation.GetLeft())->IsInTypes(right, true);
+    else if (left && !right)
+        right = SlcPossibleTypes::Of(operation.GetRight())->IsInTypes(left, true);
+    if (!left || !right)
+        return nullptr;
+    if (operation.IsAdd() || operation.IsSub())
+        return KindOfSum(left, right, operation.IsSub());
+    return KindOfProduct(left, right);
+}
+
+Types TypesOfArithmetic(const SlcBinOpExprNode& operation)
+{
+    const SlcExprNode* left = operation.GetLeft();
+    const SlcExprNode* right = operation.GetRight();
+    Types types;
+    if (Holds(left, SlcTypeNode::AFloat()) && Holds(right, SlcTypeNode::AFloat()))
+        types.push_back(SlcTypeNode::AFloat());
+    if (MeetIn(SlcTypeNode::AColor(), left, right))
+        types.push_back(SlcTypeNode::AColor());
+    if (SlcTypeNode* point = PointResult(operation))
+        types.push_back(point);
+    const bool isProduct = operation.IsMult() || operation.IsDiv();
+    if (isProduct && MeetIn(SlcTypeNode::AMatrix(), left, right))
+        types.push_back(SlcTypeNode::AMatrix());
+    return types;
+}
+
+bool BothHold(SlcTypeNode* type, const SlcBinOpExprNode& operation)
+{
+    return Holds(operation.GetLeft(), type) && Holds(operation.GetRight(), type);
+}
+
+}  // namespace
+
+Types SlcTypesOfBinOp(const SlcBinOpExprNode& operation)
+{
+    if (IsFaulty(operation.GetLeft()) || IsFaulty(operation.GetRight()))
+        return {SlcTypeNode::AError()};
+    if (operation.IsDotProd()) {
+        const bool fits = BothHold(SlcTypeNode::AColor(), operation) ||
+                          BothHold(SlcTypeNode::APoint(), operation);
+        return fits ? Types{SlcTypeNode::AFloat()} : Types{};
+    }
+    if (operation.IsCrossProd()) {
+        // It stands for whatever kind the context wants: a vector, a normal, or a point in
+        // shaders that know no other kind.
+        return BothHold(SlcTypeNode::APoint(), operation) ? Types{SlcTypeNode::AAnyPoint()}
+                                                          : Types{};
+    }
+    return TypesOfArithmetic(operation);
+}
+
+Types SlcTypesOfMinus(const SlcExprNode* operand)
+{
+    if (IsFaulty(operand))
+        return {SlcTypeNode::AError()};
+    Types types;
+    if (Holds(operand, SlcTypeNode::AFloat()))
+        types.push_back(SlcTypeNode::AFloat());
+    if (Holds(operand, SlcTypeNode::AColor()))
+        types.push_back(SlcTypeNode::AColor());
+    if (SlcTypeNode* point = Find(operand, SlcTypeNode::APoint()))
+        types.push_back(point);
+    return types;
+}
+
+Types SlcTypesOfConditional(const SlcExprNode* thenValue, const SlcExprNode* elseValue)
+{
+    if (IsFaulty(thenValue) || IsFaulty(elseValue))
+        return {SlcTypeNode::AError()};
+    Types types;
+    const auto elseTypes = SlcPossibleTypes::Of(elseValue);
+    for (SlcTypeNode* type : TypesOf(thenValue)) {
+        if (type->IsArrayType() || type->IsVoidType())
+            continue;
+        if (SlcTypeNode* common = elseTypes->IsInTypes(type, true))
+            SlcAddTypeIfNotPresent(types, common);
+    }
+    return types;
+}

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <deque>
+
+#include "frontend/SlcBinOpNodes.h"
+#include "frontend/SlcExprNodes.h"
+
+// The sets of types that operators make of the sets of their operands. Each is empty if the
+// operands have no common rule, and {error} if an operand has been reported.
+
+/// Of the arithmetic operators and the dot and cross products.
+[[nodiscard]] std::deque<SlcTypeNode*> SlcTypesOfBinOp(const SlcBinOpExprNode& operation);
+[[nodiscard]] std::deque<SlcTypeNode*> SlcTypesOfMinus(const SlcExprNode* operand);
+/// Of `?:`; a float branch is promoted to the type of the other. Arrays and calls without a
+/// value cannot be chosen between.
+[[nodiscard]] std::deque<SlcTypeNode*> SlcTypesOfConditional(const SlcExprNode* thenValue,
+                                                             const SlcExprNode* elseValue);

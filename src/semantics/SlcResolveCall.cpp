@@ -1,0 +1,161 @@
+#include "semantics/SlcResolveCall.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "semantics/SlcFilterstepArgs.h"
+#include "semantics/SlcTypedExpr.h"
+
+using namespace SlcTypedExpr;
+
+namespace {
+
+/// Where a function exists.
+struct Availability {
+    std::string_view name;
+    bool (*in)(const SlcShaderTypeNode& shader);
+};
+
+bool InSurface(const SlcShaderTypeNode& shader)
+{
+    return shader.IsSurface();
+}
+
+bool WhereRaysStart(const SlcShaderTypeNode& shader)
+{
+    return shader.IsSurface() || shader.IsDisplacement() || shader.IsLight();
+}
+
+bool NotInImager(const SlcShaderTypeNode& shader)
+{
+    return !shader.IsImager();
+}
+
+//   name           in
+constexpr Availability k_restricted[] = {
+    {"ambient", InSurface},    {"diffuse", InSurface},     {"specular", InSurface},
+    {"phong", InSurface},      {"specularstd", InSurface}, {"trace", WhereRaysStart},
+    {"incident", NotInImager}, {"opposite", NotInImager},
+};
+
+bool IsFilterstep(const SlcFuncSymbolEntry& entry)
+{
+    return entry.GetOrigin() == SlcFuncOrigin::BuiltIn && entry.GetName() == "filterstep";
+}
+
+/// A formal of type any takes the argument as it is.
+SlcTypeNode* ExpectedBy(SlcTypeNode* formal, const SlcExprNode* argument)
+{
+    return formal->IsAnyType() ? FirstType(argument) : formal;
+}
+
+}  // namespace
+
+SlcResolveCall::SlcResolveCall(SlcPtr<SlcSemanticError> errors, SlcPtr<SlcSymbolTable> scope,
+                               const SlcShaderTypeNode* shaderType)
+    : m_errors(std::move(errors)),
+      m_scope(std::move(scope)),
+      m_shaderType(shaderType)
+{
+}
+
+void SlcResolveCall::Resolve(SlcProcCallExprNode* call)
+{
+    m_call = call;
+    m_args = SlcArgsOf(call->GetArguments());
+    SlcTypeNode* wanted = SettleWanted(call);
+    const bool isAvailable = CheckShaderType();
+    if (wanted->IsErrorType()) {
+        for (const SlcExprNode* argument : m_args)
+            TakeFirst(argument);
+        return;
+    }
+    std::vector<Types> expected(m_args.size());
+    const auto candidates = FindCandidates(wanted);
+    for (const Entry& entry : candidates)
+        AddExpected(entry, expected);
+    if (ChooseArgTypes(expected) && isAvailable && !candidates.empty())
+        call->SetSymbolEntry(
+            m_scope->GetUniqueFuncEntry(call->GetIdent(), wanted, m_args, false, true));
+}
+
+std::vector<SlcResolveCall::Entry> SlcResolveCall::FindCandidates(SlcTypeNode* wanted)
+{
+    const auto entries = m_scope->GetFuncEntrys(m_call->GetIdent(), wanted);
+    std::vector<Entry> fitting;
+    for (const bool promote : {false, true}) {
+        m_promoted = promote;
+        std::copy_if(entries.begin(), entries.end(), std::back_inserter(fitting),
+                     [&](const Entry& entry) { return Fits(entry, promote); });
+        if (!fitting.empty())
+            break;
+    }
+    return fitting;
+}
+
+bool SlcResolveCall::Fits(const Entry& entry, bool promote)
+{
+    if (!entry->CheckNumberArgs(m_args) || !entry->CheckTypeArgs(m_args, nullptr, promote))
+        return false;
+    if (!IsFilterstep(*entry))
+        return true;
+    if (!std::exchange(m_filterstepChecked, true))
+        m_filterstepTypes = SlcFilterstepArgs(m_errors).CheckFilterstepArgs(m_args);
+    return m_filterstepTypes.has_value();
+}
+
+void SlcResolveCall::AddExpected(const Entry& entry, std::vector<Types>& expected) const
+{
+    const auto& formals = entry->GetArgTypes();
+    for (std::size_t i = 0; i < formals.size(); ++i)
+        SlcAddTypeIfNotPresent(expected[i], ExpectedBy(formals[i], m_args[i]));
+    if (m_args.size() == formals.size())
+        return;
+    const auto tail = IsFilterstep(*entry) ? *m_filterstepTypes : TypesOfTail(entry);
+    for (std::size_t i = 0; i < tail.size(); ++i)
+        SlcAddTypeIfNotPresent(expected[formals.size() + i], tail[i]);
+}
+
+std::vector<SlcTypeNode*> SlcResolveCall::TypesOfTail(const Entry& entry) const
+{
+    SlcFuncVarArgExpr* tail = CheckCast<SlcFuncVarListSymbolEntry>(entry)->GetTail();
+    std::vector<SlcTypeNode*> types;
+    tail->Begin();
+    for (std::size_t i = entry->GetArgTypes().size(); i < m_args.size(); ++i)
+        types.push_back(
+            ExpectedBy(tail->FindNextMatch(m_args[i], m_promoted)->GetType(), m_args[i]));
+    return types;
+}
+
+bool SlcResolveCall::ChooseArgTypes(const std::vector<Types>& expected)
+{
+    bool unambiguous = true;
+    for (std::size_t i = 0; i < m_args.size(); ++i) {
+        if (expected[i].size() == 1) {
+            SetUnique(m_args[i], expected[i].front());
+            continue;
+        }
+        SetUnique(m_args[i], SlcTypeNode::AError());
+        if (expected[i].empty())
+            continue;
+        m_errors->Error(m_args[i], "Ambiguous type for argument " + std::to_string(i + 1) +
+                                       " of '" + m_call->GetIdent()->GetName() + "'");
+        unambiguous = false;
+    }
+    return unambiguous;
+}
+
+bool SlcResolveCall::CheckShaderType()
+{
+    const std::string& name = m_call->GetIdent()->GetName();
+    for (const Availability& restricted : k_restricted) {
+        if (restricted.name != name || !m_shaderType || restricted.in(*m_shaderType))
+            continue;
+        m_errors->Error(m_call, "Function '" + name + "' is unavailable in " +
+                                    m_shaderType->ToString() + " shader");
+        return false;
+    }
+    return true;
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <vector>
+
+#include "frontend/SlcCallNodes.h"
+#include "frontend/SlcShaderTypeNode.h"
+#include "support/reports/SlcSemanticError.h"
+#include "symbols/SlcSymbolTable.h"
+
+/// Picks the overload of one call from the wanted type, and the types of its arguments from the
+/// overload. The arguments have their sets of types; their own operands are left to the caller.
+class SlcResolveCall {
+public:
+    SlcResolveCall(SlcPtr<SlcSemanticError> errors, SlcPtr<SlcSymbolTable> scope,
+                   const SlcShaderTypeNode* shaderType);
+
+    /// Leaves the overload in the call; none after a report.
+    void Resolve(SlcProcCallExprNode* call);
+
+private:
+    using Types = std::deque<SlcTypeNode*>;
+    using Entry = SlcPtr<SlcFuncSymbolEntry>;
+
+    /// The overloads that fit as they stand, or else those that fit by promotion.
+    [[nodiscard]] std::vector<Entry> FindCandidates(SlcTypeNode* wanted);
+    [[nodiscard]] bool Fits(const Entry& entry, bool promote);
+    /// Adds what the overload expects of each argument to the lists of the arguments.
+    void AddExpected(const Entry& entry, std::vector<Types>& expected) const;
+    [[nodiscard]] std::vector<SlcTypeNode*> TypesOfTail(const Entry& entry) const;
+    /// Each argument gets the one type that is expected of it. False after a report.
+    [[nodiscard]] bool ChooseArgTypes(const std::vector<Types>& expected);
+    /// Some functions exist in some kinds of shaders only. False after a report.
+    [[nodiscard]] bool CheckShaderType();
+
+    SlcPtr<SlcSemanticError> m_errors;
+    SlcPtr<SlcSymbolTable> m_scope;
+    const SlcShaderTypeNode* m_shaderType;
+    SlcProcCallExprNode* m_call = nullptr;
+    SlcCallArgs m_args;
+    bool m_promoted = false;  // the candidates fit by promotion only
+    // What filterstep wants of its names and values; asked once, since asking reports faults.
+    bool m_filterstepChecked = false;
+    std::optional<std::vector<SlcTypeNode*>> m_filterstepTypes;
+};

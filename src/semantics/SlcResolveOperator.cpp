@@ -1,0 +1,231 @@
+#include "semantics/SlcResolveOperator.h"
+
+#include <string>
+#include <vector>
+
+#include "semantics/SlcTypedExpr.h"
+
+using namespace SlcTypedExpr;
+using T = SlcTypeNode;
+
+namespace {
+
+bool IsTruePoint(const SlcTypeNode* type)
+{
+    return type && type->IsTruePointType();
+}
+
+bool AreBothTruePoints(const SlcTypeNode* left, const SlcTypeNode* right)
+{
+    return IsTruePoint(left) && IsTruePoint(right);
+}
+
+struct TypePair {
+    T* left;
+    T* right;
+};
+
+/// The pairs of types in which the operands can be compared: equal ones, or else those in which
+/// a float is promoted.
+std::vector<TypePair> ComparablePairs(const SlcExprNode* left, const SlcExprNode* right)
+{
+    std::vector<TypePair> pairs;
+    for (T* type : {T::AFloat(), T::AString(), T::AColor(), T::APoint(), T::AMatrix()})
+        if (Holds(left, type) && Holds(right, type))
+            pairs.push_back({type, type});
+    if (!pairs.empty())
+        return pairs;
+    T* const promoted[] = {T::AColor(), T::APoint(), T::AMatrix()};
+    for (T* type : promoted)
+        if (Holds(left, T::AFloat()) && Holds(right, type))
+            pairs.push_back({T::AFloat(), type});
+    for (T* type : promoted)
+        if (Holds(left, type) && Holds(right, T::AFloat()))
+            pairs.push_back({type, T::AFloat()});
+    return pairs;
+}
+
+bool IsComparable(const SlcExprNode* expr)
+{
+    for (T* type : {T::AFloat(), T::AString(), T::AColor(), T::APoint(), T::AMatrix()})
+        if (Holds(expr, type))
+            return true;
+    return false;
+}
+
+}  // namespace
+
+void SlcResolveOperator::Resolve(SlcBinOpExprNode* operation)
+{
+    const SlcExprNode* left = operation->GetLeft();
+    const SlcExprNode* right = operation->GetRight();
+    SlcTypeNode* wanted = SettleWanted(operation);
+    // An operand that nothing suits reports that by itself.
+    if ((wanted && wanted->IsErrorType()) || IsUntyped(left) || IsUntyped(right)) {
+        TakeFirst(left);
+        TakeFirst(right);
+    } else if (operation->IsDotProd()) {
+        ResolveDotProd(operation);
+    } else if (operation->IsCrossProd()) {
+        ResolveCrossProd(operation);
+    } else {
+        ResolveArithmetic(operation, wanted);
+    }
+}
+
+void SlcResolveOperator::ResolveArithmetic(SlcBinOpExprNode* operation, SlcTypeNode* wanted)
+{
+    SlcExprNode* left = operation->GetLeft();
+    SlcExprNode* right = operation->GetRight();
+    if (wanted) {
+        // A type of the operator's own set is held by one side at least; a float is promoted.
+        SlcTypeNode* leftType = Find(left, wanted);
+        SlcTypeNode* rightType = Find(right, wanted);
+        SetUnique(left, leftType ? wanted : T::AFloat());
+        SetUnique(right, rightType ? wanted : T::AFloat());
+        if (operation->IsAdd())
+            WarnOfSum(operation, leftType, rightType);
+        return;
+    }
+    const std::string sign(operation->ToString());
+    const bool leftFits = Fits(left, T::AFloat());
+    const bool rightFits = Fits(right, T::AFloat());
+    if (!leftFits)
+        m_errors->Error(operation, "Invalid type for left expression of a " + sign);
+    if (!rightFits)
+        m_errors->Error(operation, "Invalid type for right expression of a " + sign);
+    if (leftFits && rightFits)
+        m_errors->Error(operation, "Incompatible types for " + sign);
+}
+
+void SlcResolveOperator::WarnOfSum(SlcBinOpExprNode* operation, const SlcTypeNode* left,
+                                   const SlcTypeNode* right)
+{
+    const char* warning = nullptr;
+    if (AreBothTruePoints(left, right))
+        warning = "Try to add two points, misuse of this operator";
+    else if (!left && IsTruePoint(right))
+        warning = "Try to add a float and a point, misuse of this operator";
+    else if (IsTruePoint(left) && !right)
+        warning = "Try to add a point and a float, misuse of this operator";
+    if (warning)
+        m_errors->Warning(operation, warning, 1);
+}
+
+void SlcResolveOperator::ResolveCrossProd(SlcBinOpExprNode* operation)
+{
+    SlcTypeNode* left = Find(operation->GetLeft(), T::APoint());
+    SlcTypeNode* right = Find(operation->GetRight(), T::APoint());
+    if (!left)
+        m_errors->Error(operation, "Invalid type for left expression of a cross product");
+    if (!right)
+        m_errors->Error(operation, "Invalid cross product");
+    if (!left || !right)
+        return;
+    SetUnique(operation->GetLeft(), left);
+    SetUnique(operation->GetRight(), right);
+    if (AreBothTruePoints(left, right))
+        m_errors->Warning(operation,
+                          "A cross product is weel defined for vectors or normals, not points", 1);
+}
+
+void SlcResolveOperator::ResolveDotProd(SlcBinOpExprNode* operation)
+{
+    SlcExprNode* left = operation->GetLeft();
+    SlcExprNode* right = operation->GetRight();
+    SlcTypeNode* leftPoint = Find(left, T::APoint());
+    SlcTypeNode* rightPoint = Find(right, T::APoint());
+    const bool leftColor = Holds(left, T::AColor());
+    const bool rightColor = Holds(right, T::AColor());
+    const bool areColors = leftColor && rightColor;
+    const bool arePoints = leftPoint && rightPoint;
+    if (areColors && arePoints) {
+        m_errors->Error(operation, "Ambiguous type for left expression of dot product");
+        m_errors->Error(operation, "Ambiguous type for right expression of dot product");
+    } else if (areColors || arePoints) {
+        SetUnique(left, areColors ? T::AColor() : T::APoint());
+        SetUnique(right, areColors ? T::AColor() : T::APoint());
+        if (AreBothTruePoints(leftPoint, rightPoint))
+            m_errors->Warning(operation,
+                              "Try to perform a dot product of two points, misuse of this operator",
+                              1);
+    } else {
+        const bool leftFits = leftColor || leftPoint;
+        const bool rightFits = rightColor || rightPoint;
+        if (!leftFits)
+            m_errors->Error(operation, "Invalid type for left expression of dot product");
+        if (!rightFits)
+            m_errors->Error(operation, "Invalid type for right expression of dot product");
+        if (leftFits && rightFits)
+            m_errors->Error(operation, "Incompatible types for a dot product");
+    }
+}
+
+void SlcResolveOperator::Resolve(SlcUMinusExprNode* minus)
+{
+    if (SlcTypeNode* wanted = SettleWanted(minus))
+        return SetUnique(minus->GetOperand(), wanted);
+    if (!IsUntyped(minus->GetOperand()))
+        m_errors->Error(minus, "Invalid type for the expression of a unary minus");
+    TakeFirst(minus->GetOperand());
+}
+
+void SlcResolveOperator::Resolve(SlcCondExprNode* conditional)
+{
+    const SlcExprNode* thenValue = conditional->GetThen();
+    const SlcExprNode* elseValue = conditional->GetElse();
+    if (SlcTypeNode* wanted = SettleWanted(conditional)) {
+        SetUnique(thenValue, wanted);
+        SetUnique(elseValue, wanted);
+        return;
+    }
+    if (!IsUntyped(thenValue) && !IsUntyped(elseValue))
+        m_errors->Error(conditional, "Type mismatch for resulting expressions of operator '? :'");
+    TakeFirst(thenValue);
+    TakeFirst(elseValue);
+}
+
+void SlcResolveOperator::Resolve(SlcRelOpNode* ordering)
+{
+    const std::string sign(ordering->ToString());
+    if (!Holds(ordering->GetLeft(), T::AFloat()))
+        m_errors->Error(ordering, "Invalid type for left expression of '" + sign + "'.");
+    if (!Holds(ordering->GetRight(), T::AFloat()))
+        m_errors->Error(ordering, "Invalid type for right expression of '" + sign + "'.");
+    SetUnique(ordering->GetLeft(), T::AFloat());
+    SetUnique(ordering->GetRight(), T::AFloat());
+}
+
+void SlcResolveOperator::Resolve(SlcEqOpNode* equality)
+{
+    const SlcExprNode* left = equality->GetLeft();
+    const SlcExprNode* right = equality->GetRight();
+    TakeFirst(left);
+    TakeFirst(right);
+    if (IsFaulty(left) || IsFaulty(right))
+        return;
+    const auto pairs = ComparablePairs(left, right);
+    if (pairs.empty())
+        return ReportIncomparable(equality);
+    if (pairs.size() == 1) {
+        SetUnique(left, pairs.front().left);
+        SetUnique(right, pairs.front().right);
+        return;
+    }
+    const std::string sign(equality->ToString());
+    m_errors->Error(equality, "Ambiguous type for left expression of " + sign);
+    m_errors->Error(equality, "Ambiguous type for right expression of " + sign);
+}
+
+void SlcResolveOperator::ReportIncomparable(SlcEqOpNode* equality)
+{
+    const std::string sign(equality->ToString());
+    const bool leftFits = IsComparable(equality->GetLeft());
+    const bool rightFits = IsComparable(equality->GetRight());
+    if (!leftFits)
+        m_errors->Error(equality, "Invalid type for left expression of " + sign);
+    if (!rightFits)
+        m_errors->Error(equality, "Invalid type for right expression of " + sign);
+    if (leftFits && rightFits)
+        m_errors->Error(equality, "Incompatible types for " + sign);
+}

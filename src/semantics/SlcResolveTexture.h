@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "frontend/SlcTextureNodes.h"
+#include "support/reports/SlcSemanticError.h"
+
+/// Checks one call of `texture`, `environment` or `shadow` and decides the types of its
+/// arguments: coordinates first, then names and values. The arguments have their sets of types;
+/// their own operands are left to the caller.
+class SlcResolveTexture {
+public:
+    explicit SlcResolveTexture(SlcPtr<SlcSemanticError> errors) : m_errors(std::move(errors)) {}
+
+    void Resolve(SlcTextureExprNode* texture);
+
+private:
+    using Args = std::vector<SlcExprNode*>;
+    struct KindTexts;
+
+    [[nodiscard]] static const KindTexts& TextsOf(const SlcTextureTypeNode& kind);
+
+    /// How many arguments the coordinates take; -1 after a report.
+    [[nodiscard]] int ResolveCoordinates(SlcTextureExprNode* texture);
+    [[nodiscard]] int ResolveFloats(SlcTextureExprNode* texture);
+    [[nodiscard]] int ResolvePoints(SlcTextureExprNode* texture);
+    /// Reports what stops it from telling names from values, and goes no further then.
+    void ResolveParameters(std::size_t first);
+    /// The name at `position` and its value: how many arguments they take, 0 after a report that
+    /// leaves what follows unclear.
+    [[nodiscard]] std::size_t CheckTextureAccessParameter(std::size_t position);
+    [[nodiscard]] std::size_t ResolveSource(std::size_t first);
+    void ResolveFloatValue(std::string_view name, SlcExprNode* value);
+    void ResolveStringValue(SlcExprNode* value);
+
+    SlcPtr<SlcSemanticError> m_errors;
+    const SlcTextureTypeNode* m_kind = nullptr;
+    Args m_args;  // behind the name of the texture
+};

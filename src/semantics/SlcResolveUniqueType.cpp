@@ -1,0 +1,228 @@
+// Each `Case` decides the types of the operands from the type of the node, then walks on.
+
+#include "semantics/SlcResolveUniqueType.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "frontend/SlcNodes.h"
+#include "semantics/SlcResolveCall.h"
+#include "semantics/SlcResolveOperator.h"
+#include "semantics/SlcResolveTexture.h"
+#include "semantics/SlcTypedExpr.h"
+
+using namespace SlcTypedExpr;
+using T = SlcTypeNode;
+
+namespace {
+
+std::string Quoted(const SlcTypeNode* type)
+{
+    return "'" + type->ToString() + "'";
+}
+
+}  // namespace
+
+SlcResolveUniqueType::SlcResolveUniqueType(SlcPtr<SlcSemanticError> errors)
+    : m_errors(errors),
+      m_operators(std::move(errors))
+{
+}
+
+void SlcResolveUniqueType::operator()(SlcSyntaxNode* node, SlcPtr<SlcSymbolTable> scope,
+                                      SlcShaderTypeNode* shaderType)
+{
+    m_scope = std::move(scope);
+    m_shaderType = shaderType;
+    node->ApplyWalker(this);
+}
+
+void SlcResolveUniqueType::Default(SlcSyntaxNode* node)
+{
+    node->WalkIn(this);
+}
+
+void SlcResolveUniqueType::Case(SlcAssignExprNode* assignment)
+{
+    ResolveAssignment(assignment);
+    assignment->WalkIn(this);
+}
+
+void SlcResolveUniqueType::ResolveAssignment(SlcAssignExprNode* assignment)
+{
+    SlcExprNode* value = assignment->GetValue();
+    SlcTypeNode* target =
+        CheckCast<SlcLValueType>(assignment->GetLValue()->GetAnnotation())->GetType();
+    const bool refused = FirstType(assignment)->IsVoidType();
+    if (refused || target->IsErrorType()) {
+        TakeFirst(value);
+    } else if (SlcTypeNode* type = Find(value, target)) {
+        SetUnique(value, type);
+        if (assignment->IsEqAssign() && type->IsPointType() && target->IsPointType() &&
+            !type->IsSameExactType(target))
+            m_errors->Warning(
+                assignment,
+                "Type mismatch: assigned a " + Quoted(type) + " to a " + Quoted(target) + ".", 1);
+    } else if (T::AFloat()->IsPromotableAs(target) && Holds(value, T::AFloat())) {
+        SetUnique(value, T::AFloat());
+    } else {
+        m_errors->Error(assignment, "Type mismatch for assignment",
+                        assignment->GetLValue()->ToString());
+    }
+}
+
+void SlcResolveUniqueType::Case(SlcCastExprNode* cast)
+{
+    ResolveCast(cast);
+    cast->WalkIn(this);
+}
+
+void SlcResolveUniqueType::ResolveCast(SlcCastExprNode* cast)
+{
+    SlcTypeNode* target = cast->GetType();
+    SlcExprNode* operand = cast->GetOperand();
+    if (SlcTypeNode* type = Find(operand, target))
+        return SetUnique(operand, type);
+    if (IsUntyped(operand))
+        return;
+    TakeFirst(operand);
+    if (TypesOf(operand).size() > 1)
+        return m_errors->Error(cast, "Cannot convert an ambiguous typed expression by casting");
+    const SlcTypeNode* type = FirstType(operand);
+    const bool isLegal = type->IsPromotableAs(target) ||
+                         (target->IsColorType() && type->IsPointType()) ||
+                         (target->IsPointType() && type->IsColorType());
+    if (!isLegal)
+        m_errors->Error(cast, "Cannot cast a " + Quoted(target) + " from a " + Quoted(type));
+}
+
+void SlcResolveUniqueType::ResolveCoordinate(SlcSyntaxNode* node, SlcExprNode* coordinate,
+                                             std::string_view fault)
+{
+    if (Holds(coordinate, T::AFloat()))
+        return SetUnique(coordinate, T::AFloat());
+    TakeFirst(coordinate);
+    m_errors->Error(node, fault);
+}
+
+void SlcResolveUniqueType::Case(SlcPointExprNode* triple)
+{
+    const auto& coordinates = triple->GetCoordinates();
+    for (std::size_t i = 0; i < coordinates.size(); ++i)
+        ResolveCoordinate(triple, coordinates[i].get(),
+                          "Invalid type for coordinate " + std::to_string(i) + " of a point");
+    triple->WalkIn(this);
+}
+
+void SlcResolveUniqueType::Case(SlcMatrixExprNode* matrix)
+{
+    const auto& values = matrix->GetValues();
+    for (std::size_t i = 0; i < values.size(); ++i)
+        ResolveCoordinate(matrix, values[i].get(),
+                          "Invalid type for coordonnate " + std::to_string(i) + " of a matrix");
+    matrix->WalkIn(this);
+}
+
+void SlcResolveUniqueType::Case(SlcArrayExprNode* array)
+{
+    ResolveArray(array);
+    array->WalkIn(this);
+}
+
+void SlcResolveUniqueType::ResolveArray(SlcArrayExprNode* array)
+{
+    const SlcTypeNode* wanted = SlcPossibleTypes::Of(array)->GetUniqueType();
+    if (!wanted->IsArrayType()) {
+        if (!wanted->IsVoidType() && !wanted->IsErrorType())
+            m_errors->Error(array, "Init array expression not initializing an array");
+        for (const auto& element : array->GetExprs())
+            TakeFirst(element.get());
+        return;
+    }
+    SlcTypeNode* elementType = static_cast<const SlcArrayTypeNode*>(wanted)->GetElementType();
+    int number = 0;
+    for (const auto& element : array->GetExprs()) {
+        ++number;
+        if (SlcTypeNode* type = Find(element.get(), elementType)) {
+            SetUnique(element.get(), type);
+        } else if (Holds(element.get(), T::AFloat()) && T::AFloat()->IsPromotableAs(elementType)) {
+            SetUnique(element.get(), T::AFloat());
+        } else {
+            TakeFirst(element.get());
+            m_errors->Error(element.get(), "Type mismatch for expression " +
+                                               std::to_string(number) +
+                                               " inside array initializer");
+        }
+    }
+}
+
+void SlcResolveUniqueType::ResolveIndex(SlcSyntaxNode* node, SlcExprNode* index)
+{
+    if (!Holds(index, T::AFloat()))
+        m_errors->Error(node, "Index of array reference must be a float");
+    SetUnique(index, T::AFloat());
+}
+
+void SlcResolveUniqueType::Case(SlcArrayRefExprNode* element)
+{
+    ResolveIndex(element, element->GetIndex());
+    element->WalkIn(this);
+}
+
+void SlcResolveUniqueType::Case(SlcArrayRefLValueNode* lvalue)
+{
+    ResolveIndex(lvalue, lvalue->GetIndex());
+    lvalue->WalkIn(this);
+}
+
+void SlcResolveUniqueType::Case(SlcBinOpExprNode* operation)
+{
+    // A sum of many terms leans to the left: that side is walked without recursion.
+    std::vector<SlcBinOpExprNode*> chain;
+    SlcExprNode* leftmost = operation;
+    while (auto* link = dynamic_cast<SlcBinOpExprNode*>(leftmost)) {
+        m_operators.Resolve(link);
+        chain.push_back(link);
+        leftmost = link->GetLeft();
+    }
+    leftmost->ApplyWalker(this);
+    for (auto link = chain.rbegin(); link != chain.rend(); ++link)
+        (*link)->GetRight()->ApplyWalker(this);
+}
+
+void SlcResolveUniqueType::Case(SlcUMinusExprNode* minus)
+{
+    m_operators.Resolve(minus);
+    minus->WalkIn(this);
+}
+
+void SlcResolveUniqueType::Case(SlcCondExprNode* conditional)
+{
+    m_operators.Resolve(conditional);
+    conditional->WalkIn(this);
+}
+
+void SlcResolveUniqueType::Case(SlcRelOpNode* ordering)
+{
+    m_operators.Resolve(ordering);
+    ordering->WalkIn(this);
+}
+
+void SlcResolveUniqueType::Case(SlcEqOpNode* equality)
+{
+    m_operators.Resolve(equality);
+    equality->WalkIn(this);
+}
+
+void SlcResolveUniqueType::Case(SlcProcCallExprNode* call)
+{
+    SlcResolveCall(m_errors, m_scope, m_shaderType).Resolve(call);
+    call->WalkIn(this);
+}
+
+void SlcResolveUniqueType::Case(SlcTextureExprNode* texture)
+{
+    SlcResolveTexture(m_errors).Resolve(texture);
+    texture->WalkIn(this);
+}

@@ -1,0 +1,15 @@
+#include "semantics/SlcTypedExpr.h"
+
+SlcTypeNode* SlcTypedExpr::SettleWanted(const SlcExprNode* expr)
+{
+    if (IsUntyped(expr))
+        return nullptr;
+    const auto types = SlcPossibleTypes::Of(expr);
+    SlcTypeNode* wanted = types->GetUniqueType();
+    if (!wanted->IsErrorType() && types->IsInTypes(wanted, false))
+        return wanted;
+    const bool isPromoted = !wanted->IsErrorType() && Holds(expr, SlcTypeNode::AFloat()) &&
+                            SlcTypeNode::AFloat()->IsPromotableAs(wanted);
+    types->SetUniqueType(isPromoted ? SlcTypeNode::AFloat() : FirstType(expr));
+    return types->GetUniqueType();
+}

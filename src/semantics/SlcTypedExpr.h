@@ -1,0 +1,64 @@
+#pragma once
+
+#include "symbols/SlcPossibleTypes.h"
+
+/// Short forms for the questions that the typing passes ask of an expression with a set of types.
+namespace SlcTypedExpr {
+
+/// The member of the set that is the same type, in its exact kind; null if there is none.
+[[nodiscard]] inline SlcTypeNode* Find(const SlcExprNode* expr, SlcTypeNode* type)
+{
+    return SlcPossibleTypes::Of(expr)->IsInTypes(type, false);
+}
+
+[[nodiscard]] inline bool Holds(const SlcExprNode* expr, SlcTypeNode* type)
+{
+    return Find(expr, type) != nullptr;
+}
+
+/// Holds the type, or one that is promoted to it, or one that it is promoted to.
+[[nodiscard]] inline bool Fits(const SlcExprNode* expr, SlcTypeNode* type)
+{
+    return SlcPossibleTypes::Of(expr)->IsInTypes(type, true) != nullptr;
+}
+
+[[nodiscard]] inline const std::deque<SlcTypeNode*>& TypesOf(const SlcExprNode* expr)
+{
+    return SlcPossibleTypes::Of(expr)->GetTypes();
+}
+
+/// Nothing suits the expression; its own rule tells why.
+[[nodiscard]] inline bool IsUntyped(const SlcExprNode* expr)
+{
+    return TypesOf(expr).empty();
+}
+
+/// A fault of the expression has been reported.
+[[nodiscard]] inline bool IsFaulty(const SlcExprNode* expr)
+{
+    const auto& types = TypesOf(expr);
+    return !types.empty() && types.front()->IsErrorType();
+}
+
+[[nodiscard]] inline SlcTypeNode* FirstType(const SlcExprNode* expr)
+{
+    return IsUntyped(expr) ? SlcTypeNode::AError() : TypesOf(expr).front();
+}
+
+inline void SetUnique(const SlcExprNode* expr, SlcTypeNode* type)
+{
+    SlcPossibleTypes::Of(expr)->SetUniqueType(type);
+}
+
+/// The expression takes the first of its types, for want of a better reason to choose.
+inline void TakeFirst(const SlcExprNode* expr)
+{
+    SetUnique(expr, FirstType(expr));
+}
+
+/// Makes the wanted type of an expression one of its own and gives it: as it is if the set holds
+/// it, float if that is promoted to it, and otherwise the first of the set. Null if the set is
+/// empty.
+SlcTypeNode* SettleWanted(const SlcExprNode* expr);
+
+}  // namespace SlcTypedExpr
