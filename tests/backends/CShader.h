@@ -1,0 +1,35 @@
+#pragma once
+
+#include "COperands.h"
+#include "icode/SlcInterForm.h"
+#include "symbols/SlcSymbolEntry.h"
+
+namespace CForm {
+
+/// A shader built step by step.
+class Shader {
+public:
+    /// `type` outlives the shader.
+    Shader(const char* name, SlcShaderTypeNode* type);
+
+    /// A parameter, whose default value `value` holds after `init` has run. `space` without quotes.
+    const SlcOperand& AddParameter(const char* name, SlcTypeNode* type, SlcDetailNode* detail,
+                                   const SlcOperand& value, SlcPtr<SlcListICode> init = nullptr,
+                                   const char* space = "", bool dependsOnContext = false);
+    void AddOutputParameter(const char* name, SlcTypeNode* type, const SlcOperand& value);
+    void AddHidden(const char* name, const SlcOperand& operand);
+    void AddSpace(const std::string& space) { m_form.m_spaces.push_back(Literal(space)); }
+    void AddLocal(const SlcOperand& local) { m_form.m_mainList->AddLocalVar(local); }
+    void Add(SlcPtr<SlcICode> code) { m_form.m_mainList->AddICode(std::move(code)); }
+
+    [[nodiscard]] std::string Write();
+
+    SlcOptionsControl m_options;
+    SlcInterForm m_form{m_options};
+
+private:
+    SlcVarSymbolEntry& AddEntry(const char* name, SlcTypeNode* type, SlcDetailNode* detail,
+                                SlcStorageSpecNode* storage);
+};
+
+}  // namespace CForm
