@@ -1,0 +1,102 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "frontend/SlcCallNodes.h"
+#include "symbols/SlcPossibleTypes.h"
+#include "symbols/SlcSymbolTable.h"
+
+using T = SlcTypeNode;
+
+/// The arguments of a call, each with a set of types, as the typing pass would leave them.
+class TypedArgs {
+public:
+    using Types = std::deque<SlcTypeNode*>;
+
+    TypedArgs() = default;
+    /// One variable a set.
+    explicit TypedArgs(const std::vector<Types>& sets)
+    {
+        for (const Types& types : sets)
+            Add(types);
+    }
+
+    TypedArgs& Add(const Types& types)
+    {
+        return Append(
+            std::make_unique<SlcIdentExprNode>(SlcPosition(), SlcLexicalNode::CreateIdent("x")),
+            types);
+    }
+    /// A string literal, given without quotes.
+    TypedArgs& AddText(const std::string& text)
+    {
+        return Append(std::make_unique<SlcConstExprNode>(
+                          SlcPosition(), SlcLexicalNode::CreateString("\"" + text + "\"")),
+                      {T::AString()});
+    }
+    /// Makes the first of each argument's types its unique type.
+    TypedArgs& Choose()
+    {
+        for (const auto& argument : m_arguments.GetArgs()) {
+            const auto types = SlcPossibleTypes::Of(argument.get());
+            types->SetUniqueType(types->GetTypes().front());
+        }
+        return *this;
+    }
+
+    [[nodiscard]] SlcProcArgsNode* Node() { return &m_arguments; }
+    [[nodiscard]] SlcCallArgs List() const { return SlcArgsOf(&m_arguments); }
+
+private:
+    TypedArgs& Append(std::unique_ptr<SlcExprNode> argument, const Types& types)
+    {
+        argument->SetAnnotation(MakeShared<SlcPossibleTypes>(types));
+        m_arguments.AddArg(std::move(argument));
+        return *this;
+    }
+
+    SlcProcArgsNode m_arguments;
+};
+
+inline SlcIdentNode* Ident(const std::string& name)
+{
+    return SlcLexicalNode::CreateIdent(name);
+}
+
+/// A function as a table of built-ins would declare it; all its formals are inputs.
+inline SlcFuncSignature SignatureOf(const std::string& name, SlcTypeNode* returnType,
+                                    const std::vector<SlcTypeNode*>& formals)
+{
+    SlcFuncSignature signature;
+    signature.ident = Ident(name);
+    signature.returnType = returnType;
+    for (SlcTypeNode* formal : formals) {
+        signature.argTypes.push_back(formal);
+        signature.argDetails.push_back(SlcDetailNode::AUnknown());
+        signature.argStorages.push_back(SlcStorageSpecNode::AInput());
+    }
+    return signature;
+}
+
+/// What `action` writes to standard error, where all reports go.
+template <class Action>
+std::string ReportsOf(Action action)
+{
+    testing::internal::CaptureStderr();
+    action();
+    return testing::internal::GetCapturedStderr();
+}
+
+/// The texts of some types, joined by blanks.
+inline std::string TextOf(const std::deque<SlcTypeNode*>& types)
+{
+    std::string text;
+    for (const SlcTypeNode* type : types)
+        text += (text.empty() ? "" : " ") + type->ToString();
+    return text;
+}
