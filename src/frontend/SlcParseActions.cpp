@@ -4,35 +4,44 @@
 #include <utility>
 
 #include "support/SlcDiagnostics.h"
+#include "support/SlcStackSpace.h"
 
 namespace SlcParseActions {
 
 namespace {
 
-std::unique_ptr<SlcDefinitionsNode> g_root;
-bool g_depthReported = false;
-
-bool IsTooHigh(const SlcSyntaxNode& node)
-{
-    if (node.Height() <= SlcSyntaxNode::k_maxHeight)
-        return false;
-    if (!g_depthReported)
-        yyerror("Expression is nested too deeply");
-    g_depthReported = true;
-    return true;
-}
+/// What the actions keep of the parse that runs.
+struct Parse {
+    std::unique_ptr<SlcDefinitionsNode> root;
+    int maxHeight = 0;  // what the stack has room for
+    bool depthReported = false;
+};
+Parse g_parse;
 
 std::unique_ptr<SlcExprNode> SmallExpr(const SlcPosition& position)
 {
     return std::make_unique<SlcConstExprNode>(position, SlcLexicalNode::CreateFloat(0));
 }
 
+/// Of the kind of `node`; null for what only grows with these kinds, and by a level or two.
+std::unique_ptr<SlcSyntaxNode> SmallNode(const SlcSyntaxNode* node, const SlcPosition& position)
+{
+    if (dynamic_cast<const SlcExprNode*>(node))
+        return SmallExpr(position);
+    if (dynamic_cast<const SlcRelationNode*>(node))
+        return std::make_unique<SlcEqualRelNode>(SmallExpr(position), SmallExpr(position));
+    if (dynamic_cast<const SlcStmtNode*>(node))
+        return std::make_unique<SlcStmtsNode>(position);
+    return nullptr;
+}
+
 }  // namespace
 
 void Begin()
 {
-    g_root.reset();
-    g_depthReported = false;
+    constexpr std::size_t wanted = SlcSyntaxNode::k_maxHeight * SlcSyntaxNode::k_stackPerLevel;
+    g_parse = {};
+    g_parse.maxHeight = static_cast<int>(SlcReserveStack(wanted) / SlcSyntaxNode::k_stackPerLevel);
 }
 
 void SetRoot(std::unique_ptr<SlcDefinitionsNode> root)
@@ -42,27 +51,28 @@ void SetRoot(std::unique_ptr<SlcDefinitionsNode> root)
     root->SetNoColumn(position.column);
     if (position.file)
         root->SetFileParsed(position.file);
-    g_root = std::move(root);
+    g_parse.root = std::move(root);
 }
 
 std::unique_ptr<SlcDefinitionsNode> TakeRoot()
 {
-    return std::move(g_root);
+    return std::move(g_parse.root);
 }
 
-void PutExpr(SlcTokenValue& value, std::unique_ptr<SlcExprNode> node)
+void RefuseIfTooHigh(SlcTokenValue& value)
 {
-    if (IsTooHigh(*node))
-        node = SmallExpr(value.Position());
-    Put(value, std::move(node));
-}
-
-void PutRelation(SlcTokenValue& value, std::unique_ptr<SlcRelationNode> node)
-{
-    if (IsTooHigh(*node))
-        node = std::make_unique<SlcEqualRelNode>(SmallExpr(value.Position()),
-                                                 SmallExpr(value.Position()));
-    Put(value, std::move(node));
+    if (!value.node || value.node->Height() <= g_parse.maxHeight)
+        return;
+    std::unique_ptr<SlcSyntaxNode> small = SmallNode(value.node, value.Position());
+    if (!small)
+        return;
+    if (!g_parse.depthReported)
+        yyerror(dynamic_cast<SlcStmtNode*>(value.node)
+                    ? "Statement is nested too deeply"
+                    : "Expression is too long or nested too deeply");
+    g_parse.depthReported = true;
+    Discard(value);
+    value.node = small.release();
 }
 
 void Discard(const SlcTokenValue& value)
@@ -83,10 +93,10 @@ std::unique_ptr<SlcVarDefsNode> Declaration(const SlcPosition& position,
 std::unique_ptr<SlcDefExprNode> Definition(const SlcTokenValue& ident, const SlcTokenValue* size,
                                            const SlcTokenValue* initializer)
 {
-    return std::make_unique<SlcDefExprNode>(
-        ident.Position(), As<SlcIdentNode>(ident),
-        initializer ? Take<SlcExprNode>(*initializer) : nullptr,
-        size ? As<SlcIntConstNode>(*size)->GetValue() : SlcDefExprNode::k_scalar);
+    return std::make_unique<SlcDefExprNode>(ident.Position(), As<SlcIdentNode>(ident),
+                                            initializer ? Take<SlcExprNode>(*initializer) : nullptr,
+                                            size ? As<SlcIntConstNode>(*size)->GetValue()
+                                                 : SlcDefExprNode::k_scalar);
 }
 
 std::unique_ptr<SlcFuncDefNode> Function(const SlcPosition& position, SlcTypeNode* returnType,
@@ -120,8 +130,7 @@ std::unique_ptr<SlcCastExprNode> Cast(const SlcTokenValue& type, const SlcTokenV
 {
     auto* target = As<SlcTypeNode>(type);
     auto* name = As<SlcStringLiteralNode>(space);
-    const bool hasSpace =
-        target->IsPointType() || target->IsMatrixType() || target->IsColorType();
+    const bool hasSpace = target->IsPointType() || target->IsMatrixType() || target->IsColorType();
     if (name && !hasSpace) {
         yyerror(("No spacename can be associated to a " + target->ToString()).c_str());
         name = nullptr;

@@ -23,27 +23,30 @@ template <class Node>
     return dynamic_cast<Node*>(value.node);
 }
 
-/// The node of a value, which its new parent takes over.
+/// Deletes a part of the tree that nobody takes.
+void Discard(const SlcTokenValue& value);
+
+/// The node of a value, which its new parent takes over; null if what was refused stands there.
 template <class Node>
 [[nodiscard]] std::unique_ptr<Node> Take(const SlcTokenValue& value)
 {
-    return std::unique_ptr<Node>(dynamic_cast<Node*>(value.node));
+    auto* node = dynamic_cast<Node*>(value.node);
+    if (!node)
+        Discard(value);
+    return std::unique_ptr<Node>(node);
 }
+
+/// An expression, condition or statement that has grown too high for the passes is deleted, and
+/// something small takes its place; the first one in a parse is reported.
+void RefuseIfTooHigh(SlcTokenValue& value);
 
 /// Gives a value its node; the position stays.
 template <class Node>
 void Put(SlcTokenValue& value, std::unique_ptr<Node> node)
 {
     value.node = node.release();
+    RefuseIfTooHigh(value);
 }
-
-/// The same for an expression or condition, which is refused if it has grown too high for the
-/// passes: the report comes once, and a small one takes its place.
-void PutExpr(SlcTokenValue& value, std::unique_ptr<SlcExprNode> node);
-void PutRelation(SlcTokenValue& value, std::unique_ptr<SlcRelationNode> node);
-
-/// Deletes a part of the tree that nobody takes.
-void Discard(const SlcTokenValue& value);
 
 /// A value at the scanner's position.
 template <class Node>
@@ -53,28 +56,22 @@ void PutHere(SlcTokenValue& value, std::unique_ptr<Node> node)
     value = {node.release(), position.line, position.column, position.file};
 }
 
-[[nodiscard]] std::unique_ptr<SlcVarDefsNode> Declaration(const SlcPosition& position,
-                                                          SlcStorageSpecNode* storage,
-                                                          SlcDetailNode* detail,
-                                                          const SlcTokenValue& type,
-                                                          const SlcTokenValue& definitions);
+[[nodiscard]] std::unique_ptr<SlcVarDefsNode>
+Declaration(const SlcPosition& position, SlcStorageSpecNode* storage, SlcDetailNode* detail,
+            const SlcTokenValue& type, const SlcTokenValue& definitions);
 /// `size` and `initializer` may be null: a scalar, or no initializer.
-[[nodiscard]] std::unique_ptr<SlcDefExprNode> Definition(const SlcTokenValue& ident,
-                                                         const SlcTokenValue* size,
-                                                         const SlcTokenValue* initializer);
-[[nodiscard]] std::unique_ptr<SlcFuncDefNode> Function(const SlcPosition& position,
-                                                       SlcTypeNode* returnType,
-                                                       const SlcTokenValue& ident,
-                                                       const SlcTokenValue& formals,
-                                                       const SlcTokenValue& body);
+[[nodiscard]] std::unique_ptr<SlcDefExprNode>
+Definition(const SlcTokenValue& ident, const SlcTokenValue* size, const SlcTokenValue* initializer);
+[[nodiscard]] std::unique_ptr<SlcFuncDefNode>
+Function(const SlcPosition& position, SlcTypeNode* returnType, const SlcTokenValue& ident,
+         const SlcTokenValue& formals, const SlcTokenValue& body);
 /// A local function without a return type, whose formals parsed as something else.
 [[nodiscard]] std::unique_ptr<SlcFuncDefStmtNode> FunctionWithoutType(const SlcPosition& position,
                                                                       const SlcTokenValue& ident,
                                                                       const SlcTokenValue& body);
 void WarnOfIgnoredDetail(const SlcTokenValue& ident);
-[[nodiscard]] std::unique_ptr<SlcCastExprNode> Cast(const SlcTokenValue& type,
-                                                    const SlcTokenValue& space,
-                                                    const SlcTokenValue& operand);
+[[nodiscard]] std::unique_ptr<SlcCastExprNode>
+Cast(const SlcTokenValue& type, const SlcTokenValue& space, const SlcTokenValue& operand);
 [[nodiscard]] std::unique_ptr<SlcChannelNode> ChannelZero();
 /// An element of an array of texture names; null after a report.
 [[nodiscard]] std::unique_ptr<SlcTextureFilenameNode>

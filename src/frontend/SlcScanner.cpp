@@ -1,13 +1,20 @@
 #include "frontend/SlcScanner.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdlib>
 #include <iostream>
-#include <map>
+#include <limits>
+#include <set>
 
 #include "frontend/SlcTokenValue.h"
 #include "grammar.h"
+#include "support/SlcDiagnostics.h"
 #include "support/SlcSourcePosition.h"
+
+// Of the generated scanner.
+extern std::FILE* yyin;
+void yyrestart(std::FILE* file);
 
 bool SlcScanner::sm_lineHeld = false;
 
@@ -62,11 +69,36 @@ int SlcKeywordToken(std::string_view word)
     return IDENTIFIER;
 }
 
+void SlcScanner::Begin(std::FILE* file)
+{
+    SlcCurrentPosition() = {};
+    ResetLineNumber();
+    yyin = file;
+    yyrestart(file);
+}
+
+void SlcScanner::ResetLineNumber()
+{
+    sm_lineHeld = false;
+    SlcCurrentPosition().column = 0;
+    SlcCurrentPosition().line = 1;
+}
+
+void SlcScanner::BeginToken(std::size_t length)
+{
+    if (length > k_maxTokenLength) {
+        std::cerr << "token too large, exceeds YYLMAX\n";
+        std::exit(2);
+    }
+    SlcCurrentPosition().tokenLength = static_cast<int>(length);
+}
+
 void SlcScanner::CountChars(std::string_view text, char filler)
 {
     SlcSourcePosition& position = SlcCurrentPosition();
-    position.tokenText = text;
-    if (!sm_lineHeld)
+    // Only the first line grows like this, and reports repeat it: past the limit of all other
+    // lines it is of no use.
+    if (!sm_lineHeld && position.currentLine.size() < k_maxTokenLength)
         position.currentLine += text;
     if (position.column == 0)
         position.filler.clear();
@@ -79,14 +111,14 @@ void SlcScanner::NewLine()
     SlcSourcePosition& position = SlcCurrentPosition();
     sm_lineHeld = true;
     position.column = 0;
-    ++position.line;
+    // A line marker can hold the greatest number.
+    if (position.line < std::numeric_limits<int>::max())
+        ++position.line;
 }
 
 void SlcScanner::BeginLine(std::string_view text)
 {
-    SlcSourcePosition& position = SlcCurrentPosition();
-    position.tokenText = {};
-    position.currentLine = text.substr(1);
+    SlcCurrentPosition().currentLine = text.substr(1);
     NewLine();
 }
 
@@ -101,11 +133,11 @@ void SlcScanner::SkipChar(char c)
 const std::string* SlcScanner::FileName(std::string_view name)
 {
     // Nodes keep pointers to the names, so that none is ever removed.
-    static std::map<std::string, std::string, std::less<>> names;
+    static std::set<std::string, std::less<>> names;
     auto found = names.find(name);
     if (found == names.end())
-        found = names.emplace(name, name).first;
-    return &found->second;
+        found = names.emplace(name).first;
+    return &*found;
 }
 
 void SlcScanner::LineMarker(std::string_view text, bool clearsLine)
@@ -137,21 +169,13 @@ SlcPosition SlcScanner::Position()
     return {position.line, position.column, position.file};
 }
 
-void SlcScanner::CheckLength(int length)
+std::size_t SlcScanner::Read(std::FILE* file, char* buffer, std::size_t size)
 {
-    if (length <= k_maxTokenLength)
-        return;
-    std::cerr << "token too large, exceeds YYLMAX\n";
-    std::exit(2);
-}
-
-extern std::FILE* yyin;
-void yyrestart(std::FILE* file);
-
-void SlcScanner::Begin(std::FILE* file)
-{
-    SlcCurrentPosition() = {};
-    sm_lineHeld = false;
-    yyin = file;
-    yyrestart(file);
+    const std::size_t count = std::fread(buffer, 1, size, file);
+    if (count == 0 && std::ferror(file) != 0)
+        yyerror("Cannot read the preprocessed source");
+    // The generated scanner ends raw input at a zero byte, so that one stands for an invalid
+    // character instead, which no token holds either.
+    std::replace(buffer, buffer + count, '\0', '\1');
+    return count;
 }

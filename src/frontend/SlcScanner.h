@@ -10,10 +10,15 @@
 /// line for reports. The state is that of `SlcCurrentPosition`, which only these operations write.
 class SlcScanner {
 public:
-    static constexpr int k_maxTokenLength = 8191;
+    static constexpr std::size_t k_maxTokenLength = 8191;
 
-    /// Starts on a file: line 1, column 0, no file name.
+    /// Starts on a file, without a file name until its first line marker.
     static void Begin(std::FILE* file);
+    /// Line 1, column 0.
+    static void ResetLineNumber();
+
+    /// A rule matched so many characters. Ends the process with status 2 if they are too many.
+    static void BeginToken(std::size_t length);
 
     /// Accounts for the text of a token with one filler character each.
     static void CountChars(std::string_view text, char filler);
@@ -28,8 +33,8 @@ public:
     static void LineMarker(std::string_view text, bool clearsLine);
     /// Where the scanner stands.
     [[nodiscard]] static SlcPosition Position();
-    /// Ends the process with status 2 if a token is longer than the limit.
-    static void CheckLength(int length);
+    /// The next characters of the source; 0 at its end. A failure to read is reported.
+    [[nodiscard]] static std::size_t Read(std::FILE* file, char* buffer, std::size_t size);
 
 private:
     static const std::string* FileName(std::string_view name);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "frontend/SlcAnnotation.h"
@@ -18,8 +19,11 @@ struct SlcPosition {
 /// belong to the pools of their classes instead and are never owned by a tree.
 class SlcSyntaxNode {
 public:
-    /// Deepest tree that passes walk by recursion; the parser refuses what would exceed it.
+    /// Highest tree that reaches a pass. The parser refuses what would exceed it and reserves
+    /// stack for a walk of so many levels, so that a pass recurses without a guard of its own,
+    /// as long as a level costs it no more than `k_stackPerLevel` bytes in all its functions.
     static constexpr int k_maxHeight = 10000;
+    static constexpr std::size_t k_stackPerLevel = 8192;
 
     SlcSyntaxNode();
     explicit SlcSyntaxNode(const SlcPosition& position);

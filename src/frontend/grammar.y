@@ -438,13 +438,13 @@ primary
                                                      As<SlcStringLiteralNode>($1))); }
     | '(' expression ')'            { $$.node = $2.node; }
     | '(' expression ',' expression ',' expression ')'
-        { PutExpr($$, std::make_unique<SlcPointExprNode>($1.Position(), Take<SlcExprNode>($2),
+        { Put($$, std::make_unique<SlcPointExprNode>($1.Position(), Take<SlcExprNode>($2),
                                                          Take<SlcExprNode>($4),
                                                          Take<SlcExprNode>($6))); }
     | '(' expression ',' expression ',' expression ',' expression ',' expression ',' expression
           ',' expression ',' expression ',' expression ',' expression ',' expression
           ',' expression ',' expression ',' expression ',' expression ',' expression ')'
-        { PutExpr($$, std::make_unique<SlcMatrixExprNode>(
+        { Put($$, std::make_unique<SlcMatrixExprNode>(
               $1.Position(),
               std::array<std::unique_ptr<SlcExprNode>, 16>{
                   Take<SlcExprNode>($2), Take<SlcExprNode>($4), Take<SlcExprNode>($6),
@@ -457,7 +457,7 @@ primary
 
 postfix
     : identifier '[' expression ']'
-        { PutExpr($$, std::make_unique<SlcArrayRefExprNode>($1.Position(), As<SlcIdentNode>($1),
+        { Put($$, std::make_unique<SlcArrayRefExprNode>($1.Position(), As<SlcIdentNode>($1),
                                                             Take<SlcExprNode>($3))); }
     | procedure_call
     | primary
@@ -466,8 +466,8 @@ postfix
 
 unary
     : '-' unary
-        { PutExpr($$, std::make_unique<SlcUMinusExprNode>($1.Position(), Take<SlcExprNode>($2))); }
-    | base_type space_opt unary     { PutExpr($$, Cast($1, $2, $3)); }
+        { Put($$, std::make_unique<SlcUMinusExprNode>($1.Position(), Take<SlcExprNode>($2))); }
+    | base_type space_opt unary     { Put($$, Cast($1, $2, $3)); }
     | postfix
     ;
 
@@ -478,34 +478,34 @@ space_opt
 
 dot_expr
     : dot_expr '.' unary
-        { PutExpr($$, std::make_unique<SlcDotProdExprNode>(Take<SlcExprNode>($1),
+        { Put($$, std::make_unique<SlcDotProdExprNode>(Take<SlcExprNode>($1),
                                                            Take<SlcExprNode>($3))); }
     | unary
     ;
 
 mul_expr
     : mul_expr '*' dot_expr
-        { PutExpr($$, std::make_unique<SlcMultExprNode>(Take<SlcExprNode>($1),
+        { Put($$, std::make_unique<SlcMultExprNode>(Take<SlcExprNode>($1),
                                                         Take<SlcExprNode>($3))); }
     | mul_expr '/' dot_expr
-        { PutExpr($$, std::make_unique<SlcDivExprNode>(Take<SlcExprNode>($1),
+        { Put($$, std::make_unique<SlcDivExprNode>(Take<SlcExprNode>($1),
                                                        Take<SlcExprNode>($3))); }
     | dot_expr
     ;
 
 cross_expr
     : cross_expr '^' mul_expr
-        { PutExpr($$, std::make_unique<SlcCrossProdExprNode>(Take<SlcExprNode>($1),
+        { Put($$, std::make_unique<SlcCrossProdExprNode>(Take<SlcExprNode>($1),
                                                              Take<SlcExprNode>($3))); }
     | mul_expr
     ;
 
 add_expr
     : add_expr '+' cross_expr
-        { PutExpr($$, std::make_unique<SlcAddExprNode>(Take<SlcExprNode>($1),
+        { Put($$, std::make_unique<SlcAddExprNode>(Take<SlcExprNode>($1),
                                                        Take<SlcExprNode>($3))); }
     | add_expr '-' cross_expr
-        { PutExpr($$, std::make_unique<SlcSubExprNode>(Take<SlcExprNode>($1),
+        { Put($$, std::make_unique<SlcSubExprNode>(Take<SlcExprNode>($1),
                                                        Take<SlcExprNode>($3))); }
     | cross_expr
     ;
@@ -513,26 +513,26 @@ add_expr
 conditional
     : add_expr
     | logical_or '?' expression ':' expression
-        { PutExpr($$, std::make_unique<SlcCondExprNode>($1.Position(), Take<SlcRelationNode>($1),
+        { Put($$, std::make_unique<SlcCondExprNode>($1.Position(), Take<SlcRelationNode>($1),
                                                         Take<SlcExprNode>($3),
                                                         Take<SlcExprNode>($5))); }
     ;
 
 assignment
     : lvalue '=' expression
-        { PutExpr($$, std::make_unique<SlcEqAssignExprNode>(Take<SlcLValueNode>($1),
+        { Put($$, std::make_unique<SlcEqAssignExprNode>(Take<SlcLValueNode>($1),
                                                             Take<SlcExprNode>($3))); }
     | lvalue ADD_ASSIGN expression
-        { PutExpr($$, std::make_unique<SlcAddAssignExprNode>(Take<SlcLValueNode>($1),
+        { Put($$, std::make_unique<SlcAddAssignExprNode>(Take<SlcLValueNode>($1),
                                                              Take<SlcExprNode>($3))); }
     | lvalue SUB_ASSIGN expression
-        { PutExpr($$, std::make_unique<SlcSubAssignExprNode>(Take<SlcLValueNode>($1),
+        { Put($$, std::make_unique<SlcSubAssignExprNode>(Take<SlcLValueNode>($1),
                                                              Take<SlcExprNode>($3))); }
     | lvalue MUL_ASSIGN expression
-        { PutExpr($$, std::make_unique<SlcMultAssignExprNode>(Take<SlcLValueNode>($1),
+        { Put($$, std::make_unique<SlcMultAssignExprNode>(Take<SlcLValueNode>($1),
                                                               Take<SlcExprNode>($3))); }
     | lvalue DIV_ASSIGN expression
-        { PutExpr($$, std::make_unique<SlcDivAssignExprNode>(Take<SlcLValueNode>($1),
+        { Put($$, std::make_unique<SlcDivAssignExprNode>(Take<SlcLValueNode>($1),
                                                              Take<SlcExprNode>($3))); }
     ;
 
@@ -576,7 +576,7 @@ procedure_call
                       $1.Position(), As<SlcIdentNode>($1),
                       std::make_unique<SlcProcArgsNode>($1.Position()))); }
     | procedure_name '(' arguments ')'
-        { PutExpr($$, std::make_unique<SlcProcCallExprNode>($1.Position(), As<SlcIdentNode>($1),
+        { Put($$, std::make_unique<SlcProcCallExprNode>($1.Position(), As<SlcIdentNode>($1),
                                                             Take<SlcProcArgsNode>($3))); }
     ;
 
@@ -594,16 +594,16 @@ arguments
 
 texture_expr
     : texture_kind '(' texture_name texture_args_opt ')'
-        { PutExpr($$, std::make_unique<SlcTextureExprNode>(
+        { Put($$, std::make_unique<SlcTextureExprNode>(
                       $1.Position(), Take<SlcTextureTypeNode>($1), Take<SlcTextureFilenameNode>($3),
                       ChannelZero(), Take<SlcTextureArgsNode>($4))); }
     | texture_kind '(' texture_name '[' expression ']' texture_args_opt ')'
-        { PutExpr($$, std::make_unique<SlcTextureExprNode>(
+        { Put($$, std::make_unique<SlcTextureExprNode>(
                       $1.Position(), Take<SlcTextureTypeNode>($1), Take<SlcTextureFilenameNode>($3),
                       std::make_unique<SlcChannelNode>(Take<SlcExprNode>($5)),
                       Take<SlcTextureArgsNode>($7))); }
     | texture_kind '(' texture_name '[' expression ']' '[' expression ']' texture_args_opt ')'
-        { PutExpr($$, std::make_unique<SlcTextureExprNode>(
+        { Put($$, std::make_unique<SlcTextureExprNode>(
                       $1.Position(), Take<SlcTextureTypeNode>($1),
                       ElementName($1.Position(), $3, $5),
                       std::make_unique<SlcChannelNode>(Take<SlcExprNode>($8)),
@@ -652,47 +652,47 @@ parenthesized_condition
 not_relation
     : parenthesized_condition
     | '!' relational
-        { PutRelation($$, std::make_unique<SlcNotRelNode>($1.Position(),
+        { Put($$, std::make_unique<SlcNotRelNode>($1.Position(),
                                                           Take<SlcRelationNode>($2))); }
     ;
 
 relational
     : not_relation
     | add_expr '<' add_expr
-        { PutRelation($$, std::make_unique<SlcLessThenNode>(Take<SlcExprNode>($1),
+        { Put($$, std::make_unique<SlcLessThenNode>(Take<SlcExprNode>($1),
                                                             Take<SlcExprNode>($3))); }
     | add_expr '>' add_expr
-        { PutRelation($$, std::make_unique<SlcGreaterThenNode>(Take<SlcExprNode>($1),
+        { Put($$, std::make_unique<SlcGreaterThenNode>(Take<SlcExprNode>($1),
                                                                Take<SlcExprNode>($3))); }
     | add_expr LE add_expr
-        { PutRelation($$, std::make_unique<SlcLessEqualNode>(Take<SlcExprNode>($1),
+        { Put($$, std::make_unique<SlcLessEqualNode>(Take<SlcExprNode>($1),
                                                              Take<SlcExprNode>($3))); }
     | add_expr GE add_expr
-        { PutRelation($$, std::make_unique<SlcGreaterEqualNode>(Take<SlcExprNode>($1),
+        { Put($$, std::make_unique<SlcGreaterEqualNode>(Take<SlcExprNode>($1),
                                                                 Take<SlcExprNode>($3))); }
     ;
 
 equality
     : relational
     | add_expr EQ add_expr
-        { PutRelation($$, std::make_unique<SlcEqualRelNode>(Take<SlcExprNode>($1),
+        { Put($$, std::make_unique<SlcEqualRelNode>(Take<SlcExprNode>($1),
                                                             Take<SlcExprNode>($3))); }
     | add_expr NE add_expr
-        { PutRelation($$, std::make_unique<SlcNotEqualRelNode>(Take<SlcExprNode>($1),
+        { Put($$, std::make_unique<SlcNotEqualRelNode>(Take<SlcExprNode>($1),
                                                                Take<SlcExprNode>($3))); }
     ;
 
 logical_and
     : equality
     | logical_and AND equality
-        { PutRelation($$, std::make_unique<SlcLogAndNode>(Take<SlcRelationNode>($1),
+        { Put($$, std::make_unique<SlcLogAndNode>(Take<SlcRelationNode>($1),
                                                           Take<SlcRelationNode>($3))); }
     ;
 
 logical_or
     : logical_and
     | logical_or OR logical_and
-        { PutRelation($$, std::make_unique<SlcLogOrNode>(Take<SlcRelationNode>($1),
+        { Put($$, std::make_unique<SlcLogOrNode>(Take<SlcRelationNode>($1),
                                                          Take<SlcRelationNode>($3))); }
     ;
 

@@ -38,7 +38,7 @@ void ReportAtSource(std::string_view kind, std::string_view message)
     const SlcSourcePosition& position = SlcCurrentPosition();
     const std::string place = Place(position);
     const std::string indent(place.size(), ' ');
-    const int offset = position.column - static_cast<int>(position.tokenText.size());
+    const int offset = position.column - position.tokenLength;
 
     std::string report = place;
     report.append(kind).append(": ").append(message).append(":\n\n");

@@ -1,17 +1,16 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 /// Where the scanner stands, for the reports that show a source line with a caret. The scanner
 /// fills the one instance as it reads; nothing else writes to it.
 struct SlcSourcePosition {
     const std::string* file = nullptr;  // name of the current file; null before the first marker
     int line = 1;
-    int column = 0;              // characters taken from the current line
-    std::string_view tokenText;  // text of the last token
-    std::string currentLine;     // the source line being scanned
-    std::string filler;          // a blank or tab for each character up to the last token
+    int column = 0;           // characters taken from the current line
+    int tokenLength = 0;      // of the last token
+    std::string currentLine;  // the source line being scanned
+    std::string filler;       // a blank or tab for each character up to the last token
 };
 
 /// The scanner's position. The scanner is its only writer.
