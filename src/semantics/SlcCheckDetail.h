@@ -26,6 +26,8 @@ public:
     [[nodiscard]] bool IsNotInFunction() const { return m_notInFunction; }
     /// Null where the context wants none.
     [[nodiscard]] SlcDetailNode* ExpectedDetail() const { return m_expected; }
+    /// Of calls around the statement: it stands in the source as it is.
+    [[nodiscard]] static int Level() { return 0; }
 
 private:
     using SlcCodeWalker::Case;

@@ -14,12 +14,13 @@ SlcCheckInlineDetail::SlcCheckInlineDetail(SlcPtr<SlcSemanticError> errors)
 
 SlcDetailNode* SlcCheckInlineDetail::operator()(SlcSyntaxNode* body, SlcShaderTypeNode* shaderType,
                                                 bool inLightStatement, bool notInFunction,
-                                                SlcDetailNode* wanted)
+                                                SlcDetailNode* wanted, int level)
 {
     m_shaderType = shaderType;
     m_inLightStatement = inLightStatement;
     m_notInFunction = notInFunction;
     m_wanted = wanted;
+    m_level = level;
     m_expected = nullptr;
     m_condition = SlcDetailNode::AUniform();
     m_guard = nullptr;

@@ -26,10 +26,14 @@ public:
 
     explicit SlcCheckInlineDetail(SlcPtr<SlcSemanticError> errors);
 
-    /// `wanted` is the detail that the context of the call wants; may be null.
+    /// How many calls inside each other are followed.
+    static constexpr int k_maxLevels = 10'000;
+
+    /// `wanted` is the detail that the context of the call wants; may be null. `level` counts the
+    /// calls around the body. Throws `SlcAlreadyInLightControlStmt`.
     [[nodiscard]] SlcDetailNode* operator()(SlcSyntaxNode* body, SlcShaderTypeNode* shaderType,
                                             bool inLightStatement, bool notInFunction,
-                                            SlcDetailNode* wanted);
+                                            SlcDetailNode* wanted, int level);
 
     // What the rules of calls need to know.
     [[nodiscard]] SlcPtr<SlcSemanticError>& Errors() { return m_errors; }
@@ -38,6 +42,7 @@ public:
     [[nodiscard]] bool IsNotInFunction() const { return m_notInFunction; }
     /// Null where the context wants none.
     [[nodiscard]] SlcDetailNode* ExpectedDetail() const { return m_expected; }
+    [[nodiscard]] int Level() const { return m_level; }
 
 private:
     using SlcCodeWalker::Case;
@@ -79,6 +84,7 @@ private:
     SlcDetailNode* m_wanted = nullptr;  // of the result
     SlcShaderTypeNode* m_shaderType = nullptr;
     bool m_notInFunction = false;
+    int m_level = 0;
     SlcDetailNode* m_condition = nullptr;  // of the comparisons walked since the condition began
     SlcDetailNode* m_guard = nullptr;      // of the conditions and loops around; null at the top
     SlcDetailNode* m_result = nullptr;     // of the `return` that has been met under a guard

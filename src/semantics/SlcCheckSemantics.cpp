@@ -5,6 +5,7 @@
 
 #include "frontend/SlcNodes.h"
 #include "semantics/SlcDefinitionsInfo.h"
+#include "semantics/SlcFindOuterVariables.h"
 #include "semantics/SlcFuncInfo.h"
 #include "semantics/SlcReturnType.h"
 #include "semantics/SlcStatementInfo.h"
@@ -92,8 +93,9 @@ void SlcCheckSemantics::Case(SlcFuncDefNode* node)
     if (!body.m_hasReturn && !node->GetReturnType()->IsVoidType())
         m_errors->Warning(
             node, "Function '" + node->GetIdent()->GetName() + "' doesn't return a value", 1);
+    const bool touchesOuterVariables = SlcFindOuterVariables()(node);
     AddFunction(node, MakeShared<SlcFuncInfo>(node, std::move(usage), scope, body.m_hasIlluminate,
-                                              body.m_hasIlluminance));
+                                              body.m_hasIlluminance, touchesOuterVariables));
 }
 
 /// Only now that its body has been checked: a function cannot call itself.

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "semantics/SlcInlineResults.h"
 #include "semantics/SlcUsageRecord.h"
 #include "symbols/SlcSymbolTable.h"
 
@@ -12,12 +13,14 @@ class SlcFuncInfo : public SlcAnnotation {
 public:
     /// `usage` may be null; `scope` is the table of the function's formals.
     SlcFuncInfo(SlcFuncDefNode* definition, std::unique_ptr<SlcUsageRecord> usage,
-                SlcPtr<SlcSymbolTable> scope, bool hasIlluminate, bool hasIlluminance)
+                SlcPtr<SlcSymbolTable> scope, bool hasIlluminate, bool hasIlluminance,
+                bool touchesOuterVariables)
         : m_definition(definition),
           m_usage(std::move(usage)),
           m_scope(std::move(scope)),
           m_hasIlluminate(hasIlluminate),
-          m_hasIlluminance(hasIlluminance)
+          m_hasIlluminance(hasIlluminance),
+          m_touchesOuterVariables(touchesOuterVariables)
     {
     }
 
@@ -33,6 +36,9 @@ public:
     /// Checked shader code reaches the function, directly or through others.
     [[nodiscard]] bool IsCalled() const { return m_called; }
     void SetCalled() { m_called = true; }
+    /// See `SlcFindOuterVariables`.
+    [[nodiscard]] bool TouchesOuterVariables() const { return m_touchesOuterVariables; }
+    [[nodiscard]] SlcInlineResults& GetInlineResults() { return m_inlineResults; }
 
 private:
     SlcFuncDefNode* m_definition;
@@ -40,5 +46,7 @@ private:
     SlcPtr<SlcSymbolTable> m_scope;
     bool m_hasIlluminate;
     bool m_hasIlluminance;
+    bool m_touchesOuterVariables;
     bool m_called = false;
+    SlcInlineResults m_inlineResults;
 };

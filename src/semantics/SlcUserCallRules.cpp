@@ -77,14 +77,22 @@ std::vector<Passed> PairArguments(SlcSemanticError& errors, const SlcFuncInfo& i
     return passed;
 }
 
-bool PassArgument(SlcSemanticError& errors, const Passed& passed, std::size_t position,
+/// Inside a function an unknown detail is judged when shader code calls the function.
+template <class Walker>
+bool IsRefusedAsUniform(const Walker& walker, const SlcDetailNode* argument)
+{
+    return argument->IsVarying() || (argument->IsUnknownDetail() && walker.IsNotInFunction());
+}
+
+bool PassArgument(SlcCheckDetail& walker, const Passed& passed, std::size_t position,
                   const std::string& function)
 {
+    SlcSemanticError& errors = *walker.Errors();
     SlcDetailNode* argument = SlcFirstDetailOf(passed.argument);
     const bool wantsUniform = passed.formal->GetDetail()->IsUniform();
     const bool isOutput = passed.storage->IsOutput();
     bool fits = true;
-    if ((wantsUniform && !argument->IsUniform()) ||
+    if ((wantsUniform && IsRefusedAsUniform(walker, argument)) ||
         (isOutput && !wantsUniform && argument->IsUniform())) {
         errors.Error(passed.argument, "Detail mismatch for argument " + std::to_string(position) +
                                           " of function '" + function + "'");
@@ -97,13 +105,14 @@ bool PassArgument(SlcSemanticError& errors, const Passed& passed, std::size_t po
     return fits;
 }
 
-bool PassArgumentInline(SlcSemanticError& errors, const Passed& passed, std::size_t position,
+bool PassArgumentInline(SlcCheckInlineDetail& walker, const Passed& passed, std::size_t position,
                         const std::string& function)
 {
     SlcDetailNode* argument = SlcInlineDetailOf(passed.argument);
-    if (passed.formal->GetDetail()->IsUniform() && !argument->IsUniform()) {
-        errors.Error(passed.argument, "Detail mismatch for argument " + std::to_string(position) +
-                                          " of function '" + function + "' during inlining");
+    if (passed.formal->GetDetail()->IsUniform() && IsRefusedAsUniform(walker, argument)) {
+        walker.Errors()->Error(passed.argument, "Detail mismatch for argument " +
+                                                    std::to_string(position) + " of function '" +
+                                                    function + "' during inlining");
         return false;
     }
     passed.formal->SetInlineDetail(argument);
@@ -111,11 +120,57 @@ bool PassArgumentInline(SlcSemanticError& errors, const Passed& passed, std::siz
 }
 
 template <class Walker>
-SlcDetailNode* EvaluateBody(Walker& walker, const SlcFuncInfo& info)
+void ReportTooLarge(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNode* call)
+{
+    if (info.GetInlineResults().ReportTooLarge())
+        walker.Errors()->Error(call, "Expansion of function '" + call->GetIdent()->GetName() +
+                                         "' is too large");
+}
+
+/// Evaluates the body for the details that the formals have been given.
+template <class Walker>
+SlcInlineResults::Result EvaluateBody(Walker& walker, const SlcFuncInfo& info,
+                                      const std::vector<Passed>& arguments)
 {
     SlcCheckInlineDetail evaluate(walker.Errors());
-    return evaluate(info.GetDefinition()->GetBody(), walker.ShaderType(),
-                    walker.IsInLightStatement(), walker.IsNotInFunction(), walker.ExpectedDetail());
+    SlcInlineResults::Result result;
+    try {
+        result.detail = evaluate(info.GetDefinition()->GetBody(), walker.ShaderType(),
+                                 walker.IsInLightStatement(), walker.IsNotInFunction(),
+                                 walker.ExpectedDetail(), walker.Level() + 1);
+    } catch (const SlcAlreadyInLightControlStmt&) {
+        result.detail = nullptr;
+    }
+    for (const Passed& passed : arguments)
+        result.formals.push_back(passed.formal->GetInlineDetail());
+    return result;
+}
+
+/// The detail of the call, whose arguments have been passed; null if the call would nest light
+/// statements. The formals have the inline details that the body gives them.
+template <class Walker>
+SlcDetailNode* DetailOfCall(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNode* call,
+                            const std::vector<Passed>& arguments)
+{
+    SlcInlineResults& results = info.GetInlineResults();
+    if (walker.Level() >= SlcCheckInlineDetail::k_maxLevels ||
+        (info.TouchesOuterVariables() && !results.CountUnshared())) {
+        ReportTooLarge(walker, info, call);
+        return SlcDetailNode::AUnknown();
+    }
+    if (info.TouchesOuterVariables())
+        return EvaluateBody(walker, info, arguments).detail;
+
+    SlcInlineResults::Circumstances circumstances(
+        walker.IsInLightStatement(), walker.IsNotInFunction(), walker.ExpectedDetail());
+    for (const Passed& passed : arguments)
+        circumstances.AddArgument(passed.formal->GetInlineDetail());
+    const SlcInlineResults::Result* result = results.Find(circumstances);
+    if (!result)
+        result = &results.Keep(circumstances, EvaluateBody(walker, info, arguments));
+    for (std::size_t i = 0; i < arguments.size(); ++i)
+        arguments[i].formal->SetInlineDetail(result->formals[i]);
+    return result->detail;
 }
 
 }  // namespace
@@ -139,19 +194,18 @@ SlcDetailNode* SlcCheckArgsDetail(SlcCheckDetail* walker, SlcPtr<SlcFuncSymbolEn
     const auto arguments = PairArguments(errors, *info, call, "checking");
     bool fits = true;
     for (std::size_t i = 0; i < arguments.size(); ++i)
-        fits = PassArgument(errors, arguments[i], i, name) && fits;
+        fits = PassArgument(*walker, arguments[i], i, name) && fits;
     if (!fits)
         return SlcDetailNode::AUnknown();
-    try {
-        return EvaluateBody(*walker, *info);
-    } catch (const SlcAlreadyInLightControlStmt&) {
-        errors.Error(call,
-                     "Cannot call a function that calls another function containing a 'solar', "
-                     "'illuminate' or 'illuminance' statement from inside of one of these "
-                     "statements (this will result in nesting those statements)",
-                     name);
-        return SlcDetailNode::AUnknown();
-    }
+    SlcDetailNode* const detail = DetailOfCall(*walker, *info, call, arguments);
+    if (detail)
+        return detail;
+    errors.Error(call,
+                 "Cannot call a function that calls another function containing a 'solar', "
+                 "'illuminate' or 'illuminance' statement from inside of one of these statements "
+                 "(this will result in nesting those statements)",
+                 name);
+    return SlcDetailNode::AUnknown();
 }
 
 SlcDetailNode* SlcCheckArgsDetailInline(SlcCheckInlineDetail* walker,
@@ -166,10 +220,12 @@ SlcDetailNode* SlcCheckArgsDetailInline(SlcCheckInlineDetail* walker,
     const auto arguments = PairArguments(errors, *info, call, "checking inlining");
     bool fits = true;
     for (std::size_t i = 0; i < arguments.size(); ++i)
-        fits = PassArgumentInline(errors, arguments[i], i, call->GetIdent()->GetName()) && fits;
+        fits = PassArgumentInline(*walker, arguments[i], i, call->GetIdent()->GetName()) && fits;
     if (!fits)
         return SlcDetailNode::AUniform();
-    SlcDetailNode* const detail = EvaluateBody(*walker, *info);
+    SlcDetailNode* const detail = DetailOfCall(*walker, *info, call, arguments);
+    if (!detail)
+        throw SlcAlreadyInLightControlStmt();
     // How an output formal hands its detail back to the caller's variable.
     for (const Passed& passed : arguments)
         if (const auto* variable = dynamic_cast<const SlcIdentExprNode*>(passed.argument))

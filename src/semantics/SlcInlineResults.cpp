@@ -1,0 +1,38 @@
+#include "semantics/SlcInlineResults.h"
+
+#include <utility>
+
+SlcInlineResults::Circumstances::Circumstances(bool inLightStatement, bool notInFunction,
+                                               const SlcDetailNode* wanted)
+{
+    m_key += inLightStatement ? 'L' : ' ';
+    m_key += notInFunction ? 'S' : ' ';
+    Add(wanted);
+}
+
+void SlcInlineResults::Circumstances::Add(const SlcDetailNode* detail)
+{
+    if (!detail)
+        m_key += '-';
+    else if (detail->IsVarying())
+        m_key += 'v';
+    else
+        m_key += detail->IsUniform() ? 'u' : '?';
+}
+
+const SlcInlineResults::Result* SlcInlineResults::Find(const Circumstances& circumstances) const
+{
+    const auto found = m_results.find(circumstances.Key());
+    return found == m_results.end() ? nullptr : &found->second;
+}
+
+const SlcInlineResults::Result& SlcInlineResults::Keep(const Circumstances& circumstances,
+                                                       Result result)
+{
+    return m_results.insert_or_assign(circumstances.Key(), std::move(result)).first->second;
+}
+
+bool SlcInlineResults::ReportTooLarge()
+{
+    return !std::exchange(m_tooLargeReported, true);
+}

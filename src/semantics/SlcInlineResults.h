@@ -1,0 +1,47 @@
+#pragma once
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "frontend/SlcDetailNode.h"
+
+/// What evaluating the body of one function for its calls has given so far. Calls in the same
+/// circumstances share one evaluation; otherwise a chain of functions that call each other twice
+/// would be evaluated as often as its expansion is long.
+class SlcInlineResults {
+public:
+    /// What an evaluation depends on, as a short text that is only compared.
+    class Circumstances {
+    public:
+        Circumstances(bool inLightStatement, bool notInFunction, const SlcDetailNode* wanted);
+        void AddArgument(const SlcDetailNode* detail) { Add(detail); }
+        [[nodiscard]] const std::string& Key() const { return m_key; }
+
+    private:
+        void Add(const SlcDetailNode* detail);
+
+        std::string m_key;
+    };
+
+    struct Result {
+        SlcDetailNode* detail = nullptr;      // null: a light statement would be nested
+        std::vector<SlcDetailNode*> formals;  // their inline details at the end
+    };
+
+    /// Null if the body has not been evaluated in these circumstances.
+    [[nodiscard]] const Result* Find(const Circumstances& circumstances) const;
+    const Result& Keep(const Circumstances& circumstances, Result result);
+
+    /// Counts an evaluation that is not shared. False from the one on that is too many.
+    [[nodiscard]] bool CountUnshared() { return ++m_unshared <= k_maxUnshared; }
+    /// True once, for the report that the function's expansion is too large.
+    [[nodiscard]] bool ReportTooLarge();
+
+private:
+    static constexpr int k_maxUnshared = 1'000'000;  // a shader that large cannot be expanded
+
+    std::unordered_map<std::string, Result> m_results;
+    int m_unshared = 0;
+    bool m_tooLargeReported = false;
+};

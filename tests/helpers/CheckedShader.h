@@ -1,0 +1,40 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "frontend/SlcDefinitionNodes.h"
+#include "support/SlcOptionsControl.h"
+
+/// A source text, parsed and put through the semantic passes. Its file name in reports is
+/// "test.sl", and its first line is line 1.
+class CheckedShader {
+public:
+    explicit CheckedShader(const std::string& source, SlcOptionsControl options = {},
+                           int warningLevel = 1);
+    ~CheckedShader();
+    CheckedShader(const CheckedShader&) = delete;
+    CheckedShader& operator=(const CheckedShader&) = delete;
+
+    /// False if anything was reported as an error.
+    [[nodiscard]] bool IsAccepted() const { return m_accepted; }
+    /// All that went to standard error, as the user sees it.
+    [[nodiscard]] const std::string& Output() const { return m_output; }
+    /// The reports alone, one a line, each with its line number in front: "3: ERROR: ...".
+    [[nodiscard]] std::string Reports() const;
+
+    /// The tree, with the results of the passes; null if the text did not parse.
+    [[nodiscard]] SlcDefinitionsNode* Root() const { return m_root.get(); }
+    /// The shader or function of that name; fails the test that is running if there is none.
+    [[nodiscard]] SlcDefinitionNode* Definition(std::string_view name) const;
+    [[nodiscard]] SlcOptionsControl& Options() { return m_options; }
+
+private:
+    void Check(const std::string& source);
+
+    SlcOptionsControl m_options;
+    std::unique_ptr<SlcDefinitionsNode> m_root;
+    bool m_accepted = false;
+    std::string m_output;
+};
