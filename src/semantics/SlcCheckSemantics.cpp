@@ -20,6 +20,7 @@ SlcCheckSemantics::SlcCheckSemantics(SlcPtr<SlcSemanticError> errors, SlcOptions
       m_uniquePass(errors),
       m_declarations(errors, &options),
       m_detailPass(errors),
+      m_inlineBudget(MakeShared<SlcInlineBudget>()),
       m_usage(usage)
 {
 }
@@ -95,7 +96,8 @@ void SlcCheckSemantics::Case(SlcFuncDefNode* node)
             node, "Function '" + node->GetIdent()->GetName() + "' doesn't return a value", 1);
     const bool touchesOuterVariables = SlcFindOuterVariables()(node);
     AddFunction(node, MakeShared<SlcFuncInfo>(node, std::move(usage), scope, body.m_hasIlluminate,
-                                              body.m_hasIlluminance, touchesOuterVariables));
+                                              body.m_hasIlluminance, touchesOuterVariables,
+                                              m_inlineBudget));
 }
 
 /// Only now that its body has been checked: a function cannot call itself.
@@ -120,6 +122,7 @@ SlcCheckSemantics SlcCheckSemantics::BodyWalker(SlcDefinitionNode* definition,
     SlcCheckSemantics walker(m_errors, m_options, usage);
     walker.m_body = definition;
     walker.m_inFunction = definition->IsFunction();
+    walker.m_inlineBudget = m_inlineBudget;
     walker.m_shaderSeen = m_shaderSeen;
     walker.m_shaderType = m_shaderType;
     if (m_body)

@@ -4,6 +4,7 @@
 
 #include "frontend/SlcCodeWalker.h"
 #include "semantics/SlcAddVarsSymbolTable.h"
+#include "semantics/SlcInlineResults.h"
 #include "semantics/SlcUsageRecord.h"
 
 class SlcExprNode;
@@ -110,6 +111,7 @@ private:
     SlcResolveUniqueType m_uniquePass;
     SlcAddVarsSymbolTable m_declarations;
     SlcCheckDetail m_detailPass;
+    SlcPtr<SlcInlineBudget> m_inlineBudget;     // for all functions of the compile
     SlcUsageRecord* m_usage;                    // of the branch being walked; may be null
     SlcShaderTypeNode* m_shaderType = nullptr;  // of the one shader of the file
     SlcDefinitionNode* m_body = nullptr;        // whose body is checked; null at file level

@@ -14,13 +14,14 @@ public:
     /// `usage` may be null; `scope` is the table of the function's formals.
     SlcFuncInfo(SlcFuncDefNode* definition, std::unique_ptr<SlcUsageRecord> usage,
                 SlcPtr<SlcSymbolTable> scope, bool hasIlluminate, bool hasIlluminance,
-                bool touchesOuterVariables)
+                bool touchesOuterVariables, SlcPtr<SlcInlineBudget> inlineBudget)
         : m_definition(definition),
           m_usage(std::move(usage)),
           m_scope(std::move(scope)),
           m_hasIlluminate(hasIlluminate),
           m_hasIlluminance(hasIlluminance),
-          m_touchesOuterVariables(touchesOuterVariables)
+          m_touchesOuterVariables(touchesOuterVariables),
+          m_inlineBudget(std::move(inlineBudget))
     {
     }
 
@@ -39,6 +40,7 @@ public:
     /// See `SlcFindOuterVariables`.
     [[nodiscard]] bool TouchesOuterVariables() const { return m_touchesOuterVariables; }
     [[nodiscard]] SlcInlineResults& GetInlineResults() { return m_inlineResults; }
+    [[nodiscard]] SlcInlineBudget& GetInlineBudget() { return *m_inlineBudget; }
 
 private:
     SlcFuncDefNode* m_definition;
@@ -49,4 +51,5 @@ private:
     bool m_touchesOuterVariables;
     bool m_called = false;
     SlcInlineResults m_inlineResults;
+    SlcPtr<SlcInlineBudget> m_inlineBudget;  // of the whole compile
 };

@@ -31,8 +31,3 @@ const SlcInlineResults::Result& SlcInlineResults::Keep(const Circumstances& circ
 {
     return m_results.insert_or_assign(circumstances.Key(), std::move(result)).first->second;
 }
-
-bool SlcInlineResults::ReportTooLarge()
-{
-    return !std::exchange(m_tooLargeReported, true);
-}

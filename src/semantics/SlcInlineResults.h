@@ -2,9 +2,27 @@
 
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "frontend/SlcDetailNode.h"
+#include "support/SlcCollectable.h"
+
+/// Bounds the evaluations of one compile that cannot be shared, so that functions which call each
+/// other twice, and so on, end in a report and not in a hang.
+class SlcInlineBudget : public SlcCollectable {
+public:
+    /// Counts an evaluation. False from the one on that is too many.
+    [[nodiscard]] bool Take() { return ++m_taken <= k_most; }
+    /// True once: the report has still to be made.
+    [[nodiscard]] bool IsFirstReport() { return !std::exchange(m_reported, true); }
+
+private:
+    static constexpr int k_most = 1'000'000;  // a shader that large cannot be expanded
+
+    int m_taken = 0;
+    bool m_reported = false;
+};
 
 /// What evaluating the body of one function for its calls has given so far. Calls in the same
 /// circumstances share one evaluation; otherwise a chain of functions that call each other twice
@@ -33,15 +51,6 @@ public:
     [[nodiscard]] const Result* Find(const Circumstances& circumstances) const;
     const Result& Keep(const Circumstances& circumstances, Result result);
 
-    /// Counts an evaluation that is not shared. False from the one on that is too many.
-    [[nodiscard]] bool CountUnshared() { return ++m_unshared <= k_maxUnshared; }
-    /// True once, for the report that the function's expansion is too large.
-    [[nodiscard]] bool ReportTooLarge();
-
 private:
-    static constexpr int k_maxUnshared = 1'000'000;  // a shader that large cannot be expanded
-
     std::unordered_map<std::string, Result> m_results;
-    int m_unshared = 0;
-    bool m_tooLargeReported = false;
 };

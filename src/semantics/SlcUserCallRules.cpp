@@ -122,7 +122,7 @@ bool PassArgumentInline(SlcCheckInlineDetail& walker, const Passed& passed, std:
 template <class Walker>
 void ReportTooLarge(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNode* call)
 {
-    if (info.GetInlineResults().ReportTooLarge())
+    if (info.GetInlineBudget().IsFirstReport())
         walker.Errors()->Error(call, "Expansion of function '" + call->GetIdent()->GetName() +
                                          "' is too large");
 }
@@ -152,9 +152,8 @@ template <class Walker>
 SlcDetailNode* DetailOfCall(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNode* call,
                             const std::vector<Passed>& arguments)
 {
-    SlcInlineResults& results = info.GetInlineResults();
     if (walker.Level() >= SlcCheckInlineDetail::k_maxLevels ||
-        (info.TouchesOuterVariables() && !results.CountUnshared())) {
+        (info.TouchesOuterVariables() && !info.GetInlineBudget().Take())) {
         ReportTooLarge(walker, info, call);
         return SlcDetailNode::AUnknown();
     }
@@ -165,6 +164,7 @@ SlcDetailNode* DetailOfCall(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNo
         walker.IsInLightStatement(), walker.IsNotInFunction(), walker.ExpectedDetail());
     for (const Passed& passed : arguments)
         circumstances.AddArgument(passed.formal->GetInlineDetail());
+    SlcInlineResults& results = info.GetInlineResults();
     const SlcInlineResults::Result* result = results.Find(circumstances);
     if (!result)
         result = &results.Keep(circumstances, EvaluateBody(walker, info, arguments));

@@ -21,7 +21,7 @@ TEST(SlcCheckLightStatements, AreLegalByKindOfShader)
     for (const char* kind : {"surface", "volume", "light", "displacement", "imager"}) {
         for (const Statement& statement : statements) {
             const std::string head(kind);
-            const bool legal = std::string(statement.legalIn).contains(head);
+            const bool legal = std::string(statement.legalIn).find(head) != std::string::npos;
             const std::string body = std::string("{ ") + statement.text + " }";
             EXPECT_EQ(CheckedShader(head + " a() " + body).Reports(),
                       legal ? "" : std::string("1: ERROR: ") + statement.illegal)
@@ -81,7 +81,7 @@ TEST(SlcCheckLightStatements, ReportFaultyArgumentsOnce)
     EXPECT_EQ(CheckedShader("surface a() { illuminance(nowhere) {} }").Reports(),
               "1: ERROR: Undefined variable: nowhere");
     EXPECT_EQ(CheckedShader("surface a() { matrix m; illuminance(m + m) {} }").Reports(),
-              "1: ERROR: Invalid type for expression");
+              "1: ERROR: Invalid type for expression\n1: ERROR: Incompatible types for +");
 }
 
 TEST(SlcCheckLightStatements, ShowTheLightOnlyInside)

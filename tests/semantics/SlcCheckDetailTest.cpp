@@ -1,0 +1,387 @@
+// The rules of uniform and varying, on the statement as written and for each call of a function.
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "frontend/SlcNodes.h"
+#include "helpers/CheckedShader.h"
+#include "semantics/SlcFuncInfo.h"
+#include "symbols/SlcFuncSymbolEntry.h"
+#include "symbols/SlcPossibleTypes.h"
+
+namespace {
+
+struct Case {
+    const char* source;
+    const char* reports;
+};
+
+template <std::size_t Count>
+void ExpectReports(const Case (&cases)[Count])
+{
+    for (const Case& c : cases)
+        EXPECT_EQ(CheckedShader(c.source).Reports(), c.reports) << c.source;
+}
+
+/// The details of what the assignment statements of a tree assign.
+class AssignedDetails : public SlcCodeWalker {
+public:
+    std::string operator()(SlcSyntaxNode* node)
+    {
+        node->ApplyWalker(this);
+        return m_text;
+    }
+
+private:
+    using SlcCodeWalker::Case;
+    void Case(SlcAssignStmtNode* node) override
+    {
+        const auto types = SlcPossibleTypes::Of(node->GetAssignment()->GetValue());
+        m_text += (m_text.empty() ? "" : " ") + types->GetDetail()->ToString();
+    }
+    void Default(SlcSyntaxNode* node) override { node->WalkIn(this); }
+
+    std::string m_text;
+};
+
+bool IsCalled(const CheckedShader& shader, const char* function)
+{
+    auto* definition = dynamic_cast<SlcFuncDefNode*>(shader.Definition(function));
+    return CheckCast<SlcFuncInfo>(definition->GetSymbolEntry()->GetFuncInfo())->IsCalled();
+}
+
+TEST(SlcCheckDetail, CombinesTheDetailsOfOperands)
+{
+    struct Expression {
+        const char* text;
+        const char* detail;
+    };
+    // k is uniform, w varying, x unknown; a is a uniform array.
+    static const Expression expressions[] = {
+        {"1", "uniform"},
+        {"k", "uniform"},
+        {"w", "varying"},
+        {"x", "unknown"},
+        {"k + x", "unknown"},
+        {"k + x + w", "varying"},
+        {"-k", "uniform"},
+        {"-(x * w)", "varying"},
+        {"a[1]", "uniform"},
+        {"a[x]", "unknown"},
+        {"a[w]", "varying"},
+        {"xcomp((k, k, k))", "uniform"},
+        {"xcomp((k, x, k))", "unknown"},
+        {"xcomp(point (k, x, w))", "varying"},
+        {"k > 0 ? k : 1", "uniform"},
+        {"k > 0 ? k : w", "varying"},
+        {"w > 0 ? k : 1", "varying"},
+        {"(k > 0 && x > 0) ? k : 1", "unknown"},
+        {"(k > 0 || !(w > 0)) ? (x > 0 ? 1 : 2) : 1", "varying"},
+        {"sin(k)", "uniform"},
+        {"atan(k, w)", "varying"},
+        {"mod(x, k)", "unknown"},
+        {"float texture(\"a\")", "varying"},
+        {"comp(diffuse(N), 0)", "varying"},
+        {"raylevel()", "uniform"},
+        {"random()", "unknown"},
+        {"determinant(matrix (1,0,0,0, 0,1,0,0, 0,0,1,0, 0,0,0,x))", "unknown"},
+    };
+    for (const Expression& e : expressions) {
+        const CheckedShader shader(
+            std::string("surface a(float k = 1; varying float w = 1; float a[] = {1, 2}) {"
+                        "float x; float r; r = ") +
+            e.text + "; }");
+        ASSERT_EQ(shader.Reports(), "") << e.text;
+        EXPECT_EQ(AssignedDetails()(shader.Root()), e.detail) << e.text;
+    }
+}
+
+TEST(SlcCheckDetail, GivesACallWithoutArgumentsTheDetailOfItsContext)
+{
+    const CheckedShader shader("surface a() {\n"
+                               "varying float w = random(); uniform float k = random(); float x;\n"
+                               "k = random(); w = random(); x = random(); k = 2 * random(); }");
+    EXPECT_EQ(shader.Reports(), "");
+    EXPECT_EQ(AssignedDetails()(shader.Root()), "uniform varying unknown uniform");
+}
+
+TEST(SlcCheckDetail, RefusesToAssignToUniform)
+{
+    static const Case cases[] = {
+        {"surface a() { uniform float k; k = u; }",
+         "1: ERROR: Assignment detail mismatch (should be varying): k"},
+        {"surface a() { uniform float k[2]; k[0] += u; }",
+         "1: ERROR: Assignment detail mismatch (should be varying): k[...]"},
+        {"float f(float x) { uniform float k; k = x; return k; }\nsurface a() {}",
+         "1: ERROR: Assignment detail mismatch: k"},
+        {"surface a() { uniform float k; k = u > 0.5 ? 1 : 2; }",
+         "1: ERROR: Assignment detail mismatch (should be varying): k"},
+        {"surface a() { uniform float k; k = nowhere; }", "1: ERROR: Undefined variable: nowhere"},
+        {"surface a() { uniform float k; float x; varying float w; x = k; w = x; x = w; w = k; }",
+         ""},
+    };
+    ExpectReports(cases);
+}
+
+TEST(SlcCheckDetail, ChecksArgumentsOfBuiltIns)
+{
+    static const Case cases[] = {
+        {"surface a() { Ci = pnoise(u, v); }",
+         "1: ERROR: Detail mismatch for argument 1 of function 'pnoise'"},
+        {"surface a() { varying point p = P; setxcomp(p, 1); varying color c; setcomp(c, 0, u); }",
+         ""},
+        {"surface a() { setxcomp(-P, 1); }",
+         "1: ERROR: Argument 0 of setxcomp must be a variable of a reference to an array. "
+         "Formal is declared 'output'"},
+        {"surface a(varying point q = 0) { setxcomp(q, 1); }",
+         "1: ERROR: Read-only formal passed as argument 0 to the function 'setxcomp' cannot be "
+         "used as an output parameter of this function."},
+        {"surface a() { uniform float r, t2; fresnel(I, N, 1.5, r, t2); }",
+         "1: ERROR: Argument 3 of function 'fresnel' cannot be uniform\n"
+         "1: ERROR: Argument 4 of function 'fresnel' cannot be uniform"},
+        {"surface a() { Ci = trace(P, N, 1); }",
+         "1: ERROR: Argument 2 of trace must be a variable of a reference to an array. "
+         "Formal is declared 'output'"},
+        {"surface a() { float x, y, z, w; unpack(u, x, y, z, w); unpack(u, x, y, z, 1); }",
+         "1: ERROR: Argument 4 of unpack must be a variable of a reference to an array. "
+         "Formal is declared 'output'"},
+        {"surface a() { uniform float k; float r; r = surface(\"Kd\", k); r = option(\"a\", 1); }",
+         "1: ERROR: Argument 1 of option must be a variable of a reference to an array. "
+         "Formal is declared 'output'"},
+        {"surface a() { varying vector d; Ci = occlusion(P, N, 4, \"maxdist\", 1, "
+         "\"environmentdir\", d); }",
+         ""},
+        {"surface a() { uniform vector d; Ci = occlusion(P, N, 4, \"environmentdir\", d); }",
+         "1: ERROR: Argument 4 of function 'occlusion' cannot be uniform"},
+    };
+    ExpectReports(cases);
+}
+
+TEST(SlcCheckDetail, ChecksArgumentsOfUserFunctions)
+{
+    static const Case cases[] = {
+        {"float f(uniform float x) { return x; }\nsurface a() { Ci = f(u); }",
+         "2: ERROR: Detail mismatch for argument 0 of function 'f'"},
+        {"float f(uniform float x) { return x; }\nsurface a() { float y = 1; Ci = f(y); }",
+         "2: ERROR: Detail mismatch for argument 0 of function 'f'"},
+        {"void f(output float x) { x = 1; }\nsurface a() { uniform float k; f(k); }",
+         "2: ERROR: Detail mismatch for argument 0 of function 'f'"},
+        {"void f(output float x) { x = 1; }\nsurface a() { f(2); }",
+         "2: ERROR: Detail mismatch for argument 0 of function 'f'\n"
+         "2: ERROR: Argument 0 of f must be a variable of a reference to an array. "
+         "Formal is declared 'output'"},
+        {"void f(output float x) { x = 1; }\nsurface a(varying float k = 1) { f(k); }",
+         "2: ERROR: Read-only formal passed as argument 0 to the function 'f' cannot be used as an "
+         "output parameter of this function."},
+        {"void f(output float x; output uniform float k) { x = 1; k = 2; }\n"
+         "surface a(output varying float r = 1) { uniform float k; float y[2]; f(r, k); "
+         "f(y[1], k); }",
+         ""},
+        {"void f(output float x) { x = 1; }\nvoid g(float x) { f(x); }\nsurface a() { g(1); }",
+         "2: ERROR: Read-only formal passed as argument 0 to the function 'f' cannot be used as an "
+         "output parameter of this function."},
+    };
+    ExpectReports(cases);
+}
+
+TEST(SlcCheckInlineDetail, FindsWhatOnlyACallMakesWrong)
+{
+    static const Case cases[] = {
+        {"float f(uniform float x) { return x; }\nfloat g(float y) { return f(y); }\n"
+         "surface a() { Ci = g(1); }",
+         ""},
+        {"float f(uniform float x) { return x; }\nfloat g(float y) { return f(y); }\n"
+         "surface a() { Ci = g(u); }",
+         "2: ERROR: Detail mismatch for argument 0 of function 'f' during inlining"},
+        {"float f(uniform float x) { return x; }\nfloat g(float y) { return f(y); }\n"
+         "surface a() { Ci = g(u) + g(v) + g(1); }",
+         "2: ERROR: Detail mismatch for argument 0 of function 'f' during inlining"},
+        {"float f(uniform float x) { return x; }\n"
+         "float g(float y) { float z = y * 2; return f(z); }\nfloat h(float y) { return g(y); }\n"
+         "surface a() { Ci = h(1) + h(s); }",
+         "2: ERROR: Detail mismatch for argument 0 of function 'f' during inlining"},
+        {"float f(uniform float x) { return x; }\nfloat g(float y) { return 1; f(y); }\n"
+         "surface a() { Ci = g(u); }",
+         ""},
+    };
+    ExpectReports(cases);
+}
+
+TEST(SlcCheckInlineDetail, GivesTheDetailOfACall)
+{
+    struct Function {
+        const char* text;
+        const char* call;
+        const char* detail;
+    };
+    static const Function functions[] = {
+        {"float f(float x) { return x * 2; }", "f(1)", "uniform"},
+        {"float f(float x) { return x * 2; }", "f(u)", "varying"},
+        {"float f(float x) { float y = x; return sin(y); }", "f(1)", "uniform"},
+        {"float f(float x) { varying float y = x; return y; }", "f(1)", "varying"},
+        {"float f(float x) { float y = x; y = 1; return y; }", "f(1)", "unknown"},
+        {"float f(float x) { float y = 1; y = x; return y; }", "f(u)", "varying"},
+        {"float f(float x) { float y = 1, z; y = (z = x); return y; }", "f(u)", "varying"},
+        {"float f(float x) { extern float u; return x; }", "f(1)", "uniform"},
+        {"float f(float x) { extern float u; return x * u; }", "f(1)", "varying"},
+        {"float f(float x) { return x > 0 ? 1 : 2; }", "f(1)", "uniform"},
+        {"float f(float x) { return x > 0 ? 1 : 2; }", "f(u)", "varying"},
+        {"float f(float x) { if (x > 0) return 1; }", "f(1)", "uniform"},
+        {"float f(float x) { if (x > 0) return 1; }", "f(u)", "varying"},
+        {"float f(float x) { while (x > 0) return 1; }", "f(1)", "varying"},
+        {"float f(float x) { float y = x; }", "f(1)", "varying"},
+        {"float f(float x[]) { return x[1]; }", "f(a)", "uniform"},
+        {"float g(float x) { return x; }\nfloat f(float x) { return g(x) + g(1); }", "f(1)",
+         "uniform"},
+        {"float g(float x) { return x; }\nfloat f(float x) { return g(1) + g(x); }", "f(u)",
+         "varying"},
+        {"void g(float x; output float y) { y = x; }\n"
+         "float f(float x) { float r = 1; g(x, r); return r; }",
+         "f(u)", "varying"},
+        {"float f(float x) { point p = 0; setxcomp(p, x); return ycomp(p); }", "f(u)", "varying"},
+        {"float f(float x) { float r, t; fresnel(vector x, normal 1, x, r, t); return t; }", "f(u)",
+         "varying"},
+        {"float f(float x) { float a, b, c, d; unpack(x, a, b, c, d); return d; }", "f(u)",
+         "varying"},
+        {"float f() { return random(); }", "f()", "uniform"},
+    };
+    for (const Function& f : functions) {
+        const CheckedShader shader(
+            std::string(f.text) +
+            "\nsurface a(float a[] = {1, 2}) { uniform float k; k = " + f.call + "; }");
+        const std::string reports = shader.Reports();
+        const bool uniform = std::string(f.detail) == "uniform";
+        EXPECT_EQ(reports.find("ERROR") == std::string::npos, uniform) << f.text << reports;
+        EXPECT_EQ(
+            AssignedDetails()(static_cast<SlcShaderDefNode*>(shader.Definition("a"))->GetBody()),
+            f.detail)
+            << f.text;
+    }
+}
+
+TEST(SlcCheckInlineDetail, MarksTheFunctionsThatShaderCodeReaches)
+{
+    const CheckedShader shader(
+        "float used() { return 1; }\n"
+        "float only() { return used(); }\n"  // by a function that nothing calls
+        "float nothing() { return only(); }\n"
+        "float parameter() { return 2; }\n"
+        "float condition() { return 3; }\n"
+        "float channel() { return 4; }\n"
+        "float behind() { return 5; }\n"
+        "float chain(float x) {\n"
+        "  float y = condition() > 1 ? 1 : 2;\n"
+        "  if (x > 0) return texture(\"a\", channel(), 0);\n"
+        "  y = behind(); }\n"
+        "surface a(float k = parameter()) { Ci = chain(u); }");
+    EXPECT_EQ(shader.Reports(), "");
+    for (const char* name : {"parameter", "condition", "channel", "behind", "chain"})
+        EXPECT_TRUE(IsCalled(shader, name)) << name;
+    for (const char* name : {"used", "only", "nothing"})
+        EXPECT_FALSE(IsCalled(shader, name)) << name;
+}
+
+TEST(SlcCheckInlineDetail, JudgesLightStatementsOfCalledFunctions)
+{
+    const std::string lit = "void f(point P) { illuminance(P) {} }\nvoid g(point P) { f(P); }\n";
+    const std::string lighting = "void f(point P) { solar() {} }\nvoid g(point P) { f(P); }\n";
+    const char* const illuminance =
+        "ERROR: Cannot call a function containing a 'illuminance' statement from this type of "
+        "shader: f";
+    const char* const illuminate =
+        "ERROR: Cannot call a function containing a 'illuminate' or 'solar' statement from this "
+        "type of shader: f";
+    struct Kind {
+        const char* name;
+        bool lit;
+        bool lighting;
+    };
+    static const Kind kinds[] = {
+        {"surface", true, false},       {"volume", true, false},  {"light", false, true},
+        {"displacement", false, false}, {"imager", false, false},
+    };
+    for (const Kind& kind : kinds) {
+        const std::string shader = std::string(kind.name) + " a() ";
+        EXPECT_EQ(CheckedShader(lit + shader + "{ f(P); }").Reports(),
+                  kind.lit ? "" : "3: " + std::string(illuminance));
+        EXPECT_EQ(CheckedShader(lit + shader + "{ g(P); }").Reports(),
+                  kind.lit ? "" : "2: " + std::string(illuminance));
+        EXPECT_EQ(CheckedShader(lighting + shader + "{ f(P); }").Reports(),
+                  kind.lighting ? "" : "3: " + std::string(illuminate));
+        EXPECT_EQ(CheckedShader(lighting + shader + "{ g(P); }").Reports(),
+                  kind.lighting ? "" : "2: " + std::string(illuminate));
+    }
+}
+
+TEST(SlcCheckInlineDetail, RefusesCallsThatWouldNestLightStatements)
+{
+    const std::string functions = "void f(point P) { illuminance(P) {} }\n"
+                                  "void g(point P) { f(P); }\n"
+                                  "void h(point P) { g(P); }\n";
+    EXPECT_EQ(CheckedShader(functions + "surface a() { illuminance(P) { f(P); } }").Reports(),
+              "4: ERROR: Cannot call a function containing a 'solar', 'illuminate' or "
+              "'illuminance' statement from inside of one of these statements (this will result "
+              "in nesting those statements): f");
+    for (const char* name : {"g", "h"})
+        EXPECT_EQ(CheckedShader(functions + "surface a() { illuminance(P) { " + name + "(P); } }")
+                      .Reports(),
+                  std::string("4: ERROR: Cannot call a function that calls another function "
+                              "containing a 'solar', 'illuminate' or 'illuminance' statement from "
+                              "inside of one of these statements (this will result in nesting "
+                              "those statements): ") +
+                      name);
+    EXPECT_EQ(CheckedShader(functions + "surface a() { h(P); }").Reports(), "");
+}
+
+TEST(SlcCheckInlineDetail, SeesWhatALocalFunctionDoesToOuterVariables)
+{
+    // A call of `set` changes what the next call of `get` gives.
+    const CheckedShader shader("surface a() {\n"
+                               "float x, y;\n"
+                               "float get() { return x; }\n"
+                               "void set(float z) { x = z; }\n"
+                               "y = get(); set(u); y = get(); }");
+    EXPECT_EQ(shader.Reports(), "");
+    const auto* body = static_cast<SlcShaderDefNode*>(shader.Definition("a"))->GetBody();
+    EXPECT_EQ(AssignedDetails()(body->GetStatements()[3].get()), "unknown");
+    EXPECT_EQ(AssignedDetails()(body->GetStatements()[5].get()), "varying");
+}
+
+TEST(SlcCheckInlineDetail, EvaluatesLikeCallsOnce)
+{
+    // Each function calls the one before it twice: 2^60 evaluations if none were shared.
+    std::string source = "float f0(float x) { return x; }\n";
+    for (int i = 1; i <= 60; ++i) {
+        const std::string call = "f" + std::to_string(i - 1) + "(x)";
+        source +=
+            "float f" + std::to_string(i) + "(float x) { return " + call + " + " + call + "; }\n";
+    }
+    EXPECT_EQ(CheckedShader(source + "surface a() { Ci = f60(u); }").Reports(), "");
+}
+
+TEST(SlcCheckInlineDetail, BoundsTheEvaluationsThatCannotBeShared)
+{
+    std::string function = "void f0(float x) { y += x; }";
+    for (int i = 1; i <= 30; ++i) {
+        const std::string call = " f" + std::to_string(i - 1) + "(x);";
+        function = "void f" + std::to_string(i) + "(float x) {\n" + function + call + call + " }";
+    }
+    const std::string reports =
+        CheckedShader("surface a() { float y = 1;\n" + function + " f30(u); }").Reports();
+    EXPECT_NE(reports.find("' is too large"), std::string::npos)
+        << reports;
+}
+
+TEST(SlcCheckDetail, WalksLongChains)
+{
+    std::string sum = "u";
+    for (int i = 0; i < 9000; ++i)
+        sum += i % 2 == 0 ? "\n+ 1" : "\n* v";
+    EXPECT_EQ(CheckedShader("float f(float x) { return x + " + sum +
+                            "; }\nsurface a() { Ci = " + sum + " + f(1); }")
+                  .Reports(),
+              "");
+}
+
+}  // namespace
