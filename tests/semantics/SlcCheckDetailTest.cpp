@@ -369,8 +369,7 @@ TEST(SlcCheckInlineDetail, BoundsTheEvaluationsThatCannotBeShared)
     }
     const std::string reports =
         CheckedShader("surface a() { float y = 1;\n" + function + " f30(u); }").Reports();
-    EXPECT_NE(reports.find("' is too large"), std::string::npos)
-        << reports;
+    EXPECT_NE(reports.find("' is too large"), std::string::npos) << reports;
 }
 
 TEST(SlcCheckDetail, WalksLongChains)
