@@ -28,6 +28,11 @@ std::unique_ptr<std::FILE, int (*)(std::FILE*)> OpenText(const std::string& sour
 
 }  // namespace
 
+std::unique_ptr<SlcDefinitionsNode> ParseText(const std::string& source, bool strict)
+{
+    return ParseCode(OpenText(source).get(), strict);
+}
+
 CheckedShader::CheckedShader(const std::string& source, SlcOptionsControl options, int warningLevel)
     : m_options(std::move(options))
 {
@@ -46,7 +51,7 @@ CheckedShader::~CheckedShader()
 void CheckedShader::Check(const std::string& source)
 {
     try {
-        m_root = ParseCode(OpenText(source).get(), m_options.m_strict);
+        m_root = ParseText(source, m_options.m_strict);
         SlcSemantics(m_root.get(), m_options);
         m_accepted = true;
     } catch (const SlcCompilationError&) {

@@ -7,8 +7,12 @@
 #include "frontend/SlcDefinitionNodes.h"
 #include "support/SlcOptionsControl.h"
 
-/// A source text, parsed and put through the semantic passes. Its file name in reports is
-/// "test.sl", and its first line is line 1.
+/// Parses a source text, whose name in reports is "test.sl" and whose first line is line 1.
+/// Throws `SlcCompilationError`.
+[[nodiscard]] std::unique_ptr<SlcDefinitionsNode> ParseText(const std::string& source,
+                                                            bool strict = false);
+
+/// A source text, parsed by `ParseText` and put through the semantic passes.
 class CheckedShader {
 public:
     explicit CheckedShader(const std::string& source, SlcOptionsControl options = {},

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "frontend/SlcDeleteTree.h"
 #include "frontend/SlcNodes.h"
 #include "helpers/CheckedShader.h"
 #include "semantics/SlcBuiltInDetailRules.h"
@@ -56,16 +57,16 @@ private:
 
 std::string UsageOf(const std::string& source)
 {
-    const CheckedShader shader(source);
-    EXPECT_EQ(shader.Reports(), "");
-    // The tree is checked once more, with a record.
+    const auto root = ParseText(source);
     SlcShaderSymbolTable::ResetStatics();
     const SlcPtr<SlcSymbolTable> global = SlcBuiltInTable(SlcBuiltInDetailRules());
+    const auto errors = MakeShared<SlcSemanticError>();
     SlcOptionsControl options;
     std::string log;
     Recorder record(log);
-    SlcCheckSemantics check(MakeShared<SlcSemanticError>(), options, &record);
-    check(shader.Root(), global, global, nullptr, nullptr);
+    SlcCheckSemantics(errors, options, &record)(root.get(), global, global, nullptr, nullptr);
+    EXPECT_TRUE(errors->NoError());
+    SlcDeleteTree()(root.get());
     return log;
 }
 
