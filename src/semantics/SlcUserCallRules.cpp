@@ -11,8 +11,12 @@
 #include "semantics/SlcCheckInlineDetail.h"
 #include "semantics/SlcFuncInfo.h"
 #include "semantics/SlcInlineDetails.h"
+#include "support/QxStack.h"
 
 namespace {
+
+// What the walk over one body may need of the stack; a deeper chain of calls is refused.
+constexpr std::size_t k_stackReserve = std::size_t{2} << 20;
 
 /// A formal and the argument that a call gives it.
 struct Passed {
@@ -152,7 +156,7 @@ template <class Walker>
 SlcDetailNode* DetailOfCall(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNode* call,
                             const std::vector<Passed>& arguments)
 {
-    if (walker.Level() >= SlcCheckInlineDetail::k_maxLevels ||
+    if (walker.Level() >= SlcCheckInlineDetail::k_maxLevels || QxStack::Left() < k_stackReserve ||
         (info.TouchesOuterVariables() && !info.GetInlineBudget().Take())) {
         ReportTooLarge(walker, info, call);
         return SlcDetailNode::AUnknown();

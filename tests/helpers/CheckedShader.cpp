@@ -6,7 +6,7 @@
 #include <sstream>
 #include <utility>
 
-#include "frontend/SlcDeleteTree.h"
+#include "semantics/SlcDeleteTree.h"
 #include "frontend/SlcParseCode.h"
 #include "frontend/SlcStmtNodes.h"
 #include "semantics/SlcSemantics.h"

@@ -29,7 +29,7 @@ std::set<std::filesystem::path> ShadersIn(const std::filesystem::path& folder)
 
 TEST(OrdinaryShaders, PassWithoutReports)
 {
-    const auto shaders = ShadersIn(std::filesystem::path(__FILE__).parent_path() / "ordinary");
+    const auto shaders = ShadersIn(std::filesystem::path(SLC_TEST_FOLDER) / "ordinary");
     EXPECT_GE(shaders.size(), 20u);
     for (const auto& path : shaders)
         EXPECT_EQ(CheckedShader(TextOf(path)).Output(), "") << path.filename();

@@ -372,6 +372,21 @@ TEST(SlcCheckInlineDetail, BoundsTheEvaluationsThatCannotBeShared)
     EXPECT_NE(reports.find("' is too large"), std::string::npos) << reports;
 }
 
+TEST(SlcCheckInlineDetail, RefusesChainsOfCallsThatAreTooLong)
+{
+    const auto chain = [](int length) {
+        std::string source = "float f0(float x) { return x; }\n";
+        for (int i = 1; i <= length; ++i)
+            source += "float f" + std::to_string(i) + "(float x) { return f" +
+                      std::to_string(i - 1) + "(x); }\n";
+        return source + "surface a() { Ci = f" + std::to_string(length) + "(u); }";
+    };
+    EXPECT_EQ(CheckedShader(chain(500)).Reports(), "");
+    const std::string reports = CheckedShader(chain(20000)).Reports();
+    EXPECT_NE(reports.find("' is too large"), std::string::npos) << reports;
+    EXPECT_EQ(reports.find('\n'), std::string::npos) << reports;
+}
+
 TEST(SlcCheckDetail, WalksLongChains)
 {
     std::string sum = "u";

@@ -4,11 +4,11 @@
 
 #include <gtest/gtest.h>
 
-#include "frontend/SlcDeleteTree.h"
 #include "frontend/SlcNodes.h"
 #include "helpers/CheckedShader.h"
 #include "semantics/SlcBuiltInDetailRules.h"
 #include "semantics/SlcCheckSemantics.h"
+#include "semantics/SlcDeleteTree.h"
 #include "symbols/SlcBuiltInTable.h"
 #include "symbols/SlcShaderSymbolTable.h"
 
