@@ -467,6 +467,8 @@ private:
     void Case(SlcChannelNode* node) override { node->WalkIn(this); }
     void Case(SlcTextureArgsNode* node) override { node->WalkIn(this); }
     void Case(SlcTypeSpecNode*) override {}
+    void Case(SlcTextureTypeNode*) override {}
+    void Case(SlcIdentNode*) override {}
     void Default(SlcSyntaxNode* node) override;
 
     /// A transform between two spaces; null unless both are constants.
