@@ -1,0 +1,88 @@
+#include "driver/SlcCompileSource.h"
+
+#include <cstdio>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <unistd.h>
+
+#include "frontend/SlcDeleteTree.h"
+#include "frontend/SlcParseCode.h"
+#include "icode/SlcInterForm.h"
+#include "semantics/SlcSemantics.h"
+#include "support/SlcDiagnostics.h"
+
+namespace {
+
+using Tree = std::unique_ptr<SlcDefinitionsNode>;
+using File = std::unique_ptr<std::FILE, decltype(&std::fclose)>;
+
+[[nodiscard]] File OpenPreprocessedFile(const std::string& path)
+{
+    File file(std::fopen(path.c_str(), "r"), &std::fclose);
+    if (!file) {
+        std::cerr << "Cannot open input file: " << path << "\n";
+        throw SlcCompilationSevereError();
+    }
+    return file;
+}
+
+/// The tree must outlive the compiled shader, whose operands point into it, and the caller takes
+/// it apart whether or not this throws.
+void RunStages(SlcCommandLine& line, Tree& tree)
+{
+    const File file = OpenPreprocessedFile(line.m_preprocessedFile);
+    tree = ParseCode(file.get(), line.m_options.m_strict);
+    SlcSemantics(tree.get(), line.m_options);
+
+    SlcInterForm shader(line.m_options);
+    shader.GenInterForm(tree.get());
+    shader.Optimize();
+    if (line.m_options.m_generateDSO)
+        shader.GenCCode();
+    else
+        shader.GenByteCode(line.m_outputDirectory);
+}
+
+/// The name of the shader is known once it has been parsed; an earlier output under it would be
+/// taken for that of the refused source.
+void RemoveOutput(const SlcCommandLine& line)
+{
+    if (!g_ccFilename.empty())
+        unlink((line.m_outputDirectory + "/" + g_ccFilename + ".sqx").c_str());
+}
+
+void ReportAborted(const std::string& inputFile)
+{
+    std::cerr << "Compilation of " << inputFile << " aborted due to errors: " << NbErrors()
+              << " errors, " << NbWarnings() << " warnings.\n";
+}
+
+}  // namespace
+
+bool CompileSource(SlcCommandLine& line)
+{
+    DeleteSQX(line);
+    Tree tree;
+    bool compiled = false;
+    try {
+        RunStages(line, tree);
+        compiled = true;
+    } catch (const SlcCompilationError&) {
+        RemoveOutput(line);
+        ReportAborted(line.m_inputFile);
+    } catch (const SlcCompilationSevereError&) {
+        // Reported where it was thrown.
+    }
+    if (!line.m_keepPreprocessedFile)
+        unlink(line.m_preprocessedFile.c_str());
+    SlcDeleteTree()(tree.get());
+    return compiled;
+}
+
+void DeleteSQX(SlcCommandLine& line)
+{
+    line.m_inputFile.resize(line.m_inputFile.find('.'));
+    const std::string stem = line.m_inputFile.substr(line.m_inputFile.rfind('/') + 1);
+    unlink((line.m_outputDirectory + "/" + stem + ".sqx").c_str());
+}

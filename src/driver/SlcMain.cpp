@@ -1,0 +1,29 @@
+#include "driver/SlcMain.h"
+
+#include <span>
+
+#include "driver/SlcCommandLine.h"
+#include "driver/SlcCompileSource.h"
+#include "driver/SlcExternalCommands.h"
+#include "support/QxDebug.h"
+
+int main_(int argumentCount, char** arguments)
+{
+    // A crash without its report is no reason to compile nothing.
+    static_cast<void>(QxDebug::InitErrorSignalsHandling());
+    SlcCommandLine line;
+    const std::span<const char* const> all(arguments, static_cast<std::size_t>(argumentCount));
+    if (!ParseOptions(all.subspan(all.empty() ? 0 : 1), line))
+        return 1;
+    if (!PreprocessSource(line))
+        return 1;
+    if (!line.m_runCompile)
+        return 0;
+    if (!CompileSource(line))
+        return 1;
+    if (!line.m_runCCBuild)
+        return 0;
+    if (line.m_options.m_generateDSO && !BuildSharedObject(line))
+        return 1;
+    return 0;
+}

@@ -1,0 +1,106 @@
+#include "driver/SlcCompileSource.h"
+
+#include <gtest/gtest.h>
+
+#include "driver/TemporaryFolder.h"
+
+namespace {
+
+class SlcCompileSourceTest : public testing::Test {
+protected:
+    /// Compiles the text, as if preprocessed from "glow.sl", and keeps what was printed.
+    bool Compile(const std::string& preprocessed)
+    {
+        TemporaryFolder::Write("glow.i", "# 1 \"glow.sl\"\n" + preprocessed);
+        m_line.m_inputFile = "glow.sl";
+        m_line.m_preprocessedFile = "glow.i";
+        testing::internal::CaptureStderr();
+        const bool compiled = CompileSource(m_line);
+        m_messages = testing::internal::GetCapturedStderr();
+        return compiled;
+    }
+
+    TemporaryFolder m_folder;
+    SlcCommandLine m_line;
+    std::string m_messages;
+};
+
+TEST_F(SlcCompileSourceTest, DeletesTheOutputNamedByTheSource)
+{
+    struct Case {
+        const char* inputFile;
+        const char* cutName;
+        const char* deleted;
+    };
+    static const Case cases[] = {
+        {"a.sl", "a", "out/a.sqx"},
+        {"dir/a.b.sl", "dir/a", "out/a.sqx"},
+        {"./a.sl", "", "out/.sqx"},
+        {"x.y/a.sl", "x", "out/x.sqx"},
+    };
+    m_line.m_outputDirectory = "out";
+    for (const Case& c : cases) {
+        for (const char* name : {"out/a.sqx", "out/.sqx", "out/x.sqx"})
+            TemporaryFolder::Write(name, "");
+        m_line.m_inputFile = c.inputFile;
+        DeleteSQX(m_line);
+        EXPECT_EQ(m_line.m_inputFile, c.cutName);
+        EXPECT_FALSE(std::filesystem::exists(c.deleted)) << c.inputFile;
+        EXPECT_EQ(std::distance(std::filesystem::directory_iterator("out"), {}), 2) << c.inputFile;
+    }
+}
+
+TEST_F(SlcCompileSourceTest, KeepsThePreprocessedFileOnlyIfAskedTo)
+{
+    for (const bool keep : {false, true})
+        for (const char* source : {"surface glow() { Ci = Cs; }\n", "surface glow( {}\n"}) {
+            m_line.m_keepPreprocessedFile = keep;
+            Compile(source);
+            EXPECT_EQ(std::filesystem::exists("glow.i"), keep) << source;
+        }
+}
+
+TEST_F(SlcCompileSourceTest, RefusedSourceLeavesNoOutput)
+{
+    struct Case {
+        const char* source;
+        bool shaderIsKnown;  // the parser came to the end of the shader
+        const char* summary;
+    };
+    static const Case cases[] = {
+        {"surface other() { Ci = }\n", false, "1 errors, 1 warnings."},
+        {"surface other() { Ci = nothing; }\n", true, "1 errors, 0 warnings."},
+        {"surface other() { float a[2]; a = 1; }\n", true, "1 errors, 0 warnings."},
+    };
+    for (const Case& c : cases) {
+        for (const char* earlier : {"glow.sqx", "other.sqx", "bystander.sqx"})
+            TemporaryFolder::Write(earlier, "");
+        EXPECT_FALSE(Compile(c.source)) << c.source;
+        EXPECT_FALSE(std::filesystem::exists("glow.sqx")) << c.source;
+        EXPECT_EQ(std::filesystem::exists("other.sqx"), !c.shaderIsKnown) << c.source;
+        EXPECT_TRUE(std::filesystem::exists("bystander.sqx")) << c.source;
+        const std::string summary =
+            std::string("Compilation of glow aborted due to errors: ") + c.summary + "\n";
+        EXPECT_TRUE(m_messages.ends_with(summary)) << m_messages;
+    }
+}
+
+TEST_F(SlcCompileSourceTest, MissingPreprocessedFileIsNoCompile)
+{
+    m_line.m_inputFile = "glow.sl";
+    m_line.m_preprocessedFile = "none.i";
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(CompileSource(m_line));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Cannot open input file: none.i\n");
+}
+
+TEST_F(SlcCompileSourceTest, WritesIntoTheOutputDirectory)
+{
+    std::filesystem::create_directory("out");
+    m_line.m_outputDirectory = "out";
+    EXPECT_TRUE(Compile("surface glow() { Ci = Cs; }\n")) << m_messages;
+    EXPECT_TRUE(std::filesystem::exists("out/glow.sqx"));
+    EXPECT_FALSE(std::filesystem::exists("glow.sqx"));
+}
+
+}  // namespace
