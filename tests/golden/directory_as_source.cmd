@@ -1,0 +1,1 @@
+mkdir folder.sl; shaderqx folder.sl

@@ -1,0 +1,1 @@
+shaderqx missing_include.sl 2>&1 | grep '^shaderqx'

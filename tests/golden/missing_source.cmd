@@ -1,0 +1,1 @@
+shaderqx missing.sl

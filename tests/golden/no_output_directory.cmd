@@ -1,0 +1,1 @@
+echo > a.sl; shaderqx -d -O1 a.sl

@@ -1,0 +1,1 @@
+shaderqx -E -DBRIGHT -DTWICE=2 preprocess_only.sl && grep -v '^ *$\|^#' preprocess_only.i; ls

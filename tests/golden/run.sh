@@ -1,0 +1,90 @@
+#!/usr/bin/env bash
+# Runs golden cases and compares what the program did with the expected files beside the case.
+# usage: run.sh [--update] BIN_DIRECTORY [CASE...]
+#   BIN_DIRECTORY  where shaderqx and sqxdump were built
+#   CASE           a name, without extension; all cases if none is given
+#   --update       writes the expected files anew instead of comparing
+set -euo pipefail
+cases_dir=$(cd "$(dirname "$0")" && pwd)
+
+update=false
+if [ "${1:-}" = --update ]; then
+    update=true
+    shift
+fi
+PATH="$(cd "$1" && pwd):$PATH"
+shift
+unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS SLC_CC_INCLUDE CPATH
+export LC_ALL=C
+
+# The default commands are announced on every run, and one of them holds a machine's path.
+without_default_commands() {
+    sed "/^shaderqx: WARNING: 'SLC_C[PC]*_COMMAND' environment variable/d"
+}
+
+# Runs the command of the case $1 in the working directory and leaves what it did in the files
+# "messages", "status" and "dump" of the folder $2; an ordinary outcome leaves no file.
+run_case() {
+    local command="shaderqx $1.sl" status=0 compiled
+    [ ! -e "$cases_dir/$1.cmd" ] || command=$(cat "$cases_dir/$1.cmd")
+    bash -c "set -o pipefail; $command" >"$2/all" 2>&1 </dev/null || status=$?
+    without_default_commands <"$2/all" >"$2/messages"
+    rm "$2/all"
+    [ -s "$2/messages" ] || rm "$2/messages"
+    [ "$status" = 0 ] || echo "$status" >"$2/status"
+    find . -name '*.sqx' -type f | sort | while read -r compiled; do
+        # A shared object has no byte-code to read.
+        if head -c 4 "$compiled" | grep -q ELF; then
+            continue
+        fi
+        sqxdump "$compiled" >>"$2/dump"
+    done
+}
+
+# True if the outcome of the case $1 in the folder $2 is the expected one.
+compare_outcome() {
+    local kind expected same=true
+    for kind in messages status dump; do
+        expected="$cases_dir/$1.$kind"
+        [ -e "$expected" ] || expected=/dev/null
+        [ -e "$2/$kind" ] || : >"$2/$kind"
+        diff -u --label "expected $kind" --label "actual $kind" "$expected" "$2/$kind" || same=false
+    done
+    $same
+}
+
+update_expected() {
+    local kind
+    for kind in messages status dump; do
+        rm -f "$cases_dir/$1.$kind"
+        [ ! -e "$2/$kind" ] || cp "$2/$kind" "$cases_dir/$1.$kind"
+    done
+}
+
+# In a fresh folder that holds the case's source and the contents of its folder of further files.
+check_case() {
+    local scratch
+    scratch=$(mktemp -d)
+    # shellcheck disable=SC2064  # the folder of now, whatever the variable holds then
+    trap "rm -rf '$scratch'" EXIT
+    mkdir "$scratch/work" "$scratch/outcome"
+    cd "$scratch/work"
+    [ ! -e "$cases_dir/$1.sl" ] || cp "$cases_dir/$1.sl" .
+    [ ! -d "$cases_dir/$1.files" ] || cp -r "$cases_dir/$1.files/." .
+    run_case "$1" ../outcome
+    if $update; then
+        update_expected "$1" ../outcome
+    else
+        compare_outcome "$1" ../outcome
+    fi
+}
+
+if [ $# = 0 ]; then
+    mapfile -t all < <(cd "$cases_dir" && ls -- *.sl *.cmd | sed 's/\.[a-z]*$//' | sort -u)
+    set -- "${all[@]}"
+fi
+failures=0
+for name in "$@"; do
+    (check_case "$name") || { echo "$name: not as expected"; failures=$((failures + 1)); }
+done
+[ "$failures" = 0 ]

@@ -1,0 +1,1 @@
+shaderqx -d nowhere unwritable_output.sl; status=$?; ls; exit $status

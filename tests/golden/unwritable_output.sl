@@ -1,0 +1,5 @@
+/* The output directory does not exist. */
+surface unwritable_output()
+{
+    Ci = Cs;
+}

@@ -1,0 +1,1 @@
+shaderqx --version | sed 2d

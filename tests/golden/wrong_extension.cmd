@@ -1,0 +1,1 @@
+echo > a.txt; shaderqx a.txt

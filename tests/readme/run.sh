@@ -1,0 +1,86 @@
+#!/usr/bin/env bash
+# Runs the commands of README.md in their order, in a scratch folder laid out like the repository
+# after a build. Blocks marked "console" hold commands behind "$ ", each followed by its output,
+# which must be what the command prints; blocks marked "sh" hold commands that must succeed.
+# usage: run.sh BUILD_DIRECTORY
+set -euo pipefail
+root=$(cd "$(dirname "$0")/../.." && pwd)
+build=$(cd "$1" && pwd)
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+cp -r "$root/examples" "$root/README.md" "$scratch"
+mkdir "$scratch/build"
+ln -s "$build" "$scratch/build/release"
+cd "$scratch"
+unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS SLC_CC_INCLUDE
+
+failures=0
+fail() {
+    echo "README.md: $1"
+    failures=$((failures + 1))
+}
+
+# Two lines that announce the default commands come with every run; one holds a machine's path.
+without_default_commands() {
+    sed "/^shaderqx: WARNING: 'SLC_C[PC]*_COMMAND' environment variable/d"
+}
+
+# What sets up and builds the tree that this test belongs to has run by now, and would run this
+# test again.
+builds_the_tree() {
+    case $1 in
+        ./scripts/*.sh | 'cmake --preset '* | 'cmake --build '* | 'ctest '*) return 0 ;;
+    esac
+    return 1
+}
+
+run_command() {
+    if [ "${1#./scripts/}" != "$1" ] && [ ! -x "$root/$1" ]; then
+        fail "no such script: $1"
+    elif ! builds_the_tree "$1"; then
+        bash -c "set -o pipefail; $1" >output 2>&1 </dev/null || {
+            fail "failed: $1"
+            cat output
+        }
+    fi
+}
+
+# Runs the command $1; its output must be the text $2.
+run_shown_command() {
+    bash -c "$1" >output 2>&1 </dev/null || true
+    without_default_commands <output >shown
+    printf '%s' "$2" | diff -u --label README.md --label actual - shown || fail "other output: $1"
+}
+
+block=none
+command=
+expected=
+ran=0
+finish_shown_command() {
+    [ -z "$command" ] || run_shown_command "$command" "$expected"
+    command=
+    expected=
+}
+while IFS= read -r line <&3; do
+    case $block:$line in
+        none:'```console') block=console ;;
+        none:'```sh') block=sh ;;
+        none:'```'?*) block=other ;;
+        *:'```')
+            finish_shown_command
+            block=none
+            ;;
+        console:'$ '*)
+            finish_shown_command
+            command=${line#'$ '}
+            ran=$((ran + 1))
+            ;;
+        console:*) expected+=$line$'\n' ;;
+        sh:?*)
+            run_command "$line"
+            ran=$((ran + 1))
+            ;;
+    esac
+done 3<README.md
+[ "$ran" -gt 0 ] || fail "no command found"
+[ "$failures" = 0 ]
