@@ -1,0 +1,140 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "QxLights.h"
+#include "machine/SqxProgram.h"
+#include "machine/SqxStore.h"
+#include "sqx/SqxReader.h"
+
+/// Runs a compiled shader over a grid of shading points, from its file alone.
+///
+/// It is a plain interpreter that trusts neither the file nor the compiler: what code may not do
+/// (read a flag that was never set, use a varying value outside the points, leave brackets, run
+/// without end) is a fault. Primitives are those of the run time.
+class SqxMachine {
+public:
+    SqxMachine();
+    ~SqxMachine();
+
+    // Each of these is false after a fault, which `Message` then tells.
+
+    [[nodiscard]] bool Load(const std::string& path);
+    [[nodiscard]] bool LoadText(std::string_view text);
+    /// Computes the parameters that were not set, then runs the main block. Each run starts anew.
+    [[nodiscard]] bool Run();
+    [[nodiscard]] const std::string& Message() const { return m_message; }
+
+    // What a run starts with; it stays set for further runs.
+
+    /// A grid of 3 by 2 points unless told otherwise.
+    void SetGrid(unsigned int columns, unsigned int rows) { m_grid = {columns, rows}; }
+    /// Numbers of a predefined variable or parameter: for the whole grid, or for each point in
+    /// turn. A predefined variable that is not set has a value that differs from point to point.
+    void Set(const std::string& name, std::vector<float> numbers);
+    void SetText(const std::string& name, std::string text);
+    /// Leads from that space to the current one. A space that is not set is the current one.
+    void SetSpace(const std::string& name, const QxMatrix44& toCurrent);
+    /// What the shader asks the renderer for; a `SqxScene` unless set. It must outlive the run.
+    void SetSupport(QxShaderSupport* support) { m_givenSupport = support; }
+    /// How many lights there are; the support knows what they do. Two unless set.
+    void SetLightCount(std::size_t count) { m_lightCount = count; }
+    void SetShadeop(const std::string& method, std::function<void(const SqxCall&)> function);
+    /// A run that takes more steps than this ends with a fault.
+    void SetStepLimit(std::size_t limit) { m_stepLimit = limit; }
+
+    // What a run leaves.
+
+    [[nodiscard]] const SqxShader& Shader() const { return m_reader.Shader(); }
+    /// The numbers of a predefined variable or parameter at a point; empty if there is none.
+    [[nodiscard]] std::vector<float> ValueOf(const std::string& name, std::size_t point);
+    [[nodiscard]] std::string TextOf(const std::string& name, std::size_t point);
+    [[nodiscard]] std::size_t Steps() const { return m_steps; }
+
+    // For the operations.
+
+    [[nodiscard]] QxShaderSupport& Support() { return *m_support; }
+    [[nodiscard]] const QxFrame3D& Space(const std::string& name) const;
+    [[nodiscard]] const QxFrame3D& SpaceByNumber(int number) const;
+    [[nodiscard]] bool IsLight() const;
+    /// The lights as last run for `P`.
+    [[nodiscard]] QxLights Lights() const;
+    /// The one that the innermost light loop has come to.
+    [[nodiscard]] const QxLightInput& LightAtHand() const;
+    /// A predefined variable, also one that the file does not list.
+    [[nodiscard]] QxVector3 PredefinedTriple(const char* name, std::size_t point);
+
+private:
+    struct Setting {
+        std::vector<float> numbers;
+        std::string text;
+    };
+    struct LightLoop {
+        std::size_t begin;  // index of the instruction
+        std::size_t light;
+    };
+    struct LightValues {
+        std::vector<QxVector3> L;
+        std::vector<QxRGBColor> Cl;
+        std::vector<QxRGBColor> Ol;
+    };
+
+    void Prepare();
+    void Start();
+    void RunInitializers();
+    void RunProgram(const SqxProgram& program, bool initializer);
+    [[nodiscard]] std::size_t RunStep(const SqxProgram& program, std::size_t index);
+    void RunPlain(const SqxCode& code);
+    void RunSimd(const SqxCode& code);
+    void RunParallel(const SqxProgram& program, std::size_t begin, std::size_t end);
+    void RunPoint(const SqxProgram& program, std::size_t begin, std::size_t end, std::size_t point);
+    void RunAt(const SqxCode& code, std::size_t point);
+    [[nodiscard]] bool Flag(const SqxCode& code, std::size_t point);
+    void CheckIndex(const SqxCall& call);
+    void CallShadeop(const SqxCode& code, const SqxCall& call);
+    void Count();
+
+    void EvaluateLights(const std::vector<QxVector3>& positions);
+    [[nodiscard]] std::size_t BeginLights(const SqxCode& code, std::size_t index);
+    [[nodiscard]] std::size_t EndLights(const SqxCode& code, std::size_t index);
+    void TakeLight(std::size_t light);
+
+    void ApplySettings();
+    void SetVariable(std::size_t number, std::span<const float> numbers);
+    void CopyResult(std::size_t parameter, std::size_t result);
+    [[nodiscard]] std::optional<std::size_t> FindNamed(const std::string& name) const;
+    [[nodiscard]] std::string Place(const SqxCode& code) const;
+
+    SqxReader m_reader;
+    std::unique_ptr<SqxProgram> m_main;
+    std::vector<SqxProgram> m_initializers;  // by position in the shader's list
+    std::unique_ptr<SqxStore> m_store;
+    std::string m_message;
+
+    QxGrid m_grid{3, 2};
+    std::map<std::string, Setting> m_settings;
+    std::map<std::string, QxFrame3D> m_spaces;
+    QxFrame3D m_current;
+    std::map<std::string, std::function<void(const SqxCall&)>> m_shadeops;
+    QxShaderSupport* m_givenSupport = nullptr;
+    std::unique_ptr<QxShaderSupport> m_ownSupport;
+    QxShaderSupport* m_support = nullptr;
+    std::size_t m_lightCount = 2;
+    std::size_t m_stepLimit = 10'000'000;
+
+    std::size_t m_steps = 0;
+    bool m_inInitializer = false;
+    bool m_lightsAreForP = false;
+    std::vector<QxVector3> m_litPositions;
+    std::vector<LightValues> m_lights;
+    std::vector<QxLightInput> m_lightInputs;
+    std::vector<LightLoop> m_lightLoops;  // innermost last
+    const SqxCode* m_running = nullptr;   // for the message of a fault
+};

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "QxShaderSupport.h"
+
+/// A renderer's answers for tests: all alike in each run, and different for different questions,
+/// so that a call with a wrong argument shows. What is printed and reported is kept.
+class SqxScene : public QxShaderSupport {
+public:
+    /// Some lights around the origin, each of its own color.
+    void EvaluateLights(const QxVector3* positions, unsigned int points, QxLightInput* lights,
+                        unsigned int count) override;
+    QxRGBColor Ambient(const QxVector3& position) override;
+    QxRGBColor Texture(const QxTextureQuery& query) override;
+    QxRGBColor Environment(const QxPointsQuery& query) override;
+    QxRGBColor Shadow(const QxPointsQuery& query) override;
+    float RayHit(const QxRayQuery& query) override;
+    QxRGBColor Trace(const QxRayQuery& query, float& distance) override;
+    QxRGBColor Transmission(const QxRayQuery& query) override;
+    float Occlusion(const QxRayQuery& query, QxVector3& openDirection) override;
+    QxRGBColor IndirectDiffuse(const QxRayQuery& query, QxVector3& openDirection,
+                               float& occlusion) override;
+    /// Fills the value by the name of what is asked for; names that begin with "no" are unknown.
+    bool Message(QxMessage message, const char* texture, const char* name,
+                 const QxMessageValue& value) override;
+    float Depth(const QxVector3& position) override;
+    void Print(const std::string& text) override { m_printed += text; }
+    void Report(const std::string& text) override { m_reports.push_back(text); }
+
+    [[nodiscard]] const std::string& Printed() const { return m_printed; }
+    [[nodiscard]] const std::vector<std::string>& Reports() const { return m_reports; }
+
+private:
+    std::string m_printed;
+    std::vector<std::string> m_reports;
+};

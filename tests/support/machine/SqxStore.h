@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "QxMatrixMath.h"
+#include "sqx/SqxShader.h"
+
+/// A shader did what it must not; the text says what. The machine catches it.
+struct SqxFault {
+    std::string message;
+};
+
+/// The point of code that runs once for the whole grid.
+constexpr std::size_t k_uniformPoint = static_cast<std::size_t>(-1);
+
+/// The values of all variables of a shader over the points of a grid.
+///
+/// A number that nothing has written yet is a NaN, and no truth can be told from it, so that code
+/// that reads a flag too early is found. A text is empty at first.
+class SqxStore {
+public:
+    SqxStore(const SqxShader& shader, std::size_t points);
+
+    [[nodiscard]] std::size_t Points() const { return m_points; }
+    [[nodiscard]] const SqxVariable& Variable(std::size_t number) const;
+
+    /// The numbers of a variable at a point: 1, 3 or 16 for each of its elements. What a
+    /// reference stands for is meant in its place. A varying variable has none outside the points
+    /// of the grid.
+    [[nodiscard]] std::span<float> Numbers(std::size_t number, std::size_t point);
+    [[nodiscard]] std::span<std::string> Texts(std::size_t number, std::size_t point);
+
+    /// Makes a reference stand for an element, at one point or, for `k_uniformPoint`, everywhere.
+    /// An index outside the array means its nearest element.
+    void Bind(std::size_t reference, std::size_t point, std::size_t array, float index);
+
+private:
+    struct Binding {
+        std::size_t array = k_uniformPoint;  // nothing
+        std::size_t element = 0;
+    };
+    struct Values {
+        std::size_t width = 1;  // numbers or texts of one point
+        std::vector<float> numbers;
+        std::vector<std::string> texts;
+        std::vector<Binding> bindings;  // of a reference, by point
+    };
+
+    void Allocate(const SqxVariable& variable, Values& values) const;
+    /// Where the values of a point begin, counted in points.
+    [[nodiscard]] std::size_t Place(std::size_t number, std::size_t point) const;
+    [[nodiscard]] const Binding& Resolve(std::size_t reference, std::size_t point) const;
+
+    const SqxShader& m_shader;
+    std::size_t m_points;
+    std::vector<Values> m_values;  // by number of the variable
+};
+
+/// How many numbers one element of a type has; a text has one text.
+[[nodiscard]] std::size_t SqxComponents(SqxType type);
+
+/// The characters that a literal of the source stands for.
+[[nodiscard]] std::string SqxLiteralText(const std::string& quoted);
