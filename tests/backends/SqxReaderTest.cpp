@@ -1,0 +1,126 @@
+// The reader of byte-code files takes nothing on trust.
+
+#include "sqx/SqxReader.h"
+
+#include <gtest/gtest.h>
+
+#include "backends/FormBuilder.h"
+#include "sqx/SqxDump.h"
+
+namespace {
+
+using T = SlcTypeNode;
+
+/// A file with something in each section.
+std::string SampleFile()
+{
+    FormBuilder b;
+    b.Space("world");
+    const SlcOperand P = b.Predefined("P");
+    const SlcOperand u = b.Parameter("u1", Number(0.5));
+    b.InitialCode(true).AddICode(MakeShared<SlcAssignICode>(u, Number(2)));
+    const SlcOperand array = b.Local(T::CreateArrayType(T::AFloat(), 3));
+    const SlcOperand element = b.Local(T::CreateArrayRefType(T::AFloat()));
+    const SlcLabel end = MakeShared<SlcLabelICode>("E");
+    b.Add(MakeShared<SlcGotoICode>(end));
+    b.Add(MakeShared<SlcArrayRefICode>(element, array, Number(1)));
+    b.Add(MakeShared<SlcTransformToSpaceICode>(P, P, T::APoint(), SlcLexType::String("\"world\""),
+                                               true, nullptr));
+    b.Add(MakeShared<SlcCallICode>(SlcLexicalNode::CreateIdent("CALL_PRIM_PRINTF"),
+                                   std::deque<SlcOperand>{SlcLexType::String("\"a\\\"\n%f\""), u},
+                                   nullptr, true, true, false, nullptr, nullptr, true));
+    b.Add(end);
+    return b.Text();
+}
+
+std::string Replaced(std::string text, const std::string& from, const std::string& to)
+{
+    const auto at = text.find(from);
+    EXPECT_NE(at, std::string::npos) << from;
+    return text.replace(at, from.size(), to);
+}
+
+}  // namespace
+
+TEST(SqxReader, ReadsBackEverything)
+{
+    SqxReader reader;
+    ASSERT_TRUE(reader.Read(SampleFile())) << reader.Message();
+    EXPECT_EQ(SqxDump(reader.Shader()),
+              "surface shader\n"
+              "predefined\n  0  P  varying point\n"
+              "parameters\n  1  u1  uniform float\n"
+              "locals\n  2  %2  varying float[3]\n  3  %3  varying float reference\n"
+              "constants\n  4  1  uniform float\n  5  \"a\\\"\\n%f\"  uniform string\n"
+              "  6  \"world\"  uniform string\n"
+              "spaces \"object\" \"shader\" \"world\"\n"
+              "initializer of u1 (per point)\n     0  ASSIGN_FLOAT_FLOAT u1 2\n  value 0.5\n"
+              "traces rays: no\nmodifies P: no\n"
+              "main\n"
+              "     0  GOTO ->14\n"
+              "     2  ARRAY_REF %3 %2 1\n"
+              "     6  CALL_PRIM_TRANSFORM_FROM_CURRENT_SIMD P P \"world\"\n"
+              "    10  CALL_PRIM_PRINTF (2) \"a\\\"\\n%f\" u1\n");
+}
+
+TEST(SqxReader, NamesTheFaultAndItsLine)
+{
+    struct FaultCase {
+        const char* from;
+        const char* to;
+        const char* message;
+    };
+    static const FaultCase cases[] = {
+        {"\x7Fomb", "\x7Fomc", "line 1: Not a byte-code file of version 5"},
+        {"5 0", "6 0", "line 7: Not a byte-code file of version 5"},
+        {"5 0\n0\n", "5 0\n5\n", "line 9: Unknown shader type 5"},
+        {"\n7\n1\nP", "\n8\n1\nP", "line 24: The sections hold another number of variables than 8"},
+        {"\nP\n", "\nQ\n", "line 12: Unknown predefined variable Q"},
+        {"float\" \"\" 2 1 1", "float\" \"\" 2 6 1", "line 14: Unknown type 6"},
+        {"float\" \"\" 2 1 1", "float\" \"\" 1 1 1", "line 14: Unknown class 1"},
+        {"1 1.000000e+00", "1 nan", "line 20: Constant is not a number: nan"},
+        {"\n1\n\"world\"\n", "\n1\nworld\n", "line 26: Coordinate space is not a quoted text"},
+        {"14\n432\n14\n", "14\n432\n13\n", "Instruction GOTO at 0 has the bad value 13"},
+        {"14\n432\n14\n", "14\n432\n-1\n", "Instruction GOTO at 0 has the bad value -1"},
+        {"14\n432\n14\n", "14\n211\n14\n", "Unknown instruction 211 at 0"},
+        {"14\n432\n14\n", "14\n40000\n14\n", "Value 40000 does not fit into 16 bits"},
+        {"349\n2\n", "349\n3\n", "Instruction CALL_PRIM_PRINTF at 10 goes beyond the end"},
+        {"445\n3\n2\n4\n", "445\n3\n2\n7\n", "Instruction ARRAY_REF at 2 has the bad value 7"},
+    };
+    const std::string good = SampleFile();
+    for (const FaultCase& c : cases) {
+        SqxReader reader;
+        EXPECT_FALSE(reader.Read(Replaced(good, c.from, c.to))) << c.to;
+        EXPECT_NE(reader.Message().find(c.message), std::string::npos)
+            << c.to << ": " << reader.Message();
+    }
+}
+
+TEST(SqxReader, SurvivesAnyFile)
+{
+    const std::string good = SampleFile();
+    for (std::size_t length = 0; length < good.size(); ++length)
+        EXPECT_FALSE(SqxReader().Read(good.substr(0, length))) << length;
+    // What a changed byte still leaves readable must also print.
+    for (std::size_t i = 0; i < good.size(); ++i)
+        for (const char byte : {'9', '-', '\n', '"', '\0', '\x80'}) {
+            std::string changed = good;
+            changed[i] = byte;
+            SqxReader reader;
+            if (reader.Read(changed))
+                EXPECT_NE(SqxDump(reader.Shader()), "");
+            else
+                EXPECT_NE(reader.Message(), "") << i;
+        }
+}
+
+TEST(SqxReader, ReportsWhatCannotBeRead)
+{
+    SqxReader reader;
+    EXPECT_FALSE(reader.ReadFile("/no/such/file.sqx"));
+    EXPECT_EQ(reader.Message(), "No such file or directory");
+    EXPECT_FALSE(reader.ReadFile("/"));
+    EXPECT_EQ(reader.Message(), "Is a directory");
+    EXPECT_FALSE(reader.ReadFile("/dev/null"));
+    EXPECT_EQ(reader.Message(), "line 1: Not a byte-code file of version 5");
+}
