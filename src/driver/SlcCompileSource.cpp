@@ -6,9 +6,9 @@
 #include <string>
 #include <unistd.h>
 
-#include "frontend/SlcDeleteTree.h"
 #include "frontend/SlcParseCode.h"
 #include "icode/SlcInterForm.h"
+#include "semantics/SlcDeleteTree.h"
 #include "semantics/SlcSemantics.h"
 #include "support/SlcDiagnostics.h"
 
