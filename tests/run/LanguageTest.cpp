@@ -1,0 +1,191 @@
+// What shaders compute, by values that were worked out by hand, at every optimization level.
+
+#include <gtest/gtest.h>
+
+#include "run/RunShader.h"
+#include "sqx/SqxDump.h"
+#include "sqx/SqxReader.h"
+
+namespace {
+
+/// A surface with one output, `r`, for each of the 3 by 2 points: u is 0, 0.5, 1 along a row and
+/// v is 0 in the first row, 1 in the second.
+struct RunCase {
+    const char* body;
+    std::vector<float> r;
+};
+
+std::string Surface(const std::string& body)
+{
+    // Functions stand in front of the shader, up to a line of dashes.
+    const auto dashes = body.find("---");
+    const std::string functions = dashes == std::string::npos ? "" : body.substr(0, dashes);
+    const std::string statements = dashes == std::string::npos ? body : body.substr(dashes + 3);
+    return functions + "\nsurface test(float one = 1; output varying float r = 0;)\n{\n" +
+           statements + "\n}\n";
+}
+
+std::string Dump(const std::string& byteCode)
+{
+    SqxReader reader;
+    return reader.Read(byteCode) ? SqxDump(reader.Shader()) : reader.Message();
+}
+
+void ExpectRuns(const RunCase& c)
+{
+    RunOutcome expected;
+    expected.outputs.push_back({"r", c.r});
+    for (int level = 0; level <= 3; ++level) {
+        const std::string byteCode = ByteCodeOf(Surface(c.body), level);
+        if (byteCode.empty())
+            return;
+        SqxMachine machine;
+        RunOutcome outcome = Run(machine, byteCode);
+        std::erase_if(outcome.outputs, [](const auto& output) { return output.name != "r"; });
+        const std::string difference = Difference(outcome, expected);
+        EXPECT_EQ(difference, "") << "-O" << level << ": " << c.body << '\n' << Dump(byteCode);
+        if (!difference.empty())
+            return;
+    }
+}
+
+template <std::size_t N>
+void ExpectAllRun(const RunCase (&cases)[N])
+{
+    for (const RunCase& c : cases)
+        ExpectRuns(c);
+}
+
+}  // namespace
+
+TEST(Language, ComputesExpressions)
+{
+    static const RunCase cases[] = {
+        {"r = u + 2 * v;", {0, 0.5, 1, 2, 2.5, 3}},
+        {"r = (u - v) / 2 - -u;", {0, 0.75, 1.5, -0.5, 0.25, 1}},
+        {"vector a = vector(u, 1, 2); r = a . vector(2, v, 0.5);", {1, 2, 3, 2, 3, 4}},
+        {"r = zcomp(vector(1, u, 0) ^ vector(0, 1, 0));", {1, 1, 1, 1, 1, 1}},
+        {"color c = color(u, v, 1) * 2; r = comp(c, 0) + 10 * comp(c, 2);",
+         {20, 21, 22, 20, 21, 22}},
+        {"r = u; r += 1; r *= 2; r -= v; r /= one;", {2, 3, 4, 1, 2, 3}},
+        {"r = mix(1, 3, u) + max(u, v, 0.25);", {1.25, 2.5, 4, 2, 3, 4}},
+        {"r = mod(u * 3, 1) + floor(u * 3) * 10 + abs(-v);", {0, 10.5, 30, 1, 11.5, 31}},
+        {"matrix m = 2; r = comp(m * m, 1, 1) + determinant(m);", {20, 20, 20, 20, 20, 20}},
+        {"string a = \"x\"; if (a == \"x\") r = u; else r = 9;", {0, 0.5, 1, 0, 0.5, 1}},
+        {"if (match(\"b+\", concat(\"a\", \"bb\")) == 1) r = 1;", {1, 1, 1, 1, 1, 1}},
+    };
+    ExpectAllRun(cases);
+}
+
+TEST(Language, RunsBranchesForThePointsTheyAreFor)
+{
+    static const RunCase cases[] = {
+        {"if (u > 0.25) r = 1;", {0, 1, 1, 0, 1, 1}},
+        {"if (u > 0.25) r = 1; else r = 2;", {2, 1, 1, 2, 1, 1}},
+        {"if (u > 0.25) { if (v > 0.5) r = 1; else r = 2; } else r = 3;", {3, 2, 2, 3, 1, 1}},
+        {"if (one > 0) r = u; else r = 7;", {0, 0.5, 1, 0, 0.5, 1}},
+        {"if (u > 0.25) { if (one > 2) r = 1; else r = 4; }", {0, 4, 4, 0, 4, 4}},
+        {"if (u > 0.25 && v > 0.5) r = 1;", {0, 0, 0, 0, 1, 1}},
+        {"if (u > 0.75 || v > 0.5) r = 1; else r = 2;", {2, 2, 1, 1, 1, 1}},
+        {"if (!(u > 0.75 || v > 0.5)) r = 1; else r = 2;", {1, 1, 2, 2, 2, 2}},
+        {"if (one > 2 || u > 0.25) r = 1;", {0, 1, 1, 0, 1, 1}},
+        {"if (one > 0 || u > 0.25) r = 1;", {1, 1, 1, 1, 1, 1}},
+        {"if (one > 0 && u > 0.25) r = 1;", {0, 1, 1, 0, 1, 1}},
+        {"if (u > 0.25 || one > 2) r = 1;", {0, 1, 1, 0, 1, 1}},
+        {"if (u > 0.25 && one > 0) r = 1;", {0, 1, 1, 0, 1, 1}},
+        {"if (v < 0.5) { if (u > 0.75 || u < 0.25) r = 1; else r = 2; }", {1, 2, 1, 0, 0, 0}},
+        {"r = u > 0.25 ? 1 : 2;", {2, 1, 1, 2, 1, 1}},
+        {"r = one > 0 ? u : v;", {0, 0.5, 1, 0, 0.5, 1}},
+        {"color c = u > 0.25 ? color(1, 2, 3) : 4; r = comp(c, 2);", {4, 3, 3, 4, 3, 3}},
+    };
+    ExpectAllRun(cases);
+}
+
+TEST(Language, LeavesLoopsForThePointsThatAreDone)
+{
+    static const RunCase cases[] = {
+        {"uniform float i; for (i = 0; i < 3; i += 1) r += u;", {0, 1.5, 3, 0, 1.5, 3}},
+        {"float i = 0; while (i < 4 * u) { i += 1; r += 10; }", {0, 20, 40, 0, 20, 40}},
+        {"float i; for (i = 0; i < 4; i += 1) { if (i > 3 * u) break; r += 1; }",
+         {1, 2, 4, 1, 2, 4}},
+        {"float i; for (i = 0; i < 4; i += 1) { if (u > 0.25) continue; r += 1; }",
+         {4, 0, 0, 4, 0, 0}},
+        {"float i, j; for (i = 0; i < 3; i += 1) for (j = 0; j < 3; j += 1) {"
+         " if (i + j > 4 * u) break 2; r += 1; }",
+         {1, 5, 9, 1, 5, 9}},
+        {"float i, j; for (i = 0; i < 3; i += 1) { for (j = 0; j < 3; j += 1) {"
+         " if (j > 2 * u) continue 2; r += 1; } r += 100; }",
+         {3, 6, 309, 3, 6, 309}},
+        {"uniform float i; for (i = 0; i < 5; i += 1) { if (u > 0.25) break; r += 1; }",
+         {5, 0, 0, 5, 0, 0}},
+        {"float i = 0; while (i < 3) { i += 1; if (u > 0.75) { if (v > 0.5) break; } r += 1; }",
+         {3, 3, 3, 3, 3, 0}},
+    };
+    ExpectAllRun(cases);
+}
+
+TEST(Language, ReachesArrayElements)
+{
+    static const RunCase cases[] = {
+        {"uniform float a[3] = {1, 2, 4}; r = a[0] + 10 * a[2];", {41, 41, 41, 41, 41, 41}},
+        {"varying float a[2]; a[0] = u; a[1] = v; r = a[0] + 10 * a[1];",
+         {0, 0.5, 1, 10, 10.5, 11}},
+        {"uniform float a[3] = {1, 2, 4}; r = a[2 * u];", {1, 2, 4, 1, 2, 4}},
+        {"varying float a[3] = {0, 0, 0}; a[2 * u] = 5; a[2 * u] += 1; r = a[1];",
+         {0, 6, 0, 0, 6, 0}},
+        {"uniform float a[2] = {1, 2}; uniform float i;"
+         "for (i = 0; i < 2; i += 1) { a[i] *= 3; r += a[i] * u; }",
+         {0, 4.5, 9, 0, 4.5, 9}},
+    };
+    ExpectAllRun(cases);
+}
+
+TEST(Language, ExpandsFunctions)
+{
+    static const RunCase cases[] = {
+        {"float twice(float x) { return 2 * x; } --- r = twice(u) + twice(v);", {0, 1, 2, 2, 3, 4}},
+        {"void fill(output float x; float y) { x = y + 1; } --- float a = 0; fill(a, u); r = a;",
+         {1, 1.5, 2, 1, 1.5, 2}},
+        {"float f(float x) { float y = x * 2; y += 1; return y * y; } --- r = u * v + f(u);",
+         {1, 4, 9, 1, 4.5, 10}},
+        {"float pick(float x; output float y) { if (x > 0.25) return 5; y = 1; } ---"
+         "float y = 0; r = pick(u, y); r += 10 * y;",
+         {10, 5, 5, 10, 5, 5}},
+        {"float g(float x) { return x + 1; } float f(float x) { return g(g(x)); } ---"
+         "if (v > 0.5) r = f(u);",
+         {0, 0, 0, 2, 2.5, 3}},
+        {"float sum(float a[]) { return a[0] + a[1]; } --- uniform float a[2] = {1, 2};"
+         "r = sum(a) + u;",
+         {3, 3.5, 4, 3, 3.5, 4}},
+        {"--- float k = 2; float f(float x) { extern float k; k += x; return k; }"
+         "r = f(u); r += k;",
+         {4, 5, 6, 4, 5, 6}},
+    };
+    ExpectAllRun(cases);
+}
+
+TEST(Language, DifferentiatesOverTheGrid)
+{
+    static const RunCase cases[] = {
+        {"float x = 3 * u + v; r = Du(x);", {3, 3, 3, 3, 3, 3}},
+        {"float x = 3 * u + 2 * v; r = Dv(x);", {2, 2, 2, 2, 2, 2}},
+        {"float x = u * u; x = Du(x); r = x;", {0.5, 1, 1.5, 0.5, 1, 1.5}},
+        {"float x = u; r = Deriv(x * 4, x);", {4, 4, 4, 4, 4, 4}},
+        {"r = area(point(u, v, 0));", {0.5, 0.5, 0.5, 0.5, 0.5, 0.5}},
+        {"r = ycomp(calculatenormal(point(u, 0, -v)));", {1, 1, 1, 1, 1, 1}},
+    };
+    ExpectAllRun(cases);
+}
+
+TEST(Language, InterpolatesSplines)
+{
+    static const RunCase cases[] = {
+        {"r = spline(u, 0, 0, 1, 2, 2);", {0, 1, 2, 0, 1, 2}},
+        {"uniform float k[5] = {0, 0, 1, 2, 2}; r = spline(u, k);", {0, 1, 2, 0, 1, 2}},
+        {"r = spline(\"linear\", u, 9, 1, 3, 5, 9);", {1, 3, 5, 1, 3, 5}},
+        {"color c = spline(u, color 0, color 0, color(2, 0, 0), color 4, color 4);"
+         "r = comp(c, 0);",
+         {0, 2, 4, 0, 2, 4}},
+    };
+    ExpectAllRun(cases);
+}

@@ -1,0 +1,109 @@
+#include "run/RunShader.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <sstream>
+
+#include "backends/SlcGenByteCode.h"
+#include "driver/SlcCommandLine.h"
+#include "helpers/CheckedShader.h"
+#include "machine/SqxScene.h"
+#include "support/SlcDiagnostics.h"
+#include "support/reports/SlcSemanticError.h"
+
+namespace {
+
+// What a shader may write beside its output parameters.
+constexpr const char* k_predefinedOutputs[] = {"Ci", "Oi", "P", "N", "Cl", "Ol", "L", "I", "alpha"};
+
+bool IsClose(float a, float b)
+{
+    if (std::isnan(a) || std::isnan(b))
+        return std::isnan(a) && std::isnan(b);
+    return a == b || std::abs(a - b) <= 1e-4F * std::max({1.0F, std::abs(a), std::abs(b)});
+}
+
+RunOutcome::Output ReadOutput(SqxMachine& machine, const std::string& name, std::size_t points)
+{
+    RunOutcome::Output output = {name, {}};
+    for (std::size_t i = 0; i < points; ++i) {
+        const std::vector<float> numbers = machine.ValueOf(name, i);
+        output.numbers.insert(output.numbers.end(), numbers.begin(), numbers.end());
+    }
+    return output;
+}
+
+std::vector<std::string> OutputNames(const SqxShader& shader)
+{
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < shader.predefinedCount; ++i)
+        for (const char* output : k_predefinedOutputs)
+            if (shader.variables[i].name == output)
+                names.emplace_back(output);
+    for (std::size_t i = 0; i < shader.parameterCount; ++i)
+        if (shader.Parameter(i).output && shader.Parameter(i).type != SqxType::String)
+            names.push_back(shader.Parameter(i).name);
+    return names;
+}
+
+}  // namespace
+
+std::string ByteCodeOf(const std::string& source, int level)
+{
+    SlcOptionsControl options;
+    SetOptimizationLevel(level, options);
+    const CheckedShader checked(source, options);
+    if (!checked.IsAccepted()) {
+        ADD_FAILURE() << checked.Output() << source;
+        return {};
+    }
+    std::ostringstream text;
+    try {
+        SlcInterForm form(options);
+        form.GenInterForm(checked.Root());
+        form.Optimize();
+        SlcGenByteCode(form.m_errors, text).GenByteCode(form);
+        EXPECT_TRUE(form.m_errors->NoError()) << source;
+    } catch (const SlcCompilationError&) {
+        ADD_FAILURE() << "refused by the generator: " << source;
+    }
+    return text.str();
+}
+
+RunOutcome Run(SqxMachine& machine, const std::string& byteCode)
+{
+    constexpr std::size_t points = 6;
+    SqxScene scene;
+    machine.SetSupport(&scene);
+    RunOutcome outcome;
+    if (!machine.LoadText(byteCode) || !machine.Run()) {
+        outcome.fault = machine.Message();
+        return outcome;
+    }
+    for (const std::string& name : OutputNames(machine.Shader()))
+        outcome.outputs.push_back(ReadOutput(machine, name, points));
+    outcome.text = scene.Printed();
+    for (const std::string& report : scene.Reports())
+        outcome.text += report + '\n';
+    return outcome;
+}
+
+std::string Difference(const RunOutcome& first, const RunOutcome& second)
+{
+    if (first.fault != second.fault)
+        return "fault '" + first.fault + "' and '" + second.fault + "'";
+    if (first.text != second.text)
+        return "text '" + first.text + "' and '" + second.text + "'";
+    if (first.outputs.size() != second.outputs.size())
+        return "another number of outputs";
+    for (std::size_t i = 0; i < first.outputs.size(); ++i) {
+        const auto& a = first.outputs[i];
+        const auto& b = second.outputs[i];
+        for (std::size_t j = 0; j < a.numbers.size(); ++j)
+            if (!IsClose(a.numbers[j], b.numbers.at(j)))
+                return a.name + "[" + std::to_string(j) + "]: " + std::to_string(a.numbers[j]) +
+                       " and " + std::to_string(b.numbers[j]);
+    }
+    return {};
+}
