@@ -5,7 +5,6 @@
 
 #include "frontend/SlcNodes.h"
 #include "semantics/SlcDefinitionsInfo.h"
-#include "semantics/SlcFindOuterVariables.h"
 #include "semantics/SlcFuncInfo.h"
 #include "semantics/SlcReturnType.h"
 #include "semantics/SlcStatementInfo.h"
@@ -94,10 +93,9 @@ void SlcCheckSemantics::Case(SlcFuncDefNode* node)
     if (!body.m_hasReturn && !node->GetReturnType()->IsVoidType())
         m_errors->Warning(
             node, "Function '" + node->GetIdent()->GetName() + "' doesn't return a value", 1);
-    const bool touchesOuterVariables = SlcFindOuterVariables()(node);
+    const SlcBodyFacts facts = SlcGetBodyFacts()(node, m_shaderType);
     AddFunction(node, MakeShared<SlcFuncInfo>(node, std::move(usage), scope, body.m_hasIlluminate,
-                                              body.m_hasIlluminance, touchesOuterVariables,
-                                              m_inlineBudget));
+                                              body.m_hasIlluminance, facts, m_inlineBudget));
 }
 
 /// Only now that its body has been checked: a function cannot call itself.

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "semantics/SlcGetBodyFacts.h"
 #include "semantics/SlcInlineResults.h"
 #include "semantics/SlcUsageRecord.h"
 #include "symbols/SlcSymbolTable.h"
@@ -14,13 +15,13 @@ public:
     /// `usage` may be null; `scope` is the table of the function's formals.
     SlcFuncInfo(SlcFuncDefNode* definition, std::unique_ptr<SlcUsageRecord> usage,
                 SlcPtr<SlcSymbolTable> scope, bool hasIlluminate, bool hasIlluminance,
-                bool touchesOuterVariables, SlcPtr<SlcInlineBudget> inlineBudget)
+                const SlcBodyFacts& bodyFacts, SlcPtr<SlcInlineBudget> inlineBudget)
         : m_definition(definition),
           m_usage(std::move(usage)),
           m_scope(std::move(scope)),
           m_hasIlluminate(hasIlluminate),
           m_hasIlluminance(hasIlluminance),
-          m_touchesOuterVariables(touchesOuterVariables),
+          m_bodyFacts(bodyFacts),
           m_inlineBudget(std::move(inlineBudget))
     {
     }
@@ -37,8 +38,7 @@ public:
     /// Checked shader code reaches the function, directly or through others.
     [[nodiscard]] bool IsCalled() const { return m_called; }
     void SetCalled() { m_called = true; }
-    /// See `SlcFindOuterVariables`.
-    [[nodiscard]] bool TouchesOuterVariables() const { return m_touchesOuterVariables; }
+    [[nodiscard]] const SlcBodyFacts& GetBodyFacts() const { return m_bodyFacts; }
     [[nodiscard]] SlcInlineResults& GetInlineResults() { return m_inlineResults; }
     [[nodiscard]] SlcInlineBudget& GetInlineBudget() { return *m_inlineBudget; }
 
@@ -48,7 +48,7 @@ private:
     SlcPtr<SlcSymbolTable> m_scope;
     bool m_hasIlluminate;
     bool m_hasIlluminance;
-    bool m_touchesOuterVariables;
+    SlcBodyFacts m_bodyFacts;
     bool m_called = false;
     SlcInlineResults m_inlineResults;
     SlcPtr<SlcInlineBudget> m_inlineBudget;  // of the whole compile

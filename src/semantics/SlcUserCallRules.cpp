@@ -156,12 +156,13 @@ template <class Walker>
 SlcDetailNode* DetailOfCall(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNode* call,
                             const std::vector<Passed>& arguments)
 {
+    const bool shared = !info.GetBodyFacts().touchesOuterVariables;
     if (walker.Level() >= SlcCheckInlineDetail::k_maxLevels || QxStack::Left() < k_stackReserve ||
-        (info.TouchesOuterVariables() && !info.GetInlineBudget().Take())) {
+        (!shared && !info.GetInlineBudget().Take())) {
         ReportTooLarge(walker, info, call);
         return SlcDetailNode::AUnknown();
     }
-    if (info.TouchesOuterVariables())
+    if (!shared)
         return EvaluateBody(walker, info, arguments).detail;
 
     SlcInlineResults::Circumstances circumstances(
@@ -193,6 +194,13 @@ SlcDetailNode* SlcCheckArgsDetail(SlcCheckDetail* walker, SlcPtr<SlcFuncSymbolEn
                      "statement from inside of one of these statements (this will result in "
                      "nesting those statements)",
                      name);
+        return SlcDetailNode::AUnknown();
+    }
+    if (walker->IsNotInFunction() && !walker->IsInLightStatement() &&
+        info->GetBodyFacts().needsLightLoop) {
+        errors.Error(call, "Function '" + name +
+                               "' uses the light of an 'illuminance' statement, "
+                               "and cannot be called outside of one");
         return SlcDetailNode::AUnknown();
     }
     const auto arguments = PairArguments(errors, *info, call, "checking");

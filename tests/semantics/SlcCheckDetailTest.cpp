@@ -334,6 +334,27 @@ TEST(SlcCheckInlineDetail, RefusesCallsThatWouldNestLightStatements)
     EXPECT_EQ(CheckedShader(functions + "surface a() { h(P); }").Reports(), "");
 }
 
+TEST(SlcCheckInlineDetail, WantsALightLoopAroundUsesOfItsLight)
+{
+    const std::string functions = "color f() { extern color Cl; return Cl; }\n"
+                                  "color g() { return f(); }\n"
+                                  "color h(point P) { extern color Cl; color c = 0;\n"
+                                  "  illuminance(P) { c += Cl + f(); } return c; }\n";
+    EXPECT_EQ(CheckedShader(functions + "surface a() { illuminance(P) { Ci += f() + g(); }\n"
+                                        "Ci += h(P); }")
+                  .Reports(),
+              "");
+    for (const char* name : {"f", "g"})
+        EXPECT_EQ(CheckedShader(functions + "surface a() { Ci = " + name + "(); }").Reports(),
+                  std::string("5: ERROR: Function '") + name +
+                      "' uses the light of an 'illuminance' statement, and cannot be called "
+                      "outside of one");
+    EXPECT_EQ(CheckedShader("color f() { extern color Cl; return Cl; }\n"
+                            "light a() { solar() { Cl = 1; } Cl = f(); }")
+                  .Reports(),
+              "");
+}
+
 TEST(SlcCheckInlineDetail, SeesWhatALocalFunctionDoesToOuterVariables)
 {
     // A call of `set` changes what the next call of `get` gives.

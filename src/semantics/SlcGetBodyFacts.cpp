@@ -1,0 +1,103 @@
+#include "semantics/SlcGetBodyFacts.h"
+
+#include <utility>
+
+#include "frontend/SlcNodes.h"
+#include "semantics/SlcFuncInfo.h"
+#include "semantics/SlcLeftSpine.h"
+#include "symbols/SlcFuncSymbolEntry.h"
+#include "symbols/SlcShaderSymbolTable.h"
+
+namespace {
+
+bool IsOfLightLoop(const SlcPtr<SlcVarSymbolEntry>& variable)
+{
+    return variable == SlcShaderSymbolTable::sm_L || variable == SlcShaderSymbolTable::sm_Cl ||
+           variable == SlcShaderSymbolTable::sm_Ol;
+}
+
+}  // namespace
+
+SlcBodyFacts SlcGetBodyFacts::operator()(SlcFuncDefNode* function, SlcShaderTypeNode* shaderType)
+{
+    m_facts = {};
+    m_own.clear();
+    m_isLightShader = shaderType->IsLight();
+    m_inLightLoop = false;
+    function->WalkIn(this);
+    return m_facts;
+}
+
+void SlcGetBodyFacts::Default(SlcSyntaxNode* node)
+{
+    node->WalkIn(this);
+}
+
+void SlcGetBodyFacts::Case(SlcFuncDefStmtNode*)
+{
+    // A nested function counts where it is called.
+}
+
+void SlcGetBodyFacts::Case(SlcDefExprNode* node)
+{
+    node->WalkIn(this);
+    if (const auto& entry = node->GetSymbolEntry())
+        m_own.insert(&*entry);
+}
+
+void SlcGetBodyFacts::Case(SlcIlluminanceStmtNode* node)
+{
+    const bool outer = std::exchange(m_inLightLoop, true);
+    node->WalkIn(this);
+    m_inLightLoop = outer;
+}
+
+void SlcGetBodyFacts::Case(SlcBinOpExprNode* node)
+{
+    const SlcLeftSpine chain(node);
+    chain.first->ApplyWalker(this);
+    for (SlcBinOpExprNode* operation : chain.operations)
+        operation->GetRight()->ApplyWalker(this);
+}
+
+void SlcGetBodyFacts::Case(SlcIdentExprNode* node)
+{
+    Touch(node->GetSymbolEntry());
+}
+
+void SlcGetBodyFacts::Case(SlcArrayRefExprNode* node)
+{
+    node->WalkIn(this);
+    Touch(node->GetSymbolEntry());
+}
+
+void SlcGetBodyFacts::Case(SlcLValueNode* node)
+{
+    node->WalkIn(this);
+    Touch(node->GetSymbolEntry());
+}
+
+void SlcGetBodyFacts::Touch(SlcPtr<SlcVarSymbolEntry> variable)
+{
+    if (variable.Null())
+        return;
+    if (variable->GetDetail()->IsUnknownDetail() && m_own.count(&*variable) == 0)
+        m_facts.touchesOuterVariables = true;
+    while (variable->GetOuter())
+        variable = variable->GetOuter();
+    if (!m_isLightShader && !m_inLightLoop && IsOfLightLoop(variable))
+        m_facts.needsLightLoop = true;
+}
+
+void SlcGetBodyFacts::Case(SlcProcCallExprNode* node)
+{
+    node->WalkIn(this);
+    const auto& entry = node->GetSymbolEntry();
+    if (entry.Null() || entry->GetOrigin() != SlcFuncOrigin::User)
+        return;
+    const SlcBodyFacts& called = CheckCast<SlcFuncInfo>(entry->GetFuncInfo())->GetBodyFacts();
+    if (called.touchesOuterVariables)
+        m_facts.touchesOuterVariables = true;
+    if (called.needsLightLoop && !m_inLightLoop)
+        m_facts.needsLightLoop = true;
+}

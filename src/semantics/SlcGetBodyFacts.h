@@ -1,0 +1,42 @@
+#pragma once
+
+#include <set>
+
+#include "frontend/SlcCodeWalker.h"
+#include "support/SlcPtr.h"
+
+class SlcVarSymbolEntry;
+
+/// What a function, or one that it calls, does with variables that it does not own.
+struct SlcBodyFacts {
+    /// A variable of unknown detail that is neither a formal nor a local: what the function
+    /// evaluates to depends on more than its arguments.
+    bool touchesOuterVariables = false;
+    /// The light of a light loop that is not its own.
+    bool needsLightLoop = false;
+};
+
+/// Collects the facts of a function whose body has been checked. Linear in the body.
+class SlcGetBodyFacts : public SlcCodeWalker {
+public:
+    [[nodiscard]] SlcBodyFacts operator()(SlcFuncDefNode* function, SlcShaderTypeNode* shaderType);
+
+private:
+    using SlcCodeWalker::Case;
+    void Case(SlcFuncDefStmtNode* node) override;
+    void Case(SlcDefExprNode* node) override;
+    void Case(SlcIlluminanceStmtNode* node) override;
+    void Case(SlcBinOpExprNode* node) override;
+    void Case(SlcIdentExprNode* node) override;
+    void Case(SlcArrayRefExprNode* node) override;
+    void Case(SlcLValueNode* node) override;
+    void Case(SlcProcCallExprNode* node) override;
+    void Default(SlcSyntaxNode* node) override;
+
+    void Touch(SlcPtr<SlcVarSymbolEntry> variable);
+
+    SlcBodyFacts m_facts;
+    std::set<const SlcVarSymbolEntry*> m_own;  // looked up, never listed
+    bool m_isLightShader = false;
+    bool m_inLightLoop = false;  // of the function itself
+};
