@@ -15,7 +15,7 @@ using SlcTypedExpr::TypesOf;
 
 namespace {
 
-void SetTypes(SlcExprNode* expr, std::deque<SlcTypeNode*> types)
+void SetTypes(SlcExprNode* expr, std::vector<SlcTypeNode*> types)
 {
     expr->SetAnnotation(MakeShared<SlcPossibleTypes>(std::move(types)));
 }

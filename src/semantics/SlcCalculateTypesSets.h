@@ -1,6 +1,6 @@
 #pragma once
 
-#include <deque>
+#include <vector>
 
 #include "frontend/SlcCodeWalker.h"
 #include "support/SlcOptionsControl.h"
@@ -25,7 +25,7 @@ public:
                     SlcPtr<SlcSymbolTable> global, SlcShaderTypeNode* shaderType);
 
 private:
-    using Types = std::deque<SlcTypeNode*>;
+    using Types = std::vector<SlcTypeNode*>;
 
     using SlcCodeWalker::Case;
     void Case(SlcConstExprNode* constant) override;

@@ -3,7 +3,7 @@
 #include "semantics/SlcTypedExpr.h"
 
 using namespace SlcTypedExpr;
-using Types = std::deque<SlcTypeNode*>;
+using Types = std::vector<SlcTypeNode*>;
 
 namespace {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <deque>
+#include <vector>
 
 #include "frontend/SlcBinOpNodes.h"
 #include "frontend/SlcExprNodes.h"
@@ -9,9 +9,9 @@
 // operands have no common rule, and {error} if an operand has been reported.
 
 /// Of the arithmetic operators and the dot and cross products.
-[[nodiscard]] std::deque<SlcTypeNode*> SlcTypesOfBinOp(const SlcBinOpExprNode& operation);
-[[nodiscard]] std::deque<SlcTypeNode*> SlcTypesOfMinus(const SlcExprNode* operand);
+[[nodiscard]] std::vector<SlcTypeNode*> SlcTypesOfBinOp(const SlcBinOpExprNode& operation);
+[[nodiscard]] std::vector<SlcTypeNode*> SlcTypesOfMinus(const SlcExprNode* operand);
 /// Of `?:`; a float branch is promoted to the type of the other. Arrays and calls without a
 /// value cannot be chosen between.
-[[nodiscard]] std::deque<SlcTypeNode*> SlcTypesOfConditional(const SlcExprNode* thenValue,
-                                                             const SlcExprNode* elseValue);
+[[nodiscard]] std::vector<SlcTypeNode*> SlcTypesOfConditional(const SlcExprNode* thenValue,
+                                                              const SlcExprNode* elseValue);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <deque>
 #include <optional>
 #include <vector>
 
@@ -20,7 +19,7 @@ public:
     void Resolve(SlcProcCallExprNode* call);
 
 private:
-    using Types = std::deque<SlcTypeNode*>;
+    using Types = std::vector<SlcTypeNode*>;
     using Entry = SlcPtr<SlcFuncSymbolEntry>;
 
     /// The overloads that fit as they stand, or else those that fit by promotion.

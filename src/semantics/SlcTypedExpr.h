@@ -22,7 +22,7 @@ namespace SlcTypedExpr {
     return SlcPossibleTypes::Of(expr)->IsInTypes(type, true) != nullptr;
 }
 
-[[nodiscard]] inline const std::deque<SlcTypeNode*>& TypesOf(const SlcExprNode* expr)
+[[nodiscard]] inline const std::vector<SlcTypeNode*>& TypesOf(const SlcExprNode* expr)
 {
     return SlcPossibleTypes::Of(expr)->GetTypes();
 }

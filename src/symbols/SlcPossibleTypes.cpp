@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-void SlcAddTypeIfNotPresent(std::deque<SlcTypeNode*>& types, SlcTypeNode* type)
+void SlcAddTypeIfNotPresent(std::vector<SlcTypeNode*>& types, SlcTypeNode* type)
 {
     if (std::none_of(types.begin(), types.end(),
                      [type](const SlcTypeNode* member) { return member->IsSameType(type); }))

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <deque>
 #include <utility>
+#include <vector>
 
 #include "frontend/SlcAnnotation.h"
 #include "frontend/SlcDetailNode.h"
@@ -11,18 +11,18 @@
 class SlcLexType;
 
 /// Appends `type` unless a member answers `IsSameType` to it.
-void SlcAddTypeIfNotPresent(std::deque<SlcTypeNode*>& types, SlcTypeNode* type);
+void SlcAddTypeIfNotPresent(std::vector<SlcTypeNode*>& types, SlcTypeNode* type);
 
 /// What the semantic passes find out about an expression, one pass after the other.
 class SlcPossibleTypes : public SlcAnnotation {
 public:
     /// `types` in order of discovery.
-    explicit SlcPossibleTypes(std::deque<SlcTypeNode*> types) : m_types(std::move(types)) {}
+    explicit SlcPossibleTypes(std::vector<SlcTypeNode*> types) : m_types(std::move(types)) {}
 
     /// The annotation of an expression; null if it has none yet.
     [[nodiscard]] static SlcPtr<SlcPossibleTypes> Of(const SlcExprNode* expr);
 
-    [[nodiscard]] const std::deque<SlcTypeNode*>& GetTypes() const { return m_types; }
+    [[nodiscard]] const std::vector<SlcTypeNode*>& GetTypes() const { return m_types; }
 
     /// The first member x with `type->IsSameType(x)`, or of type error. Without one, and with
     /// promotion allowed, the first x with `type->IsPromotableAs(x)`, or `type` itself if x
@@ -43,7 +43,7 @@ public:
     void SetOperandHint(SlcPtr<SlcLexType> operand);
 
 private:
-    std::deque<SlcTypeNode*> m_types;
+    std::vector<SlcTypeNode*> m_types;
     SlcTypeNode* m_uniqueType = SlcTypeNode::AVoid();
     SlcDetailNode* m_detail = SlcDetailNode::AUnknown();
     SlcDetailNode* m_inlineDetail = SlcDetailNode::AUnknown();

@@ -267,10 +267,10 @@ std::vector<SlcSymbolTable::Group> SlcSymbolTable::GroupsOf(SlcIdentNode* ident)
     return groups;
 }
 
-std::deque<SlcTypeNode*> SlcSymbolTable::GetFuncType(SlcIdentNode* ident,
-                                                     SlcProcArgsNode* arguments,
-                                                     const SlcPtr<SlcSemanticError>& sink,
-                                                     bool noVoid, bool promote, bool top)
+std::vector<SlcTypeNode*> SlcSymbolTable::GetFuncType(SlcIdentNode* ident,
+                                                      SlcProcArgsNode* arguments,
+                                                      const SlcPtr<SlcSemanticError>& sink,
+                                                      bool noVoid, bool promote, bool top)
 {
     const SlcCallArgs args = SlcArgsOf(arguments);
     const std::vector<Group> groups = GroupsOf(ident);
@@ -284,7 +284,7 @@ std::deque<SlcTypeNode*> SlcSymbolTable::GetFuncType(SlcIdentNode* ident,
     const auto searchPass = [&](bool promoted) {
         lastFunction = nullptr;
         lastWithCount = nullptr;
-        std::deque<SlcTypeNode*> types;
+        std::vector<SlcTypeNode*> types;
         for (const Group& group : groups) {
             SlcPtr<SlcFuncSymbolEntry> function;
             SlcPtr<SlcFuncSymbolEntry> withCount;

@@ -79,10 +79,10 @@ public:
     /// Return types of the overloads that fit the arguments' sets of types: exact fits in any
     /// scope, then promoted ones. `noVoid` leaves out void functions. `sink` may be null. Throws
     /// one of the three exceptions above.
-    [[nodiscard]] std::deque<SlcTypeNode*> GetFuncType(SlcIdentNode* ident,
-                                                       SlcProcArgsNode* arguments,
-                                                       const SlcPtr<SlcSemanticError>& sink,
-                                                       bool noVoid, bool promote, bool top);
+    [[nodiscard]] std::vector<SlcTypeNode*> GetFuncType(SlcIdentNode* ident,
+                                                        SlcProcArgsNode* arguments,
+                                                        const SlcPtr<SlcSemanticError>& sink,
+                                                        bool noVoid, bool promote, bool top);
     /// Every overload whose return type suits, nearest scope first. Empty for an unknown name.
     [[nodiscard]] std::deque<SlcPtr<SlcFuncSymbolEntry>> GetFuncEntrys(SlcIdentNode* ident,
                                                                        SlcTypeNode* returnType);

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <deque>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,7 +15,7 @@ using T = SlcTypeNode;
 /// The arguments of a call, each with a set of types, as the typing pass would leave them.
 class TypedArgs {
 public:
-    using Types = std::deque<SlcTypeNode*>;
+    using Types = std::vector<SlcTypeNode*>;
 
     TypedArgs() = default;
     /// One variable a set.
@@ -93,7 +92,8 @@ std::string ReportsOf(Action action)
 }
 
 /// The texts of some types, joined by blanks.
-inline std::string TextOf(const std::deque<SlcTypeNode*>& types)
+template <class Types>
+[[nodiscard]] std::string TextOf(const Types& types)
 {
     std::string text;
     for (const SlcTypeNode* type : types)
