@@ -13,13 +13,13 @@ using Generated = SlcGeneratedText;
 
 namespace {
 
-struct TypeWord {
+struct DeclarationWord {
     bool (SlcTypeNode::*test)() const;
     const char* word;
 };
 
 // The renderer's tokens know the point family as one type.
-constexpr TypeWord k_declarationWords[] = {
+constexpr DeclarationWord k_declarationWords[] = {
     {&SlcTypeNode::IsFloatType, "float"},   {&SlcTypeNode::IsPointType, "point"},
     {&SlcTypeNode::IsColorType, "color"},   {&SlcTypeNode::IsStringType, "string"},
     {&SlcTypeNode::IsMatrixType, "matrix"},
@@ -44,7 +44,7 @@ std::string SlcGenCCode::Declaration(const SlcOperand& parameter) const
     std::string text = parameter->IsUniform() ? "uniform " : "varying ";
     const SlcTypeNode* type = ElementType(parameter);
     const char* word = nullptr;
-    for (const TypeWord& row : k_declarationWords)
+    for (const DeclarationWord& row : k_declarationWords)
         if (!word && (type->*row.test)())
             word = row.word;
     if (!word)

@@ -8,7 +8,7 @@ namespace {
 
 // Function-local, so that a singleton is ready whatever other statics ask for it.
 template <class Type>
-SlcTypeNode* Singleton()
+SlcTypeNode* TypeSingleton()
 {
     static Type type;
     return &type;
@@ -24,59 +24,59 @@ std::deque<SlcArrayTypeNode>& ArrayTypePool()
 
 SlcTypeNode* SlcTypeNode::AFloat()
 {
-    return Singleton<SlcFloatTypeNode>();
+    return TypeSingleton<SlcFloatTypeNode>();
 }
 SlcTypeNode* SlcTypeNode::AString()
 {
-    return Singleton<SlcStringTypeNode>();
+    return TypeSingleton<SlcStringTypeNode>();
 }
 SlcTypeNode* SlcTypeNode::AColor()
 {
-    return Singleton<SlcColorTypeNode>();
+    return TypeSingleton<SlcColorTypeNode>();
 }
 SlcTypeNode* SlcTypeNode::APoint()
 {
-    return Singleton<SlcPointTypeNode>();
+    return TypeSingleton<SlcPointTypeNode>();
 }
 SlcTypeNode* SlcTypeNode::AVector()
 {
-    return Singleton<SlcVectorTypeNode>();
+    return TypeSingleton<SlcVectorTypeNode>();
 }
 SlcTypeNode* SlcTypeNode::ANormal()
 {
-    return Singleton<SlcNormalTypeNode>();
+    return TypeSingleton<SlcNormalTypeNode>();
 }
 SlcTypeNode* SlcTypeNode::AMatrix()
 {
-    return Singleton<SlcMatrixTypeNode>();
+    return TypeSingleton<SlcMatrixTypeNode>();
 }
 SlcTypeNode* SlcTypeNode::AAnyPoint()
 {
-    return Singleton<SlcAnyPointTypeNode>();
+    return TypeSingleton<SlcAnyPointTypeNode>();
 }
 SlcTypeNode* SlcTypeNode::AAnyVector()
 {
-    return Singleton<SlcAnyVectorTypeNode>();
+    return TypeSingleton<SlcAnyVectorTypeNode>();
 }
 SlcTypeNode* SlcTypeNode::AInteger()
 {
-    return Singleton<SlcIntTypeNode>();
+    return TypeSingleton<SlcIntTypeNode>();
 }
 SlcTypeNode* SlcTypeNode::ABoolean()
 {
-    return Singleton<SlcBoolTypeNode>();
+    return TypeSingleton<SlcBoolTypeNode>();
 }
 SlcTypeNode* SlcTypeNode::AAnyType()
 {
-    return Singleton<SlcAnyTypeNode>();
+    return TypeSingleton<SlcAnyTypeNode>();
 }
 SlcTypeNode* SlcTypeNode::AVoid()
 {
-    return Singleton<SlcVoidTypeNode>();
+    return TypeSingleton<SlcVoidTypeNode>();
 }
 SlcTypeNode* SlcTypeNode::AError()
 {
-    return Singleton<SlcErrorTypeNode>();
+    return TypeSingleton<SlcErrorTypeNode>();
 }
 
 SlcTypeNode* SlcTypeNode::CreateArrayType(SlcTypeNode* element)

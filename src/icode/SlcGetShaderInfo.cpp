@@ -59,7 +59,7 @@ bool LivesInSpace(const SlcTypeNode* type)
     return type->IsPointType() || type->IsMatrixType();
 }
 
-bool IsOneOf(const std::string& name, std::initializer_list<const char*> names)
+bool IsNameOneOf(const std::string& name, std::initializer_list<const char*> names)
 {
     return std::find(names.begin(), names.end(), name) != names.end();
 }
@@ -354,7 +354,7 @@ void SlcGetShaderInfo::TouchVariablesOf(SlcProcCallExprNode* node)
 
 void SlcGetShaderInfo::AddSpacesOf(SlcProcCallExprNode* node)
 {
-    if (!IsOneOf(node->GetIdent()->GetName(), {"transform", "vtransform", "ntransform"}))
+    if (!IsNameOneOf(node->GetIdent()->GetName(), {"transform", "vtransform", "ntransform"}))
         return;
     for (const auto& argument : node->GetArguments()->GetArgs()) {
         const auto* constant = dynamic_cast<const SlcConstExprNode*>(argument.get());

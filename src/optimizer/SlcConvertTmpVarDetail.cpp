@@ -10,7 +10,7 @@ namespace {
 using Codes = std::vector<SlcPtr<SlcICode>>;
 
 template <class Mark>
-bool Is(const SlcPtr<SlcICode>& code)
+bool IsMark(const SlcPtr<SlcICode>& code)
 {
     return dynamic_cast<const Mark*>(&*code) != nullptr;
 }
@@ -34,11 +34,11 @@ void SlcConvertTmpVarDetail(const SlcControlFlowGraph& graph, SlcDataflowAnalysi
     for (const auto& block : graph.Blocks()) {
         const Codes& codes = block.GetListICode();
         for (auto code = codes.begin(); code != codes.end(); ++code) {
-            if (!Is<SlcBeginParallelICode>(*code)) {
+            if (!IsMark<SlcBeginParallelICode>(*code)) {
                 MakeDefsVarying(*code, analysis);
                 continue;
             }
-            const auto end = std::find_if(code, codes.end(), Is<SlcEndParallelICode>);
+            const auto end = std::find_if(code, codes.end(), IsMark<SlcEndParallelICode>);
             if (end != codes.end())
                 code = end;
         }

@@ -54,7 +54,7 @@ const SlcSyntaxNode* PlaceOf(const SlcDefExprNode* definition)
     return definition;
 }
 
-SlcPtr<SlcVarSymbolEntry> Find(const SlcPtr<SlcSymbolTable>& table, SlcIdentNode* ident)
+SlcPtr<SlcVarSymbolEntry> FindVariable(const SlcPtr<SlcSymbolTable>& table, SlcIdentNode* ident)
 {
     if (table.Null())
         return nullptr;
@@ -224,7 +224,7 @@ SlcPtr<SlcVarSymbolEntry> SlcAddVarsSymbolTable::FindOuter(SlcIdentNode* ident) 
 {
     for (const auto* table :
          {&m_outer.function, &m_outer.definition, &m_outer.shader, &m_outer.illuminance})
-        if (auto entry = Find(*table, ident))
+        if (auto entry = FindVariable(*table, ident))
             return entry;
     return nullptr;
 }

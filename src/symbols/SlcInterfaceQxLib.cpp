@@ -21,12 +21,12 @@ constexpr TypeCode k_typeCodes[] = {
     {&SlcTypeNode::IsBoolType, 10},
 };
 
-struct TypeWord {
+struct DeclaredTypeWord {
     bool (SlcTypeNode::*test)() const;
     const char* word;
 };
 
-constexpr TypeWord k_typeWords[] = {
+constexpr DeclaredTypeWord k_declaredTypeWords[] = {
     {&SlcTypeNode::IsFloatType, "float"},   {&SlcTypeNode::IsStringType, "string"},
     {&SlcTypeNode::IsNormalType, "normal"}, {&SlcTypeNode::IsVectorType, "vector"},
     {&SlcTypeNode::IsPointType, "point"},   {&SlcTypeNode::IsColorType, "color"},
@@ -35,7 +35,7 @@ constexpr TypeWord k_typeWords[] = {
 
 const char* WordOf(const SlcTypeNode* type)
 {
-    for (const TypeWord& row : k_typeWords)
+    for (const DeclaredTypeWord& row : k_declaredTypeWords)
         if ((type->*row.test)())
             return row.word;
     FatalError("Invalid type node in SlcConstructDetailTypeStr");

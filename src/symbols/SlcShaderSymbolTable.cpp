@@ -51,7 +51,7 @@ constexpr const char* k_displacementReadWrite[] = {"P", "N"};
 constexpr const char* k_imagerReadOnly[] = {"P", "ncomps", "time", "s", "t", "u", "v", "du", "dv"};
 constexpr const char* k_imagerReadWrite[] = {"Ci", "Oi", "I", "alpha"};
 
-constexpr const char* k_illuminance[] = {"L", "Cl", "Ol"};
+constexpr const char* k_illuminanceNames[] = {"L", "Cl", "Ol"};
 
 /// Makes the statics of the light loops; the scope itself is not needed.
 void MakeIlluminanceEntries(const SlcPtr<SlcSymbolTable>& parent)
@@ -157,7 +157,7 @@ SlcImagerSymbolTable::SlcImagerSymbolTable(SlcPtr<SlcSymbolTable> parent)
 SlcIlluminanceSymbolTable::SlcIlluminanceSymbolTable(SlcPtr<SlcSymbolTable> parent, bool first)
     : SlcShaderSymbolTable(std::move(parent))
 {
-    InitIlluminance(k_illuminance, first);
+    InitIlluminance(k_illuminanceNames, first);
 }
 
 SlcShaderSymbolTableCreater::SlcShaderSymbolTableCreater(SlcPtr<SlcSemanticError> errors)
