@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "symbols/SlcPossibleTypes.h"
 
 /// Short forms for the questions that the typing passes ask of an expression with a set of types.

@@ -164,7 +164,7 @@ std::unique_ptr<SlcFuncVarArgExpr> SlcFuncDescription::ReadVarTypes(const char*&
 }
 
 void SlcFuncDescription::ReadSIMDInfo(const char*& cursor, int nArgs, SlcCallSIMD& kind,
-                                      std::deque<SlcDetailNode*>& details)
+                                      std::vector<SlcDetailNode*>& details)
 {
     const std::string_view word = ReadString(cursor);
     if (word == "nosimd") {

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <deque>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "frontend/SlcDetailNode.h"
 #include "frontend/SlcStorageSpecNode.h"
@@ -20,13 +20,13 @@ public:
     struct FuncInfo {
         std::string name;
         SlcTypeNode* returnType = nullptr;
-        std::deque<SlcTypeNode*> argTypes;
-        std::deque<SlcDetailNode*> argDetails;        // uniform or unknown
-        std::deque<SlcStorageSpecNode*> argStorages;  // input or output
+        std::vector<SlcTypeNode*> argTypes;
+        std::vector<SlcDetailNode*> argDetails;        // uniform or unknown
+        std::vector<SlcStorageSpecNode*> argStorages;  // input or output
         int checkDetail = 0;
         int checkInlineDetail = 0;
         SlcCallSIMD simd = SlcCallSIMD::NoSimd;
-        std::deque<SlcDetailNode*> simdDetails;
+        std::vector<SlcDetailNode*> simdDetails;
         std::string cName;  // empty where there is no primitive
         bool orderSensitive = false;
         bool foldable = false;
@@ -52,5 +52,5 @@ public:
     [[nodiscard]] static std::unique_ptr<SlcFuncVarArgExpr> ReadVarTypes(const char*& cursor);
     /// Nothing behind `nosimd` is read.
     static void ReadSIMDInfo(const char*& cursor, int nArgs, SlcCallSIMD& kind,
-                             std::deque<SlcDetailNode*>& details);
+                             std::vector<SlcDetailNode*>& details);
 };

@@ -72,22 +72,22 @@ SlcDetailNode* SlcFuncSymbolEntry::CheckInlineDetail(SlcCheckInlineDetail* walke
     return m_signature.checkInlineDetail(walker, this, call);
 }
 
-const std::deque<SlcTypeNode*>& SlcFuncSymbolEntry::GetArgTypes() const
+const std::vector<SlcTypeNode*>& SlcFuncSymbolEntry::GetArgTypes() const
 {
     return m_signature.argTypes;
 }
 
-const std::deque<SlcDetailNode*>& SlcFuncSymbolEntry::GetArgDetails() const
+const std::vector<SlcDetailNode*>& SlcFuncSymbolEntry::GetArgDetails() const
 {
     return m_signature.argDetails;
 }
 
-const std::deque<SlcStorageSpecNode*>& SlcFuncSymbolEntry::GetArgStorages() const
+const std::vector<SlcStorageSpecNode*>& SlcFuncSymbolEntry::GetArgStorages() const
 {
     return m_signature.argStorages;
 }
 
-const std::deque<SlcDetailNode*>& SlcFuncSymbolEntry::GetSIMDDetails() const
+const std::vector<SlcDetailNode*>& SlcFuncSymbolEntry::GetSIMDDetails() const
 {
     return m_signature.simdDetails;
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <deque>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -41,13 +40,13 @@ using SlcCheckInlineDetailProc = SlcDetailNode* (*)(SlcCheckInlineDetail*,
 struct SlcFuncSignature {
     SlcIdentNode* ident = nullptr;
     SlcTypeNode* returnType = nullptr;
-    std::deque<SlcTypeNode*> argTypes;
-    std::deque<SlcDetailNode*> argDetails;
-    std::deque<SlcStorageSpecNode*> argStorages;
+    std::vector<SlcTypeNode*> argTypes;
+    std::vector<SlcDetailNode*> argDetails;
+    std::vector<SlcStorageSpecNode*> argStorages;
     bool orderSensitive = false;  // calls must keep their order
     bool foldable = false;        // may be evaluated at compile time
     SlcCallSIMD simd = SlcCallSIMD::NoSimd;
-    std::deque<SlcDetailNode*> simdDetails;  // wanted of each argument in a whole-grid call
+    std::vector<SlcDetailNode*> simdDetails;  // wanted of each argument in a whole-grid call
     SlcCheckDetailProc checkDetail = nullptr;
     SlcCheckInlineDetailProc checkInlineDetail = nullptr;
     SlcIdentNode* cName = nullptr;  // name in generated code; null where there is none
@@ -84,11 +83,11 @@ public:
                                                    SlcProcCallExprNode* call);
 
     [[nodiscard]] SlcTypeNode* GetReturnType() const { return m_signature.returnType; }
-    [[nodiscard]] const std::deque<SlcTypeNode*>& GetArgTypes() const;
-    [[nodiscard]] const std::deque<SlcDetailNode*>& GetArgDetails() const;
-    [[nodiscard]] const std::deque<SlcStorageSpecNode*>& GetArgStorages() const;
+    [[nodiscard]] const std::vector<SlcTypeNode*>& GetArgTypes() const;
+    [[nodiscard]] const std::vector<SlcDetailNode*>& GetArgDetails() const;
+    [[nodiscard]] const std::vector<SlcStorageSpecNode*>& GetArgStorages() const;
     [[nodiscard]] SlcCallSIMD GetSIMDKind() const { return m_signature.simd; }
-    [[nodiscard]] const std::deque<SlcDetailNode*>& GetSIMDDetails() const;
+    [[nodiscard]] const std::vector<SlcDetailNode*>& GetSIMDDetails() const;
     [[nodiscard]] SlcIdentNode* GetCName() const { return m_signature.cName; }
     [[nodiscard]] SlcFuncOrigin GetOrigin() const { return m_signature.origin; }
     [[nodiscard]] bool IsOrderSensitive() const { return m_signature.orderSensitive; }

@@ -53,7 +53,7 @@ std::vector<LibraryRow> LibraryRows()
 
 /// Lowering adds values that the row does not name: `du` and `dv` of derivatives, and what tells
 /// the message functions about their last argument.
-int AddedArguments(const std::string& name, const std::deque<T*>& types)
+int AddedArguments(const std::string& name, const std::vector<T*>& types)
 {
     if (name == "Du" || name == "Dv")
         return 1;

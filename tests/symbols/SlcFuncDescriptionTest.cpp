@@ -11,7 +11,7 @@ namespace {
 
 using Description = SlcFuncDescription;
 
-std::string DetailsOf(const std::deque<SlcDetailNode*>& details)
+std::string DetailsOf(const std::vector<SlcDetailNode*>& details)
 {
     std::string text;
     for (const SlcDetailNode* detail : details)
