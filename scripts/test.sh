@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds the compiler and runs every test: the release build, then the sanitizer build if that
-# leaves time for it. The last line says how many tests passed and failed.
+# Builds the compiler, compiles the examples, and runs every test: of the release build, then of
+# the sanitizer build if that leaves time for it. The last line says how many passed and failed.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/prepare.sh
@@ -25,8 +25,8 @@ run_tests() {
     passed=$((passed + ${summary#* } - ${summary% *}))
 }
 
-install_missing
-build_preset release
+# Installs what is missing and builds the release preset.
+scripts/quickstart.sh
 run_tests release
 if [ $((SECONDS * 3)) -lt "$time_limit" ]; then
     build_preset asan
