@@ -1,0 +1,1 @@
+touch refused_source.sqx; shaderqx refused_source.sl; status=$?; ls; exit $status

@@ -1,0 +1,6 @@
+/* Each fault is reported at its line, the function is named once, and the run closes with counts. */
+surface refused_source(float Kd = 0.5)
+{
+    color shade = Kd * brightness;
+    Ci = shade + undefined(N);
+}

@@ -1,0 +1,1 @@
+mkdir out; shaderqx -d out two_names.sl; ls -R

@@ -1,0 +1,26 @@
+#!/usr/bin/env bash
+# Installs the build, moves the installed tree, and builds a shared object with it: the program
+# must find the header of generated C++ in its own tree.
+# usage: run.sh BUILD_DIRECTORY
+set -euo pipefail
+root=$(cd "$(dirname "$0")/../.." && pwd)
+build=$(cd "$1" && pwd)
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS SLC_CC_INCLUDE
+
+cmake --install "$build" --prefix "$scratch/first" >/dev/null
+mv "$scratch/first" "$scratch/moved"
+cp "$root/examples/constant.sl" "$scratch"
+cd "$scratch"
+moved/bin/shaderqx --dso constant.sl 2>messages || {
+    cat messages
+    exit 1
+}
+grep -q -- "-I$scratch/moved/include/shaderqx " messages || {
+    echo "The installed header is not the one in use:"
+    cat messages
+    exit 1
+}
+moved/bin/shaderqx constant.sl 2>/dev/null
+moved/bin/sqxdump --params constant.sqx
