@@ -38,11 +38,16 @@ void SlcGenInterCode::Case(SlcArrayRefExprNode* node)
 SlcOperand SlcGenInterCode::GenElementRef(const SlcOperand& array, const SlcOperand& index,
                                           SlcDetailNode* detail)
 {
+    const SlcOperand ref = MakeElementRef(array, detail);
+    AddICode(MakeShared<SlcArrayRefICode>(ref, array, index));
+    return ref;
+}
+
+SlcOperand SlcGenInterCode::MakeElementRef(const SlcOperand& array, const SlcDetailNode* detail)
+{
     SlcDetailNode* refDetail =
         detail->IsUniform() ? SlcDetailNode::AUniform() : SlcDetailNode::AVarying();
-    const SlcOperand ref =
-        GenTempVar(SlcTypeNode::CreateArrayRefType(ElementType(array)), refDetail);
-    AddICode(MakeShared<SlcArrayRefICode>(ref, array, index));
+    SlcOperand ref = GenTempVar(SlcTypeNode::CreateArrayRefType(ElementType(array)), refDetail);
     m_arrayOfRef[&*ref] = array;
     return ref;
 }
@@ -104,15 +109,9 @@ void SlcGenInterCode::GenArrayInit(const SlcOperand& array, SlcDetailNode* detai
     }
     while (m_values.size() > valuesBefore) {
         const SlcOperand value = Pop();
-        GenElementInit(array, m_values.size() - valuesBefore, value, detail);
+        const auto place = static_cast<double>(m_values.size() - valuesBefore);
+        GenPlainAssignment(GenElementRef(array, SlcLexType::Float(place), detail), value);
     }
-}
-
-void SlcGenInterCode::GenElementInit(const SlcOperand& array, std::size_t place,
-                                     const SlcOperand& value, SlcDetailNode* detail)
-{
-    const SlcOperand index = SlcLexType::Float(static_cast<double>(place));
-    GenPlainAssignment(GenElementRef(array, index, detail), value);
 }
 
 void SlcGenInterCode::GenArrayCopy(const SlcOperand& array, const SlcOperand& source)

@@ -116,16 +116,25 @@ SlcPtr<SlcListICode> SlcGenInterCode::GenInitFormalCode(SlcDefExprNode* definiti
         std::deque<SlcOperand> elements;
         while (!m_values.empty())
             elements.push_front(Pop());
-        SlcDetailNode* detail = UniformIfAll(elements);
-        const SlcOperand array = GenTempVar(type, detail);
-        for (std::size_t i = 0; i < elements.size(); ++i)
-            GenElementInit(array, i, elements[i], detail);
-        values.push_back(array);
+        values.push_back(GenArrayValue(elements, type));
     } else {
         values.push_back(Converted(Pop(), type));
     }
     ReleaseTempVars();
     return m_list;
+}
+
+SlcOperand SlcGenInterCode::GenArrayValue(const std::deque<SlcOperand>& elements, SlcTypeNode* type)
+{
+    SlcDetailNode* detail = UniformIfAll(elements);
+    const SlcOperand array = GenTempVar(type, detail);
+    const SlcOperand ref = MakeElementRef(array, detail);
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        const SlcOperand index = SlcLexType::Float(static_cast<double>(i));
+        AddICode(MakeShared<SlcArrayRefICode>(ref, array, index));
+        GenPlainAssignment(ref, elements[i]);
+    }
+    return array;
 }
 
 void SlcGenInterCode::DefaultOutputValues()

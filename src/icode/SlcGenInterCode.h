@@ -177,6 +177,8 @@ private:
     // a copy, as a call with an output argument does, writes it back afterwards.
     [[nodiscard]] SlcOperand GenElementRef(const SlcOperand& array, const SlcOperand& index,
                                            SlcDetailNode* detail);
+    /// The reference alone, before an instruction lets it refer to an element.
+    [[nodiscard]] SlcOperand MakeElementRef(const SlcOperand& array, const SlcDetailNode* detail);
     void GenIndexCheck(SlcSyntaxNode* node, SlcIdentNode* ident, const SlcOperand& array,
                        const SlcOperand& index);
     void GenElementRead(SlcArrayRefExprNode* node, const SlcOperand& array,
@@ -185,8 +187,8 @@ private:
     /// After each call, for each output argument: does nothing unless `argument` is such a copy.
     void WriteBackElement(const SlcOperand& argument);
     void GenArrayInit(const SlcOperand& array, SlcDetailNode* detail, std::size_t valuesBefore);
-    void GenElementInit(const SlcOperand& array, std::size_t place, const SlcOperand& value,
-                        SlcDetailNode* detail);
+    [[nodiscard]] SlcOperand GenArrayValue(const std::deque<SlcOperand>& elements,
+                                           SlcTypeNode* type);
     void GenArrayCopy(const SlcOperand& array, const SlcOperand& source);
 
     // Arithmetic and constructors.

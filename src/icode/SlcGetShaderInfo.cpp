@@ -8,6 +8,7 @@
 #include "icode/SlcGenInterCode.h"
 #include "semantics/SlcFuncInfo.h"
 #include "support/reports/SlcSemanticError.h"
+#include "symbols/SlcFuncDSOSymbolEntry.h"
 #include "symbols/SlcPossibleTypes.h"
 #include "symbols/SlcShaderSymbolTable.h"
 #include "symbols/SlcSymbolTable.h"
@@ -333,6 +334,7 @@ void SlcGetShaderInfo::Case(SlcProcCallExprNode* node)
         break;
     case SlcFuncOrigin::Shadeop:
         m_hasEffects = true;
+        AddDSOFuncIfNotInList(CheckCast<SlcFuncDSOSymbolEntry>(entry));
         for (const auto& argument : node->GetArguments()->GetArgs())
             WriteArgument(argument.get());
         break;
@@ -469,4 +471,15 @@ void SlcGetShaderInfo::AddSpaceIfNotInList(SlcStringLiteralNode* space)
 {
     if (m_spaceTexts.insert(space->GetText()).second)
         m_spaces.push_back(space);
+}
+
+/// The overloads of one method share an entry: their arguments tell them apart at run time.
+void SlcGetShaderInfo::AddDSOFuncIfNotInList(const SlcPtr<SlcFuncDSOSymbolEntry>& entry)
+{
+    if (!m_dsoMethods.insert({entry->GetKey(), entry->GetMethodName()->GetName()}).second)
+        return;
+    m_dsoFunctions.push_back(entry);
+    const std::string library = entry->GetLibraryFileName();
+    if (std::find(m_dsoNames.begin(), m_dsoNames.end(), library) == m_dsoNames.end())
+        m_dsoNames.push_back(library);
 }

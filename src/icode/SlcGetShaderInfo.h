@@ -3,6 +3,7 @@
 #include <deque>
 #include <set>
 #include <string>
+#include <utility>
 
 #include "frontend/SlcNodes.h"
 #include "icode/SlcListICode.h"
@@ -77,6 +78,7 @@ private:
 
     void AddVarIfNotInList(const SlcPtr<SlcVarSymbolEntry>& entry);
     void AddSpaceIfNotInList(SlcStringLiteralNode* space);
+    void AddDSOFuncIfNotInList(const SlcPtr<SlcFuncDSOSymbolEntry>& entry);
 
     void Touch(const SlcPtr<SlcVarSymbolEntry>& entry);
     void Write(const SlcPtr<SlcVarSymbolEntry>& entry);
@@ -101,6 +103,7 @@ private:
     std::string m_spaceName;              // in which the initializer is expressed; empty at first
     std::set<std::string> m_hiddenNames;  // of `m_hiddenVars`
     std::set<std::string> m_spaceTexts;   // of `m_spaces`
+    std::set<std::pair<std::string, std::string>> m_dsoMethods;  // of `m_dsoFunctions`; key, name
     // Functions that use predefined variables, or flags for each point; for look-up only.
     std::set<SlcPtr<SlcFuncSymbolEntry>> m_contextFunctions;
 };
