@@ -468,6 +468,7 @@ private:
     void Case(SlcTextureFilenameNode* node) override { node->WalkIn(this); }
     void Case(SlcChannelNode* node) override { node->WalkIn(this); }
     void Case(SlcTextureArgsNode* node) override { node->WalkIn(this); }
+    void Case(SlcLexicalNode*) override {}
     void Case(SlcTypeSpecNode*) override {}
     void Case(SlcTextureTypeNode*) override {}
     void Case(SlcIdentNode*) override {}

@@ -1,0 +1,169 @@
+#include "icode/SlcInterForm.h"
+
+#include <gtest/gtest.h>
+
+#include "frontend/SlcNodes.h"
+#include "icode/LowerTestHelp.h"
+#include "symbols/SlcSymbolEntry.h"
+
+namespace {
+
+TEST(SlcInterForm, KnowsTheSpaceAndContextOfEachDefaultValue)
+{
+    struct ParameterCase {
+        const char* formal;
+        const char* space;
+        bool objectSpace;
+        bool context;
+    };
+    static const ParameterCase cases[] = {
+        {"point p = point \"shader\" (1, 2, 3)", "\"shader\"", false, false},
+        {"point p = point \"object\" (1, 2, 3)", "\"object\"", true, false},
+        {"point p = 2 * point \"shader\" (1, 2, 3)", "\"\"", false, false},
+        {"point p = 2 * point (1, 2, 3)", "\"current\"", false, false},
+        {"point p = point \"shader\" 1 + vector \"world\" 1", "\"\"", false, false},
+        {"point p = 0", "\"current\"", false, false},
+        {"matrix m = matrix \"shader\" 1", "\"shader\"", false, false},
+        {"color c = color \"hsv\" (0, 1, 1)", "\"hsv\"", false, false},
+        {"color c = 1", "\"rgb\"", false, false},
+        {"float f = 1", "\"\"", false, false},
+        {"point a[2] = {0, 0}", "\"current\"", false, false},
+        {"varying float f = u", "\"\"", false, true},
+        {"float f = time", "\"\"", false, true},
+        {"varying float f = random()", "\"\"", false, true},
+    };
+    for (const ParameterCase& c : cases) {
+        LoweredShader shader(std::string("surface s(") + c.formal + ") {}");
+        const SlcInterForm& form = shader.Form();
+        ASSERT_EQ(form.m_paramSpaces.size(), 1u) << c.formal;
+        EXPECT_EQ(form.m_paramSpaces[0]->GetText(), c.space) << c.formal;
+        EXPECT_EQ(form.m_needsObjectSpace[0], c.objectSpace) << c.formal;
+        EXPECT_EQ(form.m_initDependsOnContext[0], c.context) << c.formal;
+    }
+}
+
+TEST(SlcInterForm, HandsContextDownToLaterParameters)
+{
+    LoweredShader shader("surface s(varying float a = u; varying float b = a; float c = 1; "
+                         "float d = c) {}");
+    EXPECT_EQ(shader.Form().m_initDependsOnContext, (std::deque<bool>{true, true, false, false}));
+}
+
+TEST(SlcInterForm, InitializesParametersByListsOfTheirOwn)
+{
+    struct InitCase {
+        const char* formal;
+        const char* code;
+    };
+    static const InitCase cases[] = {
+        {"float f = 1", ""},
+        {"float f = 2 * 3", "t0 = Mult #2 #3;"},
+        {"color c = 1", "t0 = Assign #1;"},
+        {"float a[2] = {4, 5}",
+         "t1 = ArrayRef t0 #0; t1 = Assign #4; t1 = ArrayRef t0 #1; t1 = Assign #5;"},
+        {"varying float f = u + 1", "{ t0 = Add u #1; }"},
+        {"varying color c = u", "{ t0 = Assign u; }"},
+    };
+    for (const InitCase& c : cases) {
+        LoweredShader shader(std::string("surface s(") + c.formal + ") {}");
+        EXPECT_EQ(ToText(*shader.Form().m_paramInitLists[0]), c.code) << c.formal;
+        EXPECT_EQ(shader.Form().m_paramInitValues[0].size(), 1u) << c.formal;
+    }
+}
+
+TEST(SlcInterForm, ListsThePredefinedVariablesByFirstUse)
+{
+    struct HiddenCase {
+        const char* shader;
+        const char* names;
+    };
+    static const HiddenCase cases[] = {
+        {"surface x() {}", "Ci Oi"},
+        {"light x() {}", "Cl Ol L"},
+        {"displacement x() { P = N * u + P; }", "P N u"},
+        {"surface x() { Ci = diffuse(N); }", "Ci Oi N P L Cl"},
+        {"float f() { extern float s; return s; } surface x() {}", "Ci Oi"},
+        {"float f() { extern float s; return s; } surface x() { Ci = f(); }", "s Ci Oi"},
+    };
+    for (const HiddenCase& c : cases) {
+        LoweredShader shader(c.shader);
+        std::string names;
+        for (const auto& variable : shader.Form().m_hiddenVars)
+            names += (names.empty() ? "" : " ") + variable->GetName();
+        EXPECT_EQ(names, c.names) << c.shader;
+    }
+}
+
+TEST(SlcInterForm, ListsEachSpaceOnce)
+{
+    LoweredShader shader("surface s() { point a = point \"world\" P; point b = point \"world\" N; "
+                         "point c = transform(\"camera\", P); }");
+    std::string spaces;
+    for (const auto* space : shader.Form().m_spaces)
+        spaces += space->GetText();
+    EXPECT_EQ(spaces, "\"object\"\"shader\"\"world\"\"camera\"");
+}
+
+TEST(SlcInterForm, KnowsWhetherPIsWritten)
+{
+    struct WriteCase {
+        const char* body;
+        bool modified;
+    };
+    static const WriteCase cases[] = {
+        {"point q = P;", false},
+        {"P = P + N;", true},
+        {"setxcomp(P, 1);", true},
+        {"point q = P; setxcomp(q, 1);", false},
+        {"void f(output point p) { p = 0; } f(P);", true},
+        {"void f(point p) { point q = p; } f(P);", false},
+    };
+    for (const WriteCase& c : cases) {
+        LoweredShader shader(std::string("displacement d() {") + c.body + "}");
+        EXPECT_EQ(shader.Form().m_PModified, c.modified) << c.body;
+    }
+}
+
+/// The loops and conditions of a tree, in source order, a marked one with an exclamation mark.
+class MarkReader : public SlcCodeWalker {
+public:
+    std::string m_marks;
+
+private:
+    using SlcCodeWalker::Case;
+    void Case(SlcLoopStmtNode* node) override { Note(node); }
+    void Case(SlcIfThenStmtNode* node) override { Note(node); }
+    void Case(SlcIfThenElseStmtNode* node) override { Note(node); }
+    void Default(SlcSyntaxNode* node) override { node->WalkIn(this); }
+    template <class Node>
+    void Note(Node* node)
+    {
+        m_marks += node->ToString() + (node->ContainsBreakOrContinue() ? "! " : " ");
+        node->WalkIn(this);
+    }
+};
+
+TEST(SlcInterForm, MarksEveryStatementUpToTheLoopThatABreakLeaves)
+{
+    struct MarkCase {
+        const char* body;
+        const char* marks;
+    };
+    static const MarkCase cases[] = {
+        {"while (u < 1) { if (v < 1) break; }", "while! if-then! "},
+        {"while (u < 1) while (v < 1) { if (s < 1) continue; }", "while while! if-then! "},
+        {"while (u < 1) while (v < 1) { if (s < 1) break 2; }", "while! while! if-then! "},
+        {"while (u < 1) { if (s < 1) { break; } if (t < 1) o = 1; else o = 2; }",
+         "while! if-then! if-then-else "},
+        {"while (u < 1) { if (s < 1) break; while (t < 1) o = 1; }", "while! if-then! while "},
+    };
+    for (const MarkCase& c : cases) {
+        LoweredShader shader(std::string("displacement d(output varying float o = 0) {") + c.body +
+                             "}");
+        MarkReader reader;
+        shader.Root()->ApplyWalker(&reader);
+        EXPECT_EQ(reader.m_marks, c.marks) << c.body;
+    }
+}
+
+}  // namespace
