@@ -205,7 +205,8 @@ inline void QxVar::Resize(std::size_t points)
         m_strings.assign(m_points * m_length, nullptr);
 }
 
-inline void QxVar::Store(const void* value)
+// Not expanded in place: a caller's value of one float would seem to be read as a string.
+__attribute__((noinline)) inline void QxVar::Store(const void* value)
 {
     const std::size_t floats = QxFloatCount(m_type);
     for (std::size_t element = 0; element < m_length; ++element) {
