@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <utility>
-#include <vector>
 
 #include "frontend/SlcNodes.h"
+#include "semantics/SlcLeftSpine.h"
 #include "semantics/SlcOperatorTypes.h"
 #include "semantics/SlcTypedExpr.h"
 #include "support/SlcDiagnostics.h"
@@ -173,16 +173,10 @@ void SlcCalculateTypesSets::Case(SlcAssignExprNode* assignment)
 
 void SlcCalculateTypesSets::Case(SlcBinOpExprNode* operation)
 {
-    // A sum of many terms leans to the left: that side is walked without recursion.
-    std::vector<SlcBinOpExprNode*> chain;
-    SlcExprNode* leftmost = operation;
-    while (auto* link = dynamic_cast<SlcBinOpExprNode*>(leftmost)) {
-        chain.push_back(link);
-        leftmost = link->GetLeft();
-    }
     const bool valueUsed = std::exchange(m_valueUsed, true);
-    leftmost->ApplyWalker(this);
-    for (auto link = chain.rbegin(); link != chain.rend(); ++link) {
+    const SlcLeftSpine spine(operation);
+    spine.first->ApplyWalker(this);
+    for (auto link = spine.operations.rbegin(); link != spine.operations.rend(); ++link) {
         (*link)->GetRight()->ApplyWalker(this);
         SetTypes(*link, SlcTypesOfBinOp(**link));
     }

@@ -4,9 +4,9 @@
 
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "frontend/SlcNodes.h"
+#include "semantics/SlcLeftSpine.h"
 #include "semantics/SlcResolveCall.h"
 #include "semantics/SlcResolveOperator.h"
 #include "semantics/SlcResolveTexture.h"
@@ -178,16 +178,11 @@ void SlcResolveUniqueType::Case(SlcArrayRefLValueNode* lvalue)
 
 void SlcResolveUniqueType::Case(SlcBinOpExprNode* operation)
 {
-    // A sum of many terms leans to the left: that side is walked without recursion.
-    std::vector<SlcBinOpExprNode*> chain;
-    SlcExprNode* leftmost = operation;
-    while (auto* link = dynamic_cast<SlcBinOpExprNode*>(leftmost)) {
+    const SlcLeftSpine spine(operation);
+    for (SlcBinOpExprNode* link : spine.operations)
         m_operators.Resolve(link);
-        chain.push_back(link);
-        leftmost = link->GetLeft();
-    }
-    leftmost->ApplyWalker(this);
-    for (auto link = chain.rbegin(); link != chain.rend(); ++link)
+    spine.first->ApplyWalker(this);
+    for (auto link = spine.operations.rbegin(); link != spine.operations.rend(); ++link)
         (*link)->GetRight()->ApplyWalker(this);
 }
 
