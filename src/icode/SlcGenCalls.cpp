@@ -36,7 +36,7 @@ bool HasStackFor(const SlcSyntaxNode* body)
 
 void SlcGenInterCode::Case(SlcProcCallExprNode* node)
 {
-    node->WalkIn(this);
+    node->GetArguments()->ApplyWalker(this);
     switch (node->GetSymbolEntry()->GetOrigin()) {
     case SlcFuncOrigin::BuiltIn:
         GenBuiltInCall(node);

@@ -32,7 +32,9 @@ std::size_t CountPositional(const std::deque<SlcOperand>& args)
 
 void SlcGenInterCode::Case(SlcTextureExprNode* node)
 {
-    node->WalkIn(this);
+    node->GetFilename()->ApplyWalker(this);
+    node->GetChannel()->ApplyWalker(this);
+    node->GetArguments()->ApplyWalker(this);
     // The name, the channel, positional arguments, then names and values.
     std::deque<SlcOperand> args;
     const std::size_t count = node->GetArguments()->GetArgs().size() + k_nameAndChannel;
