@@ -1,10 +1,11 @@
 #include "frontend/SlcParseActions.h"
 
+#include <limits>
 #include <string>
 #include <utility>
 
+#include "support/QxStack.h"
 #include "support/SlcDiagnostics.h"
-#include "support/SlcStackSpace.h"
 
 namespace SlcParseActions {
 
@@ -41,7 +42,7 @@ void Begin()
 {
     constexpr std::size_t wanted = SlcSyntaxNode::k_maxHeight * SlcSyntaxNode::k_stackPerLevel;
     g_parse = {};
-    g_parse.maxHeight = static_cast<int>(SlcReserveStack(wanted) / SlcSyntaxNode::k_stackPerLevel);
+    g_parse.maxHeight = static_cast<int>(QxStack::Reserve(wanted) / SlcSyntaxNode::k_stackPerLevel);
 }
 
 void SetRoot(std::unique_ptr<SlcDefinitionsNode> root)
@@ -88,6 +89,16 @@ std::unique_ptr<SlcVarDefsNode> Declaration(const SlcPosition& position,
     return std::make_unique<SlcVarDefsNode>(
         std::make_unique<SlcTypeSpecNode>(position, storage, detail, As<SlcTypeNode>(type)),
         Take<SlcDefExprsNode>(definitions));
+}
+
+SlcTypeNode* SizedArray(const SlcTokenValue& element, const SlcTokenValue& length)
+{
+    auto* type = As<SlcTypeNode>(element);
+    const auto* value = As<SlcFloatConstNode>(length);
+    if (value->GetValue() <= std::numeric_limits<int>::max())
+        return SlcTypeNode::CreateArrayType(type, value);
+    yyerror("Number is too large for an array size");
+    return SlcTypeNode::CreateArrayType(type);
 }
 
 std::unique_ptr<SlcDefExprNode> Definition(const SlcTokenValue& ident, const SlcTokenValue* size,

@@ -59,6 +59,8 @@ void PutHere(SlcTokenValue& value, std::unique_ptr<Node> node)
 [[nodiscard]] std::unique_ptr<SlcVarDefsNode>
 Declaration(const SlcPosition& position, SlcStorageSpecNode* storage, SlcDetailNode* detail,
             const SlcTokenValue& type, const SlcTokenValue& definitions);
+/// The array type of a type and a float literal. A length that no integer holds is reported.
+[[nodiscard]] SlcTypeNode* SizedArray(const SlcTokenValue& element, const SlcTokenValue& length);
 /// `size` and `initializer` may be null: a scalar, or no initializer.
 [[nodiscard]] std::unique_ptr<SlcDefExprNode>
 Definition(const SlcTokenValue& ident, const SlcTokenValue* size, const SlcTokenValue* initializer);

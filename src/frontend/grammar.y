@@ -270,7 +270,7 @@ type
     | base_type '[' ']'
         { $$.node = SlcTypeNode::CreateArrayType(As<SlcTypeNode>($1)); }
     | base_type '[' FLOAT_CONST ']'
-        { $$.node = SlcTypeNode::CreateArrayType(As<SlcTypeNode>($1), As<SlcFloatConstNode>($3)); }
+        { $$.node = SizedArray($1, $3); }
     ;
 
 base_type

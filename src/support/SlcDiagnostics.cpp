@@ -12,10 +12,15 @@
 
 namespace {
 
+// Each report repeats a source line, so that a file of rubbish would otherwise give many times its
+// own size.
+constexpr int k_maxSourceReports = 1000;
+
 struct Counters {
     int errors = 0;
     int warnings = 0;
     int warningLevel = 1;
+    int sourceReports = 0;  // of the scanner and the parser
 };
 
 Counters& State()
@@ -24,24 +29,29 @@ Counters& State()
     return counters;
 }
 
-/// `file:line: ` of the scanner's position.
+/// `file:line:` of the scanner's position.
 std::string Place(const SlcSourcePosition& position)
 {
     return (position.file ? *position.file : std::string()) + ":" + std::to_string(position.line) +
-           ": ";
+           ":";
 }
 
 /// The heading, the source line below it and a caret under the last token. The filler repeats the
 /// line's tabs, so that the caret stands right whatever the tab width.
 void ReportAtSource(std::string_view kind, std::string_view message)
 {
+    if (++State().sourceReports > k_maxSourceReports) {
+        if (State().sourceReports == k_maxSourceReports + 1)
+            std::cerr << "More faults in the source are counted, not shown\n";
+        return;
+    }
     const SlcSourcePosition& position = SlcCurrentPosition();
     const std::string place = Place(position);
     const std::string indent(place.size(), ' ');
     const int offset = position.column - position.tokenLength;
 
     std::string report = place;
-    report.append(kind).append(": ").append(message).append(":\n\n");
+    report.append(" ").append(kind).append(": ").append(message).append(":\n\n");
     report.append(indent).append(position.currentLine).append("\n");
     report.append(indent).append(position.filler, 0, static_cast<std::size_t>(std::max(offset, 0)));
     report.append("^\n");
@@ -54,6 +64,7 @@ void ResetNbErrorsAndWarnings()
 {
     State().errors = 0;
     State().warnings = 0;
+    State().sourceReports = 0;
 }
 
 void AddError()
@@ -112,7 +123,7 @@ void Warning(std::string_view message, std::string_view detail)
         return;
     AddWarning();
     std::string report = Place(SlcCurrentPosition());
-    report.append("WARNING: ").append(message).append(" -- ").append(detail).append("\n\n");
+    report.append(" WARNING: ").append(message).append(" -- ").append(detail).append("\n\n");
     std::cerr << report;
 }
 

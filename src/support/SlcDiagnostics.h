@@ -24,7 +24,8 @@ void SetWarningLevel(int level);
 [[nodiscard]] std::string_view SlcContactAddress();
 
 /// Report at the scanner's position, with the source line and a caret under the last token.
-/// Counts an error. The name is the one that the generated parser calls.
+/// Counts an error. The name is the one that the generated parser calls. Only the first 1000
+/// reports of this form in a parse, errors and warnings together, are shown.
 void yyerror(const char* message);
 /// The same for a warning; silent, and not counted, at warning level 0.
 void Warning(std::string_view message);
