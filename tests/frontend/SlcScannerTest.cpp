@@ -1,0 +1,248 @@
+#include "frontend/SlcScanner.h"
+
+#include <memory>
+
+#include <gtest/gtest.h>
+
+#include "frontend/SlcLexicalNode.h"
+#include "frontend/SlcTokenValue.h"
+#include "grammar.h"
+#include "support/SlcDiagnostics.h"
+#include "support/SlcSourcePosition.h"
+
+int yylex();
+
+namespace {
+
+struct Close {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+/// Feeds the scanner with a text.
+class Source {
+public:
+    explicit Source(std::string_view text) : m_file(std::tmpfile())
+    {
+        EXPECT_EQ(std::fwrite(text.data(), 1, text.size(), m_file.get()), text.size());
+        std::rewind(m_file.get());
+        ResetNbErrorsAndWarnings();
+        SlcScanner::Begin(m_file.get());
+    }
+
+private:
+    std::unique_ptr<std::FILE, Close> m_file;
+};
+
+std::string TokenText(int token)
+{
+    switch (token) {
+    case FLOAT_CONST:
+        return "F" + std::to_string(dynamic_cast<SlcFloatConstNode&>(*yylval.node).GetValue());
+    case INT_CONST:
+        return "I" + std::to_string(dynamic_cast<SlcIntConstNode&>(*yylval.node).GetValue());
+    case STRING_CONST:
+        return "S" + dynamic_cast<SlcStringLiteralNode&>(*yylval.node).GetText();
+    case IDENTIFIER:
+        return dynamic_cast<SlcIdentNode&>(*yylval.node).GetName();
+    default:
+        return token < 256 ? std::string(1, static_cast<char>(token))
+                           : "#" + std::to_string(token - LIGHT);
+    }
+}
+
+/// The tokens of a text, separated by blanks; a keyword or operator of more than one character
+/// as "#" and its number from that of `light` on.
+std::string Tokens(std::string_view text)
+{
+    const Source source(text);
+    std::string tokens;
+    while (const int token = yylex())
+        tokens += (tokens.empty() ? "" : " ") + TokenText(token);
+    return tokens;
+}
+
+std::string Number(int token)
+{
+    return "#" + std::to_string(token - LIGHT);
+}
+
+/// "file:line:column" of each token.
+std::string Places(std::string_view text)
+{
+    const Source source(text);
+    std::string places;
+    while (yylex() != 0)
+        places += (places.empty() ? "" : " ") + (yylval.file ? *yylval.file : std::string()) + ":" +
+                  std::to_string(yylval.line) + ":" + std::to_string(yylval.column);
+    return places;
+}
+
+std::string ErrorOutput(std::string_view text)
+{
+    testing::internal::CaptureStderr();
+    static_cast<void>(Tokens(text));
+    return testing::internal::GetCapturedStderr();
+}
+
+}  // namespace
+
+TEST(SlcScanner, TakesTheLongestToken)
+{
+    struct TokenCase {
+        std::string text;
+        std::string tokens;
+    };
+    const TokenCase cases[] = {
+        {"1.e3 1.5e-3 .5 1e5 1.", "F1000.000000 F0.001500 F0.500000 F100000.000000 F1.000000"},
+        {"1.5f 0x10 1e 2e+", "F1.500000 f I0 x10 I1 e I2 e +"},
+        {"3.4028235e38", "F340282349999999991754788743781432688640.000000"},
+        {"lights light _a9 PI true", "lights " + Number(LIGHT) + " _a9 PI true"},
+        {"a<=b", "a " + Number(LE) + " b"},
+        {"a<b==-c", "a < b " + Number(EQ) + " - c"},
+        {"a=!b", "a = ! b"},
+        {"a+=b-=c*=d/=e", "a " + Number(ADD_ASSIGN) + " b " + Number(SUB_ASSIGN) + " c " +
+                              Number(MUL_ASSIGN) + " d " + Number(DIV_ASSIGN) + " e"},
+        {"a||b&&c!=d>=e",
+         "a " + Number(OR) + " b " + Number(AND) + " c " + Number(NE) + " d " + Number(GE) + " e"},
+        {R"("a\"b\\" "" c)", R"(S"a\"b\\" S"" c)"},
+        {"a/**/b/* * / ***/c//d\ne", "a b c e"},
+        {"a\r\nb\v\fc\td", "a b c d"},
+        {"a\n#pragma b c\nd\n#ident \"x\"\ne", "a d e"},
+        {"a /* to the end", "a"},
+        {"a // to the end", "a"},
+    };
+    for (const TokenCase& c : cases)
+        EXPECT_EQ(Tokens(c.text), c.tokens) << c.text;
+}
+
+TEST(SlcScanner, KnowsEachKeyword)
+{
+    static const struct {
+        const char* word;
+        int token;
+    } cases[] = {
+        {"light", LIGHT},
+        {"surface", SURFACE},
+        {"volume", VOLUME},
+        {"displacement", DISPLACEMENT},
+        {"imager", IMAGER},
+        {"varying", VARYING},
+        {"uniform", UNIFORM},
+        {"extern", EXTERN},
+        {"output", OUTPUT},
+        {"void", VOID},
+        {"float", FLOAT},
+        {"string", STRING},
+        {"normal", NORMAL},
+        {"vector", VECTOR},
+        {"point", POINT},
+        {"color", COLOR},
+        {"matrix", MATRIX},
+        {"return", RETURN},
+        {"if", IF},
+        {"else", ELSE},
+        {"while", WHILE},
+        {"for", FOR},
+        {"solar", SOLAR},
+        {"illuminate", ILLUMINATE},
+        {"illuminance", ILLUMINANCE},
+        {"break", BREAK},
+        {"continue", CONTINUE},
+        {"texture", TEXTURE},
+        {"environment", ENVIRONMENT},
+        {"shadow", SHADOW},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(SlcKeywordToken(c.word), c.token) << c.word;
+        EXPECT_EQ(SlcKeywordToken(std::string(c.word) + "s"), IDENTIFIER) << c.word;
+        EXPECT_EQ(Tokens(c.word), Number(c.token)) << c.word;
+    }
+}
+
+TEST(SlcScanner, FollowsTheLineMarkers)
+{
+    struct PlaceCase {
+        const char* text;
+        const char* places;
+    };
+    static const PlaceCase cases[] = {
+        {"a\n b", ":1:1 :2:2"},
+        {"# 12 \"x.sl\"\na\nb", "x.sl:12:1 x.sl:13:1"},
+        {"#line 12 \"x.sl\"\na", "x.sl:12:1"},
+        {"a\n# 3 \"dir with blanks/y.h\" 1 3\nb\n# 2 \"x.sl\" 2\nc",
+         ":1:1 dir with blanks/y.h:3:1 x.sl:2:1"},
+        {"# 1 \"<built-in>\"\na", "<built-in>:1:1"},
+        {"# 5\na", ":2:1"},         // no name
+        {"# \"x.sl\"\na", ":2:1"},  // no number
+        {"# 5 \"x.sl\na", ":2:1"},  // one quote is no name
+        {"# 99999999999 \"x.sl\"\na", ":2:1"},
+        {"# 2147483647 \"x.sl\"\n\na", "x.sl:2147483647:1"},
+        {"/* a\n b */ c\nd", ":2:7 :3:1"},  // comments count their lines
+        {"// a\n b", ":2:2"},
+        {"#pragma a\nb", ":2:1"},
+        {"a\r\nb", ":1:1 :3:1"},      // both characters end a line
+        {"\"a\nb\" c", ":1:5 :1:7"},  // a string does not count its newlines
+    };
+    for (const PlaceCase& c : cases)
+        EXPECT_EQ(Places(c.text), c.places) << c.text;
+}
+
+TEST(SlcScanner, SharesOneFileNameAmongItsTokens)
+{
+    const Source source("# 1 \"x.sl\"\na\n# 1 \"y.h\"\nb\n# 2 \"x.sl\"\nc");
+    const std::string* files[3] = {};
+    for (const std::string*& file : files) {
+        EXPECT_EQ(yylex(), IDENTIFIER);
+        file = yylval.file;
+    }
+    EXPECT_EQ(files[0], files[2]);
+    EXPECT_NE(files[0], files[1]);
+}
+
+TEST(SlcScanner, LeavesTheValueOfPlainOperatorsAlone)
+{
+    const Source source("a\n+\n-\n{");
+    yylex();
+    yylex();
+    EXPECT_EQ(yylval.line, 1);
+    EXPECT_NE(yylval.node, nullptr);
+    yylex();
+    EXPECT_EQ(yylval.line, 3);
+    EXPECT_EQ(yylval.node, nullptr);
+    yylex();
+    EXPECT_EQ(yylval.line, 4);
+}
+
+TEST(SlcScanner, ReportsWhatIsNoToken)
+{
+    struct ErrorCase {
+        const char* text;
+        const char* output;
+    };
+    static const ErrorCase cases[] = {
+        {"a\n\tb $ c", ":2: ERROR: Invalid charcacter:\n\n   \tb $ c\n   \t ^\n"},
+        {"\n\"a", ":2: ERROR: Invalid charcacter:\n\n   \"a\n   ^\n"},
+        {"\n1e39", ":2: ERROR: Number is too large for a float:\n\n   1e39\n   ^\n"},
+        {"\na 2147483648",
+         ":2: ERROR: Number is too large for an integer:\n\n   a 2147483648\n     ^\n"},
+    };
+    for (const ErrorCase& c : cases)
+        EXPECT_EQ(ErrorOutput(c.text), c.output) << c.text;
+    EXPECT_EQ(Tokens("a"), "a");
+
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(Tokens(std::string_view("a\0b$\xff c", 7)), "a b c");
+    EXPECT_EQ(NbErrors(), 3);
+    testing::internal::GetCapturedStderr();
+}
+
+TEST(SlcScannerDeathTest, EndsTheProcessAtATokenThatIsTooLong)
+{
+    const std::string longest(8190, 'a');
+    EXPECT_EQ(Tokens("\n" + longest), longest);
+    EXPECT_EQ(Tokens(longest + "a"), longest + "a");  // the first line is not seen whole
+    EXPECT_EXIT(Tokens("\n" + longest + " "), testing::ExitedWithCode(2),
+                "^token too large, exceeds YYLMAX\n$");
+    EXPECT_EXIT(Tokens(longest + "aa"), testing::ExitedWithCode(2),
+                "^token too large, exceeds YYLMAX\n$");
+}

@@ -1,0 +1,86 @@
+#include "support/QxDebug.h"
+
+#include <csignal>
+#include <cstdlib>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/QxVersion.h"
+
+namespace {
+
+/// Does not end; each call keeps a piece of the stack.
+int Overflow(int depth)
+{
+    volatile char piece[4096] = {};
+    piece[0] = static_cast<char>(depth);
+    return depth < 0 ? 0 : Overflow(depth + 1) + piece[0];
+}
+
+void Raise(int signal)
+{
+    if (QxDebug::InitErrorSignalsHandling())
+        std::raise(signal);
+    std::exit(0);
+}
+
+}  // namespace
+
+TEST(QxDebugDeathTest, ReportsASignalWithItsStack)
+{
+    struct SignalCase {
+        int signal;
+        const char* name;
+        bool asksForReport;
+    };
+    static const SignalCase cases[] = {
+        {SIGILL, "Illegal instruction", true},
+        {SIGTRAP, "Trace trap", false},
+        {SIGABRT, "Abort", false},
+        {SIGFPE, "Floating point exception", true},
+        {SIGBUS, "Bus error", true},
+        {SIGSEGV, "Segmentation violation", true},
+        {SIGSYS, "Bad argument to system call", false},
+    };
+    for (const SignalCase& c : cases) {
+        const std::string report = "^Received signal " + std::to_string(c.signal) + " \\(" +
+                                   c.name + "\\)\\.\n\n\\[0\\]\t.*\n\\[1\\]\t.*";
+        const std::string request = "\n\n \\* Please report this crash to .+\\. \\*\n$";
+        EXPECT_EXIT(Raise(c.signal), testing::ExitedWithCode(1), report) << c.name;
+        if (c.asksForReport)
+            EXPECT_EXIT(Raise(c.signal), testing::ExitedWithCode(1), request) << c.name;
+        else
+            EXPECT_EXIT(Raise(c.signal), testing::ExitedWithCode(1),
+                        testing::Not(testing::HasSubstr("Please report")))
+                << c.name;
+    }
+}
+
+TEST(QxDebugDeathTest, GoesOnAfterAHangup)
+{
+    const auto raiseTwice = [] {
+        EXPECT_TRUE(QxDebug::InitErrorSignalsHandling());
+        std::raise(SIGHUP);
+        Raise(SIGHUP);
+    };
+    EXPECT_EXIT(raiseTwice(), testing::ExitedWithCode(0),
+                "Received signal 1 \\(Hangup\\)(.|\n)*Received signal 1 \\(Hangup\\)");
+}
+
+TEST(QxDebugDeathTest, ReportsAnOverflowOfTheStack)
+{
+    const auto overflow = [] {
+        EXPECT_TRUE(QxDebug::InitErrorSignalsHandling());
+        std::exit(Overflow(1) == 0 ? 2 : 3);
+    };
+    EXPECT_EXIT(overflow(), testing::ExitedWithCode(1), "Segmentation violation");
+}
+
+TEST(QxVersion, NamesVersionDateAndLabel)
+{
+    char* const text = QxGetVersionString();
+    EXPECT_STREQ(text, "1.0.6 (Jul 30 2003) \"BETA 2\"");
+    std::free(text);
+    EXPECT_STRNE(QxGetCopyrightString(), "");
+}
