@@ -106,7 +106,6 @@ TEST(SlcParser, RefusesWhatTheLanguageDoesNotHave)
             << ReportsOfBody(body);
 
     static const char* const sources[] = {
-        "",
         "surface a() {};",
         "float x;",
         "float foo();",
@@ -115,10 +114,13 @@ TEST(SlcParser, RefusesWhatTheLanguageDoesNotHave)
         "surface a(extern float x = 1) {}",
         "surface a(float x = 1, float y = 2) {}",
         "surface a(x = 1) {}",
-        "surface a() { x = 1;",
     };
     for (const char* source : sources)
         EXPECT_EQ(ParsedSource(source).Reports(), k_parseError) << source;
+
+    static const char* const unfinished[] = {"", "surface a() { x = 1;", "surface a"};
+    for (const char* source : unfinished)
+        EXPECT_EQ(ParsedSource(source).Reports(), "2: ERROR: parse error\n") << source;
 }
 
 TEST(SlcParser, ReportsTheMissingSemicolonBeforeTheRest)
@@ -145,9 +147,8 @@ TEST(SlcParser, GoesOnBehindTheNextSemicolonOrBrace)
          "2: ERROR: parse error\n2: WARNING: Compilation resumes here\n"
          "2: WARNING: Compilation resumes here\n"},
         // the brace that ends the recovery does not end the block
-        {"surface s() {\nf(1) }\n",
-         "2: ERROR: parse error\n2: WARNING: Compilation resumes here\n"},
-        {"surface s() {\n{ f(1) }\nx = 1; }\n",
+        {"surface s() {\nf(1) }", "2: ERROR: parse error\n2: WARNING: Compilation resumes here\n"},
+        {"surface s() {\n{ f(1) }\nx = 1; }",
          "2: ERROR: parse error\n2: WARNING: Compilation resumes here\n"
          "4: ERROR: parse error\n"},
         // outside a body there is no recovery

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "frontend/SlcParseCode.h"
 #include "frontend/TreeText.h"
 #include "helpers/ParsedSource.h"
 
@@ -152,7 +153,7 @@ TEST(SlcParser, NamesTheOutputByTheLastShader)
 
 TEST(SlcParser, GivesNodesThePlaceOfTheirFirstToken)
 {
-    const ParsedSource parsed("surface\ns(float\nx = 1)\n{\nif (a\n< b)\nx = a +\nb;\n}\n");
+    const ParsedSource parsed("surface\ns(float\nx = 1)\n{\nif (a\n< b)\nx = a +\nb;\n}");
     ASSERT_NE(parsed.Root(), nullptr);
     const auto& shader = dynamic_cast<SlcShaderDefNode&>(*parsed.Root()->GetDefinitions().front());
     const SlcVarDefsNode& formal = *shader.GetFormals()->GetVarDefs().front();

@@ -1,31 +1,24 @@
 #pragma once
 
-#include <cstdio>
 #include <memory>
 #include <sstream>
 #include <string>
-#include <string_view>
 
 #include <gtest/gtest.h>
 
-#include "frontend/SlcParseCode.h"
+#include "helpers/CheckedShader.h"
 #include "support/SlcDiagnostics.h"
 
 /// A text put through the parser alone. Its file name in reports is "test.sl", and its first line
 /// is line 1.
 class ParsedSource {
 public:
-    explicit ParsedSource(std::string_view source, int warningLevel = 1)
+    explicit ParsedSource(const std::string& source, int warningLevel = 1)
     {
-        const File file(std::tmpfile());
-        const std::string marked = "# 1 \"test.sl\"\n" + std::string(source);
-        EXPECT_EQ(std::fwrite(marked.data(), 1, marked.size(), file.get()), marked.size());
-        std::rewind(file.get());
-
         SetWarningLevel(warningLevel);
         testing::internal::CaptureStderr();
         try {
-            m_root = ParseCode(file.get(), false);
+            m_root = ParseText(source);
         } catch (const SlcCompilationError&) {
             EXPECT_NE(NbErrors(), 0);
         }
@@ -50,11 +43,6 @@ public:
     }
 
 private:
-    struct Close {
-        void operator()(std::FILE* file) const { std::fclose(file); }
-    };
-    using File = std::unique_ptr<std::FILE, Close>;
-
     std::unique_ptr<SlcDefinitionsNode> m_root;
     std::string m_output;
 };
