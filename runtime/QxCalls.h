@@ -283,9 +283,15 @@ inline void QxConcatCall(const char*& result, QxArguments arguments, int count)
     QxAssignString(result, text.c_str());
 }
 
-/// Types: one letter an argument, see the header that binds the names. The first is the format.
-inline std::string QxFormatArguments(QxArguments arguments, const char* types, int count)
+/// Types: one letter an argument, see the header that binds the names; null where the format fits
+/// its arguments. The first argument is the format.
+inline std::string QxFormatArguments(QxArguments arguments, const char* givenTypes, int count)
 {
+    const char* format = QxArgument<const char*>(arguments, 0);
+    if (!format)
+        format = "";
+    const std::string types = givenTypes ? givenTypes : 's' + QxFormatTypes(format);
+    count = std::min(count, static_cast<int>(types.size()));  // what no conversion names stays out
     std::vector<QxTextArgument> values;
     for (int i = 1; i < count; ++i) {
         QxTextArgument::Type type = QxTextArgument::Float;
@@ -297,6 +303,5 @@ inline std::string QxFormatArguments(QxArguments arguments, const char* types, i
             type = QxTextArgument::String;
         values.push_back({type, arguments[i]});
     }
-    const char* format = QxArgument<const char*>(arguments, 0);
-    return QxFormat(format ? format : "", values.data(), static_cast<int>(values.size()));
+    return QxFormat(format, values.data(), static_cast<int>(values.size()));
 }

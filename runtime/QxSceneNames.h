@@ -2,9 +2,9 @@
 
 #include "QxSceneCalls.h"
 
-// Binds the names of variable argument lists, textures and messages. A variable argument list
-// comes with its arguments' types as `theTypes`, a letter each: f float, p point, c color,
-// m matrix, s string.
+// Binds the names of variable argument lists, textures and messages. `theTypes` tells the types of
+// the arguments of a format where the format itself may not, a letter each: f float, p point,
+// c color, m matrix, s string.
 
 // clang-format off
 #define CALL_PRIM_SPLINE_1D(result, arguments, count) QxSplineCall(result, "catmull-rom", arguments, 1, count)

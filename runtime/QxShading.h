@@ -158,6 +158,7 @@ public:
     std::size_t Length() const { return m_length; }
 
 private:
+    void StoreStrings(const char* const* value);
     void FreeStrings()
     {
         for (const char* text : m_strings)
@@ -208,17 +209,26 @@ inline void QxVar::Resize(std::size_t points)
 // Not expanded in place: a caller's value of one float would seem to be read as a string.
 __attribute__((noinline)) inline void QxVar::Store(const void* value)
 {
+    if (m_type == QxValueType::String) {
+        StoreStrings(static_cast<const char* const*>(value));
+        return;
+    }
     const std::size_t floats = QxFloatCount(m_type);
+    const float* source = static_cast<const float*>(value);
+    for (std::size_t element = 0; element < m_length; ++element, source += floats)
+        for (std::size_t point = 0; point < m_points; ++point)
+            std::copy(source, source + floats,
+                      m_floats.data() + (element * m_points + point) * floats);
+}
+
+// Kept apart: a compiler that inlines it where the value is a float warns of a read behind its end.
+__attribute__((noinline)) inline void QxVar::StoreStrings(const char* const* value)
+{
     for (std::size_t element = 0; element < m_length; ++element) {
         for (std::size_t point = 0; point < m_points; ++point) {
-            const std::size_t place = element * m_points + point;
-            if (m_type == QxValueType::String) {
-                std::free(const_cast<char*>(m_strings[place]));
-                m_strings[place] = strdup(static_cast<const char* const*>(value)[element]);
-            } else {
-                const float* source = static_cast<const float*>(value) + element * floats;
-                std::copy(source, source + floats, m_floats.data() + place * floats);
-            }
+            const char*& place = m_strings[element * m_points + point];
+            std::free(const_cast<char*>(place));
+            place = strdup(value[element] ? value[element] : "");
         }
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdio>
+#include <cstring>
 #include <regex.h>
 #include <string>
 
@@ -68,6 +69,22 @@ inline std::string QxFormat(const char* pattern, const QxTextArgument* arguments
         }
     }
     return text;
+}
+
+/// The letters of the conversions in a pattern, in order.
+inline std::string QxFormatTypes(const char* pattern)
+{
+    std::string types;
+    for (const char* c = pattern; *c; ++c) {
+        if (*c != '%' || c[1] == '\0')
+            continue;
+        ++c;
+        if (std::strchr("fdpcms", *c))
+            types += *c;
+        else if (*c != '%')
+            --c;
+    }
+    return types;
 }
 
 /// Whether the text holds a match of the POSIX extended regular expression; not for a malformed

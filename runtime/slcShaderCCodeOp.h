@@ -13,6 +13,14 @@
 #include <unistd.h>
 #include <vector>
 
+// The frame of a generated file declares the same names for every shader, needed or not.
+#pragma GCC diagnostic ignored "-Wunused-variable"
+#pragma GCC diagnostic ignored "-Wunused-but-set-variable"
+#pragma GCC diagnostic ignored "-Wunused-label"
+#ifdef __clang__
+#pragma GCC diagnostic ignored "-Wextern-c-compat"  // a shader without locals of a kind
+#endif
+
 // Only entry points leave the shared object. What inline functions keep in static variables is
 // then the object's own, and does not tie it to the process when a host unloads it.
 #define QX_SHADER_FUNC __attribute__((visibility("default")))
@@ -24,7 +32,6 @@
 
 static const float QX_PI = QX_PI_FLOAT;
 
-// The frame of a generated file declares the same names for every shader, needed or not.
-#pragma GCC diagnostic ignored "-Wunused-variable"
-#pragma GCC diagnostic ignored "-Wunused-but-set-variable"
-#pragma GCC diagnostic ignored "-Wunused-label"
+// What a block with a variable argument list does not say of its arguments' types. Where the format
+// is a constant that fits them, it tells the types; elsewhere the block has a variable of this name.
+static const char* const theTypes = nullptr;

@@ -1,6 +1,7 @@
 // Statements that call a primitive of the run time: transforms, lights, built-ins and shadeops.
 
 #include "backends/SlcCStatements.h"
+#include "backends/SlcFormatTypes.h"
 #include "backends/SlcLocalFacts.h"
 #include "backends/SlcSpaceName.h"
 
@@ -36,6 +37,12 @@ const char* AssignWord(const SlcTypeNode* type)
         if ((type->*row.test)())
             return row.word;
     return nullptr;
+}
+
+bool TakesFormat(const SlcCallICode& code)
+{
+    const std::string& name = code.m_name->GetName();
+    return name == "CALL_PRIM_PRINTF" || name == "CALL_PRIM_FORMAT";
 }
 
 bool IsVaryingArray(const SlcOperand& operand)
@@ -201,6 +208,8 @@ void SlcCStatements::WriteVarArgsCall(const SlcCallICode& code, const std::strin
     const std::size_t count = code.m_args.size();
     Line("{");
     Line("\tconst void *theArgs[", count, "];");
+    if (TakesFormat(code) && !SlcFormatFits(code.m_args))
+        Line("\tconst char *theTypes = \"", SlcTypeLetters(code.m_args), "\";");
     Line();
     for (std::size_t k = 0; k < count; ++k) {
         const SlcOperand& argument = code.m_args[k];

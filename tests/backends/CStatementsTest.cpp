@@ -318,6 +318,38 @@ TEST(SlcCStatements, WritesCalls)
     });
 }
 
+// Without types the run time would take a float for the address of a text.
+TEST(SlcCStatements, TellsTypesWhereTheFormatDoesNot)
+{
+    struct FormatCase {
+        SlcOperand format;
+        std::deque<SlcOperand> args;
+        const char* types;  // null: the format tells them
+    };
+    const FormatCase cases[] = {
+        {Text("%d%% %c %s"), {Varying("x_1"), Point("p_1"), Text("t")}, nullptr},
+        {Text("none"), {Varying("x_1")}, nullptr},
+        {Text("%x %m"), {Varying("m_1", T::AMatrix())}, nullptr},
+        {Text("%s"), {Varying("x_1")}, "sf"},
+        {Text("%f %f"), {Varying("x_1")}, "sf"},
+        {Text("%f\\045s"), {Varying("x_1"), Color("c_1")}, "sfc"},
+        {Uniform("s_1", T::AString()), {Varying("x_1")}, "sf"},
+    };
+    for (const FormatCase& c : cases) {
+        std::deque<SlcOperand> args = c.args;
+        args.push_front(c.format);
+        const std::string text =
+            TextOf(MakeShared<SlcCallICode>(SlcLexicalNode::CreateIdent("CALL_PRIM_PRINTF"), args,
+                                            nullptr, true, true, false, nullptr, nullptr, true));
+        const auto types = text.find("theTypes = ");
+        ASSERT_EQ(types == std::string::npos, c.types == nullptr) << text;
+        if (c.types) {
+            EXPECT_EQ(text.substr(types + 11, text.find(';', types) - types - 11),
+                      '"' + std::string(c.types) + '"');
+        }
+    }
+}
+
 TEST(SlcCStatements, WritesFootprints)
 {
     std::array<SlcOperand, 8> corners;
