@@ -58,6 +58,27 @@ private:
     {
         m_word = "!" + Name(code->m_flag) + "? goto " + Name(code->m_label) + ";";
     }
+    void Case(SlcPtr<SlcSetUniformBoolFlagICode> code) override
+    {
+        m_word = Name(code->m_source);
+        m_word = Name(code->m_dest) + " = any " + m_word + ";";
+    }
+    void Case(SlcPtr<SlcInvertBoolFlagICode> code) override
+    {
+        m_word = code->m_outer ? Name(code->m_outer) + " but " : "";
+        m_word += "not " + Name(code->m_source) + ";";
+        m_word = Name(code->m_dest) + " = " + m_word;
+    }
+    void Case(SlcPtr<SlcOrBoolFlagICode> code) override
+    {
+        m_word = Name(code->m_left) + " or " + Name(code->m_right) + ";";
+        m_word = Name(code->m_dest) + " = " + m_word;
+    }
+    void Case(SlcPtr<SlcBreakICode> code) override { m_word = "break" + Names(code->m_flags); }
+    void Case(SlcPtr<SlcContinueICode> code) override
+    {
+        m_word = "continue" + Names(code->m_flags);
+    }
     void Case(SlcPtr<SlcTransformSpaceICode> code) override
     {
         SlcOperandWalker::Case(code);
@@ -69,6 +90,13 @@ private:
         m_suffix = ' ' + code->m_space->GetText();
     }
 
+    std::string Names(const std::deque<SlcOperand>& operands)
+    {
+        std::string names;
+        for (const SlcOperand& operand : operands)
+            names += ' ' + Name(operand);
+        return names + ';';
+    }
     std::string Name(const SlcLabel& label) { return 'L' + Number(m_labels, label->m_name); }
     std::string Name(const SlcOperand& operand)
     {
@@ -140,6 +168,13 @@ SlcOptionsControl PlainOptions()
     return options;
 }
 
+SlcOptionsControl PlainOptionsWith(bool SlcOptionsControl::*option)
+{
+    SlcOptionsControl options = PlainOptions();
+    options.*option = true;
+    return options;
+}
+
 LoweredShader::LoweredShader(const std::string& source, SlcOptionsControl options)
     : m_options(std::move(options))
 {
@@ -176,4 +211,10 @@ std::string LowerBody(const std::string& body, SlcOptionsControl options)
                              body + "}",
                          std::move(options));
     return ToText(*shader.Form().m_mainList);
+}
+
+void ExpectCode(std::span<const LowerCase> cases, const SlcOptionsControl& options)
+{
+    for (const LowerCase& c : cases)
+        EXPECT_EQ(LowerBody(c.body, options), c.code) << c.body;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <span>
 #include <string>
 
 #include "frontend/SlcNodes.h"
@@ -9,6 +10,8 @@
 
 /// Options of level 0, without the checks of array bounds.
 [[nodiscard]] SlcOptionsControl PlainOptions();
+/// The same with one option set.
+[[nodiscard]] SlcOptionsControl PlainOptionsWith(bool SlcOptionsControl::*option);
 
 /// A shader that has been parsed, checked and lowered.
 class LoweredShader {
@@ -28,7 +31,9 @@ private:
 
 /// The instructions of a list as one line, each ended by a semicolon: `result = Class operands`.
 /// Parallel runs stand in braces, guarded code in `flag( )` or `!flag( )`; jumps are `goto L;`,
-/// `flag? goto L;` or `!flag? goto L;`, and a label is `L:`. Temporaries are numbered by their
+/// `flag? goto L;` or `!flag? goto L;`, and a label is `L:`. Flags are made by `u = any f;`,
+/// `f = not f;`, `f = outer but not f;` and `f = f or f;`, and cleared by `break f f;` and
+/// `continue f f;`. Temporaries are numbered by their
 /// appearance, uniform flags as u, varying ones as f and the rest as t; constants bear a `#`,
 /// predefined variables their source name. Marks are left out.
 [[nodiscard]] std::string ToText(const SlcListICode& list);
@@ -37,3 +42,12 @@ private:
 /// `varying float w` and `output varying float o`.
 [[nodiscard]] std::string LowerBody(const std::string& body,
                                     SlcOptionsControl options = PlainOptions());
+
+/// The body of a shader as for `LowerBody`, and the text of its list.
+struct LowerCase {
+    const char* body;
+    const char* code;
+};
+
+void ExpectCode(std::span<const LowerCase> cases,
+                const SlcOptionsControl& options = PlainOptions());

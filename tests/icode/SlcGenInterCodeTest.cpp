@@ -6,18 +6,6 @@
 
 namespace {
 
-struct LowerCase {
-    const char* body;
-    const char* code;
-};
-
-SlcOptionsControl With(bool SlcOptionsControl::*option)
-{
-    SlcOptionsControl options = PlainOptions();
-    options.*option = true;
-    return options;
-}
-
 TEST(SlcGenInterCode, LowersArithmeticByTheDetailOfItsOperands)
 {
     static const LowerCase cases[] = {
@@ -31,8 +19,7 @@ TEST(SlcGenInterCode, LowersArithmeticByTheDetailOfItsOperands)
         {"float x; x *= w;", "{ x_1 = Mult x_1 w; }"},
         {"float x; x = x;", ""},
     };
-    for (const LowerCase& c : cases)
-        EXPECT_EQ(LowerBody(c.body), c.code) << c.body;
+    ExpectCode(cases);
 }
 
 TEST(SlcGenInterCode, ComputesIntoTheTargetOfAnAssignment)
@@ -46,8 +33,7 @@ TEST(SlcGenInterCode, ComputesIntoTheTargetOfAnAssignment)
         {"float a[2]; a[1] = w + 1;", "t0 = ArrayRef a_1 #1; { t0 = Add w #1; }"},
         {"float a[2]; float x; x = a[u];", "{ t0 = ArrayRef a_1 u; x_1 = Assign t0; }"},
     };
-    for (const LowerCase& c : cases)
-        EXPECT_EQ(LowerBody(c.body, With(&SlcOptionsControl::m_assignInPlace)), c.code) << c.body;
+    ExpectCode(cases, PlainOptionsWith(&SlcOptionsControl::m_assignInPlace));
 }
 
 TEST(SlcGenInterCode, AssignsWholeGridsOfPlainTypes)
@@ -59,9 +45,7 @@ TEST(SlcGenInterCode, AssignsWholeGridsOfPlainTypes)
         {"string a; string b; a = b;", "{ a_1 = Assign b_1; }"},
         {"color c; c = w;", "{ c_1 = Assign w; }"},
     };
-    for (const LowerCase& c : cases)
-        EXPECT_EQ(LowerBody(c.body, With(&SlcOptionsControl::m_simdInstructions)), c.code)
-            << c.body;
+    ExpectCode(cases, PlainOptionsWith(&SlcOptionsControl::m_simdInstructions));
 }
 
 TEST(SlcGenInterCode, TreatsATripleBesideAColorAsAColor)
@@ -77,8 +61,7 @@ TEST(SlcGenInterCode, TreatsATripleBesideAColorAsAColor)
         {"uniform color c = 2 * (1, 0, 0);",
          "t0 = Point #1 #0 #0; t1 = Mult #2 t0; c_1 = Assign t1;"},
     };
-    for (const LowerCase& c : cases)
-        EXPECT_EQ(LowerBody(c.body), c.code) << c.body;
+    ExpectCode(cases);
 }
 
 TEST(SlcGenInterCode, TransformsWhatIsCastFromANamedSpace)
@@ -104,8 +87,7 @@ TEST(SlcGenInterCode, TransformsWhatIsCastFromANamedSpace)
         {"uniform matrix x = matrix \"shader\" 2;",
          "t0 = Assign #2; t1 = ConcatSpaceMatrix t0 \"shader\"; x_1 = Assign t1;"},
     };
-    for (const LowerCase& c : cases)
-        EXPECT_EQ(LowerBody(c.body), c.code) << c.body;
+    ExpectCode(cases);
 }
 
 TEST(SlcGenInterCode, KeepsAReferenceByVaryingIndexInOneBlockWithItsAccess)
@@ -125,14 +107,14 @@ TEST(SlcGenInterCode, KeepsAReferenceByVaryingIndexInOneBlockWithItsAccess)
          "{ i_1 = Assign u; } { t0 = Assign i_1; } { i_1 = Assign #1; } { t1 = ArrayRef a_1 t0; t1 "
          "= Assign i_1; }"},
     };
-    for (const LowerCase& c : cases)
-        EXPECT_EQ(LowerBody(c.body), c.code) << c.body;
+    ExpectCode(cases);
 }
 
 TEST(SlcGenInterCode, ChecksIndicesOnlyIfAsked)
 {
     EXPECT_EQ(
-        LowerBody("float a[2]; a[u] = 1;", With(&SlcOptionsControl::m_checkArrayBounds)),
+        LowerBody("float a[2]; a[u] = 1;",
+                  PlainOptionsWith(&SlcOptionsControl::m_checkArrayBounds)),
         "{ CheckValidArrayIndex \"a\" u \"test.sl\"; } { t0 = ArrayRef a_1 u; t0 = Assign #1; "
         "}");
 }
@@ -154,8 +136,7 @@ TEST(SlcGenInterCode, ReadsAVariableBeforeALaterPartOfTheExpressionChangesIt)
         {"float x; float y; o = x + (y = 2);",
          "{ y_1 = Assign #2; } { t0 = Add x_1 y_1; } { o = Assign t0; }"},
     };
-    for (const LowerCase& c : cases)
-        EXPECT_EQ(LowerBody(c.body), c.code) << c.body;
+    ExpectCode(cases);
 }
 
 TEST(SlcGenInterCode, GivesTheOutputsAValueFirst)
@@ -172,7 +153,7 @@ TEST(SlcGenInterCode, ReusesTemporariesAfterEachStatement)
 {
     const std::string body = "float x; x = u * v + s; x = s * t + u;";
     EXPECT_EQ(
-        LowerBody(body, With(&SlcOptionsControl::m_reuseTempVars)),
+        LowerBody(body, PlainOptionsWith(&SlcOptionsControl::m_reuseTempVars)),
         "{ t0 = Mult u v; } { t1 = Add t0 s; } { x_1 = Assign t1; } { t1 = Mult s t; } { t0 = "
         "Add t1 u; } { x_1 = Assign t0; }");
 }
