@@ -40,7 +40,7 @@ void ExpectRuns(const RunCase& c)
         if (byteCode.empty())
             return;
         SqxMachine machine;
-        RunOutcome outcome = Run(machine, byteCode);
+        RunOutcome outcome = RunShader(machine, byteCode);
         std::erase_if(outcome.outputs, [](const auto& output) { return output.name != "r"; });
         const std::string difference = Difference(outcome, expected);
         EXPECT_EQ(difference, "") << "-O" << level << ": " << c.body << '\n' << Dump(byteCode);

@@ -71,7 +71,7 @@ std::string ByteCodeOf(const std::string& source, int level)
     return text.str();
 }
 
-RunOutcome Run(SqxMachine& machine, const std::string& byteCode)
+RunOutcome RunShader(SqxMachine& machine, const std::string& byteCode)
 {
     constexpr std::size_t points = 6;
     SqxScene scene;

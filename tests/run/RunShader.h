@@ -22,7 +22,7 @@ struct RunOutcome {
 };
 
 /// Loads the file into the machine, runs it and reads the outputs back.
-[[nodiscard]] RunOutcome Run(SqxMachine& machine, const std::string& byteCode);
+[[nodiscard]] RunOutcome RunShader(SqxMachine& machine, const std::string& byteCode);
 
 /// Where two outcomes differ by more than rounding; empty if they agree.
 [[nodiscard]] std::string Difference(const RunOutcome& first, const RunOutcome& second);

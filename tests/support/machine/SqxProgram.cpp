@@ -72,6 +72,11 @@ SqxProgram::SqxProgram(const SqxBlock& block)
     MatchBrackets();
 }
 
+bool SqxProgram::Knows(std::string_view primitive)
+{
+    return FindStep(primitive) || SqxFindGridOperation(primitive) || SqxFindOperation(primitive);
+}
+
 SqxCode SqxProgram::Translate(const SqxBlock& block, const SqxInstruction& source)
 {
     SqxCode code;

@@ -46,6 +46,8 @@ public:
     /// Throws `SqxFault` if something in the block is unknown or its brackets do not nest. The
     /// block must outlive the program.
     explicit SqxProgram(const SqxBlock& block);
+    /// The machine knows what to do for a primitive.
+    [[nodiscard]] static bool Knows(std::string_view primitive);
     [[nodiscard]] const std::vector<SqxCode>& Codes() const { return m_codes; }
 
 private:

@@ -1,0 +1,143 @@
+// Light: the statements, the loops over lights, and when the lights are run.
+
+#include <gtest/gtest.h>
+
+#include "run/RunShader.h"
+
+namespace {
+
+/// Lights straight above, of which the first shines with 1 and the next with 2 and so on; a point
+/// that is not in the plane z = 0 sees them darker by its distance from it.
+class LightsAbove : public QxShaderSupport {
+public:
+    void EvaluateLights(const QxVector3* positions, unsigned int points, QxLightInput* lights,
+                        unsigned int count) override
+    {
+        ++m_runs;
+        for (unsigned int light = 0; light < count; ++light)
+            for (unsigned int i = 0; i < points; ++i) {
+                const float strength = static_cast<float>(light + 1) - positions[i].z;
+                lights[light].L[i] = {0, static_cast<float>(light), 1};
+                lights[light].Cl[i] = {strength, strength, strength};
+                lights[light].Ol[i] = {1, 1, 1};
+            }
+    }
+    QxRGBColor Ambient(const QxVector3&) override { return {0.5F, 0.5F, 0.5F}; }
+    [[nodiscard]] int Runs() const { return m_runs; }
+
+private:
+    int m_runs = 0;
+};
+
+struct LightCase {
+    const char* source;
+    std::size_t lights;
+    std::vector<float> r;
+    int runs;  // of the lights
+};
+
+std::vector<float> ValuesOf(SqxMachine& machine, const char* name)
+{
+    std::vector<float> numbers;
+    for (std::size_t i = 0; i < 6; ++i)
+        numbers.push_back(machine.ValueOf(name, i).at(0));
+    return numbers;
+}
+
+}  // namespace
+
+TEST(Light, ReachesSurfaces)
+{
+    const std::vector<float> flat(6 * 3, 0);
+    static const LightCase cases[] = {
+        {"r = comp(ambient(), 0);", 2, {0.5, 0.5, 0.5, 0.5, 0.5, 0.5}, 1},
+        {"r = comp(diffuse(normal(0, 0, 1)), 0);", 1, {1, 1, 1, 1, 1, 1}, 1},
+        {"illuminance (P) { r += comp(Cl, 0); }", 2, {3, 3, 3, 3, 3, 3}, 1},
+        {"illuminance (P) { r += comp(Cl, 0); }", 0, {0, 0, 0, 0, 0, 0}, 1},
+        // The second light stands at 45 degrees.
+        {"illuminance (P, vector(0, 0, 1), 0.5) { r += comp(Cl, 0); }", 2, {1, 1, 1, 1, 1, 1}, 1},
+        {"if (u > 0.25) illuminance (P, vector(0, 0, 1), 0.5) { r += comp(Cl, 0); }",
+         2,
+         {0, 1, 1, 0, 1, 1},
+         1},
+        // The lights are run once for P, and again once it has moved.
+        {"illuminance (P) { r += comp(Cl, 0); } illuminance (P) { r += comp(Cl, 0); }",
+         1,
+         {2, 2, 2, 2, 2, 2},
+         1},
+        {"illuminance (P) { r += comp(Cl, 0); } P += vector(0, 0, -u);"
+         "illuminance (P) { r += 10 * comp(Cl, 0); }",
+         1,
+         {11, 16, 21, 11, 16, 21},
+         2},
+        {"illuminance (P) { r += comp(Cl, 0); } setzcomp(P, -1);"
+         "r += comp(diffuse(normal(0, 0, 1)), 0);",
+         1,
+         {3, 3, 3, 3, 3, 3},
+         2},
+        // A loop for another place does not count as one for P.
+        {"illuminance (point(0, 0, -1)) { r += comp(Cl, 0); } r += comp(diffuse(normal(0, 0, 1)), "
+         "0);",
+         1,
+         {3, 3, 3, 3, 3, 3},
+         2},
+        {"illuminance (P) { if (u > 0.25) r += comp(Cl, 0) * zcomp(L); }",
+         2,
+         {0, 3, 3, 0, 3, 3},
+         1},
+    };
+    for (const LightCase& c : cases) {
+        const std::string source =
+            std::string("surface test(output varying float r = 0;) { ") + c.source + " }";
+        for (int level = 0; level <= 3; ++level) {
+            LightsAbove lights;
+            SqxMachine machine;
+            machine.SetSupport(&lights);
+            machine.SetLightCount(c.lights);
+            machine.Set("P", flat);
+            ASSERT_TRUE(machine.LoadText(ByteCodeOf(source, level))) << machine.Message();
+            ASSERT_TRUE(machine.Run()) << machine.Message() << " -O" << level << ": " << c.source;
+            EXPECT_EQ(ValuesOf(machine, "r"), c.r) << "-O" << level << ": " << c.source;
+            EXPECT_EQ(lights.Runs(), c.runs) << "-O" << level << ": " << c.source;
+        }
+    }
+}
+
+TEST(Light, LeavesSources)
+{
+    struct SourceCase {
+        const char* body;
+        std::vector<float> Cl;
+        std::vector<float> L;  // its x
+    };
+    // Ps is (u, v, 0).
+    static const SourceCase cases[] = {
+        {"illuminate (point(0, 0, -1)) Cl = 2;", {2, 2, 2, 2, 2, 2}, {0, 0.5, 1, 0, 0.5, 1}},
+        // Only the point below the light stands in its cone.
+        {"illuminate (point(0, 0, -1), vector(0, 0, 1), 0.2) Cl = 2;",
+         {2, 0, 0, 0, 0, 0},
+         {0, 0.5, 1, 0, 0.5, 1}},
+        {"if (u > 0.25) illuminate (point(0, 0, -1)) Cl = 2;",
+         {0, 2, 2, 0, 2, 2},
+         {0, 0.5, 1, 0, 0.5, 1}},
+        {"if (u > 0.25) { illuminate (point(1, 0, -1), vector(0, 0, 1), 0.2) Cl = 2; }"
+         " else Cl = 3;",
+         {3, 0, 2, 3, 0, 0},
+         {0, -0.5, 0, 0, -0.5, 0}},
+        {"illuminate (point(u, 0, -1)) Cl = 2;", {2, 2, 2, 2, 2, 2}, {0, 0, 0, 0, 0, 0}},
+        {"solar (vector(1, 0, 0), 0) Cl = 4;", {4, 4, 4, 4, 4, 4}, {1, 1, 1, 1, 1, 1}},
+        {"solar (vector(u, 0, 0), 0.1) Cl = 4;", {4, 4, 4, 4, 4, 4}, {0, 0.5, 1, 0, 0.5, 1}},
+        {"solar () Cl = 4;", {4, 4, 4, 4, 4, 4}, {-0.5, 0, 0.5, -0.5, 0, 0.5}},
+    };
+    for (const SourceCase& c : cases) {
+        const std::string source = std::string("light test() { ") + c.body + " }";
+        for (int level = 0; level <= 3; ++level) {
+            SqxMachine machine;
+            machine.Set("Ps", {0, 0, 0, 0.5, 0, 0, 1, 0, 0, 0, 1, 0, 0.5, 1, 0, 1, 1, 0});
+            ASSERT_TRUE(machine.LoadText(ByteCodeOf(source, level))) << machine.Message();
+            ASSERT_TRUE(machine.Run()) << machine.Message() << " -O" << level << ": " << c.body;
+            EXPECT_EQ(ValuesOf(machine, "Cl"), c.Cl) << "-O" << level << ": " << c.body;
+            EXPECT_EQ(ValuesOf(machine, "L"), c.L) << "-O" << level << ": " << c.body;
+        }
+    }
+}
