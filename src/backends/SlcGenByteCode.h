@@ -7,6 +7,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -126,7 +127,7 @@ private:
     std::ostream& m_out;
     int m_nextVarNb = 0;
     std::vector<std::int16_t> m_code;             // values of the block
-    std::map<std::string, std::size_t> m_labels;  // positions in the block, by name
+    std::unordered_map<std::string_view, std::size_t> m_labels;  // positions by label name
     std::vector<std::pair<std::string, std::size_t>> m_unknownLabels;  // jumps ahead, by position
     SlcByteCode m_byteCodes;
     std::deque<SlcStringLiteralNode*> m_matrices;  // the form's coordinate spaces

@@ -1,6 +1,7 @@
 #include "frontend/SlcLexicalNode.h"
 
 #include <deque>
+#include <unordered_map>
 
 namespace {
 
@@ -41,4 +42,15 @@ SlcStringLiteralNode* SlcLexicalNode::CreateString(std::string_view text)
 SlcIdentNode* SlcLexicalNode::CreateIdent(std::string_view name)
 {
     return CreateInPool<SlcIdentNode>(name);
+}
+
+SlcIdentNode* SlcLexicalNode::IdentOfSource(std::string_view name)
+{
+    static std::unordered_map<std::string_view, SlcIdentNode*> idents;  // keys lie in the nodes
+    const auto known = idents.find(name);
+    if (known != idents.end())
+        return known->second;
+    SlcIdentNode* ident = CreateIdent(name);
+    idents.emplace(ident->GetName(), ident);
+    return ident;
 }

@@ -30,6 +30,8 @@ public:
     /// `text` with its enclosing double quotes and every backslash, as in the source.
     [[nodiscard]] static SlcStringLiteralNode* CreateString(std::string_view text);
     [[nodiscard]] static SlcIdentNode* CreateIdent(std::string_view name);
+    /// The one node of a name in a source: a name costs its memory once, however often it occurs.
+    [[nodiscard]] static SlcIdentNode* IdentOfSource(std::string_view name);
 
 private:
     static SlcBoolConstNode sm_trueConst;

@@ -1,12 +1,29 @@
 #include "symbols/SlcPossibleTypes.h"
 
 #include <algorithm>
+#include <set>
+
+namespace {
+
+/// The one set with these members in this order; it lives until the process ends.
+const std::vector<SlcTypeNode*>* SharedSet(std::vector<SlcTypeNode*> types)
+{
+    static std::set<std::vector<SlcTypeNode*>> sets;
+    return &*sets.insert(std::move(types)).first;
+}
+
+}  // namespace
 
 void SlcAddTypeIfNotPresent(std::vector<SlcTypeNode*>& types, SlcTypeNode* type)
 {
     if (std::none_of(types.begin(), types.end(),
                      [type](const SlcTypeNode* member) { return member->IsSameType(type); }))
         types.push_back(type);
+}
+
+SlcPossibleTypes::SlcPossibleTypes(std::vector<SlcTypeNode*> types)
+    : m_types(SharedSet(std::move(types)))
+{
 }
 
 SlcPtr<SlcPossibleTypes> SlcPossibleTypes::Of(const SlcExprNode* expr)
@@ -17,7 +34,7 @@ SlcPtr<SlcPossibleTypes> SlcPossibleTypes::Of(const SlcExprNode* expr)
 SlcTypeNode* SlcPossibleTypes::IsInTypes(SlcTypeNode* type, bool promote) const
 {
     SlcTypeNode* candidate = nullptr;
-    for (SlcTypeNode* member : m_types) {
+    for (SlcTypeNode* member : *m_types) {
         // What has been reported suits whoever wants a value.
         if (type->IsSameType(member) || (member->IsErrorType() && !type->IsVoidType()))
             return member;

@@ -17,12 +17,12 @@ void SlcAddTypeIfNotPresent(std::vector<SlcTypeNode*>& types, SlcTypeNode* type)
 class SlcPossibleTypes : public SlcAnnotation {
 public:
     /// `types` in order of discovery.
-    explicit SlcPossibleTypes(std::vector<SlcTypeNode*> types) : m_types(std::move(types)) {}
+    explicit SlcPossibleTypes(std::vector<SlcTypeNode*> types);
 
     /// The annotation of an expression; null if it has none yet.
     [[nodiscard]] static SlcPtr<SlcPossibleTypes> Of(const SlcExprNode* expr);
 
-    [[nodiscard]] const std::vector<SlcTypeNode*>& GetTypes() const { return m_types; }
+    [[nodiscard]] const std::vector<SlcTypeNode*>& GetTypes() const { return *m_types; }
 
     /// The first member x with `type->IsSameType(x)`, or of type error. Without one, and with
     /// promotion allowed, the first x with `type->IsPromotableAs(x)`, or `type` itself if x
@@ -43,7 +43,8 @@ public:
     void SetOperandHint(SlcPtr<SlcLexType> operand);
 
 private:
-    std::vector<SlcTypeNode*> m_types;
+    // Every expression has a set and few differ, so that equal ones are shared. Never null.
+    const std::vector<SlcTypeNode*>* m_types;
     SlcTypeNode* m_uniqueType = SlcTypeNode::AVoid();
     SlcDetailNode* m_detail = SlcDetailNode::AUnknown();
     SlcDetailNode* m_inlineDetail = SlcDetailNode::AUnknown();
