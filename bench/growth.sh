@@ -1,6 +1,9 @@
 #!/usr/bin/env bash
 # Time and memory of straight-line shaders, each ten times as long as the one before it. A step may
 # cost at most 12 times the time, and a statement at most 3 KiB at -O0.
+#
+# What is written is the C++ file, which no compiler reads: at -O0 the largest shader has more
+# variables than byte-code can number.
 # usage: growth.sh BIN_DIRECTORY [LEVEL [STATEMENTS...]]
 set -euo pipefail
 bin=$(cd "$1" && pwd)
@@ -14,12 +17,12 @@ cd "$scratch"
 export SLC_CPP_COMMAND='cp $input_file $cpp_result' SLC_CC_COMMAND=false
 
 "$bench/straight_line.sh" 10 >straight_line.sl
-read -r _ empty < <("$bin/measure" 3 "$bin/shaderqx" "$level" straight_line.sl)
+read -r _ empty < <("$bin/measure" 3 "$bin/shaderqx" --dso -c "$level" straight_line.sl)
 echo "statements   seconds   times   KiB a statement   ($level)"
 before=0
 for statements in "${sizes[@]}"; do
     "$bench/straight_line.sh" "$statements" >straight_line.sl
-    read -r seconds memory < <("$bin/measure" 3 "$bin/shaderqx" "$level" straight_line.sl)
+    read -r seconds memory < <("$bin/measure" 3 "$bin/shaderqx" --dso -c "$level" straight_line.sl)
     awk -v n="$statements" -v now="$seconds" -v before="$before" -v kib="$((memory - empty))" 'BEGIN {
         printf "%10d %9.3f %7s %17.2f\n", n, now, before ? sprintf("%.1f", now / before) : "-", kib / n
     }'
