@@ -1,0 +1,75 @@
+#pragma once
+
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+/// One statement of a random shader, with the statements inside it.
+struct RandomStatement {
+    std::string head;  // the whole statement if it holds no others
+    std::vector<RandomStatement> body;
+    bool hasBody = false;
+    std::vector<RandomStatement> otherwise;  // behind `else`; empty for none
+
+    void Write(std::string& text, int depth) const;
+};
+
+/// A shader as lists of statements, so that parts of it can be taken away.
+struct RandomProgram {
+    struct Function {
+        std::string head;
+        std::vector<RandomStatement> body;
+        std::string tail;  // declares nothing; `return` if the function has one at its end
+    };
+    std::vector<Function> functions;
+    std::vector<RandomStatement> body;
+
+    [[nodiscard]] std::string Text() const;
+};
+
+/// Writes valid surface shaders: uniform and varying control flow nested in every way, `break` and
+/// `continue` with levels, arrays, light loops, and functions with output formals and early
+/// returns. Every loop ends, and numbers stay small and short, so that folding a constant does
+/// not change a result by rounding.
+class RandomShader {
+public:
+    explicit RandomShader(unsigned int seed) : m_random(seed) {}
+    [[nodiscard]] RandomProgram Make();
+
+private:
+    /// What may stand at a place.
+    struct Scope {
+        int depth = 0;  // of statements
+        int loops = 0;  // that `break` and `continue` may name
+        bool inFunction = false;
+        bool mayReturn = false;  // no `return` stands here yet
+        bool inLightLoop = false;
+    };
+
+    [[nodiscard]] int Below(int count);
+    [[nodiscard]] bool Chance(int percent) { return Below(100) < percent; }
+    [[nodiscard]] std::string OneOf(const std::vector<std::string>& texts);
+
+    [[nodiscard]] RandomProgram::Function MakeFunction(int number);
+    [[nodiscard]] std::vector<RandomStatement> Statements(Scope& scope, int count);
+    [[nodiscard]] RandomStatement Statement(Scope& scope);
+    [[nodiscard]] RandomStatement Assignment(const Scope& scope);
+    [[nodiscard]] RandomStatement If(Scope& scope);
+    [[nodiscard]] RandomStatement Loop(Scope& scope);
+    [[nodiscard]] RandomStatement LightLoop(Scope& scope);
+    [[nodiscard]] RandomStatement Leave(const Scope& scope);
+
+    [[nodiscard]] std::string Float(const Scope& scope, int depth);
+    [[nodiscard]] std::string UniformFloat(int depth);
+    [[nodiscard]] std::string Color(const Scope& scope, int depth);
+    [[nodiscard]] std::string Point(const Scope& scope, int depth);
+    [[nodiscard]] std::string Relation(const Scope& scope, int depth);
+    [[nodiscard]] std::string Constant();
+    [[nodiscard]] std::string FloatVariable(const Scope& scope);
+    [[nodiscard]] std::string Call(const Scope& scope);
+
+    std::mt19937 m_random;
+    int m_functions = 0;  // that can be called so far
+    int m_counters = 0;   // loop counters declared so far
+};
