@@ -92,8 +92,13 @@ SlcOperand SlcGenInterCode::InnermostUniformFlag() const
 
 void SlcGenInterCode::GenSkipWithoutPoints(const SlcLabel& label)
 {
-    if (const SlcOperand uniformFlag = InnermostUniformFlag())
-        AddICode(MakeShared<SlcIfFalseGotoICode>(uniformFlag, label));
+    if (m_conditions.empty() || m_conditions.back().uniformFlag.Null())
+        return;
+    const Condition& innermost = m_conditions.back();
+    if (innermost.state == AssignIfValue::IfTrue)
+        AddICode(MakeShared<SlcIfFalseGotoICode>(innermost.uniformFlag, label));
+    else
+        AddICode(MakeShared<SlcIfTrueGotoICode>(innermost.uniformFlag, label));
 }
 
 void SlcGenInterCode::BeginParallelIfTrue(const SlcOperand& flag, const SlcOperand& uniformFlag)

@@ -110,6 +110,8 @@ void SlcGenInterCode::GenUniformCondExpr(SlcCondExprNode* node, const SlcOperand
 {
     const SlcLabel otherwise = GenLabel();
     const SlcLabel end = GenLabel();
+    // Without active points nothing has set the flag, and nobody reads the value.
+    GenSkipWithoutPoints(end);
     AddICode(MakeShared<SlcIfFalseGotoICode>(flag, otherwise));
     SlcOperand value = Evaluate(node->GetThen());
     const SlcOperand result = GetResultVar(node, TypeOf(node), DetailOf(node));

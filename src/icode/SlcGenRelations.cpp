@@ -176,21 +176,19 @@ SlcOperand SlcGenInterCode::GenLogOrCode(SlcLogOpNode* node, const SlcOperand& f
     return flag;
 }
 
-/// The right side runs only if `flag`, the left side's value, is `state`.
+/// The right side runs only if `flag`, the left side's value, is `state`. One that has effects is
+/// jumped over, and so is one with flags of its own: within it only the innermost is tested, which
+/// nothing has set where the right side does not run.
 SlcOperand SlcGenInterCode::GenUniformLogOp(SlcLogOpNode* node, const SlcOperand& flag,
                                             bool inverted, AssignIfValue state)
 {
-    if (node->RightHasEffects())
+    if (node->RightHasEffects() || IsLogOp(node->GetRight()))
         return GenUniformLogOpWithJump(node, flag, inverted, state);
-    // Within the right side too only the innermost flag is tested, and that may be stale here.
-    const bool isFlat = !IsLogOp(node->GetRight());
     if (state == AssignIfValue::IfTrue)
         BeginAssignIfTrue(flag, flag);
     else
         BeginAssignIfFalse(flag, flag);
-    const SlcOperand result = GenRelation(node->GetRight(), isFlat ? flag : nullptr, inverted);
-    if (!isFlat)
-        AssignOutsideCondition(result, flag);
+    const SlcOperand result = GenRelation(node->GetRight(), flag, inverted);
     if (state == AssignIfValue::IfTrue)
         EndAssignIfTrue();
     else

@@ -173,6 +173,8 @@ void SlcRemoveEmptyBlocks::ReplaceLabel(const std::string& oldName, const SlcLab
         m_aliases.emplace(oldName, target);
     } else if (!onlyIfUsed || m_usedLabels.count(newLabel->m_name) != 0) {
         m_aliases.emplace(oldName, newLabel);
+        // What is redirected keeps the new label, even if the jump that named it goes.
+        Use(newLabel);
     }
 }
 

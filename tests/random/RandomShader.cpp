@@ -139,19 +139,19 @@ RandomStatement RandomShader::Assignment(const Scope& scope)
         return {"uw[" + OneOf({"0", "1", "clamp(floor(ua), 0, 2)"}) +
                 "] = " + Bounded(UniformFloat(1)) + ";"};
     case 5:
-        return {FloatVariable(scope) + OneOf({" += ", " -= "}) + Float(scope, 1) + ";"};
+        return {Target(scope) + OneOf({" += ", " -= "}) + Float(scope, 1) + ";"};
     case 6:
-        return {FloatVariable(scope) + " *= " + OneOf({"0.5", "u", "0", "1"}) + ";"};
+        return {Target(scope) + " *= " + OneOf({"0.5", "u", "0", "1"}) + ";"};
     case 7:
         if (m_functions > 0 && !scope.inFunction)
-            return {FloatVariable(scope) + " = " + Bounded(Call(scope)) + ";"};
+            return {Target(scope) + " = " + Bounded(Call(scope)) + ";"};
         break;
     case 8:
         return {"k *= " + Float(scope, 1) + " * 0.25;"};
     default:
         break;
     }
-    return {FloatVariable(scope) + " = " + Bounded(Float(scope, 3)) + ";"};
+    return {Target(scope) + " = " + Bounded(Float(scope, 3)) + ";"};
 }
 
 RandomStatement RandomShader::If(Scope& scope)
@@ -182,7 +182,7 @@ RandomStatement RandomShader::Loop(Scope& scope)
     if (isFor) {
         inner.head = "for (" + counter + " = 0; " + limit + "; " + counter + " += 1)";
     } else {
-        inner.head = "while (" + limit + " && " + Relation(scope, 1) + ")";
+        inner.head = "while (" + limit + " && (" + Relation(scope, 1) + "))";
         inner.body.push_back({counter + " += 1;"});
     }
     const auto more = Statements(scope, 1 + Below(3));
@@ -226,9 +226,15 @@ std::string RandomShader::Constant()
     return OneOf({"0", "1", "2", "-1", "0.5", "0.25", "3"});
 }
 
-std::string RandomShader::FloatVariable(const Scope&)
+std::string RandomShader::FloatVariable()
 {
     return OneOf({"a", "b", "c", "x", "y", "o"});
+}
+
+std::string RandomShader::Target(const Scope& scope)
+{
+    // The other formals of a function may only be read.
+    return scope.inFunction ? OneOf({"a", "b", "c", "o"}) : FloatVariable();
 }
 
 std::string RandomShader::UniformFloat(int depth)
@@ -250,7 +256,7 @@ std::string RandomShader::Call(const Scope& scope)
 std::string RandomShader::Float(const Scope& scope, int depth)
 {
     if (depth == 0 || Chance(20))
-        return Chance(30) ? Constant() : FloatVariable(scope);
+        return Chance(30) ? Constant() : FloatVariable();
     const auto inner = [&] { return Float(scope, depth - 1); };
     switch (Below(16)) {
     case 0:

@@ -66,7 +66,8 @@ private:
     [[nodiscard]] std::string Point(const Scope& scope, int depth);
     [[nodiscard]] std::string Relation(const Scope& scope, int depth);
     [[nodiscard]] std::string Constant();
-    [[nodiscard]] std::string FloatVariable(const Scope& scope);
+    [[nodiscard]] std::string FloatVariable();
+    [[nodiscard]] std::string Target(const Scope& scope);
     [[nodiscard]] std::string Call(const Scope& scope);
 
     std::mt19937 m_random;

@@ -27,7 +27,7 @@ bool IsAccepted(const std::string& source)
 RunOutcome RunAt(const std::string& source, int level)
 {
     SqxMachine machine;
-    machine.SetStepLimit(1000000);
+    machine.SetStepLimit(200000);
     return RunShader(machine, ByteCodeOf(source, level));
 }
 
@@ -49,7 +49,11 @@ std::string Disagreement(const RandomProgram& program)
 /// Takes statements away as long as the levels still disagree.
 class Shrinker {
 public:
-    explicit Shrinker(RandomProgram program) : m_program(std::move(program)) {}
+    explicit Shrinker(RandomProgram program)
+        : m_program(std::move(program)),
+          m_endless(IsEndless(Disagreement(m_program)))
+    {
+    }
 
     RandomProgram Shrink()
     {
@@ -62,7 +66,18 @@ public:
     }
 
 private:
-    bool StillFails() { return IsAccepted(m_program.Text()) && !Disagreement(m_program).empty(); }
+    bool StillFails()
+    {
+        if (!IsAccepted(m_program.Text()))
+            return false;
+        const std::string disagreement = Disagreement(m_program);
+        return !disagreement.empty() && IsEndless(disagreement) == m_endless;
+    }
+
+    static bool IsEndless(const std::string& disagreement)
+    {
+        return disagreement.find("does not end") != std::string::npos;
+    }
 
     bool ShrinkList(std::vector<RandomStatement>& list)
     {
@@ -95,6 +110,7 @@ private:
     }
 
     RandomProgram m_program;
+    bool m_endless;  // a loop that has lost its counter is no find
 };
 
 }  // namespace
