@@ -42,6 +42,27 @@ bool IsLogOp(const SlcRelationNode* relation)
     return dynamic_cast<const SlcLogOpNode*>(relation) != nullptr;
 }
 
+/// Finds the choice of a value by a condition, which has flags of its own.
+class FindChoice : public SlcCodeWalker {
+public:
+    [[nodiscard]] bool In(SlcSyntaxNode* relation)
+    {
+        relation->ApplyWalker(this);
+        return m_found;
+    }
+
+private:
+    using SlcCodeWalker::Case;
+    void Case(SlcCondExprNode*) override { m_found = true; }
+    void Default(SlcSyntaxNode* node) override
+    {
+        if (!m_found)
+            node->WalkIn(this);
+    }
+
+    bool m_found = false;
+};
+
 }  // namespace
 
 SlcOperand SlcGenInterCode::GenRelation(SlcRelationNode* relation, const SlcOperand& target,
@@ -182,7 +203,7 @@ SlcOperand SlcGenInterCode::GenLogOrCode(SlcLogOpNode* node, const SlcOperand& f
 SlcOperand SlcGenInterCode::GenUniformLogOp(SlcLogOpNode* node, const SlcOperand& flag,
                                             bool inverted, AssignIfValue state)
 {
-    if (node->RightHasEffects() || IsLogOp(node->GetRight()))
+    if (node->RightHasEffects() || IsLogOp(node->GetRight()) || FindChoice().In(node->GetRight()))
         return GenUniformLogOpWithJump(node, flag, inverted, state);
     if (state == AssignIfValue::IfTrue)
         BeginAssignIfTrue(flag, flag);

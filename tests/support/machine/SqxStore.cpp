@@ -65,6 +65,10 @@ void SqxStore::Allocate(const SqxVariable& variable, Values& values) const
         values.texts.resize(values.width * places);
     else
         values.numbers.assign(values.width * places, std::numeric_limits<float>::quiet_NaN());
+    // Where no point is active, code under a uniform guard may test a flag that was left out too:
+    // it only computes more flags, which nobody reads.
+    if (variable.uniform && variable.type == SqxType::Bool && !variable.reference)
+        values.numbers.assign(values.width, 0);
     if (variable.kind != SqxVariableKind::Constant)
         return;
     if (variable.type == SqxType::String)
