@@ -104,6 +104,12 @@ private:
         std::size_t mark;  // length of the list when the index was read
     };
 
+    /// Code that takes a copy of a value in time, with its place in the list as it is.
+    struct LateCopy {
+        std::size_t mark;
+        std::vector<SlcPtr<SlcICode>> codes;
+    };
+
     /// What an assignment writes to.
     struct Target {
         SlcOperand variable;  // or a reference to an element
@@ -164,6 +170,8 @@ private:
     [[nodiscard]] SlcOperand Evaluate(SlcSyntaxNode* expr);
     [[nodiscard]] bool WrittenSince(const SlcOperand& operand, std::size_t mark) const;
     [[nodiscard]] SlcOperand CopyAt(const SlcOperand& operand, std::size_t mark);
+    void InsertLateCopies();
+    /// No value is waiting any more: marks may become stale.
     void ForgetWrites();
     /// `value` if it is of this type, else a temporary that it has been assigned to.
     [[nodiscard]] SlcOperand Converted(const SlcOperand& value, SlcTypeNode* type);
@@ -490,6 +498,7 @@ private:
     SlcPtr<SlcListICode> m_list;  // where instructions and locals go
     std::deque<Value> m_values;
     std::deque<ElementCopy> m_elementCopies;  // of the statement being lowered
+    std::vector<LateCopy> m_lateCopies;       // not yet in the list, while values are waiting
     // By operand, the place in the list behind its last write while values are waiting.
     std::unordered_map<const SlcLexType*, std::size_t> m_lastWrites;
     std::unordered_map<const SlcLexType*, SlcOperand> m_arrayOfRef;  // of element references
