@@ -79,6 +79,7 @@ void SlcGenInterCode::StartList()
     m_boolExprDepth = 0;
     m_list = MakeShared<SlcListICode>();
     m_values.clear();
+    m_localNames.clear();
     ForgetWrites();
     m_temps = SlcTempPools();
     m_freeVaryingFlags.clear();

@@ -154,6 +154,8 @@ private:
     [[nodiscard]] SlcOperand GetResultVar(SlcExprNode* expr, SlcTypeNode* type,
                                           SlcDetailNode* detail);
     [[nodiscard]] SlcLabel GenLabel();
+    /// For a declared local; no other one of the list has it.
+    [[nodiscard]] std::string LocalName(const std::string& sourceName);
     void GenLineNumberInfo(SlcSyntaxNode* node);
     /// The type and the detail that the semantic passes gave to `expr`. In a list that runs once
     /// per shader instance, without a grid, every detail is uniform.
@@ -488,9 +490,6 @@ private:
                                                      const SlcOperand& from, const SlcOperand& to,
                                                      const SlcOperand& value);
 
-    static constexpr std::size_t k_mostInstructions = 10'000'000;
-    static constexpr int k_mostLevels = 10'000;  // of functions expanded within functions
-
     static int sm_noTemp;       // temporaries made in this run
     static int sm_noGotoLabel;  // labels made in this run
 
@@ -504,6 +503,7 @@ private:
     std::unordered_map<const SlcLexType*, SlcOperand> m_arrayOfRef;  // of element references
     bool m_valueUnused = false;  // the assignment about to be walked is a statement
     int m_blockCounter = 0;      // suffix of local variable names
+    std::unordered_set<std::string> m_localNames;  // of the list
     SlcOptionsControl& m_options;
     SlcShaderTypeNode* m_shaderType = nullptr;
     bool m_CiAssigned = false;
