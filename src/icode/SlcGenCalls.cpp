@@ -22,14 +22,12 @@ std::vector<SlcIdentNode*> FormalNames(const SlcFuncDefNode* function)
     return names;
 }
 
-/// The walk into a body needs so much of the stack for each level of its tree.
-constexpr std::size_t k_stackPerLevel = 4096;
-constexpr std::size_t k_stackReserve = 256 * 1024;
-
+/// For the walk into the body, and for what the levels around it have left of theirs.
 bool HasStackFor(const SlcSyntaxNode* body)
 {
-    return QxStack::Left() / k_stackPerLevel >
-           static_cast<std::size_t>(body->Height()) + k_stackReserve / k_stackPerLevel;
+    constexpr std::size_t reserve = 32;
+    return QxStack::Left() / SlcSyntaxNode::k_stackPerLevel >
+           static_cast<std::size_t>(body->Height()) + reserve;
 }
 
 }  // namespace
@@ -107,11 +105,12 @@ void SlcGenInterCode::GenUserCall(SlcProcCallExprNode* call)
 
 bool SlcGenInterCode::MayExpand(SlcProcCallExprNode* call, const SlcStmtsNode* body)
 {
-    // Functions that only call each other make no instructions and still take time.
-    const std::size_t size = m_list->m_icodes.size() + m_expansions++;
     if (m_expansionRefused)
         return false;
-    if (size <= k_mostInstructions && m_expansionLevel < k_mostLevels && HasStackFor(body))
+    // Functions that only call each other make no instructions and still take time.
+    const std::size_t size = m_list->m_icodes.size() + m_expansions++;
+    if (size <= static_cast<std::size_t>(m_options.m_mostInstructions) &&
+        m_expansionLevel < m_options.m_mostLevels && HasStackFor(body))
         return true;
     m_expansionRefused = true;
     m_errors->Error(call,

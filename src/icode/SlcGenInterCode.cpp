@@ -79,6 +79,7 @@ void SlcGenInterCode::StartList()
     m_boolExprDepth = 0;
     m_list = MakeShared<SlcListICode>();
     m_values.clear();
+    m_localNames.clear();
     ForgetWrites();
     m_temps = SlcTempPools();
     m_freeVaryingFlags.clear();
@@ -121,6 +122,7 @@ SlcPtr<SlcListICode> SlcGenInterCode::GenInitFormalCode(SlcDefExprNode* definiti
         values.push_back(Converted(Pop(), type));
     }
     ReleaseTempVars();
+    InsertLateCopies();
     return m_list;
 }
 
@@ -265,38 +267,48 @@ bool SlcGenInterCode::WrittenSince(const SlcOperand& operand, std::size_t mark) 
     return write != m_lastWrites.end() && write->second > mark;
 }
 
-/// Puts the copy in front of the code behind `mark`, which moves that code by a few places.
+/// The copy has its place in front of code that is there by now; it goes in with the others.
 SlcOperand SlcGenInterCode::CopyAt(const SlcOperand& operand, std::size_t mark)
 {
     SlcTypeNode* type = operand->GetType();
     if (type->IsArrayRefType())
         type = static_cast<SlcArrayRefTypeNode*>(type)->GetElementType();
     // No pooled one: a function expanded behind the mark may have used that already.
-    const SlcOperand copy = MakeTempVar(type, operand->GetDetail());
+    SlcOperand copy = MakeTempVar(type, operand->GetDetail());
 
     auto& codes = m_list->m_icodes;
-    const std::size_t end = codes.size();
+    const auto end = static_cast<std::ptrdiff_t>(codes.size());
     AddInBlock(operand->GetDetail(), MakeShared<SlcAssignICode>(copy, operand));
-    const std::size_t length = codes.size() - end;
-    const auto at = [&codes](std::size_t place) {
-        return codes.begin() + static_cast<std::ptrdiff_t>(place);
-    };
-    std::rotate(at(mark), at(end), codes.end());
-
-    for (Value& value : m_values)
-        if (value.mark > mark)
-            value.mark += length;
-    for (ElementCopy& element : m_elementCopies)
-        if (element.mark > mark)
-            element.mark += length;
-    for (auto& [variable, place] : m_lastWrites)
-        if (place > mark)
-            place += length;
+    m_lateCopies.push_back({mark, {codes.begin() + end, codes.end()}});
+    codes.erase(codes.begin() + end, codes.end());
     return copy;
+}
+
+/// All at once: each in its turn would move what stands behind it again.
+void SlcGenInterCode::InsertLateCopies()
+{
+    if (m_lateCopies.empty())
+        return;
+    std::stable_sort(m_lateCopies.begin(), m_lateCopies.end(),
+                     [](const LateCopy& a, const LateCopy& b) { return a.mark < b.mark; });
+    auto& codes = m_list->m_icodes;
+    std::size_t place = m_lateCopies.front().mark;
+    const auto first = codes.begin() + static_cast<std::ptrdiff_t>(place);
+    const std::vector<SlcPtr<SlcICode>> rest(first, codes.end());
+    codes.erase(first, codes.end());
+    auto next = rest.begin();
+    for (const LateCopy& copy : m_lateCopies) {
+        for (; place < copy.mark; ++place)
+            codes.push_back(*next++);
+        codes.insert(codes.end(), copy.codes.begin(), copy.codes.end());
+    }
+    codes.insert(codes.end(), next, rest.end());
+    m_lateCopies.clear();
 }
 
 void SlcGenInterCode::ForgetWrites()
 {
+    InsertLateCopies();
     m_elementCopies.clear();
     // To clear a map costs its buckets, of which one long statement leaves many.
     if (!m_lastWrites.empty())

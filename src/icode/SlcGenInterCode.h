@@ -104,6 +104,12 @@ private:
         std::size_t mark;  // length of the list when the index was read
     };
 
+    /// Code that takes a copy of a value in time, with its place in the list as it is.
+    struct LateCopy {
+        std::size_t mark;
+        std::vector<SlcPtr<SlcICode>> codes;
+    };
+
     /// What an assignment writes to.
     struct Target {
         SlcOperand variable;  // or a reference to an element
@@ -148,6 +154,8 @@ private:
     [[nodiscard]] SlcOperand GetResultVar(SlcExprNode* expr, SlcTypeNode* type,
                                           SlcDetailNode* detail);
     [[nodiscard]] SlcLabel GenLabel();
+    /// For a declared local; no other one of the list has it.
+    [[nodiscard]] std::string LocalName(const std::string& sourceName);
     void GenLineNumberInfo(SlcSyntaxNode* node);
     /// The type and the detail that the semantic passes gave to `expr`. In a list that runs once
     /// per shader instance, without a grid, every detail is uniform.
@@ -164,6 +172,8 @@ private:
     [[nodiscard]] SlcOperand Evaluate(SlcSyntaxNode* expr);
     [[nodiscard]] bool WrittenSince(const SlcOperand& operand, std::size_t mark) const;
     [[nodiscard]] SlcOperand CopyAt(const SlcOperand& operand, std::size_t mark);
+    void InsertLateCopies();
+    /// No value is waiting any more: marks may become stale.
     void ForgetWrites();
     /// `value` if it is of this type, else a temporary that it has been assigned to.
     [[nodiscard]] SlcOperand Converted(const SlcOperand& value, SlcTypeNode* type);
@@ -480,9 +490,6 @@ private:
                                                      const SlcOperand& from, const SlcOperand& to,
                                                      const SlcOperand& value);
 
-    static constexpr std::size_t k_mostInstructions = 10'000'000;
-    static constexpr int k_mostLevels = 10'000;  // of functions expanded within functions
-
     static int sm_noTemp;       // temporaries made in this run
     static int sm_noGotoLabel;  // labels made in this run
 
@@ -490,11 +497,13 @@ private:
     SlcPtr<SlcListICode> m_list;  // where instructions and locals go
     std::deque<Value> m_values;
     std::deque<ElementCopy> m_elementCopies;  // of the statement being lowered
+    std::vector<LateCopy> m_lateCopies;       // not yet in the list, while values are waiting
     // By operand, the place in the list behind its last write while values are waiting.
     std::unordered_map<const SlcLexType*, std::size_t> m_lastWrites;
     std::unordered_map<const SlcLexType*, SlcOperand> m_arrayOfRef;  // of element references
     bool m_valueUnused = false;  // the assignment about to be walked is a statement
     int m_blockCounter = 0;      // suffix of local variable names
+    std::unordered_set<std::string> m_localNames;  // of the list
     SlcOptionsControl& m_options;
     SlcShaderTypeNode* m_shaderType = nullptr;
     bool m_CiAssigned = false;

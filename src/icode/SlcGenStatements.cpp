@@ -74,6 +74,15 @@ void SlcGenInterCode::Case(SlcDefExprsNode* node)
     node->WalkIn(this);
 }
 
+/// A body that ends at its `return` does not count its end, so that a number may come again.
+std::string SlcGenInterCode::LocalName(const std::string& sourceName)
+{
+    std::string name = sourceName + '_' + std::to_string(m_blockCounter);
+    while (!m_localNames.insert(name).second)
+        name = sourceName + '_' + std::to_string(++m_blockCounter);
+    return name;
+}
+
 void SlcGenInterCode::Case(SlcDefExprNode* node)
 {
     const SlcPtr<SlcVarSymbolEntry>& entry = node->GetSymbolEntry();
@@ -85,7 +94,7 @@ void SlcGenInterCode::Case(SlcDefExprNode* node)
         return;
 
     // Made anew each time, so that each expansion of a function has variables of its own.
-    const std::string name = entry->GetName() + '_' + std::to_string(m_blockCounter);
+    const std::string name = LocalName(entry->GetName());
     const auto variable =
         MakeShared<SlcLexType>(SlcLexicalNode::CreateIdent(name), entry->GetType(),
                                DetailHere(entry->GetDetail()), entry->GetStorage());

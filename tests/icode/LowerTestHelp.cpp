@@ -79,15 +79,64 @@ private:
     {
         m_word = "continue" + Names(code->m_flags);
     }
-    void Case(SlcPtr<SlcTransformSpaceICode> code) override
-    {
-        SlcOperandWalker::Case(code);
-        m_suffix = code->m_simd ? " simd" : "";
-    }
+    void Case(SlcPtr<SlcTransformSpaceICode> code) override { ShowForm(code, code->m_simd); }
     void Case(SlcPtr<SlcConcatSpaceMatrixICode> code) override
     {
         SlcOperandWalker::Case(code);
         m_suffix = ' ' + code->m_space->GetText();
+    }
+    void Case(SlcPtr<SlcCallICode> code) override
+    {
+        m_word = code->m_result ? Name(code->m_result) + " = " : "";
+        m_word += WithoutPrefix(code->m_name->GetName());
+        for (const SlcOperand& argument : code->m_args)
+            m_word += ' ' + Name(argument);
+        m_word += code->m_varArgs ? " counted" : "";
+        m_word += Form(code->m_simd, code->m_condition) + ';';
+    }
+    void Case(SlcPtr<SlcCallDSOICode> code) override
+    {
+        SlcOperandWalker::Case(code);
+        m_suffix = ' ' + code->m_funcKey + '.' + code->m_methodName;
+    }
+    void Case(SlcPtr<SlcConvertArrayDSOICode> code) override
+    {
+        SlcOperandWalker::Case(code);
+        m_suffix = code->m_toDSO ? " to" : " from";
+    }
+    void Case(SlcPtr<SlcBeginIlluminanceICode> code) override
+    {
+        m_word = "lights " + Name(code->m_startLabel) + ' ' + Name(code->m_endLabel) + ';';
+    }
+    void Case(SlcPtr<SlcEndIlluminanceICode> code) override
+    {
+        m_word = "next " + Name(code->m_startLabel) + ';';
+    }
+    void Case(SlcPtr<SlcIlluminateICode> code) override { ShowForm(code, code->m_simd); }
+    void Case(SlcPtr<SlcSolarICode> code) override { ShowForm(code, code->m_simd); }
+    void Case(SlcPtr<SlcCheckIlluminanceICode> code) override { ShowForm(code, code->m_simd); }
+    void Case(SlcPtr<SlcTexturePointsICode> code) override { ShowForm(code, true); }
+    void Case(SlcPtr<SlcTextureSTPointsICode> code) override { ShowForm(code, true); }
+    void Case(SlcPtr<SlcFilterstepPointsICode> code) override { ShowForm(code, true); }
+
+    /// The usual form, with the condition behind it.
+    template <class Code>
+    void ShowForm(const SlcPtr<Code>& code, bool simd)
+    {
+        SlcOperand condition;
+        condition.Swap(code->m_condition);
+        SlcOperandWalker::Case(code);
+        m_suffix = Form(simd, condition);
+        condition.Swap(code->m_condition);
+    }
+    std::string Form(bool simd, const SlcOperand& condition)
+    {
+        return std::string(simd ? " simd" : "") + (condition ? " at " + Name(condition) : "");
+    }
+    static std::string WithoutPrefix(const std::string& name)
+    {
+        const std::string prefix = name.rfind("CALL_PRIM_", 0) == 0 ? "CALL_PRIM_" : "CALL_";
+        return name.substr(prefix.size());
     }
 
     std::string Names(const std::deque<SlcOperand>& operands)
@@ -109,6 +158,8 @@ private:
         }
         if (operand->IsBool())
             return operand->GetBool() ? "#true" : "#false";
+        if (operand->IsInt())
+            return "##" + std::to_string(operand->GetInt());
         std::string name = operand->GetName();
         if (name.front() == 'T' && name.back() == '_') {
             const char kind = !operand->GetType()->IsBoolType() ? 't'
@@ -176,17 +227,29 @@ SlcOptionsControl PlainOptionsWith(bool SlcOptionsControl::*option)
 }
 
 LoweredShader::LoweredShader(const std::string& source, SlcOptionsControl options)
+    : LoweredShader(source, std::move(options), Expected::Accepted)
+{
+}
+
+LoweredShader::LoweredShader(const std::string& source, SlcOptionsControl options,
+                             Expected expected)
     : m_options(std::move(options))
 {
+    ResetNbErrorsAndWarnings();
+    testing::internal::CaptureStderr();
     const auto file = OpenText(source);
     try {
         m_root = ParseCode(file.get(), m_options.m_strict);
         SlcSemantics(m_root.get(), m_options);
         m_form = std::make_unique<SlcInterForm>(m_options);
         m_form->GenInterForm(m_root.get());
+        m_accepted = true;
     } catch (const SlcCompilationError&) {
-        ADD_FAILURE() << "refused: " << source;
+        // The messages say why.
     }
+    m_messages = testing::internal::GetCapturedStderr();
+    if (m_accepted != (expected == Expected::Accepted))
+        ADD_FAILURE() << (m_accepted ? "accepted: " : "refused: ") << source << '\n' << m_messages;
 }
 
 LoweredShader::~LoweredShader()
@@ -204,13 +267,28 @@ std::string ToText(const SlcListICode& list)
     return printer.Text();
 }
 
+std::string LowerShader(const std::string& source, SlcOptionsControl options)
+{
+    LoweredShader shader(source, std::move(options));
+    return shader.IsAccepted() ? ToText(*shader.Form().m_mainList) : "refused";
+}
+
+std::string MessagesOf(const std::string& source, SlcOptionsControl options)
+{
+    return LoweredShader(source, std::move(options)).Messages();
+}
+
+std::string RefusalOf(const std::string& source, SlcOptionsControl options)
+{
+    return LoweredShader(source, std::move(options), LoweredShader::Expected::Refused).Messages();
+}
+
 std::string LowerBody(const std::string& body, SlcOptionsControl options)
 {
-    LoweredShader shader("displacement test(uniform float k = 1; varying float w = 2; output "
-                         "varying float o = 0) {" +
-                             body + "}",
-                         std::move(options));
-    return ToText(*shader.Form().m_mainList);
+    return LowerShader("displacement test(uniform float k = 1; varying float w = 2; output "
+                       "varying float o = 0) {" +
+                           body + "}",
+                       std::move(options));
 }
 
 void ExpectCode(std::span<const LowerCase> cases, const SlcOptionsControl& options)

@@ -16,26 +16,36 @@
 /// A shader that has been parsed, checked and lowered.
 class LoweredShader {
 public:
+    enum class Expected { Accepted, Refused };
+
     /// `source` must be correct: a report fails the test that is running.
     explicit LoweredShader(const std::string& source, SlcOptionsControl options = PlainOptions());
+    LoweredShader(const std::string& source, SlcOptionsControl options, Expected expected);
     ~LoweredShader();
 
+    [[nodiscard]] bool IsAccepted() const { return m_accepted; }
     [[nodiscard]] SlcInterForm& Form() { return *m_form; }
     [[nodiscard]] SlcSyntaxNode* Root() { return m_root.get(); }
+    /// What has been reported.
+    [[nodiscard]] const std::string& Messages() const { return m_messages; }
 
 private:
     SlcOptionsControl m_options;
     std::unique_ptr<SlcDefinitionsNode> m_root;
     std::unique_ptr<SlcInterForm> m_form;
+    std::string m_messages;
+    bool m_accepted = false;
 };
 
 /// The instructions of a list as one line, each ended by a semicolon: `result = Class operands`.
 /// Parallel runs stand in braces, guarded code in `flag( )` or `!flag( )`; jumps are `goto L;`,
 /// `flag? goto L;` or `!flag? goto L;`, and a label is `L:`. Flags are made by `u = any f;`,
 /// `f = not f;`, `f = outer but not f;` and `f = f or f;`, and cleared by `break f f;` and
-/// `continue f f;`. Temporaries are numbered by their
-/// appearance, uniform flags as u, varying ones as f and the rest as t; constants bear a `#`,
-/// predefined variables their source name. Marks are left out.
+/// `continue f f;`. A call goes by its primitive without the prefix; `counted` marks an argument
+/// list with its length, `simd` a form for the whole grid, `at f` the flag that limits it.
+/// Temporaries are numbered by their appearance, uniform flags as u, varying ones as f and the
+/// rest as t; constants bear a `#`, hidden integers two, predefined variables their source name.
+/// Marks are left out.
 [[nodiscard]] std::string ToText(const SlcListICode& list);
 
 /// Lowers the body of a displacement shader with the parameters `uniform float k`,
@@ -51,3 +61,13 @@ struct LowerCase {
 
 void ExpectCode(std::span<const LowerCase> cases,
                 const SlcOptionsControl& options = PlainOptions());
+
+/// Lowers a whole shader.
+[[nodiscard]] std::string LowerShader(const std::string& source,
+                                      SlcOptionsControl options = PlainOptions());
+/// The warnings about a correct shader.
+[[nodiscard]] std::string MessagesOf(const std::string& source,
+                                     SlcOptionsControl options = PlainOptions());
+/// The reports about a faulty shader.
+[[nodiscard]] std::string RefusalOf(const std::string& source,
+                                    SlcOptionsControl options = PlainOptions());

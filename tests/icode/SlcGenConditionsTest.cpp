@@ -52,7 +52,7 @@ TEST(SlcGenConditions, ChoosesValues)
                                         "goto L1; L0: { c_1 = Assign c_1; } L1:"},
         {"o = w < 1 ? 2 : Du(o);",
          "{ f0 = LessThen w #1; } u0 = any f0; { f0( t0 = Assign #2; ) } f0 = not f0; u1 = any f0; "
-         "t1 = Call f0 o du; { f0( t0 = Assign t1; ) } { o = Assign t0; }"},
+         "t1 = DU_FLOAT o du simd at f0; { f0( t0 = Assign t1; ) } { o = Assign t0; }"},
         {"if (w < 1) o = u < 1 ? 2 : 3;",
          "{ f0 = LessThen w #1; } u0 = any f0; { f0( f1 = LessThen u #1; ) } { !f0( f1 = Assign "
          "#false; ) } u1 = any f1; { f1( o = Assign #2; ) } f1 = f0 but not f1; u2 = any f1; { f1( "
