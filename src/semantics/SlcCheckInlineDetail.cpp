@@ -33,6 +33,15 @@ SlcDetailNode* SlcCheckInlineDetail::operator()(SlcSyntaxNode* body, SlcShaderTy
     return m_result ? m_result : SlcDetailNode::AVarying();
 }
 
+SlcDetailNode* SlcCheckInlineDetail::DetailOfWrite(const SlcPtr<SlcVarSymbolEntry>& variable,
+                                                   SlcDetailNode* written) const
+{
+    if (!m_guard)
+        return written;
+    return SlcDetailNode::Combine(SlcDetailNode::Combine(written, m_guard),
+                                  SlcEffectiveDetail(variable));
+}
+
 void SlcCheckInlineDetail::Default(SlcSyntaxNode* node)
 {
     node->WalkIn(this);
