@@ -1,5 +1,6 @@
 #include "semantics/SlcCheckInlineDetail.h"
 
+#include <ranges>
 #include <utility>
 
 #include "frontend/SlcNodes.h"
@@ -214,8 +215,7 @@ void SlcCheckInlineDetail::Case(SlcBinOpExprNode* node)
 {
     const SlcLeftSpine chain(node);
     chain.first->ApplyWalker(this);
-    for (auto place = chain.operations.rbegin(); place != chain.operations.rend(); ++place) {
-        SlcBinOpExprNode* operation = *place;
+    for (SlcBinOpExprNode* operation : std::views::reverse(chain.operations)) {
         operation->GetRight()->ApplyWalker(this);
         SlcSetInlineDetailIfUnknown(
             operation, SlcDetailNode::Combine(SlcInlineDetailOf(operation->GetLeft()),
