@@ -1,5 +1,6 @@
 #include "semantics/SlcCheckDetail.h"
 
+#include <ranges>
 #include <utility>
 
 #include "frontend/SlcNodes.h"
@@ -152,11 +153,10 @@ void SlcCheckDetail::Case(SlcBinOpExprNode* node)
 {
     const SlcLeftSpine chain(node);
     chain.first->ApplyWalker(this);
-    for (auto operation = chain.operations.rbegin(); operation != chain.operations.rend();
-         ++operation) {
-        (*operation)->GetRight()->ApplyWalker(this);
-        SetDetail(*operation, SlcDetailNode::Combine(DetailOf((*operation)->GetLeft()),
-                                                     DetailOf((*operation)->GetRight())));
+    for (SlcBinOpExprNode* operation : std::views::reverse(chain.operations)) {
+        operation->GetRight()->ApplyWalker(this);
+        SetDetail(operation, SlcDetailNode::Combine(DetailOf(operation->GetLeft()),
+                                                    DetailOf(operation->GetRight())));
     }
 }
 

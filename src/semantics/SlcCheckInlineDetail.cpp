@@ -1,5 +1,6 @@
 #include "semantics/SlcCheckInlineDetail.h"
 
+#include <ranges>
 #include <utility>
 
 #include "frontend/SlcNodes.h"
@@ -31,6 +32,15 @@ SlcDetailNode* SlcCheckInlineDetail::operator()(SlcSyntaxNode* body, SlcShaderTy
         return end.detail;
     }
     return m_result ? m_result : SlcDetailNode::AVarying();
+}
+
+SlcDetailNode* SlcCheckInlineDetail::DetailOfWrite(const SlcPtr<SlcVarSymbolEntry>& variable,
+                                                   SlcDetailNode* written) const
+{
+    if (!m_guard)
+        return written;
+    return SlcDetailNode::Combine(SlcDetailNode::Combine(written, m_guard),
+                                  SlcEffectiveDetail(variable));
 }
 
 void SlcCheckInlineDetail::Default(SlcSyntaxNode* node)
@@ -205,8 +215,7 @@ void SlcCheckInlineDetail::Case(SlcBinOpExprNode* node)
 {
     const SlcLeftSpine chain(node);
     chain.first->ApplyWalker(this);
-    for (auto place = chain.operations.rbegin(); place != chain.operations.rend(); ++place) {
-        SlcBinOpExprNode* operation = *place;
+    for (SlcBinOpExprNode* operation : std::views::reverse(chain.operations)) {
         operation->GetRight()->ApplyWalker(this);
         SlcSetInlineDetailIfUnknown(
             operation, SlcDetailNode::Combine(SlcInlineDetailOf(operation->GetLeft()),

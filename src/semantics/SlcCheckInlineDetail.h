@@ -43,6 +43,10 @@ public:
     /// Null where the context wants none.
     [[nodiscard]] SlcDetailNode* ExpectedDetail() const { return m_expected; }
     [[nodiscard]] int Level() const { return m_level; }
+    /// What the conditions and loops around make of a variable that is written here: at some
+    /// points it keeps what it had.
+    [[nodiscard]] SlcDetailNode* DetailOfWrite(const SlcPtr<SlcVarSymbolEntry>& variable,
+                                               SlcDetailNode* written) const;
 
 private:
     using SlcCodeWalker::Case;

@@ -6,7 +6,6 @@
 #include "frontend/SlcNodes.h"
 #include "semantics/SlcDefinitionsInfo.h"
 #include "semantics/SlcFuncInfo.h"
-#include "semantics/SlcReturnType.h"
 #include "semantics/SlcStatementInfo.h"
 #include "semantics/SlcUserCallRules.h"
 #include "symbols/SlcShaderSymbolTable.h"
@@ -80,7 +79,7 @@ void SlcCheckSemantics::Case(SlcFuncDefNode* node)
     SlcPtr<SlcSymbolTable> scope = m_declarations.AddFunctionFormals(node->GetFormals(), m_global,
                                                                      OuterScopes(), m_shaderType);
     NoteDefinitionScope(*scope);
-    scope->AddVarEntry(SlcReturnTypeIdent(), node->GetReturnType(), SlcDetailNode::AVarying(),
+    scope->AddVarEntry(ReturnTypeIdent(), node->GetReturnType(), SlcDetailNode::AVarying(),
                        SlcStorageSpecNode::AInput(), false, nullptr, nullptr);
 
     SlcPtr<SlcSymbolTable> illuminance;

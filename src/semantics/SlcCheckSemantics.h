@@ -62,6 +62,9 @@ private:
     void Case(SlcStmtNode* node) override;
     void Default(SlcSyntaxNode* node) override;
 
+    /// The name of the variable that tells a body the return type of its function; no source text
+    /// can spell it.
+    [[nodiscard]] static SlcIdentNode* ReturnTypeIdent();
     [[nodiscard]] SlcOuterScopes OuterScopes() const;
     /// A walker for the body of a definition that this one has met.
     [[nodiscard]] SlcCheckSemantics BodyWalker(SlcDefinitionNode* definition,

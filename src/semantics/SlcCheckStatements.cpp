@@ -5,11 +5,10 @@
 
 #include "frontend/SlcNodes.h"
 #include "semantics/SlcCheckSemantics.h"
-#include "semantics/SlcReturnType.h"
 #include "semantics/SlcStatementInfo.h"
 #include "symbols/SlcPossibleTypes.h"
 
-SlcIdentNode* SlcReturnTypeIdent()
+SlcIdentNode* SlcCheckSemantics::ReturnTypeIdent()
 {
     static SlcIdentNode* const ident = SlcLexicalNode::CreateIdent("**returnType**");
     return ident;
@@ -131,7 +130,7 @@ SlcTypeNode* SlcCheckSemantics::WantedTypeOfReturn(SlcReturnStmtNode* node)
         m_errors->Error(node, "Cannot return a value from a shader");
         return SlcTypeNode::AVoid();
     }
-    SlcTypeNode* wanted = m_current->GetVarEntry(SlcReturnTypeIdent(), true)->GetType();
+    SlcTypeNode* wanted = m_current->GetVarEntry(ReturnTypeIdent(), true)->GetType();
     if (m_hasReturn) {
         m_errors->Error(node,
                         "Cannot have more than one 'return' statement inside the same function");

@@ -10,10 +10,16 @@
 
 namespace {
 
-bool IsOfLightLoop(const SlcPtr<SlcVarSymbolEntry>& variable)
+/// `variable` is, or stands for, one of the variables of light loops.
+bool IsOfLightLoop(const SlcVarSymbolEntry& variable)
 {
-    return variable == SlcShaderSymbolTable::sm_L || variable == SlcShaderSymbolTable::sm_Cl ||
-           variable == SlcShaderSymbolTable::sm_Ol;
+    if (const auto& outer = variable.GetOuter())
+        return IsOfLightLoop(*outer);
+    for (const auto* light :
+         {&SlcShaderSymbolTable::sm_L, &SlcShaderSymbolTable::sm_Cl, &SlcShaderSymbolTable::sm_Ol})
+        if (*light && &**light == &variable)
+            return true;
+    return false;
 }
 
 }  // namespace
@@ -77,15 +83,13 @@ void SlcGetBodyFacts::Case(SlcLValueNode* node)
     Touch(node->GetSymbolEntry());
 }
 
-void SlcGetBodyFacts::Touch(SlcPtr<SlcVarSymbolEntry> variable)
+void SlcGetBodyFacts::Touch(const SlcPtr<SlcVarSymbolEntry>& variable)
 {
     if (variable.Null())
         return;
     if (variable->GetDetail()->IsUnknownDetail() && m_own.count(&*variable) == 0)
         m_facts.touchesOuterVariables = true;
-    while (variable->GetOuter())
-        variable = variable->GetOuter();
-    if (!m_isLightShader && !m_inLightLoop && IsOfLightLoop(variable))
+    if (!m_isLightShader && !m_inLightLoop && IsOfLightLoop(*variable))
         m_facts.needsLightLoop = true;
 }
 

@@ -33,7 +33,7 @@ private:
     void Case(SlcProcCallExprNode* node) override;
     void Default(SlcSyntaxNode* node) override;
 
-    void Touch(SlcPtr<SlcVarSymbolEntry> variable);
+    void Touch(const SlcPtr<SlcVarSymbolEntry>& variable);
 
     SlcBodyFacts m_facts;
     std::set<const SlcVarSymbolEntry*> m_own;  // looked up, never listed

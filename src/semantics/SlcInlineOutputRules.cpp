@@ -63,9 +63,10 @@ constexpr OutputRule k_unpack = {1,
                                  "of 'unpack' isn't an identifier",
                                  "Id not in symbol table (SlcCheckInlineUnpackProc)"};
 
-void SetOutput(SlcSemanticError& errors, const OutputRule& rule, std::size_t position,
+void SetOutput(SlcCheckInlineDetail& walker, const OutputRule& rule, std::size_t position,
                SlcExprNode* argument, SlcDetailNode* detail)
 {
+    SlcSemanticError& errors = *walker.Errors();
     if (!dynamic_cast<const SlcIdentExprNode*>(argument))
         errors.Warning(argument,
                        rule.afterNumber
@@ -77,15 +78,14 @@ void SetOutput(SlcSemanticError& errors, const OutputRule& rule, std::size_t pos
     const auto& variable = static_cast<const SlcReferenceExprNode*>(argument)->GetSymbolEntry();
     if (variable.Null())
         errors.FatalError(argument, rule.unknown);
-    variable->SetInlineDetail(detail);
+    variable->SetInlineDetail(walker.DetailOfWrite(variable, detail));
 }
 
 SlcDetailNode* Apply(const OutputRule& rule, SlcCheckInlineDetail& walker,
                      SlcProcCallExprNode* call, bool rightCount)
 {
-    SlcSemanticError& errors = *walker.Errors();
     if (!rightCount)
-        errors.FatalError(call, rule.wrongCount);
+        walker.Errors()->FatalError(call, rule.wrongCount);
     const auto& arguments = call->GetArguments()->GetArgs();
     SlcDetailNode* detail = SlcDetailNode::AUniform();
     for (std::size_t i = 0; i < rule.inputs; ++i)
@@ -94,7 +94,7 @@ SlcDetailNode* Apply(const OutputRule& rule, SlcCheckInlineDetail& walker,
         return detail;
     for (std::size_t i = rule.firstOutput; i <= rule.lastOutput && i < arguments.size(); ++i)
         if (SlcFirstDetailOf(arguments[i].get())->IsUnknownDetail())
-            SetOutput(errors, rule, i, arguments[i].get(), detail);
+            SetOutput(walker, rule, i, arguments[i].get(), detail);
     return detail;
 }
 

@@ -242,6 +242,11 @@ TEST(SlcCheckInlineDetail, GivesTheDetailOfACall)
         {"float f(float x) { point p = 0; setxcomp(p, x); return ycomp(p); }", "f(u)", "varying"},
         {"float f(float x) { float r, t; fresnel(vector x, normal 1, x, r, t); return t; }", "f(u)",
          "varying"},
+        {"float f(float x) { float a = 1, b; fresnel(vector 1, normal 1, 1.5, a, b); return a; }",
+         "f(1)", "uniform"},
+        {"float f(float x) { float a = 1, b;\n"
+         "if (x > 0) fresnel(vector 1, normal 1, 1.5, a, b); return a; }",
+         "f(u)", "varying"},
         {"float f(float x) { float a, b, c, d; unpack(x, a, b, c, d); return d; }", "f(u)",
          "varying"},
         {"float f() { return random(); }", "f()", "uniform"},
