@@ -120,6 +120,7 @@ TEST(SlcRemoveEmptyBlocks, RemovesPointlessMarks)
         {"x = 1; goto L if g; L:; x = 2", "x = 1; x = 2"},
         {"goto A if g; x = 1; A:; goto B; y = 1; B:; x = 2",
          "goto B if g; x = 1; A:; goto B; y = 1; B:; x = 2"},
+        {"goto A if g; x = 1; A:; goto B; B:; x = 2", "goto B if g; x = 1; A:; B:; x = 2"},
         {"{; }; x = 1", "x = 1"},
         {"{; x = 1; }; {; y = 1; }; {; z = 1; }", "{; x = 1; y = 1; z = 1; }"},
         {"{; x = 1; }; {; }; {; y = 1; }", "{; x = 1; y = 1; }"},
