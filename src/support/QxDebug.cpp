@@ -15,23 +15,23 @@
 namespace {
 
 struct SignalText {
-    int signal;
     const char* text;
+    int signal;
     bool isCrash;  // a fault of ours, which the user is asked to report
 };
 
-//   signal   text                           crash
+//   text                           signal   crash
 constexpr SignalText k_signals[] = {
-    {SIGHUP, "Hangup", false},
-    {SIGILL, "Illegal instruction", true},
-    {SIGTRAP, "Trace trap", false},
-    {SIGABRT, "Abort", false},
-    {SIGFPE, "Floating point exception", true},
-    {SIGBUS, "Bus error", true},
-    {SIGSEGV, "Segmentation violation", true},
-    {SIGSYS, "Bad argument to system call", false},
+    {"Hangup", SIGHUP, false},
+    {"Illegal instruction", SIGILL, true},
+    {"Trace trap", SIGTRAP, false},
+    {"Abort", SIGABRT, false},
+    {"Floating point exception", SIGFPE, true},
+    {"Bus error", SIGBUS, true},
+    {"Segmentation violation", SIGSEGV, true},
+    {"Bad argument to system call", SIGSYS, false},
 };
-constexpr SignalText k_unexpected = {0, "Unexpected!", false};
+constexpr SignalText k_unexpected = {"Unexpected!", 0, false};
 
 constexpr int k_maxFrames = 64;
 constexpr std::size_t k_handlerStackSize = 65536;
