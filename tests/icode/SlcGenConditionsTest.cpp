@@ -58,8 +58,9 @@ TEST(SlcGenConditions, ChoosesValues)
          "#false; ) } u1 = any f1; { f1( o = Assign #2; ) } f1 = f0 but not f1; u2 = any f1; { f1( "
          "o = Assign #3; ) }"},
         {"if (w < 1) o = k < 1 ? 2 : 3;",
-         "{ f0 = LessThen w #1; } u0 = any f0; u0( u1 = LessThen k #1; ) !u1? goto L0; u0( t0 = "
-         "Assign #2; ) goto L1; L0: u0( t0 = Assign #3; ) L1: { f0( o = Assign t0; ) }"},
+         "{ f0 = LessThen w #1; } u0 = any f0; u0( u1 = LessThen k #1; ) !u0? goto L0; !u1? goto "
+         "L1; u0( t0 = Assign #2; ) goto L0; L1: u0( t0 = Assign #3; ) L0: { f0( o = Assign t0; ) "
+         "}"},
     };
     ExpectCode(cases, PlainOptionsWith(&SlcOptionsControl::m_assignInPlace));
 }

@@ -83,18 +83,19 @@ TEST(SlcGenRelations, PutsTheValueRightBesideAUniformLeftSide)
         {"if (k < 1 || w < 1) o = 1;", "u0 = LessThen k #1; { u0( f0 = Assign u0; ) } { !u0( f0 = "
                                        "LessThen w #1; ) } u1 = any f0; { f0( o = Assign #1; ) }"},
         {"if (k < 1 && (u < 1 || v < 1)) o = 1;",
-         "u0 = LessThen k #1; { u0( f0 = LessThen u #1; ) } f1 = not f0; u1 = any f1; { f1( f1 = "
-         "LessThen v #1; ) } f0 = f0 or f1; { !u0( f0 = Assign u0; ) } u2 = any f0; { f0( o = "
-         "Assign #1; ) }"},
+         "u0 = LessThen k #1; !u0? goto L0; { f0 = LessThen u #1; } f1 = not f0; u1 = any f1; { "
+         "f1( f1 = LessThen v #1; ) } f0 = f0 or f1; goto L1; L0: { f0 = Assign u0; } L1: u2 = any "
+         "f0; { f0( o = Assign #1; ) }"},
         {"if (k < 1 || (u < 1 && v < 1)) o = 1;",
-         "u0 = LessThen k #1; { !u0( f0 = LessThen u #1; ) } u1 = any f0; { f0( f0 = LessThen v "
-         "#1; ) } { u0( f0 = Assign u0; ) } u2 = any f0; { f0( o = Assign #1; ) }"},
+         "u0 = LessThen k #1; u0? goto L0; { f0 = LessThen u #1; } u1 = any f0; { f0( f0 = "
+         "LessThen v #1; ) } goto L1; L0: { f0 = Assign u0; } L1: u2 = any f0; { f0( o = Assign "
+         "#1; ) }"},
         {"if (k < 1 && (k < 2 || k < 3)) o = 1;",
-         "u0 = LessThen k #1; u0( u1 = LessThen k #2; ) !u1( u1 = LessThen k #3; ) !u0( u1 = "
-         "Assign u0; ) !u1? goto L0; { o = Assign #1; } L0:"},
+         "u0 = LessThen k #1; !u0? goto L0; u1 = LessThen k #2; !u1( u1 = LessThen k #3; ) u0 = "
+         "Assign u1; L0: !u0? goto L1; { o = Assign #1; } L1:"},
         {"if (k < 1 || (k < 2 && k < 3)) o = 1;",
-         "u0 = LessThen k #1; !u0( u1 = LessThen k #2; ) u1( u1 = LessThen k #3; ) u0( u1 = Assign "
-         "u0; ) !u1? goto L0; { o = Assign #1; } L0:"},
+         "u0 = LessThen k #1; u0? goto L0; u1 = LessThen k #2; u1( u1 = LessThen k #3; ) u0 = "
+         "Assign u1; L0: !u0? goto L1; { o = Assign #1; } L1:"},
     };
     ExpectCode(cases);
 }
