@@ -227,12 +227,8 @@ void SlcRemoveEmptyBlocks::Case(SlcPtr<SlcLabelICode> code)
         m_remove = m_usedLabels.count(code->m_name) == 0;
         return;
     }
-    if (IsExactly<SlcLabelICode>(m_next)) {
+    if (IsExactly<SlcLabelICode>(m_next))
         ReplaceLabel(CheckCast<SlcLabelICode>(m_next)->m_name, code, true);
-    } else if (IsExactly<SlcGotoICode>(m_next)) {
-        // That jump may go, as one to the next instruction does; those to here are to go there.
-        const SlcLabel target = CheckCast<SlcGotoICode>(m_next)->m_label;
-        Use(target);
-        ReplaceLabel(code->m_name, target, false);
-    }
+    else if (IsExactly<SlcGotoICode>(m_next))
+        ReplaceLabel(code->m_name, CheckCast<SlcGotoICode>(m_next)->m_label, false);
 }
