@@ -33,5 +33,6 @@
 static const float QX_PI = QX_PI_FLOAT;
 
 // What a block with a variable argument list does not say of its arguments' types. Where the format
-// is a constant that fits them, it tells the types; elsewhere the block has a variable of this name.
+// is a constant that fits them, it tells the types; elsewhere the block has a variable of this
+// name.
 static const char* const theTypes = nullptr;

@@ -126,8 +126,8 @@ private:
     SlcPtr<SlcSemanticError> m_errors;
     std::ostream& m_out;
     int m_nextVarNb = 0;
-    std::vector<std::int16_t> m_code;             // values of the block
-    std::unordered_map<std::string_view, std::size_t> m_labels;  // positions by label name
+    std::vector<std::int16_t> m_code;                                  // values of the block
+    std::unordered_map<std::string_view, std::size_t> m_labels;        // positions by label name
     std::vector<std::pair<std::string, std::size_t>> m_unknownLabels;  // jumps ahead, by position
     SlcByteCode m_byteCodes;
     std::deque<SlcStringLiteralNode*> m_matrices;  // the form's coordinate spaces

@@ -6,9 +6,9 @@
 #include <sstream>
 #include <utility>
 
-#include "semantics/SlcDeleteTree.h"
 #include "frontend/SlcParseCode.h"
 #include "frontend/SlcStmtNodes.h"
+#include "semantics/SlcDeleteTree.h"
 #include "semantics/SlcSemantics.h"
 #include "support/SlcDiagnostics.h"
 
