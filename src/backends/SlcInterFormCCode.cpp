@@ -1,18 +1,12 @@
 // The C++ writer's part of the compiled shader.
 
-#include <sstream>
-
+#include "backends/SlcFileInProgress.h"
 #include "backends/SlcGenCCode.h"
-#include "backends/SlcWholeFile.h"
 #include "frontend/SlcParseCode.h"
-#include "support/SlcDiagnostics.h"
-#include "support/reports/SlcSemanticError.h"
 
 void SlcInterForm::GenCCode()
 {
-    std::ostringstream text;
-    SlcGenCCode(m_errors, &m_options, text).GenCCode(*this);
-    if (!m_errors->NoError())
-        throw SlcCompilationError();
-    SlcWriteWholeFile(m_errors, g_ccFilename + ".cpp", text.view(), "C++ code generation");
+    SlcFileInProgress file(m_errors, g_ccFilename + ".cpp", "C++ code generation");
+    SlcGenCCode(m_errors, &m_options, file.Out()).GenCCode(*this);
+    file.Finish();
 }

@@ -1,7 +1,6 @@
 #include "symbols/SlcFuncDescription.h"
 
 #include <charconv>
-#include <cstring>
 #include <iostream>
 
 #include "support/SlcDiagnostics.h"
@@ -30,6 +29,11 @@ constexpr TypeWord k_typeWords[] = {
     {"array-color", [] { return SlcTypeNode::CreateArrayType(SlcTypeNode::AColor()); }},
     {"array-point", [] { return SlcTypeNode::CreateArrayType(SlcTypeNode::APoint()); }},
 };
+
+bool EndsToken(char c)
+{
+    return c == '\0' || c == ' ' || c == '(' || c == ')' || c == '*' || c == '=';
+}
 
 /// "= default" behind a type, if it is there.
 std::string ReadDefault(const char*& cursor)
@@ -106,7 +110,7 @@ std::string_view SlcFuncDescription::ReadString(const char*& cursor)
 {
     EatSpaces(cursor);
     const char* begin = cursor;
-    while (*cursor != '\0' && std::strchr(" ()*=", *cursor) == nullptr)
+    while (!EndsToken(*cursor))
         ++cursor;
     if (cursor == begin && *cursor != '\0')
         ++cursor;
