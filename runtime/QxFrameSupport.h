@@ -62,9 +62,9 @@ inline void QxDeleteSpaceList(const QxFrame3D** list)
     delete[] list;
 }
 
-inline const QxFrame3D* FindSpace(const QxSpaceRegistry* registry, const char* name)
+inline const QxFrame3D* FindSpace(QxSpaceRegistry* registry, const char* name)
 {
-    return registry->Find(name);
+    return registry->Reserve(name);
 }
 
 /// The value has been brought into the current space already; the space tells where it came from.

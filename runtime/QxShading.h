@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
@@ -30,6 +31,12 @@ class QxSpaceRegistry {
 public:
     QxSpaceRegistry() { Define("current", QxFrame3D()); }
     void Define(const std::string& name, const QxFrame3D& frame) { m_frames[name] = frame; }
+    /// The frame of a name that may be defined later on: until then it is that of the current
+    /// space. It keeps its place for the registry's life.
+    const QxFrame3D* Reserve(const std::string& name)
+    {
+        return &m_frames.emplace(name, QxFrame3D()).first->second;
+    }
     /// The current space for an unknown name. The frame keeps its place for the registry's life.
     const QxFrame3D* Find(const std::string& name) const
     {
@@ -133,6 +140,15 @@ public:
 
     /// Takes name and type from a declaration, with room for one point.
     void Declare(const QxShaderToken& token);
+    /// Takes name and type from another one, with room for one point.
+    void DeclareAs(const QxVar& other)
+    {
+        m_name = other.m_name;
+        m_type = other.m_type;
+        m_varying = other.m_varying;
+        m_length = other.m_length;
+        Resize(1);
+    }
     /// Makes room for that many shading points; what was stored is lost.
     void Resize(std::size_t points);
 
@@ -151,14 +167,23 @@ public:
         Store(value);
         m_useDefault = false;
     }
+    /// The same for a value of each point, laid out as they are stored.
+    void SetValueForEachPoint(const void* values);
 
     const std::string& Name() const { return m_name; }
     QxValueType Type() const { return m_type; }
     bool IsVarying() const { return m_varying; }
     std::size_t Length() const { return m_length; }
+    /// How many points it has a value for.
+    std::size_t Points() const { return m_points; }
 
 private:
     void StoreStrings(const char* const* value);
+    void StoreString(std::size_t place, const char* text)
+    {
+        std::free(const_cast<char*>(m_strings[place]));
+        m_strings[place] = strdup(text ? text : "");
+    }
     void FreeStrings()
     {
         for (const char* text : m_strings)
@@ -224,13 +249,18 @@ __attribute__((noinline)) inline void QxVar::Store(const void* value)
 // Kept apart: a compiler that inlines it where the value is a float warns of a read behind its end.
 __attribute__((noinline)) inline void QxVar::StoreStrings(const char* const* value)
 {
-    for (std::size_t element = 0; element < m_length; ++element) {
-        for (std::size_t point = 0; point < m_points; ++point) {
-            const char*& place = m_strings[element * m_points + point];
-            std::free(const_cast<char*>(place));
-            place = strdup(value[element] ? value[element] : "");
-        }
-    }
+    for (std::size_t element = 0; element < m_length; ++element)
+        for (std::size_t point = 0; point < m_points; ++point)
+            StoreString(element * m_points + point, value[element]);
+}
+
+__attribute__((noinline)) inline void QxVar::SetValueForEachPoint(const void* values)
+{
+    m_useDefault = false;
+    for (std::size_t place = 0; place < m_strings.size(); ++place)
+        StoreString(place, static_cast<const char* const*>(values)[place]);
+    const float* floats = static_cast<const float*>(values);
+    std::copy(floats, floats + m_floats.size(), m_floats.begin());
 }
 
 /// What a shader tells of itself.

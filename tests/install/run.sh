@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the build, moves the installed tree, and builds a shared object with it: the program
-# must find the header of generated C++ in its own tree.
+# must find the header of generated C++ in its own tree. The host library is there with its headers.
 # usage: run.sh BUILD_DIRECTORY
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
@@ -24,3 +24,10 @@ grep -q -- "-I$scratch/moved/include/shaderqx " messages || {
 }
 moved/bin/shaderqx constant.sl 2>/dev/null
 moved/bin/sqxdump --params constant.sqx
+
+[ -f moved/lib*/libshaderqx_host.a ] || [ -f moved/lib/*/libshaderqx_host.a ] || {
+    echo "The host library is not installed"
+    exit 1
+}
+echo '#include "host/QxHost.h"' >host.cpp
+c++ -std=c++20 -Wall -Werror -Imoved/include/shaderqx -fsyntax-only host.cpp

@@ -1,0 +1,19 @@
+#pragma once
+
+// All that a program needs to run shaders that `shaderqx --dso` built:
+//
+//     QxHostScene scene;
+//     scene.AddPointLight({0, 2, -2}, {1, 1, 1});
+//     QxShaderObject object("plastic.sqx", scene.Spaces());
+//     QxShaderInstance plastic(object);
+//     plastic.Set("Kd", 0.8);
+//     QxHostGrid grid(64, 64);
+//     plastic.Run(grid, scene);
+//     std::span<QxRGBColor> colors = grid.Values<QxRGBColor>("Ci");
+
+#include "host/QxHostError.h"
+#include "host/QxHostGrid.h"
+#include "host/QxHostScene.h"
+#include "host/QxHostValue.h"
+#include "host/QxShaderInstance.h"
+#include "host/QxShaderObject.h"

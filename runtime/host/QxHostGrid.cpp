@@ -1,0 +1,219 @@
+#include "host/QxHostGrid.h"
+
+#include <algorithm>
+#include <string>
+
+#include "host/QxHostError.h"
+
+namespace {
+
+template <class Value>
+struct Row {
+    std::string_view name;
+    Value* QxHiddenVariables::*member;  // null: the shader gets it another way
+    bool uniform;
+    Value initial;
+};
+
+using Hidden = QxHiddenVariables;
+
+// clang-format off
+constexpr Row<float> k_floats[] = {
+    {"u",      &Hidden::u,      false, 0},
+    {"v",      &Hidden::v,      false, 0},
+    {"s",      &Hidden::s,      false, 0},
+    {"t",      &Hidden::t,      false, 0},
+    {"alpha",  &Hidden::alpha,  false, 1},
+    {"du",     &Hidden::du,     true,  1},
+    {"dv",     &Hidden::dv,     true,  1},
+    {"ncomps", &Hidden::ncomps, true,  3},
+    {"time",   &Hidden::time,   true,  0},
+};
+constexpr Row<QxVector3> k_vectors[] = {
+    {"P",      &Hidden::P,      false, {0, 0, 1}},
+    {"Ps",     &Hidden::Ps,     false, {0, 0, 1}},
+    {"I",      &Hidden::I,      false, {0, 0, 1}},
+    {"N",      &Hidden::N,      false, {0, 0, -1}},
+    {"Ng",     &Hidden::Ng,     false, {0, 0, -1}},
+    {"dPdu",   &Hidden::dPdu,   false, {1, 0, 0}},
+    {"dPdv",   &Hidden::dPdv,   false, {0, -1, 0}},
+    {"L",      &Hidden::L,      false, {0, 0, 0}},
+    {"E",      nullptr,         true,  {0, 0, 0}},
+};
+constexpr Row<QxRGBColor> k_colors[] = {
+    {"Cs",     &Hidden::Cs,     false, {1, 1, 1}},
+    {"Os",     &Hidden::Os,     false, {1, 1, 1}},
+    {"Ci",     &Hidden::Ci,     false, {0, 0, 0}},
+    {"Oi",     &Hidden::Oi,     false, {0, 0, 0}},
+    {"Cl",     &Hidden::Cl,     false, {0, 0, 0}},
+    {"Ol",     &Hidden::Ol,     false, {1, 1, 1}},
+};
+// clang-format on
+
+template <class Value>
+std::span<const Row<Value>> Rows();
+template <>
+std::span<const Row<float>> Rows()
+{
+    return k_floats;
+}
+template <>
+std::span<const Row<QxVector3>> Rows()
+{
+    return k_vectors;
+}
+template <>
+std::span<const Row<QxRGBColor>> Rows()
+{
+    return k_colors;
+}
+
+// One value as numbers, and back.
+
+void Append(std::vector<float>& numbers, float value)
+{
+    numbers.push_back(value);
+}
+
+template <class Triple>
+void Append(std::vector<float>& numbers, const Triple& value)
+{
+    numbers.insert(numbers.end(), {value[0], value[1], value[2]});
+}
+
+void Take(float& value, const float* numbers)
+{
+    value = numbers[0];
+}
+
+template <class Triple>
+void Take(Triple& value, const float* numbers)
+{
+    value = {numbers[0], numbers[1], numbers[2]};
+}
+
+/// `source` holds one value or as many as the target.
+template <class Value>
+void Spread(std::vector<Value>& target, const QxHostValue& source, std::string_view name)
+{
+    const std::size_t width = QxFloatCount(source.type);
+    if (source.Count() != 1 && source.Count() != target.size())
+        throw QxHostError("Predefined variable '" + std::string(name) + "' takes 1 or " +
+                          std::to_string(target.size()) + " values, but got " +
+                          std::to_string(source.Count()));
+    for (std::size_t i = 0; i < target.size(); ++i)
+        Take(target[i], source.numbers.data() + (source.Count() == 1 ? 0 : i * width));
+}
+
+template <class Value>
+QxHostValue Collected(QxValueType type, const std::vector<Value>& values)
+{
+    std::vector<float> numbers;
+    for (const Value& value : values)
+        Append(numbers, value);
+    return {type, std::move(numbers)};
+}
+
+float StepOf(unsigned int points)
+{
+    return points > 1 ? 1 / static_cast<float>(points - 1) : 1;
+}
+
+}  // namespace
+
+QxHostGrid::QxHostGrid(unsigned int columns, unsigned int rows) : m_layout{columns, rows}
+{
+    if (columns == 0 || rows == 0)
+        throw QxHostError("A grid needs at least one point each way");
+    Allocate<float>();
+    Allocate<QxVector3>();
+    Allocate<QxRGBColor>();
+    FillSquare();
+}
+
+template <class Value>
+void QxHostGrid::Allocate()
+{
+    for (const Row<Value>& row : Rows<Value>())
+        std::get<Store<Value>>(m_values).emplace_back(row.uniform ? 1 : Size(), row.initial);
+}
+
+void QxHostGrid::FillSquare()
+{
+    const float du = StepOf(m_layout.columns);
+    const float dv = StepOf(m_layout.rows);
+    Set("du", du);
+    Set("dv", dv);
+    for (std::size_t i = 0; i < Size(); ++i) {
+        const float u = static_cast<float>(i % m_layout.columns) * du;
+        const float v = static_cast<float>(i / m_layout.columns) * dv;
+        Values<float>("u")[i] = Values<float>("s")[i] = u;
+        Values<float>("v")[i] = Values<float>("t")[i] = v;
+        const QxVector3 place = {u - 0.5F, 0.5F - v, 1};
+        for (const char* name : {"P", "Ps", "I"})
+            Values<QxVector3>(name)[i] = place;
+    }
+}
+
+template <class Value>
+std::vector<Value>* QxHostGrid::Find(std::string_view name)
+{
+    const auto rows = Rows<Value>();
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        if (rows[i].name == name)
+            return &std::get<Store<Value>>(m_values)[i];
+    return nullptr;
+}
+
+template <class Value>
+std::span<Value> QxHostGrid::Values(std::string_view name)
+{
+    if (std::vector<Value>* values = Find<Value>(name))
+        return *values;
+    throw QxHostError("There is no predefined variable '" + std::string(name) + "' of that type");
+}
+
+template std::span<float> QxHostGrid::Values(std::string_view name);
+template std::span<QxVector3> QxHostGrid::Values(std::string_view name);
+template std::span<QxRGBColor> QxHostGrid::Values(std::string_view name);
+
+void QxHostGrid::Set(std::string_view name, const QxHostValue& value)
+{
+    if (auto* floats = Find<float>(name); floats && value.Fits(QxValueType::Float))
+        return Spread(*floats, value, name);
+    if (auto* vectors = Find<QxVector3>(name); vectors && value.Fits(QxValueType::Point))
+        return Spread(*vectors, value, name);
+    if (auto* colors = Find<QxRGBColor>(name); colors && value.Fits(QxValueType::Color))
+        return Spread(*colors, value, name);
+    throw QxHostError("There is no predefined variable '" + std::string(name) + "' of type " +
+                      QxTypeName(value.type));
+}
+
+QxHostValue QxHostGrid::Get(std::string_view name)
+{
+    if (const auto* floats = Find<float>(name))
+        return Collected(QxValueType::Float, *floats);
+    if (const auto* vectors = Find<QxVector3>(name))
+        return Collected(QxValueType::Point, *vectors);
+    if (const auto* colors = Find<QxRGBColor>(name))
+        return Collected(QxValueType::Color, *colors);
+    throw QxHostError("There is no predefined variable '" + std::string(name) + "'");
+}
+
+template <class Value>
+void QxHostGrid::Point(QxHiddenVariables& hidden)
+{
+    const auto rows = Rows<Value>();
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        if (rows[i].member)
+            hidden.*rows[i].member = std::get<Store<Value>>(m_values)[i].data();
+}
+
+QxHiddenVariables QxHostGrid::Hidden()
+{
+    QxHiddenVariables hidden;
+    Point<float>(hidden);
+    Point<QxVector3>(hidden);
+    Point<QxRGBColor>(hidden);
+    return hidden;
+}

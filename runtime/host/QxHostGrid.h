@@ -1,0 +1,52 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+#include <tuple>
+#include <vector>
+
+#include "QxDerivatives.h"
+#include "host/QxHostValue.h"
+
+/// The shading points of a patch, with the values of all predefined variables.
+///
+/// A new grid is a square of side 1 before the eye, which looks along z: `u` and `v` run from 0 to
+/// 1, `P` and `I` span it at z = 1, `N` faces the eye, surface color and opacity are white, `Ci`,
+/// `Oi` and `Cl` are black. Shaders read the grid and write their results into it.
+class QxHostGrid {
+public:
+    /// Points are numbered along u first. Throws `QxHostError` if there are none.
+    QxHostGrid(unsigned int columns, unsigned int rows);
+
+    [[nodiscard]] const QxGrid& Layout() const { return m_layout; }
+    [[nodiscard]] std::size_t Size() const { return m_layout.Size(); }
+
+    /// The values of a predefined variable: one for each point; a single one of `E`, `du`, `dv`,
+    /// `ncomps` and `time`. `Value` is float, QxVector3 or QxRGBColor, as the variable is. Throws
+    /// `QxHostError` if there is none of that name and type.
+    template <class Value>
+    [[nodiscard]] std::span<Value> Values(std::string_view name);
+
+    /// Sets a variable to one value everywhere, or to one for each point. Throws `QxHostError`.
+    void Set(std::string_view name, const QxHostValue& value);
+    /// All values of a variable. Throws `QxHostError`.
+    [[nodiscard]] QxHostValue Get(std::string_view name);
+
+    /// The variables as shaders reach them, for as long as the grid lives.
+    [[nodiscard]] QxHiddenVariables Hidden();
+
+private:
+    template <class Value>
+    using Store = std::vector<std::vector<Value>>;  // by row of the table of its type
+
+    template <class Value>
+    [[nodiscard]] std::vector<Value>* Find(std::string_view name);
+    template <class Value>
+    void Allocate();
+    template <class Value>
+    void Point(QxHiddenVariables& hidden);
+    void FillSquare();
+
+    QxGrid m_layout;
+    std::tuple<Store<float>, Store<QxVector3>, Store<QxRGBColor>> m_values;
+};

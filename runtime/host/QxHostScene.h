@@ -1,0 +1,70 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "QxShaderSupport.h"
+#include "host/QxHostGrid.h"
+
+class QxShaderInstance;
+
+/// What shaders of a host share: coordinate spaces, lights, and answers to their questions. What
+/// else needs a scene gets the neutral answer; a host that knows better derives from this.
+class QxHostScene : public QxShaderSupport {
+public:
+    /// Spaces by name. The current one is that of the grids; a name that is not defined means it.
+    [[nodiscard]] QxSpaceRegistry& Spaces() { return m_spaces; }
+
+    // Lights. Places and directions are in the current space.
+
+    void AddAmbientLight(const QxRGBColor& color);
+    /// As bright at any distance.
+    void AddPointLight(const QxVector3& position, const QxRGBColor& color);
+    /// `direction`: the way that the light goes.
+    void AddDistantLight(const QxVector3& direction, const QxRGBColor& color);
+    /// A light shader, which must outlive the scene. One without `illuminate` and `solar` is
+    /// ambient: to find out, it is run once. Throws `QxHostError` if it is no light shader.
+    void AddLight(QxShaderInstance& light);
+    /// Without the ambient ones.
+    [[nodiscard]] unsigned int LightCount() const;
+
+    /// What a message such as `attribute("name", ...)` finds under the name.
+    void SetAnswer(QxMessage message, const std::string& name, const QxHostValue& value);
+
+    /// The grid that is about to be shaded: lights are run on grids of its layout.
+    void BeginGrid(QxHostGrid& grid);
+
+    void EvaluateLights(const QxVector3* positions, unsigned int points, QxLightInput* lights,
+                        unsigned int count) override;
+    QxRGBColor Ambient(const QxVector3& position) override;
+    bool Message(QxMessage message, const char* texture, const char* name,
+                 const QxMessageValue& value) override;
+
+private:
+    struct Light {
+        QxVector3 place = {0, 0, 0};  // or the direction
+        bool distant = false;
+        QxRGBColor color = {0, 0, 0};
+        QxShaderInstance* shader = nullptr;  // in place of all others
+    };
+
+    void Shade(QxShaderInstance& light, QxHostGrid& grid, const QxVector3* positions);
+    void TakeShaded(const QxLightInput& light);
+
+    QxSpaceRegistry m_spaces;
+    std::vector<Light> m_lights;
+    std::map<std::pair<QxMessage, std::string>, QxHostValue> m_answers;
+
+    QxRGBColor m_ambientColor = {0, 0, 0};
+    std::vector<QxShaderInstance*> m_ambientShaders;
+    QxRGBColor m_steadyAmbient = {0, 0, 0};         // of all that is alike at all points
+    std::vector<QxShaderInstance*> m_placeAmbient;  // the other ones
+
+    float m_time = 0;
+    QxVector3 m_eye = {0, 0, 0};
+    std::optional<QxHostGrid> m_lightGrid;
+    std::optional<QxHostGrid> m_ambientGrid;  // of one point
+};

@@ -1,0 +1,67 @@
+#include "host/QxHostValue.h"
+
+#include "host/QxHostError.h"
+
+namespace {
+
+/// Points, vectors and normals are stored alike.
+QxValueType Storage(QxValueType type)
+{
+    const bool isPoint = type == QxValueType::Vector || type == QxValueType::Normal;
+    return isPoint ? QxValueType::Point : type;
+}
+
+}  // namespace
+
+QxHostValue::QxHostValue(QxValueType itsType, std::vector<float> itsNumbers)
+    : type(itsType),
+      numbers(std::move(itsNumbers))
+{
+    const std::size_t width = QxFloatCount(type);
+    if (width == 0 || numbers.size() % width != 0)
+        throw QxHostError(std::string("A ") + QxTypeName(type) + " cannot be made of " +
+                          std::to_string(numbers.size()) + " numbers");
+}
+
+QxHostValue::QxHostValue(std::vector<std::string> itsTexts)
+    : type(QxValueType::String),
+      texts(std::move(itsTexts))
+{
+}
+
+QxHostValue::QxHostValue(const QxMatrix44& matrix) : type(QxValueType::Matrix)
+{
+    for (const auto& row : matrix.m)
+        numbers.insert(numbers.end(), row, row + 4);
+}
+
+std::size_t QxHostValue::Count() const
+{
+    return type == QxValueType::String ? texts.size() : numbers.size() / QxFloatCount(type);
+}
+
+bool QxHostValue::Fits(QxValueType wanted) const
+{
+    return Storage(type) == Storage(wanted);
+}
+
+const char* QxTypeName(QxValueType type)
+{
+    switch (type) {
+    case QxValueType::Float:
+        return "float";
+    case QxValueType::Point:
+        return "point";
+    case QxValueType::Color:
+        return "color";
+    case QxValueType::String:
+        return "string";
+    case QxValueType::Matrix:
+        return "matrix";
+    case QxValueType::Vector:
+        return "vector";
+    case QxValueType::Normal:
+        break;
+    }
+    return "normal";
+}

@@ -1,0 +1,262 @@
+// The host library with real shaders, from their sources, and with files that are none.
+
+#include <gtest/gtest.h>
+
+#include <dlfcn.h>
+#include <memory>
+
+#include "host/QxHost.h"
+#include "host/ShaderFolder.h"
+
+namespace {
+
+using Numbers = std::vector<float>;
+
+/// A grid, a scene and a shader that is built for the test.
+class Host : public ::testing::Test {
+protected:
+    void Load(const std::string& source)
+    {
+        m_object =
+            std::make_unique<QxShaderObject>(m_folder.Build("test", source), m_scene.Spaces());
+        m_shader = std::make_unique<QxShaderInstance>(*m_object);
+    }
+    void Run() { m_shader->Run(m_grid, m_scene); }
+    /// The message of the error that `action` ends with; empty without one.
+    template <class Action>
+    static std::string ErrorOf(const Action& action)
+    {
+        try {
+            action();
+        } catch (const QxHostError& error) {
+            return error.what();
+        }
+        return "";
+    }
+
+    ShaderFolder m_folder;
+    QxHostScene m_scene;
+    QxHostGrid m_grid{2, 2};
+    std::unique_ptr<QxShaderObject> m_object;
+    std::unique_ptr<QxShaderInstance> m_shader;
+};
+
+constexpr const char* k_values = R"(
+surface test(float scale = 2; color tint = color(0.5, 0.25, 1); string name = "plain";
+             float weights[2] = {1, 2}; point place = point(0, 0, 1); varying float each = 3;
+             matrix frame = 2;
+             output float sum = 10; output varying color seen = 0; output string told = "";
+             output varying float pair[2] = {0, 0})
+{
+    sum += scale + weights[0] + weights[1];
+    seen = tint * each;
+    told = concat(name, "!");
+    pair[0] = u;
+    pair[1] = v;
+    Ci = tint * scale * Cs;
+    Oi = comp(frame, 0, 0) + zcomp(place);
+}
+)";
+
+}  // namespace
+
+TEST_F(Host, HandsParametersInAndOut)
+{
+    Load(k_values);
+    EXPECT_EQ(m_object->Type(), QxShaderInterface::e_typeSurface);
+    EXPECT_EQ(m_object->Parameters().at(3).length, 2U);
+    EXPECT_TRUE(m_object->Parameters().at(7).output);
+    EXPECT_TRUE(m_object->Uses("Cs"));
+    EXPECT_FALSE(m_object->Uses("dPdu"));
+
+    Run();
+    EXPECT_EQ(m_shader->Get("sum").numbers, Numbers{15});
+    EXPECT_EQ(m_shader->Get("told").texts, std::vector<std::string>{"plain!"});
+    EXPECT_EQ(m_shader->Get("pair").numbers, (Numbers{0, 1, 0, 1, 0, 0, 1, 1}));
+    EXPECT_EQ(m_grid.Get("Oi").numbers[0], 3);
+
+    m_shader->Set("scale", 1);
+    m_shader->Set("weights", Numbers{5, 6});
+    m_shader->Set("tint", QxRGBColor{1, 2, 3});
+    m_shader->Set("name", "other");
+    m_shader->Set("place", QxVector3{0, 0, 4});
+    m_shader->Set("frame", QxMatrix44::Scaling(7));
+    m_shader->SetForEachPoint("each", Numbers{1, 2, 3, 4});
+    m_grid.Set("Cs", QxRGBColor{1, 0.5F, 0});
+    Run();
+    EXPECT_EQ(m_shader->Get("sum").numbers, Numbers{22}) << "an output starts anew with each run";
+    EXPECT_EQ(m_shader->Get("seen").numbers, (Numbers{1, 2, 3, 2, 4, 6, 3, 6, 9, 4, 8, 12}));
+    EXPECT_EQ(m_shader->Get("told").texts, std::vector<std::string>{"other!"});
+    EXPECT_EQ(m_grid.Get("Oi").numbers[0], 11);
+    EXPECT_EQ(m_grid.Values<QxRGBColor>("Ci")[3], (QxRGBColor{1, 1, 0}));
+}
+
+TEST_F(Host, ShadesGridsOfEachSizeInTurn)
+{
+    Load(k_values);
+    for (const unsigned int columns : {3U, 1U, 5U}) {
+        QxHostGrid grid(columns, 2);
+        m_shader->Run(grid, m_scene);
+        EXPECT_EQ(m_shader->Get("seen").Count(), 2 * columns);
+        EXPECT_EQ(m_shader->Get("seen").numbers.back(), 3);
+    }
+}
+
+TEST_F(Host, RefusesValuesThatDoNotFit)
+{
+    Load(k_values);
+    const struct {
+        const char* name;
+        QxHostValue value;
+        const char* message;
+    } cases[] = {
+        {"scale", QxRGBColor{}, "Parameter 'scale' is a float, but is set to a color"},
+        {"tint", QxVector3{}, "Parameter 'tint' is a color, but is set to a point"},
+        {"name", 1, "Parameter 'name' is a string, but is set to a float"},
+        {"scale", "1", "Parameter 'scale' is a float, but is set to a string"},
+        {"weights", 1, "Parameter 'weights' is a float[2], but is set to 1 values"},
+        {"scale", Numbers{1, 2}, "Parameter 'scale' is a float, but is set to 2 values"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(ErrorOf([&] { m_shader->Set(c.name, c.value); }), c.message);
+    EXPECT_NE(ErrorOf([&] { m_shader->Set("Kd", 1); }).find("has no parameter 'Kd'"),
+              std::string::npos);
+    EXPECT_NE(ErrorOf([&] { (void)m_shader->Get("Kd"); }), "");
+    EXPECT_EQ(ErrorOf([&] {
+                  m_shader->SetForEachPoint("scale", Numbers{1, 2, 3, 4});
+              }),
+              "Parameter 'scale' is uniform, it has one value for all points");
+    m_shader->SetForEachPoint("each", Numbers{1, 2, 3});
+    EXPECT_EQ(ErrorOf([&] { Run(); }), "Parameter 'each' is set to 3 values, but the grid needs 4");
+
+    EXPECT_NE(ErrorOf([] { QxHostValue(QxValueType::Color, {1, 2}); }), "");
+    EXPECT_NE(ErrorOf([&] { m_grid.Set("Cs", 1); }), "");
+    EXPECT_NE(ErrorOf([&] { m_grid.Set("Kd", 1); }), "");
+    EXPECT_NE(ErrorOf([&] { m_grid.Set("u", Numbers{1, 2}); }), "");
+    EXPECT_NE(ErrorOf([&] { (void)m_grid.Values<float>("P"); }), "");
+    EXPECT_NE(ErrorOf([] { QxHostGrid(0, 3); }), "");
+}
+
+TEST_F(Host, RefusesFilesThatAreNoShaders)
+{
+    const struct {
+        std::string path;
+        const char* message;  // a part of it
+    } cases[] = {
+        {SLC_FAKE_OTHER_VERSION, "has interface version 6.0, but version 5.0 was expected"},
+        {SLC_FAKE_NEWER_VERSION, "has interface version 5.1, but version 5.0 was expected"},
+        {SLC_FAKE_INCOMPLETE, "is no shader, entry point 'QxEvaluate' is missing"},
+        {m_folder.Path() / "missing.sqx", "There is no shader file '"},
+        {m_folder.Path(), "There is no shader file '"},
+        {m_folder.Build("code", "surface code() { Ci = 1; }", "--int"),
+         "a shader built with --dso was expected"},
+    };
+    for (int round = 0; round < 2; ++round)
+        for (const auto& c : cases)
+            EXPECT_NE(ErrorOf([&] { QxShaderObject(c.path, m_scene.Spaces()); }).find(c.message),
+                      std::string::npos)
+                << c.path;
+}
+
+TEST_F(Host, LeadsTheWholeLifeAgain)
+{
+    const std::string path = m_folder.Build("test", k_values);
+    for (int life = 0; life < 2; ++life) {
+        QxShaderObject object(path, m_scene.Spaces());
+        EXPECT_NE(ErrorOf([&] { QxShaderObject(path, m_scene.Spaces()); }).find("loaded already"),
+                  std::string::npos);
+        QxShaderInstance first(object);
+        QxShaderInstance second(object);
+        second.Set("scale", 3);
+        first.Run(m_grid, m_scene);
+        second.Run(m_grid, m_scene);
+        EXPECT_EQ(first.Get("sum").numbers, Numbers{15});
+        EXPECT_EQ(second.Get("sum").numbers, Numbers{16});
+    }
+    EXPECT_EQ(dlopen(path.c_str(), RTLD_LAZY | RTLD_NOLOAD), nullptr) << "it is unloaded";
+}
+
+TEST_F(Host, LooksSpacesUpByName)
+{
+    Load(R"(surface test(output varying point moved = 0; output varying point back = 0)
+            { moved = transform("shader", P); back = transform("unknown", P); })");
+    QxMatrix44 shift = QxMatrix44::Identity();
+    shift[3][0] = 5;
+    m_scene.Spaces().Define("shader", QxFrame3D(shift));
+    Run();
+    EXPECT_EQ(m_shader->Get("moved").numbers[0], -5.5F);
+    EXPECT_EQ(m_shader->Get("back").numbers[0], -0.5F);
+}
+
+TEST_F(Host, RunsLightsOfEveryKind)
+{
+    Load(R"(surface test() {
+                Ci = 0;
+                illuminance (P, N, PI / 2) { Ci += Cl * normalize(L) . N; }
+                Oi = ambient(); })");
+    m_scene.AddAmbientLight({0.5F, 0, 0});
+    m_scene.AddDistantLight({0, 0, 2}, {0, 1, 0});
+    m_scene.AddDistantLight({0, 0, -2}, {100, 100, 100});  // from behind
+    m_scene.AddPointLight({-0.5F, 0.5F, -3}, {0, 0, 2});   // before the first point
+
+    QxShaderObject spot(m_folder.Build("spot", R"(
+        light spot(float power = 1; point from = point "shader" (0, 0, 0))
+        { illuminate (from) { Cl = power * color(1, 0, 0); } })"),
+                        m_scene.Spaces());
+    QxShaderInstance weak(spot);
+    QxShaderInstance strong(spot);
+    strong.Set("power", 10);
+    strong.Set("from", QxVector3{-0.5F, 0.5F, 0});
+    m_scene.AddLight(weak);
+    m_scene.AddLight(strong);
+    QxMatrix44 place = QxMatrix44::Identity();
+    place[3][0] = -0.5F;
+    place[3][1] = 0.5F;
+    m_scene.Spaces().Define("shader", QxFrame3D(place));
+
+    QxShaderObject sky(m_folder.Build("sky", "light sky() { Cl = color(0, 0, zcomp(Ps)); }"),
+                       m_scene.Spaces());
+    QxShaderInstance ambient(sky);
+    m_scene.AddLight(ambient);
+    EXPECT_EQ(m_scene.LightCount(), 5U);
+    EXPECT_NE(ErrorOf([&] { m_scene.AddLight(*m_shader); }).find("is no light shader"),
+              std::string::npos);
+
+    Run();
+    EXPECT_EQ(m_grid.Values<QxRGBColor>("Oi")[3], (QxRGBColor{0.5F, 0, 1}));
+    const QxRGBColor lit = m_grid.Values<QxRGBColor>("Ci")[0];
+    EXPECT_NEAR(lit.r, 11, 1e-4);
+    EXPECT_NEAR(lit.g, 1, 1e-4);
+    EXPECT_NEAR(lit.b, 2, 1e-4);
+}
+
+TEST_F(Host, DisplacesAndImages)
+{
+    Load("displacement test(float by = 1) { P += by * normalize(N); N = calculatenormal(P); }");
+    EXPECT_TRUE(m_object->ModifiesP());
+    Run();
+    EXPECT_EQ(m_grid.Values<QxVector3>("P")[0], (QxVector3{-0.5F, 0.5F, 0}));
+    EXPECT_EQ(m_grid.Values<QxVector3>("N")[0], (QxVector3{0, 0, -1}));
+
+    QxShaderObject object(m_folder.Build("half", "imager half() { Ci *= 0.5; alpha = 0.25; }"),
+                          m_scene.Spaces());
+    m_grid.Set("Ci", QxRGBColor{1, 1, 1});
+    QxShaderInstance(object).Run(m_grid, m_scene);
+    EXPECT_EQ(m_grid.Values<QxRGBColor>("Ci")[0], (QxRGBColor{0.5F, 0.5F, 0.5F}));
+    EXPECT_EQ(m_grid.Values<float>("alpha")[0], 0.25F);
+}
+
+TEST_F(Host, AnswersMessages)
+{
+    Load(R"(surface test(output float found = 0; output color tint = 0; output string tag = "") {
+                found = attribute("user:tint", tint) + 10 * attribute("user:tag", tag)
+                        + 100 * attribute("user:other", tag) + 1000 * attribute("user:tag", tint);
+            })");
+    m_scene.SetAnswer(QxMessage::Attribute, "user:tint", QxRGBColor{1, 2, 3});
+    m_scene.SetAnswer(QxMessage::Attribute, "user:tag", "label");
+    m_scene.SetAnswer(QxMessage::Option, "user:other", "elsewhere");
+    Run();
+    EXPECT_EQ(m_shader->Get("found").numbers, Numbers{11});
+    EXPECT_EQ(m_shader->Get("tint").numbers, (Numbers{1, 2, 3}));
+    EXPECT_EQ(m_shader->Get("tag").texts, std::vector<std::string>{"label"});
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+/// A temporary folder of built shaders.
+class ShaderFolder {
+public:
+    ShaderFolder();
+    ~ShaderFolder();
+    ShaderFolder(const ShaderFolder&) = delete;
+    ShaderFolder& operator=(const ShaderFolder&) = delete;
+
+    /// Builds the shader, whose name must be `name`, and gives the path of the shared object.
+    /// Fails the test that is running if the compiler refuses it.
+    [[nodiscard]] std::string Build(const std::string& name, const std::string& source,
+                                    const std::string& options = "-O2 --dso") const;
+    [[nodiscard]] const std::filesystem::path& Path() const { return m_path; }
+
+private:
+    std::filesystem::path m_path;
+};

@@ -1,0 +1,51 @@
+// A shared object with the entry points of a shader, but for what the build leaves out: a host
+// must refuse it. FAKE_MAJOR and FAKE_MINOR are its version.
+
+#include "slcShaderCCodeOp.h"
+
+namespace {
+int s_registrations = 0;
+}
+
+extern "C" {
+
+void QX_SHADER_FUNC QxRegister(QxTokenRegistry*)
+{
+    ++s_registrations;
+}
+
+void QX_SHADER_FUNC QxInterfaceVersion(int* o_majorVersion, int* o_minorVersion)
+{
+    *o_majorVersion = FAKE_MAJOR;
+    *o_minorVersion = FAKE_MINOR;
+}
+
+void QX_SHADER_FUNC QxInterrogate(const QxSearchPath*, QxSpaceRegistry*, const QxFrame3D***,
+                                  QxShaderInterface::QxType*, QxVar**, unsigned char**,
+                                  unsigned char**, QxToken***, QxShaderInterface::QxDataSize**)
+{
+    std::abort();  // nobody goes on with a shader of another version
+}
+
+void QX_SHADER_FUNC QxInitialize(const QxShadingContext&, QxVar*, const QxFrame3D**) {}
+
+int QX_SHADER_FUNC QxUseRayTracing(void)
+{
+    return 0;
+}
+
+int QX_SHADER_FUNC QxModifyPoint(void)
+{
+    return 0;
+}
+
+void QX_SHADER_FUNC QxDestroy(const QxFrame3D***)
+{
+    if (--s_registrations != 0)
+        std::abort();  // each registration is taken back once
+}
+
+#ifndef FAKE_WITHOUT_EVALUATE
+void QX_SHADER_FUNC QxEvaluate() {}
+#endif
+}
