@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 #include <vector>
 
-#include "driver/TemporaryFolder.h"
+#include "helpers/TemporaryFolder.h"
 #include "support/SlcDiagnostics.h"
 
 namespace {

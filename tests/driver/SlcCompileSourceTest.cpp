@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "driver/TemporaryFolder.h"
+#include "helpers/TemporaryFolder.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "driver/SlcDefaultCommands.h"
-#include "driver/TemporaryFolder.h"
+#include "helpers/TemporaryFolder.h"
 #include "frontend/SlcParseCode.h"
 
 namespace {
