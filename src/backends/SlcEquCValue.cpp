@@ -64,7 +64,10 @@ std::string SlcEquCValue::Literal(const std::string& text)
     for (const char c : text) {
         if (c == '"' || c == '\\')
             literal += '\\';
-        literal += c;
+        if (c == '\n')
+            literal += "\\n";
+        else
+            literal += c;
     }
     return literal + '"';
 }

@@ -33,7 +33,7 @@ public:
     /// A string constant as C++ reads it; `text` with its quotes. An escape that C++ does not know
     /// is printed as the character that it stands for.
     [[nodiscard]] static std::string Quote(const std::string& text);
-    /// Any text as a C++ string literal.
+    /// Any text as a string literal of C++, or of byte-code.
     [[nodiscard]] static std::string Literal(const std::string& text);
 
 private:

@@ -8,6 +8,7 @@
 #include <limits>
 
 #include "backends/SlcCollectConst.h"
+#include "backends/SlcEquCValue.h"
 #include "frontend/SlcShaderTypeNode.h"
 #include "icode/SlcICodeName.h"
 #include "support/reports/SlcSemanticError.h"
@@ -244,14 +245,15 @@ void SlcGenByteCode::GenDSOInfo(const SlcInterForm& form)
     m_out << form.m_dsoNames.size() << '\n';
     for (const std::string& name : form.m_dsoNames) {
         m_dsoLibs.emplace(name, static_cast<int>(m_dsoLibs.size()));
-        m_out << '"' << name << "\"\n";
+        m_out << SlcEquCValue::Literal(name) << '\n';
     }
     m_out << form.m_dsoFunctions.size() << '\n';
     for (const auto& function : form.m_dsoFunctions) {
         const std::string& method = function->GetMethodName()->GetName();
-        m_out << m_dsoLibs.at(function->GetLibraryFileName()) << " \""
-              << function->GetInit()->GetName() << "\" \"" << method << "\" \""
-              << function->GetCleanup()->GetName() << "\"\n";
+        m_out << m_dsoLibs.at(function->GetLibraryFileName()) << ' '
+              << SlcEquCValue::Literal(function->GetInit()->GetName()) << ' '
+              << SlcEquCValue::Literal(method) << ' '
+              << SlcEquCValue::Literal(function->GetCleanup()->GetName()) << '\n';
         m_dsoFuncs.emplace(function->GetKey() + '_' + method, static_cast<int>(m_dsoFuncs.size()));
     }
 }

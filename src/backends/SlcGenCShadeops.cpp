@@ -115,7 +115,7 @@ void SlcGenCCode::GenFindShadeop(const SlcFuncDSOSymbolEntry& function)
             Line("\t\t", info, ".", member, " = 0x0;");
         else
             Line("\t\t", info, ".", member, " = (SlcDSOInfo::", type, ")QxGetDSOSymbol(",
-                 Handle(function), ", \"", symbol->GetName(), "\");");
+                 Handle(function), ", ", SlcEquCValue::Literal(symbol->GetName()), ");");
     };
     find("m_initFunc", "InitFunction", function.GetInit());
     find("m_methodFunc", "MethodFunction", function.GetMethodName());

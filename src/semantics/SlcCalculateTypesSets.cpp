@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "frontend/SlcNodes.h"
+#include "semantics/SlcBuiltInDetailRules.h"
 #include "semantics/SlcLeftSpine.h"
 #include "semantics/SlcOperatorTypes.h"
 #include "semantics/SlcTypedExpr.h"
@@ -44,8 +45,10 @@ SlcTypeNode* ElementTypeOf(const SlcVarSymbolEntry& array)
 
 SlcCalculateTypesSets::SlcCalculateTypesSets(SlcPtr<SlcSemanticError> errors,
                                              const SlcOptionsControl* options)
-    : m_errors(std::move(errors)),
-      m_options(options)
+    : m_errors(errors),
+      m_options(options),
+      m_shadeops(std::move(errors), options,
+                 {SlcAllArgsUniformReturnUniform, SlcAllArgsUniformReturnUniformInline})
 {
 }
 
@@ -238,7 +241,7 @@ SlcCalculateTypesSets::Types SlcCalculateTypesSets::TypesOfCall(SlcProcCallExprN
     const int errorsBefore = NbErrors();
     try {
         const auto& arguments = call->GetArguments()->GetArgs();
-        Types types = TypesThatFit(call, valueUsed);
+        Types types = TypesThatFitOrLoad(call, valueUsed);
         if (std::any_of(arguments.begin(), arguments.end(),
                         [](const auto& argument) { return IsFaulty(argument.get()); }))
             return {T::AError()};
@@ -252,6 +255,23 @@ SlcCalculateTypesSets::Types SlcCalculateTypesSets::TypesOfCall(SlcProcCallExprN
             error.entry->ErrorsTypeArgs(SlcArgsOf(call->GetArguments()), m_errors, name);
     }
     return {T::AError()};
+}
+
+SlcCalculateTypesSets::Types SlcCalculateTypesSets::TypesThatFitOrLoad(SlcProcCallExprNode* call,
+                                                                       bool valueUsed)
+{
+    try {
+        return TypesThatFit(call, valueUsed);
+    } catch (const SlcSymbolNotFound&) {
+        if (!LoadDSO(call, call->GetIdent()))
+            throw;
+    }
+    return TypesThatFit(call, valueUsed);
+}
+
+bool SlcCalculateTypesSets::LoadDSO(SlcSyntaxNode* node, SlcIdentNode* name)
+{
+    return m_options->m_useShadeops && m_shadeops.Load(node, name, *m_current);
 }
 
 SlcCalculateTypesSets::Types SlcCalculateTypesSets::TypesThatFit(SlcProcCallExprNode* call,

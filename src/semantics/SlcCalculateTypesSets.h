@@ -5,6 +5,7 @@
 #include "frontend/SlcCodeWalker.h"
 #include "support/SlcOptionsControl.h"
 #include "support/reports/SlcSemanticError.h"
+#include "symbols/SlcShadeopLoader.h"
 #include "symbols/SlcSymbolTable.h"
 
 /// Gives every expression of a statement the set of types that it may have: a triple can be a
@@ -55,11 +56,16 @@ private:
     void CheckWritable(const SlcLValueNode* lvalue, SlcPtr<SlcVarSymbolEntry> entry);
     [[nodiscard]] Types TypesOfCall(SlcProcCallExprNode* call, bool valueUsed);
     [[nodiscard]] Types TypesThatFit(SlcProcCallExprNode* call, bool valueUsed);
+    /// The same, after a look into the shadeop libraries for a name that is unknown.
+    [[nodiscard]] Types TypesThatFitOrLoad(SlcProcCallExprNode* call, bool valueUsed);
+    /// Adds the shadeops of that name to the current table. False if there is none.
+    [[nodiscard]] bool LoadDSO(SlcSyntaxNode* node, SlcIdentNode* name);
 
     SlcPtr<SlcSymbolTable> m_current;
     SlcPtr<SlcSymbolTable> m_global;
     SlcShaderTypeNode* m_shaderType = nullptr;
     SlcPtr<SlcSemanticError> m_errors;
     const SlcOptionsControl* m_options;
+    SlcShadeopLoader m_shadeops;
     bool m_valueUsed = false;  // something is done with the value of the expression at hand
 };

@@ -1,6 +1,9 @@
 #pragma once
 
 #include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #include "symbols/SlcFuncSymbolEntry.h"
 
@@ -14,9 +17,29 @@ struct SlcShadeopInfo {
     std::string key;                     // identifies the library in generated code
 };
 
+/// One record of a library's table: what it declares, and the functions that it names.
+struct SlcShadeopDeclaration {
+    SlcTypeNode* returnType = nullptr;
+    std::vector<SlcTypeNode*> argTypes;
+    SlcIdentNode* uniqueName = nullptr;  // tells the overloads apart within a compile
+    SlcIdentNode* methodName = nullptr;
+    SlcIdentNode* init = nullptr;
+    SlcIdentNode* cleanup = nullptr;
+};
+
+/// The rules of detail that hold for every shadeop; they live in `semantics`, which hands them in.
+struct SlcShadeopRules {
+    SlcCheckDetailProc checkDetail;
+    SlcCheckInlineDetailProc checkInlineDetail;
+};
+
 /// A function that a shared library supplies; its C name is unique among overloads.
 class SlcFuncDSOSymbolEntry : public SlcFuncSymbolEntry {
 public:
+    /// The entry of a declaration that the library at that path gives. Every argument takes
+    /// uniform and varying values, and none is output.
+    SlcFuncDSOSymbolEntry(SlcIdentNode* ident, const std::string& libraryPath,
+                          SlcShadeopDeclaration declaration, const SlcShadeopRules& rules);
     SlcFuncDSOSymbolEntry(SlcFuncSignature signature, SlcShadeopInfo info)
         : SlcFuncSymbolEntry(std::move(signature)),
           m_info(std::move(info))
@@ -32,6 +55,11 @@ public:
         return m_info.libraryBaseName + '.' + m_info.libraryExtension;
     }
     [[nodiscard]] const std::string& GetKey() const { return m_info.key; }
+
+    /// A part of a C identifier that stands for the name of a file: letters and digits stay, any
+    /// other character becomes "_", its two hexadecimal digits and "_", and the last "." becomes
+    /// "_".
+    [[nodiscard]] static std::string FileNameAsCId(std::string_view name);
 
 private:
     SlcShadeopInfo m_info;

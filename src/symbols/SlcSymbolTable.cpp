@@ -7,6 +7,7 @@
 #include "frontend/SlcDefinitionNodes.h"
 #include "support/SlcDiagnostics.h"
 #include "support/reports/SlcSemanticError.h"
+#include "symbols/SlcFuncDSOSymbolEntry.h"
 #include "symbols/SlcPossibleTypes.h"
 #include "symbols/SlcSymbolScope.h"
 
@@ -161,6 +162,17 @@ void SlcSymbolTable::AddFuncVarListEntry(SlcFuncSignature signature,
                                          std::unique_ptr<SlcFuncVarArgExpr> tail)
 {
     AddEntry(MakeShared<SlcFuncVarListSymbolEntry>(std::move(signature), std::move(tail)));
+}
+
+SlcPtr<SlcFuncDSOSymbolEntry> SlcSymbolTable::AddFuncEntryDSO(SlcIdentNode* ident,
+                                                              const std::string& libraryPath,
+                                                              SlcShadeopDeclaration declaration,
+                                                              const SlcShadeopRules& rules)
+{
+    auto entry =
+        MakeShared<SlcFuncDSOSymbolEntry>(ident, libraryPath, std::move(declaration), rules);
+    AddEntry(entry);
+    return entry;
 }
 
 const SlcSymbolTable* SlcSymbolTable::NextScope() const

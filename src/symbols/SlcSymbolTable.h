@@ -9,8 +9,11 @@
 #include "symbols/SlcSymbolEntry.h"
 
 class SlcFormalsNode;
+class SlcFuncDSOSymbolEntry;
 class SlcProcArgsNode;
 class SlcSymbolScope;
+struct SlcShadeopDeclaration;
+struct SlcShadeopRules;
 
 /// No such name, or no overload that fits in the sought form. Thrown by value.
 struct SlcSymbolNotFound {
@@ -63,7 +66,12 @@ public:
                                             SlcCheckDetailProc checkDetail,
                                             SlcCheckInlineDetailProc checkInlineDetail);
     void AddFuncVarListEntry(SlcFuncSignature signature, std::unique_ptr<SlcFuncVarArgExpr> tail);
-    /// Any entry that is already made, such as that of a shadeop.
+    /// A shadeop, as the library at that path declares it.
+    SlcPtr<SlcFuncDSOSymbolEntry> AddFuncEntryDSO(SlcIdentNode* ident,
+                                                  const std::string& libraryPath,
+                                                  SlcShadeopDeclaration declaration,
+                                                  const SlcShadeopRules& rules);
+    /// Any entry that is already made.
     void AddEntry(SlcPtr<SlcSymbolEntry> entry);
 
     /// The variable in the nearest scope; unless `noDefinitionScope`, names that no scope around

@@ -1,0 +1,52 @@
+#ifndef QX_SHADEOP_H
+#define QX_SHADEOP_H
+
+/* What a library of shadeops, written in C or C++, shares with the compiler and with renderers.
+ *
+ * For a shadeop f a library exports a table, which the compiler reads:
+ *
+ *     QX_SHADEOP_TABLE(f) = {
+ *         {"float f(float)", "f_init", "f_cleanup"},
+ *         {"float f(color, float[4])", "", ""},
+ *         QX_SHADEOP_END
+ *     };
+ *
+ * and the method, which the built shader calls for each point:
+ *
+ *     QX_SHADEOP_EXPORT void f(void *data, int argc, void **argv);
+ *
+ * `data` is what the init function gave, null without one. `argv[0]` is the address of the result,
+ * `argv[1]` that of the first argument, and `argc` counts all of them. There is one method for all
+ * records of a table, and nothing but `argc` tells it which one is meant: let the overloads differ
+ * in their number of arguments.
+ *
+ *     type                          argv[i] points to
+ *     float                         one float
+ *     color, point, vector, normal  three floats
+ *     string                        a const char *
+ *     array                         its elements, one behind the other
+ *
+ * A method does not change its arguments. A text that it gives as its result stays its own, and must
+ * last until the next call; the shader copies it. */
+
+typedef struct QxShadeop {
+    const char *declaration; /* empty in the record that ends the table */
+    const char *init;        /* name of a function `void *init(void)`; empty for none */
+    const char *cleanup;     /* name of a function `void cleanup(void *data)`; empty for none */
+} QxShadeop;
+
+#ifdef __cplusplus
+#define QX_SHADEOP_EXPORT extern "C" __attribute__((visibility("default")))
+#define QX_SHADEOP_TABLE(name)                                                                     \
+    extern "C" {                                                                                   \
+    extern const QxShadeop name##_shadeops[] __attribute__((visibility("default")));               \
+    }                                                                                              \
+    const QxShadeop name##_shadeops[]
+#else
+#define QX_SHADEOP_EXPORT __attribute__((visibility("default")))
+#define QX_SHADEOP_TABLE(name) QX_SHADEOP_EXPORT const QxShadeop name##_shadeops[]
+#endif
+
+#define QX_SHADEOP_END {"", "", ""}
+
+#endif

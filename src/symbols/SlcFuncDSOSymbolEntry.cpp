@@ -1,0 +1,72 @@
+#include "symbols/SlcFuncDSOSymbolEntry.h"
+
+namespace {
+
+bool IsLetterOrDigit(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+}
+
+std::string EncodedForC(std::string_view text)
+{
+    constexpr const char* digits = "0123456789abcdef";
+    std::string encoded;
+    for (const char c : text) {
+        if (IsLetterOrDigit(c)) {
+            encoded += c;
+            continue;
+        }
+        const auto byte = static_cast<unsigned char>(c);
+        encoded += {'_', digits[byte / 16], digits[byte % 16], '_'};
+    }
+    return encoded;
+}
+
+SlcFuncSignature ShadeopSignature(SlcIdentNode* ident, const SlcShadeopDeclaration& declaration,
+                                  const SlcShadeopRules& rules)
+{
+    SlcFuncSignature signature;
+    signature.ident = ident;
+    signature.returnType = declaration.returnType;
+    signature.argTypes = declaration.argTypes;
+    signature.argDetails.assign(signature.argTypes.size(), SlcDetailNode::AVarying());
+    signature.argStorages.assign(signature.argTypes.size(), SlcStorageSpecNode::AInput());
+    signature.checkDetail = rules.checkDetail;
+    signature.checkInlineDetail = rules.checkInlineDetail;
+    signature.cName = declaration.uniqueName;
+    signature.origin = SlcFuncOrigin::Shadeop;
+    return signature;
+}
+
+SlcShadeopInfo InfoOf(std::string_view libraryPath, const SlcShadeopDeclaration& declaration)
+{
+    const std::string_view file = libraryPath.substr(libraryPath.rfind('/') + 1);
+    const std::size_t dot = file.rfind('.');
+    SlcShadeopInfo info;
+    info.methodName = declaration.methodName;
+    info.init = declaration.init;
+    info.cleanup = declaration.cleanup;
+    info.libraryBaseName = file.substr(0, dot);
+    info.libraryExtension = dot == std::string_view::npos ? "" : file.substr(dot + 1);
+    info.key = SlcFuncDSOSymbolEntry::FileNameAsCId(file);
+    return info;
+}
+
+}  // namespace
+
+SlcFuncDSOSymbolEntry::SlcFuncDSOSymbolEntry(SlcIdentNode* ident, const std::string& libraryPath,
+                                             SlcShadeopDeclaration declaration,
+                                             const SlcShadeopRules& rules)
+    : SlcFuncDSOSymbolEntry(ShadeopSignature(ident, declaration, rules),
+                            InfoOf(libraryPath, declaration))
+{
+}
+
+std::string SlcFuncDSOSymbolEntry::FileNameAsCId(std::string_view name)
+{
+    const std::size_t dot = name.rfind('.');
+    if (dot == std::string_view::npos)
+        return EncodedForC(name);
+    // Most extensions are letters, but a backup copy may end in ".so~".
+    return EncodedForC(name.substr(0, dot)) + '_' + EncodedForC(name.substr(dot + 1));
+}

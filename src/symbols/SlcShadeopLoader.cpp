@@ -1,0 +1,126 @@
+#include "symbols/SlcShadeopLoader.h"
+
+#include <algorithm>
+#include <limits>
+#include <string_view>
+#include <utility>
+
+#include "support/QxSharedLibrary.h"
+#include "support/QxSystem.h"
+#include "symbols/SlcShadeopReader.h"
+
+namespace {
+
+/// The paths of a directory's libraries. By name, so that the result does not depend on the order
+/// in which the file system keeps them.
+std::vector<std::string> LibrariesIn(const std::string& directory)
+{
+    std::vector<std::string> paths;
+    QxSystem::ScanDir(directory.c_str(), CheckDSO, &paths, false);
+    std::sort(paths.begin(), paths.end());
+    return paths;
+}
+
+/// How many records there can be; the table may lack the one that ends it.
+std::size_t MostRecords(const SlcShadeopRecord* table)
+{
+    const std::size_t bytes = QxSharedLibrary::SizeOf(table);
+    return bytes == 0 ? std::numeric_limits<std::size_t>::max() : bytes / sizeof(SlcShadeopRecord);
+}
+
+bool EndsTable(const SlcShadeopRecord& record)
+{
+    return !record.declaration || !*record.declaration;
+}
+
+SlcIdentNode* IdentOf(const char* text)
+{
+    return SlcLexicalNode::CreateIdent(text ? text : "");
+}
+
+}  // namespace
+
+int SlcShadeopLoader::sm_methods = 0;
+
+SlcShadeopLoader::SlcShadeopLoader(SlcPtr<SlcSemanticError> errors,
+                                   const SlcOptionsControl* options, SlcShadeopRules rules)
+    : m_errors(std::move(errors)),
+      m_options(options),
+      m_rules(rules)
+{
+}
+
+bool SlcShadeopLoader::Load(const SlcSyntaxNode* node, SlcIdentNode* name, SlcSymbolTable& table)
+{
+    const auto [known, isNew] = m_known.try_emplace(name->GetName());
+    if (isNew) {
+        known->second = Search(node, name, table);
+    } else {
+        for (const auto& entry : known->second)
+            table.AddEntry(entry);
+    }
+    return !known->second.empty();
+}
+
+SlcShadeopLoader::Entries SlcShadeopLoader::Search(const SlcSyntaxNode* node, SlcIdentNode* name,
+                                                   SlcSymbolTable& table)
+{
+    Entries entries;
+    for (const std::string& directory : m_options->m_searchDirs) {
+        for (const std::string& path : LibrariesIn(directory))
+            ReadLibrary(node, name, path, table, entries);
+        if (!entries.empty())
+            break;
+    }
+    return entries;
+}
+
+void SlcShadeopLoader::ReadLibrary(const SlcSyntaxNode* node, SlcIdentNode* name,
+                                   const std::string& path, SlcSymbolTable& table, Entries& entries)
+{
+    const QxSharedLibrary library(path);
+    const auto* records =
+        static_cast<const SlcShadeopRecord*>(library.Find(name->GetName() + "_shadeops"));
+    if (!records)
+        return;
+    const std::size_t most = MostRecords(records);
+    for (std::size_t i = 0; i < most && !EndsTable(records[i]); ++i) {
+        SlcShadeopDeclaration declaration;
+        if (const char* fault = ReadRecord(records[i], name, declaration); *fault)
+            m_errors->Warning(node,
+                              std::string(fault) + " (" + path +
+                                  "). Declaration: " + records[i].declaration + " .",
+                              1);
+        else
+            entries.push_back(table.AddFuncEntryDSO(name, path, std::move(declaration), m_rules));
+    }
+}
+
+const char* SlcShadeopLoader::ReadRecord(const SlcShadeopRecord& record, const SlcIdentNode* name,
+                                         SlcShadeopDeclaration& declaration)
+{
+    SlcShadeopReader reader(record.declaration);
+    declaration.returnType = reader.ReadReturnType();
+    if (!declaration.returnType)
+        return "Wrong return type in table";
+    declaration.methodName = reader.ReadMethodName();
+    if (!declaration.methodName || declaration.methodName->GetName() != name->GetName())
+        return "Invalid method ID";
+    declaration.uniqueName =
+        SlcLexicalNode::CreateIdent(name->GetName() + '_' + std::to_string(sm_methods++));
+    bool isGood = false;
+    declaration.argTypes = reader.ReadArguments(isGood);
+    if (!isGood)
+        return "Invalid method signature";
+    declaration.init = IdentOf(record.init);
+    declaration.cleanup = IdentOf(record.cleanup);
+    return "";
+}
+
+void CheckDSO(const char* fileName, void* list)
+{
+    std::string_view name = fileName;
+    name.remove_prefix(name.rfind('/') + 1);
+    if (name.find(".dll") != std::string_view::npos || name.find(".so") != std::string_view::npos)
+        static_cast<std::vector<std::string>*>(list)->emplace_back(fileName);
+}

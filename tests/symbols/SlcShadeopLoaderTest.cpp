@@ -1,0 +1,170 @@
+#include "symbols/SlcShadeopLoader.h"
+
+#include <elf.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "frontend/SlcCallNodes.h"
+#include "helpers/TemporaryFolder.h"
+#include "symbols/TypedArgs.h"
+
+namespace {
+
+/// Libraries by name in folders of a temporary one, and loads from them.
+class ShadeopLoader : public testing::Test {
+protected:
+    ShadeopLoader() { m_options.m_searchDirs = {"."}; }
+
+    static void Install(const std::string& path)
+    {
+        const auto folder = std::filesystem::path(path).parent_path();
+        if (!folder.empty())
+            std::filesystem::create_directories(folder);
+        std::filesystem::copy_file(SLC_TEST_SHADEOPS, path);
+    }
+
+    /// The overloads that a load of the name adds, one a line, behind the warnings.
+    std::string Load(const std::string& name)
+    {
+        SlcShadeopLoader loader(MakeShared<SlcSemanticError>(), &m_options, {nullptr, nullptr});
+        return Load(loader, name);
+    }
+
+    static std::string Load(SlcShadeopLoader& loader, const std::string& name)
+    {
+        SlcProcArgsNode node{SlcPosition()};
+        const auto table = MakeShared<SlcSymbolTable>();
+        bool isFound = false;
+        std::string text = ReportsOf([&] { isFound = loader.Load(&node, Ident(name), *table); });
+        for (SlcTypeNode* type : {T::AFloat(), T::AColor(), T::ANormal()})
+            for (const auto& entry : table->GetFuncEntrys(Ident(name), type))
+                text += TextOf(*CheckCast<SlcFuncDSOSymbolEntry>(entry));
+        EXPECT_EQ(isFound, text.find("->") != std::string::npos) << text;
+        return text;
+    }
+
+    SlcOptionsControl m_options;
+    TemporaryFolder m_folder;
+
+private:
+    static std::string TextOf(const SlcFuncDSOSymbolEntry& entry)
+    {
+        return entry.GetKey() + ": " + ::TextOf(entry.GetArgTypes()) + " -> " +
+               entry.GetReturnType()->ToString() + " [" + entry.GetInit()->GetName() + "," +
+               entry.GetCleanup()->GetName() + "]\n";
+    }
+};
+
+TEST_F(ShadeopLoader, AddsEveryOverload)
+{
+    Install("ops.so");
+    EXPECT_EQ(Load("good"), "ops_so: float -> float [start,stop]\n"
+                            "ops_so: point string[] -> color [,]\n"
+                            "ops_so: vector[3] -> normal [,]\n");
+    EXPECT_EQ(Load("empty"), "");
+    EXPECT_EQ(Load("unknown"), "");
+}
+
+TEST_F(ShadeopLoader, WarnsOfEachRecordThatIsRefused)
+{
+    Install("ops.so");
+    const std::string mixed = Load("mixed");
+    const char* const warnings[] = {
+        "WARNING: Wrong return type in table (./ops.so). Declaration: void mixed(float) .\n",
+        "WARNING: Invalid method ID (./ops.so). Declaration: float other(float) .\n",
+        "WARNING: Invalid method signature (./ops.so). Declaration: float mixed() .\n",
+        "WARNING: Invalid method signature (./ops.so). Declaration: float mixed(float) of mine .\n",
+    };
+    std::size_t at = 0;
+    for (const char* warning : warnings)
+        EXPECT_NE(at = mixed.find(warning, at), std::string::npos) << warning << mixed;
+    EXPECT_TRUE(mixed.ends_with("\nops_so: float -> float [,]\n")) << mixed;
+    EXPECT_NE(Load("refused").find("Wrong return type"), std::string::npos);
+}
+
+TEST_F(ShadeopLoader, ReadsNoFurtherThanATableGoes)
+{
+    Install("ops.so");
+    EXPECT_EQ(Load("nulls"), "ops_so: float -> float [,]\n");
+    EXPECT_EQ(Load("endless"), "ops_so: float -> float [,]\n");
+    EXPECT_EQ(Load("pointer"), "");
+}
+
+TEST_F(ShadeopLoader, TakesTheLibrariesOfTheFirstDirectoryByName)
+{
+    for (const char* path : {"two/d.so", "one/b.dll", "one/c.so.1~", "one/a.so", "one/notes.txt"})
+        Install(path);
+    std::filesystem::create_directories("one/folder.so");
+    ASSERT_EQ(::mkfifo("one/pipe.so", 0600), 0);
+    std::filesystem::create_symlink("nowhere", "one/link.so");
+    TemporaryFolder::Write("one/text.so", "no library");
+    m_options.m_searchDirs = {"", ".", "missing", "one", "two"};
+    EXPECT_EQ(Load("endless"), "a_so: float -> float [,]\n"
+                               "b_dll: float -> float [,]\n"
+                               "c_2e_so_1_7e_: float -> float [,]\n");
+}
+
+TEST_F(ShadeopLoader, OpensLibrariesOnceForAName)
+{
+    Install("ops.so");
+    SlcShadeopLoader loader(MakeShared<SlcSemanticError>(), &m_options, {nullptr, nullptr});
+    const std::string first = Load(loader, "endless");
+    EXPECT_EQ(Load(loader, "absent"), "");
+    std::filesystem::remove("ops.so");
+    EXPECT_EQ(Load(loader, "endless"), first);
+    EXPECT_EQ(Load(loader, "absent"), "");
+}
+
+TEST_F(ShadeopLoader, PassesOverLibrariesThatAreCutOrForeign)
+{
+    Install("whole.bin");
+    std::string bytes = TemporaryFolder::Read("whole.bin");
+    for (std::size_t size = 0; size < bytes.size(); size += size < 1024 ? 16 : 512) {
+        TemporaryFolder::Write("cut.so", bytes.substr(0, size));
+        const std::string found = Load("endless");
+        EXPECT_TRUE(found.empty() || found.starts_with("cut_so: float")) << size << found;
+    }
+    TemporaryFolder::Write("cut.so", bytes.substr(0, bytes.size() / 8));
+    EXPECT_EQ(Load("endless"), "");
+    std::filesystem::remove("cut.so");
+
+    struct Patch {
+        std::size_t place;
+        char value;
+    };
+    static const Patch patches[] = {
+        {EI_CLASS, ELFCLASS32},
+        {EI_DATA, ELFDATA2MSB},
+        {offsetof(Elf64_Ehdr, e_machine), EM_MIPS},
+        {offsetof(Elf64_Ehdr, e_type), ET_REL},
+        {offsetof(Elf64_Ehdr, e_phoff) + 5, 1},
+    };
+    for (const Patch& patch : patches) {
+        std::string foreign = bytes;
+        foreign[patch.place] = patch.value;
+        TemporaryFolder::Write("foreign.so", foreign);
+        EXPECT_EQ(Load("endless"), "") << patch.place;
+    }
+}
+
+TEST(SlcFuncDSOSymbolEntry, EncodesFileNamesForC)
+{
+    struct Case {
+        const char* name;
+        const char* result;
+    };
+    static const Case cases[] = {
+        {"noise.so", "noise_so"},
+        {"my-ops_2.so.1", "my_2d_ops_5f_2_2e_so_1"},
+        {"\xc3\xa4.so", "_c3__a4__so"},
+        {"ops.so~", "ops_so_7e_"},
+        {"ops", "ops"},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(SlcFuncDSOSymbolEntry::FileNameAsCId(c.name), c.result) << c.name;
+}
+
+}  // namespace

@@ -1,0 +1,48 @@
+/* Tables as they may be found in libraries, most of them faulty. No shader runs with this library,
+   so there are no methods. */
+
+#include "QxShadeop.h"
+
+QX_SHADEOP_TABLE(good) = {
+    {"float good(float)", "start", "stop"},
+    {"color good(point, string[])", "", ""},
+    {"normal good(vector[3])", "", ""},
+    QX_SHADEOP_END
+};
+
+QX_SHADEOP_TABLE(mixed) = {
+    {"void mixed(float)", "", ""},
+    {"float other(float)", "", ""},
+    {"float mixed()", "", ""},
+    {"float mixed(float)", "", ""},
+    {"float mixed(float) of mine", "", ""},
+    QX_SHADEOP_END
+};
+
+QX_SHADEOP_TABLE(refused) = {
+    {"matrix refused(float)", "", ""},
+    QX_SHADEOP_END
+};
+
+QX_SHADEOP_TABLE(empty) = {QX_SHADEOP_END};
+
+/* Null stands for no function, and for the end. */
+QX_SHADEOP_TABLE(nulls) = {
+    {"float nulls(float)", 0, 0},
+    {0, "start", "stop"},
+    {"float nulls(color)", "", ""},
+};
+
+/* A table of one record with no end; what follows it in memory is no record. */
+static const struct {
+    QxShadeop record;
+    QxShadeop other;
+} endless_and_more __attribute__((used)) = {{"float endless(float)", "", ""},
+                                            {(const char *)1, (const char *)1, (const char *)1}};
+__asm__(".globl endless_shadeops\n"
+        ".set endless_shadeops, endless_and_more\n"
+        ".type endless_shadeops, @object\n"
+        ".size endless_shadeops, 24\n");
+
+/* Too small for a record. */
+QX_SHADEOP_EXPORT const char *const pointer_shadeops = "float pointer(float)";
