@@ -17,6 +17,8 @@ extern std::FILE* yyin;
 void yyrestart(std::FILE* file);
 
 bool SlcScanner::sm_lineHeld = false;
+std::size_t SlcScanner::sm_taken = 0;
+std::size_t SlcScanner::sm_noStringBefore = 0;
 
 namespace {
 
@@ -59,6 +61,14 @@ constexpr Keyword k_keywords[] = {
     {"shadow", SHADOW},
 };
 
+void RefuseIfTooLong(std::string_view text)
+{
+    if (text.size() <= SlcScanner::k_maxTokenLength)
+        return;
+    std::cerr << "token too large, exceeds YYLMAX\n";
+    std::exit(2);
+}
+
 }  // namespace
 
 int SlcKeywordToken(std::string_view word)
@@ -72,6 +82,8 @@ int SlcKeywordToken(std::string_view word)
 void SlcScanner::Begin(std::FILE* file)
 {
     SlcCurrentPosition() = {};
+    sm_taken = 0;
+    sm_noStringBefore = 0;
     ResetLineNumber();
     yyin = file;
     yyrestart(file);
@@ -86,15 +98,13 @@ void SlcScanner::ResetLineNumber()
 
 void SlcScanner::BeginToken(std::size_t length)
 {
-    if (length > k_maxTokenLength) {
-        std::cerr << "token too large, exceeds YYLMAX\n";
-        std::exit(2);
-    }
+    Take(length);
     SlcCurrentPosition().tokenLength = static_cast<int>(length);
 }
 
 void SlcScanner::CountChars(std::string_view text, char filler)
 {
+    RefuseIfTooLong(text);
     SlcSourcePosition& position = SlcCurrentPosition();
     // Only the first line grows like this, and reports repeat it: past the limit of all other
     // lines it is of no use.
@@ -118,6 +128,7 @@ void SlcScanner::NewLine()
 
 void SlcScanner::BeginLine(std::string_view text)
 {
+    RefuseIfTooLong(text);
     SlcCurrentPosition().currentLine = text.substr(1);
     NewLine();
 }

@@ -17,14 +17,25 @@ public:
     /// Line 1, column 0.
     static void ResetLineNumber();
 
-    /// A rule matched so many characters. Ends the process with status 2 if they are too many.
+    /// A rule matched so many characters, which are taken.
     static void BeginToken(std::size_t length);
+    /// So many characters were taken past any rule.
+    static void Take(std::size_t count) { sm_taken += count; }
+    /// So many of the characters that a rule took will be read again.
+    static void GiveBack(std::size_t count) { sm_taken -= count; }
 
-    /// Accounts for the text of a token with one filler character each.
+    /// The string literal that begins with what was just taken has no end in all of it.
+    static void NoStringEndsHere() { sm_noStringBefore = sm_taken; }
+    /// The quote that was just taken may be the first of a string literal.
+    [[nodiscard]] static bool CanStringStart() { return sm_taken > sm_noStringBefore; }
+
+    /// Accounts for the text of a token with one filler character each. Ends the process with
+    /// status 2 if it is too long.
     static void CountChars(std::string_view text, char filler);
     /// Counts a line; its text is held, so that its tokens are not appended to it again.
     static void NewLine();
-    /// The newline rule: `text` is the line break and the whole line behind it.
+    /// The newline rule: `text` is the line break and the whole line behind it. Ends the process
+    /// with status 2 if it is too long.
     static void BeginLine(std::string_view text);
     /// A character that is read past any rule, such as that of a comment.
     static void SkipChar(char c);
@@ -39,7 +50,9 @@ public:
 private:
     static const std::string* FileName(std::string_view name);
 
-    static bool sm_lineHeld;  // the current line came whole from the newline rule
+    static bool sm_lineHeld;               // the current line came whole from the newline rule
+    static std::size_t sm_taken;           // characters of the source
+    static std::size_t sm_noStringBefore;  // no literal that starts before so many has an end
 };
 
 /// The token for a word; that of identifiers for a word that is no keyword.

@@ -236,6 +236,39 @@ TEST(SlcScanner, ReportsWhatIsNoToken)
     testing::internal::GetCapturedStderr();
 }
 
+TEST(SlcScanner, GoesOnBehindAQuoteWithoutAnEnd)
+{
+    struct QuoteCase {
+        const char* text;
+        const char* tokens;
+        int errors;
+    };
+    static const QuoteCase cases[] = {
+        {R"(a "b)", "a b", 1},
+        {R"(a "b" c\" d)", R"(a S"b" c d)", 2},
+        {R"(a "b\" c)", "a b c", 3},
+        // A backslash in front of a newline ends the search; literals behind it are whole.
+        {"a \"b\n\\\" c \\\n\"d\"\n\"e", "a b c S\"d\" e", 5},
+    };
+    for (const QuoteCase& c : cases) {
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(Tokens(c.text), c.tokens) << c.text;
+        EXPECT_EQ(NbErrors(), c.errors) << c.text;
+        testing::internal::GetCapturedStderr();
+    }
+}
+
+TEST(SlcScanner, LooksForTheEndOfAStringOnce)
+{
+    std::string escapedQuotes = "\"";
+    for (int i = 0; i < 200000; ++i)
+        escapedQuotes += "\\\"\n";
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(Tokens(escapedQuotes + "a"), "a");
+    testing::internal::GetCapturedStderr();
+    EXPECT_EQ(NbErrors(), 400001);
+}
+
 TEST(SlcScannerDeathTest, EndsTheProcessAtATokenThatIsTooLong)
 {
     const std::string longest(8190, 'a');
