@@ -93,7 +93,8 @@ bool SetWarnings(SlcCommandLine&, ArgumentList&, int level)
 bool SetOutputDirectory(SlcCommandLine& line, ArgumentList& arguments, int)
 {
     arguments.Pop();
-    if (arguments.Empty() || arguments.Front().starts_with('-'))
+    // An empty name, as an unset variable of the shell gives, would mean the root directory.
+    if (arguments.Empty() || arguments.Front().empty() || arguments.Front().starts_with('-'))
         return Fail("No directory name provided with the option '-d'");
     line.m_outputDirectory = arguments.Front();
     return true;

@@ -59,6 +59,7 @@ TEST_F(SlcCommandLineTest, ReportsTheFirstFault)
         {{"folder.sl"}, "File 'folder.sl' doesn't seem to exist."},
         {{"a.sl", "-d"}, "No directory name provided with the option '-d'"},
         {{"-d", "-O1", "a.sl"}, "No directory name provided with the option '-d'"},
+        {{"-d", "", "a.sl"}, "No directory name provided with the option '-d'"},
         {{"--what", "none.sl"}, "Invalid option: --what"},
         {{"-O4", "a.sl"}, "Invalid option: -O4"},
         {{"--strict=1", "a.sl"}, "Invalid option: --strict=1"},
