@@ -286,8 +286,7 @@ std::vector<SlcTypeNode*> SlcSymbolTable::GetFuncType(SlcIdentNode* ident,
 {
     const SlcCallArgs args = SlcArgsOf(arguments);
     const std::vector<Group> groups = GroupsOf(ident);
-    // What the nearest table with a function of that name has to say if nothing fits; a wrong
-    // count in an outer table ends the search and is said before it.
+    // What the outermost table with a function of that name has to say if nothing fits.
     SlcPtr<SlcFuncSymbolEntry> lastFunction;
     SlcPtr<SlcFuncSymbolEntry> lastWithCount;
     // A fault in an argument is one fault, however many overloads are tried.
@@ -318,7 +317,6 @@ std::vector<SlcTypeNode*> SlcSymbolTable::GetFuncType(SlcIdentNode* ident,
             if (!types.empty())
                 return types;
             if (function) {
-                // The outermost table that knows the name decides what is wrong.
                 lastFunction = function;
                 lastWithCount = withCount;
             }
