@@ -8,9 +8,9 @@
 /// One statement of a random shader, with the statements inside it.
 struct RandomStatement {
     std::string head;  // the whole statement if it holds no others
-    std::vector<RandomStatement> body;
+    std::vector<RandomStatement> body = {};
     bool hasBody = false;
-    std::vector<RandomStatement> otherwise;  // behind `else`; empty for none
+    std::vector<RandomStatement> otherwise = {};  // behind `else`; empty for none
 
     void Write(std::string& text, int depth) const;
 };
