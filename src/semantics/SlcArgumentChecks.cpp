@@ -1,8 +1,44 @@
 #include "semantics/SlcArgumentChecks.h"
 
-#include "frontend/SlcExprNodes.h"
+#include "frontend/SlcCallNodes.h"
 #include "support/reports/SlcSemanticError.h"
-#include "symbols/SlcSymbolEntry.h"
+#include "symbols/SlcFuncSymbolEntry.h"
+
+namespace {
+
+/// The row of `unpack` calls them inputs, though it writes them.
+bool IsUnpackResult(const SlcFuncSymbolEntry& entry, std::size_t position)
+{
+    return position > 0 && entry.GetOrigin() == SlcFuncOrigin::BuiltIn &&
+           entry.GetName() == "unpack";
+}
+
+}  // namespace
+
+std::vector<SlcDeclaredArgument> SlcDeclaredArguments(SlcFuncSymbolEntry& entry,
+                                                      SlcProcCallExprNode* call)
+{
+    const auto& arguments = call->GetArguments()->GetArgs();
+    const std::size_t fixed = entry.GetArgTypes().size();
+    std::vector<SlcDeclaredArgument> declared;
+    declared.reserve(arguments.size());
+    if (arguments.size() > fixed)
+        entry.VarArgBegin();
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        SlcExprNode* argument = arguments[i].get();
+        if (i < fixed) {
+            SlcStorageSpecNode* storage = IsUnpackResult(entry, i) ? SlcStorageSpecNode::AOutput()
+                                                                   : entry.GetArgStorages()[i];
+            declared.push_back({argument, entry.GetArgDetails()[i], storage});
+            continue;
+        }
+        const SlcFuncVarArgLeaf* leaf = entry.VarArgFindNextMatch(argument);
+        if (!leaf)
+            break;
+        declared.push_back({argument, leaf->GetDetail(), leaf->GetStorage()});
+    }
+    return declared;
+}
 
 bool SlcCheckOutputArgument(SlcSemanticError& errors, const SlcExprNode* argument,
                             std::size_t position, const std::string& function)

@@ -2,11 +2,28 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 #include "support/SlcPtr.h"
 
+class SlcDetailNode;
 class SlcExprNode;
+class SlcFuncSymbolEntry;
+class SlcProcCallExprNode;
 class SlcSemanticError;
+class SlcStorageSpecNode;
+
+/// An argument of a call, with what the function declares of it.
+struct SlcDeclaredArgument {
+    SlcExprNode* expr;
+    SlcDetailNode* detail;
+    SlcStorageSpecNode* storage;
+};
+
+/// The arguments of a call of `entry`, in order. A variable tail is followed as far as its
+/// arguments match.
+[[nodiscard]] std::vector<SlcDeclaredArgument> SlcDeclaredArguments(SlcFuncSymbolEntry& entry,
+                                                                    SlcProcCallExprNode* call);
 
 /// The variable that an argument in an output position writes to may be written to. Reports
 /// where it may not, at the argument; `position` counts from 0.

@@ -10,79 +10,40 @@
 
 namespace {
 
-/// What a function declares of one of its arguments.
-struct Formal {
-    SlcDetailNode* detail;
-    SlcStorageSpecNode* storage;
-};
-
-/// The row of `unpack` calls them inputs, though it writes them.
-bool IsUnpackResult(const SlcFuncSymbolEntry& entry, std::size_t position)
-{
-    return position > 0 && entry.GetOrigin() == SlcFuncOrigin::BuiltIn &&
-           entry.GetName() == "unpack";
-}
-
-Formal FixedFormal(const SlcFuncSymbolEntry& entry, std::size_t position)
-{
-    SlcStorageSpecNode* storage = IsUnpackResult(entry, position)
-                                      ? SlcStorageSpecNode::AOutput()
-                                      : entry.GetArgStorages()[position];
-    return {entry.GetArgDetails()[position], storage};
-}
-
-/// Calls `visit(position, argument, formal)` for each argument; a tail is followed as far as its
-/// arguments match.
-template <class Visit>
-void ForEachArgument(SlcFuncSymbolEntry& entry, SlcProcCallExprNode* call, Visit visit)
-{
-    const auto& arguments = call->GetArguments()->GetArgs();
-    const std::size_t fixed = entry.GetArgTypes().size();
-    if (arguments.size() > fixed)
-        entry.VarArgBegin();
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        SlcExprNode* argument = arguments[i].get();
-        if (i < fixed) {
-            visit(i, argument, FixedFormal(entry, i));
-            continue;
-        }
-        const SlcFuncVarArgLeaf* leaf = entry.VarArgFindNextMatch(argument);
-        if (!leaf)
-            return;
-        visit(i, argument, Formal{leaf->GetDetail(), leaf->GetStorage()});
-    }
-}
-
 void CheckParamDetail(SlcSemanticError& errors, const std::string& name, std::size_t position,
-                      const SlcExprNode* argument, const Formal& formal)
+                      const SlcDeclaredArgument& argument)
 {
-    const SlcDetailNode* detail = SlcFirstDetailOf(argument);
+    const SlcDetailNode* detail = SlcFirstDetailOf(argument.expr);
     const std::string number = std::to_string(position);
-    if (formal.detail->IsUniform() && !detail->IsUniform())
-        errors.Error(argument,
+    if (argument.detail->IsUniform() && !detail->IsUniform())
+        errors.Error(argument.expr,
                      "Detail mismatch for argument " + number + " of function '" + name + "'");
-    if (!formal.storage->IsOutput() || !SlcCheckOutputArgument(errors, argument, position, name))
+    if (!argument.storage->IsOutput() ||
+        !SlcCheckOutputArgument(errors, argument.expr, position, name))
         return;
-    if (!formal.detail->IsUniform() && detail->IsUniform())
-        errors.Error(argument,
+    if (!argument.detail->IsUniform() && detail->IsUniform())
+        errors.Error(argument.expr,
                      "Argument " + number + " of function '" + name + "' cannot be uniform");
 }
 
 void SlcCheckParamDetails(SlcCheckDetail& walker, SlcFuncSymbolEntry& entry,
                           SlcProcCallExprNode* call)
 {
-    ForEachArgument(entry, call, [&](std::size_t i, SlcExprNode* argument, const Formal& formal) {
-        CheckParamDetail(*walker.Errors(), entry.GetName(), i, argument, formal);
-    });
+    std::size_t position = 0;
+    for (const auto& argument : SlcDeclaredArguments(entry, call))
+        CheckParamDetail(*walker.Errors(), entry.GetName(), position++, argument);
 }
 
 /// Of functions that take any detail: what they write to must be a variable all the same.
 void CheckOutputs(SlcCheckDetail& walker, SlcFuncSymbolEntry& entry, SlcProcCallExprNode* call)
 {
-    ForEachArgument(entry, call, [&](std::size_t i, SlcExprNode* argument, const Formal& formal) {
-        if (formal.storage->IsOutput())
-            (void)SlcCheckOutputArgument(*walker.Errors(), argument, i, entry.GetName());
-    });
+    std::size_t position = 0;
+    for (const auto& argument : SlcDeclaredArguments(entry, call)) {
+        if (argument.storage->IsOutput())
+            (void)SlcCheckOutputArgument(*walker.Errors(), argument.expr, position,
+                                         entry.GetName());
+        ++position;
+    }
 }
 
 /// The combination of the arguments; without any, what the context wants.

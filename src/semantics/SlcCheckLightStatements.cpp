@@ -87,8 +87,6 @@ template <class Node>
 void SlcCheckSemantics::CheckLightStatement(Node* node, const LightStatement& statement,
                                             SlcExprNode* position)
 {
-    LoopRecord loop;
-    BeginLoop(loop);
     if (!IsLegalHere(statement))
         m_errors->Error(node, statement.illegal);
     if (m_lightNesting > 0)
@@ -107,10 +105,9 @@ void SlcCheckSemantics::CheckLightStatement(Node* node, const LightStatement& st
     }
     node->SetAnnotation(MakeShared<SlcStatementInfo>(m_current));
     ++m_lightNesting;
-    node->GetBody()->ApplyWalker(this);
+    WalkLoopBody(node, nullptr);
     --m_lightNesting;
     m_current = outer;
-    EndLoop(loop, node);
 }
 
 /// A failed look-up that comes out of the walk is a fault of the compiler: the passes report

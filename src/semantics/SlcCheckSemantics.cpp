@@ -11,7 +11,7 @@
 #include "symbols/SlcShaderSymbolTable.h"
 
 SlcCheckSemantics::SlcCheckSemantics(SlcPtr<SlcSemanticError> errors, SlcOptionsControl& options,
-                                     SlcUsageRecord* usage)
+                                     SlcCheckUsage* usage)
     : m_errors(errors),
       m_options(options),
       m_typesPass(errors, &options),
@@ -67,7 +67,7 @@ void SlcCheckSemantics::Case(SlcShaderDefNode* node)
     m_errors->SetFuncName(node->GetIdent(), node->GetFileParsed());
     const auto formals =
         m_declarations.AddShaderFormals(node->GetFormals(), m_shader, OuterScopes(), m_shaderType);
-    const auto usage = m_usage ? m_usage->CreateBody(m_shader) : nullptr;
+    const auto usage = BodyUsage(node->GetFormals());
     SlcCheckSemantics body = BodyWalker(node, usage.get());
     body(node->GetBody(), m_global, formals, m_shader, nullptr);
     node->SetAnnotation(MakeShared<SlcStatementInfo>(formals));
@@ -85,7 +85,7 @@ void SlcCheckSemantics::Case(SlcFuncDefNode* node)
     SlcPtr<SlcSymbolTable> illuminance;
     if (m_shaderType->IsSurface() || m_shaderType->IsVolume())
         illuminance = MakeShared<SlcIlluminanceSymbolTable>(scope, true);
-    auto usage = m_usage ? m_usage->CreateBody(m_global) : nullptr;
+    auto usage = BodyUsage(node->GetFormals());
     SlcCheckSemantics body = BodyWalker(node, usage.get());
     body(node->GetBody(), m_global, scope, m_shader, illuminance);
 
@@ -113,8 +113,17 @@ void SlcCheckSemantics::NoteDefinitionScope(SlcSymbolTable& formals) const
     formals.m_definitionScope = aheadOfShader ? m_shader : m_current;
 }
 
+std::unique_ptr<SlcCheckUsage> SlcCheckSemantics::BodyUsage(SlcFormalsNode* formals) const
+{
+    if (!m_usage)
+        return nullptr;
+    auto usage = std::make_unique<SlcCheckUsage>(m_errors);
+    (*usage)(formals);
+    return usage;
+}
+
 SlcCheckSemantics SlcCheckSemantics::BodyWalker(SlcDefinitionNode* definition,
-                                                SlcUsageRecord* usage) const
+                                                SlcCheckUsage* usage) const
 {
     SlcCheckSemantics walker(m_errors, m_options, usage);
     walker.m_body = definition;

@@ -4,10 +4,11 @@
 
 #include "frontend/SlcCodeWalker.h"
 #include "semantics/SlcAddVarsSymbolTable.h"
+#include "semantics/SlcCheckUsage.h"
 #include "semantics/SlcInlineResults.h"
-#include "semantics/SlcUsageRecord.h"
 
 class SlcExprNode;
+class SlcFormalsNode;
 class SlcRelationNode;
 
 /// Walks definitions and statements, builds their scopes, and puts every expression through the
@@ -20,7 +21,7 @@ class SlcCheckSemantics : public SlcCodeWalker {
 public:
     /// `usage` is the record of the branch that will be checked; null for no usage checks.
     SlcCheckSemantics(SlcPtr<SlcSemanticError> errors, SlcOptionsControl& options,
-                      SlcUsageRecord* usage);
+                      SlcCheckUsage* usage);
 
     /// Checks a tree or a body. `shader` is null while the kind of shader is unknown;
     /// `illuminance` is null outside the functions of shaders with light loops.
@@ -34,13 +35,6 @@ public:
 private:
     struct LightStatement;
     enum class LightArgument { Position, Axis, Angle };
-    /// The usage record of a loop, conditions and all, and the one around it; null without
-    /// usage checks.
-    struct LoopRecord {
-        std::unique_ptr<SlcUsageRecord> own;
-        SlcUsageRecord* outer = nullptr;
-    };
-
     using SlcCodeWalker::Case;
     void Case(SlcDefinitionsNode* node) override;
     void Case(SlcShaderDefNode* node) override;
@@ -68,7 +62,9 @@ private:
     [[nodiscard]] SlcOuterScopes OuterScopes() const;
     /// A walker for the body of a definition that this one has met.
     [[nodiscard]] SlcCheckSemantics BodyWalker(SlcDefinitionNode* definition,
-                                               SlcUsageRecord* usage) const;
+                                               SlcCheckUsage* usage) const;
+    /// The usage record of such a body; null without usage checks.
+    [[nodiscard]] std::unique_ptr<SlcCheckUsage> BodyUsage(SlcFormalsNode* formals) const;
     /// Notes in the table of a function's formals where the function was defined.
     void NoteDefinitionScope(SlcSymbolTable& formals) const;
     void AddFunction(SlcFuncDefNode* node, SlcPtr<SlcAnnotation> info);
@@ -81,12 +77,12 @@ private:
     [[nodiscard]] SlcTypeNode* WantedTypeOfCall(SlcProcCallExprNode* call);
     [[nodiscard]] SlcTypeNode* WantedTypeOfReturn(SlcReturnStmtNode* node);
     void CheckUsage(SlcSyntaxNode* node);
-    /// A record for a branch of a statement; null if there are no usage checks.
-    [[nodiscard]] std::unique_ptr<SlcUsageRecord> NewBranch() const;
-    void WalkBranch(SlcSyntaxNode* branch, SlcUsageRecord* record);
-    void BeginLoop(LoopRecord& loop);
-    void EndLoop(LoopRecord& loop, SlcLoopStmtNode* node);
-    void WalkLoopBody(SlcLoopStmtNode* loop);
+    /// Walks a branch of a statement, and then `step`, which may be null, with a usage record of
+    /// their own; null without usage checks.
+    [[nodiscard]] std::unique_ptr<SlcCheckUsage> WalkBranch(SlcSyntaxNode* branch,
+                                                            SlcExprNode* step);
+    /// `step` may be null.
+    void WalkLoopBody(SlcLoopStmtNode* loop, SlcExprNode* step);
 
     [[nodiscard]] bool IsLegalHere(const LightStatement& statement) const;
     /// `argument` may be null.
@@ -115,7 +111,7 @@ private:
     SlcAddVarsSymbolTable m_declarations;
     SlcCheckDetail m_detailPass;
     SlcPtr<SlcInlineBudget> m_inlineBudget;     // for all functions of the compile
-    SlcUsageRecord* m_usage;                    // of the branch being walked; may be null
+    SlcCheckUsage* m_usage;                     // of the branch being walked; may be null
     SlcShaderTypeNode* m_shaderType = nullptr;  // of the one shader of the file
     SlcDefinitionNode* m_body = nullptr;        // whose body is checked; null at file level
     bool m_inFunction = false;

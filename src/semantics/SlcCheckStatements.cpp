@@ -54,7 +54,7 @@ void SlcCheckSemantics::CheckCondition(SlcRelationNode* condition)
 void SlcCheckSemantics::CheckUsage(SlcSyntaxNode* node)
 {
     if (m_usage)
-        m_usage->Check(node, m_current);
+        (*m_usage)(node);
 }
 
 void SlcCheckSemantics::Case(SlcStmtNode* node)
@@ -145,76 +145,61 @@ SlcTypeNode* SlcCheckSemantics::WantedTypeOfReturn(SlcReturnStmtNode* node)
     return wanted;
 }
 
-std::unique_ptr<SlcUsageRecord> SlcCheckSemantics::NewBranch() const
+std::unique_ptr<SlcCheckUsage> SlcCheckSemantics::WalkBranch(SlcSyntaxNode* branch,
+                                                             SlcExprNode* step)
 {
-    return m_usage ? m_usage->CreateBranch(m_current) : nullptr;
-}
-
-void SlcCheckSemantics::WalkBranch(SlcSyntaxNode* branch, SlcUsageRecord* record)
-{
-    SlcUsageRecord* const outer = std::exchange(m_usage, record);
+    auto record = m_usage ? std::make_unique<SlcCheckUsage>(*m_usage) : nullptr;
+    SlcCheckUsage* const outer = std::exchange(m_usage, record.get());
     branch->ApplyWalker(this);
+    if (step)
+        CheckExprType(step);
     m_usage = outer;
+    if (record)
+        record->SetAside();
+    return record;
 }
 
 void SlcCheckSemantics::Case(SlcIfThenStmtNode* node)
 {
     CheckCondition(node->GetCondition());
-    const auto branch = NewBranch();
-    WalkBranch(node->GetThen(), branch.get());
-    if (m_usage)
-        m_usage->Promote(node, m_current, *branch);
+    const auto branch = WalkBranch(node->GetThen(), nullptr);
+    if (branch)
+        m_usage->Promote(node, *branch);
 }
 
 void SlcCheckSemantics::Case(SlcIfThenElseStmtNode* node)
 {
     CheckCondition(node->GetCondition());
-    const auto thenBranch = NewBranch();
-    WalkBranch(node->GetThen(), thenBranch.get());
-    const auto elseBranch = NewBranch();
-    WalkBranch(node->GetElse(), elseBranch.get());
-    if (m_usage)
-        m_usage->Promote(node, m_current, *thenBranch, *elseBranch);
+    const auto thenBranch = WalkBranch(node->GetThen(), nullptr);
+    const auto elseBranch = WalkBranch(node->GetElse(), nullptr);
+    if (thenBranch && elseBranch)
+        m_usage->Promote(node, *thenBranch, *elseBranch);
 }
 
-void SlcCheckSemantics::BeginLoop(LoopRecord& loop)
+void SlcCheckSemantics::WalkLoopBody(SlcLoopStmtNode* loop, SlcExprNode* step)
 {
-    loop.own = NewBranch();
-    loop.outer = std::exchange(m_usage, loop.own.get());
+    const auto branch = WalkBranch(loop->GetBody(), step);
+    if (branch)
+        m_usage->Promote(loop, *branch);
 }
 
-void SlcCheckSemantics::EndLoop(LoopRecord& loop, SlcLoopStmtNode* node)
-{
-    m_usage = loop.outer;
-    if (m_usage)
-        m_usage->Promote(node, m_current, *loop.own);
-}
-
-void SlcCheckSemantics::WalkLoopBody(SlcLoopStmtNode* loop)
-{
-    ++m_loopDepth;
-    loop->GetBody()->ApplyWalker(this);
-    --m_loopDepth;
-}
+// What a loop begins with always runs, so that it belongs to the record around the body.
 
 void SlcCheckSemantics::Case(SlcForStmtNode* node)
 {
-    LoopRecord loop;
-    BeginLoop(loop);
     CheckExprType(node->GetInit());
     CheckCondition(node->GetCondition());
-    WalkLoopBody(node);
-    CheckExprType(node->GetStep());
-    EndLoop(loop, node);
+    ++m_loopDepth;
+    WalkLoopBody(node, node->GetStep());
+    --m_loopDepth;
 }
 
 void SlcCheckSemantics::Case(SlcWhileStmtNode* node)
 {
-    LoopRecord loop;
-    BeginLoop(loop);
     CheckCondition(node->GetCondition());
-    WalkLoopBody(node);
-    EndLoop(loop, node);
+    ++m_loopDepth;
+    WalkLoopBody(node, nullptr);
+    --m_loopDepth;
 }
 
 void SlcCheckSemantics::Case(SlcLoopModStmtNode* node)

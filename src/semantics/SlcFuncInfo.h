@@ -2,9 +2,9 @@
 
 #include <memory>
 
+#include "semantics/SlcCheckUsage.h"
 #include "semantics/SlcGetBodyFacts.h"
 #include "semantics/SlcInlineResults.h"
-#include "semantics/SlcUsageRecord.h"
 #include "symbols/SlcSymbolTable.h"
 
 class SlcFuncDefNode;
@@ -13,7 +13,7 @@ class SlcFuncDefNode;
 class SlcFuncInfo : public SlcAnnotation {
 public:
     /// `usage` may be null; `scope` is the table of the function's formals.
-    SlcFuncInfo(SlcFuncDefNode* definition, std::unique_ptr<SlcUsageRecord> usage,
+    SlcFuncInfo(SlcFuncDefNode* definition, std::unique_ptr<SlcCheckUsage> usage,
                 SlcPtr<SlcSymbolTable> scope, bool hasIlluminate, bool hasIlluminance,
                 const SlcBodyFacts& bodyFacts, SlcPtr<SlcInlineBudget> inlineBudget)
         : m_definition(definition),
@@ -28,7 +28,7 @@ public:
 
     [[nodiscard]] SlcFuncDefNode* GetDefinition() const { return m_definition; }
     /// The body's reads and writes of outer variables, replayed at each call.
-    [[nodiscard]] SlcUsageRecord* GetUsage() const { return m_usage.get(); }
+    [[nodiscard]] SlcCheckUsage* GetUsage() const { return m_usage.get(); }
     [[nodiscard]] const SlcPtr<SlcSymbolTable>& GetScope() const { return m_scope; }
     /// Cuts the cycle of tables, entries and annotations.
     void ClearScope() { m_scope = nullptr; }
@@ -44,7 +44,7 @@ public:
 
 private:
     SlcFuncDefNode* m_definition;
-    std::unique_ptr<SlcUsageRecord> m_usage;
+    std::unique_ptr<SlcCheckUsage> m_usage;
     SlcPtr<SlcSymbolTable> m_scope;
     bool m_hasIlluminate;
     bool m_hasIlluminance;

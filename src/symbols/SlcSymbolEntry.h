@@ -4,6 +4,7 @@
 #include "frontend/SlcLexicalNode.h"
 #include "frontend/SlcStorageSpecNode.h"
 #include "frontend/SlcTypeNode.h"
+#include "symbols/SlcVariableUsage.h"
 
 class SlcLexType;
 
@@ -18,13 +19,6 @@ public:
 
 private:
     SlcIdentNode* m_ident;
-};
-
-/// How far something has happened to a variable in the branch under analysis.
-enum class SlcUsageState {
-    Always,  // on every path
-    Never,
-    Maybe,  // on some path
 };
 
 /// A variable: declared, predefined, formal, or an `extern` alias of one further out.
@@ -59,12 +53,8 @@ public:
     [[nodiscard]] bool DependsOnContext() const { return m_dependsOnContext; }
     void SetDependsOnContext(bool depends) { m_dependsOnContext = depends; }
 
-    [[nodiscard]] SlcUsageState GetModified() const { return m_modified; }
-    [[nodiscard]] SlcUsageState GetAccessed() const { return m_accessed; }
-    /// Read before being set.
-    [[nodiscard]] SlcUsageState GetRead() const { return m_read; }
-    void SetModifiedInScope(bool maybe);
-    void SetAccessedInScope(bool maybe, bool isRead);
+    /// As the body sees it that declares it; of a formal it stays for the calls of its function.
+    [[nodiscard]] SlcVariableUsage& Usage() { return m_usage; }
 
 private:
     SlcTypeNode* m_type;
@@ -75,7 +65,5 @@ private:
     SlcPtr<SlcLexType> m_operand;
     SlcPtr<SlcVarSymbolEntry> m_outer;
     bool m_dependsOnContext = false;
-    SlcUsageState m_modified = SlcUsageState::Never;
-    SlcUsageState m_accessed = SlcUsageState::Never;
-    SlcUsageState m_read = SlcUsageState::Never;
+    SlcVariableUsage m_usage;
 };

@@ -239,22 +239,6 @@ bool SlcSymbolTable::IsVarInTable(SlcIdentNode* ident) const
     return false;
 }
 
-bool SlcSymbolTable::IsDeclaredBetween(SlcIdentNode* ident,
-                                       const SlcPtr<SlcSymbolTable>& base) const
-{
-    for (const SlcSymbolTable* table = this; table; table = table->NextScope()) {
-        const bool holdsBase = base && table->m_scope == base->m_scope;
-        if (const auto* named = table->m_scope->Find(ident->GetName()))
-            for (const auto& entry : *named)
-                if (entry.table <= table->m_position &&
-                    !(holdsBase && entry.table <= base->m_position))
-                    return true;
-        if (holdsBase)
-            return false;
-    }
-    return false;
-}
-
 std::vector<SlcSymbolTable::Group> SlcSymbolTable::GroupsOf(SlcIdentNode* ident) const
 {
     std::vector<Group> groups;

@@ -108,10 +108,6 @@ public:
     /// strict mode and elsewhere. Tables that follow in the same scope take it over.
     SlcPtr<SlcSymbolTable> m_definitionScope;
 
-    /// Declared in one of the tables from this one outward, up to but not including `base`.
-    [[nodiscard]] bool IsDeclaredBetween(SlcIdentNode* ident,
-                                         const SlcPtr<SlcSymbolTable>& base) const;
-
 private:
     struct Group;  // the entries of one name in one table
 

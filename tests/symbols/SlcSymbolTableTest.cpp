@@ -245,19 +245,6 @@ TEST(SlcSymbolTable, FindsTheFirstFunctionWithTheSameFormals)
     EXPECT_EQ(entry->GetOrigin(), SlcFuncOrigin::User);
 }
 
-TEST(SlcSymbolTable, TellsWhatIsDeclaredInsideAScope)
-{
-    const auto base = MakeShared<SlcSymbolTable>();
-    AddFloat(base, "outside");
-    const auto next = base->CreateCurrentScopeTable();
-    AddFloat(next, "after");
-    const auto inner = next->CreateNewScopeTable();
-    AddFloat(inner, "inside");
-    EXPECT_TRUE(inner->IsDeclaredBetween(Ident("inside"), base));
-    EXPECT_TRUE(inner->IsDeclaredBetween(Ident("after"), base));
-    EXPECT_FALSE(inner->IsDeclaredBetween(Ident("outside"), base));
-}
-
 TEST(SlcSymbolTable, LooksUpInALongScopeWithoutWalkingIt)
 {
     // One table a statement, as a generated shader has them: names must not cost their number.
@@ -280,39 +267,4 @@ TEST(SlcVarSymbolEntry, SharesTheOperandOfWhatAnExternStandsFor)
                                           SlcStorageSpecNode::AExtern(), false, nullptr, outer);
     EXPECT_FALSE(outer->GetIntCodeVar().Null());
     EXPECT_EQ(&alias->GetIntCodeVar(), &outer->GetIntCodeVar());
-}
-
-TEST(SlcVarSymbolEntry, TracksReadsBeforeWrites)
-{
-    using State = SlcUsageState;
-    struct Case {
-        SlcStorageSpecNode* storage;
-        const char* events;  // W, w: written always, perhaps; R, r: read so; A: used, not read
-        State modified, accessed, read;
-    };
-    const Case cases[] = {
-        {SlcStorageSpecNode::ALocal(), "R", State::Never, State::Always, State::Always},
-        {SlcStorageSpecNode::ALocal(), "r", State::Never, State::Maybe, State::Maybe},
-        {SlcStorageSpecNode::ALocal(), "WR", State::Always, State::Always, State::Never},
-        {SlcStorageSpecNode::ALocal(), "wR", State::Maybe, State::Always, State::Maybe},
-        {SlcStorageSpecNode::ALocal(), "wW", State::Always, State::Never, State::Never},
-        {SlcStorageSpecNode::ALocal(), "Ww", State::Always, State::Never, State::Never},
-        {SlcStorageSpecNode::ALocal(), "A", State::Never, State::Always, State::Never},
-        {SlcStorageSpecNode::AOutput(), "R", State::Never, State::Always, State::Maybe},
-        {SlcStorageSpecNode::AOutput(), "WR", State::Always, State::Always, State::Never},
-        {SlcStorageSpecNode::AInput(), "R", State::Never, State::Always, State::Never},
-    };
-    for (const Case& c : cases) {
-        SlcVarSymbolEntry entry(Ident("x"), T::AFloat(), SlcDetailNode::AUnknown(), c.storage,
-                                false, nullptr);
-        for (const char* event = c.events; *event; ++event) {
-            if (*event == 'W' || *event == 'w')
-                entry.SetModifiedInScope(*event == 'w');
-            else
-                entry.SetAccessedInScope(*event == 'r', *event != 'A');
-        }
-        EXPECT_EQ(entry.GetModified(), c.modified) << c.events;
-        EXPECT_EQ(entry.GetAccessed(), c.accessed) << c.events;
-        EXPECT_EQ(entry.GetRead(), c.read) << c.events;
-    }
 }
