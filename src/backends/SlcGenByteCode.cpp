@@ -65,6 +65,7 @@ SlcGenByteCode::SlcGenByteCode(SlcPtr<SlcSemanticError> errors, std::ostream& ou
 void SlcGenByteCode::GenByteCode(SlcInterForm& form)
 {
     InitMatricesInfo(form);
+    InitDSOInfo(form);
     GenHeader(form);
     m_out << '\n';
     GenVarDeclarations(form);
@@ -240,22 +241,27 @@ void SlcGenByteCode::GenIsVarOutput(const SlcInterForm& form)
         m_out << (parameter->GetStorage()->IsOutput() ? 1 : 0) << '\n';
 }
 
+/// The initializers, which stand in front of the tables, may call shadeops too.
+void SlcGenByteCode::InitDSOInfo(const SlcInterForm& form)
+{
+    for (const std::string& name : form.m_dsoNames)
+        m_dsoLibs.emplace(name, static_cast<int>(m_dsoLibs.size()));
+    for (const auto& function : form.m_dsoFunctions)
+        m_dsoFuncs.emplace(function->GetKey() + '_' + function->GetMethodName()->GetName(),
+                           static_cast<int>(m_dsoFuncs.size()));
+}
+
 void SlcGenByteCode::GenDSOInfo(const SlcInterForm& form)
 {
     m_out << form.m_dsoNames.size() << '\n';
-    for (const std::string& name : form.m_dsoNames) {
-        m_dsoLibs.emplace(name, static_cast<int>(m_dsoLibs.size()));
+    for (const std::string& name : form.m_dsoNames)
         m_out << SlcEquCValue::Literal(name) << '\n';
-    }
     m_out << form.m_dsoFunctions.size() << '\n';
-    for (const auto& function : form.m_dsoFunctions) {
-        const std::string& method = function->GetMethodName()->GetName();
+    for (const auto& function : form.m_dsoFunctions)
         m_out << m_dsoLibs.at(function->GetLibraryFileName()) << ' '
               << SlcEquCValue::Literal(function->GetInit()->GetName()) << ' '
-              << SlcEquCValue::Literal(method) << ' '
+              << SlcEquCValue::Literal(function->GetMethodName()->GetName()) << ' '
               << SlcEquCValue::Literal(function->GetCleanup()->GetName()) << '\n';
-        m_dsoFuncs.emplace(function->GetKey() + '_' + method, static_cast<int>(m_dsoFuncs.size()));
-    }
 }
 
 void SlcGenByteCode::GenRayTracing(const SlcInterForm& form)

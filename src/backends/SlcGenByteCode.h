@@ -69,6 +69,7 @@ private:
     [[nodiscard]] std::int16_t Fit(std::size_t value, std::string_view what);
 
     void InitMatricesInfo(const SlcInterForm& form) { m_matrices = form.m_spaces; }
+    void InitDSOInfo(const SlcInterForm& form);
     /// Number of a coordinate space by its text with quotes; -1 if the shader does not name it.
     [[nodiscard]] short GetMatrixNb(const std::string& space) const;
     [[nodiscard]] bool IsAvailable(const std::string& primitive);
