@@ -165,7 +165,7 @@ void SlcGenInterCode::GenShadeopCall(SlcProcCallExprNode* call)
     std::deque<SlcOperand> args = ReadAndCastParameters(SlcFormalsOf(*call));
     SlcDetailNode* detail = DetailOfCall(call, args);
     const bool isVoid = TypeOf(call)->IsVoidType();
-    const SlcOperand result = isVoid ? SlcOperand() : GetResultVar(call, TypeOfCall(call), detail);
+    const SlcOperand result = isVoid ? SlcOperand() : ShadeopResult(call, args, detail);
 
     const std::vector<ConvertedArray> arrays = ConvertArraysForShadeop(args);
     AddInBlock(detail, MakeShared<SlcCallDSOICode>(result, args, entry->GetKey(),
@@ -177,6 +177,20 @@ void SlcGenInterCode::GenShadeopCall(SlcProcCallExprNode* call)
     for (std::size_t i = 0; i < args.size(); ++i)
         if (entry->GetArgStorages()[i]->IsOutput())
             FinishOutputArgument(args[i]);
+}
+
+/// Never an argument too, nor an element of one: a library may write the result before it has read
+/// all arguments, and an array that was converted is written back behind the call.
+SlcOperand SlcGenInterCode::ShadeopResult(SlcProcCallExprNode* call,
+                                          const std::deque<SlcOperand>& args, SlcDetailNode* detail)
+{
+    const SlcOperand result = GetResultVar(call, TypeOfCall(call), detail);
+    const bool isElement = result->GetType()->IsArrayRefType();
+    const bool overlaps = std::any_of(args.begin(), args.end(), [&](const SlcOperand& arg) {
+        const SlcTypeNode* type = arg->GetType();
+        return arg == result || (isElement && (type->IsArrayType() || type->IsArrayRefType()));
+    });
+    return overlaps ? GenTempVar(TypeOfCall(call), detail) : result;
 }
 
 /// A varying array lies element by element, while a shadeop sees that of one point at a time.

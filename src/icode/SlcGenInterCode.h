@@ -380,6 +380,9 @@ private:
                                            const SlcOperand& value);
     void GenShadeopCall(SlcProcCallExprNode* call);
     [[nodiscard]] std::vector<ConvertedArray> ConvertArraysForShadeop(std::deque<SlcOperand>& args);
+    [[nodiscard]] SlcOperand ShadeopResult(SlcProcCallExprNode* call,
+                                           const std::deque<SlcOperand>& args,
+                                           SlcDetailNode* detail);
 
     // Built-ins. Each `CreateBuiltIn...` adds the call and gives the result.
     void GenBuiltInCall(SlcProcCallExprNode* node);
