@@ -8,7 +8,7 @@ root=$(cd "$(dirname "$0")/../.." && pwd)
 build=$(cd "$1" && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
-cp -r "$root/examples" "$root/README.md" "$scratch"
+cp -r "$root/examples" "$root/runtime" "$root/README.md" "$scratch"
 mkdir "$scratch/build"
 ln -s "$build" "$scratch/build/release"
 cd "$scratch"

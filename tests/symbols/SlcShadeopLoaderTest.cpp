@@ -23,7 +23,7 @@ protected:
         const auto folder = std::filesystem::path(path).parent_path();
         if (!folder.empty())
             std::filesystem::create_directories(folder);
-        std::filesystem::copy_file(SLC_TEST_SHADEOPS, path);
+        std::filesystem::copy_file(SLC_FAULTY_SHADEOPS, path);
     }
 
     /// The overloads that a load of the name adds, one a line, behind the warnings.

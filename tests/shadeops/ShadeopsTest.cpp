@@ -1,0 +1,183 @@
+// Shadeops from the source to the values that they compute, through both back ends.
+
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+#include <memory>
+
+#include "host/QxHost.h"
+#include "host/ShaderFolder.h"
+#include "shadeops/NativeShadeops.h"
+
+namespace {
+
+using Numbers = std::vector<float>;
+
+std::string ReadText(const std::string& path)
+{
+    std::ifstream file(path);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+std::string Options(int level, const std::string& backEnd)
+{
+    return "-O" + std::to_string(level) + " " + backEnd +
+           " -I" SLC_SHADEOPS_FOLDER " -I" SLC_PROBES_FOLDER;
+}
+
+/// A grid of 3 by 2 points with texture coordinates, and what a shader makes of it.
+class Shadeops : public testing::Test {
+protected:
+    const Numbers m_s = {0.125, 0.5, 0.5, 0.25, 0.75, 0.9375};
+    const Numbers m_t = {0.125, 0.25, 0.125, 0.75, 0.375, 0.125};
+    ShaderFolder m_folder;
+    QxHostScene m_scene;
+
+    struct Outputs {
+        Numbers Ci;
+        Numbers Oi;
+    };
+
+    /// Of byte-code, run by the machine.
+    Outputs Interpreted(const std::string& name, const std::string& source, int level,
+                        const std::string& libraries)
+    {
+        SqxMachine machine;
+        EXPECT_TRUE(machine.Load(m_folder.Build(name, source, Options(level, "--int"))))
+            << machine.Message();
+        const NativeShadeops native(machine, libraries);
+        machine.Set("s", m_s);
+        machine.Set("t", m_t);
+        EXPECT_TRUE(machine.Run()) << machine.Message();
+        Outputs outputs;
+        for (std::size_t i = 0; i < m_s.size(); ++i) {
+            for (const float number : machine.ValueOf("Ci", i))
+                outputs.Ci.push_back(number);
+            for (const float number : machine.ValueOf("Oi", i))
+                outputs.Oi.push_back(number);
+        }
+        return outputs;
+    }
+
+    /// Of a shared object.
+    Outputs Built(const std::string& name, const std::string& source, int level,
+                  const std::string& libraries)
+    {
+        const QxShaderObject object(m_folder.Build(name, source, Options(level, "--dso")),
+                                    m_scene.Spaces(), {"/nowhere", libraries});
+        QxShaderInstance shader(object);
+        QxHostGrid grid(3, 2);
+        grid.Set("s", m_s);
+        grid.Set("t", m_t);
+        shader.Run(grid, m_scene);
+        return {grid.Get("Ci").numbers, grid.Get("Oi").numbers};
+    }
+
+    void ExpectAtEachLevel(const std::string& name, const std::string& source,
+                           const std::string& libraries, const Outputs& expected)
+    {
+        for (int level = 0; level <= 3; ++level) {
+            const Outputs interpreted = Interpreted(name, source, level, libraries);
+            EXPECT_EQ(interpreted.Ci, expected.Ci) << level;
+            EXPECT_EQ(interpreted.Oi, expected.Oi) << level;
+            const Outputs built = Built(name, source, level, libraries);
+            EXPECT_EQ(built.Ci, expected.Ci) << level;
+            EXPECT_EQ(built.Oi, expected.Oi) << level;
+        }
+    }
+};
+
+// Worked by hand for threads = 2 and wear = 0.25:
+//   s       t      threshold at 2s, 2t   wave(2t, 0.5)  wave(s)  of the way   color
+//   0.125   0.125  cell 1, 1: 4.5 / 16   0.25           0.25     half         (0.25, 0.03125, 0)
+//   0.5     0.25   cell 0, 2: 3.5 / 16   a hole
+//   0.5     0.125  cell 0, 1: 12.5 / 16  0.25           1        all          (0, 0, 1)
+//   0.25    0.75   cell 2, 2: 1.5 / 16   a hole
+//   0.75    0.375  cell 2, 3: 13.5 / 16  0.25           0.5      to the next  (0, 0.1875, 0)
+//   0.9375  0.125  cell 3, 1: 6.5 / 16   0.25           0.125    a quarter    (0.375, 0.015625, 0)
+TEST_F(Shadeops, OfTheExampleShadeItsCloth)
+{
+    const Outputs expected = {{0.0625, 0.0078125, 0, 0, 0, 0, 0, 0, 0.25, 0, 0, 0, 0, 0.046875, 0,
+                               0.09375, 0.00390625, 0},
+                              {1, 1, 1, 0, 0, 0, 1, 1, 1, 0, 0, 0, 1, 1, 1, 1, 1, 1}};
+    ExpectAtEachLevel("woven", ReadText(SLC_WOVEN), SLC_SHADEOPS_FOLDER, expected);
+}
+
+/// A library sees the points of a varying array as runs, may write into them, and may write its
+/// result before it reads its arguments.
+TEST_F(Shadeops, TakeArraysTextsAndTheirOwnTarget)
+{
+    constexpr const char* source = R"(
+surface probe(uniform float given = sum(1, 2))
+{
+    float a[3];
+    uniform float b[2];
+    uniform string text = longer("long", "longer");
+    float i, each = 0;
+    a[0] = s;
+    a[1] = 10;
+    a[2] = t;
+    b[0] = 1;
+    b[1] = given;
+    color c = color(s, 0, 0);
+    c = swap(c);
+    if (s > 0.4) {
+        a[1] = reverse(a);
+        a[0] = sum(a, 3, text);
+    }
+    for (i = 0; i < 2; i += 1)
+        each += sum(b, 2, "");
+    b[0] = sum(b, 2, "");
+    Ci = c + color(a[0], a[1], 0);
+    Oi = color(each, b[0], 0);
+    if (text == longer("longer", ""))
+        Oi += color(0, 0, 1);
+}
+)";
+    Outputs expected;
+    for (std::size_t i = 0; i < m_s.size(); ++i) {
+        const bool turned = m_s[i] > 0.4F;
+        const Numbers color = {turned ? m_t[i] + m_t[i] + m_s[i] : m_s[i], turned ? m_t[i] : 10,
+                               m_s[i]};
+        expected.Ci.insert(expected.Ci.end(), color.begin(), color.end());
+        expected.Oi.insert(expected.Oi.end(), {8, 4, 1});
+    }
+    ExpectAtEachLevel("probe", source, SLC_PROBES_FOLDER, expected);
+}
+
+/// What a library exports as an int.
+int Exported(void* library, const char* name)
+{
+    return *static_cast<int*>(::dlsym(library, name));
+}
+
+TEST_F(Shadeops, StartAndStopOnceAndRunForEachPoint)
+{
+    const std::unique_ptr<void, int (*)(void*)> library(
+        ::dlopen(SLC_PROBES_FOLDER "/probes.so", RTLD_LAZY), &::dlclose);
+    ASSERT_NE(library, nullptr);
+    const Outputs expected = {{1, 1, 1, 2, 2, 2, 3, 3, 3, 4, 4, 4, 5, 5, 5, 6, 6, 6},
+                              {7, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7}};
+    for (int life = 1; life <= 2; ++life) {
+        const Outputs outputs =
+            Built("ticks", "surface ticks() { Ci = tick(s); uniform float u1 = tick(1); Oi = u1; }",
+                  2, SLC_PROBES_FOLDER);
+        EXPECT_EQ(outputs.Ci, expected.Ci);
+        EXPECT_EQ(outputs.Oi, expected.Oi);
+        EXPECT_EQ(Exported(library.get(), "started"), life);
+        EXPECT_EQ(Exported(library.get(), "stopped"), life);
+    }
+}
+
+/// Whatever is missing when the shader runs is passed over.
+TEST_F(Shadeops, MayBeMissing)
+{
+    const std::string source =
+        "surface gone() { Ci = 1; Ci = ghost(s) * 0 + 2; Oi = tick(1) * 0; }";
+    for (const char* libraries : {SLC_PROBES_FOLDER, SLC_SHADEOPS_FOLDER})
+        EXPECT_EQ(Built("gone", source, 2, libraries).Ci[0], 2);
+}
+
+}  // namespace
