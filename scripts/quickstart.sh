@@ -7,10 +7,10 @@ source scripts/prepare.sh
 install_missing
 build_preset release
 
-# Compiles one example; its messages are shown only if it fails.
+# Compiles one example, with the options behind it; its messages are shown only if it fails.
 compile_example() {
     local messages
-    if ! messages=$(build/release/bin/shaderqx -d build/examples "$1" 2>&1); then
+    if ! messages=$(build/release/bin/shaderqx -d build/examples "${@:2}" "$1" 2>&1); then
         echo "$messages" >&2
         echo "$1: not compiled" >&2
         return 1
@@ -22,4 +22,5 @@ mkdir -p build/examples
 for source in examples/*.sl; do
     compile_example "$source"
 done
+compile_example examples/shadeops/woven.sl -Ibuild/release/shadeops
 echo "The compiled shaders are in build/examples, the compiler is build/release/bin/shaderqx"
