@@ -72,6 +72,43 @@ SlcPtr<SlcFuncSymbolEntry> AsFunction(const SlcPtr<SlcSymbolEntry>& entry)
     return entry->IsFunction() ? CheckCast<SlcFuncSymbolEntry>(entry) : nullptr;
 }
 
+/// A call whose overloads are tried one after the other.
+struct TriedCall {
+    const SlcCallArgs& args;
+    SlcPtr<SlcSemanticError> sink;  // null once it has heard of a fault
+    bool noVoid;
+};
+
+/// What the entries of one table have for a call.
+struct TableOffer {
+    std::vector<SlcTypeNode*> types;       // return types of the overloads that fit
+    SlcPtr<SlcFuncSymbolEntry> function;   // the last one of the name
+    SlcPtr<SlcFuncSymbolEntry> withCount;  // the last one that takes so many arguments
+};
+
+TableOffer OfferTo(TriedCall& call, const std::vector<SlcPtr<SlcSymbolEntry>>& entries,
+                   bool promote)
+{
+    TableOffer offer;
+    for (const auto& entry : entries) {
+        const auto candidate = AsFunction(entry);
+        if (candidate.Null())
+            continue;
+        offer.function = candidate;
+        if (!candidate->CheckNumberArgs(call.args))
+            continue;
+        offer.withCount = candidate;
+        const int errorsBefore = NbErrors();
+        const bool fits = candidate->CheckTypeArgs(call.args, call.sink, promote);
+        // A fault in an argument is one fault, however many overloads are tried.
+        if (NbErrors() != errorsBefore)
+            call.sink = nullptr;
+        if (fits && !(call.noVoid && candidate->GetReturnType()->IsVoidType()))
+            SlcAddTypeIfNotPresent(offer.types, candidate->GetReturnType());
+    }
+    return offer;
+}
+
 }  // namespace
 
 SlcSymbolTable::SlcSymbolTable() : SlcSymbolTable(SlcPtr<SlcSymbolTable>()) {}
@@ -270,55 +307,28 @@ std::vector<SlcTypeNode*> SlcSymbolTable::GetFuncType(SlcIdentNode* ident,
 {
     const SlcCallArgs args = SlcArgsOf(arguments);
     const std::vector<Group> groups = GroupsOf(ident);
-    // What the outermost table with a function of that name has to say if nothing fits.
-    SlcPtr<SlcFuncSymbolEntry> lastFunction;
-    SlcPtr<SlcFuncSymbolEntry> lastWithCount;
-    // A fault in an argument is one fault, however many overloads are tried.
-    SlcPtr<SlcSemanticError> reportTo = sink;
-    const int errorsBefore = NbErrors();
+    TriedCall call{args, sink, noVoid};
+    TableOffer outermost;  // of the tables tried so far: it decides what is wrong if nothing fits
     const auto searchPass = [&](bool promoted) {
-        lastFunction = nullptr;
-        lastWithCount = nullptr;
-        std::vector<SlcTypeNode*> types;
         for (const Group& group : groups) {
-            SlcPtr<SlcFuncSymbolEntry> function;
-            SlcPtr<SlcFuncSymbolEntry> withCount;
-            for (const auto& entry : group.entries) {
-                const auto candidate = AsFunction(entry);
-                if (candidate.Null())
-                    continue;
-                function = candidate;
-                if (!candidate->CheckNumberArgs(args))
-                    continue;
-                withCount = candidate;
-                const bool fits = candidate->CheckTypeArgs(args, reportTo, promoted);
-                if (NbErrors() != errorsBefore)
-                    reportTo = nullptr;
-                if (!fits || (noVoid && candidate->GetReturnType()->IsVoidType()))
-                    continue;
-                SlcAddTypeIfNotPresent(types, candidate->GetReturnType());
-            }
-            if (!types.empty())
-                return types;
-            if (function) {
-                lastFunction = function;
-                lastWithCount = withCount;
-            }
+            if (TableOffer offer = OfferTo(call, group.entries, promoted); offer.function)
+                outermost = std::move(offer);
+            if (!outermost.types.empty())
+                return;
         }
-        return types;
     };
 
-    auto types = searchPass(promote);
-    const bool wrongCount = lastFunction && lastWithCount.Null();
-    if (types.empty() && !promote && top && !wrongCount)
-        types = searchPass(true);
-    if (!types.empty())
-        return types;
-    if (lastFunction.Null())
+    searchPass(promote);
+    const bool wrongCount = outermost.function && outermost.withCount.Null();
+    if (outermost.types.empty() && !promote && top && !wrongCount)
+        searchPass(true);
+    if (!outermost.types.empty())
+        return outermost.types;
+    if (outermost.function.Null())
         throw SlcSymbolNotFound{ident};
-    if (lastWithCount.Null())
-        throw SlcInvalidNumberOfArgs{lastFunction};
-    throw SlcFuncArgsTypeError{lastWithCount};
+    if (outermost.withCount.Null())
+        throw SlcInvalidNumberOfArgs{outermost.function};
+    throw SlcFuncArgsTypeError{outermost.withCount};
 }
 
 std::deque<SlcPtr<SlcFuncSymbolEntry>> SlcSymbolTable::GetFuncEntrys(SlcIdentNode* ident,
