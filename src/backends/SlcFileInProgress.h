@@ -12,7 +12,8 @@ class SlcSemanticError;
 /// `Finish` moves it there. Without `Finish` it is removed again.
 class SlcFileInProgress {
 public:
-    /// A file that cannot be opened is fatal, "Cannot open `path` for `purpose`".
+    /// A file that cannot be opened is fatal, "Cannot open `path` for `purpose`"; a name that is
+    /// too long for one is reported, and throws `SlcCompilationError`.
     SlcFileInProgress(SlcPtr<SlcSemanticError> errors, std::string path, std::string_view purpose);
     ~SlcFileInProgress();
     SlcFileInProgress(const SlcFileInProgress&) = delete;
@@ -25,6 +26,8 @@ public:
     void Finish();
 
 private:
+    [[noreturn]] void ReportUnwritten() const;
+
     SlcPtr<SlcSemanticError> m_errors;
     std::string m_path;
     std::string m_unfinished;  // path of the file until it is whole
