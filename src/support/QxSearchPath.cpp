@@ -11,24 +11,6 @@
 
 namespace {
 
-struct SearchCategory {
-    const char* variable;
-    const char* defaultPath;
-};
-
-// clang-format off
-// By the number of the category.
-//   variable               default
-constexpr SearchCategory k_searchCategories[QxSearchPath::k_categories] = {
-    {"QX_SHADERS_PATH",     ".:$OMBRIUM/shaders"},
-    {"QX_TEXTURES_PATH",    ".:$OMBRIUM/textures"},
-    {"QX_DISPLAYS_PATH",    ".:$OMBRIUM/displays"},
-    {"QX_ARCHIVES_PATH",    "."},
-    {"QX_PROCEDURALS_PATH", "."},
-    {"QX_RESOURCES_PATH",   "."},
-};
-// clang-format on
-
 // The order in which the resources list goes to the others.
 constexpr QxSearchPath::QxCategory k_resourceCategories[] = {
     QxSearchPath::e_shaders,  QxSearchPath::e_displays,    QxSearchPath::e_textures,
@@ -134,9 +116,8 @@ void PrefixSubstitution(std::string& out, const char* in, std::string_view prefi
 QxSearchPath::QxSearchPath()
 {
     for (int category = 0; category < k_categories; ++category) {
-        const char* path = std::getenv(k_searchCategories[category].variable);
-        SetPath(static_cast<QxCategory>(category),
-                path ? path : k_searchCategories[category].defaultPath, true);
+        const char* path = std::getenv(k_pathVarName[category]);
+        SetPath(static_cast<QxCategory>(category), path ? path : k_defaultPaths[category], true);
     }
 }
 
@@ -170,7 +151,7 @@ void QxSearchPath::AddItem(QxCategory category, const std::string& item,
     std::string directory;
     ExpandPath(directory, item.c_str());
     if (directory == "@") {
-        SetPath(category, k_searchCategories[category].defaultPath, false);
+        SetPath(category, k_defaultPaths[category], false);
     } else if (directory == "&") {
         directories.insert(directories.end(), before.begin(), before.end());
     } else {

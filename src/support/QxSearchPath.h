@@ -54,6 +54,15 @@ public:
     static constexpr std::string_view k_envVarBegin = "$";
     static constexpr std::string_view k_pathSeparatorChrs = ":;";
 
+    // By category: the variable that sets the list, and the list without it.
+    static constexpr const char* k_pathVarName[k_categories] = {
+        "QX_SHADERS_PATH",  "QX_TEXTURES_PATH",    "QX_DISPLAYS_PATH",
+        "QX_ARCHIVES_PATH", "QX_PROCEDURALS_PATH", "QX_RESOURCES_PATH",
+    };
+    static constexpr const char* k_defaultPaths[k_categories] = {
+        ".:$OMBRIUM/shaders", ".:$OMBRIUM/textures", ".:$OMBRIUM/displays", ".", ".", ".",
+    };
+
     /// Takes each list from its variable, or else the default.
     QxSearchPath();
 
