@@ -7,12 +7,13 @@ bool IsLetterOrDigit(char c)
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
 }
 
-std::string EncodedForC(std::string_view text)
+/// Characters of `kept`, letters and digits stay.
+std::string EncodedForC(std::string_view text, std::string_view kept)
 {
     constexpr const char* digits = "0123456789abcdef";
     std::string encoded;
     for (const char c : text) {
-        if (IsLetterOrDigit(c)) {
+        if (IsLetterOrDigit(c) || kept.find(c) != std::string_view::npos) {
             encoded += c;
             continue;
         }
@@ -66,7 +67,7 @@ std::string SlcFuncDSOSymbolEntry::FileNameAsCId(std::string_view name)
 {
     const std::size_t dot = name.rfind('.');
     if (dot == std::string_view::npos)
-        return EncodedForC(name);
-    // Most extensions are letters, but a backup copy may end in ".so~".
-    return EncodedForC(name.substr(0, dot)) + '_' + EncodedForC(name.substr(dot + 1));
+        return EncodedForC(name, "");
+    // Most extensions are part of an identifier as they are, but a backup copy may end in ".so~".
+    return EncodedForC(name.substr(0, dot), "") + '_' + EncodedForC(name.substr(dot + 1), "_");
 }

@@ -57,8 +57,8 @@ public:
     [[nodiscard]] const std::string& GetKey() const { return m_info.key; }
 
     /// A part of a C identifier that stands for the name of a file: letters and digits stay, any
-    /// other character becomes "_", its two hexadecimal digits and "_", and the last "." becomes
-    /// "_".
+    /// other character becomes "_", its two hexadecimal digits and "_"; the last "." becomes "_",
+    /// and a "_" behind it stays.
     [[nodiscard]] static std::string FileNameAsCId(std::string_view name);
 
 private:
