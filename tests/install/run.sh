@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs the build, moves the installed tree, and builds a shared object with it: the program
-# must find the header of generated C++ in its own tree. The host library is there with its headers.
+# must find the header of generated C++ in its own tree. The host library is there with its headers,
+# and so is the header for shadeops.
 # usage: run.sh BUILD_DIRECTORY
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
@@ -31,3 +32,10 @@ moved/bin/sqxdump --params constant.sqx
 }
 echo '#include "host/QxHost.h"' >host.cpp
 c++ -std=c++20 -Wall -Werror -Imoved/include/shaderqx -fsyntax-only host.cpp
+
+cp "$root/examples/shadeops/woven.sl" .
+cc -shared -fPIC -Imoved/include/shaderqx -o patterns.so "$root/examples/shadeops/patterns.c"
+moved/bin/shaderqx woven.sl 2>messages || {
+    cat messages
+    exit 1
+}
