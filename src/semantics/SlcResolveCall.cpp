@@ -66,19 +66,24 @@ void SlcResolveCall::Resolve(SlcProcCallExprNode* call)
     m_call = call;
     m_args = SlcArgsOf(call->GetArguments());
     SlcTypeNode* wanted = SettleWanted(call);
-    const bool isAvailable = CheckShaderType();
+    const bool isTyped = ResolveArgs(wanted);
+    if (CheckShaderType() && isTyped)
+        call->SetSymbolEntry(
+            m_scope->GetUniqueFuncEntry(call->GetIdent(), wanted, m_args, false, true));
+}
+
+bool SlcResolveCall::ResolveArgs(SlcTypeNode* wanted)
+{
     if (wanted->IsErrorType()) {
         for (const SlcExprNode* argument : m_args)
             TakeFirst(argument);
-        return;
+        return false;
     }
     std::vector<Types> expected(m_args.size());
     const auto candidates = FindCandidates(wanted);
     for (const Entry& entry : candidates)
         AddExpected(entry, expected);
-    if (ChooseArgTypes(expected) && isAvailable && !candidates.empty())
-        call->SetSymbolEntry(
-            m_scope->GetUniqueFuncEntry(call->GetIdent(), wanted, m_args, false, true));
+    return ChooseArgTypes(expected) && !candidates.empty();
 }
 
 std::vector<SlcResolveCall::Entry> SlcResolveCall::FindCandidates(SlcTypeNode* wanted)

@@ -22,6 +22,8 @@ private:
     using Types = std::vector<SlcTypeNode*>;
     using Entry = SlcPtr<SlcFuncSymbolEntry>;
 
+    /// Picks the types of the arguments for a call that gives `wanted`. False after a report.
+    [[nodiscard]] bool ResolveArgs(SlcTypeNode* wanted);
     /// The overloads that fit as they stand, or else those that fit by promotion.
     [[nodiscard]] std::vector<Entry> FindCandidates(SlcTypeNode* wanted);
     [[nodiscard]] bool Fits(const Entry& entry, bool promote);

@@ -233,6 +233,13 @@ TEST(SlcResolveUniqueType, KeepsBuiltInsToTheirShaders)
                 << kind;
         }
     }
+    // In the order of the source: the arguments first.
+    EXPECT_EQ(TypedStatement("c1 = diffuse((1, 2, 3));", "light",
+                             "color diffuse(color c) { return c; } "
+                             "color diffuse(point p) { return comp(p, 0); }")
+                  .Reports(),
+              "ERROR: Ambiguous type for argument 1 of 'diffuse'; "
+              "ERROR: Function 'diffuse' is unavailable in light shader");
     const CheckedShader function("color f(normal n) { return diffuse(n); }\nlight test() {}");
     EXPECT_EQ(function.Reports(), "1: ERROR: Function 'diffuse' is unavailable in light shader");
 }
