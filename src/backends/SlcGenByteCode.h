@@ -72,7 +72,8 @@ private:
     void InitDSOInfo(const SlcInterForm& form);
     /// Number of a coordinate space by its text with quotes; -1 if the shader does not name it.
     [[nodiscard]] short GetMatrixNb(const std::string& space) const;
-    [[nodiscard]] bool IsAvailable(const std::string& primitive);
+    /// False after a report.
+    [[nodiscard]] bool IsAvailable(const SlcCallICode& call);
     void AddTransform(const SlcTransformSpaceICode& code, std::string_view direction,
                       std::string_view colorDirection);
     void ClearFlags(const std::deque<SlcOperand>& flags);
@@ -135,5 +136,6 @@ private:
     std::map<std::string, int> m_dsoLibs;          // number of a library by its file name
     std::map<std::string, int> m_dsoFuncs;         // number of a shadeop by its function key
     SlcEquCBinOpName m_opName{SlcEquCBinOpName::Invert::Source};
-    std::set<std::string, std::less<>> m_reported;  // what did not fit, told once a kind
+    std::set<std::string, std::less<>> m_reported;         // what did not fit, told once a kind
+    std::set<const SlcProcCallExprNode*> m_reportedCalls;  // for look-up only
 };

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "backends/SlcGenByteCode.h"
+#include "frontend/SlcCallNodes.h"
 #include "icode/SlcICodes.h"
 #include "support/reports/SlcSemanticError.h"
 
@@ -58,14 +59,15 @@ constexpr ZeroType k_zeroTypes[] = {
 
 }  // namespace
 
-bool SlcGenByteCode::IsAvailable(const std::string& primitive)
+bool SlcGenByteCode::IsAvailable(const SlcCallICode& call)
 {
     for (const Alias& row : k_unavailable) {
-        if (primitive != row.primitive)
+        if (call.m_name->GetName() != row.primitive)
             continue;
-        if (m_reported.emplace(row.numbered).second)
-            m_errors->Error(nullptr, std::string("'") + row.numbered +
-                                         "' is not available in byte-code, use '--dso'");
+        // The body of a function stands in the list once for each call of it.
+        if (m_reportedCalls.insert(call.m_node).second)
+            m_errors->Error(call.m_node, std::string("'") + row.numbered +
+                                             "' is not available in byte-code, use '--dso'");
         return false;
     }
     return true;
@@ -265,10 +267,10 @@ void SlcGenByteCode::Case(SlcPtr<SlcArrayRefICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcCallICode> code)
 {
-    const std::string& name = code->m_name->GetName();
-    if (!IsAvailable(name))
+    if (!IsAvailable(*code))
         return;
-    AddInstr(WithForm(Numbered(name), code->m_simd, code->m_condition, code->m_ifTrue));
+    AddInstr(WithForm(Numbered(code->m_name->GetName()), code->m_simd, code->m_condition,
+                      code->m_ifTrue));
     if (code->m_varArgs)
         AddConst(static_cast<int>(code->m_args.size()), "Number of arguments");
     AddVarIfSet(code->m_result);

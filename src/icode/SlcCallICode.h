@@ -6,6 +6,8 @@
 #include "icode/SlcICode.h"
 #include "symbols/SlcFuncSymbolEntry.h"
 
+class SlcProcCallExprNode;
+
 /// A call of a built-in.
 class SlcCallICode : public SlcICodeOf<SlcCallICode, SlcICode> {
 public:
@@ -33,6 +35,8 @@ public:
     SlcOperand m_condition;         // limits a SIMD form to some points; may be null
     bool m_ifTrue;                  // the value that the condition must have
     SlcPtr<SlcFuncSymbolEntry> m_funcEntry;  // null for texture accesses
+    /// Places reports; null where no call of the source stands behind the instruction.
+    const SlcProcCallExprNode* m_node = nullptr;
 };
 
 /// A call of a shadeop.

@@ -110,18 +110,22 @@ void SlcGenInterCode::AddPlainCall(const BuiltInCall& call, const SlcOperand& re
                                    ArgumentList list, SlcDetailNode* detail)
 {
     const SlcPtr<SlcFuncSymbolEntry>& entry = call.node->GetSymbolEntry();
-    AddInBlock(detail, MakeShared<SlcCallICode>(
-                           entry->GetCName(), call.args, result, list == ArgumentList::Counted,
-                           entry->IsOrderSensitive(), false, entry, nullptr, false));
+    const auto code = MakeShared<SlcCallICode>(
+        entry->GetCName(), call.args, result, list == ArgumentList::Counted,
+        entry->IsOrderSensitive(), false, entry, nullptr, false);
+    code->m_node = call.node;
+    AddInBlock(detail, code);
 }
 
 void SlcGenInterCode::AddGridCall(const BuiltInCall& call, const SlcOperand& result,
                                   const SlcOperand& condition)
 {
     const SlcPtr<SlcFuncSymbolEntry>& entry = call.node->GetSymbolEntry();
-    AddICode(MakeShared<SlcCallICode>(entry->GetCName(), call.args, result, false,
-                                      entry->IsOrderSensitive(), true, entry, condition,
-                                      !condition.Null()));
+    const auto code = MakeShared<SlcCallICode>(entry->GetCName(), call.args, result, false,
+                                               entry->IsOrderSensitive(), true, entry, condition,
+                                               !condition.Null());
+    code->m_node = call.node;
+    AddICode(code);
 }
 
 void SlcGenInterCode::AddGridOrPlainCall(const BuiltInCall& call, const SlcOperand& result)
