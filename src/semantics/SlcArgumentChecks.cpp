@@ -1,6 +1,7 @@
 #include "semantics/SlcArgumentChecks.h"
 
 #include "frontend/SlcCallNodes.h"
+#include "semantics/SlcInlineDetails.h"
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcFuncSymbolEntry.h"
 
@@ -55,6 +56,13 @@ bool SlcCheckOutputArgument(SlcSemanticError& errors, const SlcExprNode* argumen
         errors.Error(argument, "Read-only formal passed as argument " + number +
                                    " to the function '" + function +
                                    "' cannot be used as an output parameter of this function.");
+        return false;
+    }
+    // At a varying index each point has its own element to write; a uniform array has one for all.
+    if (variable && variable->GetDetail()->IsUniform() &&
+        !SlcFirstDetailOf(argument)->IsUniform()) {
+        errors.Error(argument,
+                     "Argument " + number + " of function '" + function + "' cannot be uniform");
         return false;
     }
     return true;

@@ -38,6 +38,12 @@ SlcDetailNode* DetailOf(const SlcPtr<SlcVarSymbolEntry>& variable)
     return variable->GetDetail();
 }
 
+/// False for one that has been reported.
+bool IsUniformVariable(const SlcPtr<SlcVarSymbolEntry>& variable)
+{
+    return variable && !variable->GetType()->IsErrorType() && variable->GetDetail()->IsUniform();
+}
+
 }  // namespace
 
 SlcCheckDetail::SlcCheckDetail(SlcPtr<SlcSemanticError> errors) : m_errors(std::move(errors)) {}
@@ -102,10 +108,12 @@ void SlcCheckDetail::Case(SlcAssignExprNode* node)
     node->GetValue()->ApplyWalker(this);
     m_expected = expected;
 
-    const SlcDetailNode* value = DetailOf(node->GetValue());
-    if (detail->IsUniform() && !value->IsUniform())
+    // An index counts: at a varying one each point has its own element to write, and a uniform
+    // array has one for all.
+    const SlcDetailNode* given = SlcDetailNode::Combine(detail, DetailOf(node->GetValue()));
+    if (IsUniformVariable(lvalue->GetSymbolEntry()) && !given->IsUniform())
         m_errors->Error(node,
-                        value->IsVarying() ? "Assignment detail mismatch (should be varying)"
+                        given->IsVarying() ? "Assignment detail mismatch (should be varying)"
                                            : "Assignment detail mismatch",
                         lvalue->ToString());
     SetDetail(node, detail);

@@ -118,6 +118,9 @@ TEST(SlcCheckDetail, RefusesToAssignToUniform)
         {"surface a() { uniform float k; k = u > 0.5 ? 1 : 2; }",
          "1: ERROR: Assignment detail mismatch (should be varying): k"},
         {"surface a() { uniform float k; k = nowhere; }", "1: ERROR: Undefined variable: nowhere"},
+        {"surface a() { nowhere = u; }", "1: ERROR: Undefined variable: nowhere"},
+        {"surface a() { uniform float k[2]; k[u] = 1; float x = k[u]; }",
+         "1: ERROR: Assignment detail mismatch (should be varying): k[...]"},
         {"surface a() { uniform float k; float x; varying float w; x = k; w = x; x = w; w = k; }",
          ""},
     };
@@ -140,6 +143,10 @@ TEST(SlcCheckDetail, ChecksArgumentsOfBuiltIns)
         {"surface a() { uniform float r, t2; fresnel(I, N, 1.5, r, t2); }",
          "1: ERROR: Argument 3 of function 'fresnel' cannot be uniform\n"
          "1: ERROR: Argument 4 of function 'fresnel' cannot be uniform"},
+        {"surface a() { uniform point q[2]; setxcomp(q[u], 1); }",
+         "1: ERROR: Argument 0 of function 'setxcomp' cannot be uniform"},
+        {"void f(output float r) { r = 1; }\nsurface a() { uniform float k[2]; f(k[u]); }",
+         "2: ERROR: Argument 0 of function 'f' cannot be uniform"},
         {"surface a() { Ci = trace(P, N, 1); }",
          "1: ERROR: Argument 2 of trace must be a variable of a reference to an array. "
          "Formal is declared 'output'"},
