@@ -19,7 +19,7 @@ bool IsIteration(const SlcLoopStmtNode* loop)
     return dynamic_cast<const SlcForStmtNode*>(loop) || dynamic_cast<const SlcWhileStmtNode*>(loop);
 }
 
-/// The formals of a user function that have an entry or null, one for each argument of a call.
+/// One for each argument of a call; null for a formal that repeats the name of another.
 std::vector<SlcVarSymbolEntry*> FormalEntries(const SlcFuncInfo& info)
 {
     std::vector<SlcVarSymbolEntry*> entries;

@@ -21,6 +21,17 @@ std::string Read(const path& file)
     return text.str();
 }
 
+/// Without the lines that announce the default commands.
+std::string ReportsIn(const path& messages)
+{
+    std::ifstream file(messages);
+    std::string reports;
+    for (std::string line; std::getline(file, line);)
+        if (line.find("_COMMAND' environment variable") == std::string::npos)
+            reports += line + "\n";
+    return reports;
+}
+
 /// A copy of the examples, beside which the program may put its files.
 class ExamplesCopy {
 public:
@@ -40,17 +51,19 @@ public:
                 sources.push_back(entry.path());
         return sources;
     }
-    /// The byte-code file that the program makes of a source; empty if it refuses it.
+    /// The byte-code file that the program makes of a source, without a word even where it warns
+    /// of everything; empty if it refuses it.
     [[nodiscard]] std::string Compile(const path& source, int level) const
     {
         const path messages = m_folder / "messages";
-        const std::string command = std::string(SLC_PROGRAM) + " -O" + std::to_string(level) +
+        const std::string command = std::string(SLC_PROGRAM) + " -w2 -O" + std::to_string(level) +
                                     " -d '" + m_folder.string() + "' '" + source.string() +
                                     "' 2> '" + messages.string() + "'";
         if (std::system(command.c_str()) != 0) {
             ADD_FAILURE() << Read(messages);
             return {};
         }
+        EXPECT_EQ(ReportsIn(messages), "") << source;
         return Read(path(source).replace_extension(".sqx"));
     }
 

@@ -32,7 +32,7 @@ TEST(OrdinaryShaders, PassWithoutReports)
     const auto shaders = ShadersIn(std::filesystem::path(SLC_TEST_FOLDER) / "ordinary");
     EXPECT_GE(shaders.size(), 20u);
     for (const auto& path : shaders)
-        EXPECT_EQ(CheckedShader(TextOf(path)).Output(), "") << path.filename();
+        EXPECT_EQ(CheckedShader(TextOf(path), {}, 2).Output(), "") << path.filename();
 }
 
 }  // namespace
