@@ -1,46 +1,115 @@
 #include "optimizer/SlcConvertTmpVarDetail.h"
 
-#include <algorithm>
+#include <vector>
 
-#include "icode/SlcBlockICode.h"
-#include "optimizer/SlcDataflowAnalysis.h"
+#include "icode/SlcICodes.h"
+#include "icode/SlcOperandWalker.h"
+#include "optimizer/SlcDefUse.h"
 
 namespace {
 
-using Codes = std::vector<SlcPtr<SlcICode>>;
+/// Finds the variables whose values stay within one point of one parallel run.
+///
+/// A write counts for the bracket that it stands in, and is forgotten where that closes.
+class PointValues : public SlcOperandWalker {
+public:
+    explicit PointValues(int variables) : m_writes(variables, -1), m_escapes(variables, false) {}
 
-template <class Mark>
-bool IsMark(const SlcPtr<SlcICode>& code)
+    [[nodiscard]] bool Escapes(int number) const { return m_escapes[number]; }
+
+private:
+    void Read(SlcOperand& operand) override
+    {
+        const int number = SlcVariableNumbers::Of(operand);
+        if (number >= 0 && !IsWritten(number))
+            m_escapes[number] = true;
+    }
+    void Write(SlcOperand& operand) override
+    {
+        const int number = SlcVariableNumbers::Of(operand);
+        if (number < 0)
+            return;
+        if (m_open.empty())
+            m_escapes[number] = true;
+        else if (!IsWritten(number))
+            m_writes[number] = m_open.back();
+    }
+
+    using SlcOperandWalker::Case;
+    void Case(SlcPtr<SlcBeginParallelICode>) override { Open(); }
+    void Case(SlcPtr<SlcEndParallelICode>) override { Close(); }
+    void Case(SlcPtr<SlcIfICode> code) override
+    {
+        SlcOperandWalker::Case(code);
+        if (!m_open.empty())
+            Open();
+    }
+    void Case(SlcPtr<SlcEndIfICode>) override
+    {
+        if (!m_open.empty())
+            Close();
+    }
+    /// It may be reached without the writes in front of it.
+    void Case(SlcPtr<SlcLabelICode>) override
+    {
+        for (int& bracket : m_open) {
+            m_isOpen[bracket] = false;
+            bracket = NewBracket();
+        }
+    }
+
+    void Open() { m_open.push_back(NewBracket()); }
+    void Close()
+    {
+        m_isOpen[m_open.back()] = false;
+        m_open.pop_back();
+    }
+    int NewBracket()
+    {
+        m_isOpen.push_back(true);
+        return static_cast<int>(m_isOpen.size()) - 1;
+    }
+    [[nodiscard]] bool IsWritten(int number) const
+    {
+        return m_writes[number] >= 0 && m_isOpen[m_writes[number]];
+    }
+
+    std::vector<bool> m_isOpen;   // by bracket: a parallel run or a guard inside one
+    std::vector<int> m_open;      // brackets around the instruction at hand, from outside
+    std::vector<int> m_writes;    // by variable: the bracket of its first write, -1 before one
+    std::vector<bool> m_escapes;  // by variable
+};
+
+bool IsFollowedLocal(const SlcLexType& variable)
 {
-    return dynamic_cast<const Mark*>(&*code) != nullptr;
+    const SlcDetailNode& detail = *variable.GetDetail();
+    return variable.GetStorage()->IsLocal() && (!detail.IsUniform() || detail.IsTempUniform());
 }
 
-void MakeDefsVarying(const SlcPtr<SlcICode>& code, SlcDataflowAnalysis& analysis)
+bool FitsRegister(const SlcTypeNode& type)
 {
-    analysis.DefUse().Compute(code);
-    for (const int number : analysis.DefUse().Defs()) {
-        const SlcOperand& variable = analysis.Variables().Variable(number);
-        const SlcDetailNode* detail = variable->GetDetail();
-        if (variable->GetStorage()->IsLocal() &&
-            (detail->IsUnknownDetail() || detail->IsTempUniform()))
-            variable->SetDetail(SlcDetailNode::AVarying());
-    }
+    return !type.IsArrayType() && !type.IsArrayRefType() && !type.IsStringType();
 }
 
 }  // namespace
 
-void SlcConvertTmpVarDetail(const SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis)
+void SlcConvertTmpVarDetail(const SlcListICode& list, const SlcVariableNumbers& variables)
 {
-    for (const auto& block : graph.Blocks()) {
-        const Codes& codes = block.GetListICode();
-        for (auto code = codes.begin(); code != codes.end(); ++code) {
-            if (!IsMark<SlcBeginParallelICode>(*code)) {
-                MakeDefsVarying(*code, analysis);
-                continue;
-            }
-            const auto end = std::find_if(code, codes.end(), IsMark<SlcEndParallelICode>);
-            if (end != codes.end())
-                code = end;
-        }
+    PointValues values(variables.Count());
+    for (const auto& code : list.m_icodes)
+        values.Visit(code);
+    for (int number = 0; number < variables.Count(); ++number) {
+        const SlcOperand& variable = variables.Variable(number);
+        if (!IsFollowedLocal(*variable))
+            continue;
+        const bool once = FitsRegister(*variable->GetType()) && !values.Escapes(number);
+        variable->SetDetail(once ? SlcDetailNode::ATempUniform() : SlcDetailNode::AVarying());
     }
+}
+
+void SlcForgetTmpVarDetail(const SlcVariableNumbers& variables)
+{
+    for (int number = 0; number < variables.Count(); ++number)
+        if (variables.Variable(number)->GetDetail()->IsTempUniform())
+            variables.Variable(number)->SetDetail(SlcDetailNode::AUnknown());
 }

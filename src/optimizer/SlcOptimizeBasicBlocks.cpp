@@ -40,6 +40,8 @@ void SlcOptimizeBasicBlocks::Optimize(SlcPtr<SlcListICode>& list)
             changed = true;
         }
     }
+    if (m_options.m_convertTmpVarDetail)
+        SlcConvertTmpVarDetail(*list, *m_variables);
     if (m_options.m_printBlockICode) {
         BuildGraph(*list);
         DumpBlocks();
@@ -105,15 +107,18 @@ bool SlcOptimizeBasicBlocks::PropagateAndFold(SlcListICode& list)
 
 void SlcOptimizeBasicBlocks::UpdateVariables(SlcListICode& list)
 {
-    if (m_options.m_convertTmpVarDetail)
-        SlcConvertTmpVarDetail(*m_graph, *m_analysis);
     if (!m_options.m_reduceNumberTmps)
         return;
+    // Only variables that will be stored alike may share storage. The passes to come still take all
+    // of them for varying, since a uniform one could be carried out of its run.
+    if (m_options.m_convertTmpVarDetail)
+        SlcConvertTmpVarDetail(list, *m_variables);
     std::ofstream dump;
     if (m_options.m_printBlockICode)
         dump.open("depend-graph.txt");
     SlcReduceNumberTmps().Reduce(list, *m_graph, *m_analysis,
                                  m_options.m_printBlockICode ? &dump : nullptr);
+    SlcForgetTmpVarDetail(*m_variables);
 }
 
 void SlcOptimizeBasicBlocks::DumpBlocks() const

@@ -5,6 +5,7 @@
 #include "CodeText.h"
 #include "optimizer/SlcCodeMotion.h"
 #include "optimizer/SlcConvertConstOp.h"
+#include "optimizer/SlcConvertTmpVarDetail.h"
 #include "optimizer/SlcCopyPropagation.h"
 #include "optimizer/SlcDeadCodeElimination.h"
 #include "optimizer/SlcReduceNumberTmps.h"
@@ -252,6 +253,36 @@ TEST(SlcReduceNumberTmps, DeclaresOnlyWhatStays)
     for (const auto& variable : list->m_usedLocalVars)
         declared += variable->GetName() + " ";
     EXPECT_EQ(declared, "x a r ");
+}
+
+TEST(SlcConvertTmpVarDetail, StoresOnceWhatStaysWithinAPoint)
+{
+    static const struct {
+        const char* code;
+        bool once;  // the variable x
+    } cases[] = {
+        {"{; x = p + 1; Ci = x; }", true},
+        {"{; x = p + 1; Ci = x; }; {; x = p; Ci = x; }", true},
+        {"{; x = call F p; Ci = x; }", true},
+        {"{; f = p < 1; if f L; x = p; Ci = x; endif L; }", true},
+        {"{; x = p; f = p < 1; if f L; x = 2; endif L; Ci = x; }", true},
+        {"{; f = p < 1; if f L; x = p; endif L; Ci = x; }", false},
+        {"{; f = p < 1; if f L; x = p; endif L; if f M; Ci = x; endif M; }", false},
+        {"{; x = x + 1; Ci = x; }", false},
+        {"{; x = p; }; {; Ci = x; }", false},
+        {"x <- p; {; Ci = x; }", false},
+        {"{; x = p; Ci = x; }; y <- x", false},
+        {"{; f = p < 1; if f L; x = p; L:; Ci = x; endif L; }", false},
+    };
+    for (const auto& c : cases) {
+        CodeText text;
+        const auto list = text.List(std::string("begin; ") + c.code + "; end");
+        const SlcVariableNumbers variables(*list);
+        SlcConvertTmpVarDetail(*list, variables);
+        EXPECT_EQ(text.Variable("x")->GetDetail()->IsTempUniform(), c.once) << c.code;
+        SlcForgetTmpVarDetail(variables);
+        EXPECT_FALSE(text.Variable("x")->IsUniform()) << c.code;
+    }
 }
 
 TEST(SlcCodeMotion, MovesInvariantsInFrontOfTheLoop)
