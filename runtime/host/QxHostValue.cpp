@@ -29,10 +29,10 @@ QxHostValue::QxHostValue(std::vector<std::string> itsTexts)
 {
 }
 
-QxHostValue::QxHostValue(const QxMatrix44& matrix) : type(QxValueType::Matrix)
+QxHostValue::QxHostValue(const QxMatrix44& matrix)
+    : type(QxValueType::Matrix),
+      numbers(&matrix.m[0][0], &matrix.m[0][0] + 16)
 {
-    for (const auto& row : matrix.m)
-        numbers.insert(numbers.end(), row, row + 4);
 }
 
 std::size_t QxHostValue::Count() const
