@@ -99,7 +99,7 @@ void QxHostScene::BeginGrid(QxHostGrid& grid)
 /// Runs a light shader: from the place of its own space it lights the positions.
 void QxHostScene::Shade(QxShaderInstance& light, QxHostGrid& grid, const QxVector3* positions)
 {
-    const QxMatrix44& place = m_spaces.Find("shader")->toCurrent;
+    const QxMatrix44& place = light.Object().Spaces().Find("shader")->toCurrent;
     grid.Set("P", QxVector3{place[3][0], place[3][1], place[3][2]});
     grid.Set("L", QxVector3{0, 0, 0});
     grid.Set("Cl", QxRGBColor{0, 0, 0});

@@ -25,8 +25,9 @@ public:
     void AddPointLight(const QxVector3& position, const QxRGBColor& color);
     /// `direction`: the way that the light goes.
     void AddDistantLight(const QxVector3& direction, const QxRGBColor& color);
-    /// A light shader, which must outlive the scene. One without `illuminate` and `solar` is
-    /// ambient: to find out, it is run once. Throws `QxHostError` if it is no light shader.
+    /// A light shader, which must outlive the scene and stands where the "shader" space of its
+    /// object does. One without `illuminate` and `solar` is ambient: to find out, it is run once.
+    /// Throws `QxHostError` if it is no light shader.
     void AddLight(QxShaderInstance& light);
     /// Without the ambient ones.
     [[nodiscard]] unsigned int LightCount() const;

@@ -38,6 +38,9 @@ public:
     [[nodiscard]] bool TracesRays() const { return m_tracesRays; }
     [[nodiscard]] bool ModifiesP() const { return m_modifiesP; }
 
+    /// Where its spaces are looked up.
+    [[nodiscard]] const QxSpaceRegistry& Spaces() const { return m_spaces; }
+
     // For instances.
 
     /// Makes the variables, as many as there are parameters, those of an instance.

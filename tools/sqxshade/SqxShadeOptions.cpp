@@ -1,0 +1,284 @@
+#include "sqxshade/SqxShadeOptions.h"
+
+#include <charconv>
+#include <cmath>
+#include <filesystem>
+
+namespace {
+
+constexpr unsigned int k_maxSide = 8192;
+constexpr unsigned int k_maxSamples = 16;
+constexpr double k_maxAllSamples = 64.0e6;  // about 2 GB
+
+using Options = SqxShadeOptions;
+
+/// A whole number from 1 to `most`.
+unsigned int ReadCount(const std::string& text, unsigned int most, const std::string& what)
+{
+    unsigned int count = 0;
+    const char* end = text.data() + text.size();
+    const auto [rest, failure] = std::from_chars(text.data(), end, count);
+    if (failure != std::errc() || rest != end || count < 1 || count > most)
+        throw SqxShadeError("The " + what + " must be from 1 to " + std::to_string(most) +
+                            ", but is '" + text + "'");
+    return count;
+}
+
+/// Three numbers, or one that stands for three.
+QxRGBColor ReadColor(const std::string& text, const std::string& what)
+{
+    const std::vector<float> numbers = SqxReadNumbers(text, what);
+    if (numbers.size() == 1)
+        return {numbers[0], numbers[0], numbers[0]};
+    if (numbers.size() != 3)
+        throw SqxShadeError("The " + what + " must have 3 numbers, but is '" + text + "'");
+    return {numbers[0], numbers[1], numbers[2]};
+}
+
+QxVector3 ReadVector(const std::string& text, const std::string& what)
+{
+    const std::vector<float> numbers = SqxReadNumbers(text, what);
+    if (numbers.size() != 3)
+        throw SqxShadeError("The " + what + " must have 3 numbers, but is '" + text + "'");
+    return {numbers[0], numbers[1], numbers[2]};
+}
+
+std::pair<std::string, std::string> ReadAssignment(const std::string& text, const char* what)
+{
+    const std::size_t sign = text.find('=');
+    if (sign == std::string::npos || sign == 0)
+        throw SqxShadeError(std::string(what) + " must be NAME=VALUE, but is '" + text + "'");
+    return {text.substr(0, sign), text.substr(sign + 1)};
+}
+
+SqxShadeLight::Kind ReadLightKind(const std::string& word)
+{
+    if (word == "point")
+        return SqxShadeLight::Kind::Point;
+    if (word == "distant")
+        return SqxShadeLight::Kind::Distant;
+    if (word == "ambient")
+        return SqxShadeLight::Kind::Ambient;
+    throw SqxShadeError("A light must be 'point', 'distant' or 'ambient', but is '" + word + "'");
+}
+
+SqxShadeLight ReadLight(const std::string& text)
+{
+    const std::vector<std::string> pieces = SqxSplit(text, ':');
+    SqxShadeLight light;
+    light.kind = ReadLightKind(pieces[0]);
+    if (light.kind != SqxShadeLight::Kind::Ambient)
+        light.from = {-2.5F, 3, -4};
+    for (std::size_t i = 1; i < pieces.size(); ++i) {
+        const auto [name, value] = ReadAssignment(pieces[i], "A setting of a light");
+        const std::string what = "light's '" + name + "'";
+        if (name == "color")
+            light.color = ReadColor(value, what);
+        else if (name == "intensity")
+            light.intensity = ReadColor(value, what).r;
+        else if (name == "from" && light.kind != SqxShadeLight::Kind::Ambient)
+            light.from = ReadVector(value, what);
+        else if (name == "to" && light.kind == SqxShadeLight::Kind::Distant)
+            light.to = ReadVector(value, what);
+        else
+            throw SqxShadeError("A light of kind '" + pieces[0] + "' has no '" + name + "'");
+    }
+    if (light.kind == SqxShadeLight::Kind::Distant && light.from == light.to)
+        throw SqxShadeError("A distant light's 'from' and 'to' must differ: '" + text + "'");
+    return light;
+}
+
+void ReadSize(Options& options, const std::string& text)
+{
+    const std::size_t sign = text.find('x');
+    if (sign == std::string::npos)
+        throw SqxShadeError("The size must be WIDTHxHEIGHT, but is '" + text + "'");
+    options.width = ReadCount(text.substr(0, sign), k_maxSide, "width");
+    options.height = ReadCount(text.substr(sign + 1), k_maxSide, "height");
+}
+
+/// Those in front of the first shader are meant for it.
+void ReadParameter(Options& options, const std::string& text)
+{
+    if (options.shaders.empty())
+        options.shaders.emplace_back();
+    options.shaders.back().parameters.push_back(ReadAssignment(text, "A parameter"));
+}
+
+void AddShader(Options& options, const std::string& path)
+{
+    if (options.shaders.empty() || !options.shaders.back().path.empty())
+        options.shaders.emplace_back();
+    options.shaders.back().path = path;
+}
+
+struct OptionRow {
+    const char* name;
+    const char* value;  // what stands behind it; empty if nothing does
+    void (*read)(Options& options, const std::string& value);
+    const char* help;
+};
+
+// clang-format off
+constexpr OptionRow k_options[] = {
+    {"-o", "FILE", [](Options& o, const std::string& v) { o.output = v; },
+     "the picture; SHADER.png in the working directory by default"},
+    {"--sphere", "", [](Options& o, const std::string&) { o.square = false; },
+     "shades a sphere of radius 1; the default"},
+    {"--square", "", [](Options& o, const std::string&) { o.square = true; },
+     "shades a square of side 2 that faces the camera"},
+    {"--param", "NAME=VALUE", ReadParameter,
+     "sets a parameter of the shader in front of it: a text, a number, or numbers\n"
+     "between commas; a color may be one number"},
+    {"--size", "WIDTHxHEIGHT", ReadSize, "pixels; 256x256 by default"},
+    {"--samples", "N", [](Options& o, const std::string& v) {
+         o.samples = ReadCount(v, k_maxSamples, "number of samples"); },
+     "N times N samples smooth each pixel; 3 by default"},
+    {"--background", "COLOR", [](Options& o, const std::string& v) {
+         o.background = ReadColor(v, "background"); },
+     "what is seen beside and through the shape"},
+    {"--color", "COLOR", [](Options& o, const std::string& v) { o.color = ReadColor(v, "color"); },
+     "the surface's color Cs; white by default"},
+    {"--opacity", "COLOR", [](Options& o, const std::string& v) {
+         o.opacity = ReadColor(v, "opacity"); },
+     "the surface's opacity Os; 1 by default"},
+    {"--light", "KIND[:SETTING...]", [](Options& o, const std::string& v) {
+         o.lights.push_back(ReadLight(v)); },
+     "a light in place of the default ones; can be repeated. Kinds and settings:\n"
+     "  point:from=X,Y,Z  distant:from=X,Y,Z:to=X,Y,Z  ambient\n"
+     "each also color=R,G,B and intensity=N"},
+    {"-I", "DIR", [](Options& o, const std::string& v) {
+         o.compilerOptions.push_back("-I" + std::filesystem::absolute(v).string()); },
+     "for the compiler"},
+    {"-D", "NAME[=VALUE]", [](Options& o, const std::string& v) {
+         o.compilerOptions.push_back("-D" + v); },
+     "for the compiler"},
+    {"-h", "", [](Options& o, const std::string&) { o.help = true; }, "prints this"},
+    {"--help", "", [](Options& o, const std::string&) { o.help = true; }, "prints this"},
+};
+// clang-format on
+
+const OptionRow* FindOption(const std::string& name)
+{
+    for (const OptionRow& row : k_options)
+        if (name == row.name)
+            return &row;
+    return nullptr;
+}
+
+/// The value of an option is what is glued to it (`-IDIR`, `--size=8x8`) or the next argument.
+const OptionRow* FindGlued(const std::string& argument, std::string& value)
+{
+    const bool isLong = argument.starts_with("--");
+    const std::size_t end = isLong ? argument.find('=') : 2;
+    if (end == std::string::npos || argument.size() <= end)
+        return nullptr;
+    const OptionRow* row = FindOption(argument.substr(0, end));
+    if (!row || !*row->value)
+        return nullptr;
+    value = argument.substr(isLong ? end + 1 : end);
+    return row;
+}
+
+void Complete(Options& options)
+{
+    if (options.help)
+        return;
+    if (options.shaders.empty() || options.shaders.back().path.empty())
+        throw SqxShadeError("No shader is given; --help tells more");
+    if (options.output.empty())
+        options.output = std::filesystem::path(options.shaders[0].path).stem().string() + ".png";
+    const double samples =
+        static_cast<double>(options.width) * options.height * options.samples * options.samples;
+    if (samples > k_maxAllSamples)
+        throw SqxShadeError("The picture is too large for " + std::to_string(options.samples) +
+                            " samples along each edge of a pixel");
+}
+
+}  // namespace
+
+std::vector<std::string> SqxSplit(const std::string& text, char separator)
+{
+    std::vector<std::string> pieces(1);
+    for (const char c : text) {
+        if (c == separator)
+            pieces.emplace_back();
+        else
+            pieces.back() += c;
+    }
+    return pieces;
+}
+
+std::vector<float> SqxReadNumbers(const std::string& text, const std::string& what)
+{
+    std::vector<float> numbers;
+    for (const std::string& piece : SqxSplit(text, ',')) {
+        float number = 0;
+        const char* end = piece.data() + piece.size();
+        const auto [rest, failure] = std::from_chars(piece.data(), end, number);
+        if (failure != std::errc() || rest != end || !std::isfinite(number))
+            throw SqxShadeError("The " + what + " must be made of numbers, but is '" + text + "'");
+        numbers.push_back(number);
+    }
+    return numbers;
+}
+
+SqxShadeOptions SqxReadShadeOptions(const std::vector<std::string>& arguments)
+{
+    Options options;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string& argument = arguments[i];
+        if (argument.size() < 2 || argument[0] != '-') {
+            AddShader(options, argument);
+            continue;
+        }
+        std::string value;
+        const OptionRow* row = FindOption(argument);
+        if (!row)
+            row = FindGlued(argument, value);
+        else if (*row->value && ++i == arguments.size())
+            throw SqxShadeError("Option '" + argument + "' needs " + row->value + " behind it");
+        else if (*row->value)
+            value = arguments[i];
+        if (!row)
+            throw SqxShadeError("Unknown option '" + argument + "'; --help tells more");
+        row->read(options, value);
+    }
+    Complete(options);
+    return options;
+}
+
+std::string SqxShadeHelp()
+{
+    std::string text = R"(Usage: sqxshade [options] SHADER...
+
+Shades a shape with a shader and writes the picture as a PNG file. SHADER is a source, SHADER.sl,
+which is compiled first, or SHADER.sqx as 'shaderqx --dso' builds it. What each kind does:
+  surface       colors the shape
+  displacement  moves its points; normals follow if the shader leaves them
+  light         lights it from the upper left, in place of the default lights
+  volume        fills the space between the camera and the shape
+  imager        works on the finished picture
+One of each kind, and several lights, can be given together. Where no surface shader is given, the
+shape is of plain plastic.
+
+Options:
+)";
+    for (const OptionRow& row : k_options) {
+        std::string line = std::string("  ") + row.name + (*row.value ? " " : "") + row.value;
+        for (const std::string& help : SqxSplit(row.help, '\n')) {
+            line.resize(std::max<std::size_t>(line.size() + 2, 28), ' ');
+            text += line + help + "\n";
+            line.clear();
+        }
+    }
+    text += R"(
+In the camera's space, which is "current", x leads to the right, y up, and z away from the camera;
+points and vectors in --param are meant in it. "world" stands alike, but begins in the middle of the
+shape, 5 units away; lights are placed in it. "shader" and "object" are the shape's own. s and u run
+to the right, t and v down. A light shader stands at its own "shader" space, from where z leads to
+the shape. There are no files and no other things to see: a texture is a check of two colors,
+environments and traced rays see a sky above a ground.
+)";
+    return text;
+}

@@ -1,0 +1,129 @@
+#include "sqxshade/SqxShadeScene.h"
+
+#include <cmath>
+
+#include "QxLights.h"
+#include "QxMatrixMath.h"
+
+namespace {
+
+constexpr QxVector3 k_keyPlace = {-1.3F, 1.5F, -2};  // around the middle of the shape
+
+/// A sky above a ground, by the direction in which one looks.
+QxRGBColor Surroundings(const QxVector3& direction)
+{
+    const QxRGBColor zenith = {0.25F, 0.45F, 0.85F};
+    const QxRGBColor horizon = {0.9F, 0.93F, 0.97F};
+    const QxRGBColor ground = {0.3F, 0.24F, 0.18F};
+    const float height = QxNormalize(direction).y;
+    if (height < 0)
+        return QxMix(horizon * 0.6F, ground, QxSmoothStep(0, 0.2F, -height));
+    return QxMix(horizon, zenith, std::sqrt(height));
+}
+
+/// The frame of a light shader: its z axis leads to the middle of the shape.
+QxMatrix44 LightToWorld()
+{
+    const QxVector3 z = QxNormalize(-k_keyPlace);
+    const QxVector3 x = QxNormalize(QxCross({0, 1, 0}, z));
+    const QxVector3 y = QxCross(z, x);
+    return {{{x.x, x.y, x.z, 0},
+             {y.x, y.y, y.z, 0},
+             {z.x, z.y, z.z, 0},
+             {k_keyPlace.x, k_keyPlace.y, k_keyPlace.z, 1}}};
+}
+
+QxVector3 FromWorld(const QxVector3& place)
+{
+    return place + QxVector3{0, 0, SqxShadeShape::k_distance};
+}
+
+}  // namespace
+
+SqxShadeScene::SqxShadeScene(const SqxShadeShape& shape)
+{
+    const QxMatrix44 world = SqxShadeShape::WorldToCurrent();
+    for (QxSpaceRegistry* spaces : {&Spaces(), &m_lightSpaces}) {
+        spaces->Define("camera", QxFrame3D());
+        spaces->Define("world", QxFrame3D(world));
+        spaces->Define("object", QxFrame3D(shape.ToCurrent()));
+        spaces->Define("shader", QxFrame3D(shape.ToCurrent()));
+    }
+    m_lightSpaces.Define("shader", QxFrame3D(LightToWorld() * world));
+}
+
+void SqxShadeScene::AddLights(const std::vector<SqxShadeLight>& lights)
+{
+    for (const SqxShadeLight& light : lights) {
+        const QxRGBColor color = light.color * light.intensity;
+        switch (light.kind) {
+        case SqxShadeLight::Kind::Ambient:
+            AddAmbientLight(color);
+            break;
+        case SqxShadeLight::Kind::Point:
+            AddPointLight(FromWorld(light.from), color);
+            break;
+        case SqxShadeLight::Kind::Distant:
+            AddDistantLight(light.to - light.from, color);
+            break;
+        }
+    }
+}
+
+void SqxShadeScene::AddDefaultLights()
+{
+    AddPointLight(FromWorld(k_keyPlace * 2.5F), {1.1F, 1.08F, 1.04F});
+    AddDistantLight({-1, 0, 0.3F}, {0.2F, 0.22F, 0.26F});
+    AddAmbientLight({0.15F, 0.15F, 0.15F});
+}
+
+QxRGBColor SqxShadeScene::Texture(const QxTextureQuery& query)
+{
+    float s = 0;
+    float t = 0;
+    for (int corner = 0; corner < 4; ++corner) {
+        s += query.s[corner] / 4;
+        t += query.t[corner] / 4;
+    }
+    const bool isEven = QxMod(std::floor(s * 8) + std::floor(t * 8), 2) < 0.5F;
+    return isEven ? QxRGBColor{0.9F, 0.85F, 0.7F} : QxRGBColor{0.25F, 0.4F, 0.6F};
+}
+
+QxRGBColor SqxShadeScene::Environment(const QxPointsQuery& query)
+{
+    return Surroundings(query.points[0] + query.points[1] + query.points[2] + query.points[3]);
+}
+
+QxRGBColor SqxShadeScene::Trace(const QxRayQuery& query, float& distance)
+{
+    distance = -1;
+    return Surroundings(query.direction);
+}
+
+void SqxShadePlastic(QxHostGrid& grid, QxHostScene& scene)
+{
+    scene.BeginGrid(grid);
+    const auto count = scene.LightCount();
+    std::vector<QxVector3> L(grid.Size() * count);
+    std::vector<QxRGBColor> Cl(grid.Size() * count);
+    std::vector<QxRGBColor> Ol(grid.Size() * count);
+    std::vector<QxLightInput> lights;
+    for (std::size_t i = 0; i < count; ++i)
+        lights.push_back(
+            {L.data() + i * grid.Size(), Cl.data() + i * grid.Size(), Ol.data() + i * grid.Size()});
+    const QxVector3* P = grid.Values<QxVector3>("P").data();
+    scene.EvaluateLights(P, static_cast<unsigned int>(grid.Size()), lights.data(), count);
+
+    const QxLights lit = {&scene, P, lights.data(), count};
+    const QxAmbientCall ambient(lit);
+    const QxDiffuseCall diffuse(lit);
+    const QxSpecularCall specular(lit);
+    const QxHiddenVariables at = grid.Hidden();
+    for (unsigned int i = 0; i < grid.Size(); ++i) {
+        const QxVector3 N = QxFaceForward(QxNormalize(at.N[i]), at.I[i], at.Ng[i]);
+        const QxRGBColor body = at.Cs[i] * (ambient(i) + 0.75F * diffuse(i, N));
+        const QxRGBColor coat = 0.25F * specular(i, N, -QxNormalize(at.I[i]), 0.05F);
+        at.Oi[i] = at.Os[i];
+        at.Ci[i] = at.Os[i] * (body + coat);
+    }
+}
