@@ -311,7 +311,7 @@
 // Functions that read values of the point beyond their arguments.
 #define QX_LIGHTS QxLights{shaderSupport, i_hiddens.GetP(), i_lights, i_numLights}
 #define CALL_PRIM_AMBIENT(...) QxCallPlainAt(polyCnt, QxAmbientCall(QX_LIGHTS), __VA_ARGS__)
-#define CALL_PRIM_AMBIENT_SIMD(...) QxCallSimdAt(numMp, QxAmbientCall(QX_LIGHTS), __VA_ARGS__)
+#define CALL_PRIM_AMBIENT_SIMD(result) QxAmbientOverGrid(numMp, QX_LIGHTS, result)
 #define CALL_PRIM_AMBIENT_SIMD_IF_TRUE(...) QxCallSimdIfAt(numMp, true, QxAmbientCall(QX_LIGHTS), __VA_ARGS__)
 #define CALL_PRIM_AMBIENT_SIMD_IF_FALSE(...) QxCallSimdIfAt(numMp, false, QxAmbientCall(QX_LIGHTS), __VA_ARGS__)
 #define CALL_PRIM_DIFFUSE(...) QxCallPlainAt(polyCnt, QxDiffuseCall(QX_LIGHTS), __VA_ARGS__)

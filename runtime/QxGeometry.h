@@ -31,7 +31,7 @@ inline float QxDistance(const QxVector3& a, const QxVector3& b)
 inline QxVector3 QxNormalize(const QxVector3& v)
 {
     const float length = QxLength(v);
-    return length > 0 ? v * (1 / length) : v;
+    return v * (length > 0 ? 1 / length : 1);
 }
 
 /// n, turned so that it looks against `incident` as seen by the true normal.

@@ -50,6 +50,12 @@ private:
     QxLights m_lights;
 };
 
+/// For the whole grid.
+inline void QxAmbientOverGrid(unsigned int points, const QxLights& lights, QxRGBColor* result)
+{
+    lights.support->AmbientOverGrid(lights.P, points, result);
+}
+
 /// The highlight of one light (James Blinn, "Models of light reflection for computer synthesized
 /// pictures", 1977). All vectors are of unit length and point away from the surface.
 inline float QxHighlight(const QxVector3& toLight, const QxVector3& normal, const QxVector3& toEye,

@@ -102,12 +102,10 @@ inline float QxStep(float edge, float x)
 /// A cubic rise from 0 at `low` to 1 at `high`. Equal bounds make a step.
 inline float QxSmoothStep(float low, float high, float x)
 {
-    if (x < low)
-        return 0;
-    if (x >= high)
-        return 1;
+    // Computed at each point and then chosen from, so that loops over points stay free of branches.
     const float t = (x - low) / (high - low);
-    return t * t * (3 - 2 * t);
+    const float rise = t * t * (3 - 2 * t);
+    return x < low ? 0 : (x >= high ? 1 : rise);
 }
 
 /// From a at 0 to b at 1, in a line; also for triples.

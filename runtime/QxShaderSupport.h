@@ -113,6 +113,13 @@ public:
     virtual void EvaluateLights(const QxVector3*, unsigned int, QxLightInput*, unsigned int) {}
     /// Light that comes from everywhere. Neutral: none.
     virtual QxRGBColor Ambient(const QxVector3&) { return {0, 0, 0}; }
+    /// The same for many positions at once. Neutral: asks for each in turn.
+    virtual void AmbientOverGrid(const QxVector3* positions, unsigned int points,
+                                 QxRGBColor* results)
+    {
+        for (unsigned int i = 0; i < points; ++i)
+            results[i] = Ambient(positions[i]);
+    }
 
     /// Neutral: a texture or environment is as bright as its fill value says, 0 unless given.
     virtual QxRGBColor Texture(const QxTextureQuery& query) { return Gray(query.fill); }

@@ -149,6 +149,15 @@ QxRGBColor QxHostScene::Ambient(const QxVector3& position)
     return sum;
 }
 
+void QxHostScene::AmbientOverGrid(const QxVector3* positions, unsigned int points,
+                                  QxRGBColor* results)
+{
+    if (m_placeAmbient.empty())
+        std::fill_n(results, points, m_steadyAmbient);
+    else
+        QxShaderSupport::AmbientOverGrid(positions, points, results);
+}
+
 bool QxHostScene::Message(QxMessage message, const char*, const char* name,
                           const QxMessageValue& value)
 {

@@ -41,6 +41,8 @@ public:
     void EvaluateLights(const QxVector3* positions, unsigned int points, QxLightInput* lights,
                         unsigned int count) override;
     QxRGBColor Ambient(const QxVector3& position) override;
+    void AmbientOverGrid(const QxVector3* positions, unsigned int points,
+                         QxRGBColor* results) override;
     bool Message(QxMessage message, const char* texture, const char* name,
                  const QxMessageValue& value) override;
 

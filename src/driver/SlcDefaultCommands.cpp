@@ -41,7 +41,9 @@ std::string DefaultPreprocessCommand()
 
 std::string DefaultCCCommand()
 {
-    return "c++ -O2 -fno-math-errno -fPIC -shared -o $output_dir/$output_file $SLC_CC_OPTIONS "
-           "$SLC_CC_INCLUDE -I" +
+    // Loops over points run for several points at once from -O3 on, and only if an operation may be
+    // computed where its value is not used.
+    return "c++ -O3 -fno-math-errno -fno-trapping-math -fPIC -shared "
+           "-o $output_dir/$output_file $SLC_CC_OPTIONS $SLC_CC_INCLUDE -I" +
            ShellWord(RuntimeDirectory().string()) + " $cc_input_file";
 }
