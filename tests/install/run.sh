@@ -26,6 +26,11 @@ grep -q -- "-I$scratch/moved/include/shaderqx " messages || {
 moved/bin/shaderqx constant.sl 2>/dev/null
 moved/bin/sqxdump --params constant.sqx
 
+if [ -x "$build/bin/sqxshade" ]; then
+    moved/bin/sqxshade --size 8x8 constant.sl
+    [ -s constant.png ]
+fi
+
 [ -f moved/lib*/libshaderqx_host.a ] || [ -f moved/lib/*/libshaderqx_host.a ] || {
     echo "The host library is not installed"
     exit 1

@@ -148,11 +148,10 @@ constexpr OptionRow k_options[] = {
      "  point:from=X,Y,Z  distant:from=X,Y,Z:to=X,Y,Z  ambient\n"
      "each also color=R,G,B and intensity=N"},
     {"-I", "DIR", [](Options& o, const std::string& v) {
-         o.compilerOptions.push_back("-I" + std::filesystem::absolute(v).string()); },
-     "for the compiler"},
-    {"-D", "NAME[=VALUE]", [](Options& o, const std::string& v) {
-         o.compilerOptions.push_back("-D" + v); },
-     "for the compiler"},
+         o.folders.push_back(std::filesystem::absolute(v).string()); },
+     "searches DIR for included files and for shadeop libraries"},
+    {"-D", "NAME[=VALUE]", [](Options& o, const std::string& v) { o.definitions.push_back(v); },
+     "defines a preprocessor symbol"},
     {"-h", "", [](Options& o, const std::string&) { o.help = true; }, "prints this"},
     {"--help", "", [](Options& o, const std::string&) { o.help = true; }, "prints this"},
 };

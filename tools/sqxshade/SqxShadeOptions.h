@@ -40,7 +40,8 @@ struct SqxShadeOptions {
     QxRGBColor color = {1, 1, 1};    // of the surface, `Cs`
     QxRGBColor opacity = {1, 1, 1};  // `Os`
     std::vector<SqxShadeLight> lights;
-    std::vector<std::string> compilerOptions;
+    std::vector<std::string> folders;  // of included files and shadeop libraries, absolute
+    std::vector<std::string> definitions;
     bool help = false;
 };
 

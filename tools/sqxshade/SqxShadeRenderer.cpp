@@ -81,13 +81,12 @@ SqxShadeRenderer::SqxShadeRenderer(const SqxShadeOptions& options)
 void SqxShadeRenderer::Load(const SqxShadeOptions::Shader& shader)
 {
     const bool isSource = std::filesystem::path(shader.path).extension() == ".sl";
-    const std::string path =
-        isSource ? m_build.Build(shader.path, m_options.compilerOptions) : shader.path;
+    const std::string path = isSource ? m_build.Build(shader.path, m_options) : shader.path;
     Loaded loaded;
     const auto load = [&](QxSpaceRegistry& spaces) {
         loaded.instance.reset();
         loaded.object.reset();  // one load at a time
-        loaded.object = std::make_unique<QxShaderObject>(path, spaces);
+        loaded.object = std::make_unique<QxShaderObject>(path, spaces, m_options.folders);
     };
     load(m_scene.Spaces());
     const QxShaderInterface::QxType type = loaded.object->Type();

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr QxVector3 k_keyPlace = {-1.3F, 1.5F, -2};  // around the middle of the shape
+constexpr QxVector3 k_keyPlace = {-1, 1.15F, -1.55F};  // around the middle of the shape
 
 /// A sky above a ground, by the direction in which one looks.
 QxRGBColor Surroundings(const QxVector3& direction)
@@ -72,7 +72,7 @@ void SqxShadeScene::AddLights(const std::vector<SqxShadeLight>& lights)
 
 void SqxShadeScene::AddDefaultLights()
 {
-    AddPointLight(FromWorld(k_keyPlace * 2.5F), {1.1F, 1.08F, 1.04F});
+    AddPointLight(FromWorld(k_keyPlace * 3.2F), {1.1F, 1.08F, 1.04F});
     AddDistantLight({-1, 0, 0.3F}, {0.2F, 0.22F, 0.26F});
     AddAmbientLight({0.15F, 0.15F, 0.15F});
 }

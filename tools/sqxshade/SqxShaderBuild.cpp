@@ -6,8 +6,7 @@
 #include <iostream>
 #include <sys/wait.h>
 #include <unistd.h>
-
-#include "sqxshade/SqxShadeOptions.h"
+#include <vector>
 
 namespace {
 
@@ -18,11 +17,11 @@ std::filesystem::path CompilerBesideThisProgram()
 
 /// Runs the command in a folder, with its output in a file. True if it succeeds.
 bool RunIn(const std::filesystem::path& folder, const std::filesystem::path& output,
-           const std::vector<std::string>& command)
+           std::vector<std::string> command)
 {
     std::vector<char*> words;
-    for (const std::string& word : command)
-        words.push_back(const_cast<char*>(word.c_str()));
+    for (std::string& word : command)
+        words.push_back(word.data());
     words.push_back(nullptr);
 
     const pid_t child = fork();
@@ -70,18 +69,23 @@ std::filesystem::path SqxShaderBuild::NewFolder()
     return folder;
 }
 
-std::string SqxShaderBuild::Build(const std::string& source,
-                                  const std::vector<std::string>& options)
+std::string SqxShaderBuild::Build(const std::string& source, const SqxShadeOptions& options)
 {
     if (!std::filesystem::exists(source))
         throw SqxShadeError("There is no shader '" + source + "'");
+    const std::filesystem::path compiler = CompilerBesideThisProgram();
+    if (access(compiler.c_str(), X_OK) != 0)
+        throw SqxShadeError("There is no compiler '" + compiler.string() + "'");
     const std::filesystem::path folder = NewFolder();
     const std::filesystem::path messages = folder / "messages";
-    std::vector<std::string> command = {CompilerBesideThisProgram(), "--dso"};
-    command.insert(command.end(), options.begin(), options.end());
+    std::vector<std::string> command = {compiler, "--dso"};
+    for (const std::string& searched : options.folders)
+        command.push_back("-I" + searched);
+    for (const std::string& definition : options.definitions)
+        command.push_back("-D" + definition);
     command.push_back(std::filesystem::absolute(source));
 
-    const bool built = RunIn(folder, messages, command);
+    const bool built = RunIn(folder, messages, std::move(command));
     ShowMessages(messages);
     if (built)
         for (const auto& file : std::filesystem::directory_iterator(folder))

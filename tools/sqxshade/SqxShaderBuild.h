@@ -2,7 +2,8 @@
 
 #include <filesystem>
 #include <string>
-#include <vector>
+
+#include "sqxshade/SqxShadeOptions.h"
 
 /// Builds sources with the compiler that stands beside this program, in a folder that goes with
 /// the object.
@@ -15,8 +16,7 @@ public:
 
     /// The shared object made of a source. The compiler's messages go to standard error. Throws
     /// `SqxShadeError` if it fails.
-    [[nodiscard]] std::string Build(const std::string& source,
-                                    const std::vector<std::string>& options);
+    [[nodiscard]] std::string Build(const std::string& source, const SqxShadeOptions& options);
 
 private:
     [[nodiscard]] std::filesystem::path NewFolder();

@@ -1,0 +1,174 @@
+// The tool sqxshade: its pictures at a few points, and its refusals.
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <png.h>
+#include <sys/wait.h>
+
+#include "host/ShaderFolder.h"
+
+namespace {
+
+constexpr const char* k_look = R"(
+surface look(string mode = "ramp"; color tint = 1; float weights[2] = {0, 1}; point place = 0)
+{
+    Oi = Os;
+    if (mode == "ramp")
+        Ci = color(s, t, weights[0]);
+    else
+        Ci = Cs * tint * diffuse(normalize(N));
+}
+)";
+
+struct Pixel {
+    int r;
+    int g;
+    int b;
+};
+
+class SqxShade : public ::testing::Test {
+protected:
+    /// Runs the tool in the folder; the exit status, or -1 if it crashed.
+    int Run(const std::string& arguments)
+    {
+        const std::string command = "cd '" + m_folder.Path().string() +
+                                    "' && SLC_CC_OPTIONS=-O0 " SLC_SQXSHADE " " + arguments +
+                                    " >messages 2>&1";
+        const int status = std::system(command.c_str());
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+    std::string Messages() const
+    {
+        std::ifstream file(m_folder.Path() / "messages");
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    void WriteSource(const std::string& name, const std::string& source) const
+    {
+        std::ofstream(m_folder.Path() / name) << source;
+    }
+    /// Shades into 64 times 64 pixels on black.
+    void Shade(const std::string& arguments)
+    {
+        ASSERT_EQ(Run("--size 64x64 --samples 1 --background 0 -o out.png " + arguments), 0)
+            << Messages();
+        png_image image = {};
+        image.version = PNG_IMAGE_VERSION;
+        const std::string path = m_folder.Path() / "out.png";
+        ASSERT_TRUE(png_image_begin_read_from_file(&image, path.c_str())) << image.message;
+        ASSERT_EQ(image.width, 64U);
+        ASSERT_EQ(image.height, 64U);
+        image.format = PNG_FORMAT_RGB;
+        m_bytes.resize(PNG_IMAGE_SIZE(image));
+        ASSERT_TRUE(png_image_finish_read(&image, nullptr, m_bytes.data(), 0, nullptr));
+    }
+    Pixel At(int x, int y) const
+    {
+        const unsigned char* bytes = m_bytes.data() + 3 * (64 * y + x);
+        return {bytes[0], bytes[1], bytes[2]};
+    }
+
+    ShaderFolder m_folder;
+    std::vector<unsigned char> m_bytes;
+};
+
+constexpr int k_middle = 32;
+constexpr int k_high = 18;  // up or to the left on the shape
+constexpr int k_low = 46;
+
+}  // namespace
+
+TEST_F(SqxShade, ShowsASourceAndItsParameters)
+{
+    WriteSource("look.sl", k_look);
+    Shade("--square look.sl");
+    EXPECT_EQ(At(1, 1).r + At(1, 1).g + At(1, 1).b, 0) << "the background";
+    EXPECT_LT(At(k_high, k_middle).r + 40, At(k_low, k_middle).r) << "s leads to the right";
+    EXPECT_LT(At(k_middle, k_high).g + 40, At(k_middle, k_low).g) << "t leads down";
+    EXPECT_EQ(At(k_middle, k_middle).b, 0);
+
+    Shade("--param weights=1,0 --square look.sl");
+    EXPECT_EQ(At(k_middle, k_middle).b, 255);
+
+    Shade("look.sl --param mode=lit --param tint=0.5,0,0.25");
+    EXPECT_EQ(At(1, 1).r, 0) << "the background";
+    EXPECT_GT(At(k_high, k_high).r, At(k_low, k_low).r + 40) << "the light is at the upper left";
+    EXPECT_EQ(At(k_high, k_high).g, 0);
+    EXPECT_NEAR(At(k_high, k_high).b, At(k_high, k_high).r / 2, 6);
+
+    Shade("look.sl --param mode=lit --color 0,1,0 --light distant:from=1,-1,-1:intensity=0.5");
+    EXPECT_LT(At(k_high, k_high).g + 40, At(k_low, k_low).g);
+    EXPECT_EQ(At(k_low, k_low).r, 0);
+}
+
+TEST_F(SqxShade, RunsEachKindOfShader)
+{
+    Shade(m_folder.Build("lamp", "light lamp() { solar(vector(0, 1, 0), 0) { Cl = 1; } }"));
+    EXPECT_LT(At(k_middle, k_high).r, At(k_middle, k_low).r) << "lit from below";
+
+    // The sphere grows, but not where it is pressed flat, and is lit as it then stands.
+    Shade(m_folder.Build("press", R"(displacement press() {
+              point p = transform("world", P);
+              P = transform("world", "current", 1.2 * point(xcomp(p), ycomp(p), max(zcomp(p), 0)));
+          })") +
+          " --light distant:from=0,0,-1:to=0,0,0");
+    const Pixel face = At(k_high, k_middle);
+    EXPECT_GT(face.r, 150);
+    EXPECT_NEAR(face.r, At(k_low, k_high).r, 8) << "all normals lead to the camera";
+    EXPECT_GT(At(3, k_middle).r, 0) << "beyond the sphere's edge";
+
+    Shade(m_folder.Build("mist", "volume mist() { Ci = color(0, 0, length(I) / 8); }") + " " +
+          m_folder.Build("cover", "imager cover() { Ci += (1 - alpha) * color(1, 0, 0); }"));
+    EXPECT_NEAR(At(k_middle, k_middle).b, 4 * 255 / 8, 8);
+    EXPECT_EQ(At(k_middle, k_middle).r, 0);
+    EXPECT_EQ(At(1, 1).r, 255);
+}
+
+TEST_F(SqxShade, RefusesWhatIsWrong)
+{
+    (void)m_folder.Build("look", k_look);
+    std::filesystem::rename(m_folder.Path() / "look.sqx", m_folder.Path() / "good.sqx");
+    (void)m_folder.Build("look", k_look, "--int");
+    WriteSource("bad.sl", "surface bad() { Ci = nothing; }");
+    const struct {
+        const char* arguments;
+        const char* message;  // a part of it
+    } cases[] = {
+        {"", "No shader is given"},
+        {"--param a=1", "No shader is given"},
+        {"--tilt good.sqx", "Unknown option '--tilt'"},
+        {"--square=1 good.sqx", "Unknown option '--square=1'"},
+        {"good.sqx --size", "Option '--size' needs WIDTHxHEIGHT behind it"},
+        {"good.sqx --size 20", "The size must be WIDTHxHEIGHT, but is '20'"},
+        {"good.sqx --size 20x0", "The height must be from 1 to 8192, but is '0'"},
+        {"good.sqx --samples=x", "The number of samples must be from 1 to 16, but is 'x'"},
+        {"good.sqx --size 8000x8000", "too large for 3 samples"},
+        {"good.sqx --background 1,2", "The background must have 3 numbers, but is '1,2'"},
+        {"good.sqx --color red", "The color must be made of numbers, but is 'red'"},
+        {"good.sqx --light lamp", "A light must be 'point', 'distant' or 'ambient'"},
+        {"good.sqx --light point:to=1,1,1", "A light of kind 'point' has no 'to'"},
+        {"good.sqx --light distant:from=0,0,0", "must differ"},
+        {"good.sqx --param tint", "A parameter must be NAME=VALUE, but is 'tint'"},
+        {"good.sqx --param Kd=1", "Shader 'good.sqx' has no parameter 'Kd'"},
+        {"good.sqx --param tint=red", "The value of 'tint' must be made of numbers"},
+        {"good.sqx --param tint=1,2", "'tint' is a color and takes 3 numbers, but is set to '1,2'"},
+        {"good.sqx --param weights=1", "'weights' is a float[2] and takes 2 numbers"},
+        {"good.sqx good.sqx", "loaded already"},
+        {"good.sqx missing.sl", "There is no shader 'missing.sl'"},
+        {"missing.sqx", "There is no shader file 'missing.sqx'"},
+        {"look.sqx", "a shader built with --dso was expected"},
+        {"bad.sl", "Shader 'bad.sl' does not compile"},
+        {"good.sqx -o missing/out.png", "Cannot write 'missing/out.png': No such file"},
+        {"good.sqx -o .", "Cannot write '.': Is a directory"},
+        {"good.sqx -o /dev/full", "Cannot write '/dev/full'"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(Run("--size 8x8 -o out.png " + std::string(c.arguments)), 1) << c.arguments;
+        EXPECT_NE(Messages().find(c.message), std::string::npos) << c.arguments << '\n'
+                                                                 << Messages();
+        EXPECT_FALSE(std::filesystem::exists(m_folder.Path() / "out.png")) << c.arguments;
+    }
+    EXPECT_EQ(Run("--help"), 0);
+    EXPECT_NE(Messages().find("displacement  moves its points"), std::string::npos);
+}
