@@ -9,14 +9,7 @@ class SlcCheckValidArrayIndexICode : public SlcICodeOf<SlcCheckValidArrayIndexIC
 public:
     /// Makes the string constants of the array's name and of the file's.
     SlcCheckValidArrayIndexICode(const std::string& arrayName, SlcOperand index, int size, int line,
-                                 const std::string* fileName)
-        : m_arrayName(SlcLexType::String('"' + arrayName + '"')),
-          m_index(std::move(index)),
-          m_size(size),
-          m_line(line),
-          m_fileName(SlcLexType::String('"' + *fileName + '"'))
-    {
-    }
+                                 const std::string* fileName);
 
     SlcOperand m_arrayName;
     SlcOperand m_index;
