@@ -187,12 +187,16 @@ void SlcGenByteCode::GenMatrices(const SlcInterForm& form)
         m_out << form.m_spaces[i]->GetText() << '\n';
 }
 
-short SlcGenByteCode::GetMatrixNb(const std::string& space) const
+void SlcGenByteCode::InitMatricesInfo(const SlcInterForm& form)
 {
-    for (std::size_t i = 0; i < m_matrices.size(); ++i)
-        if (m_matrices[i]->GetText() == space)
-            return static_cast<short>(i);
-    return -1;
+    for (const SlcStringLiteralNode* space : form.m_spaces)
+        m_matrices.emplace(space->GetText(), static_cast<int>(m_matrices.size()));
+}
+
+int SlcGenByteCode::GetMatrixNb(const std::string& space) const
+{
+    const auto found = m_matrices.find(space);
+    return found == m_matrices.end() ? -1 : found->second;
 }
 
 void SlcGenByteCode::GenInitShaderParams(SlcInterForm& form)

@@ -68,10 +68,10 @@ private:
     /// `value` as a 16-bit number; reports one that does not fit.
     [[nodiscard]] std::int16_t Fit(std::size_t value, std::string_view what);
 
-    void InitMatricesInfo(const SlcInterForm& form) { m_matrices = form.m_spaces; }
+    void InitMatricesInfo(const SlcInterForm& form);
     void InitDSOInfo(const SlcInterForm& form);
     /// Number of a coordinate space by its text with quotes; -1 if the shader does not name it.
-    [[nodiscard]] short GetMatrixNb(const std::string& space) const;
+    [[nodiscard]] int GetMatrixNb(const std::string& space) const;
     /// False after a report.
     [[nodiscard]] bool IsAvailable(const SlcCallICode& call);
     void AddTransform(const SlcTransformSpaceICode& code, std::string_view direction,
@@ -132,9 +132,9 @@ private:
     std::unordered_map<std::string_view, std::size_t> m_labels;        // positions by label name
     std::vector<std::pair<std::string, std::size_t>> m_unknownLabels;  // jumps ahead, by position
     SlcByteCode m_byteCodes;
-    std::deque<SlcStringLiteralNode*> m_matrices;  // the form's coordinate spaces
-    std::map<std::string, int> m_dsoLibs;          // number of a library by its file name
-    std::map<std::string, int> m_dsoFuncs;         // number of a shadeop by its function key
+    std::unordered_map<std::string_view, int> m_matrices;  // numbers of the form's spaces
+    std::map<std::string, int> m_dsoLibs;                  // number of a library by its file name
+    std::map<std::string, int> m_dsoFuncs;  // number of a shadeop by its function key
     SlcEquCBinOpName m_opName{SlcEquCBinOpName::Invert::Source};
     std::set<std::string, std::less<>> m_reported;         // what did not fit, told once a kind
     std::set<const SlcProcCallExprNode*> m_reportedCalls;  // for look-up only

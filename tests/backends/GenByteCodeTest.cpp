@@ -245,6 +245,14 @@ TEST(SlcGenByteCode, RefusesWhatDoesNotFit)
     jump.Add(MakeShared<SlcGotoICode>(end));
     EXPECT_EQ(jump.Reports(), std::string("Jump target 33002") + limit);
 
+    FormBuilder spaces;
+    for (int i = 0; i < 32767; ++i)
+        spaces.Space('s' + std::to_string(i));
+    const SlcOperand p = spaces.Local(T::APoint());
+    const SlcOperand space = SlcLexType::String("\"s32766\"");
+    spaces.Add(MakeShared<SlcTransformFromSpaceICode>(p, p, T::APoint(), space, false, nullptr));
+    EXPECT_EQ(spaces.Reports(), std::string("Coordinate space 32768") + limit);
+
     FormBuilder pack;
     pack.Add(Call("CALL_PRIM_PACK", pack.Local(T::AFloat()), {}, false, nullptr));
     EXPECT_EQ(pack.Reports(), "'pack' is not available in byte-code, use '--dso'\n");
