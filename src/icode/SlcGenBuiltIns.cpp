@@ -178,9 +178,7 @@ SlcOperand SlcGenInterCode::GetDefaultValue(const SlcFuncVarArgSingle& single)
     // The row gives 0 for a name that is not there.
     if (hasValue && type->IsStringType())
         return SlcLexType::String("\"\"");
-    if (m_noValue.Null())
-        m_noValue = SlcLexType::Int(0, true);
-    return m_noValue;
+    return SlcLexType::Int(0, true);
 }
 
 SlcOperand SlcGenInterCode::CreateSIMDFuncCall(BuiltInCall& call)

@@ -528,7 +528,6 @@ private:
     int m_expansionLevel = 0;         // functions being expanded
     std::size_t m_expansions = 0;     // functions expanded so far
     bool m_expansionRefused = false;  // the code has become too large
-    SlcOperand m_noValue;             // stands for an argument without a default value
     bool m_evaluatesLightsForP = false;
     std::unordered_set<const SlcLabelICode*> m_endsOfOtherLoops;  // over lights at another point
 };

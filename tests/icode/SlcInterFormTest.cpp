@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "frontend/SlcNodes.h"
 #include "icode/LowerTestHelp.h"
+#include "icode/SlcOperandWalker.h"
 #include "symbols/SlcSymbolEntry.h"
 
 namespace {
@@ -69,6 +72,36 @@ TEST(SlcInterForm, InitializesParametersByListsOfTheirOwn)
         EXPECT_EQ(ToText(*shader.Form().m_paramInitLists[0]), c.code) << c.formal;
         EXPECT_EQ(shader.Form().m_paramInitValues[0].size(), 1u) << c.formal;
     }
+}
+
+/// The constants that a list reads.
+class ConstantReader : public SlcOperandWalker {
+public:
+    explicit ConstantReader(const SlcListICode& list)
+    {
+        for (const auto& code : list.m_icodes)
+            Visit(code);
+    }
+    std::set<const SlcLexType*> m_constants;
+
+private:
+    void Read(SlcOperand& operand) override
+    {
+        if (operand->IsConst())
+            m_constants.insert(&*operand);
+    }
+    void Write(SlcOperand&) override {}
+};
+
+// The byte-code writer numbers the constants of each list in the operands themselves.
+TEST(SlcInterForm, GivesEachListConstantsOfItsOwn)
+{
+    LoweredShader shader("surface s(varying float a = occlusion(P, N, 1);) {"
+                         "Ci = occlusion(P, N, 1); }");
+    const ConstantReader main(*shader.Form().m_mainList);
+    for (const SlcLexType* constant :
+         ConstantReader(*shader.Form().m_paramInitLists[0]).m_constants)
+        EXPECT_FALSE(main.m_constants.contains(constant));
 }
 
 TEST(SlcInterForm, ListsThePredefinedVariablesByFirstUse)
