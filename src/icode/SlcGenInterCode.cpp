@@ -45,6 +45,8 @@ public:
 
 private:
     using SlcOperandWalker::Case;
+    // To refer to an element is not to write it.
+    void Case(SlcPtr<SlcArrayRefICode>) override {}
     void Read(SlcOperand&) override {}
     void Write(SlcOperand& operand) override
     {

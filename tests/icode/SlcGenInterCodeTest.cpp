@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "icode/LowerTestHelp.h"
+#include "icode/SlcArrayICode.h"
 
 namespace {
 
@@ -119,6 +120,24 @@ TEST(SlcGenInterCode, ChecksIndicesOnlyIfAsked)
         "}");
 }
 
+TEST(SlcCheckValidArrayIndexICode, MakesALiteralOfAnyFileName)
+{
+    struct NameCase {
+        std::string name;
+        const char* literal;
+    };
+    static const NameCase cases[] = {
+        {R"(a b.sl)", R"("a b.sl")"},
+        {R"(a"b.sl)", R"("a\"b.sl")"},
+        {R"(a\"b\.sl)", R"("a\"b\.sl")"},
+        {R"(C:\d\)", R"("C:\d\\")"},
+    };
+    for (const NameCase& c : cases) {
+        const SlcCheckValidArrayIndexICode check("a", SlcLexType::Float(0), 1, 1, &c.name);
+        EXPECT_EQ(check.m_fileName->GetString(), c.literal);
+    }
+}
+
 TEST(SlcGenInterCode, ReadsAVariableBeforeALaterPartOfTheExpressionChangesIt)
 {
     static const LowerCase cases[] = {
@@ -133,6 +152,8 @@ TEST(SlcGenInterCode, ReadsAVariableBeforeALaterPartOfTheExpressionChangesIt)
         {"float a[2]; o = a[0] + (a[0] = 2);",
          "t0 = ArrayRef a_1 #0; { t1 = Assign t0; } t2 = ArrayRef a_1 #0; { t2 = Assign #2; } { t3 "
          "= Add t1 t2; } { o = Assign t3; }"},
+        {"float a[2]; o = a[0] + a[1];",
+         "t0 = ArrayRef a_1 #0; t1 = ArrayRef a_1 #1; { t2 = Add t0 t1; } { o = Assign t2; }"},
         {"float x; float y; o = x + (y = 2);",
          "{ y_1 = Assign #2; } { t0 = Add x_1 y_1; } { o = Assign t0; }"},
     };
