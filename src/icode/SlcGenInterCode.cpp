@@ -115,13 +115,18 @@ SlcPtr<SlcListICode> SlcGenInterCode::GenInitFormalCode(SlcDefExprNode* definiti
     if (m_values.empty())
         m_errors->FatalError(definition, "No lexical node is found for an init expr.");
 
-    if (type->IsArrayType() && !m_values.back().operand->GetType()->IsArrayType()) {
+    const SlcTypeNode* valueType = m_values.back().operand->GetType();
+    if (!type->IsArrayType() || valueType->IsSameType(type)) {
+        values.push_back(Converted(Pop(), type));
+    } else if (valueType->IsArrayType()) {
+        const SlcOperand source = PopReference();
+        values.push_back(GenTempVar(type, source->GetDetail()));
+        GenArrayCopy(values.back(), source);
+    } else {
         std::deque<SlcOperand> elements;
         while (!m_values.empty())
             elements.push_front(Pop());
         values.push_back(GenArrayValue(elements, type));
-    } else {
-        values.push_back(Converted(Pop(), type));
     }
     ReleaseTempVars();
     InsertLateCopies();

@@ -66,11 +66,14 @@ TEST(SlcInterForm, InitializesParametersByListsOfTheirOwn)
          "t1 = ArrayRef t0 #0; t1 = Assign #4; t1 = ArrayRef t0 #1; t1 = Assign #5;"},
         {"varying float f = u + 1", "{ t0 = Add u #1; }"},
         {"varying color c = u", "{ t0 = Assign u; }"},
+        {"float a[2] = {4, 5}; float[2.] b = a", ""},
+        {"float a[1] = {4}; color[2.] b = a",
+         "t0 = ArrayRef a #0; t2 = ArrayRef t1 #0; t2 = Assign t0;"},
     };
     for (const InitCase& c : cases) {
         LoweredShader shader(std::string("surface s(") + c.formal + ") {}");
-        EXPECT_EQ(ToText(*shader.Form().m_paramInitLists[0]), c.code) << c.formal;
-        EXPECT_EQ(shader.Form().m_paramInitValues[0].size(), 1u) << c.formal;
+        EXPECT_EQ(ToText(*shader.Form().m_paramInitLists.back()), c.code) << c.formal;
+        EXPECT_EQ(shader.Form().m_paramInitValues.back().size(), 1u) << c.formal;
     }
 }
 
