@@ -92,7 +92,6 @@ SlcPtr<SlcListICode> SlcGenInterCode::GenCode(SlcSyntaxNode* tree, SlcShaderType
                                               bool CiAssigned, bool OiAssigned)
 {
     StartList();
-    m_inParameterInit = false;
     m_withoutGrid = false;
     m_shaderType = shaderType;
     m_CiAssigned = CiAssigned;
@@ -109,7 +108,6 @@ SlcPtr<SlcListICode> SlcGenInterCode::GenInitFormalCode(SlcDefExprNode* definiti
                                                         SlcTypeNode* type)
 {
     StartList();
-    m_inParameterInit = true;
     m_withoutGrid = !definition->GetSymbolEntry()->DependsOnContext();
     definition->GetInitializer()->ApplyWalker(this);
     if (m_values.empty())

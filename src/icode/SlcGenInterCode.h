@@ -511,7 +511,6 @@ private:
     SlcShaderTypeNode* m_shaderType = nullptr;
     bool m_CiAssigned = false;
     bool m_OiAssigned = false;
-    bool m_inParameterInit = false;
     bool m_withoutGrid = false;  // the list runs once per shader instance
     int m_parallelCondDepth = 0;
     int m_boolExprDepth = 0;
