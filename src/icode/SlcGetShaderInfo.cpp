@@ -101,9 +101,13 @@ void SlcGetShaderInfo::Case(SlcFuncDefNode* node)
     const bool inFormals = std::exchange(m_inFormals, false);
     const int levelsToLeave = std::exchange(m_levelsToLeave, 0);
     const bool needsGrid = std::exchange(m_needsGrid, false);
+    const bool namesObjectSpace = std::exchange(m_namesObjectSpace, false);
     node->GetBody()->ApplyWalker(this);
     if (m_needsGrid)
         m_contextFunctions.insert(entry);
+    if (m_namesObjectSpace)
+        m_objectSpaceFunctions.insert(entry);
+    m_namesObjectSpace = namesObjectSpace;
     m_needsGrid = needsGrid;
     m_levelsToLeave = levelsToLeave;
     m_inFormals = inFormals;
@@ -141,7 +145,7 @@ void SlcGetShaderInfo::Case(SlcDefExprNode* node)
 void SlcGetShaderInfo::AddParameter(SlcDefExprNode* node)
 {
     const SlcPtr<SlcVarSymbolEntry>& entry = node->GetSymbolEntry();
-    m_parameterNeedsObjectSpace = false;
+    m_namesObjectSpace = false;
     m_parameterDependsOnContext = false;
     if (node->GetInitializer()) {
         node->GetInitializer()->ApplyWalker(this);
@@ -156,7 +160,7 @@ void SlcGetShaderInfo::AddParameter(SlcDefExprNode* node)
         m_paramInitLists.push_back(
             m_codeGenerator->GenInitFormalCode(node, m_paramInitValues.back(), entry->GetType()));
     }
-    m_needsObjectSpace.push_back(m_parameterNeedsObjectSpace);
+    m_needsObjectSpace.push_back(m_namesObjectSpace);
     m_paramSpaces.push_back(SpaceOf(entry->GetType()));
 }
 
@@ -249,11 +253,8 @@ void SlcGetShaderInfo::Case(SlcCastExprNode* node)
     const SlcTypeNode* type = node->GetType();
     SlcStringLiteralNode* space = node->GetSpace();
     if (LivesInSpace(type)) {
-        if (space) {
-            AddSpaceIfNotInList(space);
-            if (m_inFormals && space->GetText() == k_objectSpace)
-                m_parameterNeedsObjectSpace = true;
-        }
+        if (space)
+            NameSpace(space);
         UseSpace(space ? space->GetText() : k_currentSpace);
     } else if (type->IsColorType()) {
         UseSpace(space ? space->GetText() : k_rgbSpace);
@@ -330,6 +331,8 @@ void SlcGetShaderInfo::Case(SlcProcCallExprNode* node)
             m_needsGrid = true;
             m_parameterDependsOnContext = true;
         }
+        if (m_objectSpaceFunctions.count(entry) != 0)
+            m_namesObjectSpace = true;
         WriteOutputArguments(node);
         break;
     case SlcFuncOrigin::Shadeop:
@@ -361,7 +364,7 @@ void SlcGetShaderInfo::AddSpacesOf(SlcProcCallExprNode* node)
     for (const auto& argument : node->GetArguments()->GetArgs()) {
         const auto* constant = dynamic_cast<const SlcConstExprNode*>(argument.get());
         if (constant && constant->GetStringConst())
-            AddSpaceIfNotInList(constant->GetStringConst());
+            NameSpace(constant->GetStringConst());
     }
 }
 
@@ -465,6 +468,12 @@ void SlcGetShaderInfo::AddVarIfNotInList(const SlcPtr<SlcVarSymbolEntry>& entry)
     // Not every kind of shader has every variable.
     if (entry && m_hiddenNames.insert(entry->GetName()).second)
         m_hiddenVars.push_back(entry);
+}
+
+void SlcGetShaderInfo::NameSpace(SlcStringLiteralNode* space)
+{
+    AddSpaceIfNotInList(space);
+    m_namesObjectSpace = m_namesObjectSpace || space->GetText() == k_objectSpace;
 }
 
 void SlcGetShaderInfo::AddSpaceIfNotInList(SlcStringLiteralNode* space)

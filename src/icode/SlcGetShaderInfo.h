@@ -78,6 +78,8 @@ private:
 
     void AddVarIfNotInList(const SlcPtr<SlcVarSymbolEntry>& entry);
     void AddSpaceIfNotInList(SlcStringLiteralNode* space);
+    /// A value that is being walked is given in this coordinate space, or moved by it.
+    void NameSpace(SlcStringLiteralNode* space);
     void AddDSOFuncIfNotInList(const SlcPtr<SlcFuncDSOSymbolEntry>& entry);
 
     void Touch(const SlcPtr<SlcVarSymbolEntry>& entry);
@@ -97,13 +99,14 @@ private:
     bool m_inFormals = false;   // of the shader
     int m_levelsToLeave = 0;    // loops around here that some break or continue reaches
     bool m_hasEffects = false;  // what has been walked since the right side began
-    bool m_parameterNeedsObjectSpace = false;
     bool m_parameterDependsOnContext = false;
     bool m_needsGrid = false;             // the function whose body is being walked does
+    bool m_namesObjectSpace = false;      // the function or default value being walked does
     std::string m_spaceName;              // in which the initializer is expressed; empty at first
     std::set<std::string> m_hiddenNames;  // of `m_hiddenVars`
     std::set<std::string> m_spaceTexts;   // of `m_spaces`
     std::set<std::pair<std::string, std::string>> m_dsoMethods;  // of `m_dsoFunctions`; key, name
     // Functions that use predefined variables, or flags for each point; for look-up only.
     std::set<SlcPtr<SlcFuncSymbolEntry>> m_contextFunctions;
+    std::set<SlcPtr<SlcFuncSymbolEntry>> m_objectSpaceFunctions;  // for look-up only, too
 };

@@ -18,8 +18,8 @@ protected:
     /// `operand` is never null and may be replaced in place.
     virtual void Read(SlcOperand& operand) = 0;
     virtual void Write(SlcOperand& operand) = 0;
-    /// An argument of a call that is both; as told by the row of the built-in. By default a read
-    /// and then a write.
+    /// An argument of a call that is both, by the row of the built-in. By default a read and then
+    /// a write.
     virtual void ReadWrite(SlcOperand& operand);
 
     using SlcAllICodeWalker::Case;

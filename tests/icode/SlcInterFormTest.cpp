@@ -22,6 +22,7 @@ TEST(SlcInterForm, KnowsTheSpaceAndContextOfEachDefaultValue)
     static const ParameterCase cases[] = {
         {"point p = point \"shader\" (1, 2, 3)", "\"shader\"", false, false},
         {"point p = point \"object\" (1, 2, 3)", "\"object\"", true, false},
+        {"point p = transform(\"object\", point 0)", "\"current\"", true, false},
         {"point p = 2 * point \"shader\" (1, 2, 3)", "\"\"", false, false},
         {"point p = 2 * point (1, 2, 3)", "\"current\"", false, false},
         {"point p = point \"shader\" 1 + vector \"world\" 1", "\"\"", false, false},
@@ -43,6 +44,14 @@ TEST(SlcInterForm, KnowsTheSpaceAndContextOfEachDefaultValue)
         EXPECT_EQ(form.m_needsObjectSpace[0], c.objectSpace) << c.formal;
         EXPECT_EQ(form.m_initDependsOnContext[0], c.context) << c.formal;
     }
+}
+
+TEST(SlcInterForm, KnowsThatAFunctionInADefaultValueNeedsObjectSpace)
+{
+    LoweredShader shader("float f() { return xcomp(point \"object\" 1); }"
+                         "float g() { return f(); }"
+                         "surface s(float a = g(); float b = 1; float c = xcomp(point 1)) {}");
+    EXPECT_EQ(shader.Form().m_needsObjectSpace, (std::deque<bool>{true, false, false}));
 }
 
 TEST(SlcInterForm, HandsContextDownToLaterParameters)
