@@ -101,6 +101,10 @@ void SlcGenInterCode::GenUserCall(SlcProcCallExprNode* call)
 
     for (const SlcOperand& output : outputs)
         WriteBackElement(output);
+    // Some take a value as it comes: `return 1` of a color must give them a color.
+    if (!TypeOf(call)->IsVoidType() &&
+        !m_values.back().operand->GetType()->IsSameType(TypeOf(call)))
+        Push(Converted(Pop(), TypeOfCall(call)));
 }
 
 bool SlcGenInterCode::MayExpand(SlcProcCallExprNode* call, const SlcStmtsNode* body)

@@ -40,6 +40,11 @@ TEST(SlcGenCalls, ExpandAFunctionAtEachCall)
          "{ x_4 = Assign #1; }"},
         {"float f(float a) { float b = a; return b; b = 2; }", "float x = f(u);",
          "{ b_3 = Assign u; } { x_1 = Assign b_3; }"},
+        // A value of another type becomes one of the function's.
+        {"color f() { return 1; }", "uniform float x = f() . f();",
+         "t0 = Assign #1; t1 = Assign #1; t2 = DotProd t0 t1; x_1 = Assign t2;"},
+        {"float f() { return 1; }", "uniform color x = f();", "x_1 = Assign #1;"},
+        {"float f() { }", "color x = f();", "t0 = Assign #0; { x_1 = Assign t0; }"},
         // Variables of one name stay apart.
         {"float f(float a) { float b = a; return b; }", "float x = f(u); float b = x;",
          "{ b_3 = Assign u; } { x_1 = Assign b_3; } { b_4 = Assign x_1; }"},
