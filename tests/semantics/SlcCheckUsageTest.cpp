@@ -167,6 +167,23 @@ TEST(SlcCheckUsage, JudgesOutputArgumentsAtTheCall)
         Expect(c);
 }
 
+TEST(SlcCheckUsage, FollowsDeepAndLongCode)
+{
+    // Each branch sets a variable of its own, so that what a branch hands on grows with the depth.
+    std::string branches;
+    std::string ends;
+    for (int i = 0; i < 2000; ++i) {
+        const std::string name = "z" + std::to_string(i);
+        branches = "float " + name + ";\n" + branches + "if (u > 0) { " + name + " = 1;\n";
+        ends += "} else x = 1;\n";
+    }
+    std::string sum = "z7";
+    for (int i = 0; i < 9000; ++i)
+        sum += "\n+ 1";
+    EXPECT_EQ(UsageOf(branches + ends + " y = " + sum + ";"),
+              "6001: WARNING: Variable 'z7' may not be initialized");
+}
+
 TEST(SlcCheckUsage, ReportsByLevel)
 {
     const std::string source = "void f(output float r) { r = r + 1; }\n f(x); float z;\n y = z;";
