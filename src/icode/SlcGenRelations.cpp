@@ -180,13 +180,14 @@ SlcOperand SlcGenInterCode::GenLogOrCode(SlcLogOpNode* node, const SlcOperand& f
     const SlcOperand uniformFlag = GetBoolFlag(SlcDetailNode::AUniform());
     AddICode(MakeShared<SlcInvertBoolFlagICode>(rest, flag, InnermostFlag()));
     AddICode(MakeShared<SlcSetUniformBoolFlagICode>(uniformFlag, rest));
-    // What has effects must not take forms for the whole grid here.
-    const bool hasEffects = node->RightHasEffects();
+    // What has effects must not take forms for the whole grid here, and what chooses a value has
+    // flags of its own, which must be false outside.
+    const bool isCondition = node->RightHasEffects() || FindChoice().In(node->GetRight());
     BeginAssignIfTrue(rest, uniformFlag);
-    if (hasEffects)
+    if (isCondition)
         InsideParallelCond();
     const SlcOperand right = GenRelation(node->GetRight(), rest, inverted);
-    if (hasEffects)
+    if (isCondition)
         OutsideParallelCond();
     EndAssignIfTrue();
     AddICode(MakeShared<SlcOrBoolFlagICode>(flag, flag, right));
