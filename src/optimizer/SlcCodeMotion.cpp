@@ -241,11 +241,7 @@ bool SlcCodeMotion::OperandsAreInvariant(const Loop& loop)
 // own block makes the variable alive at the front of that block.
 bool SlcCodeMotion::ReachesAllUses(const Loop& loop, int block, int variable) const
 {
-    const auto isAliveAt = [&](int place) {
-        const auto& alive = m_analysis.LiveIn(place);
-        return std::binary_search(alive.begin(), alive.end(), variable);
-    };
-    if (isAliveAt(loop.head) || isAliveAt(block))
+    if (m_analysis.IsLiveIn(loop.head, variable) || m_analysis.IsLiveIn(block, variable))
         return false;
     const auto users = loop.usingBlocks.find(variable);
     return users == loop.usingBlocks.end() ||

@@ -1,29 +1,25 @@
 #include "optimizer/SlcDataflowAnalysis.h"
 
+#include <algorithm>
+#include <bit>
 #include <ostream>
+#include <tuple>
+#include <utility>
 
 namespace {
 
-/// A mark for each block that is valid for one variable at a time, so that none is ever cleared.
-class BlockMarks {
-public:
-    explicit BlockMarks(std::size_t blocks) : m_marks(blocks, -1) {}
-    [[nodiscard]] bool Is(int block, int variable) const { return m_marks[block] == variable; }
-    void Set(int block, int variable) { m_marks[block] = variable; }
+constexpr std::size_t k_groupSize = 64;  // variables; the bits of a word
 
-private:
-    std::vector<int> m_marks;
-};
-
-/// For each variable the blocks whose list of variables names it.
-std::vector<std::vector<int>> BlocksByVariable(const std::vector<std::vector<int>>& variables,
-                                               int count)
+constexpr std::uint64_t BitOf(std::size_t bit)
 {
-    std::vector<std::vector<int>> blocks(count);
-    for (std::size_t block = 0; block < variables.size(); ++block)
-        for (const int variable : variables[block])
-            blocks[variable].push_back(static_cast<int>(block));
-    return blocks;
+    return std::uint64_t{1} << bit;
+}
+
+template <class Action>
+void ForEachBit(std::uint64_t bits, Action action)
+{
+    for (; bits != 0; bits &= bits - 1)
+        action(std::countr_zero(bits));
 }
 
 }  // namespace
@@ -35,11 +31,10 @@ SlcDataflowAnalysis::SlcDataflowAnalysis(const SlcControlFlowGraph& graph,
       m_defUse(defUse),
       m_blockUse(graph.Blocks().size()),
       m_blockDef(graph.Blocks().size()),
-      m_liveIn(graph.Blocks().size()),
-      m_liveOut(graph.Blocks().size())
+      m_places(variables.Count())
 {
     CollectBlockSets();
-    FollowVariables();
+    MakeGroups(FollowedVariables());
 }
 
 void SlcDataflowAnalysis::CollectBlockSets()
@@ -71,46 +66,158 @@ void SlcDataflowAnalysis::CollectBlockSets()
     }
 }
 
-void SlcDataflowAnalysis::FollowVariables()
+// Behind the first cut that follows its last mention a variable is dead. In front of the last cut
+// before its first mention it is alive everywhere or nowhere, as at that cut.
+std::vector<SlcDataflowAnalysis::Followed> SlcDataflowAnalysis::FollowedVariables() const
 {
-    const auto& blocks = m_graph.Blocks();
-    const auto usingBlocks = BlocksByVariable(m_blockUse, m_variables.Count());
-    const auto definingBlocks = BlocksByVariable(m_blockDef, m_variables.Count());
-    BlockMarks defines(blocks.size());
-    BlockMarks aliveIn(blocks.size());
-    BlockMarks aliveOut(blocks.size());
-    std::vector<int> pending;  // blocks at whose front the variable is alive
-
-    for (int variable = 0; variable < m_variables.Count(); ++variable) {
-        for (const int block : definingBlocks[variable])
-            defines.Set(block, variable);
-        const auto enter = [&](int block) {
-            if (aliveIn.Is(block, variable))
-                return;
-            aliveIn.Set(block, variable);
-            m_liveIn[block].push_back(variable);
-            pending.push_back(block);
-        };
-        for (const int block : usingBlocks[variable])
-            enter(block);
-        while (!pending.empty()) {
-            const int block = pending.back();
-            pending.pop_back();
-            for (const int predecessor : blocks[block].GetPredBlocks()) {
-                if (aliveOut.Is(predecessor, variable))
-                    continue;
-                aliveOut.Set(predecessor, variable);
-                m_liveOut[predecessor].push_back(variable);
-                if (!defines.Is(predecessor, variable))
-                    enter(predecessor);
+    const SlcGraphCuts cuts(m_graph);
+    std::vector<int> entry(m_variables.Count(), -1);
+    std::vector<Followed> followed;
+    const int blocks = static_cast<int>(m_blockUse.size());
+    for (int block = 0; block < blocks; ++block) {
+        for (const int variable : m_blockUse[block]) {
+            if (entry[variable] < 0) {
+                entry[variable] = static_cast<int>(followed.size());
+                followed.push_back({variable, cuts.LastUpTo(block), 0, {}, {}});
             }
+            followed[entry[variable]].uses.push_back(block);
+            followed[entry[variable]].end = cuts.FirstBehind(block);
         }
+    }
+    for (int block = 0; block < blocks; ++block) {
+        for (const int variable : m_blockDef[block]) {
+            if (entry[variable] < 0)
+                continue;
+            Followed& entryOf = followed[entry[variable]];
+            entryOf.first = std::min(entryOf.first, cuts.LastUpTo(block));
+            entryOf.end = std::max(entryOf.end, cuts.FirstBehind(block));
+            entryOf.defs.push_back(block);
+        }
+    }
+    return followed;
+}
+
+void SlcDataflowAnalysis::MakeGroups(const std::vector<Followed>& followed)
+{
+    // Stretches of one size, by place: those of a group overlap or follow closely.
+    std::vector<const Followed*> order;
+    order.reserve(followed.size());
+    for (const Followed& entry : followed)
+        order.push_back(&entry);
+    const auto key = [](const Followed& entry) {
+        const int size = std::bit_width(static_cast<unsigned int>(entry.end - entry.first));
+        return std::make_tuple(size, entry.first, entry.variable);
+    };
+    std::sort(order.begin(), order.end(),
+              [&](const Followed* a, const Followed* b) { return key(*a) < key(*b); });
+
+    std::vector<const Followed*> members;
+    for (std::size_t from = 0; from < order.size(); from += k_groupSize) {
+        members.assign(order.begin() + static_cast<std::ptrdiff_t>(from),
+                       order.begin() +
+                           static_cast<std::ptrdiff_t>(std::min(from + k_groupSize, order.size())));
+        Group& group = m_groups.emplace_back();
+        group.first = members.front()->first;
+        for (const Followed* entry : members) {
+            m_places[entry->variable] = {static_cast<int>(m_groups.size()) - 1,
+                                         static_cast<int>(group.variables.size())};
+            group.variables.push_back(entry->variable);
+            group.first = std::min(group.first, entry->first);
+            group.end = std::max(group.end, entry->end);
+        }
+        Fill(group, members);
+        Solve(group);
     }
 }
 
-void SlcDataflowAnalysis::PrintNames(std::ostream& out, const char* title,
-                                     const std::vector<int>& numbers) const
+void SlcDataflowAnalysis::Fill(Group& group, const std::vector<const Followed*>& followed) const
 {
+    const std::size_t length = group.end - group.first;
+    group.uses.assign(length, 0);
+    group.defs.assign(length, 0);
+    group.alive.assign(length, 0);
+    for (std::size_t bit = 0; bit < followed.size(); ++bit) {
+        for (const int block : followed[bit]->uses)
+            group.uses[block - group.first] |= BitOf(bit);
+        for (const int block : followed[bit]->defs)
+            group.defs[block - group.first] |= BitOf(bit);
+    }
+}
+
+bool SlcDataflowAnalysis::UpdateFront(Group& group, int block) const
+{
+    const std::size_t place = block - group.first;
+    const std::uint64_t alive =
+        group.uses[place] | (AliveBehind(group, block) & ~group.defs[place]);
+    return std::exchange(group.alive[place], alive) != alive;
+}
+
+void SlcDataflowAnalysis::Solve(Group& group)
+{
+    // Against the code order a sweep leaves open only what the jumps back to a loop's head bring.
+    const auto isLoopHead = [this](int block) {
+        const auto& predecessors = m_graph.Blocks()[block].GetPredBlocks();
+        return std::any_of(predecessors.begin(), predecessors.end(),
+                           [block](int predecessor) { return predecessor >= block; });
+    };
+    for (bool changed = true; changed;) {
+        changed = false;
+        for (int block = group.end - 1; block >= group.first; --block)
+            if (UpdateFront(group, block))
+                changed = changed || isLoopHead(block);
+        m_visits += group.end - group.first;
+    }
+}
+
+void SlcDataflowAnalysis::ForgetRead(int block, int variable)
+{
+    const Place place = m_places[variable];
+    Group& group = m_groups[place.group];
+    group.uses[block - group.first] &= ~BitOf(place.bit);
+    if (!group.touched)
+        m_touched.push_back(&group);
+    group.touched = true;
+}
+
+void SlcDataflowAnalysis::RefreshFront(int block)
+{
+    std::erase_if(m_touched, [block](const Group* group) { return group->first > block; });
+    for (Group* group : m_touched)
+        (void)UpdateFront(*group, block);
+}
+
+std::uint64_t SlcDataflowAnalysis::AliveBehind(const Group& group, int block) const
+{
+    std::uint64_t alive = 0;
+    for (const int next : m_graph.Blocks()[block].GetNextBlocks())
+        alive |= group.AliveAt(next);
+    return alive;
+}
+
+bool SlcDataflowAnalysis::IsLiveIn(int block, int variable) const
+{
+    const Place place = m_places[variable];
+    return place.group >= 0 && (m_groups[place.group].AliveAt(block) & BitOf(place.bit)) != 0;
+}
+
+bool SlcDataflowAnalysis::IsLiveOut(int block, int variable) const
+{
+    const auto& next = m_graph.Blocks()[block].GetNextBlocks();
+    return std::any_of(next.begin(), next.end(), [&](int b) { return IsLiveIn(b, variable); });
+}
+
+int SlcDataflowAnalysis::AliveInFrontOf(int variable) const
+{
+    if (m_places[variable].group < 0)
+        return 0;
+    const int first = m_groups[m_places[variable].group].first;
+    return IsLiveIn(first, variable) ? first : 0;
+}
+
+void SlcDataflowAnalysis::PrintNames(std::ostream& out, const char* title,
+                                     std::vector<int> numbers) const
+{
+    std::sort(numbers.begin(), numbers.end());
     out << title;
     for (const int number : numbers)
         out << m_variables.Variable(number)->GetName() << ' ';
@@ -119,21 +226,60 @@ void SlcDataflowAnalysis::PrintNames(std::ostream& out, const char* title,
 
 void SlcDataflowAnalysis::Print(std::ostream& out) const
 {
+    out << "Nb iterations: " << m_visits << "\n\n";
     for (const auto& block : m_graph.Blocks()) {
         const int id = block.GetBlockId();
+        std::vector<int> liveIn;
+        std::vector<int> liveOut;
+        for (int variable = 0; variable < m_variables.Count(); ++variable) {
+            if (IsLiveIn(id, variable))
+                liveIn.push_back(variable);
+            if (IsLiveOut(id, variable))
+                liveOut.push_back(variable);
+        }
         out << "Block " << id << '\n';
         PrintNames(out, "   Def Vars: ", m_blockDef[id]);
         PrintNames(out, "   Use Vars: ", m_blockUse[id]);
-        PrintNames(out, "   In Vars: ", m_liveIn[id]);
-        PrintNames(out, "   Out Vars: ", m_liveOut[id]);
+        PrintNames(out, "   In Vars: ", liveIn);
+        PrintNames(out, "   Out Vars: ", liveOut);
     }
+}
+
+bool SlcLiveTest::IsLive(int variable) const
+{
+    const Seen& seen = m_seen[variable];
+    return seen.block == m_block ? seen.alive : m_analysis.IsLiveOut(m_block, variable);
+}
+
+void SlcLiveTest::StepOver(const SlcPtr<SlcICode>& code)
+{
+    SlcDefUse& defUse = m_analysis.DefUse();
+    defUse.Compute(code);
+    for (const int number : defUse.Defs())
+        m_seen[number] = {m_block, false};
+    for (const int number : defUse.Uses())
+        m_seen[number] = {m_block, true};
+}
+
+SlcLiveWalk::SlcLiveWalk(SlcDataflowAnalysis& analysis)
+    : m_analysis(analysis),
+      m_live(analysis.Variables().Count())
+{
+    for (const auto& group : analysis.Groups())
+        m_pending.push_back(&group);
+    std::stable_sort(m_pending.begin(), m_pending.end(),
+                     [](const auto* a, const auto* b) { return a->first > b->first; });
 }
 
 void SlcLiveWalk::StartAtEndOf(int block)
 {
     m_live.Clear();
-    for (const int number : m_analysis.LiveOut(block))
-        m_live.Insert(number);
+    for (; !m_pending.empty() && m_pending.back()->first <= block; m_pending.pop_back())
+        m_open.push_back(m_pending.back());
+    std::erase_if(m_open, [block](const auto* group) { return group->end <= block; });
+    for (const auto* group : m_open)
+        ForEachBit(m_analysis.AliveBehind(*group, block),
+                   [&](int bit) { m_live.Insert(group->variables[bit]); });
 }
 
 void SlcLiveWalk::StepOver(const SlcPtr<SlcICode>& code)

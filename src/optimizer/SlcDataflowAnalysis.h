@@ -1,58 +1,143 @@
 #pragma once
 
+#include <cstdint>
 #include <iosfwd>
 #include <vector>
 
 #include "optimizer/SlcControlFlowGraph.h"
 #include "optimizer/SlcDefUse.h"
+#include "optimizer/SlcGraphCuts.h"
 #include "optimizer/SlcSparseSet.h"
 
 /// Live variables at the borders of each block.
 ///
-/// Only the sets at block borders are held, as sorted lists of the variables that really are
-/// alive there; a pass that needs the sets of an instruction derives them with `SlcLiveWalk`.
-/// Each variable is followed upward from its reads to its writes (Andrew Appel and Jens Palsberg,
-/// "Modern Compiler Implementation in Java", 2nd edition, section 19.6), so the cost is the size
-/// of the result.
+/// Only the sets at block borders are held, and only for variables that are alive at one; a pass
+/// that needs the sets of an instruction derives them with `SlcLiveTest` or `SlcLiveWalk`. The
+/// variables go in groups of 64, each of which holds one bit a variable for the stretch of code
+/// that names its variables: behind the stretch they are dead, and in front of it each is alive
+/// throughout or nowhere. So a group costs the length of its stretch, and long shaders cost their
+/// length, times how many variables are alive all through them.
 class SlcDataflowAnalysis {
 public:
+    /// Variables that are named in about the same stretch of code.
+    struct Group {
+        int first = 0;  // a cut of the code, as is the end
+        int end = 0;
+        bool touched = false;             // some read is forgotten
+        std::vector<int> variables;       // at most 64, by bit
+        std::vector<std::uint64_t> uses;  // by block from the first to the end, read before written
+        std::vector<std::uint64_t> defs;  // written in the block
+        std::vector<std::uint64_t> alive;  // at the front of the block
+
+        /// At the front of a block.
+        [[nodiscard]] std::uint64_t AliveAt(int block) const
+        {
+            return block >= end ? 0 : alive[block < first ? 0 : block - first];
+        }
+    };
+
     /// All three must outlive the analysis. As a side effect every followed variable that is not
     /// uniform gets the unknown detail, which the back ends take for varying.
     SlcDataflowAnalysis(const SlcControlFlowGraph& graph, const SlcVariableNumbers& variables,
                         SlcDefUse& defUse);
 
-    /// Rising numbers.
-    [[nodiscard]] const std::vector<int>& LiveIn(int block) const { return m_liveIn[block]; }
-    [[nodiscard]] const std::vector<int>& LiveOut(int block) const { return m_liveOut[block]; }
+    [[nodiscard]] bool IsLiveIn(int block, int variable) const;
+    [[nodiscard]] bool IsLiveOut(int block, int variable) const;
+    [[nodiscard]] const std::vector<Group>& Groups() const { return m_groups; }
+    /// Variables of a group that are alive at the end of a block of its stretch, as bits.
+    [[nodiscard]] std::uint64_t AliveBehind(const Group& group, int block) const;
+    /// A variable is alive in front of that block as far back as the entry, and no code there
+    /// names it; 0 if there is no such code.
+    [[nodiscard]] int AliveInFrontOf(int variable) const;
+
+    /// For a pass that removes code on a walk over the blocks against the code order: the variables
+    /// that the block read before it wrote them when the analysis was made,
+    [[nodiscard]] const std::vector<int>& ReadFirst(int block) const { return m_blockUse[block]; }
+    /// one of them that it reads no more,
+    void ForgetRead(int block, int variable);
+    /// and what is then alive at its front. Blocks further down must be up to date; what comes
+    /// around a loop stays as it was, and so may be too much.
+    void RefreshFront(int block);
+
     [[nodiscard]] const SlcVariableNumbers& Variables() const { return m_variables; }
     [[nodiscard]] SlcDefUse& DefUse() { return m_defUse; }
 
-    /// The sets of each block, by name, as text.
+    /// The sets of each block, by name, as text. Not linear: it is made for people to read.
     void Print(std::ostream& out) const;
 
 private:
+    /// A variable that some block reads before it writes it.
+    struct Followed {
+        int variable = 0;
+        int first = 0;  // its stretch
+        int end = 0;
+        std::vector<int> uses;  // blocks that read it before any write
+        std::vector<int> defs;  // blocks that write it
+    };
+    struct Place {
+        int group = -1;  // none for a variable that is alive at no border
+        int bit = 0;
+    };
+
     void CollectBlockSets();
-    void FollowVariables();
-    void PrintNames(std::ostream& out, const char* title, const std::vector<int>& numbers) const;
+    [[nodiscard]] std::vector<Followed> FollowedVariables() const;
+    void MakeGroups(const std::vector<Followed>& followed);
+    void Fill(Group& group, const std::vector<const Followed*>& followed) const;
+    void Solve(Group& group);
+    /// True if that changed.
+    [[nodiscard]] bool UpdateFront(Group& group, int block) const;
+    void PrintNames(std::ostream& out, const char* title, std::vector<int> numbers) const;
 
     const SlcControlFlowGraph& m_graph;
     const SlcVariableNumbers& m_variables;
     SlcDefUse& m_defUse;
     std::vector<std::vector<int>> m_blockUse;  // read before any write in the block
     std::vector<std::vector<int>> m_blockDef;
-    std::vector<std::vector<int>> m_liveIn;
-    std::vector<std::vector<int>> m_liveOut;
+    std::vector<Group> m_groups;
+    std::vector<Place> m_places;    // by variable number
+    std::vector<Group*> m_touched;  // whose stretch the walk has not left
+    int m_visits = 0;               // blocks that the solution took
 };
 
-/// The variables alive behind an instruction, for a walk through a block from its last
+/// Whether a variable is alive behind an instruction, for a walk through a block from its last
 /// instruction to its first.
-class SlcLiveWalk {
+class SlcLiveTest {
 public:
-    explicit SlcLiveWalk(SlcDataflowAnalysis& analysis)
+    explicit SlcLiveTest(SlcDataflowAnalysis& analysis)
         : m_analysis(analysis),
-          m_live(analysis.Variables().Count())
+          m_seen(analysis.Variables().Count())
     {
     }
+
+    void StartAtEndOf(int block) { m_block = block; }
+    /// Behind the instruction at hand.
+    [[nodiscard]] bool IsLive(int variable) const;
+    /// At the front of the block: it reads the variable before any write.
+    [[nodiscard]] bool IsReadFirst(int variable) const
+    {
+        return m_seen[variable].block == m_block && m_seen[variable].alive;
+    }
+    /// Steps to the front of `code`; its reads and writes are in `DefUse` of the analysis then.
+    void StepOver(const SlcPtr<SlcICode>& code);
+
+private:
+    /// What the part of a block behind the instruction at hand says of a variable.
+    struct Seen {
+        int block = -1;
+        bool alive = false;
+    };
+
+    SlcDataflowAnalysis& m_analysis;
+    std::vector<Seen> m_seen;  // by variable number
+    int m_block = 0;
+};
+
+/// The variables alive behind an instruction, for a walk like that of `SlcLiveTest`, but for those
+/// whose code stands all behind the block (`SlcDataflowAnalysis::AliveInFrontOf`). Blocks are
+/// taken in code order.
+class SlcLiveWalk {
+public:
+    explicit SlcLiveWalk(SlcDataflowAnalysis& analysis);
 
     /// Starts at the end of a block. Linear in what is alive there.
     void StartAtEndOf(int block);
@@ -63,5 +148,7 @@ public:
 
 private:
     SlcDataflowAnalysis& m_analysis;
+    std::vector<const SlcDataflowAnalysis::Group*> m_pending;  // by falling first block
+    std::vector<const SlcDataflowAnalysis::Group*> m_open;     // whose stretch holds the block
     SlcSparseSet m_live;
 };

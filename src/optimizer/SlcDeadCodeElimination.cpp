@@ -57,26 +57,32 @@ bool SlcDeadCodeElimination::EliminateCode(SlcListICode& list, const SlcControlF
                                            SlcDataflowAnalysis& analysis)
 {
     ComputedResult computed;
-    SlcLiveWalk walk(analysis);
+    SlcLiveTest live(analysis);
     const auto isDead = [&](const SlcPtr<SlcICode>& code) {
         const SlcOperand result = computed.Of(code);
         if (result.Null())
             return false;
         return computed.AssignsItself() ||
-               (IsWholeVariable(result) && !walk.Live().Contains(SlcVariableNumbers::Of(result)));
+               (IsWholeVariable(result) && !live.IsLive(SlcVariableNumbers::Of(result)));
     };
 
     std::deque<SlcPtr<SlcICode>> kept;
     const auto& blocks = graph.Blocks();
     for (auto block = blocks.rbegin(); block != blocks.rend(); ++block) {
-        walk.StartAtEndOf(block->GetBlockId());
+        live.StartAtEndOf(block->GetBlockId());
         const auto& codes = block->GetListICode();
+        const std::size_t keptBefore = kept.size();
         for (auto code = codes.rbegin(); code != codes.rend(); ++code) {
             if (isDead(*code))
                 continue;
-            walk.StepOver(*code);
+            live.StepOver(*code);
             kept.push_front(*code);
         }
+        if (kept.size() - keptBefore != codes.size())
+            for (const int variable : analysis.ReadFirst(block->GetBlockId()))
+                if (!live.IsReadFirst(variable))
+                    analysis.ForgetRead(block->GetBlockId(), variable);
+        analysis.RefreshFront(block->GetBlockId());
     }
     const bool changed = kept.size() != list.m_icodes.size();
     if (changed)

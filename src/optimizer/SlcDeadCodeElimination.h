@@ -4,9 +4,9 @@
 
 /// Removes computations whose result nobody reads.
 ///
-/// One walk over each block from its end to its front, so that what fed only a removed
-/// instruction of the same block goes with it; chains over several blocks take a fresh analysis
-/// for each. Calls, texture and light instructions and control flow are never dead.
+/// One walk against the code order, which keeps the sets true to what is left: what fed only
+/// removed instructions goes with them, and only what came around a loop takes a fresh analysis.
+/// Calls, texture and light instructions and control flow are never dead.
 class SlcDeadCodeElimination {
 public:
     /// Rewrites `list`, whose blocks are those of `graph`; true if something was removed. The

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <ostream>
+#include <set>
 
 #include "icode/SlcOperandWalker.h"
 
@@ -27,13 +28,21 @@ int TypeKind(const SlcTypeNode& type)
     return type.IsPointType() ? 5 : -1;
 }
 
+/// Interference counts for it.
+bool MayShare(const SlcLexType& variable)
+{
+    const SlcTypeNode& type = *variable.GetType();
+    const SlcDetailNode& detail = *variable.GetDetail();
+    return !type.IsArrayType() && !type.IsArrayRefType() &&
+           (!detail.IsUniform() || detail.IsTempUniform());
+}
+
 /// -1 for a variable that keeps its own storage.
 int PoolOf(const SlcLexType& variable)
 {
     const SlcTypeNode& type = *variable.GetType();
     const SlcDetailNode& detail = *variable.GetDetail();
-    if (!variable.GetStorage()->IsLocal() || type.IsArrayType() || type.IsArrayRefType() ||
-        type.IsMatrixType() || (detail.IsUniform() && !detail.IsTempUniform()))
+    if (!variable.GetStorage()->IsLocal() || !MayShare(variable) || type.IsMatrixType())
         return -1;
     const int kind = TypeKind(type);
     if (kind < 0)
@@ -76,7 +85,7 @@ void SlcReduceNumberTmps::Reduce(SlcListICode& list, const SlcControlFlowGraph& 
     CollectInterference(graph, analysis);
     Colour(variables);
     if (dump)
-        PrintGraph(*dump, variables);
+        PrintGraph(*dump, graph, analysis);
     Rename(list, variables);
 }
 
@@ -88,14 +97,17 @@ void SlcReduceNumberTmps::AddEdge(int first, int second)
 
 // Two variables that are alive at one point are either both alive back to the entry, or one of
 // them is written on the way while the other is alive. So it is enough to look at the writes and
-// at the entry, and not at each pair at each instruction.
+// at the entry, and not at each pair at each instruction. What is alive in front of a block all the
+// way back to the entry meets all that is written there, without an edge for each.
 void SlcReduceNumberTmps::CollectInterference(const SlcControlFlowGraph& graph,
                                               SlcDataflowAnalysis& analysis)
 {
     if (graph.Blocks().empty())
         return;
-    for (const int number : analysis.LiveIn(0))
-        m_nodes[number].atEntry = true;
+    for (int number = 0; number < analysis.Variables().Count(); ++number) {
+        m_nodes[number].atEntry = analysis.IsLiveIn(0, number);
+        m_nodes[number].aliveInFrontOf = analysis.AliveInFrontOf(number);
+    }
     SlcLiveWalk walk(analysis);
     SlcDefUse& defUse = analysis.DefUse();
     for (const auto& block : graph.Blocks()) {
@@ -104,8 +116,10 @@ void SlcReduceNumberTmps::CollectInterference(const SlcControlFlowGraph& graph,
         for (auto code = codes.rbegin(); code != codes.rend(); ++code) {
             defUse.Compute(*code);
             for (const int defined : defUse.Defs()) {
-                if (m_nodes[defined].pool == k_noPool)
+                Node& node = m_nodes[defined];
+                if (node.pool == k_noPool)
                     continue;
+                node.firstDef = std::min(node.firstDef, block.GetBlockId());
                 for (const int alive : walk.Live().Members())
                     AddEdge(defined, alive);
                 for (const int other : defUse.Defs())
@@ -119,31 +133,33 @@ void SlcReduceNumberTmps::CollectInterference(const SlcControlFlowGraph& graph,
 void SlcReduceNumberTmps::Colour(const SlcVariableNumbers& variables)
 {
     m_pools.assign(k_poolCount, {});
-    // Colors that some variable alive at the entry has: closed to all others alive there.
-    std::vector<std::vector<bool>> takenAtEntry(k_poolCount);
-    std::vector<std::vector<int>> takenFor(k_poolCount);  // by color, whose neighbor has it
+    std::vector<std::vector<Color>> colorsOf(k_poolCount);
     for (int number = 0; number < variables.Count(); ++number) {
         Node& node = m_nodes[number];
         if (node.pool == k_noPool)
             continue;
-        auto& pool = m_pools[node.pool];
-        auto& taken = takenFor[node.pool];
-        auto& atEntry = takenAtEntry[node.pool];
+        auto& colors = colorsOf[node.pool];
         for (const int neighbor : node.neighbors)
-            taken[m_nodes[neighbor].color] = number;
-        int color = 0;
-        const int colors = static_cast<int>(pool.size());
-        while (color < colors && (taken[color] == number || (node.atEntry && atEntry[color])))
-            ++color;
-        if (color == colors) {
-            pool.push_back(number);
-            taken.push_back(-1);
-            atEntry.push_back(false);
+            colors[m_nodes[neighbor].color].takenFor = number;
+        const auto found = std::find_if(colors.begin(), colors.end(), [&](const Color& color) {
+            return IsFree(node, color, number);
+        });
+        node.color = static_cast<int>(found - colors.begin());
+        if (found == colors.end()) {
+            m_pools[node.pool].push_back(number);
+            colors.emplace_back();
         }
-        node.color = color;
-        if (node.atEntry)
-            atEntry[color] = true;
+        Color& color = colors[node.color];
+        color.atEntry |= node.atEntry;
+        color.firstDef = std::min(color.firstDef, node.firstDef);
+        color.aliveInFrontOf = std::max(color.aliveInFrontOf, node.aliveInFrontOf);
     }
+}
+
+bool SlcReduceNumberTmps::IsFree(const Node& node, const Color& color, int number)
+{
+    return color.takenFor != number && !(node.atEntry && color.atEntry) &&
+           node.firstDef >= color.aliveInFrontOf && color.firstDef >= node.aliveInFrontOf;
 }
 
 void SlcReduceNumberTmps::Rename(SlcListICode& list, const SlcVariableNumbers& variables)
@@ -166,19 +182,36 @@ void SlcReduceNumberTmps::Rename(SlcListICode& list, const SlcVariableNumbers& v
         walker.Visit(code);
 }
 
-void SlcReduceNumberTmps::PrintGraph(std::ostream& out, const SlcVariableNumbers& variables) const
+// Shows the whole graph, of which the colouring needs but a part.
+void SlcReduceNumberTmps::PrintGraph(std::ostream& out, const SlcControlFlowGraph& graph,
+                                     SlcDataflowAnalysis& analysis) const
 {
+    const SlcVariableNumbers& variables = analysis.Variables();
     const auto nameOf = [&](int number) { return variables.Variable(number)->GetName(); };
+    std::vector<std::set<int>> neighbors(variables.Count());
+    SlcLiveTest live(analysis);
+    for (const auto& block : graph.Blocks()) {
+        live.StartAtEndOf(block.GetBlockId());
+        const auto& codes = block.GetListICode();
+        for (auto code = codes.rbegin(); code != codes.rend(); ++code) {
+            analysis.DefUse().Compute(*code);
+            std::set<int> together(analysis.DefUse().Defs().begin(),
+                                   analysis.DefUse().Defs().end());
+            for (int number = 0; number < variables.Count(); ++number)
+                if (live.IsLive(number))
+                    together.insert(number);
+            for (const int number : together)
+                if (MayShare(*variables.Variable(number)))
+                    neighbors[number].insert(together.begin(), together.end());
+            live.StepOver(*code);
+        }
+    }
     for (int number = 0; number < variables.Count(); ++number) {
         const Node& node = m_nodes[number];
         out << nameOf(number) << ": ";
-        std::vector<int> neighbors = node.neighbors;
-        std::sort(neighbors.begin(), neighbors.end());
-        neighbors.erase(std::unique(neighbors.begin(), neighbors.end()), neighbors.end());
-        for (const int neighbor : neighbors)
+        for (const int neighbor : neighbors[number])
             out << nameOf(neighbor) << ' ';
-        if (node.color >= 0)
-            out << "(new var: " << nameOf(m_pools[node.pool][node.color]) << ')';
-        out << '\n';
+        const int stays = node.pool == k_noPool ? number : m_pools[node.pool][node.color];
+        out << "(new var: " << nameOf(stays) << ")\n";
     }
 }

@@ -1,0 +1,68 @@
+#include "optimizer/SlcGraphCuts.h"
+
+#include <algorithm>
+
+namespace {
+
+/// So many blocks, from the first, all reach the end of the code: what stands behind a loop that
+/// never ends is no place that everything in front of it comes to.
+int BlocksThatEnd(const SlcControlFlowGraph& graph)
+{
+    const auto& blocks = graph.Blocks();
+    const int count = static_cast<int>(blocks.size());
+    std::vector<bool> ends(blocks.size(), false);
+    std::vector<int> pending = {count - 1};
+    ends[count - 1] = true;
+    while (!pending.empty()) {
+        const int block = pending.back();
+        pending.pop_back();
+        for (const int predecessor : blocks[block].GetPredBlocks()) {
+            if (!ends[predecessor]) {
+                ends[predecessor] = true;
+                pending.push_back(predecessor);
+            }
+        }
+    }
+    return static_cast<int>(std::find(ends.begin(), ends.end(), false) - ends.begin());
+}
+
+/// For each block, how many edges pass by its front.
+std::vector<int> EdgesAcross(const SlcControlFlowGraph& graph)
+{
+    std::vector<int> across(graph.Blocks().size() + 1, 0);
+    for (const auto& block : graph.Blocks()) {
+        const int from = block.GetBlockId();
+        for (const int to : block.GetNextBlocks()) {
+            // Forward: every front between the two. Back: all that the edge leads back over.
+            ++across[std::min(from, to) + 1];
+            --across[std::max(from + 1, to)];
+        }
+    }
+    for (std::size_t block = 1; block < across.size(); ++block)
+        across[block] += across[block - 1];
+    return across;
+}
+
+}  // namespace
+
+SlcGraphCuts::SlcGraphCuts(const SlcControlFlowGraph& graph)
+{
+    const int count = static_cast<int>(graph.Blocks().size());
+    if (count == 0)
+        return;
+    const int usable = BlocksThatEnd(graph);
+    const std::vector<int> across = EdgesAcross(graph);
+    const auto isCut = [&](int block) {
+        return block == 0 || (block <= usable && block < count && across[block] == 0);
+    };
+    m_lastUpTo.resize(count);
+    m_firstBehind.resize(count);
+    for (int block = 0, last = 0; block < count; ++block) {
+        last = isCut(block) ? block : last;
+        m_lastUpTo[block] = last;
+    }
+    for (int block = count - 1, first = count; block >= 0; --block) {
+        m_firstBehind[block] = first;
+        first = isCut(block) ? block : first;
+    }
+}

@@ -1,0 +1,149 @@
+// Live variables on random lists, against sets that are held for every block and variable.
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <set>
+#include <sstream>
+
+#include "CodeText.h"
+#include "optimizer/SlcReduceNumberTmps.h"
+
+namespace {
+
+using Sets = std::vector<std::set<int>>;
+
+/// Lists of guards and jumps to anywhere, over more variables than one group of them holds. Only
+/// jumps without a condition make loops that never end and code that nothing reaches.
+class RandomList {
+public:
+    RandomList(unsigned int seed, bool jumpsAlways) : m_random(seed), m_jumpsAlways(jumpsAlways) {}
+
+    std::string Make()
+    {
+        const int labels = 1 + Below(12);
+        std::string text = "begin";
+        for (int label = 0; label < labels; ++label) {
+            const int lines = Below(10);
+            for (int i = 0; i < lines; ++i)
+                text += "; " + Line();
+            text += "; L" + std::to_string(label) + ":";
+            if (Below(3) != 0) {
+                text += "; goto L" + std::to_string(Below(labels));
+                text += m_jumpsAlways && Below(6) == 0 ? "" : " if g";
+            }
+        }
+        return text + "; Ci = " + Variable() + "; end";
+    }
+
+private:
+    int Below(int count) { return static_cast<int>(m_random() % static_cast<unsigned int>(count)); }
+    std::string Variable() { return "x" + std::to_string(Below(90)); }
+    std::string Line()
+    {
+        const std::string assignment = Variable() + " = " + Variable() + " + " + Variable();
+        if (Below(3) != 0)
+            return assignment;
+        const std::string label = "G" + std::to_string(m_guards++);
+        return "if f " + label + "; " + assignment + "; endif " + label;
+    }
+
+    std::mt19937 m_random;
+    bool m_jumpsAlways;
+    int m_guards = 0;
+};
+
+/// By block, what is alive at its front.
+Sets LiveIn(const SlcControlFlowGraph& graph, SlcDefUse& defUse)
+{
+    Sets live(graph.Blocks().size());
+    for (bool changed = true; changed;) {
+        changed = false;
+        for (const auto& block : graph.Blocks()) {
+            std::set<int> here;
+            for (const int next : block.GetNextBlocks())
+                here.insert(live[next].begin(), live[next].end());
+            const auto& codes = block.GetListICode();
+            for (auto code = codes.rbegin(); code != codes.rend(); ++code) {
+                defUse.Compute(*code);
+                for (const int defined : defUse.Defs())
+                    here.erase(defined);
+                here.insert(defUse.Uses().begin(), defUse.Uses().end());
+            }
+            changed |= here != live[block.GetBlockId()];
+            live[block.GetBlockId()] = here;
+        }
+    }
+    return live;
+}
+
+/// Two variables of the dump that interfere and yet share one; empty if there are none.
+std::string WronglyShared(const std::string& dump)
+{
+    std::map<std::string, std::string> stays;
+    std::map<std::string, std::vector<std::string>> neighbors;
+    std::istringstream lines(dump);
+    for (std::string line; std::getline(lines, line);) {
+        const std::size_t colon = line.find(": ");
+        const std::size_t replacement = line.find("(new var: ");
+        const std::string name = line.substr(0, colon);
+        std::istringstream names(line.substr(colon + 2, replacement - colon - 2));
+        for (std::string neighbor; names >> neighbor;)
+            neighbors[name].push_back(neighbor);
+        stays[name] = line.substr(replacement + 10, line.size() - replacement - 11);
+    }
+    for (const auto& [name, others] : neighbors)
+        for (const std::string& other : others)
+            if (other != name && stays[name] == stays[other])
+                return name + " and " + other;
+    return {};
+}
+
+}  // namespace
+
+TEST(SlcDataflowAnalysis, FindsWhatIsAlive)
+{
+    for (unsigned int seed = 1; seed <= 300; ++seed) {
+        const std::string text = RandomList(seed, true).Make();
+        const auto list = CodeText().List(text);
+        const SlcVariableNumbers variables(*list);
+        SlcDefUse defUse(variables);
+        const SlcControlFlowGraph graph(*list);
+        const Sets expected = LiveIn(graph, defUse);
+        SlcDataflowAnalysis analysis(graph, variables, defUse);
+        SlcLiveWalk walk(analysis);
+        for (const auto& block : graph.Blocks()) {
+            const int id = block.GetBlockId();
+            walk.StartAtEndOf(id);
+            std::set<int> behind;
+            for (const int next : block.GetNextBlocks())
+                behind.insert(expected[next].begin(), expected[next].end());
+            for (int variable = 0; variable < variables.Count(); ++variable) {
+                const std::string where = "seed " + std::to_string(seed) + ", block " +
+                                          std::to_string(id) + ", " +
+                                          variables.Variable(variable)->GetName() + "\n" + text;
+                ASSERT_EQ(analysis.IsLiveIn(id, variable), expected[id].count(variable) != 0)
+                    << where;
+                ASSERT_EQ(analysis.IsLiveOut(id, variable), behind.count(variable) != 0) << where;
+                ASSERT_EQ(walk.Live().Contains(variable) || analysis.AliveInFrontOf(variable) > id,
+                          behind.count(variable) != 0)
+                    << where;
+            }
+        }
+    }
+}
+
+TEST(SlcReduceNumberTmps, SharesNothingThatInterferes)
+{
+    for (unsigned int seed = 1; seed <= 300; ++seed) {
+        const std::string text = RandomList(seed, false).Make();
+        const auto list = CodeText().List(text);
+        const SlcVariableNumbers variables(*list);
+        SlcDefUse defUse(variables);
+        const SlcControlFlowGraph graph(*list);
+        SlcDataflowAnalysis analysis(graph, variables, defUse);
+        std::ostringstream dump;
+        SlcReduceNumberTmps().Reduce(*list, graph, analysis, &dump);
+        ASSERT_EQ(WronglyShared(dump.str()), "") << "seed " << seed << "\n" << text;
+    }
+}
