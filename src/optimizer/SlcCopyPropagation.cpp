@@ -35,15 +35,32 @@ SlcCopyPropagation::SlcCopyPropagation(const SlcControlFlowGraph& graph,
     : m_graph(graph),
       m_nothing{SlcConstantTable(variables.Count()), SlcConstantTable(variables.Count())},
       m_known(m_nothing),
-      m_atEnd(graph.Blocks().size(), m_nothing)
+      m_atEnd(graph.Blocks().size(), m_nothing),
+      m_droppedEdge(graph.Blocks().size(), -1),
+      m_unreachable(graph.Blocks().size(), false)
 {
+}
+
+std::vector<int> SlcCopyPropagation::EnteringBlocks(const SlcBasicBlock& block) const
+{
+    std::vector<int> entering = block.GetPredBlocks();
+    std::erase_if(entering, [&](int predecessor) {
+        return m_unreachable[predecessor] || m_droppedEdge[predecessor] == block.GetBlockId();
+    });
+    return entering;
+}
+
+void SlcCopyPropagation::DropEdge(const SlcBasicBlock& block, int successor)
+{
+    m_droppedEdge[block.GetBlockId()] = successor;
 }
 
 void SlcCopyPropagation::EnterBlock(const SlcBasicBlock& block)
 {
-    const auto& predecessors = block.GetPredBlocks();
+    const auto predecessors = EnteringBlocks(block);
     const int id = block.GetBlockId();
     m_known = m_nothing;
+    m_unreachable[id] = id != 0 && predecessors.empty();
     // A predecessor further down is the back edge of a loop: what it brings is not known yet.
     if (predecessors.empty() || std::any_of(predecessors.begin(), predecessors.end(),
                                             [id](int predecessor) { return predecessor >= id; }))
@@ -59,6 +76,11 @@ void SlcCopyPropagation::EnterBlock(const SlcBasicBlock& block)
 void SlcCopyPropagation::LeaveBlock(const SlcBasicBlock& block)
 {
     m_atEnd[block.GetBlockId()] = m_known;
+}
+
+SlcOperand SlcCopyPropagation::FindBool(const SlcOperand& operand) const
+{
+    return operand->IsBool() ? operand : Find(operand);
 }
 
 SlcOperand SlcCopyPropagation::Find(const SlcOperand& operand) const
@@ -137,7 +159,7 @@ void SlcCopyPropagation::Case(SlcPtr<SlcUnaryMinusICode> code)
 
 void SlcCopyPropagation::Case(SlcPtr<SlcSetUniformBoolFlagICode> code)
 {
-    const SlcOperand source = Find(code->m_source);
+    const SlcOperand source = FindBool(code->m_source);
     WholeGrid(code);
     if (source)
         Learn(code->m_dest, source);
@@ -145,7 +167,7 @@ void SlcCopyPropagation::Case(SlcPtr<SlcSetUniformBoolFlagICode> code)
 
 void SlcCopyPropagation::Case(SlcPtr<SlcInvertBoolFlagICode> code)
 {
-    const SlcOperand source = Find(code->m_source);
+    const SlcOperand source = FindBool(code->m_source);
     WholeGrid(code);
     // Under an outer flag the result is true only where that flag is.
     if (source && (source->GetBool() || code->m_outer.Null()))
@@ -179,6 +201,8 @@ void SlcCopyPropagation::Case(SlcPtr<SlcCallICode> code)
             Write(code->m_args[i]);
     if (code->m_result)
         Write(code->m_result);
+    if (code->m_condition)
+        Write(code->m_condition);
 }
 
 void SlcCopyPropagation::Case(SlcPtr<SlcCallDSOICode> code)

@@ -10,6 +10,9 @@
 /// Carries known constants forward over the blocks and puts them into the operands that read
 /// them. Only constants are carried, never copies of one variable into another.
 ///
+/// Jumps that the constants decide count as decided, so that a switch for code that is left out
+/// costs no round of its own.
+///
 /// At a join only bool constants on which all paths agree stay known; the head of a loop starts
 /// knowing nothing. A constant written under a guard thus never reaches the code behind it, and
 /// that keeps the pass sound for varying control flow. Instructions are fed in order, one by one,
@@ -25,6 +28,8 @@ public:
     /// it writes.
     void Propagate(const SlcPtr<SlcICode>& code) { Visit(code); }
     void LeaveBlock(const SlcBasicBlock& block);
+    /// The block at hand goes on to that successor no more, so that nothing comes from there.
+    void DropEdge(const SlcBasicBlock& block, int successor);
     /// An operand has been replaced.
     [[nodiscard]] bool HasChanged() const { return m_changed; }
 
@@ -61,14 +66,21 @@ private:
     /// needs a value for each point.
     template <class Code>
     void WholeGrid(const SlcPtr<Code>& code);
+    /// The constant that a variable holds, or null.
     [[nodiscard]] SlcOperand Find(const SlcOperand& operand) const;
+    /// The same for a flag, which may be a constant itself.
+    [[nodiscard]] SlcOperand FindBool(const SlcOperand& operand) const;
     /// The destination holds the source's value from here on.
     void Learn(const SlcOperand& dest, const SlcOperand& source);
+
+    [[nodiscard]] std::vector<int> EnteringBlocks(const SlcBasicBlock& block) const;
 
     const SlcControlFlowGraph& m_graph;
     Known m_nothing;
     Known m_known;
-    std::vector<Known> m_atEnd;  // of each block that has been left
-    bool m_keepVarying = false;  // varying operands may not become constants
+    std::vector<Known> m_atEnd;       // of each block that has been left
+    std::vector<int> m_droppedEdge;   // by block, the successor that it leaves for no more, or -1
+    std::vector<bool> m_unreachable;  // nothing comes to the block
+    bool m_keepVarying = false;       // varying operands may not become constants
     bool m_changed = false;
 };

@@ -15,6 +15,20 @@ namespace {
 
 constexpr int k_maxRounds = 1000;  // a bound, not an error: the code is correct in each round
 
+/// The successor that a block leaves for no more, now that folding has made `folded` of its last
+/// instruction; -1 for none. `isDropping`: that instruction guards code that can never run.
+int DroppedSuccessor(const SlcBasicBlock& block, const SlcPtr<SlcICode>& folded, bool isDropping)
+{
+    const auto& next = block.GetNextBlocks();
+    if (next.size() < 2 || folded == block.GetListICode().back())
+        return -1;
+    const int behind = block.GetBlockId() + 1;
+    const bool jumps = folded || isDropping;
+    if (jumps)
+        return behind;
+    return next.front() == behind ? next.back() : next.front();
+}
+
 }  // namespace
 
 SlcOptimizeBasicBlocks::SlcOptimizeBasicBlocks(SlcOptionsControl& options) : m_options(options) {}
@@ -85,20 +99,22 @@ bool SlcOptimizeBasicBlocks::PropagateAndFold(SlcListICode& list)
     std::deque<SlcPtr<SlcICode>> output;
     for (const auto& block : m_graph->Blocks()) {
         propagation.EnterBlock(block);
-        for (SlcPtr<SlcICode> code : block.GetListICode()) {
+        SlcPtr<SlcICode> code;
+        for (const auto& original : block.GetListICode()) {
+            code = original;
             if (m_options.m_copyPropagation)
                 propagation.Propagate(code);
             if (m_options.m_convertConstOps) {
-                const SlcPtr<SlcICode> original = code;
                 code = folding.Fold(original);
                 // What has just become a constant is known to the instructions behind.
                 if (code && !(code == original) && m_options.m_copyPropagation)
                     propagation.Propagate(code);
             }
             if (code && !folding.IsDropping())
-                output.push_back(std::move(code));
+                output.push_back(code);
         }
         propagation.LeaveBlock(block);
+        propagation.DropEdge(block, DroppedSuccessor(block, code, folding.IsDropping()));
     }
     if (folding.HasChanged())
         list.m_icodes.swap(output);

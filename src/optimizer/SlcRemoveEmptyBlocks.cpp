@@ -79,9 +79,23 @@ std::vector<bool> OrderSensitiveRuns(const std::deque<SlcPtr<SlcICode>>& codes)
 
 bool SlcRemoveEmptyBlocks::RemoveUnreachable(const SlcControlFlowGraph& graph, SlcListICode& list)
 {
+    std::vector<std::size_t> entries;  // by block, edges from blocks that stay
+    std::vector<int> unreachable;
+    for (const auto& block : graph.Blocks()) {
+        entries.push_back(block.GetPredBlocks().size());
+        if (block.GetBlockId() != 0 && block.GetPredBlocks().empty())
+            unreachable.push_back(block.GetBlockId());
+    }
+    while (!unreachable.empty()) {
+        const int block = unreachable.back();
+        unreachable.pop_back();
+        for (const int next : graph.Blocks()[block].GetNextBlocks())
+            if (--entries[next] == 0 && next != 0)
+                unreachable.push_back(next);
+    }
     std::deque<SlcPtr<SlcICode>> kept;
     for (const auto& block : graph.Blocks())
-        if (block.GetBlockId() == 0 || !block.GetPredBlocks().empty())
+        if (block.GetBlockId() == 0 || entries[block.GetBlockId()] != 0)
             kept.insert(kept.end(), block.GetListICode().begin(), block.GetListICode().end());
     const bool changed = kept.size() != list.m_icodes.size();
     if (changed)

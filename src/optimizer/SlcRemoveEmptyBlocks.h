@@ -13,9 +13,9 @@
 /// labels without a jump, empty parallel runs and guards, and the seam between two parallel runs.
 class SlcRemoveEmptyBlocks : public SlcAllICodeWalker {
 public:
-    /// Drops blocks without predecessors, but for the first. `graph` belongs to `list` and is
-    /// stale after a change. A cycle of blocks that nothing enters stays. True if it changed
-    /// something.
+    /// Drops blocks without predecessors, but for the first, and what then has none. `graph`
+    /// belongs to `list` and is stale after a change. A cycle of blocks that nothing enters stays.
+    /// True if it changed something.
     [[nodiscard]] bool RemoveUnreachable(const SlcControlFlowGraph& graph, SlcListICode& list);
     /// Needs no graph. True if it changed something.
     [[nodiscard]] bool RemoveBlocks(SlcListICode& list);
