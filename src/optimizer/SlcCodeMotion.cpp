@@ -80,6 +80,16 @@ bool Is(const SlcPtr<SlcICode>& code)
     return dynamic_cast<const Mark*>(&*code) != nullptr;
 }
 
+/// The sets do not count this as a write, since the value before it goes into the one behind.
+/// Nothing that the inversion changes in each round may move, though. -1 for other instructions.
+int FlagInvertedInPlace(const SlcPtr<SlcICode>& code)
+{
+    const auto* inversion = dynamic_cast<const SlcInvertBoolFlagICode*>(&*code);
+    return inversion && inversion->m_dest == inversion->m_source
+               ? SlcVariableNumbers::Of(inversion->m_dest)
+               : -1;
+}
+
 }  // namespace
 
 SlcCodeMotion::SlcCodeMotion(const SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis)
@@ -176,6 +186,8 @@ void SlcCodeMotion::CollectFacts(Loop& loop)
             defs.erase(std::unique(defs.begin(), defs.end()), defs.end());
             for (const int defined : defs)
                 ++loop.writes[defined];
+            if (const int flag = FlagInvertedInPlace(code); flag >= 0)
+                ++loop.writes[flag];
             facts.Collect(code);
             loop.untracked.insert(facts.m_untrackedWrites.begin(), facts.m_untrackedWrites.end());
         }

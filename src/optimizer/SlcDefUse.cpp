@@ -7,8 +7,9 @@
 namespace {
 
 constexpr std::string_view k_P = "i_hiddens.GetP()";
-constexpr std::string_view k_lightVariables[] = {
-    "(i_lights[lightCnt].L)", "(i_lights[lightCnt].Cl)", "(i_lights[lightCnt].Ol)"};
+constexpr std::string_view k_L = "(i_lights[lightCnt].L)";
+constexpr std::string_view k_Cl = "(i_lights[lightCnt].Cl)";
+constexpr std::string_view k_lightVariables[] = {k_L, k_Cl, "(i_lights[lightCnt].Ol)"};
 
 /// What a primitive reads of the predefined variables without having it as an argument.
 struct HiddenRead {
@@ -20,9 +21,16 @@ struct HiddenRead {
 constexpr HiddenRead k_hiddenReads[] = {
     {"CALL_PRIM_FACEFORWARD", "i_hiddens.GetNg()"},
     {"CALL_PRIM_AMBIENT", k_P},
+    {"CALL_PRIM_AMBIENT", k_L},
     {"CALL_PRIM_DIFFUSE", k_P},
+    {"CALL_PRIM_DIFFUSE", k_L},
+    {"CALL_PRIM_DIFFUSE", k_Cl},
     {"CALL_PRIM_SPECULAR", k_P},
+    {"CALL_PRIM_SPECULAR", k_L},
+    {"CALL_PRIM_SPECULAR", k_Cl},
     {"CALL_PRIM_PHONG", k_P},
+    {"CALL_PRIM_PHONG", k_L},
+    {"CALL_PRIM_PHONG", k_Cl},
     {"CALL_TEXTURE", "i_hiddens.GetS()"},
     {"CALL_TEXTURE", "i_hiddens.GetT()"},
     {"CALL_TEXTURE", "i_hiddens.GetDu()"},
@@ -162,6 +170,9 @@ void SlcDefUse::Case(SlcPtr<SlcTextureSTPointsICode> code)
     SlcOperandWalker::Case(code);
     if (code->m_useCondition)
         UseDefs();
+    // The corners are made from several points of what is read, and must not take its place.
+    Add(m_defs, code->m_s);
+    Add(m_defs, code->m_t);
     UseHidden("i_hiddens.GetDu()");
     UseHidden("i_hiddens.GetDv()");
 }
@@ -171,6 +182,7 @@ void SlcDefUse::Case(SlcPtr<SlcTexturePointsICode> code)
     SlcOperandWalker::Case(code);
     if (code->m_useCondition)
         UseDefs();
+    Add(m_defs, code->m_point);
     UseHidden("i_hiddens.GetDu()");
     UseHidden("i_hiddens.GetDv()");
 }
