@@ -1,8 +1,11 @@
 #include "optimizer/SlcBuildBasicBlocks.h"
 
+#include <string>
 #include <utility>
 
+#include "icode/SlcICodeName.h"
 #include "icode/SlcICodes.h"
+#include "support/SlcDiagnostics.h"
 
 std::vector<SlcBasicBlock> SlcBuildBasicBlocks::BuildBlocks(const SlcListICode& list)
 {
@@ -49,6 +52,11 @@ void SlcBuildBasicBlocks::Case(SlcPtr<SlcEndIlluminanceICode> code)
 {
     m_current.AddICode(code);
     EndCurrentBlock();
+}
+
+void SlcBuildBasicBlocks::Case(SlcPtr<SlcCommentICode> code)
+{
+    FatalError(std::string("Do not yet build basic block for ").append(SlcICodeName(*code)));
 }
 
 void SlcBuildBasicBlocks::Default(SlcPtr<SlcICode> code)

@@ -20,6 +20,7 @@ private:
     void Case(SlcPtr<SlcGotoICode> code) override;
     void Case(SlcPtr<SlcIfICode> code) override;
     void Case(SlcPtr<SlcEndIlluminanceICode> code) override;
+    void Case(SlcPtr<SlcCommentICode> code) override;
     void Default(SlcPtr<SlcICode> code) override;
 
     void BeginNewBlock();

@@ -39,6 +39,7 @@ void SlcRegroupParallelIfs::Optimize(SlcPtr<SlcListICode>& list)
 void SlcRegroupParallelIfs::CloseAtMark(const SlcPtr<SlcICode>& mark)
 {
     m_openIf = nullptr;
+    m_lastWasJump = false;
     m_output.push_back(mark);
 }
 
@@ -56,12 +57,14 @@ void SlcRegroupParallelIfs::Case(SlcPtr<SlcIfICode> code)
 {
     m_openIf = code;
     m_flagWritten = false;
+    m_lastWasJump = false;
     m_output.push_back(code);
 }
 
 bool SlcRegroupParallelIfs::NextGuardJoins() const
 {
-    if (m_flagWritten || m_openIf.Null() || m_position + 1 >= m_list->m_icodes.size())
+    if (m_flagWritten || m_lastWasJump || m_openIf.Null() ||
+        m_position + 1 >= m_list->m_icodes.size())
         return false;
     const SlcICode& next = *m_list->m_icodes[m_position + 1];
     const SlcIfICode& open = *m_openIf;
@@ -80,8 +83,21 @@ void SlcRegroupParallelIfs::Case(SlcPtr<SlcEndIfICode> code)
     m_openIf = nullptr;
 }
 
+void SlcRegroupParallelIfs::Case(SlcPtr<SlcBreakICode> code)
+{
+    Default(code);
+    m_lastWasJump = true;
+}
+
+void SlcRegroupParallelIfs::Case(SlcPtr<SlcContinueICode> code)
+{
+    Default(code);
+    m_lastWasJump = true;
+}
+
 void SlcRegroupParallelIfs::Default(SlcPtr<SlcICode> code)
 {
+    m_lastWasJump = false;
     if (m_openIf && !m_flagWritten)
         m_flagWritten = WritesWalker().Writes(code, m_openIf->m_flag);
     m_output.push_back(std::move(code));

@@ -9,7 +9,7 @@
 /// Joins two guards with the same flag that follow each other inside a parallel run. Linear.
 ///
 /// A guard whose body writes its own flag stays apart from what follows, since the second guard
-/// must see the new value.
+/// must see the new value, and so does one that ends in a `break` or `continue`.
 class SlcRegroupParallelIfs : public SlcICodeOptimizer {
 public:
     void Optimize(SlcPtr<SlcListICode>& list) override;
@@ -20,6 +20,8 @@ private:
     void Case(SlcPtr<SlcEndParallelICode> code) override;
     void Case(SlcPtr<SlcIfICode> code) override;
     void Case(SlcPtr<SlcEndIfICode> code) override;
+    void Case(SlcPtr<SlcBreakICode> code) override;
+    void Case(SlcPtr<SlcContinueICode> code) override;
     void Default(SlcPtr<SlcICode> code) override;
 
     void CloseAtMark(const SlcPtr<SlcICode>& mark);
@@ -31,4 +33,5 @@ private:
     std::size_t m_position = 0;   // of the instruction at hand
     SlcPtr<SlcIfICode> m_openIf;  // of the open guard, or null
     bool m_flagWritten = false;   // the body of the open guard writes its flag
+    bool m_lastWasJump = false;   // the instruction before is a `break` or `continue`
 };
