@@ -17,6 +17,8 @@ surface look(string mode = "ramp"; color tint = 1; float weights[2] = {0, 1}; po
     Oi = Os;
     if (mode == "ramp")
         Ci = color(s, t, weights[0]);
+    else if (mode == "place")
+        Ci = color(xcomp(transform("NDC", P)), ycomp(transform("raster", P)) / 64, 0);
     else
         Ci = Cs * tint * diffuse(normalize(N));
 }
@@ -90,6 +92,10 @@ TEST_F(SqxShade, ShowsASourceAndItsParameters)
 
     Shade("--param weights=1,0 --square look.sl");
     EXPECT_EQ(At(k_middle, k_middle).b, 255);
+
+    Shade("--param mode=place look.sl");
+    EXPECT_NEAR(At(k_low, k_high).r, 4 * k_low, 4) << "where it is on the picture";
+    EXPECT_NEAR(At(k_low, k_high).g, 4 * k_high, 4);
 
     Shade("look.sl --param mode=lit --param tint=0.5,0,0.25");
     EXPECT_EQ(At(1, 1).r, 0) << "the background";

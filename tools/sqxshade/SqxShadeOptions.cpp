@@ -24,6 +24,11 @@ unsigned int ReadCount(const std::string& text, unsigned int most, const std::st
     return count;
 }
 
+[[noreturn]] void RefuseNumbers(const std::string& text, const std::string& what)
+{
+    throw SqxShadeError("The " + what + " must be made of numbers, but is '" + text + "'");
+}
+
 /// Three numbers, or one that stands for three.
 QxRGBColor ReadColor(const std::string& text, const std::string& what)
 {
@@ -216,7 +221,7 @@ std::vector<float> SqxReadNumbers(const std::string& text, const std::string& wh
         const char* end = piece.data() + piece.size();
         const auto [rest, failure] = std::from_chars(piece.data(), end, number);
         if (failure != std::errc() || rest != end || !std::isfinite(number))
-            throw SqxShadeError("The " + what + " must be made of numbers, but is '" + text + "'");
+            RefuseNumbers(text, what);
         numbers.push_back(number);
     }
     return numbers;
@@ -264,7 +269,8 @@ shape is of plain plastic.
 Options:
 )";
     for (const OptionRow& row : k_options) {
-        std::string line = std::string("  ") + row.name + (*row.value ? " " : "") + row.value;
+        std::string line = std::string("  ").append(row.name);
+        line.append(*row.value ? " " : "").append(row.value);
         for (const std::string& help : SqxSplit(row.help, '\n')) {
             line.resize(std::max<std::size_t>(line.size() + 2, 28), ' ');
             text += line + help + "\n";
@@ -274,10 +280,11 @@ Options:
     text += R"(
 In the camera's space, which is "current", x leads to the right, y up, and z away from the camera;
 points and vectors in --param are meant in it. "world" stands alike, but begins in the middle of the
-shape, 5 units away; lights are placed in it. "shader" and "object" are the shape's own. s and u run
-to the right, t and v down. A light shader stands at its own "shader" space, from where z leads to
-the shape. There are no files and no other things to see: a texture is a check of two colors,
-environments and traced rays see a sky above a ground.
+shape, 5 units away; lights are placed in it. "shader" and "object" are the shape's own, and
+"screen", "NDC" and "raster" the picture's. s and u run to the right, t and v down. A light shader
+stands at its own "shader" space, from where z leads to the shape. There are no files and no other
+things to see: a texture is a check of two colors, environments and traced rays see a sky above a
+ground.
 )";
     return text;
 }

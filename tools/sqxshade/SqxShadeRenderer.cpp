@@ -63,7 +63,7 @@ unsigned int CellsFor(float samples)
 SqxShadeRenderer::SqxShadeRenderer(const SqxShadeOptions& options)
     : m_options(options),
       m_shape(options.square),
-      m_scene(m_shape)
+      m_scene(m_shape, options.width, options.height)
 {
     for (const SqxShadeOptions::Shader& shader : options.shaders)
         Load(shader);
@@ -189,7 +189,8 @@ void SqxShadeRenderer::RunImager(SqxShadePicture& picture, QxShaderInstance& sha
             at.Oi[i] = picture.opacities[offset + i];
             at.alpha[i] = (at.Oi[i].r + at.Oi[i].g + at.Oi[i].b) / 3;
             const float x = static_cast<float>(i % width) + 0.5F;
-            const float y = static_cast<float>(first + i / width) + 0.5F;
+            const std::size_t row = first + i / width;
+            const float y = static_cast<float>(row) + 0.5F;
             at.P[i] = {x, y, 0};
             at.u[i] = at.s[i] = x / static_cast<float>(width);
             at.v[i] = at.t[i] = y / static_cast<float>(m_options.height);

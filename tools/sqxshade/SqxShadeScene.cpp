@@ -1,5 +1,6 @@
 #include "sqxshade/SqxShadeScene.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "QxLights.h"
@@ -40,16 +41,32 @@ QxVector3 FromWorld(const QxVector3& place)
 
 }  // namespace
 
-SqxShadeScene::SqxShadeScene(const SqxShadeShape& shape)
+SqxShadeScene::SqxShadeScene(const SqxShadeShape& shape, unsigned int width, unsigned int height)
 {
+    const auto columns = static_cast<float>(width);
+    const auto rows = static_cast<float>(height);
+    SetAnswer(QxMessage::Option, "Format", std::vector<float>{columns, rows, 1});
     const QxMatrix44 world = SqxShadeShape::WorldToCurrent();
     for (QxSpaceRegistry* spaces : {&Spaces(), &m_lightSpaces}) {
         spaces->Define("camera", QxFrame3D());
         spaces->Define("world", QxFrame3D(world));
         spaces->Define("object", QxFrame3D(shape.ToCurrent()));
         spaces->Define("shader", QxFrame3D(shape.ToCurrent()));
+        DefinePictureSpaces(*spaces, columns, rows);
     }
     m_lightSpaces.Define("shader", QxFrame3D(LightToWorld() * world));
+}
+
+void SqxShadeScene::DefinePictureSpaces(QxSpaceRegistry& spaces, float width, float height)
+{
+    const auto define = [&spaces](const char* name, const QxVector3& middle,
+                                  const QxVector3& half) {
+        spaces.Define(name, QxFrame3D(QxInverse(SqxShadeShape::Projection(middle, half))));
+    };
+    const float edge = std::min(width, height);
+    define("screen", {0, 0, 0}, {1, 1, 0});
+    define("raster", {width / 2, height / 2, 0}, {edge / 2, -edge / 2, 0});
+    define("NDC", {0.5F, 0.5F, 0}, {edge / width / 2, -edge / height / 2, 0});
 }
 
 void SqxShadeScene::AddLights(const std::vector<SqxShadeLight>& lights)

@@ -8,7 +8,7 @@
 /// files or other surfaces.
 class SqxShadeScene : public QxHostScene {
 public:
-    explicit SqxShadeScene(const SqxShadeShape& shape);
+    SqxShadeScene(const SqxShadeShape& shape, unsigned int width, unsigned int height);
 
     /// Those of the command line.
     void AddLights(const std::vector<SqxShadeLight>& lights);
@@ -23,6 +23,8 @@ public:
     QxRGBColor Trace(const QxRayQuery& query, float& distance) override;
 
 private:
+    void DefinePictureSpaces(QxSpaceRegistry& spaces, float width, float height);
+
     QxSpaceRegistry m_lightSpaces;
 };
 

@@ -65,8 +65,10 @@ void SqxShadeShape::Place(QxHostGrid& grid, float u, float v, float du, float dv
     const auto us = grid.Values<float>("u");
     const auto vs = grid.Values<float>("v");
     for (std::size_t i = 0; i < grid.Size(); ++i) {
-        us[i] = u + static_cast<float>(i % grid.Layout().columns) * du;
-        vs[i] = v + static_cast<float>(i / grid.Layout().columns) * dv;
+        const std::size_t column = i % grid.Layout().columns;
+        const std::size_t row = i / grid.Layout().columns;
+        us[i] = u + static_cast<float>(column) * du;
+        vs[i] = v + static_cast<float>(row) * dv;
         const Point point = At(us[i], vs[i]);
         P[i] = QxTransformPoint(point.place, m_toCurrent);
         alongU[i] = QxTransformVector(point.alongU, m_toCurrent);
@@ -83,6 +85,15 @@ SqxShadeShape::Projected SqxShadeShape::Project(const QxVector3& place)
 {
     const float scale = k_zoom / place.z;
     return {place.x * scale, place.y * scale, place.z};
+}
+
+/// The last column divides by the distance; depth is 0 one unit away and nears 1 far off.
+QxMatrix44 SqxShadeShape::Projection(const QxVector3& middle, const QxVector3& half)
+{
+    return {{{half.x * k_zoom, 0, 0, 0},
+             {0, half.y * k_zoom, 0, 0},
+             {middle.x, middle.y, 1, 1},
+             {0, 0, -1, 0}}};
 }
 
 void SqxDeriveGeometry(QxHostGrid& grid)

@@ -31,6 +31,9 @@ public:
         float z;  // distance; what is not in front of the camera has none above 0
     };
     [[nodiscard]] static Projected Project(const QxVector3& place);
+    /// The same as a matrix, into a space where the middle of the picture is at x and y of
+    /// `middle`, and half its smaller edge is as long as x and y of `half`.
+    [[nodiscard]] static QxMatrix44 Projection(const QxVector3& middle, const QxVector3& half);
 
 private:
     struct Point {

@@ -20,6 +20,7 @@ bool RunIn(const std::filesystem::path& folder, const std::filesystem::path& out
            std::vector<std::string> command)
 {
     std::vector<char*> words;
+    words.reserve(command.size() + 1);
     for (std::string& word : command)
         words.push_back(word.data());
     words.push_back(nullptr);
@@ -64,7 +65,7 @@ std::filesystem::path SqxShaderBuild::NewFolder()
             throw SqxShadeError("Cannot make a temporary folder '" + name + "'");
         m_folder = name;
     }
-    const std::filesystem::path folder = m_folder / std::to_string(++m_builds);
+    std::filesystem::path folder = m_folder / std::to_string(++m_builds);
     std::filesystem::create_directory(folder);
     return folder;
 }
