@@ -7,10 +7,14 @@ source scripts/prepare.sh
 install_missing
 build_preset release
 
-# Compiles one example, with the options behind it; its messages are shown only if it fails.
+# Compiles one example; its messages are shown only if it fails. A comment in its first line tells
+# the options that it needs, if any.
 compile_example() {
-    local messages
-    if ! messages=$(build/release/bin/shaderqx -d build/examples "${@:2}" "$1" 2>&1); then
+    local messages options
+    options=$(sed -n '1s|^// options: ||p' "$1")
+    # shellcheck disable=SC2086  # the words are options of their own
+    if ! messages=$(build/release/bin/shaderqx -d build/examples -Ibuild/release/shadeops \
+                     $options "$1" 2>&1); then
         echo "$messages" >&2
         echo "$1: not compiled" >&2
         return 1
@@ -19,8 +23,7 @@ compile_example() {
 }
 
 mkdir -p build/examples
-for source in examples/*.sl; do
+for source in examples/*.sl examples/*/*.sl; do
     compile_example "$source"
 done
-compile_example examples/shadeops/woven.sl -Ibuild/release/shadeops
 echo "The compiled shaders are in build/examples, the compiler is build/release/bin/shaderqx"

@@ -14,6 +14,8 @@ scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cd "$scratch" || exit 1
 mkdir compiled
+# The program puts a file of its own beside each source.
+cp -r "$top/examples" "$top/tests/compile/shaders" .
 failures=0
 
 # Texts that differ only in a level often do not differ at all; each is compiled once.
@@ -25,11 +27,10 @@ compile() {
         && : >"compiled/${sum%% *}"
 }
 
-for source in "$top"/examples/*.sl "$top"/tests/compile/shaders/*.sl; do
+for source in examples/*.sl examples/*/*.sl shaders/*.sl; do
     for level in "$@"; do
-        rm -f ./*.cpp ./*.sl
-        cp "$source" .
-        if ! "$bin/shaderqx" --dso -c -w0 "-O$level" ./*.sl >messages 2>&1; then
+        rm -f ./*.cpp
+        if ! "$bin/shaderqx" --dso -c -w0 "-O$level" "-I$bin/../shadeops" "$source" >messages 2>&1; then
             cat messages
             echo "$source: not translated at -O$level"
             failures=$((failures + 1))
