@@ -1,0 +1,114 @@
+// Together the examples use all of the language: each built-in, statement and operator.
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <set>
+#include <type_traits>
+#include <typeindex>
+
+#include "frontend/SlcNodes.h"
+#include "helpers/CheckedShader.h"
+#include "run/ExampleFiles.h"
+#include "symbols/SlcFuncDescription.h"
+#include "symbols/SlcFuncSymbolEntry.h"
+
+namespace {
+
+std::string Key(const std::string& name, const SlcTypeNode* returned,
+                const std::vector<SlcTypeNode*>& arguments, bool hasTail, const std::string& cName)
+{
+    std::string key = returned->ToString() + ' ' + name + '(';
+    for (const SlcTypeNode* argument : arguments)
+        key += argument->ToString() + (argument->IsArrayType() ? "[]," : ",");
+    return key + (hasTail ? "...) " : ") ") + cName;
+}
+
+/// The rows of the library by what tells them apart.
+std::map<std::string, const char*> Rows()
+{
+    std::map<std::string, const char*> rows;
+    const auto add = [&](const SlcFuncDescription::FuncInfo& info, const char* row) {
+        const std::string key =
+            Key(info.name, info.returnType, info.argTypes, info.tail != nullptr, info.cName);
+        EXPECT_TRUE(rows.emplace(key, row).second) << row;
+    };
+    for (const char* const* row = SlcFuncDescription::sm_funcInfoString; *row; ++row)
+        add(SlcFuncDescription::ReadPlainRow(*row), *row);
+    for (const char* const* row = SlcFuncDescription::sm_varArgsFuncInfoString; *row; ++row)
+        add(SlcFuncDescription::ReadVarArgsRow(*row), *row);
+    return rows;
+}
+
+/// Collects what checked shaders are made of.
+class Uses : public SlcCodeWalker {
+public:
+    [[nodiscard]] bool Calls(const std::string& row) const { return m_calls.count(row) != 0; }
+    [[nodiscard]] bool Holds(std::type_index nodeClass) const
+    {
+        return m_classes.count(nodeClass) != 0;
+    }
+
+private:
+    using SlcCodeWalker::Case;
+    void Case(SlcProcCallExprNode* node) override
+    {
+        const SlcFuncSymbolEntry& entry = *node->GetSymbolEntry();
+        if (entry.GetOrigin() == SlcFuncOrigin::BuiltIn)
+            m_calls.insert(Key(node->GetIdent()->GetName(), entry.GetReturnType(),
+                               entry.GetArgTypes(), entry.IsVarNbArgs(),
+                               entry.GetCName()->GetName()));
+        Default(node);
+    }
+    void Case(SlcTextureExprNode* node) override
+    {
+        m_classes.insert(typeid(*node->GetKind()));
+        Default(node);
+    }
+    void Case(SlcShaderDefNode* node) override
+    {
+        m_classes.insert(typeid(*node->GetShaderType()));
+        Default(node);
+    }
+    void Default(SlcSyntaxNode* node) override
+    {
+        m_classes.insert(typeid(*node));
+        node->WalkIn(this);
+    }
+
+    std::set<std::string> m_calls;
+    std::set<std::type_index> m_classes;
+};
+
+/// The kinds of nodes that a source chooses by what it says.
+template <class Node>
+constexpr bool IsWord =
+    !std::is_abstract_v<Node> &&
+    (std::is_base_of_v<SlcStmtNode, Node> || std::is_base_of_v<SlcExprNode, Node> ||
+     std::is_base_of_v<SlcLValueNode, Node> || std::is_base_of_v<SlcRelationNode, Node> ||
+     std::is_base_of_v<SlcTextureTypeNode, Node> || std::is_base_of_v<SlcShaderTypeNode, Node>);
+
+void ExpectUsed(const Uses& uses, const std::type_info& nodeClass, const char* name)
+{
+    EXPECT_TRUE(uses.Holds(nodeClass)) << "no example has a " << name;
+}
+
+}  // namespace
+
+TEST(Examples, UseTheWholeLanguage)
+{
+    Uses uses;
+    const ExampleFiles examples;
+    for (const Example& example : examples.All()) {
+        const CheckedShader shader(examples.Preprocessed(example));
+        ASSERT_TRUE(shader.IsAccepted()) << example.name << '\n' << shader.Output();
+        shader.Root()->ApplyWalker(&uses);
+    }
+    for (const auto& [key, row] : Rows())
+        EXPECT_TRUE(uses.Calls(key)) << "no example calls " << row;
+#define SLC_NODE_CLASS(name, parent)                                                               \
+    if constexpr (IsWord<name>)                                                                    \
+        ExpectUsed(uses, typeid(name), #name);
+#include "frontend/SlcNodeClasses.def"
+#undef SLC_NODE_CLASS
+}
