@@ -1,0 +1,1 @@
+shaderqx -O1 environment_forms.sl

@@ -1,0 +1,1 @@
+shaderqx -O1 illuminance_cones.sl

@@ -1,0 +1,1 @@
+shaderqx -O1 illuminate_forms.sl

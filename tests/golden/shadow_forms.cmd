@@ -1,0 +1,1 @@
+shaderqx -O1 shadow_forms.sl

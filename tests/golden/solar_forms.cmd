@@ -1,0 +1,1 @@
+shaderqx -O1 solar_forms.sl

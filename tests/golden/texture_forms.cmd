@@ -1,0 +1,1 @@
+shaderqx -O1 texture_forms.sl
