@@ -85,6 +85,22 @@ TEST(Light, ReachesSurfaces)
          2,
          {0, 3, 3, 0, 3, 3},
          1},
+        // What leaves a loop around the lights, or its round, leaves the other lights too.
+        {"uniform float i; for (i = 0; i < 3; i += 1) {"
+         " illuminance (P) { if (u > 0.25) break; r += comp(Cl, 0); } r += 100; }",
+         2,
+         {309, 0, 0, 309, 0, 0},
+         1},
+        {"uniform float i; for (i = 0; i < 3; i += 1) {"
+         " illuminance (P) { r += comp(Cl, 0); if (u > 0.25) continue; } r += 100; }",
+         2,
+         {309, 3, 3, 309, 3, 3},
+         1},
+        {"float bright() { extern varying float u; illuminance (P) { if (comp(Cl, 0) > 1 + u)"
+         " return 5; } } r = bright();",
+         2,
+         {5, 5, 0, 5, 5, 0},
+         1},
     };
     for (const LightCase& c : cases) {
         const std::string source =
