@@ -147,6 +147,44 @@ surface probe(uniform float given = sum(1, 2))
     ExpectAtEachLevel("probe", source, SLC_PROBES_FOLDER, expected);
 }
 
+TEST_F(Shadeops, GiveBothBackEndsTheSameInFunctionsLoopsAndDefaultValues)
+{
+    constexpr const char* source = R"(
+float soft(float x; output float seen)
+{
+    float y = wave(x, 2);
+    if (y > 1)
+        seen = wave(y);
+    return wave(y * s) + wave(0.25);
+}
+surface late(varying float k = wave(s); uniform float w[2] = {wave(0.25), wave(0.125, 4)})
+{
+    color yarns[3] = {color(1, 0, 0), s, 2};
+    float j, seen = 0;
+    for (j = 0; j < wave(w[0]) + 2; j += 1) {
+        float q = soft(k + j * t, seen);
+        if (q > 1)
+            continue;
+        Ci += ramp(q, yarns);
+        yarns[1] += q;
+    }
+    wave(3);
+    Oi = color(w[0], w[1], dither(s, t) + seen);
+}
+)";
+    for (const int level : {0, 3}) {
+        const Outputs interpreted = Interpreted("late", source, level, SLC_SHADEOPS_FOLDER);
+        const Outputs built = Built("late", source, level, SLC_SHADEOPS_FOLDER);
+        ASSERT_EQ(interpreted.Ci.size(), built.Ci.size());
+        for (std::size_t i = 0; i < built.Ci.size(); ++i) {
+            EXPECT_FLOAT_EQ(interpreted.Ci[i], built.Ci[i]) << level << ' ' << i;
+            EXPECT_FLOAT_EQ(interpreted.Oi[i], built.Oi[i]) << level << ' ' << i;
+        }
+        EXPECT_NE(built.Ci, Numbers(built.Ci.size(), 0));
+        EXPECT_EQ(built.Oi[1], 1) << "a default value of its own";
+    }
+}
+
 /// What a library exports as an int.
 int Exported(void* library, const char* name)
 {

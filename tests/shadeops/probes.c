@@ -11,10 +11,10 @@ QX_SHADEOP_EXPORT int stopped = 0;
 
 QX_SHADEOP_TABLE(tick) = {
     {"float tick(float)", "start", "stop"},
-    QX_SHADEOP_END
+    QX_SHADEOP_END,
 };
 
-QX_SHADEOP_EXPORT void *start(void)
+QX_SHADEOP_EXPORT void* start(void)
 {
     static int calls;
     calls = 0;
@@ -22,15 +22,15 @@ QX_SHADEOP_EXPORT void *start(void)
     return &calls;
 }
 
-QX_SHADEOP_EXPORT void stop(void *data)
+QX_SHADEOP_EXPORT void stop(void* data)
 {
     stopped += data != NULL;
 }
 
-QX_SHADEOP_EXPORT void tick(void *data, int argc, void **argv)
+QX_SHADEOP_EXPORT void tick(void* data, int argc, void** argv)
 {
     (void)argc;
-    *(float *)argv[0] = (float)++*(int *)data;
+    *(float*)argv[0] = (float)++*(int*)data;
 }
 
 /* Overloads: the sum of two numbers, or of so many elements of an array. The result is used as the
@@ -39,34 +39,34 @@ QX_SHADEOP_EXPORT void tick(void *data, int argc, void **argv)
 QX_SHADEOP_TABLE(sum) = {
     {"float sum(float[], float, string)", "", ""},
     {"float sum(float, float)", "", ""},
-    QX_SHADEOP_END
+    QX_SHADEOP_END,
 };
 
-QX_SHADEOP_EXPORT void sum(void *data, int argc, void **argv)
+QX_SHADEOP_EXPORT void sum(void* data, int argc, void** argv)
 {
-    float *result = argv[0];
+    float* result = argv[0];
     int i;
     (void)data;
     if (argc == 3) {
-        *result = *(const float *)argv[1] + *(const float *)argv[2];
+        *result = *(const float*)argv[1] + *(const float*)argv[2];
         return;
     }
     *result = 0;
-    for (i = 0; i < (int)*(const float *)argv[2]; ++i)
-        *result += ((const float *)argv[1])[i];
+    for (i = 0; i < (int)*(const float*)argv[2]; ++i)
+        *result += ((const float*)argv[1])[i];
 }
 
 /* The components in reverse order; writes the result before it has read all of the argument. */
 
 QX_SHADEOP_TABLE(swap) = {
     {"color swap(color)", "", ""},
-    QX_SHADEOP_END
+    QX_SHADEOP_END,
 };
 
-QX_SHADEOP_EXPORT void swap(void *data, int argc, void **argv)
+QX_SHADEOP_EXPORT void swap(void* data, int argc, void** argv)
 {
-    float *result = argv[0];
-    const float *color = argv[1];
+    float* result = argv[0];
+    const float* color = argv[1];
     (void)data;
     (void)argc;
     result[0] = color[2];
@@ -78,42 +78,42 @@ QX_SHADEOP_EXPORT void swap(void *data, int argc, void **argv)
 
 QX_SHADEOP_TABLE(reverse) = {
     {"float reverse(float[3])", "", ""},
-    QX_SHADEOP_END
+    QX_SHADEOP_END,
 };
 
-QX_SHADEOP_EXPORT void reverse(void *data, int argc, void **argv)
+QX_SHADEOP_EXPORT void reverse(void* data, int argc, void** argv)
 {
-    float *array = argv[1];
+    float* array = argv[1];
     const float first = array[0];
     (void)data;
     (void)argc;
     array[0] = array[2];
     array[2] = first;
-    *(float *)argv[0] = array[0];
+    *(float*)argv[0] = array[0];
 }
 
 /* The longer of two texts. */
 
 QX_SHADEOP_TABLE(longer) = {
     {"string longer(string, string)", NULL, NULL},
-    QX_SHADEOP_END
+    QX_SHADEOP_END,
 };
 
-QX_SHADEOP_EXPORT void longer(void *data, int argc, void **argv)
+QX_SHADEOP_EXPORT void longer(void* data, int argc, void** argv)
 {
-    const char *first = *(const char **)argv[1];
-    const char *second = *(const char **)argv[2];
+    const char* first = *(const char**)argv[1];
+    const char* second = *(const char**)argv[2];
     size_t i = 0;
     (void)data;
     (void)argc;
     while (first[i] && second[i])
         ++i;
-    *(const char **)argv[0] = first[i] ? first : second;
+    *(const char**)argv[0] = first[i] ? first : second;
 }
 
 /* Declared, but not there. */
 
 QX_SHADEOP_TABLE(ghost) = {
     {"float ghost(float)", "", ""},
-    QX_SHADEOP_END
+    QX_SHADEOP_END,
 };

@@ -7,7 +7,7 @@ QX_SHADEOP_TABLE(good) = {
     {"float good(float)", "start", "stop"},
     {"color good(point, string[])", "", ""},
     {"normal good(vector[3])", "", ""},
-    QX_SHADEOP_END
+    QX_SHADEOP_END,
 };
 
 QX_SHADEOP_TABLE(mixed) = {
@@ -16,12 +16,12 @@ QX_SHADEOP_TABLE(mixed) = {
     {"float mixed()", "", ""},
     {"float mixed(float)", "", ""},
     {"float mixed(float) of mine", "", ""},
-    QX_SHADEOP_END
+    QX_SHADEOP_END,
 };
 
 QX_SHADEOP_TABLE(refused) = {
     {"matrix refused(float)", "", ""},
-    QX_SHADEOP_END
+    QX_SHADEOP_END,
 };
 
 QX_SHADEOP_TABLE(empty) = {QX_SHADEOP_END};
@@ -38,11 +38,11 @@ static const struct {
     QxShadeop record;
     QxShadeop other;
 } endless_and_more __attribute__((used)) = {{"float endless(float)", "", ""},
-                                            {(const char *)1, (const char *)1, (const char *)1}};
+                                            {(const char*)1, (const char*)1, (const char*)1}};
 __asm__(".globl endless_shadeops\n"
         ".set endless_shadeops, endless_and_more\n"
         ".type endless_shadeops, @object\n"
         ".size endless_shadeops, 24\n");
 
 /* Too small for a record. */
-QX_SHADEOP_EXPORT const char *const pointer_shadeops = "float pointer(float)";
+QX_SHADEOP_EXPORT const char* const pointer_shadeops = "float pointer(float)";
