@@ -13,7 +13,7 @@
  *
  * and the method, which the built shader calls for each point:
  *
- *     QX_SHADEOP_EXPORT void f(void *data, int argc, void **argv);
+ *     QX_SHADEOP_EXPORT void f(void* data, int argc, void** argv);
  *
  * `data` is what the init function gave, null without one. `argv[0]` is the address of the result,
  * `argv[1]` that of the first argument, and `argc` counts all of them. There is one method for all
@@ -23,7 +23,7 @@
  *     type                          argv[i] points to
  *     float                         one float
  *     color, point, vector, normal  three floats
- *     string                        a const char *
+ *     string                        a const char*
  *     array                         its elements, one behind the other
  *
  * The address of the result is never that of an argument. A method may write into an array, and the
@@ -31,9 +31,9 @@
  * stays its own, and must last until the next call; the shader copies it. */
 
 typedef struct QxShadeop {
-    const char *declaration; /* empty in the record that ends the table */
-    const char *init;        /* name of a function `void *init(void)`; empty for none */
-    const char *cleanup;     /* name of a function `void cleanup(void *data)`; empty for none */
+    const char* declaration; /* empty in the record that ends the table */
+    const char* init;        /* name of a function `void* init(void)`; empty for none */
+    const char* cleanup;     /* name of a function `void cleanup(void* data)`; empty for none */
 } QxShadeop;
 
 #ifdef __cplusplus
@@ -48,6 +48,8 @@ typedef struct QxShadeop {
 #define QX_SHADEOP_TABLE(name) QX_SHADEOP_EXPORT const QxShadeop name##_shadeops[]
 #endif
 
+/* clang-format off */
 #define QX_SHADEOP_END {"", "", ""}
+/* clang-format on */
 
 #endif
