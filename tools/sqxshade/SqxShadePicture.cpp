@@ -54,13 +54,16 @@ void SqxShadePicture::DrawTriangle(const Corner& a, const Corner& b, const Corne
         return;
     const auto [left, right] = std::minmax({a.x, b.x, c.x});
     const auto [top, bottom] = std::minmax({a.y, b.y, c.y});
-    // The middle of sample i is at i + 0.5.
-    const int firstColumn = static_cast<int>(std::ceil(std::max(left - 0.5F, 0.0F)));
-    const int firstRow = static_cast<int>(std::ceil(std::max(top - 0.5F, 0.0F)));
-    const int lastColumn = static_cast<int>(
-        std::floor(std::clamp(right - 0.5F, -1.0F, static_cast<float>(m_columns - 1))));
-    const int lastRow = static_cast<int>(
-        std::floor(std::clamp(bottom - 0.5F, -1.0F, static_cast<float>(m_rows - 1))));
+    // The middle of sample i is at i + 0.5. Corners may lie anywhere, also far beyond what an int
+    // holds.
+    const auto clamped = [](float place, int count) {
+        return std::clamp(place - 0.5F, -1.0F, static_cast<float>(count));
+    };
+    const int firstColumn = std::max(0, static_cast<int>(std::ceil(clamped(left, m_columns))));
+    const int firstRow = std::max(0, static_cast<int>(std::ceil(clamped(top, m_rows))));
+    const int lastColumn =
+        std::min(m_columns - 1, static_cast<int>(std::floor(clamped(right, m_columns))));
+    const int lastRow = std::min(m_rows - 1, static_cast<int>(std::floor(clamped(bottom, m_rows))));
     for (int row = firstRow; row <= lastRow; ++row)
         for (int column = firstColumn; column <= lastColumn; ++column) {
             const float x = static_cast<float>(column) + 0.5F;
