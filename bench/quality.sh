@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# What the optimizer makes of each example: instructions, parallel runs and varying locals of its
+# main code at -O0, -O1, -O2 and -O3. Smaller is better: each varying local costs storage for every
+# shading point, and each parallel run is a loop over the points.
+# usage: quality.sh BIN_DIRECTORY [SHADER...]
+set -euo pipefail
+bin=$(cd "$1" && pwd)
+shift
+[ $# -gt 0 ] || set -- "$(dirname "$0")"/../examples/*.sl
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+
+printf '%-18s %-24s %-20s %s\n' shader '    instructions' '   parallel runs' '  varying locals'
+for shader in "$@"; do
+    # A copy, since what is written beside the source is no other run's then.
+    cp "$shader" "$scratch/shader.sl"
+    for level in 0 1 2 3; do
+        "$bin/shaderqx" -O$level -d "$scratch" "$scratch/shader.sl" >"$scratch/messages" 2>&1 ||
+            { cat "$scratch/messages" >&2; exit 1; }
+        "$bin/sqxdump" "$scratch"/*.sqx
+        rm "$scratch"/*.sqx
+    done | awk -v shader="$(basename "$shader" .sl)" '
+        /shader$/ && !/^ / { ++level; section = "" }
+        /^[^ ]/ { section = $0 }
+        section == "locals" && $3 == "varying" { ++locals[level] }
+        section == "main" && $1 ~ /^[0-9]+$/ { ++codes[level]; runs[level] += $2 == "BEGIN_PARALLEL" }
+        END {
+            printf "%-18s %6d%6d%6d%6d %5d%5d%5d%5d %5d%5d%5d%5d\n", shader,
+                codes[1], codes[2], codes[3], codes[4], runs[1], runs[2], runs[3], runs[4],
+                locals[1], locals[2], locals[3], locals[4]
+        }'
+done

@@ -1,0 +1,49 @@
+#!/usr/bin/env bash
+# Prints a preprocessed shader that repeats one shape of code $2 times; $1 is one of
+#   nested       conditions inside each other
+#   consecutive  conditions one after the other
+#   else-if      a chain of `else if`
+#   choice       choices of a value inside each other
+#   and          a chain of `&&`
+#   calls        calls of a function of ten lines
+#   unused       a sum over conditions that nobody reads
+#   switch       conditions under a switch that is off
+# All conditions vary over the grid, but for those of the last.
+awk -v shape="$1" -v count="$2" 'BEGIN {
+    print "# 1 \"shapes.sl\""
+    if (shape == "calls") {
+        print "float shaped(float a, b)"
+        print "{"
+        print "    float c = a + b;"
+        print "    float d = c * a;"
+        print "    if (c > 0.5) {"
+        print "        d += 1;"
+        print "        c *= 2;"
+        print "    }"
+        print "    d = mix(c, d, 0.3);"
+        print "    return sin(d) + c;"
+        print "}"
+    }
+    print "surface shapes(float Kd = 0.5)"
+    print "{"
+    print "    float x = s, y = t, z = u;"
+    print "    uniform float off = 0;"
+    if (shape == "switch") print "    if (off == 1) {"
+    for (i = 0; i < count; ++i) {
+        if (shape == "nested") print "    if (x > " i "/" count ") { y = y + z * " i ";"
+        else if (shape == "consecutive") print "    if (x > " i "/" count ") { y = y + z * " i "; }"
+        else if (shape == "else-if") print "    " (i ? "else " : "") "if (x > " i "/" count ") y = z * " i ";"
+        else if (shape == "choice") print (i ? "" : "    x = ") "(x > " i "/" count " ? y + " i " :"
+        else if (shape == "and") print (i ? "    && " : "    if (") "x > " i "/" count
+        else if (shape == "calls") print "    y = shaped(x, y);"
+        else if (shape == "unused") print "    z += x * " i "; if (x > " i "/" count ") x = x * 0.5;"
+        else if (shape == "switch") print "    if (Kd > " i "/" count ") x = x * 0.5; else x = x + 1;"
+    }
+    if (shape == "nested") while (i-- > 0) print "    }"
+    if (shape == "choice") { print "z"; while (i-- > 0) printf ")"; print ";" }
+    if (shape == "and") print "    ) y = z;"
+    if (shape == "switch") print "    }"
+    print "    Ci = x * Cs;"
+    print "    Oi = y;"
+    print "}"
+}'
