@@ -55,7 +55,8 @@ void SlcGenInterCode::GenBuiltInCall(SlcProcCallExprNode* node)
     for (std::size_t i = 0; i < formals.size(); ++i)
         if (formals[i].isOutput)
             call.outputs.push_back(call.args[i]);
-    if (LooksAtLights(node->GetIdent()->GetName()))
+    const bool looksAtLights = LooksAtLights(node->GetIdent()->GetName());
+    if (looksAtLights)
         AddEvalLightForP();
 
     const bool isVoid = TypeOf(node)->IsVoidType();
@@ -72,6 +73,8 @@ void SlcGenInterCode::GenBuiltInCall(SlcProcCallExprNode* node)
         if (result.Null())
             result = GenPlainCall(call, ArgumentList::Fixed);
     }
+    if (looksAtLights)
+        NoteCallForP();
     if (!isVoid)
         Push(result);
     for (const SlcOperand& output : call.outputs)

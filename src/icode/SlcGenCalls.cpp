@@ -73,8 +73,10 @@ void SlcGenInterCode::FinishOutputArgument(const SlcOperand& argument)
 void SlcGenInterCode::ResetEvalLightIfPAssigned(const SlcOperand& lhs)
 {
     if (m_shaderType && (m_shaderType->IsSurface() || m_shaderType->IsVolume()) &&
-        lhs->GetName() == SlcGeneratedNames::k_P)
+        lhs->GetName() == SlcGeneratedNames::k_P) {
         AddICode(MakeShared<SlcResetEvalLightForPICode>());
+        m_lightLoop.movesP = true;
+    }
 }
 
 void SlcGenInterCode::GenUserCall(SlcProcCallExprNode* call)

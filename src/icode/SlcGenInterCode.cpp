@@ -99,7 +99,7 @@ SlcPtr<SlcListICode> SlcGenInterCode::GenCode(SlcSyntaxNode* tree, SlcShaderType
     AddICode(MakeShared<SlcBeginShaderICode>());
     tree->ApplyWalker(this);
     AddICode(MakeShared<SlcEndShaderICode>());
-    ResetEvalLightBehindOtherLoops();
+    InsertLightEvaluations();
     return m_list;
 }
 

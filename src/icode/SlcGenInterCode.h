@@ -71,6 +71,15 @@ private:
         bool isContinued;  // a `continue` of this loop has been met
     };
 
+    /// A loop over lights; none stands inside another. There is one set of lights: where a
+    /// function inside has run it for `P`, it must be run for the loop's points again.
+    struct LightLoop {
+        SlcOperand position;
+        const SlcICode* evaluation = nullptr;         // in front of the loop; null outside of one
+        bool movesP = false;                          // `P` is assigned inside
+        std::vector<const SlcICode*> callsForP = {};  // last instruction of each
+    };
+
     /// The test of a loop that is being lowered.
     struct LoopTest {
         SlcRelationNode* relation;
@@ -449,14 +458,18 @@ private:
     [[nodiscard]] Cone EvaluateCone(SlcExprNode* position, SlcExprNode* axis, SlcExprNode* angle);
     void GenLitBody(SlcLoopStmtNode* node, const SlcOperand& flag, const SlcOperand& uniformFlag);
     void GenConeLoop(SlcIlluminanceStmtNode* node, const Cone& cone, const SlcPtr<SlcICode>& begin);
-    /// Runs the light shaders for the points at `position`.
-    void GenEvalLightCode(const SlcOperand& position);
+    /// Runs the light shaders for the points at `position`, in front of a loop over them.
+    void EnterLightLoop(const SlcOperand& position);
+    /// Behind the loop and its `end`.
+    void LeaveLightLoop(const SlcLabel& end);
     void AddEvalLightForP();
+    /// Behind a function that looks at the lights for `P`.
+    void NoteCallForP();
     /// Lights evaluated for `P` are stale once it has been assigned.
     void ResetEvalLightIfPAssigned(const SlcOperand& lhs);
-    /// A loop over the lights at another point leaves those lights behind. In a shader that also
-    /// looks at the lights at `P` they must be evaluated anew.
-    void ResetEvalLightBehindOtherLoops();
+    /// Who leaves the lights of another point behind has those for `P` evaluated anew, in a shader
+    /// that looks at them; and around it, a loop's lights come back.
+    void InsertLightEvaluations();
 
     // Textures.
     void Case(SlcTextureExprNode* node) override;
@@ -528,5 +541,10 @@ private:
     std::size_t m_expansions = 0;     // functions expanded so far
     bool m_expansionRefused = false;  // the code has become too large
     bool m_evaluatesLightsForP = false;
-    std::unordered_set<const SlcLabelICode*> m_endsOfOtherLoops;  // over lights at another point
+    LightLoop m_lightLoop;  // being lowered
+    // By instruction: the lights left behind it are not those for `P`; points whose lights come
+    // back there, if any.
+    std::unordered_map<const SlcICode*, SlcOperand> m_otherLightsBehind;
+    // By evaluation in front of a loop: keeps its points.
+    std::unordered_map<const SlcICode*, SlcPtr<SlcICode>> m_copiesOfPoints;
 };

@@ -127,14 +127,13 @@ void SlcGenInterCode::Case(SlcIlluminanceStmtNode* node)
     if (cone.axis) {
         GenConeLoop(node, cone, begin);
     } else {
-        GenEvalLightCode(cone.position);
+        EnterLightLoop(cone.position);
         AddICode(begin);
         node->GetBody()->ApplyWalker(this);
     }
     AddICode(MakeShared<SlcEndIlluminanceICode>(start));
     AddICode(end);
-    if (!IsP(cone.position))
-        m_endsOfOtherLoops.insert(&*end);
+    LeaveLightLoop(end);
     m_noTempRelease = outerNoTempRelease;
     ReleaseTempVars();
 }
@@ -145,7 +144,7 @@ void SlcGenInterCode::GenConeLoop(SlcIlluminanceStmtNode* node, const Cone& cone
 {
     const SlcOperand flag = GenTempVar(SlcTypeNode::ABoolean(), SlcDetailNode::AVarying());
     const SlcOperand uniformFlag = GenTempVar(SlcTypeNode::ABoolean(), SlcDetailNode::AUniform());
-    GenEvalLightCode(cone.position);
+    EnterLightLoop(cone.position);
     ClearOutsideCondition(flag);
     AddICode(begin);
     const auto condition = GridForm();
@@ -163,23 +162,52 @@ void SlcGenInterCode::GenConeLoop(SlcIlluminanceStmtNode* node, const Cone& cone
     LeaveCondition();
 }
 
-void SlcGenInterCode::GenEvalLightCode(const SlcOperand& position)
+void SlcGenInterCode::EnterLightLoop(const SlcOperand& position)
 {
+    const SlcOperand points = IsP(position) ? position : Widened(position);
     if (IsP(position))
         AddEvalLightForP();
     else
-        AddICode(MakeShared<SlcEvalLightICode>(Widened(position)));
+        AddICode(MakeShared<SlcEvalLightICode>(points));
+    m_lightLoop = {points, &*m_list->m_icodes.back()};
 }
 
-void SlcGenInterCode::ResetEvalLightBehindOtherLoops()
+void SlcGenInterCode::LeaveLightLoop(const SlcLabel& end)
 {
-    if (m_endsOfOtherLoops.empty() || !m_evaluatesLightsForP)
+    const LightLoop loop = std::exchange(m_lightLoop, {});
+    const bool isForP = IsP(loop.position);
+    if (!isForP)
+        m_otherLightsBehind[&*end] = {};
+    if (loop.callsForP.empty() || (isForP && !loop.movesP))
+        return;
+    // The body may change the points.
+    const SlcOperand copy = MakeTempVar(SlcTypeNode::APoint(), SlcDetailNode::AVarying());
+    m_copiesOfPoints[loop.evaluation] = MakeShared<SlcAssignSIMDICode>(copy, loop.position);
+    for (const SlcICode* last : loop.callsForP)
+        m_otherLightsBehind[last] = copy;
+}
+
+void SlcGenInterCode::NoteCallForP()
+{
+    if (m_lightLoop.evaluation)
+        m_lightLoop.callsForP.push_back(&*m_list->m_icodes.back());
+}
+
+void SlcGenInterCode::InsertLightEvaluations()
+{
+    if (m_otherLightsBehind.empty())
         return;
     std::deque<SlcPtr<SlcICode>> codes;
     for (const auto& code : m_list->m_icodes) {
+        if (const auto copy = m_copiesOfPoints.find(&*code); copy != m_copiesOfPoints.end())
+            codes.push_back(copy->second);
         codes.push_back(code);
-        const auto* label = dynamic_cast<const SlcLabelICode*>(&*code);
-        if (label && m_endsOfOtherLoops.count(label) != 0)
+        const auto others = m_otherLightsBehind.find(&*code);
+        if (others == m_otherLightsBehind.end())
+            continue;
+        if (!others->second.Null())
+            codes.push_back(MakeShared<SlcEvalLightICode>(others->second));
+        if (m_evaluatesLightsForP)
             codes.push_back(MakeShared<SlcResetEvalLightForPICode>());
     }
     m_list->m_icodes.swap(codes);

@@ -207,14 +207,18 @@ void SlcDefUse::Case(SlcPtr<SlcConvertArrayDSOICode> code)
     Add(m_defs, code->m_source);
 }
 
+// In a loop over lights, the light at hand is then one for other points.
+
 void SlcDefUse::Case(SlcPtr<SlcEvalLightForPICode>)
 {
     UseHidden(k_P);
+    m_defs = m_lightVariables;
 }
 
 void SlcDefUse::Case(SlcPtr<SlcEvalLightICode> code)
 {
     SlcOperandWalker::Case(code);
+    m_defs = m_lightVariables;
 }
 
 void SlcDefUse::Case(SlcPtr<SlcResetEvalLightForPICode>) {}

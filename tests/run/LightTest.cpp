@@ -101,6 +101,23 @@ TEST(Light, ReachesSurfaces)
          2,
          {5, 5, 0, 5, 5, 0},
          1},
+        // Functions in a loop that look at the lights for P leave the loop its own, also if its
+        // point changes.
+        {"illuminance (point(0, 0, -1)) { r += comp(Cl, 0);"
+         " r += 10 * comp(diffuse(normal(0, 0, 1)), 0); r += 100 * comp(Cl, 0); }",
+         1,
+         {212, 212, 212, 212, 212, 212},
+         3},
+        {"point q = point(0, 0, -1); illuminance (q) { r += comp(Cl, 0); q = point 0;"
+         " r += 10 * comp(diffuse(normal(0, 0, 1)), 0); r += 100 * comp(Cl, 0); }",
+         1,
+         {212, 212, 212, 212, 212, 212},
+         3},
+        {"illuminance (P) { r += comp(Cl, 0); P += vector(0, 0, -1);"
+         " r += 10 * comp(diffuse(normal(0, 0, 1)), 0); r += 100 * comp(Cl, 0); }",
+         1,
+         {121, 121, 121, 121, 121, 121},
+         3},
     };
     for (const LightCase& c : cases) {
         const std::string source =

@@ -13,6 +13,8 @@ void SqxMachine::EvaluateLights(const std::vector<QxVector3>& positions)
         m_lightInputs.push_back({light.L.data(), light.Cl.data(), light.Ol.data()});
     m_support->EvaluateLights(m_litPositions.data(), static_cast<unsigned int>(points),
                               m_lightInputs.data(), static_cast<unsigned int>(m_lightCount));
+    if (!m_lightLoops.empty())
+        TakeLight(m_lightLoops.back().light);
 }
 
 QxLights SqxMachine::Lights() const
