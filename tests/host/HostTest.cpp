@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <dlfcn.h>
+#include <fstream>
 #include <memory>
+#include <sstream>
 
 #include "host/QxHost.h"
 #include "host/ShaderFolder.h"
@@ -174,6 +177,39 @@ TEST_F(Host, LeadsTheWholeLifeAgain)
         EXPECT_EQ(second.Get("sum").numbers, Numbers{16});
     }
     EXPECT_EQ(dlopen(path.c_str(), RTLD_LAZY | RTLD_NOLOAD), nullptr) << "it is unloaded";
+}
+
+// The program is built with sanitizers, and so are the shaders.
+TEST_F(Host, LeaksNothingInTwoLives)
+{
+    const std::string sanitized = "-O1 -fsanitize=address,undefined -fno-sanitize-recover=all";
+    const std::string surface = m_folder.Build("owner", R"(
+        surface owner(string name = "plain"; string names[2] = {"x", concat("y", "z")};
+                      varying string each = "e"; output string told = "";
+                      varying float late = noise(u); matrix frame = matrix "shader" 2;)
+        {
+            uniform string list[2] = {name, names[1]};
+            varying string parts[2] = {"", ""};
+            parts[1 - u] = concat(list[0], each);
+            if (u > 0.5) parts[0] = format("%f %s", late, parts[1]);
+            told = concat(list[0], "!", list[1]);
+            color sum = 0;
+            illuminance (E, N, PI / 2) { sum += Cl + diffuse(N); }
+            if (parts[0] != parts[1]) Ci = sum + ambient() + spline(u, 0, 1, 2, 3) + xcomp(Du(P));
+            Oi = comp(frame, 1, 1) + noise(transform("world", P)) + float texture("t", s, t);
+        })",
+                                               "-O2 --dso", sanitized);
+    const std::string light = m_folder.Build("lamp", R"(
+        light lamp(point from = point "shader" (0, 0, 0)) { illuminate (from) Cl = color(1, xcomp(Ps), 0); })",
+                                             "-O2 --dso", sanitized);
+    const auto output = m_folder.Path() / "output";
+    const int status = std::system(
+        (SLC_HOST_LIFE " '" + surface + "' '" + light + "' >'" + output.string() + "' 2>&1")
+            .c_str());
+    std::ostringstream text;
+    text << std::ifstream(output).rdbuf();
+    EXPECT_EQ(status, 0) << text.str();
+    EXPECT_NE(text.str().find("plain!yz other!b"), std::string::npos) << text.str();
 }
 
 TEST_F(Host, LooksSpacesUpByName)

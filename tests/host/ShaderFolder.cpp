@@ -30,12 +30,12 @@ ShaderFolder::~ShaderFolder()
 }
 
 std::string ShaderFolder::Build(const std::string& name, const std::string& source,
-                                const std::string& options) const
+                                const std::string& options,
+                                const std::string& compilerOptions) const
 {
     std::ofstream(m_path / (name + ".sl")) << source;
-    // What is tested is not the compiler's optimizer, which takes its time.
-    const std::string command = "cd '" + m_path.string() +
-                                "' && SLC_CC_OPTIONS=-O0 " SLC_PROGRAM " " + options + " " + name +
+    const std::string command = "cd '" + m_path.string() + "' && SLC_CC_OPTIONS='" +
+                                compilerOptions + "' " SLC_PROGRAM " " + options + " " + name +
                                 ".sl >messages 2>&1";
     if (std::system(command.c_str()) != 0)
         ADD_FAILURE() << Read(m_path / "messages") << source;

@@ -14,7 +14,8 @@ public:
     /// Builds the shader, whose name must be `name`, and gives the path of the shared object.
     /// Fails the test that is running if the compiler refuses it.
     [[nodiscard]] std::string Build(const std::string& name, const std::string& source,
-                                    const std::string& options = "-O2 --dso") const;
+                                    const std::string& options = "-O2 --dso",
+                                    const std::string& compilerOptions = "-O0") const;
     [[nodiscard]] const std::filesystem::path& Path() const { return m_path; }
 
 private:

@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdlib>
+#include <fstream>
+#include <functional>
 #include <sstream>
 
 #include "backends/SlcGenByteCode.h"
@@ -47,10 +50,20 @@ std::vector<std::string> OutputNames(const SqxShader& shader)
     return names;
 }
 
+/// SLC_KEEP_SOURCES names a folder that gets each source that tests run, for other ways to run it.
+void Keep(const std::string& source)
+{
+    if (const char* folder = std::getenv("SLC_KEEP_SOURCES"))
+        std::ofstream(std::string(folder) + '/' +
+                      std::to_string(std::hash<std::string>()(source)) + ".sl")
+            << source;
+}
+
 }  // namespace
 
 std::string ByteCodeOf(const std::string& source, int level)
 {
+    Keep(source);
     SlcOptionsControl options;
     SetOptimizationLevel(level, options);
     const CheckedShader checked(source, options);

@@ -4,7 +4,7 @@ surface arrays(float knots[4] = {0, 0.25, 0.5, 1}; varying color tints[2] = {col
 {
     uniform float flat[3] = {1, 2, 3};
     float deep[3] = {u, v, 1};
-    color colors[2];
+    color colors[2] = {0, 0};
     matrix frames[2];
     uniform float k;
     for (k = 0; k < 3; k += 1)

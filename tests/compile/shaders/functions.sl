@@ -17,13 +17,13 @@ surface functions(float a = 0.5; point p = point (1, 2, 3); color k = color (1, 
     x += mix(u, v, a) + mix(u, v, s) + spline(u, 0, 0, 1, 1, a) + spline("bezier", u, 0, 0, 1, 1, a);
     c += spline("b-spline", v, k, k, c, c);
     x += P . N + k . c;
-    x += length(I) + distance(P, p) + depth(P) + ptlined(p, q, P) + length(vector p) + pack(u, v, s, t);
+    x += length(I) + distance(P, p) + depth(P) + ptlined(p, q, P) + length(vector p);
     vector d = reflect(I, N) + refract(I, N, 1.5) + faceforward(N, I, N) + normalize(vector p) + (I ^ N) - -I;
     float kr, kt; vector r, t2; uniform float ur, ut;
     fresnel(I, N, 1.5, kr, kt); fresnel(I, N, 1.5, kr, kt, r, t2);
     x += Du(x) + Dv(u) + Deriv(x, v) + area(P) + kr + kt + Du(a) + filterstep(a, u) + filterstep(u, v, "width", s, "filter", "box") + filterstep(a, 0.2);
     d += Du(P) + Dv(q) + Deriv(P, u) + calculatenormal(P) + r + t2;
     c += Du(c) + Dv(Cs) + Deriv(c, u);
-    if (v > 0.5) { x += Du(u) + noise(u) + filterstep(a, v); d = normalize(d); c = mix(c, k, a); unpack(u, x, kr, kt, x); }
+    if (v > 0.5) { x += Du(u) + noise(u) + filterstep(a, v); d = normalize(d); c = mix(c, k, a); }
     Ci = c + x + color q + color d + (a * p + 2 * P / 3 - 1 / P == 0 ? 1 : 0);
 }

@@ -1,0 +1,160 @@
+// Shared objects compute what byte-code computes, at every optimization level.
+//
+// SLC_AGREE_CXX is the level of the C++ compiler, -O0 unless set; SLC_AGREE_RANDOM the number of
+// random shaders.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <sstream>
+
+#include "backends/SlcGenCCode.h"
+#include "driver/SlcCommandLine.h"
+#include "helpers/CheckedShader.h"
+#include "host/ShaderFolder.h"
+#include "host/SharedObjects.h"
+#include "host/SharedRun.h"
+#include "random/RandomShader.h"
+#include "support/reports/SlcSemanticError.h"
+
+namespace {
+
+using std::filesystem::path;
+
+struct Source {
+    std::string name;
+    std::string text;
+};
+
+std::string Setting(const char* name, const char* otherwise)
+{
+    const char* text = std::getenv(name);
+    return text ? text : otherwise;
+}
+
+std::string OutputOf(const std::string& command)
+{
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> pipe(popen(command.c_str(), "r"), pclose);
+    std::string text;
+    char buffer[4096];
+    while (const std::size_t count = std::fread(buffer, 1, sizeof buffer, pipe.get()))
+        text.append(buffer, count);
+    return text;
+}
+
+/// Byte-code has no number for `pack` and `unpack`, and it alone computes defaults that need
+/// shading data in lights and imagers, which these parameters have.
+bool IsComparable(const Source& source)
+{
+    for (const char* text : {"pack(", "float late = alpha", "float a = noise(xcomp(Ps))"})
+        if (source.text.find(text) != std::string::npos)
+            return false;
+    return true;
+}
+
+/// The shaders of a folder, preprocessed, in the order of their names.
+std::vector<Source> ShadersOf(const path& folder)
+{
+    std::vector<Source> sources;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        if (entry.path().extension() == ".sl")
+            sources.push_back(
+                {entry.path().filename(),
+                 OutputOf("cc -E -w -undef -nostdinc -x c '" + entry.path().string() + "'")});
+    std::erase_if(sources, [](const Source& source) { return !IsComparable(source); });
+    std::sort(sources.begin(), sources.end(),
+              [](const Source& a, const Source& b) { return a.name < b.name; });
+    return sources;
+}
+
+/// The generated C++ of a source.
+std::string CFileOf(const std::string& source, int level)
+{
+    SlcOptionsControl options;
+    SetOptimizationLevel(level, options);
+    const CheckedShader checked(source, options);
+    std::ostringstream text;
+    SlcInterForm form(options);
+    form.GenInterForm(checked.Root());
+    form.Optimize();
+    SlcGenCCode(form.m_errors, &options, text).GenCCode(form);
+    EXPECT_TRUE(form.m_errors->NoError()) << source;
+    return text.str();
+}
+
+class Agreement : public ::testing::Test {
+protected:
+    void ExpectAgreement(const std::vector<Source>& sources)
+    {
+        ASSERT_FALSE(sources.empty());
+        for (const Source& source : sources)
+            for (int level = 0; level <= 3; ++level)
+                Add(source, level);
+        ASSERT_EQ(m_objects.Build(), "");
+        for (const Pair& pair : m_pairs)
+            EXPECT_EQ(Difference(pair.byteCode, RunShared(pair.path, pair.byteCode)), "")
+                << pair.source << " at -O" << pair.level;
+    }
+
+    ShaderFolder m_folder;
+
+private:
+    struct Pair {
+        std::string source;
+        int level;
+        RunOutcome byteCode;
+        std::string path;  // of the shared object
+    };
+
+    void Add(const Source& source, int level)
+    {
+        const std::string byteCode = ByteCodeOf(source.text, level);
+        if (byteCode.empty())
+            return;
+        const RunOutcome outcome = RunByteCode(byteCode);
+        EXPECT_EQ(outcome.fault, "") << source.name << source.text;
+        m_pairs.push_back({source.name + '\n' + source.text, level, outcome,
+                           m_objects.Add(CFileOf(source.text, level))});
+    }
+
+    SharedObjects m_objects{m_folder.Path(), Setting("SLC_AGREE_CXX", "-O0")};
+    std::vector<Pair> m_pairs;
+};
+
+}  // namespace
+
+TEST_F(Agreement, OfExamples)
+{
+    ExpectAgreement(ShadersOf(SLC_EXAMPLES_FOLDER));
+}
+
+TEST_F(Agreement, OfCompiledShaders)
+{
+    ExpectAgreement(ShadersOf(SLC_COMPILE_SHADERS_FOLDER));
+}
+
+TEST_F(Agreement, OfWhatTestsRun)
+{
+    const path folder = m_folder.Path() / "sources";
+    std::filesystem::create_directory(folder);
+    ASSERT_EQ(
+        std::system(("SLC_KEEP_SOURCES='" + folder.string() +
+                     "' " SLC_TEST_RUN " --gtest_filter='Language.*:BuiltIns.*:Light.*' >/dev/null")
+                        .c_str()),
+        0);
+    ExpectAgreement(ShadersOf(folder));
+}
+
+TEST_F(Agreement, OfRandomShaders)
+{
+    std::vector<Source> sources;
+    const unsigned long count = std::stoul(Setting("SLC_AGREE_RANDOM", "24"));
+    for (unsigned int seed = 1; seed <= count; ++seed)
+        sources.push_back({"seed " + std::to_string(seed), RandomShader(seed).Make().Text()});
+    ExpectAgreement(sources);
+}

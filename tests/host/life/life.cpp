@@ -1,0 +1,43 @@
+// Leads the whole life of a shader twice, for the sanitizers to watch. The shader has values of
+// every kind, and the lights are shaders too.
+// usage: host_life SURFACE LIGHT
+
+#include <cstdio>
+
+#include "host/QxHost.h"
+
+namespace {
+
+void Lead(const char* surfacePath, const char* lightPath)
+{
+    QxHostScene scene;
+    const QxShaderObject surface(surfacePath, scene.Spaces());
+    const QxShaderObject light(lightPath, scene.Spaces());
+    QxShaderInstance lamp(light);
+    scene.AddLight(lamp);
+    QxShaderInstance first(surface);
+    QxShaderInstance second(surface);
+    second.Set("name", "other");
+    second.Set("names", std::vector<std::string>{"a", "b"});
+    for (const unsigned int columns : {4U, 4U, 1U}) {
+        QxHostGrid grid(columns, 3);
+        first.Run(grid, scene);
+        second.Run(grid, scene);
+        std::printf("%s %s\n", first.Get("told").texts.at(0).c_str(),
+                    second.Get("told").texts.at(0).c_str());
+    }
+}
+
+}  // namespace
+
+int main(int count, char** arguments)
+{
+    try {
+        for (int life = 0; life < 2; ++life)
+            Lead(arguments[1], arguments[count - 1]);
+    } catch (const QxHostError& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 1;
+    }
+    return 0;
+}
