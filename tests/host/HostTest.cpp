@@ -4,9 +4,7 @@
 
 #include <cstdlib>
 #include <dlfcn.h>
-#include <fstream>
 #include <memory>
-#include <sstream>
 
 #include "host/QxHost.h"
 #include "host/ShaderFolder.h"
@@ -202,14 +200,11 @@ TEST_F(Host, LeaksNothingInTwoLives)
     const std::string light = m_folder.Build("lamp", R"(
         light lamp(point from = point "shader" (0, 0, 0)) { illuminate (from) Cl = color(1, xcomp(Ps), 0); })",
                                              "-O2 --dso", sanitized);
-    const auto output = m_folder.Path() / "output";
-    const int status = std::system(
-        (SLC_HOST_LIFE " '" + surface + "' '" + light + "' >'" + output.string() + "' 2>&1")
-            .c_str());
-    std::ostringstream text;
-    text << std::ifstream(output).rdbuf();
-    EXPECT_EQ(status, 0) << text.str();
-    EXPECT_NE(text.str().find("plain!yz other!b"), std::string::npos) << text.str();
+    const int status =
+        std::system((SLC_HOST_LIFE " '" + surface + "' '" + light + "' >output 2>&1").c_str());
+    const std::string text = ShaderFolder::Read("output");
+    EXPECT_EQ(status, 0) << text;
+    EXPECT_NE(text.find("plain!yz other!b"), std::string::npos) << text;
 }
 
 TEST_F(Host, LooksSpacesUpByName)

@@ -3,14 +3,11 @@
 #include <filesystem>
 #include <string>
 
-/// A temporary folder of built shaders.
-class ShaderFolder {
-public:
-    ShaderFolder();
-    ~ShaderFolder();
-    ShaderFolder(const ShaderFolder&) = delete;
-    ShaderFolder& operator=(const ShaderFolder&) = delete;
+#include "helpers/TemporaryFolder.h"
 
+/// A temporary folder of built shaders.
+class ShaderFolder : public TemporaryFolder {
+public:
     /// Builds the shader, whose name must be `name`, and gives the path of the shared object.
     /// Fails the test that is running if the compiler refuses it.
     [[nodiscard]] std::string Build(const std::string& name, const std::string& source,
@@ -19,5 +16,5 @@ public:
     [[nodiscard]] const std::filesystem::path& Path() const { return m_path; }
 
 private:
-    std::filesystem::path m_path;
+    std::filesystem::path m_path = std::filesystem::current_path();
 };
