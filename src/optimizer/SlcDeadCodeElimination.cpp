@@ -58,12 +58,8 @@ bool SlcDeadCodeElimination::EliminateCode(SlcListICode& list, const SlcControlF
 {
     ComputedResult computed;
     SlcLiveTest live(analysis);
-    const auto isDead = [&](const SlcPtr<SlcICode>& code) {
-        const SlcOperand result = computed.Of(code);
-        if (result.Null())
-            return false;
-        return computed.AssignsItself() ||
-               (IsWholeVariable(result) && !live.IsLive(SlcVariableNumbers::Of(result)));
+    const auto nobodyReads = [&](const SlcOperand& result) {
+        return IsWholeVariable(result) && !live.IsLive(SlcVariableNumbers::Of(result));
     };
 
     std::deque<SlcPtr<SlcICode>> kept;
@@ -73,9 +69,13 @@ bool SlcDeadCodeElimination::EliminateCode(SlcListICode& list, const SlcControlF
         const auto& codes = block->GetListICode();
         const std::size_t keptBefore = kept.size();
         for (auto code = codes.rbegin(); code != codes.rend(); ++code) {
-            if (isDead(*code))
+            const SlcOperand result = computed.Of(*code);
+            if (result && nobodyReads(result))
                 continue;
+            // What is assigned to itself is alive in front as it is behind.
             live.StepOver(*code);
+            if (result && computed.AssignsItself())
+                continue;
             kept.push_front(*code);
         }
         if (kept.size() - keptBefore != codes.size())

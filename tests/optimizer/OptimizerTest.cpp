@@ -107,6 +107,7 @@ TEST(SlcDeadCodeElimination, RemovesWhatNobodyReads)
         {"begin; x = 1; S:; y = x; x = 2; goto S if g; end", "begin; S:; x = 2; goto S if g; end"},
         {"begin; Ci = 1; Ci = 2; end", "begin; Ci = 2; end"},
         {"begin; Ci = Ci; end", "begin; end"},
+        {"begin; x = p; L:; x = x; M:; Ci = x; end", "begin; x = p; L:; M:; Ci = x; end"},
         {"begin; p = 1; end", "begin; p = 1; end"},  // a parameter is seen from outside
         {"begin; x = call random; end", "begin; x = call random; end"},
         {"begin; r = ref a u; r = 1; end", "begin; r = ref a u; r = 1; end"},
