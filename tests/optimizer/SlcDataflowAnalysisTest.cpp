@@ -7,6 +7,8 @@
 #include <sstream>
 
 #include "CodeText.h"
+#include "icode/SlcICodes.h"
+#include "optimizer/SlcDeadCodeElimination.h"
 #include "optimizer/SlcReduceNumberTmps.h"
 
 namespace {
@@ -41,7 +43,9 @@ private:
     std::string Variable() { return "x" + std::to_string(Below(90)); }
     std::string Line()
     {
-        const std::string assignment = Variable() + " = " + Variable() + " + " + Variable();
+        const std::string target = Variable();
+        const std::string assignment =
+            target + " = " + (Below(8) == 0 ? target : Variable() + " + " + Variable());
         if (Below(3) != 0)
             return assignment;
         const std::string label = "G" + std::to_string(m_guards++);
@@ -75,6 +79,40 @@ Sets LiveIn(const SlcControlFlowGraph& graph, SlcDefUse& defUse)
         }
     }
     return live;
+}
+
+/// What is left when whatever the sets tell to be dead has gone, until nothing is.
+std::string WithoutDeadCode(SlcListICode& list)
+{
+    for (bool changed = true; changed;) {
+        const SlcVariableNumbers variables(list);
+        SlcDefUse defUse(variables);
+        const SlcControlFlowGraph graph(list);
+        const Sets liveIn = LiveIn(graph, defUse);
+        std::deque<SlcPtr<SlcICode>> kept;
+        for (const auto& block : graph.Blocks()) {
+            std::set<int> live;
+            for (const int next : block.GetNextBlocks())
+                live.insert(liveIn[next].begin(), liveIn[next].end());
+            std::deque<SlcPtr<SlcICode>> inBlock;
+            const auto& codes = block.GetListICode();
+            for (auto code = codes.rbegin(); code != codes.rend(); ++code) {
+                const auto* copy = dynamic_cast<const SlcAssignICode*>(&**code);
+                const bool computes = copy || dynamic_cast<const SlcAddICode*>(&**code);
+                defUse.Compute(*code);
+                if (!computes || (live.count(defUse.Defs().front()) != 0 &&
+                                  !(copy && copy->m_dest == copy->m_source)))
+                    inBlock.push_front(*code);
+                for (const int defined : defUse.Defs())
+                    live.erase(defined);
+                live.insert(defUse.Uses().begin(), defUse.Uses().end());
+            }
+            kept.insert(kept.end(), inBlock.begin(), inBlock.end());
+        }
+        changed = kept.size() != list.m_icodes.size();
+        list.m_icodes.swap(kept);
+    }
+    return CodeText::Print(list);
 }
 
 /// Two variables of the dump that interfere and yet share one; empty if there are none.
@@ -145,5 +183,23 @@ TEST(SlcReduceNumberTmps, SharesNothingThatInterferes)
         std::ostringstream dump;
         SlcReduceNumberTmps().Reduce(*list, graph, analysis, &dump);
         ASSERT_EQ(WronglyShared(dump.str()), "") << "seed " << seed << "\n" << text;
+    }
+}
+
+TEST(SlcDeadCodeElimination, RemovesAllThatIsDead)
+{
+    for (unsigned int seed = 1; seed <= 300; ++seed) {
+        const std::string text = RandomList(seed, true).Make();
+        const auto list = CodeText().List(text);
+        for (bool changed = true; changed;) {
+            const SlcVariableNumbers variables(*list);
+            SlcDefUse defUse(variables);
+            const SlcControlFlowGraph graph(*list);
+            SlcDataflowAnalysis analysis(graph, variables, defUse);
+            changed = SlcDeadCodeElimination().EliminateCode(*list, graph, analysis);
+        }
+        ASSERT_EQ(CodeText::Print(*list), WithoutDeadCode(*CodeText().List(text)))
+            << "seed " << seed << "\n"
+            << text;
     }
 }
