@@ -145,8 +145,9 @@ void QxHostGrid::FillSquare()
     Set("du", du);
     Set("dv", dv);
     for (std::size_t i = 0; i < Size(); ++i) {
-        const float u = static_cast<float>(i % m_layout.columns) * du;
-        const float v = static_cast<float>(i / m_layout.columns) * dv;
+        const std::size_t row = i / m_layout.columns;
+        const float u = static_cast<float>(i - row * m_layout.columns) * du;
+        const float v = static_cast<float>(row) * dv;
         Values<float>("u")[i] = Values<float>("s")[i] = u;
         Values<float>("v")[i] = Values<float>("t")[i] = v;
         const QxVector3 place = {u - 0.5F, 0.5F - v, 1};
