@@ -27,7 +27,7 @@ bool IsAccepted(const std::string& source)
 RunOutcome RunAt(const std::string& source, int level)
 {
     SqxMachine machine;
-    machine.SetStepLimit(200000);
+    machine.SetStepLimit(2000000);
     return RunShader(machine, ByteCodeOf(source, level));
 }
 
