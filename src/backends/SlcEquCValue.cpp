@@ -52,6 +52,8 @@ std::string SlcEquCValue::Quote(const std::string& text)
             text[i] == '\\' && i + 1 < text.size() && !std::strchr(knownEscapes, text[i + 1]);
         if (text[i] == '\\' && !unknown)
             quoted += text[i++];
+        else if (text[i] == '?' && !quoted.empty() && quoted.back() == '?')
+            quoted += '\\';
         if (!unknown)
             quoted += text[i];
     }
