@@ -6,6 +6,17 @@
 #include "backends/SlcGeneratedText.h"
 #include "backends/SlcLocalFacts.h"
 
+namespace {
+
+/// An octal escape that asks for a ninth bit.
+bool IsWideOctal(const std::string& text, std::size_t i)
+{
+    const auto isOctal = [&](std::size_t k) { return text[k] >= '0' && text[k] <= '7'; };
+    return i + 2 < text.size() && text[i] >= '4' && isOctal(i) && isOctal(i + 1) && isOctal(i + 2);
+}
+
+}  // namespace
+
 std::string SlcEquCValue::GetString(const SlcOperand& operand)
 {
     m_form = Form::Point;
@@ -50,10 +61,15 @@ std::string SlcEquCValue::Quote(const std::string& text)
     for (std::size_t i = 0; i < text.size(); ++i) {
         const bool unknown =
             text[i] == '\\' && i + 1 < text.size() && !std::strchr(knownEscapes, text[i + 1]);
-        if (text[i] == '\\' && !unknown)
+        if (text[i] == '\\' && !unknown) {
             quoted += text[i++];
-        else if (text[i] == '?' && !quoted.empty() && quoted.back() == '?')
+            if (IsWideOctal(text, i)) {
+                quoted += static_cast<char>(text[i] - 4);
+                continue;
+            }
+        } else if (text[i] == '?' && !quoted.empty() && quoted.back() == '?') {
             quoted += '\\';
+        }
         if (!unknown)
             quoted += text[i];
     }

@@ -32,7 +32,7 @@ public:
 
     /// A string constant as C++ reads it; `text` with its quotes. An escape that C++ does not know
     /// is printed as the character that it stands for, and no two "?" meet, since old dialects
-    /// take them and what follows for one character.
+    /// take them and what follows for one character. A character has eight bits.
     [[nodiscard]] static std::string Quote(const std::string& text);
     /// Any text as a string literal of C++, or of byte-code.
     [[nodiscard]] static std::string Literal(const std::string& text);
