@@ -24,22 +24,25 @@ bool IsAccepted(const std::string& source)
     return CheckedShader(source, options).IsAccepted();
 }
 
-RunOutcome RunAt(const std::string& source, int level)
+RunOutcome RunByteCode(const std::string& byteCode)
 {
     SqxMachine machine;
     machine.SetStepLimit(2000000);
-    return RunShader(machine, ByteCodeOf(source, level));
+    return RunShader(machine, byteCode);
 }
 
 /// Where a level computes otherwise than the plain one; empty if none does.
 std::string Disagreement(const RandomProgram& program)
 {
     const std::string source = program.Text();
-    const RunOutcome plain = RunAt(source, 0);
+    const std::string plainCode = ByteCodeOf(source, 0);
+    if (plainCode.empty())
+        return {};  // too large for byte-code
+    const RunOutcome plain = RunByteCode(plainCode);
     if (!plain.fault.empty())
         return "-O0 ends with '" + plain.fault + "'";
     for (int level = 1; level <= 3; ++level) {
-        const std::string difference = Difference(plain, RunAt(source, level));
+        const std::string difference = Difference(plain, RunByteCode(ByteCodeOf(source, level)));
         if (!difference.empty())
             return "-O0 and -O" + std::to_string(level) + ": " + difference;
     }

@@ -6,7 +6,7 @@
 #include "machine/SqxMachine.h"
 
 /// The byte-code file of a source at an optimization level. A source that is refused fails the
-/// test that is running, and gives an empty text.
+/// test that is running, and gives an empty text; one too large for byte-code just gives that.
 [[nodiscard]] std::string ByteCodeOf(const std::string& source, int level);
 
 /// What a shader leaves behind: the numbers of each variable that it may write, point after point.
