@@ -13,31 +13,38 @@ unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS SLC_CC_INCLUDE CPATH
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cd "$scratch" || exit 1
-mkdir compiled
 # The program puts a file of its own beside each source.
 cp -r "$top/examples" "$top/tests/compile/shaders" .
-failures=0
+export top bin compiler levels="$*"
 
 # Texts that differ only in a level often do not differ at all; each is compiled once.
 compile() {
     local sum
     sum=$(sha256sum <"$1")
-    [ ! -e "compiled/${sum%% *}" ] || return 0
+    [ ! -e "${sum%% *}" ] || return 0
     "$compiler" -O2 -fno-math-errno -Wall -Werror -fPIC -shared -I"$top/runtime" -o shader.so "$1" \
-        && : >"compiled/${sum%% *}"
+        && : >"${sum%% *}"
 }
 
-for source in examples/*.sl examples/*/*.sl shaders/*.sl; do
-    for level in "$@"; do
+# One source at all levels, in a folder of its own, since the program writes into the current one.
+check() {
+    local source=$PWD/$1 level failures=0
+    mkdir -p "work/$1" && cd "work/$1" || return 1
+    for level in $levels; do
         rm -f ./*.cpp
         if ! "$bin/shaderqx" --dso -c -w0 "-O$level" "-I$bin/../shadeops" "$source" >messages 2>&1; then
             cat messages
             echo "$source: not translated at -O$level"
-            failures=$((failures + 1))
+            failures=1
         elif ! compile ./*.cpp; then
             echo "$source: not compiled at -O$level"
-            failures=$((failures + 1))
+            failures=1
         fi
     done
-done
-[ "$failures" = 0 ]
+    return "$failures"
+}
+export -f compile check
+
+# xargs fails if any check does.
+printf '%s\0' examples/*.sl examples/*/*.sl shaders/*.sl \
+    | xargs -0 -n 1 -P "$(nproc)" bash -c 'check "$1"' check
