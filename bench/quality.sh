@@ -15,7 +15,7 @@ for shader in "$@"; do
     # A copy, since what is written beside the source is no other run's then.
     cp "$shader" "$scratch/shader.sl"
     for level in 0 1 2 3; do
-        "$bin/shaderqx" -O$level -d "$scratch" "$scratch/shader.sl" >"$scratch/messages" 2>&1 ||
+        "$bin/shaderqx" -O$level "-I$(dirname "$shader")" -d "$scratch" "$scratch/shader.sl" >"$scratch/messages" 2>&1 ||
             { cat "$scratch/messages" >&2; exit 1; }
         "$bin/sqxdump" "$scratch"/*.sqx
         rm "$scratch"/*.sqx
