@@ -8,13 +8,13 @@ install_missing
 build_preset release
 
 # Compiles one example; its messages are shown only if it fails. A comment in its first line tells
-# the options that it needs, if any.
+# the options that it needs, if any. The program leaves generated C++ in the working directory.
 compile_example() {
     local messages options
     options=$(sed -n '1s|^// options: ||p' "$1")
     # shellcheck disable=SC2086  # the words are options of their own
-    if ! messages=$(build/release/bin/shaderqx -d build/examples -Ibuild/release/shadeops \
-                     $options "$1" 2>&1); then
+    if ! messages=$(cd build/examples && ../release/bin/shaderqx -I../release/shadeops \
+                     $options "../../$1" 2>&1); then
         echo "$messages" >&2
         echo "$1: not compiled" >&2
         return 1
