@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "driver/SlcDefaultCommands.h"
-#include "helpers/TemporaryFolder.h"
 #include "frontend/SlcParseCode.h"
+#include "helpers/TemporaryFolder.h"
 
 namespace {
 

@@ -157,12 +157,9 @@ TEST(SlcFuncDSOSymbolEntry, EncodesFileNamesForC)
         const char* result;
     };
     static const Case cases[] = {
-        {"noise.so", "noise_so"},
-        {"my-ops_2.so.1", "my_2d_ops_5f_2_2e_so_1"},
-        {"\xc3\xa4.so", "_c3__a4__so"},
-        {"ops.so~", "ops_so_7e_"},
-        {"ops.so_1", "ops_so_1"},
-        {"ops", "ops"},
+        {"noise.so", "noise_so"},       {"my-ops_2.so.1", "my_2d_ops_5f_2_2e_so_1"},
+        {"\xc3\xa4.so", "_c3__a4__so"}, {"ops.so~", "ops_so_7e_"},
+        {"ops.so_1", "ops_so_1"},       {"ops", "ops"},
     };
     for (const Case& c : cases)
         EXPECT_EQ(SlcFuncDSOSymbolEntry::FileNameAsCId(c.name), c.result) << c.name;
