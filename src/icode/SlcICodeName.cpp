@@ -10,7 +10,10 @@ public:
 
 private:
 #define SLC_ICODE_CLASS(name, base)                                                                \
-    void Case(SlcPtr<name>) override { m_name = #name; }
+    void Case(SlcPtr<name>) override                                                               \
+    {                                                                                              \
+        m_name = #name;                                                                            \
+    }
 #include "icode/SlcICodeClasses.def"
 #undef SLC_ICODE_CLASS
     void Case(SlcPtr<SlcICode>) override {}
