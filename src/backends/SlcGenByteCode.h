@@ -55,7 +55,7 @@ private:
     // The code block being built.
     void ResetCode();
     void AddInstr(const std::string& name);
-    void AddInstr(SlcByteCodeMark mark) { m_code.push_back(static_cast<std::int16_t>(mark)); }
+    void AddInstr(SqxMark mark) { m_code.push_back(static_cast<std::int16_t>(mark)); }
     /// A literal. `what` names it in the report if it does not fit.
     void AddConst(int value, std::string_view what);
     void AddVar(const SlcOperand& operand);

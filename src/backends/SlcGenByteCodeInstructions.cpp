@@ -151,50 +151,50 @@ void SlcGenByteCode::Case(SlcPtr<SlcLabelICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcGotoICode> code)
 {
-    AddInstr(SlcByteCodeMark::Goto);
+    AddInstr(SqxMark::Goto);
     AddGotoLabel(code->m_label);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcIfTrueGotoICode> code)
 {
-    AddInstr(SlcByteCodeMark::IfTrueGoto);
+    AddInstr(SqxMark::IfTrueGoto);
     AddVar(code->m_flag);
     AddGotoLabel(code->m_label);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcIfFalseGotoICode> code)
 {
-    AddInstr(SlcByteCodeMark::IfFalseGoto);
+    AddInstr(SqxMark::IfFalseGoto);
     AddVar(code->m_flag);
     AddGotoLabel(code->m_label);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcBeginParallelICode> code)
 {
-    AddInstr(SlcByteCodeMark::BeginParallel);
+    AddInstr(SqxMark::BeginParallel);
     AddLabelRef(code->m_label);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcEndParallelICode>)
 {
-    AddInstr(SlcByteCodeMark::EndParallel);
+    AddInstr(SqxMark::EndParallel);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcIfTrueICode> code)
 {
-    AddInstr(SlcByteCodeMark::IfTrue);
+    AddInstr(SqxMark::IfTrue);
     AddVar(code->m_flag);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcIfFalseICode> code)
 {
-    AddInstr(SlcByteCodeMark::IfFalse);
+    AddInstr(SqxMark::IfFalse);
     AddVar(code->m_flag);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcEndIfICode> code)
 {
-    AddInstr(SlcByteCodeMark::EndIf);
+    AddInstr(SqxMark::EndIf);
     AddLabelRef(code->m_label);
 }
 
@@ -211,7 +211,7 @@ void SlcGenByteCode::Case(SlcPtr<SlcContinueICode> code)
 void SlcGenByteCode::ClearFlags(const std::deque<SlcOperand>& flags)
 {
     for (const SlcOperand& flag : flags) {
-        AddInstr(SlcByteCodeMark::SetBool);
+        AddInstr(SqxMark::SetBool);
         AddVar(flag);
     }
 }
@@ -247,7 +247,7 @@ void SlcGenByteCode::Case(SlcPtr<SlcCheckValidArrayIndexICode> code)
 {
     // A line number only serves a message, so that a large one is no reason to refuse the shader.
     constexpr int highestLine = std::numeric_limits<std::int16_t>::max();
-    AddInstr(SlcByteCodeMark::CheckValidArrayIndex);
+    AddInstr(SqxMark::CheckValidArrayIndex);
     AddVar(code->m_arrayName);
     AddVar(code->m_index);
     AddConst(code->m_size, "Array size");
@@ -257,7 +257,7 @@ void SlcGenByteCode::Case(SlcPtr<SlcCheckValidArrayIndexICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcArrayRefICode> code)
 {
-    AddInstr(SlcByteCodeMark::ArrayRef);
+    AddInstr(SqxMark::ArrayRef);
     AddVar(code->m_result);
     AddVar(code->m_array);
     AddVar(code->m_index);
@@ -280,7 +280,7 @@ void SlcGenByteCode::Case(SlcPtr<SlcCallICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcCallDSOICode> code)
 {
-    AddInstr(SlcByteCodeMark::CallDSO);
+    AddInstr(SqxMark::CallDSO);
     AddConst(m_dsoFuncs.at(code->m_funcKey + '_' + code->m_methodName), "Shadeop number");
     AddConst(static_cast<int>(code->m_args.size()), "Number of arguments");
     AddVarIfSet(code->m_result);
@@ -289,8 +289,7 @@ void SlcGenByteCode::Case(SlcPtr<SlcCallDSOICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcConvertArrayDSOICode> code)
 {
-    AddInstr(code->m_toDSO ? SlcByteCodeMark::ConvertArrayDSOTo
-                           : SlcByteCodeMark::ConvertArrayDSOFrom);
+    AddInstr(code->m_toDSO ? SqxMark::ConvertArrayDSOTo : SqxMark::ConvertArrayDSOFrom);
     AddVar(code->m_dest);
     AddVar(code->m_source);
 }
@@ -375,14 +374,14 @@ void SlcGenByteCode::Case(SlcPtr<SlcCheckIlluminanceICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcBeginIlluminanceICode> code)
 {
-    AddInstr(SlcByteCodeMark::BeginIlluminance);
+    AddInstr(SqxMark::BeginIlluminance);
     AddGotoLabel(code->m_endLabel);
     AddLabelRef(code->m_startLabel);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcEndIlluminanceICode> code)
 {
-    AddInstr(SlcByteCodeMark::EndIlluminance);
+    AddInstr(SqxMark::EndIlluminance);
     AddGotoLabel(code->m_startLabel);
 }
 
@@ -394,12 +393,12 @@ void SlcGenByteCode::Case(SlcPtr<SlcEvalLightICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcEvalLightForPICode>)
 {
-    AddInstr(SlcByteCodeMark::EvalLightsForP);
+    AddInstr(SqxMark::EvalLightsForP);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcResetEvalLightForPICode>)
 {
-    AddInstr(SlcByteCodeMark::ResetEvalLightsForP);
+    AddInstr(SqxMark::ResetEvalLightsForP);
 }
 
 // Textures

@@ -1,7 +1,11 @@
 #include "symbols/SlcHiddenVariables.h"
 
+#include <algorithm>
+#include <array>
+#include <iterator>
 #include <string>
 
+#include "sqx/SqxPredefined.h"
 #include "support/SlcDiagnostics.h"
 
 namespace {
@@ -10,35 +14,33 @@ using VarInfo = SlcHiddenVariables::VarInfo;
 using T = SlcTypeNode;
 using D = SlcDetailNode;
 
-// clang-format off
-//   name      type         detail        accessor
-constexpr VarInfo k_hiddens[] = {
-    {"Cs",     T::AColor,   D::AVarying,  "i_hiddens.GetCs()"},
-    {"Os",     T::AColor,   D::AVarying,  "i_hiddens.GetOs()"},
-    {"P",      T::APoint,   D::AVarying,  "i_hiddens.GetP()"},
-    {"dPdu",   T::AVector,  D::AVarying,  "i_hiddens.GetDPdu()"},
-    {"dPdv",   T::AVector,  D::AVarying,  "i_hiddens.GetDPdv()"},
-    {"N",      T::ANormal,  D::AVarying,  "i_hiddens.GetN()"},
-    {"Ng",     T::ANormal,  D::AVarying,  "i_hiddens.GetNg()"},
-    {"u",      T::AFloat,   D::AVarying,  "i_hiddens.GetU()"},
-    {"v",      T::AFloat,   D::AVarying,  "i_hiddens.GetV()"},
-    {"du",     T::AFloat,   D::AVarying,  "i_hiddens.GetDu()"},
-    {"dv",     T::AFloat,   D::AVarying,  "i_hiddens.GetDv()"},
-    {"s",      T::AFloat,   D::AVarying,  "i_hiddens.GetS()"},
-    {"t",      T::AFloat,   D::AVarying,  "i_hiddens.GetT()"},
-    {"L",      T::AVector,  D::AVarying,  "i_hiddens.GetL()"},
-    {"Cl",     T::AColor,   D::AVarying,  "i_hiddens.GetCl()"},
-    {"Ol",     T::AColor,   D::AVarying,  "i_hiddens.GetOl()"},
-    {"E",      T::APoint,   D::AUniform,  "(QxVector3*)i_context.Eye()"},
-    {"I",      T::AVector,  D::AVarying,  "i_hiddens.GetI()"},
-    {"ncomps", T::AFloat,   D::AUniform,  "i_hiddens.GetNcomps()"},
-    {"time",   T::AFloat,   D::AUniform,  "i_hiddens.GetTime()"},
-    {"Ci",     T::AColor,   D::AVarying,  "i_hiddens.GetCi()"},
-    {"Oi",     T::AColor,   D::AVarying,  "i_hiddens.GetOi()"},
-    {"Ps",     T::APoint,   D::AVarying,  "i_hiddens.GetPs()"},
-    {"alpha",  T::AFloat,   D::AVarying,  "i_hiddens.GetAlpha()"},
+struct TypeNode {
+    SqxType type;
+    SlcTypeNode* (*node)();
 };
 
+constexpr TypeNode k_typeNodes[] = {
+    {SqxType::Float, T::AFloat},   {SqxType::Color, T::AColor},   {SqxType::Point, T::APoint},
+    {SqxType::Vector, T::AVector}, {SqxType::Normal, T::ANormal},
+};
+
+constexpr VarInfo MakeInfo(const SqxPredefined& row)
+{
+    for (const TypeNode& candidate : k_typeNodes)
+        if (candidate.type == row.type)
+            return {row.name, candidate.node, row.uniform ? D::AUniform : D::AVarying,
+                    row.accessor};
+    throw row.type;  // none of the types that predefined variables have
+}
+
+constexpr auto k_hiddens = [] {
+    std::array<VarInfo, std::size(k_sqxPredefined)> infos{};
+    std::transform(std::begin(k_sqxPredefined), std::end(k_sqxPredefined), infos.begin(), MakeInfo);
+    return infos;
+}();
+
+// clang-format off
+//   name      type         detail        accessor
 constexpr VarInfo k_illuminance[] = {
     {"L",      T::AVector,  D::AVarying,  "(i_lights[lightCnt].L)"},
     {"Cl",     T::AColor,   D::AVarying,  "(i_lights[lightCnt].Cl)"},

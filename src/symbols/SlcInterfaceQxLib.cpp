@@ -2,23 +2,24 @@
 
 #include <iostream>
 
+#include "sqx/SqxType.h"
 #include "support/SlcDiagnostics.h"
 
 namespace {
 
 struct TypeCode {
     bool (SlcTypeNode::*test)() const;
-    int code;
+    SqxType code;
 };
 
 // In the order of the tests: vector and normal stand before point, which they are too. The types
 // that stand for several of the point family therefore count as vectors.
 constexpr TypeCode k_typeCodes[] = {
-    {&SlcTypeNode::IsFloatType, 1},  {&SlcTypeNode::IsStringType, 4},
-    {&SlcTypeNode::IsVectorType, 8}, {&SlcTypeNode::IsNormalType, 9},
-    {&SlcTypeNode::IsPointType, 2},  {&SlcTypeNode::IsColorType, 3},
-    {&SlcTypeNode::IsMatrixType, 7}, {&SlcTypeNode::IsIntType, 5},
-    {&SlcTypeNode::IsBoolType, 10},
+    {&SlcTypeNode::IsFloatType, SqxType::Float},   {&SlcTypeNode::IsStringType, SqxType::String},
+    {&SlcTypeNode::IsVectorType, SqxType::Vector}, {&SlcTypeNode::IsNormalType, SqxType::Normal},
+    {&SlcTypeNode::IsPointType, SqxType::Point},   {&SlcTypeNode::IsColorType, SqxType::Color},
+    {&SlcTypeNode::IsMatrixType, SqxType::Matrix}, {&SlcTypeNode::IsIntType, SqxType::Int},
+    {&SlcTypeNode::IsBoolType, SqxType::Bool},
 };
 
 struct DeclaredTypeWord {
@@ -47,7 +48,7 @@ int SlcInterfaceQxLib::SlcTypeNodeToQxType(const SlcTypeNode* type)
 {
     for (const TypeCode& row : k_typeCodes)
         if ((type->*row.test)())
-            return row.code;
+            return static_cast<int>(row.code);
     std::cerr << type->ToString() << '\n';
     return 0;
 }

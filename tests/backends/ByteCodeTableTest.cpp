@@ -6,9 +6,9 @@
 #include <set>
 
 #include "backends/SlcByteCode.h"
-#include "backends/SlcByteCodeLayout.h"
 #include "backends/SlcEquCBinOpName.h"
 #include "icode/SlcICodes.h"
+#include "sqx/SqxLayout.h"
 #include "symbols/SlcFuncDescription.h"
 #include "symbols/SlcFuncTail.h"
 
@@ -24,8 +24,8 @@ SlcOperand Variable(T* type)
 
 std::string LayoutOf(const std::string& name)
 {
-    const SlcByteCodeLayout* layout = SlcByteCodeLayout::Find(SlcByteCode().GetInstrNb(name));
-    return layout ? layout->operands : "none";
+    const SqxLayout* layout = SqxLayout::Find(SlcByteCode().GetInstrNb(name));
+    return layout ? std::string(layout->operands) : "none";
 }
 
 /// The library's rows, plain and with tails, and whether each has its arguments in a list whose
@@ -110,18 +110,18 @@ TEST(SlcByteCode, KeepsTheNumbersOfTheContract)
     const SlcByteCode table;
     for (const NumberCase& c : cases)
         EXPECT_EQ(table.GetInstrNb(c.name), c.number) << c.name;
-    EXPECT_EQ(SlcByteCode::GetName(432), "GOTO");
-    EXPECT_EQ(SlcByteCode::GetName(461), "CONVERT_ARRAY_DSO_FROM");
+    EXPECT_EQ(SqxNumberName(432), "GOTO");
+    EXPECT_EQ(SqxNumberName(461), "CONVERT_ARRAY_DSO_FROM");
     for (const int unassigned : {-1, 0, 211, 347, 348, 453, 522})
-        EXPECT_EQ(SlcByteCode::GetName(unassigned), "") << unassigned;
+        EXPECT_EQ(SqxNumberName(unassigned), "") << unassigned;
 }
 
 TEST(SlcByteCode, GivesEachNameOnce)
 {
     std::set<std::string> names;
     std::set<int> numbers;
-    for (const SlcByteCode::Row* table : {SlcByteCode::sm_theByteCodes, SlcByteCode::sm_marks})
-        for (const SlcByteCode::Row* row = table; row->name; ++row) {
+    for (const SqxNumberRow* table : {SlcByteCode::sm_theByteCodes, k_sqxMarks})
+        for (const SqxNumberRow* row = table; row->name; ++row) {
             EXPECT_TRUE(names.insert(row->name).second) << row->name;
             EXPECT_TRUE(numbers.insert(row->number).second) << row->name;
         }
@@ -135,7 +135,7 @@ TEST(SlcByteCodeDeathTest, EndsAtAnUnknownName)
                 "Function unknown \\(in SlcByteCode::GetInstrNb\\) SUB_COLOR_MATRIX");
 }
 
-TEST(SlcByteCodeLayout, HoldsTheArgumentsOfEveryBuiltIn)
+TEST(SqxLayout, HoldsTheArgumentsOfEveryBuiltIn)
 {
     for (const LibraryRow& row : LibraryRows()) {
         const auto& info = row.info;
@@ -155,7 +155,7 @@ TEST(SlcByteCodeLayout, HoldsTheArgumentsOfEveryBuiltIn)
     }
 }
 
-TEST(SlcByteCodeLayout, MarksTheArgumentsThatBuiltInsWrite)
+TEST(SqxLayout, MarksTheArgumentsThatBuiltInsWrite)
 {
     for (const LibraryRow& row : LibraryRows()) {
         const auto& info = row.info;
@@ -169,7 +169,7 @@ TEST(SlcByteCodeLayout, MarksTheArgumentsThatBuiltInsWrite)
     }
 }
 
-TEST(SlcByteCodeLayout, PlacesTheCondition)
+TEST(SqxLayout, PlacesTheCondition)
 {
     struct LayoutCase {
         const char* name;

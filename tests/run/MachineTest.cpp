@@ -20,7 +20,7 @@ std::string FileOf(const std::string& instructions)
     for (std::string word; words >> word;) {
         const bool isName = std::isalpha(static_cast<unsigned char>(word[0])) != 0;
         int mark = 0;
-        for (const auto* row = SlcByteCode::sm_marks; isName && row->name; ++row)
+        for (const auto* row = k_sqxMarks; isName && row->name; ++row)
             if (word == row->name)
                 mark = row->number;
         const int number = !isName ? std::stoi(word) : mark ? mark : numbers.GetInstrNb(word);
@@ -45,8 +45,8 @@ std::string FileOf(const std::string& instructions)
 
 TEST(Machine, KnowsEveryInstructionThatIsWritten)
 {
-    for (int number = 0; number <= SlcByteCode::k_highestNumber; ++number) {
-        const SlcByteCodeLayout* layout = SlcByteCodeLayout::Find(number);
+    for (int number = 0; number <= k_sqxHighestNumber; ++number) {
+        const SqxLayout* layout = SqxLayout::Find(number);
         EXPECT_TRUE(!layout || SqxProgram::Knows(layout->primitive)) << layout->name;
     }
 }

@@ -43,7 +43,7 @@ bool IsLightStatement(std::string_view primitive)
     return primitive.starts_with("ILLUMIN") || primitive == "SOLAR";
 }
 
-void FindOperation(SqxCode& code, const SlcByteCodeLayout& layout)
+void FindOperation(SqxCode& code, const SqxLayout& layout)
 {
     if (const StepRow* row = FindStep(layout.primitive)) {
         code.step = row->step;

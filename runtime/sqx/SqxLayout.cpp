@@ -1,9 +1,10 @@
-#include "backends/SlcByteCodeLayout.h"
+// The layouts are made when this file is compiled: a reader finds them ready.
 
-#include <cctype>
-#include <vector>
+#include "sqx/SqxLayout.h"
 
-#include "backends/SlcByteCode.h"
+#include <array>
+
+#include "sqx/SqxNumbers.h"
 
 namespace {
 
@@ -172,41 +173,73 @@ constexpr LayoutRow k_layouts[] = {
 };
 // clang-format on
 
-bool Matches(std::string_view pattern, std::string_view name)
+/// Tells most patterns apart in one step, by the character in front of their last.
+constexpr bool MayMatch(std::string_view pattern, std::string_view name)
 {
-    if (pattern.back() != '*')
-        return pattern == name;
-    pattern.remove_suffix(1);
-    return name.starts_with(pattern);
+    return pattern.size() < name.size() + 2 && pattern.end()[-2] == name[pattern.size() - 2];
 }
 
-std::string_view RowFor(std::string_view primitive)
+constexpr bool Matches(std::string_view pattern, std::string_view name)
+{
+    const bool isPrefix = pattern.back() == '*';
+    if (isPrefix)
+        pattern.remove_suffix(1);
+    if (pattern.size() > name.size() || (!isPrefix && pattern.size() < name.size()))
+        return false;
+    for (std::size_t i = pattern.size(); i-- > 0;)
+        if (pattern[i] != name[i])
+            return false;
+    return true;
+}
+
+constexpr const LayoutRow& RowFor(std::string_view primitive)
 {
     for (const LayoutRow& row : k_layouts)
-        if (Matches(row.pattern, primitive))
-            return row.operands;
-    return {};
+        if (MayMatch(row.pattern, primitive) && Matches(row.pattern, primitive))
+            return row;
+    throw primitive;  // an instruction without a row
 }
 
-/// Writes repeated letters out; the text "0" is that of an instruction without operands.
-std::string Expand(std::string_view operands)
+constexpr bool IsDigit(char c)
 {
-    std::string letters;
+    return c >= '0' && c <= '9';
+}
+
+constexpr std::size_t k_mostLetters = 23;
+
+/// The letters of a layout; at the end of the room for them their count.
+struct Letters {
+    constexpr void Insert(std::size_t place, char letter)
+    {
+        for (std::size_t i = count++; i > place; --i)
+            text[i] = text[i - 1];
+        text[place] = letter;
+    }
+    constexpr void Add(char letter) { text[count++] = letter; }
+
+    char text[k_mostLetters] = {};
+    unsigned char count = 0;
+};
+
+/// Writes repeated letters out; the text "0" is that of an instruction without operands.
+constexpr Letters Expand(std::string_view operands)
+{
+    Letters letters;
     for (std::size_t i = 0; i < operands.size();) {
-        if (std::isdigit(static_cast<unsigned char>(operands[i])) == 0) {
-            letters += operands[i++];
+        if (!IsDigit(operands[i])) {
+            letters.Add(operands[i++]);
             continue;
         }
-        std::size_t count = 0;
-        while (i < operands.size() && std::isdigit(static_cast<unsigned char>(operands[i])) != 0)
-            count = count * 10 + static_cast<std::size_t>(operands[i++] - '0');
-        if (count > 0)
-            letters.append(count - 1, letters.back());
+        int count = 0;
+        while (i < operands.size() && IsDigit(operands[i]))
+            count = count * 10 + (operands[i++] - '0');
+        for (; count > 1; --count)
+            letters.Add(letters.text[letters.count - 1]);
     }
     return letters;
 }
 
-bool DropSuffix(std::string_view& name, std::string_view suffix)
+constexpr bool DropSuffix(std::string_view& name, std::string_view suffix)
 {
     if (!name.ends_with(suffix))
         return false;
@@ -216,42 +249,73 @@ bool DropSuffix(std::string_view& name, std::string_view suffix)
 
 /// The condition stands behind the result, if there is one; instructions that have no form for
 /// all points have it last.
-void InsertCondition(SlcByteCodeLayout& layout)
+constexpr void InsertCondition(Letters& letters, bool simd)
 {
-    if (!layout.simd)
-        layout.operands += 'c';
+    if (!simd)
+        letters.Add('c');
     else
-        layout.operands.insert(layout.operands.starts_with('w') ? 1 : 0, 1, 'c');
+        letters.Insert(letters.text[0] == 'w' ? 1 : 0, 'c');
 }
 
-SlcByteCodeLayout MakeLayout(std::string_view name)
-{
-    SlcByteCodeLayout layout;
-    layout.name = name;
-    layout.primitive = name;
-    layout.conditional = DropSuffix(layout.primitive, "_IF_TRUE");
-    layout.simd = DropSuffix(layout.primitive, "_SIMD");
-    const std::string_view operands = RowFor(layout.primitive);
-    if (operands.empty())
-        return {};
-    layout.operands = Expand(operands);
-    if (layout.conditional)
-        InsertCondition(layout);
-    return layout;
-}
+struct Form {
+    SqxLayout layout;
+    Letters letters;
+};
+
+/// The forms of a primitive follow each other in the table of numbers, so that the row found for
+/// one mostly serves the next: a compiler bounds the steps of such an evaluation.
+class FormMaker {
+public:
+    constexpr Form Make(std::string_view name)
+    {
+        Form form;
+        form.layout.name = name;
+        form.layout.conditional = DropSuffix(name, "_IF_TRUE");
+        form.layout.simd = DropSuffix(name, "_SIMD");
+        form.layout.primitive = name;
+        if (!m_row || name != m_primitive)
+            m_row = &RowFor(name);
+        m_primitive = name;
+        if (m_row->operands.empty())
+            return {};
+        form.letters = Expand(m_row->operands);
+        if (form.layout.conditional)
+            InsertCondition(form.letters, form.layout.simd);
+        return form;
+    }
+
+private:
+    std::string_view m_primitive;
+    const LayoutRow* m_row = nullptr;
+};
+
+using Forms = std::array<Form, k_sqxHighestNumber + 1>;
+
+constexpr Forms k_forms = [] {
+    Forms forms;
+    FormMaker maker;
+    for (const SqxNumberRow* table : {k_sqxNumbers, k_sqxMarks})
+        for (const SqxNumberRow* row = table; row->name; ++row)
+            forms[static_cast<std::size_t>(row->number)] = maker.Make(row->name);
+    return forms;
+}();
+
+/// The layouts, whose letters stand in the forms.
+constexpr std::array<SqxLayout, k_forms.size()> k_layoutsByNumber = [] {
+    std::array<SqxLayout, k_forms.size()> layouts;
+    for (std::size_t i = 0; i < layouts.size(); ++i) {
+        layouts[i] = k_forms[i].layout;
+        layouts[i].operands = {k_forms[i].letters.text, k_forms[i].letters.count};
+    }
+    return layouts;
+}();
 
 }  // namespace
 
-const SlcByteCodeLayout* SlcByteCodeLayout::Find(int number)
+const SqxLayout* SqxLayout::Find(int number)
 {
-    static const std::vector<SlcByteCodeLayout> layouts = [] {
-        std::vector<SlcByteCodeLayout> made;
-        for (int i = 0; i <= SlcByteCode::k_highestNumber; ++i)
-            made.push_back(MakeLayout(SlcByteCode::GetName(i)));
-        return made;
-    }();
-    if (number < 0 || number > SlcByteCode::k_highestNumber)
+    if (number < 0 || number > k_sqxHighestNumber)
         return nullptr;
-    const SlcByteCodeLayout& layout = layouts[static_cast<std::size_t>(number)];
+    const SqxLayout& layout = k_layoutsByNumber[static_cast<std::size_t>(number)];
     return layout.name.empty() ? nullptr : &layout;
 }

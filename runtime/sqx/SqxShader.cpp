@@ -36,7 +36,7 @@ const char* SqxShaderTypeName(int code)
 char SqxBlock::Letter(const SqxInstruction& instruction, std::size_t i)
 {
     // The star, always last, stands for all the values from its place on.
-    const std::string& operands = instruction.layout->operands;
+    const std::string_view operands = instruction.layout->operands;
     const char letter = operands[std::min(i, operands.size() - 1)];
     return letter == '*' ? 'r' : letter;
 }

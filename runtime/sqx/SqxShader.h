@@ -4,25 +4,12 @@
 #include <string>
 #include <vector>
 
-#include "backends/SlcByteCodeLayout.h"
+#include "sqx/SqxLayout.h"
+#include "sqx/SqxType.h"
 
 /// A byte-code file as a structure. Every number in it has been checked: it refers to something
 /// that the file holds.
 
-/// Types by the codes of the file.
-enum class SqxType {
-    Float = 1,
-    Point = 2,
-    Color = 3,
-    String = 4,
-    Int = 5,
-    Matrix = 7,
-    Vector = 8,
-    Normal = 9,
-    Bool = 10,
-};
-
-[[nodiscard]] const char* SqxTypeName(SqxType type);
 /// Name of a shader type code, 0 to 4.
 [[nodiscard]] const char* SqxShaderTypeName(int code);
 
@@ -44,7 +31,7 @@ struct SqxVariable {
 
 /// One instruction of a block. Its values stand behind its number in the block's code.
 struct SqxInstruction {
-    const SlcByteCodeLayout* layout = nullptr;
+    const SqxLayout* layout = nullptr;
     std::size_t position = 0;  // in the code of the block
     std::size_t count = 0;     // of values
 };

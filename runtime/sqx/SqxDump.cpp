@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
-#include "backends/SlcByteCode.h"
+#include "sqx/SqxNumbers.h"
 
 namespace {
 
@@ -66,16 +66,16 @@ std::string ValueText(const SqxShader& shader, char letter, int value)
 
 constexpr std::size_t k_deepestIndent = 20;  // levels; deeper brackets stand in line
 
-bool OpensBracket(SlcByteCodeMark mark)
+bool OpensBracket(SqxMark mark)
 {
-    return mark == SlcByteCodeMark::BeginParallel || mark == SlcByteCodeMark::IfTrue ||
-           mark == SlcByteCodeMark::IfFalse || mark == SlcByteCodeMark::BeginIlluminance;
+    return mark == SqxMark::BeginParallel || mark == SqxMark::IfTrue || mark == SqxMark::IfFalse ||
+           mark == SqxMark::BeginIlluminance;
 }
 
-bool ClosesBracket(SlcByteCodeMark mark)
+bool ClosesBracket(SqxMark mark)
 {
-    return mark == SlcByteCodeMark::EndParallel || mark == SlcByteCodeMark::EndIf ||
-           mark == SlcByteCodeMark::EndIlluminance;
+    return mark == SqxMark::EndParallel || mark == SqxMark::EndIf ||
+           mark == SqxMark::EndIlluminance;
 }
 
 /// One line for each variable of a kind in a range of numbers, and a heading.
@@ -140,7 +140,7 @@ std::string SqxDumpBlock(const SqxShader& shader, const SqxBlock& block)
     std::string text;
     std::size_t depth = 0;
     for (const SqxInstruction& instruction : block.instructions) {
-        const auto mark = static_cast<SlcByteCodeMark>(block.code[instruction.position]);
+        const auto mark = static_cast<SqxMark>(block.code[instruction.position]);
         if (ClosesBracket(mark) && depth > 0)
             --depth;
         const std::string position = std::to_string(instruction.position);

@@ -1,11 +1,76 @@
-// The vocabulary of compiled shaders. The numbers are a contract with the renderer: they never
-// change, and a new instruction takes a new one.
+#pragma once
 
-#include "backends/SlcByteCode.h"
+#include <string_view>
+
+/// The vocabulary of compiled shaders: the number of each instruction. The numbers are a contract
+/// between the compiler and all that reads its files: they never change, and a new instruction
+/// takes a new one.
+
+/// Instructions that are known by number without a look-up: the marks of control flow and what has
+/// no primitive of its own.
+enum class SqxMark : short {
+    Goto = 432,
+    BeginIlluminance = 433,
+    EndIlluminance = 434,
+    BeginParallel = 435,
+    EndParallel = 436,
+    IfTrue = 437,
+    IfFalse = 438,
+    IfTrueGoto = 439,
+    IfFalseGoto = 440,
+    SetBool = 441,
+    EvalLightsForP = 442,
+    ResetEvalLightsForP = 443,
+    ArrayRef = 445,
+    CheckValidArrayIndex = 446,
+    EndIf = 454,
+    CallDSO = 459,
+    ConvertArrayDSOTo = 460,
+    ConvertArrayDSOFrom = 461,
+};
+
+struct SqxNumberRow {
+    constexpr SqxNumberRow(const char* name_, short number_) : name(name_), number(number_) {}
+    constexpr SqxNumberRow(const char* name_, SqxMark mark)
+        : SqxNumberRow(name_, static_cast<short>(mark))
+    {
+    }
+
+    const char* name;  // null ends a table
+    short number;
+};
+
+inline constexpr int k_sqxHighestNumber = 521;
+
+/// The name of a number, also of a mark; empty for one that is not assigned.
+[[nodiscard]] std::string_view SqxNumberName(int number);
 
 // clang-format off
+inline constexpr SqxNumberRow k_sqxMarks[] = {
+    {"GOTO",                                            SqxMark::Goto},
+    {"BEGIN_ILLUMINANCE",                               SqxMark::BeginIlluminance},
+    {"END_ILLUMINANCE",                                 SqxMark::EndIlluminance},
+    {"BEGIN_PARALLEL",                                  SqxMark::BeginParallel},
+    {"END_PARALLEL",                                    SqxMark::EndParallel},
+    {"IF_TRUE",                                         SqxMark::IfTrue},
+    {"IF_FALSE",                                        SqxMark::IfFalse},
+    {"IF_TRUE_GOTO",                                    SqxMark::IfTrueGoto},
+    {"IF_FALSE_GOTO",                                   SqxMark::IfFalseGoto},
+    {"SET_BOOL",                                        SqxMark::SetBool},
+    {"EVAL_LIGHTS_FOR_P",                               SqxMark::EvalLightsForP},
+    {"RESET_EVAL_LIGHTS_FOR_P",                         SqxMark::ResetEvalLightsForP},
+    {"ARRAY_REF",                                       SqxMark::ArrayRef},
+    {"CHECK_VALID_ARRAY_INDEX",                         SqxMark::CheckValidArrayIndex},
+    {"END_IF",                                          SqxMark::EndIf},
+    {"CALL_DSO",                                        SqxMark::CallDSO},
+    {"CONVERT_ARRAY_DSO_TO",                            SqxMark::ConvertArrayDSOTo},
+    {"CONVERT_ARRAY_DSO_FROM",                          SqxMark::ConvertArrayDSOFrom},
+    {nullptr,                                           0},
+};
+
+// In no order of numbers.
 //   name                                            number
-constexpr SlcByteCode::Row SlcByteCode::sm_theByteCodes[] = {
+inline constexpr SqxNumberRow k_sqxNumbers[] = {
     {"ASSIGN_FLOAT_FLOAT",                               1},
     {"ASSIGN_COLOR_COLOR",                               2},
     {"ASSIGN_POINT_POINT",                               3},
@@ -509,19 +574,16 @@ constexpr SlcByteCode::Row SlcByteCode::sm_theByteCodes[] = {
 };
 // clang-format on
 
-namespace {
-
 /// Each number is given once and lies in the range of the table.
-constexpr bool NumbersAreUnique()
+constexpr bool SqxNumbersAreUnique()
 {
-    bool used[SlcByteCode::k_highestNumber + 1] = {};
-    for (const SlcByteCode::Row* row = SlcByteCode::sm_theByteCodes; row->name; ++row) {
-        if (row->number < 1 || row->number > SlcByteCode::k_highestNumber || used[row->number])
-            return false;
-        used[row->number] = true;
-    }
+    bool used[k_sqxHighestNumber + 1] = {};
+    for (const SqxNumberRow* table : {k_sqxNumbers, k_sqxMarks})
+        for (const SqxNumberRow* row = table; row->name; ++row) {
+            if (row->number < 1 || row->number > k_sqxHighestNumber || used[row->number])
+                return false;
+            used[row->number] = true;
+        }
     return true;
 }
-static_assert(NumbersAreUnique());
-
-}  // namespace
+static_assert(SqxNumbersAreUnique());

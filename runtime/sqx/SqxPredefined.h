@@ -1,0 +1,41 @@
+#pragma once
+
+#include "sqx/SqxType.h"
+
+/// A variable that every shader knows without declaring it.
+struct SqxPredefined {
+    const char* name;
+    SqxType type;
+    bool uniform;
+    const char* accessor;  // the text by which generated C++ reaches the variable
+};
+
+// clang-format off
+//   name       type              uniform  accessor
+inline constexpr SqxPredefined k_sqxPredefined[] = {
+    {"Cs",      SqxType::Color,   false,   "i_hiddens.GetCs()"},
+    {"Os",      SqxType::Color,   false,   "i_hiddens.GetOs()"},
+    {"P",       SqxType::Point,   false,   "i_hiddens.GetP()"},
+    {"dPdu",    SqxType::Vector,  false,   "i_hiddens.GetDPdu()"},
+    {"dPdv",    SqxType::Vector,  false,   "i_hiddens.GetDPdv()"},
+    {"N",       SqxType::Normal,  false,   "i_hiddens.GetN()"},
+    {"Ng",      SqxType::Normal,  false,   "i_hiddens.GetNg()"},
+    {"u",       SqxType::Float,   false,   "i_hiddens.GetU()"},
+    {"v",       SqxType::Float,   false,   "i_hiddens.GetV()"},
+    {"du",      SqxType::Float,   false,   "i_hiddens.GetDu()"},
+    {"dv",      SqxType::Float,   false,   "i_hiddens.GetDv()"},
+    {"s",       SqxType::Float,   false,   "i_hiddens.GetS()"},
+    {"t",       SqxType::Float,   false,   "i_hiddens.GetT()"},
+    {"L",       SqxType::Vector,  false,   "i_hiddens.GetL()"},
+    {"Cl",      SqxType::Color,   false,   "i_hiddens.GetCl()"},
+    {"Ol",      SqxType::Color,   false,   "i_hiddens.GetOl()"},
+    {"E",       SqxType::Point,   true,    "(QxVector3*)i_context.Eye()"},
+    {"I",       SqxType::Vector,  false,   "i_hiddens.GetI()"},
+    {"ncomps",  SqxType::Float,   true,    "i_hiddens.GetNcomps()"},
+    {"time",    SqxType::Float,   true,    "i_hiddens.GetTime()"},
+    {"Ci",      SqxType::Color,   false,   "i_hiddens.GetCi()"},
+    {"Oi",      SqxType::Color,   false,   "i_hiddens.GetOi()"},
+    {"Ps",      SqxType::Point,   false,   "i_hiddens.GetPs()"},
+    {"alpha",   SqxType::Float,   false,   "i_hiddens.GetAlpha()"},
+};
+// clang-format on

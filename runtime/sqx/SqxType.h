@@ -1,0 +1,16 @@
+#pragma once
+
+/// Types of variables by the codes of the file.
+enum class SqxType {
+    Float = 1,
+    Point = 2,
+    Color = 3,
+    String = 4,
+    Int = 5,
+    Matrix = 7,
+    Vector = 8,
+    Normal = 9,
+    Bool = 10,
+};
+
+[[nodiscard]] const char* SqxTypeName(SqxType type);
