@@ -1,0 +1,35 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+/// One option of a program: what stands on the command line, and what it does.
+struct SqxOption {
+    std::string_view word;      // "--size", or both spellings: "-o, --output"
+    std::string_view argument;  // what follows, such as "DIR"; empty if nothing does
+    std::string_view effect;    // one sentence without a capital and a full stop
+};
+
+/// A word and what it means: a variable of the environment, a file, an exit status, an example.
+struct SqxEntry {
+    std::string_view word;
+    std::string_view meaning;
+};
+
+/// A program, as its `--help`, its manual page and the completion of its command line tell of it.
+struct SqxProgram {
+    std::string_view name;
+    std::string_view purpose;   // one phrase, as the head of a manual page has it
+    std::string_view synopsis;  // what follows the name on the command line
+    std::span<const std::string_view> description;  // paragraphs
+    std::span<const SqxOption> options;
+    std::span<const SqxEntry> environment;
+    std::span<const SqxEntry> files;
+    std::span<const SqxEntry> statuses;
+    std::span<const SqxEntry> examples;  // command, and what it does
+    std::string_view fileEndings;        // of files that it takes, for completion: "sl sqx"
+};
+
+/// "Usage: ..." and a line for each option, as `--help` prints them.
+[[nodiscard]] std::string SqxHelpText(const SqxProgram& program);

@@ -1,0 +1,66 @@
+#include "process/SqxProcess.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int k_notStarted = 127;
+
+/// In the child: never returns. Everything that allocates was done before the fork.
+[[noreturn]] void Become(const SqxCommand& command, char* const* words)
+{
+    for (const auto& [name, value] : command.variables)
+        if (setenv(name.c_str(), value.c_str(), 1) != 0)
+            _exit(k_notStarted);
+    if (!command.output.empty()) {
+        const int file = open(command.output.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+        if (file < 0 || dup2(file, STDOUT_FILENO) < 0 || dup2(file, STDERR_FILENO) < 0)
+            _exit(k_notStarted);
+    }
+    if (!command.folder.empty() && chdir(command.folder.c_str()) != 0)
+        _exit(k_notStarted);
+    execvp(words[0], words);
+    _exit(k_notStarted);
+}
+
+[[nodiscard]] int StatusOf(pid_t child)
+{
+    int status = 0;
+    while (waitpid(child, &status, 0) != child)
+        if (errno != EINTR)
+            return k_notStarted;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
+}  // namespace
+
+int SqxRunCommand(const SqxCommand& command)
+{
+    std::vector<char*> words;
+    words.reserve(command.words.size() + 1);
+    for (const std::string& word : command.words)
+        words.push_back(const_cast<char*>(word.c_str()));
+    words.push_back(nullptr);
+
+    const pid_t child = fork();
+    if (child == 0)
+        Become(command, words.data());
+    return child < 0 ? k_notStarted : StatusOf(child);
+}
+
+std::filesystem::path SqxProgramBeside(const std::string& name)
+{
+    return std::filesystem::read_symlink("/proc/self/exe").parent_path() / name;
+}
+
+std::string SqxShellWord(const std::string& text)
+{
+    std::string quoted = "'";
+    for (const char c : text)
+        quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return quoted + "'";
+}

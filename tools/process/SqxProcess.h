@@ -1,0 +1,24 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// A program to run as a child, and what it sees.
+struct SqxCommand {
+    std::vector<std::string> words;  // the first is a path, or a name that `PATH` finds
+    std::filesystem::path folder;    // to run in; empty: this one
+    std::filesystem::path output;    // file for all that it prints; empty: where ours goes
+    std::vector<std::pair<std::string, std::string>> variables;  // beside those of our environment
+};
+
+/// Runs the program and waits for it. Gives its exit status, 128 and the number of the signal if
+/// one ended it, or 127 if it could not be started.
+[[nodiscard]] int SqxRunCommand(const SqxCommand& command);
+
+/// The program of that name in the folder of the running one.
+[[nodiscard]] std::filesystem::path SqxProgramBeside(const std::string& name);
+
+/// `text` as one word of the shell.
+[[nodiscard]] std::string SqxShellWord(const std::string& text);

@@ -1,0 +1,192 @@
+#include "sqxmake/SqxMakeOptions.h"
+
+#include <charconv>
+#include <fstream>
+#include <string_view>
+
+namespace {
+
+using namespace std::string_view_literals;
+
+constexpr int k_maxJobs = 1024;
+
+constexpr std::string_view k_description[] = {
+    "Compiles shaders: those named, and all '.sl' files in the folders named and below them. Only "
+    "what "
+    "changed since the last time is compiled: a source, a file that it includes, the options, or "
+    "the "
+    "compiler itself. Each '.sqx' file is named for its shader and stands in the output folder.",
+    "Sources are compiled side by side; the messages of each are printed together. A source that "
+    "is "
+    "refused leaves no '.sqx' file behind, not even its earlier one.",
+    "The work is done by ninja, which must be installed. What is known from one run to the next "
+    "stands "
+    "in the folder '.sqxmake' of the output folder, which may be removed at any time.",
+};
+
+//   word                     argument  effect
+constexpr SqxOption k_options[] = {
+    {"-o"sv, "DIR"sv,
+     "folder for the compiled shaders, made if it is missing; the default is the working directory"sv},
+    {"-j"sv, "N"sv, "compiles N shaders at a time"sv},
+    {"-k"sv, ""sv, "goes on behind faults"sv},
+    {"--dso"sv, ""sv, "builds shared objects in place of byte-code"sv},
+    {"-O0, -O1, -O2, -O3"sv, ""sv, "level of optimization"sv},
+    {"-w0, -w1, -w2"sv, ""sv, "level of warnings"sv},
+    {"-IDIR"sv, ""sv, "searches DIR for included files and shadeop libraries"sv},
+    {"-DNAME, -DNAME=VALUE"sv, ""sv, "defines a preprocessor symbol"sv},
+    {"--strict"sv, ""sv, "a function body does not see the variables around it"sv},
+    {"--no-array-check"sv, ""sv, "no checks of array indices"sv},
+    {"--dont-use-shadeops"sv, ""sv, "does not look for unknown functions in shadeop libraries"sv},
+    {"--step"sv, "STAMP"sv,
+     "for build systems: compiles one source whether it changed or not, and writes STAMP and its dependencies, STAMP.d; with '--state DIR' before it, keeps what it knows in DIR"sv},
+    {"--help"sv, ""sv, "prints this text"sv},
+};
+
+constexpr SqxEntry k_environment[] = {
+    {"SLC_CPP_COMMAND"sv,
+     "the preprocess command, as for shaderqx(1); which files were included is then read from the line markers of its result"sv},
+    {"SLC_CC_COMMAND"sv, "the C++ command of '--dso', as for shaderqx(1)"sv},
+    {"NINJA"sv, "the ninja to run in place of the one that PATH finds"sv},
+};
+
+constexpr SqxEntry k_files[] = {
+    {"DIR/SHADER.sqx"sv, "a compiled shader"sv},
+    {"DIR/.sqxmake"sv, "what is known from one run to the next"sv},
+};
+
+constexpr SqxEntry k_statuses[] = {
+    {"0"sv, "all shaders are compiled"sv},
+    {"1"sv, "a shader is refused, or the build could not be done"sv},
+    {"2"sv, "the command line makes no sense"sv},
+};
+
+constexpr SqxEntry k_examples[] = {
+    {"sqxmake -o compiled shaders"sv, "compiles the library in the folder 'shaders'"sv},
+    {"sqxmake -k -j 8 --dso -Iinclude -o objects shaders"sv,
+     "the same as shared objects, eight at a time, to the last one"sv},
+};
+// clang-format off
+// Words that go to the compiler as they are. What stops in between or writes elsewhere is not among
+// them: a library's build would leave things half done.
+constexpr std::string_view k_compilerWords[] = {
+    "-O0"sv, "-O1"sv, "-O2"sv, "-O"sv, "-O3"sv, "-w"sv, "-w0"sv, "-w1"sv, "-w2"sv, "--strict"sv,
+    "--dso"sv, "--int"sv, "--use-shadeops"sv, "--dont-use-shadeops"sv, "--no-array-check"sv,
+};
+// clang-format on
+
+class Arguments {
+public:
+    explicit Arguments(std::span<const char* const> words) : m_rest(words) {}
+    [[nodiscard]] bool Empty() const { return m_rest.empty(); }
+    [[nodiscard]] std::string_view Take()
+    {
+        const std::string_view word = m_rest.front();
+        m_rest = m_rest.subspan(1);
+        return word;
+    }
+    /// What stands behind the option, in the same word or the next one.
+    [[nodiscard]] std::string TakeValue(std::string_view option, std::string_view word,
+                                        std::string_view what)
+    {
+        if (word.size() > option.size())
+            return std::string(word.substr(option.size()));
+        if (Empty() || m_rest.front()[0] == '\0')
+            throw SqxMakeUsageError("Option '" + std::string(option) + "' needs " +
+                                    std::string(what) + " behind it");
+        return std::string(Take());
+    }
+
+private:
+    std::span<const char* const> m_rest;
+};
+
+[[nodiscard]] int ReadJobs(const std::string& text)
+{
+    int jobs = 0;
+    const char* end = text.data() + text.size();
+    const auto [rest, failure] = std::from_chars(text.data(), end, jobs);
+    if (failure != std::errc() || rest != end || jobs < 1 || jobs > k_maxJobs)
+        throw SqxMakeUsageError("The number of jobs must be from 1 to " +
+                                std::to_string(k_maxJobs) + ", but is '" + text + "'");
+    return jobs;
+}
+
+[[nodiscard]] bool IsCompilerOption(std::string_view word)
+{
+    for (const std::string_view known : k_compilerWords)
+        if (word == known)
+            return true;
+    return (word.starts_with("-I") || word.starts_with("-D")) && word.size() > 2;
+}
+
+/// An option with one dash takes its value from the same word too: "-j4".
+[[nodiscard]] bool Starts(std::string_view word, std::string_view option)
+{
+    return word.starts_with(option);
+}
+
+void ReadOption(std::string_view word, Arguments& rest, SqxMakeOptions& options)
+{
+    if (word == "--help" || word == "-h")
+        options.help = true;
+    else if (word == "-k")
+        options.keepGoing = true;
+    else if (word == "--step") {
+        options.step = true;
+        options.stamp = rest.TakeValue("--step", word, "a file for the stamp");
+    } else if (word == "--state")
+        options.stateFolder = rest.TakeValue("--state", word, "a folder");
+    else if (IsCompilerOption(word))
+        options.compilerOptions.emplace_back(word);
+    else if (Starts(word, "-j"))
+        options.jobs = ReadJobs(rest.TakeValue("-j", word, "a number"));
+    else if (Starts(word, "-o"))
+        options.outputFolder = rest.TakeValue("-o", word, "a folder");
+    else
+        throw SqxMakeUsageError("Unknown option '" + std::string(word) + "'");
+}
+
+}  // namespace
+
+const SqxProgram& SqxMakeProgram()
+{
+    static constexpr SqxProgram k_program = {
+        "sqxmake",
+        "compiles a library of shaders",
+        "[options] FILE|DIR...",
+        k_description,
+        k_options,
+        k_environment,
+        k_files,
+        k_statuses,
+        k_examples,
+        "sl",
+    };
+    return k_program;
+}
+
+SqxMakeOptions SqxReadMakeOptions(std::span<const char* const> arguments)
+{
+    SqxMakeOptions options;
+    Arguments rest(arguments);
+    bool optionsEnd = false;
+    while (!rest.Empty()) {
+        const std::string_view word = rest.Take();
+        if (!optionsEnd && word == "--")
+            optionsEnd = true;
+        else if (!optionsEnd && word.size() > 1 && word.starts_with('-'))
+            ReadOption(word, rest, options);
+        else
+            options.inputs.emplace_back(word);
+    }
+    if (options.help)
+        return options;
+    if (options.inputs.empty())
+        throw SqxMakeUsageError("No shader and no folder is given");
+    if (options.step && options.inputs.size() != 1)
+        throw SqxMakeUsageError("A step compiles one source");
+    if (options.stateFolder.empty())
+        options.stateFolder = options.outputFolder / ".sqxmake";
+    return options;
+}

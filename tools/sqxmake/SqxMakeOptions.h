@@ -1,0 +1,42 @@
+#pragma once
+
+#include <filesystem>
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "options/SqxOptionTable.h"
+
+/// A build that cannot be done; the text says why.
+class SqxMakeError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Words on the command line that make no sense; the text says why.
+class SqxMakeUsageError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// What the command line of `sqxmake` asks for.
+struct SqxMakeOptions {
+    std::vector<std::string> inputs;           // sources and folders, as given
+    std::vector<std::string> compilerOptions;  // as given, in their order
+    std::filesystem::path outputFolder = ".";
+    int jobs = 0;            // compiled at a time; 0: as many as ninja thinks good
+    bool keepGoing = false;  // behind faults
+    bool help = false;
+
+    // One step of a build, see `SqxCompileStep`.
+    bool step = false;
+    std::filesystem::path stamp;
+    std::filesystem::path stateFolder;
+};
+
+/// How the program presents itself.
+[[nodiscard]] const SqxProgram& SqxMakeProgram();
+
+/// Throws `SqxMakeUsageError`.
+[[nodiscard]] SqxMakeOptions SqxReadMakeOptions(std::span<const char* const> arguments);

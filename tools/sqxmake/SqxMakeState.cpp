@@ -1,0 +1,144 @@
+#include "sqxmake/SqxMakeState.h"
+
+#include <cctype>
+#include <cstdint>
+#include <fcntl.h>
+#include <fstream>
+#include <iterator>
+#include <string_view>
+#include <unistd.h>
+
+#include "sqxmake/SqxMakeOptions.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* k_folders[] = {"stamps", "owners", "failed", "work"};
+
+/// FNV-1a with 64 bits, as hexadecimal digits.
+[[nodiscard]] std::string HashOf(std::string_view text)
+{
+    std::uint64_t hash = 14695981039346656037U;
+    for (const char c : text)
+        hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211U;
+    std::string digits;
+    for (int shift = 60; shift >= 0; shift -= 4)
+        digits += "0123456789abcdef"[(hash >> shift) & 15U];
+    return digits;
+}
+
+/// Makes the file with the text, if it is not there. False if it is.
+[[nodiscard]] bool MakeNewFile(const fs::path& path, const std::string& text)
+{
+    const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL, 0644);
+    if (file < 0)
+        return false;
+    const bool written = write(file, text.data(), text.size()) == static_cast<ssize_t>(text.size());
+    if (close(file) != 0 || !written)
+        throw SqxMakeError("File '" + path.string() + "' cannot be written");
+    return true;
+}
+
+}  // namespace
+
+std::optional<std::string> SqxReadText(const fs::path& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    if (!file)
+        return std::nullopt;
+    std::string text{std::istreambuf_iterator<char>(file), {}};
+    return text;
+}
+
+void SqxWriteText(const fs::path& path, const std::string& text)
+{
+    fs::path unfinished = path;
+    unfinished += "." + std::to_string(getpid());
+    std::ofstream file(unfinished, std::ios::binary);
+    file << text;
+    file.close();
+    std::error_code failed;
+    if (file)
+        fs::rename(unfinished, path, failed);
+    if (file && !failed)
+        return;
+    std::error_code ignored;
+    fs::remove(unfinished, ignored);
+    throw SqxMakeError("File '" + path.string() + "' cannot be written");
+}
+
+void SqxMakeState::Create() const
+{
+    for (const char* name : k_folders) {
+        std::error_code failed;
+        fs::create_directories(m_folder / name, failed);
+        if (failed)
+            throw SqxMakeError("Folder '" + (m_folder / name).string() +
+                               "' cannot be made: " + failed.message());
+    }
+}
+
+std::string SqxMakeState::IdOf(const fs::path& source)
+{
+    std::string name = source.stem().string();
+    for (char& c : name)
+        if (!std::isalnum(static_cast<unsigned char>(c)) && c != '_')
+            c = '_';
+    return name.substr(0, 100) + "-" + HashOf(fs::absolute(source).lexically_normal().string());
+}
+
+fs::path SqxMakeState::StampOf(const std::string& id) const
+{
+    return m_folder / "stamps" / id;
+}
+fs::path SqxMakeState::FailureOf(const std::string& id) const
+{
+    return m_folder / "failed" / id;
+}
+fs::path SqxMakeState::WorkOf(const std::string& id) const
+{
+    return m_folder / "work" / id;
+}
+
+std::optional<SqxMakeState::Stamp> SqxMakeState::ReadStamp(const fs::path& path)
+{
+    std::ifstream file(path);
+    Stamp stamp;
+    if (!std::getline(file, stamp.source) || !std::getline(file, stamp.output))
+        return std::nullopt;
+    return stamp;
+}
+
+void SqxMakeState::WriteStamp(const fs::path& path, const Stamp& stamp)
+{
+    SqxWriteText(path, stamp.source + "\n" + stamp.output + "\n");
+}
+
+std::optional<std::string> SqxMakeState::Claim(const std::string& output,
+                                               const std::string& source) const
+{
+    const fs::path path = m_folder / "owners" / output;
+    if (MakeNewFile(path, source))
+        return std::nullopt;
+    const std::optional<std::string> owner = SqxReadText(path);
+    std::error_code ignored;
+    if (owner && *owner != source && fs::exists(*owner, ignored))
+        return owner;
+    SqxWriteText(path, source);
+    return std::nullopt;
+}
+
+void SqxMakeState::Discard(const fs::path& stamp, const fs::path& outputFolder) const
+{
+    const std::optional<Stamp> known = ReadStamp(stamp);
+    std::error_code ignored;
+    if (known) {
+        const fs::path owner = m_folder / "owners" / known->output;
+        if (SqxReadText(owner) == known->source) {
+            fs::remove(outputFolder / known->output, ignored);
+            fs::remove(owner, ignored);
+        }
+    }
+    fs::remove(stamp, ignored);
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+/// What builds know from one run to the next, in a folder of its own:
+/// `stamps/ID` for each source that is compiled (its path, and the name of its output),
+/// `owners/SHADER.sqx` for each output (the path of its source), `failed/ID` for each source that
+/// the last run refused, and `work/ID` while a source is being compiled.
+class SqxMakeState {
+public:
+    struct Stamp {
+        std::string source;
+        std::string output;  // a file name, in the output folder
+    };
+
+    explicit SqxMakeState(std::filesystem::path folder) : m_folder(std::move(folder)) {}
+
+    /// Makes the folders. Throws `SqxMakeError`.
+    void Create() const;
+
+    [[nodiscard]] const std::filesystem::path& Folder() const { return m_folder; }
+    /// A name for the source that no other source has, readable and fit for a file.
+    [[nodiscard]] static std::string IdOf(const std::filesystem::path& source);
+    [[nodiscard]] std::filesystem::path StampOf(const std::string& id) const;
+    [[nodiscard]] std::filesystem::path FailureOf(const std::string& id) const;
+    [[nodiscard]] std::filesystem::path WorkOf(const std::string& id) const;
+
+    /// Nothing if there is no such stamp, or none that was written whole.
+    [[nodiscard]] static std::optional<Stamp> ReadStamp(const std::filesystem::path& path);
+    /// Throws `SqxMakeError`.
+    static void WriteStamp(const std::filesystem::path& path, const Stamp& stamp);
+
+    /// Makes `source` the owner of the output. Gives another source that owns it already and is
+    /// still there, or nothing. Throws `SqxMakeError`.
+    [[nodiscard]] std::optional<std::string> Claim(const std::string& output,
+                                                   const std::string& source) const;
+    /// Forgets and removes the output that the stamp tells of.
+    void Discard(const std::filesystem::path& stamp,
+                 const std::filesystem::path& outputFolder) const;
+
+private:
+    std::filesystem::path m_folder;
+};
+
+/// The text of a small file, nothing if it cannot be read.
+[[nodiscard]] std::optional<std::string> SqxReadText(const std::filesystem::path& path);
+/// Writes a file whole or not at all. Throws `SqxMakeError`.
+void SqxWriteText(const std::filesystem::path& path, const std::string& text);

@@ -1,0 +1,88 @@
+// One rule and one statement a source:
+//
+//     build .sqxmake/stamps/matte-ID: compile shaders/matte.sl | shaderqx sqxmake
+//
+// The output is a stamp, since only the compiler learns the shader's name and with it that of the
+// `.sqx` file. The options go through a response file: ninja compares its content as it compares a
+// command, but does not print it in front of each report.
+
+#include "sqxmake/SqxNinjaFile.h"
+
+#include <cstdlib>
+
+#include "process/SqxProcess.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A path as ninja reads it in a `build` line.
+[[nodiscard]] std::string NinjaPath(const fs::path& path)
+{
+    std::string escaped;
+    for (const char c : path.string()) {
+        if (c == '$' || c == ' ' || c == ':')
+            escaped += '$';
+        escaped += c;
+    }
+    return escaped;
+}
+
+/// Text as ninja reads it behind `name =`.
+[[nodiscard]] std::string NinjaText(const std::string& text)
+{
+    std::string escaped;
+    for (const char c : text)
+        escaped += c == '$' ? std::string("$$") : std::string(1, c);
+    return escaped;
+}
+
+/// What the environment changes in a compiled shader.
+[[nodiscard]] std::string EnvironmentText()
+{
+    std::string text = "environment:";  // ninja wants some content
+    for (const char* name :
+         {"SLC_CPP_COMMAND", "SLC_CC_COMMAND", "SLC_CC_OPTIONS", "SLC_CC_INCLUDE"})
+        if (const char* value = std::getenv(name))
+            text += " " + SqxShellWord(std::string(name) + "=" + value);
+    return text;
+}
+
+[[nodiscard]] std::string OptionsText(const SqxMakeOptions& options)
+{
+    std::string text;
+    for (const std::string& option : options.compilerOptions)
+        text += (text.empty() ? "" : " ") + SqxShellWord(option);
+    return text;
+}
+
+}  // namespace
+
+std::string SqxNinjaFile(const SqxMakeOptions& options, const std::vector<fs::path>& sources,
+                         const SqxMakeState& state, const SqxMakePrograms& programs)
+{
+    const std::string step = SqxShellWord(programs.make.string()) + " --state " +
+                             SqxShellWord(state.Folder().string()) + " -o " +
+                             SqxShellWord(options.outputFolder.string());
+    std::string compilerOptions = OptionsText(options);
+    std::string text = "ninja_required_version = 1.7\n"
+                       "builddir = " +
+                       NinjaText(state.Folder().string()) +
+                       "\n"
+                       "rule compile\n"
+                       "  command = " +
+                       NinjaText(step) + " --step $out " + NinjaText(compilerOptions) +
+                       " -- $in\n"
+                       "  description = $in\n"
+                       "  depfile = $out.d\n"
+                       "  deps = gcc\n"
+                       "  rspfile = $out.environment\n"
+                       "  rspfile_content = " +
+                       NinjaText(EnvironmentText()) + "\n";
+    const std::string tools =
+        " | " + NinjaPath(programs.compiler) + " " + NinjaPath(programs.make) + "\n";
+    for (const fs::path& source : sources)
+        text += "build " + NinjaPath(state.StampOf(SqxMakeState::IdOf(source))) + ": compile " +
+                NinjaPath(source) + tools;
+    return text;
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "sqxmake/SqxMakeOptions.h"
+#include "sqxmake/SqxMakeState.h"
+
+/// The programs that a build runs.
+struct SqxMakePrograms {
+    std::filesystem::path make;  // this program
+    std::filesystem::path compiler;
+};
+
+/// The text of a ninja file that compiles each source by one step of `sqxmake`. What the steps read
+/// beside their source stands in the command's text, so that a change of it counts as a change.
+[[nodiscard]] std::string SqxNinjaFile(const SqxMakeOptions& options,
+                                       const std::vector<std::filesystem::path>& sources,
+                                       const SqxMakeState& state, const SqxMakePrograms& programs);

@@ -1,0 +1,25 @@
+// Compiles libraries of shaders, only what changed.
+
+#include <iostream>
+
+#include "sqxmake/SqxCompileStep.h"
+#include "sqxmake/SqxMakeBuild.h"
+
+int main(int argc, char** argv)
+{
+    try {
+        const SqxMakeOptions options =
+            SqxReadMakeOptions({argv + 1, static_cast<std::size_t>(argc - 1)});
+        if (options.help) {
+            std::cout << SqxHelpText(SqxMakeProgram()) << std::flush;
+            return std::cout ? 0 : 1;
+        }
+        return options.step ? SqxCompileStep(options) : SqxMakeBuild(options);
+    } catch (const SqxMakeUsageError& error) {
+        std::cerr << "sqxmake: " << error.what() << "; '--help' tells of all options\n";
+        return 2;
+    } catch (const std::exception& error) {
+        std::cerr << "sqxmake: " << error.what() << '\n';
+        return 1;
+    }
+}
