@@ -9,6 +9,7 @@ needs='
     command  cmake           cmake
     command  flex            flex
     command  bison           bison
+    command  ninja           ninja-build
     header   gtest/gtest.h   libgtest-dev
     header   gmock/gmock.h   libgmock-dev
     header   png.h           libpng-dev
@@ -26,7 +27,6 @@ missing_packages() {
     while read -r kind name package; do
         [ -z "$kind" ] || is_present "$kind" "$name" || echo "$package"
     done <<<"$needs"
-    command -v ninja >/dev/null || command -v make >/dev/null || echo ninja-build
 }
 
 # Installs the missing packages; asks for nothing, and stays off the network if none is missing.

@@ -35,8 +35,8 @@ namespace {
 
 std::string DefaultPreprocessCommand()
 {
-    return "cc -E -w -undef -nostdinc -x c -DOMBRIUM -DIRIX $cpp_options $input_file > "
-           "$cpp_result";
+    return "cc -E -w -undef -nostdinc -x c -DOMBRIUM -DIRIX $cpp_options \"$input_file\" > "
+           "\"$cpp_result\"";
 }
 
 std::string DefaultCCCommand()
@@ -44,6 +44,6 @@ std::string DefaultCCCommand()
     // Loops over points run for several points at once from -O3 on, and only if an operation may be
     // computed where its value is not used.
     return "c++ -O3 -fno-math-errno -fno-trapping-math -fPIC -shared "
-           "-o $output_dir/$output_file $SLC_CC_OPTIONS $SLC_CC_INCLUDE -I" +
-           ShellWord(RuntimeDirectory().string()) + " $cc_input_file";
+           "-o \"$output_dir/$output_file\" $SLC_CC_OPTIONS $SLC_CC_INCLUDE -I" +
+           ShellWord(RuntimeDirectory().string()) + " \"$cc_input_file\"";
 }

@@ -1,0 +1,50 @@
+# shaderqx_add_shaders(TARGET SOURCES... [DSO] [OUTPUT_DIRECTORY D]
+#                      [INCLUDE_DIRECTORIES ...] [OPTIONS ...])
+#
+# Makes TARGET, part of `all`, which compiles the sources; each shader becomes D/SHADER.sqx, where D
+# is the folder TARGET in the current binary directory unless it is given. The target's property
+# SHADERQX_OUTPUT_DIRECTORY tells it. With DSO the shaders become shared objects. The options are
+# those of the compiler.
+#
+# A source is compiled again when it, a file that it includes, the options or the compiler change.
+# What the rule makes is a stamp, since only the compiler learns the name of the shader.
+function(shaderqx_add_shaders target)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "DSO" "OUTPUT_DIRECTORY" "INCLUDE_DIRECTORIES;OPTIONS")
+    if(NOT arg_UNPARSED_ARGUMENTS)
+        message(FATAL_ERROR "shaderqx_add_shaders: '${target}' has no sources")
+    endif()
+    if(NOT arg_OUTPUT_DIRECTORY)
+        set(arg_OUTPUT_DIRECTORY "${target}")
+    endif()
+    cmake_path(ABSOLUTE_PATH arg_OUTPUT_DIRECTORY BASE_DIRECTORY "${CMAKE_CURRENT_BINARY_DIR}")
+
+    set(options ${arg_OPTIONS})
+    if(arg_DSO)
+        list(APPEND options --dso)
+    endif()
+    foreach(directory IN LISTS arg_INCLUDE_DIRECTORIES)
+        cmake_path(ABSOLUTE_PATH directory BASE_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}")
+        list(APPEND options "-I${directory}")
+    endforeach()
+
+    set(state "${CMAKE_CURRENT_BINARY_DIR}/CMakeFiles/${target}.shaders")
+    set(stamps "")
+    foreach(source IN LISTS arg_UNPARSED_ARGUMENTS)
+        cmake_path(ABSOLUTE_PATH source BASE_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}" NORMALIZE)
+        cmake_path(GET source STEM stem)
+        string(MAKE_C_IDENTIFIER "${stem}" stem)
+        string(MD5 hash "${source}")
+        set(stamp "${state}/stamps/${stem}-${hash}")
+        add_custom_command(
+            OUTPUT "${stamp}"
+            COMMAND shaderqx::sqxmake --state "${state}" -o "${arg_OUTPUT_DIRECTORY}"
+                    --step "${stamp}" ${options} -- "${source}"
+            DEPENDS "${source}" shaderqx::shaderqx
+            DEPFILE "${stamp}.d"
+            COMMENT "Compiling shader ${source}"
+            VERBATIM)
+        list(APPEND stamps "${stamp}")
+    endforeach()
+    add_custom_target(${target} ALL DEPENDS ${stamps})
+    set_target_properties(${target} PROPERTIES SHADERQX_OUTPUT_DIRECTORY "${arg_OUTPUT_DIRECTORY}")
+endfunction()

@@ -1,0 +1,136 @@
+#!/usr/bin/env bash
+# Builds a library of shaders in a scratch folder with sqxmake, and looks after each change which
+# shaders are compiled again.
+# usage: run.sh PROGRAM_DIRECTORY
+set -euo pipefail
+bin=$(cd "$1" && pwd)
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS SLC_CC_INCLUDE NINJA
+cd "$scratch"
+library='my shaders'
+output='com piled'
+
+failures=0
+fail() {
+    echo "$*"
+    cat messages
+    failures=$((failures + 1))
+}
+
+# Runs sqxmake with the arguments behind the first, which is the exit status that it must have.
+make_is() {
+    local expected=$1 status=0
+    shift
+    "$bin/sqxmake" -o "$output" "$@" >messages 2>&1 || status=$?
+    [ "$status" = "$expected" ] || fail "sqxmake $*: exit status $status, not $expected"
+}
+
+says() {
+    grep -qF -- "$1" messages || fail "Not said: $1"
+}
+
+# What was compiled since the last look: each output is made anew by it, so its link goes.
+remember() {
+    rm -rf seen
+    mkdir seen
+    for stamp in "$output"/.sqxmake/stamps/*-????????????????; do
+        touch -r "$stamp" "seen/$(sed -n 2p "$stamp")"
+    done
+}
+compiled_are() {
+    local again=()
+    for stamp in "$output"/.sqxmake/stamps/*-????????????????; do
+        local name
+        name=$(sed -n 2p "$stamp")
+        [ -e "seen/$name" ] && [ ! "$stamp" -nt "seen/$name" ] || again+=("${name%.sqx}")
+    done
+    [ "${again[*]:-}" = "$1" ] || fail "Compiled again: '${again[*]:-}', not '$1'"
+    remember
+}
+
+mkdir -p "$library/more" 'inc luded'
+echo '#define WEIGHT 2' >'inc luded/weight.h'
+for i in $(seq 10 58); do
+    echo "surface plain$i() { Ci = $i * Cs; }" >"$library/plain$i.sl"
+done
+for name in 'first user' second_user; do
+    printf '#include "weight.h"\nsurface %s() { Ci = WEIGHT * Cs; }\n' "${name// /_}" >"$library/more/$name.sl"
+done
+include=-Iinc\ luded
+
+make_is 0 "$include" "$library"
+says '51 shaders up to date'
+[ "$(find "$output" -maxdepth 1 -name '*.sqx' | wc -l)" = 51 ] || fail 'Not all 51 shaders are there'
+[ -z "$(find "$library" -name '*.i' -o -name '*.sqx')" ] || fail 'Something was left beside the sources'
+remember
+
+make_is 0 "$include" "$library"
+compiled_are ''
+
+sleep 0.01
+touch 'inc luded/weight.h'
+before=$(stat -c %y "$output/first_user.sqx")
+make_is 0 "$include" "$library"
+compiled_are 'first_user second_user'
+[ "$(stat -c %y "$output/first_user.sqx")" = "$before" ] || fail 'An output that is as before got another time'
+
+touch "$library/plain20.sl"
+rm "$output/plain30.sqx"
+make_is 0 "$include" "$library"
+compiled_are 'plain20 plain30'
+
+# One broken file of fifty: the others are compiled, it is named, and nothing of it is left.
+echo 'surface plain40() { Ci = noSuchName; }' >"$library/plain40.sl"
+touch "$library/plain41.sl"
+make_is 1 -k "$include" "$library"
+says "$library/plain40.sl:1: ERROR"
+says "Compilation of $library/plain40.sl aborted due to errors: 1 errors, 0 warnings."
+says '50 of 51 shaders compiled, 1 refused:'
+[ ! -e "$output/plain40.sqx" ] || fail 'The refused shader left an output'
+compiled_are plain41
+echo 'surface plain40() { Ci = 1; }' >"$library/plain40.sl"
+make_is 0 "$include" "$library"
+compiled_are plain40
+
+make_is 0 -O0 "$include" "$library/plain10.sl" "$library/plain11.sl"
+compiled_are 'plain10 plain11'
+rm "$library/plain58.sl"
+make_is 0 -O0 "$include" "$library/plain10.sl"
+[ ! -e "$output/plain58.sqx" ] || fail 'The output of a source that is gone is still there'
+
+# A preprocess command of the user's own writes no dependencies; its line markers tell of them.
+# shellcheck disable=SC2016  # the variables are the command's
+export SLC_CPP_COMMAND='cc -E -x c $cpp_options "$input_file" > "$cpp_result"'
+make_is 0 -I"$scratch" "$library/plain10.sl"
+printf '#include "weight.h"\nsurface own() { Ci = WEIGHT; }\n' >own.sl
+cp 'inc luded/weight.h' weight.h
+make_is 0 own.sl
+remember
+sleep 0.01
+touch weight.h
+make_is 0 own.sl
+compiled_are own
+unset SLC_CPP_COMMAND
+
+# What cannot be built.
+echo 'surface plain10() { Ci = 2; }' >double.sl
+make_is 1 "$include" "$library/plain10.sl" double.sl
+says "both make 'plain10.sqx'"
+printf '#include "cycle.h"\n' >cycle.h
+printf '#include "cycle.h"\nsurface cyclic() { Ci = 1; }\n' >cyclic.sl
+make_is 1 cyclic.sl
+says 'Problem during preprocessing.'
+mkdir empty
+make_is 1 empty
+says "There are no shaders in 'empty'"
+make_is 1 nowhere.sl
+says "There is no file or folder 'nowhere.sl'"
+NINJA=./no-ninja make_is 1 own.sl
+says 'install ninja'
+make_is 2 -E own.sl
+says "Unknown option '-E'"
+make_is 2
+output=/proc/nothing make_is 1 own.sl
+says "cannot be made"
+[ "$failures" = 0 ]

@@ -1,0 +1,24 @@
+// Shades one point with a shader that the project's build made, and prints its color.
+
+#include <iostream>
+
+#include "host/QxHost.h"
+
+int main(int, char** argv)
+{
+    try {
+        QxHostScene scene;
+        scene.AddAmbientLight({0.5F, 0.5F, 0.5F});
+        QxShaderObject object(argv[1], scene.Spaces());
+        QxShaderInstance chalk(object);
+        chalk.Set("gain", 0.5);
+        QxHostGrid grid(1, 1);
+        chalk.Run(grid, scene);
+        const QxRGBColor color = grid.Values<QxRGBColor>("Ci")[0];
+        std::cout << color.r << ' ' << color.g << ' ' << color.b << '\n';
+    } catch (const QxHostError& error) {
+        std::cerr << error.what() << '\n';
+        return 1;
+    }
+    return 0;
+}

@@ -1,0 +1,1 @@
+#define GAIN 0.25
