@@ -267,7 +267,7 @@ inline void QxDerivativeAlong(const QxGrid& grid, QxGridAxis axis, const Where& 
 {
     const QxWholeOperand<Value, Operand> values(operand, grid.Size());
     QxOverNeighbours<Value>(grid, where, result, [&](Value* out) {
-        QxDerivative(out, values.Data(), spacing, grid, axis);
+        QxDerivative(out, values.Data(), spacing, grid, axis, where);
     });
 }
 
@@ -277,8 +277,9 @@ inline void QxDerivativeByOperand(const QxGrid& grid, const Where& where, Result
 {
     const QxWholeOperand<Value, Numerator> over(numerator, grid.Size());
     const QxWholeOperand<float, Denominator> by(denominator, grid.Size());
-    QxOverNeighbours<Value>(grid, where, result,
-                            [&](Value* out) { QxDerivativeBy(out, over.Data(), by.Data(), grid); });
+    QxOverNeighbours<Value>(grid, where, result, [&](Value* out) {
+        QxDerivativeBy(out, over.Data(), by.Data(), grid, where);
+    });
 }
 
 template <class Where, class Result, class Operand>
@@ -287,7 +288,7 @@ inline void QxAreaOfOperand(const QxGrid& grid, const Where& where, Result&& res
 {
     const QxWholeOperand<QxVector3, Operand> points(operand, grid.Size());
     QxOverNeighbours<float>(grid, where, result,
-                            [&](float* out) { QxArea(out, points.Data(), grid); });
+                            [&](float* out) { QxArea(out, points.Data(), grid, where); });
 }
 
 template <class Where, class Result, class Operand>
@@ -296,6 +297,6 @@ inline void QxNormalOfOperand(const QxGrid& grid, const Where& where, Result&& r
 {
     const QxWholeOperand<QxVector3, Operand> points(operand, grid.Size());
     QxOverNeighbours<QxVector3>(grid, where, result, [&](QxVector3* out) {
-        QxCalculateNormal(out, points.Data(), du, dv, grid);
+        QxCalculateNormal(out, points.Data(), du, dv, grid, where);
     });
 }

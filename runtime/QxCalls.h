@@ -16,7 +16,7 @@
 
 inline int QxClampedIndex(float index, int count)
 {
-    return static_cast<int>(QxClamp(index, 0.0f, static_cast<float>(count - 1)));
+    return QxToInt(index, 0, count - 1);
 }
 
 template <class Triple>
@@ -47,7 +47,7 @@ inline float QxPack(float a, float b, float c, float d)
 {
     unsigned int bits = 0;
     for (const float value : {a, b, c, d})
-        bits = bits << 8 | static_cast<unsigned int>(QxRound(QxClamp(value, 0.0f, 1.0f) * 255));
+        bits = bits << 8 | static_cast<unsigned int>(QxToInt(QxRound(value * 255), 0, 255));
     float packed;
     std::memcpy(&packed, &bits, sizeof packed);
     return packed;

@@ -107,12 +107,12 @@ inline QxRGBColor ToXyY(const QxRGBColor& c)
     return {xyz.r / sum, xyz.g / sum, xyz.g};
 }
 
-// Luma and chroma of the NTSC system.
+// Luma and chroma of the NTSC system: its rounded weights, and what inverts just those.
 
 inline QxRGBColor FromYiq(const QxRGBColor& c)
 {
     static const float matrix[3][3] = {
-        {1, 0.956f, 0.621f}, {1, -0.272f, -0.647f}, {1, -1.105f, 1.702f}};
+        {1, 0.9556881f, 0.6198581f}, {1, -0.2715818f, -0.6468738f}, {1, -1.1081773f, 1.7050646f}};
     return Linear(c, matrix);
 }
 

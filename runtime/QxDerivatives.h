@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "QxForms.h"
 #include "QxGeometry.h"
 
 /// The points of a grid by row: u runs fastest.
@@ -15,19 +16,23 @@ struct QxGrid {
 /// Which way along the grid a difference is taken.
 enum class QxGridAxis { U, V };
 
+// Each of these has an optional `where`, the points that count. What stands at the others may be
+// left over from other code or never set: it is not read, and what results there has no meaning.
+
 /// How a value changes from one shading point to the next along an axis, at each point: half the
-/// difference of both neighbours, at an edge the difference to the only one, 0 without any.
-/// `result` may be `value`.
-template <class Value>
-inline void QxDifferences(Value* result, const Value* value, const QxGrid& grid, QxGridAxis axis)
+/// difference of both neighbours, at an edge of the grid or of the points that count the difference
+/// to the only one, 0 without any. `result` may be `value`.
+template <class Value, class Where = QxAllPoints>
+inline void QxDifferences(Value* result, const Value* value, const QxGrid& grid, QxGridAxis axis,
+                          const Where& where = Where())
 {
     const std::vector<Value> source(value, value + grid.Size());
     const unsigned int length = axis == QxGridAxis::U ? grid.columns : grid.rows;
     const unsigned int stride = axis == QxGridAxis::U ? 1 : grid.columns;
     for (unsigned int i = 0; i < grid.Size(); ++i) {
         const unsigned int place = i / stride % length;
-        const unsigned int before = place > 0 ? i - stride : i;
-        const unsigned int behind = place + 1 < length ? i + stride : i;
+        const unsigned int before = place > 0 && where(i - stride) ? i - stride : i;
+        const unsigned int behind = place + 1 < length && where(i + stride) ? i + stride : i;
         const float spacing = before != i && behind != i ? 0.5f : 1.0f;
         result[i] = (source[behind] - source[before]) * spacing;
     }
@@ -41,53 +46,56 @@ inline Value QxQuotient(const Value& difference, float step)
 }
 
 /// The derivative of a value by the parameter of an axis, whose step is `spacing` everywhere.
-template <class Value>
+template <class Value, class Where = QxAllPoints>
 inline void QxDerivative(Value* result, const Value* value, float spacing, const QxGrid& grid,
-                         QxGridAxis axis)
+                         QxGridAxis axis, const Where& where = Where())
 {
-    QxDifferences(result, value, grid, axis);
+    QxDifferences(result, value, grid, axis, where);
     for (unsigned int i = 0; i < grid.Size(); ++i)
         result[i] = QxQuotient(result[i], spacing);
 }
 
 /// The derivative of one value by another: along u and v, weighted by how the denominator changes
 /// there, which is its gradient's direction on the grid.
-template <class Value>
+template <class Value, class Where = QxAllPoints>
 inline void QxDerivativeBy(Value* result, const Value* numerator, const float* denominator,
-                           const QxGrid& grid)
+                           const QxGrid& grid, const Where& where = Where())
 {
     std::vector<Value> alongU(grid.Size());
     std::vector<Value> alongV(grid.Size());
     std::vector<float> byU(grid.Size());
     std::vector<float> byV(grid.Size());
-    QxDifferences(alongU.data(), numerator, grid, QxGridAxis::U);
-    QxDifferences(alongV.data(), numerator, grid, QxGridAxis::V);
-    QxDifferences(byU.data(), denominator, grid, QxGridAxis::U);
-    QxDifferences(byV.data(), denominator, grid, QxGridAxis::V);
+    QxDifferences(alongU.data(), numerator, grid, QxGridAxis::U, where);
+    QxDifferences(alongV.data(), numerator, grid, QxGridAxis::V, where);
+    QxDifferences(byU.data(), denominator, grid, QxGridAxis::U, where);
+    QxDifferences(byV.data(), denominator, grid, QxGridAxis::V, where);
     for (unsigned int i = 0; i < grid.Size(); ++i)
         result[i] =
             QxQuotient(alongU[i] * byU[i] + alongV[i] * byV[i], byU[i] * byU[i] + byV[i] * byV[i]);
 }
 
 /// The normal of a surface whose points are given, not of unit length.
+template <class Where = QxAllPoints>
 inline void QxCalculateNormal(QxVector3* result, const QxVector3* points, float du, float dv,
-                              const QxGrid& grid)
+                              const QxGrid& grid, const Where& where = Where())
 {
     std::vector<QxVector3> alongU(grid.Size());
     std::vector<QxVector3> alongV(grid.Size());
-    QxDerivative(alongU.data(), points, du, grid, QxGridAxis::U);
-    QxDerivative(alongV.data(), points, dv, grid, QxGridAxis::V);
+    QxDerivative(alongU.data(), points, du, grid, QxGridAxis::U, where);
+    QxDerivative(alongV.data(), points, dv, grid, QxGridAxis::V, where);
     for (unsigned int i = 0; i < grid.Size(); ++i)
         result[i] = QxCross(alongU[i], alongV[i]);
 }
 
 /// The area that each shading point stands for.
-inline void QxArea(float* result, const QxVector3* points, const QxGrid& grid)
+template <class Where = QxAllPoints>
+inline void QxArea(float* result, const QxVector3* points, const QxGrid& grid,
+                   const Where& where = Where())
 {
     std::vector<QxVector3> alongU(grid.Size());
     std::vector<QxVector3> alongV(grid.Size());
-    QxDifferences(alongU.data(), points, grid, QxGridAxis::U);
-    QxDifferences(alongV.data(), points, grid, QxGridAxis::V);
+    QxDifferences(alongU.data(), points, grid, QxGridAxis::U, where);
+    QxDifferences(alongV.data(), points, grid, QxGridAxis::V, where);
     for (unsigned int i = 0; i < grid.Size(); ++i)
         result[i] = QxLength(QxCross(alongU[i], alongV[i]));
 }

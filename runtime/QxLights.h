@@ -91,7 +91,8 @@ struct QxSpecularBrdfCall {
     }
 };
 
-/// Bui Tuong Phong, "Illumination for computer generated pictures", 1975.
+/// Bui Tuong Phong, "Illumination for computer generated pictures", 1975. Light from behind the
+/// surface gives none, as in the other answers.
 class QxPhongCall {
 public:
     explicit QxPhongCall(const QxLights& lights) : m_lights(lights) {}
@@ -100,6 +101,8 @@ public:
     {
         const QxVector3 mirrored = QxReflect(-QxNormalize(toEye), QxNormalize(normal));
         return m_lights.Sum(point, [&](const QxVector3& toLight) {
+            if (QxDot(toLight, normal) <= 0)
+                return 0.0f;
             return QxPow(QxMax(0, QxDot(mirrored, toLight)), exponent);
         });
     }
@@ -109,9 +112,23 @@ private:
 };
 
 /// A direction lies within `angle` radians of an axis. Neither needs unit length.
+///
+/// What points exactly along the axis, or against it, lies on the border of a cone of no or of the
+/// widest angle, where the rounding of single precision would decide. So the products are of double
+/// precision, which keeps those of single-precision numbers whole, and what lies within the
+/// rounding of the operands themselves counts as aligned.
 inline bool QxIsWithinCone(const QxVector3& direction, const QxVector3& axis, float angle)
 {
-    return QxDot(QxNormalize(direction), QxNormalize(axis)) >= std::cos(angle);
+    if (angle >= QX_PI_FLOAT)
+        return true;
+    const auto dot = [](const QxVector3& a, const QxVector3& b) {
+        return static_cast<double>(a.x) * b.x + static_cast<double>(a.y) * b.y +
+               static_cast<double>(a.z) * b.z;
+    };
+    const double rounding = 1e-12;  // of a cosine: an angle of a millionth
+    const double lengths = std::sqrt(dot(direction, direction) * dot(axis, axis));
+    const double least = std::cos(static_cast<double>(angle)) - rounding;
+    return dot(direction, axis) >= (lengths > 0 ? lengths * least : least);
 }
 
 // The light statements, at one point. Each gives the flag.

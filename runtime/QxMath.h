@@ -55,10 +55,10 @@ inline float QxLog(float x)
     return x <= 0 ? 0.0f : std::log(x);
 }
 
-/// Logarithm of x to the given base.
+/// Logarithm of x to the given base. No power of 1 is another number.
 inline float QxLog(float x, float base)
 {
-    return x <= 0 || base <= 0 ? 0.0f : std::log(x) / std::log(base);
+    return x <= 0 || base <= 0 || base == 1 ? 0.0f : std::log(x) / std::log(base);
 }
 
 /// The remainder of a / b, from 0 up to, but not including, the absolute value of b.
@@ -86,6 +86,15 @@ inline float QxMax(float a, float b)
 inline float QxClamp(float x, float low, float high)
 {
     return x < low ? low : (high < x ? high : x);
+}
+
+/// The whole part of x, from `low` to `high`; what is no number counts as the lowest. To convert a
+/// number that an int cannot hold has no meaning of its own.
+inline int QxToInt(float x, int low, int high)
+{
+    if (!(x > static_cast<float>(low)))
+        return low;
+    return x < static_cast<float>(high) ? static_cast<int>(x) : high;
 }
 
 inline float QxRound(float x)

@@ -46,12 +46,13 @@ inline float Fade(float t)
 }
 
 /// The offset's product with a gradient that the hash picks: all coordinates but one count, with
-/// either sign. One dimension has slopes between -1 and 1.
+/// either sign. In the middle of a cell two such coordinates come to 1, as does the one coordinate
+/// of one dimension with slopes between -2 and 2.
 template <int n>
 inline float Slope(unsigned int hash, const float (&offset)[n])
 {
     if (n == 1)
-        return offset[0] * (static_cast<float>(hash & 15u) / 7.5f - 1);
+        return offset[0] * (static_cast<float>(hash & 15u) / 3.75f - 2);
     const int left = n == 2 ? -1 : static_cast<int>((hash >> 8) % n);
     float sum = 0;
     for (int i = 0; i < n; ++i)

@@ -110,7 +110,7 @@ public:
                                                 sBlur, tBlur, sWidth, tWidth, filter);
         query.bias = bias;
         query.inLight = m_inLight;
-        query.sourceCount = static_cast<int>(sourceCount);
+        query.sourceCount = QxToInt(sourceCount, 0, 4);
         query.sources[0] = q1;
         query.sources[1] = q2;
         query.sources[2] = q3;
@@ -125,21 +125,22 @@ private:
     bool m_inLight;
 };
 
-// Footprints: the corners of the patch that a shading point covers, in turn around it.
+// Footprints: the corners of the patch that a shading point covers, in turn around it. Where only
+// some points count, the others have no part in it.
 
 template <class Value>
 class QxPatch {
 public:
-    template <class Operand>
-    QxPatch(const Operand& operand, const QxGrid& grid)
+    template <class Operand, class Where>
+    QxPatch(const Operand& operand, const QxGrid& grid, const Where& where)
         : m_center(grid.Size()),
           m_alongU(grid.Size()),
           m_alongV(grid.Size())
     {
         for (unsigned int i = 0; i < grid.Size(); ++i)
             m_center[i] = QxAt(operand, i);
-        QxDifferences(m_alongU.data(), m_center.data(), grid, QxGridAxis::U);
-        QxDifferences(m_alongV.data(), m_center.data(), grid, QxGridAxis::V);
+        QxDifferences(m_alongU.data(), m_center.data(), grid, QxGridAxis::U, where);
+        QxDifferences(m_alongV.data(), m_center.data(), grid, QxGridAxis::V, where);
     }
     /// `u` and `v`: -1 or 1, the side of the patch.
     Value Corner(unsigned int point, float u, float v) const
@@ -160,7 +161,7 @@ inline void QxPatchCorners(const QxGrid& grid, const Where& where, const Operand
                            Result&& p2, Result&& p3, Result&& p4)
 {
     using Value = typename std::decay<decltype(QxAt(p, 0u))>::type;
-    const QxPatch<Value> patch(p, grid);
+    const QxPatch<Value> patch(p, grid, where);
     for (unsigned int i = 0; i < grid.Size(); ++i) {
         if (!where(i))
             continue;
@@ -175,7 +176,7 @@ inline void QxPatchCorners(const QxGrid& grid, const Where& where, const Operand
 template <class Where, class Result, class Operand>
 inline void QxFilterStepEnds(const QxGrid& grid, const Where& where, Result&& s2, const Operand& s1)
 {
-    const QxPatch<float> patch(s1, grid);
+    const QxPatch<float> patch(s1, grid, where);
     for (unsigned int i = 0; i < grid.Size(); ++i)
         if (where(i))
             QxAt(s2, i) = QxAt(s1, i) + std::abs(patch.AlongU(i)) + std::abs(patch.AlongV(i));

@@ -39,7 +39,7 @@ inline const QxSplineBasis& QxFindSplineBasis(const char* name)
     return bases[0];
 }
 
-/// The spline at `position` (0 to 1, clamped) over `count` control values, which `values(i)`
+/// The spline at `position` (0 to 1, clamped; 0 for what is no number) over `count` control values, which `values(i)`
 /// gives. Values that do not fill a segment are left out; fewer than four give the first one.
 template <class Value, class Values>
 inline Value QxSpline(const QxSplineBasis& basis, float position, int count, const Values& values)
@@ -47,8 +47,8 @@ inline Value QxSpline(const QxSplineBasis& basis, float position, int count, con
     if (count < 4)
         return values(0);
     const int segments = (count - 4) / basis.step + 1;
-    const float place = QxClamp(position, 0.0f, 1.0f) * static_cast<float>(segments);
-    const int segment = std::min(static_cast<int>(place), segments - 1);
+    const float place = position > 0 ? QxMin(position, 1) * static_cast<float>(segments) : 0;
+    const int segment = QxToInt(place, 0, segments - 1);
     const float t = place - static_cast<float>(segment);
     const auto weight = [&](int value) {
         const auto& w = basis.weights;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <regex.h>
@@ -24,23 +25,34 @@ inline std::string Number(float value)
     return buffer;
 }
 
-inline std::string Numbers(const float* values, int count)
+/// The whole part, with all its digits.
+inline std::string WholeNumber(float value)
 {
-    std::string text = Number(values[0]);
+    char buffer[64];
+    // The sum makes a whole number of minus zero.
+    std::snprintf(buffer, sizeof buffer, "%.0f", std::trunc(static_cast<double>(value)) + 0.0);
+    return buffer;
+}
+
+inline std::string Numbers(const void* values, int count, std::string (*write)(float))
+{
+    const float* numbers = static_cast<const float*>(values);
+    std::string text = write(numbers[0]);
     for (int i = 1; i < count; ++i)
-        text += ' ' + Number(values[i]);
+        text += ' ' + write(numbers[i]);
     return text;
 }
 
-inline std::string Value(const QxTextArgument& argument)
+inline std::string Value(const QxTextArgument& argument, bool whole)
 {
+    const auto number = whole ? WholeNumber : Number;
     switch (argument.type) {
     case QxTextArgument::Float:
-        return Number(*static_cast<const float*>(argument.value));
+        return Numbers(argument.value, 1, number);
     case QxTextArgument::Triple:
-        return Numbers(static_cast<const float*>(argument.value), 3);
+        return Numbers(argument.value, 3, number);
     case QxTextArgument::Matrix:
-        return Numbers(static_cast<const float*>(argument.value), 16);
+        return Numbers(argument.value, 16, number);
     case QxTextArgument::String:
         break;
     }
@@ -51,7 +63,7 @@ inline std::string Value(const QxTextArgument& argument)
 }  // namespace qxtext
 
 /// The pattern with each of %f, %d, %p, %c, %m and %s replaced by the next argument, which is
-/// written by its own type; %% is a percent sign. What has no argument left stays as it is.
+/// written by its own type, and by %d without fractions; %% is a percent sign. What has no argument left stays as it is.
 inline std::string QxFormat(const char* pattern, const QxTextArgument* arguments, int count)
 {
     std::string text;
@@ -62,7 +74,7 @@ inline std::string QxFormat(const char* pattern, const QxTextArgument* arguments
         } else if (c[1] == '%') {
             text += *++c;
         } else if (std::string("fdpcms").find(c[1]) != std::string::npos && next < count) {
-            text += qxtext::Value(arguments[next++]);
+            text += qxtext::Value(arguments[next++], c[1] == 'd');
             ++c;
         } else {
             text += *c;

@@ -30,7 +30,7 @@ double Pow(Arguments a)
 
 double Log2(Arguments a)
 {
-    return a[0] <= 0 || a[1] <= 0 ? 0 : std::log(a[0]) / std::log(a[1]);
+    return a[0] <= 0 || a[1] <= 0 || a[1] == 1 ? 0 : std::log(a[0]) / std::log(a[1]);
 }
 
 double Mod(Arguments a)

@@ -396,7 +396,7 @@ TEST_F(ExampleValues, OfVolumesAndImagers)
         {"exposure_flat",
          {{"Ci", {0.25, 0.25, 0.25}}, {"gamma", {2}}, {"warmth", {0.1F}}},
          "Ci",
-         {0.5956F, 0.4728F, 0.3895F}},
+         {0.595569F, 0.472842F, 0.389182F}},
         // The middle and a corner of the picture.
         {"vignette",
          {{"P", {0.25, 0.25, 0, 0.5, 0.5, 0}}},

@@ -77,6 +77,40 @@ TEST(Language, ComputesExpressions)
     ExpectAllRun(cases);
 }
 
+TEST(Language, TakesDerivativesFromThePointsOfABranch)
+{
+    static const RunCase cases[] = {
+        {"if (u > 0.25) r = Du(u * u);", {0, 1.5, 1.5, 0, 1.5, 1.5}},
+        {"if (u > 0.75) r = 9; else r = Du(u * u);", {0.5, 0.5, 9, 0.5, 0.5, 9}},
+        {"if (u > 0.75) r = 1 + Du(u);", {0, 0, 1, 0, 0, 1}},
+        {"if (u < 0.25 || v > 0.5) r = Dv(u + 2 * v) + Du(u * u);", {2, 0, 0, 2.5, 1, 1.5}},
+        {"if (u > 0.25) { if (v < 0.5) r = Dv(v) + Deriv(u * u, u); }", {0, 1.5, 1.5, 0, 0, 0}},
+        {"float i = 0; while (i < u * 2) { i += 1; r = Du(u * u); }", {0, 1.5, 0, 0, 1.5, 0}},
+        {"if (u > 0.25) { point q = point(u * u, v * 2, 0); r = area(q); }",
+         {0, 1.5, 1.5, 0, 1.5, 1.5}},
+        {"if (u > 0.25) r = zcomp(calculatenormal(point(u * u, v * 2, 0)));", {0, 3, 3, 0, 3, 3}},
+        // A box over 0.25..1 and its neighbour, which is as wide.
+        {"if (u > 0.25) r = filterstep(0.625, u * u, \"filter\", \"box\");",
+         {0, 0.5, 1, 0, 0.5, 1}},
+    };
+    ExpectAllRun(cases);
+}
+
+TEST(Language, KeepsToItsRangesWhateverTheNumber)
+{
+    static const RunCase cases[] = {
+        {"float z = one - 1; r = spline(z / z, 1, 3, 4, 5) + comp(color(7, 8, 9), z / z);",
+         {10, 10, 10, 10, 10, 10}},
+        {"float z = one * 1e30; matrix m = matrix(0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 6);"
+         " r = comp(m, z, z); setcomp(m, -z, z, 2); r += comp(m, 0, 3);",
+         {8, 8, 8, 8, 8, 8}},
+        {"r = log(5, one) + log(5, 1) + log(8, 2);", {3, 3, 3, 3, 3, 3}},
+        {"if (format(\"%d %d\", 1048576 * one, -2.75 * one) == \"1048576 -2\") r = 1;",
+         {1, 1, 1, 1, 1, 1}},
+    };
+    ExpectAllRun(cases);
+}
+
 TEST(Language, RunsBranchesForThePointsTheyAreFor)
 {
     static const RunCase cases[] = {

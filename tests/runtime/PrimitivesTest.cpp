@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "QxCalls.h"
 #include "QxColorSpaces.h"
 #include "QxDerivatives.h"
 #include "QxFilters.h"
@@ -28,6 +29,8 @@ TEST(QxMath, GivesZeroWhereAFunctionHasNoValue)
 {
     EXPECT_EQ(QxSqrt(-1), 0);
     EXPECT_EQ(QxLog(0), 0);
+    EXPECT_EQ(QxLog(5, 1), 0);
+    EXPECT_NEAR(QxLog(8, 2), 3, k_near);
     EXPECT_EQ(QxInverseSqrt(0), 0);
     EXPECT_EQ(QxPow(-2, 0.5f), 0);
     EXPECT_EQ(QxPow(-2, 3), -8);
@@ -103,6 +106,15 @@ TEST(QxNoise, IsContinuousCentredAndRepeatable)
         QxNoise::At(before, x);
         EXPECT_EQ(before, 0.5f) << i;
     }
+    float lowest = 1;
+    float highest = 0;
+    for (int i = 0; i < 4000; ++i) {
+        QxNoise::At(before, 0.25f * static_cast<float>(i));
+        lowest = std::min(lowest, before);
+        highest = std::max(highest, before);
+    }
+    EXPECT_NEAR(lowest, 0, 0.05f);
+    EXPECT_NEAR(highest, 1, 0.05f);
     QxPeriodicNoise::At(before, 0.3f, 0.8f, 4, 5);
     QxPeriodicNoise::At(behind, 4.3f, -4.2f, 4, 5);
     EXPECT_NEAR(before, behind, 1e-4f);
@@ -135,6 +147,8 @@ TEST(QxSplines, PassThroughOrHullAsTheBasisSays)
     EXPECT_NEAR(spline("bspline", 0), (0 + 4 * 1 + 3) / 6.0f, k_near);
     EXPECT_NEAR(spline("hermite", 0), 0, k_near);
     EXPECT_NEAR(spline("unheard of", 2), 2, k_near);
+    EXPECT_NEAR(spline("linear", NAN), 1, k_near);  // as at 0
+    EXPECT_NEAR(spline("linear", INFINITY), 2, k_near);
 }
 
 TEST(QxFilters, FallFromOneToZeroOverTheInterval)
@@ -154,7 +168,7 @@ TEST(QxColorSpaces, GoThereAndBack)
     for (const char* space : {"rgb", "hsv", "hsl", "xyz", "xyY", "YIQ"}) {
         ASSERT_TRUE(QxIsColorSpace(space)) << space;
         const QxRGBColor back = QxColorTransform(QxColorFromRgb(color, space), space, "rgb");
-        ExpectNear(back, color.r, color.g, color.b, 1e-3f);
+        ExpectNear(back, color.r, color.g, color.b, 1e-5f);
     }
     ExpectNear(QxColorToRgb({1 / 3.0f, 1, 1}, "hsv"), 0, 1, 0);
     ExpectNear(QxColorFromRgb({0, 0, 1}, "hsl"), 2 / 3.0f, 1, 0.5f);
@@ -170,6 +184,10 @@ TEST(QxText, WritesEachArgumentByItsOwnType)
                                         {QxTextArgument::Triple, &point},
                                         {QxTextArgument::String, &name}};
     EXPECT_EQ(QxFormat("%f|%p|%s|%%|%f|%", arguments, 3), "0.5|1 2 3|oak|%|%f|%");
+    const QxVector3 large = {16777216, -2.75f, -0.25f};
+    const QxTextArgument wholes[] = {{QxTextArgument::Float, &large.x},
+                                     {QxTextArgument::Triple, &large}};
+    EXPECT_EQ(QxFormat("%d %d %d", wholes, 2), "16777216 16777216 -2 0 %d");
     EXPECT_TRUE(QxMatch("^o.k$", "oak"));
     EXPECT_FALSE(QxMatch("(", "("));
 }
@@ -193,4 +211,82 @@ TEST(QxDerivatives, TakeNeighboursAndEdges)
     EXPECT_EQ(values[6], 5);
     QxDerivative(values, values, 1, {12, 1}, QxGridAxis::V);  // no neighbour
     EXPECT_EQ(values[3], 0);
+}
+
+TEST(QxDerivatives, ReadOnlyThePointsThatCount)
+{
+    // Values u * u + 10 v where the mask holds.
+    const QxGrid grid = {5, 2};
+    const bool mask[] = {true, true, false, true, true, true, false, true, true, true};
+    float values[10];
+    for (int i = 0; i < 10; ++i)
+        values[i] = mask[i] ? static_cast<float>((i % 5) * (i % 5) + 10 * (i / 5)) : NAN;
+    const QxPointsIf<bool[10]> where = {mask, true};
+    struct Row {
+        int point;
+        float alongU;
+        float alongV;
+    };
+    static const Row rows[] = {{0, 1, 10}, {1, 1, 0}, {3, 7, 10},
+                               {5, 0, 10}, {7, 5, 0}, {8, 6, 10}};
+    float alongU[10];
+    float alongV[10];
+    QxDerivative(alongU, values, 1, grid, QxGridAxis::U, where);
+    QxDerivative(alongV, values, 1, grid, QxGridAxis::V, where);
+    for (const Row& row : rows) {
+        EXPECT_EQ(alongU[row.point], row.alongU) << row.point;
+        EXPECT_EQ(alongV[row.point], row.alongV) << row.point;
+    }
+}
+
+TEST(QxLights, CountWhatLiesOnTheBorderOfACone)
+{
+    const QxVector3 axis = {0.3f, -1.1f, 0.7f};
+    struct Row {
+        QxVector3 direction;
+        float angle;
+        bool within;
+    };
+    const Row rows[] = {
+        {axis * 3, 0, true},
+        {QxNormalize(axis), 0, true},
+        {axis + QxVector3{0.001f, 0, 0}, 0, false},
+        {-axis, QX_PI_FLOAT, true},
+        {-QxNormalize(axis), 3.14159f, false},
+        {-axis, 2 * QX_PI_FLOAT, true},
+        {{1.1f, 0.3f, 0}, QX_PI_FLOAT / 2 + 1e-6f, true},
+        {{1.1f, 0.2f, 0}, 1, false},
+        {axis, NAN, false},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(QxIsWithinCone(row.direction, axis, row.angle), row.within)
+            << row.direction.x << ' ' << row.angle;
+}
+
+TEST(QxLights, PhongLeavesOutWhatIsBehindTheSurface)
+{
+    // Grazing light from just above and just below, seen from the other side.
+    QxRGBColor Cl = {1, 1, 1};
+    for (const float height : {0.05f, -0.05f}) {
+        QxVector3 L = {1, 0, height};
+        const QxLightInput light = {&L, &Cl, &Cl};
+        const QxVector3 P = {0, 0, 0};
+        const QxPhongCall phong(QxLights{nullptr, &P, &light, 1});
+        EXPECT_EQ(phong(0, {0, 0, 1}, {-1, 0, 0.05f}, 2).r > 0.9f, height > 0) << height;
+        EXPECT_EQ(phong(0, {0, 0, 1}, {-1, 0, 0.05f}, 2).r == 0, height < 0) << height;
+    }
+}
+
+TEST(QxCalls, ClampWhatNoIntegerHolds)
+{
+    const QxVector3 triple = {1, 2, 3};
+    const float infinity = INFINITY;
+    EXPECT_EQ(QxComponent(triple, NAN), 1);
+    EXPECT_EQ(QxComponent(triple, infinity), 3);
+    EXPECT_EQ(QxComponent(triple, -1e30f), 1);
+    EXPECT_EQ(QxComponent(triple, 1.9f), 2);
+    QxMatrix44 matrix = QxMatrix44::Identity();
+    QxSetComponent(matrix, NAN, 1e30f, 5);
+    EXPECT_EQ(matrix[0][3], 5);
+    EXPECT_EQ(QxPack(NAN, 2, -1, 1), QxPack(0, 1, 0, 1));
 }

@@ -45,7 +45,8 @@ template <class Value, QxGridAxis axis>
 void Derivative(const SqxGridCall& call)
 {
     std::vector<Value> values = call.Gather<Value>(1);
-    QxDerivative(values.data(), values.data(), call.At(0).Get<float>(2), call.Grid(), axis);
+    QxDerivative(values.data(), values.data(), call.At(0).Get<float>(2), call.Grid(), axis,
+                 call.Where());
     call.Scatter(0, values);
 }
 
@@ -54,14 +55,14 @@ void DerivativeBy(const SqxGridCall& call)
 {
     std::vector<Value> values(call.Points());
     QxDerivativeBy(values.data(), call.Gather<Value>(1).data(), call.Gather<float>(2).data(),
-                   call.Grid());
+                   call.Grid(), call.Where());
     call.Scatter(0, values);
 }
 
 void Area(const SqxGridCall& call)
 {
     std::vector<float> values(call.Points());
-    QxArea(values.data(), call.Gather<Vector>(1).data(), call.Grid());
+    QxArea(values.data(), call.Gather<Vector>(1).data(), call.Grid(), call.Where());
     call.Scatter(0, values);
 }
 
@@ -69,7 +70,7 @@ void CalculateNormal(const SqxGridCall& call)
 {
     std::vector<Vector> values(call.Points());
     QxCalculateNormal(values.data(), call.Gather<Vector>(1).data(), call.At(0).Get<float>(2),
-                      call.At(0).Get<float>(3), call.Grid());
+                      call.At(0).Get<float>(3), call.Grid(), call.Where());
     call.Scatter(0, values);
 }
 
@@ -83,8 +84,8 @@ struct Footprint {
           alongU(center.size()),
           alongV(center.size())
     {
-        QxDifferences(alongU.data(), center.data(), call.Grid(), QxGridAxis::U);
-        QxDifferences(alongV.data(), center.data(), call.Grid(), QxGridAxis::V);
+        QxDifferences(alongU.data(), center.data(), call.Grid(), QxGridAxis::U, call.Where());
+        QxDifferences(alongV.data(), center.data(), call.Grid(), QxGridAxis::V, call.Where());
     }
     [[nodiscard]] std::vector<Value> Corner(float u, float v) const
     {

@@ -29,6 +29,11 @@ public:
         return m_condition < 0 ||
                SqxCall(m_machine, m_store, std::span(&m_condition, 1), point).Get<bool>(0);
     }
+    /// The points that the instruction handles.
+    [[nodiscard]] auto Where() const
+    {
+        return [this](std::size_t point) { return IsOn(point); };
+    }
     [[nodiscard]] const QxGrid& Grid() const { return m_grid; }
     [[nodiscard]] std::size_t Points() const { return m_grid.Size(); }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 
 #include "machine/SqxDefaults.h"
 #include "machine/SqxScene.h"
@@ -369,10 +370,13 @@ void SqxMachine::RunAt(const SqxCode& code, std::size_t point)
 void SqxMachine::CheckIndex(const SqxCall& call)
 {
     const float index = call.Get<float>(1);
-    if (static_cast<int>(index) >= 0 && static_cast<int>(index) < call.Operand(2))
+    // The whole part counts, and what is no number lies outside.
+    if (std::trunc(index) >= 0 && std::trunc(index) < static_cast<float>(call.Operand(2)))
         return;
-    Support().Report(call.Get<std::string>(3) + ':' + std::to_string(call.Operand(4)) + ": index " +
-                     std::to_string(static_cast<int>(index)) + " is outside of array '" +
+    char place[64];
+    std::snprintf(place, sizeof place, ":%d: index %g", call.Operand(4),
+                  static_cast<double>(index));
+    Support().Report(call.Get<std::string>(3) + place + " is outside of array '" +
                      call.Get<std::string>(0) + "'");
 }
 

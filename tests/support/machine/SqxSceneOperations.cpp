@@ -82,7 +82,7 @@ void Shadow(const SqxCall& call)
     query.bias = Number(call, 14);
     query.inLight = call.Machine().IsLight();
     if (call.Count() > 15) {
-        query.sourceCount = static_cast<int>(Number(call, 15));
+        query.sourceCount = QxToInt(Number(call, 15), 0, 4);
         for (std::size_t i = 0; i < 4; ++i)
             query.sources[i] = Triple(call, 16 + i);
     }
