@@ -22,44 +22,43 @@ std::size_t SlcScanner::sm_noStringBefore = 0;
 
 namespace {
 
-struct Keyword {
-    std::string_view word;
-    int token;
-};
+using enum SlcWordKind;
 
-//   word           token
-constexpr Keyword k_keywords[] = {
-    {"light", LIGHT},
-    {"surface", SURFACE},
-    {"volume", VOLUME},
-    {"displacement", DISPLACEMENT},
-    {"imager", IMAGER},
-    {"varying", VARYING},
-    {"uniform", UNIFORM},
-    {"extern", EXTERN},
-    {"output", OUTPUT},
-    {"void", VOID},
-    {"float", FLOAT},
-    {"string", STRING},
-    {"normal", NORMAL},
-    {"vector", VECTOR},
-    {"point", POINT},
-    {"color", COLOR},
-    {"matrix", MATRIX},
-    {"return", RETURN},
-    {"if", IF},
-    {"else", ELSE},
-    {"while", WHILE},
-    {"for", FOR},
-    {"solar", SOLAR},
-    {"illuminate", ILLUMINATE},
-    {"illuminance", ILLUMINANCE},
-    {"break", BREAK},
-    {"continue", CONTINUE},
-    {"texture", TEXTURE},
-    {"environment", ENVIRONMENT},
-    {"shadow", SHADOW},
+// clang-format off
+//   word            token          kind
+constexpr SlcKeyword k_keywords[] = {
+    {"light",         LIGHT,         Shader},
+    {"surface",       SURFACE,       Shader},
+    {"volume",        VOLUME,        Shader},
+    {"displacement",  DISPLACEMENT,  Shader},
+    {"imager",        IMAGER,        Shader},
+    {"varying",       VARYING,       Detail},
+    {"uniform",       UNIFORM,       Detail},
+    {"extern",        EXTERN,        Detail},
+    {"output",        OUTPUT,        Detail},
+    {"void",          VOID,          Type},
+    {"float",         FLOAT,         Type},
+    {"string",        STRING,        Type},
+    {"normal",        NORMAL,        Type},
+    {"vector",        VECTOR,        Type},
+    {"point",         POINT,         Type},
+    {"color",         COLOR,         Type},
+    {"matrix",        MATRIX,        Type},
+    {"return",        RETURN,        Statement},
+    {"if",            IF,            Statement},
+    {"else",          ELSE,          Statement},
+    {"while",         WHILE,         Statement},
+    {"for",           FOR,           Statement},
+    {"solar",         SOLAR,         Statement},
+    {"illuminate",    ILLUMINATE,    Statement},
+    {"illuminance",   ILLUMINANCE,   Statement},
+    {"break",         BREAK,         Statement},
+    {"continue",      CONTINUE,      Statement},
+    {"texture",       TEXTURE,       Texture},
+    {"environment",   ENVIRONMENT,   Texture},
+    {"shadow",        SHADOW,        Texture},
 };
+// clang-format on
 
 void RefuseIfTooLong(std::string_view text)
 {
@@ -71,9 +70,14 @@ void RefuseIfTooLong(std::string_view text)
 
 }  // namespace
 
+std::span<const SlcKeyword> SlcKeywords()
+{
+    return k_keywords;
+}
+
 int SlcKeywordToken(std::string_view word)
 {
-    for (const Keyword& keyword : k_keywords)
+    for (const SlcKeyword& keyword : k_keywords)
         if (keyword.word == word)
             return keyword.token;
     return IDENTIFIER;

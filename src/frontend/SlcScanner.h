@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdio>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -54,6 +55,17 @@ private:
     static std::size_t sm_taken;           // characters of the source
     static std::size_t sm_noStringBefore;  // no literal that starts before so many has an end
 };
+
+/// What a keyword is for, as those who color sources tell words apart.
+enum class SlcWordKind { Shader, Detail, Type, Statement, Texture };
+
+struct SlcKeyword {
+    std::string_view word;
+    int token;
+    SlcWordKind kind;
+};
+
+[[nodiscard]] std::span<const SlcKeyword> SlcKeywords();
 
 /// The token for a word; that of identifiers for a word that is no keyword.
 [[nodiscard]] int SlcKeywordToken(std::string_view word);

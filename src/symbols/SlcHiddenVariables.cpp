@@ -65,6 +65,11 @@ const VarInfo& Find(std::span<const VarInfo> variables, std::string_view name, c
 
 }  // namespace
 
+std::span<const VarInfo> SlcHiddenVariables::All()
+{
+    return k_hiddens;
+}
+
 const VarInfo& SlcHiddenVariables::GetVarInfoHidden(std::string_view name)
 {
     return Find(k_hiddens, name, "SlcHiddenVariables::GetVarInfoHidden");

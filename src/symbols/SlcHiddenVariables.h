@@ -16,6 +16,8 @@ public:
         const char* accessor;  // the text by which generated code reaches the variable
     };
 
+    /// All of them, whichever kind of shader knows them.
+    [[nodiscard]] static std::span<const VarInfo> All();
     /// A name that no shader knows is a fault of the compiler, and fatal.
     [[nodiscard]] static const VarInfo& GetVarInfoHidden(std::string_view name);
     /// Null for a name that no shader knows.

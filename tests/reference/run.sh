@@ -1,0 +1,39 @@
+#!/usr/bin/env bash
+# The documents and editor files that are made of the compiler's tables are those in the tree, and
+# the editors find the compiler's reports.
+# usage: run.sh PROGRAM_DIRECTORY
+set -euo pipefail
+root=$(cd "$(dirname "$0")/../.." && pwd)
+bin=$(cd "$1" && pwd)
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+cp -r "$root/docs" "$root/editors" "$scratch"
+"$bin/sqxreference" "$scratch"
+for folder in docs editors; do
+    diff -ru "$root/$folder" "$scratch/$folder" || {
+        echo "Stale: cmake --build build/release --target reference makes them anew"
+        exit 1
+    }
+done
+
+cd "$scratch"
+export SLC_CPP_COMMAND='cat $input_file > $cpp_result' SLC_CC_COMMAND=false
+printf '# 1 "faulty.sl"\nsurface faulty()\n{\n    point q = P + P;\n    Ci = missing;\n}\n' >faulty.sl
+"$bin/shaderqx" faulty.sl 2>messages && exit 1
+pattern=$(sed -n 's/.*"regexp": "\(.*\)",/\1/p' editors/vscode/package.json | sed 's/\\\\/\\/g; s/\\d/[0-9]/g; s/(\.+?)/(.+)/')
+[ "$(grep -cE "$pattern" messages)" = "$(grep -cE '(ERROR|WARNING)' messages)" ] || {
+    echo "The problem matcher does not find: "
+    cat messages
+    exit 1
+}
+if command -v vim >/dev/null && vim --version | grep -q '+quickfix'; then
+    PATH=$bin:$PATH vim -u NONE -N -es --cmd 'set rtp^=editors/vim' faulty.sl \
+        -c 'compiler shaderqx' -c 'silent make' \
+        -c 'call writefile(map(filter(getqflist(), "v:val.valid"), "v:val.lnum . v:val.type"), "found")' \
+        -c 'qa!' </dev/null >/dev/null 2>&1 || true
+    [ "$(sort -u found | tr '\n' ' ')" = "$(sed -nE 's/^faulty\.sl:([0-9]+): (.).*/\1\2/p' messages | sort -u | tr '\n' ' ')" ] || {
+        echo "Vim finds other reports:"
+        cat found messages
+        exit 1
+    }
+fi

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+
+/// What a built-in function does, in a phrase that a user of the language reads.
+struct SqxBuiltInMeaning {
+    std::string_view name;
+    std::string_view group;  // heading under which it stands
+    std::string_view meaning;
+};
+
+/// Each built-in function once, in the order of the reference page.
+[[nodiscard]] std::span<const SqxBuiltInMeaning> SqxBuiltInMeanings();

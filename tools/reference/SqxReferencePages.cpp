@@ -1,0 +1,232 @@
+#include "reference/SqxReferencePages.h"
+
+#include <algorithm>
+#include <map>
+#include <stdexcept>
+#include <vector>
+
+#include "frontend/SlcLexicalNode.h"
+#include "reference/SqxBuiltInMeanings.h"
+#include "sqx/SqxLayout.h"
+#include "sqx/SqxNumbers.h"
+#include "symbols/SlcFuncDescription.h"
+#include "symbols/SlcHiddenVariables.h"
+#include "symbols/SlcShaderSymbolTable.h"
+
+namespace {
+
+using FuncInfo = SlcFuncDescription::FuncInfo;
+
+/// The declarations of each built-in, in the order of the library.
+using Declarations = std::map<std::string, std::vector<std::string>, std::less<>>;
+
+[[nodiscard]] std::string Argument(const SlcTypeNode* type, const SlcDetailNode* detail,
+                                   const SlcStorageSpecNode* storage)
+{
+    std::string text;
+    if (storage && storage->IsOutput())
+        text += "output ";
+    if (detail && detail->IsUniform())
+        text += "uniform ";
+    return text + type->ToString();
+}
+
+[[nodiscard]] std::string Tail(const SlcFuncVarArgExpr& part)
+{
+    if (const auto* single = dynamic_cast<const SlcFuncVarArgSingle*>(&part))
+        return Argument(single->GetType(), single->GetDetail(), single->GetStorage()) +
+               (single->IsRepeated() ? " ..." : "");
+    if (const auto* pair = dynamic_cast<const SlcFuncVarArgPair*>(&part))
+        return "\"" + pair->GetName() + "\", " + Tail(*pair->GetValue());
+    std::string text;
+    for (const auto& member : dynamic_cast<const SlcFuncVarArgList&>(part).GetParts())
+        text += (text.empty() ? "" : ", ") + Tail(*member);
+    return text;
+}
+
+[[nodiscard]] std::string Declaration(const FuncInfo& info)
+{
+    std::string text = info.returnType->ToString() + " " + info.name + "(";
+    for (std::size_t i = 0; i < info.argTypes.size(); ++i)
+        text += (i == 0 ? "" : ", ") +
+                Argument(info.argTypes[i], info.argDetails[i], info.argStorages[i]);
+    if (info.tail) {
+        const std::string tail = Tail(*info.tail);
+        const bool repeated = tail.ends_with(" ...");
+        text += info.argTypes.empty() ? "" : repeated ? ", " : " [, ";
+        text += tail + (repeated ? "" : "]");
+    }
+    return text + ")";
+}
+
+[[nodiscard]] Declarations ReadDeclarations()
+{
+    Declarations declarations;
+    for (const char* const* row = SlcFuncDescription::sm_funcInfoString; *row; ++row) {
+        const FuncInfo info = SlcFuncDescription::ReadPlainRow(*row);
+        declarations[info.name].push_back(Declaration(info));
+    }
+    for (const char* const* row = SlcFuncDescription::sm_varArgsFuncInfoString; *row; ++row) {
+        const FuncInfo info = SlcFuncDescription::ReadVarArgsRow(*row);
+        declarations[info.name].push_back(Declaration(info));
+    }
+    return declarations;
+}
+
+struct ShaderColumn {
+    const char* name;
+    SlcPtr<SlcShaderSymbolTable> table;
+};
+
+/// Whether a kind of shader knows the variable, and may write it.
+[[nodiscard]] const char* AccessIn(const ShaderColumn& shader, const char* name)
+{
+    try {
+        const auto entry = shader.table->GetVarEntry(SlcLexicalNode::CreateIdent(name), true);
+        return entry->GetStorage()->IsReadWrite() ? "writes" : "reads";
+    } catch (const SlcSymbolNotFound&) {
+        return "";
+    }
+}
+
+[[nodiscard]] std::string Spelled(std::string_view letters)
+{
+    std::string text;
+    for (const char letter : letters) {
+        const char* word = "";
+        switch (letter) {
+        case 'w':
+            word = "result";
+            break;
+        case 'r':
+            word = "value";
+            break;
+        case 'm':
+            word = "variable";
+            break;
+        case 'c':
+            word = "flag";
+            break;
+        case 'n':
+            word = "count";
+            break;
+        case '*':
+            word = "...";
+            break;
+        case 'j':
+            word = "place";
+            break;
+        case 's':
+            word = "space";
+            break;
+        case 'i':
+            word = "number";
+            break;
+        case 'd':
+            word = "shadeop";
+            break;
+        }
+        text += (text.empty() ? "" : " ");
+        text += word;
+    }
+    return text;
+}
+
+constexpr std::string_view k_start = "<!-- table: ";
+constexpr std::string_view k_end = "<!-- end of table -->";
+
+[[nodiscard]] std::string TableNamed(const std::string& name)
+{
+    if (name == "built-ins")
+        return SqxBuiltInTable();
+    if (name == "predefined")
+        return SqxPredefinedTable();
+    if (name == "instructions")
+        return SqxInstructionTable();
+    throw std::runtime_error("There is no table '" + name + "'");
+}
+
+}  // namespace
+
+std::string SqxBuiltInTable()
+{
+    const Declarations declarations = ReadDeclarations();
+    std::string text;
+    std::string_view group;
+    for (const SqxBuiltInMeaning& built : SqxBuiltInMeanings()) {
+        if (built.group != group) {
+            group = built.group;
+            text.append("\n## ").append(group).append(
+                "\n\n| Declarations | What it gives |\n|---|---|\n");
+        }
+        text += "| ";
+        const auto found = declarations.find(built.name);
+        if (found == declarations.end())
+            throw std::runtime_error("There is no built-in '" + std::string(built.name) + "'");
+        for (const std::string& declaration : found->second)
+            text += (&declaration == &found->second.front() ? "`" : "<br>`") + declaration + "`";
+        text.append(" | ").append(built.meaning).append(" |\n");
+    }
+    if (SqxBuiltInMeanings().size() != declarations.size())
+        throw std::runtime_error("A built-in has no meaning in SqxBuiltInMeanings.cpp");
+    return text + "\n";
+}
+
+std::string SqxPredefinedTable()
+{
+    const ShaderColumn shaders[] = {
+        {"surface", MakeShared<SlcSurfaceSymbolTable>(nullptr)},
+        {"light", MakeShared<SlcLightSymbolTable>(nullptr)},
+        {"displacement", MakeShared<SlcDisplacementSymbolTable>(nullptr)},
+        {"volume", MakeShared<SlcVolumeSymbolTable>(nullptr)},
+        {"imager", MakeShared<SlcImagerSymbolTable>(nullptr)},
+    };
+    std::string text = "\n| Name | Declaration |";
+    std::string rule = "\n|---|---|";
+    for (const ShaderColumn& shader : shaders) {
+        text.append(" ").append(shader.name).append(" |");
+        rule += "---|";
+    }
+    text += rule + "\n";
+    for (const SlcHiddenVariables::VarInfo& variable : SlcHiddenVariables::All()) {
+        text.append("| `").append(variable.name).append("` | ");
+        text += variable.detail()->IsUniform() ? "uniform " : "varying ";
+        text += variable.type()->ToString() + " |";
+        for (const ShaderColumn& shader : shaders)
+            text.append(" ").append(AccessIn(shader, variable.name)).append(" |");
+        text += "\n";
+    }
+    return text + "\n";
+}
+
+std::string SqxInstructionTable()
+{
+    std::string text = "\n| Number | Name | What follows |\n|---|---|---|\n";
+    for (int number = 1; number <= k_sqxHighestNumber; ++number) {
+        const std::string_view name = SqxNumberName(number);
+        if (name.empty())
+            continue;
+        const SqxLayout* layout = SqxLayout::Find(number);
+        text += "| " + std::to_string(number) + " | `";
+        text.append(name).append("` | ");
+        text += (layout ? Spelled(layout->operands) : "never written") + " |\n";
+    }
+    return text + "\n";
+}
+
+std::string SqxRefreshPage(const std::string& page)
+{
+    std::string fresh;
+    std::size_t from = 0;
+    for (std::size_t start; (start = page.find(k_start, from)) != std::string::npos;) {
+        const std::size_t nameEnd = page.find(" -->\n", start);
+        const std::size_t end = page.find(k_end, start);
+        if (nameEnd == std::string::npos || end == std::string::npos)
+            throw std::runtime_error("A table has no end");
+        const std::size_t nameStart = start + k_start.size();
+        fresh += page.substr(from, nameEnd + 5 - from) +
+                 TableNamed(page.substr(nameStart, nameEnd - nameStart));
+        from = end;
+    }
+    return fresh + page.substr(from);
+}

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+/// Tables for documents, as Markdown, made of the compiler's own tables.
+[[nodiscard]] std::string SqxBuiltInTable();
+[[nodiscard]] std::string SqxPredefinedTable();
+[[nodiscard]] std::string SqxInstructionTable();
+
+/// `page` with the tables in it made anew. A table stands between the lines
+/// `<!-- table: NAME -->` and `<!-- end of table -->`, where NAME is `built-ins`, `predefined` or
+/// `instructions`. Throws `std::runtime_error` for an unknown name, or a table without an end.
+[[nodiscard]] std::string SqxRefreshPage(const std::string& page);
