@@ -1,0 +1,39 @@
+// Writes the manual pages of all programs and the completion of their command lines into a folder.
+
+#include <fstream>
+#include <iostream>
+
+#include "manual/ShaderqxProgram.h"
+#include "manual/SqxManualPage.h"
+#include "sqxmake/SqxMakeOptions.h"
+
+namespace {
+
+/// False after a report.
+bool WriteFile(const std::string& path, const std::string& text)
+{
+    std::ofstream file(path);
+    file << text;
+    file.close();
+    if (!file)
+        std::cerr << "sqxmanual: Cannot write '" << path << "'\n";
+    return !file.fail();
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc != 2) {
+        std::cerr << "Usage: sqxmanual DIR\n";
+        return 2;
+    }
+    const SqxProgram* const programs[] = {&ShaderqxProgram(), &SqxMakeProgram()};
+    const std::string folder = argv[1];
+    bool good = WriteFile(folder + "/shaderqx.bash", SqxBashCompletion(programs));
+    for (const SqxProgram* program : programs)
+        good = WriteFile(folder + "/" + std::string(program->name) + ".1",
+                         SqxManualPage(*program, programs)) &&
+               good;
+    return good ? 0 : 1;
+}
