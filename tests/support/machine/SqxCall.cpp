@@ -27,14 +27,29 @@ std::span<float> SqxCall::Exactly(std::size_t place, std::size_t count) const
     return numbers;
 }
 
+void SqxCall::Note(std::size_t place) const
+{
+    const bool isPoison =
+        Variable(place).type == SqxType::String
+            ? SqxIsPoison(Texts(place)[0])
+            : std::ranges::any_of(Numbers(place), [](float number) { return SqxIsPoison(number); });
+    m_gotPoison |= isPoison;
+}
+
+void SqxCall::RefusePoison() const
+{
+    if (m_gotPoison)
+        throw SqxFault{"What nothing has written is used"};
+}
+
 template <>
-float SqxCall::Get(std::size_t place) const
+float SqxCall::Part(std::size_t place) const
 {
     return Exactly(place, 1)[0];
 }
 
 template <>
-bool SqxCall::Get(std::size_t place) const
+bool SqxCall::Part(std::size_t place) const
 {
     const float truth = Exactly(place, 1)[0];
     if (std::isnan(truth))
@@ -43,21 +58,21 @@ bool SqxCall::Get(std::size_t place) const
 }
 
 template <>
-QxVector3 SqxCall::Get(std::size_t place) const
+QxVector3 SqxCall::Part(std::size_t place) const
 {
     const auto numbers = Exactly(place, 3);
     return {numbers[0], numbers[1], numbers[2]};
 }
 
 template <>
-QxRGBColor SqxCall::Get(std::size_t place) const
+QxRGBColor SqxCall::Part(std::size_t place) const
 {
     const auto numbers = Exactly(place, 3);
     return {numbers[0], numbers[1], numbers[2]};
 }
 
 template <>
-QxMatrix44 SqxCall::Get(std::size_t place) const
+QxMatrix44 SqxCall::Part(std::size_t place) const
 {
     const auto numbers = Exactly(place, 16);
     QxMatrix44 matrix;
@@ -67,51 +82,63 @@ QxMatrix44 SqxCall::Get(std::size_t place) const
 }
 
 template <>
-std::string SqxCall::Get(std::size_t place) const
+std::string SqxCall::Part(std::size_t place) const
 {
     return Texts(place)[0];
+}
+
+/// Arithmetic hands poison on by itself, to the components that it reaches.
+void SqxCall::SetNumbers(std::size_t place, std::span<const float> values) const
+{
+    const auto numbers = Exactly(place, values.size());
+    const bool isPoison =
+        m_gotPoison &&
+        std::none_of(values.begin(), values.end(), [](float value) { return SqxIsPoison(value); });
+    if (isPoison)
+        std::fill(numbers.begin(), numbers.end(), SqxPoison());
+    else
+        std::copy(values.begin(), values.end(), numbers.begin());
 }
 
 template <>
 void SqxCall::Set(std::size_t place, const float& value) const
 {
-    Exactly(place, 1)[0] = value;
+    SetNumbers(place, std::span(&value, 1));
 }
 
 template <>
 void SqxCall::Set(std::size_t place, const bool& value) const
 {
-    Exactly(place, 1)[0] = value ? 1 : 0;
+    Set(place, value ? 1.0F : 0.0F);
 }
 
 template <>
 void SqxCall::Set(std::size_t place, const QxVector3& value) const
 {
-    const auto numbers = Exactly(place, 3);
-    for (int i = 0; i < 3; ++i)
-        numbers[static_cast<std::size_t>(i)] = value[i];
+    const float numbers[] = {value[0], value[1], value[2]};
+    SetNumbers(place, numbers);
 }
 
 template <>
 void SqxCall::Set(std::size_t place, const QxRGBColor& value) const
 {
-    const auto numbers = Exactly(place, 3);
-    for (int i = 0; i < 3; ++i)
-        numbers[static_cast<std::size_t>(i)] = value[i];
+    const float numbers[] = {value[0], value[1], value[2]};
+    SetNumbers(place, numbers);
 }
 
 template <>
 void SqxCall::Set(std::size_t place, const QxMatrix44& value) const
 {
-    const auto numbers = Exactly(place, 16);
+    float numbers[16];
     for (int i = 0; i < 16; ++i)
-        numbers[static_cast<std::size_t>(i)] = value[i / 4][i % 4];
+        numbers[i] = value[i / 4][i % 4];
+    SetNumbers(place, numbers);
 }
 
 template <>
 void SqxCall::Set(std::size_t place, const std::string& value) const
 {
-    Texts(place)[0] = value;
+    Texts(place)[0] = m_gotPoison ? SqxPoisonText() : value;
 }
 
 SqxOperation SqxFindOperation(std::string_view primitive)

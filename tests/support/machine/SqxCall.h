@@ -12,19 +12,31 @@ class SqxMachine;
 
 /// One instruction at one point, as the operations see it: its variables by place, the result (if
 /// it has one) first. Values are copied out and in, so that a result may be one of the operands.
+///
+/// What an operation sets is poison where it has got poison, also where its arithmetic lost it.
 class SqxCall {
 public:
-    SqxCall(SqxMachine& machine, SqxStore& store, std::span<const int> operands, std::size_t point)
+    /// `isDoubtful`: a condition that nothing has written decides whether it runs.
+    SqxCall(SqxMachine& machine, SqxStore& store, std::span<const int> operands, std::size_t point,
+            bool isDoubtful = false)
         : m_machine(machine),
           m_store(store),
           m_operands(operands),
-          m_point(point)
+          m_point(point),
+          m_gotPoison(isDoubtful)
     {
     }
 
     /// Also a flag as a truth; one that was never set is a fault.
     template <class Value>
-    [[nodiscard]] Value Get(std::size_t place) const;
+    [[nodiscard]] Value Get(std::size_t place) const
+    {
+        Note(place);
+        return Part<Value>(place);
+    }
+    /// For who takes or replaces a part of it: the rest may be poison.
+    template <class Value>
+    [[nodiscard]] Value Part(std::size_t place) const;
     template <class Value>
     void Set(std::size_t place, const Value& value) const;
 
@@ -39,6 +51,10 @@ public:
     [[nodiscard]] std::span<float> Numbers(std::size_t place) const;
     [[nodiscard]] std::span<std::string> Texts(std::size_t place) const;
     [[nodiscard]] const SqxVariable& Variable(std::size_t place) const;
+    /// For who reads `Numbers`: `Get` notes by itself what it reads.
+    void Note(std::size_t place) const;
+    /// For what leaves the shader. Throws `SqxFault` if the operation has got poison.
+    void RefusePoison() const;
     /// The number of a variable, or a literal.
     [[nodiscard]] int Operand(std::size_t place) const { return m_operands[place]; }
     [[nodiscard]] std::size_t Count() const { return m_operands.size(); }
@@ -54,25 +70,27 @@ private:
         return {Get<Values>(first + i)...};
     }
     [[nodiscard]] std::span<float> Exactly(std::size_t place, std::size_t count) const;
+    void SetNumbers(std::size_t place, std::span<const float> values) const;
 
     SqxMachine& m_machine;
     SqxStore& m_store;
     std::span<const int> m_operands;
     std::size_t m_point;
+    mutable bool m_gotPoison;
 };
 
 template <>
-float SqxCall::Get(std::size_t place) const;
+float SqxCall::Part(std::size_t place) const;
 template <>
-bool SqxCall::Get(std::size_t place) const;
+bool SqxCall::Part(std::size_t place) const;
 template <>
-QxVector3 SqxCall::Get(std::size_t place) const;
+QxVector3 SqxCall::Part(std::size_t place) const;
 template <>
-QxRGBColor SqxCall::Get(std::size_t place) const;
+QxRGBColor SqxCall::Part(std::size_t place) const;
 template <>
-QxMatrix44 SqxCall::Get(std::size_t place) const;
+QxMatrix44 SqxCall::Part(std::size_t place) const;
 template <>
-std::string SqxCall::Get(std::size_t place) const;
+std::string SqxCall::Part(std::size_t place) const;
 template <>
 void SqxCall::Set(std::size_t place, const float& value) const;
 template <>

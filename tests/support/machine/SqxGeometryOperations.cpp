@@ -21,37 +21,37 @@ void Call(const SqxCall& call)
 template <int component>
 void GetComponent(const SqxCall& call)
 {
-    call.Set(0, call.Get<Vector>(1)[component]);
+    call.Set(0, call.Part<Vector>(1)[component]);
 }
 
 template <int component>
 void SetComponent(const SqxCall& call)
 {
-    Vector value = call.Get<Vector>(0);
+    Vector value = call.Part<Vector>(0);
     value[component] = call.Get<float>(1);
     call.Set(0, value);
 }
 
 void Component(const SqxCall& call)
 {
-    call.Set(0, QxComponent(call.Get<Vector>(1), call.Get<float>(2)));
+    call.Set(0, QxComponent(call.Part<Vector>(1), call.Get<float>(2)));
 }
 
 void SetAnyComponent(const SqxCall& call)
 {
-    Vector value = call.Get<Vector>(0);
+    Vector value = call.Part<Vector>(0);
     QxSetComponent(value, call.Get<float>(1), call.Get<float>(2));
     call.Set(0, value);
 }
 
 void MatrixComponent(const SqxCall& call)
 {
-    call.Set(0, QxComponent(call.Get<Matrix>(1), call.Get<float>(2), call.Get<float>(3)));
+    call.Set(0, QxComponent(call.Part<Matrix>(1), call.Get<float>(2), call.Get<float>(3)));
 }
 
 void SetMatrixComponent(const SqxCall& call)
 {
-    Matrix value = call.Get<Matrix>(0);
+    Matrix value = call.Part<Matrix>(0);
     QxSetComponent(value, call.Get<float>(1), call.Get<float>(2), call.Get<float>(3));
     call.Set(0, value);
 }

@@ -162,6 +162,7 @@ bool SqxMachine::Run()
         Start();
         RunInitializers();
         RunProgram(*m_main, false);
+        CheckResults();
     } catch (const SqxFault& fault) {
         m_message = m_running ? Place(*m_running) + fault.message : fault.message;
     }
@@ -177,7 +178,23 @@ void SqxMachine::Start()
     m_lightsAreForP = false;
     m_litPositions.clear();
     m_lightLoops.clear();
+    m_doubt = nullptr;
     ApplySettings();
+}
+
+/// What the renderer sees of a run.
+void SqxMachine::CheckResults()
+{
+    m_running = nullptr;
+    const std::size_t named = Shader().predefinedCount + Shader().parameterCount;
+    for (std::size_t i = 0; i < named; ++i) {
+        const SqxVariable& variable = Shader().variables[i];
+        const bool isResult = i < Shader().predefinedCount || variable.output;
+        for (std::size_t point = 0; isResult && point < m_grid.Size(); ++point)
+            if (m_store->HasPoison(i, point))
+                throw SqxFault{"Nothing has written '" + variable.name + "' at point " +
+                               std::to_string(point)};
+    }
 }
 
 std::string SqxMachine::Place(const SqxCode& code) const
@@ -248,7 +265,7 @@ std::size_t SqxMachine::RunStep(const SqxProgram& program, std::size_t index)
         RunParallel(program, index + 1, code.other);
         return code.other + 1;
     case SqxStep::If:
-        return Flag(code, k_uniformPoint) ? index + 1 : code.other;
+        return Enters(code, k_uniformPoint) ? index + 1 : code.other;
     case SqxStep::Goto:
         return code.other;
     case SqxStep::GotoIf:
@@ -276,6 +293,8 @@ std::size_t SqxMachine::RunStep(const SqxProgram& program, std::size_t index)
         m_lightsAreForP = false;
         break;
     case SqxStep::EndIf:
+        m_doubt = nullptr;
+        break;
     case SqxStep::EndParallel:
         break;
     case SqxStep::Plain:
@@ -292,6 +311,17 @@ std::size_t SqxMachine::RunStep(const SqxProgram& program, std::size_t index)
 bool SqxMachine::Flag(const SqxCode& code, std::size_t point)
 {
     return SqxCall(*this, *m_store, code.operands, point).Get<bool>(0) == code.wanted;
+}
+
+/// Where a uniform flag that was left out decides, no point may be active, and nobody reads what is
+/// made inside. So it is made, and is poison.
+bool SqxMachine::Enters(const SqxCode& code, std::size_t point)
+{
+    const auto flag = static_cast<std::size_t>(code.operands[0]);
+    if (!m_store->Variable(flag).uniform || !m_store->HasPoison(flag, point))
+        return Flag(code, point);
+    m_doubt = &code;
+    return true;
 }
 
 /// Outside the brackets an instruction runs once. An initializer has no brackets where nothing is
@@ -333,10 +363,12 @@ void SqxMachine::RunPoint(const SqxProgram& program, std::size_t begin, std::siz
         m_running = &code;
         Count();
         if (code.step == SqxStep::If) {
-            index = Flag(code, point) ? index + 1 : code.other;
+            index = Enters(code, point) ? index + 1 : code.other;
             continue;
         }
-        if (code.step != SqxStep::EndIf)
+        if (code.step == SqxStep::EndIf)
+            m_doubt = nullptr;
+        else
             RunAt(code, point);
         ++index;
     }
@@ -344,7 +376,7 @@ void SqxMachine::RunPoint(const SqxProgram& program, std::size_t begin, std::siz
 
 void SqxMachine::RunAt(const SqxCode& code, std::size_t point)
 {
-    const SqxCall call(*this, *m_store, code.operands, point);
+    const SqxCall call(*this, *m_store, code.operands, point, m_doubt != nullptr);
     switch (code.step) {
     case SqxStep::Plain:
         code.operation(call);
@@ -357,7 +389,8 @@ void SqxMachine::RunAt(const SqxCode& code, std::size_t point)
                       static_cast<std::size_t>(call.Operand(1)), call.Get<float>(2));
         break;
     case SqxStep::CheckIndex:
-        CheckIndex(call);
+        if (!m_doubt)
+            CheckIndex(call);
         break;
     case SqxStep::CallShadeop:
         CallShadeop(code, call);
@@ -370,6 +403,7 @@ void SqxMachine::RunAt(const SqxCode& code, std::size_t point)
 void SqxMachine::CheckIndex(const SqxCall& call)
 {
     const float index = call.Get<float>(1);
+    call.RefusePoison();
     // The whole part counts, and what is no number lies outside.
     if (std::trunc(index) >= 0 && std::trunc(index) < static_cast<float>(call.Operand(2)))
         return;

@@ -89,6 +89,7 @@ private:
     void Prepare();
     void Start();
     void RunInitializers();
+    void CheckResults();
     void RunProgram(const SqxProgram& program, bool initializer);
     [[nodiscard]] std::size_t RunStep(const SqxProgram& program, std::size_t index);
     void RunPlain(const SqxCode& code);
@@ -97,6 +98,7 @@ private:
     void RunPoint(const SqxProgram& program, std::size_t begin, std::size_t end, std::size_t point);
     void RunAt(const SqxCode& code, std::size_t point);
     [[nodiscard]] bool Flag(const SqxCode& code, std::size_t point);
+    [[nodiscard]] bool Enters(const SqxCode& code, std::size_t point);
     void CheckIndex(const SqxCall& call);
     void CallShadeop(const SqxCode& code, const SqxCall& call);
     void Count();
@@ -136,5 +138,6 @@ private:
     std::vector<LightValues> m_lights;
     std::vector<QxLightInput> m_lightInputs;
     std::vector<LightLoop> m_lightLoops;  // innermost last
+    const SqxCode* m_doubt = nullptr;     // the open guard, if nothing has written its flag
     const SqxCode* m_running = nullptr;   // for the message of a fault
 };

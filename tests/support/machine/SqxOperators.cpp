@@ -35,7 +35,7 @@ void Assign(const SqxCall& call)
 
 void AssignFlag(const SqxCall& call)
 {
-    call.Numbers(0)[0] = call.Numbers(1)[0];  // also one that is not set yet
+    call.Set(0, call.Part<float>(1));  // also one that is not set yet
 }
 
 template <class To, class From>

@@ -1,15 +1,41 @@
 #include "machine/SqxStore.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
-#include <limits>
+#include <cstdint>
 
 namespace {
 
 // More than any test needs; a damaged file must not exhaust memory.
 constexpr std::size_t k_highestCount = std::size_t{1} << 28;
 
+// A quiet NaN with bits of its own, which the processor keeps in what it computes from it.
+constexpr std::uint32_t k_poisonBits = 0x7FCDEAD1U;
+constexpr std::uint32_t k_signBit = 0x80000000U;
+constexpr const char* k_poisonText = "\001nothing has written this";
+
 }  // namespace
+
+float SqxPoison()
+{
+    return std::bit_cast<float>(k_poisonBits);
+}
+
+std::string SqxPoisonText()
+{
+    return k_poisonText;
+}
+
+bool SqxIsPoison(float number)
+{
+    return (std::bit_cast<std::uint32_t>(number) | k_signBit) == (k_poisonBits | k_signBit);
+}
+
+bool SqxIsPoison(const std::string& text)
+{
+    return text == k_poisonText;
+}
 
 std::size_t SqxComponents(SqxType type)
 {
@@ -62,13 +88,9 @@ void SqxStore::Allocate(const SqxVariable& variable, Values& values) const
     if (variable.reference)
         values.bindings.resize(places);
     else if (variable.type == SqxType::String)
-        values.texts.resize(values.width * places);
+        values.texts.assign(values.width * places, k_poisonText);
     else
-        values.numbers.assign(values.width * places, std::numeric_limits<float>::quiet_NaN());
-    // Where no point is active, code under a uniform guard may test a flag that was left out too:
-    // it only computes more flags, which nobody reads.
-    if (variable.uniform && variable.type == SqxType::Bool && !variable.reference)
-        values.numbers.assign(values.width, 0);
+        values.numbers.assign(values.width * places, SqxPoison());
     if (variable.kind != SqxVariableKind::Constant)
         return;
     if (variable.type == SqxType::String)
@@ -108,6 +130,10 @@ std::span<float> SqxStore::Numbers(std::size_t number, std::size_t point)
     if (variable.reference) {
         const Binding& binding = Resolve(number, point);
         const std::size_t components = SqxComponents(variable.type);
+        if (binding.isLost) {
+            m_lostNumbers.assign(components, SqxPoison());
+            return m_lostNumbers;
+        }
         return Numbers(binding.array, point).subspan(binding.element * components, components);
     }
     Values& values = m_values[number];
@@ -121,10 +147,22 @@ std::span<std::string> SqxStore::Texts(std::size_t number, std::size_t point)
         throw SqxFault{"Variable " + std::to_string(number) + " is no text"};
     if (variable.reference) {
         const Binding& binding = Resolve(number, point);
+        if (binding.isLost) {
+            m_lostTexts.assign(1, k_poisonText);
+            return m_lostTexts;
+        }
         return Texts(binding.array, point).subspan(binding.element, 1);
     }
     Values& values = m_values[number];
     return std::span(values.texts).subspan(Place(number, point) * values.width, values.width);
+}
+
+bool SqxStore::HasPoison(std::size_t number, std::size_t point)
+{
+    const auto isPoison = [](const auto& value) { return SqxIsPoison(value); };
+    return Variable(number).type == SqxType::String
+               ? std::ranges::any_of(Texts(number, point), isPoison)
+               : std::ranges::any_of(Numbers(number, point), isPoison);
 }
 
 void SqxStore::Bind(std::size_t reference, std::size_t point, std::size_t array, float index)
@@ -136,7 +174,7 @@ void SqxStore::Bind(std::size_t reference, std::size_t point, std::size_t array,
     const float last = static_cast<float>(Variable(array).size - 1);
     const float element = std::isnan(index) ? 0 : std::clamp(std::trunc(index), 0.0F, last);
     auto& bindings = m_values[reference].bindings;
-    const Binding binding = {array, static_cast<std::size_t>(element)};
+    const Binding binding = {array, static_cast<std::size_t>(element), SqxIsPoison(index)};
     if (point == k_uniformPoint)
         std::fill(bindings.begin(), bindings.end(), binding);
     else

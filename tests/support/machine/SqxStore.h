@@ -13,13 +13,20 @@ struct SqxFault {
     std::string message;
 };
 
+/// What a number holds that nothing has written: a NaN that arithmetic hands on, told from the NaN
+/// of a shader's own `0 / 0`.
+[[nodiscard]] float SqxPoison();
+[[nodiscard]] std::string SqxPoisonText();
+[[nodiscard]] bool SqxIsPoison(float number);
+[[nodiscard]] bool SqxIsPoison(const std::string& text);
+
 /// The point of code that runs once for the whole grid.
 constexpr std::size_t k_uniformPoint = static_cast<std::size_t>(-1);
 
 /// The values of all variables of a shader over the points of a grid.
 ///
-/// A number that nothing has written yet is a NaN, and no truth can be told from it, so that code
-/// that reads a flag too early is found. A text is empty at first.
+/// What nothing has written yet is poison, whether number, flag or text, so that code which makes
+/// a result of it is found.
 class SqxStore {
 public:
     SqxStore(const SqxShader& shader, std::size_t points);
@@ -33,14 +40,18 @@ public:
     [[nodiscard]] std::span<float> Numbers(std::size_t number, std::size_t point);
     [[nodiscard]] std::span<std::string> Texts(std::size_t number, std::size_t point);
 
+    [[nodiscard]] bool HasPoison(std::size_t number, std::size_t point);
+
     /// Makes a reference stand for an element, at one point or, for `k_uniformPoint`, everywhere.
-    /// An index outside the array means its nearest element.
+    /// An index outside the array means its nearest element; at one that nothing has
+    /// written, all is poison, and what is written is lost.
     void Bind(std::size_t reference, std::size_t point, std::size_t array, float index);
 
 private:
     struct Binding {
         std::size_t array = k_uniformPoint;  // nothing
         std::size_t element = 0;
+        bool isLost = false;  // nothing has written its index
     };
     struct Values {
         std::size_t width = 1;  // numbers or texts of one point
@@ -57,6 +68,8 @@ private:
     const SqxShader& m_shader;
     std::size_t m_points;
     std::vector<Values> m_values;  // by number of the variable
+    std::vector<float> m_lostNumbers;
+    std::vector<std::string> m_lostTexts;
 };
 
 /// How many numbers one element of a type has; a text has one text.

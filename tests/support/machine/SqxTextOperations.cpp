@@ -20,6 +20,7 @@ std::string Formatted(const SqxCall& call, std::size_t place)
             values.push_back({QxTextArgument::String, &pointers[i]});
             continue;
         }
+        call.Note(i);
         const std::size_t count = SqxComponents(type);
         const auto kind = count == 1   ? QxTextArgument::Float
                           : count == 3 ? QxTextArgument::Triple
@@ -32,7 +33,9 @@ std::string Formatted(const SqxCall& call, std::size_t place)
 
 void Print(const SqxCall& call)
 {
-    call.Machine().Support().Print(Formatted(call, 0));
+    const std::string text = Formatted(call, 0);
+    call.RefusePoison();
+    call.Machine().Support().Print(text);
 }
 
 void Format(const SqxCall& call)
