@@ -381,7 +381,7 @@ void SlcGetShaderInfo::WriteOutputArguments(SlcProcCallExprNode* node)
         if (i < storages.size()) {
             storage = storages[i];
         } else if (hasTail) {
-            const SlcFuncVarArgLeaf* leaf = entry.VarArgFindNextMatch(arguments[i].get());
+            const SlcFuncVarArgLeaf* leaf = entry.VarArgFindNextMatch(arguments[i].get(), false);
             if (!leaf)
                 return;
             storage = leaf->GetStorage();

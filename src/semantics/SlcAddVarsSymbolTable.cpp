@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "frontend/SlcNodes.h"
-#include "symbols/SlcPossibleTypes.h"
+#include "semantics/SlcTypedExpr.h"
 
 namespace {
 
@@ -139,6 +139,8 @@ void SlcAddVarsSymbolTable::Case(SlcDefExprNode* definition)
         m_errors->Error(PlaceOf(definition), "Illegal redefinition of variable", ident->GetName());
         return;
     }
+    // Asked before the initializer is seen, which declares what it fails to find.
+    const bool shadows = !m_storage->IsExtern() && m_current->IsVarInTable(ident);
     SlcTypeNode* type = DeclaredType(definition);
     if (SlcExprNode* initializer = definition->GetInitializer()) {
         m_typesPass(initializer, m_current, m_outer.global, m_shaderType);
@@ -147,7 +149,7 @@ void SlcAddVarsSymbolTable::Case(SlcDefExprNode* definition)
                                                 LengthOf(initializer));
         CheckInitializer(definition, type);
     }
-    if (!m_storage->IsExtern() && m_current->IsVarInTable(ident))
+    if (shadows)
         m_errors->Warning(
             PlaceOf(definition),
             "The declaration of '" + ident->GetName() + "' shadows one in an englobing scope", 1);
@@ -198,6 +200,8 @@ SlcTypeNode* SlcAddVarsSymbolTable::WantedType(const SlcDefExprNode* definition,
                : annotation->IsInTypes(type, false) ||
                      (TakesFloat(type) && annotation->IsInTypes(SlcTypeNode::AFloat(), false));
     if (!suits) {
+        if (types.empty())
+            return SlcTypeNode::AVoid();  // its own report tells why
         const bool arrays = single && AsArray(types.front()) && AsArray(type);
         if (!arrays) {
             m_errors->Error(initializer, "Variable initialization type mismatch");
@@ -256,14 +260,26 @@ void SlcAddVarsSymbolTable::AddExtern(SlcDefExprNode* definition, SlcTypeNode* t
     AddVariable(definition, type, m_storage, outer);
 }
 
+void SlcAddVarsSymbolTable::ReportOpenLength(const SlcDefExprNode* definition)
+{
+    const SlcExprNode* initializer = definition->GetInitializer();
+    const std::string& name = definition->GetIdent()->GetName();
+    if (!initializer || dynamic_cast<const SlcArrayExprNode*>(initializer))
+        m_errors->Error(PlaceOf(definition),
+                        "Array variable '" + name + "' needs a size or an initializer");
+    else if (!SlcTypedExpr::HasOwnReport(initializer) &&
+             SlcPossibleTypes::Of(initializer)->GetUniqueType()->IsArrayType())
+        m_errors->Error(initializer, "The length of the result that initializes array variable '" +
+                                         name + "' is unknown");
+    // Otherwise a report on the initializer has been given.
+}
+
 void SlcAddVarsSymbolTable::AddVariable(SlcDefExprNode* definition, SlcTypeNode* type,
                                         SlcStorageSpecNode* storage,
                                         const SlcPtr<SlcVarSymbolEntry>& outer)
 {
     if (HasOpenLength(type) && !storage->IsExtern() && m_declares != Declares::FunctionFormals) {
-        m_errors->Error(PlaceOf(definition), "Array variable '" +
-                                                 definition->GetIdent()->GetName() +
-                                                 "' needs a size or an initializer");
+        ReportOpenLength(definition);
         type = SlcTypeNode::AError();
     }
     definition->SetSymbolEntry(m_current->AddVarEntry(definition->GetIdent(), type, m_detail,

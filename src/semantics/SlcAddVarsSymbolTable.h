@@ -74,6 +74,8 @@ private:
     /// The variable that an `extern` declaration stands for; null if there is none.
     [[nodiscard]] SlcPtr<SlcVarSymbolEntry> FindOuter(SlcIdentNode* ident) const;
     void AddExtern(SlcDefExprNode* definition, SlcTypeNode* type);
+    /// A variable whose array type has no length; quiet behind a faulty initializer.
+    void ReportOpenLength(const SlcDefExprNode* definition);
     void AddVariable(SlcDefExprNode* definition, SlcTypeNode* type, SlcStorageSpecNode* storage,
                      const SlcPtr<SlcVarSymbolEntry>& outer);
 

@@ -33,7 +33,7 @@ std::vector<SlcDeclaredArgument> SlcDeclaredArguments(SlcFuncSymbolEntry& entry,
             declared.push_back({argument, entry.GetArgDetails()[i], storage});
             continue;
         }
-        const SlcFuncVarArgLeaf* leaf = entry.VarArgFindNextMatch(argument);
+        const SlcFuncVarArgLeaf* leaf = entry.VarArgFindNextMatch(argument, false);
         if (!leaf)
             break;
         declared.push_back({argument, leaf->GetDetail(), leaf->GetStorage()});

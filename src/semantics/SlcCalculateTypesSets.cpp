@@ -11,7 +11,7 @@
 #include "support/SlcDiagnostics.h"
 
 using T = SlcTypeNode;
-using SlcTypedExpr::IsFaulty;
+using SlcTypedExpr::HasOwnReport;
 using SlcTypedExpr::TypesOf;
 
 namespace {
@@ -242,10 +242,10 @@ SlcCalculateTypesSets::Types SlcCalculateTypesSets::TypesOfCall(SlcProcCallExprN
     try {
         const auto& arguments = call->GetArguments()->GetArgs();
         Types types = TypesThatFitOrLoad(call, valueUsed);
-        if (std::any_of(arguments.begin(), arguments.end(),
-                        [](const auto& argument) { return IsFaulty(argument.get()); }))
-            return {T::AError()};
-        return types;
+        const bool hasFault =
+            std::any_of(arguments.begin(), arguments.end(),
+                        [](const auto& argument) { return HasOwnReport(argument.get()); });
+        return hasFault ? Types{T::AError()} : types;
     } catch (const SlcSymbolNotFound&) {
         m_errors->Error(call, "Undefined function", name);
     } catch (const SlcInvalidNumberOfArgs&) {

@@ -70,12 +70,18 @@ void SlcCheckSemantics::CheckLightArgument(SlcExprNode* argument, const LightSta
 {
     if (!argument)
         return;
-    CheckExprType(argument);
+    const bool takesPoint = role != LightArgument::Angle;
+    FindTypes(argument);
     const auto types = SlcPossibleTypes::Of(argument);
+    // A triple, which may be a color elsewhere, is a point here, or else the wrong type.
+    SlcTypeNode* suited = types->IsInTypes(SlcTypeNode::APoint(), false);
+    if (suited && !takesPoint && types->IsInTypes(SlcTypeNode::AFloat(), false))
+        suited = nullptr;
+    types->SetUniqueType(suited ? suited : WantedTypeOf(argument));
+    FinishChecks(argument);
     if (types->GetTypes().empty())
         return;  // reported
     const SlcTypeNode* type = types->GetUniqueType();
-    const bool takesPoint = role != LightArgument::Angle;
     if (type->IsFloatType() || (takesPoint && type->IsPointType()) || type->IsErrorType())
         return;
     static constexpr const char* k_roles[] = {"position", "axis", "angle"};

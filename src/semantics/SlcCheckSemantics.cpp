@@ -1,6 +1,7 @@
 #include "semantics/SlcCheckSemantics.h"
 
 #include <algorithm>
+#include <string>
 #include <utility>
 
 #include "frontend/SlcNodes.h"
@@ -9,6 +10,22 @@
 #include "semantics/SlcStatementInfo.h"
 #include "semantics/SlcUserCallRules.h"
 #include "symbols/SlcShaderSymbolTable.h"
+
+namespace {
+
+/// Such as "float f(color, float[3])".
+std::string ShapeOf(const SlcFuncDefNode& function, const SlcFuncSymbolEntry& entry)
+{
+    std::string shape = entry.GetReturnType()->ToString() + " " + function.GetIdent()->GetName();
+    const char* separator = "(";
+    for (const SlcTypeNode* type : entry.GetArgTypes()) {
+        shape += separator + type->ToString();
+        separator = ", ";
+    }
+    return shape + (entry.GetArgTypes().empty() ? "()" : ")");
+}
+
+}  // namespace
 
 SlcCheckSemantics::SlcCheckSemantics(SlcPtr<SlcSemanticError> errors, SlcOptionsControl& options,
                                      SlcCheckUsage* usage)
@@ -100,9 +117,24 @@ void SlcCheckSemantics::Case(SlcFuncDefNode* node)
 /// Only now that its body has been checked: a function cannot call itself.
 void SlcCheckSemantics::AddFunction(SlcFuncDefNode* node, SlcPtr<SlcAnnotation> info)
 {
+    const auto replaced =
+        m_current->FindUserFunction(node->GetIdent(), node->GetReturnType(), node->GetFormals());
     node->SetSymbolEntry(m_current->AddFuncEntry(node->GetIdent(), node->GetReturnType(),
                                                  node->GetFormals(), std::move(info),
                                                  &SlcCheckArgsDetail, &SlcCheckArgsDetailInline));
+    if (replaced)
+        WarnOfReplaced(node, *replaced);
+}
+
+void SlcCheckSemantics::WarnOfReplaced(const SlcFuncDefNode* node,
+                                       const SlcFuncSymbolEntry& replaced)
+{
+    const SlcFuncDefNode* other = CheckCast<SlcFuncInfo>(replaced.GetFuncInfo())->GetDefinition();
+    m_errors->Warning(node,
+                      "The function '" + ShapeOf(*node, *node->GetSymbolEntry()) + "' replaces '" +
+                          ShapeOf(*other, replaced) + "' of " + *other->GetFileParsed() + ":" +
+                          std::to_string(other->GetNoLine()),
+                      1);
 }
 
 void SlcCheckSemantics::NoteDefinitionScope(SlcSymbolTable& formals) const
@@ -145,11 +177,9 @@ void SlcCheckSemantics::Case(SlcFuncDefStmtNode* node)
 {
     m_current = m_current->CreateCurrentScopeTable();
     const SlcPtr<SlcSymbolTable> function = std::exchange(m_function, m_current);
+    const SlcSemanticError::Heading heading = m_errors->GetHeading();
     node->GetFuncDef()->ApplyWalker(this);
     m_function = function;
     node->SetAnnotation(MakeShared<SlcStatementInfo>(m_current));
-    if (const auto* shader = dynamic_cast<const SlcShaderDefNode*>(m_body))
-        m_errors->SetFuncName(shader->GetIdent(), shader->GetFileParsed());
-    else if (const auto* outer = dynamic_cast<const SlcFuncDefNode*>(m_body))
-        m_errors->SetFuncName(outer->GetIdent(), outer->GetFileParsed());
+    m_errors->ResumeFunc(heading);
 }

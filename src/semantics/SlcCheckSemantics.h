@@ -68,6 +68,8 @@ private:
     /// Notes in the table of a function's formals where the function was defined.
     void NoteDefinitionScope(SlcSymbolTable& formals) const;
     void AddFunction(SlcFuncDefNode* node, SlcPtr<SlcAnnotation> info);
+    /// Of a function of the same shape in the same scope, which calls from here on do not reach.
+    void WarnOfReplaced(const SlcFuncDefNode* node, const SlcFuncSymbolEntry& replaced);
 
     void FindTypes(SlcSyntaxNode* node);
     /// The passes behind the possible types, which have been found.

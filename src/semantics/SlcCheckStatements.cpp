@@ -6,6 +6,7 @@
 #include "frontend/SlcNodes.h"
 #include "semantics/SlcCheckSemantics.h"
 #include "semantics/SlcStatementInfo.h"
+#include "semantics/SlcTypedExpr.h"
 #include "symbols/SlcPossibleTypes.h"
 
 SlcIdentNode* SlcCheckSemantics::ReturnTypeIdent()
@@ -139,7 +140,8 @@ SlcTypeNode* SlcCheckSemantics::WantedTypeOfReturn(SlcReturnStmtNode* node)
     } else {
         // A wanted float is also found as what it would be promoted to, which is no fit.
         const SlcTypeNode* found = SlcPossibleTypes::Of(node->GetValue())->IsInTypes(wanted, true);
-        if (!found || !found->IsPromotableAs(wanted))
+        const bool fits = found && found->IsPromotableAs(wanted);
+        if (!fits && !SlcTypedExpr::IsUntyped(node->GetValue()))
             m_errors->Error(node->GetValue(), "Type mismatch for the 'return' expression type");
     }
     return wanted;

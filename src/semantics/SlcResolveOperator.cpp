@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "frontend/SlcCallNodes.h"
 #include "semantics/SlcTypedExpr.h"
 
 using namespace SlcTypedExpr;
@@ -53,6 +54,28 @@ bool IsComparable(const SlcExprNode* expr)
     return false;
 }
 
+/// The call to noise or the like in an expression that could also be a number. Of an operator
+/// only the right side is looked at in full, so that chains of any length take linear time.
+const SlcProcCallExprNode* CallThatCouldBeFloat(const SlcExprNode* expr)
+{
+    while (Holds(expr, T::AFloat())) {
+        if (const auto* call = dynamic_cast<const SlcProcCallExprNode*>(expr))
+            return call;
+        if (const auto* minus = dynamic_cast<const SlcUMinusExprNode*>(expr)) {
+            expr = minus->GetOperand();
+            continue;
+        }
+        const auto* operation = dynamic_cast<const SlcBinOpExprNode*>(expr);
+        if (!operation || operation->IsDotProd())
+            return nullptr;
+        const auto* right = dynamic_cast<const SlcProcCallExprNode*>(operation->GetRight());
+        if (right && Holds(right, T::APoint()) && Holds(right, T::AFloat()))
+            return right;
+        expr = operation->GetLeft();
+    }
+    return nullptr;
+}
+
 }  // namespace
 
 void SlcResolveOperator::Resolve(SlcBinOpExprNode* operation)
@@ -85,6 +108,9 @@ void SlcResolveOperator::ResolveArithmetic(SlcBinOpExprNode* operation, SlcTypeN
         SetUnique(right, rightType ? wanted : T::AFloat());
         if (operation->IsAdd())
             WarnOfSum(operation, leftType, rightType);
+        if (operation->IsMult() && leftType && rightType && leftType->IsPointType() &&
+            rightType->IsPointType())
+            WarnOfPointNoise(operation);
         return;
     }
     const std::string sign(operation->ToString());
@@ -110,6 +136,20 @@ void SlcResolveOperator::WarnOfSum(SlcBinOpExprNode* operation, const SlcTypeNod
         warning = "Try to add a point and a float, misuse of this operator";
     if (warning)
         m_errors->Warning(operation, warning, 1);
+}
+
+void SlcResolveOperator::WarnOfPointNoise(SlcBinOpExprNode* product)
+{
+    const SlcProcCallExprNode* call = CallThatCouldBeFloat(product->GetRight());
+    if (!call)
+        call = CallThatCouldBeFloat(product->GetLeft());
+    if (!call)
+        return;
+    const std::string& name = call->GetIdent()->GetName();
+    m_errors->Warning(product,
+                      "A point-valued '" + name + "' is multiplied component by component: write " +
+                          "'float " + name + "(...)' for the number",
+                      2);
 }
 
 void SlcResolveOperator::ResolveCrossProd(SlcBinOpExprNode* operation)
@@ -188,9 +228,12 @@ void SlcResolveOperator::Resolve(SlcCondExprNode* conditional)
 void SlcResolveOperator::Resolve(SlcRelOpNode* ordering)
 {
     const std::string sign(ordering->ToString());
-    if (!Holds(ordering->GetLeft(), T::AFloat()))
+    const auto isWrong = [](const SlcExprNode* operand) {
+        return !Holds(operand, T::AFloat()) && !HasOwnReport(operand);
+    };
+    if (isWrong(ordering->GetLeft()))
         m_errors->Error(ordering, "Invalid type for left expression of '" + sign + "'.");
-    if (!Holds(ordering->GetRight(), T::AFloat()))
+    if (isWrong(ordering->GetRight()))
         m_errors->Error(ordering, "Invalid type for right expression of '" + sign + "'.");
     SetUnique(ordering->GetLeft(), T::AFloat());
     SetUnique(ordering->GetRight(), T::AFloat());
@@ -202,7 +245,7 @@ void SlcResolveOperator::Resolve(SlcEqOpNode* equality)
     const SlcExprNode* right = equality->GetRight();
     TakeFirst(left);
     TakeFirst(right);
-    if (IsFaulty(left) || IsFaulty(right))
+    if (HasOwnReport(left) || HasOwnReport(right))
         return;
     const auto pairs = ComparablePairs(left, right);
     if (pairs.empty())

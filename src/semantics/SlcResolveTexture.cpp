@@ -70,6 +70,12 @@ const Parameter* FindParameter(std::string_view name, const SlcTextureTypeNode& 
     return found == std::end(k_parameters) ? nullptr : found;
 }
 
+/// The type is missing, and no other report tells why.
+bool LacksType(const SlcExprNode* expr, T* type)
+{
+    return !Holds(expr, type) && !HasOwnReport(expr);
+}
+
 }  // namespace
 
 const SlcResolveTexture::KindTexts& SlcResolveTexture::TextsOf(const SlcTextureTypeNode& kind)
@@ -101,24 +107,32 @@ void SlcResolveTexture::Resolve(SlcTextureExprNode* texture)
 {
     m_kind = texture->GetKind();
     m_args.clear();
+    m_hasFault = false;
     for (const auto& argument : texture->GetArguments()->GetArgs()) {
         TakeFirst(argument.get());
         m_args.push_back(argument.get());
+        m_hasFault = m_hasFault || HasOwnReport(argument.get());
     }
     static_cast<void>(SettleWanted(texture));
 
     SlcExprNode* filename = texture->GetFilename()->GetName();
-    if (!Holds(filename, T::AString()))
+    if (LacksType(filename, T::AString()))
         m_errors->Error(texture, TextsOf(*m_kind).filename);
     SetUnique(filename, T::AString());
     SlcExprNode* channel = texture->GetChannel()->GetChannel();
-    if (!Holds(channel, T::AFloat()))
+    if (LacksType(channel, T::AFloat()))
         m_errors->Error(texture, "Texture channel must be a float");
     SetUnique(channel, T::AFloat());
 
     const int coordinates = ResolveCoordinates(texture);
     if (coordinates >= 0)
         ResolveParameters(static_cast<std::size_t>(coordinates));
+}
+
+void SlcResolveTexture::ErrorOfPlace(const SlcSyntaxNode* node, std::string_view message)
+{
+    if (!m_hasFault)
+        m_errors->Error(node, message);
 }
 
 int SlcResolveTexture::ResolveCoordinates(SlcTextureExprNode* texture)
@@ -129,17 +143,18 @@ int SlcResolveTexture::ResolveCoordinates(SlcTextureExprNode* texture)
 int SlcResolveTexture::ResolveFloats(SlcTextureExprNode* texture)
 {
     const auto firstName =
-        std::find_if(m_args.begin(), m_args.end(),
-                     [](const SlcExprNode* argument) { return Holds(argument, T::AString()); });
+        std::find_if(m_args.begin(), m_args.end(), [](const SlcExprNode* argument) {
+            return Holds(argument, T::AString()) && !IsFaulty(argument);
+        });
     const auto given = firstName - m_args.begin();
     if (given == 1) {
-        m_errors->Error(texture, TextsOf(*m_kind).tooFew);
+        ErrorOfPlace(texture, TextsOf(*m_kind).tooFew);
         SetUnique(m_args.front(), T::AFloat());
         return -1;
     }
     const int taken = given >= 8 ? 8 : given >= 2 ? 2 : 0;
     for (int i = 0; i < taken; ++i) {
-        if (!Holds(m_args[i], T::AFloat()))
+        if (LacksType(m_args[i], T::AFloat()))
             m_errors->Error(m_args[i], TextsOf(*m_kind).coordinate);
         SetUnique(m_args[i], T::AFloat());
     }
@@ -153,7 +168,8 @@ int SlcResolveTexture::ResolvePoints(SlcTextureExprNode* texture)
         return -1;
     }
     if (!Holds(m_args.front(), T::APoint())) {
-        m_errors->Error(texture, TextsOf(*m_kind).coordinate);
+        if (!HasOwnReport(m_args.front()))
+            m_errors->Error(texture, TextsOf(*m_kind).coordinate);
         return -1;
     }
     const auto firstOther =
@@ -170,7 +186,7 @@ void SlcResolveTexture::ResolveParameters(std::size_t first)
 {
     for (std::size_t i = first; i < m_args.size();) {
         if (i + 1 == m_args.size())
-            return m_errors->Error(m_args[i], TextsOf(*m_kind).missingValue);
+            return ErrorOfPlace(m_args[i], TextsOf(*m_kind).missingValue);
         const std::size_t taken = CheckTextureAccessParameter(i);
         if (taken == 0)
             return;
@@ -185,8 +201,8 @@ std::size_t SlcResolveTexture::CheckTextureAccessParameter(std::size_t position)
     const std::string kind = m_kind->ToString();
     if (!Holds(name, T::AString())) {
         constexpr std::size_t k_behindFilename = 2;  // counted from 1, the texture's name first
-        m_errors->Error(name, "String expected as a texture access parameter to " + kind +
-                                  "(...), argument " + std::to_string(position + k_behindFilename));
+        ErrorOfPlace(name, "String expected as a texture access parameter to " + kind +
+                               "(...), argument " + std::to_string(position + k_behindFilename));
         return 0;
     }
     SetUnique(name, T::AString());
@@ -223,15 +239,15 @@ std::size_t SlcResolveTexture::ResolveSource(std::size_t first)
            Holds(m_args[first + points], T::APoint()))
         SetUnique(m_args[first + points++], T::APoint());
     if (points < 2)
-        m_errors->Error(m_args[first - 1],
-                        "\"source\" argument in shadow(...) needs 2, 3 or 4 points.");
+        ErrorOfPlace(m_args[first - 1],
+                     "\"source\" argument in shadow(...) needs 2, 3 or 4 points.");
     // What stands in the place of the first point is not a name.
     return std::max<std::size_t>(points, 1);
 }
 
 void SlcResolveTexture::ResolveFloatValue(std::string_view name, SlcExprNode* value)
 {
-    if (!Holds(value, T::AFloat()))
+    if (LacksType(value, T::AFloat()))
         m_errors->Error(value, "Scalar value expected for " + std::string(name) + "parameter in " +
                                    m_kind->ToString() + "(...)");
     SetUnique(value, T::AFloat());
@@ -239,7 +255,7 @@ void SlcResolveTexture::ResolveFloatValue(std::string_view name, SlcExprNode* va
 
 void SlcResolveTexture::ResolveStringValue(SlcExprNode* value)
 {
-    if (!Holds(value, T::AString()))
+    if (LacksType(value, T::AString()))
         m_errors->Error(value, "String value expected for 'filter' parameter in " +
                                    m_kind->ToString() + "(...)");
     SetUnique(value, T::AString());

@@ -34,7 +34,11 @@ private:
     void ResolveFloatValue(std::string_view name, SlcExprNode* value);
     void ResolveStringValue(SlcExprNode* value);
 
+    /// A report that depends on what each argument stands for; none is given behind a faulty one.
+    void ErrorOfPlace(const SlcSyntaxNode* node, std::string_view message);
+
     SlcPtr<SlcSemanticError> m_errors;
     const SlcTextureTypeNode* m_kind = nullptr;
-    Args m_args;  // behind the name of the texture
+    Args m_args;              // behind the name of the texture
+    bool m_hasFault = false;  // of an argument, which tells nothing of what it stands for
 };

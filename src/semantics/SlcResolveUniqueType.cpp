@@ -55,7 +55,7 @@ void SlcResolveUniqueType::ResolveAssignment(SlcAssignExprNode* assignment)
     SlcTypeNode* target =
         CheckCast<SlcLValueType>(assignment->GetLValue()->GetAnnotation())->GetType();
     const bool refused = FirstType(assignment)->IsVoidType();
-    if (refused || target->IsErrorType()) {
+    if (refused || target->IsErrorType() || HasOwnReport(value)) {
         TakeFirst(value);
     } else if (SlcTypeNode* type = Find(value, target)) {
         SetUnique(value, type);
@@ -103,7 +103,8 @@ void SlcResolveUniqueType::ResolveCoordinate(SlcSyntaxNode* node, SlcExprNode* c
     if (Holds(coordinate, T::AFloat()))
         return SetUnique(coordinate, T::AFloat());
     TakeFirst(coordinate);
-    m_errors->Error(node, fault);
+    if (!HasOwnReport(coordinate))
+        m_errors->Error(node, fault);
 }
 
 void SlcResolveUniqueType::Case(SlcPointExprNode* triple)
@@ -148,8 +149,7 @@ void SlcResolveUniqueType::ResolveArray(SlcArrayExprNode* array)
             SetUnique(element.get(), type);
         } else if (Holds(element.get(), T::AFloat()) && T::AFloat()->IsPromotableAs(elementType)) {
             SetUnique(element.get(), T::AFloat());
-        } else {
-            TakeFirst(element.get());
+        } else if (TakeFirst(element.get()); !HasOwnReport(element.get())) {
             m_errors->Error(element.get(), "Type mismatch for expression " +
                                                std::to_string(number) +
                                                " inside array initializer");
@@ -159,7 +159,7 @@ void SlcResolveUniqueType::ResolveArray(SlcArrayExprNode* array)
 
 void SlcResolveUniqueType::ResolveIndex(SlcSyntaxNode* node, SlcExprNode* index)
 {
-    if (!Holds(index, T::AFloat()))
+    if (!Holds(index, T::AFloat()) && !HasOwnReport(index))
         m_errors->Error(node, "Index of array reference must be a float");
     SetUnique(index, T::AFloat());
 }

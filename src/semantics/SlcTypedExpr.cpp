@@ -5,7 +5,8 @@ SlcTypeNode* SlcTypedExpr::SettleWanted(const SlcExprNode* expr)
     if (IsUntyped(expr))
         return nullptr;
     const auto types = SlcPossibleTypes::Of(expr);
-    SlcTypeNode* wanted = types->GetUniqueType();
+    // Behind a fault no type is better than another, so that nothing is chosen for its sake.
+    SlcTypeNode* wanted = IsFaulty(expr) ? SlcTypeNode::AError() : types->GetUniqueType();
     if (!wanted->IsErrorType() && types->IsInTypes(wanted, false))
         return wanted;
     const bool isPromoted = !wanted->IsErrorType() && Holds(expr, SlcTypeNode::AFloat()) &&

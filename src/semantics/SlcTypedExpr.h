@@ -42,6 +42,13 @@ namespace SlcTypedExpr {
     return !types.empty() && types.front()->IsErrorType();
 }
 
+/// A report of its own tells what is wrong with the expression: whoever wants a type of it that it
+/// lacks stays quiet.
+[[nodiscard]] inline bool HasOwnReport(const SlcExprNode* expr)
+{
+    return IsUntyped(expr) || IsFaulty(expr);
+}
+
 [[nodiscard]] inline SlcTypeNode* FirstType(const SlcExprNode* expr)
 {
     return IsUntyped(expr) ? SlcTypeNode::AError() : TypesOf(expr).front();
@@ -59,8 +66,8 @@ inline void TakeFirst(const SlcExprNode* expr)
 }
 
 /// Makes the wanted type of an expression one of its own and gives it: as it is if the set holds
-/// it, float if that is promoted to it, and otherwise the first of the set. Null if the set is
-/// empty.
+/// it, float if that is promoted to it, and otherwise the first of the set; error for a faulty one.
+/// Null if the set is empty.
 SlcTypeNode* SettleWanted(const SlcExprNode* expr);
 
 }  // namespace SlcTypedExpr

@@ -22,14 +22,27 @@ bool SlcFuncSymbolEntry::CheckNumberArgs(const SlcCallArgs& args) const
 bool SlcFuncSymbolEntry::CheckTypeArgs(const SlcCallArgs& args, const SlcPtr<SlcSemanticError>&,
                                        bool promote)
 {
-    for (std::size_t i = 0; i < m_signature.argTypes.size() && i < args.size(); ++i) {
-        SlcTypeNode* formal = m_signature.argTypes[i];
-        const bool mayPromote = promote && !m_signature.argStorages[i]->IsOutput();
-        const SlcTypeNode* type = SlcPossibleTypes::Of(args[i])->IsInTypes(formal, mayPromote);
-        if (!type || !(formal->IsAnyType() || type->IsPromotableAs(formal)))
+    for (std::size_t i = 0; i < m_signature.argTypes.size() && i < args.size(); ++i)
+        if (!FitsFormal(args[i], i, promote))
             return false;
-    }
     return true;
+}
+
+bool SlcFuncSymbolEntry::FitsFormal(const SlcExprNode* arg, std::size_t position,
+                                    bool promote) const
+{
+    SlcTypeNode* formal = m_signature.argTypes[position];
+    const bool mayPromote = promote && !m_signature.argStorages[position]->IsOutput();
+    const SlcTypeNode* type = SlcPossibleTypes::Of(arg)->IsInTypes(formal, mayPromote);
+    return type && (formal->IsAnyType() || type->IsPromotableAs(formal));
+}
+
+std::size_t SlcFuncSymbolEntry::CountMisfits(const SlcCallArgs& args) const
+{
+    std::size_t misfits = 0;
+    for (std::size_t i = 0; i < m_signature.argTypes.size() && i < args.size(); ++i)
+        misfits += FitsFormal(args[i], i, true) ? 0 : 1;
+    return misfits;
 }
 
 void SlcFuncSymbolEntry::ErrorsTypeArgs(const SlcCallArgs& args,
@@ -42,19 +55,24 @@ void SlcFuncSymbolEntry::ErrorsTypeArgs(const SlcCallArgs& args,
                "' function ";
     };
     for (; i < m_signature.argTypes.size() && i < args.size(); ++i) {
-        SlcTypeNode* formal = m_signature.argTypes[i];
-        if (SlcPossibleTypes::Of(args[i])->IsInTypes(formal, false))
+        if (FitsFormal(args[i], i, true))
             continue;
-        sink->Error(args[i], messageFor() + "(" + formal->ToString() + " expected)");
         reported = true;
+        // Of an argument without a type its own report tells why.
+        if (!SlcPossibleTypes::Of(args[i])->GetTypes().empty())
+            sink->Error(args[i],
+                        messageFor() + "(" + m_signature.argTypes[i]->ToString() + " expected)");
     }
     if (reported || !VarArgBegin())
         return;
     const SlcFuncVarArgLeaf* leaf = nullptr;
     for (; i < args.size(); ++i) {
-        leaf = VarArgFindNextMatch(args[i]);
-        if (!leaf)
-            return sink->Error(args[i], messageFor());
+        leaf = VarArgFindNextMatch(args[i], true);
+        if (leaf)
+            continue;
+        if (!SlcPossibleTypes::Of(args[i])->GetTypes().empty())
+            sink->Error(args[i], messageFor());
+        return;
     }
     if (leaf && leaf->IsPairName())
         sink->Error(args.back(),
@@ -143,9 +161,9 @@ SlcFuncVarArgExpr* SlcFuncVarListSymbolEntry::VarArgBegin()
     return m_tail->Begin();
 }
 
-SlcFuncVarArgLeaf* SlcFuncVarListSymbolEntry::VarArgFindNextMatch(SlcExprNode* expr)
+SlcFuncVarArgLeaf* SlcFuncVarListSymbolEntry::VarArgFindNextMatch(SlcExprNode* expr, bool promote)
 {
-    return m_tail->FindNextMatch(expr, false);
+    return m_tail->FindNextMatch(expr, promote);
 }
 
 SlcFuncVarArgExpr* SlcFuncVarListSymbolEntry::VarArgNext()

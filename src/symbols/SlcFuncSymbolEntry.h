@@ -67,7 +67,10 @@ public:
     /// by promotion, which an output argument never takes. `sink` may be null.
     [[nodiscard]] virtual bool CheckTypeArgs(const SlcCallArgs& args,
                                              const SlcPtr<SlcSemanticError>& sink, bool promote);
-    /// Reports each argument that does not fit, for the catcher of `SlcFuncArgsTypeError`.
+    /// How many arguments do not fit their formals even by promotion, the tail left out.
+    [[nodiscard]] std::size_t CountMisfits(const SlcCallArgs& args) const;
+    /// Reports each argument that does not fit even by promotion, for the catcher of
+    /// `SlcFuncArgsTypeError`.
     void ErrorsTypeArgs(const SlcCallArgs& args, const SlcPtr<SlcSemanticError>& sink,
                         std::string_view name);
 
@@ -75,7 +78,10 @@ public:
     /// state of one walk at a time, which `VarArgBegin` starts anew.
     [[nodiscard]] virtual bool IsVarNbArgs() const { return false; }
     virtual SlcFuncVarArgExpr* VarArgBegin() { return nullptr; }
-    virtual SlcFuncVarArgLeaf* VarArgFindNextMatch(SlcExprNode*) { return nullptr; }
+    virtual SlcFuncVarArgLeaf* VarArgFindNextMatch(SlcExprNode*, bool /*promote*/)
+    {
+        return nullptr;
+    }
     virtual SlcFuncVarArgExpr* VarArgNext() { return nullptr; }
 
     [[nodiscard]] SlcDetailNode* CheckDetail(SlcCheckDetail* walker, SlcProcCallExprNode* call);
@@ -100,6 +106,8 @@ public:
     void SetFuncInfo(SlcPtr<SlcAnnotation> info);
 
 private:
+    [[nodiscard]] bool FitsFormal(const SlcExprNode* arg, std::size_t position, bool promote) const;
+
     SlcFuncSignature m_signature;
     SlcPtr<SlcAnnotation> m_funcInfo;
 };
@@ -114,7 +122,7 @@ public:
                                      bool promote) override;
     [[nodiscard]] bool IsVarNbArgs() const override { return true; }
     SlcFuncVarArgExpr* VarArgBegin() override;
-    SlcFuncVarArgLeaf* VarArgFindNextMatch(SlcExprNode* expr) override;
+    SlcFuncVarArgLeaf* VarArgFindNextMatch(SlcExprNode* expr, bool promote) override;
     SlcFuncVarArgExpr* VarArgNext() override;
     [[nodiscard]] SlcFuncVarArgExpr* GetTail() const { return m_tail.get(); }
 

@@ -67,6 +67,22 @@ bool HasFormals(const SlcFuncSymbolEntry& entry, const std::vector<SlcTypeNode*>
                       });
 }
 
+/// An array of another length, or of any, is another type.
+bool IsOfShape(const SlcTypeNode* one, const SlcTypeNode* other)
+{
+    return one->IsSameType(other) &&
+           (!one->IsArrayType() || static_cast<const SlcArrayTypeNode*>(one)->GetLength() ==
+                                       static_cast<const SlcArrayTypeNode*>(other)->GetLength());
+}
+
+bool HasShape(const SlcFuncSymbolEntry& entry, const SlcTypeNode* returnType,
+              const std::vector<SlcTypeNode*>& types)
+{
+    const auto& formals = entry.GetArgTypes();
+    return IsOfShape(entry.GetReturnType(), returnType) &&
+           std::equal(formals.begin(), formals.end(), types.begin(), types.end(), IsOfShape);
+}
+
 SlcPtr<SlcFuncSymbolEntry> AsFunction(const SlcPtr<SlcSymbolEntry>& entry)
 {
     return entry->IsFunction() ? CheckCast<SlcFuncSymbolEntry>(entry) : nullptr;
@@ -107,6 +123,25 @@ TableOffer OfferTo(TriedCall& call, const std::vector<SlcPtr<SlcSymbolEntry>>& e
             SlcAddTypeIfNotPresent(offer.types, candidate->GetReturnType());
     }
     return offer;
+}
+
+/// The overload by which the arguments of a call that fits none are judged: the one that fits the
+/// most of them, since what another overload takes is not at fault. Of equal ones the last.
+SlcPtr<SlcFuncSymbolEntry> ClosestOf(const std::vector<SlcPtr<SlcSymbolEntry>>& entries,
+                                     const SlcCallArgs& args)
+{
+    SlcPtr<SlcFuncSymbolEntry> closest;
+    std::size_t fewest = args.size();
+    for (const auto& entry : entries) {
+        const auto candidate = AsFunction(entry);
+        if (candidate.Null() || !candidate->CheckNumberArgs(args))
+            continue;
+        if (const std::size_t misfits = candidate->CountMisfits(args); misfits <= fewest) {
+            closest = candidate;
+            fewest = misfits;
+        }
+    }
+    return closest;
 }
 
 }  // namespace
@@ -309,10 +344,13 @@ std::vector<SlcTypeNode*> SlcSymbolTable::GetFuncType(SlcIdentNode* ident,
     const std::vector<Group> groups = GroupsOf(ident);
     TriedCall call{args, sink, noVoid};
     TableOffer outermost;  // of the tables tried so far: it decides what is wrong if nothing fits
+    const Group* judging = nullptr;  // the table that made it
     const auto searchPass = [&](bool promoted) {
         for (const Group& group : groups) {
-            if (TableOffer offer = OfferTo(call, group.entries, promoted); offer.function)
+            if (TableOffer offer = OfferTo(call, group.entries, promoted); offer.function) {
                 outermost = std::move(offer);
+                judging = &group;
+            }
             if (!outermost.types.empty())
                 return;
         }
@@ -328,7 +366,7 @@ std::vector<SlcTypeNode*> SlcSymbolTable::GetFuncType(SlcIdentNode* ident,
         throw SlcSymbolNotFound{ident};
     if (outermost.withCount.Null())
         throw SlcInvalidNumberOfArgs{outermost.function};
-    throw SlcFuncArgsTypeError{outermost.withCount};
+    throw SlcFuncArgsTypeError{ClosestOf(judging->entries, args)};
 }
 
 std::deque<SlcPtr<SlcFuncSymbolEntry>> SlcSymbolTable::GetFuncEntrys(SlcIdentNode* ident,
@@ -380,6 +418,24 @@ SlcPtr<SlcFuncSymbolEntry> SlcSymbolTable::GetUniqueFuncEntry(SlcIdentNode* iden
         if (HasFormals(*function, types))
             return function;
     throw SlcSymbolNotFound{ident};
+}
+
+SlcPtr<SlcFuncSymbolEntry> SlcSymbolTable::FindUserFunction(SlcIdentNode* ident,
+                                                            const SlcTypeNode* returnType,
+                                                            const SlcFormalsNode* formals) const
+{
+    const auto types = TypesOf(*formals);
+    if (const auto* named = m_scope->Find(ident->GetName())) {
+        for (auto entry = named->rbegin(); entry != named->rend(); ++entry) {
+            const auto function = AsFunction(entry->entry);
+            if (entry->table <= m_position && function &&
+                function->GetOrigin() == SlcFuncOrigin::User &&
+                HasShape(*function, returnType, types))
+                return function;
+        }
+    }
+    const auto& previous = m_scope->m_previous;
+    return previous ? previous->FindUserFunction(ident, returnType, formals) : nullptr;
 }
 
 SlcCallArgs SlcArgsOf(const SlcProcArgsNode* arguments)

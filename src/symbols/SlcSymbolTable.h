@@ -104,6 +104,12 @@ public:
     [[nodiscard]] SlcPtr<SlcFuncSymbolEntry>
     GetUniqueFuncEntry(SlcIdentNode* ident, SlcTypeNode* returnType, SlcFormalsNode* formals);
 
+    /// The function of the source that one of this shape would replace: of the same scope, return
+    /// type and formals, in which the point family counts as one. Null if there is none.
+    [[nodiscard]] SlcPtr<SlcFuncSymbolEntry> FindUserFunction(SlcIdentNode* ident,
+                                                              const SlcTypeNode* returnType,
+                                                              const SlcFormalsNode* formals) const;
+
     /// For a function's formals table: the scope in which the function was defined; null in
     /// strict mode and elsewhere. Tables that follow in the same scope take it over.
     SlcPtr<SlcSymbolTable> m_definitionScope;

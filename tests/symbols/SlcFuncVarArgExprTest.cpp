@@ -93,15 +93,15 @@ TEST(SlcFuncVarArgExpr, GivesTheLeafOfEachArgument)
     const auto entry = WithTail(k_pairs);
     ASSERT_NE(entry->VarArgBegin(), nullptr);
     const auto list = args.List();
-    const auto* number = entry->VarArgFindNextMatch(list[1]);
+    const auto* number = entry->VarArgFindNextMatch(list[1], false);
     ASSERT_NE(number, nullptr);
     EXPECT_TRUE(number->IsPlainValue());
-    const auto* name = entry->VarArgFindNextMatch(list[2]);
+    const auto* name = entry->VarArgFindNextMatch(list[2], false);
     ASSERT_NE(name, nullptr);
     EXPECT_TRUE(name->IsPairName());
     EXPECT_TRUE(name->GetDetail()->IsUniform());
     EXPECT_TRUE(name->GetStorage()->IsInput());
-    const auto* value = entry->VarArgFindNextMatch(list[3]);
+    const auto* value = entry->VarArgFindNextMatch(list[3], false);
     ASSERT_NE(value, nullptr);
     EXPECT_TRUE(value->GetType()->IsVectorType());
     EXPECT_TRUE(value->GetStorage()->IsOutput());

@@ -36,9 +36,13 @@ void SlcSemanticError::PrintAt(std::string_view file, int line, std::string_view
 
 void SlcSemanticError::SetFuncName(const SlcIdentNode* function, const std::string* file)
 {
-    m_function = function;
-    m_file = file;
-    m_headingPrinted = false;
+    m_heading = {function, file, false};
+}
+
+void SlcSemanticError::ResumeFunc(Heading outer)
+{
+    outer.isPrinted = outer.isPrinted && !m_heading.isPrinted;
+    m_heading = outer;
 }
 
 void SlcSemanticError::Error(const SlcSyntaxNode* node, std::string_view message)
@@ -108,8 +112,8 @@ void SlcSemanticError::CountError()
 
 void SlcSemanticError::PrintHeading()
 {
-    if (m_headingPrinted || !m_function || !m_file)
+    if (m_heading.isPrinted || !m_heading.function || !m_heading.file)
         return;
-    m_headingPrinted = true;
-    std::cerr << *m_file + ": In function " + m_function->GetName() + "\n";
+    m_heading.isPrinted = true;
+    std::cerr << *m_heading.file + ": In function " + m_heading.function->GetName() + "\n";
 }

@@ -19,6 +19,17 @@ public:
     /// The function or shader whose body is being checked from here on; neither is owned.
     void SetFuncName(const SlcIdentNode* function, const std::string* file);
 
+    /// The function whose body is being checked, and whether its heading has been printed.
+    struct Heading {
+        const SlcIdentNode* function = nullptr;
+        const std::string* file = nullptr;  // of the function's definition
+        bool isPrinted = false;
+    };
+    [[nodiscard]] const Heading& GetHeading() const { return m_heading; }
+    /// The body goes on behind a function inside it. Its heading comes again only if that function
+    /// has printed one in between.
+    void ResumeFunc(Heading outer);
+
     /// False once an error has been reported.
     [[nodiscard]] bool NoError() const { return m_noError; }
 
@@ -50,7 +61,5 @@ private:
     void PrintHeading();
 
     bool m_noError = true;
-    bool m_headingPrinted = false;
-    const SlcIdentNode* m_function = nullptr;
-    const std::string* m_file = nullptr;  // of m_function's definition
+    Heading m_heading;
 };

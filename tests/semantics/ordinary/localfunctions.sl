@@ -10,7 +10,7 @@ surface localfunctions(float Kd = 0.8, bumps = 20, depth = 0.1; color base = col
         extern point P;
         extern normal N;
         extern float s, t;
-        point moved = P + noise(s, t) * normalize(N);
+        point moved = P + float noise(s, t) * normalize(N);
         return normalize(calculatenormal(moved));
     }
 

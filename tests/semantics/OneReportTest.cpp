@@ -1,0 +1,159 @@
+// One mistake gives one report, at its place: nothing is said of what only follows from it.
+
+#include <gtest/gtest.h>
+
+#include "helpers/CheckedShader.h"
+#include "semantics/TypedStatement.h"
+
+namespace {
+
+struct Case {
+    const char* source;
+    const char* reports;
+};
+
+template <std::size_t Count>
+void ExpectReports(const Case (&cases)[Count], int warningLevel = 1)
+{
+    for (const Case& c : cases)
+        EXPECT_EQ(CheckedShader(c.source, {}, warningLevel).Reports(), c.reports) << c.source;
+}
+
+TEST(OneReport, StaysQuietBehindAnUndefinedName)
+{
+    for (const char* statement : {
+             "f1 = noise(q);",
+             "p1 = transform(q, p1);",
+             "p1 = transform(\"world\", q, p1);",
+             "f1 = distance(transform(q, p1), -(1, 2, 3));",
+             "c1 = 2 * mix(q, noise(f1), noise(p1));",
+             "c1 = f1 < 1 ? noise(q) : noise(p1);",
+             "c1 = texture(\"a\", q, f1);",
+             "c1 = texture(\"a\", f1, q);",
+             "c1 = texture(\"a\", q);",
+             "c1 = texture(\"a\", f1, f1, q);",
+             "c1 = texture(\"a\", f1, f1, q, 1, \"blur\", 1);",
+             "c1 = texture(q, f1, f1);",
+             "f1 = environment(\"a\", p1, q, 1, q, 1);",
+             "f1 = shadow(\"a\", p1, \"source\", p1, q);",
+             "f1 = filterstep(1, f2, q);",
+             "float new = q;",
+             "float[] new = q;",
+             "float q = q + 1;",
+         })
+        EXPECT_EQ(TypedStatement(statement).Reports(), "ERROR: Undefined variable: q") << statement;
+}
+
+TEST(OneReport, StaysQuietBehindAnOperatorWithoutAType)
+{
+    for (const char* statement : {
+             "f1 = c1 + p1;",
+             "float new = c1 + p1;",
+             "float new[2] = {1, c1 + p1};",
+             "f1 = fa[c1 + p1];",
+             "p1 = (c1 + p1, 1, 2);",
+             "m1 = (1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, c1 + p1);",
+             "if (c1 + p1 < 1) f1 = 1;",
+             "if (1 == c1 + p1) f1 = 1;",
+             "f1 = sqrt(c1 + p1);",
+             "c1 = mix(c1, c2, c1 + p1);",
+             "c1 = spline(f1, c1, c1, c1 + p1, c1, c1);",
+             "printf(\"%f\", c1 + p1);",
+             "c1 = texture(\"a\", c1 + p1, f1);",
+             "c1 = texture(\"a\", f1, f1, \"blur\", c1 + p1);",
+             "c1 = environment(\"a\", c1 + p1);",
+         })
+        EXPECT_EQ(TypedStatement(statement).Reports(), "ERROR: Incompatible types for +")
+            << statement;
+    EXPECT_EQ(
+        CheckedShader("float f(color c; point p) { return c + p; }\nsurface s() {}").Reports(),
+        "1: ERROR: Incompatible types for +");
+}
+
+TEST(OneReport, AccusesOnlyArgumentsThatPromotionDoesNotFit)
+{
+    static const Case cases[] = {
+        {"f1 = clamp(f1, 0, \"half\");",
+         "ERROR: Invalid type for argument 3 of 'clamp' function (color expected)"},
+        {"c1 = mix(c1, 0, \"half\");",
+         "ERROR: Invalid type for argument 3 of 'mix' function (float expected)"},
+        {"p1 = mix(p1, c1, 0.5);",
+         "ERROR: Invalid type for argument 2 of 'mix' function (point expected)"},
+        {"f1 = lit(\"a\", 1);",
+         "ERROR: Invalid type for argument 1 of 'lit' function (float expected)"},
+        {"c1 = spline(f1, c1, 1, c1, c1, s1);",
+         "ERROR: Invalid type for argument 6 of 'spline' function "},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(TypedStatement(c.source, "surface", "float lit(float a; color c) { return a; }")
+                      .Reports(),
+                  c.reports)
+            << c.source;
+}
+
+TEST(OneReport, HeadsABodyOnceAroundAQuietFunction)
+{
+    const CheckedShader shader("surface a() {\nx = 1;\nfloat f() { return 1; }\ny = 1;\n}");
+    EXPECT_EQ(shader.Output(), "test.sl: In function a\n"
+                               "test.sl:2: ERROR: Undefined variable: x\n"
+                               "test.sl:4: ERROR: Undefined variable: y\n");
+}
+
+TEST(OneReport, TellsOfArraysWithoutALength)
+{
+    static const Case cases[] = {
+        {"float[] g(float a[]) { return a; }\nsurface s() { float q[2];\nfloat[] w = g(q); }",
+         "3: ERROR: The length of the result that initializes array variable 'w' is unknown"},
+        {"surface s() { float[] w = 1; }", "1: ERROR: Variable initialization type mismatch"},
+    };
+    ExpectReports(cases);
+}
+
+TEST(OneReport, WarnsOfAFunctionThatReplacesAnother)
+{
+    static const Case cases[] = {
+        {"float f(point p) { return 1; }\nfloat f(normal n) { return 2; }\nsurface s() {}",
+         "2: WARNING: The function 'float f(normal)' replaces 'float f(point)' of test.sl:1"},
+        {"surface s() { void g() {}\nvoid g() {} }",
+         "2: WARNING: The function 'void g()' replaces 'void g()' of test.sl:1"},
+        // other shapes, another scope, and a function of the library
+        {"float f(float a) { return 1; }\nfloat f(color a) { return 1; }\n"
+         "color f(float a) { return 1; }\nfloat f(float a[]) { return 1; }\n"
+         "float f(float a[3]) { return 1; }\nfloat sqrt(float a) { return 1; }\n"
+         "surface s() { float f(float a) { return 1; } }",
+         ""},
+    };
+    ExpectReports(cases);
+}
+
+TEST(OneReport, WarnsOfNoiseThatIsMultipliedByComponents)
+{
+    const std::string warning = "1: WARNING: A point-valued 'noise' is multiplied component by "
+                                "component: write 'float noise(...)' for the number";
+    for (const char* product :
+         {"noise(P) * N", "N * (2 * noise(P) - 1)", "-noise(P) * N", "noise(s, t) * noise(P)"})
+        EXPECT_EQ(CheckedShader("displacement d() { P += " + std::string(product) + "; }", {}, 2)
+                      .Reports(),
+                  warning)
+            << product;
+    for (const char* product : {"float noise(P) * N", "vector noise(P) * N", "2 * noise(P)"})
+        EXPECT_EQ(CheckedShader("displacement d() { P += " + std::string(product) + "; }", {}, 2)
+                      .Reports(),
+                  "")
+            << product;
+    EXPECT_EQ(CheckedShader("displacement d() { P += noise(P) * N; }").Reports(), "");
+}
+
+TEST(OneReport, TakesATripleForThePointOfALightStatement)
+{
+    static const Case cases[] = {
+        {"light l() { illuminate((0, 0, 0), (0, 0, 1), 1) { Cl = 1; } solar((0, 0, 1), 0) { } }",
+         ""},
+        {"surface s() { illuminance((0, 0, 0), (0, 0, 1), 1) { Ci = Cl; } }", ""},
+        {"surface s() { illuminance(P, N, (0, 0, 1)) { } }",
+         "1: ERROR: Type mismatch for 'angle' expression in 'illuminance' statement"},
+    };
+    ExpectReports(cases);
+}
+
+}  // namespace
