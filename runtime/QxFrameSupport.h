@@ -68,9 +68,10 @@ inline const QxFrame3D* FindSpace(QxSpaceRegistry* registry, const char* name)
 }
 
 /// The value has been brought into the current space already; the space tells where it came from.
-inline void QxInitVarValue(QxVar& variable, const char*, QxTokenInfo::QxClass, int,
+inline void QxInitVarValue(QxVar& variable, const char* space, QxTokenInfo::QxClass, int,
                            const void* value)
 {
+    variable.SetDefaultSpace(space);
     variable.Store(value);
 }
 

@@ -30,22 +30,45 @@ struct QxFrame3D {
 class QxSpaceRegistry {
 public:
     QxSpaceRegistry() { Define("current", QxFrame3D()); }
-    void Define(const std::string& name, const QxFrame3D& frame) { m_frames[name] = frame; }
+    /// Names that are not defined here have the frames of `outer`, which must outlive this one.
+    explicit QxSpaceRegistry(QxSpaceRegistry& outer) : m_outer(&outer) {}
+
+    void Define(const std::string& name, const QxFrame3D& frame)
+    {
+        m_frames[name] = frame;
+        ++m_changes;
+    }
     /// The frame of a name that may be defined later on: until then it is that of the current
     /// space. It keeps its place for the registry's life.
     const QxFrame3D* Reserve(const std::string& name)
     {
+        if (m_outer && m_frames.find(name) == m_frames.end())
+            return m_outer->Reserve(name);
         return &m_frames.emplace(name, QxFrame3D()).first->second;
     }
     /// The current space for an unknown name. The frame keeps its place for the registry's life.
     const QxFrame3D* Find(const std::string& name) const
     {
         const auto found = m_frames.find(name);
-        return found == m_frames.end() ? &m_frames.find("current")->second : &found->second;
+        if (found != m_frames.end())
+            return &found->second;
+        return m_outer ? m_outer->Find(name) : &m_frames.find("current")->second;
     }
+    /// The name of a frame of this registry; null for one of another.
+    const std::string* NameOf(const QxFrame3D* frame) const
+    {
+        for (const auto& entry : m_frames)
+            if (&entry.second == frame)
+                return &entry.first;
+        return nullptr;
+    }
+    /// Grows with each definition, here and in the outer registries.
+    unsigned long Changes() const { return m_changes + (m_outer ? m_outer->Changes() : 0); }
 
 private:
     std::map<std::string, QxFrame3D> m_frames;
+    QxSpaceRegistry* m_outer = nullptr;
+    unsigned long m_changes = 0;
 };
 
 /// Where shadeop libraries are looked for.
@@ -140,23 +163,25 @@ public:
 
     /// Takes name and type from a declaration, with room for one point.
     void Declare(const QxShaderToken& token);
-    /// Takes name and type from another one, with room for one point.
-    void DeclareAs(const QxVar& other)
+    void Declare(const std::string& name, QxValueType type, bool varying, std::size_t length)
     {
-        m_name = other.m_name;
-        m_type = other.m_type;
-        m_varying = other.m_varying;
-        m_length = other.m_length;
+        m_name = name;
+        m_type = type;
+        m_varying = varying;
+        m_length = length;
         Resize(1);
     }
     /// Makes room for that many shading points; what was stored is lost.
     void Resize(std::size_t points);
-
-    void* Value()
+    /// The same in floats of somebody else, which must live as long as they are used.
+    void Borrow(std::size_t points, float* storage)
     {
-        return m_type == QxValueType::String ? static_cast<void*>(m_strings.data())
-                                             : static_cast<void*>(m_floats.data());
+        m_points = m_varying ? points : 1;
+        m_useDefault = true;
+        m_value = storage;
     }
+
+    void* Value() { return m_value; }
     /// The host has given no value of its own.
     bool UseDefaultValue() const { return m_useDefault; }
     /// Copies a value of all array elements, floats or strings by type, to every point.
@@ -169,6 +194,8 @@ public:
     }
     /// The same for a value of each point, laid out as they are stored.
     void SetValueForEachPoint(const void* values);
+    /// What is stored is the host's.
+    void KeepValue() { m_useDefault = false; }
 
     const std::string& Name() const { return m_name; }
     QxValueType Type() const { return m_type; }
@@ -176,8 +203,13 @@ public:
     std::size_t Length() const { return m_length; }
     /// How many points it has a value for.
     std::size_t Points() const { return m_points; }
+    /// The space that the default value is given in, "" for what has none. It is known once that
+    /// value was computed, and lives as long as the shader.
+    const char* DefaultSpace() const { return m_defaultSpace; }
+    void SetDefaultSpace(const char* space) { m_defaultSpace = space; }
 
 private:
+    std::size_t FloatCount() const { return m_points * m_length * QxFloatCount(m_type); }
     void StoreStrings(const char* const* value);
     void StoreString(std::size_t place, const char* text)
     {
@@ -190,45 +222,49 @@ private:
             std::free(const_cast<char*>(text));
     }
 
+    void* m_value = nullptr;  // that of the vectors below, or somebody else's
     std::string m_name;
     QxValueType m_type = QxValueType::Float;
     bool m_varying = false;
     bool m_useDefault = true;
     std::size_t m_length = 1;  // array elements
     std::size_t m_points = 1;
+    const char* m_defaultSpace = "";
     std::vector<float> m_floats;
     std::vector<const char*> m_strings;  // owned, from malloc: the shader replaces them
 };
 
 inline void QxVar::Declare(const QxShaderToken& token)
 {
-    m_name = token.name;
     const std::string& text = token.declaration;
     const auto has = [&](const char* word) { return text.find(word) != std::string::npos; };
-    m_varying = has("varying ");
+    QxValueType type = QxValueType::Float;
     if (has(" string"))
-        m_type = QxValueType::String;
+        type = QxValueType::String;
     else if (has(" matrix"))
-        m_type = QxValueType::Matrix;
+        type = QxValueType::Matrix;
     else if (has(" color"))
-        m_type = QxValueType::Color;
+        type = QxValueType::Color;
     else if (has(" point"))
-        m_type = QxValueType::Point;
+        type = QxValueType::Point;
     const std::size_t bracket = text.find('[');
-    if (bracket != std::string::npos)
-        m_length = std::strtoul(text.c_str() + bracket + 1, nullptr, 10);
-    Resize(1);
+    const std::size_t length =
+        bracket == std::string::npos ? 1 : std::strtoul(text.c_str() + bracket + 1, nullptr, 10);
+    Declare(token.name, type, has("varying "), length);
 }
 
 inline void QxVar::Resize(std::size_t points)
 {
     m_points = m_varying ? points : 1;
     m_useDefault = true;
-    m_floats.assign(m_points * m_length * QxFloatCount(m_type), 0.0f);
+    m_floats.assign(FloatCount(), 0.0f);
     FreeStrings();
     m_strings.clear();
-    if (m_type == QxValueType::String)
+    m_value = m_floats.data();
+    if (m_type == QxValueType::String) {
         m_strings.assign(m_points * m_length, nullptr);
+        m_value = m_strings.data();
+    }
 }
 
 // Not expanded in place: a caller's value of one float would seem to be read as a string.
@@ -240,10 +276,10 @@ __attribute__((noinline)) inline void QxVar::Store(const void* value)
     }
     const std::size_t floats = QxFloatCount(m_type);
     const float* source = static_cast<const float*>(value);
+    float* target = static_cast<float*>(m_value);
     for (std::size_t element = 0; element < m_length; ++element, source += floats)
-        for (std::size_t point = 0; point < m_points; ++point)
-            std::copy(source, source + floats,
-                      m_floats.data() + (element * m_points + point) * floats);
+        for (std::size_t point = 0; point < m_points; ++point, target += floats)
+            std::copy_n(source, floats, target);
 }
 
 // Kept apart: a compiler that inlines it where the value is a float warns of a read behind its end.
@@ -259,8 +295,8 @@ __attribute__((noinline)) inline void QxVar::SetValueForEachPoint(const void* va
     m_useDefault = false;
     for (std::size_t place = 0; place < m_strings.size(); ++place)
         StoreString(place, static_cast<const char* const*>(values)[place]);
-    const float* floats = static_cast<const float*>(values);
-    std::copy(floats, floats + m_floats.size(), m_floats.begin());
+    if (m_type != QxValueType::String)
+        std::copy_n(static_cast<const float*>(values), FloatCount(), static_cast<float*>(m_value));
 }
 
 /// What a shader tells of itself.

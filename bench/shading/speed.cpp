@@ -119,17 +119,20 @@ void Measure(const std::string& path, void* loops, double seconds)
 
     Stage byShader;
     Stage byLoop;
-    QxShaderObject object(path, byShader.Spaces());
-    std::vector<QxVar> variables(object.Parameters().size());
-    object.Declare(variables);
+    const auto shader = QxShader::Open(path);
+    std::vector<QxVar> variables(shader->Parameters().size());
+    shader->Declare(variables);
     for (QxVar& variable : variables)
         variable.Resize(byShader.Grid().Size());
-    const QxShadingContext context = object.Context(byShader, {0, 0, 0});
-    object.Initialize(context, variables);
+    std::vector<const QxFrame3D*> spaces;
+    for (const std::string& space : shader->SpaceNames())
+        spaces.push_back(byShader.Spaces().Find(space));
+    const QxShadingContext context(&byShader, &byShader.Spaces(), spaces.data(), {0, 0, 0});
+    shader->Initialize(context, spaces.data(), variables);
 
     const auto runShader = [&] {
-        object.Evaluate(k_side, k_side, context, byShader.Grid().Hidden(), variables,
-                        byShader.Lights());
+        shader->Evaluate({k_side, k_side}, context, byShader.Grid().Hidden(), variables,
+                         byShader.Lights());
     };
     const auto runLoop = [&] {
         loop(byLoop.Grid().Hidden(), k_side * k_side, byLoop.Lights().data(), byLoop.LightCount());

@@ -1,11 +1,10 @@
 #pragma once
 
-// All that a program needs to run shaders that `shaderqx --dso` built:
+// All that a program needs to run shaders, byte-code and shared objects alike:
 //
 //     QxHostScene scene;
 //     scene.AddPointLight({0, 2, -2}, {1, 1, 1});
-//     QxShaderObject object("plastic.sqx", scene.Spaces());
-//     QxShaderInstance plastic(object);
+//     QxShaderInstance plastic(QxShader::Open("plastic.sqx"), scene.Spaces());
 //     plastic.Set("Kd", 0.8);
 //     QxHostGrid grid(64, 64);
 //     plastic.Run(grid, scene);
@@ -15,5 +14,5 @@
 #include "host/QxHostGrid.h"
 #include "host/QxHostScene.h"
 #include "host/QxHostValue.h"
+#include "host/QxShader.h"
 #include "host/QxShaderInstance.h"
-#include "host/QxShaderObject.h"

@@ -114,12 +114,27 @@ QxHostValue Collected(QxValueType type, const std::vector<Value>& values)
     return {type, std::move(numbers)};
 }
 
+template <class Value>
+bool IsThere(const QxHiddenVariables& variables, std::string_view name)
+{
+    const auto rows = Rows<Value>();
+    const auto found = std::find_if(rows.begin(), rows.end(),
+                                    [name](const auto& row) { return row.name == name; });
+    return found != rows.end() && (!found->member || variables.*(found->member));
+}
+
 float StepOf(unsigned int points)
 {
     return points > 1 ? 1 / static_cast<float>(points - 1) : 1;
 }
 
 }  // namespace
+
+bool QxHostPoints::Has(std::string_view name) const
+{
+    return IsThere<QxVector3>(variables, name) || IsThere<QxRGBColor>(variables, name) ||
+           IsThere<float>(variables, name);
+}
 
 QxHostGrid::QxHostGrid(unsigned int columns, unsigned int rows) : m_layout{columns, rows}
 {
@@ -217,4 +232,9 @@ QxHiddenVariables QxHostGrid::Hidden()
     Point<QxVector3>(hidden);
     Point<QxRGBColor>(hidden);
     return hidden;
+}
+
+QxHostGrid::operator QxHostPoints()
+{
+    return {m_layout, Hidden(), Values<QxVector3>("E")[0]};
 }

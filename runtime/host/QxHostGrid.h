@@ -8,6 +8,16 @@
 #include "QxDerivatives.h"
 #include "host/QxHostValue.h"
 
+/// Shading points whose values are somebody else's, who keeps them for as long as they are used.
+struct QxHostPoints {
+    QxGrid layout;
+    QxHiddenVariables variables;  // those that no shader of the run uses may be missing
+    QxVector3 E = {0, 0, 0};      // where the eye is
+
+    /// A predefined variable of that name is there.
+    [[nodiscard]] bool Has(std::string_view name) const;
+};
+
 /// The shading points of a patch, with the values of all predefined variables.
 ///
 /// A new grid is a square of side 1 before the eye, which looks along z: `u` and `v` run from 0 to
@@ -34,6 +44,8 @@ public:
 
     /// The variables as shaders reach them, for as long as the grid lives.
     [[nodiscard]] QxHiddenVariables Hidden();
+    /// Whatever takes points takes a grid.
+    operator QxHostPoints();
 
 private:
     template <class Value>

@@ -12,7 +12,7 @@ namespace {
 bool IsSteady(const QxShaderInstance& light)
 {
     for (const char* name : {"P", "Ps", "N", "Ng", "u", "v", "s", "t", "dPdu", "dPdv", "I"})
-        if (light.Object().Uses(name))
+        if (light.Shader().Uses(name))
             return false;
     return true;
 }
@@ -54,8 +54,8 @@ void QxHostScene::AddDistantLight(const QxVector3& direction, const QxRGBColor& 
 
 void QxHostScene::AddLight(QxShaderInstance& light)
 {
-    if (light.Object().Type() != QxShaderInterface::e_typeLight)
-        throw QxHostError("Shader '" + light.Object().Path() + "' is no light shader");
+    if (light.Shader().Type() != QxShaderInterface::e_typeLight)
+        throw QxHostError("Shader '" + light.Shader().Name() + "' is no light shader");
     if (IsAmbient(light))
         m_ambientShaders.push_back(&light);
     else
@@ -72,11 +72,11 @@ void QxHostScene::SetAnswer(QxMessage message, const std::string& name, const Qx
     m_answers.insert_or_assign({message, name}, value);
 }
 
-void QxHostScene::BeginGrid(QxHostGrid& grid)
+void QxHostScene::BeginGrid(const QxHostPoints& points)
 {
-    m_time = grid.Values<float>("time")[0];
-    m_eye = grid.Values<QxVector3>("E")[0];
-    const QxGrid& layout = grid.Layout();
+    m_time = points.variables.time ? *points.variables.time : 0;
+    m_eye = points.E;
+    const QxGrid& layout = points.layout;
     if (!m_lightGrid || m_lightGrid->Layout().columns != layout.columns ||
         m_lightGrid->Layout().rows != layout.rows)
         m_lightGrid.emplace(layout.columns, layout.rows);
@@ -99,7 +99,7 @@ void QxHostScene::BeginGrid(QxHostGrid& grid)
 /// Runs a light shader: from the place of its own space it lights the positions.
 void QxHostScene::Shade(QxShaderInstance& light, QxHostGrid& grid, const QxVector3* positions)
 {
-    const QxMatrix44& place = light.Object().Spaces().Find("shader")->toCurrent;
+    const QxMatrix44& place = light.Spaces().Find("shader")->toCurrent;
     grid.Set("P", QxVector3{place[3][0], place[3][1], place[3][2]});
     grid.Set("L", QxVector3{0, 0, 0});
     grid.Set("Cl", QxRGBColor{0, 0, 0});

@@ -25,9 +25,9 @@ public:
     void AddPointLight(const QxVector3& position, const QxRGBColor& color);
     /// `direction`: the way that the light goes.
     void AddDistantLight(const QxVector3& direction, const QxRGBColor& color);
-    /// A light shader, which must outlive the scene and stands where the "shader" space of its
-    /// object does. One without `illuminate` and `solar` is ambient: to find out, it is run once.
-    /// Throws `QxHostError` if it is no light shader.
+    /// A light shader, which must outlive the scene and stands where its "shader" space does. One
+    /// without `illuminate` and `solar` is ambient: to find out, it is run once. Throws
+    /// `QxHostError` if it is no light shader.
     void AddLight(QxShaderInstance& light);
     /// Without the ambient ones.
     [[nodiscard]] unsigned int LightCount() const;
@@ -35,8 +35,8 @@ public:
     /// What a message such as `attribute("name", ...)` finds under the name.
     void SetAnswer(QxMessage message, const std::string& name, const QxHostValue& value);
 
-    /// The grid that is about to be shaded: lights are run on grids of its layout.
-    void BeginGrid(QxHostGrid& grid);
+    /// The points that are about to be shaded: lights are run on grids of their layout.
+    void BeginGrid(const QxHostPoints& points);
 
     void EvaluateLights(const QxVector3* positions, unsigned int points, QxLightInput* lights,
                         unsigned int count) override;

@@ -35,6 +35,21 @@ QxHostValue::QxHostValue(const QxMatrix44& matrix)
 {
 }
 
+QxHostValue QxHostValue::Of(QxVar& variable)
+{
+    const std::size_t count = variable.Length() * variable.Points();
+    if (variable.Type() == QxValueType::String) {
+        const auto* texts = static_cast<const char* const*>(variable.Value());
+        std::vector<std::string> copies;
+        for (std::size_t i = 0; i < count; ++i)
+            copies.emplace_back(texts[i] ? texts[i] : "");
+        return copies;
+    }
+    const auto* numbers = static_cast<const float*>(variable.Value());
+    return {variable.Type(),
+            std::vector<float>(numbers, numbers + count * QxFloatCount(variable.Type()))};
+}
+
 std::size_t QxHostValue::Count() const
 {
     return type == QxValueType::String ? texts.size() : numbers.size() / QxFloatCount(type);

@@ -27,6 +27,9 @@ struct QxHostValue {
     QxHostValue(const char* text) : QxHostValue(std::string(text)) {}
     QxHostValue(std::string text) : QxHostValue(std::vector<std::string>{std::move(text)}) {}
 
+    /// What a variable holds.
+    [[nodiscard]] static QxHostValue Of(QxVar& variable);
+
     /// Elements that it holds.
     [[nodiscard]] std::size_t Count() const;
     /// Points, vectors and normals pass for each other.

@@ -4,7 +4,7 @@
 
 namespace {
 
-using Parameter = QxShaderObject::Parameter;
+using Parameter = QxShader::Parameter;
 
 /// Calls `use` with the value's elements as a variable takes them.
 template <class Use>
@@ -29,26 +29,27 @@ std::string Told(const Parameter& parameter)
 
 }  // namespace
 
-QxShaderInstance::QxShaderInstance(const QxShaderObject& object)
-    : m_object(object),
-      m_variables(object.Parameters().size())
+QxShaderInstance::QxShaderInstance(std::shared_ptr<const QxShader> shader, QxSpaceRegistry& spaces)
+    : m_shader(std::move(shader)),
+      m_spaces(spaces),
+      m_variables(m_shader->Parameters().size())
 {
-    m_object.Declare(m_variables);
+    m_shader->Declare(m_variables);
 }
 
 std::size_t QxShaderInstance::Find(const std::string& name) const
 {
-    const auto& parameters = m_object.Parameters();
+    const auto& parameters = m_shader->Parameters();
     for (std::size_t i = 0; i < parameters.size(); ++i)
         if (parameters[i].name == name)
             return i;
-    throw QxHostError("Shader '" + m_object.Path() + "' has no parameter '" + name + "'");
+    throw QxHostError("Shader '" + m_shader->Name() + "' has no parameter '" + name + "'");
 }
 
 std::size_t QxShaderInstance::FindFitting(const std::string& name, const QxHostValue& value) const
 {
     const std::size_t number = Find(name);
-    const Parameter& parameter = m_object.Parameters()[number];
+    const Parameter& parameter = m_shader->Parameters()[number];
     if (!value.Fits(parameter.type))
         throw QxHostError(Told(parameter) + ", but is set to a " + QxTypeName(value.type));
     return number;
@@ -57,7 +58,7 @@ std::size_t QxShaderInstance::FindFitting(const std::string& name, const QxHostV
 void QxShaderInstance::Set(const std::string& name, const QxHostValue& value)
 {
     const std::size_t number = FindFitting(name, value);
-    const Parameter& parameter = m_object.Parameters()[number];
+    const Parameter& parameter = m_shader->Parameters()[number];
     if (value.Count() != parameter.length)
         throw QxHostError(Told(parameter) + ", but is set to " + std::to_string(value.Count()) +
                           " values");
@@ -68,26 +69,62 @@ void QxShaderInstance::Set(const std::string& name, const QxHostValue& value)
 void QxShaderInstance::SetForEachPoint(const std::string& name, const QxHostValue& values)
 {
     const std::size_t number = FindFitting(name, values);
-    if (!m_object.Parameters()[number].varying)
+    if (!m_shader->Parameters()[number].varying)
         throw QxHostError("Parameter '" + name + "' is uniform, it has one value for all points");
     m_settings.insert_or_assign(number, Setting{values, true});
     m_points = 0;
 }
 
-void QxShaderInstance::Run(QxHostGrid& grid, QxHostScene& scene)
+void QxShaderInstance::SetBuffer(const std::string& name, std::span<float> values)
 {
-    scene.BeginGrid(grid);
-    Run(grid, scene, scene.LightCount());
+    const std::size_t number = Find(name);
+    if (m_shader->Parameters()[number].type == QxValueType::String)
+        throw QxHostError("Parameter '" + name + "' is a string, which no buffer of numbers holds");
+    m_buffers.insert_or_assign(number, values);
+    m_points = 0;
 }
 
-void QxShaderInstance::Run(QxHostGrid& grid, QxShaderSupport& support, unsigned int lightCount)
+void QxShaderInstance::Run(const QxHostPoints& points, QxHostScene& scene)
 {
-    const QxVector3 eye = grid.Values<QxVector3>("E")[0];
-    const QxShadingContext context = m_object.Context(support, eye);
-    PrepareVariables(grid.Size(), context);
-    MakeLights(grid.Size(), lightCount);
-    m_object.Evaluate(grid.Layout().columns, grid.Layout().rows, context, grid.Hidden(),
-                      m_variables, m_lightInputs);
+    scene.BeginGrid(points);
+    Run(points, scene, scene.LightCount());
+}
+
+void QxShaderInstance::Run(const QxHostPoints& points, QxShaderSupport& support,
+                           unsigned int lightCount)
+{
+    CheckPoints(points);
+    FindSpaces();
+    const QxShadingContext context(&support, &m_spaces, m_spaceList.data(), points.E);
+    const std::size_t count = points.layout.Size();
+    PrepareVariables(count, context);
+    MakeLights(count, lightCount);
+    m_shader->Evaluate(points.layout, context, points.variables, m_variables, m_lightInputs);
+}
+
+/// A surface gets what belongs to a light from its lights.
+void QxShaderInstance::CheckPoints(const QxHostPoints& points) const
+{
+    const bool isLight = m_shader->Type() == QxShaderInterface::e_typeLight;
+    for (const std::string& name : m_shader->Predefined()) {
+        const bool isOfLight = name == "L" || name == "Cl" || name == "Ol";
+        if ((isLight || !isOfLight) && !points.Has(name))
+            throw QxHostError("Shader '" + m_shader->Name() + "' uses '" + name +
+                              "', but the points have none");
+    }
+}
+
+/// Default values depend on the spaces.
+void QxShaderInstance::FindSpaces()
+{
+    const unsigned long changes = m_spaces.Changes();
+    if (changes == m_spaceChanges)
+        return;
+    m_spaceChanges = changes;
+    m_points = 0;
+    m_spaceList.clear();
+    for (const std::string& name : m_shader->SpaceNames())
+        m_spaceList.push_back(m_spaces.Find(name));
 }
 
 void QxShaderInstance::MakeLights(std::size_t points, unsigned int count)
@@ -108,15 +145,35 @@ void QxShaderInstance::PrepareVariables(std::size_t points, const QxShadingConte
     const bool anew = points != m_points;
     bool initialize = false;
     for (std::size_t i = 0; i < m_variables.size(); ++i) {
-        if (!anew && !m_object.Parameters()[i].output)
+        if (!anew && !m_shader->Parameters()[i].output)
             continue;
-        m_variables[i].Resize(points);
+        MakeRoom(i, points);
         ApplySetting(i, points);
         initialize = initialize || m_variables[i].UseDefaultValue();
     }
     if (initialize)
-        m_object.Initialize(context, m_variables);
+        m_shader->Initialize(context, m_spaceList.data(), m_variables);
     m_points = points;
+}
+
+void QxShaderInstance::MakeRoom(std::size_t parameter, std::size_t points)
+{
+    QxVar& variable = m_variables[parameter];
+    const auto found = m_buffers.find(parameter);
+    if (found == m_buffers.end()) {
+        variable.Resize(points);
+        return;
+    }
+    const auto [unused, buffer] = *found;
+    variable.Borrow(points, buffer.data());
+    const std::size_t needed =
+        variable.Points() * variable.Length() * QxFloatCount(variable.Type());
+    if (buffer.size() != needed)
+        throw QxHostError("The buffer of parameter '" + variable.Name() + "' holds " +
+                          std::to_string(buffer.size()) + " numbers, but the grid needs " +
+                          std::to_string(needed));
+    if (!m_shader->Parameters()[parameter].output)
+        variable.KeepValue();
 }
 
 void QxShaderInstance::ApplySetting(std::size_t parameter, std::size_t points)
@@ -140,16 +197,5 @@ void QxShaderInstance::ApplySetting(std::size_t parameter, std::size_t points)
 
 QxHostValue QxShaderInstance::Get(const std::string& name)
 {
-    QxVar& variable = m_variables[Find(name)];
-    const std::size_t count = variable.Length() * variable.Points();
-    if (variable.Type() == QxValueType::String) {
-        const auto* texts = static_cast<const char* const*>(variable.Value());
-        std::vector<std::string> copies;
-        for (std::size_t i = 0; i < count; ++i)
-            copies.emplace_back(texts[i] ? texts[i] : "");
-        return copies;
-    }
-    const auto* numbers = static_cast<const float*>(variable.Value());
-    return {variable.Type(),
-            std::vector<float>(numbers, numbers + count * QxFloatCount(variable.Type()))};
+    return QxHostValue::Of(m_variables[Find(name)]);
 }

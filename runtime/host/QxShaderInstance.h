@@ -1,21 +1,30 @@
 #pragma once
 
 #include <map>
+#include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "host/QxHostGrid.h"
 #include "host/QxHostScene.h"
 #include "host/QxHostValue.h"
-#include "host/QxShaderObject.h"
+#include "host/QxShader.h"
 
-/// A shader with values for its parameters, which shades grids.
+/// A shader with values for its parameters and spaces of its own, which shades grids.
+///
+/// Each thread needs instances of its own; they may be of one shader.
 class QxShaderInstance {
 public:
-    /// All parameters have their default values. The object must outlive the instance.
-    explicit QxShaderInstance(const QxShaderObject& object);
+    /// All parameters have their default values. The shader's spaces are looked up by name among
+    /// those of the instance, and then in `spaces`, which must outlive it. Spaces may be defined,
+    /// and defined anew, between two runs; default values follow them.
+    QxShaderInstance(std::shared_ptr<const QxShader> shader, QxSpaceRegistry& spaces);
 
-    [[nodiscard]] const QxShaderObject& Object() const { return m_object; }
+    [[nodiscard]] const QxShader& Shader() const { return *m_shader; }
+    /// Those that are this instance's alone, such as "shader".
+    [[nodiscard]] QxSpaceRegistry& Spaces() { return m_spaces; }
+    [[nodiscard]] const QxSpaceRegistry& Spaces() const { return m_spaces; }
 
     /// Sets a parameter for this and later runs: one element, or all those of an array. Throws
     /// `QxHostError` for an unknown parameter, another type or another length.
@@ -23,12 +32,17 @@ public:
     /// The same for a varying parameter with a value for each point of the grids to come. Their
     /// number is compared with the grid when the shader runs.
     void SetForEachPoint(const std::string& name, const QxHostValue& values);
+    /// Later runs keep a parameter in `values`, which stay the caller's: laid out as `Get` gives
+    /// them, and as many as the grids to come need. What they hold is the parameter's value; an
+    /// output parameter starts from its value as without them and leaves its result there. Throws
+    /// `QxHostError` for an unknown parameter and for strings.
+    void SetBuffer(const std::string& name, std::span<float> values);
 
     /// Shades the grid: reads its predefined variables and writes those that the shader writes.
     /// Output parameters start from their default values each time. Throws `QxHostError`.
-    void Run(QxHostGrid& grid, QxHostScene& scene);
+    void Run(const QxHostPoints& points, QxHostScene& scene);
     /// The same with services of the caller's own and that many lights, which they run.
-    void Run(QxHostGrid& grid, QxShaderSupport& support, unsigned int lightCount);
+    void Run(const QxHostPoints& points, QxShaderSupport& support, unsigned int lightCount);
 
     /// A parameter as the last run left it: one value if it is uniform, else one for each point;
     /// of an array, all of its first element come first. Throws `QxHostError`.
@@ -47,14 +61,21 @@ private:
 
     [[nodiscard]] std::size_t Find(const std::string& name) const;
     [[nodiscard]] std::size_t FindFitting(const std::string& name, const QxHostValue& value) const;
+    void CheckPoints(const QxHostPoints& points) const;
+    void FindSpaces();
     void MakeLights(std::size_t points, unsigned int count);
     void PrepareVariables(std::size_t points, const QxShadingContext& context);
+    void MakeRoom(std::size_t parameter, std::size_t points);
     void ApplySetting(std::size_t parameter, std::size_t points);
 
-    const QxShaderObject& m_object;
-    std::vector<QxVar> m_variables;             // one for each parameter
-    std::map<std::size_t, Setting> m_settings;  // by parameter
-    std::size_t m_points = 0;                   // that the variables are made for; 0: anew
+    std::shared_ptr<const QxShader> m_shader;
+    QxSpaceRegistry m_spaces;
+    std::vector<const QxFrame3D*> m_spaceList;          // as the shader numbers them
+    unsigned long m_spaceChanges = 0;                   // that the list knows of; 0: none
+    std::vector<QxVar> m_variables;                     // one for each parameter
+    std::map<std::size_t, Setting> m_settings;          // by parameter
+    std::map<std::size_t, std::span<float>> m_buffers;  // by parameter
+    std::size_t m_points = 0;                           // that the variables are made for; 0: anew
     std::vector<LightValues> m_lights;
     std::vector<QxLightInput> m_lightInputs;
 };

@@ -1,12 +1,18 @@
 // The life of a shader: loaded, registered, asked for its version, interrogated, and destroyed when
-// its object goes; an instance initializes and evaluates it in between.
+// the last one who opened it goes; instances initialize and evaluate it in between.
+//
+// What a shared object keeps is one for the process: the descriptions and the variables that it
+// makes, of which every instance has its own, and the shadeops. The list of spaces is made anew for
+// whoever interrogates it; so one question with an empty registry tells which names it holds, and
+// each instance looks those up where it likes.
 
 #include "host/QxShaderObject.h"
 
-#include <algorithm>
 #include <bit>
 #include <dlfcn.h>
 #include <filesystem>
+#include <map>
+#include <mutex>
 
 #include "host/QxHostError.h"
 
@@ -17,16 +23,10 @@ constexpr int k_minorVersion = 0;
 
 using OpenLibrary = std::unique_ptr<void, int (*)(void*)>;
 
-OpenLibrary Open(const std::string& path)
+OpenLibrary Load(const std::string& path)
 {
-    std::error_code ignored;
-    if (!std::filesystem::is_regular_file(path, ignored))
-        throw QxHostError("There is no shader file '" + path + "'");
     // A name without a slash would be looked for among the system's libraries.
     const std::string absolute = std::filesystem::absolute(path).string();
-    if (OpenLibrary(dlopen(absolute.c_str(), RTLD_LAZY | RTLD_NOLOAD), dlclose))
-        throw QxHostError("Shader '" + path +
-                          "' is loaded already, further uses of it must be instances");
     OpenLibrary library(dlopen(absolute.c_str(), RTLD_NOW | RTLD_LOCAL), dlclose);
     if (!library)
         throw QxHostError("Cannot load '" + path +
@@ -39,13 +39,16 @@ OpenLibrary Open(const std::string& path)
 // The entry points are as generated C++ declares them.
 class QxShaderObject::Life {
 public:
-    explicit Life(const std::string& path);
+    /// That of the file, with one user more. Throws `QxHostError`.
+    static const Life& Enter(const std::string& path,
+                             const std::vector<std::string>& shadeopFolders);
+    /// The last user to leave ends it.
+    static void Leave(const Life& life);
+
+    Life(std::string path, OpenLibrary library);
     ~Life();
     Life(const Life&) = delete;
     Life& operator=(const Life&) = delete;
-
-    void Register();
-    void CheckVersion() const;
 
     using Initialize = void (*)(const QxShadingContext&, QxVar*, const QxFrame3D**);
     using EvaluateSurface = void (*)(unsigned int, unsigned int, const QxShadingContext&,
@@ -56,37 +59,91 @@ public:
                                     const QxImagerHidden&, QxVar*);
     using EvaluateLight = void (*)(unsigned int, unsigned int, const QxShadingContext&,
                                    const QxLightHidden&, QxVar*, bool);
-    using Interrogate = void (*)(const QxSearchPath*, QxSpaceRegistry*, const QxFrame3D***,
-                                 QxShaderInterface::QxType*, QxVar**, unsigned char**,
-                                 unsigned char**, QxToken***, QxShaderInterface::QxDataSize**);
 
-    Interrogate interrogate = nullptr;
+    // What the shader tells of itself.
+    QxShaderInterface::QxType type = QxShaderInterface::e_typeSurface;
+    const QxVar* variables = nullptr;
+    const unsigned char* needsObjectSpace = nullptr;
+    const unsigned char* isOutput = nullptr;
+    QxToken** predefined = nullptr;
+    const QxShaderInterface::QxDataSize* sizes = nullptr;
+    std::vector<std::string> spaceNames;
+
     Initialize initialize = nullptr;
     void* evaluate = nullptr;  // one of the above, by the shader's type
     int (*useRayTracing)() = nullptr;
     int (*modifyPoint)() = nullptr;
 
-    const QxFrame3D** spaceList = nullptr;  // made and freed by the shader
-    QxVar* variables = nullptr;             // likewise
-
 private:
+    using Interrogate = void (*)(const QxSearchPath*, QxSpaceRegistry*, const QxFrame3D***,
+                                 QxShaderInterface::QxType*, QxVar**, unsigned char**,
+                                 unsigned char**, QxToken***, QxShaderInterface::QxDataSize**);
+
+    /// Lives that are led now, by the loader's handle of the file.
+    struct Led {
+        std::mutex mutex;
+        std::map<void*, std::unique_ptr<Life>> lives;
+    };
+    [[nodiscard]] static Led& AllLed();
+
     template <class Function>
     void Find(Function& function, const char* name) const;
+    void Begin(const std::vector<std::string>& shadeopFolders);
+    void CheckVersion() const;
+    void Ask(const std::vector<std::string>& shadeopFolders);
 
     std::string m_path;
-    std::unique_ptr<void, int (*)(void*)> m_library;
+    OpenLibrary m_library;
+    std::size_t m_users = 0;
     QxTokenRegistry m_tokens;
     bool m_registered = false;
+    const QxFrame3D** m_spaceList = nullptr;  // made and freed by the shader
+    Interrogate m_interrogate = nullptr;
     void (*m_register)(QxTokenRegistry*) = nullptr;
     void (*m_version)(int*, int*) = nullptr;
     void (*m_destroy)(const QxFrame3D***) = nullptr;
 };
 
-QxShaderObject::Life::Life(const std::string& path) : m_path(path), m_library(Open(path))
+/// It is never destroyed, since shaders may go late, from other static objects.
+QxShaderObject::Life::Led& QxShaderObject::Life::AllLed()
+{
+    static Led& led = *new Led;
+    return led;
+}
+
+const QxShaderObject::Life&
+QxShaderObject::Life::Enter(const std::string& path, const std::vector<std::string>& shadeopFolders)
+{
+    Led& led = AllLed();
+    const std::lock_guard lock(led.mutex);
+    OpenLibrary library = Load(path);
+    void* const handle = library.get();
+    auto found = led.lives.find(handle);
+    if (found == led.lives.end()) {
+        auto life = std::make_unique<Life>(path, std::move(library));
+        life->Begin(shadeopFolders);
+        found = led.lives.emplace(handle, std::move(life)).first;
+    }
+    ++found->second->m_users;
+    return *found->second;
+}
+
+void QxShaderObject::Life::Leave(const Life& life)
+{
+    Led& led = AllLed();
+    const std::lock_guard lock(led.mutex);
+    const auto found = led.lives.find(life.m_library.get());
+    if (--found->second->m_users == 0)
+        led.lives.erase(found);
+}
+
+QxShaderObject::Life::Life(std::string path, OpenLibrary library)
+    : m_path(std::move(path)),
+      m_library(std::move(library))
 {
     Find(m_register, "QxRegister");
     Find(m_version, "QxInterfaceVersion");
-    Find(interrogate, "QxInterrogate");
+    Find(m_interrogate, "QxInterrogate");
     Find(initialize, "QxInitialize");
     Find(evaluate, "QxEvaluate");
     Find(m_destroy, "QxDestroy");
@@ -97,7 +154,15 @@ QxShaderObject::Life::Life(const std::string& path) : m_path(path), m_library(Op
 QxShaderObject::Life::~Life()
 {
     if (m_registered)
-        m_destroy(&spaceList);
+        m_destroy(&m_spaceList);
+}
+
+void QxShaderObject::Life::Begin(const std::vector<std::string>& shadeopFolders)
+{
+    m_register(&m_tokens);
+    m_registered = true;
+    CheckVersion();
+    Ask(shadeopFolders);
 }
 
 template <class Function>
@@ -107,12 +172,6 @@ void QxShaderObject::Life::Find(Function& function, const char* name) const
     if (!symbol)
         throw QxHostError("'" + m_path + "' is no shader, entry point '" + name + "' is missing");
     function = std::bit_cast<Function>(symbol);
-}
-
-void QxShaderObject::Life::Register()
-{
-    m_register(&m_tokens);
-    m_registered = true;
 }
 
 void QxShaderObject::Life::CheckVersion() const
@@ -127,86 +186,93 @@ void QxShaderObject::Life::CheckVersion() const
                           " was expected");
 }
 
-QxShaderObject::QxShaderObject(const std::string& path, QxSpaceRegistry& spaces,
-                               const std::vector<std::string>& shadeopFolders)
-    : m_path(path),
-      m_spaces(spaces),
-      m_life(std::make_unique<Life>(path))
-{
-    m_life->Register();
-    m_life->CheckVersion();
-    ReadInterface(shadeopFolders);
-}
-
-QxShaderObject::~QxShaderObject() = default;
-
-void QxShaderObject::ReadInterface(const std::vector<std::string>& shadeopFolders)
+void QxShaderObject::Life::Ask(const std::vector<std::string>& shadeopFolders)
 {
     const QxSearchPath searchPath(shadeopFolders);
+    QxSpaceRegistry registry;
+    QxVar* made = nullptr;
     unsigned char* isSpaceObject = nullptr;
     unsigned char* isVisibleOutput = nullptr;
-    QxToken** predefined = nullptr;
-    QxShaderInterface::QxDataSize* sizes = nullptr;
-    m_life->interrogate(&searchPath, &m_spaces, &m_life->spaceList, &m_type, &m_life->variables,
-                        &isSpaceObject, &isVisibleOutput, &predefined, &sizes);
-    if (sizes->parameters > 0 && !m_life->variables)
+    QxShaderInterface::QxDataSize* dataSizes = nullptr;
+    m_interrogate(&searchPath, &registry, &m_spaceList, &type, &made, &isSpaceObject,
+                  &isVisibleOutput, &predefined, &dataSizes);
+    variables = made;
+    needsObjectSpace = isSpaceObject;
+    isOutput = isVisibleOutput;
+    sizes = dataSizes;
+    if (sizes->parameters > 0 && !variables)
         throw QxHostError("Shader '" + m_path + "' was not unloaded after its last use");
-    for (std::size_t i = 0; i < sizes->parameters; ++i) {
-        const QxVar& variable = m_life->variables[i];
+    for (std::size_t i = 0; i < sizes->spaces; ++i)
+        spaceNames.push_back(*registry.NameOf(m_spaceList[i]));
+}
+
+QxShaderObject::QxShaderObject(const std::string& path,
+                               const std::vector<std::string>& shadeopFolders)
+    : QxShader(path),
+      m_life(Life::Enter(path, shadeopFolders))
+{
+    ReadInterface();
+    ReadDefaultSpaces();
+}
+
+QxShaderObject::~QxShaderObject()
+{
+    Life::Leave(m_life);
+}
+
+void QxShaderObject::ReadInterface()
+{
+    m_type = m_life.type;
+    m_spaceNames = m_life.spaceNames;
+    for (std::size_t i = 0; i < m_life.sizes->parameters; ++i) {
+        const QxVar& variable = m_life.variables[i];
         m_parameters.push_back({variable.Name(), variable.Type(), variable.IsVarying(),
-                                variable.Length(), isVisibleOutput[i] != 0});
+                                variable.Length(), m_life.isOutput[i] != 0, "",
+                                m_life.needsObjectSpace[i] != 0});
     }
-    for (std::size_t i = 0; i < sizes->predefinedVariables; ++i)
-        m_predefined.emplace_back(predefined[i]->name);
-    m_tracesRays = m_life->useRayTracing() != 0;
-    m_modifiesP = m_life->modifyPoint() != 0;
+    for (std::size_t i = 0; i < m_life.sizes->predefinedVariables; ++i)
+        m_predefined.emplace_back(m_life.predefined[i]->name);
+    m_tracesRays = m_life.useRayTracing() != 0;
+    m_modifiesP = m_life.modifyPoint() != 0;
 }
 
-bool QxShaderObject::Uses(std::string_view predefined) const
+/// The computation of the default values tells their spaces too.
+void QxShaderObject::ReadDefaultSpaces()
 {
-    return std::find(m_predefined.begin(), m_predefined.end(), predefined) != m_predefined.end();
-}
-
-void QxShaderObject::Declare(std::vector<QxVar>& variables) const
-{
+    std::vector<QxVar> variables(m_parameters.size());
+    ComputeDefaults(variables);
     for (std::size_t i = 0; i < variables.size(); ++i)
-        variables[i].DeclareAs(m_life->variables[i]);
+        m_parameters[i].space = variables[i].DefaultSpace();
 }
 
-QxShadingContext QxShaderObject::Context(QxShaderSupport& support, const QxVector3& eye) const
-{
-    return {&support, &m_spaces, m_life->spaceList, eye};
-}
-
-void QxShaderObject::Initialize(const QxShadingContext& context,
+void QxShaderObject::Initialize(const QxShadingContext& context, const QxFrame3D** spaces,
                                 std::vector<QxVar>& variables) const
 {
-    m_life->initialize(context, variables.data(), m_life->spaceList);
+    m_life.initialize(context, variables.data(), spaces);
 }
 
-void QxShaderObject::Evaluate(unsigned int columns, unsigned int rows,
-                              const QxShadingContext& context, const QxHiddenVariables& hidden,
-                              std::vector<QxVar>& variables,
+void QxShaderObject::Evaluate(const QxGrid& layout, const QxShadingContext& context,
+                              const QxHiddenVariables& hidden, std::vector<QxVar>& variables,
                               std::vector<QxLightInput>& lights) const
 {
     switch (m_type) {
     case QxShaderInterface::e_typeLight:
-        std::bit_cast<Life::EvaluateLight>(m_life->evaluate)(
-            columns, rows, context, QxLightHidden(hidden), variables.data(), true);
+        std::bit_cast<Life::EvaluateLight>(m_life.evaluate)(
+            layout.columns, layout.rows, context, QxLightHidden(hidden), variables.data(), true);
         break;
     case QxShaderInterface::e_typeSurface:
     case QxShaderInterface::e_typeVolume:
-        std::bit_cast<Life::EvaluateSurface>(m_life->evaluate)(
-            columns, rows, context, QxSurfaceHidden(hidden), variables.data(),
+        std::bit_cast<Life::EvaluateSurface>(m_life.evaluate)(
+            layout.columns, layout.rows, context, QxSurfaceHidden(hidden), variables.data(),
             static_cast<unsigned int>(lights.size()), lights.data());
         break;
     case QxShaderInterface::e_typeDisplacement:
-        std::bit_cast<Life::EvaluateDisplacement>(m_life->evaluate)(
-            columns, rows, context, QxSurfaceHidden(hidden), variables.data());
+        std::bit_cast<Life::EvaluateDisplacement>(m_life.evaluate)(
+            layout.columns, layout.rows, context, QxSurfaceHidden(hidden), variables.data());
         break;
     case QxShaderInterface::e_typeImager:
-        std::bit_cast<Life::EvaluateImager>(m_life->evaluate)(
-            columns, rows, context, QxImagerHidden(hidden), variables.data());
+        std::bit_cast<Life::EvaluateImager>(m_life.evaluate)(
+            layout.columns, layout.rows, context, QxImagerHidden(hidden), variables.data());
         break;
     }
 }

@@ -13,14 +13,16 @@ namespace {
 
 using Numbers = std::vector<float>;
 
-/// A grid, a scene and a shader that is built for the test.
-class Host : public ::testing::Test {
+/// A grid, a scene and shaders of one kind that are built for the test.
+class Host : public ::testing::TestWithParam<const char*> {
 protected:
     void Load(const std::string& source)
     {
-        m_object =
-            std::make_unique<QxShaderObject>(m_folder.Build("test", source), m_scene.Spaces());
-        m_shader = std::make_unique<QxShaderInstance>(*m_object);
+        m_shader = std::make_unique<QxShaderInstance>(Open("test", source), m_scene.Spaces());
+    }
+    std::shared_ptr<const QxShader> Open(const std::string& name, const std::string& source)
+    {
+        return QxShader::Open(m_folder.Build(name, source, GetParam()));
     }
     void Run() { m_shader->Run(m_grid, m_scene); }
     /// The message of the error that `action` ends with; empty without one.
@@ -38,9 +40,10 @@ protected:
     ShaderFolder m_folder;
     QxHostScene m_scene;
     QxHostGrid m_grid{2, 2};
-    std::unique_ptr<QxShaderObject> m_object;
     std::unique_ptr<QxShaderInstance> m_shader;
 };
+
+using HostFiles = Host;
 
 constexpr const char* k_values = R"(
 surface test(float scale = 2; color tint = color(0.5, 0.25, 1); string name = "plain";
@@ -61,14 +64,16 @@ surface test(float scale = 2; color tint = color(0.5, 0.25, 1); string name = "p
 
 }  // namespace
 
-TEST_F(Host, HandsParametersInAndOut)
+INSTANTIATE_TEST_SUITE_P(Kinds, Host, ::testing::Values("--dso"));
+
+TEST_P(Host, HandsParametersInAndOut)
 {
     Load(k_values);
-    EXPECT_EQ(m_object->Type(), QxShaderInterface::e_typeSurface);
-    EXPECT_EQ(m_object->Parameters().at(3).length, 2U);
-    EXPECT_TRUE(m_object->Parameters().at(7).output);
-    EXPECT_TRUE(m_object->Uses("Cs"));
-    EXPECT_FALSE(m_object->Uses("dPdu"));
+    EXPECT_EQ(m_shader->Shader().Type(), QxShaderInterface::e_typeSurface);
+    EXPECT_EQ(m_shader->Shader().Parameters().at(3).length, 2U);
+    EXPECT_TRUE(m_shader->Shader().Parameters().at(7).output);
+    EXPECT_TRUE(m_shader->Shader().Uses("Cs"));
+    EXPECT_FALSE(m_shader->Shader().Uses("dPdu"));
 
     Run();
     EXPECT_EQ(m_shader->Get("sum").numbers, Numbers{15});
@@ -92,7 +97,7 @@ TEST_F(Host, HandsParametersInAndOut)
     EXPECT_EQ(m_grid.Values<QxRGBColor>("Ci")[3], (QxRGBColor{1, 1, 0}));
 }
 
-TEST_F(Host, ShadesGridsOfEachSizeInTurn)
+TEST_P(Host, ShadesGridsOfEachSizeInTurn)
 {
     Load(k_values);
     for (const unsigned int columns : {3U, 1U, 5U}) {
@@ -103,7 +108,7 @@ TEST_F(Host, ShadesGridsOfEachSizeInTurn)
     }
 }
 
-TEST_F(Host, RefusesValuesThatDoNotFit)
+TEST_P(Host, RefusesValuesThatDoNotFit)
 {
     Load(k_values);
     const struct {
@@ -138,7 +143,7 @@ TEST_F(Host, RefusesValuesThatDoNotFit)
     EXPECT_NE(ErrorOf([] { QxHostGrid(0, 3); }), "");
 }
 
-TEST_F(Host, RefusesFilesThatAreNoShaders)
+TEST_F(HostFiles, RefusesFilesThatAreNoShaders)
 {
     const struct {
         std::string path;
@@ -154,20 +159,17 @@ TEST_F(Host, RefusesFilesThatAreNoShaders)
     };
     for (int round = 0; round < 2; ++round)
         for (const auto& c : cases)
-            EXPECT_NE(ErrorOf([&] { QxShaderObject(c.path, m_scene.Spaces()); }).find(c.message),
+            EXPECT_NE(ErrorOf([&] { (void)QxShader::Open(c.path); }).find(c.message),
                       std::string::npos)
                 << c.path;
 }
 
-TEST_F(Host, LeadsTheWholeLifeAgain)
+TEST_F(HostFiles, LeadsTheWholeLifeAgain)
 {
-    const std::string path = m_folder.Build("test", k_values);
+    const std::string path = m_folder.Build("test", k_values, "--dso");
     for (int life = 0; life < 2; ++life) {
-        QxShaderObject object(path, m_scene.Spaces());
-        EXPECT_NE(ErrorOf([&] { QxShaderObject(path, m_scene.Spaces()); }).find("loaded already"),
-                  std::string::npos);
-        QxShaderInstance first(object);
-        QxShaderInstance second(object);
+        QxShaderInstance first(QxShader::Open(path), m_scene.Spaces());
+        QxShaderInstance second(QxShader::Open(path), m_scene.Spaces());
         second.Set("scale", 3);
         first.Run(m_grid, m_scene);
         second.Run(m_grid, m_scene);
@@ -178,7 +180,7 @@ TEST_F(Host, LeadsTheWholeLifeAgain)
 }
 
 // The program is built with sanitizers, and so are the shaders.
-TEST_F(Host, LeaksNothingInTwoLives)
+TEST_F(HostFiles, LeaksNothingInTwoLives)
 {
     const std::string sanitized = "-O1 -fsanitize=address,undefined -fno-sanitize-recover=all";
     const std::string surface = m_folder.Build("owner", R"(
@@ -207,7 +209,7 @@ TEST_F(Host, LeaksNothingInTwoLives)
     EXPECT_NE(text.find("plain!yz other!b"), std::string::npos) << text;
 }
 
-TEST_F(Host, LooksSpacesUpByName)
+TEST_P(Host, LooksSpacesUpByName)
 {
     Load(R"(surface test(output varying point moved = 0; output varying point back = 0)
             { moved = transform("shader", P); back = transform("unknown", P); })");
@@ -219,7 +221,7 @@ TEST_F(Host, LooksSpacesUpByName)
     EXPECT_EQ(m_shader->Get("back").numbers[0], -0.5F);
 }
 
-TEST_F(Host, RunsLightsOfEveryKind)
+TEST_P(Host, RunsLightsOfEveryKind)
 {
     Load(R"(surface test() {
                 Ci = 0;
@@ -230,12 +232,11 @@ TEST_F(Host, RunsLightsOfEveryKind)
     m_scene.AddDistantLight({0, 0, -2}, {100, 100, 100});  // from behind
     m_scene.AddPointLight({-0.5F, 0.5F, -3}, {0, 0, 2});   // before the first point
 
-    QxShaderObject spot(m_folder.Build("spot", R"(
+    const auto spot = Open("spot", R"(
         light spot(float power = 1; point from = point "shader" (0, 0, 0))
-        { illuminate (from) { Cl = power * color(1, 0, 0); } })"),
-                        m_scene.Spaces());
-    QxShaderInstance weak(spot);
-    QxShaderInstance strong(spot);
+        { illuminate (from) { Cl = power * color(1, 0, 0); } })");
+    QxShaderInstance weak(spot, m_scene.Spaces());
+    QxShaderInstance strong(spot, m_scene.Spaces());
     strong.Set("power", 10);
     strong.Set("from", QxVector3{-0.5F, 0.5F, 0});
     m_scene.AddLight(weak);
@@ -245,9 +246,8 @@ TEST_F(Host, RunsLightsOfEveryKind)
     place[3][1] = 0.5F;
     m_scene.Spaces().Define("shader", QxFrame3D(place));
 
-    QxShaderObject sky(m_folder.Build("sky", "light sky() { Cl = color(0, 0, zcomp(Ps)); }"),
-                       m_scene.Spaces());
-    QxShaderInstance ambient(sky);
+    QxShaderInstance ambient(Open("sky", "light sky() { Cl = color(0, 0, zcomp(Ps)); }"),
+                             m_scene.Spaces());
     m_scene.AddLight(ambient);
     EXPECT_EQ(m_scene.LightCount(), 5U);
     EXPECT_NE(ErrorOf([&] { m_scene.AddLight(*m_shader); }).find("is no light shader"),
@@ -261,23 +261,143 @@ TEST_F(Host, RunsLightsOfEveryKind)
     EXPECT_NEAR(lit.b, 2, 1e-4);
 }
 
-TEST_F(Host, DisplacesAndImages)
+TEST_P(Host, KeepsSpacesOfEachInstanceApart)
+{
+    const auto spot = Open("spot", R"(
+        light spot(point from = point "shader" (0, 0, 0); vector axis = vector "shader" (0, 0, 1))
+        { illuminate (from, axis, 0.2) { Cl = color(1, comp(axis, 0), distance(from, transform("world", from))); } })");
+    Load(R"(surface test() { Ci = 0; illuminance (P) { Ci += Cl; } Oi = 1; })");
+    const float places[] = {-0.5F, 0.5F, 7};  // the last one lights nothing
+    std::vector<std::unique_ptr<QxShaderInstance>> lights;
+    QxMatrix44 world = QxMatrix44::Identity();
+    world[3][2] = 2;
+    m_scene.Spaces().Define("world", QxFrame3D(world));
+    for (const float x : places) {
+        lights.push_back(std::make_unique<QxShaderInstance>(spot, m_scene.Spaces()));
+        QxMatrix44 place = QxMatrix44::Identity();
+        place[3][0] = x;
+        place[3][1] = 0.5F;
+        lights.back()->Spaces().Define("shader", QxFrame3D(place));
+        m_scene.AddLight(*lights.back());
+    }
+    Run();
+    const auto Ci = m_grid.Values<QxRGBColor>("Ci");
+    EXPECT_EQ(Ci[0], (QxRGBColor{1, 0, 2}));
+    EXPECT_EQ(Ci[1], (QxRGBColor{1, 0, 2}));
+    EXPECT_EQ(Ci[2], (QxRGBColor{0, 0, 0}));
+    EXPECT_EQ(lights[1]->Get("from").numbers, (Numbers{0.5F, 0.5F, 0}));
+
+    // Moved: default values follow.
+    QxMatrix44 turned = QxMatrix44::Identity();
+    turned[2][2] = -1;
+    turned[3][1] = 0.5F;
+    turned[3][2] = 3;
+    lights[1]->Spaces().Define("shader", QxFrame3D(turned));
+    world[3][2] = 0;
+    m_scene.Spaces().Define("world", QxFrame3D(world));
+    Run();
+    EXPECT_EQ(Ci[0], (QxRGBColor{1, 0, 0}));
+    EXPECT_EQ(Ci[1], (QxRGBColor{0, 0, 0}));
+    EXPECT_EQ(lights[1]->Get("from").numbers, (Numbers{0, 0.5F, 3}));
+}
+
+TEST_P(Host, TellsOfParameters)
+{
+    Load(
+        R"(surface test(float a = 2; point p = point "shader" (1, 2, 3); color c = color "hsv" (0, 1, 1);
+                         vector v = vector "object" (0, 0, 4); normal n[2] = {0, 1}; string t = "x\"y";
+                         matrix m = matrix "world" 2; varying float late = noise(u))
+            { Ci = a * c + late + comp(m, 0, 0); Oi = xcomp(p) + xcomp(v) + xcomp(n[1]); if (t == "q") Oi = 0; })");
+    QxMatrix44 shift = QxMatrix44::Identity();
+    shift[0][0] = shift[1][1] = shift[2][2] = 3;
+    for (const char* space : {"shader", "object", "world"})
+        m_scene.Spaces().Define(space, QxFrame3D(shift));
+    const struct {
+        const char* name;
+        const char* space;
+        bool object;
+        Numbers value;
+    } rows[] = {
+        {"a", "", false, {2}},
+        {"p", "shader", false, {1, 2, 3}},
+        {"c", "hsv", false, {1, 0, 0}},
+        {"v", "object", true, {0, 0, 4}},
+        {"n", "current", false, {0, 0, 0, 1, 1, 1}},
+        {"t", "", false, {}},
+        {"m", "world", false, {2, 0, 0, 0, 0, 2, 0, 0, 0, 0, 2, 0, 0, 0, 0, 2}},
+    };
+    const auto values = m_shader->Shader().Defaults();
+    for (std::size_t i = 0; i < std::size(rows); ++i) {
+        const QxShader::Parameter& parameter = m_shader->Shader().Parameters()[i];
+        EXPECT_EQ(parameter.name, rows[i].name);
+        EXPECT_EQ(parameter.space, rows[i].space) << rows[i].name;
+        EXPECT_EQ(parameter.needsObjectSpace, rows[i].object) << rows[i].name;
+        ASSERT_TRUE(values[i]) << rows[i].name;
+        EXPECT_EQ(values[i]->numbers, rows[i].value) << rows[i].name;
+    }
+    EXPECT_EQ(values[5]->texts, std::vector<std::string>{"x\"y"});
+    EXPECT_TRUE(m_shader->Shader().NeedsObjectSpace());
+    Run();
+    EXPECT_EQ(m_shader->Get("p").numbers, (Numbers{3, 6, 9}))
+        << "an instance's stands in its space";
+}
+
+TEST_P(Host, RunsOnBuffersOfTheCaller)
+{
+    Load(R"(surface test(varying float gain = 2; output varying color each[2] = {3, 4};
+                         output float sum = 1; string t = "")
+            { each[1] = gain * Cs; sum += 1; Ci = gain; Oi = color(comp(N, 0), comp(N, 1), comp(N, 2)); })");
+    std::vector<QxRGBColor> Cs(2, {1, 2, 3});
+    std::vector<QxRGBColor> Ci(2);
+    std::vector<QxRGBColor> Oi(2);
+    std::vector<QxVector3> N(2, {0, 0, 5});
+    QxHostPoints points = {{2, 1}, {}, {0, 0, 0}};
+    points.variables.Cs = Cs.data();
+    points.variables.Ci = Ci.data();
+    points.variables.Oi = Oi.data();
+    EXPECT_EQ(ErrorOf([&] { m_shader->Run(points, m_scene); }),
+              "Shader '" + m_shader->Shader().Name() + "' uses 'N', but the points have none");
+    points.variables.N = N.data();
+
+    Numbers gain = {7, 8};
+    Numbers each(12);
+    Numbers sum(1);
+    m_shader->SetBuffer("gain", gain);
+    m_shader->SetBuffer("each", each);
+    m_shader->SetBuffer("sum", sum);
+    for (int run = 0; run < 2; ++run)
+        m_shader->Run(points, m_scene);
+    EXPECT_EQ(each, (Numbers{3, 3, 3, 3, 3, 3, 7, 14, 21, 8, 16, 24}));
+    EXPECT_EQ(m_shader->Get("each").numbers, each);
+    EXPECT_EQ(sum, Numbers{2});
+    gain[1] = 1;
+    m_shader->Run(points, m_scene);
+    EXPECT_EQ(Ci[1], (QxRGBColor{1, 1, 1}));
+    EXPECT_EQ(Oi[0], (QxRGBColor{0, 0, 5}));
+
+    m_shader->SetBuffer("gain", each);
+    EXPECT_EQ(ErrorOf([&] { m_shader->Run(points, m_scene); }),
+              "The buffer of parameter 'gain' holds 12 numbers, but the grid needs 2");
+    EXPECT_NE(ErrorOf([&] { m_shader->SetBuffer("t", sum); }), "");
+}
+
+TEST_P(Host, DisplacesAndImages)
 {
     Load("displacement test(float by = 1) { P += by * normalize(N); N = calculatenormal(P); }");
-    EXPECT_TRUE(m_object->ModifiesP());
+    EXPECT_TRUE(m_shader->Shader().ModifiesP());
     Run();
     EXPECT_EQ(m_grid.Values<QxVector3>("P")[0], (QxVector3{-0.5F, 0.5F, 0}));
     EXPECT_EQ(m_grid.Values<QxVector3>("N")[0], (QxVector3{0, 0, -1}));
 
-    QxShaderObject object(m_folder.Build("half", "imager half() { Ci *= 0.5; alpha = 0.25; }"),
-                          m_scene.Spaces());
     m_grid.Set("Ci", QxRGBColor{1, 1, 1});
-    QxShaderInstance(object).Run(m_grid, m_scene);
+    QxShaderInstance half(Open("half", "imager half() { Ci *= 0.5; alpha = 0.25; }"),
+                          m_scene.Spaces());
+    half.Run(m_grid, m_scene);
     EXPECT_EQ(m_grid.Values<QxRGBColor>("Ci")[0], (QxRGBColor{0.5F, 0.5F, 0.5F}));
     EXPECT_EQ(m_grid.Values<float>("alpha")[0], 0.25F);
 }
 
-TEST_F(Host, AnswersMessages)
+TEST_P(Host, AnswersMessages)
 {
     Load(R"(surface test(output float found = 0; output color tint = 0; output string tag = "") {
                 found = attribute("user:tint", tint) + 10 * attribute("user:tag", tag)

@@ -32,20 +32,20 @@ void SetAsMachine(QxHostGrid& grid)
         grid.Set(name, {grid.Get(name).type, SqxDefaultValues(name, k_grid)});
 }
 
-bool IsPredefined(const QxShaderObject& object, const std::string& name)
+bool IsPredefined(const QxShader& shader, const std::string& name)
 {
-    return std::none_of(object.Parameters().begin(), object.Parameters().end(),
+    return std::none_of(shader.Parameters().begin(), shader.Parameters().end(),
                         [&](const auto& parameter) { return parameter.name == name; });
 }
 
-const QxShaderObject::Parameter& Find(const QxShaderObject& object, const std::string& name)
+const QxShader::Parameter& Find(const QxShader& shader, const std::string& name)
 {
-    return *std::find_if(object.Parameters().begin(), object.Parameters().end(),
+    return *std::find_if(shader.Parameters().begin(), shader.Parameters().end(),
                          [&](const auto& parameter) { return parameter.name == name; });
 }
 
 /// As the machine gives them: the elements of an array together, and a uniform value at each point.
-std::vector<float> PointAfterPoint(const QxShaderObject::Parameter& parameter,
+std::vector<float> PointAfterPoint(const QxShader::Parameter& parameter,
                                    const std::vector<float>& numbers)
 {
     const std::size_t width = QxFloatCount(parameter.type);
@@ -87,19 +87,19 @@ RunOutcome RunShared(const std::string& path, const RunOutcome& byteCode)
         QxSpaceRegistry spaces;
         for (const Space& space : Spaces())
             spaces.Define(space.name, QxFrame3D(space.toCurrent));
-        const QxShaderObject object(path, spaces);
-        QxShaderInstance shader(object);
+        const auto shader = QxShader::Open(path);
+        QxShaderInstance instance(shader, spaces);
         QxHostGrid grid(k_grid.columns, k_grid.rows);
         SetAsMachine(grid);
         SqxScene scene;
-        shader.Run(grid, scene, k_lights);
+        instance.Run(grid, scene, k_lights);
 
         for (const auto& [name, unused] : byteCode.outputs) {
-            if (IsPredefined(object, name))
+            if (IsPredefined(*shader, name))
                 outcome.outputs.push_back({name, grid.Get(name).numbers});
             else
                 outcome.outputs.push_back(
-                    {name, PointAfterPoint(Find(object, name), shader.Get(name).numbers)});
+                    {name, PointAfterPoint(Find(*shader, name), instance.Get(name).numbers)});
         }
         outcome.text = scene.Printed();
         for (const std::string& report : scene.Reports())

@@ -65,9 +65,10 @@ protected:
     Outputs Built(const std::string& name, const std::string& source, int level,
                   const std::string& libraries)
     {
-        const QxShaderObject object(m_folder.Build(name, source, Options(level, "--dso")),
-                                    m_scene.Spaces(), {"/nowhere", libraries});
-        QxShaderInstance shader(object);
+        QxShaderInstance shader(
+            QxShader::Open(m_folder.Build(name, source, Options(level, "--dso")),
+                           {"/nowhere", libraries}),
+            m_scene.Spaces());
         QxHostGrid grid(3, 2);
         grid.Set("s", m_s);
         grid.Set("t", m_t);

@@ -11,7 +11,7 @@ constexpr float k_samplesOfACell = 1.5F;   // how long a cell's edge is on the p
 constexpr unsigned int k_imagerRows = 64;  // of the picture, at a time
 
 /// The value that a text gives a parameter.
-QxHostValue ReadValue(const QxShaderObject::Parameter& parameter, const std::string& text)
+QxHostValue ReadValue(const QxShader::Parameter& parameter, const std::string& text)
 {
     if (parameter.type == QxValueType::String)
         return parameter.length == 1 ? std::vector{text} : SqxSplit(text, ',');
@@ -68,9 +68,9 @@ SqxShadeRenderer::SqxShadeRenderer(const SqxShadeOptions& options)
     for (const SqxShadeOptions::Shader& shader : options.shaders)
         Load(shader);
     bool hasLight = !options.lights.empty();
-    for (const Loaded& shader : m_shaders)
-        if (shader.object->Type() == QxShaderInterface::e_typeLight) {
-            m_scene.AddLight(*shader.instance);
+    for (const auto& shader : m_shaders)
+        if (shader->Shader().Type() == QxShaderInterface::e_typeLight) {
+            m_scene.AddLight(*shader);
             hasLight = true;
         }
     m_scene.AddLights(options.lights);
@@ -82,42 +82,37 @@ void SqxShadeRenderer::Load(const SqxShadeOptions::Shader& shader)
 {
     const bool isSource = std::filesystem::path(shader.path).extension() == ".sl";
     const std::string path = isSource ? m_build.Build(shader.path, m_options) : shader.path;
-    Loaded loaded;
-    const auto load = [&](QxSpaceRegistry& spaces) {
-        loaded.instance.reset();
-        loaded.object.reset();  // one load at a time
-        loaded.object = std::make_unique<QxShaderObject>(path, spaces, m_options.folders);
-    };
-    load(m_scene.Spaces());
-    const QxShaderInterface::QxType type = loaded.object->Type();
-    if (type == QxShaderInterface::e_typeLight)
-        load(m_scene.LightSpaces());
-    else if (Find(type))
+    const auto opened = QxShader::Open(path, m_options.folders);
+    const QxShaderInterface::QxType type = opened->Type();
+    if (type != QxShaderInterface::e_typeLight && Find(type))
         throw SqxShadeError(std::string("There are two shaders of the kind '") + NameOf(type) +
                             "'");
-    loaded.instance = std::make_unique<QxShaderInstance>(*loaded.object);
-    SetParameters(loaded, shader);
-    m_shaders.push_back(std::move(loaded));
+    auto instance = std::make_unique<QxShaderInstance>(opened, m_scene.Spaces());
+    if (type == QxShaderInterface::e_typeLight)
+        m_scene.PlaceLight(*instance);
+    SetParameters(*instance, shader);
+    m_shaders.push_back(std::move(instance));
 }
 
-void SqxShadeRenderer::SetParameters(const Loaded& shader, const SqxShadeOptions::Shader& source)
+void SqxShadeRenderer::SetParameters(QxShaderInstance& shader,
+                                     const SqxShadeOptions::Shader& source)
 {
-    const auto& parameters = shader.object->Parameters();
+    const auto& parameters = shader.Shader().Parameters();
     for (const auto& [name, text] : source.parameters) {
         const auto found =
             std::find_if(parameters.begin(), parameters.end(),
                          [&name = name](const auto& parameter) { return parameter.name == name; });
         if (found == parameters.end())
             throw SqxShadeError("Shader '" + source.path + "' has no parameter '" + name + "'");
-        shader.instance->Set(name, ReadValue(*found, text));
+        shader.Set(name, ReadValue(*found, text));
     }
 }
 
 QxShaderInstance* SqxShadeRenderer::Find(QxShaderInterface::QxType type) const
 {
-    for (const Loaded& shader : m_shaders)
-        if (shader.object->Type() == type)
-            return shader.instance.get();
+    for (const auto& shader : m_shaders)
+        if (shader->Shader().Type() == type)
+            return shader.get();
     return nullptr;
 }
 

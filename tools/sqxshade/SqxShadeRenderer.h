@@ -18,13 +18,8 @@ public:
     [[nodiscard]] std::vector<unsigned char> Render();
 
 private:
-    struct Loaded {
-        std::unique_ptr<QxShaderObject> object;
-        std::unique_ptr<QxShaderInstance> instance;
-    };
-
     void Load(const SqxShadeOptions::Shader& shader);
-    void SetParameters(const Loaded& shader, const SqxShadeOptions::Shader& source);
+    static void SetParameters(QxShaderInstance& shader, const SqxShadeOptions::Shader& source);
     [[nodiscard]] QxShaderInstance* Find(QxShaderInterface::QxType type) const;
 
     void DrawShape(SqxShadePicture& picture);
@@ -37,5 +32,5 @@ private:
     SqxShaderBuild m_build;
     SqxShadeShape m_shape;
     SqxShadeScene m_scene;
-    std::vector<Loaded> m_shaders;
+    std::vector<std::unique_ptr<QxShaderInstance>> m_shaders;
 };

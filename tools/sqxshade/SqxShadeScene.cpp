@@ -46,22 +46,22 @@ SqxShadeScene::SqxShadeScene(const SqxShadeShape& shape, unsigned int width, uns
     const auto columns = static_cast<float>(width);
     const auto rows = static_cast<float>(height);
     SetAnswer(QxMessage::Option, "Format", std::vector<float>{columns, rows, 1});
-    const QxMatrix44 world = SqxShadeShape::WorldToCurrent();
-    for (QxSpaceRegistry* spaces : {&Spaces(), &m_lightSpaces}) {
-        spaces->Define("camera", QxFrame3D());
-        spaces->Define("world", QxFrame3D(world));
-        spaces->Define("object", QxFrame3D(shape.ToCurrent()));
-        spaces->Define("shader", QxFrame3D(shape.ToCurrent()));
-        DefinePictureSpaces(*spaces, columns, rows);
-    }
-    m_lightSpaces.Define("shader", QxFrame3D(LightToWorld() * world));
+    Spaces().Define("camera", QxFrame3D());
+    Spaces().Define("world", QxFrame3D(SqxShadeShape::WorldToCurrent()));
+    Spaces().Define("object", QxFrame3D(shape.ToCurrent()));
+    Spaces().Define("shader", QxFrame3D(shape.ToCurrent()));
+    DefinePictureSpaces(columns, rows);
 }
 
-void SqxShadeScene::DefinePictureSpaces(QxSpaceRegistry& spaces, float width, float height)
+void SqxShadeScene::PlaceLight(QxShaderInstance& light)
 {
-    const auto define = [&spaces](const char* name, const QxVector3& middle,
-                                  const QxVector3& half) {
-        spaces.Define(name, QxFrame3D(QxInverse(SqxShadeShape::Projection(middle, half))));
+    light.Spaces().Define("shader", QxFrame3D(LightToWorld() * SqxShadeShape::WorldToCurrent()));
+}
+
+void SqxShadeScene::DefinePictureSpaces(float width, float height)
+{
+    const auto define = [this](const char* name, const QxVector3& middle, const QxVector3& half) {
+        Spaces().Define(name, QxFrame3D(QxInverse(SqxShadeShape::Projection(middle, half))));
     };
     const float edge = std::min(width, height);
     define("screen", {0, 0, 0}, {1, 1, 0});

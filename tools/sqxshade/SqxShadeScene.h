@@ -14,8 +14,8 @@ public:
     void AddLights(const std::vector<SqxShadeLight>& lights);
     /// A key light from the upper left, a weak one from the right, and a little from everywhere.
     void AddDefaultLights();
-    /// The spaces of light shaders: their own stands where the key light does.
-    [[nodiscard]] QxSpaceRegistry& LightSpaces() { return m_lightSpaces; }
+    /// The space of a light shader stands where the key light does.
+    static void PlaceLight(QxShaderInstance& light);
 
     /// A check of 8 times 8 squares.
     QxRGBColor Texture(const QxTextureQuery& query) override;
@@ -23,9 +23,7 @@ public:
     QxRGBColor Trace(const QxRayQuery& query, float& distance) override;
 
 private:
-    void DefinePictureSpaces(QxSpaceRegistry& spaces, float width, float height);
-
-    QxSpaceRegistry m_lightSpaces;
+    void DefinePictureSpaces(float width, float height);
 };
 
 /// The surface of a shape without a surface shader: plastic of color `Cs`.

@@ -11,12 +11,11 @@ namespace {
 void Lead(const char* surfacePath, const char* lightPath)
 {
     QxHostScene scene;
-    const QxShaderObject surface(surfacePath, scene.Spaces());
-    const QxShaderObject light(lightPath, scene.Spaces());
-    QxShaderInstance lamp(light);
+    const auto surface = QxShader::Open(surfacePath);
+    QxShaderInstance lamp(QxShader::Open(lightPath), scene.Spaces());
     scene.AddLight(lamp);
-    QxShaderInstance first(surface);
-    QxShaderInstance second(surface);
+    QxShaderInstance first(surface, scene.Spaces());
+    QxShaderInstance second(surface, scene.Spaces());
     second.Set("name", "other");
     second.Set("names", std::vector<std::string>{"a", "b"});
     for (const unsigned int columns : {4U, 4U, 1U}) {

@@ -9,8 +9,7 @@ int main(int, char** argv)
     try {
         QxHostScene scene;
         scene.AddAmbientLight({0.5F, 0.5F, 0.5F});
-        QxShaderObject object(argv[1], scene.Spaces());
-        QxShaderInstance chalk(object);
+        QxShaderInstance chalk(QxShader::Open(argv[1]), scene.Spaces());
         chalk.Set("gain", 0.5);
         QxHostGrid grid(1, 1);
         chalk.Run(grid, scene);

@@ -1,0 +1,97 @@
+#include "host/QxShader.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "host/QxByteCodeShader.h"
+#include "host/QxHostError.h"
+#include "host/QxShaderObject.h"
+
+namespace {
+
+constexpr std::string_view k_sharedObjectHead = "\177ELF";
+
+std::ifstream OpenFile(const std::string& path)
+{
+    std::error_code ignored;
+    std::ifstream file;
+    if (std::filesystem::is_regular_file(path, ignored))
+        file.open(path, std::ios::binary);
+    if (!file.is_open())
+        throw QxHostError("There is no shader file '" + path + "'");
+    return file;
+}
+
+bool IsSharedObject(std::ifstream& file)
+{
+    std::string head(k_sharedObjectHead.size(), '\0');
+    file.read(head.data(), static_cast<std::streamsize>(head.size()));
+    const bool isSharedObject = file && head == k_sharedObjectHead;
+    file.clear();
+    file.seekg(0);
+    return isSharedObject;
+}
+
+}  // namespace
+
+std::shared_ptr<const QxShader> QxShader::Open(const std::string& path,
+                                               const std::vector<std::string>& shadeopFolders)
+{
+    std::ifstream file = OpenFile(path);
+    if (IsSharedObject(file))
+        return std::make_shared<QxShaderObject>(path, shadeopFolders);
+    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+    if (file.bad())
+        throw QxHostError("Cannot read '" + path + "'");
+    return Read(bytes, path, shadeopFolders);
+}
+
+std::shared_ptr<const QxShader> QxShader::Read(std::string_view bytes, const std::string& name,
+                                               const std::vector<std::string>& shadeopFolders)
+{
+    if (bytes.starts_with(k_sharedObjectHead))
+        throw QxHostError("'" + name + "' is a shared object, which is opened by its path");
+    return std::make_shared<QxByteCodeShader>(bytes, name, shadeopFolders);
+}
+
+std::vector<std::optional<QxHostValue>> QxShader::Defaults() const
+{
+    std::vector<QxVar> variables(m_parameters.size());
+    ComputeDefaults(variables);
+    std::vector<std::optional<QxHostValue>> values(m_parameters.size());
+    for (std::size_t i = 0; i < values.size(); ++i)
+        if (!IsDefaultPerPoint(i))
+            values[i] = QxHostValue::Of(variables[i]);
+    return values;
+}
+
+/// Where every space is the current one, a value stays as it is given.
+void QxShader::ComputeDefaults(std::vector<QxVar>& variables) const
+{
+    QxSpaceRegistry registry;
+    std::vector<const QxFrame3D*> spaces(m_spaceNames.size(), registry.Find("current"));
+    QxShaderSupport support;
+    const QxShadingContext context(&support, &registry, spaces.data(), {0, 0, 0});
+    Declare(variables);
+    Initialize(context, spaces.data(), variables);
+}
+
+bool QxShader::Uses(std::string_view predefined) const
+{
+    return std::find(m_predefined.begin(), m_predefined.end(), predefined) != m_predefined.end();
+}
+
+bool QxShader::NeedsObjectSpace() const
+{
+    return std::any_of(m_parameters.begin(), m_parameters.end(),
+                       [](const Parameter& parameter) { return parameter.needsObjectSpace; });
+}
+
+void QxShader::Declare(std::vector<QxVar>& variables) const
+{
+    for (std::size_t i = 0; i < variables.size(); ++i)
+        variables[i].Declare(m_parameters[i].name, m_parameters[i].type, m_parameters[i].varying,
+                             m_parameters[i].length);
+}

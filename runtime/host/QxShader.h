@@ -1,0 +1,87 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "QxDerivatives.h"
+#include "QxShaderSupport.h"
+#include "host/QxHostValue.h"
+
+/// A shader that was read from a file and does not change any more: byte-code or a shared object.
+///
+/// Its parameters get values in instances of it, see `QxShaderInstance`; as many as are wanted,
+/// also in several threads at a time.
+class QxShader {
+public:
+    struct Parameter {
+        std::string name;
+        QxValueType type;
+        bool varying;
+        std::size_t length;  // array elements, 1 for what is no array
+        bool output;
+        /// The space that the default value is given in, "" for a float or string.
+        std::string space;
+        bool needsObjectSpace;  // the default value does
+    };
+
+    /// Looks at the file to see what it is. Throws `QxHostError`, which tells why it is not a
+    /// shader that can be run. Shadeop libraries are looked for in `shadeopFolders`.
+    [[nodiscard]] static std::shared_ptr<const QxShader>
+    Open(const std::string& path, const std::vector<std::string>& shadeopFolders = {});
+    /// The same for the bytes of a byte-code file; errors call it by `name`.
+    [[nodiscard]] static std::shared_ptr<const QxShader>
+    Read(std::string_view bytes, const std::string& name,
+         const std::vector<std::string>& shadeopFolders = {});
+
+    virtual ~QxShader() = default;
+    QxShader(const QxShader&) = delete;
+    QxShader& operator=(const QxShader&) = delete;
+
+    /// The path of its file, or its name.
+    [[nodiscard]] const std::string& Name() const { return m_name; }
+    [[nodiscard]] QxShaderInterface::QxType Type() const { return m_type; }
+    [[nodiscard]] const std::vector<Parameter>& Parameters() const { return m_parameters; }
+    /// The default value of each parameter, in the space that it is given in. A value that needs
+    /// the shading point has none. It costs what the computation of all of them does.
+    [[nodiscard]] std::vector<std::optional<QxHostValue>> Defaults() const;
+    /// The predefined variables that it reads or writes, such as "dPdu".
+    [[nodiscard]] const std::vector<std::string>& Predefined() const { return m_predefined; }
+    [[nodiscard]] bool Uses(std::string_view predefined) const;
+    /// The default value of a parameter needs the object space.
+    [[nodiscard]] bool NeedsObjectSpace() const;
+    [[nodiscard]] bool TracesRays() const { return m_tracesRays; }
+    [[nodiscard]] bool ModifiesP() const { return m_modifiesP; }
+
+    // For instances.
+
+    /// The spaces that it names, in the order of the space list of a context.
+    [[nodiscard]] const std::vector<std::string>& SpaceNames() const { return m_spaceNames; }
+    /// Makes the variables, as many as there are parameters, those of an instance.
+    void Declare(std::vector<QxVar>& variables) const;
+    /// Gives the variables that the host has not set their default values. `spaces` is the list of
+    /// the context.
+    virtual void Initialize(const QxShadingContext& context, const QxFrame3D** spaces,
+                            std::vector<QxVar>& variables) const = 0;
+    virtual void Evaluate(const QxGrid& layout, const QxShadingContext& context,
+                          const QxHiddenVariables& hidden, std::vector<QxVar>& variables,
+                          std::vector<QxLightInput>& lights) const = 0;
+
+protected:
+    explicit QxShader(std::string name) : m_name(std::move(name)) {}
+
+    /// Makes variables of which each has the default value, as it is given.
+    void ComputeDefaults(std::vector<QxVar>& variables) const;
+    /// The default value of a parameter depends on the shading point.
+    [[nodiscard]] virtual bool IsDefaultPerPoint(std::size_t parameter) const = 0;
+
+    std::string m_name;
+    QxShaderInterface::QxType m_type = QxShaderInterface::e_typeSurface;
+    std::vector<Parameter> m_parameters;
+    std::vector<std::string> m_predefined;
+    std::vector<std::string> m_spaceNames;
+    bool m_tracesRays = false;
+    bool m_modifiesP = false;
+};
