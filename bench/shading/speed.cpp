@@ -120,6 +120,7 @@ void Measure(const std::string& path, void* loops, double seconds)
     Stage byShader;
     Stage byLoop;
     const auto shader = QxShader::Open(path);
+    const auto run = shader->NewRun();
     std::vector<QxVar> variables(shader->Parameters().size());
     shader->Declare(variables);
     for (QxVar& variable : variables)
@@ -128,11 +129,11 @@ void Measure(const std::string& path, void* loops, double seconds)
     for (const std::string& space : shader->SpaceNames())
         spaces.push_back(byShader.Spaces().Find(space));
     const QxShadingContext context(&byShader, &byShader.Spaces(), spaces.data(), {0, 0, 0});
-    shader->Initialize(context, spaces.data(), variables);
+    run->Initialize(context, spaces.data(), variables);
 
     const auto runShader = [&] {
-        shader->Evaluate({k_side, k_side}, context, byShader.Grid().Hidden(), variables,
-                         byShader.Lights());
+        run->Evaluate({k_side, k_side}, context, byShader.Grid().Hidden(), variables,
+                      byShader.Lights());
     };
     const auto runLoop = [&] {
         loop(byLoop.Grid().Hidden(), k_side * k_side, byLoop.Lights().data(), byLoop.LightCount());

@@ -9,14 +9,9 @@ QxByteCodeShader::QxByteCodeShader(std::string_view, const std::string& name,
     throw QxHostError("Shader '" + name + "' is byte-code, a shader built with --dso was expected");
 }
 
-void QxByteCodeShader::Initialize(const QxShadingContext&, const QxFrame3D**,
-                                  std::vector<QxVar>&) const
+std::unique_ptr<QxShaderRun> QxByteCodeShader::NewRun() const
 {
-}
-
-void QxByteCodeShader::Evaluate(const QxGrid&, const QxShadingContext&, const QxHiddenVariables&,
-                                std::vector<QxVar>&, std::vector<QxLightInput>&) const
-{
+    return nullptr;
 }
 
 bool QxByteCodeShader::IsDefaultPerPoint(std::size_t) const

@@ -9,11 +9,7 @@ public:
     QxByteCodeShader(std::string_view bytes, const std::string& name,
                      const std::vector<std::string>& shadeopFolders);
 
-    void Initialize(const QxShadingContext& context, const QxFrame3D** spaces,
-                    std::vector<QxVar>& variables) const override;
-    void Evaluate(const QxGrid& layout, const QxShadingContext& context,
-                  const QxHiddenVariables& hidden, std::vector<QxVar>& variables,
-                  std::vector<QxLightInput>& lights) const override;
+    [[nodiscard]] std::unique_ptr<QxShaderRun> NewRun() const override;
 
 protected:
     [[nodiscard]] bool IsDefaultPerPoint(std::size_t parameter) const override;

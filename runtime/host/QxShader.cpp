@@ -75,7 +75,7 @@ void QxShader::ComputeDefaults(std::vector<QxVar>& variables) const
     QxShaderSupport support;
     const QxShadingContext context(&support, &registry, spaces.data(), {0, 0, 0});
     Declare(variables);
-    Initialize(context, spaces.data(), variables);
+    NewRun()->Initialize(context, spaces.data(), variables);
 }
 
 bool QxShader::Uses(std::string_view predefined) const

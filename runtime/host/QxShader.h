@@ -10,6 +10,22 @@
 #include "QxShaderSupport.h"
 #include "host/QxHostValue.h"
 
+/// Shades with a shader for one user at a time.
+class QxShaderRun {
+public:
+    virtual ~QxShaderRun() = default;
+
+    /// Gives the variables that the host has not set their default values. `spaces` is the list of
+    /// the context. Throws `QxHostError`, as `Evaluate` does.
+    virtual void Initialize(const QxShadingContext& context, const QxFrame3D** spaces,
+                            std::vector<QxVar>& variables) = 0;
+    virtual void Evaluate(const QxGrid& layout, const QxShadingContext& context,
+                          const QxHiddenVariables& hidden, std::vector<QxVar>& variables,
+                          std::vector<QxLightInput>& lights) = 0;
+    /// An evaluation that takes more steps is ended with a `QxHostError`, if steps can be counted.
+    virtual void SetStepLimit(std::size_t) {}
+};
+
 /// A shader that was read from a file and does not change any more: byte-code or a shared object.
 ///
 /// Its parameters get values in instances of it, see `QxShaderInstance`; as many as are wanted,
@@ -61,13 +77,8 @@ public:
     [[nodiscard]] const std::vector<std::string>& SpaceNames() const { return m_spaceNames; }
     /// Makes the variables, as many as there are parameters, those of an instance.
     void Declare(std::vector<QxVar>& variables) const;
-    /// Gives the variables that the host has not set their default values. `spaces` is the list of
-    /// the context.
-    virtual void Initialize(const QxShadingContext& context, const QxFrame3D** spaces,
-                            std::vector<QxVar>& variables) const = 0;
-    virtual void Evaluate(const QxGrid& layout, const QxShadingContext& context,
-                          const QxHiddenVariables& hidden, std::vector<QxVar>& variables,
-                          std::vector<QxLightInput>& lights) const = 0;
+    /// What shades for one instance. The shader must outlive it.
+    [[nodiscard]] virtual std::unique_ptr<QxShaderRun> NewRun() const = 0;
 
 protected:
     explicit QxShader(std::string name) : m_name(std::move(name)) {}

@@ -31,6 +31,7 @@ std::string Told(const Parameter& parameter)
 
 QxShaderInstance::QxShaderInstance(std::shared_ptr<const QxShader> shader, QxSpaceRegistry& spaces)
     : m_shader(std::move(shader)),
+      m_run(m_shader->NewRun()),
       m_spaces(spaces),
       m_variables(m_shader->Parameters().size())
 {
@@ -99,7 +100,7 @@ void QxShaderInstance::Run(const QxHostPoints& points, QxShaderSupport& support,
     const std::size_t count = points.layout.Size();
     PrepareVariables(count, context);
     MakeLights(count, lightCount);
-    m_shader->Evaluate(points.layout, context, points.variables, m_variables, m_lightInputs);
+    m_run->Evaluate(points.layout, context, points.variables, m_variables, m_lightInputs);
 }
 
 /// A surface gets what belongs to a light from its lights.
@@ -152,7 +153,7 @@ void QxShaderInstance::PrepareVariables(std::size_t points, const QxShadingConte
         initialize = initialize || m_variables[i].UseDefaultValue();
     }
     if (initialize)
-        m_shader->Initialize(context, m_spaceList.data(), m_variables);
+        m_run->Initialize(context, m_spaceList.data(), m_variables);
     m_points = points;
 }
 

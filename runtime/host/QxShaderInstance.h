@@ -38,6 +38,9 @@ public:
     /// `QxHostError` for an unknown parameter and for strings.
     void SetBuffer(const std::string& name, std::span<float> values);
 
+    /// A run that takes more steps is ended with a `QxHostError`. Only byte-code is watched.
+    void SetStepLimit(std::size_t limit) { m_run->SetStepLimit(limit); }
+
     /// Shades the grid: reads its predefined variables and writes those that the shader writes.
     /// Output parameters start from their default values each time. Throws `QxHostError`.
     void Run(const QxHostPoints& points, QxHostScene& scene);
@@ -69,6 +72,7 @@ private:
     void ApplySetting(std::size_t parameter, std::size_t points);
 
     std::shared_ptr<const QxShader> m_shader;
+    std::unique_ptr<QxShaderRun> m_run;
     QxSpaceRegistry m_spaces;
     std::vector<const QxFrame3D*> m_spaceList;          // as the shader numbers them
     unsigned long m_spaceChanges = 0;                   // that the list knows of; 0: none

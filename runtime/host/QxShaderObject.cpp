@@ -206,6 +206,55 @@ void QxShaderObject::Life::Ask(const std::vector<std::string>& shadeopFolders)
         spaceNames.push_back(*registry.NameOf(m_spaceList[i]));
 }
 
+// A shared object keeps nothing between two calls, so that threads need not wait for each other.
+class QxShaderObject::Run : public QxShaderRun {
+public:
+    explicit Run(const Life& life) : m_life(life) {}
+
+    void Initialize(const QxShadingContext& context, const QxFrame3D** spaces,
+                    std::vector<QxVar>& variables) override
+    {
+        m_life.initialize(context, variables.data(), spaces);
+    }
+    void Evaluate(const QxGrid& layout, const QxShadingContext& context,
+                  const QxHiddenVariables& hidden, std::vector<QxVar>& variables,
+                  std::vector<QxLightInput>& lights) override;
+
+private:
+    template <class Function, class Hidden, class... Rest>
+    void Call(const QxGrid& layout, const QxShadingContext& context,
+              const QxHiddenVariables& hidden, std::vector<QxVar>& variables, Rest... rest) const
+    {
+        std::bit_cast<Function>(m_life.evaluate)(layout.columns, layout.rows, context,
+                                                 Hidden(hidden), variables.data(), rest...);
+    }
+
+    const Life& m_life;
+};
+
+void QxShaderObject::Run::Evaluate(const QxGrid& layout, const QxShadingContext& context,
+                                   const QxHiddenVariables& hidden, std::vector<QxVar>& variables,
+                                   std::vector<QxLightInput>& lights)
+{
+    switch (m_life.type) {
+    case QxShaderInterface::e_typeLight:
+        Call<Life::EvaluateLight, QxLightHidden>(layout, context, hidden, variables, true);
+        break;
+    case QxShaderInterface::e_typeSurface:
+    case QxShaderInterface::e_typeVolume:
+        Call<Life::EvaluateSurface, QxSurfaceHidden>(layout, context, hidden, variables,
+                                                     static_cast<unsigned int>(lights.size()),
+                                                     lights.data());
+        break;
+    case QxShaderInterface::e_typeDisplacement:
+        Call<Life::EvaluateDisplacement, QxSurfaceHidden>(layout, context, hidden, variables);
+        break;
+    case QxShaderInterface::e_typeImager:
+        Call<Life::EvaluateImager, QxImagerHidden>(layout, context, hidden, variables);
+        break;
+    }
+}
+
 QxShaderObject::QxShaderObject(const std::string& path,
                                const std::vector<std::string>& shadeopFolders)
     : QxShader(path),
@@ -245,34 +294,7 @@ void QxShaderObject::ReadDefaultSpaces()
         m_parameters[i].space = variables[i].DefaultSpace();
 }
 
-void QxShaderObject::Initialize(const QxShadingContext& context, const QxFrame3D** spaces,
-                                std::vector<QxVar>& variables) const
+std::unique_ptr<QxShaderRun> QxShaderObject::NewRun() const
 {
-    m_life.initialize(context, variables.data(), spaces);
-}
-
-void QxShaderObject::Evaluate(const QxGrid& layout, const QxShadingContext& context,
-                              const QxHiddenVariables& hidden, std::vector<QxVar>& variables,
-                              std::vector<QxLightInput>& lights) const
-{
-    switch (m_type) {
-    case QxShaderInterface::e_typeLight:
-        std::bit_cast<Life::EvaluateLight>(m_life.evaluate)(
-            layout.columns, layout.rows, context, QxLightHidden(hidden), variables.data(), true);
-        break;
-    case QxShaderInterface::e_typeSurface:
-    case QxShaderInterface::e_typeVolume:
-        std::bit_cast<Life::EvaluateSurface>(m_life.evaluate)(
-            layout.columns, layout.rows, context, QxSurfaceHidden(hidden), variables.data(),
-            static_cast<unsigned int>(lights.size()), lights.data());
-        break;
-    case QxShaderInterface::e_typeDisplacement:
-        std::bit_cast<Life::EvaluateDisplacement>(m_life.evaluate)(
-            layout.columns, layout.rows, context, QxSurfaceHidden(hidden), variables.data());
-        break;
-    case QxShaderInterface::e_typeImager:
-        std::bit_cast<Life::EvaluateImager>(m_life.evaluate)(
-            layout.columns, layout.rows, context, QxImagerHidden(hidden), variables.data());
-        break;
-    }
+    return std::make_unique<Run>(m_life);
 }

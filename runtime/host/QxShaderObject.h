@@ -12,11 +12,7 @@ public:
     QxShaderObject(const std::string& path, const std::vector<std::string>& shadeopFolders);
     ~QxShaderObject() override;
 
-    void Initialize(const QxShadingContext& context, const QxFrame3D** spaces,
-                    std::vector<QxVar>& variables) const override;
-    void Evaluate(const QxGrid& layout, const QxShadingContext& context,
-                  const QxHiddenVariables& hidden, std::vector<QxVar>& variables,
-                  std::vector<QxLightInput>& lights) const override;
+    [[nodiscard]] std::unique_ptr<QxShaderRun> NewRun() const override;
 
 protected:
     /// A shared object does not tell: it has zero in place of such a value.
@@ -24,6 +20,7 @@ protected:
 
 private:
     class Life;
+    class Run;
 
     void ReadInterface();
     void ReadDefaultSpaces();

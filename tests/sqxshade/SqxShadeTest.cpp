@@ -160,7 +160,7 @@ TEST_F(SqxShade, RefusesWhatIsWrong)
         {"good.sqx --param tint=red", "The value of 'tint' must be made of numbers"},
         {"good.sqx --param tint=1,2", "'tint' is a color and takes 3 numbers, but is set to '1,2'"},
         {"good.sqx --param weights=1", "'weights' is a float[2] and takes 2 numbers"},
-        {"good.sqx good.sqx", "loaded already"},
+        {"good.sqx good.sqx", "There are two shaders of the kind 'surface'"},
         {"good.sqx missing.sl", "There is no shader 'missing.sl'"},
         {"missing.sqx", "There is no shader file 'missing.sqx'"},
         {"look.sqx", "a shader built with --dso was expected"},
