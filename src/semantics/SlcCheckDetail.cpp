@@ -1,6 +1,5 @@
 #include "semantics/SlcCheckDetail.h"
 
-#include <ranges>
 #include <utility>
 
 #include "frontend/SlcNodes.h"
@@ -161,7 +160,8 @@ void SlcCheckDetail::Case(SlcBinOpExprNode* node)
 {
     const SlcLeftSpine chain(node);
     chain.first->ApplyWalker(this);
-    for (SlcBinOpExprNode* operation : std::views::reverse(chain.operations)) {
+    for (auto link = chain.operations.rbegin(); link != chain.operations.rend(); ++link) {
+        SlcBinOpExprNode* const operation = *link;
         operation->GetRight()->ApplyWalker(this);
         SetDetail(operation, SlcDetailNode::Combine(DetailOf(operation->GetLeft()),
                                                     DetailOf(operation->GetRight())));

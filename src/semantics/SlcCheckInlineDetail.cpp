@@ -1,6 +1,5 @@
 #include "semantics/SlcCheckInlineDetail.h"
 
-#include <ranges>
 #include <utility>
 
 #include "frontend/SlcNodes.h"
@@ -215,7 +214,8 @@ void SlcCheckInlineDetail::Case(SlcBinOpExprNode* node)
 {
     const SlcLeftSpine chain(node);
     chain.first->ApplyWalker(this);
-    for (SlcBinOpExprNode* operation : std::views::reverse(chain.operations)) {
+    for (auto link = chain.operations.rbegin(); link != chain.operations.rend(); ++link) {
+        SlcBinOpExprNode* const operation = *link;
         operation->GetRight()->ApplyWalker(this);
         SlcSetInlineDetailIfUnknown(
             operation, SlcDetailNode::Combine(SlcInlineDetailOf(operation->GetLeft()),

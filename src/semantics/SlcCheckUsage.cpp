@@ -1,7 +1,6 @@
 #include "semantics/SlcCheckUsage.h"
 
 #include <algorithm>
-#include <ranges>
 #include <string>
 #include <utility>
 
@@ -111,8 +110,8 @@ void SlcCheckUsage::Case(SlcBinOpExprNode* node)
 {
     const SlcLeftSpine chain(node);
     chain.first->ApplyWalker(this);
-    for (SlcBinOpExprNode* operation : std::views::reverse(chain.operations))
-        operation->GetRight()->ApplyWalker(this);
+    for (auto link = chain.operations.rbegin(); link != chain.operations.rend(); ++link)
+        (*link)->GetRight()->ApplyWalker(this);
 }
 
 void SlcCheckUsage::Case(SlcCondExprNode* node)

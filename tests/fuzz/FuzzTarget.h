@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+/// What each fuzz target defines: takes any bytes, and returns 0. A fault ends the process, by
+/// `FuzzFault` or as a sanitizer or a signal does.
+///
+/// The names are those that libFuzzer calls (https://llvm.org/docs/LibFuzzer.html). Where that is
+/// not at hand, `ReplayMain.cpp` calls them.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+/// Says what went wrong and aborts, so that whoever runs the target keeps the input.
+[[noreturn]] void FuzzFault(std::string_view message);

@@ -1,0 +1,198 @@
+// A change picks a span of the text, and puts a span of the same kind in its place. Spans are
+// words, groups in brackets, and statements, found by looking from a random place to their ends;
+// nothing is parsed, so that a broken text can be broken further.
+
+#include "fuzz/Mutator.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+
+namespace {
+
+constexpr int k_mostChanges = 4;
+
+// What a mutation may put where a word was, beside words of the donor.
+constexpr std::array<std::string_view, 84> k_words = {
+    "float",       "color",      "point",      "vector",      "normal", "matrix",
+    "string",      "void",       "uniform",    "varying",     "output", "extern",
+    "surface",     "light",      "volume",     "imager",      "if",     "else",
+    "while",       "for",        "break",      "continue",    "return", "illuminate",
+    "illuminance", "solar",      "texture",    "environment", "shadow", "displacement",
+    "class",       "float[2.0]", "float[]",    "[]",          "[2]",    "[2.0]",
+    "{",           "}",          "(",          ")",           ";",      ",",
+    "=",           "+=",         "-=",         "*=",          "/=",     "==",
+    "!=",          "&&",         "||",         "!",           "?",      ":",
+    ".",           "^",          "/",          "-",           "\"\"",   "\"world\"",
+    "\"a\\n%f\"",  "0",          "1",          "-1",          "1e38",   "1e-45",
+    "32767",       "32768",      "2147483647", "1e999",       "P",      "N",
+    "I",           "Ci",         "Oi",         "Cs",          "L",      "Cl",
+    "s",           "u",          "(0, 1, 2)",  "{1, 2}",      "noise",  "ctransform",
+};
+
+struct Span {
+    std::size_t begin = 0;
+    std::size_t end = 0;
+    [[nodiscard]] std::size_t Size() const { return end - begin; }
+};
+
+bool IsWordPart(char c)
+{
+    return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_';
+}
+
+/// The word or the single other character at the place.
+Span WordAt(std::string_view text, std::size_t at)
+{
+    Span word = {at, at + 1};
+    if (!IsWordPart(text[at]))
+        return word;
+    while (word.begin > 0 && IsWordPart(text[word.begin - 1]))
+        --word.begin;
+    while (word.end < text.size() && IsWordPart(text[word.end]))
+        ++word.end;
+    return word;
+}
+
+/// From the first opening bracket at or behind the place to the one that closes it.
+Span GroupAt(std::string_view text, std::size_t at, char& bracket)
+{
+    constexpr std::string_view openings = "([{";
+    constexpr std::string_view closings = ")]}";
+    const std::size_t begin = text.find_first_of(openings, at);
+    if (begin == std::string_view::npos)
+        return {};
+    bracket = text[begin];
+    const char closing = closings[openings.find(bracket)];
+    int depth = 0;
+    for (std::size_t i = begin; i < text.size(); ++i) {
+        depth += text[i] == bracket ? 1 : 0;
+        depth -= text[i] == closing ? 1 : 0;
+        if (depth == 0)
+            return {begin, i + 1};
+    }
+    return {};
+}
+
+/// From behind one end of a statement to behind the next.
+Span StatementAt(std::string_view text, std::size_t at)
+{
+    constexpr std::string_view ends = ";{}";
+    const std::size_t begin = text.find_first_of(ends, at);
+    if (begin == std::string_view::npos)
+        return {};
+    const std::size_t end = text.find_first_of(ends, begin + 1);
+    return {begin + 1, end == std::string_view::npos ? text.size() : end + 1};
+}
+
+void Replace(std::string& text, const Span& span, std::string_view by)
+{
+    text.replace(span.begin, span.Size(), by);
+}
+
+std::string_view Part(std::string_view text, const Span& span)
+{
+    return text.substr(span.begin, span.Size());
+}
+
+}  // namespace
+
+std::string Mutator::Mutate(std::string text, std::string_view donor, std::size_t limit)
+{
+    for (std::size_t left = 1 + Below(k_mostChanges); left > 0; --left)
+        Change(text, donor);
+    text.resize(std::min(text.size(), limit));
+    return text;
+}
+
+void Mutator::Change(std::string& text, std::string_view donor)
+{
+    if (text.empty())
+        text = donor;
+    if (text.empty())
+        text = " ";
+    if (donor.empty())
+        donor = " ";
+    switch (Below(8)) {
+    case 0:
+        return ChangeBytes(text);
+    case 1:
+    case 2:
+        return MoveWords(text, donor);
+    case 3:
+    case 4:
+        return ReplaceWord(text, donor);
+    case 5:
+    case 6:
+        return ReplaceGroup(text, donor);
+    default:
+        return InsertStatement(text, donor);
+    }
+}
+
+void Mutator::ChangeBytes(std::string& text)
+{
+    const std::size_t at = Below(text.size());
+    const char byte = static_cast<char>(Below(256));
+    switch (Below(3)) {
+    case 0:
+        text[at] = byte;
+        break;
+    case 1:
+        text.insert(at, 1, byte);
+        break;
+    default:
+        text.erase(at, 1 + Below(8));
+    }
+}
+
+/// Takes a run of words away, or puts one of the donor's in.
+void Mutator::MoveWords(std::string& text, std::string_view donor)
+{
+    const std::size_t length = 1 + Below(24);
+    if (Below(3) == 0) {
+        text.erase(WordAt(text, Below(text.size())).begin, length);
+        return;
+    }
+    const Span from = WordAt(donor, Below(donor.size()));
+    const std::string part(donor.substr(from.begin, std::max(from.Size(), length)));
+    text.insert(WordAt(text, Below(text.size())).begin, part);
+}
+
+void Mutator::ReplaceWord(std::string& text, std::string_view donor)
+{
+    const Span to = WordAt(text, Below(text.size()));
+    if (Below(2) == 0) {
+        Replace(text, to, k_words[Below(k_words.size())]);
+        return;
+    }
+    const std::string word(Part(donor, WordAt(donor, Below(donor.size()))));
+    Replace(text, to, word);
+}
+
+void Mutator::ReplaceGroup(std::string& text, std::string_view donor)
+{
+    char toBracket = 0;
+    char fromBracket = 0;
+    const Span to = GroupAt(text, Below(text.size()), toBracket);
+    const Span from = GroupAt(donor, Below(donor.size()), fromBracket);
+    if (to.Size() == 0 || from.Size() == 0)
+        return;
+    const std::string group(Part(donor, from));
+    // A group of another kind goes into the one that is there, at its front.
+    if (toBracket == fromBracket)
+        Replace(text, to, group);
+    else
+        text.insert(to.begin + 1, group);
+}
+
+void Mutator::InsertStatement(std::string& text, std::string_view donor)
+{
+    const Span to = StatementAt(text, Below(text.size()));
+    const Span from = StatementAt(donor, Below(donor.size()));
+    const std::string statement(Part(donor, from));
+    if (Below(3) == 0)
+        Replace(text, to, statement);
+    else
+        text.insert(to.begin, statement);
+}
