@@ -17,6 +17,7 @@ extern std::FILE* yyin;
 void yyrestart(std::FILE* file);
 
 bool SlcScanner::sm_lineHeld = false;
+bool SlcScanner::sm_mayBeLong = false;
 std::size_t SlcScanner::sm_taken = 0;
 std::size_t SlcScanner::sm_noStringBefore = 0;
 
@@ -96,34 +97,51 @@ void SlcScanner::Begin(std::FILE* file)
 void SlcScanner::ResetLineNumber()
 {
     sm_lineHeld = false;
+    sm_mayBeLong = false;
     SlcCurrentPosition().column = 0;
     SlcCurrentPosition().line = 1;
 }
 
 void SlcScanner::BeginToken(std::size_t length)
 {
-    Take(length);
+    sm_taken += length;
     SlcCurrentPosition().tokenLength = static_cast<int>(length);
 }
 
 void SlcScanner::CountChars(std::string_view text, char filler)
 {
     RefuseIfTooLong(text);
+    AppendToLine(text);
+    // Reports repeat line and filler: past the limit of a line they are of no use.
+    std::string& fillers = SlcCurrentPosition().filler;
+    fillers.resize(std::min(fillers.size() + text.size(), k_maxTokenLength), filler);
+}
+
+void SlcScanner::SkipText(std::string_view text)
+{
+    AppendToLine(text);
+    std::string& filler = SlcCurrentPosition().filler;
+    const std::size_t room = k_maxTokenLength - std::min(filler.size(), k_maxTokenLength);
+    for (const char c : text.substr(0, room))
+        filler += c == '\t' ? '\t' : ' ';
+}
+
+void SlcScanner::AppendToLine(std::string_view text)
+{
     SlcSourcePosition& position = SlcCurrentPosition();
-    // Only the first line grows like this, and reports repeat it: past the limit of all other
-    // lines it is of no use.
+    // Only the first line grows like this.
     if (!sm_lineHeld && position.currentLine.size() < k_maxTokenLength)
-        position.currentLine += text;
+        position.currentLine += text.substr(0, k_maxTokenLength);
     if (position.column == 0)
         position.filler.clear();
     position.column += static_cast<int>(text.size());
-    position.filler.append(text.size(), filler);
 }
 
 void SlcScanner::NewLine()
 {
     SlcSourcePosition& position = SlcCurrentPosition();
     sm_lineHeld = true;
+    sm_mayBeLong = false;
     position.column = 0;
     // A line marker can hold the greatest number.
     if (position.line < std::numeric_limits<int>::max())
@@ -132,17 +150,15 @@ void SlcScanner::NewLine()
 
 void SlcScanner::BeginLine(std::string_view text)
 {
-    RefuseIfTooLong(text);
-    SlcCurrentPosition().currentLine = text.substr(1);
-    NewLine();
+    if (!sm_mayBeLong)
+        RefuseIfTooLong(text);
+    BeginSkippedLine(text);
 }
 
-void SlcScanner::SkipChar(char c)
+void SlcScanner::BeginSkippedLine(std::string_view text)
 {
-    if (c == '\n')
-        NewLine();
-    else
-        ++SlcCurrentPosition().column;
+    SlcCurrentPosition().currentLine = text.substr(1, k_maxTokenLength);
+    NewLine();
 }
 
 const std::string* SlcScanner::FileName(std::string_view name)
@@ -155,8 +171,12 @@ const std::string* SlcScanner::FileName(std::string_view name)
     return &*found;
 }
 
-void SlcScanner::LineMarker(std::string_view text, bool clearsLine)
+void SlcScanner::Directive(std::string_view text)
 {
+    text.remove_prefix(text.find('#') + 1);
+    // All other words, "pragma" among them, have no number behind them.
+    if (text.starts_with("line"))
+        text.remove_prefix(std::string_view("line").size());
     const std::size_t digit = text.find_first_not_of(" \t");
     const std::size_t open = text.find('"');
     const std::size_t close = text.rfind('"');
@@ -164,18 +184,12 @@ void SlcScanner::LineMarker(std::string_view text, bool clearsLine)
     const bool hasNumber =
         digit != std::string_view::npos &&
         std::from_chars(text.data() + digit, text.data() + text.size(), line).ec == std::errc();
-    if (!hasNumber || open == std::string_view::npos || close == open) {
-        NewLine();
+    if (!hasNumber || open == std::string_view::npos || close == open)
         return;
-    }
     SlcSourcePosition& position = SlcCurrentPosition();
-    position.column = 0;
-    position.line = line;
+    // The number is that of the line behind the marker, whose own newline is still to come.
+    position.line = line > std::numeric_limits<int>::min() ? line - 1 : line;
     position.file = FileName(text.substr(open + 1, close - open - 1));
-    if (clearsLine) {
-        sm_lineHeld = false;
-        position.currentLine.clear();
-    }
 }
 
 SlcPosition SlcScanner::Position()

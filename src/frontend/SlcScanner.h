@@ -20,8 +20,6 @@ public:
 
     /// A rule matched so many characters, which are taken.
     static void BeginToken(std::size_t length);
-    /// So many characters were taken past any rule.
-    static void Take(std::size_t count) { sm_taken += count; }
     /// So many of the characters that a rule took will be read again.
     static void GiveBack(std::size_t count) { sm_taken -= count; }
 
@@ -33,16 +31,22 @@ public:
     /// Accounts for the text of a token with one filler character each. Ends the process with
     /// status 2 if it is too long.
     static void CountChars(std::string_view text, char filler);
+    /// Accounts for a part of a line that is skipped, of any length; no newline is in it.
+    static void SkipText(std::string_view text);
     /// Counts a line; its text is held, so that its tokens are not appended to it again.
     static void NewLine();
     /// The newline rule: `text` is the line break and the whole line behind it. Ends the process
     /// with status 2 if it is too long.
     static void BeginLine(std::string_view text);
-    /// A character that is read past any rule, such as that of a comment.
-    static void SkipChar(char c);
-    /// A line marker of the preprocessor, from behind its keyword to the end of its line. One
-    /// without a number or a quoted name changes nothing.
-    static void LineMarker(std::string_view text, bool clearsLine);
+    /// The line behind this one may have any length: generated sources of one line stand behind a
+    /// line marker. Reports show its beginning.
+    static void AllowLongLine() { sm_mayBeLong = true; }
+    /// The newline rule inside a comment, where a line has any length.
+    static void BeginSkippedLine(std::string_view text);
+    /// A line that begins with "#", without its newline: a line marker of the preprocessor, in
+    /// either form, or anything else, such as a pragma, that changes nothing. A marker without a
+    /// number or a quoted name changes nothing either.
+    static void Directive(std::string_view text);
     /// Where the scanner stands.
     [[nodiscard]] static SlcPosition Position();
     /// The next characters of the source; 0 at its end. A failure to read is reported.
@@ -50,8 +54,11 @@ public:
 
 private:
     static const std::string* FileName(std::string_view name);
+    /// Counts the characters, and adds them to a line that is not held.
+    static void AppendToLine(std::string_view text);
 
     static bool sm_lineHeld;               // the current line came whole from the newline rule
+    static bool sm_mayBeLong;              // the next line
     static std::size_t sm_taken;           // characters of the source
     static std::size_t sm_noStringBefore;  // no literal that starts before so many has an end
 };

@@ -189,4 +189,10 @@ TEST(SlcParser, ShowsNoMoreThanAThousandFaults)
     EXPECT_EQ(NbErrors(), 3000);
     EXPECT_LT(parsed.Output().size(), 80000U);
     EXPECT_TRUE(parsed.Output().ends_with("More faults in the source are counted, not shown\n"));
+
+    std::string oneLine = "surface s() {";
+    for (int i = 0; i < 3000; ++i)
+        oneLine += std::string(300, ' ') + "$";
+    EXPECT_LT(ParsedSource(oneLine + "}").Output().size(), 1000 * 2 * 8300U);
+    EXPECT_EQ(NbErrors(), 3000);
 }

@@ -180,6 +180,7 @@ TEST(SlcScanner, FollowsTheLineMarkers)
         {"/* a\n b */ c\nd", ":2:7 :3:1"},  // comments count their lines
         {"// a\n b", ":2:2"},
         {"#pragma a\nb", ":2:1"},
+        {"  # 8 \"x.sl\"\na", "x.sl:8:1"},
         {"a\r\nb", ":1:1 :3:1"},      // both characters end a line
         {"\"a\nb\" c", ":1:5 :1:7"},  // a string does not count its newlines
     };
@@ -225,6 +226,12 @@ TEST(SlcScanner, ReportsWhatIsNoToken)
         {"\n1e39", ":2: ERROR: Number is too large for a float:\n\n   1e39\n   ^\n"},
         {"\na 2147483648",
          ":2: ERROR: Number is too large for an integer:\n\n   a 2147483648\n     ^\n"},
+        // The line of the user behind what is skipped, and only a mark at its beginning is one.
+        {"# 7 \"x\"\na # b", "x:7: ERROR: Invalid charcacter:\n\n    a # b\n     ^\n"},
+        {"#line 7 \"x\"\na $", "x:7: ERROR: Invalid charcacter:\n\n    a $\n     ^\n"},
+        {"\n#pragma a\na $", ":3: ERROR: Invalid charcacter:\n\n   a $\n    ^\n"},
+        {"\nb // c\na $", ":3: ERROR: Invalid charcacter:\n\n   a $\n    ^\n"},
+        {"/*\n*\n\t* */ a $", ":3: ERROR: Invalid charcacter:\n\n   \t* */ a $\n   \t      ^\n"},
     };
     for (const ErrorCase& c : cases)
         EXPECT_EQ(ErrorOutput(c.text), c.output) << c.text;
@@ -274,6 +281,7 @@ TEST(SlcScannerDeathTest, EndsTheProcessAtATokenThatIsTooLong)
     const std::string longest(8190, 'a');
     EXPECT_EQ(Tokens("\n" + longest), longest);
     EXPECT_EQ(Tokens(longest + "a"), longest + "a");  // the first line is not seen whole
+    EXPECT_EQ(Tokens("# 1 \"a\"\n" + longest + " " + longest), longest + " " + longest);
     EXPECT_EXIT(Tokens("\n" + longest + " "), testing::ExitedWithCode(2),
                 "^token too large, exceeds YYLMAX\n$");
     EXPECT_EXIT(Tokens(longest + "aa"), testing::ExitedWithCode(2),
