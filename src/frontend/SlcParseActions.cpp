@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "grammar.h"
 #include "support/QxStack.h"
 #include "support/SlcDiagnostics.h"
 
@@ -16,6 +17,7 @@ struct Parse {
     std::unique_ptr<SlcDefinitionsNode> root;
     int maxHeight = 0;  // what the stack has room for
     bool depthReported = false;
+    SlcParseAdvice advice;
 };
 Parse g_parse;
 
@@ -53,6 +55,11 @@ void SetRoot(std::unique_ptr<SlcDefinitionsNode> root)
     if (position.file)
         root->SetFileParsed(position.file);
     g_parse.root = std::move(root);
+}
+
+SlcParseAdvice& Advice()
+{
+    return g_parse.advice;
 }
 
 std::unique_ptr<SlcDefinitionsNode> TakeRoot()
@@ -128,6 +135,13 @@ std::unique_ptr<SlcFuncDefStmtNode> FunctionWithoutType(const SlcPosition& posit
         position, std::make_unique<SlcFuncDefNode>(
                       position, SlcTypeNode::AFloat(), As<SlcIdentNode>(ident),
                       std::make_unique<SlcFormalsNode>(), Take<SlcStmtsNode>(body)));
+}
+
+void AdviseOnShaderName(const SlcTokenValue& ident)
+{
+    const std::string& name = As<SlcIdentNode>(ident)->GetName();
+    if (const int token = SlcKeywordToken(name); token >= LIGHT && token <= IMAGER)
+        Advise("'" + name + "' is taken for the name of a function: a shader needs a name");
 }
 
 void WarnOfIgnoredDetail(const SlcTokenValue& ident)

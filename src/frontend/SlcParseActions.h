@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "frontend/SlcNodes.h"
+#include "frontend/SlcParseAdvice.h"
 #include "frontend/SlcScanner.h"
 #include "frontend/SlcTokenValue.h"
 
@@ -13,6 +14,8 @@ namespace SlcParseActions {
 /// Forgets an earlier parse.
 void Begin();
 void SetRoot(std::unique_ptr<SlcDefinitionsNode> root);
+/// What the parser reads its tokens through.
+[[nodiscard]] SlcParseAdvice& Advice();
 /// Null if the parse did not come to its end.
 [[nodiscard]] std::unique_ptr<SlcDefinitionsNode> TakeRoot();
 
@@ -71,6 +74,8 @@ Function(const SlcPosition& position, SlcTypeNode* returnType, const SlcTokenVal
 [[nodiscard]] std::unique_ptr<SlcFuncDefStmtNode> FunctionWithoutType(const SlcPosition& position,
                                                                       const SlcTokenValue& ident,
                                                                       const SlcTokenValue& body);
+/// A shader without a name is read as a function that bears the name of the kind.
+void AdviseOnShaderName(const SlcTokenValue& ident);
 void WarnOfIgnoredDetail(const SlcTokenValue& ident);
 [[nodiscard]] std::unique_ptr<SlcCastExprNode>
 Cast(const SlcTokenValue& type, const SlcTokenValue& space, const SlcTokenValue& operand);

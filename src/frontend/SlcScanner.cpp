@@ -18,7 +18,6 @@ void yyrestart(std::FILE* file);
 
 bool SlcScanner::sm_lineHeld = false;
 bool SlcScanner::sm_mayBeLong = false;
-std::size_t SlcScanner::sm_taken = 0;
 std::size_t SlcScanner::sm_noStringBefore = 0;
 
 namespace {
@@ -87,7 +86,6 @@ int SlcKeywordToken(std::string_view word)
 void SlcScanner::Begin(std::FILE* file)
 {
     SlcCurrentPosition() = {};
-    sm_taken = 0;
     sm_noStringBefore = 0;
     ResetLineNumber();
     yyin = file;
@@ -104,7 +102,7 @@ void SlcScanner::ResetLineNumber()
 
 void SlcScanner::BeginToken(std::size_t length)
 {
-    sm_taken += length;
+    SlcCurrentPosition().taken += length;
     SlcCurrentPosition().tokenLength = static_cast<int>(length);
 }
 

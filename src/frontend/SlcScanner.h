@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "frontend/SlcSyntaxNode.h"
+#include "support/SlcSourcePosition.h"
 
 /// What the scanner keeps beside the tokens: the current file, line and column, and the source
 /// line for reports. The state is that of `SlcCurrentPosition`, which only these operations write.
@@ -21,12 +22,15 @@ public:
     /// A rule matched so many characters, which are taken.
     static void BeginToken(std::size_t length);
     /// So many of the characters that a rule took will be read again.
-    static void GiveBack(std::size_t count) { sm_taken -= count; }
+    static void GiveBack(std::size_t count) { SlcCurrentPosition().taken -= count; }
 
     /// The string literal that begins with what was just taken has no end in all of it.
-    static void NoStringEndsHere() { sm_noStringBefore = sm_taken; }
+    static void NoStringEndsHere() { sm_noStringBefore = SlcCurrentPosition().taken; }
     /// The quote that was just taken may be the first of a string literal.
-    [[nodiscard]] static bool CanStringStart() { return sm_taken > sm_noStringBefore; }
+    [[nodiscard]] static bool CanStringStart()
+    {
+        return SlcCurrentPosition().taken > sm_noStringBefore;
+    }
 
     /// Accounts for the text of a token with one filler character each. Ends the process with
     /// status 2 if it is too long.
@@ -59,7 +63,6 @@ private:
 
     static bool sm_lineHeld;               // the current line came whole from the newline rule
     static bool sm_mayBeLong;              // the next line
-    static std::size_t sm_taken;           // characters of the source
     static std::size_t sm_noStringBefore;  // no literal that starts before so many has an end
 };
 

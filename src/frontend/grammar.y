@@ -17,12 +17,14 @@
 
 %code {
 #include "frontend/SlcParseActions.h"
+#include "frontend/SlcParseAdvice.h"
 #include "frontend/SlcParseCode.h"
 #include "support/SlcDiagnostics.h"
 
 using namespace SlcParseActions;
 
-int yylex();
+// The parser takes its tokens through what gives advice on them.
+#define yylex Advice().Next
 }
 
 %define api.value.type {SlcTokenValue}
@@ -84,6 +86,7 @@ function_definition
     : identifier '(' function_formals_opt ')' '{' statements_opt '}'
         { Warning("No return type defined for function " + As<SlcIdentNode>($1)->GetName() +
                   " ('float' is assumed)");
+          AdviseOnShaderName($1);
           Put($$, Function($1.Position(), SlcTypeNode::AFloat(), $1, $3, $6)); }
     | type identifier '(' function_formals_opt ')' '{' statements_opt '}'
         { Put($$, Function($1.Position(), As<SlcTypeNode>($1), $2, $4, $7)); }
@@ -702,6 +705,10 @@ static int yyreport_syntax_error(const yypcontext_t*)
 {
     // The tokens that could have followed would fill lines and help nobody.
     static_cast<void>(&yypcontext_expected_tokens);
-    yyerror("parse error");
+    const std::string advice = Advice().Refused();
+    if (yyerror("parse error"); !advice.empty())
+        Advise(advice);
     return 0;
 }
+
+#undef yylex

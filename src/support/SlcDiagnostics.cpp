@@ -6,7 +6,9 @@
 #include <algorithm>
 #include <cstdlib>
 #include <iostream>
+#include <limits>
 #include <string>
+#include <utility>
 
 #include "support/SlcSourcePosition.h"
 
@@ -16,11 +18,14 @@ namespace {
 // own size.
 constexpr int k_maxSourceReports = 1000;
 
+constexpr std::size_t k_nowhere = std::numeric_limits<std::size_t>::max();
+
 struct Counters {
     int errors = 0;
     int warnings = 0;
     int warningLevel = 1;
-    int sourceReports = 0;  // of the scanner and the parser
+    int sourceReports = 0;              // of the scanner and the parser
+    std::size_t lastError = k_nowhere;  // where the last of them that is an error stands
 };
 
 Counters& State()
@@ -65,6 +70,7 @@ void ResetNbErrorsAndWarnings()
     State().errors = 0;
     State().warnings = 0;
     State().sourceReports = 0;
+    State().lastError = k_nowhere;
 }
 
 void AddError()
@@ -105,6 +111,9 @@ std::string_view SlcContactAddress()
 
 void yyerror(const char* message)
 {
+    // Two characters that are no tokens have the same column, but not the same place.
+    if (std::exchange(State().lastError, SlcCurrentPosition().taken) == SlcCurrentPosition().taken)
+        return;
     AddError();
     ReportAtSource("ERROR", message);
 }
@@ -115,6 +124,12 @@ void Warning(std::string_view message)
         return;
     AddWarning();
     ReportAtSource("WARNING", message);
+}
+
+void Advise(std::string_view text)
+{
+    if (WarningLevel() >= 2 && State().sourceReports <= k_maxSourceReports)
+        std::cerr << Place(SlcCurrentPosition()).append(" ADVICE: ").append(text).append("\n\n");
 }
 
 void Warning(std::string_view message, std::string_view detail)

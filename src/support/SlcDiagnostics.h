@@ -25,10 +25,14 @@ void SetWarningLevel(int level);
 
 /// Report at the scanner's position, with the source line and a caret under the last token.
 /// Counts an error. The name is the one that the generated parser calls. Only the first 1000
-/// reports of this form in a parse, errors and warnings together, are shown.
+/// reports of this form in a parse, errors and warnings together, are shown. A second error at one
+/// token follows from the first: it is neither shown nor counted.
 void yyerror(const char* message);
 /// The same for a warning; silent, and not counted, at warning level 0.
 void Warning(std::string_view message);
+/// A line of advice below a report at the scanner's position: `file:line: ADVICE: text`. Shown at
+/// warning level 2, never counted.
+void Advise(std::string_view text);
 /// `file:line: WARNING: message -- detail` at the scanner's position, without the source line.
 void Warning(std::string_view message, std::string_view detail);
 /// A warning without a position, which is not counted.

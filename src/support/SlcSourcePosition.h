@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 /// Where the scanner stands, for the reports that show a source line with a caret. The scanner
@@ -11,6 +12,7 @@ struct SlcSourcePosition {
     int tokenLength = 0;      // of the last token
     std::string currentLine;  // the source line being scanned
     std::string filler;       // a blank or tab for each character up to the last token
+    std::size_t taken = 0;    // characters of the source, up to the last token
 };
 
 /// The scanner's position. The scanner is its only writer.

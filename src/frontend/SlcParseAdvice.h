@@ -1,0 +1,67 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+/// Watches the tokens on their way to the parser, to tell more of a syntax error than the parser
+/// knows: the token by name, and what was most likely meant. It also keeps the recovery from a
+/// fault in the head of a `for` from starting anew inside of that head.
+class SlcParseAdvice {
+public:
+    /// The next token from the scanner.
+    [[nodiscard]] int Next();
+    /// The last token is a syntax error. Gives the advice, empty below warning level 2.
+    [[nodiscard]] std::string Refused();
+
+private:
+    struct Token {
+        int code = 0;
+        int line = 0;
+        std::string text;  // kept at warning level 2 only
+    };
+    struct Brace {
+        int line = 0;
+        int indent = 0;  // of the line
+    };
+    enum class Condition { None, Open, Closed };
+
+    [[nodiscard]] int Read();
+    void Follow(const Token& token);
+    void FollowParenthesis(const Token& token);
+    void FollowBrace(const Token& token);
+    void FollowCondition(const Token& token);
+
+    [[nodiscard]] std::string Hint() const;
+    [[nodiscard]] std::string HintOnTypes() const;
+    [[nodiscard]] std::string HintOnSigns() const;
+    [[nodiscard]] std::string HintOnLoops() const;
+    [[nodiscard]] std::string HintOnConditions() const;
+    [[nodiscard]] std::string HintOnBraces() const;
+    [[nodiscard]] std::string HintOnDefinitions() const;
+    [[nodiscard]] std::string HintOnStatements() const;
+
+    /// The token so many places before the last one.
+    [[nodiscard]] const Token& Before(std::size_t places) const;
+
+    static constexpr std::size_t k_kept = 8;
+    Token m_tokens[k_kept];  // a ring
+    std::size_t m_count = 0;
+
+    std::vector<int> m_parentheses;  // the token in front of each open one
+    std::vector<Brace> m_braces;     // that are open
+    Brace m_lastClosed;              // what the last closing brace matched
+    int m_lastClosing = 0;           // its line
+    Brace m_suspect;                 // an open brace whose match is not indented like it
+    std::size_t m_dropping = 0;      // up to the end of this parenthesis; 0 for none
+
+    Condition m_condition = Condition::None;  // of an `if` or a loop
+    std::size_t m_conditionDepth = 0;         // open parentheses around it
+    bool m_compared = false;                  // since its beginning, or its last `&&` or `||`
+    bool m_comparison = false;                // in the statement, outside of such a condition
+
+    // How it stood in front of the last token.
+    std::size_t m_openParentheses = 0;
+    bool m_lacksComparison = false;  // a condition that ends or goes on with that token
+    bool m_strayComparison = false;  // the statement holds a comparison outside of a condition
+};
