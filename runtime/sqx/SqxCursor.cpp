@@ -2,10 +2,17 @@
 
 #include <charconv>
 #include <cmath>
+#include <limits>
 
-void SqxCursor::Fail(const std::string& message)
+std::string SqxFaultText(int line, const std::string& section, const std::string& fault)
 {
-    m_message = "line " + std::to_string(m_line) + ": " + message;
+    const std::string place = "line " + std::to_string(line);
+    return (section.empty() ? place : place + ", " + section) + ": " + fault;
+}
+
+void SqxCursor::FailAt(int line, const std::string& message)
+{
+    m_message = SqxFaultText(line, m_section, message);
     throw SqxMalformed();
 }
 
@@ -15,24 +22,24 @@ void SqxCursor::SkipBlanks()
         m_text.remove_prefix(1);
 }
 
-std::string SqxCursor::ReadWord(const char* what)
+std::string_view SqxCursor::ReadWord(const char* what)
 {
     SkipBlanks();
     const auto end = std::min(m_text.find_first_of(" \n"), m_text.size());
     if (end == 0)
         Fail(std::string(what) + " is missing");
-    std::string word(m_text.substr(0, end));
+    const std::string_view word = m_text.substr(0, end);
     m_text.remove_prefix(end);
     return word;
 }
 
 int SqxCursor::ReadInt(const char* what)
 {
-    const std::string word = ReadWord(what);
+    const std::string_view word = ReadWord(what);
     int value = 0;
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
     if (error != std::errc() || end != word.data() + word.size())
-        Fail(std::string(what) + " is not a number: " + word);
+        Fail(std::string(what) + " is not a number: " + std::string(word));
     return value;
 }
 
@@ -54,13 +61,15 @@ bool SqxCursor::ReadBool(const char* what)
 
 double SqxCursor::ReadFloat(const char* what)
 {
-    const std::string word = ReadWord(what);
+    const std::string_view word = ReadWord(what);
     double value = 0;
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
     // A value too small for a double counts as 0.
     if ((error != std::errc() && error != std::errc::result_out_of_range) ||
         end != word.data() + word.size() || !std::isfinite(value))
-        Fail(std::string(what) + " is not a number: " + word);
+        Fail(std::string(what) + " is not a number: " + std::string(word));
+    if (std::abs(value) > std::numeric_limits<float>::max())
+        Fail(std::string(what) + " does not fit into single precision: " + std::string(word));
     return value;
 }
 

@@ -21,7 +21,7 @@ public:
     [[nodiscard]] int ReadCount(const char* what);
     [[nodiscard]] bool ReadBool(const char* what);
     [[nodiscard]] double ReadFloat(const char* what);
-    [[nodiscard]] std::string ReadWord(const char* what);
+    [[nodiscard]] std::string_view ReadWord(const char* what);
     /// With its quotes.
     [[nodiscard]] std::string ReadQuoted(const char* what);
     /// Nothing more stands in this line.
@@ -34,7 +34,12 @@ public:
     void Expect(std::string_view line);
     void ExpectEnd();
 
-    [[noreturn]] void Fail(const std::string& message);
+    /// What is read from here on belongs to this section, for the message.
+    void Enter(std::string section) { m_section = std::move(section); }
+
+    [[nodiscard]] int Line() const { return m_line; }
+    [[noreturn]] void Fail(const std::string& message) { FailAt(m_line, message); }
+    [[noreturn]] void FailAt(int line, const std::string& message);
     [[nodiscard]] const std::string& Message() const { return m_message; }
 
 private:
@@ -42,8 +47,13 @@ private:
 
     std::string_view m_text;  // what is still to be read
     int m_line = 1;
-    std::string m_message;  // with the line at fault
+    std::string m_section;
+    std::string m_message;  // with the line at fault and the section
 };
+
+/// "line 12, main: " and the fault; without a section only the line.
+[[nodiscard]] std::string SqxFaultText(int line, const std::string& section,
+                                       const std::string& fault);
 
 /// Without its quotes.
 [[nodiscard]] std::string SqxUnquoted(const std::string& quoted);

@@ -43,6 +43,12 @@ std::string TypeText(const SqxVariable& variable)
     return text;
 }
 
+/// What a damaged file does not hold.
+std::string UnknownText(std::size_t number)
+{
+    return '?' + std::to_string(number);
+}
+
 std::string ValueText(const SqxShader& shader, char letter, int value)
 {
     const auto number = static_cast<std::size_t>(value);
@@ -52,7 +58,8 @@ std::string ValueText(const SqxShader& shader, char letter, int value)
     case 's':
         return '"' + shader.spaces[number] + '"';
     case 'd':
-        return shader.functions[number].method;
+        return number < shader.functions.size() ? shader.functions[number].method
+                                                : UnknownText(number);
     case 'i':
         return '=' + std::to_string(value);
     case 'n':
@@ -65,18 +72,6 @@ std::string ValueText(const SqxShader& shader, char letter, int value)
 }
 
 constexpr std::size_t k_deepestIndent = 20;  // levels; deeper brackets stand in line
-
-bool OpensBracket(SqxMark mark)
-{
-    return mark == SqxMark::BeginParallel || mark == SqxMark::IfTrue || mark == SqxMark::IfFalse ||
-           mark == SqxMark::BeginIlluminance;
-}
-
-bool ClosesBracket(SqxMark mark)
-{
-    return mark == SqxMark::EndParallel || mark == SqxMark::EndIf ||
-           mark == SqxMark::EndIlluminance;
-}
 
 /// One line for each variable of a kind in a range of numbers, and a heading.
 std::string VariablesText(const SqxShader& shader, SqxVariableKind kind, const char* heading,
@@ -97,17 +92,23 @@ std::string VariablesText(const SqxShader& shader, SqxVariableKind kind, const c
     return text.empty() ? text : std::string(heading) + '\n' + text;
 }
 
-std::string InitializersText(const SqxShader& shader)
+std::string InitializerText(const SqxShader& shader, const SqxInitializer& initializer)
 {
-    std::string text;
-    for (const SqxInitializer& initializer : shader.initializers) {
-        text += "initializer of " + shader.Parameter(initializer.parameter).name;
-        text += initializer.perPoint ? " (per point)\n" : "\n";
-        text += SqxDumpBlock(shader, initializer.code);
-        const auto result = static_cast<std::size_t>(initializer.result);
-        text += "  value " + SqxVariableText(shader, result) + '\n';
-    }
+    std::string text = shader.SectionOf(initializer);
+    text += initializer.perPoint ? " (per point)\n" : "\n";
+    text += SqxDumpBlock(shader, initializer.code);
+    if (initializer.result >= 0)
+        text += "  value " + SqxVariableText(shader, static_cast<std::size_t>(initializer.result)) +
+                '\n';
     return text;
+}
+
+std::string SpacesText(const SqxShader& shader)
+{
+    std::string text = "spaces";
+    for (const std::string& space : shader.spaces)
+        text += " \"" + space + '"';
+    return text + '\n';
 }
 
 std::string LibrariesText(const SqxShader& shader)
@@ -122,6 +123,8 @@ std::string LibrariesText(const SqxShader& shader)
 
 std::string SqxVariableText(const SqxShader& shader, std::size_t number)
 {
+    if (number >= shader.variables.size())
+        return UnknownText(number);
     const SqxVariable& variable = shader.variables[number];
     switch (variable.kind) {
     case SqxVariableKind::Predefined:
@@ -140,8 +143,8 @@ std::string SqxDumpBlock(const SqxShader& shader, const SqxBlock& block)
     std::string text;
     std::size_t depth = 0;
     for (const SqxInstruction& instruction : block.instructions) {
-        const auto mark = static_cast<SqxMark>(block.code[instruction.position]);
-        if (ClosesBracket(mark) && depth > 0)
+        const SqxMark mark = block.Mark(instruction);
+        if (SqxClosesBracket(mark) && depth > 0)
             --depth;
         const std::string position = std::to_string(instruction.position);
         text.append(6 - std::min<std::size_t>(position.size(), 6), ' ').append(position);
@@ -150,7 +153,7 @@ std::string SqxDumpBlock(const SqxShader& shader, const SqxBlock& block)
             text += ' ' + ValueText(shader, SqxBlock::Letter(instruction, i),
                                     block.Value(instruction, i));
         text += '\n';
-        if (OpensBracket(mark))
+        if (SqxOpensBracket(mark))
             ++depth;
     }
     return text;
@@ -171,6 +174,8 @@ std::string SqxDumpParameters(const SqxShader& shader)
 
 std::string SqxDump(const SqxShader& shader)
 {
+    if (shader.reached == SqxSection::None)
+        return {};
     std::string text = std::string(SqxShaderTypeName(shader.shaderType)) + " shader\n";
     using Kind = SqxVariableKind;
     const std::size_t main = shader.mainCount;
@@ -178,15 +183,27 @@ std::string SqxDump(const SqxShader& shader)
     text += VariablesText(shader, Kind::Parameter, "parameters", 0, main);
     text += VariablesText(shader, Kind::Local, "locals", 0, main);
     text += VariablesText(shader, Kind::Constant, "constants", 0, main);
-    text += "spaces";
-    for (const std::string& space : shader.spaces)
-        text += " \"" + space + '"';
-    text += '\n';
+    if (shader.reached >= SqxSection::Spaces)
+        text += SpacesText(shader);
     text +=
         VariablesText(shader, Kind::Local, "locals of initializers", main, shader.variables.size());
-    text += InitializersText(shader);
+    for (const SqxInitializer& initializer : shader.initializers)
+        text += InitializerText(shader, initializer);
     text += LibrariesText(shader);
+    if (shader.reached < SqxSection::Shadeops)
+        return text;
     text += std::string("traces rays: ") + (shader.usesRaytracing ? "yes" : "no") + '\n';
     text += std::string("modifies P: ") + (shader.modifiesP ? "yes" : "no") + '\n';
     return text + "main\n" + SqxDumpBlock(shader, shader.main);
+}
+
+std::string SqxDumpSection(const SqxShader& shader, std::string_view section)
+{
+    if (section == "main")
+        return shader.reached < SqxSection::Shadeops ? ""
+                                                     : "main\n" + SqxDumpBlock(shader, shader.main);
+    for (const SqxInitializer& initializer : shader.initializers)
+        if (shader.Parameter(initializer.parameter).name == section)
+            return InitializerText(shader, initializer);
+    return {};
 }

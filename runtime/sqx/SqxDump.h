@@ -1,14 +1,19 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "sqx/SqxShader.h"
 
 /// Prints a byte-code file as text: the sections, then one instruction a line.
 ///
 /// Predefined variables and parameters stand under their names, locals as "%" and their number,
-/// constants as their value.
+/// constants as their value. Of a file that could not be read whole this is what was read.
 [[nodiscard]] std::string SqxDump(const SqxShader& shader);
+
+/// The main block, under "main", or the initializer of a parameter, under its name. Empty if there
+/// is none.
+[[nodiscard]] std::string SqxDumpSection(const SqxShader& shader, std::string_view section);
 
 /// The kind of shader, then one parameter a line: name, detail and type, the coordinate or color
 /// space of its default value if it has one, and "output" if the shader hands it back.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <string_view>
 
 /// The vocabulary of compiled shaders: the number of each instruction. The numbers are a contract
@@ -29,6 +30,45 @@ enum class SqxMark : short {
     ConvertArrayDSOFrom = 461,
 };
 
+/// A pair of marks that stand around instructions.
+struct SqxBracketRow {
+    SqxMark begin;
+    SqxMark end;
+};
+
+inline constexpr SqxBracketRow k_sqxBrackets[] = {
+    {SqxMark::BeginParallel, SqxMark::EndParallel},
+    {SqxMark::IfTrue, SqxMark::EndIf},
+    {SqxMark::IfFalse, SqxMark::EndIf},
+    {SqxMark::BeginIlluminance, SqxMark::EndIlluminance},
+};
+
+[[nodiscard]] constexpr bool SqxOpensBracket(SqxMark mark)
+{
+    for (const SqxBracketRow& row : k_sqxBrackets)
+        if (row.begin == mark)
+            return true;
+    return false;
+}
+
+/// `mark` is the end of a bracket that `begin` opens.
+[[nodiscard]] constexpr bool SqxClosesBracket(SqxMark begin, SqxMark mark)
+{
+    for (const SqxBracketRow& row : k_sqxBrackets)
+        if (row.begin == begin && row.end == mark)
+            return true;
+    return false;
+}
+
+/// `mark` is the end of some bracket.
+[[nodiscard]] constexpr bool SqxClosesBracket(SqxMark mark)
+{
+    for (const SqxBracketRow& row : k_sqxBrackets)
+        if (row.end == mark)
+            return true;
+    return false;
+}
+
 struct SqxNumberRow {
     constexpr SqxNumberRow(const char* name_, short number_) : name(name_), number(number_) {}
     constexpr SqxNumberRow(const char* name_, SqxMark mark)
@@ -41,9 +81,6 @@ struct SqxNumberRow {
 };
 
 inline constexpr int k_sqxHighestNumber = 521;
-
-/// The name of a number, also of a mark; empty for one that is not assigned.
-[[nodiscard]] std::string_view SqxNumberName(int number);
 
 // clang-format off
 inline constexpr SqxNumberRow k_sqxMarks[] = {
@@ -587,3 +624,19 @@ constexpr bool SqxNumbersAreUnique()
     return true;
 }
 static_assert(SqxNumbersAreUnique());
+
+inline constexpr auto k_sqxNames = [] {
+    std::array<std::string_view, k_sqxHighestNumber + 1> names;
+    for (const SqxNumberRow* table : {k_sqxNumbers, k_sqxMarks})
+        for (const SqxNumberRow* row = table; row->name; ++row)
+            names[static_cast<std::size_t>(row->number)] = row->name;
+    return names;
+}();
+
+/// The name of a number, also of a mark; empty for one that is not assigned.
+[[nodiscard]] constexpr std::string_view SqxNumberName(int number)
+{
+    if (number < 0 || number > k_sqxHighestNumber)
+        return {};
+    return k_sqxNames[static_cast<std::size_t>(number)];
+}

@@ -14,6 +14,11 @@ namespace {
 constexpr int k_highestShaderType = 4;
 constexpr std::streamsize k_readSize = 1 << 16;
 
+// Far beyond what the compiler writes; a file that goes on for ever must not fill the memory.
+constexpr std::size_t k_largestFile = std::size_t{1} << 26;
+// Values in code have 16 bits.
+constexpr std::size_t k_mostNames = std::size_t{1} << 15;
+
 SqxType ReadType(SqxCursor& cursor)
 {
     const int code = cursor.ReadInt("Type");
@@ -40,7 +45,8 @@ bool SqxReader::ReadFile(const std::string& path)
     std::ifstream file(path, std::ios::binary);
     std::string text;
     std::vector<char> part(k_readSize);
-    while (file.read(part.data(), k_readSize) || file.gcount() > 0)
+    while (text.size() <= k_largestFile &&
+           (file.read(part.data(), k_readSize) || file.gcount() > 0))
         text.append(part.data(), static_cast<std::size_t>(file.gcount()));
     if (!file.is_open() || file.bad()) {
         m_message = std::strerror(errno);
@@ -54,28 +60,9 @@ bool SqxReader::Read(std::string_view text)
     m_shader = SqxShader();
     SqxCursor cursor(text);
     try {
-        ReadHeader(cursor);
-        cursor.Expect("");
-        ReadVariables(cursor);
-        cursor.Expect("");
-        ReadSpaces(cursor);
-        cursor.Expect("");
-        ReadInitializers(cursor, false);
-        ReadInitializers(cursor, true);
-        cursor.Expect("");
-        ReadParameterFlags(cursor, &SqxVariable::needsObjectSpace);
-        cursor.Expect("");
-        ReadParameterFlags(cursor, &SqxVariable::output);
-        cursor.Expect("");
-        ReadLibraries(cursor);
-        cursor.Expect("");
-        m_shader.usesRaytracing = cursor.ReadBoolLine("Ray tracing flag");
-        m_shader.modifiesP = cursor.ReadBoolLine("P modified flag");
-        ReadBlock(cursor, m_shader.main, m_shader.mainCount);
-        cursor.ExpectEnd();
-        CheckShadeops(cursor, m_shader.main);
-        for (const SqxInitializer& initializer : m_shader.initializers)
-            CheckShadeops(cursor, initializer.code);
+        if (text.size() > k_largestFile)
+            cursor.Fail("The file is too large");
+        ReadSections(cursor);
     } catch (const SqxMalformed&) {
         m_message = cursor.Message();
         return false;
@@ -83,37 +70,76 @@ bool SqxReader::Read(std::string_view text)
     return true;
 }
 
+void SqxReader::ReadSections(SqxCursor& cursor)
+{
+    ReadHeader(cursor);
+    cursor.Expect("");
+    m_shader.reached = SqxSection::Head;
+    ReadVariables(cursor);
+    cursor.Expect("");
+    m_shader.reached = SqxSection::Variables;
+    ReadSpaces(cursor);
+    cursor.Expect("");
+    m_shader.reached = SqxSection::Spaces;
+    ReadInitializers(cursor, false);
+    ReadInitializers(cursor, true);
+    cursor.Enter("flags of parameters");
+    cursor.Expect("");
+    m_shader.reached = SqxSection::Initializers;
+    ReadParameterFlags(cursor, &SqxVariable::needsObjectSpace);
+    cursor.Expect("");
+    ReadParameterFlags(cursor, &SqxVariable::output);
+    cursor.Expect("");
+    m_shader.reached = SqxSection::Flags;
+    ReadLibraries(cursor);
+    cursor.Expect("");
+    m_shader.reached = SqxSection::Shadeops;
+    for (const SqxInitializer& initializer : m_shader.initializers) {
+        cursor.Enter(m_shader.SectionOf(initializer));
+        CheckShadeops(cursor, initializer.code);
+    }
+    cursor.Enter("main");
+    m_shader.usesRaytracing = cursor.ReadBoolLine("Ray tracing flag");
+    m_shader.modifiesP = cursor.ReadBoolLine("P modified flag");
+    ReadBlock(cursor, m_shader.main, m_shader.mainCount);
+    CheckShadeops(cursor, m_shader.main);
+    cursor.ExpectEnd();
+    m_shader.reached = SqxSection::Main;
+}
+
 void SqxReader::ReadHeader(SqxCursor& cursor)
 {
     for (const std::string_view line : k_sqxFileHead)
         cursor.Expect(line);
+    const int line = cursor.Line();
     m_shader.shaderType = cursor.ReadCountLine("Shader type");
     if (m_shader.shaderType > k_highestShaderType)
-        cursor.Fail("Unknown shader type " + std::to_string(m_shader.shaderType));
+        cursor.FailAt(line, "Unknown shader type " + std::to_string(m_shader.shaderType));
 }
 
 void SqxReader::ReadVariables(SqxCursor& cursor)
 {
+    cursor.Enter("variables");
+    const int line = cursor.Line();
     const int total = cursor.ReadCountLine("Number of variables");
     const int predefined = cursor.ReadCountLine("Number of predefined variables");
     for (int i = 0; i < predefined; ++i)
         ReadPredefined(cursor);
-    m_shader.predefinedCount = m_shader.variables.size();
     const int parameters = cursor.ReadCountLine("Number of parameters");
     for (int i = 0; i < parameters; ++i)
         ReadParameter(cursor);
-    m_shader.parameterCount = static_cast<std::size_t>(parameters);
     ReadLocals(cursor);
     ReadConstants(cursor);
-    m_shader.mainCount = m_shader.variables.size();
     if (m_shader.mainCount != static_cast<std::size_t>(total))
-        cursor.Fail("The sections hold another number of variables than " + std::to_string(total));
+        cursor.FailAt(line, "The sections hold another number of variables than " +
+                                std::to_string(total));
 }
 
 void SqxReader::ReadPredefined(SqxCursor& cursor)
 {
     SqxVariable variable;
     variable.kind = SqxVariableKind::Predefined;
+    variable.line = cursor.Line();
     variable.name = cursor.ReadWord("Predefined variable");
     const SqxPredefined* row = FindPredefined(variable.name);
     if (!row)
@@ -121,13 +147,24 @@ void SqxReader::ReadPredefined(SqxCursor& cursor)
     variable.type = row->type;
     variable.uniform = row->uniform;
     cursor.EndLine();
-    m_shader.variables.push_back(variable);
+    Add(cursor, std::move(variable));
+    m_shader.predefinedCount = m_shader.variables.size();
+}
+
+void SqxReader::Add(SqxCursor& cursor, SqxVariable variable)
+{
+    if (m_shader.variables.size() == k_mostNames)
+        cursor.FailAt(variable.line, "There are more variables than code can name");
+    m_shader.variables.push_back(std::move(variable));
+    if (m_shader.reached < SqxSection::Variables)
+        m_shader.mainCount = m_shader.variables.size();
 }
 
 void SqxReader::ReadParameter(SqxCursor& cursor)
 {
     SqxVariable variable;
     variable.kind = SqxVariableKind::Parameter;
+    variable.line = cursor.Line();
     variable.name = SqxUnquoted(cursor.ReadQuoted("Name of a parameter"));
     variable.text = SqxUnquoted(cursor.ReadQuoted("Type of a parameter"));
     variable.space = SqxUnquoted(cursor.ReadQuoted("Space of a parameter"));
@@ -138,7 +175,8 @@ void SqxReader::ReadParameter(SqxCursor& cursor)
     variable.type = ReadType(cursor);
     variable.size = cursor.ReadCount("Size of a parameter");
     cursor.EndLine();
-    m_shader.variables.push_back(variable);
+    Add(cursor, std::move(variable));
+    ++m_shader.parameterCount;
 }
 
 void SqxReader::ReadLocals(SqxCursor& cursor)
@@ -148,10 +186,11 @@ void SqxReader::ReadLocals(SqxCursor& cursor)
         for (int i = 0; i < count; ++i) {
             SqxVariable variable;
             variable.uniform = uniform;
+            variable.line = cursor.Line();
             variable.type = ReadType(cursor);
             variable.size = cursor.ReadCount("Size of a local");
             variable.reference = cursor.ReadBoolLine("Reference flag of a local");
-            m_shader.variables.push_back(variable);
+            Add(cursor, std::move(variable));
         }
     }
 }
@@ -162,6 +201,7 @@ void SqxReader::ReadConstants(SqxCursor& cursor)
     for (int i = 0; i < count; ++i) {
         SqxVariable variable;
         variable.kind = SqxVariableKind::Constant;
+        variable.line = cursor.Line();
         variable.type = ReadType(cursor);
         if (variable.type == SqxType::Float)
             variable.number = cursor.ReadFloat("Constant");
@@ -174,12 +214,13 @@ void SqxReader::ReadConstants(SqxCursor& cursor)
         else
             cursor.Fail("A constant cannot be a " + std::string(SqxTypeName(variable.type)));
         cursor.EndLine();
-        m_shader.variables.push_back(variable);
+        Add(cursor, std::move(variable));
     }
 }
 
 void SqxReader::ReadSpaces(SqxCursor& cursor)
 {
+    cursor.Enter("spaces");
     m_shader.spaces = {"object", "shader"};
     const int count = cursor.ReadCountLine("Number of coordinate spaces");
     for (int i = 0; i < count; ++i) {
@@ -190,25 +231,38 @@ void SqxReader::ReadSpaces(SqxCursor& cursor)
 
 void SqxReader::ReadInitializers(SqxCursor& cursor, bool perPoint)
 {
+    cursor.Enter("initializers");
     const int count = cursor.ReadCountLine("Number of initializers");
+    const int line = cursor.Line();
     const int total = cursor.ReadCountLine("Number of variables of initializers");
     const std::size_t before = m_shader.variables.size();
     ReadLocals(cursor);
     ReadConstants(cursor);
     if (m_shader.variables.size() - before != static_cast<std::size_t>(total))
-        cursor.Fail("The group holds another number of variables than " + std::to_string(total));
-    for (int i = 0; i < count; ++i) {
-        SqxInitializer initializer;
-        initializer.parameter = static_cast<std::size_t>(cursor.ReadCountLine("Parameter index"));
-        if (initializer.parameter >= m_shader.parameterCount)
-            cursor.Fail("There is no parameter " + std::to_string(initializer.parameter));
-        initializer.perPoint = perPoint;
-        ReadBlock(cursor, initializer.code, m_shader.variables.size());
-        initializer.result = cursor.ReadCountLine("Variable of an initial value");
-        if (static_cast<std::size_t>(initializer.result) >= m_shader.variables.size())
-            cursor.Fail("There is no variable " + std::to_string(initializer.result));
-        m_shader.initializers.push_back(std::move(initializer));
-    }
+        cursor.FailAt(line,
+                      "The group holds another number of variables than " + std::to_string(total));
+    for (int i = 0; i < count; ++i)
+        ReadInitializer(cursor, perPoint);
+}
+
+void SqxReader::ReadInitializer(SqxCursor& cursor, bool perPoint)
+{
+    cursor.Enter("initializers");
+    const int line = cursor.Line();
+    const int parameter = cursor.ReadCountLine("Parameter index");
+    if (static_cast<std::size_t>(parameter) >= m_shader.parameterCount)
+        cursor.FailAt(line, "There is no parameter " + std::to_string(parameter));
+    SqxInitializer& initializer = m_shader.initializers.emplace_back();
+    initializer.line = line;
+    initializer.parameter = static_cast<std::size_t>(parameter);
+    initializer.perPoint = perPoint;
+    cursor.Enter(m_shader.SectionOf(initializer));
+    ReadBlock(cursor, initializer.code, m_shader.variables.size());
+    initializer.resultLine = cursor.Line();
+    const int result = cursor.ReadCountLine("Variable of an initial value");
+    if (static_cast<std::size_t>(result) >= m_shader.variables.size())
+        cursor.FailAt(initializer.resultLine, "There is no variable " + std::to_string(result));
+    initializer.result = result;
 }
 
 void SqxReader::ReadParameterFlags(SqxCursor& cursor, bool SqxVariable::*flag)
@@ -220,98 +274,125 @@ void SqxReader::ReadParameterFlags(SqxCursor& cursor, bool SqxVariable::*flag)
 
 void SqxReader::ReadLibraries(SqxCursor& cursor)
 {
+    cursor.Enter("shadeops");
     const int libraries = cursor.ReadCountLine("Number of libraries");
     for (int i = 0; i < libraries; ++i) {
         m_shader.libraries.push_back(SqxUnquoted(cursor.ReadQuoted("Library")));
+        // Libraries are sought in the folders that the user names, and nowhere else.
+        if (m_shader.libraries.back().find('/') != std::string::npos)
+            cursor.Fail("Library \"" + m_shader.libraries.back() + "\" is not a plain file name");
         cursor.EndLine();
     }
     const int functions = cursor.ReadCountLine("Number of shadeops");
-    for (int i = 0; i < functions; ++i) {
-        SqxDSOFunction function;
-        function.library = static_cast<std::size_t>(cursor.ReadCount("Library of a shadeop"));
-        if (function.library >= m_shader.libraries.size())
-            cursor.Fail("There is no library " + std::to_string(function.library));
-        function.init = SqxUnquoted(cursor.ReadQuoted("Initialization of a shadeop"));
-        function.method = SqxUnquoted(cursor.ReadQuoted("Method of a shadeop"));
-        function.cleanup = SqxUnquoted(cursor.ReadQuoted("Cleanup of a shadeop"));
-        cursor.EndLine();
-        m_shader.functions.push_back(function);
-    }
+    for (int i = 0; i < functions; ++i)
+        ReadFunction(cursor);
+}
+
+void SqxReader::ReadFunction(SqxCursor& cursor)
+{
+    SqxDSOFunction function;
+    function.line = cursor.Line();
+    function.library = static_cast<std::size_t>(cursor.ReadCount("Library of a shadeop"));
+    if (function.library >= m_shader.libraries.size())
+        cursor.Fail("There is no library " + std::to_string(function.library));
+    function.init = SqxUnquoted(cursor.ReadQuoted("Initialization of a shadeop"));
+    function.method = SqxUnquoted(cursor.ReadQuoted("Method of a shadeop"));
+    function.cleanup = SqxUnquoted(cursor.ReadQuoted("Cleanup of a shadeop"));
+    cursor.EndLine();
+    m_shader.functions.push_back(std::move(function));
 }
 
 void SqxReader::ReadBlock(SqxCursor& cursor, SqxBlock& block, std::size_t names)
 {
     const int count = cursor.ReadCountLine("Number of values");
+    block.line = cursor.Line();
     for (int i = 0; i < count; ++i) {
+        const int line = cursor.Line();
         const int value = cursor.ReadIntLine("Value");
         if (value != static_cast<std::int16_t>(value))
-            cursor.Fail("Value " + std::to_string(value) + " does not fit into 16 bits");
+            cursor.FailAt(line, "Value " + std::to_string(value) + " does not fit into 16 bits");
         block.code.push_back(static_cast<std::int16_t>(value));
     }
-    Decode(cursor, block);
-    CheckValues(cursor, block, names);
+    Decode(cursor, block, names);
+    CheckJumps(cursor, block);
 }
 
-void SqxReader::Decode(SqxCursor& cursor, SqxBlock& block)
+void SqxReader::Decode(SqxCursor& cursor, SqxBlock& block, std::size_t names)
 {
     for (std::size_t position = 0; position < block.code.size();) {
-        const int number = block.code[position];
-        SqxInstruction instruction;
-        instruction.layout = SqxLayout::Find(number);
-        const std::string place = " at " + std::to_string(position);
-        if (!instruction.layout)
-            cursor.Fail("Unknown instruction " + std::to_string(number) + place);
-        instruction.position = position;
-        const std::string_view operands = instruction.layout->operands;
-        instruction.count = operands.size();
-        const auto counter = operands.find('n');
-        if (counter != std::string::npos && position + 1 + counter < block.code.size()) {
-            const int extra = block.Value(instruction, counter);
-            if (extra < 0)
-                cursor.Fail("Negative number of arguments" + place);
-            instruction.count += static_cast<std::size_t>(extra) - 1;
-        }
+        const SqxInstruction instruction = InstructionAt(cursor, block, position);
+        for (std::size_t i = 0; i < instruction.count; ++i)
+            CheckValue(cursor, block, instruction, i, names);
         position += 1 + instruction.count;
-        if (position > block.code.size())
-            cursor.Fail("Instruction " + std::string(instruction.layout->name) + place +
-                        " goes beyond the end of its block");
         block.instructions.push_back(instruction);
     }
 }
 
-void SqxReader::CheckValues(SqxCursor& cursor, const SqxBlock& block, std::size_t names)
+SqxInstruction SqxReader::InstructionAt(SqxCursor& cursor, const SqxBlock& block,
+                                        std::size_t position)
 {
-    for (const SqxInstruction& instruction : block.instructions)
-        for (std::size_t i = 0; i < instruction.count; ++i)
-            CheckValue(cursor, block, instruction, i, names);
+    const int number = block.code[position];
+    SqxInstruction instruction;
+    instruction.position = position;
+    instruction.layout = SqxLayout::Find(number);
+    if (!instruction.layout)
+        cursor.FailAt(block.Line(instruction), "Unknown instruction " + std::to_string(number) +
+                                                   " at " + std::to_string(position));
+    const std::string_view operands = instruction.layout->operands;
+    instruction.count = operands.size();
+    const auto counter = operands.find('n');
+    const auto fail = [&](const char* fault) {
+        cursor.FailAt(block.Line(instruction), block.Place(instruction) + fault);
+    };
+    if (counter != std::string_view::npos && position + 1 + counter < block.code.size()) {
+        const int extra = block.Value(instruction, counter);
+        if (extra < 0)
+            fail(" has a negative number of arguments");
+        instruction.count += static_cast<std::size_t>(extra) - 1;
+        if (instruction.count < instruction.layout->LeastCount())
+            fail(" has too few arguments");
+    }
+    if (position + 1 + instruction.count > block.code.size())
+        fail(" goes beyond the end of its block");
+    return instruction;
 }
 
 void SqxReader::CheckValue(SqxCursor& cursor, const SqxBlock& block,
                            const SqxInstruction& instruction, std::size_t i, std::size_t names)
 {
-    const int value = block.Value(instruction, i);
-    const auto number = static_cast<std::size_t>(value);
-    bool good = true;
+    std::size_t count = names;
     switch (SqxBlock::Letter(instruction, i)) {
     case 'i':
     case 'n':
-    case 'd':  // checked once the whole file is read
-        break;
-    case 'j': {
-        const std::size_t target = block.IndexOf(number);
-        const bool isStart =
-            target < block.instructions.size() && block.instructions[target].position == number;
-        good = value >= 0 && (isStart || number == block.code.size());
-        break;
-    }
+    case 'd':
+    case 'j':  // what these two refer to is not read yet
+        return;
     case 's':
-        good = value >= 0 && number < m_shader.spaces.size();
+        count = m_shader.spaces.size();
         break;
     default:
-        good = value >= 0 && number < names;
+        break;
     }
-    if (!good)
-        FailAt(cursor, instruction, value);
+    const int value = block.Value(instruction, i);
+    if (value < 0 || static_cast<std::size_t>(value) >= count)
+        cursor.FailAt(block.Line(instruction, i), block.BadValue(instruction, i));
+}
+
+void SqxReader::CheckJumps(SqxCursor& cursor, const SqxBlock& block)
+{
+    for (const SqxInstruction& instruction : block.instructions) {
+        if (!instruction.layout->operands.ends_with('j'))
+            continue;
+        const std::size_t i = instruction.count - 1;
+        const int value = block.Value(instruction, i);
+        const auto position = static_cast<std::size_t>(value);
+        const std::size_t target = value < 0 ? 0 : block.IndexOf(position);
+        const bool isStart = target < block.instructions.size()
+                                 ? block.instructions[target].position == position
+                                 : position == block.code.size();
+        if (value < 0 || !isStart)
+            cursor.FailAt(block.Line(instruction, i), block.BadValue(instruction, i));
+    }
 }
 
 void SqxReader::CheckShadeops(SqxCursor& cursor, const SqxBlock& block)
@@ -321,13 +402,6 @@ void SqxReader::CheckShadeops(SqxCursor& cursor, const SqxBlock& block)
             continue;
         const int value = block.Value(instruction, 0);
         if (value < 0 || static_cast<std::size_t>(value) >= m_shader.functions.size())
-            FailAt(cursor, instruction, value);
+            cursor.FailAt(block.Line(instruction, 0), block.BadValue(instruction, 0));
     }
-}
-
-void SqxReader::FailAt(SqxCursor& cursor, const SqxInstruction& instruction, int value)
-{
-    cursor.Fail("Instruction " + std::string(instruction.layout->name) + " at " +
-                std::to_string(instruction.position) + " has the bad value " +
-                std::to_string(value));
 }

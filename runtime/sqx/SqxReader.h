@@ -9,7 +9,8 @@
 /// Reads the text of a byte-code file into a structure. It trusts nothing in it.
 class SqxReader {
 public:
-    /// False if the text is not a byte-code file; `Message` then tells the line and the fault.
+    /// False if the text is not a byte-code file; `Message` then tells the line, the section and
+    /// the fault, and `Shader` holds what stands in front of it.
     [[nodiscard]] bool Read(std::string_view text);
     /// Reads a file. False also if it cannot be read.
     [[nodiscard]] bool ReadFile(const std::string& path);
@@ -18,24 +19,29 @@ public:
     [[nodiscard]] const std::string& Message() const { return m_message; }
 
 private:
+    void ReadSections(SqxCursor& cursor);
     void ReadHeader(SqxCursor& cursor);
     void ReadVariables(SqxCursor& cursor);
     void ReadPredefined(SqxCursor& cursor);
     void ReadParameter(SqxCursor& cursor);
     void ReadLocals(SqxCursor& cursor);
     void ReadConstants(SqxCursor& cursor);
+    void Add(SqxCursor& cursor, SqxVariable variable);
     void ReadSpaces(SqxCursor& cursor);
     void ReadInitializers(SqxCursor& cursor, bool perPoint);
+    void ReadInitializer(SqxCursor& cursor, bool perPoint);
     void ReadParameterFlags(SqxCursor& cursor, bool SqxVariable::*flag);
     void ReadLibraries(SqxCursor& cursor);
+    void ReadFunction(SqxCursor& cursor);
     /// `names`: how many variables the block may name.
     void ReadBlock(SqxCursor& cursor, SqxBlock& block, std::size_t names);
-    void Decode(SqxCursor& cursor, SqxBlock& block);
-    void CheckValues(SqxCursor& cursor, const SqxBlock& block, std::size_t names);
+    void Decode(SqxCursor& cursor, SqxBlock& block, std::size_t names);
+    [[nodiscard]] SqxInstruction InstructionAt(SqxCursor& cursor, const SqxBlock& block,
+                                               std::size_t position);
     void CheckValue(SqxCursor& cursor, const SqxBlock& block, const SqxInstruction& instruction,
                     std::size_t i, std::size_t names);
+    void CheckJumps(SqxCursor& cursor, const SqxBlock& block);
     void CheckShadeops(SqxCursor& cursor, const SqxBlock& block);
-    [[noreturn]] void FailAt(SqxCursor& cursor, const SqxInstruction& instruction, int value);
 
     SqxShader m_shader;
     std::string m_message;

@@ -48,3 +48,14 @@ std::size_t SqxBlock::IndexOf(std::size_t position) const
         [](const SqxInstruction& code, std::size_t at) { return code.position < at; });
     return static_cast<std::size_t>(found - instructions.begin());
 }
+
+std::string SqxBlock::Place(const SqxInstruction& instruction)
+{
+    return "Instruction " + std::string(instruction.layout->name) + " at " +
+           std::to_string(instruction.position);
+}
+
+std::string SqxBlock::BadValue(const SqxInstruction& instruction, std::size_t i) const
+{
+    return Place(instruction) + " has the bad value " + std::to_string(Value(instruction, i));
+}

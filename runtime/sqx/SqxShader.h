@@ -5,13 +5,17 @@
 #include <vector>
 
 #include "sqx/SqxLayout.h"
+#include "sqx/SqxNumbers.h"
 #include "sqx/SqxType.h"
 
-/// A byte-code file as a structure. Every number in it has been checked: it refers to something
-/// that the file holds.
+/// A byte-code file as a structure. Every number in the code of a file that was read whole has been
+/// checked: it refers to something that the file holds. Lines are those of the file, from 1.
 
 /// Name of a shader type code, 0 to 4.
 [[nodiscard]] const char* SqxShaderTypeName(int code);
+
+/// How far a file was read: up to the end of this section.
+enum class SqxSection { None, Head, Variables, Spaces, Initializers, Flags, Shadeops, Main };
 
 enum class SqxVariableKind { Predefined, Parameter, Local, Constant };
 
@@ -27,6 +31,7 @@ struct SqxVariable {
     std::string space;       // of a parameter, without quotes
     bool output = false;     // a parameter that the shader hands back
     bool needsObjectSpace = false;  // a parameter whose default value is given in object space
+    int line = 0;
 };
 
 /// One instruction of a block. Its values stand behind its number in the block's code.
@@ -42,11 +47,31 @@ struct SqxBlock {
     {
         return code[instruction.position + 1 + i];
     }
+    /// The number of an instruction, for comparison with the marks.
+    [[nodiscard]] SqxMark Mark(const SqxInstruction& instruction) const
+    {
+        return static_cast<SqxMark>(code[instruction.position]);
+    }
     /// The letter of the layout that value `i` belongs to.
     [[nodiscard]] static char Letter(const SqxInstruction& instruction, std::size_t i);
     /// The instruction that starts at a position; the count of instructions for the end.
     [[nodiscard]] std::size_t IndexOf(std::size_t position) const;
 
+    /// Line of an instruction's number.
+    [[nodiscard]] int Line(const SqxInstruction& instruction) const
+    {
+        return line + static_cast<int>(instruction.position);
+    }
+    /// Line of value `i`.
+    [[nodiscard]] int Line(const SqxInstruction& instruction, std::size_t i) const
+    {
+        return Line(instruction) + 1 + static_cast<int>(i);
+    }
+    /// "Instruction GOTO at 12", for messages.
+    [[nodiscard]] static std::string Place(const SqxInstruction& instruction);
+    [[nodiscard]] std::string BadValue(const SqxInstruction& instruction, std::size_t i) const;
+
+    int line = 0;  // of the first value
     std::vector<std::int16_t> code;
     std::vector<SqxInstruction> instructions;  // in the order of their positions
 };
@@ -56,7 +81,9 @@ struct SqxInitializer {
     std::size_t parameter = 0;  // by position among the parameters
     bool perPoint = false;      // depends on the shading context
     SqxBlock code;
-    int result = 0;  // number of the variable that then holds the value
+    int result = -1;  // number of the variable that then holds the value
+    int line = 0;
+    int resultLine = 0;
 };
 
 struct SqxDSOFunction {
@@ -64,9 +91,11 @@ struct SqxDSOFunction {
     std::string init;
     std::string method;
     std::string cleanup;
+    int line = 0;
 };
 
 struct SqxShader {
+    SqxSection reached = SqxSection::None;
     int shaderType = 0;
     std::vector<SqxVariable> variables;  // by number: those of the main block, then initializers'
     std::size_t predefinedCount = 0;     // they come first
@@ -83,5 +112,10 @@ struct SqxShader {
     [[nodiscard]] const SqxVariable& Parameter(std::size_t i) const
     {
         return variables[predefinedCount + i];
+    }
+    /// The name of the section that holds it.
+    [[nodiscard]] std::string SectionOf(const SqxInitializer& initializer) const
+    {
+        return "initializer of " + Parameter(initializer.parameter).name;
     }
 };

@@ -73,14 +73,16 @@ TEST(SqxReader, NamesTheFaultAndItsLine)
     static const FaultCase cases[] = {
         {"\x7Fomb", "\x7Fomc", "line 1: Not a byte-code file of version 5"},
         {"5 0", "6 0", "line 7: Not a byte-code file of version 5"},
-        {"5 0\n0\n", "5 0\n5\n", "line 9: Unknown shader type 5"},
-        {"\n7\n1\nP", "\n8\n1\nP", "line 24: The sections hold another number of variables than 8"},
-        {"\nP\n", "\nQ\n", "line 12: Unknown predefined variable Q"},
-        {"float\" \"\" 2 1 1", "float\" \"\" 2 6 1", "line 14: Unknown type 6"},
-        {"float\" \"\" 2 1 1", "float\" \"\" 1 1 1", "line 14: Unknown class 1"},
-        {"1 1.000000e+00", "1 nan", "line 20: Constant is not a number: nan"},
-        {"\n1\n\"world\"\n", "\n1\nworld\n", "line 26: Coordinate space is not a quoted text"},
-        {"14\n432\n14\n", "14\n432\n13\n", "Instruction GOTO at 0 has the bad value 13"},
+        {"5 0\n0\n", "5 0\n5\n", "line 8: Unknown shader type 5"},
+        {"\n7\n1\nP", "\n8\n1\nP",
+         "line 10, variables: The sections hold another number of variables than 8"},
+        {"\nP\n", "\nQ\n", "line 12, variables: Unknown predefined variable Q"},
+        {"float\" \"\" 2 1 1", "float\" \"\" 2 6 1", "line 14, variables: Unknown type 6"},
+        {"float\" \"\" 2 1 1", "float\" \"\" 1 1 1", "line 14, variables: Unknown class 1"},
+        {"1 1.000000e+00", "1 nan", "line 20, variables: Constant is not a number: nan"},
+        {"\n1\n\"world\"\n", "\n1\nworld\n",
+         "line 26, spaces: Coordinate space is not a quoted text"},
+        {"14\n432\n14\n", "14\n432\n13\n", "main: Instruction GOTO at 0 has the bad value 13"},
         {"14\n432\n14\n", "14\n432\n-1\n", "Instruction GOTO at 0 has the bad value -1"},
         {"14\n432\n14\n", "14\n211\n14\n", "Unknown instruction 211 at 0"},
         {"14\n432\n14\n", "14\n40000\n14\n", "Value 40000 does not fit into 16 bits"},
@@ -98,20 +100,35 @@ TEST(SqxReader, NamesTheFaultAndItsLine)
 
 TEST(SqxReader, SurvivesAnyFile)
 {
+    // What stands in front of a fault prints too.
+    const auto survive = [](const std::string& text) {
+        SqxReader reader;
+        const bool good = reader.Read(text);
+        EXPECT_EQ(good, reader.Message().empty());
+        EXPECT_EQ(SqxDump(reader.Shader()).empty(), reader.Shader().reached == SqxSection::None);
+        return good;
+    };
     const std::string good = SampleFile();
     for (std::size_t length = 0; length < good.size(); ++length)
-        EXPECT_FALSE(SqxReader().Read(good.substr(0, length))) << length;
-    // What a changed byte still leaves readable must also print.
+        EXPECT_FALSE(survive(good.substr(0, length))) << length;
     for (std::size_t i = 0; i < good.size(); ++i)
         for (const char byte : {'9', '-', '\n', '"', '\0', '\x80'}) {
             std::string changed = good;
             changed[i] = byte;
-            SqxReader reader;
-            if (reader.Read(changed))
-                EXPECT_NE(SqxDump(reader.Shader()), "");
-            else
-                EXPECT_NE(reader.Message(), "") << i;
+            survive(changed);
         }
+}
+
+TEST(SqxReader, KeepsWhatStandsInFrontOfAFault)
+{
+    const std::string good = SampleFile();
+    SqxReader reader;
+    EXPECT_FALSE(reader.Read(Replaced(good, "445\n3\n2\n4\n", "445\n3\n2\n7\n")));
+    const std::string dump = SqxDump(reader.Shader());
+    EXPECT_NE(dump.find("main\n     0  GOTO ->14\n"), std::string::npos) << dump;
+    EXPECT_EQ(dump.find("ARRAY_REF"), std::string::npos) << dump;
+    EXPECT_FALSE(reader.Read(Replaced(good, "\n1\n\"world\"\n", "\n1\nworld\n")));
+    EXPECT_TRUE(SqxDump(reader.Shader()).ends_with("  6  \"world\"  uniform string\n"));
 }
 
 TEST(SqxReader, ReportsWhatCannotBeRead)

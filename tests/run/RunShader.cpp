@@ -11,6 +11,7 @@
 #include "backends/SlcGenByteCode.h"
 #include "driver/SlcCommandLine.h"
 #include "helpers/CheckedShader.h"
+#include "machine/QxVerifier.h"
 #include "machine/SqxScene.h"
 #include "support/SlcDiagnostics.h"
 #include "support/reports/SlcSemanticError.h"
@@ -59,6 +60,15 @@ void Keep(const std::string& source)
             << source;
 }
 
+/// What the compiler writes is accepted by the machine.
+void ExpectVerified(const std::string& byteCode, const std::string& source)
+{
+    SqxReader reader;
+    EXPECT_TRUE(reader.Read(byteCode)) << reader.Message() << '\n' << source;
+    QxVerifier verifier;
+    EXPECT_TRUE(verifier.Verify(reader.Shader())) << verifier.Message() << '\n' << source;
+}
+
 }  // namespace
 
 std::string ByteCodeOf(const std::string& source, int level)
@@ -84,8 +94,10 @@ std::string ByteCodeOf(const std::string& source, int level)
         written = false;
     }
     const std::string reports = testing::internal::GetCapturedStderr();
-    if (written)
+    if (written) {
+        ExpectVerified(text.str(), source);
         return text.str();
+    }
     if (reports.find("does not fit into byte-code") == std::string::npos)
         ADD_FAILURE() << "refused by the generator: " << reports << source;
     return {};

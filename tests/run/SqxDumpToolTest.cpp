@@ -72,6 +72,30 @@ TEST(SqxDumpTool, PrintsTheCode)
     EXPECT_NE(text.find("    MULT_COLOR_FLOAT Ci Cs u\n"), std::string::npos) << text;
 }
 
+TEST(SqxDumpTool, PrintsOneSection)
+{
+    const CompiledFile file(ByteCodeOf("surface test(float Kd = 2 * 4;) { Ci = Kd; }", 0));
+    EXPECT_EQ(file.Dump("--section Kd '" + file.Path() + "'"),
+              Result(0, "initializer of Kd\n"
+                        "     0  MULT_FLOAT_FLOAT %5 2 4\n"
+                        "  value %5\n"));
+    EXPECT_TRUE(file.Dump("--section main '" + file.Path() + "'").second.starts_with("main\n"));
+    EXPECT_EQ(file.Dump("--section Ks '" + file.Path() + "'"),
+              Result(1, "sqxdump: " + file.Path() + ": There is no section Ks\n"));
+}
+
+TEST(SqxDumpTool, PrintsADamagedFileUpToTheFault)
+{
+    std::string text = ByteCodeOf("surface test() { Ci = Cs * u; }", 0);
+    text += "more\n";
+    const CompiledFile file(text);
+    const auto [status, output] = file.Dump("'" + file.Path() + "'");
+    EXPECT_EQ(status, 1);
+    EXPECT_NE(output.find("    MULT_COLOR_FLOAT"), std::string::npos) << output;
+    EXPECT_NE(output.find(", main: Nothing was expected behind the main code\n"), std::string::npos)
+        << output;
+}
+
 TEST(SqxDumpTool, EndsWithAReportAndStatus1)
 {
     const CompiledFile file("no shader\n");
