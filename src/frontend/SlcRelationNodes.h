@@ -93,17 +93,18 @@ public:
     SlcLogOpNode(std::unique_ptr<SlcRelationNode> left, std::unique_ptr<SlcRelationNode> right);
     [[nodiscard]] SlcRelationNode* GetLeft() const { return m_left.get(); }
     [[nodiscard]] SlcRelationNode* GetRight() const { return m_right.get(); }
-    /// The right side does more than give a value, so that it must not run where the left side
-    /// has decided; set by the shader's fact walk.
-    [[nodiscard]] bool RightHasEffects() const { return m_rightHasEffects; }
-    void SetRightHasEffects(bool hasEffects) { m_rightHasEffects = hasEffects; }
+    /// The right side must not run where the left side has decided: it does more than give a
+    /// value, reads an element that may lie outside its array there, or has flags of its own,
+    /// which nothing sets there. Set by the shader's fact walk.
+    [[nodiscard]] bool RightNeedsGuard() const { return m_rightNeedsGuard; }
+    void SetRightNeedsGuard(bool needsGuard) { m_rightNeedsGuard = needsGuard; }
     [[nodiscard]] virtual bool IsLogAnd() const { return false; }
     void WalkIn(SlcCodeWalker* walker) override;
 
 private:
     std::unique_ptr<SlcRelationNode> m_left;
     std::unique_ptr<SlcRelationNode> m_right;
-    bool m_rightHasEffects = false;
+    bool m_rightNeedsGuard = false;
 };
 
 class SlcLogAndNode : public SlcVisitable<SlcLogAndNode, SlcLogOpNode> {

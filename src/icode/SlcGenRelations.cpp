@@ -3,7 +3,8 @@
 // Negation is pushed down to the comparisons by De Morgan's law. A right side runs only where the
 // left one has not decided: under a flag that marks these points or, beside a uniform left side,
 // under that flag alone. Where it would then see a wrong or stale flag, its value is put right
-// afterwards; where it has effects, it is jumped over.
+// afterwards; where that would be too late, since it has effects, may read outside an array or has
+// flags of its own, it runs under all the conditions around it.
 
 #include "icode/SlcGenInterCode.h"
 #include "support/reports/SlcSemanticError.h"
@@ -33,35 +34,6 @@ SlcPtr<SlcBoolExprResult> Wanted(const SlcRelationNode* node)
 {
     return CheckCast<SlcBoolExprResult>(node->GetAnnotation());
 }
-
-/// A logical operator below negations.
-bool IsLogOp(const SlcRelationNode* relation)
-{
-    while (const auto* negation = dynamic_cast<const SlcNotRelNode*>(relation))
-        relation = negation->GetRelation();
-    return dynamic_cast<const SlcLogOpNode*>(relation) != nullptr;
-}
-
-/// Finds the choice of a value by a condition, which has flags of its own.
-class FindChoice : public SlcCodeWalker {
-public:
-    [[nodiscard]] bool In(SlcSyntaxNode* relation)
-    {
-        relation->ApplyWalker(this);
-        return m_found;
-    }
-
-private:
-    using SlcCodeWalker::Case;
-    void Case(SlcCondExprNode*) override { m_found = true; }
-    void Default(SlcSyntaxNode* node) override
-    {
-        if (!m_found)
-            node->WalkIn(this);
-    }
-
-    bool m_found = false;
-};
 
 }  // namespace
 
@@ -180,14 +152,13 @@ SlcOperand SlcGenInterCode::GenLogOrCode(SlcLogOpNode* node, const SlcOperand& f
     const SlcOperand uniformFlag = GetBoolFlag(SlcDetailNode::AUniform());
     AddICode(MakeShared<SlcInvertBoolFlagICode>(rest, flag, InnermostFlag()));
     AddICode(MakeShared<SlcSetUniformBoolFlagICode>(uniformFlag, rest));
-    // What has effects must not take forms for the whole grid here, and what chooses a value has
-    // flags of its own, which must be false outside.
-    const bool isCondition = node->RightHasEffects() || FindChoice().In(node->GetRight());
+    // What needs the guard must not take forms for the whole grid here, and flags that it makes
+    // must be false outside.
     BeginAssignIfTrue(rest, uniformFlag);
-    if (isCondition)
+    if (node->RightNeedsGuard())
         InsideParallelCond();
     const SlcOperand right = GenRelation(node->GetRight(), rest, inverted);
-    if (isCondition)
+    if (node->RightNeedsGuard())
         OutsideParallelCond();
     EndAssignIfTrue();
     AddICode(MakeShared<SlcOrBoolFlagICode>(flag, flag, right));
@@ -198,13 +169,12 @@ SlcOperand SlcGenInterCode::GenLogOrCode(SlcLogOpNode* node, const SlcOperand& f
     return flag;
 }
 
-/// The right side runs only if `flag`, the left side's value, is `state`. One that has effects is
-/// jumped over, and so is one with flags of its own: within it only the innermost is tested, which
-/// nothing has set where the right side does not run.
+/// The right side runs only if `flag`, the left side's value, is `state`. Its guard takes the place
+/// of those around it; one that must not run beyond them is jumped over instead.
 SlcOperand SlcGenInterCode::GenUniformLogOp(SlcLogOpNode* node, const SlcOperand& flag,
                                             bool inverted, AssignIfValue state)
 {
-    if (node->RightHasEffects() || IsLogOp(node->GetRight()) || FindChoice().In(node->GetRight()))
+    if (node->RightNeedsGuard())
         return GenUniformLogOpWithJump(node, flag, inverted, state);
     if (state == AssignIfValue::IfTrue)
         BeginAssignIfTrue(flag, flag);

@@ -193,6 +193,8 @@ void SlcGetShaderInfo::Case(SlcArrayRefExprNode* node)
 {
     node->WalkIn(this);
     Touch(node->GetSymbolEntry());
+    const auto index = SlcPossibleTypes::Of(node->GetIndex());
+    m_needsGuard = m_needsGuard || !index->GetDetail()->IsUniform();
 }
 
 void SlcGetShaderInfo::Touch(const SlcPtr<SlcVarSymbolEntry>& entry)
@@ -235,16 +237,23 @@ void SlcGetShaderInfo::WriteArgument(const SlcExprNode* argument)
 void SlcGetShaderInfo::Case(SlcAssignExprNode* node)
 {
     node->WalkIn(this);
-    m_hasEffects = true;
+    m_needsGuard = true;
 }
 
 void SlcGetShaderInfo::Case(SlcLogOpNode* node)
 {
     node->GetLeft()->ApplyWalker(this);
-    const bool before = std::exchange(m_hasEffects, false);
+    m_needsGuard = false;
     node->GetRight()->ApplyWalker(this);
-    node->SetRightHasEffects(m_hasEffects);
-    m_hasEffects = m_hasEffects || before;
+    node->SetRightNeedsGuard(m_needsGuard);
+    // The operator itself stands in the right side of those around it.
+    m_needsGuard = true;
+}
+
+void SlcGetShaderInfo::Case(SlcCondExprNode* node)
+{
+    node->WalkIn(this);
+    m_needsGuard = true;
 }
 
 void SlcGetShaderInfo::Case(SlcCastExprNode* node)
@@ -323,10 +332,10 @@ void SlcGetShaderInfo::Case(SlcProcCallExprNode* node)
         WriteOutputArguments(node);
         // Its row declares no output, but it writes into its arguments.
         if (entry->IsOrderSensitive() || node->GetIdent()->GetName() == "unpack")
-            m_hasEffects = true;
+            m_needsGuard = true;
         break;
     case SlcFuncOrigin::User:
-        m_hasEffects = true;
+        m_needsGuard = true;
         if (m_contextFunctions.count(entry) != 0) {
             m_needsGrid = true;
             m_parameterDependsOnContext = true;
@@ -336,7 +345,7 @@ void SlcGetShaderInfo::Case(SlcProcCallExprNode* node)
         WriteOutputArguments(node);
         break;
     case SlcFuncOrigin::Shadeop:
-        m_hasEffects = true;
+        m_needsGuard = true;
         AddDSOFuncIfNotInList(CheckCast<SlcFuncDSOSymbolEntry>(entry));
         for (const auto& argument : node->GetArguments()->GetArgs())
             WriteArgument(argument.get());
@@ -389,7 +398,7 @@ void SlcGetShaderInfo::WriteOutputArguments(SlcProcCallExprNode* node)
         }
         if (!storage || !storage->IsOutput())
             continue;
-        m_hasEffects = true;
+        m_needsGuard = true;
         WriteArgument(arguments[i].get());
     }
 }

@@ -58,6 +58,7 @@ private:
     void Case(SlcLogOpNode* node) override;
     void Case(SlcCastExprNode* node) override;
     void Case(SlcBinOpExprNode* node) override;
+    void Case(SlcCondExprNode* node) override;
     void Case(SlcTextureExprNode* node) override;
     void Case(SlcProcCallExprNode* node) override;
     void Case(SlcIlluminateStmtNode* node) override;
@@ -98,7 +99,7 @@ private:
     SlcPtr<SlcGenInterCode> m_codeGenerator;
     bool m_inFormals = false;   // of the shader
     int m_levelsToLeave = 0;    // loops around here that some break or continue reaches
-    bool m_hasEffects = false;  // what has been walked since the right side began
+    bool m_needsGuard = false;  // what has been walked since the right side began does
     bool m_parameterDependsOnContext = false;
     bool m_needsGrid = false;             // the function whose body is being walked does
     bool m_namesObjectSpace = false;      // the function or default value being walked does

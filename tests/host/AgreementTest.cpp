@@ -1,7 +1,7 @@
 // Shared objects compute what byte-code computes, at every optimization level.
 //
 // SLC_AGREE_CXX is the level of the C++ compiler, -O0 unless set; SLC_AGREE_RANDOM the number of
-// random shaders.
+// random shaders; SLC_AGREE_TESTS the filter of the tests whose shaders are compared.
 
 #include <gtest/gtest.h>
 
@@ -142,11 +142,11 @@ TEST_F(Agreement, OfWhatTestsRun)
 {
     const path folder = m_folder.Path() / "sources";
     std::filesystem::create_directory(folder);
-    ASSERT_EQ(
-        std::system(("SLC_KEEP_SOURCES='" + folder.string() +
-                     "' " SLC_TEST_RUN " --gtest_filter='Language.*:BuiltIns.*:Light.*' >/dev/null")
-                        .c_str()),
-        0);
+    ASSERT_EQ(std::system(
+                  ("SLC_KEEP_SOURCES='" + folder.string() + "' " SLC_TEST_RUN " --gtest_filter='" +
+                   Setting("SLC_AGREE_TESTS", "Language.*:BuiltIns.*:Light.*") + "' >/dev/null")
+                      .c_str()),
+              0);
     ExpectAgreement(ShadersOf(folder));
 }
 

@@ -31,12 +31,13 @@ std::string Dump(const std::string& byteCode)
     return reader.Read(byteCode) ? SqxDump(reader.Shader()) : reader.Message();
 }
 
-void ExpectRuns(const RunCase& c)
+/// `before` stands in front of the case's own statements.
+void ExpectRuns(const RunCase& c, const std::string& before = "")
 {
     RunOutcome expected;
     expected.outputs.push_back({"r", c.r});
     for (int level = 0; level <= 3; ++level) {
-        const std::string byteCode = ByteCodeOf(Surface(c.body), level);
+        const std::string byteCode = ByteCodeOf(Surface(before + c.body), level);
         if (byteCode.empty())
             return;
         SqxMachine machine;
@@ -134,6 +135,34 @@ TEST(Language, RunsBranchesForThePointsTheyAreFor)
         {"color c = u > 0.25 ? color(1, 2, 3) : 4; r = comp(c, 2);", {4, 3, 3, 4, 3, 3}},
     };
     ExpectAllRun(cases);
+}
+
+TEST(Language, ReadsElementsOnlyWhereTheRightSideRuns)
+{
+    // The index leaves the array at the points that the left side, or a condition around, holds
+    // back: there the machine finds a fault and the host ends.
+    const std::string before =
+        "uniform float A[4] = {1, 2, 3, 4}; float i = u * 2000000, j = 3 * u; ";
+    static const RunCase cases[] = {
+        {"if (i < 4) if (one == 1 && A[i] > 0.15) r = 1;", {1, 0, 0, 1, 0, 0}},
+        {"if (i < 4) if (!(one != 1 || A[i] <= 0.15)) r = 1;", {1, 0, 0, 1, 0, 0}},
+        {"if (i < 4) { while (one == 1 && A[i] + r < 3) r += 1; }", {2, 0, 0, 2, 0, 0}},
+        {"if (i < 4 && (one == 1 && A[i] > 0.15)) r = 1;", {1, 0, 0, 1, 0, 0}},
+        {"if (i >= 4 || (v > 0.5 || A[i] > 1.5)) r = 1;", {0, 1, 1, 1, 1, 1}},
+        {"if (i >= 4 || (one == 2 || A[i] > 1.5)) r = 1;", {0, 1, 1, 0, 1, 1}},
+        {"if (!(i < 4 && (v <= 0.5 && A[i] <= 1.5))) r = 1;", {0, 1, 1, 1, 1, 1}},
+        {"if (!(i < 4 && (v <= 0.5 || A[i] <= 0.5))) r = 1;", {0, 1, 1, 1, 1, 1}},
+        {"if (i >= 4 || v > (A[i] > 0.5 ? 0.5 : 2)) r = 1;", {0, 1, 1, 1, 1, 1}},
+        {"r = i < 4 ? (one == 1 && A[i] > 0.15 ? 1 : 2) : 3;", {1, 3, 3, 1, 3, 3}},
+        {"if (i < 4) if (one == 1 && A[A[i]] > 1.5) r = 1;", {1, 0, 0, 1, 0, 0}},
+        {"uniform float k = 2000000 * one; if (u > 2) if (v > 0 && A[k] > 0) r = 1;",
+         {0, 0, 0, 0, 0, 0}},
+        {"uniform float k = 2000000 * one; if (k < 4 && A[k] > 0) r = 1; else if (u > 0.25) r = 2;",
+         {0, 2, 2, 0, 2, 2}},
+        {"if (j >= 2 || (v > 0.5 && A[j] < 1.5)) r = A[j];", {0, 0, 4, 1, 0, 4}},
+    };
+    for (const RunCase& c : cases)
+        ExpectRuns(c, before);
 }
 
 TEST(Language, LeavesLoopsForThePointsThatAreDone)
