@@ -321,7 +321,7 @@ void SlcCStatements::WriteShadeopArgument(const SlcOperand& argument, std::size_
         Line(slot, "(", Grid(argument), "[polyCnt * ", ElementCount(argument), "]);");
         return;
     }
-    if (argument->IsIdent() && !IsPI(argument)) {
+    if (argument->IsIdent() && !argument->IsPIVariable()) {
         Line(slot, "(", Text(argument), ");");
         return;
     }

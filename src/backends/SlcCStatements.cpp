@@ -30,11 +30,6 @@ void SlcCStatements::Fatal(const std::string& message) const
     m_errors->FatalError(message);
 }
 
-bool SlcCStatements::IsPI(const SlcOperand& operand)
-{
-    return operand->IsIdent() && operand->GetName() == SlcGeneratedNames::k_pi;
-}
-
 void SlcCStatements::WriteCall(std::string_view name, const Texts& arguments)
 {
     m_out << name << '(';

@@ -34,7 +34,6 @@ protected:
     }
     /// A fault of the compiler, placed where the last comment stands, if any.
     [[noreturn]] void Fatal(const std::string& message) const;
-    [[nodiscard]] static bool IsPI(const SlcOperand& operand);
     /// The assignment of a value of one type to a variable of another; empty for a type that has
     /// none.
     [[nodiscard]] static std::string AssignFuncName(const SlcTypeNode* dest,

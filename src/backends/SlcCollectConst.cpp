@@ -2,8 +2,6 @@
 
 #include <bit>
 
-#include "symbols/SlcGeneratedNames.h"
-
 void SlcCollectConst::Collect(SlcPtr<SlcListICode>& list, std::deque<SlcOperand>& constants)
 {
     Clear();
@@ -38,7 +36,7 @@ SlcOperand SlcCollectConst::ReplaceConst(const SlcOperand& operand)
             shared = operand;
         return shared;
     }
-    if (operand->GetName() == SlcGeneratedNames::k_pi)
+    if (operand->IsPIVariable())
         return ReplaceFloat(SlcLexType::GetPI());
     return operand;
 }

@@ -131,7 +131,7 @@ void SlcEquCValue::Case(SlcIdentNode* ident)
     const SlcStorageSpecNode* storage = m_operand->GetStorage();
     if (storage->IsLocal())
         ConvertLocal(name);
-    else if (name == SlcGeneratedNames::k_pi)
+    else if (m_operand->IsPIVariable())
         m_text = name;
     else if (storage->IsInput() || storage->IsOutput())
         ConvertParameter(name);

@@ -22,7 +22,7 @@ SlcGenCCode::SlcGenCCode(SlcPtr<SlcSemanticError> errors, SlcOptionsControl* opt
 void SlcGenCCode::GenCCode(SlcInterForm& form)
 {
     m_form = &form;
-    CheckNames();
+    CheckSpaceNames();
     GenHeader();
     GenParamsDescription();
     GenVarsStructure();
@@ -64,14 +64,9 @@ std::string SlcGenCCode::Visible(std::size_t parameter) const
            Parameter(parameter)->GetName() + "]";
 }
 
-/// Names that a shader may use but a generated file cannot tell apart.
-void SlcGenCCode::CheckNames()
+/// Spaces that a shader may use but a generated file cannot tell apart.
+void SlcGenCCode::CheckSpaceNames()
 {
-    for (std::size_t i = 0; i < m_form->m_parameters.size(); ++i)
-        if (IsPI(Parameter(i)))
-            m_errors->Error(nullptr, std::string("Parameter '") + SlcGeneratedNames::k_pi +
-                                         "' has a name that generated C++ uses itself");
-
     std::map<std::string, std::string> spaces;
     for (const SlcStringLiteralNode* space : m_form->m_spaces) {
         const auto [entry, isNew] =

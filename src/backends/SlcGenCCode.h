@@ -30,7 +30,7 @@ private:
     };
 
     // In the order of the file.
-    void CheckNames();
+    void CheckSpaceNames();
     void GenHeader();
     void GenParamsDescription();
     void GenVarsStructure();

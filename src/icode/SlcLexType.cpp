@@ -1,5 +1,7 @@
 #include "icode/SlcLexType.h"
 
+#include "symbols/SlcGeneratedNames.h"
+
 const std::string& SlcLexType::GetName() const
 {
     static const std::string none;
@@ -60,4 +62,12 @@ const SlcOperand& SlcLexType::GetPI()
 {
     static const SlcOperand sm_PI = Float(3.1415926536);
     return sm_PI;
+}
+
+const SlcOperand& SlcLexType::GetPIVariable()
+{
+    static const SlcOperand sm_variable = MakeShared<SlcLexType>(
+        SlcLexicalNode::CreateIdent(SlcGeneratedNames::k_pi), SlcTypeNode::AFloat(),
+        SlcDetailNode::AUniform(), SlcStorageSpecNode::AInput());
+    return sm_variable;
 }

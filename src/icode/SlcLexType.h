@@ -54,6 +54,10 @@ public:
     [[nodiscard]] static SlcPtr<SlcLexType> Bool(bool value);
     /// The shared constant pi.
     [[nodiscard]] static const SlcPtr<SlcLexType>& GetPI();
+    /// The shared operand of the language's variable `PI`, a constant in all but form. A parameter
+    /// may have the same name.
+    [[nodiscard]] static const SlcPtr<SlcLexType>& GetPIVariable();
+    [[nodiscard]] bool IsPIVariable() const { return this == &*GetPIVariable(); }
 
     /// Variable number in the byte-code file; -1 until a declaration section gives it one.
     int m_index = -1;

@@ -1,10 +1,16 @@
 // The operand of a variable that generated code reaches by a name of its own.
 
+#include <string_view>
+
 #include "icode/SlcLexType.h"
+#include "symbols/SlcGeneratedNames.h"
 #include "symbols/SlcSymbolEntry.h"
 
 void SlcVarSymbolEntry::MakeIntCodeVar(const char* cName)
 {
-    m_operand =
-        MakeShared<SlcLexType>(SlcLexicalNode::CreateIdent(cName), m_type, m_detail, m_storage);
+    if (std::string_view(cName) == SlcGeneratedNames::k_pi)
+        m_operand = SlcLexType::GetPIVariable();
+    else
+        m_operand =
+            MakeShared<SlcLexType>(SlcLexicalNode::CreateIdent(cName), m_type, m_detail, m_storage);
 }

@@ -7,9 +7,6 @@
 
 namespace {
 
-/// The variable `PI` of the language, which is a constant in all but form.
-constexpr std::string_view k_piVariable = "QX_PI";
-
 /// What a row says of the argument at `position`.
 struct Formal {
     bool isOutput = false;
@@ -94,7 +91,7 @@ SlcOperand SlcCopyPropagation::Find(const SlcOperand& operand) const
 
 void SlcCopyPropagation::Read(SlcOperand& operand)
 {
-    if (operand->IsIdent() && operand->GetName() == k_piVariable) {
+    if (operand->IsPIVariable()) {
         operand = SlcLexType::GetPI();
         m_changed = true;
         return;

@@ -69,7 +69,7 @@ bool SlcRegroupParallelIfs::NextGuardJoins() const
     const SlcICode& next = *m_list->m_icodes[m_position + 1];
     const SlcIfICode& open = *m_openIf;
     return typeid(next) == typeid(open) &&
-           static_cast<const SlcIfICode&>(next).m_flag->GetName() == open.m_flag->GetName();
+           static_cast<const SlcIfICode&>(next).m_flag == open.m_flag;
 }
 
 void SlcRegroupParallelIfs::Case(SlcPtr<SlcEndIfICode> code)

@@ -89,7 +89,7 @@ TEST(SlcEquCValue, PrintsOperands)
         {Varying("r_", RefTo(T::AFloat())), "u.r_[polyCnt]", "u.r_"},
         {unknown, "v.x_1[polyCnt]", "v.x_1"},
         {Local("x_1", T::AFloat(), D::ATempUniform()), "u.x_1", "u.x_1"},
-        {Parameter("QX_PI", T::AFloat(), D::AUniform()), "QX_PI", "QX_PI"},
+        {SlcLexType::GetPIVariable(), "QX_PI", "QX_PI"},
         {Parameter("Kd", T::AFloat(), D::AUniform()), "*((float*)i_visibles[INDEX_Kd].Value())",
          "*((float*)i_visibles[INDEX_Kd].Value())"},
         {Parameter("c", T::AColor(), D::AVarying()),

@@ -68,7 +68,8 @@ TEST(SlcCollectConst, MergesWhatSinglePrecisionCannotTellApart)
         {Number(0.1), Number(0.1000001), 2},
         {Number(0), Number(-0.0), 2},
         {SlcLexType::GetPI(), Number(3.1415926536), 1},
-        {Variable("QX_PI"), Number(3.1415926536), 1},
+        {SlcLexType::GetPIVariable(), Number(3.1415926536), 1},
+        {Variable("QX_PI"), Variable("x"), 0},
         {Variable("PI"), Variable("x"), 0},
     };
     for (const MergeCase& c : cases) {
