@@ -47,12 +47,15 @@ const std::vector<SlcImplicitVars>& ImplicitVars()
     return rows;
 }
 
-/// What an `extern` declaration stands for, or the variable itself.
+/// What an `extern` declaration, or the `Ps` of a surface shader, stands for; or the variable
+/// itself.
 SlcPtr<SlcVarSymbolEntry> Outermost(SlcPtr<SlcVarSymbolEntry> entry)
 {
     while (entry && !entry->GetOuter().Null())
         entry = entry->GetOuter();
-    return entry;
+    const bool isP = entry && Hiddens::sm_P && entry->GetIntCodeVar() &&
+                     entry->GetIntCodeVar() == Hiddens::sm_P->GetIntCodeVar();
+    return isP ? Hiddens::sm_P : entry;
 }
 
 bool LivesInSpace(const SlcTypeNode* type)

@@ -122,6 +122,7 @@ SlcSurfaceSymbolTable::SlcSurfaceSymbolTable(SlcPtr<SlcSymbolTable> parent)
     InitReadWriteHiddens(k_surfaceReadWrite);
     // The point being shaded is what a surface shader shades.
     AddHidden("Ps", "P", SlcStorageSpecNode::AReadOnly());
+    sm_Ps->GetIntCodeVar() = sm_P->GetIntCodeVar();
     MakeIlluminanceEntries(parent);
 }
 

@@ -169,6 +169,24 @@ TEST(Language, ReadsElementsOnlyWhereTheRightSideRuns)
         ExpectRuns(c, before);
 }
 
+TEST(Language, HasOneVariableForThePointOfASurface)
+{
+    static const RunCase cases[] = {
+        {"P = P * 3; point q = Ps; P = point (0, 0, 0); r = xcomp(q) + 10 * ycomp(q);",
+         {0, 1.5, 3, 30, 31.5, 33}},
+        {"uniform float i; for (i = 0; i < 3; i += 1) { P += point (1, 0, 0);"
+         " r += xcomp(Ps * 2); }",
+         {12, 15, 18, 12, 15, 18}},
+        {"point q = Ps; setxcomp(P, 5); r = xcomp(Ps) + xcomp(q);", {5, 5.5, 6, 5, 5.5, 6}},
+        {"void move() { extern point P; P *= 2; } --- point q() { extern point Ps; move();"
+         " return Ps; } r = xcomp(Ps) + 10 * xcomp(q());",
+         {0, 10.5, 21, 0, 10.5, 21}},
+        {"P = 2 * Ps; Ps = Ps + 1; r = xcomp(P);", {1, 2, 3, 1, 2, 3}},
+        {"P *= 2; illuminance (Ps) { r = xcomp(Ps); }", {0, 1, 2, 0, 1, 2}},
+    };
+    ExpectAllRun(cases);
+}
+
 TEST(Language, LeavesLoopsForThePointsThatAreDone)
 {
     static const RunCase cases[] = {

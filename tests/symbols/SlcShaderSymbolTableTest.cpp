@@ -112,6 +112,8 @@ TEST(SlcShaderSymbolTable, ReadsTheShadedPointAsPsInASurface)
     EXPECT_EQ(AccessorOf(SlcShaderSymbolTable::sm_Ps), "i_hiddens.GetP()");
     EXPECT_EQ(table->GetVarEntry(Ident("Ps"), true), SlcShaderSymbolTable::sm_Ps);
     EXPECT_TRUE(SlcShaderSymbolTable::sm_Ps->IsHidden());
+    EXPECT_EQ(SlcShaderSymbolTable::sm_Ps->GetIntCodeVar(),
+              SlcShaderSymbolTable::sm_P->GetIntCodeVar());
     SlcLightShaderTypeNode light;
     table = create(&light, MakeShared<SlcSymbolTable>());
     EXPECT_EQ(AccessorOf(SlcShaderSymbolTable::sm_Ps), "i_hiddens.GetPs()");
