@@ -4,7 +4,7 @@
 
 #include "machine/QxVerifier.h"
 
-QxBrackets::QxBrackets(const QxCodeBlock& block)
+QxBrackets::QxBrackets(const QxUntrustedBlock& block)
 {
     const auto& instructions = block.code.instructions;
     m_brackets.emplace_back();
@@ -25,7 +25,7 @@ QxBrackets::QxBrackets(const QxCodeBlock& block)
             CheckJump(block, i);
 }
 
-void QxBrackets::Open(const QxCodeBlock& block, std::size_t index)
+void QxBrackets::Open(const QxUntrustedBlock& block, std::size_t index)
 {
     const SqxMark mark = block.code.Mark(block.code.instructions[index]);
     Bracket bracket;
@@ -40,7 +40,7 @@ void QxBrackets::Open(const QxCodeBlock& block, std::size_t index)
     m_brackets.push_back(bracket);
 }
 
-void QxBrackets::Close(const QxCodeBlock& block, std::size_t index)
+void QxBrackets::Close(const QxUntrustedBlock& block, std::size_t index)
 {
     const SqxInstruction& instruction = block.code.instructions[index];
     Bracket& bracket = m_brackets[m_open];
@@ -53,7 +53,7 @@ void QxBrackets::Close(const QxCodeBlock& block, std::size_t index)
 }
 
 /// The beginning tells where the loop ends, and the end goes back behind the beginning.
-void QxBrackets::CheckLoop(const QxCodeBlock& block, const Bracket& loop) const
+void QxBrackets::CheckLoop(const QxUntrustedBlock& block, const Bracket& loop) const
 {
     const auto& instructions = block.code.instructions;
     const auto behind = [&](std::size_t index) {
@@ -67,7 +67,7 @@ void QxBrackets::CheckLoop(const QxCodeBlock& block, const Bracket& loop) const
         block.Refuse(instructions[loop.last], "does not end the loop over lights that it closes");
 }
 
-void QxBrackets::CheckJump(const QxCodeBlock& block, std::size_t index) const
+void QxBrackets::CheckJump(const QxUntrustedBlock& block, std::size_t index) const
 {
     const SqxInstruction& jump = block.code.instructions[index];
     const SqxMark mark = block.code.Mark(jump);

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "machine/QxCodeBlock.h"
+#include "machine/QxUntrustedBlock.h"
 
 /// The brackets of a block: loops over lights, parallel runs and what stands under a condition.
 class QxBrackets {
@@ -19,7 +19,7 @@ public:
 
     /// Throws `QxRefused` if brackets do not nest, are nested too deeply, or a jump goes into or
     /// out of one as it must not.
-    explicit QxBrackets(const QxCodeBlock& block);
+    explicit QxBrackets(const QxUntrustedBlock& block);
 
     /// Whether an instruction stands in a parallel run; the ends of a bracket stand in it, their
     /// beginnings do not.
@@ -33,10 +33,10 @@ public:
     }
 
 private:
-    void Open(const QxCodeBlock& block, std::size_t index);
-    void Close(const QxCodeBlock& block, std::size_t index);
-    void CheckLoop(const QxCodeBlock& block, const Bracket& loop) const;
-    void CheckJump(const QxCodeBlock& block, std::size_t index) const;
+    void Open(const QxUntrustedBlock& block, std::size_t index);
+    void Close(const QxUntrustedBlock& block, std::size_t index);
+    void CheckLoop(const QxUntrustedBlock& block, const Bracket& loop) const;
+    void CheckJump(const QxUntrustedBlock& block, std::size_t index) const;
 
     std::vector<Bracket> m_brackets;    // the first stands for the whole block
     std::vector<std::size_t> m_around;  // bracket of each instruction, and of the block's end

@@ -143,7 +143,7 @@ void QxOperandCheck::CheckType(const SqxInstruction& instruction, std::size_t i)
     if (letter == 'c' && facts.uniform)
         RefuseOperand(instruction, i, "is a condition, but is not varying");
     const auto number = static_cast<std::size_t>(m_block.code.Value(instruction, i));
-    if (m_block.kind != QxCodeBlock::Kind::Main && number < m_block.shader.mainCount &&
+    if (m_block.kind != QxUntrustedBlock::Kind::Main && number < m_block.shader.mainCount &&
         m_block.shader.variables[number].kind == SqxVariableKind::Local)
         RefuseOperand(instruction, i, "belongs to main");
 }
@@ -181,7 +181,7 @@ void QxOperandCheck::CheckPlace(std::size_t index) const
     const SqxMark mark = m_block.code.Mark(instruction);
     if (m_brackets.InParallel(index) && mark != SqxMark::EndParallel)
         m_block.Refuse(instruction, "cannot stand within the parallel brackets");
-    if (m_block.kind == QxCodeBlock::Kind::OnceInitializer && !IsJump(mark))
+    if (m_block.kind == QxUntrustedBlock::Kind::OnceInitializer && !IsJump(mark))
         m_block.Refuse(instruction, "needs a grid, which an initializer that runs once has not");
 }
 
@@ -215,10 +215,10 @@ void QxOperandCheck::CheckDetails(std::size_t index) const
     if (forGrid)
         return;
     const bool forEachPoint =
-        m_block.kind == QxCodeBlock::Kind::PointInitializer && details.writesVarying;
+        m_block.kind == QxUntrustedBlock::Kind::PointInitializer && details.writesVarying;
     // Outside the brackets a reference is bound for all points at once.
     const bool bindsForAll = layout.types.starts_with('e') && Facts(instruction, 2).uniform &&
-                             m_block.kind != QxCodeBlock::Kind::OnceInitializer;
+                             m_block.kind != QxUntrustedBlock::Kind::OnceInitializer;
     if ((details.readsVarying || details.writesVarying) && !forEachPoint && !bindsForAll)
         m_block.Refuse(instruction, "has varying values outside the parallel brackets");
 }

@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "machine/QxBrackets.h"
-#include "machine/QxCodeBlock.h"
+#include "machine/QxUntrustedBlock.h"
 
 /// What of a variable decides whether it may be an operand.
 struct QxOperandFacts {
@@ -20,7 +20,7 @@ struct QxOperandFacts {
 class QxOperandCheck {
 public:
     /// `facts`: of all variables of the shader.
-    QxOperandCheck(const QxCodeBlock& block, const std::vector<QxOperandFacts>& facts,
+    QxOperandCheck(const QxUntrustedBlock& block, const std::vector<QxOperandFacts>& facts,
                    const QxBrackets& brackets)
         : m_block(block),
           m_facts(facts),
@@ -54,7 +54,7 @@ private:
     [[noreturn]] void RefuseOperand(const SqxInstruction& instruction, std::size_t i,
                                     const std::string& fault) const;
 
-    const QxCodeBlock& m_block;
+    const QxUntrustedBlock& m_block;
     const std::vector<QxOperandFacts>& m_facts;
     const QxBrackets& m_brackets;
 };

@@ -32,7 +32,7 @@ bool BindsReference(const SqxInstruction& instruction)
 
 }  // namespace
 
-QxReferenceCheck::QxReferenceCheck(const QxCodeBlock& block,
+QxReferenceCheck::QxReferenceCheck(const QxUntrustedBlock& block,
                                    const std::vector<QxOperandFacts>& facts)
     : m_block(block),
       m_facts(facts)

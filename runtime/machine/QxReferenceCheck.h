@@ -4,8 +4,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "machine/QxCodeBlock.h"
 #include "machine/QxOperandCheck.h"
+#include "machine/QxUntrustedBlock.h"
 
 /// Whether each reference stands for elements of one array, and is bound wherever it is used: an
 /// `ARRAY_REF` stands on every way from the beginning of the block. Ways are those of jumps and
@@ -13,7 +13,7 @@
 class QxReferenceCheck {
 public:
     /// `facts`: of all variables of the shader.
-    QxReferenceCheck(const QxCodeBlock& block, const std::vector<QxOperandFacts>& facts);
+    QxReferenceCheck(const QxUntrustedBlock& block, const std::vector<QxOperandFacts>& facts);
 
     /// Throws `QxRefused`.
     void Run();
@@ -33,7 +33,7 @@ private:
     void ForEachUse(const SqxInstruction& instruction, Use use) const;
     [[nodiscard]] std::size_t Target(const SqxInstruction& jump) const;
 
-    const QxCodeBlock& m_block;
+    const QxUntrustedBlock& m_block;
     const std::vector<QxOperandFacts>& m_facts;
     std::vector<bool> m_isJoin;  // ways meet in front of the instruction
 

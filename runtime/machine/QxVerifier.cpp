@@ -35,7 +35,7 @@ std::size_t BytesOf(SqxType type)
     return sizeof(float);
 }
 
-void VerifyBlock(const QxCodeBlock& block, const std::vector<QxOperandFacts>& facts)
+void VerifyBlock(const QxUntrustedBlock& block, const std::vector<QxOperandFacts>& facts)
 {
     const QxBrackets brackets(block);
     QxOperandCheck(block, facts, brackets).Run();
@@ -52,7 +52,7 @@ bool QxVerifier::Verify(const SqxShader& shader)
         VerifyVariables(shader);
         const std::vector<QxOperandFacts> facts(shader.variables.begin(), shader.variables.end());
         VerifyInitializers(shader);
-        using Kind = QxCodeBlock::Kind;
+        using Kind = QxUntrustedBlock::Kind;
         for (const SqxInitializer& initializer : shader.initializers) {
             const Kind kind = initializer.perPoint ? Kind::PointInitializer : Kind::OnceInitializer;
             VerifyBlock({shader, initializer.code, kind, shader.SectionOf(initializer), m_message},

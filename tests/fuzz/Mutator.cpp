@@ -30,6 +30,12 @@ constexpr std::array<std::string_view, 84> k_words = {
     "s",           "u",          "(0, 1, 2)",  "{1, 2}",      "noise",  "ctransform",
 };
 
+// Lines of byte-code that are not in the donor.
+constexpr std::array<std::string_view, 12> k_numbers = {
+    "0", "1", "2", "3", "7", "-1", "21", "435", "32767", "-32768", "1e38", ""};
+constexpr std::string_view k_byteCodeStart = "\x7F";
+constexpr std::string_view k_byteCodeVersion = "\n5 0\n";  // ends what is the same in all files
+
 struct Span {
     std::size_t begin = 0;
     std::size_t end = 0;
@@ -85,6 +91,16 @@ Span StatementAt(std::string_view text, std::size_t at)
     return {begin + 1, end == std::string_view::npos ? text.size() : end + 1};
 }
 
+/// The line at the place and, as far as there are any, others behind it.
+Span LinesAt(std::string_view text, std::size_t at, std::size_t count)
+{
+    const std::size_t before = text.rfind('\n', at);
+    Span lines = {before == std::string_view::npos ? 0 : before + 1, at};
+    for (; count > 0 && lines.end < text.size(); --count)
+        lines.end = std::min(text.find('\n', lines.end), text.size() - 1) + 1;
+    return lines;
+}
+
 void Replace(std::string& text, const Span& span, std::string_view by)
 {
     text.replace(span.begin, span.Size(), by);
@@ -113,6 +129,8 @@ void Mutator::Change(std::string& text, std::string_view donor)
         text = " ";
     if (donor.empty())
         donor = " ";
+    if (text.starts_with(k_byteCodeStart) && Below(8) != 0)
+        return ChangeLines(text, donor);
     switch (Below(8)) {
     case 0:
         return ChangeBytes(text);
@@ -157,6 +175,32 @@ void Mutator::MoveWords(std::string& text, std::string_view donor)
     const Span from = WordAt(donor, Below(donor.size()));
     const std::string part(donor.substr(from.begin, std::max(from.Size(), length)));
     text.insert(WordAt(text, Below(text.size())).begin, part);
+}
+
+/// Byte-code has a number in most lines. Lines mostly take the place of as many others, since
+/// what is counted wrong is found at once.
+void Mutator::ChangeLines(std::string& text, std::string_view donor)
+{
+    const auto place = [this](std::string_view in) {
+        const std::size_t version = in.find(k_byteCodeVersion);
+        const std::size_t first = version == std::string_view::npos || Below(16) == 0 ? 0 : version;
+        return std::min(first + k_byteCodeVersion.size() + Below(in.size()), in.size() - 1);
+    };
+    const std::size_t count = Below(2) == 0 ? 1 : 1 + Below(6);
+    const Span to = LinesAt(text, place(text), count);
+    if (Below(3) == 0) {
+        Replace(text, LinesAt(text, to.begin, 1),
+                std::string(k_numbers[Below(k_numbers.size())]) + '\n');
+        return;
+    }
+    // The text itself names what it holds, a donor seldom does.
+    const std::string own = text;
+    const std::string_view from = Below(4) == 0 ? donor : own;
+    const std::string lines(Part(from, LinesAt(from, place(from), count)));
+    if (Below(12) == 0)
+        text.insert(to.begin, lines);
+    else
+        Replace(text, to, lines);
 }
 
 void Mutator::ReplaceWord(std::string& text, std::string_view donor)

@@ -5,7 +5,8 @@
 #include <string_view>
 
 /// Makes new inputs of given ones: mostly by moving words, statements and bracketed groups about,
-/// since bytes that change at random seldom come past a parser, and now and then by bytes.
+/// since bytes that change at random seldom come past a parser, and now and then by bytes. Of
+/// byte-code it moves lines about.
 ///
 /// The same seed gives the same inputs on every machine.
 class Mutator {
@@ -21,6 +22,7 @@ public:
 private:
     void Change(std::string& text, std::string_view donor);
     void ChangeBytes(std::string& text);
+    void ChangeLines(std::string& text, std::string_view donor);
     void MoveWords(std::string& text, std::string_view donor);
     void ReplaceWord(std::string& text, std::string_view donor);
     void ReplaceGroup(std::string& text, std::string_view donor);

@@ -9,7 +9,7 @@
 class QxRefused {};
 
 /// A block of code to verify, and what messages about it need.
-struct QxCodeBlock {
+struct QxUntrustedBlock {
     enum class Kind { Main, OnceInitializer, PointInitializer };
 
     [[noreturn]] void Refuse(const SqxInstruction& instruction, const std::string& fault) const

@@ -1,0 +1,34 @@
+#!/usr/bin/env bash
+# Fills a folder with the byte-code of examples and shaders of the tests, each at one optimization
+# level.
+# usage: bytecode_corpus.sh FOLDER
+#   FOLDER  in the build whose compiler is used
+set -euo pipefail
+top=$(cd "$(dirname "$0")/../.." && pwd)
+mkdir -p "$1"
+folder=$(cd "$1" && pwd)
+compiler=$folder
+until [ -x "$compiler/bin/shaderqx" ]; do
+    compiler=$(dirname "$compiler")
+    [ "$compiler" != / ] || {
+        echo "There is no bin/shaderqx above $folder"
+        exit 1
+    }
+done
+cd "$top"
+rm -rf "${folder:?}"/*
+
+number=0
+for source in examples/*.sl examples/rows/*.sl tests/compile/shaders/*.sl; do
+    level=$((number % 4))
+    number=$((number + 1))
+    mkdir "$folder/out"
+    # Without shadeop libraries some of them do not compile.
+    "$compiler/bin/shaderqx" -O$level -w0 -d "$folder/out" "$source" >/dev/null 2>&1 || true
+    for compiled in "$folder"/out/*.sqx; do
+        # Large files mutate in more places than are ever reached.
+        [ ! -s "$compiled" ] || [ "$(wc -c <"$compiled")" -gt 8000 ] ||
+            mv "$compiled" "$folder/$number-$(basename "$compiled")"
+    done
+    rm -r "$folder/out"
+done
