@@ -50,10 +50,11 @@ protected:
     {
         std::ofstream(m_folder.Path() / name) << source;
     }
-    /// Shades into 64 times 64 pixels on black.
-    void Shade(const std::string& arguments)
+    /// Shades into 64 times 64 pixels on black; their values are those of the shaders.
+    void Shade(const std::string& arguments, const std::string& encoding = "--linear ")
     {
-        ASSERT_EQ(Run("--size 64x64 --samples 1 --background 0 -o out.png " + arguments), 0)
+        ASSERT_EQ(Run("--size 64x64 --samples 1 --background 0 -o out.png " + encoding + arguments),
+                  0)
             << Messages();
         png_image image = {};
         image.version = PNG_IMAGE_VERSION;
@@ -64,6 +65,22 @@ protected:
         image.format = PNG_FORMAT_RGB;
         m_bytes.resize(PNG_IMAGE_SIZE(image));
         ASSERT_TRUE(png_image_finish_read(&image, nullptr, m_bytes.data(), 0, nullptr));
+    }
+    /// A PNG file of four channels.
+    void WritePng(const std::string& name, unsigned int width,
+                  const std::vector<unsigned char>& bytes) const
+    {
+        png_image image = {};
+        image.version = PNG_IMAGE_VERSION;
+        image.width = width;
+        image.height = static_cast<unsigned int>(bytes.size() / 4 / width);
+        image.format = PNG_FORMAT_RGBA;
+        const std::string path = m_folder.Path() / name;
+        ASSERT_TRUE(png_image_write_to_file(&image, path.c_str(), 0, bytes.data(), 0, nullptr));
+    }
+    [[nodiscard]] std::string PictureFile() const
+    {
+        return ShaderFolder::Read(m_folder.Path() / "out.png");
     }
     Pixel At(int x, int y) const
     {
@@ -131,11 +148,74 @@ TEST_F(SqxShade, RunsEachKindOfShader)
     EXPECT_EQ(At(1, 1).r, 255);
 }
 
+TEST_F(SqxShade, EncodesForScreens)
+{
+    const std::string gray =
+        m_folder.Build("gray", "surface gray() { Ci = color(0.5, 0.001, 2); Oi = 1; }") +
+        " --square";
+    Shade(gray, "");
+    EXPECT_EQ(At(k_middle, k_middle).r, 188);
+    EXPECT_EQ(At(k_middle, k_middle).g, 3);
+    EXPECT_EQ(At(k_middle, k_middle).b, 255);
+    Shade(gray);
+    EXPECT_EQ(At(k_middle, k_middle).r, 128);
+
+    Shade(m_folder.Build("white", R"(surface white() {
+              normal n = normalize(N); Ci = ambient() + diffuse(n); Oi = 1; })"));
+    int brightest = 0;
+    for (const unsigned char byte : m_bytes)
+        brightest = std::max<int>(brightest, byte);
+    EXPECT_LT(brightest, 255) << "the default lights clip nothing";
+    EXPECT_GT(brightest, 220);
+}
+
+TEST_F(SqxShade, ShowsFilesAsTextures)
+{
+    const std::vector<unsigned char> pixels = {255, 0,   0, 255, 0, 255, 0, 255,
+                                               255, 255, 0, 51,  0, 0,   0, 51};
+    WritePng("four.png", 2, pixels);
+    std::vector<unsigned char> stripes;
+    for (int i = 0; i < 64 * 4; ++i)
+        stripes.push_back(i / 4 % 2 ? 255 : 0);
+    WritePng("stripes.png", 64, stripes);
+    const std::string shader = m_folder.Build("look", R"(
+        surface look(string name = "four"; float often = 1; float channel = 0) {
+            Ci = texture(name, often * s, often * t) + color(0, 0, texture("four"[3], s, t)); Oi = 1; })");
+    Shade(shader + " --square --texture four=four.png --texture fine=stripes.png");
+    EXPECT_NEAR(At(k_high, k_high).r, 255, 30) << "between the middles of its pixels it is mixed";
+    EXPECT_LT(At(k_high, k_high).g, 60);
+    EXPECT_GT(At(k_low, k_high).g, 200);
+    EXPECT_NEAR(At(k_high, k_low).g, 51, 12) << "colors are those times their opacity";
+    EXPECT_GT(At(k_high, k_high).b, 200) << "the fourth channel, opacity";
+    EXPECT_LT(At(k_high, k_low).b, 100);
+
+    Shade(shader + " --square --texture fine=stripes.png --param name=fine --param often=9");
+    for (const int x : {k_high, k_middle, k_low})
+        EXPECT_NEAR(At(x, k_middle).r, 128, 4) << "far smaller than a pixel: the mean of the light";
+    Shade(shader + " --square");
+    EXPECT_NEAR(At(k_middle - 3, k_middle - 3).r, 230, 1) << "a check without a file";
+}
+
+TEST_F(SqxShade, MakesTheSamePictureOnAnyNumberOfCores)
+{
+    const std::string shader = m_folder.Build("dust", R"(
+        surface dust() { Ci = Cs * random() * diffuse(normalize(N)); Oi = 1;
+                         if (s > 0.48 && s < 0.52) printf("%f %f\\n", s, t); })");
+    Shade("--threads 1 " + shader);
+    const std::string picture = PictureFile();
+    const std::string messages = Messages();
+    EXPECT_GT(messages.size(), 100U);
+    for (const char* threads : {"2", "7"}) {
+        Shade(std::string("--threads ") + threads + " " + shader);
+        EXPECT_EQ(PictureFile(), picture) << threads;
+        EXPECT_EQ(Messages(), messages) << threads;
+    }
+}
+
 TEST_F(SqxShade, RefusesWhatIsWrong)
 {
     (void)m_folder.Build("look", k_look);
     std::filesystem::rename(m_folder.Path() / "look.sqx", m_folder.Path() / "good.sqx");
-    (void)m_folder.Build("look", k_look, "--int");
     WriteSource("bad.sl", "surface bad() { Ci = nothing; }");
     const struct {
         const char* arguments;
@@ -163,8 +243,10 @@ TEST_F(SqxShade, RefusesWhatIsWrong)
         {"good.sqx good.sqx", "There are two shaders of the kind 'surface'"},
         {"good.sqx missing.sl", "There is no shader 'missing.sl'"},
         {"missing.sqx", "There is no shader file 'missing.sqx'"},
-        {"look.sqx", "a shader built with --dso was expected"},
         {"bad.sl", "Shader 'bad.sl' does not compile"},
+        {"good.sqx --texture wood", "A texture must be NAME=VALUE, but is 'wood'"},
+        {"good.sqx --texture wood=missing.png", "Cannot read texture 'missing.png'"},
+        {"good.sqx --texture wood=bad.sl", "Cannot read texture 'bad.sl'"},
         {"good.sqx -o missing/out.png", "Cannot write 'missing/out.png': No such file"},
         {"good.sqx -o .", "Cannot write '.': Is a directory"},
         {"good.sqx -o /dev/full", "Cannot write '/dev/full'"},

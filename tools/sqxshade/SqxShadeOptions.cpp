@@ -8,6 +8,7 @@ namespace {
 
 constexpr unsigned int k_maxSide = 8192;
 constexpr unsigned int k_maxSamples = 16;
+constexpr unsigned int k_maxThreads = 1024;
 constexpr double k_maxAllSamples = 64.0e6;  // about 2 GB
 
 using Options = SqxShadeOptions;
@@ -19,14 +20,14 @@ unsigned int ReadCount(const std::string& text, unsigned int most, const std::st
     const char* end = text.data() + text.size();
     const auto [rest, failure] = std::from_chars(text.data(), end, count);
     if (failure != std::errc() || rest != end || count < 1 || count > most)
-        throw SqxShadeError("The " + what + " must be from 1 to " + std::to_string(most) +
-                            ", but is '" + text + "'");
+        throw SqxPictureError("The " + what + " must be from 1 to " + std::to_string(most) +
+                              ", but is '" + text + "'");
     return count;
 }
 
 [[noreturn]] void RefuseNumbers(const std::string& text, const std::string& what)
 {
-    throw SqxShadeError("The " + what + " must be made of numbers, but is '" + text + "'");
+    throw SqxPictureError("The " + what + " must be made of numbers, but is '" + text + "'");
 }
 
 /// Three numbers, or one that stands for three.
@@ -36,7 +37,7 @@ QxRGBColor ReadColor(const std::string& text, const std::string& what)
     if (numbers.size() == 1)
         return {numbers[0], numbers[0], numbers[0]};
     if (numbers.size() != 3)
-        throw SqxShadeError("The " + what + " must have 3 numbers, but is '" + text + "'");
+        throw SqxPictureError("The " + what + " must have 3 numbers, but is '" + text + "'");
     return {numbers[0], numbers[1], numbers[2]};
 }
 
@@ -44,7 +45,7 @@ QxVector3 ReadVector(const std::string& text, const std::string& what)
 {
     const std::vector<float> numbers = SqxReadNumbers(text, what);
     if (numbers.size() != 3)
-        throw SqxShadeError("The " + what + " must have 3 numbers, but is '" + text + "'");
+        throw SqxPictureError("The " + what + " must have 3 numbers, but is '" + text + "'");
     return {numbers[0], numbers[1], numbers[2]};
 }
 
@@ -52,27 +53,27 @@ std::pair<std::string, std::string> ReadAssignment(const std::string& text, cons
 {
     const std::size_t sign = text.find('=');
     if (sign == std::string::npos || sign == 0)
-        throw SqxShadeError(std::string(what) + " must be NAME=VALUE, but is '" + text + "'");
+        throw SqxPictureError(std::string(what) + " must be NAME=VALUE, but is '" + text + "'");
     return {text.substr(0, sign), text.substr(sign + 1)};
 }
 
-SqxShadeLight::Kind ReadLightKind(const std::string& word)
+SqxPictureLight::Kind ReadLightKind(const std::string& word)
 {
     if (word == "point")
-        return SqxShadeLight::Kind::Point;
+        return SqxPictureLight::Kind::Point;
     if (word == "distant")
-        return SqxShadeLight::Kind::Distant;
+        return SqxPictureLight::Kind::Distant;
     if (word == "ambient")
-        return SqxShadeLight::Kind::Ambient;
-    throw SqxShadeError("A light must be 'point', 'distant' or 'ambient', but is '" + word + "'");
+        return SqxPictureLight::Kind::Ambient;
+    throw SqxPictureError("A light must be 'point', 'distant' or 'ambient', but is '" + word + "'");
 }
 
-SqxShadeLight ReadLight(const std::string& text)
+SqxPictureLight ReadLight(const std::string& text)
 {
     const std::vector<std::string> pieces = SqxSplit(text, ':');
-    SqxShadeLight light;
+    SqxPictureLight light;
     light.kind = ReadLightKind(pieces[0]);
-    if (light.kind != SqxShadeLight::Kind::Ambient)
+    if (light.kind != SqxPictureLight::Kind::Ambient)
         light.from = {-2.5F, 3, -4};
     for (std::size_t i = 1; i < pieces.size(); ++i) {
         const auto [name, value] = ReadAssignment(pieces[i], "A setting of a light");
@@ -81,15 +82,15 @@ SqxShadeLight ReadLight(const std::string& text)
             light.color = ReadColor(value, what);
         else if (name == "intensity")
             light.intensity = ReadColor(value, what).r;
-        else if (name == "from" && light.kind != SqxShadeLight::Kind::Ambient)
+        else if (name == "from" && light.kind != SqxPictureLight::Kind::Ambient)
             light.from = ReadVector(value, what);
-        else if (name == "to" && light.kind == SqxShadeLight::Kind::Distant)
+        else if (name == "to" && light.kind == SqxPictureLight::Kind::Distant)
             light.to = ReadVector(value, what);
         else
-            throw SqxShadeError("A light of kind '" + pieces[0] + "' has no '" + name + "'");
+            throw SqxPictureError("A light of kind '" + pieces[0] + "' has no '" + name + "'");
     }
-    if (light.kind == SqxShadeLight::Kind::Distant && light.from == light.to)
-        throw SqxShadeError("A distant light's 'from' and 'to' must differ: '" + text + "'");
+    if (light.kind == SqxPictureLight::Kind::Distant && light.from == light.to)
+        throw SqxPictureError("A distant light's 'from' and 'to' must differ: '" + text + "'");
     return light;
 }
 
@@ -97,9 +98,9 @@ void ReadSize(Options& options, const std::string& text)
 {
     const std::size_t sign = text.find('x');
     if (sign == std::string::npos)
-        throw SqxShadeError("The size must be WIDTHxHEIGHT, but is '" + text + "'");
-    options.width = ReadCount(text.substr(0, sign), k_maxSide, "width");
-    options.height = ReadCount(text.substr(sign + 1), k_maxSide, "height");
+        throw SqxPictureError("The size must be WIDTHxHEIGHT, but is '" + text + "'");
+    options.picture.width = ReadCount(text.substr(0, sign), k_maxSide, "width");
+    options.picture.height = ReadCount(text.substr(sign + 1), k_maxSide, "height");
 }
 
 /// Those in front of the first shader are meant for it.
@@ -128,35 +129,45 @@ struct OptionRow {
 constexpr OptionRow k_options[] = {
     {"-o", "FILE", [](Options& o, const std::string& v) { o.output = v; },
      "the picture; SHADER.png in the working directory by default"},
-    {"--sphere", "", [](Options& o, const std::string&) { o.square = false; },
+    {"--sphere", "", [](Options& o, const std::string&) { o.picture.square = false; },
      "shades a sphere of radius 1; the default"},
-    {"--square", "", [](Options& o, const std::string&) { o.square = true; },
+    {"--square", "", [](Options& o, const std::string&) { o.picture.square = true; },
      "shades a square of side 2 that faces the camera"},
     {"--param", "NAME=VALUE", ReadParameter,
      "sets a parameter of the shader in front of it: a text, a number, or numbers\n"
      "between commas; a color may be one number"},
     {"--size", "WIDTHxHEIGHT", ReadSize, "pixels; 256x256 by default"},
     {"--samples", "N", [](Options& o, const std::string& v) {
-         o.samples = ReadCount(v, k_maxSamples, "number of samples"); },
+         o.picture.samples = ReadCount(v, k_maxSamples, "number of samples"); },
      "N times N samples smooth each pixel; 3 by default"},
     {"--background", "COLOR", [](Options& o, const std::string& v) {
-         o.background = ReadColor(v, "background"); },
+         o.picture.background = ReadColor(v, "background"); },
      "what is seen beside and through the shape"},
-    {"--color", "COLOR", [](Options& o, const std::string& v) { o.color = ReadColor(v, "color"); },
+    {"--color", "COLOR", [](Options& o, const std::string& v) { o.picture.color = ReadColor(v, "color"); },
      "the surface's color Cs; white by default"},
     {"--opacity", "COLOR", [](Options& o, const std::string& v) {
-         o.opacity = ReadColor(v, "opacity"); },
+         o.picture.opacity = ReadColor(v, "opacity"); },
      "the surface's opacity Os; 1 by default"},
     {"--light", "KIND[:SETTING...]", [](Options& o, const std::string& v) {
-         o.lights.push_back(ReadLight(v)); },
+         o.picture.lights.push_back(ReadLight(v)); },
      "a light in place of the default ones; can be repeated. Kinds and settings:\n"
      "  point:from=X,Y,Z  distant:from=X,Y,Z:to=X,Y,Z  ambient\n"
      "each also color=R,G,B and intensity=N"},
     {"-I", "DIR", [](Options& o, const std::string& v) {
-         o.folders.push_back(std::filesystem::absolute(v).string()); },
+         o.build.folders.push_back(std::filesystem::absolute(v).string()); },
      "searches DIR for included files and for shadeop libraries"},
-    {"-D", "NAME[=VALUE]", [](Options& o, const std::string& v) { o.definitions.push_back(v); },
+    {"-D", "NAME[=VALUE]", [](Options& o, const std::string& v) { o.build.definitions.push_back(v); },
      "defines a preprocessor symbol"},
+    {"--texture", "NAME=FILE.png", [](Options& o, const std::string& v) {
+         o.textures.push_back(ReadAssignment(v, "A texture")); },
+     "what shaders see as the texture NAME; without one it is a check"},
+    {"--dso", "", [](Options& o, const std::string&) { o.build.sharedObject = true; },
+     "builds shared objects of sources in place of byte-code"},
+    {"--linear", "", [](Options& o, const std::string&) { o.linear = true; },
+     "writes the values of colors as they are, in place of sRGB"},
+    {"--threads", "N", [](Options& o, const std::string& v) {
+         o.picture.threads = ReadCount(v, k_maxThreads, "number of threads"); },
+     "shades on N cores; on all by default"},
     {"-h", "", [](Options& o, const std::string&) { o.help = true; }, "prints this"},
     {"--help", "", [](Options& o, const std::string&) { o.help = true; }, "prints this"},
 };
@@ -189,14 +200,15 @@ void Complete(Options& options)
     if (options.help)
         return;
     if (options.shaders.empty() || options.shaders.back().path.empty())
-        throw SqxShadeError("No shader is given; --help tells more");
+        throw SqxPictureError("No shader is given; --help tells more");
     if (options.output.empty())
         options.output = std::filesystem::path(options.shaders[0].path).stem().string() + ".png";
-    const double samples =
-        static_cast<double>(options.width) * options.height * options.samples * options.samples;
+    const double samples = static_cast<double>(options.picture.width) * options.picture.height *
+                           options.picture.samples * options.picture.samples;
     if (samples > k_maxAllSamples)
-        throw SqxShadeError("The picture is too large for " + std::to_string(options.samples) +
-                            " samples along each edge of a pixel");
+        throw SqxPictureError("The picture is too large for " +
+                              std::to_string(options.picture.samples) +
+                              " samples along each edge of a pixel");
 }
 
 }  // namespace
@@ -241,11 +253,11 @@ SqxShadeOptions SqxReadShadeOptions(const std::vector<std::string>& arguments)
         if (!row)
             row = FindGlued(argument, value);
         else if (*row->value && ++i == arguments.size())
-            throw SqxShadeError("Option '" + argument + "' needs " + row->value + " behind it");
+            throw SqxPictureError("Option '" + argument + "' needs " + row->value + " behind it");
         else if (*row->value)
             value = arguments[i];
         if (!row)
-            throw SqxShadeError("Unknown option '" + argument + "'; --help tells more");
+            throw SqxPictureError("Unknown option '" + argument + "'; --help tells more");
         row->read(options, value);
     }
     Complete(options);
@@ -257,7 +269,7 @@ std::string SqxShadeHelp()
     std::string text = R"(Usage: sqxshade [options] SHADER...
 
 Shades a shape with a shader and writes the picture as a PNG file. SHADER is a source, SHADER.sl,
-which is compiled first, or SHADER.sqx as 'shaderqx --dso' builds it. What each kind does:
+which is compiled first, or SHADER.sqx, byte-code or a shared object. What each kind does:
   surface       colors the shape
   displacement  moves its points; normals follow if the shader leaves them
   light         lights it from the upper left, in place of the default lights

@@ -2,8 +2,7 @@
 
 #include <iostream>
 
-#include "sqxshade/SqxPngFile.h"
-#include "sqxshade/SqxShadeRenderer.h"
+#include "sqxshade/SqxShadeJob.h"
 
 int main(int argc, char** argv)
 {
@@ -13,8 +12,7 @@ int main(int argc, char** argv)
             std::cout << SqxShadeHelp() << std::flush;
             return std::cout ? 0 : 1;
         }
-        const std::vector<unsigned char> pixels = SqxShadeRenderer(options).Render();
-        SqxWritePng(options.output, options.width, options.height, pixels);
+        SqxShade(options);
     } catch (const std::runtime_error& error) {
         std::cerr << "sqxshade: " << error.what() << '\n';
         return 1;

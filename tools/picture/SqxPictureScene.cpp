@@ -1,10 +1,11 @@
-#include "sqxshade/SqxShadeScene.h"
+#include "picture/SqxPictureScene.h"
 
 #include <algorithm>
 #include <cmath>
 
 #include "QxLights.h"
 #include "QxMatrixMath.h"
+#include "picture/SqxTexture.h"
 
 namespace {
 
@@ -36,32 +37,33 @@ QxMatrix44 LightToWorld()
 
 QxVector3 FromWorld(const QxVector3& place)
 {
-    return place + QxVector3{0, 0, SqxShadeShape::k_distance};
+    return place + QxVector3{0, 0, SqxShape::k_distance};
 }
 
 }  // namespace
 
-SqxShadeScene::SqxShadeScene(const SqxShadeShape& shape, unsigned int width, unsigned int height)
+SqxPictureScene::SqxPictureScene(const SqxPictureSettings& settings, const SqxShape& shape)
+    : m_settings(settings)
 {
-    const auto columns = static_cast<float>(width);
-    const auto rows = static_cast<float>(height);
+    const auto columns = static_cast<float>(settings.width);
+    const auto rows = static_cast<float>(settings.height);
     SetAnswer(QxMessage::Option, "Format", std::vector<float>{columns, rows, 1});
     Spaces().Define("camera", QxFrame3D());
-    Spaces().Define("world", QxFrame3D(SqxShadeShape::WorldToCurrent()));
+    Spaces().Define("world", QxFrame3D(SqxShape::WorldToCurrent()));
     Spaces().Define("object", QxFrame3D(shape.ToCurrent()));
     Spaces().Define("shader", QxFrame3D(shape.ToCurrent()));
     DefinePictureSpaces(columns, rows);
 }
 
-void SqxShadeScene::PlaceLight(QxShaderInstance& light)
+void SqxPictureScene::PlaceLight(QxShaderInstance& light)
 {
-    light.Spaces().Define("shader", QxFrame3D(LightToWorld() * SqxShadeShape::WorldToCurrent()));
+    light.Spaces().Define("shader", QxFrame3D(LightToWorld() * SqxShape::WorldToCurrent()));
 }
 
-void SqxShadeScene::DefinePictureSpaces(float width, float height)
+void SqxPictureScene::DefinePictureSpaces(float width, float height)
 {
     const auto define = [this](const char* name, const QxVector3& middle, const QxVector3& half) {
-        Spaces().Define(name, QxFrame3D(QxInverse(SqxShadeShape::Projection(middle, half))));
+        Spaces().Define(name, QxFrame3D(QxInverse(SqxShape::Projection(middle, half))));
     };
     const float edge = std::min(width, height);
     define("screen", {0, 0, 0}, {1, 1, 0});
@@ -69,33 +71,36 @@ void SqxShadeScene::DefinePictureSpaces(float width, float height)
     define("NDC", {0.5F, 0.5F, 0}, {edge / width / 2, -edge / height / 2, 0});
 }
 
-void SqxShadeScene::AddLights(const std::vector<SqxShadeLight>& lights)
+void SqxPictureScene::AddLights(const std::vector<SqxPictureLight>& lights)
 {
-    for (const SqxShadeLight& light : lights) {
+    for (const SqxPictureLight& light : lights) {
         const QxRGBColor color = light.color * light.intensity;
         switch (light.kind) {
-        case SqxShadeLight::Kind::Ambient:
+        case SqxPictureLight::Kind::Ambient:
             AddAmbientLight(color);
             break;
-        case SqxShadeLight::Kind::Point:
+        case SqxPictureLight::Kind::Point:
             AddPointLight(FromWorld(light.from), color);
             break;
-        case SqxShadeLight::Kind::Distant:
+        case SqxPictureLight::Kind::Distant:
             AddDistantLight(light.to - light.from, color);
             break;
         }
     }
 }
 
-void SqxShadeScene::AddDefaultLights()
+void SqxPictureScene::AddDefaultLights()
 {
-    AddPointLight(FromWorld(k_keyPlace * 3.2F), {1.1F, 1.08F, 1.04F});
-    AddDistantLight({-1, 0, 0.3F}, {0.2F, 0.22F, 0.26F});
-    AddAmbientLight({0.15F, 0.15F, 0.15F});
+    AddPointLight(FromWorld(k_keyPlace * 3.2F), {0.86F, 0.84F, 0.81F});
+    AddDistantLight({-1, 0, 0.3F}, {0.16F, 0.18F, 0.21F});
+    AddAmbientLight({0.09F, 0.09F, 0.09F});
 }
 
-QxRGBColor SqxShadeScene::Texture(const QxTextureQuery& query)
+QxRGBColor SqxPictureScene::Texture(const QxTextureQuery& query)
 {
+    const auto found = m_settings.textures.find(std::string_view(query.name ? query.name : ""));
+    if (found != m_settings.textures.end())
+        return found->second->Look(query);
     float s = 0;
     float t = 0;
     for (int corner = 0; corner < 4; ++corner) {
@@ -106,12 +111,22 @@ QxRGBColor SqxShadeScene::Texture(const QxTextureQuery& query)
     return isEven ? QxRGBColor{0.9F, 0.85F, 0.7F} : QxRGBColor{0.25F, 0.4F, 0.6F};
 }
 
-QxRGBColor SqxShadeScene::Environment(const QxPointsQuery& query)
+void SqxPictureScene::BeginPiece(unsigned int number)
+{
+    m_random = QxRandomStream(number);
+}
+
+std::vector<SqxNote> SqxPictureScene::TakeNotes()
+{
+    return std::exchange(m_notes, {});
+}
+
+QxRGBColor SqxPictureScene::Environment(const QxPointsQuery& query)
 {
     return Surroundings(query.points[0] + query.points[1] + query.points[2] + query.points[3]);
 }
 
-QxRGBColor SqxShadeScene::Trace(const QxRayQuery& query, float& distance)
+QxRGBColor SqxPictureScene::Trace(const QxRayQuery& query, float& distance)
 {
     distance = -1;
     return Surroundings(query.direction);

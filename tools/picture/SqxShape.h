@@ -6,11 +6,11 @@
 ///
 /// The camera stands in the origin of the current space and looks along z. The shape's middle is
 /// `k_distance` away; its own space is turned so that more than one side of a sphere shows.
-class SqxShadeShape {
+class SqxShape {
 public:
     static constexpr float k_distance = 5;
 
-    explicit SqxShadeShape(bool square);
+    explicit SqxShape(bool square);
 
     /// From the shape's own space to the current one, and from that around its middle.
     [[nodiscard]] const QxMatrix44& ToCurrent() const { return m_toCurrent; }
@@ -24,6 +24,9 @@ public:
     /// others follow at these steps.
     void Place(QxHostGrid& grid, float u, float v, float du, float dv) const;
 
+    /// None of the grid's points shows the camera its outer side.
+    [[nodiscard]] bool IsTurnedAway(QxHostGrid& grid) const;
+
     /// A place on the picture: x and y from -1 to 1 span its smaller edge, y leads up.
     struct Projected {
         float x;
@@ -36,12 +39,25 @@ public:
     [[nodiscard]] static QxMatrix44 Projection(const QxVector3& middle, const QxVector3& half);
 
 private:
+    // What all points of a column, or of a row, have in common.
+    struct Column {
+        float u;
+        float sine;  // of the angle around the axis
+        float cosine;
+    };
+    struct Row {
+        float v;
+        float sine;  // of the angle down from the pole
+        float cosine;
+    };
     struct Point {
         QxVector3 place;
         QxVector3 alongU;  // the derivatives by u and v
         QxVector3 alongV;
     };
-    [[nodiscard]] Point At(float u, float v) const;
+    [[nodiscard]] static Column ColumnAt(float u);
+    [[nodiscard]] static Row RowAt(float v);
+    [[nodiscard]] Point At(const Column& column, const Row& row) const;
 
     bool m_square;
     QxMatrix44 m_toCurrent;

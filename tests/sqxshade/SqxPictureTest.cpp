@@ -1,0 +1,83 @@
+// The renderer of pictures: coarse ones first, and its ends.
+
+#include <gtest/gtest.h>
+
+#include "host/ShaderFolder.h"
+#include "picture/SqxPicture.h"
+
+namespace {
+
+class Picture : public ::testing::Test {
+protected:
+    SqxPictureSettings Settings(const char* source)
+    {
+        SqxPictureSettings settings;
+        settings.shaders.push_back({QxShader::Open(m_folder.Build("test", source)), {}});
+        settings.width = 100;
+        settings.height = 80;
+        settings.samples = 2;
+        return settings;
+    }
+
+    ShaderFolder m_folder;
+};
+
+constexpr const char* k_ramp = "surface test() { Oi = 1; Ci = color(s, t, 0.5); }";
+
+}  // namespace
+
+TEST_F(Picture, ShowsCoarseOnesFirst)
+{
+    SqxPicture picture(Settings(k_ramp));
+    std::vector<unsigned int> widths;
+    std::vector<unsigned char> last;
+    SqxPicture::Watch watch;
+    watch.coarseFirst = true;
+    watch.show = [&] {
+        widths.push_back(picture.Pixels().width);
+        last = picture.Bytes(SqxEncoding::Linear);
+        ASSERT_EQ(last.size(), 100U * 80 * 3);
+        const unsigned char* middle = last.data() + (40 * 100 + 50) * 3;
+        EXPECT_EQ(middle[2], 128) << widths.back();
+        EXPECT_NEAR(middle[0], 128, 30) << widths.back();
+    };
+    EXPECT_EQ(picture.Render(watch), SqxPictureEnd::Whole);
+    EXPECT_EQ(widths, (std::vector{13U, 50U, 100U, 100U}));
+
+    // The end is what it is without the coarse ones.
+    SqxPicture plain(Settings(k_ramp));
+    EXPECT_EQ(plain.Render({}), SqxPictureEnd::Whole);
+    EXPECT_EQ(plain.Bytes(SqxEncoding::Linear), last);
+}
+
+TEST_F(Picture, EndsWhenAsked)
+{
+    SqxPicture picture(Settings(k_ramp));
+    std::stop_source source;
+    SqxPicture::Watch watch;
+    watch.coarseFirst = true;
+    watch.stop = source.get_token();
+    int shown = 0;
+    watch.show = [&] {
+        if (++shown == 2)
+            source.request_stop();
+    };
+    EXPECT_EQ(picture.Render(watch), SqxPictureEnd::Stopped);
+    EXPECT_EQ(shown, 2);
+    EXPECT_EQ(picture.Pixels().width, 50U) << "the last one stays";
+
+    SqxPicture::Watch late;
+    late.deadline = std::chrono::steady_clock::now();
+    EXPECT_EQ(picture.Render(late), SqxPictureEnd::OutOfTime);
+    EXPECT_EQ(picture.Bytes(SqxEncoding::Srgb).size(), 100U * 80 * 3) << "nothing but background";
+}
+
+TEST_F(Picture, PassesFaultsOn)
+{
+    SqxPictureSettings settings = Settings(k_ramp);
+    settings.shaders[0].values.emplace_back("none", 1);
+    EXPECT_THROW(SqxPicture{settings}, QxHostError);
+    settings.shaders[0].values.clear();
+    settings.shaders.push_back(settings.shaders[0]);
+    EXPECT_THROW(SqxPicture{settings}, SqxPictureError);
+}

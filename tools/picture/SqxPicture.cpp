@@ -1,0 +1,298 @@
+// The shape is cut into grids, which threads take one after the other, shade, and draw onto one
+// film. Which thread shades a grid changes nothing: its random numbers are its own, and what its
+// shaders say is told in the order of the grids.
+
+#include "picture/SqxPicture.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cmath>
+#include <condition_variable>
+#include <exception>
+#include <set>
+#include <thread>
+
+namespace {
+
+constexpr float k_samplesOfACell = 1.5F;   // how long a cell's edge is on the picture
+constexpr unsigned int k_imagerRows = 64;  // of the picture, at a time
+constexpr auto k_progressStep = std::chrono::milliseconds(100);
+
+const char* NameOf(QxShaderInterface::QxType type)
+{
+    switch (type) {
+    case QxShaderInterface::e_typeLight:
+        return "light";
+    case QxShaderInterface::e_typeSurface:
+        return "surface";
+    case QxShaderInterface::e_typeVolume:
+        return "volume";
+    case QxShaderInterface::e_typeDisplacement:
+        return "displacement";
+    case QxShaderInterface::e_typeImager:
+        break;
+    }
+    return "imager";
+}
+
+/// One of each kind, and any number of lights.
+void CheckKinds(const SqxPictureSettings& settings)
+{
+    std::set<QxShaderInterface::QxType> kinds;
+    for (const SqxPictureSettings::Shader& shader : settings.shaders) {
+        const QxShaderInterface::QxType kind = shader.shader->Type();
+        if (kind != QxShaderInterface::e_typeLight && !kinds.insert(kind).second)
+            throw SqxPictureError(std::string("There are two shaders of the kind '") +
+                                  NameOf(kind) + "'");
+    }
+}
+
+unsigned int CellsFor(float samples)
+{
+    return std::max(1U, static_cast<unsigned int>(std::ceil(samples / k_samplesOfACell)));
+}
+
+/// Cells along an edge of a grid: fewer where there are few, so that all cores have some.
+unsigned int EdgeFor(unsigned int columns, unsigned int rows)
+{
+    constexpr unsigned int k_largest = 64;
+    constexpr unsigned int k_smallest = 16;
+    constexpr unsigned int k_enough = 16;  // grids
+    unsigned int edge = k_largest;
+    while (edge > k_smallest && columns / edge * (rows / edge) < k_enough)
+        edge /= 2;
+    return edge;
+}
+
+/// The grids that a shape is cut into.
+struct Cut {
+    unsigned int columns;  // cells
+    unsigned int rows;
+    unsigned int edge;
+
+    [[nodiscard]] unsigned int Across() const { return (columns + edge - 1) / edge; }
+    [[nodiscard]] unsigned int Count() const { return Across() * ((rows + edge - 1) / edge); }
+};
+
+/// Each grid reaches one point further on all sides than what is drawn of it, so that derivatives
+/// and normals have neighbours everywhere and no seam shows.
+QxHostGrid& PlacedGrid(const Cut& cut, unsigned int number, const SqxShape& shape,
+                       SqxPictureStage& stage)
+{
+    const unsigned int column = number % cut.Across() * cut.edge;
+    const unsigned int row = number / cut.Across() * cut.edge;
+    const float du = 1 / static_cast<float>(cut.columns);
+    const float dv = 1 / static_cast<float>(cut.rows);
+    QxHostGrid& grid = stage.Grid(std::min(cut.edge, cut.columns - column) + 3,
+                                  std::min(cut.edge, cut.rows - row) + 3);
+    shape.Place(grid, (static_cast<float>(column) - 1) * du, (static_cast<float>(row) - 1) * dv, du,
+                dv);
+    return grid;
+}
+
+/// As a screen takes it. What is no number is black.
+float Encoded(float value, SqxEncoding encoding)
+{
+    const float clamped = value > 0 ? std::min(value, 1.0F) : 0;
+    if (encoding == SqxEncoding::Linear)
+        return clamped;
+    if (clamped <= 0.0031308F)
+        return clamped * 12.92F;
+    return 1.055F * std::pow(clamped, 1 / 2.4F) - 0.055F;
+}
+
+}  // namespace
+
+/// Work that threads share.
+struct SqxPicture::Pieces {
+    using Run = std::function<void(SqxPictureStage&, unsigned int)>;
+
+    Pieces(unsigned int itsCount, Run itsRun, bool itTells)
+        : count(itsCount),
+          run(std::move(itsRun)),
+          tells(itTells),
+          notes(itsCount)
+    {
+    }
+
+    unsigned int count;
+    Run run;
+    bool tells;  // what shaders say
+
+    std::atomic<unsigned int> next = 0;
+    std::atomic<unsigned int> done = 0;
+    std::atomic<bool> ended = false;  // by a fault, or because nobody waits any more
+    std::mutex mutex;                 // of what follows
+    std::condition_variable changed;
+    std::size_t working = 0;  // threads
+    std::exception_ptr fault;
+    std::vector<std::vector<SqxNote>> notes;  // by piece
+};
+
+SqxPicture::SqxPicture(SqxPictureSettings settings)
+    : m_settings(std::move(settings)),
+      m_shape(m_settings.square)
+{
+    CheckKinds(m_settings);
+    m_stages.push_back(std::make_unique<SqxPictureStage>(m_settings, m_shape));
+}
+
+std::vector<SqxPicture::Pass> SqxPicture::Passes(bool coarseFirst) const
+{
+    std::vector<Pass> passes;
+    if (coarseFirst) {
+        const unsigned int edge = std::min(m_settings.width, m_settings.height);
+        for (const unsigned int coarseness : {8U, 2U, 1U})
+            if (edge >= coarseness * 8)
+                passes.push_back({coarseness, 1});
+        if (!passes.empty() && passes.back().coarseness == 1 && m_settings.samples == 1)
+            return passes;
+    }
+    passes.push_back({1, m_settings.samples});
+    return passes;
+}
+
+SqxPictureEnd SqxPicture::Render(const Watch& watch)
+{
+    const unsigned int cores = std::max(1U, std::thread::hardware_concurrency());
+    const unsigned int threads = m_settings.threads ? m_settings.threads : cores;
+    while (m_stages.size() < threads)
+        m_stages.push_back(std::make_unique<SqxPictureStage>(m_settings, m_shape));
+    m_pixels = {};
+    for (const Pass& pass : Passes(watch.coarseFirst)) {
+        const SqxPictureEnd end = RenderPass(pass, watch);
+        if (end != SqxPictureEnd::Whole)
+            return end;
+        if (watch.show)
+            watch.show();
+    }
+    return SqxPictureEnd::Whole;
+}
+
+SqxPictureEnd SqxPicture::RenderPass(const Pass& pass, const Watch& watch)
+{
+    const auto pixelsOf = [&pass](unsigned int length) {
+        return (length + pass.coarseness - 1) / pass.coarseness;
+    };
+    const unsigned int width = pixelsOf(m_settings.width);
+    const unsigned int height = pixelsOf(m_settings.height);
+    SqxFilm film(width, height, pass.samples);
+    const auto edge = static_cast<float>(std::min(width, height) * pass.samples);
+    Cut cut = {CellsFor(m_shape.LengthAlongU() * edge), CellsFor(m_shape.LengthAlongV() * edge), 0};
+    cut.edge = EdgeFor(cut.columns, cut.rows);
+    const bool moves = m_stages[0]->Has(QxShaderInterface::e_typeDisplacement);
+    const auto run = [&](SqxPictureStage& stage, unsigned int number) {
+        QxHostGrid& grid = PlacedGrid(cut, number, m_shape, stage);
+        if (!moves && m_shape.IsTurnedAway(grid))
+            return;
+        stage.Shade(grid, number);
+        film.Draw(grid, number);
+    };
+    const bool isWhole = pass.coarseness == 1 && pass.samples == m_settings.samples;
+    Pieces pieces{cut.Count(), run, isWhole};
+    const SqxPictureEnd end = RunPieces(pieces, watch);
+    if (end != SqxPictureEnd::Whole && m_pixels.width > 0)
+        return end;
+    SqxPixels pixels = film.Finish();
+    if (end == SqxPictureEnd::Whole && m_stages[0]->Has(QxShaderInterface::e_typeImager)) {
+        const SqxPictureEnd imagerEnd = RunImager(pixels, watch);
+        if (imagerEnd != SqxPictureEnd::Whole && m_pixels.width > 0)
+            return imagerEnd;
+    }
+    m_pixels = std::move(pixels);
+    return end;
+}
+
+SqxPictureEnd SqxPicture::RunImager(SqxPixels& pixels, const Watch& watch)
+{
+    const auto run = [&](SqxPictureStage& stage, unsigned int number) {
+        const unsigned int first = number * k_imagerRows;
+        stage.RunImager(pixels, first, std::min(k_imagerRows, pixels.height - first), number);
+    };
+    Pieces pieces{(pixels.height + k_imagerRows - 1) / k_imagerRows, run, true};
+    return RunPieces(pieces, watch);
+}
+
+/// This thread waits, tells of the progress, and looks whether it is to stop.
+SqxPictureEnd SqxPicture::RunPieces(Pieces& pieces, const Watch& watch)
+{
+    // A thread may be through before the next one begins.
+    const std::size_t count = std::min<std::size_t>(m_stages.size(), pieces.count);
+    pieces.working = count;
+    std::vector<std::jthread> threads;
+    for (std::size_t i = 0; i < count; ++i)
+        threads.emplace_back([this, &pieces, &watch, i] { Work(pieces, *m_stages[i], watch); });
+
+    std::unique_lock lock(pieces.mutex);
+    while (!pieces.changed.wait_for(lock, k_progressStep, [&] { return pieces.working == 0; })) {
+        lock.unlock();
+        if (watch.progress && pieces.tells)
+            watch.progress(static_cast<float>(pieces.done) / static_cast<float>(pieces.count));
+        lock.lock();
+    }
+    lock.unlock();
+    threads.clear();
+
+    if (pieces.fault)
+        std::rethrow_exception(pieces.fault);
+    if (watch.tell && pieces.tells)
+        for (const std::vector<SqxNote>& notes : pieces.notes)
+            for (const SqxNote& note : notes)
+                watch.tell(note);
+    if (pieces.done == pieces.count)
+        return SqxPictureEnd::Whole;
+    return watch.stop.stop_requested() ? SqxPictureEnd::Stopped : SqxPictureEnd::OutOfTime;
+}
+
+void SqxPicture::Work(Pieces& pieces, SqxPictureStage& stage, const Watch& watch) const
+{
+    const auto isOver = [&watch] {
+        return watch.stop.stop_requested() ||
+               (watch.deadline && std::chrono::steady_clock::now() >= *watch.deadline);
+    };
+    std::exception_ptr fault;
+    while (!pieces.ended && !isOver()) {
+        const unsigned int number = pieces.next++;
+        if (number >= pieces.count)
+            break;
+        try {
+            pieces.run(stage, number);
+        } catch (...) {
+            fault = std::current_exception();
+            pieces.ended = true;
+            break;
+        }
+        pieces.notes[number] = stage.TakeNotes();
+        ++pieces.done;
+    }
+    const std::lock_guard lock(pieces.mutex);
+    if (fault && !pieces.fault)
+        pieces.fault = fault;
+    --pieces.working;
+    pieces.changed.notify_all();
+}
+
+std::vector<unsigned char> SqxPicture::Bytes(SqxEncoding encoding) const
+{
+    std::vector<unsigned char> encoded(m_pixels.colors.size() * 3);
+    for (std::size_t i = 0; i < m_pixels.colors.size(); ++i) {
+        const QxRGBColor color =
+            m_pixels.colors[i] + (1 - m_pixels.opacities[i]) * m_settings.background;
+        for (int channel = 0; channel < 3; ++channel)
+            encoded[i * 3 + channel] =
+                static_cast<unsigned char>(Encoded(color[channel], encoding) * 255 + 0.5F);
+    }
+    if (m_pixels.width == m_settings.width && m_pixels.height == m_settings.height)
+        return encoded;
+
+    std::vector<unsigned char> bytes;
+    bytes.reserve(static_cast<std::size_t>(m_settings.width) * m_settings.height * 3);
+    for (unsigned int row = 0; row < m_settings.height; ++row)
+        for (unsigned int column = 0; column < m_settings.width; ++column) {
+            const std::size_t x = column * m_pixels.width / m_settings.width;
+            const std::size_t y = row * m_pixels.height / m_settings.height;
+            const unsigned char* pixel = encoded.data() + (y * m_pixels.width + x) * 3;
+            bytes.insert(bytes.end(), pixel, pixel + 3);
+        }
+    return bytes;
+}

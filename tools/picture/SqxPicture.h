@@ -1,0 +1,64 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stop_token>
+#include <vector>
+
+#include "picture/SqxPictureStage.h"
+#include "picture/SqxPng.h"
+
+/// How the rendering of a picture came to its end.
+enum class SqxPictureEnd { Whole, Stopped, OutOfTime };
+
+/// Renders what the settings ask for, on several cores. The picture is the same with any number.
+class SqxPicture {
+public:
+    /// Throws `SqxPictureError` if the shaders do not go together, or `QxHostError` if a value
+    /// does not fit its parameter.
+    explicit SqxPicture(SqxPictureSettings settings);
+
+    /// How somebody follows the rendering and ends it. All functions are called in the thread that
+    /// called `Render`; those that are missing are not called.
+    struct Watch {
+        std::stop_token stop;
+        std::optional<std::chrono::steady_clock::time_point> deadline;
+        /// Pictures of few pixels come first, finer and finer ones follow. Without it there is one.
+        bool coarseFirst = false;
+        /// A picture is there, coarse or whole: see `Pixels`.
+        std::function<void()> show;
+        /// The share of the whole picture that is done, about ten times a second.
+        std::function<void(float)> progress;
+        /// What a shader of the whole picture said, in the picture's order.
+        std::function<void(const SqxNote&)> tell;
+    };
+    /// Whether it stops is looked at between pieces of the picture. Throws what a shader does.
+    SqxPictureEnd Render(const Watch& watch);
+
+    [[nodiscard]] const SqxPictureSettings& Settings() const { return m_settings; }
+    /// The last picture that is there. If time was over before the first one, its pieces that are.
+    [[nodiscard]] const SqxPixels& Pixels() const { return m_pixels; }
+    /// That one before the background, in the whole picture's size: three bytes a pixel, rows from
+    /// the top.
+    [[nodiscard]] std::vector<unsigned char> Bytes(SqxEncoding encoding) const;
+
+private:
+    struct Pass {
+        unsigned int coarseness;  // pixels of the whole picture along an edge of one
+        unsigned int samples;
+    };
+    struct Pieces;
+
+    [[nodiscard]] std::vector<Pass> Passes(bool coarseFirst) const;
+    [[nodiscard]] SqxPictureEnd RenderPass(const Pass& pass, const Watch& watch);
+    [[nodiscard]] SqxPictureEnd RunImager(SqxPixels& pixels, const Watch& watch);
+    [[nodiscard]] SqxPictureEnd RunPieces(Pieces& pieces, const Watch& watch);
+    void Work(Pieces& pieces, SqxPictureStage& stage, const Watch& watch) const;
+
+    SqxPictureSettings m_settings;
+    SqxShape m_shape;
+    std::vector<std::unique_ptr<SqxPictureStage>> m_stages;  // one a thread
+    SqxPixels m_pixels;
+};

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host/QxShader.h"
+
+class SqxTexture;
+
+/// A picture that cannot be made. The text is for the user.
+class SqxPictureError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+struct SqxPictureLight {
+    enum class Kind { Ambient, Point, Distant };
+
+    Kind kind = Kind::Ambient;
+    QxVector3 from = {0, 0, 0};  // where it stands, as seen from the middle of the shape
+    QxVector3 to = {0, 0, 0};    // where a distant one points
+    QxRGBColor color = {1, 1, 1};
+    float intensity = 1;
+};
+
+/// What is to be seen, and how.
+struct SqxPictureSettings {
+    struct Shader {
+        std::shared_ptr<const QxShader> shader;
+        std::vector<std::pair<std::string, QxHostValue>> values;  // of parameters
+    };
+
+    std::vector<Shader> shaders;  // one of each kind, and any number of lights
+    bool square = false;          // in place of a sphere
+    unsigned int width = 256;
+    unsigned int height = 256;
+    unsigned int samples = 3;                          // along each edge of a pixel
+    QxRGBColor background = {0.047F, 0.055F, 0.073F};  // all colors are linear
+    QxRGBColor color = {1, 1, 1};                      // of the surface, `Cs`
+    QxRGBColor opacity = {1, 1, 1};                    // `Os`
+    std::vector<SqxPictureLight> lights;               // none, and no light shader: default ones
+    std::map<std::string, std::shared_ptr<const SqxTexture>, std::less<>> textures;  // by name
+    unsigned int threads = 0;  // 0: as many as there are cores
+};

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+/// How a source is compiled.
+struct SqxBuildOptions {
+    bool sharedObject = true;          // in place of byte-code
+    std::vector<std::string> folders;  // of included files and shadeop libraries, absolute
+    std::vector<std::string> definitions;
+};
+
+/// Compiles sources with the compiler that stands beside this program, in a folder that goes with
+/// the object.
+class SqxShaderBuild {
+public:
+    SqxShaderBuild() = default;
+    ~SqxShaderBuild();
+    SqxShaderBuild(const SqxShaderBuild&) = delete;
+    SqxShaderBuild& operator=(const SqxShaderBuild&) = delete;
+
+    /// The shader's file made of a source; it stays for the life of the object. Throws
+    /// `SqxPictureError` if it fails.
+    [[nodiscard]] std::string Build(const std::string& source, const SqxBuildOptions& options);
+    /// What the compiler said in the last build.
+    [[nodiscard]] const std::string& Messages() const { return m_messages; }
+
+private:
+    [[nodiscard]] std::filesystem::path NewFolder();
+
+    std::filesystem::path m_folder;  // empty before the first build
+    int m_builds = 0;
+    std::string m_messages;
+};

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "QxShaderSupport.h"
+#include "picture/SqxPng.h"
+
+/// A picture in the form that shaders look it up in: whole, and smaller and smaller by halves down
+/// to one pixel. It goes on behind its edges, again and again; s leads to the right, t down.
+class SqxTexture {
+public:
+    explicit SqxTexture(SqxImage image);
+    /// Of a PNG file. Throws `SqxPictureError`.
+    [[nodiscard]] static std::shared_ptr<const SqxTexture> Read(const std::string& path);
+
+    /// The color of the patch that the query tells, from its first channel on.
+    [[nodiscard]] QxRGBColor Look(const QxTextureQuery& query) const;
+
+private:
+    struct Texel {
+        float channels[4];
+    };
+    [[nodiscard]] Texel Bilinear(const SqxImage& level, float s, float t) const;
+
+    std::vector<SqxImage> m_levels;  // the whole one first
+};

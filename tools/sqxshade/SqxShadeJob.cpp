@@ -1,0 +1,109 @@
+#include "sqxshade/SqxShadeJob.h"
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <iostream>
+#include <unistd.h>
+
+#include "picture/SqxPicture.h"
+#include "picture/SqxTexture.h"
+
+namespace {
+
+/// The value that a text gives a parameter.
+QxHostValue ReadValue(const QxShader::Parameter& parameter, const std::string& text)
+{
+    if (parameter.type == QxValueType::String)
+        return parameter.length == 1 ? std::vector{text} : SqxSplit(text, ',');
+    std::vector<float> numbers = SqxReadNumbers(text, "value of '" + parameter.name + "'");
+    const std::size_t width = QxFloatCount(parameter.type);
+    if (width == 3 && parameter.length == 1 && numbers.size() == 1)
+        numbers.assign(3, numbers[0]);
+    if (numbers.size() != width * parameter.length) {
+        const std::string array =
+            parameter.length == 1 ? "" : "[" + std::to_string(parameter.length) + "]";
+        throw SqxPictureError("Parameter '" + parameter.name + "' is a " +
+                              QxTypeName(parameter.type) + array + " and takes " +
+                              std::to_string(width * parameter.length) +
+                              " numbers, but is set to '" + text + "'");
+    }
+    return {parameter.type, std::move(numbers)};
+}
+
+/// Shows how far a picture is once that has taken a second.
+class Progress {
+public:
+    ~Progress()
+    {
+        if (m_isShown)
+            std::cerr << "\r\x1B[K" << std::flush;
+    }
+    void Show(float done)
+    {
+        if (!m_isTerminal || std::chrono::steady_clock::now() - m_start < std::chrono::seconds(1))
+            return;
+        m_isShown = true;
+        std::cerr << "\rsqxshade: " << static_cast<int>(done * 100) << " %" << std::flush;
+    }
+
+private:
+    std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
+    bool m_isTerminal = isatty(STDERR_FILENO) != 0;
+    bool m_isShown = false;
+};
+
+SqxPictureSettings::Shader Load(const SqxShadeOptions::Shader& source,
+                                const SqxBuildOptions& options, SqxShaderBuild& build)
+{
+    std::string path = source.path;
+    if (std::filesystem::path(path).extension() == ".sl") {
+        try {
+            path = build.Build(path, options);
+        } catch (const SqxPictureError&) {
+            std::cerr << build.Messages();
+            throw;
+        }
+        std::cerr << build.Messages();
+    }
+    SqxPictureSettings::Shader loaded = {QxShader::Open(path, options.folders), {}};
+    const auto& parameters = loaded.shader->Parameters();
+    for (const auto& [name, text] : source.parameters) {
+        const auto found =
+            std::find_if(parameters.begin(), parameters.end(),
+                         [&name = name](const auto& parameter) { return parameter.name == name; });
+        if (found == parameters.end())
+            throw SqxPictureError("Shader '" + source.path + "' has no parameter '" + name + "'");
+        loaded.values.emplace_back(name, ReadValue(*found, text));
+    }
+    return loaded;
+}
+
+}  // namespace
+
+void SqxShade(const SqxShadeOptions& options)
+{
+    SqxShaderBuild build;
+    SqxPictureSettings settings = options.picture;
+    for (const SqxShadeOptions::Shader& shader : options.shaders)
+        settings.shaders.push_back(Load(shader, options.build, build));
+    for (const auto& [name, file] : options.textures)
+        settings.textures.insert_or_assign(name, SqxTexture::Read(file));
+
+    SqxPicture picture(std::move(settings));
+    {
+        Progress progress;
+        SqxPicture::Watch watch;
+        watch.progress = [&progress](float done) { progress.Show(done); };
+        watch.tell = [](const SqxNote& note) {
+            if (note.isReport)
+                std::cerr << note.text << '\n';
+            else
+                std::cout << note.text;
+        };
+        (void)picture.Render(watch);  // nobody stops it
+    }
+    const SqxEncoding encoding = options.linear ? SqxEncoding::Linear : SqxEncoding::Srgb;
+    SqxWriteWhole(options.output, SqxEncodePng(options.picture.width, options.picture.height,
+                                               picture.Bytes(encoding), encoding));
+}
