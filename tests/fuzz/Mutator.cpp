@@ -7,10 +7,14 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <cstdlib>
 
 namespace {
 
-constexpr int k_mostChanges = 4;
+using Span = Mutator::Span;
+
+constexpr std::size_t k_mostChanges = 4;
+constexpr std::size_t k_mostLineChanges = 2;  // byte-code forgives less
 
 // What a mutation may put where a word was, beside words of the donor.
 constexpr std::array<std::string_view, 84> k_words = {
@@ -33,14 +37,9 @@ constexpr std::array<std::string_view, 84> k_words = {
 // Lines of byte-code that are not in the donor.
 constexpr std::array<std::string_view, 12> k_numbers = {
     "0", "1", "2", "3", "7", "-1", "21", "435", "32767", "-32768", "1e38", ""};
+constexpr std::size_t k_codeLine = 5;  // most characters of one, with its end
 constexpr std::string_view k_byteCodeStart = "\x7F";
 constexpr std::string_view k_byteCodeVersion = "\n5 0\n";  // ends what is the same in all files
-
-struct Span {
-    std::size_t begin = 0;
-    std::size_t end = 0;
-    [[nodiscard]] std::size_t Size() const { return end - begin; }
-};
 
 bool IsWordPart(char c)
 {
@@ -115,7 +114,8 @@ std::string_view Part(std::string_view text, const Span& span)
 
 std::string Mutator::Mutate(std::string text, std::string_view donor, std::size_t limit)
 {
-    for (std::size_t left = 1 + Below(k_mostChanges); left > 0; --left)
+    const std::size_t most = text.starts_with(k_byteCodeStart) ? k_mostLineChanges : k_mostChanges;
+    for (std::size_t left = 1 + Below(most); left > 0; --left)
         Change(text, donor);
     text.resize(std::min(text.size(), limit));
     return text;
@@ -183,12 +183,24 @@ void Mutator::ChangeLines(std::string& text, std::string_view donor)
 {
     const auto place = [this](std::string_view in) {
         const std::size_t version = in.find(k_byteCodeVersion);
-        const std::size_t first = version == std::string_view::npos || Below(16) == 0 ? 0 : version;
-        return std::min(first + k_byteCodeVersion.size() + Below(in.size()), in.size() - 1);
+        const std::size_t first = Below(32) == 0 || version == std::string_view::npos
+                                      ? 0
+                                      : version + k_byteCodeVersion.size();
+        std::size_t at = 0;
+        // Lines of code are short: the others would be picked far too often.
+        for (int attempt = 0; attempt < 8 && first < in.size(); ++attempt) {
+            at = first + Below(in.size() - first);
+            if (LinesAt(in, at, 1).Size() <= k_codeLine)
+                break;
+        }
+        return at;
     };
     const std::size_t count = Below(2) == 0 ? 1 : 1 + Below(6);
     const Span to = LinesAt(text, place(text), count);
-    if (Below(3) == 0) {
+    // The next variables and instructions are often of the same kind.
+    if (Below(2) == 0)
+        return MoveNumber(text, LinesAt(text, to.begin, 1));
+    if (Below(6) == 0) {
         Replace(text, LinesAt(text, to.begin, 1),
                 std::string(k_numbers[Below(k_numbers.size())]) + '\n');
         return;
@@ -201,6 +213,13 @@ void Mutator::ChangeLines(std::string& text, std::string_view donor)
         text.insert(to.begin, lines);
     else
         Replace(text, to, lines);
+}
+
+void Mutator::MoveNumber(std::string& text, const Span& line)
+{
+    const int number = std::atoi(text.c_str() + line.begin);
+    const int step = static_cast<int>(Below(9)) - 4;
+    Replace(text, line, std::to_string(number + step) + '\n');
 }
 
 void Mutator::ReplaceWord(std::string& text, std::string_view donor)

@@ -11,6 +11,13 @@
 /// The same seed gives the same inputs on every machine.
 class Mutator {
 public:
+    /// A part of a text.
+    struct Span {
+        std::size_t begin = 0;
+        std::size_t end = 0;
+        [[nodiscard]] std::size_t Size() const { return end - begin; }
+    };
+
     explicit Mutator(std::uint32_t seed) : m_random(seed) {}
 
     /// `text` after a few changes, some of them with parts of `donor`. At most `limit` characters.
@@ -23,6 +30,7 @@ private:
     void Change(std::string& text, std::string_view donor);
     void ChangeBytes(std::string& text);
     void ChangeLines(std::string& text, std::string_view donor);
+    void MoveNumber(std::string& text, const Span& line);
     void MoveWords(std::string& text, std::string_view donor);
     void ReplaceWord(std::string& text, std::string_view donor);
     void ReplaceGroup(std::string& text, std::string_view donor);
