@@ -27,22 +27,26 @@ constexpr const char* k_severalSpaces = "more";
 
 /// The predefined variables that a built-in reads without their being named in the call.
 struct SlcImplicitVars {
-    const char* function;
+    const char* primitive;
     std::vector<SlcPtr<SlcVarSymbolEntry>*> variables;
 };
 
 const std::vector<SlcImplicitVars>& ImplicitVars()
 {
     static const std::vector<SlcImplicitVars> rows = {
-        {"faceforward", {&Hiddens::sm_Ng}},
-        {"ambient", {&Hiddens::sm_P, &Hiddens::sm_L}},
-        {"specular", {&Hiddens::sm_P, &Hiddens::sm_L, &Hiddens::sm_Cl}},
-        {"specularstd", {&Hiddens::sm_P, &Hiddens::sm_L, &Hiddens::sm_Cl}},
-        {"phong", {&Hiddens::sm_P, &Hiddens::sm_L, &Hiddens::sm_Cl}},
-        {"diffuse", {&Hiddens::sm_P, &Hiddens::sm_L, &Hiddens::sm_Cl}},
-        {"Du", {&Hiddens::sm_du}},
-        {"Dv", {&Hiddens::sm_dv}},
-        {"calculatenormal", {&Hiddens::sm_du, &Hiddens::sm_dv}},
+        {"CALL_PRIM_FACEFORWARD", {&Hiddens::sm_Ng}},
+        {"CALL_PRIM_AMBIENT", {&Hiddens::sm_P, &Hiddens::sm_L}},
+        {"CALL_PRIM_SPECULAR", {&Hiddens::sm_P, &Hiddens::sm_L, &Hiddens::sm_Cl}},
+        {"CALL_PRIM_SPECULARSTD", {&Hiddens::sm_P, &Hiddens::sm_L, &Hiddens::sm_Cl}},
+        {"CALL_PRIM_PHONG", {&Hiddens::sm_P, &Hiddens::sm_L, &Hiddens::sm_Cl}},
+        {"CALL_PRIM_DIFFUSE", {&Hiddens::sm_P, &Hiddens::sm_L, &Hiddens::sm_Cl}},
+        {"CALL_PRIM_DU_FLOAT", {&Hiddens::sm_du}},
+        {"CALL_PRIM_DU_COLOR", {&Hiddens::sm_du}},
+        {"CALL_PRIM_DU_POINT", {&Hiddens::sm_du}},
+        {"CALL_PRIM_DV_FLOAT", {&Hiddens::sm_dv}},
+        {"CALL_PRIM_DV_COLOR", {&Hiddens::sm_dv}},
+        {"CALL_PRIM_DV_POINT", {&Hiddens::sm_dv}},
+        {"CALL_PRIM_CALCULATENORMAL", {&Hiddens::sm_du, &Hiddens::sm_dv}},
     };
     return rows;
 }
@@ -358,12 +362,13 @@ void SlcGetShaderInfo::Case(SlcProcCallExprNode* node)
 
 void SlcGetShaderInfo::TouchVariablesOf(SlcProcCallExprNode* node)
 {
-    const std::string& name = node->GetIdent()->GetName();
-    m_usesRaytracing = m_usesRaytracing || name == "trace";
+    m_usesRaytracing = m_usesRaytracing || node->GetIdent()->GetName() == "trace";
+    const SlcIdentNode* primitive = node->GetSymbolEntry()->GetCName();
     for (const SlcImplicitVars& row : ImplicitVars()) {
-        if (name != row.function)
+        if (!primitive || primitive->GetName() != row.primitive)
             continue;
         m_needsGrid = true;
+        m_parameterDependsOnContext = true;
         for (const auto* variable : row.variables)
             AddVarIfNotInList(*variable);
     }

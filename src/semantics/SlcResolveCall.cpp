@@ -12,10 +12,11 @@ using namespace SlcTypedExpr;
 
 namespace {
 
-/// Where a function exists.
+/// Where a function exists, or its form with so many arguments, 0 for every form.
 struct Availability {
     std::string_view name;
     bool (*in)(const SlcShaderTypeNode& shader);
+    std::size_t arguments = 0;
 };
 
 bool InSurface(const SlcShaderTypeNode& shader)
@@ -33,11 +34,13 @@ bool NotInImager(const SlcShaderTypeNode& shader)
     return !shader.IsImager();
 }
 
-//   name           in
+//   name           in, arguments
 constexpr Availability k_restricted[] = {
-    {"ambient", InSurface},    {"diffuse", InSurface},     {"specular", InSurface},
-    {"phong", InSurface},      {"specularstd", InSurface}, {"trace", WhereRaysStart},
-    {"incident", NotInImager}, {"opposite", NotInImager},
+    {"ambient", InSurface},          {"diffuse", InSurface},
+    {"specular", InSurface},         {"phong", InSurface},
+    {"specularstd", InSurface},      {"trace", WhereRaysStart},
+    {"incident", NotInImager},       {"opposite", NotInImager},
+    {"faceforward", NotInImager, 2},  // reads `Ng`
 };
 
 bool IsFilterstep(const SlcFuncSymbolEntry& entry)
@@ -157,6 +160,8 @@ bool SlcResolveCall::CheckShaderType()
     const std::string& name = m_call->GetIdent()->GetName();
     for (const Availability& restricted : k_restricted) {
         if (restricted.name != name || !m_shaderType || restricted.in(*m_shaderType))
+            continue;
+        if (restricted.arguments != 0 && restricted.arguments != m_args.size())
             continue;
         m_errors->Error(m_call, "Function '" + name + "' is unavailable in " +
                                     m_shaderType->ToString() + " shader");

@@ -63,7 +63,7 @@ const char* const SlcFuncDescription::sm_funcInfoString[] = {
     "distance float 2 point point 0 0 CALL_PRIM_DISTANCE 0 1 simd varying varying",
     "area float 1 point 0 0 CALL_PRIM_AREA 0 0 always-simd varying",
     "normalize any-vector 1 any-vector 0 0 CALL_PRIM_NORMALIZE 0 0 simd varying",
-    "faceforward any-vector 2 any-vector any-vector 0 0 CALL_PRIM_FACEFORWARD 0 0 simd "
+    "faceforward any-vector 2 any-vector any-vector 1 1 CALL_PRIM_FACEFORWARD 0 0 simd "
     "varying varying",
     "faceforward any-vector 3 any-vector any-vector any-vector 0 0 CALL_PRIM_FACEFORWARD2 "
     "0 0 simd varying varying varying",

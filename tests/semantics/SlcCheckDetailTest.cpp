@@ -85,6 +85,8 @@ TEST(SlcCheckDetail, CombinesTheDetailsOfOperands)
         {"comp(diffuse(N), 0)", "varying"},
         {"raylevel()", "uniform"},
         {"random()", "unknown"},
+        {"xcomp(faceforward(vector k, vector k, vector k))", "uniform"},
+        {"xcomp(faceforward(vector k, vector k))", "varying"},
         {"determinant(matrix (1,0,0,0, 0,1,0,0, 0,0,1,0, 0,0,0,x))", "unknown"},
     };
     for (const Expression& e : expressions) {

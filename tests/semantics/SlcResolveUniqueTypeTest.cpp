@@ -223,6 +223,9 @@ TEST(SlcResolveUniqueType, KeepsBuiltInsToTheirShaders)
                 << kind;
         }
     }
+    EXPECT_EQ(TypedStatement("v1 = faceforward(v1, v1, v1); v1 = faceforward(v1, v1);", "imager")
+                  .Reports(),
+              "ERROR: Function 'faceforward' is unavailable in imager shader");
     // In the order of the source: the arguments first.
     EXPECT_EQ(TypedStatement("c1 = diffuse((1, 2, 3));", "light",
                              "color diffuse(color c) { return c; } "
