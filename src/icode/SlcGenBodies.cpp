@@ -2,7 +2,8 @@
 //
 // A `return` that no condition guards ends the body: what follows it has no code. Under a
 // condition, or in a loop, some points return earlier than others. Such a body is a varying loop
-// of one trip, and its `return` clears the flags of the points as a `break` does.
+// of one trip, and its `return` clears the flags of the points as a `break` does. In a list that
+// runs without a grid it jumps to the end.
 
 #include "icode/SlcGenInterCode.h"
 #include "symbols/SlcPossibleTypes.h"
@@ -50,7 +51,9 @@ SlcOperand ZeroOf(const SlcTypeNode* type)
 
 void SlcGenInterCode::GenFuncBody(SlcProcCallExprNode* call, SlcStmtNode* body)
 {
-    if (FindEarlyReturn().In(body))
+    if (FindEarlyReturn().In(body) && m_withoutGrid)
+        GenBodyWithJumps(call, body);
+    else if (FindEarlyReturn().In(body))
         GenBodyOfOneTrip(call, body);
     else
         GenPlainBody(call, body);
@@ -73,15 +76,32 @@ void SlcGenInterCode::GenPlainBody(SlcProcCallExprNode* call, SlcStmtNode* body)
     Push(result);
 }
 
+SlcOperand SlcGenInterCode::GenResultOfEarlyReturns(SlcProcCallExprNode* call)
+{
+    if (TypeOf(call)->IsVoidType())
+        return nullptr;
+    // No pooled one: the statements of the body would release it.
+    const SlcOperand result = MakeTempVar(TypeOf(call), SlcDetailNode::AVarying());
+    AddInBlock(result->GetDetail(), MakeShared<SlcAssignICode>(result, ZeroOf(TypeOf(call))));
+    return result;
+}
+
+void SlcGenInterCode::GenBodyWithJumps(SlcProcCallExprNode* call, SlcStmtNode* body)
+{
+    const SlcOperand result = GenResultOfEarlyReturns(call);
+    const SlcLabel end = GenLabel();
+    m_bodies.push_back({nullptr, result, m_loops.size(), end});
+    body->ApplyWalker(this);
+    m_bodies.pop_back();
+    AddICode(end);
+    if (result)
+        Push(result);
+}
+
 void SlcGenInterCode::GenBodyOfOneTrip(SlcProcCallExprNode* call, SlcStmtNode* body)
 {
     SlcDetailNode* varying = SlcDetailNode::AVarying();
-    SlcOperand result;
-    if (!TypeOf(call)->IsVoidType()) {
-        // No pooled one: the statements of the body would release it.
-        result = MakeTempVar(TypeOf(call), varying);
-        AddInBlock(varying, MakeShared<SlcAssignICode>(result, ZeroOf(TypeOf(call))));
-    }
+    SlcOperand result = GenResultOfEarlyReturns(call);
     const SlcOperand flag = GetBoolFlag(varying);
     const SlcOperand uniformFlag = GetBoolFlag(SlcDetailNode::AUniform());
     const SlcLabel end = GenLabel();
@@ -110,13 +130,18 @@ void SlcGenInterCode::Case(SlcReturnStmtNode* node)
 {
     GenLineNumberInfo(node);
     const Body body = m_bodies.back();
-    if (body.flag.Null()) {
+    if (body.end.Null()) {
         node->WalkIn(this);
         throw EndOfBody();
     }
     if (node->GetValue()) {
         const SlcOperand value = Evaluate(node->GetValue());
         GenPlainAssignment(body.result, value);
+    }
+    if (m_withoutGrid) {
+        AddICode(MakeShared<SlcGotoICode>(body.end));
+        ReleaseTempVars();
+        return;
     }
     const auto leave = MakeShared<SlcBreakICode>(body.end);
     AddLoopFlags(leave->m_flags, m_loops.size() - body.loops);

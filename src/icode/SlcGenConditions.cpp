@@ -38,7 +38,8 @@ private:
 SlcOperand SlcGenInterCode::GenCondition(SlcIfThenStmtNode* node)
 {
     GenLineNumberInfo(node);
-    const bool outer = std::exchange(m_flagCopyNeeded, node->ContainsBreakOrContinue());
+    const bool outer =
+        std::exchange(m_flagCopyNeeded, node->ContainsBreakOrContinue() && !m_withoutGrid);
     SlcOperand flag = GenRelation(node->GetCondition(), nullptr, false);
     m_flagCopyNeeded = outer;
     return flag;

@@ -62,7 +62,7 @@ private:
         SlcOperand uniformFlag;  // true when some point is active; may be null
     };
 
-    /// A varying loop.
+    /// A varying loop, or any loop of a list that runs without a grid, which has no flags.
     struct Loop {
         SlcOperand flag;  // points still in the loop
         SlcOperand cond;  // points active in this round
@@ -96,7 +96,7 @@ private:
         SlcOperand flag;    // points that have not returned; null unless some return early
         SlcOperand result;  // their value; null unless some return early with one
         std::size_t loops;  // varying loops around the call
-        SlcLabel end;
+        SlcLabel end;       // null unless some return early
     };
 
     /// An operand on the value stack.
@@ -353,6 +353,7 @@ private:
     void GenerateLoopCondition(LoopTest& test);
     [[nodiscard]] LoopTest BeginLoop(SlcLoopStmtNode* node, SlcRelationNode* relation);
     void EndLoop(LoopTest& test);
+    void GenUniformLoopBody(SlcLoopStmtNode* node, const LoopTest& test, const SlcLabel& next);
     [[nodiscard]] bool GenParallelLoopBody(SlcLoopStmtNode* node, const LoopTest& test,
                                            const SlcLabel& continueLabel);
     void GenUnusedValue(SlcExprNode* expr);
@@ -372,6 +373,10 @@ private:
     void GenFuncBody(SlcProcCallExprNode* call, SlcStmtNode* body);
     void GenPlainBody(SlcProcCallExprNode* call, SlcStmtNode* body);
     void GenBodyOfOneTrip(SlcProcCallExprNode* call, SlcStmtNode* body);
+    /// In a list that runs without a grid, a `return` is a jump.
+    void GenBodyWithJumps(SlcProcCallExprNode* call, SlcStmtNode* body);
+    /// A variable for the value of a function that may return early; null for a void one.
+    [[nodiscard]] SlcOperand GenResultOfEarlyReturns(SlcProcCallExprNode* call);
 
     // Calls.
     void Case(SlcProcCallExprNode* node) override;

@@ -3,6 +3,9 @@
 // A loop runs until no point remains in it; its flag says which do. With code motion the test
 // stands in front of the loop and again behind the body, so that what is moved out of the loop
 // does not run if the loop does not.
+//
+// In a list that runs without a grid there is one point, so that all flags would be uniform: there
+// the statements that leave a loop are jumps.
 
 #include <utility>
 
@@ -15,7 +18,7 @@ void SlcGenInterCode::Case(SlcWhileStmtNode* node)
     GenLineNumberInfo(node);
     LoopTest test = BeginLoop(node, node->GetCondition());
     if (test.cond->IsUniform())
-        node->GetBody()->ApplyWalker(this);
+        GenUniformLoopBody(node, test, m_withoutGrid ? GenLabel() : nullptr);
     else
         static_cast<void>(GenParallelLoopBody(node, test, test.start));
     EndLoop(test);
@@ -28,8 +31,7 @@ void SlcGenInterCode::Case(SlcForStmtNode* node)
     LoopTest test = BeginLoop(node, node->GetCondition());
     const SlcLabel next = GenLabel();
     if (test.cond->IsUniform()) {
-        node->GetBody()->ApplyWalker(this);
-        AddICode(next);
+        GenUniformLoopBody(node, test, next);
         GenUnusedValue(node->GetStep());
     } else {
         const bool isContinued = GenParallelLoopBody(node, test, next);
@@ -57,7 +59,7 @@ SlcGenInterCode::LoopTest SlcGenInterCode::BeginLoop(SlcLoopStmtNode* node,
 {
     LoopTest test;
     test.relation = relation;
-    test.containsBreakOrContinue = node->ContainsBreakOrContinue();
+    test.containsBreakOrContinue = node->ContainsBreakOrContinue() && !m_withoutGrid;
     test.flag = GetBoolFlag(SlcDetailNode::AVarying());
     test.start = GenLabel();
     test.end = GenLabel();
@@ -119,6 +121,19 @@ void SlcGenInterCode::GenerateLoopCondition(LoopTest& test)
     AddICode(MakeShared<SlcIfFalseGotoICode>(test.uniformFlag, test.end));
 }
 
+/// `next` stands behind the body, unless it is null.
+void SlcGenInterCode::GenUniformLoopBody(SlcLoopStmtNode* node, const LoopTest& test,
+                                         const SlcLabel& next)
+{
+    if (m_withoutGrid)
+        m_loops.push_back({nullptr, nullptr, test.end, next, false});
+    node->GetBody()->ApplyWalker(this);
+    if (m_withoutGrid)
+        m_loops.pop_back();
+    if (next)
+        AddICode(next);
+}
+
 /// True if a `continue` goes to `continueLabel`.
 bool SlcGenInterCode::GenParallelLoopBody(SlcLoopStmtNode* node, const LoopTest& test,
                                           const SlcLabel& continueLabel)
@@ -135,6 +150,11 @@ bool SlcGenInterCode::GenParallelLoopBody(SlcLoopStmtNode* node, const LoopTest&
 void SlcGenInterCode::Case(SlcBreakStmtNode* node)
 {
     GenLineNumberInfo(node);
+    if (m_withoutGrid) {
+        AddICode(MakeShared<SlcGotoICode>(
+            GetBreakLabel(static_cast<std::size_t>(node->GetLevel()->GetValue()))));
+        return;
+    }
     if (!IsInParallelIf()) {
         m_errors->Error(node, "Doesn't yet genearate i-code for 'break' inside uniform loops");
         return;
@@ -150,6 +170,11 @@ void SlcGenInterCode::Case(SlcBreakStmtNode* node)
 void SlcGenInterCode::Case(SlcContinueStmtNode* node)
 {
     GenLineNumberInfo(node);
+    if (m_withoutGrid) {
+        AddICode(MakeShared<SlcGotoICode>(
+            GetContinueLabel(static_cast<std::size_t>(node->GetLevel()->GetValue()))));
+        return;
+    }
     if (!IsInParallelIf()) {
         m_errors->Error(node, "Doesn't yet genearate i-code for 'continue' inside uniform loops");
         return;

@@ -458,9 +458,6 @@ void SlcGetShaderInfo::WalkMarking(Node* node, Leaves leaves)
 {
     const int outer = std::exchange(m_levelsToLeave, 0);
     node->WalkIn(this);
-    // The flags of loops and of what is left early hold a value for each point.
-    if (leaves == Leaves::OneLevel || m_levelsToLeave > 0)
-        m_needsGrid = true;
     if (m_levelsToLeave > 0) {
         node->SetContainsBreakOrContinue(true);
         if (leaves == Leaves::OneLevel && m_levelsToLeave != INT_MAX)

@@ -107,7 +107,7 @@ private:
     std::set<std::string> m_hiddenNames;  // of `m_hiddenVars`
     std::set<std::string> m_spaceTexts;   // of `m_spaces`
     std::set<std::pair<std::string, std::string>> m_dsoMethods;  // of `m_dsoFunctions`; key, name
-    // Functions that use predefined variables, or flags for each point; for look-up only.
+    // Functions that use predefined variables; for look-up only.
     std::set<SlcPtr<SlcFuncSymbolEntry>> m_contextFunctions;
     std::set<SlcPtr<SlcFuncSymbolEntry>> m_objectSpaceFunctions;  // for look-up only, too
 };

@@ -250,6 +250,36 @@ TEST(Language, ExpandsFunctions)
     ExpectAllRun(cases);
 }
 
+TEST(Language, ComputesDefaultValues)
+{
+    static const RunCase cases[] = {
+        {"float fact(uniform float n) { uniform float i, f = 1; for (i = 2; i <= n; i += 1) f *= i;"
+         " return f; } light test(float k = fact(4); output varying float r = 0;) { r = k; }",
+         {24, 24, 24, 24, 24, 24}},
+        {"float f(uniform float n) { uniform float i = 0, f = 0; while (i < 9 && f < 99) { i += 1;"
+         " if (i == 2) continue; if (i > n) { f += 0.5; break; } f += i; } return f; }"
+         "light test(float k = f(4); output varying float r = 0;) { r = k; }",
+         {8.5, 8.5, 8.5, 8.5, 8.5, 8.5}},
+        {"float f(uniform float n) { uniform float i, j, f = 0; for (i = 0; i < 3; i += 1) {"
+         " for (j = 0; j < 3; j += 1) { if (j == 1) continue 2; if (i == n) break 2; f += 1; }"
+         " f += 100; } return f; }"
+         "light test(float k = f(2); output varying float r = 0;) { r = k; }",
+         {2, 2, 2, 2, 2, 2}},
+        {"float one(uniform float x) { if (x > 0) return 1; }"
+         "string name(uniform float x) { uniform float y = x; while (y > 5) y -= 1;"
+         " if (y > 4.5) return \"big\"; }"
+         "light test(float k = one(2) + 10 * one(-3); string a = name(9);"
+         " string b = name(3); output varying float r = 0;)"
+         "{ r = k; if (a == \"big\" && b == \"\") r += 1; }",
+         {2, 2, 2, 2, 2, 2}},
+        {"surface test(varying vector k = faceforward(vector (0, 0, 2), vector (0, 0, 1));"
+         " varying float d = Du(v) + 1; output varying float r = 0;)"
+         "{ r = abs(zcomp(k)) + d; }",
+         {3, 3, 3, 3, 3, 3}},
+    };
+    ExpectAllRun(cases);
+}
+
 TEST(Language, DifferentiatesOverTheGrid)
 {
     static const RunCase cases[] = {
