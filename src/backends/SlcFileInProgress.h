@@ -8,8 +8,9 @@
 
 class SlcSemanticError;
 
-/// A file that appears under its name whole or not at all: it is written beside its place, and
-/// `Finish` moves it there. Without `Finish` it is removed again.
+/// A file that appears under its name whole or not at all: it is written beside its place, under a
+/// name that no other run has, and `Finish` moves it there. Without `Finish` it is removed again,
+/// also by a signal that ends the process.
 class SlcFileInProgress {
 public:
     /// A file that cannot be opened is fatal, "Cannot open `path` for `purpose`"; a name that is

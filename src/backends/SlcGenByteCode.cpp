@@ -59,6 +59,7 @@ SlcGenByteCode::SlcGenByteCode(SlcPtr<SlcSemanticError> errors, std::ostream& ou
 
 void SlcGenByteCode::GenByteCode(SlcInterForm& form)
 {
+    m_shader = form.m_shader;
     InitMatricesInfo(form);
     InitDSOInfo(form);
     GenHeader(form);
@@ -161,8 +162,8 @@ void SlcGenByteCode::GenConstInfo(const SlcOperand& constant)
         std::snprintf(text, sizeof text, "%e", constant->GetFloat());
         m_out << text;
         if (std::abs(constant->GetFloat()) > std::numeric_limits<float>::max())
-            m_errors->Error(nullptr, std::string("Constant ") + text +
-                                         " does not fit into single precision");
+            m_errors->Error(m_shader, std::string("Constant ") + text +
+                                          " does not fit into single precision");
     } else if (constant->IsString()) {
         m_out << constant->GetString();
     } else if (constant->IsInt()) {

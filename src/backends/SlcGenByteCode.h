@@ -65,6 +65,8 @@ private:
     void AddLabelRef(const SlcLabel& label);
     void ResolveUnknownLabels();
     void ReportUnnumbered(const SlcOperand& operand);
+    /// At the statement whose code is written, or else at the shader.
+    void Report(std::string_view text);
     /// `value` as a 16-bit number; reports one that does not fit.
     [[nodiscard]] std::int16_t Fit(std::size_t value, std::string_view what);
 
@@ -98,7 +100,7 @@ private:
     void Case(SlcPtr<SlcCheckIlluminanceICode> code) override;
     void Case(SlcPtr<SlcBeginIlluminanceICode> code) override;
     void Case(SlcPtr<SlcEndIlluminanceICode> code) override;
-    void Case(SlcPtr<SlcCommentICode>) override {}
+    void Case(SlcPtr<SlcCommentICode> code) override { m_comment = std::move(code); }
     void Case(SlcPtr<SlcBeginParallelICode> code) override;
     void Case(SlcPtr<SlcEndParallelICode> code) override;
     void Case(SlcPtr<SlcIfTrueICode> code) override;
@@ -127,6 +129,8 @@ private:
 
     SlcPtr<SlcSemanticError> m_errors;
     std::ostream& m_out;
+    const SlcSyntaxNode* m_shader = nullptr;
+    SlcPtr<SlcCommentICode> m_comment;  // the last one seen in the block
     int m_nextVarNb = 0;
     std::vector<std::int16_t> m_code;                                  // values of the block
     std::unordered_map<std::string_view, std::size_t> m_labels;        // positions by label name

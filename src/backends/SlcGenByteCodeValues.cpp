@@ -17,6 +17,7 @@ void SlcGenByteCode::ResetCode()
     m_code.clear();
     m_labels.clear();
     m_unknownLabels.clear();
+    m_comment = nullptr;
 }
 
 std::int16_t SlcGenByteCode::Fit(std::size_t value, std::string_view what)
@@ -24,9 +25,9 @@ std::int16_t SlcGenByteCode::Fit(std::size_t value, std::string_view what)
     if (value <= k_highestValue)
         return static_cast<std::int16_t>(value);
     if (m_reported.emplace(what).second)
-        m_errors->Error(nullptr, std::string(what) + ' ' + std::to_string(value) +
-                                     " does not fit into byte-code, whose largest number is " +
-                                     std::to_string(k_highestValue) + ", use '--dso'");
+        Report(std::string(what) + ' ' + std::to_string(value) +
+               " does not fit into byte-code, whose largest number is " +
+               std::to_string(k_highestValue) + ", use '--dso'");
     return 0;
 }
 
@@ -71,7 +72,15 @@ void SlcGenByteCode::ReportUnnumbered(const SlcOperand& operand)
         text += "ident: " + operand->GetName();
     else
         text += "element.";
-    m_errors->Error(nullptr, text);
+    Report(text);
+}
+
+void SlcGenByteCode::Report(std::string_view text)
+{
+    if (m_comment)
+        m_errors->ErrorICode(m_comment, text);
+    else
+        m_errors->Error(m_shader, text);
 }
 
 void SlcGenByteCode::AddGotoLabel(const SlcLabel& label)

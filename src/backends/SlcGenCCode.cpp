@@ -72,8 +72,8 @@ void SlcGenCCode::CheckSpaceNames()
         const auto [entry, isNew] =
             spaces.emplace(SlcMatrixIndexName(space->GetText()), space->GetText());
         if (!isNew)
-            m_errors->Error(nullptr, "Coordinate spaces " + entry->second + " and " +
-                                         space->GetText() + " have the same name in C++");
+            m_errors->Error(m_form->m_shader, "Coordinate spaces " + entry->second + " and " +
+                                                  space->GetText() + " have the same name in C++");
     }
 }
 

@@ -1,5 +1,6 @@
 #include "driver/SlcExternalCommands.h"
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <initializer_list>
@@ -15,12 +16,31 @@ namespace {
 
 using Variables = std::initializer_list<std::pair<const char*, std::string>>;
 
+/// While it lives, the process hears how its children end: a parent may have told it to ignore
+/// that, and then no command has a result.
+class DefaultChildSignal {
+public:
+    DefaultChildSignal()
+    {
+        struct sigaction action = {};
+        action.sa_handler = SIG_DFL;
+        sigaction(SIGCHLD, &action, &m_before);
+    }
+    ~DefaultChildSignal() { sigaction(SIGCHLD, &m_before, nullptr); }
+    DefaultChildSignal(const DefaultChildSignal&) = delete;
+    DefaultChildSignal& operator=(const DefaultChildSignal&) = delete;
+
+private:
+    struct sigaction m_before = {};
+};
+
 /// True if the variables could be set and the command returned 0.
 [[nodiscard]] bool RunCommand(const std::string& command, Variables variables)
 {
     for (const auto& [name, value] : variables)
         if (setenv(name, value.c_str(), 1) != 0)
             return false;
+    const DefaultChildSignal childSignal;
     return std::system(command.c_str()) == 0;
 }
 

@@ -73,11 +73,6 @@ char NextChar()
     return column < position.currentLine.size() ? position.currentLine[column] : ' ';
 }
 
-std::string OfLine(int line)
-{
-    return "of line " + std::to_string(line);
-}
-
 /// The token as a report names it.
 std::string Named(int code, const std::string& text)
 {
@@ -271,10 +266,10 @@ std::string SlcParseAdvice::HintOnBraces() const
         return "a ')' is missing in front of it";
     const bool isShader = token == IDENTIFIER && IsShaderKind(Before(1).code);
     if (!m_braces.empty() && (token == 0 || isShader)) {
-        const std::string brace = "the brace " + OfLine(m_braces.back().line);
-        const std::string suspect = m_suspect.line == 0
-                                        ? std::string()
-                                        : "; by the indentation, the one " + OfLine(m_suspect.line);
+        const std::string brace = "the brace of line " + std::to_string(m_braces.back().line);
+        const std::string suspect = m_suspect.line == 0 ? std::string()
+                                                        : "; by the indentation, the one of line " +
+                                                              std::to_string(m_suspect.line);
         return brace + (token == 0 ? " is never closed" : " is still open") + suspect;
     }
     if (token == ')' && m_openParentheses == 0)
@@ -286,8 +281,8 @@ std::string SlcParseAdvice::HintOnBraces() const
         if (m_braces.empty() && Before(places).code == '}' &&
             (Before(places - 1).code == IDENTIFIER || IsReserved(Before(places - 1).code)) &&
             !IsDeclarationWord(Before(places - 1).code))
-            return "the brace " + OfLine(m_lastClosed.line) + " is closed " + "on line " +
-                   std::to_string(m_lastClosing) + " already";
+            return "the brace of line " + std::to_string(m_lastClosed.line) +
+                   " is closed on line " + std::to_string(m_lastClosing) + " already";
     return {};
 }
 
@@ -316,7 +311,7 @@ std::string SlcParseAdvice::HintOnStatements() const
     if (token.code == ELSE)
         return "there is no 'if' in front of it";
     if (previous.line < token.line && EndsValue(previous.code) && token.code != '}')
-        return "a ';' may be missing at the end " + OfLine(previous.line);
+        return "a ';' may be missing at the end of line " + std::to_string(previous.line);
     if (token.code == IDENTIFIER && previous.code == IDENTIFIER)
         return "'" + previous.text + "' is no type";
     if (token.code != ')' && EndsValue(token.code) && EndsValue(previous.code))

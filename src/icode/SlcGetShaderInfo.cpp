@@ -123,6 +123,7 @@ void SlcGetShaderInfo::Case(SlcFuncDefNode* node)
 void SlcGetShaderInfo::Case(SlcShaderDefNode* node)
 {
     m_shaderName = node->GetIdent();
+    m_shader = node;
     m_shaderType = node->GetShaderType();
     m_codeGenerator->SetShaderType(m_shaderType);
     if (m_shaderType->IsLight()) {

@@ -33,6 +33,7 @@ public:
     std::deque<SlcPtr<SlcListICode>> m_paramInitLists;
     std::deque<std::deque<SlcOperand>> m_paramInitValues;
     SlcIdentNode* m_shaderName = nullptr;
+    const SlcSyntaxNode* m_shader = nullptr;
     SlcShaderTypeNode* m_shaderType = nullptr;
     std::deque<SlcPtr<SlcVarSymbolEntry>> m_hiddenVars;
     bool m_usesRaytracing = false;

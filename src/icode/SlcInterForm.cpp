@@ -26,6 +26,7 @@ void SlcInterForm::GenInterForm(SlcSyntaxNode* root)
     m_paramInitLists = info.m_paramInitLists;
     m_paramInitValues = info.m_paramInitValues;
     m_shaderName = info.m_shaderName;
+    m_shader = info.m_shader;
     m_shaderType = info.m_shaderType;
     m_hiddenVars = info.m_hiddenVars;
     m_usesRaytracing = info.m_usesRaytracing;

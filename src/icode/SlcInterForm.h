@@ -40,6 +40,7 @@ public:
     std::deque<SlcPtr<SlcListICode>> m_paramInitLists;     // code that computes the default value
     std::deque<std::deque<SlcOperand>> m_paramInitValues;  // what holds it after its list has run
     SlcIdentNode* m_shaderName = nullptr;
+    const SlcSyntaxNode* m_shader = nullptr;  // where reports on the shader as a whole stand
     SlcShaderTypeNode* m_shaderType = nullptr;
     std::deque<SlcPtr<SlcVarSymbolEntry>> m_hiddenVars;  // predefined variables, by first use
     SlcPtr<SlcSemanticError> m_errors;

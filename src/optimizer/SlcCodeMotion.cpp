@@ -103,8 +103,16 @@ bool SlcCodeMotion::OptimizeLoops(SlcListICode& list)
 {
     for (const auto& block : m_graph.Blocks()) {
         const auto latches = LatchesOf(block.GetBlockId());
-        if (!latches.empty())
-            MoveOutOf(BuildLoop(block.GetBlockId(), latches));
+        if (latches.empty())
+            continue;
+        // Every loop is looked at, since any may be without an exit.
+        Loop loop = BuildLoop(block.GetBlockId(), latches);
+        if (loop.exits.empty())
+            WarnOfInfiniteLoop();
+        if (!IsEnteredFromFront(loop.head))
+            continue;
+        CollectFacts(loop);
+        MoveOutOf(loop);
     }
     if (m_hasMoved.empty())
         return false;
@@ -123,17 +131,23 @@ bool SlcCodeMotion::OptimizeLoops(SlcListICode& list)
 std::vector<int> SlcCodeMotion::LatchesOf(int head) const
 {
     std::vector<int> latches;
-    for (const int predecessor : m_graph.Blocks()[head].GetPredBlocks()) {
+    for (const int predecessor : m_graph.Blocks()[head].GetPredBlocks())
         if (predecessor >= head)
             latches.push_back(predecessor);
-        else if (predecessor != head - 1)
-            return {};  // a jump from elsewhere would pass by what stands in front of the head
-    }
     const bool isLoop = std::all_of(latches.begin(), latches.end(),
                                     [&](int latch) { return m_dominators.Dominates(head, latch); });
     if (!isLoop)
         return {};
     return latches;
+}
+
+// A jump from elsewhere would pass by what stands in front of the head.
+bool SlcCodeMotion::IsEnteredFromFront(int head) const
+{
+    const auto& predecessors = m_graph.Blocks()[head].GetPredBlocks();
+    return std::all_of(predecessors.begin(), predecessors.end(), [&](int predecessor) {
+        return predecessor >= head || predecessor == head - 1;
+    });
 }
 
 SlcCodeMotion::Loop SlcCodeMotion::BuildLoop(int head, const std::vector<int>& latches)
@@ -162,9 +176,6 @@ SlcCodeMotion::Loop SlcCodeMotion::BuildLoop(int head, const std::vector<int>& l
                         [&](int next) { return members.count(next) == 0; }))
             loop.exits.push_back(block);
     }
-    if (loop.exits.empty())
-        WarnOfInfiniteLoop();
-    CollectFacts(loop);
     return loop;
 }
 

@@ -38,9 +38,11 @@ private:
         bool inParallelRun;
     };
 
-    /// The blocks that jump back to `head`, which leads a loop that has a place in front of it;
-    /// empty for any other block.
+    /// The blocks that jump back to `head`, which leads a loop; empty for any other block.
     [[nodiscard]] std::vector<int> LatchesOf(int head) const;
+    /// The loop has a place in front of it.
+    [[nodiscard]] bool IsEnteredFromFront(int head) const;
+    /// Without the facts on its variables.
     [[nodiscard]] Loop BuildLoop(int head, const std::vector<int>& latches);
     void CollectFacts(Loop& loop);
     void MoveOutOf(const Loop& loop);

@@ -147,8 +147,9 @@ void SlcResolveOperator::WarnOfPointNoise(SlcBinOpExprNode* product)
         return;
     const std::string& name = call->GetIdent()->GetName();
     m_errors->Warning(product,
-                      "A point-valued '" + name + "' is multiplied component by component: write " +
-                          "'float " + name + "(...)' for the number",
+                      "A point-valued '" + name +
+                          "' is multiplied component by component: write 'float " + name +
+                          "(...)' for the number",
                       2);
 }
 

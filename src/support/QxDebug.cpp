@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <atomic>
 #include <csignal>
 #include <cstdio>
 #include <string_view>
@@ -42,6 +43,33 @@ const SignalText& Find(int signal)
         if (row.signal == signal)
             return row;
     return k_unexpected;
+}
+
+std::atomic<const char*> g_removedOnSignal = nullptr;
+
+void RemoveFile()
+{
+    if (const char* path = g_removedOnSignal)
+        ::unlink(path);
+}
+
+/// Ends as if nobody had handled the signal, so that the parent sees what ended the process.
+void Interrupt(int signal)
+{
+    RemoveFile();
+    std::signal(signal, SIG_DFL);
+    ::raise(signal);
+}
+
+/// What the parent has told the process to ignore stays ignored.
+void HandleInterrupt(int signal)
+{
+    struct sigaction action = {};
+    if (::sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_IGN)
+        return;
+    action = {};
+    action.sa_handler = &Interrupt;
+    ::sigaction(signal, &action, nullptr);
 }
 
 /// A failed write has nobody left to hear of it.
@@ -97,6 +125,13 @@ bool QxDebug::StackTrace()
     return true;
 }
 
+void QxDebug::RemoveOnSignal(const char* path)
+{
+    static const bool handled = (HandleInterrupt(SIGINT), HandleInterrupt(SIGTERM), true);
+    static_cast<void>(handled);
+    g_removedOnSignal = path;
+}
+
 void QxDebug::SignalHandler(int signal)
 {
     const SignalText& row = Find(signal);
@@ -109,6 +144,8 @@ void QxDebug::SignalHandler(int signal)
         Write(SlcContactAddress());
         Write(". *\n");
     }
-    if (signal != SIGHUP)
-        ::_exit(1);
+    if (signal == SIGHUP)
+        return;
+    RemoveFile();
+    ::_exit(1);
 }

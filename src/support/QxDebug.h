@@ -12,6 +12,10 @@ public:
     /// written, if the platform gives none.
     static bool StackTrace();
 
+    /// The file that a signal removes if it ends the process, SIGINT and SIGTERM among them; null
+    /// for none. The text must live until the next call, and not change.
+    static void RemoveOnSignal(const char* path);
+
     /// Reports the signal and the stack, and ends the process with status 1. After SIGHUP the
     /// compile goes on. Writes to the descriptor alone: no library state is safe to touch here.
     static void SignalHandler(int signal);

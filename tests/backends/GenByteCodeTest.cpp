@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <sys/resource.h>
 
 #include "backends/FormBuilder.h"
 #include "sqx/SqxDump.h"
@@ -271,10 +273,17 @@ TEST(SlcGenByteCode, LeavesNoFileBehindAFault)
     testing::internal::CaptureStderr();
     EXPECT_THROW(bad.Form().GenByteCode(folder.Path()), SlcCompilationError);
 
-    // A device that takes nothing stands for a full disk.
-    std::filesystem::create_symlink("/dev/full", folder / "made.sqx.tmp");
+    // A file that may not grow stands for a full disk.
     FormBuilder full;
+    for (int i = 0; i < 2000; ++i)
+        full.Add(MakeShared<SlcAssignICode>(full.Local(T::AFloat()), Number(i)));
+    const rlimit none = {4096, RLIM_INFINITY};
+    rlimit before = {};
+    std::signal(SIGXFSZ, SIG_IGN);
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &none), 0);
     EXPECT_THROW(full.Form().GenByteCode(folder.Path()), SlcCompilationError);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
     EXPECT_NE(testing::internal::GetCapturedStderr().find("Cannot write " + folder.Path()),
               std::string::npos);
     EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+
 #include "driver/SlcDefaultCommands.h"
 #include "frontend/SlcParseCode.h"
 #include "helpers/TemporaryFolder.h"
@@ -27,6 +29,14 @@ TEST_F(SlcExternalCommandsTest, PreprocessCommandSeesItsVariables)
     m_line.m_preprocessCommand = "echo \"[$cpp_options][$input_file]\" > $cpp_result";
     EXPECT_TRUE(PreprocessSource(m_line));
     EXPECT_EQ(TemporaryFolder::Read("a.i"), "[ -DA -Ib ][a.sl]\n");
+}
+
+TEST_F(SlcExternalCommandsTest, CommandsHaveResultsThoughTheParentIgnoresItsChildren)
+{
+    std::signal(SIGCHLD, SIG_IGN);
+    m_line.m_preprocessCommand = "echo made > $cpp_result";
+    EXPECT_TRUE(PreprocessSource(m_line));
+    EXPECT_EQ(std::signal(SIGCHLD, SIG_DFL), SIG_IGN);
 }
 
 TEST_F(SlcExternalCommandsTest, FailedPreprocessCommandLeavesItsFile)

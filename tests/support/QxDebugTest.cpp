@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "helpers/TemporaryFolder.h"
 #include "support/QxVersion.h"
 
 namespace {
@@ -66,6 +67,24 @@ TEST(QxDebugDeathTest, GoesOnAfterAHangup)
     };
     EXPECT_EXIT(raiseTwice(), testing::ExitedWithCode(0),
                 "Received signal 1 \\(Hangup\\)(.|\n)*Received signal 1 \\(Hangup\\)");
+}
+
+TEST(QxDebugDeathTest, RemovesTheUnfinishedFile)
+{
+    const TemporaryFolder folder;
+    for (const int signal : {SIGINT, SIGTERM, SIGSEGV}) {
+        const std::string path = std::filesystem::current_path() / "unfinished";
+        TemporaryFolder::Write(path, "half");
+        const auto end = [&] {
+            QxDebug::RemoveOnSignal(path.c_str());
+            Raise(signal);
+        };
+        if (signal == SIGSEGV)
+            EXPECT_EXIT(end(), testing::ExitedWithCode(1), "Segmentation violation");
+        else
+            EXPECT_EXIT(end(), testing::KilledBySignal(signal), "");
+        EXPECT_FALSE(std::filesystem::exists(path)) << signal;
+    }
 }
 
 TEST(QxDebugDeathTest, ReportsAnOverflowOfTheStack)

@@ -1,0 +1,181 @@
+// The page of messages holds every report of the compiler, in the words of the sources, and no
+// other.
+//
+// A report is told by its form: a text of the sources that begins with a capital or a quote and
+// holds a blank. What a source puts together from several texts stands on the page with "…" between
+// them.
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <regex>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string Read(const fs::path& path)
+{
+    std::ifstream file(path);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+struct Literal {
+    std::string text;
+    bool isFatal;  // an internal fault, or part of one
+};
+
+/// Adjacent literals are one text.
+std::vector<Literal> LiteralsOf(std::string source)
+{
+    source = std::regex_replace(source, std::regex("(^|\\s)//[^\\n]*"), "");
+    static const std::regex literal(R"re("((?:[^"\\\n]|\\.)*)")re");
+    std::vector<Literal> literals;
+    std::size_t end = 0;
+    for (std::sregex_iterator match(source.begin(), source.end(), literal), none; match != none;
+         ++match) {
+        const auto begin = static_cast<std::size_t>(match->position());
+        const std::string between = source.substr(end, begin - end);
+        const bool continues =
+            !literals.empty() && between.find_first_not_of(" \n") == std::string::npos;
+        if (!continues) {
+            const std::size_t statement = source.find_last_of(";{}", begin);
+            const bool isFatal =
+                statement != std::string::npos &&
+                source.substr(statement, begin - statement).find("FatalError") != std::string::npos;
+            literals.push_back({"", isFatal});
+        }
+        literals.back().text += (*match)[1];
+        end = begin + static_cast<std::size_t>(match->length());
+    }
+    for (Literal& l : literals) {
+        l.text = std::regex_replace(l.text, std::regex(R"(\\n$)"), "");
+        l.text = std::regex_replace(l.text, std::regex(R"(\\(.))"), "$1");
+    }
+    return literals;
+}
+
+bool IsSource(const fs::path& path)
+{
+    static const std::set<std::string> extensions = {".cpp", ".h", ".y", ".l"};
+    return extensions.count(path.extension().string()) != 0;
+}
+
+/// Texts of this form that are no reports on a source.
+bool IsOther(const std::string& text)
+{
+    static const char* const others[] = {
+        "Usage: ",
+        "Jul 30 2003",
+        "BETA 2",
+        "Received signal",
+        "Illegal instruction",
+        "Trace trap",
+        "Floating point exception",
+        "Bus error",
+        "Segmentation violation",
+        "Bad argument to system call",
+        "FATAL ERROR",
+        "WARNING : ",
+        // dumps of the intermediate code
+        "Begin Block ",
+        "End Block ",
+        "Nb iterations: ",
+        "Block ",
+        "The dump of ",
+        "Bad SIMD info",
+        "Var defs stmt",
+        "Func def stmt",
+        // internal faults that stand in tables
+        "Illuminance catch: ",
+        "Symbol entry not a variable",
+        "Illuminate illegal here",
+        "Solar illegal here",
+        "Def expr id not found",
+        "Error in AddVar",
+        "Maybe not ",
+        "Id not in ",
+        "The first argument of 'set",
+        "C++ code generation",
+        "Cannot generate C++ code",
+        "QxToken",
+        "Functions 'setcomp' may not",
+    };
+    if (text.find("Slc") != std::string::npos || text.find("CALL_PRIM_") != std::string::npos)
+        return true;  // faults inside the compiler, and rows of the library
+    return std::any_of(std::begin(others), std::end(others),
+                       [&](const char* other) { return text.starts_with(other); });
+}
+
+bool LooksLikeAReport(const Literal& literal)
+{
+    const std::string& text = literal.text;
+    const std::size_t first = text.find_first_not_of('\'');
+    return !literal.isFatal && first != std::string::npos && std::isupper(text[first]) != 0 &&
+           text.find(' ') != std::string::npos && !IsOther(text);
+}
+
+/// The reports of the page: the first cell of each row, between backquotes.
+std::vector<std::string> ReportsOf(const std::string& page)
+{
+    static const std::regex row("\n\\| `([^\n]*?)`( \\([W12, always]*\\))? \\|");
+    std::vector<std::string> reports;
+    for (std::sregex_iterator match(page.begin(), page.end(), row), none; match != none; ++match)
+        reports.push_back((*match)[1]);
+    return reports;
+}
+
+std::vector<std::string> PiecesOf(std::string report)
+{
+    constexpr std::string_view gap = "…";
+    std::vector<std::string> pieces;
+    while (true) {
+        const std::size_t at = report.find(gap);
+        pieces.push_back(report.substr(0, at));
+        if (at == std::string::npos)
+            return pieces;
+        report.erase(0, at + gap.size());
+    }
+}
+
+TEST(MessagesPage, HoldsTheReportsOfTheSourcesAndNoOther)
+{
+    const std::string page = Read(SLC_SOURCE_FOLDER "/docs/messages.md");
+    const auto reports = ReportsOf(page);
+    ASSERT_GT(reports.size(), 150U);
+    std::string onPage;
+    for (const std::string& report : reports)
+        onPage += report + '\n';
+
+    std::string inSources;
+    for (const auto& entry : fs::recursive_directory_iterator(SLC_SOURCE_FOLDER "/src")) {
+        if (!IsSource(entry.path()))
+            continue;
+        for (const Literal& literal : LiteralsOf(Read(entry.path()))) {
+            inSources += literal.text + '\n';
+            // A text that goes on with a value ends in a blank or a quote, which the page may cut.
+            const std::string text = literal.text.substr(0, literal.text.find_last_not_of(' ') + 1);
+            if (!LooksLikeAReport(literal))
+                continue;
+            EXPECT_NE(onPage.find(text), std::string::npos)
+                << entry.path().filename() << ": \"" << literal.text
+                << "\" is missing in docs/messages.md";
+        }
+    }
+    for (const std::string& report : reports) {
+        for (std::string piece : PiecesOf(report)) {
+            piece.erase(0, piece.find_first_not_of(' '));
+            piece.erase(piece.find_last_not_of(" (") + 1);
+            EXPECT_NE(inSources.find(piece), std::string::npos)
+                << "no source says \"" << piece << "\" of \"" << report << "\"";
+        }
+    }
+}
+
+}  // namespace
