@@ -98,6 +98,10 @@ public:
     /// which nothing sets there. Set by the shader's fact walk.
     [[nodiscard]] bool RightNeedsGuard() const { return m_rightNeedsGuard; }
     void SetRightNeedsGuard(bool needsGuard) { m_rightNeedsGuard = needsGuard; }
+    /// The right side reads an element at an index that is no constant. Where no point is active,
+    /// a uniform left side has not been computed and decides nothing.
+    [[nodiscard]] bool RightReadsElement() const { return m_rightReadsElement; }
+    void SetRightReadsElement(bool readsElement) { m_rightReadsElement = readsElement; }
     [[nodiscard]] virtual bool IsLogAnd() const { return false; }
     void WalkIn(SlcCodeWalker* walker) override;
 
@@ -105,6 +109,7 @@ private:
     std::unique_ptr<SlcRelationNode> m_left;
     std::unique_ptr<SlcRelationNode> m_right;
     bool m_rightNeedsGuard = false;
+    bool m_rightReadsElement = false;
 };
 
 class SlcLogAndNode : public SlcVisitable<SlcLogAndNode, SlcLogOpNode> {

@@ -174,7 +174,7 @@ SlcOperand SlcGenInterCode::GenLogOrCode(SlcLogOpNode* node, const SlcOperand& f
 SlcOperand SlcGenInterCode::GenUniformLogOp(SlcLogOpNode* node, const SlcOperand& flag,
                                             bool inverted, AssignIfValue state)
 {
-    if (node->RightNeedsGuard())
+    if (node->RightNeedsGuard() || (node->RightReadsElement() && !m_conditions.empty()))
         return GenUniformLogOpWithJump(node, flag, inverted, state);
     if (state == AssignIfValue::IfTrue)
         BeginAssignIfTrue(flag, flag);

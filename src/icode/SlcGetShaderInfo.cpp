@@ -203,6 +203,7 @@ void SlcGetShaderInfo::Case(SlcArrayRefExprNode* node)
     Touch(node->GetSymbolEntry());
     const auto index = SlcPossibleTypes::Of(node->GetIndex());
     m_needsGuard = m_needsGuard || !index->GetDetail()->IsUniform();
+    m_readsElement = m_readsElement || !dynamic_cast<SlcConstExprNode*>(node->GetIndex());
 }
 
 void SlcGetShaderInfo::Touch(const SlcPtr<SlcVarSymbolEntry>& entry)
@@ -252,8 +253,10 @@ void SlcGetShaderInfo::Case(SlcLogOpNode* node)
 {
     node->GetLeft()->ApplyWalker(this);
     m_needsGuard = false;
+    m_readsElement = false;
     node->GetRight()->ApplyWalker(this);
     node->SetRightNeedsGuard(m_needsGuard);
+    node->SetRightReadsElement(m_readsElement);
     // The operator itself stands in the right side of those around it.
     m_needsGuard = true;
 }

@@ -98,9 +98,11 @@ private:
 
     SlcPtr<SlcSemanticError> m_errors;
     SlcPtr<SlcGenInterCode> m_codeGenerator;
-    bool m_inFormals = false;   // of the shader
-    int m_levelsToLeave = 0;    // loops around here that some break or continue reaches
-    bool m_needsGuard = false;  // what has been walked since the right side began does
+    bool m_inFormals = false;  // of the shader
+    int m_levelsToLeave = 0;   // loops around here that some break or continue reaches
+    // What has been walked since the right side began does:
+    bool m_needsGuard = false;
+    bool m_readsElement = false;
     bool m_parameterDependsOnContext = false;
     bool m_needsGrid = false;             // the function whose body is being walked does
     bool m_namesObjectSpace = false;      // the function or default value being walked does

@@ -164,6 +164,11 @@ TEST(Language, ReadsElementsOnlyWhereTheRightSideRuns)
         {"uniform float k = 2000000 * one; if (k < 4 && A[k] > 0) r = 1; else if (u > 0.25) r = 2;",
          {0, 2, 2, 0, 2, 2}},
         {"if (j >= 2 || (v > 0.5 && A[j] < 1.5)) r = A[j];", {0, 0, 4, 1, 0, 4}},
+        // No point gets to the uniform left side, so that nothing has computed it.
+        {"uniform float k = one - 2000000; if (u > 2) if (k < 0 || A[k] > 0) r = 1;",
+         {0, 0, 0, 0, 0, 0}},
+        {"uniform float k = one - 2000000; if (u > 2) r = k > 0 && (k < 4 && A[k] > 0) ? 1 : 2;",
+         {0, 0, 0, 0, 0, 0}},
     };
     for (const RunCase& c : cases)
         ExpectRuns(c, before);
