@@ -138,28 +138,36 @@ void SlcGenInterCode::Case(SlcIlluminanceStmtNode* node)
     ReleaseTempVars();
 }
 
-/// Up to the end of the body, which runs at the points whose current light lies in the cone.
+/// Up to the end of the body, which runs at the points whose current light lies in the cone. The
+/// parts of the cone wait on the stack meanwhile, so that one that the body writes is copied in
+/// front of the loop.
 void SlcGenInterCode::GenConeLoop(SlcIlluminanceStmtNode* node, const Cone& cone,
                                   const SlcPtr<SlcICode>& begin)
 {
     const SlcOperand flag = GenTempVar(SlcTypeNode::ABoolean(), SlcDetailNode::AVarying());
     const SlcOperand uniformFlag = GenTempVar(SlcTypeNode::ABoolean(), SlcDetailNode::AUniform());
+    for (const SlcOperand& part : {cone.position, cone.axis, cone.angle})
+        Push(part);
     EnterLightLoop(cone.position);
     ClearOutsideCondition(flag);
     AddICode(begin);
     const auto condition = GridForm();
-    if (m_options.m_simdInstructions && condition && !cone.position->IsUniform() &&
-        !cone.axis->IsUniform() && cone.angle->IsUniform())
-        AddICode(MakeShared<SlcCheckIlluminanceICode>(flag, cone.position, cone.axis, cone.angle,
-                                                      true, *condition, !condition->Null()));
+    const bool simd = m_options.m_simdInstructions && condition && !cone.position->IsUniform() &&
+                      !cone.axis->IsUniform() && cone.angle->IsUniform();
+    const auto check = MakeShared<SlcCheckIlluminanceICode>(
+        flag, cone.position, cone.axis, cone.angle, simd, simd ? *condition : nullptr,
+        simd && !condition->Null());
+    if (simd)
+        AddICode(check);
     else
-        AddInBlock(SlcDetailNode::AVarying(),
-                   MakeShared<SlcCheckIlluminanceICode>(flag, cone.position, cone.axis, cone.angle,
-                                                        false, nullptr, false));
+        AddInBlock(SlcDetailNode::AVarying(), check);
     AddICode(MakeShared<SlcSetUniformBoolFlagICode>(uniformFlag, flag));
     EnterCondition(flag, uniformFlag);
     node->GetBody()->ApplyWalker(this);
     LeaveCondition();
+    check->m_angle = Pop();
+    check->m_axis = Pop();
+    check->m_position = Pop();
 }
 
 void SlcGenInterCode::EnterLightLoop(const SlcOperand& position)

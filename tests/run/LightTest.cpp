@@ -60,6 +60,28 @@ TEST(Light, ReachesSurfaces)
          2,
          {0, 1, 1, 0, 1, 1},
          1},
+        // The cone is that in front of the loop, whatever the body makes of its parts.
+        {"vector a = vector(0, 0, 1); illuminance (P, a, 0.9) { r += comp(Cl, 0);"
+         " a = vector(0, -1, 0); }",
+         2,
+         {3, 3, 3, 3, 3, 3},
+         1},
+        {"float w = 0.9; uniform vector a[1] = {vector(0, 0, 1)}; illuminance (P, a[0], w) {"
+         " r += comp(Cl, 0); w = 0.1 * u; }",
+         2,
+         {3, 3, 3, 3, 3, 3},
+         1},
+        {"varying vector a[2]; a[0] = vector(0, 0, 1); float w(float x) { extern vector a[2];"
+         " illuminance (P, a[0], x) { r += comp(Cl, 0); a[0] = vector(0, -1, 0); } return r; }"
+         "if (u > 0.25) r = w(0.9) + u;",
+         2,
+         {0, 3.5, 4, 0, 3.5, 4},
+         1},
+        {"N = normal(0, 0, 1); illuminance (N, N, 0.9) { r += comp(Cl, 0);"
+         " N = normal(0, -1, 0); }",
+         2,
+         {1, 1, 1, 1, 1, 1},
+         1},
         // The lights are run once for P, and again once it has moved.
         {"illuminance (P) { r += comp(Cl, 0); } illuminance (P) { r += comp(Cl, 0); }",
          1,
