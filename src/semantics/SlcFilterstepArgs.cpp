@@ -10,9 +10,13 @@ using namespace SlcTypedExpr;
 std::optional<std::vector<SlcTypeNode*>>
 SlcFilterstepArgs::CheckFilterstepArgs(const SlcCallArgs& args)
 {
-    constexpr std::size_t k_firstName = 2;
+    std::size_t firstName = 2;
     std::vector<SlcTypeNode*> types;
-    for (std::size_t i = k_firstName; i < args.size(); i += 2) {
+    if (args.size() > firstName && Holds(args[firstName], SlcTypeNode::AFloat())) {
+        types.push_back(SlcTypeNode::AFloat());
+        ++firstName;
+    }
+    for (std::size_t i = firstName; i < args.size(); i += 2) {
         SlcExprNode* name = args[i];
         if (!Holds(name, SlcTypeNode::AString())) {
             m_errors->Error(name, "Argument " + std::to_string(i + 1) +

@@ -6,7 +6,8 @@
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcSymbolTable.h"
 
-/// The names and values behind the first two arguments of `filterstep`.
+/// What follows the first two arguments of `filterstep`: the second end of the interval, if the
+/// third argument can be a float, then names with values.
 class SlcFilterstepArgs {
 public:
     explicit SlcFilterstepArgs(SlcPtr<SlcSemanticError> errors) : m_errors(std::move(errors)) {}

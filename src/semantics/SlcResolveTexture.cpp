@@ -55,6 +55,7 @@ constexpr Parameter k_parameters[] = {
     {"\"fill\"",        NotInShadow,  Value::Float},
     {"\"lerp\"",        NotInShadow,  Value::Float},
     {"\"bias\"",        InShadow,     Value::Float},
+    {"\"gapbias\"",     InShadow,     Value::Float},
     {"\"filter\"",      Everywhere,   Value::String},
     {"\"source\"",      InShadow,     Value::Points},
 };

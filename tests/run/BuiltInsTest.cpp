@@ -96,6 +96,8 @@ TEST(BuiltIns, OfNumbers)
         {"", "varying float a[4] = {0, 1, 3, 2}; a[1] = u; r += spline(v, a);"},
         {"r", "filterstep(0.4, u) + filterstep(0.2, k)"},
         {"r", "filterstep(0.4, u, \"width\", 2, \"filter\", \"box\")"},
+        {"r", "filterstep(0.4, u, v) + filterstep(0.2, k, two) + filterstep(u, k, v)"},
+        {"r", "filterstep(0.4, u, v + 1, \"filter\", \"box\", \"width\", k)"},
     };
     ExpectAllSame(cases);
 }
@@ -161,7 +163,7 @@ TEST(BuiltIns, OfLightAndScene)
         {"c", "color texture(\"a.tex\", u, v, u, 1, v, 1, 0, 0, \"fill\", k)"},
         {"c", "color environment(\"a.env\", I) + color environment(\"a.env\", I, P, N, I)"},
         {"r", "float environment(\"a.env\", I, \"samples\", 4)"},
-        {"r", "float shadow(\"a.shd\", P, \"bias\", 0.1)"},
+        {"r", "float shadow(\"a.shd\", P, \"bias\", 0.1, \"gapbias\", u)"},
         {"c", "color shadow(\"a.shd\", P)"},
         {"c", "transmission(P, q) + trace(P, I)"},
         {"", "float d = 0; c += trace(P, I, d); r += d;"},

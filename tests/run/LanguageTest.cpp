@@ -71,6 +71,9 @@ TEST(Language, ComputesExpressions)
         {"color c = color(u, v, 1) * 2; r = comp(c, 0) + 10 * comp(c, 2);",
          {20, 21, 22, 20, 21, 22}},
         {"r = u; r += 1; r *= 2; r -= v; r /= one;", {2, 3, 4, 1, 2, 3}},
+        {"r = filterstep(0.25, u, v, \"filter\", \"box\") + 10 * filterstep(0.5, 0, one, "
+         "\"width\", 2, \"filter\", \"box\");",
+         {5, 5.5, 5.75, 5.75, 6, 6}},
         {"r = mix(1, 3, u) + max(u, v, 0.25);", {1.25, 2.5, 4, 2, 3, 4}},
         {"r = mod(u * 3, 1) + floor(u * 3) * 10 + abs(-v);", {0, 10.5, 30, 1, 11.5, 31}},
         {"matrix m = 2; r = comp(m * m, 1, 1) + determinant(m);", {20, 20, 20, 20, 20, 20}},

@@ -177,7 +177,10 @@ TEST(SlcResolveUniqueType, ReportsCalls)
 {
     static const ReportCase cases[] = {
         {"f1 = comp((1, 2, 3), 1);", "ERROR: Ambiguous type for argument 1 of 'comp'"},
-        {"f1 = filterstep(1, f2, 2, 3);", "ERROR: Argument 3 to filterstep(...) must be a string."},
+        {"f1 = filterstep(1, f2, c1, 3);",
+         "ERROR: Argument 3 to filterstep(...) must be a string."},
+        {"f1 = filterstep(1, f2, 2, 3);", "ERROR: Argument 4 to filterstep(...) must be a string."},
+        {"f1 = filterstep(1, f2, f1) + filterstep(1, f2, noise(p1), \"width\", 2);", ""},
         {"f1 = filterstep(1, f2, \"width\", 2, s1);",
          "ERROR: No value provided for parameter s1 in filterstep(...)."},
         {"f1 = filterstep(1, f2, \"filter\");",
@@ -265,7 +268,9 @@ TEST(SlcResolveUniqueType, ChecksTextureAccess)
          "ERROR: Argument missing for a name-value pair in texture(...)"},
         {"f1 = shadow(\"a\", p1, \"bias\");",
          "ERROR: Argument missing for a name-value pair in shadow(...)"},
-        {"f1 = shadow(\"a\", p1, \"bias\", 0.1, \"source\", p1, p2, p1, \"blur\", 1);", ""},
+        {"f1 = shadow(\"a\", p1, \"bias\", 0.1, \"gapbias\", f1, \"source\", p1, p2, p1, \"blur\", "
+         "1);",
+         ""},
         {"f1 = shadow(\"a\", p1, \"source\", p1, \"blur\", 1);",
          "ERROR: \"source\" argument in shadow(...) needs 2, 3 or 4 points."},
         {"f1 = shadow(\"a\", p1, \"source\", 1, \"blur\", 1);",
