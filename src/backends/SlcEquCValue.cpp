@@ -1,10 +1,10 @@
 #include "backends/SlcEquCValue.h"
 
-#include <cstdio>
 #include <cstring>
 
 #include "backends/SlcGeneratedText.h"
 #include "backends/SlcLocalFacts.h"
+#include "support/SlcFloatText.h"
 
 namespace {
 
@@ -100,9 +100,7 @@ void SlcEquCValue::Convert(const SlcOperand& operand)
 
 void SlcEquCValue::Case(SlcFloatConstNode* constant)
 {
-    char text[64];
-    std::snprintf(text, sizeof text, "%e", constant->GetValue());
-    m_text = text;
+    m_text = SlcFloatText(constant->GetValue());
 }
 
 void SlcEquCValue::Case(SlcIntConstNode* constant)

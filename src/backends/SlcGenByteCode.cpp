@@ -4,7 +4,6 @@
 
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <limits>
 
 #include "backends/SlcCollectConst.h"
@@ -12,6 +11,7 @@
 #include "frontend/SlcShaderTypeNode.h"
 #include "icode/SlcICodeName.h"
 #include "sqx/SqxFileHead.h"
+#include "support/SlcFloatText.h"
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcFuncDSOSymbolEntry.h"
 #include "symbols/SlcInterfaceQxLib.h"
@@ -158,12 +158,10 @@ void SlcGenByteCode::GenConstInfo(const SlcOperand& constant)
 {
     m_out << SlcInterfaceQxLib::SlcTypeNodeToQxType(constant->GetType()) << ' ';
     if (constant->IsFloat()) {
-        char text[128];
-        std::snprintf(text, sizeof text, "%e", constant->GetFloat());
+        const std::string text = SlcFloatText(constant->GetFloat());
         m_out << text;
         if (std::abs(constant->GetFloat()) > std::numeric_limits<float>::max())
-            m_errors->Error(m_shader, std::string("Constant ") + text +
-                                          " does not fit into single precision");
+            m_errors->Error(m_shader, "Constant " + text + " does not fit into single precision");
     } else if (constant->IsString()) {
         m_out << constant->GetString();
     } else if (constant->IsInt()) {

@@ -5,6 +5,7 @@
 #include <typeinfo>
 
 #include "icode/SlcGenInterCode.h"
+#include "support/SlcFloatText.h"
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcPossibleTypes.h"
 
@@ -50,7 +51,15 @@ SlcPtr<SlcICode> MakeBinOp(const SlcBinOpExprNode* node, const SlcOperand& resul
 
 void SlcGenInterCode::Case(SlcConstExprNode* node)
 {
-    Push(MakeShared<SlcLexType>(node->GetConst(),
+    SlcLexicalNode* constant = node->GetConst();
+    if (node->IsFloat()) {
+        // For those who compute with it, a number is from the start what the run time will have.
+        const double value = node->GetFloatConst()->GetValue();
+        const double written = SlcValueOfFloatText(value);
+        if (written != value)
+            constant = SlcLexicalNode::CreateFloat(written);
+    }
+    Push(MakeShared<SlcLexType>(constant,
                                 node->IsFloat() ? SlcTypeNode::AFloat() : SlcTypeNode::AString(),
                                 SlcDetailNode::AUniform(), SlcStorageSpecNode::ALocal()));
 }

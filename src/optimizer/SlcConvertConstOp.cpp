@@ -8,31 +8,45 @@
 #include "icode/SlcAssignICode.h"
 #include "icode/SlcJumpICode.h"
 #include "optimizer/SlcFoldBuiltIn.h"
+#include "support/SlcFloatText.h"
 
 namespace {
 
-bool IsFloat(const SlcOperand& operand, double value)
+/// A constant as the run time has it.
+float AtRunTime(const SlcOperand& constant)
 {
-    return operand->IsFloat() && operand->GetFloat() == value;
+    return static_cast<float>(constant->GetFloat());
 }
 
-/// Constants reach the run time in single precision.
-bool IsFiniteAtRunTime(double value)
+bool IsFloat(const SlcOperand& operand, float value)
 {
-    return std::isfinite(static_cast<float>(value));
+    return operand->IsFloat() && AtRunTime(operand) == value;
+}
+
+bool AreFloats(const SlcArithExprICode& code)
+{
+    return code.m_leftExpr->IsFloat() && code.m_rightExpr->IsFloat();
+}
+
+/// Its text is close enough to a fraction, but another whole number may be another index, or
+/// another case of a comparison.
+bool CanBeWritten(float value)
+{
+    return std::isfinite(value) &&
+           (std::trunc(value) != value || static_cast<float>(SlcValueOfFloatText(value)) == value);
 }
 
 /// The input arguments of a call, if all of them are constants.
-std::optional<std::vector<double>> ConstantInputs(const SlcCallICode& call)
+std::optional<std::vector<float>> ConstantInputs(const SlcCallICode& call)
 {
-    std::vector<double> values;
+    std::vector<float> values;
     const auto& storages = call.m_funcEntry->GetArgStorages();
     for (std::size_t i = 0; i < call.m_args.size(); ++i) {
         if (i < storages.size() && storages[i]->IsOutput())
             continue;
         if (!call.m_args[i]->IsFloat())
             return std::nullopt;
-        values.push_back(call.m_args[i]->GetFloat());
+        values.push_back(AtRunTime(call.m_args[i]));
     }
     return values;
 }
@@ -81,9 +95,9 @@ void SlcConvertConstOp::ConvertAsAssignment(const SlcOperand& dest, const SlcOpe
     Replace(MakeShared<SlcAssignICode>(dest, source));
 }
 
-bool SlcConvertConstOp::ConvertAsAssignment(const SlcOperand& dest, double value)
+bool SlcConvertConstOp::ConvertAsAssignment(const SlcOperand& dest, float value)
 {
-    if (!IsFiniteAtRunTime(value))
+    if (!CanBeWritten(value))
         return false;
     ConvertAsAssignment(dest, SlcLexType::Float(value));
     return true;
@@ -97,8 +111,8 @@ void SlcConvertConstOp::Case(SlcPtr<SlcAddICode> code)
         ConvertAsAssignment(code->m_resultId, right);
     else if (IsFloat(right, 0))
         ConvertAsAssignment(code->m_resultId, left);
-    else if (!(left->IsFloat() && right->IsFloat() &&
-               ConvertAsAssignment(code->m_resultId, left->GetFloat() + right->GetFloat())))
+    else if (!(AreFloats(*code) &&
+               ConvertAsAssignment(code->m_resultId, AtRunTime(left) + AtRunTime(right))))
         Default(code);
 }
 
@@ -110,8 +124,8 @@ void SlcConvertConstOp::Case(SlcPtr<SlcSubICode> code)
         Replace(MakeShared<SlcUnaryMinusICode>(code->m_resultId, right));
     else if (IsFloat(right, 0))
         ConvertAsAssignment(code->m_resultId, left);
-    else if (!(left->IsFloat() && right->IsFloat() &&
-               ConvertAsAssignment(code->m_resultId, left->GetFloat() - right->GetFloat())))
+    else if (!(AreFloats(*code) &&
+               ConvertAsAssignment(code->m_resultId, AtRunTime(left) - AtRunTime(right))))
         Default(code);
 }
 
@@ -123,8 +137,8 @@ void SlcConvertConstOp::Case(SlcPtr<SlcMultICode> code)
         ConvertAsAssignment(code->m_resultId, left);
     else if (IsFloat(left, 1) || IsFloat(right, 0))
         ConvertAsAssignment(code->m_resultId, right);
-    else if (!(left->IsFloat() && right->IsFloat() &&
-               ConvertAsAssignment(code->m_resultId, left->GetFloat() * right->GetFloat())))
+    else if (!(AreFloats(*code) &&
+               ConvertAsAssignment(code->m_resultId, AtRunTime(left) * AtRunTime(right))))
         Default(code);
 }
 
@@ -132,16 +146,19 @@ void SlcConvertConstOp::Case(SlcPtr<SlcDivICode> code)
 {
     const SlcOperand& left = code->m_leftExpr;
     const SlcOperand& right = code->m_rightExpr;
-    if (IsFloat(left, 0))
-        ConvertAsAssignment(code->m_resultId, left);
-    else if (!right->IsFloat() || right->GetFloat() == 0)
+    if (IsFloat(right, 0)) {
         Default(code);
-    else if (right->GetFloat() == 1)
+    } else if (IsFloat(left, 0) || IsFloat(right, 1)) {
         ConvertAsAssignment(code->m_resultId, left);
-    else if (const double inverse = 1 / right->GetFloat(); IsFiniteAtRunTime(inverse))
+    } else if (AreFloats(*code)) {
+        if (!ConvertAsAssignment(code->m_resultId, AtRunTime(left) / AtRunTime(right)))
+            Default(code);
+    } else if (const float inverse = right->IsFloat() ? 1 / AtRunTime(right) : 0;
+               std::isnormal(inverse)) {
         Replace(MakeShared<SlcMultICode>(code->m_resultId, left, SlcLexType::Float(inverse)));
-    else
+    } else {
         Default(code);
+    }
 }
 
 bool SlcConvertConstOp::FoldZeroFactor(const SlcArithExprICode& code)
@@ -182,7 +199,7 @@ void SlcConvertConstOp::FoldComparison(const SlcPtr<SlcBinOpBoolExprICode>& code
     const SlcOperand& right = code->m_rightExpr;
     if (left->IsFloat() && right->IsFloat())
         ConvertAsAssignment(code->m_resultId,
-                            SlcLexType::Bool(compare(left->GetFloat(), right->GetFloat())));
+                            SlcLexType::Bool(compare(AtRunTime(left), AtRunTime(right))));
     else
         Default(code);
 }

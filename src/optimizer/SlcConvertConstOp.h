@@ -12,8 +12,9 @@
 /// and 1, evaluates foldable built-ins, decides jumps and guards on constant flags, and removes
 /// the branch that can never run.
 ///
-/// Arithmetic is done in double precision on float constants; what is not finite in single
-/// precision stays in the code and is left to run time. Instructions are fed in order, one by
+/// Arithmetic and comparisons see the single-precision values that the run time has, and each
+/// constant that is made is rounded to one. What is not finite, and what the writers have too few
+/// digits for, stays in the code and is left to run time. Instructions are fed in order, one by
 /// one, so that constant propagation can run in the same walk.
 class SlcConvertConstOp : public SlcAllICodeWalker {
 public:
@@ -54,8 +55,8 @@ private:
 
     void Replace(SlcPtr<SlcICode> code);
     void ConvertAsAssignment(const SlcOperand& dest, const SlcOperand& source);
-    /// False if the value is not finite; nothing is replaced then.
-    bool ConvertAsAssignment(const SlcOperand& dest, double value);
+    /// False if the value is left to run time; nothing is replaced then.
+    bool ConvertAsAssignment(const SlcOperand& dest, float value);
     /// Zero on either side decides; true if it did.
     bool FoldZeroFactor(const SlcArithExprICode& code);
     template <class Compare>

@@ -5,21 +5,20 @@
 
 namespace {
 
-// The run time works in single precision, so that its factors are single-precision values.
-constexpr double k_radiansPerDegree = 0.01745329238474369;
-constexpr double k_degreesPerRadian = 57.2957763671875;
-constexpr double k_pi = 3.1415927410125732;
+constexpr float k_radiansPerDegree = 0.01745329238474369F;
+constexpr float k_degreesPerRadian = 57.2957763671875F;
+constexpr float k_pi = 3.1415927410125732F;
 
-using Arguments = std::span<const double>;
+using Arguments = std::span<const float>;
 
-double Acos(Arguments a)
+float Acos(Arguments a)
 {
     if (a[0] < -1)
         return k_pi;
-    return a[0] > 1 ? 0 : std::acos(a[0]);
+    return a[0] > 1 ? 0.0F : std::acos(a[0]);
 }
 
-double Pow(Arguments a)
+float Pow(Arguments a)
 {
     if (a[0] == 0)
         return 0;
@@ -28,25 +27,25 @@ double Pow(Arguments a)
     return std::pow(a[0], a[1]);
 }
 
-double Log2(Arguments a)
+float Log2(Arguments a)
 {
-    return a[0] <= 0 || a[1] <= 0 || a[1] == 1 ? 0 : std::log(a[0]) / std::log(a[1]);
+    return a[0] <= 0 || a[1] <= 0 || a[1] == 1 ? 0.0F : std::log(a[0]) / std::log(a[1]);
 }
 
-double Mod(Arguments a)
+float Mod(Arguments a)
 {
-    const double rest = a[0] - std::trunc(a[0] * (1 / a[1])) * a[1];
+    const float rest = a[0] - std::trunc(a[0] * (1 / a[1])) * a[1];
     return rest < 0 ? rest + std::abs(a[1]) : rest;
 }
 
-double Sign(Arguments a)
+float Sign(Arguments a)
 {
     if (a[0] > 0)
         return 1;
     return a[0] < 0 ? -1 : 0;
 }
 
-double Clamp(Arguments a)
+float Clamp(Arguments a)
 {
     if (a[0] < a[1])
         return a[1];
@@ -56,7 +55,7 @@ double Clamp(Arguments a)
 struct Row {
     std::string_view primitive;
     std::size_t arguments;
-    double (*value)(Arguments);
+    float (*value)(Arguments);
 };
 
 //   primitive                 arguments  value
@@ -73,8 +72,8 @@ constexpr Row k_rows[] = {
     {"CALL_PRIM_ATAN2", 2, [](Arguments a) { return std::atan2(a[0], a[1]); }},
     {"CALL_PRIM_POW", 2, Pow},
     {"CALL_PRIM_EXP", 1, [](Arguments a) { return std::exp(a[0]); }},
-    {"CALL_PRIM_SQRT", 1, [](Arguments a) { return a[0] <= 0 ? 0 : std::sqrt(a[0]); }},
-    {"CALL_PRIM_LOG", 1, [](Arguments a) { return a[0] <= 0 ? 0 : std::log(a[0]); }},
+    {"CALL_PRIM_SQRT", 1, [](Arguments a) { return a[0] <= 0 ? 0.0F : std::sqrt(a[0]); }},
+    {"CALL_PRIM_LOG", 1, [](Arguments a) { return a[0] <= 0 ? 0.0F : std::log(a[0]); }},
     {"CALL_PRIM_LOG2", 2, Log2},
     {"CALL_PRIM_MOD", 2, Mod},
     {"CALL_PRIM_ABS", 1, [](Arguments a) { return std::abs(a[0]); }},
@@ -84,14 +83,15 @@ constexpr Row k_rows[] = {
     {"CALL_PRIM_CLAMP_1D", 3, Clamp},
     {"CALL_PRIM_FLOOR", 1, [](Arguments a) { return std::floor(a[0]); }},
     {"CALL_PRIM_CEIL", 1, [](Arguments a) { return std::ceil(a[0]); }},
-    {"CALL_PRIM_ROUND", 1, [](Arguments a) { return std::floor(a[0] + 0.5); }},
-    {"CALL_PRIM_STEP", 2, [](Arguments a) { return a[0] <= a[1] ? 1.0 : 0.0; }},
-    {"CALL_PRIM_INVERSESQRT", 1, [](Arguments a) { return a[0] <= 0 ? 0 : 1 / std::sqrt(a[0]); }},
+    {"CALL_PRIM_ROUND", 1, [](Arguments a) { return std::floor(a[0] + 0.5F); }},
+    {"CALL_PRIM_STEP", 2, [](Arguments a) { return a[0] <= a[1] ? 1.0F : 0.0F; }},
+    {"CALL_PRIM_INVERSESQRT", 1,
+     [](Arguments a) { return a[0] <= 0 ? 0.0F : 1 / std::sqrt(a[0]); }},
 };
 
 }  // namespace
 
-std::optional<double> SlcFoldBuiltIn(std::string_view primitive, std::span<const double> arguments)
+std::optional<float> SlcFoldBuiltIn(std::string_view primitive, std::span<const float> arguments)
 {
     const auto row = std::find_if(std::begin(k_rows), std::end(k_rows),
                                   [&](const Row& r) { return r.primitive == primitive; });

@@ -195,6 +195,15 @@ TEST(SlcConvertConstOp, FoldsOneInstruction)
         {"x = y * 0", "x = 0"},
         {"x = y / 4", "x = y * 0.25"},
         {"x = y / 0", "x = y / 0"},  // left to run time
+        {"x = 0 / 0", "x = 0 / 0"},
+        {"x = 49 / 49", "x = 1"},
+        {"f = 0.30000001192092896 == 0.3", "f = true"},
+        {"x = 12345 * 1001", "x = 12345 * 1001"},  // more digits than are written
+        {"x = 1e+07 * 20", "x = 2e+08"},
+        {"x = y / 3e+38", "x = y / 3e+38"},  // its reciprocal has fewer digits
+        {"x = call CALL_PRIM_LOG2 8 2", "x = 3"},
+        {"x = call CALL_PRIM_ROUND 0.49999997", "x = 1"},  // as the run time has it
+        {"x = call CALL_PRIM_MOD 7 3", "x = 1"},
         {"x = 0 / y", "x = 0"},
         {"x = 1e38 * 10", "x = 1e+38 * 10"},  // would not be finite at run time
         {"x = y / 1e-45", "x = y / 1e-45"},

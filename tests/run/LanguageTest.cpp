@@ -85,6 +85,26 @@ TEST(Language, ComputesExpressions)
     ExpectAllRun(cases);
 }
 
+TEST(Language, ComparesConstantsLikeTheRunTime)
+{
+    static const RunCase cases[] = {
+        {"if (0.1 + 0.2 == 0.3) r += 1; if (49 / 49 == 1) r += 2; r += 4 * floor(49 / 49);",
+         {7, 7, 7, 7, 7, 7}},
+        {"if (12345 * 1001 == 12357345) r = 1; else r = mod(12345 * 1001, 1000);",
+         {345, 345, 345, 345, 345, 345}},
+        {"if (0.123456789 == 0.1234568) r = 1; if (12345678 == 12345680) r += 2;",
+         {3, 3, 3, 3, 3, 3}},
+        {"if (1 / 3 * 3 == 1) r = 1; if (0.7 + 0.1 == 0.8) r += 2; if (0 / 0 == 0) r += 4;"
+         " r += 8 * floor(log(8, 2)) + 100 * floor(sqrt(2) * sqrt(2)) + 1000 * round(0.5 - 3e-8);",
+         {1127, 1127, 1127, 1127, 1127, 1127}},
+        // 5.3 is 53 times 0.1 in single precision.
+        {"r = floor(mod(5.3, 0.1) * 100) + 10 * mod(8, 4) + 100 * floor(0.3 / 0.1)"
+         " + 1000 * mod(-1, 3);",
+         {2300, 2300, 2300, 2300, 2300, 2300}},
+    };
+    ExpectAllRun(cases);
+}
+
 TEST(Language, TakesDerivativesFromThePointsOfABranch)
 {
     static const RunCase cases[] = {
