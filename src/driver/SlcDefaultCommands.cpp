@@ -35,8 +35,14 @@ namespace {
 
 std::string DefaultPreprocessCommand()
 {
-    return "cc -E -w -undef -nostdinc -x c -DOMBRIUM -DIRIX $cpp_options \"$input_file\" > "
-           "\"$cpp_result\"";
+    // A comment that ends at the end of the next one swallows code without a trace. Of all that the
+    // preprocessor warns of, this alone is a matter of shaders, and `-w` knows no exception: so
+    // the other warnings are filtered out, and the status goes round the filter.
+    return "{ { LC_ALL=C cc -E -Wcomment -fno-diagnostics-show-caret -undef -nostdinc -x c "
+           "-DOMBRIUM "
+           "-DIRIX $cpp_options \"$input_file\" 2>&1 > \"$cpp_result\"; echo $? >&3; } | "
+           "sed '/: note: /d;/: warning: /{/-Wcomment/!d;}' >&2; } 3>&1 | "
+           "{ read -r status; exit $status; }";
 }
 
 std::string DefaultCCCommand()

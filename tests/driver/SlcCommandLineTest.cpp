@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <vector>
 
+#include "driver/SlcDefaultCommands.h"
 #include "helpers/TemporaryFolder.h"
 #include "support/SlcDiagnostics.h"
 
@@ -213,8 +214,7 @@ TEST_F(SlcCommandLineTest, TakesCommandsFromTheEnvironment)
     unsetenv("SLC_CPP_COMMAND");
     unsetenv("SLC_CC_COMMAND");
     ASSERT_TRUE(Parse({"a.sl", "-w0"}));
-    EXPECT_EQ(m_line.m_preprocessCommand, "cc -E -w -undef -nostdinc -x c -DOMBRIUM -DIRIX "
-                                          "$cpp_options \"$input_file\" > \"$cpp_result\"");
+    EXPECT_EQ(m_line.m_preprocessCommand, DefaultPreprocessCommand());
     EXPECT_EQ(m_messages, "shaderqx: WARNING: 'SLC_CPP_COMMAND' environment variable dosen't "
                           "seems to exist. Will use '" +
                               m_line.m_preprocessCommand +

@@ -39,6 +39,25 @@ TEST_F(SlcExternalCommandsTest, CommandsHaveResultsThoughTheParentIgnoresItsChil
     EXPECT_EQ(std::signal(SIGCHLD, SIG_DFL), SIG_IGN);
 }
 
+TEST_F(SlcExternalCommandsTest, DefaultPreprocessorWarnsOfSwallowedCodeAlone)
+{
+    m_line.m_preprocessCommand = DefaultPreprocessCommand();
+    TemporaryFolder::Write("a.sl", "float a;\n/* open\nfloat b;\n/* closed */\n// don't\n"
+                                   "#define A 1\n#define A 2\n#warning x\n");
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(PreprocessSource(m_line));
+    const std::string warnings = testing::internal::GetCapturedStderr();
+    EXPECT_TRUE(warnings.starts_with("a.sl:4:") && warnings.find('\n') == warnings.size() - 1)
+        << warnings;
+    EXPECT_EQ(TemporaryFolder::Read("a.i").find("float b"), std::string::npos);
+
+    TemporaryFolder::Write("a.sl", "#include \"nowhere.h\"\n");
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(PreprocessSource(m_line));
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("nowhere.h: No such file"),
+              std::string::npos);
+}
+
 TEST_F(SlcExternalCommandsTest, FailedPreprocessCommandLeavesItsFile)
 {
     for (const char* command : {"echo half > $cpp_result; exit 3",
