@@ -81,7 +81,7 @@ SlcOperand SlcGenInterCode::GenResultOfEarlyReturns(SlcProcCallExprNode* call)
     if (TypeOf(call)->IsVoidType())
         return nullptr;
     // No pooled one: the statements of the body would release it.
-    const SlcOperand result = MakeTempVar(TypeOf(call), SlcDetailNode::AVarying());
+    SlcOperand result = MakeTempVar(TypeOf(call), SlcDetailNode::AVarying());
     AddInBlock(result->GetDetail(), MakeShared<SlcAssignICode>(result, ZeroOf(TypeOf(call))));
     return result;
 }
