@@ -35,7 +35,7 @@ SlcDetailNode* BlockDetail(const SlcOperand& lhs, const SlcOperand& rhs)
 void SlcGenInterCode::Case(SlcEqAssignExprNode* node)
 {
     const bool valueUsed = !std::exchange(m_valueUnused, false);
-    const Target target = GenTarget(node->GetLValue());
+    const Target target = GenTarget(node);
     if (target.array) {
         GenElementAssignment(node, target.array, valueUsed);
         return;
@@ -49,7 +49,7 @@ void SlcGenInterCode::Case(SlcEqAssignExprNode* node)
 void SlcGenInterCode::Case(SlcAssignExprNode* node)
 {
     const bool valueUsed = !std::exchange(m_valueUnused, false);
-    const Target target = GenTarget(node->GetLValue());
+    const Target target = GenTarget(node);
     if (target.array) {
         GenElementAssignment(node, target.array, valueUsed);
         return;
@@ -59,13 +59,16 @@ void SlcGenInterCode::Case(SlcAssignExprNode* node)
     ResetEvalLightIfPAssigned(target.variable);
 }
 
-SlcGenInterCode::Target SlcGenInterCode::GenTarget(SlcLValueNode* lvalue)
+SlcGenInterCode::Target SlcGenInterCode::GenTarget(SlcAssignExprNode* node)
 {
+    SlcLValueNode* lvalue = node->GetLValue();
     const SlcOperand variable = OperandOf(lvalue->GetSymbolEntry());
     if (lvalue->IsIdentLValue())
         return {variable, nullptr};
     auto* element = static_cast<SlcArrayRefLValueNode*>(lvalue);
     element->GetIndex()->ApplyWalker(this);
+    if (variable->IsUniform() && !node->IsEqAssign())
+        Push(UniformValue(Pop()));
     if (!m_values.back().operand->IsUniform())
         return {nullptr, variable};
     const SlcOperand index = Pop();
@@ -110,13 +113,18 @@ void SlcGenInterCode::GenArithAssignment(SlcAssignExprNode* node, const SlcOpera
 {
     SlcOperand target = lhs;
     MatchColors(target, rhs);
-    // Run for each point, `x += y` on a uniform x would add up the points.
-    const bool accumulates = lhs->IsUniform() && !rhs->IsUniform();
-    if (accumulates)
-        target = GenTempVar(lhs->GetType(), rhs->GetDetail());
+    if (lhs->IsUniform())
+        rhs = UniformValue(rhs);
     AddInBlock(BlockDetail(lhs, rhs), MakeAssignICode(node, target, lhs, rhs));
-    if (accumulates)
-        GenPlainAssignment(lhs, target);
+}
+
+SlcOperand SlcGenInterCode::UniformValue(const SlcOperand& value)
+{
+    if (value->IsUniform())
+        return value;
+    SlcOperand copy = GenTempVar(ValueType(value), SlcDetailNode::AUniform());
+    GenPlainAssignment(copy, value);
+    return copy;
 }
 
 /// The index is the last value on the stack.

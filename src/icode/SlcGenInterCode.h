@@ -216,13 +216,16 @@ private:
     [[nodiscard]] static SlcDetailNode* UniformIfAll(const std::deque<SlcOperand>& operands);
 
     // Assignments.
-    [[nodiscard]] Target GenTarget(SlcLValueNode* lvalue);
+    [[nodiscard]] Target GenTarget(SlcAssignExprNode* node);
     [[nodiscard]] SlcOperand EvaluateInto(SlcExprNode* expr, const SlcOperand& target);
     /// By the form for the whole grid where that may stand.
     void GenAssignment(const SlcOperand& lhs, const SlcOperand& rhs);
     /// In a block. A uniform variable too is assigned in a varying one if the value varies, as
     /// that of a function may that did not know its arguments to be uniform.
     void GenPlainAssignment(const SlcOperand& lhs, const SlcOperand& rhs);
+    /// `value` if it is uniform, else a uniform temporary that it has been assigned to. For who
+    /// updates a uniform variable by it: in a block for each point that would happen once a point.
+    [[nodiscard]] SlcOperand UniformValue(const SlcOperand& value);
     void GenArithAssignment(SlcAssignExprNode* node, const SlcOperand& lhs, SlcOperand rhs);
     void GenElementAssignment(SlcAssignExprNode* node, const SlcOperand& array, bool valueUsed);
     [[nodiscard]] SlcPtr<SlcICode> MakeAssignICode(SlcAssignExprNode* node, const SlcOperand& dest,

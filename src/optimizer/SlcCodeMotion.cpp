@@ -4,6 +4,7 @@
 #include <string>
 
 #include "icode/SlcICodes.h"
+#include "optimizer/SlcUniformAccess.h"
 #include "support/SlcDiagnostics.h"
 
 namespace {
@@ -280,15 +281,20 @@ std::deque<SlcPtr<SlcICode>> SlcCodeMotion::InFrontOf(int head) const
     if (moved == m_moved.end())
         return codes;
     SlcLabel openRun;
+    SlcUniformAccess uniforms;  // of the open run
     const auto closeRun = [&] {
         if (openRun)
             codes.push_back(MakeShared<SlcEndParallelICode>(openRun));
         openRun = nullptr;
+        uniforms = {};
     };
     for (const Moved& entry : moved->second) {
-        if (!entry.inParallelRun) {
+        SlcUniformAccess own;
+        own.Add(entry.code, {});  // what touches an array stays in the loop
+        if (!entry.inParallelRun || !uniforms.MayJoin(own))
             closeRun();
-        } else if (openRun.Null()) {
+        uniforms.Join(own);
+        if (entry.inParallelRun && openRun.Null()) {
             openRun = MakeShared<SlcLabelICode>("LHead" + std::to_string(sm_headCounter++));
             codes.push_back(MakeShared<SlcBeginParallelICode>(openRun));
         }

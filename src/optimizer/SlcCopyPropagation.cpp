@@ -99,7 +99,9 @@ void SlcCopyPropagation::Read(SlcOperand& operand)
     if (m_keepVarying && !operand->IsUniform())
         return;
     const SlcOperand constant = Find(operand);
-    if (constant && constant->GetType()->IsSameType(operand->GetType())) {
+    // Who reads a uniform operand may count on one value for all points.
+    const bool keepsDetail = constant && (constant->IsUniform() || !operand->IsUniform());
+    if (keepsDetail && constant->GetType()->IsSameType(operand->GetType())) {
         operand = constant;
         m_changed = true;
     }

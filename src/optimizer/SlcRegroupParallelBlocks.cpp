@@ -10,11 +10,14 @@ void SlcRegroupParallelBlocks::Optimize(SlcPtr<SlcListICode>& list)
     m_endIsHeld = false;
     m_noJoin = false;
     m_output.clear();
+    m_uniforms.emplace(list->m_icodes);
+    m_runs = 0;
     for (const auto& code : list->m_icodes)
         code->ApplyWalker(this);
     if (m_endIsHeld)
         CloseRun();
     list->m_icodes.swap(m_output);
+    m_uniforms.reset();
 }
 
 void SlcRegroupParallelBlocks::CloseRun()
@@ -24,8 +27,12 @@ void SlcRegroupParallelBlocks::CloseRun()
 
 void SlcRegroupParallelBlocks::Case(SlcPtr<SlcBeginParallelICode> code)
 {
-    if (!m_endIsHeld) {
+    const std::size_t run = m_runs++;
+    if (!m_endIsHeld || !m_uniforms->Join(m_currentRun, run)) {
+        if (m_endIsHeld)
+            CloseRun();
         m_currentBegin = code;
+        m_currentRun = run;
         m_output.push_back(code);
     }
     m_endIsHeld = false;

@@ -1,15 +1,17 @@
 #pragma once
 
 #include <deque>
+#include <optional>
 
 #include "icode/SlcBlockICode.h"
 #include "optimizer/SlcICodeOptimizer.h"
+#include "optimizer/SlcUniformAccess.h"
 
 /// Joins two parallel runs that follow each other with nothing between them, so that one loop
 /// over the shading points does the work of two. Linear.
 ///
 /// A run with a comparison or with an order-sensitive call can join the run before it, but not
-/// the one behind it.
+/// the one behind it. Runs of which one writes a uniform operand that the other touches stay apart.
 class SlcRegroupParallelBlocks : public SlcICodeOptimizer {
 public:
     void Optimize(SlcPtr<SlcListICode>& list) override;
@@ -27,6 +29,9 @@ private:
     void CloseRun();
 
     std::deque<SlcPtr<SlcICode>> m_output;
+    std::optional<SlcUniformAccessOfRuns> m_uniforms;
+    std::size_t m_runs = 0;        // begun so far
+    std::size_t m_currentRun = 0;  // number of the one that `m_currentBegin` opened
     SlcPtr<SlcBeginParallelICode> m_currentBegin;
     bool m_endIsHeld = false;  // a run has ended and may yet go on
     bool m_noJoin = false;     // the run holds something that must not be joined

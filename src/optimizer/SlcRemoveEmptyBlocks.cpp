@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "icode/SlcICodes.h"
+#include "optimizer/SlcUniformAccess.h"
 
 namespace {
 
@@ -136,17 +137,22 @@ bool SlcRemoveEmptyBlocks::Phase(RemovePhase phase, SlcListICode& list)
 bool SlcRemoveEmptyBlocks::RemovePairs(SlcListICode& list)
 {
     const std::vector<bool> sensitive = OrderSensitiveRuns(list.m_icodes);
+    SlcUniformAccessOfRuns uniforms(list.m_icodes);
     struct Kept {
         SlcPtr<SlcICode> code;
         Mark mark;
         bool sensitive;
+        std::size_t run;  // the last one begun
     };
     std::vector<Kept> kept;
     kept.reserve(list.m_icodes.size());
     MarkWalker marks;
-    std::vector<SlcPtr<SlcICode>> seamEnds;  // first end of each merged run still open
+    std::vector<Kept> seamEnds;  // first end of each merged run still open
+    std::size_t runs = 0;
     for (std::size_t i = 0; i < list.m_icodes.size(); ++i) {
-        const Kept current{list.m_icodes[i], marks.Of(list.m_icodes[i]), sensitive[i]};
+        const Mark mark = marks.Of(list.m_icodes[i]);
+        runs += mark == Mark::BeginParallel ? 1 : 0;
+        const Kept current{list.m_icodes[i], mark, sensitive[i], runs - 1};
         if (!kept.empty()) {
             const Kept& last = kept.back();
             const bool emptyRun =
@@ -154,9 +160,9 @@ bool SlcRemoveEmptyBlocks::RemovePairs(SlcListICode& list)
             const bool emptyGuard = last.mark == Mark::If && current.mark == Mark::EndIf;
             const bool seam = last.mark == Mark::EndParallel &&
                               current.mark == Mark::BeginParallel && !last.sensitive &&
-                              !current.sensitive;
+                              !current.sensitive && uniforms.Join(last.run, current.run);
             if (seam)
-                seamEnds.push_back(last.code);
+                seamEnds.push_back(last);
             if (emptyRun || emptyGuard || seam) {
                 kept.pop_back();
                 continue;
@@ -164,7 +170,7 @@ bool SlcRemoveEmptyBlocks::RemovePairs(SlcListICode& list)
         }
         if (current.mark == Mark::EndParallel && !seamEnds.empty()) {
             // The merged run keeps the begin of its first part, and so the end of that part.
-            kept.push_back({seamEnds.front(), current.mark, current.sensitive});
+            kept.push_back(seamEnds.front());
             seamEnds.clear();
             continue;
         }

@@ -175,7 +175,7 @@ SlcOperand CodeText::Operand(const std::string& name)
     SlcTypeNode* type = SlcTypeNode::AFloat();
     if (kind == 'f' || kind == 'g')
         type = SlcTypeNode::ABoolean();
-    else if (kind == 'a')
+    else if (kind == 'a' || kind == 'A')
         type = SlcTypeNode::CreateArrayType(SlcTypeNode::AFloat(), 4);
     else if (kind == 'r')
         type = SlcTypeNode::CreateArrayRefType(SlcTypeNode::AFloat());
@@ -184,8 +184,8 @@ SlcOperand CodeText::Operand(const std::string& name)
         storage = SlcStorageSpecNode::AInput();
     else if (kind == 'C')
         storage = SlcStorageSpecNode::AReadWrite();
-    SlcDetailNode* detail =
-        kind == 'g' || kind == 'u' ? SlcDetailNode::AUniform() : SlcDetailNode::AVarying();
+    SlcDetailNode* detail = kind == 'g' || kind == 'u' || kind == 'A' ? SlcDetailNode::AUniform()
+                                                                      : SlcDetailNode::AVarying();
     auto operand = MakeShared<SlcLexType>(SlcLexicalNode::CreateIdent(name), type, detail, storage);
     m_variables.emplace(name, operand);
     if (storage->IsLocal())

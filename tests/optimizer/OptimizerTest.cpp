@@ -148,6 +148,8 @@ TEST(SlcRemoveEmptyBlocks, RemovesPointlessMarks)
         {"{; if f L; endif L; }; x = 1", "x = 1"},
         {"{; x = call random; }; {; y = call random; }",
          "{; x = call random; }; {; y = call random; }"},
+        // Whatever one of them writes of a uniform variable is whole before the other begins.
+        {"{; u = x; }; {; }; {; y = 1; }; {; y = u; }", "{; u = x; y = 1; }; {; y = u; }"},
         {"x = 1", "x = 1"},
     };
     ExpectRewritten(cases, [](SlcPtr<SlcListICode>& list) {
@@ -334,6 +336,10 @@ TEST(SlcCodeMotion, MovesInvariantsInFrontOfTheLoop)
         // Out of a run into a run of its own; what only feeds on it goes along.
         {"begin; S:; {; x = p + 1; y = x * 2; }; pOut = y; goto E ifnot g; goto S; E:; end",
          "begin; {; x = p + 1; y = x * 2; }; S:; {; }; pOut = y; goto E ifnot g; goto S; E:; end"},
+        {"begin; S:; {; u = p; y = 2; }; {; x = u; }; pOut = x + y; goto E ifnot g; goto S; E:; "
+         "end",
+         "begin; {; u = p; y = 2; }; {; x = u; }; S:; {; }; {; }; pOut = x + y; goto E ifnot g; "
+         "goto S; E:; end"},
         // Written twice, read before, alive at the head, under a guard, written from outside.
         {"begin; S:; u = 1; pOut = u; u = 2; goto E ifnot g; goto S; E:; end",
          "begin; S:; u = 1; pOut = u; u = 2; goto E ifnot g; goto S; E:; end"},
@@ -382,6 +388,15 @@ TEST(SlcRegroupParallelBlocks, JoinsRunsWithNothingBetween)
         // A run with a comparison joins the one before it, not the one behind.
         {"{; x = 1; }; {; f = x < y; }; {; y = 1; }", "{; x = 1; f = x < y; }; {; y = 1; }"},
         {"{; x = call random; }; {; y = 1; }", "{; x = call random; }; {; y = 1; }"},
+        // For each point alone, one run would read what another point has left.
+        {"{; u = x; }; {; y = u; }", "{; u = x; }; {; y = u; }"},
+        {"{; y = u; }; {; z = 1; }; {; u = x; }", "{; y = u; z = 1; }; {; u = x; }"},
+        {"{; u = x; }; {; u = y; }", "{; u = x; }; {; u = y; }"},
+        {"{; y = u; }; {; z = u; }; {; u1 = y; }", "{; y = u; z = u; u1 = y; }"},
+        {"{; r = ref A x; r = y; }; {; r1 = ref A y; z = r1; }",
+         "{; r = ref A x; r = y; }; {; r1 = ref A y; z = r1; }"},
+        {"{; r = ref a x; r = y; }; {; r1 = ref a y; z = r1; }",
+         "{; r = ref a x; r = y; r1 = ref a y; z = r1; }"},
     };
     ExpectRewritten(cases,
                     [](SlcPtr<SlcListICode>& list) { SlcRegroupParallelBlocks().Optimize(list); });

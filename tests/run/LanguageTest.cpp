@@ -11,7 +11,7 @@ namespace {
 /// A surface with one output, `r`, for each of the 3 by 2 points: u is 0, 0.5, 1 along a row and
 /// v is 0 in the first row, 1 in the second. `body` is what stands between its braces, or a shader.
 struct RunCase {
-    const char* body;
+    std::string body;
     std::vector<float> r;
 };
 
@@ -304,6 +304,44 @@ TEST(Language, ComputesDefaultValues)
          " varying float d = Du(v) + 1; output varying float r = 0;)"
          "{ r = abs(zcomp(k)) + d; }",
          {3, 3, 3, 3, 3, 3}},
+    };
+    ExpectAllRun(cases);
+}
+
+// A function keeps its value in a varying local, though its call is uniform.
+TEST(Language, UpdatesUniformVariablesOnceForAllPoints)
+{
+    const std::string f = "float f(float x) { float y = x + 1; return y; }";
+    const std::string color = "color f(float x) { color y = color(x, 2, 3); return y; }";
+    const RunCase cases[] = {
+        {f + "--- uniform float k = 10; k += f(3); r = k;", {14, 14, 14, 14, 14, 14}},
+        {f + "--- uniform float k = 10; k = f(k); k = f(k); r = k;", {12, 12, 12, 12, 12, 12}},
+        {f + "--- uniform float i = 0; while (i < 6) { i = f(i); r += u; } r += i;",
+         {6, 9, 12, 6, 9, 12}},
+        {f + "--- uniform float i, k = 0; for (i = 0; i < 4; i += f(0)) { k += f(i); r += u * k; }"
+             "r += k;",
+         {10, 20, 30, 10, 20, 30}},
+        {f + "--- uniform float A[2] = {1, 2}; A[1] += f(1); A[0] = f(A[1]); r = A[0] + A[1] / 10;",
+         {5.4F, 5.4F, 5.4F, 5.4F, 5.4F, 5.4F}},
+        {f + "--- uniform float A[2] = {1, 2}; A[f(0)] += 1; A[f(0)] *= f(1) + A[f(0)]; r = A[1];",
+         {15, 15, 15, 15, 15, 15}},
+        {f + "--- uniform float A[2] = {1, 2}; if (u > 0.25) { A[f(0)] += f(1); r = A[1]; }",
+         {0, 4, 4, 0, 4, 4}},
+        {f + "--- uniform float A[2] = {1, 2}; r = (A[f(0)] += f(1)) + A[1];", {8, 8, 8, 8, 8, 8}},
+        {color +
+             "--- uniform color A[2] = {1, 2}; A[1] += f(1); r = comp(A[1], 0) + comp(A[1], 2);",
+         {8, 8, 8, 8, 8, 8}},
+        {"string f(string s) { string y = concat(s, \"b\"); return y; } --- uniform string s = "
+         "\"a\";"
+         "s = concat(s, f(s)); s = concat(s, f(\"c\")); r = s == \"aabcb\" ? 1 : 0;",
+         {1, 1, 1, 1, 1, 1}},
+        {f + "float g(uniform float x) { uniform float A[2] = {0, 0}; A[x] += 2; A[f(x) - 1] *= 3;"
+             "return A[1]; } float h(float x) { float y = f(x); return g(y); } ---"
+             "uniform float k = h(0); k += g(f(0)); r = k;",
+         {12, 12, 12, 12, 12, 12}},
+        {"float f(float a) { return random() * a; } --- uniform float k = f(2), l = f(2);"
+         "r = abs(Du(k + l)) + (k > l ? 0 : 1) * (k < l ? 0 : 1);",
+         {0, 0, 0, 0, 0, 0}},
     };
     ExpectAllRun(cases);
 }

@@ -1,0 +1,117 @@
+#include "optimizer/SlcUniformAccess.h"
+
+#include <algorithm>
+
+#include "icode/SlcICodes.h"
+#include "icode/SlcOperandWalker.h"
+
+namespace {
+
+/// Collects which array each reference to an element stands for.
+class ReferencedArrays : public SlcAllICodeWalker {
+public:
+    SlcUniformAccess::Arrays m_arrays;
+
+private:
+    using SlcAllICodeWalker::Case;
+    void Case(SlcPtr<SlcArrayRefICode> code) override
+    {
+        m_arrays[&*code->m_result] = &*code->m_array;
+    }
+    void Default(SlcPtr<SlcICode>) override {}
+};
+
+/// Notes the uniform operands of instructions; what is done to an element is done to its array.
+class NoteUniforms : public SlcOperandWalker {
+public:
+    NoteUniforms(std::unordered_map<const SlcLexType*, bool>& isWritten,
+                 const SlcUniformAccess::Arrays& arrays)
+        : m_isWritten(isWritten),
+          m_arrays(arrays)
+    {
+    }
+
+private:
+    void Read(SlcOperand& operand) override { Note(operand, false); }
+    void Write(SlcOperand& operand) override { Note(operand, true); }
+
+    using SlcOperandWalker::Case;
+    /// To bind a reference leaves the array as it is.
+    void Case(SlcPtr<SlcArrayRefICode> code) override
+    {
+        Read(code->m_index);
+        NoteItself(*code->m_result, true);
+    }
+
+    void Note(const SlcOperand& operand, bool isWritten)
+    {
+        const auto array = m_arrays.find(&*operand);
+        if (array == m_arrays.end()) {
+            NoteItself(*operand, isWritten);
+            return;
+        }
+        NoteItself(*operand, false);
+        NoteItself(*array->second, isWritten);
+    }
+    void NoteItself(const SlcLexType& operand, bool isWritten)
+    {
+        if (operand.IsIdent() && operand.IsUniform())
+            m_isWritten[&operand] |= isWritten;
+    }
+
+    std::unordered_map<const SlcLexType*, bool>& m_isWritten;
+    const SlcUniformAccess::Arrays& m_arrays;
+};
+
+}  // namespace
+
+SlcUniformAccess::Arrays SlcUniformAccess::ArraysOf(const std::deque<SlcPtr<SlcICode>>& codes)
+{
+    ReferencedArrays references;
+    for (const auto& code : codes)
+        code->ApplyWalker(&references);
+    return std::move(references.m_arrays);
+}
+
+void SlcUniformAccess::Add(const SlcPtr<SlcICode>& code, const Arrays& arrays)
+{
+    NoteUniforms(m_isWritten, arrays).Visit(code);
+}
+
+bool SlcUniformAccess::MayJoin(const SlcUniformAccess& next) const
+{
+    return std::none_of(next.m_isWritten.begin(), next.m_isWritten.end(), [&](const auto& access) {
+        const auto here = m_isWritten.find(access.first);
+        return here != m_isWritten.end() && (here->second || access.second);
+    });
+}
+
+void SlcUniformAccess::Join(const SlcUniformAccess& next)
+{
+    for (const auto& [operand, isWritten] : next.m_isWritten)
+        m_isWritten[operand] |= isWritten;
+}
+
+SlcUniformAccessOfRuns::SlcUniformAccessOfRuns(const std::deque<SlcPtr<SlcICode>>& codes)
+{
+    const SlcUniformAccess::Arrays arrays = SlcUniformAccess::ArraysOf(codes);
+    bool isInRun = false;
+    for (const auto& code : codes) {
+        if (dynamic_cast<const SlcBeginParallelICode*>(&*code)) {
+            m_runs.emplace_back();
+            isInRun = true;
+        } else if (dynamic_cast<const SlcEndParallelICode*>(&*code)) {
+            isInRun = false;
+        } else if (isInRun) {
+            m_runs.back().Add(code, arrays);
+        }
+    }
+}
+
+bool SlcUniformAccessOfRuns::Join(std::size_t first, std::size_t next)
+{
+    if (!m_runs[first].MayJoin(m_runs[next]))
+        return false;
+    m_runs[first].Join(m_runs[next]);
+    return true;
+}
