@@ -1,11 +1,13 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "frontend/SlcExprNodes.h"
 
 class SlcFuncSymbolEntry;
+class SlcFuncVarArgLeaf;
 
 /// The arguments of a call.
 class SlcProcArgsNode : public SlcVisitable<SlcProcArgsNode, SlcSyntaxNode> {
@@ -31,10 +33,15 @@ public:
     /// Null until the semantic pass has chosen an overload, and after a reported error.
     [[nodiscard]] const SlcPtr<SlcFuncSymbolEntry>& GetSymbolEntry() const { return m_entry; }
     void SetSymbolEntry(SlcPtr<SlcFuncSymbolEntry> entry);
+    /// Of the overload's variable tail, the part that took each argument behind the fixed ones.
+    /// Null for an argument that only the function itself can judge.
+    [[nodiscard]] const std::vector<SlcFuncVarArgLeaf*>& GetTailLeaves() const { return m_leaves; }
+    void SetTailLeaves(std::vector<SlcFuncVarArgLeaf*> leaves) { m_leaves = std::move(leaves); }
     void WalkIn(SlcCodeWalker* walker) override;
 
 private:
     SlcIdentNode* m_ident;
     std::unique_ptr<SlcProcArgsNode> m_arguments;
     SlcPtr<SlcFuncSymbolEntry> m_entry;
+    std::vector<SlcFuncVarArgLeaf*> m_leaves;  // the entry owns them
 };

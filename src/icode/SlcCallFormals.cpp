@@ -31,13 +31,7 @@ std::vector<SlcCallFormal> SlcFormalsOf(const SlcProcCallExprNode& call)
         formals.push_back(
             {types[i], entry.GetArgStorages()[i]->IsOutput() || IsUnpackResult(entry, i)});
 
-    auto* withTail = dynamic_cast<SlcFuncVarListSymbolEntry*>(&entry);
-    if (!withTail)
-        return formals;
-    // One walk over the tail serves all arguments: `min` may have thousands.
-    SlcFuncVarArgExpr* tail = withTail->GetTail();
-    tail->Begin();
-    for (std::size_t i = formals.size(); i < arguments.size(); ++i)
-        formals.push_back(FormalOf(tail->FindNextMatch(arguments[i].get(), true)));
+    for (SlcFuncVarArgLeaf* leaf : call.GetTailLeaves())
+        formals.push_back(FormalOf(leaf));
     return formals;
 }

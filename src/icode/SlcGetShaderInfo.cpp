@@ -53,10 +53,9 @@ const std::vector<SlcImplicitVars>& ImplicitVars()
 
 /// What an `extern` declaration, or the `Ps` of a surface shader, stands for; or the variable
 /// itself.
-SlcPtr<SlcVarSymbolEntry> Outermost(SlcPtr<SlcVarSymbolEntry> entry)
+SlcPtr<SlcVarSymbolEntry> Outermost(SlcPtr<SlcVarSymbolEntry> named)
 {
-    while (entry && !entry->GetOuter().Null())
-        entry = entry->GetOuter();
+    SlcPtr<SlcVarSymbolEntry> entry = SlcOutermost(std::move(named));
     const bool isP = entry && Hiddens::sm_P && entry->GetIntCodeVar() &&
                      entry->GetIntCodeVar() == Hiddens::sm_P->GetIntCodeVar();
     return isP ? Hiddens::sm_P : entry;
@@ -391,24 +390,13 @@ void SlcGetShaderInfo::AddSpacesOf(SlcProcCallExprNode* node)
 
 void SlcGetShaderInfo::WriteOutputArguments(SlcProcCallExprNode* node)
 {
-    SlcFuncSymbolEntry& entry = *node->GetSymbolEntry();
-    const auto& storages = entry.GetArgStorages();
+    const auto& storages = node->GetSymbolEntry()->GetArgStorages();
+    const auto& leaves = node->GetTailLeaves();
     const auto& arguments = node->GetArguments()->GetArgs();
-    const bool hasTail = entry.IsVarNbArgs() && arguments.size() > storages.size();
-    if (hasTail)
-        entry.VarArgBegin();
     for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const SlcStorageSpecNode* storage = nullptr;
-        if (i < storages.size()) {
-            storage = storages[i];
-        } else if (hasTail) {
-            const SlcFuncVarArgLeaf* leaf = entry.VarArgFindNextMatch(arguments[i].get(), false);
-            if (!leaf)
-                return;
-            storage = leaf->GetStorage();
-            entry.VarArgNext();
-        }
-        if (!storage || !storage->IsOutput())
+        const bool isFixed = i < storages.size();
+        const SlcFuncVarArgLeaf* leaf = isFixed ? nullptr : leaves[i - storages.size()];
+        if (!(isFixed ? storages[i]->IsOutput() : leaf && leaf->GetStorage()->IsOutput()))
             continue;
         m_needsGuard = true;
         WriteArgument(arguments[i].get());

@@ -23,8 +23,6 @@ std::vector<SlcDeclaredArgument> SlcDeclaredArguments(SlcFuncSymbolEntry& entry,
     const std::size_t fixed = entry.GetArgTypes().size();
     std::vector<SlcDeclaredArgument> declared;
     declared.reserve(arguments.size());
-    if (arguments.size() > fixed)
-        entry.VarArgBegin();
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         SlcExprNode* argument = arguments[i].get();
         if (i < fixed) {
@@ -33,7 +31,7 @@ std::vector<SlcDeclaredArgument> SlcDeclaredArguments(SlcFuncSymbolEntry& entry,
             declared.push_back({argument, entry.GetArgDetails()[i], storage});
             continue;
         }
-        const SlcFuncVarArgLeaf* leaf = entry.VarArgFindNextMatch(argument, false);
+        const SlcFuncVarArgLeaf* leaf = call->GetTailLeaves()[i - fixed];
         if (!leaf)
             break;
         declared.push_back({argument, leaf->GetDetail(), leaf->GetStorage()});
@@ -51,7 +49,8 @@ bool SlcCheckOutputArgument(SlcSemanticError& errors, const SlcExprNode* argumen
                                    "Formal is declared 'output'");
         return false;
     }
-    const auto& variable = static_cast<const SlcReferenceExprNode*>(argument)->GetSymbolEntry();
+    const auto& named = static_cast<const SlcReferenceExprNode*>(argument)->GetSymbolEntry();
+    const SlcPtr<SlcVarSymbolEntry> variable = SlcOutermost(named);
     if (variable && variable->GetStorage()->IsInput()) {
         errors.Error(argument, "Read-only formal passed as argument " + number +
                                    " to the function '" + function +

@@ -20,8 +20,8 @@ struct SlcDeclaredArgument {
     SlcStorageSpecNode* storage;
 };
 
-/// The arguments of a call of `entry`, in order. A variable tail is followed as far as its
-/// arguments match.
+/// The arguments of a checked call of `entry`, in order, up to the first that only the function
+/// itself can judge.
 [[nodiscard]] std::vector<SlcDeclaredArgument> SlcDeclaredArguments(SlcFuncSymbolEntry& entry,
                                                                     SlcProcCallExprNode* call);
 

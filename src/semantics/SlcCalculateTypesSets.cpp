@@ -21,14 +21,6 @@ void SetTypes(SlcExprNode* expr, std::vector<SlcTypeNode*> types)
     expr->SetAnnotation(MakeShared<SlcPossibleTypes>(std::move(types)));
 }
 
-/// The entry itself, or what the declaration `extern` stands for.
-SlcPtr<SlcVarSymbolEntry> Outermost(SlcPtr<SlcVarSymbolEntry> entry)
-{
-    while (entry->GetStorage()->IsExtern() && entry->GetOuter())
-        entry = entry->GetOuter();
-    return entry;
-}
-
 bool IsAssignable(const SlcAssignExprNode& assignment, const SlcTypeNode* type)
 {
     if (type->IsFloatType() || type->IsColorType() || type->IsPointType() || type->IsErrorType())
@@ -227,7 +219,7 @@ void SlcCalculateTypesSets::CheckWritable(const SlcLValueNode* lvalue,
                                           SlcPtr<SlcVarSymbolEntry> entry)
 {
     const std::string& name = lvalue->GetIdent()->GetName();
-    const SlcStorageSpecNode* storage = Outermost(std::move(entry))->GetStorage();
+    const SlcStorageSpecNode* storage = SlcOutermost(std::move(entry))->GetStorage();
     if (storage->IsInput())
         m_errors->Error(lvalue, "Cannot assign to a formal not declared 'output'", name);
     else if (storage->IsReadOnly())

@@ -67,12 +67,19 @@ SlcResolveCall::SlcResolveCall(SlcPtr<SlcSemanticError> errors, SlcPtr<SlcSymbol
 void SlcResolveCall::Resolve(SlcProcCallExprNode* call)
 {
     m_call = call;
+    m_leaves.clear();
     m_args = SlcArgsOf(call->GetArguments());
     SlcTypeNode* wanted = SettleWanted(call);
     const bool isTyped = ResolveArgs(wanted);
-    if (CheckShaderType() && isTyped)
-        call->SetSymbolEntry(
-            m_scope->GetUniqueFuncEntry(call->GetIdent(), wanted, m_args, false, true));
+    if (!CheckShaderType() || !isTyped)
+        return;
+    call->SetSymbolEntry(
+        m_scope->GetUniqueFuncEntry(call->GetIdent(), wanted, m_args, false, true));
+    const Entry& entry = call->GetSymbolEntry();
+    if (m_args.size() == entry->GetArgTypes().size())
+        return;
+    const auto leaves = m_leaves.find(&*entry);
+    call->SetTailLeaves(leaves != m_leaves.end() ? std::move(leaves->second) : LeavesOfTail(entry));
 }
 
 bool SlcResolveCall::ResolveArgs(SlcTypeNode* wanted)
@@ -114,27 +121,32 @@ bool SlcResolveCall::Fits(const Entry& entry, bool promote)
     return m_filterstepTypes.has_value();
 }
 
-void SlcResolveCall::AddExpected(const Entry& entry, std::vector<Types>& expected) const
+void SlcResolveCall::AddExpected(const Entry& entry, std::vector<Types>& expected)
 {
     const auto& formals = entry->GetArgTypes();
     for (std::size_t i = 0; i < formals.size(); ++i)
         SlcAddTypeIfNotPresent(expected[i], ExpectedBy(formals[i], m_args[i]));
     if (m_args.size() == formals.size())
         return;
-    const auto tail = IsFilterstep(*entry) ? *m_filterstepTypes : TypesOfTail(entry);
-    for (std::size_t i = 0; i < tail.size(); ++i)
-        SlcAddTypeIfNotPresent(expected[formals.size() + i], tail[i]);
+    const auto& leaves = m_leaves[&*entry] = LeavesOfTail(entry);
+    for (std::size_t i = 0; i < leaves.size(); ++i) {
+        const std::size_t place = formals.size() + i;
+        SlcAddTypeIfNotPresent(expected[place],
+                               IsFilterstep(*entry)
+                                   ? (*m_filterstepTypes)[i]
+                                   : ExpectedBy(leaves[i]->GetType(), m_args[place]));
+    }
 }
 
-std::vector<SlcTypeNode*> SlcResolveCall::TypesOfTail(const Entry& entry) const
+std::vector<SlcFuncVarArgLeaf*> SlcResolveCall::LeavesOfTail(const Entry& entry) const
 {
+    // One walk over the tail serves all arguments: `min` may have thousands.
     SlcFuncVarArgExpr* tail = CheckCast<SlcFuncVarListSymbolEntry>(entry)->GetTail();
-    std::vector<SlcTypeNode*> types;
+    std::vector<SlcFuncVarArgLeaf*> leaves;
     tail->Begin();
     for (std::size_t i = entry->GetArgTypes().size(); i < m_args.size(); ++i)
-        types.push_back(
-            ExpectedBy(tail->FindNextMatch(m_args[i], m_promoted)->GetType(), m_args[i]));
-    return types;
+        leaves.push_back(tail->FindNextMatch(m_args[i], m_promoted));
+    return leaves;
 }
 
 bool SlcResolveCall::ChooseArgTypes(const std::vector<Types>& expected)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -28,8 +29,9 @@ private:
     [[nodiscard]] std::vector<Entry> FindCandidates(SlcTypeNode* wanted);
     [[nodiscard]] bool Fits(const Entry& entry, bool promote);
     /// Adds what the overload expects of each argument to the lists of the arguments.
-    void AddExpected(const Entry& entry, std::vector<Types>& expected) const;
-    [[nodiscard]] std::vector<SlcTypeNode*> TypesOfTail(const Entry& entry) const;
+    void AddExpected(const Entry& entry, std::vector<Types>& expected);
+    /// What the overload's tail takes the arguments for; one for each behind the fixed ones.
+    [[nodiscard]] std::vector<SlcFuncVarArgLeaf*> LeavesOfTail(const Entry& entry) const;
     /// Each argument gets the one type that is expected of it. False after a report.
     [[nodiscard]] bool ChooseArgTypes(const std::vector<Types>& expected);
     /// Some functions exist in some kinds of shaders only. False after a report.
@@ -41,6 +43,8 @@ private:
     SlcProcCallExprNode* m_call = nullptr;
     SlcCallArgs m_args;
     bool m_promoted = false;  // the candidates fit by promotion only
+    // By candidate with a tail, since types that have been picked match otherwise.
+    std::map<const SlcFuncSymbolEntry*, std::vector<SlcFuncVarArgLeaf*>> m_leaves;
     // What filterstep wants of its names and values; asked once, since asking reports faults.
     bool m_filterstepChecked = false;
     std::optional<std::vector<SlcTypeNode*>> m_filterstepTypes;

@@ -67,3 +67,11 @@ private:
     bool m_dependsOnContext = false;
     SlcVariableUsage m_usage;
 };
+
+/// What an `extern` declaration stands for in the end, or the variable itself. May be null.
+[[nodiscard]] inline SlcPtr<SlcVarSymbolEntry> SlcOutermost(SlcPtr<SlcVarSymbolEntry> entry)
+{
+    while (entry && entry->GetOuter())
+        entry = entry->GetOuter();
+    return entry;
+}

@@ -163,6 +163,15 @@ TEST(SlcCheckDetail, ChecksArgumentsOfBuiltIns)
          ""},
         {"surface a() { uniform vector d; Ci = occlusion(P, N, 4, \"environmentdir\", d); }",
          "1: ERROR: Argument 4 of function 'occlusion' cannot be uniform"},
+        // A value that was promoted stands in front.
+        {"surface a(varying float k = 1) { Ci = indirectdiffuse(P, N, 8, \"axis\", 1, "
+         "\"occlusion\", "
+         "k); }",
+         "1: ERROR: Read-only formal passed as argument 6 to the function 'indirectdiffuse' cannot "
+         "be used as an output parameter of this function."},
+        {"surface a() { Ci = indirectdiffuse(P, N, 8, \"axis\", 1, \"occlusion\", 0.5); }",
+         "1: ERROR: Argument 6 of indirectdiffuse must be a variable of a reference to an array. "
+         "Formal is declared 'output'"},
     };
     ExpectReports(cases);
 }
@@ -187,6 +196,10 @@ TEST(SlcCheckDetail, ChecksArgumentsOfUserFunctions)
          "surface a(output varying float r = 1) { uniform float k; float y[2]; f(r, k); "
          "f(y[1], k); }",
          ""},
+        {"void f(output float x) { x = 1; }\nvoid g(float x) { void h() { void i() {\n"
+         "extern float x; f(x); } i(); } h(); }\nsurface a() { g(1); }",
+         "3: ERROR: Read-only formal passed as argument 0 to the function 'f' cannot be used as an "
+         "output parameter of this function."},
         {"void f(output float x) { x = 1; }\nvoid g(float x) { f(x); }\nsurface a() { g(1); }",
          "2: ERROR: Read-only formal passed as argument 0 to the function 'f' cannot be used as an "
          "output parameter of this function."},

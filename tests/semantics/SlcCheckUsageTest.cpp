@@ -89,6 +89,7 @@ TEST(SlcCheckUsage, TellsWhatIsSetOnSomePathsOnly)
 TEST(SlcCheckUsage, KeepsQuietAboutWhatIsSet)
 {
     const UsageCase cases[] = {
+        {"Ci = indirectdiffuse(P, N, 8, \"axis\", 1, \"occlusion\", x); y = x;", ""},
         {"x = 1; y = x;", ""},
         {"if (u > 0) x = 1; else x = 2; y = x;", ""},
         {"y = (u > 0) ? (x = 1) : (x = 2); y = x;", ""},
