@@ -83,7 +83,7 @@ void SlcGenInterCode::GenUserCall(SlcProcCallExprNode* call)
 {
     const auto info = CheckCast<SlcFuncInfo>(call->GetSymbolEntry()->GetFuncInfo());
     SlcStmtsNode* body = info->GetDefinition()->GetBody();
-    if (!MayExpand(call, body)) {
+    if (!MayExpand(call, *info)) {
         for (std::size_t i = 0; i < call->GetArguments()->GetArgs().size(); ++i)
             static_cast<void>(PopReference());
         if (!TypeOf(call)->IsVoidType())
@@ -109,14 +109,15 @@ void SlcGenInterCode::GenUserCall(SlcProcCallExprNode* call)
         Push(Converted(Pop(), TypeOfCall(call)));
 }
 
-bool SlcGenInterCode::MayExpand(SlcProcCallExprNode* call, const SlcStmtsNode* body)
+bool SlcGenInterCode::MayExpand(SlcProcCallExprNode* call, const SlcFuncInfo& info)
 {
     if (m_expansionRefused)
         return false;
-    // Functions that only call each other make no instructions and still take time.
-    const std::size_t size = m_list->m_icodes.size() + m_expansions++;
-    if (size <= static_cast<std::size_t>(m_options.m_mostInstructions) &&
-        m_expansionLevel < m_options.m_mostLevels && HasStackFor(body))
+    // What is expanded inside of an expansion has been counted with it.
+    if (m_expansionLevel == 0)
+        m_expandedOperations += info.GetBodyFacts().expandedOperations + 1;
+    if (m_expandedOperations <= static_cast<std::size_t>(m_options.m_mostOperations) &&
+        m_expansionLevel < m_options.m_mostLevels && HasStackFor(info.GetDefinition()->GetBody()))
         return true;
     m_expansionRefused = true;
     m_errors->Error(call,

@@ -390,7 +390,7 @@ private:
     void FinishOutputArgument(const SlcOperand& argument);
     void GenUserCall(SlcProcCallExprNode* call);
     /// Reports the first function that would make the code too large; false from then on.
-    [[nodiscard]] bool MayExpand(SlcProcCallExprNode* call, const SlcStmtsNode* body);
+    [[nodiscard]] bool MayExpand(SlcProcCallExprNode* call, const SlcFuncInfo& info);
     [[nodiscard]] std::vector<SlcOperand> BindFormals(SlcProcCallExprNode* call,
                                                       const SlcFuncInfo& info);
     [[nodiscard]] SlcOperand FormalOperand(const SlcVarSymbolEntry& formal,
@@ -545,9 +545,9 @@ private:
     std::deque<SlcOperand> m_freeVaryingFlags;
     std::deque<SlcOperand> m_freeUniformFlags;
     SlcTempPools m_temps;
-    int m_expansionLevel = 0;         // functions being expanded
-    std::size_t m_expansions = 0;     // functions expanded so far
-    bool m_expansionRefused = false;  // the code has become too large
+    int m_expansionLevel = 0;              // functions being expanded
+    std::size_t m_expandedOperations = 0;  // of all functions expanded so far
+    bool m_expansionRefused = false;       // the code would become too large
     bool m_evaluatesLightsForP = false;
     LightLoop m_lightLoop;  // being lowered
     // By instruction: the lights left behind it are not those for `P`; points whose lights come

@@ -1,5 +1,7 @@
 #include "semantics/SlcGetBodyFacts.h"
 
+#include <algorithm>
+#include <limits>
 #include <utility>
 
 #include "frontend/SlcNodes.h"
@@ -64,6 +66,13 @@ void SlcGetBodyFacts::Case(SlcBinOpExprNode* node)
     chain.first->ApplyWalker(this);
     for (SlcBinOpExprNode* operation : chain.operations)
         operation->GetRight()->ApplyWalker(this);
+    AddOperations(chain.operations.size());
+}
+
+void SlcGetBodyFacts::Case(SlcAssignExprNode* node)
+{
+    node->WalkIn(this);
+    AddOperations(1);
 }
 
 void SlcGetBodyFacts::Case(SlcIdentExprNode* node)
@@ -83,6 +92,13 @@ void SlcGetBodyFacts::Case(SlcLValueNode* node)
     Touch(node->GetSymbolEntry());
 }
 
+void SlcGetBodyFacts::AddOperations(std::size_t count)
+{
+    constexpr std::size_t k_most = std::numeric_limits<std::size_t>::max() / 2;
+    m_facts.expandedOperations =
+        std::min(m_facts.expandedOperations + std::min(count, k_most), k_most);
+}
+
 void SlcGetBodyFacts::Touch(const SlcPtr<SlcVarSymbolEntry>& variable)
 {
     if (variable.Null())
@@ -96,12 +112,14 @@ void SlcGetBodyFacts::Touch(const SlcPtr<SlcVarSymbolEntry>& variable)
 void SlcGetBodyFacts::Case(SlcProcCallExprNode* node)
 {
     node->WalkIn(this);
+    AddOperations(1);
     const auto& entry = node->GetSymbolEntry();
     if (entry.Null() || entry->GetOrigin() != SlcFuncOrigin::User)
         return;
     const SlcBodyFacts& called = CheckCast<SlcFuncInfo>(entry->GetFuncInfo())->GetBodyFacts();
     if (called.touchesOuterVariables)
         m_facts.touchesOuterVariables = true;
+    AddOperations(called.expandedOperations);
     if (called.needsLightLoop && !m_inLightLoop)
         m_facts.needsLightLoop = true;
 }

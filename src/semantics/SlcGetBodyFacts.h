@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <set>
 
 #include "frontend/SlcCodeWalker.h"
@@ -14,6 +15,10 @@ struct SlcBodyFacts {
     bool touchesOuterVariables = false;
     /// The light of a light loop that is not its own.
     bool needsLightLoop = false;
+    /// Operations and calls in the body, each called function with all of its own: what one
+    /// expansion of the body makes instructions for. Known before any is made, since a chain of
+    /// functions that each call the one before twice doubles it at each link. Never overflows.
+    std::size_t expandedOperations = 0;
 };
 
 /// Collects the facts of a function whose body has been checked. Linear in the body.
@@ -27,12 +32,14 @@ private:
     void Case(SlcDefExprNode* node) override;
     void Case(SlcIlluminanceStmtNode* node) override;
     void Case(SlcBinOpExprNode* node) override;
+    void Case(SlcAssignExprNode* node) override;
     void Case(SlcIdentExprNode* node) override;
     void Case(SlcArrayRefExprNode* node) override;
     void Case(SlcLValueNode* node) override;
     void Case(SlcProcCallExprNode* node) override;
     void Default(SlcSyntaxNode* node) override;
 
+    void AddOperations(std::size_t count);
     void Touch(const SlcPtr<SlcVarSymbolEntry>& variable);
 
     SlcBodyFacts m_facts;

@@ -148,16 +148,20 @@ std::string Chain(int n, int calls)
 TEST(SlcGenCalls, RefuseAnExpansionThatGrowsTooLarge)
 {
     SlcOptionsControl options = PlainOptions();
-    options.m_mostInstructions = 1000;
+    options.m_mostOperations = 1000;
     EXPECT_EQ(RefusalOf(Chain(30, 2), options),
-              "test.sl:1: ERROR: Expansion of function 'f1' is too large\n");
-    // Without instructions it takes time all the same.
+              "test.sl:1: ERROR: Expansion of function 'f29' is too large\n");
+    EXPECT_EQ(RefusalOf(Chain(200, 3)),
+              "test.sl:1: ERROR: Expansion of function 'f199' is too large\n")
+        << "the count of operations has no room for them";
+    // Without instructions it takes time all the same: 14 calls and the one of the shader.
     const std::string empty = "void f0() { } void f1() { f0(); f0(); } void f2() { f1(); f1(); } "
                               "void f3() { f2(); f2(); } displacement t() { f3(); }";
+    options.m_mostOperations = 15;
     EXPECT_NE(LowerShader(empty, options), "refused");
-    options.m_mostInstructions = 7;
+    options.m_mostOperations = 14;
     EXPECT_EQ(RefusalOf(empty, options),
-              "test.sl:1: ERROR: Expansion of function 'f0' is too large\n");
+              "test.sl:1: ERROR: Expansion of function 'f3' is too large\n");
 }
 
 TEST(SlcGenCalls, RefuseAnExpansionThatNestsTooDeep)
