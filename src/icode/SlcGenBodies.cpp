@@ -10,9 +10,6 @@
 
 namespace {
 
-/// Thrown by a `return` at the end of a body, caught where the body is expanded.
-struct EndOfBody {};
-
 /// Tells whether a body returns from within a condition, a loop or a light statement.
 class FindEarlyReturn : public SlcCodeWalker {
 public:
@@ -62,12 +59,8 @@ void SlcGenInterCode::GenFuncBody(SlcProcCallExprNode* call, SlcStmtNode* body)
 void SlcGenInterCode::GenPlainBody(SlcProcCallExprNode* call, SlcStmtNode* body)
 {
     const std::size_t valuesBefore = m_values.size();
-    m_bodies.push_back({nullptr, nullptr, m_loops.size(), nullptr});
-    try {
-        body->ApplyWalker(this);
-    } catch (const EndOfBody&) {
-        // The value is on the stack.
-    }
+    m_bodies.push_back({nullptr, nullptr, m_loops.size(), nullptr, false});
+    body->ApplyWalker(this);
     m_bodies.pop_back();
     if (TypeOf(call)->IsVoidType() || m_values.size() > valuesBefore)
         return;
@@ -107,7 +100,7 @@ void SlcGenInterCode::GenBodyOfOneTrip(SlcProcCallExprNode* call, SlcStmtNode* b
     const SlcLabel end = GenLabel();
     GenAllActive(flag);
     AddICode(MakeShared<SlcSetUniformBoolFlagICode>(uniformFlag, flag));
-    m_bodies.push_back({flag, result, m_loops.size(), end});
+    m_bodies.push_back({flag, result, m_loops.size(), end, false});
     EnterCondition(flag, uniformFlag);
     body->ApplyWalker(this);
     LeaveCondition();
@@ -132,7 +125,8 @@ void SlcGenInterCode::Case(SlcReturnStmtNode* node)
     const Body body = m_bodies.back();
     if (body.end.Null()) {
         node->WalkIn(this);
-        throw EndOfBody();
+        m_bodies.back().ended = true;
+        return;
     }
     if (node->GetValue()) {
         const SlcOperand value = Evaluate(node->GetValue());

@@ -95,9 +95,7 @@ void SlcGenInterCode::GenUserCall(SlcProcCallExprNode* call)
 
     m_temps.EnterBody();
     ++m_expansionLevel;
-    const int boolExprDepth = m_boolExprDepth;
     GenFuncBody(call, body);
-    m_boolExprDepth = boolExprDepth;
     --m_expansionLevel;
     m_temps.LeaveBody(TypeOf(call)->IsVoidType() ? nullptr : m_values.back().operand);
 

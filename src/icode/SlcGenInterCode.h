@@ -97,6 +97,7 @@ private:
         SlcOperand result;  // their value; null unless some return early with one
         std::size_t loops;  // varying loops around the call
         SlcLabel end;       // null unless some return early
+        bool ended;         // at a `return` that all points reach; its value is on the stack
     };
 
     /// An operand on the value stack.

@@ -29,6 +29,8 @@ void SlcGenInterCode::Case(SlcStmtsNode* node)
     for (const auto& statement : node->GetStatements()) {
         statement->ApplyWalker(this);
         m_elementCopies.resize(copiesBefore);
+        if (!m_bodies.empty() && m_bodies.back().ended)
+            return;
         if (m_values.empty() && m_elementCopies.empty())
             ForgetWrites();
     }
