@@ -15,13 +15,6 @@ constexpr std::uint64_t BitOf(std::size_t bit)
     return std::uint64_t{1} << bit;
 }
 
-template <class Action>
-void ForEachBit(std::uint64_t bits, Action action)
-{
-    for (; bits != 0; bits &= bits - 1)
-        action(std::countr_zero(bits));
-}
-
 }  // namespace
 
 SlcDataflowAnalysis::SlcDataflowAnalysis(const SlcControlFlowGraph& graph,
@@ -206,14 +199,6 @@ bool SlcDataflowAnalysis::IsLiveOut(int block, int variable) const
     return std::any_of(next.begin(), next.end(), [&](int b) { return IsLiveIn(b, variable); });
 }
 
-int SlcDataflowAnalysis::AliveInFrontOf(int variable) const
-{
-    if (m_places[variable].group < 0)
-        return 0;
-    const int first = m_groups[m_places[variable].group].first;
-    return IsLiveIn(first, variable) ? first : 0;
-}
-
 void SlcDataflowAnalysis::PrintNames(std::ostream& out, const char* title,
                                      std::vector<int> numbers) const
 {
@@ -259,35 +244,4 @@ void SlcLiveTest::StepOver(const SlcPtr<SlcICode>& code)
         m_seen[number] = {m_block, false};
     for (const int number : defUse.Uses())
         m_seen[number] = {m_block, true};
-}
-
-SlcLiveWalk::SlcLiveWalk(SlcDataflowAnalysis& analysis)
-    : m_analysis(analysis),
-      m_live(analysis.Variables().Count())
-{
-    for (const auto& group : analysis.Groups())
-        m_pending.push_back(&group);
-    std::stable_sort(m_pending.begin(), m_pending.end(),
-                     [](const auto* a, const auto* b) { return a->first > b->first; });
-}
-
-void SlcLiveWalk::StartAtEndOf(int block)
-{
-    m_live.Clear();
-    for (; !m_pending.empty() && m_pending.back()->first <= block; m_pending.pop_back())
-        m_open.push_back(m_pending.back());
-    std::erase_if(m_open, [block](const auto* group) { return group->end <= block; });
-    for (const auto* group : m_open)
-        ForEachBit(m_analysis.AliveBehind(*group, block),
-                   [&](int bit) { m_live.Insert(group->variables[bit]); });
-}
-
-void SlcLiveWalk::StepOver(const SlcPtr<SlcICode>& code)
-{
-    SlcDefUse& defUse = m_analysis.DefUse();
-    defUse.Compute(code);
-    for (const int number : defUse.Defs())
-        m_live.Erase(number);
-    for (const int number : defUse.Uses())
-        m_live.Insert(number);
 }

@@ -12,7 +12,7 @@
 /// Live variables at the borders of each block.
 ///
 /// Only the sets at block borders are held, and only for variables that are alive at one; a pass
-/// that needs the sets of an instruction derives them with `SlcLiveTest` or `SlcLiveWalk`. The
+/// that needs the sets of an instruction derives them with `SlcLiveTest`. The
 /// variables go in groups of 64, each of which holds one bit a variable for the stretch of code
 /// that names its variables: behind the stretch they are dead, and in front of it each is alive
 /// throughout or nowhere. So a group costs the length of its stretch, and long shaders cost their
@@ -46,9 +46,6 @@ public:
     [[nodiscard]] const std::vector<Group>& Groups() const { return m_groups; }
     /// Variables of a group that are alive at the end of a block of its stretch, as bits.
     [[nodiscard]] std::uint64_t AliveBehind(const Group& group, int block) const;
-    /// A variable is alive in front of that block as far back as the entry, and no code there
-    /// names it; 0 if there is no such code.
-    [[nodiscard]] int AliveInFrontOf(int variable) const;
 
     /// For a pass that removes code on a walk over the blocks against the code order: the variables
     /// that the block read before it wrote them when the analysis was made,
@@ -130,25 +127,4 @@ private:
     SlcDataflowAnalysis& m_analysis;
     std::vector<Seen> m_seen;  // by variable number
     int m_block = 0;
-};
-
-/// The variables alive behind an instruction, for a walk like that of `SlcLiveTest`, but for those
-/// whose code stands all behind the block (`SlcDataflowAnalysis::AliveInFrontOf`). Blocks are
-/// taken in code order.
-class SlcLiveWalk {
-public:
-    explicit SlcLiveWalk(SlcDataflowAnalysis& analysis);
-
-    /// Starts at the end of a block. Linear in what is alive there.
-    void StartAtEndOf(int block);
-    /// What is alive behind the instruction at hand.
-    [[nodiscard]] const SlcSparseSet& Live() const { return m_live; }
-    /// Steps to the front of `code`; its reads and writes are in `DefUse` of the analysis then.
-    void StepOver(const SlcPtr<SlcICode>& code);
-
-private:
-    SlcDataflowAnalysis& m_analysis;
-    std::vector<const SlcDataflowAnalysis::Group*> m_pending;  // by falling first block
-    std::vector<const SlcDataflowAnalysis::Group*> m_open;     // whose stretch holds the block
-    SlcSparseSet m_live;
 };

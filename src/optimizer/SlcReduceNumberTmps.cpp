@@ -1,10 +1,11 @@
 #include "optimizer/SlcReduceNumberTmps.h"
 
-#include <algorithm>
 #include <ostream>
 #include <set>
 
 #include "icode/SlcOperandWalker.h"
+#include "optimizer/SlcLiveRanges.h"
+#include "optimizer/SlcRangeColors.h"
 
 namespace {
 
@@ -78,88 +79,28 @@ private:
 void SlcReduceNumberTmps::Reduce(SlcListICode& list, const SlcControlFlowGraph& graph,
                                  SlcDataflowAnalysis& analysis, std::ostream* dump)
 {
-    const SlcVariableNumbers& variables = analysis.Variables();
-    m_nodes.assign(variables.Count(), {});
-    for (int number = 0; number < variables.Count(); ++number)
-        m_nodes[number].pool = PoolOf(*variables.Variable(number));
-    CollectInterference(graph, analysis);
-    Colour(variables);
+    Colour(graph, analysis);
     if (dump)
         PrintGraph(*dump, graph, analysis);
-    Rename(list, variables);
+    Rename(list, analysis.Variables());
 }
 
-void SlcReduceNumberTmps::AddEdge(int first, int second)
+void SlcReduceNumberTmps::Colour(const SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis)
 {
-    if (first != second && m_nodes[first].pool == m_nodes[second].pool)
-        m_nodes[std::max(first, second)].neighbors.push_back(std::min(first, second));
-}
-
-// Two variables that are alive at one point are either both alive back to the entry, or one of
-// them is written on the way while the other is alive. So it is enough to look at the writes and
-// at the entry, and not at each pair at each instruction. What is alive in front of a block all the
-// way back to the entry meets all that is written there, without an edge for each.
-void SlcReduceNumberTmps::CollectInterference(const SlcControlFlowGraph& graph,
-                                              SlcDataflowAnalysis& analysis)
-{
-    if (graph.Blocks().empty())
-        return;
-    for (int number = 0; number < analysis.Variables().Count(); ++number) {
-        m_nodes[number].atEntry = analysis.IsLiveIn(0, number);
-        m_nodes[number].aliveInFrontOf = analysis.AliveInFrontOf(number);
-    }
-    SlcLiveWalk walk(analysis);
-    SlcDefUse& defUse = analysis.DefUse();
-    for (const auto& block : graph.Blocks()) {
-        walk.StartAtEndOf(block.GetBlockId());
-        const auto& codes = block.GetListICode();
-        for (auto code = codes.rbegin(); code != codes.rend(); ++code) {
-            defUse.Compute(*code);
-            for (const int defined : defUse.Defs()) {
-                Node& node = m_nodes[defined];
-                if (node.pool == k_noPool)
-                    continue;
-                node.firstDef = std::min(node.firstDef, block.GetBlockId());
-                for (const int alive : walk.Live().Members())
-                    AddEdge(defined, alive);
-                for (const int other : defUse.Defs())
-                    AddEdge(defined, other);
-            }
-            walk.StepOver(*code);
-        }
-    }
-}
-
-void SlcReduceNumberTmps::Colour(const SlcVariableNumbers& variables)
-{
+    const SlcVariableNumbers& variables = analysis.Variables();
+    SlcLiveRanges ranges(graph, analysis);
+    std::vector<SlcRangeColors> colors(k_poolCount);
+    m_nodes.assign(variables.Count(), {});
     m_pools.assign(k_poolCount, {});
-    std::vector<std::vector<Color>> colorsOf(k_poolCount);
     for (int number = 0; number < variables.Count(); ++number) {
         Node& node = m_nodes[number];
+        node.pool = PoolOf(*variables.Variable(number));
         if (node.pool == k_noPool)
             continue;
-        auto& colors = colorsOf[node.pool];
-        for (const int neighbor : node.neighbors)
-            colors[m_nodes[neighbor].color].takenFor = number;
-        const auto found = std::find_if(colors.begin(), colors.end(), [&](const Color& color) {
-            return IsFree(node, color, number);
-        });
-        node.color = static_cast<int>(found - colors.begin());
-        if (found == colors.end()) {
+        node.color = colors[node.pool].Take(ranges.Take(number));
+        if (node.color == static_cast<int>(m_pools[node.pool].size()))
             m_pools[node.pool].push_back(number);
-            colors.emplace_back();
-        }
-        Color& color = colors[node.color];
-        color.atEntry |= node.atEntry;
-        color.firstDef = std::min(color.firstDef, node.firstDef);
-        color.aliveInFrontOf = std::max(color.aliveInFrontOf, node.aliveInFrontOf);
     }
-}
-
-bool SlcReduceNumberTmps::IsFree(const Node& node, const Color& color, int number)
-{
-    return color.takenFor != number && !(node.atEntry && color.atEntry) &&
-           node.firstDef >= color.aliveInFrontOf && color.firstDef >= node.aliveInFrontOf;
 }
 
 void SlcReduceNumberTmps::Rename(SlcListICode& list, const SlcVariableNumbers& variables)

@@ -9,6 +9,7 @@
 #include "CodeText.h"
 #include "icode/SlcICodes.h"
 #include "optimizer/SlcDeadCodeElimination.h"
+#include "optimizer/SlcLiveRanges.h"
 #include "optimizer/SlcReduceNumberTmps.h"
 
 namespace {
@@ -149,10 +150,8 @@ TEST(SlcDataflowAnalysis, FindsWhatIsAlive)
         const SlcControlFlowGraph graph(*list);
         const Sets expected = LiveIn(graph, defUse);
         SlcDataflowAnalysis analysis(graph, variables, defUse);
-        SlcLiveWalk walk(analysis);
         for (const auto& block : graph.Blocks()) {
             const int id = block.GetBlockId();
-            walk.StartAtEndOf(id);
             std::set<int> behind;
             for (const int next : block.GetNextBlocks())
                 behind.insert(expected[next].begin(), expected[next].end());
@@ -163,10 +162,54 @@ TEST(SlcDataflowAnalysis, FindsWhatIsAlive)
                 ASSERT_EQ(analysis.IsLiveIn(id, variable), expected[id].count(variable) != 0)
                     << where;
                 ASSERT_EQ(analysis.IsLiveOut(id, variable), behind.count(variable) != 0) << where;
-                ASSERT_EQ(walk.Live().Contains(variable) || analysis.AliveInFrontOf(variable) > id,
-                          behind.count(variable) != 0)
-                    << where;
             }
+        }
+    }
+}
+
+TEST(SlcLiveRanges, HoldWritesAndWhatIsAliveBehindEachInstruction)
+{
+    for (unsigned int seed = 1; seed <= 300; ++seed) {
+        const std::string text = RandomList(seed, true).Make();
+        const auto list = CodeText().List(text);
+        const SlcVariableNumbers variables(*list);
+        SlcDefUse defUse(variables);
+        const SlcControlFlowGraph graph(*list);
+        const Sets liveIn = LiveIn(graph, defUse);
+        SlcDataflowAnalysis analysis(graph, variables, defUse);
+        SlcLiveRanges ranges(graph, analysis);
+
+        std::vector<std::set<int>> expected(variables.Count());
+        for (const int variable : liveIn[0])
+            expected[variable].insert(-1);
+        int end = 0;
+        for (const auto& block : graph.Blocks()) {
+            std::set<int> live;
+            for (const int next : block.GetNextBlocks())
+                live.insert(liveIn[next].begin(), liveIn[next].end());
+            end += static_cast<int>(block.GetListICode().size());
+            int place = end;
+            const auto& codes = block.GetListICode();
+            for (auto code = codes.rbegin(); code != codes.rend(); ++code) {
+                --place;
+                defUse.Compute(*code);
+                for (const int variable : live)
+                    expected[variable].insert(place);
+                for (const int defined : defUse.Defs()) {
+                    expected[defined].insert(place);
+                    live.erase(defined);
+                }
+                live.insert(defUse.Uses().begin(), defUse.Uses().end());
+            }
+        }
+        for (int variable = 0; variable < variables.Count(); ++variable) {
+            std::set<int> places;
+            for (const SlcLiveRange& range : ranges.Take(variable))
+                for (int place = range.first; place <= range.last; ++place)
+                    places.insert(place);
+            ASSERT_EQ(places, expected[variable])
+                << "seed " << seed << ", " << variables.Variable(variable)->GetName() << "\n"
+                << text;
         }
     }
 }
