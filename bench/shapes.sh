@@ -8,6 +8,12 @@
 #   calls        calls of a function of ten lines
 #   unused       a sum over conditions that nobody reads
 #   switch       conditions under a switch that is off
+#   doubling     functions that each call the one before twice; refused when there are many
+#   together     variables that are all alive together
+#   loops        uniform loops inside each other
+#   dead-loop    a chain around a loop that nobody reads
+#   dead-if      a chain under conditions that nobody reads
+#   inverted     that chain in the opposite order, over a loop
 # All conditions vary over the grid, but for those of the last.
 awk -v shape="$1" -v count="$2" 'BEGIN {
     print "# 1 \"shapes.sl\""
@@ -23,6 +29,11 @@ awk -v shape="$1" -v count="$2" 'BEGIN {
         print "    d = mix(c, d, 0.3);"
         print "    return sin(d) + c;"
         print "}"
+    }
+    if (shape == "doubling") {
+        print "float f0(float a) { return a + 1; }"
+        for (i = 1; i < count; ++i)
+            print "float f" i "(float a) { return f" (i - 1) "(a) + f" (i - 1) "(a * 2); }"
     }
     print "surface shapes(float Kd = 0.5)"
     print "{"

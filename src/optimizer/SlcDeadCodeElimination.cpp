@@ -1,6 +1,7 @@
 #include "optimizer/SlcDeadCodeElimination.h"
 
 #include "icode/SlcICodes.h"
+#include "optimizer/SlcNeededVariables.h"
 
 namespace {
 
@@ -51,15 +52,37 @@ bool IsWholeVariable(const SlcOperand& operand)
     return SlcVariableNumbers::Of(operand) >= 0 && !type->IsArrayType() && !type->IsArrayRefType();
 }
 
+[[nodiscard]] SlcNeededVariables NeededVariables(const SlcListICode& list, SlcDefUse& defUse,
+                                                 int variables)
+{
+    SlcNeededVariables needed(variables);
+    ComputedResult computed;
+    for (const auto& code : list.m_icodes) {
+        const SlcOperand result = computed.Of(code);
+        defUse.Compute(code);
+        if (result && IsWholeVariable(result))
+            needed.AddComputation(SlcVariableNumbers::Of(result), defUse.Uses());
+        else
+            needed.AddReads(defUse.Uses());
+    }
+    needed.Solve();
+    return needed;
+}
+
 }  // namespace
 
 bool SlcDeadCodeElimination::EliminateCode(SlcListICode& list, const SlcControlFlowGraph& graph,
                                            SlcDataflowAnalysis& analysis)
 {
+    const SlcNeededVariables needed =
+        NeededVariables(list, analysis.DefUse(), analysis.Variables().Count());
     ComputedResult computed;
     SlcLiveTest live(analysis);
     const auto nobodyReads = [&](const SlcOperand& result) {
-        return IsWholeVariable(result) && !live.IsLive(SlcVariableNumbers::Of(result));
+        if (!IsWholeVariable(result))
+            return false;
+        const int number = SlcVariableNumbers::Of(result);
+        return !needed.IsNeeded(number) || !live.IsLive(number);
     };
 
     std::deque<SlcPtr<SlcICode>> kept;

@@ -5,7 +5,8 @@
 /// Removes computations whose result nobody reads.
 ///
 /// One walk against the code order, which keeps the sets true to what is left: what fed only
-/// removed instructions goes with them, and only what came around a loop takes a fresh analysis.
+/// removed instructions goes with them. What only feeds itself around a loop goes too, see
+/// `SlcNeededVariables`.
 /// Calls, texture and light instructions and control flow are never dead.
 class SlcDeadCodeElimination {
 public:

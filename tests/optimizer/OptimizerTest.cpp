@@ -101,10 +101,13 @@ TEST(SlcDeadCodeElimination, RemovesWhatNobodyReads)
 {
     static const PassCase cases[] = {
         {"begin; x = 1; y = x; end", "begin; end"},  // a chain goes in one run
-        // Over blocks too, but for what comes around a loop.
+        // Over blocks too, and around loops, where each keeps the other alive.
         {"begin; x = p; if f L; x = x + 1; endif L; if f M; y = x; endif M; end",
          "begin; if f L; endif L; if f M; endif M; end"},
-        {"begin; x = 1; S:; y = x; x = 2; goto S if g; end", "begin; S:; x = 2; goto S if g; end"},
+        {"begin; x = 1; S:; y = x; x = 2; goto S if g; end", "begin; S:; goto S if g; end"},
+        {"begin; x = 1; S:; y = x + 1; x = y; goto S if g; end", "begin; S:; goto S if g; end"},
+        {"begin; x = 1; S:; y = x + 1; x = y; goto S if g; Ci = y; end",
+         "begin; x = 1; S:; y = x + 1; x = y; goto S if g; Ci = y; end"},
         {"begin; Ci = 1; Ci = 2; end", "begin; Ci = 2; end"},
         {"begin; Ci = Ci; end", "begin; end"},
         {"begin; x = p; L:; x = x; M:; Ci = x; end", "begin; x = p; L:; M:; Ci = x; end"},

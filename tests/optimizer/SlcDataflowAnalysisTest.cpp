@@ -82,6 +82,26 @@ Sets LiveIn(const SlcControlFlowGraph& graph, SlcDefUse& defUse)
     return live;
 }
 
+bool OnlyComputes(const SlcICode& code)
+{
+    return dynamic_cast<const SlcAssignICode*>(&code) || dynamic_cast<const SlcAddICode*>(&code);
+}
+
+/// Variables that something reads which does not only compute, or computes one of them.
+std::set<int> Needed(const SlcListICode& list, SlcDefUse& defUse)
+{
+    std::set<int> needed;
+    for (std::size_t before = needed.size() + 1; before != needed.size();) {
+        before = needed.size();
+        for (const auto& code : list.m_icodes) {
+            defUse.Compute(code);
+            if (!OnlyComputes(*code) || needed.count(defUse.Defs().front()) != 0)
+                needed.insert(defUse.Uses().begin(), defUse.Uses().end());
+        }
+    }
+    return needed;
+}
+
 /// What is left when whatever the sets tell to be dead has gone, until nothing is.
 std::string WithoutDeadCode(SlcListICode& list)
 {
@@ -90,6 +110,7 @@ std::string WithoutDeadCode(SlcListICode& list)
         SlcDefUse defUse(variables);
         const SlcControlFlowGraph graph(list);
         const Sets liveIn = LiveIn(graph, defUse);
+        const std::set<int> needed = Needed(list, defUse);
         std::deque<SlcPtr<SlcICode>> kept;
         for (const auto& block : graph.Blocks()) {
             std::set<int> live;
@@ -99,10 +120,10 @@ std::string WithoutDeadCode(SlcListICode& list)
             const auto& codes = block.GetListICode();
             for (auto code = codes.rbegin(); code != codes.rend(); ++code) {
                 const auto* copy = dynamic_cast<const SlcAssignICode*>(&**code);
-                const bool computes = copy || dynamic_cast<const SlcAddICode*>(&**code);
                 defUse.Compute(*code);
-                if (!computes || (live.count(defUse.Defs().front()) != 0 &&
-                                  !(copy && copy->m_dest == copy->m_source)))
+                if (!OnlyComputes(**code) || (live.count(defUse.Defs().front()) != 0 &&
+                                              needed.count(defUse.Defs().front()) != 0 &&
+                                              !(copy && copy->m_dest == copy->m_source)))
                     inBlock.push_front(*code);
                 for (const int defined : defUse.Defs())
                     live.erase(defined);
