@@ -145,20 +145,33 @@ bool SlcDataflowAnalysis::UpdateFront(Group& group, int block) const
     return std::exchange(group.alive[place], alive) != alive;
 }
 
+// Against the code order one sweep leaves open only what the jumps back to a loop's head bring.
+// From there on only the predecessors of what changed are looked at: sweeps over all blocks until
+// nothing changes would be as many as the loops are deep.
 void SlcDataflowAnalysis::Solve(Group& group)
 {
-    // Against the code order a sweep leaves open only what the jumps back to a loop's head bring.
-    const auto isLoopHead = [this](int block) {
-        const auto& predecessors = m_graph.Blocks()[block].GetPredBlocks();
-        return std::any_of(predecessors.begin(), predecessors.end(),
-                           [block](int predecessor) { return predecessor >= block; });
+    std::vector<int> pending;  // a stack: the jumps of the outer loops first
+    std::vector<bool> isPending(group.end - group.first, false);
+    const auto open = [&](int block) {
+        if (isPending[block - group.first])
+            return;
+        isPending[block - group.first] = true;
+        pending.push_back(block);
     };
-    for (bool changed = true; changed;) {
-        changed = false;
-        for (int block = group.end - 1; block >= group.first; --block)
-            if (UpdateFront(group, block))
-                changed = changed || isLoopHead(block);
-        m_visits += group.end - group.first;
+    for (int block = group.end - 1; block >= group.first; --block)
+        if (UpdateFront(group, block))
+            for (const int predecessor : m_graph.Blocks()[block].GetPredBlocks())
+                if (predecessor >= block)
+                    open(predecessor);
+    m_visits += group.end - group.first;
+    for (; !pending.empty(); ++m_visits) {
+        const int block = pending.back();
+        pending.pop_back();
+        isPending[block - group.first] = false;
+        if (UpdateFront(group, block))
+            for (const int predecessor : m_graph.Blocks()[block].GetPredBlocks())
+                if (predecessor >= group.first)
+                    open(predecessor);
     }
 }
 
