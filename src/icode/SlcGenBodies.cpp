@@ -59,7 +59,7 @@ void SlcGenInterCode::GenFuncBody(SlcProcCallExprNode* call, SlcStmtNode* body)
 void SlcGenInterCode::GenPlainBody(SlcProcCallExprNode* call, SlcStmtNode* body)
 {
     const std::size_t valuesBefore = m_values.size();
-    m_bodies.push_back({nullptr, nullptr, m_loops.size(), nullptr, false});
+    m_bodies.push_back({nullptr, nullptr, m_loops.size(), nullptr});
     body->ApplyWalker(this);
     m_bodies.pop_back();
     if (TypeOf(call)->IsVoidType() || m_values.size() > valuesBefore)
@@ -100,7 +100,7 @@ void SlcGenInterCode::GenBodyOfOneTrip(SlcProcCallExprNode* call, SlcStmtNode* b
     const SlcLabel end = GenLabel();
     GenAllActive(flag);
     AddICode(MakeShared<SlcSetUniformBoolFlagICode>(uniformFlag, flag));
-    m_bodies.push_back({flag, result, m_loops.size(), end, false});
+    m_bodies.push_back({flag, result, m_loops.size(), end});
     EnterCondition(flag, uniformFlag);
     body->ApplyWalker(this);
     LeaveCondition();
