@@ -8,7 +8,7 @@
 #   calls        calls of a function of ten lines
 #   unused       a sum over conditions that nobody reads
 #   switch       conditions under a switch that is off
-#   doubling     functions that each call the one before twice; refused when there are many
+#   doubling     functions that each call the one before twice, so many calls at the end of all
 #   together     variables that are all alive together
 #   loops        uniform loops inside each other
 #   dead-loop    a chain around a loop that nobody reads
@@ -31,8 +31,9 @@ awk -v shape="$1" -v count="$2" 'BEGIN {
         print "}"
     }
     if (shape == "doubling") {
+        for (links = 1; 2 ^ links < count; ++links);
         print "float f0(float a) { return a + 1; }"
-        for (i = 1; i < count; ++i)
+        for (i = 1; i <= links; ++i)
             print "float f" i "(float a) { return f" (i - 1) "(a) + f" (i - 1) "(a * 2); }"
     }
     print "surface shapes(float Kd = 0.5)"
@@ -40,6 +41,12 @@ awk -v shape="$1" -v count="$2" 'BEGIN {
     print "    float x = s, y = t, z = u;"
     print "    uniform float off = 0;"
     if (shape == "switch") print "    if (off == 1) {"
+    if (shape == "doubling") print "    y = f" links "(x);"
+    if (shape == "loops") for (i = 0; i < count; ++i) print "    uniform float i" i ";"
+    if (shape == "together" || shape ~ /^dead|^inverted/)
+        for (i = 0; i <= count; ++i) print "    float d" i " = s * " i ";"
+    if (shape == "dead-loop" || shape == "inverted")
+        print "    uniform float turn; for (turn = 0; turn < 3; turn += 1) {"
     for (i = 0; i < count; ++i) {
         if (shape == "nested") print "    if (x > " i "/" count ") { y = y + z * " i ";"
         else if (shape == "consecutive") print "    if (x > " i "/" count ") { y = y + z * " i "; }"
@@ -50,6 +57,15 @@ awk -v shape="$1" -v count="$2" 'BEGIN {
         else if (shape == "unused") print "    z += x * " i "; if (x > " i "/" count ") x = x * 0.5;"
         else if (shape == "switch") print "    if (Kd > " i "/" count ") x = x * 0.5; else x = x + 1;"
     }
+    for (i = 0; i < count; ++i) {
+        if (shape == "together") print "    y = y * s + d" i ";"
+        else if (shape == "loops") print "    for (i" i " = 0; i" i " < 2; i" i " += 1)"
+        else if (shape == "dead-loop") print "    d" i " = d" (i + 1) " + 1;"
+        else if (shape == "dead-if") print "    if (x > " i "/" count ") d" (i + 1) " = d" i " + 1;"
+        else if (shape == "inverted") print "    if (x > " i "/" count ") d" (count - i - 1) " = d" (count - i) " + 1;"
+    }
+    if (shape == "loops") print "    x += 1;"
+    if (shape == "dead-loop" || shape == "inverted") print "    }"
     if (shape == "nested") while (i-- > 0) print "    }"
     if (shape == "choice") { print "z"; while (i-- > 0) printf ")"; print ";" }
     if (shape == "and") print "    ) y = z;"

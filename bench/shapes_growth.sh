@@ -6,7 +6,8 @@ set -euo pipefail
 bin=$(cd "$1" && pwd)
 shift
 [ $# -gt 0 ] || set -- nested 800 consecutive 800 else-if 800 choice 200 and 400 calls 1000 \
-    unused 1600 switch 1600
+    unused 1600 switch 1600 doubling 16384 together 8000 loops 600 dead-loop 4000 dead-if 4000 \
+    inverted 4000
 bench=$(cd "$(dirname "$0")" && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
