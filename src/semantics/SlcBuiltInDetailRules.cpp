@@ -46,6 +46,22 @@ void CheckOutputs(SlcCheckDetail& walker, SlcFuncSymbolEntry& entry, SlcProcCall
     }
 }
 
+/// What a body's variable gets from a function without a rule of its own may differ from point to
+/// point, whatever the arguments are.
+void WriteOutputs(SlcCheckInlineDetail& walker, SlcFuncSymbolEntry& entry,
+                  SlcProcCallExprNode* call)
+{
+    const auto& arguments = call->GetArguments()->GetArgs();
+    const auto& storages = entry.GetArgStorages();
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const bool isFixed = i < storages.size();
+        const SlcFuncVarArgLeaf* leaf =
+            isFixed ? nullptr : call->GetTailLeaves()[i - storages.size()];
+        if (isFixed ? storages[i]->IsOutput() : leaf && leaf->GetStorage()->IsOutput())
+            walker.Written(arguments[i].get(), SlcDetailNode::AVarying());
+    }
+}
+
 /// The combination of the arguments; without any, what the context wants.
 template <class DetailOf>
 SlcDetailNode* CombineArguments(const SlcProcCallExprNode* call, SlcDetailNode* expected,
@@ -70,11 +86,14 @@ SlcDetailNode* SlcAllArgsUniformReturnUniform(SlcCheckDetail* walker, SlcFuncEnt
                             [](const SlcExprNode* expr) { return SlcFirstDetailOf(expr); });
 }
 
-SlcDetailNode* SlcAllArgsUniformReturnUniformInline(SlcCheckInlineDetail* walker, SlcFuncEntry,
-                                                    SlcProcCallExprNode* call)
+SlcDetailNode* SlcAllArgsUniformReturnUniformInline(SlcCheckInlineDetail* walker,
+                                                    SlcFuncEntry entry, SlcProcCallExprNode* call)
 {
-    return CombineArguments(call, walker->ExpectedDetail(),
-                            [](const SlcExprNode* expr) { return SlcInlineDetailOf(expr); });
+    SlcDetailNode* const detail =
+        CombineArguments(call, walker->ExpectedDetail(),
+                         [](const SlcExprNode* expr) { return SlcInlineDetailOf(expr); });
+    WriteOutputs(*walker, *entry, call);
+    return detail;
 }
 
 SlcDetailNode* SlcAlwaysReturnVarying(SlcCheckDetail* walker, SlcFuncEntry entry,
@@ -84,9 +103,10 @@ SlcDetailNode* SlcAlwaysReturnVarying(SlcCheckDetail* walker, SlcFuncEntry entry
     return SlcDetailNode::AVarying();
 }
 
-SlcDetailNode* SlcAlwaysReturnVaryingInline(SlcCheckInlineDetail*, SlcFuncEntry,
-                                            SlcProcCallExprNode*)
+SlcDetailNode* SlcAlwaysReturnVaryingInline(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
+                                            SlcProcCallExprNode* call)
 {
+    WriteOutputs(*walker, *entry, call);
     return SlcDetailNode::AVarying();
 }
 
@@ -97,9 +117,10 @@ SlcDetailNode* SlcAlwaysReturnUniform(SlcCheckDetail* walker, SlcFuncEntry entry
     return SlcDetailNode::AUniform();
 }
 
-SlcDetailNode* SlcAlwaysReturnUniformInline(SlcCheckInlineDetail*, SlcFuncEntry,
-                                            SlcProcCallExprNode*)
+SlcDetailNode* SlcAlwaysReturnUniformInline(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
+                                            SlcProcCallExprNode* call)
 {
+    WriteOutputs(*walker, *entry, call);
     return SlcDetailNode::AUniform();
 }
 

@@ -7,8 +7,26 @@
 #include "semantics/SlcLeftSpine.h"
 #include "symbols/SlcFuncSymbolEntry.h"
 
-SlcCheckInlineDetail::SlcCheckInlineDetail(SlcPtr<SlcSemanticError> errors)
-    : m_errors(std::move(errors))
+namespace {
+
+// Joined details only rise, so that few rounds are enough; this bounds what nested loops cost.
+constexpr int k_roundsOfOne = 4;
+
+/// Null stands for nothing that decides.
+SlcDetailNode* CombineGuards(SlcDetailNode* first, SlcDetailNode* second)
+{
+    if (!first || !second)
+        return first ? first : second;
+    return SlcDetailNode::Combine(first, second);
+}
+
+}  // namespace
+
+SlcCheckInlineDetail::SlcCheckInlineDetail(SlcPtr<SlcSemanticError> errors,
+                                           const SlcCheckInlineDetail* around)
+    : m_errors(std::move(errors)),
+      m_outerGuard(around ? CombineGuards(around->Guard(), around->m_outerGuard) : nullptr),
+      m_journal(around ? around->m_journal : &m_ownJournal)
 {
 }
 
@@ -24,6 +42,7 @@ SlcDetailNode* SlcCheckInlineDetail::operator()(SlcSyntaxNode* body, SlcShaderTy
     m_expected = nullptr;
     m_condition = SlcDetailNode::AUniform();
     m_guard = nullptr;
+    m_left = {nullptr};
     m_result = nullptr;
     try {
         body->ApplyWalker(this);
@@ -33,13 +52,43 @@ SlcDetailNode* SlcCheckInlineDetail::operator()(SlcSyntaxNode* body, SlcShaderTy
     return m_result ? m_result : SlcDetailNode::AVarying();
 }
 
-SlcDetailNode* SlcCheckInlineDetail::DetailOfWrite(const SlcPtr<SlcVarSymbolEntry>& variable,
-                                                   SlcDetailNode* written) const
+SlcDetailNode* SlcCheckInlineDetail::Guard() const
 {
-    if (!m_guard)
-        return written;
-    return SlcDetailNode::Combine(SlcDetailNode::Combine(written, m_guard),
-                                  SlcEffectiveDetail(variable));
+    return CombineGuards(m_guard, m_left.back());
+}
+
+void SlcCheckInlineDetail::Written(const SlcPtr<SlcVarSymbolEntry>& variable, SlcDetailNode* detail,
+                                   Extent extent)
+{
+    for (SlcPtr<SlcVarSymbolEntry> entry = variable; entry; entry = entry->GetOuter()) {
+        if (!entry->GetDetail()->IsUnknownDetail())
+            continue;
+        const bool isOwn = m_own.count(&*entry) != 0;
+        SlcDetailNode* const guard = isOwn ? Guard() : CombineGuards(Guard(), m_outerGuard);
+        SlcDetailNode* written = guard ? SlcDetailNode::Combine(detail, guard) : detail;
+        // A variable of the shader itself is never known to be uniform.
+        if (guard || !isOwn || extent == Extent::Part)
+            written = SlcDetailNode::Combine(written, SlcEffectiveDetail(entry));
+        m_journal->NoteWrite(*entry);
+        entry->SetInlineDetail(written);
+    }
+}
+
+void SlcCheckInlineDetail::Written(const SlcExprNode* argument, SlcDetailNode* detail)
+{
+    if (!argument->IsReferenceExpr())
+        return;
+    const auto& variable = static_cast<const SlcReferenceExprNode*>(argument)->GetSymbolEntry();
+    const auto* element = dynamic_cast<const SlcArrayRefExprNode*>(argument);
+    if (element)
+        detail = SlcDetailNode::Combine(detail, SlcInlineDetailOf(element->GetIndex()));
+    Written(variable, detail, element ? Extent::Part : Extent::Whole);
+}
+
+void SlcCheckInlineDetail::Defined(SlcVarSymbolEntry& variable, SlcDetailNode* detail)
+{
+    m_journal->NoteDefinition(variable);
+    variable.SetInlineDetail(detail);
 }
 
 void SlcCheckInlineDetail::Default(SlcSyntaxNode* node)
@@ -74,7 +123,8 @@ void SlcCheckInlineDetail::Case(SlcDefExprNode* node)
         detail = SlcInlineDetailOf(initializer);
     else if (detail->IsUnknownDetail() && entry->GetStorage()->IsExtern())
         detail = SlcDetailNode::AVarying();
-    entry->SetInlineDetail(detail);
+    Owns(*entry);
+    Defined(*entry, detail);
 }
 
 /// One `return` is allowed, wherever it stands. One at the top of the body ends it; behind one
@@ -88,8 +138,11 @@ void SlcCheckInlineDetail::Case(SlcReturnStmtNode* node)
     SlcDetailNode* detail = SlcInlineDetailOf(node->GetValue());
     if (!m_guard)
         throw EndCheckInline{detail};
-    if (!m_result)
-        m_result = SlcDetailNode::Combine(detail, m_guard);
+    // Out of a loop, points may return in different rounds.
+    const bool inLoop = m_left.size() > 1;
+    detail = SlcDetailNode::Combine(detail, inLoop ? SlcDetailNode::AVarying() : Guard());
+    m_result = m_result ? SlcDetailNode::Combine(m_result, detail) : detail;
+    Leave(m_left.size());
 }
 
 SlcDetailNode* SlcCheckInlineDetail::WalkCondition(SlcSyntaxNode* condition)
@@ -119,11 +172,84 @@ void SlcCheckInlineDetail::Case(SlcIfThenElseStmtNode* node)
     WalkGuarded(node->GetElse(), condition);
 }
 
+/// `illuminate` or `solar`: some points get no light.
 void SlcCheckInlineDetail::Case(SlcLoopStmtNode* node)
 {
     SlcDetailNode* const outer = std::exchange(m_guard, SlcDetailNode::AVarying());
+    m_left.push_back(m_left.back());
     node->WalkIn(this);
+    m_left.pop_back();
     m_guard = outer;
+}
+
+void SlcCheckInlineDetail::WalkLoop(const SlcLoopStmtNode* node,
+                                    const std::function<void()>& walkRound)
+{
+    m_left.push_back(m_left.back());
+    for (int round = 1; WalkQuietRound(round == k_roundsOfOne, walkRound); ++round)
+        ;
+    if (!m_errors->IsQuiet()) {
+        m_journal->BeginRound();
+        walkRound();
+        static_cast<void>(m_journal->EndRound());
+        if (m_journal->IsExhausted() && m_journal->IsFirstReport())
+            m_errors->Error(node, "Too many loops inside each other");
+    }
+    m_left.pop_back();
+}
+
+bool SlcCheckInlineDetail::WalkQuietRound(bool makesVarying, const std::function<void()>& walkRound)
+{
+    const SlcSemanticError::Quiet quiet(*m_errors);
+    SlcDetailNode* const left = m_left.back();
+    m_journal->BeginRound();
+    walkRound();
+    if (makesVarying) {
+        m_journal->EndRoundAsVarying();
+        if (m_left.back())
+            m_left.back() = SlcDetailNode::AVarying();
+        return !m_journal->IsExhausted();
+    }
+    const bool changes = m_journal->EndRound() || m_left.back() != left;
+    return changes && !m_journal->IsExhausted();
+}
+
+void SlcCheckInlineDetail::Case(SlcWhileStmtNode* node)
+{
+    WalkLoop(node, [&] { WalkGuarded(node->GetBody(), WalkCondition(node->GetCondition())); });
+}
+
+void SlcCheckInlineDetail::Case(SlcForStmtNode* node)
+{
+    node->GetInit()->ApplyWalker(this);
+    WalkLoop(node, [&] {
+        SlcDetailNode* const condition = WalkCondition(node->GetCondition());
+        WalkGuarded(node->GetBody(), condition);
+        WalkGuarded(node->GetStep(), condition);
+    });
+}
+
+void SlcCheckInlineDetail::Case(SlcIlluminanceStmtNode* node)
+{
+    for (SlcExprNode* part : {node->GetSurfacePosition(), node->GetAxis(), node->GetAngle()})
+        if (part)
+            part->ApplyWalker(this);
+    WalkLoop(node, [&] { WalkGuarded(node->GetBody(), SlcDetailNode::AVarying()); });
+}
+
+void SlcCheckInlineDetail::Leave(std::size_t loops)
+{
+    SlcDetailNode* const guard = Guard();
+    for (std::size_t i = 0; i < loops && i < m_left.size(); ++i) {
+        SlcDetailNode*& left = m_left[m_left.size() - 1 - i];
+        left = CombineGuards(left, guard);
+    }
+}
+
+/// The loop that a `continue` goes on with is done with the points for this round.
+void SlcCheckInlineDetail::Case(SlcLoopModStmtNode* node)
+{
+    Leave(static_cast<std::size_t>(node->GetLevel()->GetValue()));
 }
 
 void SlcCheckInlineDetail::Case(SlcConstExprNode* node)
@@ -166,9 +292,8 @@ void SlcCheckInlineDetail::Case(SlcAssignExprNode* node)
 
     SlcDetailNode* const detail =
         SlcDetailNode::Combine(SlcInlineDetailOf(node->GetValue()), target);
-    const auto& entry = lvalue->GetSymbolEntry();
-    if (entry && entry->GetDetail()->IsUnknownDetail())
-        entry->SetInlineDetail(detail);
+    Written(lvalue->GetSymbolEntry(), detail,
+            lvalue->IsIdentLValue() ? Extent::Whole : Extent::Part);
     SlcSetInlineDetail(node, detail);
 }
 
@@ -227,8 +352,8 @@ void SlcCheckInlineDetail::Case(SlcBinOpExprNode* node)
 void SlcCheckInlineDetail::Case(SlcCondExprNode* node)
 {
     SlcDetailNode* const condition = WalkCondition(node->GetCondition());
-    node->GetThen()->ApplyWalker(this);
-    node->GetElse()->ApplyWalker(this);
+    WalkGuarded(node->GetThen(), condition);
+    WalkGuarded(node->GetElse(), condition);
     SlcDetailNode* const branches = SlcDetailNode::Combine(SlcInlineDetailOf(node->GetThen()),
                                                            SlcInlineDetailOf(node->GetElse()));
     SlcSetInlineDetailIfUnknown(node, SlcDetailNode::Combine(condition, branches));
@@ -240,6 +365,13 @@ void SlcCheckInlineDetail::Case(SlcCompOpNode* node)
     m_condition = SlcDetailNode::Combine(
         m_condition, SlcDetailNode::Combine(SlcInlineDetailOf(node->GetLeft()),
                                             SlcInlineDetailOf(node->GetRight())));
+}
+
+/// Where the left side decides, the right one does not run.
+void SlcCheckInlineDetail::Case(SlcLogOpNode* node)
+{
+    node->GetLeft()->ApplyWalker(this);
+    WalkGuarded(node->GetRight(), m_condition);
 }
 
 void SlcCheckInlineDetail::Case(SlcProcCallExprNode* node)

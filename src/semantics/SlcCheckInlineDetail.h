@@ -1,11 +1,13 @@
 #pragma once
 
+#include <functional>
+#include <unordered_set>
+#include <vector>
+
 #include "frontend/SlcCodeWalker.h"
+#include "semantics/SlcInlineJournal.h"
 #include "support/SlcPtr.h"
 #include "support/reports/SlcSemanticError.h"
-
-class SlcSymbolEntry;
-class SlcVarSymbolEntry;
 
 /// A call, met while a body is evaluated inside a light statement, reaches another light
 /// statement. Thrown by value, caught where the evaluation was started.
@@ -15,8 +17,8 @@ struct SlcAlreadyInLightControlStmt {};
 /// arguments as their inline details. Gives the detail of the call's result, and reports what
 /// only this call makes wrong. Needs the details that `SlcCheckDetail` has left.
 ///
-/// A body is walked once, in the order of the source. So what a variable holds in a loop may
-/// change behind a use of it; the result of a `return` in a loop counts as varying for that.
+/// A body is walked in the order of the source; a loop again and again, quietly, until what a round
+/// leaves changes nothing of what it has found. Then a last round reports.
 class SlcCheckInlineDetail : public SlcCodeWalker {
 public:
     /// The evaluation is complete. Thrown by value by a `return` behind which nothing runs.
@@ -24,7 +26,9 @@ public:
         SlcDetailNode* detail;
     };
 
-    explicit SlcCheckInlineDetail(SlcPtr<SlcSemanticError> errors);
+    /// `around`: the evaluation of the body that the call stands in; null in the shader's code.
+    explicit SlcCheckInlineDetail(SlcPtr<SlcSemanticError> errors,
+                                  const SlcCheckInlineDetail* around = nullptr);
 
     /// How many calls inside each other are followed.
     static constexpr int k_maxLevels = 10'000;
@@ -43,10 +47,18 @@ public:
     /// Null where the context wants none.
     [[nodiscard]] SlcDetailNode* ExpectedDetail() const { return m_expected; }
     [[nodiscard]] int Level() const { return m_level; }
-    /// What the conditions and loops around make of a variable that is written here: at some
-    /// points it keeps what it had.
-    [[nodiscard]] SlcDetailNode* DetailOfWrite(const SlcPtr<SlcVarSymbolEntry>& variable,
-                                               SlcDetailNode* written) const;
+
+    // All that changes the inline detail of a variable.
+    enum class Extent { Whole, Part };
+    /// `variable` has been written with a value of this detail; so has what it stands for if it is
+    /// `extern`. Under a condition, or if a part of it has, it keeps some of what it had.
+    void Written(const SlcPtr<SlcVarSymbolEntry>& variable, SlcDetailNode* detail, Extent extent);
+    /// The same for a variable or element that a call writes to.
+    void Written(const SlcExprNode* argument, SlcDetailNode* detail);
+    /// A declaration, or a call, has given `variable` its first value.
+    void Defined(SlcVarSymbolEntry& variable, SlcDetailNode* detail);
+    /// Each call of the body has a variable of its own.
+    void Owns(const SlcVarSymbolEntry& variable) { m_own.insert(&variable); }
 
 private:
     using SlcCodeWalker::Case;
@@ -56,6 +68,10 @@ private:
     void Case(SlcIfThenStmtNode* node) override;
     void Case(SlcIfThenElseStmtNode* node) override;
     void Case(SlcLoopStmtNode* node) override;
+    void Case(SlcWhileStmtNode* node) override;
+    void Case(SlcForStmtNode* node) override;
+    void Case(SlcIlluminanceStmtNode* node) override;
+    void Case(SlcLoopModStmtNode* node) override;
     void Case(SlcConstExprNode* node) override;
     void Case(SlcIdentExprNode* node) override;
     void Case(SlcArrayRefExprNode* node) override;
@@ -72,6 +88,7 @@ private:
     void Case(SlcProcCallExprNode* node) override;
     void Case(SlcTextureExprNode* node) override;
     void Case(SlcCompOpNode* node) override;
+    void Case(SlcLogOpNode* node) override;
     void Case(SlcExprNode* node) override;
     void Default(SlcSyntaxNode* node) override;
 
@@ -81,6 +98,14 @@ private:
     [[nodiscard]] SlcDetailNode* WalkCondition(SlcSyntaxNode* condition);
     /// Walks what runs only where a guard of that detail lets it.
     void WalkGuarded(SlcSyntaxNode* node, SlcDetailNode* guard);
+    /// Walks rounds of a loop until nothing changes.
+    void WalkLoop(const SlcLoopStmtNode* node, const std::function<void()>& walkRound);
+    /// True if another one is needed. `makesVarying`: then it changes nothing.
+    [[nodiscard]] bool WalkQuietRound(bool makesVarying, const std::function<void()>& walkRound);
+    /// From here on the innermost loops, so many of them, go on without some points.
+    void Leave(std::size_t loops);
+    /// What decides whether the code at hand runs, as far as the body knows; null if nothing does.
+    [[nodiscard]] SlcDetailNode* Guard() const;
 
     SlcPtr<SlcSemanticError> m_errors;
     bool m_inLightStatement = false;
@@ -91,5 +116,10 @@ private:
     int m_level = 0;
     SlcDetailNode* m_condition = nullptr;  // of the comparisons walked since the condition began
     SlcDetailNode* m_guard = nullptr;      // of the conditions and loops around; null at the top
-    SlcDetailNode* m_result = nullptr;     // of the `return` that has been met under a guard
+    SlcDetailNode* m_outerGuard;           // of those around the call
+    std::vector<SlcDetailNode*> m_left;  // by loop, the body first: of what left it; null: nothing
+    SlcDetailNode* m_result = nullptr;   // of the `return` that has been met under a guard
+    std::unordered_set<const SlcVarSymbolEntry*> m_own;  // formals and locals so far
+    SlcInlineJournal m_ownJournal;
+    SlcInlineJournal* m_journal;  // that of the outermost evaluation
 };

@@ -49,7 +49,9 @@ void SlcGetBodyFacts::Case(SlcFuncDefStmtNode*)
 void SlcGetBodyFacts::Case(SlcDefExprNode* node)
 {
     node->WalkIn(this);
-    if (const auto& entry = node->GetSymbolEntry())
+    // What `extern` names belongs to a body around this one.
+    const auto& entry = node->GetSymbolEntry();
+    if (entry && !entry->GetStorage()->IsExtern())
         m_own.insert(&*entry);
 }
 

@@ -67,7 +67,8 @@ void SetOutput(SlcCheckInlineDetail& walker, const OutputRule& rule, std::size_t
                SlcExprNode* argument, SlcDetailNode* detail)
 {
     SlcSemanticError& errors = *walker.Errors();
-    if (!dynamic_cast<const SlcIdentExprNode*>(argument))
+    const bool isOpen = SlcFirstDetailOf(argument)->IsUnknownDetail();
+    if (isOpen && !dynamic_cast<const SlcIdentExprNode*>(argument))
         errors.Warning(argument,
                        rule.afterNumber
                            ? rule.noVariable + std::to_string(position) + rule.afterNumber
@@ -75,10 +76,9 @@ void SetOutput(SlcCheckInlineDetail& walker, const OutputRule& rule, std::size_t
                        2);
     if (!argument->IsReferenceExpr())
         return;
-    const auto& variable = static_cast<const SlcReferenceExprNode*>(argument)->GetSymbolEntry();
-    if (variable.Null())
+    if (static_cast<const SlcReferenceExprNode*>(argument)->GetSymbolEntry().Null())
         errors.FatalError(argument, rule.unknown);
-    variable->SetInlineDetail(walker.DetailOfWrite(variable, detail));
+    walker.Written(argument, detail);
 }
 
 SlcDetailNode* Apply(const OutputRule& rule, SlcCheckInlineDetail& walker,
@@ -90,11 +90,8 @@ SlcDetailNode* Apply(const OutputRule& rule, SlcCheckInlineDetail& walker,
     SlcDetailNode* detail = SlcDetailNode::AUniform();
     for (std::size_t i = 0; i < rule.inputs; ++i)
         detail = SlcDetailNode::Combine(detail, SlcInlineDetailOf(arguments[i].get()));
-    if (detail->IsUnknownDetail())
-        return detail;
     for (std::size_t i = rule.firstOutput; i <= rule.lastOutput && i < arguments.size(); ++i)
-        if (SlcFirstDetailOf(arguments[i].get())->IsUnknownDetail())
-            SetOutput(walker, rule, i, arguments[i].get(), detail);
+        SetOutput(walker, rule, i, arguments[i].get(), detail);
     return detail;
 }
 

@@ -3,10 +3,11 @@
 #include <utility>
 
 SlcInlineResults::Circumstances::Circumstances(bool inLightStatement, bool notInFunction,
-                                               const SlcDetailNode* wanted)
+                                               bool isQuiet, const SlcDetailNode* wanted)
 {
     m_key += inLightStatement ? 'L' : ' ';
     m_key += notInFunction ? 'S' : ' ';
+    m_key += isQuiet ? 'Q' : ' ';
     Add(wanted);
 }
 

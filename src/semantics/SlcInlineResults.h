@@ -32,7 +32,9 @@ public:
     /// What an evaluation depends on, as a short text that is only compared.
     class Circumstances {
     public:
-        Circumstances(bool inLightStatement, bool notInFunction, const SlcDetailNode* wanted);
+        /// `isQuiet`: what it would report is still to be reported.
+        Circumstances(bool inLightStatement, bool notInFunction, bool isQuiet,
+                      const SlcDetailNode* wanted);
         void AddArgument(const SlcDetailNode* detail) { Add(detail); }
         [[nodiscard]] const std::string& Key() const { return m_key; }
 

@@ -119,16 +119,27 @@ bool PassArgumentInline(SlcCheckInlineDetail& walker, const Passed& passed, std:
                                                     function + "' during inlining");
         return false;
     }
-    passed.formal->SetInlineDetail(argument);
+    walker.Defined(*passed.formal, argument);
     return true;
 }
 
 template <class Walker>
 void ReportTooLarge(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNode* call)
 {
-    if (info.GetInlineBudget().IsFirstReport())
+    if (!walker.Errors()->IsQuiet() && info.GetInlineBudget().IsFirstReport())
         walker.Errors()->Error(call, "Expansion of function '" + call->GetIdent()->GetName() +
                                          "' is too large");
+}
+
+/// The evaluation around a call; none for one in the shader's own code.
+const SlcCheckInlineDetail* AroundCall(const SlcCheckDetail&)
+{
+    return nullptr;
+}
+
+const SlcCheckInlineDetail* AroundCall(const SlcCheckInlineDetail& walker)
+{
+    return &walker;
 }
 
 /// Evaluates the body for the details that the formals have been given.
@@ -136,7 +147,9 @@ template <class Walker>
 SlcInlineResults::Result EvaluateBody(Walker& walker, const SlcFuncInfo& info,
                                       const std::vector<Passed>& arguments)
 {
-    SlcCheckInlineDetail evaluate(walker.Errors());
+    SlcCheckInlineDetail evaluate(walker.Errors(), AroundCall(walker));
+    for (const Passed& passed : arguments)
+        evaluate.Owns(*passed.formal);
     SlcInlineResults::Result result;
     try {
         result.detail = evaluate(info.GetDefinition()->GetBody(), walker.ShaderType(),
@@ -166,7 +179,8 @@ SlcDetailNode* DetailOfCall(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNo
         return EvaluateBody(walker, info, arguments).detail;
 
     SlcInlineResults::Circumstances circumstances(
-        walker.IsInLightStatement(), walker.IsNotInFunction(), walker.ExpectedDetail());
+        walker.IsInLightStatement(), walker.IsNotInFunction(), walker.Errors()->IsQuiet(),
+        walker.ExpectedDetail());
     for (const Passed& passed : arguments)
         circumstances.AddArgument(passed.formal->GetInlineDetail());
     SlcInlineResults& results = info.GetInlineResults();
@@ -240,8 +254,7 @@ SlcDetailNode* SlcCheckArgsDetailInline(SlcCheckInlineDetail* walker,
         throw SlcAlreadyInLightControlStmt();
     // How an output formal hands its detail back to the caller's variable.
     for (const Passed& passed : arguments)
-        if (const auto* variable = dynamic_cast<const SlcIdentExprNode*>(passed.argument))
-            if (const auto& variableEntry = variable->GetSymbolEntry())
-                variableEntry->SetInlineDetail(passed.formal->GetInlineDetail());
+        if (passed.storage->IsOutput() && passed.argument->IsReferenceExpr())
+            walker->Written(passed.argument, passed.formal->GetInlineDetail());
     return detail;
 }

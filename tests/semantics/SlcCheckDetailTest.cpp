@@ -272,6 +272,9 @@ TEST(SlcCheckInlineDetail, GivesTheDetailOfACall)
         {"float f(float x) { float a, b, c, d; unpack(x, a, b, c, d); return d; }", "f(u)",
          "varying"},
         {"float f() { return random(); }", "f()", "uniform"},
+        {"float f(float x) { color c = 1; uniform float i; for (i = 0; i < 2; i += 1)\n"
+         "setcomp(c, 0, x); return comp(c, 0); }",
+         "f(1)", "uniform"},
     };
     for (const Function& f : functions) {
         const CheckedShader shader(
@@ -394,6 +397,67 @@ TEST(SlcCheckInlineDetail, SeesWhatALocalFunctionDoesToOuterVariables)
     const auto* body = static_cast<SlcShaderDefNode*>(shader.Definition("a"))->GetBody();
     EXPECT_EQ(AssignedDetails()(body->GetStatements()[3].get()), "unknown");
     EXPECT_EQ(AssignedDetails()(body->GetStatements()[5].get()), "varying");
+}
+
+// Whatever writes a local, it is not uniform behind it, nor ahead of it in a loop.
+TEST(SlcCheckInlineDetail, SeesEveryWriteOfALocal)
+{
+    static const char* const bodies[] = {
+        "float y = 1, i; for (i = 0; i < 2; i += 1) { one(y); y += u; }",
+        "float y = 1, i = 0; while (i < 2) { one(y); y += u; i += 1; }",
+        "float y = 1; illuminance(P) { one(y); y = xcomp(L); }",
+        // Two rounds carry it there.
+        "float y = 1, z = 1, i; for (i = 0; i < 3; i += 1) { one(y); y = z; z = u; }",
+        "float y = 1, i, j; for (i = 0; i < 2; i += 1) { for (j = 0; j < 2; j += 1) one(y); y = u; "
+        "}",
+        "color c = 1; float i; for (i = 0; i < 2; i += 1) { one(comp(c, 0)); setcomp(c, 0, u); }",
+        "color c = 1; float i = 0; while (i < 2) { if (u > i) break; setcomp(c, 0, 2); i += 1; }"
+        "one(comp(c, 0));",
+        "color c = 1; if (u > 0.5) setcomp(c, 0, 2); one(comp(c, 0));",
+        "color c = 1; float y = 1; if (u > 0.5) y = 2; setcomp(c, 0, y); one(comp(c, 0));",
+        "float y = 1, z = u > 0.5 ? (y = 2) : 1; one(y);",
+        "float y = 1; if (u > 0.5 && (y = 2) > 1) one(y);",
+        "float w[2] = {1, 2}; set(w[0]); one(w[1]);",
+        "float w[2] = {1, 2}; w[u] = 3; one(w[1]);",
+        "float w[2] = {u, 2}; w[1] = 3; one(w[0]);",
+        "float w = 1; void g() { extern float w; w = u; } g(); one(w);",
+        "float w = 1; void g() { void h() { extern float w; set(w); } h(); } g(); one(w);",
+        "float w = 1, z = 1; void g() { extern float w; fresnel(vector 1, normal 1, 2, w, z); }"
+        "if (u > 0.5) g(); one(w);",
+        "float w = 1; color c = trace(P, N, w); one(w);",
+        "vector d = 1; float o = occlusion(P, N, 8, \"environmentdir\", d); one(xcomp(d));",
+        "float o = 1; color c = indirectdiffuse(P, N, 8, \"axis\", 1, \"occlusion\", o); one(o);",
+        "float w = 1; float known = surface(\"a\", w); one(w);",
+    };
+    for (const char* body : bodies) {
+        const std::string source = "float one(uniform float x) { return x; }\n"
+                                   "void set(output float x) { x = u; }\n"
+                                   "void f() {\n" +
+                                   std::string(body) + " }\nsurface a() { f(); }";
+        EXPECT_EQ(CheckedShader(source).Reports(),
+                  "4: ERROR: Detail mismatch for argument 0 of function 'one' during inlining")
+            << body;
+    }
+    // A variable of the shader, which a function has written and then the shader itself.
+    EXPECT_EQ(CheckedShader("float one(uniform float x) { return x; }\n"
+                            "surface a() { float y, z;\n"
+                            "void g() { fresnel(vector 1, normal 1, 1.5, y, z); }\n"
+                            "float h() { return one(y); }\n"
+                            "g(); y = u; Ci = h(); }")
+                  .Reports(),
+              "4: ERROR: Detail mismatch for argument 0 of function 'one' during inlining");
+}
+
+TEST(SlcCheckInlineDetail, BoundsTheRoundsOfNestedLoops)
+{
+    std::string body;
+    for (int i = 0; i < 40; ++i)
+        body += "for (i = 0; i < 2; i += 1) { float y" + std::to_string(i) + " = 1; while (y" +
+                std::to_string(i) + " < 3) { y" + std::to_string(i) + " += 1;\n";
+    const std::string text =
+        "void f() { float i; " + body + std::string(80, '}') + " }\nsurface a() { f(); }";
+    EXPECT_NE(CheckedShader(text).Reports().find("Too many loops inside each other"),
+              std::string::npos);
 }
 
 TEST(SlcCheckInlineDetail, EvaluatesLikeCallsOnce)

@@ -47,6 +47,8 @@ void SlcSemanticError::ResumeFunc(Heading outer)
 
 void SlcSemanticError::Error(const SlcSyntaxNode* node, std::string_view message)
 {
+    if (IsQuiet())
+        return;
     CountError();
     PrintHeading();
     Print(node, "ERROR", std::string(message));
@@ -55,6 +57,8 @@ void SlcSemanticError::Error(const SlcSyntaxNode* node, std::string_view message
 void SlcSemanticError::Error(const SlcSyntaxNode* node, std::string_view message,
                              std::string_view detail)
 {
+    if (IsQuiet())
+        return;
     CountError();
     PrintHeading();
     Print(node, "ERROR", WithDetail(message, detail));
@@ -63,6 +67,8 @@ void SlcSemanticError::Error(const SlcSyntaxNode* node, std::string_view message
 void SlcSemanticError::Error(const SlcSyntaxNode* node, std::string_view message,
                              SlcSyntaxNode* nearby)
 {
+    if (IsQuiet())
+        return;
     std::string text(message);
     if (node && nearby)
         text.append(" (near '").append(SlcNearError()(nearby)).append("')");
@@ -73,7 +79,7 @@ void SlcSemanticError::Error(const SlcSyntaxNode* node, std::string_view message
 
 void SlcSemanticError::Warning(const SlcSyntaxNode* node, std::string_view message, int level)
 {
-    if (WarningLevel() < level)
+    if (IsQuiet() || WarningLevel() < level)
         return;
     AddWarning();
     PrintHeading();
@@ -83,7 +89,7 @@ void SlcSemanticError::Warning(const SlcSyntaxNode* node, std::string_view messa
 void SlcSemanticError::Warning(const SlcSyntaxNode* node, std::string_view message,
                                std::string_view detail, int level)
 {
-    if (WarningLevel() < level)
+    if (IsQuiet() || WarningLevel() < level)
         return;
     AddWarning();
     PrintHeading();

@@ -33,6 +33,20 @@ public:
     /// False once an error has been reported.
     [[nodiscard]] bool NoError() const { return m_noError; }
 
+    /// While one lives, errors and warnings are neither printed nor counted: what is walked will be
+    /// walked again.
+    class Quiet {
+    public:
+        explicit Quiet(SlcSemanticError& errors) : m_errors(errors) { ++m_errors.m_quiet; }
+        ~Quiet() { --m_errors.m_quiet; }
+        Quiet(const Quiet&) = delete;
+        Quiet& operator=(const Quiet&) = delete;
+
+    private:
+        SlcSemanticError& m_errors;
+    };
+    [[nodiscard]] bool IsQuiet() const { return m_quiet > 0; }
+
     /// `node` may be null in all forms of `Error`: the message then stands without a place.
     void Error(const SlcSyntaxNode* node, std::string_view message);
     void Error(const SlcSyntaxNode* node, std::string_view message, std::string_view detail);
@@ -62,4 +76,5 @@ private:
 
     bool m_noError = true;
     Heading m_heading;
+    int m_quiet = 0;  // how many want it so
 };
