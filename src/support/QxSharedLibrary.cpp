@@ -4,10 +4,12 @@
 #include <elf.h>
 #include <link.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <span>
 
 namespace {
 
@@ -54,12 +56,44 @@ bool IsWholeLibrary(const std::string& path)
            HoldsItsSegments(file, header, size);
 }
 
+constexpr unsigned char k_symbolTypes = 0xf;  // the part of `st_info`
+
+struct Segments {
+    const link_map* library;
+    QxMemoryRanges& memory;
+};
+
+/// For `dl_iterate_phdr`: adds what can be read of the library, when it comes to that.
+int AddSegments(dl_phdr_info* info, std::size_t, void* data)
+{
+    const auto& segments = *static_cast<Segments*>(data);
+    const std::span headers(info->dlpi_phdr, info->dlpi_phnum);
+    const auto isDynamic = [&](const ElfW(Phdr) & header) {
+        return header.p_type == PT_DYNAMIC &&
+               info->dlpi_addr + header.p_vaddr ==
+                   reinterpret_cast<ElfW(Addr)>(segments.library->l_ld);
+    };
+    if (std::none_of(headers.begin(), headers.end(), isDynamic))
+        return 0;
+    for (const auto& header : headers)
+        if (header.p_type == PT_LOAD && (header.p_flags & PF_R) != 0)
+            segments.memory.Add(
+                {reinterpret_cast<const std::byte*>(info->dlpi_addr + header.p_vaddr),
+                 static_cast<std::size_t>(header.p_memsz)});
+    return 1;
+}
+
 }  // namespace
 
 QxSharedLibrary::QxSharedLibrary(const std::string& path)
 {
     if (IsWholeLibrary(path))
         m_handle = ::dlopen(path.c_str(), RTLD_LAZY);
+    link_map* map = nullptr;
+    if (!m_handle || ::dlinfo(m_handle, RTLD_DI_LINKMAP, &map) != 0)
+        return;
+    Segments segments = {map, m_memory};
+    ::dl_iterate_phdr(&AddSegments, &segments);
 }
 
 QxSharedLibrary::~QxSharedLibrary()
@@ -68,17 +102,23 @@ QxSharedLibrary::~QxSharedLibrary()
         ::dlclose(m_handle);
 }
 
-const void* QxSharedLibrary::Find(const std::string& name) const
+bool QxSharedLibrary::Exports(const std::string& name) const
 {
-    return m_handle ? ::dlsym(m_handle, name.c_str()) : nullptr;
+    return m_handle && ::dlsym(m_handle, name.c_str());
 }
 
-std::size_t QxSharedLibrary::SizeOf(const void* object)
+QxMemoryRanges::Bytes QxSharedLibrary::FindObject(const std::string& name) const
 {
+    const void* object = m_handle ? ::dlsym(m_handle, name.c_str()) : nullptr;
     Dl_info place = {};
-    void* symbol = nullptr;
-    if (::dladdr1(object, &place, &symbol, RTLD_DL_SYMENT) == 0 || !symbol ||
+    void* entry = nullptr;
+    if (!object || ::dladdr1(object, &place, &entry, RTLD_DL_SYMENT) == 0 || !entry ||
         place.dli_saddr != object)
-        return 0;
-    return static_cast<std::size_t>(static_cast<const ElfW(Sym)*>(symbol)->st_size);
+        return {};
+    const auto& symbol = *static_cast<const ElfW(Sym)*>(entry);
+    if ((symbol.st_info & k_symbolTypes) != STT_OBJECT)
+        return {};
+    const QxMemoryRanges::Bytes bytes = m_memory.From(object);
+    return symbol.st_size == 0 ? bytes
+                               : bytes.first(std::min<std::size_t>(bytes.size(), symbol.st_size));
 }

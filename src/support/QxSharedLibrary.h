@@ -1,7 +1,8 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
+
+#include "support/QxMemoryRanges.h"
 
 /// A shared library, open as long as the object lives.
 ///
@@ -17,11 +18,15 @@ public:
     QxSharedLibrary& operator=(const QxSharedLibrary&) = delete;
 
     [[nodiscard]] bool IsOpen() const { return m_handle != nullptr; }
-    /// The address of what it exports by that name; null if there is nothing.
-    [[nodiscard]] const void* Find(const std::string& name) const;
-    /// How many bytes an object that `Find` gave takes; 0 if the library does not say.
-    [[nodiscard]] static std::size_t SizeOf(const void* object);
+    /// It, or a library that it needs, exports something by that name.
+    [[nodiscard]] bool Exports(const std::string& name) const;
+    /// The data object of its own that it exports by that name; empty if there is none. One whose
+    /// size the library does not tell goes to the end of its segment.
+    [[nodiscard]] QxMemoryRanges::Bytes FindObject(const std::string& name) const;
+    /// What the library itself takes of memory.
+    [[nodiscard]] const QxMemoryRanges& Memory() const { return m_memory; }
 
 private:
     void* m_handle = nullptr;
+    QxMemoryRanges m_memory;
 };

@@ -1,7 +1,6 @@
 #include "symbols/SlcShadeopLoader.h"
 
 #include <algorithm>
-#include <limits>
 #include <string_view>
 #include <utility>
 
@@ -19,23 +18,6 @@ std::vector<std::string> LibrariesIn(const std::string& directory)
     QxSystem::ScanDir(directory.c_str(), CheckDSO, &paths, false);
     std::sort(paths.begin(), paths.end());
     return paths;
-}
-
-/// How many records there can be; the table may lack the one that ends it.
-std::size_t MostRecords(const SlcShadeopRecord* table)
-{
-    const std::size_t bytes = QxSharedLibrary::SizeOf(table);
-    return bytes == 0 ? std::numeric_limits<std::size_t>::max() : bytes / sizeof(SlcShadeopRecord);
-}
-
-bool EndsTable(const SlcShadeopRecord& record)
-{
-    return !record.declaration || !*record.declaration;
-}
-
-SlcIdentNode* IdentOf(const char* text)
-{
-    return SlcLexicalNode::CreateIdent(text ? text : "");
 }
 
 }  // namespace
@@ -79,24 +61,30 @@ void SlcShadeopLoader::ReadLibrary(const SlcSyntaxNode* node, SlcIdentNode* name
                                    const std::string& path, SlcSymbolTable& table, Entries& entries)
 {
     const QxSharedLibrary library(path);
-    const auto* records =
-        static_cast<const SlcShadeopRecord*>(library.Find(name->GetName() + "_shadeops"));
-    if (!records)
+    const std::string tableName = name->GetName() + "_shadeops";
+    const auto bytes = library.FindObject(tableName);
+    if (bytes.empty()) {
+        if (library.Exports(tableName))
+            m_errors->Warning(node, "'" + tableName + "' is no table of shadeops (" + path + ")",
+                              1);
         return;
-    const std::size_t most = MostRecords(records);
-    for (std::size_t i = 0; i < most && !EndsTable(records[i]); ++i) {
+    }
+    SlcShadeopTable records(bytes, library.Memory());
+    while (const auto record = records.Next()) {
         SlcShadeopDeclaration declaration;
-        if (const char* fault = ReadRecord(records[i], name, declaration); *fault)
+        if (const char* fault = ReadRecord(*record, name, declaration); *fault)
             m_errors->Warning(node,
                               std::string(fault) + " (" + path +
-                                  "). Declaration: " + records[i].declaration + " .",
+                                  "). Declaration: " + std::string(record->declaration) + " .",
                               1);
         else
             entries.push_back(table.AddFuncEntryDSO(name, path, std::move(declaration), m_rules));
     }
+    if (records.IsFaulty())
+        m_errors->Warning(node, "'" + tableName + "' holds what is no text (" + path + ")", 1);
 }
 
-const char* SlcShadeopLoader::ReadRecord(const SlcShadeopRecord& record, const SlcIdentNode* name,
+const char* SlcShadeopLoader::ReadRecord(const SlcShadeopTexts& record, const SlcIdentNode* name,
                                          SlcShadeopDeclaration& declaration)
 {
     SlcShadeopReader reader(record.declaration);
@@ -112,8 +100,8 @@ const char* SlcShadeopLoader::ReadRecord(const SlcShadeopRecord& record, const S
     declaration.argTypes = reader.ReadArguments(isGood);
     if (!isGood)
         return "Invalid method signature";
-    declaration.init = IdentOf(record.init);
-    declaration.cleanup = IdentOf(record.cleanup);
+    declaration.init = SlcLexicalNode::CreateIdent(record.init);
+    declaration.cleanup = SlcLexicalNode::CreateIdent(record.cleanup);
     return "";
 }
 

@@ -7,15 +7,8 @@
 #include "support/SlcOptionsControl.h"
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcFuncDSOSymbolEntry.h"
+#include "symbols/SlcShadeopTable.h"
 #include "symbols/SlcSymbolTable.h"
-
-/// One record of a library's table, as libraries are built with it (`QxShadeop` of
-/// `runtime/QxShadeop.h`).
-struct SlcShadeopRecord {
-    const char* declaration;  // empty in the record that ends the table
-    const char* init;         // empty or null for none, as the next one
-    const char* cleanup;
-};
 
 /// Finds the functions that shared libraries supply to shaders.
 ///
@@ -42,7 +35,7 @@ private:
                      SlcSymbolTable& table, Entries& entries);
     /// The text that heads the warning about a record; empty if it is good, and then the
     /// declaration is filled.
-    [[nodiscard]] static const char* ReadRecord(const SlcShadeopRecord& record,
+    [[nodiscard]] static const char* ReadRecord(const SlcShadeopTexts& record,
                                                 const SlcIdentNode* name,
                                                 SlcShadeopDeclaration& declaration);
 

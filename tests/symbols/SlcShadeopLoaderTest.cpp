@@ -93,6 +93,16 @@ TEST_F(ShadeopLoader, ReadsNoFurtherThanATableGoes)
     EXPECT_EQ(Load("pointer"), "");
 }
 
+TEST_F(ShadeopLoader, FollowsNothingOutOfTheLibrary)
+{
+    Install("ops.so");
+    EXPECT_EQ(Load("code"), ":0: WARNING: 'code_shadeops' is no table of shadeops (./ops.so)\n");
+    EXPECT_EQ(Load("text"), ":0: WARNING: 'text_shadeops' holds what is no text (./ops.so)\n");
+    EXPECT_EQ(Load("wild"), ":0: WARNING: 'wild_shadeops' holds what is no text (./ops.so)\n"
+                            "ops_so: float -> float [,]\n");
+    EXPECT_EQ(Load("lost"), ":0: WARNING: 'lost_shadeops' holds what is no text (./ops.so)\n");
+}
+
 TEST_F(ShadeopLoader, TakesTheLibrariesOfTheFirstDirectoryByName)
 {
     for (const char* path : {"two/d.so", "one/b.dll", "one/c.so.1~", "one/a.so", "one/notes.txt"})

@@ -46,3 +46,15 @@ __asm__(".globl endless_shadeops\n"
 
 /* Too small for a record. */
 QX_SHADEOP_EXPORT const char* const pointer_shadeops = "float pointer(float)";
+
+/* What is no table at all, and tables with what is no text of this library. */
+QX_SHADEOP_EXPORT void code_shadeops(void) { }
+
+QX_SHADEOP_EXPORT const char text_shadeops[] = "float text(float), which is no table but long enough";
+
+QX_SHADEOP_TABLE(wild) = {
+    {"float wild(float)", "", ""},
+    {"float wild(color)", (const char*)1, ""},
+    {"float wild(point)", "", ""},
+};
+QX_SHADEOP_TABLE(lost) = {{(const char*)-2, "", ""}, QX_SHADEOP_END};
