@@ -356,7 +356,7 @@ void SlcGetShaderInfo::Case(SlcProcCallExprNode* node)
         break;
     case SlcFuncOrigin::Shadeop:
         m_needsGuard = true;
-        AddDSOFuncIfNotInList(CheckCast<SlcFuncDSOSymbolEntry>(entry));
+        AddDSOFunc(node, CheckCast<SlcFuncDSOSymbolEntry>(entry));
         for (const auto& argument : node->GetArguments()->GetArgs())
             WriteArgument(argument.get());
         break;
@@ -489,12 +489,47 @@ void SlcGetShaderInfo::AddSpaceIfNotInList(SlcStringLiteralNode* space)
 }
 
 /// The overloads of one method share an entry: their arguments tell them apart at run time.
-void SlcGetShaderInfo::AddDSOFuncIfNotInList(const SlcPtr<SlcFuncDSOSymbolEntry>& entry)
+void SlcGetShaderInfo::AddDSOFunc(const SlcProcCallExprNode* call,
+                                  const SlcPtr<SlcFuncDSOSymbolEntry>& entry)
 {
-    if (!m_dsoMethods.insert({entry->GetKey(), entry->GetMethodName()->GetName()}).second)
+    AddDSOLibrary(call, *entry);
+    const auto [known, isNew] =
+        m_dsoMethods.insert({{entry->GetKey(), entry->GetMethodName()->GetName()}, entry});
+    if (isNew) {
+        m_dsoFunctions.push_back(entry);
         return;
-    m_dsoFunctions.push_back(entry);
-    const std::string library = entry->GetLibraryFileName();
-    if (std::find(m_dsoNames.begin(), m_dsoNames.end(), library) == m_dsoNames.end())
-        m_dsoNames.push_back(library);
+    }
+    SlcFuncDSOSymbolEntry& row = *known->second;
+    row.SetInit(SharedFunction(call, "init", row.GetInit(), entry->GetInit()));
+    row.SetCleanup(SharedFunction(call, "cleanup", row.GetCleanup(), entry->GetCleanup()));
+}
+
+/// What starts and ends a method, of all its overloads the first that is named.
+SlcIdentNode* SlcGetShaderInfo::SharedFunction(const SlcProcCallExprNode* call, const char* kind,
+                                               SlcIdentNode* first, SlcIdentNode* other)
+{
+    if (first->GetName().empty())
+        return other;
+    const std::pair<std::string, std::string> names = {first->GetName(), other->GetName()};
+    if (!names.second.empty() && names.first != names.second && m_dsoClashes.insert(names).second)
+        m_errors->Warning(call,
+                          "The overloads of '" + call->GetIdent()->GetName() + "' name two " +
+                              kind + " functions, '" + names.first + "' and '" + names.second +
+                              "': only the first is called",
+                          1);
+    return first;
+}
+
+/// A built shader looks for its libraries by their file names alone.
+void SlcGetShaderInfo::AddDSOLibrary(const SlcProcCallExprNode* call,
+                                     const SlcFuncDSOSymbolEntry& entry)
+{
+    const std::string& path = entry.GetLibraryPath();
+    const auto [known, isNew] = m_dsoPaths.insert({entry.GetLibraryFileName(), path});
+    if (isNew)
+        m_dsoNames.push_back(entry.GetLibraryFileName());
+    else if (known->second != path)
+        m_errors->Error(call, "Function '" + call->GetIdent()->GetName() + "' of library '" + path +
+                                  "' cannot be used beside library '" + known->second +
+                                  "' of the same name");
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <map>
 #include <set>
 #include <string>
 #include <utility>
@@ -82,7 +83,10 @@ private:
     void AddSpaceIfNotInList(SlcStringLiteralNode* space);
     /// A value that is being walked is given in this coordinate space, or moved by it.
     void NameSpace(SlcStringLiteralNode* space);
-    void AddDSOFuncIfNotInList(const SlcPtr<SlcFuncDSOSymbolEntry>& entry);
+    void AddDSOFunc(const SlcProcCallExprNode* call, const SlcPtr<SlcFuncDSOSymbolEntry>& entry);
+    [[nodiscard]] SlcIdentNode* SharedFunction(const SlcProcCallExprNode* call, const char* kind,
+                                               SlcIdentNode* first, SlcIdentNode* other);
+    void AddDSOLibrary(const SlcProcCallExprNode* call, const SlcFuncDSOSymbolEntry& entry);
 
     void Touch(const SlcPtr<SlcVarSymbolEntry>& entry);
     void Write(const SlcPtr<SlcVarSymbolEntry>& entry);
@@ -109,7 +113,10 @@ private:
     std::string m_spaceName;              // in which the initializer is expressed; empty at first
     std::set<std::string> m_hiddenNames;  // of `m_hiddenVars`
     std::set<std::string> m_spaceTexts;   // of `m_spaces`
-    std::set<std::pair<std::string, std::string>> m_dsoMethods;  // of `m_dsoFunctions`; key, name
+    // `m_dsoFunctions` by key and name of the method; `m_dsoNames` with the path of each.
+    std::map<std::pair<std::string, std::string>, SlcPtr<SlcFuncDSOSymbolEntry>> m_dsoMethods;
+    std::map<std::string, std::string> m_dsoPaths;
+    std::set<std::pair<std::string, std::string>> m_dsoClashes;  // reported, of functions
     // Functions that use predefined variables; for look-up only.
     std::set<SlcPtr<SlcFuncSymbolEntry>> m_contextFunctions;
     std::set<SlcPtr<SlcFuncSymbolEntry>> m_objectSpaceFunctions;  // for look-up only, too

@@ -47,6 +47,7 @@ SlcShadeopInfo InfoOf(std::string_view libraryPath, const SlcShadeopDeclaration&
     info.methodName = declaration.methodName;
     info.init = declaration.init;
     info.cleanup = declaration.cleanup;
+    info.libraryPath = libraryPath;
     info.libraryBaseName = file.substr(0, dot);
     info.libraryExtension = dot == std::string_view::npos ? "" : file.substr(dot + 1);
     info.key = SlcFuncDSOSymbolEntry::FileNameAsCId(file);

@@ -12,9 +12,10 @@ struct SlcShadeopInfo {
     SlcIdentNode* methodName = nullptr;  // plain name, shared by the overloads
     SlcIdentNode* init = nullptr;        // function that prepares the shadeop; may be empty
     SlcIdentNode* cleanup = nullptr;     // function that ends it; may be empty
-    std::string libraryBaseName;         // file name of the library up to its last "."
-    std::string libraryExtension;        // behind the last "."
-    std::string key;                     // identifies the library in generated code
+    std::string libraryPath;
+    std::string libraryBaseName;   // file name of the library up to its last "."
+    std::string libraryExtension;  // behind the last "."
+    std::string key;               // identifies the library in generated code
 };
 
 /// One record of a library's table: what it declares, and the functions that it names.
@@ -49,6 +50,10 @@ public:
     [[nodiscard]] SlcIdentNode* GetMethodName() const { return m_info.methodName; }
     [[nodiscard]] SlcIdentNode* GetInit() const { return m_info.init; }
     [[nodiscard]] SlcIdentNode* GetCleanup() const { return m_info.cleanup; }
+    void SetInit(SlcIdentNode* init) { m_info.init = init; }
+    void SetCleanup(SlcIdentNode* cleanup) { m_info.cleanup = cleanup; }
+    /// As it was found, in a directory that is searched.
+    [[nodiscard]] const std::string& GetLibraryPath() const { return m_info.libraryPath; }
     /// File name of the library.
     [[nodiscard]] std::string GetLibraryFileName() const
     {

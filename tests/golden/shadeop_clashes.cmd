@@ -1,0 +1,1 @@
+cc -shared -fPIC -o one/ops.so one/ops.c && cc -shared -fPIC -o two/ops.so two/ops.c && shaderqx -Ione -Itwo shadeop_clashes.sl; sed 's/tint(s)/1/' shadeop_clashes.sl >agreed.sl && shaderqx -Ione -Itwo -d one agreed.sl && sqxdump one/shadeop_clashes.sqx | grep shadeop && grep '"shade"' one/shadeop_clashes.sqx

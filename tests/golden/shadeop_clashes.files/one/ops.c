@@ -1,0 +1,15 @@
+/* Overloads of one method that do not agree about what starts and ends it. */
+#include <stddef.h>
+
+typedef struct Record {
+    const char* declaration;
+    const char* init;
+    const char* cleanup;
+} Record;
+
+const Record shade_shadeops[] = {
+    {"color shade(float)", "", ""},
+    {"color shade(float, float)", "start", ""},
+    {"color shade(float, float, float)", "begin", "stop"},
+    {"", "", ""},
+};

@@ -1,0 +1,2 @@
+/* A library of the same file name. */
+const char* const tint_shadeops[] = {"color tint(float)", "", "", "", "", ""};
