@@ -135,10 +135,9 @@ void SlcAddVarsSymbolTable::Case(SlcTypeNode* type)
 void SlcAddVarsSymbolTable::Case(SlcDefExprNode* definition)
 {
     SlcIdentNode* ident = definition->GetIdent();
-    if (m_current->IsInCurrent(ident, false)) {
+    const bool isRepeated = m_current->IsInCurrent(ident, false);
+    if (isRepeated)
         m_errors->Error(PlaceOf(definition), "Illegal redefinition of variable", ident->GetName());
-        return;
-    }
     // Asked before the initializer is seen, which declares what it fails to find.
     const bool shadows = !m_storage->IsExtern() && m_current->IsVarInTable(ident);
     SlcTypeNode* type = DeclaredType(definition);
@@ -148,6 +147,12 @@ void SlcAddVarsSymbolTable::Case(SlcDefExprNode* definition)
             type = SlcTypeNode::CreateArrayType(AsArray(type)->GetElementType(),
                                                 LengthOf(initializer));
         CheckInitializer(definition, type);
+    }
+    if (isRepeated) {
+        // The passes behind this one walk it as any other definition, but no name means it.
+        definition->SetSymbolEntry(MakeShared<SlcVarSymbolEntry>(
+            ident, type, m_detail, SlcStorageSpecNode::ALocal(), false, nullptr));
+        return;
     }
     if (shadows)
         m_errors->Warning(
@@ -162,7 +167,8 @@ void SlcAddVarsSymbolTable::Case(SlcDefExprNode* definition)
 SlcTypeNode* SlcAddVarsSymbolTable::DeclaredType(const SlcDefExprNode* definition)
 {
     const std::string& name = definition->GetIdent()->GetName();
-    if (m_type->IsVoidType()) {
+    const SlcArrayTypeNode* array = AsArray(m_type);
+    if (m_type->IsVoidType() || (array && array->GetElementType()->IsVoidType())) {
         m_errors->Error(PlaceOf(definition), "Variable '" + name + "' cannot be of type void");
         return SlcTypeNode::AError();
     }

@@ -93,6 +93,7 @@ void SlcCheckSemantics::Case(SlcShaderDefNode* node)
 void SlcCheckSemantics::Case(SlcFuncDefNode* node)
 {
     m_errors->SetFuncName(node->GetIdent(), node->GetFileParsed());
+    CheckReturnType(node);
     SlcPtr<SlcSymbolTable> scope = m_declarations.AddFunctionFormals(node->GetFormals(), m_global,
                                                                      OuterScopes(), m_shaderType);
     NoteDefinitionScope(*scope);
@@ -112,6 +113,14 @@ void SlcCheckSemantics::Case(SlcFuncDefNode* node)
     const SlcBodyFacts facts = SlcGetBodyFacts()(node, m_shaderType);
     AddFunction(node, MakeShared<SlcFuncInfo>(node, std::move(usage), scope, body.m_hasIlluminate,
                                               body.m_hasIlluminance, facts, m_inlineBudget));
+}
+
+void SlcCheckSemantics::CheckReturnType(const SlcFuncDefNode* node)
+{
+    const auto* array = dynamic_cast<const SlcArrayTypeNode*>(node->GetReturnType());
+    if (array && array->GetElementType()->IsVoidType())
+        m_errors->Error(node, "Function '" + node->GetIdent()->GetName() +
+                                  "' cannot return an array of type void");
 }
 
 /// Only now that its body has been checked: a function cannot call itself.

@@ -67,6 +67,7 @@ private:
     [[nodiscard]] std::unique_ptr<SlcCheckUsage> BodyUsage(SlcFormalsNode* formals) const;
     /// Notes in the table of a function's formals where the function was defined.
     void NoteDefinitionScope(SlcSymbolTable& formals) const;
+    void CheckReturnType(const SlcFuncDefNode* node);
     void AddFunction(SlcFuncDefNode* node, SlcPtr<SlcAnnotation> info);
     /// Of a function of the same shape in the same scope, which calls from here on do not reach.
     void WarnOfReplaced(const SlcFuncDefNode* node, const SlcFuncSymbolEntry& replaced);

@@ -61,6 +61,15 @@ TEST(SlcCheckSemantics, DeclaresVariablesOnce)
         {"surface a() { void x; void y[2]; Ci = x; }",
          "1: ERROR: Variable 'x' cannot be of type void\n"
          "1: ERROR: Variable 'y' cannot be of type void"},
+        {"float f(float a) { float x = a; float x = 1; { float y[2]; float y[2] = {a, a}; }\n"
+         "return x; }\nsurface s() { Ci = f(u); }",
+         "1: ERROR: Illegal redefinition of variable: x\n"
+         "1: ERROR: Illegal redefinition of variable: y"},
+        {"void[] g() { }\nvoid f(void[] x) { }\nsurface a() { void[2.0] y; g(); Ci = 1; }",
+         "1: ERROR: Function 'g' cannot return an array of type void\n"
+         "1: WARNING: Function 'g' doesn't return a value\n"
+         "2: ERROR: Variable 'x' cannot be of type void\n"
+         "3: ERROR: Variable 'y' cannot be of type void"},
         {"surface a() { float[2.0] x[3]; float[] y[3]; Ci = 1; }",
          "1: ERROR: Array variable 'x' cannot hold arrays\n"
          "1: ERROR: Array variable 'y' cannot hold arrays"},
