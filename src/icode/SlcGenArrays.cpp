@@ -114,6 +114,12 @@ void SlcGenInterCode::GenArrayInit(const SlcOperand& array, SlcDetailNode* detai
     }
 }
 
+void SlcGenInterCode::GenArrayFill(const SlcOperand& array, const SlcOperand& value)
+{
+    for (int i = 0; i < Length(array); ++i)
+        GenPlainAssignment(GenElementRef(array, SlcLexType::Float(i), array->GetDetail()), value);
+}
+
 void SlcGenInterCode::GenArrayCopy(const SlcOperand& array, const SlcOperand& source)
 {
     const int length = std::min(Length(array), Length(source));

@@ -41,6 +41,8 @@ private:
 
 SlcOperand ZeroOf(const SlcTypeNode* type)
 {
+    if (const auto* array = dynamic_cast<const SlcArrayTypeNode*>(type))
+        return ZeroOf(array->GetElementType());
     return type->IsStringType() ? SlcLexType::String("\"\"") : SlcLexType::Float(0);
 }
 
@@ -59,14 +61,41 @@ void SlcGenInterCode::GenFuncBody(SlcProcCallExprNode* call, SlcStmtNode* body)
 void SlcGenInterCode::GenPlainBody(SlcProcCallExprNode* call, SlcStmtNode* body)
 {
     const std::size_t valuesBefore = m_values.size();
-    m_bodies.push_back({nullptr, nullptr, m_loops.size(), nullptr});
+    m_bodies.push_back({nullptr, nullptr, m_loops.size(), nullptr, call});
     body->ApplyWalker(this);
     m_bodies.pop_back();
     if (TypeOf(call)->IsVoidType() || m_values.size() > valuesBefore)
         return;
-    const SlcOperand result = GetResultVar(call, TypeOf(call), SlcDetailNode::AUniform());
-    AddInBlock(SlcDetailNode::AUniform(), MakeShared<SlcAssignICode>(result, ZeroOf(TypeOf(call))));
+    const SlcOperand result = GetResultVar(call, TypeOfResult(call), SlcDetailNode::AUniform());
+    GenZero(result);
     Push(result);
+}
+
+SlcTypeNode* SlcGenInterCode::TypeOfResult(SlcProcCallExprNode* call)
+{
+    auto* array = dynamic_cast<SlcArrayTypeNode*>(TypeOf(call));
+    if (!array || array->GetLength() != SlcDefExprNode::k_unspecifiedSize)
+        return TypeOf(call);
+    m_errors->Error(call, "The length of the result of '" + call->GetIdent()->GetName() +
+                              "' function is unknown");
+    return SlcTypeNode::CreateArrayType(array->GetElementType(), 1);
+}
+
+void SlcGenInterCode::GenCopy(const SlcOperand& result, const SlcOperand& value)
+{
+    if (result->GetType()->IsArrayType())
+        GenArrayCopy(result, value);
+    else
+        GenPlainAssignment(result, value);
+}
+
+void SlcGenInterCode::GenZero(const SlcOperand& result)
+{
+    const SlcOperand zero = ZeroOf(result->GetType());
+    if (result->GetType()->IsArrayType())
+        GenArrayFill(result, zero);
+    else
+        AddInBlock(result->GetDetail(), MakeShared<SlcAssignICode>(result, zero));
 }
 
 SlcOperand SlcGenInterCode::GenResultOfEarlyReturns(SlcProcCallExprNode* call)
@@ -74,8 +103,8 @@ SlcOperand SlcGenInterCode::GenResultOfEarlyReturns(SlcProcCallExprNode* call)
     if (TypeOf(call)->IsVoidType())
         return nullptr;
     // No pooled one: the statements of the body would release it.
-    SlcOperand result = MakeTempVar(TypeOf(call), SlcDetailNode::AVarying());
-    AddInBlock(result->GetDetail(), MakeShared<SlcAssignICode>(result, ZeroOf(TypeOf(call))));
+    SlcOperand result = MakeTempVar(TypeOfResult(call), SlcDetailNode::AVarying());
+    GenZero(result);
     return result;
 }
 
@@ -83,7 +112,7 @@ void SlcGenInterCode::GenBodyWithJumps(SlcProcCallExprNode* call, SlcStmtNode* b
 {
     const SlcOperand result = GenResultOfEarlyReturns(call);
     const SlcLabel end = GenLabel();
-    m_bodies.push_back({nullptr, result, m_loops.size(), end});
+    m_bodies.push_back({nullptr, result, m_loops.size(), end, call});
     body->ApplyWalker(this);
     m_bodies.pop_back();
     AddICode(end);
@@ -100,7 +129,7 @@ void SlcGenInterCode::GenBodyOfOneTrip(SlcProcCallExprNode* call, SlcStmtNode* b
     const SlcLabel end = GenLabel();
     GenAllActive(flag);
     AddICode(MakeShared<SlcSetUniformBoolFlagICode>(uniformFlag, flag));
-    m_bodies.push_back({flag, result, m_loops.size(), end});
+    m_bodies.push_back({flag, result, m_loops.size(), end, call});
     EnterCondition(flag, uniformFlag);
     body->ApplyWalker(this);
     LeaveCondition();
@@ -112,8 +141,8 @@ void SlcGenInterCode::GenBodyOfOneTrip(SlcProcCallExprNode* call, SlcStmtNode* b
         return;
     if (DetailOf(call)->IsUniform()) {
         // All points that return have the same value.
-        const SlcOperand uniformResult = GenTempVar(TypeOf(call), SlcDetailNode::AUniform());
-        GenPlainAssignment(uniformResult, result);
+        const SlcOperand uniformResult = GenTempVar(result->GetType(), SlcDetailNode::AUniform());
+        GenCopy(uniformResult, result);
         result = uniformResult;
     }
     Push(result);
@@ -130,7 +159,10 @@ void SlcGenInterCode::Case(SlcReturnStmtNode* node)
     }
     if (node->GetValue()) {
         const SlcOperand value = Evaluate(node->GetValue());
-        GenPlainAssignment(body.result, value);
+        SlcTypeNode* type = TypeOf(body.call);
+        GenCopy(body.result, type->IsArrayType()
+                                 ? ConvertedForCall(body.call, value, type, "the result")
+                                 : value);
     }
     if (m_withoutGrid) {
         AddICode(MakeShared<SlcGotoICode>(body.end));

@@ -51,7 +51,7 @@ void SlcGenInterCode::GenBuiltInCall(SlcProcCallExprNode* node)
 {
     SlcFuncSymbolEntry& entry = *node->GetSymbolEntry();
     const std::vector<SlcCallFormal> formals = SlcFormalsOf(*node);
-    BuiltInCall call{node, ReadAndCastParameters(formals), {}};
+    BuiltInCall call{node, ReadAndCastParameters(node, formals), {}};
     for (std::size_t i = 0; i < formals.size(); ++i)
         if (formals[i].isOutput)
             call.outputs.push_back(call.args[i]);

@@ -22,6 +22,18 @@ std::vector<SlcIdentNode*> FormalNames(const SlcFuncDefNode* function)
     return names;
 }
 
+/// 0 for an array of unknown length, and for what is no array.
+int LengthOf(const SlcTypeNode* type)
+{
+    const auto* array = dynamic_cast<const SlcArrayTypeNode*>(type);
+    return array ? array->GetLength() : 0;
+}
+
+std::string ArgumentName(std::size_t position)
+{
+    return "argument " + std::to_string(position + 1);
+}
+
 /// For the walk into the body, and for what the levels around it have left of theirs.
 bool HasStackFor(const SlcSyntaxNode* body)
 {
@@ -50,18 +62,33 @@ void SlcGenInterCode::Case(SlcProcCallExprNode* node)
 }
 
 std::deque<SlcOperand>
-SlcGenInterCode::ReadAndCastParameters(const std::vector<SlcCallFormal>& formals)
+SlcGenInterCode::ReadAndCastParameters(SlcProcCallExprNode* call,
+                                       const std::vector<SlcCallFormal>& formals)
 {
     std::deque<SlcOperand> args;
-    for (auto formal = formals.rbegin(); formal != formals.rend(); ++formal) {
-        if (formal->isOutput)
+    for (std::size_t i = formals.size(); i-- > 0;) {
+        if (formals[i].isOutput)
             args.push_front(PopReference());
-        else if (formal->type->IsAnyType())
+        else if (formals[i].type->IsAnyType())
             args.push_front(Pop());
         else
-            args.push_front(Converted(Pop(), formal->type));
+            args.push_front(ConvertedForCall(call, Pop(), formals[i].type, ArgumentName(i)));
     }
     return args;
+}
+
+SlcOperand SlcGenInterCode::ConvertedForCall(SlcProcCallExprNode* call, const SlcOperand& value,
+                                             SlcTypeNode* type, const std::string& what)
+{
+    if (!type->IsArrayType())
+        return Converted(value, type);
+    const int wanted = LengthOf(type);
+    const int length = LengthOf(value->GetType());
+    if (wanted != 0 && wanted != length)
+        m_errors->Error(call, "Array of length " + std::to_string(length) + " for " + what +
+                                  " of '" + call->GetIdent()->GetName() + "' function (length " +
+                                  std::to_string(wanted) + " expected)");
+    return value;
 }
 
 void SlcGenInterCode::FinishOutputArgument(const SlcOperand& argument)
@@ -104,7 +131,7 @@ void SlcGenInterCode::GenUserCall(SlcProcCallExprNode* call)
     // Some take a value as it comes: `return 1` of a color must give them a color.
     if (!TypeOf(call)->IsVoidType() &&
         !m_values.back().operand->GetType()->IsSameType(TypeOf(call)))
-        Push(Converted(Pop(), TypeOfCall(call)));
+        Push(ConvertedForCall(call, Pop(), TypeOfCall(call), "the result"));
 }
 
 bool SlcGenInterCode::MayExpand(SlcProcCallExprNode* call, const SlcFuncInfo& info)
@@ -129,31 +156,39 @@ std::vector<SlcOperand> SlcGenInterCode::BindFormals(SlcProcCallExprNode* call,
 {
     const std::vector<SlcIdentNode*> names = FormalNames(info.GetDefinition());
     std::vector<SlcOperand> outputs;
-    for (auto name = names.rbegin(); name != names.rend(); ++name) {
+    for (std::size_t i = names.size(); i-- > 0;) {
         SlcPtr<SlcVarSymbolEntry> formal;
         try {
-            formal = info.GetScope()->GetVarEntry(*name, false);
+            formal = info.GetScope()->GetVarEntry(names[i], false);
         } catch (const SlcSymbolNotFound&) {
-            m_errors->FatalError(call, "Not found '" + (*name)->GetName() + "' formal of '" +
+            m_errors->FatalError(call, "Not found '" + names[i]->GetName() + "' formal of '" +
                                            call->GetIdent()->GetName() +
                                            "' function during i-code generation");
         }
-        if (formal->GetStorage()->IsOutput()) {
-            outputs.push_back(PopReference());
-            formal->GetIntCodeVar() = outputs.back();
-        } else {
-            formal->GetIntCodeVar() = FormalOperand(*formal, Pop());
-        }
+        BindFormal(call, *formal, i);
+        if (formal->GetStorage()->IsOutput())
+            outputs.push_back(formal->GetIntCodeVar());
     }
     return outputs;
 }
 
 /// A variable stands for the formal itself; a constant, or a value of another type, is copied.
-SlcOperand SlcGenInterCode::FormalOperand(const SlcVarSymbolEntry& formal, const SlcOperand& value)
+void SlcGenInterCode::BindFormal(SlcProcCallExprNode* call, SlcVarSymbolEntry& formal,
+                                 std::size_t position)
 {
     SlcTypeNode* type = formal.GetType();
-    if (value->IsIdent())
-        return Converted(value, type);
+    const bool isOutput = formal.GetStorage()->IsOutput();
+    const SlcOperand value = isOutput ? PopReference() : Pop();
+    if (type->IsArrayType() || (!isOutput && value->IsIdent()))
+        formal.GetIntCodeVar() = ConvertedForCall(call, value, type, ArgumentName(position));
+    else
+        formal.GetIntCodeVar() = isOutput ? value : CopiedForFormal(formal, value);
+}
+
+SlcOperand SlcGenInterCode::CopiedForFormal(const SlcVarSymbolEntry& formal,
+                                            const SlcOperand& value)
+{
+    SlcTypeNode* type = formal.GetType();
     SlcDetailNode* detail =
         formal.GetDetail()->IsVarying() ? SlcDetailNode::AVarying() : SlcDetailNode::AUniform();
     const SlcOperand temporary = GenTempVar(type, detail);
@@ -167,7 +202,7 @@ void SlcGenInterCode::GenShadeopCall(SlcProcCallExprNode* call)
         m_errors->FatalError(call, "Use of DSO are disable "
                                    "(in SlcGenInterCode::Case(SlcPtr<SlcProcCallExprNode>)");
     const auto entry = CheckCast<SlcFuncDSOSymbolEntry>(call->GetSymbolEntry());
-    std::deque<SlcOperand> args = ReadAndCastParameters(SlcFormalsOf(*call));
+    std::deque<SlcOperand> args = ReadAndCastParameters(call, SlcFormalsOf(*call));
     SlcDetailNode* detail = DetailOfCall(call, args);
     const bool isVoid = TypeOf(call)->IsVoidType();
     const SlcOperand result = isVoid ? SlcOperand() : ShadeopResult(call, args, detail);

@@ -97,6 +97,7 @@ private:
         SlcOperand result;   // their value; null unless some return early with one
         std::size_t loops;   // varying loops around the call
         SlcLabel end;        // null unless some return early
+        SlcProcCallExprNode* call;
         bool ended = false;  // at a `return` that all points reach; its value is on the stack
     };
 
@@ -210,6 +211,12 @@ private:
     [[nodiscard]] SlcOperand GenArrayValue(const std::deque<SlcOperand>& elements,
                                            SlcTypeNode* type);
     void GenArrayCopy(const SlcOperand& array, const SlcOperand& source);
+    /// One value for all elements.
+    void GenArrayFill(const SlcOperand& array, const SlcOperand& value);
+    /// `value` where a call wants `type`. Of arrays it is a report if they differ in length, which
+    /// only an expansion tells for a formal of any length; `what` names the value in it.
+    [[nodiscard]] SlcOperand ConvertedForCall(SlcProcCallExprNode* call, const SlcOperand& value,
+                                              SlcTypeNode* type, const std::string& what);
 
     // Arithmetic and constructors.
     void GenBinOp(SlcBinOpExprNode* node);
@@ -376,6 +383,11 @@ private:
     /// The caller has put the temporaries in use out of reach.
     void GenFuncBody(SlcProcCallExprNode* call, SlcStmtNode* body);
     void GenPlainBody(SlcProcCallExprNode* call, SlcStmtNode* body);
+    /// The type of what the call gives, of an array with a length: one that is unknown is reported.
+    [[nodiscard]] SlcTypeNode* TypeOfResult(SlcProcCallExprNode* call);
+    void GenCopy(const SlcOperand& result, const SlcOperand& value);
+    /// What a point has that does not return.
+    void GenZero(const SlcOperand& result);
     void GenBodyOfOneTrip(SlcProcCallExprNode* call, SlcStmtNode* body);
     /// In a list that runs without a grid, a `return` is a jump.
     void GenBodyWithJumps(SlcProcCallExprNode* call, SlcStmtNode* body);
@@ -386,7 +398,7 @@ private:
     void Case(SlcProcCallExprNode* node) override;
     /// Pops the arguments, each as its formal wants it; gives them in source order.
     [[nodiscard]] std::deque<SlcOperand>
-    ReadAndCastParameters(const std::vector<SlcCallFormal>& formals);
+    ReadAndCastParameters(SlcProcCallExprNode* call, const std::vector<SlcCallFormal>& formals);
     /// Behind the call, for each argument that it has written.
     void FinishOutputArgument(const SlcOperand& argument);
     void GenUserCall(SlcProcCallExprNode* call);
@@ -394,8 +406,10 @@ private:
     [[nodiscard]] bool MayExpand(SlcProcCallExprNode* call, const SlcFuncInfo& info);
     [[nodiscard]] std::vector<SlcOperand> BindFormals(SlcProcCallExprNode* call,
                                                       const SlcFuncInfo& info);
-    [[nodiscard]] SlcOperand FormalOperand(const SlcVarSymbolEntry& formal,
-                                           const SlcOperand& value);
+    /// Binds the formal to the last value on the stack, argument `position` of the call.
+    void BindFormal(SlcProcCallExprNode* call, SlcVarSymbolEntry& formal, std::size_t position);
+    [[nodiscard]] SlcOperand CopiedForFormal(const SlcVarSymbolEntry& formal,
+                                             const SlcOperand& value);
     void GenShadeopCall(SlcProcCallExprNode* call);
     [[nodiscard]] std::vector<ConvertedArray> ConvertArraysForShadeop(std::deque<SlcOperand>& args);
     [[nodiscard]] SlcOperand ShadeopResult(SlcProcCallExprNode* call,

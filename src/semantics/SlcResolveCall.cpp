@@ -70,30 +70,58 @@ void SlcResolveCall::Resolve(SlcProcCallExprNode* call)
     m_leaves.clear();
     m_args = SlcArgsOf(call->GetArguments());
     SlcTypeNode* wanted = SettleWanted(call);
-    const bool isTyped = ResolveArgs(wanted);
-    if (!CheckShaderType() || !isTyped)
+    const Entry entry = ResolveArgs(wanted);
+    if (!CheckShaderType() || !entry)
         return;
-    call->SetSymbolEntry(
-        m_scope->GetUniqueFuncEntry(call->GetIdent(), wanted, m_args, false, true));
-    const Entry& entry = call->GetSymbolEntry();
+    call->SetSymbolEntry(entry);
     if (m_args.size() == entry->GetArgTypes().size())
         return;
     const auto leaves = m_leaves.find(&*entry);
     call->SetTailLeaves(leaves != m_leaves.end() ? std::move(leaves->second) : LeavesOfTail(entry));
 }
 
-bool SlcResolveCall::ResolveArgs(SlcTypeNode* wanted)
+SlcResolveCall::Entry SlcResolveCall::ResolveArgs(SlcTypeNode* wanted)
 {
     if (wanted->IsErrorType()) {
         for (const SlcExprNode* argument : m_args)
             TakeFirst(argument);
-        return false;
+        return nullptr;
     }
     std::vector<Types> expected(m_args.size());
     const auto candidates = FindCandidates(wanted);
     for (const Entry& entry : candidates)
         AddExpected(entry, expected);
-    return ChooseArgTypes(expected) && !candidates.empty();
+    if (!ChooseArgTypes(expected) || candidates.empty())
+        return nullptr;
+    return Choose(candidates, wanted);
+}
+
+SlcResolveCall::Entry SlcResolveCall::Choose(const std::vector<Entry>& candidates,
+                                             SlcTypeNode* wanted) const
+{
+    // The types that the arguments have by now are those of formals, and among these an array of
+    // any length is the same as one of another: a search by them may find what did not fit.
+    if (candidates.size() == 1)
+        return candidates.front();
+    const auto exact = std::find_if(candidates.begin(), candidates.end(),
+                                    [&](const Entry& entry) { return HasLengths(entry); });
+    Entry found = m_scope->GetUniqueFuncEntry(m_call->GetIdent(), wanted, m_args, false, true);
+    const bool fits = std::find(candidates.begin(), candidates.end(), found) != candidates.end();
+    if (exact != candidates.end() && !(fits && HasLengths(found)))
+        return *exact;
+    return fits ? found : candidates.front();
+}
+
+bool SlcResolveCall::HasLengths(const Entry& entry) const
+{
+    const auto& formals = entry->GetArgTypes();
+    for (std::size_t i = 0; i < formals.size(); ++i) {
+        const auto* formal = dynamic_cast<const SlcArrayTypeNode*>(formals[i]);
+        const auto* argument = dynamic_cast<const SlcArrayTypeNode*>(FirstType(m_args[i]));
+        if (formal && argument && formal->GetLength() != argument->GetLength())
+            return false;
+    }
+    return true;
 }
 
 std::vector<SlcResolveCall::Entry> SlcResolveCall::FindCandidates(SlcTypeNode* wanted)

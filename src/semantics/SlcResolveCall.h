@@ -23,8 +23,13 @@ private:
     using Types = std::vector<SlcTypeNode*>;
     using Entry = SlcPtr<SlcFuncSymbolEntry>;
 
-    /// Picks the types of the arguments for a call that gives `wanted`. False after a report.
-    [[nodiscard]] bool ResolveArgs(SlcTypeNode* wanted);
+    /// Picks the types of the arguments for a call that gives `wanted`, and then the overload.
+    /// Null after a report.
+    [[nodiscard]] Entry ResolveArgs(SlcTypeNode* wanted);
+    /// The one that is called, of at least one.
+    [[nodiscard]] Entry Choose(const std::vector<Entry>& candidates, SlcTypeNode* wanted) const;
+    /// Each array argument is as long as its formal, or of both it is unknown how long they are.
+    [[nodiscard]] bool HasLengths(const Entry& entry) const;
     /// The overloads that fit as they stand, or else those that fit by promotion.
     [[nodiscard]] std::vector<Entry> FindCandidates(SlcTypeNode* wanted);
     [[nodiscard]] bool Fits(const Entry& entry, bool promote);

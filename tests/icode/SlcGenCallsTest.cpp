@@ -164,6 +164,34 @@ TEST(SlcGenCalls, RefuseAnExpansionThatGrowsTooLarge)
               "test.sl:1: ERROR: Expansion of function 'f3' is too large\n");
 }
 
+TEST(SlcGenCalls, RefuseArraysOfAnotherLength)
+{
+    struct Case {
+        const char* functions;
+        const char* statement;
+        const char* reports;
+    };
+    static const Case cases[] = {
+        {"float g(float b[3]) { return b[2]; } float f(float a[]) { return g(a); }", "f(two);",
+         "Array of length 2 for argument 1 of 'g' function (length 3 expected)"},
+        {"void g(float x; output float b[3]) { } void f(output float a[]) { g(1, a); }", "f(two);",
+         "Array of length 2 for argument 2 of 'g' function (length 3 expected)"},
+        {"float[3.0] f(float a[]) { return a; }", "float[] x = f(two);",
+         "Array of length 2 for the result of 'f' function (length 3 expected)"},
+        {"float[] f(float a[]) { return a; }", "float[3.0] x = f(two);",
+         "Array of length 2 for the result of 'f' function (length 3 expected)"},
+        {"float[] f(float a[]) { if (u > 0) return a; }", "float[3.0] x = f(two);",
+         "Array of length 2 for the result of 'f' function (length 3 expected)"},
+        {"float[] f(float a[]) { if (u > 0) return a; }", "f(two);",
+         "The length of the result of 'f' function is unknown"},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(RefusalOf(std::string(c.functions) +
+                                " displacement t() { float two[2] = {1, 2}; " + c.statement + " }",
+                            PlainOptions()),
+                  "test.sl:1: ERROR: " + std::string(c.reports) + "\n");
+}
+
 TEST(SlcGenCalls, RefuseAnExpansionThatNestsTooDeep)
 {
     SlcOptionsControl options = PlainOptions();

@@ -271,6 +271,19 @@ TEST(Language, ExpandsFunctions)
         {"float sum(float a[]) { return a[0] + a[1]; } --- uniform float a[2] = {1, 2};"
          "r = sum(a) + u;",
          {3, 3.5, 4, 3, 3.5, 4}},
+        {"float[2.0] g(float a[]) { return a; } float f(float a[], b[2]) { return a[1] + b[0]; } "
+         "---"
+         "varying float a[2] = {u, v}; float[] b = g(a); r = f(b, a);",
+         {0, 0.5, 1, 1, 1.5, 2}},
+        {"float[2.0] none() { } float[] part(float a[]) { if (a[0] > 0.25) return a; } ---"
+         "varying float a[2] = {u, v}; float[2.0] b = none(); float[2.0] c = part(a);"
+         "r = b[0] + c[0] + 10 * c[1];",
+         {0, 0.5, 1, 0, 10.5, 11}},
+        {"float f(float a[]) { return 1; } float f(float a[3]) { return 2; }"
+         "float g(float a[]) { return f(a); } ---"
+         "uniform float a[2] = {0, 0}; uniform float b[3] = {0, 0, 0};"
+         "r = f(a) + 10 * f(b) + 100 * g(a);",
+         {121, 121, 121, 121, 121, 121}},
         {"--- float k = 2; float f(float x) { extern float k; k += x; return k; }"
          "r = f(u); r += k;",
          {4, 5, 6, 4, 5, 6}},
