@@ -51,7 +51,7 @@ void Put(SlcTokenValue& value, std::unique_ptr<Node> node)
     RefuseIfTooHigh(value);
 }
 
-/// A value at the scanner's position.
+/// A value at the scanner's position. Its node stays as it is, also a list that grows.
 template <class Node>
 void PutHere(SlcTokenValue& value, std::unique_ptr<Node> node)
 {

@@ -247,7 +247,7 @@ array_values_opt
 array_values
     : expression
         { auto node = std::make_unique<SlcArrayExprNode>(SlcScanner::Position());
-          node->AddExpr(Take<SlcExprNode>($1)); Put($$, std::move(node)); }
+          node->AddExpr(Take<SlcExprNode>($1)); PutHere($$, std::move(node)); }
     | array_values ',' expression
         { $$ = $1; As<SlcArrayExprNode>($$)->AddExpr(Take<SlcExprNode>($3)); }
     ;

@@ -62,3 +62,10 @@ TEST(SlcParser, TakesInputThatIsAsHighAsPassesCanWalk)
         EXPECT_LE(parsed.Root()->Height(), SlcSyntaxNode::k_maxHeight) << c.name;
     }
 }
+
+TEST(SlcParser, KeepsAListWhoseFirstElementIsAsHighAsCanBe)
+{
+    const ParsedSource parsed("surface s() { float x[2] = {a" +
+                              Repeat("+ a", SlcSyntaxNode::k_maxHeight) + ", a}; }");
+    EXPECT_EQ(parsed.Reports(), "10001: ERROR: Statement is nested too deeply\n");
+}
