@@ -15,6 +15,21 @@ bool IsWideOctal(const std::string& text, std::size_t i)
     return i + 2 < text.size() && text[i] >= '4' && isOctal(i) && isOctal(i + 1) && isOctal(i + 2);
 }
 
+/// The ends of lines end a literal too.
+std::string InLiteral(char c)
+{
+    switch (c) {
+    case '\n':
+        return "\\n";
+    case '\r':
+        return "\\r";
+    case '\0':
+        return "\\000";  // in full, since a digit may follow
+    default:
+        return {c};
+    }
+}
+
 }  // namespace
 
 std::string SlcEquCValue::GetString(const SlcOperand& operand)
@@ -71,7 +86,7 @@ std::string SlcEquCValue::Quote(const std::string& text)
             quoted += '\\';
         }
         if (!unknown)
-            quoted += text[i];
+            quoted += InLiteral(text[i]);
     }
     return quoted;
 }
@@ -82,10 +97,7 @@ std::string SlcEquCValue::Literal(const std::string& text)
     for (const char c : text) {
         if (c == '"' || c == '\\')
             literal += '\\';
-        if (c == '\n')
-            literal += "\\n";
-        else
-            literal += c;
+        literal += InLiteral(c);
     }
     return literal + '"';
 }

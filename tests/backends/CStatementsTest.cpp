@@ -80,8 +80,9 @@ TEST(SlcEquCValue, PrintsOperands)
         {SlcLexType::Int(-7, true), "-7", "-7"},
         {SlcLexType::Bool(true), "true", "true"},
         {Text("a\\n\\\"b\\\\"), R"("a\n\"b\\")", R"("a\n\"b\\")"},
-        {Text("??/?\\?"), R"("?\?/?\?")", R"("?\?/?\?")"},
+        {Text("?\?/?\\?"), R"("?\?/?\?")", R"("?\?/?\?")"},
         {Text("\\777\\47 \\4"), R"("\377\47 \4")", R"("\377\47 \4")"},
+        {Text("a\nb\\\n\rc"), R"("a\nb\n\rc")", R"("a\nb\n\rc")"},
         {Text("\\q\\x1\\101"), R"("qx1\101")", R"("qx1\101")"},  // C++ refuses a bare \x
         {Uniform("x_1"), "u.x_1", "u.x_1"},
         {Uniform("r_", RefTo(T::AFloat())), "*(u.r_)", "*(u.r_)"},
