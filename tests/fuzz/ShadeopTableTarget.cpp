@@ -23,7 +23,9 @@ const char* PointerAt(Bytes places, std::size_t number, Bytes memory)
 {
     const std::size_t low = places[number * k_placeSize];
     const std::size_t place = low + 256 * std::size_t{places[number * k_placeSize + 1]};
-    return place == 0xffff ? nullptr : reinterpret_cast<const char*>(memory.data()) + place;
+    // As a number, since a pointer must not leave its object even unread.
+    const auto begin = reinterpret_cast<std::uintptr_t>(memory.data());
+    return place == 0xffff ? nullptr : reinterpret_cast<const char*>(begin + place);
 }
 
 void ReadDeclaration(std::string_view text)
