@@ -1,7 +1,7 @@
 // Shared objects compute what byte-code computes, at every optimization level.
 //
 // SLC_AGREE_CXX is the level of the C++ compiler, -O0 unless set; SLC_AGREE_RANDOM the number of
-// random shaders; SLC_AGREE_TESTS the filter of the tests whose shaders are compared.
+// random shaders of each generator; SLC_AGREE_TESTS the filter of the tests whose shaders are compared.
 
 #include <gtest/gtest.h>
 
@@ -20,6 +20,7 @@
 #include "host/SharedObjects.h"
 #include "host/SharedRun.h"
 #include "random/RandomShader.h"
+#include "random/ReferenceShader.h"
 #include "support/reports/SlcSemanticError.h"
 
 namespace {
@@ -156,5 +157,18 @@ TEST_F(Agreement, OfRandomShaders)
     const unsigned long count = std::stoul(Setting("SLC_AGREE_RANDOM", "24"));
     for (unsigned int seed = 1; seed <= count; ++seed)
         sources.push_back({"seed " + std::to_string(seed), RandomShader(seed).Make().Text()});
+    ExpectAgreement(sources);
+}
+
+/// The byte-code of these is held against values that are known, elsewhere.
+TEST_F(Agreement, OfReferenceShaders)
+{
+    std::vector<Source> sources;
+    const unsigned long count = std::stoul(Setting("SLC_AGREE_RANDOM", "12"));
+    for (unsigned int seed = 1; sources.size() < count; ++seed) {
+        const ReferenceProgram program = ReferenceShader(seed).Make();
+        if (JudgeProgram(program) == ReferenceVerdict::Accepted)
+            sources.push_back({"seed " + std::to_string(seed), program.Text()});
+    }
     ExpectAgreement(sources);
 }

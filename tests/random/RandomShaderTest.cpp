@@ -4,32 +4,11 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
-#include "helpers/CheckedShader.h"
+#include "random/RandomRun.h"
 #include "random/RandomShader.h"
-#include "run/RunShader.h"
+#include "random/ShrinkStatements.h"
 
 namespace {
-
-unsigned int Setting(const char* name, unsigned int otherwise)
-{
-    const char* text = std::getenv(name);
-    return text ? static_cast<unsigned int>(std::strtoul(text, nullptr, 10)) : otherwise;
-}
-
-bool IsAccepted(const std::string& source)
-{
-    SlcOptionsControl options;
-    return CheckedShader(source, options).IsAccepted();
-}
-
-RunOutcome RunByteCode(const std::string& byteCode)
-{
-    SqxMachine machine;
-    machine.SetStepLimit(2000000);
-    return RunShader(machine, byteCode);
-}
 
 /// Where a level computes otherwise than the plain one; empty if none does.
 std::string Disagreement(const RandomProgram& program)
@@ -60,10 +39,11 @@ public:
 
     RandomProgram Shrink()
     {
+        const auto stillFails = [this] { return StillFails(); };
         for (bool smaller = true; smaller;) {
-            smaller = ShrinkList(m_program.body);
+            smaller = ShrinkStatements(m_program.body, stillFails);
             for (auto& function : m_program.functions)
-                smaller |= ShrinkList(function.body);
+                smaller |= ShrinkStatements(function.body, stillFails);
         }
         return m_program;
     }
@@ -80,36 +60,6 @@ private:
     static bool IsEndless(const std::string& disagreement)
     {
         return disagreement.find("does not end") != std::string::npos;
-    }
-
-    bool ShrinkList(std::vector<RandomStatement>& list)
-    {
-        bool smaller = false;
-        for (std::size_t i = 0; i < list.size();) {
-            if (Replace(list, i, {}) ||
-                (list[i].hasBody && Replace(list, i, std::vector(list[i].body)))) {
-                smaller = true;
-                continue;
-            }
-            smaller |= ShrinkList(list[i].body);
-            smaller |= ShrinkList(list[i].otherwise);
-            ++i;
-        }
-        return smaller;
-    }
-
-    /// Puts other statements in the place of one; undone if the fault goes with it.
-    bool Replace(std::vector<RandomStatement>& list, std::size_t place,
-                 const std::vector<RandomStatement>& others)
-    {
-        const std::vector<RandomStatement> before = list;
-        list.erase(list.begin() + static_cast<std::ptrdiff_t>(place));
-        list.insert(list.begin() + static_cast<std::ptrdiff_t>(place), others.begin(),
-                    others.end());
-        if (StillFails())
-            return true;
-        list = before;
-        return false;
     }
 
     RandomProgram m_program;

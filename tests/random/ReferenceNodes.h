@@ -1,0 +1,67 @@
+#pragma once
+
+#include "random/ReferenceTree.h"
+
+// Shorthand for the nodes of a reference program.
+
+inline ReferenceExpr Constant(float number)
+{
+    return {ReferenceExpr::Kind::Number, {}, number};
+}
+
+inline ReferenceExpr Reference(const ReferenceVariable* variable)
+{
+    ReferenceExpr expr = {ReferenceExpr::Kind::Variable};
+    expr.variable = variable;
+    return expr;
+}
+
+inline ReferenceExpr BuiltIn(const std::string& word, std::vector<ReferenceExpr> operands)
+{
+    ReferenceExpr expr = {ReferenceExpr::Kind::BuiltIn, word};
+    expr.operands = std::move(operands);
+    return expr;
+}
+
+inline ReferenceExpr Operator(const std::string& word, std::vector<ReferenceExpr> operands)
+{
+    ReferenceExpr expr = {ReferenceExpr::Kind::Operator, word};
+    expr.operands = std::move(operands);
+    return expr;
+}
+
+inline ReferenceExpr Bounded(ReferenceExpr expr, float bound = 64)
+{
+    return BuiltIn("clamp", {std::move(expr), Constant(-bound), Constant(bound)});
+}
+
+inline ReferenceStatement Declare(const ReferenceVariable* variable, ReferenceExpr value)
+{
+    ReferenceStatement statement = {ReferenceStatement::Kind::Declare};
+    statement.variable = variable;
+    statement.value = std::move(value);
+    return statement;
+}
+
+inline ReferenceStatement Assign(ReferenceExpr target, const std::string& word, ReferenceExpr value)
+{
+    ReferenceStatement statement = {ReferenceStatement::Kind::Assign, word};
+    statement.target = std::move(target);
+    statement.value = std::move(value);
+    return statement;
+}
+
+inline ReferenceExpr List(std::vector<ReferenceExpr> elements)
+{
+    ReferenceExpr list = {ReferenceExpr::Kind::List};
+    list.operands = std::move(elements);
+    return list;
+}
+
+/// A declaration that wants the value to be uniform is sure to get it.
+inline bool IsSurelyUniform(const ReferenceExpr& expr)
+{
+    ReferenceVariable variable;
+    variable.detail = ReferenceDetail::Uniform;
+    return JudgeStatement(Declare(&variable, expr)) == ReferenceVerdict::Accepted;
+}

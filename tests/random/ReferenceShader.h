@@ -1,0 +1,126 @@
+#pragma once
+
+#include <random>
+#include <string>
+#include <vector>
+
+#include "random/ReferenceTree.h"
+
+/// Writes surface shaders around what uniform and varying values meet in: uniform variables that
+/// functions compute, arrays of both details whose elements are outputs, nested functions with
+/// `extern`, conditions that guard the reading of elements, strings, and loops around all of it.
+///
+/// All numbers are multiples of 1/8 and small, so that every way to compute them gives the same,
+/// and no variable is reached under two names by one call. Uniform variables are written only where
+/// all points go together. Every loop ends.
+class ReferenceShader {
+public:
+    explicit ReferenceShader(unsigned int seed) : m_random(seed) {}
+    [[nodiscard]] ReferenceProgram Make();
+
+private:
+    using Variable = const ReferenceVariable*;
+    using Function = std::shared_ptr<ReferenceFunction>;
+    using Expr = ReferenceExpr;
+    using Statement = ReferenceStatement;
+    using Type = ReferenceType;
+
+    /// Whether an expression must have one value for all points.
+    enum class Need { Any, Uniform };
+
+    struct Loop {
+        bool leavesForSome;  // by a break or continue that not all points take
+        int guard;           // of its body
+    };
+
+    /// What a call does beside its result.
+    struct Effects {
+        std::vector<Variable> touched;         // outer variables that the body names
+        std::vector<Variable> uniformWritten;  // those of them that it writes, if uniform
+        bool writes = false;                   // outputs or outer variables
+    };
+
+    struct Callable {
+        Function function;
+        Effects effects;
+        bool nested;  // which functions beside it do not see
+    };
+
+    /// What may stand at a place.
+    struct Scope {
+        std::vector<Variable> variables;
+        std::vector<Variable> fixed;    // of them, those that are only read
+        std::vector<Variable> indices;  // of them, those that are 0 to 2
+        std::vector<Callable> functions;
+        std::vector<Loop> loops;
+        int depth = 0;
+        int guard = 0;               // the innermost control flow that differs from point to point
+        int bodyGuard = 0;           // that of the body of the function at hand
+        std::size_t outer = 0;       // variables in front of this belong around the function
+        Effects* effects = nullptr;  // of the function at hand; null in the shader
+        bool plain = false;          // names nothing that differs from point to point
+        bool mayReturn = false;
+        bool left = false;  // some points may have left a loop
+    };
+
+    [[nodiscard]] int Below(int count);
+    [[nodiscard]] bool Chance(int percent) { return Below(100) < percent; }
+    template <class Item>
+    [[nodiscard]] const Item& OneOf(const std::vector<Item>& items)
+    {
+        return items[static_cast<std::size_t>(Below(static_cast<int>(items.size())))];
+    }
+
+    Variable Add(const std::string& name, Type type, ReferenceDetail detail, std::size_t length,
+                 int guard);
+    [[nodiscard]] std::string NewName(const char* stem) { return stem + std::to_string(m_names++); }
+
+    // Statements.
+    void Predefine(Scope& scope);
+    void Finish(std::vector<Statement>& body, const Scope& scope);
+    [[nodiscard]] std::vector<Statement> Statements(Scope& scope, int count);
+    void AddStatement(Scope& scope, std::vector<Statement>& statements);
+    [[nodiscard]] Statement AnyStatement(Scope& scope);
+    [[nodiscard]] Statement Declaration(Scope& scope);
+    [[nodiscard]] Statement Assignment(Scope& scope);
+    [[nodiscard]] Statement AssignNumber(Scope& scope, const Expr& target);
+    [[nodiscard]] Statement AssignPoint(Scope& scope);
+    [[nodiscard]] Statement AssignText(Scope& scope, Variable target);
+    [[nodiscard]] Statement CallForEffect(Scope& scope);
+    [[nodiscard]] Statement If(Scope& scope);
+    [[nodiscard]] Statement LoopBlock(Scope& scope);
+    [[nodiscard]] Statement Leave(Scope& scope);
+    [[nodiscard]] Statement NestedFunction(Scope& scope);
+    [[nodiscard]] Function MakeFunction(Scope& scope, Effects& effects);
+    void AddRounds(Scope& scope, std::vector<Statement>& body);
+    [[nodiscard]] Expr Result(Scope& scope, const Function& function);
+    [[nodiscard]] bool IsUniformIfArgumentsAre(const Function& function);
+    void DeclareExterns(ReferenceFunction& function, const Effects& effects);
+    void MakeFormals(Scope& inside, ReferenceFunction& function, Effects& effects);
+
+    // Expressions.
+    [[nodiscard]] Expr Number(Scope& scope, int depth, Need need);
+    [[nodiscard]] Expr OpenNumber(Scope& scope);
+    [[nodiscard]] Expr NumberLeaf(Scope& scope, Need need);
+    [[nodiscard]] Expr ElementOf(Scope& scope, Variable array, Need need);
+    [[nodiscard]] Expr Condition(Scope& scope, int depth, Need need);
+    [[nodiscard]] Expr GuardedElement(Scope& scope, Variable array, Need need);
+    [[nodiscard]] Expr Text(Scope& scope, Need need);
+    [[nodiscard]] Expr Point(Scope& scope, int depth);
+    [[nodiscard]] Expr PureCall(Scope& scope, Need need, const std::string& type);
+    [[nodiscard]] bool Arguments(Scope& scope, const Callable& callable, Need need, Expr& call);
+
+    [[nodiscard]] std::vector<Variable> Variables(const Scope& scope, Type type, bool array,
+                                                  Need need) const;
+    [[nodiscard]] std::vector<Variable> Targets(const Scope& scope, Type type, bool array) const;
+    [[nodiscard]] bool IsWritable(const Scope& scope, Variable variable) const;
+    Variable Use(Scope& scope, Variable variable, bool write);
+
+    std::mt19937 m_random;
+    ReferenceProgram m_program;
+    Variable m_P = nullptr;
+    Variable m_Ps = nullptr;
+    int m_names = 0;
+    int m_guards = 0;
+    bool m_planted = false;  // a statement that is refused
+};

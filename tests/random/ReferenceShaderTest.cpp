@@ -1,0 +1,155 @@
+// Random shaders compute what one expects of them, at every optimization level, and those that
+// break the rules of uniform and varying values are refused.
+//
+// SLC_REFERENCE_SEED and SLC_REFERENCE_COUNT choose other shaders, and as many as one wants.
+
+#include <gtest/gtest.h>
+
+#include <exception>
+
+#include "random/RandomRun.h"
+#include "random/ReferenceShader.h"
+#include "random/ShrinkStatements.h"
+
+namespace {
+
+/// A fault, and its kind, which stays while the shader is made smaller.
+struct Fault {
+    enum Kind { None, Accepted, Refused, Values } kind = None;
+    std::string text = {};
+};
+
+/// What the shader leaves behind at all points of the machine's grid of 3 by 2.
+RunOutcome Expected(const ReferenceProgram& program)
+{
+    RunOutcome outcome;
+    for (const ReferenceVariable* output : program.outputs)
+        outcome.outputs.push_back({output->name, {}});
+    for (int point = 0; point < 6; ++point) {
+        const auto numbers = EvaluateAtPoint(program, 0.5F * static_cast<float>(point % 3),
+                                             static_cast<float>(point / 3));
+        auto next = numbers.begin();
+        for (std::size_t i = 0; i < program.outputs.size(); ++i) {
+            const auto end = next + (program.outputs[i]->type == ReferenceType::Point ? 3 : 1);
+            auto& all = outcome.outputs[i].numbers;
+            all.insert(all.end(), next, end);
+            next = end;
+        }
+    }
+    return outcome;
+}
+
+/// Puts the outputs in the order of the others, without those that these do not have.
+void Align(RunOutcome& outcome, const RunOutcome& wanted)
+{
+    std::vector<RunOutcome::Output> outputs;
+    for (const auto& output : wanted.outputs)
+        for (auto& own : outcome.outputs)
+            if (own.name == output.name)
+                outputs.push_back(std::move(own));
+    outcome.outputs = std::move(outputs);
+}
+
+Fault FindValueFault(const std::string& source, const ReferenceProgram& program)
+{
+    RunOutcome expected = Expected(program);
+    for (int level = 0; level <= 3; ++level) {
+        const std::string byteCode = ByteCodeOf(source, level);
+        if (byteCode.empty())
+            continue;  // too large for byte-code
+        RunOutcome outcome = RunByteCode(byteCode);
+        Align(outcome, expected);
+        if (outcome.fault.empty())
+            Align(expected, outcome);
+        const std::string difference = Difference(outcome, expected);
+        if (!difference.empty())
+            return {Fault::Values, "-O" + std::to_string(level) + ": " + difference};
+    }
+    return {};
+}
+
+Fault FindFault(const ReferenceProgram& program)
+{
+    const std::string source = program.Text();
+    SlcOptionsControl options;
+    const CheckedShader checked(source, options);
+    const bool accepted = checked.IsAccepted();
+    const ReferenceVerdict verdict = JudgeProgram(program);
+    if (!accepted) {
+        if (verdict == ReferenceVerdict::Accepted)
+            return {Fault::Refused, checked.Output()};
+        return {};
+    }
+    if (verdict == ReferenceVerdict::Refused)
+        return {Fault::Accepted, "is accepted"};
+    return FindValueFault(source, program);
+}
+
+/// That of a program from which more may have been taken than it can do without.
+Fault::Kind FaultKind(const ReferenceProgram& program)
+{
+    try {
+        const Fault fault = FindFault(program);
+        if (fault.kind != Fault::Refused)
+            return fault.kind;
+        for (const char* missing : {"Undefined", "outer scope", "doesn't return"})
+            if (fault.text.find(missing) != std::string::npos)
+                return Fault::None;
+        return fault.kind;
+    } catch (const std::exception&) {
+        return Fault::None;
+    }
+}
+
+bool ShrinkFunctions(std::vector<ReferenceStatement>& list, const auto& stillFails)
+{
+    bool smaller = false;
+    for (ReferenceStatement& statement : list) {
+        if (statement.function)
+            smaller |= ShrinkStatements(statement.function->body, stillFails);
+        smaller |= ShrinkFunctions(statement.body, stillFails);
+        smaller |= ShrinkFunctions(statement.otherwise, stillFails);
+    }
+    return smaller;
+}
+
+void Shrink(ReferenceProgram& program, Fault::Kind kind)
+{
+    const auto stillFails = [&] { return FaultKind(program) == kind; };
+    if (!stillFails())
+        return;
+    for (bool smaller = true; smaller;) {
+        smaller = ShrinkStatements(program.body, stillFails);
+        smaller |= ShrinkFunctions(program.body, stillFails);
+        for (auto& function : program.functions)
+            smaller |= ShrinkStatements(function->body, stillFails);
+        for (std::size_t i = program.functions.size(); i-- > 0;) {
+            const auto functions = program.functions;
+            program.functions.erase(program.functions.begin() + static_cast<std::ptrdiff_t>(i));
+            if (!stillFails())
+                program.functions = functions;
+        }
+    }
+}
+
+}  // namespace
+
+TEST(ReferenceShaders, ComputeWhatOneExpects)
+{
+    const unsigned int first = Setting("SLC_REFERENCE_SEED", 1);
+    const unsigned int count = Setting("SLC_REFERENCE_COUNT", 300);
+    int verdicts[3] = {};
+    for (unsigned int seed = first; seed < first + count; ++seed) {
+        ReferenceProgram program = ReferenceShader(seed).Make();
+        ++verdicts[static_cast<int>(JudgeProgram(program))];
+        const Fault fault = FindFault(program);
+        if (fault.kind == Fault::None)
+            continue;
+        Shrink(program, fault.kind);
+        ADD_FAILURE() << "seed " << seed << ", " << fault.text
+                      << "\nsmaller: " << FindFault(program).text << '\n'
+                      << program.Text();
+    }
+    std::cout << "seeds from " << first << ": " << verdicts[0] << " accepted, " << verdicts[1]
+              << " open, " << verdicts[2] << " refused\n";
+}

@@ -1,0 +1,117 @@
+#pragma once
+
+#include <array>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+// The tree of a random shader whose values are known without the compiler: it writes the source,
+// and is evaluated by itself, point by point. It has its own notion of everything and shares
+// nothing with the compiler.
+
+enum class ReferenceType { Float, Point, String };
+
+/// What the declaration says. Without a word the detail of a function's variable is that of what it
+/// is given.
+enum class ReferenceDetail { Uniform, Varying, Open };
+
+struct ReferenceVariable {
+    std::string name;
+    ReferenceType type = ReferenceType::Float;
+    ReferenceDetail detail = ReferenceDetail::Varying;
+    std::size_t length = 0;  // elements of an array; 0 for none
+    std::size_t place = 0;   // of its first value in the state of a point
+    int guard = 0;           // the innermost varying control flow around the declaration
+};
+
+struct ReferenceFunction;
+
+struct ReferenceExpr {
+    enum class Kind {
+        Number,
+        Text,
+        Variable,
+        Element,   // of `variable`, the first operand is the index
+        List,      // of an array's initializer
+        Operator,  // `word` between two operands, in front of one
+        BuiltIn,   // `word` is its name
+        Choice,    // condition ? a : b
+        Call
+    };
+
+    Kind kind = Kind::Number;
+    std::string word = {};
+    float number = 0;
+    const ReferenceVariable* variable = nullptr;
+    std::shared_ptr<ReferenceFunction> function = nullptr;
+    std::vector<ReferenceExpr> operands = {};
+
+    void Write(std::string& text) const;
+};
+
+struct ReferenceStatement {
+    enum class Kind {
+        Declare,   // `variable`, with `value`
+        Assign,    // `target` `word` `value`
+        Evaluate,  // `value`
+        If,        // `value` is the condition
+        While,
+        For,  // over `variable` from 0
+        Block,
+        Break,  // `levels` loops
+        Continue,
+        Return,
+        Function,  // defines `function`
+    };
+
+    Kind kind = Kind::Block;
+    std::string word = {};
+    const ReferenceVariable* variable = nullptr;
+    ReferenceExpr target = {};
+    ReferenceExpr value = {};
+    int levels = 1;
+    std::shared_ptr<ReferenceFunction> function = nullptr;
+    std::vector<ReferenceStatement> body = {};
+    std::vector<ReferenceStatement> otherwise = {};  // behind `else`; empty for none
+
+    void Write(std::string& text, int depth) const;
+};
+
+struct ReferenceFunction {
+    struct Formal {
+        const ReferenceVariable* variable;
+        bool output;
+    };
+
+    std::string name;
+    std::string type;  // "void" for none
+    std::vector<Formal> formals;
+    std::vector<const ReferenceVariable*> externs;  // outer variables that it declares
+    std::vector<ReferenceStatement> body;
+
+    void Write(std::string& text, int depth) const;
+};
+
+struct ReferenceProgram {
+    std::vector<std::unique_ptr<ReferenceVariable>> variables;
+    std::vector<std::shared_ptr<ReferenceFunction>> functions;
+    std::vector<ReferenceStatement> body;
+    std::size_t numbers = 0;  // that a point has
+    std::size_t texts = 0;
+    std::map<std::string, const ReferenceVariable*> predefined;
+    std::vector<const ReferenceVariable*> outputs;
+
+    [[nodiscard]] std::string Text() const;
+};
+
+/// Whether the rules of uniform and varying values accept a program, as far as they are plain.
+enum class ReferenceVerdict { Accepted, Open, Refused };
+
+/// For a statement of the shader's body, with all inside it.
+[[nodiscard]] ReferenceVerdict JudgeStatement(const ReferenceStatement& statement);
+[[nodiscard]] ReferenceVerdict JudgeProgram(const ReferenceProgram& program);
+
+/// What the outputs hold in the end at the point of a grid, one number after the other, in the
+/// program's order.
+[[nodiscard]] std::vector<float> EvaluateAtPoint(const ReferenceProgram& program, float u, float v);
