@@ -5,6 +5,7 @@
 
 #include "QxShaderSupport.h"
 #include "QxShading.h"
+#include "QxText.h"
 
 // What the frame of a generated file calls: storage, descriptions, spaces and shadeop libraries.
 
@@ -78,9 +79,7 @@ inline void QxInitVarValue(QxVar& variable, const char* space, QxTokenInfo::QxCl
 inline void QxReportBadArrayIndex(QxShaderSupport* support, const char* file, int line,
                                   const char* array, float index)
 {
-    char place[64];
-    std::snprintf(place, sizeof place, ":%d: index %g", line, static_cast<double>(index));
-    support->Report(std::string(file) + place + " is outside of array '" + array + "'");
+    support->Report(QxBadArrayIndexText(file, line, array, index));
 }
 
 // The place in the generated file says nothing to the shader's author.

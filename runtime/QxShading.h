@@ -193,7 +193,13 @@ public:
         m_useDefault = false;
     }
     /// The same for a value of each point, laid out as they are stored.
-    void SetValueForEachPoint(const void* values);
+    void SetValueForEachPoint(const void* values)
+    {
+        StoreForEachPoint(values);
+        m_useDefault = false;
+    }
+    /// The same for a value of the shader's own.
+    void StoreForEachPoint(const void* values);
     /// What is stored is the host's.
     void KeepValue() { m_useDefault = false; }
 
@@ -290,9 +296,8 @@ __attribute__((noinline)) inline void QxVar::StoreStrings(const char* const* val
             StoreString(element * m_points + point, value[element]);
 }
 
-__attribute__((noinline)) inline void QxVar::SetValueForEachPoint(const void* values)
+__attribute__((noinline)) inline void QxVar::StoreForEachPoint(const void* values)
 {
-    m_useDefault = false;
     for (std::size_t place = 0; place < m_strings.size(); ++place)
         StoreString(place, static_cast<const char* const*>(values)[place]);
     if (m_type != QxValueType::String)

@@ -110,3 +110,11 @@ inline bool QxMatch(const char* expression, const char* text)
     regfree(&compiled);
     return found;
 }
+
+/// What a shader reports of an index outside of an array.
+inline std::string QxBadArrayIndexText(const char* file, int line, const char* array, float index)
+{
+    char place[64];
+    std::snprintf(place, sizeof place, ":%d: index %g", line, static_cast<double>(index));
+    return std::string(file) + place + " is outside of array '" + array + "'";
+}

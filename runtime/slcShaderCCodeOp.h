@@ -30,7 +30,8 @@
 #include "QxFrameSupport.h"
 #include "QxSceneNames.h"
 
-static const float QX_PI = QX_PI_FLOAT;
+// As byte-code and folded expressions write it, so that a shader has one PI however it was compiled.
+static const float QX_PI = 3.141593e+00f;
 
 // What a block with a variable argument list does not say of its arguments' types. Where the format
 // is a constant that fits them, it tells the types; elsewhere the block has a variable of this

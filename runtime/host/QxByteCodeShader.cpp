@@ -1,20 +1,50 @@
 #include "host/QxByteCodeShader.h"
 
-#include "host/QxHostError.h"
+#include "machine/QxMachineRun.h"
 
-QxByteCodeShader::QxByteCodeShader(std::string_view, const std::string& name,
-                                   const std::vector<std::string>&)
-    : QxShader(name)
+class QxByteCodeShader::Run : public QxShaderRun {
+public:
+    explicit Run(const QxMachineProgram& program) : m_run(program) {}
+
+    void Initialize(const QxShadingContext& context, const QxFrame3D**,
+                    std::vector<QxVar>& variables) override
+    {
+        m_run.Initialize(context, variables);
+    }
+    void Evaluate(const QxGrid& layout, const QxShadingContext& context,
+                  const QxHiddenVariables& hidden, std::vector<QxVar>& variables,
+                  std::vector<QxLightInput>& lights) override
+    {
+        m_run.Evaluate(layout, context, hidden, variables, lights);
+    }
+    void SetStepLimit(std::size_t limit) override { m_run.SetStepLimit(limit); }
+
+private:
+    QxMachineRun m_run;
+};
+
+QxByteCodeShader::QxByteCodeShader(std::string_view bytes, const std::string& name,
+                                   const std::vector<std::string>& shadeopFolders,
+                                   QxKernelChoice kernels)
+    : QxShader(name),
+      m_program(bytes, name, shadeopFolders, kernels)
 {
-    throw QxHostError("Shader '" + name + "' is byte-code, a shader built with --dso was expected");
+    m_type = m_program.Type();
+    for (const QxMachineProgram::Parameter& parameter : m_program.Parameters())
+        m_parameters.push_back({parameter.name, parameter.type, parameter.varying, parameter.length,
+                                parameter.output, parameter.space, parameter.needsObjectSpace});
+    m_predefined = m_program.Predefined();
+    m_spaceNames = m_program.Spaces();
+    m_tracesRays = m_program.TracesRays();
+    m_modifiesP = m_program.ModifiesP();
 }
 
 std::unique_ptr<QxShaderRun> QxByteCodeShader::NewRun() const
 {
-    return nullptr;
+    return std::make_unique<Run>(m_program);
 }
 
-bool QxByteCodeShader::IsDefaultPerPoint(std::size_t) const
+bool QxByteCodeShader::IsDefaultPerPoint(std::size_t parameter) const
 {
-    return false;
+    return m_program.IsDefaultPerPoint(parameter);
 }

@@ -10,7 +10,7 @@
 //     plastic.Run(grid, scene);
 //     std::span<QxRGBColor> colors = grid.Values<QxRGBColor>("Ci");
 
-#include "host/QxHostError.h"
+#include "QxHostError.h"
 #include "host/QxHostGrid.h"
 #include "host/QxHostScene.h"
 #include "host/QxHostValue.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "host/QxHostError.h"
+#include "QxHostError.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "QxMatrixMath.h"
-#include "host/QxHostError.h"
+#include "QxHostError.h"
 #include "host/QxShaderInstance.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #include "host/QxHostValue.h"
 
-#include "host/QxHostError.h"
+#include "QxHostError.h"
 
 namespace {
 

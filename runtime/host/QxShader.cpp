@@ -6,7 +6,7 @@
 #include <iterator>
 
 #include "host/QxByteCodeShader.h"
-#include "host/QxHostError.h"
+#include "QxHostError.h"
 #include "host/QxShaderObject.h"
 
 namespace {

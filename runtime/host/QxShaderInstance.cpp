@@ -1,6 +1,6 @@
 #include "host/QxShaderInstance.h"
 
-#include "host/QxHostError.h"
+#include "QxHostError.h"
 
 namespace {
 

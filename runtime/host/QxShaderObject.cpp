@@ -14,7 +14,7 @@
 #include <map>
 #include <mutex>
 
-#include "host/QxHostError.h"
+#include "QxHostError.h"
 
 namespace {
 

@@ -97,9 +97,11 @@ protected:
             for (int level = 0; level <= 3; ++level)
                 Add(source, level);
         ASSERT_EQ(m_objects.Build(), "");
-        for (const Pair& pair : m_pairs)
+        for (const Pair& pair : m_pairs) {
             EXPECT_EQ(Difference(pair.byteCode, RunShared(pair.path, pair.byteCode)), "")
                 << pair.source << " at -O" << pair.level;
+            ExpectSameBits(pair);
+        }
     }
 
     ShaderFolder m_folder;
@@ -108,9 +110,23 @@ private:
     struct Pair {
         std::string source;
         int level;
+        std::string text;  // of the byte-code
         RunOutcome byteCode;
         std::string path;  // of the shared object
     };
+
+    /// With both kernel sets, on grids of fewer points and more than a strip has.
+    static void ExpectSameBits(const Pair& pair)
+    {
+        for (const QxGrid& grid : {k_smallGrid, QxGrid{37, 19}}) {
+            const RunOutcome shared = RunShared(pair.path, pair.byteCode, grid);
+            for (const QxKernelChoice kernels : {QxKernelChoice::Baseline, QxKernelChoice::Best})
+                EXPECT_EQ(
+                    BitDifference(shared, RunMachine(pair.text, kernels, pair.byteCode, grid)), "")
+                    << pair.source << " at -O" << pair.level << ", " << grid.Size() << " points"
+                    << (kernels == QxKernelChoice::Best ? ", best kernels" : "");
+        }
+    }
 
     void Add(const Source& source, int level)
     {
@@ -119,7 +135,7 @@ private:
             return;
         const RunOutcome outcome = RunByteCode(byteCode);
         EXPECT_EQ(outcome.fault, "") << source.name << source.text;
-        m_pairs.push_back({source.name + '\n' + source.text, level, outcome,
+        m_pairs.push_back({source.name + '\n' + source.text, level, byteCode, outcome,
                            m_objects.Add(CFileOf(source.text, level))});
     }
 

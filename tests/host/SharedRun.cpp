@@ -1,14 +1,15 @@
 #include "host/SharedRun.h"
 
 #include <algorithm>
+#include <cmath>
 
+#include "host/QxByteCodeShader.h"
 #include "host/QxHost.h"
 #include "machine/SqxDefaults.h"
 #include "machine/SqxScene.h"
 
 namespace {
 
-constexpr QxGrid k_grid = {3, 2};
 constexpr unsigned int k_lights = 2;
 
 struct Space {
@@ -29,27 +30,22 @@ void SetAsMachine(QxHostGrid& grid)
     for (const char* name :
          {"Cs", "Os", "Ci", "Oi", "Cl", "Ol", "P",  "Ps",   "I",    "N",     "Ng",     "L",
           "E",  "u",  "v",  "s",  "t",  "du", "dv", "dPdu", "dPdv", "alpha", "ncomps", "time"})
-        grid.Set(name, {grid.Get(name).type, SqxDefaultValues(name, k_grid)});
+        grid.Set(name, {grid.Get(name).type, SqxDefaultValues(name, grid.Layout())});
 }
 
-bool IsPredefined(const QxShader& shader, const std::string& name)
+/// Null for a predefined variable.
+const QxShader::Parameter* Find(const QxShader& shader, const std::string& name)
 {
-    return std::none_of(shader.Parameters().begin(), shader.Parameters().end(),
-                        [&](const auto& parameter) { return parameter.name == name; });
-}
-
-const QxShader::Parameter& Find(const QxShader& shader, const std::string& name)
-{
-    return *std::find_if(shader.Parameters().begin(), shader.Parameters().end(),
-                         [&](const auto& parameter) { return parameter.name == name; });
+    const auto found = std::find_if(shader.Parameters().begin(), shader.Parameters().end(),
+                                    [&](const auto& parameter) { return parameter.name == name; });
+    return found == shader.Parameters().end() ? nullptr : &*found;
 }
 
 /// As the machine gives them: the elements of an array together, and a uniform value at each point.
 std::vector<float> PointAfterPoint(const QxShader::Parameter& parameter,
-                                   const std::vector<float>& numbers)
+                                   const std::vector<float>& numbers, std::size_t points)
 {
     const std::size_t width = QxFloatCount(parameter.type);
-    const std::size_t points = k_grid.Size();
     std::vector<float> result;
     for (std::size_t point = 0; point < points; ++point)
         for (std::size_t element = 0; element < parameter.length; ++element) {
@@ -66,6 +62,45 @@ bool IsOfLight(const std::string& name)
     return name == "L" || name == "Cl" || name == "Ol";
 }
 
+/// The outputs that the machine of the tests gave, as a host gets them.
+RunOutcome RunInHost(const std::shared_ptr<const QxShader>& shader, const RunOutcome& byteCode,
+                     const QxGrid& layout)
+{
+    QxSpaceRegistry spaces;
+    for (const Space& space : Spaces())
+        spaces.Define(space.name, QxFrame3D(space.toCurrent));
+    QxShaderInstance instance(shader, spaces);
+    QxHostGrid grid(layout.columns, layout.rows);
+    SetAsMachine(grid);
+    SqxScene scene;
+    instance.Run(grid, scene, k_lights);
+
+    RunOutcome outcome;
+    for (const auto& [name, unused] : byteCode.outputs) {
+        const QxShader::Parameter* parameter = Find(*shader, name);
+        const std::vector<float> numbers =
+            parameter ? instance.Get(name).numbers : grid.Get(name).numbers;
+        outcome.outputs.push_back(
+            {name, parameter ? PointAfterPoint(*parameter, numbers, layout.Size()) : numbers});
+    }
+    outcome.text = scene.Printed();
+    for (const std::string& report : scene.Reports())
+        outcome.text += report + '\n';
+    return outcome;
+}
+
+template <class Open>
+RunOutcome RunOpened(const Open& open, const RunOutcome& byteCode, const QxGrid& layout)
+{
+    RunOutcome outcome;
+    try {
+        outcome = RunInHost(open(), byteCode, layout);
+    } catch (const QxHostError& error) {
+        outcome.fault = error.what();
+    }
+    return outcome;
+}
+
 }  // namespace
 
 RunOutcome RunByteCode(const std::string& byteCode)
@@ -80,32 +115,34 @@ RunOutcome RunByteCode(const std::string& byteCode)
     return outcome;
 }
 
-RunOutcome RunShared(const std::string& path, const RunOutcome& byteCode)
+RunOutcome RunShared(const std::string& path, const RunOutcome& byteCode, const QxGrid& layout)
 {
-    RunOutcome outcome;
-    try {
-        QxSpaceRegistry spaces;
-        for (const Space& space : Spaces())
-            spaces.Define(space.name, QxFrame3D(space.toCurrent));
-        const auto shader = QxShader::Open(path);
-        QxShaderInstance instance(shader, spaces);
-        QxHostGrid grid(k_grid.columns, k_grid.rows);
-        SetAsMachine(grid);
-        SqxScene scene;
-        instance.Run(grid, scene, k_lights);
+    return RunOpened([&] { return QxShader::Open(path); }, byteCode, layout);
+}
 
-        for (const auto& [name, unused] : byteCode.outputs) {
-            if (IsPredefined(*shader, name))
-                outcome.outputs.push_back({name, grid.Get(name).numbers});
-            else
-                outcome.outputs.push_back(
-                    {name, PointAfterPoint(Find(*shader, name), instance.Get(name).numbers)});
-        }
-        outcome.text = scene.Printed();
-        for (const std::string& report : scene.Reports())
-            outcome.text += report + '\n';
-    } catch (const QxHostError& error) {
-        outcome.fault = error.what();
+RunOutcome RunMachine(const std::string& text, QxKernelChoice kernels, const RunOutcome& byteCode,
+                      const QxGrid& layout)
+{
+    const auto open = [&] {
+        return std::make_shared<QxByteCodeShader>(text, "shader", std::vector<std::string>(),
+                                                  kernels);
+    };
+    return RunOpened(open, byteCode, layout);
+}
+
+std::string BitDifference(const RunOutcome& first, const RunOutcome& second)
+{
+    if (first.fault != second.fault)
+        return "faults '" + first.fault + "' and '" + second.fault + "'";
+    if (first.text != second.text)
+        return "texts '" + first.text + "' and '" + second.text + "'";
+    for (std::size_t i = 0; i < first.outputs.size(); ++i) {
+        const std::vector<float>& a = first.outputs[i].numbers;
+        const std::vector<float>& b = second.outputs[i].numbers;
+        for (std::size_t j = 0; j < a.size(); ++j)
+            if (a[j] != b[j] && !(std::isnan(a[j]) && std::isnan(b[j])))
+                return first.outputs[i].name + ", number " + std::to_string(j) + ": " +
+                       std::to_string(a[j]) + " and " + std::to_string(b[j]);
     }
-    return outcome;
+    return "";
 }

@@ -76,6 +76,7 @@ std::string ByteCodeOf(const std::string& source, int level)
     Keep(source);
     SlcOptionsControl options;
     SetOptimizationLevel(level, options);
+    options.m_convertTmpVarDetail = false;  // as the driver has it for byte-code
     const CheckedShader checked(source, options);
     if (!checked.IsAccepted()) {
         ADD_FAILURE() << checked.Output() << source;

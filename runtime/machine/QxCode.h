@@ -1,0 +1,48 @@
+#pragma once
+
+#include <vector>
+
+#include "machine/QxKernel.h"
+
+/// What the machine does for one instruction.
+enum class QxCodeStep : std::uint8_t {
+    Kernel,         // within parallel brackets: for the points at hand
+    Once,           // outside of them: for the whole grid at once, with uniform operands
+    Grid,           // for all points
+    GridIf,         // for the points of a flag
+    BeginParallel,  // target: behind the end
+    EndParallel,
+    IfTrue,  // within parallel brackets
+    IfFalse,
+    EndIf,
+    Goto,
+    GotoIfTrue,  // by a uniform flag
+    GotoIfFalse,
+    BeginLights,  // target: behind the loop
+    EndLights,    // target: the first instruction of the loop
+    Stop,
+};
+
+/// An instruction, made ready to run.
+struct QxCode {
+    QxKernel all = nullptr;
+    QxKernel masked = nullptr;
+    const QxOperand* operands = nullptr;  // without counts and the condition
+    std::uint32_t count = 0;              // of them
+    std::uint32_t target = 0;             // index of an instruction
+    std::int32_t number = 0;  // a literal: of a space, shadeop or source line; of a condition, how
+                              // far it is to what follows its brackets
+    QxOperand flag;           // the condition
+    QxCodeStep step = QxCodeStep::Kernel;
+    bool whole = false;      // GridIf: reads neighbours, or has effects where the flag is not set
+    bool copyFlag = false;   // If: the brackets write their own flag
+    bool pointwise = false;  // BeginParallel: one point after the other
+};
+
+/// A code block, made ready to run.
+struct QxProgramBlock {
+    std::vector<QxCode> codes;          // ended by Stop
+    std::vector<QxOperand> operands;    // of all instructions
+    std::vector<std::uint32_t> clears;  // locals that may be read before they are written
+    unsigned int depth = 0;             // of nested conditions
+};

@@ -1,0 +1,119 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "QxDerivatives.h"
+#include "QxLights.h"
+
+// What runs one instruction over many points, and what it is handed.
+
+struct QxCode;
+
+/// How an operand is stored, an element of it.
+enum class QxStored : unsigned char { Any, Number, Flag, Triple, Matrix, Text };
+
+/// An operand of an instruction that was made ready to run.
+struct QxOperand {
+    std::uint32_t variable = 0;  // its place among the base addresses of a run
+    std::uint32_t step = 0;      // from point to point, in values: 0 if one value serves all points
+    std::uint32_t size = 1;      // elements of an array
+    QxStored stored = QxStored::Any;
+};
+
+/// Points `first` to `first + count`, without those whose flag in `mask` is not set. The mask
+/// starts at point 0; null stands for all points.
+struct QxPoints {
+    unsigned int first;
+    unsigned int count;
+    const QxStopAndBool* mask;
+
+    [[nodiscard]] unsigned int End() const { return first + count; }
+    bool operator()(unsigned int point) const { return !mask || QxIsSet(mask[point]); }
+    static bool QxIsSet(QxStopAndBool flag) { return static_cast<bool>(flag); }
+};
+
+/// A shadeop of a loaded library.
+struct QxLoadedShadeop {
+    void (*method)(void* data, int argc, void** argv) = nullptr;
+    void* data = nullptr;
+    std::string name;
+};
+
+/// A text that a point hands to the scene. Within parallel brackets, where an instruction handles
+/// many points before the next one begins, texts wait until all those points are through.
+struct QxNote {
+    unsigned int point;
+    bool print;  // else a report
+    std::string text;
+};
+
+/// What kernels see of a run.
+struct QxMachineState {
+    void** values = nullptr;  // where the values of each variable start
+    QxGrid grid = {0, 0};
+    const QxShadingContext* context = nullptr;
+    QxShaderSupport* support = nullptr;
+    const QxVector3* P = nullptr;
+    const QxVector3* Ng = nullptr;
+    QxLightInput* lights = nullptr;
+    unsigned int lightCount = 0;
+    const QxLightInput* light = nullptr;  // that the innermost light loop has come to
+    bool lightsAreForP = false;
+    bool inLight = false;  // a light shader runs
+    std::span<const QxLoadedShadeop> shadeops;
+    bool notesWait = false;
+    std::vector<QxNote> notes;
+
+    [[nodiscard]] QxLights Lights() const { return {support, P, lights, lightCount}; }
+    void Tell(unsigned int point, bool print, std::string text)
+    {
+        if (notesWait)
+            notes.push_back({point, print, std::move(text)});
+        else if (print)
+            support->Print(text);
+        else
+            support->Report(text);
+    }
+};
+
+/// Runs an instruction for points of a grid.
+using QxKernel = void (*)(QxMachineState& state, const QxCode& code, const QxPoints& points);
+
+/// How to run a primitive.
+struct QxKernelRow {
+    std::string_view primitive;
+    QxKernel all = nullptr;     // every operand uniform or varying
+    QxKernel masked = nullptr;  // the same where the mask is set
+    /// Of a cheap function with a varying result: for each choice of varying arguments, of which
+    /// the first has bit 0, the kernels for all points and for a mask in turn. Such a function may
+    /// be computed where nobody asked for it.
+    const QxKernel* shaped = nullptr;
+    /// Of a light statement: where the mask is not set its flag, the first operand, is false.
+    QxKernel statement = nullptr;
+    const QxStored* operands = nullptr;
+    unsigned int operandCount = 0;
+    /// Of a list of arguments behind these operands; null if there is none.
+    const QxStored* rest = nullptr;
+};
+
+using QxKernelRows = std::span<const QxKernelRow>;
+
+// The kernels of each instruction set.
+namespace qxbaseline {
+[[nodiscard]] QxKernelRows OperatorKernels();
+[[nodiscard]] QxKernelRows FunctionKernels();
+}  // namespace qxbaseline
+namespace qxavx2 {
+[[nodiscard]] QxKernelRows OperatorKernels();
+[[nodiscard]] QxKernelRows FunctionKernels();
+}  // namespace qxavx2
+
+// What no instruction set makes faster.
+namespace qxcommon {
+[[nodiscard]] QxKernelRows SceneKernels();
+[[nodiscard]] QxKernelRows ListKernels();
+}  // namespace qxcommon

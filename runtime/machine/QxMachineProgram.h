@@ -1,0 +1,72 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "QxShading.h"
+
+struct QxMachineCode;
+
+/// Which kernels run a program.
+enum class QxKernelChoice { Best, Baseline, Avx2 };
+
+/// A shader in byte-code, verified and made ready to run once. It never changes, so that any number
+/// of runs, see `QxMachineRun`, may share it, each in a thread of its own.
+class QxMachineProgram {
+public:
+    struct Parameter {
+        std::string name;
+        QxValueType type;
+        bool varying;
+        std::size_t length;  // array elements, 1 for what is no array
+        bool output;
+        bool needsObjectSpace;  // to compute its default value
+        std::string space;      // in which the default value is given; empty for none
+    };
+
+    /// `bytes`: the text of the file; `name`: for messages. Shadeop libraries are looked for in
+    /// `shadeopFolders`. Throws `QxHostError`, which tells what is wrong with the file.
+    QxMachineProgram(std::string_view bytes, const std::string& name,
+                     const std::vector<std::string>& shadeopFolders = {},
+                     QxKernelChoice kernels = QxKernelChoice::Best);
+    ~QxMachineProgram();
+    QxMachineProgram(const QxMachineProgram&) = delete;
+    QxMachineProgram& operator=(const QxMachineProgram&) = delete;
+
+    [[nodiscard]] QxShaderInterface::QxType Type() const { return m_type; }
+    [[nodiscard]] const std::vector<Parameter>& Parameters() const { return m_parameters; }
+    /// Names of the predefined variables that the shader reads or writes.
+    [[nodiscard]] const std::vector<std::string>& Predefined() const { return m_predefined; }
+    /// Names of its coordinate spaces, by the numbers that a `QxShadingContext` takes.
+    [[nodiscard]] const std::vector<std::string>& Spaces() const { return m_spaces; }
+    [[nodiscard]] bool TracesRays() const { return m_tracesRays; }
+    [[nodiscard]] bool ModifiesP() const { return m_modifiesP; }
+    /// The default value of a parameter is computed from shading data.
+    [[nodiscard]] bool IsDefaultPerPoint(std::size_t parameter) const;
+    /// Instructions of all its blocks, as the file has them.
+    [[nodiscard]] std::size_t InstructionCount() const;
+
+    /// Makes the variables, as many as there are parameters, those of an instance.
+    void Declare(std::vector<QxVar>& variables) const;
+
+    /// AVX2 kernels can run here.
+    [[nodiscard]] static bool HasAvx2();
+
+    // For runs.
+
+    [[nodiscard]] const QxMachineCode& Code() const { return *m_code; }
+    [[nodiscard]] const std::string& Name() const { return m_name; }
+
+private:
+    std::string m_name;
+    QxShaderInterface::QxType m_type = QxShaderInterface::e_typeSurface;
+    std::vector<Parameter> m_parameters;
+    std::vector<std::string> m_predefined;
+    std::vector<std::string> m_spaces;
+    bool m_tracesRays = false;
+    bool m_modifiesP = false;
+    std::unique_ptr<const QxMachineCode> m_code;
+};

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "machine/QxMachineProgram.h"
+#include "machine/QxMachineStore.h"
+
+/// What one run of a program needs for itself. It may be used for one grid after the other, and
+/// then keeps its memory.
+class QxMachineRun {
+public:
+    static constexpr std::size_t k_stepLimit = 10'000'000;
+
+    /// The program must outlive the run.
+    explicit QxMachineRun(const QxMachineProgram& program);
+
+    /// An evaluation that takes more steps than this throws `QxHostError`: the shader does not end.
+    void SetStepLimit(std::size_t limit) { m_stepLimit = limit; }
+
+    // Each of these throws `QxHostError`. The variables are those that `Declare` made.
+
+    /// Gives the variables that the host has not set their default values, but for those that are
+    /// computed from shading data.
+    void Initialize(const QxShadingContext& context, std::vector<QxVar>& variables);
+    /// Shades a grid. Computes the other default values first.
+    void Evaluate(const QxGrid& grid, const QxShadingContext& context,
+                  const QxHiddenVariables& hidden, std::vector<QxVar>& variables,
+                  std::vector<QxLightInput>& lights);
+
+private:
+    struct LightLoop {
+        const QxCode* begin;  // its first instruction
+        unsigned int light;
+    };
+
+    void Start(const QxGrid& grid, const QxShadingContext& context, std::vector<QxVar>& variables);
+    void InitializeAtPoints(std::vector<QxVar>& variables);
+    void RunBlock(const QxProgramBlock& block);
+    void RunParallel(const QxCode* begin, unsigned int strip);
+    void RunStrip(const QxCode* code, unsigned int first, unsigned int count);
+    [[nodiscard]] const QxCode* Enter(const QxCode* code, QxPoints& points, unsigned int depth);
+    void RunWhere(const QxCode& code);
+    [[nodiscard]] const QxCode* BeginLights(const QxProgramBlock& block, const QxCode* code);
+    [[nodiscard]] const QxCode* EndLights(const QxProgramBlock& block, const QxCode* code);
+    void TakeLight();
+    void CountSteps(std::size_t steps);
+    void TellNotes();
+    [[nodiscard]] bool IsTrue(const QxCode& code) const;
+
+    const QxMachineProgram& m_program;
+    const QxMachineCode& m_code;
+    QxMachineStore m_store;
+    QxMachineState m_state;
+    std::size_t m_stepLimit = k_stepLimit;
+    std::size_t m_steps = 0;
+    std::vector<LightLoop> m_loops;                   // innermost last
+    std::vector<std::vector<QxStopAndBool>> m_masks;  // by depth of conditions
+    std::vector<const QxStopAndBool*> m_outer;        // masks of the conditions that are open
+};

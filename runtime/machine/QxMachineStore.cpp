@@ -1,0 +1,200 @@
+#include "machine/QxMachineStore.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "QxHostError.h"
+#include "sqx/SqxPredefined.h"
+
+namespace {
+
+using Kind = QxStorage::Kind;
+
+// One line of the cache more than the values need, so that arrays of 2^n points do not compete for
+// the same places of the cache.
+constexpr std::size_t k_alignment = 64;
+constexpr std::size_t k_gap = 2 * k_alignment;
+// Floats of any element.
+constexpr std::size_t k_widest = 16;
+constexpr std::size_t k_highestBytes = std::size_t{1} << 34;
+
+std::size_t ElementBytes(QxStored stored)
+{
+    switch (stored) {
+    case QxStored::Any:
+    case QxStored::Matrix:
+        return k_widest * sizeof(float);
+    case QxStored::Number:
+    case QxStored::Flag:
+        return sizeof(float);
+    case QxStored::Triple:
+        return 3 * sizeof(float);
+    case QxStored::Text:
+        return sizeof(const char*);
+    }
+    return 0;
+}
+
+bool IsOwn(Kind kind)
+{
+    return kind == Kind::Local || kind == Kind::Borrowed || kind == Kind::Reference ||
+           kind == Kind::Alias || kind == Kind::Nowhere;
+}
+
+/// The member of a grid for each row of the table of predefined variables; none for E.
+void* MemberOf(const QxHiddenVariables& h, std::size_t row)
+{
+    void* const members[] = {h.Cs,    h.Os, h.P,      h.dPdu, h.dPdv, h.N,  h.Ng, h.u,
+                             h.v,     h.du, h.dv,     h.s,    h.t,    h.L,  h.Cl, h.Ol,
+                             nullptr, h.I,  h.ncomps, h.time, h.Ci,   h.Oi, h.Ps, h.alpha};
+    static_assert(std::size(members) == std::size(k_sqxPredefined));
+    return members[row];
+}
+
+}  // namespace
+
+void QxMachineStore::Memory::operator()(void* block) const
+{
+    std::free(block);
+}
+
+QxMachineStore::QxMachineStore(const QxMachineCode& code)
+    : m_code(code),
+      m_values(code.variables.size()),
+      m_homes(code.variables.size())
+{
+    for (std::uint32_t i = 0; i < code.variables.size(); ++i) {
+        const QxStorage& storage = code.variables[i];
+        if (storage.kind == Kind::Reference || storage.kind == Kind::Alias)
+            m_references.push_back(i);
+        if (storage.kind == Kind::Local && storage.size > 1 && storage.stored != QxStored::Text)
+            m_arrays.push_back(i);
+        if (storage.kind != Kind::Constant)
+            continue;
+        const QxConstant& constant = code.constants[storage.number];
+        // Nothing writes to a constant: the translation saw to that.
+        const void* place = constant.numbers;
+        if (storage.stored == QxStored::Text)
+            place = &constant.text;
+        else if (storage.stored == QxStored::Flag)
+            place = &constant.flag;
+        m_values[i] = m_homes[i] = const_cast<void*>(place);
+    }
+}
+
+QxMachineStore::~QxMachineStore()
+{
+    FreeTexts();
+}
+
+std::size_t QxMachineStore::BytesOf(const QxStorage& storage, std::size_t points) const
+{
+    const std::size_t places = storage.varying ? points : 1;
+    // A reference has an element of its own too, for before it is bound.
+    const std::size_t pointer = storage.kind == Kind::Reference ? sizeof(void*) : 0;
+    return places * (storage.size * ElementBytes(storage.stored) + pointer) + k_gap;
+}
+
+void QxMachineStore::Start(std::size_t points, std::vector<QxVar>& variables)
+{
+    FreeTexts();
+    if (points != m_points)
+        Allocate(points);
+    for (std::uint32_t i = 0; i < m_values.size(); ++i) {
+        const QxStorage& storage = m_code.variables[i];
+        if (storage.kind == Kind::Parameter)
+            m_values[i] = m_homes[i] = variables[storage.number].Value();
+    }
+    ResetReferences();
+    Clear(m_arrays);
+}
+
+void QxMachineStore::Allocate(std::size_t points)
+{
+    m_points = 0;
+    m_texts.clear();
+    m_zeros.clear();
+    std::size_t bytes = 0;
+    const auto padded = [&](const QxStorage& storage) {
+        return (BytesOf(storage, points) + k_alignment - 1) / k_alignment * k_alignment;
+    };
+    for (const QxStorage& storage : m_code.variables)
+        bytes += IsOwn(storage.kind) ? padded(storage) : 0;
+    bytes = std::max(bytes, k_alignment);
+    m_block.reset();
+    if (bytes < k_highestBytes)
+        m_block.reset(static_cast<char*>(std::aligned_alloc(k_alignment, bytes)));
+    if (!m_block)
+        throw QxHostError("There is no memory for the variables of a grid of " +
+                          std::to_string(points) + " points");
+    std::memset(m_block.get(), 0, bytes);
+    char* place = m_block.get();
+    for (std::uint32_t i = 0; i < m_values.size(); ++i) {
+        const QxStorage& storage = m_code.variables[i];
+        if (!IsOwn(storage.kind))
+            continue;
+        m_values[i] = m_homes[i] = place;
+        place += padded(storage);
+        if (storage.kind == Kind::Local && storage.stored == QxStored::Text)
+            m_texts.emplace_back(i, storage.size * (storage.varying ? points : 1));
+    }
+    m_points = points;
+}
+
+void QxMachineStore::FreeTexts()
+{
+    for (const auto& [variable, count] : m_texts) {
+        auto** const texts = static_cast<char**>(m_homes[variable]);
+        for (std::size_t i = 0; i < count; ++i) {
+            std::free(texts[i]);
+            texts[i] = nullptr;
+        }
+    }
+}
+
+void QxMachineStore::ResetReferences()
+{
+    for (const std::uint32_t number : m_references) {
+        const QxStorage& storage = m_code.variables[number];
+        m_values[number] = m_homes[number];
+        if (storage.kind != Kind::Reference)
+            continue;
+        auto** const elements = static_cast<void**>(m_homes[number]);
+        char* const own = static_cast<char*>(m_homes[number]) + m_points * sizeof(void*);
+        for (std::size_t i = 0; i < m_points; ++i)
+            elements[i] = own + i * ElementBytes(storage.stored);
+    }
+}
+
+void QxMachineStore::Clear(const std::vector<std::uint32_t>& locals)
+{
+    for (const std::uint32_t number : locals) {
+        const QxStorage& storage = m_code.variables[number];
+        const std::size_t places = storage.varying ? m_points : 1;
+        std::memset(m_homes[number], 0, places * storage.size * ElementBytes(storage.stored));
+    }
+}
+
+void* QxMachineStore::Zeros()
+{
+    if (m_zeros.empty())
+        m_zeros.assign(m_points, {0, 0, 0});
+    return m_zeros.data();
+}
+
+void QxMachineStore::Bind(const QxHiddenVariables& hidden, const QxVector3& eye)
+{
+    m_eye = eye;
+    for (std::uint32_t i = 0; i < m_values.size(); ++i) {
+        const QxStorage& storage = m_code.variables[i];
+        if (storage.kind == Kind::Predefined) {
+            const bool isEye = k_sqxPredefined[storage.number].name == std::string_view("E");
+            void* const member = isEye ? &m_eye : MemberOf(hidden, storage.number);
+            m_values[i] = m_homes[i] = member ? member : Zeros();
+        } else if (storage.kind == Kind::Ng) {
+            m_values[i] = hidden.Ng ? static_cast<void*>(hidden.Ng) : Zeros();
+        }
+    }
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "machine/QxMachineCode.h"
+
+/// The memory of a run: where the values of each variable stand. That of locals is the run's own
+/// and lasts from grid to grid of one size; the rest belongs to the grid, the instance or the
+/// program.
+class QxMachineStore {
+public:
+    explicit QxMachineStore(const QxMachineCode& code);
+    ~QxMachineStore();
+    QxMachineStore(const QxMachineStore&) = delete;
+    QxMachineStore& operator=(const QxMachineStore&) = delete;
+
+    /// Makes ready for that many points. All texts are empty, and no reference is bound. Throws
+    /// `QxHostError` if there is not enough memory.
+    void Start(std::size_t points, std::vector<QxVar>& variables);
+    /// Binds the predefined variables. What the host did not set reads as zero.
+    void Bind(const QxHiddenVariables& hidden, const QxVector3& eye);
+    /// Sets locals to zero.
+    void Clear(const std::vector<std::uint32_t>& locals);
+
+    /// That it is made ready for; one before the first run.
+    [[nodiscard]] unsigned int Points() const
+    {
+        return static_cast<unsigned int>(m_points == 0 ? 1 : m_points);
+    }
+    [[nodiscard]] void** Values() { return m_values.data(); }
+    /// An array of zeros for each point, for what the host did not set.
+    [[nodiscard]] void* Zeros();
+    /// Where a predefined variable of the grid starts, as `Bind` found it.
+    [[nodiscard]] void* Home(std::uint32_t variable) const { return m_homes[variable]; }
+
+private:
+    void Allocate(std::size_t points);
+    void FreeTexts();
+    void ResetReferences();
+    [[nodiscard]] std::size_t BytesOf(const QxStorage& storage, std::size_t points) const;
+
+    struct Memory {
+        void operator()(void* block) const;
+    };
+
+    const QxMachineCode& m_code;
+    std::size_t m_points = 0;
+    std::vector<void*> m_values;            // by variable
+    std::vector<void*> m_homes;             // where they start at the begin of a run
+    std::unique_ptr<char, Memory> m_block;  // of the locals
+    std::vector<std::pair<std::uint32_t, std::size_t>> m_texts;  // variables that own texts, count
+    std::vector<std::uint32_t> m_references;                     // and aliases, and what else moves
+    std::vector<std::uint32_t> m_arrays;                         // locals
+    std::vector<QxVector3> m_zeros;
+    QxVector3 m_eye = {0, 0, 0};
+};

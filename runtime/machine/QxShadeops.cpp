@@ -1,0 +1,80 @@
+#include "machine/QxShadeops.h"
+
+#include <bit>
+#include <cstring>
+#include <dlfcn.h>
+#include <filesystem>
+
+#include "QxHostError.h"
+#include "QxShadeop.h"
+
+namespace {
+
+std::string PathOf(const std::string& library, const std::vector<std::string>& folders)
+{
+    for (const std::string& folder : folders) {
+        const std::string path = folder + '/' + library;
+        if (std::filesystem::is_regular_file(path))
+            return std::filesystem::absolute(path).string();
+    }
+    throw QxHostError("There is no shadeop library '" + library + "' in the given folders");
+}
+
+/// A method is one only if the library's own table lists it, with its init and cleanup functions:
+/// the file could name any function of the process otherwise.
+bool IsListed(void* library, const SqxDSOFunction& function)
+{
+    const auto* row =
+        static_cast<const QxShadeop*>(dlsym(library, (function.method + "_shadeops").c_str()));
+    if (!row)
+        return false;
+    for (; row->declaration && *row->declaration; ++row)
+        if (function.init == row->init && function.cleanup == row->cleanup)
+            return true;
+    return false;
+}
+
+template <class Function>
+Function FunctionOf(void* library, const std::string& name)
+{
+    return name.empty() ? nullptr : std::bit_cast<Function>(dlsym(library, name.c_str()));
+}
+
+}  // namespace
+
+QxShadeops::QxShadeops(const SqxShader& shader, const std::vector<std::string>& folders)
+{
+    for (const std::string& library : shader.libraries) {
+        const std::string path = PathOf(library, folders);
+        m_libraries.emplace_back(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL), dlclose);
+        if (!m_libraries.back())
+            throw QxHostError("Cannot load shadeop library '" + path + "': " + dlerror());
+    }
+    for (const SqxDSOFunction& function : shader.functions)
+        Find(function, shader.libraries[function.library]);
+    for (std::size_t i = 0; i < m_loaded.size(); ++i) {
+        const SqxDSOFunction& function = shader.functions[i];
+        void* const library = m_libraries[function.library].get();
+        if (auto* const init = FunctionOf<void* (*)()>(library, function.init))
+            m_loaded[i].data = init();
+        m_cleanups.push_back(FunctionOf<void (*)(void*)>(library, function.cleanup));
+    }
+}
+
+QxShadeops::~QxShadeops()
+{
+    for (std::size_t i = 0; i < m_cleanups.size(); ++i)
+        if (m_cleanups[i])
+            m_cleanups[i](m_loaded[i].data);
+}
+
+void QxShadeops::Find(const SqxDSOFunction& function, const std::string& library)
+{
+    void* const handle = m_libraries[function.library].get();
+    using Method = void (*)(void*, int, void**);
+    const auto method = FunctionOf<Method>(handle, function.method);
+    if (!method || !IsListed(handle, function))
+        throw QxHostError("Shadeop library '" + library + "' has no shadeop '" + function.method +
+                          "'");
+    m_loaded.push_back({method, nullptr, function.method});
+}

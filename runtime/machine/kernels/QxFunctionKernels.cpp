@@ -1,0 +1,343 @@
+// Functions of numbers, triples and matrices, noise, light and neighbours, under the names by which
+// generated C++ calls them too.
+
+#include "QxBuiltInNames.h"
+#include "QxSceneCalls.h"
+#include "machine/kernels/QxKernelForms.h"
+
+namespace QX_KERNEL_SET {
+namespace {
+
+using Vector = QxVector3;
+using Color = QxRGBColor;
+using Matrix = QxMatrix44;
+using Flag = QxStopAndBool;
+using Text = const char*;
+
+// A row of the table: name, type of the result, types of the arguments. A function that is cheap
+// may be computed for points that did not ask for it.
+#define CHEAP1(NAME, R, A) Cheap<R, A>(#NAME, [](R& r, const A& a) { NAME(r, a); })
+#define CHEAP2(NAME, R, A, B)                                                                      \
+    Cheap<R, A, B>(#NAME, [](R& r, const A& a, const B& b) { NAME(r, a, b); })
+#define CHEAP3(NAME, R, A, B, C)                                                                   \
+    Cheap<R, A, B, C>(#NAME, [](R& r, const A& a, const B& b, const C& c) { NAME(r, a, b, c); })
+#define EACH1(NAME, R, A) Each<R, A>(#NAME, [](R r, const A& a) { NAME(r, a); })
+#define EACH2(NAME, R, A, B)                                                                       \
+    Each<R, A, B>(#NAME, [](R r, const A& a, const B& b) { NAME(r, a, b); })
+#define EACH3(NAME, R, A, B, C)                                                                    \
+    Each<R, A, B, C>(#NAME, [](R r, const A& a, const B& b, const C& c) { NAME(r, a, b, c); })
+#define EACH4(NAME, R, A, B, C, D)                                                                 \
+    Each<R, A, B, C, D>(                                                                           \
+        #NAME, [](R r, const A& a, const B& b, const C& c, const D& d) { NAME(r, a, b, c, d); })
+// For names with any number of arguments.
+#define EACH(NAME, ...)                                                                            \
+    Each<__VA_ARGS__>(#NAME, [](auto& r, const auto&... arguments) { NAME(r, arguments...); })
+// The same for those that look spaces up.
+#define EACH_IN_SPACE(NAME, ...)                                                                   \
+    Each<__VA_ARGS__>(#NAME, InRun([](QxMachineState& state, auto& r, const auto&... arguments) {  \
+                          const QxShadingContext& i_context = *state.context;                      \
+                          NAME(r, arguments...);                                                   \
+                      }))
+
+constexpr QxKernelRow Row(std::string_view primitive, QxKernel kernel, const QxStored* operands,
+                          unsigned int operandCount)
+{
+    QxKernelRow row;
+    row.primitive = primitive;
+    row.all = row.masked = kernel;
+    row.operands = operands;
+    row.operandCount = operandCount;
+    return row;
+}
+
+template <class... Types>
+constexpr QxKernelRow Row(std::string_view primitive, QxKernel kernel)
+{
+    return Row(primitive, kernel, k_stored<Types...>, sizeof...(Types));
+}
+
+// Between a numbered space and the current one.
+
+template <template <class> class Call, class As>
+QX_KERNEL_CODE void Transform(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    const QxFrame3D frame = state.context->Space(code.number);
+    const Call<As> call{frame};
+    const auto result = Operand<Vector>(state, code, 0);
+    const auto source = Operand<Vector>(state, code, 1);
+    for (unsigned int i = points.first; i < points.End(); ++i)
+        if (points(i))
+            QxAt(result, i) = call(QxAt(source, i));
+}
+
+template <template <class> class Call, class As>
+constexpr QxKernelRow TransformRow(std::string_view primitive)
+{
+    return Row<Vector, Vector>(primitive, Transform<Call, As>);
+}
+
+void ConcatSpace(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    const auto result = Operand<Matrix>(state, code, 0);
+    const auto source = Operand<Matrix>(state, code, 1);
+    for (unsigned int i = points.first; i < points.End(); ++i)
+        if (points(i))
+            QxAt(result, i) = QxAt(source, i) * state.context->Space(code.number).toCurrent;
+}
+
+// What reads neighbours handles the whole grid.
+
+template <class Value, QxGridAxis axis>
+QX_KERNEL_CODE void Derivative(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    QxDerivativeAlong<Value>(state.grid, axis, points, Operand<Value>(state, code, 0),
+                             Operand<Value>(state, code, 1),
+                             QxAt(Operand<float>(state, code, 2), 0));
+}
+
+template <class Value>
+QX_KERNEL_CODE void DerivativeBy(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    QxDerivativeByOperand<Value>(state.grid, points, Operand<Value>(state, code, 0),
+                                 Operand<Value>(state, code, 1), Operand<float>(state, code, 2));
+}
+
+QX_KERNEL_CODE void Area(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    QxAreaOfOperand(state.grid, points, Operand<float>(state, code, 0),
+                    Operand<Vector>(state, code, 1));
+}
+
+QX_KERNEL_CODE void CalculateNormal(QxMachineState& state, const QxCode& code,
+                                    const QxPoints& points)
+{
+    QxNormalOfOperand(state.grid, points, Operand<Vector>(state, code, 0),
+                      Operand<Vector>(state, code, 1), QxAt(Operand<float>(state, code, 2), 0),
+                      QxAt(Operand<float>(state, code, 3), 0));
+}
+
+template <class Value>
+QX_KERNEL_CODE void Corners(QxMachineState& state, const QxCode& code, const QxPoints& points,
+                            std::size_t operand, std::size_t first, std::size_t step)
+{
+    QxPatchCorners(state.grid, points, Operand<Value>(state, code, operand),
+                   Operand<Value>(state, code, first), Operand<Value>(state, code, first + step),
+                   Operand<Value>(state, code, first + 2 * step),
+                   Operand<Value>(state, code, first + 3 * step));
+}
+
+void PointCorners(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    Corners<Vector>(state, code, points, 0, 1, 1);
+}
+
+void StCorners(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    Corners<float>(state, code, points, 0, 2, 2);
+    Corners<float>(state, code, points, 1, 3, 2);
+}
+
+QX_KERNEL_CODE void FilterStepEnds(QxMachineState& state, const QxCode& code,
+                                   const QxPoints& points)
+{
+    QxFilterStepEnds(state.grid, points, Operand<float>(state, code, 1),
+                     Operand<float>(state, code, 0));
+}
+
+// Light.
+
+void AmbientOverGrid(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    const auto result = Operand<Color>(state, code, 0);
+    if (result.step == 1 && points.first == 0 && points.count == state.grid.Size())
+        QxAmbientOverGrid(points.count, state.Lights(), result.values);
+    else
+        for (unsigned int i = points.first; i < points.End(); ++i)
+            QxAt(result, i) = QxAmbientCall(state.Lights())(i);
+}
+
+constexpr QxKernelRow AmbientRow()
+{
+    QxKernelRow row = Each<Color&>("CALL_PRIM_AMBIENT",
+                                   AtPoint([](QxMachineState& state, unsigned int point, Color& r) {
+                                       r = QxAmbientCall(state.Lights())(point);
+                                   }));
+    row.all = AmbientOverGrid;
+    return row;
+}
+
+template <class Call, class... Types>
+constexpr QxKernelRow LightRow(std::string_view primitive)
+{
+    return Each<Color&, Types...>(primitive, AtPoint([](QxMachineState& state, unsigned int point,
+                                                        Color& r, const auto&... values) {
+                                      r = Call(state.Lights())(point, values...);
+                                  }));
+}
+
+// clang-format off
+constexpr QxKernelRow k_rows[] = {
+    CHEAP1(CALL_PRIM_ABS, float, float),
+    CHEAP1(CALL_PRIM_CEIL, float, float),
+    CHEAP1(CALL_PRIM_DEGREES, float, float),
+    CHEAP1(CALL_PRIM_FLOOR, float, float),
+    CHEAP1(CALL_PRIM_INVERSESQRT, float, float),
+    CHEAP1(CALL_PRIM_RADIANS, float, float),
+    CHEAP1(CALL_PRIM_ROUND, float, float),
+    CHEAP1(CALL_PRIM_SIGN, float, float),
+    CHEAP1(CALL_PRIM_SQRT, float, float),
+    CHEAP2(CALL_PRIM_MAX2_FLOAT, float, float, float),
+    CHEAP2(CALL_PRIM_MIN2_FLOAT, float, float, float),
+    CHEAP2(CALL_PRIM_MOD, float, float, float),
+    CHEAP2(CALL_PRIM_STEP, float, float, float),
+    CHEAP3(CALL_PRIM_CLAMP_1D, float, float, float, float),
+    CHEAP3(CALL_PRIM_SMOOTHSTEP, float, float, float, float),
+    CHEAP3(CALL_PRIM_MIX_1D, float, float, float, float),
+    CHEAP3(CALL_PRIM_CLAMP_3D, Vector, Vector, Vector, Vector),
+    CHEAP3(CALL_PRIM_MIX_3D, Vector, Vector, Vector, float),
+    EACH1(CALL_PRIM_ACOS, float&, float),
+    EACH1(CALL_PRIM_ASIN, float&, float),
+    EACH1(CALL_PRIM_ATAN, float&, float),
+    EACH1(CALL_PRIM_COS, float&, float),
+    EACH1(CALL_PRIM_EXP, float&, float),
+    EACH1(CALL_PRIM_LOG, float&, float),
+    EACH1(CALL_PRIM_SIN, float&, float),
+    EACH1(CALL_PRIM_TAN, float&, float),
+    EACH2(CALL_PRIM_ATAN2, float&, float, float),
+    EACH2(CALL_PRIM_LOG2, float&, float, float),
+    EACH2(CALL_PRIM_POW, float&, float, float),
+    EACH(CALL_PRIM_FILTERSTEP, float&, float, float, float, float, Text),
+
+    // Components
+    CHEAP1(CALL_PRIM_XCOMP, float, Vector),
+    CHEAP1(CALL_PRIM_YCOMP, float, Vector),
+    CHEAP1(CALL_PRIM_ZCOMP, float, Vector),
+    CHEAP1(CALL_PRIM_SETXCOMP, Vector, float),
+    CHEAP1(CALL_PRIM_SETYCOMP, Vector, float),
+    CHEAP1(CALL_PRIM_SETZCOMP, Vector, float),
+    EACH2(CALL_PRIM_COMP, float&, Vector, float),
+    EACH2(CALL_PRIM_SETCOMP, Vector&, float, float),
+    EACH3(CALL_PRIM_COMP_MATRIX, float&, Matrix, float, float),
+    EACH3(CALL_PRIM_SETCOMP_MATRIX, Matrix&, float, float, float),
+
+    // Geometry; the point's own Ng stands behind the operands of the first one.
+    Cheap<Vector, Vector, Vector, Vector>("CALL_PRIM_FACEFORWARD", [](Vector& r, const Vector& n, const Vector& incident, const Vector& Ng) {
+        r = QxFaceForward(n, incident, Ng);
+    }),
+    CHEAP3(CALL_PRIM_FACEFORWARD2, Vector, Vector, Vector, Vector),
+    CHEAP1(CALL_PRIM_LENGTH, float, Vector),
+    CHEAP2(CALL_PRIM_DISTANCE, float, Vector, Vector),
+    CHEAP1(CALL_PRIM_NORMALIZE, Vector, Vector),
+    CHEAP2(CALL_PRIM_REFLECT, Vector, Vector, Vector),
+    EACH3(CALL_PRIM_REFRACT, Vector&, Vector, Vector, float),
+    EACH3(CALL_PRIM_PTLINED, float&, Vector, Vector, Vector),
+    EACH4(CALL_PRIM_ROTATE_POINT, Vector&, Vector, float, Vector, Vector),
+    Each<Vector, Vector, float, float&, float&>("CALL_PRIM_FRESNEL5", [](const Vector& i, const Vector& n, float eta, float& kr, float& kt) {
+        CALL_PRIM_FRESNEL5(i, n, eta, kr, kt);
+    }),
+    Each<Vector, Vector, float, float&, float&, Vector&, Vector&>("CALL_PRIM_FRESNEL7", [](const Vector& i, const Vector& n, float eta, float& kr, float& kt, Vector& r, Vector& t) {
+        CALL_PRIM_FRESNEL7(i, n, eta, kr, kt, r, t);
+    }),
+    EACH1(CALL_PRIM_DETERMINANT, float&, Matrix),
+    EACH1(CALL_PRIM_INVERSE, Matrix&, Matrix),
+    EACH2(CALL_PRIM_TRANSLATE, Matrix&, Matrix, Vector),
+    EACH2(CALL_PRIM_SCALE, Matrix&, Matrix, Vector),
+    EACH3(CALL_PRIM_ROTATE, Matrix&, Matrix, float, Vector),
+
+    // Spaces and colors
+    Row<Matrix, Matrix>("CONCAT_SPACE_MATRIX", ConcatSpace),
+    TransformRow<QxToCurrentCall, QxAsPoint>("CALL_PRIM_TRANSFORM_TO_CURRENT"),
+    TransformRow<QxFromCurrentCall, QxAsPoint>("CALL_PRIM_TRANSFORM_FROM_CURRENT"),
+    EACH_IN_SPACE(CALL_PRIM_TRANSFORM, Vector&, Text, Text, Vector),
+    EACH_IN_SPACE(CALL_PRIM_TRANSFORM2, Vector&, Text, Vector),
+    EACH_IN_SPACE(CALL_PRIM_TRANSFORM_MATRIX, Vector&, Text, Matrix, Vector),
+    EACH_IN_SPACE(CALL_PRIM_TRANSFORM2_MATRIX, Vector&, Matrix, Vector),
+    TransformRow<QxToCurrentCall, QxAsVector>("CALL_PRIM_VTRANSFORM_TO_CURRENT"),
+    TransformRow<QxFromCurrentCall, QxAsVector>("CALL_PRIM_VTRANSFORM_FROM_CURRENT"),
+    EACH_IN_SPACE(CALL_PRIM_VTRANSFORM, Vector&, Text, Text, Vector),
+    EACH_IN_SPACE(CALL_PRIM_VTRANSFORM2, Vector&, Text, Vector),
+    EACH_IN_SPACE(CALL_PRIM_VTRANSFORM_MATRIX, Vector&, Text, Matrix, Vector),
+    EACH_IN_SPACE(CALL_PRIM_VTRANSFORM2_MATRIX, Vector&, Matrix, Vector),
+    TransformRow<QxToCurrentCall, QxAsNormal>("CALL_PRIM_NTRANSFORM_TO_CURRENT"),
+    TransformRow<QxFromCurrentCall, QxAsNormal>("CALL_PRIM_NTRANSFORM_FROM_CURRENT"),
+    EACH_IN_SPACE(CALL_PRIM_NTRANSFORM, Vector&, Text, Text, Vector),
+    EACH_IN_SPACE(CALL_PRIM_NTRANSFORM2, Vector&, Text, Vector),
+    EACH_IN_SPACE(CALL_PRIM_NTRANSFORM_MATRIX, Vector&, Text, Matrix, Vector),
+    EACH_IN_SPACE(CALL_PRIM_NTRANSFORM2_MATRIX, Vector&, Matrix, Vector),
+    EACH2(CALL_PRIM_CTRANSFORM_TO_RGB, Color&, Color, Text),
+    EACH2(CALL_PRIM_CTRANSFORM_FROM_RGB, Color&, Color, Text),
+    EACH(CALL_PRIM_CTRANSFORM, Color&, Text, Text, Color),
+    EACH(CALL_PRIM_CTRANSFORM2, Color&, Text, Color),
+
+    // Noise
+    EACH(CALL_PRIM_NOISE_FLOAT_1D, float&, float),
+    EACH(CALL_PRIM_NOISE_FLOAT_2D, float&, float, float),
+    EACH(CALL_PRIM_NOISE_FLOAT_3D, float&, Vector),
+    EACH(CALL_PRIM_NOISE_FLOAT_4D, float&, Vector, float),
+    EACH(CALL_PRIM_NOISE_POINT_1D, Vector&, float),
+    EACH(CALL_PRIM_NOISE_POINT_2D, Vector&, float, float),
+    EACH(CALL_PRIM_NOISE_POINT_3D, Vector&, Vector),
+    Each<Vector&, Vector, float>("CALL_PRIM_NOISE_POINT_4D", [](Vector& r, const Vector& p, float t) { CALL_PRIM_POINT_FLOAT_4D(r, p, t); }),
+    EACH(CALL_PRIM_CELLNOISE_FLOAT_1D, float&, float),
+    EACH(CALL_PRIM_CELLNOISE_FLOAT_2D, float&, float, float),
+    EACH(CALL_PRIM_CELLNOISE_FLOAT_3D, float&, Vector),
+    EACH(CALL_PRIM_CELLNOISE_FLOAT_4D, float&, Vector, float),
+    EACH(CALL_PRIM_CELLNOISE_POINT_1D, Vector&, float),
+    EACH(CALL_PRIM_CELLNOISE_POINT_2D, Vector&, float, float),
+    EACH(CALL_PRIM_CELLNOISE_POINT_3D, Vector&, Vector),
+    EACH(CALL_PRIM_CELLNOISE_POINT_4D, Vector&, Vector, float),
+    EACH(CALL_PRIM_PNOISE_FLOAT_1D, float&, float, float),
+    EACH(CALL_PRIM_PNOISE_FLOAT_2D, float&, float, float, float, float),
+    EACH(CALL_PRIM_PNOISE_FLOAT_3D, float&, Vector, Vector),
+    EACH(CALL_PRIM_PNOISE_FLOAT_4D, float&, Vector, float, Vector, float),
+    EACH(CALL_PRIM_PNOISE_POINT_1D, Vector&, float, float),
+    EACH(CALL_PRIM_PNOISE_POINT_2D, Vector&, float, float, float, float),
+    EACH(CALL_PRIM_PNOISE_POINT_3D, Vector&, Vector, Vector),
+    EACH(CALL_PRIM_PNOISE_POINT_4D, Vector&, Vector, float, Vector, float),
+
+    // Neighbours
+    Row<float, float, float>("CALL_PRIM_DU_FLOAT", Derivative<float, QxGridAxis::U>),
+    Row<Color, Color, float>("CALL_PRIM_DU_COLOR", Derivative<Color, QxGridAxis::U>),
+    Row<Vector, Vector, float>("CALL_PRIM_DU_POINT", Derivative<Vector, QxGridAxis::U>),
+    Row<float, float, float>("CALL_PRIM_DV_FLOAT", Derivative<float, QxGridAxis::V>),
+    Row<Color, Color, float>("CALL_PRIM_DV_COLOR", Derivative<Color, QxGridAxis::V>),
+    Row<Vector, Vector, float>("CALL_PRIM_DV_POINT", Derivative<Vector, QxGridAxis::V>),
+    Row<float, float, float>("CALL_PRIM_DERIV_FLOAT", DerivativeBy<float>),
+    Row<Color, Color, float>("CALL_PRIM_DERIV_COLOR", DerivativeBy<Color>),
+    Row<Vector, Vector, float>("CALL_PRIM_DERIV_POINT", DerivativeBy<Vector>),
+    Row<float, Vector>("CALL_PRIM_AREA", Area),
+    Row<Vector, Vector, float, float>("CALL_PRIM_CALCULATENORMAL", CalculateNormal),
+    Row<float, float, float, float, float, float, float, float, float, float>("COMPUTE_ST_POINTS", StCorners),
+    Row<Vector, Vector, Vector, Vector, Vector>("COMPUTE_POINTS", PointCorners),
+    Row<float, float>("COMPUTE_FILTERSTEP_POINTS", FilterStepEnds),
+
+    // Light
+    AmbientRow(),
+    LightRow<QxDiffuseCall, Vector>("CALL_PRIM_DIFFUSE"),
+    LightRow<QxSpecularCall, Vector, Vector, float>("CALL_PRIM_SPECULAR"),
+    LightRow<QxSpecularCall, Vector, Vector, float>("CALL_PRIM_SPECULARSTD"),
+    LightRow<QxPhongCall, Vector, Vector, float>("CALL_PRIM_PHONG"),
+    EACH(CALL_PRIM_SPECULARBRDF, Color&, Vector, Vector, Vector, float),
+    Statement<Flag&, Vector, Vector, float, Vector, Vector&>("ILLUMINATE", [](Flag& flag, const Vector& position, const Vector& axis, float angle, const Vector& Ps, Vector& L) {
+        ILLUMINATE(flag, position, axis, angle, Ps, L);
+    }),
+    Statement<Flag&, Vector, Vector, Vector&>("ILLUMINATE_NO_CONE", [](Flag& flag, const Vector& position, const Vector& Ps, Vector& L) {
+        ILLUMINATE_NO_CONE(flag, position, Ps, L);
+    }),
+    Statement<Flag&, Vector, float, Vector&>("SOLAR", [](Flag& flag, const Vector& axis, float angle, Vector& L) {
+        SOLAR(flag, L, axis, angle);
+    }),
+    Statement<Flag&, Vector, Vector, float>("ILLUMINANCE", AtPoint([](QxMachineState& state, unsigned int point, Flag& flag, const Vector& position, const Vector& axis, float angle) {
+        flag = state.light && QxIlluminanceCall{state.light->L}(point, position, axis, angle);
+    })),
+};
+// clang-format on
+
+}  // namespace
+
+QxKernelRows FunctionKernels()
+{
+    return k_rows;
+}
+
+}  // namespace QX_KERNEL_SET

@@ -1,0 +1,259 @@
+#pragma once
+
+// Loops over points, around functions of one point.
+//
+// They are compiled once for each instruction set. `QX_KERNEL_SET` is the namespace of the set and
+// `QX_KERNEL_CODE` the attributes of its loops: only they are compiled for more than the baseline
+// processor, and the run time's inline functions become part of them. So no function that objects
+// share, and of which a linker keeps any one, needs more than the baseline processor.
+
+#include <cstddef>
+#include <type_traits>
+#include <utility>
+
+#include "machine/QxCode.h"
+
+namespace QX_KERNEL_SET {
+
+template <class Type>
+using Plain = std::remove_cv_t<std::remove_reference_t<Type>>;
+
+template <class Value>
+constexpr QxStored StoredAs()
+{
+    if constexpr (std::is_same_v<Value, float>)
+        return QxStored::Number;
+    else if constexpr (std::is_same_v<Value, QxStopAndBool>)
+        return QxStored::Flag;
+    else if constexpr (std::is_same_v<Value, QxMatrix44>)
+        return QxStored::Matrix;
+    else if constexpr (std::is_same_v<Value, const char*>)
+        return QxStored::Text;
+    else
+        return QxStored::Triple;
+}
+
+template <class... Types>
+constexpr QxStored k_stored[] = {StoredAs<Plain<Types>>()..., QxStored::Any};
+
+/// A value in place for a reference, else to read; a text that was never set is empty.
+template <class Type>
+inline decltype(auto) Fetch(void* base, std::size_t place)
+{
+    auto& value = static_cast<Plain<Type>*>(base)[place];
+    if constexpr (std::is_lvalue_reference_v<Type>)
+        return (value);
+    else if constexpr (std::is_same_v<Type, const char*>)
+        return value ? value : "";
+    else
+        return static_cast<const Plain<Type>&>(value);
+}
+
+/// A function that takes the run in front of its operands.
+template <class Function>
+struct InRun : Function {
+    explicit constexpr InRun(Function) {}
+    constexpr InRun() = default;
+};
+
+/// A function that takes the run and the point in front of its operands.
+template <class Function>
+struct AtPoint : Function {
+    explicit constexpr AtPoint(Function) {}
+    constexpr AtPoint() = default;
+};
+
+template <class Function>
+struct Applied {
+    template <class... Values>
+    static void To(QxMachineState&, unsigned int, Values&&... values)
+    {
+        Function()(std::forward<Values>(values)...);
+    }
+};
+
+template <class Function>
+struct Applied<InRun<Function>> {
+    template <class... Values>
+    static void To(QxMachineState& state, unsigned int, Values&&... values)
+    {
+        Function()(state, std::forward<Values>(values)...);
+    }
+};
+
+template <class Function>
+struct Applied<AtPoint<Function>> {
+    template <class... Values>
+    static void To(QxMachineState& state, unsigned int point, Values&&... values)
+    {
+        Function()(state, point, std::forward<Values>(values)...);
+    }
+};
+
+// Any operand uniform or varying.
+
+enum class Where { All, Masked, Statement };
+
+template <class Function, Where where, class... Types, std::size_t... k>
+QX_KERNEL_CODE void RunAny(QxMachineState& state, const QxCode& code, const QxPoints& points,
+                           std::index_sequence<k...>)
+{
+    void* const bases[] = {state.values[code.operands[k].variable]..., nullptr};
+    const std::size_t steps[] = {code.operands[k].step..., 0};
+    for (unsigned int i = points.first; i < points.End(); ++i) {
+        if constexpr (where != Where::All) {
+            if (!points.QxIsSet(points.mask[i])) {
+                if constexpr (where == Where::Statement)
+                    static_cast<QxStopAndBool*>(bases[0])[i * steps[0]] = false;
+                continue;
+            }
+        }
+        Applied<Function>::To(state, i, Fetch<Types>(bases[k], i * steps[k])...);
+    }
+}
+
+template <class Function, Where where, class... Types>
+void Any(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    RunAny<Function, where, Types...>(state, code, points, std::index_sequence_for<Types...>());
+}
+
+/// A row for a function of operands of these types; a reference is written.
+template <class... Types, class Function>
+constexpr QxKernelRow Each(std::string_view primitive, Function)
+{
+    QxKernelRow row;
+    row.primitive = primitive;
+    row.all = Any<Function, Where::All, Types...>;
+    row.masked = Any<Function, Where::Masked, Types...>;
+    row.operands = k_stored<Types...>;
+    row.operandCount = sizeof...(Types);
+    return row;
+}
+
+template <class... Types, class Function>
+constexpr QxKernelRow Statement(std::string_view primitive, Function function)
+{
+    QxKernelRow row = Each<Types...>(primitive, function);
+    row.statement = Any<Function, Where::Statement, Types...>;
+    return row;
+}
+
+// Cheap functions, with a loop of its own for each choice of varying arguments, so that it becomes
+// one of vectors.
+
+template <class Value>
+struct VaryingValues {
+    const Value* values;
+    const Value& operator[](unsigned int point) const { return values[point]; }
+};
+
+template <class Value>
+struct UniformValue {
+    Value value;
+    const Value& operator[](unsigned int) const { return value; }
+};
+
+template <class Value, bool varying>
+inline auto Values(void* base)
+{
+    const auto* values = static_cast<const Value*>(base);
+    if constexpr (varying)
+        return VaryingValues<Value>{values};
+    else
+        return UniformValue<Value>{*values};
+}
+
+inline float Select(QxStopAndBool flag, float yes, float no)
+{
+    return flag ? yes : no;
+}
+
+inline QxStopAndBool Select(QxStopAndBool flag, QxStopAndBool yes, QxStopAndBool no)
+{
+    QxStopAndBool result;
+    result.value = flag ? yes.value : no.value;
+    return result;
+}
+
+template <class Triple>
+inline Triple Select(QxStopAndBool flag, const Triple& yes, const Triple& no)
+{
+    return QxMakeTriple<Triple>(flag ? yes[0] : no[0], flag ? yes[1] : no[1],
+                                flag ? yes[2] : no[2]);
+}
+
+template <class Function, bool masked, class Result, class... Arguments>
+QX_KERNEL_CODE inline void Loop(Result* result, const QxPoints& points,
+                                const Arguments&... arguments)
+{
+    const unsigned int end = points.End();
+    const QxStopAndBool* const mask = points.mask;
+    // No two operands overlap but at the same point.
+#pragma GCC ivdep
+    for (unsigned int i = points.first; i < end; ++i) {
+        Result value = result[i];
+        Function()(value, arguments[i]...);
+        if constexpr (masked)
+            result[i] = Select(mask[i], value, result[i]);
+        else
+            result[i] = value;
+    }
+}
+
+template <class Function, unsigned int shape, bool masked, class Result, class... Types>
+struct Shaped {
+    static void Run(QxMachineState& state, const QxCode& code, const QxPoints& points)
+    {
+        With(state, code, points, std::index_sequence_for<Types...>());
+    }
+    template <std::size_t... k>
+    QX_KERNEL_CODE static void With(QxMachineState& state, const QxCode& code,
+                                    const QxPoints& points, std::index_sequence<k...>)
+    {
+        Loop<Function, masked>(
+            static_cast<Result*>(state.values[code.operands[0].variable]), points,
+            Values<Types, ((shape >> k) & 1) != 0>(state.values[code.operands[k + 1].variable])...);
+    }
+};
+
+template <class Shapes, class Function, class Result, class... Types>
+struct AllShapes;
+
+template <std::size_t... i, class Function, class Result, class... Types>
+struct AllShapes<std::index_sequence<i...>, Function, Result, Types...> {
+    static constexpr QxKernel kernels[] = {
+        Shaped<Function, i / 2, i % 2 != 0, Result, Types...>::Run...};
+};
+
+/// A row for a cheap function, which writes its first operand.
+template <class Result, class... Types, class Function>
+constexpr QxKernelRow Cheap(std::string_view primitive, Function function)
+{
+    QxKernelRow row = Each<Result&, Types...>(primitive, function);
+    using Shapes = std::make_index_sequence<(std::size_t{2} << sizeof...(Types))>;
+    row.shaped = AllShapes<Shapes, Function, Result, Types...>::kernels;
+    return row;
+}
+
+// Operands of functions for the whole grid.
+
+template <class Value>
+struct GridOperand {
+    Value* values;
+    std::size_t step;
+};
+
+template <class Value>
+inline Value& QxAt(const GridOperand<Value>& operand, unsigned int point)
+{
+    return operand.values[point * operand.step];
+}
+
+template <class Value>
+inline GridOperand<Value> Operand(const QxMachineState& state, const QxCode& code, std::size_t k)
+{
+    return {static_cast<Value*>(state.values[code.operands[k].variable]), code.operands[k].step};
+}
+
+}  // namespace QX_KERNEL_SET

@@ -1,0 +1,180 @@
+// The operators, under the names by which generated C++ calls them too.
+
+#include "QxBuiltInNames.h"
+#include "machine/kernels/QxKernelForms.h"
+
+namespace QX_KERNEL_SET {
+namespace {
+
+using Vector = QxVector3;
+using Color = QxRGBColor;
+using Matrix = QxMatrix44;
+using Flag = QxStopAndBool;
+using Text = const char*;
+
+// A row of the table: name, type of the result, types of the arguments.
+#define CHEAP1(NAME, R, A) Cheap<R, A>(#NAME, [](R& r, const A& a) { NAME(r, a); })
+#define CHEAP2(NAME, R, A, B)                                                                      \
+    Cheap<R, A, B>(#NAME, [](R& r, const A& a, const B& b) { NAME(r, a, b); })
+#define CHEAP3(NAME, R, A, B, C)                                                                   \
+    Cheap<R, A, B, C>(#NAME, [](R& r, const A& a, const B& b, const C& c) { NAME(r, a, b, c); })
+#define EACH1(NAME, R, A) Each<R&, A>(#NAME, [](R& r, A a) { NAME(r, a); })
+#define EACH2(NAME, R, A, B)                                                                       \
+    Each<R&, A, B>(#NAME, [](R& r, const A& a, const B& b) { NAME(r, a, b); })
+
+/// The whole grid: the flag of loops that all points run together.
+void IsTrueSomewhere(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    const auto source = Operand<Flag>(state, code, 1);
+    *static_cast<Flag*>(state.values[code.operands[0].variable]) =
+        QxIsTrueSomewhere(source.step == 0 ? 1 : points.count, source);
+}
+
+constexpr QxKernelRow Whole(std::string_view primitive, QxKernel kernel)
+{
+    QxKernelRow row;
+    row.primitive = primitive;
+    row.all = kernel;
+    row.operands = k_stored<Flag, Flag>;
+    row.operandCount = 2;
+    return row;
+}
+
+Flag Both(Flag left, Flag right)
+{
+    Flag result;
+    result.value = left.value & right.value;
+    return result;
+}
+
+Flag Either(Flag left, Flag right)
+{
+    Flag result;
+    result.value = left.value | right.value;
+    return result;
+}
+
+Flag Not(Flag flag)
+{
+    Flag result;
+    result.value = flag.value ^ 1U;
+    return result;
+}
+
+// clang-format off
+constexpr QxKernelRow k_rows[] = {
+    CHEAP2(ADD_FLOAT_FLOAT, float, float, float),
+    CHEAP2(ADD_FLOAT_COLOR, Color, float, Color),
+    CHEAP2(ADD_FLOAT_POINT, Vector, float, Vector),
+    CHEAP2(ADD_COLOR_FLOAT, Color, Color, float),
+    CHEAP2(ADD_COLOR_COLOR, Color, Color, Color),
+    CHEAP2(ADD_POINT_FLOAT, Vector, Vector, float),
+    CHEAP2(ADD_POINT_POINT, Vector, Vector, Vector),
+    CHEAP2(SUB_FLOAT_FLOAT, float, float, float),
+    CHEAP2(SUB_FLOAT_COLOR, Color, float, Color),
+    CHEAP2(SUB_FLOAT_POINT, Vector, float, Vector),
+    CHEAP2(SUB_COLOR_FLOAT, Color, Color, float),
+    CHEAP2(SUB_COLOR_COLOR, Color, Color, Color),
+    CHEAP2(SUB_POINT_FLOAT, Vector, Vector, float),
+    CHEAP2(SUB_POINT_POINT, Vector, Vector, Vector),
+    CHEAP2(MULT_FLOAT_FLOAT, float, float, float),
+    CHEAP2(MULT_FLOAT_COLOR, Color, float, Color),
+    CHEAP2(MULT_FLOAT_POINT, Vector, float, Vector),
+    CHEAP2(MULT_COLOR_FLOAT, Color, Color, float),
+    CHEAP2(MULT_COLOR_COLOR, Color, Color, Color),
+    CHEAP2(MULT_POINT_FLOAT, Vector, Vector, float),
+    CHEAP2(MULT_POINT_POINT, Vector, Vector, Vector),
+    EACH2(MULT_FLOAT_MATRIX, Matrix, float, Matrix),
+    EACH2(MULT_MATRIX_FLOAT, Matrix, Matrix, float),
+    EACH2(MULT_MATRIX_MATRIX, Matrix, Matrix, Matrix),
+    CHEAP2(DIV_FLOAT_FLOAT, float, float, float),
+    CHEAP2(DIV_FLOAT_COLOR, Color, float, Color),
+    CHEAP2(DIV_FLOAT_POINT, Vector, float, Vector),
+    CHEAP2(DIV_COLOR_FLOAT, Color, Color, float),
+    CHEAP2(DIV_COLOR_COLOR, Color, Color, Color),
+    CHEAP2(DIV_POINT_FLOAT, Vector, Vector, float),
+    CHEAP2(DIV_POINT_POINT, Vector, Vector, Vector),
+    EACH2(DIV_FLOAT_MATRIX, Matrix, float, Matrix),
+    EACH2(DIV_MATRIX_FLOAT, Matrix, Matrix, float),
+    EACH2(DIV_MATRIX_MATRIX, Matrix, Matrix, Matrix),
+    CHEAP2(DOT_PROD_COLOR_COLOR, float, Color, Color),
+    CHEAP2(DOT_PROD_FLOAT_COLOR, float, float, Color),
+    CHEAP2(DOT_PROD_COLOR_FLOAT, float, Color, float),
+    CHEAP2(DOT_PROD_POINT_POINT, float, Vector, Vector),
+    CHEAP2(DOT_PROD_FLOAT_POINT, float, float, Vector),
+    CHEAP2(DOT_PROD_POINT_FLOAT, float, Vector, float),
+    CHEAP2(CROSS_PROD_POINT_POINT, Vector, Vector, Vector),
+    CHEAP2(CROSS_PROD_FLOAT_POINT, Vector, float, Vector),
+    CHEAP2(CROSS_PROD_POINT_FLOAT, Vector, Vector, float),
+    CHEAP2(BOOL_LESS_THEN_FLOAT_FLOAT, Flag, float, float),
+    CHEAP2(BOOL_LESS_EQUAL_FLOAT_FLOAT, Flag, float, float),
+    CHEAP2(BOOL_GREATER_THEN_FLOAT_FLOAT, Flag, float, float),
+    CHEAP2(BOOL_GREATER_EQUAL_FLOAT_FLOAT, Flag, float, float),
+    CHEAP2(BOOL_EQUAL_FLOAT_FLOAT, Flag, float, float),
+    CHEAP2(BOOL_NOT_EQUAL_FLOAT_FLOAT, Flag, float, float),
+    CHEAP2(BOOL_EQUAL_COLOR_COLOR, Flag, Color, Color),
+    CHEAP2(BOOL_EQUAL_POINT_POINT, Flag, Vector, Vector),
+    CHEAP2(BOOL_EQUAL_FLOAT_COLOR, Flag, float, Color),
+    CHEAP2(BOOL_EQUAL_COLOR_FLOAT, Flag, Color, float),
+    CHEAP2(BOOL_EQUAL_FLOAT_POINT, Flag, float, Vector),
+    CHEAP2(BOOL_EQUAL_POINT_FLOAT, Flag, Vector, float),
+    EACH2(BOOL_EQUAL_MATRIX_MATRIX, Flag, Matrix, Matrix),
+    EACH2(BOOL_EQUAL_FLOAT_MATRIX, Flag, float, Matrix),
+    EACH2(BOOL_EQUAL_MATRIX_FLOAT, Flag, Matrix, float),
+    EACH2(BOOL_EQUAL_STRING_STRING, Flag, Text, Text),
+    CHEAP2(BOOL_NOT_EQUAL_COLOR_COLOR, Flag, Color, Color),
+    CHEAP2(BOOL_NOT_EQUAL_POINT_POINT, Flag, Vector, Vector),
+    CHEAP2(BOOL_NOT_EQUAL_FLOAT_COLOR, Flag, float, Color),
+    CHEAP2(BOOL_NOT_EQUAL_COLOR_FLOAT, Flag, Color, float),
+    CHEAP2(BOOL_NOT_EQUAL_FLOAT_POINT, Flag, float, Vector),
+    CHEAP2(BOOL_NOT_EQUAL_POINT_FLOAT, Flag, Vector, float),
+    EACH2(BOOL_NOT_EQUAL_MATRIX_MATRIX, Flag, Matrix, Matrix),
+    EACH2(BOOL_NOT_EQUAL_FLOAT_MATRIX, Flag, float, Matrix),
+    EACH2(BOOL_NOT_EQUAL_MATRIX_FLOAT, Flag, Matrix, float),
+    EACH2(BOOL_NOT_EQUAL_STRING_STRING, Flag, Text, Text),
+    CHEAP1(ASSIGN_FLOAT_FLOAT, float, float),
+    CHEAP1(ASSIGN_COLOR_COLOR, Color, Color),
+    CHEAP1(ASSIGN_POINT_POINT, Vector, Vector),
+    CHEAP1(ASSIGN_COLOR_FLOAT, Color, float),
+    CHEAP1(ASSIGN_COLOR_POINT, Color, Vector),
+    CHEAP1(ASSIGN_POINT_COLOR, Vector, Color),
+    CHEAP1(ASSIGN_POINT_FLOAT, Vector, float),
+    CHEAP1(ASSIGN_BOOL_BOOL, Flag, Flag),
+    EACH1(ASSIGN_MATRIX_MATRIX, Matrix, Matrix),
+    EACH1(ASSIGN_MATRIX_FLOAT, Matrix, float),
+    EACH1(ASSIGN_STRING_STRING, Text, Text),
+    Cheap<float>("ASSIGN_TO_ZERO_FLOAT", [](float& r) { r = float(); }),
+    Cheap<Color>("ASSIGN_TO_ZERO_COLOR", [](Color& r) { r = Color(); }),
+    Cheap<Vector>("ASSIGN_TO_ZERO_POINT", [](Vector& r) { r = Vector(); }),
+    Each<Matrix&>("ASSIGN_TO_ZERO_MATRIX", [](Matrix& r) { r = Matrix(); }),
+    Cheap<float, float>("INVERT_FLOAT", [](float& r, const float& a) { INVERT_FLOAT_FLOAT(r, a); }),
+    Cheap<Color, Color>("INVERT_COLOR", [](Color& r, const Color& a) { INVERT_COLOR_COLOR(r, a); }),
+    Cheap<Vector, Vector>("INVERT_POINT", [](Vector& r, const Vector& a) { INVERT_POINT_POINT(r, a); }),
+    CHEAP3(INIT_POINT, Vector, float, float, float),
+    CHEAP3(INIT_COLOR, Color, float, float, float),
+    Each<Matrix&, float, float, float, float, float, float, float, float, float, float, float,
+         float, float, float, float, float>(
+        "INIT_MATRIX", [](Matrix& r, auto... values) { INIT_MATRIX(r, values...); }),
+
+    Whole("SET_UNIFORM_BOOL_FLAG", IsTrueSomewhere),
+    Cheap<Flag>("SET_BOOL", [](Flag& r) { r = false; }),
+    Cheap<Flag, Flag>("INVERT_BOOL_FLAG", [](Flag& r, Flag a) { r = Not(a); }),
+    Cheap<Flag, Flag, Flag>("INVERT_INNER_BOOL_FLAG", [](Flag& r, Flag a, Flag outer) { r = Both(outer, Not(a)); }),
+    Cheap<Flag, Flag, Flag>("OR_BOOL_FLAG", [](Flag& r, Flag a, Flag b) { r = Either(a, b); }),
+
+    // What the machine makes of brackets that only set flags.
+    Cheap<Flag, Flag>("machine:and", [](Flag& r, Flag a) { r = Both(r, a); }),
+    Cheap<Flag, Flag>("machine:and not", [](Flag& r, Flag a) { r = Both(r, Not(a)); }),
+    Cheap<Flag, Flag>("machine:or", [](Flag& r, Flag a) { r = Either(r, a); }),
+    Cheap<Flag, Flag>("machine:or not", [](Flag& r, Flag a) { r = Either(r, Not(a)); }),
+};
+// clang-format on
+
+}  // namespace
+
+QxKernelRows OperatorKernels()
+{
+    return k_rows;
+}
+
+}  // namespace QX_KERNEL_SET
