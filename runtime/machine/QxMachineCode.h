@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "machine/QxCode.h"
+#include "kernels/QxCode.h"
 #include "machine/QxShadeops.h"
 #include "sqx/SqxShader.h"
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "machine/QxKernel.h"
+#include "kernels/QxKernel.h"
 #include "sqx/SqxShader.h"
 
 /// The shadeops that a program calls, with their libraries loaded.

@@ -154,8 +154,7 @@ TEST_F(HostFiles, RefusesFilesThatAreNoShaders)
         {SLC_FAKE_INCOMPLETE, "is no shader, entry point 'QxEvaluate' is missing"},
         {m_folder.Path() / "missing.sqx", "There is no shader file '"},
         {m_folder.Path(), "There is no shader file '"},
-        {m_folder.Build("code", "surface code() { Ci = 1; }", "--int"),
-         "a shader built with --dso was expected"},
+        {SLC_EXAMPLES_FOLDER "/matte.sl", "is no shader in byte-code: "},
     };
     for (int round = 0; round < 2; ++round)
         for (const auto& c : cases)

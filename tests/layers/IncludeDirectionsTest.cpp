@@ -23,7 +23,7 @@ struct Tree {
 const Tree k_compiler = {SLC_SOURCE_FOLDER "/src",
                          {"sqx", "support", "frontend", "support/reports", "symbols", "semantics",
                           "icode", "optimizer", "backends", "driver"}};
-const Tree k_runtime = {SLC_SOURCE_FOLDER "/runtime", {"", "sqx", "machine", "host"}};
+const Tree k_runtime = {SLC_SOURCE_FOLDER "/runtime", {"", "sqx", "kernels", "machine", "host"}};
 
 /// The place of a file's folder from the bottom; -1 if it lies in none of them.
 int Rank(const Tree& tree, const fs::path& file)

@@ -1,7 +1,7 @@
 // The operators, under the names by which generated C++ calls them too.
 
 #include "QxBuiltInNames.h"
-#include "machine/kernels/QxKernelForms.h"
+#include "kernels/QxKernelForms.h"
 
 namespace QX_KERNEL_SET {
 namespace {

@@ -3,7 +3,7 @@
 
 #include "QxBuiltInNames.h"
 #include "QxSceneCalls.h"
-#include "machine/kernels/QxKernelForms.h"
+#include "kernels/QxKernelForms.h"
 
 namespace QX_KERNEL_SET {
 namespace {

@@ -5,7 +5,7 @@
 
 #define QX_KERNEL_SET qxcommon
 #define QX_KERNEL_CODE
-#include "machine/kernels/QxKernelForms.h"
+#include "kernels/QxKernelForms.h"
 
 namespace qxcommon {
 namespace {

@@ -11,7 +11,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "machine/QxCode.h"
+#include "kernels/QxCode.h"
 
 namespace QX_KERNEL_SET {
 

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "machine/QxKernel.h"
+#include "kernels/QxKernel.h"
 
 /// What the machine does for one instruction.
 enum class QxCodeStep : std::uint8_t {
