@@ -1,7 +1,7 @@
 // Compares the machine with shared objects of the same shaders: time of the machine divided by that
-// of the shared object, with the baseline kernels and with the best ones, on grids of several sizes.
-// usage: machine_speed SECONDS SIDE... -- NAME...
-// For each NAME there are NAME.bc, its byte-code, and NAME.so. A grid has SIDE * SIDE points.
+// of the shared object, with the baseline kernels and with the best ones, on grids of several
+// sizes. usage: machine_speed SECONDS SIDE... -- NAME... For each NAME there are NAME.bc, its
+// byte-code, and NAME.so. A grid has SIDE * SIDE points.
 
 #include <algorithm>
 #include <chrono>
@@ -119,8 +119,8 @@ private:
 
 double Median(std::vector<double> values)
 {
-    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2),
-                     values.end());
+    std::nth_element(values.begin(),
+                     values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
     return values[values.size() / 2];
 }
 

@@ -410,3 +410,15 @@ TEST_P(Host, AnswersMessages)
     EXPECT_EQ(m_shader->Get("tint").numbers, (Numbers{1, 2, 3}));
     EXPECT_EQ(m_shader->Get("tag").texts, std::vector<std::string>{"label"});
 }
+
+TEST_F(HostFiles, EndsShadersThatDoNotEnd)
+{
+    const auto endless = QxShader::Open(m_folder.Build(
+        "endless", "surface endless() { float x = s; while (x < 2) x *= 0.5; Ci = x; }", "--int"));
+    QxSpaceRegistry spaces;
+    QxShaderInstance instance(endless, spaces);
+    QxHostGrid grid(2, 2);
+    QxHostScene scene;
+    EXPECT_NE(ErrorOf([&] { instance.Run(grid, scene); }).find("does not end within"),
+              std::string::npos);
+}
