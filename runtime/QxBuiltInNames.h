@@ -60,7 +60,7 @@
 #define CALL_PRIM_ROTATE_POINT(result, q, angle, from, to) ((result) = QxRotatePoint(QxToPoint(q), QxNumber(angle), QxToPoint(from), QxToPoint(to)))
 #define CALL_PRIM_FRESNEL5(incident, normal, eta, reflected, transmitted) QxFresnelCall(incident, normal, QxNumber(eta), reflected, transmitted)
 #define CALL_PRIM_FRESNEL7(incident, normal, eta, reflected, transmitted, reflection, refraction) QxFresnelCall(incident, normal, QxNumber(eta), reflected, transmitted, reflection, refraction)
-#define CALL_PRIM_MATCH(result, expression, text) ((result) = QxMatch(expression, text) ? 1.0f : 0.0f)
+#define CALL_PRIM_MATCH(result, expression, text) ((result) = i_context.Match(expression, text) ? 1.0f : 0.0f)
 #define CALL_PRIM_ISSHADOWRAY(result) ((result) = shaderSupport->IsShadowRay() ? 1.0f : 0.0f)
 #define CALL_PRIM_ISINDIRECTRAY(result) ((result) = shaderSupport->IsIndirectRay() ? 1.0f : 0.0f)
 #define CALL_PRIM_RAYLEVEL(result) ((result) = shaderSupport->RayLevel())

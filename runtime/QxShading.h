@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "QxMatrixMath.h"
+#include "QxPattern.h"
 
 // What a host and a built shader hand each other.
 
@@ -413,10 +414,16 @@ public:
     const QxVector3* Eye() const { return &m_eye; }
     const QxFrame3D& Space(int number) const { return *m_spaces[number]; }
     const QxFrame3D& Space(const char* name) const { return *m_registry->Find(name); }
+    /// As `QxPattern` has it, for all calls of a run.
+    bool Match(const char* expression, const char* text) const
+    {
+        return m_pattern.Match(expression, text);
+    }
 
 private:
     QxShaderSupport* m_support;
     const QxSpaceRegistry* m_registry;
     const QxFrame3D* const* m_spaces;
     QxVector3 m_eye;
+    mutable QxPattern m_pattern;  // what is kept between calls; a run has one thread
 };

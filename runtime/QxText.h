@@ -3,7 +3,6 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
-#include <regex.h>
 #include <string>
 
 #include "QxValues.h"
@@ -97,18 +96,6 @@ inline std::string QxFormatTypes(const char* pattern)
             --c;
     }
     return types;
-}
-
-/// Whether the text holds a match of the POSIX extended regular expression; not for a malformed
-/// one.
-inline bool QxMatch(const char* expression, const char* text)
-{
-    regex_t compiled;
-    if (regcomp(&compiled, expression, REG_EXTENDED | REG_NOSUB) != 0)
-        return false;
-    const bool found = regexec(&compiled, text, 0, nullptr, 0) == 0;
-    regfree(&compiled);
-    return found;
 }
 
 /// What a shader reports of an index outside of an array.

@@ -365,9 +365,12 @@ constexpr QxKernelRow k_rows[] = {
     LIST(CALL_PRIM_CONCAT, Text, Text),
     LIST(CALL_PRIM_FORMAT, void, Text, Text),
     ListRow<void, Text>("CALL_PRIM_PRINTF", Print),
-    Each<float&, Text, Text>("CALL_PRIM_MATCH", [](float& r, Text expression, Text text) {
-        CALL_PRIM_MATCH(r, expression, text);
-    }),
+    Each<float&, Text, Text>(
+        "CALL_PRIM_MATCH",
+        InRun([](QxMachineState& state, float& r, Text expression, Text text) {
+            const QxShadingContext& i_context = *state.context;
+            CALL_PRIM_MATCH(r, expression, text);
+        })),
     MessageRow<QxMessage::Attribute>("CALL_PRIM_ATTRIBUTE"),
     MessageRow<QxMessage::Option>("CALL_PRIM_OPTION"),
     MessageRow<QxMessage::RendererInfo>("CALL_PRIM_RENDERERINFO"),

@@ -188,8 +188,13 @@ TEST(QxText, WritesEachArgumentByItsOwnType)
     const QxTextArgument wholes[] = {{QxTextArgument::Float, &large.x},
                                      {QxTextArgument::Triple, &large}};
     EXPECT_EQ(QxFormat("%d %d %d", wholes, 2), "16777216 16777216 -2 0 %d");
-    EXPECT_TRUE(QxMatch("^o.k$", "oak"));
-    EXPECT_FALSE(QxMatch("(", "("));
+    QxPattern pattern;  // asked in turn, and again
+    for (int turn = 0; turn < 2; ++turn) {
+        EXPECT_TRUE(pattern.Match("^o.k$", "oak"));
+        EXPECT_FALSE(pattern.Match("^o.k$", "oar"));
+        EXPECT_FALSE(pattern.Match("(", "("));
+        EXPECT_FALSE(pattern.Match("(", "oak"));
+    }
 }
 
 TEST(QxDerivatives, TakeNeighboursAndEdges)

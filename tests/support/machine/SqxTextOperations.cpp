@@ -54,7 +54,7 @@ void Concat(const SqxCall& call)
 void Match(const SqxCall& call)
 {
     const bool matches =
-        QxMatch(call.Get<std::string>(1).c_str(), call.Get<std::string>(2).c_str());
+        QxPattern().Match(call.Get<std::string>(1).c_str(), call.Get<std::string>(2).c_str());
     call.Set(0, matches ? 1.0F : 0.0F);
 }
 
