@@ -27,7 +27,7 @@ for source in examples/*.sl examples/rows/*.sl tests/compile/shaders/*.sl; do
     "$compiler/bin/shaderqx" -O$level -w0 -d "$folder/out" "$source" >/dev/null 2>&1 || true
     for compiled in "$folder"/out/*.sqx; do
         # Large files mutate in more places than are ever reached.
-        [ ! -s "$compiled" ] || [ "$(wc -c <"$compiled")" -gt 8000 ] ||
+        [ ! -s "$compiled" ] || [ "$(wc -c <"$compiled")" -gt 24000 ] ||
             mv "$compiled" "$folder/$number-$(basename "$compiled")"
     done
     rm -r "$folder/out"
