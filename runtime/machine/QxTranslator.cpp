@@ -388,11 +388,19 @@ void QxTranslator::EndParallel()
         if (draft.row && draft.row->primitive == "CALL_DSO")
             ++calls;
         for (std::size_t k = draft.first; k < draft.first + draft.code.count; ++k)
-            if (IsWritten(m_block.letters[k]) && m_block.operands[k].step == 0 &&
-                m_block.operands[k].variable != m_nowhere)
+            if (IsWritten(m_block.letters[k]) && IsOneForAllPoints(m_block.operands[k]))
                 begin.pointwise = true;
     }
     begin.pointwise = begin.pointwise || calls > 1;
+}
+
+/// A uniform variable, or an element of a uniform array that each point refers to.
+bool QxTranslator::IsOneForAllPoints(const QxOperand& operand) const
+{
+    const QxStorage& storage = m_target.variables[operand.variable];
+    if (storage.kind == QxStorage::Kind::Reference)
+        return storage.number != 0;
+    return operand.step == 0 && operand.variable != m_nowhere;
 }
 
 void QxTranslator::BeginCondition(QxCodeStep step, int flag)

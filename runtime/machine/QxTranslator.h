@@ -62,6 +62,7 @@ private:
     void BeginCondition(QxCodeStep step, int flag);
     void EndCondition();
     void EndParallel();
+    [[nodiscard]] bool IsOneForAllPoints(const QxOperand& operand) const;
     [[nodiscard]] bool MakeFlagOperations(std::size_t begin);
     void TranslateArrayRef(const SqxBlock& block, const SqxInstruction& source);
     void TranslateCheck(const SqxBlock& block, const SqxInstruction& source);
