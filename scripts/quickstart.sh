@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds the compiler from a clean clone and compiles every example with it.
+# Builds the compiler from a clean clone, compiles every example with it, and shades them.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/prepare.sh
@@ -26,4 +26,13 @@ mkdir -p build/examples
 for source in examples/*.sl examples/*/*.sl; do
     compile_example "$source"
 done
+if [ -x build/release/bin/sqxshade ]; then
+    shaders=()
+    for source in examples/*.sl; do
+        shaders+=("build/examples/$(basename "$source" .sl).sqx")
+    done
+    build/release/bin/sqxshade --sheet --size 160x160 --samples 2 \
+        -o build/examples/contact-sheet.png "${shaders[@]}"
+    echo "Their pictures are in build/examples/contact-sheet.png"
+fi
 echo "The compiled shaders are in build/examples, the compiler is build/release/bin/shaderqx"

@@ -4,7 +4,9 @@
 
 #include <cstdlib>
 #include <dlfcn.h>
+#include <fstream>
 #include <memory>
+#include <thread>
 
 #include "host/QxHost.h"
 #include "host/ShaderFolder.h"
@@ -64,7 +66,8 @@ surface test(float scale = 2; color tint = color(0.5, 0.25, 1); string name = "p
 
 }  // namespace
 
-INSTANTIATE_TEST_SUITE_P(Kinds, Host, ::testing::Values("--dso"));
+INSTANTIATE_TEST_SUITE_P(Kinds, Host, ::testing::Values("--dso", "--int"),
+                         [](const auto& info) { return std::string(info.param).substr(2); });
 
 TEST_P(Host, HandsParametersInAndOut)
 {
@@ -145,6 +148,7 @@ TEST_P(Host, RefusesValuesThatDoNotFit)
 
 TEST_F(HostFiles, RefusesFilesThatAreNoShaders)
 {
+    std::ofstream("broken.sqx") << "\177ELF and nothing behind";
     const struct {
         std::string path;
         const char* message;  // a part of it
@@ -155,12 +159,42 @@ TEST_F(HostFiles, RefusesFilesThatAreNoShaders)
         {m_folder.Path() / "missing.sqx", "There is no shader file '"},
         {m_folder.Path(), "There is no shader file '"},
         {SLC_EXAMPLES_FOLDER "/matte.sl", "is no shader in byte-code: "},
+        {"broken.sqx", "Cannot load 'broken.sqx', a shader built with --dso was expected"},
     };
     for (int round = 0; round < 2; ++round)
         for (const auto& c : cases)
             EXPECT_NE(ErrorOf([&] { (void)QxShader::Open(c.path); }).find(c.message),
                       std::string::npos)
                 << c.path;
+}
+
+TEST_F(HostFiles, ReadsByteCodeFromMemory)
+{
+    const std::string path = m_folder.Build("test", k_values, "--int");
+    std::string bytes = ShaderFolder::Read(path);
+    QxShaderInstance shader(QxShader::Read(bytes, "memory"), m_scene.Spaces());
+    shader.Run(m_grid, m_scene);
+    EXPECT_EQ(shader.Get("sum").numbers, Numbers{15});
+    EXPECT_EQ(shader.Shader().Name(), "memory");
+    bytes.resize(bytes.size() / 2);
+    EXPECT_NE(ErrorOf([&] { (void)QxShader::Read(bytes, "half"); }).find("half"),
+              std::string::npos);
+    EXPECT_NE(ErrorOf([&] { (void)QxShader::Read("\177ELF", "object"); }).find("shared object"),
+              std::string::npos);
+}
+
+TEST_F(HostFiles, EndsShadersThatDoNotEnd)
+{
+    QxShaderInstance shader(QxShader::Open(m_folder.Build("test", R"(surface test(float go = 1) {
+            Ci = 0; while (go > 0) Ci += 0.001; Oi = 1; })",
+                                                          "--int")),
+                            m_scene.Spaces());
+    shader.SetStepLimit(10000);
+    EXPECT_NE(ErrorOf([&] { shader.Run(m_grid, m_scene); }).find("does not end within"),
+              std::string::npos);
+    shader.Set("go", 0);
+    shader.Run(m_grid, m_scene);
+    EXPECT_EQ(m_grid.Values<QxRGBColor>("Oi")[0], (QxRGBColor{1, 1, 1})) << "it runs again";
 }
 
 TEST_F(HostFiles, LeadsTheWholeLifeAgain)
@@ -336,6 +370,12 @@ TEST_P(Host, TellsOfParameters)
     }
     EXPECT_EQ(values[5]->texts, std::vector<std::string>{"x\"y"});
     EXPECT_TRUE(m_shader->Shader().NeedsObjectSpace());
+    // A shared object does not tell these apart.
+    const bool tellsAll = std::string_view(GetParam()) == "--int";
+    EXPECT_EQ(values[7].has_value(), !tellsAll) << "it depends on the shading point";
+    const auto& parameters = m_shader->Shader().Parameters();
+    EXPECT_EQ(parameters[3].type, tellsAll ? QxValueType::Vector : QxValueType::Point);
+    EXPECT_EQ(parameters[4].type, tellsAll ? QxValueType::Normal : QxValueType::Point);
     Run();
     EXPECT_EQ(m_shader->Get("p").numbers, (Numbers{3, 6, 9}))
         << "an instance's stands in its space";
@@ -380,6 +420,40 @@ TEST_P(Host, RunsOnBuffersOfTheCaller)
     EXPECT_NE(ErrorOf([&] { m_shader->SetBuffer("t", sum); }), "");
 }
 
+TEST_P(Host, ShadesInSeveralThreadsAtATime)
+{
+    const auto shader = Open("test", R"(
+        surface test(varying float a = 2; string t = "x"; output varying float each[2] = {1, 2}) {
+            each[0] = a + noise(u * 7, v); string s = concat(t, format("%f", u));
+            while (each[0] > 1.5) each[0] -= 0.25;
+            Ci = color(each[0], s == "x" ? 1 : 0, 0) + diffuse(N) + ambient(); Oi = 1; })");
+    const auto lamp = Open("lamp", R"(
+        light lamp(point from = point "shader" (0, 0, 0)) { illuminate (from) Cl = 1 / (L . L); })");
+    std::vector<Numbers> results(4);
+    std::vector<std::thread> threads;
+    for (std::size_t i = 0; i < results.size(); ++i)
+        threads.emplace_back([&, i] {
+            QxHostScene scene;
+            QxShaderInstance light(lamp, scene.Spaces());
+            scene.AddLight(light);
+            QxShaderInstance surface(shader, scene.Spaces());
+            for (int run = 0; run < 20; ++run) {
+                QxHostGrid grid(9, 7);
+                surface.Run(grid, scene);
+                const Numbers Ci = grid.Get("Ci").numbers;
+                if (run > 0 && Ci != results[i])
+                    results[i].clear();
+                else
+                    results[i] = Ci;
+            }
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(results[0].size(), 9U * 7 * 3);
+    for (const Numbers& result : results)
+        EXPECT_EQ(result, results[0]);
+}
+
 TEST_P(Host, DisplacesAndImages)
 {
     Load("displacement test(float by = 1) { P += by * normalize(N); N = calculatenormal(P); }");
@@ -409,16 +483,4 @@ TEST_P(Host, AnswersMessages)
     EXPECT_EQ(m_shader->Get("found").numbers, Numbers{11});
     EXPECT_EQ(m_shader->Get("tint").numbers, (Numbers{1, 2, 3}));
     EXPECT_EQ(m_shader->Get("tag").texts, std::vector<std::string>{"label"});
-}
-
-TEST_F(HostFiles, EndsShadersThatDoNotEnd)
-{
-    const auto endless = QxShader::Open(m_folder.Build(
-        "endless", "surface endless() { float x = s; while (x < 2) x *= 0.5; Ci = x; }", "--int"));
-    QxSpaceRegistry spaces;
-    QxShaderInstance instance(endless, spaces);
-    QxHostGrid grid(2, 2);
-    QxHostScene scene;
-    EXPECT_NE(ErrorOf([&] { instance.Run(grid, scene); }).find("does not end within"),
-              std::string::npos);
 }

@@ -12,7 +12,7 @@ protected:
     SqxPictureSettings Settings(const char* source)
     {
         SqxPictureSettings settings;
-        settings.shaders.push_back({QxShader::Open(m_folder.Build("test", source)), {}});
+        settings.shaders.push_back({QxShader::Open(m_folder.Build("test", source, "--int")), {}});
         settings.width = 100;
         settings.height = 80;
         settings.samples = 2;

@@ -46,6 +46,10 @@ protected:
         std::ifstream file(m_folder.Path() / "messages");
         return {std::istreambuf_iterator<char>(file), {}};
     }
+    [[nodiscard]] std::string Code(const std::string& name, const std::string& source) const
+    {
+        return m_folder.Build(name, source, "--int");
+    }
     void WriteSource(const std::string& name, const std::string& source) const
     {
         std::ofstream(m_folder.Path() / name) << source;
@@ -56,15 +60,23 @@ protected:
         ASSERT_EQ(Run("--size 64x64 --samples 1 --background 0 -o out.png " + encoding + arguments),
                   0)
             << Messages();
+        m_bytes = ReadPng("out.png", 64, 64);
+    }
+    /// The bytes of a picture, which must have that size.
+    std::vector<unsigned char> ReadPng(const std::string& name, unsigned int width,
+                                       unsigned int height) const
+    {
         png_image image = {};
         image.version = PNG_IMAGE_VERSION;
-        const std::string path = m_folder.Path() / "out.png";
-        ASSERT_TRUE(png_image_begin_read_from_file(&image, path.c_str())) << image.message;
-        ASSERT_EQ(image.width, 64U);
-        ASSERT_EQ(image.height, 64U);
+        const std::string path = m_folder.Path() / name;
+        EXPECT_TRUE(png_image_begin_read_from_file(&image, path.c_str())) << image.message;
+        EXPECT_EQ(image.width, width);
+        EXPECT_EQ(image.height, height);
         image.format = PNG_FORMAT_RGB;
-        m_bytes.resize(PNG_IMAGE_SIZE(image));
-        ASSERT_TRUE(png_image_finish_read(&image, nullptr, m_bytes.data(), 0, nullptr));
+        std::vector<unsigned char> bytes(std::size_t{3} *
+                                         std::max(width * height, image.width * image.height));
+        EXPECT_TRUE(png_image_finish_read(&image, nullptr, bytes.data(), 0, nullptr));
+        return bytes;
     }
     /// A PNG file of four channels.
     void WritePng(const std::string& name, unsigned int width,
@@ -110,6 +122,10 @@ TEST_F(SqxShade, ShowsASourceAndItsParameters)
     Shade("--param weights=1,0 --square look.sl");
     EXPECT_EQ(At(k_middle, k_middle).b, 255);
 
+    const std::string picture = PictureFile();
+    Shade("--param weights=1,0 --square --dso look.sl");
+    EXPECT_EQ(PictureFile(), picture) << "a shared object gives the same";
+
     Shade("--param mode=place look.sl");
     EXPECT_NEAR(At(k_low, k_high).r, 4 * k_low, 4) << "where it is on the picture";
     EXPECT_NEAR(At(k_low, k_high).g, 4 * k_high, 4);
@@ -127,11 +143,11 @@ TEST_F(SqxShade, ShowsASourceAndItsParameters)
 
 TEST_F(SqxShade, RunsEachKindOfShader)
 {
-    Shade(m_folder.Build("lamp", "light lamp() { solar(vector(0, 1, 0), 0) { Cl = 1; } }"));
+    Shade(Code("lamp", "light lamp() { solar(vector(0, 1, 0), 0) { Cl = 1; } }"));
     EXPECT_LT(At(k_middle, k_high).r, At(k_middle, k_low).r) << "lit from below";
 
     // The sphere grows, but not where it is pressed flat, and is lit as it then stands.
-    Shade(m_folder.Build("press", R"(displacement press() {
+    Shade(Code("press", R"(displacement press() {
               point p = transform("world", P);
               P = transform("world", "current", 1.2 * point(xcomp(p), ycomp(p), max(zcomp(p), 0)));
           })") +
@@ -141,7 +157,7 @@ TEST_F(SqxShade, RunsEachKindOfShader)
     EXPECT_NEAR(face.r, At(k_low, k_high).r, 8) << "all normals lead to the camera";
     EXPECT_GT(At(3, k_middle).r, 0) << "beyond the sphere's edge";
 
-    Shade(m_folder.Build("mist", "volume mist() { Ci = color(0, 0, length(I) / 8); }") + " " +
+    Shade(Code("mist", "volume mist() { Ci = color(0, 0, length(I) / 8); }") + " " +
           m_folder.Build("cover", "imager cover() { Ci += (1 - alpha) * color(1, 0, 0); }"));
     EXPECT_NEAR(At(k_middle, k_middle).b, 4 * 255 / 8, 8);
     EXPECT_EQ(At(k_middle, k_middle).r, 0);
@@ -151,8 +167,7 @@ TEST_F(SqxShade, RunsEachKindOfShader)
 TEST_F(SqxShade, EncodesForScreens)
 {
     const std::string gray =
-        m_folder.Build("gray", "surface gray() { Ci = color(0.5, 0.001, 2); Oi = 1; }") +
-        " --square";
+        Code("gray", "surface gray() { Ci = color(0.5, 0.001, 2); Oi = 1; }") + " --square";
     Shade(gray, "");
     EXPECT_EQ(At(k_middle, k_middle).r, 188);
     EXPECT_EQ(At(k_middle, k_middle).g, 3);
@@ -160,7 +175,7 @@ TEST_F(SqxShade, EncodesForScreens)
     Shade(gray);
     EXPECT_EQ(At(k_middle, k_middle).r, 128);
 
-    Shade(m_folder.Build("white", R"(surface white() {
+    Shade(Code("white", R"(surface white() {
               normal n = normalize(N); Ci = ambient() + diffuse(n); Oi = 1; })"));
     int brightest = 0;
     for (const unsigned char byte : m_bytes)
@@ -178,7 +193,7 @@ TEST_F(SqxShade, ShowsFilesAsTextures)
     for (int i = 0; i < 64 * 4; ++i)
         stripes.push_back(i / 4 % 2 ? 255 : 0);
     WritePng("stripes.png", 64, stripes);
-    const std::string shader = m_folder.Build("look", R"(
+    const std::string shader = Code("look", R"(
         surface look(string name = "four"; float often = 1; float channel = 0) {
             Ci = texture(name, often * s, often * t) + color(0, 0, texture("four"[3], s, t)); Oi = 1; })");
     Shade(shader + " --square --texture four=four.png --texture fine=stripes.png");
@@ -198,7 +213,7 @@ TEST_F(SqxShade, ShowsFilesAsTextures)
 
 TEST_F(SqxShade, MakesTheSamePictureOnAnyNumberOfCores)
 {
-    const std::string shader = m_folder.Build("dust", R"(
+    const std::string shader = Code("dust", R"(
         surface dust() { Ci = Cs * random() * diffuse(normalize(N)); Oi = 1;
                          if (s > 0.48 && s < 0.52) printf("%f %f\\n", s, t); })");
     Shade("--threads 1 " + shader);
@@ -210,6 +225,22 @@ TEST_F(SqxShade, MakesTheSamePictureOnAnyNumberOfCores)
         EXPECT_EQ(PictureFile(), picture) << threads;
         EXPECT_EQ(Messages(), messages) << threads;
     }
+}
+
+TEST_F(SqxShade, PutsPicturesSideBySide)
+{
+    WriteSource("red.sl", "surface red() { Ci = color(1, 0, 0); Oi = 1; }");
+    WriteSource("blue.sl", "surface blue() { Ci = color(0, 0, 1); Oi = 1; }");
+    WriteSource("lamp.sl", "light lamp() { solar(vector(0, 0, 1), 0) { Cl = color(0, 1, 0); } }");
+    ASSERT_EQ(Run("--sheet --square --size 32x32 --samples 1 -o out.png red.sl blue.sl lamp.sl"), 0)
+        << Messages();
+    const std::vector<unsigned char> pixels =
+        ReadPng("out.png", 2 * 32 + 3 * 6, 2 * (32 + 11 + 6) + 6);
+    const auto at = [&](int x, int y) { return pixels.data() + (y * 82 + x) * 3; };
+    EXPECT_EQ(at(22, 22)[0], 255);
+    EXPECT_EQ(at(60, 22)[2], 255);
+    EXPECT_GT(at(22, 71)[1], 100) << "each shader is alone";
+    EXPECT_EQ(at(22, 71)[0], 0);
 }
 
 TEST_F(SqxShade, RefusesWhatIsWrong)

@@ -6,7 +6,7 @@
 
 /// How a source is compiled.
 struct SqxBuildOptions {
-    bool sharedObject = true;          // in place of byte-code
+    bool sharedObject = false;         // in place of byte-code
     std::vector<std::string> folders;  // of included files and shadeop libraries, absolute
     std::vector<std::string> definitions;
 };

@@ -8,6 +8,7 @@
 
 #include "picture/SqxPicture.h"
 #include "picture/SqxTexture.h"
+#include "sqxshade/SqxContactSheet.h"
 
 namespace {
 
@@ -79,6 +80,50 @@ SqxPictureSettings::Shader Load(const SqxShadeOptions::Shader& source,
     return loaded;
 }
 
+/// What shaders say goes where a program's words go.
+void Tell(const SqxNote& note)
+{
+    if (note.isReport)
+        std::cerr << note.text << '\n';
+    else
+        std::cout << note.text;
+}
+
+/// `number` of `count` pictures is rendered.
+void Render(SqxPicture& picture, Progress& progress, std::size_t number, std::size_t count)
+{
+    SqxPicture::Watch watch;
+    watch.progress = [&](float done) {
+        progress.Show((static_cast<float>(number) + done) / static_cast<float>(count));
+    };
+    watch.tell = Tell;
+    (void)picture.Render(watch);  // nobody stops it
+}
+
+std::vector<char> MakePicture(const SqxPictureSettings& settings, SqxEncoding encoding)
+{
+    Progress progress;
+    SqxPicture picture(settings);
+    Render(picture, progress, 0, 1);
+    return SqxEncodePng(settings.width, settings.height, picture.Bytes(encoding), encoding);
+}
+
+std::vector<char> MakeSheet(const SqxPictureSettings& settings, SqxEncoding encoding)
+{
+    Progress progress;
+    const std::size_t count = settings.shaders.size();
+    SqxContactSheet sheet(settings.width, settings.height, count);
+    for (std::size_t i = 0; i < count; ++i) {
+        SqxPictureSettings alone = settings;
+        alone.shaders = {settings.shaders[i]};
+        SqxPicture picture(std::move(alone));
+        Render(picture, progress, i, count);
+        const std::filesystem::path path = settings.shaders[i].shader->Name();
+        sheet.Place(i, picture.Bytes(encoding), path.stem().string());
+    }
+    return SqxEncodePng(sheet.Width(), sheet.Height(), sheet.Pixels(), encoding);
+}
+
 }  // namespace
 
 void SqxShade(const SqxShadeOptions& options)
@@ -89,21 +134,7 @@ void SqxShade(const SqxShadeOptions& options)
         settings.shaders.push_back(Load(shader, options.build, build));
     for (const auto& [name, file] : options.textures)
         settings.textures.insert_or_assign(name, SqxTexture::Read(file));
-
-    SqxPicture picture(std::move(settings));
-    {
-        Progress progress;
-        SqxPicture::Watch watch;
-        watch.progress = [&progress](float done) { progress.Show(done); };
-        watch.tell = [](const SqxNote& note) {
-            if (note.isReport)
-                std::cerr << note.text << '\n';
-            else
-                std::cout << note.text;
-        };
-        (void)picture.Render(watch);  // nobody stops it
-    }
     const SqxEncoding encoding = options.linear ? SqxEncoding::Linear : SqxEncoding::Srgb;
-    SqxWriteWhole(options.output, SqxEncodePng(options.picture.width, options.picture.height,
-                                               picture.Bytes(encoding), encoding));
+    SqxWriteWhole(options.output,
+                  options.sheet ? MakeSheet(settings, encoding) : MakePicture(settings, encoding));
 }

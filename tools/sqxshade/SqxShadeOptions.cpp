@@ -161,6 +161,8 @@ constexpr OptionRow k_options[] = {
     {"--texture", "NAME=FILE.png", [](Options& o, const std::string& v) {
          o.textures.push_back(ReadAssignment(v, "A texture")); },
      "what shaders see as the texture NAME; without one it is a check"},
+    {"--sheet", "", [](Options& o, const std::string&) { o.sheet = true; },
+     "shades each shader by itself, and writes all pictures side by side into one file"},
     {"--dso", "", [](Options& o, const std::string&) { o.build.sharedObject = true; },
      "builds shared objects of sources in place of byte-code"},
     {"--linear", "", [](Options& o, const std::string&) { o.linear = true; },

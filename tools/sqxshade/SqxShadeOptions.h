@@ -17,6 +17,7 @@ struct SqxShadeOptions {
     std::vector<Shader> shaders;
     std::vector<std::pair<std::string, std::string>> textures;  // names and files
     std::string output;
+    bool sheet = false;          // a picture for each shader, side by side in one file
     bool linear = false;         // writes the values as they are
     SqxPictureSettings picture;  // but for its shaders and textures
     SqxBuildOptions build;

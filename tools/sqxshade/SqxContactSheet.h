@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// Many pictures of one size in one, each with its name below.
+class SqxContactSheet {
+public:
+    /// As many columns as rows, or one more.
+    SqxContactSheet(unsigned int pictureWidth, unsigned int pictureHeight, std::size_t count);
+
+    /// Puts the picture of that number, counted from 0, in its place: three bytes a pixel.
+    void Place(std::size_t number, const std::vector<unsigned char>& picture,
+               const std::string& name);
+
+    [[nodiscard]] unsigned int Width() const { return m_width; }
+    [[nodiscard]] unsigned int Height() const { return m_height; }
+    [[nodiscard]] const std::vector<unsigned char>& Pixels() const { return m_pixels; }
+
+private:
+    void Write(const std::string& text, unsigned int left, unsigned int top, unsigned int right);
+    void SetPixel(unsigned int x, unsigned int y, unsigned char value);
+
+    unsigned int m_pictureWidth;
+    unsigned int m_pictureHeight;
+    unsigned int m_columns;
+    unsigned int m_width;
+    unsigned int m_height;
+    std::vector<unsigned char> m_pixels;
+};
