@@ -280,7 +280,7 @@ std::vector<unsigned char> SqxPicture::Bytes(SqxEncoding encoding) const
             m_pixels.colors[i] + (1 - m_pixels.opacities[i]) * m_settings.background;
         for (int channel = 0; channel < 3; ++channel)
             encoded[i * 3 + channel] =
-                static_cast<unsigned char>(Encoded(color[channel], encoding) * 255 + 0.5F);
+                static_cast<unsigned char>(std::lround(Encoded(color[channel], encoding) * 255));
     }
     if (m_pixels.width == m_settings.width && m_pixels.height == m_settings.height)
         return encoded;

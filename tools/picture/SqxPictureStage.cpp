@@ -90,7 +90,8 @@ void SqxPictureStage::RunImager(SqxPixels& pixels, unsigned int firstRow, unsign
         at.Oi[i] = pixels.opacities[offset + i];
         at.alpha[i] = (at.Oi[i].r + at.Oi[i].g + at.Oi[i].b) / 3;
         const float x = static_cast<float>(i % width) + 0.5F;
-        const float y = static_cast<float>(firstRow + i / width) + 0.5F;
+        const std::size_t row = firstRow + i / width;
+        const float y = static_cast<float>(row) + 0.5F;
         at.P[i] = {x * toColumn, y * toRow, 0};
         at.u[i] = at.s[i] = x / static_cast<float>(width);
         at.v[i] = at.t[i] = y / static_cast<float>(pixels.height);
