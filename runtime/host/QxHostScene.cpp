@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "QxMatrixMath.h"
 #include "QxHostError.h"
+#include "QxMatrixMath.h"
 #include "host/QxShaderInstance.h"
 
 namespace {

@@ -5,8 +5,8 @@
 #include <fstream>
 #include <iterator>
 
-#include "host/QxByteCodeShader.h"
 #include "QxHostError.h"
+#include "host/QxByteCodeShader.h"
 #include "host/QxShaderObject.h"
 
 namespace {

@@ -93,10 +93,10 @@ private:
 
     /// A function body that is being expanded.
     struct Body {
-        SlcOperand flag;     // points that have not returned; null unless some return early
-        SlcOperand result;   // their value; null unless some return early with one
-        std::size_t loops;   // varying loops around the call
-        SlcLabel end;        // null unless some return early
+        SlcOperand flag;    // points that have not returned; null unless some return early
+        SlcOperand result;  // their value; null unless some return early with one
+        std::size_t loops;  // varying loops around the call
+        SlcLabel end;       // null unless some return early
         SlcProcCallExprNode* call;
         bool ended = false;  // at a `return` that all points reach; its value is on the stack
     };

@@ -1,7 +1,8 @@
 // Shared objects compute what byte-code computes, at every optimization level.
 //
 // SLC_AGREE_CXX is the level of the C++ compiler, -O0 unless set; SLC_AGREE_RANDOM the number of
-// random shaders of each generator; SLC_AGREE_TESTS the filter of the tests whose shaders are compared.
+// random shaders of each generator; SLC_AGREE_TESTS the filter of the tests whose shaders are
+// compared.
 
 #include <gtest/gtest.h>
 

@@ -18,8 +18,8 @@
 ///   r = ref a x | r = call NAME x y | call NAME x y | illuminance L1 L2 | again L1
 ///   begin | end
 /// What a variable is follows from its name: f... varying flag, g... uniform flag, u... uniform
-/// float, a... array, A... uniform array, r... reference, p... parameter, C... predefined and written, any other name
-/// a varying float; true, false and numbers are constants.
+/// float, a... array, A... uniform array, r... reference, p... parameter, C... predefined and
+/// written, any other name a varying float; true, false and numbers are constants.
 class CodeText {
 public:
     /// A list with these instructions; each name is one variable.
