@@ -20,18 +20,22 @@ std::string PathOf(const std::string& library, const std::vector<std::string>& f
     throw QxHostError("There is no shadeop library '" + library + "' in the given folders");
 }
 
-/// A method is one only if the library's own table lists it, with its init and cleanup functions:
-/// the file could name any function of the process otherwise.
+/// A method is one only if the library's own table lists it, and with it the init and cleanup
+/// functions: the file could name any function of the process otherwise. They may come from two
+/// rows, since the overloads that a shader calls share theirs.
 bool IsListed(void* library, const SqxDSOFunction& function)
 {
     const auto* row =
         static_cast<const QxShadeop*>(dlsym(library, (function.method + "_shadeops").c_str()));
     if (!row)
         return false;
-    for (; row->declaration && *row->declaration; ++row)
-        if (function.init == row->init && function.cleanup == row->cleanup)
-            return true;
-    return false;
+    bool listsInit = function.init.empty();
+    bool listsCleanup = function.cleanup.empty();
+    for (; row->declaration && *row->declaration; ++row) {
+        listsInit = listsInit || (row->init && function.init == row->init);
+        listsCleanup = listsCleanup || (row->cleanup && function.cleanup == row->cleanup);
+    }
+    return listsInit && listsCleanup;
 }
 
 template <class Function>
