@@ -14,10 +14,9 @@
 // A flag that `and` combines with the bracket's own right behind it is not read for the others.
 // Tested with whole shaders, which are compared with shared objects.
 
-#include <algorithm>
-#include <bit>
+#include "machine/QxSimplifyMasks.h"
 
-#include "machine/QxTranslator.h"
+#include <algorithm>
 
 namespace {
 

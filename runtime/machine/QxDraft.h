@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "kernels/QxCode.h"
+
+/// An instruction while a block is translated: what the passes over it need beyond the code.
+struct QxDraft {
+    QxCode code;
+    const QxKernelRow* row = nullptr;
+    std::size_t first = 0;  // place of its operands in those of the block, and of their letters
+    bool jumps = false;     // to an instruction of the file
+};
+
+/// A block while it is translated.
+struct QxDraftBlock {
+    std::vector<QxDraft> drafts;
+    std::vector<QxOperand> operands;
+    std::string letters;  // of the operands: r read, w written, m both
+};
+
+inline bool QxIsWritten(char letter)
+{
+    return letter == 'w' || letter == 'm';
+}

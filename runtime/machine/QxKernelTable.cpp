@@ -1,0 +1,34 @@
+#include "machine/QxKernelTable.h"
+
+#include "sqx/SqxLayout.h"
+#include "sqx/SqxNumbers.h"
+
+QxKernelTable::QxKernelTable(bool avx2)
+{
+    using Rows = QxKernelRows (*)();
+    const std::vector<Rows> tables = {avx2 ? qxavx2::OperatorKernels : qxbaseline::OperatorKernels,
+                                      avx2 ? qxavx2::FunctionKernels : qxbaseline::FunctionKernels,
+                                      qxcommon::SceneKernels, qxcommon::ListKernels};
+    for (const Rows table : tables)
+        for (const QxKernelRow& row : table())
+            m_byName.emplace(row.primitive, &row);
+    for (int number = 0; number <= k_sqxHighestNumber; ++number) {
+        const SqxLayout* layout = SqxLayout::Find(number);
+        m_byNumber.push_back(layout ? Find(layout->primitive) : nullptr);
+    }
+}
+
+const QxKernelTable& QxKernelTable::For(bool avx2)
+{
+    static const QxKernelTable baseline(false);
+    if (!avx2)
+        return baseline;
+    static const QxKernelTable fast(true);
+    return fast;
+}
+
+const QxKernelRow* QxKernelTable::Find(std::string_view primitive) const
+{
+    const auto found = m_byName.find(primitive);
+    return found == m_byName.end() ? nullptr : found->second;
+}
