@@ -7,3 +7,9 @@ class QxHostError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
+
+/// A run that ended because its host wanted no more of it.
+class QxHostStopped : public QxHostError {
+public:
+    using QxHostError::QxHostError;
+};

@@ -18,6 +18,7 @@ public:
         m_run.Evaluate(layout, context, hidden, variables, lights);
     }
     void SetStepLimit(std::size_t limit) override { m_run.SetStepLimit(limit); }
+    void SetStopTest(QxStopTest test) override { m_run.SetStopTest(std::move(test)); }
 
 private:
     QxMachineRun m_run;

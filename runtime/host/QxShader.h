@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -9,6 +10,9 @@
 #include "QxDerivatives.h"
 #include "QxShaderSupport.h"
 #include "host/QxHostValue.h"
+
+/// Whether a run is to stop.
+using QxStopTest = std::function<bool()>;
 
 /// Shades with a shader for one user at a time.
 class QxShaderRun {
@@ -24,6 +28,8 @@ public:
                           std::vector<QxLightInput>& lights) = 0;
     /// An evaluation that takes more steps is ended with a `QxHostError`, if steps can be counted.
     virtual void SetStepLimit(std::size_t) {}
+    /// Nothing for a run that cannot be stopped.
+    virtual void SetStopTest(QxStopTest) {}
 };
 
 /// A shader that was read from a file and does not change any more: byte-code or a shared object.

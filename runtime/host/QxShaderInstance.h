@@ -40,6 +40,10 @@ public:
 
     /// A run that takes more steps is ended with a `QxHostError`. Only byte-code is watched.
     void SetStepLimit(std::size_t limit) { m_run->SetStepLimit(limit); }
+    /// A run asks `test` now and then, every few milliseconds unless the scene takes long to
+    /// answer, and ends with a `QxHostStopped` when it says so. None is asked after an empty one.
+    /// Only byte-code is watched.
+    void SetStopTest(QxStopTest test) { m_run->SetStopTest(std::move(test)); }
 
     /// Shades the grid: reads its predefined variables and writes those that the shader writes.
     /// Output parameters start from their default values each time. Throws `QxHostError`.

@@ -16,6 +16,9 @@
 namespace {
 
 constexpr unsigned int k_strip = 256;
+// Instructions, counted for each point, until somebody is asked whether to go on: some microseconds
+// of the cheapest ones, some milliseconds of those that are not.
+constexpr std::size_t k_workBetweenTests = std::size_t{1} << 15;
 
 enum class Share { None, Some, All };
 
@@ -146,13 +149,15 @@ void QxMachineRun::RunBlock(const QxProgramBlock& block)
         case QxCodeStep::Kernel:
         case QxCodeStep::Grid:
             code->all(m_state, *code, all);
+            CountWork(all.count);
             ++code;
             break;
         case QxCodeStep::GridIf:
             RunWhere(*code++);
+            CountWork(all.count);
             break;
         case QxCodeStep::BeginParallel:
-            RunParallel(code + 1, code->pointwise ? 1 : k_strip);
+            RunParallel(code, codes + code->target);
             code = codes + code->target;
             break;
         case QxCodeStep::Goto:
@@ -195,6 +200,17 @@ void QxMachineRun::CountSteps(std::size_t steps)
     if (m_steps > m_stepLimit)
         throw QxHostError("Shader '" + m_program.Name() + "' does not end within " +
                           std::to_string(m_stepLimit) + " steps");
+    CountWork(steps);
+}
+
+void QxMachineRun::CountWork(std::size_t work)
+{
+    m_work += work;
+    if (m_work < k_workBetweenTests)
+        return;
+    m_work = 0;
+    if (m_stopTest && m_stopTest())
+        throw QxHostStopped("Shader '" + m_program.Name() + "' was stopped");
 }
 
 /// For the points of a flag.
@@ -217,12 +233,16 @@ void QxMachineRun::RunWhere(const QxCode& code)
 
 // Parallel brackets
 
-void QxMachineRun::RunParallel(const QxCode* begin, unsigned int strip)
+void QxMachineRun::RunParallel(const QxCode* begin, const QxCode* behind)
 {
+    const unsigned int strip = begin->pointwise ? 1 : k_strip;
+    const auto length = static_cast<std::size_t>(behind - begin);
     m_state.notesWait = true;
     const unsigned int size = m_state.grid.Size();
     for (unsigned int first = 0; first < size; first += strip) {
-        RunStrip(begin, first, std::min(strip, size - first));
+        const unsigned int count = std::min(strip, size - first);
+        RunStrip(begin + 1, first, count);
+        CountWork(count * length);
         if (!m_state.notes.empty())
             TellNotes();
     }

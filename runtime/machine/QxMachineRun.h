@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <vector>
 
 #include "machine/QxMachineProgram.h"
@@ -17,6 +18,8 @@ public:
 
     /// An evaluation that takes more steps than this throws `QxHostError`: the shader does not end.
     void SetStepLimit(std::size_t limit) { m_stepLimit = limit; }
+    /// An evaluation asks this now and then, and throws `QxHostStopped` when it says so.
+    void SetStopTest(std::function<bool()> test) { m_stopTest = std::move(test); }
 
     // Each of these throws `QxHostError`. The variables are those that `Declare` made.
 
@@ -37,7 +40,7 @@ private:
     void Start(const QxGrid& grid, const QxShadingContext& context, std::vector<QxVar>& variables);
     void InitializeAtPoints(std::vector<QxVar>& variables);
     void RunBlock(const QxProgramBlock& block);
-    void RunParallel(const QxCode* begin, unsigned int strip);
+    void RunParallel(const QxCode* begin, const QxCode* behind);
     void RunStrip(const QxCode* code, unsigned int first, unsigned int count);
     [[nodiscard]] const QxCode* Enter(const QxCode* code, QxPoints& points, unsigned int depth);
     void RunWhere(const QxCode& code);
@@ -45,6 +48,7 @@ private:
     [[nodiscard]] const QxCode* EndLights(const QxProgramBlock& block, const QxCode* code);
     void TakeLight();
     void CountSteps(std::size_t steps);
+    void CountWork(std::size_t work);
     void TellNotes();
     [[nodiscard]] bool IsTrue(const QxCode& code) const;
 
@@ -54,6 +58,8 @@ private:
     QxMachineState m_state;
     std::size_t m_stepLimit = k_stepLimit;
     std::size_t m_steps = 0;
+    std::function<bool()> m_stopTest;
+    std::size_t m_work = 0;                           // since the test was asked
     std::vector<LightLoop> m_loops;                   // innermost last
     std::vector<std::vector<QxStopAndBool>> m_masks;  // by depth of conditions
     std::vector<const QxStopAndBool*> m_outer;        // masks of the conditions that are open

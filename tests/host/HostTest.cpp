@@ -197,6 +197,30 @@ TEST_F(HostFiles, EndsShadersThatDoNotEnd)
     EXPECT_EQ(m_grid.Values<QxRGBColor>("Oi")[0], (QxRGBColor{1, 1, 1})) << "it runs again";
 }
 
+TEST_F(HostFiles, StopsShadersWhenTheHostWantsTo)
+{
+    // A loop of the grid, a loop of uniform code, and work without any loop.
+    for (const char* slow :
+         {"while (u < go) Ci += 0.001;", "while (go > 0) sum += 1;", "Ci = noise(P);"}) {
+        QxShaderInstance shader(
+            QxShader::Open(m_folder.Build("test",
+                                          "surface test(float go = 2; output float sum = 0) {"
+                                          " Ci = 0; if (go > 0) { " +
+                                              std::string(slow) + " } Oi = 1; }",
+                                          "--int")),
+            m_scene.Spaces());
+        QxHostGrid grid(200, 200);
+        int asked = 0;
+        shader.SetStopTest([&] { return ++asked == 2; });
+        EXPECT_THROW(shader.Run(grid, m_scene), QxHostStopped) << slow;
+        EXPECT_EQ(asked, 2) << slow;
+        shader.SetStopTest({});
+        shader.Set("go", 0);
+        shader.Run(grid, m_scene);
+        EXPECT_EQ(grid.Values<QxRGBColor>("Oi")[0], (QxRGBColor{1, 1, 1})) << "it runs again";
+    }
+}
+
 TEST_F(HostFiles, LeadsTheWholeLifeAgain)
 {
     const std::string path = m_folder.Build("test", k_values, "--dso");

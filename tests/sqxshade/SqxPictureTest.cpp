@@ -72,6 +72,14 @@ TEST_F(Picture, EndsWhenAsked)
     EXPECT_EQ(picture.Bytes(SqxEncoding::Srgb).size(), 100U * 80 * 3) << "nothing but background";
 }
 
+TEST_F(Picture, EndsWithinAPiece)
+{
+    SqxPicture picture(Settings("surface test() { while (u < 2) Ci += 0.001; Oi = 1; }"));
+    SqxPicture::Watch watch;
+    watch.deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(20);
+    EXPECT_EQ(picture.Render(watch), SqxPictureEnd::OutOfTime);
+}
+
 TEST_F(Picture, PassesFaultsOn)
 {
     SqxPictureSettings settings = Settings(k_ramp);

@@ -250,6 +250,7 @@ void SqxPicture::Work(Pieces& pieces, SqxPictureStage& stage, const Watch& watch
         return watch.stop.stop_requested() ||
                (watch.deadline && std::chrono::steady_clock::now() >= *watch.deadline);
     };
+    stage.SetStopTest([&] { return pieces.ended || isOver(); });
     std::exception_ptr fault;
     while (!pieces.ended && !isOver()) {
         const unsigned int number = pieces.next++;
@@ -257,6 +258,8 @@ void SqxPicture::Work(Pieces& pieces, SqxPictureStage& stage, const Watch& watch
             break;
         try {
             pieces.run(stage, number);
+        } catch (const QxHostStopped&) {
+            break;
         } catch (...) {
             fault = std::current_exception();
             pieces.ended = true;
@@ -265,6 +268,7 @@ void SqxPicture::Work(Pieces& pieces, SqxPictureStage& stage, const Watch& watch
         pieces.notes[number] = stage.TakeNotes();
         ++pieces.done;
     }
+    stage.SetStopTest({});
     const std::lock_guard lock(pieces.mutex);
     if (fault && !pieces.fault)
         pieces.fault = fault;

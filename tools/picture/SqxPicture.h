@@ -34,7 +34,8 @@ public:
         /// What a shader of the whole picture said, in the picture's order.
         std::function<void(const SqxNote&)> tell;
     };
-    /// Whether it stops is looked at between pieces of the picture. Throws what a shader does.
+    /// Whether it stops is looked at between pieces of the picture, and in byte-code while it runs.
+    /// Throws what a shader does.
     SqxPictureEnd Render(const Watch& watch);
 
     [[nodiscard]] const SqxPictureSettings& Settings() const { return m_settings; }

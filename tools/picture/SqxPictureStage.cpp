@@ -32,6 +32,12 @@ void SqxPictureStage::AddLights()
         m_scene.AddDefaultLights();
 }
 
+void SqxPictureStage::SetStopTest(const QxStopTest& test)
+{
+    for (const auto& shader : m_shaders)
+        shader->SetStopTest(test);
+}
+
 QxShaderInstance* SqxPictureStage::Find(QxShaderInterface::QxType type) const
 {
     for (const auto& shader : m_shaders)

@@ -20,6 +20,8 @@ public:
     void Shade(QxHostGrid& grid, unsigned int piece);
     /// Runs the imager over rows of the picture.
     void RunImager(SqxPixels& pixels, unsigned int firstRow, unsigned int rows, unsigned int piece);
+    /// Asked now and then while shaders run; they end with `QxHostStopped` when it says so.
+    void SetStopTest(const QxStopTest& test);
     [[nodiscard]] bool Has(QxShaderInterface::QxType type) const { return Find(type) != nullptr; }
     [[nodiscard]] std::vector<SqxNote> TakeNotes() { return m_scene.TakeNotes(); }
 
