@@ -80,6 +80,25 @@ TEST_F(Picture, EndsWithinAPiece)
     EXPECT_EQ(picture.Render(watch), SqxPictureEnd::OutOfTime);
 }
 
+// On each shape u leads to the right and v down, and the normals lead outwards.
+TEST_F(Picture, ShadesEachShapeFromItsOuterSide)
+{
+    constexpr const char* k_sides = "surface test() { Oi = 1; Ci = color(xcomp(Du(P)) > 0 ? 1 : 0,"
+                                    " ycomp(Dv(P)) < 0 ? 1 : 0, N . I < 0 ? 1 : 0); }";
+    for (const SqxShapeKind kind :
+         {SqxShapeKind::Sphere, SqxShapeKind::Square, SqxShapeKind::Torus}) {
+        SqxPictureSettings settings = Settings(k_sides);
+        settings.shape = kind;
+        SqxPicture picture(settings);
+        ASSERT_EQ(picture.Render({}), SqxPictureEnd::Whole);
+        // Below the middle, where a torus shows its front.
+        const std::vector<unsigned char> bytes = picture.Bytes(SqxEncoding::Linear);
+        const unsigned char* front = bytes.data() + (60 * 100 + 50) * 3;
+        EXPECT_EQ(std::vector(front, front + 3), std::vector<unsigned char>(3, 255))
+            << static_cast<int>(kind);
+    }
+}
+
 TEST_F(Picture, PassesFaultsOn)
 {
     SqxPictureSettings settings = Settings(k_ramp);

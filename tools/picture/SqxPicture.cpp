@@ -131,7 +131,7 @@ struct SqxPicture::Pieces {
 
 SqxPicture::SqxPicture(SqxPictureSettings settings)
     : m_settings(std::move(settings)),
-      m_shape(m_settings.square)
+      m_shape(m_settings.shape)
 {
     CheckKinds(m_settings);
     m_stages.push_back(std::make_unique<SqxPictureStage>(m_settings, m_shape));

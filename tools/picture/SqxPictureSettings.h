@@ -11,6 +11,8 @@
 
 class SqxTexture;
 
+enum class SqxShapeKind { Sphere, Square, Torus };
+
 /// A picture that cannot be made. The text is for the user.
 class SqxPictureError : public std::runtime_error {
 public:
@@ -35,7 +37,7 @@ struct SqxPictureSettings {
     };
 
     std::vector<Shader> shaders;  // one of each kind, and any number of lights
-    bool square = false;          // in place of a sphere
+    SqxShapeKind shape = SqxShapeKind::Sphere;
     unsigned int width = 256;
     unsigned int height = 256;
     unsigned int samples = 3;                          // along each edge of a pixel

@@ -8,19 +8,25 @@ namespace {
 
 constexpr float k_zoom = 3.9F;  // makes the shape fill four fifths of the picture
 constexpr float k_pi = 3.14159265F;
-constexpr float k_turnAroundX = -0.35F;  // radians: the upper pole shows
-constexpr float k_turnAroundY = 0.3F;
 constexpr float k_pole = 1e-4F;  // rows begin so far from the poles, where u has no length
 constexpr float k_range = 1 - 2 * k_pole;
+constexpr float k_tubeRadius = 0.36F;  // of the torus; all of it has 1
+constexpr float k_turnAroundY = 0.3F;  // radians
+
+/// The upper pole shows, or the hole.
+float TurnAroundX(SqxShapeKind kind)
+{
+    return kind == SqxShapeKind::Torus ? -0.85F : -0.35F;
+}
 
 }  // namespace
 
-SqxShape::SqxShape(bool square) : m_square(square), m_toCurrent(WorldToCurrent())
+SqxShape::SqxShape(SqxShapeKind kind) : m_kind(kind), m_toCurrent(WorldToCurrent())
 {
-    if (square)
+    if (kind == SqxShapeKind::Square)
         return;
     const QxMatrix44 upright = QxRotate(QxMatrix44::Identity(), k_turnAroundY, {0, 1, 0});
-    const QxMatrix44 tilt = QxRotate(QxMatrix44::Identity(), k_turnAroundX, {1, 0, 0});
+    const QxMatrix44 tilt = QxRotate(QxMatrix44::Identity(), TurnAroundX(kind), {1, 0, 0});
     m_toCurrent = upright * tilt * WorldToCurrent();
 }
 
@@ -31,12 +37,17 @@ QxMatrix44 SqxShape::WorldToCurrent()
 
 float SqxShape::LengthAlongU() const
 {
-    return (m_square ? 1 : k_pi) * k_zoom / k_distance;
+    return (m_kind == SqxShapeKind::Square ? 1 : k_pi) * k_zoom / k_distance;
 }
 
 float SqxShape::LengthAlongV() const
 {
-    return (m_square ? 1 : k_pi / 2) * k_zoom / k_distance;
+    float length = 1;
+    if (m_kind == SqxShapeKind::Sphere)
+        length = k_pi / 2;
+    else if (m_kind == SqxShapeKind::Torus)
+        length = k_pi * k_tubeRadius;
+    return length * k_zoom / k_distance;
 }
 
 SqxShape::Column SqxShape::ColumnAt(float u)
@@ -45,21 +56,29 @@ SqxShape::Column SqxShape::ColumnAt(float u)
     return {u, std::sin(around), std::cos(around)};
 }
 
-SqxShape::Row SqxShape::RowAt(float v)
+/// The rows of a sphere lead from the upper pole to the lower one, those of a torus begin at the
+/// hole and lead over its top; both lead down on the outer side.
+SqxShape::Row SqxShape::RowAt(float v) const
 {
+    if (m_kind == SqxShapeKind::Torus) {
+        const float sine = k_tubeRadius * std::sin(2 * k_pi * v);
+        const float cosine = k_tubeRadius * std::cos(2 * k_pi * v);
+        return {v, 1 - k_tubeRadius - cosine, sine, 2 * k_pi * sine, 2 * k_pi * cosine};
+    }
     const float down = k_pi * (k_pole + k_range * v);
-    return {v, std::sin(down), std::cos(down)};
+    const float sine = std::sin(down);
+    const float cosine = std::cos(down);
+    return {v, sine, cosine, k_pi * k_range * cosine, -k_pi * k_range * sine};
 }
 
-/// u and s lead to the right, v and t down; the seam of the sphere is behind.
+/// u and s lead to the right, v and t down; the seam of sphere and torus is behind.
 SqxShape::Point SqxShape::At(const Column& column, const Row& row) const
 {
-    if (m_square)
+    if (m_kind == SqxShapeKind::Square)
         return {{2 * column.u - 1, 1 - 2 * row.v, 0}, {2, 0, 0}, {0, -2, 0}};
-    return {{column.sine * row.sine, row.cosine, -column.cosine * row.sine},
-            QxVector3{column.cosine * row.sine, 0, column.sine * row.sine} * (2 * k_pi),
-            QxVector3{column.sine * row.cosine, -row.sine, -column.cosine * row.cosine} *
-                (k_pi * k_range)};
+    return {{column.sine * row.radius, row.height, -column.cosine * row.radius},
+            QxVector3{column.cosine * row.radius, 0, column.sine * row.radius} * (2 * k_pi),
+            {column.sine * row.radiusByV, row.heightByV, -column.cosine * row.radiusByV}};
 }
 
 void SqxShape::Place(QxHostGrid& grid, float u, float v, float du, float dv) const
@@ -93,7 +112,7 @@ bool SqxShape::IsTurnedAway(QxHostGrid& grid) const
     for (std::size_t i = 0; i < grid.Size(); ++i)
         if (QxDot(N[i], I[i]) < 0)
             return false;
-    return !m_square;
+    return m_kind != SqxShapeKind::Square;
 }
 
 SqxShape::Projected SqxShape::Project(const QxVector3& place)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/QxHostGrid.h"
+#include "picture/SqxPictureSettings.h"
 
 /// The shape to shade and how the camera sees it.
 ///
@@ -10,7 +11,7 @@ class SqxShape {
 public:
     static constexpr float k_distance = 5;
 
-    explicit SqxShape(bool square);
+    explicit SqxShape(SqxShapeKind kind);
 
     /// From the shape's own space to the current one, and from that around its middle.
     [[nodiscard]] const QxMatrix44& ToCurrent() const { return m_toCurrent; }
@@ -39,7 +40,8 @@ public:
     [[nodiscard]] static QxMatrix44 Projection(const QxVector3& middle, const QxVector3& half);
 
 private:
-    // What all points of a column, or of a row, have in common.
+    // What all points of a column, or of a row, have in common. Sphere and torus are made by a
+    // curve, the rows, that turns around the y axis.
     struct Column {
         float u;
         float sine;  // of the angle around the axis
@@ -47,8 +49,10 @@ private:
     };
     struct Row {
         float v;
-        float sine;  // of the angle down from the pole
-        float cosine;
+        float radius;  // distance from the axis
+        float height;
+        float radiusByV;  // the derivatives
+        float heightByV;
     };
     struct Point {
         QxVector3 place;
@@ -56,10 +60,10 @@ private:
         QxVector3 alongV;
     };
     [[nodiscard]] static Column ColumnAt(float u);
-    [[nodiscard]] static Row RowAt(float v);
+    [[nodiscard]] Row RowAt(float v) const;
     [[nodiscard]] Point At(const Column& column, const Row& row) const;
 
-    bool m_square;
+    SqxShapeKind m_kind;
     QxMatrix44 m_toCurrent;
 };
 

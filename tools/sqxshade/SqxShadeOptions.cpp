@@ -129,10 +129,12 @@ struct OptionRow {
 constexpr OptionRow k_options[] = {
     {"-o", "FILE", [](Options& o, const std::string& v) { o.output = v; },
      "the picture; SHADER.png in the working directory by default"},
-    {"--sphere", "", [](Options& o, const std::string&) { o.picture.square = false; },
+    {"--sphere", "", [](Options& o, const std::string&) { o.picture.shape = SqxShapeKind::Sphere; },
      "shades a sphere of radius 1; the default"},
-    {"--square", "", [](Options& o, const std::string&) { o.picture.square = true; },
+    {"--square", "", [](Options& o, const std::string&) { o.picture.shape = SqxShapeKind::Square; },
      "shades a square of side 2 that faces the camera"},
+    {"--torus", "", [](Options& o, const std::string&) { o.picture.shape = SqxShapeKind::Torus; },
+     "shades a torus of outer radius 1"},
     {"--param", "NAME=VALUE", ReadParameter,
      "sets a parameter of the shader in front of it: a text, a number, or numbers\n"
      "between commas; a color may be one number"},
