@@ -1,9 +1,12 @@
 #include "process/SqxProcess.h"
 
 #include <cerrno>
+#include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -13,6 +16,13 @@ constexpr int k_notStarted = 127;
 /// In the child: never returns. Everything that allocates was done before the fork.
 [[noreturn]] void Become(const SqxCommand& command, char* const* words)
 {
+    // What this program does with signals is no matter of the other.
+    sigset_t none;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
+    signal(SIGPIPE, SIG_DFL);
+    if (command.isOver && setpgid(0, 0) != 0)
+        _exit(k_notStarted);
     for (const auto& [name, value] : command.variables)
         if (setenv(name.c_str(), value.c_str(), 1) != 0)
             _exit(k_notStarted);
@@ -27,8 +37,25 @@ constexpr int k_notStarted = 127;
     _exit(k_notStarted);
 }
 
-[[nodiscard]] int StatusOf(pid_t child)
+/// Waits for the child's end, or for the time to end it with its process group.
+void WaitWatching(pid_t child, const std::function<bool()>& isOver)
 {
+    siginfo_t end = {};
+    while (waitid(P_PID, static_cast<id_t>(child), &end, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+           end.si_pid == 0) {
+        if (isOver()) {
+            setpgid(child, child);  // it may not have come to that itself
+            kill(-child, SIGKILL);
+            return;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+}
+
+[[nodiscard]] int StatusOf(pid_t child, const std::function<bool()>& isOver)
+{
+    if (isOver)
+        WaitWatching(child, isOver);
     int status = 0;
     while (waitpid(child, &status, 0) != child)
         if (errno != EINTR)
@@ -49,7 +76,7 @@ int SqxRunCommand(const SqxCommand& command)
     const pid_t child = fork();
     if (child == 0)
         Become(command, words.data());
-    return child < 0 ? k_notStarted : StatusOf(child);
+    return child < 0 ? k_notStarted : StatusOf(child, command.isOver);
 }
 
 std::filesystem::path SqxProgramBeside(const std::string& name)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -11,6 +12,9 @@ struct SqxCommand {
     std::filesystem::path folder;    // to run in; empty: this one
     std::filesystem::path output;    // file for all that it prints; empty: where ours goes
     std::vector<std::pair<std::string, std::string>> variables;  // beside those of our environment
+    /// Looked at every millisecond, if it is there: the program, with all that it started, is ended
+    /// once the answer is true.
+    std::function<bool()> isOver = nullptr;
 };
 
 /// Runs the program and waits for it. Gives its exit status, 128 and the number of the signal if

@@ -1,6 +1,5 @@
 #include "sqxshade/SqxShadeJob.h"
 
-#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <iostream>
@@ -9,28 +8,9 @@
 #include "picture/SqxPicture.h"
 #include "picture/SqxTexture.h"
 #include "sqxshade/SqxContactSheet.h"
+#include "sqxshade/SqxParameterValues.h"
 
 namespace {
-
-/// The value that a text gives a parameter.
-QxHostValue ReadValue(const QxShader::Parameter& parameter, const std::string& text)
-{
-    if (parameter.type == QxValueType::String)
-        return parameter.length == 1 ? std::vector{text} : SqxSplit(text, ',');
-    std::vector<float> numbers = SqxReadNumbers(text, "value of '" + parameter.name + "'");
-    const std::size_t width = QxFloatCount(parameter.type);
-    if (width == 3 && parameter.length == 1 && numbers.size() == 1)
-        numbers.assign(3, numbers[0]);
-    if (numbers.size() != width * parameter.length) {
-        const std::string array =
-            parameter.length == 1 ? "" : "[" + std::to_string(parameter.length) + "]";
-        throw SqxPictureError("Parameter '" + parameter.name + "' is a " +
-                              QxTypeName(parameter.type) + array + " and takes " +
-                              std::to_string(width * parameter.length) +
-                              " numbers, but is set to '" + text + "'");
-    }
-    return {parameter.type, std::move(numbers)};
-}
 
 /// Shows how far a picture is once that has taken a second.
 class Progress {
@@ -67,17 +47,9 @@ SqxPictureSettings::Shader Load(const SqxShadeOptions::Shader& source,
         }
         std::cerr << build.Messages();
     }
-    SqxPictureSettings::Shader loaded = {QxShader::Open(path, options.folders), {}};
-    const auto& parameters = loaded.shader->Parameters();
-    for (const auto& [name, text] : source.parameters) {
-        const auto found =
-            std::find_if(parameters.begin(), parameters.end(),
-                         [&name = name](const auto& parameter) { return parameter.name == name; });
-        if (found == parameters.end())
-            throw SqxPictureError("Shader '" + source.path + "' has no parameter '" + name + "'");
-        loaded.values.emplace_back(name, ReadValue(*found, text));
-    }
-    return loaded;
+    std::shared_ptr<const QxShader> shader = QxShader::Open(path, options.folders);
+    auto values = SqxReadParameterValues(*shader, source.path, source.parameters);
+    return {std::move(shader), std::move(values)};
 }
 
 /// What shaders say goes where a program's words go.

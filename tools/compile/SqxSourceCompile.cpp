@@ -1,0 +1,169 @@
+// The compiler leaves its files beside the source and in the working directory, under the shader's
+// name. So each run gives it a folder of its own, in which a link stands for the source. Only the
+// preprocessor runs in the user's working directory, on the source itself: names in reports are
+// then those that the user wrote.
+//
+// Its command gets the names through shell variables which the default command does not quote. With
+// the line break as only separator, blanks in them do no harm.
+
+#include "compile/SqxSourceCompile.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <string_view>
+#include <system_error>
+#include <unistd.h>
+
+#include "driver/SlcDefaultCommands.h"
+#include "process/SqxProcess.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* k_link = "source.sl";
+constexpr const char* k_preprocessed = "source.i";
+constexpr const char* k_messages = "messages";
+
+/// The file that a line marker names, as in `# 1 "a\"b.h" 2`; empty if the line is none.
+[[nodiscard]] std::string FileOfMarker(std::string_view line)
+{
+    const std::size_t first = line.find('"');
+    const std::size_t last = line.rfind('"');
+    if (!line.starts_with('#') || first >= last || line[first + 1] == '<')
+        return "";
+    std::string file;
+    for (std::size_t i = first + 1; i < last; ++i) {
+        if (line[i] == '\\' && i + 1 < last)
+            ++i;
+        file += line[i];
+    }
+    return file;
+}
+
+}  // namespace
+
+std::string SqxMakeWord(const std::string& path)
+{
+    std::string escaped;
+    for (const char c : path) {
+        if (c == ' ' || c == '#')
+            escaped += '\\';
+        if (c == '$')
+            escaped += '$';
+        escaped += c;
+    }
+    return escaped;
+}
+
+SqxSourceCompile::SqxSourceCompile(fs::path source, std::vector<std::string> options, fs::path work)
+    : m_source(std::move(source)),
+      m_options(std::move(options)),
+      m_work(std::move(work)),
+      m_compiler(SqxProgramBeside("shaderqx")),
+      m_ownCommand(std::getenv("SLC_CPP_COMMAND"))
+{
+}
+
+void SqxSourceCompile::WriteDependencies(fs::path file, std::string target)
+{
+    m_dependencies = std::move(file);
+    m_target = std::move(target);
+}
+
+/// The options for the preprocessor, each followed by `separator`.
+std::string SqxSourceCompile::PreprocessorOptions(const std::string& separator) const
+{
+    std::string text;
+    for (const std::string& option : m_options)
+        if (option.starts_with("-I") || option.starts_with("-D"))
+            text += option + separator;
+    return text;
+}
+
+std::string SqxSourceCompile::PreprocessCommand() const
+{
+    const std::string start = "cd " + SqxShellWord(fs::current_path().string()) +
+                              " || exit; input_file=" + SqxShellWord(m_source.string());
+    if (m_ownCommand)
+        return start + "; cpp_options=" + SqxShellWord(PreprocessorOptions(" ")) + "; " +
+               m_ownCommand;
+    std::string options = PreprocessorOptions("\n");
+    if (!m_dependencies.empty())
+        options += "-MD\n-MQ\n" + m_target + "\n-MF\n" + m_dependencies.string();
+    return start + "; cpp_options=" + SqxShellWord(options) + "; set -f; IFS='\n'; " +
+           DefaultPreprocessCommand();
+}
+
+int SqxSourceCompile::Run()
+{
+    std::error_code failed;
+    fs::create_symlink(fs::absolute(m_source), m_work / k_link, failed);
+    if (failed)
+        throw SqxCompileError("Cannot work in '" + m_work.string() + "': " + failed.message());
+    if (access(m_compiler.c_str(), X_OK) != 0)
+        throw SqxCompileError("There is no compiler '" + m_compiler.string() + "'");
+    SqxCommand command;
+    // Shadeop libraries of the working directory come first, as without this.
+    command.words = {m_compiler.string(), "-I" + fs::current_path().string()};
+    for (const std::string& option : m_options)
+        command.words.push_back(
+            option.starts_with("-I") ? "-I" + fs::absolute(option.substr(2)).string() : option);
+    command.words.insert(command.words.end(), {"--keep-cpp-file", m_work / k_link});
+    command.folder = m_work;
+    command.output = m_work / k_messages;
+    command.isOver = m_isOver;
+    const char* ownCC = std::getenv("SLC_CC_COMMAND");
+    command.variables = {{"SLC_CPP_COMMAND", PreprocessCommand()},
+                         {"SLC_CC_COMMAND", ownCC ? ownCC : DefaultCCCommand()}};
+    const int status = SqxRunCommand(command);
+    if (status == 0 && m_ownCommand && !m_dependencies.empty())
+        WriteDependenciesFromMarkers();
+    return status;
+}
+
+void SqxSourceCompile::WriteDependenciesFromMarkers() const
+{
+    std::string text = SqxMakeWord(m_target) + ":";
+    for (const std::string& file : FilesRead())
+        text += " \\\n " + SqxMakeWord(file);
+    std::ofstream file(m_dependencies, std::ios::binary);
+    file << text << '\n';
+    file.close();
+    if (!file)
+        throw SqxCompileError("Cannot write '" + m_dependencies.string() + "'");
+}
+
+/// The preprocessed file tells in line markers which files it was made of.
+std::set<std::string> SqxSourceCompile::FilesRead() const
+{
+    std::set<std::string> files = {m_source.string()};
+    std::ifstream preprocessed(m_work / k_preprocessed);
+    std::error_code ignored;
+    for (std::string line; std::getline(preprocessed, line);)
+        if (const std::string file = FileOfMarker(line); fs::is_regular_file(file, ignored))
+            files.insert(file);
+    return files;
+}
+
+/// The closing line of a refusal names the input, which is our link.
+std::string SqxSourceCompile::Messages() const
+{
+    const std::string head = "Compilation of ";
+    std::ifstream file(m_work / k_messages);
+    std::string messages;
+    for (std::string line; std::getline(file, line);) {
+        const std::size_t tail = line.find(" aborted due to errors: ");
+        const bool isClosing = line.starts_with(head) && tail != std::string::npos;
+        messages += (isClosing ? head + m_source.string() + line.substr(tail) : line) + '\n';
+    }
+    return messages;
+}
+
+fs::path SqxSourceCompile::Output() const
+{
+    for (const auto& entry : fs::directory_iterator(m_work))
+        if (entry.path().extension() == ".sqx")
+            return entry.path();
+    throw SqxCompileError("The compiler left no '.sqx' file for '" + m_source.string() + "'");
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+/// A compile that could not be done, for a reason that is not the source's. The text says why.
+class SqxCompileError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// One run of the compiler on a source. All files that it leaves stand in a folder of its own.
+class SqxSourceCompile {
+public:
+    /// `options` are those of the compiler, as given; `work` is an empty folder, which the caller
+    /// removes.
+    SqxSourceCompile(std::filesystem::path source, std::vector<std::string> options,
+                     std::filesystem::path work);
+
+    /// In place of the compiler that stands beside this program.
+    void SetCompiler(std::filesystem::path compiler) { m_compiler = std::move(compiler); }
+    /// The preprocessor also writes, in the syntax of makefiles, what `target` depends on.
+    void WriteDependencies(std::filesystem::path file, std::string target);
+    /// The compiler is ended, with all that it started, once the answer is true.
+    void EndWhen(std::function<bool()> isOver) { m_isOver = std::move(isOver); }
+
+    /// Gives the compiler's exit status. Throws `SqxCompileError`.
+    [[nodiscard]] int Run();
+
+    // After the run.
+
+    /// What the compiler said; the source is called as it was given.
+    [[nodiscard]] std::string Messages() const;
+    /// The compiled shader. Throws `SqxCompileError` if there is none.
+    [[nodiscard]] std::filesystem::path Output() const;
+    /// The source and all files that it includes, as the preprocessor names them. Of a source that
+    /// could not be preprocessed it is what came before the fault.
+    [[nodiscard]] std::set<std::string> FilesRead() const;
+
+private:
+    [[nodiscard]] std::string PreprocessCommand() const;
+    [[nodiscard]] std::string PreprocessorOptions(const std::string& separator) const;
+    void WriteDependenciesFromMarkers() const;
+
+    std::filesystem::path m_source;
+    std::vector<std::string> m_options;
+    std::filesystem::path m_work;
+    std::filesystem::path m_compiler;
+    const char* m_ownCommand;              // the user's, in place of the default preprocess command
+    std::filesystem::path m_dependencies;  // empty: not wanted
+    std::string m_target;
+    std::function<bool()> m_isOver;
+};
+
+/// A path as makefiles take it: blanks, and what has a meaning there, escaped.
+[[nodiscard]] std::string SqxMakeWord(const std::string& path);

@@ -1,0 +1,41 @@
+#include "sqxshade/SqxParameterValues.h"
+
+#include <algorithm>
+
+#include "sqxshade/SqxShadeOptions.h"
+
+QxHostValue SqxReadParameterValue(const QxShader::Parameter& parameter, const std::string& text)
+{
+    if (parameter.type == QxValueType::String)
+        return parameter.length == 1 ? std::vector{text} : SqxSplit(text, ',');
+    std::vector<float> numbers = SqxReadNumbers(text, "value of '" + parameter.name + "'");
+    const std::size_t width = QxFloatCount(parameter.type);
+    if (width == 3 && parameter.length == 1 && numbers.size() == 1)
+        numbers.assign(3, numbers[0]);
+    if (numbers.size() != width * parameter.length) {
+        const std::string array =
+            parameter.length == 1 ? "" : "[" + std::to_string(parameter.length) + "]";
+        throw SqxPictureError("Parameter '" + parameter.name + "' is a " +
+                              QxTypeName(parameter.type) + array + " and takes " +
+                              std::to_string(width * parameter.length) +
+                              " numbers, but is set to '" + text + "'");
+    }
+    return {parameter.type, std::move(numbers)};
+}
+
+std::vector<std::pair<std::string, QxHostValue>>
+SqxReadParameterValues(const QxShader& shader, const std::string& name,
+                       const std::vector<std::pair<std::string, std::string>>& texts)
+{
+    const auto& parameters = shader.Parameters();
+    std::vector<std::pair<std::string, QxHostValue>> values;
+    for (const auto& [wanted, text] : texts) {
+        const auto found =
+            std::find_if(parameters.begin(), parameters.end(),
+                         [&wanted = wanted](const auto& one) { return one.name == wanted; });
+        if (found == parameters.end())
+            throw SqxPictureError("Shader '" + name + "' has no parameter '" + wanted + "'");
+        values.emplace_back(wanted, SqxReadParameterValue(*found, text));
+    }
+    return values;
+}
