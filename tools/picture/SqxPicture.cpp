@@ -9,6 +9,7 @@
 #include <cmath>
 #include <condition_variable>
 #include <exception>
+#include <limits>
 #include <set>
 #include <thread>
 
@@ -158,6 +159,9 @@ SqxPictureEnd SqxPicture::Render(const Watch& watch)
     const unsigned int threads = m_settings.threads ? m_settings.threads : cores;
     while (m_stages.size() < threads)
         m_stages.push_back(std::make_unique<SqxPictureStage>(m_settings, m_shape));
+    if (watch.deadline)  // which tells endless shaders from long ones
+        for (const auto& stage : m_stages)
+            stage->SetStepLimit(std::numeric_limits<std::size_t>::max());
     m_pixels = {};
     for (const Pass& pass : Passes(watch.coarseFirst)) {
         const SqxPictureEnd end = RenderPass(pass, watch);

@@ -38,6 +38,12 @@ void SqxPictureStage::SetStopTest(const QxStopTest& test)
         shader->SetStopTest(test);
 }
 
+void SqxPictureStage::SetStepLimit(std::size_t limit)
+{
+    for (const auto& shader : m_shaders)
+        shader->SetStepLimit(limit);
+}
+
 QxShaderInstance* SqxPictureStage::Find(QxShaderInterface::QxType type) const
 {
     for (const auto& shader : m_shaders)

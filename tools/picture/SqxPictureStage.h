@@ -22,6 +22,7 @@ public:
     void RunImager(SqxPixels& pixels, unsigned int firstRow, unsigned int rows, unsigned int piece);
     /// Asked now and then while shaders run; they end with `QxHostStopped` when it says so.
     void SetStopTest(const QxStopTest& test);
+    void SetStepLimit(std::size_t limit);
     [[nodiscard]] bool Has(QxShaderInterface::QxType type) const { return Find(type) != nullptr; }
     [[nodiscard]] std::vector<SqxNote> TakeNotes() { return m_scene.TakeNotes(); }
 
