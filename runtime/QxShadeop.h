@@ -26,9 +26,9 @@
  *     string                        a const char*
  *     array                         its elements, one behind the other
  *
- * The address of the result is never that of an argument. A method may write into an array, and the
- * shader then sees what it wrote; it changes no other argument. A text that it gives as its result
- * stays its own, and must last until the next call; the shader copies it. */
+ * The address of the result is never that of an argument. A method may write into an array of
+ * numbers, and the shader then sees what it wrote; it changes no other argument. A text that it gives
+ * as its result stays its own, and must last until the next call; the shader copies it. */
 
 typedef struct QxShadeop {
     const char* declaration; /* empty in the record that ends the table */

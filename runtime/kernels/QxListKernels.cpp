@@ -256,70 +256,98 @@ void CopyArray(QxMachineState& state, const QxCode& code, const QxPoints& points
 
 // Shadeops
 
-/// The elements of an array of one point, one behind the other as a shadeop takes them.
-class ShadeopArray {
+/// Calls a shadeop point by point. It is handed copies, elements of an array one behind the other,
+/// since constants and uniform values belong to all points and runs.
+class ShadeopCall {
 public:
-    ShadeopArray(const QxMachineState& state, const QxOperand& operand, unsigned int point)
-        : m_bytes(BytesOf(operand.stored)),
-          m_elements(operand.size * m_bytes)
+    ShadeopCall(QxMachineState& state, const QxCode& code)
+        : m_state(state),
+          m_code(code),
+          m_shadeop(state.shadeops[static_cast<std::size_t>(code.number)])
     {
-        const std::size_t points = operand.step == 0 ? 1 : state.grid.Size();
-        for (std::size_t j = 0; j < operand.size; ++j) {
-            m_places.push_back(Address(state, operand, j * points + point * operand.step));
-            std::memcpy(&m_elements[j * m_bytes], m_places[j], m_bytes);
+        std::size_t places = 0;
+        for (std::size_t k = 0; k < code.count; ++k)
+            places += PlacesOf(code.operands[k]);
+        m_memory.resize(places);
+        Place* place = m_memory.data();
+        for (std::size_t k = 0; k < code.count; ++k) {
+            m_argv.push_back(place);
+            place += PlacesOf(code.operands[k]);
         }
     }
-    [[nodiscard]] void* Elements() { return m_elements.data(); }
-    /// Back to where they came from.
-    void Store() const
+
+    void Run(unsigned int point)
     {
-        for (std::size_t j = 0; j < m_places.size(); ++j)
-            std::memcpy(m_places[j], &m_elements[j * m_bytes], m_bytes);
+        const QxOperand& result = m_code.operands[0];
+        std::fill_n(static_cast<Place*>(m_argv[0]), PlacesOf(result), Place{});
+        for (std::size_t k = 1; k < m_code.count; ++k)
+            Load(m_code.operands[k], point, static_cast<char*>(m_argv[k]));
+        m_handed = m_argv;  // a list that it may change
+        m_shadeop.method(m_shadeop.data, static_cast<int>(m_handed.size()), m_handed.data());
+        for (std::size_t k = 1; k < m_code.count; ++k)
+            if (m_code.operands[k].size > 1)
+                Store(m_code.operands[k], point, static_cast<const char*>(m_argv[k]));
+        StoreResult(result, ElementOf(result, point, 0));
     }
 
 private:
-    std::size_t m_bytes;
-    std::vector<char> m_elements;
-    std::vector<char*> m_places;
-};
+    using Place = std::uint64_t;  // numbers and addresses may stand in it
 
-void CallShadeopAt(QxMachineState& state, const QxCode& code, unsigned int point)
-{
-    const QxLoadedShadeop& shadeop = state.shadeops[static_cast<std::size_t>(code.number)];
-    const QxOperand& result = code.operands[0];
-    void* const place = Address(state, result, point * result.step);
-    Text text = "";
-    float numbers[16] = {};
-    std::vector<void*> argv = {result.stored == QxStored::Text ? static_cast<void*>(&text)
-                                                               : static_cast<void*>(numbers)};
-    std::vector<ShadeopArray> arrays;
-    arrays.reserve(code.count);
-    std::vector<Text> texts(code.count);
-    for (std::size_t k = 1; k < code.count; ++k) {
-        const QxOperand& operand = code.operands[k];
-        void* argument = Address(state, operand, point * operand.step);
-        if (operand.size > 1) {
-            argument = arrays.emplace_back(state, operand, point).Elements();
-        } else if (operand.stored == QxStored::Text) {
-            texts[k] = *static_cast<Text*>(argument) ? *static_cast<Text*>(argument) : "";
-            argument = &texts[k];
-        }
-        argv.push_back(argument);
+    static std::size_t PlacesOf(const QxOperand& operand)
+    {
+        return (operand.size * BytesOf(operand.stored) + sizeof(Place) - 1) / sizeof(Place);
     }
-    shadeop.method(shadeop.data, static_cast<int>(argv.size()), argv.data());
-    for (const ShadeopArray& array : arrays)
-        array.Store();
-    if (result.stored == QxStored::Text)
-        QxAssignString(*static_cast<Text*>(place), text);
-    else
-        std::memcpy(place, numbers, BytesOf(result.stored));
-}
+    [[nodiscard]] void* ElementOf(const QxOperand& operand, unsigned int point,
+                                  std::size_t element) const
+    {
+        const std::size_t points = operand.step == 0 ? 1 : m_state.grid.Size();
+        return Address(m_state, operand, element * points + point * operand.step);
+    }
+    void Load(const QxOperand& operand, unsigned int point, char* target) const
+    {
+        const std::size_t bytes = BytesOf(operand.stored);
+        for (std::size_t j = 0; j < operand.size; ++j, target += bytes) {
+            const void* source = ElementOf(operand, point, j);
+            static constexpr Text none = "";
+            if (operand.stored == QxStored::Text && !*static_cast<const Text*>(source))
+                source = &none;
+            std::memcpy(target, source, bytes);
+        }
+    }
+    /// Numbers go back to where they came from; a text stays the shader's.
+    void Store(const QxOperand& operand, unsigned int point, const char* source) const
+    {
+        const std::size_t bytes = BytesOf(operand.stored);
+        if (operand.stored == QxStored::Text)
+            return;
+        for (std::size_t j = 0; j < operand.size; ++j, source += bytes)
+            std::memcpy(ElementOf(operand, point, j), source, bytes);
+    }
+    void StoreResult(const QxOperand& result, void* target) const
+    {
+        if (result.stored == QxStored::Text) {
+            Text text = nullptr;
+            std::memcpy(&text, m_argv[0], sizeof text);
+            QxAssignString(*static_cast<Text*>(target), text ? text : "");
+        } else {
+            std::memcpy(target, m_argv[0], BytesOf(result.stored));
+        }
+    }
+
+    QxMachineState& m_state;
+    const QxCode& m_code;
+    const QxLoadedShadeop& m_shadeop;
+    std::vector<Place> m_memory;  // of the result and the arguments
+    std::vector<void*> m_argv;    // where each of them is
+    std::vector<void*> m_handed;
+};
 
 void CallShadeop(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {
+    ShadeopCall call(state, code);
     for (unsigned int i = points.first; i < points.End(); ++i)
         if (points(i))
-            CallShadeopAt(state, code, i);
+            call.Run(i);
 }
 
 // Lights

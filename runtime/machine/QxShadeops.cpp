@@ -7,6 +7,7 @@
 
 #include "QxHostError.h"
 #include "QxShadeop.h"
+#include "machine/QxShadeopCheck.h"
 
 namespace {
 
@@ -23,12 +24,8 @@ std::string PathOf(const std::string& library, const std::vector<std::string>& f
 /// A method is one only if the library's own table lists it, and with it the init and cleanup
 /// functions: the file could name any function of the process otherwise. They may come from two
 /// rows, since the overloads that a shader calls share theirs.
-bool IsListed(void* library, const SqxDSOFunction& function)
+bool IsListed(const QxShadeop* row, const SqxDSOFunction& function)
 {
-    const auto* row =
-        static_cast<const QxShadeop*>(dlsym(library, (function.method + "_shadeops").c_str()));
-    if (!row)
-        return false;
     bool listsInit = function.init.empty();
     bool listsCleanup = function.cleanup.empty();
     for (; row->declaration && *row->declaration; ++row) {
@@ -54,8 +51,10 @@ QxShadeops::QxShadeops(const SqxShader& shader, const std::vector<std::string>& 
         if (!m_libraries.back())
             throw QxHostError("Cannot load shadeop library '" + path + "': " + dlerror());
     }
-    for (const SqxDSOFunction& function : shader.functions)
-        Find(function, shader.libraries[function.library]);
+    QxShadeopCheck check(shader);
+    for (std::size_t i = 0; i < shader.functions.size(); ++i)
+        Find(shader, i, check);
+    check.Run();
     for (std::size_t i = 0; i < m_loaded.size(); ++i) {
         const SqxDSOFunction& function = shader.functions[i];
         void* const library = m_libraries[function.library].get();
@@ -72,13 +71,18 @@ QxShadeops::~QxShadeops()
             m_cleanups[i](m_loaded[i].data);
 }
 
-void QxShadeops::Find(const SqxDSOFunction& function, const std::string& library)
+void QxShadeops::Find(const SqxShader& shader, std::size_t number, QxShadeopCheck& check)
 {
+    const SqxDSOFunction& function = shader.functions[number];
     void* const handle = m_libraries[function.library].get();
     using Method = void (*)(void*, int, void**);
     const auto method = FunctionOf<Method>(handle, function.method);
-    if (!method || !IsListed(handle, function))
-        throw QxHostError("Shadeop library '" + library + "' has no shadeop '" + function.method +
-                          "'");
+    const auto* row =
+        static_cast<const QxShadeop*>(dlsym(handle, (function.method + "_shadeops").c_str()));
+    if (!method || !row || !IsListed(row, function))
+        throw QxHostError("Shadeop library '" + shader.libraries[function.library] +
+                          "' has no shadeop '" + function.method + "'");
+    for (; row->declaration && *row->declaration; ++row)
+        check.Declare(number, row->declaration);
     m_loaded.push_back({method, nullptr, function.method});
 }

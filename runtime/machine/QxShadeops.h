@@ -7,11 +7,14 @@
 #include "kernels/QxKernel.h"
 #include "sqx/SqxShader.h"
 
+class QxShadeopCheck;
+
 /// The shadeops that a program calls, with their libraries loaded.
 class QxShadeops {
 public:
     /// Looks for the libraries of the shader in the folders, and calls the init functions. Throws
-    /// `QxHostError` for a library or shadeop that is not there.
+    /// `QxHostError` for a library or shadeop that is not there, or that is called with other types
+    /// than it is declared with.
     QxShadeops(const SqxShader& shader, const std::vector<std::string>& folders);
     /// Calls the cleanup functions and unloads.
     ~QxShadeops();
@@ -21,7 +24,7 @@ public:
     [[nodiscard]] std::span<const QxLoadedShadeop> Loaded() const { return m_loaded; }
 
 private:
-    void Find(const SqxDSOFunction& function, const std::string& library);
+    void Find(const SqxShader& shader, std::size_t number, QxShadeopCheck& check);
 
     std::vector<std::unique_ptr<void, int (*)(void*)>> m_libraries;
     std::vector<QxLoadedShadeop> m_loaded;  // by number

@@ -5,15 +5,15 @@
 
 #include "frontend/SlcLexicalNode.h"
 #include "frontend/SlcTypeNode.h"
+#include "sqx/SqxShadeopText.h"
 
-/// Reads the text by which a library declares a shadeop: "float blend(color, float[4])". Only the
-/// space character counts as blank.
+/// Reads the text by which a library declares a shadeop into nodes: "float blend(color, float[4])".
 ///
 /// Each operation reads on from where the one before stopped, and none reads past the end.
 class SlcShadeopReader {
 public:
     /// The text must outlive the reader.
-    explicit SlcShadeopReader(std::string_view text) : m_rest(text) {}
+    explicit SlcShadeopReader(std::string_view text) : m_text(text) {}
 
     /// Null if the text does not begin with a type word.
     [[nodiscard]] SlcTypeNode* ReadReturnType();
@@ -31,11 +31,5 @@ public:
     [[nodiscard]] static SlcTypeNode* StringToType(std::string_view word);
 
 private:
-    void SkipBlanks();
-    /// Up to one of `ends` or the end of the text.
-    [[nodiscard]] std::string_view ReadUpTo(std::string_view ends);
-    [[nodiscard]] bool Skip(char wanted);
-    [[nodiscard]] bool ReadArraySize(int& size);
-
-    std::string_view m_rest;
+    SqxShadeopText m_text;
 };

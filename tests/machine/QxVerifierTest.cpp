@@ -4,66 +4,10 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <sstream>
-#include <vector>
-
-#include "sqx/SqxFileHead.h"
+#include "machine/FileParts.h"
 #include "sqx/SqxReader.h"
 
 namespace {
-
-/// A file whose main block is `code`: numbers, names of instructions, and variables by the names
-/// below. Its parts can be changed before it is written.
-struct FileParts {
-    std::string predefined = "3\ns\nP\nCi\n";                            // s P Ci
-    std::string parameters = "2\n\"Kd\" \"uniform float\" \"\" 2 1 1\n"  // Kd
-                             "\"w\" \"varying color\" \"\" 3 3 1\n";     // w
-    std::string uniforms = "7\n1 1 0\n10 1 0\n2 1 0\n7 1 0\n4 1 0\n1 3 0\n1 1 1\n";
-    std::string varyings = "6\n1 1 0\n10 1 0\n3 1 0\n4 1 0\n1 3 0\n1 1 1\n";
-    std::string constants = "4\n1 1.0\n4 \"a\"\n5 0\n10 1\n";
-    std::string total = "22";
-    std::string initializers = "0\n0\n0\n0\n0\n0\n0\n0\n0\n0\n";
-    std::string shadeops = "0\n0\n";
-    std::string code;
-
-    [[nodiscard]] std::string Text() const;
-};
-
-const std::vector<std::string> k_names = {"s",  "P",  "Ci", "Kd", "w",  "uf", "ub", "up",
-                                          "um", "us", "ua", "ue", "vf", "vb", "vc", "vs",
-                                          "va", "ve", "#1", "#a", "#0", "#t"};
-
-int NumberOf(const std::string& word)
-{
-    const auto name = std::find(k_names.begin(), k_names.end(), word);
-    if (name != k_names.end())
-        return static_cast<int>(name - k_names.begin());
-    for (int number = 0; number <= k_sqxHighestNumber; ++number)
-        if (SqxNumberName(number) == word)
-            return number;
-    return std::stoi(word);
-}
-
-std::string CodeText(const std::string& code)
-{
-    std::istringstream words(code);
-    std::string text;
-    int count = 0;
-    for (std::string word; words >> word; ++count)
-        text += std::to_string(NumberOf(word)) + '\n';
-    return std::to_string(count) + '\n' + text;
-}
-
-std::string FileParts::Text() const
-{
-    std::string text;
-    for (const std::string_view line : k_sqxFileHead)
-        text += std::string(line) + '\n';
-    text += "0\n\n" + total + '\n' + predefined + parameters + uniforms + varyings + constants;
-    text += "\n0\n\n" + initializers + "\n0\n0\n\n0\n0\n\n" + shadeops + "\n0\n0\n";
-    return text + CodeText(code);
-}
 
 /// The message of whoever refuses the file; empty if nobody does.
 std::string Refusal(const std::string& text)

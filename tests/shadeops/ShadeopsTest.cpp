@@ -7,6 +7,7 @@
 #include <iterator>
 #include <memory>
 
+#include "QxHostError.h"
 #include "host/QxHost.h"
 #include "host/ShaderFolder.h"
 #include "shadeops/NativeShadeops.h"
@@ -61,14 +62,16 @@ protected:
         return outputs;
     }
 
-    /// Of a shared object.
+    /// Of a shared object, or of byte-code in the machine of the host.
     Outputs Built(const std::string& name, const std::string& source, int level,
-                  const std::string& libraries)
+                  const std::string& libraries, const std::string& backEnd = "--dso")
     {
-        QxShaderInstance shader(
-            QxShader::Open(m_folder.Build(name, source, Options(level, "--dso")),
-                           {"/nowhere", libraries}),
-            m_scene.Spaces());
+        return Shaded(m_folder.Build(name, source, Options(level, backEnd)), libraries);
+    }
+
+    Outputs Shaded(const std::string& path, const std::string& libraries)
+    {
+        QxShaderInstance shader(QxShader::Open(path, {"/nowhere", libraries}), m_scene.Spaces());
         QxHostGrid grid(3, 2);
         grid.Set("s", m_s);
         grid.Set("t", m_t);
@@ -83,9 +86,11 @@ protected:
             const Outputs interpreted = Interpreted(name, source, level, libraries);
             EXPECT_EQ(interpreted.Ci, expected.Ci) << level;
             EXPECT_EQ(interpreted.Oi, expected.Oi) << level;
-            const Outputs built = Built(name, source, level, libraries);
-            EXPECT_EQ(built.Ci, expected.Ci) << level;
-            EXPECT_EQ(built.Oi, expected.Oi) << level;
+            for (const char* backEnd : {"--dso", "--int"}) {
+                const Outputs built = Built(name, source, level, libraries, backEnd);
+                EXPECT_EQ(built.Ci, expected.Ci) << level << backEnd;
+                EXPECT_EQ(built.Oi, expected.Oi) << level << backEnd;
+            }
         }
     }
 };
@@ -176,6 +181,9 @@ surface late(varying float k = wave(s); uniform float w[2] = {wave(0.25), wave(0
     for (const int level : {0, 3}) {
         const Outputs interpreted = Interpreted("late", source, level, SLC_SHADEOPS_FOLDER);
         const Outputs built = Built("late", source, level, SLC_SHADEOPS_FOLDER);
+        const Outputs run = Built("late", source, level, SLC_SHADEOPS_FOLDER, "--int");
+        EXPECT_EQ(run.Ci, built.Ci) << level;
+        EXPECT_EQ(run.Oi, built.Oi) << level;
         ASSERT_EQ(interpreted.Ci.size(), built.Ci.size());
         for (std::size_t i = 0; i < built.Ci.size(); ++i) {
             EXPECT_FLOAT_EQ(interpreted.Ci[i], built.Ci[i]) << level << ' ' << i;
@@ -207,6 +215,52 @@ TEST_F(Shadeops, StartAndStopOnceAndRunForEachPoint)
         EXPECT_EQ(outputs.Oi, expected.Oi);
         EXPECT_EQ(Exported(library.get(), "started"), life);
         EXPECT_EQ(Exported(library.get(), "stopped"), life);
+    }
+}
+
+/// The constants of a program and the values that all points share are there for the next point,
+/// and for the next run, whatever a shadeop does.
+TEST_F(Shadeops, CannotSpoilWhatIsShared)
+{
+    constexpr const char* source = R"(
+surface spoilt(uniform color tint = color(2, 3, 4); uniform string name = "tint")
+{
+    uniform string names[2] = {"one", name};
+    uniform float uf = 0.5;
+    Ci = color(spoil(1, color(1, 1, 1), "a", names), spoil(uf, tint, name, names), 0);
+    Oi = color(uf, comp(tint, 0), 0);
+    if (name == "tint" && names[0] == "one" && names[1] == name)
+        setcomp(Oi, 2, 1);
+}
+)";
+    const std::string path = m_folder.Build("spoilt", source, Options(2, "--int"));
+    QxShaderInstance shader(QxShader::Open(path, {SLC_PROBES_FOLDER}), m_scene.Spaces());
+    for (int run = 0; run < 2; ++run) {
+        QxHostGrid grid(3, 1);
+        shader.Run(grid, m_scene);
+        EXPECT_EQ(grid.Get("Ci").numbers, (Numbers{4, 9.5, 0, 4, 9.5, 0, 4, 9.5, 0})) << run;
+        EXPECT_EQ(grid.Get("Oi").numbers, (Numbers{0.5, 2, 1, 0.5, 2, 1, 0.5, 2, 1})) << run;
+    }
+}
+
+/// A file cannot have a shadeop read and write more than there is.
+TEST_F(Shadeops, AreCalledOnlyAsTheirLibraryDeclaresThem)
+{
+    const std::string path =
+        m_folder.Build("sums", "surface sums() { Ci = sum(s, t); }", Options(2, "--int"));
+    std::string text = ReadText(path);
+    const std::size_t name = text.find("\"sum\"");
+    ASSERT_NE(name, std::string::npos);
+    text.replace(name, 5, "\"reverse\"");
+    try {
+        static_cast<void>(QxShader::Read(text, "forged", {SLC_PROBES_FOLDER}));
+        ADD_FAILURE() << "was loaded";
+    } catch (const QxHostError& error) {
+        EXPECT_NE(
+            std::string(error.what())
+                .find("Shadeop 'reverse' is called with other types than its library declares"),
+            std::string::npos)
+            << error.what();
     }
 }
 

@@ -111,6 +111,26 @@ QX_SHADEOP_EXPORT void longer(void* data, int argc, void** argv)
     *(const char**)argv[0] = first[i] ? first : second;
 }
 
+/* The sum of the numbers; then it spoils all that it was handed, which it must not do. */
+
+QX_SHADEOP_TABLE(spoil) = {
+    {"float spoil(float, color, string, string[2])", "", ""},
+    QX_SHADEOP_END,
+};
+
+QX_SHADEOP_EXPORT void spoil(void* data, int argc, void** argv)
+{
+    float* number = argv[1];
+    float* color = argv[2];
+    (void)data;
+    (void)argc;
+    *(float*)argv[0] = *number + color[0] + color[1] + color[2];
+    *number = color[0] = color[1] = color[2] = 9;
+    *(const char**)argv[3] = "spoilt";
+    ((const char**)argv[4])[0] = ((const char**)argv[4])[1] = NULL;
+    argv[0] = argv[1] = argv[2] = argv[3] = argv[4] = NULL;
+}
+
 /* Declared, but not there. */
 
 QX_SHADEOP_TABLE(ghost) = {

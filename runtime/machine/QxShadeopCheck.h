@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "sqx/SqxShadeopText.h"
+#include "sqx/SqxShader.h"
+
+/// Whether the calls of shadeops in a verified shader fit what the libraries declare: a shadeop
+/// reads and writes so many numbers as its declaration tells, whatever it is handed.
+class QxShadeopCheck {
+public:
+    /// `shader` must live as long.
+    explicit QxShadeopCheck(const SqxShader& shader)
+        : m_shader(shader),
+          m_overloads(shader.functions.size())
+    {
+    }
+
+    /// A text by which the library declares an overload of a function, by number. One that is not
+    /// written as it must be declares nothing.
+    void Declare(std::size_t function, std::string_view declaration);
+    /// Throws `QxHostError` for the first call that fits no overload.
+    void Run() const;
+
+private:
+    using Types = std::vector<SqxShadeopType>;  // of the result and the arguments
+
+    void CheckBlock(const SqxBlock& block, const std::string& section) const;
+    void CheckCall(const SqxBlock& block, const SqxInstruction& call,
+                   const std::string& section) const;
+    [[nodiscard]] bool Fits(const SqxBlock& block, const SqxInstruction& call,
+                            const Types& types) const;
+    [[nodiscard]] const SqxVariable& Variable(const SqxBlock& block, const SqxInstruction& call,
+                                              std::size_t i) const;
+
+    const SqxShader& m_shader;
+    std::vector<std::vector<Types>> m_overloads;  // by function
+};
