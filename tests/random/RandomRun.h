@@ -4,7 +4,7 @@
 #include <string>
 
 #include "helpers/CheckedShader.h"
-#include "run/RunShader.h"
+#include "host/SharedRun.h"
 
 // What tests of random shaders share.
 
@@ -21,9 +21,15 @@ inline bool IsAccepted(const std::string& source)
     return CheckedShader(source, options).IsAccepted();
 }
 
-inline RunOutcome RunByteCode(const std::string& byteCode)
+/// Where the machine of the product gives other values than that of the tests, with either set of
+/// kernels, or other bits with one than with the other; empty if nowhere.
+inline std::string MachineDifference(const std::string& byteCode, const RunOutcome& expected)
 {
-    SqxMachine machine;
-    machine.SetStepLimit(2000000);
-    return RunShader(machine, byteCode);
+    if (!expected.fault.empty())
+        return {};
+    const RunOutcome baseline = RunMachine(byteCode, QxKernelChoice::Baseline, expected);
+    std::string difference = Difference(baseline, expected);
+    if (difference.empty())
+        difference = BitDifference(baseline, RunMachine(byteCode, QxKernelChoice::Best, expected));
+    return difference.empty() ? difference : "machine of the product: " + difference;
 }

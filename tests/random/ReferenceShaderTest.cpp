@@ -1,5 +1,5 @@
-// Random shaders compute what one expects of them, at every optimization level, and those that
-// break the rules of uniform and varying values are refused.
+// Random shaders compute what one expects of them, at every optimization level and in both
+// machines, and those that break the rules of uniform and varying values are refused.
 //
 // SLC_REFERENCE_SEED and SLC_REFERENCE_COUNT choose other shaders, and as many as one wants.
 
@@ -61,7 +61,9 @@ Fault FindValueFault(const std::string& source, const ReferenceProgram& program)
         Align(outcome, expected);
         if (outcome.fault.empty())
             Align(expected, outcome);
-        const std::string difference = Difference(outcome, expected);
+        std::string difference = Difference(outcome, expected);
+        if (difference.empty())
+            difference = MachineDifference(byteCode, outcome);
         if (!difference.empty())
             return {Fault::Values, "-O" + std::to_string(level) + ": " + difference};
     }
