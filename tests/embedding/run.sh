@@ -51,7 +51,7 @@ done
 {
     echo '#include <iostream>'
     block "$root/README.md" '#include "host/QxHost.h"' | sed '/^#include/!d'
-    echo 'int main() { const QxMatrix44 worldToCurrent = QxMatrix44::Identity();'
+    echo 'int main() {'
     block "$root/README.md" '#include "host/QxHost.h"' | sed '/^#include/d'
     echo 'for (const QxRGBColor& c : colors) std::cout << c.r << " " << c.g << " " << c.b << "\n"; }'
 } >readme.cpp

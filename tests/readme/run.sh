@@ -1,14 +1,16 @@
 #!/usr/bin/env bash
-# Runs the commands of README.md in their order, in a scratch folder laid out like the repository
-# after a build. Blocks marked "console" hold commands behind "$ ", each followed by its output,
-# which must be what the command prints; blocks marked "sh" hold commands that must succeed.
-# usage: run.sh BUILD_DIRECTORY
+# Runs the commands of a page in their order, in a scratch folder laid out like the repository after
+# a build. Blocks marked "console" hold commands behind "$ ", each followed by its output, which must
+# be what the command prints; blocks marked "sh" hold commands that must succeed; a block marked "sl"
+# is a shader, written to the file of its name, and must compile.
+# usage: run.sh BUILD_DIRECTORY PAGE
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
 build=$(cd "$1" && pwd)
+page=$2
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
-cp -r "$root/examples" "$root/runtime" "$root/README.md" "$scratch"
+cp -r "$root/examples" "$root/runtime" "$scratch"
 mkdir "$scratch/build"
 ln -s "$build" "$scratch/build/release"
 cd "$scratch"
@@ -16,7 +18,7 @@ unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS SLC_CC_INCLUDE
 
 failures=0
 fail() {
-    echo "README.md: $1"
+    echo "$page: $1"
     failures=$((failures + 1))
 }
 
@@ -26,18 +28,21 @@ without_default_commands() {
 }
 
 # What sets up and builds the tree that this test belongs to has run by now, and would run this
-# test again.
-builds_the_tree() {
+# test again; what changes the tree is for its developers.
+works_on_the_tree() {
     case $1 in
-        ./scripts/*.sh | 'cmake --preset '* | 'cmake --build '* | 'ctest '*) return 0 ;;
+        ./scripts/*.sh* | scripts/*.sh* | 'cmake --preset '* | 'cmake --build '* | 'ctest '*) return 0 ;;
     esac
     return 1
 }
 
 run_command() {
-    if [ "${1#./scripts/}" != "$1" ] && [ ! -x "$root/$1" ]; then
-        fail "no such script: $1"
-    elif ! builds_the_tree "$1"; then
+    local script=${1%% *}
+    if works_on_the_tree "$1"; then
+        case $script in
+            *scripts/*) [ -x "$root/$script" ] || fail "no such script: $1" ;;
+        esac
+    else
         bash -c "set -o pipefail; $1" >output 2>&1 </dev/null || {
             fail "failed: $1"
             cat output
@@ -49,11 +54,20 @@ run_command() {
 run_shown_command() {
     bash -c "$1" >output 2>&1 </dev/null || true
     without_default_commands <output >shown
-    printf '%s' "$2" | diff -u --label README.md --label actual - shown || fail "other output: $1"
+    printf '%s' "$2" | diff -u --label "$page" --label actual - shown || fail "other output: $1"
+}
+
+# The shader $1 goes to the file of its name.
+take_shader() {
+    local name
+    name=$(sed -nE 's/^(surface|displacement|light|volume|imager) (\w+)\(.*/\2/p' <<<"$1")
+    printf '%s' "$1" >"$name.sl"
+    run_command "build/release/bin/shaderqx $name.sl"
 }
 
 block=none
 command=
+shader=
 expected=
 ran=0
 finish_shown_command() {
@@ -65,9 +79,14 @@ while IFS= read -r line <&3; do
     case $block:$line in
         none:'```console') block=console ;;
         none:'```sh') block=sh ;;
+        none:'```sl')
+            block=sl
+            shader=
+            ;;
         none:'```'?*) block=other ;;
         *:'```')
             finish_shown_command
+            [ "$block" != sl ] || take_shader "$shader"
             block=none
             ;;
         console:'$ '*)
@@ -80,7 +99,8 @@ while IFS= read -r line <&3; do
             run_command "$line"
             ran=$((ran + 1))
             ;;
+        sl:*) shader+=$line$'\n' ;;
     esac
-done 3<README.md
+done 3<"$root/$page"
 [ "$ran" -gt 0 ] || fail "no command found"
 [ "$failures" = 0 ]

@@ -1,0 +1,69 @@
+#!/usr/bin/env bash
+# Makes docs/gallery.md of the first sentences and docs/images of the pictures of all examples.
+# usage: gallery.sh         after a build of the release preset
+#        gallery.sh --page  prints the page alone
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+# What a shader needs to show what it does, beyond the sphere of plain plastic.
+options_of() {
+    case $1 in
+        lettering | mandelbrot | raindrops | sticker) echo --square ;;
+        waves) echo --square --light point:from=-3,1,-1 ;;
+        terrain) echo examples/dented_flat.sl --param Km=0.5 ;;
+        weathered) echo examples/rivets.sl --param Km=0.06 ;;
+        fog_flat | groundfog | smoke | underwater) echo examples/checker_flat.sl ;;
+        vignette) echo --param strength=1 examples/planet.sl ;;
+        grading) echo --param saturation=0.3 examples/planet.sl ;;
+        exposure_flat | filmgrain | posterize) echo examples/planet.sl ;;
+    esac
+}
+
+kinds=(surface displacement light volume imager)
+
+is_of_kind() {
+    grep -q "^$2 " "$1"
+}
+
+# The first sentence of the comment that an example opens with. A line of options is no comment.
+first_sentence() {
+    sed -n '/^\/\*/,/\*\//p' "$1" | tr '\n' ' ' |
+        sed -E 's#^/\*##; s#\*/.*##; s#  ?\* ?# #g; s# +# #g; s#^ ##; s#([.]) .*#\1#; s# $##'
+}
+
+print_page() {
+    local kind source name
+    cat <<'PAGE'
+# Gallery
+
+Every example as `sqxshade` shades it: surfaces on a sphere, displacements, lights and volumes on
+and around plain plastic or a check, imagers over a finished picture. `scripts/gallery.sh` makes the
+pictures and this page of the sources in `examples/`.
+PAGE
+    for kind in "${kinds[@]}"; do
+        printf '\n## %ss\n\n| | | |\n|---|---|---|\n' "${kind^}"
+        for source in examples/*.sl; do
+            name=$(basename "$source" .sl)
+            ! is_of_kind "$source" "$kind" ||
+                echo "| ![$name](images/$name.png) | [\`$name\`](../$source) | $(first_sentence "$source") |"
+        done
+    done
+}
+
+make_pictures() {
+    local source name options
+    mkdir -p docs/images
+    for source in examples/*.sl; do
+        name=$(basename "$source" .sl)
+        read -ra options <<<"$(options_of "$name")" || true
+        build/release/bin/sqxshade --size 128x128 -I examples/include "$source" "${options[@]}" \
+            -o "docs/images/$name.png"
+    done
+}
+
+if [ "${1-}" = --page ]; then
+    print_page
+else
+    make_pictures
+    print_page >docs/gallery.md
+fi
