@@ -1,6 +1,10 @@
 // What tree each form of the language becomes.
 
+#include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
+#include <regex>
+#include <string>
 
 #include "frontend/SlcParseCode.h"
 #include "frontend/TreeText.h"
@@ -171,4 +175,15 @@ TEST(SlcParser, GivesNodesThePlaceOfTheirFirstToken)
     EXPECT_EQ(dynamic_cast<const SlcBinOpExprNode&>(sum).GetRight()->GetNoLine(), 8);
     EXPECT_EQ(parsed.Root()->GetNoLine(), 10);
     EXPECT_EQ(*sum.GetFileParsed(), "test.sl");
+}
+
+TEST(SlcParser, MakesTheTreeOfTheArchitecturePage)
+{
+    std::ifstream file(SLC_DOCS_FOLDER "/architecture.md");
+    const std::string page{std::istreambuf_iterator<char>(file), {}};
+    std::smatch source;
+    std::smatch tree;
+    ASSERT_TRUE(std::regex_search(page, source, std::regex("```sl\n([^`]*)```")));
+    ASSERT_TRUE(std::regex_search(page, tree, std::regex("```tree\n([^`]*)\n```")));
+    EXPECT_EQ(TreeOf(source[1]), std::regex_replace(tree[1].str(), std::regex("\\s+"), " "));
 }
