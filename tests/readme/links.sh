@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# The documents lead to files that exist, by links and by paths in code; every page is led to from
+# README.md; and the gallery is what its script makes of the examples, with all pictures.
+# usage: links.sh
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+failures=0
+fail() {
+    echo "$1"
+    failures=$((failures + 1))
+}
+
+pages=(README.md CONTRIBUTING.md docs/*.md)
+for page in "${pages[@]}"; do
+    folder=$(dirname "$page")
+    for target in $(grep -oE '\]\([^)#: ]+' "$page" | sed 's/^](//'); do
+        [ -e "$folder/$target" ] || fail "$page: no such file: $target"
+    done
+    for path in $(grep -oE '`(src|runtime|tests|tools|docs|scripts|bench|examples)/[A-Za-z0-9_./*-]+' "$page" |
+        tr -d '`'); do
+        compgen -G "$path" >/dev/null || fail "$page: no such path: $path"
+    done
+done
+for page in docs/*.md; do
+    grep -qF "$page" README.md || fail "README.md does not lead to $page"
+done
+scripts/gallery.sh --page | diff -u docs/gallery.md - || fail "docs/gallery.md: scripts/gallery.sh makes it anew"
+[ "$failures" = 0 ]
