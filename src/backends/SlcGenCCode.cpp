@@ -50,7 +50,7 @@ void SlcGenCCode::GenCCode(SlcInterForm& form)
 
 bool SlcGenCCode::IsLitShader() const
 {
-    return m_form->m_shaderType->IsSurface() || m_form->m_shaderType->IsVolume();
+    return m_form->m_shaderType->SeesLights();
 }
 
 const SlcOperand& SlcGenCCode::Parameter(std::size_t i) const

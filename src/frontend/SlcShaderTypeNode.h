@@ -12,6 +12,8 @@ public:
     [[nodiscard]] virtual bool IsVolume() const { return false; }
     [[nodiscard]] virtual bool IsDisplacement() const { return false; }
     [[nodiscard]] virtual bool IsImager() const { return false; }
+    /// Its points are lit: it may loop over lights and call functions that look at them.
+    [[nodiscard]] bool SeesLights() const { return IsSurface() || IsVolume(); }
     [[nodiscard]] virtual std::string ToString() const = 0;
 };
 

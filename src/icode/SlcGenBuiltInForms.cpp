@@ -11,17 +11,17 @@ SlcOperand SlcGenInterCode::CreateBuiltInSpline(BuiltInCall& call)
 {
     const SlcOperand array = call.args.back();
     call.args.pop_back();
-    SlcDetailNode* detail = UniformIfAll(call.args);
+    SlcDetailNode* detail = SlcConditions::UniformIfAll(call.args);
     SlcDetailNode* elementDetail =
         array->IsUniform() ? SlcDetailNode::AUniform() : SlcDetailNode::AVarying();
     const int length = static_cast<const SlcArrayTypeNode*>(array->GetType())->GetLength();
     for (int i = 0; i < length; ++i) {
-        AddBeginBlock(elementDetail);
-        call.args.push_back(GenElementRef(array, SlcLexType::Float(i), elementDetail));
-        AddEndBlock(elementDetail);
+        m_conditions.AddBeginBlock(elementDetail);
+        call.args.push_back(m_elements.GenElementRef(array, SlcLexType::Float(i), elementDetail));
+        m_conditions.AddEndBlock(elementDetail);
     }
     detail = SlcDetailNode::Combine(detail, elementDetail);
-    const SlcOperand result = GetResultVar(call.node, TypeOfCall(call.node), detail);
+    const SlcOperand result = m_list.GetResultVar(call.node, TypeOfCall(call.node), detail);
     AddPlainCall(call, result, ArgumentList::Counted, detail);
     return result;
 }
@@ -42,8 +42,8 @@ SlcOperand SlcGenInterCode::CreateBuiltInFilterstep(BuiltInCall& call)
     }
     const SlcOperand end = hasInterval ? given[2] : GenFilterstepEnd(given[1]);
     call.args = {given[0], given[1], end, width, filter};
-    SlcDetailNode* detail = UniformIfAll(call.args);
-    const SlcOperand result = GetResultVar(call.node, SlcTypeNode::AFloat(), detail);
+    SlcDetailNode* detail = SlcConditions::UniformIfAll(call.args);
+    const SlcOperand result = m_list.GetResultVar(call.node, SlcTypeNode::AFloat(), detail);
     if (detail->IsUniform() || !filter->IsUniform())
         AddPlainCall(call, result, ArgumentList::Fixed, detail);
     else
@@ -56,10 +56,10 @@ SlcOperand SlcGenInterCode::GenFilterstepEnd(const SlcOperand& start)
 {
     if (start->IsUniform())
         return start;
-    const SlcOperand end = GenTempVar(SlcTypeNode::AFloat(), SlcDetailNode::AVarying());
-    const SlcOperand condition = SimdCondition();
-    AddICode(MakeShared<SlcFilterstepPointsICode>(end, start, !condition.Null(), condition,
-                                                  !condition.Null()));
+    const SlcOperand end = m_list.GenTempVar(SlcTypeNode::AFloat(), SlcDetailNode::AVarying());
+    const SlcOperand condition = m_conditions.SimdCondition();
+    m_list.AddICode(MakeShared<SlcFilterstepPointsICode>(end, start, !condition.Null(), condition,
+                                                         !condition.Null()));
     return end;
 }
 
@@ -88,7 +88,7 @@ SlcDetailNode* SlcGenInterCode::DetailOfQuestion(const BuiltInCall& call)
 {
     std::deque<SlcOperand> question = call.args;
     question.pop_back();
-    return UniformIfAll(question);
+    return SlcConditions::UniformIfAll(question);
 }
 
 SlcOperand SlcGenInterCode::CreateBuiltInShaderName(BuiltInCall& call)

@@ -32,7 +32,7 @@ bool IsHiddenInt(const SlcOperand& operand)
 
 SlcTypeNode* SlcGenInterCode::TypeOfCall(const SlcProcCallExprNode* call)
 {
-    SlcTypeNode* wanted = TypeOf(call);
+    SlcTypeNode* wanted = SlcLoweringContext::TypeOf(call);
     SlcTypeNode* returned = call->GetSymbolEntry()->GetReturnType();
     // A float that will be promoted is still one here.
     return wanted->IsSameType(returned) ? wanted : returned;
@@ -43,8 +43,8 @@ SlcDetailNode* SlcGenInterCode::DetailOfCall(const SlcProcCallExprNode* call,
 {
     // A value that is uniform in this call of a function may still stand in a varying temporary.
     return std::all_of(args.begin(), args.end(), [](const auto& arg) { return arg->IsUniform(); })
-               ? DetailOf(call)
-               : SlcDetailNode::Combine(DetailOf(call), SlcDetailNode::AVarying());
+               ? m_context.DetailOf(call)
+               : SlcDetailNode::Combine(m_context.DetailOf(call), SlcDetailNode::AVarying());
 }
 
 void SlcGenInterCode::GenBuiltInCall(SlcProcCallExprNode* node)
@@ -57,9 +57,9 @@ void SlcGenInterCode::GenBuiltInCall(SlcProcCallExprNode* node)
             call.outputs.push_back(call.args[i]);
     const bool looksAtLights = LooksAtLights(node->GetIdent()->GetName());
     if (looksAtLights)
-        AddEvalLightForP();
+        m_lights.AddEvalLightForP();
 
-    const bool isVoid = TypeOf(node)->IsVoidType();
+    const bool isVoid = SlcLoweringContext::TypeOf(node)->IsVoidType();
     SlcOperand result;
     if (entry.IsVarNbArgs() && entry.GetSIMDKind() == SlcCallSIMD::NoSimd) {
         result = node->GetIdent()->GetName() == "filterstep"
@@ -74,9 +74,9 @@ void SlcGenInterCode::GenBuiltInCall(SlcProcCallExprNode* node)
             result = GenPlainCall(call, ArgumentList::Fixed);
     }
     if (looksAtLights)
-        NoteCallForP();
+        m_lights.NoteCallForP();
     if (!isVoid)
-        Push(result);
+        m_values.Push(result);
     for (const SlcOperand& output : call.outputs)
         FinishOutputArgument(output);
 }
@@ -84,7 +84,7 @@ void SlcGenInterCode::GenBuiltInCall(SlcProcCallExprNode* node)
 SlcOperand SlcGenInterCode::GenPlainCall(const BuiltInCall& call, ArgumentList list)
 {
     SlcDetailNode* detail = DetailOfCall(call.node, call.args);
-    const SlcOperand result = TypeOf(call.node)->IsVoidType()
+    const SlcOperand result = SlcLoweringContext::TypeOf(call.node)->IsVoidType()
                                   ? SlcOperand()
                                   : GetCallResult(call, TypeOfCall(call.node), detail);
     AddPlainCall(call, result, list, detail);
@@ -94,19 +94,13 @@ SlcOperand SlcGenInterCode::GenPlainCall(const BuiltInCall& call, ArgumentList l
 SlcOperand SlcGenInterCode::GetCallResult(const BuiltInCall& call, SlcTypeNode* type,
                                           SlcDetailNode* detail)
 {
-    const SlcOperand result = GetResultVar(call.node, type, detail);
+    const SlcOperand result = m_list.GetResultVar(call.node, type, detail);
     // The function writes the result before or behind its output arguments, as it likes.
     const bool isAlsoOutput =
         std::any_of(call.outputs.begin(), call.outputs.end(), [&](const SlcOperand& output) {
-            return VariableOf(output) == VariableOf(result);
+            return m_values.VariableOf(output) == m_values.VariableOf(result);
         });
-    return isAlsoOutput ? GenTempVar(type, detail) : result;
-}
-
-SlcOperand SlcGenInterCode::VariableOf(const SlcOperand& operand) const
-{
-    const auto array = m_arrayOfRef.find(&*operand);
-    return array == m_arrayOfRef.end() ? operand : array->second;
+    return isAlsoOutput ? m_list.GenTempVar(type, detail) : result;
 }
 
 void SlcGenInterCode::AddPlainCall(const BuiltInCall& call, const SlcOperand& result,
@@ -117,7 +111,7 @@ void SlcGenInterCode::AddPlainCall(const BuiltInCall& call, const SlcOperand& re
         entry->GetCName(), call.args, result, list == ArgumentList::Counted,
         entry->IsOrderSensitive(), false, entry, nullptr, false);
     code->m_node = call.node;
-    AddInBlock(detail, code);
+    m_conditions.AddInBlock(detail, code);
 }
 
 void SlcGenInterCode::AddGridCall(const BuiltInCall& call, const SlcOperand& result,
@@ -128,25 +122,15 @@ void SlcGenInterCode::AddGridCall(const BuiltInCall& call, const SlcOperand& res
                                                entry->IsOrderSensitive(), true, entry, condition,
                                                !condition.Null());
     code->m_node = call.node;
-    AddICode(code);
+    m_list.AddICode(code);
 }
 
 void SlcGenInterCode::AddGridOrPlainCall(const BuiltInCall& call, const SlcOperand& result)
 {
-    if (const auto condition = GridForm())
+    if (const auto condition = m_conditions.GridForm())
         AddGridCall(call, result, *condition);
     else
         AddPlainCall(call, result, ArgumentList::Fixed, SlcDetailNode::AVarying());
-}
-
-std::optional<SlcOperand> SlcGenInterCode::GridForm() const
-{
-    if (!IsInParallelIf())
-        return SlcOperand();
-    SlcOperand condition = SimdCondition();
-    if (condition.Null())
-        return std::nullopt;
-    return condition;
 }
 
 void SlcGenInterCode::MakeConstantNbArgs(BuiltInCall& call,
@@ -290,29 +274,8 @@ void SlcGenInterCode::WidenArguments(BuiltInCall& call, const std::vector<std::s
     if (places.empty())
         return;
     SlcDetailNode* varying = SlcDetailNode::AVarying();
-    AddBeginBlock(varying);
+    m_conditions.AddBeginBlock(varying);
     for (const std::size_t place : places)
-        call.args[place] = WidenHere(call.args[place]);
-    AddEndBlock(varying);
-}
-
-SlcOperand SlcGenInterCode::WidenHere(const SlcOperand& value)
-{
-    SlcTypeNode* type = value->GetType();
-    if (type->IsArrayRefType())
-        type = static_cast<SlcArrayRefTypeNode*>(type)->GetElementType();
-    SlcOperand temporary = GenTempVar(type, SlcDetailNode::AVarying());
-    AddICode(MakeShared<SlcAssignICode>(temporary, value));
-    return temporary;
-}
-
-SlcOperand SlcGenInterCode::Widened(const SlcOperand& value)
-{
-    if (!value->IsUniform())
-        return value;
-    SlcDetailNode* varying = SlcDetailNode::AVarying();
-    AddBeginBlock(varying);
-    SlcOperand temporary = WidenHere(value);
-    AddEndBlock(varying);
-    return temporary;
+        call.args[place] = m_context.WidenHere(call.args[place]);
+    m_conditions.AddEndBlock(varying);
 }

@@ -63,19 +63,19 @@ void SlcGenInterCode::GenTripleCast(SlcCastExprNode* node, SlcPointExprNode* tri
         return;
     }
     triple->WalkIn(this);
-    const SlcOperand z = Pop();
-    const SlcOperand y = Pop();
-    const SlcOperand x = Pop();
-    SlcDetailNode* detail = UniformIfAll({x, y, z});
+    const SlcOperand z = m_values.Pop();
+    const SlcOperand y = m_values.Pop();
+    const SlcOperand x = m_values.Pop();
+    SlcDetailNode* detail = SlcConditions::UniformIfAll({x, y, z});
     SlcTypeNode* type = KindOf(node->GetType());
     if (!NeedsTransform(node)) {
-        const SlcOperand result = GetResultVar(node, type, detail);
-        AddInBlock(detail, MakeConstructor(type, result, x, y, z));
-        Push(result);
+        const SlcOperand result = m_list.GetResultVar(node, type, detail);
+        m_conditions.AddInBlock(detail, MakeConstructor(type, result, x, y, z));
+        m_values.Push(result);
         return;
     }
-    const SlcOperand temporary = GenTempVar(type, detail);
-    const SlcOperand result = GetResultVar(node, type, detail);
+    const SlcOperand temporary = m_list.GenTempVar(type, detail);
+    const SlcOperand result = m_list.GetResultVar(node, type, detail);
     GenFromSpace(node, result, temporary, type, MakeConstructor(type, temporary, x, y, z));
 }
 
@@ -86,60 +86,51 @@ void SlcGenInterCode::GenFromSpace(SlcCastExprNode* node, const SlcOperand& resu
 {
     SlcDetailNode* detail = source->GetDetail();
     const bool simd = !detail->IsUniform();
-    const auto transform = MakeShared<SlcTransformFromSpaceICode>(
-        result, source, type, SpaceOperand(node), simd, simd ? SimdCondition() : nullptr);
-    AddBeginBlock(detail);
-    AddICode(constructor);
+    const auto transform =
+        MakeShared<SlcTransformFromSpaceICode>(result, source, type, SpaceOperand(node), simd,
+                                               simd ? m_conditions.SimdCondition() : nullptr);
+    m_conditions.AddBeginBlock(detail);
+    m_list.AddICode(constructor);
     if (!simd)
-        AddICode(transform);
-    AddEndBlock(detail);
+        m_list.AddICode(transform);
+    m_conditions.AddEndBlock(detail);
     if (simd)
-        AddICode(transform);
-    Push(result);
-}
-
-/// The points that a form for the whole grid is limited to. Under a flag that must be false, or
-/// one for the whole grid, it computes all points: its result is a temporary there.
-SlcOperand SlcGenInterCode::SimdCondition() const
-{
-    if (!IsInParallelIf() || m_conditions.empty())
-        return nullptr;
-    const Condition& innermost = m_conditions.back();
-    const bool limits =
-        innermost.flag && innermost.state == AssignIfValue::IfTrue && !innermost.flag->IsUniform();
-    return limits ? innermost.flag : nullptr;
+        m_list.AddICode(transform);
+    m_values.Push(result);
 }
 
 void SlcGenInterCode::GenMatrixCast(SlcCastExprNode* node, SlcMatrixExprNode* matrix)
 {
     const std::deque<SlcOperand> values = EvaluateMatrix(matrix);
-    SlcDetailNode* detail = UniformIfAll(values);
+    SlcDetailNode* detail = SlcConditions::UniformIfAll(values);
     if (!NeedsTransform(node)) {
-        const SlcOperand result = GetResultVar(node, SlcTypeNode::AMatrix(), detail);
-        AddInBlock(detail, MakeShared<SlcMatrixICode>(result, values));
-        Push(result);
+        const SlcOperand result = m_list.GetResultVar(node, SlcTypeNode::AMatrix(), detail);
+        m_conditions.AddInBlock(detail, MakeShared<SlcMatrixICode>(result, values));
+        m_values.Push(result);
         return;
     }
-    const SlcOperand temporary = GenTempVar(SlcTypeNode::AMatrix(), detail);
-    AddInBlock(detail, MakeShared<SlcMatrixICode>(temporary, values));
+    const SlcOperand temporary = m_list.GenTempVar(SlcTypeNode::AMatrix(), detail);
+    m_conditions.AddInBlock(detail, MakeShared<SlcMatrixICode>(temporary, values));
     GenConcatSpace(node, temporary);
 }
 
 void SlcGenInterCode::GenConcatSpace(SlcCastExprNode* node, const SlcOperand& source)
 {
     SlcDetailNode* detail = source->GetDetail();
-    const SlcOperand result = GetResultVar(node, SlcTypeNode::AMatrix(), detail);
-    AddInBlock(detail, MakeShared<SlcConcatSpaceMatrixICode>(result, source, node->GetSpace()));
-    Push(result);
+    const SlcOperand result = m_list.GetResultVar(node, SlcTypeNode::AMatrix(), detail);
+    m_conditions.AddInBlock(
+        detail, MakeShared<SlcConcatSpaceMatrixICode>(result, source, node->GetSpace()));
+    m_values.Push(result);
 }
 
 void SlcGenInterCode::GenValueCast(SlcCastExprNode* node)
 {
     // The value may still be a triple or a float that is meant as the operand's type.
-    const SlcOperand value = Converted(Evaluate(node->GetOperand()), TypeOf(node->GetOperand()));
+    const SlcOperand value = m_context.Converted(Evaluate(node->GetOperand()),
+                                                 SlcLoweringContext::TypeOf(node->GetOperand()));
     const SlcTypeNode* type = node->GetType();
     if (!NeedsTransform(node) && value->GetType()->IsSameType(type))
-        Push(value);
+        m_values.Push(value);
     else if (type->IsColorType())
         GenCastToColor(node, value);
     else if (type->IsPointType())
@@ -157,28 +148,30 @@ void SlcGenInterCode::GenCastToColor(SlcCastExprNode* node, const SlcOperand& va
     const bool fromFloat = value->GetType()->IsFloatType();
     if (!NeedsTransform(node)) {
         const SlcOperand result =
-            fromFloat ? GetResultVar(node, color, detail) : GenTempVar(color, detail);
-        AddInBlock(detail, fromFloat ? MakeConstructor(color, result, value, value, value)
-                                     : MakeShared<SlcAssignICode>(result, value));
-        Push(result);
+            fromFloat ? m_list.GetResultVar(node, color, detail) : m_list.GenTempVar(color, detail);
+        m_conditions.AddInBlock(detail, fromFloat
+                                            ? MakeConstructor(color, result, value, value, value)
+                                            : MakeShared<SlcAssignICode>(result, value));
+        m_values.Push(result);
         return;
     }
     if (fromFloat) {
-        const SlcOperand temporary = GenTempVar(color, detail);
-        const SlcOperand result = GetResultVar(node, color, detail);
+        const SlcOperand temporary = m_list.GenTempVar(color, detail);
+        const SlcOperand result = m_list.GetResultVar(node, color, detail);
         GenFromSpace(node, result, temporary, color,
                      MakeConstructor(color, temporary, value, value, value));
         return;
     }
     const bool simd = !detail->IsUniform();
-    const SlcOperand result = GetResultVar(node, color, detail);
-    const auto transform = MakeShared<SlcTransformFromSpaceICode>(
-        result, value, color, SpaceOperand(node), simd, simd ? SimdCondition() : nullptr);
+    const SlcOperand result = m_list.GetResultVar(node, color, detail);
+    const auto transform =
+        MakeShared<SlcTransformFromSpaceICode>(result, value, color, SpaceOperand(node), simd,
+                                               simd ? m_conditions.SimdCondition() : nullptr);
     if (simd)
-        AddICode(transform);
+        m_list.AddICode(transform);
     else
-        AddInBlock(detail, transform);
-    Push(result);
+        m_conditions.AddInBlock(detail, transform);
+    m_values.Push(result);
 }
 
 void SlcGenInterCode::GenCastToPoint(SlcCastExprNode* node, const SlcOperand& value)
@@ -187,35 +180,36 @@ void SlcGenInterCode::GenCastToPoint(SlcCastExprNode* node, const SlcOperand& va
     SlcTypeNode* kind = KindOf(node->GetType());
     const bool fromFloat = value->GetType()->IsFloatType();
     if (!NeedsTransform(node)) {
-        const SlcOperand result = fromFloat ? GetResultVar(node, SlcTypeNode::APoint(), detail)
-                                            : GenTempVar(kind, detail);
+        const SlcOperand result = fromFloat
+                                      ? m_list.GetResultVar(node, SlcTypeNode::APoint(), detail)
+                                      : m_list.GenTempVar(kind, detail);
         if (fromFloat)
-            AddInBlock(detail, MakeShared<SlcPointICode>(result, value, value, value));
+            m_conditions.AddInBlock(detail, MakeShared<SlcPointICode>(result, value, value, value));
         else
-            AddInBlock(detail, MakeShared<SlcAssignICode>(result, value));
-        Push(result);
+            m_conditions.AddInBlock(detail, MakeShared<SlcAssignICode>(result, value));
+        m_values.Push(result);
         return;
     }
     SlcOperand source = value;
-    SlcTypeNode* type = TypeOf(node->GetOperand());
+    SlcTypeNode* type = SlcLoweringContext::TypeOf(node->GetOperand());
     if (fromFloat) {
-        source = Converted(value, kind);
+        source = m_context.Converted(value, kind);
         type = kind;
     }
-    const SlcOperand result = GetResultVar(node, kind, detail);
-    AddInBlock(detail, MakeShared<SlcTransformFromSpaceICode>(result, source, type,
-                                                              SpaceOperand(node), false, nullptr));
-    Push(result);
+    const SlcOperand result = m_list.GetResultVar(node, kind, detail);
+    m_conditions.AddInBlock(detail, MakeShared<SlcTransformFromSpaceICode>(
+                                        result, source, type, SpaceOperand(node), false, nullptr));
+    m_values.Push(result);
 }
 
 void SlcGenInterCode::GenCastToMatrix(SlcCastExprNode* node, const SlcOperand& value)
 {
     SlcTypeNode* matrix = SlcTypeNode::AMatrix();
     if (NeedsTransform(node)) {
-        GenConcatSpace(node, Converted(value, matrix));
+        GenConcatSpace(node, m_context.Converted(value, matrix));
         return;
     }
-    const SlcOperand result = GetResultVar(node, matrix, value->GetDetail());
-    AddInBlock(value->GetDetail(), MakeShared<SlcAssignICode>(result, value));
-    Push(result);
+    const SlcOperand result = m_list.GetResultVar(node, matrix, value->GetDetail());
+    m_conditions.AddInBlock(value->GetDetail(), MakeShared<SlcAssignICode>(result, value));
+    m_values.Push(result);
 }

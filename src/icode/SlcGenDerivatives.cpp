@@ -13,7 +13,7 @@ SlcOperand SlcGenInterCode::CreateBuiltInDu(BuiltInCall& call)
         WarnOfZero(call, "Du() will always return 0 since its parameter is uniform.");
         return GenZero(call);
     }
-    SlcTypeNode* type = ValueType(call.args[0]);
+    SlcTypeNode* type = SlcElements::ValueType(call.args[0]);
     call.args.push_back(PredefinedOperand(Hiddens::sm_du, call, "CreateBuiltInDu"));
     return GenDerivative(
         call, type, "Calling Du() inside a varying conditional can lead to unexpected results.");
@@ -25,7 +25,7 @@ SlcOperand SlcGenInterCode::CreateBuiltInDv(BuiltInCall& call)
         WarnOfZero(call, "Dv() will always return 0 since its parameter is uniform.");
         return GenZero(call);
     }
-    SlcTypeNode* type = ValueType(call.args[0]);
+    SlcTypeNode* type = SlcElements::ValueType(call.args[0]);
     call.args.push_back(PredefinedOperand(Hiddens::sm_dv, call, "CreateBuiltInDv"));
     return GenDerivative(
         call, type, "Calling Dv() inside a varying conditional can lead to unexpected results.");
@@ -39,7 +39,7 @@ SlcOperand SlcGenInterCode::CreateBuiltInDeriv(BuiltInCall& call)
         return GenZero(call);
     }
     return GenDerivative(
-        call, ValueType(call.args[0]),
+        call, SlcElements::ValueType(call.args[0]),
         "Calling Deriv() inside a varying conditional can lead to unexpected results.");
 }
 
@@ -60,7 +60,7 @@ SlcOperand SlcGenInterCode::CreateBuiltInCalculateNormal(BuiltInCall& call)
         WarnOfZero(call, "calculatenormal() will always return 0 since its parameter is uniform.");
         return GenZero(call);
     }
-    SlcTypeNode* type = ValueType(call.args[0]);
+    SlcTypeNode* type = SlcElements::ValueType(call.args[0]);
     call.args.push_back(PredefinedOperand(Hiddens::sm_du, call, "CreateBuiltInCalculateNormal"));
     call.args.push_back(PredefinedOperand(Hiddens::sm_dv, call, "CreateBuiltInCalculateNormal"));
     return GenDerivative(
@@ -80,19 +80,12 @@ SlcOperand SlcGenInterCode::GenZero(const BuiltInCall& call)
     if (type->IsFloatType())
         return zero;
     SlcDetailNode* uniform = SlcDetailNode::AUniform();
-    const SlcOperand result = GetResultVar(call.node, type, uniform);
+    const SlcOperand result = m_list.GetResultVar(call.node, type, uniform);
     if (type->IsColorType())
-        AddInBlock(uniform, MakeShared<SlcColorICode>(result, zero, zero, zero));
+        m_conditions.AddInBlock(uniform, MakeShared<SlcColorICode>(result, zero, zero, zero));
     else
-        AddInBlock(uniform, MakeShared<SlcPointICode>(result, zero, zero, zero));
+        m_conditions.AddInBlock(uniform, MakeShared<SlcPointICode>(result, zero, zero, zero));
     return result;
-}
-
-SlcTypeNode* SlcGenInterCode::ValueType(const SlcOperand& operand)
-{
-    SlcTypeNode* type = operand->GetType();
-    return type->IsArrayRefType() ? static_cast<SlcArrayRefTypeNode*>(type)->GetElementType()
-                                  : type;
 }
 
 SlcOperand SlcGenInterCode::PredefinedOperand(const SlcPtr<SlcVarSymbolEntry>& entry,
@@ -110,15 +103,15 @@ SlcOperand SlcGenInterCode::GenDerivative(const BuiltInCall& call, SlcTypeNode* 
                                           const char* warning)
 {
     SlcDetailNode* varying = SlcDetailNode::AVarying();
-    if (!IsInParallelIf()) {
-        const SlcOperand result = GetResultVar(call.node, TypeOfCall(call.node), varying);
+    if (!m_conditions.IsInParallelIf()) {
+        const SlcOperand result = m_list.GetResultVar(call.node, TypeOfCall(call.node), varying);
         AddGridCall(call, result, nullptr);
         return result;
     }
     m_errors->Warning(call.node, warning, 2);
-    const SlcOperand result = GenTempVar(typeInCondition, varying);
+    const SlcOperand result = m_list.GenTempVar(typeInCondition, varying);
     // Without a flag that can limit the call it runs for all points; who reads the temporary is
     // guarded.
-    AddGridCall(call, result, SimdCondition());
+    AddGridCall(call, result, m_conditions.SimdCondition());
     return result;
 }

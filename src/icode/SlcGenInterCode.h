@@ -1,21 +1,16 @@
 #pragma once
 
 #include <deque>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include "frontend/SlcNodes.h"
 #include "icode/SlcBoolExprResult.h"
 #include "icode/SlcCallFormals.h"
 #include "icode/SlcICodes.h"
-#include "icode/SlcListICode.h"
-#include "icode/SlcTempPools.h"
-#include "support/SlcOptionsControl.h"
+#include "icode/SlcLoweringContext.h"
 
 class SlcFuncInfo;
 class SlcSemanticError;
@@ -25,11 +20,11 @@ class SlcTextureParameters;
 ///
 /// A tree walker with a value stack: each expression leaves exactly one operand there, and its
 /// parent pops what it needs. A varying operation stands in a parallel run, unless it has a form
-/// that runs over the whole grid by itself and may use it. Code under a varying condition is
-/// guarded by the innermost flag alone: a flag is false wherever the flags around it are.
+/// that runs over the whole grid by itself and may use it.
 ///
-/// The implementation is spread over files by concept: temporaries and statements, expressions,
-/// casts, assignments, conditions, loops, calls, built-ins, lights and textures.
+/// What it works on, the list, the conditions and the values, are classes of their own, held by
+/// `SlcLoweringContext`; the walk over the tree is here, in files by concept: statements,
+/// expressions, assignments, conditions, relations, loops, calls, bodies and lights.
 class SlcGenInterCode : public SlcCodeWalker, public SlcCollectable {
 public:
     SlcGenInterCode(SlcPtr<SlcSemanticError> errors, SlcOptionsControl& options);
@@ -44,7 +39,7 @@ public:
                                                                  std::deque<SlcOperand>& values,
                                                                  SlcTypeNode* type);
     /// The kind of the shader, for the lists that are made in front of the main one.
-    void SetShaderType(SlcShaderTypeNode* shaderType) { m_shaderType = shaderType; }
+    void SetShaderType(SlcShaderTypeNode* shaderType) { m_context.m_shaderType = shaderType; }
     /// Gives the shader's outputs the values that they have unless the body sets them.
     virtual void DefaultOutputValues();
 
@@ -52,34 +47,6 @@ protected:
     using SlcCodeWalker::Case;
 
 private:
-    /// What a flag must be for a point to be active.
-    enum class AssignIfValue { IfTrue = 0, IfFalse = 1 };
-
-    /// One level of conditions; the innermost is the last.
-    struct Condition {
-        SlcOperand flag;         // varying guard; may be null
-        AssignIfValue state;     // the value of the flag at active points
-        SlcOperand uniformFlag;  // true when some point is active; may be null
-    };
-
-    /// A varying loop, or any loop of a list that runs without a grid, which has no flags.
-    struct Loop {
-        SlcOperand flag;  // points still in the loop
-        SlcOperand cond;  // points active in this round
-        SlcLabel breakLabel;
-        SlcLabel continueLabel;
-        bool isContinued;  // a `continue` of this loop has been met
-    };
-
-    /// A loop over lights; none stands inside another. There is one set of lights: where a
-    /// function inside has run it for `P`, it must be run for the loop's points again.
-    struct LightLoop {
-        SlcOperand position;
-        const SlcICode* evaluation = nullptr;         // in front of the loop; null outside of one
-        bool movesP = false;                          // `P` is assigned inside
-        std::vector<const SlcICode*> callsForP = {};  // last instruction of each
-    };
-
     /// The test of a loop that is being lowered.
     struct LoopTest {
         SlcRelationNode* relation;
@@ -89,36 +56,6 @@ private:
         SlcOperand cond;         // value of the relation; null at first
         SlcLabel start;
         SlcLabel end;
-    };
-
-    /// A function body that is being expanded.
-    struct Body {
-        SlcOperand flag;    // points that have not returned; null unless some return early
-        SlcOperand result;  // their value; null unless some return early with one
-        std::size_t loops;  // varying loops around the call
-        SlcLabel end;       // null unless some return early
-        SlcProcCallExprNode* call;
-        bool ended = false;  // at a `return` that all points reach; its value is on the stack
-    };
-
-    /// An operand on the value stack.
-    struct Value {
-        SlcOperand operand;
-        std::size_t mark;  // length of the list when it was pushed
-    };
-
-    /// A temporary that stands for an array element whose index varies.
-    struct ElementCopy {
-        SlcOperand copy;
-        SlcOperand array;
-        SlcOperand index;
-        std::size_t mark;  // length of the list when the index was read
-    };
-
-    /// Code that takes a copy of a value in time, with its place in the list as it is.
-    struct LateCopy {
-        std::size_t mark;
-        std::vector<SlcPtr<SlcICode>> codes;
     };
 
     /// What an assignment writes to.
@@ -151,68 +88,9 @@ private:
         SlcOperand angle;
     };
 
-    // Instructions and operands.
-    /// The one way for instructions into the list: it also notes what they write.
-    void AddICode(SlcPtr<SlcICode> code);
-    /// A new list, with no temporary or flag of another one in reach.
-    void StartList();
-    [[nodiscard]] SlcOperand MakeTempVar(SlcTypeNode* type, SlcDetailNode* detail);
-    [[nodiscard]] SlcOperand GenTempVar(SlcTypeNode* type, SlcDetailNode* detail);
-    void ReleaseTempVars();
-    /// The operand that is to hold the value of `expr`: the assignment's target if that fits, or
-    /// a temporary. For one instruction that reads its operands before it writes: a value that is
-    /// built up in several steps takes a temporary, since the target may be read meanwhile.
-    [[nodiscard]] SlcOperand GetResultVar(SlcExprNode* expr, SlcTypeNode* type,
-                                          SlcDetailNode* detail);
-    [[nodiscard]] SlcLabel GenLabel();
-    /// For a declared local; no other one of the list has it.
-    [[nodiscard]] std::string LocalName(const std::string& sourceName);
     void GenLineNumberInfo(SlcSyntaxNode* node);
-    /// The type and the detail that the semantic passes gave to `expr`. In a list that runs once
-    /// per shader instance, without a grid, every detail is uniform.
-    [[nodiscard]] static SlcTypeNode* TypeOf(const SlcExprNode* expr);
-    [[nodiscard]] SlcDetailNode* DetailOf(const SlcExprNode* expr) const;
-    [[nodiscard]] SlcDetailNode* DetailHere(SlcDetailNode* detail) const;
-    void Push(SlcOperand value);
-    /// The last value as it was when it was pushed: if code since then has written the variable
-    /// that held it, as in `x + (x = 2)`, this gives a copy made in time.
-    [[nodiscard]] SlcOperand Pop();
-    /// The last value for one who writes to it, such as an output argument.
-    [[nodiscard]] SlcOperand PopReference();
     /// Walks an expression and pops its value.
     [[nodiscard]] SlcOperand Evaluate(SlcSyntaxNode* expr);
-    [[nodiscard]] bool WrittenSince(const SlcOperand& operand, std::size_t mark) const;
-    [[nodiscard]] SlcOperand CopyAt(const SlcOperand& operand, std::size_t mark);
-    void InsertLateCopies();
-    /// No value is waiting any more: marks may become stale.
-    void ForgetWrites();
-    /// `value` if it is of this type, else a temporary that it has been assigned to.
-    [[nodiscard]] SlcOperand Converted(const SlcOperand& value, SlcTypeNode* type);
-    /// A triple is lowered as a point; beside a color it was meant as one, and no instruction
-    /// takes the two together.
-    void MatchColors(SlcOperand& left, SlcOperand& right);
-    [[nodiscard]] SlcOperand OperandOf(const SlcPtr<SlcVarSymbolEntry>& entry);
-
-    // Array elements. One reference cannot serve all points if the index varies: it stands in
-    // one block with its access. A read copies the element into a temporary; who writes to such
-    // a copy, as a call with an output argument does, writes it back afterwards.
-    [[nodiscard]] SlcOperand GenElementRef(const SlcOperand& array, const SlcOperand& index,
-                                           SlcDetailNode* detail);
-    /// The reference alone, before an instruction lets it refer to an element.
-    [[nodiscard]] SlcOperand MakeElementRef(const SlcOperand& array, const SlcDetailNode* detail);
-    void GenIndexCheck(SlcSyntaxNode* node, SlcIdentNode* ident, const SlcOperand& array,
-                       const SlcOperand& index);
-    void GenElementRead(SlcArrayRefExprNode* node, const SlcOperand& array,
-                        const SlcOperand& index);
-    void RememberCopy(const SlcOperand& copy, const SlcOperand& array, const SlcOperand& index);
-    /// After each call, for each output argument: does nothing unless `argument` is such a copy.
-    void WriteBackElement(const SlcOperand& argument);
-    void GenArrayInit(const SlcOperand& array, SlcDetailNode* detail, std::size_t valuesBefore);
-    [[nodiscard]] SlcOperand GenArrayValue(const std::deque<SlcOperand>& elements,
-                                           SlcTypeNode* type);
-    void GenArrayCopy(const SlcOperand& array, const SlcOperand& source);
-    /// One value for all elements.
-    void GenArrayFill(const SlcOperand& array, const SlcOperand& value);
     /// `value` where a call wants `type`. Of arrays it is a report if they differ in length, which
     /// only an expansion tells for a formal of any length; `what` names the value in it.
     [[nodiscard]] SlcOperand ConvertedForCall(SlcProcCallExprNode* call, const SlcOperand& value,
@@ -221,16 +99,12 @@ private:
     // Arithmetic and constructors.
     void GenBinOp(SlcBinOpExprNode* node);
     [[nodiscard]] std::deque<SlcOperand> EvaluateMatrix(SlcMatrixExprNode* node);
-    [[nodiscard]] static SlcDetailNode* UniformIfAll(const std::deque<SlcOperand>& operands);
 
     // Assignments.
     [[nodiscard]] Target GenTarget(SlcAssignExprNode* node);
     [[nodiscard]] SlcOperand EvaluateInto(SlcExprNode* expr, const SlcOperand& target);
     /// By the form for the whole grid where that may stand.
     void GenAssignment(const SlcOperand& lhs, const SlcOperand& rhs);
-    /// In a block. A uniform variable too is assigned in a varying one if the value varies, as
-    /// that of a function may that did not know its arguments to be uniform.
-    void GenPlainAssignment(const SlcOperand& lhs, const SlcOperand& rhs);
     /// `value` if it is uniform, else a uniform temporary that it has been assigned to. For who
     /// updates a uniform variable by it: in a block for each point that would happen once a point.
     [[nodiscard]] SlcOperand UniformValue(const SlcOperand& value);
@@ -250,55 +124,6 @@ private:
     /// result = what `constructor` makes in `source`, meant in the cast's space.
     void GenFromSpace(SlcCastExprNode* node, const SlcOperand& result, const SlcOperand& source,
                       SlcTypeNode* type, SlcPtr<SlcICode> constructor);
-    [[nodiscard]] SlcOperand SimdCondition() const;
-
-    // Blocks and conditions.
-    /// Opens what code of this detail must stand in; closed by `AddEndBlock` of the same detail.
-    void AddBeginBlock(const SlcDetailNode* detail);
-    void AddEndBlock(const SlcDetailNode* detail);
-    /// One instruction in a block of its own.
-    void AddInBlock(const SlcDetailNode* detail, SlcPtr<SlcICode> code);
-    /// With recycling, a flag that has been released before; its old value is still in it.
-    [[nodiscard]] SlcOperand GetBoolFlag(SlcDetailNode* detail);
-    /// The next flag of its detail may be this one.
-    void ReleaseBoolFlag(const SlcOperand& flag);
-    /// Of the varying loop `level` loops up; 1 is the innermost.
-    [[nodiscard]] SlcLabel GetBreakLabel(std::size_t level) const;
-    [[nodiscard]] SlcLabel GetContinueLabel(std::size_t level) const;
-    void InsideParallelCond() { ++m_parallelCondDepth; }
-    void OutsideParallelCond() { --m_parallelCondDepth; }
-    /// The code stands under a varying condition.
-    [[nodiscard]] bool IsInParallelIf() const { return m_parallelCondDepth > 0; }
-    [[nodiscard]] bool IsInsideBoolExpr() const { return m_boolExprDepth > 0; }
-    /// Under a varying condition the innermost varying flag, which is true at the active points;
-    /// else null. What limits a SIMD form.
-    [[nodiscard]] SlcOperand InnermostFlag() const;
-    /// The uniform flag of the innermost level; null if the level has none.
-    [[nodiscard]] SlcOperand InnermostUniformFlag() const;
-    /// Under a varying condition: jumps to `label` if no point is active.
-    void GenSkipWithoutPoints(const SlcLabel& label);
-    void BeginParallelIfTrue(const SlcOperand& flag, const SlcOperand& uniformFlag);
-    void BeginParallelIfFalse(const SlcOperand& flag, const SlcOperand& uniformFlag);
-    void EndParallelIfTrue() { m_conditions.pop_back(); }
-    void EndParallelIfFalse() { m_conditions.pop_back(); }
-    void BeginParallelIfNotCurrentCond();
-    void EndParallelIfNotCurrentCond() { m_conditions.pop_back(); }
-    void BeginAssignIfTrue(const SlcOperand& flag, const SlcOperand& uniformFlag);
-    void BeginAssignIfFalse(const SlcOperand& flag, const SlcOperand& uniformFlag);
-    void EndAssignIfTrue();
-    void EndAssignIfFalse();
-    void BeginParallelLoop(const SlcOperand& flag, const SlcOperand& cond,
-                           const SlcOperand& uniformFlag, const SlcLabel& breakLabel,
-                           const SlcLabel& continueLabel);
-    void EndParallelLoop();
-    /// Around a body that runs at the points where the varying `flag` is true.
-    void EnterCondition(const SlcOperand& flag, const SlcOperand& uniformFlag);
-    void LeaveCondition();
-    /// flag = value at the points that the innermost level leaves out.
-    void AssignOutsideCondition(const SlcOperand& flag, const SlcOperand& value);
-    /// For a varying flag that has been set under the condition around it: makes it false outside
-    /// that condition, so that what it guards need not test both.
-    void ClearOutsideCondition(const SlcOperand& flag);
 
     // Statements and definitions.
     void Case(SlcDefinitionsNode* node) override;
@@ -352,9 +177,10 @@ private:
     [[nodiscard]] SlcOperand GenLogOrCode(SlcLogOpNode* node, const SlcOperand& flag,
                                           bool inverted);
     [[nodiscard]] SlcOperand GenUniformLogOp(SlcLogOpNode* node, const SlcOperand& flag,
-                                             bool inverted, AssignIfValue state);
+                                             bool inverted, SlcConditions::AssignIfValue state);
     [[nodiscard]] SlcOperand GenUniformLogOpWithJump(SlcLogOpNode* node, const SlcOperand& flag,
-                                                     bool inverted, AssignIfValue state);
+                                                     bool inverted,
+                                                     SlcConditions::AssignIfValue state);
     [[nodiscard]] SlcOperand GenCondition(SlcIfThenStmtNode* node);
     void GenBranch(SlcStmtNode* branch, const SlcOperand& flag, const SlcOperand& uniformFlag);
     void GenUniformCondExpr(SlcCondExprNode* node, const SlcOperand& flag);
@@ -368,13 +194,7 @@ private:
     [[nodiscard]] bool GenParallelLoopBody(SlcLoopStmtNode* node, const LoopTest& test,
                                            const SlcLabel& continueLabel);
     void GenUnusedValue(SlcExprNode* expr);
-    /// flag = true at the points that are active here, false at the others.
-    void GenAllActive(const SlcOperand& flag);
-    void AddLoopFlags(std::deque<SlcOperand>& flags, std::size_t count) const;
-    /// Adds `leave`, a `break` or `continue` with these `flags`, to which those of all levels up
-    /// to that of `outermost` come.
-    void GenLeave(const SlcPtr<SlcICode>& leave, std::deque<SlcOperand>& flags,
-                  const SlcOperand& outermost);
+    [[nodiscard]] bool MayLeave(SlcLoopModStmtNode* node);
 
     // Bodies of functions.
     /// Lowers the body that `call` stands for, whose formals have their operands by now, and
@@ -425,17 +245,12 @@ private:
     /// As `GetResultVar`, but never a variable that the function also writes as an argument.
     [[nodiscard]] SlcOperand GetCallResult(const BuiltInCall& call, SlcTypeNode* type,
                                            SlcDetailNode* detail);
-    /// The array of a reference to an element; any other operand is its own variable.
-    [[nodiscard]] SlcOperand VariableOf(const SlcOperand& operand) const;
     [[nodiscard]] SlcOperand GenPlainCall(const BuiltInCall& call, ArgumentList list);
     void AddPlainCall(const BuiltInCall& call, const SlcOperand& result, ArgumentList list,
                       SlcDetailNode* detail);
     void AddGridCall(const BuiltInCall& call, const SlcOperand& result,
                      const SlcOperand& condition);
     void AddGridOrPlainCall(const BuiltInCall& call, const SlcOperand& result);
-    /// The condition of a form for the whole grid that stands here, null if it runs for all
-    /// points; nothing where only the plain form will do.
-    [[nodiscard]] std::optional<SlcOperand> GridForm() const;
     /// Puts the arguments of a variable tail into their fixed places, with defaults for those
     /// that the call leaves out.
     void MakeConstantNbArgs(BuiltInCall& call, const std::vector<SlcCallFormal>& formals);
@@ -447,10 +262,6 @@ private:
     [[nodiscard]] bool SuitGridCall(const BuiltInCall& call,
                                     std::vector<std::size_t>& widened) const;
     void WidenArguments(BuiltInCall& call, const std::vector<std::size_t>& places);
-    /// A varying temporary with this value, assigned in the block that is open.
-    [[nodiscard]] SlcOperand WidenHere(const SlcOperand& value);
-    /// `value` if it varies, else such a temporary, assigned in a block of its own.
-    [[nodiscard]] SlcOperand Widened(const SlcOperand& value);
     [[nodiscard]] SlcOperand CreateBuiltInDu(BuiltInCall& call);
     [[nodiscard]] SlcOperand CreateBuiltInDv(BuiltInCall& call);
     [[nodiscard]] SlcOperand CreateBuiltInDeriv(BuiltInCall& call);
@@ -458,8 +269,6 @@ private:
     [[nodiscard]] SlcOperand CreateBuiltInCalculateNormal(BuiltInCall& call);
     void WarnOfZero(const BuiltInCall& call, const char* text);
     [[nodiscard]] SlcOperand GenZero(const BuiltInCall& call);
-    /// The type of a value; that of the element for a reference.
-    [[nodiscard]] static SlcTypeNode* ValueType(const SlcOperand& operand);
     [[nodiscard]] SlcOperand PredefinedOperand(const SlcPtr<SlcVarSymbolEntry>& entry,
                                                const BuiltInCall& call, const char* function);
     [[nodiscard]] SlcOperand GenDerivative(const BuiltInCall& call, SlcTypeNode* typeInCondition,
@@ -481,18 +290,7 @@ private:
     [[nodiscard]] Cone EvaluateCone(SlcExprNode* position, SlcExprNode* axis, SlcExprNode* angle);
     void GenLitBody(SlcLoopStmtNode* node, const SlcOperand& flag, const SlcOperand& uniformFlag);
     void GenConeLoop(SlcIlluminanceStmtNode* node, const Cone& cone, const SlcPtr<SlcICode>& begin);
-    /// Runs the light shaders for the points at `position`, in front of a loop over them.
     void EnterLightLoop(const SlcOperand& position);
-    /// Behind the loop and its `end`.
-    void LeaveLightLoop(const SlcLabel& end);
-    void AddEvalLightForP();
-    /// Behind a function that looks at the lights for `P`.
-    void NoteCallForP();
-    /// Lights evaluated for `P` are stale once it has been assigned.
-    void ResetEvalLightIfPAssigned(const SlcOperand& lhs);
-    /// Who leaves the lights of another point behind has those for `P` evaluated anew, in a shader
-    /// that looks at them; and around it, a loop's lights come back.
-    void InsertLightEvaluations();
 
     // Textures.
     void Case(SlcTextureExprNode* node) override;
@@ -529,45 +327,24 @@ private:
                                                      const SlcOperand& from, const SlcOperand& to,
                                                      const SlcOperand& value);
 
-    static int sm_noTemp;       // temporaries made in this run
-    static int sm_noGotoLabel;  // labels made in this run
+    SlcLoweringContext m_context;
+    // Its parts.
+    SlcPtr<SlcSemanticError>& m_errors = m_context.m_errors;
+    SlcOptionsControl& m_options = m_context.m_options;
+    SlcListBuilder& m_list = m_context.m_list;
+    SlcConditions& m_conditions = m_context.m_conditions;
+    SlcLeaving& m_leaving = m_context.m_leaving;
+    SlcValueStack& m_values = m_context.m_values;
+    SlcElements& m_elements = m_context.m_elements;
+    SlcLightEvaluations& m_lights = m_context.m_lights;
 
-    SlcPtr<SlcSemanticError> m_errors;
-    SlcPtr<SlcListICode> m_list;  // where instructions and locals go
-    std::deque<Value> m_values;
-    std::deque<ElementCopy> m_elementCopies;  // of the statement being lowered
-    std::vector<LateCopy> m_lateCopies;       // not yet in the list, while values are waiting
-    // By operand, the place in the list behind its last write while values are waiting.
-    std::unordered_map<const SlcLexType*, std::size_t> m_lastWrites;
-    std::unordered_map<const SlcLexType*, SlcOperand> m_arrayOfRef;  // of element references
-    bool m_valueUnused = false;  // the assignment about to be walked is a statement
-    int m_blockCounter = 0;      // suffix of local variable names
-    std::unordered_set<std::string> m_localNames;  // of the list
-    SlcOptionsControl& m_options;
-    SlcShaderTypeNode* m_shaderType = nullptr;
-    bool m_CiAssigned = false;
-    bool m_OiAssigned = false;
-    bool m_withoutGrid = false;  // the list runs once per shader instance
-    int m_parallelCondDepth = 0;
-    int m_boolExprDepth = 0;
-    std::vector<Condition> m_conditions;
-    std::vector<SlcLabel> m_blockEndLabels;  // of open guards
-    std::vector<Loop> m_loops;
-    std::vector<Body> m_bodies;  // the innermost is the last
-    SlcLabel m_currentParallelLabel;
+    // From one `Case` to another.
+    bool m_valueUnused = false;     // the assignment about to be walked is a statement
     bool m_flagCopyNeeded = false;  // a relation must give a varying flag
-    bool m_noTempRelease = false;
-    std::deque<SlcOperand> m_freeVaryingFlags;
-    std::deque<SlcOperand> m_freeUniformFlags;
-    SlcTempPools m_temps;
+
+    bool m_CiAssigned = false;             // told, unused
+    bool m_OiAssigned = false;             // told, unused
     int m_expansionLevel = 0;              // functions being expanded
     std::size_t m_expandedOperations = 0;  // of all functions expanded so far
     bool m_expansionRefused = false;       // the code would become too large
-    bool m_evaluatesLightsForP = false;
-    LightLoop m_lightLoop;  // being lowered
-    // By instruction: the lights left behind it are not those for `P`; points whose lights come
-    // back there, if any.
-    std::unordered_map<const SlcICode*, SlcOperand> m_otherLightsBehind;
-    // By evaluation in front of a loop: keeps its points.
-    std::unordered_map<const SlcICode*, SlcPtr<SlcICode>> m_copiesOfPoints;
 };

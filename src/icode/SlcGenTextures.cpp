@@ -39,7 +39,7 @@ void SlcGenInterCode::Case(SlcTextureExprNode* node)
     std::deque<SlcOperand> args;
     const std::size_t count = node->GetArguments()->GetArgs().size() + k_nameAndChannel;
     for (std::size_t i = 0; i < count; ++i)
-        args.push_front(Pop());
+        args.push_front(m_values.Pop());
 
     const SlcTextureTypeNode* kind = node->GetKind();
     if (kind->IsTexture())
@@ -73,19 +73,19 @@ std::deque<SlcOperand> SlcGenInterCode::TextureCorners(SlcTextureExprNode* node,
         return FootprintOf(args[k_nameAndChannel], args[k_nameAndChannel + 1]);
     if (Hiddens::sm_s.Null() || Hiddens::sm_t.Null())
         m_errors->FatalError(node, "'s' or 't' is not available.");
-    return FootprintOf(OperandOf(Hiddens::sm_s), OperandOf(Hiddens::sm_t));
+    return FootprintOf(m_context.OperandOf(Hiddens::sm_s), m_context.OperandOf(Hiddens::sm_t));
 }
 
 std::deque<SlcOperand> SlcGenInterCode::FootprintOf(const SlcOperand& s, const SlcOperand& t)
 {
-    const SlcOperand varyingS = Widened(s);
-    const SlcOperand varyingT = Widened(t);
+    const SlcOperand varyingS = m_context.Widened(s);
+    const SlcOperand varyingT = m_context.Widened(t);
     std::array<SlcOperand, 8> corners;
     for (SlcOperand& corner : corners)
-        corner = GenTempVar(SlcTypeNode::AFloat(), SlcDetailNode::AVarying());
-    const SlcOperand condition = SimdCondition();
-    AddICode(MakeShared<SlcTextureSTPointsICode>(varyingS, varyingT, corners, !condition.Null(),
-                                                 condition, !condition.Null()));
+        corner = m_list.GenTempVar(SlcTypeNode::AFloat(), SlcDetailNode::AVarying());
+    const SlcOperand condition = m_conditions.SimdCondition();
+    m_list.AddICode(MakeShared<SlcTextureSTPointsICode>(
+        varyingS, varyingT, corners, !condition.Null(), condition, !condition.Null()));
     return {corners.begin(), corners.end()};
 }
 
@@ -112,18 +112,19 @@ void SlcGenInterCode::GenPointAccess(SlcTextureExprNode* node, const std::deque<
     if (parameters.HasSource())
         AppendSource(node, call, parameters.GetSourcePoints());
     GenAccessCall(node, parameters.HasSource() ? "CALL_AREASHADOW" : "CALL_SHADOW",
-                  m_shaderType && m_shaderType->IsLight() ? "_LIGHT" : "", std::move(call), 4);
+                  m_context.m_shaderType && m_context.m_shaderType->IsLight() ? "_LIGHT" : "",
+                  std::move(call), 4);
 }
 
 std::deque<SlcOperand> SlcGenInterCode::FootprintOf(const SlcOperand& point)
 {
-    const SlcOperand varyingPoint = Widened(point);
+    const SlcOperand varyingPoint = m_context.Widened(point);
     std::array<SlcOperand, 4> corners;
     for (SlcOperand& corner : corners)
-        corner = GenTempVar(SlcTypeNode::APoint(), SlcDetailNode::AVarying());
-    const SlcOperand condition = SimdCondition();
-    AddICode(MakeShared<SlcTexturePointsICode>(varyingPoint, corners, !condition.Null(), condition,
-                                               !condition.Null()));
+        corner = m_list.GenTempVar(SlcTypeNode::APoint(), SlcDetailNode::AVarying());
+    const SlcOperand condition = m_conditions.SimdCondition();
+    m_list.AddICode(MakeShared<SlcTexturePointsICode>(varyingPoint, corners, !condition.Null(),
+                                                      condition, !condition.Null()));
     return {corners.begin(), corners.end()};
 }
 
@@ -152,22 +153,22 @@ void SlcGenInterCode::GenAccessCall(SlcTextureExprNode* node, const std::string&
                                     std::size_t corners)
 {
     SlcDetailNode* varying = SlcDetailNode::AVarying();
-    const bool isColor = TypeOf(node)->IsColorType();
-    const auto condition = GridForm();
-    const bool simd = !UniformIfAll(args)->IsUniform() && condition && args[0]->IsUniform() &&
-                      args[1]->IsUniform();
+    const bool isColor = SlcLoweringContext::TypeOf(node)->IsColorType();
+    const auto condition = m_conditions.GridForm();
+    const bool simd = !SlcConditions::UniformIfAll(args)->IsUniform() && condition &&
+                      args[0]->IsUniform() && args[1]->IsUniform();
     if (simd)
         for (std::size_t i = 0; i < corners; ++i)
-            args[k_nameAndChannel + i] = Widened(args[k_nameAndChannel + i]);
+            args[k_nameAndChannel + i] = m_context.Widened(args[k_nameAndChannel + i]);
     const SlcOperand result =
-        GetResultVar(node, isColor ? SlcTypeNode::AColor() : SlcTypeNode::AFloat(), varying);
+        m_list.GetResultVar(node, isColor ? SlcTypeNode::AColor() : SlcTypeNode::AFloat(), varying);
     const auto call = MakeShared<SlcCallICode>(
         SlcLexicalNode::CreateIdent(name + (isColor ? "_3D" : "_1D") + suffix), std::move(args),
         result, false, false, simd, nullptr, simd ? *condition : SlcOperand(),
         simd && !condition->Null());
     if (simd)
-        AddICode(call);
+        m_list.AddICode(call);
     else
-        AddInBlock(varying, call);
-    Push(result);
+        m_conditions.AddInBlock(varying, call);
+    m_values.Push(result);
 }

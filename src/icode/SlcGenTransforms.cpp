@@ -40,29 +40,30 @@ SlcOperand SlcGenInterCode::InlineTransform(SlcProcCallExprNode* call, const std
 
     SlcDetailNode* detail = value->GetDetail();
     const bool simd = !detail->IsUniform();
-    const SlcOperand condition = simd ? SimdCondition() : SlcOperand();
+    const SlcOperand condition = simd ? m_conditions.SimdCondition() : SlcOperand();
     const bool throughCurrent = !IsCurrent(from) && !IsCurrent(to);
-    const SlcOperand current = throughCurrent ? GenTempVar(type, detail) : value;
-    const SlcOperand result = GetResultVar(call, type, detail);
+    const SlcOperand current = throughCurrent ? m_list.GenTempVar(type, detail) : value;
+    const SlcOperand result = m_list.GetResultVar(call, type, detail);
     if (!simd)
-        AddBeginBlock(detail);
+        m_conditions.AddBeginBlock(detail);
     if (!IsCurrent(from))
-        AddICode(MakeShared<SlcTransformFromSpaceICode>(throughCurrent ? current : result, value,
-                                                        type, from, simd, condition));
+        m_list.AddICode(MakeShared<SlcTransformFromSpaceICode>(throughCurrent ? current : result,
+                                                               value, type, from, simd, condition));
     if (!IsCurrent(to))
-        AddICode(MakeShared<SlcTransformToSpaceICode>(result, current, type, to, simd, condition));
+        m_list.AddICode(
+            MakeShared<SlcTransformToSpaceICode>(result, current, type, to, simd, condition));
     if (!simd)
-        AddEndBlock(detail);
+        m_conditions.AddEndBlock(detail);
     return result;
 }
 
 SlcOperand SlcGenInterCode::GenSameSpace(SlcProcCallExprNode* call, SlcTypeNode* type,
                                          const SlcOperand& value)
 {
-    const SlcOperand result = GetResultVar(call, type, value->GetDetail());
-    if (value->IsUniform() || IsInParallelIf())
-        AddInBlock(value->GetDetail(), MakeShared<SlcAssignICode>(result, value));
+    const SlcOperand result = m_list.GetResultVar(call, type, value->GetDetail());
+    if (value->IsUniform() || m_conditions.IsInParallelIf())
+        m_conditions.AddInBlock(value->GetDetail(), MakeShared<SlcAssignICode>(result, value));
     else
-        AddICode(MakeShared<SlcAssignSIMDICode>(result, value));
+        m_list.AddICode(MakeShared<SlcAssignSIMDICode>(result, value));
     return result;
 }

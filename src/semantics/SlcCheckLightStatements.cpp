@@ -62,7 +62,7 @@ bool SlcCheckSemantics::IsLegalHere(const LightStatement& statement) const
         return true;
     if (statement.side == LightStatement::Side::Lighting)
         return m_shaderType->IsLight();
-    return m_shaderType->IsSurface() || m_shaderType->IsVolume();
+    return m_shaderType->SeesLights();
 }
 
 void SlcCheckSemantics::CheckLightArgument(SlcExprNode* argument, const LightStatement& statement,
@@ -103,7 +103,7 @@ void SlcCheckSemantics::CheckLightStatement(Node* node, const LightStatement& st
 
     const SlcPtr<SlcSymbolTable> outer = m_current;
     if (statement.side == LightStatement::Side::Lit) {
-        const bool first = m_shaderType->IsSurface() || m_shaderType->IsVolume();
+        const bool first = m_shaderType->SeesLights();
         m_current = MakeShared<SlcIlluminanceSymbolTable>(outer, first);
         m_hasIlluminance = true;
     } else {

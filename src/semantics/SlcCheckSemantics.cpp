@@ -101,7 +101,7 @@ void SlcCheckSemantics::Case(SlcFuncDefNode* node)
                        SlcStorageSpecNode::AInput(), false, nullptr, nullptr);
 
     SlcPtr<SlcSymbolTable> illuminance;
-    if (m_shaderType->IsSurface() || m_shaderType->IsVolume())
+    if (m_shaderType->SeesLights())
         illuminance = MakeShared<SlcIlluminanceSymbolTable>(scope, true);
     auto usage = BodyUsage(node->GetFormals());
     SlcCheckSemantics body = BodyWalker(node, usage.get());

@@ -42,7 +42,7 @@ bool MayBeReached(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNode* call)
                                name);
         return false;
     }
-    if (info.HasIlluminance() && !(shader && (shader->IsSurface() || shader->IsVolume()))) {
+    if (info.HasIlluminance() && !(shader && shader->SeesLights())) {
         walker.Errors()->Error(call,
                                "Cannot call a function containing a 'illuminance' statement from "
                                "this type of shader",

@@ -7,7 +7,6 @@
 #include "support/QxStack.h"
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcFuncDSOSymbolEntry.h"
-#include "symbols/SlcGeneratedNames.h"
 #include "symbols/SlcPossibleTypes.h"
 
 namespace {
@@ -68,11 +67,12 @@ SlcGenInterCode::ReadAndCastParameters(SlcProcCallExprNode* call,
     std::deque<SlcOperand> args;
     for (std::size_t i = formals.size(); i-- > 0;) {
         if (formals[i].isOutput)
-            args.push_front(PopReference());
+            args.push_front(m_values.PopReference());
         else if (formals[i].type->IsAnyType())
-            args.push_front(Pop());
+            args.push_front(m_values.Pop());
         else
-            args.push_front(ConvertedForCall(call, Pop(), formals[i].type, ArgumentName(i)));
+            args.push_front(
+                ConvertedForCall(call, m_values.Pop(), formals[i].type, ArgumentName(i)));
     }
     return args;
 }
@@ -81,7 +81,7 @@ SlcOperand SlcGenInterCode::ConvertedForCall(SlcProcCallExprNode* call, const Sl
                                              SlcTypeNode* type, const std::string& what)
 {
     if (!type->IsArrayType())
-        return Converted(value, type);
+        return m_context.Converted(value, type);
     const int wanted = LengthOf(type);
     const int length = LengthOf(value->GetType());
     if (wanted != 0 && wanted != length)
@@ -93,17 +93,8 @@ SlcOperand SlcGenInterCode::ConvertedForCall(SlcProcCallExprNode* call, const Sl
 
 void SlcGenInterCode::FinishOutputArgument(const SlcOperand& argument)
 {
-    WriteBackElement(argument);
-    ResetEvalLightIfPAssigned(argument);
-}
-
-void SlcGenInterCode::ResetEvalLightIfPAssigned(const SlcOperand& lhs)
-{
-    if (m_shaderType && (m_shaderType->IsSurface() || m_shaderType->IsVolume()) &&
-        lhs->GetName() == SlcGeneratedNames::k_P) {
-        AddICode(MakeShared<SlcResetEvalLightForPICode>());
-        m_lightLoop.movesP = true;
-    }
+    m_elements.WriteBackElement(argument);
+    m_context.NoteAssigned(argument);
 }
 
 void SlcGenInterCode::GenUserCall(SlcProcCallExprNode* call)
@@ -112,26 +103,26 @@ void SlcGenInterCode::GenUserCall(SlcProcCallExprNode* call)
     SlcStmtsNode* body = info->GetDefinition()->GetBody();
     if (!MayExpand(call, *info)) {
         for (std::size_t i = 0; i < call->GetArguments()->GetArgs().size(); ++i)
-            static_cast<void>(PopReference());
-        if (!TypeOf(call)->IsVoidType())
-            Push(SlcLexType::Float(0));
+            static_cast<void>(m_values.PopReference());
+        if (!SlcLoweringContext::TypeOf(call)->IsVoidType())
+            m_values.Push(SlcLexType::Float(0));
         return;
     }
-    ++m_blockCounter;
+    m_list.NextBlock();
     const std::vector<SlcOperand> outputs = BindFormals(call, *info);
 
-    m_temps.EnterBody();
+    m_list.EnterBody();
     ++m_expansionLevel;
     GenFuncBody(call, body);
     --m_expansionLevel;
-    m_temps.LeaveBody(TypeOf(call)->IsVoidType() ? nullptr : m_values.back().operand);
+    m_list.LeaveBody(SlcLoweringContext::TypeOf(call)->IsVoidType() ? nullptr : m_values.Last());
 
     for (const SlcOperand& output : outputs)
-        WriteBackElement(output);
+        m_elements.WriteBackElement(output);
     // Some take a value as it comes: `return 1` of a color must give them a color.
-    if (!TypeOf(call)->IsVoidType() &&
-        !m_values.back().operand->GetType()->IsSameType(TypeOf(call)))
-        Push(ConvertedForCall(call, Pop(), TypeOfCall(call), "the result"));
+    if (!SlcLoweringContext::TypeOf(call)->IsVoidType() &&
+        !m_values.Last()->GetType()->IsSameType(SlcLoweringContext::TypeOf(call)))
+        m_values.Push(ConvertedForCall(call, m_values.Pop(), TypeOfCall(call), "the result"));
 }
 
 bool SlcGenInterCode::MayExpand(SlcProcCallExprNode* call, const SlcFuncInfo& info)
@@ -178,7 +169,7 @@ void SlcGenInterCode::BindFormal(SlcProcCallExprNode* call, SlcVarSymbolEntry& f
 {
     SlcTypeNode* type = formal.GetType();
     const bool isOutput = formal.GetStorage()->IsOutput();
-    const SlcOperand value = isOutput ? PopReference() : Pop();
+    const SlcOperand value = isOutput ? m_values.PopReference() : m_values.Pop();
     if (type->IsArrayType() || (!isOutput && value->IsIdent()))
         formal.GetIntCodeVar() = ConvertedForCall(call, value, type, ArgumentName(position));
     else
@@ -191,8 +182,8 @@ SlcOperand SlcGenInterCode::CopiedForFormal(const SlcVarSymbolEntry& formal,
     SlcTypeNode* type = formal.GetType();
     SlcDetailNode* detail =
         formal.GetDetail()->IsVarying() ? SlcDetailNode::AVarying() : SlcDetailNode::AUniform();
-    const SlcOperand temporary = GenTempVar(type, detail);
-    AddInBlock(temporary->GetDetail(), MakeShared<SlcAssignICode>(temporary, value));
+    const SlcOperand temporary = m_list.GenTempVar(type, detail);
+    m_conditions.AddInBlock(temporary->GetDetail(), MakeShared<SlcAssignICode>(temporary, value));
     return temporary;
 }
 
@@ -204,16 +195,17 @@ void SlcGenInterCode::GenShadeopCall(SlcProcCallExprNode* call)
     const auto entry = CheckCast<SlcFuncDSOSymbolEntry>(call->GetSymbolEntry());
     std::deque<SlcOperand> args = ReadAndCastParameters(call, SlcFormalsOf(*call));
     SlcDetailNode* detail = DetailOfCall(call, args);
-    const bool isVoid = TypeOf(call)->IsVoidType();
+    const bool isVoid = SlcLoweringContext::TypeOf(call)->IsVoidType();
     const SlcOperand result = isVoid ? SlcOperand() : ShadeopResult(call, args, detail);
 
     const std::vector<ConvertedArray> arrays = ConvertArraysForShadeop(args);
-    AddInBlock(detail, MakeShared<SlcCallDSOICode>(result, args, entry->GetKey(),
-                                                   entry->GetMethodName()->GetName()));
+    m_conditions.AddInBlock(detail, MakeShared<SlcCallDSOICode>(result, args, entry->GetKey(),
+                                                                entry->GetMethodName()->GetName()));
     for (const ConvertedArray& array : arrays)
-        AddICode(MakeShared<SlcConvertArrayDSOICode>(array.original, array.contiguous, false));
+        m_list.AddICode(
+            MakeShared<SlcConvertArrayDSOICode>(array.original, array.contiguous, false));
     if (!isVoid)
-        Push(result);
+        m_values.Push(result);
     for (std::size_t i = 0; i < args.size(); ++i)
         if (entry->GetArgStorages()[i]->IsOutput())
             FinishOutputArgument(args[i]);
@@ -224,13 +216,13 @@ void SlcGenInterCode::GenShadeopCall(SlcProcCallExprNode* call)
 SlcOperand SlcGenInterCode::ShadeopResult(SlcProcCallExprNode* call,
                                           const std::deque<SlcOperand>& args, SlcDetailNode* detail)
 {
-    const SlcOperand result = GetResultVar(call, TypeOfCall(call), detail);
+    const SlcOperand result = m_list.GetResultVar(call, TypeOfCall(call), detail);
     const bool isElement = result->GetType()->IsArrayRefType();
     const bool overlaps = std::any_of(args.begin(), args.end(), [&](const SlcOperand& arg) {
         const SlcTypeNode* type = arg->GetType();
         return arg == result || (isElement && (type->IsArrayType() || type->IsArrayRefType()));
     });
-    return overlaps ? GenTempVar(TypeOfCall(call), detail) : result;
+    return overlaps ? m_list.GenTempVar(TypeOfCall(call), detail) : result;
 }
 
 /// A varying array lies element by element, while a shadeop sees that of one point at a time.
@@ -249,8 +241,8 @@ SlcGenInterCode::ConvertArraysForShadeop(std::deque<SlcOperand>& args)
             *arg = known->contiguous;
             continue;
         }
-        const SlcOperand contiguous = GenTempVar((*arg)->GetType(), (*arg)->GetDetail());
-        AddICode(MakeShared<SlcConvertArrayDSOICode>(contiguous, *arg, true));
+        const SlcOperand contiguous = m_list.GenTempVar((*arg)->GetType(), (*arg)->GetDetail());
+        m_list.AddICode(MakeShared<SlcConvertArrayDSOICode>(contiguous, *arg, true));
         arrays.push_back({*arg, contiguous});
         *arg = contiguous;
     }

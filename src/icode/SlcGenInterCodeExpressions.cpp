@@ -1,6 +1,5 @@
-// Constants, variables, arithmetic and constructors.
+// Constants, variables, elements, arithmetic and constructors.
 
-#include <algorithm>
 #include <string>
 #include <typeinfo>
 
@@ -59,14 +58,14 @@ void SlcGenInterCode::Case(SlcConstExprNode* node)
         if (written != value)
             constant = SlcLexicalNode::CreateFloat(written);
     }
-    Push(MakeShared<SlcLexType>(constant,
-                                node->IsFloat() ? SlcTypeNode::AFloat() : SlcTypeNode::AString(),
-                                SlcDetailNode::AUniform(), SlcStorageSpecNode::ALocal()));
+    m_values.Push(MakeShared<SlcLexType>(
+        constant, node->IsFloat() ? SlcTypeNode::AFloat() : SlcTypeNode::AString(),
+        SlcDetailNode::AUniform(), SlcStorageSpecNode::ALocal()));
 }
 
 void SlcGenInterCode::Case(SlcIdentExprNode* node)
 {
-    Push(OperandOf(node->GetSymbolEntry()));
+    m_values.Push(m_context.OperandOf(node->GetSymbolEntry()));
 }
 
 void SlcGenInterCode::Case(SlcBinOpExprNode* node)
@@ -78,52 +77,52 @@ void SlcGenInterCode::Case(SlcBinOpExprNode* node)
 /// Apart from the walk, which nests as deep as the expression and must not need much stack.
 void SlcGenInterCode::GenBinOp(SlcBinOpExprNode* node)
 {
-    SlcOperand right = Pop();
-    SlcOperand left = Pop();
-    MatchColors(left, right);
+    SlcOperand right = m_values.Pop();
+    SlcOperand left = m_values.Pop();
+    m_context.MatchColors(left, right);
     SlcDetailNode* detail = SlcDetailNode::Combine(left->GetDetail(), right->GetDetail());
-    const SlcOperand result = GetResultVar(node, ResultType(node, left, right), detail);
+    const SlcOperand result = m_list.GetResultVar(node, ResultType(node, left, right), detail);
     const SlcPtr<SlcICode> code = MakeBinOp(node, result, left, right);
     if (code.Null())
         m_errors->FatalError(node, "Invalid operator while generating i-code for bin op");
-    AddInBlock(detail, code);
-    Push(result);
+    m_conditions.AddInBlock(detail, code);
+    m_values.Push(result);
 }
 
 void SlcGenInterCode::Case(SlcUMinusExprNode* node)
 {
     SlcOperand source = Evaluate(node->GetOperand());
-    SlcTypeNode* type = TypeOf(node);
+    SlcTypeNode* type = SlcLoweringContext::TypeOf(node);
     // A float that will be promoted is still one here.
     if (type->IsColorType() && source->GetType()->IsPointType())
-        source = Converted(source, type);
+        source = m_context.Converted(source, type);
     else if (!source->GetType()->IsSameType(type))
         type = SlcTypeNode::AFloat();
-    SlcDetailNode* detail = SlcDetailNode::Combine(DetailOf(node), source->GetDetail());
-    const SlcOperand result = GetResultVar(node, type, detail);
-    AddInBlock(detail, MakeShared<SlcUnaryMinusICode>(result, source));
-    Push(result);
+    SlcDetailNode* detail = SlcDetailNode::Combine(m_context.DetailOf(node), source->GetDetail());
+    const SlcOperand result = m_list.GetResultVar(node, type, detail);
+    m_conditions.AddInBlock(detail, MakeShared<SlcUnaryMinusICode>(result, source));
+    m_values.Push(result);
 }
 
 void SlcGenInterCode::Case(SlcPointExprNode* node)
 {
     node->WalkIn(this);
-    const SlcOperand z = Pop();
-    const SlcOperand y = Pop();
-    const SlcOperand x = Pop();
-    SlcDetailNode* detail = UniformIfAll({x, y, z});
-    const SlcOperand result = GetResultVar(node, SlcTypeNode::APoint(), detail);
-    AddInBlock(detail, MakeShared<SlcPointICode>(result, x, y, z));
-    Push(result);
+    const SlcOperand z = m_values.Pop();
+    const SlcOperand y = m_values.Pop();
+    const SlcOperand x = m_values.Pop();
+    SlcDetailNode* detail = SlcConditions::UniformIfAll({x, y, z});
+    const SlcOperand result = m_list.GetResultVar(node, SlcTypeNode::APoint(), detail);
+    m_conditions.AddInBlock(detail, MakeShared<SlcPointICode>(result, x, y, z));
+    m_values.Push(result);
 }
 
 void SlcGenInterCode::Case(SlcMatrixExprNode* node)
 {
     const std::deque<SlcOperand> values = EvaluateMatrix(node);
-    SlcDetailNode* detail = UniformIfAll(values);
-    const SlcOperand result = GetResultVar(node, SlcTypeNode::AMatrix(), detail);
-    AddInBlock(detail, MakeShared<SlcMatrixICode>(result, values));
-    Push(result);
+    SlcDetailNode* detail = SlcConditions::UniformIfAll(values);
+    const SlcOperand result = m_list.GetResultVar(node, SlcTypeNode::AMatrix(), detail);
+    m_conditions.AddInBlock(detail, MakeShared<SlcMatrixICode>(result, values));
+    m_values.Push(result);
 }
 
 std::deque<SlcOperand> SlcGenInterCode::EvaluateMatrix(SlcMatrixExprNode* node)
@@ -131,16 +130,31 @@ std::deque<SlcOperand> SlcGenInterCode::EvaluateMatrix(SlcMatrixExprNode* node)
     node->WalkIn(this);
     std::deque<SlcOperand> values;
     for (std::size_t i = 0; i < node->GetValues().size(); ++i)
-        values.push_front(Pop());
+        values.push_front(m_values.Pop());
     return values;
 }
 
-SlcDetailNode* SlcGenInterCode::UniformIfAll(const std::deque<SlcOperand>& operands)
+void SlcGenInterCode::Case(SlcArrayExprNode* node)
 {
-    const bool uniform =
-        std::all_of(operands.begin(), operands.end(),
-                    [](const SlcOperand& operand) { return operand->IsUniform(); });
-    return uniform ? SlcDetailNode::AUniform() : SlcDetailNode::AVarying();
+    node->WalkIn(this);
+}
+
+void SlcGenInterCode::Case(SlcArrayRefExprNode* node)
+{
+    const SlcOperand array = m_context.OperandOf(node->GetSymbolEntry());
+    const SlcOperand index = Evaluate(node->GetIndex());
+    m_elements.GenIndexCheck(node, node->GetIdent()->GetName(), array, index);
+    if (index->IsUniform()) {
+        m_values.Push(m_elements.GenElementRef(array, index, array->GetDetail()));
+        return;
+    }
+    const SlcOperand copy =
+        m_list.GetResultVar(node, SlcElements::ElementType(array), SlcDetailNode::AVarying());
+    m_elements.GenElementRead(copy, array, index);
+    // In the target of an assignment it is no copy that somebody could write back.
+    if (!(copy == SlcPossibleTypes::Of(node)->GetOperandHint()))
+        m_elements.RememberCopy(copy, array, index);
+    m_values.Push(copy);
 }
 
 void SlcGenInterCode::Default(SlcSyntaxNode* node)

@@ -24,46 +24,46 @@ void SlcGenInterCode::Case(SlcFuncDefStmtNode*) {}
 
 void SlcGenInterCode::Case(SlcStmtsNode* node)
 {
-    ++m_blockCounter;
-    const std::size_t copiesBefore = m_elementCopies.size();
+    m_list.NextBlock();
+    const std::size_t copiesBefore = m_elements.CountCopies();
     for (const auto& statement : node->GetStatements()) {
         statement->ApplyWalker(this);
-        m_elementCopies.resize(copiesBefore);
-        if (!m_bodies.empty() && m_bodies.back().ended)
+        m_elements.ForgetCopies(copiesBefore);
+        if (m_leaving.HasBodyEnded())
             return;
-        if (m_values.empty() && m_elementCopies.empty())
-            ForgetWrites();
+        if (m_values.IsEmpty() && copiesBefore == 0)
+            m_values.ForgetWrites();
     }
-    ++m_blockCounter;
+    m_list.NextBlock();
 }
 
 void SlcGenInterCode::Case(SlcAssignStmtNode* node)
 {
-    [[maybe_unused]] const std::size_t waiting = m_values.size();
+    [[maybe_unused]] const std::size_t waiting = m_values.Size();
     GenLineNumberInfo(node);
     m_valueUnused = true;
     node->WalkIn(this);
-    static_cast<void>(PopReference());
-    assert(m_values.size() == waiting);
-    ReleaseTempVars();
+    static_cast<void>(m_values.PopReference());
+    assert(m_values.Size() == waiting);
+    m_list.ReleaseTempVars();
 }
 
 void SlcGenInterCode::Case(SlcProcCallStmtNode* node)
 {
-    [[maybe_unused]] const std::size_t waiting = m_values.size();
+    [[maybe_unused]] const std::size_t waiting = m_values.Size();
     GenLineNumberInfo(node);
     node->WalkIn(this);
-    if (!TypeOf(node->GetCall())->IsVoidType())
-        static_cast<void>(PopReference());
-    assert(m_values.size() == waiting);
-    ReleaseTempVars();
+    if (!SlcLoweringContext::TypeOf(node->GetCall())->IsVoidType())
+        static_cast<void>(m_values.PopReference());
+    assert(m_values.Size() == waiting);
+    m_list.ReleaseTempVars();
 }
 
 void SlcGenInterCode::Case(SlcVarDefsStmtNode* node)
 {
     GenLineNumberInfo(node);
     node->WalkIn(this);
-    ReleaseTempVars();
+    m_list.ReleaseTempVars();
 }
 
 void SlcGenInterCode::Case(SlcVarDefsNode* node)
@@ -74,15 +74,6 @@ void SlcGenInterCode::Case(SlcVarDefsNode* node)
 void SlcGenInterCode::Case(SlcDefExprsNode* node)
 {
     node->WalkIn(this);
-}
-
-/// A body that ends at its `return` does not count its end, so that a number may come again.
-std::string SlcGenInterCode::LocalName(const std::string& sourceName)
-{
-    std::string name = sourceName + '_' + std::to_string(m_blockCounter);
-    while (!m_localNames.insert(name).second)
-        name = sourceName + '_' + std::to_string(++m_blockCounter);
-    return name;
 }
 
 void SlcGenInterCode::Case(SlcDefExprNode* node)
@@ -96,20 +87,20 @@ void SlcGenInterCode::Case(SlcDefExprNode* node)
         return;
 
     // Made anew each time, so that each expansion of a function has variables of its own.
-    const std::string name = LocalName(entry->GetName());
+    const std::string name = m_list.LocalName(entry->GetName());
     const auto variable =
         MakeShared<SlcLexType>(SlcLexicalNode::CreateIdent(name), entry->GetType(),
-                               DetailHere(entry->GetDetail()), entry->GetStorage());
+                               m_list.DetailHere(entry->GetDetail()), entry->GetStorage());
     entry->GetIntCodeVar() = variable;
-    m_list->AddLocalVar(variable);
+    m_list.List()->AddLocalVar(variable);
     if (!node->GetInitializer())
         return;
 
-    const std::size_t valuesBefore = m_values.size();
+    const std::size_t valuesBefore = m_values.Size();
     node->GetInitializer()->ApplyWalker(this);
     if (entry->GetType()->IsArrayType()) {
-        GenArrayInit(variable, variable->GetDetail(), valuesBefore);
+        m_elements.GenArrayInit(variable, valuesBefore);
         return;
     }
-    GenPlainAssignment(variable, Pop());
+    m_conditions.GenPlainAssignment(variable, m_values.Pop());
 }

@@ -24,12 +24,6 @@ bool IsPartialDerivativeStep(const SlcOperand& operand)
     return name == SlcGeneratedNames::k_du || name == SlcGeneratedNames::k_dv;
 }
 
-SlcDetailNode* BlockDetail(const SlcOperand& lhs, const SlcOperand& rhs)
-{
-    return lhs->IsUniform() && rhs->IsUniform() ? SlcDetailNode::AUniform()
-                                                : SlcDetailNode::AVarying();
-}
-
 }  // namespace
 
 void SlcGenInterCode::Case(SlcEqAssignExprNode* node)
@@ -42,8 +36,8 @@ void SlcGenInterCode::Case(SlcEqAssignExprNode* node)
     }
     const SlcOperand value = EvaluateInto(node->GetValue(), target.variable);
     GenAssignment(target.variable, value);
-    Push(target.variable);
-    ResetEvalLightIfPAssigned(target.variable);
+    m_values.Push(target.variable);
+    m_context.NoteAssigned(target.variable);
 }
 
 void SlcGenInterCode::Case(SlcAssignExprNode* node)
@@ -55,25 +49,25 @@ void SlcGenInterCode::Case(SlcAssignExprNode* node)
         return;
     }
     GenArithAssignment(node, target.variable, Evaluate(node->GetValue()));
-    Push(target.variable);
-    ResetEvalLightIfPAssigned(target.variable);
+    m_values.Push(target.variable);
+    m_context.NoteAssigned(target.variable);
 }
 
 SlcGenInterCode::Target SlcGenInterCode::GenTarget(SlcAssignExprNode* node)
 {
     SlcLValueNode* lvalue = node->GetLValue();
-    const SlcOperand variable = OperandOf(lvalue->GetSymbolEntry());
+    const SlcOperand variable = m_context.OperandOf(lvalue->GetSymbolEntry());
     if (lvalue->IsIdentLValue())
         return {variable, nullptr};
     auto* element = static_cast<SlcArrayRefLValueNode*>(lvalue);
     element->GetIndex()->ApplyWalker(this);
     if (variable->IsUniform() && !node->IsEqAssign())
-        Push(UniformValue(Pop()));
-    if (!m_values.back().operand->IsUniform())
+        m_values.Push(UniformValue(m_values.Pop()));
+    if (!m_values.Last()->IsUniform())
         return {nullptr, variable};
-    const SlcOperand index = Pop();
-    GenIndexCheck(lvalue, lvalue->GetIdent(), variable, index);
-    return {GenElementRef(variable, index, variable->GetDetail()), nullptr};
+    const SlcOperand index = m_values.Pop();
+    m_elements.GenIndexCheck(lvalue, lvalue->GetIdent()->GetName(), variable, index);
+    return {m_elements.GenElementRef(variable, index, variable->GetDetail()), nullptr};
 }
 
 SlcOperand SlcGenInterCode::EvaluateInto(SlcExprNode* expr, const SlcOperand& target)
@@ -81,49 +75,45 @@ SlcOperand SlcGenInterCode::EvaluateInto(SlcExprNode* expr, const SlcOperand& ta
     const auto types = SlcPossibleTypes::Of(expr);
     // In the right side of a logical operator, forms for the whole grid would also touch points
     // that do not get there.
-    if (types.Null() || !m_options.m_assignInPlace || IsInsideBoolExpr())
+    if (types.Null() || !m_options.m_assignInPlace || m_conditions.IsInsideBoolExpr())
         return Evaluate(expr);
     types->SetOperandHint(target);
     expr->ApplyWalker(this);
     types->SetOperandHint(nullptr);
-    return Pop();
+    return m_values.Pop();
 }
 
 void SlcGenInterCode::GenAssignment(const SlcOperand& lhs, const SlcOperand& rhs)
 {
     if (lhs == rhs)
         return;
-    const bool simd = m_options.m_simdInstructions && !IsInParallelIf() && !IsInsideBoolExpr() &&
-                      !lhs->IsUniform() && !rhs->IsUniform() &&
+    const bool simd = m_options.m_simdInstructions && !m_conditions.IsInParallelIf() &&
+                      !m_conditions.IsInsideBoolExpr() && !lhs->IsUniform() && !rhs->IsUniform() &&
                       lhs->GetType()->IsSameType(rhs->GetType()) &&
                       HasSIMDAssignment(lhs->GetType()) && !IsPartialDerivativeStep(rhs);
     if (simd)
-        AddICode(MakeShared<SlcAssignSIMDICode>(lhs, rhs));
+        m_list.AddICode(MakeShared<SlcAssignSIMDICode>(lhs, rhs));
     else
-        GenPlainAssignment(lhs, rhs);
-}
-
-void SlcGenInterCode::GenPlainAssignment(const SlcOperand& lhs, const SlcOperand& rhs)
-{
-    AddInBlock(BlockDetail(lhs, rhs), MakeShared<SlcAssignICode>(lhs, rhs));
+        m_conditions.GenPlainAssignment(lhs, rhs);
 }
 
 void SlcGenInterCode::GenArithAssignment(SlcAssignExprNode* node, const SlcOperand& lhs,
                                          SlcOperand rhs)
 {
     SlcOperand target = lhs;
-    MatchColors(target, rhs);
+    m_context.MatchColors(target, rhs);
     if (lhs->IsUniform())
         rhs = UniformValue(rhs);
-    AddInBlock(BlockDetail(lhs, rhs), MakeAssignICode(node, target, lhs, rhs));
+    m_conditions.AddInBlock(SlcConditions::UniformIfAll({lhs, rhs}),
+                            MakeAssignICode(node, target, lhs, rhs));
 }
 
 SlcOperand SlcGenInterCode::UniformValue(const SlcOperand& value)
 {
     if (value->IsUniform())
         return value;
-    SlcOperand copy = GenTempVar(ValueType(value), SlcDetailNode::AUniform());
-    GenPlainAssignment(copy, value);
+    SlcOperand copy = m_list.GenTempVar(SlcElements::ValueType(value), SlcDetailNode::AUniform());
+    m_conditions.GenPlainAssignment(copy, value);
     return copy;
 }
 
@@ -132,25 +122,25 @@ void SlcGenInterCode::GenElementAssignment(SlcAssignExprNode* node, const SlcOpe
                                            bool valueUsed)
 {
     SlcOperand value = Evaluate(node->GetValue());
-    const SlcOperand index = Pop();
+    const SlcOperand index = m_values.Pop();
     SlcTypeNode* type = static_cast<SlcArrayTypeNode*>(array->GetType())->GetElementType();
     if (type->IsColorType() && value->GetType()->IsPointType())
-        value = Converted(value, type);
+        value = m_context.Converted(value, type);
     SlcLValueNode* lvalue = node->GetLValue();
-    GenIndexCheck(lvalue, lvalue->GetIdent(), array, index);
+    m_elements.GenIndexCheck(lvalue, lvalue->GetIdent()->GetName(), array, index);
 
     SlcDetailNode* varying = SlcDetailNode::AVarying();
-    AddBeginBlock(varying);
-    const SlcOperand element = GenElementRef(array, index, varying);
-    AddICode(MakeAssignICode(node, element, element, value));
+    m_conditions.AddBeginBlock(varying);
+    const SlcOperand element = m_elements.GenElementRef(array, index, varying);
+    m_list.AddICode(MakeAssignICode(node, element, element, value));
     if (valueUsed) {
-        value = GenTempVar(type, varying);
-        AddICode(MakeShared<SlcAssignICode>(value, element));
+        value = m_list.GenTempVar(type, varying);
+        m_list.AddICode(MakeShared<SlcAssignICode>(value, element));
     }
-    AddEndBlock(varying);
+    m_conditions.AddEndBlock(varying);
     if (valueUsed)
-        RememberCopy(value, array, index);
-    Push(value);
+        m_elements.RememberCopy(value, array, index);
+    m_values.Push(value);
 }
 
 SlcPtr<SlcICode> SlcGenInterCode::MakeAssignICode(SlcAssignExprNode* node, const SlcOperand& dest,

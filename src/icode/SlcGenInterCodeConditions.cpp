@@ -39,7 +39,7 @@ SlcOperand SlcGenInterCode::GenCondition(SlcIfThenStmtNode* node)
 {
     GenLineNumberInfo(node);
     const bool outer =
-        std::exchange(m_flagCopyNeeded, node->ContainsBreakOrContinue() && !m_withoutGrid);
+        std::exchange(m_flagCopyNeeded, node->ContainsBreakOrContinue() && !m_list.IsWithoutGrid());
     SlcOperand flag = GenRelation(node->GetCondition(), nullptr, false);
     m_flagCopyNeeded = outer;
     return flag;
@@ -48,50 +48,51 @@ SlcOperand SlcGenInterCode::GenCondition(SlcIfThenStmtNode* node)
 void SlcGenInterCode::GenBranch(SlcStmtNode* branch, const SlcOperand& flag,
                                 const SlcOperand& uniformFlag)
 {
-    AddICode(MakeShared<SlcSetUniformBoolFlagICode>(uniformFlag, flag));
-    EnterCondition(flag, uniformFlag);
+    m_list.AddICode(MakeShared<SlcSetUniformBoolFlagICode>(uniformFlag, flag));
+    m_conditions.EnterCondition(flag, uniformFlag);
     branch->ApplyWalker(this);
-    LeaveCondition();
+    m_conditions.LeaveCondition();
 }
 
 void SlcGenInterCode::Case(SlcIfThenStmtNode* node)
 {
     const SlcOperand flag = GenCondition(node);
     if (flag->IsUniform()) {
-        const SlcLabel end = GenLabel();
-        GenSkipWithoutPoints(end);
-        AddICode(MakeShared<SlcIfFalseGotoICode>(flag, end));
+        const SlcLabel end = m_list.GenLabel();
+        m_conditions.GenSkipWithoutPoints(end);
+        m_list.AddICode(MakeShared<SlcIfFalseGotoICode>(flag, end));
         node->GetThen()->ApplyWalker(this);
-        AddICode(end);
+        m_list.AddICode(end);
     } else {
-        const SlcOperand uniformFlag = GetBoolFlag(SlcDetailNode::AUniform());
+        const SlcOperand uniformFlag = m_conditions.GetBoolFlag(SlcDetailNode::AUniform());
         GenBranch(node->GetThen(), flag, uniformFlag);
-        ReleaseBoolFlag(uniformFlag);
+        m_conditions.ReleaseBoolFlag(uniformFlag);
     }
-    ReleaseBoolFlag(flag);
+    m_conditions.ReleaseBoolFlag(flag);
 }
 
 void SlcGenInterCode::Case(SlcIfThenElseStmtNode* node)
 {
     const SlcOperand flag = GenCondition(node);
     if (flag->IsUniform()) {
-        const SlcLabel end = GenLabel();
-        GenSkipWithoutPoints(end);
-        const SlcLabel otherwise = GenLabel();
-        AddICode(MakeShared<SlcIfFalseGotoICode>(flag, otherwise));
+        const SlcLabel end = m_list.GenLabel();
+        m_conditions.GenSkipWithoutPoints(end);
+        const SlcLabel otherwise = m_list.GenLabel();
+        m_list.AddICode(MakeShared<SlcIfFalseGotoICode>(flag, otherwise));
         node->GetThen()->ApplyWalker(this);
-        AddICode(MakeShared<SlcGotoICode>(end));
-        AddICode(otherwise);
+        m_list.AddICode(MakeShared<SlcGotoICode>(end));
+        m_list.AddICode(otherwise);
         node->GetElse()->ApplyWalker(this);
-        AddICode(end);
+        m_list.AddICode(end);
     } else {
-        const SlcOperand uniformFlag = GetBoolFlag(SlcDetailNode::AUniform());
+        const SlcOperand uniformFlag = m_conditions.GetBoolFlag(SlcDetailNode::AUniform());
         GenBranch(node->GetThen(), flag, uniformFlag);
-        AddICode(MakeShared<SlcInvertBoolFlagICode>(flag, flag, InnermostFlag()));
+        m_list.AddICode(
+            MakeShared<SlcInvertBoolFlagICode>(flag, flag, m_conditions.InnermostFlag()));
         GenBranch(node->GetElse(), flag, uniformFlag);
-        ReleaseBoolFlag(uniformFlag);
+        m_conditions.ReleaseBoolFlag(uniformFlag);
     }
-    ReleaseBoolFlag(flag);
+    m_conditions.ReleaseBoolFlag(flag);
 }
 
 void SlcGenInterCode::Case(SlcCondExprNode* node)
@@ -104,47 +105,51 @@ void SlcGenInterCode::Case(SlcCondExprNode* node)
     else
         GenVaryingCondExpr(node, flag);
     m_flagCopyNeeded = outer;
-    ReleaseBoolFlag(flag);
+    m_conditions.ReleaseBoolFlag(flag);
 }
 
 void SlcGenInterCode::GenUniformCondExpr(SlcCondExprNode* node, const SlcOperand& flag)
 {
-    const SlcLabel otherwise = GenLabel();
-    const SlcLabel end = GenLabel();
+    const SlcLabel otherwise = m_list.GenLabel();
+    const SlcLabel end = m_list.GenLabel();
     // Without active points nothing has set the flag, and nobody reads the value.
-    GenSkipWithoutPoints(end);
-    AddICode(MakeShared<SlcIfFalseGotoICode>(flag, otherwise));
+    m_conditions.GenSkipWithoutPoints(end);
+    m_list.AddICode(MakeShared<SlcIfFalseGotoICode>(flag, otherwise));
     SlcOperand value = Evaluate(node->GetThen());
-    const SlcOperand result = GetResultVar(node, TypeOf(node), DetailOf(node));
-    GenPlainAssignment(result, value);
-    AddICode(MakeShared<SlcGotoICode>(end));
-    AddICode(otherwise);
+    const SlcOperand result =
+        m_list.GetResultVar(node, SlcLoweringContext::TypeOf(node), m_context.DetailOf(node));
+    m_conditions.GenPlainAssignment(result, value);
+    m_list.AddICode(MakeShared<SlcGotoICode>(end));
+    m_list.AddICode(otherwise);
     value = Evaluate(node->GetElse());
-    GenPlainAssignment(result, value);
-    AddICode(end);
-    Push(result);
+    m_conditions.GenPlainAssignment(result, value);
+    m_list.AddICode(end);
+    m_values.Push(result);
 }
 
 void SlcGenInterCode::GenVaryingCondExpr(SlcCondExprNode* node, const SlcOperand& flag)
 {
-    const SlcOperand thenFlag = GenTempVar(SlcTypeNode::ABoolean(), SlcDetailNode::AUniform());
-    const SlcOperand elseFlag = GenTempVar(SlcTypeNode::ABoolean(), SlcDetailNode::AUniform());
-    AddICode(MakeShared<SlcSetUniformBoolFlagICode>(thenFlag, flag));
-    EnterCondition(flag, thenFlag);
+    const SlcOperand thenFlag =
+        m_list.GenTempVar(SlcTypeNode::ABoolean(), SlcDetailNode::AUniform());
+    const SlcOperand elseFlag =
+        m_list.GenTempVar(SlcTypeNode::ABoolean(), SlcDetailNode::AUniform());
+    m_list.AddICode(MakeShared<SlcSetUniformBoolFlagICode>(thenFlag, flag));
+    m_conditions.EnterCondition(flag, thenFlag);
     SlcOperand value = Evaluate(node->GetThen());
     // A call in the other branch may read the target of the assignment at points set here.
     const bool callFollows = FindCalls().In(node->GetElse());
     SlcDetailNode* varying = SlcDetailNode::AVarying();
     const SlcOperand result =
-        callFollows ? GenTempVar(TypeOf(node), varying) : GetResultVar(node, TypeOf(node), varying);
-    GenPlainAssignment(result, value);
-    LeaveCondition();
+        callFollows ? m_list.GenTempVar(SlcLoweringContext::TypeOf(node), varying)
+                    : m_list.GetResultVar(node, SlcLoweringContext::TypeOf(node), varying);
+    m_conditions.GenPlainAssignment(result, value);
+    m_conditions.LeaveCondition();
 
-    AddICode(MakeShared<SlcInvertBoolFlagICode>(flag, flag, InnermostFlag()));
-    AddICode(MakeShared<SlcSetUniformBoolFlagICode>(elseFlag, flag));
-    EnterCondition(flag, elseFlag);
+    m_list.AddICode(MakeShared<SlcInvertBoolFlagICode>(flag, flag, m_conditions.InnermostFlag()));
+    m_list.AddICode(MakeShared<SlcSetUniformBoolFlagICode>(elseFlag, flag));
+    m_conditions.EnterCondition(flag, elseFlag);
     value = Evaluate(node->GetElse());
-    GenPlainAssignment(result, value);
-    LeaveCondition();
-    Push(result);
+    m_conditions.GenPlainAssignment(result, value);
+    m_conditions.LeaveCondition();
+    m_values.Push(result);
 }

@@ -42,7 +42,7 @@ SlcOperand SlcGenInterCode::GenRelation(SlcRelationNode* relation, const SlcOper
 {
     relation->SetAnnotation(MakeShared<SlcBoolExprResult>(target, inverted));
     relation->ApplyWalker(this);
-    return PopReference();
+    return m_values.PopReference();
 }
 
 void SlcGenInterCode::Case(SlcNotRelNode* node)
@@ -66,42 +66,42 @@ void SlcGenInterCode::Case(SlcCompOpNode* node)
 
 void SlcGenInterCode::GenComparison(SlcCompOpNode* node)
 {
-    SlcOperand right = Pop();
-    SlcOperand left = Pop();
-    MatchColors(left, right);
+    SlcOperand right = m_values.Pop();
+    SlcOperand left = m_values.Pop();
+    m_context.MatchColors(left, right);
     const auto wanted = Wanted(node);
     const SlcOperand& target = wanted->GetResult();
-    SlcOperand flag = FlagFor(target, UniformIfAll({left, right}));
+    SlcOperand flag = FlagFor(target, SlcConditions::UniformIfAll({left, right}));
     const SlcPtr<SlcICode> code = MakeComparison(node, wanted->IsInverted(), flag, left, right);
     if (code.Null())
         m_errors->FatalError(node, "Invalid operator while generating i-code for rel op");
-    AddInBlock(flag->GetDetail(), code);
+    m_conditions.AddInBlock(flag->GetDetail(), code);
 
     // Points that leave a loop have a flag each, even if they all decide alike.
     if (flag->IsUniform() && m_flagCopyNeeded)
-        flag = CopiedFlag(flag, GetBoolFlag(SlcDetailNode::AVarying()));
+        flag = CopiedFlag(flag, m_conditions.GetBoolFlag(SlcDetailNode::AVarying()));
     if (flag->IsUniform() && target && !target->IsUniform())
         flag = CopiedFlag(flag, target);
-    ClearOutsideCondition(flag);
-    Push(flag);
+    m_conditions.ClearOutsideCondition(flag);
+    m_values.Push(flag);
 }
 
 SlcOperand SlcGenInterCode::FlagFor(const SlcOperand& target, SlcDetailNode* detail)
 {
     if (target.Null() || (detail->IsUniform() && !target->IsUniform()))
-        return GetBoolFlag(detail);
+        return m_conditions.GetBoolFlag(detail);
     if (detail->IsUniform() || !target->IsUniform())
         return target;
     // A uniform left side has decided wherever this comparison does not run.
-    SlcOperand flag = GetBoolFlag(detail);
-    AssignOutsideCondition(flag, target);
+    SlcOperand flag = m_conditions.GetBoolFlag(detail);
+    m_conditions.AssignOutsideCondition(flag, target);
     return flag;
 }
 
 SlcOperand SlcGenInterCode::CopiedFlag(const SlcOperand& flag, const SlcOperand& copy)
 {
-    AddInBlock(SlcDetailNode::AVarying(), MakeShared<SlcAssignICode>(copy, flag));
-    ReleaseBoolFlag(flag);
+    m_conditions.AddInBlock(SlcDetailNode::AVarying(), MakeShared<SlcAssignICode>(copy, flag));
+    m_conditions.ReleaseBoolFlag(flag);
     return copy;
 }
 
@@ -117,8 +117,8 @@ void SlcGenInterCode::Case(SlcLogOpNode* node)
         chain.push_back(logOp);
         // A flag must not be overwritten while it guards its own computation.
         if (logOp->IsLogAnd() == inverted && target && !target->IsUniform() &&
-            target == InnermostFlag())
-            target = GetBoolFlag(SlcDetailNode::AVarying());
+            target == m_conditions.InnermostFlag())
+            target = m_conditions.GetBoolFlag(SlcDetailNode::AVarying());
         left = logOp->GetLeft();
     }
     SlcOperand flag = GenRelation(left, target, inverted);
@@ -127,92 +127,94 @@ void SlcGenInterCode::Case(SlcLogOpNode* node)
         flag = logOp->IsLogAnd() == inverted ? GenLogOrCode(logOp, flag, inverted)
                                              : GenLogAndCode(logOp, flag, inverted);
     }
-    Push(flag);
+    m_values.Push(flag);
 }
 
 SlcOperand SlcGenInterCode::GenLogAndCode(SlcLogOpNode* node, const SlcOperand& flag, bool inverted)
 {
     if (flag->IsUniform())
-        return GenUniformLogOp(node, flag, inverted, AssignIfValue::IfTrue);
-    const SlcOperand uniformFlag = GetBoolFlag(SlcDetailNode::AUniform());
-    AddICode(MakeShared<SlcSetUniformBoolFlagICode>(uniformFlag, flag));
-    EnterCondition(flag, uniformFlag);
+        return GenUniformLogOp(node, flag, inverted, SlcConditions::AssignIfValue::IfTrue);
+    const SlcOperand uniformFlag = m_conditions.GetBoolFlag(SlcDetailNode::AUniform());
+    m_list.AddICode(MakeShared<SlcSetUniformBoolFlagICode>(uniformFlag, flag));
+    m_conditions.EnterCondition(flag, uniformFlag);
     SlcOperand result = GenRelation(node->GetRight(), flag, inverted);
-    LeaveCondition();
-    ReleaseBoolFlag(uniformFlag);
+    m_conditions.LeaveCondition();
+    m_conditions.ReleaseBoolFlag(uniformFlag);
     return result;
 }
 
 SlcOperand SlcGenInterCode::GenLogOrCode(SlcLogOpNode* node, const SlcOperand& flag, bool inverted)
 {
     if (flag->IsUniform())
-        return GenUniformLogOp(node, flag, inverted, AssignIfValue::IfFalse);
+        return GenUniformLogOp(node, flag, inverted, SlcConditions::AssignIfValue::IfFalse);
     // Marks the points that the left side left false.
-    const SlcOperand rest = GetBoolFlag(SlcDetailNode::AVarying());
-    const SlcOperand uniformFlag = GetBoolFlag(SlcDetailNode::AUniform());
-    AddICode(MakeShared<SlcInvertBoolFlagICode>(rest, flag, InnermostFlag()));
-    AddICode(MakeShared<SlcSetUniformBoolFlagICode>(uniformFlag, rest));
+    const SlcOperand rest = m_conditions.GetBoolFlag(SlcDetailNode::AVarying());
+    const SlcOperand uniformFlag = m_conditions.GetBoolFlag(SlcDetailNode::AUniform());
+    m_list.AddICode(MakeShared<SlcInvertBoolFlagICode>(rest, flag, m_conditions.InnermostFlag()));
+    m_list.AddICode(MakeShared<SlcSetUniformBoolFlagICode>(uniformFlag, rest));
     // What needs the guard must not take forms for the whole grid here, and flags that it makes
     // must be false outside.
-    BeginAssignIfTrue(rest, uniformFlag);
+    m_conditions.BeginAssignIfTrue(rest, uniformFlag);
     if (node->RightNeedsGuard())
-        InsideParallelCond();
+        m_conditions.InsideParallelCond();
     const SlcOperand right = GenRelation(node->GetRight(), rest, inverted);
     if (node->RightNeedsGuard())
-        OutsideParallelCond();
-    EndAssignIfTrue();
-    AddICode(MakeShared<SlcOrBoolFlagICode>(flag, flag, right));
-    ReleaseBoolFlag(uniformFlag);
-    ReleaseBoolFlag(right);
+        m_conditions.OutsideParallelCond();
+    m_conditions.EndAssignIfTrue();
+    m_list.AddICode(MakeShared<SlcOrBoolFlagICode>(flag, flag, right));
+    m_conditions.ReleaseBoolFlag(uniformFlag);
+    m_conditions.ReleaseBoolFlag(right);
     if (!(right == rest))
-        ReleaseBoolFlag(rest);
+        m_conditions.ReleaseBoolFlag(rest);
     return flag;
 }
 
 /// The right side runs only if `flag`, the left side's value, is `state`. Its guard takes the place
 /// of those around it; one that must not run beyond them is jumped over instead.
 SlcOperand SlcGenInterCode::GenUniformLogOp(SlcLogOpNode* node, const SlcOperand& flag,
-                                            bool inverted, AssignIfValue state)
+                                            bool inverted, SlcConditions::AssignIfValue state)
 {
-    if (node->RightNeedsGuard() || (node->RightReadsElement() && !m_conditions.empty()))
+    if (node->RightNeedsGuard() || (node->RightReadsElement() && !m_conditions.Levels().empty()))
         return GenUniformLogOpWithJump(node, flag, inverted, state);
-    if (state == AssignIfValue::IfTrue)
-        BeginAssignIfTrue(flag, flag);
+    if (state == SlcConditions::AssignIfValue::IfTrue)
+        m_conditions.BeginAssignIfTrue(flag, flag);
     else
-        BeginAssignIfFalse(flag, flag);
+        m_conditions.BeginAssignIfFalse(flag, flag);
     const SlcOperand result = GenRelation(node->GetRight(), flag, inverted);
-    if (state == AssignIfValue::IfTrue)
-        EndAssignIfTrue();
+    if (state == SlcConditions::AssignIfValue::IfTrue)
+        m_conditions.EndAssignIfTrue();
     else
-        EndAssignIfFalse();
-    ClearOutsideCondition(result);
+        m_conditions.EndAssignIfFalse();
+    m_conditions.ClearOutsideCondition(result);
     if (!(result == flag))
-        ReleaseBoolFlag(flag);
+        m_conditions.ReleaseBoolFlag(flag);
     return result;
 }
 
 SlcOperand SlcGenInterCode::GenUniformLogOpWithJump(SlcLogOpNode* node, const SlcOperand& flag,
-                                                    bool inverted, AssignIfValue state)
+                                                    bool inverted,
+                                                    SlcConditions::AssignIfValue state)
 {
-    const SlcLabel decided = GenLabel();
-    GenSkipWithoutPoints(decided);
-    if (state == AssignIfValue::IfTrue)
-        AddICode(MakeShared<SlcIfFalseGotoICode>(flag, decided));
+    const SlcLabel decided = m_list.GenLabel();
+    m_conditions.GenSkipWithoutPoints(decided);
+    if (state == SlcConditions::AssignIfValue::IfTrue)
+        m_list.AddICode(MakeShared<SlcIfFalseGotoICode>(flag, decided));
     else
-        AddICode(MakeShared<SlcIfTrueGotoICode>(flag, decided));
+        m_list.AddICode(MakeShared<SlcIfTrueGotoICode>(flag, decided));
     SlcOperand result = GenRelation(node->GetRight(), nullptr, inverted);
     if (result->IsUniform()) {
-        AddInBlock(SlcDetailNode::AUniform(), MakeShared<SlcAssignICode>(flag, result));
-        AddICode(decided);
-        ReleaseBoolFlag(result);
+        m_conditions.AddInBlock(SlcDetailNode::AUniform(),
+                                MakeShared<SlcAssignICode>(flag, result));
+        m_list.AddICode(decided);
+        m_conditions.ReleaseBoolFlag(result);
         return flag;
     }
-    const SlcLabel end = GenLabel();
-    AddICode(MakeShared<SlcGotoICode>(end));
-    AddICode(decided);
-    AddInBlock(SlcDetailNode::AVarying(), MakeShared<SlcAssignICode>(result, flag));
-    ClearOutsideCondition(result);
-    AddICode(end);
-    ReleaseBoolFlag(flag);
+    const SlcLabel end = m_list.GenLabel();
+    m_list.AddICode(MakeShared<SlcGotoICode>(end));
+    m_list.AddICode(decided);
+    m_conditions.AddInBlock(SlcDetailNode::AVarying(), MakeShared<SlcAssignICode>(result, flag));
+    m_conditions.ClearOutsideCondition(result);
+    m_list.AddICode(end);
+    m_conditions.ReleaseBoolFlag(flag);
     return result;
 }

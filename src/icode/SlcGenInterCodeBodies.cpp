@@ -6,6 +6,7 @@
 // runs without a grid it jumps to the end.
 
 #include "icode/SlcGenInterCode.h"
+#include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcPossibleTypes.h"
 
 namespace {
@@ -50,7 +51,7 @@ SlcOperand ZeroOf(const SlcTypeNode* type)
 
 void SlcGenInterCode::GenFuncBody(SlcProcCallExprNode* call, SlcStmtNode* body)
 {
-    if (FindEarlyReturn().In(body) && m_withoutGrid)
+    if (FindEarlyReturn().In(body) && m_list.IsWithoutGrid())
         GenBodyWithJumps(call, body);
     else if (FindEarlyReturn().In(body))
         GenBodyOfOneTrip(call, body);
@@ -60,22 +61,23 @@ void SlcGenInterCode::GenFuncBody(SlcProcCallExprNode* call, SlcStmtNode* body)
 
 void SlcGenInterCode::GenPlainBody(SlcProcCallExprNode* call, SlcStmtNode* body)
 {
-    const std::size_t valuesBefore = m_values.size();
-    m_bodies.push_back({nullptr, nullptr, m_loops.size(), nullptr, call});
+    const std::size_t valuesBefore = m_values.Size();
+    m_leaving.BeginBody({nullptr, nullptr, nullptr, call});
     body->ApplyWalker(this);
-    m_bodies.pop_back();
-    if (TypeOf(call)->IsVoidType() || m_values.size() > valuesBefore)
+    m_leaving.EndBody();
+    if (SlcLoweringContext::TypeOf(call)->IsVoidType() || m_values.Size() > valuesBefore)
         return;
-    const SlcOperand result = GetResultVar(call, TypeOfResult(call), SlcDetailNode::AUniform());
+    const SlcOperand result =
+        m_list.GetResultVar(call, TypeOfResult(call), SlcDetailNode::AUniform());
     GenZero(result);
-    Push(result);
+    m_values.Push(result);
 }
 
 SlcTypeNode* SlcGenInterCode::TypeOfResult(SlcProcCallExprNode* call)
 {
-    auto* array = dynamic_cast<SlcArrayTypeNode*>(TypeOf(call));
+    auto* array = dynamic_cast<SlcArrayTypeNode*>(SlcLoweringContext::TypeOf(call));
     if (!array || array->GetLength() != SlcDefExprNode::k_unspecifiedSize)
-        return TypeOf(call);
+        return SlcLoweringContext::TypeOf(call);
     m_errors->Error(call, "The length of the result of '" + call->GetIdent()->GetName() +
                               "' function is unknown");
     return SlcTypeNode::CreateArrayType(array->GetElementType(), 1);
@@ -84,26 +86,26 @@ SlcTypeNode* SlcGenInterCode::TypeOfResult(SlcProcCallExprNode* call)
 void SlcGenInterCode::GenCopy(const SlcOperand& result, const SlcOperand& value)
 {
     if (result->GetType()->IsArrayType())
-        GenArrayCopy(result, value);
+        m_elements.GenArrayCopy(result, value);
     else
-        GenPlainAssignment(result, value);
+        m_conditions.GenPlainAssignment(result, value);
 }
 
 void SlcGenInterCode::GenZero(const SlcOperand& result)
 {
     const SlcOperand zero = ZeroOf(result->GetType());
     if (result->GetType()->IsArrayType())
-        GenArrayFill(result, zero);
+        m_elements.GenArrayFill(result, zero);
     else
-        AddInBlock(result->GetDetail(), MakeShared<SlcAssignICode>(result, zero));
+        m_conditions.AddInBlock(result->GetDetail(), MakeShared<SlcAssignICode>(result, zero));
 }
 
 SlcOperand SlcGenInterCode::GenResultOfEarlyReturns(SlcProcCallExprNode* call)
 {
-    if (TypeOf(call)->IsVoidType())
+    if (SlcLoweringContext::TypeOf(call)->IsVoidType())
         return nullptr;
     // No pooled one: the statements of the body would release it.
-    SlcOperand result = MakeTempVar(TypeOfResult(call), SlcDetailNode::AVarying());
+    SlcOperand result = m_list.MakeTempVar(TypeOfResult(call), SlcDetailNode::AVarying());
     GenZero(result);
     return result;
 }
@@ -111,66 +113,60 @@ SlcOperand SlcGenInterCode::GenResultOfEarlyReturns(SlcProcCallExprNode* call)
 void SlcGenInterCode::GenBodyWithJumps(SlcProcCallExprNode* call, SlcStmtNode* body)
 {
     const SlcOperand result = GenResultOfEarlyReturns(call);
-    const SlcLabel end = GenLabel();
-    m_bodies.push_back({nullptr, result, m_loops.size(), end, call});
+    const SlcLabel end = m_list.GenLabel();
+    m_leaving.BeginBody({nullptr, result, end, call});
     body->ApplyWalker(this);
-    m_bodies.pop_back();
-    AddICode(end);
+    m_leaving.EndBody();
+    m_list.AddICode(end);
     if (result)
-        Push(result);
+        m_values.Push(result);
 }
 
 void SlcGenInterCode::GenBodyOfOneTrip(SlcProcCallExprNode* call, SlcStmtNode* body)
 {
     SlcDetailNode* varying = SlcDetailNode::AVarying();
     SlcOperand result = GenResultOfEarlyReturns(call);
-    const SlcOperand flag = GetBoolFlag(varying);
-    const SlcOperand uniformFlag = GetBoolFlag(SlcDetailNode::AUniform());
-    const SlcLabel end = GenLabel();
-    GenAllActive(flag);
-    AddICode(MakeShared<SlcSetUniformBoolFlagICode>(uniformFlag, flag));
-    m_bodies.push_back({flag, result, m_loops.size(), end, call});
-    EnterCondition(flag, uniformFlag);
+    const SlcOperand flag = m_conditions.GetBoolFlag(varying);
+    const SlcOperand uniformFlag = m_conditions.GetBoolFlag(SlcDetailNode::AUniform());
+    const SlcLabel end = m_list.GenLabel();
+    m_conditions.GenAllActive(flag);
+    m_list.AddICode(MakeShared<SlcSetUniformBoolFlagICode>(uniformFlag, flag));
+    m_leaving.BeginBody({flag, result, end, call});
+    m_conditions.EnterCondition(flag, uniformFlag);
     body->ApplyWalker(this);
-    LeaveCondition();
-    m_bodies.pop_back();
-    AddICode(end);
-    ReleaseBoolFlag(uniformFlag);
-    ReleaseBoolFlag(flag);
+    m_conditions.LeaveCondition();
+    m_leaving.EndBody();
+    m_list.AddICode(end);
+    m_conditions.ReleaseBoolFlag(uniformFlag);
+    m_conditions.ReleaseBoolFlag(flag);
     if (result.Null())
         return;
-    if (DetailOf(call)->IsUniform()) {
+    if (m_context.DetailOf(call)->IsUniform()) {
         // All points that return have the same value.
-        const SlcOperand uniformResult = GenTempVar(result->GetType(), SlcDetailNode::AUniform());
+        const SlcOperand uniformResult =
+            m_list.GenTempVar(result->GetType(), SlcDetailNode::AUniform());
         GenCopy(uniformResult, result);
         result = uniformResult;
     }
-    Push(result);
+    m_values.Push(result);
 }
 
 void SlcGenInterCode::Case(SlcReturnStmtNode* node)
 {
     GenLineNumberInfo(node);
-    const Body body = m_bodies.back();
+    const SlcLeaving::Body body = m_leaving.CurrentBody();
     if (body.end.Null()) {
         node->WalkIn(this);
-        m_bodies.back().ended = true;
+        m_leaving.CurrentBody().ended = true;
         return;
     }
     if (node->GetValue()) {
         const SlcOperand value = Evaluate(node->GetValue());
-        SlcTypeNode* type = TypeOf(body.call);
+        SlcTypeNode* type = SlcLoweringContext::TypeOf(body.call);
         GenCopy(body.result, type->IsArrayType()
                                  ? ConvertedForCall(body.call, value, type, "the result")
                                  : value);
     }
-    if (m_withoutGrid) {
-        AddICode(MakeShared<SlcGotoICode>(body.end));
-        ReleaseTempVars();
-        return;
-    }
-    const auto leave = MakeShared<SlcBreakICode>(body.end);
-    AddLoopFlags(leave->m_flags, m_loops.size() - body.loops);
-    GenLeave(leave, leave->m_flags, body.flag);
-    ReleaseTempVars();
+    m_leaving.GenReturn();
+    m_list.ReleaseTempVars();
 }

@@ -1,0 +1,111 @@
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <vector>
+
+#include "icode/SlcListBuilder.h"
+
+/// The conditions around the code being lowered, and the blocks that guard it by the innermost of
+/// them.
+///
+/// Code under a varying condition is guarded by the innermost flag alone: a flag is false wherever
+/// the flags around it are, for which who makes one has to care (`ClearOutsideCondition`).
+class SlcConditions {
+public:
+    /// What a flag must be for a point to be active.
+    enum class AssignIfValue { IfTrue = 0, IfFalse = 1 };
+
+    /// One level of conditions.
+    struct Condition {
+        SlcOperand flag;         // varying guard; may be null
+        AssignIfValue state;     // the value of the flag at active points
+        SlcOperand uniformFlag;  // true when some point is active; may be null
+    };
+
+    SlcConditions(SlcListBuilder& list, const SlcOptionsControl& options)
+        : m_list(list),
+          m_options(options)
+    {
+    }
+
+    /// With a new list: no flag of another one is in reach.
+    void Start();
+
+    // Blocks.
+    /// Opens what code of this detail must stand in; closed by `AddEndBlock` of the same detail,
+    /// under the same conditions. No varying block stands inside another.
+    void AddBeginBlock(const SlcDetailNode* detail);
+    void AddEndBlock(const SlcDetailNode* detail);
+    /// One instruction in a block of its own.
+    void AddInBlock(const SlcDetailNode* detail, const SlcPtr<SlcICode>& code);
+    /// In a block. A uniform variable too is assigned in a varying one if the value varies, as
+    /// that of a function may that did not know its arguments to be uniform.
+    void GenPlainAssignment(const SlcOperand& lhs, const SlcOperand& rhs);
+    /// Of a value that is computed from these, and of its block.
+    [[nodiscard]] static SlcDetailNode* UniformIfAll(const std::deque<SlcOperand>& operands);
+
+    // Flags.
+    /// With recycling, a flag that has been released before; its old value is still in it.
+    [[nodiscard]] SlcOperand GetBoolFlag(SlcDetailNode* detail);
+    /// The next flag of its detail may be this one.
+    void ReleaseBoolFlag(const SlcOperand& flag);
+    /// flag = true at the points that are active here, false at the others.
+    void GenAllActive(const SlcOperand& flag);
+    /// flag = value at the points that the innermost level leaves out.
+    void AssignOutsideCondition(const SlcOperand& flag, const SlcOperand& value);
+    /// For a varying flag that has been set under the condition around it: makes it false outside
+    /// that condition, so that what it guards need not test both.
+    void ClearOutsideCondition(const SlcOperand& flag);
+
+    // Levels.
+    /// The innermost is the last.
+    [[nodiscard]] const std::vector<Condition>& Levels() const { return m_conditions; }
+    void BeginParallelIfTrue(const SlcOperand& flag, const SlcOperand& uniformFlag);
+    void BeginParallelIfFalse(const SlcOperand& flag, const SlcOperand& uniformFlag);
+    void EndParallelIfTrue() { m_conditions.pop_back(); }
+    void EndParallelIfFalse() { m_conditions.pop_back(); }
+    void BeginParallelIfNotCurrentCond();
+    void EndParallelIfNotCurrentCond() { m_conditions.pop_back(); }
+    /// Around the right side of a logical operator.
+    void BeginAssignIfTrue(const SlcOperand& flag, const SlcOperand& uniformFlag);
+    void BeginAssignIfFalse(const SlcOperand& flag, const SlcOperand& uniformFlag);
+    void EndAssignIfTrue();
+    void EndAssignIfFalse();
+    void InsideParallelCond() { ++m_parallelCondDepth; }
+    void OutsideParallelCond() { --m_parallelCondDepth; }
+    /// Around a body that runs at the points where the varying `flag` is true.
+    void EnterCondition(const SlcOperand& flag, const SlcOperand& uniformFlag);
+    void LeaveCondition();
+
+    // Questions about the place.
+    /// The code stands under a varying condition.
+    [[nodiscard]] bool IsInParallelIf() const { return m_parallelCondDepth > 0; }
+    /// The code stands in the right side of a logical operator.
+    [[nodiscard]] bool IsInsideBoolExpr() const { return m_boolExprDepth > 0; }
+    /// Under a varying condition the innermost varying flag, which is true at the active points;
+    /// else null.
+    [[nodiscard]] SlcOperand InnermostFlag() const;
+    /// The uniform flag of the innermost level; null if the level has none.
+    [[nodiscard]] SlcOperand InnermostUniformFlag() const;
+    /// The points that a form for the whole grid is limited to. Null for all points: under a flag
+    /// that must be false, or one for the whole grid, such a form computes all of them, and its
+    /// result has to be a temporary.
+    [[nodiscard]] SlcOperand SimdCondition() const;
+    /// The condition of a form for the whole grid that stands here, null if it runs for all
+    /// points; nothing where only the plain form will do.
+    [[nodiscard]] std::optional<SlcOperand> GridForm() const;
+    /// Under a varying condition: jumps to `label` if no point is active.
+    void GenSkipWithoutPoints(const SlcLabel& label);
+
+private:
+    SlcListBuilder& m_list;
+    const SlcOptionsControl& m_options;
+    std::vector<Condition> m_conditions;
+    std::vector<SlcLabel> m_blockEndLabels;  // of open guards
+    SlcLabel m_currentParallelLabel;         // of the varying block that is open
+    int m_parallelCondDepth = 0;
+    int m_boolExprDepth = 0;
+    std::vector<SlcOperand> m_freeVaryingFlags;
+    std::vector<SlcOperand> m_freeUniformFlags;
+};
