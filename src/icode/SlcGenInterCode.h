@@ -194,7 +194,7 @@ private:
     [[nodiscard]] bool GenParallelLoopBody(SlcLoopStmtNode* node, const LoopTest& test,
                                            const SlcLabel& continueLabel);
     void GenUnusedValue(SlcExprNode* expr);
-    [[nodiscard]] bool MayLeave(SlcLoopModStmtNode* node);
+    [[nodiscard]] bool MayLeave(SlcLoopModStmtNode* node, const char* refusal);
 
     // Bodies of functions.
     /// Lowers the body that `call` stands for, whose formals have their operands by now, and

@@ -142,25 +142,24 @@ bool SlcGenInterCode::GenParallelLoopBody(SlcLoopStmtNode* node, const LoopTest&
 void SlcGenInterCode::Case(SlcBreakStmtNode* node)
 {
     GenLineNumberInfo(node);
-    if (MayLeave(node))
+    if (MayLeave(node, "Doesn't yet genearate i-code for 'break' inside uniform loops"))
         m_leaving.GenBreak(static_cast<std::size_t>(node->GetLevel()->GetValue()));
 }
 
 void SlcGenInterCode::Case(SlcContinueStmtNode* node)
 {
     GenLineNumberInfo(node);
-    if (MayLeave(node))
+    if (MayLeave(node, "Doesn't yet genearate i-code for 'continue' inside uniform loops"))
         m_leaving.GenContinue(static_cast<std::size_t>(node->GetLevel()->GetValue()));
 }
 
-/// Reports if not.
-bool SlcGenInterCode::MayLeave(SlcLoopModStmtNode* node)
+/// Reports `refusal` if not.
+bool SlcGenInterCode::MayLeave(SlcLoopModStmtNode* node, const char* refusal)
 {
     if (m_list.IsWithoutGrid())
         return true;
     if (!m_conditions.IsInParallelIf()) {
-        m_errors->Error(node, "Doesn't yet genearate i-code for '" + node->ToString() +
-                                  "' inside uniform loops");
+        m_errors->Error(node, refusal);
         return false;
     }
     if (static_cast<std::size_t>(node->GetLevel()->GetValue()) > m_leaving.CountLoops())
