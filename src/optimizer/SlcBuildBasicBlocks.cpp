@@ -1,3 +1,12 @@
+// A block begins in front of whatever can be jumped to and ends behind whatever can jump.
+//
+//     x = 1; if f L; y = 1; endif L; z = 1     gives    [x = 1; if f L] [y = 1] [endif L; z = 1]
+//
+// The brackets of parallel runs do neither: all points take the same way through them. The head of
+// a light loop does both, since its back edge comes to it and it may go past the loop.
+//
+// Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcControlFlowGraph, ...).
+
 #include "optimizer/SlcBuildBasicBlocks.h"
 
 #include <string>

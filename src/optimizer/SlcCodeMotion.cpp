@@ -1,3 +1,20 @@
+// Loop-invariant code motion over natural loops (Alfred Aho, Ravi Sethi and Jeffrey Ullman,
+// "Compilers: principles, techniques, and tools", 1986, sections 10.4 and 10.7).
+//
+//     S:; {; x = p + 1; y = x * i; }; ... goto S
+// becomes
+//     {; x = p + 1; }; S:; {; y = x * i; }; ... goto S
+//
+// An instruction leaves the loop if it only computes, if its operands are not written in the loop
+// or have just left it, if it is the one write to its variable, if every way out of the loop passes
+// it (so that it would have run), and if nobody in the loop wants the value from before. What stood
+// in a parallel run gets a run of its own in front of the head.
+//
+// One deviation from the book: what moves is placed in front of the label of the head, and no block
+// is made for it; a loop that is also entered by a jump from elsewhere keeps all.
+//
+// Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcCodeMotion, ...).
+
 #include "optimizer/SlcCodeMotion.h"
 
 #include <algorithm>
@@ -135,6 +152,7 @@ std::vector<int> SlcCodeMotion::LatchesOf(int head) const
     for (const int predecessor : m_graph.Blocks()[head].GetPredBlocks())
         if (predecessor >= head)
             latches.push_back(predecessor);
+    // Only a loop that is entered by its head alone has a place in front of it.
     const bool isLoop = std::all_of(latches.begin(), latches.end(),
                                     [&](int latch) { return m_dominators.Dominates(head, latch); });
     if (!isLoop)
@@ -214,6 +232,7 @@ void SlcCodeMotion::MoveOutOf(const Loop& loop)
         const auto& codes = m_graph.Blocks()[block].GetListICode();
         for (std::size_t place = 0; place < codes.size(); ++place) {
             const auto& code = codes[place];
+            // A run is straight-line code or guards, and so begins and ends inside the loop.
             if (Is<SlcBeginParallelICode>(code))
                 inParallelRun = true;
             else if (Is<SlcEndParallelICode>(code))
@@ -240,6 +259,7 @@ bool SlcCodeMotion::CanMove(const Loop& loop, int block, std::size_t place)
                     [&](const SlcLexType* read) { return loop.untracked.count(read) != 0; });
     if (facts.m_touchesArray || !facts.m_untrackedWrites.empty() || readsWrittenUntracked)
         return false;
+    // A loop may be left before its body runs: then nothing of the body may have happened.
     const bool alwaysRuns = std::all_of(loop.exits.begin(), loop.exits.end(), [&](int exit) {
         return m_dominators.Dominates(block, exit);
     });

@@ -1,3 +1,12 @@
+// Sixteen branches a node. A change copies the nodes from the root to one leaf and shares all
+// others; where two tables share a node they agree, so that a comparison walks only what differs.
+//
+//         root                 Set(17, c):   a new root and a new leaf [16..31];
+//        /    \                              [0..15] belongs to both tables
+//     [0..15] [16..31]
+//
+// Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcCopyPropagation, ...).
+
 #include "optimizer/SlcConstantTable.h"
 
 SlcConstantTable::SlcConstantTable(int count)

@@ -1,3 +1,17 @@
+// Edges by the last instruction of each block.
+//
+//     block                          edges, in this order
+//     ... goto L                     to L
+//     ... goto L if g                to L, to the next
+//     ... if f L                     to the next, to the block of `endif L`
+//     illuminance S E                to the next, to E
+//     ... again S                    to the next, to the block of `illuminance S E`
+//     anything else                  to the next
+//
+// The order is that of GetNextBlocks, and shows in dumps.
+//
+// Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcControlFlowGraph, ...).
+
 #include "optimizer/SlcControlFlowGraph.h"
 
 #include <algorithm>

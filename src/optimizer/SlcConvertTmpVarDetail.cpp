@@ -1,3 +1,14 @@
+// Finds the temporaries that C++ can keep in a register.
+//
+//     {; x = p + 1; Ci = x; }                                 once: no point sees another's x
+//     {; x = p + 1; }; {; Ci = x; }                           not: x waits for all points
+//     {; if f L; x = p; endif L; Ci = x; }                    not: a point may read an older x
+//
+// A write holds for the bracket that it stands in; a read is covered if the bracket of some write
+// before it is still open. A label covers nothing: a jump may come there without the write.
+//
+// Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcConvertTmpVarDetail, ...).
+
 #include "optimizer/SlcConvertTmpVarDetail.h"
 
 #include <vector>

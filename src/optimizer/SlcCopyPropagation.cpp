@@ -1,3 +1,22 @@
+// Constant propagation in one forward walk, fed instruction by instruction.
+//
+//     g = false; x = 1; if f L; y = x; endif L; h = g; z = x
+// becomes
+//     g = false; x = 1; if f L; y = 1; endif L; h = false; z = x
+//
+// Inside the guard both are known. Behind it `x` is not: points that skipped the guard may hold
+// another value once the guard writes it, and telling that it does not would need a set for each
+// join. Flags are worth that price, since they decide jumps: so bools are met over all ways in
+// (CommonBools), all else is forgotten.
+//
+// A whole-grid form takes varying operands as arrays: a constant in place of one has no form, so
+// `m_keepVarying` leaves them (WholeGrid). Mark Wegman and Kenneth Zadeck, "Constant propagation
+// with conditional branches" (1991), is the model: the same edges are dropped (DropEdge), but ours
+// goes once in code order and takes nothing over a back edge, since the rounds of
+// SlcOptimizeBasicBlocks repeat it.
+//
+// Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcCopyPropagation, ...).
+
 #include "optimizer/SlcCopyPropagation.h"
 
 #include <algorithm>
@@ -173,6 +192,8 @@ void SlcCopyPropagation::Case(SlcPtr<SlcInvertBoolFlagICode> code)
         Learn(code->m_dest, SlcLexType::Bool(!source->GetBool()));
 }
 
+// No constant enters: the form takes its flags as arrays of the grid. What was known of the two
+// that it reads is given up as well, which loses a constant at most.
 void SlcCopyPropagation::Case(SlcPtr<SlcOrBoolFlagICode> code)
 {
     Write(code->m_left);
@@ -200,6 +221,7 @@ void SlcCopyPropagation::Case(SlcPtr<SlcCallICode> code)
             Write(code->m_args[i]);
     if (code->m_result)
         Write(code->m_result);
+    // No constant enters the condition, for which there is no form.
     if (code->m_condition)
         Write(code->m_condition);
 }

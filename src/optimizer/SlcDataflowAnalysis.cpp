@@ -1,3 +1,18 @@
+// Liveness by backward data flow: alive in front of a block is what it reads before it writes, and
+// what is alive behind it and not written (Aho, Sethi and Ullman, "Compilers: principles,
+// techniques, and tools", 1986, section 10.6). 64 variables share a word.
+//
+//     [x = p; if f L] [y = x; z = 1] [endif L; Ci = y]
+//
+//     x is alive in front of block 1; y in front of 0 and 2, since points that skip the guard keep
+//     the y that they came with
+//
+// Ours departs in where it looks. A shader is long and its variables are short-lived, so that sets
+// for each block would cost the square of the length: each variable is followed from cut to cut
+// (SlcGraphCuts) around its mentions, and 64 variables of about the same stretch form a group.
+//
+// Tested by tests/optimizer/SlcDataflowAnalysisTest.cpp against plain sets, on random code.
+
 #include "optimizer/SlcDataflowAnalysis.h"
 
 #include <algorithm>

@@ -1,3 +1,18 @@
+// Dead code elimination, from the end of the code to its front.
+//
+//     x = 1; y = x; Ci = 2          y is read nowhere, and without it x is not either:   Ci = 2
+//
+// A computation goes if its result is not alive behind it, or if only computations that go need it
+// (SlcNeededVariables, which sees cycles around loops). What is removed reads nothing any more, so
+// the sets are corrected on the way: a chain inside a block dies in one walk, and RefreshFront
+// hands the news to the blocks in front.
+//
+// Only what does nothing but compute is a candidate (ComputedResult). A variable without a number
+// is seen from outside; a write of an element leaves the rest of its array alive.
+//
+// Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcDeadCodeElimination, ...), and
+// SlcDataflowAnalysisTest.cpp on random code.
+
 #include "optimizer/SlcDeadCodeElimination.h"
 
 #include "icode/SlcICodes.h"

@@ -1,3 +1,14 @@
+// Reads and writes of an instruction as numbers, with what it does not name.
+//
+//     Ci = Cs              uses Cs; defs Ci
+//     Ci = diffuse(n)      uses n, Ci (a call may leave some points as they were), and P, L and Cl,
+//                          which the table below tells; defs Ci and n
+//
+// An argument of a call counts as written whatever its row says, so that the sets hold for any
+// primitive. The ends of the shader write what the renderer gives and read what it takes.
+//
+// Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcDeadCodeElimination, ...).
+
 #include "optimizer/SlcDefUse.h"
 
 #include <algorithm>

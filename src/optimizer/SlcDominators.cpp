@@ -1,3 +1,13 @@
+// The tree of immediate dominators, by the method of Cooper, Harvey and Kennedy: blocks in reverse
+// post-order, each hung below the nearest common ancestor of its predecessors, until nothing moves.
+//
+//     0 -> 1 -> 2, 0 -> 2        2 has the predecessors 1 and 0, whose common ancestor is 0
+//
+// A walk over the tree numbers when it enters and leaves each block; a dominates b if the span of b
+// lies in that of a.
+//
+// Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcCodeMotion, ...).
+
 #include "optimizer/SlcDominators.h"
 
 #include <algorithm>

@@ -1,3 +1,12 @@
+// A front is a cut if no edge passes it by, and if all code before it gets there. Edges are counted
+// by differences: an edge from a to b adds one at every front between, so two additions for each
+// edge and one sum over all blocks tell the count at every front.
+//
+//     [a; if f L] [b] [endif L; c] [M:; d]        the guard's edge passes the front of [b];
+//                                                 [endif L; c] and [M:; d] are cuts
+//
+// Tested by tests/optimizer/SlcDataflowAnalysisTest.cpp, through the analysis that rests on it.
+
 #include "optimizer/SlcGraphCuts.h"
 
 #include <algorithm>

@@ -1,3 +1,6 @@
+// The order of the steps: guards are joined behind runs, which brings them together, and blocks are
+// worked on when both are done. docs/architecture.md shows all passes with their flags.
+
 #include "optimizer/SlcICodeOptimizer.h"
 
 #include "icode/SlcPrintICode.h"

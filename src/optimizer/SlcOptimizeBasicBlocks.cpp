@@ -1,3 +1,17 @@
+// Rounds of passes until nothing changes. Each pass leaves the graph stale, so a round builds graph
+// and liveness, does one change, and begins anew:
+//
+//     round     1. dead code           2. empty blocks     3. constants and folding     4. loops
+//               the first of them that changes the list ends the round
+//     no change the temporaries are shared, once; rounds again, since that leaves x = x
+//     no change the end
+//
+// Constants are put in and folded in one walk, instruction by instruction, so that a chain like
+// `x = 2; y = x + 1; z = y` is done at once, where two passes would need a round for each link.
+//
+// Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcICodeOptimizer, ...), and by all levels
+// against each other in tests/random.
+
 #include "optimizer/SlcOptimizeBasicBlocks.h"
 
 #include <fstream>
@@ -22,6 +36,8 @@ int DroppedSuccessor(const SlcBasicBlock& block, const SlcPtr<SlcICode>& folded,
     const auto& next = block.GetNextBlocks();
     if (next.size() < 2 || folded == block.GetListICode().back())
         return -1;
+    // A jump that has become an unconditional one, or a guard whose code is dropped, goes on at its
+    // label; one that has vanished goes on behind.
     const int behind = block.GetBlockId() + 1;
     const bool jumps = folded || isDropping;
     if (jumps)

@@ -1,3 +1,18 @@
+// Storage for temporaries, shared by those that are never alive together.
+//
+//     x = p; Ci = x; y = p + 1; Oi = y          becomes          x = p; Ci = x; x = p + 1; Oi = x
+//
+// Each kind of variable (type and how it is stored) is coloured by itself, first come, first
+// served: the variables come in the order in which the lowering made them, which is near to that of
+// their lives, and for lives along a line that order is what an optimal colouring wants. The one
+// that got a color first stays, and all others of the color are renamed to it.
+//
+// Instructions with several results need no care of their own: a result that nobody reads still has
+// the place of its write (SlcLiveRanges), and so interferes with its neighbours.
+//
+// Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcReduceNumberTmps, ...), and
+// SlcDataflowAnalysisTest.cpp on random code.
+
 #include "optimizer/SlcReduceNumberTmps.h"
 
 #include <ostream>
@@ -29,7 +44,8 @@ int TypeKind(const SlcTypeNode& type)
     return type.IsPointType() ? 5 : -1;
 }
 
-/// Interference counts for it.
+/// It has a place of its own for each point or each run, so that the dump shows what it interferes
+/// with. Matrices are among these, but are never renamed: see `PoolOf`.
 bool MayShare(const SlcLexType& variable)
 {
     const SlcTypeNode& type = *variable.GetType();

@@ -1,3 +1,16 @@
+// Clears away what other passes leave behind.
+//
+//     goto L; L:; x = 1                                  x = 1
+//     goto A if g; x = 1; A:; goto B; ...; B:            goto B if g; x = 1; A:; goto B; ...; B:
+//     {; }; {; x = 1; }; {; if f L; endif L; y = 1; }    {; x = 1; y = 1; }
+//
+// Three walks: which labels are referred to and which stand for others, then jumps and labels by
+// that, then pairs of marks. The last keeps runs apart as SlcRegroupParallelBlocks does, but joins
+// a run with a comparison to what follows it. A label that a walk makes useless goes in the next
+// round.
+//
+// Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcRemoveEmptyBlocks, ...).
+
 #include "optimizer/SlcRemoveEmptyBlocks.h"
 
 #include <typeinfo>

@@ -1,3 +1,12 @@
+// A uniform variable inside a parallel run is one place that every point passes.
+//
+//     {; u = x; }; {; y = u; }      every y is the u of the last point
+//     {; u = x; y = u; }            every y is the u of its own point: not the same
+//
+// Elements stand for their array, since two references may name one element.
+//
+// Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcRegroupParallelBlocks, ...).
+
 #include "optimizer/SlcUniformAccess.h"
 
 #include <algorithm>
