@@ -1,3 +1,15 @@
+// A declaration, from left to right: is the name free, what type is declared, what type has the
+// initializer, and do they suit each other. Only then the name exists, so that in
+//
+//     float x = x + 1;
+//
+// the second x is the one around, or undefined. The initializer goes through the same passes as any
+// expression, here, since a wanted type is known only now.
+//
+// A declaration with a fault still declares: with the error type, so that its uses stay quiet.
+//
+// Tested by tests/semantics/SlcCheckSemanticsTest.cpp.
+
 #include "semantics/SlcAddVarsSymbolTable.h"
 
 #include <string>

@@ -1,3 +1,11 @@
+// What a declaration says of the arguments of a call, and the rules for an argument that is
+// written.
+//
+// The arguments behind the fixed ones belong to a tail, whose leaf for each has been stored by the
+// choice of the overload; a call that was refused has none, and the list ends there.
+//
+// Tested by tests/semantics/SlcCheckDetailTest.cpp.
+
 #include "semantics/SlcArgumentChecks.h"
 
 #include "frontend/SlcCallNodes.h"

@@ -1,3 +1,10 @@
+// The rules that rows of the library name by number: the detail of the result, as written and for a
+// call that is being evaluated. Most built-ins combine their arguments, and without any are what
+// the context wants (random()). Some are varying whatever they get, since they read a predefined
+// variable (faceforward(v, I) reads Ng), and some are one answer for the grid.
+//
+// Tested by tests/semantics/SlcCheckDetailTest.cpp.
+
 #include "semantics/SlcBuiltInDetailRules.h"
 
 #include <string>

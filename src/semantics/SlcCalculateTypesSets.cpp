@@ -1,3 +1,18 @@
+// Types from the operands up. A part of an expression may have several, which only its context
+// decides between:
+//
+//     (1, 2, 3)               point, color
+//     noise(s)                float, color, point
+//     noise(s) * Cs           color                      the sets of both sides, met
+//
+// A call has the result types of all overloads that its arguments fit. The call itself must be in
+// scope: a name that is not is looked for in shadeop libraries first.
+//
+// Chains such as a + b + c lean to the left and may be thousands long, so they are walked as a list
+// (SlcLeftSpine) and cost no stack.
+//
+// Tested by tests/semantics/SlcCalculateTypesSetsTest.cpp.
+
 #include "semantics/SlcCalculateTypesSets.h"
 
 #include <algorithm>
@@ -211,6 +226,7 @@ SlcPtr<SlcVarSymbolEntry> SlcCalculateTypesSets::FindVariable(const SlcSyntaxNod
     } catch (const SlcSymbolNotFound&) {
         m_errors->Error(node, "Undefined variable", ident->GetName());
     }
+    // From here on the name is known, so that it is reported once.
     return m_current->AddVarEntry(ident, T::AError(), SlcDetailNode::AVarying(),
                                   SlcStorageSpecNode::ALocal(), false, nullptr, nullptr);
 }
@@ -234,6 +250,7 @@ SlcCalculateTypesSets::Types SlcCalculateTypesSets::TypesOfCall(SlcProcCallExprN
     try {
         const auto& arguments = call->GetArguments()->GetArgs();
         Types types = TypesThatFitOrLoad(call, valueUsed);
+        // What suits an argument that is wrong is no reason to choose.
         const bool hasFault =
             std::any_of(arguments.begin(), arguments.end(),
                         [](const auto& argument) { return HasOwnReport(argument.get()); });

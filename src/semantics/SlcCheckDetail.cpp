@@ -1,3 +1,14 @@
+// Detail of an expression as written: the combination of its parts, where varying outweighs open,
+// and open outweighs uniform. In a function a formal without a word on it is open:
+//
+//     float f(float x) { return x * s; }      x is open, s varying: the product is varying
+//     float g(float x) { return x + 1; }      open: what it is depends on the call
+//
+// An assignment wants the detail of its target from the right side. Calls take that up, as random()
+// does; all else has a detail of its own.
+//
+// Tested by tests/semantics/SlcCheckDetailTest.cpp.
+
 #include "semantics/SlcCheckDetail.h"
 
 #include <utility>

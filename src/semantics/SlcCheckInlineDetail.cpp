@@ -1,3 +1,21 @@
+// The details inside a function for one call of it, by walking the body as the call would run it.
+// Variables without a declared detail get what is assigned to them:
+//
+//     float f(float x) { float y = 1; if (x > 0.5) y = 2; return y; }
+//
+//     f(2)     x uniform, the guard uniform, y uniform: so is the call
+//     f(s)     x varying, the guard varying: the second write makes y varying, since the points
+//              that skip it keep the first
+//
+// A guard counts in what is written under it (Written), and so does a `break`, `continue` or
+// `return` that some points have taken before (Leave). A loop is walked until the details at its
+// front are those at its end (WalkLoop); details only rise, from uniform over open to varying, so
+// that this ends, and after a few rounds what still changes is made varying at once. Reports are
+// made in a last round, when all details are right.
+//
+// Tested by tests/semantics/SlcCheckDetailTest.cpp, and by all levels against each other in
+// tests/random.
+
 #include "semantics/SlcCheckInlineDetail.h"
 
 #include <utility>

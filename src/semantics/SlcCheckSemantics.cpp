@@ -1,3 +1,14 @@
+// Definitions, and what a body is checked with. A function comes into scope behind its body, so
+// that it cannot call itself; its formals are remembered with the scope around the definition,
+// which `extern` and a body without --strict look into. A body has a walker of its own, whose
+// fields say afterwards what it holds: a `return`, a light statement.
+//
+// The checks of a function stop at what depends on its calls. Details that are open there are
+// judged where shader code calls the function (SlcUserCallRules), with each call's arguments.
+//
+// Tested by tests/semantics/SlcCheckSemanticsTest.cpp and, for faults that bring no others,
+// OneReportTest.cpp.
+
 #include "semantics/SlcCheckSemantics.h"
 
 #include <algorithm>
@@ -150,6 +161,7 @@ void SlcCheckSemantics::NoteDefinitionScope(SlcSymbolTable& formals) const
 {
     if (m_options.m_strict)
         return;
+    // A function in front of the shader sees the predefined variables of its kind.
     const bool aheadOfShader = !m_inFunction && !m_shaderSeen;
     formals.m_definitionScope = aheadOfShader ? m_shader : m_current;
 }

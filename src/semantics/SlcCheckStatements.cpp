@@ -1,4 +1,8 @@
-// Statements other than those on lights.
+// Statements other than those on lights. Each puts its expressions through all passes before the
+// next statement is looked at. Branches and loops are walked with a usage record of their own, set
+// aside behind the walk and merged where the statement ends (SlcCheckUsage).
+//
+// Tested by tests/semantics/SlcCheckSemanticsTest.cpp.
 
 #include <string>
 #include <utility>

@@ -1,3 +1,22 @@
+// One state a variable (never, maybe or always set; never, maybe or always read before that), which
+// is right for the point that the walk has reached. A branch notes what it changes, so that
+//
+//     float x;                 x: never set
+//     if (s > 0.5)
+//         x = 1;               the branch changes x to always; aside: never again
+//     else
+//         y = 1;               the other branch sees x as never
+//                              promoted: always met with never gives maybe
+//     Ci = x;                  'x' may not be initialized
+//
+// A branch that ends in a jump says nothing of what is set behind the two. A loop's body may not
+// run at all, unless its head says that it does (SlcRunsAtLeastOnce).
+//
+// What a function does to variables around it is judged where it is called: its record is replayed.
+// Warnings come in the order of the names there, since a map by address has none to show.
+//
+// Tested by tests/semantics/SlcCheckUsageTest.cpp.
+
 #include "semantics/SlcCheckUsage.h"
 
 #include <algorithm>

@@ -1,3 +1,7 @@
+// Takes apart what refers to each other in a circle: scopes hold entries, an entry of a function
+// the facts on its body, these the scope of its formals, and nodes hold entries. The tree itself is
+// deleted by its owner afterwards.
+
 #include "semantics/SlcDeleteTree.h"
 
 #include "frontend/SlcNodes.h"

@@ -1,3 +1,8 @@
+// filterstep(edge, x [, width of x], "name", value, ...): what follows x has no row in the library
+// that could say so, since the number comes before the pairs.
+//
+// Tested by tests/semantics/SlcResolveUniqueTypeTest.cpp.
+
 #include "semantics/SlcFilterstepArgs.h"
 
 #include <string>

@@ -1,3 +1,10 @@
+// What a body holds, collected once it has been checked, with what the functions that it calls
+// hold: those are checked by then, since none is called before its definition. The count of
+// operations is that of the expanded body; it doubles with each level of functions that call
+// another twice, and so stops at a limit.
+//
+// Tested by tests/semantics/SlcCheckDetailTest.cpp.
+
 #include "semantics/SlcGetBodyFacts.h"
 
 #include <algorithm>

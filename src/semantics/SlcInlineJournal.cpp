@@ -1,3 +1,14 @@
+// A stack of rounds. A round keeps for each variable what it had before its first write there:
+//
+//     round begins      x uniform
+//     x written         note: uniform; now varying
+//     round ends        joined: varying, which is not what the round began with: one more round
+//
+// A definition in the round is noted as null, since nothing of the round before reaches it. An
+// inner round hands its notes to the outer one, whose earlier notes win.
+//
+// Tested by tests/semantics/SlcCheckDetailTest.cpp, through the loops that use it.
+
 #include "semantics/SlcInlineJournal.h"
 
 #include <utility>

@@ -1,4 +1,12 @@
-// The inline rules of built-ins that write to their arguments.
+// The inline rules of built-ins that write to their arguments: what is written has the combined
+// detail of what is read.
+//
+//     setxcomp(p, x)                   p becomes what p and x are together: two components stay
+//     fresnel(I, N, eta, kr, kt)       kr and kt become what I, N and eta are together
+//
+// SlcCheckInlineOutputProc has a place in the table of rules, but no row asks for it: told, unused.
+//
+// Tested by tests/semantics/SlcCheckDetailTest.cpp.
 
 #include <string>
 

@@ -1,3 +1,9 @@
+// A key has a letter for each thing that an evaluation depends on: where the call stands, what its
+// context wants, and the detail of each argument. " S -uv" is a call in the shader's own code,
+// which wants nothing, with a uniform and a varying argument.
+//
+// Tested by tests/semantics/SlcCheckDetailTest.cpp.
+
 #include "semantics/SlcInlineResults.h"
 
 #include <utility>

@@ -1,3 +1,12 @@
+// Which types an operator gives for the sets of its operands. In arithmetic a type counts if one
+// side holds it and the other holds it or a float, which is promoted. The point family is one type
+// here, whose kind the result carries on:
+//
+//     point - point    vector        point + vector   point         normal + normal  normal
+//     float * normal   normal        vector * point   vector        vector + normal  vector
+//
+// Tested by tests/semantics/SlcCalculateTypesSetsTest.cpp.
+
 #include "semantics/SlcOperatorTypes.h"
 
 #include "semantics/SlcTypedExpr.h"

@@ -1,3 +1,15 @@
+// The overload that a call means, in steps:
+//
+//     1. those of its name that give the wanted type and that the arguments fit as they are,
+//        or, if there is none, after a promotion
+//     2. for each argument the types that these expect; several are a report, unless equal
+//     3. with the arguments thus fixed, the one that the scope finds; arrays by their lengths
+//
+//     float x = noise(P)      a float is wanted: of the rows of noise with that result, one takes a
+//                             point; had it been a triple, it would be a point now
+//
+// Tested by tests/semantics/SlcResolveUniqueTypeTest.cpp.
+
 #include "semantics/SlcResolveCall.h"
 
 #include <algorithm>

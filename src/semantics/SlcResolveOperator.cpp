@@ -1,3 +1,9 @@
+// What each operator wants of its operands, once the type of its result is settled. Comparisons
+// want no type of their own, so they look for the one pair of types that can be compared: none, or
+// more than one, is a report. Here stand the warnings for what computes but means little, as P + P.
+//
+// Tested by tests/semantics/SlcResolveUniqueTypeTest.cpp.
+
 #include "semantics/SlcResolveOperator.h"
 
 #include <string>

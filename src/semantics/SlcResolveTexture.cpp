@@ -1,3 +1,10 @@
+// Texture accesses are no functions: their arguments are a name, a channel, coordinates (none, two
+// or eight numbers, one point or four), then pairs of a name and a value. The table tells for each
+// name which accesses know it and what its value is; a name that is no constant is known at run
+// time only and so takes what it gets.
+//
+// Tested by tests/semantics/SlcResolveUniqueTypeTest.cpp and tests/golden/bad_textures.sl.
+
 #include "semantics/SlcResolveTexture.h"
 
 #include <algorithm>

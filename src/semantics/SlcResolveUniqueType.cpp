@@ -1,4 +1,13 @@
-// Each `Case` decides the types of the operands from the type of the node, then walks on.
+// The type that each part has, from the whole down. Each `Case` decides the types of the operands
+// from the type of the node, then walks on:
+//
+//     Ci = 2 * (noise(s) + (1, 0, 0))      color is wanted of the product, so of the sum, so the
+//                                          triple is a color and noise the overload for colors
+//
+// Where nothing is wanted, as of an argument of printf, or where the wanted type is not in the set,
+// the first of the set is taken, and only who knows that this is wrong reports it.
+//
+// Tested by tests/semantics/SlcResolveUniqueTypeTest.cpp.
 
 #include "semantics/SlcResolveUniqueType.h"
 

@@ -1,3 +1,8 @@
+// Only numbers that the loop itself shows count: the start and the bound of `for (i = 0; i < 3;
+// ...)`, with a sign at most. Whatever would take knowledge of other statements is "not sure".
+//
+// Tested by tests/semantics/SlcCheckUsageTest.cpp.
+
 #include "semantics/SlcRunsAtLeastOnce.h"
 
 #include <optional>

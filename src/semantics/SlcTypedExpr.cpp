@@ -1,3 +1,6 @@
+// A wanted type that the set does not hold becomes one of the set, so that every node has a type
+// that its own rule can work with. Float comes before the first of the set, since it is promoted.
+
 #include "semantics/SlcTypedExpr.h"
 
 SlcTypeNode* SlcTypedExpr::SettleWanted(const SlcExprNode* expr)

@@ -1,3 +1,16 @@
+// A call of a user function has the detail of its body with this call's arguments. The same rules
+// hold for a call in a statement and for one met while the body around it is evaluated; both
+// walkers offer the same questions, and the templates here ask them.
+//
+//     shader code      f(s)      formals get the details of the arguments, the body is evaluated
+//     in f             g(x)      the same, one level deeper, with what x is in this evaluation of f
+//
+// Evaluations are shared by calls in like circumstances (SlcInlineResults), unless the body touches
+// variables around it, whose details may have changed in between: those are counted instead, and
+// refused when they are too many. A chain of calls is refused where the stack would not do.
+//
+// Tested by tests/semantics/SlcCheckDetailTest.cpp and SlcCheckLightStatementsTest.cpp.
+
 #include "semantics/SlcUserCallRules.h"
 
 #include <string>
@@ -221,6 +234,7 @@ SlcDetailNode* SlcCheckArgsDetail(SlcCheckDetail* walker, SlcPtr<SlcFuncSymbolEn
     bool fits = true;
     for (std::size_t i = 0; i < arguments.size(); ++i)
         fits = PassArgument(*walker, arguments[i], i, name) && fits;
+    // One fault, one report: the body would be evaluated with details that no argument has.
     if (!fits)
         return SlcDetailNode::AUnknown();
     SlcDetailNode* const detail = DetailOfCall(*walker, *info, call, arguments);
