@@ -1,3 +1,9 @@
+// A shadeop as a function: all arguments are varying inputs, since the declaration says no more.
+// Its library becomes part of identifiers in generated C++, so that every character of the file
+// name that no identifier holds is written as its code: "a-b.so" is "a_2d_b_so".
+//
+// Tested by tests/symbols/SlcShadeopLoaderTest.cpp.
+
 #include "symbols/SlcFuncDSOSymbolEntry.h"
 
 namespace {

@@ -112,6 +112,7 @@ std::string_view SlcFuncDescription::ReadString(const char*& cursor)
     const char* begin = cursor;
     while (!EndsToken(*cursor))
         ++cursor;
+    // A sign is a token by itself.
     if (cursor == begin && *cursor != '\0')
         ++cursor;
     return {begin, static_cast<std::size_t>(cursor - begin)};

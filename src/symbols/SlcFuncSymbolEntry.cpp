@@ -1,3 +1,10 @@
+// Whether a call fits a function. The fixed arguments are compared one by one; what stands behind
+// them is handed to the tail in their order, which keeps its place between two of them. A formal
+// takes what is of its type or promoted to it; one that is written takes its very type, since
+// nothing is promoted back.
+//
+// Tested by tests/symbols/SlcSymbolTableTest.cpp.
+
 #include "symbols/SlcFuncSymbolEntry.h"
 
 #include <string>

@@ -1,3 +1,9 @@
+// A tail as the primitive takes it: the values alone, each in its place, where a call of the source
+// names them in any order.
+//
+// Tested by tests/symbols/SlcFuncVarArgExprTest.cpp and, for the calls that are made of it,
+// tests/icode.
+
 #include "symbols/SlcFuncTail.h"
 
 namespace {

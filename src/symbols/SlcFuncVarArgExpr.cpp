@@ -1,3 +1,15 @@
+// The tail of a row as a tree, and one walk over it by the arguments of a call:
+//
+//     float *                          1, 2, 3          one value, as often as there are arguments
+//     (float color)                    1, Cs            in this order
+//     named(blur float bias float)     "bias", 2        pairs of a name and a value, in any order:
+//                                                       behind one that matched, the list starts
+//                                                       over
+//
+// The place of the walk is kept in the tree itself, so that there is one walk at a time.
+//
+// Tested by tests/symbols/SlcFuncVarArgExprTest.cpp.
+
 #include "symbols/SlcFuncVarArgExpr.h"
 
 #include <string_view>

@@ -1,3 +1,8 @@
+// The predefined variables with the nodes of their types, made at compile time of the rows that all
+// readers of compiled shaders share (runtime/sqx/SqxPredefined.h).
+//
+// Tested by tests/symbols/SlcShaderSymbolTableTest.cpp.
+
 #include "symbols/SlcHiddenVariables.h"
 
 #include <algorithm>

@@ -1,3 +1,8 @@
+// Types and details in the words and numbers of compiled files. The order of the rows is that of
+// the questions: a vector is also of the point family.
+//
+// Tested by tests/backends, which read the files back.
+
 #include "symbols/SlcInterfaceQxLib.h"
 
 #include <iostream>

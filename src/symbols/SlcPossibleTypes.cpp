@@ -1,3 +1,12 @@
+// The set of types of an expression. Membership is by kind and promotion goes both ways: a float
+// stands for a color that is wanted, and a color is found where a float is promoted to one.
+//
+//     {point, color}   color wanted   color
+//     {float}          color wanted   color, promoted
+//     {error}          any wanted     error: it has been reported, and suits everyone
+//
+// Tested by tests/semantics/SlcCalculateTypesSetsTest.cpp.
+
 #include "symbols/SlcPossibleTypes.h"
 
 #include <algorithm>

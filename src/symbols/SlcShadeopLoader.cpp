@@ -1,3 +1,11 @@
+// Libraries are opened one after the other and only looked into: the table of the function that is
+// sought is read, record by record, and what cannot be read is a warning. The first directory with
+// a usable record ends the search, so that a library cannot add to what one in front of it
+// declares. What has been found is kept by name, since each scope that calls the function asks
+// anew.
+//
+// Tested by tests/symbols/SlcShadeopLoaderTest.cpp with real libraries, good and bad.
+
 #include "symbols/SlcShadeopLoader.h"
 
 #include <algorithm>

@@ -1,3 +1,8 @@
+// Declarations of shadeops with the nodes of the compiler; how the text is read is shared with the
+// machine, which checks calls against the same declarations.
+//
+// Tested by tests/symbols/SlcShadeopReaderTest.cpp.
+
 #include "symbols/SlcShadeopReader.h"
 
 #include <optional>

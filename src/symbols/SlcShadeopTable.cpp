@@ -1,3 +1,8 @@
+// A library is not trusted with addresses: a record's texts are read only where the library's own
+// memory lies, and the first one that points elsewhere ends the table.
+//
+// Tested by tests/symbols/SlcShadeopLoaderTest.cpp.
+
 #include "symbols/SlcShadeopTable.h"
 
 #include <cstring>

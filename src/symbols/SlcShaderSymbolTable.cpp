@@ -1,3 +1,12 @@
+// Which predefined variables each kind of shader sees, and which of them it may write, as lists of
+// names. The entries are made for one compile and then reached by the statics: the lowering asks
+// for `sm_P`, not for "P", which a parameter may hide.
+//
+// `Ps` of a surface is its `P`: two names with one operand, so that a write to one is seen through
+// the other. The three variables of light loops exist once, however many loops there are.
+//
+// Tested by tests/symbols/SlcShaderSymbolTableTest.cpp.
+
 #include "symbols/SlcShaderSymbolTable.h"
 
 #include <string_view>

@@ -41,6 +41,7 @@ private:
     static bool sm_illuminanceExists;  // the entries of light loops have been made
 };
 
+/// One class a kind of shader, which takes its variables and tells which of them it may write.
 class SlcSurfaceSymbolTable : public SlcShaderSymbolTable {
 public:
     explicit SlcSurfaceSymbolTable(SlcPtr<SlcSymbolTable> parent);

@@ -1,3 +1,6 @@
+// An `extern` name has no operand of its own: code that writes it writes the variable it stands
+// for.
+
 #include "symbols/SlcSymbolEntry.h"
 
 #include <utility>

@@ -1,3 +1,8 @@
+// The names of one scope, each with the tables that it was added to, in the order of these: a table
+// sees what stands at its own place or before it. A look-up is a hash and a binary search.
+//
+// Tested by tests/symbols/SlcSymbolTableTest.cpp.
+
 #include "symbols/SlcSymbolScope.h"
 
 #include <algorithm>

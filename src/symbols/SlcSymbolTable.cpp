@@ -1,3 +1,17 @@
+// Look-up of names. A variable is that of the nearest scope. Functions are sought in every scope,
+// nearest first, and an exact fit further out is better than a promoted one near by:
+//
+//     float f(color c)   in the body             f(1)      outer f(float): exact, in any scope
+//     float f(float x)   in front of the shader  f(Cs)     inner f(color)
+//     float f(float x, y)                        f("a")    of those with one argument none fits:
+//                                                          the report names the closest
+//
+// The scopes of a chain are asked as groups, the entries of one name in one table, so that a name
+// which a thousand declarations surround costs a search in each scope and no walk over their
+// tables.
+//
+// Tested by tests/symbols/SlcSymbolTableTest.cpp.
+
 #include "symbols/SlcSymbolTable.h"
 
 #include <algorithm>
@@ -357,6 +371,7 @@ std::vector<SlcTypeNode*> SlcSymbolTable::GetFuncType(SlcIdentNode* ident,
     };
 
     searchPass(promote);
+    // No promotion mends a wrong number of arguments.
     const bool wrongCount = outermost.function && outermost.withCount.Null();
     if (outermost.types.empty() && !promote && top && !wrongCount)
         searchPass(true);

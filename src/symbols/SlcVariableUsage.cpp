@@ -1,3 +1,12 @@
+// A lattice of three states, Never and Always with Maybe above both, kept for writes and for reads
+// that come before a write. Along a path a state only grows; where paths meet, unlike states are
+// Maybe.
+//
+//     set(maybe), set        Always          one of the two is sure
+//     set | nothing          Maybe           an `if` without `else`
+//
+// Tested by tests/semantics/SlcCheckUsageTest.cpp.
+
 #include "symbols/SlcVariableUsage.h"
 
 namespace {
