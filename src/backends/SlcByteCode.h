@@ -1,21 +1,15 @@
 #pragma once
 
-#include <map>
-#include <string>
+#include <string_view>
 
 #include "sqx/SqxNumbers.h"
 
 /// The number of each instruction by its name, for the writer.
 class SlcByteCode {
 public:
-    SlcByteCode();
-
     /// The number of an instruction. A name that is not in the table is a fault of the compiler,
     /// and fatal.
-    [[nodiscard]] short GetInstrNb(const std::string& name) const;
+    [[nodiscard]] static short GetInstrNb(std::string_view name);
 
     static constexpr const SqxNumberRow* sm_theByteCodes = k_sqxNumbers;  // ended by a null name
-
-private:
-    std::map<std::string, short, std::less<>> m_numbers;
 };

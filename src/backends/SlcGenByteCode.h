@@ -11,10 +11,10 @@
 #include <utility>
 #include <vector>
 
-#include "backends/SlcByteCode.h"
 #include "backends/SlcEquCBinOpName.h"
 #include "icode/SlcInterForm.h"
 #include "icode/SlcJumpICode.h"
+#include "sqx/SqxNumbers.h"
 
 /// Writes a finished shader as a `.sqx` file: a text of decimal numbers, names and quoted strings
 /// that the renderer's shading virtual machine loads.
@@ -54,7 +54,7 @@ private:
 
     // The code block being built.
     void ResetCode();
-    void AddInstr(const std::string& name);
+    void AddInstr(std::string_view name);
     void AddInstr(SqxMark mark) { m_code.push_back(static_cast<std::int16_t>(mark)); }
     /// A literal. `what` names it in the report if it does not fit.
     void AddConst(int value, std::string_view what);
@@ -135,7 +135,6 @@ private:
     std::vector<std::int16_t> m_code;                                  // values of the block
     std::unordered_map<std::string_view, std::size_t> m_labels;        // positions by label name
     std::vector<std::pair<std::string, std::size_t>> m_unknownLabels;  // jumps ahead, by position
-    SlcByteCode m_byteCodes;
     std::unordered_map<std::string_view, int> m_matrices;  // numbers of the form's spaces
     std::map<std::string, int> m_dsoLibs;                  // number of a library by its file name
     std::map<std::string, int> m_dsoFuncs;  // number of a shadeop by its function key

@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "backends/SlcByteCode.h"
 #include "backends/SlcGenByteCode.h"
 #include "icode/SlcICodeName.h"
 #include "support/reports/SlcSemanticError.h"
@@ -31,9 +32,9 @@ std::int16_t SlcGenByteCode::Fit(std::size_t value, std::string_view what)
     return 0;
 }
 
-void SlcGenByteCode::AddInstr(const std::string& name)
+void SlcGenByteCode::AddInstr(std::string_view name)
 {
-    m_code.push_back(m_byteCodes.GetInstrNb(name));
+    m_code.push_back(SlcByteCode::GetInstrNb(name));
 }
 
 void SlcGenByteCode::AddConst(int value, std::string_view what)

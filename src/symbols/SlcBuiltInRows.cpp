@@ -1,11 +1,15 @@
 // The library of the language, one overload a row. To add a built-in is to add a row.
 
+#include <algorithm>
+#include <array>
+#include <iterator>
+
 #include "symbols/SlcFuncDescription.h"
 
 // clang-format off
 // Columns: name, return type, number of arguments, argument types, detail rule, inline detail
 // rule, primitive, order-sensitive, foldable, whole-grid form with a detail for each argument.
-const char* const SlcFuncDescription::sm_funcInfoString[] = {
+constexpr const char* const SlcFuncDescription::sm_funcInfoString[] = {
     "radians float 1 float 0 0 CALL_PRIM_RADIANS 0 1 nosimd",
     "degrees float 1 float 0 0 CALL_PRIM_DEGREES 0 1 nosimd",
     "sin float 1 float 0 0 CALL_PRIM_SIN 0 1 nosimd",
@@ -189,7 +193,7 @@ const char* const SlcFuncDescription::sm_funcInfoString[] = {
 };
 
 // The same with the variable tail of arguments behind the fixed ones.
-const char* const SlcFuncDescription::sm_varArgsFuncInfoString[] = {
+constexpr const char* const SlcFuncDescription::sm_varArgsFuncInfoString[] = {
     "spline float 5 float float float float float float* 0 0 CALL_PRIM_SPLINE_1D 0 0 nosimd",
     "spline color 5 float color color color color color* 0 0 CALL_PRIM_SPLINE_3D 0 0 nosimd",
     "spline point 5 float point point point point point* 0 0 CALL_PRIM_SPLINE_3D 0 0 nosimd",
@@ -223,3 +227,39 @@ const char* const SlcFuncDescription::sm_varArgsFuncInfoString[] = {
     nullptr,
 };
 // clang-format on
+
+namespace {
+
+/// All rows in the order of their names, those of one name in the order of the tables.
+constexpr auto k_rowsByName = [] {
+    using Description = SlcFuncDescription;
+    std::array<Description::NamedRow, std::size(Description::sm_funcInfoString) +
+                                          std::size(Description::sm_varArgsFuncInfoString) - 2>
+        rows;
+    auto* next = rows.data();
+    const auto add = [&](const char* row, bool hasTail) {
+        const std::string_view text = row;
+        *next++ = {text.substr(0, text.find(' ')), row, hasTail};
+    };
+    for (const char* const* row = Description::sm_funcInfoString; *row; ++row)
+        add(*row, false);
+    for (const char* const* row = Description::sm_varArgsFuncInfoString; *row; ++row)
+        add(*row, true);
+    // Not std::sort, which would mix the rows of a name.
+    for (auto row = rows.begin(); row != rows.end(); ++row) {
+        const auto place = std::upper_bound(rows.begin(), row, *row,
+                                            [](auto& a, auto& b) { return a.name < b.name; });
+        std::rotate(place, row, row + 1);
+    }
+    return rows;
+}();
+
+}  // namespace
+
+std::span<const SlcFuncDescription::NamedRow> SlcFuncDescription::RowsOf(std::string_view name)
+{
+    const auto [begin, end] =
+        std::equal_range(k_rowsByName.begin(), k_rowsByName.end(), NamedRow{name, nullptr, false},
+                         [](const NamedRow& a, const NamedRow& b) { return a.name < b.name; });
+    return {begin, end};
+}

@@ -6,6 +6,7 @@
 #include "support/SlcDiagnostics.h"
 #include "symbols/SlcFuncDescription.h"
 #include "symbols/SlcGeneratedNames.h"
+#include "symbols/SlcSymbolScope.h"
 
 namespace {
 
@@ -40,22 +41,61 @@ SlcFuncSignature SignatureOf(SlcFuncDescription::FuncInfo& info, const SlcDetail
     return signature;
 }
 
+/// The outermost scope: it makes the entries of a built-in when its name is first asked for.
+class BuiltInScope : public SlcSymbolScope {
+public:
+    explicit BuiltInScope(const SlcDetailRules& rules)
+        : SlcSymbolScope(SlcPtr<SlcSymbolTable>()),
+          m_rules(rules)
+    {
+    }
+
+    void Add(int table, SlcPtr<SlcSymbolEntry> entry) override
+    {
+        MakeBuiltIns(entry->GetName());
+        SlcSymbolScope::Add(table, std::move(entry));
+    }
+
+    [[nodiscard]] const std::vector<Named>* Find(std::string_view name) override
+    {
+        MakeBuiltIns(name);
+        return SlcSymbolScope::Find(name);
+    }
+
+private:
+    /// A name that has entries already has those of its rows among them.
+    void MakeBuiltIns(std::string_view name)
+    {
+        if (SlcSymbolScope::Find(name))
+            return;
+        for (const auto& row : SlcFuncDescription::RowsOf(name))
+            SlcSymbolScope::Add(0,
+                                row.hasTail ? EntryOfTailRow(row.row) : EntryOfPlainRow(row.row));
+    }
+
+    [[nodiscard]] SlcPtr<SlcFuncSymbolEntry> EntryOfPlainRow(const char* row) const
+    {
+        auto info = SlcFuncDescription::ReadPlainRow(row);
+        return MakeShared<SlcFuncSymbolEntry>(SignatureOf(info, m_rules));
+    }
+
+    [[nodiscard]] SlcPtr<SlcFuncSymbolEntry> EntryOfTailRow(const char* row) const
+    {
+        auto info = SlcFuncDescription::ReadVarArgsRow(row);
+        auto signature = SignatureOf(info, m_rules);
+        return MakeShared<SlcFuncVarListSymbolEntry>(std::move(signature), std::move(info.tail));
+    }
+
+    SlcDetailRules m_rules;
+};
+
 }  // namespace
 
 SlcPtr<SlcSymbolTable> SlcBuiltInTable(const SlcDetailRules& rules)
 {
-    auto table = MakeShared<SlcSymbolTable>();
+    auto table = MakeShared<SlcSymbolTable>(MakeShared<BuiltInScope>(rules));
     table->AddVarEntry(SlcLexicalNode::CreateIdent("PI"), SlcTypeNode::AFloat(),
                        SlcDetailNode::AUniform(), SlcStorageSpecNode::AInput(), false,
                        SlcGeneratedNames::k_pi, nullptr);
-    for (const char* const* row = SlcFuncDescription::sm_funcInfoString; *row; ++row) {
-        auto info = SlcFuncDescription::ReadPlainRow(*row);
-        table->AddFuncEntry(SignatureOf(info, rules));
-    }
-    for (const char* const* row = SlcFuncDescription::sm_varArgsFuncInfoString; *row; ++row) {
-        auto info = SlcFuncDescription::ReadVarArgsRow(*row);
-        auto signature = SignatureOf(info, rules);
-        table->AddFuncVarListEntry(std::move(signature), std::move(info.tail));
-    }
     return table;
 }

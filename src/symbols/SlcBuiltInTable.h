@@ -12,5 +12,5 @@ struct SlcDetailRules {
 };
 
 /// A new table with the whole library of the language and the variable `PI`: the outermost scope
-/// of every compile.
+/// of every compile. Its entries are made as they are looked up, since few shaders use many.
 [[nodiscard]] SlcPtr<SlcSymbolTable> SlcBuiltInTable(const SlcDetailRules& rules);

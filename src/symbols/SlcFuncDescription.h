@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,8 +34,18 @@ public:
         std::unique_ptr<SlcFuncVarArgExpr> tail;  // null for a plain row
     };
 
+    /// A row and the name that it begins with.
+    struct NamedRow {
+        std::string_view name;
+        const char* row;
+        bool hasTail;  // of the second table
+    };
+
     static const char* const sm_funcInfoString[];         // ended by a null
     static const char* const sm_varArgsFuncInfoString[];  // ended by a null
+
+    /// The rows of both tables that begin with this name, in their order. O(log n).
+    [[nodiscard]] static std::span<const NamedRow> RowsOf(std::string_view name);
 
     [[nodiscard]] static FuncInfo ReadPlainRow(const char* row);
     [[nodiscard]] static FuncInfo ReadVarArgsRow(const char* row);

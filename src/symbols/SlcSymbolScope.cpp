@@ -17,7 +17,7 @@ void SlcSymbolScope::Add(int table, SlcPtr<SlcSymbolEntry> entry)
     named.insert(place, {table, std::move(entry)});
 }
 
-const std::vector<SlcSymbolScope::Named>* SlcSymbolScope::Find(std::string_view name) const
+const std::vector<SlcSymbolScope::Named>* SlcSymbolScope::Find(std::string_view name)
 {
     const auto found = m_names.find(name);
     return found == m_names.end() ? nullptr : &found->second;

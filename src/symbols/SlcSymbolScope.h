@@ -16,13 +16,13 @@ public:
 
     explicit SlcSymbolScope(SlcPtr<SlcSymbolTable> parent) : m_parent(std::move(parent)) {}
 
-    void Add(int table, SlcPtr<SlcSymbolEntry> entry);
+    virtual void Add(int table, SlcPtr<SlcSymbolEntry> entry);
     /// Every entry of the name, by table and then in order of insertion; null if there is none.
-    [[nodiscard]] const std::vector<Named>* Find(std::string_view name) const;
+    [[nodiscard]] virtual const std::vector<Named>* Find(std::string_view name);
 
     SlcPtr<SlcSymbolTable> m_parent;
     SlcPtr<SlcSymbolTable> m_previous;  // where the scope forked off another; else null
-    int m_tables = 1;
+    int m_tables = 0;
 
 private:
     // Names are views of the entries' own identifiers, which live in their pool.

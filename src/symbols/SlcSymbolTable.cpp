@@ -163,7 +163,7 @@ SlcPtr<SlcFuncSymbolEntry> ClosestOf(const std::vector<SlcPtr<SlcSymbolEntry>>& 
 SlcSymbolTable::SlcSymbolTable() : SlcSymbolTable(SlcPtr<SlcSymbolTable>()) {}
 
 SlcSymbolTable::SlcSymbolTable(SlcPtr<SlcSymbolTable> parent)
-    : m_scope(MakeShared<SlcSymbolScope>(std::move(parent)))
+    : SlcSymbolTable(MakeShared<SlcSymbolScope>(std::move(parent)))
 {
 }
 
@@ -183,7 +183,7 @@ SlcPtr<SlcSymbolTable> SlcSymbolTable::CreateNewScopeTable()
 SlcPtr<SlcSymbolTable> SlcSymbolTable::CreateCurrentScopeTable()
 {
     if (m_position + 1 == m_scope->m_tables) {
-        auto next = SlcPtr<SlcSymbolTable>(new SlcSymbolTable(m_scope));
+        auto next = MakeShared<SlcSymbolTable>(m_scope);
         next->m_definitionScope = m_definitionScope;
         return next;
     }
@@ -217,11 +217,6 @@ SlcPtr<SlcVarSymbolEntry> SlcSymbolTable::AddVarEntry(SlcIdentNode* ident, SlcTy
     return entry;
 }
 
-void SlcSymbolTable::AddFuncEntry(SlcFuncSignature signature)
-{
-    AddEntry(MakeShared<SlcFuncSymbolEntry>(std::move(signature)));
-}
-
 SlcPtr<SlcFuncSymbolEntry>
 SlcSymbolTable::AddFuncEntry(SlcIdentNode* ident, SlcTypeNode* returnType, SlcFormalsNode* formals,
                              SlcPtr<SlcAnnotation> info, SlcCheckDetailProc checkDetail,
@@ -242,12 +237,6 @@ SlcSymbolTable::AddFuncEntry(SlcIdentNode* ident, SlcTypeNode* returnType, SlcFo
     entry->SetFuncInfo(std::move(info));
     AddEntry(entry);
     return entry;
-}
-
-void SlcSymbolTable::AddFuncVarListEntry(SlcFuncSignature signature,
-                                         std::unique_ptr<SlcFuncVarArgExpr> tail)
-{
-    AddEntry(MakeShared<SlcFuncVarListSymbolEntry>(std::move(signature), std::move(tail)));
 }
 
 SlcPtr<SlcFuncDSOSymbolEntry> SlcSymbolTable::AddFuncEntryDSO(SlcIdentNode* ident,

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <deque>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -42,6 +41,8 @@ class SlcSymbolTable : public SlcCollectable {
 public:
     SlcSymbolTable();
     explicit SlcSymbolTable(SlcPtr<SlcSymbolTable> parent);
+    /// The next table of the scope.
+    explicit SlcSymbolTable(SlcPtr<SlcSymbolScope> scope);
     ~SlcSymbolTable() override;
 
     /// A new scope inside this one.
@@ -59,13 +60,11 @@ public:
                                           SlcDetailNode* detail, SlcStorageSpecNode* storage,
                                           bool hidden, const char* cName,
                                           SlcPtr<SlcVarSymbolEntry> outer);
-    void AddFuncEntry(SlcFuncSignature signature);
     /// A user function: its argument lists come from the formals.
     SlcPtr<SlcFuncSymbolEntry> AddFuncEntry(SlcIdentNode* ident, SlcTypeNode* returnType,
                                             SlcFormalsNode* formals, SlcPtr<SlcAnnotation> info,
                                             SlcCheckDetailProc checkDetail,
                                             SlcCheckInlineDetailProc checkInlineDetail);
-    void AddFuncVarListEntry(SlcFuncSignature signature, std::unique_ptr<SlcFuncVarArgExpr> tail);
     /// A shadeop, as the library at that path declares it.
     SlcPtr<SlcFuncDSOSymbolEntry> AddFuncEntryDSO(SlcIdentNode* ident,
                                                   const std::string& libraryPath,
@@ -117,7 +116,6 @@ public:
 private:
     struct Group;  // the entries of one name in one table
 
-    explicit SlcSymbolTable(SlcPtr<SlcSymbolScope> scope);
     /// The entries of a name, one group a table that holds any: this table first, then those
     /// before it in the scope, then outward.
     [[nodiscard]] std::vector<Group> GroupsOf(SlcIdentNode* ident) const;
@@ -126,7 +124,7 @@ private:
     [[nodiscard]] const SlcSymbolTable* NextScope() const;
 
     SlcPtr<SlcSymbolScope> m_scope;  // the names of all tables of this scope, and the parent
-    int m_position = 0;              // this table's place among the tables of its scope
+    int m_position;                  // this table's place among the tables of its scope
 };
 
 /// The arguments of a call as a plain list.

@@ -24,7 +24,7 @@ SlcOperand Variable(T* type)
 
 std::string LayoutOf(const std::string& name)
 {
-    const SqxLayout* layout = SqxLayout::Find(SlcByteCode().GetInstrNb(name));
+    const SqxLayout* layout = SqxLayout::Find(SlcByteCode::GetInstrNb(name));
     return layout ? std::string(layout->operands) : "none";
 }
 
@@ -107,9 +107,8 @@ TEST(SlcByteCode, KeepsTheNumbersOfTheContract)
         {"CALL_PRIM_ISINDIRECTRAY", 521},
         {"CALL_PRIM_INDIRECTDIFFUSE_SIMD_IF_TRUE", 520},
     };
-    const SlcByteCode table;
     for (const NumberCase& c : cases)
-        EXPECT_EQ(table.GetInstrNb(c.name), c.number) << c.name;
+        EXPECT_EQ(SlcByteCode::GetInstrNb(c.name), c.number) << c.name;
     EXPECT_EQ(SqxNumberName(432), "GOTO");
     EXPECT_EQ(SqxNumberName(461), "CONVERT_ARRAY_DSO_FROM");
     for (const int unassigned : {-1, 0, 211, 347, 348, 453, 522})
@@ -130,8 +129,8 @@ TEST(SlcByteCode, GivesEachNameOnce)
 
 TEST(SlcByteCodeDeathTest, EndsAtAnUnknownName)
 {
-    const SlcByteCode table;
-    EXPECT_EXIT(static_cast<void>(table.GetInstrNb("SUB_COLOR_MATRIX")), testing::ExitedWithCode(1),
+    EXPECT_EXIT(static_cast<void>(SlcByteCode::GetInstrNb("SUB_COLOR_MATRIX")),
+                testing::ExitedWithCode(1),
                 "Function unknown \\(in SlcByteCode::GetInstrNb\\) SUB_COLOR_MATRIX");
 }
 

@@ -15,7 +15,6 @@ namespace {
 /// written, the number 2 (4) and false (5).
 std::string FileOf(const std::string& instructions)
 {
-    const SlcByteCode numbers;
     std::istringstream words(instructions);
     std::vector<std::string> values;
     for (std::string word; words >> word;) {
@@ -24,7 +23,7 @@ std::string FileOf(const std::string& instructions)
         for (const auto* row = k_sqxMarks; isName && row->name; ++row)
             if (word == row->name)
                 mark = row->number;
-        const int number = !isName ? std::stoi(word) : mark ? mark : numbers.GetInstrNb(word);
+        const int number = !isName ? std::stoi(word) : mark ? mark : SlcByteCode::GetInstrNb(word);
         values.push_back(std::to_string(number));
     }
     std::string text = "\x7Fomb\n";

@@ -158,8 +158,8 @@ TEST(SlcFuncVarListSymbolEntry, ReportsAVoidArgumentOnce)
     const auto table = MakeShared<SlcSymbolTable>();
     for (SlcTypeNode* type : {T::AFloat(), T::AColor()}) {
         const char* tail = "any*";
-        table->AddFuncVarListEntry(SignatureOf("f", type, {type}),
-                                   SlcFuncDescription::ReadVarTypes(tail));
+        table->AddEntry(MakeShared<SlcFuncVarListSymbolEntry>(
+            SignatureOf("f", type, {type}), SlcFuncDescription::ReadVarTypes(tail)));
     }
     TypedArgs args({{T::AFloat()}, {T::AVoid()}});
     const auto sink = MakeShared<SlcSemanticError>();

@@ -54,13 +54,13 @@ TEST(SlcSymbolTable, KeepsVariablesAndFunctionsOfOneNameApart)
 {
     const auto table = MakeShared<SlcSymbolTable>();
     const auto variable = AddFloat(table, "f");
-    table->AddFuncEntry(SignatureOf("f", T::AColor(), {}));
+    table->AddEntry(MakeShared<SlcFuncSymbolEntry>(SignatureOf("f", T::AColor(), {})));
     EXPECT_EQ(FindOrNull(table, "f"), variable);
     EXPECT_EQ(SearchText(table, "f", std::vector<TypedArgs::Types>{}), "color");
     EXPECT_TRUE(table->IsInCurrent(Ident("f"), true));
     EXPECT_TRUE(table->IsVarInTable(Ident("f")));
 
-    table->AddFuncEntry(SignatureOf("g", T::AFloat(), {}));
+    table->AddEntry(MakeShared<SlcFuncSymbolEntry>(SignatureOf("g", T::AFloat(), {})));
     EXPECT_TRUE(table->IsInCurrent(Ident("g"), true));
     EXPECT_FALSE(table->IsVarInTable(Ident("g")));
     EXPECT_TRUE(FindOrNull(table, "g").Null());
@@ -130,11 +130,12 @@ TEST(SlcSymbolTable, FindsOverloadsByExactFitInAnyScopeBeforePromotion)
 {
     const auto global = MakeShared<SlcSymbolTable>();
     const auto local = global->CreateNewScopeTable();
-    local->AddFuncEntry(SignatureOf("f", T::AColor(), {T::AColor()}));
-    local->AddFuncEntry(SignatureOf("g", T::AColor(), {T::AColor()}));
-    local->AddFuncEntry(SignatureOf("h", T::AColor(), {T::AColor(), T::AColor()}));
-    global->AddFuncEntry(SignatureOf("f", T::AFloat(), {T::AFloat()}));
-    global->AddFuncEntry(SignatureOf("h", T::AFloat(), {T::AFloat()}));
+    local->AddEntry(MakeShared<SlcFuncSymbolEntry>(SignatureOf("f", T::AColor(), {T::AColor()})));
+    local->AddEntry(MakeShared<SlcFuncSymbolEntry>(SignatureOf("g", T::AColor(), {T::AColor()})));
+    local->AddEntry(
+        MakeShared<SlcFuncSymbolEntry>(SignatureOf("h", T::AColor(), {T::AColor(), T::AColor()})));
+    global->AddEntry(MakeShared<SlcFuncSymbolEntry>(SignatureOf("f", T::AFloat(), {T::AFloat()})));
+    global->AddEntry(MakeShared<SlcFuncSymbolEntry>(SignatureOf("h", T::AFloat(), {T::AFloat()})));
 
     struct Case {
         const char* name;
@@ -160,8 +161,8 @@ TEST(SlcSymbolTable, FindsOverloadsByExactFitInAnyScopeBeforePromotion)
 TEST(SlcSymbolTable, CountsThePointFamilyAsOneTypeOfOverload)
 {
     const auto table = MakeShared<SlcSymbolTable>();
-    table->AddFuncEntry(SignatureOf("f", T::APoint(), {T::APoint()}));
-    table->AddFuncEntry(SignatureOf("f", T::AVector(), {T::AVector()}));
+    table->AddEntry(MakeShared<SlcFuncSymbolEntry>(SignatureOf("f", T::APoint(), {T::APoint()})));
+    table->AddEntry(MakeShared<SlcFuncSymbolEntry>(SignatureOf("f", T::AVector(), {T::AVector()})));
     TypedArgs args({{T::ANormal()}});
     EXPECT_EQ(SearchText(table, "f", args), "point");
     const auto entry =
@@ -174,10 +175,10 @@ TEST(SlcSymbolTable, CountsThePointFamilyAsOneTypeOfOverload)
 TEST(SlcSymbolTable, LeavesOutVoidFunctionsWhereAValueIsWanted)
 {
     const auto table = MakeShared<SlcSymbolTable>();
-    table->AddFuncEntry(SignatureOf("f", T::AVoid(), {T::AFloat()}));
+    table->AddEntry(MakeShared<SlcFuncSymbolEntry>(SignatureOf("f", T::AVoid(), {T::AFloat()})));
     EXPECT_EQ(SearchText(table, "f", {{T::AFloat()}}), "void");
     EXPECT_EQ(SearchText(table, "f", {{T::AFloat()}}, true), "types of float");
-    table->AddFuncEntry(SignatureOf("f", T::AFloat(), {T::AFloat()}));
+    table->AddEntry(MakeShared<SlcFuncSymbolEntry>(SignatureOf("f", T::AFloat(), {T::AFloat()})));
     EXPECT_EQ(SearchText(table, "f", {{T::AFloat()}}), "void float");
     EXPECT_EQ(SearchText(table, "f", {{T::AFloat()}}, true), "float");
 }
@@ -187,7 +188,7 @@ TEST(SlcSymbolTable, NeverPromotesAnOutputArgument)
     const auto table = MakeShared<SlcSymbolTable>();
     auto signature = SignatureOf("f", T::AFloat(), {T::AColor(), T::AAnyType()});
     signature.argStorages = {SlcStorageSpecNode::AOutput(), SlcStorageSpecNode::AOutput()};
-    table->AddFuncEntry(std::move(signature));
+    table->AddEntry(MakeShared<SlcFuncSymbolEntry>(std::move(signature)));
     EXPECT_EQ(SearchText(table, "f", {{T::AFloat()}, {T::AString()}}), "types of color any");
     // A formal of type any takes a value of every type but void.
     const auto array = T::CreateArrayType(T::AFloat(), 3);
@@ -200,9 +201,9 @@ TEST(SlcSymbolTable, PicksTheOverloadOfACallByUniqueTypes)
 {
     const auto global = MakeShared<SlcSymbolTable>();
     const auto local = global->CreateNewScopeTable();
-    global->AddFuncEntry(SignatureOf("f", T::AFloat(), {T::AFloat()}));
-    local->AddFuncEntry(SignatureOf("f", T::AFloat(), {T::AColor()}));
-    local->AddFuncEntry(SignatureOf("f", T::AFloat(), {T::AMatrix()}));
+    global->AddEntry(MakeShared<SlcFuncSymbolEntry>(SignatureOf("f", T::AFloat(), {T::AFloat()})));
+    local->AddEntry(MakeShared<SlcFuncSymbolEntry>(SignatureOf("f", T::AFloat(), {T::AColor()})));
+    local->AddEntry(MakeShared<SlcFuncSymbolEntry>(SignatureOf("f", T::AFloat(), {T::AMatrix()})));
     const auto formalOf = [&](SlcTypeNode* unique) {
         TypedArgs args({{unique}});
         return local->GetUniqueFuncEntry(Ident("f"), T::AFloat(), args.Choose().List(), false, true)
@@ -232,11 +233,12 @@ TEST(SlcSymbolTable, FindsTheFirstFunctionWithTheSameFormals)
         std::move(names)));
 
     const auto table = MakeShared<SlcSymbolTable>();
-    table->AddFuncEntry(SignatureOf("f", T::AFloat(), {T::AColor()}));
+    table->AddEntry(MakeShared<SlcFuncSymbolEntry>(SignatureOf("f", T::AFloat(), {T::AColor()})));
     EXPECT_THROW(static_cast<void>(table->GetUniqueFuncEntry(Ident("f"), T::AFloat(), &formals)),
                  SlcSymbolNotFound);
     for (int i = 0; i < 2; ++i)
-        table->AddFuncEntry(Ident("f"), T::AFloat(), &formals, nullptr, nullptr, nullptr);
+        table->AddEntry(MakeShared<SlcFuncSymbolEntry>(Ident("f"), T::AFloat(), &formals, nullptr,
+                                                       nullptr, nullptr));
     const auto entry = table->GetUniqueFuncEntry(Ident("f"), T::AFloat(), &formals);
     EXPECT_EQ(entry, table->GetFuncEntrys(Ident("f"), T::AFloat())[1]);
     EXPECT_EQ(TextOf(entry->GetArgTypes()), "color[]");
