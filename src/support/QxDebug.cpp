@@ -4,6 +4,7 @@
 
 #include <execinfo.h>
 #include <unistd.h>
+#include <unwind.h>
 
 #include <array>
 #include <atomic>
@@ -34,7 +35,7 @@ constexpr SignalText k_signals[] = {
 };
 constexpr SignalText k_unexpected = {"Unexpected!", 0, false};
 
-constexpr int k_maxFrames = 64;
+constexpr std::size_t k_maxFrames = 64;
 constexpr std::size_t k_handlerStackSize = 65536;
 
 const SignalText& Find(int signal)
@@ -78,11 +79,21 @@ void Write(std::string_view text)
     [[maybe_unused]] const auto written = ::write(STDERR_FILENO, text.data(), text.size());
 }
 
-/// The first `backtrace` of a process loads the unwinder, which takes memory.
-void LoadUnwinder()
+/// The addresses of the calls that are open, the innermost first.
+struct Frames {
+    std::array<void*, k_maxFrames> addresses;
+    std::size_t count = 0;
+};
+
+_Unwind_Reason_Code AddFrame(_Unwind_Context* context, void* frames)
 {
-    void* address = nullptr;
-    static_cast<void>(::backtrace(&address, 1));
+    auto& all = *static_cast<Frames*>(frames);
+    const _Unwind_Ptr address = _Unwind_GetIP(context);
+    if (address == 0 || all.count == all.addresses.size())
+        return _URC_END_OF_STACK;
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): this is how the unwinder gives an address
+    all.addresses[all.count++] = reinterpret_cast<void*>(address);
+    return _URC_NO_REASON;
 }
 
 bool InstallHandlerStack()
@@ -98,7 +109,6 @@ bool InstallHandlerStack()
 
 bool QxDebug::InitErrorSignalsHandling()
 {
-    LoadUnwinder();
     bool installed = InstallHandlerStack();
     struct sigaction action = {};
     action.sa_handler = &QxDebug::SignalHandler;
@@ -110,16 +120,18 @@ bool QxDebug::InitErrorSignalsHandling()
 
 bool QxDebug::StackTrace()
 {
-    std::array<void*, k_maxFrames> addresses;
-    const int frames = ::backtrace(addresses.data(), k_maxFrames);
-    if (frames <= 0)
+    // Not `backtrace`, which loads a library of its own for this, so that each run would have to
+    // load it: in the handler it is too late.
+    Frames frames;
+    _Unwind_Backtrace(&AddFrame, &frames);
+    if (frames.count == 0)
         return false;
     Write("\n");
-    for (int i = 0; i < frames; ++i) {
-        std::array<char, 16> heading;
-        std::snprintf(heading.data(), heading.size(), "[%d]\t", i);
+    for (std::size_t i = 0; i < frames.count; ++i) {
+        std::array<char, 24> heading;
+        std::snprintf(heading.data(), heading.size(), "[%zu]\t", i);
         Write(heading.data());
-        ::backtrace_symbols_fd(&addresses[static_cast<std::size_t>(i)], 1, STDERR_FILENO);
+        ::backtrace_symbols_fd(&frames.addresses[i], 1, STDERR_FILENO);
     }
     Write("\n");
     return true;

@@ -74,9 +74,8 @@ void SlcShaderSymbolTable::AddHidden(const char* name, const char* record,
                                      SlcStorageSpecNode* storage)
 {
     const auto& info = SlcHiddenVariables::GetVarInfoHidden(record);
-    SlcIdentNode* ident = SlcLexicalNode::CreateIdent(name);
-    AddVarEntry(ident, info.type(), info.detail(), storage, true, info.accessor, nullptr);
-    InitStaticVarEntry(ident);
+    InitStaticVarEntry(AddVarEntry(SlcLexicalNode::CreateIdent(name), info.type(), info.detail(),
+                                   storage, true, info.accessor, nullptr));
 }
 
 void SlcShaderSymbolTable::InitReadOnlyHiddens(std::span<const char* const> names)
@@ -102,19 +101,18 @@ void SlcShaderSymbolTable::InitIlluminance(std::span<const char* const> names, b
     }
     for (const char* name : names) {
         const auto& info = SlcHiddenVariables::GetVarInfoIlluminance(name);
-        SlcIdentNode* ident = SlcLexicalNode::CreateIdent(name);
-        AddVarEntry(ident, info.type(), info.detail(), SlcStorageSpecNode::AReadWrite(), true,
-                    info.accessor, nullptr);
-        InitStaticVarEntry(ident);
+        InitStaticVarEntry(AddVarEntry(SlcLexicalNode::CreateIdent(name), info.type(),
+                                       info.detail(), SlcStorageSpecNode::AReadWrite(), true,
+                                       info.accessor, nullptr));
     }
     sm_illuminanceExists = true;
 }
 
-void SlcShaderSymbolTable::InitStaticVarEntry(SlcIdentNode* ident)
+void SlcShaderSymbolTable::InitStaticVarEntry(const VarEntry& entry)
 {
     for (const StaticEntry& known : k_statics)
-        if (known.name == ident->GetName())
-            *known.entry = GetVarEntry(ident, true);
+        if (known.name == entry->GetName())
+            *known.entry = entry;
 }
 
 void SlcShaderSymbolTable::ResetStatics()

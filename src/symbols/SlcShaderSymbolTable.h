@@ -19,8 +19,8 @@ public:
     /// Adds the variables of a light loop: the entries that exist already, unless this is the
     /// `first` such scope. All light loops of a compile share them.
     void InitIlluminance(std::span<const char* const> names, bool first);
-    /// Remembers the entry of that name in its static; a name without one changes nothing.
-    void InitStaticVarEntry(SlcIdentNode* ident);
+    /// Remembers the entry in the static of its name; a name without one changes nothing.
+    static void InitStaticVarEntry(const VarEntry& entry);
 
     /// Forgets the variables of an earlier compile.
     static void ResetStatics();

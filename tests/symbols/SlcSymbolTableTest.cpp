@@ -237,8 +237,7 @@ TEST(SlcSymbolTable, FindsTheFirstFunctionWithTheSameFormals)
     EXPECT_THROW(static_cast<void>(table->GetUniqueFuncEntry(Ident("f"), T::AFloat(), &formals)),
                  SlcSymbolNotFound);
     for (int i = 0; i < 2; ++i)
-        table->AddEntry(MakeShared<SlcFuncSymbolEntry>(Ident("f"), T::AFloat(), &formals, nullptr,
-                                                       nullptr, nullptr));
+        table->AddFuncEntry(Ident("f"), T::AFloat(), &formals, nullptr, nullptr, nullptr);
     const auto entry = table->GetUniqueFuncEntry(Ident("f"), T::AFloat(), &formals);
     EXPECT_EQ(entry, table->GetFuncEntrys(Ident("f"), T::AFloat())[1]);
     EXPECT_EQ(TextOf(entry->GetArgTypes()), "color[]");
