@@ -27,6 +27,7 @@ private:
     std::unique_ptr<SlcExprNode> m_value;
 };
 
+/// `x = value`, `x[i] = value`
 class SlcEqAssignExprNode : public SlcVisitable<SlcEqAssignExprNode, SlcAssignExprNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -34,6 +35,7 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "="; }
 };
 
+/// `x += value`
 class SlcAddAssignExprNode : public SlcVisitable<SlcAddAssignExprNode, SlcAssignExprNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -41,6 +43,7 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "+="; }
 };
 
+/// `x -= value`
 class SlcSubAssignExprNode : public SlcVisitable<SlcSubAssignExprNode, SlcAssignExprNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -48,6 +51,7 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "-="; }
 };
 
+/// `x *= value`
 class SlcMultAssignExprNode : public SlcVisitable<SlcMultAssignExprNode, SlcAssignExprNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -55,6 +59,7 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "*="; }
 };
 
+/// `x /= value`
 class SlcDivAssignExprNode : public SlcVisitable<SlcDivAssignExprNode, SlcAssignExprNode> {
 public:
     using SlcVisitable::SlcVisitable;

@@ -27,6 +27,7 @@ private:
     std::unique_ptr<SlcExprNode> m_right;
 };
 
+/// `a . b`, which binds tighter than the other operators.
 class SlcDotProdExprNode : public SlcVisitable<SlcDotProdExprNode, SlcBinOpExprNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -34,6 +35,7 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "."; }
 };
 
+/// `a * b`; of triples component by component.
 class SlcMultExprNode : public SlcVisitable<SlcMultExprNode, SlcBinOpExprNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -41,6 +43,7 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "*"; }
 };
 
+/// `a / b`; of triples component by component.
 class SlcDivExprNode : public SlcVisitable<SlcDivExprNode, SlcBinOpExprNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -48,6 +51,7 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "/"; }
 };
 
+/// `a ^ b`, which binds looser than `*` and tighter than `+`.
 class SlcCrossProdExprNode : public SlcVisitable<SlcCrossProdExprNode, SlcBinOpExprNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -55,6 +59,7 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "^"; }
 };
 
+/// `a + b`
 class SlcAddExprNode : public SlcVisitable<SlcAddExprNode, SlcBinOpExprNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -62,6 +67,7 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "+"; }
 };
 
+/// `a - b`
 class SlcSubExprNode : public SlcVisitable<SlcSubExprNode, SlcBinOpExprNode> {
 public:
     using SlcVisitable::SlcVisitable;

@@ -21,6 +21,8 @@ private:
     std::vector<std::unique_ptr<SlcExprNode>> m_arguments;
 };
 
+/// `name(arguments)`: a user function, a built-in or a shadeop; which one the name means is known
+/// once its arguments are typed. Texture accesses have a node of their own.
 class SlcProcCallExprNode : public SlcVisitable<SlcProcCallExprNode, SlcExprNode> {
 public:
     SlcProcCallExprNode(const SlcPosition& position, SlcIdentNode* ident,

@@ -114,6 +114,7 @@ private:
 
 class SlcStmtsNode;
 
+/// `surface name(formals) { body }`, and the like for the other kinds.
 class SlcShaderDefNode : public SlcVisitable<SlcShaderDefNode, SlcDefinitionNode> {
 public:
     SlcShaderDefNode(const SlcPosition& position, std::unique_ptr<SlcShaderTypeNode> shaderType,
@@ -134,6 +135,7 @@ private:
     std::unique_ptr<SlcStmtsNode> m_body;
 };
 
+/// `float name(formals) { body }`, at the top of a file or, in a `SlcFuncDefStmtNode`, in a body.
 class SlcFuncDefNode : public SlcVisitable<SlcFuncDefNode, SlcDefinitionNode> {
 public:
     /// `returnType` may be null.

@@ -24,18 +24,21 @@ public:
                                                 const SlcDetailNode* second);
 };
 
+/// What neither word says: of a formal or local in a function, whose calls decide.
 class SlcUnknownDetailNode : public SlcVisitable<SlcUnknownDetailNode, SlcDetailNode> {
 public:
     [[nodiscard]] bool IsUnknownDetail() const override { return true; }
     [[nodiscard]] std::string ToString() const override { return "unknown"; }
 };
 
+/// `uniform`: one value for the grid.
 class SlcUniformNode : public SlcVisitable<SlcUniformNode, SlcDetailNode> {
 public:
     [[nodiscard]] bool IsUniform() const override { return true; }
     [[nodiscard]] std::string ToString() const override { return "uniform"; }
 };
 
+/// `varying`: one value for each shading point.
 class SlcVaryingNode : public SlcVisitable<SlcVaryingNode, SlcDetailNode> {
 public:
     [[nodiscard]] bool IsVarying() const override { return true; }

@@ -47,6 +47,7 @@ private:
     SlcStringLiteralNode* m_string = nullptr;
 };
 
+/// `name` where a value is wanted.
 class SlcIdentExprNode : public SlcVisitable<SlcIdentExprNode, SlcReferenceExprNode> {
 public:
     SlcIdentExprNode(const SlcPosition& position, SlcIdentNode* ident);
@@ -63,6 +64,7 @@ private:
     SlcPtr<SlcVarSymbolEntry> m_entry;  // set by the semantic pass
 };
 
+/// `name[index]` where a value is wanted.
 class SlcArrayRefExprNode : public SlcVisitable<SlcArrayRefExprNode, SlcReferenceExprNode> {
 public:
     SlcArrayRefExprNode(const SlcPosition& position, SlcIdentNode* ident,
@@ -80,6 +82,7 @@ private:
     std::unique_ptr<SlcExprNode> m_index;
 };
 
+/// `-operand`
 class SlcUMinusExprNode : public SlcVisitable<SlcUMinusExprNode, SlcExprNode> {
 public:
     SlcUMinusExprNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> operand);
@@ -109,6 +112,7 @@ private:
     std::unique_ptr<SlcExprNode> m_operand;
 };
 
+/// `condition ? then : else`
 class SlcCondExprNode : public SlcVisitable<SlcCondExprNode, SlcExprNode> {
 public:
     SlcCondExprNode(const SlcPosition& position, std::unique_ptr<SlcRelationNode> condition,

@@ -22,6 +22,7 @@ private:
     SlcPtr<SlcVarSymbolEntry> m_entry;  // set by the semantic pass
 };
 
+/// `name` on the left of an assignment.
 class SlcIdentLValueNode : public SlcVisitable<SlcIdentLValueNode, SlcLValueNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -30,6 +31,7 @@ public:
     void WalkIn(SlcCodeWalker* walker) override;
 };
 
+/// `name[index]` on the left of an assignment.
 class SlcArrayRefLValueNode : public SlcVisitable<SlcArrayRefLValueNode, SlcLValueNode> {
 public:
     SlcArrayRefLValueNode(const SlcPosition& position, SlcIdentNode* ident,

@@ -1,3 +1,7 @@
+// Constants and names live in pools to the end of the process: operands, messages and annotations
+// point at them from everywhere. Names of the source are made once for each spelling; those that
+// the compiler makes are distinct even if they are spelt alike, and so never meet a source name.
+
 #include "frontend/SlcLexicalNode.h"
 
 #include <deque>

@@ -38,6 +38,7 @@ private:
     static SlcBoolConstNode sm_falseConst;
 };
 
+/// True or false, which no source can spell: made by the compiler.
 class SlcBoolConstNode : public SlcVisitable<SlcBoolConstNode, SlcLexicalNode> {
 public:
     explicit SlcBoolConstNode(bool value) : m_value(value) {}
@@ -48,6 +49,7 @@ private:
     bool m_value;
 };
 
+/// `3` as a length or level; also whole numbers that the compiler adds to calls.
 class SlcIntConstNode : public SlcVisitable<SlcIntConstNode, SlcLexicalNode> {
 public:
     SlcIntConstNode(int value, bool hidden) : m_value(value), m_hidden(hidden) {}
@@ -60,6 +62,7 @@ private:
     bool m_hidden;  // added by the compiler; SIMD conversion leaves it alone
 };
 
+/// A number of the source, or one that the compiler has computed.
 class SlcFloatConstNode : public SlcVisitable<SlcFloatConstNode, SlcLexicalNode> {
 public:
     explicit SlcFloatConstNode(double value) : m_value(value) {}
@@ -70,6 +73,7 @@ private:
     double m_value;
 };
 
+/// `"text"`, quotes included.
 class SlcStringLiteralNode : public SlcVisitable<SlcStringLiteralNode, SlcLexicalNode> {
 public:
     explicit SlcStringLiteralNode(std::string_view text) : m_text(text) {}
@@ -81,6 +85,7 @@ private:
     std::string m_text;
 };
 
+/// A name. Two nodes of one name are the same only if both come from the source.
 class SlcIdentNode : public SlcVisitable<SlcIdentNode, SlcLexicalNode> {
 public:
     explicit SlcIdentNode(std::string_view name) : m_name(name) {}

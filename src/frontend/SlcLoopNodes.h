@@ -21,6 +21,7 @@ private:
     bool m_containsBreakOrContinue = false;
 };
 
+/// `while (condition) body`
 class SlcWhileStmtNode : public SlcVisitable<SlcWhileStmtNode, SlcLoopStmtNode> {
 public:
     SlcWhileStmtNode(const SlcPosition& position, std::unique_ptr<SlcRelationNode> condition,
@@ -34,6 +35,7 @@ private:
     std::unique_ptr<SlcRelationNode> m_condition;
 };
 
+/// `for (init; condition; step) body`
 class SlcForStmtNode : public SlcVisitable<SlcForStmtNode, SlcLoopStmtNode> {
 public:
     SlcForStmtNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> init,
@@ -52,6 +54,7 @@ private:
     std::unique_ptr<SlcExprNode> m_step;
 };
 
+/// `solar() body`, `solar(axis, angle) body`: light from far away, in lights.
 class SlcSolarStmtNode : public SlcVisitable<SlcSolarStmtNode, SlcLoopStmtNode> {
 public:
     /// `axis` and `angle` are both null or both set.
@@ -67,6 +70,8 @@ private:
     std::unique_ptr<SlcExprNode> m_angle;
 };
 
+/// `illuminate(position) body`, `illuminate(position, axis, angle) body`: light from a place, in
+/// lights.
 class SlcIlluminateStmtNode : public SlcVisitable<SlcIlluminateStmtNode, SlcLoopStmtNode> {
 public:
     /// `axis` and `angle` are both null or both set.
@@ -85,6 +90,8 @@ private:
     std::unique_ptr<SlcExprNode> m_angle;
 };
 
+/// `illuminance(position) body`, `illuminance(position, axis, angle) body`: a loop over the lights
+/// that reach a place, in surfaces and volumes. A category in front of these has been dropped.
 class SlcIlluminanceStmtNode : public SlcVisitable<SlcIlluminanceStmtNode, SlcLoopStmtNode> {
 public:
     /// `axis` and `angle` are both null or both set.
@@ -117,12 +124,14 @@ private:
     SlcIntConstNode* m_level;  // how many loops it leaves or continues
 };
 
+/// `break`, `break levels`
 class SlcBreakStmtNode : public SlcVisitable<SlcBreakStmtNode, SlcLoopModStmtNode> {
 public:
     using SlcVisitable::SlcVisitable;
     [[nodiscard]] std::string ToString() const override { return "break"; }
 };
 
+/// `continue`, `continue levels`
 class SlcContinueStmtNode : public SlcVisitable<SlcContinueStmtNode, SlcLoopModStmtNode> {
 public:
     using SlcVisitable::SlcVisitable;

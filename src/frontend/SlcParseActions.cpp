@@ -1,3 +1,11 @@
+// What the rules of grammar.y call to make nodes. A value on the parser's stack owns its node until
+// an action takes it; what an error leaves there, the parser hands to Discard.
+//
+// Later passes recurse over the tree, so its height is bounded here, once for all: a tree higher
+// than the stack has room for becomes a small one of its kind, and one report is made.
+//
+// Tested by tests/frontend/TreeShapeTest.cpp.
+
 #include "frontend/SlcParseActions.h"
 
 #include <limits>

@@ -38,6 +38,7 @@ public:
     using SlcVisitable::SlcVisitable;
 };
 
+/// `a < b`
 class SlcLessThenNode : public SlcVisitable<SlcLessThenNode, SlcRelOpNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -45,6 +46,7 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "<"; }
 };
 
+/// `a <= b`
 class SlcLessEqualNode : public SlcVisitable<SlcLessEqualNode, SlcRelOpNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -52,6 +54,7 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "<="; }
 };
 
+/// `a > b`
 class SlcGreaterThenNode : public SlcVisitable<SlcGreaterThenNode, SlcRelOpNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -59,6 +62,7 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return ">"; }
 };
 
+/// `a >= b`
 class SlcGreaterEqualNode : public SlcVisitable<SlcGreaterEqualNode, SlcRelOpNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -72,6 +76,7 @@ public:
     using SlcVisitable::SlcVisitable;
 };
 
+/// `a == b`
 class SlcEqualRelNode : public SlcVisitable<SlcEqualRelNode, SlcEqOpNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -79,6 +84,7 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "=="; }
 };
 
+/// `a != b`
 class SlcNotEqualRelNode : public SlcVisitable<SlcNotEqualRelNode, SlcEqOpNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -112,6 +118,7 @@ private:
     bool m_rightReadsElement = false;
 };
 
+/// `relation && relation`
 class SlcLogAndNode : public SlcVisitable<SlcLogAndNode, SlcLogOpNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -119,12 +126,14 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "&&"; }
 };
 
+/// `relation || relation`
 class SlcLogOrNode : public SlcVisitable<SlcLogOrNode, SlcLogOpNode> {
 public:
     using SlcVisitable::SlcVisitable;
     [[nodiscard]] std::string_view ToString() const override { return "||"; }
 };
 
+/// `!relation`
 class SlcNotRelNode : public SlcVisitable<SlcNotRelNode, SlcRelationNode> {
 public:
     SlcNotRelNode(const SlcPosition& position, std::unique_ptr<SlcRelationNode> relation);

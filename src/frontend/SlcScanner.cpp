@@ -1,3 +1,14 @@
+// What the rules of scanner.l call: keywords, positions, and the line that a report shows.
+//
+//     # 3 "a.sl"          a line marker of the preprocessor: what follows is line 3 of a.sl
+//     float x = $;        the report repeats the line as read, with a filler below it that ends in
+//               ^         a mark at the token
+//
+// Lines and fillers are cut at the greatest length of a token: past it they are of no use, and a
+// file of one endless line must not cost its square.
+//
+// Tested by tests/frontend/SlcScannerTest.cpp and tests/golden/overlong_token.cmd.
+
 #include "frontend/SlcScanner.h"
 
 #include <algorithm>

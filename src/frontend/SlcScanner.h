@@ -69,6 +69,7 @@ private:
 /// What a keyword is for, as those who color sources tell words apart.
 enum class SlcWordKind { Shader, Detail, Type, Statement, Texture };
 
+/// A word that the language keeps for itself.
 struct SlcKeyword {
     std::string_view word;
     int token;

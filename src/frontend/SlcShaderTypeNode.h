@@ -17,24 +17,28 @@ public:
     [[nodiscard]] virtual std::string ToString() const = 0;
 };
 
+/// Sets the light that reaches the points `Ps`.
 class SlcLightShaderTypeNode : public SlcVisitable<SlcLightShaderTypeNode, SlcShaderTypeNode> {
 public:
     [[nodiscard]] bool IsLight() const override { return true; }
     [[nodiscard]] std::string ToString() const override { return "light"; }
 };
 
+/// Sets color and opacity of points on a surface, and may loop over lights.
 class SlcSurfaceShaderTypeNode : public SlcVisitable<SlcSurfaceShaderTypeNode, SlcShaderTypeNode> {
 public:
     [[nodiscard]] bool IsSurface() const override { return true; }
     [[nodiscard]] std::string ToString() const override { return "surface"; }
 };
 
+/// Changes color and opacity of what is seen through a volume.
 class SlcVolumeShaderTypeNode : public SlcVisitable<SlcVolumeShaderTypeNode, SlcShaderTypeNode> {
 public:
     [[nodiscard]] bool IsVolume() const override { return true; }
     [[nodiscard]] std::string ToString() const override { return "volume"; }
 };
 
+/// Moves points and their normals.
 class SlcDisplacementShaderTypeNode
     : public SlcVisitable<SlcDisplacementShaderTypeNode, SlcShaderTypeNode> {
 public:
@@ -42,6 +46,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "displacement"; }
 };
 
+/// Works on the pixels of a finished picture.
 class SlcImagerShaderTypeNode : public SlcVisitable<SlcImagerShaderTypeNode, SlcShaderTypeNode> {
 public:
     [[nodiscard]] bool IsImager() const override { return true; }

@@ -33,6 +33,7 @@ private:
     std::vector<std::unique_ptr<SlcStmtNode>> m_statements;
 };
 
+/// `x = value;` and the like.
 class SlcAssignStmtNode : public SlcVisitable<SlcAssignStmtNode, SlcStmtNode> {
 public:
     SlcAssignStmtNode(const SlcPosition& position, std::unique_ptr<SlcAssignExprNode> assignment);
@@ -45,6 +46,7 @@ private:
     std::unique_ptr<SlcAssignExprNode> m_assignment;
 };
 
+/// `name(arguments);`
 class SlcProcCallStmtNode : public SlcVisitable<SlcProcCallStmtNode, SlcStmtNode> {
 public:
     SlcProcCallStmtNode(const SlcPosition& position, std::unique_ptr<SlcProcCallExprNode> call);
@@ -57,6 +59,7 @@ private:
     std::unique_ptr<SlcProcCallExprNode> m_call;
 };
 
+/// `return value;`
 class SlcReturnStmtNode : public SlcVisitable<SlcReturnStmtNode, SlcStmtNode> {
 public:
     SlcReturnStmtNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> value);
@@ -68,6 +71,7 @@ private:
     std::unique_ptr<SlcExprNode> m_value;
 };
 
+/// `if (condition) then`
 class SlcIfThenStmtNode : public SlcVisitable<SlcIfThenStmtNode, SlcStmtNode> {
 public:
     SlcIfThenStmtNode(const SlcPosition& position, std::unique_ptr<SlcRelationNode> condition,
@@ -87,6 +91,7 @@ private:
     bool m_containsBreakOrContinue = false;
 };
 
+/// `if (condition) then else otherwise`
 class SlcIfThenElseStmtNode : public SlcVisitable<SlcIfThenElseStmtNode, SlcIfThenStmtNode> {
 public:
     SlcIfThenElseStmtNode(const SlcPosition& position, std::unique_ptr<SlcRelationNode> condition,

@@ -20,31 +20,37 @@ public:
     [[nodiscard]] static SlcStorageSpecNode* AReadWrite();
 };
 
+/// A formal without a word: it is not assigned.
 class SlcInputSpecNode : public SlcVisitable<SlcInputSpecNode, SlcStorageSpecNode> {
 public:
     [[nodiscard]] bool IsInput() const override { return true; }
 };
 
+/// `output`: a formal that hands its value back.
 class SlcOutputSpecNode : public SlcVisitable<SlcOutputSpecNode, SlcStorageSpecNode> {
 public:
     [[nodiscard]] bool IsOutput() const override { return true; }
 };
 
+/// `extern`: a variable of a body or shader around this one.
 class SlcExternSpecNode : public SlcVisitable<SlcExternSpecNode, SlcStorageSpecNode> {
 public:
     [[nodiscard]] bool IsExtern() const override { return true; }
 };
 
+/// A variable of a body, or a temporary.
 class SlcLocalSpecNode : public SlcVisitable<SlcLocalSpecNode, SlcStorageSpecNode> {
 public:
     [[nodiscard]] bool IsLocal() const override { return true; }
 };
 
+/// A predefined variable that this kind of shader only reads.
 class SlcReadOnlySpecNode : public SlcVisitable<SlcReadOnlySpecNode, SlcStorageSpecNode> {
 public:
     [[nodiscard]] bool IsReadOnly() const override { return true; }
 };
 
+/// A predefined variable that this kind of shader sets.
 class SlcReadWriteSpecNode : public SlcVisitable<SlcReadWriteSpecNode, SlcStorageSpecNode> {
 public:
     [[nodiscard]] bool IsReadWrite() const override { return true; }

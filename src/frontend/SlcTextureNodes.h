@@ -16,6 +16,7 @@ public:
     [[nodiscard]] virtual std::string ToString() const = 0;
 };
 
+/// `texture`: looked up by two coordinates.
 class SlcTextureTypeTextureNode
     : public SlcVisitable<SlcTextureTypeTextureNode, SlcTextureTypeNode> {
 public:
@@ -24,6 +25,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "texture"; }
 };
 
+/// `environment`: looked up by a direction.
 class SlcTextureTypeEnvNode : public SlcVisitable<SlcTextureTypeEnvNode, SlcTextureTypeNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -31,6 +33,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "environment"; }
 };
 
+/// `shadow`: looked up by a point.
 class SlcTextureTypeShadowNode : public SlcVisitable<SlcTextureTypeShadowNode, SlcTextureTypeNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -50,6 +53,7 @@ private:
     std::unique_ptr<SlcExprNode> m_name;
 };
 
+/// `[channel]` behind the name; 0 where it is left out.
 class SlcChannelNode : public SlcVisitable<SlcChannelNode, SlcSyntaxNode> {
 public:
     explicit SlcChannelNode(std::unique_ptr<SlcExprNode> channel);
@@ -74,6 +78,7 @@ private:
     std::vector<std::unique_ptr<SlcExprNode>> m_arguments;
 };
 
+/// `texture(name[channel], coordinates, "parameter", value, ...)`, and `environment` and `shadow`.
 class SlcTextureExprNode : public SlcVisitable<SlcTextureExprNode, SlcExprNode> {
 public:
     /// `filename` is null only after a reported error.

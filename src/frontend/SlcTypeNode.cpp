@@ -1,3 +1,15 @@
+// Types are compared by questions, not by address, since the point family is one type to some rules
+// and three to others:
+//
+//                       IsSameType          IsSameExactType     IsPromotableAs
+//     point, vector     yes                 no                  yes
+//     normal, vector    yes                 no                  yes
+//     float, color      no                  no                  yes: it is each component
+//     float[], float[3] yes                 yes                 yes
+//     error, anything   yes                 yes                 yes: reported, and suits everyone
+//
+// Tested by tests/frontend/SlcTypeNodeTest.cpp.
+
 #include "frontend/SlcTypeNode.h"
 
 #include <deque>

@@ -67,6 +67,7 @@ public:
     [[nodiscard]] static SlcTypeNode* CreateArrayRefType(SlcTypeNode* element);
 };
 
+/// `float`, the one kind of number; promoted to colors, matrices and the point family.
 class SlcFloatTypeNode : public SlcVisitable<SlcFloatTypeNode, SlcTypeNode> {
 public:
     [[nodiscard]] bool IsFloatType() const override { return true; }
@@ -75,6 +76,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "float"; }
 };
 
+/// `string`
 class SlcStringTypeNode : public SlcVisitable<SlcStringTypeNode, SlcTypeNode> {
 public:
     [[nodiscard]] bool IsStringType() const override { return true; }
@@ -82,6 +84,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "string"; }
 };
 
+/// `color`
 class SlcColorTypeNode : public SlcVisitable<SlcColorTypeNode, SlcTypeNode> {
 public:
     [[nodiscard]] bool IsColorType() const override { return true; }
@@ -99,6 +102,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "point"; }
 };
 
+/// `vector`: a direction with a length.
 class SlcVectorTypeNode : public SlcVisitable<SlcVectorTypeNode, SlcPointTypeNode> {
 public:
     [[nodiscard]] bool IsTruePointType() const override { return false; }
@@ -107,6 +111,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "vector"; }
 };
 
+/// `normal`: a direction across a surface, which transforms in a way of its own.
 class SlcNormalTypeNode : public SlcVisitable<SlcNormalTypeNode, SlcPointTypeNode> {
 public:
     [[nodiscard]] bool IsTruePointType() const override { return false; }
@@ -116,6 +121,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "normal"; }
 };
 
+/// Any of the point family, in rows of the library: answers the tests of all three.
 class SlcAnyPointTypeNode : public SlcVisitable<SlcAnyPointTypeNode, SlcPointTypeNode> {
 public:
     [[nodiscard]] bool IsTruePointType() const override { return false; }
@@ -125,6 +131,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "point"; }
 };
 
+/// A vector or a normal, in rows of the library: answers the tests of both.
 class SlcAnyVectorTypeNode : public SlcVisitable<SlcAnyVectorTypeNode, SlcPointTypeNode> {
 public:
     [[nodiscard]] bool IsTruePointType() const override { return false; }
@@ -135,6 +142,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "vector"; }
 };
 
+/// `matrix`, of four rows and columns.
 class SlcMatrixTypeNode : public SlcVisitable<SlcMatrixTypeNode, SlcTypeNode> {
 public:
     [[nodiscard]] bool IsMatrixType() const override { return true; }
@@ -165,6 +173,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "any"; }
 };
 
+/// `void`: the result of a procedure.
 class SlcVoidTypeNode : public SlcVisitable<SlcVoidTypeNode, SlcTypeNode> {
 public:
     [[nodiscard]] bool IsVoidType() const override { return true; }
@@ -182,6 +191,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "error"; }
 };
 
+/// `float[3]`, or `float[]` where any length will do.
 class SlcArrayTypeNode : public SlcVisitable<SlcArrayTypeNode, SlcTypeNode> {
 public:
     SlcArrayTypeNode(SlcTypeNode* element, int length) : m_element(element), m_length(length) {}
