@@ -1,3 +1,8 @@
+// Numbers by name. A name without a number is a fault of the compiler, since the names that the
+// writer puts together are those of the table.
+//
+// Tested by tests/backends/ByteCodeTableTest.cpp.
+
 #include "backends/SlcByteCode.h"
 
 #include <algorithm>

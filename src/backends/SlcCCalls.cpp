@@ -1,4 +1,10 @@
 // Statements that call a primitive of the run time: transforms, lights, built-ins and shadeops.
+//
+// Forms differ by suffix and by where the condition stands: behind the result for most, last for
+// ILLUMINANCE and the footprints of textures. Lists of any length become C++ variable arguments,
+// behind their count and, where no format string tells the types, a string of letters that does.
+//
+// Tested by tests/backends/CStatementsTest.cpp.
 
 #include "backends/SlcCStatements.h"
 #include "backends/SlcFormatTypes.h"

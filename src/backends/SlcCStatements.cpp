@@ -1,4 +1,14 @@
-// The instructions that every body has: control flow, arithmetic, assignments, arrays and flags.
+// The instructions that every body has: control flow, arithmetic, assignments, arrays and flags. An
+// instruction becomes a line, which is nearly always a macro call:
+//
+//     Ci = x * y        MULT_FLOAT_COLOR(i_hiddens.GetCi()[polyCnt], v.T1_[polyCnt], u.T2_);
+//
+// An operand has two texts: at one point (Text), as in a loop over points, and as the array of the
+// grid (Grid), which a whole-grid form takes. Labels end with an empty statement, since a block may
+// end there.
+//
+// docs/generated-code.md lists the macros. Tested by tests/backends/CStatementsTest.cpp, and by
+// tests/compile, which builds all of it.
 
 #include "backends/SlcCStatements.h"
 

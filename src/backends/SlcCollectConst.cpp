@@ -1,3 +1,12 @@
+// Equal constants of a list become one operand, so that the file declares each once:
+//
+//     x = 1; y = 1; z = PI       constants 1 and 3.14159; the two instructions share the first
+//
+// Floats are compared as the file holds them, by the bits of single precision: 0 and -0 stay two.
+// The constants are declared by kind and in order of value, which no address can change.
+//
+// Tested by tests/backends/CollectConstTest.cpp.
+
 #include "backends/SlcCollectConst.h"
 
 #include <bit>

@@ -1,3 +1,8 @@
+// The name of an operation with its types: ADD for `a + b`, ADD_FLOAT_COLOR for a float and a
+// color. The point family is one word, since its members are computed alike.
+//
+// Tested by tests/backends/ByteCodeTableTest.cpp.
+
 #include "backends/SlcEquCBinOpName.h"
 
 #include "icode/SlcICodeName.h"

@@ -1,3 +1,8 @@
+// C++ types of operands and kinds of shaders, by the tests that a type answers. A reference to an
+// element is a pointer to the element's type.
+//
+// Tested by tests/backends/CFileTest.cpp.
+
 #include "backends/SlcEquCType.h"
 
 #include <typeinfo>

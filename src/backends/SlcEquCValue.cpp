@@ -1,3 +1,17 @@
+// The C++ text of an operand, by where it lives:
+//
+//                     uniform                    varying, at a point
+//     local           u.x                        v.x[polyCnt]
+//     parameter       *((float*)i_visibles...)   ((float*)i_visibles...)[polyCnt]
+//     predefined      *(i_hiddens.GetDu())       i_hiddens.GetCs()[polyCnt]
+//
+// Over the grid the index is left out. An array holds its first element for all points, then its
+// second, so that an element is `array + i * numMp`; a reference remembers whether its array is
+// uniform (m_flatRefs), since it then has one value for all points. String literals are made safe:
+// escapes that C++ does not know lose their backslash, and no trigraph can come of two marks.
+//
+// Tested by tests/backends/CStatementsTest.cpp.
+
 #include "backends/SlcEquCValue.h"
 
 #include <cstring>

@@ -1,3 +1,8 @@
+// An output is written under a name of its own beside its place and moved there when it is whole,
+// so that nobody, not even a run that is killed, leaves half a file that looks like a good one.
+//
+// Tested by tests/backends/GenByteCodeTest.cpp and tests/golden/unwritable_output.sl.
+
 #include "backends/SlcFileInProgress.h"
 
 #include <cerrno>

@@ -1,3 +1,8 @@
+// Whether a format string tells the types of its arguments rightly, so that the call needs no list
+// of types: each conversion must read what its argument is, and none may read behind the last one.
+//
+// Tested by tests/backends/CStatementsTest.cpp, TellsTypesWhereTheFormatDoesNot.
+
 #include "backends/SlcFormatTypes.h"
 
 #include <cctype>

@@ -1,4 +1,13 @@
-// The sections of a byte-code file, from top to bottom.
+// The sections of a byte-code file, from top to bottom. Each variable and constant gets the next
+// number where it is declared, and instructions name it by that:
+//
+//     predefined, parameters, locals (uniform, varying), constants     0, 1, 2, ...
+//     the same again for each of the two groups of initializers        locals and constants go on
+//
+// Initializers are grouped by when they run: once for each instance, or for each grid.
+//
+// docs/byte-code.md describes the file. Tested by tests/backends/GenByteCodeTest.cpp, and by
+// SqxReaderTest.cpp, which reads back what is written.
 
 #include "backends/SlcGenByteCode.h"
 

@@ -1,4 +1,9 @@
-// The values of each instruction, in the order in which the virtual machine takes them.
+// The values of each instruction, in the order in which the virtual machine takes them: its number,
+// mostly the result, the condition of a whole-grid form, then what it reads. The number is found by
+// the name that C++ calls the same operation by, so that the two outputs cannot drift apart.
+//
+// Tested by tests/backends/GenByteCodeTest.cpp, and against the layouts of the reader by
+// ByteCodeTableTest.cpp.
 
 #include <algorithm>
 #include <limits>

@@ -1,4 +1,11 @@
-// The values of one code block: names, operands, literals and jumps.
+// The values of one code block: names, operands, literals and jumps. A jump forward leaves a gap
+// that is filled once its label has a place:
+//
+//     goto L; x = 1; L:        GOTO ? ASSIGN x 1       and at the end        GOTO 5 ASSIGN x 1
+//
+// Every value is checked to fit its 16 bits; what does not is one report for each kind of value.
+//
+// Tested by tests/backends/GenByteCodeTest.cpp.
 
 #include <limits>
 

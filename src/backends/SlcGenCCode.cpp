@@ -1,4 +1,8 @@
-// The order of the file, and its parts that hold no code of the shader.
+// The order of the file, and its parts that hold no code of the shader. Every name in it stands in
+// SlcGeneratedText, since the run time's headers and users' own commands depend on them.
+//
+// docs/generated-code.md describes the file. Tested by tests/backends/CFileTest.cpp, whose golden
+// texts are whole files, and by tests/host, which runs what they compile to against byte-code.
 
 #include "backends/SlcGenCCode.h"
 

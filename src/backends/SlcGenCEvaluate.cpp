@@ -1,4 +1,7 @@
-// The body of the shader, for each kind of shader.
+// The body of the shader: locals are made, the main list runs, locals are freed. Kinds of shaders
+// differ in what they are handed.
+//
+// Tested by tests/backends/CFileTest.cpp.
 
 #include "backends/SlcGenCCode.h"
 #include "backends/SlcGeneratedText.h"

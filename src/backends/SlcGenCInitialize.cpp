@@ -1,5 +1,14 @@
 // Default values of parameters: those known when an instance is made, and those that need shading
 // data, which hold zero until a grid is shaded.
+//
+//     float Kd = 0.5         QxInitialize: QxInitVarValue(i_visibles[INDEX_Kd], "", ..., &temp)
+//     float n = noise(s)     QxInitialize: zero; QxInitializeAtShadeTime, at the start of
+//     QxEvaluate:
+//                            CALL_PRIM_NOISE_FLOAT_1D(...) for each point
+//
+// A value that the user has given is left alone (UseDefaultValue).
+//
+// Tested by tests/backends/CFileTest.cpp, ComputesArraysAndStringsAtShadeTime and others.
 
 #include <algorithm>
 

@@ -1,5 +1,9 @@
 // The locals of a body and their storage. A varying local is one array with an element for each
 // point; one block of memory holds the arrays of all of them.
+//
+//     struct { float *a; char **s; } v     block: s for all points, then a for all points
+//
+// Tested by tests/backends/CFileTest.cpp.
 
 #include <algorithm>
 

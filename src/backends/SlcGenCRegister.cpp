@@ -1,4 +1,8 @@
-// The entry points by which a shader describes itself, and the one that frees what they made.
+// The entry points by which a shader describes itself, and the one that frees what they made. A
+// renderer calls QxRegister, then QxInterrogate, and QxDestroy last; what they hand out is static,
+// so that a second call gives the same tables.
+//
+// Tested by tests/backends/CFileTest.cpp and tests/host.
 
 #include <cctype>
 

@@ -1,4 +1,8 @@
-// The shadeop libraries that the shader calls into: their tables, opening and closing.
+// The shadeop libraries that the shader calls into: a table of open libraries, a table of
+// functions, opening and closing. Overloads of a function share a row, since a library exports one
+// method for all of them.
+//
+// Tested by tests/backends/CFileTest.cpp and, with real libraries, by tests/shadeops.
 
 #include <set>
 

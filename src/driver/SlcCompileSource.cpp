@@ -1,3 +1,9 @@
+// The stages of one compile, from the preprocessed file to the output, and what is left behind when
+// one of them fails: nothing that looks like an output. The file under the source's name goes
+// before the parse, that under the shader's name once the parser has told it.
+//
+// Tested by tests/driver/SlcCompileSourceTest.cpp.
+
 #include "driver/SlcCompileSource.h"
 
 #include <cstdio>

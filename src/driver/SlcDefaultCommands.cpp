@@ -1,3 +1,7 @@
+// The commands that are used when the environment names none.
+//
+// Tested by tests/driver/SlcExternalCommandsTest.cpp and, for an installed tree, tests/install.
+
 #include "driver/SlcDefaultCommands.h"
 
 #include <filesystem>

@@ -1,3 +1,10 @@
+// The preprocessor and the C++ compiler, run through the shell:
+//
+//     input_file=a.sl cpp_options=" -DX " cpp_result=a.i    in the environment
+//     cc -E $cpp_options "$input_file" > "$cpp_result"      the command, from the environment too
+//
+// Tested by tests/driver/SlcExternalCommandsTest.cpp.
+
 #include "driver/SlcExternalCommands.h"
 
 #include <csignal>

@@ -1,3 +1,8 @@
+// What runs when, by the options: -E stops behind the preprocessor, -c in front of the C++
+// compiler.
+//
+// Tested by tests/golden.
+
 #include "driver/SlcMain.h"
 
 #include <span>

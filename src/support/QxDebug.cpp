@@ -1,4 +1,11 @@
-// Everything that runs inside the handler avoids the heap, which may be what broke.
+// A crash tells its signal and the frames of its stack, removes what was half written, and ends
+// with status 1. Everything that runs inside the handler avoids the heap, which may be what broke,
+// and runs on a stack of its own, since the other may be what ran out.
+//
+// An interrupt removes the file too, but then ends the process as if nobody had handled it, so that
+// the parent sees what happened.
+//
+// Tested by tests/support/QxDebugTest.cpp.
 
 #include "support/QxDebug.h"
 

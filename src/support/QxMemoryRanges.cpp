@@ -1,3 +1,8 @@
+// Addresses from a library that may hold anything: read only what lies in a known range, and a text
+// only if its end does as well.
+//
+// Tested by tests/symbols/SlcShadeopLoaderTest.cpp.
+
 #include "support/QxMemoryRanges.h"
 
 #include <cstdint>

@@ -1,3 +1,10 @@
+// A library is looked at as a file before the loader gets it, since the loader maps what the
+// headers say and dies on a file that is cut short. What of it can be read is then asked of the
+// loader: the readable segments of the very module that has this dynamic section.
+//
+// Tested by tests/symbols/SlcShadeopLoaderTest.cpp with libraries that are cut, empty or no
+// libraries.
+
 #include "support/QxSharedLibrary.h"
 
 #include <dlfcn.h>

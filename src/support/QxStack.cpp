@@ -1,3 +1,8 @@
+// How much stack there is to recurse with. What Reserve gives is a promise of the limit, not
+// memory; Left measures from the address of the frame at hand.
+//
+// Tested by tests/frontend/DeepInputTest.cpp, which nests sources as deep as it goes.
+
 #include "support/QxStack.h"
 
 #include <pthread.h>

@@ -1,5 +1,16 @@
-// Each report is put together first and written at once, so that the lines of several processes
-// that share standard error do not mix.
+// Reports of the scanner, the parser and the driver, and the counters of all reports. Each report
+// is put together first and written at once, so that the lines of several processes that share
+// standard error do not mix.
+//
+//     a.sl:3: ERROR: parse error:
+//
+//            float x = = 1;        the line as read
+//                      ^           below the token, behind a filler with the line's own tabs
+//
+// Two errors at one token are one fault: on its way back to something that it knows the parser may
+// refuse a token once more.
+//
+// Tested by tests/support/SlcDiagnosticsTest.cpp.
 
 #include "support/SlcDiagnostics.h"
 

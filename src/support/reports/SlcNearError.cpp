@@ -1,3 +1,5 @@
+// What a report calls a part of the source by: the first name or constant in it.
+
 #include "support/reports/SlcNearError.h"
 
 #include "frontend/SlcNodes.h"

@@ -1,3 +1,10 @@
+// Reports at nodes of the tree. The heading that names a function is printed in front of the first
+// report in it, and again in front of the first report of the function around, once one inside has
+// been printed (ResumeFunc). While it is quiet, as in the rounds over a loop that only look for
+// details, nothing is printed or counted.
+//
+// Tested by tests/support/SlcSemanticErrorTest.cpp.
+
 #include "support/reports/SlcSemanticError.h"
 
 #include <cstdlib>
