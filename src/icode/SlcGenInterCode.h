@@ -1,20 +1,20 @@
 #pragma once
 
 #include <deque>
-#include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "frontend/SlcNodes.h"
 #include "icode/SlcBoolExprResult.h"
-#include "icode/SlcCallFormals.h"
+#include "icode/SlcBuiltInLowering.h"
+#include "icode/SlcCastLowering.h"
 #include "icode/SlcICodes.h"
 #include "icode/SlcLoweringContext.h"
+#include "icode/SlcShadeopLowering.h"
+#include "icode/SlcTextureLowering.h"
 
 class SlcFuncInfo;
 class SlcSemanticError;
-class SlcTextureParameters;
 
 /// Lowers a checked tree into intermediate code, with all user functions expanded in place.
 ///
@@ -23,8 +23,9 @@ class SlcTextureParameters;
 /// that runs over the whole grid by itself and may use it.
 ///
 /// What it works on, the list, the conditions and the values, are classes of their own, held by
-/// `SlcLoweringContext`; the walk over the tree is here, in files by concept: statements,
-/// expressions, assignments, conditions, relations, loops, calls, bodies and lights.
+/// `SlcLoweringContext`. Calls of built-ins and shadeops, casts and texture accesses have lowerings
+/// of their own, which take operands. The walk over the tree is here, in files by concept:
+/// statements, expressions, assignments, conditions, relations, loops, calls, bodies and lights.
 class SlcGenInterCode : public SlcCodeWalker, public SlcCollectable {
 public:
     SlcGenInterCode(SlcPtr<SlcSemanticError> errors, SlcOptionsControl& options);
@@ -65,22 +66,6 @@ private:
                               // the last value on the stack
     };
 
-    /// A call of a built-in that is being lowered.
-    struct BuiltInCall {
-        SlcProcCallExprNode* node;
-        std::deque<SlcOperand> args;
-        std::vector<SlcOperand> outputs;  // arguments that the function writes
-    };
-    using SpecialLowering = SlcOperand (SlcGenInterCode::*)(BuiltInCall&);
-    /// Whether the count of arguments is written with them.
-    enum class ArgumentList { Fixed, Counted };
-
-    /// A varying array in the form that a shadeop takes.
-    struct ConvertedArray {
-        SlcOperand original;
-        SlcOperand contiguous;
-    };
-
     /// The geometry of a light statement, as far as the statement gives it.
     struct Cone {
         SlcOperand position;
@@ -91,11 +76,6 @@ private:
     void GenLineNumberInfo(SlcSyntaxNode* node);
     /// Walks an expression and pops its value.
     [[nodiscard]] SlcOperand Evaluate(SlcSyntaxNode* expr);
-    /// `value` where a call wants `type`. Of arrays it is a report if they differ in length, which
-    /// only an expansion tells for a formal of any length; `what` names the value in it.
-    [[nodiscard]] SlcOperand ConvertedForCall(SlcProcCallExprNode* call, const SlcOperand& value,
-                                              SlcTypeNode* type, const std::string& what);
-
     // Arithmetic and constructors.
     void GenBinOp(SlcBinOpExprNode* node);
     [[nodiscard]] std::deque<SlcOperand> EvaluateMatrix(SlcMatrixExprNode* node);
@@ -112,18 +92,6 @@ private:
     void GenElementAssignment(SlcAssignExprNode* node, const SlcOperand& array, bool valueUsed);
     [[nodiscard]] SlcPtr<SlcICode> MakeAssignICode(SlcAssignExprNode* node, const SlcOperand& dest,
                                                    const SlcOperand& left, const SlcOperand& right);
-
-    // Casts.
-    void GenTripleCast(SlcCastExprNode* node, SlcPointExprNode* triple);
-    void GenMatrixCast(SlcCastExprNode* node, SlcMatrixExprNode* matrix);
-    void GenValueCast(SlcCastExprNode* node);
-    void GenCastToColor(SlcCastExprNode* node, const SlcOperand& value);
-    void GenCastToPoint(SlcCastExprNode* node, const SlcOperand& value);
-    void GenCastToMatrix(SlcCastExprNode* node, const SlcOperand& value);
-    void GenConcatSpace(SlcCastExprNode* node, const SlcOperand& source);
-    /// result = what `constructor` makes in `source`, meant in the cast's space.
-    void GenFromSpace(SlcCastExprNode* node, const SlcOperand& result, const SlcOperand& source,
-                      SlcTypeNode* type, SlcPtr<SlcICode> constructor);
 
     // Statements and definitions.
     void Case(SlcDefinitionsNode* node) override;
@@ -216,11 +184,6 @@ private:
 
     // Calls.
     void Case(SlcProcCallExprNode* node) override;
-    /// Pops the arguments, each as its formal wants it; gives them in source order.
-    [[nodiscard]] std::deque<SlcOperand>
-    ReadAndCastParameters(SlcProcCallExprNode* call, const std::vector<SlcCallFormal>& formals);
-    /// Behind the call, for each argument that it has written.
-    void FinishOutputArgument(const SlcOperand& argument);
     void GenUserCall(SlcProcCallExprNode* call);
     /// Reports the first function that would make the code too large; false from then on.
     [[nodiscard]] bool MayExpand(SlcProcCallExprNode* call, const SlcFuncInfo& info);
@@ -230,57 +193,6 @@ private:
     void BindFormal(SlcProcCallExprNode* call, SlcVarSymbolEntry& formal, std::size_t position);
     [[nodiscard]] SlcOperand CopiedForFormal(const SlcVarSymbolEntry& formal,
                                              const SlcOperand& value);
-    void GenShadeopCall(SlcProcCallExprNode* call);
-    [[nodiscard]] std::vector<ConvertedArray> ConvertArraysForShadeop(std::deque<SlcOperand>& args);
-    [[nodiscard]] SlcOperand ShadeopResult(SlcProcCallExprNode* call,
-                                           const std::deque<SlcOperand>& args,
-                                           SlcDetailNode* detail);
-
-    // Built-ins. Each `CreateBuiltIn...` adds the call and gives the result.
-    void GenBuiltInCall(SlcProcCallExprNode* node);
-    /// Of the value that the function gives, before the context promotes it.
-    [[nodiscard]] static SlcTypeNode* TypeOfCall(const SlcProcCallExprNode* call);
-    [[nodiscard]] SlcDetailNode* DetailOfCall(const SlcProcCallExprNode* call,
-                                              const std::deque<SlcOperand>& args) const;
-    /// As `GetResultVar`, but never a variable that the function also writes as an argument.
-    [[nodiscard]] SlcOperand GetCallResult(const BuiltInCall& call, SlcTypeNode* type,
-                                           SlcDetailNode* detail);
-    [[nodiscard]] SlcOperand GenPlainCall(const BuiltInCall& call, ArgumentList list);
-    void AddPlainCall(const BuiltInCall& call, const SlcOperand& result, ArgumentList list,
-                      SlcDetailNode* detail);
-    void AddGridCall(const BuiltInCall& call, const SlcOperand& result,
-                     const SlcOperand& condition);
-    void AddGridOrPlainCall(const BuiltInCall& call, const SlcOperand& result);
-    /// Puts the arguments of a variable tail into their fixed places, with defaults for those
-    /// that the call leaves out.
-    void MakeConstantNbArgs(BuiltInCall& call, const std::vector<SlcCallFormal>& formals);
-    [[nodiscard]] SlcOperand GetDefaultValue(const SlcFuncVarArgSingle& single);
-    /// Null if nothing has been added and a plain call will do.
-    [[nodiscard]] SlcOperand CreateSIMDFuncCall(BuiltInCall& call);
-    [[nodiscard]] static SpecialLowering FindSpecialLowering(const BuiltInCall& call);
-    [[nodiscard]] SlcOperand CreateGridCall(BuiltInCall& call);
-    [[nodiscard]] bool SuitGridCall(const BuiltInCall& call,
-                                    std::vector<std::size_t>& widened) const;
-    void WidenArguments(BuiltInCall& call, const std::vector<std::size_t>& places);
-    [[nodiscard]] SlcOperand CreateBuiltInDu(BuiltInCall& call);
-    [[nodiscard]] SlcOperand CreateBuiltInDv(BuiltInCall& call);
-    [[nodiscard]] SlcOperand CreateBuiltInDeriv(BuiltInCall& call);
-    [[nodiscard]] SlcOperand CreateBuiltInArea(BuiltInCall& call);
-    [[nodiscard]] SlcOperand CreateBuiltInCalculateNormal(BuiltInCall& call);
-    void WarnOfZero(const BuiltInCall& call, const char* text);
-    [[nodiscard]] SlcOperand GenZero(const BuiltInCall& call);
-    [[nodiscard]] SlcOperand PredefinedOperand(const SlcPtr<SlcVarSymbolEntry>& entry,
-                                               const BuiltInCall& call, const char* function);
-    [[nodiscard]] SlcOperand GenDerivative(const BuiltInCall& call, SlcTypeNode* typeInCondition,
-                                           const char* warning);
-    [[nodiscard]] SlcOperand CreateBuiltInSpline(BuiltInCall& call);
-    [[nodiscard]] SlcOperand CreateBuiltInFilterstep(BuiltInCall& call);
-    [[nodiscard]] SlcOperand GenFilterstepEnd(const SlcOperand& start);
-    [[nodiscard]] SlcOperand CreateBuiltInMessageFunction(BuiltInCall& call);
-    [[nodiscard]] static SlcDetailNode* DetailOfQuestion(const BuiltInCall& call);
-    [[nodiscard]] SlcOperand CreateBuiltInShaderName(BuiltInCall& call);
-    [[nodiscard]] SlcOperand GenSameSpace(SlcProcCallExprNode* call, SlcTypeNode* type,
-                                          const SlcOperand& value);
 
     // Lights.
     void Case(SlcSolarStmtNode* node) override;
@@ -294,22 +206,6 @@ private:
 
     // Textures.
     void Case(SlcTextureExprNode* node) override;
-    void GenTextureAccess(SlcTextureExprNode* node, const std::deque<SlcOperand>& args);
-    void GenPointAccess(SlcTextureExprNode* node, const std::deque<SlcOperand>& args);
-    [[nodiscard]] std::deque<SlcOperand> TextureCorners(SlcTextureExprNode* node,
-                                                        const std::deque<SlcOperand>& args,
-                                                        std::size_t positional);
-    /// The corners of the patch that a point covers.
-    [[nodiscard]] std::deque<SlcOperand> FootprintOf(const SlcOperand& s, const SlcOperand& t);
-    [[nodiscard]] std::deque<SlcOperand> FootprintOf(const SlcOperand& point);
-    static void AppendParameters(std::deque<SlcOperand>& call,
-                                 const SlcTextureParameters& parameters,
-                                 std::span<const std::string_view> keys);
-    void AppendSource(SlcTextureExprNode* node, std::deque<SlcOperand>& call,
-                      const std::deque<SlcOperand>& points);
-    void GenAccessCall(SlcTextureExprNode* node, const std::string& name, const char* suffix,
-                       std::deque<SlcOperand> args, std::size_t corners);
-
     // Lists of arguments are walked through; names, types and details have no code.
     void Case(SlcProcArgsNode* node) override { node->WalkIn(this); }
     void Case(SlcTextureFilenameNode* node) override { node->WalkIn(this); }
@@ -321,12 +217,6 @@ private:
     void Case(SlcIdentNode*) override {}
     void Default(SlcSyntaxNode* node) override;
 
-    /// A transform between two spaces; null unless both are constants.
-    [[nodiscard]] virtual SlcOperand InlineTransform(SlcProcCallExprNode* call,
-                                                     const std::string& name,
-                                                     const SlcOperand& from, const SlcOperand& to,
-                                                     const SlcOperand& value);
-
     SlcLoweringContext m_context;
     // Its parts.
     SlcPtr<SlcSemanticError>& m_errors = m_context.m_errors;
@@ -337,6 +227,12 @@ private:
     SlcValueStack& m_values = m_context.m_values;
     SlcElements& m_elements = m_context.m_elements;
     SlcLightEvaluations& m_lights = m_context.m_lights;
+
+    SlcCallArguments m_arguments{m_context};
+    SlcBuiltInLowering m_builtIns{m_context, m_arguments};
+    SlcShadeopLowering m_shadeops{m_context, m_arguments};
+    SlcCastLowering m_casts{m_context};
+    SlcTextureLowering m_textures{m_context};
 
     // From one `Case` to another.
     bool m_valueUnused = false;     // the assignment about to be walked is a statement

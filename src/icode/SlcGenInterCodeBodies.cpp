@@ -163,9 +163,9 @@ void SlcGenInterCode::Case(SlcReturnStmtNode* node)
     if (node->GetValue()) {
         const SlcOperand value = Evaluate(node->GetValue());
         SlcTypeNode* type = SlcLoweringContext::TypeOf(body.call);
-        GenCopy(body.result, type->IsArrayType()
-                                 ? ConvertedForCall(body.call, value, type, "the result")
-                                 : value);
+        GenCopy(body.result, type->IsArrayType() ? m_arguments.ConvertedForCall(body.call, value,
+                                                                                type, "the result")
+                                                 : value);
     }
     m_leaving.GenReturn();
     m_list.ReleaseTempVars();

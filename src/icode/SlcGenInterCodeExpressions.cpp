@@ -157,11 +157,34 @@ void SlcGenInterCode::Case(SlcArrayRefExprNode* node)
     m_values.Push(copy);
 }
 
+void SlcGenInterCode::Case(SlcCastExprNode* node)
+{
+    if (auto* triple = dynamic_cast<SlcPointExprNode*>(node->GetOperand())) {
+        triple->WalkIn(this);
+        const SlcOperand z = m_values.Pop();
+        const SlcOperand y = m_values.Pop();
+        const SlcOperand x = m_values.Pop();
+        m_values.Push(m_casts.Triple(node, x, y, z));
+    } else if (auto* matrix = dynamic_cast<SlcMatrixExprNode*>(node->GetOperand())) {
+        m_values.Push(m_casts.Matrix(node, EvaluateMatrix(matrix)));
+    } else {
+        m_values.Push(m_casts.Value(node, Evaluate(node->GetOperand())));
+    }
+}
+
+void SlcGenInterCode::Case(SlcTextureExprNode* node)
+{
+    node->GetFilename()->ApplyWalker(this);
+    node->GetChannel()->ApplyWalker(this);
+    node->GetArguments()->ApplyWalker(this);
+    constexpr std::size_t nameAndChannel = 2;
+    std::deque<SlcOperand> args;
+    for (std::size_t i = 0; i < node->GetArguments()->GetArgs().size() + nameAndChannel; ++i)
+        args.push_front(m_values.Pop());
+    m_values.Push(m_textures.Lower(node, args));
+}
+
 void SlcGenInterCode::Default(SlcSyntaxNode* node)
 {
-    if (const auto* call = dynamic_cast<const SlcProcCallExprNode*>(node))
-        m_errors->FatalError(node, "No code generated yet for this built-in function: " +
-                                       call->GetIdent()->GetName());
-    m_errors->FatalError(node, std::string("No code generated yet for this form: ") +
-                                   typeid(*node).name());
+    m_context.RefuseForm(node);
 }

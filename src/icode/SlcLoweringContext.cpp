@@ -1,5 +1,8 @@
 #include "icode/SlcLoweringContext.h"
 
+#include <typeinfo>
+
+#include "frontend/SlcNodes.h"
 #include "icode/SlcAssignICode.h"
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcPossibleTypes.h"
@@ -83,4 +86,13 @@ SlcOperand SlcLoweringContext::Widened(const SlcOperand& value)
 void SlcLoweringContext::NoteAssigned(const SlcOperand& written)
 {
     m_lights.ResetEvalLightIfPAssigned(written, m_shaderType);
+}
+
+void SlcLoweringContext::RefuseForm(const SlcSyntaxNode* node)
+{
+    if (const auto* call = dynamic_cast<const SlcProcCallExprNode*>(node))
+        m_errors->FatalError(node, "No code generated yet for this built-in function: " +
+                                       call->GetIdent()->GetName());
+    m_errors->FatalError(node, std::string("No code generated yet for this form: ") +
+                                   typeid(*node).name());
 }

@@ -39,6 +39,8 @@ public:
     [[nodiscard]] SlcOperand WidenHere(const SlcOperand& value);
     /// `value` if it varies, else such a temporary, assigned in a block of its own.
     [[nodiscard]] SlcOperand Widened(const SlcOperand& value);
+    /// Fails: there is no code for this form, which the passes before should have refused.
+    [[noreturn]] void RefuseForm(const SlcSyntaxNode* node);
     /// Behind code that has written the operand `written` of an assignment or a call.
     void NoteAssigned(const SlcOperand& written);
 

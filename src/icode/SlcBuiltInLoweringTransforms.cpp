@@ -1,6 +1,8 @@
 // Transforms between spaces whose names are known: steps through the current space.
 
-#include "icode/SlcGenInterCode.h"
+#include "frontend/SlcNodes.h"
+#include "icode/SlcBuiltInLowering.h"
+#include "icode/SlcICodes.h"
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcPossibleTypes.h"
 
@@ -25,9 +27,9 @@ bool IsCurrent(const SlcOperand& space)
 
 }  // namespace
 
-SlcOperand SlcGenInterCode::InlineTransform(SlcProcCallExprNode* call, const std::string& name,
-                                            const SlcOperand& from, const SlcOperand& to,
-                                            const SlcOperand& value)
+SlcOperand SlcBuiltInLowering::InlineTransform(SlcProcCallExprNode* call, const std::string& name,
+                                               const SlcOperand& from, const SlcOperand& to,
+                                               const SlcOperand& value)
 {
     SlcTypeNode* type = TransformedType(name);
     if (!type)
@@ -57,8 +59,8 @@ SlcOperand SlcGenInterCode::InlineTransform(SlcProcCallExprNode* call, const std
     return result;
 }
 
-SlcOperand SlcGenInterCode::GenSameSpace(SlcProcCallExprNode* call, SlcTypeNode* type,
-                                         const SlcOperand& value)
+SlcOperand SlcBuiltInLowering::GenSameSpace(SlcProcCallExprNode* call, SlcTypeNode* type,
+                                            const SlcOperand& value)
 {
     const SlcOperand result = m_list.GetResultVar(call, type, value->GetDetail());
     if (value->IsUniform() || m_conditions.IsInParallelIf())

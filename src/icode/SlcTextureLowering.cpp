@@ -2,7 +2,10 @@
 
 #include <algorithm>
 
-#include "icode/SlcGenInterCode.h"
+#include "icode/SlcTextureLowering.h"
+
+#include "frontend/SlcNodes.h"
+#include "icode/SlcICodes.h"
 #include "icode/SlcTextureParameters.h"
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcPossibleTypes.h"
@@ -30,27 +33,18 @@ std::size_t CountPositional(const std::deque<SlcOperand>& args)
 
 }  // namespace
 
-void SlcGenInterCode::Case(SlcTextureExprNode* node)
+SlcOperand SlcTextureLowering::Lower(SlcTextureExprNode* node, const std::deque<SlcOperand>& args)
 {
-    node->GetFilename()->ApplyWalker(this);
-    node->GetChannel()->ApplyWalker(this);
-    node->GetArguments()->ApplyWalker(this);
-    // The name, the channel, positional arguments, then names and values.
-    std::deque<SlcOperand> args;
-    const std::size_t count = node->GetArguments()->GetArgs().size() + k_nameAndChannel;
-    for (std::size_t i = 0; i < count; ++i)
-        args.push_front(m_values.Pop());
-
     const SlcTextureTypeNode* kind = node->GetKind();
     if (kind->IsTexture())
-        GenTextureAccess(node, args);
-    else if (kind->IsEnvironment() || kind->IsShadow())
-        GenPointAccess(node, args);
-    else
-        m_errors->FatalError(node, "No code generated yet for this type of texture function.");
+        return GenTextureAccess(node, args);
+    if (kind->IsEnvironment() || kind->IsShadow())
+        return GenPointAccess(node, args);
+    m_errors->FatalError(node, "No code generated yet for this type of texture function.");
 }
 
-void SlcGenInterCode::GenTextureAccess(SlcTextureExprNode* node, const std::deque<SlcOperand>& args)
+SlcOperand SlcTextureLowering::GenTextureAccess(SlcTextureExprNode* node,
+                                                const std::deque<SlcOperand>& args)
 {
     const std::size_t positional = CountPositional(args);
     const SlcTextureParameters parameters(args, k_nameAndChannel + positional);
@@ -59,12 +53,12 @@ void SlcGenInterCode::GenTextureAccess(SlcTextureExprNode* node, const std::dequ
         call.push_back(corner);
     AppendParameters(call, parameters, k_common);
     AppendParameters(call, parameters, k_ofTexture);
-    GenAccessCall(node, "CALL_TEXTURE", "", std::move(call), 8);
+    return GenAccessCall(node, "CALL_TEXTURE", "", std::move(call), 8);
 }
 
-std::deque<SlcOperand> SlcGenInterCode::TextureCorners(SlcTextureExprNode* node,
-                                                       const std::deque<SlcOperand>& args,
-                                                       std::size_t positional)
+std::deque<SlcOperand> SlcTextureLowering::TextureCorners(SlcTextureExprNode* node,
+                                                          const std::deque<SlcOperand>& args,
+                                                          std::size_t positional)
 {
     using Hiddens = SlcShaderSymbolTable;
     if (positional == 8)
@@ -76,7 +70,7 @@ std::deque<SlcOperand> SlcGenInterCode::TextureCorners(SlcTextureExprNode* node,
     return FootprintOf(m_context.OperandOf(Hiddens::sm_s), m_context.OperandOf(Hiddens::sm_t));
 }
 
-std::deque<SlcOperand> SlcGenInterCode::FootprintOf(const SlcOperand& s, const SlcOperand& t)
+std::deque<SlcOperand> SlcTextureLowering::FootprintOf(const SlcOperand& s, const SlcOperand& t)
 {
     const SlcOperand varyingS = m_context.Widened(s);
     const SlcOperand varyingT = m_context.Widened(t);
@@ -89,7 +83,8 @@ std::deque<SlcOperand> SlcGenInterCode::FootprintOf(const SlcOperand& s, const S
     return {corners.begin(), corners.end()};
 }
 
-void SlcGenInterCode::GenPointAccess(SlcTextureExprNode* node, const std::deque<SlcOperand>& args)
+SlcOperand SlcTextureLowering::GenPointAccess(SlcTextureExprNode* node,
+                                              const std::deque<SlcOperand>& args)
 {
     const bool isShadow = node->GetKind()->IsShadow();
     const std::size_t positional = CountPositional(args);
@@ -105,18 +100,18 @@ void SlcGenInterCode::GenPointAccess(SlcTextureExprNode* node, const std::deque<
     AppendParameters(call, parameters, k_common);
     if (!isShadow) {
         AppendParameters(call, parameters, k_ofEnvironment);
-        GenAccessCall(node, "CALL_ENVIRONMENT", "", std::move(call), 4);
-        return;
+        return GenAccessCall(node, "CALL_ENVIRONMENT", "", std::move(call), 4);
     }
     AppendParameters(call, parameters, k_ofShadow);
     if (parameters.HasSource())
         AppendSource(node, call, parameters.GetSourcePoints());
-    GenAccessCall(node, parameters.HasSource() ? "CALL_AREASHADOW" : "CALL_SHADOW",
-                  m_context.m_shaderType && m_context.m_shaderType->IsLight() ? "_LIGHT" : "",
-                  std::move(call), 4);
+    return GenAccessCall(node, parameters.HasSource() ? "CALL_AREASHADOW" : "CALL_SHADOW",
+                         m_context.m_shaderType && m_context.m_shaderType->IsLight() ? "_LIGHT"
+                                                                                     : "",
+                         std::move(call), 4);
 }
 
-std::deque<SlcOperand> SlcGenInterCode::FootprintOf(const SlcOperand& point)
+std::deque<SlcOperand> SlcTextureLowering::FootprintOf(const SlcOperand& point)
 {
     const SlcOperand varyingPoint = m_context.Widened(point);
     std::array<SlcOperand, 4> corners;
@@ -128,17 +123,17 @@ std::deque<SlcOperand> SlcGenInterCode::FootprintOf(const SlcOperand& point)
     return {corners.begin(), corners.end()};
 }
 
-void SlcGenInterCode::AppendParameters(std::deque<SlcOperand>& call,
-                                       const SlcTextureParameters& parameters,
-                                       std::span<const std::string_view> keys)
+void SlcTextureLowering::AppendParameters(std::deque<SlcOperand>& call,
+                                          const SlcTextureParameters& parameters,
+                                          std::span<const std::string_view> keys)
 {
     for (const std::string_view key : keys)
         call.push_back(parameters.Get(key));
 }
 
 /// Places that the call leaves out repeat its last point.
-void SlcGenInterCode::AppendSource(SlcTextureExprNode* node, std::deque<SlcOperand>& call,
-                                   const std::deque<SlcOperand>& points)
+void SlcTextureLowering::AppendSource(SlcTextureExprNode* node, std::deque<SlcOperand>& call,
+                                      const std::deque<SlcOperand>& points)
 {
     if (points.size() < k_fewestSourcePoints)
         m_errors->FatalError(node, "No enough points for area shadow.");
@@ -148,9 +143,9 @@ void SlcGenInterCode::AppendSource(SlcTextureExprNode* node, std::deque<SlcOpera
 }
 
 /// The `corners` arguments behind the name and the channel are the footprint.
-void SlcGenInterCode::GenAccessCall(SlcTextureExprNode* node, const std::string& name,
-                                    const char* suffix, std::deque<SlcOperand> args,
-                                    std::size_t corners)
+SlcOperand SlcTextureLowering::GenAccessCall(SlcTextureExprNode* node, const std::string& name,
+                                             const char* suffix, std::deque<SlcOperand> args,
+                                             std::size_t corners)
 {
     SlcDetailNode* varying = SlcDetailNode::AVarying();
     const bool isColor = SlcLoweringContext::TypeOf(node)->IsColorType();
@@ -170,5 +165,5 @@ void SlcGenInterCode::GenAccessCall(SlcTextureExprNode* node, const std::string&
         m_list.AddICode(call);
     else
         m_conditions.AddInBlock(varying, call);
-    m_values.Push(result);
+    return result;
 }

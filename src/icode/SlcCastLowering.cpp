@@ -1,6 +1,9 @@
 // Casts: the operand decides the shape of the code, the space whether a transform is needed.
 
-#include "icode/SlcGenInterCode.h"
+#include "icode/SlcCastLowering.h"
+
+#include "frontend/SlcNodes.h"
+#include "icode/SlcICodes.h"
 #include "symbols/SlcPossibleTypes.h"
 
 namespace {
@@ -46,43 +49,27 @@ SlcOperand SpaceOperand(const SlcCastExprNode* node)
 
 }  // namespace
 
-void SlcGenInterCode::Case(SlcCastExprNode* node)
+SlcOperand SlcCastLowering::Triple(SlcCastExprNode* node, const SlcOperand& x, const SlcOperand& y,
+                                   const SlcOperand& z)
 {
-    if (auto* triple = dynamic_cast<SlcPointExprNode*>(node->GetOperand()))
-        GenTripleCast(node, triple);
-    else if (auto* matrix = dynamic_cast<SlcMatrixExprNode*>(node->GetOperand()))
-        GenMatrixCast(node, matrix);
-    else
-        GenValueCast(node);
-}
-
-void SlcGenInterCode::GenTripleCast(SlcCastExprNode* node, SlcPointExprNode* triple)
-{
-    if (!node->GetType()->IsPointType() && !node->GetType()->IsColorType()) {
-        Default(node);
-        return;
-    }
-    triple->WalkIn(this);
-    const SlcOperand z = m_values.Pop();
-    const SlcOperand y = m_values.Pop();
-    const SlcOperand x = m_values.Pop();
+    if (!node->GetType()->IsPointType() && !node->GetType()->IsColorType())
+        m_context.RefuseForm(node);
     SlcDetailNode* detail = SlcConditions::UniformIfAll({x, y, z});
     SlcTypeNode* type = KindOf(node->GetType());
     if (!NeedsTransform(node)) {
         const SlcOperand result = m_list.GetResultVar(node, type, detail);
         m_conditions.AddInBlock(detail, MakeConstructor(type, result, x, y, z));
-        m_values.Push(result);
-        return;
+        return result;
     }
     const SlcOperand temporary = m_list.GenTempVar(type, detail);
     const SlcOperand result = m_list.GetResultVar(node, type, detail);
-    GenFromSpace(node, result, temporary, type, MakeConstructor(type, temporary, x, y, z));
+    return GenFromSpace(node, result, temporary, type, MakeConstructor(type, temporary, x, y, z));
 }
 
 /// `constructor` makes the source; a uniform one shares the block of the transform.
-void SlcGenInterCode::GenFromSpace(SlcCastExprNode* node, const SlcOperand& result,
-                                   const SlcOperand& source, SlcTypeNode* type,
-                                   SlcPtr<SlcICode> constructor)
+SlcOperand SlcCastLowering::GenFromSpace(SlcCastExprNode* node, const SlcOperand& result,
+                                         const SlcOperand& source, SlcTypeNode* type,
+                                         const SlcPtr<SlcICode>& constructor)
 {
     SlcDetailNode* detail = source->GetDetail();
     const bool simd = !detail->IsUniform();
@@ -96,52 +83,49 @@ void SlcGenInterCode::GenFromSpace(SlcCastExprNode* node, const SlcOperand& resu
     m_conditions.AddEndBlock(detail);
     if (simd)
         m_list.AddICode(transform);
-    m_values.Push(result);
+    return result;
 }
 
-void SlcGenInterCode::GenMatrixCast(SlcCastExprNode* node, SlcMatrixExprNode* matrix)
+SlcOperand SlcCastLowering::Matrix(SlcCastExprNode* node, const std::deque<SlcOperand>& values)
 {
-    const std::deque<SlcOperand> values = EvaluateMatrix(matrix);
     SlcDetailNode* detail = SlcConditions::UniformIfAll(values);
     if (!NeedsTransform(node)) {
         const SlcOperand result = m_list.GetResultVar(node, SlcTypeNode::AMatrix(), detail);
         m_conditions.AddInBlock(detail, MakeShared<SlcMatrixICode>(result, values));
-        m_values.Push(result);
-        return;
+        return result;
     }
     const SlcOperand temporary = m_list.GenTempVar(SlcTypeNode::AMatrix(), detail);
     m_conditions.AddInBlock(detail, MakeShared<SlcMatrixICode>(temporary, values));
-    GenConcatSpace(node, temporary);
+    return GenConcatSpace(node, temporary);
 }
 
-void SlcGenInterCode::GenConcatSpace(SlcCastExprNode* node, const SlcOperand& source)
+SlcOperand SlcCastLowering::GenConcatSpace(SlcCastExprNode* node, const SlcOperand& source)
 {
     SlcDetailNode* detail = source->GetDetail();
     const SlcOperand result = m_list.GetResultVar(node, SlcTypeNode::AMatrix(), detail);
     m_conditions.AddInBlock(
         detail, MakeShared<SlcConcatSpaceMatrixICode>(result, source, node->GetSpace()));
-    m_values.Push(result);
+    return result;
 }
 
-void SlcGenInterCode::GenValueCast(SlcCastExprNode* node)
+SlcOperand SlcCastLowering::Value(SlcCastExprNode* node, const SlcOperand& operand)
 {
     // The value may still be a triple or a float that is meant as the operand's type.
-    const SlcOperand value = m_context.Converted(Evaluate(node->GetOperand()),
-                                                 SlcLoweringContext::TypeOf(node->GetOperand()));
+    const SlcOperand value =
+        m_context.Converted(operand, SlcLoweringContext::TypeOf(node->GetOperand()));
     const SlcTypeNode* type = node->GetType();
     if (!NeedsTransform(node) && value->GetType()->IsSameType(type))
-        m_values.Push(value);
-    else if (type->IsColorType())
-        GenCastToColor(node, value);
-    else if (type->IsPointType())
-        GenCastToPoint(node, value);
-    else if (type->IsMatrixType())
-        GenCastToMatrix(node, value);
-    else
-        Default(node);
+        return value;
+    if (type->IsColorType())
+        return GenCastToColor(node, value);
+    if (type->IsPointType())
+        return GenCastToPoint(node, value);
+    if (type->IsMatrixType())
+        return GenCastToMatrix(node, value);
+    m_context.RefuseForm(node);
 }
 
-void SlcGenInterCode::GenCastToColor(SlcCastExprNode* node, const SlcOperand& value)
+SlcOperand SlcCastLowering::GenCastToColor(SlcCastExprNode* node, const SlcOperand& value)
 {
     SlcDetailNode* detail = value->GetDetail();
     SlcTypeNode* color = SlcTypeNode::AColor();
@@ -152,15 +136,13 @@ void SlcGenInterCode::GenCastToColor(SlcCastExprNode* node, const SlcOperand& va
         m_conditions.AddInBlock(detail, fromFloat
                                             ? MakeConstructor(color, result, value, value, value)
                                             : MakeShared<SlcAssignICode>(result, value));
-        m_values.Push(result);
-        return;
+        return result;
     }
     if (fromFloat) {
         const SlcOperand temporary = m_list.GenTempVar(color, detail);
         const SlcOperand result = m_list.GetResultVar(node, color, detail);
-        GenFromSpace(node, result, temporary, color,
-                     MakeConstructor(color, temporary, value, value, value));
-        return;
+        return GenFromSpace(node, result, temporary, color,
+                            MakeConstructor(color, temporary, value, value, value));
     }
     const bool simd = !detail->IsUniform();
     const SlcOperand result = m_list.GetResultVar(node, color, detail);
@@ -171,10 +153,10 @@ void SlcGenInterCode::GenCastToColor(SlcCastExprNode* node, const SlcOperand& va
         m_list.AddICode(transform);
     else
         m_conditions.AddInBlock(detail, transform);
-    m_values.Push(result);
+    return result;
 }
 
-void SlcGenInterCode::GenCastToPoint(SlcCastExprNode* node, const SlcOperand& value)
+SlcOperand SlcCastLowering::GenCastToPoint(SlcCastExprNode* node, const SlcOperand& value)
 {
     SlcDetailNode* detail = value->GetDetail();
     SlcTypeNode* kind = KindOf(node->GetType());
@@ -187,8 +169,7 @@ void SlcGenInterCode::GenCastToPoint(SlcCastExprNode* node, const SlcOperand& va
             m_conditions.AddInBlock(detail, MakeShared<SlcPointICode>(result, value, value, value));
         else
             m_conditions.AddInBlock(detail, MakeShared<SlcAssignICode>(result, value));
-        m_values.Push(result);
-        return;
+        return result;
     }
     SlcOperand source = value;
     SlcTypeNode* type = SlcLoweringContext::TypeOf(node->GetOperand());
@@ -199,17 +180,16 @@ void SlcGenInterCode::GenCastToPoint(SlcCastExprNode* node, const SlcOperand& va
     const SlcOperand result = m_list.GetResultVar(node, kind, detail);
     m_conditions.AddInBlock(detail, MakeShared<SlcTransformFromSpaceICode>(
                                         result, source, type, SpaceOperand(node), false, nullptr));
-    m_values.Push(result);
+    return result;
 }
 
-void SlcGenInterCode::GenCastToMatrix(SlcCastExprNode* node, const SlcOperand& value)
+SlcOperand SlcCastLowering::GenCastToMatrix(SlcCastExprNode* node, const SlcOperand& value)
 {
     SlcTypeNode* matrix = SlcTypeNode::AMatrix();
     if (NeedsTransform(node)) {
-        GenConcatSpace(node, m_context.Converted(value, matrix));
-        return;
+        return GenConcatSpace(node, m_context.Converted(value, matrix));
     }
     const SlcOperand result = m_list.GetResultVar(node, matrix, value->GetDetail());
     m_conditions.AddInBlock(value->GetDetail(), MakeShared<SlcAssignICode>(result, value));
-    m_values.Push(result);
+    return result;
 }

@@ -1,13 +1,15 @@
 // Built-ins whose argument lists are made anew: `spline` over an array, `filterstep`, the message
 // functions; and `shadername`, which is not there yet.
 
-#include "icode/SlcGenInterCode.h"
+#include "frontend/SlcNodes.h"
+#include "icode/SlcBuiltInLowering.h"
+#include "icode/SlcICodes.h"
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcInterfaceQxLib.h"
 #include "symbols/SlcPossibleTypes.h"
 
 /// The primitive takes the elements as a list of values.
-SlcOperand SlcGenInterCode::CreateBuiltInSpline(BuiltInCall& call)
+SlcOperand SlcBuiltInLowering::CreateBuiltInSpline(BuiltInCall& call)
 {
     const SlcOperand array = call.args.back();
     call.args.pop_back();
@@ -21,12 +23,13 @@ SlcOperand SlcGenInterCode::CreateBuiltInSpline(BuiltInCall& call)
         m_conditions.AddEndBlock(elementDetail);
     }
     detail = SlcDetailNode::Combine(detail, elementDetail);
-    const SlcOperand result = m_list.GetResultVar(call.node, TypeOfCall(call.node), detail);
+    const SlcOperand result =
+        m_list.GetResultVar(call.node, SlcCallArguments::TypeOfCall(call.node), detail);
     AddPlainCall(call, result, ArgumentList::Counted, detail);
     return result;
 }
 
-SlcOperand SlcGenInterCode::CreateBuiltInFilterstep(BuiltInCall& call)
+SlcOperand SlcBuiltInLowering::CreateBuiltInFilterstep(BuiltInCall& call)
 {
     SlcOperand width = SlcLexType::Float(1);
     SlcOperand filter = SlcLexType::String("\"catmull-rom\"");
@@ -52,7 +55,7 @@ SlcOperand SlcGenInterCode::CreateBuiltInFilterstep(BuiltInCall& call)
 }
 
 /// The other end of the interval that a point covers in `start`.
-SlcOperand SlcGenInterCode::GenFilterstepEnd(const SlcOperand& start)
+SlcOperand SlcBuiltInLowering::GenFilterstepEnd(const SlcOperand& start)
 {
     if (start->IsUniform())
         return start;
@@ -64,7 +67,7 @@ SlcOperand SlcGenInterCode::GenFilterstepEnd(const SlcOperand& start)
 }
 
 /// The last argument takes the answer. Its detail, type and length are known only here.
-SlcOperand SlcGenInterCode::CreateBuiltInMessageFunction(BuiltInCall& call)
+SlcOperand SlcBuiltInLowering::CreateBuiltInMessageFunction(BuiltInCall& call)
 {
     const SlcOperand answer = call.args.back();
     const auto* array = dynamic_cast<const SlcArrayTypeNode*>(answer->GetType());
@@ -84,14 +87,14 @@ SlcOperand SlcGenInterCode::CreateBuiltInMessageFunction(BuiltInCall& call)
     return result;
 }
 
-SlcDetailNode* SlcGenInterCode::DetailOfQuestion(const BuiltInCall& call)
+SlcDetailNode* SlcBuiltInLowering::DetailOfQuestion(const BuiltInCall& call)
 {
     std::deque<SlcOperand> question = call.args;
     question.pop_back();
     return SlcConditions::UniformIfAll(question);
 }
 
-SlcOperand SlcGenInterCode::CreateBuiltInShaderName(BuiltInCall& call)
+SlcOperand SlcBuiltInLowering::CreateBuiltInShaderName(BuiltInCall& call)
 {
     m_errors->Warning(call.node,
                       "'" + call.node->GetIdent()->GetName() +

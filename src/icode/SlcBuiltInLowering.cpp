@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "icode/SlcGenInterCode.h"
+#include "frontend/SlcNodes.h"
+#include "icode/SlcBuiltInLowering.h"
+#include "icode/SlcICodes.h"
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcFuncTail.h"
 #include "symbols/SlcGeneratedNames.h"
@@ -30,28 +32,11 @@ bool IsHiddenInt(const SlcOperand& operand)
 
 }  // namespace
 
-SlcTypeNode* SlcGenInterCode::TypeOfCall(const SlcProcCallExprNode* call)
-{
-    SlcTypeNode* wanted = SlcLoweringContext::TypeOf(call);
-    SlcTypeNode* returned = call->GetSymbolEntry()->GetReturnType();
-    // A float that will be promoted is still one here.
-    return wanted->IsSameType(returned) ? wanted : returned;
-}
-
-SlcDetailNode* SlcGenInterCode::DetailOfCall(const SlcProcCallExprNode* call,
-                                             const std::deque<SlcOperand>& args) const
-{
-    // A value that is uniform in this call of a function may still stand in a varying temporary.
-    return std::all_of(args.begin(), args.end(), [](const auto& arg) { return arg->IsUniform(); })
-               ? m_context.DetailOf(call)
-               : SlcDetailNode::Combine(m_context.DetailOf(call), SlcDetailNode::AVarying());
-}
-
-void SlcGenInterCode::GenBuiltInCall(SlcProcCallExprNode* node)
+void SlcBuiltInLowering::Lower(SlcProcCallExprNode* node)
 {
     SlcFuncSymbolEntry& entry = *node->GetSymbolEntry();
     const std::vector<SlcCallFormal> formals = SlcFormalsOf(*node);
-    BuiltInCall call{node, ReadAndCastParameters(node, formals), {}};
+    BuiltInCall call{node, m_arguments.ReadAndCastParameters(node, formals), {}};
     for (std::size_t i = 0; i < formals.size(); ++i)
         if (formals[i].isOutput)
             call.outputs.push_back(call.args[i]);
@@ -78,21 +63,22 @@ void SlcGenInterCode::GenBuiltInCall(SlcProcCallExprNode* node)
     if (!isVoid)
         m_values.Push(result);
     for (const SlcOperand& output : call.outputs)
-        FinishOutputArgument(output);
+        m_arguments.FinishOutputArgument(output);
 }
 
-SlcOperand SlcGenInterCode::GenPlainCall(const BuiltInCall& call, ArgumentList list)
+SlcOperand SlcBuiltInLowering::GenPlainCall(const BuiltInCall& call, ArgumentList list)
 {
-    SlcDetailNode* detail = DetailOfCall(call.node, call.args);
-    const SlcOperand result = SlcLoweringContext::TypeOf(call.node)->IsVoidType()
-                                  ? SlcOperand()
-                                  : GetCallResult(call, TypeOfCall(call.node), detail);
+    SlcDetailNode* detail = m_arguments.DetailOfCall(call.node, call.args);
+    const SlcOperand result =
+        SlcLoweringContext::TypeOf(call.node)->IsVoidType()
+            ? SlcOperand()
+            : GetCallResult(call, SlcCallArguments::TypeOfCall(call.node), detail);
     AddPlainCall(call, result, list, detail);
     return result;
 }
 
-SlcOperand SlcGenInterCode::GetCallResult(const BuiltInCall& call, SlcTypeNode* type,
-                                          SlcDetailNode* detail)
+SlcOperand SlcBuiltInLowering::GetCallResult(const BuiltInCall& call, SlcTypeNode* type,
+                                             SlcDetailNode* detail)
 {
     const SlcOperand result = m_list.GetResultVar(call.node, type, detail);
     // The function writes the result before or behind its output arguments, as it likes.
@@ -103,8 +89,8 @@ SlcOperand SlcGenInterCode::GetCallResult(const BuiltInCall& call, SlcTypeNode* 
     return isAlsoOutput ? m_list.GenTempVar(type, detail) : result;
 }
 
-void SlcGenInterCode::AddPlainCall(const BuiltInCall& call, const SlcOperand& result,
-                                   ArgumentList list, SlcDetailNode* detail)
+void SlcBuiltInLowering::AddPlainCall(const BuiltInCall& call, const SlcOperand& result,
+                                      ArgumentList list, SlcDetailNode* detail)
 {
     const SlcPtr<SlcFuncSymbolEntry>& entry = call.node->GetSymbolEntry();
     const auto code = MakeShared<SlcCallICode>(
@@ -114,8 +100,8 @@ void SlcGenInterCode::AddPlainCall(const BuiltInCall& call, const SlcOperand& re
     m_conditions.AddInBlock(detail, code);
 }
 
-void SlcGenInterCode::AddGridCall(const BuiltInCall& call, const SlcOperand& result,
-                                  const SlcOperand& condition)
+void SlcBuiltInLowering::AddGridCall(const BuiltInCall& call, const SlcOperand& result,
+                                     const SlcOperand& condition)
 {
     const SlcPtr<SlcFuncSymbolEntry>& entry = call.node->GetSymbolEntry();
     const auto code = MakeShared<SlcCallICode>(entry->GetCName(), call.args, result, false,
@@ -125,7 +111,7 @@ void SlcGenInterCode::AddGridCall(const BuiltInCall& call, const SlcOperand& res
     m_list.AddICode(code);
 }
 
-void SlcGenInterCode::AddGridOrPlainCall(const BuiltInCall& call, const SlcOperand& result)
+void SlcBuiltInLowering::AddGridOrPlainCall(const BuiltInCall& call, const SlcOperand& result)
 {
     if (const auto condition = m_conditions.GridForm())
         AddGridCall(call, result, *condition);
@@ -133,8 +119,8 @@ void SlcGenInterCode::AddGridOrPlainCall(const BuiltInCall& call, const SlcOpera
         AddPlainCall(call, result, ArgumentList::Fixed, SlcDetailNode::AVarying());
 }
 
-void SlcGenInterCode::MakeConstantNbArgs(BuiltInCall& call,
-                                         const std::vector<SlcCallFormal>& formals)
+void SlcBuiltInLowering::MakeConstantNbArgs(BuiltInCall& call,
+                                            const std::vector<SlcCallFormal>& formals)
 {
     const auto entry = CheckCast<SlcFuncVarListSymbolEntry>(call.node->GetSymbolEntry());
     const std::size_t fixed = entry->GetArgTypes().size();
@@ -152,7 +138,7 @@ void SlcGenInterCode::MakeConstantNbArgs(BuiltInCall& call,
     call.args.swap(args);
 }
 
-SlcOperand SlcGenInterCode::GetDefaultValue(const SlcFuncVarArgSingle& single)
+SlcOperand SlcBuiltInLowering::GetDefaultValue(const SlcFuncVarArgSingle& single)
 {
     const SlcTypeNode* type = single.GetType();
     // There is nothing to write to.
@@ -168,7 +154,7 @@ SlcOperand SlcGenInterCode::GetDefaultValue(const SlcFuncVarArgSingle& single)
     return SlcLexType::Int(0, true);
 }
 
-SlcOperand SlcGenInterCode::CreateSIMDFuncCall(BuiltInCall& call)
+SlcOperand SlcBuiltInLowering::CreateSIMDFuncCall(BuiltInCall& call)
 {
     const std::string& name = call.node->GetSymbolEntry()->GetCName()->GetName();
     if (const SpecialLowering create = FindSpecialLowering(call))
@@ -190,58 +176,63 @@ SlcOperand SlcGenInterCode::CreateSIMDFuncCall(BuiltInCall& call)
     return CreateGridCall(call);
 }
 
-SlcGenInterCode::SpecialLowering SlcGenInterCode::FindSpecialLowering(const BuiltInCall& call)
+// clang-format off
+constexpr SlcBuiltInLowering::SpecialRow SlcBuiltInLowering::sm_specials[] = {
+    {"CALL_PRIM_DU_FLOAT",        &SlcBuiltInLowering::CreateBuiltInDerivative},
+    {"CALL_PRIM_DU_POINT",        &SlcBuiltInLowering::CreateBuiltInDerivative},
+    {"CALL_PRIM_DU_COLOR",        &SlcBuiltInLowering::CreateBuiltInDerivative},
+    {"CALL_PRIM_DV_FLOAT",        &SlcBuiltInLowering::CreateBuiltInDerivative},
+    {"CALL_PRIM_DV_POINT",        &SlcBuiltInLowering::CreateBuiltInDerivative},
+    {"CALL_PRIM_DV_COLOR",        &SlcBuiltInLowering::CreateBuiltInDerivative},
+    {"CALL_PRIM_DERIV_FLOAT",     &SlcBuiltInLowering::CreateBuiltInDerivative},
+    {"CALL_PRIM_DERIV_POINT",     &SlcBuiltInLowering::CreateBuiltInDerivative},
+    {"CALL_PRIM_DERIV_COLOR",     &SlcBuiltInLowering::CreateBuiltInDerivative},
+    {"CALL_PRIM_AREA",            &SlcBuiltInLowering::CreateBuiltInDerivative},
+    {"CALL_PRIM_CALCULATENORMAL", &SlcBuiltInLowering::CreateBuiltInDerivative},
+    {"CALL_PRIM_SPLINE_1D",       &SlcBuiltInLowering::CreateBuiltInSpline},
+    {"CALL_PRIM_SPLINE_3D",       &SlcBuiltInLowering::CreateBuiltInSpline},
+    {"CALL_PRIM_SPLINE_BASIS_1D", &SlcBuiltInLowering::CreateBuiltInSpline},
+    {"CALL_PRIM_SPLINE_BASIS_3D", &SlcBuiltInLowering::CreateBuiltInSpline},
+    {"CALL_PRIM_ATMOSPHERE",      &SlcBuiltInLowering::CreateBuiltInMessageFunction},
+    {"CALL_PRIM_DISPLACEMENT",    &SlcBuiltInLowering::CreateBuiltInMessageFunction},
+    {"CALL_PRIM_LIGHTSOURCE",     &SlcBuiltInLowering::CreateBuiltInMessageFunction},
+    {"CALL_PRIM_SURFACE",         &SlcBuiltInLowering::CreateBuiltInMessageFunction},
+    {"CALL_PRIM_INCIDENT",        &SlcBuiltInLowering::CreateBuiltInMessageFunction},
+    {"CALL_PRIM_OPPOSITE",        &SlcBuiltInLowering::CreateBuiltInMessageFunction},
+    {"CALL_PRIM_ATTRIBUTE",       &SlcBuiltInLowering::CreateBuiltInMessageFunction},
+    {"CALL_PRIM_OPTION",          &SlcBuiltInLowering::CreateBuiltInMessageFunction},
+    {"CALL_PRIM_TEXTUREINFO",     &SlcBuiltInLowering::CreateBuiltInMessageFunction},
+    {"CALL_PRIM_RENDERERINFO",    &SlcBuiltInLowering::CreateBuiltInMessageFunction},
+    {"CALL_PRIM_SHADERNAME",      &SlcBuiltInLowering::CreateBuiltInShaderName},
+    {"CALL_PRIM_SHADERNAME2",     &SlcBuiltInLowering::CreateBuiltInShaderName},
+};
+// clang-format on
+
+SlcBuiltInLowering::SpecialLowering SlcBuiltInLowering::FindSpecialLowering(const BuiltInCall& call)
 {
-    struct Row {
-        const char* name;
-        SpecialLowering create;
-    };
-    using Gen = SlcGenInterCode;
-    // clang-format off
-    static constexpr Row rows[] = {
-        {"CALL_PRIM_DU_FLOAT",        &Gen::CreateBuiltInDu},
-        {"CALL_PRIM_DU_POINT",        &Gen::CreateBuiltInDu},
-        {"CALL_PRIM_DU_COLOR",        &Gen::CreateBuiltInDu},
-        {"CALL_PRIM_DV_FLOAT",        &Gen::CreateBuiltInDv},
-        {"CALL_PRIM_DV_POINT",        &Gen::CreateBuiltInDv},
-        {"CALL_PRIM_DV_COLOR",        &Gen::CreateBuiltInDv},
-        {"CALL_PRIM_DERIV_FLOAT",     &Gen::CreateBuiltInDeriv},
-        {"CALL_PRIM_DERIV_POINT",     &Gen::CreateBuiltInDeriv},
-        {"CALL_PRIM_DERIV_COLOR",     &Gen::CreateBuiltInDeriv},
-        {"CALL_PRIM_AREA",            &Gen::CreateBuiltInArea},
-        {"CALL_PRIM_CALCULATENORMAL", &Gen::CreateBuiltInCalculateNormal},
-        {"CALL_PRIM_SPLINE_1D",       &Gen::CreateBuiltInSpline},
-        {"CALL_PRIM_SPLINE_3D",       &Gen::CreateBuiltInSpline},
-        {"CALL_PRIM_SPLINE_BASIS_1D", &Gen::CreateBuiltInSpline},
-        {"CALL_PRIM_SPLINE_BASIS_3D", &Gen::CreateBuiltInSpline},
-        {"CALL_PRIM_ATMOSPHERE",      &Gen::CreateBuiltInMessageFunction},
-        {"CALL_PRIM_DISPLACEMENT",    &Gen::CreateBuiltInMessageFunction},
-        {"CALL_PRIM_LIGHTSOURCE",     &Gen::CreateBuiltInMessageFunction},
-        {"CALL_PRIM_SURFACE",         &Gen::CreateBuiltInMessageFunction},
-        {"CALL_PRIM_INCIDENT",        &Gen::CreateBuiltInMessageFunction},
-        {"CALL_PRIM_OPPOSITE",        &Gen::CreateBuiltInMessageFunction},
-        {"CALL_PRIM_ATTRIBUTE",       &Gen::CreateBuiltInMessageFunction},
-        {"CALL_PRIM_OPTION",          &Gen::CreateBuiltInMessageFunction},
-        {"CALL_PRIM_TEXTUREINFO",     &Gen::CreateBuiltInMessageFunction},
-        {"CALL_PRIM_RENDERERINFO",    &Gen::CreateBuiltInMessageFunction},
-        {"CALL_PRIM_SHADERNAME",      &Gen::CreateBuiltInShaderName},
-        {"CALL_PRIM_SHADERNAME2",     &Gen::CreateBuiltInShaderName},
-    };
-    // clang-format on
     const std::string& name = call.node->GetSymbolEntry()->GetCName()->GetName();
-    for (const Row& row : rows)
-        if (name == row.name)
+    for (const SpecialRow& row : sm_specials)
+        if (name == row.primitive)
             return row.create;
     return nullptr;
 }
 
+std::vector<std::string_view> SlcBuiltInLowering::SpecialPrimitives()
+{
+    std::vector<std::string_view> primitives;
+    for (const SpecialRow& row : sm_specials)
+        primitives.push_back(row.primitive);
+    return primitives;
+}
+
 /// One call for the whole grid, if the details of the arguments suit it.
-SlcOperand SlcGenInterCode::CreateGridCall(BuiltInCall& call)
+SlcOperand SlcBuiltInLowering::CreateGridCall(BuiltInCall& call)
 {
     const SlcFuncSymbolEntry& entry = *call.node->GetSymbolEntry();
     if (entry.GetSIMDKind() == SlcCallSIMD::NoSimd)
         return nullptr;
-    if (entry.GetSIMDKind() == SlcCallSIMD::Simd && DetailOfCall(call.node, call.args)->IsUniform())
+    if (entry.GetSIMDKind() == SlcCallSIMD::Simd &&
+        m_arguments.DetailOfCall(call.node, call.args)->IsUniform())
         return nullptr;
     std::vector<std::size_t> widened;
     if (!SuitGridCall(call, widened))
@@ -253,7 +244,8 @@ SlcOperand SlcGenInterCode::CreateGridCall(BuiltInCall& call)
 }
 
 /// Adds to `widened` the places of uniform arguments where varying ones are wanted.
-bool SlcGenInterCode::SuitGridCall(const BuiltInCall& call, std::vector<std::size_t>& widened) const
+bool SlcBuiltInLowering::SuitGridCall(const BuiltInCall& call,
+                                      std::vector<std::size_t>& widened) const
 {
     const auto& wanted = call.node->GetSymbolEntry()->GetSIMDDetails();
     for (std::size_t i = 0; i < call.args.size() && i < wanted.size(); ++i) {
@@ -269,7 +261,7 @@ bool SlcGenInterCode::SuitGridCall(const BuiltInCall& call, std::vector<std::siz
     return true;
 }
 
-void SlcGenInterCode::WidenArguments(BuiltInCall& call, const std::vector<std::size_t>& places)
+void SlcBuiltInLowering::WidenArguments(BuiltInCall& call, const std::vector<std::size_t>& places)
 {
     if (places.empty())
         return;

@@ -1,0 +1,96 @@
+#pragma once
+
+#include <deque>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "icode/SlcCallArguments.h"
+
+class SlcFuncVarArgSingle;
+
+/// Lowers a call of a built-in whose arguments have their operands: plain, for the whole grid, or
+/// in a way of its own.
+///
+/// Those with a way of their own stand in `FindSpecialLowering`, by primitive, and in files by
+/// concept: argument lists that are made anew, derivatives, and transforms between known spaces.
+class SlcBuiltInLowering {
+public:
+    SlcBuiltInLowering(SlcLoweringContext& context, SlcCallArguments& arguments)
+        : m_context(context),
+          m_arguments(arguments)
+    {
+    }
+
+    /// Pops the arguments, and pushes the value unless the call is void.
+    void Lower(SlcProcCallExprNode* node);
+    /// The primitives with a lowering of their own.
+    [[nodiscard]] static std::vector<std::string_view> SpecialPrimitives();
+
+private:
+    struct BuiltInCall {
+        SlcProcCallExprNode* node;
+        std::deque<SlcOperand> args;
+        std::vector<SlcOperand> outputs;  // arguments that the function writes
+    };
+    using SpecialLowering = SlcOperand (SlcBuiltInLowering::*)(BuiltInCall&);
+    struct SpecialRow {
+        std::string_view primitive;
+        SpecialLowering create;
+    };
+    /// Whether the count of arguments is written with them.
+    enum class ArgumentList { Fixed, Counted };
+
+    static const SpecialRow sm_specials[];
+
+    /// As `GetResultVar`, but never a variable that the function also writes as an argument.
+    [[nodiscard]] SlcOperand GetCallResult(const BuiltInCall& call, SlcTypeNode* type,
+                                           SlcDetailNode* detail);
+    [[nodiscard]] SlcOperand GenPlainCall(const BuiltInCall& call, ArgumentList list);
+    void AddPlainCall(const BuiltInCall& call, const SlcOperand& result, ArgumentList list,
+                      SlcDetailNode* detail);
+    void AddGridCall(const BuiltInCall& call, const SlcOperand& result,
+                     const SlcOperand& condition);
+    void AddGridOrPlainCall(const BuiltInCall& call, const SlcOperand& result);
+    /// Puts the arguments of a variable tail into their fixed places, with defaults for those
+    /// that the call leaves out.
+    void MakeConstantNbArgs(BuiltInCall& call, const std::vector<SlcCallFormal>& formals);
+    [[nodiscard]] static SlcOperand GetDefaultValue(const SlcFuncVarArgSingle& single);
+    /// Null if nothing has been added and a plain call will do.
+    [[nodiscard]] SlcOperand CreateSIMDFuncCall(BuiltInCall& call);
+    [[nodiscard]] static SpecialLowering FindSpecialLowering(const BuiltInCall& call);
+    [[nodiscard]] SlcOperand CreateGridCall(BuiltInCall& call);
+    [[nodiscard]] bool SuitGridCall(const BuiltInCall& call,
+                                    std::vector<std::size_t>& widened) const;
+    void WidenArguments(BuiltInCall& call, const std::vector<std::size_t>& places);
+
+    // Each `CreateBuiltIn...` adds the call and gives the result.
+    [[nodiscard]] SlcOperand CreateBuiltInDerivative(BuiltInCall& call);
+    [[nodiscard]] SlcOperand GenZero(const BuiltInCall& call);
+    [[nodiscard]] SlcOperand PredefinedOperand(const SlcPtr<SlcVarSymbolEntry>& entry,
+                                               const BuiltInCall& call, const char* function);
+    [[nodiscard]] SlcOperand GenDerivative(const BuiltInCall& call, SlcTypeNode* typeInCondition,
+                                           const char* warning);
+    [[nodiscard]] SlcOperand CreateBuiltInSpline(BuiltInCall& call);
+    [[nodiscard]] SlcOperand CreateBuiltInFilterstep(BuiltInCall& call);
+    [[nodiscard]] SlcOperand GenFilterstepEnd(const SlcOperand& start);
+    [[nodiscard]] SlcOperand CreateBuiltInMessageFunction(BuiltInCall& call);
+    [[nodiscard]] static SlcDetailNode* DetailOfQuestion(const BuiltInCall& call);
+    [[nodiscard]] SlcOperand CreateBuiltInShaderName(BuiltInCall& call);
+    /// A transform between two spaces; null unless both are constants.
+    [[nodiscard]] SlcOperand InlineTransform(SlcProcCallExprNode* call, const std::string& name,
+                                             const SlcOperand& from, const SlcOperand& to,
+                                             const SlcOperand& value);
+    [[nodiscard]] SlcOperand GenSameSpace(SlcProcCallExprNode* call, SlcTypeNode* type,
+                                          const SlcOperand& value);
+
+    SlcLoweringContext& m_context;
+    SlcPtr<SlcSemanticError>& m_errors = m_context.m_errors;
+    SlcOptionsControl& m_options = m_context.m_options;
+    SlcListBuilder& m_list = m_context.m_list;
+    SlcConditions& m_conditions = m_context.m_conditions;
+    SlcValueStack& m_values = m_context.m_values;
+    SlcElements& m_elements = m_context.m_elements;
+    SlcLightEvaluations& m_lights = m_context.m_lights;
+    SlcCallArguments& m_arguments;
+};

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <deque>
+
+#include "icode/SlcLoweringContext.h"
+
+class SlcCastExprNode;
+
+/// Lowers a cast whose operand has been evaluated: a constructor, an assignment or a transform from
+/// the named space. Each operation gives the value.
+class SlcCastLowering {
+public:
+    explicit SlcCastLowering(SlcLoweringContext& context) : m_context(context) {}
+
+    /// Of a triple such as `color "hsv" (x, y, z)`.
+    [[nodiscard]] SlcOperand Triple(SlcCastExprNode* node, const SlcOperand& x, const SlcOperand& y,
+                                    const SlcOperand& z);
+    /// Of the sixteen values of a matrix.
+    [[nodiscard]] SlcOperand Matrix(SlcCastExprNode* node, const std::deque<SlcOperand>& values);
+    /// Of any other operand.
+    [[nodiscard]] SlcOperand Value(SlcCastExprNode* node, const SlcOperand& operand);
+
+private:
+    [[nodiscard]] SlcOperand GenCastToColor(SlcCastExprNode* node, const SlcOperand& value);
+    [[nodiscard]] SlcOperand GenCastToPoint(SlcCastExprNode* node, const SlcOperand& value);
+    [[nodiscard]] SlcOperand GenCastToMatrix(SlcCastExprNode* node, const SlcOperand& value);
+    [[nodiscard]] SlcOperand GenConcatSpace(SlcCastExprNode* node, const SlcOperand& source);
+    /// result = what `constructor` makes in `source`, meant in the cast's space.
+    [[nodiscard]] SlcOperand GenFromSpace(SlcCastExprNode* node, const SlcOperand& result,
+                                          const SlcOperand& source, SlcTypeNode* type,
+                                          const SlcPtr<SlcICode>& constructor);
+
+    SlcLoweringContext& m_context;
+    SlcListBuilder& m_list = m_context.m_list;
+    SlcConditions& m_conditions = m_context.m_conditions;
+};

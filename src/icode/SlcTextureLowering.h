@@ -1,0 +1,47 @@
+#pragma once
+
+#include <deque>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "icode/SlcLoweringContext.h"
+
+class SlcTextureExprNode;
+class SlcTextureParameters;
+
+/// Lowers a texture access: the footprint of each point, then one call with every parameter in its
+/// place.
+class SlcTextureLowering {
+public:
+    explicit SlcTextureLowering(SlcLoweringContext& context) : m_context(context) {}
+
+    /// `args`: the name of the file, the channel, positional arguments, then names and values.
+    /// Gives the value.
+    [[nodiscard]] SlcOperand Lower(SlcTextureExprNode* node, const std::deque<SlcOperand>& args);
+
+private:
+    [[nodiscard]] SlcOperand GenTextureAccess(SlcTextureExprNode* node,
+                                              const std::deque<SlcOperand>& args);
+    [[nodiscard]] SlcOperand GenPointAccess(SlcTextureExprNode* node,
+                                            const std::deque<SlcOperand>& args);
+    [[nodiscard]] std::deque<SlcOperand> TextureCorners(SlcTextureExprNode* node,
+                                                        const std::deque<SlcOperand>& args,
+                                                        std::size_t positional);
+    /// The corners of the patch that a point covers.
+    [[nodiscard]] std::deque<SlcOperand> FootprintOf(const SlcOperand& s, const SlcOperand& t);
+    [[nodiscard]] std::deque<SlcOperand> FootprintOf(const SlcOperand& point);
+    static void AppendParameters(std::deque<SlcOperand>& call,
+                                 const SlcTextureParameters& parameters,
+                                 std::span<const std::string_view> keys);
+    void AppendSource(SlcTextureExprNode* node, std::deque<SlcOperand>& call,
+                      const std::deque<SlcOperand>& points);
+    [[nodiscard]] SlcOperand GenAccessCall(SlcTextureExprNode* node, const std::string& name,
+                                           const char* suffix, std::deque<SlcOperand> args,
+                                           std::size_t corners);
+
+    SlcLoweringContext& m_context;
+    SlcPtr<SlcSemanticError>& m_errors = m_context.m_errors;
+    SlcListBuilder& m_list = m_context.m_list;
+    SlcConditions& m_conditions = m_context.m_conditions;
+};
