@@ -105,15 +105,11 @@ void AddSeeAlso(std::string& page, const SqxProgram& program,
                 std::span<const SqxProgram* const> all)
 {
     page += ".SH SEE ALSO\n";
+    // The comma stands behind the section, as an argument of the same macro.
     std::string list;
     for (const SqxProgram* other : all)
         if (other->name != program.name)
-            list += (list.empty() ? "" : ",\n") + (".BR " + std::string(other->name) + " (1)");
-    // The comma stands behind the section, in the same macro.
-    for (std::size_t comma; (comma = list.find(",\n")) != std::string::npos;)
-        list.replace(comma, 2, " ,\n");
-    for (std::size_t place; (place = list.find("(1) ,")) != std::string::npos;)
-        list.replace(place, 5, "(1),");
+            list += (list.empty() ? ".BR " : ",\n.BR ") + std::string(other->name) + " (1)";
     page += list + "\n";
 }
 
