@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Builds the programs of README.md and docs/embedding.md against the libraries of the build, and runs
-# each with byte-code and with shared objects, which must print the same.
+# each with byte-code and with shared objects, which must print the same. The commands of
+# docs/embedding.md are run as they stand, with an installed tree.
 # usage: run.sh BUILD_DIRECTORY
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
@@ -41,10 +42,29 @@ done
 block "$root/docs/embedding.md" '// patch.cpp' >patch.cpp
 compile_program patch
 expected=$(./patch code/matte.sqx code/spotlight.sqx)
-expect "$expected" "$(sed -n '/^\$ .\/patch/{n;p;q}' "$root/docs/embedding.md")" 'docs/embedding.md'
 for kinds in 'code object' 'object code' 'object object'; do
     set -- $kinds
     expect "$(./patch "$1/matte.sqx" "$2/spotlight.sqx")" "$expected" "docs/embedding.md, $kinds"
+done
+
+# The grid of the caller's own, with what the page leaves out.
+{
+    echo '#include <cstdio>'
+    echo '#include <vector>'
+    echo '#include "host/QxHost.h"'
+    echo 'int main(int, char** argv) { try {'
+    echo 'const unsigned int columns = 3, rows = 2; const QxVector3 eye = {0, 0, 0};'
+    echo 'std::vector<QxVector3> P(columns * rows, QxVector3{0, 0, 1}); std::vector<QxRGBColor> Ci(columns * rows);'
+    echo 'std::vector<QxRGBColor> white(columns * rows, QxRGBColor{1, 1, 1});'
+    echo 'QxHostScene scene; QxShaderInstance surface(QxShader::Open(argv[1]), scene.Spaces());'
+    block "$root/docs/embedding.md" 'QxHostPoints points' |
+        sed 's/^surface.Run/points.variables.Cs = points.variables.Os = white.data(); &/'
+    echo 'std::printf("%g\n", Ci[5].g); } catch (const QxHostError& e) { std::puts(e.what()); } }'
+} >points.cpp
+compile_program points
+for kind in code object; do
+    compile_shader $kind $([ $kind = code ] && echo --int || echo --dso) "$root/examples/constant.sl"
+    expect "$(./points $kind/constant.sqx)" 1 "docs/embedding.md, points, $kind"
 done
 
 # The example of the README leaves out what stands around it.
@@ -69,3 +89,10 @@ expected=$(./readme)
 compile_shader . --dso plastic.sl
 expect "$(./readme)" "$expected" README.md
 expect "$(./readme | sort -u | wc -l | xargs -I{} test {} -gt 100 && echo varied)" varied README.md
+
+if command -v pkg-config >/dev/null; then
+    cmake --install "$build" --prefix "$scratch/installed" >/dev/null
+    PATH="$scratch/installed/bin:$PATH" \
+        PKG_CONFIG_PATH=$(dirname "$(find "$scratch/installed" -name shaderqx.pc)") \
+        "$root/tests/readme/run.sh" "$build" docs/embedding.md
+fi

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # The documents lead to files that exist, by links and by paths in code; every page is led to from
-# README.md; and the gallery is what its script makes of the examples, with all pictures.
+# README.md; and the gallery is what its script makes of the examples, with all pictures. Every example
+# stands in the table of its folder.
 # usage: links.sh
 set -euo pipefail
 cd "$(dirname "$0")/../.."
@@ -10,7 +11,7 @@ fail() {
     failures=$((failures + 1))
 }
 
-pages=(README.md CONTRIBUTING.md docs/*.md)
+pages=(README.md CONTRIBUTING.md docs/*.md {editors,examples,tests/*}/README.md)
 for page in "${pages[@]}"; do
     folder=$(dirname "$page")
     for target in $(grep -oE '\]\([^)#: ]+' "$page" | sed 's/^](//'); do
@@ -24,5 +25,11 @@ done
 for page in docs/*.md; do
     grep -qF "$page" README.md || fail "README.md does not lead to $page"
 done
+for source in examples/*.sl; do
+    name=$(basename "$source" .sl)
+    grep -q "^|.*\`$name\`" examples/README.md || fail "examples/README.md: no place for $name"
+    [ -s "docs/images/$name.png" ] || fail "docs/images: no picture of $name"
+done
+[ "$(cat docs/images/*.png | wc -c)" -lt 1500000 ] || fail "docs/images: more than 1.5 MB"
 scripts/gallery.sh --page | diff -u docs/gallery.md - || fail "docs/gallery.md: scripts/gallery.sh makes it anew"
 [ "$failures" = 0 ]

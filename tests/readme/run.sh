@@ -2,7 +2,8 @@
 # Runs the commands of a page in their order, in a scratch folder laid out like the repository after
 # a build. Blocks marked "console" hold commands behind "$ ", each followed by its output, which must
 # be what the command prints; blocks marked "sh" hold commands that must succeed; a block marked "sl"
-# is a shader, written to the file of its name, and must compile.
+# is a shader, written to the file of its name, and must compile; a block of C or C++ that opens with
+# the name of a file in a comment is written to that file.
 # usage: run.sh BUILD_DIRECTORY PAGE
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
@@ -31,7 +32,8 @@ without_default_commands() {
 # test again; what changes the tree is for its developers.
 works_on_the_tree() {
     case $1 in
-        ./scripts/*.sh* | scripts/*.sh* | 'cmake --preset '* | 'cmake --build '* | 'ctest '*) return 0 ;;
+        ./scripts/*.sh* | scripts/*.sh* | tests/*.sh* | bench/*.sh*) return 0 ;;
+        'cmake --preset '* | 'cmake --build '* | 'ctest '*) return 0 ;;
     esac
     return 1
 }
@@ -40,7 +42,7 @@ run_command() {
     local script=${1%% *}
     if works_on_the_tree "$1"; then
         case $script in
-            *scripts/*) [ -x "$root/$script" ] || fail "no such script: $1" ;;
+            *.sh) [ -x "$root/$script" ] || fail "no such script: $1" ;;
         esac
     else
         bash -c "set -o pipefail; $1" >output 2>&1 </dev/null || {
@@ -65,9 +67,16 @@ take_shader() {
     run_command "build/release/bin/shaderqx $name.sl"
 }
 
+# The text $1 goes to the file that its first line names, if it names one.
+take_source() {
+    local name
+    name=$(sed -nE '1s,^(//|/\*) ([a-z_]+\.(c|cpp))( \*/)?$,\2,p' <<<"$1")
+    [ -z "$name" ] || printf '%s' "$1" >"$name"
+}
+
 block=none
 command=
-shader=
+source=
 expected=
 ran=0
 finish_shown_command() {
@@ -79,14 +88,17 @@ while IFS= read -r line <&3; do
     case $block:$line in
         none:'```console') block=console ;;
         none:'```sh') block=sh ;;
-        none:'```sl')
-            block=sl
-            shader=
+        none:'```sl' | none:'```c' | none:'```cpp')
+            block=${line#'```'}
+            source=
             ;;
         none:'```'?*) block=other ;;
         *:'```')
             finish_shown_command
-            [ "$block" != sl ] || take_shader "$shader"
+            case $block in
+                sl) take_shader "$source" ;;
+                c | cpp) take_source "$source" ;;
+            esac
             block=none
             ;;
         console:'$ '*)
@@ -99,7 +111,7 @@ while IFS= read -r line <&3; do
             run_command "$line"
             ran=$((ran + 1))
             ;;
-        sl:*) shader+=$line$'\n' ;;
+        sl:* | c:* | cpp:*) source+=$line$'\n' ;;
     esac
 done 3<"$root/$page"
 [ "$ran" -gt 0 ] || fail "no command found"
