@@ -1,3 +1,8 @@
+// Between the host's view of a shader and the machine's: facts are copied out of the program once,
+// runs are passed through.
+//
+// Tested by tests/host/HostTest.cpp, where every case runs byte-code and shared objects alike.
+
 #include "host/QxByteCodeShader.h"
 
 #include "machine/QxMachineRun.h"

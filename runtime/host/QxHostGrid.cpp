@@ -1,3 +1,12 @@
+// One table for each type of value holds all that is to be told of a predefined variable: its name,
+// where a shader finds it, whether the grid has one value of it or one for each point, and what it
+// is at first. Storage, look-up by name and the handing over to shaders are loops over these rows.
+//
+// `E` has no member there: it is the same for a whole picture, and shaders take it from the
+// context.
+//
+// Tested by tests/host/HostTest.cpp.
+
 #include "host/QxHostGrid.h"
 
 #include <algorithm>

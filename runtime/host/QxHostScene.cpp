@@ -1,3 +1,12 @@
+// A light shader runs on a grid of its own whose `Ps` are the points that ask for light. Its `L`
+// leads from the light to the point, the other way round than in the surface.
+//
+// Lights are told apart once, when they are added: what clears `L` uses neither `illuminate` nor
+// `solar` and is ambient. Of those, one that looks at no place gives the same everywhere; it runs
+// for one point a grid, and its light is added up beforehand.
+//
+// Tested by tests/host/HostTest.cpp.
+
 #include "host/QxHostScene.h"
 
 #include <algorithm>

@@ -1,3 +1,8 @@
+// Values of all types travel as one list of numbers, or of texts: a color array of two is six
+// numbers. So parameters, predefined variables and answers share their checks of type and count.
+//
+// Tested by tests/host/HostTest.cpp.
+
 #include "host/QxHostValue.h"
 
 #include "QxHostError.h"

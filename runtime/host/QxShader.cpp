@@ -1,3 +1,11 @@
+// What a file is, its first bytes tell: a shared object begins as the system's loader wants it, all
+// else must be byte-code, whose reader says why it is none.
+//
+// Default values are those of a run in a world of one space: whatever the source names becomes the
+// current space, so that a value comes out as the source gives it.
+//
+// Tested by tests/host/HostTest.cpp.
+
 #include "host/QxShader.h"
 
 #include <algorithm>

@@ -1,3 +1,16 @@
+// A run, from settings to values:
+//
+//     Set("Kd", 0.8)     remembered; the number of points is not known yet
+//     Run(grid)          spaces, then room for each parameter, then settings, then default values
+//                        of what has no setting, then the shader
+//
+// Room and default values stay from one run to the next, since most grids of a picture have one
+// size: they are made anew only for another number of points, another setting, or a space that was
+// defined since. Outputs alone start from their default values each time, for the last run has
+// written over them.
+//
+// Tested by tests/host/HostTest.cpp; tests/host/life watches the memory.
+
 #include "host/QxShaderInstance.h"
 
 #include "QxHostError.h"

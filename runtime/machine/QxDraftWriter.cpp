@@ -1,3 +1,13 @@
+// An instruction of the file becomes one kernel call, or more if it has operands that stand for an
+// element for each point: those are copied into a temporary before, and back behind it.
+//
+//     ADD_FLOAT_FLOAT r x y     r a reference      load t r; add t x y; store r t
+//
+// Then the form: once, for the strip at hand, or for the points of a flag; and of the loops that a
+// kernel has, the one whose shape (which operands vary) is that of this call.
+//
+// Tested by tests/host/AgreementTest.cpp against shared objects.
+
 #include "machine/QxDraftWriter.h"
 
 #include <algorithm>

@@ -1,3 +1,7 @@
+// Kernels are listed by the names of primitives, code knows numbers. The step between them is made
+// once, for each set of kernels when it is first wanted, so that opening a file costs no look-up of
+// names.
+
 #include "machine/QxKernelTable.h"
 
 #include "sqx/SqxLayout.h"

@@ -1,3 +1,10 @@
+// The way of a file into the machine: read, verify, translate, load the libraries. Each step trusts
+// the one before and nothing else, so they throw in this order and the error tells how far it came.
+//
+// AVX2 kernels are the same source compiled again for that processor, picked here once a program.
+//
+// Tested by tests/machine, tests/host/HostTest.cpp and the fuzz target `bytecode`.
+
 #include "machine/QxMachineProgram.h"
 
 #include <algorithm>

@@ -1,3 +1,13 @@
+// One block of memory for all that a run owns, cut into pieces by variable; parameters and
+// predefined variables stay where the host has them. Two addresses are kept for each variable:
+// `m_homes` where its piece is, `m_values` where it stands now. They differ only for what is
+// re-bound while code runs: a reference to an element, and L, Cl and Ol in a loop over lights.
+//
+// A varying reference is an array of addresses, one for each point, with elements of its own behind
+// it, to which it leads before it is bound: a file may use it too early without harm.
+//
+// Tested by tests/host/HostTest.cpp and tests/host/AgreementTest.cpp.
+
 #include "machine/QxMachineStore.h"
 
 #include <algorithm>

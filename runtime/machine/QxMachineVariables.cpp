@@ -1,3 +1,17 @@
+// Every variable of the file becomes a row that says where its values are and how wide they are;
+// the rows keep the file's order, so that numbers in code need no translation. What translation
+// needs besides (a place for unwanted results, `Ng` for faceforward, temporaries) comes behind
+// them.
+//
+// A reference is an alias where all points mean the same element, which costs nothing at a use:
+//
+//     ARRAY_REF r a i      outside of a run, i uniform      r stands for a[i]
+//     ARRAY_REF r a i      in a run, or i varying           an address for each point
+//
+// That is settled by looking at all its bindings first, since one that varies decides for all.
+//
+// Tested by tests/host/AgreementTest.cpp against shared objects.
+
 #include "machine/QxMachineVariables.h"
 
 #include <algorithm>

@@ -1,3 +1,14 @@
+// Each instruction by itself, against its row of the layouts: every operand has a type that the
+// letter of its place allows, nothing writes to a constant, and detail fits the place.
+//
+// The kernels take these facts for granted: a float where three are read would be a read past the
+// end, and a varying value written into a uniform variable a write past it.
+//
+//     MULT_FLOAT_COLOR %3 Kd Cs        outside of a parallel run, Cs varying: refused
+//     BEGIN_PARALLEL ... the same      fits
+//
+// Tested by tests/machine/QxVerifierTest.cpp, and by the fuzz target `bytecode`.
+
 #include "machine/QxOperandCheck.h"
 
 #include "sqx/SqxDump.h"

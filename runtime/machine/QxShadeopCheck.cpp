@@ -1,3 +1,9 @@
+// A library reads its arguments by the types that it declares, through bare addresses. So each call
+// of a file must be that of some overload, in count, shape and length of every argument; which one
+// the compiler meant is of no matter, since they share a method.
+//
+// Tested by tests/machine/QxShadeopCheckTest.cpp.
+
 #include "machine/QxShadeopCheck.h"
 
 #include <algorithm>

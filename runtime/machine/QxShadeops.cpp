@@ -1,3 +1,9 @@
+// A file of byte-code names functions of libraries, and may come from anywhere. So only what stands
+// in the table that a library exports is ever called: `system` in a file is refused, since no
+// library lists it. All calls are checked before the first init function runs.
+//
+// Tested by tests/machine/QxShadeopCheckTest.cpp and tests/shadeops.
+
 #include "machine/QxShadeops.h"
 
 #include <bit>

@@ -1,3 +1,9 @@
+// A file may hold anything, so an item is taken only if it is there, is of its kind, and fits its
+// range; the first that is not ends the reading with its line and section. The text is never
+// copied, but for quoted parts.
+//
+// Tested by tests/backends/SqxReaderTest.cpp and the fuzz target `bytecode`.
+
 #include "sqx/SqxCursor.h"
 
 #include <charconv>

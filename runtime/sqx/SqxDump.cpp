@@ -1,3 +1,9 @@
+// The text is for eyes and for comparing: whatever is no matter of meaning, such as the numbers of
+// constants, is replaced by what it stands for, and what a damaged file lacks shows as "?" and its
+// number. Positions stay, since jumps name them.
+//
+// Tested by the dumps of tests/golden and by tests/backends/SqxReaderTest.cpp.
+
 #include "sqx/SqxDump.h"
 
 #include <algorithm>

@@ -1,3 +1,6 @@
+// Names of codes, and the values of an instruction by place. A layout ends with a star where a list
+// follows, so that the letter of a value far behind is still that of the list.
+
 #include "sqx/SqxShader.h"
 
 #include <algorithm>

@@ -1,3 +1,6 @@
+// The compiler itself links only the standard library and has its options in a table of its own, so
+// its page stands here. A test compares the two.
+
 #include "manual/ShaderqxProgram.h"
 
 namespace {

@@ -1,3 +1,9 @@
+// Manual pages and completion are made of the same tables as `--help`, so that they cannot tell
+// different things. Pages use man(7) with the few macros that every reader of pages knows. The
+// completion does without a library of bash functions, which not every system has.
+//
+// Tested by tests/manual/run.sh: each option that a program prints stands in its page.
+
 #include "manual/SqxManualPage.h"
 
 #include <algorithm>

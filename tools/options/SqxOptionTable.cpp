@@ -1,3 +1,5 @@
+// `--help`: the effects stand in one column, behind the longest word.
+
 #include "options/SqxOptionTable.h"
 
 #include <algorithm>

@@ -1,3 +1,11 @@
+// A world that needs no files, in which each kind of shader shows what it does: a key light and a
+// weaker one, a sky above a ground for what is reflected, a check for what is a texture.
+//
+// The random numbers of a piece of the picture start from its number: a picture is the same however
+// many threads have made it.
+//
+// Tested by tests/sqxshade/SqxPictureTest.cpp.
+
 #include "picture/SqxPictureScene.h"
 
 #include <algorithm>

@@ -1,3 +1,12 @@
+// The order of a grid: displacement, normals of the moved points, surface, volume; the imager comes
+// over the finished pixels. A displacement that leaves `N` alone gets the normals of the surface
+// that it has made, as a renderer would compute them.
+//
+// Each thread has a stage, since an instance shades one grid at a time; pieces of work are numbered
+// so that random values do not depend on which thread took them.
+//
+// Tested by tests/sqxshade/SqxPictureTest.cpp.
+
 #include "picture/SqxPictureStage.h"
 
 SqxPictureStage::SqxPictureStage(const SqxPictureSettings& settings, const SqxShape& shape)

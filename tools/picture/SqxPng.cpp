@@ -1,3 +1,8 @@
+// A picture appears under its name only when it is whole: it is written beside and renamed. What is
+// no file, such as a pipe, is written to directly.
+//
+// Tested by tests/sqxshade/SqxShadeTest.cpp.
+
 #include "picture/SqxPng.h"
 
 #include <cerrno>

@@ -1,3 +1,9 @@
+// A source is compiled by the compiler that stands beside the program, in a temporary folder, one
+// for each source: two shaders may have one name. The folder lives as long as what was built in it,
+// since a shared object is read from its file.
+//
+// Tested by tests/sqxshade/SqxShadeTest.cpp.
+
 #include "picture/SqxShaderBuild.h"
 
 #include <cstdlib>

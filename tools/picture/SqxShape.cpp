@@ -1,3 +1,12 @@
+// Shapes are formulas of u and v, so that derivatives are exact and a grid can lie anywhere on
+// them. A sphere and a torus are both rings around an axis: what depends on u alone is computed
+// once a column, what depends on v once a row.
+//
+// The rows of a sphere keep off the poles a little: there dPdu is zero and a normal made of the
+// derivatives would have no direction.
+//
+// Tested by tests/sqxshade/SqxPictureTest.cpp.
+
 #include "picture/SqxShape.h"
 
 #include <cmath>

@@ -1,3 +1,13 @@
+// A program is started by fork and exec without a shell in between, so that no word of a path is
+// taken for a sign of the shell's. Between the two the child only makes calls that a process with
+// several threads may make there, and anything that fails ends as a command that was not found
+// does.
+//
+// Waiting with a test looks at the child without taking its status first: once that is taken, its
+// number may belong to another process, which must not be killed in its place.
+//
+// Tested by tests/make/run.sh and tests/sqxshade/SqxShadeTest.cpp.
+
 #include "process/SqxProcess.h"
 
 #include <cerrno>

@@ -1,3 +1,6 @@
+// What no table of the compiler tells of a function: what it is for. The page takes its order and
+// its chapters from here; a function of the library without a row is an error when it is made.
+
 #include "reference/SqxBuiltInMeanings.h"
 
 namespace {

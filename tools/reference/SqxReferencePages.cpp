@@ -1,3 +1,12 @@
+// A page keeps what people wrote and gets its tables anew: what stands between
+//
+//     <!-- table: NAME -->    and    <!-- end of table -->
+//
+// is replaced by the table of that name, made of the compiler's own rows. So a declaration in
+// docs/built-ins.md is the one that the compiler matches calls with.
+//
+// Tested by tests/reference/run.sh, which fails if the tree holds older tables.
+
 #include "reference/SqxReferencePages.h"
 
 #include <algorithm>

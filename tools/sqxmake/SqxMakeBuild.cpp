@@ -1,3 +1,9 @@
+// Times, order and parallel work are ninja's. This program writes its file, one step a source, and
+// looks after what ninja cannot see: outputs that were removed, sources that are gone, two builds
+// in one folder, and at the end which shaders were refused.
+//
+// Tested by tests/make/run.sh.
+
 #include "sqxmake/SqxMakeBuild.h"
 
 #include <csignal>

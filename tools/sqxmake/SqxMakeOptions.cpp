@@ -1,3 +1,9 @@
+// Options of the compiler are passed on as they are, but only those that leave a library whole:
+// `-E` and `-c` stop halfway, `-d` writes elsewhere. They are part of what a shader is made of, so
+// that other options compile it anew.
+//
+// Tested by tests/make/run.sh.
+
 #include "sqxmake/SqxMakeOptions.h"
 
 #include <charconv>

@@ -1,3 +1,16 @@
+// What is known from one run to the next is a folder of small files, one a fact, so that parallel
+// steps never write to the same one:
+//
+//     stamps/ID      source and output of the last good compile; ninja compares its time
+//     owners/OUTPUT  which source made it, so that two shaders of one name are noticed
+//     failed/ID      the source was refused
+//     work/ID        where it is compiled
+//
+// A file of a fact is made by a call that fails if it is there already: of two sources that claim
+// one output at a time, one gets it.
+//
+// Tested by tests/make/run.sh.
+
 #include "sqxmake/SqxMakeState.h"
 
 #include <cctype>

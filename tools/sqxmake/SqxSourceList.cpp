@@ -1,3 +1,9 @@
+// Folders are walked to their ground and the sources sorted, so that a library is compiled in the
+// same order everywhere. What begins with a dot is passed over, as are folders of that kind, since
+// version control and editors keep copies there. A source that is named twice is taken once.
+//
+// Tested by tests/make/run.sh.
+
 #include "sqxmake/SqxSourceList.h"
 
 #include <set>

@@ -1,3 +1,8 @@
+// Pictures in as square a raster as their number allows, each with its name in letters of 5 by 8
+// pixels that stand here as bits: the sheet needs no font.
+//
+// Tested by tests/sqxshade/SqxShadeTest.cpp.
+
 #include "sqxshade/SqxContactSheet.h"
 
 #include <algorithm>

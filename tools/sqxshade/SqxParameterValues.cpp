@@ -1,3 +1,8 @@
+// Texts of the command line become values by the declared type of the parameter: "1,0.5,0" is a
+// color for one and three elements for another.
+//
+// Tested by tests/sqxshade/SqxShadeTest.cpp.
+
 #include "sqxshade/SqxParameterValues.h"
 
 #include <algorithm>

@@ -1,3 +1,8 @@
+// From options to a file: sources are compiled, shaders opened and set, the picture or the sheet is
+// rendered and written whole. A sheet renders each shader by itself in the same settings.
+//
+// Tested by tests/sqxshade/SqxShadeTest.cpp.
+
 #include "sqxshade/SqxShadeJob.h"
 
 #include <chrono>

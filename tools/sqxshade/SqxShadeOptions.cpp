@@ -1,3 +1,11 @@
+// One table tells an option's name, what stands behind it, how it is read and what `--help` says.
+// Parameters belong to the shader in front of them, or to the first one if they come before it.
+//
+// All bounds are checked here, before anything is compiled: what would take more memory than a
+// picture is worth is refused with its reason.
+//
+// Tested by tests/sqxshade/SqxShadeTest.cpp.
+
 #include "sqxshade/SqxShadeOptions.h"
 
 #include <charconv>
