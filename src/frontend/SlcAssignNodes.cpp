@@ -1,3 +1,8 @@
+// The five assignments differ by their operator only. `x += y` is not rewritten as `x = x + y`: of
+// `a[i] += y` the index is evaluated once.
+//
+// Tested by tests/frontend/TreeShapeTest.cpp.
+
 #include "frontend/SlcAssignNodes.h"
 
 #include <utility>

@@ -1,3 +1,9 @@
+// One shape for all operators of two values; the classes below it tell walkers which one it is.
+// Both sides are always evaluated, the left one first: what stops early, `&&` and `||`, is a
+// relation.
+//
+// Tested by tests/frontend/TreeShapeTest.cpp.
+
 #include "frontend/SlcBinOpNodes.h"
 
 #include <utility>

@@ -1,3 +1,8 @@
+// A call keeps the name as it was written and gets the entry of its function from the checks, once
+// the types of its arguments have picked an overload.
+//
+// Tested by tests/frontend/TreeShapeTest.cpp.
+
 #include "frontend/SlcCallNodes.h"
 
 #include <algorithm>

@@ -1,3 +1,11 @@
+// A declaration is split as it is written: one type for several names, each with its own length and
+// value. Entries of the symbol table are set by the checks. A node shares its entry, an entry
+// refers to nodes by plain pointers only, so that no cycle arises.
+//
+//     uniform float a = 1, b[2];        SlcTypeSpecNode, and two SlcDefExprNode
+//
+// Tested by tests/frontend/TreeShapeTest.cpp.
+
 #include "frontend/SlcDefinitionNodes.h"
 
 #include <utility>

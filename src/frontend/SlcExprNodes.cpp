@@ -1,3 +1,12 @@
+// Children are walked in the order in which their values are wanted, which is that of the source,
+// with one exception: of `name[index]` the index comes first, since its value must be there when
+// the name is met.
+//
+// Constant are literals, `PI`, and what is made of constants alone. That is a matter of the
+// source's form; what values are known after folding is the optimizer's.
+//
+// Tested by tests/frontend/TreeShapeTest.cpp.
+
 #include "frontend/SlcExprNodes.h"
 
 #include <algorithm>

@@ -1,3 +1,11 @@
+// Loops and light statements share a base, since passes ask the same of all their bodies: they may
+// run not at all, and most of them again, so that an assignment further down reaches a read further
+// up.
+//
+// A level of `break` or `continue` that the source leaves out is 1 from here on.
+//
+// Tested by tests/frontend/TreeShapeTest.cpp.
+
 #include "frontend/SlcLoopNodes.h"
 
 #include <utility>

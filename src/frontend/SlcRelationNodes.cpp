@@ -1,3 +1,8 @@
+// Relations are a family of their own beside expressions, since the language has no value for them:
+// only conditions hold one. So no walker of expressions has to ask whether a value is a comparison.
+//
+// Tested by tests/frontend/TreeShapeTest.cpp.
+
 #include "frontend/SlcRelationNodes.h"
 
 #include <utility>

@@ -1,3 +1,8 @@
+// A block that begins with a statement stands where that does, an empty one where it was noticed.
+// Branches are statements, not blocks: whether braces were written makes no difference to any pass.
+//
+// Tested by tests/frontend/TreeShapeTest.cpp.
+
 #include "frontend/SlcStmtNodes.h"
 
 #include <utility>

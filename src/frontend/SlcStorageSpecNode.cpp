@@ -1,3 +1,5 @@
+// One object for each storage class, made when it is first asked for: other statics may ask.
+
 #include "frontend/SlcStorageSpecNode.h"
 
 namespace {
