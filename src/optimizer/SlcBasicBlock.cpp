@@ -1,3 +1,5 @@
+// The text is for whoever follows a pass: blocks by number, with both directions of their edges.
+
 #include "optimizer/SlcBasicBlock.h"
 
 #include <ostream>

@@ -1,3 +1,11 @@
+// A path is a list of directories, each expanded when it is set: variables of the environment, `~`,
+// and a leading `.` or `..` become what they stand for now, so that a later change of the working
+// directory does not move them. Two items are references instead of directories:
+//
+//     @    the default path          &    what the path was before
+//
+// Tested by tests/support/QxSearchPathTest.cpp.
+
 #include "support/QxSearchPath.h"
 
 #include <sys/stat.h>

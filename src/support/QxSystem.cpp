@@ -1,3 +1,11 @@
+// Thin layers over calls of the system, each of which answers with 0, false or nothing where the
+// system refuses: callers are told whether it worked, not why.
+//
+// Between fork and exec a child only closes descriptors: whatever takes memory there could wait for
+// a lock that no thread of the child will ever open.
+//
+// Tested by tests/support/QxSystemTest.cpp.
+
 #include "support/QxSystem.h"
 
 #include <dirent.h>

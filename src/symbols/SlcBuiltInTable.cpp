@@ -1,3 +1,9 @@
+// A shader calls a dozen of the library's functions. So the outermost scope is empty at first, and
+// makes the entries of a name when that is first looked up, or defined anew, which must meet the
+// built-ins of its name: to make them all would take longer than to compile a small shader.
+//
+// Tested by tests/symbols/SlcShaderSymbolTableTest.cpp.
+
 #include "symbols/SlcBuiltInTable.h"
 
 #include <string>

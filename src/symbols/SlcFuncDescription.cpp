@@ -1,3 +1,17 @@
+// A row of the library is a text of words, taken apart from left to right when its name is first
+// used in a source:
+//
+//     mix float 3 float float float 0 0 CALL_PRIM_MIX_1D 0 0 simd varying varying uniform
+//     name, result, count, arguments, two detail rules, primitive, sees order, may be folded, form
+//
+// An argument may have `output` and `uniform` in front. A row of the second table has a description
+// of its tail behind the fixed arguments: `(a b)` in this order, `type *` any number, `named (...)`
+// pairs of a name and a value in any order, `= value` what stands for one that is left out.
+//
+// A word that cannot be read is a fault of the table, and fatal.
+//
+// Tested by tests/symbols/SlcFuncDescriptionTest.cpp.
+
 #include "symbols/SlcFuncDescription.h"
 
 #include <charconv>
