@@ -1,22 +1,87 @@
 #!/usr/bin/env bash
-# Runs clang-tidy as .clang-tidy says over the files that are given, or over all sources. Ends with
-# status 1 if it finds anything. Takes minutes for all, so no test runs it.
-# usage: tidy.sh [FILE...]
+# Runs clang-tidy as .clang-tidy says, and ends with status 1 if it finds anything. A header is looked
+# at with the sources that include it. A source that was clean, and has not changed since with all that
+# it includes, is passed over.
+# usage: tidy.sh            what differs from the branch main, or else from the last commit
+#        tidy.sh FILE...    those files
+#        tidy.sh --all      the whole tree, which takes an hour the first time
+# environment: SLC_TIDY_JOBS  how many at a time; one for each processor by default
+#              SLC_TIDY_MOST  looks at no more than so many of them
 set -euo pipefail
 cd "$(dirname "$0")/.."
+build=build/tidy
+clean=$build/clean
+
+# Generated C++ is made of headers that are written for its macros, and the fakes and the program of
+# the package's test are compiled elsewhere.
+sources() {
+    git ls-files --cached --others --exclude-standard \
+        'src/*.cpp' 'runtime/*.cpp' 'tools/*.cpp' 'tests/*.cpp' 'bench/*.cpp' |
+        grep -vE '^tests/(host/fakes|host/life|package|fuzz)/'
+}
+
+changed() {
+    local base
+    base=$(git merge-base HEAD main 2>/dev/null || true)
+    if [ -z "$base" ] || [ "$base" = "$(git rev-parse HEAD)" ]; then
+        base=$(git rev-parse --verify -q HEAD~1 || git rev-parse HEAD)
+    fi
+    git diff --name-only --diff-filter=d "$base"
+    git ls-files --others --exclude-standard
+}
+
+# The sources among the files $@, and those that include a header among them by name.
+sources_of() {
+    local file name
+    for file in "$@"; do
+        name=${file#src/}
+        name=${name#runtime/}
+        name=${name#tools/}
+        name=${name#tests/}
+        case $file in
+            *.cpp) echo "$file" ;;
+            *.h) grep -lF "#include \"$name\"" $(sources) || true ;;
+        esac
+    done | sort -u | grep -xFf <(sources) || true
+}
+
+# What a verdict on the source $1 depends on, as a number: its text with all that it includes.
+state_of() {
+    local preprocess
+    preprocess=$(grep -F -B1 "\"file\": \"$PWD/$1\"" "$build/compile_commands.json" |
+        sed -nE 's/^ *"command": "(.*)",$/\1/p' |
+        sed -E 's/\\(["\\])/\1/g; s/ -o [^ ]+//; s/ -c / -E -P /')
+    { cat .clang-tidy && bash -c "$preprocess"; } | sha256sum | cut -d' ' -f1
+}
+
+check() {
+    local state
+    state=$(state_of "$1")
+    [ ! -e "$clean/$state" ] || return 0
+    clang-tidy --quiet --warnings-as-errors='*' -p "$build" "$1" \
+        2> >(grep -vE '^[0-9]+ warnings? (generated|treated as error)' >&2 || true) || return 1
+    : >"$clean/$state"
+}
+
+if [ "${1-}" = --check ]; then
+    check "$2"
+    exit
+fi
 
 # One command for each source, which the batches of a common build do not give.
-cmake -S . -B build/tidy -DSLC_BATCH_SOURCES=OFF -DCMAKE_BUILD_TYPE=Debug \
-    -DCMAKE_EXPORT_COMPILE_COMMANDS=ON >/dev/null
+cmake -S . -B "$build" -DSLC_BATCH_SOURCES=OFF -DCMAKE_BUILD_TYPE=Debug \
+    -DCMAKE_C_COMPILER_LAUNCHER= -DCMAKE_CXX_COMPILER_LAUNCHER= >/dev/null
 # The scanner and the parser are made by tools, and their headers are included.
-cmake --build build/tidy --target slc_frontend >/dev/null
+cmake --build "$build" --target slc_grammar >/dev/null
+mkdir -p "$clean"
 
-if [ $# -eq 0 ]; then
-    mapfile -t files < <(git ls-files 'src/*.cpp' 'runtime/*.cpp' 'tools/*.cpp')
-else
-    files=("$@")
-fi
+case ${1-} in
+    --all) mapfile -t files < <(sources) ;;
+    '') mapfile -t files < <(mapfile -t names < <(changed) && sources_of "${names[@]}") ;;
+    *) mapfile -t files < <(sources_of "$@") ;;
+esac
+files=("${files[@]:0:${SLC_TIDY_MOST:-${#files[@]}}}")
+[ ${#files[@]} -gt 0 ] || { echo "There is nothing to look at"; exit 0; }
 printf '%s\0' "${files[@]}" |
-    xargs -0 -n 1 -P "$(nproc)" clang-tidy --quiet --warnings-as-errors='*' -p build/tidy \
-        2> >(grep -vE '^[0-9]+ warnings? (generated|treated as error)' >&2 || true)
+    xargs -0 -n 1 -P "${SLC_TIDY_JOBS:-$(nproc)}" "$0" --check
 echo "${#files[@]} files are clean"

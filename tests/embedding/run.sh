@@ -54,7 +54,7 @@ done
     echo '#include "host/QxHost.h"'
     echo 'int main(int, char** argv) { try {'
     echo 'const unsigned int columns = 3, rows = 2; const QxVector3 eye = {0, 0, 0};'
-    echo 'std::vector<QxVector3> P(columns * rows, QxVector3{0, 0, 1}); std::vector<QxRGBColor> Ci(columns * rows);'
+    echo 'std::vector<QxVector3> P(columns * rows, QxVector3{0, 0, 1}); std::vector<QxRGBColor> Ci(columns * rows), Oi(Ci);'
     echo 'std::vector<QxRGBColor> white(columns * rows, QxRGBColor{1, 1, 1});'
     echo 'QxHostScene scene; QxShaderInstance surface(QxShader::Open(argv[1]), scene.Spaces());'
     block "$root/docs/embedding.md" 'QxHostPoints points' |
