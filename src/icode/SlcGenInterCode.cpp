@@ -40,8 +40,10 @@ SlcPtr<SlcListICode> SlcGenInterCode::GenInitFormalCode(SlcDefExprNode* definiti
         m_errors->FatalError(definition, "No lexical node is found for an init expr.");
 
     const SlcTypeNode* valueType = m_values.Last()->GetType();
-    if (!type->IsArrayType() || valueType->IsSameType(type)) {
-        values.push_back(m_context.Converted(m_values.Pop(), type));
+    if (!type->IsArrayType()) {
+        values.push_back(InitialValue(m_values.Pop(), type));
+    } else if (valueType->IsSameType(type)) {
+        values.push_back(m_values.Pop());
     } else if (valueType->IsArrayType()) {
         const SlcOperand source = m_values.PopReference();
         values.push_back(m_list.GenTempVar(type, source->GetDetail()));
@@ -55,6 +57,16 @@ SlcPtr<SlcListICode> SlcGenInterCode::GenInitFormalCode(SlcDefExprNode* definiti
     m_list.ReleaseTempVars();
     m_values.ForgetWrites();
     return m_list.List();
+}
+
+// What runs the shader copies a variable of that type, and would refuse a reference.
+SlcOperand SlcGenInterCode::InitialValue(const SlcOperand& value, SlcTypeNode* type)
+{
+    if (!value->GetType()->IsArrayRefType())
+        return m_context.Converted(value, type);
+    const SlcOperand copy = m_list.GenTempVar(type, value->GetDetail());
+    m_conditions.GenPlainAssignment(copy, value);
+    return copy;
 }
 
 void SlcGenInterCode::DefaultOutputValues()

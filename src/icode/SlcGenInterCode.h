@@ -73,6 +73,8 @@ private:
         SlcOperand angle;
     };
 
+    /// `value` as a variable that a parameter of type `type` can be copied from.
+    [[nodiscard]] SlcOperand InitialValue(const SlcOperand& value, SlcTypeNode* type);
     void GenLineNumberInfo(SlcSyntaxNode* node);
     /// Walks an expression and pops its value.
     [[nodiscard]] SlcOperand Evaluate(SlcSyntaxNode* expr);

@@ -76,6 +76,7 @@ void SlcValueStack::Start()
 {
     m_values.clear();
     m_lateCopies.clear();
+    m_arrayOfRef = {};
     ForgetWrites();
 }
 
@@ -176,6 +177,4 @@ void SlcValueStack::ForgetWrites()
     // To clear a map costs its buckets, of which one long statement leaves many.
     if (!m_lastWrites.empty())
         m_lastWrites = {};
-    if (!m_arrayOfRef.empty())
-        m_arrayOfRef = {};
 }

@@ -40,7 +40,8 @@ public:
     [[nodiscard]] SlcOperand VariableOf(const SlcOperand& operand) const;
 
     /// No value or mark is waiting any more: copies go into the list, beside which they have stood
-    /// so that no place in it moved.
+    /// so that no place in it moved. References are remembered, since the formal of a function that
+    /// is being expanded may be one.
     void ForgetWrites();
 
 private:

@@ -74,6 +74,11 @@ TEST(SlcGenCalls, LetAFormalStandForItsArgument)
         // What an argument was when it was read.
         {"float f(float a; float b) { return a + b; }", "float x; float y = f(x, x = 2);",
          "{ t0 = Assign x_1; } { x_1 = Assign #2; } { t1 = Add t0 x_1; } { y_1 = Assign t1; }"},
+        // An element is written through another reference, statements after it was bound.
+        {"",
+         "float x[2]; float f(float a) { float y = 1; return a + (x[1] = 5); } float z = f(x[1]);",
+         "t0 = ArrayRef x_1 #1; { y_3 = Assign #1; } { t1 = Assign t0; } t2 = ArrayRef x_1 #1; "
+         "{ t2 = Assign #5; } { t3 = Add t1 t2; } { z_1 = Assign t3; }"},
     };
     ExpectCalls(cases);
 }

@@ -78,11 +78,17 @@ TEST(SlcInterForm, InitializesParametersByListsOfTheirOwn)
         {"float a[2] = {4, 5}; float[2.] b = a", ""},
         {"float a[1] = {4}; color[2.] b = a",
          "t0 = ArrayRef a #0; t2 = ArrayRef t1 #0; t2 = Assign t0;"},
+        // An element is copied: a reference is no value that a parameter could take.
+        {"float a[1] = {4}; float b = a[0]", "t0 = ArrayRef a #0; t1 = Assign t0;"},
+        {"varying float a[1] = {4}; varying color b = a[0]",
+         "t0 = ArrayRef a #0; { t1 = Assign t0; }"},
     };
     for (const InitCase& c : cases) {
         LoweredShader shader(std::string("surface s(") + c.formal + ") {}");
         EXPECT_EQ(ToText(*shader.Form().m_paramInitLists.back()), c.code) << c.formal;
-        EXPECT_EQ(shader.Form().m_paramInitValues.back().size(), 1u) << c.formal;
+        ASSERT_EQ(shader.Form().m_paramInitValues.back().size(), 1u) << c.formal;
+        EXPECT_FALSE(shader.Form().m_paramInitValues.back()[0]->GetType()->IsArrayRefType())
+            << c.formal;
     }
 }
 
