@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
 # How fast the machine runs byte-code, beside shared objects of the same shaders that the default
-# command builds. A cell is the time of the machine divided by that of the shared object, with the
-# baseline kernels and with the best ones that the processor has.
+# command builds. Prints the tables of docs/measurements.md: a cell of the first one is the time of
+# the machine divided by that of the shared object, with the baseline kernels and with the best ones
+# that the processor has.
 # usage: machine.sh BIN_DIRECTORY [SECONDS [SIDE...]]
+# SHADERS in the environment: the names of those to measure.
 set -euo pipefail
 bin=$(cd "$1" && pwd)
 seconds=${2:-0.5}
@@ -14,17 +16,50 @@ trap 'rm -rf "$scratch"' EXIT
 cd "$scratch"
 unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS
 
-sources=("$root"/bench/machine/*.sl)
-for name in ${SHADERS:-matte velvet_flat checker_flat fog_flat marble brick mandelbrot wood smoke}; do
-    sources+=("$root/examples/$name.sl")
+declare -A kinds=(
+    [arithmetic]='arithmetic of numbers' [branches]='varying conditions'
+    [colors]='arithmetic of colors' [matte]='lights' [velvet_flat]='lights, `pow`'
+    [checker_flat]='lights, `mod`' [metal]='lights, highlights' [fog_flat]='`pow`'
+    [marble]='noise' [wood]='noise' [smoke]='volume: noise, loop' [brick]='neighbours'
+    [ripple]='displacement: `sin`, neighbours' [mandelbrot]='varying loop'
+    [cells]='noise, loop' [spotlight]='light' [grading]='imager: colors')
+order=(arithmetic branches colors matte velvet_flat checker_flat metal fog_flat marble wood smoke
+       brick ripple mandelbrot cells spotlight grading)
+read -ra names <<<"${SHADERS:-${order[*]}}"
+
+# Both outputs of a source: NAME.bc and NAME.so.
+build() {
+    "$bin/shaderqx" "$1" 2>messages && mv "$2.sqx" "$2.bc" &&
+        "$bin/shaderqx" --dso "$1" 2>messages && mv "$2.sqx" "$2.so" || { cat messages; exit 1; }
+}
+rows=()
+for name in "${names[@]}"; do
+    source=$root/examples/$name.sl
+    [ -e "$source" ] || source=$root/bench/machine/$name.sl
+    build "$source" "$name"
+    rows+=("$name=${kinds[$name]:-}")
 done
-names=()
-for source in "${sources[@]}"; do
-    name=$(basename "$source" .sl)
-    "$bin/shaderqx" "$source" 2>messages || { cat messages; exit 1; }
-    mv "$name.sqx" "$name.bc"
-    "$bin/shaderqx" --dso "$source" 2>messages || { cat messages; exit 1; }
-    mv "$name.sqx" "$name.so"
-    names+=("$name")
-done
-"$bin/machine_speed" "$seconds" "${sides[@]}" -- "${names[@]}"
+"$bin/machine_grids" "$seconds" "${sides[@]}" -- "${rows[@]}"
+
+echo
+largest=planet
+[ -e $largest.bc ] || build "$root/examples/$largest.sl" $largest
+"$bin/machine_load" "$seconds" "${names[@]}" $largest
+
+echo
+"$bin/machine_threads" "$seconds" "${names[0]}" "${names[-1]}"
+
+# From the source to a picture, on both roads.
+echo
+matte=$root/examples/matte.sl
+size=256
+fast=$("$bin/measure" 3 "$bin/sqxshade" --size $size -o picture.png "$matte")
+[ -s picture.png ]
+slow=$("$bin/measure" 1 "$bin/sqxshade" --dso --size $size -o object.png "$matte")
+[ -s object.png ]
+echo "| \`matte.sl\` to a picture of $size by $size | seconds |"
+echo '|---|---|'
+echo "| byte-code | ${fast% *} |"
+echo "| shared object | ${slow% *} |"
+awk -v fast="${fast% *}" -v slow="${slow% *}" \
+    'BEGIN { printf "| the first divided by the second | %.3f |\n", fast / slow }'

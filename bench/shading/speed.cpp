@@ -5,86 +5,27 @@
 
 #include <algorithm>
 #include <bit>
-#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <dlfcn.h>
 #include <filesystem>
-#include <functional>
 
-#include "host/QxHost.h"
+#include "common/BenchStage.h"
 #include "shading/loops.h"
 
 namespace {
 
 constexpr unsigned int k_side = 48;  // points along an edge of the grid
 
-/// What a shader and its loop work on. Lights are counted as arithmetic, running them is not: that
-/// is the host's work, so it is done once.
-class Stage : public QxHostScene {
-public:
-    Stage()
-    {
-        AddAmbientLight({0.1F, 0.1F, 0.1F});
-        AddPointLight({-1, 1, -1}, {0.8F, 0.8F, 0.7F});
-        AddDistantLight({-0.5F, -0.5F, 1}, {0.3F, 0.3F, 0.4F});
-        const unsigned int points = k_side * k_side;
-        for (unsigned int i = 0; i < LightCount(); ++i)
-            m_values.push_back({std::vector<QxVector3>(points), std::vector<QxRGBColor>(points),
-                                std::vector<QxRGBColor>(points)});
-        for (Values& values : m_values)
-            m_lights.push_back({values.L.data(), values.Cl.data(), values.Ol.data()});
-        BeginGrid(m_grid);
-        const QxVector3* P = m_grid.Values<QxVector3>("P").data();
-        QxHostScene::EvaluateLights(P, points, m_lights.data(), LightCount());
-        Bulge();
-    }
-    void EvaluateLights(const QxVector3*, unsigned int, QxLightInput*, unsigned int) override {}
-
-    [[nodiscard]] QxHostGrid& Grid() { return m_grid; }
-    [[nodiscard]] std::vector<QxLightInput>& Lights() { return m_lights; }
-
-private:
-    struct Values {
-        std::vector<QxVector3> L;
-        std::vector<QxRGBColor> Cl;
-        std::vector<QxRGBColor> Ol;
-    };
-
-    /// No two points are alike.
-    void Bulge()
-    {
-        for (std::size_t i = 0; i < m_grid.Size(); ++i) {
-            const QxVector3 place = m_grid.Values<QxVector3>("P")[i];
-            m_grid.Values<QxVector3>("N")[i] = {place.x, place.y, -1};
-            const float wave = std::sin(static_cast<float>(i));
-            m_grid.Values<QxRGBColor>("Cs")[i] = {0.5F + 0.5F * wave, 0.5F, 0.5F - 0.4F * wave};
-            m_grid.Values<QxRGBColor>("Ci")[i] = {0.5F + 0.5F * wave, 0.5F, 0.5F - 0.4F * wave};
-        }
-    }
-
-    QxHostGrid m_grid{k_side, k_side};
-    std::vector<Values> m_values;
-    std::vector<QxLightInput> m_lights;
-};
-
-double SecondsOf(const std::function<void()>& work, int times)
-{
-    const auto start = std::chrono::steady_clock::now();
-    for (int i = 0; i < times; ++i)
-        work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count() / times;
-}
-
 /// The shortest times of both, in turns, so that a busy machine slows both down.
-void Compare(const std::string& name, const std::function<void()>& shader,
-             const std::function<void()>& loop, double seconds)
+template <class Shader, class Loop>
+void Compare(const std::string& name, const Shader& shader, const Loop& loop, double seconds)
 {
-    const int times = std::max(1, static_cast<int>(0.002 / SecondsOf(loop, 3)));
+    const int times = std::max(1, static_cast<int>(0.002 / BenchSecondsOf(loop, 3)));
     double best[2] = {1e30, 1e30};
     for (double spent = 0; spent < seconds;) {
-        const double now[2] = {SecondsOf(shader, times), SecondsOf(loop, times)};
+        const double now[2] = {BenchSecondsOf(shader, times), BenchSecondsOf(loop, times)};
         for (int i = 0; i < 2; ++i)
             best[i] = std::min(best[i], now[i]);
         spent += (now[0] + now[1]) * times;
@@ -95,7 +36,7 @@ void Compare(const std::string& name, const std::function<void()>& shader,
 }
 
 /// Ends the program if both did not compute the same.
-void CheckAlike(const std::string& name, Stage& byShader, Stage& byLoop)
+void CheckAlike(const std::string& name, BenchStage& byShader, BenchStage& byLoop)
 {
     for (const char* variable : {"Ci", "Oi", "P"}) {
         const std::vector<float> one = byShader.Grid().Get(variable).numbers;
@@ -117,24 +58,10 @@ void Measure(const std::string& path, void* loops, double seconds)
     if (!loop)
         throw QxHostError("There is no hand-written loop of '" + name + "'");
 
-    Stage byShader;
-    Stage byLoop;
-    const auto shader = QxShader::Open(path);
-    const auto run = shader->NewRun();
-    std::vector<QxVar> variables(shader->Parameters().size());
-    shader->Declare(variables);
-    for (QxVar& variable : variables)
-        variable.Resize(byShader.Grid().Size());
-    std::vector<const QxFrame3D*> spaces;
-    for (const std::string& space : shader->SpaceNames())
-        spaces.push_back(byShader.Spaces().Find(space));
-    const QxShadingContext context(&byShader, &byShader.Spaces(), spaces.data(), {0, 0, 0});
-    run->Initialize(context, spaces.data(), variables);
-
-    const auto runShader = [&] {
-        run->Evaluate({k_side, k_side}, context, byShader.Grid().Hidden(), variables,
-                      byShader.Lights());
-    };
+    BenchStage byShader(k_side);
+    BenchStage byLoop(k_side);
+    BenchAct act(QxShader::Open(path), byShader);
+    const auto runShader = [&] { act.Play(); };
     const auto runLoop = [&] {
         loop(byLoop.Grid().Hidden(), k_side * k_side, byLoop.Lights().data(), byLoop.LightCount());
     };

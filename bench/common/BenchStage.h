@@ -1,0 +1,114 @@
+#pragma once
+
+#include <chrono>
+#include <cmath>
+#include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "host/QxHost.h"
+
+/// What a measured shader works on: a grid of which no two points are alike, and three lights.
+///
+/// Lights are counted where a shader adds them up, not where the host runs them: they do not move,
+/// so they are run once.
+class BenchStage : public QxHostScene {
+public:
+    /// A square of side * side points.
+    explicit BenchStage(unsigned int side) : m_grid(side, side)
+    {
+        AddAmbientLight({0.1F, 0.1F, 0.1F});
+        AddPointLight({-1, 1, -1}, {0.8F, 0.8F, 0.7F});
+        AddDistantLight({-0.5F, -0.5F, 1}, {0.3F, 0.3F, 0.4F});
+        RunLights();
+        Bulge();
+    }
+    void EvaluateLights(const QxVector3*, unsigned int, QxLightInput*, unsigned int) override {}
+
+    [[nodiscard]] QxHostGrid& Grid() { return m_grid; }
+    [[nodiscard]] std::vector<QxLightInput>& Lights() { return m_lights; }
+
+private:
+    struct LightValues {
+        std::vector<QxVector3> L;
+        std::vector<QxRGBColor> Cl;
+        std::vector<QxRGBColor> Ol;
+    };
+
+    void RunLights()
+    {
+        const std::size_t points = m_grid.Size();
+        m_values.resize(LightCount());
+        for (LightValues& values : m_values) {
+            values.L.resize(points);
+            values.Cl.resize(points);
+            values.Ol.resize(points);
+            m_lights.push_back({values.L.data(), values.Cl.data(), values.Ol.data()});
+        }
+        BeginGrid(m_grid);
+        QxHostScene::EvaluateLights(m_grid.Values<QxVector3>("P").data(),
+                                    static_cast<unsigned int>(points), m_lights.data(),
+                                    LightCount());
+    }
+    void Bulge()
+    {
+        for (std::size_t i = 0; i < m_grid.Size(); ++i) {
+            const QxVector3 place = m_grid.Values<QxVector3>("P")[i];
+            m_grid.Values<QxVector3>("N")[i] = {place.x, place.y, -1};
+            const float wave = std::sin(static_cast<float>(i));
+            const QxRGBColor color = {0.5F + 0.5F * wave, 0.5F, 0.5F - 0.4F * wave};
+            m_grid.Values<QxRGBColor>("Cs")[i] = color;
+            m_grid.Values<QxRGBColor>("Ci")[i] = color;
+        }
+    }
+
+    QxHostGrid m_grid;
+    std::vector<LightValues> m_values;
+    std::vector<QxLightInput> m_lights;
+};
+
+/// A shader on a stage, with all that it needs but the evaluation itself. The stage must outlive it.
+class BenchAct {
+public:
+    BenchAct(std::shared_ptr<const QxShader> shader, BenchStage& stage)
+        : m_shader(std::move(shader)),
+          m_stage(stage),
+          m_points(stage.Grid()),
+          m_run(m_shader->NewRun()),
+          m_variables(m_shader->Parameters().size())
+    {
+        for (const std::string& name : m_shader->SpaceNames())
+            m_spaces.push_back(stage.Spaces().Find(name));
+        m_context.emplace(&stage, &stage.Spaces(), m_spaces.data(), QxVector3{0, 0, 0});
+        m_shader->Declare(m_variables);
+        for (QxVar& variable : m_variables)
+            variable.Resize(stage.Grid().Size());
+        m_run->Initialize(*m_context, m_spaces.data(), m_variables);
+    }
+    /// One evaluation.
+    void Play()
+    {
+        m_run->Evaluate(m_points.layout, *m_context, m_points.variables, m_variables,
+                        m_stage.Lights());
+    }
+
+private:
+    std::shared_ptr<const QxShader> m_shader;
+    BenchStage& m_stage;
+    const QxHostPoints m_points;
+    std::unique_ptr<QxShaderRun> m_run;
+    std::vector<const QxFrame3D*> m_spaces;
+    std::optional<QxShadingContext> m_context;
+    std::vector<QxVar> m_variables;
+};
+
+/// Seconds that the work takes, of `times` that are done one after the other.
+template <class Work>
+[[nodiscard]] double BenchSecondsOf(const Work& work, int times)
+{
+    const auto start = std::chrono::steady_clock::now();
+    for (int i = 0; i < times; ++i)
+        work();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count() / times;
+}

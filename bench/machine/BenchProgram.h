@@ -1,0 +1,27 @@
+#pragma once
+
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/QxByteCodeShader.h"
+#include "host/QxHost.h"
+
+[[nodiscard]] inline std::string BenchBytesOf(const std::string& name)
+{
+    std::ifstream file(name + ".bc", std::ios::binary);
+    std::string bytes = {std::istreambuf_iterator<char>(file), {}};
+    if (!file)
+        throw QxHostError("Cannot read '" + name + ".bc'");
+    return bytes;
+}
+
+/// The byte-code of NAME.bc with these kernels.
+[[nodiscard]] inline std::shared_ptr<const QxShader> BenchProgram(const std::string& name,
+                                                                  QxKernelChoice kernels)
+{
+    return std::make_shared<QxByteCodeShader>(BenchBytesOf(name), name, std::vector<std::string>(),
+                                              kernels);
+}

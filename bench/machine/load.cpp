@@ -1,0 +1,55 @@
+// What it costs to read, verify and translate byte-code, in processor time: microseconds of the
+// whole file and of one instruction. usage: machine_load SECONDS NAME...
+// For each NAME there is NAME.bc. The instructions counted are those of the file.
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+
+#include "machine/BenchProgram.h"
+#include "machine/QxMachineProgram.h"
+
+namespace {
+
+double ProcessorSeconds()
+{
+    std::timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+}
+
+void Measure(const std::string& name, double seconds)
+{
+    const std::string bytes = BenchBytesOf(name);
+    const std::size_t instructions = QxMachineProgram(bytes, name).InstructionCount();
+    double best = 1e30;
+    for (double spent = 0; spent < seconds;) {
+        const double start = ProcessorSeconds();
+        const QxMachineProgram program(bytes, name);
+        const double time = ProcessorSeconds() - start;
+        best = std::min(best, time);
+        spent += time;
+    }
+    std::printf("| %s | %zu | %.0f | %.2f |\n", name.c_str(), instructions, best * 1e6,
+                best * 1e6 / static_cast<double>(instructions));
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc < 3) {
+        std::fprintf(stderr, "usage: machine_load SECONDS NAME...\n");
+        return 1;
+    }
+    std::printf("| shader | instructions | microseconds | of an instruction |\n|---|---|---|---|\n");
+    try {
+        for (int i = 2; i < argc; ++i)
+            Measure(argv[i], std::atof(argv[1]));
+    } catch (const QxHostError& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 1;
+    }
+    return 0;
+}
