@@ -19,6 +19,39 @@ enum class QxGridAxis { U, V };
 // Each of these has an optional `where`, the points that count. What stands at the others may be
 // left over from other code or never set: it is not read, and what results there has no meaning.
 
+/// All points count: each test of a point says yes.
+inline bool QxIsEverywhere(const QxAllPoints&)
+{
+    return true;
+}
+
+template <class Where>
+inline bool QxIsEverywhere(const Where&)
+{
+    return false;
+}
+
+/// The differences of one row, where all points count; `before` and `behind` are the rows beside
+/// it, or itself at an edge of the grid.
+template <class Value>
+inline void QxDifferencesAcrossRow(Value* result, const Value* before, const Value* row,
+                                   const Value* behind, unsigned int columns)
+{
+    const float spacing = before != row && behind != row ? 0.5f : 1.0f;
+    for (unsigned int i = 0; i < columns; ++i)
+        result[i] = (behind[i] - before[i]) * spacing;
+}
+
+template <class Value>
+inline void QxDifferencesWithinRow(Value* result, const Value* row, unsigned int columns)
+{
+    const unsigned int last = columns - 1;
+    for (unsigned int i = 1; i < last; ++i)
+        result[i] = (row[i + 1] - row[i - 1]) * 0.5f;
+    result[0] = row[last > 0 ? 1 : 0] - row[0];
+    result[last] = row[last] - row[last > 0 ? last - 1 : 0];
+}
+
 /// How a value changes from one shading point to the next along an axis, at each point: half the
 /// difference of both neighbours, at an edge of the grid or of the points that count the difference
 /// to the only one, 0 without any. `result` may be `value`.
@@ -26,9 +59,24 @@ template <class Value, class Where = QxAllPoints>
 inline void QxDifferences(Value* result, const Value* value, const QxGrid& grid, QxGridAxis axis,
                           const Where& where = Where())
 {
-    const std::vector<Value> source(value, value + grid.Size());
-    const unsigned int length = axis == QxGridAxis::U ? grid.columns : grid.rows;
-    const unsigned int stride = axis == QxGridAxis::U ? 1 : grid.columns;
+    std::vector<Value> copy;
+    if (result == value)
+        copy.assign(value, value + grid.Size());
+    const Value* const source = result == value ? copy.data() : value;
+    const unsigned int columns = grid.columns;
+    if (QxIsEverywhere(where)) {
+        for (unsigned int row = 0; row < grid.rows; ++row) {
+            const Value* const at = source + row * columns;
+            if (axis == QxGridAxis::U)
+                QxDifferencesWithinRow(result + row * columns, at, columns);
+            else
+                QxDifferencesAcrossRow(result + row * columns, row > 0 ? at - columns : at, at,
+                                       row + 1 < grid.rows ? at + columns : at, columns);
+        }
+        return;
+    }
+    const unsigned int length = axis == QxGridAxis::U ? columns : grid.rows;
+    const unsigned int stride = axis == QxGridAxis::U ? 1 : columns;
     for (unsigned int i = 0; i < grid.Size(); ++i) {
         const unsigned int place = i / stride % length;
         const unsigned int before = place > 0 && where(i - stride) ? i - stride : i;

@@ -43,19 +43,23 @@ inline float CatmullRom(float x)
 }  // namespace qxfilter
 
 /// A step at `edge`, filtered over the interval between two samples, which `width` stretches
-/// around its middle. `filter`: "catmull-rom" (also for an unknown name), "box", "triangle" or
-/// "gaussian". An empty interval gives the plain step.
-inline float QxFilterStep(float edge, float s1, float s2, float width, const char* filter)
+/// around its middle. An empty interval gives the plain step.
+template <class Filter>
+inline float QxFilterStepOf(const Filter& filter, float edge, float s1, float s2, float width)
 {
     const float spacing = std::abs(s2 - s1) * std::abs(width);
-    if (!(spacing > 0))
-        return QxStep(edge, s1);
     const float place = (0.5f * (s1 + s2) - edge) / spacing;
+    return spacing > 0 ? filter(place) : QxStep(edge, s1);
+}
+
+/// `filter`: "catmull-rom" (also for an unknown name), "box", "triangle" or "gaussian".
+inline float QxFilterStep(float edge, float s1, float s2, float width, const char* filter)
+{
     if (std::strcmp(filter, "box") == 0)
-        return qxfilter::Box(place);
+        return QxFilterStepOf(qxfilter::Box, edge, s1, s2, width);
     if (std::strcmp(filter, "triangle") == 0)
-        return qxfilter::Triangle(place);
+        return QxFilterStepOf(qxfilter::Triangle, edge, s1, s2, width);
     if (std::strcmp(filter, "gaussian") == 0)
-        return qxfilter::Gaussian(place);
-    return qxfilter::CatmullRom(place);
+        return QxFilterStepOf(qxfilter::Gaussian, edge, s1, s2, width);
+    return QxFilterStepOf(qxfilter::CatmullRom, edge, s1, s2, width);
 }

@@ -68,7 +68,8 @@ private:
     std::vector<QxLightInput> m_lights;
 };
 
-/// A shader on a stage, with all that it needs but the evaluation itself. The stage must outlive it.
+/// A shader on a stage, with all that it needs but the evaluation itself. The stage must outlive
+/// it.
 class BenchAct {
 public:
     BenchAct(std::shared_ptr<const QxShader> shader, BenchStage& stage)

@@ -43,7 +43,8 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "usage: machine_load SECONDS NAME...\n");
         return 1;
     }
-    std::printf("| shader | instructions | microseconds | of an instruction |\n|---|---|---|---|\n");
+    std::printf(
+        "| shader | instructions | microseconds | of an instruction |\n|---|---|---|---|\n");
     try {
         for (int i = 2; i < argc; ++i)
             Measure(argv[i], std::atof(argv[1]));

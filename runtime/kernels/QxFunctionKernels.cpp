@@ -1,8 +1,7 @@
-// Functions of numbers, triples and matrices, noise, light and neighbours, under the names by which
-// generated C++ calls them too.
+// Functions of numbers, triples and matrices, noise and light statements, under the names
+// by which generated C++ calls them too.
 
 #include "QxBuiltInNames.h"
-#include "QxSceneCalls.h"
 #include "kernels/QxKernelForms.h"
 
 namespace QX_KERNEL_SET {
@@ -39,23 +38,6 @@ using Text = const char*;
                           NAME(r, arguments...);                                                   \
                       }))
 
-constexpr QxKernelRow Row(std::string_view primitive, QxKernel kernel, const QxStored* operands,
-                          unsigned int operandCount)
-{
-    QxKernelRow row;
-    row.primitive = primitive;
-    row.all = row.masked = kernel;
-    row.operands = operands;
-    row.operandCount = operandCount;
-    return row;
-}
-
-template <class... Types>
-constexpr QxKernelRow Row(std::string_view primitive, QxKernel kernel)
-{
-    return Row(primitive, kernel, k_stored<Types...>, sizeof...(Types));
-}
-
 // Between a numbered space and the current one.
 
 template <template <class> class Call, class As>
@@ -83,96 +65,6 @@ void ConcatSpace(QxMachineState& state, const QxCode& code, const QxPoints& poin
     for (unsigned int i = points.first; i < points.End(); ++i)
         if (points(i))
             QxAt(result, i) = QxAt(source, i) * state.context->Space(code.number).toCurrent;
-}
-
-// What reads neighbours handles the whole grid.
-
-template <class Value, QxGridAxis axis>
-QX_KERNEL_CODE void Derivative(QxMachineState& state, const QxCode& code, const QxPoints& points)
-{
-    QxDerivativeAlong<Value>(state.grid, axis, points, Operand<Value>(state, code, 0),
-                             Operand<Value>(state, code, 1),
-                             QxAt(Operand<float>(state, code, 2), 0));
-}
-
-template <class Value>
-QX_KERNEL_CODE void DerivativeBy(QxMachineState& state, const QxCode& code, const QxPoints& points)
-{
-    QxDerivativeByOperand<Value>(state.grid, points, Operand<Value>(state, code, 0),
-                                 Operand<Value>(state, code, 1), Operand<float>(state, code, 2));
-}
-
-QX_KERNEL_CODE void Area(QxMachineState& state, const QxCode& code, const QxPoints& points)
-{
-    QxAreaOfOperand(state.grid, points, Operand<float>(state, code, 0),
-                    Operand<Vector>(state, code, 1));
-}
-
-QX_KERNEL_CODE void CalculateNormal(QxMachineState& state, const QxCode& code,
-                                    const QxPoints& points)
-{
-    QxNormalOfOperand(state.grid, points, Operand<Vector>(state, code, 0),
-                      Operand<Vector>(state, code, 1), QxAt(Operand<float>(state, code, 2), 0),
-                      QxAt(Operand<float>(state, code, 3), 0));
-}
-
-template <class Value>
-QX_KERNEL_CODE void Corners(QxMachineState& state, const QxCode& code, const QxPoints& points,
-                            std::size_t operand, std::size_t first, std::size_t step)
-{
-    QxPatchCorners(state.grid, points, Operand<Value>(state, code, operand),
-                   Operand<Value>(state, code, first), Operand<Value>(state, code, first + step),
-                   Operand<Value>(state, code, first + 2 * step),
-                   Operand<Value>(state, code, first + 3 * step));
-}
-
-void PointCorners(QxMachineState& state, const QxCode& code, const QxPoints& points)
-{
-    Corners<Vector>(state, code, points, 0, 1, 1);
-}
-
-void StCorners(QxMachineState& state, const QxCode& code, const QxPoints& points)
-{
-    Corners<float>(state, code, points, 0, 2, 2);
-    Corners<float>(state, code, points, 1, 3, 2);
-}
-
-QX_KERNEL_CODE void FilterStepEnds(QxMachineState& state, const QxCode& code,
-                                   const QxPoints& points)
-{
-    QxFilterStepEnds(state.grid, points, Operand<float>(state, code, 1),
-                     Operand<float>(state, code, 0));
-}
-
-// Light.
-
-void AmbientOverGrid(QxMachineState& state, const QxCode& code, const QxPoints& points)
-{
-    const auto result = Operand<Color>(state, code, 0);
-    if (result.step == 1 && points.first == 0 && points.count == state.grid.Size())
-        QxAmbientOverGrid(points.count, state.Lights(), result.values);
-    else
-        for (unsigned int i = points.first; i < points.End(); ++i)
-            QxAt(result, i) = QxAmbientCall(state.Lights())(i);
-}
-
-constexpr QxKernelRow AmbientRow()
-{
-    QxKernelRow row = Each<Color&>("CALL_PRIM_AMBIENT",
-                                   AtPoint([](QxMachineState& state, unsigned int point, Color& r) {
-                                       r = QxAmbientCall(state.Lights())(point);
-                                   }));
-    row.all = AmbientOverGrid;
-    return row;
-}
-
-template <class Call, class... Types>
-constexpr QxKernelRow LightRow(std::string_view primitive)
-{
-    return Each<Color&, Types...>(primitive, AtPoint([](QxMachineState& state, unsigned int point,
-                                                        Color& r, const auto&... values) {
-                                      r = Call(state.Lights())(point, values...);
-                                  }));
 }
 
 // clang-format off
@@ -206,7 +98,6 @@ constexpr QxKernelRow k_rows[] = {
     EACH2(CALL_PRIM_ATAN2, float&, float, float),
     EACH2(CALL_PRIM_LOG2, float&, float, float),
     EACH2(CALL_PRIM_POW, float&, float, float),
-    EACH(CALL_PRIM_FILTERSTEP, float&, float, float, float, float, Text),
 
     // Components
     CHEAP1(CALL_PRIM_XCOMP, float, Vector),
@@ -295,28 +186,7 @@ constexpr QxKernelRow k_rows[] = {
     EACH(CALL_PRIM_PNOISE_POINT_3D, Vector&, Vector, Vector),
     EACH(CALL_PRIM_PNOISE_POINT_4D, Vector&, Vector, float, Vector, float),
 
-    // Neighbours
-    Row<float, float, float>("CALL_PRIM_DU_FLOAT", Derivative<float, QxGridAxis::U>),
-    Row<Color, Color, float>("CALL_PRIM_DU_COLOR", Derivative<Color, QxGridAxis::U>),
-    Row<Vector, Vector, float>("CALL_PRIM_DU_POINT", Derivative<Vector, QxGridAxis::U>),
-    Row<float, float, float>("CALL_PRIM_DV_FLOAT", Derivative<float, QxGridAxis::V>),
-    Row<Color, Color, float>("CALL_PRIM_DV_COLOR", Derivative<Color, QxGridAxis::V>),
-    Row<Vector, Vector, float>("CALL_PRIM_DV_POINT", Derivative<Vector, QxGridAxis::V>),
-    Row<float, float, float>("CALL_PRIM_DERIV_FLOAT", DerivativeBy<float>),
-    Row<Color, Color, float>("CALL_PRIM_DERIV_COLOR", DerivativeBy<Color>),
-    Row<Vector, Vector, float>("CALL_PRIM_DERIV_POINT", DerivativeBy<Vector>),
-    Row<float, Vector>("CALL_PRIM_AREA", Area),
-    Row<Vector, Vector, float, float>("CALL_PRIM_CALCULATENORMAL", CalculateNormal),
-    Row<float, float, float, float, float, float, float, float, float, float>("COMPUTE_ST_POINTS", StCorners),
-    Row<Vector, Vector, Vector, Vector, Vector>("COMPUTE_POINTS", PointCorners),
-    Row<float, float>("COMPUTE_FILTERSTEP_POINTS", FilterStepEnds),
-
-    // Light
-    AmbientRow(),
-    LightRow<QxDiffuseCall, Vector>("CALL_PRIM_DIFFUSE"),
-    LightRow<QxSpecularCall, Vector, Vector, float>("CALL_PRIM_SPECULAR"),
-    LightRow<QxSpecularCall, Vector, Vector, float>("CALL_PRIM_SPECULARSTD"),
-    LightRow<QxPhongCall, Vector, Vector, float>("CALL_PRIM_PHONG"),
+    // Light statements
     EACH(CALL_PRIM_SPECULARBRDF, Color&, Vector, Vector, Vector, float),
     Statement<Flag&, Vector, Vector, float, Vector, Vector&>("ILLUMINATE", [](Flag& flag, const Vector& position, const Vector& axis, float angle, const Vector& Ps, Vector& L) {
         ILLUMINATE(flag, position, axis, angle, Ps, L);

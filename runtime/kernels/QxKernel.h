@@ -36,6 +36,11 @@ struct QxPoints {
     static bool QxIsSet(QxStopAndBool flag) { return static_cast<bool>(flag); }
 };
 
+inline bool QxIsEverywhere(const QxPoints& points)
+{
+    return !points.mask;
+}
+
 /// A shadeop of a loaded library.
 struct QxLoadedShadeop {
     void (*method)(void* data, int argc, void** argv) = nullptr;
@@ -106,10 +111,16 @@ using QxKernelRows = std::span<const QxKernelRow>;
 namespace qxbaseline {
 [[nodiscard]] QxKernelRows OperatorKernels();
 [[nodiscard]] QxKernelRows FunctionKernels();
+[[nodiscard]] QxKernelRows FilterKernels();
+[[nodiscard]] QxKernelRows NeighbourKernels();
+[[nodiscard]] QxKernelRows LightKernels();
 }  // namespace qxbaseline
 namespace qxavx2 {
 [[nodiscard]] QxKernelRows OperatorKernels();
 [[nodiscard]] QxKernelRows FunctionKernels();
+[[nodiscard]] QxKernelRows FilterKernels();
+[[nodiscard]] QxKernelRows NeighbourKernels();
+[[nodiscard]] QxKernelRows LightKernels();
 }  // namespace qxavx2
 
 // What no instruction set makes faster.

@@ -131,6 +131,18 @@ constexpr QxKernelRow Each(std::string_view primitive, Function)
     return row;
 }
 
+/// A row for a kernel that takes what operands come, a mask or none.
+template <class... Types>
+constexpr QxKernelRow Row(std::string_view primitive, QxKernel kernel)
+{
+    QxKernelRow row;
+    row.primitive = primitive;
+    row.all = row.masked = kernel;
+    row.operands = k_stored<Types...>;
+    row.operandCount = sizeof...(Types);
+    return row;
+}
+
 template <class... Types, class Function>
 constexpr QxKernelRow Statement(std::string_view primitive, Function function)
 {

@@ -10,9 +10,14 @@
 QxKernelTable::QxKernelTable(bool avx2)
 {
     using Rows = QxKernelRows (*)();
-    const std::vector<Rows> tables = {avx2 ? qxavx2::OperatorKernels : qxbaseline::OperatorKernels,
-                                      avx2 ? qxavx2::FunctionKernels : qxbaseline::FunctionKernels,
-                                      qxcommon::SceneKernels, qxcommon::ListKernels};
+    const std::vector<Rows> baseline = {qxbaseline::OperatorKernels, qxbaseline::FunctionKernels,
+                                        qxbaseline::FilterKernels, qxbaseline::NeighbourKernels,
+                                        qxbaseline::LightKernels};
+    const std::vector<Rows> fast = {qxavx2::OperatorKernels, qxavx2::FunctionKernels,
+                                    qxavx2::FilterKernels, qxavx2::NeighbourKernels,
+                                    qxavx2::LightKernels};
+    std::vector<Rows> tables = avx2 ? fast : baseline;
+    tables.insert(tables.end(), {qxcommon::SceneKernels, qxcommon::ListKernels});
     for (const Rows table : tables)
         for (const QxKernelRow& row : table())
             m_byName.emplace(row.primitive, &row);

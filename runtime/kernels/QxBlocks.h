@@ -1,0 +1,113 @@
+#pragma once
+
+// Operands in blocks.
+//
+// A function of many operands, each uniform or varying, would need a loop of its own for each
+// choice. Instead its operands are copied into small arrays on the stack, block by block: there the
+// loops are of one kind, nothing can overlap, triples stand component by component, and all of it
+// stays in the first cache. The result is written behind the last read of its block.
+
+#include <algorithm>
+
+#include "kernels/QxKernelForms.h"
+
+namespace QX_KERNEL_SET {
+
+constexpr unsigned int k_block = 64;
+
+/// Some of an instruction's points, at most a block of them.
+struct Block {
+    unsigned int first;
+    unsigned int count;
+    const QxStopAndBool* mask;  // of the first one on; null for all
+
+    [[nodiscard]] bool Has(unsigned int j) const { return !mask || QxPoints::QxIsSet(mask[j]); }
+    [[nodiscard]] bool IsEmpty() const
+    {
+        unsigned int any = mask ? 0 : 1;
+        for (unsigned int j = 0; mask && j < count; ++j)
+            any |= mask[j].value;
+        return any == 0;
+    }
+};
+
+/// Numbers of a block.
+struct Numbers {
+    alignas(32) float at[k_block];
+};
+
+/// Triples of a block.
+struct Triples {
+    Numbers x;
+    Numbers y;
+    Numbers z;
+
+    [[nodiscard]] QxVector3 At(unsigned int j) const { return {x.at[j], y.at[j], z.at[j]}; }
+    void Set(unsigned int j, const QxVector3& value)
+    {
+        x.at[j] = value.x;
+        y.at[j] = value.y;
+        z.at[j] = value.z;
+    }
+};
+
+inline void Load(Numbers& numbers, const GridOperand<float>& operand, const Block& block)
+{
+    if (operand.step == 0)
+        std::fill_n(numbers.at, block.count, *operand.values);
+    else
+        std::copy_n(operand.values + block.first, block.count, numbers.at);
+}
+
+inline void Load(Triples& triples, const QxVector3* values, const Block& block)
+{
+    for (unsigned int j = 0; j < block.count; ++j)
+        triples.Set(j, values[block.first + j]);
+}
+
+inline void Load(Triples& triples, const GridOperand<QxVector3>& operand, const Block& block)
+{
+    if (operand.step != 0)
+        return Load(triples, operand.values, block);
+    for (unsigned int j = 0; j < block.count; ++j)
+        triples.Set(j, *operand.values);
+}
+
+/// At the block's points; the others keep what they have.
+inline void Store(const GridOperand<float>& result, const Numbers& numbers, const Block& block)
+{
+    if (result.step != 0 && !block.mask)
+        std::copy_n(numbers.at, block.count, result.values + block.first);
+    else
+        for (unsigned int j = 0; j < block.count; ++j)
+            if (block.Has(j))
+                QxAt(result, block.first + j) = numbers.at[j];
+}
+
+inline void Store(const GridOperand<QxRGBColor>& result, const Triples& triples, const Block& block)
+{
+    const auto color = [&](unsigned int j) {
+        return QxRGBColor{triples.x.at[j], triples.y.at[j], triples.z.at[j]};
+    };
+    if (result.step != 0 && !block.mask)
+        for (unsigned int j = 0; j < block.count; ++j)
+            result.values[block.first + j] = color(j);
+    else
+        for (unsigned int j = 0; j < block.count; ++j)
+            if (block.Has(j))
+                QxAt(result, block.first + j) = color(j);
+}
+
+/// Calls `work` with one block after the other, but for those without a point.
+template <class Work>
+inline void ForBlocks(const QxPoints& points, const Work& work)
+{
+    for (unsigned int first = points.first; first < points.End(); first += k_block) {
+        const Block block = {first, std::min(k_block, points.End() - first),
+                             points.mask ? points.mask + first : nullptr};
+        if (!block.IsEmpty())
+            work(block);
+    }
+}
+
+}  // namespace QX_KERNEL_SET
