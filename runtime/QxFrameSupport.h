@@ -165,6 +165,7 @@ struct SlcDSOInfo {
 inline const char* FindDSO(const QxSearchPath* searchPath, const char* file)
 {
     static std::string path;
+    searchPath->Note(file);
     for (const std::string& directory : searchPath->Directories()) {
         path = directory + "/" + file;
         if (access(path.c_str(), R_OK) == 0)

@@ -72,7 +72,7 @@ private:
     unsigned long m_changes = 0;
 };
 
-/// Where shadeop libraries are looked for.
+/// Where shadeop libraries are looked for, and which a shader looked for.
 class QxSearchPath {
 public:
     explicit QxSearchPath(std::vector<std::string> directories)
@@ -80,9 +80,12 @@ public:
     {
     }
     const std::vector<std::string>& Directories() const { return m_directories; }
+    void Note(const char* file) const { m_files.emplace_back(file); }
+    const std::vector<std::string>& Files() const { return m_files; }
 
 private:
     std::vector<std::string> m_directories;
+    mutable std::vector<std::string> m_files;
 };
 
 /// A name that host and shader share. A pointer to one stands for the name itself.

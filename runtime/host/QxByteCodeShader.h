@@ -10,6 +10,9 @@ public:
     QxByteCodeShader(std::string_view bytes, const std::string& name,
                      const std::vector<std::string>& shadeopFolders,
                      QxKernelChoice kernels = QxKernelChoice::Best);
+    /// The same for a file that was read already.
+    QxByteCodeShader(const SqxShader& shader, const std::string& name,
+                     const std::vector<std::string>& shadeopFolders);
 
     [[nodiscard]] std::unique_ptr<QxShaderRun> NewRun() const override;
 
@@ -18,6 +21,8 @@ protected:
 
 private:
     class Run;
+
+    void TakeInterface();
 
     QxMachineProgram m_program;
 };

@@ -42,6 +42,12 @@ bool IsSharedObject(std::ifstream& file)
     return isSharedObject;
 }
 
+/// Default values are asked for, not what their computation has to say.
+class SupportOfDefaults : public QxShaderSupport {
+public:
+    void Print(const std::string&) override {}
+};
+
 }  // namespace
 
 std::shared_ptr<const QxShader> QxShader::Open(const std::string& path,
@@ -80,7 +86,7 @@ void QxShader::ComputeDefaults(std::vector<QxVar>& variables) const
 {
     QxSpaceRegistry registry;
     std::vector<const QxFrame3D*> spaces(m_spaceNames.size(), registry.Find("current"));
-    QxShaderSupport support;
+    SupportOfDefaults support;
     const QxShadingContext context(&support, &registry, spaces.data(), {0, 0, 0});
     Declare(variables);
     NewRun()->Initialize(context, spaces.data(), variables);

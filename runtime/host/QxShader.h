@@ -67,7 +67,8 @@ public:
     [[nodiscard]] QxShaderInterface::QxType Type() const { return m_type; }
     [[nodiscard]] const std::vector<Parameter>& Parameters() const { return m_parameters; }
     /// The default value of each parameter, in the space that it is given in. A value that needs
-    /// the shading point has none. It costs what the computation of all of them does.
+    /// the shading point has none. What a computation prints is dropped. It costs what the
+    /// computation of all of them does.
     [[nodiscard]] std::vector<std::optional<QxHostValue>> Defaults() const;
     /// The predefined variables that it reads or writes, such as "dPdu".
     [[nodiscard]] const std::vector<std::string>& Predefined() const { return m_predefined; }
@@ -76,6 +77,11 @@ public:
     [[nodiscard]] bool NeedsObjectSpace() const;
     [[nodiscard]] bool TracesRays() const { return m_tracesRays; }
     [[nodiscard]] bool ModifiesP() const { return m_modifiesP; }
+    /// File names of the shadeop libraries that it calls into.
+    [[nodiscard]] const std::vector<std::string>& ShadeopLibraries() const
+    {
+        return m_shadeopLibraries;
+    }
 
     // For instances.
 
@@ -99,6 +105,7 @@ protected:
     std::vector<Parameter> m_parameters;
     std::vector<std::string> m_predefined;
     std::vector<std::string> m_spaceNames;
+    std::vector<std::string> m_shadeopLibraries;
     bool m_tracesRays = false;
     bool m_modifiesP = false;
 };

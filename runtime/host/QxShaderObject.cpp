@@ -68,6 +68,7 @@ public:
     QxToken** predefined = nullptr;
     const QxShaderInterface::QxDataSize* sizes = nullptr;
     std::vector<std::string> spaceNames;
+    std::vector<std::string> shadeopLibraries;
 
     Initialize initialize = nullptr;
     void* evaluate = nullptr;  // one of the above, by the shader's type
@@ -196,6 +197,7 @@ void QxShaderObject::Life::Ask(const std::vector<std::string>& shadeopFolders)
     QxShaderInterface::QxDataSize* dataSizes = nullptr;
     m_interrogate(&searchPath, &registry, &m_spaceList, &type, &made, &isSpaceObject,
                   &isVisibleOutput, &predefined, &dataSizes);
+    shadeopLibraries = searchPath.Files();
     variables = made;
     needsObjectSpace = isSpaceObject;
     isOutput = isVisibleOutput;
@@ -273,6 +275,7 @@ void QxShaderObject::ReadInterface()
 {
     m_type = m_life.type;
     m_spaceNames = m_life.spaceNames;
+    m_shadeopLibraries = m_life.shadeopLibraries;
     for (std::size_t i = 0; i < m_life.sizes->parameters; ++i) {
         const QxVar& variable = m_life.variables[i];
         m_parameters.push_back({variable.Name(), variable.Type(), variable.IsVarying(),

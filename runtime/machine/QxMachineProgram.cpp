@@ -25,20 +25,31 @@ QxShaderInterface::QxType TypeOf(int code)
     return types[code];
 }
 
+SqxShader ReadWhole(std::string_view bytes, const std::string& name)
+{
+    SqxReader reader;
+    if (!reader.Read(bytes))
+        throw QxHostError("'" + name + "' is no shader in byte-code: " + reader.Message());
+    return reader.TakeShader();
+}
+
 }  // namespace
 
 QxMachineProgram::QxMachineProgram(std::string_view bytes, const std::string& name,
                                    const std::vector<std::string>& shadeopFolders,
                                    QxKernelChoice kernels)
-    : m_name(name)
+    : QxMachineProgram(ReadWhole(bytes, name), name, shadeopFolders, kernels)
 {
-    SqxReader reader;
-    if (!reader.Read(bytes))
-        throw QxHostError("'" + name + "' is no shader in byte-code: " + reader.Message());
-    const SqxShader& shader = reader.Shader();
+}
+
+QxMachineProgram::QxMachineProgram(const SqxShader& shader, std::string name,
+                                   const std::vector<std::string>& shadeopFolders,
+                                   QxKernelChoice kernels)
+    : m_name(std::move(name))
+{
     QxVerifier verifier;
     if (!verifier.Verify(shader))
-        throw QxHostError("'" + name + "' cannot be run safely: " + verifier.Message());
+        throw QxHostError("'" + m_name + "' cannot be run safely: " + verifier.Message());
     m_type = TypeOf(shader.shaderType);
     for (std::size_t i = 0; i < shader.predefinedCount; ++i)
         m_predefined.push_back(shader.variables[i].name);
@@ -50,6 +61,7 @@ QxMachineProgram::QxMachineProgram(std::string_view bytes, const std::string& na
                                 parameter.output, parameter.needsObjectSpace, parameter.space});
     }
     m_spaces = shader.spaces;
+    m_shadeopLibraries = shader.libraries;
     m_tracesRays = shader.usesRaytracing;
     m_modifiesP = shader.modifiesP;
 
@@ -62,7 +74,7 @@ QxMachineProgram::QxMachineProgram(std::string_view bytes, const std::string& na
     try {
         QxTranslator(shader, QxKernelTable::For(avx2), *code).Run();
     } catch (const QxHostError& error) {
-        throw QxHostError("'" + name + "' cannot be run: " + error.what());
+        throw QxHostError("'" + m_name + "' cannot be run: " + error.what());
     }
     if (!shader.functions.empty())
         code->shadeops = std::make_unique<QxShadeops>(shader, shadeopFolders);

@@ -9,6 +9,7 @@
 #include "QxShading.h"
 
 struct QxMachineCode;
+struct SqxShader;
 
 /// Which kernels run a program.
 enum class QxKernelChoice { Best, Baseline, Avx2 };
@@ -32,6 +33,10 @@ public:
     QxMachineProgram(std::string_view bytes, const std::string& name,
                      const std::vector<std::string>& shadeopFolders = {},
                      QxKernelChoice kernels = QxKernelChoice::Best);
+    /// The same for a file that was read already.
+    QxMachineProgram(const SqxShader& shader, std::string name,
+                     const std::vector<std::string>& shadeopFolders = {},
+                     QxKernelChoice kernels = QxKernelChoice::Best);
     ~QxMachineProgram();
     QxMachineProgram(const QxMachineProgram&) = delete;
     QxMachineProgram& operator=(const QxMachineProgram&) = delete;
@@ -42,6 +47,11 @@ public:
     [[nodiscard]] const std::vector<std::string>& Predefined() const { return m_predefined; }
     /// Names of its coordinate spaces, by the numbers that a `QxShadingContext` takes.
     [[nodiscard]] const std::vector<std::string>& Spaces() const { return m_spaces; }
+    /// File names of the shadeop libraries that it calls into.
+    [[nodiscard]] const std::vector<std::string>& ShadeopLibraries() const
+    {
+        return m_shadeopLibraries;
+    }
     [[nodiscard]] bool TracesRays() const { return m_tracesRays; }
     [[nodiscard]] bool ModifiesP() const { return m_modifiesP; }
     /// The default value of a parameter is computed from shading data.
@@ -66,6 +76,7 @@ private:
     std::vector<Parameter> m_parameters;
     std::vector<std::string> m_predefined;
     std::vector<std::string> m_spaces;
+    std::vector<std::string> m_shadeopLibraries;
     bool m_tracesRays = false;
     bool m_modifiesP = false;
     std::unique_ptr<const QxMachineCode> m_code;

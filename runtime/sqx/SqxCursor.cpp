@@ -19,6 +19,7 @@ std::string SqxFaultText(int line, const std::string& section, const std::string
 void SqxCursor::FailAt(int line, const std::string& message)
 {
     m_message = SqxFaultText(line, m_section, message);
+    m_faultLine = line;
     throw SqxMalformed();
 }
 

@@ -41,6 +41,7 @@ public:
     [[noreturn]] void Fail(const std::string& message) { FailAt(m_line, message); }
     [[noreturn]] void FailAt(int line, const std::string& message);
     [[nodiscard]] const std::string& Message() const { return m_message; }
+    [[nodiscard]] int FaultLine() const { return m_faultLine; }
 
 private:
     void SkipBlanks();
@@ -49,6 +50,7 @@ private:
     int m_line = 1;
     std::string m_section;
     std::string m_message;  // with the line at fault and the section
+    int m_faultLine = 0;
 };
 
 /// "line 12, main: " and the fault; without a section only the line.

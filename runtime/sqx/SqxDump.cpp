@@ -165,19 +165,6 @@ std::string SqxDumpBlock(const SqxShader& shader, const SqxBlock& block)
     return text;
 }
 
-std::string SqxDumpParameters(const SqxShader& shader)
-{
-    std::string text = std::string(SqxShaderTypeName(shader.shaderType)) + '\n';
-    for (std::size_t i = 0; i < shader.parameterCount; ++i) {
-        const SqxVariable& parameter = shader.Parameter(i);
-        text += parameter.name + ' ' + parameter.text;
-        if (!parameter.space.empty())
-            text += " \"" + parameter.space + '"';
-        text += parameter.output ? " output\n" : "\n";
-    }
-    return text;
-}
-
 std::string SqxDump(const SqxShader& shader)
 {
     if (shader.reached == SqxSection::None)
@@ -198,8 +185,10 @@ std::string SqxDump(const SqxShader& shader)
     text += LibrariesText(shader);
     if (shader.reached < SqxSection::Shadeops)
         return text;
-    text += std::string("traces rays: ") + (shader.usesRaytracing ? "yes" : "no") + '\n';
-    text += std::string("modifies P: ") + (shader.modifiesP ? "yes" : "no") + '\n';
+    if (shader.reached >= SqxSection::Facts) {
+        text += std::string("traces rays: ") + (shader.usesRaytracing ? "yes" : "no") + '\n';
+        text += std::string("modifies P: ") + (shader.modifiesP ? "yes" : "no") + '\n';
+    }
     return text + "main\n" + SqxDumpBlock(shader, shader.main);
 }
 

@@ -15,10 +15,6 @@
 /// is none.
 [[nodiscard]] std::string SqxDumpSection(const SqxShader& shader, std::string_view section);
 
-/// The kind of shader, then one parameter a line: name, detail and type, the coordinate or color
-/// space of its default value if it has one, and "output" if the shader hands it back.
-[[nodiscard]] std::string SqxDumpParameters(const SqxShader& shader);
-
 /// The instructions of a block, with their positions, set in by the brackets around them.
 [[nodiscard]] std::string SqxDumpBlock(const SqxShader& shader, const SqxBlock& block);
 

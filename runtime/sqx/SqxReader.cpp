@@ -40,14 +40,20 @@ const SqxPredefined* FindPredefined(std::string_view name)
 
 }  // namespace
 
+std::string SqxReader::Bytes(std::istream& file)
+{
+    std::string bytes;
+    std::vector<char> part(k_readSize);
+    while (bytes.size() <= k_largestFile &&
+           (file.read(part.data(), k_readSize) || file.gcount() > 0))
+        bytes.append(part.data(), static_cast<std::size_t>(file.gcount()));
+    return bytes;
+}
+
 bool SqxReader::ReadFile(const std::string& path)
 {
     std::ifstream file(path, std::ios::binary);
-    std::string text;
-    std::vector<char> part(k_readSize);
-    while (text.size() <= k_largestFile &&
-           (file.read(part.data(), k_readSize) || file.gcount() > 0))
-        text.append(part.data(), static_cast<std::size_t>(file.gcount()));
+    const std::string text = Bytes(file);
     if (!file.is_open() || file.bad()) {
         m_message = std::strerror(errno);
         return false;
@@ -65,6 +71,7 @@ bool SqxReader::Read(std::string_view text)
         ReadSections(cursor);
     } catch (const SqxMalformed&) {
         m_message = cursor.Message();
+        m_faultLine = cursor.FaultLine();
         return false;
     }
     return true;
@@ -101,6 +108,7 @@ void SqxReader::ReadSections(SqxCursor& cursor)
     cursor.Enter("main");
     m_shader.usesRaytracing = cursor.ReadBoolLine("Ray tracing flag");
     m_shader.modifiesP = cursor.ReadBoolLine("P modified flag");
+    m_shader.reached = SqxSection::Facts;
     ReadBlock(cursor, m_shader.main, m_shader.mainCount);
     CheckShadeops(cursor, m_shader.main);
     cursor.ExpectEnd();

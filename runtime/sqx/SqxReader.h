@@ -1,5 +1,6 @@
 #pragma once
 
+#include <istream>
 #include <string>
 #include <string_view>
 
@@ -14,9 +15,15 @@ public:
     [[nodiscard]] bool Read(std::string_view text);
     /// Reads a file. False also if it cannot be read.
     [[nodiscard]] bool ReadFile(const std::string& path);
+    /// The bytes of a file, but for those that go beyond the largest one that can be read.
+    [[nodiscard]] static std::string Bytes(std::istream& file);
 
     [[nodiscard]] const SqxShader& Shader() const { return m_shader; }
+    /// The same, for good: the reader is left without it.
+    [[nodiscard]] SqxShader TakeShader() { return std::move(m_shader); }
     [[nodiscard]] const std::string& Message() const { return m_message; }
+    /// Line of the fault that the message tells of.
+    [[nodiscard]] int FaultLine() const { return m_faultLine; }
 
 private:
     void ReadSections(SqxCursor& cursor);
@@ -45,4 +52,5 @@ private:
 
     SqxShader m_shader;
     std::string m_message;
+    int m_faultLine = 0;
 };

@@ -15,7 +15,7 @@
 [[nodiscard]] const char* SqxShaderTypeName(int code);
 
 /// How far a file was read: up to the end of this section.
-enum class SqxSection { None, Head, Variables, Spaces, Initializers, Flags, Shadeops, Main };
+enum class SqxSection { None, Head, Variables, Spaces, Initializers, Flags, Shadeops, Facts, Main };
 
 enum class SqxVariableKind { Predefined, Parameter, Local, Constant };
 

@@ -99,9 +99,12 @@ TEST(SlcGenByteCode, DescribesVariables)
     builder.Local(T::AAnyVector());
     builder.Local(T::ABoolean(), D::AUniform());
     const SqxShader shader = builder.Shader();
-    EXPECT_EQ(SqxDumpParameters(shader),
-              "surface\nknots varying float[3] output\naxis uniform vector\n");
-    EXPECT_NE(SqxDump(shader).find("locals\n"
+    EXPECT_TRUE(shader.Parameter(0).output);
+    EXPECT_FALSE(shader.Parameter(1).output);
+    EXPECT_NE(SqxDump(shader).find("parameters\n"
+                                   "  0  knots  varying float[3]\n"
+                                   "  1  axis  uniform vector\n"
+                                   "locals\n"
                                    "  2  %2  uniform float[3]\n"
                                    "  3  %3  uniform bool\n"
                                    "  4  %4  varying color reference\n"

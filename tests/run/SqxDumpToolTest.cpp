@@ -54,14 +54,121 @@ TEST(SqxDumpTool, ListsParameters)
         "             string names[2] = {\"a\", \"b\"}; output varying normal bent = 0;) { Ci = 0; "
         "}",
         2));
-    EXPECT_EQ(file.Dump("--params '" + file.Path() + "'"),
-              Result(0, "surface\n"
-                        "Kd uniform float\n"
-                        "tint varying color \"hsv\"\n"
-                        "from uniform point \"world\"\n"
-                        "up uniform vector\n"
-                        "names uniform string[2]\n"
-                        "bent varying normal \"current\" output\n"));
+    EXPECT_EQ(file.Dump("--params '" + file.Path() + "'"), Result(0, R"(surface test
+
+  Parameter  Class   Detail   Type       Space      Default
+  Kd         input   uniform  float                 0.5
+  tint       input   varying  color      "hsv"      1 0 0 in rgb
+  from       input   uniform  point      "world"    0 0 0
+  up         input   uniform  vector                2 2 2
+  names      input   uniform  string[2]             "a", "b"
+  bent       output  varying  normal     "current"  0 0 0
+
+  uses lights        no
+  traces rays        no
+  modifies P         no
+  reads              none
+  writes             Ci Oi
+  shadeop libraries  none
+)"));
+    EXPECT_EQ(file.Dump("--param up --param Kd '" + file.Path() + "'"), Result(0, R"(surface test
+
+  Parameter  Class  Detail   Type    Space  Default
+  Kd         input  uniform  float          0.5
+  up         input  uniform  vector         2 2 2
+)"));
+    EXPECT_EQ(
+        file.Dump("--param down '" + file.Path() + "'"),
+        Result(1, "surface test\nsqxdump: " + file.Path() + ": There is no parameter down\n"));
+}
+
+TEST(SqxDumpTool, TellsWhatAShaderReadsAndWrites)
+{
+    struct FactCase {
+        const char* shader;
+        const char* facts;  // lights, rays, P, read, written
+    };
+    static const FactCase cases[] = {
+        {"surface test() { Ci = Cs * u; Oi = Os; }", "no no no / Cs u Os / Ci Oi"},
+        {"surface test() { Ci = Ci / 2; Oi = 1; }", "no no no / Ci / Ci Oi"},
+        {"surface test() { Ci = ambient(); Oi = 1; }", "yes no no / P L / Ci Oi"},
+        {"surface test() { Oi = 1; illuminance(Ps, N, 1) Ci += 1; }", "yes no no / Ci P N / Ci Oi"},
+        {"surface test() { Ci = trace(P, I); Oi = 1; }", "no yes no / P I / Ci Oi"},
+        // Lights are evaluated at P, whoever wrote it, and texture() reads s and t without a name.
+        {"surface test() { P = point (u, v, 0); Ci = diffuse(N); Oi = 1; }",
+         "yes no yes / P u v N L Cl / Ci Oi P"},
+        {"surface test() { Ci = texture(\"map\"); Oi = 1; }", "no no no / s t du dv / Ci Oi"},
+        {"surface test(varying float x = noise(v);) { Ci = x; Oi = 1; }", "no no no / v / Ci Oi"},
+        {"displacement test() { P += N; }", "no no yes / P N / P"},
+        {"light test() { illuminate(point (0, 0, 0)) Cl = 1; }", "no no no / Ps / Cl Ol L"},
+    };
+    for (const FactCase& c : cases) {
+        const CompiledFile file(ByteCodeOf(c.shader, 2));
+        const std::string text = file.Dump("--params '" + file.Path() + "'").second;
+        std::istringstream lines(text.substr(text.find("  uses lights")));
+        std::string facts;
+        for (const char* start : {"", " ", " ", " / ", " / "}) {
+            std::string line;
+            std::getline(lines, line);
+            facts += start + line.substr(21);
+        }
+        EXPECT_EQ(facts, c.facts) << c.shader;
+    }
+}
+
+TEST(SqxDumpTool, ComputesDefaultValuesAsFarAsItCan)
+{
+    struct DefaultCase {
+        const char* parameter;
+        const char* value;
+    };
+    static const DefaultCase cases[] = {
+        {"float x = 1 / 0;", "inf"},
+        {"float a = 3; float x = sqrt(a + 1);", "2"},
+        {"varying float x = 2;", "2"},
+        {"float x = time;", "depends on the shading point"},
+        {"float a = time; float x = a * 2;", "depends on the shading point"},
+        {"color x[2] = {1, color \"hsv\" (0, 1, 1)};", "1 1 1, 1 0 0"},
+        {"matrix x = 3;", "3 0 0 0 0 3 0 0 0 0 3 0 0 0 0 3"},
+        {"string x = concat(\"a\\n\", \"\\\"\");", "\"a\\n\\\"\""},
+    };
+    for (const DefaultCase& c : cases) {
+        const CompiledFile file(
+            ByteCodeOf(std::string("surface test(") + c.parameter + ") { Ci = 1; }", 2));
+        const std::string text = file.Dump("--param x '" + file.Path() + "'").second;
+        const std::size_t column = text.find("Default") - text.find("  Parameter");
+        const std::size_t row = text.find("\n  x ") + 1;
+        EXPECT_EQ(text.substr(row + column, text.find('\n', row) - row - column), c.value)
+            << c.parameter;
+    }
+    // A function in a default value may print, which is no part of the listing, and may not end.
+    const CompiledFile talking(ByteCodeOf("float f() { printf(\"talk\"); return 1; }"
+                                          "surface test(float x = f();) { Ci = x; }",
+                                          2));
+    EXPECT_EQ(talking.Dump("--param x '" + talking.Path() + "'").second.find("talk"),
+              std::string::npos);
+    const CompiledFile endless(ByteCodeOf("float f() { while (1 > 0) ; return 1; }"
+                                          "surface test(float x = f();) { Ci = x; }",
+                                          0));
+    const auto [status, text] = endless.Dump("--param x '" + endless.Path() + "'");
+    EXPECT_EQ(status, 1);
+    EXPECT_NE(text.find("Default values are not known: "), std::string::npos) << text;
+}
+
+TEST(SqxDumpTool, ReadsSeveralFilesAndStandardInput)
+{
+    const CompiledFile file(ByteCodeOf("surface test(float x = 1;) { Ci = x; }", 2));
+    const std::string listing = "surface test\n\n"
+                                "  Parameter  Class  Detail   Type   Space  Default\n"
+                                "  x          input  uniform  float         1\n";
+    const auto [status, text] =
+        file.Dump("--param x '" + file.Path() + "' /no/such/file '" + file.Path() + "'");
+    EXPECT_EQ(status, 1);
+    EXPECT_TRUE(text.starts_with(file.Path() + ":\n" + listing)) << text;
+    EXPECT_NE(text.find("sqxdump: /no/such/file: No such file"), std::string::npos) << text;
+    EXPECT_TRUE(text.ends_with(file.Path() + ":\n" + listing)) << text;
+    EXPECT_EQ(file.Dump("--section main - < '" + file.Path() + "'"),
+              file.Dump("--section main '" + file.Path() + "'"));
 }
 
 TEST(SqxDumpTool, PrintsTheCode)
@@ -104,8 +211,14 @@ TEST(SqxDumpTool, EndsWithAReportAndStatus1)
         Result(1, "sqxdump: " + file.Path() + ": line 1: Not a byte-code file of version 5\n"));
     EXPECT_EQ(file.Dump("/no/such/file"),
               Result(1, "sqxdump: /no/such/file: No such file or directory\n"));
-    EXPECT_EQ(file.Dump("").first, 1);
-    EXPECT_EQ(file.Dump("--wrong").first, 1);
+    EXPECT_EQ(file.Dump("/tmp"), Result(1, "sqxdump: /tmp: Is a directory\n"));
+    const std::string help = "; '--help' tells of all options\n";
+    EXPECT_EQ(file.Dump(""), Result(2, "sqxdump: No file is given" + help));
+    EXPECT_EQ(file.Dump("--wrong x"), Result(2, "sqxdump: Unknown option '--wrong'" + help));
+    EXPECT_EQ(
+        file.Dump("x --param"),
+        Result(2, "sqxdump: Option '--param' needs the name of a parameter behind it" + help));
+    EXPECT_EQ(file.Dump("--json --section main x").first, 2);
 
     const CompiledFile good(ByteCodeOf("surface test() { Ci = 0; }", 2));
     const std::string toFullDisk =

@@ -1,76 +1,101 @@
-// Prints compiled shaders as text.
+// Prints compiled shaders: their code as text, or what their users have to know.
 
 #include <iostream>
-#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
+#include "QxHostError.h"
 #include "sqx/SqxDump.h"
 #include "sqx/SqxReader.h"
+#include "sqxdump/SqxCompiledFile.h"
+#include "sqxdump/SqxDumpOptions.h"
+#include "sqxdump/SqxListing.h"
 
 namespace {
 
-constexpr const char* k_usage =
-    "Usage: sqxdump [--params | --section NAME] file.sqx...\n"
-    "  --params        list only the kind of shader and its parameters\n"
-    "  --section NAME  print only the code of main or of a parameter's initializer\n";
+using Form = SqxDumpOptions::Form;
 
-struct Options {
-    bool parametersOnly = false;
-    std::string_view section;  // empty: all
-    std::vector<const char*> paths;
-};
-
-bool Report(const char* path, std::string_view fault)
+bool Report(const std::string& file, std::string_view fault)
 {
-    std::cerr << "sqxdump: " << path << ": " << fault << '\n';
+    std::cout.flush();
+    std::cerr << "sqxdump: " << file << ": " << fault << '\n';
     return false;
 }
 
-/// False after a report. Of a damaged file this prints what stands in front of the fault.
-bool DumpFile(const char* path, const Options& options)
+/// False after a report, as the next ones.
+bool PrintCode(const std::string& file, const SqxCompiledFile& compiled,
+               const SqxDumpOptions& options)
 {
+    if (compiled.IsSharedObject())
+        return Report(file, "A shared object has no byte-code; '--params' tells of it");
     SqxReader reader;
-    const bool isWhole = reader.ReadFile(path);
+    const bool isWhole = reader.Read(compiled.Bytes());
     const SqxShader& shader = reader.Shader();
-    if (options.paths.size() > 1 && shader.reached != SqxSection::None)
-        std::cout << path << ":\n";
-    if (options.parametersOnly && shader.reached >= SqxSection::Variables) {
-        std::cout << SqxDumpParameters(shader);
-    } else if (!options.section.empty()) {
+    if (options.files.size() > 1 && shader.reached != SqxSection::None)
+        std::cout << file << ":\n";
+    if (options.section.empty()) {
+        std::cout << SqxDump(shader);
+    } else {
         const std::string text = SqxDumpSection(shader, options.section);
         if (text.empty() && isWhole)
-            return Report(path, "There is no section " + std::string(options.section));
+            return Report(file, "There is no section " + options.section);
         std::cout << text;
-    } else if (!options.parametersOnly) {
-        std::cout << SqxDump(shader);
     }
-    return isWhole || Report(path, reader.Message());
+    return isWhole || Report(file, reader.Message());
 }
 
-/// What to end with at once; nothing if there are files to print.
-std::optional<int> ReadArguments(int argc, char** argv, Options& options)
+bool HasWanted(const std::string& file, const SqxShaderFacts& facts,
+               const std::vector<std::string>& wanted)
 {
-    for (int i = 1; i < argc; ++i) {
-        const std::string_view argument = argv[i];
-        if (argument == "--params") {
-            options.parametersOnly = true;
-        } else if (argument == "--section" && i + 1 < argc) {
-            options.section = argv[++i];
-        } else if (argument == "-h" || argument == "--help") {
-            std::cout << k_usage;
-            return 0;
-        } else if (argument.size() > 1 && argument.starts_with('-')) {
-            std::cerr << "sqxdump: Unknown option " << argument << '\n' << k_usage;
-            return 1;
-        } else {
-            options.paths.push_back(argv[i]);
-        }
+    bool good = true;
+    for (const std::string& name : wanted)
+        if (SqxWantedParameters(facts, {name}).empty())
+            good = Report(file, "There is no parameter " + name);
+    return good;
+}
+
+bool PrintListing(const std::string& file, SqxCompiledFile& compiled, const SqxDumpOptions& options)
+{
+    const SqxListed listed = {
+        file, compiled.ShaderName(),
+        compiled.IsSharedObject()
+            ? SqxSharedObjectFacts(compiled.PathToLoad(), options.shadeopFolders)
+            : SqxByteCodeFacts(compiled.Bytes(), file, options.shadeopFolders)};
+    if (options.form == Form::Json) {
+        std::cout << SqxListingJson(listed, options.parameters);
+    } else {
+        if (options.files.size() > 1 && !listed.facts.type.empty())
+            std::cout << (file == options.files.front() ? "" : "\n") << file << ":\n";
+        std::cout << SqxListingText(listed, options.parameters);
     }
-    if (!options.paths.empty())
-        return std::nullopt;
-    std::cerr << k_usage;
+    if (listed.facts.fault)
+        return Report(file, listed.facts.fault->message);
+    const bool known = listed.facts.defaultsFault.empty() ||
+                       Report(file, "Default values are not known: " + listed.facts.defaultsFault);
+    return HasWanted(file, listed.facts, options.parameters) && known;
+}
+
+bool PrintFile(const std::string& file, const SqxDumpOptions& options)
+{
+    try {
+        SqxCompiledFile compiled(file);
+        return options.form == Form::Code ? PrintCode(file, compiled, options)
+                                          : PrintListing(file, compiled, options);
+    } catch (const QxHostError& error) {
+        return Report(file, error.what());
+    }
+}
+
+int Run(const SqxDumpOptions& options)
+{
+    bool good = true;
+    if (options.help)
+        std::cout << SqxHelpText(SqxDumpProgram());
+    for (const std::string& file : options.files)
+        good = PrintFile(file, options) && good;
+    if (std::cout.flush())
+        return good ? 0 : 1;
+    std::cerr << "sqxdump: Cannot write standard output\n";
     return 1;
 }
 
@@ -78,15 +103,10 @@ std::optional<int> ReadArguments(int argc, char** argv, Options& options)
 
 int main(int argc, char** argv)
 {
-    Options options;
-    if (const auto status = ReadArguments(argc, argv, options))
-        return *status;
-    bool good = true;
-    for (const char* path : options.paths)
-        good = DumpFile(path, options) && good;
-    if (!std::cout.flush()) {
-        std::cerr << "sqxdump: Cannot write standard output\n";
-        return 1;
+    try {
+        return Run(SqxReadDumpOptions({argv + 1, static_cast<std::size_t>(argc - 1)}));
+    } catch (const SqxDumpUsageError& error) {
+        std::cerr << "sqxdump: " << error.what() << "; '--help' tells of all options\n";
+        return 2;
     }
-    return good ? 0 : 1;
 }

@@ -1,0 +1,232 @@
+// The sections of the file tell most. What the code does with predefined variables and lights is
+// seen in its instructions, and default values are computed by the machine, which gets the shader
+// without its main block: so it does not matter what that holds, or whether the file ends in it.
+
+#include <algorithm>
+#include <set>
+
+#include "QxHostError.h"
+#include "host/QxByteCodeShader.h"
+#include "sqx/SqxReader.h"
+#include "sqxdump/SqxShaderFacts.h"
+
+namespace {
+
+using Facts = SqxShaderFacts;
+
+// One of them stands in front of whatever looks at lights.
+constexpr std::string_view k_evalLights = "EVAL_LIGHTS";
+constexpr std::string_view k_evalLightsForP = "EVAL_LIGHTS_FOR_P";
+
+/// What the instructions of a shader do, of all its blocks.
+class CodeFacts {
+public:
+    explicit CodeFacts(const SqxShader& shader)
+        : m_read(shader.predefinedCount, false),
+          m_written(shader.predefinedCount, false)
+    {
+        for (const SqxInitializer& initializer : shader.initializers) {
+            Look(initializer.code);
+            if (initializer.result >= 0)
+                Mark(m_read, initializer.result);
+        }
+        Look(shader.main);
+    }
+
+    [[nodiscard]] bool UsesLights() const { return m_usesLights; }
+    [[nodiscard]] bool UsesLightsAtP() const { return m_usesLightsAtP; }
+    [[nodiscard]] bool Reads(std::size_t predefined) const { return m_read[predefined]; }
+    [[nodiscard]] bool Writes(std::size_t predefined) const { return m_written[predefined]; }
+
+private:
+    void Look(const SqxBlock& block)
+    {
+        for (const SqxInstruction& instruction : block.instructions) {
+            m_usesLightsAtP = m_usesLightsAtP || instruction.layout->name == k_evalLightsForP;
+            m_usesLights =
+                m_usesLights || m_usesLightsAtP || instruction.layout->name == k_evalLights;
+            for (std::size_t i = 0; i < instruction.count; ++i)
+                LookAt(SqxBlock::Letter(instruction, i), block.Value(instruction, i));
+        }
+    }
+
+    void LookAt(char letter, int value)
+    {
+        if (letter == 'r' || letter == 'm' || letter == 'c')
+            Mark(m_read, value);
+        if (letter == 'w' || letter == 'm')
+            Mark(m_written, value);
+    }
+
+    /// Predefined variables have the first numbers.
+    static void Mark(std::vector<bool>& marks, int variable)
+    {
+        if (static_cast<std::size_t>(variable) < marks.size())
+            marks[static_cast<std::size_t>(variable)] = true;
+    }
+
+    std::vector<bool> m_read;  // by number
+    std::vector<bool> m_written;
+    bool m_usesLights = false;
+    bool m_usesLightsAtP = false;
+};
+
+/// What was seen is true even if the file ends early; what was not seen may come behind that.
+std::optional<bool> AsFarAsSeen(bool seen, const SqxShader& shader)
+{
+    if (!seen && shader.reached < SqxSection::Main)
+        return std::nullopt;
+    return seen;
+}
+
+/// The renderer gives a shader what these hold and takes it: no use is seen in the code.
+bool IsResult(const SqxShader& shader, const std::string& name)
+{
+    constexpr int k_light = 3;
+    const std::vector<std::string_view> results =
+        shader.shaderType == k_light ? std::vector<std::string_view>{"L", "Cl", "Ol"}
+                                     : std::vector<std::string_view>{"Ci", "Oi"};
+    return std::ranges::find(results, name) != results.end();
+}
+
+/// The compiler lists what a shader uses. A use that no instruction names is one that reads, such
+/// as that of `Ng` by `faceforward`.
+Facts::Predefined PredefinedFacts(const SqxShader& shader, const CodeFacts& code, std::size_t i)
+{
+    const std::string& name = shader.variables[i].name;
+    const bool isNamed = code.Reads(i) || code.Writes(i);
+    const bool isWhole = shader.reached == SqxSection::Main;
+    const bool readUnnamed = isWhole && !isNamed && !IsResult(shader, name);
+    const bool readByLights = name == "P" && code.UsesLightsAtP();
+    return {name, AsFarAsSeen(code.Reads(i) || readUnnamed || readByLights, shader),
+            AsFarAsSeen(code.Writes(i), shader)};
+}
+
+Facts::Parameter ParameterFacts(const SqxShader& shader, const SqxVariable& variable)
+{
+    Facts::Parameter parameter;
+    parameter.name = variable.name;
+    parameter.varying = !variable.uniform;
+    parameter.type = static_cast<QxValueType>(static_cast<int>(variable.type));
+    if (variable.text.ends_with(']'))
+        parameter.arrayLength = static_cast<std::size_t>(variable.size);
+    parameter.space = variable.space;
+    if (shader.reached >= SqxSection::Flags)
+        parameter.output = variable.output;
+    return parameter;
+}
+
+bool CallsShadeops(const SqxBlock& block)
+{
+    return std::ranges::any_of(block.instructions, [](const SqxInstruction& instruction) {
+        return instruction.layout->operands.starts_with('d');
+    });
+}
+
+/// The value that is computed depends on that of a parameter of the set.
+bool NamesOneOf(const SqxShader& shader, const SqxInitializer& initializer,
+                const std::set<std::size_t>& parameters)
+{
+    const auto names = [&](int variable) {
+        const auto number = static_cast<std::size_t>(variable);
+        return number >= shader.predefinedCount &&
+               parameters.contains(number - shader.predefinedCount);
+    };
+    const SqxBlock& block = initializer.code;
+    for (const SqxInstruction& instruction : block.instructions)
+        for (std::size_t i = 0; i < instruction.count; ++i)
+            if (std::string_view("rm").find(SqxBlock::Letter(instruction, i)) !=
+                    std::string_view::npos &&
+                names(block.Value(instruction, i)))
+                return true;
+    return names(initializer.result);
+}
+
+/// Whether default values that need shadeops are computed.
+enum class Shadeops { Called, LeftOut };
+
+/// The shader without its main block, and with the initializers whose values can be computed.
+SqxShader OnlyInitializers(const SqxShader& shader, Shadeops shadeops)
+{
+    SqxShader only = shader;
+    only.main = SqxBlock();
+    only.initializers.clear();
+    std::set<std::size_t> unknown;
+    bool calls = false;
+    for (const SqxInitializer& initializer : shader.initializers) {
+        const bool callsHere = CallsShadeops(initializer.code);
+        if (initializer.result < 0 || (callsHere && shadeops == Shadeops::LeftOut) ||
+            NamesOneOf(shader, initializer, unknown)) {
+            unknown.insert(initializer.parameter);
+            continue;
+        }
+        calls = calls || callsHere;
+        only.initializers.push_back(initializer);
+    }
+    // Libraries need not be here for the sake of a block that does not run.
+    if (!calls) {
+        only.functions.clear();
+        only.libraries.clear();
+    }
+    return only;
+}
+
+void TakeDefaults(const SqxShader& only, const std::string& name,
+                  const std::vector<std::string>& folders, Facts& facts)
+{
+    const auto values = QxByteCodeShader(only, name, folders).Defaults();
+    for (const SqxInitializer& initializer : only.initializers) {
+        Facts::Parameter& parameter = facts.parameters[initializer.parameter];
+        parameter.value = values[initializer.parameter];
+        parameter.defaultIs = parameter.value ? Facts::Default::Known : Facts::Default::PerPoint;
+    }
+}
+
+void AddDefaults(const SqxShader& shader, const std::string& name,
+                 const std::vector<std::string>& folders, Facts& facts)
+{
+    const SqxShader all = OnlyInitializers(shader, Shadeops::Called);
+    try {
+        TakeDefaults(all, name, folders, facts);
+        return;
+    } catch (const QxHostError& error) {
+        facts.defaultsFault = error.what();
+    }
+    if (all.libraries.empty())
+        return;
+    try {
+        TakeDefaults(OnlyInitializers(shader, Shadeops::LeftOut), name, folders, facts);
+    } catch (const QxHostError& error) {
+        facts.defaultsFault = error.what();
+    }
+}
+
+}  // namespace
+
+SqxShaderFacts SqxByteCodeFacts(std::string_view bytes, const std::string& name,
+                                const std::vector<std::string>& shadeopFolders)
+{
+    SqxReader reader;
+    const bool isWhole = reader.Read(bytes);
+    const SqxShader& shader = reader.Shader();
+    Facts facts;
+    if (!isWhole)
+        facts.fault = {reader.FaultLine(), reader.Message()};
+    if (shader.reached == SqxSection::None)
+        return facts;
+    facts.type = SqxShaderTypeName(shader.shaderType);
+    for (std::size_t i = 0; i < shader.parameterCount; ++i)
+        facts.parameters.push_back(ParameterFacts(shader, shader.Parameter(i)));
+    const CodeFacts code(shader);
+    for (std::size_t i = 0; i < shader.predefinedCount; ++i)
+        facts.predefined.push_back(PredefinedFacts(shader, code, i));
+    facts.usesLights = AsFarAsSeen(code.UsesLights(), shader);
+    if (shader.reached >= SqxSection::Facts) {
+        facts.tracesRays = shader.usesRaytracing;
+        facts.modifiesP = shader.modifiesP;
+    }
+    if (shader.reached >= SqxSection::Shadeops)
+        facts.shadeopLibraries = shader.libraries;
+    AddDefaults(shader, name, shadeopFolders, facts);
+    return facts;
+}

@@ -1,0 +1,56 @@
+#include "sqxdump/SqxCompiledFile.h"
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include "QxHostError.h"
+#include "sqx/SqxReader.h"
+
+SqxCompiledFile::SqxCompiledFile(const std::string& file) : m_file(file)
+{
+    std::ifstream named;
+    if (!IsStandardInput())
+        named.open(file, std::ios::binary);
+    std::istream& stream = IsStandardInput() ? std::cin : named;
+    if (stream)
+        m_bytes = SqxReader::Bytes(stream);
+    if (stream.bad() || (!IsStandardInput() && !named.is_open()))
+        throw QxHostError(std::strerror(errno));
+}
+
+SqxCompiledFile::~SqxCompiledFile()
+{
+    if (m_copy >= 0)
+        close(m_copy);
+}
+
+bool SqxCompiledFile::IsSharedObject() const
+{
+    return m_bytes.starts_with("\177ELF");
+}
+
+std::string SqxCompiledFile::ShaderName() const
+{
+    return IsStandardInput() ? "" : std::filesystem::path(m_file).stem().string();
+}
+
+std::string SqxCompiledFile::PathToLoad()
+{
+    if (!IsStandardInput())
+        return m_file;
+    m_copy = memfd_create("shader", MFD_CLOEXEC);
+    if (m_copy < 0)
+        throw QxHostError(std::strerror(errno));
+    for (std::size_t written = 0; written < m_bytes.size();) {
+        const ssize_t part = write(m_copy, m_bytes.data() + written, m_bytes.size() - written);
+        if (part < 0)
+            throw QxHostError(std::strerror(errno));
+        written += static_cast<std::size_t>(part);
+    }
+    return "/proc/self/fd/" + std::to_string(m_copy);
+}

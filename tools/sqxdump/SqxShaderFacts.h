@@ -1,0 +1,66 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/QxHostValue.h"
+
+/// What a compiled shader tells those who use it. What a file does not tell, or what stands behind
+/// its fault, is empty.
+struct SqxShaderFacts {
+    enum class Kind { ByteCode, SharedObject };
+
+    enum class Default {
+        Known,
+        PerPoint,        // depends on the shading point
+        ZeroOrPerPoint,  // a shared object has zero in place of such a value
+        Unknown,
+    };
+
+    struct Parameter {
+        std::string name;
+        bool varying = false;
+        QxValueType type = QxValueType::Float;
+        std::optional<std::size_t> arrayLength;  // nothing for what is no array
+        std::string space;                       // that the default value is given in; "" for none
+        std::optional<bool> output;
+        Default defaultIs = Default::Unknown;
+        std::optional<QxHostValue> value;  // the default one
+    };
+
+    /// A variable that the shader knows without declaring it, and uses.
+    struct Predefined {
+        std::string name;
+        std::optional<bool> read;
+        std::optional<bool> written;
+    };
+
+    /// Where a damaged file is at fault.
+    struct Fault {
+        int line = 0;
+        std::string message;  // with line and section
+    };
+
+    Kind kind = Kind::ByteCode;
+    std::string type;  // "surface" and so on; empty if not even this is told
+    std::vector<Parameter> parameters;
+    std::optional<bool> usesLights;
+    std::optional<bool> tracesRays;
+    std::optional<bool> modifiesP;
+    std::vector<Predefined> predefined;
+    std::optional<std::vector<std::string>> shadeopLibraries;
+    std::string defaultsFault;  // why default values are not known; empty if they are
+    std::optional<Fault> fault;
+};
+
+/// Reads byte-code, whatever it holds: a damaged file tells as much as stands in front of its
+/// fault. `name`: for messages. The libraries of shadeops that default values call are looked for
+/// in the folders.
+[[nodiscard]] SqxShaderFacts SqxByteCodeFacts(std::string_view bytes, const std::string& name,
+                                              const std::vector<std::string>& shadeopFolders);
+
+/// Loads a shared object. Throws `QxHostError` if it is no shader.
+[[nodiscard]] SqxShaderFacts SqxSharedObjectFacts(const std::string& path,
+                                                  const std::vector<std::string>& shadeopFolders);
