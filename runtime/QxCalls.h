@@ -14,6 +14,7 @@
 
 // Components. An index outside the value counts as the nearest one.
 
+/// What is no number counts as 0.
 inline int QxClampedIndex(float index, int count)
 {
     return QxToInt(index, 0, count - 1);
@@ -53,6 +54,7 @@ inline float QxPack(float a, float b, float c, float d)
     return packed;
 }
 
+/// The four numbers of `QxPack`, as far as eight bits hold them.
 inline void QxUnpack(float packed, float& a, float& b, float& c, float& d)
 {
     unsigned int bits;
@@ -83,6 +85,7 @@ inline void QxFresnelCall(const QxVector3& incident, const QxVector3& normal, fl
     refraction = shares.refraction;
 }
 
+/// `faceforward` of two arguments: the third is the point's `Ng`.
 struct QxFaceForwardNgCall {
     const QxVector3* Ng;
 
@@ -94,6 +97,7 @@ struct QxFaceForwardNgCall {
 
 // The forms of functions that are told the point.
 
+/// For the point at hand.
 template <class Function, class Result, class... Arguments>
 inline void QxCallPlainAt(unsigned int point, const Function& function, Result& result,
                           Arguments&&... arguments)
@@ -101,6 +105,7 @@ inline void QxCallPlainAt(unsigned int point, const Function& function, Result& 
     result = function(point, QxAt(arguments, 0u)...);
 }
 
+/// At all points.
 template <class Function, class Result, class... Arguments>
 inline void QxCallSimdAt(unsigned int points, const Function& function, Result&& result,
                          Arguments&&... arguments)
@@ -115,6 +120,7 @@ inline void QxCallSimdIfAt(unsigned int points, bool wanted, const Function& fun
     QxOverGridAt(points, QxWhere(condition, wanted), function, result, arguments...);
 }
 
+/// The flag of a light loop: false where the condition leaves a point out.
 template <class Where, class Flag, class Axis, class Angle>
 inline void QxIlluminanceOverGrid(unsigned int points, const Where& where,
                                   const QxIlluminanceCall& statement, Flag&& flag, const Axis& axis,
@@ -141,6 +147,7 @@ inline void QxGive(float&&, const Value&)
 {
 }
 
+/// Base of the functions that send rays; what their call does not give is 0 or empty.
 class QxRayCall {
 public:
     explicit QxRayCall(QxShaderSupport* support) : m_support(support) {}
@@ -158,6 +165,7 @@ protected:
     QxShaderSupport* m_support;
 };
 
+/// `rayhittest`, and `trace` as a float: the distance to what is hit.
 struct QxRayHitCall : QxRayCall {
     using QxRayCall::QxRayCall;
     float operator()(const QxVector3& position, const QxVector3& direction) const
@@ -166,6 +174,7 @@ struct QxRayHitCall : QxRayCall {
     }
 };
 
+/// `transmission`: how much of the light from one point comes to the other.
 struct QxTransmissionCall : QxRayCall {
     using QxRayCall::QxRayCall;
     QxRGBColor operator()(const QxVector3& from, const QxVector3& to) const
@@ -174,6 +183,7 @@ struct QxTransmissionCall : QxRayCall {
     }
 };
 
+/// `trace` as a color; the distance, which is negative if nothing is hit, goes to `output`.
 struct QxTraceCall : QxRayCall {
     using QxRayCall::QxRayCall;
     template <class Distance>
@@ -187,6 +197,8 @@ struct QxTraceCall : QxRayCall {
     }
 };
 
+/// `occlusion`. The mean direction that is open goes to `output`; it is the normal if the renderer
+/// says nothing.
 struct QxOcclusionCall : QxRayCall {
     using QxRayCall::QxRayCall;
     template <class Axis, class Open>
@@ -203,6 +215,7 @@ struct QxOcclusionCall : QxRayCall {
     }
 };
 
+/// `indirectdiffuse`. The mean open direction and the occlusion go to the outputs.
 struct QxIndirectDiffuseCall : QxRayCall {
     using QxRayCall::QxRayCall;
     template <class Environment, class Axis, class Open, class Occlusion>
@@ -230,6 +243,7 @@ private:
 
 using QxArguments = const void* const*;
 
+/// Argument `place` of a list, which must be of this type.
 template <class Value>
 inline const Value& QxArgument(QxArguments arguments, int place)
 {
@@ -247,6 +261,7 @@ inline void QxSplineCall(Result& result, const char* basis, QxArguments argument
         [&](int knot) -> const Result& { return QxArgument<Result>(arguments, first + knot); });
 }
 
+/// The lesser of two, component by component: `min` over a list.
 struct QxLesser {
     float operator()(float a, float b) const { return QxMin(a, b); }
     template <class Triple>
@@ -256,6 +271,7 @@ struct QxLesser {
     }
 };
 
+/// The greater of two: `max` over a list.
 struct QxGreater {
     float operator()(float a, float b) const { return QxMax(a, b); }
     template <class Triple>
@@ -265,6 +281,7 @@ struct QxGreater {
     }
 };
 
+/// Goes through the list from the left. The result may be one of the arguments.
 template <class Choice, class Result>
 inline void QxChooseCall(Result& result, QxArguments arguments, int count)
 {
@@ -274,6 +291,7 @@ inline void QxChooseCall(Result& result, QxArguments arguments, int count)
     result = chosen;
 }
 
+/// All texts one behind the other. The result may be one of them: it is replaced last.
 inline void QxConcatCall(const char*& result, QxArguments arguments, int count)
 {
     std::string text;

@@ -112,6 +112,7 @@ struct QxAllPoints {
     bool operator()(unsigned int) const { return true; }
 };
 
+/// The points where a flag has the wanted value. The flag may be one for all points.
 template <class Condition>
 struct QxPointsIf {
     const Condition& condition;
@@ -139,6 +140,7 @@ inline void QxOverGrid(unsigned int points, const Where& where, const Function& 
             QxAt(result, i) = function(QxAt(arguments, i)...);
 }
 
+/// The same at all points of the grid.
 template <class Function, class Result, class... Arguments>
 inline void QxCallSimd(unsigned int points, const Function& function, Result&& result,
                        Arguments&&... arguments)
@@ -146,6 +148,7 @@ inline void QxCallSimd(unsigned int points, const Function& function, Result&& r
     QxOverGrid(points, QxAllPoints(), function, result, arguments...);
 }
 
+/// The same where the condition has the wanted value.
 template <class Function, class Result, class Condition, class... Arguments>
 inline void QxCallSimdIf(unsigned int points, bool wanted, const Function& function,
                          Result&& result, const Condition& condition, Arguments&&... arguments)
@@ -153,6 +156,7 @@ inline void QxCallSimdIf(unsigned int points, bool wanted, const Function& funct
     QxOverGrid(points, QxWhere(condition, wanted), function, result, arguments...);
 }
 
+/// result = function(arguments...) for the point at hand, or once for uniform data.
 template <class Function, class Result, class... Arguments>
 inline void QxCallPlain(const Function& function, Result& result, Arguments&&... arguments)
 {

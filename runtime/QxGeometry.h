@@ -2,6 +2,7 @@
 
 #include "QxMath.h"
 
+/// The sum of the products of the components: the cosine of the angle for unit vectors.
 inline float QxDot(const QxVector3& a, const QxVector3& b)
 {
     return a.x * b.x + a.y * b.y + a.z * b.z;
@@ -12,6 +13,7 @@ inline float QxDot(const QxRGBColor& a, const QxRGBColor& b)
     return a.r * b.r + a.g * b.g + a.b * b.b;
 }
 
+/// Across both, by the right-hand rule; null for parallel ones.
 inline QxVector3 QxCross(const QxVector3& a, const QxVector3& b)
 {
     return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};

@@ -24,6 +24,7 @@ struct QxLights {
     }
 };
 
+/// `ambient`: light that comes from nowhere in particular.
 class QxAmbientCall {
 public:
     explicit QxAmbientCall(const QxLights& lights) : m_lights(lights) {}
@@ -67,6 +68,7 @@ inline float QxHighlight(const QxVector3& toLight, const QxVector3& normal, cons
     return QxPow(QxMax(0, QxDot(half, normal)), roughness > 0 ? 1 / roughness : 1.0e6f);
 }
 
+/// `specular`: the highlights of all lights.
 class QxSpecularCall {
 public:
     explicit QxSpecularCall(const QxLights& lights) : m_lights(lights) {}
@@ -82,6 +84,7 @@ private:
     QxLights m_lights;
 };
 
+/// `specularbrdf`: the share of light from one direction, without the light's color.
 struct QxSpecularBrdfCall {
     QxRGBColor operator()(const QxVector3& toLight, const QxVector3& normal, const QxVector3& toEye,
                           float roughness) const
@@ -133,6 +136,7 @@ inline bool QxIsWithinCone(const QxVector3& direction, const QxVector3& axis, fl
 
 // The light statements, at one point. Each gives the flag.
 
+/// `illuminate` with a cone: the flag of the points in it, and `L` at all points.
 struct QxIlluminateCall {
     bool operator()(const QxVector3& position, const QxVector3& axis, float angle,
                     const QxVector3& Ps, QxVector3& L) const
@@ -142,6 +146,7 @@ struct QxIlluminateCall {
     }
 };
 
+/// `illuminate` without one: every point.
 struct QxIlluminateNoConeCall {
     bool operator()(const QxVector3& position, const QxVector3& Ps, QxVector3& L) const
     {

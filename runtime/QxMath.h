@@ -31,6 +31,7 @@ inline float QxAcos(float x)
     return std::acos(std::min(std::max(x, -1.0f), 1.0f));
 }
 
+/// 0 for a base of 0, whatever the exponent, and for a root of a negative base.
 inline float QxPow(float base, float exponent)
 {
     if (base == 0)
@@ -68,6 +69,7 @@ inline float QxMod(float a, float b)
     return rest < 0 ? rest + std::abs(b) : rest;
 }
 
+/// -1, 0 or 1.
 inline float QxSign(float x)
 {
     return static_cast<float>((x > 0) - (x < 0));
@@ -97,6 +99,7 @@ inline int QxToInt(float x, int low, int high)
     return x < static_cast<float>(high) ? static_cast<int>(x) : high;
 }
 
+/// The nearest whole number; halves go up, also below 0.
 inline float QxRound(float x)
 {
     return std::floor(x + 0.5f);

@@ -9,11 +9,13 @@
 // The operators of generated code. A number beside another type stands for that type with the
 // number in each component, for a matrix on the diagonal.
 
+/// A constant stands as a double in generated code; arithmetic is of single precision.
 inline float QxNumber(float value)
 {
     return value;
 }
 
+/// A number as a matrix: on the diagonal.
 inline QxMatrix44 QxToMatrix(float value)
 {
     return QxMatrix44::Scaling(value);
@@ -25,11 +27,13 @@ inline bool QxSameText(const char* left, const char* right)
     return std::strcmp(left ? left : "", right ? right : "") == 0;
 }
 
+/// A copy for a variable, which frees it. Of no text it is an empty one.
 inline char* QxStrdup(const char* text)
 {
     return strdup(text ? text : "");
 }
 
+/// Copies first, since `source` may be `dest` itself.
 inline void QxAssignString(const char*& dest, const char* source)
 {
     char* copy = QxStrdup(source);
@@ -37,6 +41,7 @@ inline void QxAssignString(const char*& dest, const char* source)
     dest = copy;
 }
 
+/// What an assignment computes.
 struct QxCopy {
     template <class Value>
     const Value& operator()(const Value& value) const

@@ -15,6 +15,7 @@ inline void QxAnswer(QxRGBColor& result, const QxRGBColor& color)
     result = color;
 }
 
+/// `texture`: a patch of four corners in the file, as a float or a color.
 template <class Result>
 class QxTextureCall {
 public:
@@ -61,6 +62,7 @@ inline QxPointsQuery QxMakePointsQuery(const char* name, float channel, const Qx
     return query;
 }
 
+/// `environment`: four directions.
 template <class Result>
 class QxEnvironmentCall {
 public:
@@ -156,6 +158,7 @@ private:
     std::vector<Value> m_alongV;
 };
 
+/// The four corners at each point that counts, in turn around it.
 template <class Where, class Operand, class Result>
 inline void QxPatchCorners(const QxGrid& grid, const Where& where, const Operand& p, Result&& p1,
                            Result&& p2, Result&& p3, Result&& p4)
@@ -184,6 +187,7 @@ inline void QxFilterStepEnds(const QxGrid& grid, const Where& where, Result&& s2
 
 // Messages.
 
+// Where the value of a message starts, whatever form it is handed over in.
 inline void* QxAddress(const char*& text)
 {
     return &text;

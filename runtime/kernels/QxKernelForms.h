@@ -18,6 +18,7 @@ namespace QX_KERNEL_SET {
 template <class Type>
 using Plain = std::remove_cv_t<std::remove_reference_t<Type>>;
 
+/// How values of a type are stored: points, vectors and colors alike.
 template <class Value>
 constexpr QxStored StoredAs()
 {
@@ -94,6 +95,7 @@ struct Applied<AtPoint<Function>> {
 
 enum class Where { All, Masked, Statement };
 
+/// The loop that serves any mix: a uniform operand has a step of 0.
 template <class Function, Where where, class... Types, std::size_t... k>
 QX_KERNEL_CODE void RunAny(QxMachineState& state, const QxCode& code, const QxPoints& points,
                            std::index_sequence<k...>)
@@ -143,6 +145,7 @@ constexpr QxKernelRow Row(std::string_view primitive, QxKernel kernel)
     return row;
 }
 
+/// A row for a light statement: its flag is false where the mask is not set.
 template <class... Types, class Function>
 constexpr QxKernelRow Statement(std::string_view primitive, Function function)
 {
@@ -154,6 +157,7 @@ constexpr QxKernelRow Statement(std::string_view primitive, Function function)
 // Cheap functions, with a loop of its own for each choice of varying arguments, so that it becomes
 // one of vectors.
 
+// An operand as a type, so that a loop knows which ones vary and the compiler makes vectors of it.
 template <class Value>
 struct VaryingValues {
     const Value* values;
@@ -176,6 +180,7 @@ inline auto Values(void* base)
         return UniformValue<Value>{*values};
 }
 
+// One of two without a branch, as vector instructions choose.
 inline float Select(QxStopAndBool flag, float yes, float no)
 {
     return flag ? yes : no;
@@ -250,6 +255,7 @@ constexpr QxKernelRow Cheap(std::string_view primitive, Function function)
 
 // Operands of functions for the whole grid.
 
+/// A varying or uniform operand of a function that goes over the grid by itself.
 template <class Value>
 struct GridOperand {
     Value* values;

@@ -20,6 +20,7 @@ struct QxDraftBlock {
     std::string letters;  // of the operands: r read, w written, m both
 };
 
+/// By the letter of its place in the layout.
 inline bool QxIsWritten(char letter)
 {
     return letter == 'w' || letter == 'm';

@@ -17,8 +17,10 @@
 /// How far a file was read: up to the end of this section.
 enum class SqxSection { None, Head, Variables, Spaces, Initializers, Flags, Shadeops, Facts, Main };
 
+/// Where a variable's value comes from.
 enum class SqxVariableKind { Predefined, Parameter, Local, Constant };
 
+/// A variable or constant of the file; its number is its place in the shader's list.
 struct SqxVariable {
     SqxVariableKind kind = SqxVariableKind::Local;
     std::string name;  // of a predefined variable or parameter
@@ -41,6 +43,7 @@ struct SqxInstruction {
     std::size_t count = 0;     // of values
 };
 
+/// A code block: the numbers as they stand, and where instructions begin among them.
 struct SqxBlock {
     /// Value `i` of an instruction.
     [[nodiscard]] int Value(const SqxInstruction& instruction, std::size_t i) const
@@ -86,6 +89,7 @@ struct SqxInitializer {
     int resultLine = 0;
 };
 
+/// A function of a shadeop library, as the file names it.
 struct SqxDSOFunction {
     std::size_t library = 0;
     std::string init;
@@ -94,6 +98,7 @@ struct SqxDSOFunction {
     int line = 0;
 };
 
+/// All of a file. What was not reached is empty or 0.
 struct SqxShader {
     SqxSection reached = SqxSection::None;
     int shaderType = 0;

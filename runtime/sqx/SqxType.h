@@ -13,4 +13,5 @@ enum class SqxType {
     Bool = 10,
 };
 
+/// As messages and dumps call it; empty for a code that is none.
 [[nodiscard]] const char* SqxTypeName(SqxType type);

@@ -8,9 +8,11 @@
 /// not decided yet. Shared singletons, compared with the tests.
 class SlcDetailNode : public SlcSyntaxNode {
 public:
+    /// Open until a call decides.
     [[nodiscard]] virtual bool IsUnknownDetail() const { return false; }
     [[nodiscard]] virtual bool IsVarying() const { return false; }
     [[nodiscard]] virtual bool IsUniform() const { return false; }
+    /// A temporary that no value outlives a shading point in: one place of storage serves them all.
     [[nodiscard]] virtual bool IsTempUniform() const { return false; }
     [[nodiscard]] virtual std::string ToString() const = 0;
 

@@ -14,6 +14,7 @@ class SlcVarSymbolEntry;
 class SlcExprNode : public SlcSyntaxNode {
 public:
     using SlcSyntaxNode::SlcSyntaxNode;
+    /// Made of literals, `PI` and pure functions of them, by its form alone.
     [[nodiscard]] virtual bool IsConstExpr() const { return false; }
     /// It names a variable, so that it can stand for an output argument.
     [[nodiscard]] virtual bool IsReferenceExpr() const { return false; }

@@ -13,6 +13,7 @@ namespace SlcParseActions {
 
 /// Forgets an earlier parse.
 void Begin();
+/// The whole tree, which `TakeRoot` hands on.
 void SetRoot(std::unique_ptr<SlcDefinitionsNode> root);
 /// What the parser reads its tokens through.
 [[nodiscard]] SlcParseAdvice& Advice();
@@ -76,15 +77,18 @@ Function(const SlcPosition& position, SlcTypeNode* returnType, const SlcTokenVal
                                                                       const SlcTokenValue& body);
 /// A shader without a name is read as a function that bears the name of the kind.
 void AdviseOnShaderName(const SlcTokenValue& ident);
+/// A function's detail is that of its calls.
 void WarnOfIgnoredDetail(const SlcTokenValue& ident);
 [[nodiscard]] std::unique_ptr<SlcCastExprNode>
 Cast(const SlcTokenValue& type, const SlcTokenValue& space, const SlcTokenValue& operand);
+/// For a texture access that names no channel.
 [[nodiscard]] std::unique_ptr<SlcChannelNode> ChannelZero();
 /// An element of an array of texture names; null after a report.
 [[nodiscard]] std::unique_ptr<SlcTextureFilenameNode>
 ElementName(const SlcPosition& position, const SlcTokenValue& name, const SlcTokenValue& index);
 /// One of the shader kinds used as a name.
 [[nodiscard]] SlcIdentNode* KeywordAsIdent(std::string_view keyword);
+/// A category is parsed and then forgotten.
 void WarnOfLightCategory();
 
 }  // namespace SlcParseActions

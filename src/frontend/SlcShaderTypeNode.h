@@ -14,6 +14,7 @@ public:
     [[nodiscard]] virtual bool IsImager() const { return false; }
     /// Its points are lit: it may loop over lights and call functions that look at them.
     [[nodiscard]] bool SeesLights() const { return IsSurface() || IsVolume(); }
+    /// The word of the source.
     [[nodiscard]] virtual std::string ToString() const = 0;
 };
 

@@ -15,6 +15,7 @@ class SlcRelationNode;
 class SlcStmtNode : public SlcSyntaxNode {
 public:
     using SlcSyntaxNode::SlcSyntaxNode;
+    /// What reports and dumps call it.
     [[nodiscard]] virtual std::string ToString() const = 0;
 };
 

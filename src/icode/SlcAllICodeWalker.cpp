@@ -1,4 +1,6 @@
-// The step of each class to its base, from the list of classes.
+// The step of each class to its base, from the list of classes: what a walker does not override for
+// `SlcAddICode` arrives at its `Case` for `SlcArithExprICode`, and at last at `Default`. So a pass
+// says what it does at the highest class for which that holds.
 
 #include "icode/SlcAllICodeWalker.h"
 

@@ -24,31 +24,39 @@ public:
     SlcOperand m_rightExpr;
 };
 
+/// `left + right`. Of a number and a triple, the number is each component.
 class SlcAddICode : public SlcICodeOf<SlcAddICode, SlcArithExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
+/// `left - right`. A number beside a triple is each component of one.
 class SlcSubICode : public SlcICodeOf<SlcSubICode, SlcArithExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
+/// `left * right`: triples component by component, matrices as products of matrices, a number
+/// beside a matrix is its diagonal.
 class SlcMultICode : public SlcICodeOf<SlcMultICode, SlcArithExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
+/// `left / right`, component by component; of matrices, left times the inverse of right. A divisor
+/// of 0 is left to the run time.
 class SlcDivICode : public SlcICodeOf<SlcDivICode, SlcArithExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
+/// `left . right`: the sum of the products of the components, a float.
 class SlcDotProdICode : public SlcICodeOf<SlcDotProdICode, SlcArithExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
+/// `left ^ right`: the vector across both.
 class SlcCrossProdICode : public SlcICodeOf<SlcCrossProdICode, SlcArithExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;

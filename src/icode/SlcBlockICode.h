@@ -29,6 +29,7 @@ public:
     SlcLabel m_label;
 };
 
+/// Closes it: what follows runs for the grid again.
 class SlcEndParallelICode : public SlcICodeOf<SlcEndParallelICode, SlcICode> {
 public:
     explicit SlcEndParallelICode(SlcLabel label) : m_label(std::move(label)) {}
@@ -48,16 +49,19 @@ public:
     SlcLabel m_label;
 };
 
+/// Guards for the points, or the grid, with the flag: the `then` of a varying condition.
 class SlcIfTrueICode : public SlcICodeOf<SlcIfTrueICode, SlcIfICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
+/// Guards for those without it.
 class SlcIfFalseICode : public SlcICodeOf<SlcIfFalseICode, SlcIfICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
+/// Closes the innermost guard.
 class SlcEndIfICode : public SlcICodeOf<SlcEndIfICode, SlcICode> {
 public:
     explicit SlcEndIfICode(SlcLabel label) : m_label(std::move(label)) {}
@@ -86,6 +90,9 @@ public:
 /// Base of the marks that no back end translates.
 class SlcInvisibleICode : public SlcICode {};
 
+/// Here predefined variables and parameters have the values that the renderer gave: what the
+/// data-flow passes count as written in front of all code.
 class SlcBeginShaderICode : public SlcICodeOf<SlcBeginShaderICode, SlcInvisibleICode> {};
 
+/// Here the renderer reads the outputs: what they count as read behind all code.
 class SlcEndShaderICode : public SlcICodeOf<SlcEndShaderICode, SlcInvisibleICode> {};

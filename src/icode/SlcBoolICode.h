@@ -20,31 +20,37 @@ public:
     SlcOperand m_rightExpr;
 };
 
+/// `left < right`
 class SlcLessThenICode : public SlcICodeOf<SlcLessThenICode, SlcBinOpBoolExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
+/// `left <= right`
 class SlcLessEqualICode : public SlcICodeOf<SlcLessEqualICode, SlcBinOpBoolExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
+/// `left > right`
 class SlcGreaterThenICode : public SlcICodeOf<SlcGreaterThenICode, SlcBinOpBoolExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
+/// `left >= right`
 class SlcGreaterEqualICode : public SlcICodeOf<SlcGreaterEqualICode, SlcBinOpBoolExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
+/// `left == right`, of any type but arrays; a triple or matrix is equal in all components.
 class SlcEqualICode : public SlcICodeOf<SlcEqualICode, SlcBinOpBoolExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
+/// `left != right`
 class SlcNotEqualICode : public SlcICodeOf<SlcNotEqualICode, SlcBinOpBoolExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;

@@ -1,4 +1,19 @@
-// Calls of built-ins: plain, for the whole grid, or by a lowering of their own.
+// Calls of built-ins, in one of three ways:
+//
+//     plain           { CALL_PRIM_SIN T x }                 at each point, in a block
+//     whole grid      CALL_PRIM_NORMALIZE_SIMD T N          outside of blocks, if the row has such
+//                                                           a form and details suit it
+//     of its own      `sm_specials`                         what looks at neighbours, or needs
+//                                                           another list of arguments
+//
+// A row's whole-grid form tells the detail that each argument must have. A uniform value where a
+// varying one is wanted can be copied to all points first; that pays only with many points, so it
+// is left to the highest level. The other way round there is no such form, and the call is plain.
+//
+// Calls that look at lights have them evaluated for `P` first. Outputs are written back behind the
+// call.
+//
+// Tested by tests/icode/SlcBuiltInLoweringTest.cpp.
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,4 +1,12 @@
 // Built-ins that look at neighbouring points: they exist only as one call for the whole grid.
+//
+//     c = Du(x)           CALL_PRIM_DU_FLOAT_SIMD c x du           with a uniform x: c = 0
+//
+// Under a varying condition the neighbours that it leaves out have no part in the difference, which
+// a warning tells. All five functions are one row each: what differs is how many arguments are
+// differentiated, and which steps become arguments.
+//
+// Tested by tests/icode/SlcBuiltInLoweringTest.cpp.
 
 #include <algorithm>
 #include <iterator>

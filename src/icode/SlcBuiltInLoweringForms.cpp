@@ -1,5 +1,12 @@
-// Built-ins whose argument lists are made anew: `spline` over an array, `filterstep`, the message
-// functions; and `shadername`, which is not there yet.
+// Built-ins whose argument lists are made anew:
+//
+//     spline(x, a)              spline(x, a[0], a[1], ...)       a an array
+//     filterstep(e, s)          filterstep(e, s, far end of the point's interval, 1, "catmull-rom")
+//     attribute("n", v)         attribute("n", v, is it varying, its type, its length)
+//
+// and `shadername`, which is not there yet: an empty text and a warning.
+//
+// Tested by tests/icode/SlcBuiltInLoweringTest.cpp.
 
 #include "frontend/SlcNodes.h"
 #include "icode/SlcBuiltInLowering.h"

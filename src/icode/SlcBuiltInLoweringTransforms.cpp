@@ -1,4 +1,12 @@
 // Transforms between spaces whose names are known: steps through the current space.
+//
+//     transform("a", "b", p)       T = from "a" p; r = to "b" T
+//     transform("b", p)            r = to "b" p            one step: p is in the current space
+//     transform("a", "a", p)       r = p
+//
+// Names that only the run time knows are left to the primitive, which looks them up by text.
+//
+// Tested by tests/icode/SlcBuiltInLoweringTest.cpp.
 
 #include "frontend/SlcNodes.h"
 #include "icode/SlcBuiltInLowering.h"

@@ -1,4 +1,9 @@
-// What calls of built-ins, functions and shadeops have in common.
+// What calls of built-ins, functions and shadeops have in common: arguments come off the stack from
+// the last to the first, an input as a value of the formal's type, an output as the variable
+// itself.
+//
+// A call is uniform if all its arguments are, and the checks say so too: a value that is uniform in
+// this expansion of a function may still stand in a temporary that varies.
 
 #include "icode/SlcCallArguments.h"
 

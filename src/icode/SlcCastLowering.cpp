@@ -1,4 +1,12 @@
 // Casts: the operand decides the shape of the code, the space whether a transform is needed.
+//
+//     color (r, g, b)              { T = (r, g, b) }
+//     point "shader" (x, y, z)     { T = (x, y, z) }; R = from "shader" T      varying: whole grid
+//                                  { T = (x, y, z); R = from "shader" T }      uniform
+//     matrix "shader" 1            { T = 1 }; { R = concat T "shader" }
+//     vector p                     nothing: the kinds of points are stored alike
+//
+// Tested by tests/icode/SlcGenInterCodeTest.cpp.
 
 #include "icode/SlcCastLowering.h"
 

@@ -21,11 +21,13 @@ public:
     SlcOperand m_z;
 };
 
+/// `vector (x, y, z)`: another class only for the type of dest, since a transform of it differs.
 class SlcVectorICode : public SlcICodeOf<SlcVectorICode, SlcPointICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
+/// `normal (x, y, z)`: likewise.
 class SlcNormalICode : public SlcICodeOf<SlcNormalICode, SlcPointICode> {
 public:
     using SlcICodeOf::SlcICodeOf;

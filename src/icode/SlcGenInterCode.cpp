@@ -1,4 +1,11 @@
-// The frame of the walker: its two kinds of lists.
+// The frame of the walker: its two kinds of lists. The main one runs on grids. Each default value
+// has a list of its own, which runs once for an instance, where nothing varies and conditions are
+// jumps, or on a grid if it looks at a shading point.
+//
+// The marks at both ends tell the data-flow passes what stands there: values from the renderer, and
+// what it reads.
+//
+// Tested by tests/icode/SlcGenInterCodeTest.cpp.
 
 #include "icode/SlcGenInterCode.h"
 

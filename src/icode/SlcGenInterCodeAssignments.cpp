@@ -1,4 +1,14 @@
 // Assignments as expressions.
+//
+//     x = a + b         { x = a + b }                   computed in place: `EvaluateInto`
+//     x += y            { x = x + y }
+//     w[i] = v          { R = &w[i]; R = v }            varying i; the target is evaluated first
+//     y = (w[i] = v)    { R = &w[i]; R = v; T = R }     a copy, since R ends with its block
+//
+// The value of an assignment that nobody uses, which is that of nearly every one, costs nothing:
+// the statement tells so by `m_valueUnused` before it walks in.
+//
+// Tested by tests/icode/SlcGenInterCodeTest.cpp and SlcElementsTest.cpp.
 
 #include <utility>
 

@@ -1,4 +1,17 @@
 // Calls, and functions expanded in place.
+//
+//     float half(float x) { return x / 2; }       y = half(3 * s)
+// becomes
+//     T = 3 * s; y = T / 2
+//
+// A formal is no variable of its own: it stands for the operand of the argument, which is why the
+// checks refuse an assignment to one that is no output. Only what is no variable is copied.
+//
+// Expansion multiplies: a function that calls another twice, and so on, grows as a power. It is
+// bounded by the number of operations, by the depth, and by the stack that is left, and refused
+// with one report.
+//
+// Tested by tests/icode/SlcGenInterCodeCallsTest.cpp and SlcGenInterCodeBodiesTest.cpp.
 
 #include <algorithm>
 

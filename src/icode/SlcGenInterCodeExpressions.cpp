@@ -1,4 +1,12 @@
-// Constants, variables, elements, arithmetic and constructors.
+// Constants, variables, elements, arithmetic and constructors. Each expression leaves one operand
+// on the stack and takes those of its parts off it:
+//
+//     a * (b + c)       push a, b, c; pop two, { T0 = b + c }, push T0; pop two, { T1 = a * T0 }
+//
+// The result of an operation varies if a part of it does. Its place is a new temporary, or the
+// target of the assignment around it.
+//
+// Tested by tests/icode/SlcGenInterCodeTest.cpp.
 
 #include <string>
 #include <typeinfo>

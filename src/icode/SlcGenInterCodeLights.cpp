@@ -1,4 +1,13 @@
 // Light statements: the cones of `illuminate` and `solar`, and the loop over lights.
+//
+//     illuminate (p, a, w) { S }     f = in cone, L = Ps - p; under f: S; under not f: Cl = 0
+//     illuminance (p, a, w) { S }    lights for p; begin; f = in cone; under f: S; end
+//
+// A body that runs once for each light sees the cone as it was in front of the loop: what it
+// changes of it is copied there.
+//
+// Tested by tests/golden (illuminance_cones, illuminate_forms) and, with values, by
+// tests/run/LightTest.cpp.
 
 #include "icode/SlcGenInterCode.h"
 #include "symbols/SlcShaderSymbolTable.h"

@@ -1,4 +1,10 @@
 // Definitions and the statements without control flow.
+//
+// A statement ends with an empty stack of values, and frees its temporaries. A local is a new
+// variable each time its definition is lowered, so that two expansions of one function do not share
+// it.
+//
+// Tested by tests/icode/SlcGenInterCodeTest.cpp.
 
 #include <cassert>
 

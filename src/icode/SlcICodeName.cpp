@@ -1,3 +1,6 @@
+// The names come from the list of classes, so that a new instruction has one without being told
+// here.
+
 #include "icode/SlcICodeName.h"
 
 #include "icode/SlcICodes.h"

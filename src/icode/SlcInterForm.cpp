@@ -1,4 +1,8 @@
-// Fills the form: first the facts that no instruction tells, then the main list.
+// Fills the form: first the facts that no instruction tells, then the main list. The facts come
+// first since default values are lowered on the way to them, and since the lowering asks which
+// loops a `break` leaves.
+//
+// Tested by tests/icode/SlcInterFormTest.cpp.
 
 #include "icode/SlcInterForm.h"
 

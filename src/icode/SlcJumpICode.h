@@ -15,6 +15,7 @@ public:
 /// A label as instructions hold it.
 using SlcLabel = SlcPtr<SlcLabelICode>;
 
+/// Goes to the label, whatever stands between: the end of a loop's body, a `break` of all points.
 class SlcGotoICode : public SlcICodeOf<SlcGotoICode, SlcICode> {
 public:
     explicit SlcGotoICode(SlcLabel label) : m_label(std::move(label)) {}
@@ -34,6 +35,7 @@ public:
     SlcOperand m_flag;
 };
 
+/// Goes on behind a uniform condition that does not hold.
 class SlcIfFalseGotoICode : public SlcICodeOf<SlcIfFalseGotoICode, SlcGotoICode> {
 public:
     SlcIfFalseGotoICode(SlcOperand flag, SlcLabel label)

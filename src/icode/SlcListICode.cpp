@@ -1,3 +1,6 @@
+// Three lists of variables with one difference each: all that the code names; of those the ones
+// that are its own; of those the ones still used, which the optimizer makes fewer.
+
 #include "icode/SlcListICode.h"
 
 void SlcListICode::AddLocalVar(const SlcOperand& variable)

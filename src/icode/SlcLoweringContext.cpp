@@ -1,3 +1,12 @@
+// Steps that several kinds of lowering share. Each adds at most one instruction and gives an
+// operand, so that they can be put together in the order in which the source evaluates.
+//
+//     Converted(x, color)    x itself, or T = x             a promotion; numbers stay numbers until
+//                                                           an instruction needs another type
+//     Widened(x)             x itself, or { T = x }         one value for each point
+//
+// Tested by the rows of tests/icode, which are exact lists of instructions.
+
 #include "icode/SlcLoweringContext.h"
 
 #include <typeinfo>

@@ -1,3 +1,13 @@
+// Which operands an instruction reads and which it writes, said once for all passes: each `Case`
+// names its fields, reads first. A field is handed on by reference, so that a pass can also replace
+// it.
+//
+// An output argument is read too, since a call may leave it as it was. A constant in its place
+// stands for an output that the source leaves out: there is nothing to write.
+//
+// Tested by tests/icode/SlcOperandWalkerTest.cpp; docs/icode.md shows the same as a table, which
+// tests/layers compares with this file.
+
 #include "icode/SlcOperandWalker.h"
 
 #include "icode/SlcICodes.h"

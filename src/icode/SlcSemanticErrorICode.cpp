@@ -1,4 +1,5 @@
-// The reports at an instruction: only the folder of the instructions can read its position.
+// The reports at an instruction: only the folder of the instructions can read its position, while
+// the class of the reports stands below it.
 
 #include <cstdlib>
 #include <iostream>

@@ -1,4 +1,9 @@
-// Calls of shadeops.
+// Calls of shadeops. A library reads one point at a time, and of an array the elements one behind
+// the other, while a varying array lies point by point for each element:
+//
+//     f(w)          T = w, contiguous; { CALL f T }; w = T, spread again
+//
+// Tested by tests/shadeops.
 
 #include "icode/SlcShadeopLowering.h"
 

@@ -1,3 +1,17 @@
+// Storage for temporaries, used again from statement to statement. A function body that is expanded
+// in the middle of a statement must not free what the statement still needs:
+//
+//     statement       T0, T1 in use;  T2, T3 free
+//     EnterBody       T0, T1 set aside; the body may take T3, T2 and new ones
+//     LeaveBody       free again: T2, T3;  in use: T0, T1, and the body's result
+//
+// To restore the free ones without copying them at each entry, the body's notes say only how many
+// at the bottom it never took (`untouched`), and which it took from above (`taken`). If the result
+// is one of those, a body around this one has lost a free temporary without taking it itself, and
+// must have it in its notes as well: `NoteTaken`.
+//
+// Tested by tests/icode/SlcTempPoolsTest.cpp.
+
 #include "icode/SlcTempPools.h"
 
 #include <utility>

@@ -1,4 +1,12 @@
 // Texture accesses: the footprint of each point, then one call with all parameters in place.
+//
+//     texture("a", s, t)      corners = patch around (s, t); r = CALL_TEXTURE "a" 0 corners ...
+//
+// The corners are those of the patch that a shading point covers, from its neighbours in the grid;
+// a call with all four gives them itself. Missing parameters have defaults, so that the primitive
+// has one form. A name or channel that varies has no whole-grid form.
+//
+// Tested by tests/golden/texture_forms.sl.
 
 #include <algorithm>
 

@@ -1,3 +1,9 @@
+// Names and values behind the positional arguments, on top of the defaults. `blur` and `width` set
+// both directions; of a name that is given twice the last value counts; "source" takes points up to
+// four instead of one value. Names that do not exist have been reported by the checks.
+//
+// Tested by tests/golden/texture_forms.sl.
+
 #include "icode/SlcTextureParameters.h"
 
 namespace {

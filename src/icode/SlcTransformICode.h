@@ -25,12 +25,15 @@ public:
     SlcOperand m_condition;  // null, or the points that a SIMD form is limited to
 };
 
+/// `point "space" (x, y, z)` and the like: source is meant in the named space, dest in the current
+/// one, or in rgb.
 class SlcTransformFromSpaceICode
     : public SlcICodeOf<SlcTransformFromSpaceICode, SlcTransformSpaceICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
+/// `transform("space", p)` and the like: source is in the current space, dest in the named one.
 class SlcTransformToSpaceICode
     : public SlcICodeOf<SlcTransformToSpaceICode, SlcTransformSpaceICode> {
 public:

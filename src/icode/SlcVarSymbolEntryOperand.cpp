@@ -1,4 +1,5 @@
-// The operand of a variable that generated code reaches by a name of its own.
+// The operand of a variable that generated code reaches by a name of its own. It stands here, above
+// the folder of its class, since only this folder knows operands.
 
 #include <string_view>
 

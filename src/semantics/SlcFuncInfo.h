@@ -29,17 +29,21 @@ public:
     [[nodiscard]] SlcFuncDefNode* GetDefinition() const { return m_definition; }
     /// The body's reads and writes of outer variables, replayed at each call.
     [[nodiscard]] SlcCheckUsage* GetUsage() const { return m_usage.get(); }
+    /// Its formals and locals; null once the scope is cut.
     [[nodiscard]] const SlcPtr<SlcSymbolTable>& GetScope() const { return m_scope; }
     /// Cuts the cycle of tables, entries and annotations.
     void ClearScope() { m_scope = nullptr; }
     /// The body holds `illuminate` or `solar`.
     [[nodiscard]] bool HasIlluminate() const { return m_hasIlluminate; }
+    /// The body holds `illuminance`.
     [[nodiscard]] bool HasIlluminance() const { return m_hasIlluminance; }
     /// Checked shader code reaches the function, directly or through others.
     [[nodiscard]] bool IsCalled() const { return m_called; }
     void SetCalled() { m_called = true; }
     [[nodiscard]] const SlcBodyFacts& GetBodyFacts() const { return m_bodyFacts; }
+    /// What calls have found out, for those with the same details.
     [[nodiscard]] SlcInlineResults& GetInlineResults() { return m_inlineResults; }
+    /// How many evaluations the whole compile may still make.
     [[nodiscard]] SlcInlineBudget& GetInlineBudget() { return *m_inlineBudget; }
 
 private:

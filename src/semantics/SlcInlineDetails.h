@@ -13,6 +13,7 @@
     return SlcPossibleTypes::Of(expr)->GetDetail();
 }
 
+/// In the call that is being evaluated; null before it has been met there.
 [[nodiscard]] inline SlcDetailNode* SlcInlineDetailOf(const SlcExprNode* expr)
 {
     return SlcPossibleTypes::Of(expr)->GetInlineDetail();
@@ -46,6 +47,7 @@ inline void SlcSetInlineDetailIfUnknown(SlcExprNode* expr, SlcDetailNode* detail
     return variable ? variable->GetDetail() : SlcDetailNode::AUnknown();
 }
 
+/// What the declaration says; where it leaves that open, what the call at hand makes of it.
 [[nodiscard]] inline SlcDetailNode* SlcEffectiveDetail(const SlcPtr<SlcVarSymbolEntry>& variable)
 {
     if (variable.Null())
