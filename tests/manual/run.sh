@@ -23,12 +23,40 @@ for page in "$build"/manual/*.1; do
         }
     done
 done
+for name in shaderqx sqxdump sqxmake sqxshade; do
+    [ ! -x "$build/bin/$name" ] || [ -e "$build/manual/$name.1" ] || {
+        echo "$name has no manual page"
+        failures=1
+    }
+done
 bash -n "$build/manual/shaderqx.bash" || failures=1
 # shellcheck disable=SC2034  # read by the completion
 complete_line() {
     bash -c 'source "$1"; shift; COMP_WORDS=("$@"); COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
-             compopt() { :; }; "_${COMP_WORDS[0]}"; echo "${COMPREPLY[@]}"' - \
-        "$build/manual/shaderqx.bash" "$@"
+             compopt() { :; }; "_${COMP_WORDS[0]}"; printf "%s\n" "${COMPREPLY[@]}"' - \
+        "$build/manual/shaderqx.bash" "$@" | LC_ALL=C sort | xargs
 }
-[ "$(complete_line shaderqx --keep)" = '--keep-cpp-file --keep-c++-file' ] || failures=1
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+touch "$scratch"/{matte.sl,matte.sqx,matte.txt}
+mkdir "$scratch/maps"
+cd "$scratch"
+completes_to() {
+    local expected=$1
+    shift
+    [ "$(complete_line "$@")" = "$expected" ] || {
+        echo "'$*' is completed to '$(complete_line "$@")', not '$expected'"
+        failures=1
+    }
+}
+completes_to '--keep-c++-file --keep-cpp-file' shaderqx --keep
+completes_to 'maps matte.sl' shaderqx ma
+completes_to '--param --params' sqxdump --par
+completes_to 'maps matte.sqx' sqxdump --params ma
+completes_to maps sqxdump -I ma
+completes_to maps sqxmake -o ma
+if [ -e "$build/manual/sqxshade.1" ]; then
+    completes_to 'maps matte.sl matte.sqx' sqxshade --torus ma
+    completes_to '--samples --sheet --size --sphere --square' sqxshade --s
+fi
 [ "$failures" = 0 ]

@@ -5,7 +5,11 @@
 
 #include "manual/ShaderqxProgram.h"
 #include "manual/SqxManualPage.h"
+#include "sqxdump/SqxDumpOptions.h"
 #include "sqxmake/SqxMakeOptions.h"
+#ifdef SLC_HAS_SQXSHADE
+#include "sqxshade/SqxShadeOptions.h"
+#endif
 
 namespace {
 
@@ -28,7 +32,14 @@ int main(int argc, char** argv)
         std::cerr << "Usage: sqxmanual DIR\n";
         return 2;
     }
-    const SqxProgram* const programs[] = {&ShaderqxProgram(), &SqxMakeProgram()};
+    const SqxProgram* const programs[] = {
+        &ShaderqxProgram(),
+        &SqxDumpProgram(),
+        &SqxMakeProgram(),
+#ifdef SLC_HAS_SQXSHADE
+        &SqxShadeProgram(),
+#endif
+    };
     const std::string folder = argv[1];
     bool good = WriteFile(folder + "/shaderqx.bash", SqxBashCompletion(programs));
     for (const SqxProgram* program : programs)

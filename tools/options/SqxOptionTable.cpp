@@ -1,10 +1,13 @@
-// `--help`: the effects stand in one column, behind the longest word.
+// `--help`: what the program does, then the options; their effects stand in one column, behind the
+// longest word.
 
 #include "options/SqxOptionTable.h"
 
 #include <algorithm>
 
 namespace {
+
+constexpr std::size_t k_width = 100;
 
 [[nodiscard]] std::string WithArgument(const SqxOption& option)
 {
@@ -14,19 +17,43 @@ namespace {
     return text;
 }
 
+/// Adds words to the last line of the text, and goes on in lines of their own, set in.
+void AddWrapped(std::string& text, std::string_view words, std::size_t indent)
+{
+    std::size_t column = indent;
+    while (!words.empty()) {
+        const std::size_t end = std::min(words.find(' '), words.size());
+        if (column > indent && column + 1 + end > k_width) {
+            text.append("\n").append(indent, ' ');
+            column = indent;
+        } else if (column > indent) {
+            text += ' ';
+            ++column;
+        }
+        text += words.substr(0, end);
+        column += end;
+        words.remove_prefix(std::min(end + 1, words.size()));
+    }
+    text += '\n';
+}
+
 }  // namespace
 
 std::string SqxHelpText(const SqxProgram& program)
 {
     std::string text = "Usage: ";
-    text.append(program.name).append(" ").append(program.synopsis).append("\n");
+    text.append(program.name).append(" ").append(program.synopsis).append("\n\n");
+    for (const std::string_view paragraph : program.description) {
+        AddWrapped(text, paragraph, 0);
+        text += '\n';
+    }
     std::size_t width = 0;
     for (const SqxOption& option : program.options)
         width = std::max(width, WithArgument(option).size());
     for (const SqxOption& option : program.options) {
         const std::string words = WithArgument(option);
         text.append("  ").append(words).append(width + 2 - words.size(), ' ');
-        text.append(option.effect).append("\n");
+        AddWrapped(text, option.effect, width + 4);
     }
     return text;
 }

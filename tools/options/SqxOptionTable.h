@@ -31,5 +31,5 @@ struct SqxProgram {
     std::string_view fileEndings;        // of files that it takes, for completion: "sl sqx"
 };
 
-/// "Usage: ..." and a line for each option, as `--help` prints them.
+/// "Usage: ...", the description and the options, as `--help` prints them.
 [[nodiscard]] std::string SqxHelpText(const SqxProgram& program);

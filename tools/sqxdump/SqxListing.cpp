@@ -55,7 +55,7 @@ std::string ElementText(const QxHostValue& value, std::size_t element)
     const std::size_t width = QxFloatCount(value.type);
     std::string text;
     for (std::size_t i = element * width; i < (element + 1) * width; ++i)
-        text.append(text.empty() ? "" : " ").append(SqxNumberText(value.numbers[i]));
+        text.append(text.empty() ? "" : " ").append(SqxListedNumber(value.numbers[i]));
     return text;
 }
 
@@ -188,7 +188,7 @@ const char* SqxClassName(const SqxShaderFacts::Parameter& parameter)
     return *parameter.output ? "output" : "input";
 }
 
-std::string SqxNumberText(float number)
+std::string SqxListedNumber(float number)
 {
     char text[32];
     const auto end = std::to_chars(text, text + sizeof text, number).ptr;

@@ -30,4 +30,4 @@ SqxWantedParameters(const SqxShaderFacts& facts, const std::vector<std::string>&
 [[nodiscard]] const char* SqxClassName(const SqxShaderFacts::Parameter& parameter);
 
 /// The shortest text that gives the number again.
-[[nodiscard]] std::string SqxNumberText(float number);
+[[nodiscard]] std::string SqxListedNumber(float number);

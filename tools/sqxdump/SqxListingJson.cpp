@@ -74,7 +74,7 @@ std::string Flag(std::optional<bool> flag)
 /// JSON has no numbers beside the finite ones.
 std::string Number(float number)
 {
-    return std::isfinite(number) ? SqxNumberText(number) : Text(SqxNumberText(number));
+    return std::isfinite(number) ? SqxListedNumber(number) : Text(SqxListedNumber(number));
 }
 
 /// "[a,b,c]" of what `element` makes of each number below `count`.

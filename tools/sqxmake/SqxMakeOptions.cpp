@@ -7,77 +7,63 @@
 #include "sqxmake/SqxMakeOptions.h"
 
 #include <charconv>
-#include <fstream>
 #include <string_view>
 
 namespace {
 
-using namespace std::string_view_literals;
-
 constexpr int k_maxJobs = 1024;
 
+// clang-format off
 constexpr std::string_view k_description[] = {
-    "Compiles shaders: those named, and all '.sl' files in the folders named and below them. Only "
-    "what "
-    "changed since the last time is compiled: a source, a file that it includes, the options, or "
-    "the "
-    "compiler itself. Each '.sqx' file is named for its shader and stands in the output folder.",
-    "Sources are compiled side by side; the messages of each are printed together. A source that "
-    "is "
-    "refused leaves no '.sqx' file behind, not even its earlier one.",
-    "The work is done by ninja, which must be installed. What is known from one run to the next "
-    "stands "
-    "in the folder '.sqxmake' of the output folder, which may be removed at any time.",
+    "Compiles shaders: those named, and all '.sl' files in the folders named and below them. Only what changed since the last time is compiled: a source, a file that it includes, the options, or the compiler itself. Each '.sqx' file is named for its shader and stands in the output folder.",
+    "Sources are compiled side by side; the messages of each are printed together. A source that is refused leaves no '.sqx' file behind, not even its earlier one.",
+    "The work is done by ninja, which must be installed. What is known from one run to the next stands in the folder '.sqxmake' of the output folder, which may be removed at any time.",
 };
 
-//   word                     argument  effect
+//   word                      argument  effect
 constexpr SqxOption k_options[] = {
-    {"-o"sv, "DIR"sv,
-     "folder for the compiled shaders, made if it is missing; the default is the working directory"sv},
-    {"-j"sv, "N"sv, "compiles N shaders at a time"sv},
-    {"-k"sv, ""sv, "goes on behind faults"sv},
-    {"--dso"sv, ""sv, "builds shared objects in place of byte-code"sv},
-    {"-O0, -O1, -O2, -O3"sv, ""sv, "level of optimization"sv},
-    {"-w0, -w1, -w2"sv, ""sv, "level of warnings"sv},
-    {"-IDIR"sv, ""sv, "searches DIR for included files and shadeop libraries"sv},
-    {"-DNAME, -DNAME=VALUE"sv, ""sv, "defines a preprocessor symbol"sv},
-    {"--strict"sv, ""sv, "a function body does not see the variables around it"sv},
-    {"--no-array-check"sv, ""sv, "no checks of array indices"sv},
-    {"--dont-use-shadeops"sv, ""sv, "does not look for unknown functions in shadeop libraries"sv},
-    {"--step"sv, "STAMP"sv,
-     "for build systems: compiles one source whether it changed or not, and writes STAMP and its dependencies, STAMP.d; with '--state DIR' before it, keeps what it knows in DIR"sv},
-    {"--help"sv, ""sv, "prints this text"sv},
+    {"-o",                     "DIR",    "folder for the compiled shaders, made if it is missing; the default is the working directory"},
+    {"-j",                     "N",      "compiles N shaders at a time"},
+    {"-k",                     "",       "goes on behind faults"},
+    {"--dso",                  "",       "builds shared objects in place of byte-code"},
+    {"-O0, -O1, -O2, -O3",     "",       "level of optimization"},
+    {"-w0, -w1, -w2",          "",       "level of warnings"},
+    {"-IDIR",                  "",       "searches DIR for included files and shadeop libraries"},
+    {"-DNAME, -DNAME=VALUE",   "",       "defines a preprocessor symbol"},
+    {"--strict",               "",       "a function body does not see the variables around it"},
+    {"--no-array-check",       "",       "no checks of array indices"},
+    {"--dont-use-shadeops",    "",       "does not look for unknown functions in shadeop libraries"},
+    {"--step",                 "STAMP",  "for build systems: compiles one source whether it changed or not, and writes STAMP and its dependencies, STAMP.d; with '--state DIR' before it, keeps what it knows in DIR"},
+    {"-h, --help",             "",       "prints this text"},
 };
 
 constexpr SqxEntry k_environment[] = {
-    {"SLC_CPP_COMMAND"sv,
-     "the preprocess command, as for shaderqx(1); which files were included is then read from the line markers of its result"sv},
-    {"SLC_CC_COMMAND"sv, "the C++ command of '--dso', as for shaderqx(1)"sv},
-    {"NINJA"sv, "the ninja to run in place of the one that PATH finds"sv},
+    {"SLC_CPP_COMMAND", "the preprocess command, as for shaderqx(1); which files were included is then read from the line markers of its result"},
+    {"SLC_CC_COMMAND",  "the C++ command of '--dso', as for shaderqx(1)"},
+    {"NINJA",           "the ninja to run in place of the one that PATH finds"},
 };
 
 constexpr SqxEntry k_files[] = {
-    {"DIR/SHADER.sqx"sv, "a compiled shader"sv},
-    {"DIR/.sqxmake"sv, "what is known from one run to the next"sv},
+    {"DIR/SHADER.sqx", "a compiled shader"},
+    {"DIR/.sqxmake",   "what is known from one run to the next"},
 };
 
 constexpr SqxEntry k_statuses[] = {
-    {"0"sv, "all shaders are compiled"sv},
-    {"1"sv, "a shader is refused, or the build could not be done"sv},
-    {"2"sv, "the command line makes no sense"sv},
+    {"0", "all shaders are compiled"},
+    {"1", "a shader is refused, or the build could not be done"},
+    {"2", "the command line makes no sense"},
 };
 
 constexpr SqxEntry k_examples[] = {
-    {"sqxmake -o compiled shaders"sv, "compiles the library in the folder 'shaders'"sv},
-    {"sqxmake -k -j 8 --dso -Iinclude -o objects shaders"sv,
-     "the same as shared objects, eight at a time, to the last one"sv},
+    {"sqxmake -o compiled shaders", "compiles the library in the folder 'shaders'"},
+    {"sqxmake -k -j 8 --dso -Iinclude -o objects shaders", "the same as shared objects, eight at a time, to the last one"},
 };
-// clang-format off
+
 // Words that go to the compiler as they are. What stops in between or writes elsewhere is not among
 // them: a library's build would leave things half done.
 constexpr std::string_view k_compilerWords[] = {
-    "-O0"sv, "-O1"sv, "-O2"sv, "-O"sv, "-O3"sv, "-w"sv, "-w0"sv, "-w1"sv, "-w2"sv, "--strict"sv,
-    "--dso"sv, "--int"sv, "--use-shadeops"sv, "--dont-use-shadeops"sv, "--no-array-check"sv,
+    "-O0", "-O1", "-O2", "-O", "-O3", "-w", "-w0", "-w1", "-w2", "--strict",
+    "--dso", "--int", "--use-shadeops", "--dont-use-shadeops", "--no-array-check",
 };
 // clang-format on
 
@@ -126,12 +112,6 @@ private:
     return (word.starts_with("-I") || word.starts_with("-D")) && word.size() > 2;
 }
 
-/// An option with one dash takes its value from the same word too: "-j4".
-[[nodiscard]] bool Starts(std::string_view word, std::string_view option)
-{
-    return word.starts_with(option);
-}
-
 void ReadOption(std::string_view word, Arguments& rest, SqxMakeOptions& options)
 {
     if (word == "--help" || word == "-h")
@@ -145,9 +125,9 @@ void ReadOption(std::string_view word, Arguments& rest, SqxMakeOptions& options)
         options.stateFolder = rest.TakeValue("--state", word, "a folder");
     else if (IsCompilerOption(word))
         options.compilerOptions.emplace_back(word);
-    else if (Starts(word, "-j"))
+    else if (word.starts_with("-j"))
         options.jobs = ReadJobs(rest.TakeValue("-j", word, "a number"));
-    else if (Starts(word, "-o"))
+    else if (word.starts_with("-o"))
         options.outputFolder = rest.TakeValue("-o", word, "a folder");
     else
         throw SqxMakeUsageError("Unknown option '" + std::string(word) + "'");

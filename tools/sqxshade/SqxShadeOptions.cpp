@@ -8,9 +8,12 @@
 
 #include "sqxshade/SqxShadeOptions.h"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <filesystem>
+#include <string_view>
 
 namespace {
 
@@ -126,69 +129,104 @@ void AddShader(Options& options, const std::string& path)
     options.shaders.back().path = path;
 }
 
-struct OptionRow {
-    const char* name;
-    const char* value;  // what stands behind it; empty if nothing does
-    void (*read)(Options& options, const std::string& value);
-    const char* help;
+// clang-format off
+constexpr std::string_view k_description[] = {
+    "Shades a shape with a shader and writes the picture as a PNG file. SHADER is a source, SHADER.sl, which is compiled first, or SHADER.sqx, byte-code or a shared object. A surface shader colors the shape. A displacement shader moves its points; normals follow if the shader leaves them. A light shader lights it from the upper left, in place of the default lights. A volume shader fills the space between the camera and the shape, and an imager shader works on the finished picture. One of each kind, and several lights, can be given together. Where no surface shader is given, the shape is of plain plastic.",
+    "In the camera's space, which is 'current', x leads to the right, y up, and z away from the camera; points and vectors in '--param' are meant in it. 'world' stands alike, but begins in the middle of the shape, 5 units away; lights are placed in it. 'shader' and 'object' are the shape's own, and 'screen', 'NDC' and 'raster' the picture's. s and u run to the right, t and v down. A light shader stands at its own 'shader' space, from where z leads to the shape.",
+    "There are no files and no other things to see: a texture is a check of two colors, environments and traced rays see a sky above a ground.",
 };
 
-// clang-format off
+struct OptionRow {
+    SqxOption option;  // with an argument if something stands behind it
+    void (*read)(Options& options, const std::string& value);
+};
+
+//   word, argument, reading and effect
 constexpr OptionRow k_options[] = {
-    {"-o", "FILE", [](Options& o, const std::string& v) { o.output = v; },
-     "the picture; SHADER.png in the working directory by default"},
-    {"--sphere", "", [](Options& o, const std::string&) { o.picture.shape = SqxShapeKind::Sphere; },
-     "shades a sphere of radius 1; the default"},
-    {"--square", "", [](Options& o, const std::string&) { o.picture.shape = SqxShapeKind::Square; },
-     "shades a square of side 2 that faces the camera"},
-    {"--torus", "", [](Options& o, const std::string&) { o.picture.shape = SqxShapeKind::Torus; },
-     "shades a torus of outer radius 1"},
-    {"--param", "NAME=VALUE", ReadParameter,
-     "sets a parameter of the shader in front of it: a text, a number, or numbers\n"
-     "between commas; a color may be one number"},
-    {"--size", "WIDTHxHEIGHT", ReadSize, "pixels; 256x256 by default"},
-    {"--samples", "N", [](Options& o, const std::string& v) {
-         o.picture.samples = ReadCount(v, k_maxSamples, "number of samples"); },
-     "N times N samples smooth each pixel; 3 by default"},
-    {"--background", "COLOR", [](Options& o, const std::string& v) {
-         o.picture.background = ReadColor(v, "background"); },
-     "what is seen beside and through the shape"},
-    {"--color", "COLOR", [](Options& o, const std::string& v) { o.picture.color = ReadColor(v, "color"); },
-     "the surface's color Cs; white by default"},
-    {"--opacity", "COLOR", [](Options& o, const std::string& v) {
-         o.picture.opacity = ReadColor(v, "opacity"); },
-     "the surface's opacity Os; 1 by default"},
-    {"--light", "KIND[:SETTING...]", [](Options& o, const std::string& v) {
-         o.picture.lights.push_back(ReadLight(v)); },
-     "a light in place of the default ones; can be repeated. Kinds and settings:\n"
-     "  point:from=X,Y,Z  distant:from=X,Y,Z:to=X,Y,Z  ambient\n"
-     "each also color=R,G,B and intensity=N"},
-    {"-I", "DIR", [](Options& o, const std::string& v) {
-         o.build.folders.push_back(std::filesystem::absolute(v).string()); },
-     "searches DIR for included files and for shadeop libraries"},
-    {"-D", "NAME[=VALUE]", [](Options& o, const std::string& v) { o.build.definitions.push_back(v); },
-     "defines a preprocessor symbol"},
-    {"--texture", "NAME=FILE.png", [](Options& o, const std::string& v) {
-         o.textures.push_back(ReadAssignment(v, "A texture")); },
-     "what shaders see as the texture NAME; without one it is a check"},
-    {"--sheet", "", [](Options& o, const std::string&) { o.sheet = true; },
-     "shades each shader by itself, and writes all pictures side by side into one file"},
-    {"--dso", "", [](Options& o, const std::string&) { o.build.sharedObject = true; },
-     "builds shared objects of sources in place of byte-code"},
-    {"--linear", "", [](Options& o, const std::string&) { o.linear = true; },
-     "writes the values of colors as they are, in place of sRGB"},
-    {"--threads", "N", [](Options& o, const std::string& v) {
-         o.picture.threads = ReadCount(v, k_maxThreads, "number of threads"); },
-     "shades on N cores; on all by default"},
-    {"-h", "", [](Options& o, const std::string&) { o.help = true; }, "prints this"},
-    {"--help", "", [](Options& o, const std::string&) { o.help = true; }, "prints this"},
+    {{"-o", "FILE", "the picture; SHADER.png in the working directory by default"},
+     [](Options& o, const std::string& v) { o.output = v; }},
+    {{"--sphere", "", "shades a sphere of radius 1; the default"},
+     [](Options& o, const std::string&) { o.picture.shape = SqxShapeKind::Sphere; }},
+    {{"--square", "", "shades a square of side 2 that faces the camera"},
+     [](Options& o, const std::string&) { o.picture.shape = SqxShapeKind::Square; }},
+    {{"--torus", "", "shades a torus of outer radius 1"},
+     [](Options& o, const std::string&) { o.picture.shape = SqxShapeKind::Torus; }},
+    {{"--param", "NAME=VALUE", "sets a parameter of the shader in front of it: a text, a number, or numbers between commas; a color may be one number"},
+     ReadParameter},
+    {{"--size", "WIDTHxHEIGHT", "pixels; 256x256 by default"}, ReadSize},
+    {{"--samples", "N", "N times N samples smooth each pixel; 3 by default"},
+     [](Options& o, const std::string& v) { o.picture.samples = ReadCount(v, k_maxSamples, "number of samples"); }},
+    {{"--background", "COLOR", "what is seen beside and through the shape"},
+     [](Options& o, const std::string& v) { o.picture.background = ReadColor(v, "background"); }},
+    {{"--color", "COLOR", "the surface's color Cs; white by default"},
+     [](Options& o, const std::string& v) { o.picture.color = ReadColor(v, "color"); }},
+    {{"--opacity", "COLOR", "the surface's opacity Os; 1 by default"},
+     [](Options& o, const std::string& v) { o.picture.opacity = ReadColor(v, "opacity"); }},
+    {{"--light", "KIND[:SETTING...]", "a light in place of the default ones; can be repeated: 'point:from=X,Y,Z', 'distant:from=X,Y,Z:to=X,Y,Z' or 'ambient', each also with 'color=R,G,B' and 'intensity=N'"},
+     [](Options& o, const std::string& v) { o.picture.lights.push_back(ReadLight(v)); }},
+    {{"-I", "DIR", "searches DIR for included files and for shadeop libraries"},
+     [](Options& o, const std::string& v) { o.build.folders.push_back(std::filesystem::absolute(v).string()); }},
+    {{"-D", "NAME[=VALUE]", "defines a preprocessor symbol"},
+     [](Options& o, const std::string& v) { o.build.definitions.push_back(v); }},
+    {{"--texture", "NAME=FILE.png", "what shaders see as the texture NAME; without one it is a check"},
+     [](Options& o, const std::string& v) { o.textures.push_back(ReadAssignment(v, "A texture")); }},
+    {{"--sheet", "", "shades each shader by itself, and writes all pictures side by side into one file"},
+     [](Options& o, const std::string&) { o.sheet = true; }},
+    {{"--dso", "", "builds shared objects of sources in place of byte-code"},
+     [](Options& o, const std::string&) { o.build.sharedObject = true; }},
+    {{"--linear", "", "writes the values of colors as they are, in place of sRGB"},
+     [](Options& o, const std::string&) { o.linear = true; }},
+    {{"--threads", "N", "shades on N cores; on all by default"},
+     [](Options& o, const std::string& v) { o.picture.threads = ReadCount(v, k_maxThreads, "number of threads"); }},
+    {{"-h, --help", "", "prints this text"},
+     [](Options& o, const std::string&) { o.help = true; }},
+};
+
+constexpr auto k_optionTexts = [] {
+    std::array<SqxOption, std::size(k_options)> options;
+    std::transform(std::begin(k_options), std::end(k_options), options.begin(),
+                   [](const OptionRow& row) { return row.option; });
+    return options;
+}();
+
+constexpr SqxEntry k_environment[] = {
+    {"SLC_CPP_COMMAND", "the preprocess command for sources, as for shaderqx(1)"},
+    {"SLC_CC_COMMAND", "the C++ command of '--dso', as for shaderqx(1)"},
+};
+
+constexpr SqxEntry k_files[] = {
+    {"SHADER.png", "the picture"},
+};
+
+constexpr SqxEntry k_statuses[] = {
+    {"0", "the picture is written"},
+    {"1", "a shader is refused, or the picture could not be made or written"},
+    {"2", "the command line makes no sense"},
+};
+
+constexpr SqxEntry k_examples[] = {
+    {"sqxshade marble.sl --param frequency=4 -o marble.png", "shades a sphere, with a value for a parameter"},
+    {"sqxshade --square brick.sqx spotlight.sqx", "lights a square by a light shader"},
+    {"sqxshade --sheet -o all.png shaders/*.sl", "puts a library on one sheet"},
 };
 // clang-format on
+
+/// The spelling is one of those of the row.
+bool IsCalled(const OptionRow& row, std::string_view name)
+{
+    std::string_view words = row.option.word;
+    std::size_t end = words.find(", ");
+    while (words.substr(0, end) != name && end != std::string_view::npos) {
+        words.remove_prefix(end + 2);
+        end = words.find(", ");
+    }
+    return words.substr(0, end) == name;
+}
 
 const OptionRow* FindOption(const std::string& name)
 {
     for (const OptionRow& row : k_options)
-        if (name == row.name)
+        if (IsCalled(row, name))
             return &row;
     return nullptr;
 }
@@ -201,10 +239,20 @@ const OptionRow* FindGlued(const std::string& argument, std::string& value)
     if (end == std::string::npos || argument.size() <= end)
         return nullptr;
     const OptionRow* row = FindOption(argument.substr(0, end));
-    if (!row || !*row->value)
+    if (!row || row->option.argument.empty())
         return nullptr;
     value = argument.substr(isLong ? end + 1 : end);
     return row;
+}
+
+/// What stands behind the option at a position.
+const std::string& ValueBehind(const std::vector<std::string>& arguments, std::size_t option)
+{
+    if (option + 1 == arguments.size())
+        throw SqxPictureError("Option '" + arguments[option] + "' needs " +
+                              std::string(FindOption(arguments[option])->option.argument) +
+                              " behind it");
+    return arguments[option + 1];
 }
 
 void Complete(Options& options)
@@ -264,10 +312,8 @@ SqxShadeOptions SqxReadShadeOptions(const std::vector<std::string>& arguments)
         const OptionRow* row = FindOption(argument);
         if (!row)
             row = FindGlued(argument, value);
-        else if (*row->value && ++i == arguments.size())
-            throw SqxPictureError("Option '" + argument + "' needs " + row->value + " behind it");
-        else if (*row->value)
-            value = arguments[i];
+        else if (!row->option.argument.empty())
+            value = ValueBehind(arguments, i++);
         if (!row)
             throw SqxPictureError("Unknown option '" + argument + "'; --help tells more");
         row->read(options, value);
@@ -276,39 +322,19 @@ SqxShadeOptions SqxReadShadeOptions(const std::vector<std::string>& arguments)
     return options;
 }
 
-std::string SqxShadeHelp()
+const SqxProgram& SqxShadeProgram()
 {
-    std::string text = R"(Usage: sqxshade [options] SHADER...
-
-Shades a shape with a shader and writes the picture as a PNG file. SHADER is a source, SHADER.sl,
-which is compiled first, or SHADER.sqx, byte-code or a shared object. What each kind does:
-  surface       colors the shape
-  displacement  moves its points; normals follow if the shader leaves them
-  light         lights it from the upper left, in place of the default lights
-  volume        fills the space between the camera and the shape
-  imager        works on the finished picture
-One of each kind, and several lights, can be given together. Where no surface shader is given, the
-shape is of plain plastic.
-
-Options:
-)";
-    for (const OptionRow& row : k_options) {
-        std::string line = std::string("  ").append(row.name);
-        line.append(*row.value ? " " : "").append(row.value);
-        for (const std::string& help : SqxSplit(row.help, '\n')) {
-            line.resize(std::max<std::size_t>(line.size() + 2, 28), ' ');
-            text += line + help + "\n";
-            line.clear();
-        }
-    }
-    text += R"(
-In the camera's space, which is "current", x leads to the right, y up, and z away from the camera;
-points and vectors in --param are meant in it. "world" stands alike, but begins in the middle of the
-shape, 5 units away; lights are placed in it. "shader" and "object" are the shape's own, and
-"screen", "NDC" and "raster" the picture's. s and u run to the right, t and v down. A light shader
-stands at its own "shader" space, from where z leads to the shape. There are no files and no other
-things to see: a texture is a check of two colors, environments and traced rays see a sky above a
-ground.
-)";
-    return text;
+    static constexpr SqxProgram k_program = {
+        "sqxshade",
+        "makes pictures of shaders",
+        "[options] SHADER...",
+        k_description,
+        k_optionTexts,
+        k_environment,
+        k_files,
+        k_statuses,
+        k_examples,
+        "sl sqx",
+    };
+    return k_program;
 }

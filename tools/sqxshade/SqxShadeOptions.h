@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "options/SqxOptionTable.h"
 #include "picture/SqxPictureSettings.h"
 #include "picture/SqxShaderBuild.h"
 
@@ -27,8 +28,8 @@ struct SqxShadeOptions {
 /// Throws `SqxPictureError`.
 [[nodiscard]] SqxShadeOptions SqxReadShadeOptions(const std::vector<std::string>& arguments);
 
-/// What `--help` prints.
-[[nodiscard]] std::string SqxShadeHelp();
+/// How the program presents itself.
+[[nodiscard]] const SqxProgram& SqxShadeProgram();
 
 /// The numbers of a list such as `1,0.5,-2`. Throws `SqxPictureError`, which tells of `what`.
 [[nodiscard]] std::vector<float> SqxReadNumbers(const std::string& text, const std::string& what);
