@@ -137,7 +137,7 @@ void SlcBuiltInLowering::AddGridOrPlainCall(const BuiltInCall& call, const SlcOp
 void SlcBuiltInLowering::MakeConstantNbArgs(BuiltInCall& call,
                                             const std::vector<SlcCallFormal>& formals)
 {
-    const auto entry = CheckCast<SlcFuncVarListSymbolEntry>(call.node->GetSymbolEntry());
+    const SlcPtr<SlcFuncSymbolEntry>& entry = call.node->GetSymbolEntry();
     const std::size_t fixed = entry->GetArgTypes().size();
     std::deque<SlcOperand> args(call.args.begin(),
                                 call.args.begin() + static_cast<std::ptrdiff_t>(fixed));

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "icode/SlcCallFormals.h"
+#include "symbols/SlcCallFormals.h"
 #include "icode/SlcLoweringContext.h"
 
 /// The arguments and the value of a call, as what is called wants them.

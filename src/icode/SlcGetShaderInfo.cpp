@@ -8,6 +8,7 @@
 #include "icode/SlcGenInterCode.h"
 #include "semantics/SlcFuncInfo.h"
 #include "support/reports/SlcSemanticError.h"
+#include "symbols/SlcCallFormals.h"
 #include "symbols/SlcFuncDSOSymbolEntry.h"
 #include "symbols/SlcPossibleTypes.h"
 #include "symbols/SlcShaderSymbolTable.h"
@@ -340,9 +341,7 @@ void SlcGetShaderInfo::Case(SlcProcCallExprNode* node)
         TouchVariablesOf(node);
         AddSpacesOf(node);
         WriteOutputArguments(node);
-        // Its row declares no output, but it writes into its arguments.
-        if (entry->IsOrderSensitive() || node->GetIdent()->GetName() == "unpack")
-            m_needsGuard = true;
+        m_needsGuard = m_needsGuard || entry->IsOrderSensitive();
         break;
     case SlcFuncOrigin::User:
         m_needsGuard = true;
@@ -390,13 +389,10 @@ void SlcGetShaderInfo::AddSpacesOf(SlcProcCallExprNode* node)
 
 void SlcGetShaderInfo::WriteOutputArguments(SlcProcCallExprNode* node)
 {
-    const auto& storages = node->GetSymbolEntry()->GetArgStorages();
-    const auto& leaves = node->GetTailLeaves();
     const auto& arguments = node->GetArguments()->GetArgs();
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const bool isFixed = i < storages.size();
-        const SlcFuncVarArgLeaf* leaf = isFixed ? nullptr : leaves[i - storages.size()];
-        if (!(isFixed ? storages[i]->IsOutput() : leaf && leaf->GetStorage()->IsOutput()))
+    const std::vector<SlcCallFormal> formals = SlcFormalsOf(*node);
+    for (std::size_t i = 0; i < formals.size(); ++i) {
+        if (!formals[i].isOutput)
             continue;
         m_needsGuard = true;
         WriteArgument(arguments[i].get());

@@ -11,33 +11,16 @@
 #include "icode/SlcOperandWalker.h"
 
 #include "icode/SlcICodes.h"
-#include "symbols/SlcFuncTail.h"
+#include "symbols/SlcCallFormals.h"
 
 namespace {
-
-/// `unpack` writes into its last four arguments, though its row declares no output.
-bool IsUnpackResult(const SlcCallICode& call, std::size_t position)
-{
-    return position >= 1 && call.m_name->GetName() == "CALL_PRIM_UNPACK";
-}
 
 /// The argument at `position` is written, as the row of the built-in says.
 bool IsOutputArg(const SlcCallICode& call, std::size_t position)
 {
     // What stands in place of an output that the source leaves out takes nothing.
-    if (call.m_args[position]->IsConst())
-        return false;
-    if (IsUnpackResult(call, position))
-        return true;
-    if (call.m_funcEntry.Null())
-        return false;
-    const auto& storages = call.m_funcEntry->GetArgStorages();
-    if (position < storages.size())
-        return storages[position]->IsOutput();
-    auto* entry = dynamic_cast<SlcFuncVarListSymbolEntry*>(&*call.m_funcEntry);
-    const SlcFuncVarArgSingle* value =
-        entry ? SlcTailValueAt(entry->GetTail(), position - storages.size()) : nullptr;
-    return value && value->GetStorage()->IsOutput();
+    return !call.m_args[position]->IsConst() && call.m_funcEntry &&
+           SlcFormalAt(*call.m_funcEntry, position).isOutput;
 }
 
 }  // namespace

@@ -22,29 +22,7 @@
 #include <algorithm>
 
 #include "icode/SlcICodes.h"
-#include "symbols/SlcFuncTail.h"
-
-namespace {
-
-/// What a row says of the argument at `position`.
-struct Formal {
-    bool isOutput = false;
-    bool isUniform = false;
-};
-
-Formal FormalOf(SlcFuncSymbolEntry& entry, std::size_t position)
-{
-    const auto& storages = entry.GetArgStorages();
-    if (position < storages.size())
-        return {storages[position]->IsOutput(), entry.GetArgDetails()[position]->IsUniform()};
-    auto* withTail = dynamic_cast<SlcFuncVarListSymbolEntry*>(&entry);
-    const SlcFuncVarArgSingle* value =
-        withTail ? SlcTailValueAt(withTail->GetTail(), position - storages.size()) : nullptr;
-    return value ? Formal{value->GetStorage()->IsOutput(), value->GetDetail()->IsUniform()}
-                 : Formal{};
-}
-
-}  // namespace
+#include "symbols/SlcCallFormals.h"
 
 SlcCopyPropagation::SlcCopyPropagation(const SlcControlFlowGraph& graph,
                                        const SlcVariableNumbers& variables)
@@ -203,22 +181,21 @@ void SlcCopyPropagation::Case(SlcPtr<SlcOrBoolFlagICode> code)
 
 void SlcCopyPropagation::Case(SlcPtr<SlcCallICode> code)
 {
-    std::vector<Formal> formals(code->m_args.size());
-    for (std::size_t i = 0; i < code->m_args.size() && code->m_funcEntry; ++i)
-        formals[i] = FormalOf(*code->m_funcEntry, i);
-    const bool isUnpack = code->m_name->GetName() == "CALL_PRIM_UNPACK";
-    for (std::size_t i = 1; i < formals.size() && isUnpack; ++i)
-        formals[i].isOutput = true;
-    // Without a row nothing is known of the arguments.
-    for (std::size_t i = 0; i < code->m_args.size() && code->m_funcEntry; ++i) {
-        m_keepVarying = !formals[i].isUniform;
-        if (!formals[i].isOutput)
+    const SlcCallFormal unknown{SlcTypeNode::AAnyType(), SlcDetailNode::AUnknown(), true};
+    std::vector<std::size_t> written;
+    for (std::size_t i = 0; i < code->m_args.size(); ++i) {
+        // Without a row nothing is known of an argument: no constant enters.
+        const SlcCallFormal formal =
+            code->m_funcEntry ? SlcFormalAt(*code->m_funcEntry, i) : unknown;
+        m_keepVarying = !formal.detail->IsUniform();
+        if (formal.isOutput)
+            written.push_back(i);
+        else
             Read(code->m_args[i]);
     }
     m_keepVarying = false;
-    for (std::size_t i = 0; i < code->m_args.size(); ++i)
-        if (code->m_funcEntry.Null() || formals[i].isOutput)
-            Write(code->m_args[i]);
+    for (const std::size_t i : written)
+        Write(code->m_args[i]);
     if (code->m_result)
         Write(code->m_result);
     // No constant enters the condition, for which there is no form.

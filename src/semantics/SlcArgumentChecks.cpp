@@ -1,8 +1,4 @@
-// What a declaration says of the arguments of a call, and the rules for an argument that is
-// written.
-//
-// The arguments behind the fixed ones belong to a tail, whose leaf for each has been stored by the
-// choice of the overload; a call that was refused has none, and the list ends there.
+// The rules for an argument that is written.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 
@@ -12,40 +8,6 @@
 #include "semantics/SlcInlineDetails.h"
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcFuncSymbolEntry.h"
-
-namespace {
-
-/// The row of `unpack` calls them inputs, though it writes them.
-bool IsUnpackResult(const SlcFuncSymbolEntry& entry, std::size_t position)
-{
-    return position > 0 && entry.GetOrigin() == SlcFuncOrigin::BuiltIn &&
-           entry.GetName() == "unpack";
-}
-
-}  // namespace
-
-std::vector<SlcDeclaredArgument> SlcDeclaredArguments(SlcFuncSymbolEntry& entry,
-                                                      SlcProcCallExprNode* call)
-{
-    const auto& arguments = call->GetArguments()->GetArgs();
-    const std::size_t fixed = entry.GetArgTypes().size();
-    std::vector<SlcDeclaredArgument> declared;
-    declared.reserve(arguments.size());
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        SlcExprNode* argument = arguments[i].get();
-        if (i < fixed) {
-            SlcStorageSpecNode* storage = IsUnpackResult(entry, i) ? SlcStorageSpecNode::AOutput()
-                                                                   : entry.GetArgStorages()[i];
-            declared.push_back({argument, entry.GetArgDetails()[i], storage});
-            continue;
-        }
-        const SlcFuncVarArgLeaf* leaf = call->GetTailLeaves()[i - fixed];
-        if (!leaf)
-            break;
-        declared.push_back({argument, leaf->GetDetail(), leaf->GetStorage()});
-    }
-    return declared;
-}
 
 bool SlcCheckOutputArgument(SlcSemanticError& errors, const SlcExprNode* argument,
                             std::size_t position, const std::string& function)

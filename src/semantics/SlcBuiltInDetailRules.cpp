@@ -14,59 +14,53 @@
 #include "semantics/SlcCheckDetail.h"
 #include "semantics/SlcCheckInlineDetail.h"
 #include "semantics/SlcInlineDetails.h"
+#include "symbols/SlcCallFormals.h"
 
 namespace {
 
 void CheckParamDetail(SlcSemanticError& errors, const std::string& name, std::size_t position,
-                      const SlcDeclaredArgument& argument)
+                      const SlcExprNode* argument, const SlcCallFormal& formal)
 {
-    const SlcDetailNode* detail = SlcFirstDetailOf(argument.expr);
+    const SlcDetailNode* detail = SlcFirstDetailOf(argument);
     const std::string number = std::to_string(position);
-    if (argument.detail->IsUniform() && !detail->IsUniform())
-        errors.Error(argument.expr,
+    if (formal.detail->IsUniform() && !detail->IsUniform())
+        errors.Error(argument,
                      "Detail mismatch for argument " + number + " of function '" + name + "'");
-    if (!argument.storage->IsOutput() ||
-        !SlcCheckOutputArgument(errors, argument.expr, position, name))
+    if (!formal.isOutput || !SlcCheckOutputArgument(errors, argument, position, name))
         return;
-    if (!argument.detail->IsUniform() && detail->IsUniform())
-        errors.Error(argument.expr,
+    if (!formal.detail->IsUniform() && detail->IsUniform())
+        errors.Error(argument,
                      "Argument " + number + " of function '" + name + "' cannot be uniform");
 }
 
 void SlcCheckParamDetails(SlcCheckDetail& walker, SlcFuncSymbolEntry& entry,
                           SlcProcCallExprNode* call)
 {
-    std::size_t position = 0;
-    for (const auto& argument : SlcDeclaredArguments(entry, call))
-        CheckParamDetail(*walker.Errors(), entry.GetName(), position++, argument);
+    const auto& arguments = call->GetArguments()->GetArgs();
+    const std::vector<SlcCallFormal> formals = SlcFormalsOf(*call);
+    for (std::size_t i = 0; i < formals.size(); ++i)
+        CheckParamDetail(*walker.Errors(), entry.GetName(), i, arguments[i].get(), formals[i]);
 }
 
 /// Of functions that take any detail: what they write to must be a variable all the same.
 void CheckOutputs(SlcCheckDetail& walker, SlcFuncSymbolEntry& entry, SlcProcCallExprNode* call)
 {
-    std::size_t position = 0;
-    for (const auto& argument : SlcDeclaredArguments(entry, call)) {
-        if (argument.storage->IsOutput())
-            (void)SlcCheckOutputArgument(*walker.Errors(), argument.expr, position,
-                                         entry.GetName());
-        ++position;
-    }
+    const auto& arguments = call->GetArguments()->GetArgs();
+    const std::vector<SlcCallFormal> formals = SlcFormalsOf(*call);
+    for (std::size_t i = 0; i < formals.size(); ++i)
+        if (formals[i].isOutput)
+            (void)SlcCheckOutputArgument(*walker.Errors(), arguments[i].get(), i, entry.GetName());
 }
 
 /// What a body's variable gets from a function without a rule of its own may differ from point to
 /// point, whatever the arguments are.
-void WriteOutputs(SlcCheckInlineDetail& walker, SlcFuncSymbolEntry& entry,
-                  SlcProcCallExprNode* call)
+void WriteOutputs(SlcCheckInlineDetail& walker, SlcProcCallExprNode* call)
 {
     const auto& arguments = call->GetArguments()->GetArgs();
-    const auto& storages = entry.GetArgStorages();
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const bool isFixed = i < storages.size();
-        const SlcFuncVarArgLeaf* leaf =
-            isFixed ? nullptr : call->GetTailLeaves()[i - storages.size()];
-        if (isFixed ? storages[i]->IsOutput() : leaf && leaf->GetStorage()->IsOutput())
+    const std::vector<SlcCallFormal> formals = SlcFormalsOf(*call);
+    for (std::size_t i = 0; i < formals.size(); ++i)
+        if (formals[i].isOutput)
             walker.Written(arguments[i].get(), SlcDetailNode::AVarying());
-    }
 }
 
 /// The combination of the arguments; without any, what the context wants.
@@ -93,13 +87,13 @@ SlcDetailNode* SlcAllArgsUniformReturnUniform(SlcCheckDetail* walker, SlcFuncEnt
                             [](const SlcExprNode* expr) { return SlcFirstDetailOf(expr); });
 }
 
-SlcDetailNode* SlcAllArgsUniformReturnUniformInline(SlcCheckInlineDetail* walker,
-                                                    SlcFuncEntry entry, SlcProcCallExprNode* call)
+SlcDetailNode* SlcAllArgsUniformReturnUniformInline(SlcCheckInlineDetail* walker, SlcFuncEntry,
+                                                    SlcProcCallExprNode* call)
 {
     SlcDetailNode* const detail =
         CombineArguments(call, walker->ExpectedDetail(),
                          [](const SlcExprNode* expr) { return SlcInlineDetailOf(expr); });
-    WriteOutputs(*walker, *entry, call);
+    WriteOutputs(*walker, call);
     return detail;
 }
 
@@ -110,10 +104,10 @@ SlcDetailNode* SlcAlwaysReturnVarying(SlcCheckDetail* walker, SlcFuncEntry entry
     return SlcDetailNode::AVarying();
 }
 
-SlcDetailNode* SlcAlwaysReturnVaryingInline(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
+SlcDetailNode* SlcAlwaysReturnVaryingInline(SlcCheckInlineDetail* walker, SlcFuncEntry,
                                             SlcProcCallExprNode* call)
 {
-    WriteOutputs(*walker, *entry, call);
+    WriteOutputs(*walker, call);
     return SlcDetailNode::AVarying();
 }
 
@@ -124,10 +118,10 @@ SlcDetailNode* SlcAlwaysReturnUniform(SlcCheckDetail* walker, SlcFuncEntry entry
     return SlcDetailNode::AUniform();
 }
 
-SlcDetailNode* SlcAlwaysReturnUniformInline(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
+SlcDetailNode* SlcAlwaysReturnUniformInline(SlcCheckInlineDetail* walker, SlcFuncEntry,
                                             SlcProcCallExprNode* call)
 {
-    WriteOutputs(*walker, *entry, call);
+    WriteOutputs(*walker, call);
     return SlcDetailNode::AUniform();
 }
 

@@ -24,10 +24,10 @@
 #include <utility>
 
 #include "frontend/SlcNodes.h"
-#include "semantics/SlcArgumentChecks.h"
 #include "semantics/SlcFuncInfo.h"
 #include "semantics/SlcLeftSpine.h"
 #include "semantics/SlcRunsAtLeastOnce.h"
+#include "symbols/SlcCallFormals.h"
 #include "symbols/SlcFuncSymbolEntry.h"
 
 namespace {
@@ -158,25 +158,25 @@ void SlcCheckUsage::Case(SlcProcCallExprNode* node)
         node->WalkIn(this);
         return;
     }
-    const auto arguments = SlcDeclaredArguments(*entry, node);
-    for (const auto& argument : arguments) {
-        if (argument.storage->IsOutput())
-            WalkPlace(argument.expr);
+    const auto& arguments = node->GetArguments()->GetArgs();
+    const std::vector<SlcCallFormal> formals = SlcFormalsOf(*node);
+    for (std::size_t i = 0; i < formals.size(); ++i) {
+        if (formals[i].isOutput)
+            WalkPlace(arguments[i].get());
         else
-            argument.expr->ApplyWalker(this);
+            arguments[i]->ApplyWalker(this);
     }
     const auto info = CheckCast<SlcFuncInfo>(entry->GetFuncInfo());
-    const auto formals = info ? FormalEntries(*info) : std::vector<SlcVarSymbolEntry*>();
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const auto& argument = arguments[i];
-        if (!argument.storage->IsOutput() || !argument.expr->IsReferenceExpr())
+    const auto entries = info ? FormalEntries(*info) : std::vector<SlcVarSymbolEntry*>();
+    for (std::size_t i = 0; i < formals.size(); ++i) {
+        SlcExprNode* argument = arguments[i].get();
+        if (!formals[i].isOutput || !argument->IsReferenceExpr())
             continue;
-        Variable* variable =
-            Find(static_cast<SlcReferenceExprNode*>(argument.expr)->GetSymbolEntry());
+        Variable* variable = Find(static_cast<SlcReferenceExprNode*>(argument)->GetSymbolEntry());
         if (!info)
             VarIsModifiedInTable(variable, false);
-        else if (formals[i])
-            PassOutput(*formals[i], variable, node);
+        else if (entries[i])
+            PassOutput(*entries[i], variable, node);
     }
     if (info && info->GetUsage())
         Replay(*info->GetUsage(), node);

@@ -181,7 +181,7 @@ void SlcResolveCall::AddExpected(const Entry& entry, std::vector<Types>& expecte
 std::vector<SlcFuncVarArgLeaf*> SlcResolveCall::LeavesOfTail(const Entry& entry) const
 {
     // One walk over the tail serves all arguments: `min` may have thousands.
-    SlcFuncVarArgExpr* tail = CheckCast<SlcFuncVarListSymbolEntry>(entry)->GetTail();
+    SlcFuncVarArgExpr* tail = entry->GetTail();
     std::vector<SlcFuncVarArgLeaf*> leaves;
     tail->Begin();
     for (std::size_t i = entry->GetArgTypes().size(); i < m_args.size(); ++i)

@@ -83,6 +83,7 @@ public:
         return nullptr;
     }
     virtual SlcFuncVarArgExpr* VarArgNext() { return nullptr; }
+    [[nodiscard]] virtual SlcFuncVarArgExpr* GetTail() const { return nullptr; }
 
     [[nodiscard]] SlcDetailNode* CheckDetail(SlcCheckDetail* walker, SlcProcCallExprNode* call);
     [[nodiscard]] SlcDetailNode* CheckInlineDetail(SlcCheckInlineDetail* walker,
@@ -124,7 +125,7 @@ public:
     SlcFuncVarArgExpr* VarArgBegin() override;
     SlcFuncVarArgLeaf* VarArgFindNextMatch(SlcExprNode* expr, bool promote) override;
     SlcFuncVarArgExpr* VarArgNext() override;
-    [[nodiscard]] SlcFuncVarArgExpr* GetTail() const { return m_tail.get(); }
+    [[nodiscard]] SlcFuncVarArgExpr* GetTail() const override { return m_tail.get(); }
 
 private:
     std::unique_ptr<SlcFuncVarArgExpr> m_tail;

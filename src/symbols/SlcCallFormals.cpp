@@ -1,0 +1,60 @@
+// The one answer to what a function wants of an argument, for the checks, which see calls of the
+// source, and for the passes, which see instructions.
+//
+//     occlusion(P, N, "bias", 2)             what the source calls with: P, N, a name, a value
+//     CALL_PRIM_OCCLUSION P N 0 -1 2 ...     each value of the tail in its place
+//
+// Tested by tests/symbols/SlcCallFormalsTest.cpp.
+
+#include "symbols/SlcCallFormals.h"
+
+#include "frontend/SlcCallNodes.h"
+#include "symbols/SlcFuncSymbolEntry.h"
+#include "symbols/SlcFuncTail.h"
+
+namespace {
+
+/// `unpack` writes into all its arguments but the first, though the row of the language's own table
+/// calls them inputs. The one place that knows it.
+bool IsUnpackResult(const SlcFuncSymbolEntry& entry, std::size_t position)
+{
+    return position >= 1 && entry.GetCName() && entry.GetCName()->GetName() == "CALL_PRIM_UNPACK";
+}
+
+SlcCallFormal FixedFormal(const SlcFuncSymbolEntry& entry, std::size_t position)
+{
+    return {entry.GetArgTypes()[position], entry.GetArgDetails()[position],
+            entry.GetArgStorages()[position]->IsOutput() || IsUnpackResult(entry, position)};
+}
+
+SlcCallFormal FormalOf(SlcFuncVarArgLeaf* leaf)
+{
+    if (auto* value = dynamic_cast<SlcFuncVarArgSingle*>(leaf))
+        return {value->GetType(), value->GetDetail(), value->GetStorage()->IsOutput(), value};
+    // The name of a pair; or null, for what only the function itself can judge.
+    return {SlcTypeNode::AAnyType(), leaf ? leaf->GetDetail() : SlcDetailNode::AUnknown(), false};
+}
+
+}  // namespace
+
+std::vector<SlcCallFormal> SlcFormalsOf(const SlcProcCallExprNode& call)
+{
+    const SlcFuncSymbolEntry& entry = *call.GetSymbolEntry();
+    const std::size_t arguments = call.GetArguments()->GetArgs().size();
+    std::vector<SlcCallFormal> formals;
+    formals.reserve(arguments);
+    for (std::size_t i = 0; i < entry.GetArgTypes().size() && i < arguments; ++i)
+        formals.push_back(FixedFormal(entry, i));
+    for (SlcFuncVarArgLeaf* leaf : call.GetTailLeaves())
+        formals.push_back(FormalOf(leaf));
+    return formals;
+}
+
+SlcCallFormal SlcFormalAt(const SlcFuncSymbolEntry& entry, std::size_t position)
+{
+    const std::size_t fixed = entry.GetArgTypes().size();
+    if (position < fixed)
+        return FixedFormal(entry, position);
+    SlcFuncVarArgExpr* tail = entry.GetTail();
+    return FormalOf(tail ? SlcTailValueAt(tail, position - fixed) : nullptr);
+}
