@@ -10,6 +10,7 @@
 #include "backends/SlcFormatTypes.h"
 #include "backends/SlcLocalFacts.h"
 #include "backends/SlcSpaceName.h"
+#include "symbols/SlcGeneratedNames.h"
 
 namespace {
 
@@ -119,7 +120,7 @@ void SlcCStatements::Case(SlcPtr<SlcEvalLightICode> code)
 void SlcCStatements::Case(SlcPtr<SlcEvalLightForPICode>)
 {
     Line("if (mustEvalLights) {");
-    Line("\t\tEVAL_LIGHTS(i_hiddens.GetP());");
+    Line(std::string("\t\tEVAL_LIGHTS(") + SlcGeneratedNames::k_P + ");");
     Line("\t\tmustEvalLights = false;");
     Line("\t}");
 }

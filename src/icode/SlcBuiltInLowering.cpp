@@ -23,7 +23,7 @@
 #include "icode/SlcICodes.h"
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcFuncTail.h"
-#include "symbols/SlcGeneratedNames.h"
+#include "symbols/SlcImplicitReads.h"
 #include "symbols/SlcPossibleTypes.h"
 
 namespace {
@@ -33,9 +33,10 @@ bool IsOneOf(const std::string& name, std::initializer_list<const char*> names)
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
-bool LooksAtLights(const std::string& name)
+bool LooksAtLights(const SlcFuncSymbolEntry& entry)
 {
-    return IsOneOf(name, {"ambient", "specularstd", "diffuse", "specular", "phong"});
+    const auto* reads = SlcImplicitReads::Of(entry.GetCName()->GetName());
+    return reads && reads->looksAtLights;
 }
 
 /// The compiler has added it to the call.
@@ -55,7 +56,7 @@ void SlcBuiltInLowering::Lower(SlcProcCallExprNode* node)
     for (std::size_t i = 0; i < formals.size(); ++i)
         if (formals[i].isOutput)
             call.outputs.push_back(call.args[i]);
-    const bool looksAtLights = LooksAtLights(node->GetIdent()->GetName());
+    const bool looksAtLights = LooksAtLights(entry);
     if (looksAtLights)
         m_lights.AddEvalLightForP();
 

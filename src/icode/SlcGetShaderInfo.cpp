@@ -6,10 +6,12 @@
 #include <vector>
 
 #include "icode/SlcGenInterCode.h"
+#include "icode/SlcTextureLowering.h"
 #include "semantics/SlcFuncInfo.h"
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcCallFormals.h"
 #include "symbols/SlcFuncDSOSymbolEntry.h"
+#include "symbols/SlcImplicitReads.h"
 #include "symbols/SlcPossibleTypes.h"
 #include "symbols/SlcShaderSymbolTable.h"
 #include "symbols/SlcSymbolTable.h"
@@ -25,32 +27,6 @@ constexpr const char* k_rgbSpace = "\"rgb\"";
 constexpr const char* k_noSpace = "\"\"";
 // The default value does not stand in one named space. No literal: those have quotes.
 constexpr const char* k_severalSpaces = "more";
-
-/// The predefined variables that a built-in reads without their being named in the call.
-struct SlcImplicitVars {
-    const char* primitive;
-    std::vector<SlcPtr<SlcVarSymbolEntry>*> variables;
-};
-
-const std::vector<SlcImplicitVars>& ImplicitVars()
-{
-    static const std::vector<SlcImplicitVars> rows = {
-        {"CALL_PRIM_FACEFORWARD", {&Hiddens::sm_Ng}},
-        {"CALL_PRIM_AMBIENT", {&Hiddens::sm_P, &Hiddens::sm_L}},
-        {"CALL_PRIM_SPECULAR", {&Hiddens::sm_P, &Hiddens::sm_L, &Hiddens::sm_Cl}},
-        {"CALL_PRIM_SPECULARSTD", {&Hiddens::sm_P, &Hiddens::sm_L, &Hiddens::sm_Cl}},
-        {"CALL_PRIM_PHONG", {&Hiddens::sm_P, &Hiddens::sm_L, &Hiddens::sm_Cl}},
-        {"CALL_PRIM_DIFFUSE", {&Hiddens::sm_P, &Hiddens::sm_L, &Hiddens::sm_Cl}},
-        {"CALL_PRIM_DU_FLOAT", {&Hiddens::sm_du}},
-        {"CALL_PRIM_DU_COLOR", {&Hiddens::sm_du}},
-        {"CALL_PRIM_DU_POINT", {&Hiddens::sm_du}},
-        {"CALL_PRIM_DV_FLOAT", {&Hiddens::sm_dv}},
-        {"CALL_PRIM_DV_COLOR", {&Hiddens::sm_dv}},
-        {"CALL_PRIM_DV_POINT", {&Hiddens::sm_dv}},
-        {"CALL_PRIM_CALCULATENORMAL", {&Hiddens::sm_du, &Hiddens::sm_dv}},
-    };
-    return rows;
-}
 
 /// What an `extern` declaration, or the `Ps` of a surface shader, stands for; or the variable
 /// itself.
@@ -319,15 +295,20 @@ void SlcGetShaderInfo::LeaveNamedSpace(const char* plainSpace)
 void SlcGetShaderInfo::Case(SlcTextureExprNode* node)
 {
     node->WalkIn(this);
-    if (node->GetKind()->IsTexture()) {
-        AddVarIfNotInList(Hiddens::sm_s);
-        AddVarIfNotInList(Hiddens::sm_t);
-    }
-    AddVarIfNotInList(Hiddens::sm_du);
-    AddVarIfNotInList(Hiddens::sm_dv);
-    if (node->GetKind()->IsShadow() && m_shaderType && m_shaderType->IsLight())
-        AddVarIfNotInList(Hiddens::sm_L);
+    using Lowering = SlcTextureLowering;
+    const std::string primitive =
+        Lowering::PrimitiveOf(node, Lowering::Source::Point, m_shaderType);
+    // An area in place of a point makes no difference here.
+    if (const auto* reads = SlcImplicitReads::Of(primitive))
+        AddImplicitReads(*reads);
     m_needsGrid = true;
+}
+
+void SlcGetShaderInfo::AddImplicitReads(const SlcImplicitReads& reads)
+{
+    for (const std::string_view variable : reads.variables)
+        if (!variable.empty())
+            AddVarIfNotInList(Hiddens::EntryNamed(variable));
 }
 
 void SlcGetShaderInfo::Case(SlcProcCallExprNode* node)
@@ -366,14 +347,12 @@ void SlcGetShaderInfo::TouchVariablesOf(SlcProcCallExprNode* node)
 {
     m_usesRaytracing = m_usesRaytracing || node->GetIdent()->GetName() == "trace";
     const SlcIdentNode* primitive = node->GetSymbolEntry()->GetCName();
-    for (const SlcImplicitVars& row : ImplicitVars()) {
-        if (!primitive || primitive->GetName() != row.primitive)
-            continue;
-        m_needsGrid = true;
-        m_parameterDependsOnContext = true;
-        for (const auto* variable : row.variables)
-            AddVarIfNotInList(*variable);
-    }
+    const auto* reads = primitive ? SlcImplicitReads::Of(primitive->GetName()) : nullptr;
+    if (!reads)
+        return;
+    m_needsGrid = true;
+    m_parameterDependsOnContext = true;
+    AddImplicitReads(*reads);
 }
 
 void SlcGetShaderInfo::AddSpacesOf(SlcProcCallExprNode* node)

@@ -13,6 +13,7 @@ class SlcFuncDSOSymbolEntry;
 class SlcFuncSymbolEntry;
 class SlcGenInterCode;
 class SlcSemanticError;
+struct SlcImplicitReads;
 class SlcVarSymbolEntry;
 
 /// Finds what a writer needs beyond the instructions: the shader's parameters with the code that
@@ -93,6 +94,7 @@ private:
     void WriteArgument(const SlcExprNode* argument);
     void WriteOutputArguments(SlcProcCallExprNode* node);
     void TouchVariablesOf(SlcProcCallExprNode* node);
+    void AddImplicitReads(const SlcImplicitReads& reads);
     void AddSpacesOf(SlcProcCallExprNode* node);
     void AddParameter(SlcDefExprNode* node);
     [[nodiscard]] bool DependsOnContext(SlcDefExprNode* node) const;

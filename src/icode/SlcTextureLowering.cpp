@@ -61,7 +61,7 @@ SlcOperand SlcTextureLowering::GenTextureAccess(SlcTextureExprNode* node,
         call.push_back(corner);
     AppendParameters(call, parameters, k_common);
     AppendParameters(call, parameters, k_ofTexture);
-    return GenAccessCall(node, "CALL_TEXTURE", "", std::move(call), 8);
+    return GenAccessCall(node, Source::Point, std::move(call), 8);
 }
 
 std::deque<SlcOperand> SlcTextureLowering::TextureCorners(SlcTextureExprNode* node,
@@ -108,14 +108,12 @@ SlcOperand SlcTextureLowering::GenPointAccess(SlcTextureExprNode* node,
     AppendParameters(call, parameters, k_common);
     if (!isShadow) {
         AppendParameters(call, parameters, k_ofEnvironment);
-        return GenAccessCall(node, "CALL_ENVIRONMENT", "", std::move(call), 4);
+        return GenAccessCall(node, Source::Point, std::move(call), 4);
     }
     AppendParameters(call, parameters, k_ofShadow);
     if (parameters.HasSource())
         AppendSource(node, call, parameters.GetSourcePoints());
-    return GenAccessCall(node, parameters.HasSource() ? "CALL_AREASHADOW" : "CALL_SHADOW",
-                         m_context.m_shaderType && m_context.m_shaderType->IsLight() ? "_LIGHT"
-                                                                                     : "",
+    return GenAccessCall(node, parameters.HasSource() ? Source::Area : Source::Point,
                          std::move(call), 4);
 }
 
@@ -150,10 +148,22 @@ void SlcTextureLowering::AppendSource(SlcTextureExprNode* node, std::deque<SlcOp
         call.push_back(points[std::min(i, points.size() - 1)]);
 }
 
+std::string SlcTextureLowering::PrimitiveOf(const SlcTextureExprNode* node, Source source,
+                                            const SlcShaderTypeNode* shaderType)
+{
+    const SlcTextureTypeNode* kind = node->GetKind();
+    const char* size = SlcLoweringContext::TypeOf(node)->IsColorType() ? "_3D" : "_1D";
+    if (kind->IsTexture())
+        return std::string("CALL_TEXTURE") + size;
+    if (kind->IsEnvironment())
+        return std::string("CALL_ENVIRONMENT") + size;
+    return std::string(source == Source::Area ? "CALL_AREASHADOW" : "CALL_SHADOW") + size +
+           (shaderType && shaderType->IsLight() ? "_LIGHT" : "");
+}
+
 /// The `corners` arguments behind the name and the channel are the footprint.
-SlcOperand SlcTextureLowering::GenAccessCall(SlcTextureExprNode* node, const std::string& name,
-                                             const char* suffix, std::deque<SlcOperand> args,
-                                             std::size_t corners)
+SlcOperand SlcTextureLowering::GenAccessCall(SlcTextureExprNode* node, Source source,
+                                             std::deque<SlcOperand> args, std::size_t corners)
 {
     SlcDetailNode* varying = SlcDetailNode::AVarying();
     const bool isColor = SlcLoweringContext::TypeOf(node)->IsColorType();
@@ -166,8 +176,8 @@ SlcOperand SlcTextureLowering::GenAccessCall(SlcTextureExprNode* node, const std
     const SlcOperand result =
         m_list.GetResultVar(node, isColor ? SlcTypeNode::AColor() : SlcTypeNode::AFloat(), varying);
     const auto call = MakeShared<SlcCallICode>(
-        SlcLexicalNode::CreateIdent(name + (isColor ? "_3D" : "_1D") + suffix), std::move(args),
-        result, false, false, simd, nullptr, simd ? *condition : SlcOperand(),
+        SlcLexicalNode::CreateIdent(PrimitiveOf(node, source, m_context.m_shaderType)),
+        std::move(args), result, false, false, simd, nullptr, simd ? *condition : SlcOperand(),
         simd && !condition->Null());
     if (simd)
         m_list.AddICode(call);

@@ -7,6 +7,7 @@
 
 #include "icode/SlcLoweringContext.h"
 
+class SlcShaderTypeNode;
 class SlcTextureExprNode;
 class SlcTextureParameters;
 
@@ -19,6 +20,12 @@ public:
     /// `args`: the name of the file, the channel, positional arguments, then names and values.
     /// Gives the value.
     [[nodiscard]] SlcOperand Lower(SlcTextureExprNode* node, const std::deque<SlcOperand>& args);
+
+    enum class Source { Point, Area };
+    /// The primitive of an access, without the suffix of a form. A shadow may come of an area; in
+    /// a light, shadows have primitives of their own. `shaderType` may be null.
+    [[nodiscard]] static std::string PrimitiveOf(const SlcTextureExprNode* node, Source source,
+                                                 const SlcShaderTypeNode* shaderType);
 
 private:
     [[nodiscard]] SlcOperand GenTextureAccess(SlcTextureExprNode* node,
@@ -36,9 +43,8 @@ private:
                                  std::span<const std::string_view> keys);
     void AppendSource(SlcTextureExprNode* node, std::deque<SlcOperand>& call,
                       const std::deque<SlcOperand>& points);
-    [[nodiscard]] SlcOperand GenAccessCall(SlcTextureExprNode* node, const std::string& name,
-                                           const char* suffix, std::deque<SlcOperand> args,
-                                           std::size_t corners);
+    [[nodiscard]] SlcOperand GenAccessCall(SlcTextureExprNode* node, Source source,
+                                           std::deque<SlcOperand> args, std::size_t corners);
 
     SlcLoweringContext& m_context;
     SlcPtr<SlcSemanticError>& m_errors = m_context.m_errors;

@@ -14,55 +14,8 @@
 #include <algorithm>
 
 #include "icode/SlcICodes.h"
-
-namespace {
-
-constexpr std::string_view k_P = "i_hiddens.GetP()";
-constexpr std::string_view k_L = "(i_lights[lightCnt].L)";
-constexpr std::string_view k_Cl = "(i_lights[lightCnt].Cl)";
-constexpr std::string_view k_lightVariables[] = {k_L, k_Cl, "(i_lights[lightCnt].Ol)"};
-
-/// What a primitive reads of the predefined variables without having it as an argument.
-struct HiddenRead {
-    std::string_view primitive;  // the name, or the start that a family of names shares
-    std::string_view accessor;
-};
-
-//   primitive                 predefined variable
-constexpr HiddenRead k_hiddenReads[] = {
-    {"CALL_PRIM_FACEFORWARD", "i_hiddens.GetNg()"},
-    {"CALL_PRIM_AMBIENT", k_P},
-    {"CALL_PRIM_AMBIENT", k_L},
-    {"CALL_PRIM_DIFFUSE", k_P},
-    {"CALL_PRIM_DIFFUSE", k_L},
-    {"CALL_PRIM_DIFFUSE", k_Cl},
-    {"CALL_PRIM_SPECULAR", k_P},
-    {"CALL_PRIM_SPECULAR", k_L},
-    {"CALL_PRIM_SPECULAR", k_Cl},
-    {"CALL_PRIM_PHONG", k_P},
-    {"CALL_PRIM_PHONG", k_L},
-    {"CALL_PRIM_PHONG", k_Cl},
-    {"CALL_TEXTURE", "i_hiddens.GetS()"},
-    {"CALL_TEXTURE", "i_hiddens.GetT()"},
-    {"CALL_TEXTURE", "i_hiddens.GetDu()"},
-    {"CALL_TEXTURE", "i_hiddens.GetDv()"},
-    {"CALL_ENVIRONMENT", "i_hiddens.GetDu()"},
-    {"CALL_ENVIRONMENT", "i_hiddens.GetDv()"},
-    {"CALL_SHADOW", "i_hiddens.GetDu()"},
-    {"CALL_SHADOW", "i_hiddens.GetDv()"},
-    {"CALL_SHADOW_1D_LIGHT", "i_hiddens.GetL()"},
-    {"CALL_SHADOW_1D_LIGHT", "i_hiddens.GetPs()"},
-    {"CALL_SHADOW_3D_LIGHT", "i_hiddens.GetL()"},
-    {"CALL_SHADOW_3D_LIGHT", "i_hiddens.GetPs()"},
-    {"CALL_AREASHADOW", "i_hiddens.GetDu()"},
-    {"CALL_AREASHADOW", "i_hiddens.GetDv()"},
-    {"CALL_AREASHADOW_1D_LIGHT", "i_hiddens.GetL()"},
-    {"CALL_AREASHADOW_1D_LIGHT", "i_hiddens.GetPs()"},
-    {"CALL_AREASHADOW_3D_LIGHT", "i_hiddens.GetL()"},
-    {"CALL_AREASHADOW_3D_LIGHT", "i_hiddens.GetPs()"},
-};
-
-}  // namespace
+#include "symbols/SlcHiddenVariables.h"
+#include "symbols/SlcImplicitReads.h"
 
 SlcVariableNumbers::SlcVariableNumbers(const SlcListICode& list)
 {
@@ -84,12 +37,20 @@ int SlcVariableNumbers::Of(const SlcOperand& operand)
     return operand->m_setIndex;
 }
 
-int SlcVariableNumbers::OfHidden(std::string_view accessor) const
+int SlcVariableNumbers::OfAccessor(std::string_view accessor) const
 {
     const auto found = std::find_if(m_hiddens.begin(), m_hiddens.end(), [&](int number) {
         return m_variables[number]->GetName() == accessor;
     });
     return found == m_hiddens.end() ? -1 : *found;
+}
+
+int SlcVariableNumbers::OfPredefined(std::string_view name) const
+{
+    if (const auto* light = SlcHiddenVariables::FindVarInfoIlluminance(name))
+        if (const int number = OfAccessor(light->accessor); number >= 0)
+            return number;
+    return OfAccessor(SlcHiddenVariables::GetVarInfoHidden(name).accessor);
 }
 
 SlcDefUse::SlcDefUse(const SlcVariableNumbers& variables) : m_variables(variables)
@@ -101,8 +62,8 @@ SlcDefUse::SlcDefUse(const SlcVariableNumbers& variables) : m_variables(variable
         if (storage->IsReadWrite())
             m_readWrite.push_back(number);
     }
-    for (const std::string_view accessor : k_lightVariables)
-        if (const int number = variables.OfHidden(accessor); number >= 0)
+    for (const auto& light : SlcHiddenVariables::AllOfIlluminance())
+        if (const int number = variables.OfAccessor(light.accessor); number >= 0)
             m_lightVariables.push_back(number);
 }
 
@@ -119,9 +80,9 @@ void SlcDefUse::Add(std::vector<int>& numbers, const SlcOperand& operand)
         numbers.push_back(number);
 }
 
-void SlcDefUse::UseHidden(std::string_view accessor)
+void SlcDefUse::UsePredefined(std::string_view name)
 {
-    if (const int number = m_variables.OfHidden(accessor); number >= 0)
+    if (const int number = m_variables.OfPredefined(name); number >= 0)
         m_uses.push_back(number);
 }
 
@@ -134,10 +95,10 @@ void SlcDefUse::Case(SlcPtr<SlcCallICode> code)
     UseDefs();
     if (code->m_condition)
         Add(m_uses, code->m_condition);
-    const std::string_view name = code->m_name->GetName();
-    for (const HiddenRead& read : k_hiddenReads)
-        if (name.substr(0, read.primitive.size()) == read.primitive)
-            UseHidden(read.accessor);
+    if (const auto* reads = SlcImplicitReads::Of(code->m_name->GetName()))
+        for (const std::string_view variable : reads->variables)
+            if (!variable.empty())
+                UsePredefined(variable);
 }
 
 void SlcDefUse::Case(SlcPtr<SlcCallDSOICode> code)
@@ -184,8 +145,8 @@ void SlcDefUse::Case(SlcPtr<SlcTextureSTPointsICode> code)
     // The corners are made from several points of what is read, and must not take its place.
     Add(m_defs, code->m_s);
     Add(m_defs, code->m_t);
-    UseHidden("i_hiddens.GetDu()");
-    UseHidden("i_hiddens.GetDv()");
+    UsePredefined("du");
+    UsePredefined("dv");
 }
 
 void SlcDefUse::Case(SlcPtr<SlcTexturePointsICode> code)
@@ -194,8 +155,8 @@ void SlcDefUse::Case(SlcPtr<SlcTexturePointsICode> code)
     if (code->m_useCondition)
         UseDefs();
     Add(m_defs, code->m_point);
-    UseHidden("i_hiddens.GetDu()");
-    UseHidden("i_hiddens.GetDv()");
+    UsePredefined("du");
+    UsePredefined("dv");
 }
 
 void SlcDefUse::Case(SlcPtr<SlcFilterstepPointsICode> code)
@@ -222,7 +183,7 @@ void SlcDefUse::Case(SlcPtr<SlcConvertArrayDSOICode> code)
 
 void SlcDefUse::Case(SlcPtr<SlcEvalLightForPICode>)
 {
-    UseHidden(k_P);
+    UsePredefined("P");
     m_defs = m_lightVariables;
 }
 

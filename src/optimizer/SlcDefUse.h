@@ -21,8 +21,11 @@ public:
     [[nodiscard]] const SlcOperand& Variable(int number) const { return m_variables[number]; }
     /// -1 for a constant and for what is not followed.
     [[nodiscard]] static int Of(const SlcOperand& operand);
-    /// Number of the predefined variable with this C accessor; -1 if the list does not see it.
-    [[nodiscard]] int OfHidden(std::string_view accessor) const;
+    /// Number of a predefined variable by its name in the source; -1 if the list does not see it.
+    /// `L`, `Cl` and `Ol` are those of the light loops where there are some.
+    [[nodiscard]] int OfPredefined(std::string_view name) const;
+    /// The same by the text that reaches it in generated code.
+    [[nodiscard]] int OfAccessor(std::string_view accessor) const;
 
 private:
     std::vector<SlcOperand> m_variables;
@@ -69,7 +72,7 @@ private:
     static void Add(std::vector<int>& numbers, const SlcOperand& operand);
     /// What is written is read as well.
     void UseDefs() { m_uses.insert(m_uses.end(), m_defs.begin(), m_defs.end()); }
-    void UseHidden(std::string_view accessor);
+    void UsePredefined(std::string_view name);
 
     const SlcVariableNumbers& m_variables;
     std::vector<int> m_predefined;      // every predefined variable

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <string_view>
+
+#include "sqx/SqxPredefined.h"
+
 /// Names by which generated code reaches what the run time hands it. Predefined variables stand
 /// in operands under these texts, and tests for one compare the text.
 namespace SlcGeneratedNames {
@@ -11,9 +15,18 @@ inline constexpr const char* k_lightPrefix = "i_lights";
 inline constexpr const char* k_lightCounter = "lightCnt";
 inline constexpr const char* k_pi = "QX_PI";
 
-// The accessors of the predefined variables that code generation asks for by name.
-inline constexpr const char* k_P = "i_hiddens.GetP()";
-inline constexpr const char* k_du = "i_hiddens.GetDu()";
-inline constexpr const char* k_dv = "i_hiddens.GetDv()";
+/// The accessor of a predefined variable.
+consteval const char* AccessorOf(std::string_view name)
+{
+    for (const SqxPredefined& row : k_sqxPredefined)
+        if (name == row.name)
+            return row.accessor;
+    throw name;  // no predefined variable
+}
+
+// The predefined variables that code generation asks for by name.
+inline constexpr const char* k_P = AccessorOf("P");
+inline constexpr const char* k_du = AccessorOf("du");
+inline constexpr const char* k_dv = AccessorOf("dv");
 
 }  // namespace SlcGeneratedNames

@@ -89,3 +89,13 @@ const VarInfo& SlcHiddenVariables::GetVarInfoIlluminance(std::string_view name)
 {
     return Find(k_illuminance, name, "SlcHiddenVariables::GetVarInfoIlluminance");
 }
+
+std::span<const VarInfo> SlcHiddenVariables::AllOfIlluminance()
+{
+    return k_illuminance;
+}
+
+const VarInfo* SlcHiddenVariables::FindVarInfoIlluminance(std::string_view name)
+{
+    return FindOrNull(k_illuminance, name);
+}

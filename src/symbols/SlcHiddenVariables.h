@@ -23,5 +23,8 @@ public:
     /// Null for a name that no shader knows.
     [[nodiscard]] static const VarInfo* FindVarInfoHidden(std::string_view name);
     /// The three variables that a light loop adds.
+    [[nodiscard]] static std::span<const VarInfo> AllOfIlluminance();
     [[nodiscard]] static const VarInfo& GetVarInfoIlluminance(std::string_view name);
+    /// Null for any other name.
+    [[nodiscard]] static const VarInfo* FindVarInfoIlluminance(std::string_view name);
 };

@@ -9,9 +9,10 @@
 
 #include "symbols/SlcShaderSymbolTable.h"
 
-#include <string_view>
+#include <string>
 #include <utility>
 
+#include "support/SlcDiagnostics.h"
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcHiddenVariables.h"
 
@@ -113,6 +114,14 @@ void SlcShaderSymbolTable::InitStaticVarEntry(const VarEntry& entry)
     for (const StaticEntry& known : k_statics)
         if (known.name == entry->GetName())
             *known.entry = entry;
+}
+
+const S::VarEntry& SlcShaderSymbolTable::EntryNamed(std::string_view name)
+{
+    for (const StaticEntry& known : k_statics)
+        if (known.name == name)
+            return *known.entry;
+    FatalError("No predefined variable named '" + std::string(name) + "'");
 }
 
 void SlcShaderSymbolTable::ResetStatics()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <span>
+#include <string_view>
 
 #include "frontend/SlcCodeWalker.h"
 #include "symbols/SlcSymbolTable.h"
@@ -22,6 +23,9 @@ public:
     /// Remembers the entry in the static of its name; a name without one changes nothing.
     static void InitStaticVarEntry(const VarEntry& entry);
 
+    /// The static of a predefined variable; null where the kind of shader has none. A name that
+    /// no shader knows is a fault of the compiler, and fatal.
+    [[nodiscard]] static const VarEntry& EntryNamed(std::string_view name);
     /// Forgets the variables of an earlier compile.
     static void ResetStatics();
 

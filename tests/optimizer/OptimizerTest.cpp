@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "CodeText.h"
+#include "icode/SlcICodes.h"
 #include "optimizer/SlcCodeMotion.h"
 #include "optimizer/SlcConvertConstOp.h"
 #include "optimizer/SlcConvertTmpVarDetail.h"
@@ -12,6 +13,9 @@
 #include "optimizer/SlcRegroupParallelBlocks.h"
 #include "optimizer/SlcRegroupParallelIfs.h"
 #include "optimizer/SlcRemoveEmptyBlocks.h"
+#include "sqx/SqxNumbers.h"
+#include "symbols/SlcHiddenVariables.h"
+#include "symbols/SlcImplicitReads.h"
 
 namespace {
 
@@ -133,6 +137,55 @@ TEST(SlcDeadCodeElimination, RemovesWhatNobodyReads)
             SlcDeadCodeElimination().EliminateCode(*list, facts.graph, facts.analysis);
         EXPECT_EQ(changed, CodeText::Print(*list) != before);
     });
+}
+
+namespace {
+
+/// A predefined variable as a light loop has it, or else as the shader does.
+SlcOperand Predefined(std::string_view name)
+{
+    const auto* light = SlcHiddenVariables::FindVarInfoIlluminance(name);
+    const auto& info = light ? *light : SlcHiddenVariables::GetVarInfoHidden(name);
+    return MakeShared<SlcLexType>(SlcLexicalNode::CreateIdent(info.accessor), info.type(),
+                                  info.detail(), SlcStorageSpecNode::AReadOnly());
+}
+
+/// Whether an assignment to `variable` stays in front of a call of `primitive`.
+bool KeepsAssignment(std::string_view variable, std::string primitive)
+{
+    if (const std::size_t star = primitive.find('*'); star != std::string::npos)
+        primitive.replace(star, 1, "1D");
+    const SlcOperand operand = Predefined(variable);
+    SlcListICode list;
+    list.AddHiddenVar(operand);
+    list.AddICode(MakeShared<SlcAssignICode>(operand, SlcLexType::Float(1)));
+    list.AddICode(MakeShared<SlcCallICode>(SlcLexicalNode::CreateIdent(primitive),
+                                           std::deque<SlcOperand>(), nullptr, false, false, false,
+                                           nullptr, nullptr, false));
+    Analysed facts(list);
+    return !SlcDeadCodeElimination().EliminateCode(list, facts.graph, facts.analysis);
+}
+
+}  // namespace
+
+TEST(SlcImplicitReads, KeepWhatIsAssignedInFrontOfTheCall)
+{
+    for (const SlcImplicitReads& row : SlcImplicitReads::All()) {
+        for (const std::string_view variable : row.variables) {
+            if (variable.empty())
+                continue;
+            EXPECT_TRUE(KeepsAssignment(variable, std::string(row.primitive)))
+                << variable << " " << row.primitive;
+        }
+        // A row that is spelt wrong would speak of nothing.
+        EXPECT_TRUE(std::any_of(std::begin(k_sqxNumbers), std::end(k_sqxNumbers),
+                                [&](const auto& known) {
+                                    return known.name && SlcImplicitReads::Of(known.name) == &row;
+                                }))
+            << row.primitive;
+    }
+    EXPECT_FALSE(KeepsAssignment("Ng", "CALL_PRIM_FACEFORWARD2"));
+    EXPECT_FALSE(KeepsAssignment("Ol", "CALL_PRIM_DIFFUSE"));
 }
 
 TEST(SlcRemoveEmptyBlocks, RemovesPointlessMarks)
