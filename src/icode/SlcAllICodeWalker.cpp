@@ -13,7 +13,7 @@ void SlcAllICodeWalker::Case(SlcPtr<SlcICode> code)
     Default(std::move(code));
 }
 
-#define SLC_ICODE_CLASS(name, base)                                                                \
+#define SLC_ICODE_CLASS(name, base, traits)                                                        \
     void SlcAllICodeWalker::Case(SlcPtr<name> code)                                                \
     {                                                                                              \
         Case(CheckCast<base>(code));                                                               \

@@ -3,7 +3,7 @@
 #include "support/SlcPtr.h"
 
 class SlcICode;
-#define SLC_ICODE_CLASS(name, base) class name;
+#define SLC_ICODE_CLASS(name, base, traits) class name;
 #include "icode/SlcICodeClasses.def"
 #undef SLC_ICODE_CLASS
 
@@ -17,7 +17,7 @@ public:
     virtual ~SlcAllICodeWalker() = default;
 
     virtual void Case(SlcPtr<SlcICode> code);
-#define SLC_ICODE_CLASS(name, base) virtual void Case(SlcPtr<name> code);
+#define SLC_ICODE_CLASS(name, base, traits) virtual void Case(SlcPtr<name> code);
 #include "icode/SlcICodeClasses.def"
 #undef SLC_ICODE_CLASS
     virtual void Default(SlcPtr<SlcICode> code) = 0;

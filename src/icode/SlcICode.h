@@ -1,6 +1,6 @@
 #pragma once
 
-#include "icode/SlcAllICodeWalker.h"
+#include "icode/SlcICodeTraits.h"
 #include "icode/SlcLexType.h"
 
 /// Base of instructions. One instruction stands for all shading points of a grid.
@@ -12,6 +12,12 @@ class SlcICode : public SlcCollectable {
 public:
     /// Calls the walker's `Case` for the instruction's own class.
     virtual void ApplyWalker(SlcAllICodeWalker* walker) = 0;
+
+    /// Whether the class has this trait.
+    [[nodiscard]] bool Is(SlcICodeTraits::Trait trait) const { return (Traits() & trait) != 0; }
+
+protected:
+    [[nodiscard]] virtual unsigned Traits() const = 0;
 };
 
 /// The `ApplyWalker` of the concrete instruction class `Self`, which derives from `Base` through
@@ -24,4 +30,7 @@ public:
     {
         walker->Case(SlcPtr<Self>(static_cast<Self*>(this)));
     }
+
+protected:
+    [[nodiscard]] unsigned Traits() const override { return SlcICodeTraits::k_of<Self>; }
 };

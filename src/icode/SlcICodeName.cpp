@@ -12,7 +12,7 @@ public:
     std::string_view m_name = "SlcICode";
 
 private:
-#define SLC_ICODE_CLASS(name, base)                                                                \
+#define SLC_ICODE_CLASS(name, base, traits)                                                        \
     void Case(SlcPtr<name>) override                                                               \
     {                                                                                              \
         m_name = #name;                                                                            \

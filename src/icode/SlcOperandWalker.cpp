@@ -37,6 +37,12 @@ void SlcOperandWalker::ReadIfSet(SlcOperand& operand)
         Read(operand);
 }
 
+void SlcOperandWalker::ReadConditionIfSet(SlcOperand& condition)
+{
+    if (condition)
+        ReadCondition(condition);
+}
+
 void SlcOperandWalker::WriteIfSet(SlcOperand& operand)
 {
     if (operand)
@@ -86,7 +92,7 @@ void SlcOperandWalker::Case(SlcPtr<SlcIfFalseGotoICode> code)
 
 void SlcOperandWalker::Case(SlcPtr<SlcCallICode> code)
 {
-    ReadIfSet(code->m_condition);
+    ReadConditionIfSet(code->m_condition);
     for (std::size_t i = 0; i < code->m_args.size(); ++i)
         if (!IsOutputArg(*code, i))
             Read(code->m_args[i]);
@@ -125,7 +131,7 @@ void SlcOperandWalker::Case(SlcPtr<SlcIlluminateICode> code)
     ReadIfSet(code->m_axis);
     ReadIfSet(code->m_angle);
     Read(code->m_Ps);
-    ReadIfSet(code->m_condition);
+    ReadConditionIfSet(code->m_condition);
     Write(code->m_flag);
     Write(code->m_L);
 }
@@ -134,7 +140,7 @@ void SlcOperandWalker::Case(SlcPtr<SlcSolarICode> code)
 {
     Read(code->m_axis);
     Read(code->m_angle);
-    ReadIfSet(code->m_condition);
+    ReadConditionIfSet(code->m_condition);
     Write(code->m_flag);
     Write(code->m_L);
 }
@@ -144,7 +150,7 @@ void SlcOperandWalker::Case(SlcPtr<SlcCheckIlluminanceICode> code)
     Read(code->m_position);
     Read(code->m_axis);
     Read(code->m_angle);
-    ReadIfSet(code->m_condition);
+    ReadConditionIfSet(code->m_condition);
     Write(code->m_flag);
 }
 
@@ -169,7 +175,7 @@ void SlcOperandWalker::Case(SlcPtr<SlcTransformSpaceICode> code)
 {
     Read(code->m_source);
     Read(code->m_space);
-    ReadIfSet(code->m_condition);
+    ReadConditionIfSet(code->m_condition);
     Write(code->m_dest);
 }
 
@@ -184,7 +190,7 @@ void SlcOperandWalker::Case(SlcPtr<SlcTextureSTPointsICode> code)
 {
     Read(code->m_s);
     Read(code->m_t);
-    ReadIfSet(code->m_condition);
+    ReadConditionIfSet(code->m_condition);
     for (SlcOperand& corner : code->m_corners)
         Write(corner);
 }
@@ -192,7 +198,7 @@ void SlcOperandWalker::Case(SlcPtr<SlcTextureSTPointsICode> code)
 void SlcOperandWalker::Case(SlcPtr<SlcTexturePointsICode> code)
 {
     Read(code->m_point);
-    ReadIfSet(code->m_condition);
+    ReadConditionIfSet(code->m_condition);
     for (SlcOperand& corner : code->m_corners)
         Write(corner);
 }
@@ -225,7 +231,7 @@ void SlcOperandWalker::Case(SlcPtr<SlcConcatSpaceMatrixICode> code)
 void SlcOperandWalker::Case(SlcPtr<SlcFilterstepPointsICode> code)
 {
     Read(code->m_y);
-    ReadIfSet(code->m_condition);
+    ReadConditionIfSet(code->m_condition);
     Write(code->m_x);
 }
 

@@ -21,6 +21,8 @@ protected:
     /// An argument of a call that is both, by the row of the built-in. By default a read and then
     /// a write.
     virtual void ReadWrite(SlcOperand& operand);
+    /// The flag that limits an instruction to some points. By default a read.
+    virtual void ReadCondition(SlcOperand& condition) { Read(condition); }
 
     using SlcAllICodeWalker::Case;
     void Case(SlcPtr<SlcAssignICode> code) override;
@@ -57,5 +59,6 @@ protected:
 
 private:
     void ReadIfSet(SlcOperand& operand);
+    void ReadConditionIfSet(SlcOperand& condition);
     void WriteIfSet(SlcOperand& operand);
 };

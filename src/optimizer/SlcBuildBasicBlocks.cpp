@@ -1,4 +1,5 @@
-// A block begins in front of whatever can be jumped to and ends behind whatever can jump.
+// A block begins in front of whatever can be jumped to (the trait BeginsBlock) and ends behind
+// whatever can jump (EndsBlock).
 //
 //     x = 1; if f L; y = 1; endif L; z = 1     gives    [x = 1; if f L] [y = 1] [endif L; z = 1]
 //
@@ -9,78 +10,27 @@
 
 #include "optimizer/SlcBuildBasicBlocks.h"
 
-#include <string>
 #include <utility>
 
-#include "icode/SlcICodeName.h"
-#include "icode/SlcICodes.h"
-#include "support/SlcDiagnostics.h"
+#include "icode/SlcICode.h"
 
-std::vector<SlcBasicBlock> SlcBuildBasicBlocks::BuildBlocks(const SlcListICode& list)
+std::vector<SlcBasicBlock> SlcBuildBasicBlocks::BuildBlocks(const SlcListICode& list) const
 {
-    m_blocks.clear();
-    m_current = SlcBasicBlock(0);
-    for (const auto& code : list.m_icodes)
-        code->ApplyWalker(this);
-    BeginNewBlock();
-    return std::move(m_blocks);
-}
-
-void SlcBuildBasicBlocks::Case(SlcPtr<SlcLabelICode> code)
-{
-    BeginNewBlock();
-    m_current.AddICode(code);
-}
-
-void SlcBuildBasicBlocks::Case(SlcPtr<SlcEndIfICode> code)
-{
-    BeginNewBlock();
-    m_current.AddICode(code);
-}
-
-void SlcBuildBasicBlocks::Case(SlcPtr<SlcBeginIlluminanceICode> code)
-{
-    BeginNewBlock();
-    m_current.AddICode(code);
-    EndCurrentBlock();
-}
-
-void SlcBuildBasicBlocks::Case(SlcPtr<SlcGotoICode> code)
-{
-    m_current.AddICode(code);
-    EndCurrentBlock();
-}
-
-void SlcBuildBasicBlocks::Case(SlcPtr<SlcIfICode> code)
-{
-    m_current.AddICode(code);
-    EndCurrentBlock();
-}
-
-void SlcBuildBasicBlocks::Case(SlcPtr<SlcEndIlluminanceICode> code)
-{
-    m_current.AddICode(code);
-    EndCurrentBlock();
-}
-
-void SlcBuildBasicBlocks::Case(SlcPtr<SlcCommentICode> code)
-{
-    FatalError(std::string("Do not yet build basic block for ").append(SlcICodeName(*code)));
-}
-
-void SlcBuildBasicBlocks::Default(SlcPtr<SlcICode> code)
-{
-    m_current.AddICode(std::move(code));
-}
-
-void SlcBuildBasicBlocks::BeginNewBlock()
-{
-    if (!m_current.IsEmpty())
-        EndCurrentBlock();
-}
-
-void SlcBuildBasicBlocks::EndCurrentBlock()
-{
-    m_blocks.push_back(std::move(m_current));
-    m_current = SlcBasicBlock(static_cast<int>(m_blocks.size()));
+    std::vector<SlcBasicBlock> blocks;
+    SlcBasicBlock current(0);
+    const auto endBlock = [&] {
+        if (current.IsEmpty())
+            return;
+        blocks.push_back(std::move(current));
+        current = SlcBasicBlock(static_cast<int>(blocks.size()));
+    };
+    for (const auto& code : list.m_icodes) {
+        if (code->Is(SlcICodeTraits::BeginsBlock))
+            endBlock();
+        current.AddICode(code);
+        if (code->Is(SlcICodeTraits::EndsBlock))
+            endBlock();
+    }
+    endBlock();
+    return blocks;
 }

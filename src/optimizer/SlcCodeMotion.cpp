@@ -26,31 +26,6 @@
 
 namespace {
 
-/// Tells the instructions that may leave a loop: those that only compute a value.
-class PlainComputation : public SlcAllICodeWalker {
-public:
-    [[nodiscard]] bool Is(const SlcPtr<SlcICode>& code)
-    {
-        m_is = false;
-        code->ApplyWalker(this);
-        return m_is;
-    }
-
-private:
-    using SlcAllICodeWalker::Case;
-    void Case(SlcPtr<SlcArithExprICode>) override { m_is = true; }
-    void Case(SlcPtr<SlcUnaryMinusICode>) override { m_is = true; }
-    void Case(SlcPtr<SlcPointICode>) override { m_is = true; }
-    void Case(SlcPtr<SlcColorICode>) override { m_is = true; }
-    void Case(SlcPtr<SlcMatrixICode>) override { m_is = true; }
-    void Case(SlcPtr<SlcBinOpBoolExprICode>) override { m_is = true; }
-    void Case(SlcPtr<SlcAssignICode>) override { m_is = true; }
-    void Case(SlcPtr<SlcAssignToZeroICode>) override { m_is = true; }
-    void Default(SlcPtr<SlcICode>) override {}
-
-    bool m_is = false;
-};
-
 /// What no set can tell of an instruction's operands.
 class OperandFacts : public SlcOperandWalker {
 public:
@@ -250,7 +225,7 @@ void SlcCodeMotion::MoveOutOf(const Loop& loop)
 bool SlcCodeMotion::CanMove(const Loop& loop, int block, std::size_t place)
 {
     const auto& code = m_graph.Blocks()[block].GetListICode()[place];
-    if (!PlainComputation().Is(code) || m_hasMoved.count(&*code) != 0)
+    if (!code->Is(SlcICodeTraits::MovesFromLoops) || m_hasMoved.count(&*code) != 0)
         return false;
     OperandFacts facts;
     facts.Collect(code);

@@ -10,10 +10,10 @@
 // (CommonBools), all else is forgotten.
 //
 // A whole-grid form takes varying operands as arrays: a constant in place of one has no form, so
-// `m_keepVarying` leaves them (WholeGrid). Mark Wegman and Kenneth Zadeck, "Constant propagation
-// with conditional branches" (1991), is the model: the same edges are dropped (DropEdge), but ours
-// goes once in code order and takes nothing over a back edge, since the rounds of
-// SlcOptimizeBasicBlocks repeat it.
+// `m_keepVarying` leaves them (the trait WholeGrid). Mark Wegman and Kenneth Zadeck, "Constant
+// propagation with conditional branches" (1991), is the model: the same edges are dropped
+// (DropEdge), but ours goes once in code order and takes nothing over a back edge, since the rounds
+// of SlcOptimizeBasicBlocks repeat it.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcCopyPropagation, ...).
 
@@ -125,24 +125,16 @@ void SlcCopyPropagation::Learn(const SlcOperand& dest, const SlcOperand& source)
         m_known.bools.Set(number, source);
 }
 
-template <class Code>
-void SlcCopyPropagation::WholeGrid(const SlcPtr<Code>& code)
+void SlcCopyPropagation::Propagate(const SlcPtr<SlcICode>& code)
 {
-    m_keepVarying = true;
-    SlcOperandWalker::Case(code);
+    m_keepVarying = code->Is(SlcICodeTraits::WholeGrid);
+    Visit(code);
     m_keepVarying = false;
 }
 
 void SlcCopyPropagation::Case(SlcPtr<SlcAssignICode> code)
 {
     SlcOperandWalker::Case(code);
-    Learn(code->m_dest, code->m_source);
-}
-
-void SlcCopyPropagation::Case(SlcPtr<SlcAssignSIMDICode> code)
-{
-    const SlcPtr<SlcAssignICode> assignment = code;
-    WholeGrid(assignment);
     Learn(code->m_dest, code->m_source);
 }
 
@@ -156,7 +148,7 @@ void SlcCopyPropagation::Case(SlcPtr<SlcUnaryMinusICode> code)
 void SlcCopyPropagation::Case(SlcPtr<SlcSetUniformBoolFlagICode> code)
 {
     const SlcOperand source = FindBool(code->m_source);
-    WholeGrid(code);
+    SlcOperandWalker::Case(code);
     if (source)
         Learn(code->m_dest, source);
 }
@@ -164,7 +156,7 @@ void SlcCopyPropagation::Case(SlcPtr<SlcSetUniformBoolFlagICode> code)
 void SlcCopyPropagation::Case(SlcPtr<SlcInvertBoolFlagICode> code)
 {
     const SlcOperand source = FindBool(code->m_source);
-    WholeGrid(code);
+    SlcOperandWalker::Case(code);
     // Under an outer flag the result is true only where that flag is.
     if (source && (source->GetBool() || code->m_outer.Null()))
         Learn(code->m_dest, SlcLexType::Bool(!source->GetBool()));
@@ -215,44 +207,4 @@ void SlcCopyPropagation::Case(SlcPtr<SlcConvertArrayDSOICode> code)
 {
     Write(code->m_source);
     Write(code->m_dest);
-}
-
-void SlcCopyPropagation::Case(SlcPtr<SlcSolarICode> code)
-{
-    WholeGrid(code);
-}
-
-void SlcCopyPropagation::Case(SlcPtr<SlcIlluminateICode> code)
-{
-    WholeGrid(code);
-}
-
-void SlcCopyPropagation::Case(SlcPtr<SlcCheckIlluminanceICode> code)
-{
-    WholeGrid(code);
-}
-
-void SlcCopyPropagation::Case(SlcPtr<SlcTransformSpaceICode> code)
-{
-    WholeGrid(code);
-}
-
-void SlcCopyPropagation::Case(SlcPtr<SlcTextureSTPointsICode> code)
-{
-    WholeGrid(code);
-}
-
-void SlcCopyPropagation::Case(SlcPtr<SlcTexturePointsICode> code)
-{
-    WholeGrid(code);
-}
-
-void SlcCopyPropagation::Case(SlcPtr<SlcFilterstepPointsICode> code)
-{
-    WholeGrid(code);
-}
-
-void SlcCopyPropagation::Case(SlcPtr<SlcEvalLightICode> code)
-{
-    WholeGrid(code);
 }

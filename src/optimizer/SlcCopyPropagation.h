@@ -26,7 +26,7 @@ public:
     void EnterBlock(const SlcBasicBlock& block);
     /// Puts known constants into the operands that an instruction reads, and takes note of what
     /// it writes.
-    void Propagate(const SlcPtr<SlcICode>& code) { Visit(code); }
+    void Propagate(const SlcPtr<SlcICode>& code);
     void LeaveBlock(const SlcBasicBlock& block);
     /// The block at hand goes on to that successor no more, so that nothing comes from there.
     void DropEdge(const SlcBasicBlock& block, int successor);
@@ -45,7 +45,6 @@ private:
 
     using SlcOperandWalker::Case;
     void Case(SlcPtr<SlcAssignICode> code) override;
-    void Case(SlcPtr<SlcAssignSIMDICode> code) override;
     void Case(SlcPtr<SlcUnaryMinusICode> code) override;
     void Case(SlcPtr<SlcSetUniformBoolFlagICode> code) override;
     void Case(SlcPtr<SlcInvertBoolFlagICode> code) override;
@@ -53,19 +52,7 @@ private:
     void Case(SlcPtr<SlcCallICode> code) override;
     void Case(SlcPtr<SlcCallDSOICode> code) override;
     void Case(SlcPtr<SlcConvertArrayDSOICode> code) override;
-    void Case(SlcPtr<SlcSolarICode> code) override;
-    void Case(SlcPtr<SlcIlluminateICode> code) override;
-    void Case(SlcPtr<SlcCheckIlluminanceICode> code) override;
-    void Case(SlcPtr<SlcTransformSpaceICode> code) override;
-    void Case(SlcPtr<SlcTextureSTPointsICode> code) override;
-    void Case(SlcPtr<SlcTexturePointsICode> code) override;
-    void Case(SlcPtr<SlcFilterstepPointsICode> code) override;
-    void Case(SlcPtr<SlcEvalLightICode> code) override;
 
-    /// Reads and writes of a whole-grid instruction: a varying operand stays, since the primitive
-    /// needs a value for each point.
-    template <class Code>
-    void WholeGrid(const SlcPtr<Code>& code);
     /// The constant that a variable holds, or null.
     [[nodiscard]] SlcOperand Find(const SlcOperand& operand) const;
     /// The same for a flag, which may be a constant itself.

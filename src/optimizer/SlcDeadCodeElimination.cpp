@@ -7,8 +7,8 @@
 // the sets are corrected on the way: a chain inside a block dies in one walk, and RefreshFront
 // hands the news to the blocks in front.
 //
-// Only what does nothing but compute is a candidate (ComputedResult). A variable without a number
-// is seen from outside; a write of an element leaves the rest of its array alive.
+// Only what does nothing but compute is a candidate (the trait Computes). A variable without a
+// number is seen from outside; a write of an element leaves the rest of its array alive.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcDeadCodeElimination, ...), and
 // SlcDataflowAnalysisTest.cpp on random code.
@@ -21,39 +21,28 @@
 namespace {
 
 /// The result of an instruction that does nothing but compute it.
-class ComputedResult : public SlcAllICodeWalker {
+class ComputedResult : public SlcOperandWalker {
 public:
     /// Null for an instruction that does more, or nothing.
     [[nodiscard]] SlcOperand Of(const SlcPtr<SlcICode>& code)
     {
         m_result = nullptr;
         m_assignsItself = false;
-        code->ApplyWalker(this);
+        if (code->Is(SlcICodeTraits::Computes))
+            Visit(code);
         return m_result;
     }
     [[nodiscard]] bool AssignsItself() const { return m_assignsItself; }
 
 private:
-    using SlcAllICodeWalker::Case;
+    using SlcOperandWalker::Case;
     void Case(SlcPtr<SlcAssignICode> code) override
     {
         m_result = code->m_dest;
         m_assignsItself = code->m_dest == code->m_source;
     }
-    void Case(SlcPtr<SlcAssignToZeroICode> code) override { m_result = code->m_dest; }
-    void Case(SlcPtr<SlcArithExprICode> code) override { m_result = code->m_resultId; }
-    void Case(SlcPtr<SlcUnaryMinusICode> code) override { m_result = code->m_dest; }
-    void Case(SlcPtr<SlcBinOpBoolExprICode> code) override { m_result = code->m_resultId; }
-    void Case(SlcPtr<SlcPointICode> code) override { m_result = code->m_dest; }
-    void Case(SlcPtr<SlcColorICode> code) override { m_result = code->m_dest; }
-    void Case(SlcPtr<SlcMatrixICode> code) override { m_result = code->m_dest; }
-    void Case(SlcPtr<SlcTransformSpaceICode> code) override { m_result = code->m_dest; }
-    void Case(SlcPtr<SlcArrayRefICode> code) override { m_result = code->m_result; }
-    void Case(SlcPtr<SlcConcatSpaceMatrixICode> code) override { m_result = code->m_dest; }
-    void Case(SlcPtr<SlcSetUniformBoolFlagICode> code) override { m_result = code->m_dest; }
-    void Case(SlcPtr<SlcInvertBoolFlagICode> code) override { m_result = code->m_dest; }
-    void Case(SlcPtr<SlcOrBoolFlagICode> code) override { m_result = code->m_dest; }
-    void Default(SlcPtr<SlcICode>) override {}
+    void Read(SlcOperand&) override {}
+    void Write(SlcOperand& operand) override { m_result = operand; }
 
     SlcOperand m_result;
     bool m_assignsItself = false;

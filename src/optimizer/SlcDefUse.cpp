@@ -71,7 +71,11 @@ void SlcDefUse::Compute(const SlcPtr<SlcICode>& code)
 {
     m_uses.clear();
     m_defs.clear();
+    m_isLimited = false;
     Visit(code);
+    if (code->Is(SlcICodeTraits::PartialWrite) ||
+        (m_isLimited && code->Is(SlcICodeTraits::PartialIfLimited)))
+        m_uses.insert(m_uses.end(), m_defs.begin(), m_defs.end());
 }
 
 void SlcDefUse::Add(std::vector<int>& numbers, const SlcOperand& operand)
@@ -92,7 +96,6 @@ void SlcDefUse::Case(SlcPtr<SlcCallICode> code)
         Add(m_defs, arg);
     if (code->m_result)
         Add(m_defs, code->m_result);
-    UseDefs();
     if (code->m_condition)
         Add(m_uses, code->m_condition);
     if (const auto* reads = SlcImplicitReads::Of(code->m_name->GetName()))
@@ -107,41 +110,17 @@ void SlcDefUse::Case(SlcPtr<SlcCallDSOICode> code)
         Add(m_defs, arg);
     if (code->m_result)
         Add(m_defs, code->m_result);
-    UseDefs();
-}
-
-void SlcDefUse::Case(SlcPtr<SlcTransformSpaceICode> code)
-{
-    SlcOperandWalker::Case(code);
-    UseDefs();
-}
-
-void SlcDefUse::Case(SlcPtr<SlcIlluminateICode> code)
-{
-    SlcOperandWalker::Case(code);
-    if (code->m_condition)
-        UseDefs();
-}
-
-void SlcDefUse::Case(SlcPtr<SlcSolarICode> code)
-{
-    SlcOperandWalker::Case(code);
-    if (code->m_condition)
-        UseDefs();
 }
 
 void SlcDefUse::Case(SlcPtr<SlcCheckIlluminanceICode> code)
 {
     SlcOperandWalker::Case(code);
-    UseDefs();
     m_uses.insert(m_uses.end(), m_lightVariables.begin(), m_lightVariables.end());
 }
 
 void SlcDefUse::Case(SlcPtr<SlcTextureSTPointsICode> code)
 {
     SlcOperandWalker::Case(code);
-    if (code->m_useCondition)
-        UseDefs();
     // The corners are made from several points of what is read, and must not take its place.
     Add(m_defs, code->m_s);
     Add(m_defs, code->m_t);
@@ -152,17 +131,9 @@ void SlcDefUse::Case(SlcPtr<SlcTextureSTPointsICode> code)
 void SlcDefUse::Case(SlcPtr<SlcTexturePointsICode> code)
 {
     SlcOperandWalker::Case(code);
-    if (code->m_useCondition)
-        UseDefs();
     Add(m_defs, code->m_point);
     UsePredefined("du");
     UsePredefined("dv");
-}
-
-void SlcDefUse::Case(SlcPtr<SlcFilterstepPointsICode> code)
-{
-    SlcOperandWalker::Case(code);
-    UseDefs();
 }
 
 void SlcDefUse::Case(SlcPtr<SlcInvertBoolFlagICode> code)

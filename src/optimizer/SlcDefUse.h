@@ -35,8 +35,8 @@ private:
 /// Which numbered variables an instruction reads and writes, also without naming them.
 ///
 /// An instruction that may write only some points, or only a part of a value, also reads what it
-/// writes, so that the value before it stays alive: calls, transforms, and whatever a condition
-/// limits. Reads and writes of what has no number are left out.
+/// writes, so that the value before it stays alive (the traits PartialWrite and PartialIfLimited).
+/// Reads and writes of what has no number are left out.
 class SlcDefUse : public SlcOperandWalker {
 public:
     explicit SlcDefUse(const SlcVariableNumbers& variables);
@@ -49,17 +49,18 @@ public:
 private:
     void Read(SlcOperand& operand) override { Add(m_uses, operand); }
     void Write(SlcOperand& operand) override { Add(m_defs, operand); }
+    void ReadCondition(SlcOperand& condition) override
+    {
+        m_isLimited = true;
+        Read(condition);
+    }
 
     using SlcOperandWalker::Case;
     void Case(SlcPtr<SlcCallICode> code) override;
     void Case(SlcPtr<SlcCallDSOICode> code) override;
-    void Case(SlcPtr<SlcTransformSpaceICode> code) override;
-    void Case(SlcPtr<SlcIlluminateICode> code) override;
-    void Case(SlcPtr<SlcSolarICode> code) override;
     void Case(SlcPtr<SlcCheckIlluminanceICode> code) override;
     void Case(SlcPtr<SlcTextureSTPointsICode> code) override;
     void Case(SlcPtr<SlcTexturePointsICode> code) override;
-    void Case(SlcPtr<SlcFilterstepPointsICode> code) override;
     void Case(SlcPtr<SlcInvertBoolFlagICode> code) override;
     void Case(SlcPtr<SlcConvertArrayDSOICode> code) override;
     void Case(SlcPtr<SlcEvalLightForPICode> code) override;
@@ -70,14 +71,13 @@ private:
     void Case(SlcPtr<SlcEndShaderICode> code) override;
 
     static void Add(std::vector<int>& numbers, const SlcOperand& operand);
-    /// What is written is read as well.
-    void UseDefs() { m_uses.insert(m_uses.end(), m_defs.begin(), m_defs.end()); }
     void UsePredefined(std::string_view name);
 
     const SlcVariableNumbers& m_variables;
     std::vector<int> m_predefined;      // every predefined variable
     std::vector<int> m_readWrite;       // those that the renderer reads at the end
     std::vector<int> m_lightVariables;  // `L`, `Cl` and `Ol` of the light loops
+    bool m_isLimited = false;           // the instruction has a condition of its own
     std::vector<int> m_uses;
     std::vector<int> m_defs;
 };

@@ -46,7 +46,8 @@ std::map<std::string, Operands> OperandsOfWalker()
 {
     static const std::regex caseHead(R"(SlcOperandWalker::Case\(SlcPtr<(\w+)> code\)\n\{)");
     static const std::regex loop(R"(SlcOperand& (\w+) : code->(m_\w+))");
-    static const std::regex access(R"(\b(Read|Write|ReadWrite)(IfSet)?\((?:code->)?(\w+))");
+    static const std::regex access(
+        R"(\b(Read|Write|ReadWrite)(Condition)?(IfSet)?\((?:code->)?(\w+))");
     const std::string text = Read("src/icode/SlcOperandWalker.cpp");
     std::map<std::string, Operands> all;
     for (const std::smatch& head : AllMatches(text, caseHead)) {
@@ -57,7 +58,7 @@ std::map<std::string, Operands> OperandsOfWalker()
             fieldOf[match[1]] = match[2];
         Operands& operands = all[head[1]];
         for (const std::smatch& match : AllMatches(body, access)) {
-            const std::string name = match[3];
+            const std::string name = match[4];
             const auto field = fieldOf.find(name);
             const std::string plain = (field == fieldOf.end() ? name : field->second).substr(2);
             if (match[1] != "Write")
