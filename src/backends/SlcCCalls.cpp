@@ -14,15 +14,6 @@
 
 namespace {
 
-/// The suffixes of a whole-grid form.
-std::string GridSuffix(bool simd, const SlcOperand& condition, bool ifTrue = true)
-{
-    std::string suffix = simd ? "_SIMD" : "";
-    if (condition)
-        suffix += ifTrue ? "_IF_TRUE" : "_IF_FALSE";
-    return suffix;
-}
-
 struct TypeWord {
     bool (SlcTypeNode::*test)() const;
     const char* word;
@@ -89,13 +80,13 @@ void SlcCStatements::WriteTransform(SlcTransformSpaceICode& code, bool fromSpace
         name += 'N';
     name += fromSpace ? "TRANSFORM_TO_" : "TRANSFORM_FROM_";
     name += isColor ? "RGB" : "CURRENT";
-    name += GridSuffix(code.m_simd, code.m_condition);
+    name += code.m_form.Suffix();
 
     m_out << name << '(';
-    if (code.m_condition)
-        m_out << Grid(code.m_condition) << ", ";
+    if (code.m_form.condition)
+        m_out << Grid(code.m_form.condition) << ", ";
     const auto text = [&](const SlcOperand& operand) {
-        return code.m_simd ? Grid(operand) : Text(operand);
+        return code.m_form.simd ? Grid(operand) : Text(operand);
     };
     m_out << text(code.m_dest) << ", " << text(code.m_source);
     if (isColor)
@@ -133,11 +124,11 @@ void SlcCStatements::Case(SlcPtr<SlcResetEvalLightForPICode>)
 void SlcCStatements::Case(SlcPtr<SlcIlluminateICode> code)
 {
     const auto text = [&](const SlcOperand& operand) {
-        return code->m_simd ? Grid(operand) : Text(operand);
+        return code->m_form.simd ? Grid(operand) : Text(operand);
     };
     Texts texts{text(code->m_flag)};
-    if (code->m_condition)
-        texts.push_back(Grid(code->m_condition));
+    if (code->m_form.condition)
+        texts.push_back(Grid(code->m_form.condition));
     texts.push_back(text(code->m_position));
     if (code->m_axis) {
         texts.push_back(text(code->m_axis));
@@ -146,36 +137,36 @@ void SlcCStatements::Case(SlcPtr<SlcIlluminateICode> code)
     texts.push_back(text(code->m_Ps));
     texts.push_back(text(code->m_L));
     WriteCall((code->m_axis ? "ILLUMINATE" : "ILLUMINATE_NO_CONE") +
-                  GridSuffix(code->m_simd, code->m_condition),
+                  std::string(code->m_form.Suffix()),
               texts);
 }
 
 void SlcCStatements::Case(SlcPtr<SlcSolarICode> code)
 {
-    if (!code->m_simd) {
+    if (!code->m_form.simd) {
         WriteCall("SOLAR",
                   {Text(code->m_flag), Text(code->m_L), Text(code->m_axis), Text(code->m_angle)});
         return;
     }
     Texts texts{Grid(code->m_flag)};
-    if (code->m_condition)
-        texts.push_back(Grid(code->m_condition));
+    if (code->m_form.condition)
+        texts.push_back(Grid(code->m_form.condition));
     for (const SlcOperand& operand : {code->m_L, code->m_axis, code->m_angle})
         texts.push_back(Grid(operand));
-    WriteCall("SOLAR" + GridSuffix(true, code->m_condition, code->m_ifTrue), texts);
+    WriteCall(std::string("SOLAR").append(code->m_form.Suffix()), texts);
 }
 
 void SlcCStatements::Case(SlcPtr<SlcCheckIlluminanceICode> code)
 {
-    if (!code->m_simd) {
+    if (!code->m_form.simd) {
         WriteCall("ILLUMINANCE", {Text(code->m_flag), Text(code->m_position), Text(code->m_axis),
                                   Text(code->m_angle)});
         return;
     }
     Texts texts = GridTexts({code->m_flag, code->m_position, code->m_axis, code->m_angle});
-    if (code->m_condition)
-        texts.push_back(Grid(code->m_condition));
-    WriteCall("ILLUMINANCE" + GridSuffix(true, code->m_condition, code->m_ifTrue), texts);
+    if (code->m_form.condition)
+        texts.push_back(Grid(code->m_form.condition));
+    WriteCall(std::string("ILLUMINANCE").append(code->m_form.Suffix()), texts);
 }
 
 // Built-ins.
@@ -183,12 +174,12 @@ void SlcCStatements::Case(SlcPtr<SlcCheckIlluminanceICode> code)
 void SlcCStatements::Case(SlcPtr<SlcCallICode> code)
 {
     const bool hasResult = !code->m_result.Null();
-    if (hasResult && code->m_simd) {
+    if (hasResult && code->m_form.simd) {
         WriteGridCall(*code);
         return;
     }
     const std::string result = hasResult ? Text(code->m_result) : "";
-    if (code->m_varArgs) {
+    if (code->m_list == SlcCallICode::ArgumentList::Counted) {
         WriteVarArgsCall(*code, result);
         return;
     }
@@ -203,11 +194,11 @@ void SlcCStatements::Case(SlcPtr<SlcCallICode> code)
 void SlcCStatements::WriteGridCall(const SlcCallICode& code)
 {
     Texts texts{Grid(code.m_result)};
-    if (code.m_condition)
-        texts.push_back(Grid(code.m_condition));
+    if (code.m_form.condition)
+        texts.push_back(Grid(code.m_form.condition));
     for (const SlcOperand& argument : code.m_args)
         texts.push_back(Grid(argument));
-    WriteCall(code.m_name->GetName() + GridSuffix(true, code.m_condition, code.m_ifTrue), texts);
+    WriteCall(code.m_name->GetName() + std::string(code.m_form.Suffix()), texts);
 }
 
 void SlcCStatements::WriteVarArgsCall(const SlcCallICode& code, const std::string& result)
@@ -245,8 +236,7 @@ void SlcCStatements::Case(SlcPtr<SlcTextureSTPointsICode> code)
     Texts texts = GridTexts({code->m_s, code->m_t});
     for (const SlcOperand& corner : code->m_corners)
         texts.push_back(Grid(corner));
-    WriteFootprint("COMPUTE_ST_POINTS", std::move(texts), code->m_useCondition, code->m_condition,
-                   code->m_ifTrue);
+    WriteFootprint("COMPUTE_ST_POINTS", std::move(texts), code->m_condition);
 }
 
 void SlcCStatements::Case(SlcPtr<SlcTexturePointsICode> code)
@@ -254,22 +244,23 @@ void SlcCStatements::Case(SlcPtr<SlcTexturePointsICode> code)
     Texts texts{Grid(code->m_point)};
     for (const SlcOperand& corner : code->m_corners)
         texts.push_back(Grid(corner));
-    WriteFootprint("COMPUTE_POINTS", std::move(texts), code->m_useCondition, code->m_condition,
-                   code->m_ifTrue);
+    WriteFootprint("COMPUTE_POINTS", std::move(texts), code->m_condition);
 }
 
 void SlcCStatements::Case(SlcPtr<SlcFilterstepPointsICode> code)
 {
     WriteFootprint("COMPUTE_FILTERSTEP_POINTS", GridTexts({code->m_x, code->m_y}),
-                   code->m_useCondition, code->m_condition, code->m_ifTrue);
+                   code->m_condition);
 }
 
-void SlcCStatements::WriteFootprint(const char* name, Texts operands, bool useCondition,
-                                    const SlcOperand& condition, bool ifTrue)
+/// A footprint is always one of the whole grid, so that its name does not say it.
+void SlcCStatements::WriteFootprint(std::string name, Texts operands, const SlcOperand& condition)
 {
-    if (useCondition)
+    if (condition) {
+        name += "_IF_TRUE";
         operands.push_back(Grid(condition));
-    WriteCall(name + GridSuffix(false, useCondition ? condition : nullptr, ifTrue), operands);
+    }
+    WriteCall(name, operands);
 }
 
 // Shadeops.

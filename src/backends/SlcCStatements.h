@@ -109,8 +109,7 @@ private:
     /// A call whose arguments are passed as an array of addresses. `result` may be empty.
     void WriteVarArgsCall(const SlcCallICode& code, const std::string& result);
     void WriteGridCall(const SlcCallICode& code);
-    void WriteFootprint(const char* name, Texts operands, bool useCondition,
-                        const SlcOperand& condition, bool ifTrue);
+    void WriteFootprint(std::string name, Texts operands, const SlcOperand& condition);
     void WriteShadeopArgument(const SlcOperand& argument, std::size_t place);
     /// `AssignFuncName` of equal types; `what` names in the report what has an unfit type.
     [[nodiscard]] std::string ShadeopAssignName(const SlcTypeNode* type, const char* what) const;

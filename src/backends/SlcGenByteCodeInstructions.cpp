@@ -15,17 +15,6 @@
 
 namespace {
 
-/// Suffixes of the form that runs over all points. There is none for the points where a
-/// condition is false, so that such a name ends as an unknown one.
-std::string WithForm(std::string name, bool simd, const SlcOperand& condition, bool ifTrue)
-{
-    if (simd)
-        name += "_SIMD";
-    if (condition)
-        name += ifTrue ? "_IF_TRUE" : "_IF_FALSE";
-    return name;
-}
-
 struct Alias {
     const char* primitive;
     const char* numbered;
@@ -274,12 +263,11 @@ void SlcGenByteCode::Case(SlcPtr<SlcCallICode> code)
 {
     if (!IsAvailable(*code))
         return;
-    AddInstr(WithForm(Numbered(code->m_name->GetName()), code->m_simd, code->m_condition,
-                      code->m_ifTrue));
-    if (code->m_varArgs)
+    AddInstr(Numbered(code->m_name->GetName()).append(code->m_form.Suffix()));
+    if (code->m_list == SlcCallICode::ArgumentList::Counted)
         AddConst(static_cast<int>(code->m_args.size()), "Number of arguments");
     AddVarIfSet(code->m_result);
-    AddVarIfSet(code->m_condition);
+    AddVarIfSet(code->m_form.condition);
     AddVars(code->m_args);
 }
 
@@ -314,9 +302,9 @@ void SlcGenByteCode::AddTransform(const SlcTransformSpaceICode& code, std::strin
                                            : "")
             .append("TRANSFORM_")
             .append(direction);
-    AddInstr(WithForm(name, code.m_simd, code.m_condition, true));
+    AddInstr(name.append(code.m_form.Suffix()));
     AddVar(code.m_dest);
-    AddVarIfSet(code.m_condition);
+    AddVarIfSet(code.m_form.condition);
     AddVar(code.m_source);
     if (type->IsColorType())
         AddVar(code.m_space);
@@ -346,10 +334,10 @@ void SlcGenByteCode::Case(SlcPtr<SlcConcatSpaceMatrixICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcIlluminateICode> code)
 {
-    const char* name = code->m_axis ? "ILLUMINATE" : "ILLUMINATE_NO_CONE";
-    AddInstr(WithForm(name, code->m_simd, code->m_condition, true));
+    std::string name = code->m_axis ? "ILLUMINATE" : "ILLUMINATE_NO_CONE";
+    AddInstr(name.append(code->m_form.Suffix()));
     AddVar(code->m_flag);
-    AddVarIfSet(code->m_condition);
+    AddVarIfSet(code->m_form.condition);
     AddVar(code->m_position);
     AddVarIfSet(code->m_axis);
     AddVarIfSet(code->m_angle);
@@ -359,9 +347,9 @@ void SlcGenByteCode::Case(SlcPtr<SlcIlluminateICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcSolarICode> code)
 {
-    AddInstr(WithForm("SOLAR", code->m_simd, code->m_condition, code->m_ifTrue));
+    AddInstr(std::string("SOLAR").append(code->m_form.Suffix()));
     AddVar(code->m_flag);
-    AddVarIfSet(code->m_condition);
+    AddVarIfSet(code->m_form.condition);
     AddVar(code->m_axis);
     AddVar(code->m_angle);
     AddVar(code->m_L);
@@ -369,9 +357,9 @@ void SlcGenByteCode::Case(SlcPtr<SlcSolarICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcCheckIlluminanceICode> code)
 {
-    AddInstr(WithForm("ILLUMINANCE", code->m_simd, code->m_condition, code->m_ifTrue));
+    AddInstr(std::string("ILLUMINANCE").append(code->m_form.Suffix()));
     AddVar(code->m_flag);
-    AddVarIfSet(code->m_condition);
+    AddVarIfSet(code->m_form.condition);
     AddVar(code->m_position);
     AddVar(code->m_axis);
     AddVar(code->m_angle);
@@ -410,7 +398,7 @@ void SlcGenByteCode::Case(SlcPtr<SlcResetEvalLightForPICode>)
 
 void SlcGenByteCode::Case(SlcPtr<SlcTextureSTPointsICode> code)
 {
-    AddInstr(WithForm("COMPUTE_ST_POINTS", false, code->m_condition, code->m_ifTrue));
+    AddInstr(code->m_condition ? "COMPUTE_ST_POINTS_IF_TRUE" : "COMPUTE_ST_POINTS");
     AddVar(code->m_s);
     AddVar(code->m_t);
     for (const SlcOperand& corner : code->m_corners)
@@ -420,7 +408,7 @@ void SlcGenByteCode::Case(SlcPtr<SlcTextureSTPointsICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcTexturePointsICode> code)
 {
-    AddInstr(WithForm("COMPUTE_POINTS", false, code->m_condition, code->m_ifTrue));
+    AddInstr(code->m_condition ? "COMPUTE_POINTS_IF_TRUE" : "COMPUTE_POINTS");
     AddVar(code->m_point);
     for (const SlcOperand& corner : code->m_corners)
         AddVar(corner);
@@ -429,7 +417,7 @@ void SlcGenByteCode::Case(SlcPtr<SlcTexturePointsICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcFilterstepPointsICode> code)
 {
-    AddInstr(WithForm("COMPUTE_FILTERSTEP_POINTS", false, code->m_condition, code->m_ifTrue));
+    AddInstr(code->m_condition ? "COMPUTE_FILTERSTEP_POINTS_IF_TRUE" : "COMPUTE_FILTERSTEP_POINTS");
     AddVar(code->m_y);
     AddVar(code->m_x);
     AddVarIfSet(code->m_condition);

@@ -108,31 +108,29 @@ SlcOperand SlcBuiltInLowering::GetCallResult(const BuiltInCall& call, SlcTypeNod
 void SlcBuiltInLowering::AddPlainCall(const BuiltInCall& call, const SlcOperand& result,
                                       ArgumentList list, SlcDetailNode* detail)
 {
-    const SlcPtr<SlcFuncSymbolEntry>& entry = call.node->GetSymbolEntry();
-    const auto code = MakeShared<SlcCallICode>(
-        entry->GetCName(), call.args, result, list == ArgumentList::Counted,
-        entry->IsOrderSensitive(), false, entry, nullptr, false);
-    code->m_node = call.node;
-    m_conditions.AddInBlock(detail, code);
+    m_conditions.AddInBlock(detail, MakeCall(call, result, list, SlcGridForm::Plain()));
 }
 
 void SlcBuiltInLowering::AddGridCall(const BuiltInCall& call, const SlcOperand& result,
-                                     const SlcOperand& condition)
+                                     const SlcGridForm& form)
 {
-    const SlcPtr<SlcFuncSymbolEntry>& entry = call.node->GetSymbolEntry();
-    const auto code = MakeShared<SlcCallICode>(entry->GetCName(), call.args, result, false,
-                                               entry->IsOrderSensitive(), true, entry, condition,
-                                               !condition.Null());
-    code->m_node = call.node;
-    m_list.AddICode(code);
+    m_list.AddICode(MakeCall(call, result, ArgumentList::Fixed, form));
 }
 
 void SlcBuiltInLowering::AddGridOrPlainCall(const BuiltInCall& call, const SlcOperand& result)
 {
-    if (const auto condition = m_conditions.GridForm())
-        AddGridCall(call, result, *condition);
-    else
-        AddPlainCall(call, result, ArgumentList::Fixed, SlcDetailNode::AVarying());
+    const SlcGridForm form = m_conditions.GridForm();
+    m_conditions.AddInForm(form, MakeCall(call, result, ArgumentList::Fixed, form));
+}
+
+SlcPtr<SlcICode> SlcBuiltInLowering::MakeCall(const BuiltInCall& call, const SlcOperand& result,
+                                              ArgumentList list, const SlcGridForm& form)
+{
+    const SlcPtr<SlcFuncSymbolEntry>& entry = call.node->GetSymbolEntry();
+    const auto code =
+        MakeShared<SlcCallICode>(entry->GetCName(), call.args, result, list, form, entry);
+    code->m_node = call.node;
+    return code;
 }
 
 void SlcBuiltInLowering::MakeConstantNbArgs(BuiltInCall& call,

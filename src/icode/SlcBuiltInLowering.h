@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "icode/SlcCallArguments.h"
+#include "icode/SlcCallICode.h"
 
 class SlcFuncVarArgSingle;
 
@@ -38,8 +39,7 @@ private:
         std::string_view primitive;
         SpecialLowering create;
     };
-    /// Whether the count of arguments is written with them.
-    enum class ArgumentList { Fixed, Counted };
+    using ArgumentList = SlcCallICode::ArgumentList;
 
     static const SpecialRow sm_specials[];
 
@@ -49,9 +49,11 @@ private:
     [[nodiscard]] SlcOperand GenPlainCall(const BuiltInCall& call, ArgumentList list);
     void AddPlainCall(const BuiltInCall& call, const SlcOperand& result, ArgumentList list,
                       SlcDetailNode* detail);
-    void AddGridCall(const BuiltInCall& call, const SlcOperand& result,
-                     const SlcOperand& condition);
+    void AddGridCall(const BuiltInCall& call, const SlcOperand& result, const SlcGridForm& form);
     void AddGridOrPlainCall(const BuiltInCall& call, const SlcOperand& result);
+    [[nodiscard]] static SlcPtr<SlcICode> MakeCall(const BuiltInCall& call,
+                                                   const SlcOperand& result, ArgumentList list,
+                                                   const SlcGridForm& form);
     /// Puts the arguments of a variable tail into their fixed places, with defaults for those
     /// that the call leaves out.
     void MakeConstantNbArgs(BuiltInCall& call, const std::vector<SlcCallFormal>& formals);

@@ -112,13 +112,13 @@ SlcOperand SlcBuiltInLowering::GenDerivative(const BuiltInCall& call, SlcTypeNod
     if (!m_conditions.IsInParallelIf()) {
         const SlcOperand result =
             m_list.GetResultVar(call.node, SlcCallArguments::TypeOfCall(call.node), varying);
-        AddGridCall(call, result, nullptr);
+        AddGridCall(call, result, SlcGridForm::Whole());
         return result;
     }
     m_errors->Warning(call.node, warning, 2);
     const SlcOperand result = m_list.GenTempVar(typeInCondition, varying);
     // Without a flag that can limit the call it runs for all points; who reads the temporary is
     // guarded.
-    AddGridCall(call, result, m_conditions.SimdCondition());
+    AddGridCall(call, result, SlcGridForm::At(m_conditions.SimdCondition()));
     return result;
 }

@@ -67,9 +67,7 @@ SlcOperand SlcBuiltInLowering::GenFilterstepEnd(const SlcOperand& start)
     if (start->IsUniform())
         return start;
     const SlcOperand end = m_list.GenTempVar(SlcTypeNode::AFloat(), SlcDetailNode::AVarying());
-    const SlcOperand condition = m_conditions.SimdCondition();
-    m_list.AddICode(MakeShared<SlcFilterstepPointsICode>(end, start, !condition.Null(), condition,
-                                                         !condition.Null()));
+    m_list.AddICode(MakeShared<SlcFilterstepPointsICode>(end, start, m_conditions.SimdCondition()));
     return end;
 }
 

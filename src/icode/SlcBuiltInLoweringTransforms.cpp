@@ -49,20 +49,18 @@ SlcOperand SlcBuiltInLowering::InlineTransform(SlcProcCallExprNode* call, const 
         return GenSameSpace(call, type, value);
 
     SlcDetailNode* detail = value->GetDetail();
-    const bool simd = !detail->IsUniform();
-    const SlcOperand condition = simd ? m_conditions.SimdCondition() : SlcOperand();
+    const SlcGridForm form = m_conditions.FormFor(detail);
     const bool throughCurrent = !IsCurrent(from) && !IsCurrent(to);
     const SlcOperand current = throughCurrent ? m_list.GenTempVar(type, detail) : value;
     const SlcOperand result = m_list.GetResultVar(call, type, detail);
-    if (!simd)
+    if (!form.simd)
         m_conditions.AddBeginBlock(detail);
     if (!IsCurrent(from))
         m_list.AddICode(MakeShared<SlcTransformFromSpaceICode>(throughCurrent ? current : result,
-                                                               value, type, from, simd, condition));
+                                                               value, type, from, form));
     if (!IsCurrent(to))
-        m_list.AddICode(
-            MakeShared<SlcTransformToSpaceICode>(result, current, type, to, simd, condition));
-    if (!simd)
+        m_list.AddICode(MakeShared<SlcTransformToSpaceICode>(result, current, type, to, form));
+    if (!form.simd)
         m_conditions.AddEndBlock(detail);
     return result;
 }

@@ -3,6 +3,7 @@
 #include <deque>
 #include <string>
 
+#include "icode/SlcGridForm.h"
 #include "icode/SlcICode.h"
 #include "symbols/SlcFuncSymbolEntry.h"
 
@@ -11,17 +12,17 @@ class SlcProcCallExprNode;
 /// A call of a built-in.
 class SlcCallICode : public SlcICodeOf<SlcCallICode, SlcICode> {
 public:
-    SlcCallICode(SlcIdentNode* name, std::deque<SlcOperand> args, SlcOperand result, bool varArgs,
-                 bool orderSensitive, bool simd, SlcPtr<SlcFuncSymbolEntry> funcEntry,
-                 SlcOperand condition, bool ifTrue)
+    /// Whether the count of arguments is written with them.
+    enum class ArgumentList { Fixed, Counted };
+
+    SlcCallICode(SlcIdentNode* name, std::deque<SlcOperand> args, SlcOperand result,
+                 ArgumentList list, SlcGridForm form, SlcPtr<SlcFuncSymbolEntry> funcEntry)
         : m_name(name),
           m_args(std::move(args)),
           m_result(std::move(result)),
-          m_varArgs(varArgs),
-          m_orderSensitive(orderSensitive),
-          m_simd(simd),
-          m_condition(std::move(condition)),
-          m_ifTrue(ifTrue),
+          m_list(list),
+          m_orderSensitive(funcEntry && funcEntry->IsOrderSensitive()),
+          m_form(std::move(form)),
           m_funcEntry(std::move(funcEntry))
     {
     }
@@ -29,11 +30,9 @@ public:
     SlcIdentNode* m_name;           // the primitive's name, without suffixes
     std::deque<SlcOperand> m_args;  // those of output formals are written as well
     SlcOperand m_result;            // null for a procedure
-    bool m_varArgs;                 // the count of arguments is written with them
-    bool m_orderSensitive;          // must keep its order among calls
-    bool m_simd;                    // runs over all points by itself, outside parallel brackets
-    SlcOperand m_condition;         // limits a SIMD form to some points; may be null
-    bool m_ifTrue;                  // the value that the condition must have
+    ArgumentList m_list;
+    bool m_orderSensitive;  // must keep its order among calls
+    SlcGridForm m_form;
     SlcPtr<SlcFuncSymbolEntry> m_funcEntry;  // null for texture accesses
     /// Places reports; null where no call of the source stands behind the instruction.
     const SlcProcCallExprNode* m_node = nullptr;

@@ -80,16 +80,15 @@ SlcOperand SlcCastLowering::GenFromSpace(SlcCastExprNode* node, const SlcOperand
                                          const SlcPtr<SlcICode>& constructor)
 {
     SlcDetailNode* detail = source->GetDetail();
-    const bool simd = !detail->IsUniform();
+    const SlcGridForm form = m_conditions.FormFor(detail);
     const auto transform =
-        MakeShared<SlcTransformFromSpaceICode>(result, source, type, SpaceOperand(node), simd,
-                                               simd ? m_conditions.SimdCondition() : nullptr);
+        MakeShared<SlcTransformFromSpaceICode>(result, source, type, SpaceOperand(node), form);
     m_conditions.AddBeginBlock(detail);
     m_list.AddICode(constructor);
-    if (!simd)
+    if (!form.simd)
         m_list.AddICode(transform);
     m_conditions.AddEndBlock(detail);
-    if (simd)
+    if (form.simd)
         m_list.AddICode(transform);
     return result;
 }
@@ -152,12 +151,11 @@ SlcOperand SlcCastLowering::GenCastToColor(SlcCastExprNode* node, const SlcOpera
         return GenFromSpace(node, result, temporary, color,
                             MakeConstructor(color, temporary, value, value, value));
     }
-    const bool simd = !detail->IsUniform();
+    const SlcGridForm form = m_conditions.FormFor(detail);
     const SlcOperand result = m_list.GetResultVar(node, color, detail);
     const auto transform =
-        MakeShared<SlcTransformFromSpaceICode>(result, value, color, SpaceOperand(node), simd,
-                                               simd ? m_conditions.SimdCondition() : nullptr);
-    if (simd)
+        MakeShared<SlcTransformFromSpaceICode>(result, value, color, SpaceOperand(node), form);
+    if (form.simd)
         m_list.AddICode(transform);
     else
         m_conditions.AddInBlock(detail, transform);
@@ -186,8 +184,9 @@ SlcOperand SlcCastLowering::GenCastToPoint(SlcCastExprNode* node, const SlcOpera
         type = kind;
     }
     const SlcOperand result = m_list.GetResultVar(node, kind, detail);
-    m_conditions.AddInBlock(detail, MakeShared<SlcTransformFromSpaceICode>(
-                                        result, source, type, SpaceOperand(node), false, nullptr));
+    m_conditions.AddInBlock(detail, MakeShared<SlcTransformFromSpaceICode>(result, source, type,
+                                                                           SpaceOperand(node),
+                                                                           SlcGridForm::Plain()));
     return result;
 }
 

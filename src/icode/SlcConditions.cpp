@@ -207,12 +207,23 @@ SlcOperand SlcConditions::SimdCondition() const
     return limits ? innermost.flag : nullptr;
 }
 
-std::optional<SlcOperand> SlcConditions::GridForm() const
+SlcGridForm SlcConditions::GridForm() const
 {
     if (!IsInParallelIf())
-        return SlcOperand();
-    SlcOperand condition = SimdCondition();
-    if (condition.Null())
-        return std::nullopt;
-    return condition;
+        return SlcGridForm::Whole();
+    const SlcOperand condition = SimdCondition();
+    return condition ? SlcGridForm::At(condition) : SlcGridForm::Plain();
+}
+
+SlcGridForm SlcConditions::FormFor(const SlcDetailNode* detail) const
+{
+    return detail->IsUniform() ? SlcGridForm::Plain() : SlcGridForm::At(SimdCondition());
+}
+
+void SlcConditions::AddInForm(const SlcGridForm& form, const SlcPtr<SlcICode>& code)
+{
+    if (form.simd)
+        m_list.AddICode(code);
+    else
+        AddInBlock(SlcDetailNode::AVarying(), code);
 }

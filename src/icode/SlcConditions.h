@@ -1,7 +1,6 @@
 #pragma once
 
 #include <deque>
-#include <optional>
 #include <vector>
 
 #include "icode/SlcListBuilder.h"
@@ -92,9 +91,14 @@ public:
     /// that must be false, or one for the whole grid, such a form computes all of them, and its
     /// result has to be a temporary.
     [[nodiscard]] SlcOperand SimdCondition() const;
-    /// The condition of a form for the whole grid that stands here, null if it runs for all
-    /// points; nothing where only the plain form will do.
-    [[nodiscard]] std::optional<SlcOperand> GridForm() const;
+    /// The form in which an instruction may stand here that has one for the whole grid: plain
+    /// where only that will do.
+    [[nodiscard]] SlcGridForm GridForm() const;
+    /// The form of an instruction that takes varying values over the whole grid only, and uniform
+    /// ones only plain. Its result is a temporary or a target that such a form may write.
+    [[nodiscard]] SlcGridForm FormFor(const SlcDetailNode* detail) const;
+    /// Adds an instruction of that form: plain ones in a varying block.
+    void AddInForm(const SlcGridForm& form, const SlcPtr<SlcICode>& code);
     /// Under a varying condition: jumps to `label` if no point is active.
     void GenSkipWithoutPoints(const SlcLabel& label);
 

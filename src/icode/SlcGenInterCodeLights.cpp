@@ -54,14 +54,10 @@ void SlcGenInterCode::Case(SlcIlluminateStmtNode* node)
     // One computation of the light's geometry serves all points.
     const bool uniform = cone.axis ? AreUniform({&cone.position, &cone.axis, &cone.angle})
                                    : cone.position->IsUniform();
-    const auto condition = m_conditions.GridForm();
-    if (m_options.m_simdInstructions && uniform && condition)
-        m_list.AddICode(MakeShared<SlcIlluminateICode>(flag, cone.position, cone.axis, cone.angle,
-                                                       Ps, L, true, *condition));
-    else
-        m_conditions.AddInBlock(SlcDetailNode::AVarying(),
-                                MakeShared<SlcIlluminateICode>(flag, cone.position, cone.axis,
-                                                               cone.angle, Ps, L, false, nullptr));
+    const SlcGridForm form =
+        m_options.m_simdInstructions && uniform ? m_conditions.GridForm() : SlcGridForm::Plain();
+    m_conditions.AddInForm(form, MakeShared<SlcIlluminateICode>(flag, cone.position, cone.axis,
+                                                                cone.angle, Ps, L, form));
     GenLitBody(node, flag, uniformFlag);
 }
 
@@ -79,13 +75,9 @@ void SlcGenInterCode::Case(SlcSolarStmtNode* node)
             varying, MakeShared<SlcSubICode>(cone.axis, m_context.OperandOf(Hiddens::sm_Ps),
                                              m_context.OperandOf(Hiddens::sm_E)));
     }
-    const auto condition = m_conditions.GridForm();
-    if (AreUniform({&cone.axis, &cone.angle}) && condition)
-        m_list.AddICode(MakeShared<SlcSolarICode>(flag, cone.axis, cone.angle, L, true, *condition,
-                                                  !condition->Null()));
-    else
-        m_conditions.AddInBlock(varying, MakeShared<SlcSolarICode>(flag, cone.axis, cone.angle, L,
-                                                                   false, nullptr, false));
+    const SlcGridForm form =
+        AreUniform({&cone.axis, &cone.angle}) ? m_conditions.GridForm() : SlcGridForm::Plain();
+    m_conditions.AddInForm(form, MakeShared<SlcSolarICode>(flag, cone.axis, cone.angle, L, form));
     GenLitBody(node, flag, uniformFlag);
     m_conditions.ReleaseBoolFlag(uniformFlag);
     m_conditions.ReleaseBoolFlag(flag);
@@ -152,16 +144,12 @@ void SlcGenInterCode::GenConeLoop(SlcIlluminanceStmtNode* node, const Cone& cone
     EnterLightLoop(cone.position);
     m_conditions.ClearOutsideCondition(flag);
     m_list.AddICode(begin);
-    const auto condition = m_conditions.GridForm();
-    const bool simd = m_options.m_simdInstructions && condition && !cone.position->IsUniform() &&
-                      !cone.axis->IsUniform() && cone.angle->IsUniform();
-    const auto check = MakeShared<SlcCheckIlluminanceICode>(
-        flag, cone.position, cone.axis, cone.angle, simd, simd ? *condition : nullptr,
-        simd && !condition->Null());
-    if (simd)
-        m_list.AddICode(check);
-    else
-        m_conditions.AddInBlock(SlcDetailNode::AVarying(), check);
+    const bool suits = m_options.m_simdInstructions && !cone.position->IsUniform() &&
+                       !cone.axis->IsUniform() && cone.angle->IsUniform();
+    const SlcGridForm form = suits ? m_conditions.GridForm() : SlcGridForm::Plain();
+    const auto check =
+        MakeShared<SlcCheckIlluminanceICode>(flag, cone.position, cone.axis, cone.angle, form);
+    m_conditions.AddInForm(form, check);
     m_list.AddICode(MakeShared<SlcSetUniformBoolFlagICode>(uniformFlag, flag));
     m_conditions.EnterCondition(flag, uniformFlag);
     node->GetBody()->ApplyWalker(this);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "icode/SlcGridForm.h"
 #include "icode/SlcICode.h"
 #include "icode/SlcJumpICode.h"
 
@@ -7,15 +8,14 @@
 class SlcIlluminateICode : public SlcICodeOf<SlcIlluminateICode, SlcICode> {
 public:
     SlcIlluminateICode(SlcOperand flag, SlcOperand position, SlcOperand axis, SlcOperand angle,
-                       SlcOperand Ps, SlcOperand L, bool simd, SlcOperand condition)
+                       SlcOperand Ps, SlcOperand L, SlcGridForm form)
         : m_flag(std::move(flag)),
           m_position(std::move(position)),
           m_axis(std::move(axis)),
           m_angle(std::move(angle)),
           m_Ps(std::move(Ps)),
           m_L(std::move(L)),
-          m_simd(simd),
-          m_condition(std::move(condition))
+          m_form(std::move(form))
     {
     }
 
@@ -25,22 +25,19 @@ public:
     SlcOperand m_angle;  // null without a cone
     SlcOperand m_Ps;
     SlcOperand m_L;
-    bool m_simd;
-    SlcOperand m_condition;  // null, or the points that a SIMD form is limited to
+    SlcGridForm m_form;
 };
 
 /// flag = the points that a light from the direction of `axis` reaches; L = that direction.
 class SlcSolarICode : public SlcICodeOf<SlcSolarICode, SlcICode> {
 public:
-    SlcSolarICode(SlcOperand flag, SlcOperand axis, SlcOperand angle, SlcOperand L, bool simd,
-                  SlcOperand condition, bool ifTrue)
+    SlcSolarICode(SlcOperand flag, SlcOperand axis, SlcOperand angle, SlcOperand L,
+                  SlcGridForm form)
         : m_flag(std::move(flag)),
           m_axis(std::move(axis)),
           m_angle(std::move(angle)),
           m_L(std::move(L)),
-          m_simd(simd),
-          m_condition(std::move(condition)),
-          m_ifTrue(ifTrue)
+          m_form(std::move(form))
     {
     }
 
@@ -48,23 +45,19 @@ public:
     SlcOperand m_axis;
     SlcOperand m_angle;
     SlcOperand m_L;
-    bool m_simd;
-    SlcOperand m_condition;  // may be null
-    bool m_ifTrue;           // the value that the condition must have
+    SlcGridForm m_form;
 };
 
 /// flag = the points whose current light lies within the cone.
 class SlcCheckIlluminanceICode : public SlcICodeOf<SlcCheckIlluminanceICode, SlcICode> {
 public:
     SlcCheckIlluminanceICode(SlcOperand flag, SlcOperand position, SlcOperand axis,
-                             SlcOperand angle, bool simd, SlcOperand condition, bool ifTrue)
+                             SlcOperand angle, SlcGridForm form)
         : m_flag(std::move(flag)),
           m_position(std::move(position)),
           m_axis(std::move(axis)),
           m_angle(std::move(angle)),
-          m_simd(simd),
-          m_condition(std::move(condition)),
-          m_ifTrue(ifTrue)
+          m_form(std::move(form))
     {
     }
 
@@ -72,9 +65,7 @@ public:
     SlcOperand m_position;
     SlcOperand m_axis;
     SlcOperand m_angle;
-    bool m_simd;
-    SlcOperand m_condition;  // may be null
-    bool m_ifTrue;           // the value that the condition must have
+    SlcGridForm m_form;
 };
 
 /// Head of the loop over the evaluated lights; goes to `endLabel` when there is none.

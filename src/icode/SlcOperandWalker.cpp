@@ -92,7 +92,7 @@ void SlcOperandWalker::Case(SlcPtr<SlcIfFalseGotoICode> code)
 
 void SlcOperandWalker::Case(SlcPtr<SlcCallICode> code)
 {
-    ReadConditionIfSet(code->m_condition);
+    ReadConditionIfSet(code->m_form.condition);
     for (std::size_t i = 0; i < code->m_args.size(); ++i)
         if (!IsOutputArg(*code, i))
             Read(code->m_args[i]);
@@ -131,7 +131,7 @@ void SlcOperandWalker::Case(SlcPtr<SlcIlluminateICode> code)
     ReadIfSet(code->m_axis);
     ReadIfSet(code->m_angle);
     Read(code->m_Ps);
-    ReadConditionIfSet(code->m_condition);
+    ReadConditionIfSet(code->m_form.condition);
     Write(code->m_flag);
     Write(code->m_L);
 }
@@ -140,7 +140,7 @@ void SlcOperandWalker::Case(SlcPtr<SlcSolarICode> code)
 {
     Read(code->m_axis);
     Read(code->m_angle);
-    ReadConditionIfSet(code->m_condition);
+    ReadConditionIfSet(code->m_form.condition);
     Write(code->m_flag);
     Write(code->m_L);
 }
@@ -150,7 +150,7 @@ void SlcOperandWalker::Case(SlcPtr<SlcCheckIlluminanceICode> code)
     Read(code->m_position);
     Read(code->m_axis);
     Read(code->m_angle);
-    ReadConditionIfSet(code->m_condition);
+    ReadConditionIfSet(code->m_form.condition);
     Write(code->m_flag);
 }
 
@@ -175,7 +175,7 @@ void SlcOperandWalker::Case(SlcPtr<SlcTransformSpaceICode> code)
 {
     Read(code->m_source);
     Read(code->m_space);
-    ReadConditionIfSet(code->m_condition);
+    ReadConditionIfSet(code->m_form.condition);
     Write(code->m_dest);
 }
 

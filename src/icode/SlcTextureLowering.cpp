@@ -85,9 +85,8 @@ std::deque<SlcOperand> SlcTextureLowering::FootprintOf(const SlcOperand& s, cons
     std::array<SlcOperand, 8> corners;
     for (SlcOperand& corner : corners)
         corner = m_list.GenTempVar(SlcTypeNode::AFloat(), SlcDetailNode::AVarying());
-    const SlcOperand condition = m_conditions.SimdCondition();
-    m_list.AddICode(MakeShared<SlcTextureSTPointsICode>(
-        varyingS, varyingT, corners, !condition.Null(), condition, !condition.Null()));
+    m_list.AddICode(MakeShared<SlcTextureSTPointsICode>(varyingS, varyingT, corners,
+                                                        m_conditions.SimdCondition()));
     return {corners.begin(), corners.end()};
 }
 
@@ -123,9 +122,8 @@ std::deque<SlcOperand> SlcTextureLowering::FootprintOf(const SlcOperand& point)
     std::array<SlcOperand, 4> corners;
     for (SlcOperand& corner : corners)
         corner = m_list.GenTempVar(SlcTypeNode::APoint(), SlcDetailNode::AVarying());
-    const SlcOperand condition = m_conditions.SimdCondition();
-    m_list.AddICode(MakeShared<SlcTexturePointsICode>(varyingPoint, corners, !condition.Null(),
-                                                      condition, !condition.Null()));
+    m_list.AddICode(
+        MakeShared<SlcTexturePointsICode>(varyingPoint, corners, m_conditions.SimdCondition()));
     return {corners.begin(), corners.end()};
 }
 
@@ -167,21 +165,18 @@ SlcOperand SlcTextureLowering::GenAccessCall(SlcTextureExprNode* node, Source so
 {
     SlcDetailNode* varying = SlcDetailNode::AVarying();
     const bool isColor = SlcLoweringContext::TypeOf(node)->IsColorType();
-    const auto condition = m_conditions.GridForm();
-    const bool simd = !SlcConditions::UniformIfAll(args)->IsUniform() && condition &&
-                      args[0]->IsUniform() && args[1]->IsUniform();
-    if (simd)
+    const bool suits = !SlcConditions::UniformIfAll(args)->IsUniform() && args[0]->IsUniform() &&
+                       args[1]->IsUniform();
+    const SlcGridForm form = suits ? m_conditions.GridForm() : SlcGridForm::Plain();
+    if (form.simd)
         for (std::size_t i = 0; i < corners; ++i)
             args[k_nameAndChannel + i] = m_context.Widened(args[k_nameAndChannel + i]);
     const SlcOperand result =
         m_list.GetResultVar(node, isColor ? SlcTypeNode::AColor() : SlcTypeNode::AFloat(), varying);
-    const auto call = MakeShared<SlcCallICode>(
-        SlcLexicalNode::CreateIdent(PrimitiveOf(node, source, m_context.m_shaderType)),
-        std::move(args), result, false, false, simd, nullptr, simd ? *condition : SlcOperand(),
-        simd && !condition->Null());
-    if (simd)
-        m_list.AddICode(call);
-    else
-        m_conditions.AddInBlock(varying, call);
+    SlcIdentNode* primitive =
+        SlcLexicalNode::CreateIdent(PrimitiveOf(node, source, m_context.m_shaderType));
+    m_conditions.AddInForm(form, MakeShared<SlcCallICode>(primitive, std::move(args), result,
+                                                          SlcCallICode::ArgumentList::Fixed, form,
+                                                          nullptr));
     return result;
 }

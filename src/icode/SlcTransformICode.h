@@ -1,5 +1,6 @@
 #pragma once
 
+#include "icode/SlcGridForm.h"
 #include "icode/SlcICode.h"
 
 /// Base of the coordinate and color transforms between a named space and the current one. `type`
@@ -7,22 +8,20 @@
 class SlcTransformSpaceICode : public SlcICode {
 public:
     SlcTransformSpaceICode(SlcOperand dest, SlcOperand source, SlcTypeNode* type, SlcOperand space,
-                           bool simd, SlcOperand condition)
+                           SlcGridForm form)
         : m_dest(std::move(dest)),
           m_source(std::move(source)),
           m_type(type),
           m_space(std::move(space)),
-          m_simd(simd),
-          m_condition(std::move(condition))
+          m_form(std::move(form))
     {
     }
 
     SlcOperand m_dest;
     SlcOperand m_source;
     SlcTypeNode* m_type;
-    SlcOperand m_space;      // a string constant
-    bool m_simd;             // runs over all points by itself, outside parallel brackets
-    SlcOperand m_condition;  // null, or the points that a SIMD form is limited to
+    SlcOperand m_space;  // a string constant
+    SlcGridForm m_form;
 };
 
 /// `point "space" (x, y, z)` and the like: source is meant in the named space, dest in the current

@@ -318,7 +318,7 @@ void SlcConvertConstOp::Case(SlcPtr<SlcCallICode> code)
     const auto& entry = code->m_funcEntry;
     const bool mayFold = entry && entry->GetOrigin() == SlcFuncOrigin::BuiltIn &&
                          entry->IsFoldable() && !entry->IsOrderSensitive() &&
-                         code->m_condition.Null() && code->m_result;
+                         code->m_form.condition.Null() && code->m_result;
     const auto arguments = mayFold ? ConstantInputs(*code) : std::nullopt;
     const auto value =
         arguments ? SlcFoldBuiltIn(code->m_name->GetName(), *arguments) : std::nullopt;

@@ -191,8 +191,8 @@ void SlcCopyPropagation::Case(SlcPtr<SlcCallICode> code)
     if (code->m_result)
         Write(code->m_result);
     // No constant enters the condition, for which there is no form.
-    if (code->m_condition)
-        Write(code->m_condition);
+    if (code->m_form.condition)
+        Write(code->m_form.condition);
 }
 
 void SlcCopyPropagation::Case(SlcPtr<SlcCallDSOICode> code)

@@ -96,8 +96,8 @@ void SlcDefUse::Case(SlcPtr<SlcCallICode> code)
         Add(m_defs, arg);
     if (code->m_result)
         Add(m_defs, code->m_result);
-    if (code->m_condition)
-        Add(m_uses, code->m_condition);
+    if (code->m_form.condition)
+        Add(m_uses, code->m_form.condition);
     if (const auto* reads = SlcImplicitReads::Of(code->m_name->GetName()))
         for (const std::string_view variable : reads->variables)
             if (!variable.empty())

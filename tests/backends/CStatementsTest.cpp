@@ -57,12 +57,13 @@ SlcOperand Color(const char* name)
     return Varying(name, T::AColor());
 }
 
-SlcPtr<SlcICode> Call(std::deque<SlcOperand> args, SlcOperand result, bool varArgs, bool simd,
-                      SlcOperand condition = nullptr, bool ifTrue = true)
+using List = SlcCallICode::ArgumentList;
+
+SlcPtr<SlcICode> Call(std::deque<SlcOperand> args, SlcOperand result, List list = List::Fixed,
+                      SlcGridForm form = SlcGridForm::Plain())
 {
     return MakeShared<SlcCallICode>(SlcLexicalNode::CreateIdent("CALL_F"), std::move(args),
-                                    std::move(result), varArgs, false, simd, nullptr,
-                                    std::move(condition), ifTrue);
+                                    std::move(result), list, std::move(form), nullptr);
 }
 
 }  // namespace
@@ -237,24 +238,24 @@ TEST(SlcCStatements, ChecksIndexes)
 
 TEST(SlcCStatements, WritesTransforms)
 {
-    const auto from = [](SlcOperand dest, T* type, bool simd, SlcOperand condition) {
-        return MakeShared<SlcTransformFromSpaceICode>(dest, dest, type, Text("my space"), simd,
-                                                      std::move(condition));
+    const auto from = [](SlcOperand dest, T* type, SlcGridForm form) {
+        return MakeShared<SlcTransformFromSpaceICode>(dest, dest, type, Text("my space"),
+                                                      std::move(form));
     };
-    const auto to = [](SlcOperand dest, T* type, bool simd, SlcOperand condition) {
-        return MakeShared<SlcTransformToSpaceICode>(dest, dest, type, Text("shader"), simd,
-                                                    std::move(condition));
+    const auto to = [](SlcOperand dest, T* type, SlcGridForm form) {
+        return MakeShared<SlcTransformToSpaceICode>(dest, dest, type, Text("shader"),
+                                                    std::move(form));
     };
     ExpectTexts({
-        {from(Point("p_1"), T::APoint(), false, nullptr),
+        {from(Point("p_1"), T::APoint(), SlcGridForm::Plain()),
          "CALL_PRIM_TRANSFORM_TO_CURRENT(v.p_1[polyCnt], v.p_1[polyCnt], MATRIX_my_20_space);\n"},
-        {to(Point("p_1"), T::AVector(), true, nullptr),
+        {to(Point("p_1"), T::AVector(), SlcGridForm::Whole()),
          "CALL_PRIM_VTRANSFORM_FROM_CURRENT_SIMD(v.p_1, v.p_1, MATRIX_shader);\n"},
-        {to(Point("p_1"), T::ANormal(), true, Flag("f_")),
+        {to(Point("p_1"), T::ANormal(), SlcGridForm::At(Flag("f_"))),
          "CALL_PRIM_NTRANSFORM_FROM_CURRENT_SIMD_IF_TRUE(v.f_, v.p_1, v.p_1, MATRIX_shader);\n"},
-        {from(Color("c_1"), T::AColor(), false, nullptr),
+        {from(Color("c_1"), T::AColor(), SlcGridForm::Plain()),
          "CALL_PRIM_CTRANSFORM_TO_RGB(v.c_1[polyCnt], v.c_1[polyCnt],\"my space\");\n"},
-        {to(Color("c_1"), T::AColor(), true, Flag("f_")),
+        {to(Color("c_1"), T::AColor(), SlcGridForm::At(Flag("f_"))),
          "CALL_PRIM_CTRANSFORM_FROM_RGB_SIMD_IF_TRUE(v.f_, v.c_1, v.c_1,\"shader\");\n"},
         {MakeShared<SlcConcatSpaceMatrixICode>(Varying("m_1", T::AMatrix()),
                                                Uniform("k_1", T::AMatrix()), Literal("a-b_c")),
@@ -277,23 +278,24 @@ TEST(SlcCStatements, WritesLights)
          "if (mustEvalLights) {\n\t\tEVAL_LIGHTS(i_hiddens.GetP());\n"
          "\t\tmustEvalLights = false;\n\t}\n"},
         {MakeShared<SlcResetEvalLightForPICode>(), "mustEvalLights = true;\n"},
-        {MakeShared<SlcIlluminateICode>(f, p, axis, angle, Ps, L, false, nullptr),
+        {MakeShared<SlcIlluminateICode>(f, p, axis, angle, Ps, L, SlcGridForm::Plain()),
          "ILLUMINATE(v.f_[polyCnt], u.p_1, u.a_1, u.w_1, i_hiddens.GetPs()[polyCnt], "
          "i_hiddens.GetL()[polyCnt]);\n"},
-        {MakeShared<SlcIlluminateICode>(f, p, axis, angle, Ps, L, true, h),
+        {MakeShared<SlcIlluminateICode>(f, p, axis, angle, Ps, L, SlcGridForm::At(h)),
          "ILLUMINATE_SIMD_IF_TRUE(v.f_, v.h_, u.p_1, u.a_1, u.w_1, i_hiddens.GetPs(), "
          "i_hiddens.GetL());\n"},
-        {MakeShared<SlcIlluminateICode>(f, p, nullptr, nullptr, Ps, L, true, nullptr),
+        {MakeShared<SlcIlluminateICode>(f, p, nullptr, nullptr, Ps, L, SlcGridForm::Whole()),
          "ILLUMINATE_NO_CONE_SIMD(v.f_, u.p_1, i_hiddens.GetPs(), i_hiddens.GetL());\n"},
-        {MakeShared<SlcSolarICode>(f, axis, angle, L, false, nullptr, false),
+        {MakeShared<SlcSolarICode>(f, axis, angle, L, SlcGridForm::Plain()),
          "SOLAR(v.f_[polyCnt], i_hiddens.GetL()[polyCnt], u.a_1, u.w_1);\n"},
-        {MakeShared<SlcSolarICode>(f, axis, angle, L, true, nullptr, false),
+        {MakeShared<SlcSolarICode>(f, axis, angle, L, SlcGridForm::Whole()),
          "SOLAR_SIMD(v.f_, i_hiddens.GetL(), u.a_1, u.w_1);\n"},
-        {MakeShared<SlcSolarICode>(f, axis, angle, L, true, h, false),
-         "SOLAR_SIMD_IF_FALSE(v.f_, v.h_, i_hiddens.GetL(), u.a_1, u.w_1);\n"},
-        {MakeShared<SlcCheckIlluminanceICode>(f, Point("q_1"), axis, angle, false, nullptr, true),
+        {MakeShared<SlcSolarICode>(f, axis, angle, L, SlcGridForm::At(h)),
+         "SOLAR_SIMD_IF_TRUE(v.f_, v.h_, i_hiddens.GetL(), u.a_1, u.w_1);\n"},
+        {MakeShared<SlcCheckIlluminanceICode>(f, Point("q_1"), axis, angle, SlcGridForm::Plain()),
          "ILLUMINANCE(v.f_[polyCnt], v.q_1[polyCnt], u.a_1, u.w_1);\n"},
-        {MakeShared<SlcCheckIlluminanceICode>(f, Point("q_1"), Point("r_1"), angle, true, h, true),
+        {MakeShared<SlcCheckIlluminanceICode>(f, Point("q_1"), Point("r_1"), angle,
+                                              SlcGridForm::At(h)),
          "ILLUMINANCE_SIMD_IF_TRUE(v.f_, v.q_1, v.r_1, u.w_1, v.h_);\n"},
     });
 }
@@ -303,18 +305,17 @@ TEST(SlcCStatements, WritesCalls)
     const SlcOperand x = Varying("x_1");
     const SlcOperand y = Uniform("y_1");
     ExpectTexts({
-        {Call({x, y}, nullptr, false, false), "CALL_F(v.x_1[polyCnt], u.y_1);\n"},
-        {Call({}, x, false, false), "CALL_F(v.x_1[polyCnt]);\n"},
-        {Call({y}, x, false, false), "CALL_F(v.x_1[polyCnt], u.y_1);\n"},
-        {Call({x, y}, x, false, true), "CALL_F_SIMD(v.x_1, v.x_1, u.y_1);\n"},
-        {Call({x}, x, false, true, Flag("f_")), "CALL_F_SIMD_IF_TRUE(v.x_1, v.f_, v.x_1);\n"},
-        {Call({x}, x, false, true, Flag("f_"), false),
-         "CALL_F_SIMD_IF_FALSE(v.x_1, v.f_, v.x_1);\n"},
-        {Call({Text("%f"), x}, nullptr, true, false),
+        {Call({x, y}, nullptr), "CALL_F(v.x_1[polyCnt], u.y_1);\n"},
+        {Call({}, x), "CALL_F(v.x_1[polyCnt]);\n"},
+        {Call({y}, x), "CALL_F(v.x_1[polyCnt], u.y_1);\n"},
+        {Call({x, y}, x, List::Fixed, SlcGridForm::Whole()), "CALL_F_SIMD(v.x_1, v.x_1, u.y_1);\n"},
+        {Call({x}, x, List::Fixed, SlcGridForm::At(Flag("f_"))),
+         "CALL_F_SIMD_IF_TRUE(v.x_1, v.f_, v.x_1);\n"},
+        {Call({Text("%f"), x}, nullptr, List::Counted),
          "{\n\tconst void *theArgs[2];\n\n\tconst char *temp0 = \"%f\";\n"
          "\ttheArgs[0] = &(temp0);\n\ttheArgs[1] = &(v.x_1[polyCnt]);\n"
          "\tCALL_F(theArgs, 2);\n\t}\n"},
-        {Call({x, SlcLexType::Float(2)}, y, true, false),
+        {Call({x, SlcLexType::Float(2)}, y, List::Counted),
          "{\n\tconst void *theArgs[2];\n\n\ttheArgs[0] = &(v.x_1[polyCnt]);\n"
          "\tfloat temp1 = 2.000000e+00;\n\ttheArgs[1] = &(temp1);\n"
          "\tCALL_F(u.y_1, theArgs, 2);\n\t}\n"},
@@ -343,7 +344,7 @@ TEST(SlcCStatements, TellsTypesWhereTheFormatDoesNot)
         args.push_front(c.format);
         const std::string text =
             TextOf(MakeShared<SlcCallICode>(SlcLexicalNode::CreateIdent("CALL_PRIM_PRINTF"), args,
-                                            nullptr, true, true, false, nullptr, nullptr, true));
+                                            nullptr, List::Counted, SlcGridForm::Plain(), nullptr));
         const auto types = text.find("theTypes = ");
         ASSERT_EQ(types == std::string::npos, c.types == nullptr) << text;
         if (c.types) {
@@ -361,12 +362,12 @@ TEST(SlcCStatements, WritesFootprints)
     points.fill(Point("p_1"));
     const SlcOperand s = Predefined("i_hiddens.GetS()", T::AFloat());
     ExpectTexts({
-        {MakeShared<SlcTextureSTPointsICode>(s, s, corners, false, nullptr, false),
+        {MakeShared<SlcTextureSTPointsICode>(s, s, corners, nullptr),
          "COMPUTE_ST_POINTS(i_hiddens.GetS(), i_hiddens.GetS(), v.x_1, v.x_1, v.x_1, v.x_1, "
          "v.x_1, v.x_1, v.x_1, v.x_1);\n"},
-        {MakeShared<SlcTexturePointsICode>(Point("q_1"), points, true, Flag("f_"), false),
-         "COMPUTE_POINTS_IF_FALSE(v.q_1, v.p_1, v.p_1, v.p_1, v.p_1, v.f_);\n"},
-        {MakeShared<SlcFilterstepPointsICode>(Varying("x_1"), s, true, Flag("f_"), true),
+        {MakeShared<SlcTexturePointsICode>(Point("q_1"), points, Flag("f_")),
+         "COMPUTE_POINTS_IF_TRUE(v.q_1, v.p_1, v.p_1, v.p_1, v.p_1, v.f_);\n"},
+        {MakeShared<SlcFilterstepPointsICode>(Varying("x_1"), s, Flag("f_")),
          "COMPUTE_FILTERSTEP_POINTS_IF_TRUE(v.x_1, i_hiddens.GetS(), v.f_);\n"},
     });
 }

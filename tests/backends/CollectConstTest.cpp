@@ -84,8 +84,8 @@ TEST(SlcCollectConst, ReachesTheOperandsOfLightStatements)
 {
     auto list = MakeShared<SlcListICode>();
     const SlcOperand flag = Variable("f");
-    auto light = MakeShared<SlcIlluminateICode>(flag, Number(1), Number(1), Number(1),
-                                                Variable("Ps"), Variable("L"), false, nullptr);
+    auto light = MakeShared<SlcIlluminateICode>(
+        flag, Number(1), Number(1), Number(1), Variable("Ps"), Variable("L"), SlcGridForm::Plain());
     list->AddICode(light);
     std::deque<SlcOperand> constants;
     SlcCollectConst().Collect(list, constants);

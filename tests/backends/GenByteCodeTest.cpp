@@ -30,8 +30,10 @@ SlcIdentNode* Name(const char* name)
 SlcPtr<SlcICode> Call(const char* name, SlcOperand result, std::deque<SlcOperand> args, bool simd,
                       SlcOperand condition, bool counted = false)
 {
-    return MakeShared<SlcCallICode>(Name(name), std::move(args), std::move(result), counted, false,
-                                    simd, nullptr, std::move(condition), true);
+    using List = SlcCallICode::ArgumentList;
+    return MakeShared<SlcCallICode>(Name(name), std::move(args), std::move(result),
+                                    counted ? List::Counted : List::Fixed,
+                                    SlcGridForm{simd, std::move(condition)}, nullptr);
 }
 
 /// A folder of the test's own, gone at its end.
@@ -149,30 +151,30 @@ TEST(SlcGenByteCode, WritesTheValuesOfEachClass)
          "CALL_PRIM_MAX_1D (3) s 1 s g"},
         {Call("CALL_PRIM_POINT_FLOAT_4D", P, {L, x}, true, nullptr),
          "CALL_PRIM_NOISE_POINT_4D_SIMD P L s"},
-        {MakeShared<SlcTransformFromSpaceICode>(P, L, T::AVector(), world, true, f),
+        {MakeShared<SlcTransformFromSpaceICode>(P, L, T::AVector(), world, SlcGridForm::At(f)),
          "CALL_PRIM_VTRANSFORM_TO_CURRENT_SIMD_IF_TRUE P if f L \"world\""},
-        {MakeShared<SlcTransformToSpaceICode>(P, L, T::ANormal(), world, false, nullptr),
+        {MakeShared<SlcTransformToSpaceICode>(P, L, T::ANormal(), world, SlcGridForm::Plain()),
          "CALL_PRIM_NTRANSFORM_FROM_CURRENT P L \"world\""},
-        {MakeShared<SlcTransformFromSpaceICode>(P, L, T::AColor(), world, true, nullptr),
+        {MakeShared<SlcTransformFromSpaceICode>(P, L, T::AColor(), world, SlcGridForm::Whole()),
          "CALL_PRIM_CTRANSFORM_TO_RGB_SIMD P L \"world\""},
         {MakeShared<SlcConcatSpaceMatrixICode>(P, L, SlcLexicalNode::CreateString("\"shader\"")),
          "CONCAT_SPACE_MATRIX P L \"shader\""},
-        {MakeShared<SlcIlluminateICode>(f, P, L, x, P, L, true, g),
+        {MakeShared<SlcIlluminateICode>(f, P, L, x, P, L, SlcGridForm::At(g)),
          "ILLUMINATE_SIMD_IF_TRUE f if g P L s P L"},
-        {MakeShared<SlcIlluminateICode>(f, P, nullptr, nullptr, P, L, false, nullptr),
+        {MakeShared<SlcIlluminateICode>(f, P, nullptr, nullptr, P, L, SlcGridForm::Plain()),
          "ILLUMINATE_NO_CONE f P P L"},
-        {MakeShared<SlcSolarICode>(f, P, x, L, true, g, true), "SOLAR_SIMD_IF_TRUE f if g P s L"},
-        {MakeShared<SlcCheckIlluminanceICode>(f, P, L, x, false, nullptr, false),
+        {MakeShared<SlcSolarICode>(f, P, x, L, SlcGridForm::At(g)),
+         "SOLAR_SIMD_IF_TRUE f if g P s L"},
+        {MakeShared<SlcCheckIlluminanceICode>(f, P, L, x, SlcGridForm::Plain()),
          "ILLUMINANCE f P L s"},
         {MakeShared<SlcSetUniformBoolFlagICode>(g, f), "SET_UNIFORM_BOOL_FLAG g f"},
         {MakeShared<SlcInvertBoolFlagICode>(f, f, nullptr), "INVERT_BOOL_FLAG f f"},
         {MakeShared<SlcInvertBoolFlagICode>(f, f, g), "INVERT_INNER_BOOL_FLAG f f g"},
         {MakeShared<SlcOrBoolFlagICode>(f, g, f), "OR_BOOL_FLAG f g f"},
         {stop, "SET_BOOL f\nSET_BOOL g"},
-        {MakeShared<SlcTexturePointsICode>(P, std::array<SlcOperand, 4>{L, P, L, P}, true, f, true),
+        {MakeShared<SlcTexturePointsICode>(P, std::array<SlcOperand, 4>{L, P, L, P}, f),
          "COMPUTE_POINTS_IF_TRUE P L P L P if f"},
-        {MakeShared<SlcFilterstepPointsICode>(x, one, false, nullptr, false),
-         "COMPUTE_FILTERSTEP_POINTS 1 s"},
+        {MakeShared<SlcFilterstepPointsICode>(x, one, nullptr), "COMPUTE_FILTERSTEP_POINTS 1 s"},
         {MakeShared<SlcEvalLightICode>(P), "EVAL_LIGHTS P"},
         {MakeShared<SlcEvalLightForPICode>(), "EVAL_LIGHTS_FOR_P"},
         {MakeShared<SlcCheckValidArrayIndexICode>("a", x, 3, 40000, &file),
@@ -255,7 +257,8 @@ TEST(SlcGenByteCode, RefusesWhatDoesNotFit)
         spaces.Space('s' + std::to_string(i));
     const SlcOperand p = spaces.Local(T::APoint());
     const SlcOperand space = SlcLexType::String("\"s32766\"");
-    spaces.Add(MakeShared<SlcTransformFromSpaceICode>(p, p, T::APoint(), space, false, nullptr));
+    spaces.Add(
+        MakeShared<SlcTransformFromSpaceICode>(p, p, T::APoint(), space, SlcGridForm::Plain()));
     EXPECT_EQ(spaces.Reports(), std::string("Coordinate space 32768") + limit);
 
     FormBuilder pack;

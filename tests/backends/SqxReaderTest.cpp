@@ -25,10 +25,11 @@ std::string SampleFile()
     b.Add(MakeShared<SlcGotoICode>(end));
     b.Add(MakeShared<SlcArrayRefICode>(element, array, Number(1)));
     b.Add(MakeShared<SlcTransformToSpaceICode>(P, P, T::APoint(), SlcLexType::String("\"world\""),
-                                               true, nullptr));
+                                               SlcGridForm::Whole()));
     b.Add(MakeShared<SlcCallICode>(SlcLexicalNode::CreateIdent("CALL_PRIM_PRINTF"),
                                    std::deque<SlcOperand>{SlcLexType::String("\"a\\\"\n%f\""), u},
-                                   nullptr, true, true, false, nullptr, nullptr, true));
+                                   nullptr, SlcCallICode::ArgumentList::Counted,
+                                   SlcGridForm::Plain(), nullptr));
     b.Add(end);
     return b.Text();
 }

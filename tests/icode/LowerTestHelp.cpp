@@ -79,7 +79,10 @@ private:
     {
         m_word = "continue" + Names(code->m_flags);
     }
-    void Case(SlcPtr<SlcTransformSpaceICode> code) override { ShowForm(code, code->m_simd); }
+    void Case(SlcPtr<SlcTransformSpaceICode> code) override
+    {
+        ShowForm(code, code->m_form.simd, code->m_form.condition);
+    }
     void Case(SlcPtr<SlcConcatSpaceMatrixICode> code) override
     {
         SlcOperandWalker::Case(code);
@@ -91,8 +94,8 @@ private:
         m_word += WithoutPrefix(code->m_name->GetName());
         for (const SlcOperand& argument : code->m_args)
             m_word += ' ' + Name(argument);
-        m_word += code->m_varArgs ? " counted" : "";
-        m_word += Form(code->m_simd, code->m_condition) + ';';
+        m_word += code->m_list == SlcCallICode::ArgumentList::Counted ? " counted" : "";
+        m_word += Form(code->m_form.simd, code->m_form.condition) + ';';
     }
     void Case(SlcPtr<SlcCallDSOICode> code) override
     {
@@ -112,22 +115,40 @@ private:
     {
         m_word = "next " + Name(code->m_startLabel) + ';';
     }
-    void Case(SlcPtr<SlcIlluminateICode> code) override { ShowForm(code, code->m_simd); }
-    void Case(SlcPtr<SlcSolarICode> code) override { ShowForm(code, code->m_simd); }
-    void Case(SlcPtr<SlcCheckIlluminanceICode> code) override { ShowForm(code, code->m_simd); }
-    void Case(SlcPtr<SlcTexturePointsICode> code) override { ShowForm(code, true); }
-    void Case(SlcPtr<SlcTextureSTPointsICode> code) override { ShowForm(code, true); }
-    void Case(SlcPtr<SlcFilterstepPointsICode> code) override { ShowForm(code, true); }
+    void Case(SlcPtr<SlcIlluminateICode> code) override
+    {
+        ShowForm(code, code->m_form.simd, code->m_form.condition);
+    }
+    void Case(SlcPtr<SlcSolarICode> code) override
+    {
+        ShowForm(code, code->m_form.simd, code->m_form.condition);
+    }
+    void Case(SlcPtr<SlcCheckIlluminanceICode> code) override
+    {
+        ShowForm(code, code->m_form.simd, code->m_form.condition);
+    }
+    void Case(SlcPtr<SlcTexturePointsICode> code) override
+    {
+        ShowForm(code, true, code->m_condition);
+    }
+    void Case(SlcPtr<SlcTextureSTPointsICode> code) override
+    {
+        ShowForm(code, true, code->m_condition);
+    }
+    void Case(SlcPtr<SlcFilterstepPointsICode> code) override
+    {
+        ShowForm(code, true, code->m_condition);
+    }
 
     /// The usual form, with the condition behind it.
     template <class Code>
-    void ShowForm(const SlcPtr<Code>& code, bool simd)
+    void ShowForm(const SlcPtr<Code>& code, bool simd, SlcOperand& limit)
     {
         SlcOperand condition;
-        condition.Swap(code->m_condition);
+        condition.Swap(limit);
         SlcOperandWalker::Case(code);
         m_suffix = Form(simd, condition);
-        condition.Swap(code->m_condition);
+        condition.Swap(limit);
     }
     std::string Form(bool simd, const SlcOperand& condition)
     {

@@ -42,14 +42,14 @@ TEST_F(ConditionsTest, GuardEachBlockByTheInnermostFlagOfItsDetail)
 
 TEST_F(ConditionsTest, LimitAFormForTheWholeGridOnlyWhereAFlagCan)
 {
-    EXPECT_EQ(m_conditions.GridForm(), std::optional(SlcOperand()));
+    EXPECT_EQ(m_conditions.GridForm(), SlcGridForm::Whole());
     m_conditions.EnterCondition(m_flag, m_uniform);
-    EXPECT_EQ(m_conditions.GridForm(), std::optional(m_flag));
+    EXPECT_EQ(m_conditions.GridForm(), SlcGridForm::At(m_flag));
     m_conditions.BeginParallelIfNotCurrentCond();
-    EXPECT_FALSE(m_conditions.GridForm().has_value());  // the flag must be false
+    EXPECT_EQ(m_conditions.GridForm(), SlcGridForm::Plain());  // the flag must be false
     m_conditions.EndParallelIfNotCurrentCond();
     m_conditions.BeginAssignIfTrue(m_uniform, m_uniform);
-    EXPECT_FALSE(m_conditions.GridForm().has_value());  // the flag is one for all points
+    EXPECT_EQ(m_conditions.GridForm(), SlcGridForm::Plain());  // the flag is one for all points
     m_conditions.EndAssignIfTrue();
     m_conditions.LeaveCondition();
 }

@@ -41,13 +41,18 @@ std::string ToText(const Operands& operands)
     return text;
 }
 
+std::string WithoutPrefix(const std::string& field)
+{
+    return field.starts_with("m_") ? field.substr(2) : field;
+}
+
 /// By class, from the text of its `Case`.
 std::map<std::string, Operands> OperandsOfWalker()
 {
     static const std::regex caseHead(R"(SlcOperandWalker::Case\(SlcPtr<(\w+)> code\)\n\{)");
     static const std::regex loop(R"(SlcOperand& (\w+) : code->(m_\w+))");
     static const std::regex access(
-        R"(\b(Read|Write|ReadWrite)(Condition)?(IfSet)?\((?:code->)?(\w+))");
+        R"(\b(Read|Write|ReadWrite)(Condition)?(IfSet)?\((?:code->)?(?:m_form\.)?(\w+))");
     const std::string text = Read("src/icode/SlcOperandWalker.cpp");
     std::map<std::string, Operands> all;
     for (const std::smatch& head : AllMatches(text, caseHead)) {
@@ -60,7 +65,7 @@ std::map<std::string, Operands> OperandsOfWalker()
         for (const std::smatch& match : AllMatches(body, access)) {
             const std::string name = match[4];
             const auto field = fieldOf.find(name);
-            const std::string plain = (field == fieldOf.end() ? name : field->second).substr(2);
+            const std::string plain = WithoutPrefix(field == fieldOf.end() ? name : field->second);
             if (match[1] != "Write")
                 operands.reads.insert(plain);
             if (match[1] != "Read")

@@ -306,8 +306,7 @@ SlcPtr<SlcICode> CodeText::Call(SlcOperand result, const Words& words, std::size
     signature.argStorages.assign(args.size(), SlcStorageSpecNode::AInput());
     signature.foldable = name != "random";
     signature.orderSensitive = name == "random";
-    const bool orderSensitive = signature.orderSensitive;
-    return MakeShared<SlcCallICode>(
-        SlcLexicalNode::CreateIdent(name), args, std::move(result), false, orderSensitive, false,
-        MakeShared<SlcFuncSymbolEntry>(std::move(signature)), nullptr, true);
+    return MakeShared<SlcCallICode>(SlcLexicalNode::CreateIdent(name), args, std::move(result),
+                                    SlcCallICode::ArgumentList::Fixed, SlcGridForm::Plain(),
+                                    MakeShared<SlcFuncSymbolEntry>(std::move(signature)));
 }

@@ -159,9 +159,9 @@ bool KeepsAssignment(std::string_view variable, std::string primitive)
     SlcListICode list;
     list.AddHiddenVar(operand);
     list.AddICode(MakeShared<SlcAssignICode>(operand, SlcLexType::Float(1)));
-    list.AddICode(MakeShared<SlcCallICode>(SlcLexicalNode::CreateIdent(primitive),
-                                           std::deque<SlcOperand>(), nullptr, false, false, false,
-                                           nullptr, nullptr, false));
+    list.AddICode(MakeShared<SlcCallICode>(
+        SlcLexicalNode::CreateIdent(primitive), std::deque<SlcOperand>(), nullptr,
+        SlcCallICode::ArgumentList::Fixed, SlcGridForm::Plain(), nullptr));
     Analysed facts(list);
     return !SlcDeadCodeElimination().EliminateCode(list, facts.graph, facts.analysis);
 }
