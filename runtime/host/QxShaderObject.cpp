@@ -15,11 +15,9 @@
 #include <mutex>
 
 #include "QxHostError.h"
+#include "sqx/SqxFileHead.h"
 
 namespace {
-
-constexpr int k_majorVersion = 5;
-constexpr int k_minorVersion = 0;
 
 using OpenLibrary = std::unique_ptr<void, int (*)(void*)>;
 
@@ -180,11 +178,11 @@ void QxShaderObject::Life::CheckVersion() const
     int major = 0;
     int minor = 0;
     m_version(&major, &minor);
-    if (major != k_majorVersion || minor > k_minorVersion)
+    if (major != k_sqxMajorVersion || minor > k_sqxMinorVersion)
         throw QxHostError("Shader '" + m_path + "' has interface version " + std::to_string(major) +
                           "." + std::to_string(minor) + ", but version " +
-                          std::to_string(k_majorVersion) + "." + std::to_string(k_minorVersion) +
-                          " was expected");
+                          std::to_string(k_sqxMajorVersion) + "." +
+                          std::to_string(k_sqxMinorVersion) + " was expected");
 }
 
 void QxShaderObject::Life::Ask(const std::vector<std::string>& shadeopFolders)

@@ -2,6 +2,10 @@
 
 #include <string_view>
 
+/// The version of the interface between compiled shaders and what runs them.
+inline constexpr int k_sqxMajorVersion = 5;
+inline constexpr int k_sqxMinorVersion = 0;
+
 /// The lines that every byte-code file of this version starts with.
 inline constexpr std::string_view k_sqxFileHead[] = {
     "\x7Fomb",

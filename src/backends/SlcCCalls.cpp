@@ -9,33 +9,11 @@
 #include "backends/SlcCStatements.h"
 #include "backends/SlcFormatTypes.h"
 #include "backends/SlcLocalFacts.h"
+#include "backends/SlcPrimitiveNames.h"
 #include "backends/SlcSpaceName.h"
 #include "symbols/SlcGeneratedNames.h"
 
 namespace {
-
-struct TypeWord {
-    bool (SlcTypeNode::*test)() const;
-    const char* word;
-};
-
-// clang-format off
-constexpr TypeWord k_assignWords[] = {
-    {&SlcTypeNode::IsFloatType,  "FLOAT"},
-    {&SlcTypeNode::IsStringType, "STRING"},
-    {&SlcTypeNode::IsColorType,  "COLOR"},
-    {&SlcTypeNode::IsPointType,  "POINT"},
-    {&SlcTypeNode::IsMatrixType, "MATRIX"},
-};
-// clang-format on
-
-const char* AssignWord(const SlcTypeNode* type)
-{
-    for (const TypeWord& row : k_assignWords)
-        if ((type->*row.test)())
-            return row.word;
-    return nullptr;
-}
 
 bool TakesFormat(const SlcCallICode& code)
 {
@@ -54,35 +32,22 @@ bool IsVaryingArray(const SlcOperand& operand)
 
 void SlcCStatements::Case(SlcPtr<SlcTransformFromSpaceICode> code)
 {
-    WriteTransform(*code, true);
+    WriteTransform(*code, SlcTransformDirection::FromSpace);
 }
 
 void SlcCStatements::Case(SlcPtr<SlcTransformToSpaceICode> code)
 {
-    WriteTransform(*code, false);
+    WriteTransform(*code, SlcTransformDirection::ToSpace);
 }
 
-/// The primitives are named from the other end: what comes from a named space goes to the current
-/// one, or to RGB.
-void SlcCStatements::WriteTransform(SlcTransformSpaceICode& code, bool fromSpace)
+void SlcCStatements::WriteTransform(SlcTransformSpaceICode& code, SlcTransformDirection direction)
 {
     const bool isColor = code.m_type->IsColorType();
     if (!isColor && !code.m_type->IsPointType()) {
         Default(SlcPtr<SlcICode>(&code));
         return;
     }
-    std::string name = "CALL_PRIM_";
-    if (isColor)
-        name += 'C';
-    else if (code.m_type->IsVectorType())
-        name += 'V';
-    else if (code.m_type->IsNormalType())
-        name += 'N';
-    name += fromSpace ? "TRANSFORM_TO_" : "TRANSFORM_FROM_";
-    name += isColor ? "RGB" : "CURRENT";
-    name += code.m_form.Suffix();
-
-    m_out << name << '(';
+    m_out << SlcTransformName(code, direction) << '(';
     if (code.m_form.condition)
         m_out << Grid(code.m_form.condition) << ", ";
     const auto text = [&](const SlcOperand& operand) {
@@ -267,11 +232,11 @@ void SlcCStatements::WriteFootprint(std::string name, Texts operands, const SlcO
 
 std::string SlcCStatements::AssignFuncName(const SlcTypeNode* dest, const SlcTypeNode* source)
 {
-    const char* destWord = AssignWord(dest);
-    const char* sourceWord = AssignWord(source);
-    if (!destWord || !sourceWord)
+    const std::string_view destWord = SlcTypeWord(dest);
+    const std::string_view sourceWord = SlcTypeWord(source);
+    if (destWord.empty() || sourceWord.empty())
         return "";
-    return std::string("ASSIGN_") + destWord + '_' + sourceWord;
+    return std::string("ASSIGN_").append(destWord).append("_").append(sourceWord);
 }
 
 std::string SlcCStatements::ShadeopAssignName(const SlcTypeNode* type, const char* what) const

@@ -9,6 +9,7 @@
 #include "backends/SlcEquCBinOpName.h"
 #include "backends/SlcEquCType.h"
 #include "backends/SlcEquCValue.h"
+#include "backends/SlcPrimitiveNames.h"
 #include "icode/SlcICodes.h"
 #include "icode/SlcListICode.h"
 
@@ -105,7 +106,7 @@ private:
     [[nodiscard]] Texts GridTexts(std::initializer_list<SlcOperand> operands);
     void ClearFlags(const std::deque<SlcOperand>& flags);
 
-    void WriteTransform(SlcTransformSpaceICode& code, bool fromSpace);
+    void WriteTransform(SlcTransformSpaceICode& code, SlcTransformDirection direction);
     /// A call whose arguments are passed as an array of addresses. `result` may be empty.
     void WriteVarArgsCall(const SlcCallICode& code, const std::string& result);
     void WriteGridCall(const SlcCallICode& code);

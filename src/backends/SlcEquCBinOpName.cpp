@@ -5,30 +5,17 @@
 
 #include "backends/SlcEquCBinOpName.h"
 
+#include "backends/SlcPrimitiveNames.h"
 #include "icode/SlcICodeName.h"
 #include "icode/SlcICodes.h"
 #include "support/SlcDiagnostics.h"
 
 namespace {
 
-struct TypeSuffix {
-    bool (SlcTypeNode::*test)() const;
-    const char* suffix;
-};
-
-// A reference to an array's element answers these tests for the element.
-constexpr TypeSuffix k_suffixes[] = {
-    {&SlcTypeNode::IsBoolType, "_BOOL"},     {&SlcTypeNode::IsFloatType, "_FLOAT"},
-    {&SlcTypeNode::IsStringType, "_STRING"}, {&SlcTypeNode::IsPointType, "_POINT"},
-    {&SlcTypeNode::IsColorType, "_COLOR"},   {&SlcTypeNode::IsMatrixType, "_MATRIX"},
-};
-
-const char* SuffixOf(const SlcOperand& operand)
+std::string SuffixOf(const SlcOperand& operand)
 {
-    for (const TypeSuffix& row : k_suffixes)
-        if ((operand->GetType()->*row.test)())
-            return row.suffix;
-    return "";
+    const std::string_view word = SlcTypeWord(operand->GetType());
+    return word.empty() ? std::string() : std::string("_").append(word);
 }
 
 }  // namespace
@@ -46,7 +33,8 @@ std::string SlcEquCBinOpName::GetString(const SlcPtr<SlcAssignICode>& code)
 
 std::string SlcEquCBinOpName::GetString(const SlcPtr<SlcUnaryMinusICode>& code)
 {
-    const char* dest = m_invert == Invert::DestAndSource ? SuffixOf(code->m_dest) : "";
+    const std::string dest =
+        m_invert == Invert::DestAndSource ? SuffixOf(code->m_dest) : std::string();
     return std::string("INVERT") + dest + SuffixOf(code->m_source);
 }
 

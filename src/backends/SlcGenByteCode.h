@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "backends/SlcEquCBinOpName.h"
+#include "backends/SlcPrimitiveNames.h"
 #include "icode/SlcInterForm.h"
 #include "icode/SlcJumpICode.h"
 #include "sqx/SqxNumbers.h"
@@ -76,8 +77,7 @@ private:
     [[nodiscard]] int GetMatrixNb(const std::string& space) const;
     /// False after a report.
     [[nodiscard]] bool IsAvailable(const SlcCallICode& call);
-    void AddTransform(const SlcTransformSpaceICode& code, std::string_view direction,
-                      std::string_view colorDirection);
+    void AddTransform(const SlcTransformSpaceICode& code, SlcTransformDirection direction);
     void ClearFlags(const std::deque<SlcOperand>& flags);
 
     using SlcAllICodeWalker::Case;

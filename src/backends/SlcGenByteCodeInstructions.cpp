@@ -39,18 +39,6 @@ std::string Numbered(const std::string& primitive)
     return primitive;
 }
 
-struct ZeroType {
-    bool (SlcTypeNode::*test)() const;
-    const char* word;
-};
-
-constexpr ZeroType k_zeroTypes[] = {
-    {&SlcTypeNode::IsFloatType, "FLOAT"},
-    {&SlcTypeNode::IsPointType, "POINT"},
-    {&SlcTypeNode::IsColorType, "COLOR"},
-    {&SlcTypeNode::IsMatrixType, "MATRIX"},
-};
-
 }  // namespace
 
 bool SlcGenByteCode::IsAvailable(const SlcCallICode& call)
@@ -85,10 +73,7 @@ void SlcGenByteCode::Case(SlcPtr<SlcAssignSIMDICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcAssignToZeroICode> code)
 {
-    const SlcTypeNode* type = code->m_dest->GetType();
-    const auto* row = std::find_if(std::begin(k_zeroTypes), std::end(k_zeroTypes),
-                                   [type](const ZeroType& t) { return (type->*t.test)(); });
-    AddInstr(std::string("ASSIGN_TO_ZERO_") + (row == std::end(k_zeroTypes) ? "" : row->word));
+    AddInstr(std::string("ASSIGN_TO_ZERO_").append(SlcTypeWord(code->m_dest->GetType())));
     AddVar(code->m_dest);
 }
 
@@ -289,24 +274,14 @@ void SlcGenByteCode::Case(SlcPtr<SlcConvertArrayDSOICode> code)
 
 // Spaces
 
-void SlcGenByteCode::AddTransform(const SlcTransformSpaceICode& code, std::string_view direction,
-                                  std::string_view colorDirection)
+void SlcGenByteCode::AddTransform(const SlcTransformSpaceICode& code,
+                                  SlcTransformDirection direction)
 {
-    const SlcTypeNode* type = code.m_type;
-    std::string name = "CALL_PRIM_";
-    if (type->IsColorType())
-        name.append("CTRANSFORM_").append(colorDirection);
-    else
-        name.append(type->IsVectorType()   ? "V"
-                    : type->IsNormalType() ? "N"
-                                           : "")
-            .append("TRANSFORM_")
-            .append(direction);
-    AddInstr(name.append(code.m_form.Suffix()));
+    AddInstr(SlcTransformName(code, direction));
     AddVar(code.m_dest);
     AddVarIfSet(code.m_form.condition);
     AddVar(code.m_source);
-    if (type->IsColorType())
+    if (code.m_type->IsColorType())
         AddVar(code.m_space);
     else
         AddConst(GetMatrixNb(code.m_space->GetString()), "Coordinate space");
@@ -314,12 +289,12 @@ void SlcGenByteCode::AddTransform(const SlcTransformSpaceICode& code, std::strin
 
 void SlcGenByteCode::Case(SlcPtr<SlcTransformFromSpaceICode> code)
 {
-    AddTransform(*code, "TO_CURRENT", "TO_RGB");
+    AddTransform(*code, SlcTransformDirection::FromSpace);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcTransformToSpaceICode> code)
 {
-    AddTransform(*code, "FROM_CURRENT", "FROM_RGB");
+    AddTransform(*code, SlcTransformDirection::ToSpace);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcConcatSpaceMatrixICode> code)

@@ -11,6 +11,7 @@
 #include "backends/SlcGeneratedText.h"
 #include "backends/SlcSpaceName.h"
 #include "frontend/SlcShaderTypeNode.h"
+#include "sqx/SqxFileHead.h"
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcSymbolEntry.h"
 
@@ -83,8 +84,8 @@ void SlcGenCCode::CheckSpaceNames()
 
 void SlcGenCCode::GenHeader()
 {
-    Line("#define SLC_MAJOR_VERSION ", m_majorVersion);
-    Line("#define SLC_MINOR_VERSION ", m_minorVersion);
+    Line("#define SLC_MAJOR_VERSION ", k_sqxMajorVersion);
+    Line("#define SLC_MINOR_VERSION ", k_sqxMinorVersion);
     Line();
     Line("#include \"", Generated::sm_slcHeaderFile, "\"");
 }
@@ -99,8 +100,8 @@ void SlcGenCCode::GenInterfaceVesrion()
     Line(Generated::sm_slcPrefixFunc, Generated::sm_slcVersionFuncName,
          "(int *o_majorVersion, int *o_minorVersion)");
     Line("{");
-    Line("\t*o_majorVersion = ", m_majorVersion, ";");
-    Line("\t*o_minorVersion = ", m_minorVersion, ";");
+    Line("\t*o_majorVersion = ", k_sqxMajorVersion, ";");
+    Line("\t*o_minorVersion = ", k_sqxMinorVersion, ";");
     Line("}");
 }
 

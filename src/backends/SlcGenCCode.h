@@ -91,8 +91,6 @@ private:
     [[nodiscard]] std::string Visible(std::size_t parameter) const;
 
     SlcEquCShaderType m_shaderTypes;
-    int m_majorVersion = 5;
-    int m_minorVersion = 0;
     SlcOptionsControl* m_options;
     bool m_initAtShadeTime = false;  // some default value needs shading data
     SlcInterForm* m_form = nullptr;  // the shader being written

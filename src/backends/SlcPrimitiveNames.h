@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "icode/SlcTransformICode.h"
+
+// The parts of names that generated C++ and byte-code share.
+
+/// The word of a type in the names of primitives; empty for a type that none takes. The point
+/// family has one word. A reference to an element has that of the element.
+[[nodiscard]] std::string_view SlcTypeWord(const SlcTypeNode* type);
+
+enum class SlcTransformDirection { FromSpace, ToSpace };
+
+/// The primitive of a transform, with the suffix of its form. They are named from the other end:
+/// what comes from a named space goes to the current one, or to RGB.
+[[nodiscard]] std::string SlcTransformName(const SlcTransformSpaceICode& code,
+                                           SlcTransformDirection direction);
