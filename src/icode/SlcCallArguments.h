@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "symbols/SlcCallFormals.h"
 #include "icode/SlcLoweringContext.h"
+#include "symbols/SlcCallFormals.h"
 
 /// The arguments and the value of a call, as what is called wants them.
 class SlcCallArguments {

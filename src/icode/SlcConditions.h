@@ -3,6 +3,7 @@
 #include <deque>
 #include <vector>
 
+#include "icode/SlcGridForm.h"
 #include "icode/SlcListBuilder.h"
 
 /// The conditions around the code being lowered, and the blocks that guard it by the innermost of
