@@ -13,6 +13,8 @@ needs='
     header   gtest/gtest.h   libgtest-dev
     header   gmock/gmock.h   libgmock-dev
     header   png.h           libpng-dev
+    header   httplib.h       libcpp-httplib-dev
+    command  pkg-config      pkgconf
 '
 
 is_present() {

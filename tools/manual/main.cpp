@@ -10,6 +10,7 @@
 #ifdef SLC_HAS_SQXSHADE
 #include "sqxshade/SqxShadeOptions.h"
 #endif
+#include "sqxview/SqxViewProgram.h"
 
 namespace {
 
@@ -38,6 +39,9 @@ int main(int argc, char** argv)
         &SqxMakeProgram(),
 #ifdef SLC_HAS_SQXSHADE
         &SqxShadeProgram(),
+#endif
+#ifdef SLC_HAS_SQXVIEW
+        &SqxViewProgram(),
 #endif
     };
     const std::string folder = argv[1];

@@ -9,22 +9,40 @@
 
 #include "sqxshade/SqxShadeOptions.h"
 
+namespace {
+
+[[noreturn]] void RefuseCount(const QxShader::Parameter& parameter, const std::string& wanted,
+                              const std::string& text)
+{
+    const std::string array =
+        parameter.length == 1 ? "" : "[" + std::to_string(parameter.length) + "]";
+    throw SqxPictureError("Parameter '" + parameter.name + "' is a " + QxTypeName(parameter.type) +
+                          array + " and takes " + wanted + ", but is set to '" + text + "'");
+}
+
+/// A single text may hold commas.
+std::vector<std::string> ReadTexts(const QxShader::Parameter& parameter, const std::string& text)
+{
+    if (parameter.length == 1)
+        return {text};
+    std::vector<std::string> texts = SqxSplit(text, ',');
+    if (texts.size() != parameter.length)
+        RefuseCount(parameter, std::to_string(parameter.length) + " texts", text);
+    return texts;
+}
+
+}  // namespace
+
 QxHostValue SqxReadParameterValue(const QxShader::Parameter& parameter, const std::string& text)
 {
     if (parameter.type == QxValueType::String)
-        return parameter.length == 1 ? std::vector{text} : SqxSplit(text, ',');
+        return ReadTexts(parameter, text);
     std::vector<float> numbers = SqxReadNumbers(text, "value of '" + parameter.name + "'");
     const std::size_t width = QxFloatCount(parameter.type);
     if (width == 3 && parameter.length == 1 && numbers.size() == 1)
         numbers.assign(3, numbers[0]);
-    if (numbers.size() != width * parameter.length) {
-        const std::string array =
-            parameter.length == 1 ? "" : "[" + std::to_string(parameter.length) + "]";
-        throw SqxPictureError("Parameter '" + parameter.name + "' is a " +
-                              QxTypeName(parameter.type) + array + " and takes " +
-                              std::to_string(width * parameter.length) +
-                              " numbers, but is set to '" + text + "'");
-    }
+    if (numbers.size() != width * parameter.length)
+        RefuseCount(parameter, std::to_string(width * parameter.length) + " numbers", text);
     return {parameter.type, std::move(numbers)};
 }
 

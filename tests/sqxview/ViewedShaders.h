@@ -1,0 +1,63 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "helpers/TemporaryFolder.h"
+#include "sqxview/SqxViewSession.h"
+
+constexpr const char* k_flat =
+    "surface flat(float Kd = 0.5; color tint = 1) { Ci = Kd * tint; Oi = 1; }\n";
+
+/// Sources in a folder of their own, under the eyes of a session.
+class ViewedShaders : public ::testing::Test {
+protected:
+    /// Small pictures, so that most time goes into what is tested.
+    void View(const std::vector<std::string>& words)
+    {
+        std::vector<const char*> arguments = {"--size", "16x16", "--samples", "1"};
+        for (const std::string& word : words)
+            arguments.push_back(word.c_str());
+        m_session.emplace(SqxReadViewOptions(arguments));
+    }
+
+    /// The state once `text` is in it; fails the test if that does not come.
+    std::string WaitFor(const std::string& text)
+    {
+        constexpr auto k_longest = std::chrono::seconds(30);
+        const auto end = std::chrono::steady_clock::now() + k_longest;
+        unsigned long version = 0;
+        while (true) {
+            std::string state = m_session->State(version, std::chrono::seconds(1));
+            if (state.find(text) != std::string::npos)
+                return state;
+            if (std::chrono::steady_clock::now() > end) {
+                ADD_FAILURE() << "Never there: " << text << "\nLast: " << state;
+                return state;
+            }
+            version = std::stoul(state.substr(state.find(':') + 1));
+        }
+    }
+    std::string WaitForWhole() { return WaitFor(k_whole); }
+    /// The bytes of the picture once it is whole and another one than `before`.
+    std::vector<char> NextPicture(const std::vector<char>& before = {})
+    {
+        for (int i = 0; i < 1000; ++i) {
+            WaitForWhole();
+            const auto picture = m_session->Picture();
+            if (picture && *picture != before)
+                return *picture;
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+        ADD_FAILURE() << "The picture stays the same";
+        return {};
+    }
+
+    static constexpr const char* k_whole = "\"isOver\":true,\"isWhole\":true";
+    TemporaryFolder m_folder;
+    std::optional<SqxViewSession> m_session;
+};

@@ -1,0 +1,98 @@
+#include "sqxview/SqxViewCode.h"
+
+#include <chrono>
+
+#include "compile/SqxSourceCompile.h"
+#include "sqx/SqxDump.h"
+#include "sqx/SqxReader.h"
+#include "sqxview/SqxViewJson.h"
+
+namespace {
+
+constexpr auto k_longest = std::chrono::seconds(20);
+constexpr std::size_t k_mostText = 2'000'000;  // characters that a page gets to show
+
+[[nodiscard]] std::size_t CountParallelRuns(const SqxBlock& block)
+{
+    std::size_t count = 0;
+    for (const SqxInstruction& instruction : block.instructions)
+        count += block.Mark(instruction) == SqxMark::BeginParallel ? 1 : 0;
+    return count;
+}
+
+[[nodiscard]] std::size_t CountLocals(const SqxShader& shader)
+{
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < shader.mainCount; ++i)
+        count += shader.variables[i].kind == SqxVariableKind::Local ? 1 : 0;
+    return count;
+}
+
+}  // namespace
+
+SqxViewCode::SqxViewCode(std::string path, SqxViewCompileOptions options)
+    : m_path(std::move(path)),
+      m_options(std::move(options))
+{
+}
+
+SqxViewCode::Block SqxViewCode::Compile(int level, const std::function<bool()>& isOver) const
+{
+    const SqxViewFolder folder;
+    std::vector<std::string> words = m_options.words;
+    words.push_back("-O" + std::to_string(level));
+    SqxSourceCompile compile(m_path, std::move(words), folder.Path());
+    compile.EndWhen(isOver);
+    if (compile.Run() != 0)
+        throw SqxCompileError(isOver() ? "The compile was ended" : "The source does not compile");
+    SqxReader reader;
+    if (!reader.ReadFile(compile.Output()))
+        throw SqxCompileError(reader.Message());
+    const SqxShader& shader = reader.Shader();
+    Block block = {SqxDumpSection(shader, "main"), shader.main.instructions.size(),
+                   CountParallelRuns(shader.main), CountLocals(shader)};
+    if (block.text.size() > k_mostText) {
+        block.text.resize(k_mostText);
+        block.text += "\n... and more\n";
+    }
+    return block;
+}
+
+void SqxViewCode::CompileAll(const std::function<bool()>& isOver)
+{
+    const auto end = std::chrono::steady_clock::now() + k_longest;
+    m_blocks.clear();
+    m_fault.clear();
+    try {
+        for (int level = 0; level < k_levels; ++level)
+            m_blocks.push_back(
+                Compile(level, [&] { return isOver() || std::chrono::steady_clock::now() > end; }));
+    } catch (const std::runtime_error& error) {
+        m_blocks.clear();
+        m_fault = error.what();
+    }
+}
+
+std::string SqxViewCode::Level(int level, unsigned long version,
+                               const std::function<bool()>& isOver)
+{
+    const std::lock_guard lock(m_mutex);
+    if (m_version != version) {
+        CompileAll(isOver);
+        m_version = isOver() ? 0 : version;
+    }
+    std::vector<std::string> counts;
+    for (const Block& block : m_blocks)
+        counts.push_back(SqxJsonObject()
+                             .Add("instructions", std::to_string(block.instructions))
+                             .Add("parallelRuns", std::to_string(block.parallelRuns))
+                             .Add("locals", std::to_string(block.locals))
+                             .Whole());
+    return SqxJsonObject()
+        .Add("version", std::to_string(version))
+        .Add("level", std::to_string(level))
+        .AddText("fault", m_fault)
+        .Add("counts", SqxJsonArray(counts))
+        .AddText("text", m_blocks.empty() ? "" : m_blocks.at(level).text)
+        .Whole();
+}

@@ -1,0 +1,101 @@
+// The library tells nobody which sockets it uses, but the system does: those among the open files
+// that are connected at the server's port.
+
+#include "sqxview/SqxViewConnections.h"
+
+#include <charconv>
+#include <condition_variable>
+#include <filesystem>
+#include <mutex>
+#include <optional>
+#include <vector>
+
+// The C library's own <netinet/tcp.h> does not know of the count of bytes.
+#include <arpa/inet.h>
+#include <linux/tcp.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+
+namespace {
+
+constexpr auto k_lookStep = std::chrono::milliseconds(50);
+
+using NameOf = int (*)(int, sockaddr*, socklen_t*);
+
+/// The port at one end of a socket; nothing if it is no connected socket.
+std::optional<int> PortOf(int file, NameOf nameOf)
+{
+    sockaddr_in name = {};
+    socklen_t size = sizeof name;
+    if (nameOf(file, reinterpret_cast<sockaddr*>(&name), &size) != 0 || name.sin_family != AF_INET)
+        return std::nullopt;
+    return ntohs(name.sin_port);
+}
+
+/// What was sent to us on it; nothing where the system does not count.
+std::size_t BytesReceived(int file)
+{
+    tcp_info info = {};
+    socklen_t size = sizeof info;
+    if (getsockopt(file, IPPROTO_TCP, TCP_INFO, &info, &size) != 0)
+        return 0;
+    return static_cast<std::size_t>(info.tcpi_bytes_received);
+}
+
+/// Whoever reads from it, or writes to it from the other end, is told at once: nothing lingers.
+void End(int file)
+{
+    const linger atOnce = {1, 0};
+    setsockopt(file, SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
+    shutdown(file, SHUT_RDWR);
+}
+
+std::vector<int> OpenFiles()
+{
+    std::vector<int> files;
+    std::error_code failed;
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd", failed)) {
+        const std::string name = entry.path().filename();
+        int file = -1;
+        std::from_chars(name.data(), name.data() + name.size(), file);
+        files.push_back(file);
+    }
+    return files;
+}
+
+}  // namespace
+
+SqxViewConnections::SqxViewConnections(int port, std::chrono::milliseconds longest)
+    : m_port(port),
+      m_longest(longest),
+      m_thread([this](const std::stop_token& end) { Work(end); })
+{
+}
+
+void SqxViewConnections::Work(const std::stop_token& end)
+{
+    std::mutex mutex;
+    std::condition_variable_any never;
+    std::unique_lock lock(mutex);
+    while (!never.wait_for(lock, end, k_lookStep, [&end] { return end.stop_requested(); })) {
+        std::map<Key, Clock::time_point> seen;
+        for (const int file : OpenFiles())
+            LookAt(file, seen);
+        m_seen = std::move(seen);
+    }
+}
+
+void SqxViewConnections::LookAt(int file, std::map<Key, Clock::time_point>& seen)
+{
+    const std::optional<int> here = PortOf(file, getsockname);
+    const std::optional<int> there = PortOf(file, getpeername);
+    if (!here || !there || *here != m_port)
+        return;
+    const Key key = {file, *there};
+    const Clock::time_point now = Clock::now();
+    const auto before = m_seen.find(key);
+    const Clock::time_point since = before != m_seen.end() ? before->second : now;
+    seen.emplace(key, since);
+    if (now - since > m_longest || BytesReceived(file) > k_mostBytes)
+        End(file);
+}

@@ -1,0 +1,49 @@
+// A value that is given in a space of its own is known once the shader was about to run in a scene:
+// there it has been brought into the one that the shader computes in.
+
+#include "sqxview/SqxViewDefaults.h"
+
+#include "picture/SqxPictureScene.h"
+
+namespace {
+
+[[nodiscard]] bool IsInOwnSpace(const QxShader::Parameter& parameter)
+{
+    return !parameter.space.empty() && parameter.space != "current" && parameter.space != "rgb";
+}
+
+/// Prepares a run over one point, and lets it end at once.
+void Prepare(QxShaderInstance& instance, SqxPictureScene& scene)
+{
+    QxHostGrid grid(1, 1);
+    instance.SetStopTest([] { return true; });
+    try {
+        instance.Run(grid, scene);
+    } catch (const QxHostStopped&) {
+        return;  // the values are there by then
+    }
+}
+
+}  // namespace
+
+std::vector<std::optional<QxHostValue>>
+SqxViewDefaults(const std::shared_ptr<const QxShader>& shader, const SqxPictureSettings& settings)
+{
+    std::vector<std::optional<QxHostValue>> values = shader->Defaults();
+    const SqxShape shape(settings.shape);
+    SqxPictureScene scene(settings, shape);
+    QxShaderInstance instance(shader, scene.Spaces());
+    if (shader->Type() == QxShaderInterface::e_typeLight)
+        SqxPictureScene::PlaceLight(instance);
+    bool isPrepared = false;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const QxShader::Parameter& parameter = shader->Parameters()[i];
+        if (!values[i] || !IsInOwnSpace(parameter))
+            continue;
+        if (!isPrepared)
+            Prepare(instance, scene);
+        isPrepared = true;
+        values[i] = instance.Get(parameter.name);
+    }
+    return values;
+}

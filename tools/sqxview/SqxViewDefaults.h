@@ -1,0 +1,12 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "picture/SqxPictureSettings.h"
+
+/// The default values of a shader's parameters as a picture with these settings sees them: colors
+/// as red, green and blue, places in the camera's space, so that setting a parameter to what stands
+/// here changes nothing. None for a value that differs from point to point.
+[[nodiscard]] std::vector<std::optional<QxHostValue>>
+SqxViewDefaults(const std::shared_ptr<const QxShader>& shader, const SqxPictureSettings& settings);

@@ -1,0 +1,98 @@
+#include "sqxview/SqxViewSource.h"
+
+#include <cstdlib>
+#include <fstream>
+
+#include "compile/SqxSourceCompile.h"
+#include "picture/SqxPictureSettings.h"
+#include "sqx/SqxDump.h"
+#include "sqx/SqxReader.h"
+
+namespace {
+
+[[nodiscard]] std::string ReadFile(const std::filesystem::path& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// The shader and its listing, of a compile that went well.
+void Open(SqxViewCompiled& compiled, const std::filesystem::path& file, const std::string& name,
+          const std::vector<std::string>& folders)
+{
+    const std::string bytes = ReadFile(file);
+    SqxReader reader;
+    if (!reader.Read(bytes))
+        throw QxHostError(reader.Message());
+    compiled.listing = SqxDumpParameters(reader.Shader());
+    compiled.shader = QxShader::Read(bytes, name, folders);
+}
+
+}  // namespace
+
+SqxViewFolder::SqxViewFolder()
+{
+    std::string name = (std::filesystem::temp_directory_path() / "sqxview-XXXXXX").string();
+    if (!mkdtemp(name.data()))
+        throw SqxPictureError("Cannot make a temporary folder '" + name + "'");
+    m_path = name;
+}
+
+SqxViewFolder::~SqxViewFolder()
+{
+    std::error_code ignored;
+    std::filesystem::remove_all(m_path, ignored);
+}
+
+SqxViewSource::SqxViewSource(std::string path, SqxViewCompileOptions options)
+    : m_path(std::move(path)),
+      m_options(std::move(options)),
+      m_watch({m_path})
+{
+}
+
+/// A refused source may lack a file that is still to come: then the folders tell of it.
+void SqxViewSource::WatchFor(const SqxViewCompiled& compiled, std::set<std::string> files)
+{
+    files.insert(m_path);
+    if (!compiled.shader) {
+        const std::string parent = std::filesystem::path(m_path).parent_path();
+        files.insert(parent.empty() ? "." : parent);
+        for (const std::string& folder : m_options.folders)
+            files.insert(folder);
+    }
+    m_watch.Replace(files);
+}
+
+std::optional<SqxViewCompiled> SqxViewSource::Compile(const std::function<bool()>& isOver)
+{
+    const SqxViewFolder folder;
+    m_watch.Refresh();
+    m_isCompiled = false;
+    SqxViewCompiled compiled;
+    std::set<std::string> files;
+    bool isEnded = false;
+    try {
+        SqxSourceCompile compile(m_path, m_options.words, folder.Path());
+        compile.EndWhen([&] { return isEnded = isEnded || isOver() || m_watch.HasChanged(); });
+        const int status = compile.Run();
+        if (isEnded)
+            return std::nullopt;
+        compiled.report = compile.Messages();
+        files = compile.FilesRead();
+        if (status == 0)
+            Open(compiled, compile.Output(), m_path, m_options.folders);
+    } catch (const std::runtime_error& error) {
+        compiled.report += std::string(error.what()) + "\n";
+    }
+    compiled.excerpts =
+        SqxViewExcerptsOf(compiled.report, [&](const std::string& file, auto& text) {
+            if (!files.contains(file))
+                return false;
+            text = ReadFile(file);
+            return true;
+        });
+    WatchFor(compiled, std::move(files));
+    m_isCompiled = true;
+    return compiled;
+}

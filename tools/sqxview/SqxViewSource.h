@@ -1,0 +1,61 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/QxShader.h"
+#include "sqxview/SqxViewReport.h"
+#include "sqxview/SqxViewWatch.h"
+
+/// What a compile of a source came to.
+struct SqxViewCompiled {
+    std::shared_ptr<const QxShader> shader;  // none: the source was refused
+    std::string report;                      // what the compiler said, warnings too
+    std::vector<SqxViewExcerpt> excerpts;    // the places of the report
+    std::string listing;                     // of the parameters
+};
+
+/// How sources are compiled: as sqxshade does it, or at another level.
+struct SqxViewCompileOptions {
+    std::vector<std::string> words;    // for the compiler
+    std::vector<std::string> folders;  // for shadeop libraries
+};
+
+/// A scratch folder below the one for temporary files, gone with the object.
+class SqxViewFolder {
+public:
+    /// Throws `SqxPictureError`.
+    SqxViewFolder();
+    ~SqxViewFolder();
+    SqxViewFolder(const SqxViewFolder&) = delete;
+    SqxViewFolder& operator=(const SqxViewFolder&) = delete;
+    [[nodiscard]] const std::filesystem::path& Path() const { return m_path; }
+
+private:
+    std::filesystem::path m_path;
+};
+
+/// A source that is compiled again once it, or a file that it includes, changes.
+class SqxViewSource {
+public:
+    SqxViewSource(std::string path, SqxViewCompileOptions options);
+
+    [[nodiscard]] const std::string& Path() const { return m_path; }
+    /// True before the first compile, and if the last one has seen older files.
+    [[nodiscard]] bool HasChanged() const { return !m_isCompiled || m_watch.HasChanged(); }
+    /// Nothing if the compile was ended: because `isOver` said so, or since the files have changed
+    /// in the meantime.
+    [[nodiscard]] std::optional<SqxViewCompiled> Compile(const std::function<bool()>& isOver);
+
+private:
+    void WatchFor(const SqxViewCompiled& compiled, std::set<std::string> files);
+
+    std::string m_path;
+    SqxViewCompileOptions m_options;
+    SqxViewWatch m_watch;
+    bool m_isCompiled = false;
+};

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "sqxshade/SqxShadeOptions.h"
+#include "sqxview/SqxViewPainter.h"
+#include "sqxview/SqxViewSource.h"
+
+/// A shader as pages show it.
+struct SqxViewShader {
+    bool isCompiled = false;                           // once
+    SqxViewCompiled compiled;                          // what became of its source the last time
+    std::shared_ptr<const QxShader> good;              // the last one that compiled
+    std::string listing;                               // of that one's parameters
+    std::vector<std::optional<QxHostValue>> defaults;  // of that one's parameters
+    std::string hint;                                  // values that had to go, one a line
+    unsigned long version = 0;                         // counts compiles
+};
+
+/// All that pages show but for pictures and code.
+struct SqxViewState {
+    unsigned long version = 1;  // counts changes
+    SqxShadeOptions shade;      // the shaders with the values that are set, and the settings
+    std::vector<SqxViewShader> shaders;
+    SqxViewPainting painting;
+    unsigned long pictureNumber = 0;  // counts pictures, coarse ones too; 0: none yet
+    std::chrono::seconds timeLimit = {};
+};
+
+/// As JSON.
+[[nodiscard]] std::string SqxViewStateText(const SqxViewState& state);

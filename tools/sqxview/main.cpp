@@ -1,0 +1,69 @@
+// Shows shaders in a browser while they are written.
+
+#include <csignal>
+#include <filesystem>
+#include <iostream>
+#include <thread>
+
+#include "process/SqxProcess.h"
+#include "sqxview/SqxViewProgram.h"
+#include "sqxview/SqxViewServer.h"
+
+namespace {
+
+/// Signals that end the program. All threads that begin later leave them to the one that waits.
+sigset_t HoldEndSignals()
+{
+    sigset_t signals;
+    sigemptyset(&signals);
+    for (const int number : {SIGINT, SIGTERM, SIGHUP})
+        sigaddset(&signals, number);
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    return signals;
+}
+
+/// Some browsers stay as long as their window does, so nobody waits for them.
+void OpenBrowser(const std::string& address)
+{
+    std::thread([address] {
+        if (SqxRunCommand({{"xdg-open", address}, {}, {}, {}}) != 0)
+            std::cerr << "sqxview: No browser could be opened\n";
+    }).detach();
+}
+
+int View(const SqxViewOptions& options)
+{
+    for (const SqxShadeOptions::Shader& shader : options.shade.shaders)
+        if (!std::filesystem::exists(shader.path))
+            throw std::runtime_error("There is no shader '" + shader.path + "'");
+    const sigset_t signals = HoldEndSignals();
+    SqxViewSession session(options);
+    const SqxViewServer server(session, options.port);
+    std::cout << "The page is at " << server.Address() << "; Ctrl-C ends it" << std::endl;
+    if (options.open)
+        OpenBrowser(server.Address());
+    int signal = 0;
+    sigwait(&signals, &signal);
+    return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    try {
+        const SqxViewOptions options =
+            SqxReadViewOptions({argv + 1, static_cast<std::size_t>(argc - 1)});
+        if (options.help) {
+            std::cout << SqxHelpText(SqxViewProgram()) << std::flush;
+            return std::cout ? 0 : 1;
+        }
+        return View(options);
+    } catch (const SqxViewUsageError& error) {
+        std::cerr << "sqxview: " << error.what() << '\n';
+        return 2;
+    } catch (const std::exception& error) {
+        std::cerr << "sqxview: " << error.what() << '\n';
+        return 1;
+    }
+}
