@@ -5,8 +5,7 @@
 
 #include "compile/SqxSourceCompile.h"
 #include "picture/SqxPictureSettings.h"
-#include "sqx/SqxDump.h"
-#include "sqx/SqxReader.h"
+#include "sqxdump/SqxListing.h"
 
 namespace {
 
@@ -21,10 +20,8 @@ void Open(SqxViewCompiled& compiled, const std::filesystem::path& file, const st
           const std::vector<std::string>& folders)
 {
     const std::string bytes = ReadFile(file);
-    SqxReader reader;
-    if (!reader.Read(bytes))
-        throw QxHostError(reader.Message());
-    compiled.listing = SqxDumpParameters(reader.Shader());
+    compiled.listing =
+        SqxListingText({name, file.stem().string(), SqxByteCodeFacts(bytes, name, folders)}, {});
     compiled.shader = QxShader::Read(bytes, name, folders);
 }
 
