@@ -10,8 +10,10 @@
 // it (so that it would have run), and if nobody in the loop wants the value from before. What stood
 // in a parallel run gets a run of its own in front of the head.
 //
-// One deviation from the book: what moves is placed in front of the label of the head, and no block
-// is made for it; a loop that is also entered by a jump from elsewhere keeps all.
+// Ours departs from the book in two ways. What moves is placed in front of the label of the head,
+// and no block is made for it; a loop that is also entered by a jump from elsewhere keeps all. And
+// what the loops write and read is collected once for all of them, sorted by variable and by the
+// place of the loop, since loops inside each other would otherwise cost their depth.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcCodeMotion, ...).
 
@@ -88,24 +90,22 @@ int FlagInvertedInPlace(const SlcPtr<SlcICode>& code)
 SlcCodeMotion::SlcCodeMotion(const SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis)
     : m_graph(graph),
       m_analysis(analysis),
-      m_dominators(graph)
+      m_dominators(graph),
+      m_nest(graph, m_dominators)
 {
 }
 
 bool SlcCodeMotion::OptimizeLoops(SlcListICode& list)
 {
-    for (const auto& block : m_graph.Blocks()) {
-        const auto latches = LatchesOf(block.GetBlockId());
-        if (latches.empty())
-            continue;
+    if (m_nest.Loops().empty())
+        return false;
+    CollectFacts();
+    for (const Loop& loop : m_nest.Loops()) {
         // Every loop is looked at, since any may be without an exit.
-        Loop loop = BuildLoop(block.GetBlockId(), latches);
-        if (loop.exits.empty())
+        if (loop.lastBeforeExits < 0)
             WarnOfInfiniteLoop();
-        if (!IsEnteredFromFront(loop.head))
-            continue;
-        CollectFacts(loop);
-        MoveOutOf(loop);
+        if (IsEnteredFromFront(loop.head))
+            MoveOutOf(loop);
     }
     if (m_hasMoved.empty())
         return false;
@@ -121,20 +121,6 @@ bool SlcCodeMotion::OptimizeLoops(SlcListICode& list)
     return true;
 }
 
-std::vector<int> SlcCodeMotion::LatchesOf(int head) const
-{
-    std::vector<int> latches;
-    for (const int predecessor : m_graph.Blocks()[head].GetPredBlocks())
-        if (predecessor >= head)
-            latches.push_back(predecessor);
-    // Only a loop that is entered by its head alone has a place in front of it.
-    const bool isLoop = std::all_of(latches.begin(), latches.end(),
-                                    [&](int latch) { return m_dominators.Dominates(head, latch); });
-    if (!isLoop)
-        return {};
-    return latches;
-}
-
 // A jump from elsewhere would pass by what stands in front of the head.
 bool SlcCodeMotion::IsEnteredFromFront(int head) const
 {
@@ -144,114 +130,144 @@ bool SlcCodeMotion::IsEnteredFromFront(int head) const
     });
 }
 
-SlcCodeMotion::Loop SlcCodeMotion::BuildLoop(int head, const std::vector<int>& latches)
+void SlcCodeMotion::CollectFacts()
 {
-    Loop loop;
-    loop.head = head;
-    std::unordered_set<int> members = {head};
-    std::vector<int> pending;
-    const auto enter = [&](int block) {
-        if (members.insert(block).second)
-            pending.push_back(block);
-    };
-    for (const int latch : latches)
-        enter(latch);
-    while (!pending.empty()) {
-        const int block = pending.back();
-        pending.pop_back();
-        for (const int predecessor : m_graph.Blocks()[block].GetPredBlocks())
-            enter(predecessor);
-    }
-    loop.blocks.assign(members.begin(), members.end());
-    std::sort(loop.blocks.begin(), loop.blocks.end());
-    for (const int block : loop.blocks) {
-        const auto& successors = m_graph.Blocks()[block].GetNextBlocks();
-        if (std::any_of(successors.begin(), successors.end(),
-                        [&](int next) { return members.count(next) == 0; }))
-            loop.exits.push_back(block);
-    }
-    return loop;
-}
-
-void SlcCodeMotion::CollectFacts(Loop& loop)
-{
-    SlcDefUse& defUse = m_analysis.DefUse();
-    OperandFacts facts;
-    std::vector<int> defs;
-    for (const int block : loop.blocks) {
-        for (const auto& code : m_graph.Blocks()[block].GetListICode()) {
-            defUse.Compute(code);
-            for (const int used : defUse.Uses()) {
-                auto& users = loop.usingBlocks[used];
-                if (users.empty() || users.back() != block)
-                    users.push_back(block);
-            }
-            defs.assign(defUse.Defs().begin(), defUse.Defs().end());
-            std::sort(defs.begin(), defs.end());
-            defs.erase(std::unique(defs.begin(), defs.end()), defs.end());
-            for (const int defined : defs)
-                ++loop.writes[defined];
-            if (const int flag = FlagInvertedInPlace(code); flag >= 0)
-                ++loop.writes[flag];
-            facts.Collect(code);
-            loop.untracked.insert(facts.m_untrackedWrites.begin(), facts.m_untrackedWrites.end());
-        }
-    }
-}
-
-void SlcCodeMotion::MoveOutOf(const Loop& loop)
-{
-    m_movedVariables.clear();
     bool inParallelRun = false;
-    for (const int block : loop.blocks) {
-        const auto& codes = m_graph.Blocks()[block].GetListICode();
-        for (std::size_t place = 0; place < codes.size(); ++place) {
-            const auto& code = codes[place];
+    OperandFacts facts;
+    m_candidates.resize(m_graph.Blocks().size());
+    for (const auto& block : m_graph.Blocks()) {
+        const int id = block.GetBlockId();
+        const int place = m_nest.PlaceOf(id);
+        if (place == SlcLoopNest::k_none)
+            continue;
+        for (const auto& code : block.GetListICode()) {
             // A run is straight-line code or guards, and so begins and ends inside the loop.
             if (Is<SlcBeginParallelICode>(code))
                 inParallelRun = true;
             else if (Is<SlcEndParallelICode>(code))
                 inParallelRun = false;
-            if (!CanMove(loop, block, place))
-                continue;
-            m_movedVariables.insert(m_analysis.DefUse().Defs().front());
-            m_moved[loop.head].push_back({code, inParallelRun});
-            m_hasMoved.insert(&*code);
+            facts.Collect(code);
+            for (const SlcLexType* written : facts.m_untrackedWrites)
+                m_untrackedWrites.emplace_back(written, place);
+            CollectFactsOf(code, id, place);
+            if (!facts.m_touchesArray && facts.m_untrackedWrites.empty() &&
+                code->Is(SlcICodeTraits::MovesFromLoops))
+                m_candidates[id].push_back(
+                    {code, inParallelRun, SlcLoopNest::k_none, SlcLoopNest::k_none, -1});
+        }
+    }
+    std::sort(m_writes.begin(), m_writes.end());
+    std::sort(m_untrackedWrites.begin(), m_untrackedWrites.end());
+    std::sort(m_users.begin(), m_users.end());
+    FindLimits();
+}
+
+void SlcCodeMotion::FindLimits()
+{
+    SlcDefUse& defUse = m_analysis.DefUse();
+    for (int block = 0; block < static_cast<int>(m_candidates.size()); ++block) {
+        for (Candidate& candidate : m_candidates[block]) {
+            defUse.Compute(candidate.code);
+            for (const int defined : defUse.Defs())
+                candidate.staysIn =
+                    std::max(candidate.staysIn, InnermostWriting(block, defined, true));
+            for (const int used : defUse.Uses()) {
+                const int place = InnermostWriting(block, used, false);
+                if (place <= candidate.waitsIn)
+                    continue;
+                candidate.waitsIn = place;
+                candidate.waitsFor = used;
+            }
         }
     }
 }
 
-// Leaves the reads and writes of the instruction in `DefUse` of the analysis.
-bool SlcCodeMotion::CanMove(const Loop& loop, int block, std::size_t place)
+// Of all writes, that loop holds one of the two next to the block in the order of the places.
+int SlcCodeMotion::InnermostWriting(int block, int variable, bool isOwn) const
 {
-    const auto& code = m_graph.Blocks()[block].GetListICode()[place];
-    if (!code->Is(SlcICodeTraits::MovesFromLoops) || m_hasMoved.count(&*code) != 0)
+    const std::pair here(variable, m_nest.PlaceOf(block));
+    const auto own = std::lower_bound(m_writes.begin(), m_writes.end(), here);
+    const auto next = isOwn ? own + 1 : own;
+    int innermost = SlcLoopNest::k_none;
+    if (own != m_writes.begin() && std::prev(own)->first == variable)
+        innermost = m_nest.CommonPlace(block, std::prev(own)->second);
+    if (next != m_writes.end() && next->first == variable)
+        innermost = std::max(innermost, m_nest.CommonPlace(block, next->second));
+    return innermost;
+}
+
+void SlcCodeMotion::CollectFactsOf(const SlcPtr<SlcICode>& code, int block, int place)
+{
+    SlcDefUse& defUse = m_analysis.DefUse();
+    defUse.Compute(code);
+    for (const int used : defUse.Uses())
+        m_users.push_back({used, place, block});
+    std::vector<int> defs(defUse.Defs().begin(), defUse.Defs().end());
+    std::sort(defs.begin(), defs.end());
+    defs.erase(std::unique(defs.begin(), defs.end()), defs.end());
+    for (const int defined : defs)
+        m_writes.emplace_back(defined, place);
+    if (const int flag = FlagInvertedInPlace(code); flag >= 0)
+        m_writes.emplace_back(flag, place);
+}
+
+// A loop may be left before its body runs: then nothing of the body may have happened.
+void SlcCodeMotion::MoveOutOf(const Loop& loop)
+{
+    m_movedVariables.clear();
+    for (const int block : m_nest.BlocksThatAlwaysRun(loop)) {
+        for (const Candidate& candidate : m_candidates[block]) {
+            if (IsHeld(loop, candidate) || !CanMove(loop, block, candidate.code))
+                continue;
+            m_movedVariables.insert(m_analysis.DefUse().Defs().front());
+            m_movedSomewhere.insert(m_analysis.DefUse().Defs().front());
+            m_moved[loop.head].push_back(candidate);
+            m_hasMoved.insert(&*candidate.code);
+        }
+    }
+}
+
+// Of the loops around it, those on the way to the place where it stays or waits.
+bool SlcCodeMotion::IsHeld(const Loop& loop, const Candidate& candidate) const
+{
+    return loop.place <= candidate.staysIn ||
+           (loop.place <= candidate.waitsIn && m_movedSomewhere.count(candidate.waitsFor) == 0);
+}
+
+// Leaves the reads and writes of the instruction in `DefUse` of the analysis.
+bool SlcCodeMotion::CanMove(const Loop& loop, int block, const SlcPtr<SlcICode>& code)
+{
+    if (m_hasMoved.count(&*code) != 0)
         return false;
     OperandFacts facts;
     facts.Collect(code);
-    const bool readsWrittenUntracked =
-        std::any_of(facts.m_untrackedReads.begin(), facts.m_untrackedReads.end(),
-                    [&](const SlcLexType* read) { return loop.untracked.count(read) != 0; });
-    if (facts.m_touchesArray || !facts.m_untrackedWrites.empty() || readsWrittenUntracked)
-        return false;
-    // A loop may be left before its body runs: then nothing of the body may have happened.
-    const bool alwaysRuns = std::all_of(loop.exits.begin(), loop.exits.end(), [&](int exit) {
-        return m_dominators.Dominates(block, exit);
-    });
-    if (!alwaysRuns)
+    if (std::any_of(
+            facts.m_untrackedReads.begin(), facts.m_untrackedReads.end(),
+            [&](const SlcLexType* read) { return WritesIn(loop, m_untrackedWrites, read) != 0; }))
         return false;
     m_analysis.DefUse().Compute(code);
     const auto defs = m_analysis.DefUse().Defs();
-    if (defs.size() != 1 || loop.writes.at(defs.front()) != 1 || !OperandsAreInvariant(loop))
+    if (defs.size() != 1 || WritesIn(loop, m_writes, defs.front()) != 1 ||
+        !OperandsAreInvariant(loop))
         return false;
     return ReachesAllUses(loop, block, defs.front());
+}
+
+template <class Variable>
+std::size_t SlcCodeMotion::WritesIn(const Loop& loop, const Writes<Variable>& writes,
+                                    Variable variable)
+{
+    const auto place = [&](int at) {
+        return std::lower_bound(writes.begin(), writes.end(), std::pair(variable, at));
+    };
+    return static_cast<std::size_t>(place(loop.end) - place(loop.place));
 }
 
 bool SlcCodeMotion::OperandsAreInvariant(const Loop& loop)
 {
     const auto uses = m_analysis.DefUse().Uses();
     return std::all_of(uses.begin(), uses.end(), [&](int used) {
-        return loop.writes.count(used) == 0 || m_movedVariables.count(used) != 0;
+        return WritesIn(loop, m_writes, used) == 0 || m_movedVariables.count(used) != 0;
     });
 }
 
@@ -262,10 +278,11 @@ bool SlcCodeMotion::ReachesAllUses(const Loop& loop, int block, int variable) co
 {
     if (m_analysis.IsLiveIn(loop.head, variable) || m_analysis.IsLiveIn(block, variable))
         return false;
-    const auto users = loop.usingBlocks.find(variable);
-    return users == loop.usingBlocks.end() ||
-           std::all_of(users->second.begin(), users->second.end(),
-                       [&](int user) { return m_dominators.Dominates(block, user); });
+    const auto from = [&](int place) {
+        return std::lower_bound(m_users.begin(), m_users.end(), User{variable, place, 0});
+    };
+    return std::all_of(from(loop.place), from(loop.end),
+                       [&](const User& user) { return m_dominators.Dominates(block, user.block); });
 }
 
 std::deque<SlcPtr<SlcICode>> SlcCodeMotion::InFrontOf(int head) const
@@ -283,7 +300,7 @@ std::deque<SlcPtr<SlcICode>> SlcCodeMotion::InFrontOf(int head) const
         openRun = nullptr;
         uniforms = {};
     };
-    for (const Moved& entry : moved->second) {
+    for (const Candidate& entry : moved->second) {
         SlcUniformAccess own;
         own.Add(entry.code, {});  // what touches an array stays in the loop
         if (!entry.inParallelRun || !uniforms.MayJoin(own))

@@ -2,17 +2,19 @@
 
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "optimizer/SlcDataflowAnalysis.h"
 #include "optimizer/SlcDominators.h"
+#include "optimizer/SlcLoopNest.h"
 
 /// Moves computations that do not depend on a loop in front of it. Only plain computations move:
 /// calls, texture and light instructions, flag operations and control stay.
 ///
 /// A natural loop is found from the jumps back to its head. What moves runs once, in front of the
-/// head's label, so that the jumps back pass it by. Each loop costs its size, so that nested
-/// loops cost their depth.
+/// head's label, so that the jumps back pass it by. Each loop costs the part of it that always
+/// runs, with a logarithm, so that nested loops do not cost their depth.
 class SlcCodeMotion {
 public:
     /// Both belong to the list that is to be optimized, and must outlive the pass.
@@ -23,30 +25,42 @@ public:
     [[nodiscard]] bool OptimizeLoops(SlcListICode& list);
 
 private:
-    /// A loop with its facts.
-    struct Loop {
-        int head = 0;
-        std::vector<int> blocks;              // in code order
-        std::vector<int> exits;               // blocks with a successor outside
-        std::unordered_map<int, int> writes;  // by variable, how many instructions write it
-        std::unordered_map<int, std::vector<int>> usingBlocks;  // by variable
-        std::unordered_set<const SlcLexType*> untracked;        // written, though no set follows it
-    };
-    /// An instruction that leaves its loop.
-    struct Moved {
+    using Loop = SlcLoopNest::Loop;
+    /// An instruction that may move as far as it alone can tell. It is not looked at for each loop
+    /// around it: most have an operand that the innermost changes, and so leave none.
+    struct Candidate {
         SlcPtr<SlcICode> code;
         bool inParallelRun;
+        int staysIn;   // place of the innermost loop that writes its variable elsewhere too
+        int waitsIn;   // of the innermost loop that writes one of its operands
+        int waitsFor;  // that operand, which may leave that loop before it
     };
+    /// A block that reads a variable, by the place of its innermost loop.
+    struct User {
+        int variable;
+        int place;
+        int block;
+        auto operator<=>(const User&) const = default;
+    };
+    /// By what is written, the place of the innermost loop around an instruction that writes it.
+    template <class Variable>
+    using Writes = std::vector<std::pair<Variable, int>>;
 
-    /// The blocks that jump back to `head`, which leads a loop; empty for any other block.
-    [[nodiscard]] std::vector<int> LatchesOf(int head) const;
     /// The loop has a place in front of it.
     [[nodiscard]] bool IsEnteredFromFront(int head) const;
-    /// Without the facts on its variables.
-    [[nodiscard]] Loop BuildLoop(int head, const std::vector<int>& latches);
-    void CollectFacts(Loop& loop);
+    void CollectFacts();
+    void FindLimits();
+    /// The place of the innermost loop around `block` with a write of `variable`, but for one
+    /// directly in the innermost if `isOwn`.
+    [[nodiscard]] int InnermostWriting(int block, int variable, bool isOwn) const;
+    void CollectFactsOf(const SlcPtr<SlcICode>& code, int block, int place);
     void MoveOutOf(const Loop& loop);
-    [[nodiscard]] bool CanMove(const Loop& loop, int block, std::size_t place);
+    [[nodiscard]] bool IsHeld(const Loop& loop, const Candidate& candidate) const;
+    [[nodiscard]] bool CanMove(const Loop& loop, int block, const SlcPtr<SlcICode>& code);
+    /// How many instructions of the loop write the variable.
+    template <class Variable>
+    [[nodiscard]] static std::size_t WritesIn(const Loop& loop, const Writes<Variable>& writes,
+                                              Variable variable);
     [[nodiscard]] bool OperandsAreInvariant(const Loop& loop);
     [[nodiscard]] bool ReachesAllUses(const Loop& loop, int block, int variable) const;
     [[nodiscard]] std::deque<SlcPtr<SlcICode>> InFrontOf(int head) const;
@@ -55,7 +69,14 @@ private:
     const SlcControlFlowGraph& m_graph;
     SlcDataflowAnalysis& m_analysis;
     SlcDominators m_dominators;
-    std::unordered_map<int, std::vector<Moved>> m_moved;  // by the head in front of which they go
+    SlcLoopNest m_nest;
+    Writes<int> m_writes;                         // sorted, as are the next two
+    Writes<const SlcLexType*> m_untrackedWrites;  // of what no set follows
+    std::vector<User> m_users;
+    std::vector<std::vector<Candidate>> m_candidates;  // by block
+    std::unordered_map<int, std::vector<Candidate>>
+        m_moved;  // by the head in front of which they go
     std::unordered_set<const SlcICode*> m_hasMoved;
     std::unordered_set<int> m_movedVariables;  // written by what has left the loop at hand
+    std::unordered_set<int> m_movedSomewhere;  // and any loop
 };

@@ -52,7 +52,7 @@ void SlcDominators::OrderBlocks(const SlcControlFlowGraph& graph)
         m_place[m_forwardOrder[place]] = static_cast<int>(place);
 }
 
-int SlcDominators::Intersect(int first, int second) const
+int SlcDominators::NearestCommon(int first, int second) const
 {
     while (first != second) {
         while (m_place[first] > m_place[second])
@@ -74,7 +74,7 @@ void SlcDominators::FindImmediateDominators(const SlcControlFlowGraph& graph)
             int dominator = -1;
             for (const int predecessor : graph.Blocks()[block].GetPredBlocks())
                 if (m_immediate[predecessor] >= 0)
-                    dominator = dominator < 0 ? predecessor : Intersect(dominator, predecessor);
+                    dominator = dominator < 0 ? predecessor : NearestCommon(dominator, predecessor);
             changed |= m_immediate[block] != dominator;
             m_immediate[block] = dominator;
         }
