@@ -11,13 +11,8 @@ trap 'rm -rf "$scratch"' EXIT
 cd "$scratch"
 export SLC_CC_OPTIONS=-O0
 
-# The block of C++ in $1 that holds the text $2.
-block() {
-    awk -v text="$2" '
-        /^```cpp$/ { inside = 1; block = ""; next }
-        /^```$/ && inside { inside = 0; if (index(block, text)) { printf "%s", block; exit } next }
-        inside { block = block $0 "\n" }' "$1"
-}
+# shellcheck source=tests/embedding/programs.sh
+. "$root/tests/embedding/programs.sh"
 
 compile_program() {
     c++ -std=c++20 -Wall -Wextra -Werror "$1.cpp" -o "$1" -I"$root/runtime" \
@@ -39,7 +34,7 @@ for source in "$root"/examples/{matte,spotlight}.sl; do
     compile_shader object --dso "$source"
 done
 
-block "$root/docs/embedding.md" '// patch.cpp' >patch.cpp
+patch_program "$root/docs/embedding.md" >patch.cpp
 compile_program patch
 expected=$(./patch code/matte.sqx code/spotlight.sqx)
 for kinds in 'code object' 'object code' 'object object'; do
@@ -67,14 +62,7 @@ for kind in code object; do
     expect "$(./points $kind/constant.sqx)" 1 "docs/embedding.md, points, $kind"
 done
 
-# The example of the README leaves out what stands around it.
-{
-    echo '#include <iostream>'
-    block "$root/README.md" '#include "host/QxHost.h"' | sed '/^#include/!d'
-    echo 'int main() {'
-    block "$root/README.md" '#include "host/QxHost.h"' | sed '/^#include/d'
-    echo 'for (const QxRGBColor& c : colors) std::cout << c.r << " " << c.g << " " << c.b << "\n"; }'
-} >readme.cpp
+readme_program "$root/README.md" >readme.cpp
 compile_program readme
 cat >plastic.sl <<'SHADER'
 surface plastic(float Kd = 1; color specularcolor = 1)

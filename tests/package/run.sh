@@ -8,14 +8,22 @@ build=$(cd "$1" && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS SLC_CC_INCLUDE CMAKE_GENERATOR
+# shellcheck source=tests/embedding/programs.sh
+. "$here/../embedding/programs.sh"
 cd "$scratch"
 
+fail() {
+    echo "$*"
+    exit 1
+}
 quietly() {
     "$@" >log 2>&1 || {
         cat log
-        echo "Failed: $*"
-        exit 1
+        fail "Failed: $*"
     }
+}
+expect() {
+    [ "$1" = "$2" ] || fail "$3: expected '$2', but got '$1'"
 }
 
 generators=TGZ
@@ -25,44 +33,84 @@ mkdir 'a root'
 if [ -n "$(find packages -name '*.deb')" ]; then
     quietly dpkg-deb -x packages/*.deb 'a root'
     prefix="$scratch/a root/usr"
-    dpkg-deb -f packages/*.deb Depends | grep -q 'libc6' || { echo 'The package needs no libc6'; exit 1; }
+    dpkg-deb -f packages/*.deb Depends | grep -q 'libc6' || fail 'The package needs no libc6'
 else
     quietly tar -xzf packages/*.tar.gz -C 'a root' --strip-components 1
     prefix="$scratch/a root"
 fi
-[ -n "$(find packages -name '*.tar.gz')" ] || { echo 'There is no archive'; exit 1; }
+[ -n "$(find packages -name '*.tar.gz')" ] || fail 'There is no archive'
 
-# The programs, from a folder of their own, on an installed example.
+# Each program has its manual page and its completion; documents, editor files and examples are
+# there.
+share="$prefix/share"
+for program in "$prefix"/bin/*; do
+    name=$(basename "$program")
+    [ -n "$(find "$share/man/man1" -name "$name.1*")" ] || fail "$name has no manual page"
+    [ -s "$share/bash-completion/completions/$name" ] || fail "$name has no completion"
+done
+for file in doc/shaderqx/README.md doc/shaderqx/embedding.md doc/shaderqx/listing.md \
+    shaderqx/editors shaderqx/examples/shadeops/patterns.c; do
+    [ -e "$share/$file" ] || fail "$file is not in the package"
+done
+
+# The programs, from a folder of their own, on installed examples.
 mkdir elsewhere
-(cd elsewhere && PATH=$prefix/bin:$PATH && quietly shaderqx "$prefix/share/shaderqx/examples/matte.sl" &&
-    quietly sqxdump matte.sqx)
+(
+    cd elsewhere
+    PATH=$prefix/bin:$PATH
+    quietly shaderqx "$share/shaderqx/examples/matte.sl"
+    quietly shaderqx "$share/shaderqx/examples/spotlight.sl"
+    quietly sqxdump --json matte.sqx spotlight.sqx
+)
 
-# The CMake package, in a project that knows nothing else; with ninja and with make, as far as they
-# are here.
+# The CMake package, in a project that knows nothing else, with the programs that the installed
+# documents show; with ninja and with make, as far as they are here.
 cp -r "$here/project" project
+pages="$share/doc/shaderqx"
+patch_program "$pages/embedding.md" >project/patch.cpp
+readme_program "$pages/README.md" >project/readme.cpp
 expected='0.25 0.25 0.25'
+patch_prints=$(patch_output "$pages/embedding.md")
+try_patch() {
+    expect "$("$1" elsewhere/matte.sqx elsewhere/spotlight.sqx)" "$patch_prints" "$1"
+}
+rebuilds() {
+    quietly cmake --build "$1"
+    expect "$(sed -n "s|.*Compiling shader .*/||p" log | sort -u | xargs)" "$2" "$3"
+}
 try_generator() {
-    quietly cmake -S project -B "built $1" -G "$2" -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_BUILD_TYPE=Release
-    quietly cmake --build "built $1"
-    [ -s "built $1/shaders/chalk.sqx" ] && [ -s "built $1/shaders/tinted.sqx" ]
-    [ "$(cat "built $1/folder.txt")" = "$scratch/built $1/shaders" ]
-    [ "$("built $1/host" "built $1/built/chalk.sqx")" = "$expected" ]
-    # A header touched: the shaders are made anew; nothing touched: nothing is.
+    local tree="built $1"
+    quietly cmake -S project -B "$tree" -G "$2" -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_BUILD_TYPE=Release
+    quietly cmake --build "$tree"
+    [ -s "$tree/shaders/chalk.sqx" ] && [ -s "$tree/shaders/tinted.sqx" ]
+    expect "$(cat "$tree/folder.txt")" "$scratch/$tree/shaders" "$2, folder of the shaders"
+    expect "$("$tree/host" "$tree/built/chalk.sqx")" "$expected" "$2, a shader of the build"
+    try_patch "$tree/patch"
+    [ -x "$tree/readme" ]
+
+    rebuilds "$tree" '' "$2, without a change"
     sleep 0.01
     touch 'project/in clude/gain.h'
-    quietly cmake --build "built $1"
-    grep -q 'Compiling shader' log || { echo "$2 does not follow the header"; exit 1; }
-    quietly cmake --build "built $1"
-    ! grep -q 'Compiling shader' log || { echo "$2 compiles without need"; exit 1; }
+    rebuilds "$tree" 'chalk.sl two words.sl' "$2, behind a header"
+    rebuilds "$tree" '' "$2, again without a change"
+    sleep 0.01
+    sed -i 's/1 - /2 - /' project/twist.c
+    rebuilds "$tree" twisted.sl "$2, behind a shadeop library"
+    expect "$("$prefix/bin/sqxdump" -I "$tree/shade ops" --param amount "$tree/twisted/twisted.sqx" |
+        awk '/amount/ { print $NF }')" 1.75 "$2, a value by a shadeop"
+    sed -i 's/2 - /1 - /' project/twist.c
 }
 command -v ninja >/dev/null && try_generator ninja Ninja
 command -v make >/dev/null && try_generator make 'Unix Makefiles'
 
 if command -v pkg-config >/dev/null; then
-    export PKG_CONFIG_PATH="$prefix/lib/pkgconfig"
-    # pkg-config escapes the blanks of the path for the shell.
-    quietly eval "c++ -std=c++20 project/host.cpp -o host $(pkg-config --cflags --libs shaderqx)"
-    "$prefix/bin/shaderqx" --dso '-Iproject/in clude' project/chalk.sl >log 2>&1 ||
-        (cd project && quietly "$prefix/bin/sqxmake" --dso '-Iin clude' -o .. chalk.sl)
-    [ "$(./host ./chalk.sqx)" = "$expected" ]
+    PKG_CONFIG_PATH="$(dirname "$(find "$prefix" -name shaderqx.pc)")"
+    export PKG_CONFIG_PATH
+    for program in host patch; do
+        # pkg-config escapes the blanks of the path for the shell.
+        quietly eval "c++ -std=c++20 project/$program.cpp -o $program $(pkg-config --cflags --libs shaderqx)"
+    done
+    try_patch ./patch
+    quietly "$prefix/bin/sqxmake" --dso '-Iproject/in clude' -o objects project/chalk.sl
+    expect "$(./host objects/chalk.sqx)" "$expected" pkg-config
 fi

@@ -1,0 +1,5 @@
+surface twisted(float amount = twist(0.25))
+{
+    Ci = amount * Cs;
+    Oi = Os;
+}
