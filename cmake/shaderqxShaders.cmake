@@ -6,7 +6,9 @@
 # SHADERQX_OUTPUT_DIRECTORY tells it. With DSO the shaders become shared objects. The options are
 # those of the compiler.
 #
-# A source is compiled again when it, a file that it includes, the options or the compiler change.
+# A source is compiled again when it, a file that it includes, a shadeop library that it calls into,
+# the options or the compiler change. A library that the same project builds must be there first:
+# add_dependencies(TARGET LIBRARY).
 # What the rule makes is a stamp, since only the compiler learns the name of the shader.
 function(shaderqx_add_shaders target)
     cmake_parse_arguments(PARSE_ARGV 1 arg "DSO" "OUTPUT_DIRECTORY" "INCLUDE_DIRECTORIES;OPTIONS")

@@ -276,6 +276,8 @@ void ReadEnvironment(SlcCommandLine& line)
     const char* ccCommand = std::getenv("SLC_CC_COMMAND");
     line.m_preprocessCommand = preprocessCommand ? preprocessCommand : DefaultPreprocessCommand();
     line.m_ccCommand = ccCommand ? ccCommand : DefaultCCCommand();
+    if (const char* librariesFile = std::getenv("SLC_SHADEOP_LIBRARIES"))
+        line.m_librariesFile = librariesFile;
     if (!preprocessCommand)
         SevereWarning(k_programName, "'SLC_CPP_COMMAND' environment variable dosen't seems to "
                                      "exist. Will use '" +

@@ -15,6 +15,7 @@ struct SlcCommandLine {
     std::string m_preprocessorOptions;  // every -I and -D as given, each followed by a blank
     std::string m_preprocessCommand;    // for the shell
     std::string m_ccCommand;            // for the shell
+    std::string m_librariesFile;        // for the paths of shadeop libraries; empty: not wanted
     bool m_runCompile = true;
     bool m_runCCBuild = true;  // only after the C++ back end
     bool m_keepPreprocessedFile = false;

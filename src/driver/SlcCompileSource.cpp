@@ -7,16 +7,20 @@
 #include "driver/SlcCompileSource.h"
 
 #include <cstdio>
+#include <fstream>
 #include <iostream>
 #include <memory>
+#include <set>
 #include <string>
 #include <unistd.h>
 
+#include "driver/SlcProgramName.h"
 #include "frontend/SlcParseCode.h"
 #include "icode/SlcInterForm.h"
 #include "semantics/SlcDeleteTree.h"
 #include "semantics/SlcSemantics.h"
 #include "support/SlcDiagnostics.h"
+#include "symbols/SlcFuncDSOSymbolEntry.h"
 
 namespace {
 
@@ -33,6 +37,32 @@ using File = std::unique_ptr<std::FILE, decltype(&std::fclose)>;
     return file;
 }
 
+/// The name of the shader is known once it has been parsed; an earlier output under it would be
+/// taken for that of the refused source.
+void RemoveOutput(const SlcCommandLine& line)
+{
+    if (!g_ccFilename.empty())
+        unlink((line.m_outputDirectory + "/" + g_ccFilename + ".sqx").c_str());
+}
+
+/// For build systems, as they were found: a shader is to be compiled anew when one changes. Written
+/// before the output, so that a failure leaves none.
+void WriteLibraries(const SlcInterForm& shader, const SlcCommandLine& line)
+{
+    std::set<std::string> libraries;
+    for (const auto& function : shader.m_dsoFunctions)
+        libraries.insert(function->GetLibraryPath());
+    std::ofstream file(line.m_librariesFile);
+    for (const std::string& library : libraries)
+        file << library << '\n';
+    file.close();
+    if (!file) {
+        SeverError(k_programName, "Cannot write " + line.m_librariesFile);
+        RemoveOutput(line);
+        throw SlcCompilationSevereError();
+    }
+}
+
 /// The tree must outlive the compiled shader, whose operands point into it, and the caller takes
 /// it apart whether or not this throws.
 void RunStages(SlcCommandLine& line, Tree& tree)
@@ -44,18 +74,12 @@ void RunStages(SlcCommandLine& line, Tree& tree)
     SlcInterForm shader(line.m_options);
     shader.GenInterForm(tree.get());
     shader.Optimize();
+    if (!line.m_librariesFile.empty())
+        WriteLibraries(shader, line);
     if (line.m_options.m_generateDSO)
         shader.GenCCode();
     else
         shader.GenByteCode(line.m_outputDirectory);
-}
-
-/// The name of the shader is known once it has been parsed; an earlier output under it would be
-/// taken for that of the refused source.
-void RemoveOutput(const SlcCommandLine& line)
-{
-    if (!g_ccFilename.empty())
-        unlink((line.m_outputDirectory + "/" + g_ccFilename + ".sqx").c_str());
 }
 
 void ReportAborted(const std::string& inputFile)

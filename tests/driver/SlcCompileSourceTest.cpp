@@ -50,6 +50,18 @@ TEST_F(SlcCompileSourceTest, DeletesTheOutputNamedByTheSource)
     }
 }
 
+TEST_F(SlcCompileSourceTest, WritesNoOutputWithoutTheListOfLibraries)
+{
+    m_line.m_librariesFile = "libraries";
+    EXPECT_TRUE(Compile("surface shine() { Ci = Cs; }\n")) << m_messages;
+    EXPECT_TRUE(std::filesystem::exists("libraries"));
+    EXPECT_TRUE(std::filesystem::exists("shine.sqx"));
+    m_line.m_librariesFile = "nowhere/libraries";
+    EXPECT_FALSE(Compile("surface shine() { Ci = Cs; }\n"));
+    EXPECT_NE(m_messages.find("Cannot write nowhere/libraries"), std::string::npos) << m_messages;
+    EXPECT_FALSE(std::filesystem::exists("shine.sqx"));
+}
+
 TEST_F(SlcCompileSourceTest, KeepsThePreprocessedFileOnlyIfAskedTo)
 {
     for (const bool keep : {false, true})

@@ -4,6 +4,7 @@
 # usage: run.sh PROGRAM_DIRECTORY
 set -euo pipefail
 bin=$(cd "$1" && pwd)
+headers=$(cd "$(dirname "$0")/../../runtime" && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS SLC_CC_INCLUDE NINJA
@@ -112,6 +113,35 @@ touch weight.h
 make_is 0 own.sl
 compiled_are own
 unset SLC_CPP_COMMAND
+
+# A shadeop library that a shader calls into counts as one of its sources, also in a default value,
+# and others in the folder do not.
+mkdir 'shade ops'
+make_library() {
+    echo "#include <QxShadeop.h>
+QX_SHADEOP_TABLE($1) = {{\"float $1(float)\", \"\", \"\"}, $2 QX_SHADEOP_END};
+QX_SHADEOP_EXPORT void $1(void* data, int argc, void** argv) { *(float*)argv[0] = *(float*)argv[1]; }" |
+        cc -shared -fPIC -I"$headers" -x c - -o "shade ops/$1.so"
+}
+make_library twist ''
+make_library other ''
+echo 'surface twisted(float a = twist(1);) { Ci = a; }' >twisted.sl
+echo 'surface untwisted() { Ci = 1; }' >untwisted.sl
+make_is 0 '-Ishade ops' twisted.sl untwisted.sl
+remember
+make_is 0 '-Ishade ops' twisted.sl untwisted.sl
+compiled_are ''
+sleep 0.01
+make_library other ''
+make_is 0 '-Ishade ops' twisted.sl untwisted.sl
+compiled_are ''
+make_library twist '{"float twist(string)", "", ""},'
+make_is 0 '-Ishade ops' twisted.sl untwisted.sl
+compiled_are twisted
+rm 'shade ops/twist.so'
+make_is 1 '-Ishade ops' twisted.sl untwisted.sl
+says 'Undefined function'
+[ ! -e "$output/twisted.sqx" ] || fail 'Without its library a shader kept its output'
 
 # What cannot be built.
 echo 'surface plain10() { Ci = 2; }' >double.sl

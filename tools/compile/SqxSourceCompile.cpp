@@ -10,6 +10,7 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <iterator>
 #include <string_view>
 #include <system_error>
 #include <unistd.h>
@@ -24,6 +25,7 @@ namespace fs = std::filesystem;
 constexpr const char* k_link = "source.sl";
 constexpr const char* k_preprocessed = "source.i";
 constexpr const char* k_messages = "messages";
+constexpr const char* k_libraries = "libraries";
 
 /// The file that a line marker names, as in `# 1 "a\"b.h" 2`; empty if the line is none.
 [[nodiscard]] std::string FileOfMarker(std::string_view line)
@@ -115,17 +117,29 @@ int SqxSourceCompile::Run()
     command.isOver = m_isOver;
     const char* ownCC = std::getenv("SLC_CC_COMMAND");
     command.variables = {{"SLC_CPP_COMMAND", PreprocessCommand()},
-                         {"SLC_CC_COMMAND", ownCC ? ownCC : DefaultCCCommand()}};
+                         {"SLC_CC_COMMAND", ownCC ? ownCC : DefaultCCCommand()},
+                         {"SLC_SHADEOP_LIBRARIES", m_work / k_libraries}};
     const int status = SqxRunCommand(command);
-    if (status == 0 && m_ownCommand && !m_dependencies.empty())
-        WriteDependenciesFromMarkers();
+    if (status == 0 && !m_dependencies.empty())
+        CompleteDependencies();
     return status;
 }
 
-void SqxSourceCompile::WriteDependenciesFromMarkers() const
+/// The default preprocess command has written the files that it read, another one has not; the
+/// compiler's libraries are added behind them.
+void SqxSourceCompile::CompleteDependencies() const
 {
-    std::string text = SqxMakeWord(m_target) + ":";
-    for (const std::string& file : FilesRead())
+    std::set<std::string> files = Libraries();
+    std::string text;
+    if (m_ownCommand) {
+        files = FilesRead();
+        text = SqxMakeWord(m_target) + ":";
+    } else {
+        std::ifstream written(m_dependencies, std::ios::binary);
+        text.assign(std::istreambuf_iterator<char>(written), {});
+        text.erase(text.find_last_not_of('\n') + 1);
+    }
+    for (const std::string& file : files)
         text += " \\\n " + SqxMakeWord(file);
     std::ofstream file(m_dependencies, std::ios::binary);
     file << text << '\n';
@@ -134,10 +148,20 @@ void SqxSourceCompile::WriteDependenciesFromMarkers() const
         throw SqxCompileError("Cannot write '" + m_dependencies.string() + "'");
 }
 
+std::set<std::string> SqxSourceCompile::Libraries() const
+{
+    std::set<std::string> libraries;
+    std::ifstream file(m_work / k_libraries);
+    for (std::string line; std::getline(file, line);)
+        libraries.insert(fs::path(line).lexically_normal().string());
+    return libraries;
+}
+
 /// The preprocessed file tells in line markers which files it was made of.
 std::set<std::string> SqxSourceCompile::FilesRead() const
 {
-    std::set<std::string> files = {m_source.string()};
+    std::set<std::string> files = Libraries();
+    files.insert(m_source.string());
     std::ifstream preprocessed(m_work / k_preprocessed);
     std::error_code ignored;
     for (std::string line; std::getline(preprocessed, line);)

@@ -23,7 +23,7 @@ public:
 
     /// In place of the compiler that stands beside this program.
     void SetCompiler(std::filesystem::path compiler) { m_compiler = std::move(compiler); }
-    /// The preprocessor also writes, in the syntax of makefiles, what `target` depends on.
+    /// Writes also, in the syntax of makefiles, what `target` depends on: the same files.
     void WriteDependencies(std::filesystem::path file, std::string target);
     /// The compiler is ended, with all that it started, once the answer is true.
     void EndWhen(std::function<bool()> isOver) { m_isOver = std::move(isOver); }
@@ -37,14 +37,16 @@ public:
     [[nodiscard]] std::string Messages() const;
     /// The compiled shader. Throws `SqxCompileError` if there is none.
     [[nodiscard]] std::filesystem::path Output() const;
-    /// The source and all files that it includes, as the preprocessor names them. Of a source that
-    /// could not be preprocessed it is what came before the fault.
+    /// The source and all files that it includes, as the preprocessor names them, and the shadeop
+    /// libraries that it calls into. Of a source that could not be preprocessed it is what came
+    /// before the fault.
     [[nodiscard]] std::set<std::string> FilesRead() const;
 
 private:
     [[nodiscard]] std::string PreprocessCommand() const;
     [[nodiscard]] std::string PreprocessorOptions(const std::string& separator) const;
-    void WriteDependenciesFromMarkers() const;
+    void CompleteDependencies() const;
+    [[nodiscard]] std::set<std::string> Libraries() const;
 
     std::filesystem::path m_source;
     std::vector<std::string> m_options;
