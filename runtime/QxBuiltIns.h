@@ -254,8 +254,8 @@ template <class Value, class Compute, class Where, class Result>
 inline void QxOverNeighbours(const QxGrid& grid, const Where& where, Result&& result,
                              const Compute& compute)
 {
-    std::vector<Value> values(grid.Size());
-    compute(values.data());
+    QxArray<Value> values(grid.Size());
+    compute(values.Data());
     for (unsigned int i = 0; i < grid.Size(); ++i)
         if (where(i))
             QxAt(result, i) = values[i];

@@ -1,8 +1,6 @@
 #pragma once
 
 #include <cstring>
-#include <string>
-#include <utility>
 
 #include "QxBuiltIns.h"
 #include "QxLights.h"
@@ -47,7 +45,8 @@ inline void QxSetComponent(QxMatrix44& matrix, float row, float column, float va
 inline float QxPack(float a, float b, float c, float d)
 {
     unsigned int bits = 0;
-    for (const float value : {a, b, c, d})
+    const float values[] = {a, b, c, d};
+    for (const float value : values)
         bits = bits << 8 | static_cast<unsigned int>(QxToInt(QxRound(value * 255), 0, 255));
     float packed;
     std::memcpy(&packed, &bits, sizeof packed);
@@ -192,7 +191,7 @@ struct QxTraceCall : QxRayCall {
     {
         float distance = 0;
         const QxRGBColor color = m_support->Trace(Query(position, direction), distance);
-        QxGive(std::forward<Distance>(output), distance);
+        QxGive(static_cast<Distance&&>(output), distance);
         return color;
     }
 };
@@ -210,7 +209,7 @@ struct QxOcclusionCall : QxRayCall {
                                   maxDistance, variance, "",      QxToPoint(axis)};
         QxVector3 open = normal;
         const float occlusion = m_support->Occlusion(query, open);
-        QxGive(std::forward<Open>(output), open);
+        QxGive(static_cast<Open&&>(output), open);
         return occlusion;
     }
 };
@@ -229,8 +228,8 @@ struct QxIndirectDiffuseCall : QxRayCall {
         QxVector3 open = normal;
         float occlusion = 0;
         const QxRGBColor color = m_support->IndirectDiffuse(query, open, occlusion);
-        QxGive(std::forward<Open>(openOutput), open);
-        QxGive(std::forward<Occlusion>(occlusionOutput), occlusion);
+        QxGive(static_cast<Open&&>(openOutput), open);
+        QxGive(static_cast<Occlusion&&>(occlusionOutput), occlusion);
         return color;
     }
 
@@ -294,32 +293,41 @@ inline void QxChooseCall(Result& result, QxArguments arguments, int count)
 /// All texts one behind the other. The result may be one of them: it is replaced last.
 inline void QxConcatCall(const char*& result, QxArguments arguments, int count)
 {
-    std::string text;
+    QxText text;
     for (int i = 0; i < count; ++i)
         if (const char* part = QxArgument<const char*>(arguments, i))
-            text += part;
-    QxAssignString(result, text.c_str());
+            text.Add(part);
+    QxAssignString(result, text.Characters());
 }
 
 /// Types: one letter an argument, see the header that binds the names; null where the format fits
 /// its arguments. The first argument is the format.
-inline std::string QxFormatArguments(QxArguments arguments, const char* givenTypes, int count)
+inline QxText QxFormatArguments(QxArguments arguments, const char* givenTypes, int count)
 {
     const char* format = QxArgument<const char*>(arguments, 0);
     if (!format)
         format = "";
-    const std::string types = givenTypes ? givenTypes : 's' + QxFormatTypes(format);
-    count = std::min(count, static_cast<int>(types.size()));  // what no conversion names stays out
-    std::vector<QxTextArgument> values;
-    for (int i = 1; i < count; ++i) {
-        QxTextArgument::Type type = QxTextArgument::Float;
-        if (types[i] == 'p' || types[i] == 'c')
-            type = QxTextArgument::Triple;
-        else if (types[i] == 'm')
-            type = QxTextArgument::Matrix;
-        else if (types[i] == 's')
-            type = QxTextArgument::String;
-        values.push_back({type, arguments[i]});
+    QxText types;
+    if (givenTypes) {
+        types.Add(givenTypes);
+    } else {
+        types.Add('s');
+        QxAddFormatTypes(types, format);
     }
-    return QxFormat(format, values.data(), static_cast<int>(values.size()));
+    const int typed = static_cast<int>(types.Length());
+    if (count > typed)
+        count = typed;  // what no conversion names stays out
+    QxArray<QxTextArgument> values(static_cast<std::size_t>(count));
+    for (int i = 1; i < count; ++i) {
+        const char letter = types.Characters()[i];
+        QxTextArgument::Type type = QxTextArgument::Float;
+        if (letter == 'p' || letter == 'c')
+            type = QxTextArgument::Triple;
+        else if (letter == 'm')
+            type = QxTextArgument::Matrix;
+        else if (letter == 's')
+            type = QxTextArgument::String;
+        values[static_cast<std::size_t>(i - 1)] = {type, arguments[i]};
+    }
+    return QxFormat(format, values.Data(), count - 1);
 }

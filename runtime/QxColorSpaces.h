@@ -23,9 +23,9 @@ inline QxRGBColor Same(const QxRGBColor& c)
 /// A pure color of that hue.
 inline QxRGBColor OfHue(float hue)
 {
-    const float h = (hue - std::floor(hue)) * 6;
-    return {QxClamp(std::abs(h - 3) - 1, 0.0f, 1.0f), QxClamp(2 - std::abs(h - 2), 0.0f, 1.0f),
-            QxClamp(2 - std::abs(h - 4), 0.0f, 1.0f)};
+    const float h = (hue - qxmath::Floor(hue)) * 6;
+    return {QxClamp(qxmath::Abs(h - 3) - 1, 0.0f, 1.0f), QxClamp(2 - qxmath::Abs(h - 2), 0.0f, 1.0f),
+            QxClamp(2 - qxmath::Abs(h - 4), 0.0f, 1.0f)};
 }
 
 inline float HueOf(const QxRGBColor& c, float high, float range)
@@ -59,7 +59,7 @@ inline QxRGBColor ToHsv(const QxRGBColor& c)
 
 inline QxRGBColor FromHsl(const QxRGBColor& c)
 {
-    const float chroma = (1 - std::abs(2 * c.b - 1)) * c.g;
+    const float chroma = (1 - qxmath::Abs(2 * c.b - 1)) * c.g;
     return (OfHue(c.r) - 0.5f) * chroma + c.b;
 }
 
@@ -68,7 +68,7 @@ inline QxRGBColor ToHsl(const QxRGBColor& c)
     const float high = QxMax(c.r, QxMax(c.g, c.b));
     const float low = QxMin(c.r, QxMin(c.g, c.b));
     const float lightness = 0.5f * (high + low);
-    const float width = 1 - std::abs(2 * lightness - 1);
+    const float width = 1 - qxmath::Abs(2 * lightness - 1);
     return {HueOf(c, high, high - low), width > 0 ? (high - low) / width : 0, lightness};
 }
 

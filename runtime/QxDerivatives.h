@@ -1,7 +1,5 @@
 #pragma once
 
-#include <vector>
-
 #include "QxForms.h"
 #include "QxGeometry.h"
 
@@ -59,10 +57,10 @@ template <class Value, class Where = QxAllPoints>
 inline void QxDifferences(Value* result, const Value* value, const QxGrid& grid, QxGridAxis axis,
                           const Where& where = Where())
 {
-    std::vector<Value> copy;
-    if (result == value)
-        copy.assign(value, value + grid.Size());
-    const Value* const source = result == value ? copy.data() : value;
+    QxArray<Value> copy(result == value ? grid.Size() : 0);
+    for (unsigned int i = 0; i < copy.Size(); ++i)
+        copy[i] = value[i];
+    const Value* const source = result == value ? copy.Data() : value;
     const unsigned int columns = grid.columns;
     if (QxIsEverywhere(where)) {
         for (unsigned int row = 0; row < grid.rows; ++row) {
@@ -109,14 +107,14 @@ template <class Value, class Where = QxAllPoints>
 inline void QxDerivativeBy(Value* result, const Value* numerator, const float* denominator,
                            const QxGrid& grid, const Where& where = Where())
 {
-    std::vector<Value> alongU(grid.Size());
-    std::vector<Value> alongV(grid.Size());
-    std::vector<float> byU(grid.Size());
-    std::vector<float> byV(grid.Size());
-    QxDifferences(alongU.data(), numerator, grid, QxGridAxis::U, where);
-    QxDifferences(alongV.data(), numerator, grid, QxGridAxis::V, where);
-    QxDifferences(byU.data(), denominator, grid, QxGridAxis::U, where);
-    QxDifferences(byV.data(), denominator, grid, QxGridAxis::V, where);
+    QxArray<Value> alongU(grid.Size());
+    QxArray<Value> alongV(grid.Size());
+    QxArray<float> byU(grid.Size());
+    QxArray<float> byV(grid.Size());
+    QxDifferences(alongU.Data(), numerator, grid, QxGridAxis::U, where);
+    QxDifferences(alongV.Data(), numerator, grid, QxGridAxis::V, where);
+    QxDifferences(byU.Data(), denominator, grid, QxGridAxis::U, where);
+    QxDifferences(byV.Data(), denominator, grid, QxGridAxis::V, where);
     for (unsigned int i = 0; i < grid.Size(); ++i)
         result[i] =
             QxQuotient(alongU[i] * byU[i] + alongV[i] * byV[i], byU[i] * byU[i] + byV[i] * byV[i]);
@@ -127,10 +125,10 @@ template <class Where = QxAllPoints>
 inline void QxCalculateNormal(QxVector3* result, const QxVector3* points, float du, float dv,
                               const QxGrid& grid, const Where& where = Where())
 {
-    std::vector<QxVector3> alongU(grid.Size());
-    std::vector<QxVector3> alongV(grid.Size());
-    QxDerivative(alongU.data(), points, du, grid, QxGridAxis::U, where);
-    QxDerivative(alongV.data(), points, dv, grid, QxGridAxis::V, where);
+    QxArray<QxVector3> alongU(grid.Size());
+    QxArray<QxVector3> alongV(grid.Size());
+    QxDerivative(alongU.Data(), points, du, grid, QxGridAxis::U, where);
+    QxDerivative(alongV.Data(), points, dv, grid, QxGridAxis::V, where);
     for (unsigned int i = 0; i < grid.Size(); ++i)
         result[i] = QxCross(alongU[i], alongV[i]);
 }
@@ -140,10 +138,10 @@ template <class Where = QxAllPoints>
 inline void QxArea(float* result, const QxVector3* points, const QxGrid& grid,
                    const Where& where = Where())
 {
-    std::vector<QxVector3> alongU(grid.Size());
-    std::vector<QxVector3> alongV(grid.Size());
-    QxDifferences(alongU.data(), points, grid, QxGridAxis::U, where);
-    QxDifferences(alongV.data(), points, grid, QxGridAxis::V, where);
+    QxArray<QxVector3> alongU(grid.Size());
+    QxArray<QxVector3> alongV(grid.Size());
+    QxDifferences(alongU.Data(), points, grid, QxGridAxis::U, where);
+    QxDifferences(alongV.Data(), points, grid, QxGridAxis::V, where);
     for (unsigned int i = 0; i < grid.Size(); ++i)
         result[i] = QxLength(QxCross(alongU[i], alongV[i]));
 }

@@ -23,7 +23,7 @@ inline float Triangle(float x)
 /// A bell with the standard deviation of half a spacing.
 inline float Gaussian(float x)
 {
-    return 0.5f * std::erfc(-x * 1.41421356f);
+    return 0.5f * qxmath::Erfc(-x * 1.41421356f);
 }
 
 /// Integral of the Catmull-Rom kernel from 0 to x, for x from 0 to 2.
@@ -47,7 +47,7 @@ inline float CatmullRom(float x)
 template <class Filter>
 inline float QxFilterStepOf(const Filter& filter, float edge, float s1, float s2, float width)
 {
-    const float spacing = std::abs(s2 - s1) * std::abs(width);
+    const float spacing = qxmath::Abs(s2 - s1) * qxmath::Abs(width);
     const float place = (0.5f * (s1 + s2) - edge) / spacing;
     return spacing > 0 ? filter(place) : QxStep(edge, s1);
 }

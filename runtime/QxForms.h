@@ -1,7 +1,6 @@
 #pragma once
 
-#include <vector>
-
+#include "QxArray.h"
 #include "QxValues.h"
 
 // How one operation on one point is done for the point at hand, for a whole grid, or for some of
@@ -182,8 +181,8 @@ public:
         for (unsigned int i = 0; i < points; ++i)
             m_values[i] = QxAt(operand, i);
     }
-    const Value* Data() const { return m_values.data(); }
+    const Value* Data() const { return m_values.Data(); }
 
 private:
-    std::vector<Value> m_values;
+    QxArray<Value> m_values;
 };

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <cstdlib>
 #include <dlfcn.h>
-#include <unistd.h>
 
 #include "QxShaderSupport.h"
 #include "QxShading.h"
@@ -79,7 +79,7 @@ inline void QxInitVarValue(QxVar& variable, const char* space, QxTokenInfo::QxCl
 inline void QxReportBadArrayIndex(QxShaderSupport* support, const char* file, int line,
                                   const char* array, float index)
 {
-    support->Report(QxBadArrayIndexText(file, line, array, index));
+    support->Report(QxBadArrayIndexText(file, line, array, index).Characters());
 }
 
 // The place in the generated file says nothing to the shader's author.
@@ -164,14 +164,7 @@ struct SlcDSOInfo {
 /// none does.
 inline const char* FindDSO(const QxSearchPath* searchPath, const char* file)
 {
-    static std::string path;
-    searchPath->Note(file);
-    for (const std::string& directory : searchPath->Directories()) {
-        path = directory + "/" + file;
-        if (access(path.c_str(), R_OK) == 0)
-            return path.c_str();
-    }
-    return nullptr;
+    return searchPath->Find(file);
 }
 
 inline QxDSO QxOpenDSO(const char* path, int mode)

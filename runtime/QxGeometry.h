@@ -21,7 +21,7 @@ inline QxVector3 QxCross(const QxVector3& a, const QxVector3& b)
 
 inline float QxLength(const QxVector3& v)
 {
-    return std::sqrt(QxDot(v, v));
+    return qxmath::Sqrt(QxDot(v, v));
 }
 
 inline float QxDistance(const QxVector3& a, const QxVector3& b)
@@ -57,7 +57,7 @@ inline QxVector3 QxRefract(const QxVector3& incident, const QxVector3& normal, f
     const float k = 1 - eta * eta * (1 - cosine * cosine);
     if (k < 0)
         return {0, 0, 0};
-    return incident * eta + normal * (eta * cosine - std::sqrt(k));
+    return incident * eta + normal * (eta * cosine - qxmath::Sqrt(k));
 }
 
 /// The shares of light that a smooth border between two media reflects and lets pass, with the
@@ -75,12 +75,12 @@ struct QxFresnelShares {
 inline QxFresnelShares QxFresnel(const QxVector3& incident, const QxVector3& normal, float eta)
 {
     QxFresnelShares shares = {1, 0, QxReflect(incident, normal), {0, 0, 0}};
-    const float cosIn = std::abs(QxDot(incident, normal));
+    const float cosIn = qxmath::Abs(QxDot(incident, normal));
     const float sinOutSquared = eta * eta * (1 - cosIn * cosIn);
     if (sinOutSquared >= 1)
         return shares;
     shares.refraction = QxRefract(incident, normal, eta);
-    const float cosOut = std::sqrt(1 - sinOutSquared);
+    const float cosOut = qxmath::Sqrt(1 - sinOutSquared);
     const float parallel = (cosIn - eta * cosOut) / (cosIn + eta * cosOut);
     const float perpendicular = (eta * cosIn - cosOut) / (eta * cosIn + cosOut);
     shares.reflected = 0.5f * (parallel * parallel + perpendicular * perpendicular);
@@ -106,7 +106,7 @@ inline QxVector3 QxRotatePoint(const QxVector3& q, float angle, const QxVector3&
 {
     const QxVector3 axis = QxNormalize(to - from);
     const QxVector3 arm = q - from;
-    const float c = std::cos(angle);
-    const float s = std::sin(angle);
+    const float c = qxmath::Cos(angle);
+    const float s = qxmath::Sin(angle);
     return from + arm * c + QxCross(axis, arm) * s + axis * (QxDot(axis, arm) * (1 - c));
 }

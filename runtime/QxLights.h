@@ -129,8 +129,8 @@ inline bool QxIsWithinCone(const QxVector3& direction, const QxVector3& axis, fl
                static_cast<double>(a.z) * b.z;
     };
     const double rounding = 1e-12;  // of a cosine: an angle of a millionth
-    const double lengths = std::sqrt(dot(direction, direction) * dot(axis, axis));
-    const double least = std::cos(static_cast<double>(angle)) - rounding;
+    const double lengths = qxmath::Sqrt(dot(direction, direction) * dot(axis, axis));
+    const double least = qxmath::Cos(static_cast<double>(angle)) - rounding;
     return dot(direction, axis) >= (lengths > 0 ? lengths * least : least);
 }
 

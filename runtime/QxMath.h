@@ -1,8 +1,6 @@
 #pragma once
 
-#include <algorithm>
-#include <cmath>
-
+#include "QxFloatMath.h"
 #include "QxValues.h"
 
 // The functions of one number. Where the mathematical function has no real value the result is 0,
@@ -20,15 +18,20 @@ inline float QxDegrees(float radians)
     return radians * 57.2957763671875f;
 }
 
+inline float QxClamp(float x, float low, float high)
+{
+    return x < low ? low : (high < x ? high : x);
+}
+
 /// Arguments outside -1..1 count as the nearer bound.
 inline float QxAsin(float x)
 {
-    return std::asin(std::min(std::max(x, -1.0f), 1.0f));
+    return qxmath::Asin(QxClamp(x, -1.0f, 1.0f));
 }
 
 inline float QxAcos(float x)
 {
-    return std::acos(std::min(std::max(x, -1.0f), 1.0f));
+    return qxmath::Acos(QxClamp(x, -1.0f, 1.0f));
 }
 
 /// 0 for a base of 0, whatever the exponent, and for a root of a negative base.
@@ -36,37 +39,37 @@ inline float QxPow(float base, float exponent)
 {
     if (base == 0)
         return 0;
-    if (base < 0 && std::ceil(exponent) != exponent)
+    if (base < 0 && qxmath::Ceil(exponent) != exponent)
         return 0;
-    return std::pow(base, exponent);
+    return qxmath::Pow(base, exponent);
 }
 
 inline float QxSqrt(float x)
 {
-    return x <= 0 ? 0.0f : std::sqrt(x);
+    return x <= 0 ? 0.0f : qxmath::Sqrt(x);
 }
 
 inline float QxInverseSqrt(float x)
 {
-    return x <= 0 ? 0.0f : 1 / std::sqrt(x);
+    return x <= 0 ? 0.0f : 1 / qxmath::Sqrt(x);
 }
 
 inline float QxLog(float x)
 {
-    return x <= 0 ? 0.0f : std::log(x);
+    return x <= 0 ? 0.0f : qxmath::Log(x);
 }
 
 /// Logarithm of x to the given base. No power of 1 is another number.
 inline float QxLog(float x, float base)
 {
-    return x <= 0 || base <= 0 || base == 1 ? 0.0f : std::log(x) / std::log(base);
+    return x <= 0 || base <= 0 || base == 1 ? 0.0f : qxmath::Log(x) / qxmath::Log(base);
 }
 
 /// The remainder of a / b, from 0 up to, but not including, the absolute value of b.
 inline float QxMod(float a, float b)
 {
-    const float rest = a - std::trunc(a * (1 / b)) * b;
-    return rest < 0 ? rest + std::abs(b) : rest;
+    const float rest = a - qxmath::Trunc(a * (1 / b)) * b;
+    return rest < 0 ? rest + qxmath::Abs(b) : rest;
 }
 
 /// -1, 0 or 1.
@@ -85,11 +88,6 @@ inline float QxMax(float a, float b)
     return b < a ? a : b;
 }
 
-inline float QxClamp(float x, float low, float high)
-{
-    return x < low ? low : (high < x ? high : x);
-}
-
 /// The whole part of x, from `low` to `high`; what is no number counts as the lowest. To convert a
 /// number that an int cannot hold has no meaning of its own.
 inline int QxToInt(float x, int low, int high)
@@ -102,7 +100,7 @@ inline int QxToInt(float x, int low, int high)
 /// The nearest whole number; halves go up, also below 0.
 inline float QxRound(float x)
 {
-    return std::floor(x + 0.5f);
+    return qxmath::Floor(x + 0.5f);
 }
 
 /// 0 below the edge, 1 from it on.

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <utility>
-
 #include "QxGeometry.h"
 
 inline QxMatrix44 operator*(const QxMatrix44& a, const QxMatrix44& b)
@@ -81,7 +79,7 @@ private:
     {
         int pivot = column;
         for (int row = column + 1; row < 4; ++row)
-            if (std::abs(work[row][column]) > std::abs(work[pivot][column]))
+            if (qxmath::Abs(work[row][column]) > qxmath::Abs(work[pivot][column]))
                 pivot = row;
         const double value = work[pivot][column];
         m_determinant *= pivot == column ? value : -value;
@@ -90,7 +88,9 @@ private:
             return false;
         }
         for (int j = 0; j < 8; ++j) {
-            std::swap(work[pivot][j], work[column][j]);
+            const double held = work[pivot][j];
+            work[pivot][j] = work[column][j];
+            work[column][j] = held;
             work[column][j] /= value;
         }
         for (int row = 0; row < 4; ++row) {

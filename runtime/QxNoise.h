@@ -28,7 +28,7 @@ inline int CellOf(float x)
     const float bound = 1.0e9f;
     if (!(x > -bound))
         return static_cast<int>(-bound);
-    return static_cast<int>(std::floor(x < bound ? x : bound));
+    return static_cast<int>(qxmath::Floor(x < bound ? x : bound));
 }
 
 /// Keeps a lattice coordinate within a period; a period below 1 counts as 1.

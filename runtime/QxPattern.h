@@ -1,7 +1,8 @@
 #pragma once
 
+#include <cstdlib>
+#include <cstring>
 #include <regex.h>
-#include <string>
 
 /// The regular expression that was asked for last, compiled. Most calls of match() ask for the same
 /// one at all points, and to compile it costs far more than to look for it.
@@ -16,11 +17,10 @@ public:
     /// one.
     bool Match(const char* expression, const char* text)
     {
-        if (!m_known || m_expression != expression) {
+        if (!m_expression || std::strcmp(m_expression, expression) != 0) {
             Free();
-            m_expression = expression;
+            m_expression = strdup(expression);
             m_compiles = regcomp(&m_compiled, expression, REG_EXTENDED | REG_NOSUB) == 0;
-            m_known = true;
         }
         return m_compiles && regexec(&m_compiled, text, 0, nullptr, 0) == 0;
     }
@@ -31,10 +31,11 @@ private:
         if (m_compiles)
             regfree(&m_compiled);
         m_compiles = false;
+        std::free(m_expression);
+        m_expression = nullptr;
     }
 
-    std::string m_expression;
-    regex_t m_compiled;  // set if the expression compiles
-    bool m_known = false;
+    char* m_expression = nullptr;  // null: none yet
+    regex_t m_compiled;            // set if the expression compiles
     bool m_compiles = false;
 };

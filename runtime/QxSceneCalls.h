@@ -141,8 +141,8 @@ public:
     {
         for (unsigned int i = 0; i < grid.Size(); ++i)
             m_center[i] = QxAt(operand, i);
-        QxDifferences(m_alongU.data(), m_center.data(), grid, QxGridAxis::U, where);
-        QxDifferences(m_alongV.data(), m_center.data(), grid, QxGridAxis::V, where);
+        QxDifferences(m_alongU.Data(), m_center.Data(), grid, QxGridAxis::U, where);
+        QxDifferences(m_alongV.Data(), m_center.Data(), grid, QxGridAxis::V, where);
     }
     /// `u` and `v`: -1 or 1, the side of the patch.
     Value Corner(unsigned int point, float u, float v) const
@@ -153,17 +153,21 @@ public:
     const Value& AlongV(unsigned int point) const { return m_alongV[point]; }
 
 private:
-    std::vector<Value> m_center;
-    std::vector<Value> m_alongU;
-    std::vector<Value> m_alongV;
+    QxArray<Value> m_center;
+    QxArray<Value> m_alongU;
+    QxArray<Value> m_alongV;
 };
+
+/// Never called: tells the type of a value without reference and `const`.
+template <class Value>
+Value QxValueOf(const Value&);
 
 /// The four corners at each point that counts, in turn around it.
 template <class Where, class Operand, class Result>
 inline void QxPatchCorners(const QxGrid& grid, const Where& where, const Operand& p, Result&& p1,
                            Result&& p2, Result&& p3, Result&& p4)
 {
-    using Value = typename std::decay<decltype(QxAt(p, 0u))>::type;
+    using Value = decltype(QxValueOf(QxAt(p, 0u)));
     const QxPatch<Value> patch(p, grid, where);
     for (unsigned int i = 0; i < grid.Size(); ++i) {
         if (!where(i))
@@ -182,7 +186,7 @@ inline void QxFilterStepEnds(const QxGrid& grid, const Where& where, Result&& s2
     const QxPatch<float> patch(s1, grid, where);
     for (unsigned int i = 0; i < grid.Size(); ++i)
         if (where(i))
-            QxAt(s2, i) = QxAt(s1, i) + std::abs(patch.AlongU(i)) + std::abs(patch.AlongV(i));
+            QxAt(s2, i) = QxAt(s1, i) + qxmath::Abs(patch.AlongU(i)) + qxmath::Abs(patch.AlongV(i));
 }
 
 // Messages.
@@ -211,7 +215,7 @@ inline float QxSendMessage(QxShaderSupport* support, QxMessage message, const ch
                            const char* name, void* value, float varying, float type, float length,
                            unsigned int points, const Where& where)
 {
-    std::vector<char> handled(points);
+    QxArray<char> handled(points);
     for (unsigned int i = 0; i < points; ++i)
         handled[i] = where(i);
     const QxMessageValue target = {static_cast<QxValueType>(static_cast<int>(type)),
@@ -219,6 +223,6 @@ inline float QxSendMessage(QxShaderSupport* support, QxMessage message, const ch
                                    static_cast<std::size_t>(length),
                                    value,
                                    points,
-                                   handled.data()};
+                                   handled.Data()};
     return support->Message(message, texture, name, target) ? 1.0f : 0.0f;
 }

@@ -16,8 +16,8 @@
 #define CALL_PRIM_MAX_1D(result, arguments, count) QxChooseCall<QxGreater>(result, arguments, count)
 #define CALL_PRIM_MAX_3D(result, arguments, count) QxChooseCall<QxGreater>(result, arguments, count)
 #define CALL_PRIM_CONCAT(result, arguments, count) QxConcatCall(result, arguments, count)
-#define CALL_PRIM_FORMAT(result, arguments, count) QxAssignString(result, QxFormatArguments(arguments, theTypes, count).c_str())
-#define CALL_PRIM_PRINTF(arguments, count) shaderSupport->Print(QxFormatArguments(arguments, theTypes, count))
+#define CALL_PRIM_FORMAT(result, arguments, count) QxAssignString(result, QxFormatArguments(arguments, theTypes, count).Characters())
+#define CALL_PRIM_PRINTF(arguments, count) shaderSupport->Print(QxFormatArguments(arguments, theTypes, count).Characters())
 
 #define CALL_TEXTURE_1D(...) QxCallPlain(QxTextureCall<float>(shaderSupport), __VA_ARGS__)
 #define CALL_TEXTURE_1D_SIMD(...) QxCallSimd(numMp, QxTextureCall<float>(shaderSupport), __VA_ARGS__)

@@ -1,7 +1,8 @@
 #pragma once
 
 #include <cstdio>
-#include <string>
+#include <cstdlib>
+#include <cstring>
 
 #include "QxNoise.h"
 #include "QxShading.h"
@@ -85,7 +86,7 @@ private:
             text = strdup(static_cast<const char* const*>(source)[element]);
         } else {
             const float* from = static_cast<const float*>(source) + element * floats;
-            std::copy(from, from + floats, static_cast<float*>(value) + place * floats);
+            std::memcpy(static_cast<float*>(value) + place * floats, from, floats * sizeof(float));
         }
     }
 };
@@ -167,9 +168,9 @@ public:
     /// A number from 0 to 1. Neutral: the same stream in each run.
     virtual float Random() { return m_random.Next(); }
     /// What `printf` writes. Neutral: to standard output.
-    virtual void Print(const std::string& text) { std::fputs(text.c_str(), stdout); }
+    virtual void Print(const char* text) { std::fputs(text, stdout); }
     /// A fault of the shader. Neutral: to standard error.
-    virtual void Report(const std::string& text) { std::fprintf(stderr, "%s\n", text.c_str()); }
+    virtual void Report(const char* text) { std::fprintf(stderr, "%s\n", text); }
 
 private:
     static QxRGBColor Gray(float value) { return {value, value, value}; }

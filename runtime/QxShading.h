@@ -1,17 +1,15 @@
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
-#include <map>
-#include <string>
-#include <vector>
 
+#include "QxArray.h"
 #include "QxMatrixMath.h"
 #include "QxPattern.h"
 
-// What a host and a built shader hand each other.
+// What a host and a built shader hand each other. A shader does nothing with the registries of a host
+// but ask them, so that they are told here without what they are made of.
 
 class QxShaderSupport;
 
@@ -27,65 +25,27 @@ struct QxFrame3D {
     }
 };
 
-/// The coordinate systems of a host by name; "current" is always there.
+/// The coordinate systems of a host by name. The frames keep their places for the registry's life.
 class QxSpaceRegistry {
 public:
-    QxSpaceRegistry() { Define("current", QxFrame3D()); }
-    /// Names that are not defined here have the frames of `outer`, which must outlive this one.
-    explicit QxSpaceRegistry(QxSpaceRegistry& outer) : m_outer(&outer) {}
-
-    void Define(const std::string& name, const QxFrame3D& frame)
-    {
-        m_frames[name] = frame;
-        ++m_changes;
-    }
     /// The frame of a name that may be defined later on: until then it is that of the current
-    /// space. It keeps its place for the registry's life.
-    const QxFrame3D* Reserve(const std::string& name)
-    {
-        if (m_outer && m_frames.find(name) == m_frames.end())
-            return m_outer->Reserve(name);
-        return &m_frames.emplace(name, QxFrame3D()).first->second;
-    }
-    /// The current space for an unknown name. The frame keeps its place for the registry's life.
-    const QxFrame3D* Find(const std::string& name) const
-    {
-        const auto found = m_frames.find(name);
-        if (found != m_frames.end())
-            return &found->second;
-        return m_outer ? m_outer->Find(name) : &m_frames.find("current")->second;
-    }
-    /// The name of a frame of this registry; null for one of another.
-    const std::string* NameOf(const QxFrame3D* frame) const
-    {
-        for (const auto& entry : m_frames)
-            if (&entry.second == frame)
-                return &entry.first;
-        return nullptr;
-    }
-    /// Grows with each definition, here and in the outer registries.
-    unsigned long Changes() const { return m_changes + (m_outer ? m_outer->Changes() : 0); }
+    /// space.
+    virtual const QxFrame3D* Reserve(const char* name) = 0;
+    /// The current space for an unknown name.
+    virtual const QxFrame3D* Find(const char* name) const = 0;
 
-private:
-    std::map<std::string, QxFrame3D> m_frames;
-    QxSpaceRegistry* m_outer = nullptr;
-    unsigned long m_changes = 0;
+protected:
+    ~QxSpaceRegistry() = default;
 };
 
-/// Where shadeop libraries are looked for, and which a shader looked for.
+/// Where a host looks for shadeop libraries.
 class QxSearchPath {
 public:
-    explicit QxSearchPath(std::vector<std::string> directories)
-        : m_directories(std::move(directories))
-    {
-    }
-    const std::vector<std::string>& Directories() const { return m_directories; }
-    void Note(const char* file) const { m_files.emplace_back(file); }
-    const std::vector<std::string>& Files() const { return m_files; }
+    /// The path of the first file of that name, valid until the next call; null if there is none.
+    virtual const char* Find(const char* file) const = 0;
 
-private:
-    std::vector<std::string> m_directories;
-    mutable std::vector<std::string> m_files;
+protected:
+    ~QxSearchPath() = default;
 };
 
 /// A name that host and shader share. A pointer to one stands for the name itself.
@@ -96,22 +56,17 @@ struct QxToken {
 /// Gives each name one token.
 class QxTokenRegistry {
 public:
-    QxToken* Find(const std::string& name)
-    {
-        const auto entry = m_tokens.emplace(name, QxToken{}).first;
-        entry->second.name = entry->first.c_str();
-        return &entry->second;
-    }
+    virtual QxToken* Find(const char* name) = 0;
 
-private:
-    std::map<std::string, QxToken> m_tokens;
+protected:
+    ~QxTokenRegistry() = default;
 };
 
 /// A parameter as the shader declares it, such as `varying color[4]`.
 struct QxShaderToken {
     QxToken* token = nullptr;
-    std::string name;
-    std::string declaration;
+    const char* name = "";         // these live as long as the shader's code
+    const char* declaration = "";
 
     void Init(QxToken* itsToken, const char* itsName, const char* itsDeclaration)
     {
@@ -165,9 +120,9 @@ public:
     QxVar& operator=(const QxVar&) = delete;
     ~QxVar() { FreeStrings(); }
 
-    /// Takes name and type from a declaration, with room for one point.
+    /// Takes name and type from a declaration, with room for one point. The name must outlive it.
     void Declare(const QxShaderToken& token);
-    void Declare(const std::string& name, QxValueType type, bool varying, std::size_t length)
+    void Declare(const char* name, QxValueType type, bool varying, std::size_t length)
     {
         m_name = name;
         m_type = type;
@@ -207,7 +162,7 @@ public:
     /// What is stored is the host's.
     void KeepValue() { m_useDefault = false; }
 
-    const std::string& Name() const { return m_name; }
+    const char* Name() const { return m_name; }
     QxValueType Type() const { return m_type; }
     bool IsVarying() const { return m_varying; }
     std::size_t Length() const { return m_length; }
@@ -228,26 +183,28 @@ private:
     }
     void FreeStrings()
     {
-        for (const char* text : m_strings)
+        for (const char*& text : m_strings) {
             std::free(const_cast<char*>(text));
+            text = nullptr;
+        }
     }
 
-    void* m_value = nullptr;  // that of the vectors below, or somebody else's
-    std::string m_name;
+    void* m_value = nullptr;  // that of the arrays below, or somebody else's
+    const char* m_name = "";
     QxValueType m_type = QxValueType::Float;
     bool m_varying = false;
     bool m_useDefault = true;
     std::size_t m_length = 1;  // array elements
     std::size_t m_points = 1;
     const char* m_defaultSpace = "";
-    std::vector<float> m_floats;
-    std::vector<const char*> m_strings;  // owned, from malloc: the shader replaces them
+    QxArray<float> m_floats;
+    QxArray<const char*> m_strings;  // owned, from malloc: the shader replaces them
 };
 
 inline void QxVar::Declare(const QxShaderToken& token)
 {
-    const std::string& text = token.declaration;
-    const auto has = [&](const char* word) { return text.find(word) != std::string::npos; };
+    const char* const text = token.declaration;
+    const auto has = [&](const char* word) { return std::strstr(text, word) != nullptr; };
     QxValueType type = QxValueType::Float;
     if (has(" string"))
         type = QxValueType::String;
@@ -257,9 +214,8 @@ inline void QxVar::Declare(const QxShaderToken& token)
         type = QxValueType::Color;
     else if (has(" point"))
         type = QxValueType::Point;
-    const std::size_t bracket = text.find('[');
-    const std::size_t length =
-        bracket == std::string::npos ? 1 : std::strtoul(text.c_str() + bracket + 1, nullptr, 10);
+    const char* const bracket = std::strchr(text, '[');
+    const std::size_t length = bracket ? std::strtoul(bracket + 1, nullptr, 10) : 1;
     Declare(token.name, type, has("varying "), length);
 }
 
@@ -267,14 +223,12 @@ inline void QxVar::Resize(std::size_t points)
 {
     m_points = m_varying ? points : 1;
     m_useDefault = true;
-    m_floats.assign(FloatCount(), 0.0f);
+    m_floats.Reset(FloatCount());
     FreeStrings();
-    m_strings.clear();
-    m_value = m_floats.data();
-    if (m_type == QxValueType::String) {
-        m_strings.assign(m_points * m_length, nullptr);
-        m_value = m_strings.data();
-    }
+    m_strings.Reset(m_type == QxValueType::String ? m_points * m_length : 0);
+    m_value = m_floats.Data();
+    if (m_type == QxValueType::String)
+        m_value = m_strings.Data();
 }
 
 // Not expanded in place: a caller's value of one float would seem to be read as a string.
@@ -289,7 +243,7 @@ __attribute__((noinline)) inline void QxVar::Store(const void* value)
     float* target = static_cast<float*>(m_value);
     for (std::size_t element = 0; element < m_length; ++element, source += floats)
         for (std::size_t point = 0; point < m_points; ++point, target += floats)
-            std::copy_n(source, floats, target);
+            std::memcpy(target, source, floats * sizeof(float));
 }
 
 // Kept apart: a compiler that inlines it where the value is a float warns of a read behind its end.
@@ -302,10 +256,10 @@ __attribute__((noinline)) inline void QxVar::StoreStrings(const char* const* val
 
 __attribute__((noinline)) inline void QxVar::StoreForEachPoint(const void* values)
 {
-    for (std::size_t place = 0; place < m_strings.size(); ++place)
+    for (std::size_t place = 0; place < m_strings.Size(); ++place)
         StoreString(place, static_cast<const char* const*>(values)[place]);
     if (m_type != QxValueType::String)
-        std::copy_n(static_cast<const float*>(values), FloatCount(), static_cast<float*>(m_value));
+        std::memcpy(m_value, values, FloatCount() * sizeof(float));
 }
 
 /// What a shader tells of itself.

@@ -1,11 +1,52 @@
 #pragma once
 
-#include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
-#include <string>
 
+#include "QxFloatMath.h"
 #include "QxValues.h"
+
+/// A text that grows. It is here since <string> costs more to read than all that a small shader makes
+/// of it.
+class QxText {
+public:
+    QxText() = default;
+    QxText(QxText&& other) noexcept
+        : m_characters(other.m_characters),
+          m_length(other.m_length),
+          m_room(other.m_room)
+    {
+        other.m_characters = nullptr;
+        other.m_length = other.m_room = 0;
+    }
+    QxText& operator=(QxText&&) = delete;
+    ~QxText() { std::free(m_characters); }
+
+    void Add(char character) { Add(&character, 1); }
+    void Add(const char* text) { Add(text, std::strlen(text)); }
+    /// The characters so far; valid until the next ones.
+    const char* Characters() const { return m_characters ? m_characters : ""; }
+    std::size_t Length() const { return m_length; }
+
+private:
+    void Add(const char* text, std::size_t length)
+    {
+        if (m_length + length >= m_room) {
+            m_room = 2 * (m_length + length) + 32;
+            m_characters = static_cast<char*>(std::realloc(m_characters, m_room));
+            if (!m_characters)
+                std::abort();
+        }
+        std::memcpy(m_characters + m_length, text, length);
+        m_length += length;
+        m_characters[m_length] = '\0';
+    }
+
+    char* m_characters = nullptr;
+    std::size_t m_length = 0;
+    std::size_t m_room = 0;
+};
 
 /// One argument of `format` or `printf`, with its type.
 struct QxTextArgument {
@@ -17,91 +58,104 @@ struct QxTextArgument {
 
 namespace qxtext {
 
-inline std::string Number(float value)
+inline void AddNumber(QxText& text, float value)
 {
     char buffer[64];
     std::snprintf(buffer, sizeof buffer, "%g", static_cast<double>(value));
-    return buffer;
+    text.Add(buffer);
 }
 
 /// The whole part, with all its digits.
-inline std::string WholeNumber(float value)
+inline void AddWholeNumber(QxText& text, float value)
 {
     char buffer[64];
     // The sum makes a whole number of minus zero.
-    std::snprintf(buffer, sizeof buffer, "%.0f", std::trunc(static_cast<double>(value)) + 0.0);
-    return buffer;
+    std::snprintf(buffer, sizeof buffer, "%.0f", qxmath::Trunc(static_cast<double>(value)) + 0.0);
+    text.Add(buffer);
 }
 
-inline std::string Numbers(const void* values, int count, std::string (*write)(float))
+inline void AddNumbers(QxText& text, const void* values, int count, bool whole)
 {
     const float* numbers = static_cast<const float*>(values);
-    std::string text = write(numbers[0]);
-    for (int i = 1; i < count; ++i)
-        text += ' ' + write(numbers[i]);
-    return text;
+    for (int i = 0; i < count; ++i) {
+        if (i > 0)
+            text.Add(' ');
+        if (whole)
+            AddWholeNumber(text, numbers[i]);
+        else
+            AddNumber(text, numbers[i]);
+    }
 }
 
-inline std::string Value(const QxTextArgument& argument, bool whole)
+inline void AddValue(QxText& text, const QxTextArgument& argument, bool whole)
 {
-    const auto number = whole ? WholeNumber : Number;
     switch (argument.type) {
     case QxTextArgument::Float:
-        return Numbers(argument.value, 1, number);
+        return AddNumbers(text, argument.value, 1, whole);
     case QxTextArgument::Triple:
-        return Numbers(argument.value, 3, number);
+        return AddNumbers(text, argument.value, 3, whole);
     case QxTextArgument::Matrix:
-        return Numbers(argument.value, 16, number);
+        return AddNumbers(text, argument.value, 16, whole);
     case QxTextArgument::String:
         break;
     }
-    const char* text = *static_cast<const char* const*>(argument.value);
-    return text ? text : "";
+    if (const char* value = *static_cast<const char* const*>(argument.value))
+        text.Add(value);
+}
+
+/// The letter is one of a conversion.
+inline bool IsConversion(char letter)
+{
+    return letter != '\0' && std::strchr("fdpcms", letter);
 }
 
 }  // namespace qxtext
 
 /// The pattern with each of %f, %d, %p, %c, %m and %s replaced by the next argument, which is
 /// written by its own type, and by %d without fractions; %% is a percent sign. What has no argument left stays as it is.
-inline std::string QxFormat(const char* pattern, const QxTextArgument* arguments, int count)
+inline QxText QxFormat(const char* pattern, const QxTextArgument* arguments, int count)
 {
-    std::string text;
+    QxText text;
     int next = 0;
     for (const char* c = pattern; *c; ++c) {
         if (*c != '%' || c[1] == '\0') {
-            text += *c;
+            text.Add(*c);
         } else if (c[1] == '%') {
-            text += *++c;
-        } else if (std::string("fdpcms").find(c[1]) != std::string::npos && next < count) {
-            text += qxtext::Value(arguments[next++], c[1] == 'd');
+            text.Add(*++c);
+        } else if (qxtext::IsConversion(c[1]) && next < count) {
+            qxtext::AddValue(text, arguments[next++], c[1] == 'd');
             ++c;
         } else {
-            text += *c;
+            text.Add(*c);
         }
     }
     return text;
 }
 
-/// The letters of the conversions in a pattern, in order.
-inline std::string QxFormatTypes(const char* pattern)
+/// Adds the letters of the conversions in a pattern, in order.
+inline void QxAddFormatTypes(QxText& types, const char* pattern)
 {
-    std::string types;
     for (const char* c = pattern; *c; ++c) {
         if (*c != '%' || c[1] == '\0')
             continue;
         ++c;
-        if (std::strchr("fdpcms", *c))
-            types += *c;
+        if (qxtext::IsConversion(*c))
+            types.Add(*c);
         else if (*c != '%')
             --c;
     }
-    return types;
 }
 
 /// What a shader reports of an index outside of an array.
-inline std::string QxBadArrayIndexText(const char* file, int line, const char* array, float index)
+inline QxText QxBadArrayIndexText(const char* file, int line, const char* array, float index)
 {
     char place[64];
     std::snprintf(place, sizeof place, ":%d: index %g", line, static_cast<double>(index));
-    return std::string(file) + place + " is outside of array '" + array + "'";
+    QxText text;
+    text.Add(file);
+    text.Add(place);
+    text.Add(" is outside of array '");
+    text.Add(array);
+    text.Add("'");
+    return text;
 }

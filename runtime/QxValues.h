@@ -4,7 +4,6 @@
 // them in arrays, and a host may hand such arrays in as they are. This folder keeps to C++14,
 // since it is compiled by whatever compiler builds the shaders.
 
-#include <cmath>
 #include <cstddef>
 
 /// A point, vector or normal.

@@ -13,6 +13,7 @@
 #include "QxHostError.h"
 #include "host/QxHostGrid.h"
 #include "host/QxHostScene.h"
+#include "host/QxHostSpaces.h"
 #include "host/QxHostValue.h"
 #include "host/QxShader.h"
 #include "host/QxShaderInstance.h"

@@ -29,8 +29,8 @@ bool IsSteady(const QxShaderInstance& light)
 /// Keeps what a shader says to itself.
 class SilentSupport : public QxShaderSupport {
 public:
-    void Print(const std::string&) override {}
-    void Report(const std::string&) override {}
+    void Print(const char*) override {}
+    void Report(const char*) override {}
 };
 
 /// A light shader without `illuminate` and `solar` clears `L`, all others leave or set it.

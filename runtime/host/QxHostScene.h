@@ -8,6 +8,7 @@
 
 #include "QxShaderSupport.h"
 #include "host/QxHostGrid.h"
+#include "host/QxHostSpaces.h"
 
 class QxShaderInstance;
 
@@ -16,7 +17,7 @@ class QxShaderInstance;
 class QxHostScene : public QxShaderSupport {
 public:
     /// Spaces by name. The current one is that of the grids; a name that is not defined means it.
-    [[nodiscard]] QxSpaceRegistry& Spaces() { return m_spaces; }
+    [[nodiscard]] QxHostSpaces& Spaces() { return m_spaces; }
 
     // Lights. Places and directions are in the current space.
 
@@ -57,7 +58,7 @@ private:
     void Shade(QxShaderInstance& light, QxHostGrid& grid, const QxVector3* positions);
     void TakeShaded(const QxLightInput& light);
 
-    QxSpaceRegistry m_spaces;
+    QxHostSpaces m_spaces;
     std::vector<Light> m_lights;
     std::map<std::pair<QxMessage, std::string>, QxHostValue> m_answers;
 

@@ -15,6 +15,7 @@
 
 #include "QxHostError.h"
 #include "host/QxByteCodeShader.h"
+#include "host/QxHostSpaces.h"
 #include "host/QxShaderObject.h"
 
 namespace {
@@ -45,7 +46,7 @@ bool IsSharedObject(std::ifstream& file)
 /// Default values are asked for, not what their computation has to say.
 class SupportOfDefaults : public QxShaderSupport {
 public:
-    void Print(const std::string&) override {}
+    void Print(const char*) override {}
 };
 
 }  // namespace
@@ -84,7 +85,7 @@ std::vector<std::optional<QxHostValue>> QxShader::Defaults() const
 /// Where every space is the current one, a value stays as it is given.
 void QxShader::ComputeDefaults(std::vector<QxVar>& variables) const
 {
-    QxSpaceRegistry registry;
+    QxHostSpaces registry;
     std::vector<const QxFrame3D*> spaces(m_spaceNames.size(), registry.Find("current"));
     SupportOfDefaults support;
     const QxShadingContext context(&support, &registry, spaces.data(), {0, 0, 0});
@@ -106,6 +107,6 @@ bool QxShader::NeedsObjectSpace() const
 void QxShader::Declare(std::vector<QxVar>& variables) const
 {
     for (std::size_t i = 0; i < variables.size(); ++i)
-        variables[i].Declare(m_parameters[i].name, m_parameters[i].type, m_parameters[i].varying,
-                             m_parameters[i].length);
+        variables[i].Declare(m_parameters[i].name.c_str(), m_parameters[i].type,
+                             m_parameters[i].varying, m_parameters[i].length);
 }

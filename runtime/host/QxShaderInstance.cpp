@@ -42,7 +42,7 @@ std::string Told(const Parameter& parameter)
 
 }  // namespace
 
-QxShaderInstance::QxShaderInstance(std::shared_ptr<const QxShader> shader, QxSpaceRegistry& spaces)
+QxShaderInstance::QxShaderInstance(std::shared_ptr<const QxShader> shader, QxHostSpaces& spaces)
     : m_shader(std::move(shader)),
       m_run(m_shader->NewRun()),
       m_spaces(spaces),
@@ -183,7 +183,7 @@ void QxShaderInstance::MakeRoom(std::size_t parameter, std::size_t points)
     const std::size_t needed =
         variable.Points() * variable.Length() * QxFloatCount(variable.Type());
     if (buffer.size() != needed)
-        throw QxHostError("The buffer of parameter '" + variable.Name() + "' holds " +
+        throw QxHostError(std::string("The buffer of parameter '") + variable.Name() + "' holds " +
                           std::to_string(buffer.size()) + " numbers, but the grid needs " +
                           std::to_string(needed));
     if (!m_shader->Parameters()[parameter].output)
@@ -203,7 +203,7 @@ void QxShaderInstance::ApplySetting(std::size_t parameter, std::size_t points)
     }
     const std::size_t count = points * variable.Length();
     if (value.Count() != count)
-        throw QxHostError("Parameter '" + variable.Name() + "' is set to " +
+        throw QxHostError(std::string("Parameter '") + variable.Name() + "' is set to " +
                           std::to_string(value.Count()) + " values, but the grid needs " +
                           std::to_string(count));
     WithElements(value, [&](const void* elements) { variable.SetValueForEachPoint(elements); });

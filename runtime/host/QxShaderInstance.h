@@ -8,6 +8,7 @@
 
 #include "host/QxHostGrid.h"
 #include "host/QxHostScene.h"
+#include "host/QxHostSpaces.h"
 #include "host/QxHostValue.h"
 #include "host/QxShader.h"
 
@@ -19,12 +20,12 @@ public:
     /// All parameters have their default values. The shader's spaces are looked up by name among
     /// those of the instance, and then in `spaces`, which must outlive it. Spaces may be defined,
     /// and defined anew, between two runs; default values follow them.
-    QxShaderInstance(std::shared_ptr<const QxShader> shader, QxSpaceRegistry& spaces);
+    QxShaderInstance(std::shared_ptr<const QxShader> shader, QxHostSpaces& spaces);
 
     [[nodiscard]] const QxShader& Shader() const { return *m_shader; }
     /// Those that are this instance's alone, such as "shader".
-    [[nodiscard]] QxSpaceRegistry& Spaces() { return m_spaces; }
-    [[nodiscard]] const QxSpaceRegistry& Spaces() const { return m_spaces; }
+    [[nodiscard]] QxHostSpaces& Spaces() { return m_spaces; }
+    [[nodiscard]] const QxHostSpaces& Spaces() const { return m_spaces; }
 
     /// Sets a parameter for this and later runs: one element, or all those of an array. Throws
     /// `QxHostError` for an unknown parameter, another type or another length.
@@ -77,7 +78,7 @@ private:
 
     std::shared_ptr<const QxShader> m_shader;
     std::unique_ptr<QxShaderRun> m_run;
-    QxSpaceRegistry m_spaces;
+    QxHostSpaces m_spaces;
     std::vector<const QxFrame3D*> m_spaceList;          // as the shader numbers them
     unsigned long m_spaceChanges = 0;                   // that the list knows of; 0: none
     std::vector<QxVar> m_variables;                     // one for each parameter

@@ -13,8 +13,10 @@
 #include <filesystem>
 #include <map>
 #include <mutex>
+#include <unistd.h>
 
 #include "QxHostError.h"
+#include "host/QxHostSpaces.h"
 #include "sqx/SqxFileHead.h"
 
 namespace {
@@ -31,6 +33,28 @@ OpenLibrary Load(const std::string& path)
                           "', a shader built with --dso was expected: " + dlerror());
     return library;
 }
+
+/// Looks into folders, and keeps what it was asked for.
+class ShadeopFolders : public QxSearchPath {
+public:
+    explicit ShadeopFolders(const std::vector<std::string>& folders) : m_folders(folders) {}
+    const char* Find(const char* file) const override
+    {
+        m_files.emplace_back(file);
+        for (const std::string& folder : m_folders) {
+            m_found = folder + "/" + file;
+            if (access(m_found.c_str(), R_OK) == 0)
+                return m_found.c_str();
+        }
+        return nullptr;
+    }
+    [[nodiscard]] const std::vector<std::string>& Files() const { return m_files; }
+
+private:
+    const std::vector<std::string>& m_folders;
+    mutable std::string m_found;
+    mutable std::vector<std::string> m_files;
+};
 
 }  // namespace
 
@@ -78,6 +102,19 @@ private:
                                  QxShaderInterface::QxType*, QxVar**, unsigned char**,
                                  unsigned char**, QxToken***, QxShaderInterface::QxDataSize**);
 
+    class Tokens : public QxTokenRegistry {
+    public:
+        QxToken* Find(const char* name) override
+        {
+            const auto entry = m_tokens.emplace(name, QxToken{}).first;
+            entry->second.name = entry->first.c_str();
+            return &entry->second;
+        }
+
+    private:
+        std::map<std::string, QxToken> m_tokens;
+    };
+
     /// Lives that are led now, by the loader's handle of the file.
     struct Led {
         std::mutex mutex;
@@ -94,7 +131,7 @@ private:
     std::string m_path;
     OpenLibrary m_library;
     std::size_t m_users = 0;
-    QxTokenRegistry m_tokens;
+    Tokens m_tokens;
     bool m_registered = false;
     const QxFrame3D** m_spaceList = nullptr;  // made and freed by the shader
     Interrogate m_interrogate = nullptr;
@@ -187,8 +224,8 @@ void QxShaderObject::Life::CheckVersion() const
 
 void QxShaderObject::Life::Ask(const std::vector<std::string>& shadeopFolders)
 {
-    const QxSearchPath searchPath(shadeopFolders);
-    QxSpaceRegistry registry;
+    const ShadeopFolders searchPath(shadeopFolders);
+    QxHostSpaces registry;
     QxVar* made = nullptr;
     unsigned char* isSpaceObject = nullptr;
     unsigned char* isVisibleOutput = nullptr;

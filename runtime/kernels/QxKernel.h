@@ -79,9 +79,9 @@ struct QxMachineState {
         if (notesWait)
             notes.push_back({point, print, std::move(text)});
         else if (print)
-            support->Print(text);
+            support->Print(text.c_str());
         else
-            support->Report(text);
+            support->Report(text.c_str());
     }
 };
 

@@ -132,7 +132,8 @@ void Print(QxMachineState& state, const QxCode& code, const QxPoints& points)
     for (unsigned int i = points.first; i < points.End(); ++i)
         if (points(i))
             state.Tell(i, true,
-                       QxFormatArguments(arguments.At(i), arguments.Types(), arguments.Count()));
+                       QxFormatArguments(arguments.At(i), arguments.Types(), arguments.Count())
+                           .Characters());
 }
 
 // Messages. The value stands behind the name, the name behind the texture.
@@ -230,7 +231,7 @@ void CheckIndex(QxMachineState& state, const QxCode& code, const QxPoints& point
             continue;
         const Text array = *static_cast<const Text*>(state.values[code.operands[0].variable]);
         const Text file = *static_cast<const Text*>(state.values[code.operands[2].variable]);
-        state.Tell(i, false, QxBadArrayIndexText(file, code.number, array, at));
+        state.Tell(i, false, QxBadArrayIndexText(file, code.number, array, at).Characters());
     }
 }
 

@@ -103,6 +103,6 @@ std::size_t QxMachineProgram::InstructionCount() const
 void QxMachineProgram::Declare(std::vector<QxVar>& variables) const
 {
     for (std::size_t i = 0; i < variables.size(); ++i)
-        variables[i].Declare(m_parameters[i].name, m_parameters[i].type, m_parameters[i].varying,
-                             m_parameters[i].length);
+        variables[i].Declare(m_parameters[i].name.c_str(), m_parameters[i].type,
+                             m_parameters[i].varying, m_parameters[i].length);
 }

@@ -120,7 +120,7 @@ void QxMachineRun::Evaluate(const QxGrid& grid, const QxShadingContext& context,
     Start(grid, context, variables);
     for (const QxVar& variable : variables)
         if (variable.IsVarying() && variable.Points() != m_state.grid.Size())
-            throw QxHostError("Parameter '" + variable.Name() + "' has values for " +
+            throw QxHostError(std::string("Parameter '") + variable.Name() + "' has values for " +
                               std::to_string(variable.Points()) + " points, but the grid has " +
                               std::to_string(m_state.grid.Size()));
     for (std::vector<QxStopAndBool>& mask : m_masks)

@@ -37,8 +37,8 @@ public:
         value.Store(isText ? static_cast<const void*>(texts.data()) : numbers.data());
         return true;
     }
-    void Print(const std::string&) override {}
-    void Report(const std::string&) override {}
+    void Print(const char*) override {}
+    void Report(const char*) override {}
 };
 
 /// Twice, since a run leaves things behind for the next.
@@ -55,7 +55,7 @@ void Shade(QxShaderInstance& instance, unsigned int columns, unsigned int rows)
 void Run(std::string_view text)
 {
     try {
-        QxSpaceRegistry spaces;
+        QxHostSpaces spaces;
         QxShaderInstance instance(QxShader::Read(text, "fuzz"), spaces);
         instance.SetStepLimit(k_stepLimit);
         Shade(instance, 3, 2);

@@ -66,7 +66,7 @@ bool IsOfLight(const std::string& name)
 RunOutcome RunInHost(const std::shared_ptr<const QxShader>& shader, const RunOutcome& byteCode,
                      const QxGrid& layout)
 {
-    QxSpaceRegistry spaces;
+    QxHostSpaces spaces;
     for (const Space& space : Spaces())
         spaces.Define(space.name, QxFrame3D(space.toCurrent));
     QxShaderInstance instance(shader, spaces);

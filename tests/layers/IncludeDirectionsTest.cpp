@@ -40,10 +40,11 @@ bool Exists(const Tree& tree, const fs::path& included)
     return fs::exists(tree.root / included) || fs::exists(k_runtime.root / included);
 }
 
-/// The files that `file` includes with quotes, as written.
-std::vector<fs::path> Includes(const fs::path& file)
+/// The files that `file` includes with such marks around them, as written.
+std::vector<fs::path> Includes(const fs::path& file, const std::string& marks = "\"\"")
 {
-    static const std::regex include("^\\s*#\\s*include\\s*\"([^\"]+)\".*");
+    const std::regex include("^\\s*#\\s*include\\s*" + marks.substr(0, 1) + "([^\">]+)" +
+                             marks.substr(1) + ".*");
     std::vector<fs::path> found;
     std::ifstream text(file);
     std::smatch match;
@@ -82,6 +83,24 @@ TEST(IncludeDirections, FoldersIncludeOnlyDownward)
 {
     EXPECT_GT(CheckTree(k_compiler), 100);
     EXPECT_GT(CheckTree(k_runtime), 20);
+}
+
+// What a shading header includes on its own would be hidden in shared objects and not be found, and
+// most of the standard library takes longer to read than a small shader.
+TEST(IncludeDirections, ShadingHeadersKeepToTheSystemHeadersOfTheOne)
+{
+    const fs::path folder = k_runtime.root;
+    const std::vector<fs::path> named = Includes(folder / "slcShaderCCodeOp.h", "<>");
+    EXPECT_GT(named.size(), 3U);
+    for (const auto& entry : fs::directory_iterator(folder)) {
+        if (entry.path().extension() != ".h" || entry.path().filename() == "QxHostError.h")
+            continue;
+        for (const fs::path& included : Includes(entry.path(), "<>"))
+            EXPECT_NE(std::find(named.begin(), named.end(), included), named.end())
+                << entry.path().filename() << " includes " << included;
+    }
+    for (const char* costly : {"algorithm", "cmath", "map", "string", "vector"})
+        EXPECT_EQ(std::find(named.begin(), named.end(), costly), named.end()) << costly;
 }
 
 }  // namespace

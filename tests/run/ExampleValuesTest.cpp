@@ -66,7 +66,7 @@ public:
     }
     float Depth(const QxVector3& position) override { return position.z / 2; }
     float Random() override { return 0.75F; }
-    void Print(const std::string& text) override { m_printed += text; }
+    void Print(const char* text) override { m_printed += text; }
 
     [[nodiscard]] const std::string& Printed() const { return m_printed; }
 

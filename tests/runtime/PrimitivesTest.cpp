@@ -1,5 +1,6 @@
 // What the primitives of the run time compute, against values worked out by hand.
 
+#include <cmath>
 #include <gtest/gtest.h>
 
 #include "QxCalls.h"
@@ -183,11 +184,11 @@ TEST(QxText, WritesEachArgumentByItsOwnType)
     const QxTextArgument arguments[] = {{QxTextArgument::Float, &number},
                                         {QxTextArgument::Triple, &point},
                                         {QxTextArgument::String, &name}};
-    EXPECT_EQ(QxFormat("%f|%p|%s|%%|%f|%", arguments, 3), "0.5|1 2 3|oak|%|%f|%");
+    EXPECT_STREQ(QxFormat("%f|%p|%s|%%|%f|%", arguments, 3).Characters(), "0.5|1 2 3|oak|%|%f|%");
     const QxVector3 large = {16777216, -2.75f, -0.25f};
     const QxTextArgument wholes[] = {{QxTextArgument::Float, &large.x},
                                      {QxTextArgument::Triple, &large}};
-    EXPECT_EQ(QxFormat("%d %d %d", wholes, 2), "16777216 16777216 -2 0 %d");
+    EXPECT_STREQ(QxFormat("%d %d %d", wholes, 2).Characters(), "16777216 16777216 -2 0 %d");
     QxPattern pattern;  // asked in turn, and again
     for (int turn = 0; turn < 2; ++turn) {
         EXPECT_TRUE(pattern.Match("^o.k$", "oak"));

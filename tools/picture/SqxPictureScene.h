@@ -34,8 +34,8 @@ public:
     QxRGBColor Environment(const QxPointsQuery& query) override;
     QxRGBColor Trace(const QxRayQuery& query, float& distance) override;
     float Random() override { return m_random.Next(); }
-    void Print(const std::string& text) override { m_notes.push_back({false, text}); }
-    void Report(const std::string& text) override { m_notes.push_back({true, text}); }
+    void Print(const char* text) override { m_notes.push_back({false, text}); }
+    void Report(const char* text) override { m_notes.push_back({true, text}); }
 
 private:
     void DefinePictureSpaces(float width, float height);

@@ -26,8 +26,8 @@ public:
     bool Message(QxMessage message, const char* texture, const char* name,
                  const QxMessageValue& value) override;
     float Depth(const QxVector3& position) override;
-    void Print(const std::string& text) override { m_printed += text; }
-    void Report(const std::string& text) override { m_reports.push_back(text); }
+    void Print(const char* text) override { m_printed += text; }
+    void Report(const char* text) override { m_reports.push_back(text); }
 
     [[nodiscard]] const std::string& Printed() const { return m_printed; }
     [[nodiscard]] const std::vector<std::string>& Reports() const { return m_reports; }

@@ -28,14 +28,15 @@ std::string Formatted(const SqxCall& call, std::size_t place)
         values.push_back({kind, call.Numbers(i).data()});
     }
     return QxFormat(call.Get<std::string>(place).c_str(), values.data(),
-                    static_cast<int>(values.size()));
+                    static_cast<int>(values.size()))
+        .Characters();
 }
 
 void Print(const SqxCall& call)
 {
     const std::string text = Formatted(call, 0);
     call.RefusePoison();
-    call.Machine().Support().Print(text);
+    call.Machine().Support().Print(text.c_str());
 }
 
 void Format(const SqxCall& call)

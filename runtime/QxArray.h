@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstddef>
+
+/// An array of numbers, triples or pointers that owns its elements, all of them zero at first. It is
+/// here since <vector> costs more to read than all that a small shader makes of it.
+template <class Element>
+class QxArray {
+public:
+    QxArray() = default;
+    explicit QxArray(std::size_t size) : m_elements(new Element[size]()), m_size(size) {}
+    QxArray(const QxArray&) = delete;
+    QxArray& operator=(const QxArray&) = delete;
+    ~QxArray() { delete[] m_elements; }
+
+    /// What it held is lost, and all elements are zero again.
+    void Reset(std::size_t size)
+    {
+        if (size != m_size) {
+            Element* elements = new Element[size]();
+            delete[] m_elements;
+            m_elements = elements;
+            m_size = size;
+            return;
+        }
+        for (Element& element : *this)
+            element = Element();
+    }
+    Element* Data() { return m_elements; }
+    const Element* Data() const { return m_elements; }
+    std::size_t Size() const { return m_size; }
+    Element& operator[](std::size_t place) { return m_elements[place]; }
+    const Element& operator[](std::size_t place) const { return m_elements[place]; }
+    Element* begin() { return m_elements; }
+    Element* end() { return m_elements + m_size; }
+
+private:
+    Element* m_elements = nullptr;
+    std::size_t m_size = 0;
+};
