@@ -52,12 +52,12 @@ echo
 # From the source to a picture, on both roads.
 echo
 matte=$root/examples/matte.sl
-size=256
+size=256x256
 fast=$("$bin/measure" 3 "$bin/sqxshade" --size $size -o picture.png "$matte")
 [ -s picture.png ]
 slow=$("$bin/measure" 1 "$bin/sqxshade" --dso --size $size -o object.png "$matte")
 [ -s object.png ]
-echo "| \`matte.sl\` to a picture of $size by $size | seconds |"
+echo "| \`matte.sl\` to a picture of $size | seconds |"
 echo '|---|---|'
 echo "| byte-code | ${fast% *} |"
 echo "| shared object | ${slow% *} |"
