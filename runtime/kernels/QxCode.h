@@ -15,7 +15,7 @@ enum class QxCodeStep : std::uint8_t {
     IfTrue,  // within parallel brackets
     IfFalse,
     EndIf,
-    Goto,
+    Goto,        // also within parallel brackets, but not within conditions
     GotoIfTrue,  // by a uniform flag
     GotoIfFalse,
     BeginLights,  // target: behind the loop

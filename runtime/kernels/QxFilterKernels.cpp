@@ -66,7 +66,7 @@ void FilterStep(QxMachineState& state, const QxCode& code, const QxPoints& point
 }
 
 constexpr QxKernelRow k_rows[] = {
-    Row<float, float, float, float, float, Text>("CALL_PRIM_FILTERSTEP", FilterStep),
+    RowPerPoint<float, float, float, float, float, Text>("CALL_PRIM_FILTERSTEP", FilterStep),
 };
 
 }  // namespace

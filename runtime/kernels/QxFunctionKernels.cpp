@@ -55,7 +55,7 @@ QX_KERNEL_CODE void Transform(QxMachineState& state, const QxCode& code, const Q
 template <template <class> class Call, class As>
 constexpr QxKernelRow TransformRow(std::string_view primitive)
 {
-    return Row<Vector, Vector>(primitive, Transform<Call, As>);
+    return RowPerPoint<Vector, Vector>(primitive, Transform<Call, As>);
 }
 
 void ConcatSpace(QxMachineState& state, const QxCode& code, const QxPoints& points)
@@ -136,7 +136,7 @@ constexpr QxKernelRow k_rows[] = {
     EACH3(CALL_PRIM_ROTATE, Matrix&, Matrix, float, Vector),
 
     // Spaces and colors
-    Row<Matrix, Matrix>("CONCAT_SPACE_MATRIX", ConcatSpace),
+    RowPerPoint<Matrix, Matrix>("CONCAT_SPACE_MATRIX", ConcatSpace),
     TransformRow<QxToCurrentCall, QxAsPoint>("CALL_PRIM_TRANSFORM_TO_CURRENT"),
     TransformRow<QxFromCurrentCall, QxAsPoint>("CALL_PRIM_TRANSFORM_FROM_CURRENT"),
     EACH_IN_SPACE(CALL_PRIM_TRANSFORM, Vector&, Text, Text, Vector),

@@ -64,6 +64,14 @@ struct AtPoint : Function {
     constexpr AtPoint() = default;
 };
 
+/// Takes neither.
+template <class Function>
+constexpr bool k_ofOperandsAlone = true;
+template <class Function>
+constexpr bool k_ofOperandsAlone<InRun<Function>> = false;
+template <class Function>
+constexpr bool k_ofOperandsAlone<AtPoint<Function>> = false;
+
 template <class Function>
 struct Applied {
     template <class... Values>
@@ -130,6 +138,7 @@ constexpr QxKernelRow Each(std::string_view primitive, Function)
     row.masked = Any<Function, Where::Masked, Types...>;
     row.operands = k_stored<Types...>;
     row.operandCount = sizeof...(Types);
+    row.perPoint = k_ofOperandsAlone<Function>;
     return row;
 }
 
@@ -145,12 +154,22 @@ constexpr QxKernelRow Row(std::string_view primitive, QxKernel kernel)
     return row;
 }
 
+/// The same for a kernel that handles each point by itself.
+template <class... Types>
+constexpr QxKernelRow RowPerPoint(std::string_view primitive, QxKernel kernel)
+{
+    QxKernelRow row = Row<Types...>(primitive, kernel);
+    row.perPoint = true;
+    return row;
+}
+
 /// A row for a light statement: its flag is false where the mask is not set.
 template <class... Types, class Function>
 constexpr QxKernelRow Statement(std::string_view primitive, Function function)
 {
     QxKernelRow row = Each<Types...>(primitive, function);
     row.statement = Any<Function, Where::Statement, Types...>;
+    row.perPoint = false;
     return row;
 }
 

@@ -154,10 +154,10 @@ constexpr QxKernelRow AmbientRow()
 
 constexpr QxKernelRow k_rows[] = {
     AmbientRow(),
-    Row<Color, Vector>("CALL_PRIM_DIFFUSE", Lit<Diffuse>),
-    Row<Color, Vector, Vector, float>("CALL_PRIM_SPECULAR", Lit<Specular>),
-    Row<Color, Vector, Vector, float>("CALL_PRIM_SPECULARSTD", Lit<Specular>),
-    Row<Color, Vector, Vector, float>("CALL_PRIM_PHONG", Lit<Phong>),
+    RowPerPoint<Color, Vector>("CALL_PRIM_DIFFUSE", Lit<Diffuse>),
+    RowPerPoint<Color, Vector, Vector, float>("CALL_PRIM_SPECULAR", Lit<Specular>),
+    RowPerPoint<Color, Vector, Vector, float>("CALL_PRIM_SPECULARSTD", Lit<Specular>),
+    RowPerPoint<Color, Vector, Vector, float>("CALL_PRIM_PHONG", Lit<Phong>),
 };
 
 }  // namespace

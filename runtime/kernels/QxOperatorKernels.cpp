@@ -1,5 +1,7 @@
 // The operators, under the names by which generated C++ calls them too.
 
+#include <algorithm>
+
 #include "QxBuiltInNames.h"
 #include "kernels/QxKernelForms.h"
 
@@ -12,6 +14,9 @@ using Matrix = QxMatrix44;
 using Flag = QxStopAndBool;
 using Text = const char*;
 
+// Looked at before it is asked whether one was true.
+constexpr unsigned int k_flagsAtOnce = 128;
+
 // A row of the table: name, type of the result, types of the arguments.
 #define CHEAP1(NAME, R, A) Cheap<R, A>(#NAME, [](R& r, const A& a) { NAME(r, a); })
 #define CHEAP2(NAME, R, A, B)                                                                      \
@@ -22,12 +27,18 @@ using Text = const char*;
 #define EACH2(NAME, R, A, B)                                                                       \
     Each<R&, A, B>(#NAME, [](R& r, const A& a, const B& b) { NAME(r, a, b); })
 
-/// The whole grid: the flag of loops that all points run together.
-void IsTrueSomewhere(QxMachineState& state, const QxCode& code, const QxPoints& points)
+/// Of all points at hand: the flag of loops that they run together.
+QX_KERNEL_CODE void IsTrueSomewhere(QxMachineState& state, const QxCode& code,
+                                    const QxPoints& points)
 {
     const auto source = Operand<Flag>(state, code, 1);
-    *static_cast<Flag*>(state.values[code.operands[0].variable]) =
-        QxIsTrueSomewhere(source.step == 0 ? 1 : points.count, source);
+    const unsigned int first = source.step == 0 ? 0 : points.first;
+    const unsigned int end = source.step == 0 ? 1 : points.End();
+    unsigned int any = 0;
+    for (unsigned int i = first; i < end && any == 0; i += k_flagsAtOnce)
+        for (unsigned int j = i; j < std::min(i + k_flagsAtOnce, end); ++j)
+            any |= source.values[j].value;
+    *static_cast<Flag*>(state.values[code.operands[0].variable]) = any != 0;
 }
 
 constexpr QxKernelRow Whole(std::string_view primitive, QxKernel kernel)

@@ -2,10 +2,11 @@
 //
 // Outside the parallel brackets an instruction runs once, or for the whole grid. The brackets run
 // strip by strip, so that the values of a strip stay in the cache from one instruction to the next,
-// and points that have left a loop cost nothing where a whole strip has. No point sees another one
-// there, so that the order does not show; texts that points hand to the scene are sorted. Within
-// the brackets a condition narrows the mask: nothing runs where no point is left, and no mask is
-// looked at where all are.
+// and points that have left a loop cost nothing where a whole strip has: a loop within the brackets
+// goes on as long as the strip has a point in it. No point sees another one there, so that the
+// order does not show; texts that points hand to the scene are sorted. Within the brackets a
+// condition narrows the mask: nothing runs where no point is left, and no mask is looked at where
+// all are.
 
 #include "machine/QxMachineRun.h"
 
@@ -157,20 +158,14 @@ void QxMachineRun::RunBlock(const QxProgramBlock& block)
             CountWork(all.count);
             break;
         case QxCodeStep::BeginParallel:
-            RunParallel(code, codes + code->target);
+            RunParallel(codes, code);
             code = codes + code->target;
             break;
         case QxCodeStep::Goto:
         case QxCodeStep::GotoIfTrue:
-        case QxCodeStep::GotoIfFalse: {
-            const bool jump = code->step == QxCodeStep::Goto ||
-                              IsTrue(*code) == (code->step == QxCodeStep::GotoIfTrue);
-            const QxCode* const next = jump ? codes + code->target : code + 1;
-            if (next <= code)
-                CountSteps(static_cast<std::size_t>(code - next) + 1);
-            code = next;
+        case QxCodeStep::GotoIfFalse:
+            code = Jump(codes, code);
             break;
-        }
         case QxCodeStep::BeginLights:
             code = BeginLights(block, code);
             break;
@@ -233,19 +228,25 @@ void QxMachineRun::RunWhere(const QxCode& code)
 
 // Parallel brackets
 
-void QxMachineRun::RunParallel(const QxCode* begin, const QxCode* behind)
+void QxMachineRun::RunParallel(const QxCode* codes, const QxCode* begin)
 {
     const unsigned int strip = begin->pointwise ? 1 : k_strip;
-    const auto length = static_cast<std::size_t>(behind - begin);
+    const std::size_t length = codes + begin->target - begin;
     m_state.notesWait = true;
     const unsigned int size = m_state.grid.Size();
+    const std::size_t stepsBefore = m_steps;
+    std::size_t mostSteps = 0;
     for (unsigned int first = 0; first < size; first += strip) {
         const unsigned int count = std::min(strip, size - first);
-        RunStrip(begin + 1, first, count);
+        m_steps = stepsBefore;
+        RunStrip(codes, begin + 1, first, count);
+        mostSteps = std::max(mostSteps, m_steps);
         CountWork(count * length);
         if (!m_state.notes.empty())
             TellNotes();
     }
+    // All points go round together, as it were.
+    m_steps = std::max(stepsBefore, mostSteps);
     m_state.notesWait = false;
 }
 
@@ -261,25 +262,42 @@ void QxMachineRun::TellNotes()
     m_state.notesWait = true;
 }
 
-void QxMachineRun::RunStrip(const QxCode* code, unsigned int first, unsigned int count)
+void QxMachineRun::RunStrip(const QxCode* codes, const QxCode* begin, unsigned int first,
+                            unsigned int count)
 {
     QxPoints points = {first, count, nullptr};
     unsigned int depth = 0;
-    for (;;) {
+    for (const QxCode* code = begin;;) {
         if (code->step == QxCodeStep::Kernel) {
             (points.mask ? code->masked : code->all)(m_state, *code, points);
             ++code;
-        } else if (code->step == QxCodeStep::EndParallel) {
-            return;
         } else if (code->step == QxCodeStep::EndIf) {
             points.mask = m_outer[--depth];
             ++code;
-        } else {
+        } else if (code->step == QxCodeStep::IfTrue || code->step == QxCodeStep::IfFalse) {
             const QxCode* const inner = Enter(code, points, depth);
             depth += inner == code + 1 ? 1 : 0;
             code = inner;
+        } else if (code->step == QxCodeStep::EndParallel) {
+            return;
+        } else {
+            const QxCode* const next = Jump(codes, code);
+            if (next <= code)
+                CountWork(count * static_cast<std::size_t>(code - next));
+            code = next;
         }
     }
+}
+
+/// Where a jump leads to, or the instruction behind it.
+const QxCode* QxMachineRun::Jump(const QxCode* codes, const QxCode* code)
+{
+    const bool jump =
+        code->step == QxCodeStep::Goto || IsTrue(*code) == (code->step == QxCodeStep::GotoIfTrue);
+    const QxCode* const next = jump ? codes + code->target : code + 1;
+    if (next <= code)
+        CountSteps(static_cast<std::size_t>(code - next) + 1);
+    return next;
 }
 
 /// The first instruction within the brackets of a condition, or behind them if no point is left.

@@ -40,8 +40,9 @@ private:
     void Start(const QxGrid& grid, const QxShadingContext& context, std::vector<QxVar>& variables);
     void InitializeAtPoints(std::vector<QxVar>& variables);
     void RunBlock(const QxProgramBlock& block);
-    void RunParallel(const QxCode* begin, const QxCode* behind);
-    void RunStrip(const QxCode* code, unsigned int first, unsigned int count);
+    void RunParallel(const QxCode* codes, const QxCode* begin);
+    void RunStrip(const QxCode* codes, const QxCode* begin, unsigned int first, unsigned int count);
+    [[nodiscard]] const QxCode* Jump(const QxCode* codes, const QxCode* code);
     [[nodiscard]] const QxCode* Enter(const QxCode* code, QxPoints& points, unsigned int depth);
     void RunWhere(const QxCode& code);
     [[nodiscard]] const QxCode* BeginLights(const QxProgramBlock& block, const QxCode* code);

@@ -12,6 +12,7 @@ public:
     /// Fills in the variables and constants of `target`.
     QxMachineVariables(const SqxShader& shader, QxMachineCode& target);
 
+    [[nodiscard]] std::size_t Count() const { return m_target.variables.size(); }
     [[nodiscard]] const QxStorage& operator[](std::uint32_t variable) const
     {
         return m_target.variables[variable];

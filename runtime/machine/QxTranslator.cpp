@@ -6,12 +6,14 @@
 //
 // Conditions on uniform flags, which stand outside the parallel brackets, become jumps. What a
 // number of the file means is settled here, and checked where a kernel relies on it, so that a run
-// only follows addresses. Masks are simplified afterwards, see QxSimplifyMasks.cpp.
+// only follows addresses. Afterwards brackets are joined and masks simplified, see QxJoinRuns.cpp and
+// QxSimplifyMasks.cpp.
 
 #include "machine/QxTranslator.h"
 
 #include <algorithm>
 
+#include "machine/QxJoinRuns.h"
 #include "machine/QxSimplifyMasks.h"
 #include "sqx/SqxNumbers.h"
 
@@ -66,6 +68,7 @@ void QxTranslator::Translate(const SqxBlock& block, QxProgramBlock& target)
         if (draft.jumps)
             draft.code.target = static_cast<std::uint32_t>(m_starts[draft.code.target]);
 
+    QxJoinRuns(m_block, m_variables);
     QxSimplifyMasks(m_block, m_target.variables, target.clears);
     target.operands = std::move(m_block.operands);
     target.codes.reserve(m_block.drafts.size());
