@@ -173,7 +173,14 @@ constexpr QxKernelRow k_rows[] = {
     Cheap<Flag, Flag, Flag>("INVERT_INNER_BOOL_FLAG", [](Flag& r, Flag a, Flag outer) { r = Both(outer, Not(a)); }),
     Cheap<Flag, Flag, Flag>("OR_BOOL_FLAG", [](Flag& r, Flag a, Flag b) { r = Either(a, b); }),
 
-    // What the machine makes of brackets that only set flags.
+    // What the machine makes of products that are only summed, see QxFuse.cpp.
+    Cheap<float, float, float, float>("machine:product plus", [](float& r, float a, float b, float c) { r = a * b + c; }),
+    Cheap<float, float, float, float>("machine:product minus", [](float& r, float a, float b, float c) { r = a * b - c; }),
+    Cheap<float, float, float, float>("machine:minus product", [](float& r, float c, float a, float b) { r = c - a * b; }),
+    Cheap<float, float, float, float, float>("machine:sum of products", [](float& r, float a, float b, float c, float d) { r = a * b + c * d; }),
+    Cheap<float, float, float, float, float>("machine:difference of products", [](float& r, float a, float b, float c, float d) { r = a * b - c * d; }),
+
+    // What it makes of brackets that only set flags.
     Cheap<Flag, Flag>("machine:and", [](Flag& r, Flag a) { r = Both(r, a); }),
     Cheap<Flag, Flag>("machine:and not", [](Flag& r, Flag a) { r = Both(r, Not(a)); }),
     Cheap<Flag, Flag>("machine:or", [](Flag& r, Flag a) { r = Either(r, a); }),

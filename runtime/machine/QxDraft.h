@@ -18,6 +18,10 @@ struct QxDraftBlock {
     std::vector<QxDraft> drafts;
     std::vector<QxOperand> operands;
     std::string letters;  // of the operands: r read, w written, m both
+
+    /// Drops the other drafts. A jump to one of them leads to the next that is kept. Gives the new
+    /// index for each old one.
+    std::vector<std::uint32_t> Keep(const std::vector<char>& kept);
 };
 
 /// By the letter of its place in the layout.

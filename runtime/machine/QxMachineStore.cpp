@@ -14,6 +14,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <string_view>
 
 #include "QxHostError.h"
 #include "sqx/SqxPredefined.h"
@@ -53,6 +54,16 @@ bool IsOwn(Kind kind)
            kind == Kind::Alias || kind == Kind::Nowhere;
 }
 
+constexpr std::uint32_t RowOf(std::string_view name)
+{
+    std::uint32_t row = 0;
+    while (k_sqxPredefined[row].name != name)
+        ++row;
+    return row;
+}
+
+constexpr std::uint32_t k_eyeRow = RowOf("E");
+
 /// The member of a grid for each row of the table of predefined variables; none for E.
 void* MemberOf(const QxHiddenVariables& h, std::size_t row)
 {
@@ -81,6 +92,10 @@ QxMachineStore::QxMachineStore(const QxMachineCode& code)
             m_references.push_back(i);
         if (storage.kind == Kind::Local && storage.size > 1 && storage.stored != QxStored::Text)
             m_arrays.push_back(i);
+        if (storage.kind == Kind::Parameter)
+            m_parameters.push_back(i);
+        if (storage.kind == Kind::Predefined || storage.kind == Kind::Ng)
+            m_predefined.push_back(i);
         if (storage.kind != Kind::Constant)
             continue;
         const QxConstant& constant = code.constants[storage.number];
@@ -112,11 +127,8 @@ void QxMachineStore::Start(std::size_t points, std::vector<QxVar>& variables)
     FreeTexts();
     if (points != m_points)
         Allocate(points);
-    for (std::uint32_t i = 0; i < m_values.size(); ++i) {
-        const QxStorage& storage = m_code.variables[i];
-        if (storage.kind == Kind::Parameter)
-            m_values[i] = m_homes[i] = variables[storage.number].Value();
-    }
+    for (const std::uint32_t i : m_parameters)
+        m_values[i] = m_homes[i] = variables[m_code.variables[i].number].Value();
     ResetReferences();
     Clear(m_arrays);
 }
@@ -197,13 +209,13 @@ void* QxMachineStore::Zeros()
 void QxMachineStore::Bind(const QxHiddenVariables& hidden, const QxVector3& eye)
 {
     m_eye = eye;
-    for (std::uint32_t i = 0; i < m_values.size(); ++i) {
+    for (const std::uint32_t i : m_predefined) {
         const QxStorage& storage = m_code.variables[i];
         if (storage.kind == Kind::Predefined) {
-            const bool isEye = k_sqxPredefined[storage.number].name == std::string_view("E");
-            void* const member = isEye ? &m_eye : MemberOf(hidden, storage.number);
+            void* const member =
+                storage.number == k_eyeRow ? &m_eye : MemberOf(hidden, storage.number);
             m_values[i] = m_homes[i] = member ? member : Zeros();
-        } else if (storage.kind == Kind::Ng) {
+        } else {
             m_values[i] = hidden.Ng ? static_cast<void*>(hidden.Ng) : Zeros();
         }
     }

@@ -52,6 +52,8 @@ private:
     std::vector<std::pair<std::uint32_t, std::size_t>> m_texts;  // variables that own texts, count
     std::vector<std::uint32_t> m_references;                     // and aliases, and what else moves
     std::vector<std::uint32_t> m_arrays;                         // locals
+    std::vector<std::uint32_t> m_parameters;
+    std::vector<std::uint32_t> m_predefined;  // and normals
     std::vector<QxVector3> m_zeros;
     QxVector3 m_eye = {0, 0, 0};
 };

@@ -1,12 +1,7 @@
 #pragma once
 
-#include <cstdint>
-#include <vector>
+#include "machine/QxLiveness.h"
 
-#include "machine/QxDraft.h"
-#include "machine/QxMachineCode.h"
-
-/// Rewrites that make masks cheap, and which locals are read before they are written. Leaves the
-/// targets of the codes as indexes among the drafts.
-void QxSimplifyMasks(QxDraftBlock& block, const std::vector<QxStorage>& variables,
-                     std::vector<std::uint32_t>& clears);
+/// Rewrites that make masks cheap. `liveness`: computed, of the block. Leaves the targets of the
+/// codes as indexes among the drafts.
+void QxSimplifyMasks(QxDraftBlock& block, QxLiveness& liveness);

@@ -6,13 +6,14 @@
 //
 // Conditions on uniform flags, which stand outside the parallel brackets, become jumps. What a
 // number of the file means is settled here, and checked where a kernel relies on it, so that a run
-// only follows addresses. Afterwards brackets are joined and masks simplified, see QxJoinRuns.cpp and
-// QxSimplifyMasks.cpp.
+// only follows addresses. Afterwards brackets are joined, instructions fused and masks simplified,
+// each in a file of its own.
 
 #include "machine/QxTranslator.h"
 
 #include <algorithm>
 
+#include "machine/QxFuse.h"
 #include "machine/QxJoinRuns.h"
 #include "machine/QxSimplifyMasks.h"
 #include "sqx/SqxNumbers.h"
@@ -69,7 +70,14 @@ void QxTranslator::Translate(const SqxBlock& block, QxProgramBlock& target)
             draft.code.target = static_cast<std::uint32_t>(m_starts[draft.code.target]);
 
     QxJoinRuns(m_block, m_variables);
-    QxSimplifyMasks(m_block, m_target.variables, target.clears);
+    QxLiveness liveness(m_block, m_target.variables);
+    if (liveness.Compute()) {
+        target.clears = liveness.ReadFirst();
+        QxFuse(m_writer, liveness);
+        QxSimplifyMasks(m_block, liveness);
+    } else {
+        target.clears = liveness.Locals();
+    }
     target.operands = std::move(m_block.operands);
     target.codes.reserve(m_block.drafts.size());
     unsigned int depth = 0;
