@@ -118,8 +118,8 @@ void SlcGenByteCode::GenVarDeclarations(SlcInterForm& form)
         Number(variable->GetIntCodeVar());
     }
     m_out << form.m_parameters.size() << '\n';
-    for (std::size_t i = 0; i < form.m_parameters.size(); ++i)
-        GenParameter(*form.m_parameters[i], form.m_paramSpaces[i]);
+    for (const SlcParameterInfo& parameter : form.m_parameters)
+        GenParameter(*parameter.entry, parameter.space);
     GenLocals({locals.begin(), locals.end()});
     GenConstants(constants);
 }
@@ -215,13 +215,14 @@ void SlcGenByteCode::GenInitGroup(SlcInterForm& form, bool dependsOnContext)
     std::deque<SlcPtr<SlcListICode>> lists;
     std::deque<std::deque<SlcOperand>> values;
     std::vector<SlcOperand> locals;
-    for (std::size_t i = 0; i < form.m_paramInitLists.size(); ++i) {
-        if (form.m_initDependsOnContext[i] != dependsOnContext)
+    for (std::size_t i = 0; i < form.m_parameters.size(); ++i) {
+        const SlcParameterInfo& parameter = form.m_parameters[i];
+        if (parameter.initDependsOnContext != dependsOnContext)
             continue;
         members.push_back(i);
-        lists.push_back(form.m_paramInitLists[i]);
-        values.push_back(form.m_paramInitValues[i]);
-        const auto& used = form.m_paramInitLists[i]->m_usedLocalVars;
+        lists.push_back(parameter.initList);
+        values.push_back(parameter.initValues);
+        const auto& used = parameter.initList->m_usedLocalVars;
         locals.insert(locals.end(), used.begin(), used.end());
     }
     std::deque<SlcOperand> constants;
@@ -239,14 +240,14 @@ void SlcGenByteCode::GenInitGroup(SlcInterForm& form, bool dependsOnContext)
 
 void SlcGenByteCode::GenInitNeededObjectSpace(const SlcInterForm& form)
 {
-    for (std::size_t i = 0; i < form.m_parameters.size(); ++i)
-        m_out << (form.m_needsObjectSpace[i] ? 1 : 0) << '\n';
+    for (const SlcParameterInfo& parameter : form.m_parameters)
+        m_out << (parameter.needsObjectSpace ? 1 : 0) << '\n';
 }
 
 void SlcGenByteCode::GenIsVarOutput(const SlcInterForm& form)
 {
-    for (const auto& parameter : form.m_parameters)
-        m_out << (parameter->GetStorage()->IsOutput() ? 1 : 0) << '\n';
+    for (const SlcParameterInfo& parameter : form.m_parameters)
+        m_out << (parameter.entry->GetStorage()->IsOutput() ? 1 : 0) << '\n';
 }
 
 /// The initializers, which stand in front of the tables, may call shadeops too.

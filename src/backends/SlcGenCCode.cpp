@@ -60,7 +60,7 @@ bool SlcGenCCode::IsLitShader() const
 
 const SlcOperand& SlcGenCCode::Parameter(std::size_t i) const
 {
-    return m_form->m_parameters[i]->GetIntCodeVar();
+    return m_form->m_parameters[i].entry->GetIntCodeVar();
 }
 
 std::string SlcGenCCode::Visible(std::size_t parameter) const

@@ -48,11 +48,11 @@ void SlcGenCCode::GenInitialize()
     Line("\tQxShaderSupport *shaderSupport = i_context.ShaderSupport();");
     Line();
     Line("\ttypedef struct {");
-    for (std::size_t i = 0; i < count; ++i) {
-        if (m_form->m_initDependsOnContext[i])
+    for (const SlcParameterInfo& parameter : m_form->m_parameters) {
+        if (parameter.initDependsOnContext)
             m_initAtShadeTime = true;
         else
-            for (const SlcOperand& local : m_form->m_paramInitLists[i]->m_usedLocalVars)
+            for (const SlcOperand& local : parameter.initList->m_usedLocalVars)
                 GenInitLocal(local);
     }
     Line("\t} QxLocalInitUniform;");
@@ -61,15 +61,15 @@ void SlcGenCCode::GenInitialize()
     Line();
     for (std::size_t i = 0; i < count; ++i) {
         Line("\tif (", Visible(i), ".UseDefaultValue()) {");
-        if (m_form->m_initDependsOnContext[i])
+        if (m_form->m_parameters[i].initDependsOnContext)
             GenShadeTimePlaceholder(i);
         else
             GenDefaultValue(i);
         Line("\t}");
     }
-    for (std::size_t i = 0; i < count; ++i)
-        if (!m_form->m_initDependsOnContext[i])
-            for (const SlcOperand& local : m_form->m_paramInitLists[i]->m_usedLocalVars)
+    for (const SlcParameterInfo& parameter : m_form->m_parameters)
+        if (!parameter.initDependsOnContext)
+            for (const SlcOperand& local : parameter.initList->m_usedLocalVars)
                 FreeStrings(local, "\tFREE_STRING((char*) u.", "FREE_STRING((char*)v.");
     Line("}");
 }
@@ -89,11 +89,12 @@ void SlcGenCCode::GenInitLocal(const SlcOperand& local)
 
 void SlcGenCCode::GenDefaultValue(std::size_t parameter)
 {
-    PrintListICode(*m_form->m_paramInitLists[parameter]);
-    const SlcOperand& value = m_form->m_paramInitValues[parameter].front();
+    const SlcParameterInfo& info = m_form->m_parameters[parameter];
+    PrintListICode(*info.initList);
+    const SlcOperand& value = info.initValues.front();
     const std::string text = m_values.GetString(value);
     const std::string call = "\tQxInitVarValue(" + Visible(parameter) + ", " +
-                             SlcEquCValue::Quote(m_form->m_paramSpaces[parameter]->GetText()) +
+                             SlcEquCValue::Quote(info.space->GetText()) +
                              ", QxTokenInfo::e_constant, 1, &";
     if (!value->IsFloat() && !value->IsString()) {
         Line(call, text, ");");
@@ -129,10 +130,9 @@ void SlcGenCCode::GenShadeTimePlaceholder(std::size_t parameter)
 
 bool SlcGenCCode::UsesLightsAtShadeTime() const
 {
-    for (std::size_t i = 0; i < m_form->m_parameters.size(); ++i) {
-        const auto& codes = m_form->m_paramInitLists[i]->m_icodes;
-        if (m_form->m_initDependsOnContext[i] &&
-            std::any_of(codes.begin(), codes.end(), StartsLights))
+    for (const SlcParameterInfo& parameter : m_form->m_parameters) {
+        const auto& codes = parameter.initList->m_icodes;
+        if (parameter.initDependsOnContext && std::any_of(codes.begin(), codes.end(), StartsLights))
             return true;
     }
     return false;
@@ -143,9 +143,9 @@ bool SlcGenCCode::UsesLightsAtShadeTime() const
 void SlcGenCCode::GenInitializeAtShadeTime()
 {
     Locals locals;
-    for (std::size_t i = 0; i < m_form->m_parameters.size(); ++i)
-        if (m_form->m_initDependsOnContext[i])
-            AddLocals(*m_form->m_paramInitLists[i], locals);
+    for (const SlcParameterInfo& parameter : m_form->m_parameters)
+        if (parameter.initDependsOnContext)
+            AddLocals(*parameter.initList, locals);
 
     const bool usesLights = UsesLightsAtShadeTime();
     // Nothing calls it in a shader of another kind.
@@ -164,7 +164,7 @@ void SlcGenCCode::GenInitializeAtShadeTime()
     Line();
     GenShadeTimeLocals(locals);
     for (std::size_t i = 0; i < m_form->m_parameters.size(); ++i)
-        if (m_form->m_initDependsOnContext[i])
+        if (m_form->m_parameters[i].initDependsOnContext)
             GenShadeTimeValue(i);
     for (const auto* group : {&locals.uniform, &locals.varying})
         for (const SlcOperand& local : *group)
@@ -209,9 +209,9 @@ void SlcGenCCode::GenShadeTimeLocals(const Locals& locals)
 void SlcGenCCode::GenShadeTimeValue(std::size_t parameter)
 {
     const SlcOperand& variable = Parameter(parameter);
-    const SlcOperand& value = m_form->m_paramInitValues[parameter].front();
+    const SlcOperand& value = m_form->m_parameters[parameter].initValues.front();
     Line("\tif (", Visible(parameter), ".UseDefaultValue()) {");
-    PrintListICode(*m_form->m_paramInitLists[parameter]);
+    PrintListICode(*m_form->m_parameters[parameter].initList);
     if (!IsArray(variable))
         GenShadeTimeAssign(variable, value, nullptr);
     else

@@ -133,7 +133,7 @@ void SlcGenCCode::GenVisibleVarsFacts()
     std::vector<std::string> needObjectSpace;
     std::vector<std::string> areOutput;
     for (std::size_t i = 0; i < count; ++i) {
-        needObjectSpace.emplace_back(TrueOrFalse(m_form->m_needsObjectSpace[i]));
+        needObjectSpace.emplace_back(TrueOrFalse(m_form->m_parameters[i].needsObjectSpace));
         areOutput.emplace_back(TrueOrFalse(Parameter(i)->GetStorage()->IsOutput()));
     }
     GenTable("unsigned char ", "isSpaceObject", needObjectSpace);

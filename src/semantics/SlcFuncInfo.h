@@ -2,12 +2,11 @@
 
 #include <memory>
 
+#include "frontend/SlcDefinitionNodes.h"
 #include "semantics/SlcCheckUsage.h"
 #include "semantics/SlcGetBodyFacts.h"
 #include "semantics/SlcInlineResults.h"
 #include "symbols/SlcSymbolTable.h"
-
-class SlcFuncDefNode;
 
 /// What is known of a user function once its body has been checked; kept in its symbol entry.
 class SlcFuncInfo : public SlcAnnotation {
@@ -40,6 +39,13 @@ public:
     /// Checked shader code reaches the function, directly or through others.
     [[nodiscard]] bool IsCalled() const { return m_called; }
     void SetCalled() { m_called = true; }
+    /// The same of a definition, which has no record if it was refused.
+    [[nodiscard]] static bool IsCalled(const SlcFuncDefNode& definition)
+    {
+        const auto& entry = definition.GetSymbolEntry();
+        return entry && entry->GetFuncInfo() &&
+               CheckCast<SlcFuncInfo>(entry->GetFuncInfo())->IsCalled();
+    }
     [[nodiscard]] const SlcBodyFacts& GetBodyFacts() const { return m_bodyFacts; }
     /// What calls have found out, for those with the same details.
     [[nodiscard]] SlcInlineResults& GetInlineResults() { return m_inlineResults; }

@@ -20,7 +20,7 @@ SlcVarSymbolEntry& Shader::AddEntry(const char* name, SlcTypeNode* type, SlcDeta
     const auto entry = MakeShared<SlcVarSymbolEntry>(SlcLexicalNode::CreateIdent(name), type,
                                                      detail, storage, false, nullptr);
     entry->MakeIntCodeVar(name);
-    m_form.m_parameters.push_back(entry);
+    m_form.m_parameters.emplace_back().entry = entry;
     return *entry;
 }
 
@@ -29,19 +29,23 @@ const SlcOperand& Shader::AddParameter(const char* name, SlcTypeNode* type, SlcD
                                        const char* space, bool dependsOnContext)
 {
     SlcVarSymbolEntry& entry = AddEntry(name, type, detail, SlcStorageSpecNode::AInput());
-    m_form.m_paramInitLists.push_back(init ? init : MakeShared<SlcListICode>());
-    m_form.m_paramInitValues.push_back({value});
-    m_form.m_needsObjectSpace.push_back(space == std::string("object"));
-    m_form.m_paramSpaces.push_back(Literal(space));
-    m_form.m_initDependsOnContext.push_back(dependsOnContext);
+    SlcParameterInfo& info = m_form.m_parameters.back();
+    info.initList = init ? init : MakeShared<SlcListICode>();
+    info.initValues = {value};
+    info.needsObjectSpace = space == std::string("object");
+    info.space = Literal(space);
+    info.initDependsOnContext = dependsOnContext;
     return entry.GetIntCodeVar();
 }
 
 void Shader::AddOutputParameter(const char* name, SlcTypeNode* type, const SlcOperand& value)
 {
     AddParameter(name, type, SlcDetailNode::AVarying(), value);
+    SlcParameterInfo info = m_form.m_parameters.back();
     m_form.m_parameters.pop_back();
     AddEntry(name, type, SlcDetailNode::AVarying(), SlcStorageSpecNode::AOutput());
+    info.entry = m_form.m_parameters.back().entry;
+    m_form.m_parameters.back() = info;
 }
 
 void Shader::AddHidden(const char* name, const SlcOperand& operand)

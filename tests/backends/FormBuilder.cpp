@@ -51,19 +51,18 @@ SlcOperand FormBuilder::Parameter(const std::string& name, SlcOperand init, SlcT
     auto entry = MakeShared<SlcVarSymbolEntry>(SlcLexicalNode::CreateIdent(name), type, detail,
                                                storage, false, nullptr);
     entry->MakeIntCodeVar(name.c_str());
-    m_form.m_parameters.push_back(entry);
-    m_form.m_paramInitLists.push_back(MakeShared<SlcListICode>());
-    m_form.m_paramInitValues.push_back({std::move(init)});
-    m_form.m_paramSpaces.push_back(SlcLexicalNode::CreateString("\"\""));
-    m_form.m_needsObjectSpace.push_back(false);
-    m_form.m_initDependsOnContext.push_back(false);
+    SlcParameterInfo& info = m_form.m_parameters.emplace_back();
+    info.entry = entry;
+    info.initList = MakeShared<SlcListICode>();
+    info.initValues = {std::move(init)};
+    info.space = SlcLexicalNode::CreateString("\"\"");
     return entry->GetIntCodeVar();
 }
 
 SlcListICode& FormBuilder::InitialCode(bool perPoint)
 {
-    m_form.m_initDependsOnContext.back() = perPoint;
-    return *m_form.m_paramInitLists.back();
+    m_form.m_parameters.back().initDependsOnContext = perPoint;
+    return *m_form.m_parameters.back().initList;
 }
 
 SlcOperand FormBuilder::Local(SlcTypeNode* type, SlcDetailNode* detail)

@@ -11,6 +11,15 @@
 
 namespace {
 
+/// A fact of each parameter in turn.
+std::string OfEach(LoweredShader& shader, bool SlcParameterInfo::*fact)
+{
+    std::string text;
+    for (const SlcParameterInfo& parameter : shader.Form().m_parameters)
+        text += std::string(text.empty() ? "" : " ") + (parameter.*fact ? "yes" : "no");
+    return text;
+}
+
 TEST(SlcInterForm, KnowsTheSpaceAndContextOfEachDefaultValue)
 {
     struct ParameterCase {
@@ -39,10 +48,11 @@ TEST(SlcInterForm, KnowsTheSpaceAndContextOfEachDefaultValue)
     for (const ParameterCase& c : cases) {
         LoweredShader shader(std::string("surface s(") + c.formal + ") {}");
         const SlcInterForm& form = shader.Form();
-        ASSERT_EQ(form.m_paramSpaces.size(), 1u) << c.formal;
-        EXPECT_EQ(form.m_paramSpaces[0]->GetText(), c.space) << c.formal;
-        EXPECT_EQ(form.m_needsObjectSpace[0], c.objectSpace) << c.formal;
-        EXPECT_EQ(form.m_initDependsOnContext[0], c.context) << c.formal;
+        ASSERT_EQ(form.m_parameters.size(), 1u) << c.formal;
+        const SlcParameterInfo& parameter = form.m_parameters[0];
+        EXPECT_EQ(parameter.space->GetText(), c.space) << c.formal;
+        EXPECT_EQ(parameter.needsObjectSpace, c.objectSpace) << c.formal;
+        EXPECT_EQ(parameter.initDependsOnContext, c.context) << c.formal;
     }
 }
 
@@ -51,14 +61,14 @@ TEST(SlcInterForm, KnowsThatAFunctionInADefaultValueNeedsObjectSpace)
     LoweredShader shader("float f() { return xcomp(point \"object\" 1); }"
                          "float g() { return f(); }"
                          "surface s(float a = g(); float b = 1; float c = xcomp(point 1)) {}");
-    EXPECT_EQ(shader.Form().m_needsObjectSpace, (std::deque<bool>{true, false, false}));
+    EXPECT_EQ(OfEach(shader, &SlcParameterInfo::needsObjectSpace), "yes no no");
 }
 
 TEST(SlcInterForm, HandsContextDownToLaterParameters)
 {
     LoweredShader shader("surface s(varying float a = u; varying float b = a; float c = 1; "
                          "float d = c) {}");
-    EXPECT_EQ(shader.Form().m_initDependsOnContext, (std::deque<bool>{true, true, false, false}));
+    EXPECT_EQ(OfEach(shader, &SlcParameterInfo::initDependsOnContext), "yes yes no no");
 }
 
 TEST(SlcInterForm, InitializesParametersByListsOfTheirOwn)
@@ -85,10 +95,10 @@ TEST(SlcInterForm, InitializesParametersByListsOfTheirOwn)
     };
     for (const InitCase& c : cases) {
         LoweredShader shader(std::string("surface s(") + c.formal + ") {}");
-        EXPECT_EQ(ToText(*shader.Form().m_paramInitLists.back()), c.code) << c.formal;
-        ASSERT_EQ(shader.Form().m_paramInitValues.back().size(), 1u) << c.formal;
-        EXPECT_FALSE(shader.Form().m_paramInitValues.back()[0]->GetType()->IsArrayRefType())
-            << c.formal;
+        const SlcParameterInfo& parameter = shader.Form().m_parameters.back();
+        EXPECT_EQ(ToText(*parameter.initList), c.code) << c.formal;
+        ASSERT_EQ(parameter.initValues.size(), 1u) << c.formal;
+        EXPECT_FALSE(parameter.initValues[0]->GetType()->IsArrayRefType()) << c.formal;
     }
 }
 
@@ -118,7 +128,7 @@ TEST(SlcInterForm, GivesEachListConstantsOfItsOwn)
                          "Ci = occlusion(P, N, 1); }");
     const ConstantReader main(*shader.Form().m_mainList);
     for (const SlcLexType* constant :
-         ConstantReader(*shader.Form().m_paramInitLists[0]).m_constants)
+         ConstantReader(*shader.Form().m_parameters[0].initList).m_constants)
         EXPECT_FALSE(main.m_constants.contains(constant));
 }
 

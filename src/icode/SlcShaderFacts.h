@@ -1,0 +1,37 @@
+#pragma once
+
+#include <deque>
+#include <string>
+
+#include "icode/SlcListICode.h"
+
+class SlcFuncDSOSymbolEntry;
+class SlcShaderTypeNode;
+class SlcVarSymbolEntry;
+
+/// A parameter with its default value. It goes into the file only with one: the parser refuses
+/// formals of a shader without.
+struct SlcParameterInfo {
+    SlcPtr<SlcVarSymbolEntry> entry;
+    SlcPtr<SlcListICode> initList;          // code that computes the default value
+    std::deque<SlcOperand> initValues;      // what holds it after its list has run
+    bool initDependsOnContext = false;      // cannot be computed once per shader instance
+    bool needsObjectSpace = false;          // the initializer names the space "object"
+    SlcStringLiteralNode* space = nullptr;  // that goes into the file
+};
+
+/// What a writer needs of a shader beyond the instructions of its body.
+struct SlcShaderFacts {
+    std::deque<SlcParameterInfo> m_parameters;  // in the order of their declaration
+    SlcIdentNode* m_shaderName = nullptr;
+    const SlcSyntaxNode* m_shader = nullptr;  // where reports on the shader as a whole stand
+    SlcShaderTypeNode* m_shaderType = nullptr;
+    std::deque<SlcPtr<SlcVarSymbolEntry>> m_hiddenVars;  // predefined variables, by first use
+    std::deque<SlcStringLiteralNode*> m_spaces;          // unique; "object" and "shader" come first
+    std::deque<std::string> m_dsoNames;                  // shadeop libraries used, unique
+    std::deque<SlcPtr<SlcFuncDSOSymbolEntry>> m_dsoFunctions;  // shadeops used, unique
+    bool m_usesRaytracing = false;                             // the shader calls `trace`
+    bool m_PModified = false;                                  // the shader can write `P`
+    bool m_CiAssigned = false;                                 // the shader writes `Ci` or `Cl`
+    bool m_OiAssigned = false;                                 // the shader writes `Oi` or `Ol`
+};
