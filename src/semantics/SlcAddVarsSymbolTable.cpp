@@ -200,7 +200,8 @@ void SlcAddVarsSymbolTable::CheckInitializer(SlcDefExprNode* definition, SlcType
     SlcTypeNode* wanted = WantedType(definition, type);
     types->SetUniqueType(wanted);
     m_uniquePass(initializer, m_current, m_shaderType);
-    m_detailPass(initializer, m_shaderType, !m_place.inFunction, m_place.lightNesting, m_detail);
+    m_detailPass(initializer,
+                 {m_shaderType, !m_place.inFunction, m_place.lightNesting != 0, m_detail});
     if (m_detail->IsUniform() && !types->GetDetail()->IsUniform() && !wanted->IsVoidType())
         m_errors->Error(initializer, "The expression initializing '" +
                                          definition->GetIdent()->GetName() + "' must be uniform");

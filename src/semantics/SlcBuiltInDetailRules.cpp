@@ -83,7 +83,7 @@ SlcDetailNode* SlcAllArgsUniformReturnUniform(SlcCheckDetail* walker, SlcFuncEnt
                                               SlcProcCallExprNode* call)
 {
     SlcCheckParamDetails(*walker, *entry, call);
-    return CombineArguments(call, walker->ExpectedDetail(),
+    return CombineArguments(call, walker->Place().wanted,
                             [](const SlcExprNode* expr) { return SlcFirstDetailOf(expr); });
 }
 
@@ -91,7 +91,7 @@ SlcDetailNode* SlcAllArgsUniformReturnUniformInline(SlcCheckInlineDetail* walker
                                                     SlcProcCallExprNode* call)
 {
     SlcDetailNode* const detail =
-        CombineArguments(call, walker->ExpectedDetail(),
+        CombineArguments(call, walker->Place().wanted,
                          [](const SlcExprNode* expr) { return SlcInlineDetailOf(expr); });
     WriteOutputs(*walker, call);
     return detail;

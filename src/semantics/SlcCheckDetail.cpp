@@ -58,13 +58,9 @@ bool IsUniformVariable(const SlcPtr<SlcVarSymbolEntry>& variable)
 
 SlcCheckDetail::SlcCheckDetail(SlcPtr<SlcSemanticError> errors) : m_errors(std::move(errors)) {}
 
-void SlcCheckDetail::operator()(SlcSyntaxNode* node, SlcShaderTypeNode* shaderType,
-                                bool notInFunction, int lightNesting, SlcDetailNode* wanted)
+void SlcCheckDetail::operator()(SlcSyntaxNode* node, const SlcCallPlace& place)
 {
-    m_shaderType = shaderType;
-    m_notInFunction = notInFunction;
-    m_inLightStatement = lightNesting != 0;
-    m_expected = wanted;
+    m_place = place;
     m_condition = SlcDetailNode::AUniform();
     node->ApplyWalker(this);
 }
@@ -114,9 +110,9 @@ void SlcCheckDetail::Case(SlcAssignExprNode* node)
     SlcLValueNode* lvalue = node->GetLValue();
     lvalue->ApplyWalker(this);
     SlcDetailNode* const detail = DetailOf(lvalue);
-    SlcDetailNode* const expected = std::exchange(m_expected, detail);
+    SlcDetailNode* const expected = std::exchange(m_place.wanted, detail);
     node->GetValue()->ApplyWalker(this);
-    m_expected = expected;
+    m_place.wanted = expected;
 
     // An index counts: at a varying one each point has its own element to write, and a uniform
     // array has one for all.

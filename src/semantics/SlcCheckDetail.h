@@ -1,6 +1,7 @@
 #pragma once
 
 #include "frontend/SlcCodeWalker.h"
+#include "semantics/SlcCallPlace.h"
 #include "support/SlcPtr.h"
 #include "support/reports/SlcSemanticError.h"
 
@@ -14,20 +15,12 @@ class SlcCheckDetail : public SlcCodeWalker {
 public:
     explicit SlcCheckDetail(SlcPtr<SlcSemanticError> errors);
 
-    /// `wanted` is the detail that the context wants; may be null. `notInFunction`: the statement
-    /// belongs to the shader, so that the functions that it calls are reached.
-    void operator()(SlcSyntaxNode* node, SlcShaderTypeNode* shaderType, bool notInFunction,
-                    int lightNesting, SlcDetailNode* wanted);
+    /// `place`: where the statement stands, and what its context wants of an expression.
+    void operator()(SlcSyntaxNode* node, const SlcCallPlace& place);
 
     // What the rules of calls need to know.
     [[nodiscard]] SlcPtr<SlcSemanticError>& Errors() { return m_errors; }
-    [[nodiscard]] SlcShaderTypeNode* ShaderType() const { return m_shaderType; }
-    [[nodiscard]] bool IsInLightStatement() const { return m_inLightStatement; }
-    [[nodiscard]] bool IsNotInFunction() const { return m_notInFunction; }
-    /// Null where the context wants none.
-    [[nodiscard]] SlcDetailNode* ExpectedDetail() const { return m_expected; }
-    /// Of calls around the statement: it stands in the source as it is.
-    [[nodiscard]] static int Level() { return 0; }
+    [[nodiscard]] const SlcCallPlace& Place() const { return m_place; }
 
 private:
     using SlcCodeWalker::Case;
@@ -55,9 +48,6 @@ private:
     void CombineElements(Node* node, const Elements& elements);
 
     SlcPtr<SlcSemanticError> m_errors;
-    bool m_inLightStatement = false;
-    SlcDetailNode* m_expected = nullptr;
-    SlcShaderTypeNode* m_shaderType = nullptr;
-    bool m_notInFunction = false;
+    SlcCallPlace m_place;                  // of what is being walked
     SlcDetailNode* m_condition = nullptr;  // of the comparisons walked since the condition began
 };

@@ -22,7 +22,6 @@
 
 #include "frontend/SlcNodes.h"
 #include "semantics/SlcInlineDetails.h"
-#include "semantics/SlcLeftSpine.h"
 #include "symbols/SlcFuncSymbolEntry.h"
 
 namespace {
@@ -48,16 +47,11 @@ SlcCheckInlineDetail::SlcCheckInlineDetail(SlcPtr<SlcSemanticError> errors,
 {
 }
 
-SlcDetailNode* SlcCheckInlineDetail::operator()(SlcSyntaxNode* body, SlcShaderTypeNode* shaderType,
-                                                bool inLightStatement, bool notInFunction,
-                                                SlcDetailNode* wanted, int level)
+SlcDetailNode* SlcCheckInlineDetail::operator()(SlcSyntaxNode* body, const SlcCallPlace& place)
 {
-    m_shaderType = shaderType;
-    m_inLightStatement = inLightStatement;
-    m_notInFunction = notInFunction;
-    m_wanted = wanted;
-    m_level = level;
-    m_expected = nullptr;
+    m_place = place;
+    // What the context wants is wanted of the result alone.
+    m_wanted = std::exchange(m_place.wanted, nullptr);
     m_condition = SlcDetailNode::AUniform();
     m_guard = nullptr;
     m_left = {nullptr};
@@ -150,9 +144,9 @@ void SlcCheckInlineDetail::Case(SlcDefExprNode* node)
 /// result.
 void SlcCheckInlineDetail::Case(SlcReturnStmtNode* node)
 {
-    SlcDetailNode* const expected = std::exchange(m_expected, m_wanted);
+    SlcDetailNode* const expected = std::exchange(m_place.wanted, m_wanted);
     node->GetValue()->ApplyWalker(this);
-    m_expected = expected;
+    m_place.wanted = expected;
     SlcDetailNode* detail = SlcInlineDetailOf(node->GetValue());
     if (!m_guard)
         throw EndCheckInline{detail};
@@ -268,143 +262,4 @@ void SlcCheckInlineDetail::Leave(std::size_t loops)
 void SlcCheckInlineDetail::Case(SlcLoopModStmtNode* node)
 {
     Leave(static_cast<std::size_t>(node->GetLevel()->GetValue()));
-}
-
-void SlcCheckInlineDetail::Case(SlcConstExprNode* node)
-{
-    SlcSetInlineDetail(node, SlcFirstDetailOf(node));
-}
-
-void SlcCheckInlineDetail::Case(SlcIdentExprNode* node)
-{
-    SlcSetInlineDetail(node, SlcEffectiveDetail(node->GetSymbolEntry()));
-}
-
-void SlcCheckInlineDetail::Case(SlcArrayRefExprNode* node)
-{
-    node->WalkIn(this);
-    SlcSetInlineDetail(node, SlcDetailNode::Combine(SlcEffectiveDetail(node->GetSymbolEntry()),
-                                                    SlcInlineDetailOf(node->GetIndex())));
-}
-
-void SlcCheckInlineDetail::Case(SlcIdentLValueNode* node)
-{
-    SlcSetInlineDetail(node, SlcDeclaredDetail(node->GetSymbolEntry()));
-}
-
-void SlcCheckInlineDetail::Case(SlcArrayRefLValueNode* node)
-{
-    node->WalkIn(this);
-    SlcSetInlineDetail(node, SlcDetailNode::Combine(SlcDeclaredDetail(node->GetSymbolEntry()),
-                                                    SlcInlineDetailOf(node->GetIndex())));
-}
-
-void SlcCheckInlineDetail::Case(SlcAssignExprNode* node)
-{
-    SlcLValueNode* lvalue = node->GetLValue();
-    lvalue->ApplyWalker(this);
-    SlcDetailNode* const target = SlcInlineDetailOf(lvalue);
-    SlcDetailNode* const expected = std::exchange(m_expected, target);
-    node->GetValue()->ApplyWalker(this);
-    m_expected = expected;
-
-    SlcDetailNode* const detail =
-        SlcDetailNode::Combine(SlcInlineDetailOf(node->GetValue()), target);
-    Written(lvalue->GetSymbolEntry(), detail,
-            lvalue->IsIdentLValue() ? Extent::Whole : Extent::Part);
-    SlcSetInlineDetail(node, detail);
-}
-
-void SlcCheckInlineDetail::Case(SlcCastExprNode* node)
-{
-    node->GetOperand()->ApplyWalker(this);
-    SlcSetInlineDetailIfUnknown(node, SlcInlineDetailOf(node->GetOperand()));
-}
-
-void SlcCheckInlineDetail::Case(SlcUMinusExprNode* node)
-{
-    node->GetOperand()->ApplyWalker(this);
-    SlcSetInlineDetailIfUnknown(node, SlcInlineDetailOf(node->GetOperand()));
-}
-
-template <class Elements>
-SlcDetailNode* SlcCheckInlineDetail::WalkElements(const Elements& elements)
-{
-    SlcDetailNode* detail = SlcDetailNode::AUniform();
-    for (const auto& element : elements) {
-        element->ApplyWalker(this);
-        detail = SlcDetailNode::Combine(detail, SlcInlineDetailOf(element.get()));
-    }
-    return detail;
-}
-
-void SlcCheckInlineDetail::Case(SlcPointExprNode* node)
-{
-    SlcSetInlineDetailIfUnknown(node, WalkElements(node->GetCoordinates()));
-}
-
-void SlcCheckInlineDetail::Case(SlcMatrixExprNode* node)
-{
-    SlcSetInlineDetailIfUnknown(node, WalkElements(node->GetValues()));
-}
-
-void SlcCheckInlineDetail::Case(SlcArrayExprNode* node)
-{
-    SlcSetInlineDetail(node, WalkElements(node->GetExprs()));
-}
-
-void SlcCheckInlineDetail::Case(SlcBinOpExprNode* node)
-{
-    const SlcLeftSpine chain(node);
-    chain.first->ApplyWalker(this);
-    for (auto link = chain.operations.rbegin(); link != chain.operations.rend(); ++link) {
-        SlcBinOpExprNode* const operation = *link;
-        operation->GetRight()->ApplyWalker(this);
-        SlcSetInlineDetailIfUnknown(
-            operation, SlcDetailNode::Combine(SlcInlineDetailOf(operation->GetLeft()),
-                                              SlcInlineDetailOf(operation->GetRight())));
-    }
-}
-
-/// Walked also when its detail is known, for the calls in it.
-void SlcCheckInlineDetail::Case(SlcCondExprNode* node)
-{
-    SlcDetailNode* const condition = WalkCondition(node->GetCondition());
-    WalkGuarded(node->GetThen(), condition);
-    WalkGuarded(node->GetElse(), condition);
-    SlcDetailNode* const branches = SlcDetailNode::Combine(SlcInlineDetailOf(node->GetThen()),
-                                                           SlcInlineDetailOf(node->GetElse()));
-    SlcSetInlineDetailIfUnknown(node, SlcDetailNode::Combine(condition, branches));
-}
-
-void SlcCheckInlineDetail::Case(SlcCompOpNode* node)
-{
-    node->WalkIn(this);
-    m_condition = SlcDetailNode::Combine(
-        m_condition, SlcDetailNode::Combine(SlcInlineDetailOf(node->GetLeft()),
-                                            SlcInlineDetailOf(node->GetRight())));
-}
-
-/// Where the left side decides, the right one does not run.
-void SlcCheckInlineDetail::Case(SlcLogOpNode* node)
-{
-    node->GetLeft()->ApplyWalker(this);
-    WalkGuarded(node->GetRight(), m_condition);
-}
-
-void SlcCheckInlineDetail::Case(SlcProcCallExprNode* node)
-{
-    node->WalkIn(this);
-    const auto& entry = node->GetSymbolEntry();
-    if (entry)
-        SlcSetInlineDetailIfUnknown(node, entry->CheckInlineDetail(this, node));
-    else
-        SlcSetInlineDetail(node, SlcDetailNode::AUniform());
-}
-
-/// Walked for the calls in it.
-void SlcCheckInlineDetail::Case(SlcTextureExprNode* node)
-{
-    node->WalkIn(this);
-    SlcSetInlineDetail(node, SlcDetailNode::AVarying());
 }

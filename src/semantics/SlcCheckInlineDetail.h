@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "frontend/SlcCodeWalker.h"
+#include "semantics/SlcCallPlace.h"
 #include "semantics/SlcInlineJournal.h"
 #include "support/SlcPtr.h"
 #include "support/reports/SlcSemanticError.h"
@@ -33,20 +34,12 @@ public:
     /// How many calls inside each other are followed.
     static constexpr int k_maxLevels = 10'000;
 
-    /// `wanted` is the detail that the context of the call wants; may be null. `level` counts the
-    /// calls around the body. Throws `SlcAlreadyInLightControlStmt`.
-    [[nodiscard]] SlcDetailNode* operator()(SlcSyntaxNode* body, SlcShaderTypeNode* shaderType,
-                                            bool inLightStatement, bool notInFunction,
-                                            SlcDetailNode* wanted, int level);
+    /// `place` is that of the call, one level deeper. Throws `SlcAlreadyInLightControlStmt`.
+    [[nodiscard]] SlcDetailNode* operator()(SlcSyntaxNode* body, const SlcCallPlace& place);
 
     // What the rules of calls need to know.
     [[nodiscard]] SlcPtr<SlcSemanticError>& Errors() { return m_errors; }
-    [[nodiscard]] SlcShaderTypeNode* ShaderType() const { return m_shaderType; }
-    [[nodiscard]] bool IsInLightStatement() const { return m_inLightStatement; }
-    [[nodiscard]] bool IsNotInFunction() const { return m_notInFunction; }
-    /// Null where the context wants none.
-    [[nodiscard]] SlcDetailNode* ExpectedDetail() const { return m_expected; }
-    [[nodiscard]] int Level() const { return m_level; }
+    [[nodiscard]] const SlcCallPlace& Place() const { return m_place; }
 
     // All that changes the inline detail of a variable.
     enum class Extent { Whole, Part };
@@ -108,12 +101,8 @@ private:
     [[nodiscard]] SlcDetailNode* Guard() const;
 
     SlcPtr<SlcSemanticError> m_errors;
-    bool m_inLightStatement = false;
-    SlcDetailNode* m_expected = nullptr;
-    SlcDetailNode* m_wanted = nullptr;  // of the result
-    SlcShaderTypeNode* m_shaderType = nullptr;
-    bool m_notInFunction = false;
-    int m_level = 0;
+    SlcCallPlace m_place;                  // of what is being walked
+    SlcDetailNode* m_wanted = nullptr;     // of the result
     SlcDetailNode* m_condition = nullptr;  // of the comparisons walked since the condition began
     SlcDetailNode* m_guard = nullptr;      // of the conditions and loops around; null at the top
     SlcDetailNode* m_outerGuard;           // of those around the call

@@ -27,7 +27,7 @@ void SlcCheckSemantics::FindTypes(SlcSyntaxNode* node)
 void SlcCheckSemantics::FinishChecks(SlcSyntaxNode* node)
 {
     m_uniquePass(node, m_current, m_shaderType);
-    m_detailPass(node, m_shaderType, !m_inFunction, m_lightNesting, nullptr);
+    m_detailPass(node, {m_shaderType, !m_inFunction, m_lightNesting != 0});
     CheckUsage(node);
 }
 

@@ -8,13 +8,13 @@
 
 #include <utility>
 
-SlcInlineResults::Circumstances::Circumstances(bool inLightStatement, bool notInFunction,
-                                               bool isQuiet, const SlcDetailNode* wanted)
+SlcInlineResults::Circumstances::Circumstances(const SlcCallPlace& place, bool isQuiet)
 {
-    m_key += inLightStatement ? 'L' : ' ';
-    m_key += notInFunction ? 'S' : ' ';
+    // One compile has one kind of shader, and how deep a call stands changes no detail.
+    m_key += place.inLightStatement ? 'L' : ' ';
+    m_key += place.inShader ? 'S' : ' ';
     m_key += isQuiet ? 'Q' : ' ';
-    Add(wanted);
+    Add(place.wanted);
 }
 
 void SlcInlineResults::Circumstances::Add(const SlcDetailNode* detail)

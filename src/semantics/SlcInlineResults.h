@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "frontend/SlcDetailNode.h"
+#include "semantics/SlcCallPlace.h"
 #include "support/SlcCollectable.h"
 
 /// Bounds the evaluations of one compile that cannot be shared, so that functions which call each
@@ -33,8 +34,7 @@ public:
     class Circumstances {
     public:
         /// `isQuiet`: what it would report is still to be reported.
-        Circumstances(bool inLightStatement, bool notInFunction, bool isQuiet,
-                      const SlcDetailNode* wanted);
+        Circumstances(const SlcCallPlace& place, bool isQuiet);
         void AddArgument(const SlcDetailNode* detail) { Add(detail); }
         [[nodiscard]] const std::string& Key() const { return m_key; }
 

@@ -1,6 +1,6 @@
 // A call of a user function has the detail of its body with this call's arguments. The same rules
-// hold for a call in a statement and for one met while the body around it is evaluated; both
-// walkers offer the same questions, and the templates here ask them.
+// hold for a call in a statement and for one met while the body around it is evaluated: both
+// walkers tell the place of the call (SlcCallPlace).
 //
 //     shader code      f(s)      formals get the details of the arguments, the body is evaluated
 //     in f             g(x)      the same, one level deeper, with what x is in this evaluation of f
@@ -43,10 +43,10 @@ struct Passed {
 template <class Walker>
 bool MayBeReached(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNode* call)
 {
-    if (!walker.IsNotInFunction())
+    if (!walker.Place().inShader)
         return true;
     info.SetCalled();
-    const SlcShaderTypeNode* shader = walker.ShaderType();
+    const SlcShaderTypeNode* shader = walker.Place().shaderType;
     const std::string& name = call->GetIdent()->GetName();
     if (info.HasIlluminate() && !(shader && shader->IsLight())) {
         walker.Errors()->Error(call,
@@ -98,7 +98,7 @@ std::vector<Passed> PairArguments(SlcSemanticError& errors, const SlcFuncInfo& i
 template <class Walker>
 bool IsRefusedAsUniform(const Walker& walker, const SlcDetailNode* argument)
 {
-    return argument->IsVarying() || (argument->IsUnknownDetail() && walker.IsNotInFunction());
+    return argument->IsVarying() || (argument->IsUnknownDetail() && walker.Place().inShader);
 }
 
 bool PassArgument(SlcCheckDetail& walker, const Passed& passed, std::size_t position,
@@ -165,9 +165,9 @@ SlcInlineResults::Result EvaluateBody(Walker& walker, const SlcFuncInfo& info,
         evaluate.Owns(*passed.formal);
     SlcInlineResults::Result result;
     try {
-        result.detail = evaluate(info.GetDefinition()->GetBody(), walker.ShaderType(),
-                                 walker.IsInLightStatement(), walker.IsNotInFunction(),
-                                 walker.ExpectedDetail(), walker.Level() + 1);
+        SlcCallPlace place = walker.Place();
+        ++place.level;
+        result.detail = evaluate(info.GetDefinition()->GetBody(), place);
     } catch (const SlcAlreadyInLightControlStmt&) {
         result.detail = nullptr;
     }
@@ -183,17 +183,15 @@ SlcDetailNode* DetailOfCall(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNo
                             const std::vector<Passed>& arguments)
 {
     const bool shared = !info.GetBodyFacts().touchesOuterVariables;
-    if (walker.Level() >= SlcCheckInlineDetail::k_maxLevels || QxStack::Left() < k_stackReserve ||
-        (!shared && !info.GetInlineBudget().Take())) {
+    if (walker.Place().level >= SlcCheckInlineDetail::k_maxLevels ||
+        QxStack::Left() < k_stackReserve || (!shared && !info.GetInlineBudget().Take())) {
         ReportTooLarge(walker, info, call);
         return SlcDetailNode::AUnknown();
     }
     if (!shared)
         return EvaluateBody(walker, info, arguments).detail;
 
-    SlcInlineResults::Circumstances circumstances(
-        walker.IsInLightStatement(), walker.IsNotInFunction(), walker.Errors()->IsQuiet(),
-        walker.ExpectedDetail());
+    SlcInlineResults::Circumstances circumstances(walker.Place(), walker.Errors()->IsQuiet());
     for (const Passed& passed : arguments)
         circumstances.AddArgument(passed.formal->GetInlineDetail());
     SlcInlineResults& results = info.GetInlineResults();
@@ -215,7 +213,7 @@ SlcDetailNode* SlcCheckArgsDetail(SlcCheckDetail* walker, SlcPtr<SlcFuncSymbolEn
     SlcSemanticError& errors = *walker->Errors();
     if (!MayBeReached(*walker, *info, call))
         return SlcDetailNode::AUnknown();
-    if (walker->IsInLightStatement() && (info->HasIlluminate() || info->HasIlluminance())) {
+    if (walker->Place().inLightStatement && (info->HasIlluminate() || info->HasIlluminance())) {
         errors.Error(call,
                      "Cannot call a function containing a 'solar', 'illuminate' or 'illuminance' "
                      "statement from inside of one of these statements (this will result in "
@@ -223,7 +221,7 @@ SlcDetailNode* SlcCheckArgsDetail(SlcCheckDetail* walker, SlcPtr<SlcFuncSymbolEn
                      name);
         return SlcDetailNode::AUnknown();
     }
-    if (walker->IsNotInFunction() && !walker->IsInLightStatement() &&
+    if (walker->Place().inShader && !walker->Place().inLightStatement &&
         info->GetBodyFacts().needsLightLoop) {
         errors.Error(call, "Function '" + name +
                                "' uses the light of an 'illuminance' statement, "
@@ -255,7 +253,7 @@ SlcDetailNode* SlcCheckArgsDetailInline(SlcCheckInlineDetail* walker,
     SlcSemanticError& errors = *walker->Errors();
     if (!MayBeReached(*walker, *info, call))
         return SlcDetailNode::AUnknown();
-    if (walker->IsInLightStatement() && (info->HasIlluminate() || info->HasIlluminance()))
+    if (walker->Place().inLightStatement && (info->HasIlluminate() || info->HasIlluminance()))
         throw SlcAlreadyInLightControlStmt();
     const auto arguments = PairArguments(errors, *info, call, "checking inlining");
     bool fits = true;
