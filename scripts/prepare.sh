@@ -17,6 +17,13 @@ needs='
     command  pkg-config      pkgconf
 '
 
+# What the tests of a page in a browser need beyond that.
+browser_needs='
+    command  python3         python3
+    command  chromium        chromium
+    command  chromedriver    chromium-driver
+'
+
 is_present() {
     case $1 in
         command) command -v "$2" >/dev/null ;;
@@ -28,13 +35,14 @@ missing_packages() {
     local kind name package
     while read -r kind name package; do
         [ -z "$kind" ] || is_present "$kind" "$name" || echo "$package"
-    done <<<"$needs"
+    done <<<"$1"
 }
 
-# Installs the missing packages; asks for nothing, and stays off the network if none is missing.
+# Installs the packages that are missing of the table $1; asks for nothing, and stays off the network
+# if none is missing.
 install_missing() {
     local packages as_root=()
-    mapfile -t packages < <(missing_packages)
+    mapfile -t packages < <(missing_packages "$1")
     [ ${#packages[@]} -gt 0 ] || return 0
     if ! command -v apt-get >/dev/null; then
         echo "$0: apt-get is not here; install by hand: ${packages[*]}" >&2

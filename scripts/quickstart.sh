@@ -4,7 +4,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/prepare.sh
 
-install_missing
+install_missing "$needs"
 build_preset release
 
 # Compiles one example; its messages are shown only if it fails. A comment in its first line tells

@@ -7,6 +7,8 @@ source scripts/prepare.sh
 
 # The sanitizer build takes longer than all the rest, so it is asked for: SLC_TEST_SANITIZERS=1.
 sanitizers=${SLC_TEST_SANITIZERS:-0}
+# So are the tests in a browser, which is large to install: SLC_TEST_BROWSER=1.
+browser=${SLC_TEST_BROWSER:-0}
 passed=0
 failed=0
 
@@ -24,6 +26,10 @@ run_tests() {
     passed=$((passed + ${summary#* } - ${summary% *}))
 }
 
+if [ "$browser" = 1 ]; then
+    install_missing "$browser_needs" ||
+        echo "$0: there is no browser and none could be installed; its tests are skipped" >&2
+fi
 # Installs what is missing and builds the release preset.
 scripts/quickstart.sh
 run_tests release

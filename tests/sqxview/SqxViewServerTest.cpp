@@ -98,6 +98,10 @@ TEST_F(SqxViewServerTest, TakesFormsOfBoundedSize)
     EXPECT_EQ(refused->status, 400);
     EXPECT_EQ(refused->body,
               R"({"fault":"The value of 'Kd' must be made of numbers, but is 'x'"})");
+    EXPECT_EQ(StatusOfChange("param.0.Kd=1", {}, "application/x-www-form-urlencoded;charset=UTF-8"),
+              200)
+        << "As browsers send it";
+    EXPECT_NE(WaitForWhole().find("Kd=1\""), std::string::npos);
     EXPECT_EQ(StatusOfChange("size=8x8", {}, "text/plain"), 403);
     EXPECT_EQ(StatusOfChange("param.0.Kd=" + std::string(9000, '1')), 413);
     EXPECT_EQ(StatusOfChange("size=8x8", {{"Transfer-Encoding", "chunked"}}), 403);

@@ -50,6 +50,7 @@ class Browser:
     def _kill(self):
         self.driver.terminate()
         self.driver.wait(10)
+        self.driver.stdout.close()
 
     def _call(self, method, path, body=None):
         data = None if body is None else json.dumps(body).encode()
