@@ -30,15 +30,14 @@ generators=TGZ
 command -v dpkg-deb >/dev/null && command -v dpkg-shlibdeps >/dev/null && generators='TGZ;DEB'
 quietly cpack --config "$build/CPackConfig.cmake" -G "$generators" -B packages
 mkdir 'a root'
+quietly tar -xzf packages/*.tar.gz -C 'a root' --strip-components 1
+prefix="$scratch/a root"
+[ -x "$prefix/bin/shaderqx" ] || fail 'The archive has no bin/shaderqx'
 if [ -n "$(find packages -name '*.deb')" ]; then
     quietly dpkg-deb -x packages/*.deb 'a root'
     prefix="$scratch/a root/usr"
     dpkg-deb -f packages/*.deb Depends | grep -q 'libc6' || fail 'The package needs no libc6'
-else
-    quietly tar -xzf packages/*.tar.gz -C 'a root' --strip-components 1
-    prefix="$scratch/a root"
 fi
-[ -n "$(find packages -name '*.tar.gz')" ] || fail 'There is no archive'
 
 # Each program has its manual page and its completion; documents, editor files and examples are
 # there.
@@ -48,9 +47,14 @@ for program in "$prefix"/bin/*; do
     [ -n "$(find "$share/man/man1" -name "$name.1*")" ] || fail "$name has no manual page"
     [ -s "$share/bash-completion/completions/$name" ] || fail "$name has no completion"
 done
-for file in doc/shaderqx/README.md doc/shaderqx/embedding.md doc/shaderqx/listing.md \
-    shaderqx/editors shaderqx/examples/shadeops/patterns.c; do
-    [ -e "$share/$file" ] || fail "$file is not in the package"
+for file in editors examples/matte.sl examples/shadeops/patterns.c; do
+    [ -e "$share/shaderqx/$file" ] || fail "$file is not in the package"
+done
+pages="$share/doc/shaderqx"
+for page in "$pages"/*.md "$pages"/docs/*.md; do
+    for target in $(grep -oE '\]\([^)#: ]+' "$page" | sed 's/^](//'); do
+        [ -e "$(dirname "$page")/$target" ] || fail "$page leads to $target, which is not there"
+    done
 done
 
 # The programs, from a folder of their own, on installed examples.
@@ -66,11 +70,10 @@ mkdir elsewhere
 # The CMake package, in a project that knows nothing else, with the programs that the installed
 # documents show; with ninja and with make, as far as they are here.
 cp -r "$here/project" project
-pages="$share/doc/shaderqx"
-patch_program "$pages/embedding.md" >project/patch.cpp
+patch_program "$pages/docs/embedding.md" >project/patch.cpp
 readme_program "$pages/README.md" >project/readme.cpp
 expected='0.25 0.25 0.25'
-patch_prints=$(patch_output "$pages/embedding.md")
+patch_prints=$(patch_output "$pages/docs/embedding.md")
 try_patch() {
     expect "$("$1" elsewhere/matte.sqx elsewhere/spotlight.sqx)" "$patch_prints" "$1"
 }
