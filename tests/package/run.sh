@@ -106,6 +106,17 @@ try_generator() {
 command -v ninja >/dev/null && try_generator ninja Ninja
 command -v make >/dev/null && try_generator make 'Unix Makefiles'
 
+# A project of nothing but shaders has no language.
+mkdir shaders
+cp "$share/shaderqx/examples/matte.sl" shaders
+echo 'cmake_minimum_required(VERSION 3.25)
+project(shaders NONE)
+find_package(shaderqx REQUIRED)
+shaderqx_add_shaders(shaders matte.sl)' >shaders/CMakeLists.txt
+quietly cmake -S shaders -B 'built shaders' -DCMAKE_PREFIX_PATH="$prefix"
+quietly cmake --build 'built shaders'
+[ -s 'built shaders/shaders/matte.sqx' ] || fail 'A project of shaders alone builds none'
+
 if command -v pkg-config >/dev/null; then
     PKG_CONFIG_PATH="$(dirname "$(find "$prefix" -name shaderqx.pc)")"
     export PKG_CONFIG_PATH

@@ -26,6 +26,20 @@ pattern=$(sed -n 's/.*"regexp": "\(.*\)",/\1/p' editors/vscode/package.json | se
     cat messages
     exit 1
 }
+if command -v vim >/dev/null && vim --version | grep -q '+syntax'; then
+    # Vim itself takes files with this ending for those of another language.
+    mkdir home
+    cp -r editors/vim home/.vim
+    printf 'filetype plugin on\nsyntax on\n' >home/.vimrc
+    HOME=$scratch/home vim -u home/.vimrc -N -es faulty.sl \
+        -c 'call writefile([&filetype, synIDattr(synID(2, 1, 1), "name")], "colors")' \
+        -c 'qa!' </dev/null >/dev/null 2>&1 || true
+    [ "$(xargs <colors)" = 'sl slShader' ] || {
+        echo "Vim takes a shader and its first word for: "
+        cat colors
+        exit 1
+    }
+fi
 if command -v vim >/dev/null && vim --version | grep -q '+quickfix'; then
     PATH=$bin:$PATH vim -u NONE -N -es --cmd 'set rtp^=editors/vim' faulty.sl \
         -c 'compiler shaderqx' -c 'silent make' \

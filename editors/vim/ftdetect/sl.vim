@@ -1,1 +1,1 @@
-autocmd BufRead,BufNewFile *.sl setfiletype sl
+autocmd BufRead,BufNewFile *.sl set filetype=sl
