@@ -76,6 +76,7 @@ inline void QxDifferences(Value* result, const Value* value, const QxGrid& grid,
     const unsigned int length = axis == QxGridAxis::U ? columns : grid.rows;
     const unsigned int stride = axis == QxGridAxis::U ? 1 : columns;
     for (unsigned int i = 0; i < grid.Size(); ++i) {
+        // With a point there is a row and a column. NOLINTNEXTLINE(clang-analyzer-core.DivideZero)
         const unsigned int place = i / stride % length;
         const unsigned int before = place > 0 && where(i - stride) ? i - stride : i;
         const unsigned int behind = place + 1 < length && where(i + stride) ? i + stride : i;

@@ -30,6 +30,7 @@
  * numbers, and the shader then sees what it wrote; it changes no other argument. A text that it gives
  * as its result stays its own, and must last until the next call; the shader copies it. */
 
+/* C, which has no other way to say it. NOLINTNEXTLINE(modernize-use-using) */
 typedef struct QxShadeop {
     const char* declaration; /* empty in the record that ends the table */
     const char* init;        /* name of a function `void* init(void)`; empty for none */

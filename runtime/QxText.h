@@ -118,12 +118,11 @@ inline QxText QxFormat(const char* pattern, const QxTextArgument* arguments, int
     QxText text;
     int next = 0;
     for (const char* c = pattern; *c; ++c) {
-        if (*c != '%' || c[1] == '\0') {
-            text.Add(*c);
-        } else if (c[1] == '%') {
+        const char conversion = *c == '%' ? c[1] : '\0';
+        if (conversion == '%') {
             text.Add(*++c);
-        } else if (qxtext::IsConversion(c[1]) && next < count) {
-            qxtext::AddValue(text, arguments[next++], c[1] == 'd');
+        } else if (qxtext::IsConversion(conversion) && next < count) {
+            qxtext::AddValue(text, arguments[next++], conversion == 'd');
             ++c;
         } else {
             text.Add(*c);

@@ -198,8 +198,9 @@ void BindEach(QxMachineState& state, const QxCode& code, const QxPoints& points)
     const std::size_t count = array.step == 0 ? 1 : state.grid.Size();
     for (unsigned int i = points.first; i < points.End(); ++i)
         if (points(i))
-            QxAt(reference, i) = Address(
-                state, array, ElementAt(QxAt(index, i), array.size) * count + i * array.step);
+            QxAt(reference, i) = Address(state, array,
+                                         ElementAt(QxAt(index, i), array.size) * count +
+                                             std::size_t{i} * array.step);
 }
 
 /// Between a variable and what a reference of each point stands for.
@@ -212,7 +213,7 @@ void Move(QxMachineState& state, const QxCode& code, const QxPoints& points)
     for (unsigned int i = points.first; i < points.End(); ++i) {
         if (!points(i))
             continue;
-        void* const value = Address(state, variable, i * variable.step);
+        void* const value = Address(state, variable, std::size_t{i} * variable.step);
         void* const element = QxAt(reference, i);
         std::memcpy(load ? value : element, load ? element : value, bytes);
         // A text that is about to be replaced has one owner at a time.
@@ -246,8 +247,9 @@ void CopyArray(QxMachineState& state, const QxCode& code, const QxPoints& points
         for (unsigned int i = points.first; i < points.End(); ++i) {
             if (!points(i))
                 continue;
-            void* const target = Address(state, to, element * toCount + i * to.step);
-            void* const source = Address(state, from, element * fromCount + i * from.step);
+            void* const target = Address(state, to, element * toCount + std::size_t{i} * to.step);
+            void* const source =
+                Address(state, from, element * fromCount + std::size_t{i} * from.step);
             if (to.stored == QxStored::Text)
                 QxAssignString(*static_cast<Text*>(target), *static_cast<Text*>(source));
             else
@@ -302,7 +304,7 @@ private:
                                   std::size_t element) const
     {
         const std::size_t points = operand.step == 0 ? 1 : m_state.grid.Size();
-        return Address(m_state, operand, element * points + point * operand.step);
+        return Address(m_state, operand, element * points + std::size_t{point} * operand.step);
     }
     void Load(const QxOperand& operand, unsigned int point, char* target) const
     {

@@ -20,7 +20,8 @@ namespace {
 std::string PathOf(const std::string& library, const std::vector<std::string>& folders)
 {
     for (const std::string& folder : folders) {
-        const std::string path = folder + '/' + library;
+        std::string path = folder;
+        path.append("/").append(library);
         if (std::filesystem::is_regular_file(path))
             return std::filesystem::absolute(path).string();
     }
