@@ -155,9 +155,7 @@ void SlcEquCValue::Case(SlcIdentNode* ident)
     const SlcStorageSpecNode* storage = m_operand->GetStorage();
     if (storage->IsLocal())
         ConvertLocal(name);
-    else if (m_operand->IsPIVariable())
-        m_text = name;
-    else if (storage->IsInput() || storage->IsOutput())
+    else if (!m_operand->IsPIVariable() && (storage->IsInput() || storage->IsOutput()))
         ConvertParameter(name);
     else if (storage->IsReadOnly() || storage->IsReadWrite())
         ConvertPredefined(name);

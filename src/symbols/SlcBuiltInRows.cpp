@@ -9,6 +9,10 @@
 // clang-format off
 // Columns: name, return type, number of arguments, argument types, detail rule, inline detail
 // rule, primitive, order-sensitive, foldable, whole-grid form with a detail for each argument.
+//
+// The result of rule 0 is uniform if all arguments are, of rule 1 always varying, of rule 2 always
+// uniform. The inline rules that go with them are 0, 1 and 7; those of functions that write to
+// their arguments stand in semantics/SlcBuiltInDetailRules.cpp.
 constexpr const char* const SlcFuncDescription::sm_funcInfoString[] = {
     "radians float 1 float 0 0 CALL_PRIM_RADIANS 0 1 nosimd",
     "degrees float 1 float 0 0 CALL_PRIM_DEGREES 0 1 nosimd",
