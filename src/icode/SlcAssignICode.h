@@ -22,7 +22,7 @@ public:
     using SlcICodeOf::SlcICodeOf;
 };
 
-/// dest = 0.
+/// dest = 0. Told, unused: no lowering makes it.
 class SlcAssignToZeroICode : public SlcICodeOf<SlcAssignToZeroICode, SlcICode> {
 public:
     explicit SlcAssignToZeroICode(SlcOperand dest) : m_dest(std::move(dest)) {}

@@ -6,7 +6,8 @@
 #include "icode/SlcICode.h"
 #include "icode/SlcJumpICode.h"
 
-/// A note that ties the code to a place in the source; back ends print or skip it.
+/// A note that ties the code to a place in the source; back ends print or skip it. Told, unused: no
+/// lowering makes one.
 class SlcCommentICode : public SlcICodeOf<SlcCommentICode, SlcICode> {
 public:
     SlcCommentICode(std::string text, int line, const std::string* file)

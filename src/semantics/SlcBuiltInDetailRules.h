@@ -35,7 +35,7 @@ SlcDetailNode* SlcCheckInlineFresnelProc(SlcCheckInlineDetail* walker, SlcFuncEn
                                          SlcProcCallExprNode* call);
 SlcDetailNode* SlcCheckInlineUnpackProc(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
                                         SlcProcCallExprNode* call);
-/// For built-ins whose row says which arguments are output; no row asks for it so far.
+/// For built-ins whose row says which arguments are output. Told, unused: no row asks for it.
 SlcDetailNode* SlcCheckInlineOutputProc(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
                                         SlcProcCallExprNode* call);
 

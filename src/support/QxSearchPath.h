@@ -23,7 +23,8 @@ void PrefixSubstitution(std::string& out, const char* in, std::string_view prefi
 // in one program.
 inline namespace QxServices {
 
-/// The directories in which each kind of resource is looked for, in order.
+/// The directories in which each kind of resource is looked for, in order. Told, unused: it is for
+/// programs beside the compiler.
 ///
 /// Each kind has a variable of the environment with its list, as "DIR:DIR"; ";" separates as well.
 /// In a list "@" stands for the default list, and "&" for the list as it was before.

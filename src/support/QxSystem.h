@@ -5,7 +5,8 @@
 #include <ctime>
 #include <string>
 
-/// File and process services of the operating system.
+/// File and process services of the operating system. But for `ScanDir`, by which libraries are
+/// found, told, unused: they are for programs beside the compiler.
 ///
 /// None of them reports: a system call that fails gives the neutral result that is told with each.
 /// Paths are texts that end in a null; none may be null, and their length has no limit here.

@@ -26,7 +26,7 @@ struct SlcOptionsControl {
     bool m_printBlockICode = false;       // dump of the blocks; no command-line option
     bool m_strict = false;                // function bodies do not see the defining scope
     bool m_generateDSO = false;           // C++ back end instead of byte-code
-    bool m_createLocalVars = true;        // generated C++ creates its local variables
+    bool m_createLocalVars = true;        // told, unused: nothing clears it
     int m_mostOperations = 1'000'000;     // functions expand to no more; no command-line option
     int m_mostLevels = 10'000;            // of functions in functions; no command-line option
     std::list<std::string> m_searchDirs = {"."};  // for shadeop libraries, in order

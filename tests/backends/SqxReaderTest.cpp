@@ -6,6 +6,7 @@
 
 #include "backends/FormBuilder.h"
 #include "sqx/SqxDump.h"
+#include "symbols/SlcFuncDSOSymbolEntry.h"
 
 namespace {
 
@@ -141,4 +142,38 @@ TEST(SqxReader, ReportsWhatCannotBeRead)
     EXPECT_EQ(reader.Message(), "Is a directory");
     EXPECT_FALSE(reader.ReadFile("/dev/null"));
     EXPECT_EQ(reader.Message(), "line 1: Not a byte-code file of version 5");
+}
+
+TEST(SqxReader, HoldsShadeopNumbersAgainstTheirTable)
+{
+    FormBuilder b;
+    SlcFuncSignature signature;
+    signature.ident = SlcLexicalNode::CreateIdent("grains");
+    SlcShadeopInfo info;
+    info.methodName = signature.ident;
+    info.init = info.cleanup = SlcLexicalNode::CreateIdent("");
+    info.libraryBaseName = "ops";
+    info.libraryExtension = "so";
+    info.key = "ops_so";
+    b.Form().m_dsoNames = {"ops.so"};
+    b.Form().m_dsoFunctions = {
+        MakeShared<SlcFuncDSOSymbolEntry>(std::move(signature), std::move(info))};
+    const SlcOperand x = b.Parameter("x1", Number(0.5));
+    const auto call = MakeShared<SlcCallDSOICode>(x, std::deque<SlcOperand>(), "ops_so", "grains");
+    b.InitialCode(false).AddICode(call);
+    b.Add(call);
+
+    const std::string good = b.Text();
+    SqxReader reader;
+    ASSERT_TRUE(reader.Read(good)) << reader.Message();
+    // The first call is the one of the initializer, which stands in front of the table.
+    const std::string first = Replaced(good, "\n459\n0\n", "\n459\n1\n");
+    EXPECT_FALSE(reader.Read(first));
+    EXPECT_NE(reader.Message().find("initializer of x1"), std::string::npos) << reader.Message();
+    EXPECT_NE(reader.Message().find("CALL_DSO at 0 has the bad value 1"), std::string::npos);
+    const std::size_t main = good.rfind("\n459\n0\n");
+    EXPECT_FALSE(reader.Read(good.substr(0, main) + "\n459\n-1\n" + good.substr(main + 7)));
+    EXPECT_NE(reader.Message().find("main: Instruction CALL_DSO at 0 has the bad value -1"),
+              std::string::npos)
+        << reader.Message();
 }

@@ -104,12 +104,15 @@ private:
     {
         Binary(c->m_dest, c->m_left, "|", c->m_right);
     }
-    void Case(SlcPtr<SlcBreakICode> c) override
+    void Case(SlcPtr<SlcBreakICode> c) override { Leave("break", *c); }
+    void Case(SlcPtr<SlcContinueICode> c) override { Leave("continue", *c); }
+    template <class Code>
+    void Leave(const char* word, const Code& c)
     {
-        m_line = "break";
-        for (const auto& flag : c->m_flags)
+        m_line = word;
+        for (const auto& flag : c.m_flags)
             m_line += " " + NameOf(flag);
-        m_line += " " + c->m_label->m_name;
+        m_line += " " + c.m_label->m_name;
     }
     void Case(SlcPtr<SlcArrayRefICode> c) override
     {
@@ -271,12 +274,10 @@ SlcPtr<SlcICode> CodeText::ParseControl(const Words& words)
         return MakeShared<SlcIfTrueGotoICode>(Operand(words[3]), Label(words[1]));
     if (first == "goto")
         return MakeShared<SlcIfFalseGotoICode>(Operand(words[3]), Label(words[1]));
-    if (first == "break") {
-        auto code = MakeShared<SlcBreakICode>(Label(words.back()));
-        for (std::size_t i = 1; i + 1 < words.size(); ++i)
-            code->m_flags.push_back(Operand(words[i]));
-        return code;
-    }
+    if (first == "break")
+        return Leave<SlcBreakICode>(words);
+    if (first == "continue")
+        return Leave<SlcContinueICode>(words);
     if (first == "call")
         return Call(nullptr, words, 1);
     if (first == "illuminance")
@@ -290,6 +291,15 @@ SlcPtr<SlcICode> CodeText::ParseControl(const Words& words)
     if (first.back() == ':')
         return Label(first.substr(0, first.size() - 1));
     throw std::invalid_argument("instruction " + first);
+}
+
+template <class Code>
+SlcPtr<SlcICode> CodeText::Leave(const Words& words)
+{
+    auto code = MakeShared<Code>(Label(words.back()));
+    for (std::size_t i = 1; i + 1 < words.size(); ++i)
+        code->m_flags.push_back(Operand(words[i]));
+    return code;
 }
 
 SlcPtr<SlcICode> CodeText::Call(SlcOperand result, const Words& words, std::size_t first)

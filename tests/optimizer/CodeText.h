@@ -14,7 +14,7 @@
 ///   x = 1 | x = y | x = y + z | x = -y | x <- y (whole grid) | f = x < y
 ///   { } (parallel run) | if f L1 | ifnot f L1 | endif L1
 ///   L1: | goto L1 | goto L1 if g | goto L1 ifnot g
-///   g = any f | f = not f | f = not f in h | f = f | h | break f g L1
+///   g = any f | f = not f | f = not f in h | f = f | h | break f g L1 | continue f L1
 ///   r = ref a x | r = call NAME x y | call NAME x y | illuminance L1 L2 | again L1
 ///   begin | end
 /// What a variable is follows from its name: f... varying flag, g... uniform flag, u... uniform
@@ -35,6 +35,8 @@ private:
     [[nodiscard]] SlcPtr<SlcICode> Parse(const std::string& line);
     [[nodiscard]] SlcPtr<SlcICode> ParseAssignment(const std::vector<std::string>& words);
     [[nodiscard]] SlcPtr<SlcICode> ParseControl(const std::vector<std::string>& words);
+    template <class Code>
+    [[nodiscard]] SlcPtr<SlcICode> Leave(const std::vector<std::string>& words);
     [[nodiscard]] SlcPtr<SlcICode> Call(SlcOperand result, const std::vector<std::string>& words,
                                         std::size_t first);
 

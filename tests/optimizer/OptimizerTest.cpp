@@ -476,6 +476,8 @@ TEST(SlcRegroupParallelIfs, JoinsGuardsOfOneFlag)
          "{; if f A; break f L; endif A; if f B; y = 1; endif B; }"},
         {"{; if f A; break f1 L; endif A; if f B; y = 1; endif B; }",
          "{; if f A; break f1 L; endif A; if f B; y = 1; endif B; }"},
+        {"{; if f A; continue f1 L; endif A; if f B; y = 1; endif B; }",
+         "{; if f A; continue f1 L; endif A; if f B; y = 1; endif B; }"},
         // The second guard must see what the first body made of the flag.
         {"{; if f A; f = x < y; x = 1; endif A; if f B; y = 1; endif B; }",
          "{; if f A; f = x < y; x = 1; endif A; if f B; y = 1; endif B; }"},

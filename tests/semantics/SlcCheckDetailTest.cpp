@@ -290,6 +290,17 @@ TEST(SlcCheckInlineDetail, GivesTheDetailOfACall)
     }
 }
 
+// A body without arguments is what the context wants, so that no two contexts share it.
+TEST(SlcCheckInlineDetail, EvaluatesABodyForWhatTheContextWants)
+{
+    for (const char* calls : {"w = f(); k = f();", "k = f(); w = f();"}) {
+        const CheckedShader shader(std::string("float f() { return random(); }\n"
+                                               "surface a() { varying float w; uniform float k; ") +
+                                   calls + " }");
+        EXPECT_EQ(shader.Reports(), "") << calls;
+    }
+}
+
 TEST(SlcCheckInlineDetail, MarksTheFunctionsThatShaderCodeReaches)
 {
     const CheckedShader shader(

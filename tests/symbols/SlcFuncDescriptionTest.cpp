@@ -119,7 +119,6 @@ TEST(SlcFuncDescription, NamesABadWholeGridWordAndReadsOn)
 TEST(SlcFuncDescription, HasRowsThatHoldTogether)
 {
     const auto rows = ReadAllRows();
-    EXPECT_EQ(rows.size(), 156u + 19u);
     std::set<std::string> overloads;
     for (const auto& [row, info] : rows) {
         EXPECT_TRUE(info.cName.starts_with("CALL_PRIM_")) << row;
@@ -167,12 +166,13 @@ TEST(SlcBuiltInTable, MakesAnEntryOfEachRow)
     rules.checkDetail = {FirstRule, SecondRule, nullptr};
     const auto table = SlcBuiltInTable(rules);
     std::size_t entries = 0;
+    const auto rows = ReadAllRows();
     std::set<std::string> names;
-    for (const auto& [row, info] : ReadAllRows())
+    for (const auto& [row, info] : rows)
         names.insert(info.name);
     for (const std::string& name : names)
         entries += table->GetFuncEntrys(Ident(name), T::AError()).size();
-    EXPECT_EQ(entries, 156u + 19u);
+    EXPECT_EQ(entries, rows.size());
 
     const auto pi = table->GetVarEntry(Ident("PI"), true);
     EXPECT_TRUE(pi->GetType()->IsFloatType());
