@@ -285,16 +285,26 @@ void SlcGenByteCode::GenPModified(const SlcInterForm& form)
 
 void SlcGenByteCode::GenTheByteCode(const SlcListICode& list)
 {
-    ResetCode();
+    m_code.Reset();
+    m_comment = nullptr;
     for (const auto& code : list.m_icodes)
         code->ApplyWalker(this);
-    ResolveUnknownLabels();
+    if (const std::string label = m_code.ResolveUnknownLabels(); !label.empty())
+        m_errors->FatalError("Wrong label (in SlcGenByteCode::ResolveUnknownLabels): " + label);
 
-    std::string text = std::to_string(m_code.size()) + '\n';
+    std::string text = std::to_string(m_code.Values().size()) + '\n';
     char digits[8];
-    for (const std::int16_t value : m_code) {
+    for (const std::int16_t value : m_code.Values()) {
         const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
         text.append(digits, end) += '\n';
     }
     m_out << text;
+}
+
+void SlcGenByteCode::Report(std::string_view text)
+{
+    if (m_comment)
+        m_errors->ErrorICode(m_comment, text);
+    else
+        m_errors->Error(m_shader, text);
 }

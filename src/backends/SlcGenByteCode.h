@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <deque>
 #include <map>
 #include <ostream>
@@ -8,21 +7,19 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <utility>
 #include <vector>
 
+#include "backends/SlcCodeBlock.h"
 #include "backends/SlcEquCBinOpName.h"
 #include "backends/SlcPrimitiveNames.h"
 #include "icode/SlcInterForm.h"
 #include "icode/SlcJumpICode.h"
-#include "sqx/SqxNumbers.h"
 
 /// Writes a finished shader as a `.sqx` file: a text of decimal numbers, names and quoted strings
 /// that the renderer's shading virtual machine loads.
 ///
-/// All variables of the file share one running number, kept in their operands. Code is a list of
-/// 16-bit values; what does not fit is an error, of which each kind is reported once. One writer
-/// serves one file.
+/// All variables of the file share one running number, kept in their operands. One writer serves
+/// one file.
 class SlcGenByteCode : private SlcAllICodeWalker {
 public:
     SlcGenByteCode(SlcPtr<SlcSemanticError> errors, std::ostream& out);
@@ -53,23 +50,8 @@ private:
     void GenConstInfo(const SlcOperand& constant);
     void Number(const SlcOperand& operand) { operand->m_index = m_nextVarNb++; }
 
-    // The code block being built.
-    void ResetCode();
-    void AddInstr(std::string_view name);
-    void AddInstr(SqxMark mark) { m_code.push_back(static_cast<std::int16_t>(mark)); }
-    /// A literal. `what` names it in the report if it does not fit.
-    void AddConst(int value, std::string_view what);
-    void AddVar(const SlcOperand& operand);
-    void AddVars(const std::deque<SlcOperand>& operands);
-    void AddVarIfSet(const SlcOperand& operand);
-    void AddGotoLabel(const SlcLabel& label);
-    void AddLabelRef(const SlcLabel& label);
-    void ResolveUnknownLabels();
-    void ReportUnnumbered(const SlcOperand& operand);
     /// At the statement whose code is written, or else at the shader.
     void Report(std::string_view text);
-    /// `value` as a 16-bit number; reports one that does not fit.
-    [[nodiscard]] std::int16_t Fit(std::size_t value, std::string_view what);
 
     void InitMatricesInfo(const SlcInterForm& form);
     void InitDSOInfo(const SlcInterForm& form);
@@ -132,13 +114,10 @@ private:
     const SlcSyntaxNode* m_shader = nullptr;
     SlcPtr<SlcCommentICode> m_comment;  // the last one seen in the block
     int m_nextVarNb = 0;
-    std::vector<std::int16_t> m_code;                                  // values of the block
-    std::unordered_map<std::string_view, std::size_t> m_labels;        // positions by label name
-    std::vector<std::pair<std::string, std::size_t>> m_unknownLabels;  // jumps ahead, by position
+    SlcCodeBlock m_code{[this](std::string_view text) { Report(text); }};
     std::unordered_map<std::string_view, int> m_matrices;  // numbers of the form's spaces
     std::map<std::string, int> m_dsoLibs;                  // number of a library by its file name
     std::map<std::string, int> m_dsoFuncs;  // number of a shadeop by its function key
     SlcEquCBinOpName m_opName{SlcEquCBinOpName::Invert::Source};
-    std::set<std::string, std::less<>> m_reported;         // what did not fit, told once a kind
     std::set<const SlcProcCallExprNode*> m_reportedCalls;  // for look-up only
 };

@@ -10,6 +10,7 @@
 
 #include "backends/SlcGenByteCode.h"
 #include "frontend/SlcCallNodes.h"
+#include "icode/SlcICodeName.h"
 #include "icode/SlcICodes.h"
 #include "support/reports/SlcSemanticError.h"
 
@@ -59,122 +60,122 @@ bool SlcGenByteCode::IsAvailable(const SlcCallICode& call)
 
 void SlcGenByteCode::Case(SlcPtr<SlcAssignICode> code)
 {
-    AddInstr(m_opName.GetString(code));
-    AddVar(code->m_dest);
-    AddVar(code->m_source);
+    m_code.AddInstr(m_opName.GetString(code));
+    m_code.AddVar(code->m_dest);
+    m_code.AddVar(code->m_source);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcAssignSIMDICode> code)
 {
-    AddInstr(m_opName.GetString(SlcPtr<SlcAssignICode>(code)) + "_SIMD");
-    AddVar(code->m_dest);
-    AddVar(code->m_source);
+    m_code.AddInstr(m_opName.GetString(SlcPtr<SlcAssignICode>(code)) + "_SIMD");
+    m_code.AddVar(code->m_dest);
+    m_code.AddVar(code->m_source);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcAssignToZeroICode> code)
 {
-    AddInstr(std::string("ASSIGN_TO_ZERO_").append(SlcTypeWord(code->m_dest->GetType())));
-    AddVar(code->m_dest);
+    m_code.AddInstr(std::string("ASSIGN_TO_ZERO_").append(SlcTypeWord(code->m_dest->GetType())));
+    m_code.AddVar(code->m_dest);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcArithExprICode> code)
 {
-    AddInstr(m_opName.GetString(code));
-    AddVar(code->m_resultId);
-    AddVar(code->m_leftExpr);
-    AddVar(code->m_rightExpr);
+    m_code.AddInstr(m_opName.GetString(code));
+    m_code.AddVar(code->m_resultId);
+    m_code.AddVar(code->m_leftExpr);
+    m_code.AddVar(code->m_rightExpr);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcBinOpBoolExprICode> code)
 {
-    AddInstr(m_opName.GetString(code));
-    AddVar(code->m_resultId);
-    AddVar(code->m_leftExpr);
-    AddVar(code->m_rightExpr);
+    m_code.AddInstr(m_opName.GetString(code));
+    m_code.AddVar(code->m_resultId);
+    m_code.AddVar(code->m_leftExpr);
+    m_code.AddVar(code->m_rightExpr);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcUnaryMinusICode> code)
 {
-    AddInstr(m_opName.GetString(code));
-    AddVar(code->m_dest);
-    AddVar(code->m_source);
+    m_code.AddInstr(m_opName.GetString(code));
+    m_code.AddVar(code->m_dest);
+    m_code.AddVar(code->m_source);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcPointICode> code)
 {
-    AddInstr("INIT_POINT");
+    m_code.AddInstr("INIT_POINT");
     for (const SlcOperand& operand : {code->m_dest, code->m_x, code->m_y, code->m_z})
-        AddVar(operand);
+        m_code.AddVar(operand);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcColorICode> code)
 {
-    AddInstr("INIT_COLOR");
+    m_code.AddInstr("INIT_COLOR");
     for (const SlcOperand& operand : {code->m_dest, code->m_r, code->m_g, code->m_b})
-        AddVar(operand);
+        m_code.AddVar(operand);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcMatrixICode> code)
 {
-    AddInstr("INIT_MATRIX");
-    AddVar(code->m_dest);
-    AddVars(code->m_values);
+    m_code.AddInstr("INIT_MATRIX");
+    m_code.AddVar(code->m_dest);
+    m_code.AddVars(code->m_values);
 }
 
 // Jumps and brackets
 
 void SlcGenByteCode::Case(SlcPtr<SlcLabelICode> code)
 {
-    AddLabelRef(code);
+    m_code.AddLabelRef(code);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcGotoICode> code)
 {
-    AddInstr(SqxMark::Goto);
-    AddGotoLabel(code->m_label);
+    m_code.AddInstr(SqxMark::Goto);
+    m_code.AddGotoLabel(code->m_label);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcIfTrueGotoICode> code)
 {
-    AddInstr(SqxMark::IfTrueGoto);
-    AddVar(code->m_flag);
-    AddGotoLabel(code->m_label);
+    m_code.AddInstr(SqxMark::IfTrueGoto);
+    m_code.AddVar(code->m_flag);
+    m_code.AddGotoLabel(code->m_label);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcIfFalseGotoICode> code)
 {
-    AddInstr(SqxMark::IfFalseGoto);
-    AddVar(code->m_flag);
-    AddGotoLabel(code->m_label);
+    m_code.AddInstr(SqxMark::IfFalseGoto);
+    m_code.AddVar(code->m_flag);
+    m_code.AddGotoLabel(code->m_label);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcBeginParallelICode> code)
 {
-    AddInstr(SqxMark::BeginParallel);
-    AddLabelRef(code->m_label);
+    m_code.AddInstr(SqxMark::BeginParallel);
+    m_code.AddLabelRef(code->m_label);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcEndParallelICode>)
 {
-    AddInstr(SqxMark::EndParallel);
+    m_code.AddInstr(SqxMark::EndParallel);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcIfTrueICode> code)
 {
-    AddInstr(SqxMark::IfTrue);
-    AddVar(code->m_flag);
+    m_code.AddInstr(SqxMark::IfTrue);
+    m_code.AddVar(code->m_flag);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcIfFalseICode> code)
 {
-    AddInstr(SqxMark::IfFalse);
-    AddVar(code->m_flag);
+    m_code.AddInstr(SqxMark::IfFalse);
+    m_code.AddVar(code->m_flag);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcEndIfICode> code)
 {
-    AddInstr(SqxMark::EndIf);
-    AddLabelRef(code->m_label);
+    m_code.AddInstr(SqxMark::EndIf);
+    m_code.AddLabelRef(code->m_label);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcBreakICode> code)
@@ -190,8 +191,8 @@ void SlcGenByteCode::Case(SlcPtr<SlcContinueICode> code)
 void SlcGenByteCode::ClearFlags(const std::deque<SlcOperand>& flags)
 {
     for (const SlcOperand& flag : flags) {
-        AddInstr(SqxMark::SetBool);
-        AddVar(flag);
+        m_code.AddInstr(SqxMark::SetBool);
+        m_code.AddVar(flag);
     }
 }
 
@@ -199,25 +200,25 @@ void SlcGenByteCode::ClearFlags(const std::deque<SlcOperand>& flags)
 
 void SlcGenByteCode::Case(SlcPtr<SlcSetUniformBoolFlagICode> code)
 {
-    AddInstr("SET_UNIFORM_BOOL_FLAG");
-    AddVar(code->m_dest);
-    AddVar(code->m_source);
+    m_code.AddInstr("SET_UNIFORM_BOOL_FLAG");
+    m_code.AddVar(code->m_dest);
+    m_code.AddVar(code->m_source);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcInvertBoolFlagICode> code)
 {
-    AddInstr(code->m_outer ? "INVERT_INNER_BOOL_FLAG" : "INVERT_BOOL_FLAG");
-    AddVar(code->m_dest);
-    AddVar(code->m_source);
-    AddVarIfSet(code->m_outer);
+    m_code.AddInstr(code->m_outer ? "INVERT_INNER_BOOL_FLAG" : "INVERT_BOOL_FLAG");
+    m_code.AddVar(code->m_dest);
+    m_code.AddVar(code->m_source);
+    m_code.AddVarIfSet(code->m_outer);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcOrBoolFlagICode> code)
 {
-    AddInstr("OR_BOOL_FLAG");
-    AddVar(code->m_dest);
-    AddVar(code->m_left);
-    AddVar(code->m_right);
+    m_code.AddInstr("OR_BOOL_FLAG");
+    m_code.AddVar(code->m_dest);
+    m_code.AddVar(code->m_left);
+    m_code.AddVar(code->m_right);
 }
 
 // Arrays
@@ -226,20 +227,20 @@ void SlcGenByteCode::Case(SlcPtr<SlcCheckValidArrayIndexICode> code)
 {
     // A line number only serves a message, so that a large one is no reason to refuse the shader.
     constexpr int highestLine = std::numeric_limits<std::int16_t>::max();
-    AddInstr(SqxMark::CheckValidArrayIndex);
-    AddVar(code->m_arrayName);
-    AddVar(code->m_index);
-    AddConst(code->m_size, "Array size");
-    AddVar(code->m_fileName);
-    AddConst(std::clamp(code->m_line, 0, highestLine), "Line number");
+    m_code.AddInstr(SqxMark::CheckValidArrayIndex);
+    m_code.AddVar(code->m_arrayName);
+    m_code.AddVar(code->m_index);
+    m_code.AddConst(code->m_size, "Array size");
+    m_code.AddVar(code->m_fileName);
+    m_code.AddConst(std::clamp(code->m_line, 0, highestLine), "Line number");
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcArrayRefICode> code)
 {
-    AddInstr(SqxMark::ArrayRef);
-    AddVar(code->m_result);
-    AddVar(code->m_array);
-    AddVar(code->m_index);
+    m_code.AddInstr(SqxMark::ArrayRef);
+    m_code.AddVar(code->m_result);
+    m_code.AddVar(code->m_array);
+    m_code.AddVar(code->m_index);
 }
 
 // Calls
@@ -248,28 +249,28 @@ void SlcGenByteCode::Case(SlcPtr<SlcCallICode> code)
 {
     if (!IsAvailable(*code))
         return;
-    AddInstr(Numbered(code->m_name->GetName()).append(code->m_form.Suffix()));
+    m_code.AddInstr(Numbered(code->m_name->GetName()).append(code->m_form.Suffix()));
     if (code->m_list == SlcCallICode::ArgumentList::Counted)
-        AddConst(static_cast<int>(code->m_args.size()), "Number of arguments");
-    AddVarIfSet(code->m_result);
-    AddVarIfSet(code->m_form.condition);
-    AddVars(code->m_args);
+        m_code.AddConst(static_cast<int>(code->m_args.size()), "Number of arguments");
+    m_code.AddVarIfSet(code->m_result);
+    m_code.AddVarIfSet(code->m_form.condition);
+    m_code.AddVars(code->m_args);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcCallDSOICode> code)
 {
-    AddInstr(SqxMark::CallDSO);
-    AddConst(m_dsoFuncs.at(code->m_funcKey + '_' + code->m_methodName), "Shadeop number");
-    AddConst(static_cast<int>(code->m_args.size()), "Number of arguments");
-    AddVarIfSet(code->m_result);
-    AddVars(code->m_args);
+    m_code.AddInstr(SqxMark::CallDSO);
+    m_code.AddConst(m_dsoFuncs.at(code->m_funcKey + '_' + code->m_methodName), "Shadeop number");
+    m_code.AddConst(static_cast<int>(code->m_args.size()), "Number of arguments");
+    m_code.AddVarIfSet(code->m_result);
+    m_code.AddVars(code->m_args);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcConvertArrayDSOICode> code)
 {
-    AddInstr(code->m_toDSO ? SqxMark::ConvertArrayDSOTo : SqxMark::ConvertArrayDSOFrom);
-    AddVar(code->m_dest);
-    AddVar(code->m_source);
+    m_code.AddInstr(code->m_toDSO ? SqxMark::ConvertArrayDSOTo : SqxMark::ConvertArrayDSOFrom);
+    m_code.AddVar(code->m_dest);
+    m_code.AddVar(code->m_source);
 }
 
 // Spaces
@@ -277,14 +278,14 @@ void SlcGenByteCode::Case(SlcPtr<SlcConvertArrayDSOICode> code)
 void SlcGenByteCode::AddTransform(const SlcTransformSpaceICode& code,
                                   SlcTransformDirection direction)
 {
-    AddInstr(SlcTransformName(code, direction));
-    AddVar(code.m_dest);
-    AddVarIfSet(code.m_form.condition);
-    AddVar(code.m_source);
+    m_code.AddInstr(SlcTransformName(code, direction));
+    m_code.AddVar(code.m_dest);
+    m_code.AddVarIfSet(code.m_form.condition);
+    m_code.AddVar(code.m_source);
     if (code.m_type->IsColorType())
-        AddVar(code.m_space);
+        m_code.AddVar(code.m_space);
     else
-        AddConst(GetMatrixNb(code.m_space->GetString()), "Coordinate space");
+        m_code.AddConst(GetMatrixNb(code.m_space->GetString()), "Coordinate space");
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcTransformFromSpaceICode> code)
@@ -299,10 +300,10 @@ void SlcGenByteCode::Case(SlcPtr<SlcTransformToSpaceICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcConcatSpaceMatrixICode> code)
 {
-    AddInstr("CONCAT_SPACE_MATRIX");
-    AddVar(code->m_dest);
-    AddVar(code->m_source);
-    AddConst(GetMatrixNb(code->m_space->GetText()), "Coordinate space");
+    m_code.AddInstr("CONCAT_SPACE_MATRIX");
+    m_code.AddVar(code->m_dest);
+    m_code.AddVar(code->m_source);
+    m_code.AddConst(GetMatrixNb(code->m_space->GetText()), "Coordinate space");
 }
 
 // Light
@@ -310,90 +311,96 @@ void SlcGenByteCode::Case(SlcPtr<SlcConcatSpaceMatrixICode> code)
 void SlcGenByteCode::Case(SlcPtr<SlcIlluminateICode> code)
 {
     std::string name = code->m_axis ? "ILLUMINATE" : "ILLUMINATE_NO_CONE";
-    AddInstr(name.append(code->m_form.Suffix()));
-    AddVar(code->m_flag);
-    AddVarIfSet(code->m_form.condition);
-    AddVar(code->m_position);
-    AddVarIfSet(code->m_axis);
-    AddVarIfSet(code->m_angle);
-    AddVar(code->m_Ps);
-    AddVar(code->m_L);
+    m_code.AddInstr(name.append(code->m_form.Suffix()));
+    m_code.AddVar(code->m_flag);
+    m_code.AddVarIfSet(code->m_form.condition);
+    m_code.AddVar(code->m_position);
+    m_code.AddVarIfSet(code->m_axis);
+    m_code.AddVarIfSet(code->m_angle);
+    m_code.AddVar(code->m_Ps);
+    m_code.AddVar(code->m_L);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcSolarICode> code)
 {
-    AddInstr(std::string("SOLAR").append(code->m_form.Suffix()));
-    AddVar(code->m_flag);
-    AddVarIfSet(code->m_form.condition);
-    AddVar(code->m_axis);
-    AddVar(code->m_angle);
-    AddVar(code->m_L);
+    m_code.AddInstr(std::string("SOLAR").append(code->m_form.Suffix()));
+    m_code.AddVar(code->m_flag);
+    m_code.AddVarIfSet(code->m_form.condition);
+    m_code.AddVar(code->m_axis);
+    m_code.AddVar(code->m_angle);
+    m_code.AddVar(code->m_L);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcCheckIlluminanceICode> code)
 {
-    AddInstr(std::string("ILLUMINANCE").append(code->m_form.Suffix()));
-    AddVar(code->m_flag);
-    AddVarIfSet(code->m_form.condition);
-    AddVar(code->m_position);
-    AddVar(code->m_axis);
-    AddVar(code->m_angle);
+    m_code.AddInstr(std::string("ILLUMINANCE").append(code->m_form.Suffix()));
+    m_code.AddVar(code->m_flag);
+    m_code.AddVarIfSet(code->m_form.condition);
+    m_code.AddVar(code->m_position);
+    m_code.AddVar(code->m_axis);
+    m_code.AddVar(code->m_angle);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcBeginIlluminanceICode> code)
 {
-    AddInstr(SqxMark::BeginIlluminance);
-    AddGotoLabel(code->m_endLabel);
-    AddLabelRef(code->m_startLabel);
+    m_code.AddInstr(SqxMark::BeginIlluminance);
+    m_code.AddGotoLabel(code->m_endLabel);
+    m_code.AddLabelRef(code->m_startLabel);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcEndIlluminanceICode> code)
 {
-    AddInstr(SqxMark::EndIlluminance);
-    AddGotoLabel(code->m_startLabel);
+    m_code.AddInstr(SqxMark::EndIlluminance);
+    m_code.AddGotoLabel(code->m_startLabel);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcEvalLightICode> code)
 {
-    AddInstr("EVAL_LIGHTS");
-    AddVar(code->m_position);
+    m_code.AddInstr("EVAL_LIGHTS");
+    m_code.AddVar(code->m_position);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcEvalLightForPICode>)
 {
-    AddInstr(SqxMark::EvalLightsForP);
+    m_code.AddInstr(SqxMark::EvalLightsForP);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcResetEvalLightForPICode>)
 {
-    AddInstr(SqxMark::ResetEvalLightsForP);
+    m_code.AddInstr(SqxMark::ResetEvalLightsForP);
 }
 
 // Textures
 
 void SlcGenByteCode::Case(SlcPtr<SlcTextureSTPointsICode> code)
 {
-    AddInstr(code->m_condition ? "COMPUTE_ST_POINTS_IF_TRUE" : "COMPUTE_ST_POINTS");
-    AddVar(code->m_s);
-    AddVar(code->m_t);
+    m_code.AddInstr(code->m_condition ? "COMPUTE_ST_POINTS_IF_TRUE" : "COMPUTE_ST_POINTS");
+    m_code.AddVar(code->m_s);
+    m_code.AddVar(code->m_t);
     for (const SlcOperand& corner : code->m_corners)
-        AddVar(corner);
-    AddVarIfSet(code->m_condition);
+        m_code.AddVar(corner);
+    m_code.AddVarIfSet(code->m_condition);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcTexturePointsICode> code)
 {
-    AddInstr(code->m_condition ? "COMPUTE_POINTS_IF_TRUE" : "COMPUTE_POINTS");
-    AddVar(code->m_point);
+    m_code.AddInstr(code->m_condition ? "COMPUTE_POINTS_IF_TRUE" : "COMPUTE_POINTS");
+    m_code.AddVar(code->m_point);
     for (const SlcOperand& corner : code->m_corners)
-        AddVar(corner);
-    AddVarIfSet(code->m_condition);
+        m_code.AddVar(corner);
+    m_code.AddVarIfSet(code->m_condition);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcFilterstepPointsICode> code)
 {
-    AddInstr(code->m_condition ? "COMPUTE_FILTERSTEP_POINTS_IF_TRUE" : "COMPUTE_FILTERSTEP_POINTS");
-    AddVar(code->m_y);
-    AddVar(code->m_x);
-    AddVarIfSet(code->m_condition);
+    m_code.AddInstr(code->m_condition ? "COMPUTE_FILTERSTEP_POINTS_IF_TRUE"
+                                      : "COMPUTE_FILTERSTEP_POINTS");
+    m_code.AddVar(code->m_y);
+    m_code.AddVar(code->m_x);
+    m_code.AddVarIfSet(code->m_condition);
+}
+
+void SlcGenByteCode::Default(SlcPtr<SlcICode> code)
+{
+    m_errors->FatalError("Cannot generate byte-code for " + std::string(SlcICodeName(*code)));
 }

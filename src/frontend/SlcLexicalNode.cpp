@@ -28,9 +28,9 @@ SlcBoolConstNode* SlcLexicalNode::CreateBool(bool value)
     return value ? &sm_trueConst : &sm_falseConst;
 }
 
-SlcIntConstNode* SlcLexicalNode::CreateInt(int value, bool hidden)
+SlcIntConstNode* SlcLexicalNode::CreateInt(int value, bool added)
 {
-    return CreateInPool<SlcIntConstNode>(value, hidden);
+    return CreateInPool<SlcIntConstNode>(value, added);
 }
 
 SlcFloatConstNode* SlcLexicalNode::CreateFloat(double value)

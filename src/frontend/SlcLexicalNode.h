@@ -24,8 +24,8 @@ public:
 
     /// One of two shared nodes.
     [[nodiscard]] static SlcBoolConstNode* CreateBool(bool value);
-    /// `hidden` marks a constant that the compiler added to a call, such as a count.
-    [[nodiscard]] static SlcIntConstNode* CreateInt(int value, bool hidden);
+    /// `added` marks a constant that the compiler adds to a call, such as a count.
+    [[nodiscard]] static SlcIntConstNode* CreateInt(int value, bool added);
     [[nodiscard]] static SlcFloatConstNode* CreateFloat(double value);
     /// `text` with its enclosing double quotes and every backslash, as in the source.
     [[nodiscard]] static SlcStringLiteralNode* CreateString(std::string_view text);
@@ -52,14 +52,15 @@ private:
 /// `3` as a length or level; also whole numbers that the compiler adds to calls.
 class SlcIntConstNode : public SlcVisitable<SlcIntConstNode, SlcLexicalNode> {
 public:
-    SlcIntConstNode(int value, bool hidden) : m_value(value), m_hidden(hidden) {}
+    SlcIntConstNode(int value, bool added) : m_value(value), m_added(added) {}
     [[nodiscard]] bool IsInt() const override { return true; }
     [[nodiscard]] int GetValue() const { return m_value; }
-    [[nodiscard]] bool IsHidden() const { return m_hidden; }
+    /// The compiler has added it to a call; what suits calls to the grid leaves it alone.
+    [[nodiscard]] bool IsAdded() const { return m_added; }
 
 private:
     int m_value;
-    bool m_hidden;  // added by the compiler; SIMD conversion leaves it alone
+    bool m_added;
 };
 
 /// A number of the source, or one that the compiler has computed.

@@ -40,10 +40,10 @@ bool LooksAtLights(const SlcFuncSymbolEntry& entry)
 }
 
 /// The compiler has added it to the call.
-bool IsHiddenInt(const SlcOperand& operand)
+bool IsAddedInt(const SlcOperand& operand)
 {
     return operand->IsInt() &&
-           static_cast<const SlcIntConstNode*>(operand->GetLexical())->IsHidden();
+           static_cast<const SlcIntConstNode*>(operand->GetLexical())->IsAdded();
 }
 
 }  // namespace
@@ -264,7 +264,7 @@ bool SlcBuiltInLowering::SuitGridCall(const BuiltInCall& call,
     const auto& wanted = call.node->GetSymbolEntry()->GetSIMDDetails();
     for (std::size_t i = 0; i < call.args.size() && i < wanted.size(); ++i) {
         const SlcOperand& arg = call.args[i];
-        if (IsHiddenInt(arg) || arg->IsUniform() == wanted[i]->IsUniform())
+        if (IsAddedInt(arg) || arg->IsUniform() == wanted[i]->IsUniform())
             continue;
         const bool isOutput =
             std::find(call.outputs.begin(), call.outputs.end(), arg) != call.outputs.end();

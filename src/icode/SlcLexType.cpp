@@ -54,9 +54,9 @@ SlcOperand SlcLexType::String(std::string_view text)
     return MakeConst(SlcLexicalNode::CreateString(text), SlcTypeNode::AString());
 }
 
-SlcOperand SlcLexType::Int(int value, bool hidden)
+SlcOperand SlcLexType::Int(int value, bool added)
 {
-    return MakeConst(SlcLexicalNode::CreateInt(value, hidden), SlcTypeNode::AInteger());
+    return MakeConst(SlcLexicalNode::CreateInt(value, added), SlcTypeNode::AInteger());
 }
 
 SlcOperand SlcLexType::Bool(bool value)

@@ -50,7 +50,7 @@ public:
     [[nodiscard]] static SlcPtr<SlcLexType> Float(double value);
     /// `text` with its quotes.
     [[nodiscard]] static SlcPtr<SlcLexType> String(std::string_view text);
-    [[nodiscard]] static SlcPtr<SlcLexType> Int(int value, bool hidden);
+    [[nodiscard]] static SlcPtr<SlcLexType> Int(int value, bool added);
     [[nodiscard]] static SlcPtr<SlcLexType> Bool(bool value);
     /// The shared constant pi.
     [[nodiscard]] static const SlcPtr<SlcLexType>& GetPI();

@@ -37,7 +37,7 @@ private:
     /// What is known at one point. Joins look at the bools alone, so they stand apart.
     struct Known {
         SlcConstantTable bools;
-        SlcConstantTable others;
+        SlcConstantTable others;  // of every other type
     };
 
     void Read(SlcOperand& operand) override;

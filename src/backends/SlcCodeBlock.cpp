@@ -1,0 +1,107 @@
+// The values of one code block: names, operands, literals and jumps. A jump forward leaves a gap
+// that is filled once its label has a place:
+//
+//     goto L; x = 1; L:        GOTO ? ASSIGN x 1       and at the end        GOTO 5 ASSIGN x 1
+//
+// Every value is checked to fit its 16 bits; what does not is one report for each kind of value.
+//
+// Tested by tests/backends/GenByteCodeTest.cpp.
+
+#include "backends/SlcCodeBlock.h"
+
+#include <limits>
+
+#include "backends/SlcByteCode.h"
+
+namespace {
+
+constexpr std::size_t k_highestValue = std::numeric_limits<std::int16_t>::max();
+
+}  // namespace
+
+void SlcCodeBlock::Reset()
+{
+    m_values.clear();
+    m_labels.clear();
+    m_unknownLabels.clear();
+}
+
+std::int16_t SlcCodeBlock::Fit(std::size_t value, std::string_view what)
+{
+    if (value <= k_highestValue)
+        return static_cast<std::int16_t>(value);
+    if (m_reported.emplace(what).second)
+        m_report(std::string(what) + ' ' + std::to_string(value) +
+                 " does not fit into byte-code, whose largest number is " +
+                 std::to_string(k_highestValue) + ", use '--dso'");
+    return 0;
+}
+
+void SlcCodeBlock::AddInstr(std::string_view name)
+{
+    m_values.push_back(SlcByteCode::GetInstrNb(name));
+}
+
+void SlcCodeBlock::AddConst(int value, std::string_view what)
+{
+    m_values.push_back(value == -1 ? std::int16_t{-1} : Fit(static_cast<std::size_t>(value), what));
+}
+
+void SlcCodeBlock::AddVar(const SlcOperand& operand)
+{
+    if (operand->m_index < 0)
+        ReportUnnumbered(operand);
+    AddConst(operand->m_index, "Variable number");
+}
+
+void SlcCodeBlock::AddVars(const std::deque<SlcOperand>& operands)
+{
+    for (const SlcOperand& operand : operands)
+        AddVar(operand);
+}
+
+void SlcCodeBlock::AddVarIfSet(const SlcOperand& operand)
+{
+    if (operand)
+        AddVar(operand);
+}
+
+/// An operand that no section declared: the file would not load, so this is an error.
+void SlcCodeBlock::ReportUnnumbered(const SlcOperand& operand)
+{
+    std::string text = "Error in AddVar, unknown ";
+    if (operand->IsFloat())
+        text += "float: " + std::to_string(operand->GetFloat());
+    else if (operand->IsString())
+        text += "string: " + operand->GetString();
+    else if (operand->IsIdent())
+        text += "ident: " + operand->GetName();
+    else
+        text += "element.";
+    m_report(text);
+}
+
+void SlcCodeBlock::AddGotoLabel(const SlcLabel& label)
+{
+    const auto known = m_labels.find(label->m_name);
+    if (known == m_labels.end())
+        m_unknownLabels.emplace_back(label->m_name, m_values.size());
+    m_values.push_back(known == m_labels.end() ? std::int16_t{0}
+                                               : Fit(known->second, "Jump target"));
+}
+
+void SlcCodeBlock::AddLabelRef(const SlcLabel& label)
+{
+    m_labels.emplace(label->m_name, m_values.size());
+}
+
+std::string SlcCodeBlock::ResolveUnknownLabels()
+{
+    for (const auto& [name, position] : m_unknownLabels) {
+        const auto known = m_labels.find(name);
+        if (known == m_labels.end())
+            return name;
+        m_values[position] = Fit(known->second, "Jump target");
+    }
+    return {};
+}

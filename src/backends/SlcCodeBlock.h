@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "icode/SlcJumpICode.h"
+#include "icode/SlcLexType.h"
+#include "sqx/SqxNumbers.h"
+
+/// One code block: 16-bit values, and the jumps that wait for their labels.
+///
+/// What does not fit into 16 bits is reported, once for each kind of value also when other blocks
+/// follow; the value is then worth nothing.
+class SlcCodeBlock {
+public:
+    using Report = std::function<void(std::string_view text)>;
+
+    explicit SlcCodeBlock(Report report) : m_report(std::move(report)) {}
+
+    /// Begins another block.
+    void Reset();
+
+    /// The name of a primitive or of another instruction that has a number.
+    void AddInstr(std::string_view name);
+    void AddInstr(SqxMark mark) { m_values.push_back(static_cast<std::int16_t>(mark)); }
+    /// A literal. `what` names it in the report if it does not fit.
+    void AddConst(int value, std::string_view what);
+    /// The number of a variable or constant, which some section of the file has declared.
+    void AddVar(const SlcOperand& operand);
+    void AddVars(const std::deque<SlcOperand>& operands);
+    void AddVarIfSet(const SlcOperand& operand);
+    /// The place of a label, which may still be to come.
+    void AddGotoLabel(const SlcLabel& label);
+    /// The label stands here.
+    void AddLabelRef(const SlcLabel& label);
+
+    /// Fills the jumps ahead, once all labels have been added. Gives the name of a label that has
+    /// not; empty if there is none.
+    [[nodiscard]] std::string ResolveUnknownLabels();
+    [[nodiscard]] const std::vector<std::int16_t>& Values() const { return m_values; }
+
+private:
+    void ReportUnnumbered(const SlcOperand& operand);
+    /// `value` as a 16-bit number; reports one that does not fit.
+    [[nodiscard]] std::int16_t Fit(std::size_t value, std::string_view what);
+
+    Report m_report;
+    std::vector<std::int16_t> m_values;
+    std::unordered_map<std::string_view, std::size_t> m_labels;        // positions by label name
+    std::vector<std::pair<std::string, std::size_t>> m_unknownLabels;  // jumps ahead, by position
+    std::set<std::string, std::less<>> m_reported;                     // kinds that did not fit
+};
