@@ -38,7 +38,7 @@ public:
     void AddVarIfSet(const SlcOperand& operand);
     /// The place of a label, which may still be to come.
     void AddGotoLabel(const SlcLabel& label);
-    /// The label stands here.
+    /// The label, which outlives the block, stands here.
     void AddLabelRef(const SlcLabel& label);
 
     /// Fills the jumps ahead, once all labels have been added. Gives the name of a label that has

@@ -2,30 +2,33 @@
 
 #include <gtest/gtest.h>
 
+#include "backends/SlcByteCode.h"
+
 namespace {
 
 class CodeBlockTest : public testing::Test {
 protected:
-    static SlcLabel Label(const char* name) { return MakeShared<SlcLabelICode>(name); }
-
+    SlcLabel m_start = MakeShared<SlcLabelICode>("S");
+    SlcLabel m_end = MakeShared<SlcLabelICode>("E");
     std::vector<std::string> m_reports;
     SlcCodeBlock m_block{[this](std::string_view text) { m_reports.emplace_back(text); }};
 };
 
 TEST_F(CodeBlockTest, FillsJumpsForwardAndBack)
 {
-    m_block.AddLabelRef(Label("S"));
+    m_block.AddLabelRef(m_start);
     m_block.AddInstr(SqxMark::Goto);
-    m_block.AddGotoLabel(Label("E"));
-    m_block.AddInstr("EVAL_LIGHTS_FOR_P");
+    m_block.AddGotoLabel(m_end);
+    m_block.AddInstr("EVAL_LIGHTS");
     m_block.AddInstr(SqxMark::Goto);
-    m_block.AddGotoLabel(Label("S"));
-    m_block.AddLabelRef(Label("E"));
+    m_block.AddGotoLabel(m_start);
+    m_block.AddLabelRef(m_end);
     EXPECT_EQ(m_block.ResolveUnknownLabels(), "");
-    EXPECT_EQ(m_block.Values(), (std::vector<std::int16_t>{432, 5, 442, 432, 0}));
+    EXPECT_EQ(m_block.Values(),
+              (std::vector<std::int16_t>{432, 5, SlcByteCode::GetInstrNb("EVAL_LIGHTS"), 432, 0}));
     // Labels belong to one block.
     m_block.Reset();
-    m_block.AddGotoLabel(Label("S"));
+    m_block.AddGotoLabel(m_start);
     EXPECT_EQ(m_block.ResolveUnknownLabels(), "S");
     EXPECT_TRUE(m_reports.empty());
 }
