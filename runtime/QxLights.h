@@ -114,24 +114,43 @@ private:
     QxLights m_lights;
 };
 
-/// A direction lies within `angle` radians of an axis. Neither needs unit length.
+/// The directions within `angle` radians of an axis.
 ///
 /// What points exactly along the axis, or against it, lies on the border of a cone of no or of the
 /// widest angle, where the rounding of single precision would decide. So the products are of double
 /// precision, which keeps those of single-precision numbers whole, and what lies within the
 /// rounding of the operands themselves counts as aligned.
-inline bool QxIsWithinCone(const QxVector3& direction, const QxVector3& axis, float angle)
-{
-    if (angle >= QX_PI_FLOAT)
-        return true;
-    const auto dot = [](const QxVector3& a, const QxVector3& b) {
+class QxCone {
+public:
+    explicit QxCone(float angle)
+        : m_all(angle >= QX_PI_FLOAT),
+          m_leastCosine(m_all ? -1 : qxmath::Cos(static_cast<double>(angle)) - Rounding())
+    {
+    }
+    /// Neither needs unit length.
+    bool Has(const QxVector3& direction, const QxVector3& axis) const
+    {
+        const double lengths = qxmath::Sqrt(Dot(direction, direction) * Dot(axis, axis));
+        return m_all ||
+               Dot(direction, axis) >= (lengths > 0 ? lengths * m_leastCosine : m_leastCosine);
+    }
+
+private:
+    /// Of a cosine: an angle of a millionth.
+    static double Rounding() { return 1e-12; }
+    static double Dot(const QxVector3& a, const QxVector3& b)
+    {
         return static_cast<double>(a.x) * b.x + static_cast<double>(a.y) * b.y +
                static_cast<double>(a.z) * b.z;
-    };
-    const double rounding = 1e-12;  // of a cosine: an angle of a millionth
-    const double lengths = qxmath::Sqrt(dot(direction, direction) * dot(axis, axis));
-    const double least = qxmath::Cos(static_cast<double>(angle)) - rounding;
-    return dot(direction, axis) >= (lengths > 0 ? lengths * least : least);
+    }
+
+    bool m_all;
+    double m_leastCosine;
+};
+
+inline bool QxIsWithinCone(const QxVector3& direction, const QxVector3& axis, float angle)
+{
+    return QxCone(angle).Has(direction, axis);
 }
 
 // The light statements, at one point. Each gives the flag.

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cmath>
+#include <ctime>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -112,4 +113,22 @@ template <class Work>
     for (int i = 0; i < times; ++i)
         work();
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count() / times;
+}
+
+/// Of this thread, since some moment.
+[[nodiscard]] inline double BenchProcessorSeconds()
+{
+    std::timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+}
+
+/// The same as `BenchSecondsOf` in time of the processor, which others on the machine do not take.
+template <class Work>
+[[nodiscard]] double BenchProcessorSecondsOf(const Work& work, int times)
+{
+    const double start = BenchProcessorSeconds();
+    for (int i = 0; i < times; ++i)
+        work();
+    return (BenchProcessorSeconds() - start) / times;
 }

@@ -30,7 +30,7 @@ void Compare(const std::string& name, unsigned int side, double seconds)
     BenchAct best(BenchProgram(name, QxKernelChoice::Best), stage);
     int times = 1;
     const auto timeOf = [&times](BenchAct& act) {
-        return BenchSecondsOf([&act] { act.Play(); }, times);
+        return BenchProcessorSecondsOf([&act] { act.Play(); }, times);
     };
     object.Play();
     times = std::clamp(static_cast<int>(0.0005 / std::max(timeOf(object), 1e-7)), 1, 2000);

@@ -5,19 +5,12 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 
+#include "common/BenchStage.h"
 #include "machine/BenchProgram.h"
 #include "machine/QxMachineProgram.h"
 
 namespace {
-
-double ProcessorSeconds()
-{
-    std::timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
-}
 
 void Measure(const std::string& name, double seconds)
 {
@@ -25,9 +18,8 @@ void Measure(const std::string& name, double seconds)
     const std::size_t instructions = QxMachineProgram(bytes, name).InstructionCount();
     double best = 1e30;
     for (double spent = 0; spent < seconds;) {
-        const double start = ProcessorSeconds();
-        const QxMachineProgram program(bytes, name);
-        const double time = ProcessorSeconds() - start;
+        const double time =
+            BenchProcessorSecondsOf([&] { const QxMachineProgram program(bytes, name); }, 1);
         best = std::min(best, time);
         spent += time;
     }

@@ -1,5 +1,5 @@
-// Functions of numbers, triples and matrices, noise and light statements, under the names
-// by which generated C++ calls them too.
+// Functions of numbers, triples and matrices, and noise, under the names by which generated C++
+// calls them too.
 
 #include "QxBuiltInNames.h"
 #include "kernels/QxKernelForms.h"
@@ -106,8 +106,8 @@ constexpr QxKernelRow k_rows[] = {
     CHEAP1(CALL_PRIM_SETXCOMP, Vector, float),
     CHEAP1(CALL_PRIM_SETYCOMP, Vector, float),
     CHEAP1(CALL_PRIM_SETZCOMP, Vector, float),
-    EACH2(CALL_PRIM_COMP, float&, Vector, float),
-    EACH2(CALL_PRIM_SETCOMP, Vector&, float, float),
+    CHEAP2(CALL_PRIM_COMP, float, Vector, float),
+    CHEAP2(CALL_PRIM_SETCOMP, Vector, float, float),
     EACH3(CALL_PRIM_COMP_MATRIX, float&, Matrix, float, float),
     EACH3(CALL_PRIM_SETCOMP_MATRIX, Matrix&, float, float, float),
 
@@ -121,6 +121,7 @@ constexpr QxKernelRow k_rows[] = {
     CHEAP1(CALL_PRIM_NORMALIZE, Vector, Vector),
     CHEAP2(CALL_PRIM_REFLECT, Vector, Vector, Vector),
     EACH3(CALL_PRIM_REFRACT, Vector&, Vector, Vector, float),
+    EACH(CALL_PRIM_SPECULARBRDF, Color&, Vector, Vector, Vector, float),
     EACH3(CALL_PRIM_PTLINED, float&, Vector, Vector, Vector),
     EACH4(CALL_PRIM_ROTATE_POINT, Vector&, Vector, float, Vector, Vector),
     Each<Vector, Vector, float, float&, float&>("CALL_PRIM_FRESNEL5", [](const Vector& i, const Vector& n, float eta, float& kr, float& kt) {
@@ -185,21 +186,6 @@ constexpr QxKernelRow k_rows[] = {
     EACH(CALL_PRIM_PNOISE_POINT_2D, Vector&, float, float, float, float),
     EACH(CALL_PRIM_PNOISE_POINT_3D, Vector&, Vector, Vector),
     EACH(CALL_PRIM_PNOISE_POINT_4D, Vector&, Vector, float, Vector, float),
-
-    // Light statements
-    EACH(CALL_PRIM_SPECULARBRDF, Color&, Vector, Vector, Vector, float),
-    Statement<Flag&, Vector, Vector, float, Vector, Vector&>("ILLUMINATE", [](Flag& flag, const Vector& position, const Vector& axis, float angle, const Vector& Ps, Vector& L) {
-        ILLUMINATE(flag, position, axis, angle, Ps, L);
-    }),
-    Statement<Flag&, Vector, Vector, Vector&>("ILLUMINATE_NO_CONE", [](Flag& flag, const Vector& position, const Vector& Ps, Vector& L) {
-        ILLUMINATE_NO_CONE(flag, position, Ps, L);
-    }),
-    Statement<Flag&, Vector, float, Vector&>("SOLAR", [](Flag& flag, const Vector& axis, float angle, Vector& L) {
-        SOLAR(flag, L, axis, angle);
-    }),
-    Statement<Flag&, Vector, Vector, float>("ILLUMINANCE", AtPoint([](QxMachineState& state, unsigned int point, Flag& flag, const Vector& position, const Vector& axis, float angle) {
-        flag = state.light && QxIlluminanceCall{state.light->L}(point, position, axis, angle);
-    })),
 };
 // clang-format on
 

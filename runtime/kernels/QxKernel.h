@@ -117,6 +117,7 @@ namespace qxbaseline {
 [[nodiscard]] QxKernelRows FilterKernels();
 [[nodiscard]] QxKernelRows NeighbourKernels();
 [[nodiscard]] QxKernelRows LightKernels();
+[[nodiscard]] QxKernelRows StatementKernels();
 }  // namespace qxbaseline
 namespace qxavx2 {
 [[nodiscard]] QxKernelRows OperatorKernels();
@@ -124,6 +125,7 @@ namespace qxavx2 {
 [[nodiscard]] QxKernelRows FilterKernels();
 [[nodiscard]] QxKernelRows NeighbourKernels();
 [[nodiscard]] QxKernelRows LightKernels();
+[[nodiscard]] QxKernelRows StatementKernels();
 }  // namespace qxavx2
 
 // What no instruction set makes faster.

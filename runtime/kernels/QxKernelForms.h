@@ -112,11 +112,8 @@ QX_KERNEL_CODE void RunAny(QxMachineState& state, const QxCode& code, const QxPo
     const std::size_t steps[] = {code.operands[k].step..., 0};
     for (unsigned int i = points.first; i < points.End(); ++i) {
         if constexpr (where != Where::All) {
-            if (!points.QxIsSet(points.mask[i])) {
-                if constexpr (where == Where::Statement)
-                    static_cast<QxStopAndBool*>(bases[0])[i * steps[0]] = false;
+            if (!points.QxIsSet(points.mask[i]))
                 continue;
-            }
         }
         Applied<Function>::To(state, i, Fetch<Types>(bases[k], i * steps[k])...);
     }
@@ -160,16 +157,6 @@ constexpr QxKernelRow RowPerPoint(std::string_view primitive, QxKernel kernel)
 {
     QxKernelRow row = Row<Types...>(primitive, kernel);
     row.perPoint = true;
-    return row;
-}
-
-/// A row for a light statement: its flag is false where the mask is not set.
-template <class... Types, class Function>
-constexpr QxKernelRow Statement(std::string_view primitive, Function function)
-{
-    QxKernelRow row = Each<Types...>(primitive, function);
-    row.statement = Any<Function, Where::Statement, Types...>;
-    row.perPoint = false;
     return row;
 }
 

@@ -61,31 +61,38 @@ public:
           m_addresses(m_operands.size()),
           m_texts(m_operands.size())
     {
-        for (const QxOperand& operand : m_operands) {
+        for (std::size_t k = 0; k < m_operands.size(); ++k) {
+            const QxOperand& operand = m_operands[k];
             m_bases.push_back(Address(state, operand, 0));
-            m_bytes.push_back(operand.step * BytesOf(operand.stored));
             m_types += LetterOf(operand.stored);
+            if (operand.step != 0)
+                m_varying.push_back(k);
+            Find(k, 0);
         }
     }
     QxArguments At(unsigned int point)
     {
-        for (std::size_t k = 0; k < m_addresses.size(); ++k) {
-            m_addresses[k] = m_bases[k] + point * m_bytes[k];
-            if (m_operands[k].stored != QxStored::Text)
-                continue;
-            const Text text = *static_cast<const Text*>(m_addresses[k]);
-            m_texts[k] = text ? text : "";
-            m_addresses[k] = &m_texts[k];
-        }
+        for (const std::size_t k : m_varying)
+            Find(k, point * BytesOf(m_operands[k].stored));
         return m_addresses.data();
     }
     [[nodiscard]] int Count() const { return static_cast<int>(m_addresses.size()); }
     [[nodiscard]] const char* Types() const { return m_types.c_str(); }
 
 private:
+    void Find(std::size_t k, std::size_t distance)
+    {
+        m_addresses[k] = m_bases[k] + distance;
+        if (m_operands[k].stored != QxStored::Text)
+            return;
+        const Text text = *static_cast<const Text*>(m_addresses[k]);
+        m_texts[k] = text ? text : "";
+        m_addresses[k] = &m_texts[k];
+    }
+
     std::span<const QxOperand> m_operands;
     std::vector<const char*> m_bases;
-    std::vector<std::size_t> m_bytes;
+    std::vector<std::size_t> m_varying;
     std::vector<const void*> m_addresses;
     std::vector<Text> m_texts;
     std::string m_types;
@@ -118,7 +125,9 @@ constexpr QxKernelRow ListRow(std::string_view primitive, QxKernel kernel)
 template <class Rest, class Result, class... Types, class Function>
 constexpr QxKernelRow List(std::string_view primitive, Function)
 {
-    return ListRow<Rest, Result, Types...>(primitive, OfList<Function, Result>);
+    QxKernelRow row = ListRow<Rest, Result, Types...>(primitive, OfList<Function, Result>);
+    row.perPoint = !std::is_same_v<Result, Text>;
+    return row;
 }
 
 #define LIST(NAME, REST, RESULT, ...)                                                              \

@@ -11,11 +11,11 @@ QxKernelTable::QxKernelTable(bool avx2)
 {
     using Rows = QxKernelRows (*)();
     const std::vector<Rows> baseline = {qxbaseline::OperatorKernels, qxbaseline::FunctionKernels,
-                                        qxbaseline::FilterKernels, qxbaseline::NeighbourKernels,
-                                        qxbaseline::LightKernels};
+                                        qxbaseline::FilterKernels,   qxbaseline::NeighbourKernels,
+                                        qxbaseline::LightKernels,    qxbaseline::StatementKernels};
     const std::vector<Rows> fast = {qxavx2::OperatorKernels, qxavx2::FunctionKernels,
-                                    qxavx2::FilterKernels, qxavx2::NeighbourKernels,
-                                    qxavx2::LightKernels};
+                                    qxavx2::FilterKernels,   qxavx2::NeighbourKernels,
+                                    qxavx2::LightKernels,    qxavx2::StatementKernels};
     std::vector<Rows> tables = avx2 ? fast : baseline;
     tables.insert(tables.end(), {qxcommon::SceneKernels, qxcommon::ListKernels});
     for (const Rows table : tables)

@@ -23,6 +23,14 @@ constexpr std::size_t k_workBetweenTests = std::size_t{1} << 15;
 
 enum class Share { None, Some, All };
 
+/// Of points of which some, or all, have a flag.
+Share ShareOf(unsigned int any, unsigned int all)
+{
+    if (any == 0)
+        return Share::None;
+    return all != 0 ? Share::All : Share::Some;
+}
+
 Share ShareOf(const QxStopAndBool* flags, unsigned int first, unsigned int count, bool wanted)
 {
     unsigned int any = 0;
@@ -31,18 +39,23 @@ Share ShareOf(const QxStopAndBool* flags, unsigned int first, unsigned int count
         any |= flags[i].value;
         all &= flags[i].value;
     }
-    if (wanted ? any == 0 : all != 0)
-        return Share::None;
-    return (wanted ? all != 0 : any == 0) ? Share::All : Share::Some;
+    return wanted ? ShareOf(any, all) : ShareOf(all ^ 1, any ^ 1);
 }
 
 /// mask = outer and (flags are as wanted)
-void MakeMask(QxStopAndBool* mask, const QxStopAndBool* outer, const QxStopAndBool* flags,
-              const QxPoints& points, bool wanted)
+Share MakeMask(QxStopAndBool* mask, const QxStopAndBool* outer, const QxStopAndBool* flags,
+               const QxPoints& points, bool wanted)
 {
     const unsigned int turn = wanted ? 0 : 1;
-    for (unsigned int i = points.first; i < points.End(); ++i)
-        mask[i].value = (flags[i].value ^ turn) & (outer ? outer[i].value : 1);
+    unsigned int any = 0;
+    unsigned int all = 1;
+    for (unsigned int i = points.first; i < points.End(); ++i) {
+        const unsigned int value = (flags[i].value ^ turn) & (outer ? outer[i].value : 1);
+        mask[i].value = value;
+        any |= value;
+        all &= value;
+    }
+    return ShareOf(any, all);
 }
 
 }  // namespace
@@ -309,24 +322,21 @@ const QxCode* QxMachineRun::Enter(const QxCode* code, QxPoints& points, unsigned
     m_outer[depth] = points.mask;
     if (code->flag.step == 0)
         return static_cast<bool>(*flags) == wanted ? code + 1 : behind;
-    switch (ShareOf(flags, points.first, points.count, wanted)) {
+    if (!points.mask && wanted && !code->copyFlag) {
+        const Share share = ShareOf(flags, points.first, points.count, wanted);
+        points.mask = share == Share::Some ? flags : nullptr;
+        return share == Share::None ? behind : code + 1;
+    }
+    QxStopAndBool* const mask = m_masks[depth].data();
+    switch (MakeMask(mask, points.mask, flags, points, wanted)) {
     case Share::None:
         return behind;
     case Share::All:
-        return code + 1;
-    case Share::Some:
+        points.mask = nullptr;
         break;
-    }
-    if (wanted && !points.mask && !code->copyFlag) {
-        points.mask = flags;
-        return code + 1;
-    }
-    QxStopAndBool* const mask = m_masks[depth].data();
-    MakeMask(mask, points.mask, flags, points, wanted);
-    points.mask = mask;
-    if (m_outer[depth] && ShareOf(mask, points.first, points.count, true) == Share::None) {
-        points.mask = m_outer[depth];
-        return behind;
+    case Share::Some:
+        points.mask = mask;
+        break;
     }
     return code + 1;
 }

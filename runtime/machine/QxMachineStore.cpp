@@ -14,7 +14,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
-#include <string_view>
 
 #include "QxHostError.h"
 #include "sqx/SqxPredefined.h"
@@ -52,26 +51,6 @@ bool IsOwn(Kind kind)
 {
     return kind == Kind::Local || kind == Kind::Borrowed || kind == Kind::Reference ||
            kind == Kind::Alias || kind == Kind::Nowhere;
-}
-
-constexpr std::uint32_t RowOf(std::string_view name)
-{
-    std::uint32_t row = 0;
-    while (k_sqxPredefined[row].name != name)
-        ++row;
-    return row;
-}
-
-constexpr std::uint32_t k_eyeRow = RowOf("E");
-
-/// The member of a grid for each row of the table of predefined variables; none for E.
-void* MemberOf(const QxHiddenVariables& h, std::size_t row)
-{
-    void* const members[] = {h.Cs,    h.Os, h.P,      h.dPdu, h.dPdv, h.N,  h.Ng, h.u,
-                             h.v,     h.du, h.dv,     h.s,    h.t,    h.L,  h.Cl, h.Ol,
-                             nullptr, h.I,  h.ncomps, h.time, h.Ci,   h.Oi, h.Ps, h.alpha};
-    static_assert(std::size(members) == std::size(k_sqxPredefined));
-    return members[row];
 }
 
 }  // namespace
@@ -206,17 +185,17 @@ void* QxMachineStore::Zeros()
     return m_zeros.data();
 }
 
-void QxMachineStore::Bind(const QxHiddenVariables& hidden, const QxVector3& eye)
+void QxMachineStore::Bind(const QxHiddenVariables& h, const QxVector3& eye)
 {
     m_eye = eye;
+    // By row of the table of predefined variables.
+    void* const members[] = {h.Cs,   h.Os, h.P,      h.dPdu, h.dPdv, h.N,  h.Ng, h.u,
+                             h.v,    h.du, h.dv,     h.s,    h.t,    h.L,  h.Cl, h.Ol,
+                             &m_eye, h.I,  h.ncomps, h.time, h.Ci,   h.Oi, h.Ps, h.alpha};
+    static_assert(std::size(members) == std::size(k_sqxPredefined));
     for (const std::uint32_t i : m_predefined) {
         const QxStorage& storage = m_code.variables[i];
-        if (storage.kind == Kind::Predefined) {
-            void* const member =
-                storage.number == k_eyeRow ? &m_eye : MemberOf(hidden, storage.number);
-            m_values[i] = m_homes[i] = member ? member : Zeros();
-        } else {
-            m_values[i] = hidden.Ng ? static_cast<void*>(hidden.Ng) : Zeros();
-        }
+        void* const member = storage.kind == Kind::Ng ? h.Ng : members[storage.number];
+        m_values[i] = m_homes[i] = member ? member : Zeros();
     }
 }

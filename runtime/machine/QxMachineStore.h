@@ -19,7 +19,7 @@ public:
     /// `QxHostError` if there is not enough memory.
     void Start(std::size_t points, std::vector<QxVar>& variables);
     /// Binds the predefined variables. What the host did not set reads as zero.
-    void Bind(const QxHiddenVariables& hidden, const QxVector3& eye);
+    void Bind(const QxHiddenVariables& h, const QxVector3& eye);
     /// Sets locals to zero.
     void Clear(const std::vector<std::uint32_t>& locals);
 
