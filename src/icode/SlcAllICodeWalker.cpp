@@ -16,7 +16,7 @@ void SlcAllICodeWalker::Case(SlcPtr<SlcICode> code)
 #define SLC_ICODE_CLASS(name, base, traits)                                                        \
     void SlcAllICodeWalker::Case(SlcPtr<name> code)                                                \
     {                                                                                              \
-        Case(CheckCast<base>(code));                                                               \
+        Case(SlcPtr<base>(std::move(code)));                                                       \
     }
 #include "icode/SlcICodeClasses.def"
 #undef SLC_ICODE_CLASS

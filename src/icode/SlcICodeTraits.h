@@ -15,6 +15,10 @@ enum Trait : unsigned {
     PartialIfLimited = 1 << 4,  // the same, but only under a condition of its own
     BeginsBlock = 1 << 5,       // control may come to it from elsewhere
     EndsBlock = 1 << 6,         // control may go elsewhere behind it
+    OpensRun = 1 << 7,          // the brackets of a parallel run
+    ClosesRun = 1 << 8,
+    OpensGuard = 1 << 9,  // those of code for the points of a flag
+    ClosesGuard = 1 << 10,
 };
 
 /// The traits of a class.

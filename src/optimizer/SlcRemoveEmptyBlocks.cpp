@@ -28,47 +28,46 @@ bool IsExactly(const SlcPtr<SlcICode>& code)
     if (code.Null())
         return false;
     const SlcICode& object = *code;
-    return typeid(object) == typeid(Code);
+    // A program has one description of each class; `==` would go on to compare their names.
+    return &typeid(object) == &typeid(Code);
 }
 
 /// How an instruction takes part in the removal of pairs of marks.
 enum class Mark { None, OrderSensitiveCall, BeginParallel, EndParallel, If, EndIf };
 
-class MarkWalker : public SlcAllICodeWalker {
-public:
-    [[nodiscard]] Mark Of(const SlcPtr<SlcICode>& code)
-    {
-        m_mark = Mark::None;
-        code->ApplyWalker(this);
-        return m_mark;
-    }
-
-private:
-    using SlcAllICodeWalker::Case;
-    void Case(SlcPtr<SlcBeginParallelICode>) override { m_mark = Mark::BeginParallel; }
-    void Case(SlcPtr<SlcEndParallelICode>) override { m_mark = Mark::EndParallel; }
-    void Case(SlcPtr<SlcIfICode>) override { m_mark = Mark::If; }
-    void Case(SlcPtr<SlcEndIfICode>) override { m_mark = Mark::EndIf; }
-    void Case(SlcPtr<SlcCallICode> code) override
-    {
-        if (code->m_orderSensitive)
-            m_mark = Mark::OrderSensitiveCall;
-    }
-    void Default(SlcPtr<SlcICode>) override {}
-
-    Mark m_mark = Mark::None;
-};
-
-/// For each end of a parallel run in `codes` in turn, whether the run holds an order-sensitive
-/// call, as one bit for each instruction's position.
-std::vector<bool> OrderSensitiveRuns(const std::deque<SlcPtr<SlcICode>>& codes)
+[[nodiscard]] Mark MarkOf(const SlcPtr<SlcICode>& code)
 {
-    std::vector<bool> sensitive(codes.size(), false);
-    MarkWalker marks;
+    if (code->Is(SlcICodeTraits::OpensRun))
+        return Mark::BeginParallel;
+    if (code->Is(SlcICodeTraits::ClosesRun))
+        return Mark::EndParallel;
+    if (code->Is(SlcICodeTraits::OpensGuard))
+        return Mark::If;
+    if (code->Is(SlcICodeTraits::ClosesGuard))
+        return Mark::EndIf;
+    if (IsExactly<SlcCallICode>(code) && CheckCast<SlcCallICode>(code)->m_orderSensitive)
+        return Mark::OrderSensitiveCall;
+    return Mark::None;
+}
+
+[[nodiscard]] std::vector<Mark> MarksOf(const std::deque<SlcPtr<SlcICode>>& codes)
+{
+    std::vector<Mark> marks;
+    marks.reserve(codes.size());
+    for (const auto& code : codes)
+        marks.push_back(MarkOf(code));
+    return marks;
+}
+
+/// For each end of a parallel run in turn, whether the run holds an order-sensitive call, as one
+/// bit for each instruction's position.
+std::vector<bool> OrderSensitiveRuns(const std::vector<Mark>& marks)
+{
+    std::vector<bool> sensitive(marks.size(), false);
     std::size_t begin = 0;
     bool found = false;
-    for (std::size_t i = 0; i < codes.size(); ++i) {
-        switch (marks.Of(codes[i])) {
+    for (std::size_t i = 0; i < marks.size(); ++i) {
+        switch (marks[i]) {
         case Mark::BeginParallel:
             begin = i;
             found = false;
@@ -149,23 +148,22 @@ bool SlcRemoveEmptyBlocks::Phase(RemovePhase phase, SlcListICode& list)
 // whatever is removed brings the instruction before it face to face with the one behind.
 bool SlcRemoveEmptyBlocks::RemovePairs(SlcListICode& list)
 {
-    const std::vector<bool> sensitive = OrderSensitiveRuns(list.m_icodes);
+    const std::vector<Mark> marks = MarksOf(list.m_icodes);
+    const std::vector<bool> sensitive = OrderSensitiveRuns(marks);
     SlcUniformAccessOfRuns uniforms(list.m_icodes);
     struct Kept {
-        SlcPtr<SlcICode> code;
+        std::size_t place;  // in the list
         Mark mark;
         bool sensitive;
         std::size_t run;  // the last one begun
     };
     std::vector<Kept> kept;
     kept.reserve(list.m_icodes.size());
-    MarkWalker marks;
     std::vector<Kept> seamEnds;  // first end of each merged run still open
     std::size_t runs = 0;
     for (std::size_t i = 0; i < list.m_icodes.size(); ++i) {
-        const Mark mark = marks.Of(list.m_icodes[i]);
-        runs += mark == Mark::BeginParallel ? 1 : 0;
-        const Kept current{list.m_icodes[i], mark, sensitive[i], runs - 1};
+        runs += marks[i] == Mark::BeginParallel ? 1 : 0;
+        const Kept current{i, marks[i], sensitive[i], runs - 1};
         if (!kept.empty()) {
             const Kept& last = kept.back();
             const bool emptyRun =
@@ -191,9 +189,10 @@ bool SlcRemoveEmptyBlocks::RemovePairs(SlcListICode& list)
     }
     const bool changed = kept.size() != list.m_icodes.size();
     if (changed) {
-        list.m_icodes.clear();
-        for (Kept& entry : kept)
-            list.m_icodes.push_back(std::move(entry.code));
+        std::deque<SlcPtr<SlcICode>> codes;
+        for (const Kept& entry : kept)
+            codes.push_back(std::move(list.m_icodes[entry.place]));
+        list.m_icodes.swap(codes);
     }
     return changed;
 }

@@ -106,10 +106,10 @@ SlcUniformAccessOfRuns::SlcUniformAccessOfRuns(const std::deque<SlcPtr<SlcICode>
     const SlcUniformAccess::Arrays arrays = SlcUniformAccess::ArraysOf(codes);
     bool isInRun = false;
     for (const auto& code : codes) {
-        if (dynamic_cast<const SlcBeginParallelICode*>(&*code)) {
+        if (code->Is(SlcICodeTraits::OpensRun)) {
             m_runs.emplace_back();
             isInRun = true;
-        } else if (dynamic_cast<const SlcEndParallelICode*>(&*code)) {
+        } else if (code->Is(SlcICodeTraits::ClosesRun)) {
             isInRun = false;
         } else if (isInRun) {
             m_runs.back().Add(code, arrays);

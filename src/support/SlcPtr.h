@@ -20,11 +20,15 @@ public:
     SlcPtr(SlcPtr&& other) noexcept : m_object(std::exchange(other.m_object, nullptr)) {}
     ~SlcPtr() { Release(); }
 
-    /// From a pointer to a derived class.
+    // From a pointer to a derived class.
     template <class U, class = std::enable_if_t<std::is_base_of_v<T, U> && !std::is_same_v<T, U>>>
     SlcPtr(const SlcPtr<U>& other) : m_object(other.DontUseOutsideTheClassPointer())
     {
         Retain();
+    }
+    template <class U, class = std::enable_if_t<std::is_base_of_v<T, U> && !std::is_same_v<T, U>>>
+    SlcPtr(SlcPtr<U>&& other) noexcept : m_object(std::exchange(other.m_object, nullptr))
+    {
     }
 
     /// Equal pointers need no change, oneself included.
@@ -65,6 +69,9 @@ public:
     [[nodiscard]] SlcCollectable* DontUseOutsideTheClassPointer() const { return m_object; }
 
 private:
+    template <class U>
+    friend class SlcPtr;
+
     // The analyzer does not count: it takes the first release for the last one.
     // NOLINTBEGIN(clang-analyzer-cplusplus.NewDelete)
     void Retain() const
@@ -84,7 +91,7 @@ private:
 
 /// The shared object as a `To`. Null gives null; an object of another class throws
 /// `std::bad_cast`, which nothing catches: it is a fault of the compiler. A cast to a base class
-/// costs nothing.
+/// costs nothing, one to the class of the object itself next to nothing.
 template <class To, class From>
 [[nodiscard]] SlcPtr<To> CheckCast(const SlcPtr<From>& from)
 {
@@ -94,6 +101,8 @@ template <class To, class From>
         SlcCollectable* object = from.DontUseOutsideTheClassPointer();
         if (!object)
             return nullptr;
+        if (&typeid(*object) == &typeid(To))
+            return static_cast<To*>(object);
         return &dynamic_cast<To&>(*object);
     }
 }
