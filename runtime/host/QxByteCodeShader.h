@@ -10,7 +10,7 @@ public:
     QxByteCodeShader(std::string_view bytes, const std::string& name,
                      const std::vector<std::string>& shadeopFolders,
                      QxKernelChoice kernels = QxKernelChoice::Best);
-    /// The same for a file that was read already.
+    /// The same for a file that was read whole, less what nothing refers to.
     QxByteCodeShader(const SqxShader& shader, const std::string& name,
                      const std::vector<std::string>& shadeopFolders);
 

@@ -33,7 +33,7 @@ public:
     QxMachineProgram(std::string_view bytes, const std::string& name,
                      const std::vector<std::string>& shadeopFolders = {},
                      QxKernelChoice kernels = QxKernelChoice::Best);
-    /// The same for a file that was read already.
+    /// The same for a file that was read whole, less what nothing refers to.
     QxMachineProgram(const SqxShader& shader, std::string name,
                      const std::vector<std::string>& shadeopFolders = {},
                      QxKernelChoice kernels = QxKernelChoice::Best);

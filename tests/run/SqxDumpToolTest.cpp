@@ -128,7 +128,7 @@ TEST(SqxDumpTool, ComputesDefaultValuesAsFarAsItCan)
         {"varying float x = 2;", "2"},
         {"float x = time;", "depends on the shading point"},
         {"float a = time; float x = a * 2;", "depends on the shading point"},
-        {"color x[2] = {1, color \"hsv\" (0, 1, 1)};", "1 1 1, 1 0 0"},
+        {"color x[2] = {1, color \"hsv\" (0, 1, 1)};", "1 1 1, 1 0 0 in rgb"},
         {"matrix x = 3;", "3 0 0 0 0 3 0 0 0 0 3 0 0 0 0 3"},
         {"string x = concat(\"a\\n\", \"\\\"\");", "\"a\\n\\\"\""},
     };
@@ -201,6 +201,27 @@ TEST(SqxDumpTool, PrintsADamagedFileUpToTheFault)
     EXPECT_NE(output.find("    MULT_COLOR_FLOAT"), std::string::npos) << output;
     EXPECT_NE(output.find(", main: Nothing was expected behind the main code\n"), std::string::npos)
         << output;
+}
+
+TEST(SqxDumpTool, ComputesNoDefaultValueByAShadeopThatTheFileLacks)
+{
+    std::string text = ByteCodeOf("surface test(float a = 2; float x = a * 3;) { Ci = x; }", 0);
+    const std::string product = "\n4\n55\n";  // length and instruction of the block of x
+    const std::size_t block = text.find(product);
+    ASSERT_NE(block, std::string::npos);
+    const std::size_t result = block + product.size();
+    const std::size_t behindResult = text.find('\n', result);
+    const std::size_t end = text.find('\n', text.find('\n', behindResult + 1) + 1);
+    const std::string variable = text.substr(result, behindResult - result);
+    text.replace(block, end - block, "\n4\n459\n0\n0\n" + variable);
+    const CompiledFile file(text);
+    const auto [status, listing] = file.Dump("--params '" + file.Path() + "'");
+    EXPECT_EQ(status, 1);
+    EXPECT_NE(listing.find("float         2\n"), std::string::npos) << listing;
+    EXPECT_NE(listing.find("float         ?\n"), std::string::npos) << listing;
+    EXPECT_NE(listing.find("initializer of x: Instruction CALL_DSO at 0 has the bad value 0"),
+              std::string::npos)
+        << listing;
 }
 
 TEST(SqxDumpTool, EndsWithAReportAndStatus1)

@@ -185,14 +185,17 @@ void TakeDefaults(const SqxShader& only, const std::string& name,
 void AddDefaults(const SqxShader& shader, const std::string& name,
                  const std::vector<std::string>& folders, Facts& facts)
 {
-    const SqxShader all = OnlyInitializers(shader, Shadeops::Called);
+    // Numbers of shadeops are checked once the file has told how many there are.
+    const bool areChecked = shader.reached >= SqxSection::Facts;
+    const SqxShader most =
+        OnlyInitializers(shader, areChecked ? Shadeops::Called : Shadeops::LeftOut);
     try {
-        TakeDefaults(all, name, folders, facts);
+        TakeDefaults(most, name, folders, facts);
         return;
     } catch (const QxHostError& error) {
         facts.defaultsFault = error.what();
     }
-    if (all.libraries.empty())
+    if (most.libraries.empty())
         return;
     try {
         TakeDefaults(OnlyInitializers(shader, Shadeops::LeftOut), name, folders, facts);
