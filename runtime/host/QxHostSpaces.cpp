@@ -1,3 +1,8 @@
+// Frames by name in a map, whose elements never move: built shaders keep addresses of frames, also
+// of names that are reserved before anybody defines them.
+//
+// Tested by tests/host/HostTest.cpp.
+
 #include "host/QxHostSpaces.h"
 
 void QxHostSpaces::Define(const std::string& name, const QxFrame3D& frame)

@@ -161,19 +161,17 @@ void SlcConvertConstOp::Case(SlcPtr<SlcDivICode> code)
 {
     const SlcOperand& left = code->m_leftExpr;
     const SlcOperand& right = code->m_rightExpr;
-    if (IsFloat(right, 0)) {
-        Default(code);
-    } else if (IsFloat(left, 0) || IsFloat(right, 1)) {
+    const bool byZero = IsFloat(right, 0);
+    const bool areFloats = AreFloats(*code);
+    const bool byConstant = right->IsFloat() && !areFloats && !byZero;
+    const float inverse = byConstant ? 1 / AtRunTime(right) : 0;
+    if (!byZero && (IsFloat(left, 0) || IsFloat(right, 1)))
         ConvertAsAssignment(code->m_resultId, left);
-    } else if (AreFloats(*code)) {
-        if (!ConvertAsAssignment(code->m_resultId, AtRunTime(left) / AtRunTime(right)))
-            Default(code);
-    } else if (const float inverse = right->IsFloat() ? 1 / AtRunTime(right) : 0;
-               std::isnormal(inverse)) {
+    else if (std::isnormal(inverse))
         Replace(MakeShared<SlcMultICode>(code->m_resultId, left, SlcLexType::Float(inverse)));
-    } else {
+    else if (byZero || !areFloats ||
+             !ConvertAsAssignment(code->m_resultId, AtRunTime(left) / AtRunTime(right)))
         Default(code);
-    }
 }
 
 bool SlcConvertConstOp::FoldZeroFactor(const SlcArithExprICode& code)

@@ -113,7 +113,7 @@ void SlcDataflowAnalysis::MakeGroups(const std::vector<Followed>& followed)
     for (const Followed& entry : followed)
         order.push_back(&entry);
     const auto key = [](const Followed& entry) {
-        const int size = std::bit_width(static_cast<unsigned int>(entry.end - entry.first));
+        const auto size = std::bit_width(static_cast<unsigned int>(entry.end - entry.first));
         return std::make_tuple(size, entry.first, entry.variable);
     };
     std::sort(order.begin(), order.end(),

@@ -85,6 +85,7 @@ int AddSegments(dl_phdr_info* info, std::size_t, void* data)
     for (const auto& header : headers)
         if (header.p_type == PT_LOAD && (header.p_flags & PF_R) != 0)
             segments.memory.Add(
+                // The loader tells addresses as numbers. NOLINTNEXTLINE(performance-no-int-to-ptr)
                 {reinterpret_cast<const std::byte*>(info->dlpi_addr + header.p_vaddr),
                  static_cast<std::size_t>(header.p_memsz)});
     return 1;

@@ -38,8 +38,7 @@ constexpr const char* const SlcFuncDescription::sm_funcInfoString[] = {
     "ceil float 1 float 0 0 CALL_PRIM_CEIL 0 1 nosimd",
     "round float 1 float 0 0 CALL_PRIM_ROUND 0 1 nosimd",
     "step float 2 float float 0 0 CALL_PRIM_STEP 0 1 nosimd",
-    "smoothstep float 3 float float float 0 0 CALL_PRIM_SMOOTHSTEP 0 0 simd uniform "
-    "uniform varying",
+    "smoothstep float 3 float float float 0 0 CALL_PRIM_SMOOTHSTEP 0 0 simd uniform uniform varying",
     "Du float 1 float 0 0 CALL_PRIM_DU_FLOAT 0 0 always-simd varying",
     "Dv float 1 float 0 0 CALL_PRIM_DV_FLOAT 0 0 always-simd varying",
     "Deriv float 2 float float 0 0 CALL_PRIM_DERIV_FLOAT 0 0 always-simd varying varying",

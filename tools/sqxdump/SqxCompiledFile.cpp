@@ -1,3 +1,9 @@
+// All bytes are read once, since standard input can be read only once. The system loads shared
+// objects by a path, so that what came from standard input gets one in memory, without a name in
+// any folder.
+//
+// Tested by tests/run/SqxDumpToolTest.cpp.
+
 #include "sqxdump/SqxCompiledFile.h"
 
 #include <cerrno>

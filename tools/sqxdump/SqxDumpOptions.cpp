@@ -1,3 +1,8 @@
+// Options that exclude each other are refused rather than one of them ignored: a script that asks
+// for a section of the table has a mistake in it.
+//
+// Tested by tests/run/SqxDumpToolTest.cpp.
+
 #include "sqxdump/SqxDumpOptions.h"
 
 #include <string_view>

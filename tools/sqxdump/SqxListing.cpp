@@ -1,3 +1,9 @@
+// The text and the JSON object are made of the same facts, so that they cannot tell different
+// things. What a file does not tell is told as unknown, never guessed: a shared object says zero
+// both for zero and for what it computes at the shading point.
+//
+// Tested by tests/run/SqxDumpToolTest.cpp and tests/listing.
+
 #include "sqxdump/SqxListing.h"
 
 #include <algorithm>

@@ -1,3 +1,8 @@
+// A shared object is asked by loading it, as a renderer would. It is less talkative than byte-code,
+// and what it leaves open stays open here.
+//
+// Tested by tests/run/SqxDumpToolTest.cpp.
+
 #include <algorithm>
 
 #include "host/QxShader.h"

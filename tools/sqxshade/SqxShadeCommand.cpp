@@ -1,3 +1,8 @@
+// The inverse of reading options: settings become the words that give them back. What is the
+// default is left out, so that a command shows what is special about a picture.
+//
+// Tested by tests/sqxshade.
+
 #include "sqxshade/SqxShadeCommand.h"
 
 #include <charconv>

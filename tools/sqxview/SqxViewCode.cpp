@@ -1,3 +1,8 @@
+// The source is compiled once for each level when the first of them is asked for, since the page
+// shows the counts of all side by side.
+//
+// Tested by tests/sqxview.
+
 #include "sqxview/SqxViewCode.h"
 
 #include <chrono>

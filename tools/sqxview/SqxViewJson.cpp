@@ -1,3 +1,7 @@
+// As little JSON as the page needs. Numbers are written so that they read back the same.
+//
+// Tested by tests/sqxview.
+
 #include "sqxview/SqxViewJson.h"
 
 #include <cmath>

@@ -1,3 +1,8 @@
+// One thread renders, one watches it. A newer picture ends the one at hand, but not before that has
+// shown something or a moment has passed: while a slider is drawn, pictures keep coming.
+//
+// Tested by tests/sqxview.
+
 #include "sqxview/SqxViewPainter.h"
 
 namespace {

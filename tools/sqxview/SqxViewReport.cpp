@@ -1,3 +1,8 @@
+// A report says `file:line:`. The lines that it names are shown with those around them; places that
+// lie close together share an excerpt.
+//
+// Tested by tests/sqxview.
+
 #include "sqxview/SqxViewReport.h"
 
 #include <algorithm>

@@ -1,3 +1,12 @@
+// Any site that a browser shows may send requests to this machine. So a request is looked at before
+// its wish is: it must name this machine by its own name and come from a page of this program. The
+// policy that goes with each answer keeps the page from loading anything from elsewhere.
+//
+// Threads are many, since a page that waits for news holds one; some are always left for requests
+// that end at once.
+//
+// Tested by tests/sqxview.
+
 #include "sqxview/SqxViewServer.h"
 
 #include <atomic>

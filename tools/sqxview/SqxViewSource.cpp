@@ -1,3 +1,8 @@
+// A compile tells which files it read; from then on these are watched. What changes while it runs
+// is seen, since the watch keeps the state from before.
+//
+// Tested by tests/sqxview.
+
 #include "sqxview/SqxViewSource.h"
 
 #include <cstdlib>

@@ -1,3 +1,7 @@
+// The whole state in one object: a page that missed ten changes needs only the last one.
+//
+// Tested by tests/sqxview.
+
 #include "sqxview/SqxViewState.h"
 
 #include "sqxshade/SqxParameterValues.h"
