@@ -110,6 +110,7 @@ inline QxAnyTriple QxMakeTriple(const QxAnyTriple*, float x, float y, float z)
     return {x, y, z};
 }
 
+/// `random` as a float: the next number of the host's stream.
 class QxRandomCall {
 public:
     explicit QxRandomCall(QxShaderSupport* support) : m_support(support) {}
@@ -119,6 +120,7 @@ protected:
     QxShaderSupport* m_support;
 };
 
+/// `random` as a color or a point: the next three.
 class QxRandomTripleCall : public QxRandomCall {
 public:
     using QxRandomCall::QxRandomCall;
@@ -135,6 +137,7 @@ public:
 
 // Transforms of points, vectors and normals, by the same names.
 
+/// Each takes the matrix to where the value goes and the one back, and uses what its kind needs.
 struct QxAsPoint {
     static QxVector3 Through(const QxVector3& p, const QxMatrix44& to, const QxMatrix44&)
     {

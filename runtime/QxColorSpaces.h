@@ -28,6 +28,8 @@ inline QxRGBColor OfHue(float hue)
             QxClamp(2 - qxmath::Abs(h - 4), 0.0f, 1.0f)};
 }
 
+/// From 0 for red over 1/3 for green and 2/3 for blue up to, but not including, 1; 0 for a gray.
+/// `high`: the largest component, `range`: what it lies above the smallest one.
 inline float HueOf(const QxRGBColor& c, float high, float range)
 {
     if (range <= 0)
@@ -90,6 +92,7 @@ inline QxRGBColor ToXyz(const QxRGBColor& c)
     return Linear(c, matrix);
 }
 
+/// Chromaticity and luminance. Without any y there is no color: black.
 inline QxRGBColor FromXyY(const QxRGBColor& c)
 {
     if (c.g == 0)
@@ -98,6 +101,7 @@ inline QxRGBColor FromXyY(const QxRGBColor& c)
     return FromXyz({c.r * scale, c.b, (1 - c.r - c.g) * scale});
 }
 
+/// Black, which has no chromaticity, gives zeros.
 inline QxRGBColor ToXyY(const QxRGBColor& c)
 {
     const QxRGBColor xyz = ToXyz(c);
@@ -123,6 +127,7 @@ inline QxRGBColor ToYiq(const QxRGBColor& c)
     return Linear(c, matrix);
 }
 
+/// A space by name, with both ways.
 struct Space {
     const char* name;
     QxRGBColor (*toRgb)(const QxRGBColor&);

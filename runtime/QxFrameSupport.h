@@ -9,6 +9,8 @@
 
 // What the frame of a generated file calls: storage, descriptions, spaces and shadeop libraries.
 
+/// Zeroed, since locals of a shader begin as zero. Ends the process without memory: generated code
+/// has no way to tell a failure.
 inline void* QxCalloc(std::size_t count, std::size_t size)
 {
     // A block of no size is a block all the same, which the frame gives back.
@@ -25,6 +27,8 @@ inline void QxFree(void* block)
 
 #define FREE_STRING(text) std::free(text)
 
+/// The frame owns these arrays and frees them with the functions of like names; to free none is
+/// allowed.
 inline QxShaderToken* QxCreateShaderParamsDescr(int count)
 {
     return new QxShaderToken[static_cast<std::size_t>(count)];
@@ -40,6 +44,7 @@ inline QxToken* QxFindToken(QxTokenRegistry* registry, const char* name)
     return registry->Find(name);
 }
 
+/// One variable for each parameter, with room for one point.
 inline QxVar* QxCreateVarsInit(const QxShaderToken* description, int count)
 {
     QxVar* variables = new QxVar[static_cast<std::size_t>(count)];
@@ -63,6 +68,7 @@ inline void QxDeleteSpaceList(const QxFrame3D** list)
     delete[] list;
 }
 
+/// The frame of a name that may be defined later: the pointer stays good.
 inline const QxFrame3D* FindSpace(QxSpaceRegistry* registry, const char* name)
 {
     return registry->Reserve(name);

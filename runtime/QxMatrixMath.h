@@ -2,6 +2,7 @@
 
 #include "QxGeometry.h"
 
+/// Points are rows: a point goes through `a` first.
 inline QxMatrix44 operator*(const QxMatrix44& a, const QxMatrix44& b)
 {
     QxMatrix44 result = {};
@@ -115,6 +116,7 @@ inline float QxDeterminant(const QxMatrix44& matrix)
     return QxInversion(matrix).Determinant();
 }
 
+/// a times the inverse of b.
 inline QxMatrix44 operator/(const QxMatrix44& a, const QxMatrix44& b)
 {
     return a * QxInverse(b);
@@ -125,6 +127,7 @@ inline QxMatrix44 operator/(const QxMatrix44& a, float divisor)
     return a * (1 / divisor);
 }
 
+/// The number stands for its diagonal matrix.
 inline QxMatrix44 operator/(float l, const QxMatrix44& r)
 {
     return QxInverse(r) * l;
@@ -163,6 +166,7 @@ inline QxMatrix44 QxRotate(const QxMatrix44& matrix, float angle, const QxVector
     return step * matrix;
 }
 
+/// Without the translation: a direction has no place.
 inline QxVector3 QxTransformVector(const QxVector3& v, const QxMatrix44& m)
 {
     return {v.x * m[0][0] + v.y * m[1][0] + v.z * m[2][0],
@@ -170,6 +174,7 @@ inline QxVector3 QxTransformVector(const QxVector3& v, const QxMatrix44& m)
             v.x * m[0][2] + v.y * m[1][2] + v.z * m[2][2]};
 }
 
+/// With the division by the fourth coordinate, so that perspective matrices work.
 inline QxVector3 QxTransformPoint(const QxVector3& p, const QxMatrix44& m)
 {
     const QxVector3 q = QxTransformVector(p, m) + QxVector3{m[3][0], m[3][1], m[3][2]};
