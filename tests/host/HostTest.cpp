@@ -455,8 +455,8 @@ TEST_P(Host, ShadesInSeveralThreadsAtATime)
         light lamp(point from = point "shader" (0, 0, 0)) { illuminate (from) Cl = 1 / (L . L); })");
     std::vector<Numbers> results(4);
     std::vector<std::thread> threads;
-    for (std::size_t i = 0; i < results.size(); ++i)
-        threads.emplace_back([&, i] {
+    for (Numbers& result : results)
+        threads.emplace_back([&shader, &lamp, &result] {
             QxHostScene scene;
             QxShaderInstance light(lamp, scene.Spaces());
             scene.AddLight(light);
@@ -465,10 +465,10 @@ TEST_P(Host, ShadesInSeveralThreadsAtATime)
                 QxHostGrid grid(9, 7);
                 surface.Run(grid, scene);
                 const Numbers Ci = grid.Get("Ci").numbers;
-                if (run > 0 && Ci != results[i])
-                    results[i].clear();
+                if (run > 0 && Ci != result)
+                    result.clear();
                 else
-                    results[i] = Ci;
+                    result = Ci;
             }
         });
     for (std::thread& thread : threads)

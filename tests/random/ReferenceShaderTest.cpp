@@ -26,8 +26,9 @@ RunOutcome Expected(const ReferenceProgram& program)
     for (const ReferenceVariable* output : program.outputs)
         outcome.outputs.push_back({output->name, {}});
     for (int point = 0; point < 6; ++point) {
-        const auto numbers = EvaluateAtPoint(program, 0.5F * static_cast<float>(point % 3),
-                                             static_cast<float>(point / 3));
+        const int row = point / 3;
+        const auto numbers =
+            EvaluateAtPoint(program, 0.5F * static_cast<float>(point % 3), static_cast<float>(row));
         auto next = numbers.begin();
         for (std::size_t i = 0; i < program.outputs.size(); ++i) {
             const auto end = next + (program.outputs[i]->type == ReferenceType::Point ? 3 : 1);

@@ -48,7 +48,7 @@ std::vector<float> ValuesOf(SqxMachine& machine, const char* name)
 
 TEST(Light, ReachesSurfaces)
 {
-    const std::vector<float> flat(6 * 3, 0);
+    const std::vector<float> flat(18, 0);
     static const LightCase cases[] = {
         {"r = comp(ambient(), 0);", 2, {0.5, 0.5, 0.5, 0.5, 0.5, 0.5}, 1},
         {"r = comp(diffuse(normal(0, 0, 1)), 0);", 1, {1, 1, 1, 1, 1, 1}, 1},

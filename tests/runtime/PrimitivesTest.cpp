@@ -16,6 +16,14 @@ namespace {
 
 constexpr float k_near = 1e-5f;
 
+/// u * u + 10 v, by numbers of columns and rows.
+float ValueAt(int point, int columns)
+{
+    const int u = point % columns;
+    const int v = point / columns;
+    return static_cast<float>(u * u + 10 * v);
+}
+
 template <class Triple>
 void ExpectNear(const Triple& value, float x, float y, float z, float tolerance = k_near)
 {
@@ -204,7 +212,7 @@ TEST(QxDerivatives, TakeNeighboursAndEdges)
     const QxGrid grid = {4, 3};
     float values[12];
     for (int i = 0; i < 12; ++i)
-        values[i] = static_cast<float>((i % 4) * (i % 4) + 10 * (i / 4));
+        values[i] = ValueAt(i, 4);
     float result[12];
     QxDerivative(result, values, 1, grid, QxGridAxis::U);
     EXPECT_EQ(result[4], 1);
@@ -226,7 +234,7 @@ TEST(QxDerivatives, ReadOnlyThePointsThatCount)
     const bool mask[] = {true, true, false, true, true, true, false, true, true, true};
     float values[10];
     for (int i = 0; i < 10; ++i)
-        values[i] = mask[i] ? static_cast<float>((i % 5) * (i % 5) + 10 * (i / 5)) : NAN;
+        values[i] = mask[i] ? ValueAt(i, 5) : NAN;
     const QxPointsIf<bool[10]> where = {mask, true};
     struct Row {
         int point;
