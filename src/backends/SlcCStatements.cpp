@@ -19,8 +19,8 @@
 using Generated = SlcGeneratedText;
 
 SlcCStatements::SlcCStatements(SlcPtr<SlcSemanticError> errors, std::ostream& out)
-    : m_errors(std::move(errors)),
-      m_out(out)
+    : SlcCText(out),
+      m_errors(std::move(errors))
 {
 }
 

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "backends/SlcCText.h"
 #include "backends/SlcEquCBinOpName.h"
 #include "backends/SlcEquCType.h"
 #include "backends/SlcEquCValue.h"
@@ -17,7 +18,7 @@ class SlcSemanticError;
 
 /// Writes instructions as C++ statements. Nearly each is one macro call, whose name tells the
 /// operation, the types of the operands, and by suffixes whether it runs over the whole grid.
-class SlcCStatements : protected SlcAllICodeWalker {
+class SlcCStatements : protected SlcAllICodeWalker, protected SlcCText {
 public:
     SlcCStatements(SlcPtr<SlcSemanticError> errors, std::ostream& out);
 
@@ -27,12 +28,6 @@ public:
     void PrintListICode(const SlcListICode& list);
 
 protected:
-    /// One line of the file.
-    template <class... Parts>
-    void Line(const Parts&... parts)
-    {
-        (m_out << ... << parts) << '\n';
-    }
     /// A fault of the compiler, placed where the last comment stands, if any.
     [[noreturn]] void Fatal(const std::string& message) const;
     /// The assignment of a value of one type to a variable of another; empty for a type that has
@@ -41,7 +36,6 @@ protected:
                                                     const SlcTypeNode* source);
 
     SlcPtr<SlcSemanticError> m_errors;
-    std::ostream& m_out;
     SlcEquCValue m_values;
     SlcEquCType m_types;
     SlcEquCBinOpName m_names{SlcEquCBinOpName::Invert::DestAndSource};

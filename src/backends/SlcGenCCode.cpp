@@ -8,6 +8,7 @@
 
 #include <map>
 
+#include "backends/SlcCShadeopTables.h"
 #include "backends/SlcGeneratedText.h"
 #include "backends/SlcSpaceName.h"
 #include "frontend/SlcShaderTypeNode.h"
@@ -31,8 +32,9 @@ void SlcGenCCode::GenCCode(SlcInterForm& form)
     GenHeader();
     GenParamsDescription();
     GenVarsStructure();
-    GenInitDSO();
-    GenCleanupDSO();
+    SlcCShadeopTables shadeops(m_out, form.m_dsoFunctions);
+    shadeops.GenInitDSO();
+    shadeops.GenCleanupDSO();
     GenInterfaceVesrion();
     GenUseRayTracingFunc(form.m_usesRaytracing);
     GenModifyPointFunc(form.m_PModified);

@@ -37,11 +37,6 @@ private:
     void GenCreateLocalVars(const Locals& locals);
     void GenVaryingLocal(const SlcOperand& local);
     void GenDestroyLocalVars(const Locals& locals);
-    void GenInitDSO();
-    void GenShadeopTables();
-    void GenOpenLibrary(const SlcFuncDSOSymbolEntry& function);
-    void GenFindShadeop(const SlcFuncDSOSymbolEntry& function);
-    void GenCleanupDSO();
     void GenInterfaceVesrion();
     void GenUseRayTracingFunc(bool usesRaytracing);
     void GenModifyPointFunc(bool modifiesPoint);

@@ -4,10 +4,13 @@
 //
 // Tested by tests/backends/CFileTest.cpp and, with real libraries, by tests/shadeops.
 
+#include "backends/SlcCShadeopTables.h"
+
 #include <set>
+#include <string>
+#include <vector>
 
 #include "backends/SlcEquCValue.h"
-#include "backends/SlcGenCCode.h"
 #include "backends/SlcGeneratedText.h"
 #include "symbols/SlcFuncDSOSymbolEntry.h"
 
@@ -56,9 +59,9 @@ Unique(const std::deque<SlcPtr<SlcFuncDSOSymbolEntry>>& functions,
 
 }  // namespace
 
-void SlcGenCCode::GenShadeopTables()
+void SlcCShadeopTables::GenShadeopTables()
 {
-    const auto libraries = Unique(m_form->m_dsoFunctions, HandleName);
+    const auto libraries = Unique(m_functions, HandleName);
     if (libraries.empty())
         Line("static QxDSO *", Generated::sm_slcDSOHandlesVarName, " = 0;");
     else
@@ -67,7 +70,7 @@ void SlcGenCCode::GenShadeopTables()
         Line("#define ", HandleName(*libraries[i]), " ", i);
     Line();
 
-    const auto functions = Unique(m_form->m_dsoFunctions, InfoName);
+    const auto functions = Unique(m_functions, InfoName);
     if (functions.empty())
         Line("static SlcDSOInfo *", Generated::sm_slcDSOInfoVarName, " = 0;");
     else
@@ -77,7 +80,7 @@ void SlcGenCCode::GenShadeopTables()
     Line();
 }
 
-void SlcGenCCode::GenInitDSO()
+void SlcCShadeopTables::GenInitDSO()
 {
     GenShadeopTables();
     Line("static void QxInitDSO(", Generated::sm_slcSearchPathTypeName, " *i_searchPaths)");
@@ -91,16 +94,16 @@ void SlcGenCCode::GenInitDSO()
     Line("\t\tchar *fileStr;");
     Line("\t\tconst char *fullFileStr;");
     Line();
-    for (const auto& library : Unique(m_form->m_dsoFunctions, HandleName))
+    for (const auto& library : Unique(m_functions, HandleName))
         GenOpenLibrary(*library);
-    for (const auto& function : Unique(m_form->m_dsoFunctions, InfoName))
+    for (const auto& function : Unique(m_functions, InfoName))
         GenFindShadeop(*function);
     Line("\t}");
     Line("}");
     Line();
 }
 
-void SlcGenCCode::GenOpenLibrary(const SlcFuncDSOSymbolEntry& library)
+void SlcCShadeopTables::GenOpenLibrary(const SlcFuncDSOSymbolEntry& library)
 {
     const std::string name = library.GetLibraryFileName();
     Line("\t\tfileStr = new char[", name.size() + 1, "];");
@@ -111,7 +114,7 @@ void SlcGenCCode::GenOpenLibrary(const SlcFuncDSOSymbolEntry& library)
     Line();
 }
 
-void SlcGenCCode::GenFindShadeop(const SlcFuncDSOSymbolEntry& function)
+void SlcCShadeopTables::GenFindShadeop(const SlcFuncDSOSymbolEntry& function)
 {
     const std::string info = Info(function);
     const auto find = [&](const char* member, const char* type, const SlcIdentNode* symbol) {
@@ -140,7 +143,7 @@ void SlcGenCCode::GenFindShadeop(const SlcFuncDSOSymbolEntry& function)
     Line();
 }
 
-void SlcGenCCode::GenCleanupDSO()
+void SlcCShadeopTables::GenCleanupDSO()
 {
     Line("static void QxCleanupDSO(void)");
     Line("{");
@@ -148,7 +151,7 @@ void SlcGenCCode::GenCleanupDSO()
     Line("\tif (", Generated::sm_slcCleanupDSOCounter, " == 0)");
     Line("\t{");
     Line("\t++", Generated::sm_slcCleanupDSOCounter, ";");
-    for (const auto& function : Unique(m_form->m_dsoFunctions, InfoName)) {
+    for (const auto& function : Unique(m_functions, InfoName)) {
         if (!HasName(function->GetCleanup()))
             continue;
         const std::string info = Info(*function);
@@ -157,7 +160,7 @@ void SlcGenCCode::GenCleanupDSO()
         Line("\t\t\t", info, ".m_cleanupFunc(", info, ".m_initdata);");
         Line("\t\t}");
     }
-    for (const auto& library : Unique(m_form->m_dsoFunctions, HandleName))
+    for (const auto& library : Unique(m_functions, HandleName))
         Line("\t\tQxCloseDSO(", Handle(*library), ");");
     Line("\t}");
     Line("}");
