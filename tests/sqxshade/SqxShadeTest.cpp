@@ -134,7 +134,7 @@ TEST_F(SqxShade, ShowsASourceAndItsParameters)
     EXPECT_EQ(At(1, 1).r, 0) << "the background";
     EXPECT_GT(At(k_high, k_high).r, At(k_low, k_low).r + 40) << "the light is at the upper left";
     EXPECT_EQ(At(k_high, k_high).g, 0);
-    EXPECT_NEAR(At(k_high, k_high).b, At(k_high, k_high).r / 2, 6);
+    EXPECT_NEAR(At(k_high, k_high).b, At(k_high, k_high).r / 2.0, 6);
 
     Shade("look.sl --param mode=lit --color 0,1,0 --light distant:from=1,-1,-1:intensity=0.5");
     EXPECT_LT(At(k_high, k_high).g + 40, At(k_low, k_low).g);
@@ -159,7 +159,7 @@ TEST_F(SqxShade, RunsEachKindOfShader)
 
     Shade(Code("mist", "volume mist() { Ci = color(0, 0, length(I) / 8); }") + " " +
           m_folder.Build("cover", "imager cover() { Ci += (1 - alpha) * color(1, 0, 0); }"));
-    EXPECT_NEAR(At(k_middle, k_middle).b, 4 * 255 / 8, 8);
+    EXPECT_NEAR(At(k_middle, k_middle).b, 4 * 255 / 8.0, 8);
     EXPECT_EQ(At(k_middle, k_middle).r, 0);
     EXPECT_EQ(At(1, 1).r, 255);
 }

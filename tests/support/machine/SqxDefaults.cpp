@@ -80,8 +80,9 @@ std::vector<float> SqxDefaultValues(const std::string& name, const QxGrid& grid)
             continue;
         for (unsigned int i = 0; i < grid.Size(); ++i) {
             const auto column = static_cast<float>(i % grid.columns);
-            const auto line = static_cast<float>(i / grid.columns);
-            const Values at = row.at({column * Step(grid.columns), line * Step(grid.rows)});
+            const unsigned int line = i / grid.columns;
+            const Values at = row.at(
+                {column * Step(grid.columns), static_cast<float>(line) * Step(grid.rows)});
             numbers.insert(numbers.end(), at.begin(), at.end());
         }
     }
