@@ -8,7 +8,7 @@
 
 namespace {
 
-void PrintIds(std::ostream& out, const std::vector<int>& ids)
+void PrintIds(std::ostream& out, std::span<const int> ids)
 {
     for (const int id : ids)
         out << id << ' ';

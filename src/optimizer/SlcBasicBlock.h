@@ -1,7 +1,8 @@
 #pragma once
 
+#include <array>
 #include <iosfwd>
-#include <vector>
+#include <span>
 
 #include "icode/SlcICode.h"
 
@@ -9,19 +10,19 @@
 /// It holds the very instructions of the list, in code order.
 class SlcBasicBlock {
 public:
-    explicit SlcBasicBlock(int id) : m_id(id) {}
+    /// `codes`: of the graph that the block belongs to.
+    SlcBasicBlock(int id, std::span<const SlcPtr<SlcICode>> codes) : m_id(id), m_icodes(codes) {}
 
     /// Place of the block in code order, from 0.
     [[nodiscard]] int GetBlockId() const { return m_id; }
-    void AddICode(SlcPtr<SlcICode> code) { m_icodes.push_back(std::move(code)); }
-    /// Passes may change it in place.
-    [[nodiscard]] std::vector<SlcPtr<SlcICode>>& GetListICode() { return m_icodes; }
-    [[nodiscard]] const std::vector<SlcPtr<SlcICode>>& GetListICode() const { return m_icodes; }
-    [[nodiscard]] bool IsEmpty() const { return m_icodes.empty(); }
+    [[nodiscard]] std::span<const SlcPtr<SlcICode>> GetListICode() const { return m_icodes; }
 
     /// Ids, none twice, in the order in which the edges were added.
-    [[nodiscard]] const std::vector<int>& GetPredBlocks() const { return m_predecessors; }
-    [[nodiscard]] const std::vector<int>& GetNextBlocks() const { return m_successors; }
+    [[nodiscard]] std::span<const int> GetPredBlocks() const { return m_predecessors; }
+    [[nodiscard]] std::span<const int> GetNextBlocks() const
+    {
+        return std::span(m_successors).first(m_successorCount);
+    }
 
     /// Id, edges and the class name of each instruction, as text.
     void Print(std::ostream& out) const;
@@ -30,7 +31,8 @@ private:
     friend class SlcControlFlowGraph;
 
     int m_id;
-    std::vector<SlcPtr<SlcICode>> m_icodes;
-    std::vector<int> m_predecessors;
-    std::vector<int> m_successors;
+    std::span<const SlcPtr<SlcICode>> m_icodes;
+    std::span<const int> m_predecessors;  // in a list of the graph
+    std::array<int, 2> m_successors = {};
+    std::size_t m_successorCount = 0;
 };

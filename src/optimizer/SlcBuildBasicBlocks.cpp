@@ -10,27 +10,25 @@
 
 #include "optimizer/SlcBuildBasicBlocks.h"
 
-#include <utility>
-
 #include "icode/SlcICode.h"
 
-std::vector<SlcBasicBlock> SlcBuildBasicBlocks::BuildBlocks(const SlcListICode& list) const
+std::vector<SlcBasicBlock>
+SlcBuildBasicBlocks::BuildBlocks(std::span<const SlcPtr<SlcICode>> codes) const
 {
     std::vector<SlcBasicBlock> blocks;
-    SlcBasicBlock current(0);
-    const auto endBlock = [&] {
-        if (current.IsEmpty())
+    std::size_t begin = 0;
+    const auto endBlock = [&](std::size_t end) {
+        if (begin == end)
             return;
-        blocks.push_back(std::move(current));
-        current = SlcBasicBlock(static_cast<int>(blocks.size()));
+        blocks.emplace_back(static_cast<int>(blocks.size()), codes.subspan(begin, end - begin));
+        begin = end;
     };
-    for (const auto& code : list.m_icodes) {
-        if (code->Is(SlcICodeTraits::BeginsBlock))
-            endBlock();
-        current.AddICode(code);
-        if (code->Is(SlcICodeTraits::EndsBlock))
-            endBlock();
+    for (std::size_t i = 0; i < codes.size(); ++i) {
+        if (codes[i]->Is(SlcICodeTraits::BeginsBlock))
+            endBlock(i);
+        if (codes[i]->Is(SlcICodeTraits::EndsBlock))
+            endBlock(i + 1);
     }
-    endBlock();
+    endBlock(codes.size());
     return blocks;
 }

@@ -1,13 +1,14 @@
 #pragma once
 
+#include <span>
 #include <vector>
 
-#include "icode/SlcListICode.h"
 #include "optimizer/SlcBasicBlock.h"
 
-/// Cuts a list into basic blocks without edges.
+/// Cuts code into basic blocks without edges.
 class SlcBuildBasicBlocks {
 public:
-    /// Blocks in code order, none of them empty; ids are positions.
-    [[nodiscard]] std::vector<SlcBasicBlock> BuildBlocks(const SlcListICode& list) const;
+    /// Blocks in code order, none of them empty; ids are positions. They refer to `codes`.
+    [[nodiscard]] std::vector<SlcBasicBlock>
+    BuildBlocks(std::span<const SlcPtr<SlcICode>> codes) const;
 };

@@ -14,7 +14,6 @@
 
 #include "optimizer/SlcControlFlowGraph.h"
 
-#include <algorithm>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -100,43 +99,55 @@ private:
     Successors m_successors;
 };
 
-void AddOnce(std::vector<int>& ids, int id)
-{
-    if (std::find(ids.begin(), ids.end(), id) == ids.end())
-        ids.push_back(id);
-}
-
 }  // namespace
 
 SlcControlFlowGraph::SlcControlFlowGraph(const SlcListICode& list)
-    : m_blocks(SlcBuildBasicBlocks().BuildBlocks(list))
+    : m_icodes(list.m_icodes.begin(), list.m_icodes.end()),
+      m_blocks(SlcBuildBasicBlocks().BuildBlocks(m_icodes))
 {
-    Link();
+    FindSuccessors();
+    FindPredecessors();
 }
 
-void SlcControlFlowGraph::AddEdge(int from, int to)
+void SlcControlFlowGraph::AddEdge(SlcBasicBlock& from, int to)
 {
-    // A block has at most two successors, but any number of predecessors: the short list decides.
-    auto& successors = m_blocks[from].m_successors;
-    const std::size_t before = successors.size();
-    AddOnce(successors, to);
-    if (successors.size() != before)
-        m_blocks[to].m_predecessors.push_back(from);
+    if (from.m_successorCount == 0 || from.m_successors.front() != to)
+        from.m_successors[from.m_successorCount++] = to;
 }
 
-void SlcControlFlowGraph::Link()
+void SlcControlFlowGraph::FindSuccessors()
 {
     const LabelMap labels = LabelsBlocksMapper().Do(m_blocks);
     SuccessorsWalker walker(labels);
-    const int last = static_cast<int>(m_blocks.size()) - 1;
-    for (int id = 0; id <= last; ++id) {
-        const auto successors = walker.Of(m_blocks[id]);
-        const bool fallsThrough = successors.fallsThrough && id < last;
+    for (SlcBasicBlock& block : m_blocks) {
+        const auto successors = walker.Of(block);
+        const int behind = block.GetBlockId() + 1;
         if (successors.jumpsFirst)
-            AddEdge(id, successors.jump);
-        if (fallsThrough)
-            AddEdge(id, id + 1);
+            AddEdge(block, successors.jump);
+        if (successors.fallsThrough && behind < static_cast<int>(m_blocks.size()))
+            AddEdge(block, behind);
         if (successors.jump >= 0 && !successors.jumpsFirst)
-            AddEdge(id, successors.jump);
+            AddEdge(block, successors.jump);
+    }
+}
+
+// Room for those of each block is counted first, and then filled in the order of the edges.
+void SlcControlFlowGraph::FindPredecessors()
+{
+    std::vector<std::size_t> ends(m_blocks.size() + 1, 0);
+    for (const SlcBasicBlock& block : m_blocks)
+        for (const int next : block.GetNextBlocks())
+            ++ends[next + 1];
+    for (std::size_t i = 1; i < ends.size(); ++i)
+        ends[i] += ends[i - 1];
+    m_predecessors.resize(ends.back());
+    for (const SlcBasicBlock& block : m_blocks)
+        for (const int next : block.GetNextBlocks())
+            m_predecessors[ends[next]++] = block.GetBlockId();
+    std::size_t begin = 0;
+    for (SlcBasicBlock& block : m_blocks) {
+        const std::size_t end = ends[block.GetBlockId()];
+        block.m_predecessors = std::span(m_predecessors).subspan(begin, end - begin);
+        begin = end;
     }
 }

@@ -17,13 +17,17 @@ class SlcControlFlowGraph {
 public:
     /// Linear in the instructions, but for the look-up of labels.
     explicit SlcControlFlowGraph(const SlcListICode& list);
+    SlcControlFlowGraph(const SlcControlFlowGraph&) = delete;
+    SlcControlFlowGraph& operator=(const SlcControlFlowGraph&) = delete;
 
-    [[nodiscard]] std::vector<SlcBasicBlock>& Blocks() { return m_blocks; }
     [[nodiscard]] const std::vector<SlcBasicBlock>& Blocks() const { return m_blocks; }
 
 private:
-    void AddEdge(int from, int to);
-    void Link();
+    void AddEdge(SlcBasicBlock& from, int to);
+    void FindSuccessors();
+    void FindPredecessors();
 
-    std::vector<SlcBasicBlock> m_blocks;  // ids are positions
+    std::vector<SlcPtr<SlcICode>> m_icodes;  // of all blocks
+    std::vector<SlcBasicBlock> m_blocks;     // ids are positions
+    std::vector<int> m_predecessors;         // of all blocks, one behind the other
 };

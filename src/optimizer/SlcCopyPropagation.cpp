@@ -37,7 +37,7 @@ SlcCopyPropagation::SlcCopyPropagation(const SlcControlFlowGraph& graph,
 
 std::vector<int> SlcCopyPropagation::EnteringBlocks(const SlcBasicBlock& block) const
 {
-    std::vector<int> entering = block.GetPredBlocks();
+    std::vector<int> entering(block.GetPredBlocks().begin(), block.GetPredBlocks().end());
     std::erase_if(entering, [&](int predecessor) {
         return m_unreachable[predecessor] || m_droppedEdge[predecessor] == block.GetBlockId();
     });

@@ -37,8 +37,6 @@ SlcDataflowAnalysis::SlcDataflowAnalysis(const SlcControlFlowGraph& graph,
     : m_graph(graph),
       m_variables(variables),
       m_defUse(defUse),
-      m_blockUse(graph.Blocks().size()),
-      m_blockDef(graph.Blocks().size()),
       m_places(variables.Count())
 {
     CollectBlockSets();
@@ -57,6 +55,10 @@ void SlcDataflowAnalysis::CollectBlockSets()
     for (const auto& block : m_graph.Blocks()) {
         for (const auto& code : block.GetListICode()) {
             m_defUse.Compute(code);
+            m_codeUse.Add(m_defUse.Uses());
+            m_codeUse.EndList();
+            m_codeDef.Add(m_defUse.Defs());
+            m_codeDef.EndList();
             for (const int number : m_defUse.Uses()) {
                 forgetPlace(number);
                 if (!defined.Contains(number))
@@ -67,8 +69,10 @@ void SlcDataflowAnalysis::CollectBlockSets()
                 defined.Insert(number);
             }
         }
-        m_blockUse[block.GetBlockId()] = used.Members();
-        m_blockDef[block.GetBlockId()] = defined.Members();
+        m_blockUse.Add(used.Members());
+        m_blockUse.EndList();
+        m_blockDef.Add(defined.Members());
+        m_blockDef.EndList();
         used.Clear();
         defined.Clear();
     }
@@ -81,14 +85,13 @@ std::vector<SlcDataflowAnalysis::Followed> SlcDataflowAnalysis::FollowedVariable
     const SlcGraphCuts cuts(m_graph);
     std::vector<int> entry(m_variables.Count(), -1);
     std::vector<Followed> followed;
-    const int blocks = static_cast<int>(m_blockUse.size());
+    const int blocks = static_cast<int>(m_blockUse.Count());
     for (int block = 0; block < blocks; ++block) {
         for (const int variable : m_blockUse[block]) {
             if (entry[variable] < 0) {
                 entry[variable] = static_cast<int>(followed.size());
-                followed.push_back({variable, cuts.LastUpTo(block), 0, {}, {}});
+                followed.push_back({variable, cuts.LastUpTo(block), 0});
             }
-            followed[entry[variable]].uses.push_back(block);
             followed[entry[variable]].end = cuts.FirstBehind(block);
         }
     }
@@ -99,7 +102,6 @@ std::vector<SlcDataflowAnalysis::Followed> SlcDataflowAnalysis::FollowedVariable
             Followed& entryOf = followed[entry[variable]];
             entryOf.first = std::min(entryOf.first, cuts.LastUpTo(block));
             entryOf.end = std::max(entryOf.end, cuts.FirstBehind(block));
-            entryOf.defs.push_back(block);
         }
     }
     return followed;
@@ -133,22 +135,31 @@ void SlcDataflowAnalysis::MakeGroups(const std::vector<Followed>& followed)
             group.first = std::min(group.first, entry->first);
             group.end = std::max(group.end, entry->end);
         }
-        Fill(group, members);
-        Solve(group);
+        const std::size_t length = group.end - group.first;
+        group.uses.assign(length, 0);
+        group.defs.assign(length, 0);
+        group.alive.assign(length, 0);
     }
+    FillGroups();
+    for (Group& group : m_groups)
+        Solve(group);
 }
 
-void SlcDataflowAnalysis::Fill(Group& group, const std::vector<const Followed*>& followed) const
+void SlcDataflowAnalysis::FillGroups()
 {
-    const std::size_t length = group.end - group.first;
-    group.uses.assign(length, 0);
-    group.defs.assign(length, 0);
-    group.alive.assign(length, 0);
-    for (std::size_t bit = 0; bit < followed.size(); ++bit) {
-        for (const int block : followed[bit]->uses)
-            group.uses[block - group.first] |= BitOf(bit);
-        for (const int block : followed[bit]->defs)
-            group.defs[block - group.first] |= BitOf(bit);
+    const auto add = [this](std::vector<std::uint64_t> Group::*sets, int block, int variable) {
+        const Place place = m_places[variable];
+        if (place.group < 0)
+            return;
+        Group& group = m_groups[place.group];
+        (group.*sets)[block - group.first] |= BitOf(place.bit);
+    };
+    const int blocks = static_cast<int>(m_blockUse.Count());
+    for (int block = 0; block < blocks; ++block) {
+        for (const int variable : m_blockUse[block])
+            add(&Group::uses, block, variable);
+        for (const int variable : m_blockDef[block])
+            add(&Group::defs, block, variable);
     }
 }
 
@@ -251,8 +262,8 @@ void SlcDataflowAnalysis::Print(std::ostream& out) const
                 liveOut.push_back(variable);
         }
         out << "Block " << id << '\n';
-        PrintNames(out, "   Def Vars: ", m_blockDef[id]);
-        PrintNames(out, "   Use Vars: ", m_blockUse[id]);
+        PrintNames(out, "   Def Vars: ", {m_blockDef[id].begin(), m_blockDef[id].end()});
+        PrintNames(out, "   Use Vars: ", {m_blockUse[id].begin(), m_blockUse[id].end()});
         PrintNames(out, "   In Vars: ", liveIn);
         PrintNames(out, "   Out Vars: ", liveOut);
     }
@@ -268,8 +279,13 @@ void SlcLiveTest::StepOver(const SlcPtr<SlcICode>& code)
 {
     SlcDefUse& defUse = m_analysis.DefUse();
     defUse.Compute(code);
-    for (const int number : defUse.Defs())
+    StepOver(defUse.Uses(), defUse.Defs());
+}
+
+void SlcLiveTest::StepOver(std::span<const int> uses, std::span<const int> defs)
+{
+    for (const int number : defs)
         m_seen[number] = {m_block, false};
-    for (const int number : defUse.Uses())
+    for (const int number : uses)
         m_seen[number] = {m_block, true};
 }

@@ -2,11 +2,13 @@
 
 #include <cstdint>
 #include <iosfwd>
+#include <span>
 #include <vector>
 
 #include "optimizer/SlcControlFlowGraph.h"
 #include "optimizer/SlcDefUse.h"
 #include "optimizer/SlcGraphCuts.h"
+#include "optimizer/SlcNumberLists.h"
 #include "optimizer/SlcSparseSet.h"
 
 /// Live variables at the borders of each block.
@@ -49,12 +51,16 @@ public:
 
     /// For a pass that removes code on a walk over the blocks against the code order: the variables
     /// that the block read before it wrote them when the analysis was made,
-    [[nodiscard]] const std::vector<int>& ReadFirst(int block) const { return m_blockUse[block]; }
+    [[nodiscard]] std::span<const int> ReadFirst(int block) const { return m_blockUse[block]; }
     /// one of them that it reads no more,
     void ForgetRead(int block, int variable);
     /// and what is then alive at its front. Blocks further down must be up to date; what comes
     /// around a loop stays as it was, and so may be too much.
     void RefreshFront(int block);
+
+    // What the instruction at a place in the list read and wrote when the analysis was made.
+    [[nodiscard]] std::span<const int> UsesAt(std::size_t place) const { return m_codeUse[place]; }
+    [[nodiscard]] std::span<const int> DefsAt(std::size_t place) const { return m_codeDef[place]; }
 
     [[nodiscard]] const SlcVariableNumbers& Variables() const { return m_variables; }
     [[nodiscard]] SlcDefUse& DefUse() { return m_defUse; }
@@ -68,8 +74,6 @@ private:
         int variable = 0;
         int first = 0;  // its stretch
         int end = 0;
-        std::vector<int> uses;  // blocks that read it before any write
-        std::vector<int> defs;  // blocks that write it
     };
     struct Place {
         int group = -1;  // none for a variable that is alive at no border
@@ -79,7 +83,7 @@ private:
     void CollectBlockSets();
     [[nodiscard]] std::vector<Followed> FollowedVariables() const;
     void MakeGroups(const std::vector<Followed>& followed);
-    void Fill(Group& group, const std::vector<const Followed*>& followed) const;
+    void FillGroups();
     void Solve(Group& group);
     /// True if that changed.
     [[nodiscard]] bool UpdateFront(Group& group, int block) const;
@@ -88,8 +92,10 @@ private:
     const SlcControlFlowGraph& m_graph;
     const SlcVariableNumbers& m_variables;
     SlcDefUse& m_defUse;
-    std::vector<std::vector<int>> m_blockUse;  // read before any write in the block
-    std::vector<std::vector<int>> m_blockDef;
+    SlcNumberLists m_codeUse;
+    SlcNumberLists m_codeDef;
+    SlcNumberLists m_blockUse;  // read before any write in the block
+    SlcNumberLists m_blockDef;
     std::vector<Group> m_groups;
     std::vector<Place> m_places;    // by variable number
     std::vector<Group*> m_touched;  // whose stretch the walk has not left
@@ -116,6 +122,8 @@ public:
     }
     /// Steps to the front of `code`; its reads and writes are in `DefUse` of the analysis then.
     void StepOver(const SlcPtr<SlcICode>& code);
+    /// The same for an instruction by what it reads and writes.
+    void StepOver(std::span<const int> uses, std::span<const int> defs);
 
 private:
     /// What the part of a block behind the instruction at hand says of a variable.

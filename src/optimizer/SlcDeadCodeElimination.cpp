@@ -15,6 +15,9 @@
 
 #include "optimizer/SlcDeadCodeElimination.h"
 
+#include <utility>
+#include <vector>
+
 #include "icode/SlcICodes.h"
 #include "optimizer/SlcNeededVariables.h"
 
@@ -56,21 +59,51 @@ bool IsWholeVariable(const SlcOperand& operand)
     return SlcVariableNumbers::Of(operand) >= 0 && !type->IsArrayType() && !type->IsArrayRefType();
 }
 
-[[nodiscard]] SlcNeededVariables NeededVariables(const SlcListICode& list, SlcDefUse& defUse,
-                                                 int variables)
+/// What an instruction computes and no more.
+struct Computation {
+    SlcOperand result;  // null for an instruction that does more, or nothing
+    bool assignsItself = false;
+};
+
+[[nodiscard]] std::vector<Computation> ComputationsOf(const SlcListICode& list)
 {
-    SlcNeededVariables needed(variables);
+    std::vector<Computation> computations;
+    computations.reserve(list.m_icodes.size());
     ComputedResult computed;
     for (const auto& code : list.m_icodes) {
-        const SlcOperand result = computed.Of(code);
-        defUse.Compute(code);
+        SlcOperand result = computed.Of(code);
+        computations.push_back({std::move(result), computed.AssignsItself()});
+    }
+    return computations;
+}
+
+[[nodiscard]] SlcNeededVariables NeededVariables(const std::vector<Computation>& computations,
+                                                 const SlcDataflowAnalysis& analysis)
+{
+    SlcNeededVariables needed(analysis.Variables().Count());
+    for (std::size_t i = 0; i < computations.size(); ++i) {
+        const SlcOperand& result = computations[i].result;
         if (result && IsWholeVariable(result))
-            needed.AddComputation(SlcVariableNumbers::Of(result), defUse.Uses());
+            needed.AddComputation(SlcVariableNumbers::Of(result), analysis.UsesAt(i));
         else
-            needed.AddReads(defUse.Uses());
+            needed.AddReads(analysis.UsesAt(i));
     }
     needed.Solve();
     return needed;
+}
+
+/// Takes the instructions at those places, in falling order, out of the list.
+void Remove(SlcListICode& list, const std::vector<std::size_t>& places)
+{
+    std::deque<SlcPtr<SlcICode>> kept;
+    auto next = places.rbegin();
+    for (std::size_t i = 0; i < list.m_icodes.size(); ++i) {
+        if (next != places.rend() && *next == i)
+            ++next;
+        else
+            kept.push_back(std::move(list.m_icodes[i]));
+    }
+    list.m_icodes.swap(kept);
 }
 
 }  // namespace
@@ -78,9 +111,8 @@ bool IsWholeVariable(const SlcOperand& operand)
 bool SlcDeadCodeElimination::EliminateCode(SlcListICode& list, const SlcControlFlowGraph& graph,
                                            SlcDataflowAnalysis& analysis)
 {
-    const SlcNeededVariables needed =
-        NeededVariables(list, analysis.DefUse(), analysis.Variables().Count());
-    ComputedResult computed;
+    const std::vector<Computation> computations = ComputationsOf(list);
+    const SlcNeededVariables needed = NeededVariables(computations, analysis);
     SlcLiveTest live(analysis);
     const auto nobodyReads = [&](const SlcOperand& result) {
         if (!IsWholeVariable(result))
@@ -89,30 +121,28 @@ bool SlcDeadCodeElimination::EliminateCode(SlcListICode& list, const SlcControlF
         return !needed.IsNeeded(number) || !live.IsLive(number);
     };
 
-    std::deque<SlcPtr<SlcICode>> kept;
+    std::vector<std::size_t> removed;
+    std::size_t place = list.m_icodes.size();
     const auto& blocks = graph.Blocks();
     for (auto block = blocks.rbegin(); block != blocks.rend(); ++block) {
         live.StartAtEndOf(block->GetBlockId());
-        const auto& codes = block->GetListICode();
-        const std::size_t keptBefore = kept.size();
-        for (auto code = codes.rbegin(); code != codes.rend(); ++code) {
-            const SlcOperand result = computed.Of(*code);
-            if (result && nobodyReads(result))
-                continue;
+        const std::size_t removedBefore = removed.size();
+        for (std::size_t left = block->GetListICode().size(); left > 0; --left) {
+            const auto& [result, assignsItself] = computations[--place];
+            const bool isDead = result && nobodyReads(result);
             // What is assigned to itself is alive in front as it is behind.
-            live.StepOver(*code);
-            if (result && computed.AssignsItself())
-                continue;
-            kept.push_front(*code);
+            if (!isDead)
+                live.StepOver(analysis.UsesAt(place), analysis.DefsAt(place));
+            if (isDead || (result && assignsItself))
+                removed.push_back(place);
         }
-        if (kept.size() - keptBefore != codes.size())
+        if (removed.size() != removedBefore)
             for (const int variable : analysis.ReadFirst(block->GetBlockId()))
                 if (!live.IsReadFirst(variable))
                     analysis.ForgetRead(block->GetBlockId(), variable);
         analysis.RefreshFront(block->GetBlockId());
     }
-    const bool changed = kept.size() != list.m_icodes.size();
-    if (changed)
-        list.m_icodes.swap(kept);
-    return changed;
+    if (!removed.empty())
+        Remove(list, removed);
+    return !removed.empty();
 }

@@ -21,20 +21,14 @@ SlcVariableNumbers::SlcVariableNumbers(const SlcListICode& list)
 {
     m_variables.reserve(list.m_allVars.size());
     for (const SlcOperand& variable : list.m_allVars) {
-        variable->m_setIndex = Count();
-        if (variable->GetStorage()->IsReadOnly() || variable->GetStorage()->IsReadWrite())
+        const SlcStorageSpecNode* storage = variable->GetStorage();
+        const bool isHidden = storage->IsReadOnly() || storage->IsReadWrite();
+        const bool isFollowed = variable->IsIdent() && (isHidden || storage->IsLocal());
+        variable->m_setIndex = isFollowed ? Count() : -1;
+        if (isHidden)
             m_hiddens.push_back(Count());
         m_variables.push_back(variable);
     }
-}
-
-int SlcVariableNumbers::Of(const SlcOperand& operand)
-{
-    const SlcStorageSpecNode* storage = operand->GetStorage();
-    if (!operand->IsIdent() ||
-        !(storage->IsLocal() || storage->IsReadOnly() || storage->IsReadWrite()))
-        return -1;
-    return operand->m_setIndex;
 }
 
 int SlcVariableNumbers::OfAccessor(std::string_view accessor) const

@@ -14,13 +14,14 @@
 class SlcVariableNumbers {
 public:
     /// Numbers the variables of `list` by their place in `m_allVars`, in the operands themselves,
-    /// until the numbers of another list replace them.
+    /// until the numbers of another list replace them. What is not followed has a place all the
+    /// same, but no number.
     explicit SlcVariableNumbers(const SlcListICode& list);
 
     [[nodiscard]] int Count() const { return static_cast<int>(m_variables.size()); }
     [[nodiscard]] const SlcOperand& Variable(int number) const { return m_variables[number]; }
     /// -1 for a constant and for what is not followed.
-    [[nodiscard]] static int Of(const SlcOperand& operand);
+    [[nodiscard]] static int Of(const SlcOperand& operand) { return operand->m_setIndex; }
     /// Number of a predefined variable by its name in the source; -1 if the list does not see it.
     /// `L`, `Cl` and `Ol` are those of the light loops where there are some.
     [[nodiscard]] int OfPredefined(std::string_view name) const;

@@ -13,6 +13,7 @@
 
 #include "optimizer/SlcRemoveEmptyBlocks.h"
 
+#include <algorithm>
 #include <typeinfo>
 #include <utility>
 #include <vector>
@@ -106,14 +107,17 @@ bool SlcRemoveEmptyBlocks::RemoveUnreachable(const SlcControlFlowGraph& graph, S
             if (--entries[next] == 0 && next != 0)
                 unreachable.push_back(next);
     }
+    const auto stays = [&](const SlcBasicBlock& block) {
+        return block.GetBlockId() == 0 || entries[block.GetBlockId()] != 0;
+    };
+    if (std::all_of(graph.Blocks().begin(), graph.Blocks().end(), stays))
+        return false;
     std::deque<SlcPtr<SlcICode>> kept;
     for (const auto& block : graph.Blocks())
-        if (block.GetBlockId() == 0 || entries[block.GetBlockId()] != 0)
+        if (stays(block))
             kept.insert(kept.end(), block.GetListICode().begin(), block.GetListICode().end());
-    const bool changed = kept.size() != list.m_icodes.size();
-    if (changed)
-        list.m_icodes.swap(kept);
-    return changed;
+    list.m_icodes.swap(kept);
+    return true;
 }
 
 bool SlcRemoveEmptyBlocks::RemoveBlocks(SlcListICode& list)
@@ -128,8 +132,8 @@ bool SlcRemoveEmptyBlocks::Phase(RemovePhase phase, SlcListICode& list)
 {
     m_phase = phase;
     m_changed = false;
-    std::deque<SlcPtr<SlcICode>> kept;
     auto& codes = list.m_icodes;
+    std::size_t kept = 0;
     for (std::size_t i = 0; i < codes.size(); ++i) {
         m_next = i + 1 < codes.size() ? codes[i + 1] : nullptr;
         m_remove = false;
@@ -137,10 +141,10 @@ bool SlcRemoveEmptyBlocks::Phase(RemovePhase phase, SlcListICode& list)
         if (m_remove)
             m_changed = true;
         else
-            kept.push_back(codes[i]);
+            codes[kept++].Swap(codes[i]);
     }
     m_next = nullptr;
-    codes.swap(kept);
+    codes.resize(kept);
     return m_changed;
 }
 

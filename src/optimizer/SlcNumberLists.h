@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+/// Lists of numbers, one behind the other in one array: for sets that are made once, list by list.
+class SlcNumberLists {
+public:
+    void Add(int number) { m_numbers.push_back(number); }
+    void Add(std::span<const int> numbers)
+    {
+        m_numbers.insert(m_numbers.end(), numbers.begin(), numbers.end());
+    }
+    /// What is added from here on belongs to the next list.
+    void EndList() { m_starts.push_back(static_cast<int>(m_numbers.size())); }
+
+    [[nodiscard]] std::span<const int> operator[](std::size_t list) const
+    {
+        return std::span(m_numbers).subspan(m_starts[list], m_starts[list + 1] - m_starts[list]);
+    }
+    [[nodiscard]] std::size_t Count() const { return m_starts.size() - 1; }
+
+private:
+    std::vector<int> m_numbers;
+    std::vector<int> m_starts = {0};  // of each list, and the end of the last one
+};
