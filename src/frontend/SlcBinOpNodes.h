@@ -21,6 +21,7 @@ public:
     [[nodiscard]] SlcExprNode* GetLeft() const { return m_left.get(); }
     [[nodiscard]] SlcExprNode* GetRight() const { return m_right.get(); }
     void WalkIn(SlcCodeWalker* walker) override;
+    [[nodiscard]] SlcBinOpExprNode* AsBinOpExpr() final { return this; }
 
 private:
     std::unique_ptr<SlcExprNode> m_left;

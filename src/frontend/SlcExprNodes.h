@@ -18,6 +18,7 @@ public:
     [[nodiscard]] virtual bool IsConstExpr() const { return false; }
     /// It names a variable, so that it can stand for an output argument.
     [[nodiscard]] virtual bool IsReferenceExpr() const { return false; }
+    [[nodiscard]] SlcExprNode* AsExpr() final { return this; }
 };
 
 /// Base of what names a variable.

@@ -2,6 +2,8 @@
 
 #include <memory>
 #include <string_view>
+#include <type_traits>
+#include <typeinfo>
 
 #include "frontend/SlcNodes.h"
 #include "frontend/SlcParseAdvice.h"
@@ -24,7 +26,17 @@ void SetRoot(std::unique_ptr<SlcDefinitionsNode> root);
 template <class Node>
 [[nodiscard]] Node* As(const SlcTokenValue& value)
 {
-    return dynamic_cast<Node*>(value.node);
+    SlcSyntaxNode* node = value.node;
+    if (!node)
+        return nullptr;
+    if constexpr (std::is_same_v<Node, SlcExprNode>)
+        return node->AsExpr();
+    else if constexpr (std::is_same_v<Node, SlcStmtNode>)
+        return node->AsStmt();
+    else if (&typeid(*node) == &typeid(Node))
+        return static_cast<Node*>(node);
+    else
+        return dynamic_cast<Node*>(node);
 }
 
 /// Deletes a part of the tree that nobody takes.
@@ -34,7 +46,7 @@ void Discard(const SlcTokenValue& value);
 template <class Node>
 [[nodiscard]] std::unique_ptr<Node> Take(const SlcTokenValue& value)
 {
-    auto* node = dynamic_cast<Node*>(value.node);
+    Node* node = As<Node>(value);
     if (!node)
         Discard(value);
     return std::unique_ptr<Node>(node);

@@ -135,6 +135,12 @@ void SlcScanner::SkipText(std::string_view text)
         filler += c == '\t' ? '\t' : ' ';
 }
 
+void SlcScanner::SkipBlanks(std::string_view text)
+{
+    SkipText(text);
+    SlcCurrentPosition().tokenLength = 1;
+}
+
 void SlcScanner::AppendToLine(std::string_view text)
 {
     SlcSourcePosition& position = SlcCurrentPosition();

@@ -37,6 +37,8 @@ public:
     static void CountChars(std::string_view text, char filler);
     /// Accounts for a part of a line that is skipped, of any length; no newline is in it.
     static void SkipText(std::string_view text);
+    /// Blanks and tabs between tokens. The last of them counts as a token for reports.
+    static void SkipBlanks(std::string_view text);
     /// Counts a line; its text is held, so that its tokens are not appended to it again.
     static void NewLine();
     /// The newline rule: `text` is the line break and the whole line behind it. Ends the process

@@ -17,6 +17,7 @@ public:
     using SlcSyntaxNode::SlcSyntaxNode;
     /// What reports and dumps call it.
     [[nodiscard]] virtual std::string ToString() const = 0;
+    [[nodiscard]] SlcStmtNode* AsStmt() final { return this; }
 };
 
 /// A block, or an empty statement.

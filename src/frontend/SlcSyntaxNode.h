@@ -46,6 +46,12 @@ public:
 
     [[nodiscard]] SlcPosition Position() const;
 
+    // The node as one of the classes that are asked for with every line; null for any other. A
+    // dynamic cast would compare the names of all classes between.
+    [[nodiscard]] virtual SlcExprNode* AsExpr() { return nullptr; }
+    [[nodiscard]] virtual SlcBinOpExprNode* AsBinOpExpr() { return nullptr; }
+    [[nodiscard]] virtual SlcStmtNode* AsStmt() { return nullptr; }
+
     /// Null at first. Setting one replaces what stood there.
     [[nodiscard]] const SlcPtr<SlcAnnotation>& GetAnnotation() const { return m_annotation; }
     void SetAnnotation(SlcPtr<SlcAnnotation> annotation);

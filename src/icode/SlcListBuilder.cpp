@@ -6,6 +6,8 @@
 
 #include "icode/SlcListBuilder.h"
 
+#include <charconv>
+#include <iterator>
 #include <utility>
 
 #include "symbols/SlcPossibleTypes.h"
@@ -78,7 +80,9 @@ SlcOperand SlcListBuilder::GetResultVar(const SlcExprNode* expr, SlcTypeNode* ty
 
 SlcLabel SlcListBuilder::GenLabel()
 {
-    return MakeShared<SlcLabelICode>('L' + std::to_string(sm_noGotoLabel++));
+    char name[16] = {'L'};
+    char* const end = std::to_chars(name + 1, std::end(name), sm_noGotoLabel++).ptr;
+    return MakeShared<SlcLabelICode>(std::string(std::begin(name), end));
 }
 
 /// A body that ends at its `return` does not count its end, so that a number may come again.

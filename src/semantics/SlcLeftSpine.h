@@ -9,7 +9,7 @@
 struct SlcLeftSpine {
     explicit SlcLeftSpine(SlcBinOpExprNode* top) : first(top)
     {
-        for (auto* operation = top; operation; operation = dynamic_cast<SlcBinOpExprNode*>(first)) {
+        for (auto* operation = top; operation; operation = first->AsBinOpExpr()) {
             operations.push_back(operation);
             first = operation->GetLeft();
         }

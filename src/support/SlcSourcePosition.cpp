@@ -1,7 +1,3 @@
 #include "support/SlcSourcePosition.h"
 
-SlcSourcePosition& SlcCurrentPosition()
-{
-    static SlcSourcePosition position;
-    return position;
-}
+constinit SlcSourcePosition SlcSourcePosition::sm_current;

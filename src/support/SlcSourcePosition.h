@@ -13,7 +13,12 @@ struct SlcSourcePosition {
     std::string currentLine;  // the source line being scanned
     std::string filler;       // a blank or tab for each character up to the last token
     std::size_t taken = 0;    // characters of the source, up to the last token
+
+    static SlcSourcePosition sm_current;
 };
 
 /// The scanner's position. The scanner is its only writer.
-[[nodiscard]] SlcSourcePosition& SlcCurrentPosition();
+[[nodiscard]] inline SlcSourcePosition& SlcCurrentPosition()
+{
+    return SlcSourcePosition::sm_current;
+}
