@@ -5,8 +5,8 @@
 
 #include "backends/SlcByteCode.h"
 
-#include <algorithm>
 #include <array>
+#include <cstdint>
 #include <iterator>
 #include <string>
 
@@ -15,30 +15,42 @@
 namespace {
 
 struct NamedNumber {
-    std::string_view name;
-    short number;
+    std::string_view name;  // empty for a slot that is free
+    short number = 0;
 };
 
-/// The rows without their end, in the order of the names.
-constexpr auto k_byName = [] {
-    std::array<NamedNumber, std::size(k_sqxNumbers) - 1> rows;
-    std::transform(std::begin(k_sqxNumbers), std::end(k_sqxNumbers) - 1, rows.begin(),
-                   [](const SqxNumberRow& row) {
-                       return NamedNumber{row.name, row.number};
-                   });
-    std::sort(rows.begin(), rows.end(),
-              [](const NamedNumber& a, const NamedNumber& b) { return a.name < b.name; });
-    return rows;
+constexpr std::size_t k_rows = std::size(k_sqxNumbers) - 1;  // without the end
+constexpr std::size_t k_slots = 2048;
+static_assert(k_slots > 2 * k_rows, "most names are to be found at their first slot");
+
+/// FNV-1a (Glenn Fowler, Landon Curt Noll, Phong Vo).
+constexpr std::size_t FirstSlotOf(std::string_view name)
+{
+    std::uint32_t hash = 2166136261U;
+    for (const char c : name)
+        hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
+    return hash % k_slots;
+}
+
+/// Rows by name: each at the first slot of its name, or the next free one. Made with the program.
+constexpr auto k_bySlot = [] {
+    std::array<NamedNumber, k_slots> slots = {};
+    for (std::size_t row = 0; row < k_rows; ++row) {
+        std::size_t slot = FirstSlotOf(k_sqxNumbers[row].name);
+        while (!slots[slot].name.empty())
+            slot = (slot + 1) % k_slots;
+        slots[slot] = {k_sqxNumbers[row].name, k_sqxNumbers[row].number};
+    }
+    return slots;
 }();
 
 }  // namespace
 
 short SlcByteCode::GetInstrNb(std::string_view name)
 {
-    const auto* found =
-        std::lower_bound(k_byName.begin(), k_byName.end(), name,
-                         [](const NamedNumber& row, std::string_view n) { return row.name < n; });
-    if (found == k_byName.end() || found->name != name)
-        FatalError("Function unknown (in SlcByteCode::GetInstrNb) " + std::string(name));
-    return found->number;
+    for (std::size_t slot = FirstSlotOf(name); !k_bySlot[slot].name.empty();
+         slot = (slot + 1) % k_slots)
+        if (k_bySlot[slot].name == name)
+            return k_bySlot[slot].number;
+    FatalError("Function unknown (in SlcByteCode::GetInstrNb) " + std::string(name));
 }

@@ -294,13 +294,15 @@ void SlcGenByteCode::GenTheByteCode(const SlcListICode& list)
     if (const std::string label = m_code.ResolveUnknownLabels(); !label.empty())
         m_errors->FatalError("Wrong label (in SlcGenByteCode::ResolveUnknownLabels): " + label);
 
-    std::string text = std::to_string(m_code.Values().size()) + '\n';
-    char digits[8];
+    m_out << m_code.Values().size() << '\n';
+    constexpr std::size_t k_longest = 7;  // characters of a number and the end of its line
+    std::string text(m_code.Values().size() * k_longest, '\0');
+    char* at = text.data();
     for (const std::int16_t value : m_code.Values()) {
-        const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
-        text.append(digits, end) += '\n';
+        at = std::to_chars(at, at + k_longest, value).ptr;
+        *at++ = '\n';
     }
-    m_out << text;
+    m_out.write(text.data(), at - text.data());
 }
 
 void SlcGenByteCode::Report(std::string_view text)

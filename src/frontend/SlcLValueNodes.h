@@ -16,6 +16,7 @@ public:
     [[nodiscard]] SlcIdentNode* GetIdent() const { return m_ident; }
     [[nodiscard]] const SlcPtr<SlcVarSymbolEntry>& GetSymbolEntry() const { return m_entry; }
     void SetSymbolEntry(SlcPtr<SlcVarSymbolEntry> entry);
+    [[nodiscard]] SlcLValueNode* AsLValue() final { return this; }
 
 private:
     SlcIdentNode* m_ident;

@@ -33,6 +33,8 @@ template <class Node>
         return node->AsExpr();
     else if constexpr (std::is_same_v<Node, SlcStmtNode>)
         return node->AsStmt();
+    else if constexpr (std::is_same_v<Node, SlcLValueNode>)
+        return node->AsLValue();
     else if (&typeid(*node) == &typeid(Node))
         return static_cast<Node*>(node);
     else

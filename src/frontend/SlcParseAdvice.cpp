@@ -5,6 +5,7 @@
 
 #include <array>
 #include <string_view>
+#include <utility>
 
 #include "grammar.h"
 #include "support/SlcDiagnostics.h"
@@ -106,13 +107,14 @@ int SlcParseAdvice::Next()
 int SlcParseAdvice::Read()
 {
     Token token;
-    token.code = yylex();
+    const int code = yylex();
+    token.code = code;
     token.line = SlcCurrentPosition().line;
     if (WarningLevel() >= 2 && token.code != 0)
         token.text.assign(yytext, static_cast<std::size_t>(yyleng));
     Follow(token);
-    m_tokens[m_count++ % k_kept] = token;
-    return token.code;
+    m_tokens[m_count++ % k_kept] = std::move(token);
+    return code;
 }
 
 void SlcParseAdvice::Follow(const Token& token)

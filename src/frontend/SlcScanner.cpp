@@ -121,9 +121,14 @@ void SlcScanner::CountChars(std::string_view text, char filler)
 {
     RefuseIfTooLong(text);
     AppendToLine(text);
-    // Reports repeat line and filler: past the limit of a line they are of no use.
+    AddFillers(text.size(), filler);
+}
+
+// Reports repeat line and filler: past the limit of a line they are of no use.
+void SlcScanner::AddFillers(std::size_t count, char filler)
+{
     std::string& fillers = SlcCurrentPosition().filler;
-    fillers.resize(std::min(fillers.size() + text.size(), k_maxTokenLength), filler);
+    fillers.resize(std::min(fillers.size() + count, k_maxTokenLength), filler);
 }
 
 void SlcScanner::SkipText(std::string_view text)
@@ -137,7 +142,12 @@ void SlcScanner::SkipText(std::string_view text)
 
 void SlcScanner::SkipBlanks(std::string_view text)
 {
-    SkipText(text);
+    if (text.find('\t') == std::string_view::npos) {
+        AppendToLine(text);
+        AddFillers(text.size(), ' ');
+    } else {
+        SkipText(text);
+    }
     SlcCurrentPosition().tokenLength = 1;
 }
 

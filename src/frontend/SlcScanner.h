@@ -61,6 +61,7 @@ public:
 private:
     static const std::string* FileName(std::string_view name);
     /// Counts the characters, and adds them to a line that is not held.
+    static void AddFillers(std::size_t count, char filler);
     static void AppendToLine(std::string_view text);
 
     static bool sm_lineHeld;               // the current line came whole from the newline rule

@@ -51,6 +51,7 @@ public:
     [[nodiscard]] virtual SlcExprNode* AsExpr() { return nullptr; }
     [[nodiscard]] virtual SlcBinOpExprNode* AsBinOpExpr() { return nullptr; }
     [[nodiscard]] virtual SlcStmtNode* AsStmt() { return nullptr; }
+    [[nodiscard]] virtual SlcLValueNode* AsLValue() { return nullptr; }
 
     /// Null at first. Setting one replaces what stood there.
     [[nodiscard]] const SlcPtr<SlcAnnotation>& GetAnnotation() const { return m_annotation; }

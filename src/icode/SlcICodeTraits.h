@@ -19,6 +19,7 @@ enum Trait : unsigned {
     ClosesRun = 1 << 8,
     OpensGuard = 1 << 9,  // those of code for the points of a flag
     ClosesGuard = 1 << 10,
+    NamesLabel = 1 << 11,  // is a label that code can go to, or goes to one by name
 };
 
 /// The traits of a class.

@@ -12,6 +12,17 @@
 
 #include "symbols/SlcPossibleTypes.h"
 
+namespace {
+
+[[nodiscard]] std::string Numbered(char letter, int number)
+{
+    char name[16] = {letter};
+    char* const end = std::to_chars(name + 1, std::end(name), number).ptr;
+    return {std::begin(name), end};
+}
+
+}  // namespace
+
 int SlcListBuilder::sm_noTemp = 0;
 int SlcListBuilder::sm_noGotoLabel = 0;
 
@@ -37,7 +48,7 @@ SlcDetailNode* SlcListBuilder::DetailHere(SlcDetailNode* detail) const
 
 SlcOperand SlcListBuilder::MakeTempVar(SlcTypeNode* type, SlcDetailNode* detail)
 {
-    const std::string name = 'T' + std::to_string(sm_noTemp++) + '_';
+    const std::string name = Numbered('T', sm_noTemp++) + '_';
     auto temporary = MakeShared<SlcLexType>(SlcLexicalNode::CreateIdent(name), type,
                                             DetailHere(detail), SlcStorageSpecNode::ALocal());
     m_list->AddLocalVar(temporary);
@@ -80,9 +91,7 @@ SlcOperand SlcListBuilder::GetResultVar(const SlcExprNode* expr, SlcTypeNode* ty
 
 SlcLabel SlcListBuilder::GenLabel()
 {
-    char name[16] = {'L'};
-    char* const end = std::to_chars(name + 1, std::end(name), sm_noGotoLabel++).ptr;
-    return MakeShared<SlcLabelICode>(std::string(std::begin(name), end));
+    return MakeShared<SlcLabelICode>(Numbered('L', sm_noGotoLabel++));
 }
 
 /// A body that ends at its `return` does not count its end, so that a number may come again.

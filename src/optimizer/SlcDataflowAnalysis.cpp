@@ -47,10 +47,10 @@ void SlcDataflowAnalysis::CollectBlockSets()
 {
     SlcSparseSet used(m_variables.Count());
     SlcSparseSet defined(m_variables.Count());
-    const auto forgetPlace = [this](int number) {
+    const auto forgetPlace = [this, unknown = SlcDetailNode::AUnknown()](int number) {
         const SlcOperand& variable = m_variables.Variable(number);
         if (!variable->IsUniform())
-            variable->SetDetail(SlcDetailNode::AUnknown());
+            variable->SetDetail(unknown);
     };
     for (const auto& block : m_graph.Blocks()) {
         for (const auto& code : block.GetListICode()) {
@@ -60,13 +60,12 @@ void SlcDataflowAnalysis::CollectBlockSets()
             m_codeDef.Add(m_defUse.Defs());
             m_codeDef.EndList();
             for (const int number : m_defUse.Uses()) {
-                forgetPlace(number);
-                if (!defined.Contains(number))
-                    used.Insert(number);
+                if (!defined.Contains(number) && used.Insert(number))
+                    forgetPlace(number);
             }
             for (const int number : m_defUse.Defs()) {
-                forgetPlace(number);
-                defined.Insert(number);
+                if (defined.Insert(number))
+                    forgetPlace(number);
             }
         }
         m_blockUse.Add(used.Members());

@@ -61,7 +61,7 @@ bool IsWholeVariable(const SlcOperand& operand)
 
 /// What an instruction computes and no more.
 struct Computation {
-    SlcOperand result;  // null for an instruction that does more, or nothing
+    int variable = -1;  // that it writes as a whole; none for an instruction that does more
     bool assignsItself = false;
 };
 
@@ -71,8 +71,10 @@ struct Computation {
     computations.reserve(list.m_icodes.size());
     ComputedResult computed;
     for (const auto& code : list.m_icodes) {
-        SlcOperand result = computed.Of(code);
-        computations.push_back({std::move(result), computed.AssignsItself()});
+        const SlcOperand result = computed.Of(code);
+        const bool isWhole = result && IsWholeVariable(result);
+        computations.push_back(
+            {isWhole ? SlcVariableNumbers::Of(result) : -1, computed.AssignsItself()});
     }
     return computations;
 }
@@ -82,9 +84,8 @@ struct Computation {
 {
     SlcNeededVariables needed(analysis.Variables().Count());
     for (std::size_t i = 0; i < computations.size(); ++i) {
-        const SlcOperand& result = computations[i].result;
-        if (result && IsWholeVariable(result))
-            needed.AddComputation(SlcVariableNumbers::Of(result), analysis.UsesAt(i));
+        if (computations[i].variable >= 0)
+            needed.AddComputation(computations[i].variable, analysis.UsesAt(i));
         else
             needed.AddReads(analysis.UsesAt(i));
     }
@@ -114,11 +115,8 @@ bool SlcDeadCodeElimination::EliminateCode(SlcListICode& list, const SlcControlF
     const std::vector<Computation> computations = ComputationsOf(list);
     const SlcNeededVariables needed = NeededVariables(computations, analysis);
     SlcLiveTest live(analysis);
-    const auto nobodyReads = [&](const SlcOperand& result) {
-        if (!IsWholeVariable(result))
-            return false;
-        const int number = SlcVariableNumbers::Of(result);
-        return !needed.IsNeeded(number) || !live.IsLive(number);
+    const auto nobodyReads = [&](int variable) {
+        return !needed.IsNeeded(variable) || !live.IsLive(variable);
     };
 
     std::vector<std::size_t> removed;
@@ -128,12 +126,12 @@ bool SlcDeadCodeElimination::EliminateCode(SlcListICode& list, const SlcControlF
         live.StartAtEndOf(block->GetBlockId());
         const std::size_t removedBefore = removed.size();
         for (std::size_t left = block->GetListICode().size(); left > 0; --left) {
-            const auto& [result, assignsItself] = computations[--place];
-            const bool isDead = result && nobodyReads(result);
+            const auto [variable, assignsItself] = computations[--place];
+            const bool isDead = variable >= 0 && nobodyReads(variable);
             // What is assigned to itself is alive in front as it is behind.
             if (!isDead)
                 live.StepOver(analysis.UsesAt(place), analysis.DefsAt(place));
-            if (isDead || (result && assignsItself))
+            if (isDead || assignsItself)
                 removed.push_back(place);
         }
         if (removed.size() != removedBefore)

@@ -10,7 +10,8 @@ public:
     void Add(int number) { m_numbers.push_back(number); }
     void Add(std::span<const int> numbers)
     {
-        m_numbers.insert(m_numbers.end(), numbers.begin(), numbers.end());
+        for (const int number : numbers)  // a few
+            m_numbers.push_back(number);
     }
     /// What is added from here on belongs to the next list.
     void EndList() { m_starts.push_back(static_cast<int>(m_numbers.size())); }

@@ -14,6 +14,7 @@
 #include "optimizer/SlcRemoveEmptyBlocks.h"
 
 #include <algorithm>
+#include <optional>
 #include <typeinfo>
 #include <utility>
 #include <vector>
@@ -135,9 +136,11 @@ bool SlcRemoveEmptyBlocks::Phase(RemovePhase phase, SlcListICode& list)
     auto& codes = list.m_icodes;
     std::size_t kept = 0;
     for (std::size_t i = 0; i < codes.size(); ++i) {
-        m_next = i + 1 < codes.size() ? codes[i + 1] : nullptr;
         m_remove = false;
-        codes[i]->ApplyWalker(this);
+        if (codes[i]->Is(SlcICodeTraits::NamesLabel)) {
+            m_next = i + 1 < codes.size() ? codes[i + 1] : nullptr;
+            codes[i]->ApplyWalker(this);
+        }
         if (m_remove)
             m_changed = true;
         else
@@ -154,7 +157,12 @@ bool SlcRemoveEmptyBlocks::RemovePairs(SlcListICode& list)
 {
     const std::vector<Mark> marks = MarksOf(list.m_icodes);
     const std::vector<bool> sensitive = OrderSensitiveRuns(marks);
-    SlcUniformAccessOfRuns uniforms(list.m_icodes);
+    std::optional<SlcUniformAccessOfRuns> uniforms;  // seams are rare, so that few lists need it
+    const auto mayJoin = [&](std::size_t first, std::size_t next) {
+        if (!uniforms)
+            uniforms.emplace(list.m_icodes);
+        return uniforms->Join(first, next);
+    };
     struct Kept {
         std::size_t place;  // in the list
         Mark mark;
@@ -175,7 +183,7 @@ bool SlcRemoveEmptyBlocks::RemovePairs(SlcListICode& list)
             const bool emptyGuard = last.mark == Mark::If && current.mark == Mark::EndIf;
             const bool seam = last.mark == Mark::EndParallel &&
                               current.mark == Mark::BeginParallel && !last.sensitive &&
-                              !current.sensitive && uniforms.Join(last.run, current.run);
+                              !current.sensitive && mayJoin(last.run, current.run);
             if (seam)
                 seamEnds.push_back(last);
             if (emptyRun || emptyGuard || seam) {

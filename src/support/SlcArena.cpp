@@ -25,17 +25,10 @@ namespace {
 
 }  // namespace
 
-void* SlcArena::TakeNew(std::size_t units)
+void SlcArena::BeginChunk()
 {
-    if (m_left < units) {
-        m_next = FromSystem(k_chunk) + k_unit;
-        m_left = k_chunk / k_unit - 1;
-    }
-    void* const room = m_next;
-    m_next += units * k_unit;
-    m_left -= units;
-    HeaderOf(room).units = units;
-    return room;
+    m_next = FromSystem(k_chunk) + k_unit;
+    m_left = k_chunk / k_unit - 1;
 }
 
 void* SlcArena::TakeLarge(std::size_t size)

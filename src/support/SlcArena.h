@@ -22,7 +22,13 @@ public:
             m_free[units] = free->next;
             return free;
         }
-        return TakeNew(units);
+        if (m_left < units)
+            BeginChunk();
+        void* const room = m_next;
+        m_next += units * k_unit;
+        m_left -= units;
+        HeaderOf(room).units = units;
+        return room;
     }
     /// What `Take` gave, or null.
     void GiveBack(void* room)
@@ -49,7 +55,7 @@ private:
     };
 
     [[nodiscard]] static Header& HeaderOf(void* room) { return static_cast<Header*>(room)[-1]; }
-    [[nodiscard]] void* TakeNew(std::size_t units);
+    void BeginChunk();
     [[nodiscard]] static void* TakeLarge(std::size_t size);
     static void GiveBackLarge(void* room);
 
