@@ -29,10 +29,13 @@ inline float QxComponent(const QxMatrix44& matrix, float row, float column)
     return matrix[QxClampedIndex(row, 4)][QxClampedIndex(column, 4)];
 }
 
+/// Writes all three, so that loops over points become loops of vectors.
 template <class Triple>
 inline void QxSetComponent(Triple& triple, float index, float value)
 {
-    triple[QxClampedIndex(index, 3)] = value;
+    const int place = QxClampedIndex(index, 3);
+    triple = QxMakeTriple<Triple>(place == 0 ? value : triple[0], place == 1 ? value : triple[1],
+                                  place == 2 ? value : triple[2]);
 }
 
 inline void QxSetComponent(QxMatrix44& matrix, float row, float column, float value)

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <vector>
+
+#include "machine/QxDraft.h"
+#include "machine/QxMachineVariables.h"
+
+/// Drafts from `begin` to before `end` that may run strip by strip, one strip after the other. The
+/// uniform instructions among them may run before all of them, once.
+struct QxStretch {
+    std::size_t begin;
+    std::size_t end;
+};
+
+/// The longest stretches of a block, in their order, that are more than brackets which stand there
+/// already. The targets of the codes are indexes among the drafts. O(n) for n drafts, but for jumps
+/// that cross each other.
+[[nodiscard]] std::vector<QxStretch> QxFindStretches(const QxDraftBlock& block,
+                                                     const QxMachineVariables& variables);
