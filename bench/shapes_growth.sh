@@ -18,10 +18,10 @@ seconds() {  # LEVEL SHAPE COUNT
     "$bench/shapes.sh" "$2" "$3" >shapes.sl
     "$bin/measure" 5 "$bin/shaderqx" --dso -c "$1" shapes.sl | cut -d' ' -f1
 }
-echo "shape          count  -O0 seconds   times  -O2 seconds   times"
+echo "shape          count  -O0 seconds   times  -O2 seconds   times  -O3 seconds   times"
 for (( ; $# > 1; )); do
     printf '%-12s %7d' "$1" "$2"
-    for level in -O0 -O2; do
+    for level in -O0 -O2 -O3; do
         half=$(seconds "$level" "$1" $(($2 / 2)))
         all=$(seconds "$level" "$1" "$2")
         awk -v half="$half" -v all="$all" 'BEGIN { printf " %12.3f %7.1f", all, all / half }'
