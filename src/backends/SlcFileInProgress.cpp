@@ -59,9 +59,10 @@ SlcFileInProgress::SlcFileInProgress(SlcPtr<SlcSemanticError> errors, std::strin
 
 SlcFileInProgress::~SlcFileInProgress()
 {
-    if (!m_unfinished.empty())
-        std::remove(m_unfinished.c_str());
-    QxDebug::RemoveOnSignal(nullptr);
+    if (m_unfinished.empty())
+        return;
+    std::remove(m_unfinished.c_str());
+    QxDebug::KeepOnSignal(m_unfinished.c_str());
 }
 
 void SlcFileInProgress::Finish()
@@ -72,8 +73,8 @@ void SlcFileInProgress::Finish()
     // The source chooses its shader's name, so that one too long for a file is its own fault.
     if (!m_file || std::rename(m_unfinished.c_str(), m_path.c_str()) != 0)
         ReportUnwritten();
+    QxDebug::KeepOnSignal(m_unfinished.c_str());
     m_unfinished.clear();
-    QxDebug::RemoveOnSignal(nullptr);
 }
 
 void SlcFileInProgress::ReportUnwritten() const

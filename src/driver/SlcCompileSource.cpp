@@ -19,6 +19,7 @@
 #include "icode/SlcInterForm.h"
 #include "semantics/SlcDeleteTree.h"
 #include "semantics/SlcSemantics.h"
+#include "support/QxDebug.h"
 #include "support/SlcDiagnostics.h"
 #include "symbols/SlcFuncDSOSymbolEntry.h"
 
@@ -93,6 +94,8 @@ void ReportAborted(const std::string& inputFile)
 bool CompileSource(SlcCommandLine& line)
 {
     DeleteSQX(line);
+    if (!line.m_keepPreprocessedFile)
+        QxDebug::RemoveOnSignal(line.m_preprocessedFile.c_str());
     Tree tree;
     bool compiled = false;
     try {
@@ -104,8 +107,10 @@ bool CompileSource(SlcCommandLine& line)
     } catch (const SlcCompilationSevereError&) {
         // Reported where it was thrown.
     }
-    if (!line.m_keepPreprocessedFile)
+    if (!line.m_keepPreprocessedFile) {
         unlink(line.m_preprocessedFile.c_str());
+        QxDebug::KeepOnSignal(line.m_preprocessedFile.c_str());
+    }
     SlcDeleteTree()(tree.get());
     return compiled;
 }

@@ -13,6 +13,7 @@
 #include <unistd.h>
 #include <unwind.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <csignal>
@@ -53,18 +54,28 @@ const SignalText& Find(int signal)
     return k_unexpected;
 }
 
-std::atomic<const char*> g_removedOnSignal = nullptr;
+// The preprocessed source and the output.
+std::array<std::atomic<const char*>, 2> g_removedOnSignal = {};
 
-void RemoveFile()
+void RemoveFiles()
 {
-    if (const char* path = g_removedOnSignal)
-        ::unlink(path);
+    for (const auto& place : g_removedOnSignal)
+        if (const char* path = place)
+            ::unlink(path);
+}
+
+/// What the first place with `before` holds is `after` from now on.
+void Exchange(const char* before, const char* after)
+{
+    const auto place = std::find(g_removedOnSignal.begin(), g_removedOnSignal.end(), before);
+    if (place != g_removedOnSignal.end())
+        *place = after;
 }
 
 /// Ends as if nobody had handled the signal, so that the parent sees what ended the process.
 void Interrupt(int signal)
 {
-    RemoveFile();
+    RemoveFiles();
     std::signal(signal, SIG_DFL);
     ::raise(signal);
 }
@@ -148,7 +159,12 @@ void QxDebug::RemoveOnSignal(const char* path)
 {
     static const bool handled = (HandleInterrupt(SIGINT), HandleInterrupt(SIGTERM), true);
     static_cast<void>(handled);
-    g_removedOnSignal = path;
+    Exchange(nullptr, path);
+}
+
+void QxDebug::KeepOnSignal(const char* path)
+{
+    Exchange(path, nullptr);
 }
 
 void QxDebug::SignalHandler(int signal)
@@ -165,6 +181,6 @@ void QxDebug::SignalHandler(int signal)
     }
     if (signal == SIGHUP)
         return;
-    RemoveFile();
+    RemoveFiles();
     ::_exit(1);
 }

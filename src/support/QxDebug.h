@@ -12,9 +12,11 @@ public:
     /// written, if the platform gives none.
     static bool StackTrace();
 
-    /// The file that a signal removes if it ends the process, SIGINT and SIGTERM among them; null
-    /// for none. The text must live until the next call, and not change.
+    /// A file that a signal removes if it ends the process, SIGINT and SIGTERM among them. The text
+    /// must live until `KeepOnSignal`, and not change. There can be two of them.
     static void RemoveOnSignal(const char* path);
+    /// The same text: the file is removed no more.
+    static void KeepOnSignal(const char* path);
 
     /// Reports the signal and the stack, and ends the process with status 1. After SIGHUP the
     /// compile goes on. Writes to the descriptor alone: no library state is safe to touch here.

@@ -69,21 +69,30 @@ TEST(QxDebugDeathTest, GoesOnAfterAHangup)
                 "Received signal 1 \\(Hangup\\)(.|\n)*Received signal 1 \\(Hangup\\)");
 }
 
-TEST(QxDebugDeathTest, RemovesTheUnfinishedFile)
+TEST(QxDebugDeathTest, RemovesFilesThatAreNotToStay)
 {
     const TemporaryFolder folder;
     for (const int signal : {SIGINT, SIGTERM, SIGSEGV}) {
-        const std::string path = std::filesystem::current_path() / "unfinished";
-        TemporaryFolder::Write(path, "half");
+        const std::filesystem::path here = std::filesystem::current_path();
+        const std::string source = here / "source.i";
+        const std::string finished = here / "finished";
+        const std::string unfinished = here / "unfinished";
+        for (const std::string& path : {source, finished, unfinished})
+            TemporaryFolder::Write(path, "half");
         const auto end = [&] {
-            QxDebug::RemoveOnSignal(path.c_str());
+            QxDebug::RemoveOnSignal(source.c_str());
+            QxDebug::RemoveOnSignal(finished.c_str());
+            QxDebug::KeepOnSignal(finished.c_str());
+            QxDebug::RemoveOnSignal(unfinished.c_str());
             Raise(signal);
         };
         if (signal == SIGSEGV)
             EXPECT_EXIT(end(), testing::ExitedWithCode(1), "Segmentation violation");
         else
             EXPECT_EXIT(end(), testing::KilledBySignal(signal), "");
-        EXPECT_FALSE(std::filesystem::exists(path)) << signal;
+        EXPECT_FALSE(std::filesystem::exists(source)) << signal;
+        EXPECT_FALSE(std::filesystem::exists(unfinished)) << signal;
+        EXPECT_TRUE(std::filesystem::exists(finished)) << signal;
     }
 }
 
