@@ -1,5 +1,6 @@
-// Rounds of passes until nothing changes. Each pass leaves the graph stale, so a round builds graph
-// and liveness, does one change, and begins anew:
+// Rounds of passes until nothing changes. Each change leaves liveness stale, and the graph too
+// unless it only put operands in the place of others, so a round builds what is stale, does one
+// change, and begins anew:
 //
 //     round     1. dead code           2. empty blocks     3. constants and folding     4. loops
 //               the first of them that changes the list ends the round
@@ -59,6 +60,7 @@ void SlcOptimizeBasicBlocks::Optimize(SlcPtr<SlcListICode>& list)
     const int maxRounds = repeats ? k_maxRounds : 1;
     m_variables = std::make_unique<SlcVariableNumbers>(*list);
     m_defUse = std::make_unique<SlcDefUse>(*m_variables);
+    m_graphIsCurrent = false;
     bool updated = false;
     bool changed = true;
     for (int round = 0; changed && round < maxRounds; ++round) {
@@ -81,7 +83,9 @@ void SlcOptimizeBasicBlocks::Optimize(SlcPtr<SlcListICode>& list)
 void SlcOptimizeBasicBlocks::BuildGraph(SlcListICode& list)
 {
     m_analysis.reset();
-    m_graph = std::make_unique<SlcControlFlowGraph>(list);
+    if (!m_graphIsCurrent)
+        m_graph = std::make_unique<SlcControlFlowGraph>(list);
+    m_graphIsCurrent = true;
     m_analysis = std::make_unique<SlcDataflowAnalysis>(*m_graph, *m_variables, *m_defUse);
     if (m_options.m_printBlockICode) {
         std::ofstream out("usedefvars.txt");
@@ -93,18 +97,24 @@ bool SlcOptimizeBasicBlocks::EliminateCode(SlcListICode& list)
 {
     if (!m_options.m_deadCodeElimination)
         return false;
-    if (SlcDeadCodeElimination().EliminateCode(list, *m_graph, *m_analysis))
-        return true;
-    SlcRemoveEmptyBlocks emptyBlocks;
-    const bool unreachable = emptyBlocks.RemoveUnreachable(*m_graph, list);
-    return emptyBlocks.RemoveBlocks(list) || unreachable;
+    bool changed = SlcDeadCodeElimination().EliminateCode(list, *m_graph, *m_analysis);
+    if (!changed) {
+        SlcRemoveEmptyBlocks emptyBlocks;
+        changed = emptyBlocks.RemoveUnreachable(*m_graph, list);
+        changed |= emptyBlocks.RemoveBlocks(list);
+    }
+    m_graphIsCurrent = m_graphIsCurrent && !changed;
+    return changed;
 }
 
 bool SlcOptimizeBasicBlocks::ChangeCode(SlcListICode& list)
 {
     if (PropagateAndFold(list))
         return true;
-    return m_options.m_codeMotion && SlcCodeMotion(*m_graph, *m_analysis).OptimizeLoops(list);
+    if (!m_options.m_codeMotion || !SlcCodeMotion(*m_graph, *m_analysis).OptimizeLoops(list))
+        return false;
+    m_graphIsCurrent = false;
+    return true;
 }
 
 bool SlcOptimizeBasicBlocks::PropagateAndFold(SlcListICode& list)
@@ -132,8 +142,10 @@ bool SlcOptimizeBasicBlocks::PropagateAndFold(SlcListICode& list)
         propagation.LeaveBlock(block);
         propagation.DropEdge(block, DroppedSuccessor(block, code, folding.IsDropping()));
     }
-    if (folding.HasChanged())
+    if (folding.HasChanged()) {
         list.m_icodes.swap(output);
+        m_graphIsCurrent = false;
+    }
     return propagation.HasChanged() || folding.HasChanged();
 }
 

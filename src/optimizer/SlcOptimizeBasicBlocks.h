@@ -13,7 +13,7 @@ class SlcVariableNumbers;
 ///
 /// The order within a round is a priority: removals run to exhaustion first, rewrites come only
 /// when nothing is left to remove, loops after them, and variables are shared once, when the code
-/// has become stable. Each change starts a fresh graph, so that every pass sees exact liveness.
+/// has become stable. Each change makes liveness anew, so that every pass sees it exact.
 /// Every pass reports a change only if the code has become smaller, a constant has taken the
 /// place of a variable, or an instruction has left a loop, so the rounds end.
 class SlcOptimizeBasicBlocks : public SlcICodeOptimizer {
@@ -39,4 +39,5 @@ private:
     std::unique_ptr<SlcDefUse> m_defUse;
     std::unique_ptr<SlcControlFlowGraph> m_graph;     // of the code as it stood at the last build
     std::unique_ptr<SlcDataflowAnalysis> m_analysis;  // likewise
+    bool m_graphIsCurrent = false;  // the instructions are those of the graph, whatever operands
 };
