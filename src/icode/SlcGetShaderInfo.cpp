@@ -35,7 +35,9 @@ SlcPtr<SlcVarSymbolEntry> Outermost(SlcPtr<SlcVarSymbolEntry> named)
     SlcPtr<SlcVarSymbolEntry> entry = SlcOutermost(std::move(named));
     const bool isP = entry && Hiddens::sm_P && entry->GetIntCodeVar() &&
                      entry->GetIntCodeVar() == Hiddens::sm_P->GetIntCodeVar();
-    return isP ? Hiddens::sm_P : entry;
+    if (isP)
+        return Hiddens::sm_P;
+    return entry;
 }
 
 }  // namespace
@@ -121,8 +123,9 @@ void SlcGetShaderInfo::Case(SlcArrayRefExprNode* node)
 void SlcGetShaderInfo::Touch(const SlcPtr<SlcVarSymbolEntry>& entry)
 {
     const SlcPtr<SlcVarSymbolEntry> variable = Outermost(entry);
-    if (variable && variable->IsHidden())
-        AddVarIfNotInList(variable);
+    if (variable.Null() || !variable->IsHidden())
+        return;
+    AddVarIfNotInList(variable);
 }
 
 void SlcGetShaderInfo::Case(SlcIdentLValueNode* node)
