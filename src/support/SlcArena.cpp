@@ -25,9 +25,19 @@ namespace {
 
 }  // namespace
 
+SlcArena::~SlcArena()
+{
+    while (Chunk* const last = m_chunks) {
+        m_chunks = last->before;
+        std::free(last);
+    }
+}
+
 void SlcArena::BeginChunk()
 {
-    m_next = FromSystem(k_chunk) + k_unit;
+    char* const chunk = FromSystem(k_chunk);
+    m_chunks = new (chunk) Chunk{m_chunks};
+    m_next = chunk + k_unit;
     m_left = k_chunk / k_unit - 1;
 }
 

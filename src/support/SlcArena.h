@@ -2,9 +2,10 @@
 
 #include <array>
 #include <cstddef>
+#include <new>
 
 /// Memory for the many small objects of one compile: nodes, instructions, operands, entries, and
-/// what containers of them hold. It comes in large chunks that last as long as the program. What is
+/// what containers of them hold. It comes in large chunks that last as long as the arena. What is
 /// given back waits in a list for the next object of its size, so that either way costs a few
 /// instructions and a long compile needs no more memory than the objects that it has at a time.
 ///
@@ -12,6 +13,12 @@
 /// its place is kept. One thread uses an arena.
 class SlcArena {
 public:
+    SlcArena() = default;
+    SlcArena(const SlcArena&) = delete;
+    SlcArena& operator=(const SlcArena&) = delete;
+    /// Frees the chunks, but no object that was too large for them.
+    ~SlcArena();
+
     /// Room aligned for any object. Throws `std::bad_alloc`.
     [[nodiscard]] void* Take(std::size_t size)
     {
@@ -53,12 +60,17 @@ private:
     struct Free {
         Free* next;
     };
+    /// Stands at the front of each chunk.
+    struct Chunk {
+        Chunk* before;
+    };
 
     [[nodiscard]] static Header& HeaderOf(void* room) { return static_cast<Header*>(room)[-1]; }
     void BeginChunk();
     [[nodiscard]] static void* TakeLarge(std::size_t size);
     static void GiveBackLarge(void* room);
 
+    Chunk* m_chunks = nullptr;                          // the last one
     std::array<Free*, k_largestUnits + 1> m_free = {};  // by units
     char* m_next = nullptr;  // in the chunk at hand, behind a header's place
     std::size_t m_left = 0;  // units of it

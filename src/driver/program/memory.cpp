@@ -9,22 +9,29 @@
 
 namespace {
 
-// Made before anything else and never destroyed: static objects are both made and freed in it.
-constinit SlcArena g_arena;
+// Made before anything else and never destroyed, since static objects are both made and freed in
+// it.
+union Undestroyed {
+    constexpr Undestroyed() : arena() {}
+    ~Undestroyed() {}
+
+    SlcArena arena;
+};
+constinit Undestroyed g_memory;
 
 }  // namespace
 
 void* operator new(std::size_t size)
 {
-    return g_arena.Take(size);
+    return g_memory.arena.Take(size);
 }
 
 void operator delete(void* room) noexcept
 {
-    g_arena.GiveBack(room);
+    g_memory.arena.GiveBack(room);
 }
 
 void operator delete(void* room, std::size_t) noexcept
 {
-    g_arena.GiveBack(room);
+    g_memory.arena.GiveBack(room);
 }
