@@ -132,4 +132,6 @@ namespace qxavx2 {
 namespace qxcommon {
 [[nodiscard]] QxKernelRows SceneKernels();
 [[nodiscard]] QxKernelRows ListKernels();
+[[nodiscard]] QxKernelRows ReferenceKernels();
+[[nodiscard]] QxKernelRows ShadeopKernels();
 }  // namespace qxcommon

@@ -1,34 +1,12 @@
-// Functions of lists of arguments, texts, messages, references to elements, and shadeops.
+// Functions of lists of arguments, texts, messages, and the calls that evaluate lights.
 
 #include "QxBuiltInNames.h"
 #include "QxSceneNames.h"
 
-#define QX_KERNEL_SET qxcommon
-#define QX_KERNEL_CODE
-#include "kernels/QxKernelForms.h"
+#include "kernels/QxListForms.h"
 
 namespace qxcommon {
 namespace {
-
-using Vector = QxVector3;
-using Text = const char*;
-
-std::size_t BytesOf(QxStored stored)
-{
-    switch (stored) {
-    case QxStored::Any:
-    case QxStored::Number:
-    case QxStored::Flag:
-        break;
-    case QxStored::Triple:
-        return sizeof(Vector);
-    case QxStored::Matrix:
-        return sizeof(QxMatrix44);
-    case QxStored::Text:
-        return sizeof(Text);
-    }
-    return sizeof(float);
-}
 
 char LetterOf(QxStored stored)
 {
@@ -45,11 +23,6 @@ char LetterOf(QxStored stored)
         return 's';
     }
     return 'f';
-}
-
-char* Address(const QxMachineState& state, const QxOperand& operand, std::size_t place)
-{
-    return static_cast<char*>(state.values[operand.variable]) + place * BytesOf(operand.stored);
 }
 
 /// The addresses of an instruction's operands from one on, at one point after the other. A text
@@ -106,20 +79,6 @@ void OfList(QxMachineState& state, const QxCode& code, const QxPoints& points)
     for (unsigned int i = points.first; i < points.End(); ++i)
         if (points(i))
             Function()(QxAt(result, i), arguments.At(i), arguments.Count(), arguments.Types());
-}
-
-constexpr QxStored k_any = QxStored::Any;
-
-template <class Rest, class... Types>
-constexpr QxKernelRow ListRow(std::string_view primitive, QxKernel kernel)
-{
-    QxKernelRow row;
-    row.primitive = primitive;
-    row.all = row.masked = kernel;
-    row.operands = k_stored<Types...>;
-    row.operandCount = sizeof...(Types);
-    row.rest = std::is_void_v<Rest> ? &k_any : k_stored<Rest>;
-    return row;
 }
 
 template <class Rest, class Result, class... Types, class Function>
@@ -210,190 +169,6 @@ constexpr QxKernelRow MessageRow(std::string_view primitive)
         return ListRow<void, float, Text>(primitive, Send<message, name>);
 }
 
-// References to elements of arrays.
-
-/// The element that an index means: of those outside the nearest one.
-std::size_t ElementAt(float index, std::uint32_t size)
-{
-    if (!(index >= 1))
-        return 0;
-    return index < static_cast<float>(size) ? static_cast<std::size_t>(index) : size - 1;
-}
-
-/// All points refer to one element, whose values then are the reference's.
-void BindAll(QxMachineState& state, const QxCode& code, const QxPoints&)
-{
-    const QxOperand& array = code.operands[1];
-    const std::size_t element =
-        ElementAt(*static_cast<float*>(state.values[code.operands[2].variable]), array.size);
-    const std::size_t points = array.step == 0 ? 1 : state.grid.Size();
-    state.values[code.operands[0].variable] = Address(state, array, element * points);
-}
-
-/// Each point refers to an element of its own.
-void BindEach(QxMachineState& state, const QxCode& code, const QxPoints& points)
-{
-    const auto reference = Operand<void*>(state, code, 0);
-    const QxOperand& array = code.operands[1];
-    const auto index = Operand<float>(state, code, 2);
-    const std::size_t count = array.step == 0 ? 1 : state.grid.Size();
-    for (unsigned int i = points.first; i < points.End(); ++i)
-        if (points(i))
-            QxAt(reference, i) = Address(state, array,
-                                         ElementAt(QxAt(index, i), array.size) * count +
-                                             std::size_t{i} * array.step);
-}
-
-/// Between a variable and what a reference of each point stands for.
-template <bool load>
-void Move(QxMachineState& state, const QxCode& code, const QxPoints& points)
-{
-    const auto reference = Operand<void*>(state, code, load ? 1 : 0);
-    const QxOperand& variable = code.operands[load ? 0 : 1];
-    const std::size_t bytes = BytesOf(variable.stored);
-    for (unsigned int i = points.first; i < points.End(); ++i) {
-        if (!points(i))
-            continue;
-        void* const value = Address(state, variable, std::size_t{i} * variable.step);
-        void* const element = QxAt(reference, i);
-        std::memcpy(load ? value : element, load ? element : value, bytes);
-        // A text that is about to be replaced has one owner at a time.
-        if (load && code.number != 0 && variable.stored == QxStored::Text)
-            *static_cast<Text*>(element) = nullptr;
-    }
-}
-
-void CheckIndex(QxMachineState& state, const QxCode& code, const QxPoints& points)
-{
-    const auto index = Operand<float>(state, code, 1);
-    const float size = static_cast<float>(code.operands[0].size);
-    for (unsigned int i = points.first; i < points.End(); ++i) {
-        const float at = QxAt(index, i);
-        if ((at > -1 && at < size) || !points(i))
-            continue;
-        const Text array = *static_cast<const Text*>(state.values[code.operands[0].variable]);
-        const Text file = *static_cast<const Text*>(state.values[code.operands[2].variable]);
-        state.Tell(i, false, QxBadArrayIndexText(file, code.number, array, at).Characters());
-    }
-}
-
-/// Arrays of the same length, whole.
-void CopyArray(QxMachineState& state, const QxCode& code, const QxPoints& points)
-{
-    const QxOperand& to = code.operands[0];
-    const QxOperand& from = code.operands[1];
-    const std::size_t toCount = to.step == 0 ? 1 : state.grid.Size();
-    const std::size_t fromCount = from.step == 0 ? 1 : state.grid.Size();
-    for (std::size_t element = 0; element < to.size; ++element)
-        for (unsigned int i = points.first; i < points.End(); ++i) {
-            if (!points(i))
-                continue;
-            void* const target = Address(state, to, element * toCount + std::size_t{i} * to.step);
-            void* const source =
-                Address(state, from, element * fromCount + std::size_t{i} * from.step);
-            if (to.stored == QxStored::Text)
-                QxAssignString(*static_cast<Text*>(target), *static_cast<Text*>(source));
-            else
-                std::memmove(target, source, BytesOf(to.stored));
-        }
-}
-
-// Shadeops
-
-/// Calls a shadeop point by point. It is handed copies, elements of an array one behind the other,
-/// since constants and uniform values belong to all points and runs.
-class ShadeopCall {
-public:
-    ShadeopCall(QxMachineState& state, const QxCode& code)
-        : m_state(state),
-          m_code(code),
-          m_shadeop(state.shadeops[static_cast<std::size_t>(code.number)])
-    {
-        std::size_t places = 0;
-        for (std::size_t k = 0; k < code.count; ++k)
-            places += PlacesOf(code.operands[k]);
-        m_memory.resize(places);
-        Place* place = m_memory.data();
-        for (std::size_t k = 0; k < code.count; ++k) {
-            m_argv.push_back(place);
-            place += PlacesOf(code.operands[k]);
-        }
-    }
-
-    void Run(unsigned int point)
-    {
-        const QxOperand& result = m_code.operands[0];
-        std::fill_n(static_cast<Place*>(m_argv[0]), PlacesOf(result), Place{});
-        for (std::size_t k = 1; k < m_code.count; ++k)
-            Load(m_code.operands[k], point, static_cast<char*>(m_argv[k]));
-        m_handed = m_argv;  // a list that it may change
-        m_shadeop.method(m_shadeop.data, static_cast<int>(m_handed.size()), m_handed.data());
-        for (std::size_t k = 1; k < m_code.count; ++k)
-            if (m_code.operands[k].size > 1)
-                Store(m_code.operands[k], point, static_cast<const char*>(m_argv[k]));
-        StoreResult(result, ElementOf(result, point, 0));
-    }
-
-private:
-    using Place = std::uint64_t;  // numbers and addresses may stand in it
-
-    static std::size_t PlacesOf(const QxOperand& operand)
-    {
-        return (operand.size * BytesOf(operand.stored) + sizeof(Place) - 1) / sizeof(Place);
-    }
-    [[nodiscard]] void* ElementOf(const QxOperand& operand, unsigned int point,
-                                  std::size_t element) const
-    {
-        const std::size_t points = operand.step == 0 ? 1 : m_state.grid.Size();
-        return Address(m_state, operand, element * points + std::size_t{point} * operand.step);
-    }
-    void Load(const QxOperand& operand, unsigned int point, char* target) const
-    {
-        const std::size_t bytes = BytesOf(operand.stored);
-        for (std::size_t j = 0; j < operand.size; ++j, target += bytes) {
-            const void* source = ElementOf(operand, point, j);
-            static constexpr Text none = "";
-            if (operand.stored == QxStored::Text && !*static_cast<const Text*>(source))
-                source = &none;
-            std::memcpy(target, source, bytes);
-        }
-    }
-    /// Numbers go back to where they came from; a text stays the shader's.
-    void Store(const QxOperand& operand, unsigned int point, const char* source) const
-    {
-        const std::size_t bytes = BytesOf(operand.stored);
-        if (operand.stored == QxStored::Text)
-            return;
-        for (std::size_t j = 0; j < operand.size; ++j, source += bytes)
-            std::memcpy(ElementOf(operand, point, j), source, bytes);
-    }
-    void StoreResult(const QxOperand& result, void* target) const
-    {
-        if (result.stored == QxStored::Text) {
-            Text text = nullptr;
-            std::memcpy(&text, m_argv[0], sizeof text);
-            QxAssignString(*static_cast<Text*>(target), text ? text : "");
-        } else {
-            std::memcpy(target, m_argv[0], BytesOf(result.stored));
-        }
-    }
-
-    QxMachineState& m_state;
-    const QxCode& m_code;
-    const QxLoadedShadeop& m_shadeop;
-    std::vector<Place> m_memory;  // of the result and the arguments
-    std::vector<void*> m_argv;    // where each of them is
-    std::vector<void*> m_handed;
-};
-
-void CallShadeop(QxMachineState& state, const QxCode& code, const QxPoints& points)
-{
-    ShadeopCall call(state, code);
-    for (unsigned int i = points.first; i < points.End(); ++i)
-        if (points(i))
-            call.Run(i);
-}
-
 // Lights
 
 void EvaluateLights(QxMachineState& state, const QxCode& code, const QxPoints&)
@@ -417,11 +192,6 @@ void EvaluateLightsForP(QxMachineState& state, const QxCode&, const QxPoints&)
 void ForgetLightsForP(QxMachineState& state, const QxCode&, const QxPoints&)
 {
     state.lightsAreForP = false;
-}
-
-constexpr QxKernelRow Anything(std::string_view primitive, QxKernel kernel)
-{
-    return ListRow<void>(primitive, kernel);
 }
 
 // clang-format off
@@ -453,14 +223,6 @@ constexpr QxKernelRow k_rows[] = {
     MessageRow<QxMessage::Incident>("CALL_PRIM_INCIDENT"),
     MessageRow<QxMessage::Opposite>("CALL_PRIM_OPPOSITE"),
     MessageRow<QxMessage::TextureInfo, 2>("CALL_PRIM_TEXTUREINFO"),
-    Anything("machine:bind all", BindAll),
-    Anything("machine:bind each", BindEach),
-    Anything("machine:load", Move<true>),
-    Anything("machine:store", Move<false>),
-    ListRow<void, Text, float, Text>("CHECK_VALID_ARRAY_INDEX", CheckIndex),
-    Anything("CONVERT_ARRAY_DSO_TO", CopyArray),
-    Anything("CONVERT_ARRAY_DSO_FROM", CopyArray),
-    Anything("CALL_DSO", CallShadeop),
     ListRow<void, Vector>("EVAL_LIGHTS", EvaluateLights),
     Anything("EVAL_LIGHTS_FOR_P", EvaluateLightsForP),
     Anything("RESET_EVAL_LIGHTS_FOR_P", ForgetLightsForP),

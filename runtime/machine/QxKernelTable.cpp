@@ -17,7 +17,8 @@ QxKernelTable::QxKernelTable(bool avx2)
                                     qxavx2::FilterKernels,   qxavx2::NeighbourKernels,
                                     qxavx2::LightKernels,    qxavx2::StatementKernels};
     std::vector<Rows> tables = avx2 ? fast : baseline;
-    tables.insert(tables.end(), {qxcommon::SceneKernels, qxcommon::ListKernels});
+    tables.insert(tables.end(), {qxcommon::SceneKernels, qxcommon::ListKernels,
+                                 qxcommon::ReferenceKernels, qxcommon::ShadeopKernels});
     for (const Rows table : tables)
         for (const QxKernelRow& row : table())
             m_byName.emplace(row.primitive, &row);

@@ -1,0 +1,114 @@
+// References to elements of arrays, checks of indices, and copies of whole arrays. A reference of
+// all points takes the place of an element's values; one of each point holds addresses.
+
+#include "QxBuiltInNames.h"
+
+#include "kernels/QxListForms.h"
+
+namespace qxcommon {
+namespace {
+
+/// The element that an index means: of those outside the nearest one.
+std::size_t ElementAt(float index, std::uint32_t size)
+{
+    if (!(index >= 1))
+        return 0;
+    return index < static_cast<float>(size) ? static_cast<std::size_t>(index) : size - 1;
+}
+
+/// All points refer to one element, whose values then are the reference's.
+void BindAll(QxMachineState& state, const QxCode& code, const QxPoints&)
+{
+    const QxOperand& array = code.operands[1];
+    const std::size_t element =
+        ElementAt(*static_cast<float*>(state.values[code.operands[2].variable]), array.size);
+    const std::size_t points = array.step == 0 ? 1 : state.grid.Size();
+    state.values[code.operands[0].variable] = Address(state, array, element * points);
+}
+
+/// Each point refers to an element of its own.
+void BindEach(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    const auto reference = Operand<void*>(state, code, 0);
+    const QxOperand& array = code.operands[1];
+    const auto index = Operand<float>(state, code, 2);
+    const std::size_t count = array.step == 0 ? 1 : state.grid.Size();
+    for (unsigned int i = points.first; i < points.End(); ++i)
+        if (points(i))
+            QxAt(reference, i) = Address(state, array,
+                                         ElementAt(QxAt(index, i), array.size) * count +
+                                             std::size_t{i} * array.step);
+}
+
+/// Between a variable and what a reference of each point stands for.
+template <bool load>
+void Move(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    const auto reference = Operand<void*>(state, code, load ? 1 : 0);
+    const QxOperand& variable = code.operands[load ? 0 : 1];
+    const std::size_t bytes = BytesOf(variable.stored);
+    for (unsigned int i = points.first; i < points.End(); ++i) {
+        if (!points(i))
+            continue;
+        void* const value = Address(state, variable, std::size_t{i} * variable.step);
+        void* const element = QxAt(reference, i);
+        std::memcpy(load ? value : element, load ? element : value, bytes);
+        // A text that is about to be replaced has one owner at a time.
+        if (load && code.number != 0 && variable.stored == QxStored::Text)
+            *static_cast<Text*>(element) = nullptr;
+    }
+}
+
+void CheckIndex(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    const auto index = Operand<float>(state, code, 1);
+    const float size = static_cast<float>(code.operands[0].size);
+    for (unsigned int i = points.first; i < points.End(); ++i) {
+        const float at = QxAt(index, i);
+        if ((at > -1 && at < size) || !points(i))
+            continue;
+        const Text array = *static_cast<const Text*>(state.values[code.operands[0].variable]);
+        const Text file = *static_cast<const Text*>(state.values[code.operands[2].variable]);
+        state.Tell(i, false, QxBadArrayIndexText(file, code.number, array, at).Characters());
+    }
+}
+
+/// Arrays of the same length, whole.
+void CopyArray(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    const QxOperand& to = code.operands[0];
+    const QxOperand& from = code.operands[1];
+    const std::size_t toCount = to.step == 0 ? 1 : state.grid.Size();
+    const std::size_t fromCount = from.step == 0 ? 1 : state.grid.Size();
+    for (std::size_t element = 0; element < to.size; ++element)
+        for (unsigned int i = points.first; i < points.End(); ++i) {
+            if (!points(i))
+                continue;
+            void* const target = Address(state, to, element * toCount + std::size_t{i} * to.step);
+            void* const source =
+                Address(state, from, element * fromCount + std::size_t{i} * from.step);
+            if (to.stored == QxStored::Text)
+                QxAssignString(*static_cast<Text*>(target), *static_cast<Text*>(source));
+            else
+                std::memmove(target, source, BytesOf(to.stored));
+        }
+}
+
+constexpr QxKernelRow k_rows[] = {
+    Anything("machine:bind all", BindAll),
+    Anything("machine:bind each", BindEach),
+    Anything("machine:load", Move<true>),
+    Anything("machine:store", Move<false>),
+    ListRow<void, Text, float, Text>("CHECK_VALID_ARRAY_INDEX", CheckIndex),
+    Anything("CONVERT_ARRAY_DSO_TO", CopyArray),
+    Anything("CONVERT_ARRAY_DSO_FROM", CopyArray),
+};
+
+}  // namespace
+
+QxKernelRows ReferenceKernels()
+{
+    return k_rows;
+}
+
+}  // namespace qxcommon

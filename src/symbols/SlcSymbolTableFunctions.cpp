@@ -1,0 +1,331 @@
+// Look-up of functions. They are sought in every scope, nearest first, and an exact fit further out
+// is better than a promoted one near by:
+//
+//     float f(color c)   in the body             f(1)      outer f(float): exact, in any scope
+//     float f(float x)   in front of the shader  f(Cs)     inner f(color)
+//     float f(float x, y)                        f("a")    of those with one argument none fits:
+//                                                          the report names the closest
+//
+// The scopes of a chain are asked as groups, the entries of one name in one table, so that a name
+// which a thousand declarations surround costs a search in each scope and no walk over their
+// tables.
+//
+// Tested by tests/symbols/SlcSymbolTableTest.cpp.
+
+#include "symbols/SlcSymbolTable.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "frontend/SlcCallNodes.h"
+#include "frontend/SlcDefinitionNodes.h"
+#include "support/SlcDiagnostics.h"
+#include "support/reports/SlcSemanticError.h"
+#include "symbols/SlcFuncDSOSymbolEntry.h"
+#include "symbols/SlcPossibleTypes.h"
+#include "symbols/SlcSymbolScope.h"
+
+struct SlcSymbolTable::Group {
+    std::vector<SlcPtr<SlcSymbolEntry>> entries;
+};
+
+namespace {
+
+SlcTypeNode* TypeOf(const SlcDefExprNode& definition, SlcTypeNode* declared)
+{
+    return definition.IsArray() ? SlcTypeNode::CreateArrayType(declared, definition.GetArraySize())
+                                : declared;
+}
+
+/// Calls `visit(definition, typeSpec)` for each name of the formals.
+template <class Visit>
+void ForEachFormal(const SlcFormalsNode& formals, Visit visit)
+{
+    for (const auto& group : formals.GetVarDefs())
+        for (const auto& definition : group->GetDefExprs()->GetDefExprs())
+            visit(*definition, *group->GetTypeSpec());
+}
+
+std::vector<SlcTypeNode*> TypesOf(const SlcFormalsNode& formals)
+{
+    std::vector<SlcTypeNode*> types;
+    ForEachFormal(formals, [&](const SlcDefExprNode& definition, const SlcTypeSpecNode& spec) {
+        types.push_back(TypeOf(definition, spec.GetType()));
+    });
+    return types;
+}
+
+/// The arguments, which have their unique types, suit the fixed formals.
+bool FitsUniqueTypes(const SlcFuncSymbolEntry& entry, const SlcCallArgs& args, bool promote)
+{
+    const auto& formals = entry.GetArgTypes();
+    if (args.size() < formals.size() || (args.size() > formals.size() && !entry.IsVarNbArgs()))
+        return false;
+    for (std::size_t i = 0; i < formals.size(); ++i) {
+        const SlcTypeNode* type = SlcPossibleTypes::Of(args[i])->GetUniqueType();
+        const bool fits = promote && !entry.GetArgStorages()[i]->IsOutput()
+                              ? type->IsPromotableAs(formals[i])
+                              : formals[i]->IsSameType(type);
+        if (!fits)
+            return false;
+    }
+    return true;
+}
+
+bool HasFormals(const SlcFuncSymbolEntry& entry, const std::vector<SlcTypeNode*>& types)
+{
+    const auto& formals = entry.GetArgTypes();
+    return std::equal(formals.begin(), formals.end(), types.begin(), types.end(),
+                      [](const SlcTypeNode* formal, const SlcTypeNode* type) {
+                          return formal->IsSameType(type);
+                      });
+}
+
+/// An array of another length, or of any, is another type.
+bool IsOfShape(const SlcTypeNode* one, const SlcTypeNode* other)
+{
+    return one->IsSameType(other) &&
+           (!one->IsArrayType() || static_cast<const SlcArrayTypeNode*>(one)->GetLength() ==
+                                       static_cast<const SlcArrayTypeNode*>(other)->GetLength());
+}
+
+bool HasShape(const SlcFuncSymbolEntry& entry, const SlcTypeNode* returnType,
+              const std::vector<SlcTypeNode*>& types)
+{
+    const auto& formals = entry.GetArgTypes();
+    return IsOfShape(entry.GetReturnType(), returnType) &&
+           std::equal(formals.begin(), formals.end(), types.begin(), types.end(), IsOfShape);
+}
+
+SlcPtr<SlcFuncSymbolEntry> AsFunction(const SlcPtr<SlcSymbolEntry>& entry)
+{
+    return entry->IsFunction() ? CheckCast<SlcFuncSymbolEntry>(entry) : nullptr;
+}
+
+/// A call whose overloads are tried one after the other.
+struct TriedCall {
+    const SlcCallArgs& args;
+    SlcPtr<SlcSemanticError> sink;  // null once it has heard of a fault
+    bool noVoid;
+};
+
+/// What the entries of one table have for a call.
+struct TableOffer {
+    std::vector<SlcTypeNode*> types;       // return types of the overloads that fit
+    SlcPtr<SlcFuncSymbolEntry> function;   // the last one of the name
+    SlcPtr<SlcFuncSymbolEntry> withCount;  // the last one that takes so many arguments
+};
+
+TableOffer OfferTo(TriedCall& call, const std::vector<SlcPtr<SlcSymbolEntry>>& entries,
+                   bool promote)
+{
+    TableOffer offer;
+    for (const auto& entry : entries) {
+        const auto candidate = AsFunction(entry);
+        if (candidate.Null())
+            continue;
+        offer.function = candidate;
+        if (!candidate->CheckNumberArgs(call.args))
+            continue;
+        offer.withCount = candidate;
+        const int errorsBefore = NbErrors();
+        const bool fits = candidate->CheckTypeArgs(call.args, call.sink, promote);
+        // A fault in an argument is one fault, however many overloads are tried.
+        if (NbErrors() != errorsBefore)
+            call.sink = nullptr;
+        if (fits && !(call.noVoid && candidate->GetReturnType()->IsVoidType()))
+            SlcAddTypeIfNotPresent(offer.types, candidate->GetReturnType());
+    }
+    return offer;
+}
+
+/// The overload by which the arguments of a call that fits none are judged: the one that fits the
+/// most of them, since what another overload takes is not at fault. Of equal ones the last.
+SlcPtr<SlcFuncSymbolEntry> ClosestOf(const std::vector<SlcPtr<SlcSymbolEntry>>& entries,
+                                     const SlcCallArgs& args)
+{
+    SlcPtr<SlcFuncSymbolEntry> closest;
+    std::size_t fewest = args.size();
+    for (const auto& entry : entries) {
+        const auto candidate = AsFunction(entry);
+        if (candidate.Null() || !candidate->CheckNumberArgs(args))
+            continue;
+        if (const std::size_t misfits = candidate->CountMisfits(args); misfits <= fewest) {
+            closest = candidate;
+            fewest = misfits;
+        }
+    }
+    return closest;
+}
+
+}  // namespace
+
+SlcPtr<SlcFuncSymbolEntry>
+SlcSymbolTable::AddFuncEntry(SlcIdentNode* ident, SlcTypeNode* returnType, SlcFormalsNode* formals,
+                             SlcPtr<SlcAnnotation> info, SlcCheckDetailProc checkDetail,
+                             SlcCheckInlineDetailProc checkInlineDetail)
+{
+    SlcFuncSignature signature;
+    signature.ident = ident;
+    signature.returnType = returnType;
+    signature.checkDetail = checkDetail;
+    signature.checkInlineDetail = checkInlineDetail;
+    signature.origin = SlcFuncOrigin::User;
+    ForEachFormal(*formals, [&](const SlcDefExprNode& definition, const SlcTypeSpecNode& spec) {
+        signature.argTypes.push_back(TypeOf(definition, spec.GetType()));
+        signature.argDetails.push_back(spec.GetDetail());
+        signature.argStorages.push_back(spec.GetStorage());
+    });
+    auto entry = MakeShared<SlcFuncSymbolEntry>(std::move(signature));
+    entry->SetFuncInfo(std::move(info));
+    AddEntry(entry);
+    return entry;
+}
+
+SlcPtr<SlcFuncDSOSymbolEntry> SlcSymbolTable::AddFuncEntryDSO(SlcIdentNode* ident,
+                                                              const std::string& libraryPath,
+                                                              SlcShadeopDeclaration declaration,
+                                                              const SlcShadeopRules& rules)
+{
+    auto entry =
+        MakeShared<SlcFuncDSOSymbolEntry>(ident, libraryPath, std::move(declaration), rules);
+    AddEntry(entry);
+    return entry;
+}
+
+std::vector<SlcSymbolTable::Group> SlcSymbolTable::GroupsOf(SlcIdentNode* ident) const
+{
+    std::vector<Group> groups;
+    for (const SlcSymbolTable* table = this; table; table = table->NextScope()) {
+        const auto* named = table->m_scope->Find(ident->GetName());
+        if (!named)
+            continue;
+        auto end = std::upper_bound(
+            named->begin(), named->end(), table->m_position,
+            [](int position, const SlcSymbolScope::Named& n) { return position < n.table; });
+        while (end != named->begin()) {
+            auto begin = end;
+            while (begin != named->begin() && (begin - 1)->table == (end - 1)->table)
+                --begin;
+            Group group;
+            for (auto entry = begin; entry != end; ++entry)
+                group.entries.push_back(entry->entry);
+            groups.push_back(std::move(group));
+            end = begin;
+        }
+    }
+    return groups;
+}
+
+std::vector<SlcTypeNode*> SlcSymbolTable::GetFuncType(SlcIdentNode* ident,
+                                                      SlcProcArgsNode* arguments,
+                                                      const SlcPtr<SlcSemanticError>& sink,
+                                                      bool noVoid, bool promote, bool top)
+{
+    const SlcCallArgs args = SlcArgsOf(arguments);
+    const std::vector<Group> groups = GroupsOf(ident);
+    TriedCall call{args, sink, noVoid};
+    TableOffer outermost;  // of the tables tried so far: it decides what is wrong if nothing fits
+    const Group* judging = nullptr;  // the table that made it
+    const auto searchPass = [&](bool promoted) {
+        for (const Group& group : groups) {
+            if (TableOffer offer = OfferTo(call, group.entries, promoted); offer.function) {
+                outermost = std::move(offer);
+                judging = &group;
+            }
+            if (!outermost.types.empty())
+                return;
+        }
+    };
+
+    searchPass(promote);
+    // No promotion mends a wrong number of arguments.
+    const bool wrongCount = outermost.function && outermost.withCount.Null();
+    if (outermost.types.empty() && !promote && top && !wrongCount)
+        searchPass(true);
+    if (!outermost.types.empty())
+        return outermost.types;
+    if (outermost.function.Null())
+        throw SlcSymbolNotFound{ident};
+    if (outermost.withCount.Null())
+        throw SlcInvalidNumberOfArgs{outermost.function};
+    throw SlcFuncArgsTypeError{ClosestOf(judging->entries, args)};
+}
+
+std::deque<SlcPtr<SlcFuncSymbolEntry>> SlcSymbolTable::GetFuncEntrys(SlcIdentNode* ident,
+                                                                     SlcTypeNode* returnType)
+{
+    std::deque<SlcPtr<SlcFuncSymbolEntry>> entries;
+    for (const Group& group : GroupsOf(ident))
+        for (const auto& entry : group.entries)
+            if (auto function = AsFunction(entry);
+                function && returnType->IsSameType(function->GetReturnType()))
+                entries.push_back(function);
+    return entries;
+}
+
+SlcPtr<SlcFuncSymbolEntry> SlcSymbolTable::GetUniqueFuncEntry(SlcIdentNode* ident,
+                                                              SlcTypeNode* returnType,
+                                                              const SlcCallArgs& args, bool promote,
+                                                              bool top)
+{
+    const std::vector<Group> groups = GroupsOf(ident);
+    const auto searchPass = [&](bool promoted) {
+        SlcPtr<SlcFuncSymbolEntry> kept;
+        for (const Group& group : groups) {
+            for (const auto& entry : group.entries) {
+                const auto function = AsFunction(entry);
+                if (function && returnType->IsSameType(function->GetReturnType()) &&
+                    FitsUniqueTypes(*function, args, promoted))
+                    kept = function;
+            }
+            if (kept)
+                break;
+        }
+        return kept;
+    };
+    auto entry = searchPass(promote);
+    if (entry.Null() && !promote && top)
+        entry = searchPass(true);
+    if (entry.Null())
+        throw SlcSymbolNotFound{ident};
+    return entry;
+}
+
+SlcPtr<SlcFuncSymbolEntry> SlcSymbolTable::GetUniqueFuncEntry(SlcIdentNode* ident,
+                                                              SlcTypeNode* returnType,
+                                                              SlcFormalsNode* formals)
+{
+    const auto types = TypesOf(*formals);
+    for (const auto& function : GetFuncEntrys(ident, returnType))
+        if (HasFormals(*function, types))
+            return function;
+    throw SlcSymbolNotFound{ident};
+}
+
+SlcPtr<SlcFuncSymbolEntry> SlcSymbolTable::FindUserFunction(SlcIdentNode* ident,
+                                                            const SlcTypeNode* returnType,
+                                                            const SlcFormalsNode* formals) const
+{
+    const auto types = TypesOf(*formals);
+    if (const auto* named = m_scope->Find(ident->GetName())) {
+        for (auto entry = named->rbegin(); entry != named->rend(); ++entry) {
+            const auto function = AsFunction(entry->entry);
+            if (entry->table <= m_position && function &&
+                function->GetOrigin() == SlcFuncOrigin::User &&
+                HasShape(*function, returnType, types))
+                return function;
+        }
+    }
+    const auto& previous = m_scope->m_previous;
+    return previous ? previous->FindUserFunction(ident, returnType, formals) : nullptr;
+}
+
+SlcCallArgs SlcArgsOf(const SlcProcArgsNode* arguments)
+{
+    SlcCallArgs args;
+    args.reserve(arguments->GetArgs().size());
+    for (const auto& argument : arguments->GetArgs())
+        args.push_back(argument.get());
+    return args;
+}
