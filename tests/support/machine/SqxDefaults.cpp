@@ -81,8 +81,8 @@ std::vector<float> SqxDefaultValues(const std::string& name, const QxGrid& grid)
         for (unsigned int i = 0; i < grid.Size(); ++i) {
             const auto column = static_cast<float>(i % grid.columns);
             const unsigned int line = i / grid.columns;
-            const Values at = row.at(
-                {column * Step(grid.columns), static_cast<float>(line) * Step(grid.rows)});
+            const Values at =
+                row.at({column * Step(grid.columns), static_cast<float>(line) * Step(grid.rows)});
             numbers.insert(numbers.end(), at.begin(), at.end());
         }
     }
