@@ -12,10 +12,18 @@
 
 namespace {
 
-std::string SuffixOf(const SlcOperand& operand)
+constexpr std::size_t k_longestName = 30;  // or nearly: what is longer grows
+
+/// The root and a word for the type of each operand that has one.
+std::string Named(std::string_view root, std::initializer_list<const SlcOperand*> operands)
 {
-    const std::string_view word = SlcTypeWord(operand->GetType());
-    return word.empty() ? std::string() : std::string("_").append(word);
+    std::string name;
+    name.reserve(k_longestName);
+    name += root;
+    for (const SlcOperand* operand : operands)
+        if (const std::string_view word = SlcTypeWord((*operand)->GetType()); !word.empty())
+            name.append(1, '_').append(word);
+    return name;
 }
 
 }  // namespace
@@ -23,25 +31,25 @@ std::string SuffixOf(const SlcOperand& operand)
 std::string SlcEquCBinOpName::GetString(const SlcPtr<SlcArithExprICode>& code)
 {
     code->ApplyWalker(this);
-    return std::string(m_root) + SuffixOf(code->m_leftExpr) + SuffixOf(code->m_rightExpr);
+    return Named(m_root, {&code->m_leftExpr, &code->m_rightExpr});
 }
 
 std::string SlcEquCBinOpName::GetString(const SlcPtr<SlcAssignICode>& code)
 {
-    return std::string("ASSIGN") + SuffixOf(code->m_dest) + SuffixOf(code->m_source);
+    return Named("ASSIGN", {&code->m_dest, &code->m_source});
 }
 
 std::string SlcEquCBinOpName::GetString(const SlcPtr<SlcUnaryMinusICode>& code)
 {
-    const std::string dest =
-        m_invert == Invert::DestAndSource ? SuffixOf(code->m_dest) : std::string();
-    return std::string("INVERT") + dest + SuffixOf(code->m_source);
+    if (m_invert == Invert::DestAndSource)
+        return Named("INVERT", {&code->m_dest, &code->m_source});
+    return Named("INVERT", {&code->m_source});
 }
 
 std::string SlcEquCBinOpName::GetString(const SlcPtr<SlcBinOpBoolExprICode>& code)
 {
     code->ApplyWalker(this);
-    return std::string(m_root) + SuffixOf(code->m_leftExpr) + SuffixOf(code->m_rightExpr);
+    return Named(m_root, {&code->m_leftExpr, &code->m_rightExpr});
 }
 
 void SlcEquCBinOpName::Default(SlcPtr<SlcICode> code)

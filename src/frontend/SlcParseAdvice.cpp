@@ -106,14 +106,16 @@ int SlcParseAdvice::Next()
 
 int SlcParseAdvice::Read()
 {
-    Token token;
     const int code = yylex();
+    // The oldest token gives its place, and nobody asks for it on the way.
+    Token& token = m_tokens[m_count % k_kept];
     token.code = code;
     token.line = SlcCurrentPosition().line;
-    if (WarningLevel() >= 2 && token.code != 0)
+    token.text.clear();
+    if (WarningLevel() >= 2 && code != 0)
         token.text.assign(yytext, static_cast<std::size_t>(yyleng));
     Follow(token);
-    m_tokens[m_count++ % k_kept] = std::move(token);
+    ++m_count;
     return code;
 }
 

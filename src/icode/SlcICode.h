@@ -13,8 +13,8 @@ public:
     /// Calls the walker's `Case` for the instruction's own class.
     virtual void ApplyWalker(SlcAllICodeWalker* walker) = 0;
 
-    /// Whether the class has this trait.
-    [[nodiscard]] bool Is(SlcICodeTraits::Trait trait) const { return (Traits() & trait) != 0; }
+    /// Whether the class has this trait, or one of these.
+    [[nodiscard]] bool Is(unsigned traits) const { return (Traits() & traits) != 0; }
 
 protected:
     [[nodiscard]] virtual unsigned Traits() const = 0;

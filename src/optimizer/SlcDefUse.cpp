@@ -66,9 +66,12 @@ void SlcDefUse::Compute(const SlcPtr<SlcICode>& code)
     m_uses.clear();
     m_defs.clear();
     m_isLimited = false;
+    // Many instructions are brackets, which have no operands.
+    using namespace SlcICodeTraits;
+    if (code->Is(OpensRun | ClosesRun | ClosesGuard))
+        return;
     Visit(code);
-    if (code->Is(SlcICodeTraits::PartialWrite) ||
-        (m_isLimited && code->Is(SlcICodeTraits::PartialIfLimited)))
+    if (code->Is(PartialWrite) || (m_isLimited && code->Is(PartialIfLimited)))
         m_uses.insert(m_uses.end(), m_defs.begin(), m_defs.end());
 }
 

@@ -39,17 +39,25 @@ enum class Mark { None, OrderSensitiveCall, BeginParallel, EndParallel, If, EndI
 
 [[nodiscard]] Mark MarkOf(const SlcPtr<SlcICode>& code)
 {
-    if (code->Is(SlcICodeTraits::OpensRun))
+    if (IsExactly<SlcCallICode>(code))
+        return static_cast<const SlcCallICode&>(*code).m_orderSensitive ? Mark::OrderSensitiveCall
+                                                                        : Mark::None;
+    using namespace SlcICodeTraits;
+    if (!code->Is(OpensRun | ClosesRun | OpensGuard | ClosesGuard))
+        return Mark::None;
+    if (code->Is(OpensRun))
         return Mark::BeginParallel;
-    if (code->Is(SlcICodeTraits::ClosesRun))
+    if (code->Is(ClosesRun))
         return Mark::EndParallel;
-    if (code->Is(SlcICodeTraits::OpensGuard))
-        return Mark::If;
-    if (code->Is(SlcICodeTraits::ClosesGuard))
-        return Mark::EndIf;
-    if (IsExactly<SlcCallICode>(code) && CheckCast<SlcCallICode>(code)->m_orderSensitive)
-        return Mark::OrderSensitiveCall;
-    return Mark::None;
+    return code->Is(OpensGuard) ? Mark::If : Mark::EndIf;
+}
+
+/// The two, one behind the other, are a pair that may vanish.
+[[nodiscard]] bool MayVanish(Mark first, Mark next)
+{
+    return (first == Mark::BeginParallel && next == Mark::EndParallel) ||
+           (first == Mark::EndParallel && next == Mark::BeginParallel) ||
+           (first == Mark::If && next == Mark::EndIf);
 }
 
 [[nodiscard]] std::vector<Mark> MarksOf(const std::deque<SlcPtr<SlcICode>>& codes)
@@ -134,20 +142,23 @@ bool SlcRemoveEmptyBlocks::Phase(RemovePhase phase, SlcListICode& list)
     m_phase = phase;
     m_changed = false;
     auto& codes = list.m_icodes;
-    std::size_t kept = 0;
-    for (std::size_t i = 0; i < codes.size(); ++i) {
+    auto kept = codes.begin();
+    for (auto code = codes.begin(); code != codes.end(); ++code) {
         m_remove = false;
-        if (codes[i]->Is(SlcICodeTraits::NamesLabel)) {
-            m_next = i + 1 < codes.size() ? codes[i + 1] : nullptr;
-            codes[i]->ApplyWalker(this);
+        if ((*code)->Is(SlcICodeTraits::NamesLabel)) {
+            m_next = code + 1 != codes.end() ? code[1] : nullptr;
+            (*code)->ApplyWalker(this);
         }
-        if (m_remove)
+        if (m_remove) {
             m_changed = true;
-        else
-            codes[kept++].Swap(codes[i]);
+            continue;
+        }
+        if (kept != code)
+            kept->Swap(*code);
+        ++kept;
     }
     m_next = nullptr;
-    codes.resize(kept);
+    codes.erase(kept, codes.end());
     return m_changed;
 }
 
@@ -156,6 +167,9 @@ bool SlcRemoveEmptyBlocks::Phase(RemovePhase phase, SlcListICode& list)
 bool SlcRemoveEmptyBlocks::RemovePairs(SlcListICode& list)
 {
     const std::vector<Mark> marks = MarksOf(list.m_icodes);
+    // Pairs inside others go first, so that without one there is nothing to do.
+    if (std::adjacent_find(marks.begin(), marks.end(), MayVanish) == marks.end())
+        return false;
     const std::vector<bool> sensitive = OrderSensitiveRuns(marks);
     std::optional<SlcUniformAccessOfRuns> uniforms;  // seams are rare, so that few lists need it
     const auto mayJoin = [&](std::size_t first, std::size_t next) {
