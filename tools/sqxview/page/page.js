@@ -80,7 +80,7 @@ function numberField(label, changed) {
     const show = (number) => {
         if (document.activeElement === input)
             return;  // somebody is typing
-        input.value = number === null ? "" : number;
+        input.value = number === null ? "" : Number(number.toPrecision(6));
         input.setAttribute("aria-invalid", "false");
     };
     return { element: input, show };
