@@ -8,7 +8,7 @@ template <class Element>
 class QxArray {
 public:
     QxArray() = default;
-    explicit QxArray(std::size_t size) : m_elements(new Element[size]()), m_size(size) {}
+    explicit QxArray(std::size_t size) : m_elements(Make(size)), m_size(size) {}
     QxArray(const QxArray&) = delete;
     QxArray& operator=(const QxArray&) = delete;
     ~QxArray() { delete[] m_elements; }
@@ -17,7 +17,7 @@ public:
     void Reset(std::size_t size)
     {
         if (size != m_size) {
-            Element* elements = new Element[size]();
+            Element* elements = Make(size);
             delete[] m_elements;
             m_elements = elements;
             m_size = size;
@@ -35,6 +35,8 @@ public:
     Element* end() { return m_elements + m_size; }
 
 private:
+    static Element* Make(std::size_t size) { return size != 0 ? new Element[size]() : nullptr; }
+
     Element* m_elements = nullptr;
     std::size_t m_size = 0;
 };
