@@ -14,6 +14,8 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cd "$scratch"
+# A preprocessed text stands beside its source for a moment: not in a tree that others read.
+cp -r "$root/examples" "$root/bench/machine" .
 unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS
 
 declare -A kinds=(
@@ -34,8 +36,8 @@ build() {
 }
 rows=()
 for name in "${names[@]}"; do
-    source=$root/examples/$name.sl
-    [ -e "$source" ] || source=$root/bench/machine/$name.sl
+    source=examples/$name.sl
+    [ -e "$source" ] || source=machine/$name.sl
     build "$source" "$name"
     rows+=("$name=${kinds[$name]:-}")
 done
@@ -43,7 +45,7 @@ done
 
 echo
 largest=planet
-[ -e $largest.bc ] || build "$root/examples/$largest.sl" $largest
+[ -e $largest.bc ] || build examples/$largest.sl $largest
 "$bin/machine_load" "$seconds" "${names[@]}" $largest
 
 echo
@@ -51,7 +53,7 @@ echo
 
 # From the source to a picture, on both roads.
 echo
-matte=$root/examples/matte.sl
+matte=examples/matte.sl
 size=256x256
 fast=$("$bin/measure" 3 "$bin/sqxshade" --size $size -o picture.png "$matte")
 [ -s picture.png ]

@@ -11,11 +11,13 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cd "$scratch"
+# A preprocessed text stands beside its source for a moment: not in a tree that others read.
+cp -r "$root/examples" .
 unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS
 
 objects=()
 for shader in "${shaders[@]}"; do
-    "$bin/shaderqx" --dso "$root/examples/$shader.sl" 2>messages || {
+    "$bin/shaderqx" --dso "examples/$shader.sl" 2>messages || {
         cat messages
         exit 1
     }

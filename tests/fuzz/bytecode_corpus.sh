@@ -15,8 +15,15 @@ until [ -x "$compiler/bin/shaderqx" ]; do
         exit 1
     }
 done
-cd "$top"
 rm -rf "${folder:?}"/*
+
+# The preprocessed text stands beside a source for a moment: not in a tree that others read.
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+mkdir "$scratch/tests"
+cp -r "$top/examples" "$scratch"
+cp -r "$top/tests/compile" "$scratch/tests"
+cd "$scratch"
 
 number=0
 for source in examples/*.sl examples/rows/*.sl tests/compile/shaders/*.sl; do
