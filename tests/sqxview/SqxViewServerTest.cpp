@@ -140,7 +140,9 @@ TEST_F(SqxViewServerTest, AnswersOthersWhileMorePagesWaitThanItHasRoomFor)
     std::atomic<int> refused = 0;
     std::atomic<int> answered = 0;
     std::vector<std::jthread> pages;
-    for (int i = 0; i < 40; ++i)
+    constexpr int count = 40;
+    pages.reserve(count);
+    for (int i = 0; i < count; ++i)
         pages.emplace_back([&] {
             httplib::Client client("127.0.0.1", m_server->Port());
             client.set_read_timeout(60);

@@ -8,8 +8,6 @@
 
 namespace {
 
-using ::testing::Test;
-
 class SqxViewSessionTest : public ViewedShaders {};
 
 bool Holds(const std::string& text, const std::string& part)

@@ -12,7 +12,7 @@
 /// of its threads for good. One request takes one connection, so that bounds for a connection do.
 class SqxViewConnections {
 public:
-    static constexpr std::size_t k_mostBytes = 64 * 1024;  // sent to us
+    static constexpr std::size_t k_mostBytes = std::size_t{64} * 1024;  // sent to us
     static constexpr auto k_longest = std::chrono::seconds(60);
 
     /// Watches the connections of the server at that port of this machine.

@@ -42,6 +42,7 @@ std::string SqxJsonArray(const std::vector<std::string>& values)
 std::string SqxJsonNumbers(const std::vector<float>& numbers)
 {
     std::vector<std::string> values;
+    values.reserve(numbers.size());
     for (const float number : numbers)
         values.push_back(SqxJsonNumber(number));
     return SqxJsonArray(values);

@@ -27,7 +27,7 @@ using HandlerResponse = httplib::Server::HandlerResponse;
 constexpr const char* k_host = "127.0.0.1";
 constexpr std::size_t k_threads = 32;
 constexpr int k_mostWaiting = 16;  // the other threads are free for requests that end at once
-constexpr std::size_t k_mostBody = 8 * 1024;
+constexpr std::size_t k_mostBody = std::size_t{8} * 1024;
 constexpr auto k_patience = std::chrono::seconds(20);  // of a page that waits for a state
 constexpr const char* k_form = "application/x-www-form-urlencoded";
 constexpr const char* k_plain = "text/plain; charset=utf-8";
