@@ -5,6 +5,10 @@
 #include <iostream>
 #include <thread>
 
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
 #include "process/SqxProcess.h"
 #include "sqxview/SqxViewProgram.h"
 #include "sqxview/SqxViewServer.h"
@@ -20,6 +24,15 @@ sigset_t HoldEndSignals()
         sigaddset(&signals, number);
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
     return signals;
+}
+
+/// By default each thread takes memory from a pool of its own, and pictures of many threads and
+/// many edits would spread over all of them. They allocate seldom enough to share one.
+void ShareOnePool()
+{
+#ifdef __GLIBC__
+    mallopt(M_ARENA_MAX, 1);
+#endif
 }
 
 /// Some browsers stay as long as their window does, so nobody waits for them.
@@ -51,6 +64,7 @@ int View(const SqxViewOptions& options)
 
 int main(int argc, char** argv)
 {
+    ShareOnePool();
     try {
         const SqxViewOptions options =
             SqxReadViewOptions({argv + 1, static_cast<std::size_t>(argc - 1)});
