@@ -1,5 +1,5 @@
-// Fills the form: marks in the tree, which the lowering asks for, then the facts that no instruction
-// tells, and the main list last. Default values are lowered on the way to the facts.
+// Fills the form: marks in the tree, which the lowering asks for, then the facts that no
+// instruction tells, and the main list last. Default values are lowered on the way to the facts.
 //
 // Tested by tests/icode/SlcInterFormTest.cpp.
 
