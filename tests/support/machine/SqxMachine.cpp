@@ -410,8 +410,8 @@ void SqxMachine::CheckIndex(const SqxCall& call)
     char place[64];
     std::snprintf(place, sizeof place, ":%d: index %g", call.Operand(4),
                   static_cast<double>(index));
-    const std::string text =
-        call.Get<std::string>(3) + place + " is outside of array '" + call.Get<std::string>(0) + "'";
+    const std::string text = call.Get<std::string>(3) + place + " is outside of array '" +
+                             call.Get<std::string>(0) + "'";
     Support().Report(text.c_str());
 }
 
