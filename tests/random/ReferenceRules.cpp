@@ -2,9 +2,10 @@
 //
 // A function's variable without a word is uniform as long as it holds what it was declared with,
 // from uniform values. Whatever is assigned to it, it is no longer. A function is judged at each
-// call, with what the call gives it; a loop is swept until nothing changes. Where it is a matter of
-// taste whether a compiler sees that a value is uniform, as behind the other branch of a condition,
-// the verdict stays open.
+// call, with what the call gives it; a loop is swept until nothing changes. In a function that the
+// shader does not call, and in what that calls, only what varies for certain is refused. Where it
+// is a matter of taste whether a compiler sees that a value is uniform, as behind the other branch
+// of a condition, the verdict stays open.
 
 #include <algorithm>
 #include <set>
@@ -14,8 +15,28 @@
 
 namespace {
 
-/// What is known to be uniform, and what is known not to be.
-enum class Sure { Uniform, Unsure, Other };
+/// `Untold` is what depends on a call, or was uniform until something was assigned to it.
+enum class Detail { Uniform, Untold, Varying };
+
+/// The least and the most that a compiler may take a detail for.
+struct Range {
+    Detail least = Detail::Uniform;
+    Detail most = Detail::Uniform;
+
+    friend bool operator==(const Range&, const Range&) = default;
+};
+
+constexpr Range k_uniform = {Detail::Uniform, Detail::Uniform};
+constexpr Range k_untold = {Detail::Untold, Detail::Untold};
+constexpr Range k_notUniform = {Detail::Untold, Detail::Varying};
+constexpr Range k_varying = {Detail::Varying, Detail::Varying};
+constexpr Range k_unsure = {Detail::Uniform, Detail::Varying};
+
+/// Of what is made of both.
+Range Combine(const Range& a, const Range& b)
+{
+    return {std::max(a.least, b.least), std::max(a.most, b.most)};
+}
 
 class Rules {
 public:
@@ -29,17 +50,17 @@ public:
         using Kind = ReferenceStatement::Kind;
         switch (s.kind) {
         case Kind::Declare: {
-            const Sure detail = DetailOf(s.value);
+            const Range detail = DetailOf(s.value);
             if (s.variable->detail == ReferenceDetail::Uniform)
                 WantUniform(detail);
             m_details[s.variable] = detail;
             break;
         }
         case Kind::Assign: {
-            const Sure detail = std::max(IndexDetail(s.target), DetailOf(s.value));
+            const Range detail = Combine(IndexDetail(s.target), DetailOf(s.value));
             if (s.target.variable->detail == ReferenceDetail::Uniform)
                 WantUniform(detail);
-            Changed(*s.target.variable, Sure::Other);
+            Changed(*s.target.variable, Combine(k_untold, Combine(detail, m_guard)));
             break;
         }
         case Kind::Evaluate:
@@ -56,7 +77,7 @@ public:
             Body(s.body);
             break;
         case Kind::Return:
-            m_result = std::max(DetailOf(s.value), m_guard);
+            m_result = Combine(DetailOf(s.value), m_guard);
             break;
         case Kind::Function:
             Define(*s.function);
@@ -79,57 +100,61 @@ public:
     [[nodiscard]] ReferenceVerdict Verdict() const { return m_verdict; }
 
 private:
-    using Details = std::map<const ReferenceVariable*, Sure>;
+    using Details = std::map<const ReferenceVariable*, Range>;
 
-    void WantUniform(Sure detail)
+    void WantUniform(const Range& detail)
     {
-        if (detail != Sure::Uniform && !(m_defining && detail == Sure::Unsure))
-            m_verdict = std::max(m_verdict, detail == Sure::Unsure ? ReferenceVerdict::Open
-                                                                   : ReferenceVerdict::Refused);
+        const Detail accepted = m_defining ? Detail::Untold : Detail::Uniform;
+        if (detail.most > accepted)
+            m_verdict = std::max(m_verdict, detail.least > accepted ? ReferenceVerdict::Refused
+                                                                    : ReferenceVerdict::Open);
     }
 
-    void Changed(const ReferenceVariable& variable, Sure detail) { m_details[&variable] = detail; }
+    void Changed(const ReferenceVariable& variable, const Range& detail)
+    {
+        m_details[&variable] = detail;
+    }
 
-    Sure DetailOf(const ReferenceVariable& variable)
+    Range DetailOf(const ReferenceVariable& variable)
     {
         if (variable.detail != ReferenceDetail::Open)
-            return variable.detail == ReferenceDetail::Uniform ? Sure::Uniform : Sure::Other;
-        if (m_defining)
-            return Sure::Unsure;
-        const Sure detail = m_details.emplace(&variable, Sure::Other).first->second;
-        return m_externs.contains(&variable) ? std::max(detail, Sure::Unsure) : detail;
+            return variable.detail == ReferenceDetail::Uniform ? k_uniform : k_varying;
+        if (m_defining && !m_inCall)
+            return k_untold;
+        const Range detail = m_details.emplace(&variable, k_notUniform).first->second;
+        return m_externs.contains(&variable) ? Combine(detail, k_unsure) : detail;
     }
 
-    Sure IndexDetail(const ReferenceExpr& target)
+    Range IndexDetail(const ReferenceExpr& target)
     {
         return target.kind == ReferenceExpr::Kind::Element ? DetailOf(target.operands[0])
-                                                           : Sure::Uniform;
+                                                           : k_uniform;
     }
 
-    Sure DetailOf(const ReferenceExpr& e)
+    Range DetailOf(const ReferenceExpr& e)
     {
         using Kind = ReferenceExpr::Kind;
         if (e.kind == Kind::Call)
             return Call(e);
-        Sure detail = e.variable ? DetailOf(*e.variable) : Sure::Uniform;
+        Range detail = e.variable ? DetailOf(*e.variable) : k_uniform;
         for (const ReferenceExpr& operand : e.operands)
-            detail = std::max(detail, DetailOf(operand));
+            detail = Combine(detail, DetailOf(operand));
         if (e.word == "setxcomp")
-            Changed(*e.operands[0].variable, Sure::Other);
+            Changed(*e.operands[0].variable, k_notUniform);
         return detail;
     }
 
     void If(const ReferenceStatement& s)
     {
-        const Sure outerGuard = m_guard;
-        m_guard = std::max(m_guard, DetailOf(s.value));
+        const Range outerGuard = m_guard;
+        m_guard = Combine(m_guard, DetailOf(s.value));
         const Details before = m_details;
         Body(s.body);
         const Details behind = m_details;
         // Whether the first branch counts in the second one is nobody's business.
         for (auto& [variable, detail] : m_details)
-            if (const auto old = before.find(variable); old != before.end() && old->second < detail)
-                detail = Sure::Unsure;
+            if (const auto old = before.find(variable); old != before.end())
+                detail.least = std::min(old->second.least, detail.least);
         Body(s.otherwise);
         Join(behind);
         m_guard = outerGuard;
@@ -137,9 +162,9 @@ private:
 
     void Loop(const ReferenceStatement& s)
     {
-        const Sure outerGuard = std::exchange(m_guard, Sure::Other);
+        const Range outerGuard = std::exchange(m_guard, k_notUniform);
         if (s.kind == ReferenceStatement::Kind::For)
-            Changed(*s.variable, Sure::Other);
+            Changed(*s.variable, k_notUniform);
         for (Details before; before != m_details;) {
             before = m_details;
             (void)DetailOf(s.value);
@@ -152,16 +177,16 @@ private:
     void Join(const Details& others)
     {
         for (const auto& [variable, detail] : others) {
-            Sure& here = m_details.emplace(variable, detail).first->second;
-            here = std::max(here, detail);
+            Range& here = m_details.emplace(variable, detail).first->second;
+            here = Combine(here, detail);
         }
     }
 
-    Sure Call(const ReferenceExpr& e)
+    Range Call(const ReferenceExpr& e)
     {
         const auto& formals = e.function->formals;
         // First all of them: one may call the same function.
-        std::vector<Sure> details;
+        std::vector<Range> details;
         for (const ReferenceExpr& argument : e.operands)
             details.push_back(DetailOf(argument));
         for (std::size_t i = 0; i < formals.size(); ++i) {
@@ -170,34 +195,31 @@ private:
             if (formal.detail == ReferenceDetail::Uniform)
                 WantUniform(details[i]);
             else if (formals[i].output && argument->detail == ReferenceDetail::Uniform)
-                WantUniform(Sure::Other);  // the other way round: it must not be
+                WantUniform(k_varying);  // the other way round: it must not be
             m_details[&formal] = details[i];
         }
-        const Sure outerGuard = std::exchange(m_guard, Sure::Uniform);
-        const Sure outerResult = std::exchange(m_result, Sure::Other);
+        const Range outerGuard = std::exchange(m_guard, k_uniform);
+        const Range outerResult = std::exchange(m_result, k_notUniform);
         const auto outerExterns = m_externs;
         m_externs.insert(e.function->externs.begin(), e.function->externs.end());
-        const bool wasDefining = std::exchange(m_defining, false);
         const bool wasInCall = std::exchange(m_inCall, true);
         Body(e.function->body);
         m_inCall = wasInCall;
-        m_defining = wasDefining;
         m_externs = outerExterns;
         m_guard = outerGuard;
-        const Sure result = std::exchange(m_result, outerResult);
+        const Range result = std::exchange(m_result, outerResult);
         for (std::size_t i = 0; i < formals.size(); ++i)
             if (formals[i].output)
-                Changed(*e.operands[i].variable,
-                        std::max(DetailOf(*formals[i].variable), Sure::Unsure));
+                Changed(*e.operands[i].variable, Combine(DetailOf(*formals[i].variable), k_unsure));
         return result;
     }
 
     std::set<const ReferenceVariable*> m_externs;  // as the function at hand declares them
     Details m_details;                             // of variables without a word
-    bool m_defining = false;
+    bool m_defining = false;                       // also in what is called there
     bool m_inCall = false;
-    Sure m_guard = Sure::Uniform;
-    Sure m_result = Sure::Other;  // of the function at hand
+    Range m_guard = k_uniform;
+    Range m_result = k_notUniform;  // of the function at hand
     ReferenceVerdict m_verdict = ReferenceVerdict::Accepted;
 };
 
