@@ -5,6 +5,7 @@
 set -euo pipefail
 bin=$(cd "$1" && pwd)
 headers=$(cd "$(dirname "$0")/../../runtime" && pwd)
+examples=$(cd "$(dirname "$0")/../../examples" && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS SLC_CC_INCLUDE NINJA
@@ -142,6 +143,10 @@ rm 'shade ops/twist.so'
 make_is 1 '-Ishade ops' twisted.sl untwisted.sl
 says 'Undefined function'
 [ ! -e "$output/twisted.sqx" ] || fail 'Without its library a shader kept its output'
+
+# Folders of the examples, with no more options than their page tells.
+make_is 0 "$examples/rows"
+make_is 0 --dso "$examples/dso"
 
 # What cannot be built.
 echo 'surface plain10() { Ci = 2; }' >double.sl
