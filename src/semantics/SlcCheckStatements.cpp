@@ -41,10 +41,9 @@ void SlcCheckSemantics::CheckExprType(SlcExprNode* expr)
 SlcTypeNode* SlcCheckSemantics::WantedTypeOf(SlcExprNode* expr)
 {
     const auto& types = SlcPossibleTypes::Of(expr)->GetTypes();
-    if (types.empty()) {
-        m_errors->Error(expr, "Invalid type for expression");
+    // Its operator tells what does not fit.
+    if (types.empty())
         return SlcTypeNode::AVoid();
-    }
     if (types.size() > 1)
         m_errors->Error(expr, "Ambiguous type for expression");
     return types.front();

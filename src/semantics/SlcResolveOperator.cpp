@@ -1,6 +1,8 @@
 // What each operator wants of its operands, once the type of its result is settled. Comparisons
 // want no type of their own, so they look for the one pair of types that can be compared: none, or
-// more than one, is a report. Here stand the warnings for what computes but means little, as P + P.
+// more than one, is a report. Where both operands are wrong, as in "a" + "b", the operator is, and
+// the report of the left one says so. Here stand the warnings for what computes but means little,
+// as P + P.
 //
 // Tested by tests/semantics/SlcResolveUniqueTypeTest.cpp.
 
@@ -120,13 +122,11 @@ void SlcResolveOperator::ResolveArithmetic(SlcBinOpExprNode* operation, SlcTypeN
         return;
     }
     const std::string sign(operation->ToString());
-    const bool leftFits = Fits(left, T::AFloat());
-    const bool rightFits = Fits(right, T::AFloat());
-    if (!leftFits)
+    if (!Fits(left, T::AFloat()))
         m_errors->Error(operation, "Invalid type for left expression of a " + sign);
-    if (!rightFits)
+    else if (!Fits(right, T::AFloat()))
         m_errors->Error(operation, "Invalid type for right expression of a " + sign);
-    if (leftFits && rightFits)
+    else
         m_errors->Error(operation, "Incompatible types for " + sign);
 }
 
@@ -164,11 +164,9 @@ void SlcResolveOperator::ResolveCrossProd(SlcBinOpExprNode* operation)
     SlcTypeNode* left = Find(operation->GetLeft(), T::APoint());
     SlcTypeNode* right = Find(operation->GetRight(), T::APoint());
     if (!left)
-        m_errors->Error(operation, "Invalid type for left expression of a cross product");
+        return m_errors->Error(operation, "Invalid type for left expression of a cross product");
     if (!right)
-        m_errors->Error(operation, "Invalid cross product");
-    if (!left || !right)
-        return;
+        return m_errors->Error(operation, "Invalid cross product");
     SetUnique(operation->GetLeft(), left);
     SetUnique(operation->GetRight(), right);
     if (AreBothTruePoints(left, right))
@@ -187,8 +185,8 @@ void SlcResolveOperator::ResolveDotProd(SlcBinOpExprNode* operation)
     const bool areColors = leftColor && rightColor;
     const bool arePoints = leftPoint && rightPoint;
     if (areColors && arePoints) {
+        // Either side, once it is settled, settles the other.
         m_errors->Error(operation, "Ambiguous type for left expression of dot product");
-        m_errors->Error(operation, "Ambiguous type for right expression of dot product");
     } else if (areColors || arePoints) {
         SetUnique(left, areColors ? T::AColor() : T::APoint());
         SetUnique(right, areColors ? T::AColor() : T::APoint());
@@ -196,15 +194,12 @@ void SlcResolveOperator::ResolveDotProd(SlcBinOpExprNode* operation)
             m_errors->Warning(operation,
                               "Try to perform a dot product of two points, misuse of this operator",
                               1);
+    } else if (!leftColor && !leftPoint) {
+        m_errors->Error(operation, "Invalid type for left expression of dot product");
+    } else if (!rightColor && !rightPoint) {
+        m_errors->Error(operation, "Invalid type for right expression of dot product");
     } else {
-        const bool leftFits = leftColor || leftPoint;
-        const bool rightFits = rightColor || rightPoint;
-        if (!leftFits)
-            m_errors->Error(operation, "Invalid type for left expression of dot product");
-        if (!rightFits)
-            m_errors->Error(operation, "Invalid type for right expression of dot product");
-        if (leftFits && rightFits)
-            m_errors->Error(operation, "Incompatible types for a dot product");
+        m_errors->Error(operation, "Incompatible types for a dot product");
     }
 }
 
@@ -240,7 +235,7 @@ void SlcResolveOperator::Resolve(SlcRelOpNode* ordering)
     };
     if (isWrong(ordering->GetLeft()))
         m_errors->Error(ordering, "Invalid type for left expression of '" + sign + "'.");
-    if (isWrong(ordering->GetRight()))
+    else if (isWrong(ordering->GetRight()))
         m_errors->Error(ordering, "Invalid type for right expression of '" + sign + "'.");
     SetUnique(ordering->GetLeft(), T::AFloat());
     SetUnique(ordering->GetRight(), T::AFloat());
@@ -262,20 +257,19 @@ void SlcResolveOperator::Resolve(SlcEqOpNode* equality)
         SetUnique(right, pairs.front().right);
         return;
     }
-    const std::string sign(equality->ToString());
-    m_errors->Error(equality, "Ambiguous type for left expression of " + sign);
-    m_errors->Error(equality, "Ambiguous type for right expression of " + sign);
+    const bool isLeft = pairs.front().left != pairs.back().left;
+    m_errors->Error(equality, (isLeft ? "Ambiguous type for left expression of "
+                                      : "Ambiguous type for right expression of ") +
+                                  std::string(equality->ToString()));
 }
 
 void SlcResolveOperator::ReportIncomparable(SlcEqOpNode* equality)
 {
     const std::string sign(equality->ToString());
-    const bool leftFits = IsComparable(equality->GetLeft());
-    const bool rightFits = IsComparable(equality->GetRight());
-    if (!leftFits)
+    if (!IsComparable(equality->GetLeft()))
         m_errors->Error(equality, "Invalid type for left expression of " + sign);
-    if (!rightFits)
+    else if (!IsComparable(equality->GetRight()))
         m_errors->Error(equality, "Invalid type for right expression of " + sign);
-    if (leftFits && rightFits)
+    else
         m_errors->Error(equality, "Incompatible types for " + sign);
 }

@@ -161,11 +161,12 @@ int SlcResolveTexture::ResolveFloats(SlcTextureExprNode* texture)
         return -1;
     }
     const int taken = given >= 8 ? 8 : given >= 2 ? 2 : 0;
-    for (int i = 0; i < taken; ++i) {
-        if (LacksType(m_args[i], T::AFloat()))
-            m_errors->Error(m_args[i], TextsOf(*m_kind).coordinate);
+    const auto lacks = [](const SlcExprNode* argument) { return LacksType(argument, T::AFloat()); };
+    const auto faulty = std::find_if(m_args.begin(), m_args.begin() + taken, lacks);
+    if (faulty != m_args.begin() + taken)
+        m_errors->Error(*faulty, TextsOf(*m_kind).coordinate);
+    for (int i = 0; i < taken; ++i)
         SetUnique(m_args[i], T::AFloat());
-    }
     return taken;
 }
 

@@ -70,6 +70,26 @@ TEST(OneReport, StaysQuietBehindAnOperatorWithoutAType)
         "1: ERROR: Incompatible types for +");
 }
 
+TEST(OneReport, AccusesTheLeftOperandWhereBothAreWrong)
+{
+    static const Case cases[] = {
+        {"s1 = s1 + s2;", "ERROR: Invalid type for left expression of a +"},
+        {"f1 = 2 * (fa - fa);", "ERROR: Invalid type for left expression of a -"},
+        {"v1 = c1 ^ c2;", "ERROR: Invalid type for left expression of a cross product"},
+        {"f1 = 1 . 2;", "ERROR: Invalid type for left expression of dot product"},
+        {"f1 = (1, 2, 3) . (4, 5, 6) + 1;",
+         "ERROR: Ambiguous type for left expression of dot product"},
+        {"if (s1 < s2) f1 = 1;", "ERROR: Invalid type for left expression of '<'."},
+        {"if (fa != fa) f1 = 1;", "ERROR: Invalid type for left expression of !="},
+        {"if ((1, 2, 3) == (1, 2, 3)) f1 = 1;", "ERROR: Ambiguous type for left expression of =="},
+        {"for (s1 + s2; f1 < 1; f1 += 1) c1 = 1;",
+         "ERROR: Invalid type for left expression of a +"},
+        {"c1 = texture(\"a\", p1, p2);", "ERROR: Texture coordinate must be a float"},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(TypedStatement(c.source).Reports(), c.reports) << c.source;
+}
+
 TEST(OneReport, AccusesOnlyArgumentsThatPromotionDoesNotFit)
 {
     static const Case cases[] = {

@@ -81,7 +81,7 @@ TEST(SlcCheckLightStatements, ReportFaultyArgumentsOnce)
     EXPECT_EQ(CheckedShader("surface a() { illuminance(nowhere) {} }").Reports(),
               "1: ERROR: Undefined variable: nowhere");
     EXPECT_EQ(CheckedShader("surface a() { matrix m; illuminance(m + m) {} }").Reports(),
-              "1: ERROR: Invalid type for expression\n1: ERROR: Incompatible types for +");
+              "1: ERROR: Incompatible types for +");
 }
 
 TEST(SlcCheckLightStatements, ShowTheLightOnlyInside)

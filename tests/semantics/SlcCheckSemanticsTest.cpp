@@ -295,7 +295,7 @@ TEST(SlcCheckSemantics, ChecksExpressionStatements)
         {"surface a() { float i; for ((1, 2, 3); i < 2; i += 1) Ci = 1; }",
          "1: ERROR: Ambiguous type for expression"},
         {"surface a() { matrix m; float i; for (i = 0; i < 2; m + m) Ci = 1; }",
-         "1: ERROR: Invalid type for expression\n1: ERROR: Incompatible types for +"},
+         "1: ERROR: Incompatible types for +"},
     };
     ExpectReports(cases);
 }

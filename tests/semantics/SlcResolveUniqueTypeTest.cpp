@@ -151,11 +151,9 @@ TEST(SlcResolveUniqueType, ReportsOperators)
         {"v1 = v2 ^ c1;", "ERROR: Invalid cross product"},
         {"f1 = p1 . p2;",
          "WARNING: Try to perform a dot product of two points, misuse of this operator"},
-        {"f1 = (1, 2, 3) . (1, 2, 3);",
-         "ERROR: Ambiguous type for left expression of dot product; "
-         "ERROR: Ambiguous type for right expression of dot product"},
-        {"f1 = 1 . 2;", "ERROR: Invalid type for left expression of dot product; "
-                        "ERROR: Invalid type for right expression of dot product"},
+        {"f1 = (1, 2, 3) . (1, 2, 3);", "ERROR: Ambiguous type for left expression of dot product"},
+        {"f1 = f1 . v2;", "ERROR: Invalid type for left expression of dot product"},
+        {"f1 = c1 . 2;", "ERROR: Invalid type for right expression of dot product"},
         {"f1 = c1 . v1;", "ERROR: Incompatible types for a dot product"},
         {"m1 = -m2;", "ERROR: Invalid type for the expression of a unary minus"},
         {"c1 = f1 < 1 ? c2 : s1;",
@@ -164,9 +162,10 @@ TEST(SlcResolveUniqueType, ReportsOperators)
         {"if (1 >= s1) f1 = 1;", "ERROR: Invalid type for right expression of '>='."},
         {"if (f1 == 1 && s1 != s2 || c1 == 1 && !(0 == p1) || m1 == m2) f1 = 1;", ""},
         {"if (c1 == (1, 2, 3) && noise(p1) > 1) f1 = 1;", ""},
-        {"if ((1, 2, 3) == 1) f1 = 1;", "ERROR: Ambiguous type for left expression of ==; "
-                                        "ERROR: Ambiguous type for right expression of =="},
+        {"if ((1, 2, 3) == 1) f1 = 1;", "ERROR: Ambiguous type for left expression of =="},
+        {"if (1 != (1, 2, 3)) f1 = 1;", "ERROR: Ambiguous type for right expression of !="},
         {"if (fa == 1) f1 = 1;", "ERROR: Invalid type for left expression of =="},
+        {"if (1 == fa) f1 = 1;", "ERROR: Invalid type for right expression of =="},
         {"if (s1 != 1) f1 = 1;", "ERROR: Incompatible types for !="},
         {"if (c1 == p1) f1 = 1;", "ERROR: Incompatible types for =="},
     };
