@@ -226,3 +226,14 @@ inline float QxSendMessage(QxShaderSupport* support, QxMessage message, const ch
                                    handled.Data()};
     return support->Message(message, texture, name, target) ? 1.0f : 0.0f;
 }
+
+/// Takes an answer that concerns the points of a condition, if there are any.
+template <class Where>
+inline void QxTakeAnswer(float& result, float answer, unsigned int points, const Where& where)
+{
+    for (unsigned int i = 0; i < points; ++i)
+        if (where(i)) {
+            result = answer;
+            return;
+        }
+}
