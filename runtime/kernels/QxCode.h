@@ -27,6 +27,7 @@ enum class QxCodeStep : std::uint8_t {
 struct QxCode {
     QxKernel all = nullptr;
     QxKernel masked = nullptr;
+    QxPointKernel point = nullptr;        // null: `all` serves a grid of one point too
     const QxOperand* operands = nullptr;  // without counts and the condition
     std::uint32_t count = 0;              // of them
     std::uint32_t target = 0;             // index of an instruction

@@ -88,11 +88,16 @@ struct QxMachineState {
 /// Runs an instruction for points of a grid.
 using QxKernel = void (*)(QxMachineState& state, const QxCode& code, const QxPoints& points);
 
+/// Runs an instruction for a grid of one point, whose values, uniform or varying, are the first of
+/// their arrays. Gives the same bits as the other kernels.
+using QxPointKernel = void (*)(QxMachineState& state, const QxOperand* operands);
+
 /// How to run a primitive.
 struct QxKernelRow {
     std::string_view primitive;
-    QxKernel all = nullptr;     // every operand uniform or varying
-    QxKernel masked = nullptr;  // the same where the mask is set
+    QxKernel all = nullptr;         // every operand uniform or varying
+    QxKernel masked = nullptr;      // the same where the mask is set
+    QxPointKernel point = nullptr;  // null: `all` serves one point too
     /// Of a cheap function with a varying result: for each choice of varying arguments, of which
     /// the first has bit 0, the kernels for all points and for a mask in turn. Such a function may
     /// be computed where nobody asked for it.

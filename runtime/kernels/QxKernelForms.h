@@ -125,6 +125,19 @@ void Any(QxMachineState& state, const QxCode& code, const QxPoints& points)
     RunAny<Function, where, Types...>(state, code, points, std::index_sequence_for<Types...>());
 }
 
+/// The one point of a grid: without a loop, and without the steps from point to point.
+template <class Function, class... Types, std::size_t... k>
+inline void RunOne(QxMachineState& state, const QxOperand* operands, std::index_sequence<k...>)
+{
+    Applied<Function>::To(state, 0, Fetch<Types>(state.values[operands[k].variable], 0)...);
+}
+
+template <class Function, class... Types>
+void One(QxMachineState& state, const QxOperand* operands)
+{
+    RunOne<Function, Types...>(state, operands, std::index_sequence_for<Types...>());
+}
+
 /// A row for a function of operands of these types; a reference is written.
 template <class... Types, class Function>
 constexpr QxKernelRow Each(std::string_view primitive, Function)
@@ -133,6 +146,7 @@ constexpr QxKernelRow Each(std::string_view primitive, Function)
     row.primitive = primitive;
     row.all = Any<Function, Where::All, Types...>;
     row.masked = Any<Function, Where::Masked, Types...>;
+    row.point = One<Function, Types...>;
     row.operands = k_stored<Types...>;
     row.operandCount = sizeof...(Types);
     row.perPoint = k_ofOperandsAlone<Function>;
@@ -240,6 +254,22 @@ struct Shaped {
     }
 };
 
+/// A result that stands in an argument's place is written when the argument was read.
+template <class Function, class Result, class... Types, std::size_t... k>
+inline void RunOneCheap(QxMachineState& state, const QxOperand* operands, std::index_sequence<k...>)
+{
+    Result& result = *static_cast<Result*>(state.values[operands[0].variable]);
+    Result value = result;
+    Function()(value, *static_cast<const Types*>(state.values[operands[k + 1].variable])...);
+    result = value;
+}
+
+template <class Function, class Result, class... Types>
+void OneCheap(QxMachineState& state, const QxOperand* operands)
+{
+    RunOneCheap<Function, Result, Types...>(state, operands, std::index_sequence_for<Types...>());
+}
+
 template <class Shapes, class Function, class Result, class... Types>
 struct AllShapes;
 
@@ -255,6 +285,7 @@ constexpr QxKernelRow Cheap(std::string_view primitive, Function function)
 {
     QxKernelRow row = Each<Result&, Types...>(primitive, function);
     using Shapes = std::make_index_sequence<(std::size_t{2} << sizeof...(Types))>;
+    row.point = OneCheap<Function, Result, Types...>;
     row.shaped = AllShapes<Shapes, Function, Result, Types...>::kernels;
     return row;
 }

@@ -152,12 +152,26 @@ constexpr QxKernelRow AmbientRow()
     return row;
 }
 
+/// One point takes the run time's own call: blocks do not pay for it.
+template <class Answer, class Call, class... Types>
+constexpr QxKernelRow LitRow(std::string_view primitive)
+{
+    QxKernelRow row = Each<Color&, Types...>(
+        primitive,
+        AtPoint([](QxMachineState& state, unsigned int point, Color& r, const Types&... arguments) {
+            r = Call(state.Lights())(point, arguments...);
+        }));
+    row.all = row.masked = Lit<Answer>;
+    row.perPoint = true;
+    return row;
+}
+
 constexpr QxKernelRow k_rows[] = {
     AmbientRow(),
-    RowPerPoint<Color, Vector>("CALL_PRIM_DIFFUSE", Lit<Diffuse>),
-    RowPerPoint<Color, Vector, Vector, float>("CALL_PRIM_SPECULAR", Lit<Specular>),
-    RowPerPoint<Color, Vector, Vector, float>("CALL_PRIM_SPECULARSTD", Lit<Specular>),
-    RowPerPoint<Color, Vector, Vector, float>("CALL_PRIM_PHONG", Lit<Phong>),
+    LitRow<Diffuse, QxDiffuseCall, Vector>("CALL_PRIM_DIFFUSE"),
+    LitRow<Specular, QxSpecularCall, Vector, Vector, float>("CALL_PRIM_SPECULAR"),
+    LitRow<Specular, QxSpecularCall, Vector, Vector, float>("CALL_PRIM_SPECULARSTD"),
+    LitRow<Phong, QxPhongCall, Vector, Vector, float>("CALL_PRIM_PHONG"),
 };
 
 }  // namespace

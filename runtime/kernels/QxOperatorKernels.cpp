@@ -41,13 +41,13 @@ QX_KERNEL_CODE void IsTrueSomewhere(QxMachineState& state, const QxCode& code,
     *static_cast<Flag*>(state.values[code.operands[0].variable]) = any != 0;
 }
 
-constexpr QxKernelRow Whole(std::string_view primitive, QxKernel kernel)
+constexpr QxKernelRow SomewhereRow(std::string_view primitive)
 {
-    QxKernelRow row;
-    row.primitive = primitive;
-    row.all = kernel;
-    row.operands = k_stored<Flag, Flag>;
-    row.operandCount = 2;
+    QxKernelRow row = Cheap<Flag, Flag>(primitive, [](Flag& r, Flag a) { r = a; });
+    row.all = IsTrueSomewhere;
+    row.masked = nullptr;
+    row.shaped = nullptr;
+    row.perPoint = false;
     return row;
 }
 
@@ -167,7 +167,7 @@ constexpr QxKernelRow k_rows[] = {
          float, float, float, float, float>(
         "INIT_MATRIX", [](Matrix& r, auto... values) { INIT_MATRIX(r, values...); }),
 
-    Whole("SET_UNIFORM_BOOL_FLAG", IsTrueSomewhere),
+    SomewhereRow("SET_UNIFORM_BOOL_FLAG"),
     Cheap<Flag>("SET_BOOL", [](Flag& r) { r = false; }),
     Cheap<Flag, Flag>("INVERT_BOOL_FLAG", [](Flag& r, Flag a) { r = Not(a); }),
     Cheap<Flag, Flag, Flag>("INVERT_INNER_BOOL_FLAG", [](Flag& r, Flag a, Flag outer) { r = Both(outer, Not(a)); }),

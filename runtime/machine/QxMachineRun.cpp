@@ -137,8 +137,9 @@ void QxMachineRun::Evaluate(const QxGrid& grid, const QxShadingContext& context,
             throw QxHostError(std::string("Parameter '") + variable.Name() + "' has values for " +
                               std::to_string(variable.Points()) + " points, but the grid has " +
                               std::to_string(m_state.grid.Size()));
-    for (std::vector<QxStopAndBool>& mask : m_masks)
-        mask.resize(m_state.grid.Size());
+    if (m_state.grid.Size() > 1)
+        for (std::vector<QxStopAndBool>& mask : m_masks)
+            mask.resize(m_state.grid.Size());
     m_store.Bind(hidden, *context.Eye());
     m_state.P = static_cast<QxVector3*>(hidden.P ? hidden.P : m_store.Zeros());
     m_state.lights = lights.data();
@@ -151,6 +152,8 @@ void QxMachineRun::Evaluate(const QxGrid& grid, const QxShadingContext& context,
 void QxMachineRun::RunBlock(const QxProgramBlock& block)
 {
     m_store.Clear(block.clears);
+    if (m_state.grid.Size() == 1)
+        return RunBlockAtPoint(block);
     const QxCode* const codes = block.codes.data();
     const QxPoints one = {0, 1, nullptr};
     const QxPoints all = {0, m_state.grid.Size(), nullptr};
@@ -195,11 +198,6 @@ void QxMachineRun::RunBlock(const QxProgramBlock& block)
             return;
         }
     }
-}
-
-bool QxMachineRun::IsTrue(const QxCode& code) const
-{
-    return static_cast<bool>(*static_cast<QxStopAndBool*>(m_state.values[code.flag.variable]));
 }
 
 void QxMachineRun::CountSteps(std::size_t steps)

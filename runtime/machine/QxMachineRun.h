@@ -40,6 +40,7 @@ private:
     void Start(const QxGrid& grid, const QxShadingContext& context, std::vector<QxVar>& variables);
     void InitializeAtPoints(std::vector<QxVar>& variables);
     void RunBlock(const QxProgramBlock& block);
+    void RunBlockAtPoint(const QxProgramBlock& block);
     void RunParallel(const QxCode* codes, const QxCode* begin);
     void RunStrip(const QxCode* codes, const QxCode* begin, unsigned int first, unsigned int count);
     [[nodiscard]] const QxCode* Jump(const QxCode* codes, const QxCode* code);
@@ -51,7 +52,10 @@ private:
     void CountSteps(std::size_t steps);
     void CountWork(std::size_t work);
     void TellNotes();
-    [[nodiscard]] bool IsTrue(const QxCode& code) const;
+    [[nodiscard]] bool IsTrue(const QxCode& code) const
+    {
+        return static_cast<bool>(*static_cast<QxStopAndBool*>(m_state.values[code.flag.variable]));
+    }
 
     const QxMachineProgram& m_program;
     const QxMachineCode& m_code;

@@ -11,6 +11,7 @@
 #include "machine/QxMachineStore.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -47,6 +48,19 @@ std::size_t ElementBytes(QxStored stored)
     return 0;
 }
 
+/// Stands for the eye, which is no member.
+constexpr std::uint32_t k_eye = sizeof(QxHiddenVariables);
+#define QX_MEMBER(NAME) offsetof(QxHiddenVariables, NAME)
+/// Of the members, by row of the table of predefined variables.
+constexpr std::uint32_t k_offsets[] = {
+    QX_MEMBER(Cs), QX_MEMBER(Os), QX_MEMBER(P),  QX_MEMBER(dPdu),   QX_MEMBER(dPdv),
+    QX_MEMBER(N),  QX_MEMBER(Ng), QX_MEMBER(u),  QX_MEMBER(v),      QX_MEMBER(du),
+    QX_MEMBER(dv), QX_MEMBER(s),  QX_MEMBER(t),  QX_MEMBER(L),      QX_MEMBER(Cl),
+    QX_MEMBER(Ol), k_eye,         QX_MEMBER(I),  QX_MEMBER(ncomps), QX_MEMBER(time),
+    QX_MEMBER(Ci), QX_MEMBER(Oi), QX_MEMBER(Ps), QX_MEMBER(alpha)};
+#undef QX_MEMBER
+static_assert(std::size(k_offsets) == std::size(k_sqxPredefined));
+
 bool IsOwn(Kind kind)
 {
     return kind == Kind::Local || kind == Kind::Borrowed || kind == Kind::Reference ||
@@ -73,8 +87,10 @@ QxMachineStore::QxMachineStore(const QxMachineCode& code)
             m_arrays.push_back(i);
         if (storage.kind == Kind::Parameter)
             m_parameters.push_back(i);
-        if (storage.kind == Kind::Predefined || storage.kind == Kind::Ng)
-            m_predefined.push_back(i);
+        if (storage.kind == Kind::Predefined)
+            m_predefined.push_back({i, k_offsets[storage.number]});
+        if (storage.kind == Kind::Ng)
+            m_predefined.push_back({i, offsetof(QxHiddenVariables, Ng)});
         if (storage.kind != Kind::Constant)
             continue;
         const QxConstant& constant = code.constants[storage.number];
@@ -188,14 +204,10 @@ void* QxMachineStore::Zeros()
 void QxMachineStore::Bind(const QxHiddenVariables& h, const QxVector3& eye)
 {
     m_eye = eye;
-    // By row of the table of predefined variables.
-    void* const members[] = {h.Cs,   h.Os, h.P,      h.dPdu, h.dPdv, h.N,  h.Ng, h.u,
-                             h.v,    h.du, h.dv,     h.s,    h.t,    h.L,  h.Cl, h.Ol,
-                             &m_eye, h.I,  h.ncomps, h.time, h.Ci,   h.Oi, h.Ps, h.alpha};
-    static_assert(std::size(members) == std::size(k_sqxPredefined));
-    for (const std::uint32_t i : m_predefined) {
-        const QxStorage& storage = m_code.variables[i];
-        void* const member = storage.kind == Kind::Ng ? h.Ng : members[storage.number];
-        m_values[i] = m_homes[i] = member ? member : Zeros();
+    for (const auto& [variable, offset] : m_predefined) {
+        void* member = &m_eye;
+        if (offset != k_eye)
+            std::memcpy(&member, reinterpret_cast<const char*>(&h) + offset, sizeof(member));
+        m_values[variable] = m_homes[variable] = member ? member : Zeros();
     }
 }

@@ -43,6 +43,11 @@ private:
     struct Memory {
         void operator()(void* block) const;
     };
+    /// A predefined variable, and where in `QxHiddenVariables` the host tells its address.
+    struct Binding {
+        std::uint32_t variable;
+        std::uint32_t offset;
+    };
 
     const QxMachineCode& m_code;
     std::size_t m_points = 0;
@@ -53,7 +58,7 @@ private:
     std::vector<std::uint32_t> m_references;                     // and aliases, and what else moves
     std::vector<std::uint32_t> m_arrays;                         // locals
     std::vector<std::uint32_t> m_parameters;
-    std::vector<std::uint32_t> m_predefined;  // and normals
+    std::vector<Binding> m_predefined;
     std::vector<QxVector3> m_zeros;
     QxVector3 m_eye = {0, 0, 0};
 };

@@ -84,6 +84,9 @@ void QxTranslator::Translate(const SqxBlock& block, QxProgramBlock& target)
     for (const QxDraft& draft : m_block.drafts) {
         QxCode& code = target.codes.emplace_back(draft.code);
         code.operands = target.operands.data() + draft.first;
+        // For the points of a flag there are other ways.
+        if (draft.row && code.step != QxCodeStep::GridIf)
+            code.point = draft.row->point;
         if (code.step == QxCodeStep::IfTrue || code.step == QxCodeStep::IfFalse) {
             code.number = static_cast<std::int32_t>(code.target - (target.codes.size() - 1));
             m_target.depth = std::max(m_target.depth, ++depth);
