@@ -60,7 +60,7 @@ public:
             const Range detail = Combine(IndexDetail(s.target), DetailOf(s.value));
             if (s.target.variable->detail == ReferenceDetail::Uniform)
                 WantUniform(detail);
-            Changed(*s.target.variable, Combine(k_untold, Combine(detail, m_guard)));
+            Assigned(*s.target.variable, Combine(detail, m_guard));
             break;
         }
         case Kind::Evaluate:
@@ -113,6 +113,14 @@ private:
     void Changed(const ReferenceVariable& variable, const Range& detail)
     {
         m_details[&variable] = detail;
+    }
+
+    /// Under a condition it keeps some of what it had.
+    void Assigned(const ReferenceVariable& variable, const Range& detail)
+    {
+        Range changed = Combine(k_untold, detail);
+        changed.most = std::max(changed.most, DetailOf(variable).most);
+        Changed(variable, changed);
     }
 
     Range DetailOf(const ReferenceVariable& variable)
