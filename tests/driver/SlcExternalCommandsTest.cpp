@@ -58,6 +58,28 @@ TEST_F(SlcExternalCommandsTest, DefaultPreprocessorWarnsOfSwallowedCodeAlone)
               std::string::npos);
 }
 
+TEST_F(SlcExternalCommandsTest, DefaultPreprocessorTellsEachIncluderOnce)
+{
+    m_line.m_preprocessCommand = DefaultPreprocessCommand();
+    TemporaryFolder::Write("a.sl", "#include \"open.h\"\n\n#include \"b.h\"\n");
+    TemporaryFolder::Write("open.h", "#include \"comment.h\"\n");
+    TemporaryFolder::Write("comment.h", "/* open\n/* closed */\n");
+    TemporaryFolder::Write("b.h", "#include \"c.h\"\n");
+    TemporaryFolder::Write("c.h", "\n#include \"b.h\"\n");
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(PreprocessSource(m_line));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "In file included from open.h:1,\n"
+              "                 from a.sl:1:\n"
+              "comment.h:2:1: warning: \"/*\" within comment [-Wcomment]\n"
+              "In file included from c.h:2,\n"
+              "                 from b.h:1,\n"
+              "                 from a.sl:3:\n"
+              "b.h:1:15: error: #include nested depth 200 exceeds maximum of 200 "
+              "(do files include each other?)\n"
+              "shaderqx: ERROR: Problem during preprocessing.  Stopping.\n");
+}
+
 TEST_F(SlcExternalCommandsTest, FailedPreprocessCommandLeavesItsFile)
 {
     for (const char* command : {"echo half > $cpp_result; exit 3",

@@ -26,7 +26,6 @@ constexpr const char* k_link = "source.sl";
 constexpr const char* k_preprocessed = "source.i";
 constexpr const char* k_messages = "messages";
 constexpr const char* k_libraries = "libraries";
-constexpr const char* k_includer = "                 from ";  // a line of the preprocessor
 
 /// The file that a line marker names, as in `# 1 "a\"b.h" 2`; empty if the line is none.
 [[nodiscard]] std::string FileOfMarker(std::string_view line)
@@ -171,20 +170,13 @@ std::set<std::string> SqxSourceCompile::FilesRead() const
     return files;
 }
 
-/// The closing line of a refusal names the input, which is our link. A file that includes itself
-/// is told in hundreds of lines, of which the first of each kind say it all.
+/// The closing line of a refusal names the input, which is our link.
 std::string SqxSourceCompile::Messages() const
 {
     const std::string head = "Compilation of ";
     std::ifstream file(m_work / k_messages);
     std::string messages;
-    std::set<std::string> includers;  // in the lines that lead to one place
     for (std::string line; std::getline(file, line);) {
-        const bool isIncluder = line.starts_with(k_includer);
-        if (!isIncluder)
-            includers.clear();
-        else if (!includers.insert(line).second)
-            continue;
         const std::size_t tail = line.find(" aborted due to errors: ");
         const bool isClosing = line.starts_with(head) && tail != std::string::npos;
         messages += (isClosing ? head + m_source.string() + line.substr(tail) : line) + '\n';
