@@ -149,6 +149,7 @@ constexpr QxKernelRow AmbientRow()
                                        r = QxAmbientCall(state.Lights())(point);
                                    }));
     row.all = AmbientOverGrid;
+    row.point = nullptr;  // one point is a whole grid, too
     return row;
 }
 

@@ -21,6 +21,12 @@ inline bool IsAccepted(const std::string& source)
     return CheckedShader(source, options).IsAccepted();
 }
 
+/// On a grid of one point, where a condition holds everywhere or nowhere.
+inline RunOutcome RunAtOnePoint(const std::string& byteCode, const RunOutcome& model)
+{
+    return RunMachine(byteCode, QxKernelChoice::Best, model, {1, 1});
+}
+
 /// Where the machine of the product gives other values than that of the tests, with either set of
 /// kernels, or other bits with one than with the other; empty if nowhere.
 inline std::string MachineDifference(const std::string& byteCode, const RunOutcome& expected)

@@ -21,12 +21,15 @@ std::string Disagreement(const RandomProgram& program)
     const RunOutcome plain = RunByteCode(plainCode);
     if (!plain.fault.empty())
         return "-O0 ends with '" + plain.fault + "'";
+    const RunOutcome point = RunAtOnePoint(plainCode, plain);
     for (int level = 0; level <= 3; ++level) {
         const std::string code = level == 0 ? plainCode : ByteCodeOf(source, level);
         const RunOutcome outcome = level == 0 ? plain : RunByteCode(code);
         std::string difference = Difference(plain, outcome);
         if (difference.empty())
             difference = MachineDifference(code, outcome);
+        if (difference.empty())
+            difference = Difference(point, RunAtOnePoint(code, outcome));
         if (!difference.empty())
             return "-O0 and -O" + std::to_string(level) + ": " + difference;
     }

@@ -19,13 +19,13 @@ struct Fault {
     std::string text = {};
 };
 
-/// What the shader leaves behind at all points of the machine's grid of 3 by 2.
-RunOutcome Expected(const ReferenceProgram& program)
+/// What the shader leaves behind at so many points of the machine's grid of 3 by 2.
+RunOutcome Expected(const ReferenceProgram& program, int points)
 {
     RunOutcome outcome;
     for (const ReferenceVariable* output : program.outputs)
         outcome.outputs.push_back({output->name, {}});
-    for (int point = 0; point < 6; ++point) {
+    for (int point = 0; point < points; ++point) {
         const int row = point / 3;
         const auto numbers =
             EvaluateAtPoint(program, 0.5F * static_cast<float>(point % 3), static_cast<float>(row));
@@ -53,18 +53,23 @@ void Align(RunOutcome& outcome, const RunOutcome& wanted)
 
 Fault FindValueFault(const std::string& source, const ReferenceProgram& program)
 {
-    RunOutcome expected = Expected(program);
+    RunOutcome expected = Expected(program, 6);
+    RunOutcome first = Expected(program, 1);
     for (int level = 0; level <= 3; ++level) {
         const std::string byteCode = ByteCodeOf(source, level);
         if (byteCode.empty())
             continue;  // too large for byte-code
         RunOutcome outcome = RunByteCode(byteCode);
         Align(outcome, expected);
-        if (outcome.fault.empty())
+        if (outcome.fault.empty()) {
             Align(expected, outcome);
+            Align(first, outcome);
+        }
         std::string difference = Difference(outcome, expected);
         if (difference.empty())
             difference = MachineDifference(byteCode, outcome);
+        if (difference.empty() && outcome.fault.empty())
+            difference = Difference(RunAtOnePoint(byteCode, outcome), first);
         if (!difference.empty())
             return {Fault::Values, "-O" + std::to_string(level) + ": " + difference};
     }
