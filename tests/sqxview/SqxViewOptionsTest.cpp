@@ -8,15 +8,11 @@
 
 namespace {
 
-SqxViewOptions Read(const std::vector<const char*>& words)
-{
-    return SqxReadViewOptions(words);
-}
-
 TEST(SqxViewOptions, TakesItsOwnAndThoseOfThePicture)
 {
-    const SqxViewOptions options = Read({"--port", "8080", "-w2", "--time-limit=3", "--open",
-                                         "--square", "a.sl", "--param", "k=--open", "b.sl"});
+    const SqxViewOptions options =
+        SqxReadViewOptions({"--port", "8080", "-w2", "--time-limit=3", "--open", "--square", "a.sl",
+                            "--param", "k=--open", "--texture", "--port=1", "--", "-b.sl"});
     EXPECT_EQ(options.port, 8080);
     EXPECT_EQ(options.warnings, "-w2");
     EXPECT_EQ(options.timeLimit, std::chrono::seconds(3));
@@ -24,28 +20,30 @@ TEST(SqxViewOptions, TakesItsOwnAndThoseOfThePicture)
     EXPECT_EQ(options.shade.picture.shape, SqxShapeKind::Square);
     ASSERT_EQ(options.shade.shaders.size(), 2U);
     EXPECT_EQ(options.shade.shaders[0].parameters[0].second, "--open");
+    EXPECT_EQ(options.shade.shaders[1].path, "./-b.sl") << "no option to whom it is told";
+    EXPECT_EQ(options.shade.textures[0].first, "--port") << "the value of another option";
 }
 
 TEST(SqxViewOptions, RefusesWhatMakesNoSense)
 {
     struct {
-        std::vector<const char*> words;
+        std::vector<std::string> words;
         const char* fault;
     } static const cases[] = {
-        {{}, "No shader is given; --help tells more"},
+        {{}, "No shader is given"},
         {{"a.sqx"}, "'a.sqx' is no source: its name must end in .sl"},
         {{"--port", "0", "a.sl"}, "The port must be from 1 to 65535, but is '0'"},
         {{"a.sl", "--port"}, "Option '--port' needs a number behind it"},
         {{"--time-limit", "9999", "a.sl"}, "The time limit must be from 1 to 3600, but is '9999'"},
         {{"-o", "b.png", "a.sl"}, "Unknown option '-o'"},
         {{"--dso", "a.sl"}, "Unknown option '--dso'"},
-        {{"--nothing", "a.sl"}, "Unknown option '--nothing'; --help tells more"},
+        {{"--nothing", "a.sl"}, "Unknown option '--nothing'"},
     };
     for (const auto& one : cases)
         try {
-            (void)Read(one.words);
+            (void)SqxReadViewOptions(one.words);
             ADD_FAILURE() << "Taken, but wanted: " << one.fault;
-        } catch (const SqxViewUsageError& error) {
+        } catch (const SqxUsageError& error) {
             EXPECT_STREQ(error.what(), one.fault);
         }
 }

@@ -19,9 +19,8 @@ protected:
     /// Small pictures, so that most time goes into what is tested.
     void View(const std::vector<std::string>& words)
     {
-        std::vector<const char*> arguments = {"--size", "16x16", "--samples", "1"};
-        for (const std::string& word : words)
-            arguments.push_back(word.c_str());
+        std::vector<std::string> arguments = {"--size", "16x16", "--samples", "1"};
+        arguments.insert(arguments.end(), words.begin(), words.end());
         m_session.emplace(SqxReadViewOptions(arguments));
     }
 

@@ -44,47 +44,22 @@ constexpr SqxEntry k_examples[] = {
 };
 // clang-format on
 
-/// Walks over the words and takes the value of an option from its own word or the next one.
-class Words {
-public:
-    explicit Words(std::span<const char* const> words) : m_rest(words) {}
-    [[nodiscard]] bool Empty() const { return m_rest.empty(); }
-    [[nodiscard]] std::string_view Take()
-    {
-        const std::string_view word = m_rest.front();
-        m_rest = m_rest.subspan(1);
-        return word;
-    }
-    [[nodiscard]] std::string TakeValue(std::string_view option, const char* what)
-    {
-        if (Empty() || *m_rest.front() == '\0')
-            throw SqxDumpUsageError("Option '" + std::string(option) + "' needs " + what +
-                                    " behind it");
-        return std::string(Take());
-    }
-
-private:
-    std::span<const char* const> m_rest;
-};
-
-void ReadOption(std::string_view word, Words& rest, SqxDumpOptions& options)
+void ReadOption(SqxOptionWords& words, SqxDumpOptions& options)
 {
-    if (word == "-h" || word == "--help")
+    if (words.Is("-h, --help"))
         options.help = true;
-    else if (word == "--params")
+    else if (words.Is("--params"))
         options.form = SqxDumpOptions::Form::Table;
-    else if (word == "--json")
+    else if (words.Is("--json"))
         options.form = SqxDumpOptions::Form::Json;
-    else if (word == "--param")
-        options.parameters.push_back(rest.TakeValue(word, "the name of a parameter"));
-    else if (word == "--section")
-        options.section = rest.TakeValue(word, "the name of a section");
-    else if (word == "-I")
-        options.shadeopFolders.push_back(rest.TakeValue(word, "a folder"));
-    else if (word.starts_with("-I"))
-        options.shadeopFolders.emplace_back(word.substr(2));
+    else if (const auto parameter = words.Value("--param", "the name of a parameter"))
+        options.parameters.push_back(*parameter);
+    else if (const auto section = words.Value("--section", "the name of a section"))
+        options.section = *section;
+    else if (const auto folder = words.Value("-I", "a folder"))
+        options.shadeopFolders.push_back(*folder);
     else
-        throw SqxDumpUsageError("Unknown option '" + std::string(word) + "'");
+        words.RefuseWord();
 }
 
 void Complete(SqxDumpOptions& options)
@@ -93,11 +68,11 @@ void Complete(SqxDumpOptions& options)
         return;
     using Form = SqxDumpOptions::Form;
     if (options.files.empty())
-        throw SqxDumpUsageError("No file is given");
+        throw SqxUsageError("No file is given");
     if (!options.parameters.empty() && options.form == Form::Code)
         options.form = Form::Table;
     if (!options.section.empty() && options.form != Form::Code)
-        throw SqxDumpUsageError("A section is code, which is not listed with parameters");
+        throw SqxUsageError("A section is code, which is not listed with parameters");
 }
 
 }  // namespace
@@ -119,20 +94,15 @@ const SqxProgram& SqxDumpProgram()
     return k_program;
 }
 
-SqxDumpOptions SqxReadDumpOptions(std::span<const char* const> arguments)
+SqxDumpOptions SqxReadDumpOptions(const std::vector<std::string>& arguments)
 {
     SqxDumpOptions options;
-    Words rest(arguments);
-    bool optionsEnd = false;
-    while (!rest.Empty()) {
-        const std::string_view word = rest.Take();
-        if (!optionsEnd && word == "--")
-            optionsEnd = true;
-        else if (!optionsEnd && word.size() > 1 && word.starts_with('-'))
-            ReadOption(word, rest, options);
+    SqxOptionWords words(arguments);
+    while (words.Next())
+        if (words.IsOption())
+            ReadOption(words, options);
         else
-            options.files.emplace_back(word);
-    }
+            options.files.push_back(words.Word());
     Complete(options);
     return options;
 }

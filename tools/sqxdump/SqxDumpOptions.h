@@ -1,17 +1,10 @@
 #pragma once
 
-#include <span>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "options/SqxOptionTable.h"
-
-/// Words on the command line that make no sense; the text says why.
-class SqxDumpUsageError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
+#include "options/SqxOptionWords.h"
 
 /// What the command line of `sqxdump` asks for.
 struct SqxDumpOptions {
@@ -28,5 +21,5 @@ struct SqxDumpOptions {
 /// How the program presents itself.
 [[nodiscard]] const SqxProgram& SqxDumpProgram();
 
-/// Throws `SqxDumpUsageError`.
-[[nodiscard]] SqxDumpOptions SqxReadDumpOptions(std::span<const char* const> arguments);
+/// `arguments` are the words behind the name of the program. Throws `SqxUsageError`.
+[[nodiscard]] SqxDumpOptions SqxReadDumpOptions(const std::vector<std::string>& arguments);

@@ -104,8 +104,8 @@ int Run(const SqxDumpOptions& options)
 int main(int argc, char** argv)
 {
     try {
-        return Run(SqxReadDumpOptions({argv + 1, static_cast<std::size_t>(argc - 1)}));
-    } catch (const SqxDumpUsageError& error) {
+        return Run(SqxReadDumpOptions({argv + 1, argv + argc}));
+    } catch (const SqxUsageError& error) {
         std::cerr << "sqxdump: " << error.what() << "; '--help' tells of all options\n";
         return 2;
     }

@@ -67,40 +67,14 @@ constexpr std::string_view k_compilerWords[] = {
 };
 // clang-format on
 
-class Arguments {
-public:
-    explicit Arguments(std::span<const char* const> words) : m_rest(words) {}
-    [[nodiscard]] bool Empty() const { return m_rest.empty(); }
-    [[nodiscard]] std::string_view Take()
-    {
-        const std::string_view word = m_rest.front();
-        m_rest = m_rest.subspan(1);
-        return word;
-    }
-    /// What stands behind the option, in the same word or the next one.
-    [[nodiscard]] std::string TakeValue(std::string_view option, std::string_view word,
-                                        std::string_view what)
-    {
-        if (word.size() > option.size())
-            return std::string(word.substr(option.size()));
-        if (Empty() || m_rest.front()[0] == '\0')
-            throw SqxMakeUsageError("Option '" + std::string(option) + "' needs " +
-                                    std::string(what) + " behind it");
-        return std::string(Take());
-    }
-
-private:
-    std::span<const char* const> m_rest;
-};
-
 [[nodiscard]] int ReadJobs(const std::string& text)
 {
     int jobs = 0;
     const char* end = text.data() + text.size();
     const auto [rest, failure] = std::from_chars(text.data(), end, jobs);
     if (failure != std::errc() || rest != end || jobs < 1 || jobs > k_maxJobs)
-        throw SqxMakeUsageError("The number of jobs must be from 1 to " +
-                                std::to_string(k_maxJobs) + ", but is '" + text + "'");
+        throw SqxUsageError("The number of jobs must be from 1 to " + std::to_string(k_maxJobs) +
+                            ", but is '" + text + "'");
     return jobs;
 }
 
@@ -112,25 +86,25 @@ private:
     return (word.starts_with("-I") || word.starts_with("-D")) && word.size() > 2;
 }
 
-void ReadOption(std::string_view word, Arguments& rest, SqxMakeOptions& options)
+void ReadOption(SqxOptionWords& words, SqxMakeOptions& options)
 {
-    if (word == "--help" || word == "-h")
+    if (words.Is("-h, --help"))
         options.help = true;
-    else if (word == "-k")
+    else if (words.Is("-k"))
         options.keepGoing = true;
-    else if (word == "--step") {
+    else if (IsCompilerOption(words.Word()))
+        options.compilerOptions.push_back(words.Word());
+    else if (const auto stamp = words.Value("--step", "a file for the stamp")) {
         options.step = true;
-        options.stamp = rest.TakeValue("--step", word, "a file for the stamp");
-    } else if (word == "--state")
-        options.stateFolder = rest.TakeValue("--state", word, "a folder");
-    else if (IsCompilerOption(word))
-        options.compilerOptions.emplace_back(word);
-    else if (word.starts_with("-j"))
-        options.jobs = ReadJobs(rest.TakeValue("-j", word, "a number"));
-    else if (word.starts_with("-o"))
-        options.outputFolder = rest.TakeValue("-o", word, "a folder");
+        options.stamp = *stamp;
+    } else if (const auto state = words.Value("--state", "a folder"))
+        options.stateFolder = *state;
+    else if (const auto jobs = words.Value("-j", "a number"))
+        options.jobs = ReadJobs(*jobs);
+    else if (const auto output = words.Value("-o", "a folder"))
+        options.outputFolder = *output;
     else
-        throw SqxMakeUsageError("Unknown option '" + std::string(word) + "'");
+        words.RefuseWord();
 }
 
 }  // namespace
@@ -152,26 +126,21 @@ const SqxProgram& SqxMakeProgram()
     return k_program;
 }
 
-SqxMakeOptions SqxReadMakeOptions(std::span<const char* const> arguments)
+SqxMakeOptions SqxReadMakeOptions(const std::vector<std::string>& arguments)
 {
     SqxMakeOptions options;
-    Arguments rest(arguments);
-    bool optionsEnd = false;
-    while (!rest.Empty()) {
-        const std::string_view word = rest.Take();
-        if (!optionsEnd && word == "--")
-            optionsEnd = true;
-        else if (!optionsEnd && word.size() > 1 && word.starts_with('-'))
-            ReadOption(word, rest, options);
+    SqxOptionWords words(arguments);
+    while (words.Next())
+        if (words.IsOption())
+            ReadOption(words, options);
         else
-            options.inputs.emplace_back(word);
-    }
+            options.inputs.push_back(words.Word());
     if (options.help)
         return options;
     if (options.inputs.empty())
-        throw SqxMakeUsageError("No shader and no folder is given");
+        throw SqxUsageError("No shader and no folder is given");
     if (options.step && options.inputs.size() != 1)
-        throw SqxMakeUsageError("A step compiles one source");
+        throw SqxUsageError("A step compiles one source");
     if (options.stateFolder.empty())
         options.stateFolder = options.outputFolder / ".sqxmake";
     return options;

@@ -1,21 +1,15 @@
 #pragma once
 
 #include <filesystem>
-#include <span>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "options/SqxOptionTable.h"
+#include "options/SqxOptionWords.h"
 
 /// A build that cannot be done; the text says why.
 class SqxMakeError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
-
-/// Words on the command line that make no sense; the text says why.
-class SqxMakeUsageError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
@@ -38,5 +32,5 @@ struct SqxMakeOptions {
 /// How the program presents itself.
 [[nodiscard]] const SqxProgram& SqxMakeProgram();
 
-/// Throws `SqxMakeUsageError`.
-[[nodiscard]] SqxMakeOptions SqxReadMakeOptions(std::span<const char* const> arguments);
+/// `arguments` are the words behind the name of the program. Throws `SqxUsageError`.
+[[nodiscard]] SqxMakeOptions SqxReadMakeOptions(const std::vector<std::string>& arguments);

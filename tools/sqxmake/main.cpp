@@ -8,14 +8,13 @@
 int main(int argc, char** argv)
 {
     try {
-        const SqxMakeOptions options =
-            SqxReadMakeOptions({argv + 1, static_cast<std::size_t>(argc - 1)});
+        const SqxMakeOptions options = SqxReadMakeOptions({argv + 1, argv + argc});
         if (options.help) {
             std::cout << SqxHelpText(SqxMakeProgram()) << std::flush;
             return std::cout ? 0 : 1;
         }
         return options.step ? SqxCompileStep(options) : SqxMakeBuild(options);
-    } catch (const SqxMakeUsageError& error) {
+    } catch (const SqxUsageError& error) {
         std::cerr << "sqxmake: " << error.what() << "; '--help' tells of all options\n";
         return 2;
     } catch (const std::exception& error) {

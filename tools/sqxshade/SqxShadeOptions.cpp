@@ -122,11 +122,12 @@ void ReadParameter(Options& options, const std::string& text)
     options.shaders.back().parameters.push_back(ReadAssignment(text, "A parameter"));
 }
 
+/// A file behind '--' may be called as an option is; other programs are told of it too.
 void AddShader(Options& options, const std::string& path)
 {
     if (options.shaders.empty() || !options.shaders.back().path.empty())
         options.shaders.emplace_back();
-    options.shaders.back().path = path;
+    options.shaders.back().path = path.starts_with('-') ? "./" + path : path;
 }
 
 // clang-format off
@@ -211,48 +212,28 @@ constexpr SqxEntry k_examples[] = {
 };
 // clang-format on
 
-/// The spelling is one of those of the row.
-bool IsCalled(const OptionRow& row, std::string_view name)
+void ReadOption(SqxOptionWords& words, Options& options)
 {
-    std::string_view words = row.option.word;
-    std::size_t end = words.find(", ");
-    while (words.substr(0, end) != name && end != std::string_view::npos) {
-        words.remove_prefix(end + 2);
-        end = words.find(", ");
+    for (const OptionRow& row : k_options) {
+        const SqxOption& option = row.option;
+        std::optional<std::string> value;
+        if (!option.argument.empty())
+            value = words.Value(option.word, option.argument);
+        else if (words.Is(option.word))
+            value.emplace();
+        if (value)
+            return row.read(options, *value);
     }
-    return words.substr(0, end) == name;
+    words.RefuseWord();
 }
 
-const OptionRow* FindOption(const std::string& name)
+void ReadWords(SqxOptionWords& words, Options& options, const SqxReadMoreOptions& readMore)
 {
-    for (const OptionRow& row : k_options)
-        if (IsCalled(row, name))
-            return &row;
-    return nullptr;
-}
-
-/// The value of an option is what is glued to it (`-IDIR`, `--size=8x8`) or the next argument.
-const OptionRow* FindGlued(const std::string& argument, std::string& value)
-{
-    const bool isLong = argument.starts_with("--");
-    const std::size_t end = isLong ? argument.find('=') : 2;
-    if (end == std::string::npos || argument.size() <= end)
-        return nullptr;
-    const OptionRow* row = FindOption(argument.substr(0, end));
-    if (!row || row->option.argument.empty())
-        return nullptr;
-    value = argument.substr(isLong ? end + 1 : end);
-    return row;
-}
-
-/// What stands behind the option at a position.
-const std::string& ValueBehind(const std::vector<std::string>& arguments, std::size_t option)
-{
-    if (option + 1 == arguments.size())
-        throw SqxPictureError("Option '" + arguments[option] + "' needs " +
-                              std::string(FindOption(arguments[option])->option.argument) +
-                              " behind it");
-    return arguments[option + 1];
+    while (words.Next())
+        if (!words.IsOption())
+            AddShader(options, words.Word());
+        else if (!readMore || !readMore(words))
+            ReadOption(words, options);
 }
 
 void Complete(Options& options)
@@ -260,7 +241,7 @@ void Complete(Options& options)
     if (options.help)
         return;
     if (options.shaders.empty() || options.shaders.back().path.empty())
-        throw SqxPictureError("No shader is given; --help tells more");
+        throw SqxPictureError("No shader is given");
     if (options.output.empty())
         options.output = std::filesystem::path(options.shaders[0].path).stem().string() + ".png";
     const double samples = static_cast<double>(options.picture.width) * options.picture.height *
@@ -299,26 +280,17 @@ std::vector<float> SqxReadNumbers(const std::string& text, const std::string& wh
     return numbers;
 }
 
-SqxShadeOptions SqxReadShadeOptions(const std::vector<std::string>& arguments)
+SqxShadeOptions SqxReadShadeOptions(const std::vector<std::string>& arguments,
+                                    const SqxReadMoreOptions& readMore)
 {
     Options options;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string& argument = arguments[i];
-        if (argument.size() < 2 || argument[0] != '-') {
-            AddShader(options, argument);
-            continue;
-        }
-        std::string value;
-        const OptionRow* row = FindOption(argument);
-        if (!row)
-            row = FindGlued(argument, value);
-        else if (!row->option.argument.empty())
-            value = ValueBehind(arguments, i++);
-        if (!row)
-            throw SqxPictureError("Unknown option '" + argument + "'; --help tells more");
-        row->read(options, value);
+    SqxOptionWords words(arguments);
+    try {
+        ReadWords(words, options, readMore);
+        Complete(options);
+    } catch (const SqxPictureError& error) {
+        throw SqxUsageError(error.what());  // a value that no picture can be made with
     }
-    Complete(options);
     return options;
 }
 

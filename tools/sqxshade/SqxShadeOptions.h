@@ -1,10 +1,12 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "options/SqxOptionTable.h"
+#include "options/SqxOptionWords.h"
 #include "picture/SqxPictureSettings.h"
 #include "picture/SqxShaderBuild.h"
 
@@ -25,8 +27,14 @@ struct SqxShadeOptions {
     bool help = false;
 };
 
-/// Throws `SqxPictureError`.
-[[nodiscard]] SqxShadeOptions SqxReadShadeOptions(const std::vector<std::string>& arguments);
+/// Reads an option that another program has beside those of `sqxshade`; false if it has no such
+/// one.
+using SqxReadMoreOptions = std::function<bool(SqxOptionWords& words)>;
+
+/// `arguments` are the words behind the name of the program. For each option `readMore` is asked
+/// first. Throws `SqxUsageError`.
+[[nodiscard]] SqxShadeOptions SqxReadShadeOptions(const std::vector<std::string>& arguments,
+                                                  const SqxReadMoreOptions& readMore = {});
 
 /// How the program presents itself.
 [[nodiscard]] const SqxProgram& SqxShadeProgram();

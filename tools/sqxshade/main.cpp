@@ -6,15 +6,6 @@
 
 namespace {
 
-/// What to end with if the words make no sense.
-constexpr int k_usageStatus = 2;
-
-int Fail(const std::exception& error, int status)
-{
-    std::cerr << "sqxshade: " << error.what() << '\n';
-    return status;
-}
-
 int Run(const SqxShadeOptions& options)
 {
     if (options.help) {
@@ -24,7 +15,8 @@ int Run(const SqxShadeOptions& options)
     try {
         SqxShade(options);
     } catch (const std::runtime_error& error) {
-        return Fail(error, 1);
+        std::cerr << "sqxshade: " << error.what() << '\n';
+        return 1;
     }
     return 0;
 }
@@ -35,7 +27,8 @@ int main(int argc, char** argv)
 {
     try {
         return Run(SqxReadShadeOptions({argv + 1, argv + argc}));
-    } catch (const SqxPictureError& error) {
-        return Fail(error, k_usageStatus);
+    } catch (const SqxUsageError& error) {
+        std::cerr << "sqxshade: " << error.what() << "; '--help' tells of all options\n";
+        return 2;
     }
 }

@@ -1,5 +1,7 @@
-// The program's own options are taken out here; the rest is a command line of sqxshade and read as
-// such.
+// A command line of sqxshade with some options more and some fewer: it is read as one, and its
+// reader asks here first.
+//
+// Tested by tests/sqxview/SqxViewOptionsTest.cpp.
 
 #include "sqxview/SqxViewOptions.h"
 
@@ -20,61 +22,32 @@ int ReadNumber(const std::string& text, int most, const std::string& what)
     const char* end = text.data() + text.size();
     const auto [rest, failure] = std::from_chars(text.data(), end, number);
     if (failure != std::errc() || rest != end || number < 1 || number > most)
-        throw SqxViewUsageError("The " + what + " must be from 1 to " + std::to_string(most) +
-                                ", but is '" + text + "'");
+        throw SqxUsageError("The " + what + " must be from 1 to " + std::to_string(most) +
+                            ", but is '" + text + "'");
     return number;
 }
 
-/// What stands behind an option, glued to it or in the next word. Nothing if the word is another.
-class Reader {
-public:
-    explicit Reader(std::span<const char* const> words) : m_rest(words) {}
-    [[nodiscard]] bool Next(std::string& word)
-    {
-        if (m_rest.empty())
-            return false;
-        word = m_rest.front();
-        m_rest = m_rest.subspan(1);
-        return true;
-    }
-    [[nodiscard]] bool Value(const std::string& word, const std::string& option, std::string& value)
-    {
-        if (word.starts_with(option + "=")) {
-            value = word.substr(option.size() + 1);
-            return true;
-        }
-        if (word != option)
-            return false;
-        if (!Next(value))
-            throw SqxViewUsageError("Option '" + option + "' needs a number behind it");
-        return true;
-    }
-
-private:
-    std::span<const char* const> m_rest;
-};
-
-void RefuseOption(const std::string& word)
+void RefuseOption(const SqxOptionWords& words)
 {
     for (const std::string_view refused : k_refusedOptions)
-        if (word == refused || (refused == "-o" && word.starts_with("-o")))
-            throw SqxViewUsageError("Unknown option '" + word + "'");
+        if (words.Is(refused) || (refused == "-o" && words.Word().starts_with("-o")))
+            words.RefuseWord();
 }
 
 /// True if the word is an option of this program alone.
-bool ReadOwnOption(const std::string& word, Reader& reader, SqxViewOptions& options)
+bool ReadOwnOption(SqxOptionWords& words, SqxViewOptions& options)
 {
+    RefuseOption(words);
     constexpr int k_maxPort = 65535;
     constexpr int k_maxSeconds = 3600;
-    std::string value;
-    if (reader.Value(word, "--port", value))
-        options.port = ReadNumber(value, k_maxPort, "port");
-    else if (reader.Value(word, "--time-limit", value))
-        options.timeLimit = std::chrono::seconds(ReadNumber(value, k_maxSeconds, "time limit"));
-    else if (word == "--open")
+    if (const auto port = words.Value("--port", "a number"))
+        options.port = ReadNumber(*port, k_maxPort, "port");
+    else if (const auto seconds = words.Value("--time-limit", "a number"))
+        options.timeLimit = std::chrono::seconds(ReadNumber(*seconds, k_maxSeconds, "time limit"));
+    else if (words.Is("--open"))
         options.open = true;
-    else if (word == "-w0" || word == "-w1" || word == "-w2")
-        options.warnings = word;
+    else if (words.Is("-w0, -w1, -w2"))
+        options.warnings = words.Word();
     else
         return false;
     return true;
@@ -84,26 +57,16 @@ void CheckSources(const std::vector<SqxShadeOptions::Shader>& shaders)
 {
     for (const SqxShadeOptions::Shader& shader : shaders)
         if (std::filesystem::path(shader.path).extension() != ".sl")
-            throw SqxViewUsageError("'" + shader.path + "' is no source: its name must end in .sl");
+            throw SqxUsageError("'" + shader.path + "' is no source: its name must end in .sl");
 }
 
 }  // namespace
 
-SqxViewOptions SqxReadViewOptions(std::span<const char* const> arguments)
+SqxViewOptions SqxReadViewOptions(const std::vector<std::string>& arguments)
 {
     SqxViewOptions options;
-    Reader reader(arguments);
-    std::vector<std::string> others;
-    for (std::string word; reader.Next(word);) {
-        RefuseOption(word);
-        if (!ReadOwnOption(word, reader, options))
-            others.push_back(word);
-    }
-    try {
-        options.shade = SqxReadShadeOptions(others);
-    } catch (const SqxPictureError& error) {
-        throw SqxViewUsageError(error.what());
-    }
+    options.shade = SqxReadShadeOptions(
+        arguments, [&options](SqxOptionWords& words) { return ReadOwnOption(words, options); });
     options.help = options.shade.help;
     if (!options.help)
         CheckSources(options.shade.shaders);

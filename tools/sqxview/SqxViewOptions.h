@@ -1,18 +1,10 @@
 #pragma once
 
 #include <chrono>
-#include <span>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "sqxshade/SqxShadeOptions.h"
-
-/// A command line that makes no sense. The text is for the user.
-class SqxViewUsageError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
 
 /// What the command line asks for.
 struct SqxViewOptions {
@@ -24,5 +16,6 @@ struct SqxViewOptions {
     bool help = false;
 };
 
-/// Throws `SqxViewUsageError`.
-[[nodiscard]] SqxViewOptions SqxReadViewOptions(std::span<const char* const> arguments);
+/// `arguments` are the words behind the name of the program. Throws `SqxUsageError`, also for a
+/// shader that is no source.
+[[nodiscard]] SqxViewOptions SqxReadViewOptions(const std::vector<std::string>& arguments);

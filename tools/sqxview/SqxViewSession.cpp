@@ -45,7 +45,11 @@ template <std::size_t count>
 {
     std::vector<std::string> words = SqxShadeWords(shade);
     words.insert(words.end(), more.begin(), more.end());
-    return SqxReadShadeOptions(words);
+    try {
+        return SqxReadShadeOptions(words);
+    } catch (const SqxUsageError& error) {
+        throw SqxPictureError(error.what());  // no command line of the user's
+    }
 }
 
 /// The number that the text begins with, which is taken off; more than any if there is none.

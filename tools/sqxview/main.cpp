@@ -66,15 +66,14 @@ int main(int argc, char** argv)
 {
     ShareOnePool();
     try {
-        const SqxViewOptions options =
-            SqxReadViewOptions({argv + 1, static_cast<std::size_t>(argc - 1)});
+        const SqxViewOptions options = SqxReadViewOptions({argv + 1, argv + argc});
         if (options.help) {
             std::cout << SqxHelpText(SqxViewProgram()) << std::flush;
             return std::cout ? 0 : 1;
         }
         return View(options);
-    } catch (const SqxViewUsageError& error) {
-        std::cerr << "sqxview: " << error.what() << '\n';
+    } catch (const SqxUsageError& error) {
+        std::cerr << "sqxview: " << error.what() << "; '--help' tells of all options\n";
         return 2;
     } catch (const std::exception& error) {
         std::cerr << "sqxview: " << error.what() << '\n';

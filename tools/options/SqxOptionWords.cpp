@@ -1,0 +1,57 @@
+// Whether a word is an option's value is known only once the option is read, so the walk does not
+// look ahead: '--' ends the options where a word is due that is nobody's value.
+//
+// Tested by tests/options/SqxOptionWordsTest.cpp.
+
+#include "options/SqxOptionWords.h"
+
+bool SqxOptionWords::Next()
+{
+    if (m_isBegun)
+        ++m_position;
+    m_isBegun = true;
+    if (!m_optionsEnd && m_position < m_words.size() && Word() == "--") {
+        m_optionsEnd = true;
+        ++m_position;
+    }
+    return m_position < m_words.size();
+}
+
+bool SqxOptionWords::IsOption() const
+{
+    return !m_optionsEnd && Word().size() > 1 && Word().starts_with('-');
+}
+
+bool SqxOptionWords::Is(std::string_view spellings) const
+{
+    constexpr std::string_view k_comma = ", ";
+    std::size_t end = spellings.find(k_comma);
+    while (end != std::string_view::npos && spellings.substr(0, end) != Word()) {
+        spellings.remove_prefix(end + k_comma.size());
+        end = spellings.find(k_comma);
+    }
+    return spellings.substr(0, end) == Word();
+}
+
+std::optional<std::string> SqxOptionWords::Value(std::string_view option, std::string_view what)
+{
+    if (!Word().starts_with(option))
+        return std::nullopt;
+    std::string value = Word().substr(option.size());
+    const bool isLong = option.starts_with("--");
+    if (isLong && value.starts_with('='))
+        value.erase(0, 1);
+    else if (isLong && !value.empty())
+        return std::nullopt;  // a longer option that begins alike
+    else if (value.empty() && m_position + 1 < m_words.size())
+        value = m_words[++m_position];
+    if (value.empty())
+        throw SqxUsageError("Option '" + std::string(option) + "' needs " + std::string(what) +
+                            " behind it");
+    return value;
+}
+
+void SqxOptionWords::RefuseWord() const
+{
+    throw SqxUsageError("Unknown option '" + Word() + "'");
+}

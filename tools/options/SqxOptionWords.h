@@ -1,0 +1,56 @@
+#pragma once
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Words on the command line that make no sense; the text says why. A program tells it and ends
+/// with status 2.
+class SqxUsageError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Walks over the words of a command line, as all programs beside the compiler read it.
+///
+///     SqxOptionWords words(arguments);
+///     while (words.Next())
+///         if (words.IsOption())
+///             ...  // asks `Is` and `Value` for each option that there is
+///         else
+///             options.files.push_back(words.Word());
+///
+/// A word that begins with '-' is an option, unless it is '-' alone, which stands for a standard
+/// stream. The word '--' ends the options and is passed over: files may be called as they like.
+class SqxOptionWords {
+public:
+    /// The words without the name of the program. They must outlive the walk.
+    explicit SqxOptionWords(const std::vector<std::string>& words) : m_words(words) {}
+
+    /// On to the next word, the first one at first. False behind the last word.
+    [[nodiscard]] bool Next();
+
+    /// The word that the walk stands at. Only after a `Next` that was true.
+    [[nodiscard]] const std::string& Word() const { return m_words[m_position]; }
+    [[nodiscard]] bool IsOption() const;
+
+    /// Whether the word is one of these spellings: "-h, --help".
+    [[nodiscard]] bool Is(std::string_view spellings) const;
+
+    /// The value of an option, if the word is this option, or nothing. The value is glued to it,
+    /// as in "-IDIR" and "--size=8x8", or else it is the next word, whatever that looks like; the
+    /// walk then stands there. Throws `SqxUsageError` if it is missing or empty; `what` tells in
+    /// the report what is wanted.
+    [[nodiscard]] std::optional<std::string> Value(std::string_view option, std::string_view what);
+
+    /// Throws the `SqxUsageError` of an option that there is not.
+    [[noreturn]] void RefuseWord() const;
+
+private:
+    const std::vector<std::string>& m_words;
+    std::size_t m_position = 0;
+    bool m_isBegun = false;
+    bool m_optionsEnd = false;  // behind "--"
+};
