@@ -230,18 +230,9 @@ void SlcCStatements::WriteFootprint(std::string name, Texts operands, const SlcO
 
 // Shadeops.
 
-std::string SlcCStatements::AssignFuncName(const SlcTypeNode* dest, const SlcTypeNode* source)
-{
-    const std::string_view destWord = SlcTypeWord(dest);
-    const std::string_view sourceWord = SlcTypeWord(source);
-    if (destWord.empty() || sourceWord.empty())
-        return "";
-    return std::string("ASSIGN_").append(destWord).append("_").append(sourceWord);
-}
-
 std::string SlcCStatements::ShadeopAssignName(const SlcTypeNode* type, const char* what) const
 {
-    const std::string name = AssignFuncName(type, type);
+    const std::string name = SlcAssignName(type, type);
     if (name.empty())
         Fatal(std::string("Invalid type for ") + what +
               " value (in SlcGenCCode::Case(SlcPtr<SlcCallDSOICode>)");

@@ -18,7 +18,7 @@ class SlcSemanticError;
 
 /// Writes instructions as C++ statements. Nearly each is one macro call, whose name tells the
 /// operation, the types of the operands, and by suffixes whether it runs over the whole grid.
-class SlcCStatements : protected SlcAllICodeWalker, protected SlcCText {
+class SlcCStatements : private SlcAllICodeWalker, private SlcCText {
 public:
     SlcCStatements(SlcPtr<SlcSemanticError> errors, std::ostream& out);
 
@@ -27,19 +27,10 @@ public:
     /// stand in braces of their own.
     void PrintListICode(const SlcListICode& list);
 
-protected:
+    /// Texts of operands, which know the references that the statements so far have made.
+    [[nodiscard]] SlcEquCValue& Values() { return m_values; }
     /// A fault of the compiler, placed where the last comment stands, if any.
     [[noreturn]] void Fatal(const std::string& message) const;
-    /// The assignment of a value of one type to a variable of another; empty for a type that has
-    /// none.
-    [[nodiscard]] static std::string AssignFuncName(const SlcTypeNode* dest,
-                                                    const SlcTypeNode* source);
-
-    SlcPtr<SlcSemanticError> m_errors;
-    SlcEquCValue m_values;
-    SlcEquCType m_types;
-    SlcEquCBinOpName m_names{SlcEquCBinOpName::Invert::DestAndSource};
-    SlcPtr<SlcCommentICode> m_comment;  // the last one written; places reports
 
 private:
     using SlcAllICodeWalker::Case;
@@ -106,6 +97,12 @@ private:
     void WriteGridCall(const SlcCallICode& code);
     void WriteFootprint(std::string name, Texts operands, const SlcOperand& condition);
     void WriteShadeopArgument(const SlcOperand& argument, std::size_t place);
-    /// `AssignFuncName` of equal types; `what` names in the report what has an unfit type.
+    /// `SlcAssignName` of equal types; `what` names in the report what has an unfit type.
     [[nodiscard]] std::string ShadeopAssignName(const SlcTypeNode* type, const char* what) const;
+
+    SlcPtr<SlcSemanticError> m_errors;
+    SlcEquCValue m_values;
+    SlcEquCType m_types;
+    SlcEquCBinOpName m_names{SlcEquCBinOpName::Invert::DestAndSource};
+    SlcPtr<SlcCommentICode> m_comment;  // the last one written; places reports
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ostream>
+#include <string_view>
 
 /// What writes lines of a C++ file.
 class SlcCText {
@@ -12,6 +13,15 @@ protected:
     void Line(const Parts&... parts)
     {
         (m_out << ... << parts) << '\n';
+    }
+
+    /// A loop in which the statement sees one point after the other, as `polyCnt` of `numMp`; the
+    /// function around it declares both.
+    void LineForEachPoint(std::string_view statement)
+    {
+        Line("\tfor (polyCnt = 0; polyCnt < numMp; ++polyCnt) {");
+        Line("\t", statement);
+        Line("\t}");
     }
 
     std::ostream& m_out;

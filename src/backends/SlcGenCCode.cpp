@@ -8,6 +8,7 @@
 
 #include <map>
 
+#include "backends/SlcCLocals.h"
 #include "backends/SlcCShadeopTables.h"
 #include "backends/SlcGeneratedText.h"
 #include "backends/SlcSpaceName.h"
@@ -20,7 +21,9 @@ using Generated = SlcGeneratedText;
 
 SlcGenCCode::SlcGenCCode(SlcPtr<SlcSemanticError> errors, SlcOptionsControl* options,
                          std::ostream& out)
-    : SlcCStatements(std::move(errors), out),
+    : SlcCText(out),
+      m_errors(errors),
+      m_statements(std::move(errors), out),
       m_options(options)
 {
 }
@@ -31,7 +34,7 @@ void SlcGenCCode::GenCCode(SlcInterForm& form)
     CheckSpaceNames();
     GenHeader();
     GenParamsDescription();
-    GenVarsStructure();
+    GenLocals();
     SlcCShadeopTables shadeops(m_out, form.m_dsoFunctions);
     shadeops.GenInitDSO();
     shadeops.GenCleanupDSO();
@@ -95,6 +98,17 @@ void SlcGenCCode::GenHeader()
 void SlcGenCCode::GenParamsDescription()
 {
     Line("static QxShaderToken *", Generated::sm_shaderParamsDescrName, " = 0;");
+}
+
+void SlcGenCCode::GenLocals()
+{
+    SlcCLocals locals(m_out);
+    locals.Add(*m_form->m_mainList);
+    locals.GenVarsStructure();
+    if (m_options->m_createLocalVars) {
+        locals.GenCreateLocalVars();
+        locals.GenDestroyLocalVars();
+    }
 }
 
 void SlcGenCCode::GenInterfaceVesrion()

@@ -52,7 +52,7 @@ void SlcGenCCode::GenEvaluate(const char* parameters)
     if (!m_form->m_shaderType->IsLight())
         Line("\tunsigned int ", Generated::sm_lightCounter, " = 0;");
     Line();
-    PrintListICode(*m_form->m_mainList);
+    m_statements.PrintListICode(*m_form->m_mainList);
     Line();
     if (m_options->m_createLocalVars)
         Line("\tDestroyLocalVars(&u, &v, numMp);");

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 
+#include "backends/SlcCLocals.h"
 #include "backends/SlcGenCCode.h"
 #include "backends/SlcGeneratedText.h"
 #include "backends/SlcLocalFacts.h"
@@ -47,18 +48,14 @@ void SlcGenCCode::GenInitialize()
     Line("{");
     Line("\tQxShaderSupport *shaderSupport = i_context.ShaderSupport();");
     Line();
-    Line("\ttypedef struct {");
+    SlcCLocals locals(m_out);
     for (const SlcParameterInfo& parameter : m_form->m_parameters) {
         if (parameter.initDependsOnContext)
             m_initAtShadeTime = true;
         else
-            for (const SlcOperand& local : parameter.initList->m_usedLocalVars)
-                GenInitLocal(local);
+            locals.Add(*parameter.initList);
     }
-    Line("\t} QxLocalInitUniform;");
-    Line("\tQxLocalInitUniform u;");
-    Line("\tmemset(&u, 0, sizeof(QxLocalInitUniform));");
-    Line();
+    locals.GenInstanceLocals();
     for (std::size_t i = 0; i < count; ++i) {
         Line("\tif (", Visible(i), ".UseDefaultValue()) {");
         if (m_form->m_parameters[i].initDependsOnContext)
@@ -67,32 +64,16 @@ void SlcGenCCode::GenInitialize()
             GenDefaultValue(i);
         Line("\t}");
     }
-    for (const SlcParameterInfo& parameter : m_form->m_parameters)
-        if (!parameter.initDependsOnContext)
-            for (const SlcOperand& local : parameter.initList->m_usedLocalVars)
-                FreeStrings(local, "\tFREE_STRING((char*) u.", "FREE_STRING((char*)v.");
+    locals.FreeInstanceLocals();
     Line("}");
-}
-
-void SlcGenCCode::GenInitLocal(const SlcOperand& local)
-{
-    const SlcTypeNode* type = local->GetType();
-    if (type->IsArrayRefType()) {
-        type = static_cast<const SlcArrayRefTypeNode*>(type)->GetElementType();
-        Line("\t\t", m_types.GetString(type), " *", local->GetName(), ";");
-    } else if (IsArray(local)) {
-        Line("\t\t", ElementTypeText(local), " ", local->GetName(), "[", ElementCount(local), "];");
-    } else {
-        Line("\t\t", ElementTypeText(local), " ", local->GetName(), ";");
-    }
 }
 
 void SlcGenCCode::GenDefaultValue(std::size_t parameter)
 {
     const SlcParameterInfo& info = m_form->m_parameters[parameter];
-    PrintListICode(*info.initList);
+    m_statements.PrintListICode(*info.initList);
     const SlcOperand& value = info.initValues.front();
-    const std::string text = m_values.GetString(value);
+    const std::string text = m_statements.Values().GetString(value);
     const std::string call = "\tQxInitVarValue(" + Visible(parameter) + ", " +
                              SlcEquCValue::Quote(info.space->GetText()) +
                              ", QxTokenInfo::e_constant, 1, &";
@@ -117,7 +98,7 @@ void SlcGenCCode::GenShadeTimePlaceholder(std::size_t parameter)
         Line(call, "\"\", QxTokenInfo::e_constant, 1, temp);");
         return;
     }
-    const int floats = SizeOf({variable}).floats;
+    const int floats = SlcCLocals::FloatsOf(variable);
     if (type->IsFloatType() && !IsArray(variable))
         Line("\tfloat temp = 0;");
     else
@@ -142,10 +123,10 @@ bool SlcGenCCode::UsesLightsAtShadeTime() const
 /// of theirs.
 void SlcGenCCode::GenInitializeAtShadeTime()
 {
-    Locals locals;
+    SlcCLocals locals(m_out);
     for (const SlcParameterInfo& parameter : m_form->m_parameters)
         if (parameter.initDependsOnContext)
-            AddLocals(*parameter.initList, locals);
+            locals.Add(*parameter.initList);
 
     const bool usesLights = UsesLightsAtShadeTime();
     // Nothing calls it in a shader of another kind.
@@ -162,48 +143,12 @@ void SlcGenCCode::GenInitializeAtShadeTime()
     if (usesLights)
         Line("\tunsigned int ", Generated::sm_lightCounter, " = 0;");
     Line();
-    GenShadeTimeLocals(locals);
+    locals.GenShadeTimeLocals();
     for (std::size_t i = 0; i < m_form->m_parameters.size(); ++i)
         if (m_form->m_parameters[i].initDependsOnContext)
             GenShadeTimeValue(i);
-    for (const auto* group : {&locals.uniform, &locals.varying})
-        for (const SlcOperand& local : *group)
-            FreeStrings(local, "\t\tFREE_STRING((char*)u.", "FREE_STRING((char*)v.");
-    if (!locals.varying.empty())
-        Line("\tfree(initPtr);");
+    locals.FreeShadeTimeLocals();
     Line("}");
-}
-
-void SlcGenCCode::GenShadeTimeLocals(const Locals& locals)
-{
-    Line("\ttypedef struct {");
-    for (const SlcOperand& local : locals.uniform)
-        GenInitLocal(local);
-    Line("\t} QxLocalInitUniform;");
-    Line("\tQxLocalInitUniform u;");
-    Line("\tmemset(&u, 0, sizeof(QxLocalInitUniform));");
-    Line("\ttypedef struct {");
-    for (const SlcOperand& local : locals.varying)
-        Line("\t\t", ElementTypeText(local), " *", local->GetName(), ";");
-    Line("\t} QxLocalInitVarying;");
-    Line("\tQxLocalInitVarying v;");
-    if (locals.varying.empty())
-        return;
-
-    const PointSize size = SizeOf(locals.varying);
-    m_out << "\tchar *ptr = (char*)calloc(numMp, " << size.floats << " * sizeof(float)";
-    if (size.strings > 0)
-        m_out << " + " << size.strings << " * sizeof(const char *)";
-    Line(");");
-    Line("\tchar *initPtr = ptr;");
-    for (const SlcOperand& local : InBlockOrder(locals.varying)) {
-        const std::string type = ElementTypeText(local);
-        Line("\tv.", local->GetName(), " = (", type, "*)ptr;");
-        m_out << "\tptr += numMp * sizeof(" << type;
-        if (IsArray(local))
-            m_out << '[' << ElementCount(local) << ']';
-        Line(");");
-    }
 }
 
 void SlcGenCCode::GenShadeTimeValue(std::size_t parameter)
@@ -211,7 +156,7 @@ void SlcGenCCode::GenShadeTimeValue(std::size_t parameter)
     const SlcOperand& variable = Parameter(parameter);
     const SlcOperand& value = m_form->m_parameters[parameter].initValues.front();
     Line("\tif (", Visible(parameter), ".UseDefaultValue()) {");
-    PrintListICode(*m_form->m_parameters[parameter].initList);
+    m_statements.PrintListICode(*m_form->m_parameters[parameter].initList);
     if (!IsArray(variable))
         GenShadeTimeAssign(variable, value, nullptr);
     else
@@ -224,22 +169,23 @@ void SlcGenCCode::GenShadeTimeValue(std::size_t parameter)
 void SlcGenCCode::GenShadeTimeAssign(const SlcOperand& dest, const SlcOperand& source,
                                      const SlcOperand& index)
 {
+    SlcEquCValue& values = m_statements.Values();
     const auto grid = [&](const SlcOperand& operand) {
-        return index ? m_values.GetStringArray(operand, index) : m_values.GetStringSIMD(operand);
+        return index ? values.GetStringArray(operand, index) : values.GetStringSIMD(operand);
     };
     const auto point = [&](const SlcOperand& operand) {
         if (!index)
-            return m_values.GetString(operand);
-        const std::string element = m_values.GetStringArray(operand, index);
+            return values.GetString(operand);
+        const std::string element = values.GetStringArray(operand, index);
         return operand->IsUniform() ? "*(" + element + ")" : element + "[polyCnt]";
     };
-    const std::string assign = AssignFuncName(ElementType(dest), ElementType(source));
+    const std::string assign = SlcAssignName(ElementType(dest), ElementType(source));
     if (assign.empty())
-        Fatal("Invalid type in SlcGenCCode::AssignFuncName");
+        m_statements.Fatal("Invalid type in SlcGenCCode::AssignFuncName");
     if (dest->IsUniform())
         Line("\t", assign, "(", point(dest), ", ", point(source), ");");
     else if (source->IsUniform())
-        WriteForEachPoint(assign + "(" + point(dest) + ", " + point(source) + ");");
+        LineForEachPoint(assign + "(" + point(dest) + ", " + point(source) + ");");
     else
         Line("\t", assign, "_SIMD(", grid(dest), ", ", grid(source), ");");
 }

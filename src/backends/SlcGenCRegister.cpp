@@ -52,7 +52,7 @@ std::string SlcGenCCode::Declaration(const SlcOperand& parameter) const
         if (!word && (type->*row.test)())
             word = row.word;
     if (!word)
-        Fatal("Invalid type in SlcGenCCode::GenRegisterFunc");
+        m_statements.Fatal("Invalid type in SlcGenCCode::GenRegisterFunc");
     text += word;
     if (IsArray(parameter))
         text += "[" + std::to_string(ElementCount(parameter)) + "]";

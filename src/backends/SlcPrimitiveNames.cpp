@@ -31,6 +31,15 @@ std::string_view SlcTypeWord(const SlcTypeNode* type)
     return {};
 }
 
+std::string SlcAssignName(const SlcTypeNode* dest, const SlcTypeNode* source)
+{
+    const std::string_view destWord = SlcTypeWord(dest);
+    const std::string_view sourceWord = SlcTypeWord(source);
+    if (destWord.empty() || sourceWord.empty())
+        return "";
+    return std::string("ASSIGN_").append(destWord).append("_").append(sourceWord);
+}
+
 std::string SlcTransformName(const SlcTransformSpaceICode& code, SlcTransformDirection direction)
 {
     const bool isColor = code.m_type->IsColorType();

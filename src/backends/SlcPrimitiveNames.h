@@ -11,6 +11,10 @@
 /// family has one word. A reference to an element has that of the element.
 [[nodiscard]] std::string_view SlcTypeWord(const SlcTypeNode* type);
 
+/// The primitive that assigns a value of one type to a variable of another; empty for a type that
+/// has none.
+[[nodiscard]] std::string SlcAssignName(const SlcTypeNode* dest, const SlcTypeNode* source);
+
 enum class SlcTransformDirection { FromSpace, ToSpace };
 
 /// The primitive of a transform, with the suffix of its form. They are named from the other end:
