@@ -1,0 +1,214 @@
+// Instructions that have the renderer do something: built-ins and shadeops, transforms to and from
+// spaces, lights, footprints of textures.
+//
+//     if (f) c = clamp(p, q, r);      CALL_PRIM_CLAMP_3D_SIMD_IF_TRUE c f p q r
+//
+// The name of an instruction ends in the suffix of its form, and the condition that a form may have
+// stands behind the result, but last in a footprint.
+//
+// Tested by tests/backends/GenByteCodeTest.cpp, and against the layouts of the reader by
+// ByteCodeTableTest.cpp.
+
+#include "backends/SlcGenByteCode.h"
+#include "frontend/SlcCallNodes.h"
+#include "icode/SlcICodes.h"
+#include "support/reports/SlcSemanticError.h"
+
+namespace {
+
+struct Alias {
+    const char* primitive;
+    const char* numbered;
+};
+
+// Primitives that the library's rows name but that have no number of their own.
+constexpr Alias k_aliases[] = {
+    {"CALL_PRIM_POINT_FLOAT_4D", "CALL_PRIM_NOISE_POINT_4D"},
+};
+
+// The built-ins that only generated C++ can call.
+constexpr Alias k_unavailable[] = {
+    {"CALL_PRIM_PACK", "pack"},
+    {"CALL_PRIM_UNPACK", "unpack"},
+};
+
+std::string Numbered(const std::string& primitive)
+{
+    for (const Alias& row : k_aliases)
+        if (primitive == row.primitive)
+            return row.numbered;
+    return primitive;
+}
+
+}  // namespace
+
+bool SlcGenByteCode::IsAvailable(const SlcCallICode& call)
+{
+    for (const Alias& row : k_unavailable) {
+        if (call.m_name->GetName() != row.primitive)
+            continue;
+        // The body of a function stands in the list once for each call of it.
+        if (m_reportedCalls.insert(call.m_node).second)
+            m_errors->Error(call.m_node, std::string("'") + row.numbered +
+                                             "' is not available in byte-code, use '--dso'");
+        return false;
+    }
+    return true;
+}
+
+// Calls
+
+void SlcGenByteCode::Case(SlcPtr<SlcCallICode> code)
+{
+    if (!IsAvailable(*code))
+        return;
+    m_code.AddInstr(Numbered(code->m_name->GetName()).append(code->m_form.Suffix()));
+    if (code->m_list == SlcCallICode::ArgumentList::Counted)
+        m_code.AddConst(static_cast<int>(code->m_args.size()), "Number of arguments");
+    m_code.AddVarIfSet(code->m_result);
+    m_code.AddVarIfSet(code->m_form.condition);
+    m_code.AddVars(code->m_args);
+}
+
+void SlcGenByteCode::Case(SlcPtr<SlcCallDSOICode> code)
+{
+    m_code.AddInstr(SqxMark::CallDSO);
+    m_code.AddConst(m_dsoFuncs.at(code->m_funcKey + '_' + code->m_methodName), "Shadeop number");
+    m_code.AddConst(static_cast<int>(code->m_args.size()), "Number of arguments");
+    m_code.AddVarIfSet(code->m_result);
+    m_code.AddVars(code->m_args);
+}
+
+void SlcGenByteCode::Case(SlcPtr<SlcConvertArrayDSOICode> code)
+{
+    m_code.AddInstr(code->m_toDSO ? SqxMark::ConvertArrayDSOTo : SqxMark::ConvertArrayDSOFrom);
+    m_code.AddVar(code->m_dest);
+    m_code.AddVar(code->m_source);
+}
+
+// Spaces
+
+void SlcGenByteCode::AddTransform(const SlcTransformSpaceICode& code,
+                                  SlcTransformDirection direction)
+{
+    m_code.AddInstr(SlcTransformName(code, direction));
+    m_code.AddVar(code.m_dest);
+    m_code.AddVarIfSet(code.m_form.condition);
+    m_code.AddVar(code.m_source);
+    if (code.m_type->IsColorType())
+        m_code.AddVar(code.m_space);
+    else
+        m_code.AddConst(GetMatrixNb(code.m_space->GetString()), "Coordinate space");
+}
+
+void SlcGenByteCode::Case(SlcPtr<SlcTransformFromSpaceICode> code)
+{
+    AddTransform(*code, SlcTransformDirection::FromSpace);
+}
+
+void SlcGenByteCode::Case(SlcPtr<SlcTransformToSpaceICode> code)
+{
+    AddTransform(*code, SlcTransformDirection::ToSpace);
+}
+
+void SlcGenByteCode::Case(SlcPtr<SlcConcatSpaceMatrixICode> code)
+{
+    m_code.AddInstr("CONCAT_SPACE_MATRIX");
+    m_code.AddVar(code->m_dest);
+    m_code.AddVar(code->m_source);
+    m_code.AddConst(GetMatrixNb(code->m_space->GetText()), "Coordinate space");
+}
+
+// Light
+
+void SlcGenByteCode::Case(SlcPtr<SlcIlluminateICode> code)
+{
+    std::string name = code->m_axis ? "ILLUMINATE" : "ILLUMINATE_NO_CONE";
+    m_code.AddInstr(name.append(code->m_form.Suffix()));
+    m_code.AddVar(code->m_flag);
+    m_code.AddVarIfSet(code->m_form.condition);
+    m_code.AddVar(code->m_position);
+    m_code.AddVarIfSet(code->m_axis);
+    m_code.AddVarIfSet(code->m_angle);
+    m_code.AddVar(code->m_Ps);
+    m_code.AddVar(code->m_L);
+}
+
+void SlcGenByteCode::Case(SlcPtr<SlcSolarICode> code)
+{
+    m_code.AddInstr(std::string("SOLAR").append(code->m_form.Suffix()));
+    m_code.AddVar(code->m_flag);
+    m_code.AddVarIfSet(code->m_form.condition);
+    m_code.AddVar(code->m_axis);
+    m_code.AddVar(code->m_angle);
+    m_code.AddVar(code->m_L);
+}
+
+void SlcGenByteCode::Case(SlcPtr<SlcCheckIlluminanceICode> code)
+{
+    m_code.AddInstr(std::string("ILLUMINANCE").append(code->m_form.Suffix()));
+    m_code.AddVar(code->m_flag);
+    m_code.AddVarIfSet(code->m_form.condition);
+    m_code.AddVar(code->m_position);
+    m_code.AddVar(code->m_axis);
+    m_code.AddVar(code->m_angle);
+}
+
+void SlcGenByteCode::Case(SlcPtr<SlcBeginIlluminanceICode> code)
+{
+    m_code.AddInstr(SqxMark::BeginIlluminance);
+    m_code.AddGotoLabel(code->m_endLabel);
+    m_code.AddLabelRef(code->m_startLabel);
+}
+
+void SlcGenByteCode::Case(SlcPtr<SlcEndIlluminanceICode> code)
+{
+    m_code.AddInstr(SqxMark::EndIlluminance);
+    m_code.AddGotoLabel(code->m_startLabel);
+}
+
+void SlcGenByteCode::Case(SlcPtr<SlcEvalLightICode> code)
+{
+    m_code.AddInstr("EVAL_LIGHTS");
+    m_code.AddVar(code->m_position);
+}
+
+void SlcGenByteCode::Case(SlcPtr<SlcEvalLightForPICode>)
+{
+    m_code.AddInstr(SqxMark::EvalLightsForP);
+}
+
+void SlcGenByteCode::Case(SlcPtr<SlcResetEvalLightForPICode>)
+{
+    m_code.AddInstr(SqxMark::ResetEvalLightsForP);
+}
+
+// Textures
+
+void SlcGenByteCode::Case(SlcPtr<SlcTextureSTPointsICode> code)
+{
+    m_code.AddInstr(code->m_condition ? "COMPUTE_ST_POINTS_IF_TRUE" : "COMPUTE_ST_POINTS");
+    m_code.AddVar(code->m_s);
+    m_code.AddVar(code->m_t);
+    for (const SlcOperand& corner : code->m_corners)
+        m_code.AddVar(corner);
+    m_code.AddVarIfSet(code->m_condition);
+}
+
+void SlcGenByteCode::Case(SlcPtr<SlcTexturePointsICode> code)
+{
+    m_code.AddInstr(code->m_condition ? "COMPUTE_POINTS_IF_TRUE" : "COMPUTE_POINTS");
+    m_code.AddVar(code->m_point);
+    for (const SlcOperand& corner : code->m_corners)
+        m_code.AddVar(corner);
+    m_code.AddVarIfSet(code->m_condition);
+}
+
+void SlcGenByteCode::Case(SlcPtr<SlcFilterstepPointsICode> code)
+{
+    m_code.AddInstr(code->m_condition ? "COMPUTE_FILTERSTEP_POINTS_IF_TRUE"
+                                      : "COMPUTE_FILTERSTEP_POINTS");
+    m_code.AddVar(code->m_y);
+    m_code.AddVar(code->m_x);
+    m_code.AddVarIfSet(code->m_condition);
+}
