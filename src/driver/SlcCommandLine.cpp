@@ -134,41 +134,41 @@ using enum Match;
 
 struct Option {
     std::string_view text;
-    Match match;
     bool (*effect)(SlcCommandLine&, ArgumentList&, int);
-    int value;
+    int value;  // for the effect
+    Match match;
 };
 
 using Options = SlcOptionsControl;
 using Line = SlcCommandLine;
 
 // clang-format off
-//   text                     match   effect                                     value
+//   text                     effect                                     value  match
 constexpr Option k_options[] = {
-    {"-O0",                   Word,   SetLevel,                                  0},
-    {"-O1",                   Word,   SetLevel,                                  1},
-    {"-O2",                   Word,   SetLevel,                                  2},
-    {"-O",                    Word,   SetLevel,                                  2},
-    {"-O3",                   Word,   SetLevel,                                  3},
-    {"-d",                    Word,   SetOutputDirectory,                        0},
-    {"-w",                    Word,   SetWarnings,                               0},
-    {"-w0",                   Word,   SetWarnings,                               0},
-    {"-w1",                   Word,   SetWarnings,                               1},
-    {"-w2",                   Word,   SetWarnings,                               2},
-    {"-I",                    Prefix, AddDirectory,                              0},
-    {"-E",                    Word,   PreprocessOnly,                            0},
-    {"-c",                    Word,   LeaveOutBuild,                             0},
-    {"-D",                    Prefix, AddDefinition,                             0},
-    {"--strict",              Word,   SetOption<&Options::m_strict>,             1},
-    {"--dso",                 Word,   SetOption<&Options::m_generateDSO>,        1},
-    {"--int",                 Word,   SetOption<&Options::m_generateDSO>,        0},
-    {"--keep-cpp-file",       Word,   SetStage<&Line::m_keepPreprocessedFile>,   1},
-    {"--keep-c++-file",       Word,   SetStage<&Line::m_keepCCFile>,             1},
-    {"--dont-keep-cpp-file",  Word,   SetStage<&Line::m_keepPreprocessedFile>,   0},
-    {"--dont-keep-c++-file",  Word,   SetStage<&Line::m_keepCCFile>,             0},
-    {"--use-shadeops",        Word,   SetOption<&Options::m_useShadeops>,        1},
-    {"--dont-use-shadeops",   Word,   SetOption<&Options::m_useShadeops>,        0},
-    {"--no-array-check",      Word,   SetOption<&Options::m_checkArrayBounds>,   0},
+    {"-O0",                   SetLevel,                                  0,     Word},
+    {"-O1",                   SetLevel,                                  1,     Word},
+    {"-O2",                   SetLevel,                                  2,     Word},
+    {"-O",                    SetLevel,                                  2,     Word},
+    {"-O3",                   SetLevel,                                  3,     Word},
+    {"-d",                    SetOutputDirectory,                        0,     Word},
+    {"-w",                    SetWarnings,                               0,     Word},
+    {"-w0",                   SetWarnings,                               0,     Word},
+    {"-w1",                   SetWarnings,                               1,     Word},
+    {"-w2",                   SetWarnings,                               2,     Word},
+    {"-I",                    AddDirectory,                              0,     Prefix},
+    {"-E",                    PreprocessOnly,                            0,     Word},
+    {"-c",                    LeaveOutBuild,                             0,     Word},
+    {"-D",                    AddDefinition,                             0,     Prefix},
+    {"--strict",              SetOption<&Options::m_strict>,             1,     Word},
+    {"--dso",                 SetOption<&Options::m_generateDSO>,        1,     Word},
+    {"--int",                 SetOption<&Options::m_generateDSO>,        0,     Word},
+    {"--keep-cpp-file",       SetStage<&Line::m_keepPreprocessedFile>,   1,     Word},
+    {"--keep-c++-file",       SetStage<&Line::m_keepCCFile>,             1,     Word},
+    {"--dont-keep-cpp-file",  SetStage<&Line::m_keepPreprocessedFile>,   0,     Word},
+    {"--dont-keep-c++-file",  SetStage<&Line::m_keepCCFile>,             0,     Word},
+    {"--use-shadeops",        SetOption<&Options::m_useShadeops>,        1,     Word},
+    {"--dont-use-shadeops",   SetOption<&Options::m_useShadeops>,        0,     Word},
+    {"--no-array-check",      SetOption<&Options::m_checkArrayBounds>,   0,     Word},
 };
 
 constexpr std::string_view k_usage[] = {
