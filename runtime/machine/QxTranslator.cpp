@@ -15,6 +15,7 @@
 
 #include "machine/QxFuse.h"
 #include "machine/QxJoinRuns.h"
+#include "machine/QxKnownJumps.h"
 #include "machine/QxSimplifyMasks.h"
 #include "sqx/SqxNumbers.h"
 
@@ -69,6 +70,7 @@ void QxTranslator::Translate(const SqxBlock& block, QxProgramBlock& target)
         if (draft.jumps)
             draft.code.target = static_cast<std::uint32_t>(m_starts[draft.code.target]);
 
+    QxDropKnownJumps(m_block, m_variables);
     QxJoinRuns(m_block, m_variables);
     QxLiveness liveness(m_block, m_target.variables);
     if (liveness.Compute()) {

@@ -61,6 +61,24 @@ TEST(QxTranslator, RunsUniformInstructionsBeforeAStretchWhereNobodyNotices)
               "{k}o{k}.");
 }
 
+TEST(QxTranslator, DropsJumpsThatOneBeforeHasDecided)
+{
+    const std::string twice =
+        "IF_TRUE ub ASSIGN_FLOAT_FLOAT uf Kd END_IF IF_TRUE ub ADD_FLOAT_FLOAT uf uf Kd END_IF";
+    ExpectSteps({
+        {("IF_FALSE_GOTO ub 16 " + twice).c_str(), "joo."},
+        {"IF_TRUE_GOTO ub 9 IF_FALSE ub ASSIGN_FLOAT_FLOAT uf Kd END_IF", "jo."},
+        // The other way, and where nothing has decided.
+        {("IF_TRUE_GOTO ub 16 " + twice).c_str(), "jjojo."},
+        {twice.c_str(), "jojo."},
+        // The flag is another one meanwhile,
+        {"IF_FALSE_GOTO ub 12 ASSIGN_BOOL_BOOL ub #t IF_TRUE ub ASSIGN_FLOAT_FLOAT uf Kd END_IF",
+         "jojo."},
+        // or another way leads between the two.
+        {"GOTO 5 IF_FALSE_GOTO ub 11 IF_TRUE ub ASSIGN_FLOAT_FLOAT uf Kd END_IF", "jjjo."},
+    });
+}
+
 TEST(QxTranslator, RunsLoopsStripByStripIfOnlyTheirEndHangsOnOtherPoints)
 {
     const std::string loop = "BEGIN_PARALLEL BOOL_LESS_THEN_FLOAT_FLOAT vb vf #1 "
