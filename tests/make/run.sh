@@ -115,6 +115,35 @@ make_is 0 own.sl
 compiled_are own
 unset SLC_CPP_COMMAND
 
+# A header that comes in front of the one that was included, beside the file that includes it or in
+# a folder that is searched before; and whatever is no such header.
+mkdir -p front 'far off/deep'
+echo '#include <deep/tone.h>' >'far off/tones.h'
+echo '#define TONE 2' >'far off/deep/tone.h'
+echo '#define TONE 2' >'far off/shade.h'
+printf '#include "tones.h"\nsurface toned() { Ci = TONE; }\n' >toned.sl
+printf '#include <shade.h>\nsurface shaded() { Ci = TONE; }\n' >shaded.sl
+make_front() {
+    make_is 0 -I. -Ifront '-Ifar off' toned.sl shaded.sl
+}
+make_front
+remember
+touch front/other.h tone.h
+make_front
+compiled_are ''
+cp "$output/toned.sqx" toned.before
+mkdir deep
+echo '#define TONE 3' >deep/tone.h
+make_front
+compiled_are toned
+! cmp -s "$output/toned.sqx" toned.before || fail 'A header in front was not taken'
+cp 'far off/tones.h' front/tones.h
+make_front
+compiled_are toned
+echo '#define TONE oops' >front/shade.h
+make_is 1 -k -I. -Ifront '-Ifar off' toned.sl shaded.sl
+[ ! -e "$output/shaded.sqx" ] || fail 'With a bad header in front a shader kept its output'
+
 # A shadeop library that a shader calls into counts as one of its sources, also in a default value,
 # and others in the folder do not.
 mkdir 'shade ops'
@@ -139,7 +168,24 @@ compiled_are ''
 make_library twist '{"float twist(string)", "", ""},'
 make_is 0 '-Ishade ops' twisted.sl untwisted.sl
 compiled_are twisted
-rm 'shade ops/twist.so'
+# So does one that comes before the one it calls into, in another folder or by its name.
+mkdir first
+mv 'shade ops' later
+make_is 0 -Ifirst -Ilater twisted.sl untwisted.sl
+remember
+cp later/twist.so first/own.so
+make_is 0 -Ifirst -Ilater twisted.sl untwisted.sl
+compiled_are twisted
+cp later/twist.so first/also.so
+make_is 0 -Ifirst -Ilater twisted.sl untwisted.sl
+compiled_are twisted
+cp later/twist.so later/more.so
+make_is 0 -Ifirst -Ilater twisted.sl untwisted.sl
+compiled_are ''
+mv later 'shade ops'
+make_is 0 '-Ishade ops' twisted.sl untwisted.sl
+remember
+rm 'shade ops/twist.so' 'shade ops/more.so'
 make_is 1 '-Ishade ops' twisted.sl untwisted.sl
 says 'Undefined function'
 [ ! -e "$output/twisted.sqx" ] || fail 'Without its library a shader kept its output'

@@ -11,10 +11,10 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
-#include <string_view>
 #include <system_error>
 #include <unistd.h>
 
+#include "compile/SqxLineMarker.h"
 #include "driver/SlcDefaultCommands.h"
 #include "process/SqxProcess.h"
 
@@ -26,22 +26,6 @@ constexpr const char* k_link = "source.sl";
 constexpr const char* k_preprocessed = "source.i";
 constexpr const char* k_messages = "messages";
 constexpr const char* k_libraries = "libraries";
-
-/// The file that a line marker names, as in `# 1 "a\"b.h" 2`; empty if the line is none.
-[[nodiscard]] std::string FileOfMarker(std::string_view line)
-{
-    const std::size_t first = line.find('"');
-    const std::size_t last = line.rfind('"');
-    if (!line.starts_with('#') || first >= last || line[first + 1] == '<')
-        return "";
-    std::string file;
-    for (std::size_t i = first + 1; i < last; ++i) {
-        if (line[i] == '\\' && i + 1 < last)
-            ++i;
-        file += line[i];
-    }
-    return file;
-}
 
 }  // namespace
 
@@ -106,11 +90,12 @@ int SqxSourceCompile::Run()
     if (access(m_compiler.c_str(), X_OK) != 0)
         throw SqxCompileError("There is no compiler '" + m_compiler.string() + "'");
     SqxCommand command;
-    // Shadeop libraries of the working directory come first, as without this.
-    command.words = {m_compiler.string(), "-I" + fs::current_path().string()};
+    command.words = {m_compiler.string()};
+    for (const fs::path& folder : LibraryFolders())
+        command.words.push_back("-I" + folder.string());
     for (const std::string& option : m_options)
-        command.words.push_back(
-            option.starts_with("-I") ? "-I" + fs::absolute(option.substr(2)).string() : option);
+        if (!option.starts_with("-I"))
+            command.words.push_back(option);
     command.words.insert(command.words.end(), {"--keep-cpp-file", m_work / k_link});
     command.folder = m_work;
     command.output = m_work / k_messages;
@@ -165,9 +150,38 @@ std::set<std::string> SqxSourceCompile::FilesRead() const
     std::ifstream preprocessed(m_work / k_preprocessed);
     std::error_code ignored;
     for (std::string line; std::getline(preprocessed, line);)
-        if (const std::string file = FileOfMarker(line); fs::is_regular_file(file, ignored))
-            files.insert(file);
+        if (const auto marker = SqxReadLineMarker(line);
+            marker && fs::is_regular_file(marker->file, ignored))
+            files.insert(marker->file);
     return files;
+}
+
+/// Those of `-I`, as given.
+std::vector<fs::path> SqxSourceCompile::SearchFolders() const
+{
+    std::vector<fs::path> folders;
+    for (const std::string& option : m_options)
+        if (option.starts_with("-I"))
+            folders.emplace_back(option.substr(2));
+    return folders;
+}
+
+/// Shadeop libraries of the working directory come first, as without this program.
+std::vector<fs::path> SqxSourceCompile::LibraryFolders() const
+{
+    std::vector<fs::path> folders = {fs::current_path()};
+    for (const fs::path& folder : SearchFolders())
+        folders.push_back(fs::absolute(folder));
+    return folders;
+}
+
+SqxSearchedPlaces SqxSourceCompile::PlacesSearched() const
+{
+    SqxSearchedPlaces places;
+    std::ifstream preprocessed(m_work / k_preprocessed);
+    places.AddHeaders(preprocessed, SearchFolders());
+    places.AddLibraries(Libraries(), LibraryFolders());
+    return places;
 }
 
 /// The closing line of a refusal names the input, which is our link.

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "compile/SqxSearchedPlaces.h"
+
 /// A compile that could not be done, for a reason that is not the source's. The text says why.
 class SqxCompileError : public std::runtime_error {
 public:
@@ -41,12 +43,16 @@ public:
     /// libraries that it calls into. Of a source that could not be preprocessed it is what came
     /// before the fault.
     [[nodiscard]] std::set<std::string> FilesRead() const;
+    /// Where those were looked for before they were found.
+    [[nodiscard]] SqxSearchedPlaces PlacesSearched() const;
 
 private:
     [[nodiscard]] std::string PreprocessCommand() const;
     [[nodiscard]] std::string PreprocessorOptions(const std::string& separator) const;
     void CompleteDependencies() const;
     [[nodiscard]] std::set<std::string> Libraries() const;
+    [[nodiscard]] std::vector<std::filesystem::path> SearchFolders() const;
+    [[nodiscard]] std::vector<std::filesystem::path> LibraryFolders() const;
 
     std::filesystem::path m_source;
     std::vector<std::string> m_options;

@@ -75,6 +75,7 @@ private:
             if (failed)
                 fs::copy_file(compiled, target, fs::copy_options::overwrite_existing);
         }
+        SqxWriteText(m_state.SearchedOf(m_id), m_compile.PlacesSearched().Text());
         SqxMakeState::WriteStamp(m_options.stamp, {source, name});
         return true;
     }

@@ -1,19 +1,23 @@
 // Times, order and parallel work are ninja's. This program writes its file, one step a source, and
-// looks after what ninja cannot see: outputs that were removed, sources that are gone, two builds
-// in one folder, and at the end which shaders were refused.
+// looks after what ninja cannot see: outputs that were removed, sources that are gone, files that
+// have come in front of what was found, two builds in one folder, and at the end which shaders were
+// refused.
 //
 // Tested by tests/make/run.sh.
 
 #include "sqxmake/SqxMakeBuild.h"
 
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <fstream>
 #include <iostream>
 #include <sys/file.h>
 #include <system_error>
 #include <unistd.h>
 
+#include "compile/SqxSearchedPlaces.h"
 #include "process/SqxProcess.h"
 #include "sqxmake/SqxMakeState.h"
 #include "sqxmake/SqxNinjaFile.h"
@@ -51,6 +55,21 @@ void ForgetWhatIsGone(const SqxMakeState& state, const fs::path& outputFolder)
         const auto stamp = SqxMakeState::ReadStamp(entry.path());
         if (stamp && (!fs::exists(stamp->source) || !fs::exists(outputFolder / stamp->output)))
             state.Discard(entry.path(), outputFolder);
+    }
+}
+
+/// Ninja compiles again what is older than its source.
+void MakeOldWhatHasNews(const SqxMakeState& state, const Paths& sources)
+{
+    for (const fs::path& source : sources) {
+        const std::string id = SqxMakeState::IdOf(source);
+        std::ifstream searched(state.SearchedOf(id));
+        if (!SqxSearchedPlaces::Read(searched).HasNews())
+            continue;
+        std::error_code isGone;
+        const auto time = fs::last_write_time(source, isGone);
+        if (!isGone)
+            fs::last_write_time(state.StampOf(id), time - std::chrono::seconds(1), isGone);
     }
 }
 
@@ -139,6 +158,7 @@ int SqxMakeBuild(const SqxMakeOptions& options)
     state.Create();
     const Lock lock(state);
     ForgetWhatIsGone(state, options.outputFolder);
+    MakeOldWhatHasNews(state, sources);
     for (const fs::path& source : sources)
         fs::remove(state.FailureOf(SqxMakeState::IdOf(source)));
 

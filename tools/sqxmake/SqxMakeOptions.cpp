@@ -15,7 +15,7 @@ constexpr int k_maxJobs = 1024;
 
 // clang-format off
 constexpr std::string_view k_description[] = {
-    "Compiles shaders: those named, and all '.sl' files in the folders named and below them. Only what changed since the last time is compiled: a source, a file that it includes, a shadeop library that it calls into, the options, or the compiler itself. Each '.sqx' file is named for its shader and stands in the output folder.",
+    "Compiles shaders: those named, and all '.sl' files in the folders named and below them. Only what changed since the last time is compiled: a source, a file that it includes, a shadeop library that it calls into, one of either that is new and comes first, the options, or the compiler itself. Each '.sqx' file is named for its shader and stands in the output folder.",
     "Sources are compiled side by side; the messages of each are printed together. A source that is refused leaves no '.sqx' file behind, not even its earlier one.",
     "The work is done by ninja, which must be installed. What is known from one run to the next stands in the folder '.sqxmake' of the output folder, which may be removed at any time.",
 };

@@ -4,6 +4,7 @@
 //     stamps/ID      source and output of the last good compile; ninja compares its time
 //     owners/OUTPUT  which source made it, so that two shaders of one name are noticed
 //     failed/ID      the source was refused
+//     searched/ID    where what it took was looked for before it was found
 //     work/ID        where it is compiled
 //
 // A file of a fact is made by a call that fails if it is there already: of two sources that claim
@@ -27,7 +28,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* k_folders[] = {"stamps", "owners", "failed", "work"};
+constexpr const char* k_folders[] = {"stamps", "owners", "failed", "searched", "work"};
 
 /// FNV-1a with 64 bits, as hexadecimal digits.
 [[nodiscard]] std::string HashOf(std::string_view text)
@@ -109,6 +110,10 @@ fs::path SqxMakeState::FailureOf(const std::string& id) const
 {
     return m_folder / "failed" / id;
 }
+fs::path SqxMakeState::SearchedOf(const std::string& id) const
+{
+    return m_folder / "searched" / id;
+}
 fs::path SqxMakeState::WorkOf(const std::string& id) const
 {
     return m_folder / "work" / id;
@@ -154,4 +159,5 @@ void SqxMakeState::Discard(const fs::path& stamp, const fs::path& outputFolder) 
         }
     }
     fs::remove(stamp, ignored);
+    fs::remove(SearchedOf(stamp.filename()), ignored);
 }

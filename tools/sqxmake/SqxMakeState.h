@@ -7,7 +7,8 @@
 /// What builds know from one run to the next, in a folder of its own:
 /// `stamps/ID` for each source that is compiled (its path, and the name of its output),
 /// `owners/SHADER.sqx` for each output (the path of its source), `failed/ID` for each source that
-/// the last run refused, and `work/ID` while a source is being compiled.
+/// the last run refused, `searched/ID` for where the last good compile of a source looked in vain,
+/// and `work/ID` while a source is being compiled.
 class SqxMakeState {
 public:
     struct Stamp {
@@ -25,6 +26,7 @@ public:
     [[nodiscard]] static std::string IdOf(const std::filesystem::path& source);
     [[nodiscard]] std::filesystem::path StampOf(const std::string& id) const;
     [[nodiscard]] std::filesystem::path FailureOf(const std::string& id) const;
+    [[nodiscard]] std::filesystem::path SearchedOf(const std::string& id) const;
     [[nodiscard]] std::filesystem::path WorkOf(const std::string& id) const;
 
     /// Nothing if there is no such stamp, or none that was written whole.

@@ -1,4 +1,5 @@
-// A compile tells which files it read; from then on these are watched. What changes while it runs
+// A compile tells which files it read; from then on these are watched, and the places where they
+// were looked for before. What changes while it runs
 // is seen, since the watch keeps the state from before.
 //
 // Tested by tests/sqxview.
@@ -73,6 +74,7 @@ std::optional<SqxViewCompiled> SqxViewSource::Compile(const std::function<bool()
     m_isCompiled = false;
     SqxViewCompiled compiled;
     std::set<std::string> files;
+    std::set<std::string> missing;
     bool isEnded = false;
     try {
         SqxSourceCompile compile(m_path, m_options.words, folder.Path());
@@ -82,6 +84,7 @@ std::optional<SqxViewCompiled> SqxViewSource::Compile(const std::function<bool()
             return std::nullopt;
         compiled.report = compile.Messages();
         files = compile.FilesRead();
+        missing = compile.PlacesSearched().MissingHeaders();
         if (status == 0)
             Open(compiled, compile.Output(), m_path, m_options.folders);
     } catch (const std::runtime_error& error) {
@@ -94,6 +97,7 @@ std::optional<SqxViewCompiled> SqxViewSource::Compile(const std::function<bool()
             text = ReadFile(file);
             return true;
         });
+    files.merge(std::move(missing));
     WatchFor(compiled, std::move(files));
     m_isCompiled = true;
     return compiled;

@@ -1,0 +1,140 @@
+// The line markers tell which file was taken, not where else it was looked for. But its path begins
+// with the folder that had it, so that the rest is the name in the source: with -Ia -Ib, in c/d.sl,
+//
+//     # 1 "b/noise.h" 1
+//
+// was looked for as c/noise.h, which only `#include <noise.h>` passes over, and as a/noise.h.
+//
+// Of libraries only those are new that were not there: one that was, and did not declare what is
+// called, is not asked again.
+//
+// Tested by tests/make/run.sh.
+
+#include "compile/SqxSearchedPlaces.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "compile/SqxLineMarker.h"
+#include "support/QxSystem.h"
+#include "symbols/SlcShadeopLoader.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// What a line of the text tells.
+constexpr std::string_view k_missing = "missing ";
+constexpr std::string_view k_folder = "folder ";
+constexpr std::string_view k_library = "library ";
+
+/// The name of a file below the folder, as the preprocessor puts both together; empty for another.
+[[nodiscard]] std::string NameBelow(const fs::path& folder, const std::string& file)
+{
+    std::string start = folder.string();
+    if (!start.ends_with('/'))
+        start += '/';
+    return file.starts_with(start) ? file.substr(start.size()) : "";
+}
+
+/// Those whose name is one line.
+[[nodiscard]] std::vector<std::string> LibrariesIn(const std::string& folder)
+{
+    std::vector<std::string> paths;
+    QxSystem::ScanDir(folder.c_str(), CheckDSO, &paths, false);
+    std::erase_if(paths,
+                  [](const std::string& path) { return path.find('\n') != std::string::npos; });
+    return paths;
+}
+
+}  // namespace
+
+void SqxSearchedPlaces::AddMissing(const fs::path& header)
+{
+    std::error_code ignored;
+    if (!fs::exists(header, ignored))
+        m_missing.insert(fs::absolute(header).string());
+}
+
+void SqxSearchedPlaces::AddHeaders(std::istream& preprocessed, const Folders& folders)
+{
+    std::vector<fs::path> including;
+    for (std::string line; std::getline(preprocessed, line);) {
+        const auto marker = SqxReadLineMarker(line);
+        if (!marker)
+            continue;
+        if (marker->returns && including.size() > 1)
+            including.pop_back();
+        if (marker->enters && !including.empty())
+            for (auto folder = folders.begin(); folder != folders.end(); ++folder) {
+                const std::string name = NameBelow(*folder, marker->file);
+                if (name.empty())
+                    continue;
+                AddMissing(including.back().parent_path() / name);
+                for (auto front = folders.begin(); front != folder; ++front)
+                    AddMissing(*front / name);
+            }
+        if (marker->enters || including.empty())
+            including.emplace_back(marker->file);
+    }
+}
+
+void SqxSearchedPlaces::AddLibraries(const std::set<std::string>& taken, const Folders& folders)
+{
+    const auto hasTaken = [&](const fs::path& folder) {
+        return std::any_of(taken.begin(), taken.end(), [&](const std::string& library) {
+            return fs::path(library).parent_path() ==
+                   (folder / "").lexically_normal().parent_path();
+        });
+    };
+    const auto last = std::find_if(folders.rbegin(), folders.rend(), hasTaken).base();
+    for (auto folder = folders.begin(); folder != last; ++folder) {
+        m_folders.insert(folder->string());
+        for (std::string& library : LibrariesIn(folder->string()))
+            m_libraries.insert(std::move(library));
+    }
+}
+
+bool SqxSearchedPlaces::HasNews() const
+{
+    const auto isThere = [](const std::string& path) {
+        std::error_code ignored;
+        return fs::exists(path, ignored);
+    };
+    if (std::any_of(m_missing.begin(), m_missing.end(), isThere))
+        return true;
+    return std::any_of(m_folders.begin(), m_folders.end(), [&](const std::string& folder) {
+        const auto libraries = LibrariesIn(folder);
+        return !std::all_of(libraries.begin(), libraries.end(), [&](const std::string& library) {
+            return m_libraries.contains(library);
+        });
+    });
+}
+
+std::string SqxSearchedPlaces::Text() const
+{
+    std::string text;
+    const auto add = [&](std::string_view word, const std::set<std::string>& paths) {
+        for (const std::string& path : paths)
+            text += std::string(word) + path + '\n';
+    };
+    add(k_missing, m_missing);
+    add(k_folder, m_folders);
+    add(k_library, m_libraries);
+    return text;
+}
+
+SqxSearchedPlaces SqxSearchedPlaces::Read(std::istream& text)
+{
+    SqxSearchedPlaces places;
+    for (std::string line; std::getline(text, line);) {
+        const auto take = [&](std::string_view word, std::set<std::string>& paths) {
+            if (line.starts_with(word))
+                paths.insert(line.substr(word.size()));
+        };
+        take(k_missing, places.m_missing);
+        take(k_folder, places.m_folders);
+        take(k_library, places.m_libraries);
+    }
+    return places;
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <filesystem>
+#include <istream>
+#include <set>
+#include <string>
+#include <vector>
+
+/// Where a compile has looked before it found what it took: a file that comes there later would be
+/// taken in its place. Makefiles have no words for that, so that builds have to ask.
+class SqxSearchedPlaces {
+public:
+    using Folders = std::vector<std::filesystem::path>;
+
+    /// Of the headers that the preprocessed text is made of, as its line markers tell. `folders`
+    /// are those of `-I` in their order, as the preprocessor was given them; relative ones are of
+    /// the working directory.
+    void AddHeaders(std::istream& preprocessed, const Folders& folders);
+    /// Of shadeop libraries that were taken: all libraries in the folders that were looked through.
+    void AddLibraries(const std::set<std::string>& taken, const Folders& folders);
+
+    /// Where a header was looked for in vain.
+    [[nodiscard]] const std::set<std::string>& MissingHeaders() const { return m_missing; }
+    /// Something has come since then.
+    [[nodiscard]] bool HasNews() const;
+
+    // As the text of a file, to be asked another time.
+    [[nodiscard]] std::string Text() const;
+    [[nodiscard]] static SqxSearchedPlaces Read(std::istream& text);
+
+private:
+    void AddMissing(const std::filesystem::path& header);
+
+    std::set<std::string> m_missing;
+    std::set<std::string> m_folders;    // looked through for libraries
+    std::set<std::string> m_libraries;  // that were in them
+};
