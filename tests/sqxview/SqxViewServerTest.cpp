@@ -2,8 +2,10 @@
 
 #include "ViewedShaders.h"
 
+#include <algorithm>
 #include <arpa/inet.h>
 #include <httplib.h>
+#include <regex>
 #include <sys/socket.h>
 
 #include "sqxview/SqxViewConnections.h"
@@ -49,11 +51,26 @@ TEST_F(SqxViewServerTest, ServesThePageAndNothingElse)
     EXPECT_NE(page->get_header_value("Content-Security-Policy").find("default-src 'none'"),
               std::string::npos);
     EXPECT_NE(page->body.find("page.js"), std::string::npos);
-    EXPECT_EQ(StatusOf("/page.js"), 200);
     EXPECT_EQ(StatusOf("/page.css"), 200);
     for (const char* path : {"/a.sl", "/../a.sl", "/%2e%2e/etc/passwd", "//etc/passwd",
                              "/page.html", "/page.js/", "/change"})
         EXPECT_EQ(StatusOf(path), 404) << path;
+}
+
+TEST_F(SqxViewServerTest, ServesAllModulesOfTheScript)
+{
+    std::vector<std::string> paths = {"/page.js"};  // those that imports name follow
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        const httplib::Result module = m_client->Get(paths[i]);
+        ASSERT_TRUE(module && module->status == 200) << paths[i];
+        EXPECT_EQ(module->get_header_value("Content-Type"), "text/javascript; charset=utf-8");
+        const std::regex import("from \"\\.(/[^\"]+)\"");
+        for (std::sregex_iterator end, found(module->body.begin(), module->body.end(), import);
+             found != end; ++found)
+            if (std::find(paths.begin(), paths.end(), (*found)[1]) == paths.end())
+                paths.push_back((*found)[1]);
+    }
+    EXPECT_GT(paths.size(), 5U);
 }
 
 TEST_F(SqxViewServerTest, RefusesOtherHostsAndOrigins)

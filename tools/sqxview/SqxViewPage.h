@@ -1,13 +1,15 @@
 #pragma once
 
+#include <span>
 #include <string_view>
 
 /// A file of the page, as it stands in the program.
 struct SqxViewPageFile {
-    std::string_view path;  // that a browser asks for
-    std::string_view type;
+    std::string_view path;  // that a browser asks for: "/page.css"; "/" is the page itself
+    std::string_view type;  // for the header "Content-Type"
     std::string_view text;
 };
 
-/// The file for a path; null if there is none.
-[[nodiscard]] const SqxViewPageFile* SqxViewFindPageFile(std::string_view path);
+/// All files of the folder `page`. The build writes their texts into the source of this function,
+/// so they last as long as the program.
+[[nodiscard]] std::span<const SqxViewPageFile> SqxViewPageFiles();

@@ -142,12 +142,10 @@ void SqxViewServer::Parts::SetUp()
 
 void SqxViewServer::Parts::SetRoutes()
 {
-    for (const char* path : {"/", "/page.css", "/page.js"}) {
-        const SqxViewPageFile& file = *SqxViewFindPageFile(path);
-        server.Get(path, [&file](const Request&, Response& response) {
+    for (const SqxViewPageFile& file : SqxViewPageFiles())
+        server.Get(std::string(file.path), [&file](const Request&, Response& response) {
             response.set_content(file.text.data(), file.text.size(), std::string(file.type));
         });
-    }
     server.Get("/state", Guarded([this](const Request& request, Response& response) {
                    SendState(request, response);
                }));

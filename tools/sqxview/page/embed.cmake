@@ -1,14 +1,16 @@
 # Writes the page's files into a source, so that the program needs none of them when it runs.
 # usage: cmake -DFOLDER=... -DOUTPUT=... -P embed.cmake
+set(type_html "text/html")
+set(type_css "text/css")
+set(type_js "text/javascript")
+file(GLOB files RELATIVE "${FOLDER}" "${FOLDER}/*.html" "${FOLDER}/*.css" "${FOLDER}/*.js")
 set(rows "")
-foreach(row IN ITEMS "/|index.html|text/html" "/page.css|page.css|text/css"
-                     "/page.js|page.js|text/javascript")
-    string(REPLACE "|" ";" row "${row}")
-    list(GET row 0 path)
-    list(GET row 1 file)
-    list(GET row 2 type)
+foreach(file IN LISTS files)
+    string(REGEX REPLACE "^index\\.html$" "" path "${file}")
+    string(REGEX REPLACE ".*\\." "" ending "${file}")
     file(READ "${FOLDER}/${file}" text)
-    string(APPEND rows "    {\"${path}\", \"${type}; charset=utf-8\", R\"page(${text})page\"},\n")
+    string(APPEND rows
+           "    {\"/${path}\", \"${type_${ending}}; charset=utf-8\", R\"page(${text})page\"},\n")
 endforeach()
 file(WRITE "${OUTPUT}" "#include \"sqxview/SqxViewPage.h\"
 
@@ -19,11 +21,8 @@ ${rows}};
 
 }  // namespace
 
-const SqxViewPageFile* SqxViewFindPageFile(std::string_view path)
+std::span<const SqxViewPageFile> SqxViewPageFiles()
 {
-    for (const SqxViewPageFile& file : k_files)
-        if (file.path == path)
-            return &file;
-    return nullptr;
+    return k_files;
 }
 ")

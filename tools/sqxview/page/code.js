@@ -1,0 +1,47 @@
+// Byte-code and listing.
+
+import { byId, make, showText } from "./elements.js";
+
+let shaders = [];
+let shownCode = "";
+
+/** Looks at the shaders that the program told of. */
+export function takeShaders(now) {
+    shaders = now;
+    showCode();
+    showListing();
+}
+
+/** Shows the byte-code that the fields choose, if it is looked at and stands there not yet. */
+export async function showCode() {
+    if (shaders.length === 0)
+        return;  // nothing was told yet
+    const options = shaders.map((shader) => shader.path);
+    const select = byId("code-shader");
+    if (select.options.length !== options.length)
+        select.replaceChildren(...options.map((path, value) => make("option", { value }, path)));
+    const number = Number(select.value);
+    const level = Number(byId("code-level").value);
+    const wanted = JSON.stringify([number, level, shaders[number].version]);
+    if (byId("code").hidden || wanted === shownCode)
+        return;
+    shownCode = wanted;
+    try {
+        const answer = await (await fetch(`code?shader=${number}&level=${level}`)).json();
+        if (wanted !== shownCode)
+            return;
+        showText("code-fault", answer.fault);
+        byId("code-text").textContent = answer.text ?? "";
+        byId("counts").replaceChildren(...(answer.counts ?? []).map((count, i) =>
+            make("tr", { attributes: { "aria-current": String(i === level) } },
+                make("th", { scope: "row" }, `-O${i}`), make("td", {}, count.instructions),
+                make("td", {}, count.parallelRuns), make("td", {}, count.locals))));
+    } catch {
+        shownCode = "";
+    }
+}
+
+function showListing() {
+    byId("listing").replaceChildren(...shaders.map((shader) => make("section", {},
+        make("h2", {}, shader.path), make("pre", {}, shader.listing || "Not compiled yet"))));
+}

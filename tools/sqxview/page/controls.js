@@ -1,0 +1,119 @@
+// Controls for values. Each has a field "element", and "show" which takes the numbers or texts to show,
+// or null if there are none. They call "changed" with all of them. What has the focus is not shown
+// anew: somebody is typing there.
+
+import { colorNumbers, colorWord } from "./colors.js";
+import { make } from "./elements.js";
+
+/** A text field for one number. */
+export function numberField(label, changed) {
+    const input = make("input", { type: "number", step: "any", attributes: { "aria-label": label } });
+    input.addEventListener("input", () => {
+        const isNumber = input.value !== "" && Number.isFinite(input.valueAsNumber);
+        input.setAttribute("aria-invalid", String(!isNumber));
+        if (isNumber)
+            changed(input.valueAsNumber);
+    });
+    const show = (number) => {
+        if (document.activeElement === input)
+            return;  // somebody is typing
+        input.value = number === null ? "" : Number(number.toPrecision(6));
+        input.setAttribute("aria-invalid", "false");
+    };
+    return { element: input, show };
+}
+
+/** Several numbers side by side. */
+export function numbersControl(labels, changed) {
+    let values = labels.map(() => 0);
+    const fields = labels.map((label, i) => numberField(label, (number) => {
+        values[i] = number;
+        changed([...values]);
+    }));
+    const show = (numbers) => {
+        if (numbers)
+            values = [...numbers];
+        fields.forEach((field, i) => field.show(numbers ? numbers[i] : null));
+    };
+    return { element: fields.map((field) => field.element), show };
+}
+
+/** From 0 to twice the default value, or as far as the value that is set. */
+function sliderRange(usual, number) {
+    const reach = Math.max(usual === 0 ? 1 : 2 * Math.abs(usual), Math.abs(number));
+    return [usual < 0 || number < 0 ? -reach : 0, reach];
+}
+
+/** A number and a slider, whose range follows from the default value `usual`, or null. */
+export function floatControl(label, usual, changed) {
+    const field = numberField(label, (number) => {
+        showSlider(number);
+        changed([number]);
+    });
+    const slider = make("input", { type: "range", attributes: { "aria-label": label + ", slider" } });
+    slider.addEventListener("input", () => {
+        const number = Number(slider.valueAsNumber.toPrecision(4));
+        field.show(number);
+        changed([number]);
+    });
+    const showSlider = (number) => {
+        const [low, high] = sliderRange(usual ?? 0, number);
+        Object.assign(slider, { min: low, max: high, step: (high - low) / 200, value: number });
+    };
+    const show = (numbers) => {
+        field.show(numbers ? numbers[0] : null);
+        if (document.activeElement !== slider)
+            showSlider(numbers ? numbers[0] : 0);
+    };
+    return { element: [slider, field.element], show };
+}
+
+/** Three numbers and the browser's own choice of a color. */
+export function colorControl(label, changed) {
+    const numbers = numbersControl(["red", "green", "blue"].map((part) => `${label}, ${part}`), (values) => {
+        picker.value = colorWord(values);
+        changed(values);
+    });
+    const picker = make("input", { type: "color", attributes: { "aria-label": label } });
+    picker.addEventListener("input", () => {
+        const values = colorNumbers(picker.value);
+        numbers.show(values);
+        changed(values);
+    });
+    const show = (values) => {
+        numbers.show(values);
+        if (values && document.activeElement !== picker)
+            picker.value = colorWord(values);
+    };
+    return { element: [picker, ...numbers.element], show };
+}
+
+export function tripleControl(label, changed) {
+    return numbersControl(["x", "y", "z"].map((part) => `${label}, ${part}`), changed);
+}
+
+export function matrixControl(label, changed) {
+    const places = [...Array(16).keys()].map((i) => `${label}, row ${Math.floor(i / 4) + 1} column ${i % 4 + 1}`);
+    const numbers = numbersControl(places, changed);
+    return { element: [make("div", { className: "matrix" }, ...numbers.element)], show: numbers.show };
+}
+
+export function textControl(label, changed) {
+    const input = make("input", { type: "text", attributes: { "aria-label": label } });
+    input.addEventListener("input", () => changed([input.value]));
+    const show = (texts) => {
+        if (document.activeElement !== input)
+            input.value = texts ? texts[0] : "";
+    };
+    return { element: [input], show };
+}
+
+/** A parameter, or one of the picture's settings: its name and a control for each element. */
+export function row(name, kind, elements) {
+    const lines = elements.map(({ index, control }) => make("div", { className: "element" },
+        ...(index === undefined ? [] : [make("span", { className: "index" }, `[${index}]`)]),
+        ...control.element));
+    return make("div", { className: "row", attributes: { role: "group", "aria-label": name } },
+        make("div", { className: "name" }, make("b", {}, name), make("span", { className: "kind" }, kind)),
+        make("div", {}, ...lines));
+}
