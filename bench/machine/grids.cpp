@@ -9,6 +9,7 @@
 #include <cstring>
 #include <string>
 
+#include "common/BenchMain.h"
 #include "common/BenchStage.h"
 #include "machine/BenchProgram.h"
 
@@ -79,12 +80,8 @@ int main(int argc, char** argv)
     for (std::size_t k = 0; k < sides.size(); ++k)
         std::printf("---|");
     std::printf("\n");
-    try {
+    return BenchStatusOf([&] {
         for (++i; i < argc; ++i)
             CompareOnGrids(argv[i], sides, seconds);
-    } catch (const QxHostError& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return 1;
-    }
-    return 0;
+    });
 }

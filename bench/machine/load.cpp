@@ -4,8 +4,8 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 
+#include "common/BenchMain.h"
 #include "common/BenchStage.h"
 #include "machine/BenchProgram.h"
 #include "machine/QxMachineProgram.h"
@@ -31,18 +31,8 @@ void Measure(const std::string& name, double seconds)
 
 int main(int argc, char** argv)
 {
-    if (argc < 3) {
-        std::fprintf(stderr, "usage: machine_load SECONDS NAME...\n");
-        return 1;
-    }
-    std::printf(
-        "| shader | instructions | microseconds | of an instruction |\n|---|---|---|---|\n");
-    try {
-        for (int i = 2; i < argc; ++i)
-            Measure(argv[i], std::atof(argv[1]));
-    } catch (const QxHostError& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return 1;
-    }
-    return 0;
+    return BenchEachShader(
+        argc, argv,
+        "| shader | instructions | microseconds | of an instruction |\n|---|---|---|---|\n",
+        Measure);
 }

@@ -3,10 +3,11 @@
 // machine_threads SECONDS NAME...   For each NAME there is NAME.bc.
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <thread>
 
+#include "common/BenchMain.h"
 #include "common/BenchStage.h"
 #include "machine/BenchProgram.h"
 
@@ -54,9 +55,10 @@ void Measure(const std::string& name, double seconds)
     const double once = BenchProcessorSecondsOf([&] { first.Play(); }, 2);
     // Long enough that the start of a thread does not count.
     const int times = std::max(1, static_cast<int>(0.02 / once));
+    const int rounds = std::max(1, static_cast<int>(std::ceil(seconds / (3 * times * once))));
     Times alone;
     Times together;
-    for (double spent = 0; spent < seconds; spent += 3 * times * once) {
+    for (int i = 0; i < rounds; ++i) {
         alone.TakeLess(PlayTogether({&first}, times));
         together.TakeLess(PlayTogether({&first, &second}, times));
     }
@@ -68,18 +70,9 @@ void Measure(const std::string& name, double seconds)
 
 int main(int argc, char** argv)
 {
-    if (argc < 3) {
-        std::fprintf(stderr, "usage: machine_threads SECONDS NAME...\n");
-        return 1;
-    }
-    std::printf("| shader | points of two threads to those of one | in processor time |\n"
-                "|---|---|---|\n");
-    try {
-        for (int i = 2; i < argc; ++i)
-            Measure(argv[i], std::atof(argv[1]));
-    } catch (const QxHostError& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return 1;
-    }
-    return 0;
+    return BenchEachShader(
+        argc, argv,
+        "| shader | points of two threads to those of one | in processor time |\n"
+        "|---|---|---|\n",
+        Measure);
 }

@@ -11,6 +11,7 @@
 #include <dlfcn.h>
 #include <filesystem>
 
+#include "common/BenchMain.h"
 #include "common/BenchStage.h"
 #include "shading/loops.h"
 
@@ -85,12 +86,8 @@ int main(int argc, char** argv)
         return 1;
     }
     std::printf("shader         million points a second   by hand   ratio\n");
-    try {
+    return BenchStatusOf([&] {
         for (int i = 3; i < argc; ++i)
             Measure(argv[i], loops, std::atof(argv[1]));
-    } catch (const QxHostError& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return 1;
-    }
-    return 0;
+    });
 }
