@@ -18,5 +18,6 @@
 /// The instructions of a block, with their positions, set in by the brackets around them.
 [[nodiscard]] std::string SqxDumpBlock(const SqxShader& shader, const SqxBlock& block);
 
-/// A variable as it stands in instructions.
+/// A variable as it stands in instructions: "Kd", "%12", "0.5". A number that the file lacks is "?"
+/// and the number.
 [[nodiscard]] std::string SqxVariableText(const SqxShader& shader, std::size_t number);

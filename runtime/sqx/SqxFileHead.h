@@ -2,11 +2,13 @@
 
 #include <string_view>
 
-/// The version of the interface between compiled shaders and what runs them.
+/// The version of the interface between compiled shaders and what runs them, byte-code and shared
+/// objects alike. A host runs
+/// byte-code of this version, and shared objects of its major version that are no newer.
 inline constexpr int k_sqxMajorVersion = 5;
 inline constexpr int k_sqxMinorVersion = 0;
 
-/// The lines that every byte-code file of this version starts with.
+/// The lines that every byte-code file of this version starts with, the last one being the version.
 inline constexpr std::string_view k_sqxFileHead[] = {
     "\x7Fomb",
     "############################################################################",

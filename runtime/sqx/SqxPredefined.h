@@ -2,7 +2,8 @@
 
 #include "sqx/SqxType.h"
 
-/// A variable that every shader knows without declaring it.
+/// A variable that every shader knows without declaring it. The order of the rows is that of
+/// `QxMachineStore::Bind`, and new ones come behind the others.
 struct SqxPredefined {
     const char* name;
     SqxType type;

@@ -1,4 +1,11 @@
-// The sections of the file in their order, and then the instructions in the blocks of numbers.
+// The sections of the file in their order, each item by the cursor, which knows the line and throws
+// where something else stands. Counts are believed only as far as the items behind them are there:
+// nothing is reserved by what a file claims.
+//
+// Facts that a section needs of a later one are checked once that is read: the numbers of shadeops
+// stand in code in front of the shadeops themselves.
+//
+// Tested by tests/backends/SqxReaderTest.cpp and the fuzz target `bytecode`.
 
 #include "sqx/SqxReader.h"
 
@@ -6,6 +13,7 @@
 #include <cstring>
 #include <fstream>
 
+#include "sqx/SqxBlockReader.h"
 #include "sqx/SqxFileHead.h"
 #include "sqx/SqxPredefined.h"
 
@@ -103,14 +111,15 @@ void SqxReader::ReadSections(SqxCursor& cursor)
     m_shader.reached = SqxSection::Shadeops;
     for (const SqxInitializer& initializer : m_shader.initializers) {
         cursor.Enter(m_shader.SectionOf(initializer));
-        CheckShadeops(cursor, initializer.code);
+        SqxBlockReader(cursor, m_shader).CheckShadeops(initializer.code);
     }
     cursor.Enter("main");
     m_shader.usesRaytracing = cursor.ReadBoolLine("Ray tracing flag");
     m_shader.modifiesP = cursor.ReadBoolLine("P modified flag");
     m_shader.reached = SqxSection::Facts;
-    ReadBlock(cursor, m_shader.main, m_shader.mainCount);
-    CheckShadeops(cursor, m_shader.main);
+    SqxBlockReader blocks(cursor, m_shader);
+    blocks.Read(m_shader.main, m_shader.mainCount);
+    blocks.CheckShadeops(m_shader.main);
     cursor.ExpectEnd();
     m_shader.reached = SqxSection::Main;
 }
@@ -265,7 +274,7 @@ void SqxReader::ReadInitializer(SqxCursor& cursor, bool perPoint)
     initializer.parameter = static_cast<std::size_t>(parameter);
     initializer.perPoint = perPoint;
     cursor.Enter(m_shader.SectionOf(initializer));
-    ReadBlock(cursor, initializer.code, m_shader.variables.size());
+    SqxBlockReader(cursor, m_shader).Read(initializer.code, m_shader.variables.size());
     initializer.resultLine = cursor.Line();
     const int result = cursor.ReadCountLine("Variable of an initial value");
     if (static_cast<std::size_t>(result) >= m_shader.variables.size())
@@ -308,108 +317,4 @@ void SqxReader::ReadFunction(SqxCursor& cursor)
     function.cleanup = SqxUnquoted(cursor.ReadQuoted("Cleanup of a shadeop"));
     cursor.EndLine();
     m_shader.functions.push_back(std::move(function));
-}
-
-void SqxReader::ReadBlock(SqxCursor& cursor, SqxBlock& block, std::size_t names)
-{
-    const int count = cursor.ReadCountLine("Number of values");
-    block.line = cursor.Line();
-    for (int i = 0; i < count; ++i) {
-        const int line = cursor.Line();
-        const int value = cursor.ReadIntLine("Value");
-        if (value != static_cast<std::int16_t>(value))
-            cursor.FailAt(line, "Value " + std::to_string(value) + " does not fit into 16 bits");
-        block.code.push_back(static_cast<std::int16_t>(value));
-    }
-    Decode(cursor, block, names);
-    CheckJumps(cursor, block);
-}
-
-void SqxReader::Decode(SqxCursor& cursor, SqxBlock& block, std::size_t names)
-{
-    for (std::size_t position = 0; position < block.code.size();) {
-        const SqxInstruction instruction = InstructionAt(cursor, block, position);
-        for (std::size_t i = 0; i < instruction.count; ++i)
-            CheckValue(cursor, block, instruction, i, names);
-        position += 1 + instruction.count;
-        block.instructions.push_back(instruction);
-    }
-}
-
-SqxInstruction SqxReader::InstructionAt(SqxCursor& cursor, const SqxBlock& block,
-                                        std::size_t position)
-{
-    const int number = block.code[position];
-    SqxInstruction instruction;
-    instruction.position = position;
-    instruction.layout = SqxLayout::Find(number);
-    if (!instruction.layout)
-        cursor.FailAt(block.Line(instruction), "Unknown instruction " + std::to_string(number) +
-                                                   " at " + std::to_string(position));
-    const std::string_view operands = instruction.layout->operands;
-    instruction.count = operands.size();
-    const auto counter = operands.find('n');
-    const auto fail = [&](const char* fault) {
-        cursor.FailAt(block.Line(instruction), block.Place(instruction) + fault);
-    };
-    if (counter != std::string_view::npos && position + 1 + counter < block.code.size()) {
-        const int extra = block.Value(instruction, counter);
-        if (extra < 0)
-            fail(" has a negative number of arguments");
-        instruction.count += static_cast<std::size_t>(extra) - 1;
-        if (instruction.count < instruction.layout->LeastCount())
-            fail(" has too few arguments");
-    }
-    if (position + 1 + instruction.count > block.code.size())
-        fail(" goes beyond the end of its block");
-    return instruction;
-}
-
-void SqxReader::CheckValue(SqxCursor& cursor, const SqxBlock& block,
-                           const SqxInstruction& instruction, std::size_t i, std::size_t names)
-{
-    std::size_t count = names;
-    switch (SqxBlock::Letter(instruction, i)) {
-    case 'i':
-    case 'n':
-    case 'd':
-    case 'j':  // what these two refer to is not read yet
-        return;
-    case 's':
-        count = m_shader.spaces.size();
-        break;
-    default:
-        break;
-    }
-    const int value = block.Value(instruction, i);
-    if (value < 0 || static_cast<std::size_t>(value) >= count)
-        cursor.FailAt(block.Line(instruction, i), block.BadValue(instruction, i));
-}
-
-void SqxReader::CheckJumps(SqxCursor& cursor, const SqxBlock& block)
-{
-    for (const SqxInstruction& instruction : block.instructions) {
-        if (!instruction.layout->operands.ends_with('j'))
-            continue;
-        const std::size_t i = instruction.count - 1;
-        const int value = block.Value(instruction, i);
-        const auto position = static_cast<std::size_t>(value);
-        const std::size_t target = value < 0 ? 0 : block.IndexOf(position);
-        const bool isStart = target < block.instructions.size()
-                                 ? block.instructions[target].position == position
-                                 : position == block.code.size();
-        if (value < 0 || !isStart)
-            cursor.FailAt(block.Line(instruction, i), block.BadValue(instruction, i));
-    }
-}
-
-void SqxReader::CheckShadeops(SqxCursor& cursor, const SqxBlock& block)
-{
-    for (const SqxInstruction& instruction : block.instructions) {
-        if (!instruction.layout->operands.starts_with('d'))
-            continue;
-        const int value = block.Value(instruction, 0);
-        if (value < 0 || static_cast<std::size_t>(value) >= m_shader.functions.size())
-            cursor.FailAt(block.Line(instruction, 0), block.BadValue(instruction, 0));
-    }
 }

@@ -17,7 +17,12 @@ struct SqxShadeopType {
 /// Reads the text by which a library declares a shadeop: "float blend(color, float[4])". Only the
 /// space character counts as blank. The compiler and what runs shaders read it alike.
 ///
-/// Each operation reads on from where the one before stopped, and none reads past the end.
+/// Each operation reads on from where the one before stopped, and none reads past the end. They
+/// come in this order:
+///
+///     ReadReturnType, ReadName, ReadArgument(true), ReadArgument(false) until IsAtEnd, ReadEnd
+///
+/// None throws; where one gives nothing, the text declares no shadeop.
 class SqxShadeopText {
 public:
     /// The text must outlive the reader.
@@ -43,8 +48,9 @@ private:
     {
         m_rest.remove_prefix(std::min(m_rest.find_first_not_of(' '), m_rest.size()));
     }
-    /// Up to one of `ends` or the end of the text.
+    /// Takes what stands in front of one of `ends`, or all of the text.
     [[nodiscard]] std::string_view ReadUpTo(std::string_view ends);
+    /// Takes that character, if it is next.
     [[nodiscard]] bool Skip(char wanted);
     [[nodiscard]] std::optional<int> ReadArraySize();
 

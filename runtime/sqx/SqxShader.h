@@ -11,13 +11,13 @@
 /// A byte-code file as a structure. Every number in the code of a file that was read whole has been
 /// checked: it refers to something that the file holds. Lines are those of the file, from 1.
 
-/// Name of a shader type code, 0 to 4.
+/// Name of a shader type code, 0 to 4: "surface". No other code may be asked for.
 [[nodiscard]] const char* SqxShaderTypeName(int code);
 
 /// How far a file was read: up to the end of this section.
 enum class SqxSection { None, Head, Variables, Spaces, Initializers, Flags, Shadeops, Facts, Main };
 
-/// Where a variable's value comes from.
+/// Where a variable's value comes from: the grid, the user, the code, the file.
 enum class SqxVariableKind { Predefined, Parameter, Local, Constant };
 
 /// A variable or constant of the file; its number is its place in the shader's list.
@@ -45,6 +45,8 @@ struct SqxInstruction {
 
 /// A code block: the numbers as they stand, and where instructions begin among them.
 struct SqxBlock {
+    // Of the instructions of this block, whose values `i` are counted from 0.
+
     /// Value `i` of an instruction.
     [[nodiscard]] int Value(const SqxInstruction& instruction, std::size_t i) const
     {
@@ -57,7 +59,8 @@ struct SqxBlock {
     }
     /// The letter of the layout that value `i` belongs to.
     [[nodiscard]] static char Letter(const SqxInstruction& instruction, std::size_t i);
-    /// The instruction that starts at a position; the count of instructions for the end.
+    /// The instruction that starts at a position, or else the first one behind it; the count of
+    /// instructions for the end. O(log n).
     [[nodiscard]] std::size_t IndexOf(std::size_t position) const;
 
     /// Line of an instruction's number.
@@ -72,6 +75,7 @@ struct SqxBlock {
     }
     /// "Instruction GOTO at 12", for messages.
     [[nodiscard]] static std::string Place(const SqxInstruction& instruction);
+    /// The place, and that value `i` refers to nothing.
     [[nodiscard]] std::string BadValue(const SqxInstruction& instruction, std::size_t i) const;
 
     int line = 0;  // of the first value
@@ -114,11 +118,12 @@ struct SqxShader {
     bool modifiesP = false;
     SqxBlock main;
 
+    /// By position among the parameters.
     [[nodiscard]] const SqxVariable& Parameter(std::size_t i) const
     {
         return variables[predefinedCount + i];
     }
-    /// The name of the section that holds it.
+    /// The name of the section that holds it, as messages have it.
     [[nodiscard]] std::string SectionOf(const SqxInitializer& initializer) const
     {
         return "initializer of " + Parameter(initializer.parameter).name;

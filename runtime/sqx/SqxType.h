@@ -1,6 +1,7 @@
 #pragma once
 
-/// Types of variables by the codes of the file.
+/// Types of variables by the codes of the file. Int is that of literal numbers in code, and Bool
+/// that of flags and constants; no parameter has either.
 enum class SqxType {
     Float = 1,
     Point = 2,
