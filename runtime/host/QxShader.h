@@ -11,10 +11,10 @@
 #include "QxShaderSupport.h"
 #include "host/QxHostValue.h"
 
-/// Whether a run is to stop.
+/// Whether a run is to stop. It is asked in the thread that runs.
 using QxStopTest = std::function<bool()>;
 
-/// Shades with a shader for one user at a time.
+/// Shades with a shader for one user at a time, in one thread at a time.
 class QxShaderRun {
 public:
     virtual ~QxShaderRun() = default;
@@ -23,12 +23,18 @@ public:
     /// the context. Throws `QxHostError`, as `Evaluate` does.
     virtual void Initialize(const QxShadingContext& context, const QxFrame3D** spaces,
                             std::vector<QxVar>& variables) = 0;
+    /// Shades the points of a grid: reads and writes the predefined variables of `hidden`, and the
+    /// parameters in `variables`, which have room for all points, and their values by then, but for
+    /// default values that are computed from shading data.
+    /// `lights`: room for the values of each light, with nothing in it that counts; they are asked
+    /// of the context's support.
     virtual void Evaluate(const QxGrid& layout, const QxShadingContext& context,
                           const QxHiddenVariables& hidden, std::vector<QxVar>& variables,
                           std::vector<QxLightInput>& lights) = 0;
     /// An evaluation that takes more steps is ended with a `QxHostError`, if steps can be counted.
     virtual void SetStepLimit(std::size_t) {}
-    /// Nothing for a run that cannot be stopped.
+    /// An evaluation asks `test` now and then and ends with a `QxHostStopped` when it says so. Does
+    /// nothing for a run that cannot be stopped.
     virtual void SetStopTest(QxStopTest) {}
 };
 
@@ -73,7 +79,7 @@ public:
     /// The predefined variables that it reads or writes, such as "dPdu".
     [[nodiscard]] const std::vector<std::string>& Predefined() const { return m_predefined; }
     [[nodiscard]] bool Uses(std::string_view predefined) const;
-    /// The default value of a parameter needs the object space.
+    /// The default value of some parameter needs the object space.
     [[nodiscard]] bool NeedsObjectSpace() const;
     [[nodiscard]] bool TracesRays() const { return m_tracesRays; }
     [[nodiscard]] bool ModifiesP() const { return m_modifiesP; }
@@ -87,9 +93,10 @@ public:
 
     /// The spaces that it names, in the order of the space list of a context.
     [[nodiscard]] const std::vector<std::string>& SpaceNames() const { return m_spaceNames; }
-    /// Makes the variables, as many as there are parameters, those of an instance.
+    /// Gives the variables, as many as there are parameters, their names, types and lengths; room
+    /// and values come later. The shader must outlive them.
     void Declare(std::vector<QxVar>& variables) const;
-    /// What shades for one instance. The shader must outlive it.
+    /// What shades for one instance. The shader must outlive it. May be called in any thread.
     [[nodiscard]] virtual std::unique_ptr<QxShaderRun> NewRun() const = 0;
 
 protected:

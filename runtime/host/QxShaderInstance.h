@@ -47,13 +47,16 @@ public:
     void SetStopTest(QxStopTest test) { m_run->SetStopTest(std::move(test)); }
 
     /// Shades the grid: reads its predefined variables and writes those that the shader writes.
-    /// Output parameters start from their default values each time. Throws `QxHostError`.
+    /// Output parameters start from their default values each time. Throws `QxHostError`, also if a
+    /// predefined variable that the shader uses is missing; what was written by then stays.
     void Run(const QxHostPoints& points, QxHostScene& scene);
-    /// The same with services of the caller's own and that many lights, which they run.
+    /// The same with services of the caller's own and that many lights, which they run: whoever
+    /// derives from `QxShaderSupport` need not have a `QxHostScene`.
     void Run(const QxHostPoints& points, QxShaderSupport& support, unsigned int lightCount);
 
     /// A parameter as the last run left it: one value if it is uniform, else one for each point;
-    /// of an array, all of its first element come first. Throws `QxHostError`.
+    /// of an array, all of its first element come first. A copy. Throws `QxHostError` for an
+    /// unknown parameter.
     [[nodiscard]] QxHostValue Get(const std::string& name);
 
 private:

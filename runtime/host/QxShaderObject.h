@@ -5,10 +5,12 @@
 /// A shader in a shared object that `shaderqx --dso` built, loaded.
 ///
 /// A file that is opened again while it is loaded is the one that is loaded, with the shadeop
-/// libraries that were found for it then.
+/// libraries that were found for it then. It is unloaded when the last shader of it goes, which may
+/// be in any thread.
 class QxShaderObject : public QxShader {
 public:
-    /// Throws `QxHostError`.
+    /// Loads the file, which may then do whatever it likes in this process: it is code, to be
+    /// trusted like a program. Throws `QxHostError` if it is no shader of this interface version.
     QxShaderObject(const std::string& path, const std::vector<std::string>& shadeopFolders);
     ~QxShaderObject() override;
 

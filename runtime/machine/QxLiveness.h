@@ -15,14 +15,18 @@
 /// the others.
 class QxLiveness {
 public:
+    /// `block` must outlive this, and be whole: ended by a stop, its jumps among the drafts.
+    /// `variables`: of the program. Followed are locals that are no arrays, texts or references.
     QxLiveness(const QxDraftBlock& block, const std::vector<QxStorage>& variables);
 
-    /// False if that would be too much work: then nothing else may be asked.
+    /// Finds what is alive at the begin of each basic block. False if that would be too much work:
+    /// then only `Locals` may be asked. A walk costs O(n + b l / 64) for n drafts, b blocks and l
+    /// locals, and a few are needed where there are loops.
     [[nodiscard]] bool Compute();
 
     /// Calls `visit(index, begin)` for each draft, from the last to the first of a basic block,
     /// which begins at `begin`. It may change the draft and those before it, as long as what they
-    /// read was read there before.
+    /// read was read there before. Only after `Compute`, any number of times.
     template <class Visit>
     void WalkBack(const Visit& visit)
     {
@@ -35,12 +39,12 @@ public:
         }
     }
 
-    /// Drafts were dropped; no basic block lost all.
+    /// Drafts were dropped; no basic block lost all. `newIndexes`: as `QxDraftBlock::Keep` gives.
     void Renumber(const std::vector<std::uint32_t>& newIndexes);
 
     // While a draft is visited: behind it.
 
-    /// One of the locals that are followed.
+    /// One of the locals that are followed; whoever is not counts as alive everywhere.
     [[nodiscard]] bool Follows(const QxOperand& operand) const
     {
         return m_bits[operand.variable] != k_none;
@@ -50,14 +54,17 @@ public:
     {
         return !Follows(operand) || m_live.Has(m_bits[operand.variable]);
     }
-    /// Points that the open conditions leave out may read it.
+    /// Points that the open conditions leave out may read it: they need the value that it has in
+    /// front of the brackets, so that a write must heed the mask.
     [[nodiscard]] bool IsLiveElsewhere(const QxOperand& operand) const;
     [[nodiscard]] bool IsWithinCondition() const { return !m_behind.empty(); }
 
     // Afterwards.
 
-    /// All that may be read before they are written.
+    /// Those of the followed locals that may be read before they are written, as variables: a run
+    /// must set them to zero first.
     [[nodiscard]] std::vector<std::uint32_t> ReadFirst() const;
+    /// All that are followed, as variables.
     [[nodiscard]] const std::vector<std::uint32_t>& Locals() const { return m_locals; }
 
 private:

@@ -11,7 +11,8 @@
 struct QxMachineCode;
 struct SqxShader;
 
-/// Which kernels run a program.
+/// Which kernels run a program: the best ones that the processor can run, or those of one
+/// instruction set, for comparison. Values are the same with all of them.
 enum class QxKernelChoice { Best, Baseline, Avx2 };
 
 /// A shader in byte-code, verified and made ready to run once. It never changes, so that any number
@@ -29,7 +30,9 @@ public:
     };
 
     /// `bytes`: the text of the file; `name`: for messages. Shadeop libraries are looked for in
-    /// `shadeopFolders`. Throws `QxHostError`, which tells what is wrong with the file.
+    /// `shadeopFolders`, in their order, and nowhere else; they are loaded and initialized here,
+    /// and stay as long as the program. Throws `QxHostError`, which tells what is wrong with the
+    /// file, the libraries, or the choice of kernels. Nothing of the arguments is kept but copies.
     QxMachineProgram(std::string_view bytes, const std::string& name,
                      const std::vector<std::string>& shadeopFolders = {},
                      QxKernelChoice kernels = QxKernelChoice::Best);
@@ -37,11 +40,13 @@ public:
     QxMachineProgram(const SqxShader& shader, std::string name,
                      const std::vector<std::string>& shadeopFolders = {},
                      QxKernelChoice kernels = QxKernelChoice::Best);
+    /// Calls the cleanup functions of shadeops. No run may be left.
     ~QxMachineProgram();
     QxMachineProgram(const QxMachineProgram&) = delete;
     QxMachineProgram& operator=(const QxMachineProgram&) = delete;
 
     [[nodiscard]] QxShaderInterface::QxType Type() const { return m_type; }
+    /// In the order of the source, which is that of the variables of an instance.
     [[nodiscard]] const std::vector<Parameter>& Parameters() const { return m_parameters; }
     /// Names of the predefined variables that the shader reads or writes.
     [[nodiscard]] const std::vector<std::string>& Predefined() const { return m_predefined; }
@@ -54,12 +59,14 @@ public:
     }
     [[nodiscard]] bool TracesRays() const { return m_tracesRays; }
     [[nodiscard]] bool ModifiesP() const { return m_modifiesP; }
-    /// The default value of a parameter is computed from shading data.
+    /// The default value of a parameter, by its position, is computed from shading data, and so for
+    /// each grid anew. O(p) for p such parameters.
     [[nodiscard]] bool IsDefaultPerPoint(std::size_t parameter) const;
     /// Instructions of all its blocks, as the file has them.
     [[nodiscard]] std::size_t InstructionCount() const;
 
-    /// Makes the variables, as many as there are parameters, those of an instance.
+    /// Gives the variables, as many as there are parameters, their names, types and lengths. They
+    /// have no values yet: see `QxMachineRun::Initialize`.
     void Declare(std::vector<QxVar>& variables) const;
 
     /// AVX2 kernels can run here.

@@ -10,17 +10,23 @@
 /// program.
 class QxMachineStore {
 public:
+    /// `code` must outlive it. Nothing is allocated yet.
     explicit QxMachineStore(const QxMachineCode& code);
+    /// Frees also the texts that kernels left in locals.
     ~QxMachineStore();
     QxMachineStore(const QxMachineStore&) = delete;
     QxMachineStore& operator=(const QxMachineStore&) = delete;
 
-    /// Makes ready for that many points. All texts are empty, and no reference is bound. Throws
-    /// `QxHostError` if there is not enough memory.
+    /// Makes ready for that many points. All texts are empty, arrays are zero, and no reference is
+    /// bound; what else locals hold is left from the run before, see `Clear`. `variables`: of the
+    /// instance, whose values are used where they stand, so they must neither move nor change their
+    /// length while code runs. Throws `QxHostError` if there is not enough memory; it may be called
+    /// again then.
     void Start(std::size_t points, std::vector<QxVar>& variables);
-    /// Binds the predefined variables. What the host did not set reads as zero.
+    /// Binds the predefined variables, behind `Start`. What the host did not set reads as zero.
+    /// `eye` is copied; the arrays of `h` must last while code runs.
     void Bind(const QxHiddenVariables& h, const QxVector3& eye);
-    /// Sets locals to zero.
+    /// Sets locals to zero, at all points. None may be a text or a reference.
     void Clear(const std::vector<std::uint32_t>& locals);
 
     /// That it is made ready for; one before the first run.
@@ -28,8 +34,10 @@ public:
     {
         return static_cast<unsigned int>(m_points == 0 ? 1 : m_points);
     }
+    /// Where the values of each variable start, by its number; kernels change what is re-bound.
     [[nodiscard]] void** Values() { return m_values.data(); }
-    /// An array of zeros for each point, for what the host did not set.
+    /// An array of zeros for each point, for what the host did not set. Made when first wanted, and
+    /// valid until the next `Start`.
     [[nodiscard]] void* Zeros();
     /// Where a predefined variable of the grid starts, as `Bind` found it.
     [[nodiscard]] void* Home(std::uint32_t variable) const { return m_homes[variable]; }

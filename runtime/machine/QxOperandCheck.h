@@ -5,21 +5,24 @@
 #include "machine/QxBrackets.h"
 #include "machine/QxUntrustedBlock.h"
 
-/// What of a variable decides whether it may be an operand.
+/// What of a variable decides whether it may be an operand. One for each variable of a shader, in
+/// their order, serves all its blocks.
 struct QxOperandFacts {
     explicit QxOperandFacts(const SqxVariable& variable);
 
-    unsigned char shape = 0;  // a bit of `QxShapeOf`
+    unsigned char shape = 0;  // one bit; points, vectors, normals and colors have the same
     bool uniform = true;
     bool array = false;
     bool reference = false;
     bool constant = false;
 };
 
-/// Whether each operand of an instruction has the type and detail that it must have.
+/// Whether each operand of an instruction has the type and detail that it must have. The rules are
+/// told in QxVerifier.h, under "Operands" and "Detail"; what an instruction wants stands in
+/// `SqxLayout::types`.
 class QxOperandCheck {
 public:
-    /// `facts`: of all variables of the shader.
+    /// `facts`: of all variables of the shader. `brackets`: of the block. All must outlive this.
     QxOperandCheck(const QxUntrustedBlock& block, const std::vector<QxOperandFacts>& facts,
                    const QxBrackets& brackets)
         : m_block(block),
@@ -28,7 +31,8 @@ public:
     {
     }
 
-    /// Throws `QxRefused`.
+    /// Throws `QxRefused` for the first operand that does not fit; the message is with the block.
+    /// O(n) for n operands.
     void Run();
 
 private:

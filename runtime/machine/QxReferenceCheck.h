@@ -12,10 +12,13 @@
 /// loops over lights; a conditional bracket counts as entered.
 class QxReferenceCheck {
 public:
-    /// `facts`: of all variables of the shader.
+    /// `facts`: of all variables of the shader. Both must outlive this.
     QxReferenceCheck(const QxUntrustedBlock& block, const std::vector<QxOperandFacts>& facts);
 
-    /// Throws `QxRefused`.
+    /// Throws `QxRefused` for the first use that may come before a binding, for a reference that is
+    /// bound to two arrays, and if jumps are too tangled to follow. Operands must have been
+    /// checked. O(n) for n operands; references that are bound far from their use cost a bit for
+    /// each of them and each target of a jump, a few times over.
     void Run();
 
 private:

@@ -18,10 +18,12 @@ public:
     {
     }
 
-    /// A text by which the library declares an overload of a function, by number. One that is not
-    /// written as it must be declares nothing.
+    /// A text by which the library declares an overload of a function, by its number in the file:
+    /// "float f(float, color[3])". One that is not written as it must be, or is of another function
+    /// of the library, declares nothing. All come before `Run`.
     void Declare(std::size_t function, std::string_view declaration);
-    /// Throws `QxHostError` for the first call that fits no overload.
+    /// Throws `QxHostError` for the first call that fits no overload, with its line and section.
+    /// Points, vectors, normals and colors fit each other, since they are stored alike.
     void Run() const;
 
 private:

@@ -13,7 +13,9 @@ struct QxStretch {
 };
 
 /// The longest stretches of a block, in their order, that are more than brackets which stand there
-/// already. The targets of the codes are indexes among the drafts. O(n) for n drafts, but for jumps
-/// that cross each other.
+/// already. They begin and end outside of brackets, and jumps neither leave one nor enter its
+/// middle. `block`: of a whole block; the targets of the codes are indexes among the drafts.
+/// `variables`: of the program that it belongs to. O(n) for n drafts, but for jumps that cross each
+/// other: after some rounds of those, none is found.
 [[nodiscard]] std::vector<QxStretch> QxFindStretches(const QxDraftBlock& block,
                                                      const QxMachineVariables& variables);

@@ -12,8 +12,13 @@
 /// stored behind it, so that kernels know of uniform and varying operands only.
 class QxTranslator {
 public:
+    /// `shader`: verified. `target`: empty but for `isLight`. All must outlive this; the target
+    /// keeps nothing of the shader.
     QxTranslator(const SqxShader& shader, const QxKernelTable& kernels, QxMachineCode& target);
-    /// Throws `QxHostError` if there is something in the file that the machine does not know.
+    /// Fills the target but for its shadeops: variables, constants, and the blocks of main and of
+    /// the initializers. Once. Throws `QxHostError` if there is something in the file that the
+    /// machine does not know; then the target is of no use. O(n) for n instructions, but for
+    /// what `QxJoinRuns` and `QxLiveness` say.
     void Run();
 
 private:

@@ -5,7 +5,8 @@
 /// Compiles one source, whether it changed or not, for a build system that decides that.
 ///
 /// Afterwards the stamp tells of the source and its output, and `STAMP.d` names in the syntax of
-/// makefiles all files that the preprocessor read and all shadeop libraries that are called. An output that came out as it was before keeps
-/// its time. Of a refused source nothing is left, not even the output of an earlier run. Gives the
-/// exit status; throws `SqxMakeError` for what is no fault of the source.
+/// makefiles all files that the preprocessor read and all shadeop libraries that are called. An
+/// output that came out as it was before keeps its time. Of a refused source nothing is left, not
+/// even the output of an earlier run. Gives the exit status; throws `SqxMakeError` for what is no
+/// fault of the source.
 [[nodiscard]] int SqxCompileStep(const SqxMakeOptions& options);
