@@ -4,7 +4,8 @@
 
 #include "sqx/SqxNumbers.h"
 
-/// The number of each instruction by its name, for the writer.
+/// The number of each instruction by its name, for the writer. The table itself stands beside the
+/// reader, which shares it.
 class SlcByteCode {
 public:
     /// The number of an instruction. A name that is not in the table is a fault of the compiler,

@@ -20,8 +20,10 @@ public:
     {
     }
 
-    /// The tables, and the function that fills them.
+    /// The tables, and the function that opens the libraries and fills the tables, once.
     void GenInitDSO();
+    /// The function that ends what the libraries have begun, and closes them. Stands behind the
+    /// tables.
     void GenCleanupDSO();
 
 private:

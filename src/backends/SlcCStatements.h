@@ -18,8 +18,12 @@ class SlcSemanticError;
 
 /// Writes instructions as C++ statements. Nearly each is one macro call, whose name tells the
 /// operation, the types of the operands, and by suffixes whether it runs over the whole grid.
+///
+/// The statements stand in a function that declares what they name: `i_hiddens`, `i_visibles`, `u`,
+/// `v`, `numMp`, `polyCnt` and, where lights are looked at, `mustEvalLights` and the lights.
 class SlcCStatements : private SlcAllICodeWalker, private SlcCText {
 public:
+    /// `out` outlives it.
     SlcCStatements(SlcPtr<SlcSemanticError> errors, std::ostream& out);
 
     /// The body of a function or block. An empty statement ends it, since a label may be the last
@@ -86,6 +90,7 @@ private:
     using Texts = std::vector<std::string>;
     /// `name(argument, argument, ...);`
     void WriteCall(std::string_view name, const Texts& arguments);
+    /// The operand at the point at hand, and as the array of the grid.
     [[nodiscard]] std::string Text(const SlcOperand& operand);
     [[nodiscard]] std::string Grid(const SlcOperand& operand);
     [[nodiscard]] Texts GridTexts(std::initializer_list<SlcOperand> operands);
@@ -94,8 +99,11 @@ private:
     void WriteTransform(SlcTransformSpaceICode& code, SlcTransformDirection direction);
     /// A call whose arguments are passed as an array of addresses. `result` may be empty.
     void WriteVarArgsCall(const SlcCallICode& code, const std::string& result);
+    /// A built-in over the grid, for all points or those of its condition.
     void WriteGridCall(const SlcCallICode& code);
+    /// `name` without the suffix; `condition` may be null.
     void WriteFootprint(std::string name, Texts operands, const SlcOperand& condition);
+    /// Puts the address of the argument, or of a copy of a constant, at `place` of the list.
     void WriteShadeopArgument(const SlcOperand& argument, std::size_t place);
     /// `SlcAssignName` of equal types; `what` names in the report what has an unfit type.
     [[nodiscard]] std::string ShadeopAssignName(const SlcTypeNode* type, const char* what) const;

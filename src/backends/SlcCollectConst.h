@@ -16,7 +16,8 @@ class SlcCollectConst : private SlcOperandWalker {
 public:
     /// Rewrites the reads of `list` and fills `constants` with what they share.
     void Collect(SlcPtr<SlcListICode>& list, std::deque<SlcOperand>& constants);
-    /// The same for a group of parameter initializers and the operands that hold their values.
+    /// The same for a group of parameter initializers and the operands that hold their values; a
+    /// value may be a constant itself. `lists` and `defaults` go in step.
     void CollectInit(std::deque<SlcPtr<SlcListICode>>& lists,
                      std::deque<std::deque<SlcOperand>>& defaults,
                      std::deque<SlcOperand>& constants);

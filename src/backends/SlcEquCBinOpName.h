@@ -5,10 +5,11 @@
 #include "icode/SlcAllICodeWalker.h"
 #include "icode/SlcLexType.h"
 
-/// Forms the names of operator instructions, which both back ends print: a root by the class and
-/// a suffix for the type of each operand, such as "ADD_FLOAT_COLOR".
+/// Forms the names of operator instructions, which both back ends print: a root by the class and a
+/// suffix for the type of each operand, such as "ADD_FLOAT_COLOR".
 ///
-/// The whole point family has one suffix; point, vector and normal differ only in transforms.
+/// The whole point family has one suffix; point, vector and normal differ only in transforms. An
+/// instruction without a name is fatal.
 class SlcEquCBinOpName : private SlcAllICodeWalker {
 public:
     /// What an inversion is named by: generated C++ names both operands, byte-code the source.

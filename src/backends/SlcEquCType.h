@@ -10,7 +10,7 @@ class SlcShaderTypeNode;
 class SlcEquCType {
 public:
     /// A reference to an array's element is a pointer. An array as a whole has no type of its own:
-    /// its declaration is written with the type of the element.
+    /// its declaration is written with the type of the element. Any other type is fatal.
     [[nodiscard]] std::string GetString(const SlcTypeNode* type) const;
 };
 

@@ -20,6 +20,7 @@ public:
     SlcFileInProgress(const SlcFileInProgress&) = delete;
     SlcFileInProgress& operator=(const SlcFileInProgress&) = delete;
 
+    /// Who writes need not ask whether it worked: `Finish` does.
     [[nodiscard]] std::ostream& Out() { return m_file; }
 
     /// Throws `SlcCompilationError` if an error has been reported, or if the file cannot be

@@ -16,12 +16,13 @@
 #include "icode/SlcJumpICode.h"
 
 /// Writes a finished shader as a `.sqx` file: a text of decimal numbers, names and quoted strings
-/// that the renderer's shading virtual machine loads.
+/// that the renderer's shading virtual machine loads. docs/byte-code.md describes it.
 ///
 /// All variables of the file share one running number, kept in their operands. One writer serves
 /// one file.
 class SlcGenByteCode : private SlcAllICodeWalker {
 public:
+    /// `out` outlives it; whether all could be written is left to its owner.
     SlcGenByteCode(SlcPtr<SlcSemanticError> errors, std::ostream& out);
 
     /// Writes the whole file. Merges the constants of the form's lists and numbers its operands.
@@ -41,11 +42,14 @@ private:
     void GenPModified(const SlcInterForm& form);
     void GenTheByteCode(const SlcListICode& list);
 
+    /// `space`: that of its default value, with quotes.
     void GenParameter(SlcVarSymbolEntry& parameter, const SlcStringLiteralNode* space);
+    /// The parameters whose default values depend, or do not, on what is shaded.
     void GenInitGroup(SlcInterForm& form, bool dependsOnContext);
     /// The uniform and then the varying ones of `locals`, each with its count.
     void GenLocals(const std::vector<SlcOperand>& locals);
     void GenConstants(const std::deque<SlcOperand>& constants);
+    /// A local, and a constant with its value; both get their numbers.
     void GenVarTypeInfo(const SlcOperand& variable);
     void GenConstInfo(const SlcOperand& constant);
     void Number(const SlcOperand& operand) { operand->m_index = m_nextVarNb++; }

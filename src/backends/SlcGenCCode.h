@@ -13,6 +13,7 @@
 /// One writer serves one file.
 class SlcGenCCode : private SlcCText {
 public:
+    /// `options` and `out` outlive it.
     SlcGenCCode(SlcPtr<SlcSemanticError> errors, SlcOptionsControl* options, std::ostream& out);
 
     /// Writes the whole text. Faults are counted by the sink, and the text is then worth nothing.
@@ -35,9 +36,11 @@ private:
     void GenDataSizes();
     void GenInitialize();
     void GenDefaultValue(std::size_t parameter);
+    /// What a parameter holds until the first grid is shaded: zeros, or empty strings.
     void GenShadeTimePlaceholder(std::size_t parameter);
     void GenInitializeAtShadeTime();
     void GenShadeTimeValue(std::size_t parameter);
+    /// Copies a value into a parameter, for all points if that varies.
     void GenShadeTimeAssign(const SlcOperand& dest, const SlcOperand& source,
                             const SlcOperand& index);
     void GenDestroy();
@@ -48,13 +51,18 @@ private:
 
     /// As the renderer's tokens declare it: detail, type and length.
     [[nodiscard]] std::string Declaration(const SlcOperand& parameter) const;
+    /// Its function gets the lights.
     [[nodiscard]] bool IsLitShader() const;
+    /// Some default value looks at lights.
     [[nodiscard]] bool UsesLightsAtShadeTime() const;
+    /// The evaluate function; `parameters` are those of the kind of shader, behind the common ones.
     void GenEvaluate(const char* parameters);
     /// Static initialized array of the frame; a null pointer where there are no values.
     void GenTable(const char* type, const char* name, const std::vector<std::string>& values);
 
+    /// The operand of a parameter, by its place in the file.
     [[nodiscard]] const SlcOperand& Parameter(std::size_t i) const;
+    /// How the file reaches the variable of a parameter that the renderer holds.
     [[nodiscard]] std::string Visible(std::size_t parameter) const;
 
     SlcPtr<SlcSemanticError> m_errors;

@@ -4,6 +4,7 @@
 
 // What declarations of a local need to know of its type.
 
+/// False of a reference to an element, which answers as its element does.
 [[nodiscard]] inline bool IsArray(const SlcOperand& local)
 {
     return local->GetType()->IsArrayType();

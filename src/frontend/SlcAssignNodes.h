@@ -5,7 +5,9 @@
 
 #include "frontend/SlcLValueNodes.h"
 
-/// Base of the assignment operators; an assignment is an expression with the value assigned.
+/// Base of the assignment operators. An assignment is an expression: its value is what the variable
+/// holds then, and it can stand for an output argument. The value is evaluated behind the index of
+/// an element, and in front of the write.
 class SlcAssignExprNode : public SlcVisitable<SlcAssignExprNode, SlcReferenceExprNode> {
 public:
     /// Stands where its left value stands.
@@ -15,7 +17,9 @@ public:
     [[nodiscard]] virtual bool IsSubEqAssign() const { return false; }
     [[nodiscard]] virtual bool IsMultEqAssign() const { return false; }
     [[nodiscard]] virtual bool IsDivEqAssign() const { return false; }
+    /// The operator, as the source writes it.
     [[nodiscard]] virtual std::string_view ToString() const = 0;
+    /// Those of the variable that is assigned.
     [[nodiscard]] SlcIdentNode* GetIdent() const override { return m_lvalue->GetIdent(); }
     [[nodiscard]] const SlcPtr<SlcVarSymbolEntry>& GetSymbolEntry() const override;
     [[nodiscard]] SlcLValueNode* GetLValue() const { return m_lvalue.get(); }

@@ -5,11 +5,13 @@
 
 #include "frontend/SlcExprNodes.h"
 
-/// Base of the binary arithmetic operators.
+/// Base of the binary arithmetic operators. They lean to the left: `a - b - c` is `(a - b) - c`,
+/// and a chain of them may be thousands long, so that passes walk it by a loop (`SlcLeftSpine`).
 class SlcBinOpExprNode : public SlcVisitable<SlcBinOpExprNode, SlcExprNode> {
 public:
     /// Stands where its left operand stands.
     SlcBinOpExprNode(std::unique_ptr<SlcExprNode> left, std::unique_ptr<SlcExprNode> right);
+    /// Both operands are.
     [[nodiscard]] bool IsConstExpr() const override;
     [[nodiscard]] virtual bool IsAdd() const { return false; }
     [[nodiscard]] virtual bool IsSub() const { return false; }
@@ -17,6 +19,7 @@ public:
     [[nodiscard]] virtual bool IsDiv() const { return false; }
     [[nodiscard]] virtual bool IsDotProd() const { return false; }
     [[nodiscard]] virtual bool IsCrossProd() const { return false; }
+    /// The operator, as the source writes it.
     [[nodiscard]] virtual std::string_view ToString() const = 0;
     [[nodiscard]] SlcExprNode* GetLeft() const { return m_left.get(); }
     [[nodiscard]] SlcExprNode* GetRight() const { return m_right.get(); }
@@ -28,7 +31,8 @@ private:
     std::unique_ptr<SlcExprNode> m_right;
 };
 
-/// `a . b`, which binds tighter than the other operators.
+/// `a . b`, of two colors or two of the point family: a float. It binds tighter than the other
+/// operators.
 class SlcDotProdExprNode : public SlcVisitable<SlcDotProdExprNode, SlcBinOpExprNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -36,7 +40,7 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "."; }
 };
 
-/// `a * b`; of triples component by component.
+/// `a * b`; of triples component by component, of matrices as matrices.
 class SlcMultExprNode : public SlcVisitable<SlcMultExprNode, SlcBinOpExprNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -44,7 +48,7 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "*"; }
 };
 
-/// `a / b`; of triples component by component.
+/// `a / b`; of triples component by component, of matrices by the inverse.
 class SlcDivExprNode : public SlcVisitable<SlcDivExprNode, SlcBinOpExprNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -52,7 +56,8 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "/"; }
 };
 
-/// `a ^ b`, which binds looser than `*` and tighter than `+`.
+/// `a ^ b`, of two of the point family: a vector, or what the context wants. It binds looser than
+/// `*` and tighter than `+`.
 class SlcCrossProdExprNode : public SlcVisitable<SlcCrossProdExprNode, SlcBinOpExprNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -60,7 +65,7 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "^"; }
 };
 
-/// `a + b`
+/// `a + b`; not of matrices.
 class SlcAddExprNode : public SlcVisitable<SlcAddExprNode, SlcBinOpExprNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -68,7 +73,7 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "+"; }
 };
 
-/// `a - b`
+/// `a - b`; not of matrices. Of two points, the vector from b to a.
 class SlcSubExprNode : public SlcVisitable<SlcSubExprNode, SlcBinOpExprNode> {
 public:
     using SlcVisitable::SlcVisitable;

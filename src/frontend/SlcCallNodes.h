@@ -9,7 +9,7 @@
 class SlcFuncSymbolEntry;
 class SlcFuncVarArgLeaf;
 
-/// The arguments of a call.
+/// The arguments of a call, in the order of the source; there may be none.
 class SlcProcArgsNode : public SlcVisitable<SlcProcArgsNode, SlcSyntaxNode> {
 public:
     using SlcVisitable::SlcVisitable;

@@ -15,9 +15,13 @@ class SlcCodeWalker {
 public:
     virtual ~SlcCodeWalker() = default;
 
+    /// One for each class. Not called by hand: `SlcSyntaxNode::ApplyWalker` finds the one of the
+    /// class. An override hides the others, so that a walker begins with `using
+    /// SlcCodeWalker::Case;`.
     virtual void Case(SlcSyntaxNode* node);
 #define SLC_NODE_CLASS(name, parent) virtual void Case(name* node);
 #include "frontend/SlcNodeClasses.def"
 #undef SLC_NODE_CLASS
+    /// Whatever no overridden `Case` has taken.
     virtual void Default(SlcSyntaxNode* node) = 0;
 };

@@ -34,7 +34,7 @@ private:
     std::vector<std::unique_ptr<SlcDefinitionNode>> m_definitions;
 };
 
-/// One name of a declaration, with its array size and initializer.
+/// One name of a declaration, with its array size and initializer: `w[3] = {1, 2, 3}`.
 class SlcDefExprNode : public SlcVisitable<SlcDefExprNode, SlcSyntaxNode> {
 public:
     static constexpr int k_scalar = -1;          // array size of what is no array
@@ -47,7 +47,9 @@ public:
     [[nodiscard]] SlcIdentNode* GetIdent() const { return m_ident; }
     [[nodiscard]] SlcExprNode* GetInitializer() const { return m_initializer.get(); }
     [[nodiscard]] bool IsArray() const { return m_arraySize != k_scalar; }
+    /// The length, or one of the two constants above.
     [[nodiscard]] int GetArraySize() const { return m_arraySize; }
+    /// Null before the semantic pass. Behind a fault too there is one.
     [[nodiscard]] const SlcPtr<SlcVarSymbolEntry>& GetSymbolEntry() const { return m_entry; }
     void SetSymbolEntry(SlcPtr<SlcVarSymbolEntry> entry);
     void WalkIn(SlcCodeWalker* walker) override;
@@ -59,7 +61,7 @@ private:
     SlcPtr<SlcVarSymbolEntry> m_entry;  // set by the semantic pass
 };
 
-/// The names of one declaration.
+/// The names of one declaration: `x = 1, y` of `float x = 1, y`.
 class SlcDefExprsNode : public SlcVisitable<SlcDefExprsNode, SlcSyntaxNode> {
 public:
     void AddDefExpr(std::unique_ptr<SlcDefExprNode> definition);
@@ -70,7 +72,8 @@ private:
     std::vector<std::unique_ptr<SlcDefExprNode>> m_definitions;
 };
 
-/// Storage, detail and type of a declaration; none of them is owned.
+/// Storage, detail and type of a declaration: `output varying color`. A word that the source leaves
+/// out has its default here. None of the three is owned.
 class SlcTypeSpecNode : public SlcVisitable<SlcTypeSpecNode, SlcSyntaxNode> {
 public:
     SlcTypeSpecNode(const SlcPosition& position, SlcStorageSpecNode* storage, SlcDetailNode* detail,
@@ -86,7 +89,7 @@ private:
     SlcTypeNode* m_type;
 };
 
-/// A declaration: one type with its names.
+/// A declaration: one type with its names, as `float x = 1, y`.
 class SlcVarDefsNode : public SlcVisitable<SlcVarDefsNode, SlcSyntaxNode> {
 public:
     SlcVarDefsNode(std::unique_ptr<SlcTypeSpecNode> typeSpec,
@@ -100,10 +103,12 @@ private:
     std::unique_ptr<SlcDefExprsNode> m_definitions;
 };
 
-/// The formals of a shader or function.
+/// The formals of a shader or function: declarations in the order of the source. A declaration may
+/// hold several formals.
 class SlcFormalsNode : public SlcVisitable<SlcFormalsNode, SlcSyntaxNode> {
 public:
     void AddVarDef(std::unique_ptr<SlcVarDefsNode> declaration);
+    /// In front of those that are there. Told, unused: the grammar comes to them in their order.
     void AddVarDefBegin(std::unique_ptr<SlcVarDefsNode> declaration);
     [[nodiscard]] const std::vector<std::unique_ptr<SlcVarDefsNode>>& GetVarDefs() const;
     void WalkIn(SlcCodeWalker* walker) override;
@@ -114,7 +119,8 @@ private:
 
 class SlcStmtsNode;
 
-/// `surface name(formals) { body }`, and the like for the other kinds.
+/// `surface name(formals) { body }`, and the like for the other kinds. There is one in a file; its
+/// formals are the parameters of the shader.
 class SlcShaderDefNode : public SlcVisitable<SlcShaderDefNode, SlcDefinitionNode> {
 public:
     SlcShaderDefNode(const SlcPosition& position, std::unique_ptr<SlcShaderTypeNode> shaderType,
@@ -136,6 +142,7 @@ private:
 };
 
 /// `float name(formals) { body }`, at the top of a file or, in a `SlcFuncDefStmtNode`, in a body.
+/// It has code where it is called, and none of its own.
 class SlcFuncDefNode : public SlcVisitable<SlcFuncDefNode, SlcDefinitionNode> {
 public:
     /// `returnType` may be null.

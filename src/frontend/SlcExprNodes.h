@@ -10,7 +10,7 @@
 class SlcRelationNode;
 class SlcVarSymbolEntry;
 
-/// Base of expressions.
+/// Base of expressions. The checks leave a `SlcPossibleTypes` on each, with its type and detail.
 class SlcExprNode : public SlcSyntaxNode {
 public:
     using SlcSyntaxNode::SlcSyntaxNode;
@@ -21,12 +21,13 @@ public:
     [[nodiscard]] SlcExprNode* AsExpr() final { return this; }
 };
 
-/// Base of what names a variable.
+/// Base of what names a variable: a name, an element, an assignment.
 class SlcReferenceExprNode : public SlcExprNode {
 public:
     using SlcExprNode::SlcExprNode;
     [[nodiscard]] bool IsReferenceExpr() const override { return true; }
     [[nodiscard]] virtual SlcIdentNode* GetIdent() const = 0;
+    /// Null before the semantic pass.
     [[nodiscard]] virtual const SlcPtr<SlcVarSymbolEntry>& GetSymbolEntry() const = 0;
 };
 
@@ -49,7 +50,7 @@ private:
     SlcStringLiteralNode* m_string = nullptr;
 };
 
-/// `name` where a value is wanted.
+/// `name` where a value is wanted. Whole arrays are named so too.
 class SlcIdentExprNode : public SlcVisitable<SlcIdentExprNode, SlcReferenceExprNode> {
 public:
     SlcIdentExprNode(const SlcPosition& position, SlcIdentNode* ident);
@@ -66,7 +67,7 @@ private:
     SlcPtr<SlcVarSymbolEntry> m_entry;  // set by the semantic pass
 };
 
-/// `name[index]` where a value is wanted.
+/// `name[index]` where a value is wanted. The index is a float, whose fraction is cut off.
 class SlcArrayRefExprNode : public SlcVisitable<SlcArrayRefExprNode, SlcReferenceExprNode> {
 public:
     SlcArrayRefExprNode(const SlcPosition& position, SlcIdentNode* ident,
@@ -84,7 +85,7 @@ private:
     std::unique_ptr<SlcExprNode> m_index;
 };
 
-/// `-operand`
+/// `-operand`: of floats, colors and the point family.
 class SlcUMinusExprNode : public SlcVisitable<SlcUMinusExprNode, SlcExprNode> {
 public:
     SlcUMinusExprNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> operand);
@@ -96,7 +97,9 @@ private:
     std::unique_ptr<SlcExprNode> m_operand;
 };
 
-/// A cast, with the name of the space in which the operand is meant.
+/// `color "hsv" (r, g, b)`: a cast, with the name of the space in which the operand is meant. It
+/// spreads a float, and decides the type of a triple. For types that live in spaces the parser
+/// gives one where the source names none: "current", of colors "rgb".
 class SlcCastExprNode : public SlcVisitable<SlcCastExprNode, SlcExprNode> {
 public:
     /// `space` is null for types that live in no space.
@@ -114,7 +117,8 @@ private:
     std::unique_ptr<SlcExprNode> m_operand;
 };
 
-/// `condition ? then : else`
+/// `condition ? then : else`. One of the two values is evaluated, or each for its points if the
+/// condition varies.
 class SlcCondExprNode : public SlcVisitable<SlcCondExprNode, SlcExprNode> {
 public:
     SlcCondExprNode(const SlcPosition& position, std::unique_ptr<SlcRelationNode> condition,
@@ -131,7 +135,7 @@ private:
     std::unique_ptr<SlcExprNode> m_else;
 };
 
-/// Three values in parentheses: a point or a color, as the context wants.
+/// `(x, y, z)`: a point or a color, as the context wants.
 class SlcPointExprNode : public SlcVisitable<SlcPointExprNode, SlcExprNode> {
 public:
     SlcPointExprNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> x,
@@ -147,7 +151,7 @@ private:
     std::array<std::unique_ptr<SlcExprNode>, 3> m_coordinates;
 };
 
-/// Sixteen values in parentheses, row by row.
+/// Sixteen values in parentheses, row by row: a matrix.
 class SlcMatrixExprNode : public SlcVisitable<SlcMatrixExprNode, SlcExprNode> {
 public:
     SlcMatrixExprNode(const SlcPosition& position,
@@ -160,7 +164,7 @@ private:
     std::array<std::unique_ptr<SlcExprNode>, 16> m_values;
 };
 
-/// The brace list that initializes an array.
+/// The brace list that initializes an array: `{1, 2, 3}`. It stands nowhere else.
 class SlcArrayExprNode : public SlcVisitable<SlcArrayExprNode, SlcExprNode> {
 public:
     using SlcVisitable::SlcVisitable;

@@ -5,15 +5,17 @@
 
 #include "frontend/SlcExprNodes.h"
 
-/// Base of what an assignment writes to.
+/// Base of what an assignment writes to. The checks leave a `SlcLValueType` on it.
 class SlcLValueNode : public SlcSyntaxNode {
 public:
     SlcLValueNode(const SlcPosition& position, SlcIdentNode* ident);
     ~SlcLValueNode() override;
     [[nodiscard]] virtual bool IsIdentLValue() const { return false; }
     [[nodiscard]] virtual bool IsArrayRefLValue() const { return false; }
+    /// For reports.
     [[nodiscard]] virtual std::string ToString() const = 0;
     [[nodiscard]] SlcIdentNode* GetIdent() const { return m_ident; }
+    /// Null before the semantic pass.
     [[nodiscard]] const SlcPtr<SlcVarSymbolEntry>& GetSymbolEntry() const { return m_entry; }
     void SetSymbolEntry(SlcPtr<SlcVarSymbolEntry> entry);
     [[nodiscard]] SlcLValueNode* AsLValue() final { return this; }

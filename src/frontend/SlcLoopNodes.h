@@ -21,7 +21,8 @@ private:
     bool m_containsBreakOrContinue = false;
 };
 
-/// `while (condition) body`
+/// `while (condition) body`. If the condition varies, the loop goes on until no point is left in
+/// it.
 class SlcWhileStmtNode : public SlcVisitable<SlcWhileStmtNode, SlcLoopStmtNode> {
 public:
     SlcWhileStmtNode(const SlcPosition& position, std::unique_ptr<SlcRelationNode> condition,
@@ -35,7 +36,8 @@ private:
     std::unique_ptr<SlcRelationNode> m_condition;
 };
 
-/// `for (init; condition; step) body`
+/// `for (init; condition; step) body`. The two expressions are evaluated for what they do; a
+/// `continue` goes on with the step.
 class SlcForStmtNode : public SlcVisitable<SlcForStmtNode, SlcLoopStmtNode> {
 public:
     SlcForStmtNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> init,
@@ -54,7 +56,8 @@ private:
     std::unique_ptr<SlcExprNode> m_step;
 };
 
-/// `solar() body`, `solar(axis, angle) body`: light from far away, in lights.
+/// `solar() body`, `solar(axis, angle) body`: light from far away, in lights. The body sets `Cl`
+/// for the points that it reaches, in which `L` is its direction; at all others the light is black.
 class SlcSolarStmtNode : public SlcVisitable<SlcSolarStmtNode, SlcLoopStmtNode> {
 public:
     /// `axis` and `angle` are both null or both set.
@@ -71,7 +74,7 @@ private:
 };
 
 /// `illuminate(position) body`, `illuminate(position, axis, angle) body`: light from a place, in
-/// lights.
+/// lights. The body as above, with `L` from the place to the point.
 class SlcIlluminateStmtNode : public SlcVisitable<SlcIlluminateStmtNode, SlcLoopStmtNode> {
 public:
     /// `axis` and `angle` are both null or both set.
@@ -91,7 +94,8 @@ private:
 };
 
 /// `illuminance(position) body`, `illuminance(position, axis, angle) body`: a loop over the lights
-/// that reach a place, in surfaces and volumes. A category in front of these has been dropped.
+/// that reach a place, in surfaces and volumes, with `L`, `Cl` and `Ol` of the light at hand. A
+/// category in front of these has been dropped.
 class SlcIlluminanceStmtNode : public SlcVisitable<SlcIlluminanceStmtNode, SlcLoopStmtNode> {
 public:
     /// `axis` and `angle` are both null or both set.
@@ -111,7 +115,7 @@ private:
     std::unique_ptr<SlcExprNode> m_angle;
 };
 
-/// Base of `break` and `continue`.
+/// Base of `break` and `continue`. Only `while` and `for` count as loops for them.
 class SlcLoopModStmtNode : public SlcVisitable<SlcLoopModStmtNode, SlcStmtNode> {
 public:
     /// Level 1.

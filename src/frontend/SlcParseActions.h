@@ -74,6 +74,7 @@ void PutHere(SlcTokenValue& value, std::unique_ptr<Node> node)
     value = {node.release(), position.line, position.column, position.file};
 }
 
+/// `storage detail type name, name = value`; takes over the names.
 [[nodiscard]] std::unique_ptr<SlcVarDefsNode>
 Declaration(const SlcPosition& position, SlcStorageSpecNode* storage, SlcDetailNode* detail,
             const SlcTokenValue& type, const SlcTokenValue& definitions);
@@ -82,6 +83,7 @@ Declaration(const SlcPosition& position, SlcStorageSpecNode* storage, SlcDetailN
 /// `size` and `initializer` may be null: a scalar, or no initializer.
 [[nodiscard]] std::unique_ptr<SlcDefExprNode>
 Definition(const SlcTokenValue& ident, const SlcTokenValue* size, const SlcTokenValue* initializer);
+/// Takes over formals and body.
 [[nodiscard]] std::unique_ptr<SlcFuncDefNode>
 Function(const SlcPosition& position, SlcTypeNode* returnType, const SlcTokenValue& ident,
          const SlcTokenValue& formals, const SlcTokenValue& body);
@@ -93,6 +95,7 @@ Function(const SlcPosition& position, SlcTypeNode* returnType, const SlcTokenVal
 void AdviseOnShaderName(const SlcTokenValue& ident);
 /// A function's detail is that of its calls.
 void WarnOfIgnoredDetail(const SlcTokenValue& ident);
+/// `space` may hold no node: then none is named.
 [[nodiscard]] std::unique_ptr<SlcCastExprNode>
 Cast(const SlcTokenValue& type, const SlcTokenValue& space, const SlcTokenValue& operand);
 /// For a texture access that names no channel.

@@ -26,12 +26,15 @@ private:
     };
     enum class Condition { None, Open, Closed };
 
+    /// A token of the scanner, for the ring.
     [[nodiscard]] int Read();
+    /// Keeps the fields below up with the tokens: each of the next three its part.
     void Follow(const Token& token);
     void FollowParenthesis(const Token& token);
     void FollowBrace(const Token& token);
     void FollowCondition(const Token& token);
 
+    /// What was most likely meant, of all that the next ones know; empty if none of them does.
     [[nodiscard]] std::string Hint() const;
     [[nodiscard]] std::string HintOnTypes() const;
     [[nodiscard]] std::string HintOnSigns() const;

@@ -6,7 +6,7 @@
 
 #include "frontend/SlcDefinitionNodes.h"
 
-/// The name of the shader last parsed; it names the output files.
+/// The name of the shader last parsed; it names the output files. Set by the grammar.
 extern std::string g_ccFilename;
 
 /// Parses a preprocessed source. `strict` changes nothing in the language that is accepted.

@@ -5,10 +5,11 @@
 
 #include "frontend/SlcExprNodes.h"
 
-/// Base of conditions.
+/// Base of conditions. A relation is no expression: it has no type, and its value is a flag.
 class SlcRelationNode : public SlcSyntaxNode {
 public:
     using SlcSyntaxNode::SlcSyntaxNode;
+    /// The operator, as the source writes it.
     [[nodiscard]] virtual std::string_view ToString() const = 0;
 };
 
@@ -32,7 +33,7 @@ private:
     std::unique_ptr<SlcExprNode> m_right;
 };
 
-/// Base of the orderings, which compare floats.
+/// Base of the orderings, which compare floats alone.
 class SlcRelOpNode : public SlcVisitable<SlcRelOpNode, SlcCompOpNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -70,7 +71,8 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return ">="; }
 };
 
-/// Base of the tests for equality, which compare values of any type.
+/// Base of the tests for equality, which compare values of any type but arrays: two of one type, or
+/// one with a float that is promoted.
 class SlcEqOpNode : public SlcVisitable<SlcEqOpNode, SlcCompOpNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -92,7 +94,7 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "!="; }
 };
 
-/// Base of "and" and "or".
+/// Base of "and" and "or". The right side runs only where the left one has not decided.
 class SlcLogOpNode : public SlcVisitable<SlcLogOpNode, SlcRelationNode> {
 public:
     /// Stands where its left operand stands.
@@ -118,7 +120,7 @@ private:
     bool m_rightReadsElement = false;
 };
 
-/// `relation && relation`
+/// `relation && relation`, which binds tighter than `||`.
 class SlcLogAndNode : public SlcVisitable<SlcLogAndNode, SlcLogOpNode> {
 public:
     using SlcVisitable::SlcVisitable;

@@ -8,8 +8,9 @@
 #include "frontend/SlcSyntaxNode.h"
 #include "support/SlcSourcePosition.h"
 
-/// What the scanner keeps beside the tokens: the current file, line and column, and the source
-/// line for reports. The state is that of `SlcCurrentPosition`, which only these operations write.
+/// What the scanner keeps beside the tokens: the current file, line and column, and the source line
+/// for reports. The state is that of `SlcCurrentPosition`, which only these operations write. The
+/// rules of scanner.l call them; one source is scanned at a time.
 class SlcScanner {
 public:
     static constexpr std::size_t k_maxTokenLength = 8191;

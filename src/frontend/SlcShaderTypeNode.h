@@ -4,7 +4,8 @@
 
 #include "frontend/SlcSyntaxNode.h"
 
-/// Base of the five kinds of shader.
+/// Base of the five kinds of shader. The kind decides which predefined variables there are, which
+/// statements and built-ins are allowed, and what the renderer reads at the end.
 class SlcShaderTypeNode : public SlcSyntaxNode {
 public:
     [[nodiscard]] virtual bool IsLight() const { return false; }
@@ -18,28 +19,28 @@ public:
     [[nodiscard]] virtual std::string ToString() const = 0;
 };
 
-/// Sets the light that reaches the points `Ps`.
+/// `light`: sets the light that reaches the points `Ps`.
 class SlcLightShaderTypeNode : public SlcVisitable<SlcLightShaderTypeNode, SlcShaderTypeNode> {
 public:
     [[nodiscard]] bool IsLight() const override { return true; }
     [[nodiscard]] std::string ToString() const override { return "light"; }
 };
 
-/// Sets color and opacity of points on a surface, and may loop over lights.
+/// `surface`: sets color and opacity of points on a surface, and may loop over lights.
 class SlcSurfaceShaderTypeNode : public SlcVisitable<SlcSurfaceShaderTypeNode, SlcShaderTypeNode> {
 public:
     [[nodiscard]] bool IsSurface() const override { return true; }
     [[nodiscard]] std::string ToString() const override { return "surface"; }
 };
 
-/// Changes color and opacity of what is seen through a volume.
+/// `volume`: changes color and opacity of what is seen through a volume, and may loop over lights.
 class SlcVolumeShaderTypeNode : public SlcVisitable<SlcVolumeShaderTypeNode, SlcShaderTypeNode> {
 public:
     [[nodiscard]] bool IsVolume() const override { return true; }
     [[nodiscard]] std::string ToString() const override { return "volume"; }
 };
 
-/// Moves points and their normals.
+/// `displacement`: moves points and their normals.
 class SlcDisplacementShaderTypeNode
     : public SlcVisitable<SlcDisplacementShaderTypeNode, SlcShaderTypeNode> {
 public:
@@ -47,7 +48,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "displacement"; }
 };
 
-/// Works on the pixels of a finished picture.
+/// `imager`: works on the pixels of a finished picture.
 class SlcImagerShaderTypeNode : public SlcVisitable<SlcImagerShaderTypeNode, SlcShaderTypeNode> {
 public:
     [[nodiscard]] bool IsImager() const override { return true; }

@@ -20,7 +20,7 @@ public:
     [[nodiscard]] SlcStmtNode* AsStmt() final { return this; }
 };
 
-/// A block, or an empty statement.
+/// `{ ... }`: a block, which is a scope, or an empty statement.
 class SlcStmtsNode : public SlcVisitable<SlcStmtsNode, SlcStmtNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -35,7 +35,7 @@ private:
     std::vector<std::unique_ptr<SlcStmtNode>> m_statements;
 };
 
-/// `x = value;` and the like.
+/// `x = value;` and the like: the value of the expression is dropped.
 class SlcAssignStmtNode : public SlcVisitable<SlcAssignStmtNode, SlcStmtNode> {
 public:
     SlcAssignStmtNode(const SlcPosition& position, std::unique_ptr<SlcAssignExprNode> assignment);
@@ -48,7 +48,7 @@ private:
     std::unique_ptr<SlcAssignExprNode> m_assignment;
 };
 
-/// `name(arguments);`
+/// `name(arguments);`: a value, if the call has one, is dropped.
 class SlcProcCallStmtNode : public SlcVisitable<SlcProcCallStmtNode, SlcStmtNode> {
 public:
     SlcProcCallStmtNode(const SlcPosition& position, std::unique_ptr<SlcProcCallExprNode> call);
@@ -61,7 +61,7 @@ private:
     std::unique_ptr<SlcProcCallExprNode> m_call;
 };
 
-/// `return value;`
+/// `return value;`, in functions alone. Of a body that some points leave early the others go on.
 class SlcReturnStmtNode : public SlcVisitable<SlcReturnStmtNode, SlcStmtNode> {
 public:
     SlcReturnStmtNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> value);
@@ -73,7 +73,7 @@ private:
     std::unique_ptr<SlcExprNode> m_value;
 };
 
-/// `if (condition) then`
+/// `if (condition) then`. If the condition varies, the branch runs for the points where it holds.
 class SlcIfThenStmtNode : public SlcVisitable<SlcIfThenStmtNode, SlcStmtNode> {
 public:
     SlcIfThenStmtNode(const SlcPosition& position, std::unique_ptr<SlcRelationNode> condition,
@@ -93,7 +93,8 @@ private:
     bool m_containsBreakOrContinue = false;
 };
 
-/// `if (condition) then else otherwise`
+/// `if (condition) then else otherwise`. Walkers that know only the class above see its condition
+/// and its first branch: `WalkIn` goes through all three.
 class SlcIfThenElseStmtNode : public SlcVisitable<SlcIfThenElseStmtNode, SlcIfThenStmtNode> {
 public:
     SlcIfThenElseStmtNode(const SlcPosition& position, std::unique_ptr<SlcRelationNode> condition,
@@ -107,7 +108,7 @@ private:
     std::unique_ptr<SlcStmtNode> m_else;
 };
 
-/// A declaration among statements.
+/// `float x = 1, y;`: a declaration among statements. What stands behind it sees the names.
 class SlcVarDefsStmtNode : public SlcVisitable<SlcVarDefsStmtNode, SlcStmtNode> {
 public:
     SlcVarDefsStmtNode(const SlcPosition& position, std::unique_ptr<SlcVarDefsNode> declaration);
@@ -119,7 +120,7 @@ private:
     std::unique_ptr<SlcVarDefsNode> m_declaration;
 };
 
-/// A function defined among statements.
+/// A function defined among statements, which what stands behind it may call.
 class SlcFuncDefStmtNode : public SlcVisitable<SlcFuncDefStmtNode, SlcStmtNode> {
 public:
     SlcFuncDefStmtNode(const SlcPosition& position, std::unique_ptr<SlcFuncDefNode> function);

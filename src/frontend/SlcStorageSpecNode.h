@@ -2,7 +2,8 @@
 
 #include "frontend/SlcSyntaxNode.h"
 
-/// Base of storage classes. Shared singletons, compared with the tests.
+/// Base of storage classes: how a variable comes by its value and who may write it. Shared
+/// singletons, compared with the tests.
 class SlcStorageSpecNode : public SlcSyntaxNode {
 public:
     [[nodiscard]] virtual bool IsInput() const { return false; }

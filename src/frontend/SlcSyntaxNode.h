@@ -44,6 +44,7 @@ public:
     /// `ApplyWalker` on each child in source order; missing optional children are passed over.
     virtual void WalkIn(SlcCodeWalker* walker);
 
+    /// All three at once.
     [[nodiscard]] SlcPosition Position() const;
 
     // The node as one of the classes that are asked for with every line; null for any other. A

@@ -16,7 +16,7 @@ public:
     [[nodiscard]] virtual std::string ToString() const = 0;
 };
 
-/// `texture`: looked up by two coordinates.
+/// `texture`: looked up by two coordinates, `s` and `t` if none are given.
 class SlcTextureTypeTextureNode
     : public SlcVisitable<SlcTextureTypeTextureNode, SlcTextureTypeNode> {
 public:
@@ -33,7 +33,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "environment"; }
 };
 
-/// `shadow`: looked up by a point.
+/// `shadow`: looked up by a point, for how much of it is hidden.
 class SlcTextureTypeShadowNode : public SlcVisitable<SlcTextureTypeShadowNode, SlcTextureTypeNode> {
 public:
     using SlcVisitable::SlcVisitable;

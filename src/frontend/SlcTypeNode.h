@@ -38,8 +38,10 @@ public:
     /// A value of this type can stand where `other` is wanted.
     [[nodiscard]] virtual bool IsPromotableAs(const SlcTypeNode* other) const;
 
+    /// The word of the source, for reports; of an array with its length.
     [[nodiscard]] virtual std::string ToString() const = 0;
 
+    /// The singletons of the plain types.
     [[nodiscard]] static SlcTypeNode* AFloat();
     [[nodiscard]] static SlcTypeNode* AString();
     [[nodiscard]] static SlcTypeNode* AColor();
@@ -57,13 +59,14 @@ public:
     [[nodiscard]] static SlcTypeNode* AVoid();
     [[nodiscard]] static SlcTypeNode* AError();
 
-    /// An array of unspecified length.
+    /// An array of unspecified length. A new node each time, as with the next three.
     [[nodiscard]] static SlcTypeNode* CreateArrayType(SlcTypeNode* element);
     /// The length is the value truncated toward zero.
     [[nodiscard]] static SlcTypeNode* CreateArrayType(SlcTypeNode* element,
                                                       const SlcFloatConstNode* length);
     /// A length of 0 means unspecified.
     [[nodiscard]] static SlcTypeNode* CreateArrayType(SlcTypeNode* element, int length);
+    /// Of an element of an array of `element`.
     [[nodiscard]] static SlcTypeNode* CreateArrayRefType(SlcTypeNode* element);
 };
 
@@ -142,7 +145,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "vector"; }
 };
 
-/// `matrix`, of four rows and columns.
+/// `matrix`, of four rows and columns; stored row by row.
 class SlcMatrixTypeNode : public SlcVisitable<SlcMatrixTypeNode, SlcTypeNode> {
 public:
     [[nodiscard]] bool IsMatrixType() const override { return true; }
@@ -150,7 +153,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "matrix"; }
 };
 
-/// Internal: no source text names it.
+/// Internal: no source text names it. Of counts that the compiler adds to calls.
 class SlcIntTypeNode : public SlcVisitable<SlcIntTypeNode, SlcTypeNode> {
 public:
     [[nodiscard]] bool IsIntType() const override { return true; }

@@ -2,8 +2,11 @@
 
 #include "icode/SlcICode.h"
 
-/// Base of the binary arithmetic instructions: result = left op right. The result may be one of
-/// the operands.
+/// Base of the binary arithmetic instructions: result = left op right. The result may be one of the
+/// operands.
+///
+/// Operands are floats, triples and matrices, in the pairs that the language allows. No instruction
+/// converts them: the types of both choose the primitive, as `ADD_FLOAT_COLOR` for `0.5 + Cs`.
 class SlcArithExprICode : public SlcICode {
 public:
     SlcArithExprICode(SlcOperand resultId, SlcOperand leftExpr, SlcOperand rightExpr)
@@ -62,7 +65,7 @@ public:
     using SlcICodeOf::SlcICodeOf;
 };
 
-/// dest = -source.
+/// dest = -source, component by component: `-x`.
 class SlcUnaryMinusICode : public SlcICodeOf<SlcUnaryMinusICode, SlcICode> {
 public:
     SlcUnaryMinusICode(SlcOperand dest, SlcOperand source)

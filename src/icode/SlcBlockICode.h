@@ -22,7 +22,8 @@ public:
     const std::string* m_file;  // in the scanner's list of names
 };
 
-/// Opens a parallel run: what follows runs once for each shading point.
+/// Opens a parallel run: what follows runs once for each shading point. Runs do not nest, and no
+/// jump leads into one or out of it.
 class SlcBeginParallelICode : public SlcICodeOf<SlcBeginParallelICode, SlcICode> {
 public:
     explicit SlcBeginParallelICode(SlcLabel label) : m_label(std::move(label)) {}
@@ -38,8 +39,10 @@ public:
     SlcLabel m_label;
 };
 
-/// Base of the brackets that guard code: inside a parallel run for the points where a varying
-/// flag has the wanted value, outside for the whole grid by a uniform flag.
+/// Base of the brackets that guard code: inside a parallel run for the points where a varying flag
+/// has the wanted value, outside for the whole grid by a uniform flag.
+///
+/// A guard opened in a run is closed in it. The label ties it to its `SlcEndIfICode`.
 class SlcIfICode : public SlcICode {
 public:
     SlcIfICode(SlcOperand flag, SlcLabel label) : m_flag(std::move(flag)), m_label(std::move(label))
@@ -70,7 +73,8 @@ public:
     SlcLabel m_label;
 };
 
-/// Clears the flags at the active points, which then take no further part in the loop.
+/// Clears the flags at the active points, which then take no further part in the loop: `break`, and
+/// the `return` of a body that some points leave early.
 class SlcBreakICode : public SlcICodeOf<SlcBreakICode, SlcICode> {
 public:
     explicit SlcBreakICode(SlcLabel label) : m_label(std::move(label)) {}
@@ -79,7 +83,7 @@ public:
     SlcLabel m_label;  // where the points go on
 };
 
-/// Clears the flags at the active points, which then wait for the next round.
+/// Clears the flags at the active points, which then wait for the next round: `continue`.
 class SlcContinueICode : public SlcICodeOf<SlcContinueICode, SlcICode> {
 public:
     explicit SlcContinueICode(SlcLabel label) : m_label(std::move(label)) {}

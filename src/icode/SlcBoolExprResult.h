@@ -8,6 +8,8 @@
 class SlcBoolExprResult : public SlcAnnotation {
 public:
     SlcBoolExprResult() = default;
+    /// `result` may be null. The relation may still give another flag: what varies has no place in
+    /// a uniform one.
     SlcBoolExprResult(SlcOperand result, bool inverted)
         : m_result(std::move(result)),
           m_inverted(inverted)

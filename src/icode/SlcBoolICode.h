@@ -2,10 +2,12 @@
 
 #include "icode/SlcICode.h"
 
-/// Base of the comparisons.
+/// Base of the comparisons. A flag is a boolean temporary; the source has no variables of the type.
 class SlcBoolExprICode : public SlcICode {};
 
-/// flag = left op right.
+/// flag = left op right. The types of both choose the primitive, as in arithmetic. `&&`, `||` and
+/// `!` have no instruction here: they become conditions around the right side, and inverted
+/// comparisons.
 class SlcBinOpBoolExprICode : public SlcBoolExprICode {
 public:
     SlcBinOpBoolExprICode(SlcOperand resultId, SlcOperand leftExpr, SlcOperand rightExpr)
@@ -56,7 +58,9 @@ public:
     using SlcICodeOf::SlcICodeOf;
 };
 
-/// A uniform flag from a varying one: true when the varying flag is true at some point.
+/// A uniform flag from a varying one: true when the varying flag is true at some point. Stands
+/// outside parallel brackets. Guards of uniform code test it, and jumps over code that no point
+/// would run.
 class SlcSetUniformBoolFlagICode : public SlcICodeOf<SlcSetUniformBoolFlagICode, SlcICode> {
 public:
     SlcSetUniformBoolFlagICode(SlcOperand dest, SlcOperand source)
@@ -70,7 +74,8 @@ public:
 };
 
 /// dest = not source over the whole grid; with `outer`: dest = outer and not source, so that it is
-/// false wherever `outer` is. Stands outside parallel brackets.
+/// false wherever `outer` is. Stands outside parallel brackets. The `else` of a varying condition;
+/// dest may be source.
 class SlcInvertBoolFlagICode : public SlcICodeOf<SlcInvertBoolFlagICode, SlcICode> {
 public:
     /// `outer` may be null.
@@ -86,7 +91,8 @@ public:
     SlcOperand m_outer;
 };
 
-/// dest = left or right, over the whole grid. Stands outside parallel brackets.
+/// dest = left or right, over the whole grid. Stands outside parallel brackets. Joins the two sides
+/// of a varying `||`; dest may be left.
 class SlcOrBoolFlagICode : public SlcICodeOf<SlcOrBoolFlagICode, SlcICode> {
 public:
     SlcOrBoolFlagICode(SlcOperand dest, SlcOperand left, SlcOperand right)

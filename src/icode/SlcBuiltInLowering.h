@@ -17,18 +17,21 @@ class SlcFuncVarArgSingle;
 /// concept: argument lists that are made anew, derivatives, and transforms between known spaces.
 class SlcBuiltInLowering {
 public:
+    /// Both outlive it.
     SlcBuiltInLowering(SlcLoweringContext& context, SlcCallArguments& arguments)
         : m_context(context),
           m_arguments(arguments)
     {
     }
 
-    /// Pops the arguments, and pushes the value unless the call is void.
+    /// Pops the arguments, and pushes the value unless the call is void. Fatal for a call that the
+    /// checks should have refused.
     void Lower(SlcProcCallExprNode* node);
     /// The primitives with a lowering of their own.
     [[nodiscard]] static std::vector<std::string_view> SpecialPrimitives();
 
 private:
+    /// A call on its way. Lowerings change `args`; `outputs` stay as the source has them.
     struct BuiltInCall {
         SlcProcCallExprNode* node;
         std::deque<SlcOperand> args;
@@ -41,15 +44,19 @@ private:
     };
     using ArgumentList = SlcCallICode::ArgumentList;
 
+    /// By primitive, in the order in which they are looked up.
     static const SpecialRow sm_specials[];
 
     /// As `GetResultVar`, but never a variable that the function also writes as an argument.
     [[nodiscard]] SlcOperand GetCallResult(const BuiltInCall& call, SlcTypeNode* type,
                                            SlcDetailNode* detail);
+    /// At each point, or once if everything is uniform. Null for a void call.
     [[nodiscard]] SlcOperand GenPlainCall(const BuiltInCall& call, ArgumentList list);
     void AddPlainCall(const BuiltInCall& call, const SlcOperand& result, ArgumentList list,
                       SlcDetailNode* detail);
+    /// In the given form, outside of blocks.
     void AddGridCall(const BuiltInCall& call, const SlcOperand& result, const SlcGridForm& form);
+    /// Over the grid where the conditions around it allow that.
     void AddGridOrPlainCall(const BuiltInCall& call, const SlcOperand& result);
     [[nodiscard]] static SlcPtr<SlcICode> MakeCall(const BuiltInCall& call,
                                                    const SlcOperand& result, ArgumentList list,
@@ -57,18 +64,25 @@ private:
     /// Puts the arguments of a variable tail into their fixed places, with defaults for those
     /// that the call leaves out.
     void MakeConstantNbArgs(BuiltInCall& call, const std::vector<SlcCallFormal>& formals);
+    /// What stands for a value of the tail that the call leaves out. For an output it is a
+    /// constant, which tells whoever runs the call that nothing is to be written.
     [[nodiscard]] static SlcOperand GetDefaultValue(const SlcFuncVarArgSingle& single);
     /// Null if nothing has been added and a plain call will do.
     [[nodiscard]] SlcOperand CreateSIMDFuncCall(BuiltInCall& call);
+    /// Null for a primitive without a row.
     [[nodiscard]] static SpecialLowering FindSpecialLowering(const BuiltInCall& call);
+    /// Null if the built-in has no such form, or these arguments do not suit it.
     [[nodiscard]] SlcOperand CreateGridCall(BuiltInCall& call);
     [[nodiscard]] bool SuitGridCall(const BuiltInCall& call,
                                     std::vector<std::size_t>& widened) const;
+    /// Copies the uniform arguments at `places` into varying temporaries, in one block.
     void WidenArguments(BuiltInCall& call, const std::vector<std::size_t>& places);
 
     // Each `CreateBuiltIn...` adds the call and gives the result.
     [[nodiscard]] SlcOperand CreateBuiltInDerivative(BuiltInCall& call);
+    /// The value of a derivative of what is the same everywhere.
     [[nodiscard]] SlcOperand GenZero(const BuiltInCall& call);
+    /// Fatal if the kind of shader has no such variable; `function` names the place in the report.
     [[nodiscard]] SlcOperand PredefinedOperand(const SlcPtr<SlcVarSymbolEntry>& entry,
                                                const BuiltInCall& call, const char* function);
     [[nodiscard]] SlcOperand GenDerivative(const BuiltInCall& call, SlcTypeNode* typeInCondition,
@@ -77,12 +91,14 @@ private:
     [[nodiscard]] SlcOperand CreateBuiltInFilterstep(BuiltInCall& call);
     [[nodiscard]] SlcOperand GenFilterstepEnd(const SlcOperand& start);
     [[nodiscard]] SlcOperand CreateBuiltInMessageFunction(BuiltInCall& call);
+    /// Of all arguments but the last, which takes the answer.
     [[nodiscard]] static SlcDetailNode* DetailOfQuestion(const BuiltInCall& call);
     [[nodiscard]] SlcOperand CreateBuiltInShaderName(BuiltInCall& call);
     /// A transform between two spaces; null unless both are constants.
     [[nodiscard]] SlcOperand InlineTransform(SlcProcCallExprNode* call, const std::string& name,
                                              const SlcOperand& from, const SlcOperand& to,
                                              const SlcOperand& value);
+    /// The value as it is, in a variable that the caller may write to.
     [[nodiscard]] SlcOperand GenSameSpace(SlcProcCallExprNode* call, SlcTypeNode* type,
                                           const SlcOperand& value);
 

@@ -9,12 +9,15 @@
 
 class SlcProcCallExprNode;
 
-/// A call of a built-in.
+/// A call of a primitive of the run time: `sin(x)`, `printf("a")`, `texture("a")`. Which arguments
+/// are written says the row of the built-in, by their places.
 class SlcCallICode : public SlcICodeOf<SlcCallICode, SlcICode> {
 public:
     /// Whether the count of arguments is written with them.
     enum class ArgumentList { Fixed, Counted };
 
+    /// `funcEntry` may be null, as for texture accesses: then no argument is written, and the order
+    /// among calls is free.
     SlcCallICode(SlcIdentNode* name, std::deque<SlcOperand> args, SlcOperand result,
                  ArgumentList list, SlcGridForm form, SlcPtr<SlcFuncSymbolEntry> funcEntry)
         : m_name(name),
@@ -38,7 +41,8 @@ public:
     const SlcProcCallExprNode* m_node = nullptr;
 };
 
-/// A call of a shadeop.
+/// A call of a shadeop: a function of a library that is looked up by `m_funcKey` and opened when
+/// the shader runs. It may write what it is given, as far as its formals are outputs.
 class SlcCallDSOICode : public SlcICodeOf<SlcCallDSOICode, SlcICode> {
 public:
     SlcCallDSOICode(SlcOperand result, std::deque<SlcOperand> args, std::string funcKey,
@@ -56,7 +60,9 @@ public:
     std::string m_methodName;  // plain name, shared by the overloads
 };
 
-/// Brings a varying array into the form that shadeops take (`toDSO`), or back.
+/// Brings a varying array into the form that shadeops take (`toDSO`), or back. Both operands are
+/// varying arrays of one type. For n elements and p points, element e of point k lies at e * p + k
+/// for the compiler's instructions, and at k * n + e for shadeops.
 class SlcConvertArrayDSOICode : public SlcICodeOf<SlcConvertArrayDSOICode, SlcICode> {
 public:
     SlcConvertArrayDSOICode(SlcOperand dest, SlcOperand source, bool toDSO)

@@ -61,10 +61,15 @@ public:
     // Levels.
     /// The innermost is the last.
     [[nodiscard]] const std::vector<Condition>& Levels() const { return m_conditions; }
+    /// Opens a level: varying code from here on is guarded by `flag`, which is true, or false, at
+    /// the active points, and uniform code by `uniformFlag`; null guards nothing. By itself a level
+    /// does not count as a varying condition, which `InsideParallelCond` says. Levels end in the
+    /// reverse order.
     void BeginParallelIfTrue(const SlcOperand& flag, const SlcOperand& uniformFlag);
     void BeginParallelIfFalse(const SlcOperand& flag, const SlcOperand& uniformFlag);
     void EndParallelIfTrue() { m_conditions.pop_back(); }
     void EndParallelIfFalse() { m_conditions.pop_back(); }
+    /// For the points that the innermost level leaves out; there must be one.
     void BeginParallelIfNotCurrentCond();
     void EndParallelIfNotCurrentCond() { m_conditions.pop_back(); }
     /// Around the right side of a logical operator.
@@ -72,6 +77,7 @@ public:
     void BeginAssignIfFalse(const SlcOperand& flag, const SlcOperand& uniformFlag);
     void EndAssignIfTrue();
     void EndAssignIfFalse();
+    /// Code from here on counts as standing under a varying condition, whatever the levels are.
     void InsideParallelCond() { ++m_parallelCondDepth; }
     void OutsideParallelCond() { --m_parallelCondDepth; }
     /// Around a body that runs at the points where the varying `flag` is true.

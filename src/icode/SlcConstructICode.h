@@ -4,7 +4,8 @@
 
 #include "icode/SlcICode.h"
 
-/// dest = (x, y, z), as a point.
+/// dest = (x, y, z), as a point: `point (x, y, z)`, and a triple without a type. The three are
+/// floats; each may be uniform or varying.
 class SlcPointICode : public SlcICodeOf<SlcPointICode, SlcICode> {
 public:
     SlcPointICode(SlcOperand dest, SlcOperand x, SlcOperand y, SlcOperand z)
@@ -33,7 +34,7 @@ public:
     using SlcICodeOf::SlcICodeOf;
 };
 
-/// dest = (r, g, b).
+/// dest = (r, g, b), three floats: `color (r, g, b)`.
 class SlcColorICode : public SlcICodeOf<SlcColorICode, SlcICode> {
 public:
     SlcColorICode(SlcOperand dest, SlcOperand r, SlcOperand g, SlcOperand b)
@@ -50,7 +51,7 @@ public:
     SlcOperand m_b;
 };
 
-/// dest = the matrix of 16 values, row by row.
+/// dest = the matrix of 16 floats, row by row: `matrix (a, b, ...)`.
 class SlcMatrixICode : public SlcICodeOf<SlcMatrixICode, SlcICode> {
 public:
     SlcMatrixICode(SlcOperand dest, std::deque<SlcOperand> values)

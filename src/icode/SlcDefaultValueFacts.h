@@ -14,7 +14,8 @@
 /// finds what its function does.
 class SlcDefaultValueFacts : public SlcCodeWalker {
 public:
-    /// A function that is called, once those that it calls have been added.
+    /// A function that is called, once those that it calls have been added. What it does is kept as
+    /// long as this object lives.
     void AddFunction(SlcFuncDefNode* function);
 
     struct Facts {
@@ -22,7 +23,9 @@ public:
         bool namesObjectSpace;        // also in a function that is called
         SlcStringLiteralNode* space;  // the one that goes into the file; "" for none or several
     };
-    /// Of a parameter of this initializer and type.
+    /// Of a parameter of this initializer and type. The checks have given every expression in it a
+    /// type and a detail. A parameter named in it that depends on its context, as its entry says,
+    /// makes this one depend too.
     [[nodiscard]] Facts Of(SlcExprNode* initializer, const SlcTypeNode* type);
 
 private:
@@ -37,12 +40,16 @@ private:
     void Case(SlcProcCallExprNode* node) override;
     void Default(SlcSyntaxNode* node) override { node->WalkIn(this); }
 
+    /// Forgets what the last walk has found.
     void Start();
     void Touch(const SlcPtr<SlcVarSymbolEntry>& named);
     void CallBuiltIn(SlcProcCallExprNode* node);
     void CallFunction(const SlcPtr<SlcFuncSymbolEntry>& entry);
     void NameSpace(const SlcStringLiteralNode* space);
+    /// A part of the value is expressed in `space`: two different ones leave none that could be
+    /// told.
     void UseSpace(const std::string& space);
+    /// A product or sum with a float has its value in `plainSpace`, whatever space its parts name.
     void LeaveNamedSpace(const char* plainSpace);
     [[nodiscard]] SlcStringLiteralNode* SpaceOf(const SlcTypeNode* type) const;
 

@@ -24,15 +24,21 @@ public:
     {
     }
 
+    /// A new reference to the element at `index` of `array`, both as they are now. Adds its
+    /// instruction outside of blocks, or to the one that is open; a varying one needs that, since
+    /// it holds only there. `detail` is that of the element: of the array, or varying if the index
+    /// is.
     [[nodiscard]] SlcOperand GenElementRef(const SlcOperand& array, const SlcOperand& index,
                                            const SlcDetailNode* detail);
-    /// If that is asked for; `node` is where the report is to stand.
+    /// If that is asked for; `node` is where the report is to stand. In a block of its own, so call
+    /// it in front of the block of the access.
     void GenIndexCheck(const SlcSyntaxNode* node, const std::string& arrayName,
                        const SlcOperand& array, const SlcOperand& index);
     /// copy = the element at the varying `index`.
     void GenElementRead(const SlcOperand& copy, const SlcOperand& array, const SlcOperand& index);
 
-    /// `copy` holds the element, for who may write to it.
+    /// `copy` holds the element, for who may write to it. `index` is kept as it is at this place of
+    /// the list, for a call may change the variable that it came from.
     void RememberCopy(const SlcOperand& copy, const SlcOperand& array, const SlcOperand& index);
     /// After each call, for each output argument: does nothing unless `argument` is such a copy.
     void WriteBackElement(const SlcOperand& argument);
@@ -47,6 +53,7 @@ public:
     /// A new array of `type` with these elements.
     [[nodiscard]] SlcOperand GenArrayValue(const std::deque<SlcOperand>& elements,
                                            SlcTypeNode* type);
+    /// Element by element, as many as the shorter one has.
     void GenArrayCopy(const SlcOperand& array, const SlcOperand& source);
     /// One value for all elements.
     void GenArrayFill(const SlcOperand& array, const SlcOperand& value);

@@ -22,16 +22,24 @@ class SlcSemanticError;
 /// parent pops what it needs. A varying operation stands in a parallel run, unless it has a form
 /// that runs over the whole grid by itself and may use it.
 ///
+///     Ci = s * Cs        push s, push Cs; pop both; begin run; Ci = s * Cs; end run
+///
 /// What it works on, the list, the conditions and the values, are classes of their own, held by
 /// `SlcLoweringContext`. Calls of built-ins and shadeops, casts and texture accesses have lowerings
 /// of their own, which take operands. The walk over the tree is here, in files by concept:
 /// statements, expressions, assignments, conditions, relations, loops, calls, bodies and lights.
+///
+/// One object makes all lists of a shader, one after the other. It needs the types and details that
+/// the checks have left in the tree and the marks of `SlcMarkLeaves`, and leaves in the entries of
+/// variables the operands that stand for them.
 class SlcGenInterCode : public SlcCodeWalker, public SlcCollectable {
 public:
     SlcGenInterCode(SlcPtr<SlcSemanticError> errors, SlcOptionsControl& options);
     ~SlcGenInterCode() override;
 
-    /// The main list of the shader in `tree`.
+    /// The main list of the shader in `tree`, between a `SlcBeginShaderICode` and a
+    /// `SlcEndShaderICode`. Reports what has no code, such as an expansion that would be too large.
+    /// The two flags are told, unused.
     [[nodiscard]] virtual SlcPtr<SlcListICode>
     GenCode(SlcSyntaxNode* tree, SlcShaderTypeNode* shaderType, bool CiAssigned, bool OiAssigned);
     /// The list that computes the default value of a parameter of type `type`; appends to
@@ -41,7 +49,9 @@ public:
                                                                  SlcTypeNode* type);
     /// The kind of the shader, for the lists that are made in front of the main one.
     void SetShaderType(SlcShaderTypeNode* shaderType) { m_context.m_shaderType = shaderType; }
-    /// Gives the shader's outputs the values that they have unless the body sets them.
+    /// Gives the shader's outputs the values that they have unless the body sets them: `Ci` black
+    /// and `Oi` white in a surface, `Cl` and `L` zero and `Ol` white in a light. Other kinds have
+    /// none.
     virtual void DefaultOutputValues();
 
 protected:
@@ -92,6 +102,7 @@ private:
     [[nodiscard]] SlcOperand UniformValue(const SlcOperand& value);
     void GenArithAssignment(SlcAssignExprNode* node, const SlcOperand& lhs, SlcOperand rhs);
     void GenElementAssignment(SlcAssignExprNode* node, const SlcOperand& array, bool valueUsed);
+    /// `dest = right`, or `dest = left op right` for `+=` and the like.
     [[nodiscard]] SlcPtr<SlcICode> MakeAssignICode(SlcAssignExprNode* node, const SlcOperand& dest,
                                                    const SlcOperand& left, const SlcOperand& right);
 
@@ -137,7 +148,9 @@ private:
     /// where that fits; null leaves the choice. Uniform only if the relation is.
     [[nodiscard]] SlcOperand GenRelation(SlcRelationNode* relation, const SlcOperand& target,
                                          bool inverted);
+    /// Of the two operands on the stack, into the flag that the node's annotation wants.
     void GenComparison(SlcCompOpNode* node);
+    /// The flag that a comparison of this detail writes: `target` where that fits.
     [[nodiscard]] SlcOperand FlagFor(const SlcOperand& target, SlcDetailNode* detail);
     /// A varying copy of the uniform `flag`, which is released.
     [[nodiscard]] SlcOperand CopiedFlag(const SlcOperand& flag, const SlcOperand& copy);
@@ -148,21 +161,27 @@ private:
                                           bool inverted);
     [[nodiscard]] SlcOperand GenUniformLogOp(SlcLogOpNode* node, const SlcOperand& flag,
                                              bool inverted, SlcConditions::AssignIfValue state);
+    /// The same, with a jump over the right side.
     [[nodiscard]] SlcOperand GenUniformLogOpWithJump(SlcLogOpNode* node, const SlcOperand& flag,
                                                      bool inverted,
                                                      SlcConditions::AssignIfValue state);
+    /// The flag of the condition of an `if`, which the caller releases.
     [[nodiscard]] SlcOperand GenCondition(SlcIfThenStmtNode* node);
+    /// Lowers `branch` for the points of the varying `flag`; sets `uniformFlag` from it.
     void GenBranch(SlcStmtNode* branch, const SlcOperand& flag, const SlcOperand& uniformFlag);
     void GenUniformCondExpr(SlcCondExprNode* node, const SlcOperand& flag);
+    /// Both values are computed, each for its points.
     void GenVaryingCondExpr(SlcCondExprNode* node, const SlcOperand& flag);
     /// Computes the relation of a loop and leaves the loop, by a jump to its end, once no point
     /// remains.
     void GenerateLoopCondition(LoopTest& test);
+    /// Up to the body. The caller lowers that, as `cond` of the test says, and calls `EndLoop`.
     [[nodiscard]] LoopTest BeginLoop(SlcLoopStmtNode* node, SlcRelationNode* relation);
     void EndLoop(LoopTest& test);
     void GenUniformLoopBody(SlcLoopStmtNode* node, const LoopTest& test, const SlcLabel& next);
     [[nodiscard]] bool GenParallelLoopBody(SlcLoopStmtNode* node, const LoopTest& test,
                                            const SlcLabel& continueLabel);
+    /// Lowers an expression that stands as a statement, and drops its value.
     void GenUnusedValue(SlcExprNode* expr);
     [[nodiscard]] bool MayLeave(SlcLoopModStmtNode* node, const char* refusal);
 
@@ -172,6 +191,8 @@ private:
     /// a loop is a varying loop of one trip, which the `return` leaves as a `break` does.
     /// The caller has put the temporaries in use out of reach.
     void GenFuncBody(SlcProcCallExprNode* call, SlcStmtNode* body);
+    /// One without early returns: it stands where the call does, and its value is that of the
+    /// `return`, or zero where it has none.
     void GenPlainBody(SlcProcCallExprNode* call, SlcStmtNode* body);
     /// The type of what the call gives, of an array with a length: one that is unknown is reported.
     [[nodiscard]] SlcTypeNode* TypeOfResult(SlcProcCallExprNode* call);
@@ -186,6 +207,7 @@ private:
 
     // Calls.
     void Case(SlcProcCallExprNode* node) override;
+    /// Its arguments are on the stack.
     void GenUserCall(SlcProcCallExprNode* call);
     /// Reports the first function that would make the code too large; false from then on.
     [[nodiscard]] bool MayExpand(SlcProcCallExprNode* call, const SlcFuncInfo& info);
@@ -202,8 +224,11 @@ private:
     void Case(SlcIlluminanceStmtNode* node) override;
     /// Parts that are null are left out.
     [[nodiscard]] Cone EvaluateCone(SlcExprNode* position, SlcExprNode* axis, SlcExprNode* angle);
+    /// Lowers the body of `illuminate` or `solar` for the points of `flag`; at the others the light
+    /// is black.
     void GenLitBody(SlcLoopStmtNode* node, const SlcOperand& flag, const SlcOperand& uniformFlag);
     void GenConeLoop(SlcIlluminanceStmtNode* node, const Cone& cone, const SlcPtr<SlcICode>& begin);
+    /// Has the lights run for the points at `position`, which may be uniform.
     void EnterLightLoop(const SlcOperand& position);
 
     // Textures.

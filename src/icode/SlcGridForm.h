@@ -6,6 +6,12 @@
 
 /// How an instruction runs: plain, once or at each point of the parallel run that it stands in; or
 /// over the whole grid by itself, outside of runs, for all points or for those of a condition.
+///
+///     { r = cos x }            plain               CALL_PRIM_COS
+///     r = normalize n          whole grid          CALL_PRIM_NORMALIZE_SIMD
+///     r = normalize n if f     at the points of f  CALL_PRIM_NORMALIZE_SIMD_IF_TRUE
+///
+/// A plain form has no condition: the guard of its block limits it.
 struct SlcGridForm {
     bool simd = false;     // runs over the grid by itself
     SlcOperand condition;  // the points that it is then limited to; null for all

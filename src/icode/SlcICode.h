@@ -13,15 +13,17 @@ public:
     /// Calls the walker's `Case` for the instruction's own class.
     virtual void ApplyWalker(SlcAllICodeWalker* walker) = 0;
 
-    /// Whether the class has this trait, or one of these.
+    /// Whether the class has this trait, or one of these: `code->Is(BeginsBlock | EndsBlock)`.
     [[nodiscard]] bool Is(unsigned traits) const { return (Traits() & traits) != 0; }
 
 protected:
     [[nodiscard]] virtual unsigned Traits() const = 0;
 };
 
-/// The `ApplyWalker` of the concrete instruction class `Self`, which derives from `Base` through
-/// it.
+/// What each concrete instruction class `Self` has of its own, put between it and `Base`: its step
+/// into a walker and its traits. The constructors are those of `Base`:
+///
+///     class SlcAddICode : public SlcICodeOf<SlcAddICode, SlcArithExprICode> { using ... };
 template <class Self, class Base>
 class SlcICodeOf : public Base {
 public:

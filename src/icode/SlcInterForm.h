@@ -15,22 +15,24 @@ class SlcSemanticError;
 /// The driver calls, in this order, `GenInterForm`, `Optimize`, and one of the two writers.
 class SlcInterForm : public SlcShaderFacts {
 public:
+    /// `options` outlive it.
     explicit SlcInterForm(SlcOptionsControl& options);
     ~SlcInterForm();
 
     /// Fills every field from the checked tree. Throws `SlcCompilationError` if that reported
-    /// errors.
+    /// errors. Once for a form.
     void GenInterForm(SlcSyntaxNode* root);
-    /// Runs the passes that the options select over the main list. Defined in `optimizer`.
+    /// Runs the passes that the options select over the main list; lists of default values stay as
+    /// they are. Defined in `optimizer`.
     void Optimize();
-    /// Writes `<shader>.cpp` in the working directory. Throws `SlcCompilationError` after errors.
-    /// Defined in `backends`.
+    /// Writes `<shader>.cpp` in the working directory. Throws `SlcCompilationError` after errors,
+    /// and then leaves no file. Defined in `backends`.
     void GenCCode();
     /// Writes `<directory>/<shader>.sqx`. Throws `SlcCompilationError` after errors and then
     /// leaves no file. Defined in `backends`.
     void GenByteCode(const std::string& directory);
 
-    SlcPtr<SlcSemanticError> m_errors;
+    SlcPtr<SlcSemanticError> m_errors;  // counts what any stage reports
     SlcPtr<SlcListICode> m_mainList;
     SlcOptionsControl& m_options;
     SlcPtr<SlcGenInterCode> m_codeGenerator;

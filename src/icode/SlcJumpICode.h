@@ -4,7 +4,8 @@
 
 #include "icode/SlcICode.h"
 
-/// A place that jumps go to. The name is unique over the whole compile.
+/// A place that jumps go to. The name is unique over the whole compile. The instruction itself
+/// stands in the list at that place, and jumps share it.
 class SlcLabelICode : public SlcICodeOf<SlcLabelICode, SlcICode> {
 public:
     explicit SlcLabelICode(std::string name) : m_name(std::move(name)) {}
@@ -23,7 +24,8 @@ public:
     SlcLabel m_label;
 };
 
-/// Jumps test uniform flags only.
+/// Goes to the label if the flag is true; else on. Jumps test uniform flags only: points that
+/// decide differently are a matter of flags, and jumps stand outside of parallel runs.
 class SlcIfTrueGotoICode : public SlcICodeOf<SlcIfTrueGotoICode, SlcGotoICode> {
 public:
     SlcIfTrueGotoICode(SlcOperand flag, SlcLabel label)
@@ -35,7 +37,8 @@ public:
     SlcOperand m_flag;
 };
 
-/// Goes on behind a uniform condition that does not hold.
+/// Goes on behind a uniform condition that does not hold, or behind a loop in which no point is
+/// left.
 class SlcIfFalseGotoICode : public SlcICodeOf<SlcIfFalseGotoICode, SlcGotoICode> {
 public:
     SlcIfFalseGotoICode(SlcOperand flag, SlcLabel label)

@@ -32,7 +32,8 @@ public:
     }
 
     // Loops. `level` counts from the innermost, which is 1.
-    /// `flag`: points still in the loop; `cond`: those of this round.
+    /// `flag`: points still in the loop; `cond`: those of this round. Opens the level of conditions
+    /// that guards the body by `cond` and `uniformFlag`, and `EndParallelLoop` closes it.
     void BeginParallelLoop(const SlcOperand& flag, const SlcOperand& cond,
                            const SlcOperand& uniformFlag, const SlcLabel& breakLabel,
                            const SlcLabel& continueLabel);
@@ -43,6 +44,8 @@ public:
     [[nodiscard]] std::size_t CountLoops() const { return m_loops.size(); }
     /// A `continue` of the innermost loop has been met.
     [[nodiscard]] bool IsContinued() const { return m_loops.back().isContinued; }
+    /// `break` and `continue` of the loop at `level`, which must be there. Points lose the flags of
+    /// all conditions and loops on the way out, and the uniform flags are computed anew.
     void GenBreak(std::size_t level);
     void GenContinue(std::size_t level);
 
@@ -51,9 +54,10 @@ public:
     void EndBody() { m_bodies.pop_back(); }
     /// The innermost.
     [[nodiscard]] Body& CurrentBody() { return m_bodies.back(); }
-    /// All points have left the innermost body, so that no code follows in it.
+    /// All points have left the innermost body, so that no code follows in it. Who lowers
+    /// statements asks after each.
     [[nodiscard]] bool HasBodyEnded() const { return !m_bodies.empty() && m_bodies.back().ended; }
-    /// From a body that some points leave early.
+    /// From a body that some points leave early: its value has been copied into `result` by now.
     void GenReturn();
 
 private:

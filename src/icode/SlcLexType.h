@@ -25,6 +25,7 @@ public:
     [[nodiscard]] SlcLexicalNode* GetLexical() const { return m_lexical; }
     [[nodiscard]] SlcTypeNode* GetType() const { return m_type; }
     [[nodiscard]] SlcDetailNode* GetDetail() const { return m_detail; }
+    /// For passes that find a varying temporary to be the same at all points.
     void SetDetail(SlcDetailNode* detail) { m_detail = detail; }
     [[nodiscard]] SlcStorageSpecNode* GetStorage() const { return m_storage; }
 
@@ -39,7 +40,7 @@ public:
 
     /// The name of a variable; empty for a constant.
     [[nodiscard]] const std::string& GetName() const;
-    /// The value of a float constant.
+    /// The value of a constant, which must be one of the type.
     [[nodiscard]] double GetFloat() const;
     /// The text of a string constant, with its quotes.
     [[nodiscard]] const std::string& GetString() const;
@@ -50,9 +51,10 @@ public:
     [[nodiscard]] static SlcPtr<SlcLexType> Float(double value);
     /// `text` with its quotes.
     [[nodiscard]] static SlcPtr<SlcLexType> String(std::string_view text);
+    /// `added`: by the compiler, to a call; it stands for what the source leaves out.
     [[nodiscard]] static SlcPtr<SlcLexType> Int(int value, bool added);
     [[nodiscard]] static SlcPtr<SlcLexType> Bool(bool value);
-    /// The shared constant pi.
+    /// The shared constant pi, to ten decimal places: what folding takes for `PI`.
     [[nodiscard]] static const SlcPtr<SlcLexType>& GetPI();
     /// The shared operand of the language's variable `PI`, a constant in all but form. A parameter
     /// may have the same name.

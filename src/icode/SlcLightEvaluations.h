@@ -17,11 +17,12 @@ class SlcLightEvaluations {
 public:
     explicit SlcLightEvaluations(SlcListBuilder& list) : m_list(list) {}
 
-    /// In front of a function that looks at the lights for `P`, and behind it.
+    /// In front of a function that looks at the lights for `P`, and behind the call. Both are
+    /// called for every such function, since only here is known whether a loop stands around it.
     void AddEvalLightForP();
     void NoteCallForP();
-    /// Lights evaluated for `P` are stale once it has been assigned, which only a shader of a kind
-    /// that sees lights does.
+    /// Behind code that has written `assigned`. Lights evaluated for `P` are stale once it has been
+    /// assigned, which only a shader of a kind that sees lights does; `shaderType` may be null.
     void ResetEvalLightIfPAssigned(const SlcOperand& assigned, const SlcShaderTypeNode* shaderType);
 
     /// In front of a loop over lights: runs them for the points at `position`, `P` itself or a
@@ -32,8 +33,10 @@ public:
 
     /// With the whole list done: who leaves the lights of another point behind has those for `P`
     /// evaluated anew, in a shader that looks at them; and around it, a loop's lights come back.
+    /// Linear in the list; called once for each.
     void InsertLightEvaluations();
 
+    /// The operand of the predefined `P`, by whatever name the source reaches it.
     [[nodiscard]] static bool IsP(const SlcOperand& operand);
 
 private:

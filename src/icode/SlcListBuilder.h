@@ -30,14 +30,16 @@ public:
     /// The place of the next instruction.
     [[nodiscard]] std::size_t Place() const { return m_list->m_icodes.size(); }
     [[nodiscard]] bool IsWithoutGrid() const { return m_runs == Runs::OncePerInstance; }
-    /// What `detail` comes to in this list.
+    /// What `detail` comes to in this list: uniform in one that runs without a grid.
     [[nodiscard]] SlcDetailNode* DetailHere(SlcDetailNode* detail) const;
 
     void AddICode(const SlcPtr<SlcICode>& code) { m_list->AddICode(code); }
 
-    /// One that no other value of the list shares.
+    /// One that no other value of the list shares. Both add what they make to the locals of the
+    /// list, and give it the detail that it has here.
     [[nodiscard]] SlcOperand MakeTempVar(SlcTypeNode* type, SlcDetailNode* detail);
-    /// One that `ReleaseTempVars` gives free for other values.
+    /// One that `ReleaseTempVars` gives free for other values; without the option that reuses
+    /// temporaries, the same as above.
     [[nodiscard]] SlcOperand GenTempVar(SlcTypeNode* type, SlcDetailNode* detail);
     /// Behind a statement: no value of it is needed any more.
     void ReleaseTempVars();
@@ -61,11 +63,12 @@ public:
     [[nodiscard]] SlcOperand GetResultVar(const SlcExprNode* expr, SlcTypeNode* type,
                                           SlcDetailNode* detail);
 
+    /// A new one, which the caller puts into the list at its place.
     [[nodiscard]] SlcLabel GenLabel();
 
     /// The locals declared from here on belong to another block of the source.
     void NextBlock() { ++m_blockCounter; }
-    /// For a declared local; no other one of the list has it.
+    /// For a declared local, `name_number`; no other one of the list has it.
     [[nodiscard]] std::string LocalName(const std::string& sourceName);
 
     /// Around the body of a function that is expanded: the temporaries in use are out of its

@@ -4,7 +4,8 @@
 
 #include "icode/SlcICode.h"
 
-/// One code block: the body of a shader, or the initializer of one of its parameters.
+/// One code block: the body of a shader, or the initializer of one of its parameters. A record that
+/// passes read and rewrite in place; they build a new deque of instructions and swap it in.
 class SlcListICode : public SlcCollectable {
 public:
     /// A local or temporary of this block.

@@ -24,13 +24,14 @@ public:
     /// Begins a new list, with nothing of another one in reach.
     void Start(SlcListBuilder::Runs runs);
 
-    /// The type and the detail that the semantic passes gave to `expr`; the detail as it is in
-    /// this list.
+    /// The type and the detail that the semantic passes gave to `expr`; the detail as it is in this
+    /// list.
     [[nodiscard]] static SlcTypeNode* TypeOf(const SlcExprNode* expr);
     [[nodiscard]] SlcDetailNode* DetailOf(const SlcExprNode* expr) const;
-    /// The operand of a variable, which must have one by now.
+    /// The operand of a variable, which must have one by now: fatal if not.
     [[nodiscard]] SlcOperand OperandOf(const SlcPtr<SlcVarSymbolEntry>& entry);
-    /// `value` if it is of this type, else a temporary that it has been assigned to.
+    /// `value` if it is of this type, else a temporary that it has been assigned to, in a block of
+    /// its own.
     [[nodiscard]] SlcOperand Converted(const SlcOperand& value, SlcTypeNode* type);
     /// A triple is lowered as a point; beside a color it was meant as one, and no instruction
     /// takes the two together.

@@ -5,10 +5,12 @@
 /// Marks each loop, condition and light statement that a `break`, `continue` or `return` inside it
 /// leaves, and each logical operator whose right side has effects or reads an element.
 ///
-/// One walk over the checked tree, in front of its lowering. Functions that nothing calls are
-/// passed over.
+/// One walk over the checked tree, in front of its lowering, which takes simpler forms where no
+/// mark stands. Functions that nothing calls are passed over.
 class SlcMarkLeaves : public SlcCodeWalker {
 public:
+    /// Marks are set by the nodes' `SetContainsBreakOrContinue`, `SetRightNeedsGuard` and
+    /// `SetRightReadsElement`.
     void operator()(SlcSyntaxNode* root) { root->ApplyWalker(this); }
 
 private:
@@ -32,6 +34,7 @@ private:
 
     // What stands where: a loop ends one level of a break, another statement ends none.
     enum class Leaves { NoLevel, OneLevel };
+    /// Marks `node` if something in it leaves it, and hands what goes further out on.
     template <class Node>
     void WalkMarking(Node* node, Leaves leaves);
 

@@ -5,9 +5,10 @@
 /// Shows every operand of an instruction as read or written. The one place that knows which
 /// operands an instruction has: constant collection, data flow and renaming derive from it.
 ///
-/// Operands that an instruction does not have (a null result or condition) are passed over. What
-/// an instruction touches without naming it (`L` of a light loop, `P` of the lighting built-ins)
-/// is not shown here.
+/// Operands that an instruction does not have (a null result or condition) are passed over. What an
+/// instruction touches without naming it (`L` of a light loop, `P` of the lighting built-ins) is
+/// not shown here: `SlcDefUse` adds that. Whether a write reaches all points is a trait of the
+/// instruction, not told here either.
 class SlcOperandWalker : public SlcAllICodeWalker {
 public:
     /// Shows the operands of one instruction: all reads in the order of its fields, then all
@@ -15,7 +16,8 @@ public:
     void Visit(const SlcPtr<SlcICode>& code) { code->ApplyWalker(this); }
 
 protected:
-    /// `operand` is never null and may be replaced in place.
+    /// `operand` is the field itself: never null, and may be replaced in place. Constants are shown
+    /// too.
     virtual void Read(SlcOperand& operand) = 0;
     virtual void Write(SlcOperand& operand) = 0;
     /// An argument of a call that is both, by the row of the built-in. By default a read and then

@@ -6,7 +6,10 @@
 #include "icode/SlcLexType.h"
 
 /// Temporaries for reuse by kind: detail (varying or uniform) with type (float, point family,
-/// color). Each kind has those that are free and those in use; other types have no pool.
+/// color). Each kind has those that are free and those in use; other types have no pool: matrices,
+/// strings, references, and flags, of which `SlcConditions` has lists.
+///
+/// Who makes a temporary enters it here; this class makes none.
 class SlcTempPools {
 public:
     /// A free temporary, which is then in use; null if there is none or the type has no pool.

@@ -4,7 +4,9 @@
 
 #include "icode/SlcICode.h"
 
-/// The four corners, s then t of each, of the patch around (s, t) that a point covers.
+/// The four corners, s then t of each, of the patch around (s, t) that a point covers: in front of
+/// `texture("a", s, t)`. All operands vary. Always over the whole grid: neighbours tell how far the
+/// patch reaches.
 class SlcTextureSTPointsICode : public SlcICodeOf<SlcTextureSTPointsICode, SlcICode> {
 public:
     SlcTextureSTPointsICode(SlcOperand s, SlcOperand t, std::array<SlcOperand, 8> corners,
@@ -22,7 +24,8 @@ public:
     SlcOperand m_condition;  // null, or the points that it is limited to
 };
 
-/// The four corners of the patch around a point.
+/// The four corners of the patch around a point: in front of `environment` and `shadow`. All
+/// operands vary.
 class SlcTexturePointsICode : public SlcICodeOf<SlcTexturePointsICode, SlcICode> {
 public:
     SlcTexturePointsICode(SlcOperand point, std::array<SlcOperand, 4> corners, SlcOperand condition)
@@ -37,7 +40,8 @@ public:
     SlcOperand m_condition;  // null, or the points that it is limited to
 };
 
-/// x = the other end of the interval that a point covers in y.
+/// x = the other end of the interval that a point covers in y: in front of `filterstep(e, y)`. Both
+/// vary.
 class SlcFilterstepPointsICode : public SlcICodeOf<SlcFilterstepPointsICode, SlcICode> {
 public:
     SlcFilterstepPointsICode(SlcOperand x, SlcOperand y, SlcOperand condition)

@@ -17,8 +17,8 @@ class SlcTextureLowering {
 public:
     explicit SlcTextureLowering(SlcLoweringContext& context) : m_context(context) {}
 
-    /// `args`: the name of the file, the channel, positional arguments, then names and values.
-    /// Gives the value.
+    /// `args`: the name of the file, the channel, positional arguments, then names and values, each
+    /// evaluated. Gives the value, which varies.
     [[nodiscard]] SlcOperand Lower(SlcTextureExprNode* node, const std::deque<SlcOperand>& args);
 
     enum class Source { Point, Area };
@@ -30,19 +30,24 @@ public:
 private:
     [[nodiscard]] SlcOperand GenTextureAccess(SlcTextureExprNode* node,
                                               const std::deque<SlcOperand>& args);
+    /// `environment` and `shadow`, which look up a point or direction.
     [[nodiscard]] SlcOperand GenPointAccess(SlcTextureExprNode* node,
                                             const std::deque<SlcOperand>& args);
+    /// Eight floats: as given, around the given s and t, or around the predefined ones.
+    /// `positional` counts the arguments in front of the first name.
     [[nodiscard]] std::deque<SlcOperand> TextureCorners(SlcTextureExprNode* node,
                                                         const std::deque<SlcOperand>& args,
                                                         std::size_t positional);
     /// The corners of the patch that a point covers.
     [[nodiscard]] std::deque<SlcOperand> FootprintOf(const SlcOperand& s, const SlcOperand& t);
     [[nodiscard]] std::deque<SlcOperand> FootprintOf(const SlcOperand& point);
+    /// The values of `keys`, in that order.
     static void AppendParameters(std::deque<SlcOperand>& call,
                                  const SlcTextureParameters& parameters,
                                  std::span<const std::string_view> keys);
     void AppendSource(SlcTextureExprNode* node, std::deque<SlcOperand>& call,
                       const std::deque<SlcOperand>& points);
+    /// Over the grid if that suits the arguments, else in a block.
     [[nodiscard]] SlcOperand GenAccessCall(SlcTextureExprNode* node, Source source,
                                            std::deque<SlcOperand> args, std::size_t corners);
 

@@ -16,9 +16,9 @@ public:
     /// which is passed over.
     SlcTextureParameters(const std::deque<SlcOperand>& args, std::size_t first);
 
-    /// `key` without quotes.
+    /// `key` without quotes, one of the parameters of accesses.
     [[nodiscard]] const SlcOperand& Get(std::string_view key) const;
-    /// The points that the light of an area shadow spans; empty for any other access.
+    /// The points that the light of an area shadow spans, at most four; empty for any other access.
     [[nodiscard]] const std::deque<SlcOperand>& GetSourcePoints() const { return m_sourcePoints; }
     [[nodiscard]] bool HasSource() const { return m_hasSource; }
 

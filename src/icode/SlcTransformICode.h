@@ -4,7 +4,8 @@
 #include "icode/SlcICode.h"
 
 /// Base of the coordinate and color transforms between a named space and the current one. `type`
-/// tells which: point, vector, normal or color.
+/// tells which: point, vector, normal or color. A vector leaves out the translation, a normal stays
+/// at right angles to its surface, a color knows other spaces than the rest.
 class SlcTransformSpaceICode : public SlcICode {
 public:
     SlcTransformSpaceICode(SlcOperand dest, SlcOperand source, SlcTypeNode* type, SlcOperand space,
@@ -33,13 +34,15 @@ public:
 };
 
 /// `transform("space", p)` and the like: source is in the current space, dest in the named one.
+/// `ctransform` has primitives of its own.
 class SlcTransformToSpaceICode
     : public SlcICodeOf<SlcTransformToSpaceICode, SlcTransformSpaceICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
-/// dest = source, meant in a named space, as a matrix of the current one.
+/// dest = source, meant in a named space, as a matrix of the current one: `matrix "space" (a, b,
+/// ...)`.
 class SlcConcatSpaceMatrixICode : public SlcICodeOf<SlcConcatSpaceMatrixICode, SlcICode> {
 public:
     SlcConcatSpaceMatrixICode(SlcOperand dest, SlcOperand source, SlcStringLiteralNode* space)

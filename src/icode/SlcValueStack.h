@@ -20,10 +20,12 @@ public:
 
     /// With a new list.
     void Start();
+    /// Leaves a value for the parent, as it is at this place of the list.
     void Push(SlcOperand value);
-    /// The last value as it was when it was pushed.
+    /// The last value as it was when it was pushed. Costs next to nothing for temporaries and
+    /// constants; for a variable, the instructions since the last look at it.
     [[nodiscard]] SlcOperand Pop();
-    /// The last value for one who writes to it, such as an output argument.
+    /// The last value for one who writes to it, such as an output argument: never a copy.
     [[nodiscard]] SlcOperand PopReference();
     /// The last value, which stays.
     [[nodiscard]] const SlcOperand& Last() const { return m_values.back().operand; }

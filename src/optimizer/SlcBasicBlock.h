@@ -6,8 +6,8 @@
 
 #include "icode/SlcICode.h"
 
-/// A stretch of instructions that is entered only at its first and left only at its last one.
-/// It holds the very instructions of the list, in code order.
+/// A stretch of instructions that is entered only at its first and left only at its last one. It
+/// holds the very instructions of the list, in code order, and so does not outlive the graph.
 class SlcBasicBlock {
 public:
     /// `codes`: of the graph that the block belongs to.
@@ -17,7 +17,9 @@ public:
     [[nodiscard]] int GetBlockId() const { return m_id; }
     [[nodiscard]] std::span<const SlcPtr<SlcICode>> GetListICode() const { return m_icodes; }
 
-    /// Ids, none twice, in the order in which the edges were added.
+    /// Ids, none twice, in the order in which the edges were added: of predecessors, the code
+    /// order; of successors, what follows in the code comes first, but for a conditional jump,
+    /// which comes in front of it.
     [[nodiscard]] std::span<const int> GetPredBlocks() const { return m_predecessors; }
     [[nodiscard]] std::span<const int> GetNextBlocks() const
     {

@@ -48,22 +48,32 @@ private:
 
     /// The loop has a place in front of it.
     [[nodiscard]] bool IsEnteredFromFront(int head) const;
+    /// What the loops write and read, and what in them may move at all.
     void CollectFacts();
+    /// Fills in where each candidate stays and waits.
     void FindLimits();
     /// The place of the innermost loop around `block` with a write of `variable`, but for one
     /// directly in the innermost if `isOwn`.
     [[nodiscard]] int InnermostWriting(int block, int variable, bool isOwn) const;
     void CollectFactsOf(const SlcPtr<SlcICode>& code, int block, int place);
+    /// Takes what may leave `loop` out of the code, and keeps it for the front of the head.
     void MoveOutOf(const Loop& loop);
+    /// The candidate cannot leave this loop, by what is known of it without another look.
     [[nodiscard]] bool IsHeld(const Loop& loop, const Candidate& candidate) const;
+    /// The whole test, for a loop that `code` always runs in.
     [[nodiscard]] bool CanMove(const Loop& loop, int block, const SlcPtr<SlcICode>& code);
     /// How many instructions of the loop write the variable.
     template <class Variable>
     [[nodiscard]] static std::size_t WritesIn(const Loop& loop, const Writes<Variable>& writes,
                                               Variable variable);
+    /// Of the instruction last computed: the loop writes none of what it reads, or what wrote it
+    /// has just moved.
     [[nodiscard]] bool OperandsAreInvariant(const Loop& loop);
+    /// Each read in the loop wants the value that `block` writes.
     [[nodiscard]] bool ReachesAllUses(const Loop& loop, int block, int variable) const;
+    /// What has moved to the front of `head`, with the brackets of its runs.
     [[nodiscard]] std::deque<SlcPtr<SlcICode>> InFrontOf(int head) const;
+    /// Once in a process: without a place in the source one says as much as many.
     static void WarnOfInfiniteLoop();
 
     const SlcControlFlowGraph& m_graph;

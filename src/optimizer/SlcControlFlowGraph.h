@@ -15,7 +15,8 @@
 /// loop, which may run for no light at all.
 class SlcControlFlowGraph {
 public:
-    /// Linear in the instructions, but for the look-up of labels.
+    /// Linear in the instructions, but for the look-up of labels. A jump to a label that is not in
+    /// `list` is fatal. An empty list has no blocks.
     explicit SlcControlFlowGraph(const SlcListICode& list);
     SlcControlFlowGraph(const SlcControlFlowGraph&) = delete;
     SlcControlFlowGraph& operator=(const SlcControlFlowGraph&) = delete;

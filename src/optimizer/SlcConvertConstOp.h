@@ -23,7 +23,8 @@ public:
 
     /// Starts a walk over a list.
     void Begin();
-    /// What takes the place of the next instruction: the same one, a new one, or null.
+    /// What takes the place of the next instruction: the same one, a new one, or null. The
+    /// instruction itself is not changed.
     [[nodiscard]] SlcPtr<SlcICode> Fold(const SlcPtr<SlcICode>& code);
     /// The instruction last folded stands in a branch that can never run.
     [[nodiscard]] bool IsDropping() const { return m_dropping; }
@@ -53,15 +54,19 @@ private:
     void Case(SlcPtr<SlcCallICode> code) override;
     void Default(SlcPtr<SlcICode> code) override;
 
+    /// `code` takes the place of the instruction at hand; null removes it.
     void Replace(SlcPtr<SlcICode> code);
     void ConvertAsAssignment(const SlcOperand& dest, const SlcOperand& source);
     /// False if the value is left to run time; nothing is replaced then.
     bool ConvertAsAssignment(const SlcOperand& dest, float value);
     /// Zero on either side decides; true if it did.
     bool FoldZeroFactor(const SlcArithExprICode& code);
+    /// Of two float constants; `compare` takes them as the run time has them.
     template <class Compare>
     void FoldComparison(const SlcPtr<SlcBinOpBoolExprICode>& code, Compare compare);
+    /// A jump that is taken if `flag` has the value `jumpsIf`.
     void FoldJump(const SlcPtr<SlcGotoICode>& code, const SlcOperand& flag, bool jumpsIf);
+    /// A guard whose code runs if its flag has the value `runsIf`.
     void FoldGuard(const SlcPtr<SlcIfICode>& code, bool runsIf);
 
     bool m_changed = false;

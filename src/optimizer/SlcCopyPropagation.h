@@ -22,7 +22,7 @@ public:
     /// Both must outlive the pass.
     SlcCopyPropagation(const SlcControlFlowGraph& graph, const SlcVariableNumbers& variables);
 
-    /// Starts a block; blocks are taken in code order.
+    /// Starts a block; blocks are taken in code order, each between `EnterBlock` and `LeaveBlock`.
     void EnterBlock(const SlcBasicBlock& block);
     /// Puts known constants into the operands that an instruction reads, and takes note of what
     /// it writes.
@@ -60,6 +60,7 @@ private:
     /// The destination holds the source's value from here on.
     void Learn(const SlcOperand& dest, const SlcOperand& source);
 
+    /// The predecessors that control can come from, as far as is known by now.
     [[nodiscard]] std::vector<int> EnteringBlocks(const SlcBasicBlock& block) const;
 
     const SlcControlFlowGraph& m_graph;

@@ -43,6 +43,8 @@ public:
     SlcDataflowAnalysis(const SlcControlFlowGraph& graph, const SlcVariableNumbers& variables,
                         SlcDefUse& defUse);
 
+    /// At the front and at the end of a block. Alive: some way from there reads the variable before
+    /// it writes it. O(1), and O(successors).
     [[nodiscard]] bool IsLiveIn(int block, int variable) const;
     [[nodiscard]] bool IsLiveOut(int block, int variable) const;
     [[nodiscard]] const std::vector<Group>& Groups() const { return m_groups; }
@@ -80,12 +82,16 @@ private:
         int bit = 0;
     };
 
+    /// What each block reads before it writes, and what it writes.
     void CollectBlockSets();
     [[nodiscard]] std::vector<Followed> FollowedVariables() const;
+    /// By stretches that lie together, and solves each.
     void MakeGroups(const std::vector<Followed>& followed);
     void FillGroups();
+    /// The equations of liveness for the variables of a group, to their smallest solution.
     void Solve(Group& group);
     /// True if that changed.
+    /// Computes the set at the front of the block anew from that behind it.
     [[nodiscard]] bool UpdateFront(Group& group, int block) const;
     void PrintNames(std::ostream& out, const char* title, std::vector<int> numbers) const;
 

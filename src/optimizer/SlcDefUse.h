@@ -71,6 +71,7 @@ private:
     void Case(SlcPtr<SlcBeginShaderICode> code) override;
     void Case(SlcPtr<SlcEndShaderICode> code) override;
 
+    /// Does nothing for an operand without a number.
     static void Add(std::vector<int>& numbers, const SlcOperand& operand);
     void UsePredefined(std::string_view name);
 

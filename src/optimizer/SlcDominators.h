@@ -10,6 +10,8 @@
 /// query compares the places of two blocks in a walk over the dominator tree.
 class SlcDominators {
 public:
+    /// About linear in blocks and edges where all loops are natural ones, as in the code of
+    /// shaders. The graph is not needed afterwards.
     explicit SlcDominators(const SlcControlFlowGraph& graph);
 
     /// Every path to `block` passes `dominator`; true for a block and itself, false for blocks

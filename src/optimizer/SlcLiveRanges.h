@@ -18,6 +18,7 @@ struct SlcLiveRange {
 /// a graph of the pairs would cost the square of what is alive together.
 class SlcLiveRanges {
 public:
+    /// Finds the ranges of all variables; both must be up to date, and are not needed afterwards.
     SlcLiveRanges(const SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis);
 
     /// In code order; no two overlap or touch. Takes them out.

@@ -42,9 +42,12 @@ private:
     void FindHeads();
     [[nodiscard]] bool IsHead(int block) const;
     void FindMembers();
+    /// The blocks of a loop, with those inside it as one block each.
     void Gather(int loop);
     [[nodiscard]] int Outermost(int block);
+    /// Gives each loop its place and its end, from outside to inside.
     void NumberPlaces();
+    /// The last block in front of all exits of each loop.
     void FindExits();
 
     const SlcControlFlowGraph& m_graph;

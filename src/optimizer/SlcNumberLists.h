@@ -4,9 +4,12 @@
 #include <span>
 #include <vector>
 
-/// Lists of numbers, one behind the other in one array: for sets that are made once, list by list.
+/// Lists of numbers, one behind the other in one array: for sets that are made once, list by list,
+/// and then only read. A list for each instruction as an object of its own would cost an allocation
+/// for each.
 class SlcNumberLists {
 public:
+    /// To the list at hand.
     void Add(int number) { m_numbers.push_back(number); }
     void Add(std::span<const int> numbers)
     {

@@ -26,12 +26,17 @@ public:
 private:
     void Default(SlcPtr<SlcICode>) override {}
 
+    /// Brings the graph and liveness up to date with `list`.
     void BuildGraph(SlcListICode& list);
+    /// Removes dead code or, if there is none, empty blocks.
     [[nodiscard]] bool EliminateCode(SlcListICode& list);
+    /// Rewrites what is left: constants first, or else loops.
     [[nodiscard]] bool ChangeCode(SlcListICode& list);
     /// Constant propagation and folding in one walk, so that a chain of constants takes one round.
     [[nodiscard]] bool PropagateAndFold(SlcListICode& list);
+    /// Lets varying variables share storage.
     void UpdateVariables(SlcListICode& list);
+    /// Into the file "blockicode.txt".
     void DumpBlocks() const;
 
     SlcOptionsControl& m_options;

@@ -19,7 +19,9 @@ private:
     using Ranges = std::vector<SlcLiveRange>;
 
     void Grow();
+    /// The first color below `node` that is free in all of `ranges`; -1 if there is none.
     [[nodiscard]] int FirstFree(std::size_t node, const Ranges& ranges) const;
+    /// Enters `ranges` as taken by `color`, up to the root.
     void Occupy(int color, const Ranges& ranges);
 
     // Where all colors below each node are taken: the root is node 1, the children of node i are

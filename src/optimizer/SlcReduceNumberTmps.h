@@ -27,7 +27,9 @@ private:
         int color = -1;       // place in the pool of what replaces the variable
     };
 
+    /// Finds the kind and the color of each variable.
     void Colour(const SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis);
+    /// Puts the first variable of each color in the place of the others.
     void Rename(SlcListICode& list, const SlcVariableNumbers& variables);
     void PrintGraph(std::ostream& out, const SlcControlFlowGraph& graph,
                     SlcDataflowAnalysis& analysis) const;

@@ -14,6 +14,7 @@
 /// the one behind it. Runs of which one writes a uniform operand that the other touches stay apart.
 class SlcRegroupParallelBlocks : public SlcICodeOptimizer {
 public:
+    /// Rewrites `list`; needs no graph.
     void Optimize(SlcPtr<SlcListICode>& list) override;
 
 private:

@@ -12,6 +12,7 @@
 /// must see the new value, and so does one that ends in a `break` or `continue`.
 class SlcRegroupParallelIfs : public SlcICodeOptimizer {
 public:
+    /// Rewrites `list`; needs no graph.
     void Optimize(SlcPtr<SlcListICode>& list) override;
 
 private:
@@ -24,6 +25,7 @@ private:
     void Case(SlcPtr<SlcContinueICode> code) override;
     void Default(SlcPtr<SlcICode> code) override;
 
+    /// At the border of a run: no guard is open there.
     void CloseAtMark(const SlcPtr<SlcICode>& mark);
     /// The instruction behind the one at hand opens a guard that can join the open one.
     [[nodiscard]] bool NextGuardJoins() const;

@@ -27,8 +27,12 @@ private:
         RemovePairs,    // drops pairs of marks with nothing between them
     };
 
+    /// One walk over the instructions that name labels; true if it changed something.
     [[nodiscard]] bool Phase(RemovePhase phase, SlcListICode& list);
+    /// Brackets with nothing between them, and seams between runs that may become one.
     [[nodiscard]] bool RemovePairs(SlcListICode& list);
+    /// Who jumps to `oldName` is to jump to `newLabel`; if `onlyIfUsed`, only where someone jumps
+    /// to that already.
     void ReplaceLabel(const std::string& oldName, const SlcLabel& newLabel, bool onlyIfUsed);
 
     using SlcAllICodeWalker::Case;

@@ -10,6 +10,7 @@
 /// on Programming Languages and Systems, 1993.
 class SlcSparseSet {
 public:
+    /// For the numbers below `bound`; room for them is taken at once.
     explicit SlcSparseSet(std::size_t bound) : m_places(bound, 0) {}
 
     [[nodiscard]] bool Contains(int member) const

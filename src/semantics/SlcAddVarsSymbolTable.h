@@ -27,7 +27,8 @@ struct SlcDeclarationPlace {
 };
 
 /// Declares the variables of a formals list or of a declaration statement, and checks what
-/// initializes them.
+/// initializes them. Each gets an entry, which its node holds, also behind a fault: its uses must
+/// have something to name.
 class SlcAddVarsSymbolTable : public SlcCodeWalker {
 public:
     SlcAddVarsSymbolTable(SlcPtr<SlcSemanticError> errors, const SlcOptionsControl* options);
@@ -44,7 +45,7 @@ public:
                                                             SlcPtr<SlcSymbolTable> scope,
                                                             const SlcOuterScopes& outer,
                                                             SlcShaderTypeNode* shaderType);
-    /// The next table of the same scope.
+    /// The next table of the same scope: what stands in front of the statement does not see them.
     [[nodiscard]] SlcPtr<SlcSymbolTable> AddLocalVars(SlcVarDefsStmtNode* statement,
                                                       SlcPtr<SlcSymbolTable> scope,
                                                       const SlcOuterScopes& outer,
@@ -61,6 +62,7 @@ private:
 
     enum class Declares { ShaderFormals, FunctionFormals, Locals };
 
+    /// Walks `node` with `table` as the one that grows, and gives what that has become.
     SlcPtr<SlcSymbolTable> Add(SlcSyntaxNode* node, SlcPtr<SlcSymbolTable> table, Declares what,
                                const SlcOuterScopes& outer, SlcShaderTypeNode* shaderType,
                                const SlcDeclarationPlace& place);
@@ -73,6 +75,7 @@ private:
     [[nodiscard]] SlcTypeNode* WantedType(const SlcDefExprNode* definition, SlcTypeNode* type);
     /// The variable that an `extern` declaration stands for; null if there is none.
     [[nodiscard]] SlcPtr<SlcVarSymbolEntry> FindOuter(SlcIdentNode* ident) const;
+    /// An `extern` declaration: an alias of the variable around, which must match.
     void AddExtern(SlcDefExprNode* definition, SlcTypeNode* type);
     /// A variable whose array type has no length; quiet behind a faulty initializer.
     void ReportOpenLength(const SlcDefExprNode* definition);

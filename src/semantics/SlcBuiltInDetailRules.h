@@ -13,10 +13,12 @@ SlcDetailNode* SlcAllArgsUniformReturnUniform(SlcCheckDetail* walker, SlcFuncEnt
                                               SlcProcCallExprNode* call);
 SlcDetailNode* SlcAllArgsUniformReturnUniformInline(SlcCheckInlineDetail* walker,
                                                     SlcFuncEntry entry, SlcProcCallExprNode* call);
+/// Varying, since they read something that varies without being told.
 SlcDetailNode* SlcAlwaysReturnVarying(SlcCheckDetail* walker, SlcFuncEntry entry,
                                       SlcProcCallExprNode* call);
 SlcDetailNode* SlcAlwaysReturnVaryingInline(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
                                             SlcProcCallExprNode* call);
+/// Uniform: one answer for the grid, whatever is asked.
 SlcDetailNode* SlcAlwaysReturnUniform(SlcCheckDetail* walker, SlcFuncEntry entry,
                                       SlcProcCallExprNode* call);
 SlcDetailNode* SlcAlwaysReturnUniformInline(SlcCheckInlineDetail* walker, SlcFuncEntry entry,

@@ -20,8 +20,9 @@ class SlcCalculateTypesSets : public SlcCodeWalker {
 public:
     SlcCalculateTypesSets(SlcPtr<SlcSemanticError> errors, const SlcOptionsControl* options);
 
-    /// `current` is searched for names, and gets an undefined name as a variable of type error,
-    /// so that a misspelling is reported once. A root that is a call may have no value.
+    /// `current` is searched for names, and gets an undefined name as a variable of type error, so
+    /// that a misspelling is reported once. A root that is a call may have no value. `shaderType`
+    /// is that of the file's shader.
     void operator()(SlcSyntaxNode* node, SlcPtr<SlcSymbolTable> current,
                     SlcPtr<SlcSymbolTable> global, SlcShaderTypeNode* shaderType);
 
@@ -54,7 +55,9 @@ private:
                                                          SlcIdentNode* ident);
     /// What an assignment to the variable must not do, or should not.
     void CheckWritable(const SlcLValueNode* lvalue, SlcPtr<SlcVarSymbolEntry> entry);
+    /// What the overloads that fit return; error after a report.
     [[nodiscard]] Types TypesOfCall(SlcProcCallExprNode* call, bool valueUsed);
+    /// The same, with what stops it as an exception: no such name, no such count, no such types.
     [[nodiscard]] Types TypesThatFit(SlcProcCallExprNode* call, bool valueUsed);
     /// The same, after a look into the shadeop libraries for a name that is unknown.
     [[nodiscard]] Types TypesThatFitOrLoad(SlcProcCallExprNode* call, bool valueUsed);

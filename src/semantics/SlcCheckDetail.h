@@ -15,7 +15,8 @@ class SlcCheckDetail : public SlcCodeWalker {
 public:
     explicit SlcCheckDetail(SlcPtr<SlcSemanticError> errors);
 
-    /// `place`: where the statement stands, and what its context wants of an expression.
+    /// `place`: where the statement stands, and what its context wants of an expression. Each call
+    /// is sent to the rule of its function, which may evaluate a body.
     void operator()(SlcSyntaxNode* node, const SlcCallPlace& place);
 
     // What the rules of calls need to know.

@@ -19,7 +19,8 @@ class SlcRelationNode;
 /// holds when it has finished.
 class SlcCheckSemantics : public SlcCodeWalker {
 public:
-    /// `usage` is the record of the branch that will be checked; null for no usage checks.
+    /// `usage` is the record of the branch that will be checked; null for no usage checks. It and
+    /// `options` outlive the walker.
     SlcCheckSemantics(SlcPtr<SlcSemanticError> errors, SlcOptionsControl& options,
                       SlcCheckUsage* usage);
 
@@ -29,7 +30,7 @@ public:
                     SlcPtr<SlcSymbolTable> current, SlcPtr<SlcSymbolTable> shader,
                     SlcPtr<SlcSymbolTable> illuminance);
 
-    /// All passes over an expression that stands for itself.
+    /// All passes over an expression that stands for itself: it must have one type.
     void CheckExprType(SlcExprNode* expr);
 
 private:
@@ -59,6 +60,7 @@ private:
     /// The name of the variable that tells a body the return type of its function; no source text
     /// can spell it.
     [[nodiscard]] static SlcIdentNode* ReturnTypeIdent();
+    /// For declarations that are met here.
     [[nodiscard]] SlcOuterScopes OuterScopes() const;
     /// A walker for the body of a definition that this one has met.
     [[nodiscard]] SlcCheckSemantics BodyWalker(SlcDefinitionNode* definition,
@@ -67,18 +69,26 @@ private:
     [[nodiscard]] std::unique_ptr<SlcCheckUsage> BodyUsage(SlcFormalsNode* formals) const;
     /// Notes in the table of a function's formals where the function was defined.
     void NoteDefinitionScope(SlcSymbolTable& formals) const;
+    /// Of what can be told without the body.
     void CheckReturnType(const SlcFuncDefNode* node);
+    /// From here on the function can be called.
     void AddFunction(SlcFuncDefNode* node, SlcPtr<SlcAnnotation> info);
     /// Of a function of the same shape in the same scope, which calls from here on do not reach.
     void WarnOfReplaced(const SlcFuncDefNode* node, const SlcFuncSymbolEntry& replaced);
 
+    /// The first pass over an expression, or over both sides of a condition.
     void FindTypes(SlcSyntaxNode* node);
     /// The passes behind the possible types, which have been found.
     void FinishChecks(SlcSyntaxNode* node);
+    /// All passes over a relation, which wants no type of its own.
     void CheckCondition(SlcRelationNode* condition);
+    /// The type that an expression gets where nothing else decides. Reports several; void if it has
+    /// none.
     [[nodiscard]] SlcTypeNode* WantedTypeOf(SlcExprNode* expr);
     [[nodiscard]] SlcTypeNode* WantedTypeOfCall(SlcProcCallExprNode* call);
+    /// The function's own, after the reports on the place and the value of the `return`.
     [[nodiscard]] SlcTypeNode* WantedTypeOfReturn(SlcReturnStmtNode* node);
+    /// What is reached next, for the usage record.
     void CheckUsage(SlcSyntaxNode* node);
     /// Walks a branch of a statement, and then `step`, which may be null, with a usage record of
     /// their own; null without usage checks.
@@ -87,6 +97,7 @@ private:
     /// `step` may be null.
     void WalkLoopBody(SlcLoopStmtNode* loop, SlcExprNode* step);
 
+    /// The kind of shader may hold it; true in a function.
     [[nodiscard]] bool IsLegalHere(const LightStatement& statement) const;
     /// `argument` may be null.
     void CheckLightArgument(SlcExprNode* argument, const LightStatement& statement,
@@ -94,6 +105,7 @@ private:
     /// `position` is null for a statement that takes none.
     template <class Node>
     void CheckLightStatement(Node* node, const LightStatement& statement, SlcExprNode* position);
+    /// The same; a look-up that fails inside is fatal.
     template <class Node>
     void GuardLightStatement(Node* node, const LightStatement& statement, SlcExprNode* position);
 

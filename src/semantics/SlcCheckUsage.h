@@ -86,13 +86,18 @@ private:
     [[nodiscard]] static bool IsJudgedHere(const Variable& variable);
     /// Call it before each change of a usage.
     void NoteChange(Variable& variable);
+    /// The variable is in that state from here on.
     void SetUsage(Variable& variable, const SlcVariableUsage& usage);
 
+    /// It is written, or perhaps. Null is passed over, here and below.
     void VarIsModifiedInTable(Variable* variable, bool maybe);
+    /// It is read at `expr`, which is reported there if it may not be set.
     void VarIsAccessedInTable(Variable* variable, bool maybe, SlcExprNode* expr);
     void LogAccessError(const SlcExprNode* expr, const Variable& variable, bool maybe);
 
+    /// Two branches of which one runs.
     void PromoteUsage(SlcCheckUsage& first, SlcCheckUsage& second);
+    /// One that runs, or perhaps.
     void PromoteUsage(SlcCheckUsage& branch, bool maybe);
     /// What the body of a called function does to variables further out.
     void Replay(SlcCheckUsage& function, SlcExprNode* call);

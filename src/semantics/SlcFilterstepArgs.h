@@ -13,7 +13,7 @@ public:
     explicit SlcFilterstepArgs(SlcPtr<SlcSemanticError> errors) : m_errors(std::move(errors)) {}
 
     /// The type that each argument from the third on is to take; none after a report. Warns of a
-    /// name that means nothing.
+    /// name that means nothing. `args` are all of the call, with their sets of types.
     [[nodiscard]] std::optional<std::vector<SlcTypeNode*>>
     CheckFilterstepArgs(const SlcCallArgs& args);
 

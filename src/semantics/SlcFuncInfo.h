@@ -11,7 +11,8 @@
 /// What is known of a user function once its body has been checked; kept in its symbol entry.
 class SlcFuncInfo : public SlcAnnotation {
 public:
-    /// `usage` may be null; `scope` is the table of the function's formals.
+    /// `usage` may be null; `scope` is the table of the function's formals. The definition, a node
+    /// of the tree, outlives it.
     SlcFuncInfo(SlcFuncDefNode* definition, std::unique_ptr<SlcCheckUsage> usage,
                 SlcPtr<SlcSymbolTable> scope, bool hasIlluminate, bool hasIlluminance,
                 const SlcBodyFacts& bodyFacts, SlcPtr<SlcInlineBudget> inlineBudget)

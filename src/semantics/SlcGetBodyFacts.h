@@ -24,6 +24,7 @@ struct SlcBodyFacts {
 /// Collects the facts of a function whose body has been checked. Linear in the body.
 class SlcGetBodyFacts : public SlcCodeWalker {
 public:
+    /// `shaderType`: of the file's shader. What the function calls has been checked before it.
     [[nodiscard]] SlcBodyFacts operator()(SlcFuncDefNode* function, SlcShaderTypeNode* shaderType);
 
 private:
@@ -40,6 +41,7 @@ private:
     void Default(SlcSyntaxNode* node) override;
 
     void AddOperations(std::size_t count);
+    /// The body reads or writes the variable; null is passed over.
     void Touch(const SlcPtr<SlcVarSymbolEntry>& variable);
 
     SlcBodyFacts m_facts;

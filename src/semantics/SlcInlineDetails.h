@@ -24,6 +24,7 @@
     return CheckCast<SlcLValueType>(lvalue->GetAnnotation())->GetInlineDetail();
 }
 
+/// For the call at hand; the next evaluation of the body sets it anew.
 inline void SlcSetInlineDetail(SlcExprNode* expr, SlcDetailNode* detail)
 {
     SlcPossibleTypes::Of(expr)->SetInlineDetail(detail);

@@ -11,7 +11,7 @@
 /// inside it, since a nested function writes variables of the bodies around it.
 class SlcInlineJournal {
 public:
-    /// A round of a loop begins, inside the loops that are open.
+    /// A round of a loop begins, inside the loops that are open. Each has its end below.
     void BeginRound();
     /// The variable is about to get another detail.
     void NoteWrite(SlcVarSymbolEntry& variable);

@@ -49,8 +49,9 @@ public:
         std::vector<SlcDetailNode*> formals;  // their inline details at the end
     };
 
-    /// Null if the body has not been evaluated in these circumstances.
+    /// Null if the body has not been evaluated in these circumstances. Good until the next `Keep`.
     [[nodiscard]] const Result* Find(const Circumstances& circumstances) const;
+    /// Takes the place of what is known of them.
     const Result& Keep(const Circumstances& circumstances, Result result);
 
 private:

@@ -4,8 +4,11 @@
 
 #include "frontend/SlcBinOpNodes.h"
 
-/// A chain of binary operators, which grows to the left, taken apart: a sum of many terms is
-/// walked by a loop and not by recursion.
+/// A chain of binary operators, which grows to the left, taken apart: a sum of many terms is walked
+/// by a loop and not by recursion.
+///
+///     a + b * c - d        first a; operations: the difference, then the sum below it. The product
+///                          is the right operand of the sum, and walked as such
 struct SlcLeftSpine {
     explicit SlcLeftSpine(SlcBinOpExprNode* top) : first(top)
     {

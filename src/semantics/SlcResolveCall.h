@@ -13,10 +13,14 @@
 /// overload. The arguments have their sets of types; their own operands are left to the caller.
 class SlcResolveCall {
 public:
+    /// For calls in `scope`, which is searched for the name. `shaderType` is null where it does not
+    /// matter: then no function is refused for it.
     SlcResolveCall(SlcPtr<SlcSemanticError> errors, SlcPtr<SlcSymbolTable> scope,
                    const SlcShaderTypeNode* shaderType);
 
-    /// Leaves the overload in the call; none after a report.
+    /// Leaves the overload in the call, with what its tail takes each further argument for; none
+    /// after a report. The type that is wanted is the unique type of the call, which becomes one of
+    /// its set.
     void Resolve(SlcProcCallExprNode* call);
 
 private:

@@ -11,6 +11,8 @@ class SlcResolveOperator {
 public:
     explicit SlcResolveOperator(SlcPtr<SlcSemanticError> errors) : m_errors(std::move(errors)) {}
 
+    /// Arithmetic and products. The type that is wanted is the unique type of the operator, here
+    /// and in the next two; it becomes one of the operator's set.
     void Resolve(SlcBinOpExprNode* operation);
     void Resolve(SlcUMinusExprNode* minus);
     void Resolve(SlcCondExprNode* conditional);

@@ -13,6 +13,8 @@ class SlcResolveTexture {
 public:
     explicit SlcResolveTexture(SlcPtr<SlcSemanticError> errors) : m_errors(std::move(errors)) {}
 
+    /// The name of the texture and the channel have their types by this as well. A fault leaves
+    /// every argument with some type.
     void Resolve(SlcTextureExprNode* texture);
 
 private:
@@ -23,14 +25,18 @@ private:
 
     /// How many arguments the coordinates take; -1 after a report.
     [[nodiscard]] int ResolveCoordinates(SlcTextureExprNode* texture);
+    /// Of `texture`: none, s and t, or those of four corners.
     [[nodiscard]] int ResolveFloats(SlcTextureExprNode* texture);
+    /// Of `environment` and `shadow`: a point, or those of four corners.
     [[nodiscard]] int ResolvePoints(SlcTextureExprNode* texture);
     /// Reports what stops it from telling names from values, and goes no further then.
     void ResolveParameters(std::size_t first);
     /// The name at `position` and its value: how many arguments they take, 0 after a report that
     /// leaves what follows unclear.
     [[nodiscard]] std::size_t CheckTextureAccessParameter(std::size_t position);
+    /// The points of an area light, from `first` on: how many there are, or 1 after a report.
     [[nodiscard]] std::size_t ResolveSource(std::size_t first);
+    /// The value of the parameter `name`, and of "filter" below.
     void ResolveFloatValue(std::string_view name, SlcExprNode* value);
     void ResolveStringValue(SlcExprNode* value);
 

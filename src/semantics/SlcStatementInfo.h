@@ -2,7 +2,8 @@
 
 #include "symbols/SlcSymbolTable.h"
 
-/// The scope of a statement, or of a shader's formals: the names that it sees.
+/// The scope of a statement, or of a shader's formals: the names that it sees. Left on the node, to
+/// be cut with the tree (`SlcDeleteTree`).
 class SlcStatementInfo : public SlcAnnotation {
 public:
     explicit SlcStatementInfo(SlcPtr<SlcSymbolTable> table) : m_table(std::move(table)) {}

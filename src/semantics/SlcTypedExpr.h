@@ -13,6 +13,7 @@ namespace SlcTypedExpr {
     return SlcPossibleTypes::Of(expr)->IsInTypes(type, false);
 }
 
+/// The set holds the type, or of the point family one of its kind.
 [[nodiscard]] inline bool Holds(const SlcExprNode* expr, SlcTypeNode* type)
 {
     return Find(expr, type) != nullptr;
@@ -24,6 +25,7 @@ namespace SlcTypedExpr {
     return SlcPossibleTypes::Of(expr)->IsInTypes(type, true) != nullptr;
 }
 
+/// All that the expression can be; empty if nothing suits.
 [[nodiscard]] inline const std::vector<SlcTypeNode*>& TypesOf(const SlcExprNode* expr)
 {
     return SlcPossibleTypes::Of(expr)->GetTypes();
@@ -54,6 +56,7 @@ namespace SlcTypedExpr {
     return IsUntyped(expr) ? SlcTypeNode::AError() : TypesOf(expr).front();
 }
 
+/// Decides the type; the expression's own pass reads it when it comes there.
 inline void SetUnique(const SlcExprNode* expr, SlcTypeNode* type)
 {
     SlcPossibleTypes::Of(expr)->SetUniqueType(type);

@@ -11,6 +11,7 @@ class QxMemoryRanges {
 public:
     using Bytes = std::span<const std::byte>;
 
+    /// The memory must stay as long as anyone asks. Ranges do not overlap.
     void Add(Bytes range) { m_ranges.push_back(range); }
 
     /// What the range that holds the address has from there on; empty if none holds it.

@@ -9,6 +9,8 @@
 /// given back waits in a list for the next object of its size, so that either way costs a few
 /// instructions and a long compile needs no more memory than the objects that it has at a time.
 ///
+///     chunk:  [before][header|room][header|room]...        free[units]: room -> room -> null
+///
 /// Whoever owns an object still says when it goes, through `SlcPtr` and the containers; here only
 /// its place is kept. One thread uses an arena.
 class SlcArena {
@@ -66,7 +68,9 @@ private:
     };
 
     [[nodiscard]] static Header& HeaderOf(void* room) { return static_cast<Header*>(room)[-1]; }
+    /// What is left of the chunk at hand is lost.
     void BeginChunk();
+    /// From the system, with a header that says so.
     [[nodiscard]] static void* TakeLarge(std::size_t size);
     static void GiveBackLarge(void* room);
 

@@ -15,7 +15,8 @@
     return {text, end};
 }
 
-/// What is left of `value` behind its text.
+/// What is left of `value` behind its text: for who computes with a constant that the run time will
+/// read. Whole numbers of up to seven digits stay what they are.
 [[nodiscard]] inline double SlcValueOfFloatText(double value)
 {
     constexpr double shortest = 1e7;  // whole numbers below it have at most seven digits

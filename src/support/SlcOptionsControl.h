@@ -4,7 +4,8 @@
 #include <string>
 
 /// The decisions of the command line, as every subsystem reads them. The driver owns the one
-/// instance and fills it; the defaults here are those of level 2 without a back end chosen.
+/// instance and fills it; the defaults here are those of level 2 without a back end chosen. Which
+/// level turns what on is told in SlcCommandLine.cpp.
 struct SlcOptionsControl {
     bool m_useShadeops = true;            // unknown functions are sought in shadeop libraries
     bool m_checkArrayBounds = true;       // array accesses get a run-time index check

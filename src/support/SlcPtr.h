@@ -15,6 +15,7 @@ class SlcPtr {
 public:
     SlcPtr() = default;
     SlcPtr(std::nullptr_t) {}
+    /// A holder more for an object that may have some: the count stands in the object itself.
     SlcPtr(T* object) : m_object(object) { Retain(); }
     SlcPtr(const SlcPtr& other) : m_object(other.m_object) { Retain(); }
     SlcPtr(SlcPtr&& other) noexcept : m_object(std::exchange(other.m_object, nullptr)) {}

@@ -4,7 +4,8 @@
 #include <string>
 
 /// Where the scanner stands, for the reports that show a source line with a caret. The scanner
-/// fills the one instance as it reads; nothing else writes to it.
+/// fills the one instance as it reads; nothing else writes to it. SlcDiagnostics.cpp shows what
+/// comes of it.
 struct SlcSourcePosition {
     const std::string* file = nullptr;  // name of the current file; null before the first marker
     int line = 1;

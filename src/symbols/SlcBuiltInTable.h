@@ -4,8 +4,9 @@
 
 #include "symbols/SlcSymbolTable.h"
 
-/// The rules that give the detail of a call, by the numbers that the rows of the library carry.
-/// The rules live in `semantics`, which hands them in.
+/// The rules that give the detail of a call, by the numbers that the rows of the library carry: as
+/// written, and for a call that is being evaluated. The rules live in `semantics`, which hands them
+/// in.
 struct SlcDetailRules {
     std::array<SlcCheckDetailProc, 3> checkDetail;
     std::array<SlcCheckInlineDetailProc, 9> checkInlineDetail;

@@ -19,7 +19,8 @@ struct SlcCallFormal {
                                                // of a pair and for a fixed argument
 };
 
-/// By the tree: one for each argument of a checked call, in the order of the source.
+/// By the tree: one for each argument of a checked call, in the order of the source. The call has
+/// its overload.
 [[nodiscard]] std::vector<SlcCallFormal> SlcFormalsOf(const SlcProcCallExprNode& call);
 
 /// By the instruction: of the argument at `position`, with those of a variable tail in their

@@ -41,15 +41,19 @@ public:
     /// uniform and varying values, and none is output.
     SlcFuncDSOSymbolEntry(SlcIdentNode* ident, const std::string& libraryPath,
                           SlcShadeopDeclaration declaration, const SlcShadeopRules& rules);
+    /// Of parts that are made already.
     SlcFuncDSOSymbolEntry(SlcFuncSignature signature, SlcShadeopInfo info)
         : SlcFuncSymbolEntry(std::move(signature)),
           m_info(std::move(info))
     {
     }
 
+    /// The name of the source, by which the library exports the method, and of the two that go with
+    /// it.
     [[nodiscard]] SlcIdentNode* GetMethodName() const { return m_info.methodName; }
     [[nodiscard]] SlcIdentNode* GetInit() const { return m_info.init; }
     [[nodiscard]] SlcIdentNode* GetCleanup() const { return m_info.cleanup; }
+    /// Overloads of one method are started and ended by the same functions.
     void SetInit(SlcIdentNode* init) { m_info.init = init; }
     void SetCleanup(SlcIdentNode* cleanup) { m_info.cleanup = cleanup; }
     /// As it was found, in a directory that is searched.

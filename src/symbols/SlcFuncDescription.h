@@ -47,6 +47,8 @@ public:
     /// The rows of both tables that begin with this name, in their order. O(log n).
     [[nodiscard]] static std::span<const NamedRow> RowsOf(std::string_view name);
 
+    /// A row of the first table, and one of the second, as a record. Rows are our own, so that a
+    /// fault in one is fatal.
     [[nodiscard]] static FuncInfo ReadPlainRow(const char* row);
     [[nodiscard]] static FuncInfo ReadVarArgsRow(const char* row);
 
@@ -54,13 +56,17 @@ public:
 
     /// The character under the cursor behind any blanks.
     static char EatSpaces(const char*& cursor);
+    /// The next token; empty at the end.
     [[nodiscard]] static std::string_view ReadString(const char*& cursor);
     /// A word that is no number is fatal.
     [[nodiscard]] static int ReadInt(const char*& cursor);
-    /// An unknown type word is fatal.
+    /// A type, with the words that may stand in front of it: `uniform`, else the detail is unknown,
+    /// and `output`, else the storage is input. An unknown type word is fatal.
     [[nodiscard]] static SlcTypeNode* ReadType(const char*& cursor, SlcDetailNode** detail,
                                                SlcStorageSpecNode** storage);
+    /// The description of a tail.
     [[nodiscard]] static std::unique_ptr<SlcFuncVarArgExpr> ReadVarTypes(const char*& cursor);
+    /// The whole-grid form, and for each of `nArgs` arguments the detail that it must have there.
     /// Nothing behind `nosimd` is read.
     static void ReadSIMDInfo(const char*& cursor, int nArgs, SlcCallSIMD& kind,
                              std::vector<SlcDetailNode*>& details);

@@ -36,7 +36,8 @@ using SlcCheckInlineDetailProc = SlcDetailNode* (*)(SlcCheckInlineDetail*,
                                                     SlcPtr<SlcFuncSymbolEntry>,
                                                     SlcProcCallExprNode*);
 
-/// What all kinds of functions are declared by. The three argument lists run in step.
+/// What all kinds of functions are declared by. The three argument lists run in step; a variable
+/// tail is no part of them.
 struct SlcFuncSignature {
     SlcIdentNode* ident = nullptr;
     SlcTypeNode* returnType = nullptr;
@@ -53,7 +54,9 @@ struct SlcFuncSignature {
     SlcFuncOrigin origin = SlcFuncOrigin::BuiltIn;
 };
 
-/// One overload of a function.
+/// One overload of a function: a built-in, a function of the source or a shadeop. The tables of a
+/// scope hold the overloads of a name one behind the other; which one a call means is settled by
+/// `SlcResolveCall`.
 class SlcFuncSymbolEntry : public SlcSymbolEntry {
 public:
     explicit SlcFuncSymbolEntry(SlcFuncSignature signature);
@@ -83,8 +86,11 @@ public:
         return nullptr;
     }
     virtual SlcFuncVarArgExpr* VarArgNext() { return nullptr; }
+    /// Null for a fixed number of arguments.
     [[nodiscard]] virtual SlcFuncVarArgExpr* GetTail() const { return nullptr; }
 
+    /// The detail of a call by the function's own rule, and of one met in a body that is being
+    /// evaluated. Both report what the call breaks.
     [[nodiscard]] SlcDetailNode* CheckDetail(SlcCheckDetail* walker, SlcProcCallExprNode* call);
     [[nodiscard]] SlcDetailNode* CheckInlineDetail(SlcCheckInlineDetail* walker,
                                                    SlcProcCallExprNode* call);
@@ -94,7 +100,10 @@ public:
     [[nodiscard]] const std::vector<SlcDetailNode*>& GetArgDetails() const;
     [[nodiscard]] const std::vector<SlcStorageSpecNode*>& GetArgStorages() const;
     [[nodiscard]] SlcCallSIMD GetSIMDKind() const { return m_signature.simd; }
+    /// Of a tail too, in its fixed places.
     [[nodiscard]] const std::vector<SlcDetailNode*>& GetSIMDDetails() const;
+    /// The primitive of a built-in, without suffixes of forms; a unique name for a shadeop; null
+    /// for a function of the source, and for a built-in that has none yet.
     [[nodiscard]] SlcIdentNode* GetCName() const { return m_signature.cName; }
     [[nodiscard]] SlcFuncOrigin GetOrigin() const { return m_signature.origin; }
     [[nodiscard]] bool IsOrderSensitive() const { return m_signature.orderSensitive; }

@@ -13,6 +13,10 @@ class SlcFuncVarArgLeaf;
 
 /// The description of a variable tail of arguments, walked along with the arguments of one call.
 /// Each part is a small state machine, which `Begin` starts anew: one walk at a time.
+///
+///     tail->Begin();
+///     for (argument : those behind the fixed ones)
+///         leaf = tail->FindNextMatch(argument, promote);      null: the call does not fit
 class SlcFuncVarArgExpr {
 public:
     SlcFuncVarArgExpr() = default;
@@ -28,11 +32,12 @@ public:
     /// The most arguments that it takes, counting the names of pairs if `withNames`; negative for
     /// any number.
     [[nodiscard]] virtual int GetMaxSize(bool withNames) const = 0;
-    /// The leaf that takes the argument, null if none does. `promote` allows promotion.
+    /// The leaf that takes the argument, behind which a list then stands; null if none does.
+    /// `promote` allows promotion.
     virtual SlcFuncVarArgLeaf* FindNextMatch(SlcExprNode* expr, bool promote) = 0;
 };
 
-/// A part that takes one argument.
+/// A part that takes one argument. Type, detail and storage are what the argument must suit.
 class SlcFuncVarArgLeaf : public SlcFuncVarArgExpr {
 public:
     [[nodiscard]] virtual SlcTypeNode* GetType() const = 0;
@@ -70,7 +75,8 @@ private:
     std::string m_default;
 };
 
-/// A constant name, then its value.
+/// A constant name, then its value: `"blur", 0.1`. It stands for the name itself, and hands the
+/// argument behind it to the value.
 class SlcFuncVarArgPair : public SlcFuncVarArgLeaf {
 public:
     SlcFuncVarArgPair(std::string name, std::unique_ptr<SlcFuncVarArgSingle> value);

@@ -6,7 +6,8 @@
 #include "frontend/SlcDetailNode.h"
 #include "frontend/SlcTypeNode.h"
 
-/// The predefined variables of shaders.
+/// The predefined variables of shaders: `P`, `Cs` and the like. Which kind of shader knows which of
+/// them is told in SlcShaderSymbolTable.cpp.
 class SlcHiddenVariables {
 public:
     struct VarInfo {
@@ -24,6 +25,7 @@ public:
     [[nodiscard]] static const VarInfo* FindVarInfoHidden(std::string_view name);
     /// The three variables that a light loop adds.
     [[nodiscard]] static std::span<const VarInfo> AllOfIlluminance();
+    /// Another name is fatal.
     [[nodiscard]] static const VarInfo& GetVarInfoIlluminance(std::string_view name);
     /// Null for any other name.
     [[nodiscard]] static const VarInfo* FindVarInfoIlluminance(std::string_view name);

@@ -13,7 +13,8 @@ class SlcLexType;
 /// Appends `type` unless a member answers `IsSameType` to it.
 void SlcAddTypeIfNotPresent(std::vector<SlcTypeNode*>& types, SlcTypeNode* type);
 
-/// What the semantic passes find out about an expression, one pass after the other.
+/// What the semantic passes find out about an expression, one pass after the other: the types that
+/// it can have, the one that it has, its detail. The lowering reads the last two.
 class SlcPossibleTypes : public SlcAnnotation {
 public:
     /// `types` in order of discovery.

@@ -8,13 +8,15 @@
 
 /// The scope of a shader's predefined variables, between the built-ins and the shader's own.
 ///
-/// Code generation reaches the variables through the statics, never by look-up. They stay null
-/// until an entry of that name is made, and are valid for the one shader of a compile.
+/// Code generation reaches the variables through the statics, never by look-up: a parameter may
+/// hide one. They stay null until an entry of that name is made, and are valid for the one shader
+/// of a compile.
 class SlcShaderSymbolTable : public SlcSymbolTable {
 public:
     using VarEntry = SlcPtr<SlcVarSymbolEntry>;
 
-    /// Adds the predefined variables of these names.
+    /// Adds the predefined variables of these names, each with its operand, as such that the shader
+    /// only reads or also sets.
     void InitReadOnlyHiddens(std::span<const char* const> names);
     void InitReadWriteHiddens(std::span<const char* const> names);
     /// Adds the variables of a light loop: the entries that exist already, unless this is the
@@ -71,7 +73,8 @@ public:
     explicit SlcImagerSymbolTable(SlcPtr<SlcSymbolTable> parent);
 };
 
-/// The scope of the body of a light loop.
+/// The scope of the body of a light loop: `L`, `Cl` and `Ol` of the light at hand. `first`: as
+/// `InitIlluminance` tells.
 class SlcIlluminanceSymbolTable : public SlcShaderSymbolTable {
 public:
     SlcIlluminanceSymbolTable(SlcPtr<SlcSymbolTable> parent, bool first);

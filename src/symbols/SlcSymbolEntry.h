@@ -8,7 +8,8 @@
 
 class SlcLexType;
 
-/// What a symbol table holds under a name; the name belongs to the pool of identifiers.
+/// What a symbol table holds under a name; the name belongs to the pool of identifiers. Nodes that
+/// name the variable or function hold the entry too, once the checks have found it.
 class SlcSymbolEntry : public SlcCollectable {
 public:
     explicit SlcSymbolEntry(SlcIdentNode* ident) : m_ident(ident) {}
@@ -24,7 +25,7 @@ private:
 /// A variable: declared, predefined, formal, or an `extern` alias of one further out.
 class SlcVarSymbolEntry : public SlcSymbolEntry {
 public:
-    /// `outer`: what an `extern` declaration stands for; null otherwise.
+    /// `outer`: what an `extern` declaration stands for; null otherwise. `hidden`: predefined.
     SlcVarSymbolEntry(SlcIdentNode* ident, SlcTypeNode* type, SlcDetailNode* detail,
                       SlcStorageSpecNode* storage, bool hidden, SlcPtr<SlcVarSymbolEntry> outer);
     ~SlcVarSymbolEntry() override;
@@ -37,9 +38,11 @@ public:
     /// Null until an inline evaluation sets it.
     [[nodiscard]] SlcDetailNode* GetInlineDetail() const { return m_inlineDetail; }
     void SetInlineDetail(SlcDetailNode* detail) { m_inlineDetail = detail; }
+    /// How it comes by its values: formal, local, predefined, or of another scope.
     [[nodiscard]] SlcStorageSpecNode* GetStorage() const { return m_storage; }
     /// A predefined variable.
     [[nodiscard]] bool IsHidden() const { return m_hidden; }
+    /// Null unless it is an `extern` alias. May be one itself.
     [[nodiscard]] const SlcPtr<SlcVarSymbolEntry>& GetOuter() const { return m_outer; }
 
     /// The variable's operand in the intermediate code; null until the generator makes it. An

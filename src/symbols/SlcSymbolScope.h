@@ -6,7 +6,8 @@
 
 #include "symbols/SlcSymbolTable.h"
 
-/// The names of all tables of one scope, by the place of the table that each was added to.
+/// The names of all tables of one scope, by the place of the table that each was added to. A table
+/// at a place sees the names up to it.
 class SlcSymbolScope : public SlcCollectable {
 public:
     struct Named {
@@ -16,6 +17,7 @@ public:
 
     explicit SlcSymbolScope(SlcPtr<SlcSymbolTable> parent) : m_parent(std::move(parent)) {}
 
+    /// Behind what that table has of the name already.
     virtual void Add(int table, SlcPtr<SlcSymbolEntry> entry);
     /// Every entry of the name, by table and then in order of insertion; null if there is none.
     [[nodiscard]] virtual const std::vector<Named>* Find(std::string_view name);

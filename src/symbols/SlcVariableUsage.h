@@ -7,7 +7,8 @@ enum class SlcUsageState {
     Maybe,  // on some path
 };
 
-/// What has happened to a variable on the way to a point of the code that sees it.
+/// What has happened to a variable on the way to a point of the code that sees it. At first
+/// nothing.
 class SlcVariableUsage {
 public:
     [[nodiscard]] SlcUsageState GetModified() const { return m_modified; }

@@ -52,6 +52,7 @@ public:
     void Error(const SlcSyntaxNode* node, std::string_view message, std::string_view detail);
     /// Shows an excerpt of `nearby`, which may be null.
     void Error(const SlcSyntaxNode* node, std::string_view message, SlcSyntaxNode* nearby);
+    /// Placed by the comment of the code, which may not be null; so is `FatalErrorICode`.
     void ErrorICode(const SlcPtr<SlcCommentICode>& comment, std::string_view message);
 
     /// Printed and counted only if the warning level is at least `level`, 1 or 2.
@@ -60,6 +61,8 @@ public:
     void Warning(const SlcSyntaxNode* node, std::string_view message, std::string_view detail,
                  int level);
 
+    /// A fault of the compiler itself, or of what the passes before should have refused: prints the
+    /// message and the contact address, and ends the process with status 1.
     [[noreturn]] void FatalError(const SlcSyntaxNode* node, std::string_view message);
     [[noreturn]] void FatalError(std::string_view message);
     [[noreturn]] void FatalErrorICode(const SlcPtr<SlcCommentICode>& comment,
