@@ -3,8 +3,8 @@
 #include <string_view>
 
 /// The version of the interface between compiled shaders and what runs them, byte-code and shared
-/// objects alike. A host runs
-/// byte-code of this version, and shared objects of its major version that are no newer.
+/// objects alike. A host runs byte-code of this version, and shared objects of its major version
+/// that are no newer.
 inline constexpr int k_sqxMajorVersion = 5;
 inline constexpr int k_sqxMinorVersion = 0;
 

@@ -15,7 +15,10 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// One run of the compiler on a source. All files that it leaves stand in a folder of its own.
+/// One run of the compiler on a source. All files that it leaves stand in a folder of its own, so
+/// that compiles may go on side by side, also of one source.
+///
+/// Made, set up, run once, and then asked.
 class SqxSourceCompile {
 public:
     /// `options` are those of the compiler, as given; `work` is an empty folder, which the caller
@@ -27,15 +30,17 @@ public:
     void SetCompiler(std::filesystem::path compiler) { m_compiler = std::move(compiler); }
     /// Writes also, in the syntax of makefiles, what `target` depends on: the same files.
     void WriteDependencies(std::filesystem::path file, std::string target);
-    /// The compiler is ended, with all that it started, once the answer is true.
+    /// The compiler is ended, with all that it started, once the answer is true. It is asked every
+    /// millisecond, in the thread that runs.
     void EndWhen(std::function<bool()> isOver) { m_isOver = std::move(isOver); }
 
-    /// Gives the compiler's exit status. Throws `SqxCompileError`.
+    /// Gives the compiler's exit status, see `SqxRunCommand`; that of a source at fault is no error
+    /// here. Throws `SqxCompileError` if the compiler cannot be run.
     [[nodiscard]] int Run();
 
     // After the run.
 
-    /// What the compiler said; the source is called as it was given.
+    /// What the compiler said, on both streams; the source is called as it was given.
     [[nodiscard]] std::string Messages() const;
     /// The compiled shader. Throws `SqxCompileError` if there is none.
     [[nodiscard]] std::filesystem::path Output() const;

@@ -4,7 +4,12 @@
 #include <string>
 #include <string_view>
 
-/// One option of a program: what stands on the command line, and what it does.
+// How a program presents itself is written once, as tables: its `--help`, its manual page and the
+// completion of its command line are made of them. All texts are literals, which last as long as
+// the program.
+
+/// One option of a program: what stands on the command line, and what it does. Rows stand in the
+/// order in which users read of them.
 struct SqxOption {
     std::string_view word;      // "--size", or both spellings: "-o, --output"
     std::string_view argument;  // what follows, such as "DIR"; empty if nothing does
@@ -31,5 +36,6 @@ struct SqxProgram {
     std::string_view fileEndings;        // of files that it takes, for completion: "sl sqx"
 };
 
-/// "Usage: ...", the description and the options, as `--help` prints them.
+/// "Usage: ...", the description and the options, as `--help` prints them, wrapped at 100
+/// characters.
 [[nodiscard]] std::string SqxHelpText(const SqxProgram& program);

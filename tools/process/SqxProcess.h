@@ -18,11 +18,13 @@ struct SqxCommand {
 };
 
 /// Runs the program and waits for it. Gives its exit status, 128 and the number of the signal if
-/// one ended it, or 127 if it could not be started.
+/// one ended it, or 127 if it could not be started. No shell comes in between: words reach the
+/// program as they are. Several threads may run programs at a time.
 [[nodiscard]] int SqxRunCommand(const SqxCommand& command);
 
 /// The program of that name in the folder of the running one.
 [[nodiscard]] std::filesystem::path SqxProgramBeside(const std::string& name);
 
-/// `text` as one word of the shell.
+/// `text` as one word of the shell, in quotes where it needs some: for a command that users see or
+/// that a shell reads.
 [[nodiscard]] std::string SqxShellWord(const std::string& text);

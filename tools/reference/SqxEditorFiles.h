@@ -2,6 +2,9 @@
 
 #include <string>
 
+// Keywords, types, predefined variables and functions are those of the compiler's tables: an editor
+// colors what the compiler knows.
+
 /// The syntax file by which Vim colors shaders.
 [[nodiscard]] std::string SqxVimSyntax();
 

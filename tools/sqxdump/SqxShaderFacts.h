@@ -8,7 +8,8 @@
 #include "host/QxHostValue.h"
 
 /// What a compiled shader tells those who use it. What a file does not tell, or what stands behind
-/// its fault, is empty.
+/// its fault, is empty: nothing is guessed. Both kinds of files give the same facts, so that all
+/// who print them look at no file.
 struct SqxShaderFacts {
     enum class Kind { ByteCode, SharedObject };
 
@@ -57,10 +58,12 @@ struct SqxShaderFacts {
 
 /// Reads byte-code, whatever it holds: a damaged file tells as much as stands in front of its
 /// fault. `name`: for messages. The libraries of shadeops that default values call are looked for
-/// in the folders.
+/// in the folders, and loaded; without them, and if anything else goes wrong with default values,
+/// `defaultsFault` says so and the other facts stand. Throws nothing for what the file holds.
 [[nodiscard]] SqxShaderFacts SqxByteCodeFacts(std::string_view bytes, const std::string& name,
                                               const std::vector<std::string>& shadeopFolders);
 
-/// Loads a shared object. Throws `QxHostError` if it is no shader.
+/// Loads a shared object, runs the computation of its default values, and unloads it. Throws
+/// `QxHostError` if it is no shader.
 [[nodiscard]] SqxShaderFacts SqxSharedObjectFacts(const std::string& path,
                                                   const std::vector<std::string>& shadeopFolders);

@@ -8,7 +8,8 @@
 #include "options/SqxOptionTable.h"
 #include "options/SqxOptionWords.h"
 
-/// A build that cannot be done; the text says why.
+/// A build that cannot be done, for a reason that is not a shader's; the text says why. The program
+/// tells it and ends with status 1.
 class SqxMakeError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
@@ -23,7 +24,7 @@ struct SqxMakeOptions {
     bool keepGoing = false;  // behind faults
     bool help = false;
 
-    // One step of a build, see `SqxCompileStep`.
+    // One step of a build, see `SqxCompileStep`: ninja, or another build system, asks for it.
     bool step = false;
     std::filesystem::path stamp;
     std::filesystem::path stateFolder;

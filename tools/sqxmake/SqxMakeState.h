@@ -16,14 +16,17 @@ public:
         std::string output;  // a file name, in the output folder
     };
 
+    /// Looks at nothing yet.
     explicit SqxMakeState(std::filesystem::path folder) : m_folder(std::move(folder)) {}
 
     /// Makes the folders. Throws `SqxMakeError`.
     void Create() const;
 
     [[nodiscard]] const std::filesystem::path& Folder() const { return m_folder; }
-    /// A name for the source that no other source has, readable and fit for a file.
+    /// A name for the source that no other source has, readable and fit for a file. It follows from
+    /// the absolute path alone, so that a source keeps it.
     [[nodiscard]] static std::string IdOf(const std::filesystem::path& source);
+    // The files of a source by that name, whether they are there or not.
     [[nodiscard]] std::filesystem::path StampOf(const std::string& id) const;
     [[nodiscard]] std::filesystem::path FailureOf(const std::string& id) const;
     [[nodiscard]] std::filesystem::path SearchedOf(const std::string& id) const;
@@ -31,14 +34,16 @@ public:
 
     /// Nothing if there is no such stamp, or none that was written whole.
     [[nodiscard]] static std::optional<Stamp> ReadStamp(const std::filesystem::path& path);
-    /// Throws `SqxMakeError`.
+    /// Its time is what ninja compares. Throws `SqxMakeError`.
     static void WriteStamp(const std::filesystem::path& path, const Stamp& stamp);
 
     /// Makes `source` the owner of the output. Gives another source that owns it already and is
-    /// still there, or nothing. Throws `SqxMakeError`.
+    /// still there, or nothing. Of two that claim it at a time one gets it. `output`: a file name;
+    /// `source`: an absolute path. Throws `SqxMakeError`.
     [[nodiscard]] std::optional<std::string> Claim(const std::string& output,
                                                    const std::string& source) const;
-    /// Forgets and removes the output that the stamp tells of.
+    /// Forgets the stamp, and removes the output that it tells of, unless that is another source's
+    /// by now. What is not there any more is no fault.
     void Discard(const std::filesystem::path& stamp,
                  const std::filesystem::path& outputFolder) const;
 

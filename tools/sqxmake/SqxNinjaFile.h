@@ -7,14 +7,15 @@
 #include "sqxmake/SqxMakeOptions.h"
 #include "sqxmake/SqxMakeState.h"
 
-/// The programs that a build runs.
+/// The programs that a build runs, as absolute paths. Shaders are compiled anew when one changes.
 struct SqxMakePrograms {
     std::filesystem::path make;  // this program
     std::filesystem::path compiler;
 };
 
 /// The text of a ninja file that compiles each source by one step of `sqxmake`. What the steps read
-/// beside their source stands in the command's text, so that a change of it counts as a change.
+/// beside their source, options and variables of the environment, stands in the command's text, so
+/// that a change of it counts as a change. Same sources, same text: the order is theirs.
 [[nodiscard]] std::string SqxNinjaFile(const SqxMakeOptions& options,
                                        const std::vector<std::filesystem::path>& sources,
                                        const SqxMakeState& state, const SqxMakePrograms& programs);

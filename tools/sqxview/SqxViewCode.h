@@ -10,13 +10,18 @@
 /// for it, and kept as long as the source stays; several threads may ask.
 class SqxViewCode {
 public:
-    /// `options` without a level.
+    /// `path`: of the source. `options` without a level.
     SqxViewCode(std::string path, SqxViewCompileOptions options);
 
-    static constexpr int k_levels = 4;
+    static constexpr int k_levels = 4;  // from 0
 
-    /// The main block at a level, and what is counted at all of them, as JSON. `version` is that of
-    /// the source. A compile ends when `isOver` says so, or when it takes long.
+    /// The main block at a level, and what is counted at all of them, as JSON:
+    ///
+    ///     {"version":3, "level":2, "fault":"", "counts":[{"instructions":..}, ..], "text":".."}
+    ///
+    /// `version` is that of the source: for another one than the last time all levels are compiled,
+    /// while other threads that ask wait. A compile ends when `isOver` says so, or when it takes
+    /// long. Throws nothing for a source that does not compile: "fault" says so then.
     [[nodiscard]] std::string Level(int level, unsigned long version,
                                     const std::function<bool()>& isOver);
 

@@ -15,7 +15,8 @@ public:
     static constexpr std::size_t k_mostBytes = std::size_t{64} * 1024;  // sent to us
     static constexpr auto k_longest = std::chrono::seconds(60);
 
-    /// Watches the connections of the server at that port of this machine.
+    /// Watches the connections of the server at that port of this machine, in a thread of its own,
+    /// until it is destroyed. Whatever else this program has open is left alone.
     explicit SqxViewConnections(int port, std::chrono::milliseconds longest = k_longest);
 
 private:

@@ -30,12 +30,15 @@ public:
     /// Called in the painter's thread, for each picture several times.
     using Show = std::function<void(const SqxViewPainting&)>;
 
+    /// `timeLimit`: of one picture, which is ended then. What `show` uses must outlive this.
     SqxViewPainter(std::chrono::seconds timeLimit, Show show);
-    /// Ends what is being rendered.
+    /// Ends what is being rendered, and waits for that.
     ~SqxViewPainter();
     SqxViewPainter(const SqxViewPainter&) = delete;
     SqxViewPainter& operator=(const SqxViewPainter&) = delete;
 
+    /// Asks for a picture, in place of any that was asked for and has not begun. Returns at once;
+    /// any thread may ask. What goes wrong with a picture is told by `show`.
     void Paint(SqxPictureSettings settings);
 
 private:

@@ -13,12 +13,15 @@
 class SqxViewServer {
 public:
     /// Serves from now on, at that port or, for 0, at a free one. Throws `std::runtime_error` if
-    /// the port cannot be had. The session must outlive it.
+    /// the port cannot be had. The session must outlive it. Requests are answered in threads of the
+    /// server's own, several at a time; what a page sends is bounded in size, number and time.
     SqxViewServer(SqxViewSession& session, int port);
+    /// Ends all connections, also of pages that wait for a state.
     ~SqxViewServer();
     SqxViewServer(const SqxViewServer&) = delete;
     SqxViewServer& operator=(const SqxViewServer&) = delete;
 
+    /// The one that was asked for, or the free one that was found.
     [[nodiscard]] int Port() const;
     /// Where browsers find the page.
     [[nodiscard]] std::string Address() const;

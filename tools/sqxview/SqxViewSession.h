@@ -26,6 +26,7 @@ class SqxViewSession {
 public:
     /// Begins to compile. Throws `SqxPictureError` if a texture cannot be read.
     explicit SqxViewSession(const SqxViewOptions& options);
+    /// Ends what is being compiled and painted, and waits for that.
     ~SqxViewSession();
     SqxViewSession(const SqxViewSession&) = delete;
     SqxViewSession& operator=(const SqxViewSession&) = delete;

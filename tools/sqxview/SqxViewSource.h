@@ -11,7 +11,7 @@
 #include "sqxview/SqxViewReport.h"
 #include "sqxview/SqxViewWatch.h"
 
-/// What a compile of a source came to.
+/// What a compile of a source came to. Copies share the shader, which never changes.
 struct SqxViewCompiled {
     std::shared_ptr<const QxShader> shader;  // none: the source was refused
     std::string report;                      // what the compiler said, warnings too
@@ -39,16 +39,20 @@ private:
     std::filesystem::path m_path;
 };
 
-/// A source that is compiled again once it, or a file that it includes, changes.
+/// A source that is compiled again once it, or a file that it includes, changes. For one thread.
 class SqxViewSource {
 public:
+    /// Looks at the file, but does not compile it yet.
     SqxViewSource(std::string path, SqxViewCompileOptions options);
 
     [[nodiscard]] const std::string& Path() const { return m_path; }
-    /// True before the first compile, and if the last one has seen older files.
+    /// True before the first compile, and if the last one has seen older files: then it is time to
+    /// compile. Costs a look at each file.
     [[nodiscard]] bool HasChanged() const { return !m_isCompiled || m_watch.HasChanged(); }
-    /// Nothing if the compile was ended: because `isOver` said so, or since the files have changed
-    /// in the meantime.
+    /// Compiles, and watches the files that were read. A refused source is a result too, and so is
+    /// a compiler that cannot be run: its report says so. Nothing if the compile was ended: because
+    /// `isOver` said so, or since the files have changed in the meantime. Throws `SqxPictureError`
+    /// if there is no place for temporary files.
     [[nodiscard]] std::optional<SqxViewCompiled> Compile(const std::function<bool()>& isOver);
 
 private:

@@ -9,7 +9,8 @@
 #include "sqxview/SqxViewPainter.h"
 #include "sqxview/SqxViewSource.h"
 
-/// A shader as pages show it.
+/// A shader as pages show it. While its source is at fault, the last one that compiled stays in the
+/// picture.
 struct SqxViewShader {
     bool isCompiled = false;                           // once
     SqxViewCompiled compiled;                          // what became of its source the last time
@@ -20,7 +21,7 @@ struct SqxViewShader {
     unsigned long version = 0;                         // counts compiles
 };
 
-/// All that pages show but for pictures and code.
+/// All that pages show but for pictures and code. The session has one, under its mutex.
 struct SqxViewState {
     unsigned long version = 1;  // counts changes
     SqxShadeOptions shade;      // the shaders with the values that are set, and the settings
@@ -30,5 +31,5 @@ struct SqxViewState {
     std::chrono::seconds timeLimit = {};
 };
 
-/// As JSON.
+/// As JSON, in the form that page/page.js and the modules beside it read.
 [[nodiscard]] std::string SqxViewStateText(const SqxViewState& state);

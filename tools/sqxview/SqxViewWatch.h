@@ -10,6 +10,7 @@
 class SqxViewWatch {
 public:
     SqxViewWatch() = default;
+    /// Looks at each path now: later changes are compared with that.
     explicit SqxViewWatch(const std::set<std::string>& paths);
 
     /// One is another one than when it was first watched; costs a look at each.
