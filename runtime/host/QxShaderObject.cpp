@@ -5,6 +5,8 @@
 // makes, of which every instance has its own, and the shadeops. The list of spaces is made anew for
 // whoever interrogates it; so one question with an empty registry tells which names it holds, and
 // each instance looks those up where it likes.
+//
+// Tested by tests/host/HostTest.cpp; tests/host/fakes are shared objects that are no shaders.
 
 #include "host/QxShaderObject.h"
 

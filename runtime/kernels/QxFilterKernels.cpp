@@ -1,5 +1,8 @@
 // Filtered steps. The name of the filter is the same for all points, nearly always: it is looked up
-// once for an instruction, and each filter has a loop of its own.
+// once for an instruction, and each filter has a loop of its own. Where names differ, each point is
+// run by itself. An unknown name means the filter that is the default.
+//
+// Tested with whole shaders by tests/host/AgreementTest.cpp.
 
 #include <cstring>
 

@@ -6,6 +6,8 @@
 //
 // so that the innermost loop is one of vectors. Each point adds the same numbers in the same order
 // as in QxLights.h, and the sums are equal to the bit. Powers are computed where they count.
+//
+// Tested with whole shaders by tests/host/AgreementTest.cpp.
 
 #include "kernels/QxBlocks.h"
 

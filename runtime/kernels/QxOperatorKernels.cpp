@@ -1,4 +1,12 @@
-// The operators, under the names by which generated C++ calls them too.
+// The operators, under the names by which generated C++ calls them too: a row calls the same macro,
+// so that both outputs compute the same.
+//
+// Most are cheaper than the loop around them. So each has one loop for each choice of varying and
+// uniform operands, with a mask and without, in which the compiler sees plain arrays and makes
+// vectors of them: CHEAP2 stands for eight. What is dear, or of matrices and texts, has one loop
+// for all choices (EACH).
+//
+// Tested with whole shaders by tests/host/AgreementTest.cpp, which compares with shared objects.
 
 #include <algorithm>
 

@@ -1,5 +1,14 @@
 // References to elements of arrays, checks of indices, and copies of whole arrays. A reference of
-// all points takes the place of an element's values; one of each point holds addresses.
+// all points takes the place of an element's values; one of each point holds addresses, and what it
+// stands for is copied into a variable in front of an instruction and back behind it:
+//
+//     e = &a[i] at each point;  ADD e e 1     becomes     bind each;  load t;  ADD t t 1;  store t
+//
+// An array stands element by element, each with the values of all points. The owner of a text is
+// the array: a copy in a variable must not be freed, so a text that is written leaves its element
+// empty until it is stored.
+//
+// Tested with whole shaders by tests/host/AgreementTest.cpp.
 
 #include "QxBuiltInNames.h"
 

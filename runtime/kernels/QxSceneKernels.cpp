@@ -1,4 +1,8 @@
-// What asks the scene: textures, environments, shadows, rays and random numbers.
+// What asks the scene: textures, environments, shadows, rays and random numbers. Each point asks by
+// itself, since what the host does costs more than any loop here, and the macros are those of
+// generated C++, whose `shaderSupport` is the run's.
+//
+// Tested with whole shaders by tests/host/AgreementTest.cpp.
 
 #include "QxBuiltInNames.h"
 #include "QxSceneNames.h"

@@ -1,4 +1,8 @@
-// Calls of shadeops, which take one point at a time.
+// Calls of shadeops, which take one point at a time, as addresses of their arguments. They are
+// foreign code: what they are handed are copies, and only arrays and the result are taken back.
+// That types and lengths fit was seen when the library was loaded.
+//
+// Tested by tests/shadeops, beside shared objects that call the same library.
 
 #include "QxBuiltInNames.h"
 

@@ -1,5 +1,8 @@
-// Light statements. Each sets a flag, and clears it where its mask is not set. A cone that all
-// points share is prepared once: its cosine costs more than all the rest.
+// Light statements. Each sets a flag, and clears it where its mask is not set, since whoever reads
+// the flag does not know of the mask. A cone that all points share is prepared once: its cosine
+// costs more than all the rest.
+//
+// Tested with whole shaders by tests/host/AgreementTest.cpp.
 
 #include "kernels/QxKernelForms.h"
 

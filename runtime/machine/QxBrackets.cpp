@@ -1,4 +1,13 @@
 // One walk with the open brackets at hand, and then the jumps, once it is known what stands where.
+// A file nests as it likes, so the open brackets are a chain of indexes, not a recursion.
+//
+// The machine keeps a mask for each open condition and a place for each open loop; a jump that left
+// a bracket behind, or found itself in one, would use those of another.
+//
+//     BEGIN_PARALLEL;  IF_TRUE f;  END_PARALLEL     refused: does not close what was opened last
+//     BEGIN_ILLUMINANCE ->A;  GOTO A;  ...  A:      fits: the loop over lights is left
+//
+// Tested by tests/machine/QxVerifierTest.cpp, and by the fuzz target `bytecode`.
 
 #include "machine/QxBrackets.h"
 

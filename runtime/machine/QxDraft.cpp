@@ -1,3 +1,7 @@
+// Passes mark what may go and drop it in one sweep, so that a pass stays linear and jumps are
+// mended once. A jump to a dropped draft leads to the next one that is kept: what went did nothing
+// there.
+
 #include "machine/QxDraft.h"
 
 std::vector<std::uint32_t> QxDraftBlock::Keep(const std::vector<char>& kept)

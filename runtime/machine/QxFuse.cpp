@@ -7,7 +7,11 @@
 // where nobody reads `t` and `u` behind it. An instruction on numbers spends its time on loading
 // and storing them, not on arithmetic, and a temporary costs one of each. The products are rounded
 // as before. On the way back through a block, so that what was fused may be fused again; two
-// instructions must stand side by side.
+// instructions must stand side by side: a peephole (William McKeeman, "Peephole optimization",
+// 1965) that knows what is alive.
+//
+// Tested by tests/machine/QxTranslatorTest.cpp, FusesWhatOnlyServesTheNextInstruction, and with
+// whole shaders by tests/host/AgreementTest.cpp.
 
 #include "machine/QxFuse.h"
 

@@ -11,7 +11,13 @@
 // What an instruction writes is then still in the first cache when the next one reads it, and a
 // strip leaves a loop when the last of its own points does.
 //
-// What makes a stretch is told in QxStretches.cpp. Held by the comparison with shared objects.
+// That is fusion of loops and strip mining (Randy Allen, Ken Kennedy, "Optimizing Compilers for
+// Modern Architectures", 2001). Where ours departs: a loop may hang on a value of all points, which
+// becomes one of the strip, since a point that has left the loop does not feel the rounds of
+// others.
+//
+// What makes a stretch is told in QxStretches.cpp. Tested by tests/machine/QxTranslatorTest.cpp,
+// and with whole shaders by tests/host/AgreementTest.cpp.
 
 #include "machine/QxJoinRuns.h"
 

@@ -1,6 +1,9 @@
 // Kernels are listed by the names of primitives, code knows numbers. The step between them is made
 // once, for each set of kernels when it is first wanted, so that opening a file costs no look-up of
-// names.
+// names. Forms of one primitive, such as those with a condition, have numbers of their own and one
+// row.
+//
+// That each instruction of the language has a row is seen by tests/host/AgreementTest.cpp.
 
 #include "machine/QxKernelTable.h"
 

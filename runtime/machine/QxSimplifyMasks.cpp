@@ -6,7 +6,11 @@
 //
 // since nobody reads `t` behind the brackets: what other points hold in it does not matter, and a
 // loop without a mask is faster. Brackets of one or two instructions that all ignore the mask
-// vanish. Tested with whole shaders, which are compared with shared objects.
+// vanish. Only cheap functions are computed where nobody asked for them, and only those that cannot
+// fault.
+//
+// Tested by tests/machine/QxSimplifyMasksTest.cpp, and with whole shaders by
+// tests/host/AgreementTest.cpp.
 
 #include "machine/QxSimplifyMasks.h"
 

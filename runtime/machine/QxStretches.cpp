@@ -3,7 +3,14 @@
 // its middle. Jumps may hang on uniform flags, and on flags that tell whether a varying one is true
 // somewhere, if nothing else reads them: a point that has left a loop does not see how often the
 // others go round. What disqualifies an instruction may cut off jumps elsewhere, so that the search
-// begins anew until nothing changes.
+// begins anew until nothing changes: what is excluded once stays so, and the largest stretches that
+// agree with each other are left.
+//
+//     { a }  u = x * 2 once  { b }        one stretch, if { a } neither reads u nor writes u or x
+//     { a }  n = Du(a) for the grid       none across it: the derivative looks at neighbours
+//
+// Tested by tests/machine/QxTranslatorTest.cpp, and with whole shaders by
+// tests/host/AgreementTest.cpp.
 
 #include "machine/QxStretches.h"
 

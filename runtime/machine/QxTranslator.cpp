@@ -8,6 +8,8 @@
 // number of the file means is settled here, and checked where a kernel relies on it, so that a run
 // only follows addresses. Afterwards brackets are joined, instructions fused and masks simplified,
 // each in a file of its own.
+//
+// Tested by tests/machine, and with whole shaders by tests/host/AgreementTest.cpp.
 
 #include "machine/QxTranslator.h"
 

@@ -1,5 +1,14 @@
-// The layouts are made when this file is compiled: a reader finds them ready. A compiler bounds the
-// steps of one constant, so they are made in parts.
+// The layouts are made when this file is compiled, of the names of instructions and the rows that
+// match them: a reader finds them ready. A name tells most of it:
+//
+//     MULT_FLOAT_COLOR_SIMD_IF_TRUE     row "MULT_*", "wrr", "WXY", Point
+// becomes
+//     primitive MULT_FLOAT_COLOR, for all points, conditional; values "wcrr" of types "tbft"
+//
+// W being the wider one of the two types, and c the condition, which stands behind the result. A
+// compiler bounds the steps of one constant, so they are made in parts.
+//
+// Tested by tests/backends/ByteCodeTableTest.cpp.
 
 #include "sqx/SqxLayout.h"
 

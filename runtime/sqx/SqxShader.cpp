@@ -1,5 +1,6 @@
 // Names of codes, and the values of an instruction by place. A layout ends with a star where a list
-// follows, so that the letter of a value far behind is still that of the list.
+// follows, so that the letter of a value far behind is still that of the list. Instructions stand
+// in the order of their positions, so a position is found by halving.
 
 #include "sqx/SqxShader.h"
 

@@ -5,6 +5,8 @@
 //
 // Its command gets the names through shell variables which the default command does not quote. With
 // the line break as only separator, blanks in them do no harm.
+//
+// Tested by tests/make/run.sh and tests/sqxview.
 
 #include "compile/SqxSourceCompile.h"
 

@@ -1,5 +1,7 @@
 // `--help`: what the program does, then the options; their effects stand in one column, behind the
 // longest word.
+//
+// Tested by tests/manual/run.sh, which compares it with the manual pages.
 
 #include "options/SqxOptionTable.h"
 

@@ -1,5 +1,7 @@
 // What no table of the compiler tells of a function: what it is for. The page takes its order and
 // its chapters from here; a function of the library without a row is an error when it is made.
+//
+// Tested by tests/reference/run.sh.
 
 #include "reference/SqxBuiltInMeanings.h"
 

@@ -1,6 +1,8 @@
 // The sections of the file tell most. What the code does with predefined variables and lights is
 // seen in its instructions, and default values are computed by the machine, which gets the shader
 // without its main block: so it does not matter what that holds, or whether the file ends in it.
+//
+// Tested by tests/run/SqxDumpToolTest.cpp and tests/listing.
 
 #include <algorithm>
 #include <set>

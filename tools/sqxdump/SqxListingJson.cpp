@@ -1,5 +1,10 @@
 // The schema stands in docs/listing.md. It has a version, `k_version`: another one is due when what
 // a program reads changes its meaning, not when something is added.
+//
+// Texts of a file may be no UTF-8, which JSON must be: what is no character becomes one that says
+// so.
+//
+// Tested by tests/listing, which reads the objects with a reader that is not ours.
 
 #include <cmath>
 

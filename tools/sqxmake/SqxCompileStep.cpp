@@ -1,5 +1,13 @@
 // A source is compiled in a folder of its own; what comes of it is compared with what stands in the
-// output folder, and its owner looked up, before it is taken.
+// output folder, and its owner looked up, before it is taken. So whatever happens on the way, the
+// output folder holds whole shaders only:
+//
+//     compile in work/ID;  claim the output's name;  compare;  rename into place;  write the stamp
+//
+// An output that came out the same keeps its time: what depends on it is not made again. The stamp
+// comes last, for ninja takes it for the proof.
+//
+// Tested by tests/make/run.sh.
 
 #include "sqxmake/SqxCompileStep.h"
 

@@ -5,6 +5,8 @@
 // The output is a stamp, since only the compiler learns the shader's name and with it that of the
 // `.sqx` file. The options go through a response file: ninja compares its content as it compares a
 // command, but does not print it in front of each report.
+//
+// Tested by tests/make/run.sh.
 
 #include "sqxmake/SqxNinjaFile.h"
 

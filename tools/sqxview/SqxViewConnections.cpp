@@ -1,5 +1,8 @@
 // The library tells nobody which sockets it uses, but the system does: those among the open files
-// that are connected at the server's port.
+// that are connected at the server's port. They are looked at twenty times a second. A connection
+// is known by its file and the port at the other end, since the number of a file is used again.
+//
+// Tested by tests/sqxview/SqxViewServerTest.cpp.
 
 #include "sqxview/SqxViewConnections.h"
 

@@ -1,5 +1,7 @@
 // A value that is given in a space of its own is known once the shader was about to run in a scene:
 // there it has been brought into the one that the shader computes in.
+//
+// Tested by tests/sqxview/SqxViewSessionTest.cpp.
 
 #include "sqxview/SqxViewDefaults.h"
 

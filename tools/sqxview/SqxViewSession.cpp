@@ -1,6 +1,12 @@
 // One thread watches the sources and compiles them, another one paints, and the threads of the
 // server come and go. What they share is one state; each change of it gets a number, by which pages
 // know whether they have seen it.
+//
+// A change of a setting does not wait for anybody: it is put into the state and a picture asked
+// for. What is being compiled is not in the state before it is whole, so a page never sees half of
+// it.
+//
+// Tested by tests/sqxview/SqxViewSessionTest.cpp.
 
 #include "sqxview/SqxViewSession.h"
 
