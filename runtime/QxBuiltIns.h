@@ -135,7 +135,8 @@ public:
     }
 };
 
-// Transforms of points, vectors and normals, by the same names.
+// Transforms of points, vectors and normals, by the same names. All spaces are told by their two
+// matrices between them and the current one, so a way between two spaces leads through that.
 
 /// Each takes the matrix to where the value goes and the one back, and uses what its kind needs.
 struct QxAsPoint {

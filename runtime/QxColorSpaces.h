@@ -4,10 +4,12 @@
 
 #include "QxMath.h"
 
-// Colors in other spaces than RGB. Each space has the two conversions; hues run from 0 to 1.
+// Colors in other spaces than RGB, which is linear. Each space has the two conversions; hues run
+// from 0 to 1.
 
 namespace qxcolor {
 
+/// The color as a column, through a matrix.
 inline QxRGBColor Linear(const QxRGBColor& c, const float (&m)[3][3])
 {
     return {m[0][0] * c.r + m[0][1] * c.g + m[0][2] * c.b,

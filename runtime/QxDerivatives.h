@@ -29,6 +29,9 @@ inline bool QxIsEverywhere(const Where&)
     return false;
 }
 
+// Central differences, one-sided at an edge. Each row has a loop that knows no edges, for then it
+// becomes one of vectors.
+
 /// The differences of one row, where all points count; `before` and `behind` are the rows beside
 /// it, or itself at an edge of the grid.
 template <class Value>

@@ -5,7 +5,14 @@
 
 // How one operation on one point is done for the point at hand, for a whole grid, or for some of
 // its points. An operand of a whole-grid form is a pointer to the values of all points, or one
-// value that serves them all; any operand may be either.
+// value that serves them all; any operand may be either:
+//
+//     QxCallSimd(numMp, QxLengthCall(), r, P)            r[i] = length(P[i]) at each point
+//     QxCallSimdIf(numMp, true, QxMixCall(), r, f, a, 2.0, x)      where f[i] is true
+//
+// Which of the two it is says its type, so the choice costs nothing when the shader runs.
+
+// What an operand holds at a point.
 
 template <class Value>
 inline Value& QxAt(Value* values, unsigned int point)
@@ -172,7 +179,8 @@ inline void QxOverGridAt(unsigned int points, const Where& where, const Function
             QxAt(result, i) = function(i, QxAt(arguments, i)...);
 }
 
-/// All values of an operand at once, for operations that read neighbouring points.
+/// All values of an operand at once, for operations that read neighbouring points. A copy, since
+/// the operand may be one value for all points, or the result too.
 template <class Value, class Operand>
 class QxWholeOperand {
 public:

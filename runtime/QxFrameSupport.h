@@ -8,6 +8,11 @@
 #include "QxText.h"
 
 // What the frame of a generated file calls: storage, descriptions, spaces and shadeop libraries.
+// The entry points of the frame come in this order:
+//
+//     QxRegister, QxInterfaceVersion, QxInterrogate   once, and make what follows needs
+//     QxInitialize, QxEvaluate                        for each instance, in any threads at a time
+//     QxDestroy                                       once, and frees what the first ones made
 
 /// Zeroed, since locals of a shader begin as zero. Ends the process without memory: generated code
 /// has no way to tell a failure.

@@ -3,9 +3,12 @@
 #include "QxForms.h"
 #include "QxShaderSupport.h"
 
-// Light sources and the standard ways in which surfaces answer to light.
+// Light sources and the standard ways in which surfaces answer to light. An answer goes over all
+// lights in their order, and each class is one function of the language; directions lead away from
+// the surface. Colors are linear and have no upper bound.
 
-/// The lights of a grid, as a surface sees them once they have been run.
+/// The lights of a grid, as a surface sees them once they have been run. What it points to must
+/// outlive it.
 struct QxLights {
     QxShaderSupport* support;
     const QxVector3* P;

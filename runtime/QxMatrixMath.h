@@ -2,6 +2,8 @@
 
 #include "QxGeometry.h"
 
+// Matrices are transforms: rows 0 to 2 are the images of the axes, row 3 is that of the origin.
+
 /// Points are rows: a point goes through `a` first.
 inline QxMatrix44 operator*(const QxMatrix44& a, const QxMatrix44& b)
 {
@@ -53,8 +55,9 @@ inline QxMatrix44 QxTransposed(const QxMatrix44& a)
     return result;
 }
 
-/// Gaussian elimination with the largest pivot of each column. A singular matrix gives the null
-/// matrix and the determinant 0.
+/// Gauss-Jordan elimination with the largest pivot of each column, in double precision (William
+/// Press and others, "Numerical Recipes", 2.1). A singular matrix gives the null matrix and the
+/// determinant 0: a shader gets a value for whatever it asks.
 class QxInversion {
 public:
     explicit QxInversion(const QxMatrix44& matrix) : m_inverse(QxMatrix44::Identity())

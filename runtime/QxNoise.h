@@ -3,6 +3,7 @@
 #include "QxMath.h"
 
 // Lattice noises of one to four dimensions, from 0 to 1. A triple takes three independent values.
+// They depend on nothing but their arguments, so that a pattern stays as it is from run to run.
 
 namespace qxnoise {
 

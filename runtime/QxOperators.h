@@ -8,6 +8,9 @@
 
 // The operators of generated code. A number beside another type stands for that type with the
 // number in each component, for a matrix on the diagonal.
+//
+// They are macros by given names, each of which evaluates an operand once. Those on a point expand
+// to plain arithmetic on the operands' own types, so that a loop over points becomes one of vectors.
 
 /// A constant stands as a double in generated code; arithmetic is of single precision.
 inline float QxNumber(float value)
@@ -170,7 +173,10 @@ inline QxMatrix44 QxMakeMatrix(const Values&... values)
     return matrix;
 }
 
-// Flags. All but the first three work on the whole grid at once.
+// Flags, by which varying conditions guard points. All but the first three work on the whole grid
+// at once. The flag of an inner `else` is true only where the outer one is:
+//
+//     if (a) { if (b) ..; else ..; }      INVERT_INNER_BOOL_FLAG(notB, b, a): notB = a and not b
 
 #define BOOL_IS_TRUE(flag) QxIsTrue(flag)
 #define BOOL_IS_FALSE(flag) !QxIsTrue(flag)

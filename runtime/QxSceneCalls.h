@@ -2,7 +2,9 @@
 
 #include "QxCalls.h"
 
-// Built-in functions that ask the renderer: textures, environments, shadows and messages.
+// Built-in functions that ask the renderer: textures, environments, shadows and messages. The
+// compiler hands over all arguments in one order, with the defaults of those that the source left
+// out; here they become the query of one call of `QxShaderSupport`.
 
 /// What a texture query answers, as a number or a color.
 inline void QxAnswer(float& result, const QxRGBColor& color)

@@ -7,28 +7,29 @@
 #include "QxNoise.h"
 #include "QxShading.h"
 
-/// The four corners of the patch that a shading point covers in a texture, and how to look.
+/// The four corners of the patch that a shading point covers in a texture, and how to look. The
+/// numbers are as the shader gave them: of any value, also no numbers.
 struct QxTextureQuery {
-    const char* name;
-    float channel;
-    float s[4];
+    const char* name;    // as in the source; texts last for the call
+    float channel;       // the first one to give, from 0
+    float s[4];          // corners in turn around the patch, 0 to 1 across the texture
     float t[4];
-    float fidelity;
-    float samples;
-    float sBlur;
+    float fidelity;      // of the answer; 1 unless given
+    float samples;       // 1 unless given
+    float sBlur;         // width to blur over, as a share of the texture
     float tBlur;
-    float sWidth;
+    float sWidth;        // factor of the patch's size; 1 unless given
     float tWidth;
-    const char* filter;
-    float fill;
-    float lerp;
+    const char* filter;  // "gaussian" unless given
+    float fill;          // what a channel holds that the texture lacks
+    float lerp;          // 1: blend between two sizes of the texture
 };
 
-/// The same for an environment, by directions, and for a shadow, by places.
+/// The same for an environment, by directions, and for a shadow, by places in the current space.
 struct QxPointsQuery {
     const char* name;
     float channel;
-    QxVector3 points[4];
+    QxVector3 points[4];   // directions need no unit length
     float fidelity;
     float samples;
     float sBlur;
@@ -38,23 +39,24 @@ struct QxPointsQuery {
     const char* filter;
     float lerp;            // environment
     float fill;            // environment
-    float bias;            // shadow
+    float bias;            // shadow: distance within which nothing shades itself
     int sourceCount;       // area shadow: how many of the corners of the light are given
     QxVector3 sources[4];  // area shadow
     bool inLight;          // asked by a light shader
 };
 
-/// What rays into the scene are asked for at a point. The fields that a query has no use for are 0.
+/// What rays into the scene are asked for at a point, in the current space. The fields that a query
+/// has no use for are 0.
 struct QxRayQuery {
     QxVector3 position;
-    QxVector3 direction;  // or the other end, for a transmission
-    float samples;
-    float angle;
-    float bias;
-    float maxDistance;
-    float variance;
-    const char* environment;
-    QxVector3 axis;
+    QxVector3 direction;      // of any length; or the other end, for a transmission
+    float samples;            // 0: the renderer's own choice
+    float angle;              // of the cone of directions; -1: the renderer's own choice
+    float bias;               // distance from the position at which a ray begins
+    float maxDistance;        // what lies behind it is not hit; 0: no such bound
+    float variance;           // how far an answer may be off; 0: the renderer's own choice
+    const char* environment;  // name of a map for what rays miss; empty for none
+    QxVector3 axis;           // of the directions; null: the normal
 };
 
 /// A value that a message asks for, and where it goes.
@@ -91,6 +93,8 @@ private:
     }
 };
 
+/// Whom a message asks. `TextureInfo` names a texture too; `Incident` and `Opposite` are the volume
+/// shaders on both sides of the surface.
 enum class QxMessage {
     Attribute,
     Option,
@@ -106,11 +110,17 @@ enum class QxMessage {
 
 /// The services of a renderer that shaders call: everything that needs a scene. Each has a
 /// neutral answer, which tells of an empty scene without files.
+///
+/// They are called in the thread that shades, while the shader waits. A built shader may ask all of
+/// its questions for one point before the next point, byte-code asks one question for many points.
+/// Texts and arrays that they are handed are good for the call alone.
 class QxShaderSupport {
 public:
     virtual ~QxShaderSupport() = default;
 
-    /// Runs the lights for these positions, and fills the inputs of each. Neutral: leaves them.
+    /// Runs the lights for these positions, so many as the second number says, and fills the inputs
+    /// of each of as many lights as the last one says. A shader asks for its `P` once, and again
+    /// where it lights other places or has moved its points. Neutral: leaves them.
     virtual void EvaluateLights(const QxVector3*, unsigned int, QxLightInput*, unsigned int) {}
     /// Light that comes from everywhere. Neutral: none.
     virtual QxRGBColor Ambient(const QxVector3&) { return {0, 0, 0}; }
@@ -122,10 +132,11 @@ public:
             results[i] = Ambient(positions[i]);
     }
 
-    /// Neutral: a texture or environment is as bright as its fill value says, 0 unless given.
+    /// What a patch of a texture or environment holds; where a number is wanted, red is taken.
+    /// Neutral: as bright as the fill value says, 0 unless given.
     virtual QxRGBColor Texture(const QxTextureQuery& query) { return Gray(query.fill); }
     virtual QxRGBColor Environment(const QxPointsQuery& query) { return Gray(query.fill); }
-    /// How much of the light is kept off. Neutral: nothing.
+    /// How much of the light is kept off, from 0 for none to 1 for all. Neutral: nothing.
     virtual QxRGBColor Shadow(const QxPointsQuery&) { return Gray(0); }
 
     /// Distance to what the ray hits, or a negative number. Neutral: it hits nothing.
@@ -144,6 +155,8 @@ public:
         openDirection = query.direction;
         return 0;
     }
+    /// Light that other surfaces scatter to the position, and what `Occlusion` gives. Neutral:
+    /// black.
     virtual QxRGBColor IndirectDiffuse(const QxRayQuery& query, QxVector3& openDirection,
                                        float& occlusion)
     {
@@ -165,7 +178,7 @@ public:
     /// Distance from the camera between the clipping planes, 0 to 1. Neutral: 0.
     virtual float Depth(const QxVector3&) { return 0; }
 
-    /// A number from 0 to 1. Neutral: the same stream in each run.
+    /// A number from 0 up to, but not including, 1. Neutral: the same stream in each run.
     virtual float Random() { return m_random.Next(); }
     /// What `printf` writes. Neutral: to standard output.
     virtual void Print(const char* text) { std::fputs(text, stdout); }

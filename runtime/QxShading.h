@@ -8,8 +8,10 @@
 #include "QxMatrixMath.h"
 #include "QxPattern.h"
 
-// What a host and a built shader hand each other. A shader does nothing with the registries of a host
-// but ask them, so that they are told here without what they are made of.
+// What a host and a built shader hand each other. A shader does nothing with the registries of a
+// host but ask them, so that they are told here without what they are made of. The layout of these
+// classes is part of the interface version: objects built with other headers of it must go on
+// running.
 
 class QxShaderSupport;
 
@@ -56,6 +58,7 @@ struct QxToken {
 /// Gives each name one token.
 class QxTokenRegistry {
 public:
+    /// That of the name, made if it is new. It lasts as long as the registry.
     virtual QxToken* Find(const char* name) = 0;
 
 protected:
@@ -122,6 +125,7 @@ public:
 
     /// Takes name and type from a declaration, with room for one point. The name must outlive it.
     void Declare(const QxShaderToken& token);
+    /// The same by parts; `length` is 1 for what is no array.
     void Declare(const char* name, QxValueType type, bool varying, std::size_t length)
     {
         m_name = name;
@@ -140,6 +144,8 @@ public:
         m_value = storage;
     }
 
+    /// Floats, or pointers to texts, that of element j at point p at place j * Points() + p. A text
+    /// is from malloc, and null if it was never set; whoever replaces one frees it.
     void* Value() { return m_value; }
     /// The host has given no value of its own.
     bool UseDefaultValue() const { return m_useDefault; }
