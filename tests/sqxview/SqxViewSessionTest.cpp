@@ -27,6 +27,17 @@ TEST_F(SqxViewSessionTest, FollowsTheSourceAndItsHeaders)
     NextPicture(blue);
 }
 
+TEST_F(SqxViewSessionTest, SeesAHeaderComeInFrontOfAnother)
+{
+    std::filesystem::create_directory("far");
+    m_folder.Write("far/tint.h", "#define TINT color(1, 0, 0)\n");
+    m_folder.Write("a.sl", "#include \"tint.h\"\nsurface a() { Ci = TINT; Oi = 1; }\n");
+    View({"-I", "far", "a.sl"});
+    const std::vector<char> red = NextPicture();
+    m_folder.Write("tint.h", "#define TINT color(0, 0, 1)\n");
+    NextPicture(red);
+}
+
 TEST_F(SqxViewSessionTest, ShowsTheReportAndKeepsTheLastPicture)
 {
     m_folder.Write("a.sl", k_flat);
