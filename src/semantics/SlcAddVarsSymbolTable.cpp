@@ -160,12 +160,8 @@ void SlcAddVarsSymbolTable::Case(SlcDefExprNode* definition)
                                                 LengthOf(initializer));
         CheckInitializer(definition, type);
     }
-    if (isRepeated) {
-        // The passes behind this one walk it as any other definition, but no name means it.
-        definition->SetSymbolEntry(MakeShared<SlcVarSymbolEntry>(
-            ident, type, m_detail, SlcStorageSpecNode::ALocal(), false, nullptr));
-        return;
-    }
+    if (isRepeated)
+        return AddRepeated(definition, type);
     if (shadows)
         m_errors->Warning(
             PlaceOf(definition),
@@ -174,6 +170,22 @@ void SlcAddVarsSymbolTable::Case(SlcDefExprNode* definition)
         AddExtern(definition, type);
     else
         AddVariable(definition, type, m_storage, nullptr);
+}
+
+/// The passes behind this one walk it as any other definition, but no name means it. Where it is
+/// another kind of variable than the one whose name it has, or that is a function, the name means
+/// neither from here on.
+void SlcAddVarsSymbolTable::AddRepeated(SlcDefExprNode* definition, SlcTypeNode* type)
+{
+    SlcIdentNode* ident = definition->GetIdent();
+    definition->SetSymbolEntry(MakeShared<SlcVarSymbolEntry>(
+        ident, type, m_detail, SlcStorageSpecNode::ALocal(), false, nullptr));
+    const auto known = FindVariable(m_current, ident);
+    const bool isAlike = known && known->GetType()->IsSameExactType(type) &&
+                         known->GetDetail()->IsUniform() == m_detail->IsUniform();
+    if (m_declares == Declares::Locals && !isAlike)
+        m_current->AddVarEntry(ident, SlcTypeNode::AError(), m_detail, SlcStorageSpecNode::ALocal(),
+                               false, nullptr, nullptr);
 }
 
 SlcTypeNode* SlcAddVarsSymbolTable::DeclaredType(const SlcDefExprNode* definition)

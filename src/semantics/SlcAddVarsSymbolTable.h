@@ -75,6 +75,8 @@ private:
     [[nodiscard]] SlcTypeNode* WantedType(const SlcDefExprNode* definition, SlcTypeNode* type);
     /// The variable that an `extern` declaration stands for; null if there is none.
     [[nodiscard]] SlcPtr<SlcVarSymbolEntry> FindOuter(SlcIdentNode* ident) const;
+    /// A declaration whose name is taken, which has been reported.
+    void AddRepeated(SlcDefExprNode* definition, SlcTypeNode* type);
     /// An `extern` declaration: an alias of the variable around, which must match.
     void AddExtern(SlcDefExprNode* definition, SlcTypeNode* type);
     /// A variable whose array type has no length; quiet behind a faulty initializer.

@@ -31,6 +31,12 @@ namespace {
 // What the walk over one body may need of the stack; a deeper chain of calls is refused.
 constexpr std::size_t k_stackReserve = std::size_t{2} << 20;
 
+/// Of a call that has been reported: what no rule complains about.
+SlcDetailNode* DetailOfRefused()
+{
+    return SlcDetailNode::AUniform();
+}
+
 /// A formal and the argument that a call gives it.
 struct Passed {
     SlcPtr<SlcVarSymbolEntry> formal;
@@ -108,18 +114,17 @@ bool PassArgument(SlcCheckDetail& walker, const Passed& passed, std::size_t posi
     SlcDetailNode* argument = SlcFirstDetailOf(passed.argument);
     const bool wantsUniform = passed.formal->GetDetail()->IsUniform();
     const bool isOutput = passed.storage->IsOutput();
-    bool fits = true;
+    // What cannot be written to needs no second report for its detail.
+    if (isOutput && !SlcCheckOutputArgument(errors, passed.argument, position, function))
+        return false;
     if ((wantsUniform && IsRefusedAsUniform(walker, argument)) ||
         (isOutput && !wantsUniform && argument->IsUniform())) {
         errors.Error(passed.argument, "Detail mismatch for argument " + std::to_string(position) +
                                           " of function '" + function + "'");
-        fits = false;
-    } else {
-        passed.formal->SetInlineDetail(argument);
+        return false;
     }
-    if (isOutput && !SlcCheckOutputArgument(errors, passed.argument, position, function))
-        fits = false;
-    return fits;
+    passed.formal->SetInlineDetail(argument);
+    return true;
 }
 
 bool PassArgumentInline(SlcCheckInlineDetail& walker, const Passed& passed, std::size_t position,
@@ -186,7 +191,7 @@ SlcDetailNode* DetailOfCall(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNo
     if (walker.Place().level >= SlcCheckInlineDetail::k_maxLevels ||
         QxStack::Left() < k_stackReserve || (!shared && !info.GetInlineBudget().Take())) {
         ReportTooLarge(walker, info, call);
-        return SlcDetailNode::AUnknown();
+        return DetailOfRefused();
     }
     if (!shared)
         return EvaluateBody(walker, info, arguments).detail;
@@ -212,21 +217,21 @@ SlcDetailNode* SlcCheckArgsDetail(SlcCheckDetail* walker, SlcPtr<SlcFuncSymbolEn
     const std::string& name = call->GetIdent()->GetName();
     SlcSemanticError& errors = *walker->Errors();
     if (!MayBeReached(*walker, *info, call))
-        return SlcDetailNode::AUnknown();
+        return DetailOfRefused();
     if (walker->Place().inLightStatement && (info->HasIlluminate() || info->HasIlluminance())) {
         errors.Error(call,
                      "Cannot call a function containing a 'solar', 'illuminate' or 'illuminance' "
                      "statement from inside of one of these statements (this will result in "
                      "nesting those statements)",
                      name);
-        return SlcDetailNode::AUnknown();
+        return DetailOfRefused();
     }
     if (walker->Place().inShader && !walker->Place().inLightStatement &&
         info->GetBodyFacts().needsLightLoop) {
         errors.Error(call, "Function '" + name +
                                "' uses the light of an 'illuminance' statement, "
                                "and cannot be called outside of one");
-        return SlcDetailNode::AUnknown();
+        return DetailOfRefused();
     }
     const auto arguments = PairArguments(errors, *info, call, "checking");
     bool fits = true;
@@ -234,7 +239,7 @@ SlcDetailNode* SlcCheckArgsDetail(SlcCheckDetail* walker, SlcPtr<SlcFuncSymbolEn
         fits = PassArgument(*walker, arguments[i], i, name) && fits;
     // One fault, one report: the body would be evaluated with details that no argument has.
     if (!fits)
-        return SlcDetailNode::AUnknown();
+        return DetailOfRefused();
     SlcDetailNode* const detail = DetailOfCall(*walker, *info, call, arguments);
     if (detail)
         return detail;
@@ -243,7 +248,7 @@ SlcDetailNode* SlcCheckArgsDetail(SlcCheckDetail* walker, SlcPtr<SlcFuncSymbolEn
                  "'illuminate' or 'illuminance' statement from inside of one of these statements "
                  "(this will result in nesting those statements)",
                  name);
-    return SlcDetailNode::AUnknown();
+    return DetailOfRefused();
 }
 
 SlcDetailNode* SlcCheckArgsDetailInline(SlcCheckInlineDetail* walker,
@@ -252,7 +257,7 @@ SlcDetailNode* SlcCheckArgsDetailInline(SlcCheckInlineDetail* walker,
     const auto info = CheckCast<SlcFuncInfo>(entry->GetFuncInfo());
     SlcSemanticError& errors = *walker->Errors();
     if (!MayBeReached(*walker, *info, call))
-        return SlcDetailNode::AUnknown();
+        return DetailOfRefused();
     if (walker->Place().inLightStatement && (info->HasIlluminate() || info->HasIlluminance()))
         throw SlcAlreadyInLightControlStmt();
     const auto arguments = PairArguments(errors, *info, call, "checking inlining");
@@ -260,7 +265,7 @@ SlcDetailNode* SlcCheckArgsDetailInline(SlcCheckInlineDetail* walker,
     for (std::size_t i = 0; i < arguments.size(); ++i)
         fits = PassArgumentInline(*walker, arguments[i], i, call->GetIdent()->GetName()) && fits;
     if (!fits)
-        return SlcDetailNode::AUniform();
+        return DetailOfRefused();
     SlcDetailNode* const detail = DetailOfCall(*walker, *info, call, arguments);
     if (!detail)
         throw SlcAlreadyInLightControlStmt();

@@ -111,6 +111,47 @@ TEST(OneReport, AccusesOnlyArgumentsThatPromotionDoesNotFit)
             << c.source;
 }
 
+TEST(OneReport, StaysQuietBehindARefusedCall)
+{
+    const std::string refused = "2: ERROR: Detail mismatch for argument 0 of function 'f'";
+    for (const char* statement :
+         {"uniform float x = f(u);", "uniform float x; x = 2 * f(u) + 1;", "Ci = f(f(u));"})
+        EXPECT_EQ(CheckedShader("float f(uniform float x) { return x; }\nsurface a() { " +
+                                std::string(statement) + " }")
+                      .Reports(),
+                  refused)
+            << statement;
+    static const Case cases[] = {
+        {"void f(output float x) { x = 1; }\nsurface a(float k = 1) { f(k); }",
+         "2: ERROR: Read-only formal passed as argument 0 to the function 'f' cannot be used as an "
+         "output parameter of this function."},
+        {"float f() { float c = 0; illuminance(P) { c += 1; } return c; }\n"
+         "displacement a() { uniform float x = f(); }",
+         "2: ERROR: Cannot call a function containing a 'illuminance' statement from this type of "
+         "shader: f"},
+    };
+    ExpectReports(cases);
+}
+
+TEST(OneReport, StaysQuietBehindARepeatedName)
+{
+    static const Case cases[] = {
+        {"surface a() { float x = 1; color x = Cs; x = Cs; Ci = x; }",
+         "1: ERROR: Illegal redefinition of variable: x"},
+        {"surface a() { uniform float x = 1; float x = u; x = v; Ci = x; }",
+         "1: ERROR: Illegal redefinition of variable: x"},
+        {"surface a() { float f(float q) { return q; } float f = 2; Ci = sqrt(f) + f(1); }",
+         "1: ERROR: Illegal redefinition of variable: f"},
+        {"surface a() { extern point P; extern float P; Ci = P; }",
+         "1: ERROR: Illegal redefinition of variable: P"},
+        // one like the first is the first
+        {"surface a() { float x = 1; float x = 2; x = Cs; }",
+         "1: ERROR: Illegal redefinition of variable: x\n"
+         "1: ERROR: Type mismatch for assignment: x"},
+    };
+    ExpectReports(cases);
+}
+
 TEST(OneReport, HeadsABodyOnceAroundAQuietFunction)
 {
     const CheckedShader shader("surface a() {\nx = 1;\nfloat f() { return 1; }\ny = 1;\n}");
