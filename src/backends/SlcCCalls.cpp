@@ -4,6 +4,16 @@
 // ILLUMINANCE and the footprints of textures. Lists of any length become C++ variable arguments,
 // behind their count and, where no format string tells the types, a string of letters that does.
 //
+//     d = f(w, 2)      {
+//                          int dsoArgc = 3; void *dsoArgv[3];
+//                          dsoArgv[0] = &(d); dsoArgv[1] = &(...w...[polyCnt * n]);
+//                          float temp2; ASSIGN_FLOAT_FLOAT(temp2, 2); dsoArgv[2] = &temp2;
+//                          if (s_theDSOInfo[...].m_methodFunc) { ... }
+//                      }
+//
+// What has no address, as a constant, is copied into a variable first. Declarations stand in braces
+// of their own, since a jump must not enter their scope.
+//
 // Tested by tests/backends/CStatementsTest.cpp.
 
 #include "backends/SlcCStatements.h"

@@ -2,6 +2,15 @@
 // functions, opening and closing. Overloads of a function share a row, since a library exports one
 // method for all of them.
 //
+//     static QxDSO s_theDSOHandles[1];            #define DSOHANDLE_lib_so 0
+//     static SlcDSOInfo s_theDSOInfo[2];          #define DSOINFO_lib_so_blend 0 ...
+//
+//     QxInitDSO       once: opens each library, looks up the three functions of each row, and has
+//                     `init` make the data that its method is handed
+//     QxCleanupDSO    once: has `cleanup` end it, closes the libraries
+//
+// A function that a library lacks leaves a null pointer, and a call then does nothing.
+//
 // Tested by tests/backends/CFileTest.cpp and, with real libraries, by tests/shadeops.
 
 #include "backends/SlcCShadeopTables.h"

@@ -38,6 +38,7 @@ public:
 
 private:
     using SlcAllICodeWalker::Case;
+    // SlcCStatements.cpp: control flow, then values.
     void Case(SlcPtr<SlcLabelICode> code) override;
     void Case(SlcPtr<SlcGotoICode> code) override;
     void Case(SlcPtr<SlcIfTrueGotoICode> code) override;
@@ -68,6 +69,7 @@ private:
     void Case(SlcPtr<SlcInvertBoolFlagICode> code) override;
     void Case(SlcPtr<SlcOrBoolFlagICode> code) override;
 
+    // SlcCCalls.cpp: spaces, lights, calls.
     void Case(SlcPtr<SlcTransformFromSpaceICode> code) override;
     void Case(SlcPtr<SlcTransformToSpaceICode> code) override;
     void Case(SlcPtr<SlcConcatSpaceMatrixICode> code) override;

@@ -17,10 +17,13 @@ public:
 
     explicit SlcEquCBinOpName(Invert invert) : m_invert(invert) {}
 
+    /// "ADD_FLOAT_COLOR": both operands.
     [[nodiscard]] std::string GetString(const SlcPtr<SlcArithExprICode>& code);
     /// Also of the form that runs over all points, without its "_SIMD".
     [[nodiscard]] std::string GetString(const SlcPtr<SlcAssignICode>& code);
+    /// "INVERT_COLOR_COLOR" in C++, "INVERT_COLOR" in byte-code.
     [[nodiscard]] std::string GetString(const SlcPtr<SlcUnaryMinusICode>& code);
+    /// "BOOL_LESS_THEN_FLOAT_FLOAT".
     [[nodiscard]] std::string GetString(const SlcPtr<SlcBinOpBoolExprICode>& code);
 
 private:

@@ -171,6 +171,7 @@ void SlcGenByteCode::GenConstInfo(const SlcOperand& constant)
     if (constant->IsFloat()) {
         const std::string text = SlcFloatText(constant->GetFloat());
         m_out << text;
+        // The reader takes a float, and would have an infinite one.
         if (std::abs(constant->GetFloat()) > std::numeric_limits<float>::max())
             m_errors->Error(m_shader, "Constant " + text + " does not fit into single precision");
     } else if (constant->IsString()) {
@@ -222,6 +223,7 @@ void SlcGenByteCode::GenInitGroup(SlcInterForm& form, bool dependsOnContext)
         if (parameter.initDependsOnContext != dependsOnContext)
             continue;
         members.push_back(i);
+        // The lists of a group share their constants and the numbers of their locals.
         lists.push_back(parameter.initList);
         values.push_back(parameter.initValues);
         const auto& used = parameter.initList->m_usedLocalVars;

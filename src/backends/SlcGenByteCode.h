@@ -31,15 +31,25 @@ public:
 
 private:
     // One for each section, in the order of the file.
+    /// What tells the file from others, the version, and the kind of shader as a number.
     void GenHeader(const SlcInterForm& form);
+    /// How many variables there are, then predefined ones by name, parameters, locals and
+    /// constants.
     void GenVarDeclarations(SlcInterForm& form);
+    /// The spaces that the shader names, without the two that every file implies.
     void GenMatrices(const SlcInterForm& form);
+    /// Default values: those made once for an instance, then those computed for each grid.
     void GenInitShaderParams(SlcInterForm& form);
+    /// For each parameter, whether its default value names the space "object".
     void GenInitNeededObjectSpace(const SlcInterForm& form);
+    /// For each parameter, whether it is declared `output`.
     void GenIsVarOutput(const SlcInterForm& form);
+    /// Libraries by file name, then shadeops by library and the names of their functions.
     void GenDSOInfo(const SlcInterForm& form);
+    /// Whether the shader sends rays, and whether it can move points.
     void GenRayTracing(const SlcInterForm& form);
     void GenPModified(const SlcInterForm& form);
+    /// A code block: how many values, then each on a line. A label that is in no place is fatal.
     void GenTheByteCode(const SlcListICode& list);
 
     /// `space`: that of its default value, with quotes.
@@ -57,6 +67,7 @@ private:
     /// At the statement whose code is written, or else at the shader.
     void Report(std::string_view text);
 
+    /// Numbers what instructions of all blocks name: spaces, libraries and shadeops.
     void InitMatricesInfo(const SlcInterForm& form);
     void InitDSOInfo(const SlcInterForm& form);
     /// Number of a coordinate space by its text with quotes; -1 if the shader does not name it.
@@ -67,6 +78,7 @@ private:
     void ClearFlags(const std::deque<SlcOperand>& flags);
 
     using SlcAllICodeWalker::Case;
+    // SlcGenByteCodeInstructions.cpp; calls, spaces, lights and textures SlcGenByteCodeCalls.cpp.
     void Case(SlcPtr<SlcLabelICode> code) override;
     void Case(SlcPtr<SlcAssignICode> code) override;
     void Case(SlcPtr<SlcAssignSIMDICode> code) override;

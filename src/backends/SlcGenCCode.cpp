@@ -81,6 +81,7 @@ void SlcGenCCode::CheckSpaceNames()
     for (const SlcStringLiteralNode* space : m_form->m_spaces) {
         const auto [entry, isNew] =
             spaces.emplace(SlcMatrixIndexName(space->GetText()), space->GetText());
+        // Spaces that differ in one character only may have one identifier.
         if (!isNew)
             m_errors->Error(m_form->m_shader, "Coordinate spaces " + entry->second + " and " +
                                                   space->GetText() + " have the same name in C++");

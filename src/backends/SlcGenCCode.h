@@ -21,23 +21,32 @@ public:
 
 private:
     // In the order of the file.
+    /// Reports spaces of which two have one name in C++.
     void CheckSpaceNames();
+    /// The version and the header of the run time, which brings all that the file needs.
     void GenHeader();
+    /// The variable for the table that `QxRegister` fills.
     void GenParamsDescription();
+    /// The structures of the body's locals, and what makes and frees them.
     void GenLocals();
     void GenInterfaceVesrion();
     void GenUseRayTracingFunc(bool usesRaytracing);
     void GenModifyPointFunc(bool modifiesPoint);
+    /// A number for each space, by the macro that instructions name it by.
     void GenMatrixIndexes();
+    /// `QxRegister`: a macro for the number of each parameter, and their descriptions.
     void GenRegisterFunc();
+    /// `QxInterrogate`, with the next three for its tables.
     void GenInterrogate();
     void GenVisibleVarsFacts();
     void GenHiddenVars();
     void GenDataSizes();
+    /// `QxInitialize`: the default values of an instance.
     void GenInitialize();
     void GenDefaultValue(std::size_t parameter);
     /// What a parameter holds until the first grid is shaded: zeros, or empty strings.
     void GenShadeTimePlaceholder(std::size_t parameter);
+    /// The default values that need shading data, as a function that the body calls first.
     void GenInitializeAtShadeTime();
     void GenShadeTimeValue(std::size_t parameter);
     /// Copies a value into a parameter, for all points if that varies.

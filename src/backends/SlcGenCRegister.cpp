@@ -2,6 +2,11 @@
 // renderer calls QxRegister, then QxInterrogate, and QxDestroy last; what they hand out is static,
 // so that a second call gives the same tables.
 //
+//     QxRegister       the parameters, each by its token, name and declaration
+//     QxInterrogate    the kind of shader; spaces, predefined variables and sizes, which the
+//                      renderer wants before it makes an instance; opens the shadeops
+//     QxDestroy        frees what the two have made
+//
 // Tested by tests/backends/CFileTest.cpp and tests/host.
 
 #include <cctype>

@@ -1,5 +1,13 @@
 // The options are one table; its rows are tried from the top, and the first that matches takes
 // the argument. What no row takes is a fault or the input file.
+//
+//     -O3          {"-O3", SetLevel, 3, Word}          the argument is the row's text
+//     -Iinclude    {"-I", AddDirectory, 0, Prefix}     or begins with it: a directory to search, for
+//                                                      the preprocessor as well
+//
+// A level sets each of its flags, so that a later one takes back what an earlier one has turned on.
+//
+// Tested by tests/driver/SlcCommandLineTest.cpp; tests/manual holds the manual page against `--help`.
 
 #include "driver/SlcCommandLine.h"
 
@@ -302,6 +310,7 @@ bool ParseOptions(std::span<const char* const> arguments, SlcCommandLine& line)
         if (!ParseArgument(line, rest))
             return false;
     if (!line.m_options.m_generateDSO)
+        // Byte-code has no registers to keep a temporary in.
         line.m_options.m_convertTmpVarDetail = false;
     if (line.m_inputFile.empty())
         return Fail("No input file has been provided.");

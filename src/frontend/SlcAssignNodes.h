@@ -1,5 +1,8 @@
 #pragma once
 
+// Assignments. Checked by SlcResolveUniqueType and SlcCheckDetail, lowered in
+// SlcGenInterCodeAssignments.cpp.
+
 #include <memory>
 #include <string_view>
 

@@ -1,5 +1,8 @@
 #pragma once
 
+// Arithmetic. Typed by SlcOperatorTypes.h and SlcResolveOperator, lowered in
+// SlcGenInterCodeExpressions.cpp; the instructions stand in SlcArithICode.h.
+
 #include <memory>
 #include <string_view>
 

@@ -1,5 +1,8 @@
 #pragma once
 
+// Calls. The overload is found by SlcResolveCall; lowered in SlcGenInterCodeCalls.cpp, those of
+// built-ins by SlcBuiltInLowering, those of shadeops by SlcShadeopLowering.
+
 #include <memory>
 #include <utility>
 #include <vector>

@@ -1,5 +1,8 @@
 #pragma once
 
+// Definitions and declarations. Checked by SlcCheckSemantics and SlcAddVarsSymbolTable; what a
+// shader declares becomes SlcShaderFacts.
+
 #include <memory>
 #include <vector>
 
@@ -45,6 +48,7 @@ public:
                    std::unique_ptr<SlcExprNode> initializer, int arraySize);
     ~SlcDefExprNode() override;
     [[nodiscard]] SlcIdentNode* GetIdent() const { return m_ident; }
+    /// Null where the source gives none.
     [[nodiscard]] SlcExprNode* GetInitializer() const { return m_initializer.get(); }
     [[nodiscard]] bool IsArray() const { return m_arraySize != k_scalar; }
     /// The length, or one of the two constants above.
@@ -150,10 +154,12 @@ public:
                    std::unique_ptr<SlcFormalsNode> formals, std::unique_ptr<SlcStmtsNode> body);
     ~SlcFuncDefNode() override;
     [[nodiscard]] bool IsFunction() const override { return true; }
+    /// Void for a procedure.
     [[nodiscard]] SlcTypeNode* GetReturnType() const { return m_returnType; }
     [[nodiscard]] SlcIdentNode* GetIdent() const { return m_ident; }
     [[nodiscard]] SlcFormalsNode* GetFormals() const { return m_formals.get(); }
     [[nodiscard]] SlcStmtsNode* GetBody() const { return m_body.get(); }
+    /// Null before the semantic pass, and once the tree has been cut.
     [[nodiscard]] const SlcPtr<SlcFuncSymbolEntry>& GetSymbolEntry() const { return m_entry; }
     void SetSymbolEntry(SlcPtr<SlcFuncSymbolEntry> entry);
     void WalkIn(SlcCodeWalker* walker) override;

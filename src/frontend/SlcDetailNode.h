@@ -10,6 +10,7 @@ class SlcDetailNode : public SlcSyntaxNode {
 public:
     /// Open until a call decides.
     [[nodiscard]] virtual bool IsUnknownDetail() const { return false; }
+    /// Of these tests a detail answers one with yes; a temp-uniform one is uniform too.
     [[nodiscard]] virtual bool IsVarying() const { return false; }
     [[nodiscard]] virtual bool IsUniform() const { return false; }
     /// A temporary that no value outlives a shading point in: one place of storage serves them all.
@@ -48,7 +49,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "varying"; }
 };
 
-/// Walkers see it as a `SlcUniformNode`.
+/// Made by the optimizer alone. Walkers see it as a `SlcUniformNode`.
 class SlcTempUniformNode : public SlcVisitable<SlcTempUniformNode, SlcUniformNode> {
 public:
     [[nodiscard]] bool IsTempUniform() const override { return true; }

@@ -1,5 +1,8 @@
 #pragma once
 
+// Expressions but for operators, assignments, calls and texture accesses. Typed by
+// SlcCalculateTypesSets and SlcResolveUniqueType, lowered in SlcGenInterCodeExpressions.cpp.
+
 #include <array>
 #include <memory>
 #include <vector>
@@ -107,6 +110,7 @@ public:
                     std::unique_ptr<SlcExprNode> operand);
     [[nodiscard]] bool IsConstExpr() const override { return m_operand->IsConstExpr(); }
     [[nodiscard]] SlcTypeNode* GetType() const { return m_type; }
+    /// With its quotes; null for types that live in no space.
     [[nodiscard]] SlcStringLiteralNode* GetSpace() const { return m_space; }
     [[nodiscard]] SlcExprNode* GetOperand() const { return m_operand.get(); }
     void WalkIn(SlcCodeWalker* walker) override;

@@ -1,5 +1,7 @@
 #pragma once
 
+// What assignments write to, lowered in SlcGenInterCodeAssignments.cpp.
+
 #include <memory>
 #include <string>
 

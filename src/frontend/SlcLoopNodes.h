@@ -1,5 +1,8 @@
 #pragma once
 
+// Loops, light statements and the jumps out of them. Checked in SlcCheckStatements.cpp and
+// SlcCheckLightStatements.cpp, lowered in SlcGenInterCodeLoops.cpp and SlcGenInterCodeLights.cpp.
+
 #include <memory>
 #include <string>
 
@@ -63,6 +66,7 @@ public:
     /// `axis` and `angle` are both null or both set.
     SlcSolarStmtNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> axis,
                      std::unique_ptr<SlcExprNode> angle, std::unique_ptr<SlcStmtNode> body);
+    /// Null, as the angle, where the source gives no cone; so in the next two classes.
     [[nodiscard]] SlcExprNode* GetAxis() const { return m_axis.get(); }
     [[nodiscard]] SlcExprNode* GetAngle() const { return m_angle.get(); }
     void WalkIn(SlcCodeWalker* walker) override;

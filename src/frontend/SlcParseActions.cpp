@@ -52,6 +52,7 @@ void Begin()
 {
     constexpr std::size_t wanted = SlcSyntaxNode::k_maxHeight * SlcSyntaxNode::k_stackPerLevel;
     g_parse = {};
+    // A small limit of the user's makes for a smaller tree, and no crash.
     g_parse.maxHeight = static_cast<int>(QxStack::Reserve(wanted) / SlcSyntaxNode::k_stackPerLevel);
 }
 

@@ -1,5 +1,16 @@
 // The advice comes from the last few tokens and from what is open around them, not from the tables
 // of the parser: what people mistake for the language is a matter of other languages.
+//
+//     int i = 3;        unexpected 'i': the language has no 'int', ..., write 'float'
+//     if (x) y = 1;     unexpected 'y': a condition needs a comparison
+//     i++;              unexpected '+': there is no '++', write '+= 1'
+//
+// Each `Hint` knows a family of such mistakes, and the first that recognizes its own speaks. What
+// they ask of the past is followed token by token: open parentheses and braces with the indentation
+// of their lines, and whether the condition at hand holds a comparison. Without warnings of level 2
+// no texts are kept and no hints made.
+//
+// Tested by tests/frontend/SlcParseAdviceTest.cpp.
 
 #include "frontend/SlcParseAdvice.h"
 
@@ -147,6 +158,8 @@ void SlcParseAdvice::FollowBrace(const Token& token)
         m_lastClosed = m_braces.empty() ? Brace() : m_braces.back();
         if (m_braces.empty())
             return;
+        // A brace that closes further out than it was opened hints at one that is missing inside.
+        // Several in one line tell nothing by their indentation.
         const bool isFirst = NextChar() != '}' && IndentOfLine() < m_lastClosed.indent;
         if (isFirst && m_suspect.line == 0)
             m_suspect = m_lastClosed;
@@ -159,6 +172,7 @@ void SlcParseAdvice::FollowCondition(const Token& token)
     const bool isEnd = token.code == ')' && m_parentheses.size() == m_conditionDepth + 1;
     const bool isOpen = m_condition == Condition::Open;
     m_strayComparison = m_comparison;
+    // As it stands now, in front of the token: the parser refuses it before the rest is read.
     m_lacksComparison =
         !m_compared &&
         (m_condition == Condition::Closed ||

@@ -1,5 +1,8 @@
 #pragma once
 
+// Conditions. Typed by SlcResolveOperator, lowered in SlcGenInterCodeRelations.cpp; the
+// instructions stand in SlcBoolICode.h.
+
 #include <memory>
 #include <string_view>
 

@@ -1,5 +1,8 @@
 #pragma once
 
+// Statements without a loop. Checked in SlcCheckStatements.cpp, lowered in
+// SlcGenInterCodeStatements.cpp, SlcGenInterCodeConditions.cpp and SlcGenInterCodeBodies.cpp.
+
 #include <memory>
 #include <string>
 #include <vector>
@@ -65,6 +68,7 @@ private:
 class SlcReturnStmtNode : public SlcVisitable<SlcReturnStmtNode, SlcStmtNode> {
 public:
     SlcReturnStmtNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> value);
+    /// Never null: a procedure returns at its end.
     [[nodiscard]] SlcExprNode* GetValue() const { return m_value.get(); }
     void WalkIn(SlcCodeWalker* walker) override;
     [[nodiscard]] std::string ToString() const override { return "return"; }

@@ -1,5 +1,7 @@
 #pragma once
 
+// Texture accesses. Checked by SlcResolveTexture, lowered by SlcTextureLowering.
+
 #include <memory>
 #include <string>
 #include <vector>
@@ -88,6 +90,7 @@ public:
                        std::unique_ptr<SlcTextureArgsNode> arguments);
     [[nodiscard]] SlcTextureTypeNode* GetKind() const { return m_kind.get(); }
     [[nodiscard]] SlcTextureFilenameNode* GetFilename() const { return m_filename.get(); }
+    /// Never null: one of channel 0 stands for none.
     [[nodiscard]] SlcChannelNode* GetChannel() const { return m_channel.get(); }
     [[nodiscard]] SlcTextureArgsNode* GetArguments() const { return m_arguments.get(); }
     void WalkIn(SlcCodeWalker* walker) override;

@@ -10,6 +10,8 @@ class SlcFloatConstNode;
 /// process ends; both are compared with the operations here, never by address.
 class SlcTypeNode : public SlcSyntaxNode {
 public:
+    // Tests of the kind. A type says yes to one of them, but for the point family, references to
+    // elements, and the types that stand for several. The error type says yes to its own alone.
     [[nodiscard]] virtual bool IsVoidType() const { return false; }
     [[nodiscard]] virtual bool IsAnyType() const { return false; }
     [[nodiscard]] virtual bool IsFloatType() const { return false; }
@@ -18,6 +20,7 @@ public:
     [[nodiscard]] virtual bool IsPointType() const { return false; }
     /// The plain point type alone.
     [[nodiscard]] virtual bool IsTruePointType() const { return false; }
+    /// This and the next: also of the types that stand for several.
     [[nodiscard]] virtual bool IsVectorType() const { return false; }
     [[nodiscard]] virtual bool IsNormalType() const { return false; }
     [[nodiscard]] virtual bool IsAnyVectorType() const { return false; }
@@ -35,7 +38,8 @@ public:
     [[nodiscard]] virtual bool IsSameType(const SlcTypeNode* other) const;
     /// As `IsSameType`, but tells point, vector and normal apart.
     [[nodiscard]] virtual bool IsSameExactType(const SlcTypeNode* other) const;
-    /// A value of this type can stand where `other` is wanted.
+    /// A value of this type can stand where `other` is wanted: of the same type, in which the point
+    /// family counts as one, or a float where a triple or matrix is wanted.
     [[nodiscard]] virtual bool IsPromotableAs(const SlcTypeNode* other) const;
 
     /// The word of the source, for reports; of an array with its length.

@@ -65,7 +65,7 @@ public:
     using SlcICodeOf::SlcICodeOf;
 };
 
-/// dest = -source, component by component: `-x`.
+/// dest = -source, component by component: `-x`. In byte-code `INVERT_FLOAT dest source`.
 class SlcUnaryMinusICode : public SlcICodeOf<SlcUnaryMinusICode, SlcICode> {
 public:
     SlcUnaryMinusICode(SlcOperand dest, SlcOperand source)

@@ -53,7 +53,8 @@ public:
     SlcLabel m_label;
 };
 
-/// Guards for the points, or the grid, with the flag: the `then` of a varying condition.
+/// Guards for the points, or the grid, with the flag: the `then` of a varying condition, and what
+/// follows where some points have left.
 class SlcIfTrueICode : public SlcICodeOf<SlcIfTrueICode, SlcIfICode> {
 public:
     using SlcICodeOf::SlcICodeOf;

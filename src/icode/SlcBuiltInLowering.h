@@ -73,12 +73,15 @@ private:
     [[nodiscard]] static SpecialLowering FindSpecialLowering(const BuiltInCall& call);
     /// Null if the built-in has no such form, or these arguments do not suit it.
     [[nodiscard]] SlcOperand CreateGridCall(BuiltInCall& call);
+    /// The details of the arguments suit the form, or do once the uniform ones at the places that
+    /// it adds to `widened` are copied to all points.
     [[nodiscard]] bool SuitGridCall(const BuiltInCall& call,
                                     std::vector<std::size_t>& widened) const;
     /// Copies the uniform arguments at `places` into varying temporaries, in one block.
     void WidenArguments(BuiltInCall& call, const std::vector<std::size_t>& places);
 
     // Each `CreateBuiltIn...` adds the call and gives the result.
+    // Those of neighbours, SlcBuiltInLoweringDerivatives.cpp.
     [[nodiscard]] SlcOperand CreateBuiltInDerivative(BuiltInCall& call);
     /// The value of a derivative of what is the same everywhere.
     [[nodiscard]] SlcOperand GenZero(const BuiltInCall& call);
@@ -87,6 +90,7 @@ private:
                                                const BuiltInCall& call, const char* function);
     [[nodiscard]] SlcOperand GenDerivative(const BuiltInCall& call, SlcTypeNode* typeInCondition,
                                            const char* warning);
+    // Those with other arguments, SlcBuiltInLoweringForms.cpp.
     [[nodiscard]] SlcOperand CreateBuiltInSpline(BuiltInCall& call);
     [[nodiscard]] SlcOperand CreateBuiltInFilterstep(BuiltInCall& call);
     [[nodiscard]] SlcOperand GenFilterstepEnd(const SlcOperand& start);

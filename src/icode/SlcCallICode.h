@@ -45,6 +45,8 @@ public:
 /// the shader runs. It may write what it is given, as far as its formals are outputs.
 class SlcCallDSOICode : public SlcICodeOf<SlcCallDSOICode, SlcICode> {
 public:
+    /// `result` may be null. No argument is a varying array as it is: `SlcConvertArrayDSOICode`
+    /// comes first.
     SlcCallDSOICode(SlcOperand result, std::deque<SlcOperand> args, std::string funcKey,
                     std::string methodName)
         : m_result(std::move(result)),

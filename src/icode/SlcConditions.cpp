@@ -3,6 +3,19 @@
 // Every instruction that is not a form for the whole grid stands in a block, which guards it by
 // the innermost level alone. That is enough because a varying flag made under a condition is
 // false wherever that condition is.
+//
+//     if (a) { x = y; if (b) z = x; }          a and b vary
+// becomes
+//     u = some a; {; if a; x = y; endif; }
+//     f = b under a; f = false under not a; w = some f; {; if f; z = x; endif; }
+//
+// The uniform flags u and w guard uniform code, and whole-grid forms take the varying ones as their
+// condition. What makes a flag under a condition therefore clears it outside
+// (ClearOutsideCondition), and inverting one stays within the flag around it
+// (SlcInvertBoolFlagICode).
+//
+// Tested by tests/icode/SlcGenInterCodeTest.cpp and its neighbours, whose rows are exact lists of
+// instructions, and with values by tests/run.
 
 #include "icode/SlcConditions.h"
 
@@ -32,6 +45,8 @@ void SlcConditions::AddBeginBlock(const SlcDetailNode* detail)
     const Condition& innermost = m_conditions.back();
     m_blockEndLabels.push_back(m_list.GenLabel());
     const SlcOperand& flag = uniform ? innermost.uniformFlag : innermost.flag;
+    // A level may guard one kind of code alone; its label is taken all the same, so that the end of
+    // the block finds the one of its beginning.
     if (flag.Null())
         return;
     if (innermost.state == AssignIfValue::IfTrue)
@@ -95,6 +110,7 @@ SlcOperand SlcConditions::InnermostFlag() const
 {
     if (!IsInParallelIf())
         return nullptr;
+    // A level of a uniform flag, as beside a uniform left side, limits no points.
     for (auto level = m_conditions.rbegin(); level != m_conditions.rend(); ++level)
         if (!level->flag->IsUniform())
             return level->flag;
@@ -202,6 +218,7 @@ SlcOperand SlcConditions::SimdCondition() const
     if (!IsInParallelIf() || m_conditions.empty())
         return nullptr;
     const Condition& innermost = m_conditions.back();
+    // There is no form for points where a flag is false, nor for a uniform flag.
     const bool limits =
         innermost.flag && innermost.state == AssignIfValue::IfTrue && !innermost.flag->IsUniform();
     return limits ? innermost.flag : nullptr;

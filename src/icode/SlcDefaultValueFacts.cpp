@@ -123,6 +123,8 @@ void SlcDefaultValueFacts::Case(SlcBinOpExprNode* node)
     node->WalkIn(this);
     const SlcTypeNode* left = SlcPossibleTypes::Of(node->GetLeft())->GetUniqueType();
     const SlcTypeNode* right = SlcPossibleTypes::Of(node->GetRight())->GetUniqueType();
+    // Two triples of one space combine to one of it; a number is promoted in the current one, or in
+    // rgb.
     if (!left->IsFloatType() && !right->IsFloatType())
         return;
     if (SlcLivesInSpace(left) || SlcLivesInSpace(right))

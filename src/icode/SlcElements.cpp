@@ -105,6 +105,7 @@ void SlcElements::GenArrayInit(const SlcOperand& array, std::size_t valuesBefore
     }
     while (m_values.Size() > valuesBefore) {
         const SlcOperand value = m_values.Pop();
+        // From the last element to the first, as the values come off the stack.
         const auto place = static_cast<double>(m_values.Size() - valuesBefore);
         m_conditions.GenPlainAssignment(
             GenElementRef(array, SlcLexType::Float(place), array->GetDetail()), value);
@@ -115,6 +116,7 @@ SlcOperand SlcElements::GenArrayValue(const std::deque<SlcOperand>& elements, Sl
 {
     SlcDetailNode* detail = SlcConditions::UniformIfAll(elements);
     const SlcOperand array = m_list.GenTempVar(type, detail);
+    // One reference serves all elements in turn, since they are assigned in a row.
     const SlcOperand ref = MakeElementRef(array, detail);
     for (std::size_t i = 0; i < elements.size(); ++i) {
         const SlcOperand index = SlcLexType::Float(static_cast<double>(i));

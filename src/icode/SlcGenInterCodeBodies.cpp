@@ -4,6 +4,15 @@
 // condition, or in a loop, some points return earlier than others. Such a body is a varying loop
 // of one trip, and its `return` clears the flags of the points as a `break` does. In a list that
 // runs without a grid it jumps to the end.
+//
+//     float f(float x) { if (x > 0) return 1; z = x; }          y = f(s)
+// becomes
+//     r = 0; f = all active; {; if f; g = s > 0; endif; }
+//     {; if g; r = 1; break g f; endif; }; {; if f; z = s; endif; }; y = r
+//
+// The checks allow one `return` in a body; nothing here counts on that.
+//
+// Tested by tests/icode/SlcGenInterCodeBodiesTest.cpp.
 
 #include "icode/SlcGenInterCode.h"
 #include "support/reports/SlcSemanticError.h"
@@ -51,6 +60,7 @@ SlcOperand ZeroOf(const SlcTypeNode* type)
 
 void SlcGenInterCode::GenFuncBody(SlcProcCallExprNode* call, SlcStmtNode* body)
 {
+    // Most bodies return at their end: they cost no flag and no variable for the result.
     if (FindEarlyReturn().In(body) && m_list.IsWithoutGrid())
         GenBodyWithJumps(call, body);
     else if (FindEarlyReturn().In(body))
@@ -154,6 +164,7 @@ void SlcGenInterCode::GenBodyOfOneTrip(SlcProcCallExprNode* call, SlcStmtNode* b
 void SlcGenInterCode::Case(SlcReturnStmtNode* node)
 {
     GenLineNumberInfo(node);
+    // A copy, since the value may hold a call, whose body comes on top of this one.
     const SlcLeaving::Body body = m_leaving.CurrentBody();
     if (body.end.Null()) {
         node->WalkIn(this);

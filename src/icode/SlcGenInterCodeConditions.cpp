@@ -2,6 +2,14 @@
 //
 // A uniform condition jumps. A varying one runs both branches, one after the other, each for the
 // points where its flag is true; the second takes the same flag, inverted in place.
+//
+//     if (u) S; else T;      goto B if not u; S; goto E; B: T; E:             u uniform
+//     if (v) S; else T;      some = any v; under v: S; v = not v; some = any v; under v: T
+//
+// A conditional expression is the same with one variable for both values. In a list that runs
+// without a grid every condition is uniform.
+//
+// Tested by tests/icode/SlcGenInterCodeTest.cpp.
 
 #include "icode/SlcGenInterCode.h"
 

@@ -4,6 +4,9 @@
 // stands in front of the loop and again behind the body, so that what is moved out of the loop
 // does not run if the loop does not.
 //
+//     while (c) S      f = active; L: f = c under f; goto E if no f; under f: S; goto L; E:
+//     code motion      f = active; f = c ...; goto E; L: under f: S; f = c ...; goto E; goto L; E:
+//
 // In a list that runs without a grid there is one point, so that all flags would be uniform: there
 // the statements that leave a loop are jumps.
 

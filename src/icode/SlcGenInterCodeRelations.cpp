@@ -5,6 +5,12 @@
 // under that flag alone. Where it would then see a wrong or stale flag, its value is put right
 // afterwards; where that would be too late, since it has effects, may read outside an array or has
 // flags of its own, it runs under all the conditions around it.
+//
+//     a && b      f = a; some f; under f: f = b                       varying a
+//     a || b      f = a; r = not f; some r; under r: r = b; f = f or r
+//     !(a && b)   as !a || !b
+//
+// Tested by tests/icode/SlcGenInterCodeRelationsTest.cpp.
 
 #include "icode/SlcGenInterCode.h"
 #include "support/reports/SlcSemanticError.h"

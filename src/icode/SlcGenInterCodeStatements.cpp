@@ -34,9 +34,12 @@ void SlcGenInterCode::Case(SlcStmtsNode* node)
     const std::size_t copiesBefore = m_elements.CountCopies();
     for (const auto& statement : node->GetStatements()) {
         statement->ApplyWalker(this);
+        // Behind a statement nobody writes to a copy that it has made.
         m_elements.ForgetCopies(copiesBefore);
         if (m_leaving.HasBodyEnded())
             return;
+        // Inside an expression, where a body is expanded, values still wait for what has been
+        // written.
         if (m_values.IsEmpty() && copiesBefore == 0)
             m_values.ForgetWrites();
     }
@@ -89,6 +92,7 @@ void SlcGenInterCode::Case(SlcDefExprNode* node)
         m_errors->FatalError(node, "Variable " + node->GetIdent()->GetName() +
                                        " not found while generating intermediate code");
     const SlcStorageSpecNode* storage = entry->GetStorage();
+    // It declares what has an operand already.
     if (storage->IsExtern() || storage->IsReadOnly() || storage->IsReadWrite())
         return;
 

@@ -68,6 +68,7 @@ void SlcGetShaderInfo::Case(SlcShaderDefNode* node)
     m_facts.m_shader = node;
     m_facts.m_shaderType = node->GetShaderType();
     m_codeGenerator->SetShaderType(m_facts.m_shaderType);
+    // The lowering sets these in front of the body, whatever that does (DefaultOutputValues).
     if (m_facts.m_shaderType->IsLight()) {
         AddVarIfNotInList(Hiddens::sm_Cl);
         AddVarIfNotInList(Hiddens::sm_Ol);
@@ -93,6 +94,7 @@ void SlcGetShaderInfo::Case(SlcDefExprNode* node)
 
 void SlcGetShaderInfo::AddParameter(SlcDefExprNode* node)
 {
+    // First what the default value reads, by which the order of variables and spaces goes.
     node->GetInitializer()->ApplyWalker(this);
     SlcParameterInfo& parameter = m_facts.m_parameters.emplace_back();
     parameter.entry = node->GetSymbolEntry();
@@ -199,6 +201,7 @@ void SlcGetShaderInfo::Case(SlcProcCallExprNode* node)
 
 void SlcGetShaderInfo::CallBuiltIn(SlcProcCallExprNode* node)
 {
+    // Renderers prepare for rays only where a shader sends some.
     m_facts.m_usesRaytracing = m_facts.m_usesRaytracing || node->GetIdent()->GetName() == "trace";
     const SlcIdentNode* primitive = node->GetSymbolEntry()->GetCName();
     if (const auto* reads = primitive ? SlcImplicitReads::Of(primitive->GetName()) : nullptr)

@@ -11,6 +11,7 @@
 /// run, one for the grid takes uniform operands.
 class SlcIlluminateICode : public SlcICodeOf<SlcIlluminateICode, SlcICode> {
 public:
+    /// `axis` and `angle` are both null or both set. `Ps` and `L` are the predefined variables.
     SlcIlluminateICode(SlcOperand flag, SlcOperand position, SlcOperand axis, SlcOperand angle,
                        SlcOperand Ps, SlcOperand L, SlcGridForm form)
         : m_flag(std::move(flag)),

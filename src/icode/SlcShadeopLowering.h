@@ -27,6 +27,7 @@ private:
         SlcOperand contiguous;
     };
 
+    /// Puts the converted arrays in the place of the varying ones among `args`.
     [[nodiscard]] std::vector<ConvertedArray> ConvertArraysForShadeop(std::deque<SlcOperand>& args);
     /// A variable for the result that the call may write at any time.
     [[nodiscard]] SlcOperand ShadeopResult(SlcProcCallExprNode* call,

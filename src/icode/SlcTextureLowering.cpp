@@ -165,11 +165,13 @@ SlcOperand SlcTextureLowering::GenAccessCall(SlcTextureExprNode* node, Source so
 {
     SlcDetailNode* varying = SlcDetailNode::AVarying();
     const bool isColor = SlcLoweringContext::TypeOf(node)->IsColorType();
+    // One file and one channel serve the grid. Where nothing varies, one plain access does.
     const bool suits = !SlcConditions::UniformIfAll(args)->IsUniform() && args[0]->IsUniform() &&
                        args[1]->IsUniform();
     const SlcGridForm form = suits ? m_conditions.GridForm() : SlcGridForm::Plain();
     if (form.simd)
         for (std::size_t i = 0; i < corners; ++i)
+            // Corners that the source gives may be uniform, and the form takes arrays.
             args[k_nameAndChannel + i] = m_context.Widened(args[k_nameAndChannel + i]);
     const SlcOperand result =
         m_list.GetResultVar(node, isColor ? SlcTypeNode::AColor() : SlcTypeNode::AFloat(), varying);

@@ -8,6 +8,7 @@
 /// at right angles to its surface, a color knows other spaces than the rest.
 class SlcTransformSpaceICode : public SlcICode {
 public:
+    /// `space` is a string constant with its quotes.
     SlcTransformSpaceICode(SlcOperand dest, SlcOperand source, SlcTypeNode* type, SlcOperand space,
                            SlcGridForm form)
         : m_dest(std::move(dest)),

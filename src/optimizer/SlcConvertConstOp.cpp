@@ -148,6 +148,8 @@ void SlcConvertConstOp::Case(SlcPtr<SlcMultICode> code)
 {
     const SlcOperand& left = code->m_leftExpr;
     const SlcOperand& right = code->m_rightExpr;
+    // The zero itself takes the place of the product, promoted by the assignment. That the other
+    // side might not be finite is no reason to keep it.
     if (IsFloat(left, 0) || IsFloat(right, 1))
         ConvertAsAssignment(code->m_resultId, left);
     else if (IsFloat(left, 1) || IsFloat(right, 0))
@@ -167,6 +169,7 @@ void SlcConvertConstOp::Case(SlcPtr<SlcDivICode> code)
     const float inverse = byConstant ? 1 / AtRunTime(right) : 0;
     if (!byZero && (IsFloat(left, 0) || IsFloat(right, 1)))
         ConvertAsAssignment(code->m_resultId, left);
+    // A product costs less; where the reciprocal loses digits as a denormal it would also be wrong.
     else if (std::isnormal(inverse))
         Replace(MakeShared<SlcMultICode>(code->m_resultId, left, SlcLexType::Float(inverse)));
     else if (byZero || !areFloats ||
@@ -276,6 +279,7 @@ void SlcConvertConstOp::Case(SlcPtr<SlcIfFalseGotoICode> code)
 
 void SlcConvertConstOp::FoldGuard(const SlcPtr<SlcIfICode>& code, bool runsIf)
 {
+    // Inside a guard that is being folded: counted, so that the right end is found.
     if (m_ifDepth > 0) {
         ++m_ifDepth;
         Default(code);

@@ -44,6 +44,7 @@ private:
     void Case(SlcPtr<SlcLabelICode> code) override;
     void Default(SlcPtr<SlcICode>) override {}
 
+    /// Something refers to it.
     void Use(const SlcLabel& label) { m_usedLabels.insert(label->m_name); }
 
     RemovePhase m_phase = RemovePhase::CollectLabels;

@@ -140,6 +140,7 @@ void SlcAddVarsSymbolTable::Case(SlcTypeNode* type)
     m_type = type;
     const SlcArrayTypeNode* array = AsArray(type);
     const SlcTypeNode* element = array ? array->GetElementType() : type;
+    // A renderer gives a string once for an instance.
     if (m_declares == Declares::ShaderFormals && element->IsStringType())
         m_detail = SlcDetailNode::AUniform();
 }
@@ -225,6 +226,8 @@ SlcTypeNode* SlcAddVarsSymbolTable::WantedType(const SlcDefExprNode* definition,
     const auto annotation = SlcPossibleTypes::Of(initializer);
     const auto& types = annotation->GetTypes();
     const std::string& name = definition->GetIdent()->GetName();
+    // One type is judged by itself, so that an array tells what of it does not fit; of several one
+    // must be the declared.
     const bool single = types.size() == 1;
     const bool suits =
         single ? Suits(types.front(), type) || type->IsErrorType()

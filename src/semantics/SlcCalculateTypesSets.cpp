@@ -116,6 +116,7 @@ void SlcCalculateTypesSets::Case(SlcArrayExprNode* array)
     for (const auto& element : array->GetExprs())
         for (SlcTypeNode* type : TypesOf(element.get()))
             SlcAddTypeIfNotPresent(elements, type);
+    // An empty list suits any array.
     if (array->GetExprs().empty())
         elements.push_back(T::AAnyType());
     Types types;

@@ -55,6 +55,7 @@ public:
 
 private:
     using SlcCodeWalker::Case;
+    // SlcCheckInlineDetail.cpp: declarations, statements and loops.
     void Case(SlcFuncDefStmtNode* node) override;
     void Case(SlcDefExprNode* node) override;
     void Case(SlcReturnStmtNode* node) override;
@@ -65,6 +66,7 @@ private:
     void Case(SlcForStmtNode* node) override;
     void Case(SlcIlluminanceStmtNode* node) override;
     void Case(SlcLoopModStmtNode* node) override;
+    // SlcCheckInlineDetailExpressions.cpp.
     void Case(SlcConstExprNode* node) override;
     void Case(SlcIdentExprNode* node) override;
     void Case(SlcArrayRefExprNode* node) override;

@@ -71,6 +71,7 @@ void SlcCheckSemantics::Default(SlcSyntaxNode* node)
 void SlcCheckSemantics::Case(SlcDefinitionsNode* node)
 {
     const auto& definitions = node->GetDefinitions();
+    // The kind of the shader counts for functions in front of it too.
     const auto shader = std::find_if(definitions.begin(), definitions.end(),
                                      [](const auto& d) { return d->IsShader(); });
     if (shader == definitions.end()) {

@@ -37,10 +37,12 @@ private:
     struct LightStatement;
     enum class LightArgument { Position, Axis, Angle };
     using SlcCodeWalker::Case;
+    // SlcCheckSemantics.cpp: definitions.
     void Case(SlcDefinitionsNode* node) override;
     void Case(SlcShaderDefNode* node) override;
     void Case(SlcFuncDefNode* node) override;
     void Case(SlcFuncDefStmtNode* node) override;
+    // SlcCheckStatements.cpp.
     void Case(SlcStmtsNode* node) override;
     void Case(SlcVarDefsStmtNode* node) override;
     void Case(SlcAssignStmtNode* node) override;
@@ -51,6 +53,7 @@ private:
     void Case(SlcForStmtNode* node) override;
     void Case(SlcWhileStmtNode* node) override;
     void Case(SlcLoopModStmtNode* node) override;
+    // SlcCheckLightStatements.cpp.
     void Case(SlcIlluminanceStmtNode* node) override;
     void Case(SlcIlluminateStmtNode* node) override;
     void Case(SlcSolarStmtNode* node) override;

@@ -2,6 +2,10 @@
 // next statement is looked at. Branches and loops are walked with a usage record of their own, set
 // aside behind the walk and merged where the statement ends (SlcCheckUsage).
 //
+// What a context wants of an expression: a `return` the type of its function, a statement that is a
+// call nothing, a condition a comparison, all else the one type that the expression has. Several
+// that nothing decides between are a report.
+//
 // Tested by tests/semantics/SlcCheckSemanticsTest.cpp.
 
 #include <string>
@@ -44,6 +48,7 @@ SlcTypeNode* SlcCheckSemantics::WantedTypeOf(SlcExprNode* expr)
     // Its operator tells what does not fit.
     if (types.empty())
         return SlcTypeNode::AVoid();
+    // The first is taken, so that the passes to come have one.
     if (types.size() > 1)
         m_errors->Error(expr, "Ambiguous type for expression");
     return types.front();
@@ -110,6 +115,7 @@ SlcTypeNode* SlcCheckSemantics::WantedTypeOfCall(SlcProcCallExprNode* call)
         m_errors->FatalError(call, "No type associated to function call");
     if (types.size() == 1)
         return types.front();
+    // Nobody takes the value, so that the procedure is the better guess.
     if (!m_options.m_strict && annotation->IsInTypes(SlcTypeNode::AVoid(), false))
         m_errors->Warning(call,
                           "Ambiguous function return type. Picking function version with the "

@@ -257,6 +257,7 @@ bool SlcCheckUsage::IsJudgedHere(const Variable& variable)
 
 void SlcCheckUsage::NoteChange(Variable& variable)
 {
+    // Of its own variables a branch leaves nothing behind, and of others the first change counts.
     if (variable.level >= m_level || variable.changedAt >= m_level)
         return;
     m_changes.push_back({&variable, UsageOf(variable), variable.changedAt});

@@ -39,6 +39,8 @@ public:
     [[nodiscard]] bool HasIlluminance() const { return m_hasIlluminance; }
     /// Checked shader code reaches the function, directly or through others.
     [[nodiscard]] bool IsCalled() const { return m_called; }
+    /// Marked by the rule of its calls, and asked by the passes behind the checks, which pass over
+    /// functions that nothing reaches.
     void SetCalled() { m_called = true; }
     /// The same of a definition, which has no record if it was refused.
     [[nodiscard]] static bool IsCalled(const SlcFuncDefNode& definition)
@@ -47,6 +49,7 @@ public:
         return entry && entry->GetFuncInfo() &&
                CheckCast<SlcFuncInfo>(entry->GetFuncInfo())->IsCalled();
     }
+    /// What the body does, with all that it calls.
     [[nodiscard]] const SlcBodyFacts& GetBodyFacts() const { return m_bodyFacts; }
     /// What calls have found out, for those with the same details.
     [[nodiscard]] SlcInlineResults& GetInlineResults() { return m_inlineResults; }

@@ -19,6 +19,7 @@
     return SlcPossibleTypes::Of(expr)->GetInlineDetail();
 }
 
+/// The same of what an assignment writes to.
 [[nodiscard]] inline SlcDetailNode* SlcInlineDetailOf(const SlcLValueNode* lvalue)
 {
     return CheckCast<SlcLValueType>(lvalue->GetAnnotation())->GetInlineDetail();

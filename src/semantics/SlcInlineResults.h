@@ -35,6 +35,7 @@ public:
     public:
         /// `isQuiet`: what it would report is still to be reported.
         Circumstances(const SlcCallPlace& place, bool isQuiet);
+        /// In the order of the formals.
         void AddArgument(const SlcDetailNode* detail) { Add(detail); }
         [[nodiscard]] const std::string& Key() const { return m_key; }
 

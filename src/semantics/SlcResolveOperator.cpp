@@ -4,6 +4,10 @@
 // the report of the left one says so. Here stand the warnings for what computes but means little,
 // as P + P.
 //
+//     wanted color:   2 * noise(s)      left float, promoted; right the noise that gives a color
+//     nothing wanted: s == (1, 0, 0)    float with point, or float with color: ambiguous
+//                     Cs == (1, 0, 0)   color with color, since equal types come first
+//
 // Tested by tests/semantics/SlcResolveUniqueTypeTest.cpp.
 
 #include "semantics/SlcResolveOperator.h"
@@ -257,6 +261,7 @@ void SlcResolveOperator::Resolve(SlcEqOpNode* equality)
         SetUnique(right, pairs.front().right);
         return;
     }
+    // Of several pairs one side has several types, which the report names.
     const bool isLeft = pairs.front().left != pairs.back().left;
     m_errors->Error(equality, (isLeft ? "Ambiguous type for left expression of "
                                       : "Ambiguous type for right expression of ") +

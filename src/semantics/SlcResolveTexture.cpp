@@ -160,6 +160,7 @@ int SlcResolveTexture::ResolveFloats(SlcTextureExprNode* texture)
         SetUnique(m_args.front(), T::AFloat());
         return -1;
     }
+    // Numbers in between belong to no form: they stand where a name is expected, which is reported.
     const int taken = given >= 8 ? 8 : given >= 2 ? 2 : 0;
     const auto lacks = [](const SlcExprNode* argument) { return LacksType(argument, T::AFloat()); };
     const auto faulty = std::find_if(m_args.begin(), m_args.begin() + taken, lacks);
@@ -185,6 +186,7 @@ int SlcResolveTexture::ResolvePoints(SlcTextureExprNode* texture)
         std::find_if(m_args.begin(), m_args.end(),
                      [](const SlcExprNode* argument) { return !Holds(argument, T::APoint()); });
     const auto given = static_cast<std::size_t>(firstOther - m_args.begin());
+    // Likewise two or three points.
     const std::size_t taken = given >= k_mostPoints ? k_mostPoints : 1;
     for (std::size_t i = 0; i < taken; ++i)
         SetUnique(m_args[i], T::APoint());

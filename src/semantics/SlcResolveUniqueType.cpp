@@ -64,6 +64,7 @@ void SlcResolveUniqueType::ResolveAssignment(SlcAssignExprNode* assignment)
     SlcTypeNode* target =
         CheckCast<SlcLValueType>(assignment->GetLValue()->GetAnnotation())->GetType();
     const bool refused = FirstType(assignment)->IsVoidType();
+    // Reported already: what stands below is still checked for itself.
     if (refused || target->IsErrorType() || HasOwnReport(value)) {
         TakeFirst(value);
     } else if (SlcTypeNode* type = Find(value, target)) {
@@ -96,6 +97,7 @@ void SlcResolveUniqueType::ResolveCast(SlcCastExprNode* cast)
     if (IsUntyped(operand))
         return;
     TakeFirst(operand);
+    // A cast wants no type of its operand, since it takes several.
     if (TypesOf(operand).size() > 1)
         return m_errors->Error(cast, "Cannot convert an ambiguous typed expression by casting");
     const SlcTypeNode* type = FirstType(operand);

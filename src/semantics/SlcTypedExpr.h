@@ -51,6 +51,7 @@ namespace SlcTypedExpr {
     return IsUntyped(expr) || IsFaulty(expr);
 }
 
+/// Error if it has none.
 [[nodiscard]] inline SlcTypeNode* FirstType(const SlcExprNode* expr)
 {
     return IsUntyped(expr) ? SlcTypeNode::AError() : TypesOf(expr).front();

@@ -70,6 +70,8 @@ void SlcFuncSymbolEntry::ErrorsTypeArgs(const SlcCallArgs& args,
             sink->Error(args[i],
                         messageFor() + "(" + m_signature.argTypes[i]->ToString() + " expected)");
     }
+    // The tail is judged only if what stands in front of it is right: it takes arguments in their
+    // order.
     if (reported || !VarArgBegin())
         return;
     const SlcFuncVarArgLeaf* leaf = nullptr;

@@ -28,6 +28,7 @@ public:
     virtual SlcFuncVarArgExpr* Begin() = 0;
     /// The part behind the current one, null at the end. `skip`: the last argument did not match.
     virtual SlcFuncVarArgExpr* Next(bool skip) = 0;
+    /// The part that the next argument is tried on; null behind the last.
     [[nodiscard]] virtual SlcFuncVarArgExpr* CurrentExpr() = 0;
     /// The most arguments that it takes, counting the names of pairs if `withNames`; negative for
     /// any number.
@@ -45,6 +46,7 @@ public:
     [[nodiscard]] virtual SlcStorageSpecNode* GetStorage() const = 0;
     /// It takes the name of a name and value pair.
     [[nodiscard]] virtual bool IsPairName() const = 0;
+    /// It takes a value by its place.
     [[nodiscard]] virtual bool IsPlainValue() const = 0;
 };
 
@@ -108,6 +110,7 @@ class SlcFuncVarArgList : public SlcFuncVarArgExpr {
 public:
     enum class Order { Positional, Named };
 
+    /// Empty at first.
     explicit SlcFuncVarArgList(Order order) : m_order(order) {}
     void Append(std::unique_ptr<SlcFuncVarArgExpr> part) { m_parts.push_back(std::move(part)); }
     SlcFuncVarArgExpr* Begin() override;

@@ -24,6 +24,7 @@ std::vector<std::string> LibrariesIn(const std::string& directory)
 {
     std::vector<std::string> paths;
     QxSystem::ScanDir(directory.c_str(), CheckDSO, &paths, false);
+    // The order of the file system is not the same everywhere.
     std::sort(paths.begin(), paths.end());
     return paths;
 }
@@ -59,6 +60,7 @@ SlcShadeopLoader::Entries SlcShadeopLoader::Search(const SlcSyntaxNode* node, Sl
     for (const std::string& directory : m_options->m_searchDirs) {
         for (const std::string& path : LibrariesIn(directory))
             ReadLibrary(node, name, path, table, entries);
+        // A directory in front hides those behind it, as with included files.
         if (!entries.empty())
             break;
     }
@@ -71,6 +73,7 @@ void SlcShadeopLoader::ReadLibrary(const SlcSyntaxNode* node, SlcIdentNode* name
     const QxSharedLibrary library(path);
     const std::string tableName = name->GetName() + "_shadeops";
     const auto bytes = library.FindObject(tableName);
+    // Another function of that name is no fault of the shader, but its author would want to know.
     if (bytes.empty()) {
         if (library.Exports(tableName))
             m_errors->Warning(node, "'" + tableName + "' is no table of shadeops (" + path + ")",

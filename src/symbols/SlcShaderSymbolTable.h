@@ -83,6 +83,7 @@ public:
 /// Makes the table of predefined variables for a kind of shader.
 class SlcShaderSymbolTableCreater : public SlcCodeWalker {
 public:
+    /// Another node than one of the five is fatal, by this sink.
     explicit SlcShaderSymbolTableCreater(SlcPtr<SlcSemanticError> errors);
     /// `shaderType` is the node of the kind.
     [[nodiscard]] SlcPtr<SlcSymbolTable> operator()(SlcSyntaxNode* shaderType,

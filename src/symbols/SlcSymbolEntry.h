@@ -32,6 +32,7 @@ public:
 
     [[nodiscard]] bool IsVariable() const override { return true; }
     [[nodiscard]] SlcTypeNode* GetType() const { return m_type; }
+    /// Told, unused, as the setter below is.
     void SetType(SlcTypeNode* type) { m_type = type; }
     [[nodiscard]] SlcDetailNode* GetDetail() const { return m_detail; }
     void SetDetail(SlcDetailNode* detail) { m_detail = detail; }

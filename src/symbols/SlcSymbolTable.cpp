@@ -31,6 +31,7 @@ SlcPtr<SlcSymbolTable> SlcSymbolTable::CreateNewScopeTable()
 
 SlcPtr<SlcSymbolTable> SlcSymbolTable::CreateCurrentScopeTable()
 {
+    // The usual case: no other table follows this one.
     if (m_position + 1 == m_scope->m_tables) {
         auto next = MakeShared<SlcSymbolTable>(m_scope);
         next->m_definitionScope = m_definitionScope;

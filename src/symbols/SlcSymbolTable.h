@@ -39,6 +39,7 @@ struct SlcFuncArgsTypeError {
 /// Tables, entries and function infos form cycles, which `SlcDeleteTree` cuts.
 class SlcSymbolTable : public SlcCollectable {
 public:
+    /// The outermost scope, and a scope inside `parent`.
     SlcSymbolTable();
     explicit SlcSymbolTable(SlcPtr<SlcSymbolTable> parent);
     /// The next table of the scope.
