@@ -53,7 +53,7 @@ public:
 private:
     static constexpr std::size_t k_unit = 16;          // alignment of any object
     static constexpr std::size_t k_largestUnits = 64;  // above it the system serves
-    static constexpr std::size_t k_chunk = 64 * 1024;
+    static constexpr std::size_t k_chunk = std::size_t{64} * 1024;
 
     /// Stands in front of each room.
     struct Header {

@@ -1,3 +1,3 @@
 #include "support/SlcSourcePosition.h"
 
-constinit SlcSourcePosition SlcSourcePosition::sm_current;
+SlcSourcePosition SlcSourcePosition::sm_current;

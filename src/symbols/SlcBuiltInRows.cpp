@@ -70,19 +70,13 @@ constexpr const char* const SlcFuncDescription::sm_funcInfoString[] = {
     "distance float 2 point point 0 0 CALL_PRIM_DISTANCE 0 1 simd varying varying",
     "area float 1 point 0 0 CALL_PRIM_AREA 0 0 always-simd varying",
     "normalize any-vector 1 any-vector 0 0 CALL_PRIM_NORMALIZE 0 0 simd varying",
-    "faceforward any-vector 2 any-vector any-vector 1 1 CALL_PRIM_FACEFORWARD 0 0 simd "
-    "varying varying",
-    "faceforward any-vector 3 any-vector any-vector any-vector 0 0 CALL_PRIM_FACEFORWARD2 "
-    "0 0 simd varying varying varying",
+    "faceforward any-vector 2 any-vector any-vector 1 1 CALL_PRIM_FACEFORWARD 0 0 simd varying varying",
+    "faceforward any-vector 3 any-vector any-vector any-vector 0 0 CALL_PRIM_FACEFORWARD2 0 0 simd varying varying varying",
     "reflect vector 2 vector normal 0 0 CALL_PRIM_REFLECT 0 0 simd varying varying",
     "refract vector 3 vector normal float 0 0 CALL_PRIM_REFRACT 0 0 simd varying varying uniform",
-    "fresnel void 5 vector normal float output float output float 0 4 CALL_PRIM_FRESNEL5 0 "
-    "0 simd varying varying uniform varying varying",
-    "fresnel void 7 vector normal float output float output float output vector output "
-    "vector 0 4 CALL_PRIM_FRESNEL7 0 0 simd varying varying uniform varying varying "
-    "varying varying",
-    "transform point 3 string string point 0 0 CALL_PRIM_TRANSFORM 0 0 simd uniform "
-    "uniform varying",
+    "fresnel void 5 vector normal float output float output float 0 4 CALL_PRIM_FRESNEL5 0 0 simd varying varying uniform varying varying",
+    "fresnel void 7 vector normal float output float output float output vector output vector 0 4 CALL_PRIM_FRESNEL7 0 0 simd varying varying uniform varying varying varying varying",
+    "transform point 3 string string point 0 0 CALL_PRIM_TRANSFORM 0 0 simd uniform uniform varying",
     "transform point 2 string point 0 0 CALL_PRIM_TRANSFORM2 0 0 simd uniform varying",
     "depth float 1 point 0 0 CALL_PRIM_DEPTH 0 0 simd varying",
     "calculatenormal normal 1 point 0 0 CALL_PRIM_CALCULATENORMAL 0 0 always-simd varying",
@@ -96,8 +90,7 @@ constexpr const char* const SlcFuncDescription::sm_funcInfoString[] = {
     "ambient color 0 1 1 CALL_PRIM_AMBIENT 0 0 simd",
     "diffuse color 1 normal 1 1 CALL_PRIM_DIFFUSE 0 0 simd varying",
     "specular color 3 normal vector float 1 1 CALL_PRIM_SPECULAR 0 0 simd varying varying uniform",
-    "specularstd color 3 normal vector float 1 1 CALL_PRIM_SPECULARSTD 0 0 simd varying "
-    "varying uniform",
+    "specularstd color 3 normal vector float 1 1 CALL_PRIM_SPECULARSTD 0 0 simd varying varying uniform",
     "phong color 3 normal vector float 1 1 CALL_PRIM_PHONG 0 0 simd varying varying uniform",
     "trace float 2 point vector 0 0 CALL_PRIM_RAYHITTEST 0 0 simd varying varying",
     "transmission color 2 point point 0 0 CALL_PRIM_TRANSMISSION 0 0 simd varying varying",
@@ -108,28 +101,22 @@ constexpr const char* const SlcFuncDescription::sm_funcInfoString[] = {
     "opposite float 2 string output any 2 7 CALL_PRIM_OPPOSITE 0 0 nosimd",
     "inversesqrt float 1 float 0 0 CALL_PRIM_INVERSESQRT 0 1 nosimd",
     "transform point 2 matrix point 0 0 CALL_PRIM_TRANSFORM2_MATRIX 0 0 simd uniform varying",
-    "transform point 3 string matrix point 0 0 CALL_PRIM_TRANSFORM_MATRIX 0 0 simd uniform "
-    "uniform varying",
+    "transform point 3 string matrix point 0 0 CALL_PRIM_TRANSFORM_MATRIX 0 0 simd uniform uniform varying",
     "vtransform vector 2 string vector 0 0 CALL_PRIM_VTRANSFORM2 0 0 simd uniform varying",
     "vtransform vector 2 matrix vector 0 0 CALL_PRIM_VTRANSFORM2_MATRIX 0 0 simd uniform varying",
-    "vtransform vector 3 string string vector 0 0 CALL_PRIM_VTRANSFORM 0 0 simd uniform "
-    "uniform varying",
-    "vtransform vector 3 string matrix vector 0 0 CALL_PRIM_VTRANSFORM_MATRIX 0 0 simd "
-    "uniform uniform varying",
+    "vtransform vector 3 string string vector 0 0 CALL_PRIM_VTRANSFORM 0 0 simd uniform uniform varying",
+    "vtransform vector 3 string matrix vector 0 0 CALL_PRIM_VTRANSFORM_MATRIX 0 0 simd uniform uniform varying",
     "ntransform normal 2 string normal 0 0 CALL_PRIM_NTRANSFORM2 0 0 simd uniform varying",
     "ntransform normal 2 matrix normal 0 0 CALL_PRIM_NTRANSFORM2_MATRIX 0 0 simd uniform varying",
-    "ntransform normal 3 string string normal 0 0 CALL_PRIM_NTRANSFORM 0 0 simd uniform "
-    "uniform varying",
-    "ntransform normal 3 string matrix normal 0 0 CALL_PRIM_NTRANSFORM_MATRIX 0 0 simd "
-    "uniform uniform varying",
+    "ntransform normal 3 string string normal 0 0 CALL_PRIM_NTRANSFORM 0 0 simd uniform uniform varying",
+    "ntransform normal 3 string matrix normal 0 0 CALL_PRIM_NTRANSFORM_MATRIX 0 0 simd uniform uniform varying",
     "inverse matrix 1 matrix 0 0 CALL_PRIM_INVERSE 0 0 nosimd",
     "determinant float 1 matrix 0 0 CALL_PRIM_DETERMINANT 0 0 nosimd",
     "match float 2 string string 0 0 CALL_PRIM_MATCH 0 0 nosimd",
     "translate matrix 2 matrix point 0 0 CALL_PRIM_TRANSLATE 0 0 nosimd",
     "rotate matrix 3 matrix float vector 0 0 CALL_PRIM_ROTATE 0 0 nosimd",
     "scale matrix 2 matrix point 0 0 CALL_PRIM_SCALE 0 0 nosimd",
-    "ctransform color 3 string string color 0 0 CALL_PRIM_CTRANSFORM 0 0 simd uniform "
-    "uniform varying",
+    "ctransform color 3 string string color 0 0 CALL_PRIM_CTRANSFORM 0 0 simd uniform uniform varying",
     "ctransform color 2 string color 0 0 CALL_PRIM_CTRANSFORM2 0 0 simd uniform varying",
     "ptlined float 3 point point point 0 0 CALL_PRIM_PTLINED 0 0 simd uniform uniform varying",
     "rotate any-point 4 any-point float point point 0 0 CALL_PRIM_ROTATE_POINT 0 0 nosimd",
@@ -145,41 +132,32 @@ constexpr const char* const SlcFuncDescription::sm_funcInfoString[] = {
     "cellnoise color 2 float float 0 0 CALL_PRIM_CELLNOISE_POINT_2D 0 0 simd varying varying",
     "cellnoise color 1 point 0 0 CALL_PRIM_CELLNOISE_POINT_3D 0 0 simd varying",
     "cellnoise color 2 point float 0 0 CALL_PRIM_CELLNOISE_POINT_4D 0 0 simd varying varying",
-    "specularbrdf color 4 vector normal vector float 1 1 CALL_PRIM_SPECULARBRDF 0 0 simd "
-    "varying varying varying uniform",
-    "clamp point 3 point any-point any-point 0 0 CALL_PRIM_CLAMP_3D 0 0 simd varying "
-    "uniform uniform",
+    "specularbrdf color 4 vector normal vector float 1 1 CALL_PRIM_SPECULARBRDF 0 0 simd varying varying varying uniform",
+    "clamp point 3 point any-point any-point 0 0 CALL_PRIM_CLAMP_3D 0 0 simd varying uniform uniform",
     "clamp color 3 color color color 0 0 CALL_PRIM_CLAMP_3D 0 0 simd varying uniform uniform",
     "mix float 3 float float float 0 0 CALL_PRIM_MIX_1D 0 0 simd varying varying uniform",
     "mix point 3 point point float 0 0 CALL_PRIM_MIX_3D 0 0 simd varying varying uniform",
     "spline float 2 float array-float 0 0 CALL_PRIM_SPLINE_1D 0 0 nosimd",
     "spline color 2 float array-color 0 0 CALL_PRIM_SPLINE_3D 0 0 nosimd",
     "spline point 2 float array-point 0 0 CALL_PRIM_SPLINE_3D 0 0 nosimd",
-    "spline float 3 string float array-float 0 0 CALL_PRIM_SPLINE_BASIS_1D 0 0 simd "
-    "uniform varying uniform",
+    "spline float 3 string float array-float 0 0 CALL_PRIM_SPLINE_BASIS_1D 0 0 simd uniform varying uniform",
     "spline color 3 string float array-color 0 0 CALL_PRIM_SPLINE_BASIS_3D 0 0 nosimd",
     "spline point 3 string float array-point 0 0 CALL_PRIM_SPLINE_BASIS_3D 0 0 nosimd",
     "noise float 2 point float 0 0 CALL_PRIM_NOISE_FLOAT_4D 0 0 simd varying varying",
     "noise color 2 point float 0 0 CALL_PRIM_POINT_FLOAT_4D 0 0 simd varying varying",
     "noise point 2 point float 0 0 CALL_PRIM_POINT_FLOAT_4D 0 0 simd varying varying",
     "pnoise float 2 float uniform float 0 0 CALL_PRIM_PNOISE_FLOAT_1D 0 0 simd varying uniform",
-    "pnoise float 4 float float uniform float uniform float 0 0 CALL_PRIM_PNOISE_FLOAT_2D "
-    "0 0 simd varying varying uniform uniform",
+    "pnoise float 4 float float uniform float uniform float 0 0 CALL_PRIM_PNOISE_FLOAT_2D 0 0 simd varying varying uniform uniform",
     "pnoise float 2 point uniform point 0 0 CALL_PRIM_PNOISE_FLOAT_3D 0 0 simd varying uniform",
-    "pnoise float 4 point float uniform point uniform float 0 0 CALL_PRIM_PNOISE_FLOAT_4D "
-    "0 0 simd varying varying uniform uniform",
+    "pnoise float 4 point float uniform point uniform float 0 0 CALL_PRIM_PNOISE_FLOAT_4D 0 0 simd varying varying uniform uniform",
     "pnoise point 2 float uniform float 0 0 CALL_PRIM_PNOISE_POINT_1D 0 0 simd varying uniform",
-    "pnoise point 4 float float uniform float uniform float 0 0 CALL_PRIM_PNOISE_POINT_2D "
-    "0 0 simd varying varying uniform uniform",
+    "pnoise point 4 float float uniform float uniform float 0 0 CALL_PRIM_PNOISE_POINT_2D 0 0 simd varying varying uniform uniform",
     "pnoise point 2 point uniform point 0 0 CALL_PRIM_PNOISE_POINT_3D 0 0 simd varying uniform",
-    "pnoise point 4 point float uniform point uniform float 0 0 CALL_PRIM_PNOISE_POINT_4D "
-    "0 0 simd varying varying uniform uniform",
+    "pnoise point 4 point float uniform point uniform float 0 0 CALL_PRIM_PNOISE_POINT_4D 0 0 simd varying varying uniform uniform",
     "pnoise color 2 float uniform float 0 0 CALL_PRIM_PNOISE_POINT_1D 0 0 simd varying uniform",
-    "pnoise color 4 float float uniform float uniform float 0 0 CALL_PRIM_PNOISE_POINT_2D "
-    "0 0 simd varying varying uniform uniform",
+    "pnoise color 4 float float uniform float uniform float 0 0 CALL_PRIM_PNOISE_POINT_2D 0 0 simd varying varying uniform uniform",
     "pnoise color 2 point uniform point 0 0 CALL_PRIM_PNOISE_POINT_3D 0 0 simd varying uniform",
-    "pnoise color 4 point float uniform point uniform float 0 0 CALL_PRIM_PNOISE_POINT_4D "
-    "0 0 simd varying varying uniform uniform",
+    "pnoise color 4 point float uniform point uniform float 0 0 CALL_PRIM_PNOISE_POINT_4D 0 0 simd varying varying uniform uniform",
     "attribute float 2 string output any 2 7 CALL_PRIM_ATTRIBUTE 0 0 nosimd",
     "option float 2 string output any 2 7 CALL_PRIM_OPTION 0 0 nosimd",
     "textureinfo float 3 string string output any 2 7 CALL_PRIM_TEXTUREINFO 0 0 nosimd",
@@ -200,12 +178,9 @@ constexpr const char* const SlcFuncDescription::sm_varArgsFuncInfoString[] = {
     "spline float 5 float float float float float float* 0 0 CALL_PRIM_SPLINE_1D 0 0 nosimd",
     "spline color 5 float color color color color color* 0 0 CALL_PRIM_SPLINE_3D 0 0 nosimd",
     "spline point 5 float point point point point point* 0 0 CALL_PRIM_SPLINE_3D 0 0 nosimd",
-    "spline float 6 string float float float float float float* 0 0 "
-    "CALL_PRIM_SPLINE_BASIS_1D 0 0 nosimd",
-    "spline color 6 string float color color color color color* 0 0 "
-    "CALL_PRIM_SPLINE_BASIS_3D 0 0 nosimd",
-    "spline point 6 string float point point point point point* 0 0 "
-    "CALL_PRIM_SPLINE_BASIS_3D 0 0 nosimd",
+    "spline float 6 string float float float float float float* 0 0 CALL_PRIM_SPLINE_BASIS_1D 0 0 nosimd",
+    "spline color 6 string float color color color color color* 0 0 CALL_PRIM_SPLINE_BASIS_3D 0 0 nosimd",
+    "spline point 6 string float point point point point point* 0 0 CALL_PRIM_SPLINE_BASIS_3D 0 0 nosimd",
     "printf void 1 string any* 1 1 CALL_PRIM_PRINTF 1 0 nosimd",
     "concat string 2 string string string* 0 0 CALL_PRIM_CONCAT 0 0 nosimd",
     "format string 1 string any* 0 0 CALL_PRIM_FORMAT 0 0 nosimd",
@@ -216,17 +191,9 @@ constexpr const char* const SlcFuncDescription::sm_varArgsFuncInfoString[] = {
     "max point 2 any-point any-point any-point* 0 0 CALL_PRIM_MAX_3D 0 0 nosimd",
     "max color 2 color color color* 0 0 CALL_PRIM_MAX_3D 0 0 nosimd",
     "filterstep float 2 float float any* 0 0 CALL_PRIM_FILTERSTEP 0 0 nosimd",
-    "trace color 2 point vector (output float) 0 0 CALL_PRIM_TRACE 0 0 simd varying "
-    "varying varying",
-    "occlusion float 2 point vector (float = 0.0 named (angle float = -1.0 bias float = "
-    "0.0 maxdist float = 0.0 variance float = 0 axis vector = 0 environmentdir output "
-    "vector = 0)) 0 0 CALL_PRIM_OCCLUSION 0 0 simd varying varying uniform uniform uniform "
-    "uniform uniform uniform varying",
-    "indirectdiffuse color 2 point vector (float = 0.0 named (angle float = -1.0 bias "
-    "float = 0.0 maxdist float = 0.0 variance float = 0 environmentmap string = 0 axis "
-    "vector = 0 environmentdir output vector = 0 occlusion output float = 0)) 0 0 "
-    "CALL_PRIM_INDIRECTDIFFUSE 0 0 simd varying varying uniform uniform uniform uniform "
-    "uniform uniform uniform varying varying",
+    "trace color 2 point vector (output float) 0 0 CALL_PRIM_TRACE 0 0 simd varying varying varying",
+    "occlusion float 2 point vector (float = 0.0 named (angle float = -1.0 bias float = 0.0 maxdist float = 0.0 variance float = 0 axis vector = 0 environmentdir output vector = 0)) 0 0 CALL_PRIM_OCCLUSION 0 0 simd varying varying uniform uniform uniform uniform uniform uniform varying",
+    "indirectdiffuse color 2 point vector (float = 0.0 named (angle float = -1.0 bias float = 0.0 maxdist float = 0.0 variance float = 0 environmentmap string = 0 axis vector = 0 environmentdir output vector = 0 occlusion output float = 0)) 0 0 CALL_PRIM_INDIRECTDIFFUSE 0 0 simd varying varying uniform uniform uniform uniform uniform uniform uniform varying varying",
     nullptr,
 };
 // clang-format on
