@@ -35,11 +35,8 @@ constexpr const char* k_date = "2026-11-25";
 [[nodiscard]] std::string BoldWords(std::string_view words)
 {
     std::string text;
-    while (!words.empty()) {
-        const std::size_t end = words.find(", ");
-        text += (text.empty() ? "" : ", ") + ("\\fB" + Escaped(words.substr(0, end)) + "\\fR");
-        words = end == std::string_view::npos ? "" : words.substr(end + 2);
-    }
+    for (const std::string_view word : SqxSpellings(words))
+        text += (text.empty() ? "" : ", ") + ("\\fB" + Escaped(word) + "\\fR");
     return text;
 }
 
@@ -131,17 +128,12 @@ void AddSeeAlso(std::string& page, const SqxProgram& program,
 [[nodiscard]] std::string OptionWords(std::span<const SqxOption> options)
 {
     std::string text;
-    for (const SqxOption& option : options) {
-        std::string_view words = option.word;
-        while (!words.empty()) {
-            const std::size_t end = words.find(", ");
-            std::string word(words.substr(0, end));
+    for (const SqxOption& option : options)
+        for (std::string_view word : SqxSpellings(option.word)) {
             if (word.starts_with("-I") || word.starts_with("-D"))
-                word.resize(2);
-            text += (text.empty() ? "" : " ") + word;
-            words = end == std::string_view::npos ? "" : words.substr(end + 2);
+                word = word.substr(0, 2);
+            text.append(text.empty() ? "" : " ").append(word);
         }
-    }
     return text;
 }
 

@@ -34,9 +34,7 @@ int main(int argc, char** argv)
         return 2;
     }
     const SqxProgram* const programs[] = {
-        &ShaderqxProgram(),
-        &SqxDumpProgram(),
-        &SqxMakeProgram(),
+        &ShaderqxProgram(), &SqxDumpProgram(), &SqxMakeProgram(),
 #ifdef SLC_HAS_SQXSHADE
         &SqxShadeProgram(),
 #endif

@@ -41,6 +41,19 @@ void AddWrapped(std::string& text, std::string_view words, std::size_t indent)
 
 }  // namespace
 
+std::vector<std::string_view> SqxSpellings(std::string_view words)
+{
+    constexpr std::string_view k_comma = ", ";
+    std::vector<std::string_view> spellings;
+    while (true) {
+        const std::size_t end = words.find(k_comma);
+        spellings.push_back(words.substr(0, end));
+        if (end == std::string_view::npos)
+            return spellings;
+        words.remove_prefix(end + k_comma.size());
+    }
+}
+
 std::string SqxHelpText(const SqxProgram& program)
 {
     std::string text = "Usage: ";

@@ -3,6 +3,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 // How a program presents itself is written once, as tables: its `--help`, its manual page and the
 // completion of its command line are made of them. All texts are literals, which last as long as
@@ -35,6 +36,9 @@ struct SqxProgram {
     std::span<const SqxEntry> examples;  // command, and what it does
     std::string_view fileEndings;        // of files that it takes, for completion: "sl sqx"
 };
+
+/// The spellings that such a word stands for: "-o" and "--output". Parts of the text.
+[[nodiscard]] std::vector<std::string_view> SqxSpellings(std::string_view words);
 
 /// "Usage: ...", the description and the options, as `--help` prints them, wrapped at 100
 /// characters.

@@ -5,6 +5,10 @@
 
 #include "options/SqxOptionWords.h"
 
+#include <algorithm>
+
+#include "options/SqxOptionTable.h"
+
 bool SqxOptionWords::Next()
 {
     if (m_isBegun)
@@ -24,13 +28,8 @@ bool SqxOptionWords::IsOption() const
 
 bool SqxOptionWords::Is(std::string_view spellings) const
 {
-    constexpr std::string_view k_comma = ", ";
-    std::size_t end = spellings.find(k_comma);
-    while (end != std::string_view::npos && spellings.substr(0, end) != Word()) {
-        spellings.remove_prefix(end + k_comma.size());
-        end = spellings.find(k_comma);
-    }
-    return spellings.substr(0, end) == Word();
+    const std::vector<std::string_view> all = SqxSpellings(spellings);
+    return std::find(all.begin(), all.end(), Word()) != all.end();
 }
 
 std::optional<std::string> SqxOptionWords::Value(std::string_view option, std::string_view what)
