@@ -161,8 +161,8 @@ bool SlcFuncVarListSymbolEntry::CheckTypeArgs(const SlcCallArgs& args,
         if (!leaf)
             return false;
     }
-    // A name at the end lacks its value.
-    return !leaf->IsPairName();
+    // A name at the end lacks its value. There is no end where even the head is not whole.
+    return !leaf || !leaf->IsPairName();
 }
 
 SlcFuncVarArgExpr* SlcFuncVarListSymbolEntry::VarArgBegin()
