@@ -162,7 +162,7 @@ void SlcCheckUsage::Case(SlcProcCallExprNode* node)
     const std::vector<SlcCallFormal> formals = SlcFormalsOf(*node);
     for (std::size_t i = 0; i < formals.size(); ++i) {
         if (formals[i].isOutput)
-            WalkPlace(arguments[i].get());
+            WalkPlace(*arguments[i]);
         else
             arguments[i]->ApplyWalker(this);
     }
@@ -182,14 +182,14 @@ void SlcCheckUsage::Case(SlcProcCallExprNode* node)
         Replay(*info->GetUsage(), node);
 }
 
-void SlcCheckUsage::WalkPlace(SlcExprNode* argument)
+void SlcCheckUsage::WalkPlace(SlcExprNode& argument)
 {
-    if (dynamic_cast<SlcIdentExprNode*>(argument))
+    if (dynamic_cast<SlcIdentExprNode*>(&argument))
         return;
-    if (auto* element = dynamic_cast<SlcArrayRefExprNode*>(argument))
+    if (auto* element = dynamic_cast<SlcArrayRefExprNode*>(&argument))
         element->GetIndex()->ApplyWalker(this);
     else
-        argument->ApplyWalker(this);
+        argument.ApplyWalker(this);
 }
 
 void SlcCheckUsage::PassOutput(SlcVarSymbolEntry& formal, Variable* argument,

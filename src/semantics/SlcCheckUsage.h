@@ -102,7 +102,7 @@ private:
     /// What the body of a called function does to variables further out.
     void Replay(SlcCheckUsage& function, SlcExprNode* call);
     /// Of an argument that is written to, what it takes to find its place.
-    void WalkPlace(SlcExprNode* argument);
+    void WalkPlace(SlcExprNode& argument);
     /// `formal` is an output of a called function.
     void PassOutput(SlcVarSymbolEntry& formal, Variable* argument, const SlcExprNode* call);
 
