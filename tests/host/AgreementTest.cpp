@@ -116,10 +116,11 @@ private:
         std::string path;  // of the shared object
     };
 
-    /// With both kernel sets, on grids of one point, and of fewer and more than a strip has.
+    /// With both kernel sets, on grids of one point, of one column, and of fewer points and more than
+    /// a strip has.
     static void ExpectSameBits(const Pair& pair)
     {
-        for (const QxGrid& grid : {QxGrid{1, 1}, k_smallGrid, QxGrid{37, 19}}) {
+        for (const QxGrid& grid : {QxGrid{1, 1}, QxGrid{1, 4}, k_smallGrid, QxGrid{37, 19}}) {
             const RunOutcome shared = RunShared(pair.path, pair.byteCode, grid);
             for (const QxKernelChoice kernels : {QxKernelChoice::Baseline, QxKernelChoice::Best})
                 EXPECT_EQ(
