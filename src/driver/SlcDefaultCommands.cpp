@@ -43,9 +43,9 @@ std::string DefaultPreprocessCommand()
     // preprocessor warns of, this alone is a matter of shaders, and `-w` knows no exception: so
     // the other warnings are filtered out, and the status goes round the filter. Of the files on
     // the way to a place each is told once, since a cycle of includes is 200 levels deep.
-    return "{ { LC_ALL=C cc -E -Wcomment -fno-diagnostics-show-caret -undef -nostdinc -x c "
-           "-DOMBRIUM "
-           "-DIRIX $cpp_options \"$input_file\" 2>&1 > \"$cpp_result\"; echo $? >&3; } | "
+    return "{ { LC_ALL=C cc -E -Wcomment -fno-diagnostics-show-caret -fno-extended-identifiers "
+           "-undef -nostdinc -x c -DOMBRIUM -DIRIX $cpp_options \"$input_file\" 2>&1 > "
+           "\"$cpp_result\"; echo $? >&3; } | "
            "sed '/: note: /d;/: warning: /{/-Wcomment/!d;};"
            "/^In file included /h;/^  *from /{G;/^ *\\(from .*\\)\\n.*\\1/d;h;s/\\n.*//;};"
            "/#include nested depth/s/(.*)/(do files include each other?)/' >&2; } 3>&1 | "

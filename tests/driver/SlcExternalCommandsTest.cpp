@@ -106,6 +106,7 @@ TEST_F(SlcExternalCommandsTest, DefaultPreprocessorPassesShadersThrough)
                                    "float linux = TWICE(unix); // OMBRIUM's\n"
                                    "string url = \"http://a//b\"; normal n = 'x';\n"
                                    "#pragma annotation \"q\"\n"
+                                   "float h\u00F6he \u2264 2;\n"
                                    "#ifdef OMBRIUM\nfloat ombrium;\n#endif\n");
     m_line.m_preprocessorOptions = "-I. ";
     m_line.m_preprocessCommand = DefaultPreprocessCommand();
@@ -113,7 +114,7 @@ TEST_F(SlcExternalCommandsTest, DefaultPreprocessorPassesShadersThrough)
     const std::string result = TemporaryFolder::Read("a.i");
     for (const char* kept :
          {"float included;\n", "float linux = (2 * unix);", "string url = \"http://a//b\";",
-          "normal n = 'x';", "float ombrium;", "# 1 \"inc.h\" 1\n"})
+          "normal n = 'x';", "float h\u00F6he \u2264 2;", "float ombrium;", "# 1 \"inc.h\" 1\n"})
         EXPECT_NE(result.find(kept), std::string::npos) << kept << " in " << result;
 }
 

@@ -222,6 +222,8 @@ TEST(SlcScanner, ReportsWhatIsNoToken)
     };
     static const ErrorCase cases[] = {
         {"a\n\tb $ c", ":2: ERROR: Invalid charcacter:\n\n   \tb $ c\n   \t ^\n"},
+        {"\na = \u201Cb", ":2: ERROR: Invalid charcacter:\n\n   a = \u201Cb\n      ^\n"},
+        {"\na \xE2\x80", ":2: ERROR: Invalid charcacter:\n\n   a \xE2\x80\n    ^\n"},
         {"\n\"a", ":2: ERROR: Invalid charcacter:\n\n   \"a\n   ^\n"},
         {"\n1e39", ":2: ERROR: Number is too large for a float:\n\n   1e39\n   ^\n"},
         {"\na 2147483648",
