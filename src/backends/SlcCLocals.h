@@ -19,6 +19,7 @@
 /// long: the body by functions beside it, the two for default values by statements of theirs.
 class SlcCLocals : private SlcCText {
 public:
+    /// Without locals at first. `out` outlives it.
     explicit SlcCLocals(std::ostream& out) : SlcCText(out) {}
 
     /// Adds the locals that `list` uses. Lists of one function bear locals of different names.
@@ -54,7 +55,9 @@ private:
     [[nodiscard]] PointSize SizeOfPoint() const;
     /// The order in which varying locals take their part of the block.
     [[nodiscard]] std::vector<SlcOperand> InBlockOrder() const;
+    /// Gives the local its part of the block, at `ptr`, and steps behind it.
     void GenVaryingLocal(const SlcOperand& local);
+    /// The local as a member of a structure of values.
     void GenMember(const SlcOperand& local);
     /// Declares `u` with the given locals, filled with zeros.
     void GenUniformStructure(const std::vector<SlcOperand>& members);

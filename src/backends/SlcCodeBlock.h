@@ -22,6 +22,7 @@ class SlcCodeBlock {
 public:
     using Report = std::function<void(std::string_view text)>;
 
+    /// `report` is called for each fault; the block goes on with some value.
     explicit SlcCodeBlock(Report report) : m_report(std::move(report)) {}
 
     /// Begins another block.
@@ -34,6 +35,7 @@ public:
     void AddConst(int value, std::string_view what);
     /// The number of a variable or constant, which some section of the file has declared.
     void AddVar(const SlcOperand& operand);
+    /// The next two: of each in turn, and nothing for a null operand.
     void AddVars(const std::deque<SlcOperand>& operands);
     void AddVarIfSet(const SlcOperand& operand);
     /// The place of a label, which may still be to come.

@@ -2,12 +2,12 @@
 // the argument. What no row takes is a fault or the input file.
 //
 //     -O3          {"-O3", SetLevel, 3, Word}          the argument is the row's text
-//     -Iinclude    {"-I", AddDirectory, 0, Prefix}     or begins with it: a directory to search, for
-//                                                      the preprocessor as well
+//     -Iinclude    {"-I", AddDirectory, 0, Prefix}     or begins with it
 //
 // A level sets each of its flags, so that a later one takes back what an earlier one has turned on.
 //
-// Tested by tests/driver/SlcCommandLineTest.cpp; tests/manual holds the manual page against `--help`.
+// Tested by tests/driver/SlcCommandLineTest.cpp; tests/manual holds the manual page
+// against `--help`.
 
 #include "driver/SlcCommandLine.h"
 

@@ -36,12 +36,19 @@ private:
 
     /// What was most likely meant, of all that the next ones know; empty if none of them does.
     [[nodiscard]] std::string Hint() const;
+    // `int i`, `float[3] w`
     [[nodiscard]] std::string HintOnTypes() const;
+    // `i++`, `a <> b`, `a ** b`
     [[nodiscard]] std::string HintOnSigns() const;
+    // `for (float i = 0; ...)`
     [[nodiscard]] std::string HintOnLoops() const;
+    // `if (x)`, `float b = x < 1;`
     [[nodiscard]] std::string HintOnConditions() const;
+    // parentheses and braces that do not match
     [[nodiscard]] std::string HintOnBraces() const;
+    // `surface () {}`, `float f(float x, float y)`
     [[nodiscard]] std::string HintOnDefinitions() const;
+    // `return;`, `x == 1;`, a line without its `;`
     [[nodiscard]] std::string HintOnStatements() const;
 
     /// The token so many places before the last one.

@@ -52,6 +52,7 @@ private:
                                            SlcDetailNode* detail);
     /// At each point, or once if everything is uniform. Null for a void call.
     [[nodiscard]] SlcOperand GenPlainCall(const BuiltInCall& call, ArgumentList list);
+    /// The call in a block of that detail; `result` may be null.
     void AddPlainCall(const BuiltInCall& call, const SlcOperand& result, ArgumentList list,
                       SlcDetailNode* detail);
     /// In the given form, outside of blocks.
@@ -88,11 +89,14 @@ private:
     /// Fatal if the kind of shader has no such variable; `function` names the place in the report.
     [[nodiscard]] SlcOperand PredefinedOperand(const SlcPtr<SlcVarSymbolEntry>& entry,
                                                const BuiltInCall& call, const char* function);
+    /// The call of a primitive that looks at neighbours. Under a varying condition it warns with
+    /// `warning`, and a temporary of `typeInCondition` takes the result.
     [[nodiscard]] SlcOperand GenDerivative(const BuiltInCall& call, SlcTypeNode* typeInCondition,
                                            const char* warning);
     // Those with other arguments, SlcBuiltInLoweringForms.cpp.
     [[nodiscard]] SlcOperand CreateBuiltInSpline(BuiltInCall& call);
     [[nodiscard]] SlcOperand CreateBuiltInFilterstep(BuiltInCall& call);
+    /// Where the interval ends that begins with `start`.
     [[nodiscard]] SlcOperand GenFilterstepEnd(const SlcOperand& start);
     [[nodiscard]] SlcOperand CreateBuiltInMessageFunction(BuiltInCall& call);
     /// Of all arguments but the last, which takes the answer.

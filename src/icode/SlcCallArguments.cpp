@@ -4,6 +4,8 @@
 //
 // A call is uniform if all its arguments are, and the checks say so too: a value that is uniform in
 // this expansion of a function may still stand in a temporary that varies.
+//
+// Tested by tests/icode/SlcGenInterCodeCallsTest.cpp.
 
 #include "icode/SlcCallArguments.h"
 

@@ -14,8 +14,7 @@
 // (ClearOutsideCondition), and inverting one stays within the flag around it
 // (SlcInvertBoolFlagICode).
 //
-// Tested by tests/icode/SlcGenInterCodeTest.cpp and its neighbours, whose rows are exact lists of
-// instructions, and with values by tests/run.
+// Tested by tests/icode/SlcConditionsTest.cpp and, with values, by tests/run.
 
 #include "icode/SlcConditions.h"
 

@@ -23,6 +23,7 @@ public:
         SlcOperand uniformFlag;  // true when some point is active; may be null
     };
 
+    /// Both outlive it.
     SlcConditions(SlcListBuilder& list, const SlcOptionsControl& options)
         : m_list(list),
           m_options(options)
@@ -82,6 +83,7 @@ public:
     void OutsideParallelCond() { --m_parallelCondDepth; }
     /// Around a body that runs at the points where the varying `flag` is true.
     void EnterCondition(const SlcOperand& flag, const SlcOperand& uniformFlag);
+    /// Behind it; the level that `EnterCondition` opened must be the innermost.
     void LeaveCondition();
 
     // Questions about the place.

@@ -34,6 +34,7 @@ class SlcSemanticError;
 /// variables the operands that stand for them.
 class SlcGenInterCode : public SlcCodeWalker, public SlcCollectable {
 public:
+    /// `options` outlive it.
     SlcGenInterCode(SlcPtr<SlcSemanticError> errors, SlcOptionsControl& options);
     ~SlcGenInterCode() override;
 
@@ -85,21 +86,26 @@ private:
 
     /// `value` as a variable that a parameter of type `type` can be copied from.
     [[nodiscard]] SlcOperand InitialValue(const SlcOperand& value, SlcTypeNode* type);
+    /// Told, unused: comments on places in the source would be made here.
     void GenLineNumberInfo(SlcSyntaxNode* node);
     /// Walks an expression and pops its value.
     [[nodiscard]] SlcOperand Evaluate(SlcSyntaxNode* expr);
     // Arithmetic and constructors.
     void GenBinOp(SlcBinOpExprNode* node);
+    /// The sixteen values.
     [[nodiscard]] std::deque<SlcOperand> EvaluateMatrix(SlcMatrixExprNode* node);
 
     // Assignments.
     [[nodiscard]] Target GenTarget(SlcAssignExprNode* node);
+    /// The value of `expr`, if possible in `target`: whoever computes it asks `GetResultVar` for a
+    /// place.
     [[nodiscard]] SlcOperand EvaluateInto(SlcExprNode* expr, const SlcOperand& target);
     /// By the form for the whole grid where that may stand.
     void GenAssignment(const SlcOperand& lhs, const SlcOperand& rhs);
     /// `value` if it is uniform, else a uniform temporary that it has been assigned to. For who
     /// updates a uniform variable by it: in a block for each point that would happen once a point.
     [[nodiscard]] SlcOperand UniformValue(const SlcOperand& value);
+    /// `lhs = lhs op rhs`, and for an element below.
     void GenArithAssignment(SlcAssignExprNode* node, const SlcOperand& lhs, SlcOperand rhs);
     void GenElementAssignment(SlcAssignExprNode* node, const SlcOperand& array, bool valueUsed);
     /// `dest = right`, or `dest = left op right` for `+=` and the like.
@@ -169,6 +175,7 @@ private:
     [[nodiscard]] SlcOperand GenCondition(SlcIfThenStmtNode* node);
     /// Lowers `branch` for the points of the varying `flag`; sets `uniformFlag` from it.
     void GenBranch(SlcStmtNode* branch, const SlcOperand& flag, const SlcOperand& uniformFlag);
+    /// One of the values, by a jump.
     void GenUniformCondExpr(SlcCondExprNode* node, const SlcOperand& flag);
     /// Both values are computed, each for its points.
     void GenVaryingCondExpr(SlcCondExprNode* node, const SlcOperand& flag);
@@ -177,12 +184,14 @@ private:
     void GenerateLoopCondition(LoopTest& test);
     /// Up to the body. The caller lowers that, as `cond` of the test says, and calls `EndLoop`.
     [[nodiscard]] LoopTest BeginLoop(SlcLoopStmtNode* node, SlcRelationNode* relation);
+    /// The way back and the end, with flags released.
     void EndLoop(LoopTest& test);
     void GenUniformLoopBody(SlcLoopStmtNode* node, const LoopTest& test, const SlcLabel& next);
     [[nodiscard]] bool GenParallelLoopBody(SlcLoopStmtNode* node, const LoopTest& test,
                                            const SlcLabel& continueLabel);
     /// Lowers an expression that stands as a statement, and drops its value.
     void GenUnusedValue(SlcExprNode* expr);
+    /// There are points that could leave the loops; if not, `refusal` is reported.
     [[nodiscard]] bool MayLeave(SlcLoopModStmtNode* node, const char* refusal);
 
     // Bodies of functions.
@@ -196,6 +205,7 @@ private:
     void GenPlainBody(SlcProcCallExprNode* call, SlcStmtNode* body);
     /// The type of what the call gives, of an array with a length: one that is unknown is reported.
     [[nodiscard]] SlcTypeNode* TypeOfResult(SlcProcCallExprNode* call);
+    /// `result = value`, of arrays element by element.
     void GenCopy(const SlcOperand& result, const SlcOperand& value);
     /// What a point has that does not return.
     void GenZero(const SlcOperand& result);
@@ -211,10 +221,12 @@ private:
     void GenUserCall(SlcProcCallExprNode* call);
     /// Reports the first function that would make the code too large; false from then on.
     [[nodiscard]] bool MayExpand(SlcProcCallExprNode* call, const SlcFuncInfo& info);
+    /// Gives the formals of the function the operands of the arguments on the stack.
     [[nodiscard]] std::vector<SlcOperand> BindFormals(SlcProcCallExprNode* call,
                                                       const SlcFuncInfo& info);
     /// Binds the formal to the last value on the stack, argument `position` of the call.
     void BindFormal(SlcProcCallExprNode* call, SlcVarSymbolEntry& formal, std::size_t position);
+    /// A variable of the formal's type and detail with this value.
     [[nodiscard]] SlcOperand CopiedForFormal(const SlcVarSymbolEntry& formal,
                                              const SlcOperand& value);
 
@@ -227,6 +239,7 @@ private:
     /// Lowers the body of `illuminate` or `solar` for the points of `flag`; at the others the light
     /// is black.
     void GenLitBody(SlcLoopStmtNode* node, const SlcOperand& flag, const SlcOperand& uniformFlag);
+    /// The loop with a test for each light, whether it reaches a point within the cone.
     void GenConeLoop(SlcIlluminanceStmtNode* node, const Cone& cone, const SlcPtr<SlcICode>& begin);
     /// Has the lights run for the points at `position`, which may be uniform.
     void EnterLightLoop(const SlcOperand& position);

@@ -9,7 +9,7 @@
 // A conditional expression is the same with one variable for both values. In a list that runs
 // without a grid every condition is uniform.
 //
-// Tested by tests/icode/SlcGenInterCodeTest.cpp.
+// Tested by tests/icode/SlcGenInterCodeConditionsTest.cpp.
 
 #include "icode/SlcGenInterCode.h"
 

@@ -9,6 +9,8 @@
 //
 // In a list that runs without a grid there is one point, so that all flags would be uniform: there
 // the statements that leave a loop are jumps.
+//
+// Tested by tests/icode/SlcGenInterCodeLoopsTest.cpp.
 
 #include <utility>
 

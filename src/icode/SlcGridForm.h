@@ -16,6 +16,7 @@ struct SlcGridForm {
     bool simd = false;     // runs over the grid by itself
     SlcOperand condition;  // the points that it is then limited to; null for all
 
+    /// Once, or at each point of a run; and over all points.
     [[nodiscard]] static SlcGridForm Plain() { return {false, nullptr}; }
     [[nodiscard]] static SlcGridForm Whole() { return {true, nullptr}; }
     /// At the points where the varying `flag` is true; at all if it is null.

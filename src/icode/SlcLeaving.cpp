@@ -1,11 +1,12 @@
 // Leaving loops and bodies.
 //
-//     while (x) { if (y) break; z; }      flags: c of the loop's round, l of the loop, f of the
-//     `if`
+//     while (x) { if (y) break; z; }      flags: l of the loop, c of its round, f of the `if`
 //
 // `break l f c` clears the three at the points where f is true: f so that the rest of the branch
 // does not run for them, c for the rest of the round, l for all rounds to come. A `continue` leaves
 // l alone. Flags between, of conditions and of inner loops, are cleared with them.
+//
+// Tested by tests/icode/SlcGenInterCodeLoopsTest.cpp and SlcGenInterCodeBodiesTest.cpp.
 
 #include "icode/SlcLeaving.h"
 

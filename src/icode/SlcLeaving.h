@@ -25,6 +25,7 @@ public:
         bool ended = false;     // at a `return` that all points reach; its value is on the stack
     };
 
+    /// Both outlive it.
     SlcLeaving(SlcListBuilder& list, SlcConditions& conditions)
         : m_list(list),
           m_conditions(conditions)
@@ -70,6 +71,7 @@ private:
         bool isContinued = false;
     };
 
+    /// The innermost is at level 1.
     [[nodiscard]] Loop& LoopAt(std::size_t level) { return m_loops[m_loops.size() - level]; }
     void AddLoopFlags(std::deque<SlcOperand>& flags, std::size_t count);
     void GenLeave(const SlcPtr<SlcICode>& leave, std::deque<SlcOperand>& flags,

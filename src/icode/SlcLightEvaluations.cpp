@@ -6,7 +6,8 @@
 //
 // What the body of a loop does is known only behind it, while the copy of its points stands in
 // front of it. So the places are noted by their instructions, and all goes into the list at its
-// end. Tested by tests/icode/SlcGenCallsTest.cpp and, with values, by tests/run/LightTest.cpp.
+// end. Tested by tests/icode/SlcGenInterCodeCallsTest.cpp and, with values, by
+// tests/run/LightTest.cpp.
 
 #include "icode/SlcLightEvaluations.h"
 

@@ -15,6 +15,7 @@ class SlcShaderTypeNode;
 /// theirs behind, which are not those for `P`.
 class SlcLightEvaluations {
 public:
+    /// `list`, which is empty, outlives it.
     explicit SlcLightEvaluations(SlcListBuilder& list) : m_list(list) {}
 
     /// In front of a function that looks at the lights for `P`, and behind the call. Both are

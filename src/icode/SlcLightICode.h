@@ -58,6 +58,7 @@ public:
 /// (position, axis, angle)`. Reads `L`.
 class SlcCheckIlluminanceICode : public SlcICodeOf<SlcCheckIlluminanceICode, SlcICode> {
 public:
+    /// `flag` varies; the points of `position` are those that the lights have run for.
     SlcCheckIlluminanceICode(SlcOperand flag, SlcOperand position, SlcOperand axis,
                              SlcOperand angle, SlcGridForm form)
         : m_flag(std::move(flag)),

@@ -3,6 +3,8 @@
 // A temporary lives to the end of its statement and then serves another value: `SlcTempPools` keeps
 // those of each kind. One with a role of its own, as the result of a body with early returns, comes
 // from `MakeTempVar` and is never given free.
+//
+// Tested by tests/icode/SlcGenInterCodeTest.cpp.
 
 #include "icode/SlcListBuilder.h"
 

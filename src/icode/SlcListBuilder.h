@@ -21,6 +21,7 @@ public:
     /// of the shader. There every detail is uniform.
     enum class Runs { OnGrid, OncePerInstance };
 
+    /// Without a list until `Start`. `options` outlive it.
     explicit SlcListBuilder(const SlcOptionsControl& options) : m_options(options) {}
 
     /// Begins a new list, with no temporary of another one in reach.

@@ -38,7 +38,9 @@ private:
     };
     using SavedKinds = std::array<SavedKind, 6>;
 
+    /// What `inner` has lost to its result, `outer` has lost too.
     static void NoteTaken(SavedKind& outer, const SavedKind& inner);
+    /// Of the kind among `m_kinds`; `k_noPool` for a type without a pool.
     [[nodiscard]] static std::size_t PlaceOf(const SlcTypeNode* type, const SlcDetailNode* detail);
 
     static constexpr std::size_t k_noPool = 6;

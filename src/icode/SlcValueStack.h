@@ -12,6 +12,7 @@
 /// before the sum reads it. Who pops it then gets a copy, made in front of the write.
 class SlcValueStack {
 public:
+    /// Both outlive it.
     SlcValueStack(SlcListBuilder& list, SlcConditions& conditions)
         : m_list(list),
           m_conditions(conditions)
@@ -57,9 +58,13 @@ private:
         std::vector<SlcPtr<SlcICode>> codes;
     };
 
+    /// Code behind `mark` writes the operand, or the array that it refers to.
     [[nodiscard]] bool WrittenSince(const SlcOperand& operand, std::size_t mark);
+    /// A copy of the operand, made at the place `mark`.
     [[nodiscard]] SlcOperand CopyAt(const SlcOperand& operand, std::size_t mark);
+    /// Of all code since the last look.
     void NoteWrites();
+    /// Puts the copies into the list, each at its place.
     void InsertLateCopies();
 
     SlcListBuilder& m_list;

@@ -36,12 +36,15 @@ private:
         std::array<SlcOperand, k_branches> constants;
     };
 
+    /// The way to a variable at a level of inner nodes; at level 0 its place in the leaf.
     [[nodiscard]] static int Branch(int level, int variable)
     {
         return (variable >> (level * k_bits)) & (k_branches - 1);
     }
+    /// `node` with one constant changed, as a new node; a null node has none.
     [[nodiscard]] static SlcPtr<Node> With(const SlcPtr<Node>& node, int level, int variable,
                                            const SlcOperand& constant);
+    /// What both have alike; the node itself where they share it.
     [[nodiscard]] static SlcPtr<Node> Common(const SlcPtr<Node>& first, const SlcPtr<Node>& second,
                                              int level);
 

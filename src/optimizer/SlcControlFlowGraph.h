@@ -21,6 +21,7 @@ public:
     SlcControlFlowGraph(const SlcControlFlowGraph&) = delete;
     SlcControlFlowGraph& operator=(const SlcControlFlowGraph&) = delete;
 
+    /// In code order, by their ids.
     [[nodiscard]] const std::vector<SlcBasicBlock>& Blocks() const { return m_blocks; }
 
 private:

@@ -27,6 +27,7 @@ public:
     /// Puts known constants into the operands that an instruction reads, and takes note of what
     /// it writes.
     void Propagate(const SlcPtr<SlcICode>& code);
+    /// Keeps what is known here for the blocks behind.
     void LeaveBlock(const SlcBasicBlock& block);
     /// The block at hand goes on to that successor no more, so that nothing comes from there.
     void DropEdge(const SlcBasicBlock& block, int successor);

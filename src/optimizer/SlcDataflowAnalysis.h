@@ -47,6 +47,7 @@ public:
     /// it writes it. O(1), and O(successors).
     [[nodiscard]] bool IsLiveIn(int block, int variable) const;
     [[nodiscard]] bool IsLiveOut(int block, int variable) const;
+    /// For passes that work on whole words of variables.
     [[nodiscard]] const std::vector<Group>& Groups() const { return m_groups; }
     /// Variables of a group that are alive at the end of a block of its stretch, as bits.
     [[nodiscard]] std::uint64_t AliveBehind(const Group& group, int block) const;
@@ -84,9 +85,11 @@ private:
 
     /// What each block reads before it writes, and what it writes.
     void CollectBlockSets();
+    /// Those that may be alive at some border, with the stretch where they can be.
     [[nodiscard]] std::vector<Followed> FollowedVariables() const;
     /// By stretches that lie together, and solves each.
     void MakeGroups(const std::vector<Followed>& followed);
+    /// Enters what blocks use and define.
     void FillGroups();
     /// The equations of liveness for the variables of a group, to their smallest solution.
     void Solve(Group& group);
@@ -112,12 +115,14 @@ private:
 /// instruction to its first.
 class SlcLiveTest {
 public:
+    /// `analysis` must be up to date, and outlive it.
     explicit SlcLiveTest(SlcDataflowAnalysis& analysis)
         : m_analysis(analysis),
           m_seen(analysis.Variables().Count())
     {
     }
 
+    /// Nothing of the block has been stepped over.
     void StartAtEndOf(int block) { m_block = block; }
     /// Behind the instruction at hand.
     [[nodiscard]] bool IsLive(int variable) const;

@@ -18,6 +18,7 @@ public:
     /// same, but no number.
     explicit SlcVariableNumbers(const SlcListICode& list);
 
+    /// Numbers run from 0 to one below it.
     [[nodiscard]] int Count() const { return static_cast<int>(m_variables.size()); }
     [[nodiscard]] const SlcOperand& Variable(int number) const { return m_variables[number]; }
     /// -1 for a constant and for what is not followed.
@@ -40,6 +41,7 @@ private:
 /// Reads and writes of what has no number are left out.
 class SlcDefUse : public SlcOperandWalker {
 public:
+    /// `variables`, which it asks for predefined ones, outlive it.
     explicit SlcDefUse(const SlcVariableNumbers& variables);
 
     /// Valid until the next call. A number can occur twice in `uses` or `defs`.

@@ -22,6 +22,7 @@ public:
     void Add(const SlcPtr<SlcICode>& code, const Arrays& arrays);
     /// Costs what `next` has.
     [[nodiscard]] bool MayJoin(const SlcUniformAccess& next) const;
+    /// Adds what `next` touches.
     void Join(const SlcUniformAccess& next);
 
 private:

@@ -81,6 +81,7 @@ private:
     /// What an alias stands for; null for what is always set or has been reported.
     [[nodiscard]] Variable* Find(const SlcPtr<SlcVarSymbolEntry>& named);
     [[nodiscard]] Variable* Find(SlcVarSymbolEntry* entry);
+    /// Its state at the point that the walk has reached.
     [[nodiscard]] static SlcVariableUsage& UsageOf(Variable& variable);
     /// Its reads are reported here, and not where the function is called.
     [[nodiscard]] static bool IsJudgedHere(const Variable& variable);
@@ -93,6 +94,7 @@ private:
     void VarIsModifiedInTable(Variable* variable, bool maybe);
     /// It is read at `expr`, which is reported there if it may not be set.
     void VarIsAccessedInTable(Variable* variable, bool maybe, SlcExprNode* expr);
+    /// A warning at `expr` that the variable is not, or may not be, set.
     void LogAccessError(const SlcExprNode* expr, const Variable& variable, bool maybe);
 
     /// Two branches of which one runs.

@@ -67,6 +67,7 @@ private:
         Chunk* before;
     };
 
+    /// Of a room that `Take` gave.
     [[nodiscard]] static Header& HeaderOf(void* room) { return static_cast<Header*>(room)[-1]; }
     /// What is left of the chunk at hand is lost.
     void BeginChunk();

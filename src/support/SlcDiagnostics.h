@@ -11,6 +11,7 @@ class SlcCompilationSevereError {};
 
 /// What the driver reported before the parse is not part of the compile's counts.
 void ResetNbErrorsAndWarnings();
+/// Counts one; the reports below do it by themselves.
 void AddError();
 void AddWarning();
 [[nodiscard]] int NbErrors();
