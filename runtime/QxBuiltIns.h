@@ -269,7 +269,7 @@ template <class Value, class Where, class Result, class Operand>
 inline void QxDerivativeAlong(const QxGrid& grid, QxGridAxis axis, const Where& where,
                               Result&& result, const Operand& operand, float spacing)
 {
-    const QxWholeOperand<Value, Operand> values(operand, grid.Size());
+    const QxWholeOperand<Value, Operand> values(operand, grid.Size(), nullptr);
     QxOverNeighbours<Value>(grid, where, result, [&](Value* out) {
         QxDerivative(out, values.Data(), spacing, grid, axis, where);
     });
@@ -279,8 +279,8 @@ template <class Value, class Where, class Result, class Numerator, class Denomin
 inline void QxDerivativeByOperand(const QxGrid& grid, const Where& where, Result&& result,
                                   const Numerator& numerator, const Denominator& denominator)
 {
-    const QxWholeOperand<Value, Numerator> over(numerator, grid.Size());
-    const QxWholeOperand<float, Denominator> by(denominator, grid.Size());
+    const QxWholeOperand<Value, Numerator> over(numerator, grid.Size(), nullptr);
+    const QxWholeOperand<float, Denominator> by(denominator, grid.Size(), nullptr);
     QxOverNeighbours<Value>(grid, where, result, [&](Value* out) {
         QxDerivativeBy(out, over.Data(), by.Data(), grid, where);
     });
@@ -290,17 +290,14 @@ template <class Where, class Result, class Operand>
 inline void QxAreaOfOperand(const QxGrid& grid, const Where& where, Result&& result,
                             const Operand& operand)
 {
-    const QxWholeOperand<QxVector3, Operand> points(operand, grid.Size());
-    QxOverNeighbours<float>(grid, where, result,
-                            [&](float* out) { QxArea(out, points.Data(), grid, where); });
+    const QxWholeOperand<QxVector3, Operand> points(operand, grid.Size(), &QxAt(result, 0));
+    QxArea(result, points.Data(), grid, where);
 }
 
 template <class Where, class Result, class Operand>
 inline void QxNormalOfOperand(const QxGrid& grid, const Where& where, Result&& result,
                               const Operand& operand, float du, float dv)
 {
-    const QxWholeOperand<QxVector3, Operand> points(operand, grid.Size());
-    QxOverNeighbours<QxVector3>(grid, where, result, [&](QxVector3* out) {
-        QxCalculateNormal(out, points.Data(), du, dv, grid, where);
-    });
+    const QxWholeOperand<QxVector3, Operand> points(operand, grid.Size(), &QxAt(result, 0));
+    QxCalculateNormal(result, points.Data(), du, dv, grid, where);
 }

@@ -88,11 +88,65 @@ inline void QxDifferences(Value* result, const Value* value, const QxGrid& grid,
     }
 }
 
-/// A difference over the step of the parameter; 0 over no step.
-template <class Value>
-inline Value QxQuotient(const Value& difference, float step)
+/// result = function(change along u, change along v) at the points of one row, where all points
+/// count, with the changes of `row` as `QxDifferences` tells them. No result is read again.
+template <class Result, class Value, class Function>
+inline void QxOfDifferencesInRow(Result* result, const Value* row, const Value* before,
+                                 const Value* behind, unsigned int columns,
+                                 const Function& function)
 {
-    return step != 0 ? difference * (1 / step) : difference * 0.0f;
+    const float spacing = before != row && behind != row ? 0.5f : 1.0f;
+    const unsigned int last = columns - 1;
+    result[0] = function(row[last > 0 ? 1 : 0] - row[0], (behind[0] - before[0]) * spacing);
+    for (unsigned int i = 1; i < last; ++i)
+        result[i] = function((row[i + 1] - row[i - 1]) * 0.5f, (behind[i] - before[i]) * spacing);
+    if (last > 0)
+        result[last] = function(row[last] - row[last - 1], (behind[last] - before[last]) * spacing);
+}
+
+/// The same at those of its points that count; the row starts at point `first`.
+template <class Result, class Value, class Where, class Function>
+inline void QxOfDifferencesWhere(Result&& result, const Value* value, const QxGrid& grid,
+                                 unsigned int first, const Where& where, const Function& function)
+{
+    const unsigned int end = first + grid.columns;
+    const auto change = [&](unsigned int i, unsigned int before, unsigned int behind) {
+        return (value[behind] - value[before]) * (before != i && behind != i ? 0.5f : 1.0f);
+    };
+    for (unsigned int i = first; i < end; ++i) {
+        if (!where(i))
+            continue;
+        const unsigned int left = i > first && where(i - 1) ? i - 1 : i;
+        const unsigned int right = i + 1 < end && where(i + 1) ? i + 1 : i;
+        const bool hasUp = first > 0 && where(i - grid.columns);
+        const bool hasDown = end < grid.Size() && where(i + grid.columns);
+        QxAt(result, i) = function(change(i, left, right), change(i, hasUp ? i - grid.columns : i,
+                                                                  hasDown ? i + grid.columns : i));
+    }
+}
+
+/// The same over a grid. `result` is not where `value` is.
+template <class Result, class Value, class Where, class Function>
+inline void QxOfDifferences(Result&& result, const Value* value, const QxGrid& grid,
+                            const Where& where, const Function& function)
+{
+    const unsigned int columns = grid.columns;
+    const auto* const results = QxBeside(&QxAt(result, 0), result);
+    for (unsigned int row = 0; row < grid.rows; ++row) {
+        const unsigned int first = row * columns;
+        const Value* const at = value + first;
+        if (results && QxIsEverywhere(where))
+            QxOfDifferencesInRow(&QxAt(result, first), at, row > 0 ? at - columns : at,
+                                 row + 1 < grid.rows ? at + columns : at, columns, function);
+        else
+            QxOfDifferencesWhere(result, value, grid, first, where, function);
+    }
+}
+
+/// What turns a difference into one over the step of the parameter; 0 over no step.
+inline float QxOver(float step)
+{
+    return step != 0 ? 1 / step : 0.0f;
 }
 
 /// The derivative of a value by the parameter of an axis, whose step is `spacing` everywhere.
@@ -102,7 +156,7 @@ inline void QxDerivative(Value* result, const Value* value, float spacing, const
 {
     QxDifferences(result, value, grid, axis, where);
     for (unsigned int i = 0; i < grid.Size(); ++i)
-        result[i] = QxQuotient(result[i], spacing);
+        result[i] = result[i] * QxOver(spacing);
 }
 
 /// The derivative of one value by another: along u and v, weighted by how the denominator changes
@@ -120,32 +174,27 @@ inline void QxDerivativeBy(Value* result, const Value* numerator, const float* d
     QxDifferences(byU.Data(), denominator, grid, QxGridAxis::U, where);
     QxDifferences(byV.Data(), denominator, grid, QxGridAxis::V, where);
     for (unsigned int i = 0; i < grid.Size(); ++i)
-        result[i] =
-            QxQuotient(alongU[i] * byU[i] + alongV[i] * byV[i], byU[i] * byU[i] + byV[i] * byV[i]);
+        result[i] = (alongU[i] * byU[i] + alongV[i] * byV[i]) *
+                    QxOver(byU[i] * byU[i] + byV[i] * byV[i]);
 }
 
-/// The normal of a surface whose points are given, not of unit length.
-template <class Where = QxAllPoints>
-inline void QxCalculateNormal(QxVector3* result, const QxVector3* points, float du, float dv,
+/// The normal of a surface whose points are given, not of unit length, at the points that count.
+template <class Result, class Where = QxAllPoints>
+inline void QxCalculateNormal(Result&& result, const QxVector3* points, float du, float dv,
                               const QxGrid& grid, const Where& where = Where())
 {
-    QxArray<QxVector3> alongU(grid.Size());
-    QxArray<QxVector3> alongV(grid.Size());
-    QxDerivative(alongU.Data(), points, du, grid, QxGridAxis::U, where);
-    QxDerivative(alongV.Data(), points, dv, grid, QxGridAxis::V, where);
-    for (unsigned int i = 0; i < grid.Size(); ++i)
-        result[i] = QxCross(alongU[i], alongV[i]);
+    QxOfDifferences(result, points, grid, where,
+                    [overU = QxOver(du), overV = QxOver(dv)](const QxVector3& u, const QxVector3& v) {
+                        return QxCross(u * overU, v * overV);
+                    });
 }
 
-/// The area that each shading point stands for.
-template <class Where = QxAllPoints>
-inline void QxArea(float* result, const QxVector3* points, const QxGrid& grid,
+/// The area that each shading point stands for, of those that count.
+template <class Result, class Where = QxAllPoints>
+inline void QxArea(Result&& result, const QxVector3* points, const QxGrid& grid,
                    const Where& where = Where())
 {
-    QxArray<QxVector3> alongU(grid.Size());
-    QxArray<QxVector3> alongV(grid.Size());
-    QxDifferences(alongU.Data(), points, grid, QxGridAxis::U, where);
-    QxDifferences(alongV.Data(), points, grid, QxGridAxis::V, where);
-    for (unsigned int i = 0; i < grid.Size(); ++i)
-        result[i] = QxLength(QxCross(alongU[i], alongV[i]));
+    QxOfDifferences(result, points, grid, where, [](const QxVector3& u, const QxVector3& v) {
+        return QxLength(QxCross(u, v));
+    });
 }

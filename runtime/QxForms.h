@@ -179,18 +179,45 @@ inline void QxOverGridAt(unsigned int points, const Where& where, const Function
             QxAt(result, i) = function(i, QxAt(arguments, i)...);
 }
 
-/// All values of an operand at once, for operations that read neighbouring points. A copy, since
-/// the operand may be one value for all points, or the result too.
+/// Where all values of an operand stand beside each other as values of the type that the first
+/// argument points to; null if they do not.
+template <class Value, class Operand>
+inline const Value* QxBeside(const Value*, const Operand&)
+{
+    return nullptr;
+}
+
+template <class Value>
+inline const Value* QxBeside(const Value*, const Value* const& values)
+{
+    return values;
+}
+
+template <class Value>
+inline const Value* QxBeside(const Value*, Value* const& values)
+{
+    return values;
+}
+
+/// All values of an operand at once, for operations that read neighbouring points: where they stand,
+/// or a copy if they are elsewhere for each point or the operation writes them.
 template <class Value, class Operand>
 class QxWholeOperand {
 public:
-    QxWholeOperand(const Operand& operand, unsigned int points) : m_values(points)
+    /// `result`: where the operation writes, which is all of the operand or none of it.
+    QxWholeOperand(const Operand& operand, unsigned int points, const void* result)
+        : m_values(QxBeside(static_cast<const Value*>(nullptr), operand)),
+          m_copies(m_values && m_values != result ? 0 : points)
     {
+        if (m_copies.Size() == 0)
+            return;
         for (unsigned int i = 0; i < points; ++i)
-            m_values[i] = QxAt(operand, i);
+            m_copies[i] = QxAt(operand, i);
+        m_values = m_copies.Data();
     }
-    const Value* Data() const { return m_values.Data(); }
+    const Value* Data() const { return m_values; }
 
 private:
-    QxArray<Value> m_values;
+    const Value* m_values;
+    QxArray<Value> m_copies;
 };

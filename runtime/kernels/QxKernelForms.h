@@ -305,6 +305,13 @@ inline Value& QxAt(const GridOperand<Value>& operand, unsigned int point)
     return operand.values[point * operand.step];
 }
 
+/// The run time's headers ask where neighbours stand.
+template <class Value>
+inline const Value* QxBeside(const Value*, const GridOperand<Value>& operand)
+{
+    return operand.step != 0 ? operand.values : nullptr;
+}
+
 template <class Value>
 inline GridOperand<Value> Operand(const QxMachineState& state, const QxCode& code, std::size_t k)
 {

@@ -253,6 +253,46 @@ TEST(QxDerivatives, ReadOnlyThePointsThatCount)
     }
 }
 
+TEST(QxDerivatives, MakeNormalsAndAreasInPlaceToo)
+{
+    for (const QxGrid& grid :
+         {QxGrid{1, 1}, QxGrid{1, 4}, QxGrid{5, 1}, QxGrid{2, 3}, QxGrid{19, 6}})
+        for (const bool masked : {false, true}) {
+            std::vector<QxVector3> points;
+            std::vector<char> mask;
+            for (unsigned int i = 0; i < grid.Size(); ++i) {
+                const auto turn = static_cast<float>(i);
+                mask.push_back(masked && i % 3 == 1);
+                points.push_back(mask[i] ? QxVector3{NAN, NAN, NAN}
+                                         : QxVector3{turn * turn, 7 - turn, turn / 3});
+            }
+            const char* const off = mask.data();
+            const QxPointsIf<const char*> where = {off, false};
+            std::vector<QxVector3> alongU(grid.Size());
+            std::vector<QxVector3> alongV(grid.Size());
+            QxDifferences(alongU.data(), points.data(), grid, QxGridAxis::U, where);
+            QxDifferences(alongV.data(), points.data(), grid, QxGridAxis::V, where);
+            std::vector<float> areas(grid.Size());
+            std::vector<QxVector3> normals = points;
+            QxVector3* const inPlace = normals.data();
+            if (masked) {
+                QxAreaOfOperand(grid, where, areas.data(), points.data());
+                QxNormalOfOperand(grid, where, inPlace, inPlace, 0.5f, 0.25f);
+            } else {
+                QxAreaOfOperand(grid, QxAllPoints(), areas.data(), points.data());
+                QxNormalOfOperand(grid, QxAllPoints(), inPlace, inPlace, 0.5f, 0.25f);
+            }
+            for (unsigned int i = 0; i < grid.Size(); ++i) {
+                if (!where(i))
+                    continue;
+                const QxVector3 normal = QxCross(alongU[i] * 2, alongV[i] * 4);
+                EXPECT_EQ(areas[i], QxLength(QxCross(alongU[i], alongV[i])));
+                for (int k = 0; k < 3; ++k)
+                    EXPECT_EQ(normals[i][k], normal[k]) << i;
+            }
+        }
+}
+
 TEST(QxLights, CountWhatLiesOnTheBorderOfACone)
 {
     const QxVector3 axis = {0.3f, -1.1f, 0.7f};
