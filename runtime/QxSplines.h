@@ -39,22 +39,45 @@ inline const QxSplineBasis& QxFindSplineBasis(const char* name)
     return bases[0];
 }
 
-/// The spline at `position` (0 to 1, clamped; 0 for what is no number) over `count` control values, which `values(i)`
-/// gives. Values that do not fill a segment are left out; fewer than four give the first one.
+/// A place on a spline: its segment's first control value, and how far into the segment, 0 to 1.
+struct QxSplinePlace {
+    int first;
+    float at;
+};
+
+/// The place at `position` (0 to 1, clamped; 0 for what is no number) of at least four control
+/// values. Those that do not fill a segment are left out.
+inline QxSplinePlace QxPlaceOnSpline(const QxSplineBasis& basis, float position, int count)
+{
+    const int segments = (count - 4) / basis.step + 1;
+    const float place = position > 0 ? QxMin(position, 1) * static_cast<float>(segments) : 0;
+    const int segment = QxToInt(place, 0, segments - 1);
+    return {segment * basis.step, place - static_cast<float>(segment)};
+}
+
+/// What a control value, 0 to 3 from the segment's first one on, counts at a place of the segment.
+inline float QxSplineWeight(const QxSplineBasis& basis, int value, float at)
+{
+    const auto& w = basis.weights;
+    return ((w[0][value] * at + w[1][value]) * at + w[2][value]) * at + w[3][value];
+}
+
+/// The value of the spline: `values(i)` from `first` on, by their weights.
+template <class Value, class Values>
+inline Value QxWeigh(const Values& values, int first, float w0, float w1, float w2, float w3)
+{
+    return values(first) * w0 + values(first + 1) * w1 + values(first + 2) * w2 +
+           values(first + 3) * w3;
+}
+
+/// The spline at `position` over `count` control values, which `values(i)` gives; fewer than four
+/// give the first one.
 template <class Value, class Values>
 inline Value QxSpline(const QxSplineBasis& basis, float position, int count, const Values& values)
 {
     if (count < 4)
         return values(0);
-    const int segments = (count - 4) / basis.step + 1;
-    const float place = position > 0 ? QxMin(position, 1) * static_cast<float>(segments) : 0;
-    const int segment = QxToInt(place, 0, segments - 1);
-    const float t = place - static_cast<float>(segment);
-    const auto weight = [&](int value) {
-        const auto& w = basis.weights;
-        return ((w[0][value] * t + w[1][value]) * t + w[2][value]) * t + w[3][value];
-    };
-    const int first = segment * basis.step;
-    return values(first) * weight(0) + values(first + 1) * weight(1) +
-           values(first + 2) * weight(2) + values(first + 3) * weight(3);
+    const QxSplinePlace place = QxPlaceOnSpline(basis, position, count);
+    const auto weight = [&](int value) { return QxSplineWeight(basis, value, place.at); };
+    return QxWeigh<Value>(values, place.first, weight(0), weight(1), weight(2), weight(3));
 }

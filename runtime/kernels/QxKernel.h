@@ -122,6 +122,7 @@ namespace qxbaseline {
 [[nodiscard]] QxKernelRows FilterKernels();
 [[nodiscard]] QxKernelRows NeighbourKernels();
 [[nodiscard]] QxKernelRows LightKernels();
+[[nodiscard]] QxKernelRows SplineKernels();
 [[nodiscard]] QxKernelRows StatementKernels();
 }  // namespace qxbaseline
 namespace qxavx2 {
@@ -130,6 +131,7 @@ namespace qxavx2 {
 [[nodiscard]] QxKernelRows FilterKernels();
 [[nodiscard]] QxKernelRows NeighbourKernels();
 [[nodiscard]] QxKernelRows LightKernels();
+[[nodiscard]] QxKernelRows SplineKernels();
 [[nodiscard]] QxKernelRows StatementKernels();
 }  // namespace qxavx2
 

@@ -174,6 +174,22 @@ constexpr QxKernelRow RowPerPoint(std::string_view primitive, QxKernel kernel)
     return row;
 }
 
+inline constexpr QxStored k_any = QxStored::Any;
+
+/// The row of an instruction whose operands are of `Types`, and of `Rest` behind them: of any kind
+/// and number if that is void.
+template <class Rest, class... Types>
+constexpr QxKernelRow ListRow(std::string_view primitive, QxKernel kernel)
+{
+    QxKernelRow row;
+    row.primitive = primitive;
+    row.all = row.masked = kernel;
+    row.operands = k_stored<Types...>;
+    row.operandCount = sizeof...(Types);
+    row.rest = std::is_void_v<Rest> ? &k_any : k_stored<Rest>;
+    return row;
+}
+
 // Cheap functions, with a loop of its own for each choice of varying arguments, so that it becomes
 // one of vectors.
 

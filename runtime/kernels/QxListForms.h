@@ -37,22 +37,6 @@ using Text = const char*;
     return static_cast<char*>(state.values[operand.variable]) + place * BytesOf(operand.stored);
 }
 
-inline constexpr QxStored k_any = QxStored::Any;
-
-/// The row of an instruction whose operands are of `Types`, and of `Rest` behind them: of any kind
-/// and number if that is void.
-template <class Rest, class... Types>
-constexpr QxKernelRow ListRow(std::string_view primitive, QxKernel kernel)
-{
-    QxKernelRow row;
-    row.primitive = primitive;
-    row.all = row.masked = kernel;
-    row.operands = k_stored<Types...>;
-    row.operandCount = sizeof...(Types);
-    row.rest = std::is_void_v<Rest> ? &k_any : k_stored<Rest>;
-    return row;
-}
-
 /// The row of an instruction that looks at its operands itself.
 constexpr QxKernelRow Anything(std::string_view primitive, QxKernel kernel)
 {

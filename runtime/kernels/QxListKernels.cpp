@@ -94,38 +94,6 @@ constexpr QxKernelRow List(std::string_view primitive, Function)
         #NAME, [](RESULT& result, QxArguments arguments, int count,                                \
                   [[maybe_unused]] const char* theTypes) { NAME(result, arguments, count); })
 
-/// The name of the basis, if there is one, and the position stand before the control values.
-template <class Value, bool named>
-void Spline(QxMachineState& state, const QxCode& code, const QxPoints& points)
-{
-    Arguments arguments(state, code, 1);
-    constexpr int first = named ? 2 : 1;
-    const auto basisAt = [&](unsigned int point) {
-        return &QxFindSplineBasis(named ? QxArgument<Text>(arguments.At(point), 0) : "");
-    };
-    const bool oneBasis = !named || code.operands[1].step == 0;
-    const QxSplineBasis* basis = basisAt(points.first);
-    const auto result = Operand<Value>(state, code, 0);
-    for (unsigned int i = points.first; i < points.End(); ++i) {
-        if (!points(i))
-            continue;
-        if (!oneBasis)
-            basis = basisAt(i);
-        const QxArguments values = arguments.At(i);
-        QxAt(result, i) = QxSpline<Value>(
-            *basis, QxArgument<float>(values, first - 1), arguments.Count() - first,
-            [&](int k) -> const Value& { return QxArgument<Value>(values, first + k); });
-    }
-}
-
-template <class Rest, class... Types>
-constexpr QxKernelRow SplineRow(std::string_view primitive, QxKernel kernel)
-{
-    QxKernelRow row = ListRow<Rest, Types...>(primitive, kernel);
-    row.perPoint = true;
-    return row;
-}
-
 void Print(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {
     Arguments arguments(state, code, 0);
@@ -200,10 +168,6 @@ constexpr QxKernelRow k_rows[] = {
     LIST(CALL_PRIM_MAX_1D, float, float),
     LIST(CALL_PRIM_MIN_3D, Vector, Vector),
     LIST(CALL_PRIM_MAX_3D, Vector, Vector),
-    SplineRow<float, float, float>("CALL_PRIM_SPLINE_1D", Spline<float, false>),
-    SplineRow<Vector, Vector, float>("CALL_PRIM_SPLINE_3D", Spline<Vector, false>),
-    SplineRow<float, float, Text, float>("CALL_PRIM_SPLINE_BASIS_1D", Spline<float, true>),
-    SplineRow<Vector, Vector, Text, float>("CALL_PRIM_SPLINE_BASIS_3D", Spline<Vector, true>),
     LIST(CALL_PRIM_CONCAT, Text, Text),
     LIST(CALL_PRIM_FORMAT, void, Text, Text),
     ListRow<void, Text>("CALL_PRIM_PRINTF", Print),

@@ -15,10 +15,12 @@ QxKernelTable::QxKernelTable(bool avx2)
     using Rows = QxKernelRows (*)();
     const std::vector<Rows> baseline = {qxbaseline::OperatorKernels, qxbaseline::FunctionKernels,
                                         qxbaseline::FilterKernels,   qxbaseline::NeighbourKernels,
-                                        qxbaseline::LightKernels,    qxbaseline::StatementKernels};
+                                        qxbaseline::LightKernels,    qxbaseline::StatementKernels,
+                                        qxbaseline::SplineKernels};
     const std::vector<Rows> fast = {qxavx2::OperatorKernels, qxavx2::FunctionKernels,
                                     qxavx2::FilterKernels,   qxavx2::NeighbourKernels,
-                                    qxavx2::LightKernels,    qxavx2::StatementKernels};
+                                    qxavx2::LightKernels,    qxavx2::StatementKernels,
+                                    qxavx2::SplineKernels};
     std::vector<Rows> tables = avx2 ? fast : baseline;
     tables.insert(tables.end(), {qxcommon::SceneKernels, qxcommon::ListKernels,
                                  qxcommon::ReferenceKernels, qxcommon::ShadeopKernels});
