@@ -73,6 +73,9 @@ TEST(BuiltIns, OfNumbers)
     static const CallCase cases[] = {
         {"r", "radians(u) + degrees(v) + sin(u) + asin(u) + cos(u) + acos(u) + tan(u)"},
         {"r", "atan(u) + atan(u, 2) + pow(two, u) + exp(u) + sqrt(u) + inversesqrt(u + 1)"},
+        // An exponent of 1 has a way of its own where it is uniform.
+        {"r", "pow(u - 0.5, two - 1) + pow(k, two - 1) + pow(u - 0.5, v) + pow(two, two - 1)"},
+        {"", "r = pow(r - 0.25, two - 1);"},
         {"r", "log(u + 1) + log(u + 2, 2) + mod(u, 0.3) + abs(u - 1) + sign(u - 0.5)"},
         {"r", "min(u, v) + max(u, 0.3) + min(u, v, k) + max(u, v, k, 2) + clamp(u, 0.2, 0.7)"},
         {"r", "floor(u * 3) + ceil(u * 3) + round(u * 3) + step(0.4, u)"},
@@ -94,6 +97,8 @@ TEST(BuiltIns, OfNumbers)
         {"p", "spline(\"linear\", u, P, q, P, point 1)"},
         {"", "uniform float a[4] = {0, 1, 3, 2}; r += spline(u, a) + spline(\"bezier\", k, a);"},
         {"", "varying float a[4] = {0, 1, 3, 2}; a[1] = u; r += spline(v, a);"},
+        {"", "varying string b = \"linear\"; if (u > 0.4) b = \"bezier\"; r += spline(b, v, 0, k, "
+             "1, 2);"},
         {"r", "filterstep(0.4, u) + filterstep(0.2, k)"},
         {"r", "filterstep(0.4, u, \"width\", 2, \"filter\", \"box\")"},
         {"r", "filterstep(0.4, u, v) + filterstep(0.2, k, two) + filterstep(u, k, v)"},
