@@ -83,7 +83,8 @@ QX_KERNEL_CODE void OfOneBasis(const QxSplineBasis& basis, const GridOperand<Val
     });
 }
 
-/// The name of the basis, if there is one, and the position stand before the control values.
+/// The name of the basis, if there is one, and the position stand before the control values, of
+/// which there is at least one.
 template <class Value, bool named>
 void Spline(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {
@@ -117,7 +118,6 @@ void Spline(QxMachineState& state, const QxCode& code, const QxPoints& points)
     }
 }
 
-/// `Types` end with the first control value, of which there is at least one.
 template <class Rest, class... Types>
 constexpr QxKernelRow SplineRow(std::string_view primitive, QxKernel kernel)
 {
@@ -127,11 +127,10 @@ constexpr QxKernelRow SplineRow(std::string_view primitive, QxKernel kernel)
 }
 
 constexpr QxKernelRow k_rows[] = {
-    SplineRow<float, float, float, float>("CALL_PRIM_SPLINE_1D", Spline<float, false>),
-    SplineRow<Vector, Vector, float, Vector>("CALL_PRIM_SPLINE_3D", Spline<Vector, false>),
-    SplineRow<float, float, Text, float, float>("CALL_PRIM_SPLINE_BASIS_1D", Spline<float, true>),
-    SplineRow<Vector, Vector, Text, float, Vector>("CALL_PRIM_SPLINE_BASIS_3D",
-                                                   Spline<Vector, true>),
+    SplineRow<float, float, float>("CALL_PRIM_SPLINE_1D", Spline<float, false>),
+    SplineRow<Vector, Vector, float>("CALL_PRIM_SPLINE_3D", Spline<Vector, false>),
+    SplineRow<float, float, Text, float>("CALL_PRIM_SPLINE_BASIS_1D", Spline<float, true>),
+    SplineRow<Vector, Vector, Text, float>("CALL_PRIM_SPLINE_BASIS_3D", Spline<Vector, true>),
 };
 
 }  // namespace

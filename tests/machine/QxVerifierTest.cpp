@@ -70,6 +70,9 @@ TEST(QxVerifier, RefusesOperandsOfOtherTypes)
         {"CALL_PRIM_NOISE_FLOAT_3D uf uf", "%5 is not a point"},
         {"CALL_PRIM_SPLINE_BASIS_1D 4 uf us uf uf uf", ""},
         {"CALL_PRIM_SPLINE_BASIS_1D 4 uf us uf uf up", "%7 is not a float"},
+        {"CALL_PRIM_SPLINE_1D 2 uf uf uf", ""},
+        {"CALL_PRIM_SPLINE_1D 1 uf uf", "has too few arguments"},  // no control value
+        {"CALL_PRIM_SPLINE_BASIS_1D 2 uf us uf", "has too few arguments"},
         {"CALL_PRIM_MIN_1D 0 uf", "has too few arguments"},
         {"CALL_PRIM_MIN_1D -1 uf", "has a negative number of arguments"},
         {"CALL_PRIM_MIN_1D 30000 uf uf", "goes beyond the end of its block"},
