@@ -46,6 +46,18 @@ TEST(QxMath, GivesZeroWhereAFunctionHasNoValue)
     EXPECT_NEAR(QxAcos(-2), QX_PI_FLOAT, k_near);
 }
 
+TEST(QxMath, LeavesTheFirstPowerOfANumberAsItIs)
+{
+    // The machine relies on it where an exponent is 1 for all points.
+    for (int exponent = -149; exponent < 128; ++exponent)
+        for (const float mantissa : {1.0f, 1.1f, 1.9999999f, -1.0f, -1.7f}) {
+            const float x = std::ldexp(mantissa, exponent);
+            EXPECT_EQ(QxPow(x, 1), x);
+        }
+    EXPECT_FALSE(std::signbit(QxPow(-0.0f, 1)));
+    EXPECT_EQ(QxPow(INFINITY, 1), INFINITY);
+}
+
 TEST(QxMath, WrapsTheRemainderIntoThePeriod)
 {
     EXPECT_NEAR(QxMod(5.5f, 2), 1.5f, k_near);
