@@ -97,7 +97,8 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "!="; }
 };
 
-/// Base of "and" and "or". The right side runs only where the left one has not decided.
+/// Base of "and" and "or". The right side counts only where the left one has not decided, and need
+/// not run elsewhere.
 class SlcLogOpNode : public SlcVisitable<SlcLogOpNode, SlcRelationNode> {
 public:
     /// Stands where its left operand stands.

@@ -17,6 +17,13 @@ struct SlcPosition {
 /// Base of all nodes of the syntax tree: a position, one annotation slot, and the two steps of
 /// double dispatch. A node has one owner, its parent; lexical, type, detail and storage nodes
 /// belong to the pools of their classes instead and are never owned by a tree.
+///
+///     Ci = s * Cs;      SlcAssignStmtNode
+///                         SlcEqAssignExprNode
+///                           SlcIdentLValueNode       Ci
+///                           SlcMultExprNode
+///                             SlcIdentExprNode       s
+///                             SlcIdentExprNode       Cs
 class SlcSyntaxNode {
 public:
     /// Highest tree that reaches a pass. The parser refuses what would exceed it and reserves

@@ -20,7 +20,7 @@ struct SlcOuterScopes {
     SlcPtr<SlcSymbolTable> illuminance;  // shows those of a light loop; null if there is none
 };
 
-/// Where a declaration statement stands.
+/// Where a declaration statement stands, for what its initializer may call.
 struct SlcDeclarationPlace {
     bool inFunction = false;
     int lightNesting = 0;  // light statements around it

@@ -8,6 +8,8 @@
 
 /// What follows the first two arguments of `filterstep`: the second end of the interval, if the
 /// third argument can be a float, then names with values.
+///
+///     filterstep(e, s, s + ds, "filter", "box")      float, string, string
 class SlcFilterstepArgs {
 public:
     explicit SlcFilterstepArgs(SlcPtr<SlcSemanticError> errors) : m_errors(std::move(errors)) {}

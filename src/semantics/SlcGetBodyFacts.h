@@ -40,6 +40,7 @@ private:
     void Case(SlcProcCallExprNode* node) override;
     void Default(SlcSyntaxNode* node) override;
 
+    /// Up to a limit that no expansion reaches.
     void AddOperations(std::size_t count);
     /// The body reads or writes the variable; null is passed over.
     void Touch(const SlcPtr<SlcVarSymbolEntry>& variable);

@@ -11,6 +11,8 @@
 
 /// Picks the overload of one call from the wanted type, and the types of its arguments from the
 /// overload. The arguments have their sets of types; their own operands are left to the caller.
+///
+///     color c = mix(Cs, 1, 0.5)      wanted color: mix(color, color, float), by promotion of the 1
 class SlcResolveCall {
 public:
     /// For calls in `scope`, which is searched for the name. `shaderType` is null where it does not

@@ -6,9 +6,11 @@
 #include "frontend/SlcTextureNodes.h"
 #include "support/reports/SlcSemanticError.h"
 
-/// Checks one call of `texture`, `environment` or `shadow` and decides the types of its
-/// arguments: coordinates first, then names and values. The arguments have their sets of types;
-/// their own operands are left to the caller.
+/// Checks one call of `texture`, `environment` or `shadow` and decides the types of its arguments:
+/// coordinates first, then names and values. The arguments have their sets of types; their own
+/// operands are left to the caller.
+///
+///     texture("a"[1], s, t, "blur", 0.1)      s, t: coordinates; "blur": a name, of a float
 class SlcResolveTexture {
 public:
     explicit SlcResolveTexture(SlcPtr<SlcSemanticError> errors) : m_errors(std::move(errors)) {}

@@ -14,6 +14,7 @@ void ResetNbErrorsAndWarnings();
 /// Counts one; the reports below do it by themselves.
 void AddError();
 void AddWarning();
+/// Of this compile, so far.
 [[nodiscard]] int NbErrors();
 [[nodiscard]] int NbWarnings();
 

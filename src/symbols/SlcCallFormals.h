@@ -11,6 +11,10 @@ class SlcFuncVarArgSingle;
 class SlcProcCallExprNode;
 
 /// What the declaration of a function says of one argument of a call.
+///
+///     occlusion(P, N, 16, "bias", 0.1)       by the tree five: the name of a pair counts
+///                                            by the instruction nine: each value of the tail has
+///                                            its place, and the 0.1 is at position 4
 struct SlcCallFormal {
     SlcTypeNode* type;                         // any type takes the argument as it is
     SlcDetailNode* detail;                     // that the argument must have; may be unknown

@@ -15,6 +15,8 @@ void SlcAddTypeIfNotPresent(std::vector<SlcTypeNode*>& types, SlcTypeNode* type)
 
 /// What the semantic passes find out about an expression, one pass after the other: the types that
 /// it can have, the one that it has, its detail. The lowering reads the last two.
+///
+///     Ci = noise(s)        of the call: {float, color, point}, then color, then varying
 class SlcPossibleTypes : public SlcAnnotation {
 public:
     /// `types` in order of discovery.

@@ -31,10 +31,15 @@ struct SlcFuncArgsTypeError {
 
 /// The names of one scope as they stand at one point of the source.
 ///
-/// A scope grows with each declaration statement: `CreateCurrentScopeTable` gives the next table
-/// of the same scope, and a statement annotated with the table then current sees the names
-/// declared before it and no others. The tables of one scope share one index of names, so that a
-/// look-up costs O(log n) in the names of a scope, however many tables it has.
+/// A scope grows with each declaration statement: `CreateCurrentScopeTable` gives the next table of
+/// the same scope, and a statement annotated with the table then current sees the names declared
+/// before it and no others. The tables of one scope share one index of names, so that a look-up
+/// costs O(log n) in the names of a scope, however many tables it has.
+///
+///     float a = 1;              table 1 of the scope: a
+///     float b = a;              table 2: a, b
+///     { float a = b; }          a scope inside table 2, with an a of its own
+///     float c = a;              table 3: a, b, c
 ///
 /// Tables, entries and function infos form cycles, which `SlcDeleteTree` cuts.
 class SlcSymbolTable : public SlcCollectable {
