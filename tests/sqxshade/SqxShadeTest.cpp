@@ -141,6 +141,23 @@ TEST_F(SqxShade, ShowsASourceAndItsParameters)
     EXPECT_EQ(At(k_low, k_low).r, 0);
 }
 
+TEST_F(SqxShade, FindsHeadersAndLibrariesAsTheCompilerDoes)
+{
+    std::filesystem::create_directory(m_folder.Path() / "my headers");
+    WriteSource("my headers/level.h", "#define LEVEL LOW + ramp(0, steps)");
+    WriteSource("stairs.sl",
+                "#include \"level.h\"\nsurface stairs() { color steps[3] = {0.5, 0, 0}; "
+                "Oi = 1; Ci = LEVEL; }");
+    std::filesystem::copy(SLC_PATTERNS, m_folder.Path() / "patterns.so");
+    for (const char* kind : {"", " --dso"}) {
+        Shade("--square -I 'my headers' -D 'LOW=0 + 0.25' stairs.sl" + std::string(kind));
+        EXPECT_NEAR(At(k_middle, k_middle).r, 191, 1) << kind;
+    }
+    WriteSource("stairs.sl", "surface stairs() { Ci = missing; }");
+    EXPECT_EQ(Run("./stairs.sl"), 1);
+    EXPECT_TRUE(Messages().starts_with("./stairs.sl: In function stairs")) << Messages();
+}
+
 TEST_F(SqxShade, RunsEachKindOfShader)
 {
     Shade(Code("lamp", "light lamp() { solar(vector(0, 1, 0), 0) { Cl = 1; } }"));

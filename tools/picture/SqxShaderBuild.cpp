@@ -7,26 +7,16 @@
 #include "picture/SqxShaderBuild.h"
 
 #include <cstdlib>
-#include <fstream>
-#include <unistd.h>
 
+#include "compile/SqxSourceCompile.h"
 #include "picture/SqxPictureSettings.h"
-#include "process/SqxProcess.h"
 
-namespace {
-
-/// Without the lines that only tell which commands are the default.
-std::string ReadMessages(const std::filesystem::path& path)
+std::vector<std::string> SqxBuildOptions::LibraryFolders() const
 {
-    std::ifstream file(path);
-    std::string messages;
-    for (std::string line; std::getline(file, line);)
-        if (!line.starts_with("shaderqx: WARNING: 'SLC_C"))
-            messages += line + '\n';
-    return messages;
+    std::vector<std::string> searched = {std::filesystem::current_path().string()};
+    searched.insert(searched.end(), folders.begin(), folders.end());
+    return searched;
 }
-
-}  // namespace
 
 SqxShaderBuild::~SqxShaderBuild()
 {
@@ -54,23 +44,15 @@ std::string SqxShaderBuild::Build(const std::string& source, const SqxBuildOptio
     m_messages.clear();
     if (!std::filesystem::exists(source))
         throw SqxPictureError("There is no shader '" + source + "'");
-    const std::filesystem::path compiler = SqxProgramBeside("shaderqx");
-    if (access(compiler.c_str(), X_OK) != 0)
-        throw SqxPictureError("There is no compiler '" + compiler.string() + "'");
-    const std::filesystem::path folder = NewFolder();
-    SqxCommand command = {
-        {compiler, options.sharedObject ? "--dso" : "--int"}, folder, folder / "messages", {}};
+    std::vector<std::string> words = {options.sharedObject ? "--dso" : "--int"};
     for (const std::string& searched : options.folders)
-        command.words.push_back("-I" + searched);
+        words.push_back("-I" + searched);
     for (const std::string& definition : options.definitions)
-        command.words.push_back("-D" + definition);
-    command.words.push_back(std::filesystem::absolute(source));
-
-    const bool built = SqxRunCommand(command) == 0;
-    m_messages = ReadMessages(command.output);
+        words.push_back("-D" + definition);
+    SqxSourceCompile compile(source, std::move(words), NewFolder());
+    const bool built = compile.Run() == 0;
+    m_messages = compile.Messages();
     if (built)
-        for (const auto& file : std::filesystem::directory_iterator(folder))
-            if (file.path().extension() == ".sqx")
-                return file.path();
+        return compile.Output();
     throw SqxPictureError("Shader '" + source + "' does not compile");
 }

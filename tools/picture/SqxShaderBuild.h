@@ -9,6 +9,10 @@ struct SqxBuildOptions {
     bool sharedObject = false;         // in place of byte-code
     std::vector<std::string> folders;  // of included files and shadeop libraries, absolute
     std::vector<std::string> definitions;
+
+    /// Where what is built finds the shadeop libraries that the compiler has found: the working
+    /// directory comes first, as there.
+    [[nodiscard]] std::vector<std::string> LibraryFolders() const;
 };
 
 /// Compiles sources with the compiler that stands beside this program, in a folder that goes with

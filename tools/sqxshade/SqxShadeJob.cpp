@@ -52,7 +52,7 @@ SqxPictureSettings::Shader Load(const SqxShadeOptions::Shader& source,
         }
         std::cerr << build.Messages();
     }
-    std::shared_ptr<const QxShader> shader = QxShader::Open(path, options.folders);
+    std::shared_ptr<const QxShader> shader = QxShader::Open(path, options.LibraryFolders());
     auto values = SqxReadParameterValues(*shader, source.path, source.parameters);
     return {std::move(shader), std::move(values)};
 }

@@ -37,7 +37,7 @@ template <std::size_t count>
 
 [[nodiscard]] SqxViewCompileOptions CompileOptions(const SqxViewOptions& options)
 {
-    SqxViewCompileOptions result = {{options.warnings}, options.shade.build.folders};
+    SqxViewCompileOptions result = {{options.warnings}, options.shade.build.LibraryFolders()};
     for (const std::string& folder : options.shade.build.folders)
         result.words.push_back("-I" + folder);
     for (const std::string& definition : options.shade.build.definitions)
