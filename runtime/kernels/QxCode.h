@@ -23,7 +23,8 @@ enum class QxCodeStep : std::uint8_t {
     Stop,
 };
 
-/// An instruction, made ready to run.
+/// An instruction, made ready to run: 64 bytes, as many as a line of the cache has. Which
+/// fields count is said by the step; the translation fills them in, and a run only reads.
 struct QxCode {
     QxKernel all = nullptr;
     QxKernel masked = nullptr;
@@ -40,7 +41,8 @@ struct QxCode {
     bool pointwise = false;  // BeginParallel: one point after the other
 };
 
-/// A code block, made ready to run.
+/// A code block, made ready to run. Codes point into `operands`, which therefore stays as it is
+/// from then on; the block may be moved.
 struct QxProgramBlock {
     std::vector<QxCode> codes;          // ended by Stop
     std::vector<QxOperand> operands;    // of all instructions

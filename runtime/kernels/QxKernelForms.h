@@ -6,6 +6,23 @@
 // `QX_KERNEL_CODE` the attributes of its loops: only they are compiled for more than the baseline
 // processor, and the run time's inline functions become part of them. So no function that objects
 // share, and of which a linker keeps any one, needs more than the baseline processor.
+//
+// The rows of a table of kernels are made by the form that suits the primitive:
+//
+//     form         what it takes                           its loops
+//     Each         a function of one point's operands      one for any mix of uniform and varying
+//                                                          operands, which branches at each point
+//                                                          of a mask: costly ones such as `noise`
+//     Cheap        the same; the first operand is the      one for each mix, which computes all
+//                  result                                  points and keeps those of the mask, so
+//                                                          that it becomes one of vectors
+//     RowPerPoint  a kernel that looks at its operands     its own, see QxBlocks.h
+//     Row          the same, where points see each other   its own
+//
+//     Cheap<float, float, float>("ADD_FLOAT_FLOAT",
+//                                [](float& r, const float& a, const float& b) { r = a + b; })
+//
+// In `Each`, `InRun(f)` hands the run to a function, and `AtPoint(f)` the run and the point.
 
 #include <cstddef>
 #include <type_traits>
@@ -34,6 +51,7 @@ constexpr QxStored StoredAs()
         return QxStored::Triple;
 }
 
+/// How each operand is stored, for the verifier and the translation.
 template <class... Types>
 constexpr QxStored k_stored[] = {StoredAs<Plain<Types>>()..., QxStored::Any};
 
@@ -64,7 +82,8 @@ struct AtPoint : Function {
     constexpr AtPoint() = default;
 };
 
-/// Takes neither.
+/// It takes neither. So what it gives at a point hangs on that point's operands alone, and
+/// instructions like it may run strip by strip.
 template <class Function>
 constexpr bool k_ofOperandsAlone = true;
 template <class Function>
@@ -72,6 +91,7 @@ constexpr bool k_ofOperandsAlone<InRun<Function>> = false;
 template <class Function>
 constexpr bool k_ofOperandsAlone<AtPoint<Function>> = false;
 
+/// The call of a function at a point, with what it wants in front of the operands.
 template <class Function>
 struct Applied {
     template <class... Values>
@@ -101,6 +121,8 @@ struct Applied<AtPoint<Function>> {
 
 // Any operand uniform or varying.
 
+/// Which points a loop handles: all of them, those of the mask, or those of the mask while the
+/// others' flag becomes false, as a light statement has it.
 enum class Where { All, Masked, Statement };
 
 /// The loop that serves any mix: a uniform operand has a step of 0.
@@ -125,7 +147,8 @@ void Any(QxMachineState& state, const QxCode& code, const QxPoints& points)
     RunAny<Function, where, Types...>(state, code, points, std::index_sequence_for<Types...>());
 }
 
-/// The one point of a grid: without a loop, and without the steps from point to point.
+/// The one point of a grid: without a loop, and without the steps from point to point. What a run
+/// costs there is mostly the way to the operands.
 template <class Function, class... Types, std::size_t... k>
 inline void RunOne(QxMachineState& state, const QxOperand* operands, std::index_sequence<k...>)
 {
@@ -216,7 +239,8 @@ inline auto Values(void* base)
         return UniformValue<Value>{*values};
 }
 
-// One of two without a branch, as vector instructions choose.
+// One of two without a branch, as vector instructions choose. Both were computed: so nothing that
+// is cheap may fault or have an effect, whatever its operands are.
 inline float Select(QxStopAndBool flag, float yes, float no)
 {
     return flag ? yes : no;
@@ -236,6 +260,7 @@ inline Triple Select(QxStopAndBool flag, const Triple& yes, const Triple& no)
                                 flag ? yes[2] : no[2]);
 }
 
+/// One choice of varying arguments, which are types here, so that the body has no step to look up.
 template <class Function, bool masked, class Result, class... Arguments>
 QX_KERNEL_CODE inline void Loop(Result* result, const QxPoints& points,
                                 const Arguments&... arguments)
@@ -254,6 +279,7 @@ QX_KERNEL_CODE inline void Loop(Result* result, const QxPoints& points,
     }
 }
 
+/// The kernel for a choice: bit k of `shape` is set if argument k varies.
 template <class Function, unsigned int shape, bool masked, class Result, class... Types>
 struct Shaped {
     static void Run(QxMachineState& state, const QxCode& code, const QxPoints& points)
@@ -286,6 +312,8 @@ void OneCheap(QxMachineState& state, const QxOperand* operands)
     RunOneCheap<Function, Result, Types...>(state, operands, std::index_sequence_for<Types...>());
 }
 
+/// All choices of a function's arguments, as `QxKernelRow::shaped` wants them: 2^n of them, each
+/// for all points and for a mask. Four arguments make 32 loops, so functions of more are not cheap.
 template <class Shapes, class Function, class Result, class... Types>
 struct AllShapes;
 
@@ -295,7 +323,8 @@ struct AllShapes<std::index_sequence<i...>, Function, Result, Types...> {
         Shaped<Function, i / 2, i % 2 != 0, Result, Types...>::Run...};
 };
 
-/// A row for a cheap function, which writes its first operand.
+/// A row for a cheap function, which writes its first operand: at all points of a strip or, under a
+/// mask, at those that have it. It may be computed where nobody asked for it.
 template <class Result, class... Types, class Function>
 constexpr QxKernelRow Cheap(std::string_view primitive, Function function)
 {
