@@ -110,8 +110,14 @@ void Spread(std::vector<Value>& target, const QxHostValue& source, std::string_v
         throw QxHostError("Predefined variable '" + std::string(name) + "' takes 1 or " +
                           std::to_string(target.size()) + " values, but got " +
                           std::to_string(source.Count()));
+    if (source.Count() == 1) {
+        Value value;
+        Take(value, source.numbers.data());
+        std::fill(target.begin(), target.end(), value);
+        return;
+    }
     for (std::size_t i = 0; i < target.size(); ++i)
-        Take(target[i], source.numbers.data() + (source.Count() == 1 ? 0 : i * width));
+        Take(target[i], source.numbers.data() + i * width);
 }
 
 template <class Value>
@@ -168,15 +174,16 @@ void QxHostGrid::FillSquare()
     const float dv = StepOf(m_layout.rows);
     Set("du", du);
     Set("dv", dv);
-    for (std::size_t i = 0; i < Size(); ++i) {
-        const std::size_t row = i / m_layout.columns;
-        const float u = static_cast<float>(i - row * m_layout.columns) * du;
+    const QxHiddenVariables at = Hidden();
+    std::size_t i = 0;
+    for (unsigned int row = 0; row < m_layout.rows; ++row) {
         const float v = static_cast<float>(row) * dv;
-        Values<float>("u")[i] = Values<float>("s")[i] = u;
-        Values<float>("v")[i] = Values<float>("t")[i] = v;
-        const QxVector3 place = {u - 0.5F, 0.5F - v, 1};
-        for (const char* name : {"P", "Ps", "I"})
-            Values<QxVector3>(name)[i] = place;
+        for (unsigned int column = 0; column < m_layout.columns; ++column, ++i) {
+            const float u = static_cast<float>(column) * du;
+            at.u[i] = at.s[i] = u;
+            at.v[i] = at.t[i] = v;
+            at.P[i] = at.Ps[i] = at.I[i] = {u - 0.5F, 0.5F - v, 1};
+        }
     }
 }
 

@@ -129,8 +129,12 @@ void QxHostScene::EvaluateLights(const QxVector3* positions, unsigned int points
             TakeShaded(lights[i]);
             continue;
         }
-        for (unsigned int point = 0; point < points; ++point)
-            lights[i].L[point] = light.distant ? -light.place : light.place - positions[point];
+        QxVector3* L = lights[i].L;
+        if (light.distant)
+            std::fill_n(L, points, -light.place);
+        else
+            for (unsigned int point = 0; point < points; ++point)
+                L[point] = light.place - positions[point];
         std::fill_n(lights[i].Cl, points, light.color);
         std::fill_n(lights[i].Ol, points, QxRGBColor{1, 1, 1});
     }
