@@ -1,10 +1,12 @@
 #pragma once
 
+#include <cstdlib>
 #include <memory>
 #include <mutex>
+#include <utility>
 #include <vector>
 
-#include "picture/SqxShape.h"
+#include "picture/SqxMesh.h"
 
 /// The pixels of a picture, rows from the top, linear.
 struct SqxPixels {
@@ -17,46 +19,27 @@ struct SqxPixels {
 /// Shaded grids, drawn sample by sample, the nearest in front, and the pixels made of them.
 class SqxFilm {
 public:
+    /// Throws `std::bad_alloc` if there is no memory for so many samples.
     SqxFilm(unsigned int width, unsigned int height, unsigned int samples);
 
-    /// Draws the cells between the grid's points, but for a margin of one cell all around. A
-    /// sample between points takes the mixture of their colors. Several threads may draw at a
-    /// time: of samples at one distance that of the grid of the lowest number stays.
-    void Draw(QxHostGrid& grid, unsigned int number);
+    /// Draws the grid as a mesh. Several threads may draw at a time, in any order of the grids.
+    void Draw(QxHostGrid& grid, unsigned int number, SqxMesh::Sides sides);
     /// The means of the samples of each pixel.
     [[nodiscard]] SqxPixels Finish() const;
 
 private:
-    struct Corner {
-        float x;  // in samples
-        float y;
-        float z;
-        QxRGBColor color;
-        QxRGBColor opacity;
-    };
-    struct Sample {
-        float z;
-        unsigned int number;  // of its grid
-        QxRGBColor color;
-        QxRGBColor opacity;
-    };
-    struct Rows {
-        int first;
-        int last;
+    struct Free {
+        void operator()(SqxSample* samples) const { std::free(samples); }
     };
 
-    [[nodiscard]] std::vector<Corner> CornersOf(QxHostGrid& grid) const;
-    [[nodiscard]] Rows RowsOf(const std::vector<Corner>& corners) const;
-    void DrawRows(const std::vector<Corner>& corners, const QxGrid& layout, unsigned int number,
-                  const Rows& rows);
-    void DrawTriangle(const Corner& a, const Corner& b, const Corner& c, unsigned int number,
-                      const Rows& rows);
+    /// Color and opacity of a pixel, of which that is the first sample.
+    [[nodiscard]] std::pair<QxRGBColor, QxRGBColor> Mean(const SqxSample* first) const;
 
     unsigned int m_width;
     unsigned int m_height;
     unsigned int m_samples;
     int m_columns;  // of samples
     int m_rows;
-    std::vector<Sample> m_buffer;
+    std::unique_ptr<SqxSample[], Free> m_buffer;
     std::unique_ptr<std::mutex[]> m_bands;  // one for so many rows of samples
 };

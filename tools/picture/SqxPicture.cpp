@@ -13,6 +13,8 @@
 #include <set>
 #include <thread>
 
+#include "picture/SqxPatch.h"
+
 namespace {
 
 constexpr float k_samplesOfACell = 1.5F;   // how long a cell's edge is on the picture
@@ -77,29 +79,18 @@ struct Cut {
 
 /// Each grid reaches one point further on all sides than what is drawn of it, so that derivatives
 /// and normals have neighbours everywhere and no seam shows.
-QxHostGrid& PlacedGrid(const Cut& cut, unsigned int number, const SqxShape& shape,
-                       SqxPictureStage& stage)
+SqxPatch PatchOf(const SqxShape& shape, const Cut& cut, unsigned int number)
 {
     const unsigned int column = number % cut.Across() * cut.edge;
     const unsigned int row = number / cut.Across() * cut.edge;
     const float du = 1 / static_cast<float>(cut.columns);
     const float dv = 1 / static_cast<float>(cut.rows);
-    QxHostGrid& grid = stage.Grid(std::min(cut.edge, cut.columns - column) + 3,
-                                  std::min(cut.edge, cut.rows - row) + 3);
-    shape.Place(grid, (static_cast<float>(column) - 1) * du, (static_cast<float>(row) - 1) * dv, du,
-                dv);
-    return grid;
-}
-
-/// As a screen takes it. What is no number is black.
-float Encoded(float value, SqxEncoding encoding)
-{
-    const float clamped = value > 0 ? std::min(value, 1.0F) : 0;
-    if (encoding == SqxEncoding::Linear)
-        return clamped;
-    if (clamped <= 0.0031308F)
-        return clamped * 12.92F;
-    return 1.055F * std::pow(clamped, 1 / 2.4F) - 0.055F;
+    return {shape,
+            {std::min(cut.edge, cut.columns - column) + 3, std::min(cut.edge, cut.rows - row) + 3},
+            (static_cast<float>(column) - 1) * du,
+            (static_cast<float>(row) - 1) * dv,
+            du,
+            dv};
 }
 
 }  // namespace
@@ -185,12 +176,16 @@ SqxPictureEnd SqxPicture::RenderPass(const Pass& pass, const Watch& watch)
     Cut cut = {CellsFor(m_shape.LengthAlongU() * edge), CellsFor(m_shape.LengthAlongV() * edge), 0};
     cut.edge = EdgeFor(cut.columns, cut.rows);
     const bool moves = m_stages[0]->Has(QxShaderInterface::e_typeDisplacement);
+    const SqxMesh::Sides sides =
+        !moves && m_shape.IsClosed() ? SqxMesh::Sides::Outer : SqxMesh::Sides::Both;
     const auto run = [&](SqxPictureStage& stage, unsigned int number) {
-        QxHostGrid& grid = PlacedGrid(cut, number, m_shape, stage);
-        if (!moves && m_shape.IsTurnedAway(grid))
+        const SqxPatch patch = PatchOf(m_shape, cut, number);
+        if (!moves && patch.IsHidden())
             return;
+        QxHostGrid& grid = stage.Grid(patch.Layout());
+        patch.Place(grid);
         stage.Shade(grid, number);
-        film.Draw(grid, number);
+        film.Draw(grid, number, sides);
     };
     const bool isWhole = pass.coarseness == 1 && pass.samples == m_settings.samples;
     Pieces pieces{cut.Count(), run, isWhole};
@@ -282,13 +277,13 @@ void SqxPicture::Work(Pieces& pieces, SqxPictureStage& stage, const Watch& watch
 
 std::vector<unsigned char> SqxPicture::Bytes(SqxEncoding encoding) const
 {
-    std::vector<unsigned char> encoded(m_pixels.colors.size() * 3);
+    const SqxByteEncoder toByte(encoding);
+    std::vector<unsigned char> encoded;
+    encoded.reserve(m_pixels.colors.size() * 3);
     for (std::size_t i = 0; i < m_pixels.colors.size(); ++i) {
         const QxRGBColor color =
             m_pixels.colors[i] + (1 - m_pixels.opacities[i]) * m_settings.background;
-        for (int channel = 0; channel < 3; ++channel)
-            encoded[i * 3 + channel] =
-                static_cast<unsigned char>(std::lround(Encoded(color[channel], encoding) * 255));
+        encoded.insert(encoded.end(), {toByte(color.r), toByte(color.g), toByte(color.b)});
     }
     if (m_pixels.width == m_settings.width && m_pixels.height == m_settings.height)
         return encoded;

@@ -4,7 +4,7 @@
 // The random numbers of a piece of the picture start from its number: a picture is the same however
 // many threads have made it.
 //
-// Tested by tests/sqxshade/SqxPictureTest.cpp.
+// Tested by tests/picture/SqxPictureTest.cpp.
 
 #include "picture/SqxPictureScene.h"
 

@@ -5,9 +5,11 @@
 // Each thread has a stage, since an instance shades one grid at a time; pieces of work are numbered
 // so that random values do not depend on which thread took them.
 //
-// Tested by tests/sqxshade/SqxPictureTest.cpp.
+// Tested by tests/picture/SqxPictureTest.cpp.
 
 #include "picture/SqxPictureStage.h"
+
+#include <algorithm>
 
 SqxPictureStage::SqxPictureStage(const SqxPictureSettings& settings, const SqxShape& shape)
     : m_settings(settings),
@@ -61,11 +63,21 @@ QxShaderInstance* SqxPictureStage::Find(QxShaderInterface::QxType type) const
     return nullptr;
 }
 
-QxHostGrid& SqxPictureStage::Grid(unsigned int columns, unsigned int rows)
+/// A shape is cut into grids of one size and smaller ones along two of its edges.
+QxHostGrid& SqxPictureStage::Grid(const QxGrid& layout)
 {
-    if (!m_grid || m_grid->Layout().columns != columns || m_grid->Layout().rows != rows)
-        m_grid.emplace(columns, rows);
-    return *m_grid;
+    constexpr std::size_t k_sizes = 4;
+    const auto found = std::find_if(m_grids.begin(), m_grids.end(), [&](const auto& grid) {
+        return grid->Layout().columns == layout.columns && grid->Layout().rows == layout.rows;
+    });
+    if (found != m_grids.end()) {
+        std::rotate(found, found + 1, m_grids.end());
+        return *m_grids.back();
+    }
+    if (m_grids.size() == k_sizes)
+        m_grids.erase(m_grids.begin());
+    m_grids.push_back(std::make_unique<QxHostGrid>(layout.columns, layout.rows));
+    return *m_grids.back();
 }
 
 void SqxPictureStage::Shade(QxHostGrid& grid, unsigned int piece)

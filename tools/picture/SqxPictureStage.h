@@ -1,7 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <vector>
 
 #include "picture/SqxFilm.h"
@@ -14,8 +13,9 @@ public:
     /// parameter.
     SqxPictureStage(const SqxPictureSettings& settings, const SqxShape& shape);
 
-    /// A grid of that layout to place points in, the same one if it is asked for again.
-    [[nodiscard]] QxHostGrid& Grid(unsigned int columns, unsigned int rows);
+    /// A grid of that layout to place points in; what stands in it is left over from others. It
+    /// stays until the next one is asked for.
+    [[nodiscard]] QxHostGrid& Grid(const QxGrid& layout);
     /// Moves and colors the points of the shape that the grid holds.
     void Shade(QxHostGrid& grid, unsigned int piece);
     /// Runs the imager over rows of the picture.
@@ -34,6 +34,6 @@ private:
 
     const SqxPictureSettings& m_settings;
     SqxPictureScene m_scene;
-    std::optional<QxHostGrid> m_grid;
+    std::vector<std::unique_ptr<QxHostGrid>> m_grids;  // the last that was asked for stands last
     std::vector<std::unique_ptr<QxShaderInstance>> m_shaders;
 };

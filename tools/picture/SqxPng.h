@@ -3,8 +3,7 @@
 #include <string>
 #include <vector>
 
-/// Whether the values of a picture are encoded for a screen.
-enum class SqxEncoding { Srgb, Linear };
+#include "picture/SqxByteEncoder.h"
 
 /// A PNG file of a picture of three bytes a pixel, rows from the top. Throws `SqxPictureError`.
 [[nodiscard]] std::vector<char> SqxEncodePng(unsigned int width, unsigned int height,

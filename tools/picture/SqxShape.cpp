@@ -1,11 +1,10 @@
 // Shapes are formulas of u and v, so that derivatives are exact and a grid can lie anywhere on
-// them. A sphere and a torus are both rings around an axis: what depends on u alone is computed
-// once a column, what depends on v once a row.
+// them.
 //
 // The rows of a sphere keep off the poles a little: there dPdu is zero and a normal made of the
 // derivatives would have no direction.
 //
-// Tested by tests/sqxshade/SqxPictureTest.cpp.
+// Tested by tests/picture/SqxPictureTest.cpp.
 
 #include "picture/SqxShape.h"
 
@@ -59,69 +58,37 @@ float SqxShape::LengthAlongV() const
     return length * k_zoom / k_distance;
 }
 
-SqxShape::Column SqxShape::ColumnAt(float u)
+float SqxShape::LengthOfU() const
 {
-    const float around = 2 * k_pi * (u - 0.5F);
-    return {u, std::sin(around), std::cos(around)};
+    return m_kind == SqxShapeKind::Square ? 2 : 2 * k_pi;
 }
 
-/// The rows of a sphere lead from the upper pole to the lower one, those of a torus begin at the
-/// hole and lead over its top; both lead down on the outer side.
+/// u and s lead to the right; the seam of sphere and torus is behind.
+SqxShape::Column SqxShape::ColumnAt(float u) const
+{
+    if (m_kind == SqxShapeKind::Square)
+        return {2 * u - 1, 0, 1, 0};
+    const float around = 2 * k_pi * (u - 0.5F);
+    const float sine = std::sin(around);
+    const float cosine = std::cos(around);
+    return {sine, -cosine, cosine, sine};
+}
+
+/// v and t lead down: the rows of a sphere from the upper pole to the lower one; those of a torus
+/// begin at the hole and lead over its top.
 SqxShape::Row SqxShape::RowAt(float v) const
 {
+    if (m_kind == SqxShapeKind::Square)
+        return {1, 1 - 2 * v, 0, -2};
     if (m_kind == SqxShapeKind::Torus) {
         const float sine = k_tubeRadius * std::sin(2 * k_pi * v);
         const float cosine = k_tubeRadius * std::cos(2 * k_pi * v);
-        return {v, 1 - k_tubeRadius - cosine, sine, 2 * k_pi * sine, 2 * k_pi * cosine};
+        return {1 - k_tubeRadius - cosine, sine, 2 * k_pi * sine, 2 * k_pi * cosine};
     }
     const float down = k_pi * (k_pole + k_range * v);
     const float sine = std::sin(down);
     const float cosine = std::cos(down);
-    return {v, sine, cosine, k_pi * k_range * cosine, -k_pi * k_range * sine};
-}
-
-/// u and s lead to the right, v and t down; the seam of sphere and torus is behind.
-SqxShape::Point SqxShape::At(const Column& column, const Row& row) const
-{
-    if (m_kind == SqxShapeKind::Square)
-        return {{2 * column.u - 1, 1 - 2 * row.v, 0}, {2, 0, 0}, {0, -2, 0}};
-    return {{column.sine * row.radius, row.height, -column.cosine * row.radius},
-            QxVector3{column.cosine * row.radius, 0, column.sine * row.radius} * (2 * k_pi),
-            {column.sine * row.radiusByV, row.heightByV, -column.cosine * row.radiusByV}};
-}
-
-void SqxShape::Place(QxHostGrid& grid, float u, float v, float du, float dv) const
-{
-    grid.Set("du", du);
-    grid.Set("dv", dv);
-    const QxHiddenVariables at = grid.Hidden();
-    std::vector<Column> columns;
-    for (unsigned int column = 0; column < grid.Layout().columns; ++column)
-        columns.push_back(ColumnAt(u + static_cast<float>(column) * du));
-    std::size_t i = 0;
-    for (unsigned int line = 0; line < grid.Layout().rows; ++line) {
-        const Row row = RowAt(v + static_cast<float>(line) * dv);
-        for (const Column& column : columns) {
-            const Point point = At(column, row);
-            at.u[i] = at.s[i] = column.u;
-            at.v[i] = at.t[i] = row.v;
-            at.P[i] = at.I[i] = QxTransformPoint(point.place, m_toCurrent);
-            at.dPdu[i] = QxTransformVector(point.alongU, m_toCurrent);
-            at.dPdv[i] = QxTransformVector(point.alongV, m_toCurrent);
-            at.N[i] = at.Ng[i] = QxCross(at.dPdu[i], at.dPdv[i]);
-            ++i;
-        }
-    }
-}
-
-bool SqxShape::IsTurnedAway(QxHostGrid& grid) const
-{
-    const auto N = grid.Values<QxVector3>("N");
-    const auto I = grid.Values<QxVector3>("I");
-    for (std::size_t i = 0; i < grid.Size(); ++i)
-        if (QxDot(N[i], I[i]) < 0)
-            return false;
-    return m_kind != SqxShapeKind::Square;
+    return {sine, cosine, k_pi * k_range * cosine, -k_pi * k_range * sine};
 }
 
 SqxShape::Projected SqxShape::Project(const QxVector3& place)

@@ -21,12 +21,31 @@ public:
     [[nodiscard]] float LengthAlongU() const;
     [[nodiscard]] float LengthAlongV() const;
 
-    /// Sets places, normals and parameters of the grid's points: its first has `u` and `v`, the
-    /// others follow at these steps.
-    void Place(QxHostGrid& grid, float u, float v, float du, float dv) const;
+    /// In its own space a place of the shape has the x and z of its column, times the radius of its
+    /// row, and the row's height: sphere and torus are made by a curve, the rows, that turns around
+    /// the y axis, and the rows of the square have radius 1.
 
-    /// None of the grid's points shows the camera its outer side.
-    [[nodiscard]] bool IsTurnedAway(QxHostGrid& grid) const;
+    /// What all points of one `u` have in common.
+    struct Column {
+        float x;
+        float z;
+        float xByU;  // the derivatives, in parts of `LengthOfU`
+        float zByU;
+    };
+    /// What all points of one `v` have in common.
+    struct Row {
+        float radius;  // distance from the axis
+        float height;
+        float radiusByV;  // the derivatives
+        float heightByV;
+    };
+    [[nodiscard]] Column ColumnAt(float u) const;
+    [[nodiscard]] Row RowAt(float v) const;
+    /// How long a row of radius 1 is.
+    [[nodiscard]] float LengthOfU() const;
+
+    /// Nothing shows the side from which its normals lead away, until something moves its points.
+    [[nodiscard]] bool IsClosed() const { return m_kind != SqxShapeKind::Square; }
 
     /// A place on the picture: x and y from -1 to 1 span its smaller edge, y leads up.
     struct Projected {
@@ -40,29 +59,6 @@ public:
     [[nodiscard]] static QxMatrix44 Projection(const QxVector3& middle, const QxVector3& half);
 
 private:
-    // What all points of a column, or of a row, have in common. Sphere and torus are made by a
-    // curve, the rows, that turns around the y axis.
-    struct Column {
-        float u;
-        float sine;  // of the angle around the axis
-        float cosine;
-    };
-    struct Row {
-        float v;
-        float radius;  // distance from the axis
-        float height;
-        float radiusByV;  // the derivatives
-        float heightByV;
-    };
-    struct Point {
-        QxVector3 place;
-        QxVector3 alongU;  // the derivatives by u and v
-        QxVector3 alongV;
-    };
-    [[nodiscard]] static Column ColumnAt(float u);
-    [[nodiscard]] Row RowAt(float v) const;
-    [[nodiscard]] Point At(const Column& column, const Row& row) const;
-
     SqxShapeKind m_kind;
     QxMatrix44 m_toCurrent;
 };

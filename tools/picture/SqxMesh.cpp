@@ -1,0 +1,305 @@
+// Most cells are as small as a sample, and many lie between samples. So what tells whether a sample
+// can be in a cell is found for a whole row of them, in loops that a compiler turns into vector
+// instructions; then a sample is tested against the four outer edges of its cell at once, and
+// against the edge in the middle. Nothing is divided by before a sample is known to be within.
+//
+// An edge is computed from its corners in one order, in both cells that it parts: what is on it or
+// on its one side for one of them is so for the other, and no sample between cells is missed.
+//
+// The places of points that are not in front of the camera, or so far off that products of them
+// might overflow, become no numbers. No comparison with such a place is true, so that triangles
+// with a corner there are not drawn, without a test of their own.
+//
+// Tested by tests/picture/SqxFilmTest.cpp.
+
+#include "picture/SqxMesh.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+#include "picture/SqxFour.h"
+#include "picture/SqxShape.h"
+
+namespace {
+
+bool IsSomewhere(float x, float y, float z)
+{
+    constexpr float k_nearest = 0.01F;
+    constexpr float k_farthest = std::numeric_limits<float>::max();
+    constexpr float k_reach = 1e8F;
+    return z > k_nearest && z <= k_farthest && std::abs(x) <= k_reach && std::abs(y) <= k_reach;
+}
+
+// One of two numbers is no number: it is the other one if that stands behind.
+
+float Lower(float a, float b)
+{
+    return a < b ? a : b;
+}
+
+float Higher(float a, float b)
+{
+    return a > b ? a : b;
+}
+
+/// The sample of which the middle is at a place or next to it. Places may lie anywhere, also far
+/// beyond what an int holds, and be no numbers.
+float Clamped(float place, float count)
+{
+    return Lower(Higher(place - 0.5F, -1), count);
+}
+
+// Of what is clamped; those of the library are calls.
+
+int Ceiling(float number)
+{
+    const int whole = static_cast<int>(number);
+    return whole + (number > static_cast<float>(whole) ? 1 : 0);
+}
+
+int Floor(float number)
+{
+    const int whole = static_cast<int>(number);
+    return whole - (number < static_cast<float>(whole) ? 1 : 0);
+}
+
+/// The samples between the corners of each cell.
+void FindRanges(const float* corners, std::size_t columns, const SqxMesh::Rows& limits, float count,
+                int* first, int* last)
+{
+    const float* next = corners + columns;
+    const int least = limits.first;
+    const int most = limits.last;
+    for (std::size_t i = 0; i + 1 < columns; ++i) {
+        const float low = Lower(Lower(corners[i], corners[i + 1]), Lower(next[i + 1], next[i]));
+        const float high = Higher(Higher(corners[i], corners[i + 1]), Higher(next[i + 1], next[i]));
+        first[i] = std::max(Ceiling(Clamped(low, count)), least);
+        last[i] = std::min(Floor(Clamped(high, count)), most);
+    }
+}
+
+/// Of a distance above 0. Such numbers are in the order of their bits.
+std::uint32_t NearnessOf(float distance)
+{
+    constexpr auto k_farthest =
+        std::bit_cast<std::uint32_t>(std::numeric_limits<float>::infinity());
+    return k_farthest - std::bit_cast<std::uint32_t>(distance);
+}
+
+/// A pair of numbers, and another.
+SqxFour LoadPairs(const float* pair, const float* next)
+{
+    using Two [[gnu::vector_size(8)]] = float;
+    Two first;
+    Two second;
+    std::memcpy(&first, pair, sizeof(first));
+    std::memcpy(&second, next, sizeof(second));
+    return __builtin_shufflevector(first, second, 0, 1, 2, 3);
+}
+
+/// Cells between two lines of points, and where they are drawn.
+struct CellRow {
+    const float* x;  // of the points in the first line
+    const float* y;
+    const float* z;
+    const QxRGBColor* Ci;
+    const QxRGBColor* Oi;
+    std::size_t next;  // how far it is to the second line
+    std::uint32_t number;
+    SqxSample* samples;
+    std::size_t width;  // of the raster
+
+    struct Bounds {
+        int left;
+        int right;
+        int top;
+        int bottom;
+    };
+    void Draw(std::size_t column, const Bounds& bounds) const;
+
+private:
+    struct Triangle {
+        std::size_t a;  // points
+        std::size_t b;
+        std::size_t c;
+        float area;  // twice that, negative if the corners go round to the left
+    };
+    void Draw(SqxSample& sample, const Triangle& triangle, float ofB, float ofC) const;
+};
+
+/// Corners are `a` and `b`, and `c` and `d` on the next line; triangles `abc` and `bdc`.
+inline void CellRow::Draw(std::size_t column, const Bounds& bounds) const
+{
+    const SqxFour cornersX = LoadPairs(x + column, x + column + next);
+    const SqxFour cornersY = LoadPairs(y + column, y + column + next);
+    // The outer edges ab, ac, bd and cd, and bc in the middle. Where a sample is in respect of one
+    // tells twice the area of the triangle that both make.
+    const SqxFour startX = __builtin_shufflevector(cornersX, cornersX, 0, 0, 1, 2);
+    const SqxFour startY = __builtin_shufflevector(cornersY, cornersY, 0, 0, 1, 2);
+    const SqxFour alongX = __builtin_shufflevector(cornersX, cornersX, 1, 2, 3, 3) - startX;
+    const SqxFour alongY = __builtin_shufflevector(cornersY, cornersY, 1, 2, 3, 3) - startY;
+    const float middleX = cornersX[2] - cornersX[1];
+    const float middleY = cornersY[2] - cornersY[1];
+    const Triangle abc = {column, column + 1, column + next,
+                          alongX[0] * alongY[1] - alongX[1] * alongY[0]};
+    const Triangle bdc = {column + 1, column + next + 1, column + next,
+                          alongX[2] * middleY - middleX * alongY[2]};
+    const SqxFour turns = {abc.area, -abc.area, bdc.area, -bdc.area};
+    for (int row = bounds.top; row <= bounds.bottom; ++row) {
+        const float sampleY = static_cast<float>(row) + 0.5F;
+        for (int i = bounds.left; i <= bounds.right; ++i) {
+            const float sampleX = static_cast<float>(i) + 0.5F;
+            const SqxFour at = alongX * (sampleY - startY) - alongY * (sampleX - startX);
+            const auto inside = std::bit_cast<std::array<std::uint64_t, 2>>(at * turns >= 0);
+            const float side =
+                middleX * (sampleY - cornersY[1]) - middleY * (sampleX - cornersX[1]);
+            SqxSample& sample = samples[row * width + i];
+            if (~inside[0] == 0 && side * abc.area >= 0)
+                Draw(sample, abc, -at[1], at[0]);
+            if (~inside[1] == 0 && side * bdc.area <= 0)
+                Draw(sample, bdc, -side, at[2]);
+        }
+    }
+}
+
+/// A sample between points takes the mixture of their colors.
+inline void CellRow::Draw(SqxSample& sample, const Triangle& triangle, float ofB, float ofC) const
+{
+    const auto [a, b, c, area] = triangle;
+    const float share = 1 / area;
+    if (!std::isfinite(share))
+        return;
+    ofB *= share;
+    ofC *= share;
+    const float ofA = 1 - ofB - ofC;
+    const std::uint32_t nearness = NearnessOf(ofA * z[a] + ofB * z[b] + ofC * z[c]);
+    if (nearness < sample.nearness || (nearness == sample.nearness && number >= sample.number))
+        return;
+    // No corner is the grid's last point, so that behind each there is another.
+    const SqxFour color =
+        SqxLoadFour(Ci + a) * ofA + SqxLoadFour(Ci + b) * ofB + SqxLoadFour(Ci + c) * ofC;
+    const SqxFour opacity =
+        SqxLoadFour(Oi + a) * ofA + SqxLoadFour(Oi + b) * ofB + SqxLoadFour(Oi + c) * ofC;
+    std::memcpy(&sample, &color, sizeof(color));
+    std::memcpy(reinterpret_cast<char*>(&sample) + sizeof(color), &opacity, sizeof(opacity));
+    sample.nearness = nearness;
+    sample.number = number;
+}
+
+}  // namespace
+
+SqxMesh::SqxMesh(QxHostGrid& grid, unsigned int number, Sides sides, int columns, int rows)
+    : m_layout(grid.Layout()),
+      m_at(grid.Hidden()),
+      m_number(number),
+      m_sides(sides),
+      m_columns(columns),
+      m_rows(rows),
+      m_x(grid.Size()),
+      m_y(grid.Size()),
+      m_z(grid.Size()),
+      m_bounds(m_layout.columns)
+{
+    Project();
+    for (std::size_t line = 1; line + 2 < m_layout.rows; ++line)
+        m_reachedBy.push_back(ReachedBy(line));
+}
+
+void SqxMesh::Project()
+{
+    constexpr float k_nowhere = std::numeric_limits<float>::quiet_NaN();
+    const auto columns = static_cast<float>(m_columns);
+    const auto rows = static_cast<float>(m_rows);
+    const float unit = std::min(columns, rows) / 2;
+    std::size_t i = 0;
+    for (unsigned int line = 0; line < m_layout.rows; ++line) {
+        float top = rows;
+        float bottom = 0;
+        for (unsigned int column = 0; column < m_layout.columns; ++column, ++i) {
+            const auto place = SqxShape::Project(m_at.P[i]);
+            const float x = columns / 2 + place.x * unit;
+            const float y = rows / 2 - place.y * unit;
+            m_x[i] = IsSomewhere(x, y, place.z) ? x : k_nowhere;
+            m_y[i] = y;
+            m_z[i] = place.z;
+            top = Lower(y, top);
+            bottom = Higher(y, bottom);
+        }
+        m_tops.push_back(top);
+        m_bottoms.push_back(bottom);
+    }
+}
+
+SqxMesh::Rows SqxMesh::ReachedBy(std::size_t line) const
+{
+    const auto rows = static_cast<float>(m_rows);
+    const float top = Lower(m_tops[line], m_tops[line + 1]);
+    const float bottom = Higher(m_bottoms[line], m_bottoms[line + 1]);
+    return {std::max(Ceiling(Clamped(top, rows)), 0),
+            std::min(Floor(Clamped(bottom, rows)), m_rows - 1)};
+}
+
+SqxMesh::Rows SqxMesh::Reached() const
+{
+    Rows all = {m_rows, -1};
+    for (const Rows& rows : m_reachedBy) {
+        all.first = std::min(all.first, rows.first);
+        all.last = std::max(all.last, rows.last);
+    }
+    return all;
+}
+
+void SqxMesh::Draw(SqxSample* samples, const Rows& rows)
+{
+    for (std::size_t line = 1; line + 2 < m_layout.rows; ++line) {
+        const Rows& reached = m_reachedBy[line - 1];
+        if (reached.first > rows.last || reached.last < rows.first)
+            continue;
+        FindBounds(line, rows);
+        if (m_sides == Sides::Outer)
+            LeaveOutInner(line);
+        const std::size_t first = line * m_layout.columns;
+        const CellRow cells = {
+            &m_x[first],     &m_y[first],     &m_z[first],
+            m_at.Ci + first, m_at.Oi + first, m_layout.columns,
+            m_number,        samples,         static_cast<std::size_t>(m_columns)};
+        const std::size_t end = m_layout.columns - 2;
+        for (std::size_t column = 1; column < end; ++column) {
+            const CellRow::Bounds bounds = {m_bounds.left[column], m_bounds.right[column],
+                                            m_bounds.top[column], m_bounds.bottom[column]};
+            if (bounds.left <= bounds.right && bounds.top <= bounds.bottom)
+                cells.Draw(column, bounds);
+        }
+    }
+}
+
+void SqxMesh::FindBounds(std::size_t line, const Rows& rows)
+{
+    const std::size_t first = line * m_layout.columns;
+    FindRanges(&m_x[first], m_layout.columns, {0, m_columns - 1}, static_cast<float>(m_columns),
+               m_bounds.left.data(), m_bounds.right.data());
+    FindRanges(&m_y[first], m_layout.columns, rows, static_cast<float>(m_rows), m_bounds.top.data(),
+               m_bounds.bottom.data());
+}
+
+/// Corners of an outer side go round to the right.
+void SqxMesh::LeaveOutInner(std::size_t line)
+{
+    const std::size_t columns = m_layout.columns;
+    const float* x = &m_x[line * columns];
+    const float* y = &m_y[line * columns];
+    const float* nextX = x + columns;
+    const float* nextY = y + columns;
+    int* right = m_bounds.right.data();
+    for (std::size_t i = 0; i + 1 < columns; ++i) {
+        const float middleX = nextX[i] - x[i + 1];
+        const float middleY = nextY[i] - y[i + 1];
+        const float ofA = (x[i + 1] - x[i]) * middleY - middleX * (y[i + 1] - y[i]);
+        const float ofD = (nextX[i + 1] - x[i + 1]) * middleY - middleX * (nextY[i + 1] - y[i + 1]);
+        right[i] = Higher(ofA, ofD) > 0 ? right[i] : -1;
+    }
+}
