@@ -190,7 +190,7 @@ private:
     [[nodiscard]] bool GenParallelLoopBody(SlcLoopStmtNode* node, const LoopTest& test,
                                            const SlcLabel& continueLabel);
     /// Lowers an expression that stands as a statement, and drops its value.
-    void GenUnusedValue(SlcExprNode* expr);
+    void GenUnusedValue(SlcExprNode& expr);
     /// There are points that could leave the loops; if not, `refusal` is reported.
     [[nodiscard]] bool MayLeave(SlcLoopModStmtNode* node, const char* refusal);
 

@@ -49,11 +49,11 @@ private:
     bool m_found = false;
 };
 
-SlcOperand ZeroOf(const SlcTypeNode* type)
+SlcOperand ZeroOf(const SlcTypeNode& type)
 {
-    if (const auto* array = dynamic_cast<const SlcArrayTypeNode*>(type))
-        return ZeroOf(array->GetElementType());
-    return type->IsStringType() ? SlcLexType::String("\"\"") : SlcLexType::Float(0);
+    if (const auto* array = dynamic_cast<const SlcArrayTypeNode*>(&type))
+        return ZeroOf(*array->GetElementType());
+    return type.IsStringType() ? SlcLexType::String("\"\"") : SlcLexType::Float(0);
 }
 
 }  // namespace
@@ -103,7 +103,7 @@ void SlcGenInterCode::GenCopy(const SlcOperand& result, const SlcOperand& value)
 
 void SlcGenInterCode::GenZero(const SlcOperand& result)
 {
-    const SlcOperand zero = ZeroOf(result->GetType());
+    const SlcOperand zero = ZeroOf(*result->GetType());
     if (result->GetType()->IsArrayType())
         m_elements.GenArrayFill(result, zero);
     else

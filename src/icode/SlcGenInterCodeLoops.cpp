@@ -32,12 +32,12 @@ void SlcGenInterCode::Case(SlcWhileStmtNode* node)
 void SlcGenInterCode::Case(SlcForStmtNode* node)
 {
     GenLineNumberInfo(node);
-    GenUnusedValue(node->GetInit());
+    GenUnusedValue(*node->GetInit());
     LoopTest test = BeginLoop(node, node->GetCondition());
     const SlcLabel next = m_list.GenLabel();
     if (test.cond->IsUniform()) {
         GenUniformLoopBody(node, test, next);
-        GenUnusedValue(node->GetStep());
+        GenUnusedValue(*node->GetStep());
     } else {
         const bool isContinued = GenParallelLoopBody(node, test, next);
         m_list.AddICode(next);
@@ -45,17 +45,17 @@ void SlcGenInterCode::Case(SlcForStmtNode* node)
         if (isContinued)
             m_list.AddICode(MakeShared<SlcSetUniformBoolFlagICode>(test.uniformFlag, test.flag));
         m_conditions.EnterCondition(isContinued ? test.flag : test.cond, test.uniformFlag);
-        GenUnusedValue(node->GetStep());
+        GenUnusedValue(*node->GetStep());
         m_conditions.LeaveCondition();
     }
     EndLoop(test);
 }
 
-void SlcGenInterCode::GenUnusedValue(SlcExprNode* expr)
+void SlcGenInterCode::GenUnusedValue(SlcExprNode& expr)
 {
-    m_valueUnused = dynamic_cast<SlcAssignExprNode*>(expr) != nullptr;
-    expr->ApplyWalker(this);
-    if (!SlcLoweringContext::TypeOf(expr)->IsVoidType())
+    m_valueUnused = dynamic_cast<SlcAssignExprNode*>(&expr) != nullptr;
+    expr.ApplyWalker(this);
+    if (!SlcLoweringContext::TypeOf(&expr)->IsVoidType())
         static_cast<void>(m_values.PopReference());
 }
 

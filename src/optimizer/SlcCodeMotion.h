@@ -40,6 +40,8 @@ private:
         int variable;
         int place;
         int block;
+        // The check takes the comparison with zero for one with null.
+        // NOLINTNEXTLINE(modernize-use-nullptr)
         auto operator<=>(const User&) const = default;
     };
     /// By what is written, the place of the innermost loop around an instruction that writes it.

@@ -17,10 +17,10 @@ Shader::Shader(const char* name, SlcShaderTypeNode* type)
 SlcVarSymbolEntry& Shader::AddEntry(const char* name, SlcTypeNode* type, SlcDetailNode* detail,
                                     SlcStorageSpecNode* storage)
 {
-    const auto entry = MakeShared<SlcVarSymbolEntry>(SlcLexicalNode::CreateIdent(name), type,
-                                                     detail, storage, false, nullptr);
+    SlcPtr<SlcVarSymbolEntry>& entry = m_form.m_parameters.emplace_back().entry;
+    entry = MakeShared<SlcVarSymbolEntry>(SlcLexicalNode::CreateIdent(name), type, detail, storage,
+                                          false, nullptr);
     entry->MakeIntCodeVar(name);
-    m_form.m_parameters.emplace_back().entry = entry;
     return *entry;
 }
 
