@@ -13,6 +13,7 @@
 
 #include "semantics/SlcUserCallRules.h"
 
+#include <cassert>
 #include <string>
 #include <vector>
 
@@ -214,6 +215,7 @@ SlcDetailNode* SlcCheckArgsDetail(SlcCheckDetail* walker, SlcPtr<SlcFuncSymbolEn
                                   SlcProcCallExprNode* call)
 {
     const auto info = CheckCast<SlcFuncInfo>(entry->GetFuncInfo());
+    assert(info);  // user functions alone have these rules
     const std::string& name = call->GetIdent()->GetName();
     SlcSemanticError& errors = *walker->Errors();
     if (!MayBeReached(*walker, *info, call))
@@ -255,6 +257,7 @@ SlcDetailNode* SlcCheckArgsDetailInline(SlcCheckInlineDetail* walker,
                                         SlcPtr<SlcFuncSymbolEntry> entry, SlcProcCallExprNode* call)
 {
     const auto info = CheckCast<SlcFuncInfo>(entry->GetFuncInfo());
+    assert(info);  // user functions alone have these rules
     SlcSemanticError& errors = *walker->Errors();
     if (!MayBeReached(*walker, *info, call))
         return DetailOfRefused();
