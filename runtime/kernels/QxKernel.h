@@ -102,15 +102,15 @@ struct QxKernelRow {
     /// the first has bit 0, the kernels for all points and for a mask in turn. Such a function may
     /// be computed where nobody asked for it.
     const QxKernel* shaped = nullptr;
-    /// A point's results depend on its own operands alone, and nothing else changes: points may be
-    /// handled in any order.
-    bool perPoint = false;
     /// Of a light statement: where the mask is not set its flag, the first operand, is false.
     QxKernel statement = nullptr;
     const QxStored* operands = nullptr;
-    unsigned int operandCount = 0;
     /// Of a list of arguments behind these operands; null if there is none.
     const QxStored* rest = nullptr;
+    unsigned int operandCount = 0;
+    /// A point's results depend on its own operands alone, and nothing else changes: points may be
+    /// handled in any order.
+    bool perPoint = false;
 };
 
 using QxKernelRows = std::span<const QxKernelRow>;

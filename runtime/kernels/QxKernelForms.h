@@ -30,6 +30,14 @@
 
 #include "kernels/QxCode.h"
 
+/// Stands in front of a loop over points in which no two operands overlap but at the same point, so
+/// that the compiler need not look whether they do before it makes a loop of vectors.
+#ifdef __clang__
+#define QX_LOOP_OF_OPERANDS_APART _Pragma("clang loop vectorize(assume_safety)")
+#else
+#define QX_LOOP_OF_OPERANDS_APART _Pragma("GCC ivdep")
+#endif
+
 namespace QX_KERNEL_SET {
 
 template <class Type>
@@ -85,11 +93,11 @@ struct AtPoint : Function {
 /// It takes neither. So what it gives at a point hangs on that point's operands alone, and
 /// instructions like it may run strip by strip.
 template <class Function>
-constexpr bool k_ofOperandsAlone = true;
+inline constexpr bool k_ofOperandsAlone = true;
 template <class Function>
-constexpr bool k_ofOperandsAlone<InRun<Function>> = false;
+inline constexpr bool k_ofOperandsAlone<InRun<Function>> = false;
 template <class Function>
-constexpr bool k_ofOperandsAlone<AtPoint<Function>> = false;
+inline constexpr bool k_ofOperandsAlone<AtPoint<Function>> = false;
 
 /// The call of a function at a point, with what it wants in front of the operands.
 template <class Function>
@@ -267,8 +275,7 @@ QX_KERNEL_CODE inline void Loop(Result* result, const QxPoints& points,
 {
     const unsigned int end = points.End();
     const QxStopAndBool* const mask = points.mask;
-    // No two operands overlap but at the same point.
-#pragma GCC ivdep
+    QX_LOOP_OF_OPERANDS_APART
     for (unsigned int i = points.first; i < end; ++i) {
         Result value = result[i];
         Function()(value, arguments[i]...);
