@@ -13,7 +13,8 @@
 
 struct QxCode;
 
-/// How an operand is stored, an element of it.
+/// How an operand is stored, an element of it: one, three or sixteen floats, a flag of the size of
+/// a float, or the address of a text. `Any` is only wanted, by kernels that look themselves.
 enum class QxStored : unsigned char { Any, Number, Flag, Triple, Matrix, Text };
 
 /// An operand of an instruction that was made ready to run.
@@ -41,7 +42,7 @@ inline bool QxIsEverywhere(const QxPoints& points)
     return !points.mask;
 }
 
-/// A shadeop of a loaded library.
+/// A shadeop of a loaded library, called as QxShadeop.h tells. `data`: what its init function gave.
 struct QxLoadedShadeop {
     void (*method)(void* data, int argc, void** argv) = nullptr;
     void* data = nullptr;
@@ -56,9 +57,12 @@ struct QxNote {
     std::string text;
 };
 
-/// What kernels see of a run.
+/// What kernels see of a run. The run sets it up before a block, and moves on what changes within
+/// it: the light at hand, and where values start. Addresses are those of the run or of the host,
+/// and last while the block runs.
 struct QxMachineState {
-    void** values = nullptr;  // where the values of each variable start
+    void** values =
+        nullptr;  // where the values of each variable start; references are re-bound here
     QxGrid grid = {0, 0};
     const QxShadingContext* context = nullptr;
     QxShaderSupport* support = nullptr;
@@ -67,13 +71,14 @@ struct QxMachineState {
     QxLightInput* lights = nullptr;
     unsigned int lightCount = 0;
     const QxLightInput* light = nullptr;  // that the innermost light loop has come to
-    bool lightsAreForP = false;
-    bool inLight = false;  // a light shader runs
+    bool lightsAreForP = false;           // they were evaluated for the grid's own points, and hold
+    bool inLight = false;                 // a light shader runs
     std::span<const QxLoadedShadeop> shadeops;
     bool notesWait = false;
     std::vector<QxNote> notes;
 
     [[nodiscard]] QxLights Lights() const { return {support, P, lights, lightCount}; }
+    /// Hands a text of a point to the scene, or keeps it until the strip is through.
     void Tell(unsigned int point, bool print, std::string text)
     {
         if (notesWait)
@@ -85,7 +90,8 @@ struct QxMachineState {
     }
 };
 
-/// Runs an instruction for points of a grid.
+/// Runs an instruction for points of a grid. Operands are found by `code`, their values by `state`;
+/// what is written at points that are not among `points` stays as it is.
 using QxKernel = void (*)(QxMachineState& state, const QxCode& code, const QxPoints& points);
 
 /// Runs an instruction for a grid of one point, whose values, uniform or varying, are the first of

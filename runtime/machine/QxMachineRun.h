@@ -8,25 +8,32 @@
 #include "machine/QxMachineStore.h"
 
 /// What one run of a program needs for itself. It may be used for one grid after the other, and
-/// then keeps its memory.
+/// then keeps its memory; a grid of another size than the one before costs new memory. For one
+/// thread at a time; other threads have runs of their own of the same program.
 class QxMachineRun {
 public:
-    static constexpr std::size_t k_stepLimit = 10'000'000;
+    static constexpr std::size_t k_stepLimit = 10'000'000;  // of one evaluation, unless it is set
 
     /// The program must outlive the run.
     explicit QxMachineRun(const QxMachineProgram& program);
 
     /// An evaluation that takes more steps than this throws `QxHostError`: the shader does not end.
+    /// Steps are instructions that run again: those that a jump back has left behind, whatever the
+    /// size of the grid.
     void SetStepLimit(std::size_t limit) { m_stepLimit = limit; }
-    /// An evaluation asks this now and then, and throws `QxHostStopped` when it says so.
+    /// An evaluation asks this now and then, by the work that it has done, in its own thread; and
+    /// throws `QxHostStopped` when it says so. Nobody is asked after an empty one.
     void SetStopTest(std::function<bool()> test) { m_stopTest = std::move(test); }
 
-    // Each of these throws `QxHostError`. The variables are those that `Declare` made.
+    // Each of these throws `QxHostError`, and may be called again then. The variables are those
+    // that `QxMachineProgram::Declare` made, with room for the points of the grid.
 
     /// Gives the variables that the host has not set their default values, but for those that are
     /// computed from shading data.
     void Initialize(const QxShadingContext& context, std::vector<QxVar>& variables);
-    /// Shades a grid. Computes the other default values first.
+    /// Shades a grid: reads and writes the values of `hidden` and of the variables. Computes the
+    /// other default values first. What `hidden` lacks reads as zero. `lights`: room for the values
+    /// of each light at each point, which the context's support fills when it is asked.
     void Evaluate(const QxGrid& grid, const QxShadingContext& context,
                   const QxHiddenVariables& hidden, std::vector<QxVar>& variables,
                   std::vector<QxLightInput>& lights);
