@@ -61,8 +61,7 @@ struct QxNote {
 /// it: the light at hand, and where values start. Addresses are those of the run or of the host,
 /// and last while the block runs.
 struct QxMachineState {
-    void** values =
-        nullptr;  // where the values of each variable start; references are re-bound here
+    void** values = nullptr;  // where those of each variable start; references are re-bound here
     QxGrid grid = {0, 0};
     const QxShadingContext* context = nullptr;
     QxShaderSupport* support = nullptr;
