@@ -1,5 +1,6 @@
 // What the primitives of the run time compute, against values worked out by hand.
 
+#include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 
@@ -270,28 +271,31 @@ TEST(QxDerivatives, MakeNormalsAndAreasInPlaceToo)
     for (const QxGrid& grid :
          {QxGrid{1, 1}, QxGrid{1, 4}, QxGrid{5, 1}, QxGrid{2, 3}, QxGrid{19, 6}})
         for (const bool masked : {false, true}) {
-            std::vector<QxVector3> points;
-            std::vector<char> mask;
+            QxVector3 points[114] = {};
+            char mask[114] = {};
             for (unsigned int i = 0; i < grid.Size(); ++i) {
                 const auto turn = static_cast<float>(i);
-                mask.push_back(masked && i % 3 == 1);
-                points.push_back(mask[i] ? QxVector3{NAN, NAN, NAN}
-                                         : QxVector3{turn * turn, 7 - turn, turn / 3});
+                mask[i] = masked && i % 3 == 1 ? 1 : 0;
+                points[i] = mask[i] != 0 ? QxVector3{NAN, NAN, NAN}
+                                         : QxVector3{turn * turn, 7 - turn, turn / 3};
             }
-            const char* const off = mask.data();
+            const char* const off = mask;
+            const QxVector3* const from = points;
+            float areas[114];
+            float* const areasFrom = areas;
             const QxPointsIf<const char*> where = {off, false};
             std::vector<QxVector3> alongU(grid.Size());
             std::vector<QxVector3> alongV(grid.Size());
-            QxDifferences(alongU.data(), points.data(), grid, QxGridAxis::U, where);
-            QxDifferences(alongV.data(), points.data(), grid, QxGridAxis::V, where);
-            std::vector<float> areas(grid.Size());
-            std::vector<QxVector3> normals = points;
-            QxVector3* const inPlace = normals.data();
+            QxDifferences(alongU.data(), from, grid, QxGridAxis::U, where);
+            QxDifferences(alongV.data(), from, grid, QxGridAxis::V, where);
+            QxVector3 normals[114];
+            std::copy_n(from, grid.Size(), normals);
+            QxVector3* const inPlace = normals;
             if (masked) {
-                QxAreaOfOperand(grid, where, areas.data(), points.data());
+                QxAreaOfOperand(grid, where, areasFrom, from);
                 QxNormalOfOperand(grid, where, inPlace, inPlace, 0.5f, 0.25f);
             } else {
-                QxAreaOfOperand(grid, QxAllPoints(), areas.data(), points.data());
+                QxAreaOfOperand(grid, QxAllPoints(), areasFrom, from);
                 QxNormalOfOperand(grid, QxAllPoints(), inPlace, inPlace, 0.5f, 0.25f);
             }
             for (unsigned int i = 0; i < grid.Size(); ++i) {
