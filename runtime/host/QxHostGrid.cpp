@@ -138,6 +138,12 @@ bool IsThere(const QxHiddenVariables& variables, std::string_view name)
     return found != rows.end() && (!found->member || variables.*(found->member));
 }
 
+void CheckLayout(unsigned int columns, unsigned int rows)
+{
+    if (columns == 0 || rows == 0)
+        throw QxHostError("A grid needs at least one point each way");
+}
+
 float StepOf(unsigned int points)
 {
     return points > 1 ? 1 / static_cast<float>(points - 1) : 1;
@@ -153,8 +159,7 @@ bool QxHostPoints::Has(std::string_view name) const
 
 QxHostGrid::QxHostGrid(unsigned int columns, unsigned int rows) : m_layout{columns, rows}
 {
-    if (columns == 0 || rows == 0)
-        throw QxHostError("A grid needs at least one point each way");
+    CheckLayout(columns, rows);
     Allocate<float>();
     Allocate<QxVector3>();
     Allocate<QxRGBColor>();
@@ -166,6 +171,24 @@ void QxHostGrid::Allocate()
 {
     for (const Row<Value>& row : Rows<Value>())
         std::get<Store<Value>>(m_values).emplace_back(row.uniform ? 1 : Size(), row.initial);
+}
+
+template <class Value>
+void QxHostGrid::ResizeAll()
+{
+    const auto rows = Rows<Value>();
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        if (!rows[i].uniform)
+            std::get<Store<Value>>(m_values)[i].resize(Size(), rows[i].initial);
+}
+
+void QxHostGrid::Resize(unsigned int columns, unsigned int rows)
+{
+    CheckLayout(columns, rows);
+    m_layout = {columns, rows};
+    ResizeAll<float>();
+    ResizeAll<QxVector3>();
+    ResizeAll<QxRGBColor>();
 }
 
 void QxHostGrid::FillSquare()

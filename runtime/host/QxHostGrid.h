@@ -28,6 +28,12 @@ public:
     /// Points are numbered along u first. Throws `QxHostError` if there are none.
     QxHostGrid(unsigned int columns, unsigned int rows);
 
+    /// Gives the grid another layout, in the memory that it has as far as that goes, for a host
+    /// that shades grids of several sizes and sets all places itself: points keep their values by
+    /// number, and those that are added have no place of their own. Throws `QxHostError` if there
+    /// are no points.
+    void Resize(unsigned int columns, unsigned int rows);
+
     [[nodiscard]] const QxGrid& Layout() const { return m_layout; }
     [[nodiscard]] std::size_t Size() const { return m_layout.Size(); }
 
@@ -55,6 +61,8 @@ private:
     [[nodiscard]] std::vector<Value>* Find(std::string_view name);
     template <class Value>
     void Allocate();
+    template <class Value>
+    void ResizeAll();
     template <class Value>
     void Point(QxHiddenVariables& hidden);
     void FillSquare();

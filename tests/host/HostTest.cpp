@@ -103,12 +103,19 @@ TEST_P(Host, HandsParametersInAndOut)
 TEST_P(Host, ShadesGridsOfEachSizeInTurn)
 {
     Load(k_values);
-    for (const unsigned int columns : {3U, 1U, 5U}) {
+    QxHostGrid resized(4, 4);
+    for (const unsigned int columns : {3U, 1U, 5U, 20U}) {
         QxHostGrid grid(columns, 2);
-        m_shader->Run(grid, m_scene);
-        EXPECT_EQ(m_shader->Get("seen").Count(), 2 * columns);
-        EXPECT_EQ(m_shader->Get("seen").numbers.back(), 3);
+        resized.Resize(columns, 2);
+        for (QxHostGrid* shaded : {&grid, &resized}) {
+            m_shader->Run(*shaded, m_scene);
+            EXPECT_EQ(m_shader->Get("seen").Count(), 2 * columns);
+            EXPECT_EQ(m_shader->Get("seen").numbers.back(), 3);
+            EXPECT_EQ(shaded->Values<float>("du").size(), 1U);
+            EXPECT_EQ(shaded->Get("Cs").numbers, Numbers(6UL * columns, 1));
+        }
     }
+    EXPECT_THROW(resized.Resize(0, 2), QxHostError);
 }
 
 TEST_P(Host, RefusesValuesThatDoNotFit)

@@ -50,6 +50,23 @@ TEST_F(Picture, ShowsCoarseOnesFirst)
     EXPECT_EQ(plain.Bytes(SqxEncoding::Linear), last);
 }
 
+// A film that was made before the shaders were there is used once.
+TEST_F(Picture, IsTheSameOnAPreparedFilm)
+{
+    SqxPicture picture(Settings(k_ramp));
+    EXPECT_EQ(picture.Render({}), SqxPictureEnd::Whole);
+    const std::vector<unsigned char> plain = picture.Bytes(SqxEncoding::Linear);
+
+    SqxPicture prepared(Settings(k_ramp));
+    prepared.TakeFilm(SqxPicture::PreparedFilm(prepared.Settings()));
+    SqxPicture::Watch watch;
+    watch.coarseFirst = true;
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(prepared.Render(watch), SqxPictureEnd::Whole);
+        EXPECT_EQ(prepared.Bytes(SqxEncoding::Linear), plain) << round;
+    }
+}
+
 TEST_F(Picture, EndsWhenAsked)
 {
     SqxPicture picture(Settings(k_ramp));

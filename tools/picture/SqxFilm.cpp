@@ -17,6 +17,7 @@
 namespace {
 
 constexpr int k_bandRows = 64;
+constexpr std::size_t k_page = 4096;  // no memory has smaller ones
 
 /// Cleared. Throws `std::bad_alloc`.
 SqxSample* AllocateSamples(std::size_t count)
@@ -26,7 +27,6 @@ SqxSample* AllocateSamples(std::size_t count)
         throw std::bad_alloc();
 #ifdef MADV_HUGEPAGE
     // No more than advice: where there are no large pages, small ones do.
-    constexpr std::size_t k_page = 4096;
     std::size_t size = count * sizeof(SqxSample);
     void* firstPage = memory;
     if (std::align(k_page, k_page, firstPage, size))
@@ -46,6 +46,15 @@ SqxFilm::SqxFilm(unsigned int width, unsigned int height, unsigned int samples)
       m_buffer(AllocateSamples(static_cast<std::size_t>(m_columns) * m_rows)),
       m_bands(std::make_unique<std::mutex[]>(m_rows / k_bandRows + 1))
 {
+}
+
+/// A write to each page is enough.
+void SqxFilm::Prepare()
+{
+    constexpr std::size_t k_step = k_page / sizeof(SqxSample);
+    const std::size_t count = static_cast<std::size_t>(m_columns) * m_rows;
+    for (std::size_t i = 0; i < count; i += k_step)
+        static_cast<volatile SqxSample&>(m_buffer[i]).number = 0;
 }
 
 void SqxFilm::Draw(QxHostGrid& grid, unsigned int number, SqxMesh::Sides sides)

@@ -22,6 +22,9 @@ public:
     /// Throws `std::bad_alloc` if there is no memory for so many samples.
     SqxFilm(unsigned int width, unsigned int height, unsigned int samples);
 
+    /// Has the system provide the memory that the film will need, which otherwise it does while
+    /// grids are drawn.
+    void Prepare();
     /// Draws the grid as a mesh. Several threads may draw at a time, in any order of the grids.
     void Draw(QxHostGrid& grid, unsigned int number, SqxMesh::Sides sides);
     /// The means of the samples of each pixel.

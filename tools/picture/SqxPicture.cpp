@@ -12,6 +12,7 @@
 #include <limits>
 #include <set>
 #include <thread>
+#include <utility>
 
 #include "picture/SqxPatch.h"
 
@@ -129,6 +130,13 @@ SqxPicture::SqxPicture(SqxPictureSettings settings)
     m_stages.push_back(std::make_unique<SqxPictureStage>(m_settings, m_shape));
 }
 
+std::unique_ptr<SqxFilm> SqxPicture::PreparedFilm(const SqxPictureSettings& settings)
+{
+    auto film = std::make_unique<SqxFilm>(settings.width, settings.height, settings.samples);
+    film->Prepare();
+    return film;
+}
+
 std::vector<SqxPicture::Pass> SqxPicture::Passes(bool coarseFirst) const
 {
     std::vector<Pass> passes;
@@ -171,7 +179,10 @@ SqxPictureEnd SqxPicture::RenderPass(const Pass& pass, const Watch& watch)
     };
     const unsigned int width = pixelsOf(m_settings.width);
     const unsigned int height = pixelsOf(m_settings.height);
-    SqxFilm film(width, height, pass.samples);
+    const bool isWhole = pass.coarseness == 1 && pass.samples == m_settings.samples;
+    std::unique_ptr<SqxFilm> film = isWhole ? std::exchange(m_film, nullptr) : nullptr;
+    if (!film)
+        film = std::make_unique<SqxFilm>(width, height, pass.samples);
     const auto edge = static_cast<float>(std::min(width, height) * pass.samples);
     Cut cut = {CellsFor(m_shape.LengthAlongU() * edge), CellsFor(m_shape.LengthAlongV() * edge), 0};
     cut.edge = EdgeFor(cut.columns, cut.rows);
@@ -185,14 +196,13 @@ SqxPictureEnd SqxPicture::RenderPass(const Pass& pass, const Watch& watch)
         QxHostGrid& grid = stage.Grid(patch.Layout());
         patch.Place(grid);
         stage.Shade(grid, number);
-        film.Draw(grid, number, sides);
+        film->Draw(grid, number, sides);
     };
-    const bool isWhole = pass.coarseness == 1 && pass.samples == m_settings.samples;
     Pieces pieces{cut.Count(), run, isWhole};
     const SqxPictureEnd end = RunPieces(pieces, watch);
     if (end != SqxPictureEnd::Whole && m_pixels.width > 0)
         return end;
-    SqxPixels pixels = film.Finish();
+    SqxPixels pixels = film->Finish();
     if (end == SqxPictureEnd::Whole && m_stages[0]->Has(QxShaderInterface::e_typeImager)) {
         const SqxPictureEnd imagerEnd = RunImager(pixels, watch);
         if (imagerEnd != SqxPictureEnd::Whole && m_pixels.width > 0)

@@ -20,6 +20,12 @@ public:
     /// does not fit its parameter.
     explicit SqxPicture(SqxPictureSettings settings);
 
+    /// What the whole picture will be drawn on, with its memory: it may be made while the shaders
+    /// of the settings are not there yet.
+    [[nodiscard]] static std::unique_ptr<SqxFilm> PreparedFilm(const SqxPictureSettings& settings);
+    /// The next rendering takes that one, made for the same settings, in place of a new one.
+    void TakeFilm(std::unique_ptr<SqxFilm> film) { m_film = std::move(film); }
+
     /// How somebody follows the rendering and ends it. All functions are called in the thread that
     /// called `Render`; those that are missing are not called.
     struct Watch {
@@ -61,5 +67,6 @@ private:
     SqxPictureSettings m_settings;
     SqxShape m_shape;
     std::vector<std::unique_ptr<SqxPictureStage>> m_stages;  // one a thread
+    std::unique_ptr<SqxFilm> m_film;                         // of the whole picture, if it is ready
     SqxPixels m_pixels;
 };

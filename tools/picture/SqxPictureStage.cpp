@@ -9,8 +9,6 @@
 
 #include "picture/SqxPictureStage.h"
 
-#include <algorithm>
-
 SqxPictureStage::SqxPictureStage(const SqxPictureSettings& settings, const SqxShape& shape)
     : m_settings(settings),
       m_scene(settings, shape)
@@ -63,21 +61,13 @@ QxShaderInstance* SqxPictureStage::Find(QxShaderInterface::QxType type) const
     return nullptr;
 }
 
-/// A shape is cut into grids of one size and smaller ones along two of its edges.
 QxHostGrid& SqxPictureStage::Grid(const QxGrid& layout)
 {
-    constexpr std::size_t k_sizes = 4;
-    const auto found = std::find_if(m_grids.begin(), m_grids.end(), [&](const auto& grid) {
-        return grid->Layout().columns == layout.columns && grid->Layout().rows == layout.rows;
-    });
-    if (found != m_grids.end()) {
-        std::rotate(found, found + 1, m_grids.end());
-        return *m_grids.back();
-    }
-    if (m_grids.size() == k_sizes)
-        m_grids.erase(m_grids.begin());
-    m_grids.push_back(std::make_unique<QxHostGrid>(layout.columns, layout.rows));
-    return *m_grids.back();
+    if (!m_grid)
+        m_grid.emplace(layout.columns, layout.rows);
+    else if (m_grid->Layout().columns != layout.columns || m_grid->Layout().rows != layout.rows)
+        m_grid->Resize(layout.columns, layout.rows);
+    return *m_grid;
 }
 
 void SqxPictureStage::Shade(QxHostGrid& grid, unsigned int piece)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "picture/SqxFilm.h"
@@ -34,6 +35,6 @@ private:
 
     const SqxPictureSettings& m_settings;
     SqxPictureScene m_scene;
-    std::vector<std::unique_ptr<QxHostGrid>> m_grids;  // the last that was asked for stands last
+    std::optional<QxHostGrid> m_grid;
     std::vector<std::unique_ptr<QxShaderInstance>> m_shaders;
 };

@@ -1,12 +1,16 @@
 // From options to a file: sources are compiled, shaders opened and set, the picture or the sheet is
-// rendered and written whole. A sheet renders each shader by itself in the same settings.
+// rendered and written whole. Memory for the picture is made ready while sources are compiled. A
+// sheet renders each shader by itself in the same settings.
 //
 // Tested by tests/sqxshade/SqxShadeTest.cpp.
 
 #include "sqxshade/SqxShadeJob.h"
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <functional>
+#include <future>
 #include <iostream>
 #include <unistd.h>
 
@@ -39,11 +43,26 @@ private:
     bool m_isShown = false;
 };
 
+[[nodiscard]] bool IsSource(const SqxShadeOptions::Shader& shader)
+{
+    return std::filesystem::path(shader.path).extension() == ".sl";
+}
+
+/// While sources are compiled, one thread is busy and none of it is this program's: a film can be
+/// made by another. There is none if nothing is to be compiled, or a film for each shader is
+/// needed.
+[[nodiscard]] std::future<std::unique_ptr<SqxFilm>> PrepareFilm(const SqxShadeOptions& options)
+{
+    if (options.sheet || std::ranges::none_of(options.shaders, IsSource))
+        return {};
+    return std::async(std::launch::async, SqxPicture::PreparedFilm, std::cref(options.picture));
+}
+
 SqxPictureSettings::Shader Load(const SqxShadeOptions::Shader& source,
                                 const SqxBuildOptions& options, SqxShaderBuild& build)
 {
     std::string path = source.path;
-    if (std::filesystem::path(path).extension() == ".sl") {
+    if (IsSource(source)) {
         try {
             path = build.Build(path, options);
         } catch (const SqxPictureError&) {
@@ -77,10 +96,14 @@ void Render(SqxPicture& picture, Progress& progress, std::size_t number, std::si
     (void)picture.Render(watch);  // nobody stops it
 }
 
-std::vector<char> MakePicture(const SqxPictureSettings& settings, SqxEncoding encoding)
+/// `film` may have none.
+std::vector<char> MakePicture(const SqxPictureSettings& settings, SqxEncoding encoding,
+                              std::future<std::unique_ptr<SqxFilm>> film)
 {
     Progress progress;
     SqxPicture picture(settings);
+    if (film.valid())
+        picture.TakeFilm(film.get());
     Render(picture, progress, 0, 1);
     return SqxEncodePng(settings.width, settings.height, picture.Bytes(encoding), encoding);
 }
@@ -107,11 +130,12 @@ void SqxShade(const SqxShadeOptions& options)
 {
     SqxShaderBuild build;
     SqxPictureSettings settings = options.picture;
+    std::future<std::unique_ptr<SqxFilm>> film = PrepareFilm(options);
     for (const SqxShadeOptions::Shader& shader : options.shaders)
         settings.shaders.push_back(Load(shader, options.build, build));
     for (const auto& [name, file] : options.textures)
         settings.textures.insert_or_assign(name, SqxTexture::Read(file));
     const SqxEncoding encoding = options.linear ? SqxEncoding::Linear : SqxEncoding::Srgb;
-    SqxWriteWhole(options.output,
-                  options.sheet ? MakeSheet(settings, encoding) : MakePicture(settings, encoding));
+    SqxWriteWhole(options.output, options.sheet ? MakeSheet(settings, encoding)
+                                                : MakePicture(settings, encoding, std::move(film)));
 }
