@@ -40,7 +40,7 @@ SqxPixels PixelsOf(QxHostGrid& grid, SqxMesh::Sides sides = SqxMesh::Sides::Both
 {
     SqxFilm film(k_side, k_side, 1);
     film.Draw(grid, 0, sides);
-    return film.Finish();
+    return film.Finish(1);
 }
 
 std::size_t CountDrawn(const SqxPixels& pixels)
@@ -120,7 +120,7 @@ TEST(SqxFilm, ShowsTheNearestInAnyOrder)
         SqxFilm film(k_side, k_side, 1);
         for (const auto& [grid, number] : order)
             film.Draw(*grid, number, SqxMesh::Sides::Both);
-        const SqxPixels pixels = film.Finish();
+        const SqxPixels pixels = film.Finish(2);
         EXPECT_EQ(pixels.colors[20 * k_side + 20].r, 1) << "far";
         EXPECT_NEAR(pixels.colors[80 * k_side + 80].r, 0.5F, 1e-5F) << "near, of the lower number";
         EXPECT_EQ(pixels.colors[80 * k_side + 80].g, 0);
@@ -165,7 +165,7 @@ TEST(SqxFilm, MakesPixelsOfTheirSamples)
     QxHostGrid grid = Spanned(10, 2, 158, 5);
     grid.Set("Ci", QxRGBColor{0.4F, 0.8F, 1});
     film.Draw(grid, 0, SqxMesh::Sides::Both);
-    const SqxPixels pixels = film.Finish();
+    const SqxPixels pixels = film.Finish(3);
     ASSERT_EQ(pixels.width, 40U);
     ASSERT_EQ(pixels.colors.size(), 40U * 40);
     struct Case {

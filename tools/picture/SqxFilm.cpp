@@ -11,6 +11,8 @@
 #include <algorithm>
 #include <new>
 #include <sys/mman.h>
+#include <thread>
+#include <tuple>
 
 #include "picture/SqxFour.h"
 
@@ -70,18 +72,31 @@ void SqxFilm::Draw(QxHostGrid& grid, unsigned int number, SqxMesh::Sides sides)
     }
 }
 
-SqxPixels SqxFilm::Finish() const
+SqxPixels SqxFilm::Finish(std::size_t most) const
 {
-    SqxPixels pixels = {m_width, m_height, {}, {}};
-    pixels.colors.reserve(static_cast<std::size_t>(m_width) * m_height);
-    pixels.opacities.reserve(pixels.colors.capacity());
-    for (std::size_t row = 0; row < m_height; ++row)
-        for (std::size_t column = 0; column < m_width; ++column) {
-            const auto [color, opacity] = Mean(&m_buffer[(row * m_columns + column) * m_samples]);
-            pixels.colors.push_back(color);
-            pixels.opacities.push_back(opacity);
-        }
+    constexpr std::size_t k_rowsOfThread = 32;  // that are worth one
+    const std::size_t threads = std::min(most, m_height / k_rowsOfThread + 1);
+    const std::size_t count = static_cast<std::size_t>(m_width) * m_height;
+    SqxPixels pixels = {m_width, m_height, std::vector<QxRGBColor>(count),
+                        std::vector<QxRGBColor>(count)};
+    std::vector<std::jthread> workers;
+    for (std::size_t i = 1; i < threads; ++i)
+        workers.emplace_back([this, &pixels, i, threads] {
+            Finish(pixels, m_height * i / threads, m_height * (i + 1) / threads);
+        });
+    Finish(pixels, 0, m_height / threads);
+    workers.clear();
     return pixels;
+}
+
+void SqxFilm::Finish(SqxPixels& pixels, std::size_t firstRow, std::size_t endRow) const
+{
+    for (std::size_t row = firstRow; row < endRow; ++row)
+        for (std::size_t column = 0; column < m_width; ++column) {
+            const std::size_t pixel = row * m_width + column;
+            std::tie(pixels.colors[pixel], pixels.opacities[pixel]) =
+                Mean(&m_buffer[(row * m_columns + column) * m_samples]);
+        }
 }
 
 std::pair<QxRGBColor, QxRGBColor> SqxFilm::Mean(const SqxSample* first) const

@@ -27,14 +27,15 @@ public:
     void Prepare();
     /// Draws the grid as a mesh. Several threads may draw at a time, in any order of the grids.
     void Draw(QxHostGrid& grid, unsigned int number, SqxMesh::Sides sides);
-    /// The means of the samples of each pixel.
-    [[nodiscard]] SqxPixels Finish() const;
+    /// The means of the samples of each pixel, made by as many threads at most.
+    [[nodiscard]] SqxPixels Finish(std::size_t most) const;
 
 private:
     struct Free {
         void operator()(SqxSample* samples) const { std::free(samples); }
     };
 
+    void Finish(SqxPixels& pixels, std::size_t firstRow, std::size_t endRow) const;
     /// Color and opacity of a pixel, of which that is the first sample.
     [[nodiscard]] std::pair<QxRGBColor, QxRGBColor> Mean(const SqxSample* first) const;
 

@@ -202,7 +202,7 @@ SqxPictureEnd SqxPicture::RenderPass(const Pass& pass, const Watch& watch)
     const SqxPictureEnd end = RunPieces(pieces, watch);
     if (end != SqxPictureEnd::Whole && m_pixels.width > 0)
         return end;
-    SqxPixels pixels = film->Finish();
+    SqxPixels pixels = film->Finish(m_stages.size());
     if (end == SqxPictureEnd::Whole && m_stages[0]->Has(QxShaderInterface::e_typeImager)) {
         const SqxPictureEnd imagerEnd = RunImager(pixels, watch);
         if (imagerEnd != SqxPictureEnd::Whole && m_pixels.width > 0)
