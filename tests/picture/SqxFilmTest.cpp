@@ -27,7 +27,8 @@ QxHostGrid Spanned(unsigned int cells, float low, float high, float z)
     const float step = (high - low) / static_cast<float>(cells);
     for (std::size_t i = 0; i < grid.Size(); ++i) {
         const auto column = static_cast<float>(i % (cells + 3));
-        const auto row = static_cast<float>(i / (cells + 3));
+        const std::size_t rowNumber = i / (cells + 3);
+        const auto row = static_cast<float>(rowNumber);
         grid.Values<QxVector3>("P")[i] =
             SeenAt(low + (column - 1) * step, low + (row - 1) * step, z);
     }
@@ -92,7 +93,8 @@ TEST(SqxFilm, MixesColorsBetweenPoints)
     const SqxPixels pixels = PixelsOf(grid);
     for (unsigned int i = 0; i < k_side * k_side; ++i) {
         const float x = (static_cast<float>(i % k_side) + 0.5F) * 2 / k_side - 1;
-        const float y = 1 - (static_cast<float>(i / k_side) + 0.5F) * 2 / k_side;
+        const unsigned int row = i / k_side;
+        const float y = 1 - (static_cast<float>(row) + 0.5F) * 2 / k_side;
         const float expected[] = {x, y, x + y, 1, x, y};
         for (int channel = 0; channel < 3; ++channel) {
             ASSERT_NEAR(pixels.colors[i][channel], expected[channel], 1e-4F) << i;

@@ -75,7 +75,8 @@ TEST(SqxPatch, IsHiddenIfNoPointShowsItsOuterSide)
         int hidden = 0;
         for (unsigned int i = 0; i < k_pieces * k_pieces; ++i) {
             const float u = static_cast<float>(i % k_pieces) / k_pieces;
-            const float v = static_cast<float>(i / k_pieces) / k_pieces;
+            const unsigned int row = i / k_pieces;
+            const float v = static_cast<float>(row) / k_pieces;
             const float step = 1.0F / k_pieces / 10;
             const SqxPatch patch(shape, {13, 13}, u - step, v - step, step, step);
             EXPECT_EQ(patch.IsHidden(), !ShowsOuterSide(patch)) << u << " " << v;

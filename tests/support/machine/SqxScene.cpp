@@ -1,5 +1,7 @@
 #include "machine/SqxScene.h"
 
+#include <cmath>
+
 namespace {
 
 /// Turns all that a question holds into a value from 0 up to 1. Each word of the state is a sum
