@@ -31,18 +31,18 @@ void Raise(int signal)
 TEST(QxDebugDeathTest, ReportsASignalWithItsStack)
 {
     struct SignalCase {
-        int signal;
         const char* name;
+        int signal;
         bool asksForReport;
     };
     static const SignalCase cases[] = {
-        {SIGILL, "Illegal instruction", true},
-        {SIGTRAP, "Trace trap", false},
-        {SIGABRT, "Abort", false},
-        {SIGFPE, "Floating point exception", true},
-        {SIGBUS, "Bus error", true},
-        {SIGSEGV, "Segmentation violation", true},
-        {SIGSYS, "Bad argument to system call", false},
+        {"Illegal instruction", SIGILL, true},
+        {"Trace trap", SIGTRAP, false},
+        {"Abort", SIGABRT, false},
+        {"Floating point exception", SIGFPE, true},
+        {"Bus error", SIGBUS, true},
+        {"Segmentation violation", SIGSEGV, true},
+        {"Bad argument to system call", SIGSYS, false},
     };
     for (const SignalCase& c : cases) {
         const std::string report = "^Received signal " + std::to_string(c.signal) + " \\(" +
