@@ -59,6 +59,7 @@ void Run(std::string_view text)
         QxShaderInstance instance(QxShader::Read(text, "fuzz"), spaces);
         instance.SetStepLimit(k_stepLimit);
         Shade(instance, 3, 2);
+        Shade(instance, 1, 1);     // has a way of its own
         if (text.size() % 8 == 0)  // more than the machine handles at a time
             Shade(instance, 20, 15);
     } catch (const QxHostError& error) {
