@@ -36,6 +36,7 @@ sources_of() {
     for file in "$@"; do
         name=${file#src/}
         name=${name#runtime/}
+        name=${name#shading/}
         name=${name#tools/}
         name=${name#tests/}
         case $file in

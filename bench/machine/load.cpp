@@ -8,7 +8,7 @@
 #include "common/BenchMain.h"
 #include "common/BenchStage.h"
 #include "machine/BenchProgram.h"
-#include "machine/QxMachineProgram.h"
+#include "machine/run/QxMachineProgram.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include "host/QxByteCodeShader.h"
 
-#include "machine/QxMachineRun.h"
+#include "machine/run/QxMachineRun.h"
 
 class QxByteCodeShader::Run : public QxShaderRun {
 public:

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/QxShader.h"
-#include "machine/QxMachineProgram.h"
+#include "machine/run/QxMachineProgram.h"
 
 /// A shader of byte-code. Each run has a machine of its own; the program is one for all of them.
 /// Runs count steps and can be stopped.

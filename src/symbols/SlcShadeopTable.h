@@ -6,7 +6,7 @@
 #include "support/QxMemoryRanges.h"
 
 /// One record of a library's table, as libraries are built with it (`QxShadeop` of
-/// `runtime/QxShadeop.h`).
+/// `runtime/shading/QxShadeop.h`).
 struct SlcShadeopRecord {
     const char* declaration;  // empty in the record that ends the table
     const char* init;         // empty or null for none, as the next one

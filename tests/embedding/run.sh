@@ -15,7 +15,7 @@ export SLC_CC_OPTIONS=-O0
 . "$root/tests/embedding/programs.sh"
 
 compile_program() {
-    c++ -std=c++20 -Wall -Wextra -Werror "$1.cpp" -o "$1" -I"$root/runtime" \
+    c++ -std=c++20 -Wall -Wextra -Werror "$1.cpp" -o "$1" -I"$root/runtime" -I"$root/runtime/shading" \
         $(find "$build/runtime/host" -name '*.a') $(find "$build/runtime/machine" -name '*.a') \
         $(find "$build/runtime/sqx" -name '*.a') -ldl
 }

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "machine/QxMachineProgram.h"
+#include "machine/run/QxMachineProgram.h"
 #include "run/RunShader.h"
 
 inline constexpr QxGrid k_smallGrid = {3, 2};

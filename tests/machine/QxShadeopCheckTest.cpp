@@ -1,12 +1,12 @@
 // Calls of shadeops that do not fit what their library declares are refused.
 
-#include "machine/QxShadeopCheck.h"
+#include "machine/verify/QxShadeopCheck.h"
 
 #include <gtest/gtest.h>
 
 #include "QxHostError.h"
 #include "machine/FileParts.h"
-#include "machine/QxVerifier.h"
+#include "machine/verify/QxVerifier.h"
 #include "sqx/SqxReader.h"
 
 namespace {

@@ -1,12 +1,12 @@
 // What becomes of brackets and masks when byte-code is made ready to run: where a mask may be left
 // out, and where other points still need what they had.
 
-#include "machine/QxSimplifyMasks.h"
+#include "machine/translate/QxSimplifyMasks.h"
 
 #include <gtest/gtest.h>
 
 #include "machine/FileParts.h"
-#include "machine/QxMachineProgram.h"
+#include "machine/run/QxMachineProgram.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
 // What the machine makes of code before it runs it. That the values stay the same is shown by the
 // comparison with shared objects.
 
-#include "machine/QxTranslator.h"
+#include "machine/translate/QxTranslator.h"
 
 #include <gtest/gtest.h>
 
 #include "machine/FileParts.h"
-#include "machine/QxMachineProgram.h"
+#include "machine/run/QxMachineProgram.h"
 
 namespace {
 

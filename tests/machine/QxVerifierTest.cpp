@@ -1,6 +1,6 @@
 // What the machine could not run safely is refused, and the refusal tells where it stands.
 
-#include "machine/QxVerifier.h"
+#include "machine/verify/QxVerifier.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 # usage: run.sh PROGRAM_DIRECTORY
 set -euo pipefail
 bin=$(cd "$1" && pwd)
-headers=$(cd "$(dirname "$0")/../../runtime" && pwd)
+headers=$(cd "$(dirname "$0")/../../runtime/shading" && pwd)
 examples=$(cd "$(dirname "$0")/../../examples" && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT

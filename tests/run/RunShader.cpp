@@ -11,8 +11,8 @@
 #include "backends/SlcGenByteCode.h"
 #include "driver/SlcCommandLine.h"
 #include "helpers/CheckedShader.h"
-#include "machine/QxVerifier.h"
 #include "machine/SqxScene.h"
+#include "machine/verify/QxVerifier.h"
 #include "support/SlcDiagnostics.h"
 #include "support/reports/SlcSemanticError.h"
 

@@ -1,8 +1,0 @@
-#pragma once
-
-#include "machine/QxDraft.h"
-#include "machine/QxMachineVariables.h"
-
-/// Drops jumps over uniform code whose flag was decided by a jump before. The targets of the codes
-/// are indexes among the drafts, before and after. O(n) for n drafts.
-void QxDropKnownJumps(QxDraftBlock& block, const QxMachineVariables& variables);

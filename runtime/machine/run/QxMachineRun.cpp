@@ -1,0 +1,383 @@
+// The machine's loop.
+//
+// Outside the parallel brackets an instruction runs once, or for the whole grid. The brackets run
+// strip by strip, so that the values of a strip stay in the cache from one instruction to the next,
+// and points that have left a loop cost nothing where a whole strip has: a loop within the brackets
+// goes on as long as the strip has a point in it. No point sees another one there, so that the
+// order does not show; texts that points hand to the scene are sorted. Within the brackets a
+// condition narrows the mask: nothing runs where no point is left, and no mask is looked at where
+// all are.
+
+#include "machine/run/QxMachineRun.h"
+
+#include <algorithm>
+
+#include "QxHostError.h"
+
+namespace {
+
+constexpr unsigned int k_strip = 256;
+// Instructions, counted for each point, until somebody is asked whether to go on: some microseconds
+// of the cheapest ones, some milliseconds of those that are not.
+constexpr std::size_t k_workBetweenTests = std::size_t{1} << 15;
+
+enum class Share { None, Some, All };
+
+/// Of points of which some, or all, have a flag.
+Share ShareOf(unsigned int any, unsigned int all)
+{
+    if (any == 0)
+        return Share::None;
+    return all != 0 ? Share::All : Share::Some;
+}
+
+Share ShareOf(const QxStopAndBool* flags, unsigned int first, unsigned int count, bool wanted)
+{
+    unsigned int any = 0;
+    unsigned int all = 1;
+    for (unsigned int i = first; i < first + count; ++i) {
+        any |= flags[i].value;
+        all &= flags[i].value;
+    }
+    return wanted ? ShareOf(any, all) : ShareOf(all ^ 1, any ^ 1);
+}
+
+/// mask = outer and (flags are as wanted)
+Share MakeMask(QxStopAndBool* mask, const QxStopAndBool* outer, const QxStopAndBool* flags,
+               const QxPoints& points, bool wanted)
+{
+    const unsigned int turn = wanted ? 0 : 1;
+    unsigned int any = 0;
+    unsigned int all = 1;
+    for (unsigned int i = points.first; i < points.End(); ++i) {
+        const unsigned int value = (flags[i].value ^ turn) & (outer ? outer[i].value : 1);
+        mask[i].value = value;
+        any |= value;
+        all &= value;
+    }
+    return ShareOf(any, all);
+}
+
+}  // namespace
+
+QxMachineRun::QxMachineRun(const QxMachineProgram& program)
+    : m_program(program),
+      m_code(program.Code()),
+      m_store(program.Code()),
+      m_masks(program.Code().depth),
+      m_outer(program.Code().depth)
+{
+    if (m_code.shadeops)
+        m_state.shadeops = m_code.shadeops->Loaded();
+    m_state.inLight = m_code.isLight;
+}
+
+void QxMachineRun::Start(const QxGrid& grid, const QxShadingContext& context,
+                         std::vector<QxVar>& variables)
+{
+    if (variables.size() != m_program.Parameters().size())
+        throw QxHostError("Shader '" + m_program.Name() + "' has another number of parameters");
+    m_store.Start(grid.Size(), variables);
+    m_state.values = m_store.Values();
+    m_state.grid = grid;
+    m_state.context = &context;
+    m_state.support = context.ShaderSupport();
+    m_state.lights = nullptr;
+    m_state.lightCount = 0;
+    m_state.light = nullptr;
+    m_state.lightsAreForP = false;
+    m_state.notesWait = false;
+    m_state.notes.clear();
+    m_loops.clear();
+    m_steps = 0;
+}
+
+void QxMachineRun::Initialize(const QxShadingContext& context, std::vector<QxVar>& variables)
+{
+    const auto isWanted = [&](const auto& initializer) {
+        return variables[initializer.parameter].UseDefaultValue();
+    };
+    if (variables.size() == m_program.Parameters().size() &&
+        std::none_of(m_code.once.begin(), m_code.once.end(), isWanted))
+        return;
+    // The memory for the grids stays: these blocks are uniform, and take any number of points.
+    Start({m_store.Points(), 1}, context, variables);
+    m_store.Bind({}, *context.Eye());
+    for (const QxMachineCode::Initializer& initializer : m_code.once) {
+        QxVar& variable = variables[initializer.parameter];
+        if (!isWanted(initializer))
+            continue;
+        RunBlock(initializer.code);
+        variable.Store(m_state.values[initializer.result]);
+    }
+}
+
+void QxMachineRun::InitializeAtPoints(std::vector<QxVar>& variables)
+{
+    for (const QxMachineCode::Initializer& initializer : m_code.perPoint) {
+        QxVar& variable = variables[initializer.parameter];
+        if (!variable.UseDefaultValue())
+            continue;
+        RunBlock(initializer.code);
+        void* const result = m_state.values[initializer.result];
+        if (m_code.variables[initializer.result].varying && variable.IsVarying())
+            variable.StoreForEachPoint(result);
+        else
+            variable.Store(result);
+    }
+}
+
+void QxMachineRun::Evaluate(const QxGrid& grid, const QxShadingContext& context,
+                            const QxHiddenVariables& hidden, std::vector<QxVar>& variables,
+                            std::vector<QxLightInput>& lights)
+{
+    Start(grid, context, variables);
+    for (const QxVar& variable : variables)
+        if (variable.IsVarying() && variable.Points() != m_state.grid.Size())
+            throw QxHostError(std::string("Parameter '") + variable.Name() + "' has values for " +
+                              std::to_string(variable.Points()) + " points, but the grid has " +
+                              std::to_string(m_state.grid.Size()));
+    if (m_state.grid.Size() > 1)
+        for (std::vector<QxStopAndBool>& mask : m_masks)
+            mask.resize(m_state.grid.Size());
+    m_store.Bind(hidden, *context.Eye());
+    m_state.P = static_cast<QxVector3*>(hidden.P ? hidden.P : m_store.Zeros());
+    m_state.lights = lights.data();
+    m_state.lightCount = static_cast<unsigned int>(lights.size());
+    InitializeAtPoints(variables);
+    m_state.lightsAreForP = false;
+    RunBlock(m_code.main);
+}
+
+void QxMachineRun::RunBlock(const QxProgramBlock& block)
+{
+    m_store.Clear(block.clears);
+    if (m_state.grid.Size() == 1)
+        return RunBlockAtPoint(block);
+    const QxCode* const codes = block.codes.data();
+    const QxPoints one = {0, 1, nullptr};
+    const QxPoints all = {0, m_state.grid.Size(), nullptr};
+    for (const QxCode* code = codes;;) {
+        switch (code->step) {
+        case QxCodeStep::Once:
+            code->all(m_state, *code, one);
+            ++code;
+            break;
+        case QxCodeStep::Kernel:
+        case QxCodeStep::Grid:
+            code->all(m_state, *code, all);
+            CountWork(all.count);
+            ++code;
+            break;
+        case QxCodeStep::GridIf:
+            RunWhere(*code++);
+            CountWork(all.count);
+            break;
+        case QxCodeStep::BeginParallel:
+            RunParallel(codes, code);
+            code = codes + code->target;
+            break;
+        case QxCodeStep::Goto:
+        case QxCodeStep::GotoIfTrue:
+        case QxCodeStep::GotoIfFalse:
+            code = Jump(codes, code);
+            break;
+        case QxCodeStep::BeginLights:
+            code = BeginLights(block, code);
+            break;
+        case QxCodeStep::EndLights:
+            code = EndLights(block, code);
+            break;
+        case QxCodeStep::EndParallel:
+        case QxCodeStep::IfTrue:
+        case QxCodeStep::IfFalse:
+        case QxCodeStep::EndIf:
+            ++code;
+            break;
+        case QxCodeStep::Stop:
+            return;
+        }
+    }
+}
+
+void QxMachineRun::CountSteps(std::size_t steps)
+{
+    m_steps += steps;
+    if (m_steps > m_stepLimit)
+        throw QxHostError("Shader '" + m_program.Name() + "' does not end within " +
+                          std::to_string(m_stepLimit) + " steps");
+    CountWork(steps);
+}
+
+void QxMachineRun::CountWork(std::size_t work)
+{
+    m_work += work;
+    if (m_work < k_workBetweenTests)
+        return;
+    m_work = 0;
+    if (m_stopTest && m_stopTest())
+        throw QxHostStopped("Shader '" + m_program.Name() + "' was stopped");
+}
+
+/// For the points of a flag.
+void QxMachineRun::RunWhere(const QxCode& code)
+{
+    const auto* flags = static_cast<QxStopAndBool*>(m_state.values[code.flag.variable]);
+    QxPoints points = {0, m_state.grid.Size(), nullptr};
+    const bool one = code.flag.step == 0;
+    const Share share = ShareOf(flags, 0, one ? 1 : points.count, true);
+    if (share == Share::None && !code.whole)
+        return;
+    if (share == Share::All || one) {
+        if (share == Share::All)
+            code.all(m_state, code, points);
+        return;
+    }
+    points.mask = flags;
+    code.masked(m_state, code, points);
+}
+
+// Parallel brackets
+
+void QxMachineRun::RunParallel(const QxCode* codes, const QxCode* begin)
+{
+    const unsigned int strip = begin->pointwise ? 1 : k_strip;
+    const std::size_t length = codes + begin->target - begin;
+    m_state.notesWait = true;
+    const unsigned int size = m_state.grid.Size();
+    const std::size_t stepsBefore = m_steps;
+    std::size_t mostSteps = 0;
+    for (unsigned int first = 0; first < size; first += strip) {
+        const unsigned int count = std::min(strip, size - first);
+        m_steps = stepsBefore;
+        RunStrip(codes, begin + 1, first, count);
+        mostSteps = std::max(mostSteps, m_steps);
+        CountWork(count * length);
+        if (!m_state.notes.empty())
+            TellNotes();
+    }
+    // All points go round together, as it were.
+    m_steps = std::max(stepsBefore, mostSteps);
+    m_state.notesWait = false;
+}
+
+void QxMachineRun::TellNotes()
+{
+    std::stable_sort(m_state.notes.begin(), m_state.notes.end(),
+                     [](const QxNote& a, const QxNote& b) { return a.point < b.point; });
+    const std::vector<QxNote> notes = std::move(m_state.notes);
+    m_state.notes.clear();
+    m_state.notesWait = false;
+    for (const QxNote& note : notes)
+        m_state.Tell(note.point, note.print, note.text);
+    m_state.notesWait = true;
+}
+
+void QxMachineRun::RunStrip(const QxCode* codes, const QxCode* begin, unsigned int first,
+                            unsigned int count)
+{
+    QxPoints points = {first, count, nullptr};
+    unsigned int depth = 0;
+    for (const QxCode* code = begin;;) {
+        if (code->step == QxCodeStep::Kernel) {
+            (points.mask ? code->masked : code->all)(m_state, *code, points);
+            ++code;
+        } else if (code->step == QxCodeStep::EndIf) {
+            points.mask = m_outer[--depth];
+            ++code;
+        } else if (code->step == QxCodeStep::IfTrue || code->step == QxCodeStep::IfFalse) {
+            const QxCode* const inner = Enter(code, points, depth);
+            depth += inner == code + 1 ? 1 : 0;
+            code = inner;
+        } else if (code->step == QxCodeStep::EndParallel) {
+            return;
+        } else {
+            const QxCode* const next = Jump(codes, code);
+            if (next <= code)
+                CountWork(count * static_cast<std::size_t>(code - next));
+            code = next;
+        }
+    }
+}
+
+/// Where a jump leads to, or the instruction behind it.
+const QxCode* QxMachineRun::Jump(const QxCode* codes, const QxCode* code)
+{
+    const bool jump =
+        code->step == QxCodeStep::Goto || IsTrue(*code) == (code->step == QxCodeStep::GotoIfTrue);
+    const QxCode* const next = jump ? codes + code->target : code + 1;
+    if (next <= code)
+        CountSteps(static_cast<std::size_t>(code - next) + 1);
+    return next;
+}
+
+/// The first instruction within the brackets of a condition, or behind them if no point is left.
+const QxCode* QxMachineRun::Enter(const QxCode* code, QxPoints& points, unsigned int depth)
+{
+    const bool wanted = code->step == QxCodeStep::IfTrue;
+    auto* const flags = static_cast<QxStopAndBool*>(m_state.values[code->flag.variable]);
+    const QxCode* const behind = code + code->number;
+    m_outer[depth] = points.mask;
+    if (code->flag.step == 0)
+        return static_cast<bool>(*flags) == wanted ? code + 1 : behind;
+    if (!points.mask && wanted && !code->copyFlag) {
+        const Share share = ShareOf(flags, points.first, points.count, wanted);
+        points.mask = share == Share::Some ? flags : nullptr;
+        return share == Share::None ? behind : code + 1;
+    }
+    QxStopAndBool* const mask = m_masks[depth].data();
+    switch (MakeMask(mask, points.mask, flags, points, wanted)) {
+    case Share::None:
+        return behind;
+    case Share::All:
+        points.mask = nullptr;
+        break;
+    case Share::Some:
+        points.mask = mask;
+        break;
+    }
+    return code + 1;
+}
+
+// Loops over lights
+
+const QxCode* QxMachineRun::BeginLights(const QxProgramBlock& block, const QxCode* code)
+{
+    if (m_state.lightCount == 0)
+        return block.codes.data() + code->target;
+    m_loops.push_back({code + 1, 0});
+    TakeLight();
+    return code + 1;
+}
+
+/// Loops that were left by a jump end here too.
+const QxCode* QxMachineRun::EndLights(const QxProgramBlock& block, const QxCode* code)
+{
+    const QxCode* const begin = block.codes.data() + code->target;
+    while (!m_loops.empty() && m_loops.back().begin != begin)
+        m_loops.pop_back();
+    if (m_loops.empty())
+        return code + 1;
+    CountSteps(static_cast<std::size_t>(std::max<std::ptrdiff_t>(0, code - begin)) + 1);
+    const bool more = ++m_loops.back().light < m_state.lightCount;
+    if (!more)
+        m_loops.pop_back();
+    TakeLight();
+    return more ? begin : code + 1;
+}
+
+/// Gives the predefined variables of light loops the values of the light at hand, or those of the
+/// grid.
+void QxMachineRun::TakeLight()
+{
+    m_state.light = m_loops.empty() ? nullptr : &m_state.lights[m_loops.back().light];
+    for (std::size_t i = 0; i < 3; ++i)
+        for (const std::uint32_t variable : m_code.lightVariables[i]) {
+            void* value = m_store.Home(variable);
+            if (m_state.light)
+                value = i == 0   ? static_cast<void*>(m_state.light->L)
+                        : i == 1 ? static_cast<void*>(m_state.light->Cl)
+                                 : static_cast<void*>(m_state.light->Ol);
+            m_state.values[variable] = value;
+        }
+}

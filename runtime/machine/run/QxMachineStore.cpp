@@ -1,0 +1,213 @@
+// One block of memory for all that a run owns, cut into pieces by variable; parameters and
+// predefined variables stay where the host has them. Two addresses are kept for each variable:
+// `m_homes` where its piece is, `m_values` where it stands now. They differ only for what is
+// re-bound while code runs: a reference to an element, and L, Cl and Ol in a loop over lights.
+//
+// A varying reference is an array of addresses, one for each point, with elements of its own behind
+// it, to which it leads before it is bound: a file may use it too early without harm.
+//
+// Tested by tests/host/HostTest.cpp and tests/host/AgreementTest.cpp.
+
+#include "machine/run/QxMachineStore.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "QxHostError.h"
+#include "sqx/SqxPredefined.h"
+
+namespace {
+
+using Kind = QxStorage::Kind;
+
+// One line of the cache more than the values need, so that arrays of 2^n points do not compete for
+// the same places of the cache.
+constexpr std::size_t k_alignment = 64;
+constexpr std::size_t k_gap = 2 * k_alignment;
+// Floats of any element.
+constexpr std::size_t k_widest = 16;
+constexpr std::size_t k_highestBytes = std::size_t{1} << 34;
+
+std::size_t ElementBytes(QxStored stored)
+{
+    switch (stored) {
+    case QxStored::Any:
+    case QxStored::Matrix:
+        return k_widest * sizeof(float);
+    case QxStored::Number:
+    case QxStored::Flag:
+        return sizeof(float);
+    case QxStored::Triple:
+        return 3 * sizeof(float);
+    case QxStored::Text:
+        return sizeof(const char*);
+    }
+    return 0;
+}
+
+/// Stands for the eye, which is no member.
+constexpr std::uint32_t k_eye = sizeof(QxHiddenVariables);
+#define QX_MEMBER(NAME) offsetof(QxHiddenVariables, NAME)
+/// Of the members, by row of the table of predefined variables.
+constexpr std::uint32_t k_offsets[] = {
+    QX_MEMBER(Cs), QX_MEMBER(Os), QX_MEMBER(P),  QX_MEMBER(dPdu),   QX_MEMBER(dPdv),
+    QX_MEMBER(N),  QX_MEMBER(Ng), QX_MEMBER(u),  QX_MEMBER(v),      QX_MEMBER(du),
+    QX_MEMBER(dv), QX_MEMBER(s),  QX_MEMBER(t),  QX_MEMBER(L),      QX_MEMBER(Cl),
+    QX_MEMBER(Ol), k_eye,         QX_MEMBER(I),  QX_MEMBER(ncomps), QX_MEMBER(time),
+    QX_MEMBER(Ci), QX_MEMBER(Oi), QX_MEMBER(Ps), QX_MEMBER(alpha)};
+#undef QX_MEMBER
+static_assert(std::size(k_offsets) == std::size(k_sqxPredefined));
+
+bool IsOwn(Kind kind)
+{
+    return kind == Kind::Local || kind == Kind::Borrowed || kind == Kind::Reference ||
+           kind == Kind::Alias || kind == Kind::Nowhere;
+}
+
+}  // namespace
+
+void QxMachineStore::Memory::operator()(void* block) const
+{
+    std::free(block);
+}
+
+QxMachineStore::QxMachineStore(const QxMachineCode& code)
+    : m_code(code),
+      m_values(code.variables.size()),
+      m_homes(code.variables.size())
+{
+    for (std::uint32_t i = 0; i < code.variables.size(); ++i) {
+        const QxStorage& storage = code.variables[i];
+        if (storage.kind == Kind::Reference || storage.kind == Kind::Alias)
+            m_references.push_back(i);
+        if (storage.kind == Kind::Local && storage.size > 1 && storage.stored != QxStored::Text)
+            m_arrays.push_back(i);
+        if (storage.kind == Kind::Parameter)
+            m_parameters.push_back(i);
+        if (storage.kind == Kind::Predefined)
+            m_predefined.push_back({i, k_offsets[storage.number]});
+        if (storage.kind == Kind::Ng)
+            m_predefined.push_back({i, offsetof(QxHiddenVariables, Ng)});
+        if (storage.kind != Kind::Constant)
+            continue;
+        const QxConstant& constant = code.constants[storage.number];
+        // Nothing writes to a constant: the translation saw to that.
+        const void* place = constant.numbers;
+        if (storage.stored == QxStored::Text)
+            place = &constant.text;
+        else if (storage.stored == QxStored::Flag)
+            place = &constant.flag;
+        m_values[i] = m_homes[i] = const_cast<void*>(place);
+    }
+}
+
+QxMachineStore::~QxMachineStore()
+{
+    FreeTexts();
+}
+
+std::size_t QxMachineStore::BytesOf(const QxStorage& storage, std::size_t points) const
+{
+    const std::size_t places = storage.varying ? points : 1;
+    // A reference has an element of its own too, for before it is bound.
+    const std::size_t pointer = storage.kind == Kind::Reference ? sizeof(void*) : 0;
+    return places * (storage.size * ElementBytes(storage.stored) + pointer) + k_gap;
+}
+
+void QxMachineStore::Start(std::size_t points, std::vector<QxVar>& variables)
+{
+    FreeTexts();
+    if (points != m_points)
+        Allocate(points);
+    for (const std::uint32_t i : m_parameters)
+        m_values[i] = m_homes[i] = variables[m_code.variables[i].number].Value();
+    ResetReferences();
+    Clear(m_arrays);
+}
+
+void QxMachineStore::Allocate(std::size_t points)
+{
+    m_points = 0;
+    m_texts.clear();
+    m_zeros.clear();
+    std::size_t bytes = 0;
+    const auto padded = [&](const QxStorage& storage) {
+        return (BytesOf(storage, points) + k_alignment - 1) / k_alignment * k_alignment;
+    };
+    for (const QxStorage& storage : m_code.variables)
+        bytes += IsOwn(storage.kind) ? padded(storage) : 0;
+    bytes = std::max(bytes, k_alignment);
+    m_block.reset();
+    if (bytes < k_highestBytes)
+        m_block.reset(static_cast<char*>(std::aligned_alloc(k_alignment, bytes)));
+    if (!m_block)
+        throw QxHostError("There is no memory for the variables of a grid of " +
+                          std::to_string(points) + " points");
+    std::memset(m_block.get(), 0, bytes);
+    char* place = m_block.get();
+    for (std::uint32_t i = 0; i < m_values.size(); ++i) {
+        const QxStorage& storage = m_code.variables[i];
+        if (!IsOwn(storage.kind))
+            continue;
+        m_values[i] = m_homes[i] = place;
+        place += padded(storage);
+        if (storage.kind == Kind::Local && storage.stored == QxStored::Text)
+            m_texts.emplace_back(i, storage.size * (storage.varying ? points : 1));
+    }
+    m_points = points;
+}
+
+void QxMachineStore::FreeTexts()
+{
+    for (const auto& [variable, count] : m_texts) {
+        auto** const texts = static_cast<char**>(m_homes[variable]);
+        for (std::size_t i = 0; i < count; ++i) {
+            std::free(texts[i]);
+            texts[i] = nullptr;
+        }
+    }
+}
+
+void QxMachineStore::ResetReferences()
+{
+    for (const std::uint32_t number : m_references) {
+        const QxStorage& storage = m_code.variables[number];
+        m_values[number] = m_homes[number];
+        if (storage.kind != Kind::Reference)
+            continue;
+        auto** const elements = static_cast<void**>(m_homes[number]);
+        char* const own = static_cast<char*>(m_homes[number]) + m_points * sizeof(void*);
+        for (std::size_t i = 0; i < m_points; ++i)
+            elements[i] = own + i * ElementBytes(storage.stored);
+    }
+}
+
+void QxMachineStore::Clear(const std::vector<std::uint32_t>& locals)
+{
+    for (const std::uint32_t number : locals) {
+        const QxStorage& storage = m_code.variables[number];
+        const std::size_t places = storage.varying ? m_points : 1;
+        std::memset(m_homes[number], 0, places * storage.size * ElementBytes(storage.stored));
+    }
+}
+
+void* QxMachineStore::Zeros()
+{
+    if (m_zeros.empty())
+        m_zeros.assign(m_points, {0, 0, 0});
+    return m_zeros.data();
+}
+
+void QxMachineStore::Bind(const QxHiddenVariables& h, const QxVector3& eye)
+{
+    m_eye = eye;
+    for (const auto& [variable, offset] : m_predefined) {
+        void* member = &m_eye;
+        if (offset != k_eye)
+            std::memcpy(&member, reinterpret_cast<const char*>(&h) + offset, sizeof(member));
+        m_values[variable] = m_homes[variable] = member ? member : Zeros();
+    }
+}

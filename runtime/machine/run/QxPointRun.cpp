@@ -1,0 +1,64 @@
+// A grid of one point, as ray tracers shade them: nothing but steps, one after the other.
+//
+// The point is there or it is not. So a condition is a jump over its brackets, no mask is kept,
+// parallel brackets mean nothing, and what has a kernel for one point spares the loop. Instructions
+// run in the order of the code, which is that in which the point's texts reach the scene.
+//
+// Tested by tests/host/AgreementTest.cpp, where grids of one point are shaded too.
+
+#include "machine/run/QxMachineRun.h"
+
+void QxMachineRun::RunBlockAtPoint(const QxProgramBlock& block)
+{
+    const QxCode* const codes = block.codes.data();
+    CountWork(block.codes.size());
+    for (const QxCode* code = codes;;) {
+        if (code->point) {
+            code->point(m_state, code->operands);
+            ++code;
+            continue;
+        }
+        switch (code->step) {
+        case QxCodeStep::Once:
+        case QxCodeStep::Kernel:
+        case QxCodeStep::Grid:
+            code->all(m_state, *code, {0, 1, nullptr});
+            ++code;
+            break;
+        case QxCodeStep::IfTrue:
+        case QxCodeStep::IfFalse:
+            code += IsTrue(*code) == (code->step == QxCodeStep::IfTrue) ? 1 : code->number;
+            break;
+        case QxCodeStep::EndIf:
+        case QxCodeStep::BeginParallel:
+        case QxCodeStep::EndParallel:
+            ++code;
+            break;
+        case QxCodeStep::GridIf:
+            RunWhere(*code++);
+            break;
+        case QxCodeStep::GotoIfTrue:
+        case QxCodeStep::GotoIfFalse:
+            if (IsTrue(*code) != (code->step == QxCodeStep::GotoIfTrue)) {
+                ++code;
+                break;
+            }
+            [[fallthrough]];
+        case QxCodeStep::Goto: {
+            const QxCode* const next = codes + code->target;
+            if (next <= code)
+                CountSteps(static_cast<std::size_t>(code - next) + 1);
+            code = next;
+            break;
+        }
+        case QxCodeStep::BeginLights:
+            code = BeginLights(block, code);
+            break;
+        case QxCodeStep::EndLights:
+            code = EndLights(block, code);
+            break;
+        case QxCodeStep::Stop:
+            return;
+        }
+    }
+}

@@ -1,0 +1,22 @@
+// Passes mark what may go and drop it in one sweep, so that a pass stays linear and jumps are
+// mended once. A jump to a dropped draft leads to the next one that is kept: what went did nothing
+// there.
+
+#include "machine/translate/QxDraft.h"
+
+std::vector<std::uint32_t> QxDraftBlock::Keep(const std::vector<char>& kept)
+{
+    std::vector<std::uint32_t> newIndexes;
+    newIndexes.reserve(drafts.size() + 1);
+    std::uint32_t count = 0;
+    for (std::size_t i = 0; i < drafts.size(); ++i) {
+        newIndexes.push_back(count);
+        if (kept[i])
+            drafts[count++] = drafts[i];
+    }
+    newIndexes.push_back(count);
+    drafts.resize(count);
+    for (QxDraft& draft : drafts)
+        draft.code.target = newIndexes[draft.code.target];
+    return newIndexes;
+}

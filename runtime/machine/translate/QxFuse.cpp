@@ -1,0 +1,196 @@
+// Copies forwarded, and products summed in one go:
+//
+//     t = f(x);  y = t                    becomes    y = f(x)
+//     t = a * b;  y = t + c               becomes    y = a * b + c
+//     t = a * b;  u = c * d;  y = t - u   becomes    y = a * b - c * d
+//
+// where nobody reads `t` and `u` behind it. An instruction on numbers spends its time on loading
+// and storing them, not on arithmetic, and a temporary costs one of each. The products are rounded
+// as before. On the way back through a block, so that what was fused may be fused again; two
+// instructions must stand side by side: a peephole (William McKeeman, "Peephole optimization",
+// 1965) that knows what is alive.
+//
+// Tested by tests/machine/QxTranslatorTest.cpp, FusesWhatOnlyServesTheNextInstruction, and with
+// whole shaders by tests/host/AgreementTest.cpp.
+
+#include "machine/translate/QxFuse.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace {
+
+constexpr std::size_t k_none = static_cast<std::size_t>(-1);
+
+/// What becomes of a product and an instruction that has its result as one of its operands.
+struct Pair {
+    std::string_view user;
+    std::size_t place;        // of the product's result among the user's arguments
+    std::string_view result;  // primitive of both
+    enum class Order { ProductFirst, ProductLast } order;
+};
+
+constexpr Pair k_pairs[] = {
+    // user              place  result                          product's factors
+    {"ADD_FLOAT_FLOAT", 0, "machine:product plus", Pair::Order::ProductFirst},
+    {"ADD_FLOAT_FLOAT", 1, "machine:product plus", Pair::Order::ProductFirst},
+    {"SUB_FLOAT_FLOAT", 0, "machine:product minus", Pair::Order::ProductFirst},
+    {"SUB_FLOAT_FLOAT", 1, "machine:minus product", Pair::Order::ProductLast},
+    {"machine:product plus", 2, "machine:sum of products", Pair::Order::ProductFirst},
+    {"machine:product minus", 2, "machine:difference of products", Pair::Order::ProductLast},
+    {"machine:minus product", 0, "machine:difference of products", Pair::Order::ProductFirst},
+};
+
+bool IsCopy(const QxDraft& draft)
+{
+    constexpr std::string_view copies[] = {"ASSIGN_FLOAT_FLOAT", "ASSIGN_COLOR_COLOR",
+                                           "ASSIGN_POINT_POINT", "ASSIGN_BOOL_BOOL"};
+    return std::find(std::begin(copies), std::end(copies), draft.row->primitive) !=
+           std::end(copies);
+}
+
+class Fuser {
+public:
+    Fuser(QxDraftWriter& writer, QxLiveness& liveness)
+        : m_writer(writer),
+          m_block(writer.Block()),
+          m_liveness(liveness),
+          m_kept(m_block.drafts.size(), 1)
+    {
+    }
+    void Run();
+
+private:
+    [[nodiscard]] std::size_t Before(std::size_t index, std::size_t begin) const;
+    [[nodiscard]] bool FuseWithTheOneBefore(std::size_t index, std::size_t begin);
+    [[nodiscard]] bool ForwardCopy(std::size_t before, std::size_t index);
+    [[nodiscard]] bool FuseProduct(std::size_t before, std::size_t index);
+    [[nodiscard]] bool IsOnlyFor(const QxOperand& temporary, const QxDraft& user) const;
+    void Drop(std::size_t index);
+    void Replace(std::size_t index, std::string_view primitive,
+                 const std::vector<QxOperand>& operands);
+    [[nodiscard]] const QxOperand* OperandsOf(const QxDraft& draft) const
+    {
+        return m_block.operands.data() + draft.first;
+    }
+
+    QxDraftWriter& m_writer;
+    QxDraftBlock& m_block;
+    QxLiveness& m_liveness;
+    std::vector<char> m_kept;  // by draft
+};
+
+void Fuser::Run()
+{
+    m_liveness.WalkBack([this](std::size_t index, std::size_t begin) {
+        while (FuseWithTheOneBefore(index, begin)) {
+        }
+    });
+    m_liveness.Renumber(m_block.Keep(m_kept));
+}
+
+/// The last one before it in the basic block that is still there.
+std::size_t Fuser::Before(std::size_t index, std::size_t begin) const
+{
+    while (index-- > begin)
+        if (m_kept[index])
+            return index;
+    return k_none;
+}
+
+bool Fuser::FuseWithTheOneBefore(std::size_t index, std::size_t begin)
+{
+    const QxDraft& user = m_block.drafts[index];
+    if (!m_kept[index] || user.code.step != QxCodeStep::Kernel || !user.row->shaped ||
+        OperandsOf(user)[0].step == 0)
+        return false;
+    const std::size_t before = Before(index, begin);
+    if (before == k_none || m_block.drafts[before].code.step != QxCodeStep::Kernel ||
+        !m_block.drafts[before].row->perPoint || m_block.drafts[before].code.count == 0)
+        return false;
+    return IsCopy(user) ? ForwardCopy(before, index) : FuseProduct(before, index);
+}
+
+/// Once the user has read it, nobody does.
+bool Fuser::IsOnlyFor(const QxOperand& temporary, const QxDraft& user) const
+{
+    return temporary.step != 0 && m_liveness.Follows(temporary) &&
+           (!m_liveness.IsLive(temporary) || OperandsOf(user)[0].variable == temporary.variable);
+}
+
+bool Fuser::ForwardCopy(std::size_t before, std::size_t index)
+{
+    const QxDraft& copy = m_block.drafts[index];
+    const QxDraft& source = m_block.drafts[before];
+    const QxOperand target = OperandsOf(copy)[0];
+    const QxOperand* const operands = OperandsOf(source);
+    const char* const letters = m_block.letters.data() + source.first;
+    if (operands[0].variable != OperandsOf(copy)[1].variable || letters[0] != 'w' ||
+        target.variable == operands[0].variable || !IsOnlyFor(operands[0], copy))
+        return false;
+    // Only kernels with a shape read all of a point before they write it.
+    for (std::size_t k = 1; k < source.code.count; ++k)
+        if (letters[k] != 'r' || (operands[k].variable == target.variable && !source.row->shaped))
+            return false;
+    m_block.drafts[index] = source;
+    m_block.operands[source.first] = target;
+    Drop(before);
+    return true;
+}
+
+bool Fuser::FuseProduct(std::size_t before, std::size_t index)
+{
+    const QxDraft& user = m_block.drafts[index];
+    const QxDraft& product = m_block.drafts[before];
+    const QxOperand* const factors = OperandsOf(product);
+    if (product.row->primitive != "MULT_FLOAT_FLOAT" || !IsOnlyFor(factors[0], user))
+        return false;
+    const std::uint32_t temporary = factors[0].variable;
+    const QxOperand* const operands = OperandsOf(user);
+    const auto uses =
+        std::count_if(operands + 1, operands + user.code.count,
+                      [&](const QxOperand& operand) { return operand.variable == temporary; });
+    if (uses != 1)
+        return false;
+    for (const Pair& pair : k_pairs) {
+        if (user.row->primitive != pair.user || operands[1 + pair.place].variable != temporary)
+            continue;
+        std::vector<QxOperand> fused = {operands[0]};
+        for (std::size_t k = 1; k < user.code.count; ++k)
+            if (k != 1 + pair.place)
+                fused.push_back(operands[k]);
+        fused.insert(pair.order == Pair::Order::ProductFirst ? fused.begin() + 1 : fused.end(),
+                     {factors[1], factors[2]});
+        Replace(index, pair.result, fused);
+        Drop(before);
+        return true;
+    }
+    return false;
+}
+
+void Fuser::Drop(std::size_t index)
+{
+    m_kept[index] = 0;
+    m_block.drafts[index].code.count = 0;  // reads and writes nothing
+}
+
+/// The first operand is written.
+void Fuser::Replace(std::size_t index, std::string_view primitive,
+                    const std::vector<QxOperand>& operands)
+{
+    QxDraft& draft = m_block.drafts[index];
+    draft.row = &m_writer.RowOf(primitive);
+    draft.first = m_block.operands.size();
+    draft.code.count = static_cast<std::uint32_t>(operands.size());
+    m_block.operands.insert(m_block.operands.end(), operands.begin(), operands.end());
+    m_block.letters += 'w';
+    m_block.letters.append(operands.size() - 1, 'r');
+    m_writer.ChooseKernels(draft);
+}
+
+}  // namespace
+
+void QxFuse(QxDraftWriter& writer, QxLiveness& liveness)
+{
+    Fuser(writer, liveness).Run();
+}

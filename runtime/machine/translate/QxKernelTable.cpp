@@ -1,0 +1,49 @@
+// Kernels are listed by the names of primitives, code knows numbers. The step between them is made
+// once, for each set of kernels when it is first wanted, so that opening a file costs no look-up of
+// names. Forms of one primitive, such as those with a condition, have numbers of their own and one
+// row.
+//
+// That each instruction of the language has a row is seen by tests/host/AgreementTest.cpp.
+
+#include "machine/translate/QxKernelTable.h"
+
+#include "sqx/SqxLayout.h"
+#include "sqx/SqxNumbers.h"
+
+QxKernelTable::QxKernelTable(bool avx2)
+{
+    using Rows = QxKernelRows (*)();
+    const std::vector<Rows> baseline = {qxbaseline::OperatorKernels, qxbaseline::FunctionKernels,
+                                        qxbaseline::FilterKernels,   qxbaseline::NeighbourKernels,
+                                        qxbaseline::LightKernels,    qxbaseline::StatementKernels,
+                                        qxbaseline::SplineKernels};
+    const std::vector<Rows> fast = {qxavx2::OperatorKernels, qxavx2::FunctionKernels,
+                                    qxavx2::FilterKernels,   qxavx2::NeighbourKernels,
+                                    qxavx2::LightKernels,    qxavx2::StatementKernels,
+                                    qxavx2::SplineKernels};
+    std::vector<Rows> tables = avx2 ? fast : baseline;
+    tables.insert(tables.end(), {qxcommon::SceneKernels, qxcommon::ListKernels,
+                                 qxcommon::ReferenceKernels, qxcommon::ShadeopKernels});
+    for (const Rows table : tables)
+        for (const QxKernelRow& row : table())
+            m_byName.emplace(row.primitive, &row);
+    for (int number = 0; number <= k_sqxHighestNumber; ++number) {
+        const SqxLayout* layout = SqxLayout::Find(number);
+        m_byNumber.push_back(layout ? Find(layout->primitive) : nullptr);
+    }
+}
+
+const QxKernelTable& QxKernelTable::For(bool avx2)
+{
+    static const QxKernelTable baseline(false);
+    if (!avx2)
+        return baseline;
+    static const QxKernelTable fast(true);
+    return fast;
+}
+
+const QxKernelRow* QxKernelTable::Find(std::string_view primitive) const
+{
+    const auto found = m_byName.find(primitive);
+    return found == m_byName.end() ? nullptr : found->second;
+}

@@ -1,0 +1,117 @@
+// Jumps whose flag is known:
+//
+//     if not f goto behind;  if not f goto 1;  u = 2;  1: ...  if not f goto 2;  w = u;  2: ...
+// becomes
+//     if not f goto behind;  u = 2;  ...  w = u;  ...
+//
+// Within a loop, each uniform instruction hangs on the flag of whether any point goes round, and
+// the jump that leaves the loop has asked for it already. On from a jump that was not taken its
+// flag is known, until something writes it or another way leads here. A dropped jump is no way any
+// more, so that what follows its target may be known too.
+//
+// Tested by tests/machine/QxTranslatorTest.cpp.
+
+#include "machine/translate/QxKnownJumps.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+// Flags of loops inside each other; more would make the search long.
+constexpr std::size_t k_mostKnown = 8;
+
+bool IsConditional(QxCodeStep step)
+{
+    return step == QxCodeStep::GotoIfTrue || step == QxCodeStep::GotoIfFalse;
+}
+
+bool IsJump(QxCodeStep step)
+{
+    return IsConditional(step) || step == QxCodeStep::Goto || step == QxCodeStep::BeginLights ||
+           step == QxCodeStep::EndLights;
+}
+
+class KnownJumps {
+public:
+    KnownJumps(QxDraftBlock& block, const QxMachineVariables& variables)
+        : m_block(block),
+          m_variables(variables),
+          m_jumpsTo(block.drafts.size(), 0)
+    {
+    }
+    void Run();
+
+private:
+    struct Known {
+        std::uint32_t flag;
+        bool value;
+    };
+    [[nodiscard]] bool IsNeverTaken(const QxCode& code) const;
+    [[nodiscard]] bool CanBeFollowed(std::uint32_t variable) const;
+    void ForgetWritten(const QxDraft& draft);
+
+    QxDraftBlock& m_block;
+    const QxMachineVariables& m_variables;
+    std::vector<std::uint32_t> m_jumpsTo;  // by draft: how many
+    std::vector<Known> m_known;
+};
+
+void KnownJumps::Run()
+{
+    std::vector<QxDraft>& drafts = m_block.drafts;
+    for (const QxDraft& draft : drafts)
+        if (IsJump(draft.code.step))
+            ++m_jumpsTo[draft.code.target];
+    std::vector<char> kept(drafts.size(), 1);
+    for (std::size_t i = 0; i < drafts.size(); ++i) {
+        const QxCode& code = drafts[i].code;
+        if (m_jumpsTo[i] > 0)
+            m_known.clear();
+        if (!IsConditional(code.step)) {
+            ForgetWritten(drafts[i]);
+        } else if (IsNeverTaken(code)) {
+            kept[i] = 0;
+            --m_jumpsTo[code.target];
+        } else if (CanBeFollowed(code.flag.variable)) {
+            if (m_known.size() == k_mostKnown)
+                m_known.erase(m_known.begin());
+            m_known.push_back({code.flag.variable, code.step == QxCodeStep::GotoIfFalse});
+        }
+    }
+    if (std::find(kept.begin(), kept.end(), 0) != kept.end())
+        m_block.Keep(kept);
+}
+
+bool KnownJumps::IsNeverTaken(const QxCode& code) const
+{
+    return std::any_of(m_known.begin(), m_known.end(), [&](const Known& known) {
+        return known.flag == code.flag.variable &&
+               known.value == (code.step == QxCodeStep::GotoIfFalse);
+    });
+}
+
+/// Only its own name leads to it.
+bool KnownJumps::CanBeFollowed(std::uint32_t variable) const
+{
+    const QxStorage& storage = m_variables[variable];
+    return storage.kind == QxStorage::Kind::Local && !storage.varying && storage.size == 1;
+}
+
+void KnownJumps::ForgetWritten(const QxDraft& draft)
+{
+    if (m_known.empty())
+        return;
+    for (std::size_t k = draft.first; k < draft.first + draft.code.count; ++k)
+        if (QxIsWritten(m_block.letters[k]))
+            std::erase_if(m_known, [&](const Known& known) {
+                return known.flag == m_block.operands[k].variable;
+            });
+}
+
+}  // namespace
+
+void QxDropKnownJumps(QxDraftBlock& block, const QxMachineVariables& variables)
+{
+    KnownJumps(block, variables).Run();
+}

@@ -1,0 +1,214 @@
+// Every variable of the file becomes a row that says where its values are and how wide they are;
+// the rows keep the file's order, so that numbers in code need no translation. What translation
+// needs besides (a place for unwanted results, `Ng` for faceforward, temporaries) comes behind
+// them.
+//
+// A reference is an alias where all points mean the same element, which costs nothing at a use:
+//
+//     ARRAY_REF r a i      outside of a run, i uniform      r stands for a[i]
+//     ARRAY_REF r a i      in a run, or i varying           an address for each point
+//
+// That is settled by looking at all its bindings first, since one that varies decides for all.
+//
+// Tested by tests/host/AgreementTest.cpp against shared objects.
+
+#include "machine/translate/QxMachineVariables.h"
+
+#include <algorithm>
+
+#include "sqx/SqxNumbers.h"
+#include "sqx/SqxPredefined.h"
+
+namespace {
+
+QxStored StoredOf(SqxType type)
+{
+    switch (type) {
+    case SqxType::Float:
+    case SqxType::Int:
+        break;
+    case SqxType::Point:
+    case SqxType::Color:
+    case SqxType::Vector:
+    case SqxType::Normal:
+        return QxStored::Triple;
+    case SqxType::String:
+        return QxStored::Text;
+    case SqxType::Matrix:
+        return QxStored::Matrix;
+    case SqxType::Bool:
+        return QxStored::Flag;
+    }
+    return QxStored::Number;
+}
+
+/// The steps along u and v are the same everywhere: a grid has one value of each.
+bool IsOneForTheGrid(const SqxVariable& variable)
+{
+    return variable.kind == SqxVariableKind::Predefined &&
+           (variable.name == "du" || variable.name == "dv");
+}
+
+std::uint32_t PredefinedRow(const std::string& name)
+{
+    std::uint32_t row = 0;
+    while (name != k_sqxPredefined[row].name)
+        ++row;
+    return row;
+}
+
+/// The characters that a literal of the source stands for.
+std::string LiteralText(const std::string& quoted)
+{
+    std::string text;
+    for (std::size_t i = 1; i + 1 < quoted.size(); ++i) {
+        if (quoted[i] != '\\' || i + 2 >= quoted.size()) {
+            text += quoted[i];
+            continue;
+        }
+        const char code = quoted[++i];
+        text += code == 'n' ? '\n' : code == 't' ? '\t' : code;
+    }
+    return text;
+}
+
+}  // namespace
+
+QxMachineVariables::QxMachineVariables(const SqxShader& shader, QxMachineCode& target)
+    : m_shader(shader),
+      m_target(target)
+{
+    AddVariables();
+    ClassifyReferences(shader.main);
+    for (const SqxInitializer& initializer : shader.initializers)
+        ClassifyReferences(initializer.code);
+}
+
+void QxMachineVariables::AddVariables()
+{
+    constexpr const char* lightNames[] = {"L", "Cl", "Ol"};
+    for (std::size_t i = 0; i < m_shader.variables.size(); ++i) {
+        const SqxVariable& variable = m_shader.variables[i];
+        QxStorage storage;
+        storage.stored = StoredOf(variable.type);
+        storage.varying = !variable.uniform && !IsOneForTheGrid(variable);
+        storage.size = static_cast<std::uint32_t>(variable.size);
+        switch (variable.kind) {
+        case SqxVariableKind::Predefined:
+            storage.kind = QxStorage::Kind::Predefined;
+            storage.number = PredefinedRow(variable.name);
+            for (std::size_t j = 0; j < 3; ++j)
+                if (variable.name == lightNames[j])
+                    m_target.lightVariables[j].push_back(static_cast<std::uint32_t>(i));
+            break;
+        case SqxVariableKind::Parameter:
+            storage.kind = QxStorage::Kind::Parameter;
+            storage.number = static_cast<std::uint32_t>(i - m_shader.predefinedCount);
+            break;
+        case SqxVariableKind::Local:
+            storage.kind = variable.reference ? QxStorage::Kind::Nowhere : QxStorage::Kind::Local;
+            break;
+        case SqxVariableKind::Constant:
+            AddConstant(variable, storage);
+            break;
+        }
+        m_target.variables.push_back(storage);
+    }
+    m_nowhere = AddVariable({QxStorage::Kind::Nowhere, QxStored::Any, false, 1, 0});
+    m_ng = AddVariable({QxStorage::Kind::Ng, QxStored::Triple, true, 1, 0});
+}
+
+void QxMachineVariables::AddConstant(const SqxVariable& variable, QxStorage& storage)
+{
+    storage.kind = QxStorage::Kind::Constant;
+    storage.varying = false;
+    storage.number = static_cast<std::uint32_t>(m_target.constants.size());
+    QxConstant& constant = m_target.constants.emplace_back();
+    constant.flag = variable.number != 0;
+    constant.numbers[0] = static_cast<float>(variable.number);
+    if (variable.type == SqxType::String)
+        constant.text = m_target.texts.emplace_back(LiteralText(variable.text)).c_str();
+}
+
+std::uint32_t QxMachineVariables::AddVariable(const QxStorage& storage)
+{
+    m_target.variables.push_back(storage);
+    return static_cast<std::uint32_t>(m_target.variables.size() - 1);
+}
+
+/// Three equal numbers.
+std::uint32_t QxMachineVariables::AddNumberConstant(float value)
+{
+    QxStorage storage = {QxStorage::Kind::Constant, QxStored::Triple, false, 1,
+                         static_cast<std::uint32_t>(m_target.constants.size())};
+    QxConstant& constant = m_target.constants.emplace_back();
+    std::fill(std::begin(constant.numbers), std::end(constant.numbers), value);
+    return AddVariable(storage);
+}
+
+const QxConstant* QxMachineVariables::ConstantOf(std::uint32_t variable) const
+{
+    const QxStorage& storage = m_target.variables[variable];
+    return storage.kind == QxStorage::Kind::Constant ? &m_target.constants[storage.number]
+                                                     : nullptr;
+}
+
+std::uint32_t QxMachineVariables::AddTemporary(QxStored stored)
+{
+    return AddVariable({QxStorage::Kind::Borrowed, stored, true, 1, 0});
+}
+
+/// The text beside the number of a constant.
+std::uint32_t QxMachineVariables::AddTextConstant(std::uint32_t constant)
+{
+    return AddVariable(
+        {QxStorage::Kind::Constant, QxStored::Text, false, 1, m_target.variables[constant].number});
+}
+
+QxOperand QxMachineVariables::OperandOf(std::uint32_t variable) const
+{
+    const QxStorage& storage = m_target.variables[variable];
+    return {variable, storage.varying ? 1U : 0U, storage.size, storage.stored};
+}
+
+/// A uniform variable, or an element of a uniform array that each point refers to.
+bool QxMachineVariables::IsOneForAllPoints(const QxOperand& operand) const
+{
+    const QxStorage& storage = m_target.variables[operand.variable];
+    if (storage.kind == QxStorage::Kind::Reference)
+        return storage.number != 0;
+    return operand.step == 0 && operand.variable != m_nowhere;
+}
+
+// References. The numbers of those that no instruction binds stay nowhere.
+
+void QxMachineVariables::ClassifyReferences(const SqxBlock& block)
+{
+    bool within = false;
+    for (const SqxInstruction& source : block.instructions) {
+        const int number = block.code[source.position];
+        if (number == static_cast<int>(SqxMark::BeginParallel))
+            within = true;
+        else if (number == static_cast<int>(SqxMark::EndParallel))
+            within = false;
+        else if (number == static_cast<int>(SqxMark::ArrayRef))
+            ClassifyReference(block, source, within);
+    }
+}
+
+void QxMachineVariables::ClassifyReference(const SqxBlock& block, const SqxInstruction& source,
+                                           bool within)
+{
+    const auto storage = [&](std::size_t i) -> QxStorage& {
+        return m_target.variables[static_cast<std::size_t>(block.Value(source, i))];
+    };
+    QxStorage& reference = storage(0);
+    const bool first = reference.kind == QxStorage::Kind::Nowhere;
+    const bool one = !within && !storage(2).varying;
+    const bool alias = one && (first || (reference.kind == QxStorage::Kind::Alias &&
+                                         reference.varying == storage(1).varying));
+    // A uniform array stays known: texts of its elements must not be written point by point.
+    reference.number = (first ? 0 : reference.number) | (storage(1).varying ? 0 : 1);
+    reference.kind = alias ? QxStorage::Kind::Alias : QxStorage::Kind::Reference;
+    reference.varying = alias ? storage(1).varying : true;
+}

@@ -1,0 +1,68 @@
+// What masks gain from liveness.
+//
+//     IfTrue f;  t = x * x;  y = t + 1;  EndIf
+// becomes
+//     IfTrue f;  t = x * x (for all points);  y = t + 1;  EndIf
+//
+// since nobody reads `t` behind the brackets: what other points hold in it does not matter, and a
+// loop without a mask is faster. Brackets of one or two instructions that all ignore the mask
+// vanish. Only cheap functions are computed where nobody asked for them, and only those that cannot
+// fault.
+//
+// Tested by tests/machine/QxSimplifyMasksTest.cpp, and with whole shaders by
+// tests/host/AgreementTest.cpp.
+
+#include "machine/translate/QxSimplifyMasks.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::size_t k_shortBrackets = 2;
+
+/// The masked kernels of writes that nobody reads elsewhere become those for all points.
+void IgnoreMasks(QxDraftBlock& block, QxLiveness& liveness)
+{
+    liveness.WalkBack([&](std::size_t index, std::size_t) {
+        QxDraft& draft = block.drafts[index];
+        if (!liveness.IsWithinCondition() || !draft.row || !draft.row->shaped)
+            return;
+        const QxOperand& result = block.operands[draft.first];
+        if (result.step != 0 && block.letters[draft.first] == 'w' &&
+            !liveness.IsLiveElsewhere(result))
+            draft.code.masked = draft.code.all;
+    });
+}
+
+/// The instructions between brackets that begin at `begin`.
+bool AllIgnoreTheMask(const QxDraftBlock& block, std::size_t begin)
+{
+    const auto first = block.drafts.begin();
+    const QxCode& guard = block.drafts[begin].code;
+    return std::all_of(first + static_cast<std::ptrdiff_t>(begin) + 1,
+                       first + static_cast<std::ptrdiff_t>(guard.target) - 1,
+                       [](const QxDraft& inner) {
+                           return inner.code.step == QxCodeStep::Kernel &&
+                                  inner.code.masked == inner.code.all && inner.row->shaped;
+                       });
+}
+
+void DropShortBrackets(QxDraftBlock& block)
+{
+    std::vector<char> kept(block.drafts.size(), 1);
+    for (std::size_t i = 0; i < block.drafts.size(); ++i) {
+        const QxCode& code = block.drafts[i].code;
+        const bool begins = code.step == QxCodeStep::IfTrue || code.step == QxCodeStep::IfFalse;
+        if (begins && code.target - i <= k_shortBrackets + 2 && AllIgnoreTheMask(block, i))
+            kept[i] = kept[code.target - 1] = 0;
+    }
+    block.Keep(kept);
+}
+
+}  // namespace
+
+void QxSimplifyMasks(QxDraftBlock& block, QxLiveness& liveness)
+{
+    IgnoreMasks(block, liveness);
+    DropShortBrackets(block);
+}

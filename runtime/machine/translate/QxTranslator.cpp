@@ -1,0 +1,323 @@
+// Instruction by instruction, in one walk over each block:
+//
+//     IF_TRUE f;  MULT_FLOAT_FLOAT x y 2;  END_IF
+// becomes
+//     IfTrue f -> behind;  kernel of varying times uniform, operands x, y and the constant;  EndIf
+//
+// Conditions on uniform flags, which stand outside the parallel brackets, become jumps. What a
+// number of the file means is settled here, and checked where a kernel relies on it, so that a run
+// only follows addresses. Afterwards brackets are joined, instructions fused and masks simplified,
+// each in a file of its own.
+//
+// Tested by tests/machine, and with whole shaders by tests/host/AgreementTest.cpp.
+
+#include "machine/translate/QxTranslator.h"
+
+#include <algorithm>
+
+#include "machine/translate/QxFuse.h"
+#include "machine/translate/QxJoinRuns.h"
+#include "machine/translate/QxKnownJumps.h"
+#include "machine/translate/QxSimplifyMasks.h"
+#include "sqx/SqxNumbers.h"
+
+namespace {
+
+QxStored Wanted(const QxKernelRow& row, std::size_t place)
+{
+    if (place < row.operandCount)
+        return row.operands[place];
+    return row.rest ? *row.rest : QxStored::Any;
+}
+
+}  // namespace
+
+QxTranslator::QxTranslator(const SqxShader& shader, const QxKernelTable& kernels,
+                           QxMachineCode& target)
+    : m_shader(shader),
+      m_kernels(kernels),
+      m_target(target),
+      m_variables(shader, target),
+      m_writer(kernels, m_variables),
+      m_block(m_writer.Block())
+{
+}
+
+void QxTranslator::Run()
+{
+    Translate(m_shader.main, m_target.main);
+    for (const SqxInitializer& initializer : m_shader.initializers) {
+        auto& group = initializer.perPoint ? m_target.perPoint : m_target.once;
+        group.emplace_back();
+        group.back().parameter = initializer.parameter;
+        group.back().result = static_cast<std::uint32_t>(initializer.result);
+        Translate(initializer.code, group.back().code);
+    }
+}
+
+void QxTranslator::Translate(const SqxBlock& block, QxProgramBlock& target)
+{
+    m_block = QxDraftBlock();
+    m_starts.clear();
+    m_conditions.clear();
+    m_target.instructions += block.instructions.size();
+    m_block.drafts.reserve(block.instructions.size() + 1);
+    for (const SqxInstruction& source : block.instructions) {
+        m_starts.push_back(m_block.drafts.size());
+        TranslateInstruction(block, source);
+    }
+    m_starts.push_back(m_block.drafts.size());
+    m_writer.Add(QxCodeStep::Stop);
+    for (QxDraft& draft : m_block.drafts)
+        if (draft.jumps)
+            draft.code.target = static_cast<std::uint32_t>(m_starts[draft.code.target]);
+
+    QxDropKnownJumps(m_block, m_variables);
+    QxJoinRuns(m_block, m_variables);
+    QxLiveness liveness(m_block, m_target.variables);
+    if (liveness.Compute()) {
+        target.clears = liveness.ReadFirst();
+        QxFuse(m_writer, liveness);
+        QxSimplifyMasks(m_block, liveness);
+    } else {
+        target.clears = liveness.Locals();
+    }
+    target.operands = std::move(m_block.operands);
+    target.codes.reserve(m_block.drafts.size());
+    unsigned int depth = 0;
+    for (const QxDraft& draft : m_block.drafts) {
+        QxCode& code = target.codes.emplace_back(draft.code);
+        code.operands = target.operands.data() + draft.first;
+        // For the points of a flag there are other ways.
+        if (draft.row && code.step != QxCodeStep::GridIf)
+            code.point = draft.row->point;
+        if (code.step == QxCodeStep::IfTrue || code.step == QxCodeStep::IfFalse) {
+            code.number = static_cast<std::int32_t>(code.target - (target.codes.size() - 1));
+            m_target.depth = std::max(m_target.depth, ++depth);
+        } else if (code.step == QxCodeStep::EndIf) {
+            --depth;
+        }
+    }
+}
+
+void QxTranslator::TranslateInstruction(const SqxBlock& block, const SqxInstruction& source)
+{
+    if (TranslateMark(block, source))
+        return;
+    const int number = block.code[source.position];
+    if (number == static_cast<int>(SqxMark::ArrayRef))
+        TranslateArrayRef(block, source);
+    else if (number == static_cast<int>(SqxMark::CheckValidArrayIndex))
+        TranslateCheck(block, source);
+    else
+        TranslateCall(block, source);
+}
+
+/// Jumps and brackets.
+bool QxTranslator::TranslateMark(const SqxBlock& block, const SqxInstruction& source)
+{
+    const auto value = [&](std::size_t i) { return block.Value(source, i); };
+    const auto jump = [&](QxCodeStep step, int position) -> QxDraft& {
+        QxDraft& draft = m_writer.Add(step);
+        draft.code.target =
+            static_cast<std::uint32_t>(block.IndexOf(static_cast<std::size_t>(position)));
+        draft.jumps = true;
+        if (m_writer.IsWithin())
+            QxDraftWriter::Refuse(source.layout->name, "jumps within parallel brackets");
+        return draft;
+    };
+    switch (static_cast<SqxMark>(block.code[source.position])) {
+    case SqxMark::BeginParallel:
+        m_parallel = m_block.drafts.size();
+        m_writer.SetWithin(true);
+        m_writer.Add(QxCodeStep::BeginParallel);
+        return true;
+    case SqxMark::EndParallel:
+        EndParallel();
+        return true;
+    case SqxMark::IfTrue:
+        BeginCondition(m_writer.IsWithin() ? QxCodeStep::IfTrue : QxCodeStep::GotoIfFalse,
+                       value(0));
+        return true;
+    case SqxMark::IfFalse:
+        BeginCondition(m_writer.IsWithin() ? QxCodeStep::IfFalse : QxCodeStep::GotoIfTrue,
+                       value(0));
+        return true;
+    case SqxMark::EndIf:
+        EndCondition();
+        return true;
+    case SqxMark::Goto:
+        jump(QxCodeStep::Goto, value(0));
+        return true;
+    case SqxMark::IfTrueGoto:
+        jump(QxCodeStep::GotoIfTrue, value(1)).code.flag =
+            m_variables.OperandOf(static_cast<std::uint32_t>(value(0)));
+        return true;
+    case SqxMark::IfFalseGoto:
+        jump(QxCodeStep::GotoIfFalse, value(1)).code.flag =
+            m_variables.OperandOf(static_cast<std::uint32_t>(value(0)));
+        return true;
+    case SqxMark::BeginIlluminance:
+        jump(QxCodeStep::BeginLights, value(0));
+        return true;
+    case SqxMark::EndIlluminance:
+        jump(QxCodeStep::EndLights, value(0));
+        return true;
+    default:
+        return false;
+    }
+}
+
+void QxTranslator::EndParallel()
+{
+    m_writer.SetWithin(false);
+    m_writer.Add(QxCodeStep::EndParallel);
+    QxCode& begin = m_block.drafts[m_parallel].code;
+    begin.target = static_cast<std::uint32_t>(m_block.drafts.size());
+    // Nobody knows what shadeops do: where there are two, they meet the points in their order. And
+    // a uniform variable that is written here holds the value of one point after the other.
+    std::size_t calls = 0;
+    for (std::size_t i = m_parallel; i < m_block.drafts.size(); ++i) {
+        const QxDraft& draft = m_block.drafts[i];
+        if (draft.row && draft.row->primitive == "CALL_DSO")
+            ++calls;
+        for (std::size_t k = draft.first; k < draft.first + draft.code.count; ++k)
+            if (QxIsWritten(m_block.letters[k]) &&
+                m_variables.IsOneForAllPoints(m_block.operands[k]))
+                begin.pointwise = true;
+    }
+    begin.pointwise = begin.pointwise || calls > 1;
+}
+
+void QxTranslator::BeginCondition(QxCodeStep step, int flag)
+{
+    m_conditions.push_back(m_block.drafts.size());
+    m_writer.Add(step).code.flag = m_variables.OperandOf(static_cast<std::uint32_t>(flag));
+}
+
+void QxTranslator::EndCondition()
+{
+    if (m_conditions.empty())
+        QxDraftWriter::Refuse("END_IF", "closes nothing");
+    const std::size_t begin = m_conditions.back();
+    m_conditions.pop_back();
+    if (m_writer.IsWithin() && MakeFlagOperations(begin))
+        return;
+    if (m_writer.IsWithin())
+        m_writer.Add(QxCodeStep::EndIf);
+    QxCode& code = m_block.drafts[begin].code;
+    code.target = static_cast<std::uint32_t>(m_block.drafts.size());
+    for (std::size_t i = begin + 1; i < m_block.drafts.size(); ++i) {
+        const QxDraft& draft = m_block.drafts[i];
+        for (std::size_t k = draft.first; k < draft.first + draft.code.count; ++k)
+            if (QxIsWritten(m_block.letters[k]) &&
+                m_block.operands[k].variable == code.flag.variable)
+                code.copyFlag = true;
+    }
+}
+
+/// Brackets that only set flags to constants, as loops have them, need no mask:
+///
+///     IF_FALSE c; ASSIGN_BOOL_BOOL d false; SET_BOOL c; END_IF    becomes    d = d and c; c = ...
+///
+/// The flag that guards them comes last.
+bool QxTranslator::MakeFlagOperations(std::size_t begin)
+{
+    struct Setting {
+        QxOperand flag;
+        bool value;
+    };
+    const QxOperand guard = m_block.drafts[begin].code.flag;
+    const bool ifTrue = m_block.drafts[begin].code.step == QxCodeStep::IfTrue;
+    std::vector<Setting> settings;
+    for (std::size_t i = begin + 1; i < m_block.drafts.size(); ++i) {
+        const QxDraft& draft = m_block.drafts[i];
+        if (!draft.row || m_block.operands[draft.first].step == 0)
+            return false;
+        Setting setting = {m_block.operands[draft.first], false};
+        if (draft.row->primitive == "ASSIGN_BOOL_BOOL") {
+            const QxConstant* source =
+                m_variables.ConstantOf(m_block.operands[draft.first + 1].variable);
+            if (!source)
+                return false;
+            setting.value = static_cast<bool>(source->flag);
+        } else if (draft.row->primitive != "SET_BOOL") {
+            return false;
+        }
+        settings.push_back(setting);
+    }
+    if (settings.empty() || guard.step == 0)
+        return false;
+    m_block.operands.resize(m_block.drafts[begin].first);
+    m_block.letters.resize(m_block.operands.size());
+    m_block.drafts.resize(begin);
+    std::stable_partition(settings.begin(), settings.end(), [&](const Setting& setting) {
+        return setting.flag.variable != guard.variable;
+    });
+    for (const Setting& setting : settings) {
+        const char* const name = setting.value ? (ifTrue ? "machine:or" : "machine:or not")
+                                               : (ifTrue ? "machine:and not" : "machine:and");
+        QxDraft& draft = m_writer.Add(QxCodeStep::Kernel);
+        draft.row = &m_writer.RowOf(name);
+        m_writer.AddOperand(setting.flag, 'm');
+        m_writer.AddOperand(guard, 'r');
+        m_writer.ChooseKernels(draft);
+    }
+    return true;
+}
+
+void QxTranslator::TranslateArrayRef(const SqxBlock& block, const SqxInstruction& source)
+{
+    const auto operand = [&](std::size_t i) {
+        return m_variables.OperandOf(static_cast<std::uint32_t>(block.Value(source, i)));
+    };
+    const bool alias = m_variables[operand(0).variable].kind == QxStorage::Kind::Alias;
+    m_writer.Emit(m_writer.RowOf(alias ? "machine:bind all" : "machine:bind each"),
+                  {{operand(0), 'w'},
+                   {operand(1), 'r'},
+                   m_writer.MakeArgument(block.Value(source, 2), 'r', QxStored::Number)},
+                  0, *source.layout, {});
+}
+
+void QxTranslator::TranslateCheck(const SqxBlock& block, const SqxInstruction& source)
+{
+    std::vector<QxDraftWriter::Argument> arguments = {
+        m_writer.MakeArgument(block.Value(source, 0), 'r', QxStored::Text),
+        m_writer.MakeArgument(block.Value(source, 1), 'r', QxStored::Number),
+        m_writer.MakeArgument(block.Value(source, 3), 'r', QxStored::Text)};
+    arguments[0].operand.size = static_cast<std::uint32_t>(std::max(0, block.Value(source, 2)));
+    m_writer.Emit(*m_kernels.OfNumber(block.code[source.position]), arguments,
+                  block.Value(source, 4), *source.layout, {});
+}
+
+void QxTranslator::TranslateCall(const SqxBlock& block, const SqxInstruction& source)
+{
+    const SqxLayout& layout = *source.layout;
+    const QxKernelRow* row = m_kernels.OfNumber(block.code[source.position]);
+    if (!row)
+        QxDraftWriter::Refuse(layout.name, "is not known to this machine");
+    std::vector<QxDraftWriter::Argument> arguments;
+    arguments.reserve(source.count);
+    QxOperand flag;
+    int number = 0;
+    for (std::size_t i = 0; i < source.count; ++i) {
+        const int value = block.Value(source, i);
+        const char letter = SqxBlock::Letter(source, i);
+        if (letter == 'c')
+            flag = m_variables.OperandOf(static_cast<std::uint32_t>(value));
+        else if (letter == 's' || letter == 'd' || letter == 'i')
+            number = value;
+        else if (letter != 'n')
+            arguments.push_back(
+                m_writer.MakeArgument(value, letter, Wanted(*row, arguments.size())));
+        // The value that a message asks for.
+        if (letter == 'm')
+            number = static_cast<int>(m_shader.variables[static_cast<std::size_t>(value)].type);
+    }
+    if (row->primitive == "CALL_PRIM_FACEFORWARD")
+        arguments.push_back({m_variables.OperandOf(m_variables.Ng()), 'r'});
+    if (arguments.size() < row->operandCount ||
+        (arguments.size() > row->operandCount && !row->rest))
+        QxDraftWriter::Refuse(layout.name, "has another number of operands");
+    m_writer.Emit(*row, arguments, number, layout, flag);
+}

@@ -1,0 +1,92 @@
+// One walk with the open brackets at hand, and then the jumps, once it is known what stands where.
+// A file nests as it likes, so the open brackets are a chain of indexes, not a recursion.
+//
+// The machine keeps a mask for each open condition and a place for each open loop; a jump that left
+// a bracket behind, or found itself in one, would use those of another.
+//
+//     BEGIN_PARALLEL;  IF_TRUE f;  END_PARALLEL     refused: does not close what was opened last
+//     BEGIN_ILLUMINANCE ->A;  GOTO A;  ...  A:      fits: the loop over lights is left
+//
+// Tested by tests/machine/QxVerifierTest.cpp, and by the fuzz target `bytecode`.
+
+#include "machine/verify/QxBrackets.h"
+
+#include "machine/verify/QxVerifier.h"
+
+QxBrackets::QxBrackets(const QxUntrustedBlock& block)
+{
+    const auto& instructions = block.code.instructions;
+    m_brackets.emplace_back();
+    m_around.reserve(instructions.size() + 1);
+    for (std::size_t i = 0; i < instructions.size(); ++i) {
+        const SqxMark mark = block.code.Mark(instructions[i]);
+        m_around.push_back(m_open);
+        if (SqxOpensBracket(mark))
+            Open(block, i);
+        else if (SqxClosesBracket(mark))
+            Close(block, i);
+    }
+    if (m_open != 0)
+        block.Refuse(instructions[m_brackets[m_open].first], "is a bracket that is not closed");
+    m_around.push_back(0);
+    for (std::size_t i = 0; i < instructions.size(); ++i)
+        if (instructions[i].layout->operands.ends_with('j'))
+            CheckJump(block, i);
+}
+
+void QxBrackets::Open(const QxUntrustedBlock& block, std::size_t index)
+{
+    const SqxMark mark = block.code.Mark(block.code.instructions[index]);
+    Bracket bracket;
+    bracket.begin = mark;
+    bracket.first = index;
+    bracket.parent = m_open;
+    bracket.depth = m_brackets[m_open].depth + 1;
+    bracket.parallel = m_brackets[m_open].parallel || mark == SqxMark::BeginParallel;
+    if (bracket.depth > QxVerifier::k_deepestNesting)
+        block.Refuse(block.code.instructions[index], "is a bracket that is nested too deeply");
+    m_open = m_brackets.size();
+    m_brackets.push_back(bracket);
+}
+
+void QxBrackets::Close(const QxUntrustedBlock& block, std::size_t index)
+{
+    const SqxInstruction& instruction = block.code.instructions[index];
+    Bracket& bracket = m_brackets[m_open];
+    if (m_open == 0 || !SqxClosesBracket(bracket.begin, block.code.Mark(instruction)))
+        block.Refuse(instruction, "closes a bracket that was not opened last");
+    bracket.last = index;
+    if (bracket.begin == SqxMark::BeginIlluminance)
+        CheckLoop(block, bracket);
+    m_open = bracket.parent;
+}
+
+/// The beginning tells where the loop ends, and the end goes back behind the beginning.
+void QxBrackets::CheckLoop(const QxUntrustedBlock& block, const Bracket& loop) const
+{
+    const auto& instructions = block.code.instructions;
+    const auto behind = [&](std::size_t index) {
+        return index + 1 < instructions.size() ? instructions[index + 1].position
+                                               : block.code.code.size();
+    };
+    const auto target = [&](std::size_t index) {
+        return static_cast<std::size_t>(block.code.Value(instructions[index], 0));
+    };
+    if (target(loop.first) != behind(loop.last) || target(loop.last) != behind(loop.first))
+        block.Refuse(instructions[loop.last], "does not end the loop over lights that it closes");
+}
+
+void QxBrackets::CheckJump(const QxUntrustedBlock& block, std::size_t index) const
+{
+    const SqxInstruction& jump = block.code.instructions[index];
+    const SqxMark mark = block.code.Mark(jump);
+    if (mark == SqxMark::BeginIlluminance || mark == SqxMark::EndIlluminance)
+        return;
+    const int position = block.code.Value(jump, jump.count - 1);
+    const std::size_t target = m_around[block.code.IndexOf(static_cast<std::size_t>(position))];
+    std::size_t from = m_around[index];
+    while (from != target && m_brackets[from].begin == SqxMark::BeginIlluminance)
+        from = m_brackets[from].parent;
+    if (from != target)
+        block.Refuse(jump, "goes into or out of brackets");
+}
