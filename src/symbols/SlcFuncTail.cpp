@@ -2,7 +2,7 @@
 // names them in any order.
 //
 // Tested by tests/symbols/SlcFuncVarArgExprTest.cpp and, for the calls that are made of it,
-// tests/icode.
+// tests/lowering.
 
 #include "symbols/SlcFuncTail.h"
 

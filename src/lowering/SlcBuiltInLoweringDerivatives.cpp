@@ -1,0 +1,124 @@
+// Built-ins that look at neighbouring points: they exist only as one call for the whole grid.
+//
+//     c = Du(x)           CALL_PRIM_DU_FLOAT_SIMD c x du           with a uniform x: c = 0
+//
+// Under a varying condition the neighbours that it leaves out have no part in the difference, which
+// a warning tells. All five functions are one row each: what differs is how many arguments are
+// differentiated, and which steps become arguments.
+//
+// Tested by tests/lowering/SlcBuiltInLoweringTest.cpp.
+
+#include <algorithm>
+#include <iterator>
+
+#include "frontend/SlcNodes.h"
+#include "icode/SlcICodes.h"
+#include "lowering/SlcBuiltInLowering.h"
+#include "support/reports/SlcSemanticError.h"
+#include "symbols/SlcShaderSymbolTable.h"
+
+namespace {
+
+struct Derivative {
+    const char* word;    // of the source
+    std::size_t values;  // so many arguments are differentiated; a uniform one makes the result 0
+    bool addsDu;         // `du`, then `dv`, become arguments
+    bool addsDv;
+    const char* function;  // names this place in reports of missing variables
+    const char* zero;
+    const char* underCondition;
+};
+
+// clang-format off
+//   word              values  du     dv     function
+constexpr Derivative k_derivatives[] = {
+    {"Du",             1,      true,  false, "CreateBuiltInDu",
+     "Du() will always return 0 since its parameter is uniform.",
+     "Calling Du() inside a varying conditional can lead to unexpected results."},
+    {"Dv",             1,      false, true,  "CreateBuiltInDv",
+     "Dv() will always return 0 since its parameter is uniform.",
+     "Calling Dv() inside a varying conditional can lead to unexpected results."},
+    {"Deriv",          2,      false, false, "CreateBuiltInDeriv",
+     "Deriv() will always return 0, since at least one of its parameters is uniform.",
+     "Calling Deriv() inside a varying conditional can lead to unexpected results."},
+    {"area",           1,      false, false, "CreateBuiltInArea",
+     "area() will always return 0 since its parameter is uniform.",
+     "Calling area() inside a varying conditional can lead to unexpected results."},
+    {"calculatenormal", 1,     true,  true,  "CreateBuiltInCalculateNormal",
+     "calculatenormal() will always return 0 since its parameter is uniform.",
+     "Calling calculatenormal() inside a varying conditional can lead to unexpected results."},
+};
+// clang-format on
+
+const Derivative& DerivativeNamed(const std::string& word)
+{
+    return *std::find_if(std::begin(k_derivatives), std::end(k_derivatives),
+                         [&](const Derivative& row) { return row.word == word; });
+}
+
+}  // namespace
+
+SlcOperand SlcBuiltInLowering::CreateBuiltInDerivative(BuiltInCall& call)
+{
+    using Predefined = SlcShaderSymbolTable;
+    const std::string& word = call.node->GetIdent()->GetName();
+    const Derivative& row = DerivativeNamed(word);
+    const auto lastValue = call.args.begin() + static_cast<std::ptrdiff_t>(row.values);
+    if (std::any_of(call.args.begin(), lastValue,
+                    [](const auto& arg) { return arg->IsUniform(); })) {
+        m_errors->Warning(call.node, row.zero, 1);
+        return GenZero(call);
+    }
+    // Under a condition, of the temporary below: an area has the type of no argument.
+    SlcTypeNode* type =
+        word == "area" ? SlcTypeNode::AFloat() : SlcElements::ValueType(call.args[0]);
+    if (row.addsDu)
+        call.args.push_back(PredefinedOperand(Predefined::sm_du, call, row.function));
+    if (row.addsDv)
+        call.args.push_back(PredefinedOperand(Predefined::sm_dv, call, row.function));
+    return GenDerivative(call, type, row.underCondition);
+}
+
+SlcOperand SlcBuiltInLowering::GenZero(const BuiltInCall& call)
+{
+    SlcTypeNode* type = SlcCallArguments::TypeOfCall(call.node);
+    const SlcOperand zero = SlcLexType::Float(0);
+    if (type->IsFloatType())
+        return zero;
+    SlcDetailNode* uniform = SlcDetailNode::AUniform();
+    const SlcOperand result = m_list.GetResultVar(call.node, type, uniform);
+    if (type->IsColorType())
+        m_conditions.AddInBlock(uniform, MakeShared<SlcColorICode>(result, zero, zero, zero));
+    else
+        m_conditions.AddInBlock(uniform, MakeShared<SlcPointICode>(result, zero, zero, zero));
+    return result;
+}
+
+SlcOperand SlcBuiltInLowering::PredefinedOperand(const SlcPtr<SlcVarSymbolEntry>& entry,
+                                                 const BuiltInCall& call, const char* function)
+{
+    if (entry.Null() || entry->GetIntCodeVar().Null())
+        m_errors->FatalError(call.node, "Cannot find '" + call.node->GetIdent()->GetName() +
+                                            "' in symbol table (" + function + ")");
+    return entry->GetIntCodeVar();
+}
+
+/// Under a varying condition a temporary of `typeInCondition` takes the result, so that the points
+/// outside the condition are left alone in the target.
+SlcOperand SlcBuiltInLowering::GenDerivative(const BuiltInCall& call, SlcTypeNode* typeInCondition,
+                                             const char* warning)
+{
+    SlcDetailNode* varying = SlcDetailNode::AVarying();
+    if (!m_conditions.IsInParallelIf()) {
+        const SlcOperand result =
+            m_list.GetResultVar(call.node, SlcCallArguments::TypeOfCall(call.node), varying);
+        AddGridCall(call, result, SlcGridForm::Whole());
+        return result;
+    }
+    m_errors->Warning(call.node, warning, 2);
+    const SlcOperand result = m_list.GenTempVar(typeInCondition, varying);
+    // Without a flag that can limit the call it runs for all points; who reads the temporary is
+    // guarded.
+    AddGridCall(call, result, SlcGridForm::At(m_conditions.SimdCondition()));
+    return result;
+}

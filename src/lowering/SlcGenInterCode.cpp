@@ -1,0 +1,107 @@
+// The frame of the walker: its two kinds of lists. The main one runs on grids. Each default value
+// has a list of its own, which runs once for an instance, where nothing varies and conditions are
+// jumps, or on a grid if it looks at a shading point.
+//
+// The marks at both ends tell the data-flow passes what stands there: values from the renderer, and
+// what it reads.
+//
+// Tested by tests/lowering/SlcGenInterCodeTest.cpp.
+
+#include "lowering/SlcGenInterCode.h"
+
+#include "support/reports/SlcSemanticError.h"
+#include "symbols/SlcShaderSymbolTable.h"
+
+SlcGenInterCode::SlcGenInterCode(SlcPtr<SlcSemanticError> errors, SlcOptionsControl& options)
+    : m_context(std::move(errors), options)
+{
+}
+
+SlcGenInterCode::~SlcGenInterCode() = default;
+
+SlcPtr<SlcListICode> SlcGenInterCode::GenCode(SlcSyntaxNode* tree, SlcShaderTypeNode* shaderType,
+                                              bool CiAssigned, bool OiAssigned)
+{
+    m_context.Start(SlcListBuilder::Runs::OnGrid);
+    m_flagCopyNeeded = false;
+    SetShaderType(shaderType);
+    m_CiAssigned = CiAssigned;
+    m_OiAssigned = OiAssigned;
+    m_list.AddICode(MakeShared<SlcBeginShaderICode>());
+    tree->ApplyWalker(this);
+    m_list.AddICode(MakeShared<SlcEndShaderICode>());
+    m_lights.InsertLightEvaluations();
+    return m_list.List();
+}
+
+SlcPtr<SlcListICode> SlcGenInterCode::GenInitFormalCode(SlcDefExprNode* definition,
+                                                        std::deque<SlcOperand>& values,
+                                                        SlcTypeNode* type)
+{
+    m_context.Start(definition->GetSymbolEntry()->DependsOnContext()
+                        ? SlcListBuilder::Runs::OnGrid
+                        : SlcListBuilder::Runs::OncePerInstance);
+    m_flagCopyNeeded = false;
+    definition->GetInitializer()->ApplyWalker(this);
+    if (m_values.IsEmpty())
+        m_errors->FatalError(definition, "No lexical node is found for an init expr.");
+
+    const SlcTypeNode* valueType = m_values.Last()->GetType();
+    if (!type->IsArrayType()) {
+        values.push_back(InitialValue(m_values.Pop(), type));
+    } else if (valueType->IsSameType(type)) {
+        values.push_back(m_values.Pop());
+    } else if (valueType->IsArrayType()) {
+        const SlcOperand source = m_values.PopReference();
+        values.push_back(m_list.GenTempVar(type, source->GetDetail()));
+        m_elements.GenArrayCopy(values.back(), source);
+    } else {
+        std::deque<SlcOperand> elements;
+        while (!m_values.IsEmpty())
+            elements.push_front(m_values.Pop());
+        values.push_back(m_elements.GenArrayValue(elements, type));
+    }
+    m_list.ReleaseTempVars();
+    m_values.ForgetWrites();
+    return m_list.List();
+}
+
+// What runs the shader copies a variable of that type, and would refuse a reference.
+SlcOperand SlcGenInterCode::InitialValue(const SlcOperand& value, SlcTypeNode* type)
+{
+    if (!value->GetType()->IsArrayRefType())
+        return m_context.Converted(value, type);
+    const SlcOperand copy = m_list.GenTempVar(type, value->GetDetail());
+    m_conditions.GenPlainAssignment(copy, value);
+    return copy;
+}
+
+void SlcGenInterCode::DefaultOutputValues()
+{
+    using Hiddens = SlcShaderSymbolTable;
+    const SlcOperand zero = SlcLexType::Float(0);
+    const SlcOperand one = SlcLexType::Float(1);
+    SlcDetailNode* varying = SlcDetailNode::AVarying();
+    const auto color = [](const SlcPtr<SlcVarSymbolEntry>& entry, const SlcOperand& value) {
+        return MakeShared<SlcColorICode>(entry->GetIntCodeVar(), value, value, value);
+    };
+    if (m_context.m_shaderType->IsSurface()) {
+        m_conditions.AddInBlock(varying, color(Hiddens::sm_Ci, zero));
+        m_conditions.AddInBlock(varying, color(Hiddens::sm_Oi, one));
+    } else if (m_context.m_shaderType->IsLight()) {
+        m_conditions.AddBeginBlock(varying);
+        m_list.AddICode(color(Hiddens::sm_Cl, zero));
+        m_list.AddICode(
+            MakeShared<SlcVectorICode>(Hiddens::sm_L->GetIntCodeVar(), zero, zero, zero));
+        m_conditions.AddEndBlock(varying);
+        m_conditions.AddInBlock(varying, color(Hiddens::sm_Ol, one));
+    }
+}
+
+void SlcGenInterCode::GenLineNumberInfo(SlcSyntaxNode*) {}
+
+SlcOperand SlcGenInterCode::Evaluate(SlcSyntaxNode* expr)
+{
+    expr->ApplyWalker(this);
+    return m_values.Pop();
+}

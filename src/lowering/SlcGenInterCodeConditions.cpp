@@ -1,0 +1,163 @@
+// Conditional statements and expressions.
+//
+// A uniform condition jumps. A varying one runs both branches, one after the other, each for the
+// points where its flag is true; the second takes the same flag, inverted in place.
+//
+//     if (u) S; else T;      goto B if not u; S; goto E; B: T; E:             u uniform
+//     if (v) S; else T;      some = any v; under v: S; v = not v; some = any v; under v: T
+//
+// A conditional expression is the same with one variable for both values. In a list that runs
+// without a grid every condition is uniform.
+//
+// Tested by tests/lowering/SlcGenInterCodeConditionsTest.cpp.
+
+#include "lowering/SlcGenInterCode.h"
+
+#include <utility>
+
+#include "symbols/SlcPossibleTypes.h"
+
+namespace {
+
+/// Tells whether an expression may read values of other points, or run code of its own.
+class FindCalls : public SlcCodeWalker {
+public:
+    [[nodiscard]] bool In(SlcSyntaxNode* expr)
+    {
+        expr->ApplyWalker(this);
+        return m_found;
+    }
+
+private:
+    using SlcCodeWalker::Case;
+    void Case(SlcProcCallExprNode*) override { m_found = true; }
+    void Case(SlcTextureExprNode*) override { m_found = true; }
+    void Default(SlcSyntaxNode* node) override
+    {
+        if (!m_found)
+            node->WalkIn(this);
+    }
+
+    bool m_found = false;
+};
+
+}  // namespace
+
+SlcOperand SlcGenInterCode::GenCondition(SlcIfThenStmtNode* node)
+{
+    GenLineNumberInfo(node);
+    const bool outer =
+        std::exchange(m_flagCopyNeeded, node->ContainsBreakOrContinue() && !m_list.IsWithoutGrid());
+    SlcOperand flag = GenRelation(node->GetCondition(), nullptr, false);
+    m_flagCopyNeeded = outer;
+    return flag;
+}
+
+void SlcGenInterCode::GenBranch(SlcStmtNode* branch, const SlcOperand& flag,
+                                const SlcOperand& uniformFlag)
+{
+    m_list.AddICode(MakeShared<SlcSetUniformBoolFlagICode>(uniformFlag, flag));
+    m_conditions.EnterCondition(flag, uniformFlag);
+    branch->ApplyWalker(this);
+    m_conditions.LeaveCondition();
+}
+
+void SlcGenInterCode::Case(SlcIfThenStmtNode* node)
+{
+    const SlcOperand flag = GenCondition(node);
+    if (flag->IsUniform()) {
+        const SlcLabel end = m_list.GenLabel();
+        m_conditions.GenSkipWithoutPoints(end);
+        m_list.AddICode(MakeShared<SlcIfFalseGotoICode>(flag, end));
+        node->GetThen()->ApplyWalker(this);
+        m_list.AddICode(end);
+    } else {
+        const SlcOperand uniformFlag = m_conditions.GetBoolFlag(SlcDetailNode::AUniform());
+        GenBranch(node->GetThen(), flag, uniformFlag);
+        m_conditions.ReleaseBoolFlag(uniformFlag);
+    }
+    m_conditions.ReleaseBoolFlag(flag);
+}
+
+void SlcGenInterCode::Case(SlcIfThenElseStmtNode* node)
+{
+    const SlcOperand flag = GenCondition(node);
+    if (flag->IsUniform()) {
+        const SlcLabel end = m_list.GenLabel();
+        m_conditions.GenSkipWithoutPoints(end);
+        const SlcLabel otherwise = m_list.GenLabel();
+        m_list.AddICode(MakeShared<SlcIfFalseGotoICode>(flag, otherwise));
+        node->GetThen()->ApplyWalker(this);
+        m_list.AddICode(MakeShared<SlcGotoICode>(end));
+        m_list.AddICode(otherwise);
+        node->GetElse()->ApplyWalker(this);
+        m_list.AddICode(end);
+    } else {
+        const SlcOperand uniformFlag = m_conditions.GetBoolFlag(SlcDetailNode::AUniform());
+        GenBranch(node->GetThen(), flag, uniformFlag);
+        m_list.AddICode(
+            MakeShared<SlcInvertBoolFlagICode>(flag, flag, m_conditions.InnermostFlag()));
+        GenBranch(node->GetElse(), flag, uniformFlag);
+        m_conditions.ReleaseBoolFlag(uniformFlag);
+    }
+    m_conditions.ReleaseBoolFlag(flag);
+}
+
+void SlcGenInterCode::Case(SlcCondExprNode* node)
+{
+    // Copies are for the points that leave a loop, not for those that choose a value.
+    const bool outer = std::exchange(m_flagCopyNeeded, false);
+    const SlcOperand flag = GenRelation(node->GetCondition(), nullptr, false);
+    if (flag->IsUniform())
+        GenUniformCondExpr(node, flag);
+    else
+        GenVaryingCondExpr(node, flag);
+    m_flagCopyNeeded = outer;
+    m_conditions.ReleaseBoolFlag(flag);
+}
+
+void SlcGenInterCode::GenUniformCondExpr(SlcCondExprNode* node, const SlcOperand& flag)
+{
+    const SlcLabel otherwise = m_list.GenLabel();
+    const SlcLabel end = m_list.GenLabel();
+    // Without active points nothing has set the flag, and nobody reads the value.
+    m_conditions.GenSkipWithoutPoints(end);
+    m_list.AddICode(MakeShared<SlcIfFalseGotoICode>(flag, otherwise));
+    SlcOperand value = Evaluate(node->GetThen());
+    const SlcOperand result =
+        m_list.GetResultVar(node, SlcLoweringContext::TypeOf(node), m_context.DetailOf(node));
+    m_conditions.GenPlainAssignment(result, value);
+    m_list.AddICode(MakeShared<SlcGotoICode>(end));
+    m_list.AddICode(otherwise);
+    value = Evaluate(node->GetElse());
+    m_conditions.GenPlainAssignment(result, value);
+    m_list.AddICode(end);
+    m_values.Push(result);
+}
+
+void SlcGenInterCode::GenVaryingCondExpr(SlcCondExprNode* node, const SlcOperand& flag)
+{
+    const SlcOperand thenFlag =
+        m_list.GenTempVar(SlcTypeNode::ABoolean(), SlcDetailNode::AUniform());
+    const SlcOperand elseFlag =
+        m_list.GenTempVar(SlcTypeNode::ABoolean(), SlcDetailNode::AUniform());
+    m_list.AddICode(MakeShared<SlcSetUniformBoolFlagICode>(thenFlag, flag));
+    m_conditions.EnterCondition(flag, thenFlag);
+    SlcOperand value = Evaluate(node->GetThen());
+    // A call in the other branch may read the target of the assignment at points set here.
+    const bool callFollows = FindCalls().In(node->GetElse());
+    SlcDetailNode* varying = SlcDetailNode::AVarying();
+    const SlcOperand result =
+        callFollows ? m_list.GenTempVar(SlcLoweringContext::TypeOf(node), varying)
+                    : m_list.GetResultVar(node, SlcLoweringContext::TypeOf(node), varying);
+    m_conditions.GenPlainAssignment(result, value);
+    m_conditions.LeaveCondition();
+
+    m_list.AddICode(MakeShared<SlcInvertBoolFlagICode>(flag, flag, m_conditions.InnermostFlag()));
+    m_list.AddICode(MakeShared<SlcSetUniformBoolFlagICode>(elseFlag, flag));
+    m_conditions.EnterCondition(flag, elseFlag);
+    value = Evaluate(node->GetElse());
+    m_conditions.GenPlainAssignment(result, value);
+    m_conditions.LeaveCondition();
+    m_values.Push(result);
+}

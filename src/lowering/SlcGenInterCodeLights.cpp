@@ -1,0 +1,167 @@
+// Light statements: the cones of `illuminate` and `solar`, and the loop over lights.
+//
+//     illuminate (p, a, w) { S }     f = in cone, L = Ps - p; under f: S; under not f: Cl = 0
+//     illuminance (p, a, w) { S }    lights for p; begin; f = in cone; under f: S; end
+//
+// A body that runs once for each light sees the cone as it was in front of the loop: what it
+// changes of it is copied there.
+//
+// Tested by tests/golden (illuminance_cones, illuminate_forms) and, with values, by
+// tests/run/LightTest.cpp.
+
+#include "lowering/SlcGenInterCode.h"
+#include "symbols/SlcShaderSymbolTable.h"
+
+using Hiddens = SlcShaderSymbolTable;
+
+namespace {
+
+bool AreUniform(std::initializer_list<const SlcOperand*> operands)
+{
+    for (const SlcOperand* operand : operands)
+        if (!(*operand)->IsUniform())
+            return false;
+    return true;
+}
+
+}  // namespace
+
+SlcGenInterCode::Cone SlcGenInterCode::EvaluateCone(SlcExprNode* position, SlcExprNode* axis,
+                                                    SlcExprNode* angle)
+{
+    for (SlcExprNode* part : {position, axis, angle})
+        if (part)
+            part->ApplyWalker(this);
+    Cone cone;
+    if (angle)
+        cone.angle = m_values.Pop();
+    if (axis)
+        cone.axis = m_context.Converted(m_values.Pop(), SlcTypeNode::APoint());
+    if (position)
+        cone.position = m_context.Converted(m_values.Pop(), SlcTypeNode::APoint());
+    return cone;
+}
+
+void SlcGenInterCode::Case(SlcIlluminateStmtNode* node)
+{
+    const SlcOperand L = m_context.OperandOf(Hiddens::sm_L);
+    const SlcOperand Ps = m_context.OperandOf(Hiddens::sm_Ps);
+    const Cone cone = EvaluateCone(node->GetLightPosition(), node->GetAxis(), node->GetAngle());
+    const SlcOperand flag = m_list.GenTempVar(SlcTypeNode::ABoolean(), SlcDetailNode::AVarying());
+    const SlcOperand uniformFlag =
+        m_list.GenTempVar(SlcTypeNode::ABoolean(), SlcDetailNode::AUniform());
+
+    // One computation of the light's geometry serves all points.
+    const bool uniform = cone.axis ? AreUniform({&cone.position, &cone.axis, &cone.angle})
+                                   : cone.position->IsUniform();
+    const SlcGridForm form =
+        m_options.m_simdInstructions && uniform ? m_conditions.GridForm() : SlcGridForm::Plain();
+    m_conditions.AddInForm(form, MakeShared<SlcIlluminateICode>(flag, cone.position, cone.axis,
+                                                                cone.angle, Ps, L, form));
+    GenLitBody(node, flag, uniformFlag);
+}
+
+void SlcGenInterCode::Case(SlcSolarStmtNode* node)
+{
+    const SlcOperand L = m_context.OperandOf(Hiddens::sm_L);
+    SlcDetailNode* varying = SlcDetailNode::AVarying();
+    Cone cone = EvaluateCone(nullptr, node->GetAxis(), node->GetAngle());
+    const SlcOperand flag = m_conditions.GetBoolFlag(varying);
+    const SlcOperand uniformFlag = m_conditions.GetBoolFlag(SlcDetailNode::AUniform());
+    if (!node->GetAxis()) {
+        cone.angle = SlcLexType::Float(0);
+        cone.axis = m_list.GenTempVar(SlcTypeNode::APoint(), varying);
+        m_conditions.AddInBlock(
+            varying, MakeShared<SlcSubICode>(cone.axis, m_context.OperandOf(Hiddens::sm_Ps),
+                                             m_context.OperandOf(Hiddens::sm_E)));
+    }
+    const SlcGridForm form =
+        AreUniform({&cone.axis, &cone.angle}) ? m_conditions.GridForm() : SlcGridForm::Plain();
+    m_conditions.AddInForm(form, MakeShared<SlcSolarICode>(flag, cone.axis, cone.angle, L, form));
+    GenLitBody(node, flag, uniformFlag);
+    m_conditions.ReleaseBoolFlag(uniformFlag);
+    m_conditions.ReleaseBoolFlag(flag);
+}
+
+/// The body runs at the points inside the cone, and at the others the light is black.
+void SlcGenInterCode::GenLitBody(SlcLoopStmtNode* node, const SlcOperand& flag,
+                                 const SlcOperand& uniformFlag)
+{
+    m_conditions.ClearOutsideCondition(flag);
+    const auto anyPoint = [&] {
+        m_list.AddICode(MakeShared<SlcSetUniformBoolFlagICode>(uniformFlag, flag));
+    };
+    anyPoint();
+    m_conditions.EnterCondition(flag, uniformFlag);
+    node->GetBody()->ApplyWalker(this);
+    m_conditions.LeaveCondition();
+
+    m_list.AddICode(MakeShared<SlcInvertBoolFlagICode>(flag, flag, m_conditions.InnermostFlag()));
+    anyPoint();
+    m_conditions.EnterCondition(flag, uniformFlag);
+    const SlcOperand zero = SlcLexType::Float(0);
+    m_conditions.AddInBlock(
+        SlcDetailNode::AVarying(),
+        MakeShared<SlcColorICode>(m_context.OperandOf(Hiddens::sm_Cl), zero, zero, zero));
+    m_conditions.LeaveCondition();
+}
+
+void SlcGenInterCode::Case(SlcIlluminanceStmtNode* node)
+{
+    {
+        // The body runs once for each light: what was made in front of it must outlive it.
+        const SlcListBuilder::KeepTempVars keep(m_list);
+        const Cone cone =
+            EvaluateCone(node->GetSurfacePosition(), node->GetAxis(), node->GetAngle());
+        const SlcLabel start = m_list.GenLabel();
+        const SlcLabel end = m_list.GenLabel();
+        const auto begin = MakeShared<SlcBeginIlluminanceICode>(start, end);
+        if (cone.axis) {
+            GenConeLoop(node, cone, begin);
+        } else {
+            EnterLightLoop(cone.position);
+            m_list.AddICode(begin);
+            node->GetBody()->ApplyWalker(this);
+        }
+        m_list.AddICode(MakeShared<SlcEndIlluminanceICode>(start));
+        m_list.AddICode(end);
+        m_lights.LeaveLightLoop(end);
+    }
+    m_list.ReleaseTempVars();
+}
+
+/// Up to the end of the body, which runs at the points whose current light lies in the cone. The
+/// parts of the cone wait on the stack meanwhile, so that one that the body writes is copied in
+/// front of the loop.
+void SlcGenInterCode::GenConeLoop(SlcIlluminanceStmtNode* node, const Cone& cone,
+                                  const SlcPtr<SlcICode>& begin)
+{
+    const SlcOperand flag = m_list.GenTempVar(SlcTypeNode::ABoolean(), SlcDetailNode::AVarying());
+    const SlcOperand uniformFlag =
+        m_list.GenTempVar(SlcTypeNode::ABoolean(), SlcDetailNode::AUniform());
+    for (const SlcOperand& part : {cone.position, cone.axis, cone.angle})
+        m_values.Push(part);
+    EnterLightLoop(cone.position);
+    m_conditions.ClearOutsideCondition(flag);
+    m_list.AddICode(begin);
+    const bool suits = m_options.m_simdInstructions && !cone.position->IsUniform() &&
+                       !cone.axis->IsUniform() && cone.angle->IsUniform();
+    const SlcGridForm form = suits ? m_conditions.GridForm() : SlcGridForm::Plain();
+    const auto check =
+        MakeShared<SlcCheckIlluminanceICode>(flag, cone.position, cone.axis, cone.angle, form);
+    m_conditions.AddInForm(form, check);
+    m_list.AddICode(MakeShared<SlcSetUniformBoolFlagICode>(uniformFlag, flag));
+    m_conditions.EnterCondition(flag, uniformFlag);
+    node->GetBody()->ApplyWalker(this);
+    m_conditions.LeaveCondition();
+    check->m_angle = m_values.Pop();
+    check->m_axis = m_values.Pop();
+    check->m_position = m_values.Pop();
+}
+
+/// The lights run for varying points only.
+void SlcGenInterCode::EnterLightLoop(const SlcOperand& position)
+{
+    m_lights.EnterLightLoop(SlcLightEvaluations::IsP(position) ? position
+                                                               : m_context.Widened(position));
+}

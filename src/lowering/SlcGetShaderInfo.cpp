@@ -1,0 +1,296 @@
+// The walk over a shader and the functions that it reaches. Each list is in the order of first use,
+// which is the order of the source, so that the same source gives the same file.
+//
+// A shadeop may have several overloads in one library: generated code knows a method by its name
+// and tells them apart by their arguments, so that they share an entry here.
+//
+// Tested by tests/lowering/SlcInterFormTest.cpp.
+
+#include "lowering/SlcGetShaderInfo.h"
+
+#include <utility>
+#include <vector>
+
+#include "lowering/SlcGenInterCode.h"
+#include "lowering/SlcNamedSpaces.h"
+#include "lowering/SlcTextureLowering.h"
+#include "semantics/SlcFuncInfo.h"
+#include "support/reports/SlcSemanticError.h"
+#include "symbols/SlcCallFormals.h"
+#include "symbols/SlcFuncDSOSymbolEntry.h"
+#include "symbols/SlcImplicitReads.h"
+#include "symbols/SlcShaderSymbolTable.h"
+#include "symbols/SlcSymbolTable.h"
+
+namespace {
+
+using Hiddens = SlcShaderSymbolTable;
+
+constexpr const char* k_objectSpace = "\"object\"";
+constexpr const char* k_shaderSpace = "\"shader\"";
+/// What an `extern` declaration, or the `Ps` of a surface shader, stands for; or the variable
+/// itself.
+SlcPtr<SlcVarSymbolEntry> Outermost(SlcPtr<SlcVarSymbolEntry> named)
+{
+    SlcPtr<SlcVarSymbolEntry> entry = SlcOutermost(std::move(named));
+    const bool isP = entry && Hiddens::sm_P && entry->GetIntCodeVar() &&
+                     entry->GetIntCodeVar() == Hiddens::sm_P->GetIntCodeVar();
+    if (isP)
+        return Hiddens::sm_P;
+    return entry;
+}
+
+}  // namespace
+
+SlcGetShaderInfo::SlcGetShaderInfo(SlcPtr<SlcSemanticError>& errors,
+                                   SlcPtr<SlcGenInterCode>& codeGenerator, SlcShaderFacts& facts)
+    : m_errors(errors),
+      m_codeGenerator(codeGenerator),
+      m_facts(facts)
+{
+    AddSpaceIfNotInList(SlcLexicalNode::CreateString(k_objectSpace));
+    AddSpaceIfNotInList(SlcLexicalNode::CreateString(k_shaderSpace));
+}
+
+SlcGetShaderInfo::~SlcGetShaderInfo() = default;
+
+void SlcGetShaderInfo::Case(SlcFuncDefNode* node)
+{
+    if (!SlcFuncInfo::IsCalled(*node))
+        return;
+    node->GetBody()->ApplyWalker(this);
+    m_defaults.AddFunction(node);
+}
+
+void SlcGetShaderInfo::Case(SlcShaderDefNode* node)
+{
+    m_facts.m_shaderName = node->GetIdent();
+    m_facts.m_shader = node;
+    m_facts.m_shaderType = node->GetShaderType();
+    m_codeGenerator->SetShaderType(m_facts.m_shaderType);
+    // The lowering sets these in front of the body, whatever that does (DefaultOutputValues).
+    if (m_facts.m_shaderType->IsLight()) {
+        AddVarIfNotInList(Hiddens::sm_Cl);
+        AddVarIfNotInList(Hiddens::sm_Ol);
+        AddVarIfNotInList(Hiddens::sm_L);
+    }
+    if (m_facts.m_shaderType->IsSurface()) {
+        AddVarIfNotInList(Hiddens::sm_Ci);
+        AddVarIfNotInList(Hiddens::sm_Oi);
+    }
+    m_inFormals = true;
+    node->GetFormals()->ApplyWalker(this);
+    m_inFormals = false;
+    node->GetBody()->ApplyWalker(this);
+}
+
+void SlcGetShaderInfo::Case(SlcDefExprNode* node)
+{
+    if (!m_inFormals)
+        node->WalkIn(this);
+    else if (node->GetInitializer())
+        AddParameter(node);
+}
+
+void SlcGetShaderInfo::AddParameter(SlcDefExprNode* node)
+{
+    // First what the default value reads, by which the order of variables and spaces goes.
+    node->GetInitializer()->ApplyWalker(this);
+    SlcParameterInfo& parameter = m_facts.m_parameters.emplace_back();
+    parameter.entry = node->GetSymbolEntry();
+    SlcVarSymbolEntry& entry = *parameter.entry;
+    entry.GetIntCodeVar() =
+        MakeShared<SlcLexType>(SlcLexicalNode::CreateIdent(entry.GetName()), entry.GetType(),
+                               entry.GetDetail(), entry.GetStorage());
+    const auto facts = m_defaults.Of(node->GetInitializer(), entry.GetType());
+    entry.SetDependsOnContext(facts.dependsOnContext);
+    parameter.initDependsOnContext = facts.dependsOnContext;
+    parameter.needsObjectSpace = facts.namesObjectSpace;
+    parameter.space = facts.space;
+    parameter.initList =
+        m_codeGenerator->GenInitFormalCode(node, parameter.initValues, entry.GetType());
+}
+
+void SlcGetShaderInfo::Case(SlcIdentExprNode* node)
+{
+    Touch(node->GetSymbolEntry());
+}
+
+void SlcGetShaderInfo::Case(SlcArrayRefExprNode* node)
+{
+    node->WalkIn(this);
+    Touch(node->GetSymbolEntry());
+}
+
+void SlcGetShaderInfo::Touch(const SlcPtr<SlcVarSymbolEntry>& entry)
+{
+    const SlcPtr<SlcVarSymbolEntry> variable = Outermost(entry);
+    if (variable.Null() || !variable->IsHidden())
+        return;
+    AddVarIfNotInList(variable);
+}
+
+void SlcGetShaderInfo::Case(SlcIdentLValueNode* node)
+{
+    Touch(node->GetSymbolEntry());
+    Write(node->GetSymbolEntry());
+}
+
+void SlcGetShaderInfo::Write(const SlcPtr<SlcVarSymbolEntry>& entry)
+{
+    const SlcPtr<SlcVarSymbolEntry> variable = Outermost(entry);
+    if (variable.Null() || !variable->IsHidden())
+        return;
+    const std::string& name = variable->GetName();
+    m_facts.m_CiAssigned = m_facts.m_CiAssigned || name == "Ci" || name == "Cl";
+    m_facts.m_OiAssigned = m_facts.m_OiAssigned || name == "Oi" || name == "Ol";
+    m_facts.m_PModified = m_facts.m_PModified || name == "P";
+}
+
+void SlcGetShaderInfo::WriteArgument(const SlcExprNode* argument)
+{
+    if (argument->IsReferenceExpr())
+        Write(static_cast<const SlcReferenceExprNode*>(argument)->GetSymbolEntry());
+}
+
+void SlcGetShaderInfo::Case(SlcCastExprNode* node)
+{
+    node->WalkIn(this);
+    if (SlcStringLiteralNode* space = SlcSpaceNamedBy(node))
+        AddSpaceIfNotInList(space);
+}
+
+void SlcGetShaderInfo::Case(SlcTextureExprNode* node)
+{
+    node->WalkIn(this);
+    using Lowering = SlcTextureLowering;
+    const std::string primitive =
+        Lowering::PrimitiveOf(node, Lowering::Source::Point, m_facts.m_shaderType);
+    // An area in place of a point makes no difference here.
+    if (const auto* reads = SlcImplicitReads::Of(primitive))
+        AddImplicitReads(*reads);
+}
+
+void SlcGetShaderInfo::AddImplicitReads(const SlcImplicitReads& reads)
+{
+    for (const std::string_view variable : reads.variables)
+        if (!variable.empty())
+            AddVarIfNotInList(Hiddens::EntryNamed(variable));
+}
+
+void SlcGetShaderInfo::Case(SlcProcCallExprNode* node)
+{
+    node->WalkIn(this);
+    const SlcPtr<SlcFuncSymbolEntry>& entry = node->GetSymbolEntry();
+    if (entry.Null())
+        return;
+    switch (entry->GetOrigin()) {
+    case SlcFuncOrigin::BuiltIn:
+        CallBuiltIn(node);
+        break;
+    case SlcFuncOrigin::User:
+        WriteOutputArguments(node);
+        break;
+    case SlcFuncOrigin::Shadeop:
+        AddDSOFunc(node, CheckCast<SlcFuncDSOSymbolEntry>(entry));
+        for (const auto& argument : node->GetArguments()->GetArgs())
+            WriteArgument(argument.get());
+        break;
+    }
+}
+
+void SlcGetShaderInfo::CallBuiltIn(SlcProcCallExprNode* node)
+{
+    // Renderers prepare for rays only where a shader sends some.
+    m_facts.m_usesRaytracing = m_facts.m_usesRaytracing || node->GetIdent()->GetName() == "trace";
+    const SlcIdentNode* primitive = node->GetSymbolEntry()->GetCName();
+    if (const auto* reads = primitive ? SlcImplicitReads::Of(primitive->GetName()) : nullptr)
+        AddImplicitReads(*reads);
+    for (SlcStringLiteralNode* space : SlcSpacesNamedBy(node))
+        AddSpaceIfNotInList(space);
+    WriteOutputArguments(node);
+}
+
+void SlcGetShaderInfo::WriteOutputArguments(SlcProcCallExprNode* node)
+{
+    const auto& arguments = node->GetArguments()->GetArgs();
+    const std::vector<SlcCallFormal> formals = SlcFormalsOf(*node);
+    for (std::size_t i = 0; i < formals.size(); ++i)
+        if (formals[i].isOutput)
+            WriteArgument(arguments[i].get());
+}
+
+void SlcGetShaderInfo::Case(SlcIlluminateStmtNode* node)
+{
+    AddVarIfNotInList(Hiddens::sm_L);
+    AddVarIfNotInList(Hiddens::sm_Ps);
+    node->WalkIn(this);
+}
+
+void SlcGetShaderInfo::Case(SlcSolarStmtNode* node)
+{
+    AddVarIfNotInList(Hiddens::sm_L);
+    AddVarIfNotInList(Hiddens::sm_Ps);
+    if (!node->GetAxis())
+        AddVarIfNotInList(Hiddens::sm_E);
+    node->WalkIn(this);
+}
+
+void SlcGetShaderInfo::AddVarIfNotInList(const SlcPtr<SlcVarSymbolEntry>& entry)
+{
+    // Not every kind of shader has every variable.
+    if (entry && m_hiddenNames.insert(entry->GetName()).second)
+        m_facts.m_hiddenVars.push_back(entry);
+}
+
+void SlcGetShaderInfo::AddSpaceIfNotInList(SlcStringLiteralNode* space)
+{
+    if (m_spaceTexts.insert(space->GetText()).second)
+        m_facts.m_spaces.push_back(space);
+}
+
+/// The overloads of one method share an entry: their arguments tell them apart at run time.
+void SlcGetShaderInfo::AddDSOFunc(const SlcProcCallExprNode* call,
+                                  const SlcPtr<SlcFuncDSOSymbolEntry>& entry)
+{
+    AddDSOLibrary(call, *entry);
+    const auto [known, isNew] =
+        m_dsoMethods.insert({{entry->GetKey(), entry->GetMethodName()->GetName()}, entry});
+    if (isNew) {
+        m_facts.m_dsoFunctions.push_back(entry);
+        return;
+    }
+    SlcFuncDSOSymbolEntry& row = *known->second;
+    row.SetInit(SharedFunction(call, "init", row.GetInit(), entry->GetInit()));
+    row.SetCleanup(SharedFunction(call, "cleanup", row.GetCleanup(), entry->GetCleanup()));
+}
+
+/// What starts and ends a method, of all its overloads the first that is named.
+SlcIdentNode* SlcGetShaderInfo::SharedFunction(const SlcProcCallExprNode* call, const char* kind,
+                                               SlcIdentNode* first, SlcIdentNode* other)
+{
+    if (first->GetName().empty())
+        return other;
+    const std::pair<std::string, std::string> names = {first->GetName(), other->GetName()};
+    if (!names.second.empty() && names.first != names.second && m_dsoClashes.insert(names).second)
+        m_errors->Warning(call,
+                          "The overloads of '" + call->GetIdent()->GetName() + "' name two " +
+                              kind + " functions, '" + names.first + "' and '" + names.second +
+                              "': only the first is called",
+                          1);
+    return first;
+}
+
+/// A built shader looks for its libraries by their file names alone.
+void SlcGetShaderInfo::AddDSOLibrary(const SlcProcCallExprNode* call,
+                                     const SlcFuncDSOSymbolEntry& entry)
+{
+    const std::string& path = entry.GetLibraryPath();
+    const auto [known, isNew] = m_dsoPaths.insert({entry.GetLibraryFileName(), path});
+    if (isNew)
+        m_facts.m_dsoNames.push_back(entry.GetLibraryFileName());
+    else if (known->second != path)
+        m_errors->Error(call, "Function '" + call->GetIdent()->GetName() + "' of library '" + path +
+                                  "' cannot be used beside library '" + known->second +
+                                  "' of the same name");
+}

@@ -1,0 +1,89 @@
+// When the lights are run.
+//
+//     EVAL Q; begin lights; EVAL_FOR_P; d = diffuse(N); end lights
+// becomes, where the loop needs its lights again,
+//     T = Q; EVAL Q; begin lights; EVAL_FOR_P; d = diffuse(N); EVAL T; RESET_FOR_P; end lights
+//
+// What the body of a loop does is known only behind it, while the copy of its points stands in
+// front of it. So the places are noted by their instructions, and all goes into the list at its
+// end. Tested by tests/lowering/SlcGenInterCodeCallsTest.cpp and, with values, by
+// tests/run/LightTest.cpp.
+
+#include "lowering/SlcLightEvaluations.h"
+
+#include <utility>
+
+#include "frontend/SlcShaderTypeNode.h"
+#include "icode/SlcAssignICode.h"
+#include "icode/SlcLightICode.h"
+#include "symbols/SlcGeneratedNames.h"
+
+bool SlcLightEvaluations::IsP(const SlcOperand& operand)
+{
+    return operand->GetName() == SlcGeneratedNames::k_P;
+}
+
+void SlcLightEvaluations::AddEvalLightForP()
+{
+    m_list.AddICode(MakeShared<SlcEvalLightForPICode>());
+    m_evaluatesLightsForP = true;
+}
+
+void SlcLightEvaluations::NoteCallForP()
+{
+    if (m_lightLoop.evaluation)
+        m_lightLoop.callsForP.push_back(&*m_list.Codes().back());
+}
+
+void SlcLightEvaluations::ResetEvalLightIfPAssigned(const SlcOperand& assigned,
+                                                    const SlcShaderTypeNode* shaderType)
+{
+    if (!shaderType || !shaderType->SeesLights() || !IsP(assigned))
+        return;
+    m_list.AddICode(MakeShared<SlcResetEvalLightForPICode>());
+    m_lightLoop.movesP = true;
+}
+
+void SlcLightEvaluations::EnterLightLoop(const SlcOperand& position)
+{
+    if (IsP(position))
+        AddEvalLightForP();
+    else
+        m_list.AddICode(MakeShared<SlcEvalLightICode>(position));
+    m_lightLoop = {position, &*m_list.Codes().back()};
+}
+
+void SlcLightEvaluations::LeaveLightLoop(const SlcLabel& end)
+{
+    const LightLoop loop = std::exchange(m_lightLoop, {});
+    const bool isForP = IsP(loop.position);
+    if (!isForP)
+        m_otherLightsBehind[&*end] = {};
+    if (loop.callsForP.empty() || (isForP && !loop.movesP))
+        return;
+    // The body may change the points.
+    const SlcOperand copy = m_list.MakeTempVar(SlcTypeNode::APoint(), SlcDetailNode::AVarying());
+    m_copiesOfPoints[loop.evaluation] = MakeShared<SlcAssignSIMDICode>(copy, loop.position);
+    for (const SlcICode* last : loop.callsForP)
+        m_otherLightsBehind[last] = copy;
+}
+
+void SlcLightEvaluations::InsertLightEvaluations()
+{
+    if (m_otherLightsBehind.empty())
+        return;
+    std::deque<SlcPtr<SlcICode>> codes;
+    for (const auto& code : m_list.Codes()) {
+        if (const auto copy = m_copiesOfPoints.find(&*code); copy != m_copiesOfPoints.end())
+            codes.push_back(copy->second);
+        codes.push_back(code);
+        const auto others = m_otherLightsBehind.find(&*code);
+        if (others == m_otherLightsBehind.end())
+            continue;
+        if (!others->second.Null())
+            codes.push_back(MakeShared<SlcEvalLightICode>(others->second));
+        if (m_evaluatesLightsForP)
+            codes.push_back(MakeShared<SlcResetEvalLightForPICode>());
+    }
+    m_list.Codes().swap(codes);
+}

@@ -1,0 +1,106 @@
+// Names and temporaries of a list.
+//
+// A temporary lives to the end of its statement and then serves another value: `SlcTempPools` keeps
+// those of each kind. One with a role of its own, as the result of a body with early returns, comes
+// from `MakeTempVar` and is never given free.
+//
+// Tested by tests/lowering/SlcGenInterCodeTest.cpp.
+
+#include "lowering/SlcListBuilder.h"
+
+#include <charconv>
+#include <iterator>
+#include <utility>
+
+#include "symbols/SlcPossibleTypes.h"
+
+namespace {
+
+[[nodiscard]] std::string Numbered(char letter, int number)
+{
+    char name[16] = {letter};
+    char* const end = std::to_chars(name + 1, std::end(name), number).ptr;
+    return {std::begin(name), end};
+}
+
+}  // namespace
+
+int SlcListBuilder::sm_noTemp = 0;
+int SlcListBuilder::sm_noGotoLabel = 0;
+
+SlcListBuilder::KeepTempVars::KeepTempVars(SlcListBuilder& list)
+    : m_list(list),
+      m_outer(std::exchange(list.m_keepsTempVars, true))
+{
+}
+
+void SlcListBuilder::Start(Runs runs)
+{
+    m_list = MakeShared<SlcListICode>();
+    m_runs = runs;
+    m_temps = SlcTempPools();
+    m_keepsTempVars = false;
+    m_localNames.clear();
+}
+
+SlcDetailNode* SlcListBuilder::DetailHere(SlcDetailNode* detail) const
+{
+    return IsWithoutGrid() ? SlcDetailNode::AUniform() : detail;
+}
+
+SlcOperand SlcListBuilder::MakeTempVar(SlcTypeNode* type, SlcDetailNode* detail)
+{
+    const std::string name = Numbered('T', sm_noTemp++) + '_';
+    auto temporary = MakeShared<SlcLexType>(SlcLexicalNode::CreateIdent(name), type,
+                                            DetailHere(detail), SlcStorageSpecNode::ALocal());
+    m_list->AddLocalVar(temporary);
+    return temporary;
+}
+
+SlcOperand SlcListBuilder::GenTempVar(SlcTypeNode* type, SlcDetailNode* detail)
+{
+    // One reference for all accesses would tie their blocks together.
+    if (type->IsArrayRefType() || !m_options.m_reuseTempVars)
+        return MakeTempVar(type, detail);
+    SlcOperand temporary = m_temps.Take(type, DetailHere(detail));
+    if (temporary.Null()) {
+        temporary = MakeTempVar(type, detail);
+        m_temps.AddUsed(temporary);
+    }
+    return temporary;
+}
+
+void SlcListBuilder::ReleaseTempVars()
+{
+    if (m_options.m_reuseTempVars && !m_keepsTempVars)
+        m_temps.ReleaseUsed();
+}
+
+SlcOperand SlcListBuilder::GetResultVar(const SlcExprNode* expr, SlcTypeNode* type,
+                                        SlcDetailNode* detail)
+{
+    const auto types = SlcPossibleTypes::Of(expr);
+    if (types && types->GetOperandHint()) {
+        const SlcOperand& hint = types->GetOperandHint();
+        // A uniform target of a varying operation would be written once for each point, and
+        // read again between.
+        if (hint->GetType()->IsSameType(type) &&
+            hint->IsUniform() == DetailHere(detail)->IsUniform())
+            return hint;
+    }
+    return GenTempVar(type, detail);
+}
+
+SlcLabel SlcListBuilder::GenLabel()
+{
+    return MakeShared<SlcLabelICode>(Numbered('L', sm_noGotoLabel++));
+}
+
+/// A body that ends at its `return` does not count its end, so that a number may come again.
+std::string SlcListBuilder::LocalName(const std::string& sourceName)
+{
+    std::string name = sourceName + '_' + std::to_string(m_blockCounter);
+    while (!m_localNames.insert(name).second)
+        name = sourceName + '_' + std::to_string(++m_blockCounter);
+    return name;
+}

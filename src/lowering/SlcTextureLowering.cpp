@@ -1,0 +1,184 @@
+// Texture accesses: the footprint of each point, then one call with all parameters in place.
+//
+//     texture("a", s, t)      corners = patch around (s, t); r = CALL_TEXTURE "a" 0 corners ...
+//
+// The corners are those of the patch that a shading point covers, from its neighbours in the grid;
+// a call with all four gives them itself. Missing parameters have defaults, so that the primitive
+// has one form. A name or channel that varies has no whole-grid form.
+//
+// Tested by tests/golden/texture_forms.sl.
+
+#include <algorithm>
+
+#include "lowering/SlcTextureLowering.h"
+
+#include "frontend/SlcNodes.h"
+#include "icode/SlcICodes.h"
+#include "lowering/SlcTextureParameters.h"
+#include "support/reports/SlcSemanticError.h"
+#include "symbols/SlcPossibleTypes.h"
+#include "symbols/SlcShaderSymbolTable.h"
+
+namespace {
+
+constexpr std::size_t k_nameAndChannel = 2;
+constexpr std::size_t k_fewestSourcePoints = 2;
+constexpr std::size_t k_sourcePlaces = 4;
+
+constexpr std::string_view k_common[] = {"fidelity", "samples", "sblur", "tblur",
+                                         "swidth",   "twidth",  "filter"};
+constexpr std::string_view k_ofTexture[] = {"fill", "lerp"};
+constexpr std::string_view k_ofEnvironment[] = {"lerp", "fill"};
+constexpr std::string_view k_ofShadow[] = {"bias"};
+
+/// Positional arguments end at the first name.
+std::size_t CountPositional(const std::deque<SlcOperand>& args)
+{
+    const auto name = std::find_if(args.begin() + k_nameAndChannel, args.end(),
+                                   [](const auto& arg) { return arg->GetType()->IsStringType(); });
+    return static_cast<std::size_t>(name - args.begin()) - k_nameAndChannel;
+}
+
+}  // namespace
+
+SlcOperand SlcTextureLowering::Lower(SlcTextureExprNode* node, const std::deque<SlcOperand>& args)
+{
+    const SlcTextureTypeNode* kind = node->GetKind();
+    if (kind->IsTexture())
+        return GenTextureAccess(node, args);
+    if (kind->IsEnvironment() || kind->IsShadow())
+        return GenPointAccess(node, args);
+    m_errors->FatalError(node, "No code generated yet for this type of texture function.");
+}
+
+SlcOperand SlcTextureLowering::GenTextureAccess(SlcTextureExprNode* node,
+                                                const std::deque<SlcOperand>& args)
+{
+    const std::size_t positional = CountPositional(args);
+    const SlcTextureParameters parameters(args, k_nameAndChannel + positional);
+    std::deque<SlcOperand> call(args.begin(), args.begin() + k_nameAndChannel);
+    for (const SlcOperand& corner : TextureCorners(node, args, positional))
+        call.push_back(corner);
+    AppendParameters(call, parameters, k_common);
+    AppendParameters(call, parameters, k_ofTexture);
+    return GenAccessCall(node, Source::Point, std::move(call), 8);
+}
+
+std::deque<SlcOperand> SlcTextureLowering::TextureCorners(SlcTextureExprNode* node,
+                                                          const std::deque<SlcOperand>& args,
+                                                          std::size_t positional)
+{
+    using Hiddens = SlcShaderSymbolTable;
+    if (positional == 8)
+        return {args.begin() + k_nameAndChannel, args.begin() + k_nameAndChannel + 8};
+    if (positional != 0)
+        return FootprintOf(args[k_nameAndChannel], args[k_nameAndChannel + 1]);
+    if (Hiddens::sm_s.Null() || Hiddens::sm_t.Null())
+        m_errors->FatalError(node, "'s' or 't' is not available.");
+    return FootprintOf(m_context.OperandOf(Hiddens::sm_s), m_context.OperandOf(Hiddens::sm_t));
+}
+
+std::deque<SlcOperand> SlcTextureLowering::FootprintOf(const SlcOperand& s, const SlcOperand& t)
+{
+    const SlcOperand varyingS = m_context.Widened(s);
+    const SlcOperand varyingT = m_context.Widened(t);
+    std::array<SlcOperand, 8> corners;
+    for (SlcOperand& corner : corners)
+        corner = m_list.GenTempVar(SlcTypeNode::AFloat(), SlcDetailNode::AVarying());
+    m_list.AddICode(MakeShared<SlcTextureSTPointsICode>(varyingS, varyingT, corners,
+                                                        m_conditions.SimdCondition()));
+    return {corners.begin(), corners.end()};
+}
+
+SlcOperand SlcTextureLowering::GenPointAccess(SlcTextureExprNode* node,
+                                              const std::deque<SlcOperand>& args)
+{
+    const bool isShadow = node->GetKind()->IsShadow();
+    const std::size_t positional = CountPositional(args);
+    if (positional == 0 || !args[k_nameAndChannel]->GetType()->IsPointType())
+        m_errors->FatalError(node, isShadow ? "shadow(...) needs a point parameter."
+                                            : "environment(...) needs a point parameter.");
+    const SlcTextureParameters parameters(args, k_nameAndChannel + positional);
+    std::deque<SlcOperand> call(args.begin(), args.begin() + k_nameAndChannel);
+    const auto firstPoint = args.begin() + k_nameAndChannel;
+    const auto points = positional == 4 ? std::deque<SlcOperand>(firstPoint, firstPoint + 4)
+                                        : FootprintOf(*firstPoint);
+    call.insert(call.end(), points.begin(), points.end());
+    AppendParameters(call, parameters, k_common);
+    if (!isShadow) {
+        AppendParameters(call, parameters, k_ofEnvironment);
+        return GenAccessCall(node, Source::Point, std::move(call), 4);
+    }
+    AppendParameters(call, parameters, k_ofShadow);
+    if (parameters.HasSource())
+        AppendSource(node, call, parameters.GetSourcePoints());
+    return GenAccessCall(node, parameters.HasSource() ? Source::Area : Source::Point,
+                         std::move(call), 4);
+}
+
+std::deque<SlcOperand> SlcTextureLowering::FootprintOf(const SlcOperand& point)
+{
+    const SlcOperand varyingPoint = m_context.Widened(point);
+    std::array<SlcOperand, 4> corners;
+    for (SlcOperand& corner : corners)
+        corner = m_list.GenTempVar(SlcTypeNode::APoint(), SlcDetailNode::AVarying());
+    m_list.AddICode(
+        MakeShared<SlcTexturePointsICode>(varyingPoint, corners, m_conditions.SimdCondition()));
+    return {corners.begin(), corners.end()};
+}
+
+void SlcTextureLowering::AppendParameters(std::deque<SlcOperand>& call,
+                                          const SlcTextureParameters& parameters,
+                                          std::span<const std::string_view> keys)
+{
+    for (const std::string_view key : keys)
+        call.push_back(parameters.Get(key));
+}
+
+/// Places that the call leaves out repeat its last point.
+void SlcTextureLowering::AppendSource(SlcTextureExprNode* node, std::deque<SlcOperand>& call,
+                                      const std::deque<SlcOperand>& points)
+{
+    if (points.size() < k_fewestSourcePoints)
+        m_errors->FatalError(node, "No enough points for area shadow.");
+    call.push_back(SlcLexType::Int(static_cast<int>(points.size()), true));
+    for (std::size_t i = 0; i < k_sourcePlaces; ++i)
+        call.push_back(points[std::min(i, points.size() - 1)]);
+}
+
+std::string SlcTextureLowering::PrimitiveOf(const SlcTextureExprNode* node, Source source,
+                                            const SlcShaderTypeNode* shaderType)
+{
+    const SlcTextureTypeNode* kind = node->GetKind();
+    const char* size = SlcLoweringContext::TypeOf(node)->IsColorType() ? "_3D" : "_1D";
+    if (kind->IsTexture())
+        return std::string("CALL_TEXTURE") + size;
+    if (kind->IsEnvironment())
+        return std::string("CALL_ENVIRONMENT") + size;
+    return std::string(source == Source::Area ? "CALL_AREASHADOW" : "CALL_SHADOW") + size +
+           (shaderType && shaderType->IsLight() ? "_LIGHT" : "");
+}
+
+/// The `corners` arguments behind the name and the channel are the footprint.
+SlcOperand SlcTextureLowering::GenAccessCall(SlcTextureExprNode* node, Source source,
+                                             std::deque<SlcOperand> args, std::size_t corners)
+{
+    SlcDetailNode* varying = SlcDetailNode::AVarying();
+    const bool isColor = SlcLoweringContext::TypeOf(node)->IsColorType();
+    // One file and one channel serve the grid. Where nothing varies, one plain access does.
+    const bool suits = !SlcConditions::UniformIfAll(args)->IsUniform() && args[0]->IsUniform() &&
+                       args[1]->IsUniform();
+    const SlcGridForm form = suits ? m_conditions.GridForm() : SlcGridForm::Plain();
+    if (form.simd)
+        for (std::size_t i = 0; i < corners; ++i)
+            // Corners that the source gives may be uniform, and the form takes arrays.
+            args[k_nameAndChannel + i] = m_context.Widened(args[k_nameAndChannel + i]);
+    const SlcOperand result =
+        m_list.GetResultVar(node, isColor ? SlcTypeNode::AColor() : SlcTypeNode::AFloat(), varying);
+    SlcIdentNode* primitive =
+        SlcLexicalNode::CreateIdent(PrimitiveOf(node, source, m_context.m_shaderType));
+    m_conditions.AddInForm(form, MakeShared<SlcCallICode>(primitive, std::move(args), result,
+                                                          SlcCallICode::ArgumentList::Fixed, form,
+                                                          nullptr));
+    return result;
+}

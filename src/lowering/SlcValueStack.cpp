@@ -1,0 +1,180 @@
+// Values as of the time when they were pushed.
+//
+//     y = x + (x = 2)        push x; [x = 2]; push x; pop, pop
+// becomes
+//     T = x; x = 2; y = T + x
+//
+// Each value bears the length of the list when it was pushed. Who pops one that can change looks
+// whether code behind that place has written it. The writes are noted only then, each instruction
+// once, since most values are temporaries and constants, which nothing writes while they wait.
+// Tested by tests/lowering/SlcValueStackTest.cpp.
+
+#include "lowering/SlcValueStack.h"
+
+#include <algorithm>
+
+#include "icode/SlcAssignICode.h"
+#include "icode/SlcOperandWalker.h"
+
+namespace {
+
+/// Temporaries end in an underscore, declared locals in a number. Nothing assigns a temporary
+/// while its value is waiting.
+bool IsTemporary(const SlcLexType& operand)
+{
+    return operand.GetStorage()->IsLocal() && operand.IsIdent() && operand.GetName().back() == '_';
+}
+
+/// A value that code can change under its reader: a variable, or a reference into an array. Whole
+/// arrays are passed by reference only.
+bool CanChange(const SlcLexType& operand)
+{
+    if (operand.IsConst())
+        return false;
+    const SlcTypeNode* type = operand.GetType();
+    return type->IsArrayRefType() || (!type->IsArrayType() && !IsTemporary(operand));
+}
+
+/// Notes the operands that an instruction writes, as of the place behind it.
+class NoteWritesOf : public SlcOperandWalker {
+public:
+    NoteWritesOf(std::unordered_map<const SlcLexType*, std::size_t>& writes,
+                 const std::unordered_map<const SlcLexType*, SlcOperand>& arrayOfRef)
+        : m_writes(writes),
+          m_arrayOfRef(arrayOfRef)
+    {
+    }
+    void Visit(const SlcPtr<SlcICode>& code, std::size_t place)
+    {
+        m_place = place;
+        SlcOperandWalker::Visit(code);
+    }
+
+private:
+    using SlcOperandWalker::Case;
+    // To refer to an element is not to write it.
+    void Case(SlcPtr<SlcArrayRefICode>) override {}
+    void Read(SlcOperand&) override {}
+    void Write(SlcOperand& operand) override
+    {
+        if (IsTemporary(*operand) && !operand->GetType()->IsArrayRefType())
+            return;
+        m_writes[&*operand] = m_place;
+        const auto array = m_arrayOfRef.find(&*operand);
+        if (array != m_arrayOfRef.end())
+            m_writes[&*array->second] = m_place;
+    }
+
+    std::unordered_map<const SlcLexType*, std::size_t>& m_writes;
+    const std::unordered_map<const SlcLexType*, SlcOperand>& m_arrayOfRef;
+    std::size_t m_place = 0;
+};
+
+}  // namespace
+
+void SlcValueStack::Start()
+{
+    m_values.clear();
+    m_lateCopies.clear();
+    m_arrayOfRef = {};
+    ForgetWrites();
+}
+
+void SlcValueStack::Push(SlcOperand value)
+{
+    m_values.push_back({std::move(value), m_list.Place()});
+}
+
+SlcOperand SlcValueStack::Pop()
+{
+    const std::size_t mark = m_values.back().mark;
+    return AsOf(PopReference(), mark);
+}
+
+SlcOperand SlcValueStack::PopReference()
+{
+    SlcOperand operand = std::move(m_values.back().operand);
+    m_values.pop_back();
+    return operand;
+}
+
+SlcOperand SlcValueStack::AsOf(const SlcOperand& operand, std::size_t mark)
+{
+    return WrittenSince(operand, mark) ? CopyAt(operand, mark) : operand;
+}
+
+void SlcValueStack::NoteReference(const SlcOperand& ref, const SlcOperand& array)
+{
+    m_arrayOfRef[&*ref] = array;
+}
+
+SlcOperand SlcValueStack::VariableOf(const SlcOperand& operand) const
+{
+    const auto array = m_arrayOfRef.find(&*operand);
+    return array == m_arrayOfRef.end() ? operand : array->second;
+}
+
+bool SlcValueStack::WrittenSince(const SlcOperand& operand, std::size_t mark)
+{
+    if (mark == m_list.Place() || !CanChange(*operand))
+        return false;
+    NoteWrites();
+    const auto write = m_lastWrites.find(&*VariableOf(operand));
+    return write != m_lastWrites.end() && write->second > mark;
+}
+
+void SlcValueStack::NoteWrites()
+{
+    const auto& codes = m_list.Codes();
+    NoteWritesOf note(m_lastWrites, m_arrayOfRef);
+    for (; m_noted < codes.size(); ++m_noted)
+        note.Visit(codes[m_noted], m_noted + 1);
+}
+
+/// The copy has its place in front of code that is there by now; it goes in with the others.
+SlcOperand SlcValueStack::CopyAt(const SlcOperand& operand, std::size_t mark)
+{
+    SlcTypeNode* type = operand->GetType();
+    if (type->IsArrayRefType())
+        type = static_cast<SlcArrayRefTypeNode*>(type)->GetElementType();
+    // No pooled one: a function expanded behind the mark may have used that already.
+    SlcOperand copy = m_list.MakeTempVar(type, operand->GetDetail());
+
+    auto& codes = m_list.Codes();
+    const auto end = static_cast<std::ptrdiff_t>(codes.size());
+    m_conditions.AddInBlock(operand->GetDetail(), MakeShared<SlcAssignICode>(copy, operand));
+    m_lateCopies.push_back({mark, {codes.begin() + end, codes.end()}});
+    codes.erase(codes.begin() + end, codes.end());
+    return copy;
+}
+
+/// All at once: each in its turn would move what stands behind it again.
+void SlcValueStack::InsertLateCopies()
+{
+    if (m_lateCopies.empty())
+        return;
+    std::stable_sort(m_lateCopies.begin(), m_lateCopies.end(),
+                     [](const LateCopy& a, const LateCopy& b) { return a.mark < b.mark; });
+    auto& codes = m_list.Codes();
+    std::size_t place = m_lateCopies.front().mark;
+    const auto first = codes.begin() + static_cast<std::ptrdiff_t>(place);
+    const std::vector<SlcPtr<SlcICode>> rest(first, codes.end());
+    codes.erase(first, codes.end());
+    auto next = rest.begin();
+    for (const LateCopy& copy : m_lateCopies) {
+        for (; place < copy.mark; ++place)
+            codes.push_back(*next++);
+        codes.insert(codes.end(), copy.codes.begin(), copy.codes.end());
+    }
+    codes.insert(codes.end(), next, rest.end());
+    m_lateCopies.clear();
+}
+
+void SlcValueStack::ForgetWrites()
+{
+    InsertLateCopies();
+    m_noted = m_list.Place();
+    // To clear a map costs its buckets, of which one long statement leaves many.
+    if (!m_lastWrites.empty())
+        m_lastWrites = {};
+}

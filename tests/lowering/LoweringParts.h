@@ -1,0 +1,42 @@
+#pragma once
+
+#include <string>
+
+#include "icode/SlcAssignICode.h"
+#include "lowering/LowerTestHelp.h"
+#include "lowering/SlcLoweringContext.h"
+#include "support/reports/SlcSemanticError.h"
+
+/// A lowering without a tree: its list is made by hand.
+class LoweringParts {
+public:
+    explicit LoweringParts(const SlcOptionsControl& options = PlainOptions()) : m_options(options)
+    {
+        context.Start(SlcListBuilder::Runs::OnGrid);
+    }
+
+    /// A declared local.
+    [[nodiscard]] static SlcOperand Variable(const char* name,
+                                             SlcTypeNode* type = SlcTypeNode::AFloat(),
+                                             SlcDetailNode* detail = SlcDetailNode::AVarying())
+    {
+        return MakeShared<SlcLexType>(SlcLexicalNode::CreateIdent(name), type, detail,
+                                      SlcStorageSpecNode::ALocal());
+    }
+    void Assign(const SlcOperand& variable, double value)
+    {
+        context.m_conditions.GenPlainAssignment(variable, SlcLexType::Float(value));
+    }
+    /// The list, complete.
+    [[nodiscard]] std::string Text()
+    {
+        context.m_values.ForgetWrites();
+        return ToText(*context.m_list.List());
+    }
+
+private:
+    SlcOptionsControl m_options;
+
+public:
+    SlcLoweringContext context{MakeShared<SlcSemanticError>(), m_options};
+};

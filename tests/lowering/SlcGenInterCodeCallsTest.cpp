@@ -1,0 +1,292 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "lowering/LowerTestHelp.h"
+#include "lowering/SlcGenInterCode.h"
+#include "support/reports/SlcSemanticError.h"
+#include "symbols/SlcFuncDSOSymbolEntry.h"
+#include "symbols/SlcPossibleTypes.h"
+
+namespace {
+
+struct CallCase {
+    const char* functions;
+    const char* body;  // of a displacement shader
+    const char* code;
+};
+
+std::string ShaderOf(const CallCase& c)
+{
+    return std::string(c.functions) + " displacement t() {" + c.body + "}";
+}
+
+template <std::size_t N>
+void ExpectCalls(const CallCase (&cases)[N], const SlcOptionsControl& options = PlainOptions())
+{
+    for (const CallCase& c : cases)
+        EXPECT_EQ(LowerShader(ShaderOf(c), options), c.code) << ShaderOf(c);
+}
+
+TEST(SlcGenCalls, ExpandAFunctionAtEachCall)
+{
+    static const CallCase cases[] = {
+        {"float f(float a) { return a * 2; }", "float x = f(u) + f(v);",
+         "{ t0 = Mult u #2; } { t1 = Mult v #2; } { t2 = Add t0 t1; } { x_1 = Assign t2; }"},
+        {"float f(float a) { float b = a; b += 1; return b; }", "float x = f(f(u));",
+         "{ b_3 = Assign u; } { b_3 = Add b_3 #1; } { b_5 = Assign b_3; } { b_5 = Add b_5 #1; } "
+         "{ x_1 = Assign b_5; }"},
+        {"void f() { } float g() { f(); return 1; }", "f(); float x = g();",
+         "{ x_4 = Assign #1; }"},
+        {"float f(float a) { float b = a; return b; b = 2; }", "float x = f(u);",
+         "{ b_3 = Assign u; } { x_1 = Assign b_3; }"},
+        // A value of another type becomes one of the function's.
+        {"color f() { return 1; }", "uniform float x = f() . f();",
+         "t0 = Assign #1; t1 = Assign #1; t2 = DotProd t0 t1; x_1 = Assign t2;"},
+        {"float f() { return 1; }", "uniform color x = f();", "x_1 = Assign #1;"},
+        {"float f() { }", "color x = f();", "t0 = Assign #0; { x_1 = Assign t0; }"},
+        // Variables of one name stay apart.
+        {"float f(float a) { float b = a; return b; }", "float x = f(u); float b = x;",
+         "{ b_3 = Assign u; } { x_1 = Assign b_3; } { b_4 = Assign x_1; }"},
+        {"float f(float a) { }", "float x = f(u);", "t0 = Assign #0; { x_1 = Assign t0; }"},
+        {"string f(float a) { }", "printf(f(u));", "t0 = Assign \"\"; { PRINTF t0 counted; }"},
+    };
+    ExpectCalls(cases);
+}
+
+TEST(SlcGenCalls, LetAFormalStandForItsArgument)
+{
+    static const CallCase cases[] = {
+        {"void f(float a; output float b) { b = a; }", "float x; f(u, x);", "{ x_1 = Assign u; }"},
+        {"float f(float a) { return a; }", "uniform float x = f(2);",
+         "t0 = Assign #2; x_1 = Assign t0;"},
+        {"float f(varying float a) { return a; }", "float x = f(2);",
+         "{ t0 = Assign #2; } { x_1 = Assign t0; }"},
+        // A value of another type is copied.
+        {"color f(color a) { return a; }", "color x = f(u); x = f((1, 0, 0));",
+         "{ t0 = Assign u; } { x_1 = Assign t0; } t1 = Point #1 #0 #0; t2 = Assign t1; "
+         "{ x_1 = Assign t2; }"},
+        {"float f(vector a) { return a . a; }", "float x = f(N);",
+         "{ t0 = DotProd N N; } { x_1 = Assign t0; }"},
+        // An array without a length has that of its argument.
+        {"float f(float a[]) { return a[1]; }", "float x[2]; float y = f(x);",
+         "t0 = ArrayRef x_1 #1; { y_1 = Assign t0; }"},
+        // What an argument was when it was read.
+        {"float f(float a; float b) { return a + b; }", "float x; float y = f(x, x = 2);",
+         "{ t0 = Assign x_1; } { x_1 = Assign #2; } { t1 = Add t0 x_1; } { y_1 = Assign t1; }"},
+        // An element is written through another reference, statements after it was bound.
+        {"",
+         "float x[2]; float f(float a) { float y = 1; return a + (x[1] = 5); } float z = f(x[1]);",
+         "t0 = ArrayRef x_1 #1; { y_3 = Assign #1; } { t1 = Assign t0; } t2 = ArrayRef x_1 #1; "
+         "{ t2 = Assign #5; } { t3 = Add t1 t2; } { z_1 = Assign t3; }"},
+    };
+    ExpectCalls(cases);
+}
+
+TEST(SlcGenCalls, WriteThroughOutputFormals)
+{
+    static const CallCase cases[] = {
+        {"void f(output float a) { a = 1; }", "float x[3]; f(x[1]);",
+         "t0 = ArrayRef x_1 #1; { t0 = Assign #1; }"},
+        {"void f(output float a) { a = 1; }", "float x[3]; f(x[v]);",
+         "{ t0 = ArrayRef x_1 v; t1 = Assign t0; } { t1 = Assign #1; } "
+         "{ t2 = ArrayRef x_1 v; t2 = Assign t1; }"},
+        {"void f(output float a[]) { a[0] = 1; }", "float x[3]; f(x);",
+         "t0 = ArrayRef x_1 #0; { t0 = Assign #1; }"},
+    };
+    ExpectCalls(cases);
+    EXPECT_EQ(LowerShader("void f(output point a) { a = N; } void g(output point a) { f(a); } "
+                          "surface t() { g(P); }"),
+              "{ Ci = Color #0 #0 #0; } { Oi = Color #1 #1 #1; } { P = Assign N; } "
+              "ResetEvalLightForP;");
+}
+
+TEST(SlcGenCalls, ReachTheVariablesAroundAFunction)
+{
+    static const CallCase cases[] = {
+        {"", "float x = u; float f() { extern float x; x += 1; return x; } float y = f() + f();",
+         "{ x_1 = Assign u; } { x_1 = Add x_1 #1; } { t0 = Assign x_1; } { x_1 = Add x_1 #1; } "
+         "{ t1 = Add t0 x_1; } { y_1 = Assign t1; }"},
+        {"float f(float x) { float g(float y) { extern float x; return x + y; } "
+         "return g(x) * g(1); }",
+         "float y = f(u);",
+         "{ t0 = Add u u; } t1 = Assign #1; { t2 = Add u t1; } { t3 = Mult t0 t2; } "
+         "{ y_1 = Assign t3; }"},
+    };
+    ExpectCalls(cases);
+}
+
+TEST(SlcGenCalls, KeepTheTemporariesOfTheExpressionAround)
+{
+    static const CallCase cases[] = {
+        // The statements of the body release theirs, but not the product in front of the call.
+        {"float f(float a) { float b = a + 1; b = b * b + a; return b * 2; }",
+         "float x; x = u * v + x; float y = u * v + f(u);",
+         "{ t0 = Mult u v; } { t1 = Add t0 x_1; } { x_1 = Assign t1; } { t1 = Mult u v; } "
+         "{ t0 = Add u #1; } { b_3 = Assign t0; } { t0 = Mult b_3 b_3; } { t2 = Add t0 u; } "
+         "{ b_3 = Assign t2; } { t2 = Mult b_3 #2; } { t0 = Add t1 t2; } { y_1 = Assign t0; }"},
+        // A value that the body leaves in a temporary of the caller is in use.
+        {"float f(float a) { float b = a; return a * 2; }",
+         "float x; x = u * v + x; x = f(u) + u * v;",
+         "{ t0 = Mult u v; } { t1 = Add t0 x_1; } { x_1 = Assign t1; } { b_3 = Assign u; } "
+         "{ t1 = Mult u #2; } { t0 = Mult u v; } { t2 = Add t1 t0; } { x_1 = Assign t2; }"},
+    };
+    SlcOptionsControl options = PlainOptions();
+    options.m_reuseTempVars = true;
+    ExpectCalls(cases, options);
+}
+
+/// n functions of which each calls the one before it `calls` times.
+std::string Chain(int n, int calls)
+{
+    std::string functions = "float f0(float x) { return x + 1; } ";
+    for (int i = 1; i < n; ++i) {
+        const std::string call = "f" + std::to_string(i - 1) + "(x)";
+        functions += "float f" + std::to_string(i) + "(float x) { return " + call;
+        for (int j = 1; j < calls; ++j)
+            functions += " + " + call;
+        functions += "; } ";
+    }
+    return functions + "displacement t() { float x = f" + std::to_string(n - 1) + "(u); }";
+}
+
+TEST(SlcGenCalls, RefuseAnExpansionThatGrowsTooLarge)
+{
+    SlcOptionsControl options = PlainOptions();
+    options.m_mostOperations = 1000;
+    EXPECT_EQ(RefusalOf(Chain(30, 2), options),
+              "test.sl:1: ERROR: Expansion of function 'f29' is too large\n");
+    EXPECT_EQ(RefusalOf(Chain(200, 3)),
+              "test.sl:1: ERROR: Expansion of function 'f199' is too large\n")
+        << "the count of operations has no room for them";
+    // Without instructions it takes time all the same: 14 calls and the one of the shader.
+    const std::string empty = "void f0() { } void f1() { f0(); f0(); } void f2() { f1(); f1(); } "
+                              "void f3() { f2(); f2(); } displacement t() { f3(); }";
+    options.m_mostOperations = 15;
+    EXPECT_NE(LowerShader(empty, options), "refused");
+    options.m_mostOperations = 14;
+    EXPECT_EQ(RefusalOf(empty, options),
+              "test.sl:1: ERROR: Expansion of function 'f3' is too large\n");
+}
+
+TEST(SlcGenCalls, RefuseArraysOfAnotherLength)
+{
+    struct Case {
+        const char* functions;
+        const char* statement;
+        const char* reports;
+    };
+    static const Case cases[] = {
+        {"float g(float b[3]) { return b[2]; } float f(float a[]) { return g(a); }", "f(two);",
+         "Array of length 2 for argument 1 of 'g' function (length 3 expected)"},
+        {"void g(float x; output float b[3]) { } void f(output float a[]) { g(1, a); }", "f(two);",
+         "Array of length 2 for argument 2 of 'g' function (length 3 expected)"},
+        {"float[3.0] f(float a[]) { return a; }", "float[] x = f(two);",
+         "Array of length 2 for the result of 'f' function (length 3 expected)"},
+        {"float[] f(float a[]) { return a; }", "float[3.0] x = f(two);",
+         "Array of length 2 for the result of 'f' function (length 3 expected)"},
+        {"float[] f(float a[]) { if (u > 0) return a; }", "float[3.0] x = f(two);",
+         "Array of length 2 for the result of 'f' function (length 3 expected)"},
+        {"float[] f(float a[]) { if (u > 0) return a; }", "f(two);",
+         "The length of the result of 'f' function is unknown"},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(RefusalOf(std::string(c.functions) +
+                                " displacement t() { float two[2] = {1, 2}; " + c.statement + " }",
+                            PlainOptions()),
+                  "test.sl:1: ERROR: " + std::string(c.reports) + "\n");
+}
+
+TEST(SlcGenCalls, RefuseAnExpansionThatNestsTooDeep)
+{
+    SlcOptionsControl options = PlainOptions();
+    options.m_mostLevels = 100;
+    EXPECT_NE(LowerShader(Chain(100, 1), options), "refused");
+    EXPECT_EQ(RefusalOf(Chain(101, 1), options),
+              "test.sl:1: ERROR: Expansion of function 'f0' is too large\n");
+}
+
+TEST(SlcGenCalls, NestTenThousandLevels)
+{
+    EXPECT_NE(LowerShader(Chain(10000, 1)), "refused");
+}
+
+/// Shadeop calls are built by hand, for want of a library.
+class ShadeopTest : public testing::Test {
+protected:
+    /// The code of "r = mix(arguments)" where each argument is a variable of these.
+    std::string Lower(SlcTypeNode* formal, const std::vector<SlcPtr<SlcVarSymbolEntry>>& variables,
+                      SlcDetailNode* detail)
+    {
+        auto arguments = std::make_unique<SlcProcArgsNode>(SlcPosition{});
+        for (const auto& variable : variables) {
+            auto argument = std::make_unique<SlcIdentExprNode>(SlcPosition{}, variable->GetIdent());
+            argument->SetSymbolEntry(variable);
+            arguments->AddArg(std::move(argument));
+        }
+        SlcProcCallExprNode call({}, SlcLexicalNode::CreateIdent("mix"), std::move(arguments));
+        call.SetSymbolEntry(MakeEntry(formal, variables.size()));
+        auto types = MakeShared<SlcPossibleTypes>(std::vector{SlcTypeNode::AFloat()});
+        types->SetUniqueType(SlcTypeNode::AFloat());
+        types->SetDetail(detail);
+        call.SetAnnotation(types);
+        SlcOptionsControl options = PlainOptions();
+        SlcGenInterCode generator(MakeShared<SlcSemanticError>(), options);
+        SlcDisplacementShaderTypeNode kind;
+        return ToText(*generator.GenCode(&call, &kind, false, false));
+    }
+
+    static SlcPtr<SlcVarSymbolEntry> Variable(const char* name, SlcTypeNode* type,
+                                              SlcDetailNode* detail)
+    {
+        auto variable =
+            MakeShared<SlcVarSymbolEntry>(SlcLexicalNode::CreateIdent(name), type, detail,
+                                          SlcStorageSpecNode::ALocal(), false, nullptr);
+        variable->MakeIntCodeVar(name);
+        return variable;
+    }
+
+private:
+    static SlcPtr<SlcFuncSymbolEntry> MakeEntry(SlcTypeNode* formal, std::size_t count)
+    {
+        SlcFuncSignature signature;
+        signature.ident = SlcLexicalNode::CreateIdent("mix");
+        signature.returnType = SlcTypeNode::AFloat();
+        signature.argTypes.assign(count, formal);
+        signature.argDetails.assign(count, SlcDetailNode::AVarying());
+        signature.argStorages.assign(count, SlcStorageSpecNode::AInput());
+        signature.cName = SlcLexicalNode::CreateIdent("mix_0");
+        signature.origin = SlcFuncOrigin::Shadeop;
+        SlcShadeopInfo info;
+        info.methodName = signature.ident;
+        info.key = "lib_so";
+        return MakeShared<SlcFuncDSOSymbolEntry>(signature, info);
+    }
+};
+
+TEST_F(ShadeopTest, IsCalledInABlockOfItsDetail)
+{
+    const auto x = Variable("x", SlcTypeNode::AFloat(), SlcDetailNode::AVarying());
+    const auto k = Variable("k", SlcTypeNode::AFloat(), SlcDetailNode::AUniform());
+    EXPECT_EQ(Lower(SlcTypeNode::AFloat(), {x, k}, SlcDetailNode::AVarying()),
+              "{ t0 = CallDSO x k lib_so.mix; }");
+    EXPECT_EQ(Lower(SlcTypeNode::AFloat(), {k}, SlcDetailNode::AUniform()),
+              "t0 = CallDSO k lib_so.mix;");
+    EXPECT_EQ(Lower(SlcTypeNode::AColor(), {x}, SlcDetailNode::AVarying()),
+              "{ t0 = Assign x; } { t1 = CallDSO t0 lib_so.mix; }");
+}
+
+TEST_F(ShadeopTest, TakesEachVaryingArrayConvertedOnce)
+{
+    SlcTypeNode* type = SlcTypeNode::CreateArrayType(SlcTypeNode::AFloat(), 2);
+    const auto a = Variable("a", type, SlcDetailNode::AVarying());
+    const auto b = Variable("b", type, SlcDetailNode::AVarying());
+    const auto k = Variable("k", type, SlcDetailNode::AUniform());
+    EXPECT_EQ(Lower(SlcTypeNode::CreateArrayType(SlcTypeNode::AFloat()), {a, b, a, k},
+                    SlcDetailNode::AVarying()),
+              "t0 = ConvertArrayDSO a to; t1 = ConvertArrayDSO b to; "
+              "{ t2 = CallDSO t0 t1 t0 k lib_so.mix; } "
+              "a = ConvertArrayDSO t0 from; b = ConvertArrayDSO t1 from;");
+}
+
+}  // namespace

@@ -1,0 +1,135 @@
+#include "lowering/SlcGenInterCode.h"
+
+#include <gtest/gtest.h>
+
+#include "lowering/LowerTestHelp.h"
+
+namespace {
+
+TEST(SlcGenRelations, ComparesIntoOneFlagAndPushesNegationDown)
+{
+    static const LowerCase cases[] = {
+        {"if (w < u) o = 1;", "{ f0 = LessThen w u; } u0 = any f0; { f0( o = Assign #1; ) }"},
+        {"if (!(w < u)) o = 1;",
+         "{ f0 = GreaterEqual w u; } u0 = any f0; { f0( o = Assign #1; ) }"},
+        {"if (!!(w <= u)) o = 1;", "{ f0 = LessEqual w u; } u0 = any f0; { f0( o = Assign #1; ) }"},
+        {"if (!(w == u)) o = 1;", "{ f0 = NotEqual w u; } u0 = any f0; { f0( o = Assign #1; ) }"},
+        {"if (!(w > u && u >= v)) o = 1;",
+         "{ f0 = LessEqual w u; } f1 = not f0; u0 = any f1; { f1( f1 = LessThen u v; ) } f0 = f0 "
+         "or f1; u1 = any f0; { f0( o = Assign #1; ) }"},
+        {"if (!(w != u || u < v)) o = 1;",
+         "{ f0 = Equal w u; } u0 = any f0; { f0( f0 = GreaterEqual u v; ) } u1 = any f0; { f0( o = "
+         "Assign #1; ) }"},
+        {"color c; if (c == (1, 0, 0)) o = 1;", "t0 = Point #1 #0 #0; t1 = Assign t0; { f0 = Equal "
+                                                "c_1 t1; } u0 = any f0; { f0( o = Assign #1; ) }"},
+    };
+    ExpectCode(cases);
+}
+
+TEST(SlcGenRelations, RunsTheRightSideWhereTheLeftHasNotDecided)
+{
+    static const LowerCase cases[] = {
+        {"if (w < u && u < v) o = 1;", "{ f0 = LessThen w u; } u0 = any f0; { f0( f0 = LessThen u "
+                                       "v; ) } u1 = any f0; { f0( o = Assign #1; ) }"},
+        {"if (w < u || u < v) o = 1;",
+         "{ f0 = LessThen w u; } f1 = not f0; u0 = any f1; { f1( f1 = LessThen u v; ) } f0 = f0 or "
+         "f1; u1 = any f0; { f0( o = Assign #1; ) }"},
+        {"if (w < 1 && k < 1) o = 1;",
+         "{ f0 = LessThen w #1; } u0 = any f0; u0( u1 = LessThen k #1; ) { f0( f0 = Assign u1; ) } "
+         "u2 = any f0; { f0( o = Assign #1; ) }"},
+        {"if (w < 1 || k < 1) o = 1;",
+         "{ f0 = LessThen w #1; } f1 = not f0; u0 = any f1; u0( u1 = LessThen k #1; ) { f1( f1 = "
+         "Assign u1; ) } f0 = f0 or f1; u2 = any f0; { f0( o = Assign #1; ) }"},
+        {"if (w < 1 || (u < 1 && v < 1)) o = 1;",
+         "{ f0 = LessThen w #1; } f1 = not f0; u0 = any f1; { f1( f1 = LessThen u #1; ) } u1 = any "
+         "f1; { f1( f1 = LessThen v #1; ) } f0 = f0 or f1; u2 = any f0; { f0( o = Assign #1; ) }"},
+    };
+    ExpectCode(cases);
+}
+
+TEST(SlcGenRelations, KeepsFlagsFalseOutsideTheConditionAroundThem)
+{
+    static const LowerCase cases[] = {
+        {"if (w < 1) { if (u < 1) o = 1; }",
+         "{ f0 = LessThen w #1; } u0 = any f0; { f0( f1 = LessThen u #1; ) } { !f0( f1 = Assign "
+         "#false; ) } u1 = any f1; { f1( o = Assign #1; ) }"},
+        {"if (w < 1) { if (u < 1 && v < 1) o = 1; }",
+         "{ f0 = LessThen w #1; } u0 = any f0; { f0( f1 = LessThen u #1; ) } { !f0( f1 = Assign "
+         "#false; ) } u1 = any f1; { f1( f1 = LessThen v #1; ) } u2 = any f1; { f1( o = Assign #1; "
+         ") }"},
+        {"if (w < 1) { if (u < 1 || v < 1) o = 1; }",
+         "{ f0 = LessThen w #1; } u0 = any f0; { f0( f1 = LessThen u #1; ) } { !f0( f1 = Assign "
+         "#false; ) } f2 = f0 but not f1; u1 = any f2; { f2( f2 = LessThen v #1; ) } f1 = f1 or "
+         "f2; u2 = any f1; { f1( o = Assign #1; ) }"},
+        {"if (w < 1) { if (k < 1 && u < 1) o = 1; }",
+         "{ f0 = LessThen w #1; } u0 = any f0; u0( u1 = LessThen k #1; ) { !u1( f1 = Assign u1; ) "
+         "} { u1( f1 = LessThen u #1; ) } { !f0( f1 = Assign #false; ) } u2 = any f1; { f1( o = "
+         "Assign #1; ) }"},
+        {"if (w < 1) { if (k < 1 || u < 1) o = 1; }",
+         "{ f0 = LessThen w #1; } u0 = any f0; u0( u1 = LessThen k #1; ) { u1( f1 = Assign u1; ) } "
+         "{ !u1( f1 = LessThen u #1; ) } { !f0( f1 = Assign #false; ) } u2 = any f1; { f1( o = "
+         "Assign #1; ) }"},
+    };
+    ExpectCode(cases);
+}
+
+TEST(SlcGenRelations, PutsTheValueRightBesideAUniformLeftSide)
+{
+    static const LowerCase cases[] = {
+        {"if (k < 1 && k < 2) o = 1;",
+         "u0 = LessThen k #1; u0( u0 = LessThen k #2; ) !u0? goto L0; { o = Assign #1; } L0:"},
+        {"if (k < 1 && w < 1) o = 1;", "u0 = LessThen k #1; { !u0( f0 = Assign u0; ) } { u0( f0 = "
+                                       "LessThen w #1; ) } u1 = any f0; { f0( o = Assign #1; ) }"},
+        {"if (k < 1 || w < 1) o = 1;", "u0 = LessThen k #1; { u0( f0 = Assign u0; ) } { !u0( f0 = "
+                                       "LessThen w #1; ) } u1 = any f0; { f0( o = Assign #1; ) }"},
+        {"if (k < 1 && (u < 1 || v < 1)) o = 1;",
+         "u0 = LessThen k #1; !u0? goto L0; { f0 = LessThen u #1; } f1 = not f0; u1 = any f1; { "
+         "f1( f1 = LessThen v #1; ) } f0 = f0 or f1; goto L1; L0: { f0 = Assign u0; } L1: u2 = any "
+         "f0; { f0( o = Assign #1; ) }"},
+        {"if (k < 1 || (u < 1 && v < 1)) o = 1;",
+         "u0 = LessThen k #1; u0? goto L0; { f0 = LessThen u #1; } u1 = any f0; { f0( f0 = "
+         "LessThen v #1; ) } goto L1; L0: { f0 = Assign u0; } L1: u2 = any f0; { f0( o = Assign "
+         "#1; ) }"},
+        {"if (k < 1 && (k < 2 || k < 3)) o = 1;",
+         "u0 = LessThen k #1; !u0? goto L0; u1 = LessThen k #2; !u1( u1 = LessThen k #3; ) u0 = "
+         "Assign u1; L0: !u0? goto L1; { o = Assign #1; } L1:"},
+        {"if (k < 1 || (k < 2 && k < 3)) o = 1;",
+         "u0 = LessThen k #1; u0? goto L0; u1 = LessThen k #2; u1( u1 = LessThen k #3; ) u0 = "
+         "Assign u1; L0: !u0? goto L1; { o = Assign #1; } L1:"},
+    };
+    ExpectCode(cases);
+}
+
+TEST(SlcGenRelations, LetsEffectsHappenOnlyWhereTheRightSideRuns)
+{
+    static const LowerCase cases[] = {
+        {"if (w < 1 && (o = u) < w) o = 1;",
+         "{ f0 = LessThen w #1; } u0 = any f0; { f0( o = Assign u; ) } { f0( f0 = LessThen o w; ) "
+         "} u1 = any f0; { f0( o = Assign #1; ) }"},
+        {"if (w < 1 || (o = u) < w) o = 1;",
+         "{ f0 = LessThen w #1; } f1 = not f0; u0 = any f1; { f1( o = Assign u; ) } { f1( f1 = "
+         "LessThen o w; ) } f0 = f0 or f1; u1 = any f0; { f0( o = Assign #1; ) }"},
+        {"if (w < 1 || (v < 1 || (o = u) < w)) o = 1;",
+         "{ f0 = LessThen w #1; } f1 = not f0; u0 = any f1; { f1( f2 = LessThen v #1; ) } { !f1( "
+         "f2 = Assign #false; ) } f3 = f1 but not f2; u1 = any f3; { f3( o = Assign u; ) } { f3( "
+         "f3 = LessThen o w; ) } f2 = f2 or f3; f0 = f0 or f2; u2 = any f0; { f0( o = Assign #1; ) "
+         "}"},
+        {"if (k < 1 && (o = u) < w) o = 1;",
+         "u0 = LessThen k #1; !u0? goto L0; o = AssignSIMD u; { f0 = LessThen o w; } goto L1; L0: "
+         "{ f0 = Assign u0; } L1: u1 = any f0; { f0( o = Assign #1; ) }"},
+        {"if (k < 1 || (o = u) < w) o = 1;",
+         "u0 = LessThen k #1; u0? goto L0; o = AssignSIMD u; { f0 = LessThen o w; } goto L1; L0: { "
+         "f0 = Assign u0; } L1: u1 = any f0; { f0( o = Assign #1; ) }"},
+        {"uniform float z; if (k < 1 && (z = 2) < k) o = 1;",
+         "u0 = LessThen k #1; !u0? goto L0; z_1 = Assign #2; u1 = LessThen z_1 k; u0 = Assign u1; "
+         "L0: !u0? goto L1; { o = Assign #1; } L1:"},
+        {"if (w < 1) { if (k < 1 && (o = u) < w) o = 1; }",
+         "{ f0 = LessThen w #1; } u0 = any f0; u0( u1 = LessThen k #1; ) !u0? goto L0; !u1? goto "
+         "L0; { f0( o = Assign u; ) } { f0( f1 = LessThen o w; ) } { !f0( f1 = Assign #false; ) } "
+         "goto L1; L0: { f0( f1 = Assign u1; ) } { !f0( f1 = Assign #false; ) } L1: u2 = any f1; { "
+         "f1( o = Assign #1; ) }"},
+    };
+    ExpectCode(cases, PlainOptionsWith(&SlcOptionsControl::m_simdInstructions));
+}
+
+}  // namespace
