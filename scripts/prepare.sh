@@ -15,11 +15,12 @@ needs='
     header   png.h           libpng-dev
     header   httplib.h       libcpp-httplib-dev
     command  pkg-config      pkgconf
+    command  python3         python3
+    command  make            make
 '
 
 # What the tests of a page in a browser need beyond that.
 browser_needs='
-    command  python3         python3
     command  chromium        chromium
     command  chromedriver    chromium-driver
 '

@@ -106,7 +106,8 @@ try_generator() {
 command -v ninja >/dev/null && try_generator ninja Ninja
 command -v make >/dev/null && try_generator make 'Unix Makefiles'
 
-# A project of nothing but shaders has no language.
+# A project of nothing but shaders has no language. CMake's own choice of a generator is make.
+command -v make >/dev/null || export CMAKE_GENERATOR=Ninja
 mkdir shaders
 cp "$share/shaderqx/examples/matte.sl" shaders
 echo 'cmake_minimum_required(VERSION 3.25)

@@ -1,0 +1,90 @@
+#!/usr/bin/env bash
+# Runs the README's two commands on a Debian that has nothing but git: once as a new user would, then again
+# without network. Only there does a package show that the scripts forget to install.
+# Needs root, debootstrap, and `ip` of iproute2; the mirror is that of this machine's apt.
+# usage: bare.sh           tests a clone of HEAD; takes as long as two runs of scripts/test.sh
+#        bare.sh COMMAND   runs that in the system of the last run instead, with network
+# environment: SLC_BARE_FOLDER  keeps the system, 3 GB with its build, in this folder instead of build/bare.
+#                               Its subfolders base and archives, the system before a run and the packages that were
+#                               fetched, serve the next run; remove them to begin from scratch.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+folder=$(realpath -m "${SLC_BARE_FOLDER:-build/bare}")
+root=$folder/root
+
+fail() {
+    echo "$0: $*" >&2
+    exit 1
+}
+
+# The first mirror in apt's configuration that has the release $1 itself.
+mirror_of() {
+    apt-get update --print-uris 2>/dev/null |
+        sed -nE "s|^'([^']*)/dists/$1/InRelease' .*|\1|p" | head -n 1
+}
+
+# What apt needs to reach the mirror from inside: names, proxies, passwords and certificates of this machine.
+copy_network_settings() {
+    local file
+    for file in /etc/resolv.conf /etc/hosts /etc/apt/auth.conf /etc/apt/auth.conf.d \
+        /etc/ssl/certs/ca-certificates.crt /usr/local/share/ca-certificates; do
+        [ -e "$file" ] || continue
+        mkdir -p "$1$(dirname "$file")"
+        cp -rLT "$file" "$1$file"
+    done
+    apt-config dump | grep -E '^Acquire::(http|https|Check-|Retries)' >"$1/etc/apt/apt.conf.d/90machine" || true
+}
+
+make_base() {
+    local release mirror
+    release=$(sed -n 's/^VERSION_CODENAME=//p' /etc/os-release)
+    mirror=$(mirror_of "$release")
+    [ -n "$mirror" ] || fail "no mirror in the configuration of apt has '$release'"
+    echo "Making a $release of $mirror in $folder/base"
+    rm -rf "$folder/base.part"
+    mkdir -p "$folder/archives"
+    debootstrap --variant=minbase --include=git --cache-dir="$folder/archives" "$release" \
+        "$folder/base.part" "$mirror" >"$folder/debootstrap.log" ||
+        fail "debootstrap failed; see $folder/debootstrap.log"
+    mv "$folder/base.part" "$folder/base"
+}
+
+# Runs the words after $1 in the clone inside the system; $1 is `network` or `alone`. The mounts belong to that
+# process and end with it. Of this machine's variables only those of proxies are seen inside.
+inside() {
+    local isolation=()
+    [ "$1" = network ] || isolation=(--net)
+    unshare --mount "${isolation[@]}" bash -c '
+        set -e
+        [ "$1" = network ] || ip link set lo up
+        root=$2 archives=$3
+        shift 3
+        mount --bind "$archives" "$root/var/cache/apt/archives"
+        mount -t proc proc "$root/proc"
+        mount --rbind /dev "$root/dev"
+        exec env -i HOME=/root PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin \
+            ${http_proxy:+"http_proxy=$http_proxy"} ${https_proxy:+"https_proxy=$https_proxy"} \
+            ${no_proxy:+"no_proxy=$no_proxy"} \
+            chroot "$root" sh -c '\''cd /root/clone && exec "$@"'\'' sh "$@"
+    ' bash "$1" "$root" "$folder/archives" "${@:2}"
+}
+
+[ "$(id -u)" = 0 ] || fail "chroot needs root"
+for tool in debootstrap unshare ip chroot; do
+    command -v "$tool" >/dev/null || fail "$tool is not installed"
+done
+if [ $# -gt 0 ]; then
+    [ -d "$root/root/clone" ] || fail "there is no system of an earlier run in $folder"
+    inside network "$@"
+    exit
+fi
+[ -d "$folder/base" ] || make_base
+rm -rf --one-file-system "$root"
+cp -a "$folder/base" "$root"
+copy_network_settings "$root"
+git clone -q --no-hardlinks . "$root/root/clone"
+for connection in network alone; do
+    inside "$connection" scripts/quickstart.sh
+    inside "$connection" scripts/test.sh
+done
+echo "Both commands pass on a bare Debian, with and without network"
