@@ -10,11 +10,13 @@
 #include "reference/SqxReferencePages.h"
 
 #include <algorithm>
+#include <cctype>
 #include <map>
 #include <stdexcept>
 #include <vector>
 
 #include "frontend/SlcLexicalNode.h"
+#include "reference/SqxBuiltInExamples.h"
 #include "reference/SqxBuiltInMeanings.h"
 #include "sqx/SqxLayout.h"
 #include "sqx/SqxNumbers.h"
@@ -98,6 +100,15 @@ struct ShaderColumn {
     }
 }
 
+[[nodiscard]] std::string_view MeaningOf(const char* variable)
+{
+    const std::string_view meaning = SqxPredefinedMeaning(variable);
+    if (meaning.empty())
+        throw std::runtime_error("Predefined variable '" + std::string(variable) +
+                                 "' has no meaning in SqxPredefinedMeanings.cpp");
+    return meaning;
+}
+
 [[nodiscard]] std::string Spelled(std::string_view letters)
 {
     std::string text;
@@ -141,6 +152,59 @@ struct ShaderColumn {
     return text;
 }
 
+/// The place of a heading on a page: its letters, in lower case.
+[[nodiscard]] std::string AnchorOf(std::string_view heading)
+{
+    std::string anchor(heading);
+    for (char& letter : anchor)
+        letter = static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
+    return anchor;
+}
+
+/// Links to all functions, a line for each chapter.
+[[nodiscard]] std::string Contents()
+{
+    std::string text = "\n";
+    std::string_view group;
+    for (const SqxBuiltInMeaning& built : SqxBuiltInMeanings()) {
+        if (built.group != group) {
+            group = built.group;
+            text.append(text == "\n" ? "" : "\n").append("- **").append(group).append("**:");
+        }
+        text += " [`" + std::string(built.name) + "`](#" + AnchorOf(built.name) + ")";
+    }
+    return text + "\n";
+}
+
+/// The examples of a function as a list; empty if it has none.
+[[nodiscard]] std::string ExampleList(std::string_view function)
+{
+    std::string text;
+    for (const SqxBuiltInExample& example : SqxBuiltInExamples()) {
+        if (example.function != function)
+            continue;
+        const bool isWord = example.value == "no number" || example.value == "infinite";
+        text.append(text.empty() ? "\n- `" : "- `").append(example.code).append("` is ");
+        text.append(isWord ? "" : "`").append(example.value).append(isWord ? "" : "`");
+        text.append(example.note.empty() ? "" : ": ").append(example.note).append("\n");
+    }
+    return text;
+}
+
+[[nodiscard]] std::string Section(const SqxBuiltInMeaning& built,
+                                  const std::vector<std::string>& declarations)
+{
+    std::string text = "\n### " + std::string(built.name) + "\n\n```\n";
+    for (const std::string& declaration : declarations)
+        text += declaration + "\n";
+    std::string meaning(built.meaning);
+    meaning[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(meaning[0])));
+    text += "```\n\n" + meaning + ".";
+    if (const std::string_view details = SqxBuiltInDetails(built.name); !details.empty())
+        text.append("\n").append(details);
+    return text + "\n" + ExampleList(built.name);
+}
+
 constexpr std::string_view k_start = "<!-- table: ";
 constexpr std::string_view k_end = "<!-- end of table -->";
 
@@ -160,21 +224,17 @@ constexpr std::string_view k_end = "<!-- end of table -->";
 std::string SqxBuiltInTable()
 {
     const Declarations declarations = ReadDeclarations();
-    std::string text;
+    std::string text = Contents();
     std::string_view group;
     for (const SqxBuiltInMeaning& built : SqxBuiltInMeanings()) {
         if (built.group != group) {
             group = built.group;
-            text.append("\n## ").append(group).append(
-                "\n\n| Declarations | What it gives |\n|---|---|\n");
+            text.append("\n## ").append(group).append("\n");
         }
-        text += "| ";
         const auto found = declarations.find(built.name);
         if (found == declarations.end())
             throw std::runtime_error("There is no built-in '" + std::string(built.name) + "'");
-        for (const std::string& declaration : found->second)
-            text += (&declaration == &found->second.front() ? "`" : "<br>`") + declaration + "`";
-        text.append(" | ").append(built.meaning).append(" |\n");
+        text += Section(built, found->second);
     }
     if (SqxBuiltInMeanings().size() != declarations.size())
         throw std::runtime_error("A built-in has no meaning in SqxBuiltInMeanings.cpp");
@@ -190,8 +250,8 @@ std::string SqxPredefinedTable()
         {"volume", MakeShared<SlcVolumeSymbolTable>(nullptr)},
         {"imager", MakeShared<SlcImagerSymbolTable>(nullptr)},
     };
-    std::string text = "\n| Name | Declaration |";
-    std::string rule = "\n|---|---|";
+    std::string text = "\n| Name | Declaration | What it is |";
+    std::string rule = "\n|---|---|---|";
     for (const ShaderColumn& shader : shaders) {
         text.append(" ").append(shader.name).append(" |");
         rule += "---|";
@@ -200,7 +260,8 @@ std::string SqxPredefinedTable()
     for (const SlcHiddenVariables::VarInfo& variable : SlcHiddenVariables::All()) {
         text.append("| `").append(variable.name).append("` | ");
         text += variable.detail()->IsUniform() ? "uniform " : "varying ";
-        text += variable.type()->ToString() + " |";
+        text += variable.type()->ToString() + " | ";
+        text.append(MeaningOf(variable.name)).append(" |");
         for (const ShaderColumn& shader : shaders)
             text.append(" ").append(AccessIn(shader, variable.name)).append(" |");
         text += "\n";
