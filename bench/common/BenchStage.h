@@ -47,7 +47,7 @@ private:
             values.Ol.resize(points);
             m_lights.push_back({values.L.data(), values.Cl.data(), values.Ol.data()});
         }
-        BeginGrid(m_grid);
+        const GridScope scope(*this, m_grid);
         QxHostScene::EvaluateLights(m_grid.Values<QxVector3>("P").data(),
                                     static_cast<unsigned int>(points), m_lights.data(),
                                     LightCount());

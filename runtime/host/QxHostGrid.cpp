@@ -129,13 +129,37 @@ QxHostValue Collected(QxValueType type, const std::vector<Value>& values)
     return {type, std::move(numbers)};
 }
 
+/// Bits of the variables of one type, from that of the first row on.
 template <class Value>
-bool IsThere(const QxHiddenVariables& variables, std::string_view name)
+constexpr int k_firstBit = 0;
+template <>
+constexpr int k_firstBit<QxVector3> = std::size(k_floats);
+template <>
+constexpr int k_firstBit<QxRGBColor> = std::size(k_floats) + std::size(k_vectors);
+static_assert(k_firstBit<QxRGBColor> + std::size(k_colors) <= 32);
+
+template <class Value>
+QxHostPoints::Names PresentOf(const QxHiddenVariables& variables)
 {
-    const auto rows = Rows<Value>();
-    const auto found = std::find_if(rows.begin(), rows.end(),
-                                    [name](const auto& row) { return row.name == name; });
-    return found != rows.end() && (!found->member || variables.*(found->member));
+    QxHostPoints::Names bit = QxHostPoints::Names{1} << k_firstBit<Value>;
+    QxHostPoints::Names names = 0;
+    for (const Row<Value>& row : Rows<Value>()) {
+        names |= !row.member || variables.*row.member ? bit : 0;
+        bit <<= 1;
+    }
+    return names;
+}
+
+template <class Value>
+QxHostPoints::Names NamedOf(std::string_view name)
+{
+    QxHostPoints::Names bit = QxHostPoints::Names{1} << k_firstBit<Value>;
+    for (const Row<Value>& row : Rows<Value>()) {
+        if (row.name == name)
+            return bit;
+        bit <<= 1;
+    }
+    return 0;
 }
 
 void CheckLayout(unsigned int columns, unsigned int rows)
@@ -153,8 +177,18 @@ float StepOf(unsigned int points)
 
 bool QxHostPoints::Has(std::string_view name) const
 {
-    return IsThere<QxVector3>(variables, name) || IsThere<QxRGBColor>(variables, name) ||
-           IsThere<float>(variables, name);
+    return (Named(name) & Present()) != 0;
+}
+
+QxHostPoints::Names QxHostPoints::Present() const
+{
+    return PresentOf<float>(variables) | PresentOf<QxVector3>(variables) |
+           PresentOf<QxRGBColor>(variables);
+}
+
+QxHostPoints::Names QxHostPoints::Named(std::string_view name)
+{
+    return NamedOf<float>(name) | NamedOf<QxVector3>(name) | NamedOf<QxRGBColor>(name);
 }
 
 QxHostGrid::QxHostGrid(unsigned int columns, unsigned int rows) : m_layout{columns, rows}
@@ -189,6 +223,24 @@ void QxHostGrid::Resize(unsigned int columns, unsigned int rows)
     ResizeAll<float>();
     ResizeAll<QxVector3>();
     ResizeAll<QxRGBColor>();
+}
+
+template <class Value>
+void QxHostGrid::ResetAll()
+{
+    const auto rows = Rows<Value>();
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        std::get<Store<Value>>(m_values)[i].assign(rows[i].uniform ? 1 : Size(), rows[i].initial);
+}
+
+void QxHostGrid::Reset(unsigned int columns, unsigned int rows)
+{
+    CheckLayout(columns, rows);
+    m_layout = {columns, rows};
+    ResetAll<float>();
+    ResetAll<QxVector3>();
+    ResetAll<QxRGBColor>();
+    FillSquare();
 }
 
 void QxHostGrid::FillSquare()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <span>
 #include <string_view>
 #include <tuple>
@@ -16,6 +17,11 @@ struct QxHostPoints {
 
     /// A predefined variable of that name is there.
     [[nodiscard]] bool Has(std::string_view name) const;
+    /// A set of predefined variables, a bit for each: those that are there, and one by its name;
+    /// empty for a name that is none.
+    using Names = std::uint32_t;
+    [[nodiscard]] Names Present() const;
+    [[nodiscard]] static Names Named(std::string_view name);
 };
 
 /// The shading points of a patch, with the values of all predefined variables.
@@ -33,6 +39,10 @@ public:
     /// number, and those that are added have no place of their own. Throws `QxHostError` if there
     /// are no points.
     void Resize(unsigned int columns, unsigned int rows);
+
+    /// Makes a new grid of it, of that layout, in the memory that it has as far as that goes.
+    /// Throws `QxHostError` if there are no points.
+    void Reset(unsigned int columns, unsigned int rows);
 
     [[nodiscard]] const QxGrid& Layout() const { return m_layout; }
     [[nodiscard]] std::size_t Size() const { return m_layout.Size(); }
@@ -63,6 +73,8 @@ private:
     void Allocate();
     template <class Value>
     void ResizeAll();
+    template <class Value>
+    void ResetAll();
     template <class Value>
     void Point(QxHiddenVariables& hidden);
     void FillSquare();

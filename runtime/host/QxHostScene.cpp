@@ -5,7 +5,11 @@
 // `solar` and is ambient. Of those, one that looks at no place gives the same everywhere; it runs
 // for one point a grid, and its light is added up beforehand.
 //
-// Tested by tests/host/HostTest.cpp.
+// An answer to a shader may shade another grid. What is known of a grid stands in a level of a
+// stack, and answers look at the topmost one; levels are kept when their grids end, so that
+// following rays needs no memory of the system once each depth was reached.
+//
+// Tested by tests/host/HostTest.cpp and tests/host/RecursionTest.cpp.
 
 #include "host/QxHostScene.h"
 
@@ -66,7 +70,7 @@ void QxHostScene::AddLight(QxShaderInstance& light)
     if (light.Shader().Type() != QxShaderInterface::e_typeLight)
         throw QxHostError("Shader '" + light.Shader().Name() + "' is no light shader");
     if (IsAmbient(light))
-        m_ambientShaders.push_back(&light);
+        m_ambientShaders.push_back({&light, IsSteady(light)});
     else
         m_lights.push_back({{}, false, {}, &light});
 }
@@ -81,52 +85,53 @@ void QxHostScene::SetAnswer(QxMessage message, const std::string& name, const Qx
     m_answers.insert_or_assign({message, name}, value);
 }
 
-void QxHostScene::BeginGrid(const QxHostPoints& points)
+QxHostScene::GridScope::GridScope(QxHostScene& scene, const QxHostPoints& points) : m_scene(scene)
 {
-    m_time = points.variables.time ? *points.variables.time : 0;
-    m_eye = points.E;
-    const QxGrid& layout = points.layout;
-    if (!m_lightGrid || m_lightGrid->Layout().columns != layout.columns ||
-        m_lightGrid->Layout().rows != layout.rows)
-        m_lightGrid.emplace(layout.columns, layout.rows);
-    if (!m_ambientGrid)
-        m_ambientGrid.emplace(1, 1);
+    if (scene.m_depth > scene.m_rayLevelLimit)
+        throw QxHostError("Rays are nested deeper than the limit of " +
+                          std::to_string(scene.m_rayLevelLimit) + " levels");
+    if (scene.m_depth == scene.m_levels.size())
+        scene.m_levels.push_back(std::make_unique<Level>());
+    Level& level = *scene.m_levels[scene.m_depth++];
+    level.layout = points.layout;
+    level.time = points.variables.time ? *points.variables.time : 0;
+    level.eye = points.E;
+    level.steadyAmbient.reset();
+    level.inAmbient = false;
+}
 
-    m_steadyAmbient = m_ambientColor;
-    m_placeAmbient.clear();
-    const QxVector3 anywhere = {0, 0, 0};
-    for (QxShaderInstance* light : m_ambientShaders) {
-        if (!IsSteady(*light)) {
-            m_placeAmbient.push_back(light);
-            continue;
-        }
-        Shade(*light, *m_ambientGrid, &anywhere);
-        m_steadyAmbient = m_steadyAmbient + m_ambientGrid->Values<QxRGBColor>("Cl")[0];
-    }
+/// That of the grid that is being shaded; of none, if a host asks out of turn.
+QxHostScene::Level& QxHostScene::CurrentLevel()
+{
+    if (m_levels.empty())
+        m_levels.push_back(std::make_unique<Level>());
+    return *m_levels[m_depth == 0 ? 0 : m_depth - 1];
 }
 
 /// Runs a light shader: from the place of its own space it lights the positions.
-void QxHostScene::Shade(QxShaderInstance& light, QxHostGrid& grid, const QxVector3* positions)
+void QxHostScene::RunLight(Level& level, QxShaderInstance& light, QxHostGrid& grid,
+                           const QxVector3* positions)
 {
     const QxMatrix44& place = light.Spaces().Find("shader")->toCurrent;
-    grid.Set("P", QxVector3{place[3][0], place[3][1], place[3][2]});
-    grid.Set("L", QxVector3{0, 0, 0});
-    grid.Set("Cl", QxRGBColor{0, 0, 0});
-    grid.Set("Ol", QxRGBColor{1, 1, 1});
-    grid.Set("E", m_eye);
-    grid.Set("time", m_time);
-    std::copy(positions, positions + grid.Size(), grid.Values<QxVector3>("Ps").begin());
-    light.Run(grid, *this, 0);
+    const QxHiddenVariables at = grid.Hidden();
+    const std::size_t points = grid.Size();
+    std::fill_n(at.P, points, QxVector3{place[3][0], place[3][1], place[3][2]});
+    std::fill_n(at.L, points, QxVector3{0, 0, 0});
+    std::fill_n(at.Cl, points, QxRGBColor{0, 0, 0});
+    std::fill_n(at.Ol, points, QxRGBColor{1, 1, 1});
+    std::copy_n(positions, points, at.Ps);
+    *at.time = level.time;
+    light.Shade({grid.Layout(), at, level.eye}, *this, 0);
 }
 
 void QxHostScene::EvaluateLights(const QxVector3* positions, unsigned int points,
                                  QxLightInput* lights, unsigned int count)
 {
+    Level& level = CurrentLevel();
     for (unsigned int i = 0; i < count && i < m_lights.size(); ++i) {
         const Light& light = m_lights[i];
         if (light.shader) {
-            Shade(*light.shader, *m_lightGrid, positions);
-            TakeShaded(lights[i]);
+            TakeLight(level, *light.shader, positions, points, lights[i]);
             continue;
         }
         QxVector3* L = lights[i].L;
@@ -141,34 +146,79 @@ void QxHostScene::EvaluateLights(const QxVector3* positions, unsigned int points
 }
 
 /// A light's `L` leads away from it, a surface's to it.
-void QxHostScene::TakeShaded(const QxLightInput& light)
+void QxHostScene::TakeLight(Level& level, QxShaderInstance& light, const QxVector3* positions,
+                            unsigned int points, const QxLightInput& result)
 {
-    const auto L = m_lightGrid->Values<QxVector3>("L");
-    const auto Cl = m_lightGrid->Values<QxRGBColor>("Cl");
-    const auto Ol = m_lightGrid->Values<QxRGBColor>("Ol");
-    for (std::size_t i = 0; i < L.size(); ++i)
-        light.L[i] = -L[i];
-    std::copy(Cl.begin(), Cl.end(), light.Cl);
-    std::copy(Ol.begin(), Ol.end(), light.Ol);
+    const QxGrid layout = level.layout.Size() == points ? level.layout : QxGrid{points, 1};
+    // Taken out while the light runs, since its answers may ask for light again.
+    std::unique_ptr<QxHostGrid> grid = std::move(level.lightGrid);
+    if (!grid)
+        grid = std::make_unique<QxHostGrid>(layout.columns, layout.rows);
+    if (grid->Layout().columns != layout.columns || grid->Layout().rows != layout.rows)
+        grid->Reset(layout.columns, layout.rows);
+    RunLight(level, light, *grid, positions);
+    const QxHiddenVariables lit = grid->Hidden();
+    for (unsigned int i = 0; i < points; ++i)
+        result.L[i] = -lit.L[i];
+    std::copy_n(lit.Cl, points, result.Cl);
+    std::copy_n(lit.Ol, points, result.Ol);
+    level.lightGrid = std::move(grid);
+}
+
+QxRGBColor QxHostScene::AmbientOf(Level& level, QxShaderInstance& light, const QxVector3& position)
+{
+    if (!level.ambientGrid)
+        level.ambientGrid = std::make_unique<QxHostGrid>(1, 1);
+    level.inAmbient = true;
+    try {
+        RunLight(level, light, *level.ambientGrid, &position);
+    } catch (...) {
+        level.inAmbient = false;
+        throw;
+    }
+    level.inAmbient = false;
+    return level.ambientGrid->Values<QxRGBColor>("Cl")[0];
+}
+
+/// Of all lights that are alike at all points: once for a grid, when it is first wanted.
+QxRGBColor QxHostScene::SteadyAmbient(Level& level)
+{
+    if (level.steadyAmbient)
+        return *level.steadyAmbient;
+    QxRGBColor sum = m_ambientColor;
+    for (std::size_t i = 0; i < m_ambientShaders.size(); ++i)
+        if (m_ambientShaders[i].steady)
+            sum = sum + AmbientOf(level, *m_ambientShaders[i].shader, {0, 0, 0});
+    level.steadyAmbient = sum;
+    return sum;
+}
+
+bool QxHostScene::HasPlaceAmbient() const
+{
+    return std::any_of(m_ambientShaders.begin(), m_ambientShaders.end(),
+                       [](const AmbientShader& light) { return !light.steady; });
 }
 
 QxRGBColor QxHostScene::Ambient(const QxVector3& position)
 {
-    QxRGBColor sum = m_steadyAmbient;
-    for (QxShaderInstance* light : m_placeAmbient) {
-        Shade(*light, *m_ambientGrid, &position);
-        sum = sum + m_ambientGrid->Values<QxRGBColor>("Cl")[0];
-    }
+    Level& level = CurrentLevel();
+    if (level.inAmbient)
+        return m_ambientColor;
+    QxRGBColor sum = SteadyAmbient(level);
+    for (std::size_t i = 0; i < m_ambientShaders.size(); ++i)
+        if (!m_ambientShaders[i].steady)
+            sum = sum + AmbientOf(level, *m_ambientShaders[i].shader, position);
     return sum;
 }
 
 void QxHostScene::AmbientOverGrid(const QxVector3* positions, unsigned int points,
                                   QxRGBColor* results)
 {
-    if (m_placeAmbient.empty())
-        std::fill_n(results, points, m_steadyAmbient);
-    else
+    Level& level = CurrentLevel();
+    if (level.inAmbient || HasPlaceAmbient())
         QxShaderSupport::AmbientOverGrid(positions, points, results);
+    else
+        std::fill_n(results, points, SteadyAmbient(level));
 }
 
 bool QxHostScene::Message(QxMessage message, const char*, const char* name,

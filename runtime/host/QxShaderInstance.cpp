@@ -9,9 +9,15 @@
 // defined since. Outputs alone start from their default values each time, for the last run has
 // written over them.
 //
+// All this stands in a room. A run within a run takes another room than those that are in use, and
+// grids of two sizes that take turns have a room each, so that neither needs memory of the system
+// after its first run.
+//
 // Tested by tests/host/HostTest.cpp; tests/host/life watches the memory.
 
 #include "host/QxShaderInstance.h"
+
+#include <algorithm>
 
 #include "QxHostError.h"
 
@@ -42,13 +48,46 @@ std::string Told(const Parameter& parameter)
 
 }  // namespace
 
+QxShaderInstance::Room::Room(const QxShader& shader)
+    : run(shader.NewRun()),
+      variables(shader.Parameters().size())
+{
+    shader.Declare(variables);
+}
+
+/// A room is in use as long as this lives.
+class QxShaderInstance::RoomScope {
+public:
+    RoomScope(QxShaderInstance& instance, Room& room) : m_instance(instance), m_room(room)
+    {
+        room.busy = true;
+        room.lastUse = ++instance.m_runs;
+        instance.m_last.resize(instance.m_depth + 1);
+        instance.m_last[instance.m_depth++] = nullptr;
+    }
+    ~RoomScope()
+    {
+        m_room.busy = false;
+        m_instance.m_last[--m_instance.m_depth] = &m_room;
+        m_instance.ReturnBuffers(m_room);
+    }
+    RoomScope(const RoomScope&) = delete;
+    RoomScope& operator=(const RoomScope&) = delete;
+
+private:
+    QxShaderInstance& m_instance;
+    Room& m_room;
+};
+
 QxShaderInstance::QxShaderInstance(std::shared_ptr<const QxShader> shader, QxHostSpaces& spaces)
     : m_shader(std::move(shader)),
-      m_run(m_shader->NewRun()),
-      m_spaces(spaces),
-      m_variables(m_shader->Parameters().size())
+      m_spaces(spaces)
 {
-    m_shader->Declare(m_variables);
+    // A surface gets what belongs to a light from its lights.
+    const bool isLight = m_shader->Type() == QxShaderInterface::e_typeLight;
+    for (const std::string& name : m_shader->Predefined())
+        if (isLight || (name != "L" && name != "Cl" && name != "Ol"))
+            m_wanted |= QxHostPoints::Named(name);
 }
 
 std::size_t QxShaderInstance::Find(const std::string& name) const
@@ -76,8 +115,8 @@ void QxShaderInstance::Set(const std::string& name, const QxHostValue& value)
     if (value.Count() != parameter.length)
         throw QxHostError(Told(parameter) + ", but is set to " + std::to_string(value.Count()) +
                           " values");
+    Forget(number);
     m_settings.insert_or_assign(number, Setting{value, false});
-    m_points = 0;
 }
 
 void QxShaderInstance::SetForEachPoint(const std::string& name, const QxHostValue& values)
@@ -85,47 +124,151 @@ void QxShaderInstance::SetForEachPoint(const std::string& name, const QxHostValu
     const std::size_t number = FindFitting(name, values);
     if (!m_shader->Parameters()[number].varying)
         throw QxHostError("Parameter '" + name + "' is uniform, it has one value for all points");
+    Forget(number);
     m_settings.insert_or_assign(number, Setting{values, true});
-    m_points = 0;
 }
 
 void QxShaderInstance::SetBuffer(const std::string& name, std::span<float> values)
 {
     const std::size_t number = Find(name);
-    if (m_shader->Parameters()[number].type == QxValueType::String)
+    const Parameter& parameter = m_shader->Parameters()[number];
+    if (parameter.type == QxValueType::String)
         throw QxHostError("Parameter '" + name + "' is a string, which no buffer of numbers holds");
+    const std::size_t ofPoint = parameter.length * QxFloatCount(parameter.type);
+    const bool fits = parameter.varying ? !values.empty() && values.size() % ofPoint == 0
+                                        : values.size() == ofPoint;
+    if (!fits)
+        throw QxHostError("The buffer of parameter '" + name + "' holds " +
+                          std::to_string(values.size()) + " numbers, but " +
+                          std::to_string(ofPoint) + " are needed" +
+                          (parameter.varying ? " for each point" : ""));
+    ClearBuffer(name);
+    if (!parameter.output)
+        m_settings.erase(number);
     m_buffers.insert_or_assign(number, values);
-    m_points = 0;
+    ++m_changes;
+}
+
+void QxShaderInstance::ClearBuffer(const std::string& name)
+{
+    if (m_buffers.erase(Find(name)) == 0)
+        return;
+    ++m_changes;
+    for (const auto& room : m_rooms)
+        if (!room->busy)
+            ReturnBuffers(*room);
+}
+
+void QxShaderInstance::Reset(const std::string& name)
+{
+    ClearBuffer(name);
+    m_settings.erase(Find(name));
+    ++m_changes;
+}
+
+/// What was set before counts no more: the value, and the buffer that held it.
+void QxShaderInstance::Forget(std::size_t parameter)
+{
+    ++m_changes;
+    const Parameter& changed = m_shader->Parameters()[parameter];
+    if (!changed.output && m_buffers.contains(parameter))
+        ClearBuffer(changed.name);
+}
+
+/// What was a buffer and is none any more is referred to no longer: the host may free it.
+void QxShaderInstance::ReturnBuffers(Room& room) const
+{
+    std::erase_if(room.borrowed, [&](std::size_t parameter) {
+        QxVar& variable = room.variables[parameter];
+        const auto found = m_buffers.find(parameter);
+        if (found != m_buffers.end() && found->second.data() == variable.Value())
+            return false;
+        variable.Resize(1);
+        room.points = 0;
+        return true;
+    });
+}
+
+void QxShaderInstance::SetStepLimit(std::size_t limit)
+{
+    m_stepLimit = limit;
+    for (const auto& room : m_rooms)
+        room->run->SetStepLimit(limit);
+}
+
+void QxShaderInstance::SetStopTest(QxStopTest test)
+{
+    m_stopTest = std::move(test);
+    for (const auto& room : m_rooms)
+        room->run->SetStopTest(m_stopTest);
+}
+
+QxShaderInstance::Room& QxShaderInstance::NewRoom()
+{
+    auto room = std::make_unique<Room>(*m_shader);
+    if (m_stepLimit)
+        room->run->SetStepLimit(*m_stepLimit);
+    room->run->SetStopTest(m_stopTest);
+    m_rooms.push_back(std::move(room));
+    return *m_rooms.back();
+}
+
+/// One that was made for that many points, or else the one that was used least recently.
+QxShaderInstance::Room& QxShaderInstance::FindRoom(std::size_t points)
+{
+    constexpr unsigned int k_sizes = 3;
+    Room* oldest = nullptr;
+    unsigned int free = 0;
+    for (const auto& room : m_rooms) {
+        if (room->busy)
+            continue;
+        if (room->points == points || room->points == 0)
+            return *room;
+        ++free;
+        if (!oldest || room->lastUse < oldest->lastUse)
+            oldest = room.get();
+    }
+    return free < k_sizes ? NewRoom() : *oldest;
 }
 
 void QxShaderInstance::Run(const QxHostPoints& points, QxHostScene& scene)
 {
-    scene.BeginGrid(points);
-    Run(points, scene, scene.LightCount());
+    const QxHostScene::GridScope scope(scene, points);
+    Shade(points, scene, scene.LightCount());
 }
 
 void QxShaderInstance::Run(const QxHostPoints& points, QxShaderSupport& support,
                            unsigned int lightCount)
 {
-    CheckPoints(points);
-    FindSpaces();
-    const QxShadingContext context(&support, &m_spaces, m_spaceList.data(), points.E);
-    const std::size_t count = points.layout.Size();
-    PrepareVariables(count, context);
-    MakeLights(count, lightCount);
-    m_run->Evaluate(points.layout, context, points.variables, m_variables, m_lightInputs);
+    if (m_depth > k_depthLimit)
+        throw QxHostError("Shader '" + m_shader->Name() + "' is run within " +
+                          std::to_string(m_depth) + " runs of itself, which is too deep");
+    Shade(points, support, lightCount);
 }
 
-/// A surface gets what belongs to a light from its lights.
+void QxShaderInstance::Shade(const QxHostPoints& points, QxShaderSupport& support,
+                             unsigned int lightCount)
+{
+    CheckPoints(points);
+    FindSpaces();
+    const std::size_t count = points.layout.Size();
+    Room& room = FindRoom(count);
+    const RoomScope scope(*this, room);
+    const QxShadingContext context(&support, &m_spaces, m_spaceList.data(), points.E);
+    PrepareVariables(room, count, context);
+    MakeLights(room, count, lightCount);
+    room.run->Evaluate(points.layout, context, points.variables, room.variables, room.lightInputs);
+}
+
 void QxShaderInstance::CheckPoints(const QxHostPoints& points) const
 {
-    const bool isLight = m_shader->Type() == QxShaderInterface::e_typeLight;
-    for (const std::string& name : m_shader->Predefined()) {
-        const bool isOfLight = name == "L" || name == "Cl" || name == "Ol";
-        if ((isLight || !isOfLight) && !points.Has(name))
+    const QxHostPoints::Names missing = m_wanted & ~points.Present();
+    if (missing == 0)
+        return;
+    for (const std::string& name : m_shader->Predefined())
+        if ((QxHostPoints::Named(name) & missing) != 0)
             throw QxHostError("Shader '" + m_shader->Name() + "' uses '" + name +
                               "', but the points have none");
-    }
 }
 
 /// Default values depend on the spaces.
@@ -135,68 +278,78 @@ void QxShaderInstance::FindSpaces()
     if (changes == m_spaceChanges)
         return;
     m_spaceChanges = changes;
-    m_points = 0;
-    m_spaceList.clear();
-    for (const std::string& name : m_shader->SpaceNames())
-        m_spaceList.push_back(m_spaces.Find(name));
+    ++m_changes;
+    // Runs around this one go on with the list where it stands.
+    m_spaceList.resize(m_shader->SpaceNames().size());
+    for (std::size_t i = 0; i < m_spaceList.size(); ++i)
+        m_spaceList[i] = m_spaces.Find(m_shader->SpaceNames()[i]);
 }
 
-void QxShaderInstance::MakeLights(std::size_t points, unsigned int count)
+void QxShaderInstance::MakeLights(Room& room, std::size_t points, unsigned int count)
 {
-    m_lights.resize(count);
-    m_lightInputs.clear();
-    for (LightValues& light : m_lights) {
+    room.lights.resize(count);
+    room.lightInputs.clear();
+    for (LightValues& light : room.lights) {
         light.L.assign(points, {0, 0, 0});
         light.Cl.assign(points, {0, 0, 0});
         light.Ol.assign(points, {0, 0, 0});
-        m_lightInputs.push_back({light.L.data(), light.Cl.data(), light.Ol.data()});
+        room.lightInputs.push_back({light.L.data(), light.Cl.data(), light.Ol.data()});
     }
 }
 
 /// What no run has changed, and no other size of the grid, stays as it is.
-void QxShaderInstance::PrepareVariables(std::size_t points, const QxShadingContext& context)
+void QxShaderInstance::PrepareVariables(Room& room, std::size_t points,
+                                        const QxShadingContext& context)
 {
-    const bool anew = points != m_points;
+    const bool anew = points != room.points || m_changes != room.changes;
+    if (anew)
+        room.points = 0;  // also where this ends with an error
+    room.changes = m_changes;
     bool initialize = false;
-    for (std::size_t i = 0; i < m_variables.size(); ++i) {
+    for (std::size_t i = 0; i < room.variables.size(); ++i) {
         if (!anew && !m_shader->Parameters()[i].output)
             continue;
-        MakeRoom(i, points);
-        ApplySetting(i, points);
-        initialize = initialize || m_variables[i].UseDefaultValue();
+        MakeVariable(room, i, points);
+        ApplySetting(room.variables[i], i, points);
+        initialize = initialize || room.variables[i].UseDefaultValue();
     }
     if (initialize)
-        m_run->Initialize(context, m_spaceList.data(), m_variables);
-    m_points = points;
+        room.run->Initialize(context, m_spaceList.data(), room.variables);
+    room.points = points;
 }
 
-void QxShaderInstance::MakeRoom(std::size_t parameter, std::size_t points)
+void QxShaderInstance::MakeVariable(Room& room, std::size_t parameter, std::size_t points)
 {
-    QxVar& variable = m_variables[parameter];
+    QxVar& variable = room.variables[parameter];
     const auto found = m_buffers.find(parameter);
-    if (found == m_buffers.end()) {
+    const bool output = m_shader->Parameters()[parameter].output;
+    if (found == m_buffers.end() || (output && m_depth > 1)) {
         variable.Resize(points);
         return;
     }
     const auto [unused, buffer] = *found;
-    variable.Borrow(points, buffer.data());
-    const std::size_t needed =
-        variable.Points() * variable.Length() * QxFloatCount(variable.Type());
-    if (buffer.size() != needed)
+    const std::size_t places = variable.IsVarying() ? points : 1;
+    const std::size_t needed = places * variable.Length() * QxFloatCount(variable.Type());
+    if (buffer.size() != needed) {
+        variable.Resize(points);
         throw QxHostError(std::string("The buffer of parameter '") + variable.Name() + "' holds " +
                           std::to_string(buffer.size()) + " numbers, but the grid needs " +
                           std::to_string(needed));
-    if (!m_shader->Parameters()[parameter].output)
+    }
+    variable.Borrow(points, buffer.data());
+    if (std::find(room.borrowed.begin(), room.borrowed.end(), parameter) == room.borrowed.end())
+        room.borrowed.push_back(parameter);
+    if (!output)
         variable.KeepValue();
 }
 
-void QxShaderInstance::ApplySetting(std::size_t parameter, std::size_t points)
+void QxShaderInstance::ApplySetting(QxVar& variable, std::size_t parameter,
+                                    std::size_t points) const
 {
     const auto found = m_settings.find(parameter);
     if (found == m_settings.end())
         return;
     const auto& [value, forEachPoint] = found->second;
-    QxVar& variable = m_variables[parameter];
     if (!forEachPoint) {
         WithElements(value, [&](const void* elements) { variable.SetValue(elements); });
         return;
@@ -211,5 +364,12 @@ void QxShaderInstance::ApplySetting(std::size_t parameter, std::size_t points)
 
 QxHostValue QxShaderInstance::Get(const std::string& name)
 {
-    return QxHostValue::Of(m_variables[Find(name)]);
+    const std::size_t number = Find(name);
+    Room* const room = m_depth < m_last.size() ? m_last[m_depth] : nullptr;
+    if (room)
+        return QxHostValue::Of(room->variables[number]);
+    const Parameter& parameter = m_shader->Parameters()[number];
+    QxVar none;
+    none.Declare(parameter.name.c_str(), parameter.type, parameter.varying, parameter.length);
+    return QxHostValue::Of(none);
 }

@@ -2,6 +2,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -14,9 +15,13 @@
 
 /// A shader with values for its parameters and spaces of its own, which shades grids.
 ///
-/// Each thread needs instances of its own; they may be of one shader.
+/// Each thread needs instances of its own; they may be of one shader. An instance may be run while
+/// it runs, by an answer that follows a ray to the same surface; it must not be destroyed then.
 class QxShaderInstance {
 public:
+    /// How often an instance may be run within its own run by a host without a `QxHostScene`.
+    static constexpr unsigned int k_depthLimit = 100;
+
     /// All parameters have their default values. The shader's spaces are looked up by name among
     /// those of the instance, and then in `spaces`, which must outlive it. Spaces may be defined,
     /// and defined anew, between two runs; default values follow them.
@@ -27,67 +32,106 @@ public:
     [[nodiscard]] QxHostSpaces& Spaces() { return m_spaces; }
     [[nodiscard]] const QxHostSpaces& Spaces() const { return m_spaces; }
 
-    /// Sets a parameter for this and later runs: one element, or all those of an array. Throws
-    /// `QxHostError` for an unknown parameter, another type or another length.
+    /// Sets a parameter for later runs: one element, or all those of an array. Takes back the
+    /// buffer of an input. Throws `QxHostError` for an unknown parameter, another type or another
+    /// length.
     void Set(const std::string& name, const QxHostValue& value);
     /// The same for a varying parameter with a value for each point of the grids to come. Their
     /// number is compared with the grid when the shader runs.
     void SetForEachPoint(const std::string& name, const QxHostValue& values);
     /// Later runs keep a parameter in `values`, which stay the caller's: laid out as `Get` gives
-    /// them, and as many as the grids to come need. What they hold is the parameter's value; an
-    /// output parameter starts from its value as without them and leaves its result there. Throws
-    /// `QxHostError` for an unknown parameter and for strings.
+    /// them, and as many as the grids to come need. What they hold is the value of an input, in
+    /// place of what was set before. An output parameter starts from its value as without them and
+    /// leaves its result there; runs within a run of the instance leave theirs elsewhere. The
+    /// memory must last until the buffer is taken back or replaced, and all runs that began before
+    /// have ended. Throws `QxHostError` for an unknown parameter, for strings, and for a number of
+    /// values that can fit no grid.
     void SetBuffer(const std::string& name, std::span<float> values);
+    /// Takes the buffer back: the parameter stands in memory of the instance again. What the last
+    /// run left in it can no longer be read by `Get`. Throws `QxHostError` for an unknown
+    /// parameter.
+    void ClearBuffer(const std::string& name);
+    /// The parameter has its default value again, and no buffer. Throws `QxHostError` for an
+    /// unknown parameter.
+    void Reset(const std::string& name);
 
     /// A run that takes more steps is ended with a `QxHostError`. Only byte-code is watched.
-    void SetStepLimit(std::size_t limit) { m_run->SetStepLimit(limit); }
+    void SetStepLimit(std::size_t limit);
     /// A run asks `test` now and then, every few milliseconds unless the scene takes long to
     /// answer, and ends with a `QxHostStopped` when it says so. None is asked after an empty one.
     /// Only byte-code is watched.
-    void SetStopTest(QxStopTest test) { m_run->SetStopTest(std::move(test)); }
+    void SetStopTest(QxStopTest test);
 
     /// Shades the grid: reads its predefined variables and writes those that the shader writes.
     /// Output parameters start from their default values each time. Throws `QxHostError`, also if a
     /// predefined variable that the shader uses is missing; what was written by then stays.
     void Run(const QxHostPoints& points, QxHostScene& scene);
     /// The same with services of the caller's own and that many lights, which they run: whoever
-    /// derives from `QxShaderSupport` need not have a `QxHostScene`.
+    /// derives from `QxShaderSupport` need not have a `QxHostScene`. A run within `k_depthLimit`
+    /// runs of the same instance throws `QxHostError`.
     void Run(const QxHostPoints& points, QxShaderSupport& support, unsigned int lightCount);
 
     /// A parameter as the last run left it: one value if it is uniform, else one for each point;
-    /// of an array, all of its first element come first. A copy. Throws `QxHostError` for an
-    /// unknown parameter.
+    /// of an array, all of its first element come first. A copy. While the instance runs, the last
+    /// run is the last one within that run. Throws `QxHostError` for an unknown parameter.
     [[nodiscard]] QxHostValue Get(const std::string& name);
 
 private:
-    struct Setting {
-        QxHostValue value;
-        bool forEachPoint;
-    };
+    friend class QxHostScene;  // runs lights at its own levels
+
     struct LightValues {
         std::vector<QxVector3> L;
         std::vector<QxRGBColor> Cl;
         std::vector<QxRGBColor> Ol;
     };
+    struct Setting {
+        QxHostValue value;
+        bool forEachPoint;
+    };
+
+    /// What a run needs for itself. Runs within runs have rooms of their own, and so have sizes of
+    /// grids that take turns.
+    struct Room {
+        explicit Room(const QxShader& shader);
+
+        std::unique_ptr<QxShaderRun> run;
+        std::vector<QxVar> variables;       // one for each parameter
+        std::vector<std::size_t> borrowed;  // parameters that stand in buffers
+        std::vector<LightValues> lights;
+        std::vector<QxLightInput> lightInputs;
+        std::size_t points = 0;     // that the variables are made for; 0: anew
+        unsigned long changes = 0;  // of settings and spaces that they know of
+        unsigned long lastUse = 0;
+        bool busy = false;
+    };
+    class RoomScope;
 
     [[nodiscard]] std::size_t Find(const std::string& name) const;
     [[nodiscard]] std::size_t FindFitting(const std::string& name, const QxHostValue& value) const;
     void CheckPoints(const QxHostPoints& points) const;
     void FindSpaces();
-    void MakeLights(std::size_t points, unsigned int count);
-    void PrepareVariables(std::size_t points, const QxShadingContext& context);
-    void MakeRoom(std::size_t parameter, std::size_t points);
-    void ApplySetting(std::size_t parameter, std::size_t points);
+    void Forget(std::size_t parameter);
+    void ReturnBuffers(Room& room) const;
+    [[nodiscard]] Room& NewRoom();
+    [[nodiscard]] Room& FindRoom(std::size_t points);
+    void Shade(const QxHostPoints& points, QxShaderSupport& support, unsigned int lightCount);
+    static void MakeLights(Room& room, std::size_t points, unsigned int count);
+    void PrepareVariables(Room& room, std::size_t points, const QxShadingContext& context);
+    void MakeVariable(Room& room, std::size_t parameter, std::size_t points);
+    void ApplySetting(QxVar& variable, std::size_t parameter, std::size_t points) const;
 
     std::shared_ptr<const QxShader> m_shader;
-    std::unique_ptr<QxShaderRun> m_run;
+    QxHostPoints::Names m_wanted = 0;  // what points must have
     QxHostSpaces m_spaces;
     std::vector<const QxFrame3D*> m_spaceList;          // as the shader numbers them
     unsigned long m_spaceChanges = 0;                   // that the list knows of; 0: none
-    std::vector<QxVar> m_variables;                     // one for each parameter
+    unsigned long m_changes = 1;                        // of settings and spaces
     std::map<std::size_t, Setting> m_settings;          // by parameter
     std::map<std::size_t, std::span<float>> m_buffers;  // by parameter
-    std::size_t m_points = 0;                           // that the variables are made for; 0: anew
-    std::vector<LightValues> m_lights;
-    std::vector<QxLightInput> m_lightInputs;
+    std::optional<std::size_t> m_stepLimit;
+    QxStopTest m_stopTest;
+    std::vector<std::unique_ptr<Room>> m_rooms;
+    std::vector<Room*> m_last;  // that runs ended in, by how many were around them
+    unsigned int m_depth = 0;   // runs at the moment
+    unsigned long m_runs = 0;
 };

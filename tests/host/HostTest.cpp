@@ -8,42 +8,9 @@
 #include <memory>
 #include <thread>
 
-#include "host/QxHost.h"
-#include "host/ShaderFolder.h"
+#include "host/HostFixture.h"
 
 namespace {
-
-using Numbers = std::vector<float>;
-
-/// A grid, a scene and shaders of one kind that are built for the test.
-class Host : public ::testing::TestWithParam<const char*> {
-protected:
-    void Load(const std::string& source)
-    {
-        m_shader = std::make_unique<QxShaderInstance>(Open("test", source), m_scene.Spaces());
-    }
-    std::shared_ptr<const QxShader> Open(const std::string& name, const std::string& source)
-    {
-        return QxShader::Open(m_folder.Build(name, source, GetParam()));
-    }
-    void Run() { m_shader->Run(m_grid, m_scene); }
-    /// The message of the error that `action` ends with; empty without one.
-    template <class Action>
-    static std::string ErrorOf(const Action& action)
-    {
-        try {
-            action();
-        } catch (const QxHostError& error) {
-            return error.what();
-        }
-        return "";
-    }
-
-    ShaderFolder m_folder;
-    QxHostScene m_scene;
-    QxHostGrid m_grid{2, 2};
-    std::unique_ptr<QxShaderInstance> m_shader;
-};
 
 using HostFiles = Host;
 

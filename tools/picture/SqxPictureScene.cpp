@@ -142,7 +142,7 @@ QxRGBColor SqxPictureScene::Trace(const QxRayQuery& query, float& distance)
 
 void SqxShadePlastic(QxHostGrid& grid, QxHostScene& scene)
 {
-    scene.BeginGrid(grid);
+    const QxHostScene::GridScope scope(scene, grid);
     const auto count = scene.LightCount();
     std::vector<QxVector3> L(grid.Size() * count);
     std::vector<QxRGBColor> Cl(grid.Size() * count);
