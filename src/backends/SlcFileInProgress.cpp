@@ -6,63 +6,25 @@
 #include "backends/SlcFileInProgress.h"
 
 #include <cerrno>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
-#include <sys/stat.h>
-#include <unistd.h>
 #include <utility>
 
-#include "support/QxDebug.h"
 #include "support/SlcDiagnostics.h"
 #include "support/reports/SlcSemanticError.h"
 
-namespace {
-
-/// Makes an empty file in the folder of `path`, under a name that no other run has, and gives the
-/// name; empty, with the error in `errno`, if that fails. The name does not grow with that of
-/// the target, which may be as long as a name can be.
-std::string MakeUnfinished(const std::string& path)
-{
-    const std::size_t slash = path.rfind('/');
-    const std::string folder = slash == std::string::npos ? "" : path.substr(0, slash + 1);
-    std::string name = folder + ".unfinished-XXXXXX";
-    const int file = ::mkstemp(name.data());
-    if (file < 0)
-        return {};
-    // It gets the rights that any new file has.
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    static_cast<void>(::fchmod(file, 0666 & ~mask));
-    ::close(file);
-    return name;
-}
-
-}  // namespace
-
-SlcFileInProgress::SlcFileInProgress(SlcPtr<SlcSemanticError> errors, std::string path,
-                                     std::string_view purpose)
+SlcFileInProgress::SlcFileInProgress(SlcPtr<SlcSemanticError> errors, const std::string& path,
+                                     std::string name, std::string_view purpose)
     : m_errors(std::move(errors)),
-      m_path(std::move(path)),
-      m_unfinished(MakeUnfinished(m_path))
+      m_name(std::move(name)),
+      m_unfinished(path)
 {
-    if (!m_unfinished.empty()) {
-        QxDebug::RemoveOnSignal(m_unfinished.c_str());
-        m_file.open(m_unfinished, std::ios::binary | std::ios::trunc);
-    }
+    if (!m_unfinished.Folder().empty())
+        m_file.open(m_unfinished.Path(), std::ios::binary | std::ios::trunc);
     if (m_file.is_open())
         return;
     if (errno == ENAMETOOLONG)
         ReportUnwritten();
-    m_errors->FatalError("Cannot open " + m_path + " for " + std::string(purpose));
-}
-
-SlcFileInProgress::~SlcFileInProgress()
-{
-    if (m_unfinished.empty())
-        return;
-    std::remove(m_unfinished.c_str());
-    QxDebug::KeepOnSignal(m_unfinished.c_str());
+    m_errors->FatalError("Cannot open " + m_name + " for " + std::string(purpose));
 }
 
 void SlcFileInProgress::Finish()
@@ -71,14 +33,12 @@ void SlcFileInProgress::Finish()
     if (!m_errors->NoError())
         throw SlcCompilationError();
     // The source chooses its shader's name, so that one too long for a file is its own fault.
-    if (!m_file || std::rename(m_unfinished.c_str(), m_path.c_str()) != 0)
+    if (!m_file || !m_unfinished.MoveIntoPlace())
         ReportUnwritten();
-    QxDebug::KeepOnSignal(m_unfinished.c_str());
-    m_unfinished.clear();
 }
 
 void SlcFileInProgress::ReportUnwritten() const
 {
-    m_errors->Error(nullptr, "Cannot write " + m_path + ": " + std::strerror(errno));
+    m_errors->Error(nullptr, "Cannot write " + m_name + ": " + std::strerror(errno));
     throw SlcCompilationError();
 }

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "support/SlcPtr.h"
+#include "support/SlcUnfinishedFile.h"
 
 class SlcSemanticError;
 
@@ -13,12 +14,11 @@ class SlcSemanticError;
 /// also by a signal that ends the process.
 class SlcFileInProgress {
 public:
-    /// A file that cannot be opened is fatal, "Cannot open `path` for `purpose`"; a name that is
-    /// too long for one is reported, and throws `SlcCompilationError`.
-    SlcFileInProgress(SlcPtr<SlcSemanticError> errors, std::string path, std::string_view purpose);
-    ~SlcFileInProgress();
-    SlcFileInProgress(const SlcFileInProgress&) = delete;
-    SlcFileInProgress& operator=(const SlcFileInProgress&) = delete;
+    /// A file that cannot be opened is fatal, "Cannot open `name` for `purpose`"; a name that is
+    /// too long for one is reported, and throws `SlcCompilationError`. `name`: what reports call
+    /// it.
+    SlcFileInProgress(SlcPtr<SlcSemanticError> errors, const std::string& path, std::string name,
+                      std::string_view purpose);
 
     /// Who writes need not ask whether it worked: `Finish` does.
     [[nodiscard]] std::ostream& Out() { return m_file; }
@@ -31,7 +31,7 @@ private:
     [[noreturn]] void ReportUnwritten() const;
 
     SlcPtr<SlcSemanticError> m_errors;
-    std::string m_path;
-    std::string m_unfinished;  // path of the file until it is whole
+    std::string m_name;
+    SlcUnfinishedFile m_unfinished;
     std::ofstream m_file;
 };

@@ -5,8 +5,8 @@
 
 void SlcInterForm::GenByteCode(const std::string& directory)
 {
-    SlcFileInProgress file(m_errors, directory + '/' + m_shaderName->GetName() + ".sqx",
-                           "byte-code generation");
+    const std::string path = directory + '/' + m_shaderName->GetName() + ".sqx";
+    SlcFileInProgress file(m_errors, path, path, "byte-code generation");
     SlcGenByteCode(m_errors, file.Out()).GenByteCode(*this);
     file.Finish();
 }

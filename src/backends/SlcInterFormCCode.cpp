@@ -2,11 +2,11 @@
 
 #include "backends/SlcFileInProgress.h"
 #include "backends/SlcGenCCode.h"
-#include "frontend/SlcParseCode.h"
 
-void SlcInterForm::GenCCode()
+void SlcInterForm::GenCCode(const std::string& directory)
 {
-    SlcFileInProgress file(m_errors, g_ccFilename + ".cpp", "C++ code generation");
+    const std::string name = m_shaderName->GetName() + ".cpp";
+    SlcFileInProgress file(m_errors, directory + '/' + name, name, "C++ code generation");
     SlcGenCCode(m_errors, &m_options, file.Out()).GenCCode(*this);
     file.Finish();
 }

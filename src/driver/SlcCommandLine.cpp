@@ -110,8 +110,7 @@ bool SetOutputDirectory(SlcCommandLine& line, ArgumentList& arguments, int)
 
 bool AddDefinition(SlcCommandLine& line, ArgumentList& arguments, int)
 {
-    line.m_preprocessorOptions += arguments.Front();
-    line.m_preprocessorOptions += ' ';
+    line.m_preprocessorArguments.emplace_back(arguments.Front());
     return true;
 }
 
@@ -298,6 +297,14 @@ void ReadEnvironment(SlcCommandLine& line)
 }
 
 }  // namespace
+
+std::string SlcCommandLine::PreprocessorOptions() const
+{
+    std::string options;
+    for (const std::string& argument : m_preprocessorArguments)
+        options += argument + ' ';
+    return options;
+}
 
 bool ParseOptions(std::span<const char* const> arguments, SlcCommandLine& line)
 {

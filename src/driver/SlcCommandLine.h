@@ -2,6 +2,7 @@
 
 #include <span>
 #include <string>
+#include <vector>
 
 #include "support/SlcOptionsControl.h"
 
@@ -12,14 +13,17 @@ struct SlcCommandLine {
     std::string m_inputFile;         // as given; empty if none was
     std::string m_preprocessedFile;  // beside the source, with the extension ".i"
     std::string m_outputDirectory = ".";
-    std::string m_preprocessorOptions;  // every -I and -D as given, each followed by a blank
-    std::string m_preprocessCommand;    // for the shell
-    std::string m_ccCommand;            // for the shell
-    std::string m_librariesFile;        // for the paths of shadeop libraries; empty: not wanted
+    std::vector<std::string> m_preprocessorArguments;  // every -I and -D as given
+    std::string m_preprocessCommand;                   // for the shell
+    std::string m_ccCommand;                           // for the shell
+    std::string m_librariesFile;  // for the paths of shadeop libraries; empty: not wanted
     bool m_runCompile = true;
     bool m_runCCBuild = true;  // only after the C++ back end
     bool m_keepPreprocessedFile = false;
     bool m_keepCCFile = true;
+
+    /// The arguments for the preprocessor, each followed by a blank.
+    [[nodiscard]] std::string PreprocessorOptions() const;
 };
 
 /// Reads the arguments behind the program's name, in their order, so that a later one overrules

@@ -14,12 +14,12 @@
 #include <string>
 #include <unistd.h>
 
+#include "driver/SlcExternalCommands.h"
 #include "driver/SlcProgramName.h"
 #include "frontend/SlcParseCode.h"
 #include "icode/SlcInterForm.h"
 #include "semantics/SlcDeleteTree.h"
 #include "semantics/SlcSemantics.h"
-#include "support/QxDebug.h"
 #include "support/SlcDiagnostics.h"
 #include "symbols/SlcFuncDSOSymbolEntry.h"
 
@@ -28,11 +28,11 @@ namespace {
 using Tree = std::unique_ptr<SlcDefinitionsNode>;
 using File = std::unique_ptr<std::FILE, decltype(&std::fclose)>;
 
-[[nodiscard]] File OpenPreprocessedFile(const std::string& path)
+[[nodiscard]] File OpenPreprocessedFile(const SlcCommandLine& line, const SlcRunFiles& files)
 {
-    File file(std::fopen(path.c_str(), "r"), &std::fclose);
+    File file(std::fopen(files.m_preprocessed.Path().c_str(), "r"), &std::fclose);
     if (!file) {
-        std::cerr << "Cannot open input file: " << path << "\n";
+        std::cerr << "Cannot open input file: " << line.m_preprocessedFile << "\n";
         throw SlcCompilationSevereError();
     }
     return file;
@@ -64,11 +64,20 @@ void WriteLibraries(const SlcInterForm& shader, const SlcCommandLine& line)
     }
 }
 
+/// A C++ file that the compiler is to read gets a name of its own until then.
+void WriteCCode(SlcInterForm& shader, const SlcCommandLine& line, SlcRunFiles& files)
+{
+    if (line.m_runCCBuild)
+        files.m_cc.emplace(g_ccFilename + ".cpp");
+    const bool hasFolder = files.m_cc && !files.m_cc->Folder().empty();
+    shader.GenCCode(hasFolder ? files.m_cc->Folder() : ".");
+}
+
 /// The tree must outlive the compiled shader, whose operands point into it, and the caller takes
 /// it apart whether or not this throws.
-void RunStages(SlcCommandLine& line, Tree& tree)
+void RunStages(SlcCommandLine& line, SlcRunFiles& files, Tree& tree)
 {
-    const File file = OpenPreprocessedFile(line.m_preprocessedFile);
+    const File file = OpenPreprocessedFile(line, files);
     tree = ParseCode(file.get(), line.m_options.m_strict);
     SlcSemantics(tree.get(), line.m_options);
 
@@ -78,7 +87,7 @@ void RunStages(SlcCommandLine& line, Tree& tree)
     if (!line.m_librariesFile.empty())
         WriteLibraries(shader, line);
     if (line.m_options.m_generateDSO)
-        shader.GenCCode();
+        WriteCCode(shader, line, files);
     else
         shader.GenByteCode(line.m_outputDirectory);
 }
@@ -91,15 +100,13 @@ void ReportAborted(const std::string& inputFile)
 
 }  // namespace
 
-bool CompileSource(SlcCommandLine& line)
+bool CompileSource(SlcCommandLine& line, SlcRunFiles& files)
 {
     DeleteSQX(line);
-    if (!line.m_keepPreprocessedFile)
-        QxDebug::RemoveOnSignal(line.m_preprocessedFile.c_str());
     Tree tree;
     bool compiled = false;
     try {
-        RunStages(line, tree);
+        RunStages(line, files, tree);
         compiled = true;
     } catch (const SlcCompilationError&) {
         RemoveOutput(line);
@@ -107,10 +114,8 @@ bool CompileSource(SlcCommandLine& line)
     } catch (const SlcCompilationSevereError&) {
         // Reported where it was thrown.
     }
-    if (!line.m_keepPreprocessedFile) {
-        unlink(line.m_preprocessedFile.c_str());
-        QxDebug::KeepOnSignal(line.m_preprocessedFile.c_str());
-    }
+    if (line.m_keepPreprocessedFile)
+        compiled = KeepFile(files.m_preprocessed, line.m_preprocessedFile) && compiled;
     SlcDeleteTree()(tree.get());
     return compiled;
 }

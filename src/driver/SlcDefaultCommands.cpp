@@ -9,18 +9,6 @@
 
 namespace {
 
-/// `text` as one word of the shell.
-[[nodiscard]] std::string ShellWord(const std::string& text)
-{
-    constexpr auto k_plain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/._+-";
-    if (text.find_first_not_of(k_plain) == std::string::npos)
-        return text;
-    std::string quoted = "'";
-    for (const char c : text)
-        quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    return quoted + "'";
-}
-
 /// An installed program finds the header by its own place, so that the tree can be moved.
 [[nodiscard]] std::filesystem::path RuntimeDirectory()
 {
@@ -37,14 +25,26 @@ namespace {
 
 }  // namespace
 
+std::string SlcShellWord(const std::string& text)
+{
+    constexpr auto k_plain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/._+-";
+    if (!text.empty() && text.find_first_not_of(k_plain) == std::string::npos)
+        return text;
+    std::string quoted = "'";
+    for (const char c : text)
+        quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return quoted + "'";
+}
+
 std::string DefaultPreprocessCommand()
 {
     // A comment that ends at the end of the next one swallows code without a trace. Of all that the
     // preprocessor warns of, this alone is a matter of shaders, and `-w` knows no exception: so
     // the other warnings are filtered out, and the status goes round the filter. Of the files on
     // the way to a place each is told once, since a cycle of includes is 200 levels deep.
-    return "{ { LC_ALL=C cc -E -Wcomment -fno-diagnostics-show-caret -fno-extended-identifiers "
-           "-undef -nostdinc -x c -DOMBRIUM -DIRIX $cpp_options \"$input_file\" 2>&1 > "
+    return "eval \"set -- $cpp_arguments\"; "
+           "{ { LC_ALL=C cc -E -Wcomment -fno-diagnostics-show-caret -fno-extended-identifiers "
+           "-undef -nostdinc -x c -DOMBRIUM -DIRIX \"$@\" \"$input_file\" 2>&1 > "
            "\"$cpp_result\"; echo $? >&3; } | "
            "sed '/: note: /d;/: warning: /{/-Wcomment/!d;};"
            "/^In file included /h;/^  *from /{G;/^ *\\(from .*\\)\\n.*\\1/d;h;s/\\n.*//;};"
@@ -58,5 +58,5 @@ std::string DefaultCCCommand()
     // computed where its value is not used.
     return "c++ -O3 -fno-math-errno -fno-trapping-math -fPIC -shared "
            "-o \"$output_dir/$output_file\" $SLC_CC_OPTIONS $SLC_CC_INCLUDE -I" +
-           ShellWord(RuntimeDirectory().string()) + " \"$cc_input_file\"";
+           SlcShellWord(RuntimeDirectory().string()) + " \"$cc_input_file\"";
 }

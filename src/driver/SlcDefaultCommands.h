@@ -5,6 +5,9 @@
 /// Shell commands for when the environment gives none. The words with a dollar sign are variables
 /// of the environment, which the driver sets, or which are the user's own.
 
+/// `text` as one word of the shell.
+[[nodiscard]] std::string SlcShellWord(const std::string& text);
+
 /// `-undef` keeps the platform's own macros out, so that a shader may use names such as `linux`.
 [[nodiscard]] std::string DefaultPreprocessCommand();
 

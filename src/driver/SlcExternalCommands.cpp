@@ -1,22 +1,29 @@
 // The preprocessor and the C++ compiler, run through the shell:
 //
-//     input_file=a.sl cpp_options=" -DX " cpp_result=a.i    in the environment
-//     cc -E $cpp_options "$input_file" > "$cpp_result"      the command, from the environment too
+//     input_file=a.sl cpp_options=" -DX " cpp_result=.unfinished-abcdef/a.i    in the environment
+//     cc -E $cpp_options "$input_file" > "$cpp_result"                         the command, from
+//     there too
 //
 // Tested by tests/driver/SlcExternalCommandsTest.cpp.
 
 #include "driver/SlcExternalCommands.h"
 
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <initializer_list>
 #include <string>
+#include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
+#include <vector>
 
+#include "driver/SlcDefaultCommands.h"
 #include "driver/SlcProgramName.h"
 #include "frontend/SlcParseCode.h"
+#include "support/QxDebug.h"
 #include "support/SlcDiagnostics.h"
 
 namespace {
@@ -41,6 +48,16 @@ private:
     struct sigaction m_before = {};
 };
 
+/// A command that Ctrl-C has ended, or the shell that has waited for it. While the shell runs, this
+/// process ignores these signals.
+void EndAsTheCommand(int status)
+{
+    for (const int signal : {SIGINT, SIGQUIT})
+        if ((WIFSIGNALED(status) && WTERMSIG(status) == signal) ||
+            (WIFEXITED(status) && WEXITSTATUS(status) == 128 + signal))
+            QxDebug::EndBySignal(signal);
+}
+
 /// True if the variables could be set and the command returned 0.
 [[nodiscard]] bool RunCommand(const std::string& command, Variables variables)
 {
@@ -48,30 +65,71 @@ private:
         if (setenv(name, value.c_str(), 1) != 0)
             return false;
     const DefaultChildSignal childSignal;
-    return std::system(command.c_str()) == 0;
+    const int status = std::system(command.c_str());
+    EndAsTheCommand(status);
+    return status == 0;
+}
+
+[[nodiscard]] std::string AsShellWords(const std::vector<std::string>& words)
+{
+    std::string text;
+    for (const std::string& word : words)
+        text += SlcShellWord(word) + ' ';
+    return text;
+}
+
+[[nodiscard]] bool Exists(const std::string& path)
+{
+    return access(path.c_str(), F_OK) == 0;
+}
+
+/// A command may have written the file in its place, since it knows the name without the variable.
+void AcceptFileInPlace(const SlcUnfinishedFile& file, const std::string& place)
+{
+    if (!Exists(file.Path()))
+        static_cast<void>(std::rename(place.c_str(), file.Path().c_str()));
 }
 
 }  // namespace
 
-bool PreprocessSource(const SlcCommandLine& line)
+bool PreprocessSource(const SlcCommandLine& line, SlcRunFiles& files)
 {
-    if (RunCommand(line.m_preprocessCommand, {{"cpp_options", " " + line.m_preprocessorOptions},
-                                              {"input_file", line.m_inputFile},
-                                              {"cpp_result", line.m_preprocessedFile}}))
-        return true;
+    const bool succeeded = RunCommand(
+        line.m_preprocessCommand, {{"cpp_options", " " + line.PreprocessorOptions()},
+                                   {"cpp_arguments", AsShellWords(line.m_preprocessorArguments)},
+                                   {"input_file", line.m_inputFile},
+                                   {"cpp_result", files.m_preprocessed.Path()}});
+    AcceptFileInPlace(files.m_preprocessed, line.m_preprocessedFile);
+    if (succeeded)
+        return line.m_runCompile || KeepFile(files.m_preprocessed, line.m_preprocessedFile);
+    if (Exists(files.m_preprocessed.Path()))
+        static_cast<void>(KeepFile(files.m_preprocessed, line.m_preprocessedFile));
     SeverError(k_programName, "Problem during preprocessing.  Stopping.");
     return false;
 }
 
-bool BuildSharedObject(const SlcCommandLine& line)
+bool BuildSharedObject(const SlcCommandLine& line, SlcRunFiles& files)
 {
-    const std::string ccFile = g_ccFilename + ".cpp";
-    const bool built = RunCommand(line.m_ccCommand, {{"output_dir", line.m_outputDirectory},
-                                                     {"output_file", g_ccFilename + ".sqx"},
-                                                     {"cc_input_file", ccFile}});
-    if (!line.m_keepCCFile)
-        unlink(ccFile.c_str());
-    if (!built)
+    const std::string name = g_ccFilename + ".sqx";
+    const std::string place = line.m_outputDirectory + '/' + name;
+    SlcUnfinishedFile output(place);
+    const bool succeeded = RunCommand(
+        line.m_ccCommand,
+        {{"output_dir", output.Folder().empty() ? line.m_outputDirectory : output.Folder()},
+         {"output_file", name},
+         {"cc_input_file", files.m_cc->Path()}});
+    const bool kept = !line.m_keepCCFile || KeepFile(*files.m_cc, g_ccFilename + ".cpp");
+    if (!succeeded)
         SeverError(k_programName, "Problem during C++ compilation.  Stopping.");
-    return built;
+    else if (Exists(output.Path()) && !KeepFile(output, place))
+        return false;
+    return succeeded && kept;
+}
+
+bool KeepFile(SlcUnfinishedFile& file, const std::string& place)
+{
+    if (file.MoveIntoPlace())
+        return true;
+    SeverError(k_programName, "Cannot write " + place + ": " + std::strerror(errno));
+    return false;
 }

@@ -20,15 +20,16 @@ int main_(int argumentCount, char** arguments)
     const std::span<const char* const> all(arguments, static_cast<std::size_t>(argumentCount));
     if (!ParseOptions(all.subspan(all.empty() ? 0 : 1), line))
         return 1;
-    if (!PreprocessSource(line))
+    SlcRunFiles files(line);
+    if (!PreprocessSource(line, files))
         return 1;
     if (!line.m_runCompile)
         return 0;
-    if (!CompileSource(line))
+    if (!CompileSource(line, files))
         return 1;
     if (!line.m_runCCBuild)
         return 0;
-    if (line.m_options.m_generateDSO && !BuildSharedObject(line))
+    if (line.m_options.m_generateDSO && !BuildSharedObject(line, files))
         return 1;
     return 0;
 }

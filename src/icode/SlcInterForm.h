@@ -25,9 +25,9 @@ public:
     /// Runs the passes that the options select over the main list; lists of default values stay as
     /// they are. Defined in `optimizer`.
     void Optimize();
-    /// Writes `<shader>.cpp` in the working directory. Throws `SlcCompilationError` after errors,
-    /// and then leaves no file. Defined in `backends`.
-    void GenCCode();
+    /// Writes `<directory>/<shader>.cpp`. Throws `SlcCompilationError` after errors, and then
+    /// leaves no file. Defined in `backends`.
+    void GenCCode(const std::string& directory);
     /// Writes `<directory>/<shader>.sqx`. Throws `SlcCompilationError` after errors and then
     /// leaves no file. Defined in `backends`.
     void GenByteCode(const std::string& directory);

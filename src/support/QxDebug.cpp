@@ -2,8 +2,9 @@
 // with status 1. Everything that runs inside the handler avoids the heap, which may be what broke,
 // and runs on a stack of its own, since the other may be what ran out.
 //
-// An interrupt removes the file too, but then ends the process as if nobody had handled it, so that
-// the parent sees what happened.
+// An interrupt removes it too, but then ends the process as if it had not been handled, so that the
+// parent sees what happened. So does `std::exit` after a fatal error, which runs no destructors of
+// locals.
 //
 // Tested by tests/support/QxDebugTest.cpp.
 
@@ -18,6 +19,7 @@
 #include <atomic>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <string_view>
 
 #include "support/SlcDiagnostics.h"
@@ -54,41 +56,54 @@ const SignalText& Find(int signal)
     return k_unexpected;
 }
 
-// The preprocessed source and the output.
-std::array<std::atomic<const char*>, 2> g_removedOnSignal = {};
+struct UnfinishedFile {
+    std::atomic<const char*> path = nullptr;  // null: the row is free
+    std::atomic<const char*> placeOnExit = nullptr;
+};
 
-void RemoveFiles()
+// The preprocessed source, the C++ file and the output, each with its folder.
+std::array<UnfinishedFile, 8> g_unfinishedFiles;
+
+enum class Ending { BySignal, ByExit };
+
+/// From the last, since a folder can be removed only after its file.
+void FinishFiles(Ending ending)
 {
-    for (const auto& place : g_removedOnSignal)
-        if (const char* path = place)
+    for (auto file = g_unfinishedFiles.rbegin(); file != g_unfinishedFiles.rend(); ++file) {
+        const char* const path = file->path;
+        if (!path)
+            continue;
+        const char* const place = ending == Ending::ByExit ? file->placeOnExit.load() : nullptr;
+        if (!place || std::rename(path, place) != 0)
             ::unlink(path);
+        ::rmdir(path);
+    }
 }
 
-/// What the first place with `before` holds is `after` from now on.
-void Exchange(const char* before, const char* after)
+UnfinishedFile* FindUnfinished(const char* path)
 {
-    const auto place = std::find(g_removedOnSignal.begin(), g_removedOnSignal.end(), before);
-    if (place != g_removedOnSignal.end())
-        *place = after;
+    const auto file = std::find_if(g_unfinishedFiles.begin(), g_unfinishedFiles.end(),
+                                   [&](const UnfinishedFile& row) { return row.path == path; });
+    return file == g_unfinishedFiles.end() ? nullptr : &*file;
 }
 
-/// Ends as if nobody had handled the signal, so that the parent sees what ended the process.
-void Interrupt(int signal)
-{
-    RemoveFiles();
-    std::signal(signal, SIG_DFL);
-    ::raise(signal);
-}
-
-/// What the parent has told the process to ignore stays ignored.
+/// What the parent has set to be ignored stays ignored.
 void HandleInterrupt(int signal)
 {
     struct sigaction action = {};
     if (::sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_IGN)
         return;
     action = {};
-    action.sa_handler = &Interrupt;
+    action.sa_handler = &QxDebug::EndBySignal;
     ::sigaction(signal, &action, nullptr);
+}
+
+/// What ends a process before its time, without being a fault of its own.
+bool HandleEndings()
+{
+    for (const int signal : {SIGINT, SIGTERM, SIGQUIT, SIGPIPE, SIGXCPU, SIGXFSZ})
+        HandleInterrupt(signal);
+    return std::atexit([] { FinishFiles(Ending::ByExit); }) == 0;
 }
 
 /// A failed write has nobody left to hear of it.
@@ -155,16 +170,27 @@ bool QxDebug::StackTrace()
     return true;
 }
 
-void QxDebug::RemoveOnSignal(const char* path)
+void QxDebug::RemoveOnSignal(const char* path, const char* placeOnExit)
 {
-    static const bool handled = (HandleInterrupt(SIGINT), HandleInterrupt(SIGTERM), true);
+    static const bool handled = HandleEndings();
     static_cast<void>(handled);
-    Exchange(nullptr, path);
+    if (UnfinishedFile* const file = FindUnfinished(nullptr)) {
+        file->placeOnExit = placeOnExit;
+        file->path = path;
+    }
 }
 
 void QxDebug::KeepOnSignal(const char* path)
 {
-    Exchange(path, nullptr);
+    if (UnfinishedFile* const file = FindUnfinished(path))
+        file->path = nullptr;
+}
+
+void QxDebug::EndBySignal(int signal)
+{
+    FinishFiles(Ending::BySignal);
+    std::signal(signal, SIG_DFL);
+    ::raise(signal);
 }
 
 void QxDebug::SignalHandler(int signal)
@@ -181,6 +207,6 @@ void QxDebug::SignalHandler(int signal)
     }
     if (signal == SIGHUP)
         return;
-    RemoveFiles();
+    FinishFiles(Ending::BySignal);
     ::_exit(1);
 }

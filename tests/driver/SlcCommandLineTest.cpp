@@ -98,7 +98,7 @@ TEST_F(SlcCommandLineTest, DerivesFileNamesFromTheSource)
 TEST_F(SlcCommandLineTest, CollectsPreprocessorOptionsInOrder)
 {
     ASSERT_TRUE(Parse({"-Ifirst", "-DA=1", "a.sl", "-I", "-Isecond"}));
-    EXPECT_EQ(m_line.m_preprocessorOptions, "-Ifirst -DA=1 -I -Isecond ");
+    EXPECT_EQ(m_line.PreprocessorOptions(), "-Ifirst -DA=1 -I -Isecond ");
     EXPECT_EQ(m_line.m_options.m_searchDirs, (std::list<std::string>{".", "first", "", "second"}));
 }
 

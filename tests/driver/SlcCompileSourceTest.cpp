@@ -11,11 +11,12 @@ protected:
     /// Compiles the text, as if preprocessed from "glow.sl", and keeps what was printed.
     bool Compile(const std::string& preprocessed)
     {
-        TemporaryFolder::Write("glow.i", "# 1 \"glow.sl\"\n" + preprocessed);
         m_line.m_inputFile = "glow.sl";
         m_line.m_preprocessedFile = "glow.i";
+        SlcRunFiles files(m_line);
+        TemporaryFolder::Write(files.m_preprocessed.Path(), "# 1 \"glow.sl\"\n" + preprocessed);
         testing::internal::CaptureStderr();
-        const bool compiled = CompileSource(m_line);
+        const bool compiled = CompileSource(m_line, files);
         m_messages = testing::internal::GetCapturedStderr();
         return compiled;
     }
@@ -67,8 +68,9 @@ TEST_F(SlcCompileSourceTest, KeepsThePreprocessedFileOnlyIfAskedTo)
     for (const bool keep : {false, true})
         for (const char* source : {"surface glow() { Ci = Cs; }\n", "surface glow( {}\n"}) {
             m_line.m_keepPreprocessedFile = keep;
+            TemporaryFolder::Write("glow.i", "earlier");
             Compile(source);
-            EXPECT_EQ(std::filesystem::exists("glow.i"), keep) << source;
+            EXPECT_EQ(TemporaryFolder::Read("glow.i") != "earlier", keep) << source;
         }
 }
 
@@ -102,7 +104,8 @@ TEST_F(SlcCompileSourceTest, MissingPreprocessedFileIsNoCompile)
     m_line.m_inputFile = "glow.sl";
     m_line.m_preprocessedFile = "none.i";
     testing::internal::CaptureStderr();
-    EXPECT_FALSE(CompileSource(m_line));
+    SlcRunFiles files(m_line);
+    EXPECT_FALSE(CompileSource(m_line, files));
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "Cannot open input file: none.i\n");
 }
 

@@ -1,7 +1,9 @@
 #include "driver/SlcExternalCommands.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <csignal>
 
 #include "driver/SlcDefaultCommands.h"
@@ -19,23 +21,50 @@ protected:
         g_ccFilename = "glow";
     }
 
+    /// Preprocesses alone, so that the result is kept.
+    bool Preprocess()
+    {
+        m_line.m_runCompile = false;
+        SlcRunFiles files(m_line);
+        return PreprocessSource(m_line, files);
+    }
+
+    bool Build()
+    {
+        SlcRunFiles files(m_line);
+        TemporaryFolder::Write(files.m_cc.emplace("glow.cpp").Path(), "");
+        return BuildSharedObject(m_line, files);
+    }
+
     TemporaryFolder m_folder;
     SlcCommandLine m_line;
 };
 
+/// No folder of an unfinished file may stay.
+[[nodiscard]] bool HasFolders()
+{
+    const std::filesystem::directory_iterator entries(".");
+    return std::any_of(begin(entries), end(entries),
+                       [](const auto& entry) { return entry.is_directory(); });
+}
+
 TEST_F(SlcExternalCommandsTest, PreprocessCommandSeesItsVariables)
 {
-    m_line.m_preprocessorOptions = "-DA -Ib ";
-    m_line.m_preprocessCommand = "echo \"[$cpp_options][$input_file]\" > $cpp_result";
-    EXPECT_TRUE(PreprocessSource(m_line));
-    EXPECT_EQ(TemporaryFolder::Read("a.i"), "[ -DA -Ib ][a.sl]\n");
+    m_line.m_preprocessorArguments = {"-DA=1 2", "-Ib"};
+    m_line.m_preprocessCommand =
+        "echo \"[$cpp_options][$cpp_arguments][$input_file]\" > $cpp_result";
+    EXPECT_TRUE(Preprocess());
+    EXPECT_EQ(TemporaryFolder::Read("a.i"), "[ -DA=1 2 -Ib ]['-DA=1 2' -Ib ][a.sl]\n");
+    m_line.m_preprocessCommand = "echo by name > a.i";
+    EXPECT_TRUE(Preprocess());
+    EXPECT_EQ(TemporaryFolder::Read("a.i"), "by name\n");
 }
 
 TEST_F(SlcExternalCommandsTest, CommandsHaveResultsThoughTheParentIgnoresItsChildren)
 {
     std::signal(SIGCHLD, SIG_IGN);
     m_line.m_preprocessCommand = "echo made > $cpp_result";
-    EXPECT_TRUE(PreprocessSource(m_line));
+    EXPECT_TRUE(Preprocess());
     EXPECT_EQ(std::signal(SIGCHLD, SIG_DFL), SIG_IGN);
 }
 
@@ -45,7 +74,7 @@ TEST_F(SlcExternalCommandsTest, DefaultPreprocessorWarnsOfSwallowedCodeAlone)
     TemporaryFolder::Write("a.sl", "float a;\n/* open\nfloat b;\n/* closed */\n// don't\n"
                                    "#define A 1\n#define A 2\n#warning x\n");
     testing::internal::CaptureStderr();
-    EXPECT_TRUE(PreprocessSource(m_line));
+    EXPECT_TRUE(Preprocess());
     const std::string warnings = testing::internal::GetCapturedStderr();
     EXPECT_TRUE(warnings.starts_with("a.sl:4:") && warnings.find('\n') == warnings.size() - 1)
         << warnings;
@@ -53,7 +82,7 @@ TEST_F(SlcExternalCommandsTest, DefaultPreprocessorWarnsOfSwallowedCodeAlone)
 
     TemporaryFolder::Write("a.sl", "#include \"nowhere.h\"\n");
     testing::internal::CaptureStderr();
-    EXPECT_FALSE(PreprocessSource(m_line));
+    EXPECT_FALSE(Preprocess());
     EXPECT_NE(testing::internal::GetCapturedStderr().find("nowhere.h: No such file"),
               std::string::npos);
 }
@@ -67,7 +96,7 @@ TEST_F(SlcExternalCommandsTest, DefaultPreprocessorTellsEachIncluderOnce)
     TemporaryFolder::Write("b.h", "#include \"c.h\"\n");
     TemporaryFolder::Write("c.h", "\n#include \"b.h\"\n");
     testing::internal::CaptureStderr();
-    EXPECT_FALSE(PreprocessSource(m_line));
+    EXPECT_FALSE(Preprocess());
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "In file included from open.h:1,\n"
               "                 from a.sl:1:\n"
@@ -88,7 +117,7 @@ TEST_F(SlcExternalCommandsTest, FailedPreprocessCommandLeavesItsFile)
                                 "echo half > $cpp_result; kill -9 $$"}) {
         m_line.m_preprocessCommand = command;
         testing::internal::CaptureStderr();
-        EXPECT_FALSE(PreprocessSource(m_line)) << command;
+        EXPECT_FALSE(Preprocess()) << command;
         EXPECT_EQ(testing::internal::GetCapturedStderr(),
                   "shaderqx: ERROR: Problem during preprocessing.  Stopping.\n");
         EXPECT_EQ(TemporaryFolder::Read("a.i"), "half\n");
@@ -98,32 +127,38 @@ TEST_F(SlcExternalCommandsTest, FailedPreprocessCommandLeavesItsFile)
 // The text that a preprocessor could trip over: none of it is C, and none of it may get lost.
 TEST_F(SlcExternalCommandsTest, DefaultPreprocessorPassesShadersThrough)
 {
-    TemporaryFolder::Write("inc.h", "float included;\n");
+    TemporaryFolder::Write("in c/inc.h", "float included;\n");
     TemporaryFolder::Write("a.sl", "#include \"inc.h\"\n"
                                    "#define TWICE(x) (2 * x)\n"
                                    "// don't \"stumble\n"
                                    "/* it's \" fine */\n"
                                    "float linux = TWICE(unix); // OMBRIUM's\n"
                                    "string url = \"http://a//b\"; normal n = 'x';\n"
+                                   "string s = STRING;\n"
                                    "#pragma annotation \"q\"\n"
                                    "float h\u00F6he \u2264 2;\n"
                                    "#ifdef OMBRIUM\nfloat ombrium;\n#endif\n");
-    m_line.m_preprocessorOptions = "-I. ";
+    m_line.m_preprocessorArguments = {"-Iin c", "-DSTRING=\"a  'b' $c\""};
     m_line.m_preprocessCommand = DefaultPreprocessCommand();
-    ASSERT_TRUE(PreprocessSource(m_line));
+    ASSERT_TRUE(Preprocess());
     const std::string result = TemporaryFolder::Read("a.i");
     for (const char* kept :
          {"float included;\n", "float linux = (2 * unix);", "string url = \"http://a//b\";",
-          "normal n = 'x';", "float h\u00F6he \u2264 2;", "float ombrium;", "# 1 \"inc.h\" 1\n"})
+          "normal n = 'x';", "string s = \"a  'b' $c\";", "float h\u00F6he \u2264 2;",
+          "float ombrium;", "# 1 \"in c/inc.h\" 1\n"})
         EXPECT_NE(result.find(kept), std::string::npos) << kept << " in " << result;
 }
 
 TEST_F(SlcExternalCommandsTest, CCCommandSeesItsVariables)
 {
+    std::filesystem::create_directory("out");
     m_line.m_outputDirectory = "out";
-    m_line.m_ccCommand = "echo $output_dir $output_file $cc_input_file > seen";
-    EXPECT_TRUE(BuildSharedObject(m_line));
-    EXPECT_EQ(TemporaryFolder::Read("seen"), "out glow.sqx glow.cpp\n");
+    m_line.m_ccCommand = "echo $output_dir $output_file $cc_input_file > seen; "
+                         "echo built > $output_dir/$output_file";
+    EXPECT_TRUE(Build());
+    EXPECT_THAT(TemporaryFolder::Read("seen"),
+                testing::MatchesRegex("out/.unfinished-.* glow.sqx .unfinished-.*/glow.cpp\n"));
+    EXPECT_EQ(TemporaryFolder::Read("out/glow.sqx"), "built\n");
 }
 
 TEST_F(SlcExternalCommandsTest, CCFileGoesWhateverTheCommandReturned)
@@ -131,16 +166,31 @@ TEST_F(SlcExternalCommandsTest, CCFileGoesWhateverTheCommandReturned)
     for (const char* command : {"true", "false"}) {
         m_line.m_ccCommand = command;
         for (const bool keep : {true, false}) {
-            TemporaryFolder::Write("glow.cpp", "");
+            std::filesystem::remove("glow.cpp");
             m_line.m_keepCCFile = keep;
             testing::internal::CaptureStderr();
-            const bool built = BuildSharedObject(m_line);
+            const bool built = Build();
             EXPECT_EQ(testing::internal::GetCapturedStderr(),
                       built ? "" : "shaderqx: ERROR: Problem during C++ compilation.  Stopping.\n");
             EXPECT_EQ(built, command == std::string("true"));
             EXPECT_EQ(std::filesystem::exists("glow.cpp"), keep) << command;
+            EXPECT_FALSE(HasFolders());
         }
     }
+}
+
+// The shell may end by the signal or with the status that stands for it.
+TEST_F(SlcExternalCommandsTest, InterruptedCommandEndsTheCompiler)
+{
+    for (const int signal : {SIGINT, SIGQUIT})
+        for (const std::string end : {"kill -$signal $$", "exit $((128 + $signal))"}) {
+            m_line.m_preprocessCommand = "signal=" + std::to_string(signal) +
+                                         "; echo half > ${cpp_result-/dev/null}; " + end;
+            m_line.m_ccCommand = m_line.m_preprocessCommand;
+            EXPECT_EXIT(Preprocess(), testing::KilledBySignal(signal), "") << end;
+            EXPECT_EXIT(Build(), testing::KilledBySignal(signal), "") << end;
+            EXPECT_FALSE(HasFolders() || std::filesystem::exists("a.i")) << end;
+        }
 }
 
 }  // namespace

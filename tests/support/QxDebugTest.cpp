@@ -8,6 +8,7 @@
 
 #include "helpers/TemporaryFolder.h"
 #include "support/QxVersion.h"
+#include "support/SlcUnfinishedFile.h"
 
 namespace {
 
@@ -69,30 +70,30 @@ TEST(QxDebugDeathTest, GoesOnAfterAHangup)
                 "Received signal 1 \\(Hangup\\)(.|\n)*Received signal 1 \\(Hangup\\)");
 }
 
-TEST(QxDebugDeathTest, RemovesFilesThatAreNotToStay)
+TEST(QxDebugDeathTest, RemovesUnfinishedFiles)
 {
     const TemporaryFolder folder;
-    for (const int signal : {SIGINT, SIGTERM, SIGSEGV}) {
-        const std::filesystem::path here = std::filesystem::current_path();
-        const std::string source = here / "source.i";
-        const std::string finished = here / "finished";
-        const std::string unfinished = here / "unfinished";
-        for (const std::string& path : {source, finished, unfinished})
-            TemporaryFolder::Write(path, "half");
-        const auto end = [&] {
-            QxDebug::RemoveOnSignal(source.c_str());
-            QxDebug::RemoveOnSignal(finished.c_str());
-            QxDebug::KeepOnSignal(finished.c_str());
-            QxDebug::RemoveOnSignal(unfinished.c_str());
+    const auto end = [](int signal) {
+        SlcUnfinishedFile removed("removed");
+        SlcUnfinishedFile finished("finished");
+        SlcUnfinishedFile moved("moved", SlcUnfinishedFile::OnExit::MoveIntoPlace);
+        for (const SlcUnfinishedFile* file : {&removed, &finished, &moved})
+            TemporaryFolder::Write(file->Path(), "half");
+        if (finished.MoveIntoPlace())
             Raise(signal);
-        };
+    };
+    constexpr int k_noSignal = 0;
+    for (const int signal :
+         {SIGINT, SIGTERM, SIGQUIT, SIGPIPE, SIGXCPU, SIGXFSZ, SIGSEGV, k_noSignal}) {
         if (signal == SIGSEGV)
-            EXPECT_EXIT(end(), testing::ExitedWithCode(1), "Segmentation violation");
+            EXPECT_EXIT(end(signal), testing::ExitedWithCode(1), "Segmentation violation");
+        else if (signal == k_noSignal)
+            EXPECT_EXIT(end(signal), testing::ExitedWithCode(0), "");
         else
-            EXPECT_EXIT(end(), testing::KilledBySignal(signal), "");
-        EXPECT_FALSE(std::filesystem::exists(source)) << signal;
-        EXPECT_FALSE(std::filesystem::exists(unfinished)) << signal;
-        EXPECT_TRUE(std::filesystem::exists(finished)) << signal;
+            EXPECT_EXIT(end(signal), testing::KilledBySignal(signal), "");
+        EXPECT_EQ(std::filesystem::remove("moved"), signal == k_noSignal);
+        EXPECT_TRUE(std::filesystem::remove("finished")) << signal;
+        EXPECT_TRUE(std::filesystem::is_empty(".")) << signal;
     }
 }
 

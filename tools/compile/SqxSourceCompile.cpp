@@ -3,9 +3,6 @@
 // preprocessor runs in the user's working directory, on the source itself: names in reports are
 // then those that the user wrote.
 //
-// Its command gets the names through shell variables which the default command does not quote. With
-// the line break as only separator, blanks in them do no harm.
-//
 // Tested by tests/make/run.sh and tests/sqxview.
 
 #include "compile/SqxSourceCompile.h"
@@ -59,28 +56,31 @@ void SqxSourceCompile::WriteDependencies(fs::path file, std::string target)
     m_target = std::move(target);
 }
 
-/// The options for the preprocessor, each followed by `separator`.
-std::string SqxSourceCompile::PreprocessorOptions(const std::string& separator) const
+std::vector<std::string> SqxSourceCompile::PreprocessorArguments() const
 {
-    std::string text;
+    std::vector<std::string> arguments;
     for (const std::string& option : m_options)
         if (option.starts_with("-I") || option.starts_with("-D"))
-            text += option + separator;
-    return text;
+            arguments.push_back(option);
+    return arguments;
 }
 
 std::string SqxSourceCompile::PreprocessCommand() const
 {
     const std::string start = "cd " + SqxShellWord(fs::current_path().string()) +
                               " || exit; input_file=" + SqxShellWord(m_source.string());
-    if (m_ownCommand)
-        return start + "; cpp_options=" + SqxShellWord(PreprocessorOptions(" ")) + "; " +
-               m_ownCommand;
-    std::string options = PreprocessorOptions("\n");
-    if (!m_dependencies.empty())
-        options += "-MD\n-MQ\n" + m_target + "\n-MF\n" + m_dependencies.string();
-    return start + "; cpp_options=" + SqxShellWord(options) + "; set -f; IFS='\n'; " +
-           DefaultPreprocessCommand();
+    std::vector<std::string> arguments = PreprocessorArguments();
+    if (!m_ownCommand && !m_dependencies.empty())
+        arguments.insert(arguments.end(), {"-MD", "-MQ", m_target, "-MF", m_dependencies});
+    std::string options;
+    std::string words;
+    for (const std::string& argument : arguments) {
+        options += argument + " ";
+        words += SqxShellWord(argument) + " ";
+    }
+    return start + "; cpp_options=" + SqxShellWord(options) +
+           "; cpp_arguments=" + SqxShellWord(words) + "; " +
+           (m_ownCommand ? m_ownCommand : DefaultPreprocessCommand());
 }
 
 int SqxSourceCompile::Run()

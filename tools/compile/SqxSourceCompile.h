@@ -53,7 +53,7 @@ public:
 
 private:
     [[nodiscard]] std::string PreprocessCommand() const;
-    [[nodiscard]] std::string PreprocessorOptions(const std::string& separator) const;
+    [[nodiscard]] std::vector<std::string> PreprocessorArguments() const;
     void CompleteDependencies() const;
     [[nodiscard]] std::set<std::string> Libraries() const;
     [[nodiscard]] std::vector<std::filesystem::path> SearchFolders() const;

@@ -1,0 +1,62 @@
+// Tested by tests/support/QxDebugTest.cpp, tests/golden/unwritable_output.sl and
+// tests/golden/concurrent_runs.cmd.
+
+#include "support/SlcUnfinishedFile.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <unistd.h>
+#include <utility>
+
+#include "support/QxDebug.h"
+
+namespace {
+
+/// With the slash; empty for a file of the working directory.
+[[nodiscard]] std::string FolderPart(const std::string& path)
+{
+    return path.substr(0, path.rfind('/') + 1);
+}
+
+[[nodiscard]] std::string MakeFolderBeside(const std::string& path)
+{
+    std::string folder = FolderPart(path) + ".unfinished-XXXXXX";
+    return ::mkdtemp(folder.data()) ? folder : std::string();
+}
+
+}  // namespace
+
+SlcUnfinishedFile::SlcUnfinishedFile(std::string place, OnExit onExit)
+    : m_place(std::move(place)),
+      m_folder(MakeFolderBeside(m_place)),
+      m_path(m_folder.empty() ? m_place
+                              : m_folder + '/' + m_place.substr(FolderPart(m_place).size()))
+{
+    const int reason = errno;
+    // A folder can be removed once it is empty: the last that is registered goes first.
+    if (!m_folder.empty())
+        QxDebug::RemoveOnSignal(m_folder.c_str());
+    QxDebug::RemoveOnSignal(m_path.c_str(),
+                            onExit == OnExit::MoveIntoPlace ? m_place.c_str() : nullptr);
+    errno = reason;
+}
+
+SlcUnfinishedFile::~SlcUnfinishedFile()
+{
+    // Without a folder of its own, a file that has been moved still has this path.
+    if (!m_isMoved)
+        ::unlink(m_path.c_str());
+    if (!m_folder.empty())
+        ::rmdir(m_folder.c_str());
+    QxDebug::KeepOnSignal(m_path.c_str());
+    QxDebug::KeepOnSignal(m_folder.c_str());
+}
+
+bool SlcUnfinishedFile::MoveIntoPlace()
+{
+    m_isMoved = std::rename(m_path.c_str(), m_place.c_str()) == 0;
+    if (m_isMoved)
+        QxDebug::KeepOnSignal(m_path.c_str());
+    return m_isMoved;
+}
