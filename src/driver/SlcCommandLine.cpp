@@ -283,6 +283,8 @@ void ReadEnvironment(SlcCommandLine& line)
     const char* ccCommand = std::getenv("SLC_CC_COMMAND");
     line.m_preprocessCommand = preprocessCommand ? preprocessCommand : DefaultPreprocessCommand();
     line.m_ccCommand = ccCommand ? ccCommand : DefaultCCCommand();
+    const char* advice = std::getenv("SLC_ADVICE");
+    ShowAdvice(advice && std::string_view(advice) == "1");
     if (const char* librariesFile = std::getenv("SLC_SHADEOP_LIBRARIES"))
         line.m_librariesFile = librariesFile;
     if (!preprocessCommand)

@@ -123,7 +123,7 @@ int SlcParseAdvice::Read()
     token.code = code;
     token.line = SlcCurrentPosition().line;
     token.text.clear();
-    if (WarningLevel() >= 2 && code != 0)
+    if (AdviceIsShown() && code != 0)
         token.text.assign(yytext, static_cast<std::size_t>(yyleng));
     Follow(token);
     ++m_count;
@@ -207,7 +207,7 @@ std::string SlcParseAdvice::Refused()
 {
     if (!m_parentheses.empty() && m_parentheses.back() == FOR)
         m_dropping = m_parentheses.size();
-    if (WarningLevel() < 2)
+    if (!AdviceIsShown())
         return {};
     const std::string hint = Hint();
     return "unexpected " + Named(Before(0).code, Before(0).text) + (hint.empty() ? "" : ": ") +

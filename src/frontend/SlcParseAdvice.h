@@ -11,7 +11,7 @@ class SlcParseAdvice {
 public:
     /// The next token from the scanner.
     [[nodiscard]] int Next();
-    /// The last token is a syntax error. Gives the advice, empty below warning level 2.
+    /// The last token is a syntax error. Gives the advice, empty unless advice is shown.
     [[nodiscard]] std::string Refused();
 
 private:

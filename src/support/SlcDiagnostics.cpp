@@ -35,6 +35,7 @@ struct Counters {
     int errors = 0;
     int warnings = 0;
     int warningLevel = 1;
+    bool alwaysAdvises = false;
     int sourceReports = 0;              // of the scanner and the parser
     std::size_t lastError = k_nowhere;  // where the last of them that is an error stands
 };
@@ -115,6 +116,16 @@ int WarningLevel()
     return State().warningLevel;
 }
 
+void ShowAdvice(bool always)
+{
+    State().alwaysAdvises = always;
+}
+
+bool AdviceIsShown()
+{
+    return State().alwaysAdvises || State().warningLevel >= 2;
+}
+
 std::string_view SlcContactAddress()
 {
     return SLC_CONTACT_ADDRESS;
@@ -139,7 +150,7 @@ void Warning(std::string_view message)
 
 void Advise(std::string_view text)
 {
-    if (WarningLevel() >= 2 && State().sourceReports <= k_maxSourceReports)
+    if (AdviceIsShown() && State().sourceReports <= k_maxSourceReports)
         std::cerr << Place(SlcCurrentPosition()).append(" ADVICE: ").append(text).append("\n\n");
 }
 

@@ -22,6 +22,10 @@ void AddWarning();
 void SetWarningLevel(int level);
 [[nodiscard]] int WarningLevel();
 
+/// Advice is shown at warning level 2, and at any level once this has been called with true.
+void ShowAdvice(bool always);
+[[nodiscard]] bool AdviceIsShown();
+
 /// The address that fatal reports name.
 [[nodiscard]] std::string_view SlcContactAddress();
 
@@ -32,8 +36,8 @@ void SetWarningLevel(int level);
 void yyerror(const char* message);
 /// The same for a warning; silent, and not counted, at warning level 0.
 void Warning(std::string_view message);
-/// A line of advice below a report at the scanner's position: `file:line: ADVICE: text`. Shown at
-/// warning level 2, never counted.
+/// A line of advice below a report at the scanner's position: `file:line: ADVICE: text`. Never
+/// counted.
 void Advise(std::string_view text);
 /// `file:line: WARNING: message -- detail` at the scanner's position, without the source line.
 void Warning(std::string_view message, std::string_view detail);

@@ -101,6 +101,16 @@ rm "$library/plain58.sl"
 make_is 0 -O0 "$include" "$library/plain10.sl"
 [ ! -e "$output/plain58.sqx" ] || fail 'The output of a source that is gone is still there'
 
+# Advice comes without -w2, and a variable is reported once.
+echo 'surface advised() { int i = 0; Ci = i; }' >advised.sl
+make_is 1 -w0 advised.sl
+says "ADVICE: unexpected 'i': the language has no 'int'"
+echo 'surface unset() { float a, b; if (s > 0.5) { a = 1; b = 1; } Ci = a + a + b + a + b; }' >unset.sl
+make_is 0 -w2 unset.sl
+says "Variable 'a' may not be initialized (and 2 times after this)"
+says "Variable 'b' may not be initialized (and 1 time after this)"
+[ "$(grep -c WARNING: messages)" = 2 ] || fail 'A variable is reported more than once'
+
 # A preprocess command of the user's own writes no dependencies; its line markers tell of them.
 # shellcheck disable=SC2016  # the variables are the command's
 export SLC_CPP_COMMAND='cc -E -x c $cpp_options "$input_file" > "$cpp_result"'

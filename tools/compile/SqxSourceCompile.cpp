@@ -13,6 +13,7 @@
 #include <system_error>
 #include <unistd.h>
 
+#include "compile/SqxFoldReports.h"
 #include "compile/SqxLineMarker.h"
 #include "driver/SlcDefaultCommands.h"
 #include "process/SqxProcess.h"
@@ -105,6 +106,7 @@ int SqxSourceCompile::Run()
     const char* ownCC = std::getenv("SLC_CC_COMMAND");
     command.variables = {{"SLC_CPP_COMMAND", PreprocessCommand()},
                          {"SLC_CC_COMMAND", ownCC ? ownCC : DefaultCCCommand()},
+                         {"SLC_ADVICE", "1"},
                          {"SLC_SHADEOP_LIBRARIES", m_work / k_libraries}};
     const int status = SqxRunCommand(command);
     if (status == 0 && !m_dependencies.empty())
@@ -197,7 +199,7 @@ std::string SqxSourceCompile::Messages() const
         const bool isClosing = line.starts_with(head) && tail != std::string::npos;
         messages += (isClosing ? head + m_source.string() + line.substr(tail) : line) + '\n';
     }
-    return messages;
+    return SqxFoldReports(messages);
 }
 
 fs::path SqxSourceCompile::Output() const

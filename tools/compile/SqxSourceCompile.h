@@ -40,7 +40,8 @@ public:
 
     // After the run.
 
-    /// What the compiler said, on both streams; the source is called as it was given.
+    /// What the compiler reported, on both streams: the source named as given, advice at every
+    /// warning level, and reports of one variable folded, see `SqxFoldReports`.
     [[nodiscard]] std::string Messages() const;
     /// The compiled shader. Throws `SqxCompileError` if there is none.
     [[nodiscard]] std::filesystem::path Output() const;
