@@ -23,6 +23,7 @@ public:
         m_run.Evaluate(layout, context, hidden, variables, lights);
     }
     void SetStepLimit(std::size_t limit) override { m_run.SetStepLimit(limit); }
+    void SetMemoryLimit(std::size_t bytes) override { m_run.SetMemoryLimit(bytes); }
     void SetStopTest(QxStopTest test) override { m_run.SetStopTest(std::move(test)); }
 
 private:
@@ -57,6 +58,7 @@ void QxByteCodeShader::TakeInterface()
     m_shadeopLibraries = m_program.ShadeopLibraries();
     m_tracesRays = m_program.TracesRays();
     m_modifiesP = m_program.ModifiesP();
+    m_isAmbient = m_program.IsAmbient();
 }
 
 std::unique_ptr<QxShaderRun> QxByteCodeShader::NewRun() const

@@ -10,6 +10,7 @@
 #include "host/QxHostGrid.h"
 
 #include <algorithm>
+#include <new>
 #include <string>
 
 #include "QxHostError.h"
@@ -162,10 +163,16 @@ QxHostPoints::Names NamedOf(std::string_view name)
     return 0;
 }
 
-void CheckLayout(unsigned int columns, unsigned int rows)
+/// Calls `change` of the memory of a grid. Throws `QxHostError` without memory.
+template <class Change>
+void Allocating(const QxGrid& layout, const Change& change)
 {
-    if (columns == 0 || rows == 0)
-        throw QxHostError("A grid needs at least one point each way");
+    try {
+        change();
+    } catch (const std::bad_alloc&) {
+        throw QxHostError("There is no memory for a grid of " + std::to_string(layout.Size()) +
+                          " points");
+    }
 }
 
 float StepOf(unsigned int points)
@@ -174,6 +181,16 @@ float StepOf(unsigned int points)
 }
 
 }  // namespace
+
+void QxHostPoints::Check(const QxGrid& layout)
+{
+    if (layout.columns == 0 || layout.rows == 0)
+        throw QxHostError("A grid needs at least one point each way");
+    if (std::uint64_t{layout.columns} * layout.rows > k_highestSize)
+        throw QxHostError("A grid of " + std::to_string(layout.columns) + " times " +
+                          std::to_string(layout.rows) + " points is too large, it may have " +
+                          std::to_string(k_highestSize));
+}
 
 bool QxHostPoints::Has(std::string_view name) const
 {
@@ -193,10 +210,12 @@ QxHostPoints::Names QxHostPoints::Named(std::string_view name)
 
 QxHostGrid::QxHostGrid(unsigned int columns, unsigned int rows) : m_layout{columns, rows}
 {
-    CheckLayout(columns, rows);
-    Allocate<float>();
-    Allocate<QxVector3>();
-    Allocate<QxRGBColor>();
+    QxHostPoints::Check(m_layout);
+    Allocating(m_layout, [this] {
+        Allocate<float>();
+        Allocate<QxVector3>();
+        Allocate<QxRGBColor>();
+    });
     FillSquare();
 }
 
@@ -205,6 +224,16 @@ void QxHostGrid::Allocate()
 {
     for (const Row<Value>& row : Rows<Value>())
         std::get<Store<Value>>(m_values).emplace_back(row.uniform ? 1 : Size(), row.initial);
+}
+
+/// So that what follows cannot fail half-way.
+template <class Value>
+void QxHostGrid::ReserveAll(std::size_t points)
+{
+    const auto rows = Rows<Value>();
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        if (!rows[i].uniform)
+            std::get<Store<Value>>(m_values)[i].reserve(points);
 }
 
 template <class Value>
@@ -218,8 +247,14 @@ void QxHostGrid::ResizeAll()
 
 void QxHostGrid::Resize(unsigned int columns, unsigned int rows)
 {
-    CheckLayout(columns, rows);
-    m_layout = {columns, rows};
+    const QxGrid layout = {columns, rows};
+    QxHostPoints::Check(layout);
+    Allocating(layout, [&] {
+        ReserveAll<float>(layout.Size());
+        ReserveAll<QxVector3>(layout.Size());
+        ReserveAll<QxRGBColor>(layout.Size());
+    });
+    m_layout = layout;
     ResizeAll<float>();
     ResizeAll<QxVector3>();
     ResizeAll<QxRGBColor>();
@@ -235,8 +270,7 @@ void QxHostGrid::ResetAll()
 
 void QxHostGrid::Reset(unsigned int columns, unsigned int rows)
 {
-    CheckLayout(columns, rows);
-    m_layout = {columns, rows};
+    Resize(columns, rows);
     ResetAll<float>();
     ResetAll<QxVector3>();
     ResetAll<QxRGBColor>();

@@ -15,6 +15,10 @@ struct QxHostPoints {
     QxHiddenVariables variables;  // those that no shader of the run uses may be missing
     QxVector3 E = {0, 0, 0};      // where the eye is
 
+    static constexpr std::uint64_t k_highestSize = std::uint64_t{1} << 28;
+
+    /// Throws `QxHostError` for a layout without points, or with more than `k_highestSize`.
+    static void Check(const QxGrid& layout);
     /// A predefined variable of that name is there.
     [[nodiscard]] bool Has(std::string_view name) const;
     /// A set of predefined variables, a bit for each: those that are there, and one by its name;
@@ -31,17 +35,18 @@ struct QxHostPoints {
 /// `Oi` and `Cl` are black. Shaders read the grid and write their results into it.
 class QxHostGrid {
 public:
-    /// Points are numbered along u first. Throws `QxHostError` if there are none.
+    /// Points are numbered along u first. Throws `QxHostError` if there are none, or more than
+    /// `QxHostPoints::k_highestSize`, or no memory for them.
     QxHostGrid(unsigned int columns, unsigned int rows);
 
     /// Gives the grid another layout, in the memory that it has as far as that goes, for a host
     /// that shades grids of several sizes and sets all places itself: points keep their values by
-    /// number, and those that are added have no place of their own. Throws `QxHostError` if there
-    /// are no points.
+    /// number, and those that are added have no place of their own. Throws as the constructor does;
+    /// without memory the grid stays as it is.
     void Resize(unsigned int columns, unsigned int rows);
 
     /// Makes a new grid of it, of that layout, in the memory that it has as far as that goes.
-    /// Throws `QxHostError` if there are no points.
+    /// Throws as the constructor does; without memory the grid stays as it is.
     void Reset(unsigned int columns, unsigned int rows);
 
     [[nodiscard]] const QxGrid& Layout() const { return m_layout; }
@@ -71,6 +76,8 @@ private:
     [[nodiscard]] std::vector<Value>* Find(std::string_view name);
     template <class Value>
     void Allocate();
+    template <class Value>
+    void ReserveAll(std::size_t points);
     template <class Value>
     void ResizeAll();
     template <class Value>

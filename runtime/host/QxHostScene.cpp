@@ -1,9 +1,8 @@
 // A light shader runs on a grid of its own whose `Ps` are the points that ask for light. Its `L`
 // leads from the light to the point, the other way round than in the surface.
 //
-// Lights are told apart once, when they are added: what clears `L` uses neither `illuminate` nor
-// `solar` and is ambient. Of those, one that looks at no place gives the same everywhere; it runs
-// for one point a grid, and its light is added up beforehand.
+// An ambient light that looks at no place gives the same everywhere; it runs for one point a grid,
+// when it is first asked for.
 //
 // An answer to a shader may shade another grid. What is known of a grid stands in a level of a
 // stack, and answers look at the topmost one; levels are kept when their grids end, so that
@@ -30,24 +29,6 @@ bool IsSteady(const QxShaderInstance& light)
     return true;
 }
 
-/// Keeps what a shader says to itself.
-class SilentSupport : public QxShaderSupport {
-public:
-    void Print(const char*) override {}
-    void Report(const char*) override {}
-};
-
-/// A light shader without `illuminate` and `solar` clears `L`, all others leave or set it.
-bool IsAmbient(QxShaderInstance& light)
-{
-    QxHostGrid probe(1, 1);
-    probe.Set("Ps", QxVector3{0.3F, -7.1F, 5.9F});
-    probe.Set("L", QxVector3{1, 1, 1});
-    SilentSupport support;
-    light.Run(probe, support, 0);
-    return probe.Values<QxVector3>("L")[0] == QxVector3{0, 0, 0};
-}
-
 }  // namespace
 
 void QxHostScene::AddAmbientLight(const QxRGBColor& color)
@@ -69,7 +50,7 @@ void QxHostScene::AddLight(QxShaderInstance& light)
 {
     if (light.Shader().Type() != QxShaderInterface::e_typeLight)
         throw QxHostError("Shader '" + light.Shader().Name() + "' is no light shader");
-    if (IsAmbient(light))
+    if (light.Shader().IsAmbient())
         m_ambientShaders.push_back({&light, IsSteady(light)});
     else
         m_lights.push_back({{}, false, {}, &light});

@@ -46,8 +46,7 @@ public:
     /// `direction`: the way that the light goes.
     void AddDistantLight(const QxVector3& direction, const QxRGBColor& color);
     /// A light shader, which must outlive the scene and stands where its "shader" space does. One
-    /// without `illuminate` and `solar` is ambient: to find out, it is run once. Throws
-    /// `QxHostError` if it is no light shader.
+    /// without `illuminate` and `solar` is ambient. Throws `QxHostError` if it is no light shader.
     void AddLight(QxShaderInstance& light);
     /// Without the ambient ones.
     [[nodiscard]] unsigned int LightCount() const;

@@ -33,6 +33,9 @@ public:
                           std::vector<QxLightInput>& lights) = 0;
     /// An evaluation that takes more steps is ended with a `QxHostError`, if steps can be counted.
     virtual void SetStepLimit(std::size_t) {}
+    /// An evaluation that needs more memory for its variables, in bytes, throws `QxHostError`, if
+    /// the run allocates them.
+    virtual void SetMemoryLimit(std::size_t) {}
     /// An evaluation asks `test` now and then and ends with a `QxHostStopped` when it says so. Does
     /// nothing for a run that cannot be stopped.
     virtual void SetStopTest(QxStopTest) {}
@@ -83,6 +86,8 @@ public:
     [[nodiscard]] bool NeedsObjectSpace() const;
     [[nodiscard]] bool TracesRays() const { return m_tracesRays; }
     [[nodiscard]] bool ModifiesP() const { return m_modifiesP; }
+    /// A light that comes from everywhere: it has neither `illuminate` nor `solar`.
+    [[nodiscard]] bool IsAmbient() const { return m_isAmbient; }
     /// File names of the shadeop libraries that it calls into.
     [[nodiscard]] const std::vector<std::string>& ShadeopLibraries() const
     {
@@ -115,4 +120,5 @@ protected:
     std::vector<std::string> m_shadeopLibraries;
     bool m_tracesRays = false;
     bool m_modifiesP = false;
+    bool m_isAmbient = false;
 };

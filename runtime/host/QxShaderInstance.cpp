@@ -18,6 +18,7 @@
 #include "host/QxShaderInstance.h"
 
 #include <algorithm>
+#include <new>
 
 #include "QxHostError.h"
 
@@ -196,6 +197,30 @@ void QxShaderInstance::SetStepLimit(std::size_t limit)
         room->run->SetStepLimit(limit);
 }
 
+void QxShaderInstance::SetMemoryLimit(std::size_t bytes)
+{
+    m_memoryLimit = bytes;
+    for (const auto& room : m_rooms)
+        room->run->SetMemoryLimit(bytes);
+}
+
+/// In floating point, where no sum or product of hostile numbers goes round.
+void QxShaderInstance::CheckMemory(std::size_t points) const
+{
+    double bytes = 0;
+    for (const Parameter& parameter : m_shader->Parameters()) {
+        const std::size_t element = parameter.type == QxValueType::String
+                                        ? sizeof(char*)
+                                        : QxFloatCount(parameter.type) * sizeof(float);
+        bytes += static_cast<double>(parameter.varying ? points : 1) *
+                 static_cast<double>(parameter.length) * static_cast<double>(element);
+    }
+    if (bytes > static_cast<double>(m_memoryLimit))
+        throw QxHostError("The parameters of shader '" + m_shader->Name() +
+                          "' need more memory for " + std::to_string(points) +
+                          " points than the limit of " + std::to_string(m_memoryLimit) + " bytes");
+}
+
 void QxShaderInstance::SetStopTest(QxStopTest test)
 {
     m_stopTest = std::move(test);
@@ -208,6 +233,7 @@ QxShaderInstance::Room& QxShaderInstance::NewRoom()
     auto room = std::make_unique<Room>(*m_shader);
     if (m_stepLimit)
         room->run->SetStepLimit(*m_stepLimit);
+    room->run->SetMemoryLimit(m_memoryLimit);
     room->run->SetStopTest(m_stopTest);
     m_rooms.push_back(std::move(room));
     return *m_rooms.back();
@@ -222,13 +248,16 @@ QxShaderInstance::Room& QxShaderInstance::FindRoom(std::size_t points)
     for (const auto& room : m_rooms) {
         if (room->busy)
             continue;
-        if (room->points == points || room->points == 0)
+        if (room->points == points)
             return *room;
         ++free;
-        if (!oldest || room->lastUse < oldest->lastUse)
+        if (!oldest || room->points == 0 ||
+            (oldest->points != 0 && room->lastUse < oldest->lastUse))
             oldest = room.get();
     }
-    return free < k_sizes ? NewRoom() : *oldest;
+    CheckMemory(points);
+    const bool another = free == 0 || (free < k_sizes && oldest->points != 0);
+    return another ? NewRoom() : *oldest;
 }
 
 void QxShaderInstance::Run(const QxHostPoints& points, QxHostScene& scene)
@@ -249,15 +278,22 @@ void QxShaderInstance::Run(const QxHostPoints& points, QxShaderSupport& support,
 void QxShaderInstance::Shade(const QxHostPoints& points, QxShaderSupport& support,
                              unsigned int lightCount)
 {
+    QxHostPoints::Check(points.layout);
     CheckPoints(points);
     FindSpaces();
     const std::size_t count = points.layout.Size();
-    Room& room = FindRoom(count);
-    const RoomScope scope(*this, room);
-    const QxShadingContext context(&support, &m_spaces, m_spaceList.data(), points.E);
-    PrepareVariables(room, count, context);
-    MakeLights(room, count, lightCount);
-    room.run->Evaluate(points.layout, context, points.variables, room.variables, room.lightInputs);
+    try {
+        Room& room = FindRoom(count);
+        const RoomScope scope(*this, room);
+        const QxShadingContext context(&support, &m_spaces, m_spaceList.data(), points.E);
+        PrepareVariables(room, count, context);
+        MakeLights(room, count, lightCount);
+        room.run->Evaluate(points.layout, context, points.variables, room.variables,
+                           room.lightInputs);
+    } catch (const std::bad_alloc&) {
+        throw QxHostError("There is no memory to run shader '" + m_shader->Name() + "' on " +
+                          std::to_string(count) + " points");
+    }
 }
 
 void QxShaderInstance::CheckPoints(const QxHostPoints& points) const

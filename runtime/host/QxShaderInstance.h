@@ -57,6 +57,10 @@ public:
 
     /// A run that takes more steps is ended with a `QxHostError`. Only byte-code is watched.
     void SetStepLimit(std::size_t limit);
+    /// A run whose parameters or variables need more memory than this is ended with a
+    /// `QxHostError`, before it takes it; each of the two is compared. Locals of a shared object
+    /// are not counted. 4 GiB unless it is set.
+    void SetMemoryLimit(std::size_t bytes);
     /// A run asks `test` now and then, every few milliseconds unless the scene takes long to
     /// answer, and ends with a `QxHostStopped` when it says so. None is asked after an empty one.
     /// Only byte-code is watched.
@@ -112,6 +116,7 @@ private:
     void FindSpaces();
     void Forget(std::size_t parameter);
     void ReturnBuffers(Room& room) const;
+    void CheckMemory(std::size_t points) const;
     [[nodiscard]] Room& NewRoom();
     [[nodiscard]] Room& FindRoom(std::size_t points);
     void Shade(const QxHostPoints& points, QxShaderSupport& support, unsigned int lightCount);
@@ -129,6 +134,7 @@ private:
     std::map<std::size_t, Setting> m_settings;          // by parameter
     std::map<std::size_t, std::span<float>> m_buffers;  // by parameter
     std::optional<std::size_t> m_stepLimit;
+    std::size_t m_memoryLimit = std::size_t{1} << 32;
     QxStopTest m_stopTest;
     std::vector<std::unique_ptr<Room>> m_rooms;
     std::vector<Room*> m_last;  // that runs ended in, by how many were around them

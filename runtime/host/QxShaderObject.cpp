@@ -18,6 +18,8 @@
 #include <unistd.h>
 
 #include "QxHostError.h"
+#include "host/QxErrorHolder.h"
+#include "host/QxHostGrid.h"
 #include "host/QxHostSpaces.h"
 #include "sqx/SqxFileHead.h"
 
@@ -35,6 +37,13 @@ OpenLibrary Load(const std::string& path)
                           "', a shader built with --dso was expected: " + dlerror());
     return library;
 }
+
+/// Drops what a shader says.
+class SilentSupport : public QxShaderSupport {
+public:
+    void Print(const char*) override {}
+    void Report(const char*) override {}
+};
 
 /// Looks into folders, and keeps what it was asked for.
 class ShadeopFolders : public QxSearchPath {
@@ -98,6 +107,7 @@ public:
     void* evaluate = nullptr;  // one of the above, by the shader's type
     int (*useRayTracing)() = nullptr;
     int (*modifyPoint)() = nullptr;
+    bool hasLightStatement = false;  // surely; those of older headers do not say
 
 private:
     using Interrogate = void (*)(const QxSearchPath*, QxSpaceRegistry*, const QxFrame3D***,
@@ -187,6 +197,7 @@ QxShaderObject::Life::Life(std::string path, OpenLibrary library)
     Find(m_destroy, "QxDestroy");
     Find(useRayTracing, "QxUseRayTracing");
     Find(modifyPoint, "QxModifyPoint");
+    hasLightStatement = dlsym(m_library.get(), "QxHasLightStatement") != nullptr;
 }
 
 QxShaderObject::Life::~Life()
@@ -253,7 +264,9 @@ public:
     void Initialize(const QxShadingContext& context, const QxFrame3D** spaces,
                     std::vector<QxVar>& variables) override
     {
-        m_life.initialize(context, variables.data(), spaces);
+        QxErrorHolder holder(*context.ShaderSupport());
+        m_life.initialize(context.With(holder), variables.data(), spaces);
+        holder.Release();
     }
     void Evaluate(const QxGrid& layout, const QxShadingContext& context,
                   const QxHiddenVariables& hidden, std::vector<QxVar>& variables,
@@ -271,10 +284,12 @@ private:
     const Life& m_life;
 };
 
-void QxShaderObject::Run::Evaluate(const QxGrid& layout, const QxShadingContext& context,
+void QxShaderObject::Run::Evaluate(const QxGrid& layout, const QxShadingContext& given,
                                    const QxHiddenVariables& hidden, std::vector<QxVar>& variables,
                                    std::vector<QxLightInput>& lights)
 {
+    QxErrorHolder holder(*given.ShaderSupport());
+    const QxShadingContext context = given.With(holder);
     switch (m_life.type) {
     case QxShaderInterface::e_typeLight:
         Call<Life::EvaluateLight, QxLightHidden>(layout, context, hidden, variables, true);
@@ -292,6 +307,7 @@ void QxShaderObject::Run::Evaluate(const QxGrid& layout, const QxShadingContext&
         Call<Life::EvaluateImager, QxImagerHidden>(layout, context, hidden, variables);
         break;
     }
+    holder.Release();
 }
 
 QxShaderObject::QxShaderObject(const std::string& path,
@@ -323,6 +339,27 @@ void QxShaderObject::ReadInterface()
         m_predefined.emplace_back(m_life.predefined[i]->name);
     m_tracesRays = m_life.useRayTracing() != 0;
     m_modifiesP = m_life.modifyPoint() != 0;
+    m_isAmbient = m_type == QxShaderInterface::e_typeLight && !m_life.hasLightStatement &&
+                  LeavesNoDirection();
+}
+
+/// A light without `illuminate` and `solar` clears `L`, all others leave or set it.
+bool QxShaderObject::LeavesNoDirection() const
+{
+    SilentSupport support;
+    QxHostSpaces spaces;
+    std::vector<const QxFrame3D*> list(m_spaceNames.size(), spaces.Find("current"));
+    const QxShadingContext context(&support, &spaces, list.data(), {0, 0, 0});
+    std::vector<QxVar> variables(m_parameters.size());
+    std::vector<QxLightInput> none;
+    QxHostGrid probe(1, 1);
+    probe.Set("Ps", QxVector3{0.3F, -7.1F, 5.9F});
+    probe.Set("L", QxVector3{1, 1, 1});
+    Declare(variables);
+    Run run(m_life);
+    run.Initialize(context, list.data(), variables);
+    run.Evaluate(probe.Layout(), context, probe.Hidden(), variables, none);
+    return probe.Values<QxVector3>("L")[0] == QxVector3{0, 0, 0};
 }
 
 /// The computation of the default values tells their spaces too.

@@ -26,6 +26,7 @@ private:
 
     void ReadInterface();
     void ReadDefaultSpaces();
+    [[nodiscard]] bool LeavesNoDirection() const;
 
     const Life& m_life;  // loaded, from its first entry point to the last
 };

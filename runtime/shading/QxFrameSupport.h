@@ -14,20 +14,18 @@
 //     QxInitialize, QxEvaluate                        for each instance, in any threads at a time
 //     QxDestroy                                       once, and frees what the first ones made
 
-/// Zeroed, since locals of a shader begin as zero. Ends the process without memory: generated code
-/// has no way to tell a failure.
+/// Zeroed, since locals of a shader begin as zero. Throws what `new` throws without memory. A block
+/// of no size is a block all the same, which the frame gives back.
 inline void* QxCalloc(std::size_t count, std::size_t size)
 {
-    // A block of no size is a block all the same, which the frame gives back.
-    void* block = std::calloc(count ? count : 1, size ? size : 1);
-    if (!block)
-        std::abort();
+    void* block = ::operator new(count * size);
+    std::memset(block, 0, count * size);
     return block;
 }
 
 inline void QxFree(void* block)
 {
-    std::free(block);
+    ::operator delete(block);
 }
 
 #define FREE_STRING(text) std::free(text)

@@ -156,10 +156,25 @@ inline bool QxIsWithinCone(const QxVector3& direction, const QxVector3& axis, fl
     return QxCone(angle).Has(direction, axis);
 }
 
+#ifdef QX_SHADER_FUNC
+/// A shared object that has this entry point has a light statement: its light has a place or a
+/// direction.
+extern "C" __attribute__((visibility("default"))) inline void QxHasLightStatement() {}
+
+/// Has the entry point made where a statement is compiled. It costs one instruction.
+inline void QxMarkLightStatement()
+{
+    asm volatile("" : : "r"(&QxHasLightStatement));
+}
+#else
+inline void QxMarkLightStatement() {}
+#endif
+
 // The light statements, at one point. Each gives the flag.
 
 /// `illuminate` with a cone: the flag of the points in it, and `L` at all points.
 struct QxIlluminateCall {
+    QxIlluminateCall() { QxMarkLightStatement(); }
     bool operator()(const QxVector3& position, const QxVector3& axis, float angle,
                     const QxVector3& Ps, QxVector3& L) const
     {
@@ -170,6 +185,7 @@ struct QxIlluminateCall {
 
 /// `illuminate` without one: every point.
 struct QxIlluminateNoConeCall {
+    QxIlluminateNoConeCall() { QxMarkLightStatement(); }
     bool operator()(const QxVector3& position, const QxVector3& Ps, QxVector3& L) const
     {
         L = Ps - position;
@@ -179,6 +195,7 @@ struct QxIlluminateNoConeCall {
 
 /// Light from a direction: each point lies on some ray of the cone, so it reaches all of them.
 struct QxSolarCall {
+    QxSolarCall() { QxMarkLightStatement(); }
     bool operator()(QxVector3& L, const QxVector3& axis, float) const
     {
         L = axis;

@@ -373,6 +373,11 @@ public:
           m_eye(eye)
     {
     }
+    /// The same with other services, which must outlive it too.
+    QxShadingContext With(QxShaderSupport& support) const
+    {
+        return {&support, m_registry, m_spaces, m_eye};
+    }
     QxShaderSupport* ShaderSupport() const { return m_support; }
     const QxVector3* Eye() const { return &m_eye; }
     const QxFrame3D& Space(int number) const { return *m_spaces[number]; }

@@ -8,6 +8,7 @@
 
 #include "QxHostError.h"
 #include "fuzz/FuzzTarget.h"
+#include "host/QxByteCodeShader.h"
 #include "host/QxHost.h"
 #include "sqx/SqxDump.h"
 #include "sqx/SqxReader.h"
@@ -15,6 +16,7 @@
 namespace {
 
 constexpr std::size_t k_stepLimit = 3000;
+constexpr std::size_t k_memoryLimit = std::size_t{1} << 30;
 constexpr unsigned int k_lights = 2;
 
 /// Answers everything that a shader may ask, and keeps what it says to itself.
@@ -52,12 +54,15 @@ void Shade(QxShaderInstance& instance, unsigned int columns, unsigned int rows)
         static_cast<void>(instance.Get(parameter.name));
 }
 
-void Run(std::string_view text)
+void Run(std::string_view text, QxKernelChoice kernels)
 {
     try {
         QxHostSpaces spaces;
-        QxShaderInstance instance(QxShader::Read(text, "fuzz"), spaces);
+        QxShaderInstance instance(std::make_shared<const QxByteCodeShader>(
+                                      text, "fuzz", std::vector<std::string>(), kernels),
+                                  spaces);
         instance.SetStepLimit(k_stepLimit);
+        instance.SetMemoryLimit(k_memoryLimit);
         Shade(instance, 3, 2);
         Shade(instance, 1, 1);     // has a way of its own
         if (text.size() % 8 == 0)  // more than the machine handles at a time
@@ -77,6 +82,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     if (reader.Read(text) == !reader.Message().empty())
         FuzzFault("refused without a message, or read with one: " + reader.Message());
     static_cast<void>(SqxDump(reader.Shader()));
-    Run(text);
+    // Each set of kernels in turn, by the input, so that each input has its own again.
+    const bool baseline = size % 2 == 0 || !QxMachineProgram::HasAvx2();
+    Run(text, baseline ? QxKernelChoice::Baseline : QxKernelChoice::Avx2);
     return 0;
 }

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <dlfcn.h>
 #include <fstream>
+#include <malloc.h>
 #include <memory>
 #include <thread>
 
@@ -118,6 +119,16 @@ TEST_P(Host, RefusesValuesThatDoNotFit)
     EXPECT_NE(ErrorOf([&] { m_grid.Set("u", Numbers{1, 2}); }), "");
     EXPECT_NE(ErrorOf([&] { (void)m_grid.Values<float>("P"); }), "");
     EXPECT_NE(ErrorOf([] { QxHostGrid(0, 3); }), "");
+    // More than can be numbered, one way and both ways.
+    for (const unsigned int rows : {65537U, 4000000000U}) {
+        EXPECT_NE(ErrorOf([&] { QxHostGrid(65536, rows); }).find("is too large"),
+                  std::string::npos);
+        EXPECT_NE(ErrorOf([&] { m_grid.Resize(65536, rows); }), "");
+        QxHostPoints points = m_grid;
+        points.layout = {65536, rows};
+        EXPECT_NE(ErrorOf([&] { m_shader->Run(points, m_scene); }), "");
+    }
+    EXPECT_EQ(m_grid.Layout().rows, 2U);
 }
 
 TEST_F(HostFiles, RefusesFilesThatAreNoShaders)
@@ -183,7 +194,7 @@ TEST_F(HostFiles, StopsShadersWhenTheHostWantsTo)
                                               std::string(slow) + " } Oi = 1; }",
                                           "--int")),
             m_scene.Spaces());
-        QxHostGrid grid(200, 200);
+        QxHostGrid grid(700, 700);  // some milliseconds of work
         int asked = 0;
         shader.SetStopTest([&] { return ++asked == 2; });
         EXPECT_THROW(shader.Run(grid, m_scene), QxHostStopped) << slow;
@@ -292,6 +303,71 @@ TEST_P(Host, RunsLightsOfEveryKind)
     EXPECT_NEAR(lit.r, 11, 1e-4);
     EXPECT_NEAR(lit.g, 1, 1e-4);
     EXPECT_NEAR(lit.b, 2, 1e-4);
+}
+
+TEST_P(Host, KnowsAmbientLightsByTheirText)
+{
+    const struct {
+        const char* body;
+        bool ambient;
+    } cases[] = {
+        {"Cl = power;", true},
+        {"if (power > 2) illuminate (point \"shader\" (0, 0, 0)) Cl = each;", false},
+        {"solar (vector (0, 0, 1), 0) Cl = each;", false},
+    };
+    for (const auto& c : cases) {
+        QxHostScene scene;
+        QxShaderInstance light(
+            Open("test", "light test(float power = 1; varying float each = 1) { " +
+                             std::string(c.body) + " }"),
+            scene.Spaces());
+        light.SetForEachPoint("each", Numbers{1, 2, 3, 4});
+        scene.AddLight(light);
+        EXPECT_EQ(scene.LightCount(), c.ambient ? 0U : 1U) << c.body;
+    }
+}
+
+// Locals of a shared object are its own matter, and only the sanitizers and this see them.
+TEST_P(Host, LeavesNothingBehindAfterAnError)
+{
+    struct : QxHostScene {
+        QxRGBColor Texture(const QxTextureQuery&) override { throw std::runtime_error("no file"); }
+    } scene;
+    Load(R"(surface test(varying float a = 1) {
+                varying string told = format("%f", s); color c = texture("t", s, t);
+                if (a > s) Ci = c; Oi = c * noise(a * s); if (told == "z") Oi = 0; })");
+    QxHostGrid grid(64, 64);
+    const auto used = [] { return mallinfo2().uordblks + mallinfo2().hblkhd; };
+    std::size_t before = 0;
+    for (int run = 0; run < 20; ++run) {
+        EXPECT_THROW(m_shader->Run(grid, scene), std::runtime_error);
+        if (run == 9)
+            before = used();
+    }
+    EXPECT_LT(used(), before + 4096);
+}
+
+TEST_F(HostFiles, LimitsMemory)
+{
+    QxShaderInstance locals(
+        QxShader::Open(m_folder.Build("test",
+                                      "surface test() { float a[5000]; float i; for (i = 0; i < 9; "
+                                      "i += 1) a[i] = u; Ci = a[3]; }",
+                                      "--int")),
+        m_scene.Spaces());
+    QxShaderInstance parameters(
+        QxShader::Open(m_folder.Build(
+            "big", "surface big(varying float a[3] = {1, 2, 3}) { Ci = a[2]; Oi = 1; }", "--int")),
+        m_scene.Spaces());
+    for (QxShaderInstance* shader : {&locals, &parameters}) {
+        QxHostGrid grid(30, 30);
+        shader->SetMemoryLimit(10000);
+        EXPECT_NE(
+            ErrorOf([&] { shader->Run(grid, m_scene); }).find("than the limit of 10000 bytes"),
+            std::string::npos);
+        shader->SetMemoryLimit(100'000'000);
+        shader->Run(grid, m_scene);
+    }
 }
 
 TEST_P(Host, KeepsSpacesOfEachInstanceApart)
@@ -414,9 +490,31 @@ TEST_P(Host, RunsOnBuffersOfTheCaller)
     EXPECT_EQ(Ci[1], (QxRGBColor{1, 1, 1}));
     EXPECT_EQ(Oi[0], (QxRGBColor{0, 0, 5}));
 
-    m_shader->SetBuffer("gain", each);
-    EXPECT_EQ(ErrorOf([&] { m_shader->Run(points, m_scene); }),
-              "The buffer of parameter 'gain' holds 12 numbers, but the grid needs 2");
+    {
+        const std::unique_ptr<float[]> gone(new float[12]());
+        m_shader->SetBuffer("gain", {gone.get(), 12});
+        m_shader->SetBuffer("sum", {gone.get(), 1});
+        for (int run = 0; run < 2; ++run)
+            EXPECT_EQ(ErrorOf([&] { m_shader->Run(points, m_scene); }),
+                      "The buffer of parameter 'gain' holds 12 numbers, but the grid needs 2");
+        m_shader->SetBuffer("gain", {gone.get(), 2});
+        m_shader->Run(points, m_scene);
+        m_shader->Set("gain", 4);  // the last one counts
+        m_shader->ClearBuffer("sum");
+    }
+    EXPECT_EQ(m_shader->Get("sum").numbers.size(), 1U) << "nothing reads the buffer any more";
+    m_shader->Run(points, m_scene);
+    EXPECT_EQ(Ci[1], (QxRGBColor{4, 4, 4}));
+    EXPECT_EQ(m_shader->Get("sum").numbers, Numbers{2});
+    m_shader->SetBuffer("gain", gain);
+    m_shader->Run(points, m_scene);
+    EXPECT_EQ(Ci[1], (QxRGBColor{1, 1, 1}));
+    m_shader->Reset("gain");
+    m_shader->Run(points, m_scene);
+    EXPECT_EQ(Ci[1], (QxRGBColor{2, 2, 2}));
+    EXPECT_EQ(ErrorOf([&] { m_shader->SetBuffer("sum", gain); }),
+              "The buffer of parameter 'sum' holds 2 numbers, but 1 are needed");
+    EXPECT_NE(ErrorOf([&] { m_shader->SetBuffer("each", {each.data(), 9}); }), "");
     EXPECT_NE(ErrorOf([&] { m_shader->SetBuffer("t", sum); }), "");
 }
 

@@ -25,6 +25,13 @@ QxShaderInterface::QxType TypeOf(int code)
     return types[code];
 }
 
+/// `illuminate` and `solar` give a light a place or a direction.
+bool IsLightStatement(const SqxInstruction& instruction)
+{
+    const std::string_view primitive = instruction.layout->primitive;
+    return primitive.starts_with("ILLUMINATE") || primitive == "SOLAR";
+}
+
 SqxShader ReadWhole(std::string_view bytes, const std::string& name)
 {
     SqxReader reader;
@@ -64,6 +71,9 @@ QxMachineProgram::QxMachineProgram(const SqxShader& shader, std::string name,
     m_shadeopLibraries = shader.libraries;
     m_tracesRays = shader.usesRaytracing;
     m_modifiesP = shader.modifiesP;
+    m_isAmbient = m_type == QxShaderInterface::e_typeLight &&
+                  std::none_of(shader.main.instructions.begin(), shader.main.instructions.end(),
+                               IsLightStatement);
 
     auto code = std::make_unique<QxMachineCode>();
     code->isLight = m_type == QxShaderInterface::e_typeLight;

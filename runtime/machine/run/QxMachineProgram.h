@@ -59,6 +59,8 @@ public:
     }
     [[nodiscard]] bool TracesRays() const { return m_tracesRays; }
     [[nodiscard]] bool ModifiesP() const { return m_modifiesP; }
+    /// A light without `illuminate` and `solar`.
+    [[nodiscard]] bool IsAmbient() const { return m_isAmbient; }
     /// The default value of a parameter, by its position, is computed from shading data, and so for
     /// each grid anew. O(p) for p such parameters.
     [[nodiscard]] bool IsDefaultPerPoint(std::size_t parameter) const;
@@ -86,5 +88,6 @@ private:
     std::vector<std::string> m_shadeopLibraries;
     bool m_tracesRays = false;
     bool m_modifiesP = false;
+    bool m_isAmbient = false;
     std::unique_ptr<const QxMachineCode> m_code;
 };

@@ -17,9 +17,10 @@
 namespace {
 
 constexpr unsigned int k_strip = 256;
-// Instructions, counted for each point, until somebody is asked whether to go on: some microseconds
-// of the cheapest ones, some milliseconds of those that are not.
-constexpr std::size_t k_workBetweenTests = std::size_t{1} << 15;
+// Instructions, counted for each point, until the clock is looked at: some microseconds of the
+// cheapest ones, some milliseconds of those that are not.
+constexpr std::size_t k_workBetweenLooks = std::size_t{1} << 15;
+constexpr std::chrono::milliseconds k_timeBetweenTests{2};
 
 enum class Share { None, Some, All };
 
@@ -77,7 +78,7 @@ void QxMachineRun::Start(const QxGrid& grid, const QxShadingContext& context,
 {
     if (variables.size() != m_program.Parameters().size())
         throw QxHostError("Shader '" + m_program.Name() + "' has another number of parameters");
-    m_store.Start(grid.Size(), variables);
+    m_store.Start(grid.Size(), variables, m_memoryLimit);
     m_state.values = m_store.Values();
     m_state.grid = grid;
     m_state.context = &context;
@@ -212,10 +213,16 @@ void QxMachineRun::CountSteps(std::size_t steps)
 void QxMachineRun::CountWork(std::size_t work)
 {
     m_work += work;
-    if (m_work < k_workBetweenTests)
+    if (m_work < k_workBetweenLooks)
         return;
     m_work = 0;
-    if (m_stopTest && m_stopTest())
+    if (!m_stopTest)
+        return;
+    const auto now = std::chrono::steady_clock::now();
+    if (now - m_asked < k_timeBetweenTests)
+        return;
+    m_asked = now;
+    if (m_stopTest())
         throw QxHostStopped("Shader '" + m_program.Name() + "' was stopped");
 }
 

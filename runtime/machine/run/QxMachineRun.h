@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <vector>
@@ -12,7 +13,9 @@
 /// thread at a time; other threads have runs of their own of the same program.
 class QxMachineRun {
 public:
-    static constexpr std::size_t k_stepLimit = 10'000'000;  // of one evaluation, unless it is set
+    // Of one evaluation, unless they are set.
+    static constexpr std::size_t k_stepLimit = 10'000'000;
+    static constexpr std::size_t k_memoryLimit = std::size_t{1} << 32;
 
     /// The program must outlive the run.
     explicit QxMachineRun(const QxMachineProgram& program);
@@ -21,8 +24,10 @@ public:
     /// Steps are instructions that run again: those that a jump back has left behind, whatever the
     /// size of the grid.
     void SetStepLimit(std::size_t limit) { m_stepLimit = limit; }
-    /// An evaluation asks this now and then, by the work that it has done, in its own thread; and
-    /// throws `QxHostStopped` when it says so. Nobody is asked after an empty one.
+    /// An evaluation whose variables need more bytes than this throws `QxHostError`.
+    void SetMemoryLimit(std::size_t bytes) { m_memoryLimit = bytes; }
+    /// An evaluation asks this every few milliseconds, in its own thread, and throws
+    /// `QxHostStopped` when it says so. Nothing is asked after an empty one.
     void SetStopTest(std::function<bool()> test) { m_stopTest = std::move(test); }
 
     // Each of these throws `QxHostError`, and may be called again then. The variables are those
@@ -71,7 +76,9 @@ private:
     std::size_t m_stepLimit = k_stepLimit;
     std::size_t m_steps = 0;
     std::function<bool()> m_stopTest;
-    std::size_t m_work = 0;                           // since the test was asked
+    std::size_t m_memoryLimit = k_memoryLimit;
+    std::size_t m_work = 0;                           // since the clock was looked at
+    std::chrono::steady_clock::time_point m_asked;    // when the test was
     std::vector<LightLoop> m_loops;                   // innermost last
     std::vector<std::vector<QxStopAndBool>> m_masks;  // by depth of conditions
     std::vector<const QxStopAndBool*> m_outer;        // masks of the conditions that are open

@@ -29,7 +29,6 @@ constexpr std::size_t k_alignment = 64;
 constexpr std::size_t k_gap = 2 * k_alignment;
 // Floats of any element.
 constexpr std::size_t k_widest = 16;
-constexpr std::size_t k_highestBytes = std::size_t{1} << 34;
 
 std::size_t ElementBytes(QxStored stored)
 {
@@ -117,19 +116,37 @@ std::size_t QxMachineStore::BytesOf(const QxStorage& storage, std::size_t points
     return places * (storage.size * ElementBytes(storage.stored) + pointer) + k_gap;
 }
 
-void QxMachineStore::Start(std::size_t points, std::vector<QxVar>& variables)
+void QxMachineStore::Start(std::size_t points, std::vector<QxVar>& variables,
+                           std::size_t memoryLimit)
 {
     FreeTexts();
     if (points != m_points)
-        Allocate(points);
+        Allocate(points, memoryLimit);
     for (const std::uint32_t i : m_parameters)
         m_values[i] = m_homes[i] = variables[m_code.variables[i].number].Value();
     ResetReferences();
     Clear(m_arrays);
 }
 
-void QxMachineStore::Allocate(std::size_t points)
+/// In floating point, where no sum or product of hostile numbers goes round.
+void QxMachineStore::CheckMemory(std::size_t points, std::size_t memoryLimit) const
 {
+    double bytes = static_cast<double>(m_code.depth) * static_cast<double>(points) *
+                   sizeof(QxStopAndBool);  // masks
+    for (const QxStorage& storage : m_code.variables)
+        if (IsOwn(storage.kind))
+            bytes += static_cast<double>(storage.varying ? points : 1) * storage.size *
+                         static_cast<double>(ElementBytes(storage.stored)) +
+                     k_gap;
+    if (bytes > static_cast<double>(memoryLimit))
+        throw QxHostError("The variables of a grid of " + std::to_string(points) +
+                          " points need more memory than the limit of " +
+                          std::to_string(memoryLimit) + " bytes");
+}
+
+void QxMachineStore::Allocate(std::size_t points, std::size_t memoryLimit)
+{
+    CheckMemory(points, memoryLimit);
     m_points = 0;
     m_texts.clear();
     m_zeros.clear();
@@ -141,8 +158,7 @@ void QxMachineStore::Allocate(std::size_t points)
         bytes += IsOwn(storage.kind) ? padded(storage) : 0;
     bytes = std::max(bytes, k_alignment);
     m_block.reset();
-    if (bytes < k_highestBytes)
-        m_block.reset(static_cast<char*>(std::aligned_alloc(k_alignment, bytes)));
+    m_block.reset(static_cast<char*>(std::aligned_alloc(k_alignment, bytes)));
     if (!m_block)
         throw QxHostError("There is no memory for the variables of a grid of " +
                           std::to_string(points) + " points");

@@ -20,9 +20,9 @@ public:
     /// Makes ready for that many points. All texts are empty, arrays are zero, and no reference is
     /// bound; what else locals hold is left from the run before, see `Clear`. `variables`: of the
     /// instance, whose values are used where they stand, so they must neither move nor change their
-    /// length while code runs. Throws `QxHostError` if there is not enough memory; it may be called
-    /// again then.
-    void Start(std::size_t points, std::vector<QxVar>& variables);
+    /// length while code runs. Throws `QxHostError` if there is not enough memory, or more than
+    /// `memoryLimit` bytes would be needed; it may be called again then.
+    void Start(std::size_t points, std::vector<QxVar>& variables, std::size_t memoryLimit);
     /// Binds the predefined variables, behind `Start`. What the host did not set reads as zero.
     /// `eye` is copied; the arrays of `h` must last while code runs.
     void Bind(const QxHiddenVariables& h, const QxVector3& eye);
@@ -43,7 +43,8 @@ public:
     [[nodiscard]] void* Home(std::uint32_t variable) const { return m_homes[variable]; }
 
 private:
-    void Allocate(std::size_t points);
+    void Allocate(std::size_t points, std::size_t memoryLimit);
+    void CheckMemory(std::size_t points, std::size_t memoryLimit) const;
     void FreeTexts();
     void ResetReferences();
     [[nodiscard]] std::size_t BytesOf(const QxStorage& storage, std::size_t points) const;

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <exception>
+#include <utility>
+
+#include "QxShaderSupport.h"
+
+/// Passes the questions of a built shader on, and holds an error of an answer back until the shader
+/// has ended: it frees its locals at its end alone, which an exception would pass by.
+///
+/// After an error the shader gets neutral answers. One that keeps asking is left with the error all
+/// the same, since it may never end.
+class QxErrorHolder : public QxShaderSupport {
+public:
+    /// `answers` must outlive it.
+    explicit QxErrorHolder(QxShaderSupport& answers) : m_answers(answers) {}
+
+    /// Throws the error that was held back, if there is one. The shader has ended.
+    void Release()
+    {
+        if (m_error)
+            std::rethrow_exception(std::exchange(m_error, nullptr));
+    }
+
+    void EvaluateLights(const QxVector3* positions, unsigned int points, QxLightInput* lights,
+                        unsigned int count) override;
+    QxRGBColor Ambient(const QxVector3& position) override;
+    void AmbientOverGrid(const QxVector3* positions, unsigned int points,
+                         QxRGBColor* results) override;
+    QxRGBColor Texture(const QxTextureQuery& query) override;
+    QxRGBColor Environment(const QxPointsQuery& query) override;
+    QxRGBColor Shadow(const QxPointsQuery& query) override;
+    float RayHit(const QxRayQuery& query) override;
+    QxRGBColor Trace(const QxRayQuery& query, float& distance) override;
+    QxRGBColor Transmission(const QxRayQuery& query) override;
+    float Occlusion(const QxRayQuery& query, QxVector3& openDirection) override;
+    QxRGBColor IndirectDiffuse(const QxRayQuery& query, QxVector3& openDirection,
+                               float& occlusion) override;
+    bool IsShadowRay() override;
+    bool IsIndirectRay() override;
+    float RayLevel() override;
+    bool Message(QxMessage message, const char* texture, const char* name,
+                 const QxMessageValue& value) override;
+    float Depth(const QxVector3& position) override;
+    float Random() override;
+    void Print(const char* text) override;
+    void Report(const char* text) override;
+
+private:
+    template <class Result, class... Arguments>
+    Result Ask(Result (QxShaderSupport::*question)(Arguments...), Result neutral,
+               Arguments... arguments);
+    template <class... Arguments>
+    void Tell(void (QxShaderSupport::*question)(Arguments...), Arguments... arguments);
+    void Count();
+
+    QxShaderSupport& m_answers;
+    std::exception_ptr m_error;
+    unsigned long m_asked = 0;  // since then
+};
