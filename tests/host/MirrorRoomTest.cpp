@@ -1,0 +1,127 @@
+// A room of mirrors, shaded by following rays from inside answers, against what optics says: a ray
+// between mirrors is a straight line through mirrored copies of the room. No step of the reference
+// depends on the step before it.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "QxGeometry.h"
+#include "host/QxHost.h"
+#include "host/ShaderFolder.h"
+
+namespace {
+
+constexpr int k_levels = 10;
+constexpr float k_mirrored = 0.8F;  // share of the light
+constexpr QxVector3 k_room = {3, 2, 4};
+constexpr QxVector3 k_eye = {1.1F, 0.9F, 0.7F};
+
+// A wall glows in the color of the place. Points without an s follow no ray.
+constexpr const char* k_mirror = R"(
+surface mirror(float Kr = 0; vector room = 1)
+{
+    Oi = 1;
+    Ci = color(xcomp(P) / xcomp(room), ycomp(P) / ycomp(room), zcomp(P) / zcomp(room));
+    if (s > 0.5 && raylevel() < 10)
+        Ci += Kr * trace(P, reflect(normalize(I), N));
+}
+)";
+
+class MirrorRoom : public QxHostScene {
+public:
+    explicit MirrorRoom(const std::string& file) : m_mirror(QxShader::Open(file), Spaces())
+    {
+        m_mirror.Set("Kr", k_mirrored);
+        m_mirror.Set("room", k_room);
+    }
+
+    /// The wall that the ray meets from inside becomes the place of a point of the grid.
+    static void Place(QxHostGrid& grid, std::size_t point, const QxVector3& from,
+                      const QxVector3& along)
+    {
+        float distance = 1e9F;
+        QxVector3 N = {0, 0, 0};
+        for (int i = 0; i < 3; ++i) {
+            const float there = ((along[i] > 0 ? k_room[i] : 0) - from[i]) / along[i];
+            if (along[i] == 0 || there >= distance)
+                continue;
+            distance = there;
+            N = {0, 0, 0};
+            N[i] = along[i] > 0 ? -1.0F : 1.0F;
+        }
+        grid.Values<QxVector3>("P")[point] = from + along * distance;
+        grid.Values<QxVector3>("N")[point] = N;
+        grid.Values<QxVector3>("I")[point] = along * distance;
+        grid.Values<float>("s")[point] = 1;
+    }
+    void Shade(QxHostGrid& grid) { m_mirror.Run(grid, *this); }
+
+    /// The ray's hit is the last point of a grid, which at some levels is larger than those around
+    /// it.
+    QxRGBColor Trace(const QxRayQuery& query, float& /*distance*/) override
+    {
+        QxHostGrid grid(1 + static_cast<unsigned int>(RayLevel()) % 3 * 80, 1);
+        grid.Set("s", 0);
+        Place(grid, grid.Size() - 1, query.position, query.direction);
+        Shade(grid);
+        return grid.Values<QxRGBColor>("Ci")[grid.Size() - 1];
+    }
+
+private:
+    QxShaderInstance m_mirror;
+};
+
+/// The place in the room that a place in the row of its mirrored copies shows.
+double Fold(double x, double size)
+{
+    const double rest = std::fmod(std::abs(x), 2 * size);
+    return rest <= size ? rest : 2 * size - rest;
+}
+
+/// What a ray from the eye brings: light of the first walls that the straight line crosses.
+QxRGBColor Expected(const QxVector3& along)
+{
+    std::vector<double> crossings;
+    for (int i = 0; i < 3; ++i)
+        for (int wall = -40; wall <= 40 && along[i] != 0; ++wall)
+            crossings.push_back((static_cast<double>(k_room[i]) * wall - k_eye[i]) / along[i]);
+    std::erase_if(crossings, [](double distance) { return distance <= 0; });
+    std::sort(crossings.begin(), crossings.end());
+    QxRGBColor sum = {0, 0, 0};
+    for (int level = 0; level <= k_levels; ++level)
+        for (int i = 0; i < 3; ++i) {
+            const double x = k_eye[i] + crossings[level] * along[i];
+            sum[i] +=
+                static_cast<float>(std::pow(k_mirrored, level) * Fold(x, k_room[i]) / k_room[i]);
+        }
+    return sum;
+}
+
+}  // namespace
+
+TEST(HostRecursion, TenLevelsOfMirrorsShowWhatOpticsSays)
+{
+    constexpr unsigned int columns = 12;
+    constexpr unsigned int rows = 9;
+    const ShaderFolder folder;
+    for (const char* kind : {"--int", "--dso"}) {
+        MirrorRoom room(folder.Build("mirror", k_mirror, kind));
+        std::vector<QxVector3> directions;
+        QxHostGrid picture(columns, rows);
+        for (std::size_t i = 0; i < picture.Size(); ++i) {
+            const float x = static_cast<float>(i % columns) / columns - 0.52F;
+            const float y = static_cast<float>(i / columns) / rows - 0.47F;
+            directions.push_back(QxNormalize({x, y, 0.7F}));
+            MirrorRoom::Place(picture, i, k_eye, directions.back());
+        }
+        room.Shade(picture);
+        for (std::size_t i = 0; i < picture.Size(); ++i) {
+            const QxRGBColor expected = Expected(directions[i]);
+            const QxRGBColor seen = picture.Values<QxRGBColor>("Ci")[i];
+            for (int channel = 0; channel < 3; ++channel)
+                EXPECT_NEAR(seen[channel], expected[channel], 2e-4F) << kind << ", pixel " << i;
+        }
+    }
+}
