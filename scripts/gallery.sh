@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Makes docs/gallery.md of the first sentences and docs/images of the pictures of all examples.
+# Makes docs/gallery.md of the first sentences and docs/images of the pictures of all examples, those
+# of the scenes of examples/renderer too.
 # usage: gallery.sh         after a build of the release preset
 #        gallery.sh --page  prints the page alone
 set -euo pipefail
@@ -31,6 +32,19 @@ first_sentence() {
         sed -E 's#^/\*##; s#\*/.*##; s#  ?\* ?# #g; s# +# #g; s#^ ##; s#([.]) .*#\1#; s# $##'
 }
 
+# The scenes of the renderer in a table of a row: pictures, links, and the notes that they open with.
+print_scenes() {
+    local row scene name
+    for row in '![@](images/renderer-@.png)' --- '[`@`](../examples/renderer/scenes/@.txt)' note; do
+        for scene in examples/renderer/scenes/*.txt; do
+            name=$(basename "$scene" .txt)
+            [ "$row" != note ] || name=$(sed -n '1s/^# //p' "$scene")
+            printf '| %s ' "$(sed "s|@|$name|g; s|^note$|$name|" <<<"$row")"
+        done
+        echo '|'
+    done
+}
+
 print_page() {
     local kind source name
     cat <<'PAGE'
@@ -39,7 +53,13 @@ print_page() {
 Every example as `sqxshade` shades it: surfaces on a sphere, displacements, lights and volumes on
 and around plain plastic or a check, imagers over a finished picture. `scripts/gallery.sh` makes the
 pictures and this page of the sources in `examples/`.
+
+## Scenes
+
+The [small renderer](../examples/renderer/README.md) that embeds the host library makes these.
+
 PAGE
+    print_scenes
     for kind in "${kinds[@]}"; do
         printf '\n## %ss\n\n| | | |\n|---|---|---|\n' "${kind^}"
         for source in examples/*.sl; do
@@ -61,9 +81,29 @@ make_pictures() {
     done
 }
 
+# The renderer is built only where its libraries are; without it its pictures stay as they are.
+make_scenes() {
+    local folder scene map
+    if [ ! -x build/release/bin/renderer ]; then
+        echo "$0: examples/renderer is not built: its pictures stay as they are" >&2
+        return
+    fi
+    folder=$(mktemp -d)
+    build/release/bin/sqxmake -o "$folder" examples/renderer/shaders examples/ambientlight.sl
+    for map in sky relief; do
+        build/release/bin/sqxshade --size 1024x512 --samples 1 "$folder/$map.sqx" -o "$folder/$map.png"
+    done
+    for scene in examples/renderer/scenes/*.txt; do
+        build/release/bin/renderer "$scene" -s "$folder" \
+            -o "docs/images/renderer-$(basename "$scene" .txt).png"
+    done
+    rm -r "$folder"
+}
+
 if [ "${1-}" = --page ]; then
     print_page
 else
     make_pictures
+    make_scenes
     print_page >docs/gallery.md
 fi

@@ -32,6 +32,11 @@ is_present() {
     esac
 }
 
+# What the example of a renderer needs beyond that, 10 MB to fetch.
+renderer_needs='
+    header   embree3/rtcore.h libembree-dev
+'
+
 missing_packages() {
     local kind name package
     while read -r kind name package; do

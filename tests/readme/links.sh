@@ -11,7 +11,7 @@ fail() {
     failures=$((failures + 1))
 }
 
-pages=(README.md CONTRIBUTING.md docs/*.md {editors,examples,tests/*}/README.md)
+pages=(README.md CONTRIBUTING.md docs/*.md {editors,examples,examples/renderer,tests/*}/README.md)
 for page in "${pages[@]}"; do
     folder=$(dirname "$page")
     for target in $(grep -oE '\]\([^)#: ]+' "$page" | sed 's/^](//'); do

@@ -1,0 +1,8 @@
+/* Raises what lies above the sea. */
+displacement mountains(string map = ""; float sealevel = 0.5; float height = 0.4)
+{
+    float up = max(float texture(map, s, t) - sealevel, 0);
+
+    P += height * up * normalize(N);
+    N = calculatenormal(P);
+}
