@@ -62,13 +62,14 @@ done
 include=-Iinc\ luded
 
 make_is 0 "$include" "$library"
-says '51 shaders up to date'
+says '51 compiled, 0 up to date'
 [ "$(find "$output" -maxdepth 1 -name '*.sqx' | wc -l)" = 51 ] || fail 'Not all 51 shaders are there'
 [ -z "$(find "$library" -name '*.i' -o -name '*.sqx')" ] || fail 'Something was left beside the sources'
 remember
 
 make_is 0 "$include" "$library"
 compiled_are ''
+[ "$(cat messages)" = '0 compiled, 51 up to date' ] || fail 'More or less was said'
 
 sleep 0.01
 touch 'inc luded/weight.h'
@@ -88,9 +89,17 @@ touch "$library/plain41.sl"
 make_is 1 -k "$include" "$library"
 says "$library/plain40.sl:1: ERROR"
 says "Compilation of $library/plain40.sl aborted due to errors: 1 errors, 0 warnings."
-says '50 of 51 shaders compiled, 1 refused:'
+says 'sqxmake: 1 compiled, 49 up to date, 1 refused:'
+! grep -qE 'ninja|FAILED|--step' messages || fail 'Words of ninja are shown'
 [ ! -e "$output/plain40.sqx" ] || fail 'The refused shader left an output'
 compiled_are plain41
+# Unchanged, its reports are not repeated; without -k others may not be tried.
+make_is 1 "$include" "$library"
+[ "$(cat messages)" = "sqxmake: 0 compiled, 50 up to date, 1 refused:
+  $library/plain40.sl (as before)" ] || fail 'A refusal is repeated'
+touch "$library/plain40.sl"
+make_is 1 -k "$include" "$library"
+says "$library/plain40.sl:1: ERROR"
 echo 'surface plain40() { Ci = 1; }' >"$library/plain40.sl"
 make_is 0 "$include" "$library"
 compiled_are plain40
@@ -205,9 +214,29 @@ make_is 0 "$examples/rows"
 make_is 0 --dso "$examples/dso"
 
 # What cannot be built.
-echo 'surface plain10() { Ci = 2; }' >double.sl
-make_is 1 "$include" "$library/plain10.sl" double.sl
-says "both make 'plain10.sqx'"
+mkdir -p tree/deep
+echo '#define UNUSED surface plain99(
+/* surface other( */ surface oak() { Ci = "}"; }' >tree/deep/double.sl
+echo 'surface oak() { Ci = 2; }' >tree/double.sl
+echo 'surface single() { Ci = 2; }' >tree/single.sl
+make_is 1 tree
+says "sqxmake: 2 sources make 'oak.sqx':"
+says 'Nothing was built'
+[ ! -e "$output/single.sqx" ] || fail 'Something was built though names are in conflict'
+make_is 1 -k tree
+says 'sqxmake: 1 compiled, 0 up to date, 2 left out'
+sed -i 's/"}"/1/' tree/deep/double.sl
+make_is 0 --tree tree
+says '3 compiled, 0 up to date'
+[ -s "$output/deep/oak.sqx" ] && [ -s "$output/oak.sqx" ] || fail 'The tree is not mirrored'
+make_is 0 --tree tree
+says '0 compiled, 3 up to date'
+# What the text alone does not show is noticed when it has been compiled.
+echo '#define MY_NAME hidden
+surface MY_NAME() { Ci = 1; }' >hidden1.sl
+cp hidden1.sl hidden2.sl
+make_is 1 -k hidden1.sl hidden2.sl
+says "both make 'hidden.sqx'"
 printf '#include "cycle.h"\n' >cycle.h
 printf '#include "cycle.h"\nsurface cyclic() { Ci = 1; }\n' >cyclic.sl
 make_is 1 cyclic.sl

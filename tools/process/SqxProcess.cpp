@@ -10,6 +10,8 @@
 
 #include "process/SqxProcess.h"
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
@@ -24,7 +26,7 @@ namespace {
 constexpr int k_notStarted = 127;
 
 /// In the child: never returns. Everything that allocates was done before the fork.
-[[noreturn]] void Become(const SqxCommand& command, char* const* words)
+[[noreturn]] void Become(const SqxCommand& command, char* const* words, int output)
 {
     // What this program does with signals is no matter of the other.
     sigset_t none;
@@ -36,15 +38,34 @@ constexpr int k_notStarted = 127;
     for (const auto& [name, value] : command.variables)
         if (setenv(name.c_str(), value.c_str(), 1) != 0)
             _exit(k_notStarted);
-    if (!command.output.empty()) {
-        const int file = open(command.output.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-        if (file < 0 || dup2(file, STDOUT_FILENO) < 0 || dup2(file, STDERR_FILENO) < 0)
-            _exit(k_notStarted);
-    }
+    if (!command.output.empty())
+        output = open(command.output.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    if ((!command.output.empty() || command.onLine) &&
+        (output < 0 || dup2(output, STDOUT_FILENO) < 0 || dup2(output, STDERR_FILENO) < 0))
+        _exit(k_notStarted);
     if (!command.folder.empty() && chdir(command.folder.c_str()) != 0)
         _exit(k_notStarted);
     execvp(words[0], words);
     _exit(k_notStarted);
+}
+
+/// Hands on what comes through the pipe until nothing has it open for writing.
+void ReadLines(int pipe, const std::function<void(const std::string&)>& onLine)
+{
+    std::string text;
+    std::array<char, 4096> piece;
+    for (ssize_t count = 0; (count = read(pipe, piece.data(), piece.size())) != 0;) {
+        if (count < 0 && errno != EINTR)
+            break;
+        text.append(piece.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+        std::size_t start = 0;
+        for (std::size_t end = 0; (end = text.find('\n', start)) != std::string::npos;
+             start = end + 1)
+            onLine(text.substr(start, end - start));
+        text.erase(0, start);
+    }
+    if (!text.empty())
+        onLine(text);
 }
 
 /// Waits for the child's end, or for the time to end it with its process group.
@@ -83,9 +104,18 @@ int SqxRunCommand(const SqxCommand& command)
         words.push_back(const_cast<char*>(word.c_str()));
     words.push_back(nullptr);
 
+    std::array<int, 2> pipe = {-1, -1};
+    if (command.onLine && pipe2(pipe.data(), O_CLOEXEC) != 0)
+        return k_notStarted;
     const pid_t child = fork();
     if (child == 0)
-        Become(command, words.data());
+        Become(command, words.data(), pipe[1]);
+    if (command.onLine) {
+        close(pipe[1]);
+        if (child > 0)
+            ReadLines(pipe[0], command.onLine);
+        close(pipe[0]);
+    }
     return child < 0 ? k_notStarted : StatusOf(child, command.isOver);
 }
 

@@ -12,6 +12,8 @@ struct SqxCommand {
     std::filesystem::path folder;    // to run in; empty: this one
     std::filesystem::path output;    // file for all that it prints; empty: where ours goes
     std::vector<std::pair<std::string, std::string>> variables;  // beside those of our environment
+    /// Gets each line of what the program prints on both streams, in place of `output`.
+    std::function<void(const std::string& line)> onLine = nullptr;
     /// Looked at every millisecond, if it is there: the program, with all that it started, is ended
     /// once the answer is true.
     std::function<bool()> isOver = nullptr;

@@ -11,6 +11,7 @@
 
 #include "sqxmake/SqxCompileStep.h"
 
+#include <cstdlib>
 #include <iostream>
 #include <system_error>
 
@@ -35,18 +36,34 @@ public:
 
     [[nodiscard]] int Run()
     {
+        if (IsMember() && m_state.IsStopped())
+            return EndWithoutStamp();
         Prepare();
         m_compile.WriteDependencies(m_options.stamp.string() + ".d", m_options.stamp.string());
         const int status = m_compile.Run();
-        std::cerr << m_compile.Messages() << std::flush;
-        const bool taken = status == 0 && TakeOutput();
-        if (!taken)
-            Refuse();
+        std::string reports = m_compile.Messages();
+        const bool taken = status == 0 && TakeOutput(reports);
         fs::remove_all(m_work);
-        return taken ? 0 : 1;
+        if (!taken)
+            return Refuse(reports);
+        std::cerr << reports << std::flush;
+        fs::remove(m_state.FailureOf(m_id));
+        return 0;
     }
 
 private:
+    /// A build of this program's own runs the step. It learns from the state what was refused:
+    /// ninja, which would print its command, is not to see a failure.
+    [[nodiscard]] static bool IsMember() { return std::getenv(k_sqxMakeMember) != nullptr; }
+
+    /// Without a stamp ninja runs the step again the next time.
+    [[nodiscard]] int EndWithoutStamp() const
+    {
+        SqxWriteText(m_options.stamp.string() + ".d",
+                     SqxMakeWord(m_options.stamp.string()) + ":\n");
+        return 0;
+    }
+
     void Prepare() const
     {
         m_state.Create();
@@ -58,24 +75,25 @@ private:
             fs::create_directory(m_work, failed);
         if (failed)
             throw SqxMakeError("Cannot work in '" + m_work.string() + "': " + failed.message());
-        fs::remove(m_state.FailureOf(m_id));
     }
 
-    /// False after a report.
-    [[nodiscard]] bool TakeOutput() const
+    /// False if another source has the output, which is added to the reports.
+    [[nodiscard]] bool TakeOutput(std::string& reports) const
     {
         const fs::path compiled = m_compile.Output();
-        const std::string name = compiled.filename().string();
+        const std::string name =
+            (m_options.below / compiled.filename()).lexically_normal().string();
         const std::string source = fs::absolute(m_source).lexically_normal().string();
         if (const auto owner = m_state.Claim(name, source)) {
-            std::cerr << "sqxmake: '" << m_source.string() << "' and '" << *owner << "' both make '"
-                      << name << "'\n";
+            reports += "sqxmake: '" + m_source.string() + "' and '" + *owner + "' both make '" +
+                       name + "'\n";
             return false;
         }
         const auto known = SqxMakeState::ReadStamp(m_options.stamp);
         if (known && known->output != name)
             m_state.Discard(m_options.stamp, m_options.outputFolder);
         const fs::path target = m_options.outputFolder / name;
+        fs::create_directories(target.parent_path());
         const auto before = SqxReadText(target);
         if (!before || *before != SqxReadText(compiled)) {
             std::error_code failed;
@@ -88,10 +106,24 @@ private:
         return true;
     }
 
-    void Refuse() const
+    /// In a build, the same reports on an unchanged source are not repeated.
+    [[nodiscard]] int Refuse(const std::string& reports) const
     {
         m_state.Discard(m_options.stamp, m_options.outputFolder);
-        SqxWriteText(m_state.FailureOf(m_id), m_source.string() + "\n");
+        const fs::path failure = m_state.FailureOf(m_id);
+        std::error_code isGone;
+        const bool isKnown =
+            SqxReadText(failure) == reports &&
+            fs::last_write_time(failure, isGone) > fs::last_write_time(m_source, isGone);
+        if (!isKnown)
+            SqxWriteText(failure, reports);
+        if (!isKnown || !IsMember())
+            std::cerr << reports << std::flush;
+        if (!IsMember())
+            return 1;
+        if (std::getenv(k_sqxMakeMember) == k_sqxMakeStops)
+            m_state.Stop();
+        return EndWithoutStamp();
     }
 
     const SqxMakeOptions& m_options;

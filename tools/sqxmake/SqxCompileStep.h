@@ -1,6 +1,14 @@
 #pragma once
 
+#include <string_view>
+
 #include "sqxmake/SqxMakeOptions.h"
+
+/// The variable of the environment by which `sqxmake` tells its steps that they are its own. A
+/// refused source is then no failure; with the value `k_sqxMakeStops` it stops the steps that
+/// follow.
+inline constexpr const char* k_sqxMakeMember = "SQXMAKE_MEMBER";
+inline constexpr std::string_view k_sqxMakeStops = "stop";
 
 /// Compiles one source, whether it changed or not, for a build system that decides that.
 ///

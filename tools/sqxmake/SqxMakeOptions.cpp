@@ -16,7 +16,8 @@ constexpr int k_maxJobs = 1024;
 // clang-format off
 constexpr std::string_view k_description[] = {
     "Compiles shaders: those named, and all '.sl' files in the folders named and below them. Only what changed since the last time is compiled: a source, a file that it includes, a shadeop library that it calls into, one of either that is new and comes first, the options, or the compiler itself. Each '.sqx' file is named for its shader and stands in the output folder.",
-    "Sources are compiled side by side; the messages of each are printed together. A source that is refused leaves no '.sqx' file behind, not even its earlier one.",
+    "Sources are compiled side by side; the messages of each are printed together. A source that is refused leaves no '.sqx' file, not even its earlier one. Its reports come again only when they or the source have changed.",
+    "Shaders of one name would overwrite each other. That is reported before anything is built; '--tree' keeps them apart.",
     "The work is done by ninja, which must be installed. What is known from one run to the next stands in the folder '.sqxmake' of the output folder, which may be removed at any time.",
 };
 
@@ -24,7 +25,8 @@ constexpr std::string_view k_description[] = {
 constexpr SqxOption k_options[] = {
     {"-o",                     "DIR",    "folder for the compiled shaders, made if it is missing; the default is the working directory"},
     {"-j",                     "N",      "compiles N shaders at a time"},
-    {"-k",                     "",       "goes on behind faults"},
+    {"-k",                     "",       "goes on after faults"},
+    {"--tree",                 "",       "mirrors the folders of the sources in the output folder, so that shaders of one name do not meet"},
     {"--dso",                  "",       "builds shared objects in place of byte-code"},
     {"-O0, -O1, -O2, -O3",     "",       "level of optimization"},
     {"-w0, -w1, -w2",          "",       "level of warnings"},
@@ -92,6 +94,8 @@ void ReadOption(SqxOptionWords& words, SqxMakeOptions& options)
         options.help = true;
     else if (words.Is("-k"))
         options.keepGoing = true;
+    else if (words.Is("--tree"))
+        options.tree = true;
     else if (IsCompilerOption(words.Word()))
         options.compilerOptions.push_back(words.Word());
     else if (const auto stamp = words.Value("--step", "a file for the stamp")) {
@@ -99,6 +103,8 @@ void ReadOption(SqxOptionWords& words, SqxMakeOptions& options)
         options.stamp = *stamp;
     } else if (const auto state = words.Value("--state", "a folder"))
         options.stateFolder = *state;
+    else if (const auto below = words.Value("--below", "a folder"))
+        options.below = *below;
     else if (const auto jobs = words.Value("-j", "a number"))
         options.jobs = ReadJobs(*jobs);
     else if (const auto output = words.Value("-o", "a folder"))

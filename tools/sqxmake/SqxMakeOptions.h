@@ -22,12 +22,14 @@ struct SqxMakeOptions {
     std::filesystem::path outputFolder = ".";
     int jobs = 0;            // compiled at a time; 0: as many as ninja thinks good
     bool keepGoing = false;  // behind faults
+    bool tree = false;       // outputs stand in folders as their sources do
     bool help = false;
 
     // One step of a build, see `SqxCompileStep`: ninja, or another build system, asks for it.
     bool step = false;
     std::filesystem::path stamp;
     std::filesystem::path stateFolder;
+    std::filesystem::path below;  // folder of the output folder for this shader
 };
 
 /// How the program presents itself.

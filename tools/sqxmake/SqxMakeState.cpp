@@ -3,7 +3,7 @@
 //
 //     stamps/ID      source and output of the last good compile; ninja compares its time
 //     owners/OUTPUT  which source made it, so that two shaders of one name are noticed
-//     failed/ID      the source was refused
+//     failed/ID      what the compiler reported when it last refused the source
 //     searched/ID    where what it took was looked for before it was found
 //     work/ID        where it is compiled
 //
@@ -29,6 +29,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* k_folders[] = {"stamps", "owners", "failed", "searched", "work"};
+
+constexpr const char* k_stopped = "stopped";
 
 /// FNV-1a with 64 bits, as hexadecimal digits.
 [[nodiscard]] std::string HashOf(std::string_view text)
@@ -137,6 +139,8 @@ std::optional<std::string> SqxMakeState::Claim(const std::string& output,
                                                const std::string& source) const
 {
     const fs::path path = m_folder / "owners" / output;
+    std::error_code exists;
+    fs::create_directories(path.parent_path(), exists);
     if (MakeNewFile(path, source))
         return std::nullopt;
     const std::optional<std::string> owner = SqxReadText(path);
@@ -145,6 +149,23 @@ std::optional<std::string> SqxMakeState::Claim(const std::string& output,
         return owner;
     SqxWriteText(path, source);
     return std::nullopt;
+}
+
+void SqxMakeState::Stop() const
+{
+    SqxWriteText(m_folder / k_stopped, "");
+}
+
+void SqxMakeState::Resume() const
+{
+    std::error_code ignored;
+    fs::remove(m_folder / k_stopped, ignored);
+}
+
+bool SqxMakeState::IsStopped() const
+{
+    std::error_code ignored;
+    return fs::exists(m_folder / k_stopped, ignored);
 }
 
 void SqxMakeState::Discard(const fs::path& stamp, const fs::path& outputFolder) const

@@ -7,13 +7,13 @@
 /// What builds know from one run to the next, in a folder of its own:
 /// `stamps/ID` for each source that is compiled (its path, and the name of its output),
 /// `owners/SHADER.sqx` for each output (the path of its source), `failed/ID` for each source that
-/// the last run refused, `searched/ID` for where the last good compile of a source looked in vain,
-/// and `work/ID` while a source is being compiled.
+/// was refused the last time it was compiled (the reports), `searched/ID` for where the last good
+/// compile of a source looked in vain, and `work/ID` while a source is being compiled.
 class SqxMakeState {
 public:
     struct Stamp {
         std::string source;
-        std::string output;  // a file name, in the output folder
+        std::string output;  // a path, in the output folder
     };
 
     /// Looks at nothing yet.
@@ -38,10 +38,15 @@ public:
     static void WriteStamp(const std::filesystem::path& path, const Stamp& stamp);
 
     /// Makes `source` the owner of the output. Gives another source that owns it already and is
-    /// still there, or nothing. Of two that claim it at a time one gets it. `output`: a file name;
-    /// `source`: an absolute path. Throws `SqxMakeError`.
+    /// still there, or nothing. Of two that claim it at a time one gets it. `output`: as in a
+    /// stamp; `source`: an absolute path. Throws `SqxMakeError`.
     [[nodiscard]] std::optional<std::string> Claim(const std::string& output,
                                                    const std::string& source) const;
+    /// Steps that begin after `Stop` do nothing, until `Resume`. Throws `SqxMakeError`.
+    void Stop() const;
+    void Resume() const;
+    [[nodiscard]] bool IsStopped() const;
+
     /// Forgets the stamp, and removes the output that it tells of, unless that is another source's
     /// by now. What is not there any more is no fault.
     void Discard(const std::filesystem::path& stamp,

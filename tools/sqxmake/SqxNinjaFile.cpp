@@ -60,7 +60,7 @@ namespace fs = std::filesystem;
 
 }  // namespace
 
-std::string SqxNinjaFile(const SqxMakeOptions& options, const std::vector<fs::path>& sources,
+std::string SqxNinjaFile(const SqxMakeOptions& options, const std::vector<SqxSource>& sources,
                          const SqxMakeState& state, const SqxMakePrograms& programs)
 {
     const std::string step = SqxShellWord(programs.make.string()) + " --state " +
@@ -73,7 +73,8 @@ std::string SqxNinjaFile(const SqxMakeOptions& options, const std::vector<fs::pa
                        "\n"
                        "rule compile\n"
                        "  command = " +
-                       NinjaText(step) + " --step $out " + NinjaText(compilerOptions) +
+                       NinjaText(step) + (options.tree ? " --below $below" : "") + " --step $out " +
+                       NinjaText(compilerOptions) +
                        " -- $in\n"
                        "  description = $in\n"
                        "  depfile = $out.d\n"
@@ -83,8 +84,11 @@ std::string SqxNinjaFile(const SqxMakeOptions& options, const std::vector<fs::pa
                        NinjaText(EnvironmentText()) + "\n";
     const std::string tools =
         " | " + NinjaPath(programs.compiler) + " " + NinjaPath(programs.make) + "\n";
-    for (const fs::path& source : sources)
-        text += "build " + NinjaPath(state.StampOf(SqxMakeState::IdOf(source))) + ": compile " +
-                NinjaPath(source) + tools;
+    for (const SqxSource& source : sources) {
+        text += "build " + NinjaPath(state.StampOf(SqxMakeState::IdOf(source.path))) +
+                ": compile " + NinjaPath(source.path) + tools;
+        if (options.tree)
+            text += "  below = " + NinjaText(SqxShellWord(source.folder.string())) + "\n";
+    }
     return text;
 }

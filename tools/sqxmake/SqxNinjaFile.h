@@ -6,6 +6,7 @@
 
 #include "sqxmake/SqxMakeOptions.h"
 #include "sqxmake/SqxMakeState.h"
+#include "sqxmake/SqxSourceList.h"
 
 /// The programs that a build runs, as absolute paths. Shaders are compiled anew when one changes.
 struct SqxMakePrograms {
@@ -17,5 +18,5 @@ struct SqxMakePrograms {
 /// beside their source, options and variables of the environment, stands in the command's text, so
 /// that a change of it counts as a change. Same sources, same text: the order is theirs.
 [[nodiscard]] std::string SqxNinjaFile(const SqxMakeOptions& options,
-                                       const std::vector<std::filesystem::path>& sources,
+                                       const std::vector<SqxSource>& sources,
                                        const SqxMakeState& state, const SqxMakePrograms& programs);

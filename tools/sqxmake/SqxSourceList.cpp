@@ -6,7 +6,7 @@
 
 #include "sqxmake/SqxSourceList.h"
 
-#include <set>
+#include <map>
 #include <system_error>
 
 #include "sqxmake/SqxMakeOptions.h"
@@ -19,18 +19,19 @@ constexpr const char* k_extension = ".sl";
 
 class Sources {
 public:
-    void AddFile(const fs::path& path)
+    /// `root`: the folder that was named, empty for a file that was.
+    void AddFile(const fs::path& path, const fs::path& root)
     {
         if (path.extension() != k_extension)
             throw SqxMakeError("'" + path.string() + "' does not end with '.sl'");
         if (path.string().find('\n') != std::string::npos)
             throw SqxMakeError("A name with a line break cannot be built: '" + path.string() + "'");
-        m_paths.insert(path.lexically_normal());
+        m_folders.emplace(path.lexically_normal(), FolderBelow(path.lexically_normal(), root));
     }
 
     void AddFolder(const fs::path& folder)
     {
-        const std::size_t before = m_paths.size();
+        bool isEmpty = true;
         std::error_code failed;
         fs::recursive_directory_iterator entry(folder, failed);
         for (; !failed && entry != fs::recursive_directory_iterator(); entry.increment(failed)) {
@@ -39,25 +40,42 @@ public:
                 if (isFolder)
                     entry.disable_recursion_pending();
             } else if (!isFolder && entry->path().extension() == k_extension) {
-                AddFile(entry->path());
+                AddFile(entry->path(), folder);
+                isEmpty = false;
             }
         }
         if (failed)
             throw SqxMakeError("Folder '" + folder.string() +
                                "' cannot be read: " + failed.message());
-        if (m_paths.size() == before)
+        if (isEmpty)
             throw SqxMakeError("There are no shaders in '" + folder.string() + "'");
     }
 
-    [[nodiscard]] std::vector<fs::path> Take() const { return {m_paths.begin(), m_paths.end()}; }
+    [[nodiscard]] std::vector<SqxSource> All() const
+    {
+        std::vector<SqxSource> sources;
+        for (const auto& [path, folder] : m_folders)
+            sources.push_back({path, folder});
+        return sources;
+    }
 
 private:
-    std::set<fs::path> m_paths;
+    /// A path that leads out of the working directory has no folder that could be mirrored.
+    [[nodiscard]] static fs::path FolderBelow(const fs::path& path, const fs::path& root)
+    {
+        const fs::path folder = path.parent_path();
+        if (root.empty())
+            return folder.is_absolute() || folder.string().starts_with("..") ? "." : folder;
+        const fs::path below = folder.lexically_relative((root / "").lexically_normal());
+        return below;
+    }
+
+    std::map<fs::path, fs::path> m_folders;  // by path
 };
 
 }  // namespace
 
-std::vector<fs::path> SqxListSources(const std::vector<std::string>& inputs)
+std::vector<SqxSource> SqxListSources(const std::vector<std::string>& inputs)
 {
     Sources sources;
     for (const std::string& input : inputs) {
@@ -67,7 +85,7 @@ std::vector<fs::path> SqxListSources(const std::vector<std::string>& inputs)
         if (fs::is_directory(input, failed))
             sources.AddFolder(input);
         else
-            sources.AddFile(input);
+            sources.AddFile(input, "");
     }
-    return sources.Take();
+    return sources.All();
 }
