@@ -120,7 +120,10 @@ TEST_F(SqxViewServerTest, TakesFormsOfBoundedSize)
         << "As browsers send it";
     EXPECT_NE(WaitForWhole().find("Kd=1\""), std::string::npos);
     EXPECT_EQ(StatusOfChange("size=8x8", {}, "text/plain"), 403);
-    EXPECT_EQ(StatusOfChange("param.0.Kd=" + std::string(9000, '1')), 413);
+    const httplib::Result tooLong = m_client->Post(
+        "/change", "param.0.Kd=" + std::string(50'000, '1'), "application/x-www-form-urlencoded");
+    EXPECT_TRUE(tooLong && tooLong->status == 413 &&
+                tooLong->body == R"({"fault":"A change may have at most 49152 bytes"})");
     EXPECT_EQ(StatusOfChange("size=8x8", {{"Transfer-Encoding", "chunked"}}), 403);
 }
 
@@ -221,6 +224,21 @@ TEST_F(SqxViewServerTest, EndsRequestsWithoutEnd)
     }
     EXPECT_LT(pieces, 1000);
     EXPECT_EQ(StatusOf("/"), 200);
+}
+
+TEST_F(SqxViewServerTest, IsNotHeldOffByConnectionsWithoutARequest)
+{
+    std::vector<std::unique_ptr<RawConnection>> connections;
+    for (int i = 0; i < 200; ++i) {
+        connections.push_back(std::make_unique<RawConnection>(m_server->Port()));
+        EXPECT_TRUE(i % 2 == 0 || connections.back()->Send("GET / HTTP/1.1\r\nHost: "));
+    }
+    EXPECT_EQ(StatusOf("/"), 200);
+}
+
+TEST_F(SqxViewServerTest, HasItsPortAlone)
+{
+    EXPECT_THROW(SqxViewServer(*m_session, m_server->Port()), std::runtime_error);
 }
 
 }  // namespace

@@ -56,6 +56,8 @@ TEST_F(SqxViewSessionTest, ShowsTheReportAndKeepsTheLastPicture)
     m_folder.Write("a.sl", "surface flat() { Ci = 1; Oi = 1; }\n");
     NextPicture(good);
     EXPECT_TRUE(Holds(WaitForWhole(), R"("isRefused":false,"report":"")"));
+    std::filesystem::remove("a.sl");
+    WaitFor("File 'a.sl' doesn't seem to exist.");
 }
 
 TEST_F(SqxViewSessionTest, SeesAMissingHeaderCome)
@@ -209,11 +211,17 @@ TEST_F(SqxViewSessionTest, TellsWhyShadersDoNotGoTogether)
     WaitFor("There are two shaders of the kind 'surface'");
 }
 
-TEST_F(SqxViewSessionTest, ShowsWhatShadersPrint)
+TEST_F(SqxViewSessionTest, ShowsWhatShadersPrintUntilTheNextPicture)
 {
-    m_folder.Write("a.sl", "surface a() { printf(\"u is %f\\n\", 0.5); Ci = 1; Oi = 1; }\n");
-    View({"a.sl"});
+    m_folder.Write("a.sl", "surface a(float rise = 1) { printf(\"u is %f\\n\", 0.5);"
+                           "float x = 0; while (x < 1) x += rise; Ci = 1; Oi = 1; }\n");
+    View({"a.sl", "--time-limit", "3600"});
     EXPECT_TRUE(Holds(WaitForWhole(), "\"notes\":\"u is 0.5"));
+    m_session->Change({{"param.0.rise", "0"}});
+    EXPECT_TRUE(
+        Holds(m_session->State(0, {}), R"("isWhole":false,"isShown":false,"fault":"","notes":"")"));
+    m_session->Change({{"param.0.rise", "1"}});
+    WaitForWhole();
 }
 
 TEST_F(SqxViewSessionTest, CountsTheCodeOfAllLevels)

@@ -144,6 +144,19 @@ class PageTest(unittest.TestCase):
         self.browser.run("document.querySelector(\"input[aria-label='Samples']\").select()")
         self.browser.type("input[aria-label='Samples']", "99")
         self.wait_for_text("#refusal", "The number of samples must be from 1 to 16, but is '99'")
+        self.browser.run("""
+            const field = document.querySelector("input[aria-label='mode']");
+            field.value = "x".repeat(50000);
+            field.dispatchEvent(new Event("input"));""")
+        self.wait_for_text("#refusal", "The value is too long")
+
+    def test_nothing_is_cut_off_on_a_narrow_screen(self):
+        for width in (400, 1280):
+            self.browser.command("Emulation.setDeviceMetricsOverride",
+                                 {"width": width, "height": 900, "deviceScaleFactor": 1, "mobile": False})
+            self.assertEqual(self.browser.run("""
+                return [...document.querySelectorAll("#values *")].filter((e) =>
+                    e.getBoundingClientRect().right > innerWidth).map((e) => e.outerHTML)"""), [])
 
     def test_faults_stay_beside_the_last_picture(self):
         good = self.wait_for_picture()

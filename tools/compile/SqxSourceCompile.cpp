@@ -188,13 +188,16 @@ SqxSearchedPlaces SqxSourceCompile::PlacesSearched() const
     return places;
 }
 
-/// The closing line of a refusal names the input, which is our link.
+/// The input is our link, and the closing line of a refusal cuts its path.
 std::string SqxSourceCompile::Messages() const
 {
     const std::string head = "Compilation of ";
+    const std::string link = (m_work / k_link).string();
     std::ifstream file(m_work / k_messages);
     std::string messages;
     for (std::string line; std::getline(file, line);) {
+        for (std::size_t at = line.find(link); at != std::string::npos; at = line.find(link, at))
+            line.replace(at, link.size(), m_source.string());
         const std::size_t tail = line.find(" aborted due to errors: ");
         const bool isClosing = line.starts_with(head) && tail != std::string::npos;
         messages += (isClosing ? head + m_source.string() + line.substr(tail) : line) + '\n';

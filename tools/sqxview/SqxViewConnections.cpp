@@ -6,11 +6,14 @@
 
 #include "sqxview/SqxViewConnections.h"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <condition_variable>
 #include <filesystem>
 #include <mutex>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 // The C library's own <netinet/tcp.h> does not know of the count of bytes.
@@ -45,6 +48,16 @@ std::size_t BytesReceived(int file)
     return static_cast<std::size_t>(info.tcpi_bytes_received);
 }
 
+/// The whole headers of a request are there, and none of the server's threads has got to them yet.
+bool HasUnreadRequest(int file)
+{
+    std::array<char, 16384> bytes;
+    const ssize_t count = recv(file, bytes.data(), bytes.size(), MSG_PEEK | MSG_DONTWAIT);
+    return count > 0 &&
+           std::string_view(bytes.data(), static_cast<std::size_t>(count)).find("\r\n\r\n") !=
+               std::string_view::npos;
+}
+
 /// Whoever reads from it, or writes to it from the other end, is told at once: nothing lingers.
 void End(int file)
 {
@@ -75,20 +88,32 @@ SqxViewConnections::SqxViewConnections(int port, std::chrono::milliseconds longe
 {
 }
 
+void SqxViewConnections::HasRequest(int port)
+{
+    const std::lock_guard lock(m_mutex);
+    m_requests.insert(port);
+}
+
 void SqxViewConnections::Work(const std::stop_token& end)
 {
     std::mutex mutex;
     std::condition_variable_any never;
     std::unique_lock lock(mutex);
     while (!never.wait_for(lock, end, k_lookStep, [&end] { return end.stop_requested(); })) {
-        std::map<Key, Clock::time_point> seen;
+        std::map<Key, Since> seen;
+        const std::lock_guard requestsLock(m_mutex);
         for (const int file : OpenFiles())
             LookAt(file, seen);
         m_seen = std::move(seen);
+        std::erase_if(m_requests, [this](int request) {
+            return std::none_of(m_seen.begin(), m_seen.end(), [request](const auto& connection) {
+                return connection.first.second == request;
+            });
+        });
     }
 }
 
-void SqxViewConnections::LookAt(int file, std::map<Key, Clock::time_point>& seen)
+void SqxViewConnections::LookAt(int file, std::map<Key, Since>& seen)
 {
     const std::optional<int> here = PortOf(file, getsockname);
     const std::optional<int> there = PortOf(file, getpeername);
@@ -97,8 +122,11 @@ void SqxViewConnections::LookAt(int file, std::map<Key, Clock::time_point>& seen
     const Key key = {file, *there};
     const Clock::time_point now = Clock::now();
     const auto before = m_seen.find(key);
-    const Clock::time_point since = before != m_seen.end() ? before->second : now;
+    Since since = before != m_seen.end() ? before->second : Since{now, now};
+    if (m_requests.contains(*there) || HasUnreadRequest(file))
+        since.isIdle = now;
     seen.emplace(key, since);
-    if (now - since > m_longest || BytesReceived(file) > k_mostBytes)
+    if (now - since.isIdle > k_longestWithoutRequest || now - since.isThere > m_longest ||
+        BytesReceived(file) > k_mostBytes)
         End(file);
 }

@@ -48,10 +48,11 @@ SqxViewPainter::~SqxViewPainter()
         m_current->request_stop();
 }
 
-void SqxViewPainter::Paint(SqxPictureSettings settings)
+void SqxViewPainter::Paint(SqxPictureSettings settings, unsigned long request)
 {
     const std::lock_guard lock(m_mutex);
     m_next = std::move(settings);
+    m_nextRequest = request;
     m_changed.notify_all();
 }
 
@@ -61,12 +62,13 @@ void SqxViewPainter::Work(const std::stop_token& end)
     const auto hasNext = [this] { return m_next.has_value(); };
     while (m_changed.wait(lock, end, hasNext) && !end.stop_requested()) {
         SqxPictureSettings settings = *std::exchange(m_next, std::nullopt);
+        const unsigned long request = m_nextRequest;
         m_current.emplace();
         m_hasShown = false;
         m_start = std::chrono::steady_clock::now();
         const std::stop_token stop = m_current->get_token();
         lock.unlock();
-        Render(std::move(settings), stop);
+        Render(std::move(settings), request, stop);
         lock.lock();
         m_current.reset();
         m_changed.notify_all();
@@ -99,7 +101,8 @@ void SqxViewPainter::TellShown(const SqxPicture& picture, SqxViewPainting& paint
     }
 }
 
-void SqxViewPainter::Render(SqxPictureSettings settings, const std::stop_token& stop)
+void SqxViewPainter::Render(SqxPictureSettings settings, unsigned long request,
+                            const std::stop_token& stop)
 {
     const auto start = std::chrono::steady_clock::now();
     const auto now = [&] {
@@ -107,6 +110,7 @@ void SqxViewPainter::Render(SqxPictureSettings settings, const std::stop_token& 
             std::chrono::steady_clock::now() - start);
     };
     SqxViewPainting painting;
+    painting.request = request;
     try {
         SqxPicture picture(std::move(settings));
         SqxPicture::Watch watch;

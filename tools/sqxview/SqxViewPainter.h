@@ -14,6 +14,7 @@
 
 /// What became of a picture so far. Each tells all that is known of it.
 struct SqxViewPainting {
+    unsigned long request = 0;                     // the number of the request
     std::shared_ptr<const std::vector<char>> png;  // none yet
     bool isOver = false;                           // nothing more comes
     bool isWhole = false;                          // the PNG is
@@ -38,12 +39,13 @@ public:
     SqxViewPainter& operator=(const SqxViewPainter&) = delete;
 
     /// Asks for a picture, in place of any that was asked for and has not begun. Returns at once;
-    /// any thread may ask. What goes wrong with a picture is told by `show`.
-    void Paint(SqxPictureSettings settings);
+    /// any thread may ask. What goes wrong with a picture is told by `show`. `request`: a number
+    /// for the picture, of the caller's choice.
+    void Paint(SqxPictureSettings settings, unsigned long request);
 
 private:
     void Work(const std::stop_token& end);
-    void Render(SqxPictureSettings settings, const std::stop_token& stop);
+    void Render(SqxPictureSettings settings, unsigned long request, const std::stop_token& stop);
     void TellShown(const SqxPicture& picture, SqxViewPainting& painting);
     void Guard(const std::stop_token& end);
 
@@ -53,6 +55,7 @@ private:
     std::mutex m_mutex;  // of what follows
     std::condition_variable_any m_changed;
     std::optional<SqxPictureSettings> m_next;
+    unsigned long m_nextRequest = 0;
     std::optional<std::stop_source> m_current;  // ends the picture that is being rendered
     std::chrono::steady_clock::time_point m_start;
     bool m_hasShown = false;  // of the current one

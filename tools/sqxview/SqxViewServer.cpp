@@ -27,7 +27,7 @@ using HandlerResponse = httplib::Server::HandlerResponse;
 constexpr const char* k_host = "127.0.0.1";
 constexpr std::size_t k_threads = 32;
 constexpr int k_mostWaiting = 16;  // the other threads are free for requests that end at once
-constexpr std::size_t k_mostBody = std::size_t{8} * 1024;
+constexpr int k_mostUnaccepted = 256;
 constexpr auto k_patience = std::chrono::seconds(20);  // of a page that waits for a state
 constexpr const char* k_form = "application/x-www-form-urlencoded";
 constexpr const char* k_plain = "text/plain; charset=utf-8";
@@ -110,6 +110,7 @@ struct SqxViewServer::Parts {
     SqxViewSession& session;
     httplib::Server server;
     int port = 0;
+    socket_t listener = -1;
     std::atomic<int> waiting = 0;  // pages that wait for a state
     std::unique_ptr<SqxViewConnections> connections;
     std::jthread thread;
@@ -119,7 +120,13 @@ void SqxViewServer::Parts::SetUp()
 {
     server.new_task_queue = [] { return new httplib::ThreadPool(k_threads); };
     server.set_keep_alive_max_count(1);  // see SqxViewConnections
-    server.set_payload_max_length(k_mostBody);
+    server.set_payload_max_length(SqxViewState::k_mostBytes);
+    // The library's own options would let a second server have the same port.
+    server.set_socket_options([this](socket_t socket) {
+        const int yes = 1;
+        setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+        listener = socket;
+    });
     server.set_tcp_nodelay(true);
     server.set_default_headers({{"Content-Security-Policy", k_contentPolicy},
                                 {"Cross-Origin-Resource-Policy", "same-origin"},
@@ -128,14 +135,21 @@ void SqxViewServer::Parts::SetUp()
                                 {"Cache-Control", "no-store"}});
     server.set_pre_routing_handler([this](const Request& request, Response& response) {
         const std::string refusal = RefusalOf(request, port);
-        if (refusal.empty())
+        if (refusal.empty()) {
+            if (request.method == "GET")
+                connections->HasRequest(request.remote_port);
             return HandlerResponse::Unhandled;
+        }
         response.status = 403;
         response.set_content(refusal + "\n", k_plain);
         return HandlerResponse::Handled;
     });
     server.set_error_handler([](const Request&, Response& response) {
-        if (response.body.empty())
+        if (response.status == 413)
+            Fail(response, 413,
+                 "A change may have at most " + std::to_string(SqxViewState::k_mostBytes) +
+                     " bytes");
+        else if (response.body.empty())
             response.set_content("There is no such thing here\n", k_plain);
     });
 }
@@ -192,6 +206,7 @@ void SqxViewServer::Parts::SendPicture(const Request& request, Response& respons
 
 void SqxViewServer::Parts::TakeChange(const Request& request, Response& response)
 {
+    connections->HasRequest(request.remote_port);
     session.Change({request.params.begin(), request.params.end()});
     response.set_content("{}", k_json);
 }
@@ -208,6 +223,8 @@ SqxViewServer::SqxViewServer(SqxViewSession& session, int port)
         throw std::runtime_error("Cannot serve at port " + std::to_string(port));
     if (port)
         m_parts->port = port;
+    // The library lets five connections wait to be accepted; others would try again after a second.
+    listen(m_parts->listener, k_mostUnaccepted);
     m_parts->connections = std::make_unique<SqxViewConnections>(m_parts->port);
     m_parts->thread = std::jthread([&server] { server.listen_after_bind(); });
     while (!server.is_running())  // before that it cannot be stopped

@@ -206,7 +206,10 @@ void SqxViewSession::Repaint()
         settings.shaders.push_back(
             {shader.good, SqxReadParameterValues(*shader.good, values.path, values.parameters)});
     }
-    m_painter.Paint(std::move(settings));
+    // What was said of the picture before does not hold for this one.
+    m_state.painting = {};
+    m_state.painting.request = ++m_paintings;
+    m_painter.Paint(std::move(settings), m_paintings);
 }
 
 // What the painter's thread does.
@@ -214,7 +217,8 @@ void SqxViewSession::Repaint()
 void SqxViewSession::ShowPainting(const SqxViewPainting& painting)
 {
     const std::lock_guard lock(m_mutex);
-    m_state.painting = painting;
+    if (painting.request == m_paintings)
+        m_state.painting = painting;
     if (painting.png && painting.png != m_picture) {
         m_picture = painting.png;
         ++m_state.pictureNumber;

@@ -72,6 +72,7 @@ private:
     std::mutex m_mutex;  // of what follows
     std::condition_variable_any m_changed;
     SqxViewState m_state;
+    unsigned long m_paintings = 0;  // that were asked for
     std::shared_ptr<const std::vector<char>> m_picture;
 
     SqxViewPainter m_painter;

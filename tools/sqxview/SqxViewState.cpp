@@ -141,6 +141,7 @@ std::string SqxViewStateText(const SqxViewState& state)
         .Add("shaders", SqxJsonArray(shaders))
         .Add("picture", PaintingState(state.painting, state.pictureNumber))
         .Add("timeLimit", std::to_string(state.timeLimit.count()))
+        .Add("mostBytes", std::to_string(SqxViewState::k_mostBytes))
         .AddText("command", SqxShadeCommand(state.shade))
         .Whole();
 }

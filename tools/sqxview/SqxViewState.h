@@ -23,6 +23,9 @@ struct SqxViewShader {
 
 /// All that pages show but for pictures and code. The session has one, under its mutex.
 struct SqxViewState {
+    static constexpr std::size_t k_mostBytes =
+        std::size_t{48} * 1024;  // of a change that a page sends
+
     unsigned long version = 1;  // counts changes
     SqxShadeOptions shade;      // the shaders with the values that are set, and the settings
     std::vector<SqxViewShader> shaders;

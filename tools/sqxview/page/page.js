@@ -1,7 +1,7 @@
 // The page shows what the program says and sends what is changed; it keeps nothing by itself. It
 // asks for the state and gets it once there is a new one, so one question is always on its way.
 
-import { isChanging } from "./changes.js";
+import { isChanging, setMostBytes } from "./changes.js";
 import { showCode, takeShaders } from "./code.js";
 import { byId } from "./elements.js";
 import { addLight, showLights } from "./lights.js";
@@ -11,6 +11,7 @@ import { showFaults } from "./reports.js";
 import { showSettings } from "./settings.js";
 
 function show(now) {
+    setMostBytes(now.mostBytes);
     showLook(now);
     showPicture(now);
     showFaults(now);
