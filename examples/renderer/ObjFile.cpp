@@ -1,10 +1,9 @@
-// A corner of a face in an OBJ file has a number each for its place, its texture place and its
-// normal; in a mesh it has one number for all three. So each combination becomes a corner.
+// Each corner of a face becomes a corner of the mesh, also where faces share it: an OBJ file may
+// give it another normal or texture place in each of them.
 
 #include "ObjFile.h"
 
 #include <fstream>
-#include <map>
 #include <sstream>
 #include <stdexcept>
 
@@ -21,15 +20,12 @@ public:
     [[nodiscard]] Mesh Take();
 
 private:
-    using Corner = std::array<std::size_t, 3>;  // counted from 1; 0 for none
-
-    [[nodiscard]] bool ReadFace(std::istream& words);
-    [[nodiscard]] bool ReadCorner(const std::string& word, Corner& corner) const;
+    [[nodiscard]] bool ReadCorner(const std::string& word);
 
     QxMatrix44 m_toWorld;
     QxMatrix44 m_fromWorld = QxInverse(m_toWorld);
     std::array<std::vector<QxVector3>, 3> m_values;  // places, texture places, normals
-    std::map<Corner, unsigned int> m_corners;
+    bool m_lacksNormals = false;
     Mesh m_mesh;
 };
 
@@ -37,73 +33,56 @@ bool ObjReader::ReadLine(const std::string& line)
 {
     std::istringstream words(line.substr(0, line.find('#')));
     std::string word;
-    words >> word;
-    if (word == "f")
-        return ReadFace(words);
-    if (word != "v" && word != "vt" && word != "vn")
-        return true;
     QxVector3 value = {};
-    words >> value.x >> value.y;
-    if (word != "vt")
-        words >> value.z;
-    if (word == "v")
+    words >> word;
+    if (word == "v" && words >> value.x >> value.y >> value.z)
         m_values[0].push_back(QxTransformPoint(value, m_toWorld));
-    else if (word == "vt")
+    else if (word == "vt" && words >> value.x >> value.y)
         m_values[1].push_back({value.x, 1 - value.y, 0});  // pictures begin with the upper row
-    else
+    else if (word == "vn" && words >> value.x >> value.y >> value.z)
         m_values[2].push_back(QxTransformNormal(value, m_fromWorld));
-    return !words.fail();
-}
-
-bool ObjReader::ReadFace(std::istream& words)
-{
-    std::vector<unsigned int> face;
-    for (std::string word; words >> word;) {
-        Corner corner = {};
-        if (!ReadCorner(word, corner))
-            return false;
-        face.push_back(m_corners.try_emplace(corner, m_corners.size()).first->second);
+    else if (word != "f")
+        return word != "v" && word != "vt" && word != "vn";
+    else {
+        const auto first = static_cast<unsigned int>(m_mesh.P.size());
+        while (words >> word)
+            if (!ReadCorner(word))
+                return false;
+        for (unsigned int corner = first + 2; corner < m_mesh.P.size(); ++corner)
+            m_mesh.triangles.push_back({first, corner - 1, corner});
     }
-    for (std::size_t i = 2; i < face.size(); ++i)
-        m_mesh.triangles.push_back({face[0], face[i - 1], face[i]});
-    return face.size() > 2;
+    return true;
 }
 
 /// Such as "7", "7/3", "7//2" or "7/3/2"; numbers below 0 count back from the last one.
-bool ObjReader::ReadCorner(const std::string& word, Corner& corner) const
+bool ObjReader::ReadCorner(const std::string& word)
 {
+    const QxVector3* found[3] = {};
     std::istringstream parts(word);
-    std::size_t kind = 0;
-    for (std::string part; std::getline(parts, part, '/'); ++kind) {
-        if (kind > 2)
-            return false;
-        const auto count = static_cast<long>(m_values[kind].size());
+    std::string part;
+    for (int kind = 0; kind < 3 && std::getline(parts, part, '/'); ++kind) {
+        if (part.empty())
+            continue;
         char* end = nullptr;
         const long number = std::strtol(part.c_str(), &end, 10);
-        const long counted = number < 0 ? number + count + 1 : number;
-        if (*end || counted < (part.empty() ? 0 : 1) || counted > count)
+        const auto count = static_cast<long>(m_values[kind].size());
+        const long place = number < 0 ? number + count : number - 1;
+        if (*end || place < 0 || place >= count)
             return false;
-        corner[kind] = static_cast<std::size_t>(counted);
+        found[kind] = &m_values[kind][place];
     }
-    return corner[0] != 0;
+    if (!found[0])
+        return false;
+    m_mesh.P.push_back(*found[0]);
+    m_mesh.st.push_back(found[1] ? std::array{found[1]->x, found[1]->y} : std::array{0.0F, 0.0F});
+    m_mesh.N.push_back(found[2] ? *found[2] : QxVector3{});
+    m_lacksNormals = m_lacksNormals || !found[2];
+    return true;
 }
 
 Mesh ObjReader::Take()
 {
-    m_mesh.P.resize(m_corners.size());
-    m_mesh.st.resize(m_corners.size());
-    m_mesh.N.resize(m_corners.size());
-    bool hasNormals = true;
-    for (const auto& [corner, number] : m_corners) {
-        const auto [place, texture, normal] = corner;
-        m_mesh.P[number] = m_values[0][place - 1];
-        if (texture)
-            m_mesh.st[number] = {m_values[1][texture - 1].x, m_values[1][texture - 1].y};
-        if (normal)
-            m_mesh.N[number] = m_values[2][normal - 1];
-        hasNormals = hasNormals && normal;
-    }
-    if (!hasNormals)
+    if (m_lacksNormals)
         m_mesh.N.clear();
     return std::move(m_mesh);
 }

@@ -252,17 +252,12 @@ float RayScene::RayHit(const QxRayQuery& query)
     return hit ? hit->distance : -1;
 }
 
+/// The share of the light that comes through all that is in the way.
 QxRGBColor RayScene::Transmission(const QxRayQuery& query)
 {
     const QxVector3 way = query.direction - query.position;
     Ray ray = RayOf(query, way);
     ray.far = QxLength(way) - BiasAt(query.direction, query.bias);
-    return LightAlong(ray);
-}
-
-/// The share of the light that comes through all that the ray hits.
-QxRGBColor RayScene::LightAlong(Ray ray)
-{
     QxRGBColor through = {1, 1, 1};
     for (int layer = 0; layer < k_mostLayers && !IsDark(through) && ray.near < ray.far; ++layer) {
         const auto hit = m_world.geometry.Intersect(ray);

@@ -62,7 +62,6 @@ private:
     void FillGrid(Level& level, const QxGrid& layout, const Part& part, unsigned int object) const;
     void FillPoint(QxHostGrid& grid, std::size_t point, const Ray& ray, const Hit& hit) const;
     [[nodiscard]] QxRGBColor OpacityAt(const Ray& ray, const Hit& hit);
-    [[nodiscard]] QxRGBColor LightAlong(Ray ray);
     [[nodiscard]] QxRGBColor Sky(const QxVector3& direction) const;
 
     const World& m_world;

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <deque>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -40,120 +41,98 @@ std::vector<float> ReadNumbers(const std::string& key, const std::string& text)
     return numbers;
 }
 
-/// The words of one line.
+/// The words of one line. Those that a statement knows are taken from it.
 class Line {
 public:
-    explicit Line(const std::string& text);
+    explicit Line(const std::string& text)
+    {
+        std::istringstream words(text.substr(0, text.find('#')));
+        words >> m_statement;
+        for (std::string word; words >> word;) {
+            const std::size_t sign = word.find('=');
+            if (sign == std::string::npos)
+                m_names.push_back(word);
+            else if (!m_values.try_emplace(word.substr(0, sign), word.substr(sign + 1)).second)
+                throw Error(Quoted(word.substr(0, sign)) + " is given twice");
+        }
+    }
 
     [[nodiscard]] const std::string& Statement() const { return m_statement; }
+
     /// The next word without a key.
-    [[nodiscard]] std::string TakeName(const char* what);
-    /// The value of a key, which may be asked for once.
-    [[nodiscard]] std::string Take(const std::string& key, const std::string& otherwise);
+    [[nodiscard]] std::string TakeName(const char* what)
+    {
+        if (m_names.empty())
+            throw Error(Quoted(m_statement) + " needs " + what);
+        std::string name = m_names.front();
+        m_names.pop_front();
+        return name;
+    }
+
+    [[nodiscard]] std::string Take(const std::string& key, const std::string& otherwise)
+    {
+        const auto node = m_values.extract(key);
+        return node.empty() ? otherwise : node.mapped();
+    }
+
     /// Three numbers, or one for all three.
-    [[nodiscard]] QxVector3 TakeTriple(const std::string& key, const std::string& otherwise);
-    [[nodiscard]] QxRGBColor TakeColor(const std::string& key);
-    [[nodiscard]] float TakeNumber(const std::string& key, float least, float most,
-                                   float otherwise);
-    [[nodiscard]] unsigned int TakeCount(const std::string& key, float least, float most,
-                                         unsigned int otherwise);
-    /// Moved, turned around z, y and x by degrees, and scaled, seen from the world.
-    [[nodiscard]] QxMatrix44 TakePlace();
+    template <class Triple = QxVector3>
+    [[nodiscard]] Triple TakeTriple(const std::string& key, const std::string& otherwise)
+    {
+        const std::vector<float> numbers = ReadNumbers(key, Take(key, otherwise));
+        if (numbers.size() == 1)
+            return {numbers[0], numbers[0], numbers[0]};
+        if (numbers.size() != 3)
+            throw Error(Quoted(key) + " takes one number or three");
+        return {numbers[0], numbers[1], numbers[2]};
+    }
+
+    /// Sets `value`, if the key is there, to a number in that range.
+    template <class Number>
+    void TakeNumber(const std::string& key, float least, float most, Number& value)
+    {
+        const std::string text = Take(key, "");
+        if (text.empty())
+            return;
+        const std::vector<float> numbers = ReadNumbers(key, text);
+        if (numbers.size() != 1 || numbers[0] < least || numbers[0] > most)
+            throw Error((std::ostringstream()
+                         << Quoted(key) << " takes a number from " << least << " to " << most
+                         << ", but is set to " << Quoted(text))
+                            .str());
+        value = static_cast<Number>(numbers[0]);
+    }
+
+    /// What is scaled, then turned around x, y and z by degrees, then moved.
+    [[nodiscard]] QxMatrix44 TakePlace()
+    {
+        const auto turn = TakeTriple("turn", "0");
+        const auto scale = TakeTriple("scale", "1");
+        if (scale.x * scale.y * scale.z == 0)
+            throw Error("'scale' must not be 0");
+        QxMatrix44 place = QxTranslate(QxMatrix44::Identity(), TakeTriple("at", "0"));
+        place = QxRotate(place, QxRadians(turn.z), {0, 0, 1});
+        place = QxRotate(place, QxRadians(turn.y), {0, 1, 0});
+        place = QxRotate(place, QxRadians(turn.x), {1, 0, 0});
+        return QxScale(place, scale);
+    }
+
     /// All words with keys that are left.
     [[nodiscard]] std::map<std::string, std::string> TakeRest() { return std::move(m_values); }
+
     /// Throws if anything is left.
-    void Finish() const;
+    void Finish() const
+    {
+        if (!m_names.empty() || !m_values.empty())
+            throw Error(Quoted(m_statement) + " has no " +
+                        Quoted(m_names.empty() ? m_values.begin()->first : m_names.front()));
+    }
 
 private:
     std::string m_statement;
-    std::vector<std::string> m_names;
+    std::deque<std::string> m_names;
     std::map<std::string, std::string> m_values;
 };
-
-Line::Line(const std::string& text)
-{
-    std::istringstream words(text.substr(0, text.find('#')));
-    words >> m_statement;
-    for (std::string word; words >> word;) {
-        const std::size_t sign = word.find('=');
-        if (sign == std::string::npos)
-            m_names.push_back(word);
-        else if (!m_values.try_emplace(word.substr(0, sign), word.substr(sign + 1)).second)
-            throw Error(Quoted(word.substr(0, sign)) + " is given twice");
-    }
-}
-
-std::string Line::TakeName(const char* what)
-{
-    if (m_names.empty())
-        throw Error(Quoted(m_statement) + " needs " + what);
-    std::string name = m_names.front();
-    m_names.erase(m_names.begin());
-    return name;
-}
-
-std::string Line::Take(const std::string& key, const std::string& otherwise)
-{
-    const auto node = m_values.extract(key);
-    return node.empty() ? otherwise : node.mapped();
-}
-
-QxVector3 Line::TakeTriple(const std::string& key, const std::string& otherwise)
-{
-    std::vector<float> numbers = ReadNumbers(key, Take(key, otherwise));
-    if (numbers.size() == 1)
-        numbers.resize(3, numbers[0]);
-    if (numbers.size() != 3)
-        throw Error(Quoted(key) + " takes one number or three");
-    return {numbers[0], numbers[1], numbers[2]};
-}
-
-QxRGBColor Line::TakeColor(const std::string& key)
-{
-    const QxVector3 color = TakeTriple(key, "1");
-    return {color.x, color.y, color.z};
-}
-
-float Line::TakeNumber(const std::string& key, float least, float most, float otherwise)
-{
-    const std::string text = Take(key, "");
-    if (text.empty())
-        return otherwise;
-    const std::vector<float> numbers = ReadNumbers(key, text);
-    if (numbers.size() != 1 || numbers[0] < least || numbers[0] > most)
-        throw Error((std::ostringstream() << Quoted(key) << " takes a number from " << least
-                                          << " to " << most << ", but is set to " << Quoted(text))
-                        .str());
-    return numbers[0];
-}
-
-unsigned int Line::TakeCount(const std::string& key, float least, float most,
-                             unsigned int otherwise)
-{
-    const float number = TakeNumber(key, least, most, static_cast<float>(otherwise));
-    return static_cast<unsigned int>(number);
-}
-
-QxMatrix44 Line::TakePlace()
-{
-    const QxVector3 turn = TakeTriple("turn", "0");
-    const QxVector3 scale = TakeTriple("scale", "1");
-    if (scale.x * scale.y * scale.z == 0)
-        throw Error("'scale' must not be 0");
-    QxMatrix44 place = QxTranslate(QxMatrix44::Identity(), TakeTriple("at", "0"));
-    place = QxRotate(place, QxRadians(turn.z), {0, 0, 1});
-    place = QxRotate(place, QxRadians(turn.y), {0, 1, 0});
-    place = QxRotate(place, QxRadians(turn.x), {1, 0, 0});
-    return QxScale(place, scale);
-}
-
-void Line::Finish() const
-{
-    if (m_names.empty() && m_values.empty())
-        return;
-    const std::string& word = m_names.empty() ? m_values.begin()->first : m_names.front();
-    throw Error(Quoted(m_statement) + " has no " + Quoted(word));
-}
 
 class SceneReader {
 public:
@@ -218,10 +197,10 @@ std::unique_ptr<World> SceneReader::Take()
 
 void SceneReader::ReadPicture(Line& line)
 {
-    m_world->width = line.TakeCount("width", 1, 8192, m_world->width);
-    m_world->height = line.TakeCount("height", 1, 8192, m_world->height);
-    m_world->samples = line.TakeCount("samples", 1, 8, m_world->samples);
-    m_world->rayLevels = line.TakeCount("levels", 0, 30, m_world->rayLevels);
+    line.TakeNumber("width", 1, 8192, m_world->width);
+    line.TakeNumber("height", 1, 8192, m_world->height);
+    line.TakeNumber("samples", 1, 8, m_world->samples);
+    line.TakeNumber("levels", 0, 30, m_world->rayLevels);
 }
 
 void SceneReader::ReadCamera(Line& line)
@@ -232,14 +211,14 @@ void SceneReader::ReadCamera(Line& line)
     const QxVector3 y = QxCross(z, x);
     if (QxLength(x) == 0)
         throw Error("The camera must not look straight up or down");
-    m_world->camera.angle = line.TakeNumber("angle", 1, 170, m_world->camera.angle);
+    line.TakeNumber("angle", 1, 170, m_world->camera.angle);
     m_world->camera.toWorld = {
         {{x.x, x.y, x.z, 0}, {y.x, y.y, y.z, 0}, {z.x, z.y, z.z, 0}, {at.x, at.y, at.z, 1}}};
 }
 
 void SceneReader::ReadSky(Line& line)
 {
-    m_world->sky = line.TakeColor("color");
+    m_world->sky = line.TakeTriple<QxRGBColor>("color", "1");
     const std::string map = line.Take("map", "");
     m_world->skyMap = map.empty() ? nullptr : ReadTexture(map);
 }
@@ -319,7 +298,8 @@ void SceneReader::ReadObject(Line& line)
     if (kind == kinds.end())
         throw Error("'shadow' is opaque, shader or none");
     m_world->objects.push_back({FindShader(name, QxShaderInterface::e_typeSurface), toWorld,
-                                line.TakeColor("color"), line.TakeColor("opacity"), kind->second});
+                                line.TakeTriple<QxRGBColor>("color", "1"),
+                                line.TakeTriple<QxRGBColor>("opacity", "1"), kind->second});
     if (line.Statement() == "plane")
         m_world->geometry.Add(MakePlane(toWorld));
     else if (line.Statement() == "sphere")
@@ -330,7 +310,8 @@ void SceneReader::ReadObject(Line& line)
 
 Mesh SceneReader::ReadSphere(Line& line, const QxMatrix44& toWorld)
 {
-    const unsigned int detail = line.TakeCount("detail", 1, 1000, 100);
+    unsigned int detail = 100;
+    line.TakeNumber("detail", 1, 1000, detail);
     const std::string name = line.Take("displacement", "");
     TextureScene scene(m_world->textures);
     std::unique_ptr<QxShaderInstance> displacement;
