@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Makes docs/gallery.md of the first sentences and docs/images of the pictures of all examples, those
-# of the scenes of examples/renderer too.
+# of the scenes of examples/renderer and the strips for docs/built-ins.md too.
 # usage: gallery.sh         after a build of the release preset
 #        gallery.sh --page  prints the page alone
 set -euo pipefail
@@ -81,6 +81,16 @@ make_pictures() {
     done
 }
 
+# The strips of docs/built-ins.md: what stands in a tile is in the sources. A tile has 112 pixels.
+make_strips() {
+    local source name tiles
+    for source in examples/strips/*.sl; do
+        name=$(basename "$source" .sl)
+        tiles=$(sed -nE 's/^    STRIP\(([0-9]+)\);$/\1/p' "$source")
+        build/release/bin/sqxshade --size "$((tiles * 112))x112" "$source" -o "docs/images/$name.png"
+    done
+}
+
 # The renderer is built only where its libraries are; without it its pictures stay as they are.
 make_scenes() {
     local folder scene map
@@ -104,6 +114,7 @@ if [ "${1-}" = --page ]; then
     print_page
 else
     make_pictures
+    make_strips
     make_scenes
     print_page >docs/gallery.md
 fi

@@ -53,7 +53,12 @@ each is scaled so that the interval has the length 1:
 | `"gaussian"` | a bell with the standard deviation 0.5 | 0 to 1 |
 | `"catmull-rom"` | a cubic of the radius 2, negative beyond 1; the default | about -0.04 to 1.04: clamp it, or name another filter |
 
-Any other name means the default. Names and values come last, in any order.)"},
+Any other name means the default. Names and values come last, in any order.
+
+![The four filters](images/filterstrip.png)
+
+"box", "triangle", "gaussian" and "catmull-rom" over an interval of 0.3, from 0.5 before the edge to 0.5 after it
+([`filterstrip`](../examples/strips/filterstrip.sl)).)"},
     {"spline",
      R"(At least four values, as arguments or as an array. x is clamped to 0 to 1 and runs over
 all segments evenly: n segments share the range. The basis says how many values further on the next segment
@@ -70,7 +75,12 @@ begins, the *step*; values behind the last whole segment are ignored.
 
 So with `"catmull-rom"`, `"bspline"` and `"linear"` the first and the last value only shape the ends: give
 them twice if the curve is to start and end there. The curve of `"catmull-rom"` can leave the range of its
-values. Any other name means the default. The basis may be a variable.)"},
+values. Any other name means the default. The basis may be a variable.
+
+![The same values in five bases](images/splinestrip.png)
+
+"catmull-rom", "bspline", "linear", "bezier" and "hermite", whose slopes are not shown, through eight values
+([`splinestrip`](../examples/strips/splinestrip.sl)).)"},
 
     {"noise",
      R"(Gradient noise with a lattice at the whole numbers: the value is 0.5 wherever all coordinates
@@ -81,7 +91,12 @@ in every run. Coordinates beyond 10^9 count as 10^9; fractions vanish above 2^23
 
 The components of a color or a point are three independent noises, and not the noise of the float. What the
 context leaves open, a cast decides: `float noise(P)`. For values around 0 write `2 * noise(P) - 1`; for
-octaves, sum `noise(P * f) / f` for f of 1, 2, 4, ....)"},
+octaves, sum `noise(P * f) / f` for f of 1, 2, 4, ....
+
+![Noise in five tiles](images/noisestrip.png)
+
+`float noise`, `color noise`, octaves of `abs(2 * noise - 1)`, `pnoise` of the period 3 and `color cellnoise`, over six
+units each ([`noisestrip`](../examples/strips/noisestrip.sl)).)"},
     {"pnoise",
      R"(Mean, spread and lattice are those of `noise`. A period is rounded to a whole number, and one
 below 1 counts as 1. From 0 up to the last cell of the first period the value is that of `noise`.)"},
@@ -172,7 +187,12 @@ primaries of ITU-R BT.709. Letters count: `"HSV"` is unknown, and an unknown spa
 
 Hue is 0 for red, 1/3 for green, 2/3 for blue and 0 for a gray; on the way to `"rgb"` it wraps, so that 1.25 is
 0.25. Saturation is 0 for a gray. Colors brighter than 1 convert both ways too. Numbers that are meant in a space
-need no call: `color "hsv" (h, s, v)`.)"},
+need no call: `color "hsv" (h, s, v)`.
+
+![Two components in five spaces](images/spacestrip.png)
+
+To the right and up: red and green in "rgb", hue and value in "hsv", hue and lightness in "hsl", x and y in "xyY", the
+two signals of "YIQ" from -0.5 to 0.5 ([`spacestrip`](../examples/strips/spacestrip.sl)).)"},
     {"inverse", R"(All 0 for a singular matrix.)"},
     {"determinant", R"(0 for a singular matrix.)"},
     {"translate",
