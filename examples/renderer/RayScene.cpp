@@ -34,8 +34,11 @@ float BiasAt(const QxVector3& place, float wanted)
 
 Ray RayOf(const QxRayQuery& query, const QxVector3& direction)
 {
-    return {query.position, QxNormalize(direction), BiasAt(query.position, query.bias),
-            query.maxDistance > 0 ? query.maxDistance : k_endless};
+    Ray ray = {query.position, QxNormalize(direction), BiasAt(query.position, query.bias),
+               k_endless};
+    if (query.maxDistance > 0)
+        ray.far = query.maxDistance;
+    return ray;
 }
 
 bool IsDark(const QxRGBColor& color)
@@ -291,11 +294,13 @@ QxRGBColor RayScene::Shadow(const QxPointsQuery& query)
         return QxHostScene::Shadow(query);
     const QxVector3 place =
         (query.points[0] + query.points[1] + query.points[2] + query.points[3]) / 4;
-    const auto edge = static_cast<int>(std::clamp(std::sqrt(query.samples), 1.0F, 16.0F));
+    const int edge = QxToInt(std::sqrt(query.samples), 1, 16);
+    const auto count = static_cast<float>(edge);
     QxRGBColor light = {0, 0, 0};
     for (int cell = 0; cell < edge * edge; ++cell) {
-        const float u = (static_cast<float>(cell % edge) + Random()) / static_cast<float>(edge);
-        const float v = (static_cast<float>(cell / edge) + Random()) / static_cast<float>(edge);
+        const int row = cell / edge;
+        const float u = (static_cast<float>(cell - row * edge) + Random()) / count;
+        const float v = (static_cast<float>(row) + Random()) / count;
         const QxVector3 lower = query.sources[0] * (1 - u) + query.sources[1] * u;
         const QxVector3 upper = query.sources[3] * (1 - u) + query.sources[2] * u;
         QxRayQuery ray = {};
@@ -304,7 +309,7 @@ QxRGBColor RayScene::Shadow(const QxPointsQuery& query)
         ray.bias = query.bias;
         light = light + Transmission(ray);
     }
-    return QxRGBColor{1, 1, 1} - light / static_cast<float>(edge * edge);
+    return QxRGBColor{1, 1, 1} - light / (count * count);
 }
 
 /// Rays are spread by the cosine to the axis, so that each stands for as much light.
@@ -312,20 +317,21 @@ float RayScene::Occlusion(const QxRayQuery& query, QxVector3& openDirection)
 {
     constexpr float k_golden = 0.61803399F;  // turns by it never meet
     const QxVector3 axis = QxNormalize(QxLength(query.axis) > 0 ? query.axis : query.direction);
-    const float count = query.samples >= 1 ? std::min(std::floor(query.samples), 4096.0F) : 16;
+    const int count = query.samples >= 1 ? QxToInt(query.samples, 1, 4096) : 16;
     const float angle = query.angle < 0 ? QX_PI_FLOAT / 2 : std::min(query.angle, QX_PI_FLOAT / 2);
     const float widest = std::sin(angle) * std::sin(angle);
     const float turn = Random();
     float hits = 0;
     QxVector3 open = {0, 0, 0};
-    for (float i = 0; i < count; ++i) {
-        const float rise = widest * (i + Random()) / count;
-        const QxVector3 direction = DirectionAround(axis, rise, turn + i * k_golden);
+    for (int i = 0; i < count; ++i) {
+        const auto number = static_cast<float>(i);
+        const float rise = widest * (number + Random()) / static_cast<float>(count);
+        const QxVector3 direction = DirectionAround(axis, rise, turn + number * k_golden);
         if (m_world.geometry.Intersect(RayOf(query, direction)))
             ++hits;
         else
             open = open + direction;
     }
     openDirection = QxLength(open) > 0 ? QxNormalize(open) : axis;
-    return hits / count;
+    return hits / static_cast<float>(count);
 }

@@ -63,7 +63,7 @@ public:
     /// All values of a variable. Throws `QxHostError`.
     [[nodiscard]] QxHostValue Get(std::string_view name);
 
-    /// The variables as shaders reach them, for as long as the grid lives.
+    /// The variables as shaders reach them, until the grid ends or gets another layout.
     [[nodiscard]] QxHiddenVariables Hidden();
     /// Whatever takes points takes a grid.
     operator QxHostPoints();
