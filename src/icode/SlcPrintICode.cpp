@@ -1,5 +1,5 @@
-// A dump for whoever follows the optimizer: the classes of the instructions, one a line. The full
-// text with operands is that of the tests, `ToText` in tests/lowering/LowerTestHelp.h.
+// A short dump for following the optimizer: the classes of the instructions, one a line.
+// `SlcICodeText` prints operands too.
 
 #include "icode/SlcPrintICode.h"
 

@@ -17,6 +17,7 @@
 
 #include <fstream>
 
+#include "icode/SlcICodeValidator.h"
 #include "optimizer/SlcCodeMotion.h"
 #include "optimizer/SlcConvertConstOp.h"
 #include "optimizer/SlcConvertTmpVarDetail.h"
@@ -66,6 +67,8 @@ void SlcOptimizeBasicBlocks::Optimize(SlcPtr<SlcListICode>& list)
     for (int round = 0; changed && round < maxRounds; ++round) {
         BuildGraph(*list);
         changed = EliminateCode(*list) || ChangeCode(*list);
+        if (m_options.m_validateICode)
+            SlcICodeValidator::Require(*list, SlcICodeValidator::Stage::Optimized);
         if (!changed && !updated) {
             UpdateVariables(*list);
             updated = true;

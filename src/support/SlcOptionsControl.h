@@ -3,6 +3,13 @@
 #include <list>
 #include <string>
 
+/// Whether the compiler checks itself while it works.
+#ifdef NDEBUG
+inline constexpr bool k_isDebugBuild = false;
+#else
+inline constexpr bool k_isDebugBuild = true;
+#endif
+
 /// The decisions of the command line, as every subsystem reads them. The driver owns the one
 /// instance and fills it; the defaults here are those of level 2 without a back end chosen. Which
 /// level turns what on is told in SlcCommandLine.cpp.
@@ -25,6 +32,7 @@ struct SlcOptionsControl {
     bool m_reduceNumberTmps = true;       // temporaries share storage
     bool m_printICode = false;            // dump of the list; no command-line option
     bool m_printBlockICode = false;       // dump of the blocks; no command-line option
+    bool m_validateICode = k_isDebugBuild;  // after each pass; no command-line option
     bool m_strict = false;                // function bodies do not see the defining scope
     bool m_generateDSO = false;           // C++ back end instead of byte-code
     bool m_createLocalVars = true;        // told, unused: nothing clears it

@@ -78,6 +78,7 @@ std::vector<Source> ShadersOf(const path& folder)
 std::string CFileOf(const std::string& source, int level)
 {
     SlcOptionsControl options;
+    options.m_validateICode = true;
     SetOptimizationLevel(level, options);
     const CheckedShader checked(source, options);
     std::ostringstream text;

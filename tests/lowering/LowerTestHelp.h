@@ -37,15 +37,7 @@ private:
     bool m_accepted = false;
 };
 
-/// The instructions of a list as one line, each ended by a semicolon: `result = Class operands`.
-/// Parallel runs stand in braces, guarded code in `flag( )` or `!flag( )`; jumps are `goto L;`,
-/// `flag? goto L;` or `!flag? goto L;`, and a label is `L:`. Flags are made by `u = any f;`,
-/// `f = not f;`, `f = outer but not f;` and `f = f or f;`, and cleared by `break f f;` and
-/// `continue f f;`. A call goes by its primitive without the prefix; `counted` marks an argument
-/// list with its length, `simd` a form for the whole grid, `at f` the flag that limits it.
-/// Temporaries are numbered by their appearance, uniform flags as u, varying ones as f and the
-/// rest as t; constants bear a `#`, hidden integers two, predefined variables their source name.
-/// Marks are left out.
+/// The instructions of a list in their text form, without the marks at the ends.
 [[nodiscard]] std::string ToText(const SlcListICode& list);
 
 /// Lowers the body of a displacement shader with the parameters `uniform float k`,

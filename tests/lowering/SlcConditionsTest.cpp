@@ -36,8 +36,7 @@ TEST_F(ConditionsTest, GuardEachBlockByTheInnermostFlagOfItsDetail)
     m_conditions.LeaveCondition();
     m_parts.Assign(m_x, 5);
     EXPECT_EQ(m_parts.Text(),
-              "{ F_1( x_1 = Assign #1; ) } U_1( k_1 = Assign #2; ) { !F_1( x_1 = Assign #3; ) } "
-              "k_1 = Assign #4; { x_1 = Assign #5; }");
+              "{ F_1?( x_1 = 1; ) } U_1?( k_1 = 2; ) { !F_1?( x_1 = 3; ) } k_1 = 4; { x_1 = 5; }");
 }
 
 TEST_F(ConditionsTest, LimitAFormForTheWholeGridOnlyWhereAFlagCan)
@@ -62,7 +61,7 @@ TEST_F(ConditionsTest, ClearAFlagOutsideTheConditionThatItWasMadeUnder)
     m_conditions.ClearOutsideCondition(m_flag);
     m_conditions.ClearOutsideCondition(inner);
     m_conditions.LeaveCondition();
-    EXPECT_EQ(m_parts.Text(), "{ !F_1( H_1 = Assign #false; ) }");
+    EXPECT_EQ(m_parts.Text(), "{ !F_1?( H_1 = false; ) }");
 }
 
 TEST(SlcConditions, RecycleFlagsByTheirDetail)

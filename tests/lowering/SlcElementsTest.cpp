@@ -28,8 +28,9 @@ TEST_F(ElementsTest, WriteACopyBackByTheIndexOfItsRead)
     const SlcOperand copy = ReadCopy(m_i);
     m_parts.Assign(m_i, 1);
     m_elements.WriteBackElement(copy);
-    EXPECT_EQ(m_parts.Text(), "{ t0 = ArrayRef w_1 i_1; t1 = Assign t0; } { t2 = Assign i_1; } "
-                              "{ i_1 = Assign #1; } { t3 = ArrayRef w_1 t2; t3 = Assign t1; }");
+    EXPECT_EQ(
+        m_parts.Text(),
+        "{ t0 = &w_1[i_1]; t1 = t0; } { t2 = i_1; } { i_1 = 1; } { t3 = &w_1[t2]; t3 = t1; }");
 }
 
 TEST_F(ElementsTest, WriteBackOnlyWhatIsRemembered)
@@ -38,7 +39,7 @@ TEST_F(ElementsTest, WriteBackOnlyWhatIsRemembered)
     m_elements.WriteBackElement(m_i);
     m_elements.ForgetCopies(0);
     m_elements.WriteBackElement(copy);
-    EXPECT_EQ(m_parts.Text(), "{ t0 = ArrayRef w_1 i_1; t1 = Assign t0; }");
+    EXPECT_EQ(m_parts.Text(), "{ t0 = &w_1[i_1]; t1 = t0; }");
 }
 
 /// An element that went straight into the target of an assignment is no copy of that target.
@@ -47,12 +48,10 @@ TEST(SlcElements, LeaveTheTargetOfAnAssignmentAlone)
     static const LowerCase cases[] = {
         {"float f(output float p) { p = 1; return 0; } uniform float a[2] = {0, 0}; "
          "float x; x = (o = a[w]) + f(o);",
-         "t0 = ArrayRef a_1 #1; t0 = Assign #0; t1 = ArrayRef a_1 #0; t1 = Assign #0; "
-         "{ t2 = ArrayRef a_1 w; o = Assign t2; } { t3 = Assign o; } { o = Assign #1; } "
-         "{ x_1 = Add t3 #0; }"},
+         "t0 = &a_1[1]; t0 = 0; t1 = &a_1[0]; t1 = 0; { t2 = &a_1[w]; o = t2; } { t3 = o; } { o = "
+         "1; } { x_1 = t3 + 0; }"},
         {"float f(output float p) { p = 1; return 0; } float a[2]; float x; x = f(a[w]);",
-         "{ t0 = ArrayRef a_1 w; t1 = Assign t0; } { t1 = Assign #1; } "
-         "{ t2 = ArrayRef a_1 w; t2 = Assign t1; } { x_1 = Assign #0; }"},
+         "{ t0 = &a_1[w]; t1 = t0; } { t1 = 1; } { t2 = &a_1[w]; t2 = t1; } { x_1 = 0; }"},
     };
     ExpectCode(cases, PlainOptionsWith(&SlcOptionsControl::m_assignInPlace));
 }

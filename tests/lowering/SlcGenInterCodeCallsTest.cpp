@@ -32,24 +32,22 @@ TEST(SlcGenCalls, ExpandAFunctionAtEachCall)
 {
     static const CallCase cases[] = {
         {"float f(float a) { return a * 2; }", "float x = f(u) + f(v);",
-         "{ t0 = Mult u #2; } { t1 = Mult v #2; } { t2 = Add t0 t1; } { x_1 = Assign t2; }"},
+         "{ t0 = u * 2; } { t1 = v * 2; } { t2 = t0 + t1; } { x_1 = t2; }"},
         {"float f(float a) { float b = a; b += 1; return b; }", "float x = f(f(u));",
-         "{ b_3 = Assign u; } { b_3 = Add b_3 #1; } { b_5 = Assign b_3; } { b_5 = Add b_5 #1; } "
-         "{ x_1 = Assign b_5; }"},
-        {"void f() { } float g() { f(); return 1; }", "f(); float x = g();",
-         "{ x_4 = Assign #1; }"},
+         "{ b_3 = u; } { b_3 = b_3 + 1; } { b_5 = b_3; } { b_5 = b_5 + 1; } { x_1 = b_5; }"},
+        {"void f() { } float g() { f(); return 1; }", "f(); float x = g();", "{ x_4 = 1; }"},
         {"float f(float a) { float b = a; return b; b = 2; }", "float x = f(u);",
-         "{ b_3 = Assign u; } { x_1 = Assign b_3; }"},
+         "{ b_3 = u; } { x_1 = b_3; }"},
         // A value of another type becomes one of the function's.
         {"color f() { return 1; }", "uniform float x = f() . f();",
-         "t0 = Assign #1; t1 = Assign #1; t2 = DotProd t0 t1; x_1 = Assign t2;"},
-        {"float f() { return 1; }", "uniform color x = f();", "x_1 = Assign #1;"},
-        {"float f() { }", "color x = f();", "t0 = Assign #0; { x_1 = Assign t0; }"},
+         "t0 = 1; t1 = 1; t2 = t0 . t1; x_1 = t2;"},
+        {"float f() { return 1; }", "uniform color x = f();", "x_1 = 1;"},
+        {"float f() { }", "color x = f();", "t0 = 0; { x_1 = t0; }"},
         // Variables of one name stay apart.
         {"float f(float a) { float b = a; return b; }", "float x = f(u); float b = x;",
-         "{ b_3 = Assign u; } { x_1 = Assign b_3; } { b_4 = Assign x_1; }"},
-        {"float f(float a) { }", "float x = f(u);", "t0 = Assign #0; { x_1 = Assign t0; }"},
-        {"string f(float a) { }", "printf(f(u));", "t0 = Assign \"\"; { PRINTF t0 counted; }"},
+         "{ b_3 = u; } { x_1 = b_3; } { b_4 = x_1; }"},
+        {"float f(float a) { }", "float x = f(u);", "t0 = 0; { x_1 = t0; }"},
+        {"string f(float a) { }", "printf(f(u));", "t0 = \"\"; { PRINTF(t0) counted; }"},
     };
     ExpectCalls(cases);
 }
@@ -57,28 +55,24 @@ TEST(SlcGenCalls, ExpandAFunctionAtEachCall)
 TEST(SlcGenCalls, LetAFormalStandForItsArgument)
 {
     static const CallCase cases[] = {
-        {"void f(float a; output float b) { b = a; }", "float x; f(u, x);", "{ x_1 = Assign u; }"},
-        {"float f(float a) { return a; }", "uniform float x = f(2);",
-         "t0 = Assign #2; x_1 = Assign t0;"},
-        {"float f(varying float a) { return a; }", "float x = f(2);",
-         "{ t0 = Assign #2; } { x_1 = Assign t0; }"},
+        {"void f(float a; output float b) { b = a; }", "float x; f(u, x);", "{ x_1 = u; }"},
+        {"float f(float a) { return a; }", "uniform float x = f(2);", "t0 = 2; x_1 = t0;"},
+        {"float f(varying float a) { return a; }", "float x = f(2);", "{ t0 = 2; } { x_1 = t0; }"},
         // A value of another type is copied.
         {"color f(color a) { return a; }", "color x = f(u); x = f((1, 0, 0));",
-         "{ t0 = Assign u; } { x_1 = Assign t0; } t1 = Point #1 #0 #0; t2 = Assign t1; "
-         "{ x_1 = Assign t2; }"},
-        {"float f(vector a) { return a . a; }", "float x = f(N);",
-         "{ t0 = DotProd N N; } { x_1 = Assign t0; }"},
+         "{ t0 = u; } { x_1 = t0; } t1 = point(1, 0, 0); t2 = t1; { x_1 = t2; }"},
+        {"float f(vector a) { return a . a; }", "float x = f(N);", "{ t0 = N . N; } { x_1 = t0; }"},
         // An array without a length has that of its argument.
         {"float f(float a[]) { return a[1]; }", "float x[2]; float y = f(x);",
-         "t0 = ArrayRef x_1 #1; { y_1 = Assign t0; }"},
+         "t0 = &x_1[1]; { y_1 = t0; }"},
         // What an argument was when it was read.
         {"float f(float a; float b) { return a + b; }", "float x; float y = f(x, x = 2);",
-         "{ t0 = Assign x_1; } { x_1 = Assign #2; } { t1 = Add t0 x_1; } { y_1 = Assign t1; }"},
+         "{ t0 = x_1; } { x_1 = 2; } { t1 = t0 + x_1; } { y_1 = t1; }"},
         // An element is written through another reference, statements after it was bound.
         {"",
          "float x[2]; float f(float a) { float y = 1; return a + (x[1] = 5); } float z = f(x[1]);",
-         "t0 = ArrayRef x_1 #1; { y_3 = Assign #1; } { t1 = Assign t0; } t2 = ArrayRef x_1 #1; "
-         "{ t2 = Assign #5; } { t3 = Add t1 t2; } { z_1 = Assign t3; }"},
+         "t0 = &x_1[1]; { y_3 = 1; } { t1 = t0; } t2 = &x_1[1]; { t2 = 5; } { t3 = t1 + t2; } { "
+         "z_1 = t3; }"},
     };
     ExpectCalls(cases);
 }
@@ -86,32 +80,28 @@ TEST(SlcGenCalls, LetAFormalStandForItsArgument)
 TEST(SlcGenCalls, WriteThroughOutputFormals)
 {
     static const CallCase cases[] = {
-        {"void f(output float a) { a = 1; }", "float x[3]; f(x[1]);",
-         "t0 = ArrayRef x_1 #1; { t0 = Assign #1; }"},
+        {"void f(output float a) { a = 1; }", "float x[3]; f(x[1]);", "t0 = &x_1[1]; { t0 = 1; }"},
         {"void f(output float a) { a = 1; }", "float x[3]; f(x[v]);",
-         "{ t0 = ArrayRef x_1 v; t1 = Assign t0; } { t1 = Assign #1; } "
-         "{ t2 = ArrayRef x_1 v; t2 = Assign t1; }"},
+         "{ t0 = &x_1[v]; t1 = t0; } { t1 = 1; } { t2 = &x_1[v]; t2 = t1; }"},
         {"void f(output float a[]) { a[0] = 1; }", "float x[3]; f(x);",
-         "t0 = ArrayRef x_1 #0; { t0 = Assign #1; }"},
+         "t0 = &x_1[0]; { t0 = 1; }"},
     };
     ExpectCalls(cases);
     EXPECT_EQ(LowerShader("void f(output point a) { a = N; } void g(output point a) { f(a); } "
                           "surface t() { g(P); }"),
-              "{ Ci = Color #0 #0 #0; } { Oi = Color #1 #1 #1; } { P = Assign N; } "
-              "ResetEvalLightForP;");
+              "{ Ci = color(0, 0, 0); } { Oi = color(1, 1, 1); } { P = N; } forget_lights();");
 }
 
 TEST(SlcGenCalls, ReachTheVariablesAroundAFunction)
 {
     static const CallCase cases[] = {
         {"", "float x = u; float f() { extern float x; x += 1; return x; } float y = f() + f();",
-         "{ x_1 = Assign u; } { x_1 = Add x_1 #1; } { t0 = Assign x_1; } { x_1 = Add x_1 #1; } "
-         "{ t1 = Add t0 x_1; } { y_1 = Assign t1; }"},
+         "{ x_1 = u; } { x_1 = x_1 + 1; } { t0 = x_1; } { x_1 = x_1 + 1; } { t1 = t0 + x_1; } { "
+         "y_1 = t1; }"},
         {"float f(float x) { float g(float y) { extern float x; return x + y; } "
          "return g(x) * g(1); }",
          "float y = f(u);",
-         "{ t0 = Add u u; } t1 = Assign #1; { t2 = Add u t1; } { t3 = Mult t0 t2; } "
-         "{ y_1 = Assign t3; }"},
+         "{ t0 = u + u; } t1 = 1; { t2 = u + t1; } { t3 = t0 * t2; } { y_1 = t3; }"},
     };
     ExpectCalls(cases);
 }
@@ -122,14 +112,14 @@ TEST(SlcGenCalls, KeepTheTemporariesOfTheExpressionAround)
         // The statements of the body release theirs, but not the product in front of the call.
         {"float f(float a) { float b = a + 1; b = b * b + a; return b * 2; }",
          "float x; x = u * v + x; float y = u * v + f(u);",
-         "{ t0 = Mult u v; } { t1 = Add t0 x_1; } { x_1 = Assign t1; } { t1 = Mult u v; } "
-         "{ t0 = Add u #1; } { b_3 = Assign t0; } { t0 = Mult b_3 b_3; } { t2 = Add t0 u; } "
-         "{ b_3 = Assign t2; } { t2 = Mult b_3 #2; } { t0 = Add t1 t2; } { y_1 = Assign t0; }"},
+         "{ t0 = u * v; } { t1 = t0 + x_1; } { x_1 = t1; } { t1 = u * v; } { t0 = u + 1; } { b_3 = "
+         "t0; } { t0 = b_3 * b_3; } { t2 = t0 + u; } { b_3 = t2; } { t2 = b_3 * 2; } { t0 = t1 + "
+         "t2; } { y_1 = t0; }"},
         // A value that the body leaves in a temporary of the caller is in use.
         {"float f(float a) { float b = a; return a * 2; }",
          "float x; x = u * v + x; x = f(u) + u * v;",
-         "{ t0 = Mult u v; } { t1 = Add t0 x_1; } { x_1 = Assign t1; } { b_3 = Assign u; } "
-         "{ t1 = Mult u #2; } { t0 = Mult u v; } { t2 = Add t1 t0; } { x_1 = Assign t2; }"},
+         "{ t0 = u * v; } { t1 = t0 + x_1; } { x_1 = t1; } { b_3 = u; } { t1 = u * 2; } { t0 = u * "
+         "v; } { t2 = t1 + t0; } { x_1 = t2; }"},
     };
     SlcOptionsControl options = PlainOptions();
     options.m_reuseTempVars = true;
@@ -269,11 +259,11 @@ TEST_F(ShadeopTest, IsCalledInABlockOfItsDetail)
     const auto x = Variable("x", SlcTypeNode::AFloat(), SlcDetailNode::AVarying());
     const auto k = Variable("k", SlcTypeNode::AFloat(), SlcDetailNode::AUniform());
     EXPECT_EQ(Lower(SlcTypeNode::AFloat(), {x, k}, SlcDetailNode::AVarying()),
-              "{ t0 = CallDSO x k lib_so.mix; }");
+              "{ t0 = shadeop(\"lib_so\", \"mix\", x, k); }");
     EXPECT_EQ(Lower(SlcTypeNode::AFloat(), {k}, SlcDetailNode::AUniform()),
-              "t0 = CallDSO k lib_so.mix;");
+              "t0 = shadeop(\"lib_so\", \"mix\", k);");
     EXPECT_EQ(Lower(SlcTypeNode::AColor(), {x}, SlcDetailNode::AVarying()),
-              "{ t0 = Assign x; } { t1 = CallDSO t0 lib_so.mix; }");
+              "{ t0 = x; } { t1 = shadeop(\"lib_so\", \"mix\", t0); }");
 }
 
 TEST_F(ShadeopTest, TakesEachVaryingArrayConvertedOnce)
@@ -284,9 +274,8 @@ TEST_F(ShadeopTest, TakesEachVaryingArrayConvertedOnce)
     const auto k = Variable("k", type, SlcDetailNode::AUniform());
     EXPECT_EQ(Lower(SlcTypeNode::CreateArrayType(SlcTypeNode::AFloat()), {a, b, a, k},
                     SlcDetailNode::AVarying()),
-              "t0 = ConvertArrayDSO a to; t1 = ConvertArrayDSO b to; "
-              "{ t2 = CallDSO t0 t1 t0 k lib_so.mix; } "
-              "a = ConvertArrayDSO t0 from; b = ConvertArrayDSO t1 from;");
+              "t0 = to_shadeop(a); t1 = to_shadeop(b); { t2 = shadeop(\"lib_so\", \"mix\", t0, t1, "
+              "t0, k); } a = from_shadeop(t0); b = from_shadeop(t1);");
 }
 
 }  // namespace

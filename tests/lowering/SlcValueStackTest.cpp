@@ -22,8 +22,7 @@ TEST_F(ValueStackTest, GivesAValueThatIsWrittenMeanwhileAsACopyMadeInTime)
     m_parts.Assign(m_y, 2);
     m_parts.Assign(m_x, 3);
     EXPECT_FALSE(m_values.Pop() == m_x);
-    EXPECT_EQ(m_parts.Text(), "{ x_1 = Assign #1; } { t0 = Assign x_1; } { y_1 = Assign #2; } "
-                              "{ x_1 = Assign #3; }");
+    EXPECT_EQ(m_parts.Text(), "{ x_1 = 1; } { t0 = x_1; } { y_1 = 2; } { x_1 = 3; }");
 }
 
 TEST_F(ValueStackTest, GivesOthersAsTheyAre)
@@ -39,7 +38,7 @@ TEST_F(ValueStackTest, GivesOthersAsTheyAre)
     m_values.Push(m_x);
     m_parts.Assign(m_x, 3);
     EXPECT_EQ(m_values.PopReference(), m_x);
-    EXPECT_EQ(m_parts.Text(), "{ y_1 = Assign #1; } { t0 = Assign #2; } { x_1 = Assign #3; }");
+    EXPECT_EQ(m_parts.Text(), "{ y_1 = 1; } { t0 = 2; } { x_1 = 3; }");
 }
 
 TEST_F(ValueStackTest, PutsEachCopyAtThePlaceOfItsValue)
@@ -53,8 +52,7 @@ TEST_F(ValueStackTest, PutsEachCopyAtThePlaceOfItsValue)
     for (int i = 0; i < 3; ++i)
         static_cast<void>(m_values.Pop());
     EXPECT_EQ(m_parts.Text(),
-              "{ t0 = Assign x_1; } { x_1 = Assign #1; } { t1 = Assign y_1; } { t2 = Assign x_1; } "
-              "{ x_1 = Assign #2; } { y_1 = Assign #3; }");
+              "{ t0 = x_1; } { x_1 = 1; } { t1 = y_1; } { t2 = x_1; } { x_1 = 2; } { y_1 = 3; }");
 }
 
 TEST_F(ValueStackTest, CopiesAnElementWhoseArrayIsWrittenThroughAnotherReference)
@@ -69,8 +67,7 @@ TEST_F(ValueStackTest, CopiesAnElementWhoseArrayIsWrittenThroughAnotherReference
     EXPECT_EQ(m_values.VariableOf(m_values.Last()), array);
     m_parts.Assign(element(1), 5);
     static_cast<void>(m_values.Pop());
-    EXPECT_EQ(m_parts.Text(), "t0 = ArrayRef w_1 #0; { t1 = Assign t0; } t2 = ArrayRef w_1 #1; "
-                              "{ t2 = Assign #5; }");
+    EXPECT_EQ(m_parts.Text(), "t0 = &w_1[0]; { t1 = t0; } t2 = &w_1[1]; { t2 = 5; }");
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 #include <set>
 #include <sstream>
 
-#include "CodeText.h"
+#include "helpers/CodeText.h"
 #include "icode/SlcICodes.h"
 #include "optimizer/SlcDeadCodeElimination.h"
 #include "optimizer/SlcLiveRanges.h"
@@ -25,18 +25,19 @@ public:
     std::string Make()
     {
         const int labels = 1 + Below(12);
-        std::string text = "begin";
+        std::string text = "begin;";
         for (int label = 0; label < labels; ++label) {
             const int lines = Below(10);
             for (int i = 0; i < lines; ++i)
-                text += "; " + Line();
-            text += "; L" + std::to_string(label) + ":";
+                text += ' ' + Line();
+            text += " L" + std::to_string(label) + ":";
             if (Below(3) != 0) {
-                text += "; goto L" + std::to_string(Below(labels));
-                text += m_jumpsAlways && Below(6) == 0 ? "" : " if g";
+                const std::string target = std::to_string(Below(labels));
+                text += m_jumpsAlways && Below(6) == 0 ? " goto L" : " g? goto L";
+                text += target + ';';
             }
         }
-        return text + "; Ci = " + Variable() + "; end";
+        return text + " Ci = " + Variable() + "; end;";
     }
 
 private:
@@ -46,16 +47,12 @@ private:
     {
         const std::string target = Variable();
         const std::string assignment =
-            target + " = " + (Below(8) == 0 ? target : Variable() + " + " + Variable());
-        if (Below(3) != 0)
-            return assignment;
-        const std::string label = "G" + std::to_string(m_guards++);
-        return "if f " + label + "; " + assignment + "; endif " + label;
+            target + " = " + (Below(8) == 0 ? target : Variable() + " + " + Variable()) + ';';
+        return Below(3) != 0 ? assignment : "f?( " + assignment + " )";
     }
 
     std::mt19937 m_random;
     bool m_jumpsAlways;
-    int m_guards = 0;
 };
 
 /// By block, what is alive at its front.

@@ -8,7 +8,7 @@
 #include <random>
 #include <set>
 
-#include "optimizer/CodeText.h"
+#include "helpers/CodeText.h"
 
 namespace {
 
@@ -18,23 +18,23 @@ using Blocks = std::set<int>;
 std::string RandomCode(std::mt19937& random)
 {
     const unsigned int labels = 2 + random() % 9;
-    std::string code = "x = 1";
+    std::string code = "x = 1;";
     for (unsigned int i = 0; i < labels; ++i) {
-        code += "; L" + std::to_string(i) + ":; x = x + 1";
+        code += " L" + std::to_string(i) + ": x = x + 1;";
         const std::string target = std::to_string(random() % labels);
         switch (random() % 5) {
         case 0:
-            code += "; goto L" + target;
+            code += " goto L" + target + ';';
             break;
         case 1:
         case 2:
-            code += "; goto L" + target + " if g";
+            code += " g? goto L" + target + ';';
             break;
         default:
             break;
         }
     }
-    return code + "; end";
+    return code + " end;";
 }
 
 class PlainNest {

@@ -80,6 +80,7 @@ Fault FindFault(const ReferenceProgram& program)
 {
     const std::string source = program.Text();
     SlcOptionsControl options;
+    options.m_validateICode = true;
     const CheckedShader checked(source, options);
     const bool accepted = checked.IsAccepted();
     const ReferenceVerdict verdict = JudgeProgram(program);

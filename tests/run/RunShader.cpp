@@ -11,6 +11,7 @@
 #include "backends/SlcGenByteCode.h"
 #include "driver/SlcCommandLine.h"
 #include "helpers/CheckedShader.h"
+#include "helpers/ICodeReadBack.h"
 #include "machine/SqxScene.h"
 #include "machine/verify/QxVerifier.h"
 #include "support/SlcDiagnostics.h"
@@ -75,6 +76,7 @@ std::string ByteCodeOf(const std::string& source, int level)
 {
     Keep(source);
     SlcOptionsControl options;
+    options.m_validateICode = true;
     SetOptimizationLevel(level, options);
     options.m_convertTmpVarDetail = false;  // as the driver has it for byte-code
     const CheckedShader checked(source, options);
@@ -89,6 +91,7 @@ std::string ByteCodeOf(const std::string& source, int level)
         SlcInterForm form(options);
         form.GenInterForm(checked.Root());
         form.Optimize();
+        EXPECT_EQ(ICodeReadBackFault(*form.m_mainList), "") << source;
         SlcGenByteCode(form.m_errors, text).GenByteCode(form);
         written = form.m_errors->NoError();
     } catch (const SlcCompilationError&) {

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "icode/SlcJumpICode.h"
+#include "icode/SlcLexType.h"
+
+/// Names of operands and labels in the text form.
+///
+/// Temporaries and generated labels are numbered by first use, so that equal code has equal text
+/// whatever was compiled before: `u0` is a uniform flag, `f0` a varying one, `t0` any other
+/// temporary, `L0` a label. Predefined variables have the name that the source gives them, those of
+/// the current light with `light_` before it; other variables have their own.
+class SlcICodeNames {
+public:
+    [[nodiscard]] std::string Of(const SlcLabel& label);
+    /// The name of a variable, or the text of a constant: `0.5`, `true`, `"text"`, and `#3` for an
+    /// integer that the compiler added to a call.
+    [[nodiscard]] std::string Of(const SlcOperand& operand);
+    /// Whether the lowering made the variable; a local of the source is none.
+    [[nodiscard]] static bool IsTemporary(const SlcLexType& operand);
+
+private:
+    [[nodiscard]] std::string Numbered(char kind, const std::string& name);
+
+    std::map<char, std::map<std::string, std::size_t>> m_numbers;  // by kind, then by true name
+};

@@ -1,0 +1,278 @@
+// One walker that writes each instruction in the form that docs/icode.md gives it. The general form
+// is a call, `results = word(operands)`; what occurs most has a sign of its own.
+//
+// Tested by tests/icode/SlcICodeTextTest.cpp, which reads all texts back, and by every test of the
+// lowering and the optimizer.
+
+#include "icode/SlcICodeText.h"
+
+#include <algorithm>
+
+#include "icode/SlcICodeSigns.h"
+#include "icode/SlcICodes.h"
+
+namespace {
+
+class Printer : public SlcAllICodeWalker {
+public:
+    explicit Printer(SlcICodeNames& names) : m_names(names) {}
+
+    [[nodiscard]] std::string Print(SlcICode& code)
+    {
+        code.ApplyWalker(this);
+        return std::move(m_text);
+    }
+
+private:
+    using SlcAllICodeWalker::Case;
+
+    // Values
+
+    void Case(SlcPtr<SlcAssignICode> code) override
+    {
+        Write(code->m_dest, " = ", code->m_source, ";");
+    }
+    void Case(SlcPtr<SlcAssignSIMDICode> code) override
+    {
+        Write(code->m_dest, " <- ", code->m_source, ";");
+    }
+    void Case(SlcPtr<SlcAssignToZeroICode> code) override { Call({code->m_dest}, "zero", {}); }
+    void Case(SlcPtr<SlcArithExprICode> code) override { Binary(*code); }
+    void Case(SlcPtr<SlcBinOpBoolExprICode> code) override { Binary(*code); }
+    void Case(SlcPtr<SlcUnaryMinusICode> code) override
+    {
+        const bool isConst = code->m_source->IsConst();  // -1 is a constant, -(1) is not
+        Write(code->m_dest, isConst ? " = -(" : " = -", code->m_source, isConst ? ");" : ";");
+    }
+    void Case(SlcPtr<SlcPointICode> code) override { Triple(*code, "point"); }
+    void Case(SlcPtr<SlcVectorICode> code) override { Triple(*code, "vector"); }
+    void Case(SlcPtr<SlcNormalICode> code) override { Triple(*code, "normal"); }
+    void Case(SlcPtr<SlcColorICode> code) override
+    {
+        Call({code->m_dest}, "color", {code->m_r, code->m_g, code->m_b});
+    }
+    void Case(SlcPtr<SlcMatrixICode> code) override
+    {
+        Call({code->m_dest}, "matrix", code->m_values);
+    }
+    void Case(SlcPtr<SlcArrayRefICode> code) override
+    {
+        Write(code->m_result, " = &", code->m_array, "[", code->m_index, "];");
+    }
+    void Case(SlcPtr<SlcCheckValidArrayIndexICode> code) override
+    {
+        Write("check_index(", code->m_arrayName, ", ", code->m_index, ", ", code->m_size, ", ",
+              code->m_line, ", ", code->m_fileName, ");");
+    }
+    void Case(SlcPtr<SlcTransformFromSpaceICode> code) override { Transform(*code, "from_space"); }
+    void Case(SlcPtr<SlcTransformToSpaceICode> code) override { Transform(*code, "to_space"); }
+    void Case(SlcPtr<SlcConcatSpaceMatrixICode> code) override
+    {
+        Write(code->m_dest, " = concat_space(", code->m_source, ", ", code->m_space->GetText(),
+              ");");
+    }
+
+    // Flags
+
+    void Case(SlcPtr<SlcSetUniformBoolFlagICode> code) override
+    {
+        Write(code->m_dest, " = any ", code->m_source, ";");
+    }
+    void Case(SlcPtr<SlcInvertBoolFlagICode> code) override
+    {
+        Write(code->m_dest, " = ");
+        if (code->m_outer)
+            Write(code->m_outer, " but ");
+        Write("not ", code->m_source, ";");
+    }
+    void Case(SlcPtr<SlcOrBoolFlagICode> code) override
+    {
+        Write(code->m_dest, " = ", code->m_left, " or ", code->m_right, ";");
+    }
+
+    // Brackets, labels and jumps
+
+    void Case(SlcPtr<SlcBeginParallelICode>) override { Write("{"); }
+    void Case(SlcPtr<SlcEndParallelICode>) override { Write("}"); }
+    void Case(SlcPtr<SlcIfTrueICode> code) override { Write(code->m_flag, "?("); }
+    void Case(SlcPtr<SlcIfFalseICode> code) override { Write("!", code->m_flag, "?("); }
+    void Case(SlcPtr<SlcEndIfICode>) override { Write(")"); }
+    void Case(SlcPtr<SlcLabelICode> code) override { Write(code, ":"); }
+    void Case(SlcPtr<SlcGotoICode> code) override { Write("goto ", code->m_label, ";"); }
+    void Case(SlcPtr<SlcIfTrueGotoICode> code) override
+    {
+        Write(code->m_flag, "? goto ", code->m_label, ";");
+    }
+    void Case(SlcPtr<SlcIfFalseGotoICode> code) override
+    {
+        Write("!", code->m_flag, "? goto ", code->m_label, ";");
+    }
+    void Case(SlcPtr<SlcBreakICode> code) override { Leave(*code, "break"); }
+    void Case(SlcPtr<SlcContinueICode> code) override { Leave(*code, "continue"); }
+    void Case(SlcPtr<SlcBeginShaderICode>) override { Write("begin;"); }
+    void Case(SlcPtr<SlcEndShaderICode>) override { Write("end;"); }
+
+    // Calls
+
+    void Case(SlcPtr<SlcCallICode> code) override
+    {
+        std::string_view primitive = code->m_name->GetName();
+        if (primitive.starts_with(k_slcPrimitivePrefix))
+            primitive.remove_prefix(k_slcPrimitivePrefix.size());
+        Call(OneOrNone(code->m_result), primitive, code->m_args);
+        if (code->m_list == SlcCallICode::ArgumentList::Counted) {
+            m_text.pop_back();
+            Write(" counted;");
+        }
+        Limit(code->m_form);
+    }
+    void Case(SlcPtr<SlcCallDSOICode> code) override
+    {
+        Operands arguments = {SlcLexType::String('"' + code->m_funcKey + '"'),
+                              SlcLexType::String('"' + code->m_methodName + '"')};
+        arguments.insert(arguments.end(), code->m_args.begin(), code->m_args.end());
+        Call(OneOrNone(code->m_result), "shadeop", arguments);
+    }
+    void Case(SlcPtr<SlcConvertArrayDSOICode> code) override
+    {
+        Call({code->m_dest}, code->m_toDSO ? "to_shadeop" : "from_shadeop", {code->m_source});
+    }
+    void Case(SlcPtr<SlcTextureSTPointsICode> code) override
+    {
+        Call({code->m_corners.begin(), code->m_corners.end()}, "patch", {code->m_s, code->m_t});
+        Limit(SlcGridForm{false, code->m_condition});
+    }
+    void Case(SlcPtr<SlcTexturePointsICode> code) override
+    {
+        Call({code->m_corners.begin(), code->m_corners.end()}, "patch", {code->m_point});
+        Limit(SlcGridForm{false, code->m_condition});
+    }
+    void Case(SlcPtr<SlcFilterstepPointsICode> code) override
+    {
+        Call({code->m_x}, "interval", {code->m_y});
+        Limit(SlcGridForm{false, code->m_condition});
+    }
+
+    // Light
+
+    void Case(SlcPtr<SlcEvalLightForPICode>) override { Call({}, "evaluate_lights", {}); }
+    void Case(SlcPtr<SlcResetEvalLightForPICode>) override { Call({}, "forget_lights", {}); }
+    void Case(SlcPtr<SlcEvalLightICode> code) override
+    {
+        Call({}, "evaluate_lights", {code->m_position});
+    }
+    void Case(SlcPtr<SlcBeginIlluminanceICode> code) override
+    {
+        Write("lights ", code->m_startLabel, " ", code->m_endLabel, ";");
+    }
+    void Case(SlcPtr<SlcEndIlluminanceICode> code) override
+    {
+        Write("next ", code->m_startLabel, ";");
+    }
+    void Case(SlcPtr<SlcCheckIlluminanceICode> code) override
+    {
+        Call({code->m_flag}, "in_cone", {code->m_position, code->m_axis, code->m_angle});
+        Limit(code->m_form);
+    }
+    void Case(SlcPtr<SlcIlluminateICode> code) override
+    {
+        Operands arguments = {code->m_position};
+        if (code->m_axis)
+            arguments.insert(arguments.end(), {code->m_axis, code->m_angle});
+        arguments.push_back(code->m_Ps);
+        Call({code->m_flag, code->m_L}, "illuminate", arguments);
+        Limit(code->m_form);
+    }
+    void Case(SlcPtr<SlcSolarICode> code) override
+    {
+        Call({code->m_flag, code->m_L}, "solar", {code->m_axis, code->m_angle});
+        Limit(code->m_form);
+    }
+
+    void Default(SlcPtr<SlcICode>) override { Write("note;"); }
+
+    // What the forms have in common
+
+    using Operands = std::deque<SlcOperand>;
+
+    template <class Code>
+    void Binary(const Code& code)
+    {
+        const auto* row = std::find_if(std::begin(k_slcICodeSigns), std::end(k_slcICodeSigns),
+                                       [&](const auto& sign) { return sign.code == typeid(code); });
+        Write(code.m_resultId, " = ", code.m_leftExpr, " ", row->sign, " ", code.m_rightExpr, ";");
+    }
+    void Triple(const SlcPointICode& code, const char* word)
+    {
+        Call({code.m_dest}, word, {code.m_x, code.m_y, code.m_z});
+    }
+    void Transform(const SlcTransformSpaceICode& code, const std::string& word)
+    {
+        Call({code.m_dest}, word + '_' + code.m_type->ToString(), {code.m_source, code.m_space});
+        Limit(code.m_form);
+    }
+    template <class Code>
+    void Leave(const Code& code, const char* word)
+    {
+        Write(word);
+        for (const SlcOperand& flag : code.m_flags)
+            Write(" ", flag);
+        Write(" to ", code.m_label, ";");
+    }
+    void Call(const Operands& results, std::string_view word, const Operands& arguments)
+    {
+        List(results);
+        Write(results.empty() ? "" : " = ", word, "(");
+        List(arguments);
+        Write(");");
+    }
+    void List(const Operands& operands)
+    {
+        for (std::size_t i = 0; i < operands.size(); ++i)
+            Write(i == 0 ? "" : ", ", operands[i]);
+    }
+    [[nodiscard]] static Operands OneOrNone(const SlcOperand& operand)
+    {
+        return operand ? Operands{operand} : Operands{};
+    }
+    /// Appends how the instruction that has just been written runs over the grid.
+    void Limit(const SlcGridForm& form)
+    {
+        m_text.pop_back();  // the semicolon goes to the end
+        if (form.simd)
+            Write(" simd");
+        if (form.condition)
+            Write(" at ", form.condition);
+        Write(";");
+    }
+
+    /// Appends texts and names. In order: the first use of a name decides its number.
+    template <class... Parts>
+    void Write(const Parts&... parts)
+    {
+        ((m_text += TextOf(parts)), ...);
+    }
+    [[nodiscard]] static std::string_view TextOf(std::string_view text) { return text; }
+    [[nodiscard]] std::string TextOf(int number) { return '#' + std::to_string(number); }
+    [[nodiscard]] std::string TextOf(const SlcOperand& operand) { return m_names.Of(operand); }
+    [[nodiscard]] std::string TextOf(const SlcLabel& label) { return m_names.Of(label); }
+
+    SlcICodeNames& m_names;
+    std::string m_text;
+};
+
+}  // namespace
+
+std::string SlcICodeText::Of(SlcICode& code, SlcICodeNames& names)
+{
+    return Printer(names).Print(code);
+}
+
+std::string SlcICodeText::Of(const SlcListICode& list)
+{
+    SlcICodeNames names;
+    std::string text;
+    for (const auto& code : list.m_icodes)
+        text += (text.empty() ? "" : " ") + Of(*code, names);
+    return text;
+}

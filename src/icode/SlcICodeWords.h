@@ -1,0 +1,14 @@
+#pragma once
+
+#include <deque>
+#include <string_view>
+
+#include "icode/SlcGridForm.h"
+#include "icode/SlcICode.h"
+
+/// The instruction that is written as a call of `word`, but calls no primitive: `color(r, g, b)`,
+/// `illuminate(P, Ps)`. Null if there is none with that number of results and arguments.
+[[nodiscard]] SlcPtr<SlcICode> SlcMakeICodeOfWord(std::string_view word,
+                                                  const std::deque<SlcOperand>& results,
+                                                  const std::deque<SlcOperand>& arguments,
+                                                  const SlcGridForm& form);
