@@ -150,3 +150,9 @@ void QxErrorHolder::Report(const char* text)
 {
     Tell(&QxShaderSupport::Report, text);
 }
+
+bool QxErrorHolder::LightMessage(unsigned int light, const char* name, const QxMessageValue& value)
+{
+    return Ask<bool, unsigned int, const char*, const QxMessageValue&>(
+        &QxShaderSupport::LightMessage, false, light, name, value);
+}

@@ -45,6 +45,7 @@ public:
     float Random() override;
     void Print(const char* text) override;
     void Report(const char* text) override;
+    bool LightMessage(unsigned int light, const char* name, const QxMessageValue& value) override;
 
 private:
     template <class Result, class... Arguments>

@@ -15,5 +15,6 @@
 #include "host/QxHostScene.h"
 #include "host/QxHostSpaces.h"
 #include "host/QxHostValue.h"
+#include "host/QxParameterSet.h"
 #include "host/QxShader.h"
 #include "host/QxShaderInstance.h"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <optional>
@@ -12,6 +13,20 @@
 #include "host/QxHostSpaces.h"
 
 class QxShaderInstance;
+
+/// A light of a scene.
+enum class QxLightHandle : std::uint32_t {};
+
+/// What belongs to the surface that a grid is a part of: the instances that its shaders send
+/// messages to, null for none, and categories, by which lights choose what they light.
+struct QxHostObject {
+    QxShaderInstance* surface = nullptr;
+    QxShaderInstance* displacement = nullptr;
+    QxShaderInstance* atmosphere = nullptr;
+    QxShaderInstance* incident = nullptr;  // the volume that rays come through
+    QxShaderInstance* opposite = nullptr;  // the volume on the other side
+    std::vector<std::string> categories;
+};
 
 /// What shaders of a host share: coordinate spaces, lights, and answers to their questions. What
 /// else needs a scene gets the neutral answer; a host that knows better derives from this.
@@ -36,33 +51,56 @@ public:
     /// Spaces by name. The current one is that of the grids; a name that is not defined means it.
     [[nodiscard]] QxHostSpaces& Spaces() { return m_spaces; }
 
-    // Lights. Places and directions are in the current space. They may be added between two grids;
-    // none is ever removed.
+    // Lights. Places and directions are in the current space. They are added, removed and changed
+    // between grids alone: each of these throws `QxHostError` while one is shaded.
 
     /// From everywhere alike; several add up.
-    void AddAmbientLight(const QxRGBColor& color);
+    QxLightHandle AddAmbientLight(const QxRGBColor& color);
     /// As bright at any distance.
-    void AddPointLight(const QxVector3& position, const QxRGBColor& color);
+    QxLightHandle AddPointLight(const QxVector3& position, const QxRGBColor& color);
     /// `direction`: the way that the light goes.
-    void AddDistantLight(const QxVector3& direction, const QxRGBColor& color);
-    /// A light shader, which must outlive the scene and stands where its "shader" space does. One
+    QxLightHandle AddDistantLight(const QxVector3& direction, const QxRGBColor& color);
+    /// A light shader, which must outlive its use and stands where its "shader" space does. One
     /// without `illuminate` and `solar` is ambient. Throws `QxHostError` if it is no light shader.
-    void AddLight(QxShaderInstance& light);
-    /// Without the ambient ones.
+    QxLightHandle AddLight(QxShaderInstance& light);
+    /// Throws `QxHostError` for a light that was removed before. O(n).
+    void RemoveLight(QxLightHandle light);
+    /// A light that is switched off lights nothing, until it is switched on. O(n).
+    void SwitchLight(QxLightHandle light, bool on);
+    /// From now on it lights objects alone that have one of the categories; all objects for an
+    /// empty list. O(n).
+    void LimitLight(QxLightHandle light, std::vector<std::string> categories);
+    /// Those without the ambient ones that light the grid which is being shaded, or, while none is,
+    /// that would light an object without categories.
     [[nodiscard]] unsigned int LightCount() const;
+    /// The light whose shader is being run, for answers to it.
+    [[nodiscard]] std::optional<QxLightHandle> RunningLight() const;
+
+    /// The grids that begin from now on are parts of this object; null for one of which nothing is
+    /// known. It must live, and stay as it is, until such grids have ended and another one was set.
+    /// An answer may set the object that its ray hit: when its grid ends, that of the grid around
+    /// it counts again.
+    void SetObject(const QxHostObject* object) { m_object = object; }
 
     /// What a message such as `attribute("name", ...)` finds under the name. A value of another
     /// type or length than the shader asks for is no answer. The last one set counts.
     void SetAnswer(QxMessage message, const std::string& name, const QxHostValue& value);
+    void ClearAnswer(QxMessage message, const std::string& name);
+    /// The same for `textureinfo`, of one texture.
+    void SetTextureAnswer(const std::string& texture, const std::string& name,
+                          const QxHostValue& value);
+    void ClearTextureAnswer(const std::string& texture, const std::string& name);
 
     /// Points are shaded as long as this lives: lights are run on grids of their layout, and see
     /// their eye and time. `QxShaderInstance::Run` makes one when it is handed a scene; a host that
     /// shades by other means does it itself. Such objects go in reverse order of their making.
     class GridScope {
     public:
-        /// Throws `QxHostError` where rays are nested deeper than the limit.
-        GridScope(QxHostScene& scene, const QxHostPoints& points);
-        ~GridScope() { --m_scene.m_depth; }
+        /// `shader`: the instance that shades, if one does. Throws `QxHostError` where rays are
+        /// nested deeper than the limit.
+        GridScope(QxHostScene& scene, const QxHostPoints& points,
+                  QxShaderInstance* shader = nullptr);
+        ~GridScope();
         GridScope(const GridScope&) = delete;
         GridScope& operator=(const GridScope&) = delete;
 
@@ -83,49 +121,69 @@ public:
                          QxRGBColor* results) override;
     /// Grids around the one that is being shaded: 0 while none or one is.
     float RayLevel() override { return m_depth > 1 ? static_cast<float>(m_depth - 1) : 0; }
-    /// True if there is an answer, which then stands in `value`.
+    /// True if there is an answer, which then stands in `value`. The instances of the object answer
+    /// before what was set by `SetAnswer`, with their parameters; the shader that is being run does
+    /// where the object has none of its kind.
     bool Message(QxMessage message, const char* texture, const char* name,
                  const QxMessageValue& value) override;
+    /// A light shader answers with its parameters, as it was run for the grid.
+    bool LightMessage(unsigned int light, const char* name, const QxMessageValue& value) override;
 
 private:
     struct Light {
-        QxVector3 place = {0, 0, 0};  // or the direction
-        bool distant = false;
-        QxRGBColor color = {0, 0, 0};
-        QxShaderInstance* shader = nullptr;  // in place of all others
-    };
+        enum class Kind { Ambient, Point, Distant, Shader, AmbientShader };
 
-    struct AmbientShader {
-        QxShaderInstance* shader;
-        bool steady;  // alike at all points
+        Kind kind;
+        QxLightHandle handle;
+        QxVector3 place;  // or the direction
+        QxRGBColor color;
+        QxShaderInstance* shader;  // in place of the others
+        bool steady;               // of an ambient one: alike at all points
+        bool on = true;
+        std::vector<std::string> categories;
+
+        [[nodiscard]] bool IsAmbient() const
+        {
+            return kind == Kind::Ambient || kind == Kind::AmbientShader;
+        }
+        [[nodiscard]] bool Lights(const QxHostObject* object) const;
     };
     /// What is known of a grid that is being shaded.
     struct Level {
         QxGrid layout = {1, 1};
         float time = 0;
         QxVector3 eye = {0, 0, 0};
+        const QxHostObject* object = nullptr;
+        QxShaderInstance* shader = nullptr;
+        std::vector<const Light*> lights;         // that light the object, in their order
+        std::vector<const Light*> ambientLights;  // likewise
+        std::vector<unsigned long> runs;          // of each of `lights`: its last one for this grid
         std::unique_ptr<QxHostGrid> lightGrid;    // once a light shader has been run
         std::unique_ptr<QxHostGrid> ambientGrid;  // of one point
         std::optional<QxRGBColor> steadyAmbient;
+        const Light* running = nullptr;
         bool inAmbient = false;  // an ambient light is being run
     };
 
+    QxLightHandle Add(Light light);
+    [[nodiscard]] Light& At(QxLightHandle light);
+    void CheckBetweenGrids() const;
+    void ChooseLights(Level& level) const;
     [[nodiscard]] Level& CurrentLevel();
-    [[nodiscard]] bool HasPlaceAmbient() const;
     [[nodiscard]] QxRGBColor SteadyAmbient(Level& level);
-    [[nodiscard]] QxRGBColor AmbientOf(Level& level, QxShaderInstance& light,
-                                       const QxVector3& position);
-    void RunLight(Level& level, QxShaderInstance& light, QxHostGrid& grid,
-                  const QxVector3* positions);
-    void TakeLight(Level& level, QxShaderInstance& light, const QxVector3* positions,
+    [[nodiscard]] QxRGBColor AmbientOf(Level& level, const Light& light, const QxVector3& position);
+    void RunLight(Level& level, const Light& light, QxHostGrid& grid, const QxVector3* positions);
+    void TakeLight(Level& level, unsigned int number, const QxVector3* positions,
                    unsigned int points, const QxLightInput& result);
+    [[nodiscard]] QxShaderInstance* ReceiverOf(QxMessage message);
+    [[nodiscard]] bool AnswerOfHost(const std::string& name, QxMessage message,
+                                    const QxMessageValue& value) const;
 
     QxHostSpaces m_spaces;
     std::vector<Light> m_lights;
+    std::uint32_t m_lastLight = 0;
     std::map<std::pair<QxMessage, std::string>, QxHostValue> m_answers;
-
-    QxRGBColor m_ambientColor = {0, 0, 0};
-    std::vector<AmbientShader> m_ambientShaders;
+    const QxHostObject* m_object = nullptr;
 
     unsigned int m_rayLevelLimit = k_rayLevelLimit;
     unsigned int m_depth = 0;                      // grids that are being shaded

@@ -62,7 +62,22 @@ std::size_t QxHostValue::Count() const
 
 bool QxHostValue::Fits(QxValueType wanted) const
 {
+    return QxFitsType(type, wanted);
+}
+
+bool QxFitsType(QxValueType type, QxValueType wanted)
+{
     return Storage(type) == Storage(wanted);
+}
+
+std::optional<QxValueType> QxTypeNamed(std::string_view name)
+{
+    for (const QxValueType type :
+         {QxValueType::Float, QxValueType::Point, QxValueType::Color, QxValueType::String,
+          QxValueType::Matrix, QxValueType::Vector, QxValueType::Normal})
+        if (name == QxTypeName(type))
+            return type;
+    return std::nullopt;
 }
 
 const char* QxTypeName(QxValueType type)

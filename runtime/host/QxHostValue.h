@@ -1,6 +1,8 @@
 #pragma once
 
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "QxShading.h"
@@ -41,5 +43,8 @@ struct QxHostValue {
     [[nodiscard]] bool Fits(QxValueType wanted) const;
 };
 
-/// How users call a type, such as "color".
+/// How users call a type, such as "color", and the type of a name; none for another word.
 [[nodiscard]] const char* QxTypeName(QxValueType type);
+[[nodiscard]] std::optional<QxValueType> QxTypeNamed(std::string_view name);
+/// A value of one type passes for another one: points, vectors and normals for each other.
+[[nodiscard]] bool QxFitsType(QxValueType type, QxValueType wanted);

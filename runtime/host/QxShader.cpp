@@ -93,6 +93,31 @@ void QxShader::ComputeDefaults(std::vector<QxVar>& variables) const
     NewRun()->Initialize(context, spaces.data(), variables);
 }
 
+QxParameterHandle QxShader::Handle(std::string_view name) const
+{
+    for (std::size_t i = 0; i < m_parameters.size(); ++i)
+        if (m_parameters[i].name == name)
+            return static_cast<QxParameterHandle>(i);
+    throw QxHostError("Shader '" + m_name + "' has no parameter '" + std::string(name) + "'");
+}
+
+const char* QxShader::TypeName(QxShaderInterface::QxType type)
+{
+    switch (type) {
+    case QxShaderInterface::e_typeLight:
+        return "light";
+    case QxShaderInterface::e_typeSurface:
+        return "surface";
+    case QxShaderInterface::e_typeVolume:
+        return "volume";
+    case QxShaderInterface::e_typeDisplacement:
+        return "displacement";
+    case QxShaderInterface::e_typeImager:
+        break;
+    }
+    return "imager";
+}
+
 bool QxShader::Uses(std::string_view predefined) const
 {
     return std::find(m_predefined.begin(), m_predefined.end(), predefined) != m_predefined.end();

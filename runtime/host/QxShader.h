@@ -14,6 +14,10 @@
 /// Whether a run is to stop. It is asked in the thread that runs.
 using QxStopTest = std::function<bool()>;
 
+/// A parameter of a shader, by its position: to look its name up once. Good for all instances of
+/// the shader.
+enum class QxParameterHandle : std::size_t {};
+
 /// Shades with a shader for one user at a time, in one thread at a time.
 class QxShaderRun {
 public:
@@ -75,6 +79,8 @@ public:
     [[nodiscard]] const std::string& Name() const { return m_name; }
     [[nodiscard]] QxShaderInterface::QxType Type() const { return m_type; }
     [[nodiscard]] const std::vector<Parameter>& Parameters() const { return m_parameters; }
+    /// The parameter of that name. Throws `QxHostError` if there is none. O(n).
+    [[nodiscard]] QxParameterHandle Handle(std::string_view name) const;
     /// The default value of each parameter, in the space that it is given in. A value that needs
     /// the shading point has none. What a computation prints is dropped. It costs what the
     /// computation of all of them does.
@@ -93,6 +99,9 @@ public:
     {
         return m_shadeopLibraries;
     }
+
+    /// What a shader's user calls its type: "surface", "light" and so on.
+    [[nodiscard]] static const char* TypeName(QxShaderInterface::QxType type);
 
     // For instances.
 

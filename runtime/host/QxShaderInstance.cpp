@@ -40,13 +40,6 @@ void WithElements(const QxHostValue& value, const Use& use)
     use(static_cast<const void*>(texts.data()));
 }
 
-std::string Told(const Parameter& parameter)
-{
-    const std::string array =
-        parameter.length == 1 ? "" : "[" + std::to_string(parameter.length) + "]";
-    return "Parameter '" + parameter.name + "' is a " + QxTypeName(parameter.type) + array;
-}
-
 }  // namespace
 
 QxShaderInstance::Room::Room(const QxShader& shader)
@@ -65,10 +58,12 @@ public:
         room.lastUse = ++instance.m_runs;
         instance.m_last.resize(instance.m_depth + 1);
         instance.m_last[instance.m_depth++] = nullptr;
+        instance.m_running.push_back(&room);
     }
     ~RoomScope()
     {
         m_room.busy = false;
+        m_instance.m_running.pop_back();
         m_instance.m_last[--m_instance.m_depth] = &m_room;
         m_instance.ReturnBuffers(m_room);
     }
@@ -82,7 +77,8 @@ private:
 
 QxShaderInstance::QxShaderInstance(std::shared_ptr<const QxShader> shader, QxHostSpaces& spaces)
     : m_shader(std::move(shader)),
-      m_spaces(spaces)
+      m_spaces(spaces),
+      m_own(m_shader)
 {
     // A surface gets what belongs to a light from its lights.
     const bool isLight = m_shader->Type() == QxShaderInterface::e_typeLight;
@@ -91,68 +87,51 @@ QxShaderInstance::QxShaderInstance(std::shared_ptr<const QxShader> shader, QxHos
             m_wanted |= QxHostPoints::Named(name);
 }
 
-std::size_t QxShaderInstance::Find(const std::string& name) const
+const Parameter& QxShaderInstance::At(QxParameterHandle parameter) const
 {
-    const auto& parameters = m_shader->Parameters();
-    for (std::size_t i = 0; i < parameters.size(); ++i)
-        if (parameters[i].name == name)
-            return i;
-    throw QxHostError("Shader '" + m_shader->Name() + "' has no parameter '" + name + "'");
+    const auto number = static_cast<std::size_t>(parameter);
+    if (number >= m_shader->Parameters().size())
+        throw QxHostError("Shader '" + m_shader->Name() + "' has no parameter of that handle");
+    return m_shader->Parameters()[number];
 }
 
-std::size_t QxShaderInstance::FindFitting(const std::string& name, const QxHostValue& value) const
+void QxShaderInstance::Set(QxParameterHandle parameter, const QxHostValue& value)
 {
-    const std::size_t number = Find(name);
-    const Parameter& parameter = m_shader->Parameters()[number];
-    if (!value.Fits(parameter.type))
-        throw QxHostError(Told(parameter) + ", but is set to a " + QxTypeName(value.type));
-    return number;
+    m_own.Set(parameter, value);
+    Forget(parameter);
 }
 
-void QxShaderInstance::Set(const std::string& name, const QxHostValue& value)
+void QxShaderInstance::SetForEachPoint(QxParameterHandle parameter, const QxHostValue& values)
 {
-    const std::size_t number = FindFitting(name, value);
-    const Parameter& parameter = m_shader->Parameters()[number];
-    if (value.Count() != parameter.length)
-        throw QxHostError(Told(parameter) + ", but is set to " + std::to_string(value.Count()) +
-                          " values");
-    Forget(number);
-    m_settings.insert_or_assign(number, Setting{value, false});
+    m_own.SetForEachPoint(parameter, values);
+    Forget(parameter);
 }
 
-void QxShaderInstance::SetForEachPoint(const std::string& name, const QxHostValue& values)
+void QxShaderInstance::SetBuffer(QxParameterHandle handle, std::span<float> values)
 {
-    const std::size_t number = FindFitting(name, values);
-    if (!m_shader->Parameters()[number].varying)
-        throw QxHostError("Parameter '" + name + "' is uniform, it has one value for all points");
-    Forget(number);
-    m_settings.insert_or_assign(number, Setting{values, true});
-}
-
-void QxShaderInstance::SetBuffer(const std::string& name, std::span<float> values)
-{
-    const std::size_t number = Find(name);
-    const Parameter& parameter = m_shader->Parameters()[number];
+    const Parameter& parameter = At(handle);
     if (parameter.type == QxValueType::String)
-        throw QxHostError("Parameter '" + name + "' is a string, which no buffer of numbers holds");
+        throw QxHostError("Parameter '" + parameter.name +
+                          "' is a string, which no buffer of numbers holds");
     const std::size_t ofPoint = parameter.length * QxFloatCount(parameter.type);
     const bool fits = parameter.varying ? !values.empty() && values.size() % ofPoint == 0
                                         : values.size() == ofPoint;
     if (!fits)
-        throw QxHostError("The buffer of parameter '" + name + "' holds " +
+        throw QxHostError("The buffer of parameter '" + parameter.name + "' holds " +
                           std::to_string(values.size()) + " numbers, but " +
                           std::to_string(ofPoint) + " are needed" +
                           (parameter.varying ? " for each point" : ""));
-    ClearBuffer(name);
+    ClearBuffer(handle);
     if (!parameter.output)
-        m_settings.erase(number);
-    m_buffers.insert_or_assign(number, values);
+        m_own.Reset(handle);
+    m_buffers.insert_or_assign(static_cast<std::size_t>(handle), values);
     ++m_changes;
 }
 
-void QxShaderInstance::ClearBuffer(const std::string& name)
+void QxShaderInstance::ClearBuffer(QxParameterHandle parameter)
 {
-    if (m_buffers.erase(Find(name)) == 0)
+    static_cast<void>(At(parameter));
+    if (m_buffers.erase(static_cast<std::size_t>(parameter)) == 0)
         return;
     ++m_changes;
     for (const auto& room : m_rooms)
@@ -160,20 +139,25 @@ void QxShaderInstance::ClearBuffer(const std::string& name)
             ReturnBuffers(*room);
 }
 
-void QxShaderInstance::Reset(const std::string& name)
+void QxShaderInstance::Reset(QxParameterHandle parameter)
 {
-    ClearBuffer(name);
-    m_settings.erase(Find(name));
-    ++m_changes;
+    ClearBuffer(parameter);
+    m_own.Reset(parameter);
 }
 
-/// What was set before counts no more: the value, and the buffer that held it.
-void QxShaderInstance::Forget(std::size_t parameter)
+/// An input has a new value, which no buffer holds.
+void QxShaderInstance::Forget(QxParameterHandle parameter)
 {
-    ++m_changes;
-    const Parameter& changed = m_shader->Parameters()[parameter];
-    if (!changed.output && m_buffers.contains(parameter))
-        ClearBuffer(changed.name);
+    if (!At(parameter).output)
+        ClearBuffer(parameter);
+}
+
+void QxShaderInstance::Use(const QxParameterSet* set)
+{
+    if (set && &set->Shader() != m_shader.get())
+        throw QxHostError("The set is one of shader '" + set->Shader().Name() + "', not of '" +
+                          m_shader->Name() + "'");
+    m_used = set;
 }
 
 /// What was a buffer and is none any more is referred to no longer: the host may free it.
@@ -239,30 +223,40 @@ QxShaderInstance::Room& QxShaderInstance::NewRoom()
     return *m_rooms.back();
 }
 
-/// One that was made for that many points, or else the one that was used least recently.
+/// What it holds is what the next run begins with.
+bool QxShaderInstance::IsFresh(const Room& room) const
+{
+    return room.points != 0 && room.changes == m_changes && room.values == Values().Version();
+}
+
+/// One that holds the values for that many points, or else the one that was used least recently.
 QxShaderInstance::Room& QxShaderInstance::FindRoom(std::size_t points)
 {
-    constexpr unsigned int k_sizes = 3;
+    constexpr unsigned int k_spare = 4;
     Room* oldest = nullptr;
     unsigned int free = 0;
     for (const auto& room : m_rooms) {
         if (room->busy)
             continue;
-        if (room->points == points)
+        if (room->points == points && IsFresh(*room))
             return *room;
         ++free;
-        if (!oldest || room->points == 0 ||
-            (oldest->points != 0 && room->lastUse < oldest->lastUse))
+        // What holds nothing that is current goes first.
+        const auto isBetter = [&](const Room& other) {
+            return IsFresh(*room) == IsFresh(other) ? room->lastUse < other.lastUse
+                                                    : IsFresh(other);
+        };
+        if (!oldest || isBetter(*oldest))
             oldest = room.get();
     }
     CheckMemory(points);
-    const bool another = free == 0 || (free < k_sizes && oldest->points != 0);
+    const bool another = free == 0 || (free < k_spare && IsFresh(*oldest));
     return another ? NewRoom() : *oldest;
 }
 
 void QxShaderInstance::Run(const QxHostPoints& points, QxHostScene& scene)
 {
-    const QxHostScene::GridScope scope(scene, points);
+    const QxHostScene::GridScope scope(scene, points, this);
     Shade(points, scene, scene.LightCount());
 }
 
@@ -337,10 +331,11 @@ void QxShaderInstance::MakeLights(Room& room, std::size_t points, unsigned int c
 void QxShaderInstance::PrepareVariables(Room& room, std::size_t points,
                                         const QxShadingContext& context)
 {
-    const bool anew = points != room.points || m_changes != room.changes;
+    const bool anew = points != room.points || !IsFresh(room);
     if (anew)
         room.points = 0;  // also where this ends with an error
     room.changes = m_changes;
+    room.values = Values().Version();
     bool initialize = false;
     for (std::size_t i = 0; i < room.variables.size(); ++i) {
         if (!anew && !m_shader->Parameters()[i].output)
@@ -382,10 +377,10 @@ void QxShaderInstance::MakeVariable(Room& room, std::size_t parameter, std::size
 void QxShaderInstance::ApplySetting(QxVar& variable, std::size_t parameter,
                                     std::size_t points) const
 {
-    const auto found = m_settings.find(parameter);
-    if (found == m_settings.end())
+    const QxParameterSet::Setting* const setting = Values().Find(parameter);
+    if (!setting || !variable.UseDefaultValue())
         return;
-    const auto& [value, forEachPoint] = found->second;
+    const auto& [value, forEachPoint] = *setting;
     if (!forEachPoint) {
         WithElements(value, [&](const void* elements) { variable.SetValue(elements); });
         return;
@@ -398,14 +393,54 @@ void QxShaderInstance::ApplySetting(QxVar& variable, std::size_t parameter,
     WithElements(value, [&](const void* elements) { variable.SetValueForEachPoint(elements); });
 }
 
-QxHostValue QxShaderInstance::Get(const std::string& name)
+QxHostValue QxShaderInstance::Get(QxParameterHandle handle)
 {
-    const std::size_t number = Find(name);
+    const Parameter& parameter = At(handle);
     Room* const room = m_depth < m_last.size() ? m_last[m_depth] : nullptr;
     if (room)
-        return QxHostValue::Of(room->variables[number]);
-    const Parameter& parameter = m_shader->Parameters()[number];
+        return QxHostValue::Of(room->variables[static_cast<std::size_t>(handle)]);
     QxVar none;
     none.Declare(parameter.name.c_str(), parameter.type, parameter.varying, parameter.length);
     return QxHostValue::Of(none);
+}
+
+QxShaderInstance::Room& QxShaderInstance::RoomOfAnswers(QxShaderSupport& support,
+                                                        const QxVector3& eye)
+{
+    if (!m_running.empty())
+        return *m_running.back();
+    FindSpaces();
+    if (!m_last.empty() && m_last[0] && IsFresh(*m_last[0]))
+        return *m_last[0];
+    Room& room = FindRoom(1);
+    std::vector<Room*> last = m_last;  // this is no run that `Get` knows of
+    {
+        const RoomScope scope(*this, room);
+        const QxShadingContext context(&support, &m_spaces, m_spaceList.data(), eye);
+        PrepareVariables(room, 1, context);
+    }
+    m_last.swap(last);
+    return room;
+}
+
+bool QxShaderInstance::Answer(const char* name, const QxMessageValue& value,
+                              QxShaderSupport& support, const QxVector3& eye)
+{
+    const auto& parameters = m_shader->Parameters();
+    const auto found =
+        std::find_if(parameters.begin(), parameters.end(), [&](const auto& parameter) {
+            return parameter.name == name && parameter.length == value.length &&
+                   QxFitsType(parameter.type, value.type);
+        });
+    if (found == parameters.end())
+        return false;
+    Room& room = RoomOfAnswers(support, eye);
+    QxVar& variable = room.variables[static_cast<std::size_t>(found - parameters.begin())];
+    if (variable.Points() == 1)
+        value.Store(variable.Value());
+    else if (variable.Points() == value.points)
+        value.StoreForEachPoint(variable.Value());
+    else
+        return false;
+    return true;
 }

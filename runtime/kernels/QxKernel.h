@@ -70,6 +70,7 @@ struct QxMachineState {
     QxLightInput* lights = nullptr;
     unsigned int lightCount = 0;
     const QxLightInput* light = nullptr;  // that the innermost light loop has come to
+    unsigned int lightNumber = 0;         // as a shared object counts, see `LightMessage`
     bool lightsAreForP = false;           // they were evaluated for the grid's own points, and hold
     bool inLight = false;                 // a light shader runs
     std::span<const QxLoadedShadeop> shadeops;

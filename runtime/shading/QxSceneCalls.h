@@ -211,11 +211,12 @@ inline void* QxAddress(Value& value)
     return &value;
 }
 
-/// Sends a message; the handled points of the value tell `where`.
+/// Sends a message; the handled points of the value tell `where`. `light`: the number of the light
+/// that `lightsource` asks.
 template <class Where>
 inline float QxSendMessage(QxShaderSupport* support, QxMessage message, const char* texture,
                            const char* name, void* value, float varying, float type, float length,
-                           unsigned int points, const Where& where)
+                           unsigned int points, const Where& where, unsigned int light = 0)
 {
     QxArray<char> handled(points);
     for (unsigned int i = 0; i < points; ++i)
@@ -226,7 +227,10 @@ inline float QxSendMessage(QxShaderSupport* support, QxMessage message, const ch
                                    value,
                                    points,
                                    handled.Data()};
-    return support->Message(message, texture, name, target) ? 1.0f : 0.0f;
+    const bool answered = message == QxMessage::LightSource
+                              ? support->LightMessage(light, name, target)
+                              : support->Message(message, texture, name, target);
+    return answered ? 1.0f : 0.0f;
 }
 
 /// Takes an answer that concerns the points of a condition, if there are any.

@@ -68,6 +68,15 @@ struct QxMessageValue {
     std::size_t points;   // 1 for a uniform value
     const char* handled;  // by point, whether the message asks for it
 
+    /// Copies a value of each point, laid out as `value` is, to the handled points. Texts that are
+    /// null count as empty.
+    void StoreForEachPoint(const void* source) const
+    {
+        const std::size_t floats = QxFloatCount(type);
+        for (std::size_t place = 0; place < length * points; ++place)
+            if (handled[place % points])
+                StoreElement(source, place, place, floats);
+    }
     /// Copies a value of all array elements, floats or strings by type, to the handled points.
     void Store(const void* source) const
     {
@@ -85,7 +94,8 @@ private:
         if (type == QxValueType::String) {
             const char*& text = static_cast<const char**>(value)[place];
             std::free(const_cast<char*>(text));
-            text = strdup(static_cast<const char* const*>(source)[element]);
+            const char* const given = static_cast<const char* const*>(source)[element];
+            text = strdup(given ? given : "");
         } else {
             const float* from = static_cast<const float*>(source) + element * floats;
             std::memcpy(static_cast<float*>(value) + place * floats, from, floats * sizeof(float));
@@ -184,6 +194,17 @@ public:
     virtual void Print(const char* text) { std::fputs(text, stdout); }
     /// A fault of the shader. Neutral: to standard error.
     virtual void Report(const char* text) { std::fprintf(stderr, "%s\n", text); }
+
+    // What follows came later: new functions go to the end, where shared objects that were built
+    // before do not look for others.
+
+    /// What `Message` does for `lightsource`, with the number among the lights that
+    /// `EvaluateLights` filled: that of the loop over lights which asks. What asks outside of such a loop
+    /// has a number without meaning, which may be as high as any. Neutral: asks `Message`.
+    virtual bool LightMessage(unsigned int, const char* name, const QxMessageValue& value)
+    {
+        return Message(QxMessage::LightSource, "", name, value);
+    }
 
 private:
     static QxRGBColor Gray(float value) { return {value, value, value}; }

@@ -33,6 +33,10 @@
 // As byte-code and folded expressions write it, so that a shader has one PI however it was compiled.
 static const float QX_PI = 3.141593e+00f;
 
+// The light that a loop has come to, where a shader has no such loops: a variable of this name hides
+// it elsewhere.
+static const unsigned int lightCnt = ~0u;
+
 // What a block with a variable argument list does not say of its arguments' types. Where the format
 // is a constant that fits them, it tells the types; elsewhere the block has a variable of this
 // name.

@@ -591,3 +591,111 @@ TEST_P(Host, AnswersMessages)
     EXPECT_EQ(m_shader->Get("tint").numbers, (Numbers{1, 2, 3}));
     EXPECT_EQ(m_shader->Get("tag").texts, std::vector<std::string>{"label"});
 }
+
+TEST_P(Host, AsksTheReceiversOfMessages)
+{
+    Load(R"(surface test(float Kd = 0.25; output float sum = 0; output varying float each = 0;
+                         output string tag = ""; output float others = 0) {
+                uniform float i = 0; varying float w = 0;
+                illuminance (P, N, PI) {
+                    i = 0; w = 0; lightsource("power", i); sum += i;
+                    lightsource("each", w); each += w;
+                    if (lightsource("made", i) != 0) sum += 100 * i;
+                    if (lightsource("name", i) == 0) sum += 1000;
+                }
+                textureinfo("b.tex", "kind", tag);
+                i = 0; displacement("Km", i); others = i; i = 0;
+                if (atmosphere("density", i) == 0) others += 10;
+                if (opposite("density", i) != 0) others += 100 * i;
+                Ci = trace(P, N); Oi = 1; })");
+    const auto lamp = Open("lamp", R"(
+        light lamp(float power = 1; varying float each = 0; output float made = 0; string name = "") {
+            uniform float k = 0; surface("Kd", k); made = k * power;
+            illuminate (point "shader" (0, 0, 0)) Cl = 1; })");
+    QxShaderInstance lamps[] = {{lamp, m_scene.Spaces()}, {lamp, m_scene.Spaces()}};
+    for (int i : {0, 1}) {
+        lamps[i].Set("power", 3 + i);
+        m_scene.AddLight(lamps[i]);
+    }
+    m_scene.AddPointLight({0, 0, 0}, {1, 1, 1});
+    m_scene.SetTextureAnswer("a.tex", "kind", "other");
+    m_scene.SetTextureAnswer("b.tex", "kind", "shadow");
+    QxShaderInstance bumps(Open("bumps", "displacement bumps(float Km = 7) { P += Km * N; }"),
+                           m_scene.Spaces());
+    QxShaderInstance fog(Open("fog", "volume fog(float density = 2) { Ci = density; }"),
+                         m_scene.Spaces());
+    QxHostObject object;
+    object.displacement = &bumps;
+    object.opposite = &fog;
+    m_scene.SetObject(&object);
+    lamps[1].SetForEachPoint("each", Numbers{1, 2, 3, 4});
+    Run();
+    EXPECT_EQ(m_shader->Get("sum").numbers, Numbers{3 + 4 + 3000 + 100 * 0.25F * (3 + 4)});
+    EXPECT_EQ(m_shader->Get("each").numbers, (Numbers{1, 2, 3, 4}));
+    EXPECT_EQ(m_shader->Get("tag").texts[0], "shadow");
+    EXPECT_EQ(m_shader->Get("others").numbers, Numbers{7 + 10 + 200});
+    bumps.Set("Km", 8);
+    m_scene.SetObject(nullptr);
+    m_scene.ClearTextureAnswer("b.tex", "kind");
+    Run();
+    EXPECT_EQ(m_shader->Get("others").numbers, Numbers{10});
+    EXPECT_EQ(m_shader->Get("tag").texts[0], "");
+}
+
+TEST_P(Host, ChoosesLights)
+{
+    Load("surface test() { Ci = ambient(); illuminance (P) { Ci += Cl; } Oi = 1; }");
+    const auto lit = [this] {
+        Run();
+        return m_grid.Values<QxRGBColor>("Ci")[3].r;
+    };
+    const QxLightHandle first = m_scene.AddPointLight({0, 0, 0}, {1, 1, 1});
+    const QxLightHandle second = m_scene.AddDistantLight({0, 0, 1}, {10, 10, 10});
+    const QxLightHandle third = m_scene.AddAmbientLight({100, 100, 100});
+    EXPECT_EQ(lit(), 111);
+    m_scene.SwitchLight(first, false);
+    EXPECT_EQ(lit(), 110);
+    EXPECT_EQ(m_scene.LightCount(), 1U);
+    m_scene.SwitchLight(first, true);
+    m_scene.LimitLight(second, {"stage", "actors"});
+    m_scene.LimitLight(third, {"stage"});
+    EXPECT_EQ(lit(), 1);
+    QxHostObject actor;
+    actor.categories = {"crowd", "actors"};
+    m_scene.SetObject(&actor);
+    EXPECT_EQ(lit(), 11);
+    m_scene.RemoveLight(first);
+    EXPECT_EQ(lit(), 10);
+    EXPECT_NE(ErrorOf([&] { m_scene.SwitchLight(first, true); }), "");
+    const QxHostScene::GridScope scope(m_scene, m_grid);
+    EXPECT_NE(ErrorOf([&] { m_scene.RemoveLight(second); }), "");
+}
+
+TEST_P(Host, ShadesObjectsWithSetsOfTheirOwn)
+{
+    Load("surface test(float a = 1) { Ci = a; }");
+    const auto shader =
+        Open("other", "surface other(float a = 1; varying color c = 2) { Ci = a * c; }");
+    QxShaderInstance instance(shader, m_scene.Spaces());
+    const QxParameterHandle a = shader->Handle("a");
+    EXPECT_NE(ErrorOf([&] { (void)shader->Handle("b"); }), "");
+    QxParameterSet sets[] = {QxParameterSet(shader), QxParameterSet(shader)};
+    sets[0].Set(a, 3);
+    sets[1].SetForEachPoint("c", QxHostValue(QxValueType::Color, Numbers(12, 5)));
+    instance.Set(a, 10);
+    for (int round = 0; round < 2; ++round) {
+        const float expected[] = {6, 5, 20};
+        for (int i = 0; i < 3; ++i) {
+            instance.Use(i < 2 ? &sets[i] : nullptr);
+            instance.Run(m_grid, m_scene);
+            EXPECT_EQ(m_grid.Values<QxRGBColor>("Ci")[1].g, expected[i]) << i;
+        }
+    }
+    sets[0].Reset(a);
+    instance.Use(&sets[0]);
+    instance.Run(m_grid, m_scene);
+    EXPECT_EQ(m_grid.Values<QxRGBColor>("Ci")[1].g, 2);
+    EXPECT_NE(ErrorOf([&] { m_shader->Use(&sets[0]); }), "") << "a set of another shader";
+    EXPECT_EQ(QxTypeNamed(QxTypeName(QxValueType::Normal)), QxValueType::Normal);
+    EXPECT_STREQ(QxShader::TypeName(shader->Type()), "surface");
+}

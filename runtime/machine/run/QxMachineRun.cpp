@@ -86,6 +86,7 @@ void QxMachineRun::Start(const QxGrid& grid, const QxShadingContext& context,
     m_state.lights = nullptr;
     m_state.lightCount = 0;
     m_state.light = nullptr;
+    m_state.lightNumber = ~0U;
     m_state.lightsAreForP = false;
     m_state.notesWait = false;
     m_state.notes.clear();
@@ -147,6 +148,9 @@ void QxMachineRun::Evaluate(const QxGrid& grid, const QxShadingContext& context,
     m_state.lightCount = static_cast<unsigned int>(lights.size());
     InitializeAtPoints(variables);
     m_state.lightsAreForP = false;
+    const QxShaderInterface::QxType type = m_program.Type();
+    if (type == QxShaderInterface::e_typeSurface || type == QxShaderInterface::e_typeVolume)
+        m_state.lightNumber = 0;
     RunBlock(m_code.main);
 }
 
@@ -350,6 +354,7 @@ const QxCode* QxMachineRun::Enter(const QxCode* code, QxPoints& points, unsigned
 
 const QxCode* QxMachineRun::BeginLights(const QxProgramBlock& block, const QxCode* code)
 {
+    m_state.lightNumber = 0;
     if (m_state.lightCount == 0)
         return block.codes.data() + code->target;
     m_loops.push_back({code + 1, 0});
@@ -366,7 +371,8 @@ const QxCode* QxMachineRun::EndLights(const QxProgramBlock& block, const QxCode*
     if (m_loops.empty())
         return code + 1;
     CountSteps(static_cast<std::size_t>(std::max<std::ptrdiff_t>(0, code - begin)) + 1);
-    const bool more = ++m_loops.back().light < m_state.lightCount;
+    m_state.lightNumber = ++m_loops.back().light;
+    const bool more = m_state.lightNumber < m_state.lightCount;
     if (!more)
         m_loops.pop_back();
     TakeLight();

@@ -1,0 +1,114 @@
+// The lights of a scene, between grids: a list in the order of their making, which a grid chooses
+// its own from.
+//
+// Tested by tests/host/HostTest.cpp.
+
+#include <algorithm>
+
+#include "QxHostError.h"
+#include "host/QxHostScene.h"
+#include "host/QxShaderInstance.h"
+
+namespace {
+
+/// The light that a light shader gives is the same for all points.
+bool IsSteady(const QxShaderInstance& light)
+{
+    for (const char* name : {"P", "Ps", "N", "Ng", "u", "v", "s", "t", "dPdu", "dPdv", "I"})
+        if (light.Shader().Uses(name))
+            return false;
+    return true;
+}
+
+}  // namespace
+
+bool QxHostScene::Light::Lights(const QxHostObject* object) const
+{
+    if (!on)
+        return false;
+    if (categories.empty())
+        return true;
+    return object && std::any_of(categories.begin(), categories.end(), [&](const auto& category) {
+               const auto& those = object->categories;
+               return std::find(those.begin(), those.end(), category) != those.end();
+           });
+}
+
+void QxHostScene::CheckBetweenGrids() const
+{
+    if (m_depth > 0)
+        throw QxHostError("Lights do not change while a grid is shaded");
+}
+
+QxLightHandle QxHostScene::Add(Light light)
+{
+    CheckBetweenGrids();
+    light.handle = static_cast<QxLightHandle>(++m_lastLight);
+    m_lights.push_back(std::move(light));
+    return m_lights.back().handle;
+}
+
+QxLightHandle QxHostScene::AddAmbientLight(const QxRGBColor& color)
+{
+    return Add({Light::Kind::Ambient, {}, {}, color, nullptr, true, true, {}});
+}
+
+QxLightHandle QxHostScene::AddPointLight(const QxVector3& position, const QxRGBColor& color)
+{
+    return Add({Light::Kind::Point, {}, position, color, nullptr, false, true, {}});
+}
+
+QxLightHandle QxHostScene::AddDistantLight(const QxVector3& direction, const QxRGBColor& color)
+{
+    return Add({Light::Kind::Distant, {}, direction, color, nullptr, false, true, {}});
+}
+
+QxLightHandle QxHostScene::AddLight(QxShaderInstance& light)
+{
+    if (light.Shader().Type() != QxShaderInterface::e_typeLight)
+        throw QxHostError("Shader '" + light.Shader().Name() + "' is no light shader");
+    const auto kind = light.Shader().IsAmbient() ? Light::Kind::AmbientShader : Light::Kind::Shader;
+    return Add({kind, {}, {}, {}, &light, IsSteady(light), true, {}});
+}
+
+QxHostScene::Light& QxHostScene::At(QxLightHandle handle)
+{
+    CheckBetweenGrids();
+    const auto found = std::find_if(m_lights.begin(), m_lights.end(),
+                                    [&](const Light& light) { return light.handle == handle; });
+    if (found == m_lights.end())
+        throw QxHostError("The scene has no such light any more");
+    return *found;
+}
+
+void QxHostScene::RemoveLight(QxLightHandle light)
+{
+    m_lights.erase(m_lights.begin() + (&At(light) - m_lights.data()));
+}
+
+void QxHostScene::SwitchLight(QxLightHandle light, bool on)
+{
+    At(light).on = on;
+}
+
+void QxHostScene::LimitLight(QxLightHandle light, std::vector<std::string> categories)
+{
+    At(light).categories = std::move(categories);
+}
+
+unsigned int QxHostScene::LightCount() const
+{
+    if (m_depth > 0)
+        return static_cast<unsigned int>(m_levels[m_depth - 1]->lights.size());
+    return static_cast<unsigned int>(
+        std::count_if(m_lights.begin(), m_lights.end(), [this](const Light& light) {
+            return !light.IsAmbient() && light.Lights(nullptr);
+        }));
+}
+
+std::optional<QxLightHandle> QxHostScene::RunningLight() const
+{
+    if (m_depth == 0 || !m_levels[m_depth - 1]->running)
+        return std::nullopt;
+    return m_levels[m_depth - 1]->running->handle;
+}

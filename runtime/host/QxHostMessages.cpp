@@ -1,0 +1,118 @@
+// Whom a message asks: an instance of the object or a light, and then what the host has set.
+//
+// An instance that was run again since the grid asked for light, for a ray's grid, holds that
+// grid's values: a light is then run once more for the grid that asks.
+//
+// Tested by tests/host/HostTest.cpp.
+
+#include "host/QxHostScene.h"
+#include "host/QxShaderInstance.h"
+
+namespace {
+
+/// One name for both, as no text has a null character in it.
+std::string TextureKey(const std::string& texture, const std::string& name)
+{
+    return texture + '\0' + name;
+}
+
+}  // namespace
+
+void QxHostScene::SetAnswer(QxMessage message, const std::string& name, const QxHostValue& value)
+{
+    m_answers.insert_or_assign({message, name}, value);
+}
+
+void QxHostScene::ClearAnswer(QxMessage message, const std::string& name)
+{
+    m_answers.erase({message, name});
+}
+
+void QxHostScene::SetTextureAnswer(const std::string& texture, const std::string& name,
+                                   const QxHostValue& value)
+{
+    SetAnswer(QxMessage::TextureInfo, TextureKey(texture, name), value);
+}
+
+void QxHostScene::ClearTextureAnswer(const std::string& texture, const std::string& name)
+{
+    ClearAnswer(QxMessage::TextureInfo, TextureKey(texture, name));
+}
+
+QxShaderInstance* QxHostScene::ReceiverOf(QxMessage message)
+{
+    const Level& level = CurrentLevel();
+    const auto choose = [&](QxShaderInstance* QxHostObject::*member,
+                            QxShaderInterface::QxType type) -> QxShaderInstance* {
+        if (level.object && level.object->*member)
+            return level.object->*member;
+        const bool isThis = level.shader && level.shader->Shader().Type() == type;
+        return isThis ? level.shader : nullptr;
+    };
+    switch (message) {
+    case QxMessage::Surface:
+        return choose(&QxHostObject::surface, QxShaderInterface::e_typeSurface);
+    case QxMessage::Displacement:
+        return choose(&QxHostObject::displacement, QxShaderInterface::e_typeDisplacement);
+    case QxMessage::Atmosphere:
+        return choose(&QxHostObject::atmosphere, QxShaderInterface::e_typeVolume);
+    case QxMessage::Incident:
+        return level.object ? level.object->incident : nullptr;
+    case QxMessage::Opposite:
+        return level.object ? level.object->opposite : nullptr;
+    case QxMessage::Attribute:
+    case QxMessage::Option:
+    case QxMessage::RendererInfo:
+    case QxMessage::LightSource:
+    case QxMessage::TextureInfo:
+        break;
+    }
+    return nullptr;
+}
+
+bool QxHostScene::Message(QxMessage message, const char* texture, const char* name,
+                          const QxMessageValue& value)
+{
+    QxShaderInstance* const receiver = ReceiverOf(message);
+    if (receiver && receiver->Answer(name, value, *this, CurrentLevel().eye))
+        return true;
+    const bool ofTexture = message == QxMessage::TextureInfo &&
+                           AnswerOfHost(TextureKey(texture, name), message, value);
+    return ofTexture || AnswerOfHost(name, message, value);
+}
+
+bool QxHostScene::AnswerOfHost(const std::string& name, QxMessage message,
+                               const QxMessageValue& value) const
+{
+    const auto found = m_answers.find({message, name});
+    if (found == m_answers.end() || !found->second.Fits(value.type) ||
+        found->second.Count() != value.length)
+        return false;
+    if (value.type != QxValueType::String) {
+        value.Store(found->second.numbers.data());
+        return true;
+    }
+    std::vector<const char*> texts;
+    for (const std::string& text : found->second.texts)
+        texts.push_back(text.c_str());
+    value.Store(texts.data());
+    return true;
+}
+
+bool QxHostScene::LightMessage(unsigned int number, const char* name, const QxMessageValue& value)
+{
+    Level& level = CurrentLevel();
+    QxShaderInstance* const light =
+        number < level.lights.size() ? level.lights[number]->shader : nullptr;
+    if (light && level.lightGrid) {
+        if (light->m_runs != level.runs[number]) {
+            std::unique_ptr<QxHostGrid> grid = std::move(level.lightGrid);
+            RunLight(level, *level.lights[number], *grid, grid->Hidden().Ps);
+            level.lightGrid = std::move(grid);
+            level.runs[number] = light->m_runs;
+        }
+        if (light->Answer(name, value, *this, level.eye))
+            return true;
+    }
+    return Message(QxMessage::LightSource, "", name, value);
+}

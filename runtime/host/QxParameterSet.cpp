@@ -1,0 +1,69 @@
+// Tested by tests/host/HostTest.cpp.
+
+#include "host/QxParameterSet.h"
+
+#include <atomic>
+
+#include "QxHostError.h"
+
+namespace {
+
+using Parameter = QxShader::Parameter;
+
+std::string Described(const Parameter& parameter)
+{
+    const std::string array =
+        parameter.length == 1 ? "" : "[" + std::to_string(parameter.length) + "]";
+    return "Parameter '" + parameter.name + "' is a " + QxTypeName(parameter.type) + array;
+}
+
+}  // namespace
+
+unsigned long QxParameterSet::NextVersion()
+{
+    static std::atomic<unsigned long> last{0};
+    return ++last;
+}
+
+const Parameter& QxParameterSet::Fitting(QxParameterHandle handle, const QxHostValue& value) const
+{
+    const auto number = static_cast<std::size_t>(handle);
+    if (number >= m_shader->Parameters().size())
+        throw QxHostError("Shader '" + m_shader->Name() + "' has no parameter of that handle");
+    const Parameter& parameter = m_shader->Parameters()[number];
+    if (!value.Fits(parameter.type))
+        throw QxHostError(Described(parameter) + ", but is set to a " + QxTypeName(value.type));
+    return parameter;
+}
+
+void QxParameterSet::Set(QxParameterHandle handle, const QxHostValue& value)
+{
+    const Parameter& parameter = Fitting(handle, value);
+    if (value.Count() != parameter.length)
+        throw QxHostError(Described(parameter) + ", but is set to " +
+                          std::to_string(value.Count()) + " values");
+    m_settings.insert_or_assign(static_cast<std::size_t>(handle), Setting{value, false});
+    m_version = NextVersion();
+}
+
+void QxParameterSet::SetForEachPoint(QxParameterHandle handle, const QxHostValue& values)
+{
+    const Parameter& parameter = Fitting(handle, values);
+    if (!parameter.varying)
+        throw QxHostError("Parameter '" + parameter.name +
+                          "' is uniform, it has one value for all points");
+    m_settings.insert_or_assign(static_cast<std::size_t>(handle), Setting{values, true});
+    m_version = NextVersion();
+}
+
+void QxParameterSet::Reset(QxParameterHandle parameter)
+{
+    m_settings.erase(static_cast<std::size_t>(parameter));
+    m_version = NextVersion();
+}
+
+const QxParameterSet::Setting* QxParameterSet::Find(std::size_t parameter) const
+{
+    const auto found = m_settings.find(parameter);
+    return found == m_settings.end() ? nullptr : &found->second;
+}
