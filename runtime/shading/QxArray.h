@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdlib>
 
 /// An array of numbers, triples or pointers that owns its elements, all of them zero at first. It is
 /// here since <vector> costs more to read than all that a small shader makes of it.
@@ -39,4 +40,54 @@ private:
 
     Element* m_elements = nullptr;
     std::size_t m_size = 0;
+};
+
+/// A list of plain values that grows. Ends the process without memory: a shader cannot tell a failure.
+template <class Element>
+class QxList {
+public:
+    QxList() = default;
+    QxList(const QxList&) = delete;
+    QxList& operator=(const QxList&) = delete;
+    ~QxList() { std::free(m_elements); }
+
+    /// The element is a copy: it may be one of the list.
+    void Add(Element element)
+    {
+        if (m_size == m_room) {
+            m_room = 2 * m_room + 16;
+            m_elements = static_cast<Element*>(std::realloc(m_elements, m_room * sizeof(Element)));
+            if (!m_elements)
+                std::abort();
+        }
+        m_elements[m_size++] = element;
+    }
+    void Swap(QxList& other)
+    {
+        Exchange(m_elements, other.m_elements);
+        Exchange(m_size, other.m_size);
+        Exchange(m_room, other.m_room);
+    }
+    Element TakeLast() { return m_elements[--m_size]; }
+    Element& Last() { return m_elements[m_size - 1]; }
+    /// Keeps the memory.
+    void Clear() { m_size = 0; }
+    std::size_t Size() const { return m_size; }
+    Element& operator[](std::size_t place) { return m_elements[place]; }
+    const Element& operator[](std::size_t place) const { return m_elements[place]; }
+    Element* begin() { return m_elements; }
+    Element* end() { return m_elements + m_size; }
+
+private:
+    template <class Value>
+    static void Exchange(Value& a, Value& b)
+    {
+        const Value kept = a;
+        a = b;
+        b = kept;
+    }
+
+    Element* m_elements = nullptr;
+    std::size_t m_size = 0;
+    std::size_t m_room = 0;
 };

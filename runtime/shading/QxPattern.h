@@ -1,41 +1,206 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdlib>
 #include <cstring>
-#include <regex.h>
+
+#include "QxPatternCode.h"
+
+/// Runs a compiled expression over a text with the set of all states that it may be in: Ken Thompson,
+/// "Regular expression search algorithm", 1968. The time is at most linear in states times
+/// characters, whatever the expression; a list of open states takes the place of recursion.
+class QxPatternRun {
+public:
+    using State = QxPatternState;
+
+    /// Whether some part of the text matches.
+    bool Match(const QxPatternCode& code, const char* text)
+    {
+        if (m_entered.Size() != code.Size())
+            m_entered.Reset(code.Size());
+        m_here.Clear();
+        m_there.Clear();
+        NextPosition();
+        for (const char* at = text;; ++at) {
+            if (at != text && m_here.Size() == 0)
+                while (*at != '\0' && !code.MayBeginWith(static_cast<unsigned char>(*at)))
+                    ++at;
+            const unsigned char before = at == text ? 0 : static_cast<unsigned char>(at[-1]);
+            if (Enter(code, 0, m_here, at == text, before, static_cast<unsigned char>(*at)))
+                return true;
+            if (*at == '\0')
+                return false;
+            if (Step(code, static_cast<unsigned char>(*at), static_cast<unsigned char>(at[1])))
+                return true;
+        }
+    }
+    /// How many states all matches so far went through.
+    std::size_t Work() const { return m_work; }
+
+private:
+    static constexpr int k_none = -1;
+    static constexpr int k_matched = -2;
+
+    /// From the states before a character to those behind it. True at the end of the expression.
+    bool Step(const QxPatternCode& code, unsigned char character, unsigned char after)
+    {
+        NextPosition();
+        m_there.Clear();
+        for (const int state : m_here)
+            if (Accepts(code, code[static_cast<std::size_t>(state)], character) &&
+                Enter(code, state + 1, m_there, false, character, after))
+                return true;
+        m_here.Swap(m_there);
+        return false;
+    }
+    static bool Accepts(const QxPatternCode& code, const State& state, unsigned char character)
+    {
+        switch (state.kind) {
+        case State::Character:
+            return character == state.value;
+        case State::Set:
+            return code.IsInSet(state.value, character);
+        default:
+            return true;  // Any: the lists hold no other states
+        }
+    }
+    void NextPosition()
+    {
+        if (++m_position != 0)
+            return;
+        m_entered.Reset(m_entered.Size());
+        m_position = 1;
+    }
+
+    /// Adds a state and those that it leads on to without a character, each once at a position. True
+    /// if the end of the expression is among them.
+    bool Enter(const QxPatternCode& code, int first, QxList<int>& states, bool begins,
+               unsigned char before, unsigned char after)
+    {
+        m_open.Clear();
+        for (int state = first;;) {
+            state = Follow(code, state, states, begins, before, after);
+            if (state == k_matched)
+                return true;
+            if (state != k_none)
+                continue;
+            if (m_open.Size() == 0)
+                return false;
+            state = m_open.TakeLast();
+        }
+    }
+    /// One state; returns the one that it leads on to.
+    int Follow(const QxPatternCode& code, int state, QxList<int>& states, bool begins,
+               unsigned char before, unsigned char after)
+    {
+        unsigned int& entered = m_entered[static_cast<std::size_t>(state)];
+        if (entered == m_position)
+            return k_none;
+        entered = m_position;
+        ++m_work;
+        const State& at = code[static_cast<std::size_t>(state)];
+        switch (at.kind) {
+        case State::Match:
+            return k_matched;
+        case State::Character:
+        case State::Any:
+        case State::Set:
+            states.Add(state);
+            return k_none;
+        case State::Jump:
+            return state + at.value;
+        case State::Split:
+            m_open.Add(state + at.value);
+            return state + 1;
+        case State::Skip:
+            return state + 1;
+        default:
+            return Holds(at.kind, begins, before, after) ? state + 1 : k_none;
+        }
+    }
+    /// Between two characters; the one behind the text is 0.
+    static bool Holds(State::Kind kind, bool begins, unsigned char before, unsigned char after)
+    {
+        const bool wordBefore = qxpattern::IsWord(before);
+        const bool wordAfter = qxpattern::IsWord(after);
+        switch (kind) {
+        case State::Begin:
+            return begins;
+        case State::End:
+            return after == 0;
+        case State::WordEdge:
+            return wordBefore != wordAfter;
+        case State::NoWordEdge:
+            return wordBefore == wordAfter;
+        case State::WordBegin:
+            return !wordBefore && wordAfter;
+        default:
+            return wordBefore && !wordAfter;
+        }
+    }
+
+    QxList<int> m_here;
+    QxList<int> m_there;
+    QxList<int> m_open;
+    QxArray<unsigned int> m_entered;  // by state: the last position at which it was entered
+    unsigned int m_position = 0;
+    std::size_t m_work = 0;
+};
 
 /// The regular expression that was asked for last, compiled. Most calls of match() ask for the same
 /// one at all points, and to compile it costs far more than to look for it.
+///
+/// Its size is part of the interface version, as is the place of the text: a host frees that, and
+/// nothing else unless `m_isKept` says so, which is only set by objects with these headers.
 class QxPattern {
 public:
     QxPattern() = default;
     QxPattern(const QxPattern&) = delete;
     QxPattern& operator=(const QxPattern&) = delete;
-    ~QxPattern() { Free(); }
+    ~QxPattern()
+    {
+        if (m_isKept)
+            delete m_kept;
+        std::free(m_expression);
+    }
 
-    /// Whether the text holds a match of the POSIX extended regular expression; not for a malformed
-    /// one.
+    /// Whether the text holds a match of the expression; not for a malformed one. The syntax is that
+    /// of POSIX extended regular expressions over single bytes, in the C locale, without collating
+    /// elements; also \d \D \s \S \w \W for sets and \b \B \< \> for the edges of words. There are no
+    /// references back, and an operand has one repeat.
     bool Match(const char* expression, const char* text)
     {
-        if (!m_expression || std::strcmp(m_expression, expression) != 0) {
-            Free();
-            m_expression = strdup(expression);
-            m_compiles = regcomp(&m_compiled, expression, REG_EXTENDED | REG_NOSUB) == 0;
+        expression = expression ? expression : "";
+        if (!m_expression) {
+            m_kept = new Kept;
+            m_isKept = true;
         }
-        return m_compiles && regexec(&m_compiled, text, 0, nullptr, 0) == 0;
+        if (!m_expression || std::strcmp(m_expression, expression) != 0) {
+            std::free(m_expression);
+            m_expression = strdup(expression);
+            m_kept->compiles = m_kept->code.Compile(expression);
+            m_kept->compileWork += std::strlen(expression) + m_kept->code.Size();
+        }
+        return m_kept->compiles && m_kept->run.Match(m_kept->code, text ? text : "");
+    }
+    /// What all matches so far took, in states that were gone through.
+    std::size_t Work() const
+    {
+        return m_isKept ? m_kept->compileWork + m_kept->run.Work() : 0;
     }
 
 private:
-    void Free()
-    {
-        if (m_compiles)
-            regfree(&m_compiled);
-        m_compiles = false;
-        std::free(m_expression);
-        m_expression = nullptr;
-    }
+    struct Kept {
+        QxPatternCode code;
+        QxPatternRun run;
+        bool compiles = false;
+        std::size_t compileWork = 0;
+    };
 
     char* m_expression = nullptr;  // null: none yet
-    regex_t m_compiled;            // set if the expression compiles
-    bool m_compiles = false;
+    Kept* m_kept = nullptr;
+    char m_unused[56] = {};
+    bool m_unusedFlag = false;  // read by hosts with earlier headers
+    bool m_isKept = false;
 };
+static_assert(sizeof(QxPattern) == 80, "hosts and objects agree on it");

@@ -387,6 +387,8 @@ public:
     {
         return m_pattern.Match(expression, text);
     }
+    /// What these calls took.
+    std::size_t MatchWork() const { return m_pattern.Work(); }
 
 private:
     QxShaderSupport* m_support;

@@ -11,7 +11,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
-#include <regex.h>
 
 // The frame of a generated file declares the same names for every shader, needed or not.
 #pragma GCC diagnostic ignored "-Wunused-variable"

@@ -210,13 +210,56 @@ TEST(QxText, WritesEachArgumentByItsOwnType)
     const QxTextArgument wholes[] = {{QxTextArgument::Float, &large.x},
                                      {QxTextArgument::Triple, &large}};
     EXPECT_STREQ(QxFormat("%d %d %d", wholes, 2).Characters(), "16777216 16777216 -2 0 %d");
-    QxPattern pattern;  // asked in turn, and again
-    for (int turn = 0; turn < 2; ++turn) {
-        EXPECT_TRUE(pattern.Match("^o.k$", "oak"));
-        EXPECT_FALSE(pattern.Match("^o.k$", "oar"));
-        EXPECT_FALSE(pattern.Match("(", "("));
-        EXPECT_FALSE(pattern.Match("(", "oak"));
-    }
+}
+
+TEST(QxPattern, MatchesByStatesInLinearTime)
+{
+    const std::string deep(17000, '(');
+    const std::string nested = "((a{1,255}){1,255}){1,100}b";
+    const std::string letters(60000, 'a');
+    const std::string slow = "(a*)*(a*)*(a|aa)+$x";
+    const struct {
+        const char* expression;
+        const char* text;
+        bool matches;
+    } cases[] = {
+        {"^o.k$", "oak", true},
+        {"^o.k$", "oar", false},
+        {"", "", true},
+        {"a|", "b", true},
+        {"^(cat|dog|)s?$", "s", true},
+        {"x(ab|c){2,3}y", "xabcy", true},
+        {"x(ab|c){2,3}y", "xcccabcy", false},
+        {"^(a{0}b{2,})+$", "bbbbb", true},
+        {"^a{0,2}$", "aaa", false},
+        {"[]a-]+$", "x-]a", true},
+        {"[^[:alpha:]_]", "ab_c", false},
+        {"^[[:digit:]x-z]+$", "y42", true},
+        {"\\.\\d\\s", "a.4 ", true},
+        {"\\boak\\b", "soak oak", true},
+        {"\\<oak", "soak", false},
+        {"a)", "a)", true},
+        {"($|b)*c^", "bc", false},
+        // What is malformed matches nothing: not even itself.
+        {"(", "(", false},
+        {"*a", "*a", false},
+        {"a**", "a", false},
+        {"a{2,1}", "aa", false},
+        {"a{1001}", letters.c_str(), false},
+        {"[b-a]", "a", false},
+        {"[[:oak:]]", "a", false},
+        {"(a)\\1", "aa", false},
+        {"a\\", "a", false},
+        {deep.c_str(), "x", false},
+        {nested.c_str(), "aaab", false},
+        {slow.c_str(), letters.c_str(), false},
+    };
+    QxPattern pattern;
+    for (const auto& c : cases)
+        for (int turn = 0; turn < 2; ++turn)  // compiled, and kept
+            EXPECT_EQ(pattern.Match(c.expression, c.text), c.matches) << c.expression;
+    EXPECT_FALSE(pattern.Match(slow.c_str(), letters.c_str()));
+    EXPECT_LT(pattern.Work(), 100 * letters.size());
 }
 
 TEST(QxDerivatives, TakeNeighboursAndEdges)

@@ -190,6 +190,7 @@ constexpr SqxBuiltInExample k_examples[] = {
     {"match",        "float",  "match(\"[0-9]\", \"a42b\")",          "1",               "a part of the text is enough"},
     {"match",        "float",  "match(\"^(cat|dog)s?$\", \"dogs!\")", "0",               ""},
     {"match",        "float",  "match(\"a(\", \"a(\")",               "0",               "not a valid pattern"},
+    {"match",        "float",  "match(\"^\\\\d{2,3}$\", \"1234\")",    "0",               "four digits"},
 
     {"attribute",    "float",  "uniform float x = 1; attribute(\"tag\", x)", "1",        "the variable has become 7"},
     {"attribute",    "float",  "uniform float x = 1; attribute(\"tag\", x); x", "7",     ""},
