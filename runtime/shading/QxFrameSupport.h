@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <dlfcn.h>
 
+#include "QxElements.h"
 #include "QxShaderSupport.h"
 #include "QxShading.h"
 #include "QxText.h"
@@ -18,14 +19,17 @@
 /// of no size is a block all the same, which the frame gives back.
 inline void* QxCalloc(std::size_t count, std::size_t size)
 {
-    void* block = ::operator new(count * size);
-    std::memset(block, 0, count * size);
-    return block;
+    const std::size_t bytes = count * size;
+    char* const block = static_cast<char*>(::operator new(bytes + k_qxBlockHead));
+    std::memcpy(block, &bytes, sizeof bytes);
+    std::memset(block + k_qxBlockHead, 0, bytes);
+    return block + k_qxBlockHead;
 }
 
 inline void QxFree(void* block)
 {
-    ::operator delete(block);
+    if (block)
+        ::operator delete(static_cast<char*>(block) - k_qxBlockHead);
 }
 
 #define FREE_STRING(text) std::free(text)
@@ -50,7 +54,8 @@ inline QxToken* QxFindToken(QxTokenRegistry* registry, const char* name)
 /// One variable for each parameter, with room for one point.
 inline QxVar* QxCreateVarsInit(const QxShaderToken* description, int count)
 {
-    QxVar* variables = new QxVar[static_cast<std::size_t>(count)];
+    s_qxParameters = static_cast<std::size_t>(count);
+    QxVar* variables = new QxVar[s_qxParameters];
     for (int i = 0; i < count; ++i)
         variables[i].Declare(description[i]);
     return variables;

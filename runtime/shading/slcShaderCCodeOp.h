@@ -7,6 +7,7 @@
 
 // All system headers that stand behind it, since what is declared from the pragma on is hidden.
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -40,3 +41,9 @@ static const unsigned int lightCnt = ~0u;
 // is a constant that fits them, it tells the types; elsewhere the block has a variable of this
 // name.
 static const char* const theTypes = nullptr;
+
+// Indices of arrays, see QxElements.h: `int(x)` is one, and needs what its place calls `i_visibles` and
+// `v`. Functions without varying locals see this one.
+static const QxNoLocals v;
+#define int(index) QxMakeIndex(QxNumber(index), i_visibles, v)
+#define ShaderSupport() ShaderSupport(QxForgetArrays)

@@ -1,0 +1,134 @@
+#pragma once
+
+#include <cstdint>
+
+#include "QxShading.h"
+
+// Elements of arrays in generated code, which writes them as
+//
+//     array + int(index)              a uniform array, or a parameter of one value
+//     (array + int(index) * numMp)    a varying one
+//
+// after a test of the index at some levels. An index outside of the array means its nearest element, at
+// every level, as in byte-code. So `int` before a parenthesis becomes an object that clamps the index
+// when the address is computed. The length of a local array of uniform elements is in its type. That of
+// others is looked up by address, among the parameters and the varying locals, once in a run: what is
+// found is kept in a small table.
+
+/// Bytes before each block of locals, in which its size is kept; the block is as aligned as one from calloc.
+constexpr std::size_t k_qxBlockHead = 16;
+
+/// How many elements the array at an address has.
+struct QxKnownArray {
+    const void* array;
+    float length;
+};
+
+constexpr std::size_t k_qxKnownArrays = 8;
+
+/// Those that were met in the run at hand, by address.
+static thread_local QxKnownArray s_qxKnownArrays[k_qxKnownArrays];
+/// Parameters of the shader. Set when it is loaded.
+static std::size_t s_qxParameters = 0;
+
+/// Arrays of another run may stand at the same addresses.
+inline void QxForgetArrays()
+{
+    for (QxKnownArray& known : s_qxKnownArrays)
+        known = {nullptr, 0};
+}
+
+/// The element that an index means, 0 for what is no number.
+inline int QxElementAt(float index, float length)
+{
+    const float last = length - 1;
+    return static_cast<int>(index > 0 ? (index < last ? index : last) : 0);
+}
+
+/// Of a body without varying locals.
+struct QxNoLocals {};
+
+/// Where the block of varying locals ends, which QxCalloc has noted in front of it.
+inline const char* QxEndOfBlock(const void* block)
+{
+    std::size_t bytes;
+    std::memcpy(&bytes, static_cast<const char*>(block) - k_qxBlockHead, sizeof bytes);
+    return static_cast<const char*>(block) + bytes;
+}
+
+/// Bytes from a varying local to the next one of the same block, or its end; 0 if it is none. The locals
+/// are the members of a structure of pointers.
+template <class Locals>
+inline std::size_t QxBytesOfLocal(const Locals& locals, const void* local)
+{
+    constexpr std::size_t count = sizeof locals / sizeof(void*);
+    const char* members[count + 1];
+    std::memcpy(members, &locals, count * sizeof(void*));
+    const char* const begin = static_cast<const char*>(local);
+    const char* block = begin;
+    const char* end = nullptr;
+    bool found = false;
+    for (std::size_t i = 0; i < count; ++i) {
+        found |= members[i] == begin;
+        if (members[i] < block)
+            block = members[i];
+        if (members[i] > begin && (!end || members[i] < end))
+            end = members[i];
+    }
+    if (!found)
+        return 0;
+    return static_cast<std::size_t>((end ? end : QxEndOfBlock(block)) - begin);
+}
+
+/// Finds the array and keeps it in `known`. What is no array has one element.
+template <class Locals>
+__attribute__((noinline)) void QxFindArray(QxKnownArray& known, const void* array,
+                                           std::size_t elementBytes, QxVar* parameters,
+                                           const Locals locals)
+{
+    known = {array, 1};
+    for (std::size_t i = 0; i < s_qxParameters; ++i)
+        if (parameters[i].Value() == array) {
+            known.length = static_cast<float>(parameters[i].Length());
+            return;
+        }
+    if (sizeof(Locals) >= sizeof(void*))
+        if (const std::size_t bytes = QxBytesOfLocal(locals, array))
+            known.length = static_cast<float>(bytes / elementBytes);
+}
+
+/// An index, and where to look for the length of its array. `stride`: from element to element.
+template <class Locals>
+struct QxIndex {
+    float index;
+    QxVar* parameters;
+    const Locals& locals;
+    unsigned int stride;
+
+    QxIndex operator*(unsigned int points) const { return {index, parameters, locals, points}; }
+    // What generated code tests before it reports an index.
+    bool operator<(int) const { return !(index > -1); }
+    bool operator>=(int length) const { return index >= static_cast<float>(length); }
+};
+
+template <class Locals>
+inline QxIndex<Locals> QxMakeIndex(float index, QxVar* parameters, const Locals& locals)
+{
+    return {index, parameters, locals, 1};
+}
+
+template <class Element, std::size_t length, class Locals>
+inline Element* operator+(Element (&array)[length], const QxIndex<Locals>& index)
+{
+    return array + QxElementAt(index.index, static_cast<float>(length));
+}
+
+template <class Element, class Locals>
+inline Element* operator+(Element* const& array, const QxIndex<Locals>& index)
+{
+    const std::uintptr_t place = reinterpret_cast<std::uintptr_t>(array) >> 4;
+    QxKnownArray& known = s_qxKnownArrays[(place ^ place >> 6) % k_qxKnownArrays];
+    if (__builtin_expect(known.array != array, 0))
+        QxFindArray(known, array, sizeof(Element) * index.stride, index.parameters, index.locals);
+    return array + static_cast<std::size_t>(QxElementAt(index.index, known.length)) * index.stride;
+}
