@@ -182,6 +182,53 @@ TEST_F(HostFiles, EndsShadersThatDoNotEnd)
     EXPECT_EQ(m_grid.Values<QxRGBColor>("Oi")[0], (QxRGBColor{1, 1, 1})) << "it runs again";
 }
 
+TEST_F(HostFiles, TakesTheNearestElementForAnIndexOutside)
+{
+    // Each kind of storage: parameters and locals, uniform and varying, with one element too.
+    constexpr const char* source = R"(
+surface test(float k = 1e6; float one[1] = {3}; varying float each[2] = {5, 6};
+             output string told[2] = {"a", "b"}; output varying float r[4] = {0, 0, 0, 0};
+             output float sum = 0; output varying float seen = 0)
+{
+    uniform float a[3] = {1, 2, 3};
+    varying float b[2] = {u, 8};
+    varying float e = (u - 0.5) * 1e9;
+    a[k] += 10; a[-k] += 20; b[e] += 100; r[e] = 4; one[k] += 1; told[-k] = "z";
+    sum = a[0] + 100 * a[2] + 10000 * one[-k];
+    seen = b[e] + each[e] + 1000 * b[0];
+}
+)";
+    for (const char* options : {"--int", "--dso -O0", "--dso -O2", "--dso -O3"}) {
+        QxShaderInstance shader(QxShader::Open(m_folder.Build("test", source, options)),
+                                m_scene.Spaces());
+        shader.Run(m_grid, m_scene);
+        EXPECT_EQ(shader.Get("sum").numbers, Numbers{40000 + 1300 + 21}) << options;
+        EXPECT_EQ(shader.Get("seen").numbers, (Numbers{100105, 1114, 100105, 1114})) << options;
+        EXPECT_EQ(shader.Get("r").numbers,
+                  (Numbers{4, 0, 4, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 4, 0, 4}))
+            << options;
+    }
+}
+
+TEST_F(HostFiles, GivesTheSameBitsOnTheProcessorAtHand)
+{
+    // Sums of products, which a processor may be able to round once instead of twice.
+    constexpr const char* source =
+        "surface test(output varying float r[2] = {0, 0}) {"
+        " float a = u / 3 + 0.1; float b = v / 7 + 0.3;"
+        " r[0] = a * b - 0.03; r[1] = noise(a * b + a, b * b - a) + mod(a * 3, b); }";
+    QxHostGrid grid(16, 16);
+    std::vector<Numbers> results;
+    for (const auto& [options, compiler] :
+         {std::pair{"--int", ""}, std::pair{"--dso", "-O3"}, std::pair{"--dso", "-march=native"}}) {
+        QxShaderInstance shader(QxShader::Open(m_folder.Build("test", source, options, compiler)),
+                                m_scene.Spaces());
+        shader.Run(grid, m_scene);
+        results.push_back(shader.Get("r").numbers);
+        EXPECT_EQ(results.back(), results.front()) << options << compiler;
+    }
+}
+
 TEST_F(HostFiles, StopsShadersWhenTheHostWantsTo)
 {
     // A loop of the grid, a loop of uniform code, and work without any loop.

@@ -38,7 +38,7 @@ std::string SharedObjects::Add(const std::string& text)
 std::string SharedObjects::Compiler() const
 {
     return "cd '" + m_folder.string() + "' && " SLC_CXX_COMPILER " " + m_level +
-           " -w -fno-math-errno -fPIC -I. -I" SLC_RUNTIME_FOLDER " ";
+           " -w -ffp-contract=off -fno-math-errno -fPIC -I. -I" SLC_RUNTIME_FOLDER " ";
 }
 
 std::string SharedObjects::Run(const std::string& command, const std::string& name) const
