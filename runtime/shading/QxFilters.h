@@ -42,13 +42,41 @@ inline float CatmullRom(float x)
 
 }  // namespace qxfilter
 
-/// A step at `edge`, filtered over the interval between two samples, which `width` stretches
-/// around its middle. An empty interval gives the plain step.
+// `filterstep` of one sample averages over what the point covers, around the sample. It has the operands of
+// the one between two samples: so instead of the second sample stands the length of the interval,
+// in the bits of what is no number behind its highest one, without its last 9 bits.
+
+/// What stands for the second sample; 0 for a length that is no number.
+inline float QxIntervalAround(float length)
+{
+    unsigned int bits;
+    std::memcpy(&bits, &length, sizeof bits);
+    bits = 0x7fc00000u | (length >= 0 ? bits >> 9 : 0u);
+    std::memcpy(&length, &bits, sizeof bits);
+    return length;
+}
+
+/// The length of the interval, for what is no number; that without such bits has length 0.
+inline float QxLengthOfInterval(float s2)
+{
+    unsigned int bits;
+    std::memcpy(&bits, &s2, sizeof bits);
+    bits = (bits & 0x003fffffu) << 9;
+    std::memcpy(&s2, &bits, sizeof bits);
+    return s2;
+}
+
+/// A step at `edge`, filtered over the interval between two samples, or around the first one if the
+/// second is from `QxIntervalAround`. `width` stretches it around its middle. An empty interval gives
+/// the plain step.
 template <class Filter>
 inline float QxFilterStepOf(const Filter& filter, float edge, float s1, float s2, float width)
 {
-    const float spacing = qxmath::Abs(s2 - s1) * qxmath::Abs(width);
-    const float place = (0.5f * (s1 + s2) - edge) / spacing;
+    const bool around = s2 != s2;
+    const float length = around ? QxLengthOfInterval(s2) : qxmath::Abs(s2 - s1);
+    const float middle = around ? s1 : 0.5f * (s1 + s2);
+    const float spacing = length * qxmath::Abs(width);
+    const float place = (middle - edge) / spacing;
     return spacing > 0 ? filter(place) : QxStep(edge, s1);
 }
 

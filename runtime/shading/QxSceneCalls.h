@@ -181,14 +181,15 @@ inline void QxPatchCorners(const QxGrid& grid, const Where& where, const Operand
     }
 }
 
-/// The far end of the interval from `s1` that a shading point covers.
+/// The interval around `s1` that a shading point covers, for `QxFilterStepOf`.
 template <class Where, class Result, class Operand>
 inline void QxFilterStepEnds(const QxGrid& grid, const Where& where, Result&& s2, const Operand& s1)
 {
     const QxPatch<float> patch(s1, grid, where);
     for (unsigned int i = 0; i < grid.Size(); ++i)
         if (where(i))
-            QxAt(s2, i) = QxAt(s1, i) + qxmath::Abs(patch.AlongU(i)) + qxmath::Abs(patch.AlongV(i));
+            QxAt(s2, i) = QxIntervalAround(qxmath::Abs(patch.AlongU(i)) +
+                                           qxmath::Abs(patch.AlongV(i)));
 }
 
 // Messages.

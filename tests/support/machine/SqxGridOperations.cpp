@@ -128,7 +128,7 @@ void FilterStepEnd(const SqxGridCall& call)
 {
     Footprint<float> patch(call, 0);
     for (std::size_t i = 0; i < patch.center.size(); ++i)
-        patch.center[i] += std::abs(patch.alongU[i]) + std::abs(patch.alongV[i]);
+        patch.center[i] = QxIntervalAround(std::abs(patch.alongU[i]) + std::abs(patch.alongV[i]));
     call.Scatter(1, patch.center);
 }
 
