@@ -58,7 +58,7 @@ inline QxRGBColor ToHsv(const QxRGBColor& c)
 {
     const float high = QxMax(c.r, QxMax(c.g, c.b));
     const float range = high - QxMin(c.r, QxMin(c.g, c.b));
-    return {HueOf(c, high, range), high > 0 ? range / high : 0, high};
+    return {HueOf(c, high, range), high != 0 ? range / high : 0, high};
 }
 
 inline QxRGBColor FromHsl(const QxRGBColor& c)
@@ -73,7 +73,7 @@ inline QxRGBColor ToHsl(const QxRGBColor& c)
     const float low = QxMin(c.r, QxMin(c.g, c.b));
     const float lightness = 0.5f * (high + low);
     const float width = 1 - qxmath::Abs(2 * lightness - 1);
-    return {HueOf(c, high, high - low), width > 0 ? (high - low) / width : 0, lightness};
+    return {HueOf(c, high, high - low), width != 0 ? (high - low) / width : 0, lightness};
 }
 
 // The tristimulus values of the primaries of ITU-R BT.709 with the white point D65.

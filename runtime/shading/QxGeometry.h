@@ -19,9 +19,20 @@ inline QxVector3 QxCross(const QxVector3& a, const QxVector3& b)
     return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
 }
 
+/// A power of 2 that brings the largest component to where squares neither overflow nor vanish; 1 for
+/// all but the longest and shortest vectors. Chosen without a branch, so that loops become vectors.
+inline float QxScaleForSquares(const QxVector3& v)
+{
+    const float largest = QxMax(QxMax(qxmath::Abs(v.x), qxmath::Abs(v.y)), qxmath::Abs(v.z));
+    const float small = largest < 1e-18f ? 0x1p100f : 1.0f;
+    return largest > 1e18f ? 0x1p-100f : small;
+}
+
 inline float QxLength(const QxVector3& v)
 {
-    return qxmath::Sqrt(QxDot(v, v));
+    const float scale = QxScaleForSquares(v);
+    const QxVector3 scaled = v * scale;
+    return qxmath::Sqrt(QxDot(scaled, scaled)) * (1 / scale);
 }
 
 inline float QxDistance(const QxVector3& a, const QxVector3& b)
@@ -32,8 +43,9 @@ inline float QxDistance(const QxVector3& a, const QxVector3& b)
 /// The null vector stays as it is.
 inline QxVector3 QxNormalize(const QxVector3& v)
 {
-    const float length = QxLength(v);
-    return v * (length > 0 ? 1 / length : 1);
+    const QxVector3 scaled = v * QxScaleForSquares(v);
+    const float length = qxmath::Sqrt(QxDot(scaled, scaled));
+    return scaled * (length > 0 ? 1 / length : 1);
 }
 
 /// n, turned so that it looks against `incident` as seen by the true normal.

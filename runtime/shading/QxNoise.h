@@ -214,11 +214,11 @@ public:
     explicit QxRandomStream(unsigned int seed = 0) : m_seed(seed) {}
     float Next()
     {
-        const int point[] = {m_count++};
+        const int point[] = {static_cast<int>(m_count++)};
         return static_cast<float>(qxnoise::Hash(point, m_seed) >> 8) / 16777216.0f;
     }
 
 private:
     unsigned int m_seed;
-    int m_count = 0;
+    unsigned int m_count = 0;  // goes round
 };
