@@ -29,18 +29,102 @@ inline bool QxIsEverywhere(const Where&)
     return false;
 }
 
-// Central differences, one-sided at an edge. Each row has a loop that knows no edges, for then it
-// becomes one of vectors.
+// Central differences. At an edge of the grid, or of the points that count, three points on one side,
+// (-3 f0 + 4 f1 - f2) / 2, so that the values there are as exact as inside, of second order, and
+// neighbouring grids agree; the difference to the only neighbour where there is no third one. Each row
+// has a loop that knows no edges, for then it becomes one of vectors.
 
-/// The differences of one row, where all points count; `before` and `behind` are the rows beside
-/// it, or itself at an edge of the grid.
+/// The change at the first of three values; that of values in a line is exactly their difference.
 template <class Value>
-inline void QxDifferencesAcrossRow(Value* result, const Value* before, const Value* row,
-                                   const Value* behind, unsigned int columns)
+inline Value QxChangeAtEdge(const Value& f0, const Value& f1, const Value& f2)
 {
-    const float spacing = before != row && behind != row ? 0.5f : 1.0f;
-    for (unsigned int i = 0; i < columns; ++i)
-        result[i] = (behind[i] - before[i]) * spacing;
+    const Value change = f1 - f0;
+    return change + (change - (f2 - f1)) * 0.5f;
+}
+
+// Changes from row to row, at a place of the row.
+
+template <class Value>
+struct QxChangeInside {
+    const Value* before;
+    const Value* behind;
+
+    Value operator()(unsigned int i) const { return (behind[i] - before[i]) * 0.5f; }
+};
+
+/// `direction` is -1 if the rows go back from the last one.
+template <class Value>
+struct QxChangeAtRim {
+    const Value* row;
+    const Value* next;
+    const Value* third;
+    float direction;
+
+    Value operator()(unsigned int i) const
+    {
+        return QxChangeAtEdge(row[i], next[i], third[i]) * direction;
+    }
+};
+
+/// Of at most two rows.
+template <class Value>
+struct QxChangeOfTwo {
+    const Value* before;
+    const Value* behind;
+
+    Value operator()(unsigned int i) const { return behind[i] - before[i]; }
+};
+
+/// Calls `work` with what computes the changes across one row of a grid whose points all count.
+template <class Value, class Work>
+inline void QxWithChangeAcross(const Value* values, const QxGrid& grid, unsigned int row,
+                               const Work& work)
+{
+    const unsigned int columns = grid.columns;
+    const Value* const at = values + row * columns;
+    const bool first = row == 0;
+    const bool last = row + 1 == grid.rows;
+    if (!first && !last)
+        work(QxChangeInside<Value>{at - columns, at + columns});
+    else if (grid.rows < 3)
+        work(QxChangeOfTwo<Value>{first ? at : at - columns, last ? at : at + columns});
+    else if (first)
+        work(QxChangeAtRim<Value>{at, at + columns, at + 2 * columns, 1});
+    else
+        work(QxChangeAtRim<Value>{at, at - columns, at - 2 * columns, -1});
+}
+
+/// The change within a row at one of its ends.
+template <class Value>
+inline Value QxChangeAtEnd(const Value* row, unsigned int columns, bool first)
+{
+    if (columns < 3)
+        return row[columns - 1] - row[0];
+    const Value* const end = row + columns - 1;
+    return first ? QxChangeAtEdge(row[0], row[1], row[2])
+                 : QxChangeAtEdge(end[0], end[-1], end[-2]) * -1.0f;
+}
+
+/// The change at a point along an axis with that stride, in which it has that place; only points that
+/// count are read.
+template <class Value, class Where>
+inline Value QxChangeWhere(const Value* value, unsigned int point, unsigned int stride,
+                           unsigned int place, unsigned int length, const Where& where)
+{
+    const Value* const at = value + point;
+    const bool before = place > 0 && where(point - stride);
+    const bool behind = place + 1 < length && where(point + stride);
+    if (before && behind)
+        return (at[stride] - *(at - stride)) * 0.5f;
+    if (behind)
+        return place + 2 < length && where(point + 2 * stride)
+                   ? QxChangeAtEdge(at[0], at[stride], at[2 * stride])
+                   : at[stride] - at[0];
+    if (before)
+        return place > 1 && where(point - 2 * stride)
+                   ? QxChangeAtEdge(at[0], *(at - stride), *(at - 2 * stride)) * -1.0f
+                   : at[0] - *(at - stride);
+    return at[0] - at[0];
 }
 
 template <class Value>
@@ -49,13 +133,12 @@ inline void QxDifferencesWithinRow(Value* result, const Value* row, unsigned int
     const unsigned int last = columns - 1;
     for (unsigned int i = 1; i < last; ++i)
         result[i] = (row[i + 1] - row[i - 1]) * 0.5f;
-    result[0] = row[last > 0 ? 1 : 0] - row[0];
-    result[last] = row[last] - row[last > 0 ? last - 1 : 0];
+    result[0] = QxChangeAtEnd(row, columns, true);
+    result[last] = QxChangeAtEnd(row, columns, false);
 }
 
-/// How a value changes from one shading point to the next along an axis, at each point: half the
-/// difference of both neighbours, at an edge of the grid or of the points that count the difference
-/// to the only one, 0 without any. `result` may be `value`.
+/// How a value changes from one shading point to the next along an axis, at each point; 0 without a
+/// neighbour. `result` may be `value`.
 template <class Value, class Where = QxAllPoints>
 inline void QxDifferences(Value* result, const Value* value, const QxGrid& grid, QxGridAxis axis,
                           const Where& where = Where())
@@ -67,65 +150,46 @@ inline void QxDifferences(Value* result, const Value* value, const QxGrid& grid,
     const unsigned int columns = grid.columns;
     if (QxIsEverywhere(where)) {
         for (unsigned int row = 0; row < grid.rows; ++row) {
-            const Value* const at = source + row * columns;
+            Value* const out = result + row * columns;
             if (axis == QxGridAxis::U)
-                QxDifferencesWithinRow(result + row * columns, at, columns);
+                QxDifferencesWithinRow(out, source + row * columns, columns);
             else
-                QxDifferencesAcrossRow(result + row * columns, row > 0 ? at - columns : at, at,
-                                       row + 1 < grid.rows ? at + columns : at, columns);
+                QxWithChangeAcross(source, grid, row, [&](const auto& change) {
+                    for (unsigned int i = 0; i < columns; ++i)
+                        out[i] = change(i);
+                });
         }
         return;
     }
     const unsigned int length = axis == QxGridAxis::U ? columns : grid.rows;
     const unsigned int stride = axis == QxGridAxis::U ? 1 : columns;
-    for (unsigned int i = 0; i < grid.Size(); ++i) {
+    for (unsigned int i = 0; i < grid.Size(); ++i)
         // With a point there is a row and a column. NOLINTNEXTLINE(clang-analyzer-core.DivideZero)
-        const unsigned int place = i / stride % length;
-        const unsigned int before = place > 0 && where(i - stride) ? i - stride : i;
-        const unsigned int behind = place + 1 < length && where(i + stride) ? i + stride : i;
-        const float spacing = before != i && behind != i ? 0.5f : 1.0f;
-        result[i] = (source[behind] - source[before]) * spacing;
-    }
+        result[i] = QxChangeWhere(source, i, stride, i / stride % length, length, where);
 }
 
-/// result = function(change along u, change along v) at the points of one row, where all points
-/// count, with the changes of `row` as `QxDifferences` tells them. No result is read again.
-template <class Result, class Value, class Function>
-inline void QxOfDifferencesInRow(Result* result, const Value* row, const Value* before,
-                                 const Value* behind, unsigned int columns,
-                                 const Function& function)
+/// The share of a cell that belongs to a point of a row or a column: half of it at the ends.
+inline float QxShareOfCell(unsigned int place, unsigned int length)
 {
-    const float spacing = before != row && behind != row ? 0.5f : 1.0f;
+    return place == 0 || place + 1 == length ? 0.5f : 1.0f;
+}
+
+/// result = function(change along u, change along v, share of the cell between points that is the
+/// point's) at the points of one row, where all points count, with the changes of `row` as
+/// `QxDifferences` tells them. `down` gives those along v. No result is read again.
+template <class Result, class Value, class Down, class Function>
+inline void QxOfDifferencesInRow(Result* result, const Value* row, const Down& down,
+                                 unsigned int columns, float share, const Function& function)
+{
     const unsigned int last = columns - 1;
-    result[0] = function(row[last > 0 ? 1 : 0] - row[0], (behind[0] - before[0]) * spacing);
+    result[0] = function(QxChangeAtEnd(row, columns, true), down(0), share * 0.5f);
     for (unsigned int i = 1; i < last; ++i)
-        result[i] = function((row[i + 1] - row[i - 1]) * 0.5f, (behind[i] - before[i]) * spacing);
+        result[i] = function((row[i + 1] - row[i - 1]) * 0.5f, down(i), share);
     if (last > 0)
-        result[last] = function(row[last] - row[last - 1], (behind[last] - before[last]) * spacing);
+        result[last] = function(QxChangeAtEnd(row, columns, false), down(last), share * 0.5f);
 }
 
-/// The same at those of its points that count; the row starts at point `first`.
-template <class Result, class Value, class Where, class Function>
-inline void QxOfDifferencesWhere(Result&& result, const Value* value, const QxGrid& grid,
-                                 unsigned int first, const Where& where, const Function& function)
-{
-    const unsigned int end = first + grid.columns;
-    const auto change = [&](unsigned int i, unsigned int before, unsigned int behind) {
-        return (value[behind] - value[before]) * (before != i && behind != i ? 0.5f : 1.0f);
-    };
-    for (unsigned int i = first; i < end; ++i) {
-        if (!where(i))
-            continue;
-        const unsigned int left = i > first && where(i - 1) ? i - 1 : i;
-        const unsigned int right = i + 1 < end && where(i + 1) ? i + 1 : i;
-        const bool hasUp = first > 0 && where(i - grid.columns);
-        const bool hasDown = end < grid.Size() && where(i + grid.columns);
-        QxAt(result, i) = function(change(i, left, right), change(i, hasUp ? i - grid.columns : i,
-                                                                  hasDown ? i + grid.columns : i));
-    }
-}
-
-/// The same over a grid. `result` is not where `value` is.
+/// The same over a grid, at those of its points that count. `result` is not where `value` is.
 template <class Result, class Value, class Where, class Function>
 inline void QxOfDifferences(Result&& result, const Value* value, const QxGrid& grid,
                             const Where& where, const Function& function)
@@ -134,12 +198,20 @@ inline void QxOfDifferences(Result&& result, const Value* value, const QxGrid& g
     const auto* const results = QxBeside(&QxAt(result, 0), result);
     for (unsigned int row = 0; row < grid.rows; ++row) {
         const unsigned int first = row * columns;
-        const Value* const at = value + first;
-        if (results && QxIsEverywhere(where))
-            QxOfDifferencesInRow(&QxAt(result, first), at, row > 0 ? at - columns : at,
-                                 row + 1 < grid.rows ? at + columns : at, columns, function);
-        else
-            QxOfDifferencesWhere(result, value, grid, first, where, function);
+        const float share = QxShareOfCell(row, grid.rows);
+        if (results && QxIsEverywhere(where)) {
+            QxWithChangeAcross(value, grid, row, [&](const auto& down) {
+                QxOfDifferencesInRow(&QxAt(result, first), value + first, down, columns, share,
+                                     function);
+            });
+            continue;
+        }
+        for (unsigned int i = 0; i < columns; ++i)
+            if (where(first + i))
+                QxAt(result, first + i) =
+                    function(QxChangeWhere(value, first + i, 1, i, columns, where),
+                             QxChangeWhere(value, first + i, columns, row, grid.rows, where),
+                             share * QxShareOfCell(i, columns));
     }
 }
 
@@ -184,17 +256,20 @@ inline void QxCalculateNormal(Result&& result, const QxVector3* points, float du
                               const QxGrid& grid, const Where& where = Where())
 {
     QxOfDifferences(result, points, grid, where,
-                    [overU = QxOver(du), overV = QxOver(dv)](const QxVector3& u, const QxVector3& v) {
+                    [overU = QxOver(du), overV = QxOver(dv)](const QxVector3& u, const QxVector3& v,
+                                                             float) {
                         return QxCross(u * overU, v * overV);
                     });
 }
 
-/// The area that each shading point stands for, of those that count.
+/// The area that each shading point stands for, of those that count: half of the cell between points at
+/// an edge of the grid, a quarter at a corner, so that the sum over the grid is its area.
 template <class Result, class Where = QxAllPoints>
 inline void QxArea(Result&& result, const QxVector3* points, const QxGrid& grid,
                    const Where& where = Where())
 {
-    QxOfDifferences(result, points, grid, where, [](const QxVector3& u, const QxVector3& v) {
-        return QxLength(QxCross(u, v));
-    });
+    QxOfDifferences(result, points, grid, where,
+                    [](const QxVector3& u, const QxVector3& v, float share) {
+                        return QxLength(QxCross(u, v)) * share;
+                    });
 }

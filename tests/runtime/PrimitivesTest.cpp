@@ -194,6 +194,11 @@ TEST(QxColorSpaces, GoThereAndBack)
     }
     ExpectNear(QxColorToRgb({1 / 3.0f, 1, 1}, "hsv"), 0, 1, 0);
     ExpectNear(QxColorFromRgb({0, 0, 1}, "hsl"), 2 / 3.0f, 1, 0.5f);
+    // Bright, and without a positive component.
+    for (const char* space : {"hsv", "hsl"})
+        for (const QxRGBColor& color : {QxRGBColor{2, 5, 3}, QxRGBColor{-1, -3, -2}})
+            ExpectNear(QxColorToRgb(QxColorFromRgb(color, space), space), color.r, color.g,
+                       color.b);
     EXPECT_FALSE(QxIsColorSpace("unheard of"));
 }
 
@@ -210,6 +215,25 @@ TEST(QxText, WritesEachArgumentByItsOwnType)
     const QxTextArgument wholes[] = {{QxTextArgument::Float, &large.x},
                                      {QxTextArgument::Triple, &large}};
     EXPECT_STREQ(QxFormat("%d %d %d", wholes, 2).Characters(), "16777216 16777216 -2 0 %d");
+}
+
+TEST(QxGeometry, MeasuresVectorsOfAnyLength)
+{
+    for (const float size : {1e-25f, 1e-10f, 1.0f, 1e20f, 5e37f}) {
+        const QxVector3 v = {3 * size, 0, -4 * size};
+        EXPECT_FLOAT_EQ(QxLength(v) / size, 5);
+        ExpectNear(QxNormalize(v), 0.6f, 0, -0.8f);
+    }
+    // The step of one sample is in the middle of what the point covers.
+    const float around = QxIntervalAround(0.1f);
+    for (const char* filter : {"box", "triangle", "gaussian", "catmull-rom"}) {
+        EXPECT_NEAR(QxFilterStep(0.5f, 0.5f, around, 1, filter), 0.5f, k_near) << filter;
+        EXPECT_NEAR(QxFilterStep(0.5f, 0.46f, around, 1, filter) +
+                        QxFilterStep(0.5f, 0.54f, around, 1, filter),
+                    1, k_near)
+            << filter;
+    }
+    EXPECT_EQ(QxFilterStep(0.5f, 0.5f, QxIntervalAround(0), 1, "box"), 1);
 }
 
 TEST(QxPattern, MatchesByStatesInLinearTime)
@@ -271,9 +295,9 @@ TEST(QxDerivatives, TakeNeighboursAndEdges)
         values[i] = ValueAt(i, 4);
     float result[12];
     QxDerivative(result, values, 1, grid, QxGridAxis::U);
-    EXPECT_EQ(result[4], 1);
+    EXPECT_EQ(result[4], 0);
     EXPECT_EQ(result[5], 2);
-    EXPECT_EQ(result[7], 5);
+    EXPECT_EQ(result[7], 6);
     QxDerivativeBy(result, values, values, grid);
     EXPECT_NEAR(result[6], 1, k_near);
     QxDerivative(values, values, 2, grid, QxGridAxis::V);  // in place
@@ -298,7 +322,7 @@ TEST(QxDerivatives, ReadOnlyThePointsThatCount)
         float alongV;
     };
     static const Row rows[] = {{0, 1, 10}, {1, 1, 0}, {3, 7, 10},
-                               {5, 0, 10}, {7, 5, 0}, {8, 6, 10}};
+                               {5, 0, 10}, {7, 4, 0}, {8, 6, 10}};
     float alongU[10];
     float alongV[10];
     QxDerivative(alongU, values, 1, grid, QxGridAxis::U, where);
@@ -345,11 +369,43 @@ TEST(QxDerivatives, MakeNormalsAndAreasInPlaceToo)
                 if (!where(i))
                     continue;
                 const QxVector3 normal = QxCross(alongU[i] * 2, alongV[i] * 4);
-                EXPECT_EQ(areas[i], QxLength(QxCross(alongU[i], alongV[i])));
+                const float share = QxShareOfCell(i % grid.columns, grid.columns) *
+                                    QxShareOfCell(i / grid.columns, grid.rows);
+                EXPECT_EQ(areas[i], QxLength(QxCross(alongU[i], alongV[i])) * share);
                 for (int k = 0; k < 3; ++k)
                     EXPECT_EQ(normals[i][k], normal[k]) << i;
             }
         }
+}
+
+TEST(QxDerivatives, AreAsExactAtTheBorderAsInside)
+{
+    // A part of the unit sphere, whose normals are its points.
+    for (const auto& [size, degrees] :
+         {std::pair{5U, 0.9}, std::pair{9U, 0.12}, std::pair{16U, 0.04}}) {
+        const QxGrid grid = {size, size};
+        std::vector<QxVector3> points(grid.Size());
+        std::vector<QxVector3> normals(grid.Size());
+        std::vector<float> areas(grid.Size());
+        for (unsigned int i = 0; i < grid.Size(); ++i) {
+            const double u = 1.5 * (i % size) / (size - 1);
+            const double v = 0.8 + 1.5 * (i / size) / (size - 1);
+            points[i] = {static_cast<float>(std::sin(v) * std::cos(u)),
+                         static_cast<float>(std::sin(v) * std::sin(u)),
+                         static_cast<float>(std::cos(v))};
+        }
+        QxCalculateNormal(normals.data(), points.data(), 1, 1, grid);
+        QxVector3* const from = points.data();
+        float* const to = areas.data();
+        QxAreaOfOperand(grid, QxAllPoints(), to, from);
+        double sum = 0;
+        for (unsigned int i = 0; i < grid.Size(); ++i) {
+            EXPECT_LT(QxLength(QxCross(QxNormalize(normals[i]), points[i])),
+                      std::sin(degrees / 57.29578));
+            sum += areas[i];
+        }
+        EXPECT_NEAR(sum / (1.5 * (std::cos(0.8) - std::cos(2.3))), 1, 0.03);
+    }
 }
 
 TEST(QxLights, CountWhatLiesOnTheBorderOfACone)
