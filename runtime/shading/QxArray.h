@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdlib>
+#include <new>
 
 /// An array of numbers, triples or pointers that owns its elements, all of them zero at first. It is
 /// here since <vector> costs more to read than all that a small shader makes of it.
@@ -42,7 +43,7 @@ private:
     std::size_t m_size = 0;
 };
 
-/// A list of plain values that grows. Ends the process without memory: a shader cannot tell a failure.
+/// A list of plain values that grows. Throws what `new` throws without memory.
 template <class Element>
 class QxList {
 public:
@@ -55,10 +56,12 @@ public:
     void Add(Element element)
     {
         if (m_size == m_room) {
-            m_room = 2 * m_room + 16;
-            m_elements = static_cast<Element*>(std::realloc(m_elements, m_room * sizeof(Element)));
-            if (!m_elements)
-                std::abort();
+            const std::size_t room = 2 * m_room + 16;
+            void* const grown = std::realloc(m_elements, room * sizeof(Element));
+            if (!grown)
+                throw std::bad_alloc();
+            m_elements = static_cast<Element*>(grown);
+            m_room = room;
         }
         m_elements[m_size++] = element;
     }
