@@ -111,15 +111,14 @@ TEST(Language, TakesDerivativesFromThePointsOfABranch)
         {"if (u > 0.25) r = Du(u * u);", {0, 1.5, 1.5, 0, 1.5, 1.5}},
         {"if (u > 0.75) r = 9; else r = Du(u * u);", {0.5, 0.5, 9, 0.5, 0.5, 9}},
         {"if (u > 0.75) r = 1 + Du(u);", {0, 0, 1, 0, 0, 1}},
-        {"if (u < 0.25 || v > 0.5) r = Dv(u + 2 * v) + Du(u * u);", {2, 0, 0, 2.5, 1, 1.5}},
+        {"if (u < 0.25 || v > 0.5) r = Dv(u + 2 * v) + Du(u * u);", {2, 0, 0, 2, 1, 2}},
         {"if (u > 0.25) { if (v < 0.5) r = Dv(v) + Deriv(u * u, u); }", {0, 1.5, 1.5, 0, 0, 0}},
         {"float i = 0; while (i < u * 2) { i += 1; r = Du(u * u); }", {0, 1.5, 0, 0, 1.5, 0}},
         {"if (u > 0.25) { point q = point(u * u, v * 2, 0); r = area(q); }",
-         {0, 1.5, 1.5, 0, 1.5, 1.5}},
+         {0, 0.75, 0.375, 0, 0.75, 0.375}},
         {"if (u > 0.25) r = zcomp(calculatenormal(point(u * u, v * 2, 0)));", {0, 3, 3, 0, 3, 3}},
-        // A box over 0.25..1 and its neighbour, which is as wide.
-        {"if (u > 0.25) r = filterstep(0.625, u * u, \"filter\", \"box\");",
-         {0, 0.5, 1, 0, 0.5, 1}},
+        // Boxes around 0.25 and 1, as wide as the distance between them.
+        {"if (u > 0.25) r = filterstep(0.25, u * u, \"filter\", \"box\");", {0, 0.5, 1, 0, 0.5, 1}},
     };
     ExpectAllRun(cases);
 }
@@ -364,9 +363,9 @@ TEST(Language, DifferentiatesOverTheGrid)
     static const RunCase cases[] = {
         {"float x = 3 * u + v; r = Du(x);", {3, 3, 3, 3, 3, 3}},
         {"float x = 3 * u + 2 * v; r = Dv(x);", {2, 2, 2, 2, 2, 2}},
-        {"float x = u * u; x = Du(x); r = x;", {0.5, 1, 1.5, 0.5, 1, 1.5}},
+        {"float x = u * u; x = Du(x); r = x;", {0, 1, 2, 0, 1, 2}},
         {"float x = u; r = Deriv(x * 4, x);", {4, 4, 4, 4, 4, 4}},
-        {"r = area(point(u, v, 0));", {0.5, 0.5, 0.5, 0.5, 0.5, 0.5}},
+        {"r = area(point(u, v, 0));", {0.125, 0.25, 0.125, 0.125, 0.25, 0.125}},
         {"r = ycomp(calculatenormal(point(u, 0, -v)));", {1, 1, 1, 1, 1, 1}},
     };
     ExpectAllRun(cases);
