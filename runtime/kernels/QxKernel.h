@@ -57,6 +57,17 @@ struct QxNote {
     std::string text;
 };
 
+/// Counts what an instruction does beyond a few operations at each point, for the limit of steps.
+class QxWorkCounter {
+public:
+    /// So many characters, values or states of expressions. Throws if an evaluation has gone on for
+    /// too long; an instruction at many points counts as it goes.
+    virtual void CountInner(std::size_t work) = 0;
+
+protected:
+    ~QxWorkCounter() = default;
+};
+
 /// What kernels see of a run. The run sets it up before a block, and moves on what changes within
 /// it: the light at hand, and where values start. Addresses are those of the run or of the host,
 /// and last while the block runs.
@@ -65,6 +76,7 @@ struct QxMachineState {
     QxGrid grid = {0, 0};
     const QxShadingContext* context = nullptr;
     QxShaderSupport* support = nullptr;
+    QxWorkCounter* work = nullptr;
     const QxVector3* P = nullptr;
     const QxVector3* Ng = nullptr;
     QxLightInput* lights = nullptr;

@@ -77,8 +77,12 @@ void OfList(QxMachineState& state, const QxCode& code, const QxPoints& points)
     Arguments arguments(state, code, 1);
     const auto result = Operand<Result>(state, code, 0);
     for (unsigned int i = points.first; i < points.End(); ++i)
-        if (points(i))
+        if (points(i)) {
             Function()(QxAt(result, i), arguments.At(i), arguments.Count(), arguments.Types());
+            if constexpr (std::is_same_v<Result, Text>)
+                state.work->CountInner(std::strlen(QxAt(result, i)));
+        }
+    state.work->CountInner(code.count);
 }
 
 template <class Rest, class Result, class... Types, class Function>
@@ -98,10 +102,12 @@ void Print(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {
     Arguments arguments(state, code, 0);
     for (unsigned int i = points.first; i < points.End(); ++i)
-        if (points(i))
-            state.Tell(i, true,
-                       QxFormatArguments(arguments.At(i), arguments.Types(), arguments.Count())
-                           .Characters());
+        if (points(i)) {
+            const QxText text =
+                QxFormatArguments(arguments.At(i), arguments.Types(), arguments.Count());
+            state.Tell(i, true, text.Characters());
+            state.work->CountInner(text.Length() + code.count);
+        }
 }
 
 // Messages. The value stands behind the name, the name behind the texture.
@@ -176,7 +182,9 @@ constexpr QxKernelRow k_rows[] = {
         "CALL_PRIM_MATCH",
         InRun([](QxMachineState& state, float& r, Text expression, Text text) {
             const QxShadingContext& i_context = *state.context;
+            const std::size_t before = i_context.MatchWork();
             CALL_PRIM_MATCH(r, expression, text);
+            state.work->CountInner(i_context.MatchWork() - before);
         })),
     MessageRow<QxMessage::Attribute>("CALL_PRIM_ATTRIBUTE"),
     MessageRow<QxMessage::Option>("CALL_PRIM_OPTION"),

@@ -161,7 +161,10 @@ constexpr QxKernelRow k_rows[] = {
     CHEAP1(ASSIGN_BOOL_BOOL, Flag, Flag),
     EACH1(ASSIGN_MATRIX_MATRIX, Matrix, Matrix),
     EACH1(ASSIGN_MATRIX_FLOAT, Matrix, float),
-    EACH1(ASSIGN_STRING_STRING, Text, Text),
+    Each<Text&, Text>("ASSIGN_STRING_STRING", InRun([](QxMachineState& state, Text& r, Text a) {
+        ASSIGN_STRING_STRING(r, a);
+        state.work->CountInner(std::strlen(a));
+    })),
     Cheap<float>("ASSIGN_TO_ZERO_FLOAT", [](float& r) { r = float(); }),
     Cheap<Color>("ASSIGN_TO_ZERO_COLOR", [](Color& r) { r = Color(); }),
     Cheap<Vector>("ASSIGN_TO_ZERO_POINT", [](Vector& r) { r = Vector(); }),

@@ -93,6 +93,7 @@ void Spline(QxMachineState& state, const QxCode& code, const QxPoints& points)
     const auto position = Operand<float>(state, code, first - 1);
     std::vector<GridOperand<Value>> operands;
     operands.reserve(code.count);
+    state.work->CountInner(code.count);
     bool uniform = true;
     for (std::size_t k = first; k < code.count; ++k) {
         operands.push_back(Operand<Value>(state, code, k));

@@ -297,7 +297,7 @@ inline void QxChooseCall(Result& result, QxArguments arguments, int count)
 inline void QxConcatCall(const char*& result, QxArguments arguments, int count)
 {
     QxText text;
-    for (int i = 0; i < count; ++i)
+    for (int i = 0; i < count && text.Length() < k_qxTextLength; ++i)
         if (const char* part = QxArgument<const char*>(arguments, i))
             text.Add(part);
     QxAssignString(result, text.Characters());

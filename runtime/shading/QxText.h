@@ -7,7 +7,10 @@
 #include "QxFloatMath.h"
 #include "QxValues.h"
 
-/// A text that grows. It is here since <string> costs more to read than all that a small shader makes
+/// What a text of a shader may have at most: `concat` in a loop doubles it each time.
+constexpr std::size_t k_qxTextLength = 65535;
+
+/// A text that grows up to that length; what goes beyond is left out. It is here since <string> costs more to read than all that a small shader makes
 /// of it.
 class QxText {
 public:
@@ -33,6 +36,8 @@ public:
 private:
     void Add(const char* text, std::size_t length)
     {
+        if (length > k_qxTextLength - m_length)
+            length = k_qxTextLength - m_length;
         if (m_length + length >= m_room) {
             m_room = 2 * (m_length + length) + 32;
             m_characters = static_cast<char*>(std::realloc(m_characters, m_room));

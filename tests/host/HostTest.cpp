@@ -180,6 +180,23 @@ TEST_F(HostFiles, EndsShadersThatDoNotEnd)
     shader.Set("go", 0);
     shader.Run(m_grid, m_scene);
     EXPECT_EQ(m_grid.Values<QxRGBColor>("Oi")[0], (QxRGBColor{1, 1, 1})) << "it runs again";
+
+    // A text that doubles in a loop has an end, and what is done to it counts.
+    for (const char* work : {"t = concat(t, t);", "t = format(\"%s%s\", t, t);",
+                             "t = concat(t, t); n += match(\"(a*)*$x\", t);"}) {
+        const std::string source = "surface test(uniform float turns = 30; output float n = 0;"
+                                   " output string t = \"a\") { uniform float i;"
+                                   " for (i = 0; i < turns; i += 1) { " +
+                                   std::string(work) + " } }";
+        QxShaderInstance texts(QxShader::Open(m_folder.Build("test", source, "--int")),
+                               m_scene.Spaces());
+        texts.Run(m_grid, m_scene);
+        EXPECT_EQ(texts.Get("t").texts[0].size(), 65535U) << work;
+        texts.SetStepLimit(10000);
+        EXPECT_NE(ErrorOf([&] { texts.Run(m_grid, m_scene); }).find("does not end within"),
+                  std::string::npos)
+            << work;
+    }
 }
 
 TEST_F(HostFiles, TakesTheNearestElementForAnIndexOutside)

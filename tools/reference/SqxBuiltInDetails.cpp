@@ -116,9 +116,9 @@ below 1 counts as 1. From 0 up to the last cell of the first period the value is
 not including, 1, spread evenly, and independent from cell to cell. The components of a color or a point
 are independent too.)"},
     {"random",
-     R"(The value depends on the seed of the scene, the number of the run, the place of the point in
-its grid and the count of calls before it at this point, and on nothing else: a picture is the same with any
-number of threads. It changes with the grid, so use `cellnoise` for what must stay on a surface.)"},
+     R"(The next number of the scene's stream; a triple takes three. A scene whose host gives no numbers
+of its own begins the same stream anew, and which point takes which number follows from the order in which
+points are shaded: use `cellnoise` for what must stay on a surface.)"},
 
     {"Du",
      R"(The change from point to point divided by `du`: central differences inside the grid; at a border
@@ -268,7 +268,8 @@ a float as a number of up to six digits, a color, point, vector or normal as thr
 numbers with blanks between, a string as it is. `%d` writes only the whole part of numbers. `%%` is a percent
 sign. There are no widths and precisions. A specifier without an argument stays as it is, and so does an unknown
 one; an argument without a specifier is left out.)"},
-    {"concat", R"(Two or more.)"},
+    {"concat",
+     R"(Two or more. A text has at most 65,535 characters; what goes beyond is left out.)"},
     {"attribute",
      R"(1 if the renderer has an answer, which is then in the variable; 0 if not, and the variable is
 as it was. There is an answer only if its type and its length are those of the variable; points, vectors and

@@ -91,7 +91,9 @@ void QxMachineRun::Start(const QxGrid& grid, const QxShadingContext& context,
     m_state.notesWait = false;
     m_state.notes.clear();
     m_loops.clear();
+    m_state.work = this;
     m_steps = 0;
+    m_innerWork = 0;
 }
 
 void QxMachineRun::Initialize(const QxShadingContext& context, std::vector<QxVar>& variables)
@@ -212,6 +214,15 @@ void QxMachineRun::CountSteps(std::size_t steps)
         throw QxHostError("Shader '" + m_program.Name() + "' does not end within " +
                           std::to_string(m_stepLimit) + " steps");
     CountWork(steps);
+}
+
+void QxMachineRun::CountInner(std::size_t work)
+{
+    m_innerWork += work;
+    if (m_innerWork / std::max(1U, m_state.grid.Size()) > m_stepLimit)
+        throw QxHostError("Shader '" + m_program.Name() + "' does not end within " +
+                          std::to_string(m_stepLimit) + " steps on texts and lists");
+    CountWork(work);
 }
 
 void QxMachineRun::CountWork(std::size_t work)

@@ -11,7 +11,7 @@
 /// What one run of a program needs for itself. It may be used for one grid after the other, and
 /// then keeps its memory; a grid of another size than the one before costs new memory. For one
 /// thread at a time; other threads have runs of their own of the same program.
-class QxMachineRun {
+class QxMachineRun : private QxWorkCounter {
 public:
     // Of one evaluation, unless they are set.
     static constexpr std::size_t k_stepLimit = 10'000'000;
@@ -22,7 +22,8 @@ public:
 
     /// An evaluation that takes more steps than this throws `QxHostError`: the shader does not end.
     /// Steps are instructions that run again: those that a jump back has left behind, whatever the
-    /// size of the grid.
+    /// size of the grid. Counted by itself, and for the average point, is the work on texts and
+    /// lists: characters, values, and states of regular expressions.
     void SetStepLimit(std::size_t limit) { m_stepLimit = limit; }
     /// An evaluation whose variables need more bytes than this throws `QxHostError`.
     void SetMemoryLimit(std::size_t bytes) { m_memoryLimit = bytes; }
@@ -63,6 +64,7 @@ private:
     void TakeLight();
     void CountSteps(std::size_t steps);
     void CountWork(std::size_t work);
+    void CountInner(std::size_t work) override;
     void TellNotes();
     [[nodiscard]] bool IsTrue(const QxCode& code) const
     {
@@ -75,6 +77,7 @@ private:
     QxMachineState m_state;
     std::size_t m_stepLimit = k_stepLimit;
     std::size_t m_steps = 0;
+    std::size_t m_innerWork = 0;  // of this evaluation
     std::function<bool()> m_stopTest;
     std::size_t m_memoryLimit = k_memoryLimit;
     std::size_t m_work = 0;                           // since the clock was looked at
