@@ -10,6 +10,11 @@ for page in "$build"/manual/*.1; do
         echo "There is no program $name"
         failures=1
     }
+    # That of the compiler ends with status 1.
+    ("$build/bin/$name" --version || true) | grep -q "^$name version [0-9]" || {
+        echo "$name does not print its version"
+        failures=1
+    }
     if command -v mandoc >/dev/null; then
         mandoc -T lint "$page" || failures=1
     fi
@@ -30,6 +35,9 @@ for name in shaderqx sqxdump sqxmake sqxshade; do
     }
 done
 bash -n "$build/manual/shaderqx.bash" || failures=1
+if command -v zsh >/dev/null; then
+    zsh -n "$build/manual/_shaderqx" || failures=1
+fi
 # shellcheck disable=SC2034  # read by the completion
 complete_line() {
     bash -c 'source "$1"; shift; COMP_WORDS=("$@"); COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
@@ -55,6 +63,18 @@ completes_to '--param --params' sqxdump --par
 completes_to 'maps matte.sqx' sqxdump --params ma
 completes_to maps sqxdump -I ma
 completes_to maps sqxmake -o ma
+# The same lines in fish, where it is installed.
+if command -v fish >/dev/null; then
+    fish_completes() {
+        fish -c "source $build/manual/${1%% *}.fish; complete -C '$1'" | cut -f1 | LC_ALL=C sort | xargs
+    }
+    [ "$(fish_completes 'shaderqx --keep')" = '--keep-c++-file --keep-cpp-file' ] &&
+        [ "$(fish_completes 'sqxmake -o ma')" = maps/ ] &&
+        [ "$(fish_completes 'shaderqx -O')" = '-O -O0 -O1 -O2 -O3' ] || {
+        echo 'fish does not complete as bash does'
+        failures=1
+    }
+fi
 if [ -e "$build/manual/sqxshade.1" ]; then
     completes_to 'maps matte.sl matte.sqx' sqxshade --torus ma
     completes_to '--samples --sheet --size --sphere --square' sqxshade --s

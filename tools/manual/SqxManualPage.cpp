@@ -1,6 +1,5 @@
-// Manual pages and completion are made of the same tables as `--help`, so that they cannot tell
-// different things. Pages use man(7) with the few macros that every reader of pages knows. The
-// completion does without a library of bash functions, which not every system has.
+// Manual pages are made of the same tables as `--help`, so that they cannot say different things.
+// They use man(7) with the few macros that every reader of pages knows.
 //
 // Tested by tests/manual/run.sh: each option that a program prints stands in its page.
 
@@ -124,29 +123,6 @@ void AddSeeAlso(std::string& page, const SqxProgram& program,
     return upper;
 }
 
-/// The spellings of all options, of those with "DIR" and the like only what stands in front.
-[[nodiscard]] std::string OptionWords(std::span<const SqxOption> options)
-{
-    std::string text;
-    for (const SqxOption& option : options)
-        for (std::string_view word : SqxSpellings(option.word)) {
-            if (word.starts_with("-I") || word.starts_with("-D"))
-                word = word.substr(0, 2);
-            text.append(text.empty() ? "" : " ").append(word);
-        }
-    return text;
-}
-
-/// The options that take a folder, as a pattern of the shell.
-[[nodiscard]] std::string FolderOptions(std::span<const SqxOption> options)
-{
-    std::string text;
-    for (const SqxOption& option : options)
-        if (option.argument == "DIR")
-            text += (text.empty() ? "" : "|") + std::string(option.word);
-    return text;
-}
-
 }  // namespace
 
 std::string SqxManualPage(const SqxProgram& program, std::span<const SqxProgram* const> all)
@@ -166,41 +142,4 @@ std::string SqxManualPage(const SqxProgram& program, std::span<const SqxProgram*
     AddExamples(page, program.examples);
     AddSeeAlso(page, program, all);
     return page;
-}
-
-std::string SqxBashCompletion(std::span<const SqxProgram* const> all)
-{
-    std::string text =
-        R"bash(# Completion of the command lines of shaderqx and the programs beside it, for bash.
-
-# usage: _shaderqx_words "OPTIONS" "FOLDER OPTIONS" "FILE ENDINGS"
-_shaderqx_words() {
-    local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]}
-    COMPREPLY=()
-    case "|$2|" in
-        *"|$before|"*)
-            compopt -o filenames
-            mapfile -t COMPREPLY < <(compgen -d -- "$word")
-            return
-            ;;
-    esac
-    case $word in
-        -*) mapfile -t COMPREPLY < <(compgen -W "$1" -- "$word") ;;
-        *)
-            compopt -o filenames
-            mapfile -t COMPREPLY < <(compgen -d -- "$word"; compgen -f -X "!*.@($3)" -- "$word")
-            ;;
-    esac
-}
-)bash";
-    for (const SqxProgram* program : all) {
-        std::string endings(program->fileEndings);
-        for (char& c : endings)
-            c = c == ' ' ? '|' : c;
-        const std::string name(program->name);
-        text += "_" + name + "() { shopt -s extglob; _shaderqx_words '" +
-                OptionWords(program->options) + "' '" + FolderOptions(program->options) + "' '" +
-                endings + "'; }\ncomplete -F _" + name + " " + name + "\n";
-    }
-    return text;
 }

@@ -5,6 +5,7 @@
 
 #include "manual/ShaderqxProgram.h"
 #include "manual/SqxManualPage.h"
+#include "manual/SqxShellCompletion.h"
 #include "sqxdump/SqxDumpOptions.h"
 #include "sqxmake/SqxMakeOptions.h"
 #ifdef SLC_HAS_SQXSHADE
@@ -44,9 +45,12 @@ int main(int argc, char** argv)
     };
     const std::string folder = argv[1];
     bool good = WriteFile(folder + "/shaderqx.bash", SqxBashCompletion(programs));
+    good = WriteFile(folder + "/_shaderqx", SqxZshCompletion(programs)) && good;
     for (const SqxProgram* program : programs)
         good = WriteFile(folder + "/" + std::string(program->name) + ".1",
                          SqxManualPage(*program, programs)) &&
+               WriteFile(folder + "/" + std::string(program->name) + ".fish",
+                         SqxFishCompletion(*program)) &&
                good;
     return good ? 0 : 1;
 }

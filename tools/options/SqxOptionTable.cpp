@@ -6,6 +6,11 @@
 #include "options/SqxOptionTable.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <iostream>
+#include <memory>
+
+#include "support/QxVersion.h"
 
 namespace {
 
@@ -71,4 +76,16 @@ std::string SqxHelpText(const SqxProgram& program)
         AddWrapped(text, option.effect, width + 4);
     }
     return text;
+}
+
+int SqxPrintInformation(const SqxProgram& program, SqxInformation information)
+{
+    if (information == SqxInformation::Help) {
+        std::cout << SqxHelpText(program);
+    } else if (information == SqxInformation::Version) {
+        const std::unique_ptr<char, decltype(&std::free)> version(QxGetVersionString(), &std::free);
+        std::cout << program.name << " version " << version.get() << ".\n"
+                  << QxGetCopyrightString() << '\n';
+    }
+    return std::cout.flush() ? 0 : 1;
 }

@@ -37,9 +37,16 @@ struct SqxProgram {
     std::string_view fileEndings;        // of files that it takes, for completion: "sl sqx"
 };
 
+/// What a program prints in place of its work.
+enum class SqxInformation { None, Help, Version };
+
 /// The spellings that such a word stands for: "-o" and "--output". Parts of the text.
 [[nodiscard]] std::vector<std::string_view> SqxSpellings(std::string_view words);
 
 /// "Usage: ...", the description and the options, as `--help` prints them, wrapped at 100
 /// characters.
 [[nodiscard]] std::string SqxHelpText(const SqxProgram& program);
+
+/// Prints what is asked for to standard output. Returns the exit status, 1 if it could not be
+/// printed.
+[[nodiscard]] int SqxPrintInformation(const SqxProgram& program, SqxInformation information);

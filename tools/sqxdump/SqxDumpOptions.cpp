@@ -24,6 +24,7 @@ constexpr SqxOption k_options[] = {
     {"--section",     "NAME",   "prints only the code of 'main' or of a parameter's initializer"},
     {"-I",            "DIR",    "searches DIR for the shadeop libraries that default values need"},
     {"-h, --help",    "",       "prints this text"},
+    {"--version",     "",       "prints the version"},
 };
 
 constexpr SqxEntry k_files[] = {
@@ -47,7 +48,9 @@ constexpr SqxEntry k_examples[] = {
 void ReadOption(SqxOptionWords& words, SqxDumpOptions& options)
 {
     if (words.Is("-h, --help"))
-        options.help = true;
+        options.information = SqxInformation::Help;
+    else if (words.Is("--version"))
+        options.information = SqxInformation::Version;
     else if (words.Is("--params"))
         options.form = SqxDumpOptions::Form::Table;
     else if (words.Is("--json"))
@@ -64,7 +67,7 @@ void ReadOption(SqxOptionWords& words, SqxDumpOptions& options)
 
 void Complete(SqxDumpOptions& options)
 {
-    if (options.help)
+    if (options.information != SqxInformation::None)
         return;
     using Form = SqxDumpOptions::Form;
     if (options.files.empty())

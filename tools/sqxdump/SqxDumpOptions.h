@@ -15,7 +15,7 @@ struct SqxDumpOptions {
     std::string section;                  // of the code; empty: all
     std::vector<std::string> parameters;  // to list; none: all
     std::vector<std::string> shadeopFolders;
-    bool help = false;
+    SqxInformation information = SqxInformation::None;
 };
 
 /// How the program presents itself.

@@ -88,9 +88,9 @@ bool PrintFile(const std::string& file, const SqxDumpOptions& options)
 
 int Run(const SqxDumpOptions& options)
 {
+    if (options.information != SqxInformation::None)
+        return SqxPrintInformation(SqxDumpProgram(), options.information);
     bool good = true;
-    if (options.help)
-        std::cout << SqxHelpText(SqxDumpProgram());
     for (const std::string& file : options.files)
         good = PrintFile(file, options) && good;
     if (std::cout.flush())

@@ -37,6 +37,7 @@ constexpr SqxOption k_options[] = {
     {"--dont-use-shadeops",    "",       "does not look for unknown functions in shadeop libraries"},
     {"--step",                 "STAMP",  "for build systems: compiles one source whether it changed or not, and writes STAMP and its dependencies, STAMP.d; with '--state DIR' before it, keeps what it knows in DIR"},
     {"-h, --help",             "",       "prints this text"},
+    {"--version",              "",       "prints the version"},
 };
 
 constexpr SqxEntry k_environment[] = {
@@ -91,7 +92,9 @@ constexpr std::string_view k_compilerWords[] = {
 void ReadOption(SqxOptionWords& words, SqxMakeOptions& options)
 {
     if (words.Is("-h, --help"))
-        options.help = true;
+        options.information = SqxInformation::Help;
+    else if (words.Is("--version"))
+        options.information = SqxInformation::Version;
     else if (words.Is("-k"))
         options.keepGoing = true;
     else if (words.Is("--tree"))
@@ -141,7 +144,7 @@ SqxMakeOptions SqxReadMakeOptions(const std::vector<std::string>& arguments)
             ReadOption(words, options);
         else
             options.inputs.push_back(words.Word());
-    if (options.help)
+    if (options.information != SqxInformation::None)
         return options;
     if (options.inputs.empty())
         throw SqxUsageError("No shader and no folder is given");

@@ -23,7 +23,7 @@ struct SqxMakeOptions {
     int jobs = 0;            // compiled at a time; 0: as many as ninja thinks good
     bool keepGoing = false;  // behind faults
     bool tree = false;       // outputs stand in folders as their sources do
-    bool help = false;
+    SqxInformation information = SqxInformation::None;
 
     // One step of a build, see `SqxCompileStep`: ninja, or another build system, asks for it.
     bool step = false;

@@ -9,10 +9,8 @@ int main(int argc, char** argv)
 {
     try {
         const SqxMakeOptions options = SqxReadMakeOptions({argv + 1, argv + argc});
-        if (options.help) {
-            std::cout << SqxHelpText(SqxMakeProgram()) << std::flush;
-            return std::cout ? 0 : 1;
-        }
+        if (options.information != SqxInformation::None)
+            return SqxPrintInformation(SqxMakeProgram(), options.information);
         return options.step ? SqxCompileStep(options) : SqxMakeBuild(options);
     } catch (const SqxUsageError& error) {
         std::cerr << "sqxmake: " << error.what() << "; '--help' tells of all options\n";

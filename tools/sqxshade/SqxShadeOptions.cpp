@@ -180,7 +180,9 @@ constexpr OptionRow k_options[] = {
     {{"--threads", "N", "shades on N cores; on all by default"},
      [](Options& o, const std::string& v) { o.picture.threads = ReadCount(v, k_maxThreads, "number of threads"); }},
     {{"-h, --help", "", "prints this text"},
-     [](Options& o, const std::string&) { o.help = true; }},
+     [](Options& o, const std::string&) { o.information = SqxInformation::Help; }},
+    {{"--version", "", "prints the version"},
+     [](Options& o, const std::string&) { o.information = SqxInformation::Version; }},
 };
 
 constexpr auto k_optionTexts = [] {
@@ -238,7 +240,7 @@ void ReadWords(SqxOptionWords& words, Options& options, const SqxReadMoreOptions
 
 void Complete(Options& options)
 {
-    if (options.help)
+    if (options.information != SqxInformation::None)
         return;
     if (options.shaders.empty() || options.shaders.back().path.empty())
         throw SqxPictureError("No shader is given");

@@ -24,7 +24,7 @@ struct SqxShadeOptions {
     bool linear = false;         // writes the values as they are
     SqxPictureSettings picture;  // but for its shaders and textures
     SqxBuildOptions build;
-    bool help = false;
+    SqxInformation information = SqxInformation::None;
 };
 
 /// Reads an option that another program has beside those of `sqxshade`; false if it has no such

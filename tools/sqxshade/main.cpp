@@ -8,10 +8,8 @@ namespace {
 
 int Run(const SqxShadeOptions& options)
 {
-    if (options.help) {
-        std::cout << SqxHelpText(SqxShadeProgram()) << std::flush;
-        return std::cout ? 0 : 1;
-    }
+    if (options.information != SqxInformation::None)
+        return SqxPrintInformation(SqxShadeProgram(), options.information);
     try {
         SqxShade(options);
     } catch (const std::runtime_error& error) {

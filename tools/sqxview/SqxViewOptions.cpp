@@ -67,8 +67,8 @@ SqxViewOptions SqxReadViewOptions(const std::vector<std::string>& arguments)
     SqxViewOptions options;
     options.shade = SqxReadShadeOptions(
         arguments, [&options](SqxOptionWords& words) { return ReadOwnOption(words, options); });
-    options.help = options.shade.help;
-    if (!options.help)
+    options.information = options.shade.information;
+    if (options.information == SqxInformation::None)
         CheckSources(options.shade.shaders);
     return options;
 }

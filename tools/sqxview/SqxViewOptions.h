@@ -13,7 +13,7 @@ struct SqxViewOptions {
     int port = 0;                  // 0: a free one
     bool open = false;             // the browser
     std::chrono::seconds timeLimit = std::chrono::seconds(10);  // of a picture
-    bool help = false;
+    SqxInformation information = SqxInformation::None;
 };
 
 /// `arguments` are the words behind the name of the program. Throws `SqxUsageError`, also for a

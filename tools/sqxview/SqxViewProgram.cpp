@@ -30,6 +30,7 @@ constexpr SqxOption k_options[] = {
     {"--texture"sv,             "NAME=FILE.png"sv,     "what shaders see as the texture NAME; without one it is a check"sv},
     {"--threads"sv,             "N"sv,                 "shades on N cores; on all by default"sv},
     {"-h, --help"sv,            ""sv,                  "prints this text"sv},
+    {"--version"sv,             ""sv,                  "prints the version"sv},
 };
 
 constexpr SqxEntry k_environment[] = {

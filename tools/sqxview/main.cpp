@@ -67,10 +67,8 @@ int main(int argc, char** argv)
     ShareOnePool();
     try {
         const SqxViewOptions options = SqxReadViewOptions({argv + 1, argv + argc});
-        if (options.help) {
-            std::cout << SqxHelpText(SqxViewProgram()) << std::flush;
-            return std::cout ? 0 : 1;
-        }
+        if (options.information != SqxInformation::None)
+            return SqxPrintInformation(SqxViewProgram(), options.information);
         return View(options);
     } catch (const SqxUsageError& error) {
         std::cerr << "sqxview: " << error.what() << "; '--help' tells of all options\n";

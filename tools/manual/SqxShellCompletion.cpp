@@ -1,0 +1,197 @@
+// Each shell's text does without a library of functions that not every system has.
+//
+// Tested by tests/manual/run.sh, with the shells that are installed.
+
+#include "manual/SqxShellCompletion.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+/// The spellings of all options, of those with "DIR" and the like only what stands in front.
+[[nodiscard]] std::string OptionWords(std::span<const SqxOption> options)
+{
+    std::string text;
+    for (const SqxOption& option : options)
+        for (std::string_view word : SqxSpellings(option.word)) {
+            if (word.starts_with("-I") || word.starts_with("-D"))
+                word = word.substr(0, 2);
+            text.append(text.empty() ? "" : " ").append(word);
+        }
+    return text;
+}
+
+/// The options that take a folder, as a pattern of the shell.
+[[nodiscard]] std::string FolderOptions(std::span<const SqxOption> options)
+{
+    std::string text;
+    for (const SqxOption& option : options)
+        if (option.argument == "DIR")
+            text += (text.empty() ? "" : "|") + std::string(option.word);
+    return text;
+}
+
+/// `text` with a backslash before each of the characters.
+[[nodiscard]] std::string WithBackslashes(std::string_view text, std::string_view characters)
+{
+    std::string escaped;
+    for (const char c : text) {
+        if (characters.find(c) != std::string_view::npos)
+            escaped += '\\';
+        escaped += c;
+    }
+    return escaped;
+}
+
+/// In single quotes, as zsh reads it.
+[[nodiscard]] std::string ZshQuoted(std::string_view text)
+{
+    std::string quoted = "'";
+    for (const char c : text)
+        quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return quoted + "'";
+}
+
+/// In single quotes, as fish reads it.
+[[nodiscard]] std::string FishQuoted(std::string_view text)
+{
+    return "'" + WithBackslashes(text, "\\'") + "'";
+}
+
+/// "-I" for "-IDIR" and for "-I" with "DIR" behind it: these take their value in the same word too.
+[[nodiscard]] std::string_view GluedOption(std::string_view word)
+{
+    return word.starts_with("-I") || word.starts_with("-D") ? word.substr(0, 2)
+                                                            : std::string_view();
+}
+
+/// The spellings, each glued option once.
+[[nodiscard]] std::vector<std::string_view> DistinctSpellings(const SqxOption& option)
+{
+    std::vector<std::string_view> words = SqxSpellings(option.word);
+    const auto isRepeated = [&](std::string_view word) {
+        return word != words.front() && !GluedOption(word).empty();
+    };
+    std::erase_if(words, isRepeated);
+    return words;
+}
+
+/// A line of `_arguments`: "*-o[effect]:DIR:_files -/".
+[[nodiscard]] std::string ZshOption(std::string_view word, const SqxOption& option)
+{
+    const std::string_view glued = GluedOption(word);
+    std::string spec = "*" + std::string(glued.empty() ? word : glued);
+    if (!glued.empty())
+        spec += '-';
+    else if (!option.argument.empty() && word.starts_with("--"))
+        spec += '=';
+    spec += '[' + WithBackslashes(option.effect, "[]") + ']';
+    const bool takesFolder = option.argument == "DIR" || glued == "-I";
+    if (!glued.empty() || !option.argument.empty())
+        spec += ':' + WithBackslashes(option.argument.empty() ? "value" : option.argument, ":") +
+                ':' +
+                (takesFolder                           ? "_files -/"
+                 : option.argument.starts_with("FILE") ? "_files"
+                                                       : "");
+    return "        " + ZshQuoted(spec) + " \\\n";
+}
+
+/// /// How `complete` of fish calls the option: "-l size", "-o O2" after one dash, or "-s I" for
+/// one that takes its value in the same word. Others of one letter are no "-s", since none can be
+/// joined with others.
+[[nodiscard]] std::string FishWord(std::string_view word)
+{
+    if (word.starts_with("--"))
+        return "-l " + FishQuoted(word.substr(2));
+    const std::string_view name = word.substr(1);
+    return (GluedOption(word).empty() ? "-o " : "-s ") + FishQuoted(name);
+}
+
+/// "sl|sqx" of "sl sqx".
+[[nodiscard]] std::string Alternatives(std::string_view endings)
+{
+    std::string pattern(endings);
+    for (char& c : pattern)
+        c = c == ' ' ? '|' : c;
+    return pattern;
+}
+
+}  // namespace
+
+std::string SqxBashCompletion(std::span<const SqxProgram* const> all)
+{
+    std::string text =
+        R"bash(# Completion of the command lines of shaderqx and the programs beside it, for bash.
+
+# usage: _shaderqx_words "OPTIONS" "FOLDER OPTIONS" "FILE ENDINGS"
+_shaderqx_words() {
+    local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]}
+    COMPREPLY=()
+    case "|$2|" in
+        *"|$before|"*)
+            compopt -o filenames
+            mapfile -t COMPREPLY < <(compgen -d -- "$word")
+            return
+            ;;
+    esac
+    case $word in
+        -*) mapfile -t COMPREPLY < <(compgen -W "$1" -- "$word") ;;
+        *)
+            compopt -o filenames
+            mapfile -t COMPREPLY < <(compgen -d -- "$word"; compgen -f -X "!*.@($3)" -- "$word")
+            ;;
+    esac
+}
+)bash";
+    for (const SqxProgram* program : all) {
+        const std::string endings = Alternatives(program->fileEndings);
+        const std::string name(program->name);
+        text += "_" + name + "() { shopt -s extglob; _shaderqx_words '" +
+                OptionWords(program->options) + "' '" + FolderOptions(program->options) + "' '" +
+                endings + "'; }\ncomplete -F _" + name + " " + name + "\n";
+    }
+    return text;
+}
+
+std::string SqxZshCompletion(std::span<const SqxProgram* const> all)
+{
+    std::string names;
+    std::string cases;
+    for (const SqxProgram* program : all) {
+        names += ' ' + std::string(program->name);
+        cases += "    " + std::string(program->name) + ")\n        _arguments \\\n";
+        for (const SqxOption& option : program->options)
+            for (const std::string_view word : DistinctSpellings(option))
+                cases += ZshOption(word, option);
+        cases += "        '*:file:_files -g \"*.(" + Alternatives(program->fileEndings) +
+                 ")(-.)\"' ;;\n";
+    }
+    return "#compdef" + names + "\n\ncase $service in\n" + cases + "esac\n";
+}
+
+std::string SqxFishCompletion(const SqxProgram& program)
+{
+    const std::string command = "complete -c " + std::string(program.name);
+    std::string text = command + " -f\n";
+    std::string_view endings = program.fileEndings;
+    while (!endings.empty()) {
+        const std::string_view ending = endings.substr(0, endings.find(' '));
+        endings.remove_prefix(std::min(ending.size() + 1, endings.size()));
+        text += command + " -a '(__fish_complete_suffix ." + std::string(ending) + ")'\n";
+    }
+    for (const SqxOption& option : program.options)
+        for (const std::string_view word : DistinctSpellings(option)) {
+            const std::string_view glued = GluedOption(word);
+            text += command + ' ' + FishWord(glued.empty() ? word : glued) + " -d " +
+                    FishQuoted(option.effect);
+            if (option.argument == "DIR" || glued == "-I")
+                text += " -x -a '(__fish_complete_directories)'";
+            else if (option.argument.starts_with("FILE"))
+                text += " -r -F";
+            else if (!glued.empty() || !option.argument.empty())
+                text += " -x";
+            text += '\n';
+        }
+    return text;
+}
