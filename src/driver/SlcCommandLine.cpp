@@ -1,13 +1,6 @@
-// The options are one table; its rows are tried from the top, and the first that matches takes
-// the argument. What no row takes is a fault or the input file.
+// What is no option of the table in SlcOptionRows.cpp is a fault or the input file.
 //
-//     -O3          {"-O3", SetLevel, 3, Word}          the argument is the row's text
-//     -Iinclude    {"-I", AddDirectory, 0, Prefix}     or begins with it
-//
-// A level sets each of its flags, so that a later one takes back what an earlier one has turned on.
-//
-// Tested by tests/driver/SlcCommandLineTest.cpp; tests/manual holds the manual page
-// against `--help`.
+// Tested by tests/driver/SlcCommandLineTest.cpp.
 
 #include "driver/SlcCommandLine.h"
 
@@ -18,6 +11,7 @@
 #include <string_view>
 
 #include "driver/SlcDefaultCommands.h"
+#include "driver/SlcOptionRows.h"
 #include "driver/SlcProgramName.h"
 #include "support/QxVersion.h"
 #include "support/SlcDiagnostics.h"
@@ -51,175 +45,11 @@ void SetFlags(std::span<const Flag> flags, bool value, SlcOptionsControl& option
         options.*flag = value;
 }
 
-/// The arguments that are left, with the one at hand in front.
-class ArgumentList {
-public:
-    explicit ArgumentList(std::span<const char* const> arguments) : m_rest(arguments) {}
-    [[nodiscard]] bool Empty() const { return m_rest.empty(); }
-    [[nodiscard]] std::string_view Front() const { return m_rest.front(); }
-    void Pop() { m_rest = m_rest.subspan(1); }
-
-private:
-    std::span<const char* const> m_rest;
-};
-
 [[nodiscard]] bool Fail(std::string_view message)
 {
     SeverError(k_programName, message);
     return false;
 }
-
-// The effects of options. The option's argument is in front of `arguments`; an effect that takes
-// a further one pops the first. False after a reported fault.
-
-template <auto field>
-bool SetOption(SlcCommandLine& line, ArgumentList&, int value)
-{
-    line.m_options.*field = value != 0;
-    return true;
-}
-
-template <auto field>
-bool SetStage(SlcCommandLine& line, ArgumentList&, int value)
-{
-    line.*field = value != 0;
-    return true;
-}
-
-bool SetLevel(SlcCommandLine& line, ArgumentList&, int level)
-{
-    SetOptimizationLevel(level, line.m_options);
-    return true;
-}
-
-bool SetWarnings(SlcCommandLine&, ArgumentList&, int level)
-{
-    SetWarningLevel(level);
-    return true;
-}
-
-bool SetOutputDirectory(SlcCommandLine& line, ArgumentList& arguments, int)
-{
-    arguments.Pop();
-    // An empty name, as an unset variable of the shell gives, would mean the root directory.
-    if (arguments.Empty() || arguments.Front().empty() || arguments.Front().starts_with('-'))
-        return Fail("No directory name provided with the option '-d'");
-    line.m_outputDirectory = arguments.Front();
-    return true;
-}
-
-bool AddDefinition(SlcCommandLine& line, ArgumentList& arguments, int)
-{
-    line.m_preprocessorArguments.emplace_back(arguments.Front());
-    return true;
-}
-
-bool AddDirectory(SlcCommandLine& line, ArgumentList& arguments, int)
-{
-    line.m_options.m_searchDirs.emplace_back(arguments.Front().substr(2));
-    return AddDefinition(line, arguments, 0);
-}
-
-bool PreprocessOnly(SlcCommandLine& line, ArgumentList&, int)
-{
-    line.m_keepPreprocessedFile = true;
-    line.m_runCCBuild = false;
-    line.m_runCompile = false;
-    return true;
-}
-
-bool LeaveOutBuild(SlcCommandLine& line, ArgumentList&, int)
-{
-    line.m_keepCCFile = true;
-    line.m_runCCBuild = false;
-    line.m_runCompile = true;
-    return true;
-}
-
-enum class Match { Word, Prefix };
-using enum Match;
-
-struct Option {
-    std::string_view text;
-    bool (*effect)(SlcCommandLine&, ArgumentList&, int);
-    int value;  // for the effect
-    Match match;
-};
-
-using Options = SlcOptionsControl;
-using Line = SlcCommandLine;
-
-// clang-format off
-//   text                     effect                                     value  match
-constexpr Option k_options[] = {
-    {"-O0",                   SetLevel,                                  0,     Word},
-    {"-O1",                   SetLevel,                                  1,     Word},
-    {"-O2",                   SetLevel,                                  2,     Word},
-    {"-O",                    SetLevel,                                  2,     Word},
-    {"-O3",                   SetLevel,                                  3,     Word},
-    {"-d",                    SetOutputDirectory,                        0,     Word},
-    {"-w",                    SetWarnings,                               0,     Word},
-    {"-w0",                   SetWarnings,                               0,     Word},
-    {"-w1",                   SetWarnings,                               1,     Word},
-    {"-w2",                   SetWarnings,                               2,     Word},
-    {"-I",                    AddDirectory,                              0,     Prefix},
-    {"-E",                    PreprocessOnly,                            0,     Word},
-    {"-c",                    LeaveOutBuild,                             0,     Word},
-    {"-D",                    AddDefinition,                             0,     Prefix},
-    {"--strict",              SetOption<&Options::m_strict>,             1,     Word},
-    {"--dso",                 SetOption<&Options::m_generateDSO>,        1,     Word},
-    {"--int",                 SetOption<&Options::m_generateDSO>,        0,     Word},
-    {"--keep-cpp-file",       SetStage<&Line::m_keepPreprocessedFile>,   1,     Word},
-    {"--keep-c++-file",       SetStage<&Line::m_keepCCFile>,             1,     Word},
-    {"--dont-keep-cpp-file",  SetStage<&Line::m_keepPreprocessedFile>,   0,     Word},
-    {"--dont-keep-c++-file",  SetStage<&Line::m_keepCCFile>,             0,     Word},
-    {"--use-shadeops",        SetOption<&Options::m_useShadeops>,        1,     Word},
-    {"--dont-use-shadeops",   SetOption<&Options::m_useShadeops>,        0,     Word},
-    {"--no-array-check",      SetOption<&Options::m_checkArrayBounds>,   0,     Word},
-};
-
-constexpr std::string_view k_usage[] = {
-    "  '-d'                    :  Output directory to generate .sqx file.",
-    "  '--dso'                 :  Generate .sqx file as a DSO.",
-    "  '--strict               :  Strict SL syntax.",
-    "  '--int'                 :  Generate .sqx file as byte-code (default).",
-    "  '-O0'                   :  No optimizations",
-    "  '-O1'                   :  Small optimizations",
-    "  '-O2 or '-O'            :  Agressive optimizations (default)",
-    "  '-O3'                   :  Very agressive optimisations",
-    "  '-w or -w0              :  No warnings",
-    "  '-w1                    :  Log important warnings only (default)",
-    "  '-w2                    :  Log all warnings",
-    "  '-I<dir>                :  Add directory for searching include files.",
-    "  '-D<name>               :  Define a preprocessor symbol.",
-    "  '-E                     :  Run only the preprocessor.",
-    "  '-c                     :  Generate '.cpp' file, but don't compile it.",
-    "  '--no-array-check       :  Don't generate code that checks array bounds at run-time.",
-    "  '--[dont-]keep-cpp-file :  [Don't] keep file generated by the C++ preprossesor.",
-    "                             (NOT kept by default)",
-    "  '--[dont-]keep-c++-file :  [Don't] keep C++ file generated by the shader compiler.",
-    "                             (kept by default)",
-    "  '--[dont-]use-shadeops  :  Enable [disable] use of shadeops (enable by default).",
-    "  '-v' or '--version'     :  Print compiler's version number.",
-    "  '-h' or '--help'        :  This description of the command.",
-};
-// clang-format on
-
-constexpr bool Takes(const Option& option, std::string_view argument)
-{
-    return option.match == Word ? argument == option.text : argument.starts_with(option.text);
-}
-
-// A row that a row above it takes would never have an effect.
-constexpr bool EachRowIsReached()
-{
-    for (const Option& row : k_options)
-        for (const Option* above = k_options; above != &row; ++above)
-            if (Takes(*above, row.text))
-                return false;
-    return true;
-}
-static_assert(EachRowIsReached());
 
 void PrintVersion()
 {
@@ -254,12 +84,12 @@ void PrintVersion()
     return true;
 }
 
-[[nodiscard]] bool ParseArgument(SlcCommandLine& line, ArgumentList& arguments)
+[[nodiscard]] bool ParseArgument(SlcCommandLine& line, SlcArgumentList& arguments)
 {
     const std::string_view argument = arguments.Front();
-    for (const Option& option : k_options)
-        if (Takes(option, argument))
-            return option.effect(line, arguments, option.value);
+    const SlcOptionResult result = SlcReadOption(line, arguments);
+    if (result != SlcOptionResult::NoOption)
+        return result == SlcOptionResult::Done;
     if (argument.starts_with('-'))
         return Fail("Invalid option: " + std::string(argument));
     return SetInputFile(line, argument);
@@ -315,7 +145,7 @@ bool ParseOptions(std::span<const char* const> arguments, SlcCommandLine& line)
     if (arguments.size() == 1 && PrintInformation(arguments.front()))
         return false;
 
-    for (ArgumentList rest(arguments); !rest.Empty(); rest.Pop())
+    for (SlcArgumentList rest(arguments); !rest.Empty(); rest.Pop())
         if (!ParseArgument(line, rest))
             return false;
     if (!line.m_options.m_generateDSO)
@@ -344,7 +174,7 @@ void PrintUsage()
 {
     std::printf("Usage: %.*s [options] source_file\n\nOptions: \n",
                 static_cast<int>(k_programName.size()), k_programName.data());
-    for (const std::string_view row : k_usage)
-        std::printf("%.*s\n", static_cast<int>(row.size()), row.data());
+    for (const SlcOptionRow& row : SlcOptionRows())
+        std::printf("%.*s\n", static_cast<int>(row.usage.size()), row.usage.data());
     std::printf("\n");
 }

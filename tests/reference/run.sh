@@ -7,10 +7,10 @@ root=$(cd "$(dirname "$0")/../.." && pwd)
 bin=$(cd "$1" && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
-cp -r "$root/docs" "$root/editors" "$scratch"
+cp -r "$root/README.md" "$root/docs" "$root/editors" "$scratch"
 "$bin/sqxreference" "$scratch"
-for folder in docs editors; do
-    diff -ru "$root/$folder" "$scratch/$folder" || {
+for made in README.md docs editors; do
+    diff -ru "$root/$made" "$scratch/$made" || {
         echo "Stale: cmake --build build/release --target reference makes them anew"
         exit 1
     }

@@ -1,7 +1,10 @@
-// The compiler itself links only the standard library and has its options in a table of its own, so
-// its page stands here. A test compares the two.
+// The options are those of the compiler's own table, which knows nothing of manual pages.
 
 #include "manual/ShaderqxProgram.h"
+
+#include <vector>
+
+#include "driver/SlcOptionRows.h"
 
 namespace {
 
@@ -10,30 +13,6 @@ constexpr std::string_view k_description[] = {
     "Compiles one shader, written in the RenderMan Shading Language, into one file 'SHADER.sqx', named for the shader: byte-code for a shading virtual machine, or with '--dso' a shared object.",
     "The source passes through the C preprocessor first. Reports tell file, line and the source line at fault; they go to standard error.",
     "Options work in their order, so that a later one overrules an earlier one.",
-};
-
-constexpr SqxOption k_options[] = {
-    {"-d",                     "DIR", "writes the compiled shader into DIR in place of the working directory"},
-    {"--int",                  "",    "writes byte-code; the default"},
-    {"--dso",                  "",    "writes SHADER.cpp into the working directory and builds a shared object from it"},
-    {"-c",                     "",    "with '--dso': writes the C++ file, but does not build it"},
-    {"-E",                     "",    "runs only the preprocessor; the result, SOURCE.i, stays beside the source"},
-    {"-O0",                    "",    "no optimization"},
-    {"-O1",                    "",    "recycled temporaries, whole-grid instructions, merged parallel blocks"},
-    {"-O2, -O",                "",    "also constant folding, copy propagation, dead code elimination; the default"},
-    {"-O3",                    "",    "also loop-invariant code motion, more whole-grid calls, no checks of array indices"},
-    {"--no-array-check",       "",    "no checks of array indices; a level behind it turns them on again"},
-    {"-w0, -w",                "",    "no warnings"},
-    {"-w1",                    "",    "the important warnings; the default"},
-    {"-w2",                    "",    "all warnings"},
-    {"-IDIR",                  "",    "searches DIR for included files, and for shadeop libraries behind the working directory"},
-    {"-DNAME, -DNAME=VALUE",   "",    "defines a preprocessor symbol"},
-    {"--strict",               "",    "a function body does not see the variables around it"},
-    {"--keep-cpp-file, --dont-keep-cpp-file", "", "keeps the preprocessed file, SOURCE.i; not kept by default"},
-    {"--keep-c++-file, --dont-keep-c++-file", "", "keeps the C++ file of '--dso'; kept by default"},
-    {"--use-shadeops, --dont-use-shadeops",   "", "looks for unknown functions in shadeop libraries; on by default"},
-    {"-v, --version",          "",    "alone: prints the version"},
-    {"-h, --help",             "",    "alone: prints the options"},
 };
 
 constexpr SqxEntry k_environment[] = {
@@ -62,15 +41,30 @@ constexpr SqxEntry k_examples[] = {
 };
 // clang-format on
 
+[[nodiscard]] std::vector<SqxOption> Options()
+{
+    std::vector<SqxOption> options;
+    for (const SlcOptionRow& row : SlcOptionRows())
+        options.push_back({row.words, row.argument, row.meaning});
+    return options;
+}
+
 }  // namespace
 
 const SqxProgram& ShaderqxProgram()
 {
-    static constexpr SqxProgram k_program = {
-        "shaderqx",    "compiles a shader", "[options] SOURCE.sl",
-        k_description, k_options,           k_environment,
-        k_files,       k_statuses,          k_examples,
+    static const std::vector<SqxOption> options = Options();
+    static const SqxProgram program = {
+        "shaderqx",
+        "compiles a shader",
+        "[options] SOURCE.sl",
+        k_description,
+        options,
+        k_environment,
+        k_files,
+        k_statuses,
+        k_examples,
         "sl",
     };
-    return k_program;
+    return program;
 }

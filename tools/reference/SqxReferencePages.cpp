@@ -15,6 +15,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "driver/SlcOptionRows.h"
 #include "frontend/SlcLexicalNode.h"
 #include "reference/SqxBuiltInExamples.h"
 #include "reference/SqxBuiltInMeanings.h"
@@ -208,6 +209,27 @@ struct ShaderColumn {
 constexpr std::string_view k_start = "<!-- table: ";
 constexpr std::string_view k_end = "<!-- end of table -->";
 
+/// The words of an option's meaning as Markdown: what is quoted, and names in capitals, as code.
+[[nodiscard]] std::string MeaningAsMarkdown(std::string_view meaning)
+{
+    const auto isCapital = [](char c) { return std::isupper(static_cast<unsigned char>(c)) != 0; };
+    std::string text;
+    while (!meaning.empty()) {
+        const std::size_t end = std::min(meaning.find(' '), meaning.size());
+        const std::string_view word = meaning.substr(0, end);
+        meaning.remove_prefix(std::min(end + 1, meaning.size()));
+        text += text.empty() ? "" : " ";
+        if (word.size() > 1 && isCapital(word[0]) && isCapital(word[1])) {
+            const std::size_t length = word.find_last_not_of(",;") + 1;
+            text.append("`").append(word.substr(0, length)).append("`").append(word.substr(length));
+        } else {
+            text += word;
+        }
+    }
+    std::replace(text.begin(), text.end(), '\'', '`');
+    return text;
+}
+
 [[nodiscard]] std::string TableNamed(const std::string& name)
 {
     if (name == "built-ins")
@@ -216,6 +238,8 @@ constexpr std::string_view k_end = "<!-- end of table -->";
         return SqxPredefinedTable();
     if (name == "instructions")
         return SqxInstructionTable();
+    if (name == "options")
+        return SqxCompilerOptionTable();
     throw std::runtime_error("There is no table '" + name + "'");
 }
 
@@ -282,6 +306,20 @@ std::string SqxInstructionTable()
         text += (layout ? Spelled(layout->operands) : "never written") + " |\n";
     }
     return text + "\n";
+}
+
+std::string SqxCompilerOptionTable()
+{
+    std::string table = "| Option | Effect |\n|---|---|\n";
+    for (const SlcOptionRow& row : SlcOptionRows()) {
+        std::string words = "`";
+        for (const char c : row.words)
+            words += c == ',' ? "`," : c == ' ' ? " `" : std::string(1, c);
+        if (!row.argument.empty())
+            words.append(" ").append(row.argument);
+        table += "| " + words + "` | " + MeaningAsMarkdown(row.meaning) + " |\n";
+    }
+    return table;
 }
 
 std::string SqxRefreshPage(const std::string& page)

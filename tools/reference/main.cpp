@@ -41,7 +41,7 @@ int main(int argc, char** argv)
     }
     try {
         const std::string root = argv[1];
-        for (const char* page : {"/docs/built-ins.md", "/docs/byte-code.md"})
+        for (const char* page : {"/README.md", "/docs/built-ins.md", "/docs/byte-code.md"})
             WriteFile(root + page, SqxRefreshPage(ReadFile(root + page)));
         WriteFile(root + "/editors/vim/syntax/sl.vim", SqxVimSyntax());
         WriteFile(root + "/editors/vscode/syntaxes/sl.tmLanguage.json", SqxTextMateGrammar());
