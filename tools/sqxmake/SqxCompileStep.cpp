@@ -117,11 +117,12 @@ private:
             fs::last_write_time(failure, isGone) > fs::last_write_time(m_source, isGone);
         if (!isKnown)
             SqxWriteText(failure, reports);
-        if (!isKnown || !IsMember())
+        const char* member = std::getenv(k_sqxMakeMember);
+        if (!isKnown || !member)
             std::cerr << reports << std::flush;
-        if (!IsMember())
+        if (!member)
             return 1;
-        if (std::getenv(k_sqxMakeMember) == k_sqxMakeStops)
+        if (member == k_sqxMakeStops)
             m_state.Stop();
         return EndWithoutStamp();
     }
