@@ -31,7 +31,13 @@ SlcTypeNode* SlcCallArguments::TypeOfCall(const SlcProcCallExprNode* call)
     SlcTypeNode* wanted = SlcLoweringContext::TypeOf(call);
     SlcTypeNode* returned = call->GetSymbolEntry()->GetReturnType();
     // A float that will be promoted is still one here.
-    return wanted->IsSameType(returned) ? wanted : returned;
+    if (!wanted->IsSameType(returned))
+        return returned;
+    // A formal or initializer of any length leaves the length to the function.
+    const auto* array = dynamic_cast<const SlcArrayTypeNode*>(wanted);
+    return array && LengthOf(wanted) == 0
+               ? SlcTypeNode::CreateArrayType(array->GetElementType(), LengthOf(returned))
+               : wanted;
 }
 
 SlcDetailNode* SlcCallArguments::DetailOfCall(const SlcProcCallExprNode* call,

@@ -85,9 +85,13 @@ void SlcGenInterCode::GenPlainBody(SlcProcCallExprNode* call, SlcStmtNode* body)
 
 SlcTypeNode* SlcGenInterCode::TypeOfResult(SlcProcCallExprNode* call)
 {
-    auto* array = dynamic_cast<SlcArrayTypeNode*>(SlcLoweringContext::TypeOf(call));
-    if (!array || array->GetLength() != SlcDefExprNode::k_unspecifiedSize)
-        return SlcLoweringContext::TypeOf(call);
+    SlcTypeNode* type = SlcLoweringContext::TypeOf(call);
+    if (!type->IsArrayType())
+        return type;
+    type = SlcCallArguments::TypeOfCall(call);
+    const auto* array = static_cast<const SlcArrayTypeNode*>(type);
+    if (array->GetLength() != SlcDefExprNode::k_unspecifiedSize)
+        return type;
     m_errors->Error(call, "The length of the result of '" + call->GetIdent()->GetName() +
                               "' function is unknown");
     return SlcTypeNode::CreateArrayType(array->GetElementType(), 1);
@@ -173,7 +177,7 @@ void SlcGenInterCode::Case(SlcReturnStmtNode* node)
     }
     if (node->GetValue()) {
         const SlcOperand value = Evaluate(node->GetValue());
-        SlcTypeNode* type = SlcLoweringContext::TypeOf(body.call);
+        SlcTypeNode* type = SlcCallArguments::TypeOfCall(body.call);
         GenCopy(body.result, type->IsArrayType() ? m_arguments.ConvertedForCall(body.call, value,
                                                                                 type, "the result")
                                                  : value);

@@ -83,10 +83,11 @@ void SlcGenInterCode::GenUserCall(SlcProcCallExprNode* call)
     for (const SlcOperand& output : outputs)
         m_elements.WriteBackElement(output);
     // Some take a value as it comes: `return 1` of a color must give them a color.
-    if (!SlcLoweringContext::TypeOf(call)->IsVoidType() &&
-        !m_values.Last()->GetType()->IsSameType(SlcLoweringContext::TypeOf(call)))
-        m_values.Push(m_arguments.ConvertedForCall(
-            call, m_values.Pop(), SlcCallArguments::TypeOfCall(call), "the result"));
+    if (SlcLoweringContext::TypeOf(call)->IsVoidType())
+        return;
+    SlcTypeNode* type = SlcCallArguments::TypeOfCall(call);
+    if (!m_values.Last()->GetType()->IsSameType(type))
+        m_values.Push(m_arguments.ConvertedForCall(call, m_values.Pop(), type, "the result"));
 }
 
 bool SlcGenInterCode::MayExpand(SlcProcCallExprNode* call, const SlcFuncInfo& info)

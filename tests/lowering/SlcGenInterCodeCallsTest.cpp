@@ -179,6 +179,10 @@ TEST(SlcGenCalls, RefuseArraysOfAnotherLength)
          "Array of length 2 for the result of 'f' function (length 3 expected)"},
         {"float[] f(float a[]) { if (u > 0) return a; }", "f(two);",
          "The length of the result of 'f' function is unknown"},
+        {"float[3.0] f(float a[]) { return a; } float g(float a[]) { return a[0]; }", "g(f(two));",
+         "Array of length 2 for the result of 'f' function (length 3 expected)"},
+        {"float[3.0] f(float a[]) { if (u > 0) return a; } float g(float a[]) { return a[0]; }",
+         "g(f(two));", "Array of length 2 for the result of 'f' function (length 3 expected)"},
     };
     for (const Case& c : cases)
         EXPECT_EQ(RefusalOf(std::string(c.functions) +

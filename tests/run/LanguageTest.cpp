@@ -278,6 +278,10 @@ TEST(Language, ExpandsFunctions)
          "varying float a[2] = {u, v}; float[2.0] b = none(); float[2.0] c = part(a);"
          "r = b[0] + c[0] + 10 * c[1];",
          {0, 0.5, 1, 0, 10.5, 11}},
+        {"float[2.0] none() { } float sum(float a[]) { return a[0] + a[1]; }"
+         "float[2.0] early(float x) { float q[2] = {3, 4}; if (x > 0.25) return q; } ---"
+         "float[] w = early(v); r = sum(early(u)) + 10 * sum(none()) + 100 * w[1];",
+         {0, 7, 7, 400, 407, 407}},
         {"float f(float a[]) { return 1; } float f(float a[3]) { return 2; }"
          "float g(float a[]) { return f(a); } ---"
          "uniform float a[2] = {0, 0}; uniform float b[3] = {0, 0, 0};"
