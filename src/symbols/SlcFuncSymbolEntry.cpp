@@ -11,7 +11,32 @@
 #include <utility>
 
 #include "support/reports/SlcSemanticError.h"
+#include "symbols/SlcFuncTail.h"
+#include "symbols/SlcFuncVarArgExpr.h"
 #include "symbols/SlcPossibleTypes.h"
+
+namespace {
+
+/// What to do about an argument that the tail refuses; empty for a tail without names. `previous`
+/// took the argument before it, null at the beginning.
+std::string AdviceOnTail(const SlcFuncVarArgLeaf* previous, const SlcExprNode* arg,
+                         SlcFuncVarArgExpr* tail)
+{
+    if (const auto* pair = dynamic_cast<const SlcFuncVarArgPair*>(previous))
+        return "the value of \"" + pair->GetName() + "\" is a " +
+               pair->GetValue()->GetType()->ToString();
+    std::string names;
+    for (const SlcFuncVarArgPair* pair : SlcTailPairs(tail))
+        names += (names.empty() ? "\"" : ", \"") + pair->GetName() + "\"";
+    if (names.empty())
+        return {};
+    const auto* constant = dynamic_cast<const SlcConstExprNode*>(arg);
+    if (constant && constant->GetStringConst())
+        return "unknown argument " + constant->GetStringConst()->GetText() + ", known are " + names;
+    return "the name of an argument is expected: " + names;
+}
+
+}  // namespace
 
 SlcFuncSymbolEntry::SlcFuncSymbolEntry(SlcFuncSignature signature)
     : SlcSymbolEntry(signature.ident),
@@ -76,11 +101,15 @@ void SlcFuncSymbolEntry::ErrorsTypeArgs(const SlcCallArgs& args,
         return;
     const SlcFuncVarArgLeaf* leaf = nullptr;
     for (; i < args.size(); ++i) {
+        const SlcFuncVarArgLeaf* previous = leaf;
         leaf = VarArgFindNextMatch(args[i], true);
         if (leaf)
             continue;
-        if (!SlcPossibleTypes::Of(args[i])->GetTypes().empty())
-            sink->Error(args[i], messageFor());
+        if (SlcPossibleTypes::Of(args[i])->GetTypes().empty())
+            return;
+        sink->Error(args[i], messageFor());
+        if (const std::string advice = AdviceOnTail(previous, args[i], GetTail()); !advice.empty())
+            sink->Advise(args[i], advice);
         return;
     }
     if (leaf && leaf->IsPairName())

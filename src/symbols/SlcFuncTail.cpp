@@ -8,24 +8,35 @@
 
 namespace {
 
-void Collect(SlcFuncVarArgExpr* part, std::vector<SlcFuncVarArgSingle*>& values)
+void Collect(SlcFuncVarArgExpr* part, std::vector<SlcFuncVarArgSingle*>& values,
+             std::vector<SlcFuncVarArgPair*>& pairs)
 {
     if (auto* single = dynamic_cast<SlcFuncVarArgSingle*>(part)) {
         values.push_back(single);
     } else if (auto* pair = dynamic_cast<SlcFuncVarArgPair*>(part)) {
         values.push_back(pair->GetValue());
+        pairs.push_back(pair);
     } else if (auto* list = dynamic_cast<SlcFuncVarArgList*>(part)) {
         for (const auto& member : list->GetParts())
-            Collect(member.get(), values);
+            Collect(member.get(), values, pairs);
     }
 }
 
 }  // namespace
 
+std::vector<SlcFuncVarArgPair*> SlcTailPairs(SlcFuncVarArgExpr* tail)
+{
+    std::vector<SlcFuncVarArgSingle*> values;
+    std::vector<SlcFuncVarArgPair*> pairs;
+    Collect(tail, values, pairs);
+    return pairs;
+}
+
 std::vector<SlcFuncVarArgSingle*> SlcTailValues(SlcFuncVarArgExpr* tail)
 {
     std::vector<SlcFuncVarArgSingle*> values;
-    Collect(tail, values);
+    std::vector<SlcFuncVarArgPair*> pairs;
+    Collect(tail, values, pairs);
     return values;
 }
 

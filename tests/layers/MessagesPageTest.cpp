@@ -124,7 +124,7 @@ bool LooksLikeAReport(const Literal& literal)
 /// The reports of the page: the first cell of each row, between backquotes.
 std::vector<std::string> ReportsOf(const std::string& page)
 {
-    static const std::regex row("\n\\| `([^\n]*?)`( \\([W12, always]*\\))? \\|");
+    static const std::regex row("\n\\| `([^\n]*?)`( \\([W12, always]*\\)| \\(advice\\))? \\|");
     std::vector<std::string> reports;
     for (std::sregex_iterator match(page.begin(), page.end(), row), none; match != none; ++match)
         reports.push_back((*match)[1]);

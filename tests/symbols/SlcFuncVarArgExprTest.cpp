@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/SlcDiagnostics.h"
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcFuncDescription.h"
 #include "symbols/SlcFuncTail.h"
@@ -134,9 +135,21 @@ TEST(SlcFuncVarListSymbolEntry, ExplainsWhatDoesNotFit)
     };
     const Case cases[] = {
         {"float*", {"float", "string"}, "ERROR: Invalid type for argument 3 of 'f' function \n"},
-        {k_pairs, {"'size'", "float"}, "ERROR: Invalid type for argument 2 of 'f' function \n"},
+        {k_pairs,
+         {"'size'", "float"},
+         "ERROR: Invalid type for argument 2 of 'f' function \n"
+         ":0: ADVICE: unknown argument \"size\", known are \"bias\", \"axis\", \"dir\"\n"},
+        {k_pairs,
+         {"float", "float"},
+         "ERROR: Invalid type for argument 3 of 'f' function \n"
+         ":0: ADVICE: the name of an argument is expected: \"bias\", \"axis\", \"dir\"\n"},
+        {k_pairs,
+         {"'bias'", "color"},
+         "ERROR: Invalid type for argument 3 of 'f' function \n"
+         ":0: ADVICE: the value of \"bias\" is a float\n"},
         {k_pairs, {"'bias'"}, "ERROR: Argument missing for a name-value pair in f(...)\n"},
     };
+    SetWarningLevel(2);
     for (const Case& c : cases) {
         TypedArgs args;
         Fill(args, c.args);
@@ -145,6 +158,8 @@ TEST(SlcFuncVarListSymbolEntry, ExplainsWhatDoesNotFit)
             ReportsOf([&] { WithTail(c.tail)->ErrorsTypeArgs(args.List(), sink, "f"); });
         EXPECT_EQ(report, std::string(":0: ") + c.report);
     }
+
+    SetWarningLevel(1);
 
     // Faulty fixed arguments are all named, and then nothing is said of the tail.
     TypedArgs args({{T::AString()}, {T::AString()}});

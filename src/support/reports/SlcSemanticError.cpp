@@ -103,6 +103,12 @@ void SlcSemanticError::Warning(const SlcSyntaxNode* node, std::string_view messa
     Print(node, "WARNING", WithDetail(message, detail));
 }
 
+void SlcSemanticError::Advise(const SlcSyntaxNode* node, std::string_view text)
+{
+    if (!IsQuiet() && AdviceIsShown())
+        Print(node, "ADVICE", std::string(text));
+}
+
 void SlcSemanticError::FatalError(const SlcSyntaxNode* node, std::string_view message)
 {
     CountError();

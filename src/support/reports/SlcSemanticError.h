@@ -61,6 +61,9 @@ public:
     void Warning(const SlcSyntaxNode* node, std::string_view message, std::string_view detail,
                  int level);
 
+    /// A line of advice below a report, where advice is shown; never counted.
+    void Advise(const SlcSyntaxNode* node, std::string_view text);
+
     /// A fault of the compiler itself, or of what the passes before should have refused: prints the
     /// message and the contact address, and ends the process with status 1.
     [[noreturn]] void FatalError(const SlcSyntaxNode* node, std::string_view message);
