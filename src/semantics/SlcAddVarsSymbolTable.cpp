@@ -17,6 +17,7 @@
 
 #include "frontend/SlcNodes.h"
 #include "semantics/SlcTypedExpr.h"
+#include "support/SlcDiagnostics.h"
 
 namespace {
 
@@ -155,11 +156,12 @@ void SlcAddVarsSymbolTable::Case(SlcDefExprNode* definition)
     const bool shadows = !m_storage->IsExtern() && m_current->IsVarInTable(ident);
     SlcTypeNode* type = DeclaredType(definition);
     if (SlcExprNode* initializer = definition->GetInitializer()) {
+        const int errorsBefore = NbErrors();
         m_typesPass(initializer, m_current, m_outer.global, m_shaderType);
         if (HasOpenLength(type))
             type = SlcTypeNode::CreateArrayType(AsArray(type)->GetElementType(),
                                                 LengthOf(initializer));
-        CheckInitializer(definition, type);
+        CheckInitializer(definition, type, errorsBefore);
     }
     if (isRepeated)
         return AddRepeated(definition, type);
@@ -206,18 +208,23 @@ SlcTypeNode* SlcAddVarsSymbolTable::DeclaredType(const SlcDefExprNode* definitio
     return SlcTypeNode::CreateArrayType(m_type, definition->GetArraySize());
 }
 
-void SlcAddVarsSymbolTable::CheckInitializer(SlcDefExprNode* definition, SlcTypeNode* type)
+void SlcAddVarsSymbolTable::CheckInitializer(SlcDefExprNode* definition, SlcTypeNode* type,
+                                             int errorsBefore)
 {
     SlcExprNode* initializer = definition->GetInitializer();
     const auto types = SlcPossibleTypes::Of(initializer);
-    SlcTypeNode* wanted = WantedType(definition, type);
-    types->SetUniqueType(wanted);
+    types->SetUniqueType(WantedType(definition, type));
     m_uniquePass(initializer, m_current, m_shaderType);
-    m_detailPass(initializer,
-                 {m_shaderType, !m_place.inFunction, m_place.lightNesting != 0, m_detail});
-    if (m_detail->IsUniform() && !types->GetDetail()->IsUniform() && !wanted->IsVoidType())
-        m_errors->Error(initializer, "The expression initializing '" +
-                                         definition->GetIdent()->GetName() + "' must be uniform");
+    const SlcSemanticError::QuietAfterError quiet(*m_errors, errorsBefore);
+    const int errorsOfTypes = NbErrors();
+    const SlcCallPlace place{m_shaderType, !m_place.inFunction, m_place.lightNesting != 0,
+                             m_detail};
+    m_detailPass(initializer, place);
+    if (!m_detail->IsUniform() || types->GetDetail()->IsUniform() || NbErrors() != errorsOfTypes)
+        return;
+    m_errors->Error(initializer, "The expression initializing '" +
+                                     definition->GetIdent()->GetName() + "' must be uniform");
+    SlcAdviseOnOpenDetail(*m_errors, initializer, *types->GetDetail(), place);
 }
 
 SlcTypeNode* SlcAddVarsSymbolTable::WantedType(const SlcDefExprNode* definition, SlcTypeNode* type)

@@ -69,8 +69,9 @@ private:
 
     /// The type without regard to an initializer; error after a report.
     [[nodiscard]] SlcTypeNode* DeclaredType(const SlcDefExprNode* definition);
-    /// Types and detail of the initializer, which has its set of types.
-    void CheckInitializer(SlcDefExprNode* definition, SlcTypeNode* type);
+    /// Types and detail of the initializer, which has its set of types. There were `errorsBefore`
+    /// errors when its check began.
+    void CheckInitializer(SlcDefExprNode* definition, SlcTypeNode* type, int errorsBefore);
     /// The declared type, which the initializer suits, or void after a report.
     [[nodiscard]] SlcTypeNode* WantedType(const SlcDefExprNode* definition, SlcTypeNode* type);
     /// The variable that an `extern` declaration stands for; null if there is none.

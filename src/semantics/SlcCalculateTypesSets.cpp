@@ -151,8 +151,7 @@ void SlcCalculateTypesSets::Case(SlcIdentLValueNode* lvalue)
 {
     const auto entry = FindVariable(lvalue, lvalue->GetIdent());
     lvalue->SetSymbolEntry(entry);
-    lvalue->SetAnnotation(MakeShared<SlcLValueType>(entry->GetType()));
-    CheckWritable(lvalue, entry);
+    SetTypeOfTarget(lvalue, entry, entry->GetType());
 }
 
 void SlcCalculateTypesSets::Case(SlcArrayRefLValueNode* lvalue)
@@ -165,8 +164,7 @@ void SlcCalculateTypesSets::Case(SlcArrayRefLValueNode* lvalue)
         type = ElementTypeOf(*entry);
     else if (!entry->GetType()->IsErrorType())
         m_errors->Error(lvalue, "Variable not an array type", lvalue->GetIdent()->GetName());
-    lvalue->SetAnnotation(MakeShared<SlcLValueType>(type));
-    CheckWritable(lvalue, entry);
+    SetTypeOfTarget(lvalue, entry, type);
 }
 
 void SlcCalculateTypesSets::Case(SlcAssignExprNode* assignment)
@@ -232,8 +230,16 @@ SlcPtr<SlcVarSymbolEntry> SlcCalculateTypesSets::FindVariable(const SlcSyntaxNod
                                   SlcStorageSpecNode::ALocal(), false, nullptr, nullptr);
 }
 
-void SlcCalculateTypesSets::CheckWritable(const SlcLValueNode* lvalue,
-                                          SlcPtr<SlcVarSymbolEntry> entry)
+void SlcCalculateTypesSets::SetTypeOfTarget(SlcLValueNode* lvalue,
+                                            const SlcPtr<SlcVarSymbolEntry>& entry,
+                                            SlcTypeNode* type)
+{
+    if (!type->IsErrorType() && !IsWritable(lvalue, entry))
+        type = T::AError();
+    lvalue->SetAnnotation(MakeShared<SlcLValueType>(type));
+}
+
+bool SlcCalculateTypesSets::IsWritable(const SlcLValueNode* lvalue, SlcPtr<SlcVarSymbolEntry> entry)
 {
     const std::string& name = lvalue->GetIdent()->GetName();
     const SlcStorageSpecNode* storage = SlcOutermost(std::move(entry))->GetStorage();
@@ -241,6 +247,7 @@ void SlcCalculateTypesSets::CheckWritable(const SlcLValueNode* lvalue,
         m_errors->Error(lvalue, "Cannot assign to a formal not declared 'output'", name);
     else if (storage->IsReadOnly())
         m_errors->Warning(lvalue, "Assignment to a read-only variable", name, 1);
+    return !storage->IsInput();
 }
 
 SlcCalculateTypesSets::Types SlcCalculateTypesSets::TypesOfCall(SlcProcCallExprNode* call,

@@ -53,8 +53,12 @@ private:
     /// The variable; null after the report that there is none.
     [[nodiscard]] SlcPtr<SlcVarSymbolEntry> FindVariable(const SlcSyntaxNode* node,
                                                          SlcIdentNode* ident);
-    /// What an assignment to the variable must not do, or should not.
-    void CheckWritable(const SlcLValueNode* lvalue, SlcPtr<SlcVarSymbolEntry> entry);
+    /// `type` is error if that has been reported already; it becomes so if the variable may not be
+    /// written.
+    void SetTypeOfTarget(SlcLValueNode* lvalue, const SlcPtr<SlcVarSymbolEntry>& entry,
+                         SlcTypeNode* type);
+    /// False after a report; one that should not be written gets a warning.
+    [[nodiscard]] bool IsWritable(const SlcLValueNode* lvalue, SlcPtr<SlcVarSymbolEntry> entry);
     /// What the overloads that fit return; error after a report.
     [[nodiscard]] Types TypesOfCall(SlcProcCallExprNode* call, bool valueUsed);
     /// The same, with what stops it as an exception: no such name, no such count, no such types.

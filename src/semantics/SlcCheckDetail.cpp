@@ -56,6 +56,20 @@ bool IsUniformVariable(const SlcPtr<SlcVarSymbolEntry>& variable)
 
 }  // namespace
 
+void SlcAdviseOnOpenDetail(SlcSemanticError& errors, const SlcSyntaxNode* node,
+                           const SlcDetailNode& detail, const SlcCallPlace& place)
+{
+    if (!detail.IsUnknownDetail())
+        return;
+    if (place.inShader)
+        errors.Advise(node,
+                      "a function gives a uniform value if the locals that it assigns and the "
+                      "formals that go into them are declared 'uniform'");
+    else
+        errors.Advise(node, "the value is as varying as the arguments of the call: declare the "
+                            "formals that it comes from 'uniform'");
+}
+
 SlcCheckDetail::SlcCheckDetail(SlcPtr<SlcSemanticError> errors) : m_errors(std::move(errors)) {}
 
 void SlcCheckDetail::operator()(SlcSyntaxNode* node, const SlcCallPlace& place)
@@ -117,11 +131,13 @@ void SlcCheckDetail::Case(SlcAssignExprNode* node)
     // An index counts: at a varying one each point has its own element to write, and a uniform
     // array has one for all.
     const SlcDetailNode* given = SlcDetailNode::Combine(detail, DetailOf(node->GetValue()));
-    if (IsUniformVariable(lvalue->GetSymbolEntry()) && !given->IsUniform())
+    if (IsUniformVariable(lvalue->GetSymbolEntry()) && !given->IsUniform()) {
         m_errors->Error(node,
                         given->IsVarying() ? "Assignment detail mismatch (should be varying)"
                                            : "Assignment detail mismatch",
                         lvalue->ToString());
+        SlcAdviseOnOpenDetail(*m_errors, node, *given, m_place);
+    }
     SetDetail(node, detail);
 }
 

@@ -5,6 +5,11 @@
 #include "support/SlcPtr.h"
 #include "support/reports/SlcSemanticError.h"
 
+/// Advice below a report that something must be uniform, where `detail` is open: what decides it
+/// are the calls of a function. Nothing for another detail.
+void SlcAdviseOnOpenDetail(SlcSemanticError& errors, const SlcSyntaxNode* node,
+                           const SlcDetailNode& detail, const SlcCallPlace& place);
+
 /// Works out the detail of every expression of a statement, from the leaves up, and reports what
 /// breaks the rules of uniform and varying. Leaves it on the `SlcPossibleTypes` and
 /// `SlcLValueType` of the nodes, which have their unique types.

@@ -137,6 +137,7 @@ private:
     bool m_hasReturn = false;
     bool m_hasIlluminance = false;
     bool m_hasIlluminate = false;  // or `solar`
+    int m_errorsBefore = 0;        // the expression that is being checked
     int m_loopDepth = 0;
     int m_lightNesting = 0;
 };

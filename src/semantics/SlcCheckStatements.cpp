@@ -15,6 +15,7 @@
 #include "semantics/SlcCheckSemantics.h"
 #include "semantics/SlcStatementInfo.h"
 #include "semantics/SlcTypedExpr.h"
+#include "support/SlcDiagnostics.h"
 #include "symbols/SlcPossibleTypes.h"
 
 SlcIdentNode* SlcCheckSemantics::ReturnTypeIdent()
@@ -25,13 +26,17 @@ SlcIdentNode* SlcCheckSemantics::ReturnTypeIdent()
 
 void SlcCheckSemantics::FindTypes(SlcSyntaxNode* node)
 {
+    m_errorsBefore = NbErrors();
     m_typesPass(node, m_current, m_global, m_shaderType);
 }
 
 void SlcCheckSemantics::FinishChecks(SlcSyntaxNode* node)
 {
     m_uniquePass(node, m_current, m_shaderType);
-    m_detailPass(node, {m_shaderType, !m_inFunction, m_lightNesting != 0});
+    {
+        const SlcSemanticError::QuietAfterError quiet(*m_errors, m_errorsBefore);
+        m_detailPass(node, {m_shaderType, !m_inFunction, m_lightNesting != 0});
+    }
     CheckUsage(node);
 }
 

@@ -108,6 +108,23 @@ bool IsRefusedAsUniform(const Walker& walker, const SlcDetailNode* argument)
     return argument->IsVarying() || (argument->IsUnknownDetail() && walker.Place().inShader);
 }
 
+void AdviseOnDetailOfArgument(SlcCheckDetail& walker, const Passed& passed,
+                              const SlcDetailNode& argument)
+{
+    const std::string& formal = passed.formal->GetName();
+    if (argument.IsUniform())
+        walker.Errors()->Advise(passed.argument,
+                                "the variable is uniform: declare it 'varying', or "
+                                "formal '" +
+                                    formal + "' 'output uniform'");
+    else if (argument.IsVarying())
+        walker.Errors()->Advise(passed.argument, "formal '" + formal +
+                                                     "' is uniform, and this "
+                                                     "argument differs from point to point");
+    else
+        SlcAdviseOnOpenDetail(*walker.Errors(), passed.argument, argument, walker.Place());
+}
+
 bool PassArgument(SlcCheckDetail& walker, const Passed& passed, std::size_t position,
                   const std::string& function)
 {
@@ -122,6 +139,7 @@ bool PassArgument(SlcCheckDetail& walker, const Passed& passed, std::size_t posi
         (isOutput && !wantsUniform && argument->IsUniform())) {
         errors.Error(passed.argument, "Detail mismatch for argument " + std::to_string(position) +
                                           " of function '" + function + "'");
+        AdviseOnDetailOfArgument(walker, passed, *argument);
         return false;
     }
     passed.formal->SetInlineDetail(argument);

@@ -133,6 +133,68 @@ TEST(OneReport, StaysQuietBehindARefusedCall)
     ExpectReports(cases);
 }
 
+TEST(OneReport, StaysQuietOnTheDetailOfWhatIsRefused)
+{
+    static const struct {
+        const char* statement;
+        const char* report;
+    } cases[] = {
+        {"k = Cs;", "Cannot assign to a formal not declared 'output': k"},
+        {"k = u;", "Cannot assign to a formal not declared 'output': k"},
+        {"k += Cs;", "Cannot assign to a formal not declared 'output': k"},
+        {"Cs[1] = u;", "Variable not an array type: Cs"},
+        {"x = Cs;", "Type mismatch for assignment: x"},
+        {"x = q[\"s\"];", "Index of array reference must be a float"},
+        {"q[\"s\"] = u;", "Index of array reference must be a float"},
+        {"x = Cs[1] + u;", "Variable is not an array: Cs"},
+        {"x = nosuch * u;", "Undefined variable: nosuch"},
+        {"x = sin(Cs) + u;", "Invalid type for argument 1 of 'sin' function (float expected)"},
+        {"uniform float y = sin(Cs) + u;",
+         "Invalid type for argument 1 of 'sin' function (float expected)"},
+        {"uniform float y = nosuch + u;", "Undefined variable: nosuch"},
+        {"uniform float y = nosuch(u) + u;", "Undefined function: nosuch"},
+        {"uniform color y = (N, 0, u);", "Invalid type for coordinate 0 of a point"},
+        {"uniform float y[2] = {u, Cs};",
+         "Type mismatch for expression 2 inside array initializer"},
+        {"uniform color y = color(N . Cs + u);", "Incompatible types for a dot product"},
+        {"uniform float y = q[\"s\"] + u;", "Index of array reference must be a float"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(
+            CheckedShader("surface a(float k = 1) { uniform float x = 0; float q[2] = {1, 2}; " +
+                          std::string(c.statement) + " }")
+                .Reports(),
+            "1: ERROR: " + std::string(c.report))
+            << c.statement;
+}
+
+TEST(OneReport, AdvisesOnDetails)
+{
+    static const Case cases[] = {
+        {"void f(output float y) { y = 1; }\nsurface a() { uniform float x; f(x); }",
+         "2: ERROR: Detail mismatch for argument 0 of function 'f'\n"
+         "2: ADVICE: the variable is uniform: declare it 'varying', or formal 'y' 'output "
+         "uniform'"},
+        {"void f(uniform float y) { }\nsurface a() { f(u); }",
+         "2: ERROR: Detail mismatch for argument 0 of function 'f'\n"
+         "2: ADVICE: formal 'y' is uniform, and this argument differs from point to point"},
+        {"float f(float x) { float y; y = x; return y; }\nsurface a() { uniform float b = f(2); }",
+         "2: ERROR: The expression initializing 'b' must be uniform\n"
+         "2: ADVICE: a function gives a uniform value if the locals that it assigns and the "
+         "formals "
+         "that go into them are declared 'uniform'"},
+        {"float f(float x) { uniform float y; y = x; return y; }\nsurface a() { }",
+         "1: ERROR: Assignment detail mismatch: y\n"
+         "1: ADVICE: the value is as varying as the arguments of the call: declare the formals "
+         "that "
+         "it comes from 'uniform'"},
+        {"float f(uniform float x) { uniform float y = x; y += 1; return y; }\n"
+         "surface a() { uniform float b = f(2); }",
+         ""},
+    };
+    ExpectReports(cases, 2);
+}
+
 TEST(OneReport, StaysQuietBehindARepeatedName)
 {
     static const Case cases[] = {

@@ -41,6 +41,12 @@ void SlcSemanticError::PrintAt(std::string_view file, int line, std::string_view
     std::cerr << report.append(text).append("\n");
 }
 
+SlcSemanticError::QuietAfterError::QuietAfterError(SlcSemanticError& errors, int before)
+{
+    if (NbErrors() != before)
+        m_quiet.emplace(errors);
+}
+
 void SlcSemanticError::SetFuncName(const SlcIdentNode* function, const std::string* file)
 {
     m_heading = {function, file, false};

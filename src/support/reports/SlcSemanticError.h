@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -46,6 +47,16 @@ public:
         SlcSemanticError& m_errors;
     };
     [[nodiscard]] bool IsQuiet() const { return m_quiet > 0; }
+
+    /// Quiet if an error has been reported since there were `before` (`NbErrors()`): what further
+    /// checks of the same expression say would only follow from it.
+    class QuietAfterError {
+    public:
+        QuietAfterError(SlcSemanticError& errors, int before);
+
+    private:
+        std::optional<Quiet> m_quiet;
+    };
 
     /// `node` may be null in all forms of `Error`: the message then stands without a place.
     void Error(const SlcSyntaxNode* node, std::string_view message);
