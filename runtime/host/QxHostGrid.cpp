@@ -247,6 +247,8 @@ void QxHostGrid::ResizeAll()
 
 void QxHostGrid::Resize(unsigned int columns, unsigned int rows)
 {
+    if (columns == m_layout.columns && rows == m_layout.rows)
+        return;
     const QxGrid layout = {columns, rows};
     QxHostPoints::Check(layout);
     Allocating(layout, [&] {
