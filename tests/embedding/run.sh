@@ -64,6 +64,24 @@ for kind in code object; do
     expect "$(./points $kind/constant.sqx)" 1 "docs/embedding.md, points, $kind"
 done
 
+# The scene that follows rays, in a world where each one hits.
+{
+    echo '#include <cstdio>'
+    echo '#include "host/QxHost.h"'
+    echo 'struct Hit {}; static void Fill(QxHostGrid&, const Hit&) {}'
+    echo 'static bool Intersect(const QxVector3&, const QxVector3&, Hit&, float& distance) { distance = 1; return true; }'
+    block "$root/docs/embedding.md" 'class Mirrors'
+    echo 'int main(int, char** argv) { Mirrors scene; QxShaderInstance mirror(QxShader::Open(argv[1]), scene.Spaces());'
+    echo 'scene.surface = &mirror; QxHostGrid grid(2, 2); mirror.Run(grid, scene);'
+    echo 'std::printf("%g\n", grid.Values<QxRGBColor>("Ci")[3].g); }'
+} >mirrors.cpp
+compile_program mirrors
+echo 'surface mirror() { Ci = 1 + 0.5 * trace(P, N); Oi = 1; }' >mirror.sl
+for kind in code object; do
+    compile_shader $kind $([ $kind = code ] && echo --int || echo --dso) mirror.sl
+    expect "$(./mirrors $kind/mirror.sqx)" 1.875 "docs/embedding.md, mirrors, $kind"
+done
+
 readme_program "$root/README.md" >readme.cpp
 compile_program readme
 cat >plastic.sl <<'SHADER'
