@@ -7,6 +7,13 @@
 namespace {
 
 constexpr unsigned long k_questionsAfterError = 10'000'000;
+constexpr unsigned int k_firstPoint = 0;
+
+template <class Query>
+QxGridQueries<Query> JustOne(const Query& query)
+{
+    return {nullptr, &query, &k_firstPoint, 1};
+}
 
 }  // namespace
 
@@ -30,6 +37,14 @@ Result QxErrorHolder::Ask(Result (QxShaderSupport::*question)(Arguments...), Res
         m_error = std::current_exception();
         return neutral;
     }
+}
+
+template <class Query, class... Results>
+void QxErrorHolder::AskGrid(void (QxShaderSupport::*question)(const QxGridQueries<Query>&,
+                                                              Results*...),
+                            const QxGridQueries<Query>& asked, Results*... results)
+{
+    Tell<const QxGridQueries<Query>&, Results*...>(question, asked, results...);
 }
 
 template <class... Arguments>
@@ -63,17 +78,23 @@ void QxErrorHolder::AmbientOverGrid(const QxVector3* positions, unsigned int poi
 
 QxRGBColor QxErrorHolder::Texture(const QxTextureQuery& query)
 {
-    return Ask<QxRGBColor, const QxTextureQuery&>(&QxShaderSupport::Texture, {}, query);
+    QxRGBColor result = {0, 0, 0};
+    TextureOverGrid(JustOne(query), &result);
+    return result;
 }
 
 QxRGBColor QxErrorHolder::Environment(const QxPointsQuery& query)
 {
-    return Ask<QxRGBColor, const QxPointsQuery&>(&QxShaderSupport::Environment, {}, query);
+    QxRGBColor result = {0, 0, 0};
+    EnvironmentOverGrid(JustOne(query), &result);
+    return result;
 }
 
 QxRGBColor QxErrorHolder::Shadow(const QxPointsQuery& query)
 {
-    return Ask<QxRGBColor, const QxPointsQuery&>(&QxShaderSupport::Shadow, {}, query);
+    QxRGBColor result = {0, 0, 0};
+    ShadowOverGrid(JustOne(query), &result);
+    return result;
 }
 
 float QxErrorHolder::RayHit(const QxRayQuery& query)
@@ -83,20 +104,25 @@ float QxErrorHolder::RayHit(const QxRayQuery& query)
 
 QxRGBColor QxErrorHolder::Trace(const QxRayQuery& query, float& distance)
 {
+    QxRGBColor result = {0, 0, 0};
     distance = -1;
-    return Ask<QxRGBColor, const QxRayQuery&, float&>(&QxShaderSupport::Trace, {}, query, distance);
+    TraceOverGrid(JustOne(query), &result, &distance);
+    return result;
 }
 
 QxRGBColor QxErrorHolder::Transmission(const QxRayQuery& query)
 {
-    return Ask<QxRGBColor, const QxRayQuery&>(&QxShaderSupport::Transmission, {1, 1, 1}, query);
+    QxRGBColor result = {1, 1, 1};
+    TransmissionOverGrid(JustOne(query), &result);
+    return result;
 }
 
 float QxErrorHolder::Occlusion(const QxRayQuery& query, QxVector3& openDirection)
 {
+    float result = 0;
     openDirection = query.direction;
-    return Ask<float, const QxRayQuery&, QxVector3&>(&QxShaderSupport::Occlusion, 0, query,
-                                                     openDirection);
+    OcclusionOverGrid(JustOne(query), &result, &openDirection);
+    return result;
 }
 
 QxRGBColor QxErrorHolder::IndirectDiffuse(const QxRayQuery& query, QxVector3& openDirection,
@@ -155,4 +181,44 @@ bool QxErrorHolder::LightMessage(unsigned int light, const char* name, const QxM
 {
     return Ask<bool, unsigned int, const char*, const QxMessageValue&>(
         &QxShaderSupport::LightMessage, false, light, name, value);
+}
+
+const void* QxErrorHolder::FindFile(QxFileKind kind, const char* name)
+{
+    return Ask<const void*, QxFileKind, const char*>(&QxShaderSupport::FindFile, nullptr, kind,
+                                                     name);
+}
+
+void QxErrorHolder::TextureOverGrid(const QxGridQueries<QxTextureQuery>& asked, QxRGBColor* results)
+{
+    AskGrid(&QxShaderSupport::TextureOverGrid, asked, results);
+}
+
+void QxErrorHolder::EnvironmentOverGrid(const QxGridQueries<QxPointsQuery>& asked,
+                                        QxRGBColor* results)
+{
+    AskGrid(&QxShaderSupport::EnvironmentOverGrid, asked, results);
+}
+
+void QxErrorHolder::ShadowOverGrid(const QxGridQueries<QxPointsQuery>& asked, QxRGBColor* results)
+{
+    AskGrid(&QxShaderSupport::ShadowOverGrid, asked, results);
+}
+
+void QxErrorHolder::TraceOverGrid(const QxGridQueries<QxRayQuery>& asked, QxRGBColor* results,
+                                  float* distances)
+{
+    AskGrid(&QxShaderSupport::TraceOverGrid, asked, results, distances);
+}
+
+void QxErrorHolder::TransmissionOverGrid(const QxGridQueries<QxRayQuery>& asked,
+                                         QxRGBColor* results)
+{
+    AskGrid(&QxShaderSupport::TransmissionOverGrid, asked, results);
+}
+
+void QxErrorHolder::OcclusionOverGrid(const QxGridQueries<QxRayQuery>& asked, float* results,
+                                      QxVector3* openDirections)
+{
+    AskGrid(&QxShaderSupport::OcclusionOverGrid, asked, results, openDirections);
 }

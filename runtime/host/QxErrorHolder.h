@@ -9,7 +9,8 @@
 /// has ended: it frees its locals at its end alone, which an exception would pass by.
 ///
 /// After an error the shader gets neutral answers. One that keeps asking is left with the error all
-/// the same, since it may never end.
+/// the same, since it may never end. Questions of one point are asked as those of a grid are, so
+/// that a host may answer in either form.
 class QxErrorHolder : public QxShaderSupport {
 public:
     /// `answers` must outlive it.
@@ -46,11 +47,24 @@ public:
     void Print(const char* text) override;
     void Report(const char* text) override;
     bool LightMessage(unsigned int light, const char* name, const QxMessageValue& value) override;
+    const void* FindFile(QxFileKind kind, const char* name) override;
+    void TextureOverGrid(const QxGridQueries<QxTextureQuery>& asked, QxRGBColor* results) override;
+    void EnvironmentOverGrid(const QxGridQueries<QxPointsQuery>& asked,
+                             QxRGBColor* results) override;
+    void ShadowOverGrid(const QxGridQueries<QxPointsQuery>& asked, QxRGBColor* results) override;
+    void TraceOverGrid(const QxGridQueries<QxRayQuery>& asked, QxRGBColor* results,
+                       float* distances) override;
+    void TransmissionOverGrid(const QxGridQueries<QxRayQuery>& asked, QxRGBColor* results) override;
+    void OcclusionOverGrid(const QxGridQueries<QxRayQuery>& asked, float* results,
+                           QxVector3* openDirections) override;
 
 private:
     template <class Result, class... Arguments>
     Result Ask(Result (QxShaderSupport::*question)(Arguments...), Result neutral,
                Arguments... arguments);
+    template <class Query, class... Results>
+    void AskGrid(void (QxShaderSupport::*question)(const QxGridQueries<Query>&, Results*...),
+                 const QxGridQueries<Query>& asked, Results*... results);
     template <class... Arguments>
     void Tell(void (QxShaderSupport::*question)(Arguments...), Arguments... arguments);
     void Count();

@@ -68,6 +68,24 @@ protected:
     ~QxWorkCounter() = default;
 };
 
+/// What points ask the scene at once, and its answers: room that a run keeps from one instruction
+/// to the next.
+struct QxQuestions {
+    struct File {
+        QxFileKind kind;
+        std::string name;
+        const void* handle;
+    };
+    std::vector<File> files;  // that this run has looked up
+    std::vector<unsigned int> points;
+    std::vector<QxTextureQuery> patches;
+    std::vector<QxPointsQuery> corners;
+    std::vector<QxRayQuery> rays;
+    std::vector<QxRGBColor> colors;
+    std::vector<float> numbers;
+    std::vector<QxVector3> directions;
+};
+
 /// What kernels see of a run. The run sets it up before a block, and moves on what changes within
 /// it: the light at hand, and where values start. Addresses are those of the run or of the host,
 /// and last while the block runs.
@@ -88,6 +106,7 @@ struct QxMachineState {
     std::span<const QxLoadedShadeop> shadeops;
     bool notesWait = false;
     std::vector<QxNote> notes;
+    QxQuestions questions;
 
     [[nodiscard]] QxLights Lights() const { return {support, P, lights, lightCount}; }
     /// Hands a text of a point to the scene, or keeps it until the strip is through.
@@ -156,6 +175,7 @@ namespace qxavx2 {
 // What no instruction set makes faster.
 namespace qxcommon {
 [[nodiscard]] QxKernelRows SceneKernels();
+[[nodiscard]] QxKernelRows QuestionKernels();
 [[nodiscard]] QxKernelRows ListKernels();
 [[nodiscard]] QxKernelRows ReferenceKernels();
 [[nodiscard]] QxKernelRows ShadeopKernels();

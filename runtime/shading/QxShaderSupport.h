@@ -118,6 +118,19 @@ enum class QxMessage {
     TextureInfo,
 };
 
+/// Queries that points of a grid ask at once, in the order of the points. What it refers to is good
+/// for the call alone.
+template <class Query>
+struct QxGridQueries {
+    const void* file;            // what `FindFile` gave for the name of all; null: look at each name
+    const Query* queries;
+    const unsigned int* points;  // number of each point in the grid
+    unsigned int count;
+};
+
+/// What the name of a file is looked up for.
+enum class QxFileKind { Texture, Environment, Shadow };
+
 /// The services of a renderer that shaders call: everything that needs a scene. Each has a
 /// neutral answer, which tells of an empty scene without files.
 ///
@@ -204,6 +217,49 @@ public:
     virtual bool LightMessage(unsigned int, const char* name, const QxMessageValue& value)
     {
         return Message(QxMessage::LightSource, "", name, value);
+    }
+
+    // Questions for a whole grid. Byte-code asks these, once for all points of a call, and a shared
+    // object for each point; a host answers in the form that it likes. Neutral: each point's
+    // question is asked by itself, with the functions above. Results have the order of the queries.
+
+    /// What stands for the name of a file in the queries of a grid; it is asked for once a run and
+    /// name. Neutral: null.
+    virtual const void* FindFile(QxFileKind, const char*) { return nullptr; }
+    virtual void TextureOverGrid(const QxGridQueries<QxTextureQuery>& asked, QxRGBColor* results)
+    {
+        for (unsigned int i = 0; i < asked.count; ++i)
+            results[i] = Texture(asked.queries[i]);
+    }
+    virtual void EnvironmentOverGrid(const QxGridQueries<QxPointsQuery>& asked,
+                                     QxRGBColor* results)
+    {
+        for (unsigned int i = 0; i < asked.count; ++i)
+            results[i] = Environment(asked.queries[i]);
+    }
+    virtual void ShadowOverGrid(const QxGridQueries<QxPointsQuery>& asked, QxRGBColor* results)
+    {
+        for (unsigned int i = 0; i < asked.count; ++i)
+            results[i] = Shadow(asked.queries[i]);
+    }
+    /// Fills the distances too.
+    virtual void TraceOverGrid(const QxGridQueries<QxRayQuery>& asked, QxRGBColor* results,
+                               float* distances)
+    {
+        for (unsigned int i = 0; i < asked.count; ++i)
+            results[i] = Trace(asked.queries[i], distances[i]);
+    }
+    virtual void TransmissionOverGrid(const QxGridQueries<QxRayQuery>& asked, QxRGBColor* results)
+    {
+        for (unsigned int i = 0; i < asked.count; ++i)
+            results[i] = Transmission(asked.queries[i]);
+    }
+    /// Fills the open directions too.
+    virtual void OcclusionOverGrid(const QxGridQueries<QxRayQuery>& asked, float* results,
+                                   QxVector3* openDirections)
+    {
+        for (unsigned int i = 0; i < asked.count; ++i)
+            results[i] = Occlusion(asked.queries[i], openDirections[i]);
     }
 
 private:

@@ -763,3 +763,123 @@ TEST_P(Host, ShadesObjectsWithSetsOfTheirOwn)
     EXPECT_EQ(QxTypeNamed(QxTypeName(QxValueType::Normal)), QxValueType::Normal);
     EXPECT_STREQ(QxShader::TypeName(shader->Type()), "surface");
 }
+
+namespace {
+
+/// Answers each point by itself, or the points of a grid at once, with the same values.
+template <bool grids>
+class Asked : public QxHostScene {
+public:
+    int calls = 0;
+    std::vector<unsigned int> texturePoints;
+    std::vector<std::string> files;
+
+    static QxRGBColor Of(const QxTextureQuery& q) { return {q.s[0], q.t[2], q.samples}; }
+    static QxRGBColor Of(const QxPointsQuery& q)
+    {
+        return {q.points[0].x, q.points[2].y, q.fidelity};
+    }
+    static QxRGBColor Of(const QxRayQuery& q) { return {q.position.x, q.direction.y, q.samples}; }
+
+    QxRGBColor Texture(const QxTextureQuery& q) override { return grids ? QxRGBColor{} : Of(q); }
+    QxRGBColor Environment(const QxPointsQuery& q) override { return grids ? QxRGBColor{} : Of(q); }
+    QxRGBColor Shadow(const QxPointsQuery& q) override { return grids ? QxRGBColor{} : Of(q); }
+    QxRGBColor Transmission(const QxRayQuery& q) override { return grids ? QxRGBColor{} : Of(q); }
+    QxRGBColor Trace(const QxRayQuery& q, float& distance) override
+    {
+        distance = q.position.y;
+        return grids ? QxRGBColor{} : Of(q);
+    }
+    float Occlusion(const QxRayQuery& q, QxVector3& open) override
+    {
+        open = q.position;
+        return grids ? 0 : q.samples;
+    }
+    const void* FindFile(QxFileKind, const char* name) override
+    {
+        files.emplace_back(name);
+        return this;
+    }
+    void TextureOverGrid(const QxGridQueries<QxTextureQuery>& asked, QxRGBColor* results) override
+    {
+        texturePoints.assign(asked.points, asked.points + asked.count);
+        EXPECT_EQ(asked.file != nullptr, !files.empty());
+        if (!Answer(asked, results))
+            QxHostScene::TextureOverGrid(asked, results);
+    }
+    void EnvironmentOverGrid(const QxGridQueries<QxPointsQuery>& asked, QxRGBColor* r) override
+    {
+        if (!Answer(asked, r))
+            QxHostScene::EnvironmentOverGrid(asked, r);
+    }
+    void ShadowOverGrid(const QxGridQueries<QxPointsQuery>& asked, QxRGBColor* r) override
+    {
+        if (!Answer(asked, r))
+            QxHostScene::ShadowOverGrid(asked, r);
+    }
+    void TransmissionOverGrid(const QxGridQueries<QxRayQuery>& asked, QxRGBColor* r) override
+    {
+        if (!Answer(asked, r))
+            QxHostScene::TransmissionOverGrid(asked, r);
+    }
+    void TraceOverGrid(const QxGridQueries<QxRayQuery>& asked, QxRGBColor* r, float* d) override
+    {
+        if (!Answer(asked, r))
+            return QxHostScene::TraceOverGrid(asked, r, d);
+        for (unsigned int i = 0; i < asked.count; ++i)
+            d[i] = asked.queries[i].position.y;
+    }
+    void OcclusionOverGrid(const QxGridQueries<QxRayQuery>& asked, float* r, QxVector3* o) override
+    {
+        ++calls;
+        if (!grids)
+            return QxHostScene::OcclusionOverGrid(asked, r, o);
+        for (unsigned int i = 0; i < asked.count; ++i) {
+            r[i] = asked.queries[i].samples;
+            o[i] = asked.queries[i].position;
+        }
+    }
+
+private:
+    template <class Query>
+    bool Answer(const QxGridQueries<Query>& asked, QxRGBColor* results)
+    {
+        ++calls;
+        for (unsigned int i = 0; grids && i < asked.count; ++i)
+            results[i] = Of(asked.queries[i]);
+        return grids;
+    }
+};
+
+}  // namespace
+
+TEST_P(Host, AsksForAllPointsOfAGrid)
+{
+    Load(R"(surface test(output varying color got = 0; output varying float far = 0) {
+                if (u > 0.5) got = texture("a", s, t, "samples", 3);
+                got += environment("b", N + P, "fidelity", 0.5) + transmission(P, N) + trace(P, N, far);
+                Ci = got; Oi = shadow("c", P) + occlusion(P, N, 4); })");
+    for (const unsigned int side : {2U, 1U}) {
+        QxHostGrid grid(side, side);
+        grid.Set("u", 1);
+        if (side == 2)
+            grid.Set("u", Numbers{0, 1, 0, 1});
+        Asked<true> all;
+        Asked<false> each;
+        m_shader->Run(grid, all);
+        const Numbers lit = grid.Get("Ci").numbers;
+        const Numbers opacity = grid.Get("Oi").numbers;
+        const Numbers far = m_shader->Get("far").numbers;
+        m_shader->Run(grid, each);
+        EXPECT_EQ(grid.Get("Ci").numbers, lit);
+        EXPECT_EQ(grid.Get("Oi").numbers, opacity);
+        EXPECT_EQ(m_shader->Get("far").numbers, far);
+        EXPECT_NE(lit, Numbers(lit.size(), lit[0]));
+        if (std::string_view(GetParam()) == "--int") {
+            EXPECT_EQ(all.calls, 6);
+            EXPECT_EQ(all.files, (std::vector<std::string>{"a", "b", "c"}));
+            EXPECT_EQ(all.texturePoints,
+                      side == 2 ? (std::vector<unsigned int>{1, 3}) : std::vector<unsigned int>{0});
+        }
+    }
+}

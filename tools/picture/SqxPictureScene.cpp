@@ -119,6 +119,23 @@ QxRGBColor SqxPictureScene::Texture(const QxTextureQuery& query)
     return isEven ? QxRGBColor{0.9F, 0.85F, 0.7F} : QxRGBColor{0.25F, 0.4F, 0.6F};
 }
 
+const void* SqxPictureScene::FindFile(QxFileKind kind, const char* name)
+{
+    if (kind != QxFileKind::Texture)
+        return nullptr;
+    const auto found = m_settings.textures.find(std::string_view(name));
+    return found == m_settings.textures.end() ? nullptr : found->second.get();
+}
+
+void SqxPictureScene::TextureOverGrid(const QxGridQueries<QxTextureQuery>& asked,
+                                      QxRGBColor* results)
+{
+    if (asked.file)
+        static_cast<const SqxTexture*>(asked.file)->Look(asked, results);
+    else
+        QxHostScene::TextureOverGrid(asked, results);
+}
+
 void SqxPictureScene::BeginPiece(unsigned int number)
 {
     m_random = QxRandomStream(number);

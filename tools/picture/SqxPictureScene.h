@@ -31,6 +31,8 @@ public:
 
     /// A file of the settings, or a check of 8 times 8 squares.
     QxRGBColor Texture(const QxTextureQuery& query) override;
+    const void* FindFile(QxFileKind kind, const char* name) override;
+    void TextureOverGrid(const QxGridQueries<QxTextureQuery>& asked, QxRGBColor* results) override;
     QxRGBColor Environment(const QxPointsQuery& query) override;
     QxRGBColor Trace(const QxRayQuery& query, float& distance) override;
     float Random() override { return m_random.Next(); }

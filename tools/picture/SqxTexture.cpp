@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 namespace {
 
@@ -73,17 +74,31 @@ struct Between {
     float part;  // of the second
 };
 
+/// The whole number below, without the call of a function where the number is small.
+float WholeBelow(float value)
+{
+    constexpr float k_small = 1 << 22;
+    if (!(std::abs(value) < k_small))
+        return std::floor(value);
+    const auto whole = static_cast<float>(static_cast<int>(value));
+    return whole > value ? whole - 1 : whole;
+}
+
+/// Places go from half a pixel before the first one to half a pixel before the end, so that a
+/// comparison does what a division would.
 Between FindBetween(float coordinate, unsigned int count)
 {
-    const float place = (coordinate - std::floor(coordinate)) * static_cast<float>(count) - 0.5F;
-    const float below = std::floor(place);
-    const auto first = static_cast<std::size_t>(below + static_cast<float>(count)) % count;
-    return {first, (first + 1) % count, place - below};
+    const float place = (coordinate - WholeBelow(coordinate)) * static_cast<float>(count) - 0.5F;
+    const float below = WholeBelow(place);
+    const std::size_t first = below < 0 ? count - 1 : static_cast<std::size_t>(below);
+    return {first, first + 1 == count ? 0 : first + 1, place - below};
 }
 
 float Extent(const float (&corners)[4])
 {
-    const auto [least, most] = std::minmax({corners[0], corners[1], corners[2], corners[3]});
+    const float least =
+        std::min(std::min(corners[0], corners[1]), std::min(corners[2], corners[3]));
+    const float most = std::max(std::max(corners[0], corners[1]), std::max(corners[2], corners[3]));
     return most - least;
 }
 
@@ -106,22 +121,21 @@ std::shared_ptr<const SqxTexture> SqxTexture::Read(const std::string& path)
     return std::make_shared<const SqxTexture>(SqxReadPng(path));
 }
 
-SqxTexture::Texel SqxTexture::Bilinear(const SqxImage& level, float s, float t) const
+SqxFour SqxTexture::Bilinear(const SqxImage& level, float s, float t)
 {
     const Between column = FindBetween(s, level.width);
     const Between row = FindBetween(t, level.height);
     const auto at = [&](std::size_t x, std::size_t y) {
-        return level.values.data() + (y * level.width + x) * k_channels;
+        SqxFour texel;
+        std::memcpy(&texel, level.values.data() + (y * level.width + x) * k_channels,
+                    sizeof(texel));
+        return texel;
     };
-    const float* const corners[] = {at(column.first, row.first), at(column.second, row.first),
-                                    at(column.first, row.second), at(column.second, row.second)};
-    Texel result = {};
-    for (unsigned int i = 0; i < k_channels; ++i) {
-        const float upper = corners[0][i] + (corners[1][i] - corners[0][i]) * column.part;
-        const float lower = corners[2][i] + (corners[3][i] - corners[2][i]) * column.part;
-        result.channels[i] = upper + (lower - upper) * row.part;
-    }
-    return result;
+    const SqxFour upperLeft = at(column.first, row.first);
+    const SqxFour lowerLeft = at(column.first, row.second);
+    const SqxFour upper = upperLeft + (at(column.second, row.first) - upperLeft) * column.part;
+    const SqxFour lower = lowerLeft + (at(column.second, row.second) - lowerLeft) * column.part;
+    return upper + (lower - upper) * row.part;
 }
 
 QxRGBColor SqxTexture::Look(const QxTextureQuery& query) const
@@ -136,19 +150,25 @@ QxRGBColor SqxTexture::Look(const QxTextureQuery& query) const
         return {query.fill, query.fill, query.fill};
 
     const auto last = static_cast<float>(m_levels.size() - 1);
-    const float level = std::min(std::log2(std::max(pixels, 1.0F)), last);
+    // What is seen from near needs no logarithm: it is 0.
+    const float level = pixels > 1 ? std::min(std::log2(pixels), last) : 0;
     const auto finer = static_cast<std::size_t>(level);
     const float part = level - static_cast<float>(finer);
-    Texel texel = Bilinear(m_levels[finer], s, t);
-    if (part > 0) {
-        const Texel coarser = Bilinear(m_levels[finer + 1], s, t);
-        for (unsigned int i = 0; i < k_channels; ++i)
-            texel.channels[i] += (coarser.channels[i] - texel.channels[i]) * part;
-    }
+    SqxFour texel = Bilinear(m_levels[finer], s, t);
+    if (part > 0)
+        texel += (Bilinear(m_levels[finer + 1], s, t) - texel) * part;
+    if (query.channel == 0)
+        return SqxColorOf(texel);
     const auto channel = [&](float offset) {
         const float number = query.channel + offset;
         const bool isThere = number >= 0 && number < static_cast<float>(k_channels);
-        return isThere ? texel.channels[static_cast<unsigned int>(number)] : query.fill;
+        return isThere ? texel[static_cast<int>(number)] : query.fill;
     };
     return {channel(0), channel(1), channel(2)};
+}
+
+void SqxTexture::Look(const QxGridQueries<QxTextureQuery>& asked, QxRGBColor* results) const
+{
+    for (unsigned int i = 0; i < asked.count; ++i)
+        results[i] = Look(asked.queries[i]);
 }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "QxShaderSupport.h"
+#include "picture/SqxFour.h"
 #include "picture/SqxPng.h"
 
 /// A picture in the form that shaders look it up in: whole, and smaller and smaller by halves down
@@ -17,12 +18,11 @@ public:
 
     /// The color of the patch that the query tells, from its first channel on.
     [[nodiscard]] QxRGBColor Look(const QxTextureQuery& query) const;
+    /// The same for the points of a grid.
+    void Look(const QxGridQueries<QxTextureQuery>& asked, QxRGBColor* results) const;
 
 private:
-    struct Texel {
-        float channels[4];
-    };
-    [[nodiscard]] Texel Bilinear(const SqxImage& level, float s, float t) const;
+    [[nodiscard]] static SqxFour Bilinear(const SqxImage& level, float s, float t);
 
     std::vector<SqxImage> m_levels;  // the whole one first
 };

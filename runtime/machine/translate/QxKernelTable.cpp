@@ -22,8 +22,9 @@ QxKernelTable::QxKernelTable(bool avx2)
                                     qxavx2::LightKernels,    qxavx2::StatementKernels,
                                     qxavx2::SplineKernels};
     std::vector<Rows> tables = avx2 ? fast : baseline;
-    tables.insert(tables.end(), {qxcommon::SceneKernels, qxcommon::ListKernels,
-                                 qxcommon::ReferenceKernels, qxcommon::ShadeopKernels});
+    tables.insert(tables.end(),
+                  {qxcommon::SceneKernels, qxcommon::QuestionKernels, qxcommon::ListKernels,
+                   qxcommon::ReferenceKernels, qxcommon::ShadeopKernels});
     for (const Rows table : tables)
         for (const QxKernelRow& row : table())
             m_byName.emplace(row.primitive, &row);

@@ -1,0 +1,268 @@
+// What asks the scene for a file's values or follows rays: the questions of all points are
+// collected, and asked at once. Points that a mask leaves out ask nothing.
+//
+// Operands are read before results are written, since a result may stand in an argument's place.
+//
+// Tested with whole shaders by tests/host/AgreementTest.cpp and tests/host/HostTest.cpp.
+
+#include "QxSceneCalls.h"
+
+#define QX_KERNEL_SET qxcommon
+#define QX_KERNEL_CODE
+#include "kernels/QxKernelForms.h"
+
+namespace qxcommon {
+namespace {
+
+using Vector = QxVector3;
+using Color = QxRGBColor;
+using Text = const char*;
+
+/// The operands of an instruction at a point, by their places.
+class Operands {
+public:
+    Operands(const QxMachineState& state, const QxCode& code, unsigned int point)
+        : m_state(state),
+          m_code(code),
+          m_point(point)
+    {
+    }
+    [[nodiscard]] float Number(std::size_t k) const { return *At<float>(k); }
+    [[nodiscard]] const Vector& Triple(std::size_t k) const { return *At<Vector>(k); }
+    [[nodiscard]] Text String(std::size_t k) const
+    {
+        const Text text = *At<Text>(k);
+        return text ? text : "";
+    }
+
+private:
+    template <class Value>
+    [[nodiscard]] const Value* At(std::size_t k) const
+    {
+        const QxOperand& operand = m_code.operands[k];
+        return static_cast<const Value*>(m_state.values[operand.variable]) +
+               std::size_t{m_point} * operand.step;
+    }
+
+    const QxMachineState& m_state;
+    const QxCode& m_code;
+    unsigned int m_point;
+};
+
+/// Fills `queries` with what `make` gives for the operands of each point.
+template <class Query, class Make>
+void Collect(QxMachineState& state, const QxCode& code, const QxPoints& points,
+             std::vector<Query>& queries, const Make& make)
+{
+    std::vector<unsigned int>& numbers = state.questions.points;
+    numbers.clear();
+    queries.clear();
+    for (unsigned int i = points.first; i < points.End(); ++i)
+        if (points(i)) {
+            numbers.push_back(i);
+            queries.push_back(make(Operands(state, code, i)));
+        }
+}
+
+template <class Query>
+QxGridQueries<Query> Asked(const QxMachineState& state, const std::vector<Query>& queries,
+                           const void* file = nullptr)
+{
+    return {file, queries.data(), state.questions.points.data(),
+            static_cast<unsigned int>(queries.size())};
+}
+
+/// What stands for the name, operand 1, if all points have the same.
+const void* FileOf(QxMachineState& state, const QxCode& code, QxFileKind kind)
+{
+    if (code.operands[1].step != 0)
+        return nullptr;
+    const Text name = Operands(state, code, 0).String(1);
+    for (const QxQuestions::File& file : state.questions.files)
+        if (file.kind == kind && file.name == name)
+            return file.handle;
+    const void* const handle = state.support->FindFile(kind, name);
+    state.questions.files.push_back({kind, name, handle});
+    return handle;
+}
+
+/// Hands the answers to the points that asked.
+template <class Value, class Answer>
+void Give(QxMachineState& state, const QxCode& code, std::size_t k,
+          const std::vector<Answer>& answers)
+{
+    const auto result = Operand<Value>(state, code, k);
+    for (std::size_t i = 0; i < answers.size(); ++i) {
+        Value& value = QxAt(result, state.questions.points[i]);
+        if constexpr (std::is_same_v<Value, Answer>)
+            value = answers[i];
+        else
+            QxAnswer(value, answers[i]);
+    }
+}
+
+// Files
+
+template <class Result>
+void Textures(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    QxQuestions& all = state.questions;
+    Collect(state, code, points, all.patches, [](const Operands& at) {
+        return QxTextureQuery{at.String(1),
+                              at.Number(2),
+                              {at.Number(3), at.Number(5), at.Number(7), at.Number(9)},
+                              {at.Number(4), at.Number(6), at.Number(8), at.Number(10)},
+                              at.Number(11),
+                              at.Number(12),
+                              at.Number(13),
+                              at.Number(14),
+                              at.Number(15),
+                              at.Number(16),
+                              at.String(17),
+                              at.Number(18),
+                              at.Number(19)};
+    });
+    if (all.patches.empty())
+        return;
+    all.colors.resize(all.patches.size());
+    const void* const file = FileOf(state, code, QxFileKind::Texture);
+    state.support->TextureOverGrid(Asked(state, all.patches, file), all.colors.data());
+    Give<Result>(state, code, 0, all.colors);
+}
+
+/// What `environment` and `shadow` have in common.
+QxPointsQuery Corners(const Operands& at)
+{
+    return QxMakePointsQuery(at.String(1), at.Number(2), at.Triple(3), at.Triple(4), at.Triple(5),
+                             at.Triple(6), at.Number(7), at.Number(8), at.Number(9), at.Number(10),
+                             at.Number(11), at.Number(12), at.String(13));
+}
+
+template <class Result>
+void Environments(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    QxQuestions& all = state.questions;
+    Collect(state, code, points, all.corners, [](const Operands& at) {
+        QxPointsQuery query = Corners(at);
+        query.lerp = at.Number(14);
+        query.fill = at.Number(15);
+        return query;
+    });
+    if (all.corners.empty())
+        return;
+    all.colors.resize(all.corners.size());
+    const void* const file = FileOf(state, code, QxFileKind::Environment);
+    state.support->EnvironmentOverGrid(Asked(state, all.corners, file), all.colors.data());
+    Give<Result>(state, code, 0, all.colors);
+}
+
+template <class Result, bool area, bool inLight>
+void Shadows(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    QxQuestions& all = state.questions;
+    Collect(state, code, points, all.corners, [](const Operands& at) {
+        QxPointsQuery query = Corners(at);
+        query.bias = at.Number(14);
+        query.inLight = inLight;
+        if constexpr (area) {
+            query.sourceCount = QxToInt(at.Number(15), 0, 4);
+            for (std::size_t i = 0; i < 4; ++i)
+                query.sources[i] = at.Triple(16 + i);
+        }
+        return query;
+    });
+    if (all.corners.empty())
+        return;
+    all.colors.resize(all.corners.size());
+    const void* const file = FileOf(state, code, QxFileKind::Shadow);
+    state.support->ShadowOverGrid(Asked(state, all.corners, file), all.colors.data());
+    Give<Result>(state, code, 0, all.colors);
+}
+
+// Rays
+
+QxRayQuery Ray(const Operands& at)
+{
+    QxRayQuery query = {};
+    query.position = at.Triple(1);
+    query.direction = at.Triple(2);
+    query.environment = "";
+    return query;
+}
+
+void Traces(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    QxQuestions& all = state.questions;
+    Collect(state, code, points, all.rays, Ray);
+    if (all.rays.empty())
+        return;
+    all.colors.resize(all.rays.size());
+    all.numbers.assign(all.rays.size(), 0);
+    state.support->TraceOverGrid(Asked(state, all.rays), all.colors.data(), all.numbers.data());
+    Give<Color>(state, code, 0, all.colors);
+    Give<float>(state, code, 3, all.numbers);
+}
+
+void Transmissions(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    QxQuestions& all = state.questions;
+    Collect(state, code, points, all.rays, Ray);
+    if (all.rays.empty())
+        return;
+    all.colors.resize(all.rays.size());
+    state.support->TransmissionOverGrid(Asked(state, all.rays), all.colors.data());
+    Give<Color>(state, code, 0, all.colors);
+}
+
+void Occlusions(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    QxQuestions& all = state.questions;
+    Collect(state, code, points, all.rays, [](const Operands& at) {
+        return QxRayQuery{at.Triple(1), at.Triple(2), at.Number(3), at.Number(4), at.Number(5),
+                          at.Number(6), at.Number(7), "",           at.Triple(8)};
+    });
+    if (all.rays.empty())
+        return;
+    all.numbers.resize(all.rays.size());
+    all.directions.clear();
+    for (const QxRayQuery& ray : all.rays)
+        all.directions.push_back(ray.direction);
+    state.support->OcclusionOverGrid(Asked(state, all.rays), all.numbers.data(),
+                                     all.directions.data());
+    Give<float>(state, code, 0, all.numbers);
+    Give<Vector>(state, code, 9, all.directions);
+}
+
+// name, channel, four corners, fidelity, samples, blurs, widths, filter
+#define FIVE float, float, float, float, float
+#define TEXTURE Text, FIVE, FIVE, FIVE, Text, float, float
+#define CORNERS Text, float, Vector, Vector, Vector, Vector, FIVE, float, Text
+#define SOURCES float, Vector, Vector, Vector, Vector
+#define SHADOW_ROWS(NAME, AREA, ...)                                                               \
+    Row<float&, __VA_ARGS__>(#NAME "_1D", Shadows<float, AREA, false>),                            \
+        Row<Color&, __VA_ARGS__>(#NAME "_3D", Shadows<Color, AREA, false>),                        \
+        Row<float&, __VA_ARGS__>(#NAME "_1D_LIGHT", Shadows<float, AREA, true>),                   \
+        Row<Color&, __VA_ARGS__>(#NAME "_3D_LIGHT", Shadows<Color, AREA, true>)
+
+// clang-format off
+constexpr QxKernelRow k_rows[] = {
+    Row<float&, TEXTURE>("CALL_TEXTURE_1D", Textures<float>),
+    Row<Color&, TEXTURE>("CALL_TEXTURE_3D", Textures<Color>),
+    Row<float&, CORNERS, float, float>("CALL_ENVIRONMENT_1D", Environments<float>),
+    Row<Color&, CORNERS, float, float>("CALL_ENVIRONMENT_3D", Environments<Color>),
+    SHADOW_ROWS(CALL_SHADOW, false, CORNERS, float),
+    SHADOW_ROWS(CALL_AREASHADOW, true, CORNERS, float, SOURCES),
+    Row<Color&, Vector, Vector>("CALL_PRIM_TRANSMISSION", Transmissions),
+    Row<Color&, Vector, Vector, float&>("CALL_PRIM_TRACE", Traces),
+    Row<float&, Vector, Vector, FIVE, Vector, Vector&>("CALL_PRIM_OCCLUSION", Occlusions),
+};
+// clang-format on
+
+}  // namespace
+
+QxKernelRows QuestionKernels()
+{
+    return k_rows;
+}
+
+}  // namespace qxcommon
