@@ -103,7 +103,7 @@ bool QxHostScene::LightMessage(unsigned int number, const char* name, const QxMe
 {
     Level& level = CurrentLevel();
     QxShaderInstance* const light =
-        number < level.lights.size() ? level.lights[number]->shader : nullptr;
+        m_depth > 0 && number < level.lights.size() ? level.lights[number]->shader : nullptr;
     if (light && level.lightGrid) {
         if (light->m_runs != level.runs[number]) {
             std::unique_ptr<QxHostGrid> grid = std::move(level.lightGrid);

@@ -66,8 +66,6 @@ QxHostScene::Level& QxHostScene::CurrentLevel()
     Level& level = *m_levels[0];
     level.object = m_object;
     level.shader = nullptr;
-    level.steadyAmbient.reset();
-    ChooseLights(level);
     return level;
 }
 
@@ -93,6 +91,10 @@ void QxHostScene::RunLight(Level& level, const Light& light, QxHostGrid& grid,
 void QxHostScene::EvaluateLights(const QxVector3* positions, unsigned int points,
                                  QxLightInput* lights, unsigned int count)
 {
+    if (m_depth == 0) {
+        const GridScope scope(*this, {{points, 1}, {}, {0, 0, 0}});
+        return EvaluateLights(positions, points, lights, count);
+    }
     Level& level = CurrentLevel();
     for (unsigned int i = 0; i < count && i < level.lights.size(); ++i) {
         const Light& light = *level.lights[i];
@@ -168,6 +170,10 @@ QxRGBColor QxHostScene::SteadyAmbient(Level& level)
 
 QxRGBColor QxHostScene::Ambient(const QxVector3& position)
 {
+    if (m_depth == 0) {
+        const GridScope scope(*this, {{1, 1}, {}, {0, 0, 0}});
+        return Ambient(position);
+    }
     Level& level = CurrentLevel();
     QxRGBColor sum = SteadyAmbient(level);
     if (level.inAmbient)
@@ -181,6 +187,10 @@ QxRGBColor QxHostScene::Ambient(const QxVector3& position)
 void QxHostScene::AmbientOverGrid(const QxVector3* positions, unsigned int points,
                                   QxRGBColor* results)
 {
+    if (m_depth == 0) {
+        const GridScope scope(*this, {{points, 1}, {}, {0, 0, 0}});
+        return AmbientOverGrid(positions, points, results);
+    }
     Level& level = CurrentLevel();
     const bool steady =
         std::none_of(level.ambientLights.begin(), level.ambientLights.end(),

@@ -266,6 +266,10 @@ void QxShaderInstance::Run(const QxHostPoints& points, QxShaderSupport& support,
     if (m_depth > k_depthLimit)
         throw QxHostError("Shader '" + m_shader->Name() + "' is run within " +
                           std::to_string(m_depth) + " runs of itself, which is too deep");
+    // A scene that is handed over as its base knows of the grid all the same.
+    std::optional<QxHostScene::GridScope> scope;
+    if (auto* const scene = dynamic_cast<QxHostScene*>(&support))
+        scope.emplace(*scene, points, this);
     Shade(points, support, lightCount);
 }
 
