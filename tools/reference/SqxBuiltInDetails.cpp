@@ -268,8 +268,27 @@ a float as a number of up to six digits, a color, point, vector or normal as thr
 numbers with blanks between, a string as it is. `%d` writes only the whole part of numbers. `%%` is a percent
 sign. There are no widths and precisions. A specifier without an argument stays as it is, and so does an unknown
 one; an argument without a specifier is left out.)"},
-    {"concat",
-     R"(Two or more. A text has at most 65,535 characters; what goes beyond is left out.)"},
+    {"concat", R"(Two or more.)"},
+    {"match",
+     R"(The pattern is an extended regular expression. Letters count, and a character is a byte. A pattern that
+is malformed, or that takes more than 2000 states (its length with the repeats written out), matches nothing. The time
+is at most the product of both lengths, whatever the pattern; there are no back-references. An operand has one repeat:
+`a**` is no pattern, but `(a*)*` is.
+
+| Sign | Matches |
+|---|---|
+| `.` | any character |
+| `[abc]`, `[a-z]`, `[^abc]` | one of these, or one that is none of these; `]` is meant itself as the first one, `-` as the last |
+| `[[:digit:]]` | one of a class: `alnum`, `alpha`, `blank`, `cntrl`, `digit`, `graph`, `lower`, `print`, `punct`, `space`, `upper`, `xdigit` |
+| `x*`, `x+`, `x?` | any number of x, at least one, at most one |
+| `x{3}`, `x{2,}`, `x{2,4}` | as many; at most 1000 |
+| `xy`, `x\|y`, `(x)` | x and then y; x or y; a group |
+| `^`, `$` | begin and end of the text |
+| `\d`, `\s`, `\w`, `\D`, `\S`, `\W` | a digit, a blank, a letter, digit or `_`; one that is none |
+| `\b`, `\B`, `\<`, `\>` | border of a word, no border, its begin, its end |
+| `\` and a sign | that sign itself |
+
+In a string of a shader a backslash is written twice, or avoided: `[.]`.)"},
     {"attribute",
      R"(1 if the renderer has an answer, which is then in the variable; 0 if not, and the variable is
 as it was. There is an answer only if its type and its length are those of the variable; points, vectors and

@@ -41,6 +41,7 @@ constexpr SqxBuiltInExample k_examples[] = {
     {"mod",          "float",  "mod(-1, 3)",                          "2",               "never negative"},
     {"mod",          "float",  "mod(5, -3)",                          "2",               "the sign of b does not count"},
     {"mod",          "float",  "mod(2.75, 1)",                        "0.75",            "the fraction"},
+    {"mod",          "float",  "float k = 82 * s; mod(k, k)",         "41",              "rounding: 41 * (1 / 41) is below 1"},
     {"mod",          "float",  "float zero = s - 0.5; mod(1, zero)",  "no number",       "a divisor of 0"},
     {"abs",          "float",  "abs(-3)",                             "3",               ""},
     {"sign",         "float",  "sign(-0.1)",                          "-1",              ""},
@@ -88,7 +89,7 @@ constexpr SqxBuiltInExample k_examples[] = {
     {"spline",       "float",  "uniform float a[4] = {9, 2, 3, 9}; spline(1, a)", "3",   "the values in an array"},
     {"spline",       "float",  "spline(\"cubic\", 0.3, 0, 1, 3, 2)",  "spline(0.3, 0, 1, 3, 2)", "an unknown basis: \"catmull-rom\""},
 
-    {"noise",        "float",  "float noise(P + point(3, 2, 4))",     "0.5",             "at a point of whole coordinates"},
+    {"noise",        "float",  "float noise(P + vector(3, 2, 4))",     "0.5",             "at a point of whole coordinates"},
     {"noise",        "float",  "comp(color noise(P * 2.3), 1)",       "ycomp(point noise(P * 2.3))", "a point has the same components as a color"},
     {"pnoise",       "float",  "float pnoise(s + 3, 3)",              "float pnoise(s, 3)", ""},
     {"pnoise",       "float",  "float pnoise(s + 2, 5)",              "float noise(s + 2)", "within the first period, except in its last cell, as `noise`"},
@@ -189,6 +190,9 @@ constexpr SqxBuiltInExample k_examples[] = {
     {"match",        "float",  "match(\"^a[0-9]+$\", \"a42\")",       "1",               ""},
     {"match",        "float",  "match(\"[0-9]\", \"a42b\")",          "1",               "a part of the text is enough"},
     {"match",        "float",  "match(\"^(cat|dog)s?$\", \"dogs!\")", "0",               ""},
+    {"match",        "float",  "match(\"^[[:alpha:]_]{2,3}$\", \"a_b\")", "1",       "two or three letters or underscores"},
+    {"match",        "float",  "match(\"[.]tex$\", \"wood.tex\")",    "1",               "a dot that means itself"},
+    {"match",        "float",  "match(\"\", \"text\")",               "1",               "nothing is found everywhere"},
     {"match",        "float",  "match(\"a(\", \"a(\")",               "0",               "not a valid pattern"},
     {"match",        "float",  "match(\"^\\\\d{2,3}$\", \"1234\")",    "0",               "four digits"},
 

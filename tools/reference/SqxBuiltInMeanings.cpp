@@ -49,7 +49,7 @@ constexpr SqxBuiltInMeaning k_meanings[] = {
     {"spline",       k_math,       "`spline([basis,] x, v1, ..., vn)`: a curve controlled by the values, at x from 0 to 1"},
 
     {"noise",        k_noise,      "smooth noise from 0 to 1 of one to four coordinates"},
-    {"pnoise",       k_noise,      "`noise` that repeats: each coordinate is followed, after all coordinates, by its period"},
+    {"pnoise",       k_noise,      "`pnoise(x, px)`, `pnoise(x, y, px, py)`, `pnoise(p, pp)`, `pnoise(p, t, pp, pt)`: `noise` that repeats with the periods px, py, pp and pt"},
     {"cellnoise",    k_noise,      "one random value for each cell between whole numbers"},
     {"random",       k_noise,      "a random value from 0 up to, but not including, 1; a different one for each point and each call"},
 
