@@ -17,6 +17,7 @@
 #pragma GCC diagnostic ignored "-Wunused-variable"
 #pragma GCC diagnostic ignored "-Wunused-but-set-variable"
 #pragma GCC diagnostic ignored "-Wunused-label"
+#pragma GCC diagnostic ignored "-Wunused-parameter"
 #ifdef __clang__
 #pragma GCC diagnostic ignored "-Wextern-c-compat"  // a shader without locals of a kind
 #endif

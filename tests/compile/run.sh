@@ -22,7 +22,7 @@ compile() {
     local sum
     sum=$(sha256sum <"$1")
     [ ! -e "${sum%% *}" ] || return 0
-    "$compiler" -O2 -fno-math-errno -Wall -Werror -fPIC -shared -I"$top/runtime/shading" -o shader.so "$1" \
+    "$compiler" -O2 -fno-math-errno -Wall -Wextra -Werror -fPIC -shared -I"$top/runtime/shading" -o shader.so "$1" \
         && : >"${sum%% *}"
 }
 
