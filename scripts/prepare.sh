@@ -1,7 +1,8 @@
 # Sourced by the other scripts: installs what the build needs, and builds a preset.
 # Needs the repository's root as the working directory.
 
-# What the build needs and how its presence is seen: a command, or a header that the compiler finds.
+# What the programs need and how its presence is seen: a command, a file, or a header that the compiler
+# finds.
 #   kind     name            Debian package
 needs='
     command  c++             g++
@@ -10,11 +11,15 @@ needs='
     command  flex            flex
     command  bison           bison
     command  ninja           ninja-build
-    header   gtest/gtest.h   libgtest-dev
-    header   gmock/gmock.h   libgmock-dev
     header   png.h           libpng-dev
     header   httplib.h       libcpp-httplib-dev
     command  pkg-config      pkgconf
+'
+
+# What the tests need beyond that.
+test_needs='
+    header   gtest/gtest.h   libgtest-dev
+    header   gmock/gmock.h   libgmock-dev
     command  python3         python3
     command  make            make
 '
@@ -28,6 +33,7 @@ browser_needs='
 is_present() {
     case $1 in
         command) command -v "$2" >/dev/null ;;
+        file) [ -e "$2" ] ;;
         header) echo "#include <$2>" | c++ -std=c++20 -fsyntax-only -x c++ - 2>/dev/null ;;
     esac
 }
@@ -67,7 +73,8 @@ install_missing() {
         apt-get install -y -qq --no-install-recommends "${packages[@]}"
 }
 
-# Configures and builds the preset $1 in build/$1, with ninja and ccache where they are found.
+# Configures the preset $1 and builds its targets $2..., or all of them, in build/$1, with ninja and ccache
+# where they are found.
 build_preset() {
     if [ ! -e "build/$1/CMakeCache.txt" ] && command -v ninja >/dev/null; then
         export CMAKE_GENERATOR=Ninja
@@ -75,6 +82,10 @@ build_preset() {
     if command -v ccache >/dev/null; then
         export CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache
     fi
+    local target targets=()
+    for target in "${@:2}"; do
+        targets+=(--target "$target")
+    done
     cmake --preset "$1"
-    cmake --build "build/$1" --parallel "$(nproc)"
+    cmake --build "build/$1" --parallel "$(nproc)" "${targets[@]}"
 }

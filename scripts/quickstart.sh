@@ -4,8 +4,14 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/prepare.sh
 
+# Long steps are announced where somebody watches.
+announce() {
+    [ ! -t 1 ] || printf '\n== %s\n' "$*"
+}
+
 install_missing "$needs"
-build_preset release
+announce "Building the programs in build/release; the first time takes some minutes"
+build_preset release programs
 
 # Compiles one example; its messages are shown only if it fails. A comment in its first line tells
 # the options that it needs, if any. The program leaves generated C++ in the working directory.
@@ -22,11 +28,13 @@ compile_example() {
     echo "$1"
 }
 
+announce "Compiling the examples into build/examples"
 mkdir -p build/examples
 for source in examples/*.sl examples/*/*.sl; do
     compile_example "$source"
 done
 if [ -x build/release/bin/sqxshade ]; then
+    announce "Shading them"
     shaders=()
     for source in examples/*.sl; do
         shaders+=("build/examples/$(basename "$source" .sl).sqx")
@@ -36,3 +44,13 @@ if [ -x build/release/bin/sqxshade ]; then
     echo "Their pictures are in build/examples/contact-sheet.png"
 fi
 echo "The compiled shaders are in build/examples, the compiler is build/release/bin/shaderqx"
+if [ -t 1 ]; then
+    announce "What next"
+    cat <<'NEXT'
+  build/release/bin/sqxview examples/marble.sl        shows a shader in the browser while you change it
+  build/release/bin/sqxshade examples/marble.sl       shades one into marble.png
+  sudo cmake --install build/release                  installs the programs for all users
+  ./scripts/test.sh                                   runs all tests
+  docs/language.md, docs/built-ins.md                 tell how shaders are written
+NEXT
+fi

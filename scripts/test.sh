@@ -33,8 +33,10 @@ if [ "$browser" = 1 ]; then
         echo "$0: there is no browser and none could be installed; its tests are skipped" >&2
 fi
 [ "$renderer" != 1 ] || install_missing "$renderer_needs"
-# Installs what is missing and builds the release preset.
+# Installs what is missing and builds the programs; the tests come on top.
 scripts/quickstart.sh
+install_missing "$test_needs"
+build_preset release
 run_tests release
 if [ "$sanitizers" = 1 ]; then
     build_preset asan

@@ -160,7 +160,7 @@ private:
     const QxParameterSet* m_used = nullptr;             // in place of it
     std::map<std::size_t, std::span<float>> m_buffers;  // by parameter
     std::optional<std::size_t> m_stepLimit;
-    std::size_t m_memoryLimit = std::size_t{1} << 32;
+    std::size_t m_memoryLimit = std::size_t{1} << (sizeof(void*) > 4 ? 32 : 31);
     QxStopTest m_stopTest;
     std::vector<std::unique_ptr<Room>> m_rooms;
     std::vector<Room*> m_running;  // outermost first

@@ -34,9 +34,17 @@ quietly tar -xzf packages/*.tar.gz -C 'a root' --strip-components 1
 prefix="$scratch/a root"
 [ -x "$prefix/bin/shaderqx" ] || fail 'The archive has no bin/shaderqx'
 if [ -n "$(find packages -name '*.deb')" ]; then
-    quietly dpkg-deb -x packages/*.deb 'a root'
+    for package in packages/*.deb; do
+        quietly dpkg-deb -x "$package" 'a root'
+    done
     prefix="$scratch/a root/usr"
-    dpkg-deb -f packages/*.deb Depends | grep -q 'libc6' || fail 'The package needs no libc6'
+    dpkg-deb -f packages/shaderqx_*.deb Depends | grep -q 'libc6' || fail 'The package needs no libc6'
+    # What builds programs, and nothing else, is in the other package.
+    dpkg-deb -c packages/shaderqx_*.deb | grep -E '\.a$|cmake/|pkgconfig|host/' && fail 'Not for users of programs'
+    dpkg-deb -c packages/shaderqx-dev_*.deb | grep -E '/bin/|/man/' && fail 'Not for builders of programs'
+    if command -v lintian >/dev/null; then
+        lintian --allow-root --fail-on error packages/*.deb >log 2>&1 || { cat log; fail 'lintian finds errors'; }
+    fi
 fi
 
 # Each program has its manual page and its completion; documents, editor files and examples are

@@ -47,7 +47,7 @@ const Example& ExampleFiles::Named(const std::string& name) const
 
 std::string ExampleFiles::Run(const std::string& arguments)
 {
-    const std::string command = "'" SLC_PROGRAM "' " + arguments + " > messages 2>&1";
+    const std::string command = SLC_PROGRAM " " + arguments + " > messages 2>&1";
     const int status = std::system(command.c_str());
     return (status == 0 ? "" : "refused\n") + TemporaryFolder::Read("messages");
 }

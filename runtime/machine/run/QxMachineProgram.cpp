@@ -95,7 +95,11 @@ QxMachineProgram::~QxMachineProgram() = default;
 
 bool QxMachineProgram::HasAvx2()
 {
+#ifdef QX_HAS_AVX2
     return __builtin_cpu_supports("avx2") != 0;
+#else
+    return false;
+#endif
 }
 
 bool QxMachineProgram::IsDefaultPerPoint(std::size_t parameter) const

@@ -15,7 +15,7 @@ class QxMachineRun : private QxWorkCounter {
 public:
     // Of one evaluation, unless they are set.
     static constexpr std::size_t k_stepLimit = 10'000'000;
-    static constexpr std::size_t k_memoryLimit = std::size_t{1} << 32;
+    static constexpr std::size_t k_memoryLimit = std::size_t{1} << (sizeof(void*) > 4 ? 32 : 31);
 
     /// The program must outlive the run.
     explicit QxMachineRun(const QxMachineProgram& program);

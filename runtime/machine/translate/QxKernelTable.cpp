@@ -10,18 +10,19 @@
 #include "sqx/SqxLayout.h"
 #include "sqx/SqxNumbers.h"
 
-QxKernelTable::QxKernelTable(bool avx2)
+QxKernelTable::QxKernelTable([[maybe_unused]] bool avx2)
 {
     using Rows = QxKernelRows (*)();
-    const std::vector<Rows> baseline = {qxbaseline::OperatorKernels, qxbaseline::FunctionKernels,
-                                        qxbaseline::FilterKernels,   qxbaseline::NeighbourKernels,
-                                        qxbaseline::LightKernels,    qxbaseline::StatementKernels,
-                                        qxbaseline::SplineKernels};
-    const std::vector<Rows> fast = {qxavx2::OperatorKernels, qxavx2::FunctionKernels,
-                                    qxavx2::FilterKernels,   qxavx2::NeighbourKernels,
-                                    qxavx2::LightKernels,    qxavx2::StatementKernels,
-                                    qxavx2::SplineKernels};
-    std::vector<Rows> tables = avx2 ? fast : baseline;
+    std::vector<Rows> tables = {qxbaseline::OperatorKernels, qxbaseline::FunctionKernels,
+                                qxbaseline::FilterKernels,   qxbaseline::NeighbourKernels,
+                                qxbaseline::LightKernels,    qxbaseline::StatementKernels,
+                                qxbaseline::SplineKernels};
+#ifdef QX_HAS_AVX2
+    if (avx2)
+        tables = {qxavx2::OperatorKernels,  qxavx2::FunctionKernels, qxavx2::FilterKernels,
+                  qxavx2::NeighbourKernels, qxavx2::LightKernels,    qxavx2::StatementKernels,
+                  qxavx2::SplineKernels};
+#endif
     tables.insert(tables.end(),
                   {qxcommon::SceneKernels, qxcommon::QuestionKernels, qxcommon::ListKernels,
                    qxcommon::ReferenceKernels, qxcommon::ShadeopKernels});

@@ -1,0 +1,47 @@
+# What cpack makes: an archive of everything, and Debian packages, of which `shaderqx` has what writes and
+# runs shaders and `shaderqx-dev` what programs are built with.
+set(SLC_CONTACT_MAIL "maintainers@shaderqx.example" CACHE STRING "Mail address in packages")
+
+set(CPACK_PACKAGE_NAME shaderqx)
+set(CPACK_PACKAGE_CONTACT "${SLC_CONTACT_ADDRESS} <${SLC_CONTACT_MAIL}>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
+set(CPACK_STRIP_FILES ON)
+set(CPACK_VERBATIM_VARIABLES ON)
+set(CPACK_GENERATOR "TGZ;DEB")
+
+# Debian wants compressed pages and a changelog, which the archive has no use for.
+set(debian "${CMAKE_CURRENT_SOURCE_DIR}/debian")
+configure_file("${debian}/copyright.in" debian/copyright @ONLY)
+set(CPACK_PRE_BUILD_SCRIPTS "${debian}/documents.cmake")
+set(CPACK_SLC_DEBIAN_CHANGELOG "${debian}/changelog")
+set(CPACK_SLC_DEBIAN_COPYRIGHT "${CMAKE_CURRENT_BINARY_DIR}/debian/copyright")
+
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_ALL shaderqx dev)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_SHADERQX_PACKAGE_NAME shaderqx)
+set(CPACK_DEBIAN_SHADERQX_PACKAGE_SECTION graphics)
+set(CPACK_DEBIAN_SHADERQX_PACKAGE_SHLIBDEPS ON)
+# The preprocess command needs a C compiler, shared objects a C++ compiler, sqxmake ninja.
+set(CPACK_DEBIAN_SHADERQX_PACKAGE_DEPENDS "gcc | c-compiler")
+set(CPACK_DEBIAN_SHADERQX_PACKAGE_RECOMMENDS "g++ | c++-compiler, ninja-build")
+# The first line of both is the description of the project.
+set(CPACK_DEBIAN_SHADERQX_DESCRIPTION
+    "shaderqx checks, optimizes and compiles surfaces, lights, displacements,
+volumes and imagers, and writes byte-code or, with a C++ compiler, shared
+objects.
+
+Beside the compiler there are programs that shade pictures of shaders, show
+them in a browser while they are written, list compiled shaders, and compile
+whole folders.")
+set(CPACK_DEBIAN_DEV_PACKAGE_NAME shaderqx-dev)
+set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "shaderqx (= ${PROJECT_VERSION})")
+set(CPACK_DEBIAN_DEV_DESCRIPTION
+    "This package has headers and static libraries for programs that run shaders,
+in byte-code or in shared objects, and files by which CMake and pkg-config
+find them.
+
+The CMake package also has a function that compiles shaders as part of a
+build.")
+include(CPack)
