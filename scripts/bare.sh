@@ -87,4 +87,15 @@ for connection in network alone; do
     inside "$connection" scripts/quickstart.sh
     inside "$connection" scripts/test.sh
 done
-echo "Both commands pass on a bare Debian, with and without network"
+# The packages are for a system that has nothing to build with.
+inside network sh -c 'cd build/release && cpack -G DEB -B ../packages'
+packages=$(mktemp -d)
+cp "$root"/root/clone/build/packages/*.deb "$root/root/clone/tests/package/debian.sh" "$packages"
+rm -rf --one-file-system "$root"
+cp -a "$folder/base" "$root"
+copy_network_settings "$root"
+mkdir -p "$root/root/clone"
+cp "$packages"/* "$root/root/clone"
+inside network sh -c 'apt-get update -qq && ./debian.sh .'
+rm -rf "$packages"
+echo "Both commands pass on a bare Debian, with and without network, and so do the packages"

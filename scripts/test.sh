@@ -11,6 +11,8 @@ sanitizers=${SLC_TEST_SANITIZERS:-0}
 browser=${SLC_TEST_BROWSER:-0}
 # And examples/renderer, which needs Embree: SLC_TEST_RENDERER=1. Where that is here, it is built anyway.
 renderer=${SLC_TEST_RENDERER:-0}
+# And a build for another architecture, which is run in an emulator: SLC_TEST_ARM=1.
+arm=${SLC_TEST_ARM:-0}
 passed=0
 failed=0
 
@@ -38,6 +40,13 @@ scripts/quickstart.sh
 install_missing "$test_needs"
 build_preset release
 run_tests release
+if [ "$arm" = 1 ]; then
+    if scripts/cross.sh aarch64; then
+        passed=$((passed + 1))
+    else
+        failed=$((failed + 1))
+    fi
+fi
 if [ "$sanitizers" = 1 ]; then
     build_preset asan
     run_tests asan

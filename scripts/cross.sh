@@ -1,0 +1,95 @@
+#!/usr/bin/env bash
+# Builds for another architecture and runs the result in an emulator: compiled shaders must be byte
+# for byte those of this machine, and the values that they compute the same, bit for bit.
+# usage: cross.sh aarch64    after a build of the release preset
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/prepare.sh
+
+architecture=${1:-}
+[ "$architecture" = aarch64 ] || {
+    echo "usage: $0 aarch64" >&2
+    exit 2
+}
+triple=$architecture-linux-gnu
+native=build/release
+build=build/$architecture
+work=$PWD/$build/cross
+
+install_missing "
+    command  $triple-g++                                 g++-$triple
+    command  qemu-$architecture                          qemu-user
+    file     /usr/src/googletest/CMakeLists.txt          googletest
+"
+[ -x "$native/bin/shaderqx" ] || build_preset release
+
+emulator="qemu-$architecture;-L;/usr/$triple"
+configure() {
+    cmake -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_SYSTEM_NAME=Linux \
+        -DCMAKE_SYSTEM_PROCESSOR="$architecture" -DCMAKE_C_COMPILER="$triple-gcc" \
+        -DCMAKE_CXX_COMPILER="$triple-g++" -DCMAKE_CROSSCOMPILING_EMULATOR="$emulator" \
+        -DCMAKE_FIND_ROOT_PATH="/usr/$triple;$work/needs" -DCMAKE_FIND_ROOT_PATH_MODE_PROGRAM=NEVER \
+        -DCMAKE_FIND_ROOT_PATH_MODE_LIBRARY=ONLY -DCMAKE_FIND_ROOT_PATH_MODE_INCLUDE=ONLY \
+        -DCMAKE_FIND_ROOT_PATH_MODE_PACKAGE=ONLY "$@"
+}
+if command -v ccache >/dev/null; then
+    export CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache
+fi
+
+# The tests' library comes as sources only.
+if [ ! -d "$work/needs" ]; then
+    configure -S /usr/src/googletest -B "$work/googletest" -DCMAKE_INSTALL_PREFIX="$work/needs"
+    cmake --build "$work/googletest" --parallel "$(nproc)" --target install
+fi
+tested='backends machine runtime host'
+configure -S . -B "$build"
+# shellcheck disable=SC2086  # several targets
+cmake --build "$build" --parallel "$(nproc)" --target shaderqx sqxdump sqxmake \
+    test_backends test_product_machine test_runtime test_host test_run
+
+# Both compilers write the same files.
+export SLC_CPP_COMMAND='cc -E -w -undef -nostdinc -x c $cpp_options "$input_file" >"$cpp_result"'
+export SLC_CC_COMMAND=false
+emulated=(${emulator//;/ })
+rm -rf "$work/files"
+for side in native other; do
+    program=("$PWD/$native/bin/shaderqx")
+    [ "$side" = native ] || program=("${emulated[@]}" "$PWD/$build/bin/shaderqx")
+    for level in 0 1 2 3; do
+        for kind in --int '--dso -c'; do
+            folder=$work/files/$side/$level${kind%% *}
+            mkdir -p "$folder"
+            cp -r examples/*.sl examples/include examples/rows "$folder"
+            for source in "$folder"/*.sl "$folder"/rows/*.sl; do
+                # shellcheck disable=SC2086  # the words of the kind are options
+                (cd "$folder" && "${program[@]}" -w0 -O$level $kind "${source#"$folder/"}")
+            done
+        done
+    done
+done
+diff -r "$work/files/native" "$work/files/other"
+echo "Both compilers write the same $(find "$work/files/native" -name '*.sqx' | wc -l) files of byte-code"
+
+# The machines compute the same values.
+for side in native other; do
+    compiler=c++
+    tree=$native
+    run=()
+    [ "$side" = native ] || { compiler=$triple-g++ tree=$build run=("${emulated[@]}"); }
+    "$compiler" -std=c++20 -O1 -ffp-contract=off tests/cross/values.cpp -o "$work/values.$side" \
+        -Iruntime -Iruntime/shading "$tree/runtime/host/libshaderqx_host.a" \
+        "$tree/runtime/machine/libshaderqx_machine.a" "$tree/runtime/sqx/libshaderqx_sqx.a" -ldl
+    "${run[@]}" "$work/values.$side" "$work"/files/native/2--int/*.sqx >"$work/values.$side.txt"
+done
+diff "$work/values.native.txt" "$work/values.other.txt" >"$work/values.diff" || {
+    echo "Other values: see $work/values.diff"
+    exit 1
+}
+echo "Both machines compute the same $(grep -oE ' [0-9a-f]{8}\b' "$work/values.native.txt" | wc -l) values"
+
+# The tests, with the other compiler as that of shared objects.
+mkdir -p "$work/path"
+ln -sf "$(command -v "$triple-g++")" "$work/path/c++"
+unset SLC_CPP_COMMAND SLC_CC_COMMAND
+PATH=$work/path:$PATH ctest --test-dir "$build" --output-on-failure --parallel "$(nproc)" \
+    --timeout 900 -R "^(${tested// /|}|product_machine|run)\." 
