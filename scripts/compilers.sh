@@ -41,7 +41,7 @@ values "$PWD/build/release" c++ >"$scratch/expected"
 while read -r name compiler flags; do
     [ -n "$name" ] || continue
     [ $# = 0 ] || [[ " $* " == *" $name "* ]] || continue
-    if ! echo 'int main() {}' | $compiler $flags -std=c++20 -x c++ - -o "$scratch/empty" 2>/dev/null; then
+    if ! printf '#include <cerrno>\nint main() {}\n' | $compiler $flags -std=c++20 -x c++ - -o "$scratch/empty" 2>/dev/null; then
         echo "$name: not here"
         continue
     fi
