@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstring>
+
 #include "QxMath.h"
 
 // Lattice noises of one to four dimensions, from 0 to 1. A triple takes three independent values.
@@ -9,16 +11,26 @@ namespace qxnoise {
 
 /// A well mixed number for a lattice point: 32-bit finalizing steps of Austin Appleby's
 /// MurmurHash3 (2011), coordinate by coordinate.
+inline unsigned int HashOfSeed(unsigned int seed)
+{
+    return seed * 0x9e3779b9u + 0x85ebca6bu;
+}
+
+/// With one coordinate more.
+inline unsigned int HashOn(unsigned int hash, int coordinate)
+{
+    hash ^= static_cast<unsigned int>(coordinate);
+    hash = (hash ^ (hash >> 16)) * 0x85ebca6bu;
+    hash = (hash ^ (hash >> 13)) * 0xc2b2ae35u;
+    return hash ^ (hash >> 16);
+}
+
 template <int n>
 inline unsigned int Hash(const int (&point)[n], unsigned int seed)
 {
-    unsigned int hash = seed * 0x9e3779b9u + 0x85ebca6bu;
-    for (int i = 0; i < n; ++i) {
-        hash ^= static_cast<unsigned int>(point[i]);
-        hash = (hash ^ (hash >> 16)) * 0x85ebca6bu;
-        hash = (hash ^ (hash >> 13)) * 0xc2b2ae35u;
-        hash ^= hash >> 16;
-    }
+    unsigned int hash = HashOfSeed(seed);
+    for (int i = 0; i < n; ++i)
+        hash = HashOn(hash, point[i]);
     return hash;
 }
 
@@ -46,6 +58,16 @@ inline float Fade(float t)
     return t * t * t * (t * (t * 6 - 15) + 10);
 }
 
+/// x, negated unless the lowest bit is set: without a branch, since the bit is random.
+inline float WithSign(float x, unsigned int bit)
+{
+    unsigned int bits;
+    std::memcpy(&bits, &x, sizeof bits);
+    bits ^= (~bit & 1u) << 31;
+    std::memcpy(&x, &bits, sizeof bits);
+    return x;
+}
+
 /// The offset's product with a gradient that the hash picks: all coordinates but one count, with
 /// either sign. In the middle of a cell two such coordinates come to 1, as does the one coordinate
 /// of one dimension with slopes between -2 and 2.
@@ -57,35 +79,70 @@ inline float Slope(unsigned int hash, const float (&offset)[n])
     const int left = n == 2 ? -1 : static_cast<int>((hash >> 8) % n);
     float sum = 0;
     for (int i = 0; i < n; ++i)
-        if (i != left)
-            sum += (hash >> i) & 1u ? offset[i] : -offset[i];
+        sum += i == left ? 0.0f : WithSign(offset[i], hash >> i);
     return sum;
 }
+
+/// The corners of a cell, of which corner 2^i is the next one along dimension i. Hashes and weights grow
+/// dimension by dimension, so that what corners have in common is computed once: 14 steps of the hash
+/// instead of 24 in three dimensions.
+template <int n>
+struct Corners {
+    unsigned int hashes[1 << n];
+    float weights[1 << n];
+};
+
+/// Adds dimension i, whose cells are `here` and `next`. Loops of constant lengths are unrolled, so that those
+/// over points become ones of vectors.
+template <int i, int n>
+inline void Grow(Corners<n>& corners, int here, int next, float fade)
+{
+    for (int k = 0; k < (1 << i); ++k) {
+        corners.hashes[k + (1 << i)] = HashOn(corners.hashes[k], next);
+        corners.weights[k + (1 << i)] = corners.weights[k] * fade;
+    }
+    for (int k = 0; k < (1 << i); ++k) {
+        corners.hashes[k] = HashOn(corners.hashes[k], here);
+        corners.weights[k] = corners.weights[k] * (1 - fade);
+    }
+}
+
+/// Adds the dimensions from i on.
+template <int i, int n>
+struct Dimensions {
+    static void Add(Corners<n>& corners, float (&offset)[n], const float (&x)[n],
+                    const int* periods)
+    {
+        const int cell = CellOf(x[i]);
+        const float rest = x[i] - static_cast<float>(cell);
+        offset[i] = rest >= 0 && rest < 1 ? rest : 0;
+        Grow<i>(corners, periods ? Wrap(cell, periods[i]) : cell,
+                periods ? Wrap(cell + 1, periods[i]) : cell + 1, Fade(offset[i]));
+        Dimensions<i + 1, n>::Add(corners, offset, x, periods);
+    }
+};
+
+template <int n>
+struct Dimensions<n, n> {
+    static void Add(Corners<n>&, float (&)[n], const float (&)[n], const int*) {}
+};
 
 /// Gradient noise (Ken Perlin, "Improving Noise", 2002) around 0, within -1..1. `periods` may be
 /// null.
 template <int n>
 inline float Gradient(const float (&x)[n], const int* periods, unsigned int seed)
 {
-    int cell[n];
     float offset[n];
-    for (int i = 0; i < n; ++i) {
-        cell[i] = CellOf(x[i]);
-        const float rest = x[i] - static_cast<float>(cell[i]);
-        offset[i] = rest >= 0 && rest < 1 ? rest : 0;
-    }
+    Corners<n> corners;
+    corners.hashes[0] = HashOfSeed(seed);
+    corners.weights[0] = 1;
+    Dimensions<0, n>::Add(corners, offset, x, periods);
     float sum = 0;
     for (int corner = 0; corner < (1 << n); ++corner) {
-        int point[n];
         float toPoint[n];
-        float weight = 1;
-        for (int i = 0; i < n; ++i) {
-            const int bit = (corner >> i) & 1;
-            point[i] = periods ? Wrap(cell[i] + bit, periods[i]) : cell[i] + bit;
-            toPoint[i] = offset[i] - static_cast<float>(bit);
-            weight *= bit ? Fade(offset[i]) : 1 - Fade(offset[i]);
-        }
-        sum += weight * Slope(Hash(point, seed), toPoint);
+        for (int i = 0; i < n; ++i)
+            toPoint[i] = offset[i] - static_cast<float>((corner >> i) & 1);
+        sum += corners.weights[corner] * Slope(corners.hashes[corner], toPoint);
     }
     return QxClamp(sum, -1.0f, 1.0f);
 }
