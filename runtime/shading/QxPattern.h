@@ -199,8 +199,8 @@ private:
 
     char* m_expression = nullptr;  // null: none yet
     Kept* m_kept = nullptr;
-    char m_unused[56] = {};
-    bool m_unusedFlag = false;  // read by hosts with earlier headers
+    [[maybe_unused]] char m_unused[56] = {};
+    [[maybe_unused]] bool m_unusedFlag = false;  // read by hosts with earlier headers
     bool m_isKept = false;
 };
 static_assert(sizeof(QxPattern) == 80, "hosts and objects agree on it");

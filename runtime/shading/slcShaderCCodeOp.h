@@ -20,6 +20,7 @@
 #pragma GCC diagnostic ignored "-Wunused-parameter"
 #ifdef __clang__
 #pragma GCC diagnostic ignored "-Wextern-c-compat"  // a shader without locals of a kind
+#pragma GCC diagnostic ignored "-Wkeyword-macro"    // `int(index)`, see below
 #endif
 
 // Only entry points leave the shared object. What inline functions keep in static variables is
