@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
+#include <new>
 
 // The frame of a generated file declares the same names for every shader, needed or not.
 #pragma GCC diagnostic ignored "-Wunused-variable"
