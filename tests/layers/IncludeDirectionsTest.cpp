@@ -21,8 +21,9 @@ struct Tree {
 
 // The compiler reads the tables of the byte-code file, which stand in a folder below its own.
 const Tree k_compiler = {SLC_SOURCE_FOLDER "/src",
-                         {"sqx", "support", "frontend", "support/reports", "symbols", "semantics",
-                          "icode", "lowering", "optimizer", "backends", "driver"}};
+                         {"sqx", "support", "preprocessor", "frontend", "support/reports",
+                          "symbols", "semantics", "icode", "lowering", "optimizer", "backends",
+                          "driver"}};
 const Tree k_runtime = {
     SLC_SOURCE_FOLDER "/runtime",
     {"shading", "sqx", "kernels", "machine/verify", "machine/translate", "machine/run", "host"}};

@@ -28,7 +28,7 @@ for page in "$build"/manual/*.1; do
         }
     done
 done
-for name in shaderqx sqxdump sqxmake sqxshade; do
+for name in shaderqx sqxcpp sqxdump sqxmake sqxshade; do
     [ ! -x "$build/bin/$name" ] || [ -e "$build/manual/$name.1" ] || {
         echo "$name has no manual page"
         failures=1

@@ -16,6 +16,7 @@
 #include "compile/SqxFoldReports.h"
 #include "compile/SqxLineMarker.h"
 #include "driver/SlcDefaultCommands.h"
+#include "make/SqxMakeWord.h"
 #include "process/SqxProcess.h"
 
 namespace {
@@ -28,19 +29,6 @@ constexpr const char* k_messages = "messages";
 constexpr const char* k_libraries = "libraries";
 
 }  // namespace
-
-std::string SqxMakeWord(const std::string& path)
-{
-    std::string escaped;
-    for (const char c : path) {
-        if (c == ' ' || c == '#')
-            escaped += '\\';
-        if (c == '$')
-            escaped += '$';
-        escaped += c;
-    }
-    return escaped;
-}
 
 SqxSourceCompile::SqxSourceCompile(fs::path source, std::vector<std::string> options, fs::path work)
     : m_source(std::move(source)),

@@ -69,6 +69,3 @@ private:
     std::string m_target;
     std::function<bool()> m_isOver;
 };
-
-/// A path as makefiles take it: blanks, and what has a meaning there, escaped.
-[[nodiscard]] std::string SqxMakeWord(const std::string& path);

@@ -6,6 +6,7 @@
 #include "manual/ShaderqxProgram.h"
 #include "manual/SqxManualPage.h"
 #include "manual/SqxShellCompletion.h"
+#include "sqxcpp/SqxCppOptions.h"
 #include "sqxdump/SqxDumpOptions.h"
 #include "sqxmake/SqxMakeOptions.h"
 #ifdef SLC_HAS_SQXSHADE
@@ -35,7 +36,7 @@ int main(int argc, char** argv)
         return 2;
     }
     const SqxProgram* const programs[] = {
-        &ShaderqxProgram(), &SqxDumpProgram(), &SqxMakeProgram(),
+        &ShaderqxProgram(), &SqxCppProgram(), &SqxDumpProgram(), &SqxMakeProgram(),
 #ifdef SLC_HAS_SQXSHADE
         &SqxShadeProgram(),
 #endif

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "preprocessor/SlcSourceText.h"
+
+/// Finds and reads the files of a source. Each is read once.
+class SlcIncludedFiles {
+public:
+    /// The contents of a file that is not on the disk as it shall be read, such as one that an
+    /// editor holds; nothing for another path.
+    using Provider = std::function<std::optional<std::string>(const std::string& path)>;
+
+    enum class Outcome { Found, Missing, Unreadable };
+    struct Found {
+        Outcome outcome = Outcome::Missing;
+        const SlcSourceText* text = nullptr;
+    };
+
+    /// `folders` are searched in their order. The provider may be empty.
+    SlcIncludedFiles(std::vector<std::string> folders, Provider provider)
+        : m_folders(std::move(folders)),
+          m_provider(std::move(provider))
+    {
+    }
+
+    /// The file `name` for an `#include` in a file of the folder `beside`, which is searched first
+    /// if the name stands in quotes.
+    [[nodiscard]] Found Find(const std::string& name, bool isQuoted, std::string_view beside);
+    /// The file with that path.
+    [[nodiscard]] Found Open(const std::string& path);
+    /// A text with that path, whatever the disk holds.
+    const SlcSourceText& Add(const std::string& path, std::string contents);
+
+    /// True once for each file.
+    [[nodiscard]] bool IsFirstUse(const SlcSourceText& text) { return m_used.insert(&text).second; }
+    /// `#pragma once` in that file.
+    void IncludeOnce(const SlcSourceText& text) { m_once.insert(IdentityOf(text.Name())); }
+    [[nodiscard]] bool IsFinished(const SlcSourceText& text) const
+    {
+        return !m_once.empty() && m_once.contains(IdentityOf(text.Name()));
+    }
+
+    /// The paths of all files that were read, in the order of their first use.
+    [[nodiscard]] const std::vector<std::string>& Read() const { return m_read; }
+    /// Where a file was looked for in vain: one that comes there later would be taken instead.
+    [[nodiscard]] const std::set<std::string>& Missing() const { return m_missing; }
+
+private:
+    [[nodiscard]] static std::string IdentityOf(const std::string& path);
+
+    std::vector<std::string> m_folders;
+    Provider m_provider;
+    std::map<std::string, std::unique_ptr<SlcSourceText>, std::less<>> m_texts;
+    std::vector<std::string> m_read;
+    std::set<std::string> m_missing;
+    std::set<std::string> m_once;
+    std::set<const SlcSourceText*> m_used;
+};
+
+/// The folder of a path with its last "/"; empty for the working directory.
+[[nodiscard]] std::string_view SlcFolderOf(std::string_view path);

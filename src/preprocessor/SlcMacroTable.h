@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "preprocessor/SlcPreprocessorRun.h"
+#include "preprocessor/SlcSourceToken.h"
+
+/// A macro whose value depends on where it is used.
+enum class SlcBuiltInMacro : std::uint8_t {
+    None,
+    Line,          // __LINE__
+    File,          // __FILE__
+    BaseFile,      // __BASE_FILE__
+    IncludeLevel,  // __INCLUDE_LEVEL__
+    Counter,       // __COUNTER__
+    Date,          // __DATE__
+    Time,          // __TIME__
+};
+
+/// What a macro's name stands for.
+struct SlcMacro {
+    static constexpr int k_noParameter = -1;
+
+    struct BodyToken {
+        SlcSourceToken token;
+        int parameter = k_noParameter;  // that the token names
+        bool isQuoted = false;          // "#" stands in front of the parameter
+        bool joinsNext = false;         // "##" follows
+    };
+
+    std::vector<std::string_view> parameters;
+    std::vector<BodyToken> body;
+    bool isFunction = false;
+    bool isVariadic = false;  // the last parameter takes all further arguments
+    SlcBuiltInMacro builtIn = SlcBuiltInMacro::None;
+};
+
+/// The macros that are defined at a place of the source.
+class SlcMacroTable {
+public:
+    using Tokens = std::vector<SlcSourceToken>;
+
+    struct Entry {
+        std::uint32_t number = 0;               // among the names, for hide sets
+        std::shared_ptr<const SlcMacro> macro;  // null if the name is not defined
+    };
+
+    /// Holds the built-in macros.
+    explicit SlcMacroTable(SlcPreprocessorRun& run);
+
+    /// Null for what is not defined. Stays valid as long as the table.
+    [[nodiscard]] const Entry* Find(std::string_view name) const;
+    /// The rest of a `#define` line. `directive` is the place for reports on the whole line.
+    void Define(const SlcSourceToken& directive, const Tokens& line);
+    void Undefine(std::string_view name);
+
+private:
+    class DefinitionReader;
+
+    void Set(std::string_view name, SlcMacro macro);
+
+    SlcPreprocessorRun& m_run;
+    std::unordered_map<std::string_view, Entry> m_entries;  // never erased
+};

@@ -1,0 +1,57 @@
+//     In file included from b.h:1,
+//                      from a.sl:3:
+//     c.h:4:10: ERROR: Cannot find the included file 'nowhere.h':
+//
+//               #include "nowhere.h"
+//                        ^
+//
+// Tested by tests/preprocessor.
+
+#include "preprocessor/SlcPreprocessorReport.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
+std::string SlcReportText(const SlcPreprocessorReport& report)
+{
+    const std::string place =
+        report.file + ":" + std::to_string(report.line) + ":" + std::to_string(report.column) + ":";
+    std::string text = place + (report.isError ? " ERROR: " : " WARNING: ") + report.text + ":\n\n";
+    const std::string indent(place.size(), ' ');
+    text += indent + report.sourceLine + "\n" + indent;
+    // The line's own tabs, so that the caret is right whatever their width.
+    const auto before = static_cast<std::size_t>(std::max(report.column - 1, 0));
+    for (const char c : report.sourceLine.substr(0, before))
+        text += c == '\t' ? '\t' : ' ';
+    return text + "^\n";
+}
+
+std::string SlcIncludersText(const SlcPreprocessorReport& report)
+{
+    const auto& all = report.includers;
+    std::string text;
+    for (auto includer = all.begin(); includer != all.end(); ++includer) {
+        if (std::find(all.begin(), includer, *includer) != includer)
+            continue;
+        text += text.empty() ? "In file included from " : ",\n                 from ";
+        text += includer->file + ":" + std::to_string(includer->line);
+    }
+    return text.empty() ? text : text + ":\n";
+}
+
+void SlcReportPrinter::Print(const SlcPreprocessorReport& report)
+{
+    if (!report.isError && report.level > m_warningLevel)
+        return;
+    if (++m_count > k_mostReports) {
+        if (m_count == k_mostReports + 1)
+            m_stream << "More faults in the source are counted, not shown\n";
+        return;
+    }
+    std::string includers = SlcIncludersText(report);
+    // One piece, so that the lines of processes that share the stream do not mix.
+    m_stream << (includers == m_includers ? std::string() : includers) + SlcReportText(report)
+             << std::flush;
+    m_includers = std::move(includers);
+}

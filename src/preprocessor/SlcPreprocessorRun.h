@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "preprocessor/SlcPreprocessorReport.h"
+#include "preprocessor/SlcSourceToken.h"
+
+/// A fault after which the preprocessor does not go on. Thrown by value, after the report, and
+/// caught by `SlcPreprocessor`.
+class SlcPreprocessorStop {};
+
+/// What the parts of the preprocessor share during one run: the reports, the texts that are made,
+/// and the limit on the work.
+class SlcPreprocessorRun {
+public:
+    /// Completes a report with the place of `token` and gives it to the user.
+    using Reporter = std::function<void(const SlcSourceToken& token, SlcPreprocessorReport report)>;
+
+    explicit SlcPreprocessorRun(Reporter reporter) : m_reporter(std::move(reporter)) {}
+
+    void Error(const SlcSourceToken& token, std::string text);
+    /// Shown from the warning level `level` on.
+    void Warning(const SlcSourceToken& token, int level, std::string text);
+    /// Reports an error and throws `SlcPreprocessorStop`.
+    [[noreturn]] void Stop(const SlcSourceToken& token, std::string text);
+    /// False once an error has been reported.
+    [[nodiscard]] bool IsGood() const { return m_isGood; }
+
+    /// Keeps a text to the end of the run, with a line break and a zero byte after it, so that a
+    /// lexer can read it.
+    [[nodiscard]] std::string_view Keep(std::string text);
+
+    /// So much source allows so much work: macros and includes can make endless text of a few
+    /// lines, and the whole run must be linear in what is read.
+    void AllowFor(std::size_t characters) { m_allowed += k_workPerCharacter * characters; }
+    /// Stops with the report `text` if all that is allowed has been spent.
+    void Spend(std::size_t work, const SlcSourceToken& token, std::string_view text);
+
+private:
+    static constexpr std::size_t k_workOfAnySource = std::size_t{1} << 24;
+    static constexpr std::size_t k_workPerCharacter = 64;
+
+    Reporter m_reporter;
+    std::deque<std::string> m_texts;
+    std::size_t m_allowed = k_workOfAnySource;
+    bool m_isGood = true;
+};

@@ -1,0 +1,16 @@
+#!/usr/bin/env bash
+# Fills a folder with sources for the preprocessor: its own cases, the headers of the examples and
+# some shaders.
+# usage: preprocess_corpus.sh FOLDER
+set -euo pipefail
+top=$(cd "$(dirname "$0")/../.." && pwd)
+mkdir -p "$1"
+folder=$(cd "$1" && pwd)
+cd "$top"
+rm -f "$folder"/*
+find tests/preprocessor/cases examples tests/golden \( -name '*.sl' -o -name '*.h' \) -size -8k \
+    | sort | while read -r source; do
+    cp "$source" "$folder/${source//\//_}"
+done
+# One case a file, so that what mutates is small.
+grep -v '^ *//' tests/preprocessor/cases/macros.sl | split -l 6 - "$folder/macros_"

@@ -1,0 +1,5 @@
+dos
+line \
+ continued
+#define A 1
+A

@@ -1,0 +1,2 @@
+no newline #if
+x

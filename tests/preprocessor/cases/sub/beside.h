@@ -1,0 +1,2 @@
+#include "deep.h"
+b __INCLUDE_LEVEL__

@@ -1,0 +1,92 @@
+// Preprocesses a source, as the compiler does it by itself, for whoever wants to see the result.
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <memory>
+#include <string>
+
+#include "make/SqxMakeWord.h"
+#include "preprocessor/SlcPreprocessor.h"
+#include "sqxcpp/SqxCppOptions.h"
+#include "support/QxVersion.h"
+
+namespace {
+
+using Rule = SqxCppOptions::Rule;
+
+/// False after a report.
+bool Write(const std::string& path, const std::string& text)
+{
+    if (path.empty()) {
+        std::cout << text << std::flush;
+        if (!std::cout)
+            std::cerr << "sqxcpp: Cannot write standard output\n";
+        return static_cast<bool>(std::cout);
+    }
+    std::ofstream file(path, std::ios::binary);
+    file << text;
+    file.close();
+    if (!file)
+        std::cerr << "sqxcpp: Cannot write '" << path << "'\n";
+    return !file.fail();
+}
+
+std::string RuleText(const SqxCppOptions& options, const SlcPreprocessed& result)
+{
+    std::vector<std::string> targets = options.targets;
+    if (targets.empty())
+        targets = {SqxMakeWord(std::filesystem::path(options.source).stem().string() + ".sqx")};
+    return SqxMakeRule(targets, result.files);
+}
+
+SlcPreprocessed Preprocess(const SqxCppOptions& options)
+{
+    SlcReportPrinter printer(std::cerr, options.warningLevel);
+    SlcPreprocessorOptions wanted = options.preprocessor;
+    wanted.report = [&](const SlcPreprocessorReport& report) { printer.Print(report); };
+    if (options.source != "-")
+        return SlcPreprocess(options.source, wanted);
+    return SlcPreprocessText("<stdin>", {std::istreambuf_iterator<char>(std::cin), {}}, wanted);
+}
+
+/// Of a source at fault the text is written as far as it came, but no rule, which builds would take
+/// for a whole one.
+bool Run(const SqxCppOptions& options)
+{
+    const SlcPreprocessed result = Preprocess(options);
+    if (options.rule == Rule::Alone) {
+        const std::string& file = options.ruleFile.empty() ? options.output : options.ruleFile;
+        return result.succeeded && Write(file, RuleText(options, result));
+    }
+    const bool isWritten = Write(options.output, result.text);
+    if (!isWritten || !result.succeeded || options.rule == Rule::None)
+        return isWritten && result.succeeded;
+    const std::string besides = std::filesystem::path(options.source).stem().string() + ".d";
+    return Write(options.ruleFile.empty() ? besides : options.ruleFile, RuleText(options, result));
+}
+
+void PrintVersion()
+{
+    const std::unique_ptr<char, decltype(&std::free)> version(QxGetVersionString(), &std::free);
+    std::cout << "sqxcpp version " << version.get() << ".\n";
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    try {
+        const SqxCppOptions options = SqxReadCppOptions({argv + 1, argv + argc});
+        if (options.help)
+            std::cout << SqxHelpText(SqxCppProgram());
+        if (options.version)
+            PrintVersion();
+        return options.help || options.version || Run(options) ? 0 : 1;
+    } catch (const SqxUsageError& error) {
+        std::cerr << "sqxcpp: " << error.what() << "; '--help' tells of all options\n";
+        return 2;
+    }
+}
