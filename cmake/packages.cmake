@@ -22,8 +22,7 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_SHADERQX_PACKAGE_NAME shaderqx)
 set(CPACK_DEBIAN_SHADERQX_PACKAGE_SECTION graphics)
 set(CPACK_DEBIAN_SHADERQX_PACKAGE_SHLIBDEPS ON)
-# The preprocess command needs a C compiler, shared objects a C++ compiler, sqxmake ninja.
-set(CPACK_DEBIAN_SHADERQX_PACKAGE_DEPENDS "gcc | c-compiler")
+# Shared objects need a C++ compiler, sqxmake ninja.
 set(CPACK_DEBIAN_SHADERQX_PACKAGE_RECOMMENDS "g++ | c++-compiler, ninja-build")
 # The first line of both is the description of the project.
 set(CPACK_DEBIAN_SHADERQX_DESCRIPTION

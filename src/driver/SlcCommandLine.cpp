@@ -111,7 +111,8 @@ void ReadEnvironment(SlcCommandLine& line)
 {
     const char* preprocessCommand = std::getenv("SLC_CPP_COMMAND");
     const char* ccCommand = std::getenv("SLC_CC_COMMAND");
-    line.m_preprocessCommand = preprocessCommand ? preprocessCommand : DefaultPreprocessCommand();
+    if (preprocessCommand)
+        line.m_preprocessCommand = preprocessCommand;
     line.m_ccCommand = ccCommand ? ccCommand : DefaultCCCommand();
     const char* advice = std::getenv("SLC_ADVICE");
     ShowAdvice(advice && std::string_view(advice) == "1");
@@ -120,7 +121,7 @@ void ReadEnvironment(SlcCommandLine& line)
     if (!preprocessCommand)
         SevereWarning(k_programName, "'SLC_CPP_COMMAND' environment variable dosen't seems to "
                                      "exist. Will use '" +
-                                         line.m_preprocessCommand +
+                                         DefaultPreprocessCommand() +
                                          "' has command for preprocessing.");
     if (!ccCommand)
         SevereWarning(k_programName, "'SLC_CC_COMMAND' environment variable dosen't seems to "

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -14,7 +15,7 @@ struct SlcCommandLine {
     std::string m_preprocessedFile;  // beside the source, with the extension ".i"
     std::string m_outputDirectory = ".";
     std::vector<std::string> m_preprocessorArguments;  // every -I and -D as given
-    std::string m_preprocessCommand;                   // for the shell
+    std::optional<std::string> m_preprocessCommand;    // for the shell; none: the library does it
     std::string m_ccCommand;                           // for the shell
     std::string m_librariesFile;  // for the paths of shadeop libraries; empty: not wanted
     bool m_runCompile = true;

@@ -1,4 +1,4 @@
-// The stages of one compile, from the preprocessed file to the output, and what is left behind when
+// The stages of one compile, from the preprocessed text to the output, and what is left behind when
 // one of them fails: nothing that looks like an output. The file under the source's name goes
 // before the parse, that under the shader's name once the parser has told it.
 //
@@ -28,14 +28,17 @@ namespace {
 using Tree = std::unique_ptr<SlcDefinitionsNode>;
 using File = std::unique_ptr<std::FILE, decltype(&std::fclose)>;
 
-[[nodiscard]] File OpenPreprocessedFile(const SlcCommandLine& line, const SlcRunFiles& files)
+/// Parses what the preprocessor made, in memory or in a file.
+[[nodiscard]] Tree Parse(const SlcCommandLine& line, const SlcRunFiles& files)
 {
-    File file(std::fopen(files.m_preprocessed.Path().c_str(), "r"), &std::fclose);
+    if (!line.m_preprocessCommand)
+        return ParseCode(files.m_preprocessedText, line.m_options.m_strict);
+    const File file(std::fopen(files.m_preprocessed->Path().c_str(), "r"), &std::fclose);
     if (!file) {
         std::cerr << "Cannot open input file: " << line.m_preprocessedFile << "\n";
         throw SlcCompilationSevereError();
     }
-    return file;
+    return ParseCode(file.get(), line.m_options.m_strict);
 }
 
 /// The name of the shader is known once it has been parsed; an earlier output under it would be
@@ -77,8 +80,7 @@ void WriteCCode(SlcInterForm& shader, const SlcCommandLine& line, SlcRunFiles& f
 /// it apart whether or not this throws.
 void RunStages(SlcCommandLine& line, SlcRunFiles& files, Tree& tree)
 {
-    const File file = OpenPreprocessedFile(line, files);
-    tree = ParseCode(file.get(), line.m_options.m_strict);
+    tree = Parse(line, files);
     SlcSemantics(tree.get(), line.m_options);
 
     SlcInterForm shader(line.m_options);
@@ -115,7 +117,7 @@ bool CompileSource(SlcCommandLine& line, SlcRunFiles& files)
         // Reported where it was thrown.
     }
     if (line.m_keepPreprocessedFile)
-        compiled = KeepFile(files.m_preprocessed, line.m_preprocessedFile) && compiled;
+        compiled = KeepFile(*files.m_preprocessed, line.m_preprocessedFile) && compiled;
     SlcDeleteTree()(tree.get());
     return compiled;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "driver/SlcCommandLine.h"
 #include "driver/SlcRunFiles.h"
 
 /// Compiles the preprocessed file, from the parse to the output of one back end, and moves the

@@ -9,6 +9,9 @@
 
 namespace {
 
+// Of the platform that the first shaders were written on.
+constexpr const char* k_macros[] = {"OMBRIUM", "IRIX"};
+
 /// An installed program finds the header by its own place, so that the tree can be moved.
 [[nodiscard]] std::filesystem::path RuntimeDirectory()
 {
@@ -38,18 +41,23 @@ std::string SlcShellWord(const std::string& text)
 
 std::string DefaultPreprocessCommand()
 {
-    // A comment that ends at the end of the next one swallows code without a trace. Of all that the
-    // preprocessor warns of, this alone is a matter of shaders, and `-w` knows no exception: so
-    // the other warnings are filtered out, and the status goes round the filter. Of the files on
-    // the way to a place each is told once, since a cycle of includes is 200 levels deep.
-    return "eval \"set -- $cpp_arguments\"; "
-           "{ { LC_ALL=C cc -E -Wcomment -fno-diagnostics-show-caret -fno-extended-identifiers "
-           "-undef -nostdinc -x c -DOMBRIUM -DIRIX \"$@\" \"$input_file\" 2>&1 > "
-           "\"$cpp_result\"; echo $? >&3; } | "
-           "sed '/: note: /d;/: warning: /{/-Wcomment/!d;};"
-           "/^In file included /h;/^  *from /{G;/^ *\\(from .*\\)\\n.*\\1/d;h;s/\\n.*//;};"
-           "/#include nested depth/s/(.*)/(do files include each other?)/' >&2; } 3>&1 | "
-           "{ read -r status; exit $status; }";
+    std::string command = "sqxcpp";
+    for (const char* macro : k_macros)
+        command += std::string(" -D") + macro;
+    return command + " $cpp_options \"$input_file\" > \"$cpp_result\"";
+}
+
+SlcPreprocessorOptions DefaultPreprocessorOptions(const std::vector<std::string>& arguments)
+{
+    SlcPreprocessorOptions options;
+    for (const char* macro : k_macros)
+        options.macros.push_back({macro});
+    for (const std::string& argument : arguments)
+        if (argument.starts_with("-D"))
+            options.macros.push_back({argument.substr(2)});
+        else
+            options.folders.push_back(argument.substr(2));
+    return options;
 }
 
 std::string DefaultCCCommand()

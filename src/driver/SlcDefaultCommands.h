@@ -1,6 +1,9 @@
 #pragma once
 
 #include <string>
+#include <vector>
+
+#include "preprocessor/SlcPreprocessor.h"
 
 /// Shell commands for when the environment gives none. The words with a dollar sign are variables
 /// of the environment, which the driver sets, or which are the user's own.
@@ -8,8 +11,11 @@
 /// `text` as one word of the shell.
 [[nodiscard]] std::string SlcShellWord(const std::string& text);
 
-/// `-undef` keeps the platform's own macros out, so that a shader may use names such as `linux`.
+/// Runs the program that does what the compiler does by itself where no command is given.
 [[nodiscard]] std::string DefaultPreprocessCommand();
+/// The same for the library: what that command says, with these -I and -D.
+[[nodiscard]] SlcPreprocessorOptions
+DefaultPreprocessorOptions(const std::vector<std::string>& arguments);
 
 /// Finds the run-time's header in the installed tree if the program runs from one, and else in
 /// the source tree that it was built from.

@@ -1,8 +1,10 @@
-// The preprocessor and the C++ compiler, run through the shell:
+// The C++ compiler, and a preprocessor of the user's, run through the shell:
 //
 //     input_file=a.sl cpp_options=" -DX " cpp_result=.unfinished-abcdef/a.i    in the environment
 //     cc -E $cpp_options "$input_file" > "$cpp_result"                         the command, from
 //     there too
+//
+// Without a command for the preprocessor the library does its work.
 //
 // Tested by tests/driver/SlcExternalCommandsTest.cpp.
 
@@ -13,7 +15,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <initializer_list>
+#include <iostream>
 #include <string>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -90,22 +94,66 @@ void AcceptFileInPlace(const SlcUnfinishedFile& file, const std::string& place)
         static_cast<void>(std::rename(place.c_str(), file.Path().c_str()));
 }
 
+[[nodiscard]] bool RunPreprocessCommand(const SlcCommandLine& line, SlcRunFiles& files)
+{
+    const SlcUnfinishedFile& file = files.m_preprocessed.emplace(
+        line.m_preprocessedFile, SlcUnfinishedFile::OnExit::MoveIntoPlace);
+    const bool succeeded = RunCommand(
+        *line.m_preprocessCommand, {{"cpp_options", " " + line.PreprocessorOptions()},
+                                    {"cpp_arguments", AsShellWords(line.m_preprocessorArguments)},
+                                    {"input_file", line.m_inputFile},
+                                    {"cpp_result", file.Path()}});
+    AcceptFileInPlace(file, line.m_preprocessedFile);
+    return succeeded;
+}
+
+/// False if it cannot be written.
+[[nodiscard]] bool WritePreprocessedText(const SlcCommandLine& line, SlcRunFiles& files)
+{
+    const SlcUnfinishedFile& file = files.m_preprocessed.emplace(
+        line.m_preprocessedFile, SlcUnfinishedFile::OnExit::MoveIntoPlace);
+    std::ofstream stream(file.Path(), std::ios::binary);
+    stream << files.m_preprocessedText;
+    stream.close();
+    return !stream.fail();
+}
+
+/// What the default command says, in this process. The text stays in memory unless it is to be
+/// seen.
+[[nodiscard]] bool Preprocess(const SlcCommandLine& line, SlcRunFiles& files)
+{
+    SlcReportPrinter printer(std::cerr, WarningLevel());
+    SlcPreprocessorOptions options = DefaultPreprocessorOptions(line.m_preprocessorArguments);
+    options.report = [&](const SlcPreprocessorReport& report) { printer.Print(report); };
+    SlcPreprocessed result = SlcPreprocess(line.m_inputFile, options);
+    files.m_preprocessedText = std::move(result.text);
+    if (!result.succeeded)
+        KeepPreprocessedText(line, files);
+    else if (line.m_keepPreprocessedFile && !WritePreprocessedText(line, files))
+        SeverError(k_programName, "Cannot write " + line.m_preprocessedFile);
+    else
+        return true;
+    return false;
+}
+
 }  // namespace
 
 bool PreprocessSource(const SlcCommandLine& line, SlcRunFiles& files)
 {
-    const bool succeeded = RunCommand(
-        line.m_preprocessCommand, {{"cpp_options", " " + line.PreprocessorOptions()},
-                                   {"cpp_arguments", AsShellWords(line.m_preprocessorArguments)},
-                                   {"input_file", line.m_inputFile},
-                                   {"cpp_result", files.m_preprocessed.Path()}});
-    AcceptFileInPlace(files.m_preprocessed, line.m_preprocessedFile);
+    const bool succeeded =
+        line.m_preprocessCommand ? RunPreprocessCommand(line, files) : Preprocess(line, files);
     if (succeeded)
-        return line.m_runCompile || KeepFile(files.m_preprocessed, line.m_preprocessedFile);
-    if (Exists(files.m_preprocessed.Path()))
-        static_cast<void>(KeepFile(files.m_preprocessed, line.m_preprocessedFile));
+        return line.m_runCompile || KeepFile(*files.m_preprocessed, line.m_preprocessedFile);
+    if (line.m_preprocessCommand && Exists(files.m_preprocessed->Path()))
+        static_cast<void>(KeepFile(*files.m_preprocessed, line.m_preprocessedFile));
     SeverError(k_programName, "Problem during preprocessing.  Stopping.");
     return false;
+}
+
+void KeepPreprocessedText(const SlcCommandLine& line, SlcRunFiles& files)
+{
+    if (!line.m_preprocessCommand && WritePreprocessedText(line, files))
+        static_cast<void>(files.m_preprocessed->MoveIntoPlace());
 }
 
 bool BuildSharedObject(const SlcCommandLine& line, SlcRunFiles& files)

@@ -11,16 +11,12 @@
 #include "driver/SlcCompileSource.h"
 #include "driver/SlcExternalCommands.h"
 #include "support/QxDebug.h"
+#include "support/SlcDiagnostics.h"
 
-int main_(int argumentCount, char** arguments)
+namespace {
+
+int RunStages(SlcCommandLine& line, SlcRunFiles& files)
 {
-    // A crash without its report is no reason to compile nothing.
-    static_cast<void>(QxDebug::InitErrorSignalsHandling());
-    SlcCommandLine line;
-    const std::span<const char* const> all(arguments, static_cast<std::size_t>(argumentCount));
-    if (!ParseOptions(all.subspan(all.empty() ? 0 : 1), line))
-        return 1;
-    SlcRunFiles files(line);
     if (!PreprocessSource(line, files))
         return 1;
     if (!line.m_runCompile)
@@ -32,4 +28,24 @@ int main_(int argumentCount, char** arguments)
     if (line.m_options.m_generateDSO && !BuildSharedObject(line, files))
         return 1;
     return 0;
+}
+
+}  // namespace
+
+int main_(int argumentCount, char** arguments)
+{
+    // A crash without its report is no reason to compile nothing.
+    static_cast<void>(QxDebug::InitErrorSignalsHandling());
+    SlcCommandLine line;
+    const std::span<const char* const> all(arguments, static_cast<std::size_t>(argumentCount));
+    if (!ParseOptions(all.subspan(all.empty() ? 0 : 1), line))
+        return 1;
+    SlcRunFiles files;
+    try {
+        const SlcEndsByException ends;
+        return RunStages(line, files);
+    } catch (const SlcCompilationEnd& end) {
+        KeepPreprocessedText(line, files);
+        return end.status;
+    }
 }

@@ -12,15 +12,29 @@ std::string g_ccFilename;
 
 int yyparse();
 
-std::unique_ptr<SlcDefinitionsNode> ParseCode(std::FILE* file, bool)
+namespace {
+
+std::unique_ptr<SlcDefinitionsNode> Parse(std::FILE* file, std::string_view text)
 {
     ResetNbErrorsAndWarnings();
     SlcParseActions::Begin();
-    SlcScanner::Begin(file);
+    SlcScanner::Begin(file, text);
     // Every way of failing has counted an error, so that the result adds nothing.
     static_cast<void>(yyparse());
     auto root = SlcParseActions::TakeRoot();
     if (NbErrors() != 0)
         throw SlcCompilationError();
     return root;
+}
+
+}  // namespace
+
+std::unique_ptr<SlcDefinitionsNode> ParseCode(std::FILE* file, bool)
+{
+    return Parse(file, {});
+}
+
+std::unique_ptr<SlcDefinitionsNode> ParseCode(std::string_view text, bool)
+{
+    return Parse(nullptr, text);
 }

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "frontend/SlcDefinitionNodes.h"
 
@@ -12,3 +13,5 @@ extern std::string g_ccFilename;
 /// Parses a preprocessed source. `strict` changes nothing in the language that is accepted.
 /// Throws `SlcCompilationError` if anything was reported as an error; there is no tree then.
 [[nodiscard]] std::unique_ptr<SlcDefinitionsNode> ParseCode(std::FILE* file, bool strict);
+/// The same of a text in memory.
+[[nodiscard]] std::unique_ptr<SlcDefinitionsNode> ParseCode(std::string_view text, bool strict);

@@ -24,11 +24,12 @@
 #include "support/SlcSourcePosition.h"
 
 // Of the generated scanner.
-extern std::FILE* yyin;
 void yyrestart(std::FILE* file);
 
 bool SlcScanner::sm_lineHeld = false;
 bool SlcScanner::sm_mayBeLong = false;
+std::FILE* SlcScanner::sm_file = nullptr;
+std::string_view SlcScanner::sm_text;
 std::size_t SlcScanner::sm_noStringBefore = 0;
 
 namespace {
@@ -76,7 +77,7 @@ void RefuseIfTooLong(std::string_view text)
     if (text.size() <= SlcScanner::k_maxTokenLength)
         return;
     std::cerr << "token too large, exceeds YYLMAX\n";
-    std::exit(2);
+    EndCompilation(2);
 }
 
 }  // namespace
@@ -94,12 +95,13 @@ int SlcKeywordToken(std::string_view word)
     return IDENTIFIER;
 }
 
-void SlcScanner::Begin(std::FILE* file)
+void SlcScanner::Begin(std::FILE* file, std::string_view text)
 {
+    sm_file = file;
+    sm_text = text;
     SlcCurrentPosition() = {};
     sm_noStringBefore = 0;
     ResetLineNumber();
-    yyin = file;
     yyrestart(file);
 }
 
@@ -223,11 +225,14 @@ SlcPosition SlcScanner::Position()
     return {position.line, position.column, position.file};
 }
 
-std::size_t SlcScanner::Read(std::FILE* file, char* buffer, std::size_t size)
+std::size_t SlcScanner::Read(char* buffer, std::size_t size)
 {
-    const std::size_t count = std::fread(buffer, 1, size, file);
-    if (count == 0 && std::ferror(file) != 0)
+    const std::size_t count =
+        sm_file ? std::fread(buffer, 1, size, sm_file) : sm_text.copy(buffer, size);
+    if (sm_file && count == 0 && std::ferror(sm_file) != 0)
         yyerror("Cannot read the preprocessed source");
+    if (!sm_file)
+        sm_text.remove_prefix(count);
     // The generated scanner ends raw input at a zero byte, so that one stands for an invalid
     // character instead, which no token holds either.
     std::replace(buffer, buffer + count, '\0', '\1');

@@ -15,8 +15,9 @@ class SlcScanner {
 public:
     static constexpr std::size_t k_maxTokenLength = 8191;
 
-    /// Starts on a file, without a file name until its first line marker.
-    static void Begin(std::FILE* file);
+    /// Starts on a file, or on a text if that is null, without a file name until the first line
+    /// marker. The text must last as long as tokens are read.
+    static void Begin(std::FILE* file, std::string_view text = {});
     /// Line 1, column 0.
     static void ResetLineNumber();
 
@@ -57,7 +58,7 @@ public:
     /// Where the scanner stands.
     [[nodiscard]] static SlcPosition Position();
     /// The next characters of the source; 0 at its end. A failure to read is reported.
-    [[nodiscard]] static std::size_t Read(std::FILE* file, char* buffer, std::size_t size);
+    [[nodiscard]] static std::size_t Read(char* buffer, std::size_t size);
 
 private:
     static const std::string* FileName(std::string_view name);
@@ -67,6 +68,8 @@ private:
 
     static bool sm_lineHeld;               // the current line came whole from the newline rule
     static bool sm_mayBeLong;              // the next line
+    static std::FILE* sm_file;             // null if the text is read
+    static std::string_view sm_text;       // what is left of it
     static std::size_t sm_noStringBefore;  // no literal that starts before so many has an end
 };
 

@@ -20,5 +20,5 @@ void SlcSemanticError::FatalErrorICode(const SlcPtr<SlcCommentICode>& comment,
     CountError();
     PrintAt(*comment->m_file, comment->m_line, "FATAL ERROR", message);
     std::cerr << "***** Please contact '" << SlcContactAddress() << "' !!!\n";
-    std::exit(1);
+    EndCompilation(1);
 }

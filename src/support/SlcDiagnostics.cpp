@@ -36,6 +36,7 @@ struct Counters {
     int warnings = 0;
     int warningLevel = 1;
     bool alwaysAdvises = false;
+    bool endsByException = false;
     int sourceReports = 0;              // of the scanner and the parser
     std::size_t lastError = k_nowhere;  // where the last of them that is an error stands
 };
@@ -76,6 +77,20 @@ void ReportAtSource(std::string_view kind, std::string_view message)
 }
 
 }  // namespace
+
+SlcEndsByException::SlcEndsByException() : m_before(std::exchange(State().endsByException, true)) {}
+
+SlcEndsByException::~SlcEndsByException()
+{
+    State().endsByException = m_before;
+}
+
+void EndCompilation(int status)
+{
+    if (State().endsByException)
+        throw SlcCompilationEnd{status};
+    std::exit(status);
+}
 
 void ResetNbErrorsAndWarnings()
 {
@@ -189,5 +204,5 @@ void FatalError(std::string_view message)
     report.append(message).append("\n***** Please contact '");
     report.append(SlcContactAddress()).append("' !!!\n");
     std::cerr << report;
-    std::exit(1);
+    EndCompilation(1);
 }

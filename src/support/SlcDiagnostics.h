@@ -9,6 +9,28 @@ class SlcCompilationError {};
 /// A compile never started and the thrower has reported why. Thrown by value.
 class SlcCompilationSevereError {};
 
+/// A fatal report has been made, and the compile cannot go on. Thrown by value; what catches it
+/// ends the program with this status.
+struct SlcCompilationEnd {
+    int status = 1;
+};
+
+/// While it lives, `EndCompilation` throws.
+class SlcEndsByException {
+public:
+    SlcEndsByException();
+    ~SlcEndsByException();
+    SlcEndsByException(const SlcEndsByException&) = delete;
+    SlcEndsByException& operator=(const SlcEndsByException&) = delete;
+
+private:
+    bool m_before;
+};
+
+/// Ends the compile after a fatal report: by `SlcCompilationEnd` if something waits for that, or
+/// else with the process.
+[[noreturn]] void EndCompilation(int status);
+
 /// What the driver reported before the parse is not part of the compile's counts.
 void ResetNbErrorsAndWarnings();
 /// Counts one; the reports below do it by themselves.

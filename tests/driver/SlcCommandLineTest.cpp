@@ -214,10 +214,10 @@ TEST_F(SlcCommandLineTest, TakesCommandsFromTheEnvironment)
     unsetenv("SLC_CPP_COMMAND");
     unsetenv("SLC_CC_COMMAND");
     ASSERT_TRUE(Parse({"a.sl", "-w0"}));
-    EXPECT_EQ(m_line.m_preprocessCommand, DefaultPreprocessCommand());
+    EXPECT_FALSE(m_line.m_preprocessCommand.has_value());
     EXPECT_EQ(m_messages, "shaderqx: WARNING: 'SLC_CPP_COMMAND' environment variable dosen't "
                           "seems to exist. Will use '" +
-                              m_line.m_preprocessCommand +
+                              DefaultPreprocessCommand() +
                               "' has command for preprocessing.\n"
                               "shaderqx: WARNING: 'SLC_CC_COMMAND' environment variable dosen't "
                               "seems to exist. Will use '" +

@@ -13,8 +13,10 @@ protected:
     {
         m_line.m_inputFile = "glow.sl";
         m_line.m_preprocessedFile = "glow.i";
-        SlcRunFiles files(m_line);
-        TemporaryFolder::Write(files.m_preprocessed.Path(), "# 1 \"glow.sl\"\n" + preprocessed);
+        SlcRunFiles files;
+        files.m_preprocessed.emplace("glow.i");
+        files.m_preprocessedText = "# 1 \"glow.sl\"\n" + preprocessed;
+        TemporaryFolder::Write(files.m_preprocessed->Path(), files.m_preprocessedText);
         testing::internal::CaptureStderr();
         const bool compiled = CompileSource(m_line, files);
         m_messages = testing::internal::GetCapturedStderr();
@@ -104,7 +106,9 @@ TEST_F(SlcCompileSourceTest, MissingPreprocessedFileIsNoCompile)
     m_line.m_inputFile = "glow.sl";
     m_line.m_preprocessedFile = "none.i";
     testing::internal::CaptureStderr();
-    SlcRunFiles files(m_line);
+    m_line.m_preprocessCommand = "true";
+    SlcRunFiles files;
+    files.m_preprocessed.emplace("none.i");
     EXPECT_FALSE(CompileSource(m_line, files));
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "Cannot open input file: none.i\n");
 }

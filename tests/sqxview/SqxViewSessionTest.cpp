@@ -64,7 +64,7 @@ TEST_F(SqxViewSessionTest, SeesAMissingHeaderCome)
 {
     m_folder.Write("a.sl", "#include \"late.h\"\nsurface a() { Ci = LATE; Oi = 1; }\n");
     View({"a.sl"});
-    WaitFor("late.h: No such file or directory");
+    WaitFor("Cannot find the included file 'late.h'");
     m_folder.Write("late.h", "#define LATE 0.5\n");
     WaitForWhole();
 }

@@ -57,19 +57,33 @@ std::vector<std::string> SqxSourceCompile::PreprocessorArguments() const
 std::string SqxSourceCompile::PreprocessCommand() const
 {
     const std::string start = "cd " + SqxShellWord(fs::current_path().string()) +
-                              " || exit; input_file=" + SqxShellWord(m_source.string());
-    std::vector<std::string> arguments = PreprocessorArguments();
-    if (!m_ownCommand && !m_dependencies.empty())
-        arguments.insert(arguments.end(), {"-MD", "-MQ", m_target, "-MF", m_dependencies});
+                              " || exit; input_file=" + SqxShellWord(m_source.string()) + "; ";
     std::string options;
     std::string words;
-    for (const std::string& argument : arguments) {
+    for (const std::string& argument : PreprocessorArguments()) {
         options += argument + " ";
         words += SqxShellWord(argument) + " ";
     }
-    return start + "; cpp_options=" + SqxShellWord(options) +
-           "; cpp_arguments=" + SqxShellWord(words) + "; " +
-           (m_ownCommand ? m_ownCommand : DefaultPreprocessCommand());
+    if (m_ownCommand)
+        return start + "cpp_options=" + SqxShellWord(options) +
+               "; cpp_arguments=" + SqxShellWord(words) + "; " + m_ownCommand;
+    return start + "exec " + SqxShellWord(SqxProgramBeside("sqxcpp")) + " " + words +
+           OwnPreprocessorWords() + "-- \"$input_file\" > \"$cpp_result\"";
+}
+
+/// What the default command says, and what builds want to know.
+std::string SqxSourceCompile::OwnPreprocessorWords() const
+{
+    std::string words;
+    for (const auto& macro : DefaultPreprocessorOptions({}).macros)
+        words += "-D" + macro.text + " ";
+    for (const std::string& option : m_options)
+        if (option.starts_with("-w"))
+            words += option + " ";
+    if (!m_dependencies.empty())
+        words += "-MD -MQ " + SqxShellWord(m_target) + " -MF " +
+                 SqxShellWord(m_dependencies.string()) + " ";
+    return words;
 }
 
 int SqxSourceCompile::Run()

@@ -54,6 +54,7 @@ public:
 
 private:
     [[nodiscard]] std::string PreprocessCommand() const;
+    [[nodiscard]] std::string OwnPreprocessorWords() const;
     [[nodiscard]] std::vector<std::string> PreprocessorArguments() const;
     void CompleteDependencies() const;
     [[nodiscard]] std::set<std::string> Libraries() const;

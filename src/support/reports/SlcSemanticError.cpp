@@ -121,7 +121,7 @@ void SlcSemanticError::FatalError(const SlcSyntaxNode* node, std::string_view me
     PrintHeading();
     Print(node, "FATAL ERROR", std::string(message));
     std::cerr << "***** Please contact '" << SlcContactAddress() << "' !\n";
-    std::exit(1);
+    EndCompilation(1);
 }
 
 void SlcSemanticError::FatalError(std::string_view message)
