@@ -16,6 +16,7 @@
 #include <system_error>
 
 #include "compile/SqxSourceCompile.h"
+#include "make/SqxMakeWord.h"
 #include "sqxmake/SqxMakeState.h"
 
 namespace {
