@@ -74,9 +74,9 @@ bool ReadRuleOption(SqxOptionWords& words, SqxCppOptions& options)
 void ReadOption(SqxOptionWords& words, SqxCppOptions& options)
 {
     if (words.Is("-h, --help"))
-        options.help = true;
+        options.information = SqxInformation::Help;
     else if (words.Is("--version"))
-        options.version = true;
+        options.information = SqxInformation::Version;
     else if (words.Is("-w0, -w"))
         options.warningLevel = 0;
     else if (words.Is("-w1"))
@@ -127,7 +127,7 @@ SqxCppOptions SqxReadCppOptions(const std::vector<std::string>& arguments)
             options.source = words.Word();
         else
             throw SqxUsageError("There is more than one source");
-    if (options.source.empty() && !options.help && !options.version)
+    if (options.source.empty() && options.information == SqxInformation::None)
         throw SqxUsageError("No source is given");
     return options;
 }

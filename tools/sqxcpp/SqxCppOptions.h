@@ -23,8 +23,7 @@ struct SqxCppOptions {
     std::string ruleFile;              // empty: standard output, or a name made of the source's
     std::vector<std::string> targets;  // as they stand in the rule; none: made of the source's name
     int warningLevel = 1;
-    bool help = false;
-    bool version = false;
+    SqxInformation information = SqxInformation::None;
 };
 
 /// The program as its help and its manual page show it.

@@ -1,17 +1,14 @@
 // Preprocesses a source, as the compiler does it by itself, for whoever wants to see the result.
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
-#include <memory>
 #include <string>
 
 #include "make/SqxMakeWord.h"
 #include "preprocessor/SlcPreprocessor.h"
 #include "sqxcpp/SqxCppOptions.h"
-#include "support/QxVersion.h"
 
 namespace {
 
@@ -68,23 +65,15 @@ bool Run(const SqxCppOptions& options)
     return Write(options.ruleFile.empty() ? besides : options.ruleFile, RuleText(options, result));
 }
 
-void PrintVersion()
-{
-    const std::unique_ptr<char, decltype(&std::free)> version(QxGetVersionString(), &std::free);
-    std::cout << "sqxcpp version " << version.get() << ".\n";
-}
-
 }  // namespace
 
 int main(int argc, char** argv)
 {
     try {
         const SqxCppOptions options = SqxReadCppOptions({argv + 1, argv + argc});
-        if (options.help)
-            std::cout << SqxHelpText(SqxCppProgram());
-        if (options.version)
-            PrintVersion();
-        return options.help || options.version || Run(options) ? 0 : 1;
+        if (options.information != SqxInformation::None)
+            return SqxPrintInformation(SqxCppProgram(), options.information);
+        return Run(options) ? 0 : 1;
     } catch (const SqxUsageError& error) {
         std::cerr << "sqxcpp: " << error.what() << "; '--help' tells of all options\n";
         return 2;
