@@ -22,12 +22,13 @@
 #include <memory>
 #include <string_view>
 #include <utility>
+#include <cstdint>
 #include <vector>
 
 namespace {
 
 struct FileSystemName {
-    long number;
+    std::uint32_t number;
     const char* name;
 };
 
@@ -233,7 +234,8 @@ long QxSystem::FsType(const char* path)
 void QxSystem::SysFs(const char* path, std::string& name)
 {
     name = "unknown";
-    const long number = FsType(path);
+    // Where a long has 32 bits, the upper half of the numbers is negative.
+    const auto number = static_cast<std::uint32_t>(FsType(path));
     for (const FileSystemName& row : k_fileSystems)
         if (row.number == number)
             name = row.name;
