@@ -1,5 +1,8 @@
 #include "random/RandomShader.h"
 
+#include <regex>
+#include <utility>
+
 namespace {
 
 void WriteAll(const std::vector<RandomStatement>& statements, std::string& text, int depth)
@@ -12,6 +15,25 @@ void WriteAll(const std::vector<RandomStatement>& statements, std::string& text,
 std::string Bounded(const std::string& expression)
 {
     return "clamp(" + expression + ", -8, 8)";
+}
+
+/// An expression of the shader's body as one of a default value. `previous`: the parameter before.
+std::string WithoutLocals(std::string expression, const std::string& previous)
+{
+    const std::pair<const char*, std::string> names[] = {{"u?w\\[[^\\]]*\\]", previous},
+                                                         {"a", "u"},
+                                                         {"b", "v"},
+                                                         {"[co]", previous},
+                                                         {"x", "s"},
+                                                         {"y", "t"},
+                                                         {"ua", "2"},
+                                                         {"ub", "Kd"},
+                                                         {"k", "Cs"},
+                                                         {"q", "P"}};
+    for (const auto& [local, other] : names)
+        expression = std::regex_replace(
+            expression, std::regex(std::string("\\b") + local + "(?![A-Za-z0-9])"), other);
+    return expression;
 }
 
 }  // namespace
@@ -43,9 +65,14 @@ std::string RandomProgram::Text() const
         WriteAll(function.body, text, 1);
         text += "  o = o + a;\n" + function.tail + "}\n";
     }
-    text += "surface random_shader(float Kd = 0.5; output varying float r0 = 0, r1 = 0;\n"
-            "    output varying color rc = 0; output varying point rp = 0)\n{\n"
-            "  float a = u, b = v, c = 0; uniform float ua = 1, ub = Kd; varying float x = s, "
+    // A default value may call a function whose condition differs from point to point.
+    text += "float pick(float x; float y) {\n  float r = y; if (x > 0.5) r = x; return r;\n}\n"
+            "surface random_shader(float Kd = 0.5; output varying float r0 = 0, r1 = 0;\n"
+            "    output varying color rc = 0; output varying point rp = 0";
+    for (const std::string& parameter : parameters)
+        text += ";\n    output varying " + parameter;
+    text += ")\n{\n"
+            "  float a = u, b = v, c = d0; uniform float ua = 1, ub = Kd; varying float x = s, "
             "y = t, o = 0;\n"
             "  float w[3] = {u, 0.5, v}; uniform float uw[3] = {1, 2, 3};\n"
             "  color k = Cs; point q = P;\n";
@@ -73,9 +100,26 @@ RandomProgram RandomShader::Make()
         program.functions.push_back(MakeFunction(i));
         m_functions = i + 1;
     }
+    program.parameters = MakeParameters();
     Scope scope;
     program.body = Statements(scope, 4 + Below(6));
     return program;
+}
+
+std::vector<std::string> RandomShader::MakeParameters()
+{
+    const Scope scope;
+    const auto choice = [&] {
+        const std::string condition = Relation(scope, 2);
+        const std::string value = Float(scope, 2);
+        return "(" + condition + " ? " + value + " : " + Float(scope, 1) + ")";
+    };
+    const std::string picked = Float(scope, 1);
+    return {"float d0 = " + WithoutLocals(choice(), "Kd"),
+            "float d1 = " + WithoutLocals("pick(" + picked + ", " + choice() + ")", "d0"),
+            "color dc = " + WithoutLocals(choice() + " * " + Color(scope, 1), "d1"),
+            "point dp = " + WithoutLocals(Point(scope, 2), "d1"),
+            "float dw[2] = {0.5, " + WithoutLocals(choice(), "d0") + "}"};
 }
 
 RandomProgram::Function RandomShader::MakeFunction(int number)

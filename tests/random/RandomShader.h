@@ -23,6 +23,7 @@ struct RandomProgram {
         std::string tail;  // declares nothing; `return` if the function has one at its end
     };
     std::vector<Function> functions;
+    std::vector<std::string> parameters;  // whose default values differ from point to point
     std::vector<RandomStatement> body;
 
     [[nodiscard]] std::string Text() const;
@@ -30,8 +31,9 @@ struct RandomProgram {
 
 /// Writes valid surface shaders: uniform and varying control flow nested in every way, `break` and
 /// `continue` with levels, arrays, light loops, and functions with output formals and early
-/// returns. Every loop ends, and numbers stay small and short, so that folding a constant does
-/// not change a result by rounding.
+/// returns, and default values with conditions that differ from point to point. Every loop ends,
+/// and numbers stay small and short, so that folding a constant does not change a result by
+/// rounding.
 class RandomShader {
 public:
     explicit RandomShader(unsigned int seed) : m_random(seed) {}
@@ -52,6 +54,7 @@ private:
     [[nodiscard]] std::string OneOf(const std::vector<std::string>& texts);
 
     [[nodiscard]] RandomProgram::Function MakeFunction(int number);
+    [[nodiscard]] std::vector<std::string> MakeParameters();
     [[nodiscard]] std::vector<RandomStatement> Statements(Scope& scope, int count);
     [[nodiscard]] RandomStatement Statement(Scope& scope);
     [[nodiscard]] RandomStatement Assignment(const Scope& scope);

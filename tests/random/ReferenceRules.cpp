@@ -245,6 +245,7 @@ ReferenceVerdict JudgeProgram(const ReferenceProgram& program)
     Rules rules;
     for (const auto& function : program.functions)
         rules.Define(*function);
+    rules.Body(program.parameters);
     rules.Body(program.body);
     return rules.Verdict();
 }

@@ -307,6 +307,7 @@ std::vector<float> EvaluateAtPoint(const ReferenceProgram& program, float u, flo
     run.Set(*program.predefined.at("v"), 0, Of(v));
     run.Set(*program.predefined.at("P"), 0, {{u, v, 0.25F * u * v}, {}});
     run.Set(*program.predefined.at("Kd"), 0, Of(2));
+    run.Body(program.parameters);
     run.Body(program.body);
     std::vector<float> numbers;
     for (const ReferenceVariable* output : program.outputs) {

@@ -47,6 +47,7 @@ ReferenceProgram ReferenceShader::Make()
         m_program.functions.push_back(function);
         scope.functions.push_back({function, effects, false});
     }
+    MakeParameters(scope);
     auto& body = m_program.body;
     const auto declare = [&](const char* name, Type type, ReferenceDetail detail, Expr value) {
         const std::size_t length = value.kind == Expr::Kind::List ? value.operands.size() : 0;
@@ -88,6 +89,30 @@ void ReferenceShader::Predefine(Scope& scope)
         scope.fixed.push_back(add(name, Type::Float, ReferenceDetail::Varying));
     scope.fixed.push_back(add("Kd", Type::Float, ReferenceDetail::Uniform));
     scope.variables = scope.fixed;
+}
+
+/// With default values that differ from point to point, and build on each other.
+void ReferenceShader::MakeParameters(Scope& scope)
+{
+    for (int i = Below(4); i > 0; --i) {
+        const bool array = Chance(25);
+        Expr value = {Expr::Kind::Choice};
+        value.operands.push_back(Condition(scope, 1, Need::Any));
+        for (int k = 0; k < 2; ++k)
+            value.operands.push_back(Bounded(Number(scope, 2, Need::Any)));
+        if (array)
+            value = List({NumberLeaf(scope, Need::Any), std::move(value), Constant(1)});
+        const Variable variable =
+            Add(NewName("d"), Type::Float, ReferenceDetail::Varying, array ? 3 : 0, 0);
+        Statement parameter = Declare(variable, std::move(value));
+        if (JudgeStatement(parameter) != ReferenceVerdict::Accepted)
+            continue;
+        m_program.parameters.push_back(std::move(parameter));
+        if (!array)
+            m_program.outputs.push_back(variable);
+        scope.variables.push_back(variable);
+        scope.fixed.push_back(variable);
+    }
 }
 
 /// The outputs show what the variables hold in the end.

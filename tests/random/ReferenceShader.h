@@ -77,6 +77,7 @@ private:
 
     // Statements.
     void Predefine(Scope& scope);
+    void MakeParameters(Scope& scope);
     void Finish(std::vector<Statement>& body, const Scope& scope);
     [[nodiscard]] std::vector<Statement> Statements(Scope& scope, int count);
     void AddStatement(Scope& scope, std::vector<Statement>& statements);

@@ -193,8 +193,13 @@ std::string ReferenceProgram::Text() const
     for (const auto& function : functions)
         function->Write(text, 0);
     text += "surface random_shader(uniform float Kd = 2;";
+    for (const ReferenceStatement& parameter : parameters) {
+        text += " output " + Declared(*parameter.variable) + " = ";
+        parameter.value.Write(text);
+        text += ';';
+    }
     for (const ReferenceVariable* output : outputs)
-        if (output->name != "P")
+        if (output->name[0] == 'r')
             text += " output " + Declared(*output) + " = 0;";
     text += ")\n{\n";
     for (const ReferenceStatement& statement : body)

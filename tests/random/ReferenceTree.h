@@ -96,6 +96,7 @@ struct ReferenceFunction {
 struct ReferenceProgram {
     std::vector<std::unique_ptr<ReferenceVariable>> variables;
     std::vector<std::shared_ptr<ReferenceFunction>> functions;
+    std::vector<ReferenceStatement> parameters;  // declarations, whose values are the defaults
     std::vector<ReferenceStatement> body;
     std::size_t numbers = 0;  // that a point has
     std::size_t texts = 0;

@@ -320,6 +320,16 @@ TEST(Language, ComputesDefaultValues)
          " varying float d = Du(v) + 1; output varying float r = 0;)"
          "{ r = abs(zcomp(k)) + d; }",
          {3, 3, 3, 3, 3, 3}},
+        // Conditions that differ from point to point; u is 0, 0.5 and 1 in each of the two rows.
+        {"surface test(varying float a = u < 0.5 && v < 0.5 ? 4 : u; varying float b = a > 3 ? 1 : "
+         "a;"
+         " output varying float r = 0;) { r = a + 10 * b; }",
+         {14, 5.5, 11, 0, 5.5, 11}},
+        {"float f(float x) { float y = 2; if (x > 0.2) y = x; return y; }"
+         "surface test(varying color a = u < 0.5 ? color (1, 2, 3) : color (u, u, 4);"
+         " varying float b[2] = {f(u), v > 0.5 ? 3 : u * 2 + 1}; output varying float r = 0;)"
+         "{ r = comp(a, 1) + comp(a, 2) + 10 * b[0] + 100 * b[1]; }",
+         {125, 209.5, 315, 325, 309.5, 315}},
     };
     ExpectAllRun(cases);
 }

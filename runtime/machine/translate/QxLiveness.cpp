@@ -32,8 +32,10 @@ bool QxLiveness::LiveSet::AddAll(const LiveSet& other)
     return changed;
 }
 
-QxLiveness::QxLiveness(const QxDraftBlock& block, const std::vector<QxStorage>& variables)
+QxLiveness::QxLiveness(const QxDraftBlock& block, const std::vector<QxStorage>& variables,
+                       std::optional<std::uint32_t> result)
     : m_block(block),
+      m_result(result),
       m_bits(variables.size(), k_none)
 {
     NumberLocals(variables);
@@ -41,20 +43,26 @@ QxLiveness::QxLiveness(const QxDraftBlock& block, const std::vector<QxStorage>& 
 
 void QxLiveness::NumberLocals(const std::vector<QxStorage>& variables)
 {
-    const auto number = [&](const QxOperand& operand) {
-        const QxStorage& storage = variables[operand.variable];
-        const bool followed =
-            (storage.kind == QxStorage::Kind::Local || storage.kind == QxStorage::Kind::Borrowed) &&
-            storage.size == 1 && storage.stored != QxStored::Text;
-        if (!followed || m_bits[operand.variable] != k_none)
-            return;
-        m_bits[operand.variable] = static_cast<std::uint32_t>(m_locals.size());
-        m_locals.push_back(operand.variable);
-    };
+    const auto number = [&](std::uint32_t variable) { Number(variable, variables[variable]); };
     for (const QxOperand& operand : m_block.operands)
-        number(operand);
+        number(operand.variable);
     for (const QxDraft& draft : m_block.drafts)
-        number(draft.code.flag);
+        number(draft.code.flag.variable);
+    // A block that never writes its result leaves zero there, not the value of another block.
+    if (m_result)
+        number(*m_result);
+}
+
+/// Gives a variable its bit, if it is followed and has none.
+void QxLiveness::Number(std::uint32_t variable, const QxStorage& storage)
+{
+    const bool followed =
+        (storage.kind == QxStorage::Kind::Local || storage.kind == QxStorage::Kind::Borrowed) &&
+        storage.size == 1 && storage.stored != QxStored::Text;
+    if (!followed || m_bits[variable] != k_none)
+        return;
+    m_bits[variable] = static_cast<std::uint32_t>(m_locals.size());
+    m_locals.push_back(variable);
 }
 
 bool QxLiveness::Compute()
@@ -115,8 +123,12 @@ QxLiveness::LiveSet QxLiveness::LiveBehind(const BasicBlock& block) const
     const QxCode& last = m_block.drafts[block.end - 1].code;
     if (IsJump(last.step))
         live.AddAll(BlockAt(last.target).liveIn);
-    if (last.step != QxCodeStep::Goto && last.step != QxCodeStep::Stop)
+    if (last.step == QxCodeStep::Stop) {
+        if (m_result && m_bits[*m_result] != k_none)
+            live.Add(m_bits[*m_result]);
+    } else if (last.step != QxCodeStep::Goto) {
         live.AddAll(BlockAt(block.end).liveIn);
+    }
     return live;
 }
 

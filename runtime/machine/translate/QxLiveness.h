@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "machine/translate/QxDraft.h"
@@ -17,7 +18,10 @@ class QxLiveness {
 public:
     /// `block` must outlive this, and be whole: ended by a stop, its jumps among the drafts.
     /// `variables`: of the program. Followed are locals that are no arrays, texts or references.
-    QxLiveness(const QxDraftBlock& block, const std::vector<QxStorage>& variables);
+    /// `result`: a variable that is read once the block has run, as that of an initializer is;
+    /// none for main.
+    QxLiveness(const QxDraftBlock& block, const std::vector<QxStorage>& variables,
+               std::optional<std::uint32_t> result);
 
     /// Finds what is alive at the begin of each basic block. False if that would be too much work:
     /// then only `Locals` may be asked. A walk costs O(n + b l / 64) for n drafts, b blocks and l
@@ -94,6 +98,7 @@ private:
     static constexpr std::uint32_t k_none = static_cast<std::uint32_t>(-1);
 
     void NumberLocals(const std::vector<QxStorage>& variables);
+    void Number(std::uint32_t variable, const QxStorage& storage);
     void FindBlocks();
     [[nodiscard]] LiveSet LiveBehind(const BasicBlock& block) const;
     [[nodiscard]] const BasicBlock& BlockAt(std::size_t draft) const;
@@ -104,8 +109,9 @@ private:
     void StepOperands(const QxDraft& draft);
 
     const QxDraftBlock& m_block;
-    std::vector<std::uint32_t> m_bits;    // by variable; none for what is not followed
-    std::vector<std::uint32_t> m_locals;  // by bit
+    const std::optional<std::uint32_t> m_result;  // live at the stop
+    std::vector<std::uint32_t> m_bits;            // by variable; none for what is not followed
+    std::vector<std::uint32_t> m_locals;          // by bit
     std::vector<BasicBlock> m_blocks;
     LiveSet m_live;
     std::vector<LiveSet> m_behind;  // the brackets that are open on the way back, innermost last

@@ -45,17 +45,18 @@ QxTranslator::QxTranslator(const SqxShader& shader, const QxKernelTable& kernels
 
 void QxTranslator::Run()
 {
-    Translate(m_shader.main, m_target.main);
+    Translate(m_shader.main, std::nullopt, m_target.main);
     for (const SqxInitializer& initializer : m_shader.initializers) {
         auto& group = initializer.perPoint ? m_target.perPoint : m_target.once;
         group.emplace_back();
         group.back().parameter = initializer.parameter;
         group.back().result = static_cast<std::uint32_t>(initializer.result);
-        Translate(initializer.code, group.back().code);
+        Translate(initializer.code, group.back().result, group.back().code);
     }
 }
 
-void QxTranslator::Translate(const SqxBlock& block, QxProgramBlock& target)
+void QxTranslator::Translate(const SqxBlock& block, std::optional<std::uint32_t> result,
+                             QxProgramBlock& target)
 {
     m_block = QxDraftBlock();
     m_starts.clear();
@@ -74,7 +75,7 @@ void QxTranslator::Translate(const SqxBlock& block, QxProgramBlock& target)
 
     QxDropKnownJumps(m_block, m_variables);
     QxJoinRuns(m_block, m_variables);
-    QxLiveness liveness(m_block, m_target.variables);
+    QxLiveness liveness(m_block, m_target.variables, result);
     if (liveness.Compute()) {
         target.clears = liveness.ReadFirst();
         QxFuse(m_writer, liveness);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "machine/translate/QxDraftWriter.h"
@@ -22,7 +23,9 @@ public:
     void Run();
 
 private:
-    void Translate(const SqxBlock& block, QxProgramBlock& target);
+    /// `result`: the variable that is read after the block; none for main.
+    void Translate(const SqxBlock& block, std::optional<std::uint32_t> result,
+                   QxProgramBlock& target);
     void TranslateInstruction(const SqxBlock& block, const SqxInstruction& source);
     [[nodiscard]] bool TranslateMark(const SqxBlock& block, const SqxInstruction& source);
     void BeginCondition(QxCodeStep step, int flag);
