@@ -3,6 +3,9 @@
 //
 //     f(w)          T = w, contiguous; { CALL f T }; w = T, spread again
 //
+// A library may write into any array that it is handed. So what the shader may not write, an input
+// or a formal without `output`, goes into the call as a copy, which nothing takes back.
+//
 // Tested by tests/shadeops.
 
 #include "lowering/SlcShadeopLowering.h"
@@ -21,16 +24,17 @@ void SlcShadeopLowering::Lower(SlcProcCallExprNode* call)
                                    "(in SlcGenInterCode::Case(SlcPtr<SlcProcCallExprNode>)");
     const auto entry = CheckCast<SlcFuncDSOSymbolEntry>(call->GetSymbolEntry());
     std::deque<SlcOperand> args = m_arguments.ReadAndCastParameters(call, SlcFormalsOf(*call));
-    SlcDetailNode* detail = m_arguments.DetailOfCall(call, args);
+    SlcDetailNode* detail = DetailOfShadeop(args);
     const bool isVoid = SlcLoweringContext::TypeOf(call)->IsVoidType();
     const SlcOperand result = isVoid ? SlcOperand() : ShadeopResult(call, args, detail);
 
-    const std::vector<ConvertedArray> arrays = ConvertArraysForShadeop(args);
+    const std::vector<ConvertedArray> arrays = ConvertArraysForShadeop(call, args);
     m_conditions.AddInBlock(detail, MakeShared<SlcCallDSOICode>(result, args, entry->GetKey(),
                                                                 entry->GetMethodName()->GetName()));
     for (const ConvertedArray& array : arrays)
-        m_list.AddICode(
-            MakeShared<SlcConvertArrayDSOICode>(array.original, array.contiguous, false));
+        if (array.isWritten)
+            m_list.AddICode(
+                MakeShared<SlcConvertArrayDSOICode>(array.original, array.contiguous, false));
     if (!isVoid)
         m_values.Push(result);
     for (std::size_t i = 0; i < args.size(); ++i)
@@ -53,26 +57,59 @@ SlcOperand SlcShadeopLowering::ShadeopResult(SlcProcCallExprNode* call,
     return overlaps ? m_list.GenTempVar(SlcCallArguments::TypeOfCall(call), detail) : result;
 }
 
+/// The detail that counts is that of the operands: in a function the same expression may be uniform
+/// in one call and varying in another.
+SlcDetailNode* SlcShadeopLowering::DetailOfShadeop(const std::deque<SlcOperand>& args) const
+{
+    return m_list.DetailHere(SlcConditions::UniformIfAll(args));
+}
+
 /// A varying array lies element by element, while a shadeop sees that of one point at a time.
 /// Puts the converted ones into `args`, from the last to the first.
 std::vector<SlcShadeopLowering::ConvertedArray>
-SlcShadeopLowering::ConvertArraysForShadeop(std::deque<SlcOperand>& args)
+SlcShadeopLowering::ConvertArraysForShadeop(const SlcProcCallExprNode* call,
+                                            std::deque<SlcOperand>& args)
 {
     std::vector<ConvertedArray> arrays;
-    for (auto arg = args.rbegin(); arg != args.rend(); ++arg) {
-        if (!(*arg)->GetType()->IsArrayType() || (*arg)->IsUniform())
+    for (std::size_t i = args.size(); i-- > 0;) {
+        SlcOperand& arg = args[i];
+        if (!arg->GetType()->IsArrayType())
             continue;
-        const auto known =
-            std::find_if(arrays.begin(), arrays.end(),
-                         [&](const ConvertedArray& array) { return array.original == *arg; });
-        if (known != arrays.end()) {
-            *arg = known->contiguous;
+        const bool isWritten = MayBeWritten(*call->GetArguments()->GetArgs()[i]);
+        if (arg->IsUniform()) {
+            if (!isWritten)
+                arg = CopyOfArray(arg);
             continue;
         }
-        const SlcOperand contiguous = m_list.GenTempVar((*arg)->GetType(), (*arg)->GetDetail());
-        m_list.AddICode(MakeShared<SlcConvertArrayDSOICode>(contiguous, *arg, true));
-        arrays.push_back({*arg, contiguous});
-        *arg = contiguous;
+        const auto known =
+            std::find_if(arrays.begin(), arrays.end(),
+                         [&](const ConvertedArray& array) { return array.original == arg; });
+        if (known != arrays.end()) {
+            known->isWritten |= isWritten;
+            arg = known->contiguous;
+            continue;
+        }
+        const SlcOperand contiguous = m_list.GenTempVar(arg->GetType(), arg->GetDetail());
+        m_list.AddICode(MakeShared<SlcConvertArrayDSOICode>(contiguous, arg, true));
+        arrays.push_back({arg, contiguous, isWritten});
+        arg = contiguous;
     }
     return arrays;
+}
+
+/// An array that is no variable is a temporary of the call.
+bool SlcShadeopLowering::MayBeWritten(const SlcExprNode& argument)
+{
+    if (!argument.IsReferenceExpr())
+        return true;
+    const SlcPtr<SlcVarSymbolEntry> variable =
+        SlcOutermost(static_cast<const SlcReferenceExprNode&>(argument).GetSymbolEntry());
+    return !variable->GetStorage()->IsInput();
+}
+
+SlcOperand SlcShadeopLowering::CopyOfArray(const SlcOperand& array)
+{
+    SlcOperand copy = m_list.GenTempVar(array->GetType(), array->GetDetail());
+    m_context.m_elements.GenArrayCopy(copy, array);
+    return copy;
 }

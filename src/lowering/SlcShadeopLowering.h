@@ -21,14 +21,19 @@ public:
 
 private:
     /// A varying array in the form that a shadeop takes: the copy goes into the call, and back into
-    /// the array behind it.
+    /// the array behind it if the shader may write that.
     struct ConvertedArray {
         SlcOperand original;
         SlcOperand contiguous;
+        bool isWritten;  // the copy goes back
     };
 
     /// Puts the converted arrays in the place of the varying ones among `args`.
-    [[nodiscard]] std::vector<ConvertedArray> ConvertArraysForShadeop(std::deque<SlcOperand>& args);
+    [[nodiscard]] std::vector<ConvertedArray>
+    ConvertArraysForShadeop(const SlcProcCallExprNode* call, std::deque<SlcOperand>& args);
+    [[nodiscard]] static bool MayBeWritten(const SlcExprNode& argument);
+    [[nodiscard]] SlcOperand CopyOfArray(const SlcOperand& array);
+    [[nodiscard]] SlcDetailNode* DetailOfShadeop(const std::deque<SlcOperand>& args) const;
     /// A variable for the result that the call may write at any time.
     [[nodiscard]] SlcOperand ShadeopResult(SlcProcCallExprNode* call,
                                            const std::deque<SlcOperand>& args,

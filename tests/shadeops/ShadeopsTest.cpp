@@ -111,6 +111,55 @@ TEST_F(Shadeops, OfTheExampleShadeItsCloth)
     ExpectAtEachLevel("woven", ReadText(SLC_WOVEN), SLC_SHADEOPS_FOLDER, expected);
 }
 
+/// What the shader may not write is handed over as a copy.
+TEST_F(Shadeops, LeaveAloneTheArraysThatTheShaderMayNotWrite)
+{
+    constexpr const char* source = R"(
+float turned(float w[3]) { return reverse(w); }
+float both(float w[3]; output float o[3]) { return reverse(w) + 100 * reverse(o); }
+surface probe(uniform float a[3] = {1, 2, 3}; varying float b[3] = {4, 5, 6};
+              output varying float c[3] = {s, 10, t})
+{
+    float w[3] = {s, 10, t}, x[3] = {1, 2, 3};
+    uniform float y[3] = {7, 8, 9};
+    Oi = color(reverse(a) + 10 * reverse(b), turned(w) + turned(y), reverse(c));
+    Ci = color(a[0] + 10 * b[0] + 100 * y[0], w[0], c[0]);
+    Oi += color(0, 0, both(w, x) + 10000 * x[0]);
+}
+)";
+    Outputs expected;
+    for (std::size_t i = 0; i < m_s.size(); ++i) {
+        const Numbers Ci = {741, m_s[i], m_t[i]};
+        const Numbers Oi = {63, m_t[i] + 9, m_t[i] + (m_t[i] + 300) + 30000};
+        expected.Ci.insert(expected.Ci.end(), Ci.begin(), Ci.end());
+        expected.Oi.insert(expected.Oi.end(), Oi.begin(), Oi.end());
+    }
+    ExpectAtEachLevel("probe", source, SLC_PROBES_FOLDER, expected);
+}
+
+/// Whether a call is uniform is seen where its function is expanded.
+TEST_F(Shadeops, RunOnceForTheGridInAFunctionThatIsCalledWithUniformValues)
+{
+    constexpr const char* source = R"(
+float once(float x) { return tick(x); }
+surface probe()
+{
+    uniform float a = once(2), b = once(3);
+    float c = once(4);
+    Ci = color(a, b, c);
+    c = once(s);
+    Oi = c - 3 > 6 ? 2 : 1;
+}
+)";
+    Outputs expected;
+    for (std::size_t i = 0; i < m_s.size(); ++i)
+        for (const float number : {1, 2, 3}) {
+            expected.Ci.push_back(number);
+            expected.Oi.push_back(1);
+        }
+    ExpectAtEachLevel("probe", source, SLC_PROBES_FOLDER, expected);
+}
+
 /// A library sees the points of a varying array as runs, may write into them, and may write its
 /// result before it reads its arguments.
 TEST_F(Shadeops, TakeArraysTextsAndTheirOwnTarget)
