@@ -2,6 +2,7 @@
 
 #include <deque>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "frontend/SlcNodes.h"
@@ -277,6 +278,7 @@ private:
     // From one `Case` to another.
     bool m_valueUnused = false;     // the assignment about to be walked is a statement
     bool m_flagCopyNeeded = false;  // a relation must give a varying flag
+    std::unordered_map<const SlcSyntaxNode*, bool> m_condExprsWithCalls;  // that were asked about
 
     bool m_CiAssigned = false;             // told, unused
     bool m_OiAssigned = false;             // told, unused

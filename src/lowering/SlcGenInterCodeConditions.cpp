@@ -19,9 +19,14 @@
 
 namespace {
 
-/// Tells whether an expression may read values of other points, or run code of its own.
+/// Tells whether an expression may read values of other points, or run code of its own. Each
+/// conditional expression is walked once, whether it is asked about itself or as a part of others:
+/// in a ladder of them every rung asks about all that follow.
 class FindCalls : public SlcCodeWalker {
 public:
+    /// `known`: what was found about conditional expressions before.
+    explicit FindCalls(std::unordered_map<const SlcSyntaxNode*, bool>& known) : m_known(known) {}
+
     [[nodiscard]] bool In(SlcSyntaxNode* expr)
     {
         expr->ApplyWalker(this);
@@ -30,6 +35,17 @@ public:
 
 private:
     using SlcCodeWalker::Case;
+    void Case(SlcCondExprNode* node) override
+    {
+        if (m_found)
+            return;
+        if (const auto known = m_known.find(node); known != m_known.end()) {
+            m_found = known->second;
+            return;
+        }
+        node->WalkIn(this);
+        m_known.emplace(node, m_found);
+    }
     void Case(SlcProcCallExprNode*) override { m_found = true; }
     void Case(SlcTextureExprNode*) override { m_found = true; }
     void Default(SlcSyntaxNode* node) override
@@ -38,6 +54,7 @@ private:
             node->WalkIn(this);
     }
 
+    std::unordered_map<const SlcSyntaxNode*, bool>& m_known;
     bool m_found = false;
 };
 
@@ -145,7 +162,7 @@ void SlcGenInterCode::GenVaryingCondExpr(SlcCondExprNode* node, const SlcOperand
     m_conditions.EnterCondition(flag, thenFlag);
     SlcOperand value = Evaluate(node->GetThen());
     // A call in the other branch may read the target of the assignment at points set here.
-    const bool callFollows = FindCalls().In(node->GetElse());
+    const bool callFollows = FindCalls(m_condExprsWithCalls).In(node->GetElse());
     SlcDetailNode* varying = SlcDetailNode::AVarying();
     const SlcOperand result =
         callFollows ? m_list.GenTempVar(SlcLoweringContext::TypeOf(node), varying)
