@@ -10,6 +10,7 @@
 
 #include "host/QxShaderObject.h"
 
+#include <algorithm>
 #include <bit>
 #include <dlfcn.h>
 #include <filesystem>
@@ -21,14 +22,20 @@
 #include "host/QxErrorHolder.h"
 #include "host/QxHostGrid.h"
 #include "host/QxHostSpaces.h"
+#include "host/QxShadeopNeeds.h"
 #include "sqx/SqxFileHead.h"
 
 namespace {
 
 using OpenLibrary = std::unique_ptr<void, int (*)(void*)>;
 
-OpenLibrary Load(const std::string& path)
+OpenLibrary Load(const std::string& path, const SqxElfFile& file)
 {
+    // The loader would end the process.
+    if (!file.IsLibrary())
+        throw QxHostError("Cannot load '" + path +
+                          "', a shader built with --dso was expected: it is no library of this "
+                          "machine, or cut short");
     // A name without a slash would be looked for among the system's libraries.
     const std::string absolute = std::filesystem::absolute(path).string();
     OpenLibrary library(dlopen(absolute.c_str(), RTLD_NOW | RTLD_LOCAL), dlclose);
@@ -164,10 +171,12 @@ QxShaderObject::Life::Enter(const std::string& path, const std::vector<std::stri
 {
     Led& led = AllLed();
     const std::lock_guard lock(led.mutex);
-    OpenLibrary library = Load(path);
+    const SqxElfFile file = SqxElfFile::Open(path);
+    OpenLibrary library = Load(path, file);
     void* const handle = library.get();
     auto found = led.lives.find(handle);
     if (found == led.lives.end()) {
+        QxCheckShadeopNeeds(file, shadeopFolders);
         auto life = std::make_unique<Life>(path, std::move(library));
         life->Begin(shadeopFolders);
         found = led.lives.emplace(handle, std::move(life)).first;

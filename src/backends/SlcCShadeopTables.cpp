@@ -5,11 +5,13 @@
 //     static QxDSO s_theDSOHandles[1];            #define DSOHANDLE_lib_so 0
 //     static SlcDSOInfo s_theDSOInfo[2];          #define DSOINFO_lib_so_blend 0 ...
 //
+//     QxShadeopNeeds  data: the library and the names of the three functions of each row
 //     QxInitDSO       once: opens each library, looks up the three functions of each row, and has
 //                     `init` make the data that its method is handed
 //     QxCleanupDSO    once: has `cleanup` end it, closes the libraries
 //
-// A function that a library lacks leaves a null pointer, and a call then does nothing.
+// A function that a library lacks leaves a null pointer, and a call then does nothing; the host
+// library refuses the shader before it comes to that.
 //
 // Tested by tests/backends/CFileTest.cpp and, with real libraries, by tests/shadeops.
 
@@ -89,9 +91,30 @@ void SlcCShadeopTables::GenShadeopTables()
     Line();
 }
 
+/// For who looks at the file before it is loaded: four texts for each shadeop, with a null behind
+/// each.
+void SlcCShadeopTables::GenNeeds()
+{
+    const auto functions = Unique(m_functions, InfoName);
+    if (functions.empty())
+        return;
+    Line("extern \"C\" const char QX_SHADER_FUNC ", Generated::sm_shadeopNeedsName, "[];");
+    Line("const char ", Generated::sm_shadeopNeedsName, "[] =");
+    const auto text = [](const SlcIdentNode* ident) {
+        return SlcEquCValue::Literal(ident ? ident->GetName() : std::string()) + " \"\\0\"";
+    };
+    for (const auto& function : functions)
+        Line("\t", SlcEquCValue::Literal(function->GetLibraryFileName()), " \"\\0\" ",
+             text(function->GetMethodName()), " ", text(function->GetInit()), " ",
+             text(function->GetCleanup()));
+    Line("\t;");
+    Line();
+}
+
 void SlcCShadeopTables::GenInitDSO()
 {
     GenShadeopTables();
+    GenNeeds();
     Line("static void QxInitDSO(", Generated::sm_slcSearchPathTypeName, " *i_searchPaths)");
     Line("{");
     Line("\tstatic int ", Generated::sm_slcInitDSOCounter, " = 0;");

@@ -28,6 +28,7 @@ public:
 
 private:
     void GenShadeopTables();
+    void GenNeeds();
     void GenOpenLibrary(const SlcFuncDSOSymbolEntry& library);
     void GenFindShadeop(const SlcFuncDSOSymbolEntry& function);
 

@@ -1,18 +1,19 @@
-// Libraries are opened one after the other and only looked into: the table of the function that is
-// sought is read, record by record, and what cannot be read is a warning. The first directory with
-// a usable record ends the search, so that a library cannot add to what one in front of it
-// declares. What has been found is kept by name, since each scope that calls the function asks
-// anew.
+// Libraries are read as files, one after the other, and none of their code runs: the table of the
+// function that is sought is read, record by record, and what cannot be read is a warning. The
+// first directory with a usable record ends the search, so that a library cannot add to what one in
+// front of it declares. What has been found is kept by name, since each scope that calls the
+// function asks anew.
 //
 // Tested by tests/symbols/SlcShadeopLoaderTest.cpp with real libraries, good and bad.
 
 #include "symbols/SlcShadeopLoader.h"
 
 #include <algorithm>
+#include <set>
 #include <string_view>
 #include <utility>
 
-#include "support/QxSharedLibrary.h"
+#include "sqx/SqxElfFile.h"
 #include "support/QxSystem.h"
 #include "symbols/SlcShadeopReader.h"
 
@@ -70,32 +71,44 @@ SlcShadeopLoader::Entries SlcShadeopLoader::Search(const SlcSyntaxNode* node, Sl
 void SlcShadeopLoader::ReadLibrary(const SlcSyntaxNode* node, SlcIdentNode* name,
                                    const std::string& path, SlcSymbolTable& table, Entries& entries)
 {
-    const QxSharedLibrary library(path);
-    const std::string tableName = name->GetName() + "_shadeops";
-    const auto bytes = library.FindObject(tableName);
+    const SqxElfFile library = SqxElfFile::Open(path);
+    const SqxShadeopTable records(library, name->GetName());
+    const auto warn = [&](const char* what) {
+        m_errors->Warning(node, "'" + SqxShadeopTable::NameFor(name->GetName()) + what + path + ")",
+                          1);
+    };
     // Another function of that name is no fault of the shader, but its author would want to know.
-    if (bytes.empty()) {
-        if (library.Exports(tableName))
-            m_errors->Warning(node, "'" + tableName + "' is no table of shadeops (" + path + ")",
-                              1);
+    if (records.Found() == SqxShadeopTable::Place::Other)
+        warn("' is no table of shadeops (");
+    if (records.Found() != SqxShadeopTable::Place::Table)
         return;
-    }
-    SlcShadeopTable records(bytes, library.Memory());
-    while (const auto record = records.Next()) {
+    std::set<std::string_view> functions;
+    for (const SqxShadeopRecord& record : records.Records()) {
         SlcShadeopDeclaration declaration;
-        if (const char* fault = ReadRecord(*record, name, declaration); *fault)
+        if (const char* fault = ReadRecord(record, name, declaration); *fault)
             m_errors->Warning(node,
                               std::string(fault) + " (" + path +
-                                  "). Declaration: " + std::string(record->declaration) + " .",
+                                  "). Declaration: " + std::string(record.declaration) + " .",
                               1);
-        else
+        else {
             entries.push_back(table.AddFuncEntryDSO(name, path, std::move(declaration), m_rules));
+            functions.insert({name->GetName(), record.init, record.cleanup});
+        }
     }
     if (records.IsFaulty())
-        m_errors->Warning(node, "'" + tableName + "' holds what is no text (" + path + ")", 1);
+        warn("' holds what is no text (");
+    else if (!records.HasEnd())
+        warn("' has no record that ends it (");
+    // What a shader that calls the shadeop would lack when it runs.
+    functions.erase("");
+    for (const std::string_view function : functions)
+        if (library.Find(function).kind != SqxElfFile::Kind::Function)
+            m_errors->Error(node, "Library '" + path + "' does not define '" +
+                                      std::string(function) + "', which shadeop '" +
+                                      name->GetName() + "' needs");
 }
 
-const char* SlcShadeopLoader::ReadRecord(const SlcShadeopTexts& record, const SlcIdentNode* name,
+const char* SlcShadeopLoader::ReadRecord(const SqxShadeopRecord& record, const SlcIdentNode* name,
                                          SlcShadeopDeclaration& declaration)
 {
     SlcShadeopReader reader(record.declaration);

@@ -4,16 +4,17 @@
 #include <string>
 #include <vector>
 
+#include "sqx/SqxShadeopTable.h"
 #include "support/SlcOptionsControl.h"
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcFuncDSOSymbolEntry.h"
-#include "symbols/SlcShadeopTable.h"
 #include "symbols/SlcSymbolTable.h"
 
 /// Finds the functions that shared libraries supply to shaders.
 ///
 /// For a function `f` a library exports the array `f_shadeops`, whose records declare the
-/// overloads of `f`. Only the table is read: the function itself runs when the shader does.
+/// overloads of `f`. Only the table is read, from the file: nothing of the library runs before the
+/// shader does.
 class SlcShadeopLoader {
 public:
     /// The options must outlive the loader.
@@ -21,9 +22,10 @@ public:
                      SlcShadeopRules rules);
 
     /// Adds to the table each overload of the function that the libraries of the first search
-    /// directory with any declare. False if there is none. A bad record is a warning at `node`.
+    /// directory with any declare. False if there is none. A bad record is a warning at `node`, and
+    /// a function that a library declares and lacks an error.
     ///
-    /// Opens every library of a directory, and does that once for each name.
+    /// Reads every library of a directory, and does that once for each name.
     [[nodiscard]] bool Load(const SlcSyntaxNode* node, SlcIdentNode* name, SlcSymbolTable& table);
 
 private:
@@ -35,7 +37,7 @@ private:
                      SlcSymbolTable& table, Entries& entries);
     /// The text that heads the warning about a record; empty if it is good, and then the
     /// declaration is filled.
-    [[nodiscard]] static const char* ReadRecord(const SlcShadeopTexts& record,
+    [[nodiscard]] static const char* ReadRecord(const SqxShadeopRecord& record,
                                                 const SlcIdentNode* name,
                                                 SlcShadeopDeclaration& declaration);
 

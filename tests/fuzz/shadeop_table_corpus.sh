@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Fills a folder with images of libraries, each with one of the declarations in the tests and
-# examples, and the names of two functions.
+# Fills a folder with the libraries of the tests and examples, with each kind of hash table and of
+# relocations.
 # usage: shadeop_table_corpus.sh FOLDER
 set -euo pipefail
 top=$(cd "$(dirname "$0")/../.." && pwd)
@@ -9,22 +9,11 @@ folder=$(cd "$1" && pwd)
 cd "$top"
 rm -f "$folder"/*
 
-# Two bytes of the number $1, the low one first.
-place() {
-    # shellcheck disable=SC2059  # the format is what is made here
-    printf "$(printf '\\x%02x\\x%02x' $(($1 % 256)) $(($1 / 256)))"
-}
-
-number=0
-grep -rhoE '"(float|color|point|vector|normal|string|void) [^"]*\("?[^"]*"' --include='*.c' \
-    --include='*Test.cpp' examples/shadeops tests/shadeops tests/symbols | tr -d '"' | sort -u \
-    | while read -r declaration; do
-        length=${#declaration}
-        {
-            printf '\x02'
-            place 0; place $((length + 1)); place $((length + 7))
-            place 0; place 65535; place $((length + 1))
-            printf '%s\0start\0stop\0' "$declaration"
-        } >"$folder/$number"
-        number=$((number + 1))
+for source in tests/symbols/shadeops/faulty.c tests/shadeops/probes.c examples/shadeops/patterns.c; do
+    for style in sysv gnu; do
+        cc -Os -shared -fPIC -nostdlib -Iruntime/shading -Wl,--hash-style=$style \
+            -Wl,-z,max-page-size=16 -Wl,-s -o "$folder/$(basename "$source" .c).$style" "$source"
     done
+done
+cc -Os -shared -fPIC -nostdlib -Iruntime/shading -Wl,-z,pack-relative-relocs -Wl,-s \
+    -o "$folder/packed" tests/shadeops/probes.c 2>/dev/null || rm -f "$folder/packed"

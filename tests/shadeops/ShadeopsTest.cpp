@@ -3,6 +3,8 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <memory>
@@ -313,13 +315,68 @@ TEST_F(Shadeops, AreCalledOnlyAsTheirLibraryDeclaresThem)
     }
 }
 
-/// Whatever is missing when the shader runs is passed over.
-TEST_F(Shadeops, MayBeMissing)
+/// A library that has changed since the compile is refused before any of it runs, and with the same
+/// words for both kinds of files.
+TEST_F(Shadeops, AreRefusedWithoutWhatTheShaderNeeds)
 {
-    const std::string source =
-        "surface gone() { Ci = 1; Ci = ghost(s) * 0 + 2; Oi = tick(1) * 0; }";
-    for (const char* libraries : {SLC_PROBES_FOLDER, SLC_SHADEOPS_FOLDER})
-        EXPECT_EQ(Built("gone", source, 2, libraries).Ci[0], 2);
+    const std::string probes = ReadText(SLC_PROBES_FOLDER "/probes.so");
+    const std::string table = "QX_SHADEOP_TABLE(tick) = {{\"float tick(float)\", \"start\", "
+                              "\"stop\"}, QX_SHADEOP_END};\n";
+    const std::string tick = "QX_SHADEOP_EXPORT void tick(void* d, int n, void** v) "
+                             "{ *(float*)v[0] = 1; }\n";
+    const std::string start = "QX_SHADEOP_EXPORT void* start(void) { return 0; }\n";
+    const std::string stop = "QX_SHADEOP_EXPORT void stop(void* d) { }\n";
+    const std::string loud = "#include <stdlib.h>\n"
+                             "__attribute__((constructor)) static void die(void) { abort(); }\n";
+    const std::string lacks = "Shadeop library 'probes.so' has no ";
+    struct Case {
+        std::string library;  // a C source, or else the file itself
+        std::string fault;
+    };
+    const Case cases[] = {
+        {"", "There is no shadeop library 'probes.so' in the given folders"},
+        {probes.substr(0, probes.size() / 2), "it is no library of this machine, or cut short"},
+        {loud + "int none;\n", lacks + "shadeop 'tick'"},
+        {loud + table + start + stop, lacks + "shadeop 'tick'"},
+        {loud + table + tick + stop + "QX_SHADEOP_EXPORT int start = 1;\n",
+         lacks + "function 'start', which shadeop 'tick' needs"},
+        {loud + table + tick + start, lacks + "function 'stop', which shadeop 'tick' needs"},
+        {loud + tick + start + stop + "QX_SHADEOP_TABLE(tick) = {{(const char*)8, 0, 0}};\n",
+         lacks + "shadeop 'tick'"},
+    };
+    for (const char* backEnd : {"--dso", "--int"}) {
+        const std::string path =
+            m_folder.Build("counts", "surface counts() { Ci = tick(1); }", Options(2, backEnd));
+        for (const Case& c : cases) {
+            std::filesystem::remove("probes.so");
+            if (c.library.find("TABLE") != std::string::npos ||
+                c.library.find("none") != std::string::npos) {
+                TemporaryFolder::Write("probes.c", "#include \"QxShadeop.h\"\n" + c.library);
+                ASSERT_EQ(
+                    std::system("cc -shared -fPIC -I" SLC_RUNTIME_FOLDER " -o probes.so probes.c"),
+                    0);
+            } else if (!c.library.empty()) {
+                TemporaryFolder::Write("probes.so", c.library);
+            }
+            try {
+                static_cast<void>(QxShader::Open(path, {"."}));
+                ADD_FAILURE() << "was loaded";
+            } catch (const QxHostError& error) {
+                EXPECT_NE(std::string(error.what()).find(c.fault), std::string::npos)
+                    << error.what();
+            }
+        }
+    }
+}
+
+/// A shader that is cut short is refused too, and does not end the process.
+TEST_F(Shadeops, AreNoMatterForAShaderThatIsCutShort)
+{
+    const std::string path =
+        m_folder.Build("counts", "surface counts() { Ci = tick(1); }", Options(2, "--dso"));
+    const std::string bytes = ReadText(path);
+    TemporaryFolder::Write("short.sqx", bytes.substr(0, bytes.size() / 4));
+    EXPECT_THROW(static_cast<void>(QxShader::Open("short.sqx", {SLC_PROBES_FOLDER})), QxHostError);
 }
 
 }  // namespace

@@ -130,10 +130,3 @@ QX_SHADEOP_EXPORT void spoil(void* data, int argc, void** argv)
     ((const char**)argv[4])[0] = ((const char**)argv[4])[1] = NULL;
     argv[0] = argv[1] = argv[2] = argv[3] = argv[4] = NULL;
 }
-
-/* Declared, but not there. */
-
-QX_SHADEOP_TABLE(ghost) = {
-    {"float ghost(float)", "", ""},
-    QX_SHADEOP_END,
-};

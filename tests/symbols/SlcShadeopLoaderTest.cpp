@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
@@ -44,6 +45,13 @@ protected:
                 text += TextOf(*CheckCast<SlcFuncDSOSymbolEntry>(entry));
         EXPECT_EQ(isFound, text.find("->") != std::string::npos) << text;
         return text;
+    }
+
+    /// What a load of that name gives, and its warning.
+    static std::string Endless(const std::string& folder, const std::string& library)
+    {
+        return ":0: WARNING: 'endless_shadeops' has no record that ends it (" + folder + "/" +
+               library + ".so)\n" + library + "_so: float -> float [,]\n";
     }
 
     SlcOptionsControl m_options;
@@ -89,8 +97,29 @@ TEST_F(ShadeopLoader, ReadsNoFurtherThanATableGoes)
 {
     Install("ops.so");
     EXPECT_EQ(Load("nulls"), "ops_so: float -> float [,]\n");
-    EXPECT_EQ(Load("endless"), "ops_so: float -> float [,]\n");
-    EXPECT_EQ(Load("pointer"), "");
+    EXPECT_EQ(Load("endless"), Endless(".", "ops"));
+    EXPECT_EQ(Load("pointer"),
+              ":0: WARNING: 'pointer_shadeops' has no record that ends it (./ops.so)\n");
+}
+
+TEST_F(ShadeopLoader, ReportsFunctionsThatTheLibraryLacks)
+{
+    Install("ops.so");
+    const std::string bare = Load("bare");
+    for (const char* missing : {"bare", "absent", "datum"})
+        EXPECT_NE(bare.find("ERROR: Library './ops.so' does not define '" + std::string(missing) +
+                            "', which shadeop 'bare' needs\n"),
+                  std::string::npos)
+            << bare;
+}
+
+/// Nothing of a library runs when one looks for a function.
+TEST_F(ShadeopLoader, LoadsNoLibrary)
+{
+    TemporaryFolder::Write("loud.c", "#include <stdlib.h>\n__attribute__((constructor)) static "
+                                     "void loud(void) { abort(); }\n");
+    ASSERT_EQ(std::system("cc -shared -fPIC -o loud.so loud.c"), 0);
+    EXPECT_EQ(Load("absent"), "");
 }
 
 TEST_F(ShadeopLoader, FollowsNothingOutOfTheLibrary)
@@ -112,9 +141,11 @@ TEST_F(ShadeopLoader, TakesTheLibrariesOfTheFirstDirectoryByName)
     std::filesystem::create_symlink("nowhere", "one/link.so");
     TemporaryFolder::Write("one/text.so", "no library");
     m_options.m_searchDirs = {"", ".", "missing", "one", "two"};
-    EXPECT_EQ(Load("endless"), "a_so: float -> float [,]\n"
-                               "b_dll: float -> float [,]\n"
-                               "c_2e_so_1_7e_: float -> float [,]\n");
+    const std::string found = Load("endless");
+    EXPECT_TRUE(found.ends_with("\na_so: float -> float [,]\n"
+                                "b_dll: float -> float [,]\n"
+                                "c_2e_so_1_7e_: float -> float [,]\n"))
+        << found;
 }
 
 TEST_F(ShadeopLoader, OpensLibrariesOnceForAName)
@@ -124,7 +155,7 @@ TEST_F(ShadeopLoader, OpensLibrariesOnceForAName)
     const std::string first = Load(loader, "endless");
     EXPECT_EQ(Load(loader, "absent"), "");
     std::filesystem::remove("ops.so");
-    EXPECT_EQ(Load(loader, "endless"), first);
+    EXPECT_TRUE(first.ends_with(Load(loader, "endless"))) << first;
     EXPECT_EQ(Load(loader, "absent"), "");
 }
 
@@ -135,7 +166,8 @@ TEST_F(ShadeopLoader, PassesOverLibrariesThatAreCutOrForeign)
     for (std::size_t size = 0; size < bytes.size(); size += size < 1024 ? 16 : 512) {
         TemporaryFolder::Write("cut.so", bytes.substr(0, size));
         const std::string found = Load("endless");
-        EXPECT_TRUE(found.empty() || found.starts_with("cut_so: float")) << size << found;
+        EXPECT_TRUE(found.empty() || found.find("(./cut.so)") != std::string::npos)
+            << size << found;
     }
     TemporaryFolder::Write("cut.so", bytes.substr(0, bytes.size() / 8));
     EXPECT_EQ(Load("endless"), "");

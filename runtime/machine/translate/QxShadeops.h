@@ -7,16 +7,14 @@
 #include "kernels/QxKernel.h"
 #include "sqx/SqxShader.h"
 
-class QxShadeopCheck;
-
 /// The shadeops that a program calls, with their libraries loaded. Libraries run in this process
 /// with all its rights: the folders are those that the user trusts.
 class QxShadeops {
 public:
     /// Looks for the libraries of the shader in the folders, in their order, and calls the init
     /// functions, once for each shadeop. Throws `QxHostError` for a library or shadeop that is not
-    /// there, or that is called with other types than it is declared with; then nothing of a
-    /// library was called but what runs when it is loaded. Keeps nothing of the shader.
+    /// there, or that is called with other types than it is declared with; then none of them was
+    /// loaded. Keeps nothing of the shader.
     QxShadeops(const SqxShader& shader, const std::vector<std::string>& folders);
     /// Calls the cleanup functions and unloads.
     ~QxShadeops();
@@ -28,7 +26,7 @@ public:
     [[nodiscard]] std::span<const QxLoadedShadeop> Loaded() const { return m_loaded; }
 
 private:
-    void Find(const SqxShader& shader, std::size_t number, QxShadeopCheck& check);
+    void Start(const SqxDSOFunction& function);
 
     std::vector<std::unique_ptr<void, int (*)(void*)>> m_libraries;
     std::vector<QxLoadedShadeop> m_loaded;  // by number

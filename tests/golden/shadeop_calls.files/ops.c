@@ -8,3 +8,8 @@ struct {
     {"color blend(color[], float)", "", ""},
     {"", "", ""},
 };
+
+void grade(void) { }
+void start_grade(void) { }
+void stop_grade(void) { }
+void blend(void) { }

@@ -12,3 +12,5 @@ struct {
     {"output float dim(float)", "", ""},
     {"", "", ""},
 };
+
+void shade(void) { }

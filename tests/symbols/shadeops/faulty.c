@@ -1,7 +1,17 @@
-/* Tables as they may be found in libraries, most of them faulty. No shader runs with this library,
-   so there are no methods. */
+/* Tables as they may be found in libraries, most of them faulty. No shader runs with this library. */
 
 #include "QxShadeop.h"
+
+#define FUNCTION(name)                                                                             \
+    QX_SHADEOP_EXPORT void name(void) { }
+FUNCTION(good)
+FUNCTION(start)
+FUNCTION(stop)
+FUNCTION(mixed)
+FUNCTION(refused)
+FUNCTION(nulls)
+FUNCTION(endless)
+FUNCTION(wild)
 
 QX_SHADEOP_TABLE(good) = {
     {"float good(float)", "start", "stop"},
@@ -43,6 +53,14 @@ __asm__(".globl endless_shadeops\n"
         ".set endless_shadeops, endless_and_more\n"
         ".type endless_shadeops, @object\n"
         ".size endless_shadeops, 24\n");
+
+/* Without the functions that it needs, one of which is something else. */
+QX_SHADEOP_TABLE(bare) = {
+    {"float bare(float)", "datum", "absent"},
+    {"float bare(color)", "start", "absent"},
+    QX_SHADEOP_END,
+};
+QX_SHADEOP_EXPORT int datum = 1;
 
 /* Too small for a record. */
 QX_SHADEOP_EXPORT const char* const pointer_shadeops = "float pointer(float)";

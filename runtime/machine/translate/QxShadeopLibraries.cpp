@@ -1,0 +1,78 @@
+// A shader names functions of libraries, and may come from anywhere. So only what stands in the
+// table that a library exports is ever called: `system` in a file is refused, since no library
+// lists it.
+//
+// Tested by tests/shadeops.
+
+#include "machine/translate/QxShadeopLibraries.h"
+
+#include <filesystem>
+
+#include "QxHostError.h"
+#include "sqx/SqxShadeopTable.h"
+
+namespace {
+
+std::string PathIn(const std::vector<std::string>& folders, const std::string& library)
+{
+    for (const std::string& folder : folders) {
+        std::string path = folder;
+        path.append("/").append(library);
+        if (std::filesystem::is_regular_file(path))
+            return std::filesystem::absolute(path).string();
+    }
+    throw QxHostError("There is no shadeop library '" + library + "' in the given folders");
+}
+
+/// A method is one only if the library's own table lists it, and with it the init and cleanup
+/// functions: the file could name any function of the process otherwise. They may come from two
+/// rows, since the overloads that a shader calls share theirs.
+bool IsListed(const std::vector<SqxShadeopRecord>& records, const SqxDSOFunction& function)
+{
+    bool listsInit = function.init.empty();
+    bool listsCleanup = function.cleanup.empty();
+    for (const SqxShadeopRecord& record : records) {
+        listsInit = listsInit || function.init == record.init;
+        listsCleanup = listsCleanup || function.cleanup == record.cleanup;
+    }
+    return !records.empty() && listsInit && listsCleanup;
+}
+
+std::string MissingText(const std::string& library, const std::string& shadeop,
+                        const std::string& function)
+{
+    const std::string text = "Shadeop library '" + library + "' has no ";
+    if (function == shadeop)
+        return text + "shadeop '" + shadeop + "'";
+    return text + "function '" + function + "', which shadeop '" + shadeop + "' needs";
+}
+
+}  // namespace
+
+QxShadeopLibraries::QxShadeopLibraries(const std::vector<std::string>& names,
+                                       const std::vector<std::string>& folders)
+{
+    for (const std::string& name : names) {
+        std::string path = PathIn(folders, name);
+        SqxElfFile file = SqxElfFile::Open(path);
+        if (!file.IsLibrary())
+            throw QxHostError("Cannot load shadeop library '" + path +
+                              "': it is no library of this machine, or cut short");
+        m_libraries.push_back({name, std::move(path), std::move(file)});
+    }
+}
+
+std::vector<std::string> QxShadeopLibraries::DeclarationsOf(const SqxDSOFunction& shadeop) const
+{
+    const Library& library = m_libraries[shadeop.library];
+    const SqxShadeopTable table(library.file, shadeop.method);
+    if (!IsListed(table.Records(), shadeop))
+        throw QxHostError(MissingText(library.name, shadeop.method, shadeop.method));
+    for (const std::string& function : {shadeop.method, shadeop.init, shadeop.cleanup})
+        if (!function.empty() && library.file.Find(function).kind != SqxElfFile::Kind::Function)
+            throw QxHostError(MissingText(library.name, shadeop.method, function));
+    std::vector<std::string> declarations;
+    for (const SqxShadeopRecord& record : table.Records())
+        declarations.emplace_back(record.declaration);
+    return declarations;
+}
