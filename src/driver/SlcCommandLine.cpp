@@ -20,31 +20,6 @@ namespace {
 
 constexpr std::string_view k_sourceExtension = ".sl";
 
-using Flag = bool SlcOptionsControl::*;
-
-// What each level turns on beyond the one below it.
-constexpr Flag k_level1Flags[] = {
-    &SlcOptionsControl::m_simdInstructions, &SlcOptionsControl::m_regroupParallelBlocks,
-    &SlcOptionsControl::m_assignInPlace,    &SlcOptionsControl::m_reuseTempVars,
-    &SlcOptionsControl::m_reuseBoolFlags,
-};
-constexpr Flag k_level2Flags[] = {
-    &SlcOptionsControl::m_deadCodeElimination,   &SlcOptionsControl::m_optimizeBasicBlocks,
-    &SlcOptionsControl::m_convertConstOps,       &SlcOptionsControl::m_copyPropagation,
-    &SlcOptionsControl::m_blockOptimizerEnabled, &SlcOptionsControl::m_convertTmpVarDetail,
-    &SlcOptionsControl::m_reduceNumberTmps,
-};
-constexpr Flag k_level3Flags[] = {
-    &SlcOptionsControl::m_codeMotion,
-    &SlcOptionsControl::m_aggressiveSIMD,
-};
-
-void SetFlags(std::span<const Flag> flags, bool value, SlcOptionsControl& options)
-{
-    for (const Flag flag : flags)
-        options.*flag = value;
-}
-
 [[nodiscard]] bool Fail(std::string_view message)
 {
     SeverError(k_programName, message);
@@ -159,16 +134,6 @@ bool ParseOptions(std::span<const char* const> arguments, SlcCommandLine& line)
     line.m_preprocessedFile = line.m_inputFile.substr(0, stemLength) + ".i";
     ReadEnvironment(line);
     return true;
-}
-
-void SetOptimizationLevel(int level, SlcOptionsControl& options)
-{
-    if (level < 0 || level > 3)
-        return;
-    options.m_checkArrayBounds = level < 3;
-    SetFlags(k_level1Flags, level >= 1, options);
-    SetFlags(k_level2Flags, level >= 2, options);
-    SetFlags(k_level3Flags, level >= 3, options);
 }
 
 void PrintUsage()

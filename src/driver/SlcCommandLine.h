@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "compiler/SlcOptimizationLevel.h"
 #include "support/SlcOptionsControl.h"
 
 /// What the command line and the environment ask for: the stages to run, the files, the
@@ -32,9 +33,6 @@ struct SlcCommandLine {
 /// argument. False if the program shall end with status 1: a fault has been reported, or what was
 /// asked for has been printed.
 [[nodiscard]] bool ParseOptions(std::span<const char* const> arguments, SlcCommandLine& line);
-
-/// Sets the fields that an optimization level from 0 to 3 decides; another level changes nothing.
-void SetOptimizationLevel(int level, SlcOptionsControl& options);
 
 /// Writes the description of the options to standard output.
 void PrintUsage();

@@ -8,8 +8,8 @@
 
 #include <cstdio>
 #include <fstream>
-#include <iostream>
 #include <memory>
+#include <ostream>
 #include <set>
 #include <string>
 #include <unistd.h>
@@ -35,7 +35,7 @@ using File = std::unique_ptr<std::FILE, decltype(&std::fclose)>;
         return ParseCode(files.m_preprocessedText, line.m_options.m_strict);
     const File file(std::fopen(files.m_preprocessed->Path().c_str(), "r"), &std::fclose);
     if (!file) {
-        std::cerr << "Cannot open input file: " << line.m_preprocessedFile << "\n";
+        SlcReports() << "Cannot open input file: " << line.m_preprocessedFile << "\n";
         throw SlcCompilationSevereError();
     }
     return ParseCode(file.get(), line.m_options.m_strict);
@@ -45,8 +45,8 @@ using File = std::unique_ptr<std::FILE, decltype(&std::fclose)>;
 /// taken for that of the refused source.
 void RemoveOutput(const SlcCommandLine& line)
 {
-    if (!g_ccFilename.empty())
-        unlink((line.m_outputDirectory + "/" + g_ccFilename + ".sqx").c_str());
+    if (!SlcShaderName().empty())
+        unlink((line.m_outputDirectory + "/" + SlcShaderName() + ".sqx").c_str());
 }
 
 /// For build systems, as they were found: a shader is to be compiled anew when one changes. Written
@@ -71,7 +71,7 @@ void WriteLibraries(const SlcInterForm& shader, const SlcCommandLine& line)
 void WriteCCode(SlcInterForm& shader, const SlcCommandLine& line, SlcRunFiles& files)
 {
     if (line.m_runCCBuild)
-        files.m_cc.emplace(g_ccFilename + ".cpp");
+        files.m_cc.emplace(SlcShaderName() + ".cpp");
     const bool hasFolder = files.m_cc && !files.m_cc->Folder().empty();
     shader.GenCCode(hasFolder ? files.m_cc->Folder() : ".");
 }
@@ -96,8 +96,8 @@ void RunStages(SlcCommandLine& line, SlcRunFiles& files, Tree& tree)
 
 void ReportAborted(const std::string& inputFile)
 {
-    std::cerr << "Compilation of " << inputFile << " aborted due to errors: " << NbErrors()
-              << " errors, " << NbWarnings() << " warnings.\n";
+    SlcReports() << "Compilation of " << inputFile << " aborted due to errors: " << NbErrors()
+                 << " errors, " << NbWarnings() << " warnings.\n";
 }
 
 }  // namespace

@@ -7,10 +7,9 @@
 #include <filesystem>
 #include <system_error>
 
-namespace {
+#include "compiler/SlcPreprocessorMacros.h"
 
-// Of the platform that the first shaders were written on.
-constexpr const char* k_macros[] = {"OMBRIUM", "IRIX"};
+namespace {
 
 /// An installed program finds the header by its own place, so that the tree can be moved.
 [[nodiscard]] std::filesystem::path RuntimeDirectory()
@@ -42,16 +41,15 @@ std::string SlcShellWord(const std::string& text)
 std::string DefaultPreprocessCommand()
 {
     std::string command = "sqxcpp";
-    for (const char* macro : k_macros)
-        command += std::string(" -D") + macro;
+    for (const auto& macro : SlcPreprocessorMacros())
+        command += " -D" + macro.text;
     return command + " $cpp_options \"$input_file\" > \"$cpp_result\"";
 }
 
 SlcPreprocessorOptions DefaultPreprocessorOptions(const std::vector<std::string>& arguments)
 {
     SlcPreprocessorOptions options;
-    for (const char* macro : k_macros)
-        options.macros.push_back({macro});
+    options.macros = SlcPreprocessorMacros();
     for (const std::string& argument : arguments)
         if (argument.starts_with("-D"))
             options.macros.push_back({argument.substr(2)});

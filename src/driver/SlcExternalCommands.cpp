@@ -158,7 +158,7 @@ void KeepPreprocessedText(const SlcCommandLine& line, SlcRunFiles& files)
 
 bool BuildSharedObject(const SlcCommandLine& line, SlcRunFiles& files)
 {
-    const std::string name = g_ccFilename + ".sqx";
+    const std::string name = SlcShaderName() + ".sqx";
     const std::string place = line.m_outputDirectory + '/' + name;
     SlcUnfinishedFile output(place);
     const bool succeeded = RunCommand(
@@ -166,7 +166,7 @@ bool BuildSharedObject(const SlcCommandLine& line, SlcRunFiles& files)
         {{"output_dir", output.Folder().empty() ? line.m_outputDirectory : output.Folder()},
          {"output_file", name},
          {"cc_input_file", files.m_cc->Path()}});
-    const bool kept = !line.m_keepCCFile || KeepFile(*files.m_cc, g_ccFilename + ".cpp");
+    const bool kept = !line.m_keepCCFile || KeepFile(*files.m_cc, SlcShaderName() + ".cpp");
     if (!succeeded)
         SeverError(k_programName, "Problem during C++ compilation.  Stopping.");
     else if (Exists(output.Path()) && !KeepFile(output, place))

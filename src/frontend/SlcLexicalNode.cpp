@@ -1,22 +1,33 @@
-// Constants and names live in pools to the end of the process: operands, messages and annotations
-// point at them from everywhere. Names of the source are made once for each spelling; those that
-// the compiler makes are distinct even if they are spelt alike, and so never meet a source name.
+// Constants and names live in pools to the end of the compilation: operands, messages and
+// annotations point at them from everywhere. Names of the source are made once for each spelling;
+// those that the compiler makes are distinct even if they are spelt alike, and so never meet a
+// source name.
 
 #include "frontend/SlcLexicalNode.h"
 
 #include <deque>
 #include <unordered_map>
 
+#include "support/SlcCompilation.h"
+
 namespace {
 
 /// The pool of one class: a deque never moves its elements, so plain pointers into it stay good
-/// to the end of the process.
+/// to the end of the compilation.
+template <class Node>
+struct Pool {
+    std::deque<Node> nodes;
+};
+
 template <class Node, class... Arguments>
 Node* CreateInPool(Arguments... arguments)
 {
-    static std::deque<Node> pool;
-    return &pool.emplace_back(arguments...);
+    return &SlcPartOfCompilation<Pool<Node>>().nodes.emplace_back(arguments...);
 }
+
+struct IdentsOfSource {
+    std::unordered_map<std::string_view, SlcIdentNode*> idents;  // keys lie in the nodes
+};
 
 }  // namespace
 
@@ -50,7 +61,7 @@ SlcIdentNode* SlcLexicalNode::CreateIdent(std::string_view name)
 
 SlcIdentNode* SlcLexicalNode::IdentOfSource(std::string_view name)
 {
-    static std::unordered_map<std::string_view, SlcIdentNode*> idents;  // keys lie in the nodes
+    auto& idents = SlcPartOfCompilation<IdentsOfSource>().idents;
     const auto known = idents.find(name);
     if (known != idents.end())
         return known->second;

@@ -14,6 +14,7 @@
 
 #include "grammar.h"
 #include "support/QxStack.h"
+#include "support/SlcCompilation.h"
 #include "support/SlcDiagnostics.h"
 
 namespace SlcParseActions {
@@ -27,7 +28,12 @@ struct Parse {
     bool depthReported = false;
     SlcParseAdvice advice;
 };
-Parse g_parse;
+
+/// That of the compilation.
+Parse& Current()
+{
+    return SlcPartOfCompilation<Parse>();
+}
 
 std::unique_ptr<SlcExprNode> SmallExpr(const SlcPosition& position)
 {
@@ -51,9 +57,10 @@ std::unique_ptr<SlcSyntaxNode> SmallNode(const SlcSyntaxNode* node, const SlcPos
 void Begin()
 {
     constexpr std::size_t wanted = SlcSyntaxNode::k_maxHeight * SlcSyntaxNode::k_stackPerLevel;
-    g_parse = {};
+    Current() = {};
     // A small limit of the user's makes for a smaller tree, and no crash.
-    g_parse.maxHeight = static_cast<int>(QxStack::Reserve(wanted) / SlcSyntaxNode::k_stackPerLevel);
+    Current().maxHeight =
+        static_cast<int>(QxStack::Reserve(wanted) / SlcSyntaxNode::k_stackPerLevel);
 }
 
 void SetRoot(std::unique_ptr<SlcDefinitionsNode> root)
@@ -63,31 +70,31 @@ void SetRoot(std::unique_ptr<SlcDefinitionsNode> root)
     root->SetNoColumn(position.column);
     if (position.file)
         root->SetFileParsed(position.file);
-    g_parse.root = std::move(root);
+    Current().root = std::move(root);
 }
 
 SlcParseAdvice& Advice()
 {
-    return g_parse.advice;
+    return Current().advice;
 }
 
 std::unique_ptr<SlcDefinitionsNode> TakeRoot()
 {
-    return std::move(g_parse.root);
+    return std::move(Current().root);
 }
 
 void RefuseIfTooHigh(SlcTokenValue& value)
 {
-    if (!value.node || value.node->Height() <= g_parse.maxHeight)
+    if (!value.node || value.node->Height() <= Current().maxHeight)
         return;
     std::unique_ptr<SlcSyntaxNode> small = SmallNode(value.node, value.Position());
     if (!small)
         return;
-    if (!g_parse.depthReported)
+    if (!Current().depthReported)
         yyerror(dynamic_cast<SlcStmtNode*>(value.node)
                     ? "Statement is nested too deeply"
                     : "Expression is too long or nested too deeply");
-    g_parse.depthReported = true;
+    Current().depthReported = true;
     Discard(value);
     value.node = small.release();
 }

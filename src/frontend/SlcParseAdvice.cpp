@@ -18,14 +18,10 @@
 #include <string_view>
 #include <utility>
 
+#include "frontend/SlcScanner.h"
 #include "grammar.h"
 #include "support/SlcDiagnostics.h"
 #include "support/SlcSourcePosition.h"
-
-int yylex();
-// Of the generated scanner.
-extern char* yytext;
-extern int yyleng;
 
 namespace {
 
@@ -102,8 +98,9 @@ const SlcParseAdvice::Token& SlcParseAdvice::Before(std::size_t places) const
     return places < m_count && places < k_kept ? m_tokens[(m_count - 1 - places) % k_kept] : none;
 }
 
-int SlcParseAdvice::Next()
+int SlcParseAdvice::Next(SlcTokenValue& value)
 {
+    m_value = &value;
     int token = Read();
     // A new beginning at the ";" of a loop's head would report the rest of the head again.
     while (m_dropping != 0 && token != 0 && token != '{' && token != '}') {
@@ -117,14 +114,14 @@ int SlcParseAdvice::Next()
 
 int SlcParseAdvice::Read()
 {
-    const int code = yylex();
+    const int code = SlcScanner::Next(*m_value);
     // The oldest token gives its place, and nobody asks for it on the way.
     Token& token = m_tokens[m_count % k_kept];
     token.code = code;
     token.line = SlcCurrentPosition().line;
     token.text.clear();
     if (AdviceIsShown() && code != 0)
-        token.text.assign(yytext, static_cast<std::size_t>(yyleng));
+        token.text = SlcScanner::TokenText();
     Follow(token);
     ++m_count;
     return code;

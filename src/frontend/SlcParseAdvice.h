@@ -4,13 +4,15 @@
 #include <string>
 #include <vector>
 
+#include "frontend/SlcTokenValue.h"
+
 /// Watches the tokens on their way to the parser, to tell more of a syntax error than the parser
 /// knows: the token by name, and what was most likely meant. It also keeps the recovery from a
 /// fault in the head of a `for` from starting anew inside of that head.
 class SlcParseAdvice {
 public:
-    /// The next token from the scanner.
-    [[nodiscard]] int Next();
+    /// The next token from the scanner, and its value.
+    [[nodiscard]] int Next(SlcTokenValue& value);
     /// The last token is a syntax error. Gives the advice, empty unless advice is shown.
     [[nodiscard]] std::string Refused();
 
@@ -54,6 +56,7 @@ private:
     /// The token so many places before the last one.
     [[nodiscard]] const Token& Before(std::size_t places) const;
 
+    SlcTokenValue* m_value = nullptr;  // where the parser wants that of the next token
     static constexpr std::size_t k_kept = 8;
     Token m_tokens[k_kept];  // a ring
     std::size_t m_count = 0;

@@ -6,9 +6,21 @@
 
 #include "frontend/SlcParseActions.h"
 #include "frontend/SlcScanner.h"
+#include "support/SlcCompilation.h"
 #include "support/SlcDiagnostics.h"
 
-std::string g_ccFilename;
+namespace {
+
+struct ShaderName {
+    std::string name;
+};
+
+}  // namespace
+
+std::string& SlcShaderName()
+{
+    return SlcPartOfCompilation<ShaderName>().name;
+}
 
 int yyparse();
 

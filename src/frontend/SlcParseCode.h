@@ -7,8 +7,8 @@
 
 #include "frontend/SlcDefinitionNodes.h"
 
-/// The name of the shader last parsed; it names the output files. Set by the grammar.
-extern std::string g_ccFilename;
+/// The name of the shader that was parsed last; it names the output files. Set by the grammar.
+[[nodiscard]] std::string& SlcShaderName();
 
 /// Parses a preprocessed source. `strict` changes nothing in the language that is accepted.
 /// Throws `SlcCompilationError` if anything was reported as an error; there is no tree then.

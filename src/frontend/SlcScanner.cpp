@@ -14,23 +14,14 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdlib>
-#include <iostream>
 #include <limits>
+#include <ostream>
 #include <set>
 
 #include "frontend/SlcTokenValue.h"
 #include "grammar.h"
 #include "support/SlcDiagnostics.h"
 #include "support/SlcSourcePosition.h"
-
-// Of the generated scanner.
-void yyrestart(std::FILE* file);
-
-bool SlcScanner::sm_lineHeld = false;
-bool SlcScanner::sm_mayBeLong = false;
-std::FILE* SlcScanner::sm_file = nullptr;
-std::string_view SlcScanner::sm_text;
-std::size_t SlcScanner::sm_noStringBefore = 0;
 
 namespace {
 
@@ -76,7 +67,7 @@ void RefuseIfTooLong(std::string_view text)
 {
     if (text.size() <= SlcScanner::k_maxTokenLength)
         return;
-    std::cerr << "token too large, exceeds YYLMAX\n";
+    SlcReports() << "token too large, exceeds YYLMAX\n";
     EndCompilation(2);
 }
 
@@ -97,18 +88,18 @@ int SlcKeywordToken(std::string_view word)
 
 void SlcScanner::Begin(std::FILE* file, std::string_view text)
 {
-    sm_file = file;
-    sm_text = text;
+    Current().file = file;
+    Current().text = text;
     SlcCurrentPosition() = {};
-    sm_noStringBefore = 0;
+    Current().noStringBefore = 0;
     ResetLineNumber();
-    yyrestart(file);
+    Restart();
 }
 
 void SlcScanner::ResetLineNumber()
 {
-    sm_lineHeld = false;
-    sm_mayBeLong = false;
+    Current().lineHeld = false;
+    Current().mayBeLong = false;
     SlcCurrentPosition().column = 0;
     SlcCurrentPosition().line = 1;
 }
@@ -157,7 +148,7 @@ void SlcScanner::AppendToLine(std::string_view text)
 {
     SlcSourcePosition& position = SlcCurrentPosition();
     // Only the first line grows like this.
-    if (!sm_lineHeld && position.currentLine.size() < k_maxTokenLength)
+    if (!Current().lineHeld && position.currentLine.size() < k_maxTokenLength)
         position.currentLine += text.substr(0, k_maxTokenLength);
     if (position.column == 0)
         position.filler.clear();
@@ -167,8 +158,8 @@ void SlcScanner::AppendToLine(std::string_view text)
 void SlcScanner::NewLine()
 {
     SlcSourcePosition& position = SlcCurrentPosition();
-    sm_lineHeld = true;
-    sm_mayBeLong = false;
+    Current().lineHeld = true;
+    Current().mayBeLong = false;
     position.column = 0;
     // A line marker can hold the greatest number.
     if (position.line < std::numeric_limits<int>::max())
@@ -177,7 +168,7 @@ void SlcScanner::NewLine()
 
 void SlcScanner::BeginLine(std::string_view text)
 {
-    if (!sm_mayBeLong)
+    if (!Current().mayBeLong)
         RefuseIfTooLong(text);
     BeginSkippedLine(text);
 }
@@ -191,7 +182,7 @@ void SlcScanner::BeginSkippedLine(std::string_view text)
 const std::string* SlcScanner::FileName(std::string_view name)
 {
     // Nodes keep pointers to the names, so that none is ever removed.
-    static std::set<std::string, std::less<>> names;
+    auto& names = Current().fileNames;
     auto found = names.find(name);
     if (found == names.end())
         found = names.emplace(name).first;
@@ -227,12 +218,16 @@ SlcPosition SlcScanner::Position()
 
 std::size_t SlcScanner::Read(char* buffer, std::size_t size)
 {
-    const std::size_t count =
-        sm_file ? std::fread(buffer, 1, size, sm_file) : sm_text.copy(buffer, size);
-    if (sm_file && count == 0 && std::ferror(sm_file) != 0)
-        yyerror("Cannot read the preprocessed source");
-    if (!sm_file)
-        sm_text.remove_prefix(count);
+    State& state = Current();
+    std::size_t count = 0;
+    if (state.file) {
+        count = std::fread(buffer, 1, size, state.file);
+        if (count == 0 && std::ferror(state.file) != 0)
+            yyerror("Cannot read the preprocessed source");
+    } else {
+        count = state.text.copy(buffer, size);
+        state.text.remove_prefix(count);
+    }
     // The generated scanner ends raw input at a zero byte, so that one stands for an invalid
     // character instead, which no token holds either.
     std::replace(buffer, buffer + count, '\0', '\1');

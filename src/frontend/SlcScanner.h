@@ -1,16 +1,20 @@
 #pragma once
 
 #include <cstdio>
+#include <functional>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
 
 #include "frontend/SlcSyntaxNode.h"
+#include "frontend/SlcTokenValue.h"
+#include "support/SlcCompilation.h"
 #include "support/SlcSourcePosition.h"
 
 /// What the scanner keeps beside the tokens: the current file, line and column, and the source line
 /// for reports. The state is that of `SlcCurrentPosition`, which only these operations write. The
-/// rules of scanner.l call them; one source is scanned at a time.
+/// rules of scanner.l call them; a compilation scans one source at a time.
 class SlcScanner {
 public:
     static constexpr std::size_t k_maxTokenLength = 8191;
@@ -20,6 +24,10 @@ public:
     static void Begin(std::FILE* file, std::string_view text = {});
     /// Line 1, column 0.
     static void ResetLineNumber();
+    /// The next token; 0 at the end of the source. Operators leave the value as it is.
+    [[nodiscard]] static int Next(SlcTokenValue& value);
+    /// The text of the last token, up to the next one.
+    [[nodiscard]] static std::string_view TokenText();
 
     /// A rule matched so many characters, which are taken.
     static void BeginToken(std::size_t length);
@@ -27,11 +35,11 @@ public:
     static void GiveBack(std::size_t count) { SlcCurrentPosition().taken -= count; }
 
     /// The string literal that begins with what was just taken has no end in all of it.
-    static void NoStringEndsHere() { sm_noStringBefore = SlcCurrentPosition().taken; }
+    static void NoStringEndsHere() { Current().noStringBefore = SlcCurrentPosition().taken; }
     /// The quote that was just taken may be the first of a string literal.
     [[nodiscard]] static bool CanStringStart()
     {
-        return SlcCurrentPosition().taken > sm_noStringBefore;
+        return SlcCurrentPosition().taken > Current().noStringBefore;
     }
 
     /// Accounts for the text of a token with one filler character each. Ends the process with
@@ -48,7 +56,7 @@ public:
     static void BeginLine(std::string_view text);
     /// The line behind this one may have any length: generated sources of one line stand behind a
     /// line marker. Reports show its beginning.
-    static void AllowLongLine() { sm_mayBeLong = true; }
+    static void AllowLongLine() { Current().mayBeLong = true; }
     /// The newline rule inside a comment, where a line has any length.
     static void BeginSkippedLine(std::string_view text);
     /// A line that begins with "#", without its newline: a line marker of the preprocessor, in
@@ -61,16 +69,22 @@ public:
     [[nodiscard]] static std::size_t Read(char* buffer, std::size_t size);
 
 private:
+    /// Of the generated scanner.
+    static void Restart();
     static const std::string* FileName(std::string_view name);
     /// Counts the characters, and adds them to a line that is not held.
     static void AddFillers(std::size_t count, char filler);
     static void AppendToLine(std::string_view text);
 
-    static bool sm_lineHeld;               // the current line came whole from the newline rule
-    static bool sm_mayBeLong;              // the next line
-    static std::FILE* sm_file;             // null if the text is read
-    static std::string_view sm_text;       // what is left of it
-    static std::size_t sm_noStringBefore;  // no literal that starts before so many has an end
+    struct State {
+        bool lineHeld = false;           // the current line came whole from the newline rule
+        bool mayBeLong = false;          // the next line
+        std::FILE* file = nullptr;       // null if the text is read
+        std::string_view text;           // what is left of it
+        std::size_t noStringBefore = 0;  // no literal that starts before so many has an end
+        std::set<std::string, std::less<>> fileNames;  // nodes point at them
+    };
+    [[nodiscard]] static State& Current() { return SlcPartOfCompilation<State>(); }
 };
 
 /// What a keyword is for, as those who color sources tell words apart.

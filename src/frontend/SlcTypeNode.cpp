@@ -15,6 +15,7 @@
 #include <deque>
 
 #include "frontend/SlcLexicalNode.h"
+#include "support/SlcCompilation.h"
 
 namespace {
 
@@ -26,11 +27,10 @@ SlcTypeNode* TypeSingleton()
     return &type;
 }
 
-std::deque<SlcArrayTypeNode>& ArrayTypePool()
-{
-    static std::deque<SlcArrayTypeNode> pool;
-    return pool;
-}
+struct ArrayTypes {
+    std::deque<SlcArrayTypeNode> arrays;
+    std::deque<SlcArrayRefTypeNode> references;
+};
 
 }  // namespace
 
@@ -103,13 +103,12 @@ SlcTypeNode* SlcTypeNode::CreateArrayType(SlcTypeNode* element, const SlcFloatCo
 
 SlcTypeNode* SlcTypeNode::CreateArrayType(SlcTypeNode* element, int length)
 {
-    return &ArrayTypePool().emplace_back(element, length);
+    return &SlcPartOfCompilation<ArrayTypes>().arrays.emplace_back(element, length);
 }
 
 SlcTypeNode* SlcTypeNode::CreateArrayRefType(SlcTypeNode* element)
 {
-    static std::deque<SlcArrayRefTypeNode> pool;
-    return &pool.emplace_back(element);
+    return &SlcPartOfCompilation<ArrayTypes>().references.emplace_back(element);
 }
 
 bool SlcTypeNode::IsSameType(const SlcTypeNode*) const

@@ -24,10 +24,13 @@
 using namespace SlcParseActions;
 
 // The parser takes its tokens through what gives advice on them.
-#define yylex Advice().Next
+#define yylex(value) Advice().Next(*(value))
 }
 
 %define api.value.type {SlcTokenValue}
+%define api.pure full
+/* An operator leaves the value of the token before it. */
+%initial-action { yylval = {}; }
 %define parse.error custom
 
 /* An "else" and the ";" behind a statement are always shifted, and so is a string behind a type,
@@ -76,7 +79,7 @@ definition
 
 shader_definition
     : shader_type identifier '(' shader_formals_opt ')' '{' statements_opt '}'
-        { g_ccFilename = As<SlcIdentNode>($2)->GetName();
+        { SlcShaderName() = As<SlcIdentNode>($2)->GetName();
           Put($$, std::make_unique<SlcShaderDefNode>(
                       $1.Position(), Take<SlcShaderTypeNode>($1), As<SlcIdentNode>($2),
                       Take<SlcFormalsNode>($4), Take<SlcStmtsNode>($7))); }

@@ -6,6 +6,7 @@
 
 #include "icode/SlcLexType.h"
 
+#include "support/SlcCompilation.h"
 #include "symbols/SlcGeneratedNames.h"
 
 const std::string& SlcLexType::GetName() const
@@ -64,16 +65,23 @@ SlcOperand SlcLexType::Bool(bool value)
     return MakeConst(SlcLexicalNode::CreateBool(value), SlcTypeNode::ABoolean());
 }
 
+namespace {
+
+struct PIOperands {
+    SlcOperand value = SlcLexType::Float(3.1415926536);
+    SlcOperand variable = MakeShared<SlcLexType>(
+        SlcLexicalNode::CreateIdent(SlcGeneratedNames::k_pi), SlcTypeNode::AFloat(),
+        SlcDetailNode::AUniform(), SlcStorageSpecNode::AInput());
+};
+
+}  // namespace
+
 const SlcOperand& SlcLexType::GetPI()
 {
-    static const SlcOperand sm_PI = Float(3.1415926536);
-    return sm_PI;
+    return SlcPartOfCompilation<PIOperands>().value;
 }
 
 const SlcOperand& SlcLexType::GetPIVariable()
 {
-    static const SlcOperand sm_variable = MakeShared<SlcLexType>(
-        SlcLexicalNode::CreateIdent(SlcGeneratedNames::k_pi), SlcTypeNode::AFloat(),
-        SlcDetailNode::AUniform(), SlcStorageSpecNode::AInput());
-    return sm_variable;
+    return SlcPartOfCompilation<PIOperands>().variable;
 }

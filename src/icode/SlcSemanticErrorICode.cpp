@@ -2,7 +2,7 @@
 // the class of the reports stands below it.
 
 #include <cstdlib>
-#include <iostream>
+#include <ostream>
 
 #include "icode/SlcBlockICode.h"
 #include "support/SlcDiagnostics.h"
@@ -19,6 +19,6 @@ void SlcSemanticError::FatalErrorICode(const SlcPtr<SlcCommentICode>& comment,
 {
     CountError();
     PrintAt(*comment->m_file, comment->m_line, "FATAL ERROR", message);
-    std::cerr << "***** Please contact '" << SlcContactAddress() << "' !!!\n";
+    SlcReports() << "***** Please contact '" << SlcContactAddress() << "' !!!\n";
     EndCompilation(1);
 }

@@ -73,9 +73,9 @@ SlcOperand SlcBuiltInLowering::CreateBuiltInDerivative(BuiltInCall& call)
     SlcTypeNode* type =
         word == "area" ? SlcTypeNode::AFloat() : SlcElements::ValueType(call.args[0]);
     if (row.addsDu)
-        call.args.push_back(PredefinedOperand(Predefined::sm_du, call, row.function));
+        call.args.push_back(PredefinedOperand(Predefined::EntryNamed("du"), call, row.function));
     if (row.addsDv)
-        call.args.push_back(PredefinedOperand(Predefined::sm_dv, call, row.function));
+        call.args.push_back(PredefinedOperand(Predefined::EntryNamed("dv"), call, row.function));
     return GenDerivative(call, type, row.underCondition);
 }
 

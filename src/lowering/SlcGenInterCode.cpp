@@ -86,15 +86,15 @@ void SlcGenInterCode::DefaultOutputValues()
         return MakeShared<SlcColorICode>(entry->GetIntCodeVar(), value, value, value);
     };
     if (m_context.m_shaderType->IsSurface()) {
-        m_conditions.AddInBlock(varying, color(Hiddens::sm_Ci, zero));
-        m_conditions.AddInBlock(varying, color(Hiddens::sm_Oi, one));
+        m_conditions.AddInBlock(varying, color(Hiddens::EntryNamed("Ci"), zero));
+        m_conditions.AddInBlock(varying, color(Hiddens::EntryNamed("Oi"), one));
     } else if (m_context.m_shaderType->IsLight()) {
         m_conditions.AddBeginBlock(varying);
-        m_list.AddICode(color(Hiddens::sm_Cl, zero));
+        m_list.AddICode(color(Hiddens::EntryNamed("Cl"), zero));
         m_list.AddICode(
-            MakeShared<SlcVectorICode>(Hiddens::sm_L->GetIntCodeVar(), zero, zero, zero));
+            MakeShared<SlcVectorICode>(Hiddens::EntryNamed("L")->GetIntCodeVar(), zero, zero, zero));
         m_conditions.AddEndBlock(varying);
-        m_conditions.AddInBlock(varying, color(Hiddens::sm_Ol, one));
+        m_conditions.AddInBlock(varying, color(Hiddens::EntryNamed("Ol"), one));
     }
 }
 

@@ -44,8 +44,8 @@ SlcGenInterCode::Cone SlcGenInterCode::EvaluateCone(SlcExprNode* position, SlcEx
 
 void SlcGenInterCode::Case(SlcIlluminateStmtNode* node)
 {
-    const SlcOperand L = m_context.OperandOf(Hiddens::sm_L);
-    const SlcOperand Ps = m_context.OperandOf(Hiddens::sm_Ps);
+    const SlcOperand L = m_context.OperandOf(Hiddens::EntryNamed("L"));
+    const SlcOperand Ps = m_context.OperandOf(Hiddens::EntryNamed("Ps"));
     const Cone cone = EvaluateCone(node->GetLightPosition(), node->GetAxis(), node->GetAngle());
     const SlcOperand flag = m_list.GenTempVar(SlcTypeNode::ABoolean(), SlcDetailNode::AVarying());
     const SlcOperand uniformFlag =
@@ -63,7 +63,7 @@ void SlcGenInterCode::Case(SlcIlluminateStmtNode* node)
 
 void SlcGenInterCode::Case(SlcSolarStmtNode* node)
 {
-    const SlcOperand L = m_context.OperandOf(Hiddens::sm_L);
+    const SlcOperand L = m_context.OperandOf(Hiddens::EntryNamed("L"));
     SlcDetailNode* varying = SlcDetailNode::AVarying();
     Cone cone = EvaluateCone(nullptr, node->GetAxis(), node->GetAngle());
     const SlcOperand flag = m_conditions.GetBoolFlag(varying);
@@ -72,8 +72,8 @@ void SlcGenInterCode::Case(SlcSolarStmtNode* node)
         cone.angle = SlcLexType::Float(0);
         cone.axis = m_list.GenTempVar(SlcTypeNode::APoint(), varying);
         m_conditions.AddInBlock(
-            varying, MakeShared<SlcSubICode>(cone.axis, m_context.OperandOf(Hiddens::sm_Ps),
-                                             m_context.OperandOf(Hiddens::sm_E)));
+            varying, MakeShared<SlcSubICode>(cone.axis, m_context.OperandOf(Hiddens::EntryNamed("Ps")),
+                                             m_context.OperandOf(Hiddens::EntryNamed("E"))));
     }
     const SlcGridForm form =
         AreUniform({&cone.axis, &cone.angle}) ? m_conditions.GridForm() : SlcGridForm::Plain();
@@ -102,7 +102,7 @@ void SlcGenInterCode::GenLitBody(SlcLoopStmtNode* node, const SlcOperand& flag,
     const SlcOperand zero = SlcLexType::Float(0);
     m_conditions.AddInBlock(
         SlcDetailNode::AVarying(),
-        MakeShared<SlcColorICode>(m_context.OperandOf(Hiddens::sm_Cl), zero, zero, zero));
+        MakeShared<SlcColorICode>(m_context.OperandOf(Hiddens::EntryNamed("Cl")), zero, zero, zero));
     m_conditions.LeaveCondition();
 }
 

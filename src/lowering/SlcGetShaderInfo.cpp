@@ -33,10 +33,10 @@ constexpr const char* k_shaderSpace = "\"shader\"";
 SlcPtr<SlcVarSymbolEntry> Outermost(SlcPtr<SlcVarSymbolEntry> named)
 {
     SlcPtr<SlcVarSymbolEntry> entry = SlcOutermost(std::move(named));
-    const bool isP = entry && Hiddens::sm_P && entry->GetIntCodeVar() &&
-                     entry->GetIntCodeVar() == Hiddens::sm_P->GetIntCodeVar();
+    const bool isP = entry && Hiddens::EntryNamed("P") && entry->GetIntCodeVar() &&
+                     entry->GetIntCodeVar() == Hiddens::EntryNamed("P")->GetIntCodeVar();
     if (isP)
-        return Hiddens::sm_P;
+        return Hiddens::EntryNamed("P");
     return entry;
 }
 
@@ -70,13 +70,13 @@ void SlcGetShaderInfo::Case(SlcShaderDefNode* node)
     m_codeGenerator->SetShaderType(m_facts.m_shaderType);
     // The lowering sets these in front of the body, whatever that does (DefaultOutputValues).
     if (m_facts.m_shaderType->IsLight()) {
-        AddVarIfNotInList(Hiddens::sm_Cl);
-        AddVarIfNotInList(Hiddens::sm_Ol);
-        AddVarIfNotInList(Hiddens::sm_L);
+        AddVarIfNotInList(Hiddens::EntryNamed("Cl"));
+        AddVarIfNotInList(Hiddens::EntryNamed("Ol"));
+        AddVarIfNotInList(Hiddens::EntryNamed("L"));
     }
     if (m_facts.m_shaderType->IsSurface()) {
-        AddVarIfNotInList(Hiddens::sm_Ci);
-        AddVarIfNotInList(Hiddens::sm_Oi);
+        AddVarIfNotInList(Hiddens::EntryNamed("Ci"));
+        AddVarIfNotInList(Hiddens::EntryNamed("Oi"));
     }
     m_inFormals = true;
     node->GetFormals()->ApplyWalker(this);
@@ -222,17 +222,17 @@ void SlcGetShaderInfo::WriteOutputArguments(SlcProcCallExprNode* node)
 
 void SlcGetShaderInfo::Case(SlcIlluminateStmtNode* node)
 {
-    AddVarIfNotInList(Hiddens::sm_L);
-    AddVarIfNotInList(Hiddens::sm_Ps);
+    AddVarIfNotInList(Hiddens::EntryNamed("L"));
+    AddVarIfNotInList(Hiddens::EntryNamed("Ps"));
     node->WalkIn(this);
 }
 
 void SlcGetShaderInfo::Case(SlcSolarStmtNode* node)
 {
-    AddVarIfNotInList(Hiddens::sm_L);
-    AddVarIfNotInList(Hiddens::sm_Ps);
+    AddVarIfNotInList(Hiddens::EntryNamed("L"));
+    AddVarIfNotInList(Hiddens::EntryNamed("Ps"));
     if (!node->GetAxis())
-        AddVarIfNotInList(Hiddens::sm_E);
+        AddVarIfNotInList(Hiddens::EntryNamed("E"));
     node->WalkIn(this);
 }
 

@@ -12,9 +12,16 @@
 #include <iterator>
 #include <utility>
 
+#include "support/SlcCompilation.h"
 #include "symbols/SlcPossibleTypes.h"
 
 namespace {
+
+/// Names are unique in the whole compile.
+struct NameCounters {
+    int temporaries = 0;
+    int gotoLabels = 0;
+};
 
 [[nodiscard]] std::string Numbered(char letter, int number)
 {
@@ -24,9 +31,6 @@ namespace {
 }
 
 }  // namespace
-
-int SlcListBuilder::sm_noTemp = 0;
-int SlcListBuilder::sm_noGotoLabel = 0;
 
 SlcListBuilder::KeepTempVars::KeepTempVars(SlcListBuilder& list)
     : m_list(list),
@@ -50,7 +54,8 @@ SlcDetailNode* SlcListBuilder::DetailHere(SlcDetailNode* detail) const
 
 SlcOperand SlcListBuilder::MakeTempVar(SlcTypeNode* type, SlcDetailNode* detail)
 {
-    const std::string name = Numbered('T', sm_noTemp++) + '_';
+    const std::string name =
+        Numbered('T', SlcPartOfCompilation<NameCounters>().temporaries++) + '_';
     auto temporary = MakeShared<SlcLexType>(SlcLexicalNode::CreateIdent(name), type,
                                             DetailHere(detail), SlcStorageSpecNode::ALocal());
     m_list->AddLocalVar(temporary);
@@ -93,7 +98,8 @@ SlcOperand SlcListBuilder::GetResultVar(const SlcExprNode* expr, SlcTypeNode* ty
 
 SlcLabel SlcListBuilder::GenLabel()
 {
-    return MakeShared<SlcLabelICode>(Numbered('L', sm_noGotoLabel++));
+    return MakeShared<SlcLabelICode>(
+        Numbered('L', SlcPartOfCompilation<NameCounters>().gotoLabels++));
 }
 
 /// A body that ends at its `return` does not count its end, so that a number may come again.

@@ -78,9 +78,6 @@ public:
     void LeaveBody(const SlcOperand& result) { m_temps.LeaveBody(result); }
 
 private:
-    static int sm_noTemp;       // temporaries made in this run
-    static int sm_noGotoLabel;  // labels made in this run
-
     const SlcOptionsControl& m_options;
     SlcPtr<SlcListICode> m_list;  // where instructions and locals go
     Runs m_runs = Runs::OnGrid;

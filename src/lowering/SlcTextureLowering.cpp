@@ -73,9 +73,9 @@ std::deque<SlcOperand> SlcTextureLowering::TextureCorners(SlcTextureExprNode* no
         return {args.begin() + k_nameAndChannel, args.begin() + k_nameAndChannel + 8};
     if (positional != 0)
         return FootprintOf(args[k_nameAndChannel], args[k_nameAndChannel + 1]);
-    if (Hiddens::sm_s.Null() || Hiddens::sm_t.Null())
+    if (Hiddens::EntryNamed("s").Null() || Hiddens::EntryNamed("t").Null())
         m_errors->FatalError(node, "'s' or 't' is not available.");
-    return FootprintOf(m_context.OperandOf(Hiddens::sm_s), m_context.OperandOf(Hiddens::sm_t));
+    return FootprintOf(m_context.OperandOf(Hiddens::EntryNamed("s")), m_context.OperandOf(Hiddens::EntryNamed("t")));
 }
 
 std::deque<SlcOperand> SlcTextureLowering::FootprintOf(const SlcOperand& s, const SlcOperand& t)

@@ -24,9 +24,15 @@
 
 #include "icode/SlcICodes.h"
 #include "optimizer/SlcUniformAccess.h"
+#include "support/SlcCompilation.h"
 #include "support/SlcDiagnostics.h"
 
 namespace {
+
+struct MotionCounters {
+    int heads = 0;  // runs in front of loops, for names that are unique
+    bool hasWarned = false;
+};
 
 /// What no set can tell of an instruction's operands.
 class OperandFacts : public SlcOperandWalker {
@@ -287,7 +293,7 @@ bool SlcCodeMotion::ReachesAllUses(const Loop& loop, int block, int variable) co
 
 std::deque<SlcPtr<SlcICode>> SlcCodeMotion::InFrontOf(int head) const
 {
-    static int sm_headCounter = 0;
+    int& headCounter = SlcPartOfCompilation<MotionCounters>().heads;
     std::deque<SlcPtr<SlcICode>> codes;
     const auto moved = m_moved.find(head);
     if (moved == m_moved.end())
@@ -307,7 +313,7 @@ std::deque<SlcPtr<SlcICode>> SlcCodeMotion::InFrontOf(int head) const
             closeRun();
         uniforms.Join(own);
         if (entry.inParallelRun && openRun.Null()) {
-            openRun = MakeShared<SlcLabelICode>("LHead" + std::to_string(sm_headCounter++));
+            openRun = MakeShared<SlcLabelICode>("LHead" + std::to_string(headCounter++));
             codes.push_back(MakeShared<SlcBeginParallelICode>(openRun));
         }
         codes.push_back(entry.code);
@@ -318,8 +324,8 @@ std::deque<SlcPtr<SlcICode>> SlcCodeMotion::InFrontOf(int head) const
 
 void SlcCodeMotion::WarnOfInfiniteLoop()
 {
-    static bool sm_hasWarned = false;
-    if (!sm_hasWarned)
+    bool& hasWarned = SlcPartOfCompilation<MotionCounters>().hasWarned;
+    if (!hasWarned)
         WarningNoSource("Generated code for an infinite loop.");
-    sm_hasWarned = true;
+    hasWarned = true;
 }

@@ -15,13 +15,21 @@
 #include "semantics/SlcCheckSemantics.h"
 #include "semantics/SlcStatementInfo.h"
 #include "semantics/SlcTypedExpr.h"
+#include "support/SlcCompilation.h"
 #include "support/SlcDiagnostics.h"
 #include "symbols/SlcPossibleTypes.h"
 
+namespace {
+
+struct ReturnType {
+    SlcIdentNode* ident = SlcLexicalNode::CreateIdent("**returnType**");
+};
+
+}  // namespace
+
 SlcIdentNode* SlcCheckSemantics::ReturnTypeIdent()
 {
-    static SlcIdentNode* const ident = SlcLexicalNode::CreateIdent("**returnType**");
-    return ident;
+    return SlcPartOfCompilation<ReturnType>().ident;
 }
 
 void SlcCheckSemantics::FindTypes(SlcSyntaxNode* node)

@@ -24,11 +24,11 @@ bool IsOfLightLoop(const SlcVarSymbolEntry& variable)
 {
     if (const auto& outer = variable.GetOuter())
         return IsOfLightLoop(*outer);
-    for (const auto* light :
-         {&SlcShaderSymbolTable::sm_L, &SlcShaderSymbolTable::sm_Cl, &SlcShaderSymbolTable::sm_Ol})
-        if (*light && &**light == &variable)
-            return true;
-    return false;
+    const auto isVariable = [&](const char* name) {
+        const auto& light = SlcShaderSymbolTable::EntryNamed(name);
+        return light && &*light == &variable;
+    };
+    return isVariable("L") || isVariable("Cl") || isVariable("Ol");
 }
 
 }  // namespace

@@ -21,6 +21,7 @@
 #include <string>
 #include <utility>
 
+#include "support/SlcCompilation.h"
 #include "support/SlcSourcePosition.h"
 
 namespace {
@@ -43,9 +44,40 @@ struct Counters {
 
 Counters& State()
 {
-    static Counters counters;
-    return counters;
+    return SlcPartOfCompilation<Counters>();
 }
+
+struct ReportsSoFar {
+    std::vector<SlcReport> reports;
+};
+
+struct ColumnOfOffset {
+    std::function<int(std::size_t, int)> columnOf;
+};
+
+/// Places a report at the scanner's last token.
+void RecordAtSource(bool isError, std::string_view text)
+{
+    const SlcSourcePosition& position = SlcCurrentPosition();
+    SlcReport report;
+    report.isError = isError;
+    report.level = isError ? 0 : 1;
+    report.file = position.file ? *position.file : std::string();
+    report.line = position.line;
+    report.length = std::max(position.tokenLength, 1);
+    report.column = std::max(position.column - position.tokenLength, 0) + 1;
+    const std::size_t end = std::max<std::size_t>(position.taken, 1);
+    const auto& columnOf = SlcPartOfCompilation<ColumnOfOffset>().columnOf;
+    if (columnOf)
+        report.column =
+            columnOf(end - std::min(end, static_cast<std::size_t>(report.length)), report.column);
+    report.text = text;
+    RecordReport(std::move(report));
+}
+
+struct ReportStream {
+    std::ostream* stream = &std::cerr;
+};
 
 /// `file:line:` of the scanner's position.
 std::string Place(const SlcSourcePosition& position)
@@ -60,10 +92,11 @@ void ReportAtSource(std::string_view kind, std::string_view message)
 {
     if (++State().sourceReports > k_maxSourceReports) {
         if (State().sourceReports == k_maxSourceReports + 1)
-            std::cerr << "More faults in the source are counted, not shown\n";
+            SlcReports() << "More faults in the source are counted, not shown\n";
         return;
     }
     const SlcSourcePosition& position = SlcCurrentPosition();
+    RecordAtSource(kind == "ERROR", message);
     const std::string place = Place(position);
     const std::string indent(place.size(), ' ');
     const int offset = position.column - position.tokenLength;
@@ -73,7 +106,7 @@ void ReportAtSource(std::string_view kind, std::string_view message)
     report.append(indent).append(position.currentLine).append("\n");
     report.append(indent).append(position.filler, 0, static_cast<std::size_t>(std::max(offset, 0)));
     report.append("^\n");
-    std::cerr << report;
+    SlcReports() << report;
 }
 
 }  // namespace
@@ -90,6 +123,31 @@ void EndCompilation(int status)
     if (State().endsByException)
         throw SlcCompilationEnd{status};
     std::exit(status);
+}
+
+std::ostream& SlcReports()
+{
+    return *SlcPartOfCompilation<ReportStream>().stream;
+}
+
+void SetReports(std::ostream& stream)
+{
+    SlcPartOfCompilation<ReportStream>().stream = &stream;
+}
+
+const std::vector<SlcReport>& SlcReportsSoFar()
+{
+    return SlcPartOfCompilation<ReportsSoFar>().reports;
+}
+
+void RecordReport(SlcReport report)
+{
+    SlcPartOfCompilation<ReportsSoFar>().reports.push_back(std::move(report));
+}
+
+void SetColumnOfOffset(std::function<int(std::size_t offset, int column)> columnOf)
+{
+    SlcPartOfCompilation<ColumnOfOffset>().columnOf = std::move(columnOf);
 }
 
 void ResetNbErrorsAndWarnings()
@@ -165,8 +223,11 @@ void Warning(std::string_view message)
 
 void Advise(std::string_view text)
 {
-    if (AdviceIsShown() && State().sourceReports <= k_maxSourceReports)
-        std::cerr << Place(SlcCurrentPosition()).append(" ADVICE: ").append(text).append("\n\n");
+    if (!AdviceIsShown() || State().sourceReports > k_maxSourceReports)
+        return;
+    if (auto& reports = SlcPartOfCompilation<ReportsSoFar>().reports; !reports.empty())
+        reports.back().advice = text;
+    SlcReports() << Place(SlcCurrentPosition()).append(" ADVICE: ").append(text).append("\n\n");
 }
 
 void Warning(std::string_view message, std::string_view detail)
@@ -174,35 +235,38 @@ void Warning(std::string_view message, std::string_view detail)
     if (WarningLevel() == 0)
         return;
     AddWarning();
+    RecordAtSource(false, std::string(message).append(" -- ").append(detail));
     std::string report = Place(SlcCurrentPosition());
     report.append(" WARNING: ").append(message).append(" -- ").append(detail).append("\n\n");
-    std::cerr << report;
+    SlcReports() << report;
 }
 
 void WarningNoSource(std::string_view message)
 {
     if (WarningLevel() == 0)
         return;
-    std::cerr << "WARNING : " + std::string(message) + "\n";
+    RecordReport({false, 1, "", 0, 0, 0, std::string(message), ""});
+    SlcReports() << "WARNING : " + std::string(message) + "\n";
 }
 
 void SeverError(std::string_view program, std::string_view message)
 {
     AddError();
-    std::cerr << std::string(program).append(": ERROR: ").append(message).append("\n");
+    SlcReports() << std::string(program).append(": ERROR: ").append(message).append("\n");
 }
 
 void SevereWarning(std::string_view program, std::string_view message)
 {
-    std::cerr << std::string(program).append(": WARNING: ").append(message).append("\n");
+    SlcReports() << std::string(program).append(": WARNING: ").append(message).append("\n");
 }
 
 void FatalError(std::string_view message)
 {
     AddError();
+    RecordReport({true, 0, "", 0, 0, 0, std::string(message), ""});
     std::string report = "FATAL ERROR: ";
     report.append(message).append("\n***** Please contact '");
     report.append(SlcContactAddress()).append("' !!!\n");
-    std::cerr << report;
+    SlcReports() << report;
     EndCompilation(1);
 }

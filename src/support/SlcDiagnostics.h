@@ -1,8 +1,15 @@
 #pragma once
 
+#include <cstddef>
+#include <functional>
+#include <iosfwd>
+#include <string>
 #include <string_view>
+#include <vector>
 
-/// Counters and reports that need no syntax tree. All text goes to standard error.
+/// Counters and reports that need no syntax tree. They are those of the compilation that the
+/// calling thread is in; all text goes to standard error, unless the compilation has a stream of
+/// its own.
 
 /// A stage counted errors in the source; the driver prints the summary. Thrown by value.
 class SlcCompilationError {};
@@ -30,6 +37,30 @@ private:
 /// Ends the compile after a fatal report: by `SlcCompilationEnd` if something waits for that, or
 /// else with the process.
 [[noreturn]] void EndCompilation(int status);
+
+/// Where reports go.
+[[nodiscard]] std::ostream& SlcReports();
+/// The stream must outlive the compilation.
+void SetReports(std::ostream& stream);
+
+/// A report as data.
+struct SlcReport {
+    bool isError = true;
+    int level = 0;  // of a warning: the least warning level that shows it
+    std::string file;
+    int line = 0;
+    int column = 0;  // in the file, from 1; 0 if it is not known
+    int length = 0;
+    std::string text;
+    std::string advice;
+};
+/// Those of the compilation that were shown, in their order.
+[[nodiscard]] const std::vector<SlcReport>& SlcReportsSoFar();
+/// Adds one; the reports below do it by themselves.
+void RecordReport(SlcReport report);
+/// Gives the column in the file for a place of the scanned text and its column there. Without it
+/// both are the same.
+void SetColumnOfOffset(std::function<int(std::size_t offset, int column)> columnOf);
 
 /// What the driver reported before the parse is not part of the compile's counts.
 void ResetNbErrorsAndWarnings();

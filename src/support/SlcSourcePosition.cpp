@@ -1,3 +1,8 @@
 #include "support/SlcSourcePosition.h"
 
-SlcSourcePosition SlcSourcePosition::sm_current;
+#include "support/SlcCompilation.h"
+
+SlcSourcePosition& SlcCurrentPosition()
+{
+    return SlcPartOfCompilation<SlcSourcePosition>();
+}

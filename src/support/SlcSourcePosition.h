@@ -4,8 +4,8 @@
 #include <string>
 
 /// Where the scanner stands, for the reports that show a source line with a caret. The scanner
-/// fills the one instance as it reads; nothing else writes to it. SlcDiagnostics.cpp shows what
-/// comes of it.
+/// fills that of the compilation as it reads; nothing else writes to it. SlcDiagnostics.cpp shows
+/// what comes of it.
 struct SlcSourcePosition {
     const std::string* file = nullptr;  // name of the current file; null before the first marker
     int line = 1;
@@ -14,12 +14,7 @@ struct SlcSourcePosition {
     std::string currentLine;  // the source line being scanned
     std::string filler;       // a blank or tab for each character up to the last token
     std::size_t taken = 0;    // characters of the source, up to the last token
-
-    static SlcSourcePosition sm_current;
 };
 
 /// The scanner's position. The scanner is its only writer.
-[[nodiscard]] inline SlcSourcePosition& SlcCurrentPosition()
-{
-    return SlcSourcePosition::sm_current;
-}
+[[nodiscard]] SlcSourcePosition& SlcCurrentPosition();

@@ -15,7 +15,7 @@
 #include "symbols/SlcFuncDescription.h"
 
 #include <charconv>
-#include <iostream>
+#include <ostream>
 
 #include "support/SlcDiagnostics.h"
 
@@ -195,7 +195,7 @@ void SlcFuncDescription::ReadSIMDInfo(const char*& cursor, int nArgs, SlcCallSIM
     else if (word == "always-simd")
         kind = SlcCallSIMD::AlwaysSimd;
     else
-        std::cerr << "Bad SIMD info : " << word << '\n';
+        SlcReports() << "Bad SIMD info : " << word << '\n';
     for (; nArgs > 0; --nArgs) {
         const std::string_view detail = ReadString(cursor);
         if (detail == "varying")

@@ -5,7 +5,7 @@
 
 #include "symbols/SlcInterfaceQxLib.h"
 
-#include <iostream>
+#include <ostream>
 
 #include "sqx/SqxType.h"
 #include "support/SlcDiagnostics.h"
@@ -54,7 +54,7 @@ int SlcInterfaceQxLib::SlcTypeNodeToQxType(const SlcTypeNode* type)
     for (const TypeCode& row : k_typeCodes)
         if ((type->*row.test)())
             return static_cast<int>(row.code);
-    std::cerr << type->ToString() << '\n';
+    SlcReports() << type->ToString() << '\n';
     return 0;
 }
 

@@ -12,13 +12,18 @@
 #include <algorithm>
 #include <set>
 
+#include "support/SlcCompilation.h"
+
 namespace {
 
-/// The one set with these members in this order; it lives until the process ends.
+struct SharedSets {
+    std::set<std::vector<SlcTypeNode*>> sets;
+};
+
+/// The one set with these members in this order; it lives until the compilation ends.
 const std::vector<SlcTypeNode*>* SharedSet(std::vector<SlcTypeNode*> types)
 {
-    static std::set<std::vector<SlcTypeNode*>> sets;
-    return &*sets.insert(std::move(types)).first;
+    return &*SlcPartOfCompilation<SharedSets>().sets.insert(std::move(types)).first;
 }
 
 }  // namespace

@@ -15,9 +15,14 @@
 
 #include "sqx/SqxElfFile.h"
 #include "support/QxSystem.h"
+#include "support/SlcCompilation.h"
 #include "symbols/SlcShadeopReader.h"
 
 namespace {
+
+struct MethodCounter {
+    int count = 0;  // records with a valid name so far, for names that are unique
+};
 
 /// The paths of a directory's libraries. By name, so that the result does not depend on the order
 /// in which the file system keeps them.
@@ -31,8 +36,6 @@ std::vector<std::string> LibrariesIn(const std::string& directory)
 }
 
 }  // namespace
-
-int SlcShadeopLoader::sm_methods = 0;
 
 SlcShadeopLoader::SlcShadeopLoader(SlcPtr<SlcSemanticError> errors,
                                    const SlcOptionsControl* options, SlcShadeopRules rules)
@@ -118,8 +121,8 @@ const char* SlcShadeopLoader::ReadRecord(const SqxShadeopRecord& record, const S
     declaration.methodName = reader.ReadMethodName();
     if (!declaration.methodName || declaration.methodName->GetName() != name->GetName())
         return "Invalid method ID";
-    declaration.uniqueName =
-        SlcLexicalNode::CreateIdent(name->GetName() + '_' + std::to_string(sm_methods++));
+    declaration.uniqueName = SlcLexicalNode::CreateIdent(
+        name->GetName() + '_' + std::to_string(SlcPartOfCompilation<MethodCounter>().count++));
     bool isGood = false;
     declaration.argTypes = reader.ReadArguments(isGood);
     if (!isGood)

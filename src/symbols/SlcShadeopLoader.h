@@ -41,8 +41,6 @@ private:
                                                 const SlcIdentNode* name,
                                                 SlcShadeopDeclaration& declaration);
 
-    static int sm_methods;  // records with a valid name so far, for names that are unique
-
     SlcPtr<SlcSemanticError> m_errors;
     const SlcOptionsControl* m_options;
     SlcShadeopRules m_rules;

@@ -9,35 +9,40 @@
 
 #include "symbols/SlcShaderSymbolTable.h"
 
+#include <algorithm>
+#include <array>
+#include <iterator>
 #include <string>
 #include <utility>
 
+#include "support/SlcCompilation.h"
 #include "support/SlcDiagnostics.h"
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcHiddenVariables.h"
 
 using S = SlcShaderSymbolTable;
 
-S::VarEntry S::sm_Cs, S::sm_Os, S::sm_P, S::sm_Ps, S::sm_dPdu, S::sm_dPdv, S::sm_N, S::sm_Ng,
-    S::sm_u, S::sm_v, S::sm_du, S::sm_dv, S::sm_s, S::sm_t, S::sm_L, S::sm_Cl, S::sm_Ol, S::sm_E,
-    S::sm_I, S::sm_ncomps, S::sm_time, S::sm_Ci, S::sm_Oi, S::sm_alpha;
-bool S::sm_illuminanceExists = false;
-
 namespace {
 
-struct StaticEntry {
-    std::string_view name;
-    S::VarEntry* entry;
+constexpr std::string_view k_names[] = {"Cs", "Os", "P",  "Ps",     "dPdu", "dPdv", "N",  "Ng",
+                                        "u",  "v",  "du", "dv",     "s",    "t",    "L",  "Cl",
+                                        "Ol", "E",  "I",  "ncomps", "time", "Ci",   "Oi", "alpha"};
+
+/// The predefined variables of the compilation's shader.
+struct PredefinedEntries {
+    std::array<S::VarEntry, std::size(k_names)> entries;  // by the order of the names
+    bool illuminanceExists = false;                       // those of light loops have been made
 };
 
-constexpr StaticEntry k_statics[] = {
-    {"Cs", &S::sm_Cs},     {"Os", &S::sm_Os},     {"P", &S::sm_P},   {"Ps", &S::sm_Ps},
-    {"dPdu", &S::sm_dPdu}, {"dPdv", &S::sm_dPdv}, {"N", &S::sm_N},   {"Ng", &S::sm_Ng},
-    {"u", &S::sm_u},       {"v", &S::sm_v},       {"du", &S::sm_du}, {"dv", &S::sm_dv},
-    {"s", &S::sm_s},       {"t", &S::sm_t},       {"L", &S::sm_L},   {"Cl", &S::sm_Cl},
-    {"Ol", &S::sm_Ol},     {"E", &S::sm_E},       {"I", &S::sm_I},   {"ncomps", &S::sm_ncomps},
-    {"time", &S::sm_time}, {"Ci", &S::sm_Ci},     {"Oi", &S::sm_Oi}, {"alpha", &S::sm_alpha},
-};
+/// Null for a name that no shader knows.
+[[nodiscard]] S::VarEntry* FindEntry(std::string_view name)
+{
+    const auto found = std::find(std::begin(k_names), std::end(k_names), name);
+    if (found == std::end(k_names))
+        return nullptr;
+    return &SlcPartOfCompilation<PredefinedEntries>()
+                .entries[static_cast<std::size_t>(found - std::begin(k_names))];
+}
 
 // What each kind of shader sees, in the order in which the entries are made.
 
@@ -93,11 +98,11 @@ void SlcShaderSymbolTable::InitReadWriteHiddens(std::span<const char* const> nam
 
 void SlcShaderSymbolTable::InitIlluminance(std::span<const char* const> names, bool first)
 {
-    if (sm_illuminanceExists || (!first && sm_L)) {
+    bool& exists = SlcPartOfCompilation<PredefinedEntries>().illuminanceExists;
+    if (exists || (!first && EntryNamed("L"))) {
         for (const char* name : names)
-            for (const StaticEntry& known : k_statics)
-                if (known.name == name && *known.entry)
-                    AddVarEntry(*known.entry);
+            if (const VarEntry* const known = FindEntry(name); known && *known)
+                AddVarEntry(*known);
         return;
     }
     for (const char* name : names) {
@@ -106,29 +111,25 @@ void SlcShaderSymbolTable::InitIlluminance(std::span<const char* const> names, b
                                        info.detail(), SlcStorageSpecNode::AReadWrite(), true,
                                        info.accessor, nullptr));
     }
-    sm_illuminanceExists = true;
+    exists = true;
 }
 
 void SlcShaderSymbolTable::InitStaticVarEntry(const VarEntry& entry)
 {
-    for (const StaticEntry& known : k_statics)
-        if (known.name == entry->GetName())
-            *known.entry = entry;
+    if (VarEntry* const known = FindEntry(entry->GetName()))
+        *known = entry;
 }
 
 const S::VarEntry& SlcShaderSymbolTable::EntryNamed(std::string_view name)
 {
-    for (const StaticEntry& known : k_statics)
-        if (known.name == name)
-            return *known.entry;
+    if (const VarEntry* const known = FindEntry(name))
+        return *known;
     FatalError("No predefined variable named '" + std::string(name) + "'");
 }
 
 void SlcShaderSymbolTable::ResetStatics()
 {
-    for (const StaticEntry& known : k_statics)
-        *known.entry = nullptr;
-    sm_illuminanceExists = false;
+    SlcPartOfCompilation<PredefinedEntries>() = {};
 }
 
 SlcSurfaceSymbolTable::SlcSurfaceSymbolTable(SlcPtr<SlcSymbolTable> parent)
@@ -138,7 +139,7 @@ SlcSurfaceSymbolTable::SlcSurfaceSymbolTable(SlcPtr<SlcSymbolTable> parent)
     InitReadWriteHiddens(k_surfaceReadWrite);
     // The point being shaded is what a surface shader shades.
     AddHidden("Ps", "P", SlcStorageSpecNode::AReadOnly());
-    sm_Ps->GetIntCodeVar() = sm_P->GetIntCodeVar();
+    EntryNamed("Ps")->GetIntCodeVar() = EntryNamed("P")->GetIntCodeVar();
     MakeIlluminanceEntries(parent);
 }
 

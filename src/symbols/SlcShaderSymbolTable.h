@@ -8,9 +8,8 @@
 
 /// The scope of a shader's predefined variables, between the built-ins and the shader's own.
 ///
-/// Code generation reaches the variables through the statics, never by look-up: a parameter may
-/// hide one. They stay null until an entry of that name is made, and are valid for the one shader
-/// of a compile.
+/// Code generation reaches the variables through the compilation's entries, never by look-up: a
+/// parameter may hide one. They stay null until an entry of that name is made.
 class SlcShaderSymbolTable : public SlcSymbolTable {
 public:
     using VarEntry = SlcPtr<SlcVarSymbolEntry>;
@@ -22,18 +21,14 @@ public:
     /// Adds the variables of a light loop: the entries that exist already, unless this is the
     /// `first` such scope. All light loops of a compile share them.
     void InitIlluminance(std::span<const char* const> names, bool first);
-    /// Remembers the entry in the static of its name; a name without one changes nothing.
+    /// Remembers the entry under its name; a name that no shader knows changes nothing.
     static void InitStaticVarEntry(const VarEntry& entry);
 
-    /// The static of a predefined variable; null where the kind of shader has none. A name that
+    /// The entry of a predefined variable; null where the kind of shader has none. A name that
     /// no shader knows is a fault of the compiler, and fatal.
     [[nodiscard]] static const VarEntry& EntryNamed(std::string_view name);
-    /// Forgets the variables of an earlier compile.
+    /// Forgets the variables of an earlier shader.
     static void ResetStatics();
-
-    static VarEntry sm_Cs, sm_Os, sm_P, sm_Ps, sm_dPdu, sm_dPdv, sm_N, sm_Ng, sm_u, sm_v, sm_du,
-        sm_dv, sm_s, sm_t, sm_L, sm_Cl, sm_Ol, sm_E, sm_I, sm_ncomps, sm_time, sm_Ci, sm_Oi,
-        sm_alpha;
 
 protected:
     explicit SlcShaderSymbolTable(SlcPtr<SlcSymbolTable> parent) : SlcSymbolTable(std::move(parent))
@@ -43,8 +38,6 @@ protected:
 private:
     void AddHidden(const char* name, const char* record, SlcStorageSpecNode* storage);
     friend class SlcSurfaceSymbolTable;
-
-    static bool sm_illuminanceExists;  // the entries of light loops have been made
 };
 
 /// One class a kind of shader, which takes its variables and tells which of them it may write.

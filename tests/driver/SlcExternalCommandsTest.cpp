@@ -18,7 +18,7 @@ protected:
     {
         m_line.m_inputFile = "a.sl";
         m_line.m_preprocessedFile = "a.i";
-        g_ccFilename = "glow";
+        SlcShaderName() = "glow";
     }
 
     /// Preprocesses alone, so that the result is kept.

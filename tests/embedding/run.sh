@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds the programs of README.md and docs/embedding.md against the libraries of the build, and runs
 # each with byte-code and with shared objects, which must print the same. The commands of
-# docs/embedding.md are run as they stand, with an installed tree.
+# docs/embedding.md and docs/compiling.md are run as they stand, with an installed tree.
 # usage: run.sh BUILD_DIRECTORY
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
@@ -100,7 +100,9 @@ expect "$(./readme | sort -u | wc -l | xargs -I{} test {} -gt 100 && echo varied
 
 if command -v pkg-config >/dev/null; then
     cmake --install "$build" --prefix "$scratch/installed" >/dev/null
-    PATH="$scratch/installed/bin:$PATH" \
-        PKG_CONFIG_PATH=$(dirname "$(find "$scratch/installed" -name shaderqx.pc)") \
-        "$root/tests/readme/run.sh" "$build" docs/embedding.md
+    for page in docs/embedding.md docs/compiling.md; do
+        PATH="$scratch/installed/bin:$PATH" \
+            PKG_CONFIG_PATH=$(dirname "$(find "$scratch/installed" -name shaderqx.pc)") \
+            "$root/tests/readme/run.sh" "$build" $page
+    done
 fi

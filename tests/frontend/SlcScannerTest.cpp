@@ -10,9 +10,14 @@
 #include "support/SlcDiagnostics.h"
 #include "support/SlcSourcePosition.h"
 
-int yylex();
-
 namespace {
+
+SlcTokenValue yylval;
+
+int yylex()
+{
+    return SlcScanner::Next(yylval);
+}
 
 struct Close {
     void operator()(std::FILE* file) const { std::fclose(file); }

@@ -152,7 +152,7 @@ TEST(SlcParser, BuildsDefinitions)
 TEST(SlcParser, NamesTheOutputByTheLastShader)
 {
     const ParsedSource parsed("surface a() {} float f() {} light b() {}");
-    EXPECT_EQ(g_ccFilename, "b");
+    EXPECT_EQ(SlcShaderName(), "b");
 }
 
 TEST(SlcParser, GivesNodesThePlaceOfTheirFirstToken)

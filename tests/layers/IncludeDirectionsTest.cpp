@@ -23,7 +23,7 @@ struct Tree {
 const Tree k_compiler = {SLC_SOURCE_FOLDER "/src",
                          {"sqx", "support", "preprocessor", "frontend", "support/reports",
                           "symbols", "semantics", "icode", "lowering", "optimizer", "backends",
-                          "driver"}};
+                          "compiler", "driver"}};
 const Tree k_runtime = {
     SLC_SOURCE_FOLDER "/runtime",
     {"shading", "sqx", "kernels", "machine/verify", "machine/translate", "machine/run", "host"}};

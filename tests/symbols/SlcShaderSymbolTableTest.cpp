@@ -109,15 +109,15 @@ TEST(SlcShaderSymbolTable, ReadsTheShadedPointAsPsInASurface)
     SlcSurfaceShaderTypeNode surface;
     SlcShaderSymbolTableCreater create(MakeShared<SlcSemanticError>());
     auto table = create(&surface, MakeShared<SlcSymbolTable>());
-    EXPECT_EQ(AccessorOf(SlcShaderSymbolTable::sm_Ps), "i_hiddens.GetP()");
-    EXPECT_EQ(table->GetVarEntry(Ident("Ps"), true), SlcShaderSymbolTable::sm_Ps);
-    EXPECT_TRUE(SlcShaderSymbolTable::sm_Ps->IsHidden());
-    EXPECT_EQ(SlcShaderSymbolTable::sm_Ps->GetIntCodeVar(),
-              SlcShaderSymbolTable::sm_P->GetIntCodeVar());
+    EXPECT_EQ(AccessorOf(SlcShaderSymbolTable::EntryNamed("Ps")), "i_hiddens.GetP()");
+    EXPECT_EQ(table->GetVarEntry(Ident("Ps"), true), SlcShaderSymbolTable::EntryNamed("Ps"));
+    EXPECT_TRUE(SlcShaderSymbolTable::EntryNamed("Ps")->IsHidden());
+    EXPECT_EQ(SlcShaderSymbolTable::EntryNamed("Ps")->GetIntCodeVar(),
+              SlcShaderSymbolTable::EntryNamed("P")->GetIntCodeVar());
     SlcLightShaderTypeNode light;
     table = create(&light, MakeShared<SlcSymbolTable>());
-    EXPECT_EQ(AccessorOf(SlcShaderSymbolTable::sm_Ps), "i_hiddens.GetPs()");
-    EXPECT_TRUE(SlcShaderSymbolTable::sm_Ci.Null());  // nothing is left of the surface
+    EXPECT_EQ(AccessorOf(SlcShaderSymbolTable::EntryNamed("Ps")), "i_hiddens.GetPs()");
+    EXPECT_TRUE(SlcShaderSymbolTable::EntryNamed("Ci").Null());  // nothing is left of the surface
 }
 
 TEST(SlcIlluminanceSymbolTable, SharesItsVariablesAmongAllLightLoops)
@@ -136,7 +136,7 @@ TEST(SlcIlluminanceSymbolTable, SharesItsVariablesAmongAllLightLoops)
             EXPECT_EQ(AccessorOf(entry), std::string("(i_lights[lightCnt].") + name + ")");
             EXPECT_TRUE(entry->GetStorage()->IsReadWrite());
         }
-        EXPECT_EQ(one->GetVarEntry(Ident("L"), true), SlcShaderSymbolTable::sm_L);
+        EXPECT_EQ(one->GetVarEntry(Ident("L"), true), SlcShaderSymbolTable::EntryNamed("L"));
     }
 }
 
@@ -147,7 +147,7 @@ TEST(SlcIlluminanceSymbolTable, SharesTheVariablesOfALightShader)
         &light, MakeShared<SlcSymbolTable>());
     const auto loop = MakeShared<SlcIlluminanceSymbolTable>(shader, false);
     EXPECT_EQ(loop->GetVarEntry(Ident("Cl"), true), shader->GetVarEntry(Ident("Cl"), true));
-    EXPECT_EQ(AccessorOf(SlcShaderSymbolTable::sm_Cl), "i_hiddens.GetCl()");
+    EXPECT_EQ(AccessorOf(SlcShaderSymbolTable::EntryNamed("Cl")), "i_hiddens.GetCl()");
 }
 
 TEST(SlcShaderSymbolTableDeathTest, TreatsUnknownNamesAsFaultsOfItsOwn)

@@ -8,7 +8,7 @@
 #include "support/reports/SlcSemanticError.h"
 
 #include <cstdlib>
-#include <iostream>
+#include <ostream>
 #include <string>
 
 #include "frontend/SlcLexicalNode.h"
@@ -18,12 +18,14 @@
 namespace {
 
 /// `node` may be null: the text then stands alone.
-void Print(const SlcSyntaxNode* node, std::string_view kind, std::string text)
+void Print(const SlcSyntaxNode* node, std::string_view kind, std::string text, int level = 0)
 {
     if (node)
-        SlcSemanticError::PrintAt(*node->GetFileParsed(), node->GetNoLine(), kind, text);
+        SlcSemanticError::PrintAt(*node->GetFileParsed(), node->GetNoLine(), kind, text, level);
     else
-        std::cerr << text.append("\n");
+        RecordReport({kind != "WARNING", kind == "WARNING" ? level : 0, "", 0, 0, 0, text, ""});
+    if (!node)
+        SlcReports() << text.append("\n");
 }
 
 std::string WithDetail(std::string_view message, std::string_view detail)
@@ -34,11 +36,12 @@ std::string WithDetail(std::string_view message, std::string_view detail)
 }  // namespace
 
 void SlcSemanticError::PrintAt(std::string_view file, int line, std::string_view kind,
-                               std::string_view text)
+                               std::string_view text, int level)
 {
+    RecordReport({kind != "WARNING", level, std::string(file), line, 0, 0, std::string(text), ""});
     std::string report(file);
     report.append(":").append(std::to_string(line)).append(": ").append(kind).append(": ");
-    std::cerr << report.append(text).append("\n");
+    SlcReports() << report.append(text).append("\n");
 }
 
 SlcSemanticError::QuietAfterError::QuietAfterError(SlcSemanticError& errors, int before)
@@ -96,7 +99,7 @@ void SlcSemanticError::Warning(const SlcSyntaxNode* node, std::string_view messa
         return;
     AddWarning();
     PrintHeading();
-    Print(node, "WARNING", std::string(message));
+    Print(node, "WARNING", std::string(message), level);
 }
 
 void SlcSemanticError::Warning(const SlcSyntaxNode* node, std::string_view message,
@@ -106,7 +109,7 @@ void SlcSemanticError::Warning(const SlcSyntaxNode* node, std::string_view messa
         return;
     AddWarning();
     PrintHeading();
-    Print(node, "WARNING", WithDetail(message, detail));
+    Print(node, "WARNING", WithDetail(message, detail), level);
 }
 
 void SlcSemanticError::Advise(const SlcSyntaxNode* node, std::string_view text)
@@ -120,7 +123,7 @@ void SlcSemanticError::FatalError(const SlcSyntaxNode* node, std::string_view me
     CountError();
     PrintHeading();
     Print(node, "FATAL ERROR", std::string(message));
-    std::cerr << "***** Please contact '" << SlcContactAddress() << "' !\n";
+    SlcReports() << "***** Please contact '" << SlcContactAddress() << "' !\n";
     EndCompilation(1);
 }
 
@@ -140,5 +143,5 @@ void SlcSemanticError::PrintHeading()
     if (m_heading.isPrinted || !m_heading.function || !m_heading.file)
         return;
     m_heading.isPrinted = true;
-    std::cerr << *m_heading.file + ": In function " + m_heading.function->GetName() + "\n";
+    SlcReports() << *m_heading.file + ": In function " + m_heading.function->GetName() + "\n";
 }

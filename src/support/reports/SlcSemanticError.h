@@ -82,9 +82,9 @@ public:
     [[noreturn]] void FatalErrorICode(const SlcPtr<SlcCommentICode>& comment,
                                       std::string_view message);
 
-    /// The line `file:line: kind: text`; counts nothing.
+    /// The line `file:line: kind: text`; counts nothing. `level` is that of a warning.
     static void PrintAt(std::string_view file, int line, std::string_view kind,
-                        std::string_view text);
+                        std::string_view text, int level = 0);
 
 private:
     void CountError();

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+// Compiles shaders within a program. `docs/compiling.md` shows how.
+
+/// What a compile is asked to do; the fields are those options of `shaderqx` that change a shader.
+struct QxCompileOptions {
+    enum class Output {
+        ByteCode,  // the contents of a `.sqx` file
+        Cpp,       // C++ text, from which a C++ compiler makes a shared object
+    };
+
+    Output output = Output::ByteCode;
+    int optimizationLevel = 2;      // -O0 to -O3
+    bool checksArrayBounds = true;  // --no-array-check clears it; level 3 checks none
+    bool isStrict = false;          // --strict
+    bool usesShadeops = true;       // --dont-use-shadeops clears it
+    int warningLevel = 1;           // -w0 to -w2
+    bool showsAdvice = false;       // at every warning level, as with SLC_ADVICE=1
+
+    std::vector<std::string> folders;  // -I: of included files, and after "." of shadeop libraries
+    std::vector<std::string> macros;   // -D: NAME or NAME=VALUE
+
+    /// The contents of a file as it shall be read, such as one that an editor holds, or nothing for
+    /// one that is read from the disk. May be empty. Called in the thread that compiles.
+    std::function<std::optional<std::string>(const std::string& path)> readFile;
+};
+
+/// A fault in a source, or what the compiler remarks on it.
+struct QxCompileReport {
+    enum class Severity { Error, Warning };
+
+    Severity severity = Severity::Error;
+    int level = 0;     // of a warning: the least warning level that shows it
+    std::string file;  // empty if the report belongs to no place
+    int line = 0;
+    int column = 0;  // in bytes, from 1; 0 if only the line is known
+    int length = 0;  // of the place, in bytes
+    std::string text;
+    std::string advice;  // what may have been meant; often empty
+};
+
+/// The outcome of a compile.
+struct QxCompileResult {
+    bool succeeded = false;
+    std::string shaderName;  // which names the file: NAME.sqx or NAME.cpp
+    std::string output;      // byte-code or C++; empty after a failure
+
+    std::vector<QxCompileReport> reports;  // in the order in which they were made
+    std::string messages;                  // the same, in the words and the form of the program
+
+    std::vector<std::string> files;             // that were read: the source and what it includes
+    std::vector<std::string> searchedPlaces;    // where included files were looked for in vain
+    std::vector<std::string> shadeopLibraries;  // whose functions the shader calls
+};
+
+/// Compiles the source in the file `path`. What is wrong with it, or with the file, is in the
+/// result: nothing is thrown but `std::bad_alloc`, nothing is printed, and no file is written.
+///
+/// Any number of threads may compile at a time. A result depends on source and options alone, not
+/// on what was compiled before, and no memory is kept. A thread needs the stack of a main thread, 8
+/// MB, for the deepest nesting that is accepted; with less, sources that are nested deeply are
+/// refused.
+[[nodiscard]] QxCompileResult QxCompileFile(const std::string& path,
+                                            const QxCompileOptions& options = {});
+
+/// The same of a text in memory. `path` names it in reports, and its folder is searched first for
+/// what it includes.
+[[nodiscard]] QxCompileResult QxCompileText(const std::string& path, std::string text,
+                                            const QxCompileOptions& options = {});

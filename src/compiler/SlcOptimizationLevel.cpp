@@ -1,0 +1,46 @@
+// A level sets each of its flags, so that a later one takes back what an earlier one has turned on.
+//
+// Tested by tests/driver/SlcCommandLineTest.cpp.
+
+#include "compiler/SlcOptimizationLevel.h"
+
+#include <span>
+
+namespace {
+
+using Flag = bool SlcOptionsControl::*;
+
+// What each level turns on beyond the one below it.
+constexpr Flag k_level1Flags[] = {
+    &SlcOptionsControl::m_simdInstructions, &SlcOptionsControl::m_regroupParallelBlocks,
+    &SlcOptionsControl::m_assignInPlace,    &SlcOptionsControl::m_reuseTempVars,
+    &SlcOptionsControl::m_reuseBoolFlags,
+};
+constexpr Flag k_level2Flags[] = {
+    &SlcOptionsControl::m_deadCodeElimination,   &SlcOptionsControl::m_optimizeBasicBlocks,
+    &SlcOptionsControl::m_convertConstOps,       &SlcOptionsControl::m_copyPropagation,
+    &SlcOptionsControl::m_blockOptimizerEnabled, &SlcOptionsControl::m_convertTmpVarDetail,
+    &SlcOptionsControl::m_reduceNumberTmps,
+};
+constexpr Flag k_level3Flags[] = {
+    &SlcOptionsControl::m_codeMotion,
+    &SlcOptionsControl::m_aggressiveSIMD,
+};
+
+void SetFlags(std::span<const Flag> flags, bool value, SlcOptionsControl& options)
+{
+    for (const Flag flag : flags)
+        options.*flag = value;
+}
+
+}  // namespace
+
+void SetOptimizationLevel(int level, SlcOptionsControl& options)
+{
+    if (level < 0 || level > 3)
+        return;
+    options.m_checkArrayBounds = level < 3;
+    SetFlags(k_level1Flags, level >= 1, options);
+    SetFlags(k_level2Flags, level >= 2, options);
+    SetFlags(k_level3Flags, level >= 3, options);
+}

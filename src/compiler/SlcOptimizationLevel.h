@@ -1,0 +1,6 @@
+#pragma once
+
+#include "support/SlcOptionsControl.h"
+
+/// Sets the fields that an optimization level from 0 to 3 decides; another level changes nothing.
+void SetOptimizationLevel(int level, SlcOptionsControl& options);

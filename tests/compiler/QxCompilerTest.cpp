@@ -1,0 +1,176 @@
+#include "compiler/QxCompiler.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <malloc.h>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "helpers/TemporaryFolder.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::vector<std::string> Examples()
+{
+    std::vector<std::string> paths;
+    for (const auto& entry : fs::recursive_directory_iterator(SLC_EXAMPLES_FOLDER))
+        if (entry.path().extension() == ".sl")
+            paths.push_back(entry.path().string());
+    std::sort(paths.begin(), paths.end());
+    return paths;
+}
+
+QxCompileOptions OptionsOf(std::size_t number)
+{
+    QxCompileOptions options;
+    options.optimizationLevel = static_cast<int>(number % 4);
+    options.warningLevel = 2;
+    options.output =
+        number % 3 == 0 ? QxCompileOptions::Output::Cpp : QxCompileOptions::Output::ByteCode;
+    options.folders = {SLC_PATTERNS_FOLDER};
+    return options;
+}
+
+/// Outputs and messages of all examples.
+std::vector<std::string> CompileAll(const std::vector<std::string>& paths)
+{
+    std::vector<std::string> texts;
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        const QxCompileResult result = QxCompileFile(paths[i], OptionsOf(i));
+        EXPECT_TRUE(result.succeeded || paths[i].find("/dso/") != std::string::npos)
+            << paths[i] << '\n'
+            << result.messages;
+        texts.push_back(result.output + result.messages);
+    }
+    return texts;
+}
+
+TEST(QxCompiler, GivesTheSameBytesFirstAgainAndInThreads)
+{
+    const auto paths = Examples();
+    ASSERT_GT(paths.size(), 40U);
+    const auto first = CompileAll(paths);
+    EXPECT_EQ(CompileAll(paths), first);
+    std::vector<std::vector<std::string>> texts(4);
+    std::vector<std::thread> threads;
+    for (auto& ofThread : texts)
+        threads.emplace_back([&] { ofThread = CompileAll(paths); });
+    for (auto& thread : threads)
+        thread.join();
+    for (const auto& ofThread : texts)
+        EXPECT_TRUE(ofThread == first);
+}
+
+TEST(QxCompiler, AgreesWithTheProgram)
+{
+    const TemporaryFolder folder;
+    TemporaryFolder::Write("a.sl",
+                           "surface a(float Kd = 1) { Ci = Kd * Cs * noise(P); Oi = 1; }\n");
+    TemporaryFolder::Write("b.sl", "surface b() { float x = nothing; Ci = x }\n");
+    for (const char* source : {"a.sl", "b.sl"}) {
+        const std::string command = "SLC_CPP_COMMAND='cat \"$input_file\" > \"$cpp_result\"' "
+                                    "SLC_CC_COMMAND=false " SLC_PROGRAM " " +
+                                    std::string(source) + " 2> messages";
+        const bool compiled = std::system(command.c_str()) == 0;
+        const QxCompileResult result = QxCompileFile(source);
+        EXPECT_EQ(result.succeeded, compiled);
+        EXPECT_EQ(result.output, compiled ? TemporaryFolder::Read("a.sqx") : "");
+    }
+}
+
+TEST(QxCompiler, ReadsFromMemoryAndTellsWhatItRead)
+{
+    QxCompileOptions options;
+    options.macros = {"GAIN=0.5"};
+    options.folders = {"nowhere"};
+    options.readFile = [](const std::string& path) -> std::optional<std::string> {
+        if (path == "nowhere/gain.h")
+            return "float gain(float x) { return x * GAIN; }";
+        return std::nullopt;
+    };
+    const QxCompileResult result =
+        QxCompileText("dir/a.sl", "#include \"gain.h\"\nsurface a() { Ci = gain(s); }\n", options);
+    EXPECT_TRUE(result.succeeded) << result.messages;
+    EXPECT_EQ(result.shaderName, "a");
+    EXPECT_TRUE(result.output.starts_with("\x7F"));
+    EXPECT_EQ(result.files, (std::vector<std::string>{"dir/a.sl", "nowhere/gain.h"}));
+    EXPECT_EQ(result.searchedPlaces, (std::vector<std::string>{"dir/gain.h"}));
+}
+
+TEST(QxCompiler, ReportsAsData)
+{
+    struct ReportCase {
+        const char* source;
+        int line;
+        int column;
+        int length;
+        const char* text;
+    };
+    static const ReportCase cases[] = {
+        {"#include \"none.h\"\n", 1, 10, 8, "Cannot find the included file 'none.h'"},
+        {"#define F(x) (x)\nsurface a() {\n  Ci = F(1) + $;\n}\n", 3, 15, 1, "Invalid charcacter"},
+        {"#define F(x) (x x)\nsurface a() {\n  Ci =  F(s) + 1;\n}\n", 3, 9, 1, "parse error"},
+        {"surface a() {\n\n  Ci = nothing;\n}\n", 3, 0, 0, "Undefined variable: nothing"},
+    };
+    for (const ReportCase& c : cases) {
+        const QxCompileResult result = QxCompileText("a.sl", c.source);
+        EXPECT_FALSE(result.succeeded);
+        EXPECT_EQ(result.output, "");
+        ASSERT_FALSE(result.reports.empty()) << result.messages;
+        const QxCompileReport& report = result.reports.front();
+        EXPECT_EQ(report.severity, QxCompileReport::Severity::Error);
+        EXPECT_EQ(report.file, "a.sl");
+        EXPECT_EQ(report.line, c.line) << c.source;
+        EXPECT_EQ(report.column, c.column) << c.source;
+        EXPECT_EQ(report.length, c.length) << c.source;
+        EXPECT_EQ(report.text, c.text) << c.source;
+        EXPECT_NE(result.messages.find(c.text), std::string::npos) << result.messages;
+    }
+    QxCompileOptions options;
+    options.showsAdvice = true;
+    const auto advised = QxCompileText("a.sl", "surface a() { float i; i++; }", options);
+    EXPECT_NE(advised.reports.front().advice.find("there is no '++'"), std::string::npos);
+    const auto warned =
+        QxCompileText("a.sl", "f(float x) { return x; } surface a() { Ci = f(s); }");
+    ASSERT_EQ(warned.reports.size(), 1U);
+    EXPECT_EQ(warned.reports.front().severity, QxCompileReport::Severity::Warning);
+    EXPECT_EQ(warned.reports.front().level, 1);
+}
+
+// What ends the program is a failure here.
+TEST(QxCompiler, NeverEndsTheProcess)
+{
+    const std::string longName(9000, 'x');
+    for (const std::string& source :
+         {"surface " + longName + "() {}", std::string(), std::string("\0", 1),
+          "surface a() { Ci = " + std::string(100000, '(') + ";}"}) {
+        const auto result = QxCompileText("a.sl", source);
+        EXPECT_FALSE(result.succeeded);
+        EXPECT_NE(result.messages, "");
+    }
+    EXPECT_FALSE(QxCompileFile("/nowhere/a.sl").succeeded);
+}
+
+TEST(QxCompiler, KeepsNoMemory)
+{
+    const std::string source = "float f(float x) { return x * 2; }\n"
+                               "surface a(string map = \"\") { float v[3] = {1, 2, s};\n"
+                               "Ci = f(v[2]) * texture(map); Oi = }\n";
+    const auto compile = [&](int count) {
+        for (int i = 0; i < count; ++i)
+            for (const char* end : {"", "1; }"})
+                static_cast<void>(QxCompileText("a.sl", source + end));
+    };
+    compile(20);
+    const auto before = mallinfo2().uordblks;
+    compile(500);
+    EXPECT_LT(mallinfo2().uordblks, before + 5000);
+}
+
+}  // namespace
