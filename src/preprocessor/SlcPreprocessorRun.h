@@ -44,7 +44,13 @@ private:
     static constexpr std::size_t k_workOfAnySource = std::size_t{1} << 24;
     static constexpr std::size_t k_workPerCharacter = 64;
 
+    void Give(const SlcSourceToken& token, SlcPreprocessorReport report);
+
+    // Each carries a source line and the way to its file, so that more would cost their square.
+    static constexpr int k_mostReports = 1001;  // one more than are shown
+
     Reporter m_reporter;
+    int m_reports = 0;
     std::deque<std::string> m_texts;
     std::size_t m_allowed = k_workOfAnySource;
     bool m_isGood = true;
