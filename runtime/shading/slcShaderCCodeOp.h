@@ -50,3 +50,6 @@ static const char* const theTypes = nullptr;
 static const QxNoLocals v;
 #define int(index) QxMakeIndex(QxNumber(index), i_visibles, v)
 #define ShaderSupport() ShaderSupport(QxForgetArrays)
+// Initializers write these out. Their blocks too must know where they end.
+#define calloc(count, size) QxCalloc(count, size)
+#define free(block) QxFree(block)

@@ -203,7 +203,7 @@ TEST_F(HostFiles, TakesTheNearestElementForAnIndexOutside)
 {
     // Each kind of storage: parameters and locals, uniform and varying, with one element too.
     constexpr const char* source = R"(
-surface test(float k = 1e6; float one[1] = {3}; varying float each[2] = {5, 6};
+surface test(float k = 1e6; output float one[1] = {3}; varying float each[2] = {5, 6};
              output string told[2] = {"a", "b"}; output varying float r[4] = {0, 0, 0, 0};
              output float sum = 0; output varying float seen = 0)
 {

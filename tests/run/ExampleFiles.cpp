@@ -34,6 +34,9 @@ ExampleFiles::ExampleFiles()
               [](const Example& a, const Example& b) { return a.name < b.name; });
     // Commands that are given are not announced.
     ::setenv("SLC_CC_COMMAND", "false", 1);
+    // The default preprocess command names sqxcpp, which is beside the compiler.
+    const std::string programs = path(SLC_PROGRAM).parent_path().string();
+    ::setenv("PATH", (programs + ':' + std::getenv("PATH")).c_str(), 1);
 }
 
 const Example& ExampleFiles::Named(const std::string& name) const

@@ -538,9 +538,9 @@ TEST_F(ExampleValues, OfDerivatives)
 {
     m_columns = 3;
     const std::vector<Setting> grid = {{"u", {0, 0.5, 1, 0, 0.5, 1}}, {"v", {0, 0, 0, 1, 1, 1}}};
-    const std::vector<float> row = Joined({{3, 2, 4, 1, 0.219463F, 0.2F, 0.36125F, 2},
-                                           {3, 2, 4, 1, 1.004204F, 1, 0.78875F, 2},
-                                           {3, 2, 4, 1, 1.003487F, 1, 0.98875F, 2}});
+    const std::vector<float> row = Joined({{3, 2, 4, 0.25F, -0.0269334F, 0, 0.18F, 2},
+                                           {3, 2, 4, 0.5F, 0.693933F, 0.7F, 0.595F, 2},
+                                           {3, 2, 4, 0.25F, 1.03413F, 1, 0.92F, 2}});
     const std::vector<float> shades = {6.882353F, 57.058824F, 63.941176F};
     const ValueCase cases[] = {
         {"rows/derivatives", grid, "shown", Joined({row, row})},

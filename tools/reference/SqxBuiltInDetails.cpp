@@ -38,17 +38,6 @@ three equal components.)"},
     {"smoothstep",
      R"(The curve is `3 t t - 2 t t t`, for t from 0 at low to 1 at high: its slope is 0 at
 both ends. The bounds must be in order; for a falling curve take `1 - smoothstep(low, high, x)`.)"},
-    {"match",
-     R"(The pattern is a POSIX extended regular expression: `.` is any character, `[a-z_]` and
-`[^a-z]` are sets, with classes such as `[[:alpha:]]` in them, `(a|b)` is a choice and a group, `^` and `$`
-are the ends of the text. `*`, `+`, `?`, `{2}`, `{2,}` and `{2,5}` repeat what stands before them; there is one repeat
-of an operand, so `a**` is no pattern, but `(a*)*` is. `\d`, `\s`, `\w` are a digit, a blank and a character of a word, `\D`, `\S`,
-`\W` the others; `\b`, `\B`, `\<`, `\>` are the edges of words. `\` makes any other sign stand for itself; it is
-written `\\` in the text of a shader. There are no references back to groups.
-
-Characters are bytes, and letters are those of ASCII. A pattern may need 2,000 states, which are about
-the characters and sets with their repeats, and repeat 1,000 times. One that needs more, or is malformed, matches
-nothing. The time is at most states times characters.)"},
     {"filterstep",
      R"(The step from 0 below the edge to 1 above it is averaged over an interval: from s1 to
 s2, or, without s2, over what the shading point covers of s1, centered on the point and as long as the change
@@ -268,7 +257,8 @@ a float as a number of up to six digits, a color, point, vector or normal as thr
 numbers with blanks between, a string as it is. `%d` writes only the whole part of numbers. `%%` is a percent
 sign. There are no widths and precisions. A specifier without an argument stays as it is, and so does an unknown
 one; an argument without a specifier is left out.)"},
-    {"concat", R"(Two or more.)"},
+    {"concat",
+     R"(Two or more. A text has at most 65,535 characters; what goes beyond is left out.)"},
     {"match",
      R"(The pattern is an extended regular expression. Letters count, and a character is a byte. A pattern that
 is malformed, or that takes more than 2000 states (its length with the repeats written out), matches nothing. The time
