@@ -147,6 +147,7 @@ std::unique_ptr<SlcFuncDefStmtNode> FunctionWithoutType(const SlcPosition& posit
                                                         const SlcTokenValue& body)
 {
     yyerror("Local function definition must have a return type");
+    Advise("a call takes no block: such statements belong to a later revision of the language");
     return std::make_unique<SlcFuncDefStmtNode>(
         position, std::make_unique<SlcFuncDefNode>(
                       position, SlcTypeNode::AFloat(), As<SlcIdentNode>(ident),

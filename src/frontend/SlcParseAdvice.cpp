@@ -18,6 +18,7 @@
 #include <string_view>
 #include <utility>
 
+#include "frontend/SlcLaterWords.h"
 #include "frontend/SlcScanner.h"
 #include "grammar.h"
 #include "support/SlcDiagnostics.h"
@@ -214,14 +215,26 @@ std::string SlcParseAdvice::Refused()
 std::string SlcParseAdvice::Hint() const
 {
     constexpr std::array k_hints = {
-        &SlcParseAdvice::HintOnTypes,      &SlcParseAdvice::HintOnSigns,
-        &SlcParseAdvice::HintOnLoops,      &SlcParseAdvice::HintOnConditions,
-        &SlcParseAdvice::HintOnBraces,     &SlcParseAdvice::HintOnDefinitions,
-        &SlcParseAdvice::HintOnStatements,
+        &SlcParseAdvice::HintOnLaterWords,  &SlcParseAdvice::HintOnTypes,
+        &SlcParseAdvice::HintOnSigns,       &SlcParseAdvice::HintOnLoops,
+        &SlcParseAdvice::HintOnConditions,  &SlcParseAdvice::HintOnBraces,
+        &SlcParseAdvice::HintOnDefinitions, &SlcParseAdvice::HintOnStatements,
     };
     for (const auto hint : k_hints)
         if (std::string text = (this->*hint)(); !text.empty())
             return text;
+    return {};
+}
+
+std::string SlcParseAdvice::HintOnLaterWords() const
+{
+    if ((Before(0).code == '-' && NextChar() == '>') ||
+        (Before(0).code == '>' && Before(1).code == '-'))
+        return "methods belong to a later revision of the language";
+    for (const std::size_t places : {0, 1, 2})
+        if (const auto advice = SlcAdviceOnLaterWord(Before(places).text);
+            Before(places).code == IDENTIFIER && !advice.empty())
+            return std::string(advice);
     return {};
 }
 
@@ -231,7 +244,10 @@ std::string SlcParseAdvice::HintOnTypes() const
         if (Before(places).code == IDENTIFIER && IsForeignType(Before(places).text))
             return "the language has no 'int', 'bool' or 'double', write 'float'";
     if (Before(0).code == INT_CONST && Before(1).code == '[' && IsType(Before(2).code))
-        return "the length of an array is written behind its name";
+        return "the length of an array is written behind its name, that of a result as '" +
+               Before(0).text + ".0'";
+    if (Before(0).code == FLOAT_CONST && Before(1).code == '[' && Before(2).code == IDENTIFIER)
+        return "the length of an array is a whole number without a point";
     if (IsReserved(Before(0).code) && IsType(Before(1).code) && !IsType(Before(0).code))
         return "a word of the language is no name";
     return {};

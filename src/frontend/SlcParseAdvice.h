@@ -38,6 +38,8 @@ private:
 
     /// What was most likely meant, of all that the next ones know; empty if none of them does.
     [[nodiscard]] std::string Hint() const;
+    // `class a`, `a->b`
+    [[nodiscard]] std::string HintOnLaterWords() const;
     // `int i`, `float[3] w`
     [[nodiscard]] std::string HintOnTypes() const;
     // `i++`, `a <> b`, `a ** b`

@@ -67,7 +67,13 @@ void RefuseIfTooLong(std::string_view text)
 {
     if (text.size() <= SlcScanner::k_maxTokenLength)
         return;
-    SlcReports() << "token too large, exceeds YYLMAX\n";
+    const SlcSourcePosition& position = SlcCurrentPosition();
+    const std::string file = position.file ? *position.file : std::string();
+    const std::string fault = "A token or a line has more than " +
+                              std::to_string(SlcScanner::k_maxTokenLength) + " characters";
+    RecordReport({true, 0, file, position.line, 0, 0, fault, ""});
+    SlcReports() << "token too large, exceeds YYLMAX\n" + file + ":" +
+                        std::to_string(position.line) + ": ERROR: " + fault + "\n";
     EndCompilation(2);
 }
 
@@ -168,9 +174,10 @@ void SlcScanner::NewLine()
 
 void SlcScanner::BeginLine(std::string_view text)
 {
-    if (!Current().mayBeLong)
-        RefuseIfTooLong(text);
+    const bool mayBeLong = Current().mayBeLong;
     BeginSkippedLine(text);
+    if (!mayBeLong)
+        RefuseIfTooLong(text);
 }
 
 void SlcScanner::BeginSkippedLine(std::string_view text)

@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "frontend/SlcLaterWords.h"
 #include "frontend/SlcNodes.h"
 #include "semantics/SlcBuiltInDetailRules.h"
 #include "semantics/SlcLeftSpine.h"
@@ -46,6 +47,27 @@ bool IsAssignable(const SlcAssignExprNode& assignment, const SlcTypeNode* type)
 SlcTypeNode* ElementTypeOf(const SlcVarSymbolEntry& array)
 {
     return static_cast<SlcArrayTypeNode*>(array.GetType())->GetElementType();
+}
+
+/// A component is reached by a call, "comp(c, 0)". `set`: the word in front of its name.
+void AdviseOnComponent(SlcSemanticError& errors, const SlcSyntaxNode* node,
+                       const SlcVarSymbolEntry& variable, const SlcExprNode* index,
+                       const std::string& set)
+{
+    const SlcTypeNode& type = *variable.GetType();
+    const std::string end = set.empty() ? ")'" : ", ...)'";
+    const auto* constant = dynamic_cast<const SlcConstExprNode*>(index);
+    const std::string number =
+        constant && constant->IsFloat()
+            ? std::to_string(static_cast<int>(constant->GetFloatConst()->GetValue()))
+            : "...";
+    if (type.IsColorType())
+        errors.Advise(node, "write '" + set + "comp(" + variable.GetName() + ", " + number + end);
+    else if (type.IsPointType())
+        errors.Advise(node,
+                      "write '" + set + "xcomp(" + variable.GetName() + end + ", or 'y' or 'z'");
+    else if (type.IsMatrixType())
+        errors.Advise(node, "write '" + set + "comp(" + variable.GetName() + ", row, column" + end);
 }
 
 }  // namespace
@@ -142,8 +164,10 @@ void SlcCalculateTypesSets::Case(SlcArrayRefExprNode* element)
     element->SetSymbolEntry(entry);
     if (entry->GetType()->IsArrayType())
         return SetTypes(element, {ElementTypeOf(*entry)});
-    if (!entry->GetType()->IsErrorType())
+    if (!entry->GetType()->IsErrorType()) {
         m_errors->Error(element, "Variable is not an array", element->GetIdent()->GetName());
+        AdviseOnComponent(*m_errors, element, *entry, element->GetIndex(), "");
+    }
     SetTypes(element, {T::AError()});
 }
 
@@ -160,10 +184,12 @@ void SlcCalculateTypesSets::Case(SlcArrayRefLValueNode* lvalue)
     const auto entry = FindVariable(lvalue, lvalue->GetIdent());
     lvalue->SetSymbolEntry(entry);
     SlcTypeNode* type = T::AError();
-    if (entry->GetType()->IsArrayType())
+    if (entry->GetType()->IsArrayType()) {
         type = ElementTypeOf(*entry);
-    else if (!entry->GetType()->IsErrorType())
+    } else if (!entry->GetType()->IsErrorType()) {
         m_errors->Error(lvalue, "Variable not an array type", lvalue->GetIdent()->GetName());
+        AdviseOnComponent(*m_errors, lvalue, *entry, lvalue->GetIndex(), "set");
+    }
     SetTypeOfTarget(lvalue, entry, type);
 }
 
@@ -265,6 +291,8 @@ SlcCalculateTypesSets::Types SlcCalculateTypesSets::TypesOfCall(SlcProcCallExprN
         return hasFault ? Types{T::AError()} : types;
     } catch (const SlcSymbolNotFound&) {
         m_errors->Error(call, "Undefined function", name);
+        if (const std::string advice = SlcAdviceOnLaterFunction(name); !advice.empty())
+            m_errors->Advise(call, advice);
     } catch (const SlcInvalidNumberOfArgs&) {
         m_errors->Error(call, "Invalid number of arguments for '" + name + "' function");
     } catch (const SlcFuncArgsTypeError& error) {

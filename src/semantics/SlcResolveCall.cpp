@@ -66,6 +66,17 @@ SlcTypeNode* ExpectedBy(SlcTypeNode* formal, const SlcExprNode* argument)
     return formal->IsAnyType() ? FirstType(argument) : formal;
 }
 
+/// A type in front of the argument chooses: "float noise(...)".
+std::string AdviceOnAmbiguity(const SlcExprNode* argument, const std::vector<SlcTypeNode*>& types)
+{
+    const auto* call = dynamic_cast<const SlcProcCallExprNode*>(argument);
+    const std::string operand = call ? " " + call->GetIdent()->GetName() + "(...)'" : " (...)'";
+    std::string choices;
+    for (const SlcTypeNode* type : types)
+        choices += (choices.empty() ? "'" : " or '") + type->ToString() + operand;
+    return "write " + choices;
+}
+
 }  // namespace
 
 SlcResolveCall::SlcResolveCall(SlcPtr<SlcSemanticError> errors, SlcPtr<SlcSymbolTable> scope,
@@ -202,6 +213,7 @@ bool SlcResolveCall::ChooseArgTypes(const std::vector<Types>& expected)
             continue;
         m_errors->Error(m_args[i], "Ambiguous type for argument " + std::to_string(i + 1) +
                                        " of '" + m_call->GetIdent()->GetName() + "'");
+        m_errors->Advise(m_args[i], AdviceOnAmbiguity(m_args[i], expected[i]));
         unambiguous = false;
     }
     return unambiguous;

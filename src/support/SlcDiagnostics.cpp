@@ -207,7 +207,9 @@ std::string_view SlcContactAddress()
 void yyerror(const char* message)
 {
     // Two characters that are no tokens have the same column, but not the same place.
-    if (std::exchange(State().lastError, SlcCurrentPosition().taken) == SlcCurrentPosition().taken)
+    // Nor is the end of the source the place of such a character in front of it.
+    const std::size_t place = SlcCurrentPosition().taken + (SlcCurrentPosition().isAtEnd ? 1 : 0);
+    if (std::exchange(State().lastError, place) == place)
         return;
     AddError();
     ReportAtSource("ERROR", message);

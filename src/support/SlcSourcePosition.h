@@ -14,6 +14,7 @@ struct SlcSourcePosition {
     std::string currentLine;  // the source line being scanned
     std::string filler;       // a blank or tab for each character up to the last token
     std::size_t taken = 0;    // characters of the source, up to the last token
+    bool isAtEnd = false;     // the last token is the end of the source
 };
 
 /// The scanner's position. The scanner is its only writer.

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "frontend/SlcParseCode.h"
 #include "helpers/ParsedSource.h"
 
 namespace {
@@ -121,6 +122,15 @@ TEST(SlcParser, RefusesWhatTheLanguageDoesNotHave)
     static const char* const unfinished[] = {"", "surface a() { x = 1;", "surface a"};
     for (const char* source : unfinished)
         EXPECT_EQ(ParsedSource(source).Reports(), "2: ERROR: parse error\n") << source;
+}
+
+TEST(SlcParser, ReportsTheEndRightBehindAnInvalidCharacter)
+{
+    testing::internal::CaptureStderr();
+    EXPECT_THROW(static_cast<void>(ParseCode(std::string_view("surface s() { $"), false)),
+                 SlcCompilationError);
+    testing::internal::GetCapturedStderr();
+    EXPECT_EQ(NbErrors(), 2);
 }
 
 TEST(SlcParser, ReportsTheMissingSemicolonInPlaceOfASyntaxError)

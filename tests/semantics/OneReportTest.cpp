@@ -168,6 +168,36 @@ TEST(OneReport, StaysQuietOnTheDetailOfWhatIsRefused)
             << c.statement;
 }
 
+TEST(OneReport, AdvisesOnWhatOtherLanguagesWrite)
+{
+    static const struct {
+        const char* statement;
+        const char* report;
+    } cases[] = {
+        {"c = bake3d(\"a\", p1);",
+         "1: ERROR: Undefined function: bake3d\n"
+         "1: ADVICE: 'bake3d' belongs to a later revision of the language"},
+        {"x = c1[2];", "1: ERROR: Variable is not an array: c1\n1: ADVICE: write 'comp(c1, 2)'"},
+        {"x = m1[f1];",
+         "1: ERROR: Variable is not an array: m1\n1: ADVICE: write 'comp(m1, row, column)'"},
+        {"x = p1[2];",
+         "1: ERROR: Variable is not an array: p1\n1: ADVICE: write 'xcomp(p1)', or 'y' or 'z'"},
+        {"c[f1] = 2;",
+         "1: ERROR: Variable not an array type: c\n1: ADVICE: write 'setcomp(c, ..., ...)'"},
+        {"x = noise(noise(p1));", "1: ERROR: Ambiguous type for argument 1 of 'noise'\n"
+                                  "1: ADVICE: write 'float noise(...)' or 'point noise(...)'"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(
+            CheckedShader("surface a(float f1 = 1; color c1 = 1; point p1 = 1; matrix m1 = 1) { "
+                          "float x; color c = 1; " +
+                              std::string(c.statement) + " }",
+                          {}, 2)
+                .Reports(),
+            c.report)
+            << c.statement;
+}
+
 TEST(OneReport, AdvisesOnDetails)
 {
     static const Case cases[] = {

@@ -1,0 +1,49 @@
+// Words that sources for later revisions of the language use. Compiling such a source fails at the
+// first of them, often in a header that the writer has never read.
+//
+// Tested by tests/frontend/SlcParseAdviceTest.cpp.
+
+#include "frontend/SlcLaterWords.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+
+namespace {
+
+struct Word {
+    std::string_view word;
+    std::string_view advice;
+};
+
+// clang-format off
+//   word        advice
+constexpr Word k_words[] = {
+    {"class",    "classes belong to a later revision of the language"},
+    {"public",   "classes belong to a later revision of the language"},
+    {"private",  "classes belong to a later revision of the language"},
+    {"struct",   "structures belong to a later revision of the language"},
+    {"shader",   "shader objects belong to a later revision of the language"},
+};
+// clang-format on
+
+constexpr std::string_view k_functions[] = {
+    "arraylength", "bake", "bake3d", "caustic", "gather",  "getlights", "getshader",  "getshaders",
+    "photonmap",   "pop",  "push",   "rayinfo", "reserve", "resize",    "subsurface", "texture3d",
+};
+
+}  // namespace
+
+std::string_view SlcAdviceOnLaterWord(std::string_view word)
+{
+    const auto* const found = std::find_if(std::begin(k_words), std::end(k_words),
+                                           [&](const Word& row) { return row.word == word; });
+    return found == std::end(k_words) ? std::string_view() : found->advice;
+}
+
+std::string SlcAdviceOnLaterFunction(std::string_view name)
+{
+    if (std::find(std::begin(k_functions), std::end(k_functions), name) == std::end(k_functions))
+        return {};
+    return "'" + std::string(name) + "' belongs to a later revision of the language";
+}
