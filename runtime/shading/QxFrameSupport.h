@@ -32,7 +32,11 @@ inline void QxFree(void* block)
         ::operator delete(static_cast<char*>(block) - k_qxBlockHead);
 }
 
-#define FREE_STRING(text) std::free(text)
+inline void QxFreeString(char* text)
+{
+    std::free(text);
+}
+#define FREE_STRING(text) QxFreeString(text)
 
 /// The frame owns these arrays and frees them with the functions of like names; to free none is
 /// allowed.
