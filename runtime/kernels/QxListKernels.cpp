@@ -124,11 +124,10 @@ void Send(QxMachineState& state, const QxCode& code, const QxPoints& points)
     const auto asked = [&](unsigned int i) {
         return value.step == 0 || (i >= points.first && i < points.End() && points(i));
     };
-    const float answer = QxSendMessage(state.support, message, name == 2 ? textAt(1) : "",
-                                       textAt(name), state.values[value.variable],
-                                       value.step == 0 ? 0 : 1, static_cast<float>(code.number),
-                                       static_cast<float>(value.size), count, asked,
-                                       state.lightNumber);
+    const float answer = QxSendMessage(
+        state.support, message, name == 2 ? textAt(1) : "", textAt(name),
+        state.values[value.variable], value.step == 0 ? 0 : 1, static_cast<float>(code.number),
+        static_cast<float>(value.size), count, asked, state.lightNumber);
     const auto result = Operand<float>(state, code, 0);
     for (unsigned int i = points.first; i < points.End(); ++i)
         if (points(i))

@@ -18,11 +18,11 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <string_view>
 #include <utility>
-#include <cstdint>
 #include <vector>
 
 namespace {
