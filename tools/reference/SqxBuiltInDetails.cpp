@@ -62,7 +62,7 @@ Any other name means the default. Names and values come last, in any order.
     {"spline",
      R"(At least four values, as arguments or as an array. x is clamped to 0 to 1 and runs over
 all segments evenly: n segments share the range. The basis says how many values further on the next segment
-begins, the *step*; values behind the last whole segment are ignored.
+begins, the *step*; values after the last whole segment are ignored.
 
 | Basis | Step | Segment of the values a b c d | Number of values |
 |---|---|---|---|
@@ -106,7 +106,7 @@ not including, 1, spread evenly, and independent from cell to cell. The componen
 are independent too.)"},
     {"random",
      R"(The next number of the scene's stream; a triple takes three. A scene whose host gives no numbers
-of its own begins the same stream anew, and which point takes which number follows from the order in which
+of its own starts the same stream again, and which point takes which number follows from the order in which
 points are shaded: use `cellnoise` for what must stay on a surface.)"},
 
     {"Du",
