@@ -11,6 +11,7 @@
 #include "preprocessor/SlcPreprocessedText.h"
 
 #include <cctype>
+#include <limits>
 
 namespace {
 
@@ -46,7 +47,9 @@ void SlcPreprocessedText::EndLine()
     if (!m_isOpen)
         return;
     m_text += '\n';
-    ++m_line;
+    // A line marker can hold the greatest number.
+    if (m_line < std::numeric_limits<int>::max())
+        ++m_line;
     m_isOpen = false;
 }
 

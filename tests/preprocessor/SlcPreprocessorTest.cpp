@@ -243,6 +243,7 @@ TEST(SlcPreprocessor, EndsWhateverTheSource)
     EXPECT_EQ(Preprocessed(Repeat("#if 1\n", 10000)).reports.size(), 1U);
     EXPECT_EQ(Preprocessed(Repeat("x + ", 2'500'000)).Text().size(), 9'999'999U);
     EXPECT_EQ(Preprocessed(Repeat("/* ", 1'000'000)).reports.size(), 2U);
+    EXPECT_EQ(Preprocessed("#line 2147483647\na\nb\nc\n").Text(), "a b c");
 }
 
 TEST(SlcPreprocessor, ReadsNoDeviceAndNoFolder)
