@@ -47,8 +47,8 @@ configure -S . -B "$build"
 cmake --build "$build" --parallel "$(nproc)" --target shaderqx sqxdump sqxmake \
     test_backends test_product_machine test_runtime test_host test_run
 
-# Both compilers write the same files.
-export SLC_CPP_COMMAND='cc -E -w -undef -nostdinc -x c $cpp_options "$input_file" >"$cpp_result"'
+# Both compilers write the same files, each with its own preprocessor.
+unset SLC_CPP_COMMAND
 export SLC_CC_COMMAND=false
 emulated=(${emulator//;/ })
 rm -rf "$work/files"
@@ -62,7 +62,10 @@ for side in native other; do
             cp -r examples/*.sl examples/include examples/rows "$folder"
             for source in "$folder"/*.sl "$folder"/rows/*.sl; do
                 # shellcheck disable=SC2086  # the words of the kind are options
-                (cd "$folder" && "${program[@]}" -w0 -O$level $kind "${source#"$folder/"}")
+                (cd "$folder" && "${program[@]}" -w0 -O$level $kind "${source#"$folder/"}") 2>"$work/messages" || {
+                    cat "$work/messages" >&2
+                    exit 1
+                }
             done
         done
     done
@@ -87,9 +90,11 @@ diff "$work/values.native.txt" "$work/values.other.txt" >"$work/values.diff" || 
 }
 echo "Both machines compute the same $(grep -oE ' [0-9a-f]{8}\b' "$work/values.native.txt" | wc -l) values"
 
-# The tests, with the other compiler as that of shared objects.
+# The tests, with the other compiler as that of shared objects. Commands run this machine's preprocessor: a
+# shell cannot start the other one.
 mkdir -p "$work/path"
 ln -sf "$(command -v "$triple-g++")" "$work/path/c++"
-unset SLC_CPP_COMMAND SLC_CC_COMMAND
+ln -sf "$PWD/$native/bin/sqxcpp" "$work/path/sqxcpp"
+unset SLC_CC_COMMAND
 PATH=$work/path:$PATH ctest --test-dir "$build" --output-on-failure --parallel "$(nproc)" \
-    --timeout 900 -R "^(${tested// /|}|product_machine|run)\." 
+    --timeout 3600 -R "^(${tested// /|}|product_machine|run)\." 
