@@ -133,25 +133,36 @@ std::unique_ptr<SlcDefExprNode> Definition(const SlcTokenValue& ident, const Slc
                                                  : SlcDefExprNode::k_scalar);
 }
 
-std::unique_ptr<SlcFuncDefNode> Function(const SlcPosition& position, SlcTypeNode* returnType,
-                                         const SlcTokenValue& ident, const SlcTokenValue& formals,
-                                         const SlcTokenValue& body)
+std::unique_ptr<SlcFuncDefNode> Function(const SlcTextRange& range, const SlcPosition& position,
+                                         SlcTypeNode* returnType, const SlcTokenValue& ident,
+                                         const SlcTokenValue& formals, const SlcTokenValue& body)
 {
-    return std::make_unique<SlcFuncDefNode>(position, returnType, As<SlcIdentNode>(ident),
-                                            Take<SlcFormalsNode>(formals),
-                                            Take<SlcStmtsNode>(body));
+    auto function =
+        std::make_unique<SlcFuncDefNode>(position, returnType, As<SlcIdentNode>(ident),
+                                         Take<SlcFormalsNode>(formals), Take<SlcStmtsNode>(body));
+    function->SetRange(range);
+    return function;
 }
 
-std::unique_ptr<SlcFuncDefStmtNode> FunctionWithoutType(const SlcPosition& position,
+SlcSyntaxNode* Braced(const SlcTokenValue& statements, const SlcTextRange& range)
+{
+    if (statements.node)
+        statements.node->SetRange(range);
+    return statements.node;
+}
+
+std::unique_ptr<SlcFuncDefStmtNode> FunctionWithoutType(const SlcTextRange& range,
+                                                        const SlcPosition& position,
                                                         const SlcTokenValue& ident,
                                                         const SlcTokenValue& body)
 {
     yyerror("Local function definition must have a return type");
     Advise("a call takes no block: such statements belong to a later revision of the language");
-    return std::make_unique<SlcFuncDefStmtNode>(
-        position, std::make_unique<SlcFuncDefNode>(
-                      position, SlcTypeNode::AFloat(), As<SlcIdentNode>(ident),
-                      std::make_unique<SlcFormalsNode>(), Take<SlcStmtsNode>(body)));
+    auto function = std::make_unique<SlcFuncDefNode>(
+        position, SlcTypeNode::AFloat(), As<SlcIdentNode>(ident),
+        std::make_unique<SlcFormalsNode>(), Take<SlcStmtsNode>(body));
+    function->SetRange(range);
+    return std::make_unique<SlcFuncDefStmtNode>(position, std::move(function));
 }
 
 void AdviseOnShaderName(const SlcTokenValue& ident)

@@ -58,18 +58,22 @@ template <class Node>
 /// something small takes its place; the first one in a parse is reported.
 void RefuseIfTooHigh(SlcTokenValue& value);
 
-/// Gives a value its node; the position stays.
+/// Gives a value its node, which was made of the text at `range`; the position stays.
 template <class Node>
-void Put(SlcTokenValue& value, std::unique_ptr<Node> node)
+void Put(SlcTokenValue& value, const SlcTextRange& range, std::unique_ptr<Node> node)
 {
+    if (node)
+        node->SetRange(range);
     value.node = node.release();
     RefuseIfTooHigh(value);
 }
 
 /// A value at the scanner's position. Its node stays as it is, also a list that grows.
 template <class Node>
-void PutHere(SlcTokenValue& value, std::unique_ptr<Node> node)
+void PutHere(SlcTokenValue& value, const SlcTextRange& range, std::unique_ptr<Node> node)
 {
+    if (node)
+        node->SetRange(range);
     const SlcPosition position = SlcScanner::Position();
     value = {node.release(), position.line, position.column, position.file};
 }
@@ -83,14 +87,17 @@ Declaration(const SlcPosition& position, SlcStorageSpecNode* storage, SlcDetailN
 /// `size` and `initializer` may be null: a scalar, or no initializer.
 [[nodiscard]] std::unique_ptr<SlcDefExprNode>
 Definition(const SlcTokenValue& ident, const SlcTokenValue* size, const SlcTokenValue* initializer);
-/// Takes over formals and body.
+/// Takes over formals and body. `range` is that of the whole definition.
 [[nodiscard]] std::unique_ptr<SlcFuncDefNode>
-Function(const SlcPosition& position, SlcTypeNode* returnType, const SlcTokenValue& ident,
-         const SlcTokenValue& formals, const SlcTokenValue& body);
+Function(const SlcTextRange& range, const SlcPosition& position, SlcTypeNode* returnType,
+         const SlcTokenValue& ident, const SlcTokenValue& formals, const SlcTokenValue& body);
 /// A local function without a return type, whose formals parsed as something else.
-[[nodiscard]] std::unique_ptr<SlcFuncDefStmtNode> FunctionWithoutType(const SlcPosition& position,
+[[nodiscard]] std::unique_ptr<SlcFuncDefStmtNode> FunctionWithoutType(const SlcTextRange& range,
+                                                                      const SlcPosition& position,
                                                                       const SlcTokenValue& ident,
                                                                       const SlcTokenValue& body);
+/// The node of a block's statements, which from here on stands for the braces too.
+[[nodiscard]] SlcSyntaxNode* Braced(const SlcTokenValue& statements, const SlcTextRange& range);
 /// A shader without a name is read as a function that bears the name of the kind.
 void AdviseOnShaderName(const SlcTokenValue& ident);
 /// A function's detail is that of its calls.

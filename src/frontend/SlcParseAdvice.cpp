@@ -99,7 +99,7 @@ const SlcParseAdvice::Token& SlcParseAdvice::Before(std::size_t places) const
     return places < m_count && places < k_kept ? m_tokens[(m_count - 1 - places) % k_kept] : none;
 }
 
-int SlcParseAdvice::Next(SlcTokenValue& value)
+int SlcParseAdvice::Next(SlcTokenValue& value, SlcTextRange& range)
 {
     m_value = &value;
     int token = Read();
@@ -110,6 +110,9 @@ int SlcParseAdvice::Next(SlcTokenValue& value)
         token = Read();
     }
     m_dropping = 0;
+    const SlcSourcePosition& position = SlcCurrentPosition();
+    const auto end = static_cast<std::uint32_t>(position.taken);
+    range = {end - static_cast<std::uint32_t>(token == 0 ? 0 : position.tokenLength), end};
     return token;
 }
 

@@ -11,8 +11,8 @@
 /// fault in the head of a `for` from starting anew inside of that head.
 class SlcParseAdvice {
 public:
-    /// The next token from the scanner, and its value.
-    [[nodiscard]] int Next(SlcTokenValue& value);
+    /// The next token from the scanner, its value and where its text stands.
+    [[nodiscard]] int Next(SlcTokenValue& value, SlcTextRange& range);
     /// The last token is a syntax error. Gives the advice, empty unless advice is shown.
     [[nodiscard]] std::string Refused();
 

@@ -33,7 +33,11 @@ std::unique_ptr<SlcDefinitionsNode> Parse(std::FILE* file, std::string_view text
     SlcScanner::Begin(file, text);
     // Every way of failing has counted an error, so that the result adds nothing.
     static_cast<void>(yyparse());
-    auto root = SlcParseActions::TakeRoot();
+    return SlcParseActions::TakeRoot();
+}
+
+std::unique_ptr<SlcDefinitionsNode> RefuseFaults(std::unique_ptr<SlcDefinitionsNode> root)
+{
     if (NbErrors() != 0)
         throw SlcCompilationError();
     return root;
@@ -43,10 +47,15 @@ std::unique_ptr<SlcDefinitionsNode> Parse(std::FILE* file, std::string_view text
 
 std::unique_ptr<SlcDefinitionsNode> ParseCode(std::FILE* file, bool)
 {
-    return Parse(file, {});
+    return RefuseFaults(Parse(file, {}));
 }
 
 std::unique_ptr<SlcDefinitionsNode> ParseCode(std::string_view text, bool)
+{
+    return RefuseFaults(Parse(nullptr, text));
+}
+
+std::unique_ptr<SlcDefinitionsNode> ParseFaultyCode(std::string_view text)
 {
     return Parse(nullptr, text);
 }

@@ -15,3 +15,6 @@
 [[nodiscard]] std::unique_ptr<SlcDefinitionsNode> ParseCode(std::FILE* file, bool strict);
 /// The same of a text in memory.
 [[nodiscard]] std::unique_ptr<SlcDefinitionsNode> ParseCode(std::string_view text, bool strict);
+/// The same, but of a text with faults it gives the tree of what could be read; null if there is
+/// none. `NbErrors` says whether there were faults.
+[[nodiscard]] std::unique_ptr<SlcDefinitionsNode> ParseFaultyCode(std::string_view text);

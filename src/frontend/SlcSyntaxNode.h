@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 #include "frontend/SlcAnnotation.h"
@@ -12,6 +13,14 @@ struct SlcPosition {
     int line = 0;
     int column = 0;
     const std::string* file = nullptr;
+};
+
+/// A part of the scanned text: the offset of its first character, and the one after its last.
+struct SlcTextRange {
+    std::uint32_t begin = 0;
+    std::uint32_t end = 0;
+
+    [[nodiscard]] bool IsEmpty() const { return begin == end; }
 };
 
 /// Base of all nodes of the syntax tree: a position, one annotation slot, and the two steps of
@@ -47,6 +56,11 @@ public:
     virtual void SetNoLine(int line) { m_line = line; }
     virtual void SetNoColumn(int column) { m_column = column; }
     virtual void SetFileParsed(const std::string* file) { m_file = file; }
+
+    /// The text that the node was made of, with the parentheses around it left out. Empty for nodes
+    /// that the source only implies.
+    [[nodiscard]] const SlcTextRange& Range() const { return m_range; }
+    void SetRange(const SlcTextRange& range) { m_range = range; }
 
     /// Calls the walker's `Case` for the node's own class.
     virtual void ApplyWalker(SlcCodeWalker* walker) = 0;
@@ -86,6 +100,7 @@ private:
     int m_line = 0;
     int m_column = 0;
     const std::string* m_file;  // in the scanner's list of names, or the shared empty name
+    SlcTextRange m_range;
     int m_height = 0;
     SlcPtr<SlcAnnotation> m_annotation;
 };

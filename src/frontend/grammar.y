@@ -4,11 +4,24 @@
 
 %code requires {
 #include "frontend/SlcTokenValue.h"
+
+/// Where the text of a symbol stands.
+struct SlcSymbolRange : SlcTextRange {
+    SlcSymbolRange() = default;
+    SlcSymbolRange(const SlcTextRange& range) : SlcTextRange(range) {}
+    /// The generated parser begins with the numbers of two lines and columns, which nothing reads.
+    SlcSymbolRange(int, int, int, int) {}
+};
 }
 
 %code top {
 // Without this the stacks of the generated parser, compiled as C++, would never grow.
 #define YYSTYPE_IS_TRIVIAL 1
+#define YYLTYPE_IS_TRIVIAL 1
+// What a rule of no symbols makes stands after the symbol before it, and is empty.
+#define YYLLOC_DEFAULT(range, parts, count)                                                        \
+    (range) = (count) ? SlcTextRange{YYRHSLOC(parts, 1).begin, YYRHSLOC(parts, count).end}         \
+                      : SlcTextRange{YYRHSLOC(parts, 0).end, YYRHSLOC(parts, 0).end}
 #define YYINITDEPTH 200
 #define YYMAXDEPTH 10000
 // The only text that the generated parser itself gives is that for a full stack.
@@ -23,14 +36,22 @@
 
 using namespace SlcParseActions;
 
+/// The generated parser also gives the place, which the scanner knows better.
+static void yyerror(const SlcSymbolRange*, const char* message)
+{
+    yyerror(message);
+}
+
 // The parser takes its tokens through what gives advice on them.
-#define yylex(value) Advice().Next(*(value))
+#define yylex(value, range) Advice().Next(*(value), *(range))
 }
 
 %define api.value.type {SlcTokenValue}
+%define api.location.type {SlcSymbolRange}
+%locations
 %define api.pure full
 /* An operator leaves the value of the token before it. */
-%initial-action { yylval = {}; }
+%initial-action { yylval = {}; yylloc = {}; }
 %define parse.error custom
 
 /* An "else" and the ";" behind a statement are always shifted, and so is a string behind a type,
@@ -67,7 +88,7 @@ shader_file
 definitions
     : definition
         { auto node = std::make_unique<SlcDefinitionsNode>();
-          node->AddNewDefinition(Take<SlcDefinitionNode>($1)); Put($$, std::move(node)); }
+          node->AddNewDefinition(Take<SlcDefinitionNode>($1)); Put($$, @$, std::move(node)); }
     | definitions definition
         { $$ = $1; As<SlcDefinitionsNode>($$)->AddNewDefinition(Take<SlcDefinitionNode>($2)); }
     ;
@@ -80,7 +101,7 @@ definition
 shader_definition
     : shader_type identifier '(' shader_formals_opt ')' '{' statements_opt '}'
         { SlcShaderName() = As<SlcIdentNode>($2)->GetName();
-          Put($$, std::make_unique<SlcShaderDefNode>(
+          Put($$, @$, std::make_unique<SlcShaderDefNode>(
                       $1.Position(), Take<SlcShaderTypeNode>($1), As<SlcIdentNode>($2),
                       Take<SlcFormalsNode>($4), Take<SlcStmtsNode>($7))); }
     ;
@@ -90,24 +111,24 @@ function_definition
         { Warning("No return type defined for function " + As<SlcIdentNode>($1)->GetName() +
                   " ('float' is assumed)");
           AdviseOnShaderName($1);
-          Put($$, Function($1.Position(), SlcTypeNode::AFloat(), $1, $3, $6)); }
+          Put($$, @$, Function(@$, $1.Position(), SlcTypeNode::AFloat(), $1, $3, $6)); }
     | type identifier '(' function_formals_opt ')' '{' statements_opt '}'
-        { Put($$, Function($1.Position(), As<SlcTypeNode>($1), $2, $4, $7)); }
+        { Put($$, @$, Function(@$, $1.Position(), As<SlcTypeNode>($1), $2, $4, $7)); }
     | detail type identifier '(' function_formals_opt ')' '{' statements_opt '}'
         { WarnOfIgnoredDetail($3);
-          Put($$, Function($1.Position(), As<SlcTypeNode>($2), $3, $5, $8)); }
+          Put($$, @$, Function(@$, $1.Position(), As<SlcTypeNode>($2), $3, $5, $8)); }
     ;
 
 shader_type
-    : LIGHT                         { Put($$, std::make_unique<SlcLightShaderTypeNode>()); }
-    | SURFACE                       { Put($$, std::make_unique<SlcSurfaceShaderTypeNode>()); }
-    | VOLUME                        { Put($$, std::make_unique<SlcVolumeShaderTypeNode>()); }
-    | DISPLACEMENT                  { Put($$, std::make_unique<SlcDisplacementShaderTypeNode>()); }
-    | IMAGER                        { Put($$, std::make_unique<SlcImagerShaderTypeNode>()); }
+    : LIGHT                         { Put($$, @$, std::make_unique<SlcLightShaderTypeNode>()); }
+    | SURFACE                       { Put($$, @$, std::make_unique<SlcSurfaceShaderTypeNode>()); }
+    | VOLUME                        { Put($$, @$, std::make_unique<SlcVolumeShaderTypeNode>()); }
+    | DISPLACEMENT                  { Put($$, @$, std::make_unique<SlcDisplacementShaderTypeNode>()); }
+    | IMAGER                        { Put($$, @$, std::make_unique<SlcImagerShaderTypeNode>()); }
     ;
 
 shader_formals_opt
-    : %empty                        { PutHere($$, std::make_unique<SlcFormalsNode>()); }
+    : %empty                        { PutHere($$, @$, std::make_unique<SlcFormalsNode>()); }
     | shader_formals
     | shader_formals ';'
     ;
@@ -115,13 +136,13 @@ shader_formals_opt
 shader_formals
     : shader_formal
         { auto node = std::make_unique<SlcFormalsNode>();
-          node->AddVarDef(Take<SlcVarDefsNode>($1)); Put($$, std::move(node)); }
+          node->AddVarDef(Take<SlcVarDefsNode>($1)); Put($$, @$, std::move(node)); }
     | shader_formals ';' shader_formal
         { $$ = $1; As<SlcFormalsNode>($$)->AddVarDef(Take<SlcVarDefsNode>($3)); }
     ;
 
 function_formals_opt
-    : %empty                        { PutHere($$, std::make_unique<SlcFormalsNode>()); }
+    : %empty                        { PutHere($$, @$, std::make_unique<SlcFormalsNode>()); }
     | function_formals
     | function_formals ';'
     ;
@@ -129,128 +150,128 @@ function_formals_opt
 function_formals
     : function_formal
         { auto node = std::make_unique<SlcFormalsNode>();
-          node->AddVarDef(Take<SlcVarDefsNode>($1)); Put($$, std::move(node)); }
+          node->AddVarDef(Take<SlcVarDefsNode>($1)); Put($$, @$, std::move(node)); }
     | function_formals ';' function_formal
         { $$ = $1; As<SlcFormalsNode>($$)->AddVarDef(Take<SlcVarDefsNode>($3)); }
     ;
 
 shader_formal
     : type shader_formal_defs
-        { Put($$, Declaration($1.Position(), SlcStorageSpecNode::AInput(),
+        { Put($$, @$, Declaration($1.Position(), SlcStorageSpecNode::AInput(),
                               SlcDetailNode::AUniform(), $1, $2)); }
     | OUTPUT type shader_formal_defs
-        { Put($$, Declaration($1.Position(), SlcStorageSpecNode::AOutput(),
+        { Put($$, @$, Declaration($1.Position(), SlcStorageSpecNode::AOutput(),
                               SlcDetailNode::AUniform(), $2, $3)); }
     | detail type shader_formal_defs
-        { Put($$, Declaration($1.Position(), SlcStorageSpecNode::AInput(),
+        { Put($$, @$, Declaration($1.Position(), SlcStorageSpecNode::AInput(),
                               As<SlcDetailNode>($1), $2, $3)); }
     | OUTPUT detail type shader_formal_defs
-        { Put($$, Declaration($1.Position(), SlcStorageSpecNode::AOutput(),
+        { Put($$, @$, Declaration($1.Position(), SlcStorageSpecNode::AOutput(),
                               As<SlcDetailNode>($2), $3, $4)); }
     ;
 
 shader_formal_defs
     : shader_formal_def
         { auto node = std::make_unique<SlcDefExprsNode>();
-          node->AddDefExpr(Take<SlcDefExprNode>($1)); Put($$, std::move(node)); }
+          node->AddDefExpr(Take<SlcDefExprNode>($1)); Put($$, @$, std::move(node)); }
     | shader_formal_defs ',' shader_formal_def
         { $$ = $1; As<SlcDefExprsNode>($$)->AddDefExpr(Take<SlcDefExprNode>($3)); }
     ;
 
 shader_formal_def
     : identifier
-        { yyerror("'=' expected"); Put($$, Definition($1, nullptr, nullptr)); }
+        { yyerror("'=' expected"); Put($$, @$, Definition($1, nullptr, nullptr)); }
     | identifier '[' array_size_opt ']'
-        { yyerror("'=' expected"); Put($$, Definition($1, &$3, nullptr)); }
+        { yyerror("'=' expected"); Put($$, @$, Definition($1, &$3, nullptr)); }
     | identifier '=' expression
-        { Put($$, Definition($1, nullptr, &$3)); }
+        { Put($$, @$, Definition($1, nullptr, &$3)); }
     | identifier '[' array_size_opt ']' '=' '{' '}'
         { yyerror("An array needs a valid initializer");
-          Put($$, Definition($1, &$3, nullptr)); }
+          Put($$, @$, Definition($1, &$3, nullptr)); }
     | identifier '[' array_size_opt ']' '=' '{' array_values_opt '}'
-        { Put($$, Definition($1, &$3, &$7)); }
+        { Put($$, @$, Definition($1, &$3, &$7)); }
     ;
 
 function_formal
     : type function_formal_defs
-        { Put($$, Declaration($1.Position(), SlcStorageSpecNode::AInput(),
+        { Put($$, @$, Declaration($1.Position(), SlcStorageSpecNode::AInput(),
                               SlcDetailNode::AUnknown(), $1, $2)); }
     | OUTPUT type function_formal_defs
-        { Put($$, Declaration($1.Position(), SlcStorageSpecNode::AOutput(),
+        { Put($$, @$, Declaration($1.Position(), SlcStorageSpecNode::AOutput(),
                               SlcDetailNode::AUnknown(), $2, $3)); }
     | detail type function_formal_defs
-        { Put($$, Declaration($1.Position(), SlcStorageSpecNode::AInput(),
+        { Put($$, @$, Declaration($1.Position(), SlcStorageSpecNode::AInput(),
                               As<SlcDetailNode>($1), $2, $3)); }
     | OUTPUT detail type function_formal_defs
-        { Put($$, Declaration($1.Position(), SlcStorageSpecNode::AOutput(),
+        { Put($$, @$, Declaration($1.Position(), SlcStorageSpecNode::AOutput(),
                               As<SlcDetailNode>($2), $3, $4)); }
     ;
 
 function_formal_defs
     : function_formal_def
         { auto node = std::make_unique<SlcDefExprsNode>();
-          node->AddDefExpr(Take<SlcDefExprNode>($1)); Put($$, std::move(node)); }
+          node->AddDefExpr(Take<SlcDefExprNode>($1)); Put($$, @$, std::move(node)); }
     | function_formal_defs ',' function_formal_def
         { $$ = $1; As<SlcDefExprsNode>($$)->AddDefExpr(Take<SlcDefExprNode>($3)); }
     ;
 
 function_formal_def
     : identifier
-        { Put($$, Definition($1, nullptr, nullptr)); }
+        { Put($$, @$, Definition($1, nullptr, nullptr)); }
     | identifier '[' array_size_opt ']'
-        { Put($$, Definition($1, &$3, nullptr)); }
+        { Put($$, @$, Definition($1, &$3, nullptr)); }
     | identifier '=' expression
         { yyerror("No default value allowed for function formal");
-          Put($$, Definition($1, nullptr, &$3)); }
+          Put($$, @$, Definition($1, nullptr, &$3)); }
     | identifier '[' array_size_opt ']' '=' '{' array_values_opt '}'
         { yyerror("No default value allowed for function formal");
-          Put($$, Definition($1, &$3, &$7)); }
+          Put($$, @$, Definition($1, &$3, &$7)); }
     ;
 
 variable_definition
     : type variable_defs
-        { Put($$, Declaration($1.Position(), SlcStorageSpecNode::ALocal(),
+        { Put($$, @$, Declaration($1.Position(), SlcStorageSpecNode::ALocal(),
                               SlcDetailNode::AUnknown(), $1, $2)); }
     | EXTERN type variable_defs
-        { Put($$, Declaration($1.Position(), SlcStorageSpecNode::AExtern(),
+        { Put($$, @$, Declaration($1.Position(), SlcStorageSpecNode::AExtern(),
                               SlcDetailNode::AUnknown(), $2, $3)); }
     | detail type variable_defs
-        { Put($$, Declaration($1.Position(), SlcStorageSpecNode::ALocal(),
+        { Put($$, @$, Declaration($1.Position(), SlcStorageSpecNode::ALocal(),
                               As<SlcDetailNode>($1), $2, $3)); }
     | EXTERN detail type variable_defs
-        { Put($$, Declaration($1.Position(), SlcStorageSpecNode::AExtern(),
+        { Put($$, @$, Declaration($1.Position(), SlcStorageSpecNode::AExtern(),
                               As<SlcDetailNode>($2), $3, $4)); }
     ;
 
 variable_defs
     : variable_def
         { auto node = std::make_unique<SlcDefExprsNode>();
-          node->AddDefExpr(Take<SlcDefExprNode>($1)); Put($$, std::move(node)); }
+          node->AddDefExpr(Take<SlcDefExprNode>($1)); Put($$, @$, std::move(node)); }
     | variable_defs ',' variable_def
         { $$ = $1; As<SlcDefExprsNode>($$)->AddDefExpr(Take<SlcDefExprNode>($3)); }
     ;
 
 variable_def
     : identifier
-        { Put($$, Definition($1, nullptr, nullptr)); }
+        { Put($$, @$, Definition($1, nullptr, nullptr)); }
     | identifier '[' array_size_opt ']'
-        { Put($$, Definition($1, &$3, nullptr)); }
+        { Put($$, @$, Definition($1, &$3, nullptr)); }
     | identifier '=' expression
-        { Put($$, Definition($1, nullptr, &$3)); }
+        { Put($$, @$, Definition($1, nullptr, &$3)); }
     | identifier '[' array_size_opt ']' '=' '{' array_values_opt '}'
-        { Put($$, Definition($1, &$3, &$7)); }
+        { Put($$, @$, Definition($1, &$3, &$7)); }
     ;
 
 array_values_opt
     : %empty
-        { PutHere($$, std::make_unique<SlcArrayExprNode>(SlcScanner::Position())); }
+        { PutHere($$, @$, std::make_unique<SlcArrayExprNode>(SlcScanner::Position())); }
     | array_values
     ;
 
 array_values
     : expression
         { auto node = std::make_unique<SlcArrayExprNode>(SlcScanner::Position());
-          node->AddExpr(Take<SlcExprNode>($1)); PutHere($$, std::move(node)); }
+          node->AddExpr(Take<SlcExprNode>($1)); PutHere($$, @$, std::move(node)); }
     | array_values ',' expression
         { $$ = $1; As<SlcArrayExprNode>($$)->AddExpr(Take<SlcExprNode>($3)); }
     ;
@@ -292,142 +313,142 @@ base_type
 
 statements_opt
     : %empty
-        { PutHere($$, std::make_unique<SlcStmtsNode>(SlcScanner::Position())); }
+        { PutHere($$, @$, std::make_unique<SlcStmtsNode>(SlcScanner::Position())); }
     | statements
     ;
 
 statements
     : statement
-        { Put($$, std::make_unique<SlcStmtsNode>(Take<SlcStmtNode>($1))); }
+        { Put($$, @$, std::make_unique<SlcStmtsNode>(Take<SlcStmtNode>($1))); }
     | statements statement
         { $$ = $1; As<SlcStmtsNode>($$)->AddStatement(Take<SlcStmtNode>($2)); }
     ;
 
 statement
     : assignment ';'
-        { Put($$, std::make_unique<SlcAssignStmtNode>($1.Position(), Take<SlcAssignExprNode>($1))); }
+        { Put($$, @$, std::make_unique<SlcAssignStmtNode>($1.Position(), Take<SlcAssignExprNode>($1))); }
     | assignment
         { yyerror("';' expected at this point");
-          Put($$, std::make_unique<SlcAssignStmtNode>($1.Position(), Take<SlcAssignExprNode>($1))); }
+          Put($$, @$, std::make_unique<SlcAssignStmtNode>($1.Position(), Take<SlcAssignExprNode>($1))); }
     | RETURN expression ';'
-        { Put($$, std::make_unique<SlcReturnStmtNode>($1.Position(), Take<SlcExprNode>($2))); }
+        { Put($$, @$, std::make_unique<SlcReturnStmtNode>($1.Position(), Take<SlcExprNode>($2))); }
     | RETURN expression
         { yyerror("';' expected");
-          Put($$, std::make_unique<SlcReturnStmtNode>($1.Position(), Take<SlcExprNode>($2))); }
+          Put($$, @$, std::make_unique<SlcReturnStmtNode>($1.Position(), Take<SlcExprNode>($2))); }
     | loop_modifier ';'
     | loop_modifier                 { yyerror("';' expected"); $$ = $1; }
     | IF condition statement
-        { Put($$, std::make_unique<SlcIfThenStmtNode>($1.Position(), Take<SlcRelationNode>($2),
+        { Put($$, @$, std::make_unique<SlcIfThenStmtNode>($1.Position(), Take<SlcRelationNode>($2),
                                                       Take<SlcStmtNode>($3))); }
     | IF condition statement ELSE statement
-        { Put($$, std::make_unique<SlcIfThenElseStmtNode>(
+        { Put($$, @$, std::make_unique<SlcIfThenElseStmtNode>(
                       $1.Position(), Take<SlcRelationNode>($2), Take<SlcStmtNode>($3),
                       Take<SlcStmtNode>($5))); }
     | loop_statement
-    | '{' statements_opt '}'        { $$.node = $2.node; }
+    | '{' statements_opt '}'        { $$.node = Braced($2, @$); }
     | variable_definition ';'
-        { Put($$, std::make_unique<SlcVarDefsStmtNode>($1.Position(), Take<SlcVarDefsNode>($1))); }
+        { Put($$, @$, std::make_unique<SlcVarDefsStmtNode>($1.Position(), Take<SlcVarDefsNode>($1))); }
     | variable_definition
         { yyerror("';' expected");
-          Put($$, std::make_unique<SlcVarDefsStmtNode>($1.Position(), Take<SlcVarDefsNode>($1))); }
+          Put($$, @$, std::make_unique<SlcVarDefsStmtNode>($1.Position(), Take<SlcVarDefsNode>($1))); }
     | call_or_local_function
     | ';'
-        { PutHere($$, std::make_unique<SlcStmtsNode>(SlcScanner::Position())); }
+        { PutHere($$, @$, std::make_unique<SlcStmtsNode>(SlcScanner::Position())); }
     | error ';'
         { Warning("Compilation resumes here");
-          $$ = $2; Put($$, std::make_unique<SlcStmtsNode>($2.Position())); }
+          $$ = $2; Put($$, @$, std::make_unique<SlcStmtsNode>($2.Position())); }
     | error '}'
         { Warning("Compilation resumes here");
-          $$ = $2; Put($$, std::make_unique<SlcStmtsNode>($2.Position())); }
+          $$ = $2; Put($$, @$, std::make_unique<SlcStmtsNode>($2.Position())); }
     ;
 
 call_or_local_function
     : procedure_call ';'
-        { Put($$, std::make_unique<SlcProcCallStmtNode>($1.Position(),
+        { Put($$, @$, std::make_unique<SlcProcCallStmtNode>($1.Position(),
                                                         Take<SlcProcCallExprNode>($1))); }
     | procedure_name '(' ')' '{' statements_opt '}'
-        { Put($$, FunctionWithoutType($1.Position(), $1, $5)); }
+        { Put($$, @$, FunctionWithoutType(@$, $1.Position(), $1, $5)); }
     | procedure_name '(' arguments ')' '{' statements_opt '}'
-        { Discard($3); Put($$, FunctionWithoutType($1.Position(), $1, $6)); }
+        { Discard($3); Put($$, @$, FunctionWithoutType(@$, $1.Position(), $1, $6)); }
     | procedure_name '(' arguments ';' ')' '{' statements_opt '}'
-        { Discard($3); Put($$, FunctionWithoutType($1.Position(), $1, $7)); }
+        { Discard($3); Put($$, @$, FunctionWithoutType(@$, $1.Position(), $1, $7)); }
     | procedure_name '(' arguments ';' semicolon_formals ')' '{' statements_opt '}'
-        { Discard($3); Discard($5); Put($$, FunctionWithoutType($1.Position(), $1, $8)); }
+        { Discard($3); Discard($5); Put($$, @$, FunctionWithoutType(@$, $1.Position(), $1, $8)); }
     | procedure_name '(' arguments ';' semicolon_formals ';' ')' '{' statements_opt '}'
-        { Discard($3); Discard($5); Put($$, FunctionWithoutType($1.Position(), $1, $9)); }
+        { Discard($3); Discard($5); Put($$, @$, FunctionWithoutType(@$, $1.Position(), $1, $9)); }
     | type procedure_name '(' function_formals_opt ')' '{' statements_opt '}'
-        { Put($$, std::make_unique<SlcFuncDefStmtNode>(
+        { Put($$, @$, std::make_unique<SlcFuncDefStmtNode>(
                       $1.Position(),
-                      Function($1.Position(), As<SlcTypeNode>($1), $2, $4, $7))); }
+                      Function(@$, $1.Position(), As<SlcTypeNode>($1), $2, $4, $7))); }
     | detail type procedure_name '(' function_formals_opt ')' '{' statements_opt '}'
         { WarnOfIgnoredDetail($3);
-          Put($$, std::make_unique<SlcFuncDefStmtNode>(
+          Put($$, @$, std::make_unique<SlcFuncDefStmtNode>(
                       $1.Position(),
-                      Function($1.Position(), As<SlcTypeNode>($2), $3, $5, $8))); }
+                      Function(@$, $1.Position(), As<SlcTypeNode>($2), $3, $5, $8))); }
     ;
 
 semicolon_formals
     : function_formal
         { auto node = std::make_unique<SlcFormalsNode>();
-          node->AddVarDef(Take<SlcVarDefsNode>($1)); Put($$, std::move(node)); }
+          node->AddVarDef(Take<SlcVarDefsNode>($1)); Put($$, @$, std::move(node)); }
     | semicolon_formals ';' function_formal
         { $$ = $1; As<SlcFormalsNode>($$)->AddVarDef(Take<SlcVarDefsNode>($3)); }
     ;
 
 loop_statement
     : WHILE condition statement
-        { Put($$, std::make_unique<SlcWhileStmtNode>($1.Position(), Take<SlcRelationNode>($2),
+        { Put($$, @$, std::make_unique<SlcWhileStmtNode>($1.Position(), Take<SlcRelationNode>($2),
                                                      Take<SlcStmtNode>($3))); }
     | FOR '(' expression ';' condition ';' expression ')' statement
-        { Put($$, std::make_unique<SlcForStmtNode>(
+        { Put($$, @$, std::make_unique<SlcForStmtNode>(
                       $1.Position(), Take<SlcExprNode>($3), Take<SlcRelationNode>($5),
                       Take<SlcExprNode>($7), Take<SlcStmtNode>($9))); }
     | SOLAR '(' ')' statement
-        { Put($$, std::make_unique<SlcSolarStmtNode>($1.Position(), nullptr, nullptr,
+        { Put($$, @$, std::make_unique<SlcSolarStmtNode>($1.Position(), nullptr, nullptr,
                                                      Take<SlcStmtNode>($4))); }
     | SOLAR '(' expression ',' expression ')' statement
-        { Put($$, std::make_unique<SlcSolarStmtNode>($1.Position(), Take<SlcExprNode>($3),
+        { Put($$, @$, std::make_unique<SlcSolarStmtNode>($1.Position(), Take<SlcExprNode>($3),
                                                      Take<SlcExprNode>($5),
                                                      Take<SlcStmtNode>($7))); }
     | ILLUMINATE '(' expression ')' statement
-        { Put($$, std::make_unique<SlcIlluminateStmtNode>($1.Position(), Take<SlcExprNode>($3),
+        { Put($$, @$, std::make_unique<SlcIlluminateStmtNode>($1.Position(), Take<SlcExprNode>($3),
                                                           nullptr, nullptr,
                                                           Take<SlcStmtNode>($5))); }
     | ILLUMINATE '(' expression ',' expression ',' expression ')' statement
-        { Put($$, std::make_unique<SlcIlluminateStmtNode>(
+        { Put($$, @$, std::make_unique<SlcIlluminateStmtNode>(
                       $1.Position(), Take<SlcExprNode>($3), Take<SlcExprNode>($5),
                       Take<SlcExprNode>($7), Take<SlcStmtNode>($9))); }
     | ILLUMINANCE '(' expression ')' statement
-        { Put($$, std::make_unique<SlcIlluminanceStmtNode>($1.Position(), Take<SlcExprNode>($3),
+        { Put($$, @$, std::make_unique<SlcIlluminanceStmtNode>($1.Position(), Take<SlcExprNode>($3),
                                                            nullptr, nullptr,
                                                            Take<SlcStmtNode>($5))); }
     | ILLUMINANCE '(' expression ',' expression ')' statement
         { WarnOfLightCategory();
           Discard($3);
-          Put($$, std::make_unique<SlcIlluminanceStmtNode>($1.Position(), Take<SlcExprNode>($5),
+          Put($$, @$, std::make_unique<SlcIlluminanceStmtNode>($1.Position(), Take<SlcExprNode>($5),
                                                            nullptr, nullptr,
                                                            Take<SlcStmtNode>($7))); }
     | ILLUMINANCE '(' expression ',' expression ',' expression ')' statement
-        { Put($$, std::make_unique<SlcIlluminanceStmtNode>(
+        { Put($$, @$, std::make_unique<SlcIlluminanceStmtNode>(
                       $1.Position(), Take<SlcExprNode>($3), Take<SlcExprNode>($5),
                       Take<SlcExprNode>($7), Take<SlcStmtNode>($9))); }
     | ILLUMINANCE '(' expression ',' expression ',' expression ',' expression ')' statement
         { WarnOfLightCategory();
           Discard($3);
-          Put($$, std::make_unique<SlcIlluminanceStmtNode>(
+          Put($$, @$, std::make_unique<SlcIlluminanceStmtNode>(
                       $1.Position(), Take<SlcExprNode>($5), Take<SlcExprNode>($7),
                       Take<SlcExprNode>($9), Take<SlcStmtNode>($11))); }
     ;
 
 loop_modifier
     : BREAK
-        { Put($$, std::make_unique<SlcBreakStmtNode>($1.Position())); }
+        { Put($$, @$, std::make_unique<SlcBreakStmtNode>($1.Position())); }
     | BREAK integer
-        { Put($$, std::make_unique<SlcBreakStmtNode>($1.Position(), As<SlcIntConstNode>($2))); }
+        { Put($$, @$, std::make_unique<SlcBreakStmtNode>($1.Position(), As<SlcIntConstNode>($2))); }
     | CONTINUE
-        { Put($$, std::make_unique<SlcContinueStmtNode>($1.Position())); }
+        { Put($$, @$, std::make_unique<SlcContinueStmtNode>($1.Position())); }
     | CONTINUE integer
-        { Put($$, std::make_unique<SlcContinueStmtNode>($1.Position(), As<SlcIntConstNode>($2))); }
+        { Put($$, @$, std::make_unique<SlcContinueStmtNode>($1.Position(), As<SlcIntConstNode>($2))); }
     ;
 
 expression
@@ -438,19 +459,19 @@ expression
 primary
     : number
     | identifier
-        { Put($$, std::make_unique<SlcIdentExprNode>($1.Position(), As<SlcIdentNode>($1))); }
+        { Put($$, @$, std::make_unique<SlcIdentExprNode>($1.Position(), As<SlcIdentNode>($1))); }
     | string_literal
-        { Put($$, std::make_unique<SlcConstExprNode>($1.Position(),
+        { Put($$, @$, std::make_unique<SlcConstExprNode>($1.Position(),
                                                      As<SlcStringLiteralNode>($1))); }
     | '(' expression ')'            { $$.node = $2.node; }
     | '(' expression ',' expression ',' expression ')'
-        { Put($$, std::make_unique<SlcPointExprNode>($1.Position(), Take<SlcExprNode>($2),
+        { Put($$, @$, std::make_unique<SlcPointExprNode>($1.Position(), Take<SlcExprNode>($2),
                                                          Take<SlcExprNode>($4),
                                                          Take<SlcExprNode>($6))); }
     | '(' expression ',' expression ',' expression ',' expression ',' expression ',' expression
           ',' expression ',' expression ',' expression ',' expression ',' expression
           ',' expression ',' expression ',' expression ',' expression ',' expression ')'
-        { Put($$, std::make_unique<SlcMatrixExprNode>(
+        { Put($$, @$, std::make_unique<SlcMatrixExprNode>(
               $1.Position(),
               std::array<std::unique_ptr<SlcExprNode>, 16>{
                   Take<SlcExprNode>($2), Take<SlcExprNode>($4), Take<SlcExprNode>($6),
@@ -463,7 +484,7 @@ primary
 
 postfix
     : identifier '[' expression ']'
-        { Put($$, std::make_unique<SlcArrayRefExprNode>($1.Position(), As<SlcIdentNode>($1),
+        { Put($$, @$, std::make_unique<SlcArrayRefExprNode>($1.Position(), As<SlcIdentNode>($1),
                                                             Take<SlcExprNode>($3))); }
     | procedure_call
     | primary
@@ -472,46 +493,46 @@ postfix
 
 unary
     : '-' unary
-        { Put($$, std::make_unique<SlcUMinusExprNode>($1.Position(), Take<SlcExprNode>($2))); }
-    | base_type space_opt unary     { Put($$, Cast($1, $2, $3)); }
+        { Put($$, @$, std::make_unique<SlcUMinusExprNode>($1.Position(), Take<SlcExprNode>($2))); }
+    | base_type space_opt unary     { Put($$, @$, Cast($1, $2, $3)); }
     | postfix
     ;
 
 space_opt
-    : %empty                        { PutHere($$, std::unique_ptr<SlcSyntaxNode>()); }
+    : %empty                        { PutHere($$, @$, std::unique_ptr<SlcSyntaxNode>()); }
     | string_literal
     ;
 
 dot_expr
     : dot_expr '.' unary
-        { Put($$, std::make_unique<SlcDotProdExprNode>(Take<SlcExprNode>($1),
+        { Put($$, @$, std::make_unique<SlcDotProdExprNode>(Take<SlcExprNode>($1),
                                                            Take<SlcExprNode>($3))); }
     | unary
     ;
 
 mul_expr
     : mul_expr '*' dot_expr
-        { Put($$, std::make_unique<SlcMultExprNode>(Take<SlcExprNode>($1),
+        { Put($$, @$, std::make_unique<SlcMultExprNode>(Take<SlcExprNode>($1),
                                                         Take<SlcExprNode>($3))); }
     | mul_expr '/' dot_expr
-        { Put($$, std::make_unique<SlcDivExprNode>(Take<SlcExprNode>($1),
+        { Put($$, @$, std::make_unique<SlcDivExprNode>(Take<SlcExprNode>($1),
                                                        Take<SlcExprNode>($3))); }
     | dot_expr
     ;
 
 cross_expr
     : cross_expr '^' mul_expr
-        { Put($$, std::make_unique<SlcCrossProdExprNode>(Take<SlcExprNode>($1),
+        { Put($$, @$, std::make_unique<SlcCrossProdExprNode>(Take<SlcExprNode>($1),
                                                              Take<SlcExprNode>($3))); }
     | mul_expr
     ;
 
 add_expr
     : add_expr '+' cross_expr
-        { Put($$, std::make_unique<SlcAddExprNode>(Take<SlcExprNode>($1),
+        { Put($$, @$, std::make_unique<SlcAddExprNode>(Take<SlcExprNode>($1),
                                                        Take<SlcExprNode>($3))); }
     | add_expr '-' cross_expr
-        { Put($$, std::make_unique<SlcSubExprNode>(Take<SlcExprNode>($1),
+        { Put($$, @$, std::make_unique<SlcSubExprNode>(Take<SlcExprNode>($1),
                                                        Take<SlcExprNode>($3))); }
     | cross_expr
     ;
@@ -519,44 +540,44 @@ add_expr
 conditional
     : add_expr
     | logical_or '?' expression ':' expression
-        { Put($$, std::make_unique<SlcCondExprNode>($1.Position(), Take<SlcRelationNode>($1),
+        { Put($$, @$, std::make_unique<SlcCondExprNode>($1.Position(), Take<SlcRelationNode>($1),
                                                         Take<SlcExprNode>($3),
                                                         Take<SlcExprNode>($5))); }
     ;
 
 assignment
     : lvalue '=' expression
-        { Put($$, std::make_unique<SlcEqAssignExprNode>(Take<SlcLValueNode>($1),
+        { Put($$, @$, std::make_unique<SlcEqAssignExprNode>(Take<SlcLValueNode>($1),
                                                             Take<SlcExprNode>($3))); }
     | lvalue ADD_ASSIGN expression
-        { Put($$, std::make_unique<SlcAddAssignExprNode>(Take<SlcLValueNode>($1),
+        { Put($$, @$, std::make_unique<SlcAddAssignExprNode>(Take<SlcLValueNode>($1),
                                                              Take<SlcExprNode>($3))); }
     | lvalue SUB_ASSIGN expression
-        { Put($$, std::make_unique<SlcSubAssignExprNode>(Take<SlcLValueNode>($1),
+        { Put($$, @$, std::make_unique<SlcSubAssignExprNode>(Take<SlcLValueNode>($1),
                                                              Take<SlcExprNode>($3))); }
     | lvalue MUL_ASSIGN expression
-        { Put($$, std::make_unique<SlcMultAssignExprNode>(Take<SlcLValueNode>($1),
+        { Put($$, @$, std::make_unique<SlcMultAssignExprNode>(Take<SlcLValueNode>($1),
                                                               Take<SlcExprNode>($3))); }
     | lvalue DIV_ASSIGN expression
-        { Put($$, std::make_unique<SlcDivAssignExprNode>(Take<SlcLValueNode>($1),
+        { Put($$, @$, std::make_unique<SlcDivAssignExprNode>(Take<SlcLValueNode>($1),
                                                              Take<SlcExprNode>($3))); }
     ;
 
 lvalue
     : identifier
-        { Put($$, std::make_unique<SlcIdentLValueNode>($1.Position(), As<SlcIdentNode>($1))); }
+        { Put($$, @$, std::make_unique<SlcIdentLValueNode>($1.Position(), As<SlcIdentNode>($1))); }
     | identifier '[' expression ']'
-        { Put($$, std::make_unique<SlcArrayRefLValueNode>($1.Position(), As<SlcIdentNode>($1),
+        { Put($$, @$, std::make_unique<SlcArrayRefLValueNode>($1.Position(), As<SlcIdentNode>($1),
                                                           Take<SlcExprNode>($3))); }
     ;
 
 number
     : integer
-        { Put($$, std::make_unique<SlcConstExprNode>(
+        { Put($$, @$, std::make_unique<SlcConstExprNode>(
                       $1.Position(),
                       SlcLexicalNode::CreateFloat(As<SlcIntConstNode>($1)->GetValue()))); }
     | FLOAT_CONST
-        { Put($$, std::make_unique<SlcConstExprNode>($1.Position(), As<SlcFloatConstNode>($1))); }
+        { Put($$, @$, std::make_unique<SlcConstExprNode>($1.Position(), As<SlcFloatConstNode>($1))); }
     ;
 
 integer
@@ -578,11 +599,11 @@ identifier
 
 procedure_call
     : procedure_name '(' ')'
-        { Put($$, std::make_unique<SlcProcCallExprNode>(
+        { Put($$, @$, std::make_unique<SlcProcCallExprNode>(
                       $1.Position(), As<SlcIdentNode>($1),
                       std::make_unique<SlcProcArgsNode>($1.Position()))); }
     | procedure_name '(' arguments ')'
-        { Put($$, std::make_unique<SlcProcCallExprNode>($1.Position(), As<SlcIdentNode>($1),
+        { Put($$, @$, std::make_unique<SlcProcCallExprNode>($1.Position(), As<SlcIdentNode>($1),
                                                             Take<SlcProcArgsNode>($3))); }
     ;
 
@@ -593,23 +614,23 @@ procedure_name
 arguments
     : expression
         { auto node = std::make_unique<SlcProcArgsNode>();
-          node->AddArg(Take<SlcExprNode>($1)); Put($$, std::move(node)); }
+          node->AddArg(Take<SlcExprNode>($1)); Put($$, @$, std::move(node)); }
     | arguments ',' expression
         { $$ = $1; As<SlcProcArgsNode>($$)->AddArg(Take<SlcExprNode>($3)); }
     ;
 
 texture_expr
     : texture_kind '(' texture_name texture_args_opt ')'
-        { Put($$, std::make_unique<SlcTextureExprNode>(
+        { Put($$, @$, std::make_unique<SlcTextureExprNode>(
                       $1.Position(), Take<SlcTextureTypeNode>($1), Take<SlcTextureFilenameNode>($3),
                       ChannelZero(), Take<SlcTextureArgsNode>($4))); }
     | texture_kind '(' texture_name '[' expression ']' texture_args_opt ')'
-        { Put($$, std::make_unique<SlcTextureExprNode>(
+        { Put($$, @$, std::make_unique<SlcTextureExprNode>(
                       $1.Position(), Take<SlcTextureTypeNode>($1), Take<SlcTextureFilenameNode>($3),
                       std::make_unique<SlcChannelNode>(Take<SlcExprNode>($5)),
                       Take<SlcTextureArgsNode>($7))); }
     | texture_kind '(' texture_name '[' expression ']' '[' expression ']' texture_args_opt ')'
-        { Put($$, std::make_unique<SlcTextureExprNode>(
+        { Put($$, @$, std::make_unique<SlcTextureExprNode>(
                       $1.Position(), Take<SlcTextureTypeNode>($1),
                       ElementName($1.Position(), $3, $5),
                       std::make_unique<SlcChannelNode>(Take<SlcExprNode>($8)),
@@ -618,31 +639,31 @@ texture_expr
 
 texture_kind
     : TEXTURE
-        { Put($$, std::make_unique<SlcTextureTypeTextureNode>(SlcScanner::Position())); }
+        { Put($$, @$, std::make_unique<SlcTextureTypeTextureNode>(SlcScanner::Position())); }
     | ENVIRONMENT
-        { Put($$, std::make_unique<SlcTextureTypeEnvNode>(SlcScanner::Position())); }
+        { Put($$, @$, std::make_unique<SlcTextureTypeEnvNode>(SlcScanner::Position())); }
     | SHADOW
-        { Put($$, std::make_unique<SlcTextureTypeShadowNode>(SlcScanner::Position())); }
+        { Put($$, @$, std::make_unique<SlcTextureTypeShadowNode>(SlcScanner::Position())); }
     ;
 
 texture_name
     : identifier
-        { Put($$, std::make_unique<SlcTextureFilenameNode>(
+        { Put($$, @$, std::make_unique<SlcTextureFilenameNode>(
                       std::make_unique<SlcIdentExprNode>($1.Position(), As<SlcIdentNode>($1)))); }
     | string_literal
-        { Put($$, std::make_unique<SlcTextureFilenameNode>(std::make_unique<SlcConstExprNode>(
+        { Put($$, @$, std::make_unique<SlcTextureFilenameNode>(std::make_unique<SlcConstExprNode>(
                       $1.Position(), As<SlcStringLiteralNode>($1)))); }
     ;
 
 texture_args_opt
-    : %empty                        { PutHere($$, std::make_unique<SlcTextureArgsNode>()); }
+    : %empty                        { PutHere($$, @$, std::make_unique<SlcTextureArgsNode>()); }
     | texture_args
     ;
 
 texture_args
     : ',' expression
         { auto node = std::make_unique<SlcTextureArgsNode>();
-          node->AddTextureArg(Take<SlcExprNode>($2)); Put($$, std::move(node)); }
+          node->AddTextureArg(Take<SlcExprNode>($2)); Put($$, @$, std::move(node)); }
     | texture_args ',' expression
         { $$ = $1; As<SlcTextureArgsNode>($$)->AddTextureArg(Take<SlcExprNode>($3)); }
     ;
@@ -658,47 +679,47 @@ parenthesized_condition
 not_relation
     : parenthesized_condition
     | '!' relational
-        { Put($$, std::make_unique<SlcNotRelNode>($1.Position(),
+        { Put($$, @$, std::make_unique<SlcNotRelNode>($1.Position(),
                                                           Take<SlcRelationNode>($2))); }
     ;
 
 relational
     : not_relation
     | add_expr '<' add_expr
-        { Put($$, std::make_unique<SlcLessThenNode>(Take<SlcExprNode>($1),
+        { Put($$, @$, std::make_unique<SlcLessThenNode>(Take<SlcExprNode>($1),
                                                             Take<SlcExprNode>($3))); }
     | add_expr '>' add_expr
-        { Put($$, std::make_unique<SlcGreaterThenNode>(Take<SlcExprNode>($1),
+        { Put($$, @$, std::make_unique<SlcGreaterThenNode>(Take<SlcExprNode>($1),
                                                                Take<SlcExprNode>($3))); }
     | add_expr LE add_expr
-        { Put($$, std::make_unique<SlcLessEqualNode>(Take<SlcExprNode>($1),
+        { Put($$, @$, std::make_unique<SlcLessEqualNode>(Take<SlcExprNode>($1),
                                                              Take<SlcExprNode>($3))); }
     | add_expr GE add_expr
-        { Put($$, std::make_unique<SlcGreaterEqualNode>(Take<SlcExprNode>($1),
+        { Put($$, @$, std::make_unique<SlcGreaterEqualNode>(Take<SlcExprNode>($1),
                                                                 Take<SlcExprNode>($3))); }
     ;
 
 equality
     : relational
     | add_expr EQ add_expr
-        { Put($$, std::make_unique<SlcEqualRelNode>(Take<SlcExprNode>($1),
+        { Put($$, @$, std::make_unique<SlcEqualRelNode>(Take<SlcExprNode>($1),
                                                             Take<SlcExprNode>($3))); }
     | add_expr NE add_expr
-        { Put($$, std::make_unique<SlcNotEqualRelNode>(Take<SlcExprNode>($1),
+        { Put($$, @$, std::make_unique<SlcNotEqualRelNode>(Take<SlcExprNode>($1),
                                                                Take<SlcExprNode>($3))); }
     ;
 
 logical_and
     : equality
     | logical_and AND equality
-        { Put($$, std::make_unique<SlcLogAndNode>(Take<SlcRelationNode>($1),
+        { Put($$, @$, std::make_unique<SlcLogAndNode>(Take<SlcRelationNode>($1),
                                                           Take<SlcRelationNode>($3))); }
     ;
 
 logical_or
     : logical_and
     | logical_or OR logical_and
-        { Put($$, std::make_unique<SlcLogOrNode>(Take<SlcRelationNode>($1),
+        { Put($$, @$, std::make_unique<SlcLogOrNode>(Take<SlcRelationNode>($1),
                                                          Take<SlcRelationNode>($3))); }
     ;
 
