@@ -266,7 +266,14 @@ void SlcDirectiveReader::Undefine(const SlcSourceToken& name)
     if (line.empty() || line.front().kind != Name)
         return m_run.Error(line.empty() ? name : line.front(),
                            "'#undef' needs the name of a macro");
+    NoteUse(line.front(), SlcPreprocessorTrace::UseKind::Undefined);
     m_macros.Undefine(line.front().text);
+}
+
+void SlcDirectiveReader::NoteUse(const SlcSourceToken& name, SlcPreprocessorTrace::UseKind kind)
+{
+    if (m_run.Trace() && m_macros.Find(name.text))
+        m_run.Trace()->Use(name, name, kind);
 }
 
 void SlcDirectiveReader::BeginGroup(const SlcSourceToken& name, bool isActive)
@@ -297,6 +304,8 @@ void SlcDirectiveReader::IfDefined(const SlcSourceToken& name)
         m_run.Error(line.empty() ? name : line.front(),
                     "'#" + std::string(name.text) + "' needs the name of a macro");
     const bool isDefined = hasName && m_macros.Find(line.front().text) != nullptr;
+    if (hasName && !IsSkipping())
+        NoteUse(line.front(), SlcPreprocessorTrace::UseKind::Asked);
     BeginGroup(name, hasName && isDefined == (name.text == "ifdef"));
 }
 
@@ -380,6 +389,8 @@ void SlcDirectiveReader::IncludeFile(const SlcSourceToken& place, const std::str
         return m_run.Error(place, "Cannot find the included file '" + name + "'");
     if (found.outcome == SlcIncludedFiles::Outcome::Unreadable)
         return m_run.Error(place, "Cannot read the included file '" + name + "'");
+    if (m_run.Trace())
+        m_run.Trace()->IncludeFile(place, *found.text);
     if (m_files.IsFinished(*found.text))
         return;
     if (m_open.size() >= k_mostLevels)

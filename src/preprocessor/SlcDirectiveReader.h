@@ -82,6 +82,8 @@ private:
     void Error(const SlcSourceToken& name);
     void Warning(const SlcSourceToken& name);
 
+    /// For the trace, if the name is that of a macro.
+    void NoteUse(const SlcSourceToken& name, SlcPreprocessorTrace::UseKind kind);
     [[nodiscard]] bool Condition(const SlcSourceToken& name);
     void BeginGroup(const SlcSourceToken& name, bool isActive);
     void IncludeFile(const SlcSourceToken& place, const std::string& header);

@@ -125,6 +125,8 @@ SlcSourceToken SlcMacroExpander::Defined(const SlcSourceToken& word, std::size_t
         name = Raw(base);
     if (name.kind != Name || (inParentheses && !Raw(base).IsSign(")")))
         m_run.Error(word, "'defined' needs the name of a macro");
+    if (m_run.Trace() && m_macros.Find(name.text))
+        m_run.Trace()->Use(name, name, SlcPreprocessorTrace::UseKind::Asked);
     SlcSourceToken value = word;
     value.kind = Number;
     value.text = m_macros.Find(name.text) ? "1" : "0";
@@ -142,25 +144,33 @@ bool SlcMacroExpander::Replace(const SlcSourceToken& use, const SlcMacroTable::E
     // The source may undefine the macro while its arguments are read.
     const std::shared_ptr<const SlcMacro> macro = entry.macro;
     if (macro->builtIn != SlcBuiltInMacro::None) {
+        NoteUse(use, use);
         ReplaceBuiltIn(use, macro->builtIn);
         return true;
     }
     SlcHideSet hidden = use.hidden;
     Arguments arguments;
+    SlcSourceToken close = use;
     if (macro->isFunction) {
         if (!ParenthesisFollows(base))
             return false;
-        SlcSourceToken close;
         if (!ReadArguments(use, *macro, base, arguments, close))
             return false;
         hidden = m_hideSets.Intersection(hidden, close.hidden);
     }
+    NoteUse(use, close);
     if (m_hideSets.Size(hidden) > k_mostHidden)
         m_run.Stop(use, "Macros lead to each other over too many steps");
     m_run.Spend(k_workOfToken + m_hideSets.Size(hidden), use, k_tooMuchText);
     hidden = m_hideSets.With(hidden, entry.number);
     PushBody(Substitute(*macro, arguments, use), use, hidden);
     return true;
+}
+
+void SlcMacroExpander::NoteUse(const SlcSourceToken& use, const SlcSourceToken& end)
+{
+    if (m_run.Trace())
+        m_run.Trace()->Use(use, end, SlcPreprocessorTrace::UseKind::Expanded);
 }
 
 void SlcMacroExpander::ReplaceBuiltIn(const SlcSourceToken& use, SlcBuiltInMacro macro)

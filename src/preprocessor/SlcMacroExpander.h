@@ -76,6 +76,8 @@ private:
     /// Puts what the use of a macro stands for in front of what comes next. False if it is no use.
     [[nodiscard]] bool Replace(const SlcSourceToken& use, const SlcMacroTable::Entry& entry,
                                std::size_t base);
+    /// For the trace.
+    void NoteUse(const SlcSourceToken& use, const SlcSourceToken& end);
     void ReplaceBuiltIn(const SlcSourceToken& use, SlcBuiltInMacro macro);
     /// False after a report. `close` becomes the closing parenthesis.
     [[nodiscard]] bool ReadArguments(const SlcSourceToken& use, const SlcMacro& macro,

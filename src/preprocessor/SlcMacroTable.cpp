@@ -84,8 +84,12 @@ public:
             m_next < m_line.size() && m_line[m_next].IsSign("(") && !m_line[m_next].spaceBefore;
         if (macro.isFunction && !ReadParameters(macro))
             return false;
+        m_bodyBegin = m_next;
         return ReadBody(macro);
     }
+
+    /// The place in the line of what the macro stands for.
+    [[nodiscard]] std::size_t BodyBegin() const { return m_bodyBegin; }
 
 private:
     [[nodiscard]] const SlcSourceToken& Here() const
@@ -182,6 +186,7 @@ private:
     SlcPreprocessorRun& m_run;
     const Tokens& m_line;
     std::size_t m_next = 0;
+    std::size_t m_bodyBegin = 0;
 };
 
 SlcMacroTable::SlcMacroTable(SlcPreprocessorRun& run) : m_run(run)
@@ -222,8 +227,11 @@ void SlcMacroTable::Define(const SlcSourceToken& directive, const Tokens& line)
     if (name.text == k_defined)
         return m_run.Error(name, "A macro cannot be called 'defined'");
     SlcMacro macro;
-    if (!DefinitionReader(m_run, line).Read(macro))
+    DefinitionReader reader(m_run, line);
+    if (!reader.Read(macro))
         return;
+    if (m_run.Trace())
+        m_run.Trace()->Define(line, macro.isFunction, macro.parameters, reader.BodyBegin());
     if (const Entry* const before = Find(name.text); before && !IsSameMacro(*before->macro, macro))
         m_run.Warning(name, 2,
                       "Macro '" + std::string(name.text) + "' has been defined in another way");

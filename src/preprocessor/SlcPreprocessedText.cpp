@@ -106,6 +106,8 @@ void SlcPreprocessedText::Add(const SlcSourceToken& token)
     if (!isNeighbour)
         AddGap(token);
     NoteColumn(token);
+    if (m_trace)
+        m_trace->AddToken(m_text.size(), token);
     m_text += token.text;
     m_isOpen = true;
     m_lastFromMacro = token.fromMacro;

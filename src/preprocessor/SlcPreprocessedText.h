@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "preprocessor/SlcPreprocessorTrace.h"
 #include "preprocessor/SlcSourceToken.h"
 
 /// From this place of the preprocessed text on, up to the next such place or the end of the line,
@@ -20,6 +21,9 @@ struct SlcColumnChange {
 /// columns as in the file.
 class SlcPreprocessedText {
 public:
+    /// `trace` may be null.
+    explicit SlcPreprocessedText(SlcPreprocessorTrace* trace) : m_trace(trace) {}
+
     /// A file begins; an included one if something has been written before.
     void EnterFile(const std::string& name);
     /// Goes on after an included file.
@@ -43,6 +47,7 @@ private:
     void AddGap(const SlcSourceToken& token);
     void NoteColumn(const SlcSourceToken& token);
 
+    SlcPreprocessorTrace* m_trace;
     std::string m_text;
     std::vector<SlcColumnChange> m_columns;
     std::string m_name;

@@ -37,12 +37,15 @@ class Preprocessor {
 public:
     explicit Preprocessor(const SlcPreprocessorOptions& options)
         : m_options(options),
-          m_run([this](const SlcSourceToken& token, SlcPreprocessorReport report) {
-              m_reader.CompleteReport(token, report);
-              if (m_options.report)
-                  m_options.report(report);
-          }),
+          m_run(
+              [this](const SlcSourceToken& token, SlcPreprocessorReport report) {
+                  m_reader.CompleteReport(token, report);
+                  if (m_options.report)
+                      m_options.report(report);
+              },
+              options.trace),
           m_macros(m_run),
+          m_output(options.trace),
           m_files(options.folders, options.provider),
           m_reader(m_run, m_macros, m_files, m_output)
     {
@@ -56,6 +59,8 @@ public:
             // Reported where it was thrown.
         }
         m_output.Finish();
+        if (m_options.trace)
+            m_options.trace->Finish(m_output.Text());
         return {m_run.IsGood(), std::move(m_output.Text()), std::move(m_output.Columns()),
                 m_files.Read(), m_files.Missing()};
     }
@@ -77,6 +82,8 @@ private:
             m_run.Stop({}, "Cannot read '" + path + "'");
         m_run.AllowFor(static_cast<std::size_t>(text->End() - text->Begin()));
         m_reader.Enter(*text);
+        if (m_options.trace)
+            m_options.trace->EnterFile(*text);
         m_output.EnterFile(path);
         for (SlcSourceToken token = Next(); token.kind != End; token = Next())
             m_output.Add(token);
@@ -108,8 +115,8 @@ private:
     const SlcPreprocessorOptions& m_options;
     SlcPreprocessorRun m_run;
     SlcMacroTable m_macros;
-    SlcIncludedFiles m_files;
     SlcPreprocessedText m_output;
+    SlcIncludedFiles m_files;
     SlcDirectiveReader m_reader;
 };
 

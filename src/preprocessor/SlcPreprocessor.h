@@ -9,6 +9,7 @@
 #include "preprocessor/SlcIncludedFiles.h"
 #include "preprocessor/SlcPreprocessedText.h"
 #include "preprocessor/SlcPreprocessorReport.h"
+#include "preprocessor/SlcPreprocessorTrace.h"
 
 /// What a run of the preprocessor is asked to do.
 struct SlcPreprocessorOptions {
@@ -22,6 +23,7 @@ struct SlcPreprocessorOptions {
     std::vector<std::string> folders;     // for included files, in order
     SlcIncludedFiles::Provider provider;  // asked before the disk; may be empty
     std::function<void(const SlcPreprocessorReport&)> report;  // may be empty
+    SlcPreprocessorTrace* trace = nullptr;                     // of this run alone; may be null
 };
 
 /// What came of it.

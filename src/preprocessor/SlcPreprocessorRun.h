@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "preprocessor/SlcPreprocessorReport.h"
+#include "preprocessor/SlcPreprocessorTrace.h"
 #include "preprocessor/SlcSourceToken.h"
 
 /// A fault after which the preprocessor does not go on. Thrown by value, after the report, and
@@ -20,7 +21,15 @@ public:
     /// Completes a report with the place of `token` and gives it to the user.
     using Reporter = std::function<void(const SlcSourceToken& token, SlcPreprocessorReport report)>;
 
-    explicit SlcPreprocessorRun(Reporter reporter) : m_reporter(std::move(reporter)) {}
+    /// `trace` may be null.
+    SlcPreprocessorRun(Reporter reporter, SlcPreprocessorTrace* trace)
+        : m_reporter(std::move(reporter)),
+          m_trace(trace)
+    {
+    }
+
+    /// Null if nothing is recorded.
+    [[nodiscard]] SlcPreprocessorTrace* Trace() const { return m_trace; }
 
     void Error(const SlcSourceToken& token, std::string text);
     /// Shown from the warning level `level` on.
@@ -50,6 +59,7 @@ private:
     static constexpr int k_mostReports = 1001;  // one more than are shown
 
     Reporter m_reporter;
+    SlcPreprocessorTrace* m_trace;
     int m_reports = 0;
     std::deque<std::string> m_texts;
     std::size_t m_allowed = k_workOfAnySource;

@@ -1,0 +1,117 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "preprocessor/SlcSourceText.h"
+#include "preprocessor/SlcSourceToken.h"
+
+/// Records where each token of the preprocessed text comes from, and which macros and files the
+/// source uses. A run without one records nothing.
+///
+/// Places are those of the files themselves, whatever `#line` directives call them.
+class SlcPreprocessorTrace {
+public:
+    static constexpr int k_none = -1;
+
+    struct Place {
+        int file = k_none;  // in `Files`; none for what no file holds, such as a pasted name
+        int line = 0;       // from 1
+        int column = 0;     // in bytes, from 1
+        int length = 0;     // in bytes
+    };
+    /// A token of the preprocessed text.
+    struct Token {
+        std::size_t offset = 0;  // in the text
+        std::string text;
+        SlcSourceTokenKind kind = SlcSourceTokenKind::Other;
+        Place place;          // where its characters stand
+        Place use;            // of a token from a macro: the name of the macro where it is used
+        bool isBody = false;  // it stands in the definition of a macro, not between its arguments
+    };
+    struct Macro {
+        std::string name;
+        Place place;  // of the name
+        Place end;    // of the last token of the definition
+        bool isFunction = false;
+        std::vector<std::string> parameters;
+        std::string body;
+    };
+    enum class UseKind { Expanded, Asked, Undefined };
+    struct MacroUse {
+        std::string name;
+        int macro = k_none;  // in `Macros`; none for one that no source defines
+        UseKind kind = UseKind::Expanded;
+        Place place;            // of the name
+        Place end;              // of the last token: the name or a closing parenthesis
+        bool isBody = false;    // it stands in the definition of a macro
+        std::string expansion;  // in the preprocessed text; empty if `isBody`
+    };
+    struct Include {
+        Place place;        // of the name with its quotes
+        int file = k_none;  // that it opened
+    };
+
+    // Called by the parts of the preprocessor.
+    /// Returns the number of the file.
+    int EnterFile(const SlcSourceText& text);
+    void AddToken(std::size_t offset, const SlcSourceToken& token);
+    void Define(const std::vector<SlcSourceToken>& line, bool isFunction,
+                const std::vector<std::string_view>& parameters, std::size_t bodyBegin);
+    void Use(const SlcSourceToken& name, const SlcSourceToken& end, UseKind kind);
+    void IncludeFile(const SlcSourceToken& place, const SlcSourceText& text);
+    /// Finds the places; the texts of the run end after it.
+    void Finish(std::string_view text);
+
+    [[nodiscard]] const std::vector<std::string>& Files() const { return m_files; }
+    [[nodiscard]] const std::vector<Token>& Tokens() const { return m_tokens; }
+    [[nodiscard]] const std::vector<Macro>& Macros() const { return m_macros; }
+    [[nodiscard]] const std::vector<MacroUse>& MacroUses() const { return m_uses; }
+    [[nodiscard]] const std::vector<Include>& Includes() const { return m_includes; }
+
+private:
+    struct File {
+        const SlcSourceText* text = nullptr;
+        int number = k_none;
+        std::vector<std::size_t> lineBegins;  // of the lines of the file, joined ones too
+    };
+    /// A part of a text that the run keeps.
+    struct Raw {
+        const char* begin = nullptr;
+        std::size_t length = 0;
+    };
+    struct RawToken {
+        Raw spelled;
+        const char* use = nullptr;  // null if it comes from no macro
+    };
+    struct RawUse {
+        Raw name;
+        Raw end;
+        const char* outermost = nullptr;  // the use that the name comes from; null for none
+    };
+
+    [[nodiscard]] static Raw RawOf(const SlcSourceToken& token);
+    [[nodiscard]] const File* FileOf(const char* at) const;
+    [[nodiscard]] Place PlaceOf(const Raw& raw) const;
+    [[nodiscard]] bool IsBody(const Raw& spelled, const char* use) const;
+    void FinishUses(std::string_view text);
+
+    std::vector<std::string> m_files;
+    std::map<const char*, File, std::greater<>> m_texts;  // by their first character
+    std::vector<Token> m_tokens;
+    std::vector<RawToken> m_rawTokens;
+    std::vector<Macro> m_macros;
+    std::vector<std::pair<Raw, Raw>> m_rawMacros;  // first and last token
+    std::unordered_map<std::string, int> m_defined;
+    std::vector<MacroUse> m_uses;
+    std::vector<RawUse> m_rawUses;
+    std::unordered_map<const char*, const char*> m_useEnds;  // of uses in files, by their begin
+    std::vector<Include> m_includes;
+    std::vector<Raw> m_rawIncludes;
+};
