@@ -15,9 +15,11 @@
 #include "backends/SlcGenCCode.h"
 #include "compiler/SlcOptimizationLevel.h"
 #include "compiler/SlcPreprocessorMacros.h"
+#include "compiler/SlcSourceIndexer.h"
 #include "frontend/SlcParseCode.h"
 #include "icode/SlcInterForm.h"
 #include "preprocessor/SlcPreprocessor.h"
+#include "preprocessor/SlcPreprocessorTrace.h"
 #include "semantics/SlcDeleteTree.h"
 #include "semantics/SlcSemantics.h"
 #include "support/SlcCompilation.h"
@@ -74,37 +76,91 @@ public:
         SetReports(m_messages);
         SetWarningLevel(m_options.warningLevel);
         ShowAdvice(m_options.showsAdvice);
+        Tree tree;
+        Try([&] { RunStages(path, std::move(text), tree); });
+        TakeReports();
+        if (m_options.makesIndex && !m_result.index)
+            IndexFaultySource(tree);
+        return std::move(m_result);
+    }
+
+private:
+    using Tree = std::unique_ptr<SlcDefinitionsNode, DeleteTree>;
+
+    /// Runs `stages` up to a fault that has been reported where it was thrown.
+    template <class Stages>
+    static void Try(const Stages& stages)
+    {
         try {
-            RunStages(path, std::move(text));
+            stages();
         } catch (const SlcCompilationError&) {
-            // Reported where it was thrown, as the next ones.
         } catch (const SlcCompilationSevereError&) {
         } catch (const SlcCompilationEnd&) {
         }
+    }
+
+    void TakeReports()
+    {
         if (!m_result.succeeded)
             m_result.output.clear();
         for (const SlcReport& report : SlcReportsSoFar())
             m_result.reports.push_back(PublicReport(report));
         m_result.messages = m_messages.str();
-        return std::move(m_result);
     }
 
-private:
-    void RunStages(const std::string& path, std::optional<std::string> text)
+    void RunStages(const std::string& path, std::optional<std::string> text, Tree& tree)
     {
-        const std::string source = Preprocess(path, std::move(text));
-        std::unique_ptr<SlcDefinitionsNode, DeleteTree> tree(
-            ParseCode(std::string_view(source), m_record.m_strict).release());
+        Preprocess(path, std::move(text));
+        Parse(tree);
+        if (NbErrors() != 0)
+            throw SlcCompilationError();
         m_result.shaderName = SlcShaderName();
+        Check(tree);
+        if (m_options.makesIndex)
+            MakeIndex(tree);
+        if (m_options.output != Options::Output::Nothing)
+            MakeOutput(tree);
+        m_result.succeeded = true;
+    }
+
+    void Parse(Tree& tree)
+    {
+        m_isParsed = true;
+        tree.reset(ParseFaultyCode(m_text).release());
+    }
+
+    void Check(Tree& tree)
+    {
+        m_isChecked = true;
         SlcSemantics(tree.get(), m_record);
+    }
+
+    void MakeIndex(const Tree& tree)
+    {
+        m_result.index = SlcMakeIndex(*m_trace, m_text, tree.get(), m_record.m_strict);
+    }
+
+    /// Goes on as far as the faults let it. What it reports follows from them, and has no reader.
+    void IndexFaultySource(Tree& tree)
+    {
+        Try([&] {
+            if (!m_isParsed)
+                Parse(tree);
+            if (tree && !m_isChecked)
+                Check(tree);
+        });
+        MakeIndex(tree);
+    }
+
+    void MakeOutput(const Tree& tree)
+    {
         SlcInterForm shader(m_record);
         shader.GenInterForm(tree.get());
         shader.Optimize();
         Write(shader);
-        m_result.succeeded = true;
     }
 
-    [[nodiscard]] std::string Preprocess(const std::string& path, std::optional<std::string> text)
+    void Preprocess(const std::string& path, std::optional<std::string> text)
     {
         SlcReportPrinter printer(m_messages, m_options.warningLevel);
         SlcPreprocessorOptions wanted;
@@ -121,14 +177,15 @@ private:
                      report.level, report.file, report.line, report.column, report.length,
                      report.text, ""});
         };
+        if (m_options.makesIndex)
+            wanted.trace = &m_trace.emplace();
         SlcPreprocessed result =
             text ? SlcPreprocessText(path, std::move(*text), wanted) : SlcPreprocess(path, wanted);
         m_result.files = std::move(result.files);
         m_result.searchedPlaces.assign(result.missing.begin(), result.missing.end());
+        SetColumns(std::move(result.text), std::move(result.columns));
         if (!result.succeeded)
             throw SlcCompilationError();
-        SetColumns(std::move(result.text), std::move(result.columns));
-        return std::move(m_text);
     }
 
     /// Reports of the parser stand at places of the preprocessed text.
@@ -167,7 +224,10 @@ private:
     SlcOptionsControl m_record;
     std::ostringstream m_messages;
     QxCompileResult m_result;
-    std::string m_text;
+    std::string m_text;  // preprocessed
+    std::optional<SlcPreprocessorTrace> m_trace;
+    bool m_isParsed = false;
+    bool m_isChecked = false;
     SlcCompilation m_compilation;  // last, since its parts go before what they refer to
 };
 

@@ -1,17 +1,21 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 // Compiles shaders within a program. `docs/compiling.md` shows how.
 
+class QxSourceIndex;
+
 /// What a compile is asked to do; the fields are those options of `shaderqx` that change a shader.
 struct QxCompileOptions {
     enum class Output {
         ByteCode,  // the contents of a `.sqx` file
         Cpp,       // C++ text, from which a C++ compiler makes a shared object
+        Nothing,   // the checks alone
     };
 
     Output output = Output::ByteCode;
@@ -21,6 +25,7 @@ struct QxCompileOptions {
     bool usesShadeops = true;       // --dont-use-shadeops clears it
     int warningLevel = 1;           // -w0 to -w2
     bool showsAdvice = false;       // at every warning level, as with SLC_ADVICE=1
+    bool makesIndex = false;        // of the names in the source, for editors
 
     std::vector<std::string> folders;  // -I: of included files, and after "." of shadeop libraries
     std::vector<std::string> macros;   // -D: NAME or NAME=VALUE
@@ -56,6 +61,10 @@ struct QxCompileResult {
     std::vector<std::string> files;             // that were read: the source and what it includes
     std::vector<std::string> searchedPlaces;    // where included files were looked for in vain
     std::vector<std::string> shadeopLibraries;  // whose functions the shader calls
+
+    /// What the names of the source mean; `compiler/QxSourceIndex.h` defines it. Null unless
+    /// `makesIndex` asks for it; of a source with faults it holds what could be read.
+    std::shared_ptr<const QxSourceIndex> index;
 };
 
 /// Compiles the source in the file `path`. What is wrong with it, or with the file, is in the

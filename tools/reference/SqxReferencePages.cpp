@@ -21,6 +21,7 @@
 #include "reference/SqxBuiltInMeanings.h"
 #include "sqx/SqxLayout.h"
 #include "sqx/SqxNumbers.h"
+#include "symbols/SlcFuncDeclaration.h"
 #include "symbols/SlcFuncDescription.h"
 #include "symbols/SlcHiddenVariables.h"
 #include "symbols/SlcShaderSymbolTable.h"
@@ -32,43 +33,10 @@ using FuncInfo = SlcFuncDescription::FuncInfo;
 /// The declarations of each built-in, in the order of the library.
 using Declarations = std::map<std::string, std::vector<std::string>, std::less<>>;
 
-[[nodiscard]] std::string Argument(const SlcTypeNode* type, const SlcDetailNode* detail,
-                                   const SlcStorageSpecNode* storage)
-{
-    std::string text;
-    if (storage && storage->IsOutput())
-        text += "output ";
-    if (detail && detail->IsUniform())
-        text += "uniform ";
-    return text + type->ToString();
-}
-
-[[nodiscard]] std::string Tail(const SlcFuncVarArgExpr& part)
-{
-    if (const auto* single = dynamic_cast<const SlcFuncVarArgSingle*>(&part))
-        return Argument(single->GetType(), single->GetDetail(), single->GetStorage()) +
-               (single->IsRepeated() ? " ..." : "");
-    if (const auto* pair = dynamic_cast<const SlcFuncVarArgPair*>(&part))
-        return "\"" + pair->GetName() + "\", " + Tail(*pair->GetValue());
-    std::string text;
-    for (const auto& member : dynamic_cast<const SlcFuncVarArgList&>(part).GetParts())
-        text += (text.empty() ? "" : ", ") + Tail(*member);
-    return text;
-}
-
 [[nodiscard]] std::string Declaration(const FuncInfo& info)
 {
-    std::string text = info.returnType->ToString() + " " + info.name + "(";
-    for (std::size_t i = 0; i < info.argTypes.size(); ++i)
-        text += (i == 0 ? "" : ", ") +
-                Argument(info.argTypes[i], info.argDetails[i], info.argStorages[i]);
-    if (info.tail) {
-        const std::string tail = Tail(*info.tail);
-        const bool repeated = tail.ends_with(" ...");
-        text += info.argTypes.empty() ? "" : repeated ? ", " : " [, ";
-        text += tail + (repeated ? "" : "]");
-    }
-    return text + ")";
+    return SlcDeclarationText({info.name, info.returnType, info.argTypes, info.argDetails,
+                               info.argStorages, info.tail.get()});
 }
 
 [[nodiscard]] Declarations ReadDeclarations()

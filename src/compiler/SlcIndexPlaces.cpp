@@ -1,0 +1,88 @@
+// Tested by tests/compiler/QxSourceIndexTest.cpp.
+
+#include "compiler/SlcIndexPlaces.h"
+
+#include <algorithm>
+#include <tuple>
+
+std::size_t SlcIndexPlaces::TokenAt(std::size_t offset) const
+{
+    const auto& tokens = m_trace.Tokens();
+    const auto found = std::lower_bound(
+        tokens.begin(), tokens.end(), offset,
+        [](const SlcPreprocessorTrace::Token& t, std::size_t place) { return t.offset < place; });
+    return static_cast<std::size_t>(found - tokens.begin());
+}
+
+std::size_t SlcIndexPlaces::Find(const SlcTextRange& range, std::string_view text) const
+{
+    const auto& tokens = m_trace.Tokens();
+    for (std::size_t i = TokenAt(range.begin); i < tokens.size() && tokens[i].offset < range.end;
+         ++i)
+        if (tokens[i].text == text)
+            return i;
+    return k_none;
+}
+
+QxSourcePlace SlcIndexPlaces::Public(const SlcPreprocessorTrace::Place& place)
+{
+    return {place.file, place.line, place.column, place.length};
+}
+
+QxSourcePlace SlcIndexPlaces::PlaceOf(std::size_t token) const
+{
+    const SlcPreprocessorTrace::Token& found = Token(token);
+    return Public(found.place.file >= 0 ? found.place : found.use);
+}
+
+QxSourcePlace SlcIndexPlaces::ShownPlaceOf(std::size_t token) const
+{
+    const SlcPreprocessorTrace::Token& found = Token(token);
+    return Public(found.isBody || found.place.file < 0 ? found.use : found.place);
+}
+
+QxSourceRange SlcIndexPlaces::Between(const QxSourcePlace& first, const QxSourcePlace& last)
+{
+    const QxSourceRange whole = {first.file, first.line, first.column, last.line,
+                                 last.column + last.length};
+    const bool isOrdered = std::tie(first.line, first.column) <= std::tie(last.line, last.column);
+    if (first.file == last.file && isOrdered)
+        return whole;
+    return {first.file, first.line, first.column, first.line, first.column + first.length};
+}
+
+QxSourceRange SlcIndexPlaces::RangeOf(const SlcTextRange& range) const
+{
+    const std::size_t first = TokenAt(range.begin);
+    const std::size_t end = TokenAt(range.end);
+    if (first >= end)
+        return {};
+    return Between(ShownPlaceOf(first), ShownPlaceOf(end - 1));
+}
+
+SlcTextRange SlcIndexPlaces::BodyOf(const SlcTextRange& definition) const
+{
+    const auto& tokens = m_trace.Tokens();
+    int depth = 0;
+    // Between the parentheses stand the braces of arrays.
+    for (std::size_t i = TokenAt(definition.begin);
+         i < tokens.size() && tokens[i].offset < definition.end; ++i) {
+        depth += tokens[i].text == "(" ? 1 : tokens[i].text == ")" ? -1 : 0;
+        if (depth == 0 && tokens[i].text == "{")
+            return {static_cast<std::uint32_t>(tokens[i].offset), definition.end};
+    }
+    return definition;
+}
+
+std::string SlcIndexPlaces::TextOf(const SlcTextRange& range) const
+{
+    std::string text;
+    for (const char c : m_text.substr(range.begin, range.end - range.begin)) {
+        const bool isBlank = c == ' ' || c == '\t' || c == '\n' || c == '\r';
+        if (!isBlank)
+            text += c;
+        else if (!text.empty() && text.back() != ' ')
+            text += ' ';
+    }
+    return text;
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "compiler/QxSourceIndex.h"
+#include "frontend/SlcSyntaxNode.h"
+#include "preprocessor/SlcPreprocessorTrace.h"
+
+/// Finds the places in files of what stands in the preprocessed text.
+class SlcIndexPlaces {
+public:
+    static constexpr std::size_t k_none = static_cast<std::size_t>(-1);
+
+    /// Both must outlive the object.
+    SlcIndexPlaces(const SlcPreprocessorTrace& trace, std::string_view text)
+        : m_trace(trace),
+          m_text(text)
+    {
+    }
+
+    /// The first token at or after an offset; their count if there is none.
+    [[nodiscard]] std::size_t TokenAt(std::size_t offset) const;
+    /// The first token of a range with that text; `k_none` if there is none.
+    [[nodiscard]] std::size_t Find(const SlcTextRange& range, std::string_view text) const;
+    [[nodiscard]] const SlcPreprocessorTrace::Token& Token(std::size_t token) const
+    {
+        return m_trace.Tokens()[token];
+    }
+
+    /// Where the characters of a token stand.
+    [[nodiscard]] QxSourcePlace PlaceOf(std::size_t token) const;
+    /// Where a token stands for its reader: one from a macro's body at the use of the macro.
+    [[nodiscard]] QxSourcePlace ShownPlaceOf(std::size_t token) const;
+    [[nodiscard]] QxSourceRange RangeOf(const SlcTextRange& range) const;
+    /// The body of a definition, with its braces.
+    [[nodiscard]] SlcTextRange BodyOf(const SlcTextRange& definition) const;
+    /// The text of a range with single blanks.
+    [[nodiscard]] std::string TextOf(const SlcTextRange& range) const;
+
+    [[nodiscard]] static QxSourcePlace Public(const SlcPreprocessorTrace::Place& place);
+    /// From the beginning of one place to the end of another; of the first alone if they are in
+    /// two files or in the wrong order.
+    [[nodiscard]] static QxSourceRange Between(const QxSourcePlace& first,
+                                               const QxSourcePlace& last);
+
+private:
+    const SlcPreprocessorTrace& m_trace;
+    std::string_view m_text;
+};

@@ -1,0 +1,124 @@
+#include "compiler/QxSourceIndex.h"
+
+#include <gtest/gtest.h>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "compiler/QxCompiler.h"
+#include "compiler/QxLanguage.h"
+
+namespace {
+
+using Files = std::map<std::string, std::string>;
+
+QxCompileResult Compile(const std::string& text, const Files& files = {})
+{
+    QxCompileOptions options;
+    options.makesIndex = true;
+    options.output = QxCompileOptions::Output::Nothing;
+    options.readFile = [&files](const std::string& path) -> std::optional<std::string> {
+        const auto found = files.find(path);
+        return found == files.end() ? std::nullopt : std::optional(found->second);
+    };
+    return QxCompileText("a.sl", text, options);
+}
+
+const char* Word(QxNameKind kind)
+{
+    constexpr const char* words[] = {"shader",   "function", "parameter", "local", "predefined",
+                                     "built-in", "shadeop",  "macro",     "space"};
+    return words[static_cast<int>(kind)];
+}
+
+const char* Word(QxUseRole role)
+{
+    constexpr const char* words[] = {"def", "read", "write", "call", "ask"};
+    return words[static_cast<int>(role)];
+}
+
+const char* Word(QxDetail detail)
+{
+    constexpr const char* words[] = {"", " uniform", " varying", " open"};
+    return words[static_cast<int>(detail)];
+}
+
+std::string Text(const QxSourcePlace& place)
+{
+    return std::to_string(place.file) + ":" + std::to_string(place.line) + ":" +
+           std::to_string(place.column) + "+" + std::to_string(place.length);
+}
+
+/// A use as "file:line:column+length kind name role type detail".
+std::string Text(const QxSourceIndex& index, const QxIndexedUse& use)
+{
+    const QxIndexedName& name = index.names[static_cast<std::size_t>(use.name)];
+    std::string text = Text(use.place) + " " + Word(name.kind) + " " + name.name + " " +
+                       Word(use.role) + (use.type.empty() ? "" : " ") + use.type + Word(use.detail);
+    if (use.isInMacro && use.macro.line > 0)
+        text += " by " + Text(use.macro);
+    return text;
+}
+
+std::vector<std::string> UseTexts(const QxSourceIndex& index)
+{
+    std::vector<std::string> texts;
+    for (const QxIndexedUse& use : index.uses)
+        texts.push_back(Text(index, use));
+    return texts;
+}
+
+TEST(QxSourceIndex, PlacesEachNameBehindMacrosAndIncludes)
+{
+    const Files files = {{"help.h", "#define HELP(a) helper(a)\n"
+                                    "float helper(float x) { return x; }\n"}};
+    const QxCompileResult result = Compile("#define GAIN (2 * Kd)\n"
+                                           "#define TWICE(x) ((x) + (x))\n"
+                                           "#include \"help.h\"\n"
+                                           "surface a(float Kd = 1) {\n"
+                                           "    float f = TWICE(s) * GAIN; f = t;\n"
+                                           "    f = HELP(f) + \\\n"
+                                           "        TWICE(HELP(u)) + v;\n"
+                                           "#ifdef GAIN\n"
+                                           "    Ci = color \"hsv\" (f, 1, 1);\n"
+                                           "#endif\n"
+                                           "}\n",
+                                           files);
+    ASSERT_TRUE(result.succeeded) << result.messages;
+    const QxSourceIndex& index = *result.index;
+    EXPECT_EQ(index.files, (std::vector<std::string>{"a.sl", "help.h"}));
+    EXPECT_EQ(UseTexts(index), (std::vector<std::string>{
+                                   "0:1:9+4 macro GAIN def",
+                                   "0:1:19+2 parameter Kd read float uniform by 0:5:26+4",
+                                   "0:2:9+5 macro TWICE def",
+                                   "0:4:9+1 shader a def",
+                                   "0:4:17+2 parameter Kd def float uniform",
+                                   "0:5:11+1 local f def float varying",
+                                   "0:5:15+5 macro TWICE read",
+                                   "0:5:21+1 predefined s read float varying",
+                                   "0:5:26+4 macro GAIN read",
+                                   "0:5:32+1 local f write float varying",
+                                   "0:5:36+1 predefined t read float varying",
+                                   "0:6:5+1 local f write float varying",
+                                   "0:6:9+4 macro HELP read",
+                                   "0:6:14+1 local f read float varying",
+                                   "0:7:9+5 macro TWICE read",
+                                   "0:7:15+4 macro HELP read",
+                                   "0:7:20+1 predefined u read float varying",
+                                   "0:7:26+1 predefined v read float varying",
+                                   "0:8:8+4 macro GAIN ask",
+                                   "0:9:5+2 predefined Ci write color varying",
+                                   "0:9:16+5 space hsv read",
+                                   "0:9:23+1 local f read float varying",
+                                   "1:1:9+4 macro HELP def",
+                                   "1:1:17+6 function helper call float open by 0:6:9+4",
+                                   "1:2:7+6 function helper def float",
+                                   "1:2:20+1 parameter x def float open",
+                                   "1:2:32+1 parameter x read float open",
+                               }));
+    ASSERT_EQ(index.includes.size(), 1U);
+    EXPECT_EQ(Text(index.includes[0].place), "0:3:10+8");
+    EXPECT_EQ(index.includes[0].file, 1);
+}
+
+}  // namespace
