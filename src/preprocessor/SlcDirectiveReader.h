@@ -71,6 +71,7 @@ private:
     void Define(const SlcSourceToken& name);
     void Undefine(const SlcSourceToken& name);
     void Include(const SlcSourceToken& name);
+    // SlcConditionDirectives.cpp
     void If(const SlcSourceToken& name);
     void IfDefined(const SlcSourceToken& name);
     void Elif(const SlcSourceToken& name);
