@@ -26,7 +26,7 @@ done
 # The command that the compiler says it uses.
 command=$(sed -n "s/.*SLC_CC_COMMAND.* Will use '\(.*\)' has command.*/\1/p" messages)
 [ -n "$command" ] || {
-    echo "$0: the compiler does not tell its command"
+    echo "$0: the compiler does not print its command"
     exit 1
 }
 output_dir=. output_file=loops.so cc_input_file=$root/bench/shading/loops.cpp \

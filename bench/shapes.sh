@@ -6,13 +6,13 @@
 #   choice       choices of a value inside each other
 #   and          a chain of `&&`
 #   calls        calls of a function of ten lines
-#   unused       a sum over conditions that nobody reads
+#   unused       a sum over conditions that is not used
 #   switch       conditions under a switch that is off
 #   doubling     functions that each call the one before twice, so many calls at the end of all
 #   together     variables that are all alive together
 #   loops        uniform loops inside each other
-#   dead-loop    a chain around a loop that nobody reads
-#   dead-if      a chain under conditions that nobody reads
+#   dead-loop    a chain around a loop that is not used
+#   dead-if      a chain under conditions that is not used
 #   inverted     that chain in the opposite order, over a loop
 # All conditions vary over the grid, but for those of the last.
 awk -v shape="$1" -v count="$2" 'BEGIN {

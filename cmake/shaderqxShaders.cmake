@@ -3,7 +3,7 @@
 #
 # Makes TARGET, part of `all`, which compiles the sources; each shader becomes D/SHADER.sqx, where D
 # is the folder TARGET in the current binary directory unless it is given. The target's property
-# SHADERQX_OUTPUT_DIRECTORY tells it. With DSO the shaders become shared objects. The options are
+# SHADERQX_OUTPUT_DIRECTORY names it. With DSO the shaders become shared objects. The options are
 # those of the compiler.
 #
 # A source is compiled again when it, a file that it includes, a shadeop library that it calls into,

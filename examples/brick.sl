@@ -1,6 +1,6 @@
 /*
  * A wall of bricks in mortar. Every second course is shifted by half a brick, each brick has a
- * shade of its own, and the edges are as soft as a shading point is large.
+ * different shade, and the edges are as soft as a shading point is large.
  */
 surface brick(float Ka = 1; float Kd = 0.9; float across = 4; float up = 10; float joint = 0.08;
               float shades = 0.5; color brickcolor = color(0.6, 0.25, 0.15);

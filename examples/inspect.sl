@@ -1,6 +1,6 @@
 /*
  * Shows a value of the surface as a color, by name, for finding faults: a unit vector as its
- * direction, a parameter as a ramp. Tells once for each grid what it shows.
+ * direction, a parameter as a ramp. Prints once for each grid what it shows.
  */
 surface inspect(string what = "normal"; string space = "world"; uniform float verbose = 0)
 {

@@ -1,5 +1,5 @@
 /*
- * Throws a picture: the slide stands before the lamp, in a space of its own whose z axis is the
+ * Throws a picture: the slide stands before the lamp, in its own space, whose z axis is the
  * beam. Outside of the picture there is no light.
  */
 light slideprojector(float intensity = 1; string slide = "slide.tx"; string space = "shader";

@@ -1,5 +1,5 @@
 /*
- * A picture stuck on by a frame of its own: moved, turned and sized in the object's space, and
+ * A picture stuck on by its own frame: moved, turned and sized in the object's space, and
  * pressed flat on the side that faces it. The varnish around it stays as it is.
  */
 #include "include/shading.h"

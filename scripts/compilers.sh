@@ -26,7 +26,7 @@ trap 'rm -rf "$scratch"' EXIT
 values() {
     local folder=$1
     mkdir -p "$scratch/files"
-    # A build with a compiler of its own needs no other preprocessor.
+    # The compiler preprocesses the source itself.
     (cd "$scratch/files" && "$folder/bin/shaderqx" -w0 "$OLDPWD/examples/$example.sl" 2>/dev/null)
     # shellcheck disable=SC2086  # the words are a compiler and its flags
     ${*:2} -std=c++20 -O1 -ffp-contract=off tests/cross/values.cpp -o "$scratch/values" -Iruntime \

@@ -13,7 +13,7 @@ install_missing "$needs"
 announce "Building the programs in build/release; the first time takes some minutes"
 build_preset release programs
 
-# Compiles one example; its messages are shown only if it fails. A comment in its first line tells
+# Compiles one example; its messages are shown only if it fails. A comment in its first line has
 # the options that it needs, if any. The program leaves generated C++ in the working directory.
 compile_example() {
     local messages options
@@ -51,6 +51,6 @@ if [ -t 1 ]; then
   build/release/bin/sqxshade examples/marble.sl       shades one into marble.png
   sudo cmake --install build/release                  installs the programs for all users
   ./scripts/test.sh                                   runs all tests
-  docs/language.md, docs/built-ins.md                 tell how shaders are written
+  docs/language.md, docs/built-ins.md                 explain how to write shaders
 NEXT
 fi

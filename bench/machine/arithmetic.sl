@@ -1,4 +1,4 @@
-/* Plain arithmetic of numbers, as bodies of functions leave it behind. */
+/* Plain arithmetic of numbers, as the bodies of inlined functions look. */
 surface arithmetic(float a = 0.7, b = 0.31, c = 1.9)
 {
     float x = s, y = t, z = s * t + a, w = s - t * b;

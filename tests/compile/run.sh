@@ -13,7 +13,7 @@ unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS SLC_CC_INCLUDE CPATH
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cd "$scratch" || exit 1
-# The program puts a file of its own beside each source.
+# The program puts its own file beside each source.
 cp -r "$top/examples" "$top/tests/compile/shaders" .
 export top bin compiler levels="$*"
 
@@ -26,7 +26,7 @@ compile() {
         && : >"${sum%% *}"
 }
 
-# One source at all levels, in a folder of its own, since the program writes into the current one.
+# One source at all levels, in a separate folder, since the program writes into the current one.
 check() {
     local source=$PWD/$1 level failures=0
     mkdir -p "work/$1" && cd "work/$1" || return 1

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Fills a folder with the examples and the shaders of the tests, preprocessed: each at one
-# optimization level, told by the digit in front of it.
+# optimization level, given by the digit before it.
 # usage: compile_corpus.sh FOLDER
 set -euo pipefail
 top=$(cd "$(dirname "$0")/../.." && pwd)

@@ -1,4 +1,4 @@
-/* The lights are run for P, and anew once it has moved; no cone has no flags. */
+/* The lights are run for P, and again once it has moved; no cone has no flags. */
 surface illuminance_at_p()
 {
     Ci = 0;

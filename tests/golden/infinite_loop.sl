@@ -1,4 +1,4 @@
-/* A loop without an end is told of wherever it stands. */
+/* A loop without an end is reported wherever it stands. */
 surface infinite_loop(float k = 1)
 {
     float i = 0;

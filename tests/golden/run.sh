@@ -3,7 +3,7 @@
 # usage: run.sh [--update] BIN_DIRECTORY [CASE...]
 #   BIN_DIRECTORY  where shaderqx and sqxdump were built
 #   CASE           a name, without extension; all cases if none is given
-#   --update       writes the expected files anew instead of comparing
+#   --update       rewrites the expected files instead of comparing
 set -euo pipefail
 cases_dir=$(cd "$(dirname "$0")" && pwd)
 

@@ -20,7 +20,7 @@ fail() {
     failures=$((failures + 1))
 }
 
-# Runs sqxmake with the arguments behind the first, which is the exit status that it must have.
+# Runs sqxmake with the arguments after the first, which is the exit status that it must have.
 make_is() {
     local expected=$1 status=0
     shift
@@ -32,7 +32,7 @@ says() {
     grep -qF -- "$1" messages || fail "Not said: $1"
 }
 
-# What was compiled since the last look: each output is made anew by it, so its link goes.
+# What was compiled since the last look: a rebuilt output replaces the link.
 remember() {
     rm -rf seen
     mkdir seen
@@ -120,7 +120,7 @@ says "Variable 'a' may not be initialized (and 2 times after this)"
 says "Variable 'b' may not be initialized (and 1 time after this)"
 [ "$(grep -c WARNING: messages)" = 2 ] || fail 'A variable is reported more than once'
 
-# A preprocess command of the user's own writes no dependencies; its line markers tell of them.
+# A user's preprocess command writes no dependencies; they are read from its line markers.
 # shellcheck disable=SC2016  # the variables are the command's
 export SLC_CPP_COMMAND='cc -E -x c $cpp_options "$input_file" > "$cpp_result"'
 make_is 0 -I"$scratch" "$library/plain10.sl"
@@ -134,7 +134,7 @@ make_is 0 own.sl
 compiled_are own
 unset SLC_CPP_COMMAND
 
-# A header that comes in front of the one that was included, beside the file that includes it or in
+# A header that is found before the one that was included, beside the file that includes it or in
 # a folder that is searched before; and whatever is no such header.
 mkdir -p front 'far off/deep'
 echo '#include <deep/tone.h>' >'far off/tones.h'
@@ -209,7 +209,7 @@ make_is 1 '-Ishade ops' twisted.sl untwisted.sl
 says 'Undefined function'
 [ ! -e "$output/twisted.sqx" ] || fail 'Without its library a shader kept its output'
 
-# Folders of the examples, with no more options than their page tells.
+# Folders of the examples, with no more options than their page names.
 make_is 0 "$examples/rows"
 make_is 0 --dso "$examples/dso"
 
@@ -241,7 +241,7 @@ printf '#include "cycle.h"\n' >cycle.h
 printf '#include "cycle.h"\nsurface cyclic() { Ci = 1; }\n' >cyclic.sl
 make_is 1 cyclic.sl
 says 'Problem during preprocessing.'
-[ "$(wc -l <messages)" -lt 15 ] || fail 'A cycle of includes is told at too great length'
+[ "$(wc -l <messages)" -lt 15 ] || fail 'The report of a cycle of includes is too long'
 mkdir empty
 make_is 1 empty
 says "There are no shaders in 'empty'"

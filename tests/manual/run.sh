@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# The manual pages are well formed, and each tells of the options that its program knows.
+# The manual pages are well formed, and each describes the options that its program knows.
 # usage: run.sh BUILD_DIRECTORY
 set -euo pipefail
 build=$(cd "$1" && pwd)
@@ -23,7 +23,7 @@ for page in "$build"/manual/*.1; do
     for word in $("$build/bin/$name" --help | grep -oE "^ +'?--?[][A-Za-z0-9+-]+" | tr -d "' "); do
         word=${word/\[dont-\]/}
         grep -qF -- "$word" <<<"$plain" || {
-            echo "$page does not tell of $word"
+            echo "$page does not describe $word"
             failures=1
         }
     done

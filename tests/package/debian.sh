@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the Debian packages in a folder, uses them as a user would, and removes them without a trace. It
-# changes the system that it runs in: scripts/bare.sh runs it in one of its own.
+# changes the system that it runs in: scripts/bare.sh runs it in a fresh one.
 # usage: debian.sh FOLDER    as root
 set -euo pipefail
 packages=$(cd "$1" && pwd)
@@ -46,5 +46,5 @@ done
 dpkg -r shaderqx-dev shaderqx >/dev/null
 left=$(find /usr /etc /var/lib -path /usr/share/doc -prune -o -name '*shaderqx*' -print -o -name 'sqx*' -print |
     grep -v /var/lib/dpkg || true)
-[ -z "$left" ] || fail "Left behind: $left"
+[ -z "$left" ] || fail "Not removed: $left"
 echo "The packages install, work and are removed"

@@ -102,11 +102,11 @@ try_generator() {
     rebuilds "$tree" '' "$2, without a change"
     sleep 0.01
     touch 'project/in clude/gain.h'
-    rebuilds "$tree" 'chalk.sl two words.sl' "$2, behind a header"
+    rebuilds "$tree" 'chalk.sl two words.sl' "$2, after a change of a header"
     rebuilds "$tree" '' "$2, again without a change"
     sleep 0.01
     sed -i 's/1 - /2 - /' project/twist.c
-    rebuilds "$tree" twisted.sl "$2, behind a shadeop library"
+    rebuilds "$tree" twisted.sl "$2, after a change of a shadeop library"
     expect "$("$prefix/bin/sqxdump" -I "$tree/shade ops" --param amount "$tree/twisted/twisted.sqx" |
         awk '/amount/ { print $NF }')" 1.75 "$2, a value by a shadeop"
     sed -i 's/2 - /1 - /' project/twist.c

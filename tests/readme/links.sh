@@ -31,5 +31,5 @@ for source in examples/*.sl; do
     [ -s "docs/images/$name.png" ] || fail "docs/images: no picture of $name"
 done
 [ "$(cat docs/images/*.png | wc -c)" -lt 1500000 ] || fail "docs/images: more than 1.5 MB"
-scripts/gallery.sh --page | diff -u docs/gallery.md - || fail "docs/gallery.md: scripts/gallery.sh makes it anew"
+scripts/gallery.sh --page | diff -u docs/gallery.md - || fail "docs/gallery.md: scripts/gallery.sh rewrites it"
 [ "$failures" = 0 ]

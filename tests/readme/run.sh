@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Runs the commands of a page in their order, in a scratch folder laid out like the repository after
-# a build. Blocks marked "console" hold commands behind "$ ", each followed by its output, which must
+# a build. Blocks marked "console" hold commands after "$ ", each followed by its output, which must
 # be what the command prints; blocks marked "sh" hold commands that must succeed; a block marked "sl"
 # is a shader, written to the file of its name, and must compile; a block of C or C++ that opens with
 # the name of a file in a comment is written to that file.

@@ -11,7 +11,7 @@ cp -r "$root/README.md" "$root/docs" "$root/editors" "$scratch"
 "$bin/sqxreference" "$scratch"
 for made in README.md docs editors; do
     diff -ru "$root/$made" "$scratch/$made" || {
-        echo "Stale: cmake --build build/release --target reference makes them anew"
+        echo "Stale: cmake --build build/release --target reference rewrites them"
         exit 1
     }
 done
