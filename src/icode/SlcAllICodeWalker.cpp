@@ -1,6 +1,6 @@
-// The step of each class to its base, from the list of classes: what a walker does not override for
-// `SlcAddICode` arrives at its `Case` for `SlcArithExprICode`, and at last at `Default`. So a pass
-// says what it does at the highest class for which that holds.
+// Forwards each instruction class to its base class; generated from the list of classes. If a
+// walker does not override `Case` for `SlcAddICode`, its `Case` for `SlcArithExprICode` is called,
+// and finally `Default`. So a pass handles a whole subtree of classes in one override.
 
 #include "icode/SlcAllICodeWalker.h"
 

@@ -2,11 +2,12 @@
 
 #include "icode/SlcICode.h"
 
-/// Base of the binary arithmetic instructions: result = left op right. The result may be one of the
-/// operands.
+/// Base of the binary arithmetic instructions: result = left op right. The result may be the same
+/// variable as an operand.
 ///
-/// Operands are floats, triples and matrices, in the pairs that the language allows. No instruction
-/// converts them: the types of both choose the primitive, as `ADD_FLOAT_COLOR` for `0.5 + Cs`.
+/// Operands are floats, triples and matrices, in the pairs that the language allows. They are not
+/// converted to a common type: the types of both operands select the primitive, such as
+/// `ADD_FLOAT_COLOR` for `0.5 + Cs`.
 class SlcArithExprICode : public SlcICode {
 public:
     SlcArithExprICode(SlcOperand resultId, SlcOperand leftExpr, SlcOperand rightExpr)
@@ -27,39 +28,39 @@ public:
     SlcOperand m_rightExpr;
 };
 
-/// `left + right`. Of a number and a triple, the number is each component.
+/// `left + right`. A number is added to each component of a triple.
 class SlcAddICode : public SlcICodeOf<SlcAddICode, SlcArithExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
-/// `left - right`. A number beside a triple is each component of one.
+/// `left - right`. A number and a triple are subtracted component by component.
 class SlcSubICode : public SlcICodeOf<SlcSubICode, SlcArithExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
-/// `left * right`: triples component by component, matrices as products of matrices, a number
-/// beside a matrix is its diagonal.
+/// `left * right`: component by component for triples, the matrix product for matrices. A number
+/// beside a matrix counts as a diagonal matrix.
 class SlcMultICode : public SlcICodeOf<SlcMultICode, SlcArithExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
-/// `left / right`, component by component; of matrices, left times the inverse of right. A divisor
-/// of 0 is left to the run time.
+/// `left / right`: component by component for triples; for matrices, left times the inverse of
+/// right. Division by 0 is left to the run time.
 class SlcDivICode : public SlcICodeOf<SlcDivICode, SlcArithExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
-/// `left . right`: the sum of the products of the components, a float.
+/// `left . right`, the dot product, a float.
 class SlcDotProdICode : public SlcICodeOf<SlcDotProdICode, SlcArithExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
-/// `left ^ right`: the vector across both.
+/// `left ^ right`, the cross product.
 class SlcCrossProdICode : public SlcICodeOf<SlcCrossProdICode, SlcArithExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;

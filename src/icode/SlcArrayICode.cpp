@@ -1,12 +1,13 @@
-// The check of an index, which names the array and the file in its message. It stands in front of
-// the access as an instruction of its own, so that leaving checks out changes nothing else.
+// The bounds check names the array and the file in its message. It is a separate instruction before
+// the access, so that leaving checks out changes nothing else.
 
 #include "icode/SlcArrayICode.h"
 
 namespace {
 
-/// A string literal with this text. Line markers may have escaped it already, or hold a quote or
-/// a last backslash that would run over the end of the literal.
+/// Returns a string literal with this text. Text from a line marker may already be escaped, or may
+/// contain a quote or a final backslash that would otherwise end the literal early or swallow its
+/// closing quote.
 SlcOperand Quoted(const std::string& text)
 {
     std::string literal = "\"";

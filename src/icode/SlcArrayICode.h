@@ -4,14 +4,14 @@
 
 #include "icode/SlcICode.h"
 
-/// Reports at run time an index outside the array. It stands in front of each `w[i]`, read or
-/// written, unless `--no-array-check` or a level above 2 leaves it out; the access follows as it
-/// would without.
+/// Bounds check: reports at run time an index outside the array. The lowering emits one before each
+/// access `w[i]`, read or write, unless `--no-array-check` or an optimization level above 2 turns
+/// checks off. The access itself is the same with and without the check.
 class SlcCheckValidArrayIndexICode : public SlcICodeOf<SlcCheckValidArrayIndexICode, SlcICode> {
 public:
-    /// Makes the string constants of the array's name and of the file's. `index` is a float, which
-    /// is cut to a whole number; `size` the length of the array; `fileName` and `line` the place in
-    /// the source.
+    /// Makes string constants of the array's name and the file's name. `index` is a float, which is
+    /// truncated to a whole number; `size` is the length of the array; `fileName` and `line` are
+    /// the place in the source.
     SlcCheckValidArrayIndexICode(const std::string& arrayName, SlcOperand index, int size, int line,
                                  const std::string* fileName);
 
@@ -22,11 +22,11 @@ public:
     SlcOperand m_fileName;
 };
 
-/// result = a reference to the element: reads and writes of it reach the array.
+/// result = a reference to the element: reads and writes through it access the array.
 ///
-/// The type of result is a reference to the type of the elements. It refers to what index said
-/// then: an index that varies makes of it a reference for each point, which holds inside the block
-/// that it stands in.
+/// The type of result is a reference to the element type. It keeps referring to the element that
+/// index selected when the instruction ran. A varying index yields one reference per point, which
+/// is valid only inside the block that contains the instruction.
 class SlcArrayRefICode : public SlcICodeOf<SlcArrayRefICode, SlcICode> {
 public:
     SlcArrayRefICode(SlcOperand result, SlcOperand array, SlcOperand index)

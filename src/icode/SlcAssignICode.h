@@ -2,9 +2,9 @@
 
 #include "icode/SlcICode.h"
 
-/// dest = source, with a promotion where the types differ: a float to a triple or matrix, a triple
-/// to one of another kind. A uniform source may go to a varying dest, for each point; the other way
-/// round only where all points have the same value.
+/// dest = source, with a promotion if the types differ: a float to a triple or matrix, a triple to
+/// another kind of triple. A uniform source may be assigned to a varying dest, for each point. A
+/// varying source may be assigned to a uniform dest only if all points have the same value.
 class SlcAssignICode : public SlcICodeOf<SlcAssignICode, SlcICode> {
 public:
     SlcAssignICode(SlcOperand dest, SlcOperand source)
@@ -18,13 +18,14 @@ public:
 };
 
 /// An assignment that runs over all points by itself, outside parallel brackets. Both sides are
-/// varying and of one type, which is none of strings or arrays: `x = y` under no varying condition.
+/// varying and of the same type, which is neither a string nor an array: `x = y` under no varying
+/// condition.
 class SlcAssignSIMDICode : public SlcICodeOf<SlcAssignSIMDICode, SlcAssignICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
-/// dest = 0. Told, unused: no lowering makes it.
+/// dest = 0. Part of the instruction set; the lowering never emits it.
 class SlcAssignToZeroICode : public SlcICodeOf<SlcAssignToZeroICode, SlcICode> {
 public:
     explicit SlcAssignToZeroICode(SlcOperand dest) : m_dest(std::move(dest)) {}

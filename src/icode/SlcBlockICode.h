@@ -6,8 +6,8 @@
 #include "icode/SlcICode.h"
 #include "icode/SlcJumpICode.h"
 
-/// A note that ties the code to a place in the source; back ends print or skip it. Told, unused: no
-/// lowering makes one.
+/// A comment that ties the code to a place in the source; back ends print or skip it. Part of the
+/// instruction set; the lowering never emits it.
 class SlcCommentICode : public SlcICodeOf<SlcCommentICode, SlcICode> {
 public:
     SlcCommentICode(std::string text, int line, const std::string* file)
@@ -22,8 +22,8 @@ public:
     const std::string* m_file;  // in the scanner's list of names
 };
 
-/// Opens a parallel run: what follows runs once for each shading point. Runs do not nest, and no
-/// jump leads into one or out of it.
+/// Opens a parallel run: the instructions up to its end run once for each shading point. Runs do
+/// not nest, and no jump enters or leaves one.
 class SlcBeginParallelICode : public SlcICodeOf<SlcBeginParallelICode, SlcICode> {
 public:
     explicit SlcBeginParallelICode(SlcLabel label) : m_label(std::move(label)) {}
@@ -31,7 +31,7 @@ public:
     SlcLabel m_label;
 };
 
-/// Closes it: what follows runs for the grid again.
+/// Closes a parallel run: the instructions after it run once for the grid again.
 class SlcEndParallelICode : public SlcICodeOf<SlcEndParallelICode, SlcICode> {
 public:
     explicit SlcEndParallelICode(SlcLabel label) : m_label(std::move(label)) {}
@@ -39,10 +39,10 @@ public:
     SlcLabel m_label;
 };
 
-/// Base of the brackets that guard code: inside a parallel run for the points where a varying flag
-/// has the wanted value, outside for the whole grid by a uniform flag.
+/// Base of the guards. Inside a parallel run, the code in the guard runs for the points where a
+/// varying flag has the required value; outside, a uniform flag decides for the whole grid.
 ///
-/// A guard opened in a run is closed in it. The label ties it to its `SlcEndIfICode`.
+/// A guard that opens in a run closes in the same run. The label ties it to its `SlcEndIfICode`.
 class SlcIfICode : public SlcICode {
 public:
     SlcIfICode(SlcOperand flag, SlcLabel label) : m_flag(std::move(flag)), m_label(std::move(label))
@@ -53,14 +53,14 @@ public:
     SlcLabel m_label;
 };
 
-/// Guards for the points, or the grid, with the flag: the `then` of a varying condition, and what
-/// follows where some points have left.
+/// Runs the guarded code where the flag is true: the `then` of a varying condition, and code after
+/// a place where some points have left the loop or function.
 class SlcIfTrueICode : public SlcICodeOf<SlcIfTrueICode, SlcIfICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
-/// Guards for those without it.
+/// Runs the guarded code where the flag is false.
 class SlcIfFalseICode : public SlcICodeOf<SlcIfFalseICode, SlcIfICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
@@ -75,7 +75,7 @@ public:
 };
 
 /// Clears the flags at the active points, which then take no further part in the loop: `break`, and
-/// the `return` of a body that some points leave early.
+/// a `return` that only some points reach.
 class SlcBreakICode : public SlcICodeOf<SlcBreakICode, SlcICode> {
 public:
     explicit SlcBreakICode(SlcLabel label) : m_label(std::move(label)) {}
@@ -84,7 +84,7 @@ public:
     SlcLabel m_label;  // where the points go on
 };
 
-/// Clears the flags at the active points, which then wait for the next round: `continue`.
+/// Clears the flags at the active points, which then wait for the next iteration: `continue`.
 class SlcContinueICode : public SlcICodeOf<SlcContinueICode, SlcICode> {
 public:
     explicit SlcContinueICode(SlcLabel label) : m_label(std::move(label)) {}
@@ -93,12 +93,13 @@ public:
     SlcLabel m_label;  // where the points go on
 };
 
-/// Base of the marks that no back end translates.
+/// Base of the marker instructions that no back end translates.
 class SlcInvisibleICode : public SlcICode {};
 
-/// Here predefined variables and parameters have the values that the renderer gave: what the
-/// data-flow passes count as written in front of all code.
+/// Marks the entry of the shader. Predefined variables and parameters have the renderer's values
+/// here, so data flow treats them as defined before all code.
 class SlcBeginShaderICode : public SlcICodeOf<SlcBeginShaderICode, SlcInvisibleICode> {};
 
-/// Here the renderer reads the outputs: what they count as read behind all code.
+/// Marks the end of the shader. The renderer reads the outputs here, so data flow treats them as
+/// used after all code.
 class SlcEndShaderICode : public SlcICodeOf<SlcEndShaderICode, SlcInvisibleICode> {};

@@ -2,12 +2,12 @@
 
 #include "icode/SlcICode.h"
 
-/// Base of the comparisons. A flag is a boolean temporary; the source has no variables of the type.
+/// Base of the comparisons. A flag is a boolean temporary; the language has no boolean variables.
 class SlcBoolExprICode : public SlcICode {};
 
-/// flag = left op right. The types of both choose the primitive, as in arithmetic. `&&`, `||` and
-/// `!` have no instruction here: they become conditions around the right side, and inverted
-/// comparisons.
+/// flag = left op right. The operand types select the primitive, as in arithmetic. `&&`, `||` and
+/// `!` have no instruction: the lowering turns them into conditions around the right side, and
+/// inverted comparisons.
 class SlcBinOpBoolExprICode : public SlcBoolExprICode {
 public:
     SlcBinOpBoolExprICode(SlcOperand resultId, SlcOperand leftExpr, SlcOperand rightExpr)
@@ -46,7 +46,8 @@ public:
     using SlcICodeOf::SlcICodeOf;
 };
 
-/// `left == right`, of any type but arrays; a triple or matrix is equal in all components.
+/// `left == right`, for any type except arrays; triples and matrices are equal if all components
+/// are.
 class SlcEqualICode : public SlcICodeOf<SlcEqualICode, SlcBinOpBoolExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
@@ -58,8 +59,8 @@ public:
     using SlcICodeOf::SlcICodeOf;
 };
 
-/// A uniform flag from a varying one: true when the varying flag is true at some point. Stands
-/// outside parallel brackets. Guards of uniform code test it, and jumps over code that no point
+/// Sets a uniform flag to true if a varying flag is true at any point. Used outside parallel
+/// brackets. Guards of uniform code test the uniform flag, and so do jumps over code that no point
 /// would run.
 class SlcSetUniformBoolFlagICode : public SlcICodeOf<SlcSetUniformBoolFlagICode, SlcICode> {
 public:
@@ -73,9 +74,9 @@ public:
     SlcOperand m_source;
 };
 
-/// dest = not source over the whole grid; with `outer`: dest = outer and not source, so that it is
-/// false wherever `outer` is. Stands outside parallel brackets. The `else` of a varying condition;
-/// dest may be source.
+/// dest = not source over the whole grid; with `outer`: dest = outer and not source, so that dest
+/// is false wherever `outer` is. Used outside parallel brackets, for the `else` of a varying
+/// condition. dest may be source.
 class SlcInvertBoolFlagICode : public SlcICodeOf<SlcInvertBoolFlagICode, SlcICode> {
 public:
     /// `outer` may be null.
@@ -91,8 +92,8 @@ public:
     SlcOperand m_outer;
 };
 
-/// dest = left or right, over the whole grid. Stands outside parallel brackets. Joins the two sides
-/// of a varying `||`; dest may be left.
+/// dest = left or right, over the whole grid. Used outside parallel brackets, to join the two sides
+/// of a varying `||`. dest may be left.
 class SlcOrBoolFlagICode : public SlcICodeOf<SlcOrBoolFlagICode, SlcICode> {
 public:
     SlcOrBoolFlagICode(SlcOperand dest, SlcOperand left, SlcOperand right)

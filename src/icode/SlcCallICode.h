@@ -9,15 +9,15 @@
 
 class SlcProcCallExprNode;
 
-/// A call of a primitive of the run time: `sin(x)`, `printf("a")`, `texture("a")`. Which arguments
-/// are written says the row of the built-in, by their places.
+/// A call of a primitive of the run time: `sin(x)`, `printf("a")`, `texture("a")`. The row of the
+/// built-in says which arguments are outputs.
 class SlcCallICode : public SlcICodeOf<SlcCallICode, SlcICode> {
 public:
-    /// Whether the count of arguments is written with them.
+    /// Whether the call passes the number of arguments before them.
     enum class ArgumentList { Fixed, Counted };
 
-    /// `funcEntry` may be null, as for texture accesses: then no argument is written, and the order
-    /// among calls is free.
+    /// `funcEntry` may be null, as for texture accesses: then no argument is an output, and the
+    /// call may be reordered with other calls.
     SlcCallICode(SlcIdentNode* name, std::deque<SlcOperand> args, SlcOperand result,
                  ArgumentList list, SlcGridForm form, SlcPtr<SlcFuncSymbolEntry> funcEntry)
         : m_name(name),
@@ -31,22 +31,22 @@ public:
     }
 
     SlcIdentNode* m_name;           // the primitive's name, without suffixes
-    std::deque<SlcOperand> m_args;  // those of output formals are written as well
+    std::deque<SlcOperand> m_args;  // arguments of output formals are also written
     SlcOperand m_result;            // null for a procedure
     ArgumentList m_list;
-    bool m_orderSensitive;  // must keep its order among calls
+    bool m_orderSensitive;  // must not be reordered with other calls
     SlcGridForm m_form;
     SlcPtr<SlcFuncSymbolEntry> m_funcEntry;  // null for texture accesses
-    /// Places reports; null where no call of the source stands behind the instruction.
+    /// Position for reports; null if the instruction does not come from a call in the source.
     const SlcProcCallExprNode* m_node = nullptr;
 };
 
-/// A call of a shadeop: a function of a library that is looked up by `m_funcKey` and opened when
-/// the shader runs. It may write what it is given, as far as its formals are outputs.
+/// A call of a shadeop: a function in a library that is found by `m_funcKey` and opened when the
+/// shader runs. It may write the arguments of its output formals.
 class SlcCallDSOICode : public SlcICodeOf<SlcCallDSOICode, SlcICode> {
 public:
-    /// `result` may be null. No argument is a varying array as it is: `SlcConvertArrayDSOICode`
-    /// comes first.
+    /// `result` may be null. Varying arrays must be converted with `SlcConvertArrayDSOICode` before
+    /// the call.
     SlcCallDSOICode(SlcOperand result, std::deque<SlcOperand> args, std::string funcKey,
                     std::string methodName)
         : m_result(std::move(result)),
@@ -62,9 +62,9 @@ public:
     std::string m_methodName;  // plain name, shared by the overloads
 };
 
-/// Brings a varying array into the form that shadeops take (`toDSO`), or back. Both operands are
-/// varying arrays of one type. For n elements and p points, element e of point k lies at e * p + k
-/// for the compiler's instructions, and at k * n + e for shadeops.
+/// Converts a varying array to the layout that shadeops expect (`toDSO`), or back. Both operands
+/// are varying arrays of the same type. For n elements and p points, element e of point k is at
+/// index e * p + k in the compiler's layout, and at k * n + e in that of shadeops.
 class SlcConvertArrayDSOICode : public SlcICodeOf<SlcConvertArrayDSOICode, SlcICode> {
 public:
     SlcConvertArrayDSOICode(SlcOperand dest, SlcOperand source, bool toDSO)

@@ -4,8 +4,8 @@
 
 #include "icode/SlcICode.h"
 
-/// dest = (x, y, z), as a point: `point (x, y, z)`, and a triple without a type. The three are
-/// floats; each may be uniform or varying.
+/// dest = (x, y, z), as a point: `point (x, y, z)`, and a triple without a type name. Each
+/// component is a uniform or varying float.
 class SlcPointICode : public SlcICodeOf<SlcPointICode, SlcICode> {
 public:
     SlcPointICode(SlcOperand dest, SlcOperand x, SlcOperand y, SlcOperand z)
@@ -22,13 +22,13 @@ public:
     SlcOperand m_z;
 };
 
-/// `vector (x, y, z)`: another class only for the type of dest, since a transform of it differs.
+/// `vector (x, y, z)`. Differs from a point only in the type of dest, which transforms differently.
 class SlcVectorICode : public SlcICodeOf<SlcVectorICode, SlcPointICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
-/// `normal (x, y, z)`: likewise.
+/// `normal (x, y, z)`. Differs from a point only in the type of dest.
 class SlcNormalICode : public SlcICodeOf<SlcNormalICode, SlcPointICode> {
 public:
     using SlcICodeOf::SlcICodeOf;

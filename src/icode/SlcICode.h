@@ -5,23 +5,23 @@
 
 /// Base of instructions. One instruction stands for all shading points of a grid.
 ///
-/// Instructions are shared through `SlcPtr` and own nothing alone: operands and labels are shared
-/// too. They are records, whose operands every pass reads and replaces in place; which operands
-/// an instruction reads and writes is told once, in `SlcOperandWalker`.
+/// Instructions, their operands and their labels are all shared through `SlcPtr`. Instructions are
+/// records, whose operands passes read and replace in place. Only `SlcOperandWalker` knows which
+/// operands an instruction reads and writes.
 class SlcICode : public SlcCollectable {
 public:
     /// Calls the walker's `Case` for the instruction's own class.
     virtual void ApplyWalker(SlcAllICodeWalker* walker) = 0;
 
-    /// Whether the class has this trait, or one of these: `code->Is(BeginsBlock | EndsBlock)`.
+    /// True if the class has any of these traits: `code->Is(BeginsBlock | EndsBlock)`.
     [[nodiscard]] bool Is(unsigned traits) const { return (Traits() & traits) != 0; }
 
 protected:
     [[nodiscard]] virtual unsigned Traits() const = 0;
 };
 
-/// What each concrete instruction class `Self` has of its own, put between it and `Base`: its step
-/// into a walker and its traits. The constructors are those of `Base`:
+/// Implements the walker dispatch and the traits of the concrete instruction class `Self`, and sits
+/// between it and `Base`, whose constructors it inherits:
 ///
 ///     class SlcAddICode : public SlcICodeOf<SlcAddICode, SlcArithExprICode> { using ... };
 template <class Self, class Base>

@@ -1,5 +1,4 @@
-// The names come from the list of classes, so that a new instruction has one without being told
-// here.
+// The names are generated from the list of classes, so a new instruction needs no change here.
 
 #include "icode/SlcICodeName.h"
 

@@ -50,7 +50,7 @@ bool IsNumbered(std::string_view name, std::string_view prefix)
            std::isdigit(static_cast<unsigned char>(name[prefix.size()])) != 0;
 }
 
-/// Made by the lowering, or by code motion for a loop's head.
+/// True for labels made by the lowering, or by code motion for a loop's head.
 bool IsGenerated(const std::string& label)
 {
     return IsNumbered(label, "L") || IsNumbered(label, "LHead");

@@ -1,5 +1,5 @@
-// Tokens, then one function for each kind of statement. What a statement is follows from its first
-// two tokens: `{`, `name:`, `name?`, a word of the language, or the results of an assignment.
+// The text is split into tokens, then each kind of statement has one parsing function. The first
+// two tokens decide the kind: `{`, `name:`, `name?`, a keyword, or the results of an assignment.
 //
 // Tested by tests/icode/SlcICodeTextTest.cpp.
 
@@ -17,7 +17,7 @@
 
 namespace {
 
-/// A constant after `#`: a hidden integer, or a float that has no digits.
+/// Parses a constant after `#`: a hidden integer, or an infinite or NaN float.
 SlcOperand HashConstant(const std::string& token)
 {
     if (token == "#inf" || token == "#-inf" || token == "#nan") {
@@ -28,7 +28,7 @@ SlcOperand HashConstant(const std::string& token)
     return SlcLexType::Int(std::stoi(token.substr(1)), true);
 }
 
-/// Primitives are spelled in capitals, the words of this form in small letters.
+/// Primitives are spelled in capitals, the keywords of the text form in small letters.
 bool IsPrimitive(const std::string& word)
 {
     return std::none_of(word.begin(), word.end(),
@@ -98,7 +98,7 @@ SlcPtr<SlcICode> SlcICodeParser::Guarded(const std::string& flag, bool wanted)
     return MakeShared<SlcIfFalseGotoICode>(operand, label);
 }
 
-/// The statements that begin with a word of the language; null for another word.
+/// Parses a statement that begins with a keyword; null for any other word.
 SlcPtr<SlcICode> SlcICodeParser::Words(const std::string& word)
 {
     if (word == "goto")
@@ -155,7 +155,7 @@ SlcPtr<SlcICode> SlcICodeParser::Assignment(Operands results)
     return !AtEnd() && Peek() == "(" ? Call(results, word) : Value(result, word);
 }
 
-/// What follows `result =` where it begins with a word or an operand.
+/// Parses the text after `result =` if it begins with a keyword or an operand.
 SlcPtr<SlcICode> SlcICodeParser::Value(const SlcOperand& result, const std::string& word)
 {
     if (word == "any")

@@ -12,19 +12,20 @@
 #include "icode/SlcListICode.h"
 #include "symbols/SlcFuncSymbolEntry.h"
 
-/// What the names in a text stand for.
+/// Looks up the variables and functions that a text names.
 class SlcICodeScope {
 public:
     virtual ~SlcICodeScope() = default;
-    /// The variable of this name, one object for one name. Throws `SlcICodeSyntaxError` if there is
-    /// none.
+    /// Returns the variable of this name, always the same object for the same name. Throws
+    /// `SlcICodeSyntaxError` if there is none.
     [[nodiscard]] virtual SlcOperand FindVariable(const std::string& name) = 0;
-    /// The declaration of the function that a call of `primitive` means; null if it has none.
+    /// Returns the declaration of the function that a call of `primitive` refers to; null if there
+    /// is none.
     [[nodiscard]] virtual SlcPtr<SlcFuncSymbolEntry>
     FindFunction(const std::string& primitive, const std::deque<SlcOperand>& arguments) = 0;
 };
 
-/// A text that is no intermediate code; what() says where it stops being so.
+/// Thrown for text that is not valid intermediate code; what() says where parsing failed.
 class SlcICodeSyntaxError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
@@ -33,13 +34,14 @@ public:
 /// Reads the text form that `SlcICodeText` prints; docs/icode.md shows the text of each
 /// instruction. A recursive-descent parser without backtracking.
 ///
-/// Labels of parallel runs and guards have no text: each pair of brackets gets one of its own.
+/// Labels of parallel runs and guards have no text: the parser makes a new label for each pair of
+/// brackets.
 class SlcICodeParser {
 public:
     /// `scope` outlives the parser.
     explicit SlcICodeParser(SlcICodeScope& scope) : m_scope(scope) {}
 
-    /// The instructions of `text`, in order. Throws `SlcICodeSyntaxError`.
+    /// Returns the instructions of `text`, in order. Throws `SlcICodeSyntaxError`.
     [[nodiscard]] std::deque<SlcPtr<SlcICode>> Parse(std::string_view text);
 
 private:

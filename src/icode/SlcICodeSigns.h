@@ -6,10 +6,10 @@
 #include "icode/SlcArithICode.h"
 #include "icode/SlcBoolICode.h"
 
-/// What the text form leaves out of the names of primitives.
+/// The prefix of primitives' names that the text form leaves out.
 inline constexpr std::string_view k_slcPrimitivePrefix = "CALL_PRIM_";
 
-/// The signs of the binary instructions in the text form: `x = y + z`.
+/// The operator of each binary instruction in the text form: `x = y + z`.
 struct SlcICodeSign {
     std::string_view sign;
     const std::type_info& code;

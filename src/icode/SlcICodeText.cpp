@@ -1,8 +1,8 @@
-// One walker that writes each instruction in the form that docs/icode.md gives it. The general form
-// is a call, `results = word(operands)`; what occurs most has a sign of its own.
+// One walker that writes each instruction in the form that docs/icode.md specifies. The general
+// form is a call, `results = word(operands)`; the most frequent instructions have an operator.
 //
-// Tested by tests/icode/SlcICodeTextTest.cpp, which reads all texts back, and by every test of the
-// lowering and the optimizer.
+// Tested by tests/icode/SlcICodeTextTest.cpp, which parses every text again, and by every test of
+// the lowering and the optimizer.
 
 #include "icode/SlcICodeText.h"
 
@@ -235,7 +235,7 @@ private:
     {
         return operand ? Operands{operand} : Operands{};
     }
-    /// Appends how the instruction that has just been written runs over the grid.
+    /// Appends the grid form of the instruction that has just been written.
     void Limit(const SlcGridForm& form)
     {
         m_text.pop_back();  // the semicolon goes to the end
@@ -246,7 +246,8 @@ private:
         Write(";");
     }
 
-    /// Appends texts and names. In order: the first use of a name decides its number.
+    /// Appends texts and names, strictly from left to right: the first use of a name decides its
+    /// number.
     template <class... Parts>
     void Write(const Parts&... parts)
     {

@@ -13,9 +13,9 @@
 ///     L0:
 class SlcICodeText {
 public:
-    /// The text of one instruction. Its operands get their names from `names`, which one text
-    /// shares between its instructions.
+    /// Returns the text of one instruction. `names` must be the same object for all instructions of
+    /// one text.
     [[nodiscard]] static std::string Of(SlcICode& code, SlcICodeNames& names);
-    /// The instructions of the list on one line, separated by blanks.
+    /// Returns the instructions of the list on one line, separated by blanks.
     [[nodiscard]] static std::string Of(const SlcListICode& list);
 };

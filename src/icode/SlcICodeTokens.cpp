@@ -11,7 +11,7 @@ bool IsDigit(char c)
     return std::isdigit(static_cast<unsigned char>(c)) != 0;
 }
 
-/// The length of the number at the front of `text`, a sign included; 0 if there is none.
+/// Returns the length of the number at the start of `text`, including its sign; 0 if there is none.
 std::size_t NumberLength(std::string_view text)
 {
     const std::size_t sign = text.starts_with('-') ? 1 : 0;
@@ -22,7 +22,7 @@ std::size_t NumberLength(std::string_view text)
         std::from_chars(text.data(), text.data() + text.size(), value).ptr - text.data());
 }
 
-/// The length of the token at the front of `text`, which does not begin with a blank.
+/// Returns the length of the token at the start of `text`, which must not begin with a blank.
 std::size_t TokenLength(std::string_view text)
 {
     if (text.front() == '"') {

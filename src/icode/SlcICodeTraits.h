@@ -2,24 +2,25 @@
 
 #include "icode/SlcAllICodeWalker.h"
 
-/// What an instruction is to the passes, whatever its operands are: a column of
-/// SlcICodeClasses.def. Each row tells all traits of its class, also those of its base.
+/// Traits: what passes need to know about an instruction class, regardless of its operands. They
+/// are a column of SlcICodeClasses.def. Each row lists all traits of its class, including those of
+/// its base.
 namespace SlcICodeTraits {
 
 enum Trait : unsigned {
     None = 0,
-    Computes = 1 << 0,          // does nothing but compute the one value that it writes
-    MovesFromLoops = 1 << 1,    // may be done once in front of a loop that it always runs in
-    WholeGrid = 1 << 2,         // takes varying operands as arrays: no constant can replace one
-    PartialWrite = 1 << 3,      // may leave some points, or parts, of what it writes as they were
-    PartialIfLimited = 1 << 4,  // the same, but only under a condition of its own
-    BeginsBlock = 1 << 5,       // control may come to it from elsewhere
-    EndsBlock = 1 << 6,         // control may go elsewhere behind it
+    Computes = 1 << 0,          // only computes the one value that it writes
+    MovesFromLoops = 1 << 1,    // may be hoisted out of a loop that always runs it
+    WholeGrid = 1 << 2,         // takes varying operands as arrays: a constant cannot replace one
+    PartialWrite = 1 << 3,      // may leave some points or parts of what it writes unchanged
+    PartialIfLimited = 1 << 4,  // the same, but only if it has a condition
+    BeginsBlock = 1 << 5,       // control may jump to it
+    EndsBlock = 1 << 6,         // control may jump elsewhere after it
     OpensRun = 1 << 7,          // the brackets of a parallel run
     ClosesRun = 1 << 8,
-    OpensGuard = 1 << 9,  // those of code for the points of a flag
+    OpensGuard = 1 << 9,  // the brackets of a guard
     ClosesGuard = 1 << 10,
-    NamesLabel = 1 << 11,  // is a label that code can go to, or goes to one by name
+    NamesLabel = 1 << 11,  // is a label, or refers to one
 };
 
 /// The traits of a class.
@@ -32,13 +33,13 @@ inline constexpr unsigned k_of = None;
 #include "icode/SlcICodeClasses.def"
 #undef SLC_ICODE_CLASS
 
-// A class is to the passes what its base is.
+// A class has all traits of its base.
 #define SLC_ICODE_CLASS(name, base, traits) static_assert((k_of<base> & ~k_of<name>) == 0);
 #include "icode/SlcICodeClasses.def"
 #undef SLC_ICODE_CLASS
 
-// What does more than compute must stay where it is, and a part of a value may not be written
-// elsewhere.
+// An instruction with other effects must not move, and neither must one that writes part of a
+// value.
 #define SLC_ICODE_CLASS(name, base, traits)                                                        \
     static_assert(!(k_of<name> & MovesFromLoops) || (k_of<name> & Computes));                      \
     static_assert(!(k_of<name> & MovesFromLoops) ||                                                \

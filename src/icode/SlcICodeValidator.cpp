@@ -1,5 +1,5 @@
-// One walk in the order of the text. Rules about an instruction and its place need its operands, so
-// each is visited first and judged after.
+// One walk in textual order. The rules about an instruction and its place depend on its operands,
+// so each instruction's operands are visited before the rules are checked.
 //
 // Tested by tests/icode/SlcICodeTextTest.cpp; the tests of random shaders run it between all
 // passes.
@@ -165,23 +165,24 @@ void SlcICodeValidator::Case(SlcPtr<SlcSetUniformBoolFlagICode> code)
 void SlcICodeValidator::Case(SlcPtr<SlcAssignICode> code)
 {
     SlcOperandWalker::Case(code);
-    m_joinsPoints = true;  // where all points are known to have the same value
+    m_joinsPoints = true;  // allowed if all points are known to have the same value
 }
 
 void SlcICodeValidator::Case(SlcPtr<SlcOrBoolFlagICode> code)
 {
     SlcOperandWalker::Case(code);
-    m_isWholeGrid = true;  // although a constant may replace an operand, which the trait forbids
+    m_isWholeGrid = true;  // a constant may replace its operand, so it lacks the trait
 }
 
 void SlcICodeValidator::Case(SlcPtr<SlcArrayRefICode> code)
 {
     Read(code->m_index);
-    // It gives the element a name and computes nothing; the first may be there to write the array.
+    // It only makes a reference. The first use of the array may be a write through it, so the array
+    // counts as written.
     m_written.insert({&*code->m_array, &*code->m_result});
 }
 
-/// These have two forms: one for a run, one for the grid.
+/// Handles instructions that have a plain and a whole-grid form.
 template <class Code>
 void SlcICodeValidator::CheckForm(const SlcPtr<Code>& code)
 {

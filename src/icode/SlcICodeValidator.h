@@ -9,24 +9,26 @@
 #include "icode/SlcListICode.h"
 #include "icode/SlcOperandWalker.h"
 
-/// Checks what every list of instructions keeps, whatever passes have rewritten it:
+/// Checks the invariants of a list of instructions, which hold after the lowering and after every
+/// pass:
 ///
 /// - parallel runs do not nest, guards nest, and a guard that opens in a run closes in it;
-/// - labels are outside of runs, each once, and jumps name one that is there;
-/// - what works on the whole grid is outside of runs, and what computes varying values otherwise is
+/// - labels are outside runs, each label occurs once, and the target of every jump is in the list;
+/// - whole-grid instructions are outside runs; other instructions that compute varying values are
 ///   inside;
-/// - a temporary of a list that has just been lowered is written before it is read, in the order of
-///   the text, which is that of every path; folding then drops writes that no point would do;
-/// - flags are booleans, jumps test uniform ones, and nothing but an assignment makes a uniform
-///   value of a varying one.
+/// - in a list that has just been lowered, a temporary is written before it is read, in textual
+///   order, which is also the order on every path; later, folding removes writes that no point
+///   would execute;
+/// - flags are booleans, jumps test uniform flags, and only an assignment or `any` turns a
+///   varying value into a uniform one.
 class SlcICodeValidator : private SlcOperandWalker {
 public:
     enum class Stage { Lowered, Optimized };
 
-    /// The first instruction of `list` that breaks a rule, as text, with the rule; empty if there
-    /// is none. O(n log n).
+    /// Returns the first instruction of `list` that breaks a rule, as text, with the rule; empty if
+    /// there is none. O(n log n).
     [[nodiscard]] static std::string FirstFault(const SlcListICode& list, Stage stage);
-    /// Ends the program with a fatal report if there is a fault.
+    /// Ends the program with a fatal report if the list breaks a rule.
     static void Require(const SlcListICode& list, Stage stage);
 
 private:
@@ -67,12 +69,12 @@ private:
     std::map<std::string, int> m_labels;    // how often each is in the list
     std::set<const SlcLexType*> m_written;  // temporaries, so far
     std::vector<std::string> m_guards;      // labels of those that are open
-    std::size_t m_guardsOutside = 0;        // how many of them opened before the present run
+    std::size_t m_guardsOutside = 0;        // how many of them opened before the current run
     bool m_isInRun = false;
-    bool m_isWholeGrid = false;   // the present instruction works on the grid by itself
-    bool m_readsVarying = false;  // of the present instruction
+    bool m_isWholeGrid = false;   // the current instruction is a whole-grid instruction
+    bool m_readsVarying = false;  // of the current instruction
     bool m_writesVarying = false;
     bool m_writesUniform = false;
-    bool m_joinsPoints = false;  // makes a uniform value of a varying one
+    bool m_joinsPoints = false;  // turns a varying value into a uniform one
     const char* m_fault = nullptr;
 };

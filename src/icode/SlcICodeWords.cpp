@@ -1,5 +1,5 @@
-// One row for each word; the transforms, which exist for four types, and calls of shadeops, which
-// take any number of arguments, have functions of their own.
+// One table row per word. The transforms, which exist for four types, and calls of shadeops, which
+// take any number of arguments, have separate functions.
 
 #include "icode/SlcICodeWords.h"
 
@@ -34,7 +34,8 @@ std::array<SlcOperand, N> ArrayOf(const Operands& operands)
     return result;
 }
 
-/// A transform of the form `from_space_point` or `to_space_color`; null for another word.
+/// Makes a transform from a word such as `from_space_point` or `to_space_color`; null for any other
+/// word.
 SlcPtr<SlcICode> MakeTransform(std::string_view word, const Operands& results,
                                const Operands& arguments, const SlcGridForm& form)
 {
@@ -54,7 +55,7 @@ using Code = SlcPtr<SlcICode>;
 using Ops = const Operands&;
 using Grid = const SlcGridForm&;
 
-/// An instruction that is written as a call but calls no primitive.
+/// An instruction that is written as a call but does not call a primitive.
 struct CallWord {
     std::string_view word;
     std::size_t results;

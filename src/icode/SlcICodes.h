@@ -1,6 +1,6 @@
 #pragma once
 
-// All instruction classes, for the passes that meet most of them.
+// Includes all instruction classes, for passes that handle most of them.
 
 #include "icode/SlcArithICode.h"
 #include "icode/SlcArrayICode.h"

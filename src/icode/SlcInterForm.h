@@ -8,22 +8,23 @@
 class SlcGenInterCode;
 class SlcSemanticError;
 
-/// The compiled shader: the one hand-over point between the checked tree and the optimizer and
-/// writers: the facts and the main list. It is a record that the writers read directly; the
-/// optimizer changes only the main list. The tree must outlive it, since operands point into it.
+/// The compiled shader: the shader's facts and the main list of instructions. It is the only
+/// interface between the checked tree on one side and the optimizer and writers on the other. The
+/// writers read it directly; the optimizer changes only the main list. The tree must outlive it,
+/// since operands point into the tree.
 ///
 /// The driver calls, in this order, `GenInterForm`, `Optimize`, and one of the two writers.
 class SlcInterForm : public SlcShaderFacts {
 public:
-    /// `options` outlive it.
+    /// `options` must outlive this object.
     explicit SlcInterForm(SlcOptionsControl& options);
     ~SlcInterForm();
 
     /// Fills every field from the checked tree. Throws `SlcCompilationError` if that reported
-    /// errors. Once for a form.
+    /// errors. Call it once.
     void GenInterForm(SlcSyntaxNode* root);
-    /// Runs the passes that the options select over the main list; lists of default values stay as
-    /// they are. Defined in `optimizer`.
+    /// Runs the passes that the options select over the main list. The lists of default values are
+    /// not optimized. Defined in `optimizer`.
     void Optimize();
     /// Writes `<directory>/<shader>.cpp`. Throws `SlcCompilationError` after errors, and then
     /// leaves no file. Defined in `backends`.
@@ -32,7 +33,7 @@ public:
     /// leaves no file. Defined in `backends`.
     void GenByteCode(const std::string& directory);
 
-    SlcPtr<SlcSemanticError> m_errors;  // counts what any stage reports
+    SlcPtr<SlcSemanticError> m_errors;  // counts the errors that any stage reports
     SlcPtr<SlcListICode> m_mainList;
     SlcOptionsControl& m_options;
     SlcPtr<SlcGenInterCode> m_codeGenerator;

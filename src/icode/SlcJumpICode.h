@@ -4,8 +4,8 @@
 
 #include "icode/SlcICode.h"
 
-/// A place that jumps go to. The name is unique over the whole compile. The instruction itself
-/// stands in the list at that place, and jumps share it.
+/// A jump target. The name is unique in the whole compilation. The instruction is in the list at
+/// the target, and jumps share it.
 class SlcLabelICode : public SlcICodeOf<SlcLabelICode, SlcICode> {
 public:
     explicit SlcLabelICode(std::string name) : m_name(std::move(name)) {}
@@ -16,7 +16,7 @@ public:
 /// A label as instructions hold it.
 using SlcLabel = SlcPtr<SlcLabelICode>;
 
-/// Goes to the label, whatever stands between: the end of a loop's body, a `break` of all points.
+/// Jumps to the label: the end of a loop's body, a `break` of all points.
 class SlcGotoICode : public SlcICodeOf<SlcGotoICode, SlcICode> {
 public:
     explicit SlcGotoICode(SlcLabel label) : m_label(std::move(label)) {}
@@ -24,8 +24,8 @@ public:
     SlcLabel m_label;
 };
 
-/// Goes to the label if the flag is true; else on. Jumps test uniform flags only: points that
-/// decide differently are a matter of flags, and jumps stand outside of parallel runs.
+/// Jumps to the label if the flag is true. Jumps test only uniform flags and are always outside
+/// parallel runs: where points decide differently, guards select the points instead.
 class SlcIfTrueGotoICode : public SlcICodeOf<SlcIfTrueGotoICode, SlcGotoICode> {
 public:
     SlcIfTrueGotoICode(SlcOperand flag, SlcLabel label)
@@ -37,8 +37,8 @@ public:
     SlcOperand m_flag;
 };
 
-/// Goes on behind a uniform condition that does not hold, or behind a loop in which no point is
-/// left.
+/// Jumps past the code of a uniform condition that is false, or out of a loop in which no point is
+/// active.
 class SlcIfFalseGotoICode : public SlcICodeOf<SlcIfFalseGotoICode, SlcGotoICode> {
 public:
     SlcIfFalseGotoICode(SlcOperand flag, SlcLabel label)

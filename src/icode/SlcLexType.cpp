@@ -1,5 +1,5 @@
-// The constants of the intermediate code. Each is made where it is needed, so that a pass may
-// replace one without changing another; the byte-code writer merges equal ones at the end.
+// Each use of a constant has its own object, so that a pass may replace one use without changing
+// another; the byte-code writer merges equal constants at the end.
 //
 // `PI` is two things: a variable of the run time, whose address generated C++ may take, and a
 // number that folding computes with.

@@ -7,9 +7,9 @@
 
 /// An operand of the intermediate code: a variable, a temporary or a constant.
 ///
-/// One object stands for one variable in every instruction that names it: identity of the object
-/// is identity of the variable. Constants are made where they are needed, so that equal ones are
-/// distinct objects until the byte-code writer merges them.
+/// A variable is one object, which every instruction that names it shares, so variables are
+/// compared by address. Each use of a constant has its own object until the byte-code writer merges
+/// equal ones.
 class SlcLexType : public SlcCollectable {
 public:
     /// `lexical` is the variable's name or the constant; none of the four is owned.
@@ -25,7 +25,7 @@ public:
     [[nodiscard]] SlcLexicalNode* GetLexical() const { return m_lexical; }
     [[nodiscard]] SlcTypeNode* GetType() const { return m_type; }
     [[nodiscard]] SlcDetailNode* GetDetail() const { return m_detail; }
-    /// For passes that find a varying temporary to be the same at all points.
+    /// For passes that prove a varying temporary to have the same value at all points.
     void SetDetail(SlcDetailNode* detail) { m_detail = detail; }
     [[nodiscard]] SlcStorageSpecNode* GetStorage() const { return m_storage; }
 
@@ -40,30 +40,31 @@ public:
 
     /// The name of a variable; empty for a constant.
     [[nodiscard]] const std::string& GetName() const;
-    /// The value of a constant, which must be one of the type.
+    /// The value of a constant, which must have that type.
     [[nodiscard]] double GetFloat() const;
     /// The text of a string constant, with its quotes.
     [[nodiscard]] const std::string& GetString() const;
     [[nodiscard]] int GetInt() const;
     [[nodiscard]] bool GetBool() const;
 
-    // New uniform local constants.
+    // Each call makes a new uniform constant.
     [[nodiscard]] static SlcPtr<SlcLexType> Float(double value);
     /// `text` with its quotes.
     [[nodiscard]] static SlcPtr<SlcLexType> String(std::string_view text);
-    /// `added`: by the compiler, to a call; it stands for what the source leaves out.
+    /// `added`: the compiler added the constant to a call, for an argument that the source leaves
+    /// out.
     [[nodiscard]] static SlcPtr<SlcLexType> Int(int value, bool added);
     [[nodiscard]] static SlcPtr<SlcLexType> Bool(bool value);
-    /// The shared constant pi, to ten decimal places: what folding takes for `PI`.
+    /// The shared constant pi, to ten decimal places, which folding uses for `PI`.
     [[nodiscard]] static const SlcPtr<SlcLexType>& GetPI();
-    /// The shared operand of the language's variable `PI`, a constant in all but form. A parameter
-    /// may have the same name.
+    /// The shared operand of the language's variable `PI`, which never changes. A parameter may
+    /// have the same name.
     [[nodiscard]] static const SlcPtr<SlcLexType>& GetPIVariable();
     [[nodiscard]] bool IsPIVariable() const { return this == &*GetPIVariable(); }
 
-    /// Variable number in the byte-code file; -1 until a declaration section gives it one.
+    /// Variable number in the byte-code file; -1 until a declaration section assigns one.
     int m_index = -1;
-    /// Place in the universe of the data-flow sets of the list being analysed; -1 outside.
+    /// Index in the data-flow sets of the list being analysed; -1 if there is none.
     int m_setIndex = -1;
 
 private:

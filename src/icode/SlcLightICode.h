@@ -4,11 +4,11 @@
 #include "icode/SlcICode.h"
 #include "icode/SlcJumpICode.h"
 
-/// flag = the points that the light at `position` reaches; L = the direction from it to `Ps`: the
-/// head of `illuminate (position, axis, angle)`.
+/// The head of `illuminate (position, axis, angle)`: flag = the points that the light at `position`
+/// reaches; L = the direction from it to `Ps`.
 ///
-/// A point is reached if it lies within `angle`, in radians, of `axis`. A plain one stands in a
-/// run, one for the grid takes uniform operands.
+/// The light reaches a point that lies within `angle`, in radians, of `axis`. The plain form is
+/// used in a parallel run; the whole-grid form takes uniform operands.
 class SlcIlluminateICode : public SlcICodeOf<SlcIlluminateICode, SlcICode> {
 public:
     /// `axis` and `angle` are both null or both set. `Ps` and `L` are the predefined variables.
@@ -33,8 +33,8 @@ public:
     SlcGridForm m_form;
 };
 
-/// flag = the points that a light from the direction of `axis` reaches; L = that direction: the
-/// head of `solar (axis, angle)`. Without the two in the source, axis is `Ps - E` and angle 0.
+/// The head of `solar (axis, angle)`: flag = the points that a light from the direction of `axis`
+/// reaches; L = that direction. For `solar ()`, axis is `Ps - E` and angle is 0.
 class SlcSolarICode : public SlcICodeOf<SlcSolarICode, SlcICode> {
 public:
     SlcSolarICode(SlcOperand flag, SlcOperand axis, SlcOperand angle, SlcOperand L,
@@ -54,11 +54,11 @@ public:
     SlcGridForm m_form;
 };
 
-/// flag = the points whose current light lies within the cone: inside the loop of `illuminance
+/// flag = the points whose current light lies within the cone. Used inside the loop of `illuminance
 /// (position, axis, angle)`. Reads `L`.
 class SlcCheckIlluminanceICode : public SlcICodeOf<SlcCheckIlluminanceICode, SlcICode> {
 public:
-    /// `flag` varies; the points of `position` are those that the lights have run for.
+    /// `flag` is varying; `position` holds the points that the lights were evaluated for.
     SlcCheckIlluminanceICode(SlcOperand flag, SlcOperand position, SlcOperand axis,
                              SlcOperand angle, SlcGridForm form)
         : m_flag(std::move(flag)),
@@ -76,7 +76,7 @@ public:
     SlcGridForm m_form;
 };
 
-/// Head of the loop over the evaluated lights; goes to `endLabel` when there is none. Each round
+/// Head of the loop over the evaluated lights; jumps to `endLabel` if there is none. Each iteration
 /// sets `L`, `Cl` and `Ol` to those of one light. Loops do not nest.
 class SlcBeginIlluminanceICode : public SlcICodeOf<SlcBeginIlluminanceICode, SlcICode> {
 public:
@@ -90,8 +90,8 @@ public:
     SlcLabel m_endLabel;
 };
 
-/// Back edge of the loop over lights: goes to `startLabel`, right behind the head, with the next
-/// light as long as there is one.
+/// Back edge of the loop over lights: jumps to `startLabel`, right after the head, while there is
+/// another light.
 class SlcEndIlluminanceICode : public SlcICodeOf<SlcEndIlluminanceICode, SlcICode> {
 public:
     explicit SlcEndIlluminanceICode(SlcLabel startLabel) : m_startLabel(std::move(startLabel)) {}
@@ -99,8 +99,8 @@ public:
     SlcLabel m_startLabel;
 };
 
-/// Runs the light shaders for the points `position`, which varies: in front of the loop of an
-/// `illuminance` over other points than `P`. There is one set of lights, which this replaces.
+/// Runs the light shaders for the varying points `position`. Emitted before the loop of an
+/// `illuminance` over points other than `P`. It replaces the current set of evaluated lights.
 class SlcEvalLightICode : public SlcICodeOf<SlcEvalLightICode, SlcICode> {
 public:
     explicit SlcEvalLightICode(SlcOperand position) : m_position(std::move(position)) {}
@@ -108,9 +108,10 @@ public:
     SlcOperand m_position;
 };
 
-/// Runs the light shaders for `P`, unless they have run for its present value: in front of
-/// `diffuse` and the like, and of an `illuminance` over `P`.
+/// Runs the light shaders for `P`, unless they have already run for its current value. Emitted
+/// before `diffuse` and the like, and before an `illuminance` over `P`.
 class SlcEvalLightForPICode : public SlcICodeOf<SlcEvalLightForPICode, SlcICode> {};
 
-/// Lights evaluated for `P` are stale: it has changed, or other points have taken their place.
+/// Marks the lights evaluated for `P` as stale: `P` has changed, or lights for other points have
+/// replaced them.
 class SlcResetEvalLightForPICode : public SlcICodeOf<SlcResetEvalLightForPICode, SlcICode> {};

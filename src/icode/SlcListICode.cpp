@@ -1,5 +1,5 @@
-// Three lists of variables with one difference each: all that the code names; of those the ones
-// that are its own; of those the ones still used, which the optimizer makes fewer.
+// Each of the three lists of variables is a subset of the one before: all variables that the code
+// names; its locals; the locals still used, which the optimizer reduces.
 
 #include "icode/SlcListICode.h"
 

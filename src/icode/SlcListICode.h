@@ -8,14 +8,15 @@
 /// passes read and rewrite in place; they build a new deque of instructions and swap it in.
 class SlcListICode : public SlcCollectable {
 public:
-    /// A local or temporary of this block.
+    /// Adds a local or temporary of this block.
     void AddLocalVar(const SlcOperand& variable);
-    /// A variable that the block sees but does not declare.
+    /// Adds a variable that the block uses but does not declare.
     void AddHiddenVar(const SlcOperand& variable);
     void AddICode(SlcPtr<SlcICode> code) { m_icodes.push_back(std::move(code)); }
 
     std::deque<SlcOperand> m_localVars;      // every local and temporary ever made
     std::deque<SlcOperand> m_usedLocalVars;  // those that the back ends declare
-    std::deque<SlcOperand> m_allVars;        // all visible; the universe of the data-flow sets
+    std::deque<SlcOperand> m_allVars;        // all visible variables; the universe of the data-flow
+                                             // sets
     std::deque<SlcPtr<SlcICode>> m_icodes;   // in order
 };

@@ -1,9 +1,9 @@
-// Which operands an instruction reads and which it writes, said once for all passes: each `Case`
-// names its fields, reads first. A field is handed on by reference, so that a pass can also replace
-// it.
+// Lists the operands that each instruction reads and writes, once for all passes: each `Case` names
+// the fields, reads first. Fields are passed by reference, so that a pass can also replace an
+// operand.
 //
-// An output argument is read too, since a call may leave it as it was. A constant in its place
-// stands for an output that the source leaves out: there is nothing to write.
+// An output argument is also read, since a call may leave it unchanged. A constant in its place
+// stands for an output that the source leaves out, and is not written.
 //
 // Tested by tests/icode/SlcOperandWalkerTest.cpp; docs/icode.md shows the same as a table, which
 // tests/layers compares with this file.
@@ -15,10 +15,10 @@
 
 namespace {
 
-/// The argument at `position` is written, as the row of the built-in says.
+/// True if the call writes the argument at `position`, according to the row of the built-in.
 bool IsOutputArg(const SlcCallICode& call, std::size_t position)
 {
-    // What stands in place of an output that the source leaves out takes nothing.
+    // A constant stands for an output that the source leaves out.
     return !call.m_args[position]->IsConst() && call.m_funcEntry &&
            SlcFormalAt(*call.m_funcEntry, position).isOutput;
 }

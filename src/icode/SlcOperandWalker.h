@@ -2,28 +2,28 @@
 
 #include "icode/SlcICode.h"
 
-/// Shows every operand of an instruction as read or written. The one place that knows which
-/// operands an instruction has: constant collection, data flow and renaming derive from it.
+/// Visits every operand of an instruction as read or written. This is the only class that knows
+/// which operands an instruction has: constant collection, data flow and renaming derive from it.
 ///
-/// Operands that an instruction does not have (a null result or condition) are passed over. What an
-/// instruction touches without naming it (`L` of a light loop, `P` of the lighting built-ins) is
-/// not shown here: `SlcDefUse` adds that. Whether a write reaches all points is a trait of the
-/// instruction, not told here either.
+/// Null operands (an absent result or condition) are skipped. Variables that an instruction
+/// accesses without naming them (`L` of a light loop, `P` of the lighting built-ins) are not
+/// visited: `SlcDefUse` adds those. Whether a write reaches all points is a trait of the
+/// instruction.
 class SlcOperandWalker : public SlcAllICodeWalker {
 public:
-    /// Shows the operands of one instruction: all reads in the order of its fields, then all
+    /// Visits the operands of one instruction: all reads in the order of its fields, then all
     /// writes.
     void Visit(const SlcPtr<SlcICode>& code) { code->ApplyWalker(this); }
 
 protected:
-    /// `operand` is the field itself: never null, and may be replaced in place. Constants are shown
-    /// too.
+    /// `operand` is the field itself, never null; it may be replaced in place. Constants are
+    /// visited too.
     virtual void Read(SlcOperand& operand) = 0;
     virtual void Write(SlcOperand& operand) = 0;
-    /// An argument of a call that is both, by the row of the built-in. By default a read and then
-    /// a write.
+    /// Called for an output argument of a call, which is both read and written. By default a read,
+    /// then a write.
     virtual void ReadWrite(SlcOperand& operand);
-    /// The flag that limits an instruction to some points. By default a read.
+    /// Called for the flag that limits an instruction to some points. By default a read.
     virtual void ReadCondition(SlcOperand& condition) { Read(condition); }
 
     using SlcAllICodeWalker::Case;

@@ -5,8 +5,8 @@
 #include "icode/SlcAllICodeWalker.h"
 #include "icode/SlcListICode.h"
 
-/// Dumps a list to the file "icode.txt" in the current directory: one line an instruction, the
-/// name of its class. It changes nothing.
+/// Dumps a list to the file "icode.txt" in the current directory: the class name of each
+/// instruction, one per line. The list is not changed.
 class SlcPrintICode : public SlcAllICodeWalker {
 public:
     /// Reports to the user if the file cannot be written.

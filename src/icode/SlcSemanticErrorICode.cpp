@@ -1,5 +1,5 @@
-// The reports at an instruction: only the folder of the instructions can read its position, while
-// the class of the reports stands below it.
+// Reports at the position of an instruction. They are defined here, since the folder of
+// `SlcSemanticError` is below that of the instructions and cannot read their position.
 
 #include <cstdlib>
 #include <ostream>

@@ -9,22 +9,22 @@ class SlcFuncDSOSymbolEntry;
 class SlcShaderTypeNode;
 class SlcVarSymbolEntry;
 
-/// A parameter with its default value. It goes into the file only with one: the parser refuses
-/// formals of a shader without.
+/// A parameter with its default value. Every parameter has one, since the parser rejects formals of
+/// a shader without a default.
 struct SlcParameterInfo {
     SlcPtr<SlcVarSymbolEntry> entry;
     SlcPtr<SlcListICode> initList;          // code that computes the default value
-    std::deque<SlcOperand> initValues;      // what holds it after its list has run
+    std::deque<SlcOperand> initValues;      // hold the default value after the list has run
     bool initDependsOnContext = false;      // cannot be computed once per shader instance
     bool needsObjectSpace = false;          // the initializer names the space "object"
-    SlcStringLiteralNode* space = nullptr;  // that goes into the file
+    SlcStringLiteralNode* space = nullptr;  // written to the file
 };
 
-/// What a writer needs of a shader beyond the instructions of its body.
+/// The facts about a shader that a writer needs besides the instructions of its body.
 struct SlcShaderFacts {
     std::deque<SlcParameterInfo> m_parameters;  // in the order of their declaration
     SlcIdentNode* m_shaderName = nullptr;
-    const SlcSyntaxNode* m_shader = nullptr;  // where reports on the shader as a whole stand
+    const SlcSyntaxNode* m_shader = nullptr;  // position for reports about the whole shader
     SlcShaderTypeNode* m_shaderType = nullptr;
     std::deque<SlcPtr<SlcVarSymbolEntry>> m_hiddenVars;  // predefined variables, by first use
     std::deque<SlcStringLiteralNode*> m_spaces;          // unique; "object" and "shader" come first

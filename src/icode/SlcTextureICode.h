@@ -4,9 +4,9 @@
 
 #include "icode/SlcICode.h"
 
-/// The four corners, s then t of each, of the patch around (s, t) that a point covers: in front of
-/// `texture("a", s, t)`. All operands vary. Always over the whole grid: neighbours tell how far the
-/// patch reaches.
+/// Computes the four corners of the patch around (s, t) that a point covers, s then t of each.
+/// Emitted before `texture("a", s, t)`. All operands are varying. Always runs over the whole grid,
+/// since the size of the patch depends on the neighbouring points.
 class SlcTextureSTPointsICode : public SlcICodeOf<SlcTextureSTPointsICode, SlcICode> {
 public:
     SlcTextureSTPointsICode(SlcOperand s, SlcOperand t, std::array<SlcOperand, 8> corners,
@@ -21,11 +21,11 @@ public:
     SlcOperand m_s;
     SlcOperand m_t;
     std::array<SlcOperand, 8> m_corners;
-    SlcOperand m_condition;  // null, or the points that it is limited to
+    SlcOperand m_condition;  // null, or the flag of the points it runs for
 };
 
-/// The four corners of the patch around a point: in front of `environment` and `shadow`. All
-/// operands vary.
+/// Computes the four corners of the patch around a point. Emitted before `environment` and
+/// `shadow`. All operands are varying.
 class SlcTexturePointsICode : public SlcICodeOf<SlcTexturePointsICode, SlcICode> {
 public:
     SlcTexturePointsICode(SlcOperand point, std::array<SlcOperand, 4> corners, SlcOperand condition)
@@ -37,11 +37,11 @@ public:
 
     SlcOperand m_point;
     std::array<SlcOperand, 4> m_corners;
-    SlcOperand m_condition;  // null, or the points that it is limited to
+    SlcOperand m_condition;  // null, or the flag of the points it runs for
 };
 
-/// x = the other end of the interval that a point covers in y: in front of `filterstep(e, y)`. Both
-/// vary.
+/// x = the other end of the interval that a point covers in y. Emitted before `filterstep(e, y)`.
+/// Both operands are varying.
 class SlcFilterstepPointsICode : public SlcICodeOf<SlcFilterstepPointsICode, SlcICode> {
 public:
     SlcFilterstepPointsICode(SlcOperand x, SlcOperand y, SlcOperand condition)
@@ -53,5 +53,5 @@ public:
 
     SlcOperand m_x;
     SlcOperand m_y;
-    SlcOperand m_condition;  // null, or the points that it is limited to
+    SlcOperand m_condition;  // null, or the flag of the points it runs for
 };

@@ -4,8 +4,8 @@
 #include "icode/SlcICode.h"
 
 /// Base of the coordinate and color transforms between a named space and the current one. `type`
-/// tells which: point, vector, normal or color. A vector leaves out the translation, a normal stays
-/// at right angles to its surface, a color knows other spaces than the rest.
+/// selects the transform: point, vector, normal or color. A vector ignores the translation, a
+/// normal stays perpendicular to its surface, and a color uses color spaces.
 class SlcTransformSpaceICode : public SlcICode {
 public:
     /// `space` is a string constant with its quotes.
@@ -26,8 +26,8 @@ public:
     SlcGridForm m_form;
 };
 
-/// `point "space" (x, y, z)` and the like: source is meant in the named space, dest in the current
-/// one, or in rgb.
+/// `point "space" (x, y, z)` and the like: source is in the named space, dest in the current one,
+/// or in rgb.
 class SlcTransformFromSpaceICode
     : public SlcICodeOf<SlcTransformFromSpaceICode, SlcTransformSpaceICode> {
 public:
@@ -35,15 +35,15 @@ public:
 };
 
 /// `transform("space", p)` and the like: source is in the current space, dest in the named one.
-/// `ctransform` has primitives of its own.
+/// `ctransform` has separate primitives.
 class SlcTransformToSpaceICode
     : public SlcICodeOf<SlcTransformToSpaceICode, SlcTransformSpaceICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
-/// dest = source, meant in a named space, as a matrix of the current one: `matrix "space" (a, b,
-/// ...)`.
+/// dest = the matrix source, given relative to a named space, converted to the current space:
+/// `matrix "space" (a, b, ...)`.
 class SlcConcatSpaceMatrixICode : public SlcICodeOf<SlcConcatSpaceMatrixICode, SlcICode> {
 public:
     SlcConcatSpaceMatrixICode(SlcOperand dest, SlcOperand source, SlcStringLiteralNode* space)

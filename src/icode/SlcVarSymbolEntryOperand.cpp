@@ -1,4 +1,4 @@
-// The operand of a variable that generated code reaches by a name of its own. It stands here, above
+// Makes the operand of a variable that has a different name in generated code. Defined here, above
 // the folder of its class, since only this folder knows operands.
 
 #include <string_view>

@@ -9,8 +9,8 @@ namespace {
 
 constexpr auto k_lowered = SlcICodeValidator::Stage::Lowered;
 
-// The tests of whole shaders read all texts back too; here is what the lowering makes seldom or
-// never.
+// The tests of whole shaders also parse every text again; these cases are instructions that the
+// lowering emits rarely or never.
 TEST(SlcICodeText, IsReadBack)
 {
     static const char* const texts[] = {
