@@ -6,11 +6,14 @@
 #include "compiler/QxCompiler.h"
 
 #include <algorithm>
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <set>
 #include <sstream>
 #include <utility>
 
+#include "backends/SlcFileInProgress.h"
 #include "backends/SlcGenByteCode.h"
 #include "backends/SlcGenCCode.h"
 #include "compiler/SlcOptimizationLevel.h"
@@ -31,6 +34,9 @@ namespace {
 
 using Options = QxCompileOptions;
 using Report = QxCompileReport;
+using Failure = QxCompileResult::Failure;
+
+constexpr int k_overlongToken = 2;  // the status of a program that ends because of one
 
 Report PublicReport(const SlcReport& report)
 {
@@ -44,6 +50,18 @@ Report PublicReport(const SlcReport& report)
             report.advice};
 }
 
+Report PublicReport(const SlcPreprocessorReport& report)
+{
+    return {report.isError ? Report::Severity::Error : Report::Severity::Warning,
+            report.level,
+            report.file,
+            report.line,
+            report.column,
+            report.length,
+            report.text,
+            ""};
+}
+
 /// Takes the tree apart whether or not a stage has failed: its nodes and annotations may hold each
 /// other. The compiled shader must be gone before.
 struct DeleteTree {
@@ -52,6 +70,49 @@ struct DeleteTree {
         SlcDeleteTree()(tree);
         delete tree;
     }
+};
+
+/// While it lives, the thread is in a compilation, whose reports end up in a result.
+class RunInCompilation {
+public:
+    /// `messages` must outlive the compilation.
+    RunInCompilation(SlcCompilation& compilation, std::ostringstream& messages,
+                     QxCompileResult& result)
+        : m_entered(compilation),
+          m_messages(messages),
+          m_result(result)
+    {
+        SetReports(messages);
+    }
+
+    template <class Stages>
+    void operator()(const Stages& stages)
+    {
+        m_result.failure = Failure::Source;
+        try {
+            stages();
+            m_result.failure = Failure::None;
+        } catch (const SlcCompilationError&) {
+            // Reported where it was thrown, as the next ones.
+        } catch (const SlcCompilationSevereError&) {
+            m_result.failure = Failure::Preprocessing;
+        } catch (const SlcCompilationEnd& end) {
+            m_result.failure =
+                end.status == k_overlongToken ? Failure::OverlongToken : Failure::Compiler;
+        }
+        m_result.succeeded = m_result.failure == Failure::None;
+        for (const SlcReport& report : SlcReportsSoFar())
+            m_result.reports.push_back(PublicReport(report));
+        m_result.messages += m_messages.str();
+        m_result.errors += NbErrors();
+        m_result.warnings += NbWarnings();
+    }
+
+private:
+    SlcCompilation::Entered m_entered;
+    SlcEndsByException m_ends;
+    std::ostringstream& m_messages;
+    QxCompileResult& m_result;
 };
 
 class Compile {
@@ -71,15 +132,14 @@ public:
 
     [[nodiscard]] QxCompileResult Run(const std::string& path, std::optional<std::string> text)
     {
-        const SlcCompilation::Entered entered(m_compilation);
-        const SlcEndsByException ends;
-        SetReports(m_messages);
+        RunInCompilation run(m_compilation, m_messages, m_result);
         SetWarningLevel(m_options.warningLevel);
         ShowAdvice(m_options.showsAdvice);
         Tree tree;
-        Try([&] { RunStages(path, std::move(text), tree); });
-        TakeReports();
-        if (m_options.makesIndex && !m_result.index)
+        run([&] { RunStages(path, std::move(text), tree); });
+        m_result.shaderName = SlcShaderName();
+        m_result.fileName = m_result.shaderName + (m_record.m_generateDSO ? ".cpp" : ".sqx");
+        if (m_trace && !m_result.index)
             IndexFaultySource(tree);
         return std::move(m_result);
     }
@@ -87,40 +147,24 @@ public:
 private:
     using Tree = std::unique_ptr<SlcDefinitionsNode, DeleteTree>;
 
-    /// Runs `stages` up to a fault that has been reported where it was thrown.
-    template <class Stages>
-    static void Try(const Stages& stages)
-    {
-        try {
-            stages();
-        } catch (const SlcCompilationError&) {
-        } catch (const SlcCompilationSevereError&) {
-        } catch (const SlcCompilationEnd&) {
-        }
-    }
-
-    void TakeReports()
-    {
-        if (!m_result.succeeded)
-            m_result.output.clear();
-        for (const SlcReport& report : SlcReportsSoFar())
-            m_result.reports.push_back(PublicReport(report));
-        m_result.messages = m_messages.str();
-    }
-
     void RunStages(const std::string& path, std::optional<std::string> text, Tree& tree)
     {
-        Preprocess(path, std::move(text));
+        if (m_options.isPreprocessed)
+            Read(path, std::move(text));
+        else
+            Preprocess(path, std::move(text));
+        if (m_options.output == Options::Output::Preprocessed) {
+            m_result.output = m_text;
+            return;
+        }
         Parse(tree);
         if (NbErrors() != 0)
             throw SlcCompilationError();
-        m_result.shaderName = SlcShaderName();
         Check(tree);
-        if (m_options.makesIndex)
+        if (m_trace)
             MakeIndex(tree);
         if (m_options.output != Options::Output::Nothing)
             MakeOutput(tree);
-        m_result.succeeded = true;
     }
 
     void Parse(Tree& tree)
@@ -143,12 +187,14 @@ private:
     /// Goes on as far as the faults let it. What it reports follows from them, and has no reader.
     void IndexFaultySource(Tree& tree)
     {
-        Try([&] {
+        try {
             if (!m_isParsed)
                 Parse(tree);
             if (tree && !m_isChecked)
                 Check(tree);
-        });
+        } catch (const SlcCompilationError&) {
+        } catch (const SlcCompilationEnd&) {
+        }
         MakeIndex(tree);
     }
 
@@ -158,6 +204,20 @@ private:
         shader.GenInterForm(tree.get());
         shader.Optimize();
         Write(shader);
+    }
+
+    void Read(const std::string& path, std::optional<std::string> text)
+    {
+        if (text) {
+            m_text = std::move(*text);
+            return;
+        }
+        std::ifstream file(path, std::ios::binary);
+        if (!file) {
+            SlcReports() << "Cannot open input file: " << path << "\n";
+            throw SlcCompilationSevereError();
+        }
+        m_text.assign(std::istreambuf_iterator<char>(file), {});
     }
 
     void Preprocess(const std::string& path, std::optional<std::string> text)
@@ -172,10 +232,7 @@ private:
         wanted.report = [&](const SlcPreprocessorReport& report) {
             printer.Print(report);
             if (report.isError || report.level <= m_options.warningLevel)
-                m_result.reports.push_back(
-                    {report.isError ? Report::Severity::Error : Report::Severity::Warning,
-                     report.level, report.file, report.line, report.column, report.length,
-                     report.text, ""});
+                m_result.reports.push_back(PublicReport(report));
         };
         if (m_options.makesIndex)
             wanted.trace = &m_trace.emplace();
@@ -183,15 +240,18 @@ private:
             text ? SlcPreprocessText(path, std::move(*text), wanted) : SlcPreprocess(path, wanted);
         m_result.files = std::move(result.files);
         m_result.searchedPlaces.assign(result.missing.begin(), result.missing.end());
-        SetColumns(std::move(result.text), std::move(result.columns));
-        if (!result.succeeded)
-            throw SlcCompilationError();
+        m_text = std::move(result.text);
+        SetColumns(std::move(result.columns));
+        if (result.succeeded)
+            return;
+        if (m_options.output == Options::Output::Preprocessed)
+            m_result.output = m_text;
+        throw SlcCompilationSevereError();
     }
 
     /// Reports of the parser stand at places of the preprocessed text.
-    void SetColumns(std::string text, std::vector<SlcColumnChange> columns)
+    static void SetColumns(std::vector<SlcColumnChange> columns)
     {
-        m_text = std::move(text);
         SetColumnOfOffset([columns = std::move(columns)](std::size_t offset, int column) {
             const std::size_t line = offset - static_cast<std::size_t>(column - 1);
             auto change = std::upper_bound(
@@ -242,4 +302,19 @@ QxCompileResult QxCompileText(const std::string& path, std::string text,
                               const QxCompileOptions& options)
 {
     return Compile(options).Run(path, std::move(text));
+}
+
+void QxWriteOutput(QxCompileResult& result, const std::string& folder)
+{
+    const bool isCpp = result.fileName.ends_with(".cpp");
+    const std::string path = folder + '/' + result.fileName;
+    std::ostringstream messages;
+    SlcCompilation compilation;
+    RunInCompilation run(compilation, messages, result);
+    run([&] {
+        SlcFileInProgress file(MakeShared<SlcSemanticError>(), path, isCpp ? result.fileName : path,
+                               isCpp ? "C++ code generation" : "byte-code generation");
+        file.Out() << result.output;
+        file.Finish();
+    });
 }

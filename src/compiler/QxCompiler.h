@@ -13,9 +13,10 @@ class QxSourceIndex;
 /// What a compile is asked to do; the fields are those options of `shaderqx` that change a shader.
 struct QxCompileOptions {
     enum class Output {
-        ByteCode,  // the contents of a `.sqx` file
-        Cpp,       // C++ text, from which a C++ compiler makes a shared object
-        Nothing,   // the checks alone
+        ByteCode,      // the contents of a `.sqx` file
+        Cpp,           // C++ text, from which a C++ compiler makes a shared object
+        Preprocessed,  // the source without directives, as the parser reads it
+        Nothing,       // the checks alone
     };
 
     Output output = Output::ByteCode;
@@ -23,9 +24,10 @@ struct QxCompileOptions {
     bool checksArrayBounds = true;  // --no-array-check clears it; level 3 checks none
     bool isStrict = false;          // --strict
     bool usesShadeops = true;       // --dont-use-shadeops clears it
+    bool isPreprocessed = false;    // the source has been through a preprocessor
     int warningLevel = 1;           // -w0 to -w2
     bool showsAdvice = false;       // at every warning level, as with SLC_ADVICE=1
-    bool makesIndex = false;        // of the names in the source, for editors
+    bool makesIndex = false;        // of the names in the source, for editors; not if preprocessed
 
     std::vector<std::string> folders;  // -I: of included files, and after "." of shadeop libraries
     std::vector<std::string> macros;   // -D: NAME or NAME=VALUE
@@ -51,12 +53,25 @@ struct QxCompileReport {
 
 /// The outcome of a compile.
 struct QxCompileResult {
+    /// What was at fault.
+    enum class Failure {
+        None,
+        Preprocessing,  // the source, before it was parsed; or it could not be read
+        Source,         // the shader; or its output could not be written
+        OverlongToken,  // the source, which has a word or a line that is too long to go on
+        Compiler,       // the compiler itself: the messages ask to report it
+    };
+
     bool succeeded = false;
-    std::string shaderName;  // which names the file: NAME.sqx or NAME.cpp
-    std::string output;      // byte-code or C++; empty after a failure
+    Failure failure = Failure::None;
+    std::string shaderName;  // empty if the source was refused before it
+    std::string fileName;    // made of it: NAME.sqx or NAME.cpp
+    std::string output;      // empty after a failure, but as far as it came if only preprocessed
 
     std::vector<QxCompileReport> reports;  // in the order in which they were made
     std::string messages;                  // the same, in the words and the form of the program
+    int errors = 0;    // in the shader; with those that are too many to be reported
+    int warnings = 0;  // likewise
 
     std::vector<std::string> files;             // that were read: the source and what it includes
     std::vector<std::string> searchedPlaces;    // where included files were looked for in vain
@@ -69,6 +84,7 @@ struct QxCompileResult {
 
 /// Compiles the source in the file `path`. What is wrong with it, or with the file, is in the
 /// result: nothing is thrown but `std::bad_alloc`, nothing is printed, and no file is written.
+/// Line markers of a source that is preprocessed name the files of its reports.
 ///
 /// Any number of threads may compile at a time. A result depends on source and options alone, not
 /// on what was compiled before, and no memory is kept. A thread needs the stack of a main thread, 8
@@ -81,3 +97,7 @@ struct QxCompileResult {
 /// what it includes.
 [[nodiscard]] QxCompileResult QxCompileText(const std::string& path, std::string text,
                                             const QxCompileOptions& options = {});
+
+/// Writes byte-code or C++ into the folder under its file name: whole, or not at all. If that is
+/// not possible, the result becomes a failure that is reported in it.
+void QxWriteOutput(QxCompileResult& result, const std::string& folder);

@@ -1,6 +1,6 @@
 // A level sets each of its flags, so that a later one takes back what an earlier one has turned on.
 //
-// Tested by tests/driver/SlcCommandLineTest.cpp.
+// Tested by tests/compiler/SlcOptimizationLevelTest.cpp.
 
 #include "compiler/SlcOptimizationLevel.h"
 

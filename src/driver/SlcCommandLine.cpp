@@ -90,7 +90,7 @@ void ReadEnvironment(SlcCommandLine& line)
         line.m_preprocessCommand = preprocessCommand;
     line.m_ccCommand = ccCommand ? ccCommand : DefaultCCCommand();
     const char* advice = std::getenv("SLC_ADVICE");
-    ShowAdvice(advice && std::string_view(advice) == "1");
+    line.m_compile.showsAdvice = advice && std::string_view(advice) == "1";
     if (const char* librariesFile = std::getenv("SLC_SHADEOP_LIBRARIES"))
         line.m_librariesFile = librariesFile;
     if (!preprocessCommand)
@@ -117,16 +117,12 @@ std::string SlcCommandLine::PreprocessorOptions() const
 bool ParseOptions(std::span<const char* const> arguments, SlcCommandLine& line)
 {
     line = SlcCommandLine();
-    SetOptimizationLevel(2, line.m_options);
     if (arguments.size() == 1 && PrintInformation(arguments.front()))
         return false;
 
     for (SlcArgumentList rest(arguments); !rest.Empty(); rest.Pop())
         if (!ParseArgument(line, rest))
             return false;
-    if (!line.m_options.m_generateDSO)
-        // Byte-code has no registers to keep a temporary in.
-        line.m_options.m_convertTmpVarDetail = false;
     if (line.m_inputFile.empty())
         return Fail("No input file has been provided.");
 

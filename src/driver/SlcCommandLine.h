@@ -5,13 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "compiler/SlcOptimizationLevel.h"
-#include "support/SlcOptionsControl.h"
+#include "compiler/QxCompiler.h"
 
 /// What the command line and the environment ask for: the stages to run, the files, the
-/// commands, and the option record that the stages read.
+/// commands, and the options of the compiler's library.
 struct SlcCommandLine {
-    SlcOptionsControl m_options;
+    QxCompileOptions m_compile;
     std::string m_inputFile;         // as given; empty if none was
     std::string m_preprocessedFile;  // beside the source, with the extension ".i"
     std::string m_outputDirectory = ".";

@@ -1,130 +1,137 @@
-// The stages of one compile, from the preprocessed text to the output, and what is left behind when
-// one of them fails: nothing that looks like an output. The file under the source's name goes
-// before the parse, that under the shader's name once the parser has told it.
+// The compile itself is the library's, see compiler/QxCompiler.h. Here is what it leaves: the
+// output, or nothing that looks like one. The file under the source's name goes first, that under
+// the shader's name once the parser knows it.
 //
 // Tested by tests/driver/SlcCompileSourceTest.cpp.
 
 #include "driver/SlcCompileSource.h"
 
-#include <cstdio>
 #include <fstream>
-#include <memory>
-#include <ostream>
-#include <set>
+#include <iostream>
+#include <iterator>
+#include <optional>
 #include <string>
 #include <unistd.h>
+#include <utility>
 
 #include "driver/SlcExternalCommands.h"
 #include "driver/SlcProgramName.h"
-#include "frontend/SlcParseCode.h"
-#include "icode/SlcInterForm.h"
-#include "semantics/SlcDeleteTree.h"
-#include "semantics/SlcSemantics.h"
 #include "support/SlcDiagnostics.h"
-#include "symbols/SlcFuncDSOSymbolEntry.h"
 
 namespace {
 
-using Tree = std::unique_ptr<SlcDefinitionsNode>;
-using File = std::unique_ptr<std::FILE, decltype(&std::fclose)>;
+using Failure = QxCompileResult::Failure;
+using Output = QxCompileOptions::Output;
 
-/// Parses what the preprocessor made, in memory or in a file.
-[[nodiscard]] Tree Parse(const SlcCommandLine& line, const SlcRunFiles& files)
+/// What the preprocessor made, in memory or in a file; nothing, which is reported, if there is no
+/// file. The text in memory stays: after a fatal report it is written.
+[[nodiscard]] std::optional<std::string> PreprocessedText(const SlcCommandLine& line,
+                                                          const SlcRunFiles& files)
 {
     if (!line.m_preprocessCommand)
-        return ParseCode(files.m_preprocessedText, line.m_options.m_strict);
-    const File file(std::fopen(files.m_preprocessed->Path().c_str(), "r"), &std::fclose);
-    if (!file) {
-        SlcReports() << "Cannot open input file: " << line.m_preprocessedFile << "\n";
-        throw SlcCompilationSevereError();
-    }
-    return ParseCode(file.get(), line.m_options.m_strict);
+        return files.m_preprocessedText;
+    std::ifstream file(files.m_preprocessed->Path(), std::ios::binary);
+    if (file)
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    std::cerr << "Cannot open input file: " + line.m_preprocessedFile + "\n";
+    return std::nullopt;
 }
 
 /// The name of the shader is known once it has been parsed; an earlier output under it would be
 /// taken for that of the refused source.
-void RemoveOutput(const SlcCommandLine& line)
+void RemoveOutput(const SlcCommandLine& line, const std::string& shaderName)
 {
-    if (!SlcShaderName().empty())
-        unlink((line.m_outputDirectory + "/" + SlcShaderName() + ".sqx").c_str());
+    if (!shaderName.empty())
+        unlink((line.m_outputDirectory + "/" + shaderName + ".sqx").c_str());
 }
 
-/// For build systems, as they were found: a shader is to be compiled anew when one changes. Written
-/// before the output, so that a failure leaves none.
-void WriteLibraries(const SlcInterForm& shader, const SlcCommandLine& line)
+/// For build systems, as they were found: a shader is to be compiled again when one changes. False
+/// if that cannot be written.
+[[nodiscard]] bool WriteLibraries(const QxCompileResult& result, const SlcCommandLine& line)
 {
-    std::set<std::string> libraries;
-    for (const auto& function : shader.m_dsoFunctions)
-        libraries.insert(function->GetLibraryPath());
     std::ofstream file(line.m_librariesFile);
-    for (const std::string& library : libraries)
+    for (const std::string& library : result.shadeopLibraries)
         file << library << '\n';
     file.close();
-    if (!file) {
-        SeverError(k_programName, "Cannot write " + line.m_librariesFile);
-        RemoveOutput(line);
-        throw SlcCompilationSevereError();
-    }
+    return !file.fail();
 }
 
 /// A C++ file that the compiler is to read gets a name of its own until then.
-void WriteCCode(SlcInterForm& shader, const SlcCommandLine& line, SlcRunFiles& files)
+[[nodiscard]] std::string OutputFolder(const SlcCommandLine& line, SlcRunFiles& files,
+                                       const QxCompileResult& result)
 {
+    if (line.m_compile.output == Output::ByteCode)
+        return line.m_outputDirectory;
     if (line.m_runCCBuild)
-        files.m_cc.emplace(SlcShaderName() + ".cpp");
+        files.m_cc.emplace(result.fileName);
     const bool hasFolder = files.m_cc && !files.m_cc->Folder().empty();
-    shader.GenCCode(hasFolder ? files.m_cc->Folder() : ".");
+    return hasFolder ? files.m_cc->Folder() : ".";
 }
 
-/// The tree must outlive the compiled shader, whose operands point into it, and the caller takes
-/// it apart whether or not this throws.
-void RunStages(SlcCommandLine& line, SlcRunFiles& files, Tree& tree)
+/// The list of libraries is written before the output, so that a failure leaves none.
+void WriteOutput(const SlcCommandLine& line, SlcRunFiles& files, QxCompileResult& result)
 {
-    tree = Parse(line, files);
-    SlcSemantics(tree.get(), line.m_options);
+    const bool isListed = line.m_librariesFile.empty() || WriteLibraries(result, line);
+    if (isListed)
+        QxWriteOutput(result, OutputFolder(line, files, result));
+    std::cerr << result.messages;
+    if (isListed)
+        return;
+    SeverError(k_programName, "Cannot write " + line.m_librariesFile);
+    RemoveOutput(line, result.shaderName);
+    result.succeeded = false;
+}
 
-    SlcInterForm shader(line.m_options);
-    shader.GenInterForm(tree.get());
-    shader.Optimize();
-    if (!line.m_librariesFile.empty())
-        WriteLibraries(shader, line);
-    if (line.m_options.m_generateDSO)
-        WriteCCode(shader, line, files);
+void Refuse(const SlcCommandLine& line, const QxCompileResult& result)
+{
+    RemoveOutput(line, result.shaderName);
+    std::cerr << "Compilation of " + SlcCutPath(line.m_inputFile) +
+                     " aborted due to errors: " + std::to_string(result.errors) + " errors, " +
+                     std::to_string(result.warnings) + " warnings.\n";
+}
+
+/// Throws `SlcCompilationEnd` if there was no way to go on.
+[[nodiscard]] bool Compile(const SlcCommandLine& line, SlcRunFiles& files)
+{
+    auto text = PreprocessedText(line, files);
+    if (!text)
+        return false;
+    QxCompileOptions options = line.m_compile;
+    options.isPreprocessed = true;
+    QxCompileResult result = QxCompileText(line.m_inputFile, std::move(*text), options);
+    files.m_shaderName = result.shaderName;
+    if (result.succeeded)
+        WriteOutput(line, files, result);
     else
-        shader.GenByteCode(line.m_outputDirectory);
-}
-
-void ReportAborted(const std::string& inputFile)
-{
-    SlcReports() << "Compilation of " << inputFile << " aborted due to errors: " << NbErrors()
-                 << " errors, " << NbWarnings() << " warnings.\n";
+        std::cerr << result.messages;
+    if (result.failure == Failure::Source)
+        Refuse(line, result);
+    if (result.failure == Failure::OverlongToken)
+        throw SlcCompilationEnd{2};
+    if (result.failure == Failure::Compiler)
+        throw SlcCompilationEnd{1};
+    return result.succeeded;
 }
 
 }  // namespace
 
-bool CompileSource(SlcCommandLine& line, SlcRunFiles& files)
+bool CompileSource(const SlcCommandLine& line, SlcRunFiles& files)
 {
     DeleteSQX(line);
-    Tree tree;
-    bool compiled = false;
-    try {
-        RunStages(line, files, tree);
-        compiled = true;
-    } catch (const SlcCompilationError&) {
-        RemoveOutput(line);
-        ReportAborted(line.m_inputFile);
-    } catch (const SlcCompilationSevereError&) {
-        // Reported where it was thrown.
-    }
+    bool compiled = Compile(line, files);
     if (line.m_keepPreprocessedFile)
         compiled = KeepFile(*files.m_preprocessed, line.m_preprocessedFile) && compiled;
-    SlcDeleteTree()(tree.get());
     return compiled;
 }
 
-void DeleteSQX(SlcCommandLine& line)
+std::string SlcCutPath(const std::string& inputFile)
 {
-    line.m_inputFile.resize(line.m_inputFile.find('.'));
-    const std::string stem = line.m_inputFile.substr(line.m_inputFile.rfind('/') + 1);
+    return inputFile.substr(0, inputFile.find('.'));
+}
+
+void DeleteSQX(const SlcCommandLine& line)
+{
+    const std::string path = SlcCutPath(line.m_inputFile);
+    const std::string stem = path.substr(path.rfind('/') + 1);
     unlink((line.m_outputDirectory + "/" + stem + ".sqx").c_str());
 }

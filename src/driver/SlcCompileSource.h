@@ -1,19 +1,22 @@
 #pragma once
 
+#include <string>
+
 #include "driver/SlcCommandLine.h"
 #include "driver/SlcRunFiles.h"
 
-/// Compiles the preprocessed file, from the parse to the output of one back end, and moves the
-/// preprocessed file into its place if it is to be kept. An earlier output of this source goes
-/// first, so that a refused source leaves none.
+/// Compiles what the preprocessor made, writes the output, and moves the preprocessed file into its
+/// place if it is to be kept. An earlier output of this source goes first, so that a refused source
+/// leaves none.
 ///
-/// True if an output was written; if not, that has been reported. The input file's name in `line`
-/// is cut as `DeleteSQX` tells.
-[[nodiscard]] bool CompileSource(SlcCommandLine& line, SlcRunFiles& files);
+/// True if an output was written; if not, that has been reported. Throws `SlcCompilationEnd` after
+/// a report with which the program ends at once.
+[[nodiscard]] bool CompileSource(const SlcCommandLine& line, SlcRunFiles& files);
+
+/// The path up to its first dot, as the closing line of a refused compile shows it.
+[[nodiscard]] std::string SlcCutPath(const std::string& inputFile);
 
 /// Removes the earlier output of this source from the output directory, as far as the source's
-/// name tells it: the shader's name, which names the output, is not known yet.
-///
-/// The name ends at the first dot of the whole path. The input file's name in `line` is cut there
-/// too, and later messages show it like that.
-void DeleteSQX(SlcCommandLine& line);
+/// name tells it: the shader's name, which names the output, is not known yet. It is the last part
+/// of the cut path.
+void DeleteSQX(const SlcCommandLine& line);

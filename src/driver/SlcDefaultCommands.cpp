@@ -46,18 +46,6 @@ std::string DefaultPreprocessCommand()
     return command + " $cpp_options \"$input_file\" > \"$cpp_result\"";
 }
 
-SlcPreprocessorOptions DefaultPreprocessorOptions(const std::vector<std::string>& arguments)
-{
-    SlcPreprocessorOptions options;
-    options.macros = SlcPreprocessorMacros();
-    for (const std::string& argument : arguments)
-        if (argument.starts_with("-D"))
-            options.macros.push_back({argument.substr(2)});
-        else
-            options.folders.push_back(argument.substr(2));
-    return options;
-}
-
 std::string DefaultCCCommand()
 {
     // Loops over points run for several points at once from -O3 on, and only if an operation may be

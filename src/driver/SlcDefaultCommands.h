@@ -1,9 +1,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
-
-#include "preprocessor/SlcPreprocessor.h"
 
 /// Shell commands for when the environment gives none. The words with a dollar sign are variables
 /// of the environment, which the driver sets, or which are the user's own.
@@ -13,9 +10,6 @@
 
 /// Runs the program that does what the compiler does by itself where no command is given.
 [[nodiscard]] std::string DefaultPreprocessCommand();
-/// The same for the library: what that command says, with these -I and -D.
-[[nodiscard]] SlcPreprocessorOptions
-DefaultPreprocessorOptions(const std::vector<std::string>& arguments);
 
 /// Finds the run-time's header in the installed tree if the program runs from one, and else in
 /// the source tree that it was built from.

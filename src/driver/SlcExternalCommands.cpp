@@ -26,7 +26,6 @@
 
 #include "driver/SlcDefaultCommands.h"
 #include "driver/SlcProgramName.h"
-#include "frontend/SlcParseCode.h"
 #include "support/QxDebug.h"
 #include "support/SlcDiagnostics.h"
 
@@ -122,11 +121,11 @@ void AcceptFileInPlace(const SlcUnfinishedFile& file, const std::string& place)
 /// seen.
 [[nodiscard]] bool Preprocess(const SlcCommandLine& line, SlcRunFiles& files)
 {
-    SlcReportPrinter printer(std::cerr, WarningLevel());
-    SlcPreprocessorOptions options = DefaultPreprocessorOptions(line.m_preprocessorArguments);
-    options.report = [&](const SlcPreprocessorReport& report) { printer.Print(report); };
-    SlcPreprocessed result = SlcPreprocess(line.m_inputFile, options);
-    files.m_preprocessedText = std::move(result.text);
+    QxCompileOptions options = line.m_compile;
+    options.output = QxCompileOptions::Output::Preprocessed;
+    QxCompileResult result = QxCompileFile(line.m_inputFile, options);
+    std::cerr << result.messages;
+    files.m_preprocessedText = std::move(result.output);
     if (!result.succeeded)
         KeepPreprocessedText(line, files);
     else if (line.m_keepPreprocessedFile && !WritePreprocessedText(line, files))
@@ -158,7 +157,7 @@ void KeepPreprocessedText(const SlcCommandLine& line, SlcRunFiles& files)
 
 bool BuildSharedObject(const SlcCommandLine& line, SlcRunFiles& files)
 {
-    const std::string name = SlcShaderName() + ".sqx";
+    const std::string name = files.m_shaderName + ".sqx";
     const std::string place = line.m_outputDirectory + '/' + name;
     SlcUnfinishedFile output(place);
     const bool succeeded = RunCommand(
@@ -166,7 +165,7 @@ bool BuildSharedObject(const SlcCommandLine& line, SlcRunFiles& files)
         {{"output_dir", output.Folder().empty() ? line.m_outputDirectory : output.Folder()},
          {"output_file", name},
          {"cc_input_file", files.m_cc->Path()}});
-    const bool kept = !line.m_keepCCFile || KeepFile(*files.m_cc, SlcShaderName() + ".cpp");
+    const bool kept = !line.m_keepCCFile || KeepFile(*files.m_cc, files.m_shaderName + ".cpp");
     if (!succeeded)
         SeverError(k_programName, "Problem during C++ compilation.  Stopping.");
     else if (Exists(output.Path()) && !KeepFile(output, place))

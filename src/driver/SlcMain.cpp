@@ -25,7 +25,7 @@ int RunStages(SlcCommandLine& line, SlcRunFiles& files)
         return 1;
     if (!line.m_runCCBuild)
         return 0;
-    if (line.m_options.m_generateDSO && !BuildSharedObject(line, files))
+    if (line.m_compile.output == QxCompileOptions::Output::Cpp && !BuildSharedObject(line, files))
         return 1;
     return 0;
 }
@@ -42,7 +42,6 @@ int main_(int argumentCount, char** arguments)
         return 1;
     SlcRunFiles files;
     try {
-        const SlcEndsByException ends;
         return RunStages(line, files);
     } catch (const SlcCompilationEnd& end) {
         KeepPreprocessedText(line, files);

@@ -10,9 +10,9 @@ inline constexpr bool k_isDebugBuild = false;
 inline constexpr bool k_isDebugBuild = true;
 #endif
 
-/// The decisions of the command line, as every subsystem reads them. The driver owns the one
+/// The decisions of the command line, as every subsystem reads them. A compile owns its
 /// instance and fills it; the defaults here are those of level 2 without a back end chosen. Which
-/// level turns what on is told in SlcCommandLine.cpp.
+/// level turns what on is told in SlcOptimizationLevel.cpp.
 struct SlcOptionsControl {
     bool m_useShadeops = true;            // unknown functions are sought in shadeop libraries
     bool m_checkArrayBounds = true;       // array accesses get a run-time index check

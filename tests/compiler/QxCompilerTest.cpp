@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <malloc.h>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -67,21 +68,71 @@ TEST(QxCompiler, GivesTheSameBytesFirstAgainAndInThreads)
         EXPECT_TRUE(ofThread == first);
 }
 
+/// What the program says of the source alone.
+std::string WithoutWordsOfTheProgram(const std::string& messages)
+{
+    std::string kept;
+    std::istringstream lines(messages);
+    for (std::string line; std::getline(lines, line);)
+        if (!line.starts_with("shaderqx: ") && !line.starts_with("Compilation of "))
+            kept += line + "\n";
+    return kept;
+}
+
 TEST(QxCompiler, AgreesWithTheProgram)
 {
+    using Failure = QxCompileResult::Failure;
+    struct AgreementCase {
+        const char* source;
+        Failure failure;
+        int errors;
+    };
+    static const AgreementCase cases[] = {
+        {"surface a(float Kd = 1) { Ci = Kd * Cs * noise(P); Oi = 1; }", Failure::None, 0},
+        {"surface a() { float x = nothing; Ci = y; }", Failure::Source, 2},
+        {"/* /* */ surface a() { float x = ; Ci = x }", Failure::Source, 2},
+        {"#include \"none.h\"\nsurface a() {}", Failure::Preprocessing, 0},
+    };
     const TemporaryFolder folder;
-    TemporaryFolder::Write("a.sl",
-                           "surface a(float Kd = 1) { Ci = Kd * Cs * noise(P); Oi = 1; }\n");
-    TemporaryFolder::Write("b.sl", "surface b() { float x = nothing; Ci = x }\n");
-    for (const char* source : {"a.sl", "b.sl"}) {
-        const std::string command = "SLC_CPP_COMMAND='cat \"$input_file\" > \"$cpp_result\"' "
-                                    "SLC_CC_COMMAND=false " SLC_PROGRAM " " +
-                                    std::string(source) + " 2> messages";
-        const bool compiled = std::system(command.c_str()) == 0;
-        const QxCompileResult result = QxCompileFile(source);
-        EXPECT_EQ(result.succeeded, compiled);
+    for (const AgreementCase& c : cases) {
+        TemporaryFolder::Write("a.sl", c.source);
+        std::filesystem::remove("a.sqx");
+        const bool compiled = std::system(SLC_PROGRAM " a.sl 2> messages") == 0;
+        const QxCompileResult result = QxCompileFile("a.sl");
+        EXPECT_EQ(result.succeeded, compiled) << c.source;
+        EXPECT_EQ(result.failure, c.failure) << c.source;
+        EXPECT_EQ(result.errors, c.errors) << c.source;
         EXPECT_EQ(result.output, compiled ? TemporaryFolder::Read("a.sqx") : "");
+        EXPECT_EQ(result.messages, WithoutWordsOfTheProgram(TemporaryFolder::Read("messages")));
     }
+}
+
+TEST(QxCompiler, StopsAfterThePreprocessorAndGoesOnFromThere)
+{
+    QxCompileOptions options;
+    options.output = QxCompileOptions::Output::Preprocessed;
+    const std::string text = "#define LIGHT Cl\nsurface a() { Ci = LIGHT; }\n";
+    const QxCompileResult first = QxCompileText("a.sl", text, options);
+    EXPECT_TRUE(first.succeeded);
+    EXPECT_EQ(first.output, "# 1 \"a.sl\"\n\nsurface a() { Ci = Cl; }\n");
+    options = {};
+    options.isPreprocessed = true;
+    EXPECT_EQ(QxCompileText("b.sl", first.output, options).output,
+              QxCompileText("a.sl", text).output);
+}
+
+TEST(QxCompiler, WritesWholeFilesOrReportsWhyNot)
+{
+    const TemporaryFolder folder;
+    QxCompileResult result = QxCompileText("a.sl", "surface glow() { Ci = Cs; }");
+    QxWriteOutput(result, ".");
+    EXPECT_TRUE(result.succeeded);
+    EXPECT_EQ(TemporaryFolder::Read("glow.sqx"), result.output);
+    QxWriteOutput(result, "nowhere");
+    EXPECT_EQ(result.failure, QxCompileResult::Failure::Compiler);
+    ASSERT_FALSE(result.reports.empty());
+    EXPECT_EQ(result.reports.back().text, "Cannot open nowhere/glow.sqx for byte-code generation");
+    EXPECT_FALSE(result.succeeded);
 }
 
 TEST(QxCompiler, ReadsFromMemoryAndTellsWhatItRead)
@@ -154,7 +205,7 @@ TEST(QxCompiler, NeverEndsTheProcess)
         EXPECT_FALSE(result.succeeded);
         EXPECT_NE(result.messages, "");
     }
-    EXPECT_FALSE(QxCompileFile("/nowhere/a.sl").succeeded);
+    EXPECT_EQ(QxCompileFile("/nowhere/a.sl").messages, "ERROR: Cannot read '/nowhere/a.sl'\n");
 }
 
 TEST(QxCompiler, KeepsNoMemory)

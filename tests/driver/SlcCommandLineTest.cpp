@@ -7,7 +7,6 @@
 
 #include "driver/SlcDefaultCommands.h"
 #include "helpers/TemporaryFolder.h"
-#include "support/SlcDiagnostics.h"
 
 namespace {
 
@@ -24,7 +23,6 @@ protected:
         setenv("SLC_CPP_COMMAND", "preprocess", 1);
         setenv("SLC_CC_COMMAND", "compile", 1);
     }
-    ~SlcCommandLineTest() override { SetWarningLevel(1); }
 
     bool Parse(const Arguments& arguments)
     {
@@ -99,70 +97,27 @@ TEST_F(SlcCommandLineTest, CollectsPreprocessorOptionsInOrder)
 {
     ASSERT_TRUE(Parse({"-Ifirst", "-DA=1", "a.sl", "-I", "-Isecond"}));
     EXPECT_EQ(m_line.PreprocessorOptions(), "-Ifirst -DA=1 -I -Isecond ");
-    EXPECT_EQ(m_line.m_options.m_searchDirs, (std::list<std::string>{".", "first", "", "second"}));
-}
-
-TEST_F(SlcCommandLineTest, LevelDecidesItsFlags)
-{
-    using Options = SlcOptionsControl;
-    struct Case {
-        bool Options::*flag;
-        const char* atLevels;  // "1" where the level from 0 to 3 turns the flag on
-    };
-    static const Case cases[] = {
-        {&Options::m_checkArrayBounds, "1110"},
-        {&Options::m_simdInstructions, "0111"},
-        {&Options::m_regroupParallelBlocks, "0111"},
-        {&Options::m_assignInPlace, "0111"},
-        {&Options::m_reuseTempVars, "0111"},
-        {&Options::m_reuseBoolFlags, "0111"},
-        {&Options::m_deadCodeElimination, "0011"},
-        {&Options::m_optimizeBasicBlocks, "0011"},
-        {&Options::m_convertConstOps, "0011"},
-        {&Options::m_copyPropagation, "0011"},
-        {&Options::m_blockOptimizerEnabled, "0011"},
-        {&Options::m_convertTmpVarDetail, "0011"},
-        {&Options::m_reduceNumberTmps, "0011"},
-        {&Options::m_codeMotion, "0001"},
-        {&Options::m_aggressiveSIMD, "0001"},
-        {&Options::m_useShadeops, "1111"},
-        {&Options::m_strict, "0000"},
-        {&Options::m_printICode, "0000"},
-        {&Options::m_printBlockICode, "0000"},
-        {&Options::m_createLocalVars, "1111"},
-    };
-    static const char* const levels[] = {"-O0", "-O1", "-O2", "-O3"};
-    for (int level = 0; level < 4; ++level) {
-        ASSERT_TRUE(Parse({"--dso", levels[level], "a.sl"}));
-        for (const Case& c : cases)
-            EXPECT_EQ(m_line.m_options.*c.flag, c.atLevels[level] == '1')
-                << levels[level] << ", row " << &c - cases;
-    }
-    SlcOptionsControl options;
-    SetOptimizationLevel(0, options);
-    SetOptimizationLevel(4, options);
-    EXPECT_FALSE(options.m_simdInstructions);
+    EXPECT_EQ(m_line.m_compile.folders, (std::vector<std::string>{"first", "", "second"}));
+    EXPECT_EQ(m_line.m_compile.macros, (std::vector<std::string>{"A=1"}));
 }
 
 TEST_F(SlcCommandLineTest, LaterOptionsOverruleEarlierOnes)
 {
     struct Case {
         Arguments arguments;
-        bool checkArrayBounds, convertTmpVarDetail;
+        bool checksArrayBounds, isCpp;
     };
     const Case cases[] = {
         {{"a.sl"}, true, false},
         {{"a.sl", "--no-array-check", "-O"}, true, false},
         {{"a.sl", "-O", "--no-array-check"}, false, false},
         {{"a.sl", "--dso", "-O2"}, true, true},
-        {{"-O2", "--dso", "a.sl"}, true, true},
-        {{"--dso", "-O1", "a.sl"}, true, false},
         {{"--dso", "--int", "a.sl"}, true, false},
     };
     for (const Case& c : cases) {
         ASSERT_TRUE(Parse(c.arguments));
-        EXPECT_EQ(m_line.m_options.m_checkArrayBounds, c.checkArrayBounds) << &c - cases;
-        EXPECT_EQ(m_line.m_options.m_convertTmpVarDetail, c.convertTmpVarDetail) << &c - cases;
+        EXPECT_EQ(m_line.m_compile.checksArrayBounds, c.checksArrayBounds) << &c - cases;
+        EXPECT_EQ(m_line.m_compile.output == QxCompileOptions::Output::Cpp, c.isCpp) << &c - cases;
     }
 }
 
@@ -200,7 +155,7 @@ TEST_F(SlcCommandLineTest, SetsTheWarningLevel)
     static const Case cases[] = {{"-w2", 2}, {"-w", 0}, {"-w1", 1}, {"-w0", 0}};
     for (const Case& c : cases) {
         ASSERT_TRUE(Parse({c.option, "a.sl"}));
-        EXPECT_EQ(WarningLevel(), c.level) << c.option;
+        EXPECT_EQ(m_line.m_compile.warningLevel, c.level) << c.option;
     }
 }
 

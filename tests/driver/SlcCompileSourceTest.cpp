@@ -47,7 +47,7 @@ TEST_F(SlcCompileSourceTest, DeletesTheOutputNamedByTheSource)
             TemporaryFolder::Write(name, "");
         m_line.m_inputFile = c.inputFile;
         DeleteSQX(m_line);
-        EXPECT_EQ(m_line.m_inputFile, c.cutName);
+        EXPECT_EQ(SlcCutPath(m_line.m_inputFile), c.cutName);
         EXPECT_FALSE(std::filesystem::exists(c.deleted)) << c.inputFile;
         EXPECT_EQ(std::distance(std::filesystem::directory_iterator("out"), {}), 2) << c.inputFile;
     }

@@ -7,7 +7,6 @@
 #include <csignal>
 
 #include "driver/SlcDefaultCommands.h"
-#include "frontend/SlcParseCode.h"
 #include "helpers/TemporaryFolder.h"
 
 namespace {
@@ -18,7 +17,6 @@ protected:
     {
         m_line.m_inputFile = "a.sl";
         m_line.m_preprocessedFile = "a.i";
-        SlcShaderName() = "glow";
     }
 
     /// Preprocesses alone, so that the result is kept.
@@ -33,6 +31,7 @@ protected:
     bool Build()
     {
         SlcRunFiles files;
+        files.m_shaderName = "glow";
         TemporaryFolder::Write(files.m_cc.emplace("glow.cpp").Path(), "");
         return BuildSharedObject(m_line, files);
     }
@@ -126,10 +125,13 @@ TEST_F(SlcExternalCommandsTest, DefaultCommandAndOwnPreprocessorAgree)
                                    "#pragma annotation \"q\"\n"
                                    "float h\u00F6he \u2264 2;\n"
                                    "#ifdef OMBRIUM\nfloat ombrium;\n#endif\n");
-    m_line.m_preprocessorArguments = {"-Iin c", "-DSTRING=\"a  'b' $c\""};
+    m_line.m_compile.folders = {"in c"};
+    m_line.m_compile.macros = {"STRING=\"a  'b' $c\""};
     ASSERT_TRUE(Preprocess());
     const std::string result = TemporaryFolder::Read("a.i");
     m_line.m_preprocessorArguments = {"-Ilink", "-DSTRING=text"};
+    m_line.m_compile.folders = {"link"};
+    m_line.m_compile.macros = {"STRING=text"};
     std::filesystem::create_symlink("in c", "link");
     ASSERT_TRUE(Preprocess());
     const std::string ofLibrary = TemporaryFolder::Read("a.i");

@@ -16,9 +16,6 @@ namespace {
 
 using Severity = QxCompileReport::Severity;
 
-/// Only a fault of the compiler's own asks the user to write.
-constexpr std::string_view k_ownFault = "***** Please contact";
-
 QxCompileOptions Options(char digit, QxCompileOptions::Output output)
 {
     QxCompileOptions options;
@@ -37,7 +34,7 @@ void Check(const QxCompileResult& result)
     const bool hasError =
         std::any_of(result.reports.begin(), result.reports.end(),
                     [](const auto& report) { return report.severity == Severity::Error; });
-    if (result.messages.find(k_ownFault) != std::string::npos)
+    if (result.failure == QxCompileResult::Failure::Compiler)
         FuzzFault("fatal: " + result.messages);
     if (result.succeeded && hasError)
         FuzzFault("accepted with errors: " + result.messages);

@@ -11,7 +11,7 @@
 namespace {
 
 constexpr std::string_view k_included = "#pragma once\n";
-constexpr int k_mostCopies = 4;  // of the source among the included files
+constexpr int k_mostCopies = 2;  // of the source among the included files
 
 }  // namespace
 

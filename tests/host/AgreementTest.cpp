@@ -15,7 +15,7 @@
 #include <sstream>
 
 #include "backends/SlcGenCCode.h"
-#include "driver/SlcCommandLine.h"
+#include "compiler/SlcOptimizationLevel.h"
 #include "helpers/CheckedShader.h"
 #include "host/ShaderFolder.h"
 #include "host/SharedObjects.h"
@@ -117,8 +117,8 @@ private:
         std::string path;  // of the shared object
     };
 
-    /// With both kernel sets, on grids of one point, of one column, and of fewer points and more than
-    /// a strip has.
+    /// With both kernel sets, on grids of one point, of one column, and of fewer points and more
+    /// than a strip has.
     static void ExpectSameBits(const Pair& pair)
     {
         for (const QxGrid& grid : {QxGrid{1, 1}, QxGrid{1, 4}, k_smallGrid, QxGrid{37, 19}}) {

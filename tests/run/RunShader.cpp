@@ -9,7 +9,7 @@
 #include <sstream>
 
 #include "backends/SlcGenByteCode.h"
-#include "driver/SlcCommandLine.h"
+#include "compiler/SlcOptimizationLevel.h"
 #include "helpers/CheckedShader.h"
 #include "helpers/ICodeReadBack.h"
 #include "machine/SqxScene.h"

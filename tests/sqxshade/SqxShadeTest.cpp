@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <png.h>
@@ -258,6 +259,19 @@ TEST_F(SqxShade, PutsPicturesSideBySide)
     EXPECT_EQ(at(60, 22)[2], 255);
     EXPECT_GT(at(22, 71)[1], 100) << "each shader is alone";
     EXPECT_EQ(at(22, 71)[0], 0);
+}
+
+TEST_F(SqxShade, LeavesNoFilesWhenItIsInterrupted)
+{
+    WriteSource("a.sl", "surface a() { Ci = 1; }");
+    const std::filesystem::path temporary = m_folder.Path() / "temporary";
+    std::filesystem::create_directory(temporary);
+    setenv("TMPDIR", temporary.c_str(), 1);
+    setenv("SLC_CC_COMMAND", "kill -INT $PPID; sleep 1", 1);
+    EXPECT_EQ(Run("--dso a.sl"), 128 + SIGINT);
+    unsetenv("TMPDIR");
+    unsetenv("SLC_CC_COMMAND");
+    EXPECT_TRUE(std::filesystem::is_empty(temporary));
 }
 
 TEST_F(SqxShade, RefusesWhatIsWrong)

@@ -16,6 +16,8 @@ public:
     /// are those of `-I` in their order, as the preprocessor was given them; relative ones are of
     /// the working directory.
     void AddHeaders(std::istream& preprocessed, const Folders& folders);
+    /// Where a header was looked for in vain; nothing if there is one all the same.
+    void AddMissing(const std::filesystem::path& header);
     /// Of shadeop libraries that were taken: all libraries in the folders that were looked through.
     void AddLibraries(const std::set<std::string>& taken, const Folders& folders);
 
@@ -29,8 +31,6 @@ public:
     [[nodiscard]] static SqxSearchedPlaces Read(std::istream& text);
 
 private:
-    void AddMissing(const std::filesystem::path& header);
-
     std::set<std::string> m_missing;
     std::set<std::string> m_folders;    // looked through for libraries
     std::set<std::string> m_libraries;  // that were in them

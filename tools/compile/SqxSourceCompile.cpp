@@ -1,7 +1,9 @@
-// The compiler leaves its files beside the source and in the working directory, under the shader's
-// name. So each run gives it a folder of its own, in which a link stands for the source. Only the
-// preprocessor runs in the user's working directory, on the source itself: names in reports are
-// then those that the user wrote.
+// The library reads the source in the user's working directory, so that reports name files as the
+// user wrote them. What is written goes into the folder of the compile:
+//
+//     sqxview                              sqxmake --compile WORK ... -- a.sl
+//     RunApart: starts                 ->  Run, which writes WORK/a.sqx
+//               and reads afterwards   <-  WORK/messages, WORK/files, WORK/searched
 //
 // Tested by tests/make/run.sh and tests/sqxview.
 
@@ -9,24 +11,80 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <iostream>
 #include <iterator>
+#include <sstream>
 #include <system_error>
-#include <unistd.h>
+#include <utility>
 
 #include "compile/SqxFoldReports.h"
 #include "compile/SqxLineMarker.h"
 #include "driver/SlcDefaultCommands.h"
+#include "driver/SlcOptionRows.h"
 #include "make/SqxMakeWord.h"
 #include "process/SqxProcess.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+using Failure = QxCompileResult::Failure;
 
-constexpr const char* k_link = "source.sl";
 constexpr const char* k_preprocessed = "source.i";
 constexpr const char* k_messages = "messages";
-constexpr const char* k_libraries = "libraries";
+constexpr const char* k_files = "files";
+constexpr const char* k_searched = "searched";
+constexpr int k_notStarted = 127;
+
+[[nodiscard]] std::string ReadFile(const fs::path& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void WriteFile(const fs::path& path, const std::string& text)
+{
+    std::ofstream file(path, std::ios::binary);
+    file << text;
+    file.close();
+    if (!file)
+        throw SqxCompileError("Cannot write '" + path.string() + "'");
+}
+
+/// Those that the line markers of a preprocessed text name.
+[[nodiscard]] std::set<std::string> FilesOfMarkers(const std::string& preprocessed)
+{
+    std::set<std::string> files;
+    std::istringstream lines(preprocessed);
+    std::error_code ignored;
+    for (std::string line; std::getline(lines, line);)
+        if (const auto marker = SqxReadLineMarker(line);
+            marker && fs::is_regular_file(marker->file, ignored))
+            files.insert(marker->file);
+    return files;
+}
+
+/// Absolute, since builds may look at them from another folder.
+[[nodiscard]] std::set<std::string> Libraries(const QxCompileResult& result)
+{
+    std::set<std::string> libraries;
+    for (const std::string& library : result.shadeopLibraries)
+        libraries.insert(fs::absolute(library).lexically_normal().string());
+    return libraries;
+}
+
+[[nodiscard]] SqxSearchedPlaces::Folders SearchFolders(const SlcCommandLine& line)
+{
+    return {line.m_compile.folders.begin(), line.m_compile.folders.end()};
+}
+
+/// Shadeop libraries of the working directory come first.
+[[nodiscard]] SqxSearchedPlaces::Folders LibraryFolders(const SlcCommandLine& line)
+{
+    SqxSearchedPlaces::Folders folders = {fs::current_path()};
+    for (const std::string& folder : line.m_compile.folders)
+        folders.push_back(fs::absolute(folder));
+    return folders;
+}
 
 }  // namespace
 
@@ -34,177 +92,154 @@ SqxSourceCompile::SqxSourceCompile(fs::path source, std::vector<std::string> opt
     : m_source(std::move(source)),
       m_options(std::move(options)),
       m_work(std::move(work)),
-      m_compiler(SqxProgramBeside("shaderqx")),
       m_ownCommand(std::getenv("SLC_CPP_COMMAND"))
 {
 }
 
-void SqxSourceCompile::WriteDependencies(fs::path file, std::string target)
+void SqxSourceCompile::AddMessage(const std::string& text)
 {
-    m_dependencies = std::move(file);
-    m_target = std::move(target);
+    m_messages += "shaderqx: ERROR: " + text + "\n";
 }
 
-std::vector<std::string> SqxSourceCompile::PreprocessorArguments() const
+SlcCommandLine SqxSourceCompile::CommandLine() const
 {
-    std::vector<std::string> arguments;
+    SlcCommandLine line;
+    std::vector<const char*> words;
     for (const std::string& option : m_options)
-        if (option.starts_with("-I") || option.starts_with("-D"))
-            arguments.push_back(option);
-    return arguments;
+        words.push_back(option.c_str());
+    for (SlcArgumentList rest(words); !rest.Empty(); rest.Pop())
+        if (SlcReadOption(line, rest) != SlcOptionResult::Done)
+            throw SqxCompileError("Invalid option: " + std::string(rest.Front()));
+    line.m_compile.showsAdvice = true;
+    return line;
 }
 
-std::string SqxSourceCompile::PreprocessCommand() const
+bool SqxSourceCompile::Preprocess(const SlcCommandLine& line)
 {
-    const std::string start = "cd " + SqxShellWord(fs::current_path().string()) +
-                              " || exit; input_file=" + SqxShellWord(m_source.string()) + "; ";
-    std::string options;
     std::string words;
-    for (const std::string& argument : PreprocessorArguments()) {
-        options += argument + " ";
+    for (const std::string& argument : line.m_preprocessorArguments)
         words += SqxShellWord(argument) + " ";
-    }
-    if (m_ownCommand)
-        return start + "cpp_options=" + SqxShellWord(options) +
-               "; cpp_arguments=" + SqxShellWord(words) + "; " + m_ownCommand;
-    return start + "exec " + SqxShellWord(SqxProgramBeside("sqxcpp")) + " " + words +
-           OwnPreprocessorWords() + "-- \"$input_file\" > \"$cpp_result\"";
-}
-
-/// What the default command says, and what builds want to know.
-std::string SqxSourceCompile::OwnPreprocessorWords() const
-{
-    std::string words;
-    for (const auto& macro : DefaultPreprocessorOptions({}).macros)
-        words += "-D" + macro.text + " ";
-    for (const std::string& option : m_options)
-        if (option.starts_with("-w"))
-            words += option + " ";
-    if (!m_dependencies.empty())
-        words += "-MD -MQ " + SqxShellWord(m_target) + " -MF " +
-                 SqxShellWord(m_dependencies.string()) + " ";
-    return words;
-}
-
-int SqxSourceCompile::Run()
-{
-    std::error_code failed;
-    fs::create_symlink(fs::absolute(m_source), m_work / k_link, failed);
-    if (failed)
-        throw SqxCompileError("Cannot work in '" + m_work.string() + "': " + failed.message());
-    if (access(m_compiler.c_str(), X_OK) != 0)
-        throw SqxCompileError("There is no compiler '" + m_compiler.string() + "'");
     SqxCommand command;
-    command.words = {m_compiler.string()};
-    for (const fs::path& folder : LibraryFolders())
-        command.words.push_back("-I" + folder.string());
-    for (const std::string& option : m_options)
-        if (!option.starts_with("-I"))
-            command.words.push_back(option);
-    command.words.insert(command.words.end(), {"--keep-cpp-file", m_work / k_link});
-    command.folder = m_work;
-    command.output = m_work / k_messages;
-    command.isOver = m_isOver;
-    const char* ownCC = std::getenv("SLC_CC_COMMAND");
-    command.variables = {{"SLC_CPP_COMMAND", PreprocessCommand()},
-                         {"SLC_CC_COMMAND", ownCC ? ownCC : DefaultCCCommand()},
-                         {"SLC_ADVICE", "1"},
-                         {"SLC_SHADEOP_LIBRARIES", m_work / k_libraries}};
-    const int status = SqxRunCommand(command);
-    if (status == 0 && !m_dependencies.empty())
-        CompleteDependencies();
-    return status;
+    command.words = {"/bin/sh", "-c", m_ownCommand};
+    command.variables = {{"input_file", m_source.string()},
+                         {"cpp_options", line.PreprocessorOptions()},
+                         {"cpp_arguments", words},
+                         {"cpp_result", (m_work / k_preprocessed).string()}};
+    command.onLine = [&](const std::string& text) { m_messages += text + "\n"; };
+    if (SqxRunCommand(command) == 0)
+        return true;
+    AddMessage("Problem during preprocessing.  Stopping.");
+    return false;
 }
 
-/// The default preprocess command has written the files that it read, another one has not; the
-/// compiler's libraries are added behind them.
-void SqxSourceCompile::CompleteDependencies() const
+QxCompileResult SqxSourceCompile::Compile(const SlcCommandLine& line)
 {
-    std::set<std::string> files = Libraries();
-    std::string text;
-    if (m_ownCommand) {
-        files = FilesRead();
-        text = SqxMakeWord(m_target) + ":";
-    } else {
-        std::ifstream written(m_dependencies, std::ios::binary);
-        text.assign(std::istreambuf_iterator<char>(written), {});
-        text.erase(text.find_last_not_of('\n') + 1);
-    }
-    for (const std::string& file : files)
-        text += " \\\n " + SqxMakeWord(file);
-    std::ofstream file(m_dependencies, std::ios::binary);
-    file << text << '\n';
-    file.close();
-    if (!file)
-        throw SqxCompileError("Cannot write '" + m_dependencies.string() + "'");
-}
-
-std::set<std::string> SqxSourceCompile::Libraries() const
-{
-    std::set<std::string> libraries;
-    std::ifstream file(m_work / k_libraries);
-    for (std::string line; std::getline(file, line);)
-        libraries.insert(fs::path(line).lexically_normal().string());
-    return libraries;
-}
-
-/// The preprocessed file tells in line markers which files it was made of.
-std::set<std::string> SqxSourceCompile::FilesRead() const
-{
-    std::set<std::string> files = Libraries();
-    files.insert(m_source.string());
-    std::ifstream preprocessed(m_work / k_preprocessed);
+    QxCompileOptions options = line.m_compile;
+    options.isPreprocessed = m_ownCommand != nullptr;
     std::error_code ignored;
-    for (std::string line; std::getline(preprocessed, line);)
-        if (const auto marker = SqxReadLineMarker(line);
-            marker && fs::is_regular_file(marker->file, ignored))
-            files.insert(marker->file);
-    return files;
-}
-
-/// Those of `-I`, as given.
-std::vector<fs::path> SqxSourceCompile::SearchFolders() const
-{
-    std::vector<fs::path> folders;
-    for (const std::string& option : m_options)
-        if (option.starts_with("-I"))
-            folders.emplace_back(option.substr(2));
-    return folders;
-}
-
-/// Shadeop libraries of the working directory come first, as without this program.
-std::vector<fs::path> SqxSourceCompile::LibraryFolders() const
-{
-    std::vector<fs::path> folders = {fs::current_path()};
-    for (const fs::path& folder : SearchFolders())
-        folders.push_back(fs::absolute(folder));
-    return folders;
-}
-
-SqxSearchedPlaces SqxSourceCompile::PlacesSearched() const
-{
-    SqxSearchedPlaces places;
-    std::ifstream preprocessed(m_work / k_preprocessed);
-    places.AddHeaders(preprocessed, SearchFolders());
-    places.AddLibraries(Libraries(), LibraryFolders());
-    return places;
-}
-
-/// The input is our link, and the closing line of a refusal cuts its path.
-std::string SqxSourceCompile::Messages() const
-{
-    const std::string head = "Compilation of ";
-    const std::string link = (m_work / k_link).string();
-    std::ifstream file(m_work / k_messages);
-    std::string messages;
-    for (std::string line; std::getline(file, line);) {
-        for (std::size_t at = line.find(link); at != std::string::npos; at = line.find(link, at))
-            line.replace(at, link.size(), m_source.string());
-        const std::size_t tail = line.find(" aborted due to errors: ");
-        const bool isClosing = line.starts_with(head) && tail != std::string::npos;
-        messages += (isClosing ? head + m_source.string() + line.substr(tail) : line) + '\n';
+    if (!fs::exists(m_source, ignored)) {
+        AddMessage("File '" + m_source.string() + "' doesn't seem to exist.");
+        return {};
     }
-    return SqxFoldReports(messages);
+    if (!options.isPreprocessed)
+        return QxCompileFile(m_source.string(), options);
+    if (!Preprocess(line))
+        return {};
+    if (fs::exists(m_work / k_preprocessed, ignored))
+        return QxCompileText(m_source.string(), ReadFile(m_work / k_preprocessed), options);
+    m_messages += "Cannot open input file: " + m_source.string() + "\n";
+    return {};
+}
+
+bool SqxSourceCompile::Run()
+{
+    const SlcCommandLine line = CommandLine();
+    QxCompileResult result = Compile(line);
+    TakeFacts(line, result);
+    if (result.succeeded)
+        QxWriteOutput(result, m_work.string());
+    m_messages += result.messages;
+    if (result.failure == Failure::Preprocessing)
+        AddMessage("Problem during preprocessing.  Stopping.");
+    if (result.failure == Failure::Source)
+        m_messages += "Compilation of " + m_source.string() +
+                      " aborted due to errors: " + std::to_string(result.errors) + " errors, " +
+                      std::to_string(result.warnings) + " warnings.\n";
+    const bool isBuilt =
+        result.succeeded &&
+        (line.m_compile.output == QxCompileOptions::Output::ByteCode || BuildSharedObject(result));
+    m_messages = SqxFoldReports(m_messages);
+    return isBuilt;
+}
+
+bool SqxSourceCompile::BuildSharedObject(const QxCompileResult& result)
+{
+    const char* ownCommand = std::getenv("SLC_CC_COMMAND");
+    SqxCommand command;
+    command.words = {"/bin/sh", "-c", ownCommand ? ownCommand : DefaultCCCommand()};
+    command.folder = m_work;
+    command.variables = {{"output_dir", "."},
+                         {"output_file", result.shaderName + ".sqx"},
+                         {"cc_input_file", result.fileName}};
+    command.onLine = [&](const std::string& text) { m_messages += text + "\n"; };
+    if (SqxRunCommand(command) == 0)
+        return true;
+    AddMessage("Problem during C++ compilation.  Stopping.");
+    return false;
+}
+
+void SqxSourceCompile::TakeFacts(const SlcCommandLine& line, const QxCompileResult& result)
+{
+    const std::set<std::string> libraries = Libraries(result);
+    if (m_ownCommand) {
+        const std::string preprocessed = ReadFile(m_work / k_preprocessed);
+        m_files = FilesOfMarkers(preprocessed);
+        std::istringstream lines(preprocessed);
+        m_places.AddHeaders(lines, SearchFolders(line));
+    }
+    for (const std::string& place : result.searchedPlaces)
+        m_places.AddMissing(place);
+    m_places.AddLibraries(libraries, LibraryFolders(line));
+    m_files.insert(m_source.string());
+    m_files.insert(result.files.begin(), result.files.end());
+    m_files.insert(libraries.begin(), libraries.end());
+}
+
+bool SqxSourceCompile::RunForAnother()
+{
+    const bool isBuilt = Run();
+    std::string files;
+    for (const std::string& file : m_files)
+        files += file + "\n";
+    WriteFile(m_work / k_files, files);
+    WriteFile(m_work / k_searched, m_places.Text());
+    std::cerr << m_messages << std::flush;
+    return isBuilt;
+}
+
+bool SqxSourceCompile::RunApart(const std::function<bool()>& isOver)
+{
+    SqxCommand command;
+    command.words = {SqxProgramBeside("sqxmake").string(), "--compile", m_work.string()};
+    command.words.insert(command.words.end(), m_options.begin(), m_options.end());
+    command.words.insert(command.words.end(), {"--", m_source.string()});
+    command.output = m_work / k_messages;
+    command.isOver = isOver;
+    const int status = SqxRunCommand(command);
+    if (status == k_notStarted)
+        throw SqxCompileError("There is no compiler '" + command.words.front() + "'");
+    m_messages = ReadFile(m_work / k_messages);
+    std::istringstream files(ReadFile(m_work / k_files));
+    for (std::string file; std::getline(files, file);)
+        m_files.insert(file);
+    std::istringstream searched(ReadFile(m_work / k_searched));
+    m_places = SqxSearchedPlaces::Read(searched);
+    return status == 0;
+}
+
+void SqxSourceCompile::WriteDependencies(const fs::path& file, const std::string& target) const
+{
+    WriteFile(file, SqxMakeRule({SqxMakeWord(target)}, {m_files.begin(), m_files.end()}));
 }
 
 fs::path SqxSourceCompile::Output() const

@@ -9,14 +9,17 @@
 
 #include "compile/SqxSearchedPlaces.h"
 
+struct QxCompileResult;
+struct SlcCommandLine;
+
 /// A compile that could not be done, for a reason that is not the source's. The text says why.
 class SqxCompileError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// One run of the compiler on a source. All files that it leaves stand in a folder of its own, so
-/// that compiles may go on side by side, also of one source.
+/// One compile of a source by the library. All files that it leaves stand in a folder of its own,
+/// so that compiles may go on side by side, also of one source.
 ///
 /// Made, set up, run once, and then asked.
 class SqxSourceCompile {
@@ -26,47 +29,44 @@ public:
     SqxSourceCompile(std::filesystem::path source, std::vector<std::string> options,
                      std::filesystem::path work);
 
-    /// In place of the compiler that stands beside this program.
-    void SetCompiler(std::filesystem::path compiler) { m_compiler = std::move(compiler); }
-    /// Writes also, in the syntax of makefiles, what `target` depends on: the same files.
-    void WriteDependencies(std::filesystem::path file, std::string target);
-    /// The compiler is ended, with all that it started, once the answer is true. It is asked every
-    /// millisecond, in the thread that runs.
-    void EndWhen(std::function<bool()> isOver) { m_isOver = std::move(isOver); }
-
-    /// Gives the compiler's exit status, see `SqxRunCommand`; that of a source at fault is no error
-    /// here. Throws `SqxCompileError` if the compiler cannot be run.
-    [[nodiscard]] int Run();
+    /// Compiles in this process. Others are started only for a preprocess command of the user's
+    /// and for the C++ compiler of `--dso`. True if there is an output. Throws `SqxCompileError`.
+    [[nodiscard]] bool Run();
+    /// The same in a process of its own, so that whatever becomes of that, this one goes on. It is
+    /// ended, with all that it started, once `isOver` is true, which is asked every millisecond.
+    [[nodiscard]] bool RunApart(const std::function<bool()>& isOver);
+    /// Run in the process of its own: leaves the facts in the folder, and prints the messages.
+    [[nodiscard]] bool RunForAnother();
 
     // After the run.
 
-    /// What the compiler reported, on both streams: the source named as given, advice at every
-    /// warning level, and reports of one variable folded, see `SqxFoldReports`.
-    [[nodiscard]] std::string Messages() const;
+    /// What the compiler reported: advice at every warning level, and reports of one variable
+    /// folded, see `SqxFoldReports`.
+    [[nodiscard]] const std::string& Messages() const { return m_messages; }
     /// The compiled shader. Throws `SqxCompileError` if there is none.
     [[nodiscard]] std::filesystem::path Output() const;
     /// The source and all files that it includes, as the preprocessor names them, and the shadeop
     /// libraries that it calls into. Of a source that could not be preprocessed it is what came
     /// before the fault.
-    [[nodiscard]] std::set<std::string> FilesRead() const;
+    [[nodiscard]] const std::set<std::string>& FilesRead() const { return m_files; }
     /// Where those were looked for before they were found.
-    [[nodiscard]] SqxSearchedPlaces PlacesSearched() const;
+    [[nodiscard]] const SqxSearchedPlaces& PlacesSearched() const { return m_places; }
+    /// Writes, in the syntax of makefiles, that `target` depends on these files.
+    void WriteDependencies(const std::filesystem::path& file, const std::string& target) const;
 
 private:
-    [[nodiscard]] std::string PreprocessCommand() const;
-    [[nodiscard]] std::string OwnPreprocessorWords() const;
-    [[nodiscard]] std::vector<std::string> PreprocessorArguments() const;
-    void CompleteDependencies() const;
-    [[nodiscard]] std::set<std::string> Libraries() const;
-    [[nodiscard]] std::vector<std::filesystem::path> SearchFolders() const;
-    [[nodiscard]] std::vector<std::filesystem::path> LibraryFolders() const;
+    [[nodiscard]] SlcCommandLine CommandLine() const;
+    [[nodiscard]] QxCompileResult Compile(const SlcCommandLine& line);
+    [[nodiscard]] bool Preprocess(const SlcCommandLine& line);
+    [[nodiscard]] bool BuildSharedObject(const QxCompileResult& result);
+    void TakeFacts(const SlcCommandLine& line, const QxCompileResult& result);
+    void AddMessage(const std::string& text);
 
     std::filesystem::path m_source;
     std::vector<std::string> m_options;
     std::filesystem::path m_work;
-    std::filesystem::path m_compiler;
-    const char* m_ownCommand;              // the user's, in place of the default preprocess command
-    std::filesystem::path m_dependencies;  // empty: not wanted
-    std::string m_target;
-    std::function<bool()> m_isOver;
+    const char* m_ownCommand;  // the user's, in place of the library's preprocessor
+    std::string m_messages;
+    std::set<std::string> m_files;
+    SqxSearchedPlaces m_places;
 };

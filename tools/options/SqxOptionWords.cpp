@@ -6,8 +6,7 @@
 #include "options/SqxOptionWords.h"
 
 #include <algorithm>
-
-#include "options/SqxOptionTable.h"
+#include <charconv>
 
 bool SqxOptionWords::Next()
 {
@@ -50,7 +49,41 @@ std::optional<std::string> SqxOptionWords::Value(std::string_view option, std::s
     return value;
 }
 
+bool SqxOptionWords::AsksFor(SqxInformation& information) const
+{
+    if (Is("-h, --help"))
+        information = SqxInformation::Help;
+    else if (Is("--version"))
+        information = SqxInformation::Version;
+    else
+        return false;
+    return true;
+}
+
 void SqxOptionWords::RefuseWord() const
 {
     throw SqxUsageError("Unknown option '" + Word() + "'");
+}
+
+void SqxReadWords(const std::vector<std::string>& arguments,
+                  const std::function<void(SqxOptionWords&)>& readOption,
+                  const std::function<void(const std::string&)>& readFile)
+{
+    SqxOptionWords words(arguments);
+    while (words.Next())
+        if (words.IsOption())
+            readOption(words);
+        else
+            readFile(words.Word());
+}
+
+int SqxReadNumber(const std::string& text, int most, const std::string& what)
+{
+    int number = 0;
+    const char* end = text.data() + text.size();
+    const auto [rest, failure] = std::from_chars(text.data(), end, number);
+    if (failure != std::errc() || rest != end || number < 1 || number > most)
+        throw SqxUsageError("The " + what + " must be from 1 to " + std::to_string(most) +
+                            ", but is '" + text + "'");
+    return number;
 }

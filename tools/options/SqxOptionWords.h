@@ -1,10 +1,13 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "options/SqxOptionTable.h"
 
 /// Words on the command line that make no sense; the text says why. A program tells it and ends
 /// with status 2.
@@ -13,14 +16,8 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Walks over the words of a command line, as all programs beside the compiler read it.
-///
-///     SqxOptionWords words(arguments);
-///     while (words.Next())
-///         if (words.IsOption())
-///             ...  // asks `Is` and `Value` for each option that there is
-///         else
-///             options.files.push_back(words.Word());
+/// Walks over the words of a command line, as all programs beside the compiler read it, see
+/// `SqxReadWords`.
 ///
 /// A word that begins with '-' is an option, unless it is '-' alone, which stands for a standard
 /// stream. The word '--' ends the options and is passed over: files may be called as they like.
@@ -45,6 +42,9 @@ public:
     /// the report what is wanted.
     [[nodiscard]] std::optional<std::string> Value(std::string_view option, std::string_view what);
 
+    /// Whether the word asks for the help or the version, which is noted.
+    [[nodiscard]] bool AsksFor(SqxInformation& information) const;
+
     /// Throws the `SqxUsageError` of an option that there is not.
     [[noreturn]] void RefuseWord() const;
 
@@ -54,3 +54,12 @@ private:
     bool m_isBegun = false;
     bool m_optionsEnd = false;  // behind "--"
 };
+
+/// Reads a whole command line: `readOption` asks `Is` and `Value` for each option that there is,
+/// and `readFile` gets the words that are none.
+void SqxReadWords(const std::vector<std::string>& arguments,
+                  const std::function<void(SqxOptionWords&)>& readOption,
+                  const std::function<void(const std::string&)>& readFile);
+
+/// A whole number from 1 to `most`. Throws the `SqxUsageError` "The `what` must be ...".
+[[nodiscard]] int SqxReadNumber(const std::string& text, int most, const std::string& what);

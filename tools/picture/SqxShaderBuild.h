@@ -4,6 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "process/SqxEndSignals.h"
+#include "process/SqxScratchFolder.h"
+
 /// How a source is compiled.
 struct SqxBuildOptions {
     bool sharedObject = false;         // in place of byte-code
@@ -15,12 +18,12 @@ struct SqxBuildOptions {
     [[nodiscard]] std::vector<std::string> LibraryFolders() const;
 };
 
-/// Compiles sources with the compiler that stands beside this program, in a folder that goes with
-/// the object.
+/// Compiles sources in a folder that goes with the object.
 class SqxShaderBuild {
 public:
-    SqxShaderBuild() = default;
-    ~SqxShaderBuild();
+    /// Before other threads: the folder also goes if a signal ends the program, see
+    /// `SqxEndSignals`. Throws `std::runtime_error` if there is no place for temporary files.
+    SqxShaderBuild();
     SqxShaderBuild(const SqxShaderBuild&) = delete;
     SqxShaderBuild& operator=(const SqxShaderBuild&) = delete;
 
@@ -33,7 +36,8 @@ public:
 private:
     [[nodiscard]] std::filesystem::path NewFolder();
 
-    std::filesystem::path m_folder;  // empty before the first build
+    SqxScratchFolder m_folder;
+    SqxEndSignals m_signals;
     int m_builds = 0;
     std::string m_messages;
 };

@@ -73,11 +73,9 @@ bool ReadRuleOption(SqxOptionWords& words, SqxCppOptions& options)
 
 void ReadOption(SqxOptionWords& words, SqxCppOptions& options)
 {
-    if (words.Is("-h, --help"))
-        options.information = SqxInformation::Help;
-    else if (words.Is("--version"))
-        options.information = SqxInformation::Version;
-    else if (words.Is("-w0, -w"))
+    if (words.AsksFor(options.information))
+        return;
+    if (words.Is("-w0, -w"))
         options.warningLevel = 0;
     else if (words.Is("-w1"))
         options.warningLevel = 1;
@@ -119,14 +117,13 @@ const SqxProgram& SqxCppProgram()
 SqxCppOptions SqxReadCppOptions(const std::vector<std::string>& arguments)
 {
     SqxCppOptions options;
-    SqxOptionWords words(arguments);
-    while (words.Next())
-        if (words.IsOption())
-            ReadOption(words, options);
-        else if (options.source.empty())
-            options.source = words.Word();
-        else
+    const auto readSource = [&](const std::string& word) {
+        if (!options.source.empty())
             throw SqxUsageError("There is more than one source");
+        options.source = word;
+    };
+    SqxReadWords(
+        arguments, [&](SqxOptionWords& words) { ReadOption(words, options); }, readSource);
     if (options.source.empty() && options.information == SqxInformation::None)
         throw SqxUsageError("No source is given");
     return options;

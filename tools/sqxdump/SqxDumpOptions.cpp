@@ -47,11 +47,9 @@ constexpr SqxEntry k_examples[] = {
 
 void ReadOption(SqxOptionWords& words, SqxDumpOptions& options)
 {
-    if (words.Is("-h, --help"))
-        options.information = SqxInformation::Help;
-    else if (words.Is("--version"))
-        options.information = SqxInformation::Version;
-    else if (words.Is("--params"))
+    if (words.AsksFor(options.information))
+        return;
+    if (words.Is("--params"))
         options.form = SqxDumpOptions::Form::Table;
     else if (words.Is("--json"))
         options.form = SqxDumpOptions::Form::Json;
@@ -100,12 +98,9 @@ const SqxProgram& SqxDumpProgram()
 SqxDumpOptions SqxReadDumpOptions(const std::vector<std::string>& arguments)
 {
     SqxDumpOptions options;
-    SqxOptionWords words(arguments);
-    while (words.Next())
-        if (words.IsOption())
-            ReadOption(words, options);
-        else
-            options.files.push_back(words.Word());
+    SqxReadWords(
+        arguments, [&](SqxOptionWords& words) { ReadOption(words, options); },
+        [&](const std::string& word) { options.files.push_back(word); });
     Complete(options);
     return options;
 }

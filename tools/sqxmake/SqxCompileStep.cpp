@@ -40,10 +40,11 @@ public:
         if (IsMember() && m_state.IsStopped())
             return EndWithoutStamp();
         Prepare();
-        m_compile.WriteDependencies(m_options.stamp.string() + ".d", m_options.stamp.string());
-        const int status = m_compile.Run();
+        const bool isBuilt = m_compile.Run();
+        if (isBuilt)
+            m_compile.WriteDependencies(m_options.stamp.string() + ".d", m_options.stamp.string());
         std::string reports = m_compile.Messages();
-        const bool taken = status == 0 && TakeOutput(reports);
+        const bool taken = isBuilt && TakeOutput(reports);
         fs::remove_all(m_work);
         if (!taken)
             return Refuse(reports);
@@ -141,4 +142,11 @@ private:
 int SqxCompileStep(const SqxMakeOptions& options)
 {
     return CompileStep(options).Run();
+}
+
+int SqxCompileForAnother(const SqxMakeOptions& options)
+{
+    SqxSourceCompile compile(options.inputs.front(), options.compilerOptions,
+                             options.compileFolder);
+    return compile.RunForAnother() ? 0 : 1;
 }

@@ -18,3 +18,7 @@ inline constexpr std::string_view k_sqxMakeStops = "stop";
 /// even the output of an earlier run. Gives the exit status; throws `SqxMakeError` for what is no
 /// fault of the source.
 [[nodiscard]] int SqxCompileStep(const SqxMakeOptions& options);
+
+/// Compiles one source for another program, see `SqxSourceCompile::RunApart`. Gives the exit
+/// status.
+[[nodiscard]] int SqxCompileForAnother(const SqxMakeOptions& options);

@@ -91,7 +91,6 @@ void MakeOldWhatHasNews(const SqxMakeState& state, const SourceList& sources)
 int SqxMakeBuild(const SqxMakeOptions& options)
 {
     const SourceList all = SqxListSources(options.inputs);
-    const SqxMakePrograms programs = {SqxProgramBeside("sqxmake"), SqxProgramBeside("shaderqx")};
     const SqxMakeState state(options.stateFolder);
     state.Create();
     const Lock lock(state);
@@ -105,7 +104,7 @@ int SqxMakeBuild(const SqxMakeOptions& options)
     state.Resume();
 
     const fs::path file = state.Folder() / "build.ninja";
-    SqxWriteText(file, SqxNinjaFile(options, sources, state, programs));
+    SqxWriteText(file, SqxNinjaFile(options, sources, state, SqxProgramBeside("sqxmake")));
     const SqxMakeOutcome outcome(sources, state);
     const int status = SqxRunNinja(options, file);
     const bool isWhole = outcome.Print(options.keepGoing, all.size() - sources.size());

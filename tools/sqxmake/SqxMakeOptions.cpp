@@ -6,7 +6,6 @@
 
 #include "sqxmake/SqxMakeOptions.h"
 
-#include <charconv>
 #include <string_view>
 
 namespace {
@@ -70,17 +69,6 @@ constexpr std::string_view k_compilerWords[] = {
 };
 // clang-format on
 
-[[nodiscard]] int ReadJobs(const std::string& text)
-{
-    int jobs = 0;
-    const char* end = text.data() + text.size();
-    const auto [rest, failure] = std::from_chars(text.data(), end, jobs);
-    if (failure != std::errc() || rest != end || jobs < 1 || jobs > k_maxJobs)
-        throw SqxUsageError("The number of jobs must be from 1 to " + std::to_string(k_maxJobs) +
-                            ", but is '" + text + "'");
-    return jobs;
-}
-
 [[nodiscard]] bool IsCompilerOption(std::string_view word)
 {
     for (const std::string_view known : k_compilerWords)
@@ -91,11 +79,9 @@ constexpr std::string_view k_compilerWords[] = {
 
 void ReadOption(SqxOptionWords& words, SqxMakeOptions& options)
 {
-    if (words.Is("-h, --help"))
-        options.information = SqxInformation::Help;
-    else if (words.Is("--version"))
-        options.information = SqxInformation::Version;
-    else if (words.Is("-k"))
+    if (words.AsksFor(options.information))
+        return;
+    if (words.Is("-k"))
         options.keepGoing = true;
     else if (words.Is("--tree"))
         options.tree = true;
@@ -106,10 +92,12 @@ void ReadOption(SqxOptionWords& words, SqxMakeOptions& options)
         options.stamp = *stamp;
     } else if (const auto state = words.Value("--state", "a folder"))
         options.stateFolder = *state;
+    else if (const auto folder = words.Value("--compile", "a folder"))
+        options.compileFolder = *folder;
     else if (const auto below = words.Value("--below", "a folder"))
         options.below = *below;
     else if (const auto jobs = words.Value("-j", "a number"))
-        options.jobs = ReadJobs(*jobs);
+        options.jobs = SqxReadNumber(*jobs, k_maxJobs, "number of jobs");
     else if (const auto output = words.Value("-o", "a folder"))
         options.outputFolder = *output;
     else
@@ -138,17 +126,14 @@ const SqxProgram& SqxMakeProgram()
 SqxMakeOptions SqxReadMakeOptions(const std::vector<std::string>& arguments)
 {
     SqxMakeOptions options;
-    SqxOptionWords words(arguments);
-    while (words.Next())
-        if (words.IsOption())
-            ReadOption(words, options);
-        else
-            options.inputs.push_back(words.Word());
+    SqxReadWords(
+        arguments, [&](SqxOptionWords& words) { ReadOption(words, options); },
+        [&](const std::string& word) { options.inputs.push_back(word); });
     if (options.information != SqxInformation::None)
         return options;
     if (options.inputs.empty())
         throw SqxUsageError("No shader and no folder is given");
-    if (options.step && options.inputs.size() != 1)
+    if ((options.step || !options.compileFolder.empty()) && options.inputs.size() != 1)
         throw SqxUsageError("A step compiles one source");
     if (options.stateFolder.empty())
         options.stateFolder = options.outputFolder / ".sqxmake";

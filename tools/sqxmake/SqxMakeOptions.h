@@ -30,6 +30,8 @@ struct SqxMakeOptions {
     std::filesystem::path stamp;
     std::filesystem::path stateFolder;
     std::filesystem::path below;  // folder of the output folder for this shader
+
+    std::filesystem::path compileFolder;  // see `SqxCompileForAnother`; empty: not asked for
 };
 
 /// How the program presents itself.

@@ -1,6 +1,6 @@
 // One rule and one statement a source:
 //
-//     build .sqxmake/stamps/matte-ID: compile shaders/matte.sl | shaderqx sqxmake
+//     build .sqxmake/stamps/matte-ID: compile shaders/matte.sl | sqxmake
 //
 // The output is a stamp, since only the compiler learns the shader's name and with it that of the
 // `.sqx` file. The options go through a response file: ninja compares its content as it compares a
@@ -61,9 +61,9 @@ namespace fs = std::filesystem;
 }  // namespace
 
 std::string SqxNinjaFile(const SqxMakeOptions& options, const std::vector<SqxSource>& sources,
-                         const SqxMakeState& state, const SqxMakePrograms& programs)
+                         const SqxMakeState& state, const fs::path& program)
 {
-    const std::string step = SqxShellWord(programs.make.string()) + " --state " +
+    const std::string step = SqxShellWord(program.string()) + " --state " +
                              SqxShellWord(state.Folder().string()) + " -o " +
                              SqxShellWord(options.outputFolder.string());
     std::string compilerOptions = OptionsText(options);
@@ -82,11 +82,10 @@ std::string SqxNinjaFile(const SqxMakeOptions& options, const std::vector<SqxSou
                        "  rspfile = $out.environment\n"
                        "  rspfile_content = " +
                        NinjaText(EnvironmentText()) + "\n";
-    const std::string tools =
-        " | " + NinjaPath(programs.compiler) + " " + NinjaPath(programs.make) + "\n";
+    const std::string compiler = " | " + NinjaPath(program) + "\n";
     for (const SqxSource& source : sources) {
         text += "build " + NinjaPath(state.StampOf(SqxMakeState::IdOf(source.path))) +
-                ": compile " + NinjaPath(source.path) + tools;
+                ": compile " + NinjaPath(source.path) + compiler;
         if (options.tree)
             text += "  below = " + NinjaText(SqxShellWord(source.folder.string())) + "\n";
     }

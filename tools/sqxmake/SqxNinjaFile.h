@@ -8,15 +8,11 @@
 #include "sqxmake/SqxMakeState.h"
 #include "sqxmake/SqxSourceList.h"
 
-/// The programs that a build runs, as absolute paths. Shaders are compiled anew when one changes.
-struct SqxMakePrograms {
-    std::filesystem::path make;  // this program
-    std::filesystem::path compiler;
-};
-
 /// The text of a ninja file that compiles each source by one step of `sqxmake`. What the steps read
 /// beside their source, options and variables of the environment, stands in the command's text, so
-/// that a change of it counts as a change. Same sources, same text: the order is theirs.
+/// that a change of it counts as a change, and so does one of `program`, by its absolute path. Same
+/// sources, same text: the order is theirs.
 [[nodiscard]] std::string SqxNinjaFile(const SqxMakeOptions& options,
                                        const std::vector<SqxSource>& sources,
-                                       const SqxMakeState& state, const SqxMakePrograms& programs);
+                                       const SqxMakeState& state,
+                                       const std::filesystem::path& program);

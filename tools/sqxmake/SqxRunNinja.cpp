@@ -78,6 +78,9 @@ int SqxRunNinja(const SqxMakeOptions& options, const std::filesystem::path& file
     const char* ninja = std::getenv("NINJA");
     SqxCommand command;
     command.words = {ninja && *ninja ? ninja : "ninja", "-f", file.string()};
+    // Refused sources are no failures for ninja, but a step that crashes is.
+    if (options.keepGoing)
+        command.words.emplace_back("-k0");
     if (options.jobs > 0)
         command.words.push_back("-j" + std::to_string(options.jobs));
     command.variables = {{"NINJA_STATUS", std::string(k_mark) + "[%f/%t] "},

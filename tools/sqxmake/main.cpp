@@ -4,6 +4,7 @@
 
 #include "sqxmake/SqxCompileStep.h"
 #include "sqxmake/SqxMakeBuild.h"
+#include "support/QxDebug.h"
 
 int main(int argc, char** argv)
 {
@@ -11,6 +12,10 @@ int main(int argc, char** argv)
         const SqxMakeOptions options = SqxReadMakeOptions({argv + 1, argv + argc});
         if (options.information != SqxInformation::None)
             return SqxPrintInformation(SqxMakeProgram(), options.information);
+        // A crash without its report is no reason to compile nothing.
+        static_cast<void>(QxDebug::InitErrorSignalsHandling());
+        if (!options.compileFolder.empty())
+            return SqxCompileForAnother(options);
         return options.step ? SqxCompileStep(options) : SqxMakeBuild(options);
     } catch (const SqxUsageError& error) {
         std::cerr << "sqxmake: " << error.what() << "; '--help' tells of all options\n";

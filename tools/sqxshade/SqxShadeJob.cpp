@@ -12,6 +12,7 @@
 #include <functional>
 #include <future>
 #include <iostream>
+#include <optional>
 #include <unistd.h>
 
 #include "picture/SqxPicture.h"
@@ -48,9 +49,8 @@ private:
     return std::filesystem::path(shader.path).extension() == ".sl";
 }
 
-/// While sources are compiled, one thread is busy and none of it is this program's: a film can be
-/// made by another. There is none if nothing is to be compiled, or a film for each shader is
-/// needed.
+/// While this thread compiles sources, a film can be made by another. There is none if nothing is
+/// to be compiled, or a film for each shader is needed.
 [[nodiscard]] std::future<std::unique_ptr<SqxFilm>> PrepareFilm(const SqxShadeOptions& options)
 {
     if (options.sheet || std::ranges::none_of(options.shaders, IsSource))
@@ -59,17 +59,18 @@ private:
 }
 
 SqxPictureSettings::Shader Load(const SqxShadeOptions::Shader& source,
-                                const SqxBuildOptions& options, SqxShaderBuild& build)
+                                const SqxBuildOptions& options,
+                                std::optional<SqxShaderBuild>& build)
 {
     std::string path = source.path;
     if (IsSource(source)) {
         try {
-            path = build.Build(path, options);
+            path = build->Build(path, options);
         } catch (const SqxPictureError&) {
-            std::cerr << build.Messages();
+            std::cerr << build->Messages();
             throw;
         }
-        std::cerr << build.Messages();
+        std::cerr << build->Messages();
     }
     std::shared_ptr<const QxShader> shader = QxShader::Open(path, options.LibraryFolders());
     auto values = SqxReadParameterValues(*shader, source.path, source.parameters);
@@ -128,7 +129,9 @@ std::vector<char> MakeSheet(const SqxPictureSettings& settings, SqxEncoding enco
 
 void SqxShade(const SqxShadeOptions& options)
 {
-    SqxShaderBuild build;
+    std::optional<SqxShaderBuild> build;
+    if (std::ranges::any_of(options.shaders, IsSource))
+        build.emplace();
     SqxPictureSettings settings = options.picture;
     std::future<std::unique_ptr<SqxFilm>> film = PrepareFilm(options);
     for (const SqxShadeOptions::Shader& shader : options.shaders)

@@ -17,23 +17,16 @@
 
 namespace {
 
-constexpr unsigned int k_maxSide = 8192;
-constexpr unsigned int k_maxSamples = 16;
-constexpr unsigned int k_maxThreads = 1024;
+constexpr int k_maxSide = 8192;
+constexpr int k_maxSamples = 16;
+constexpr int k_maxThreads = 1024;
 constexpr double k_maxAllSamples = 64.0e6;  // about 2 GB
 
 using Options = SqxShadeOptions;
 
-/// A whole number from 1 to `most`.
-unsigned int ReadCount(const std::string& text, unsigned int most, const std::string& what)
+unsigned int ReadCount(const std::string& text, int most, const std::string& what)
 {
-    unsigned int count = 0;
-    const char* end = text.data() + text.size();
-    const auto [rest, failure] = std::from_chars(text.data(), end, count);
-    if (failure != std::errc() || rest != end || count < 1 || count > most)
-        throw SqxPictureError("The " + what + " must be from 1 to " + std::to_string(most) +
-                              ", but is '" + text + "'");
-    return count;
+    return static_cast<unsigned int>(SqxReadNumber(text, most, what));
 }
 
 [[noreturn]] void RefuseNumbers(const std::string& text, const std::string& what)
@@ -229,13 +222,14 @@ void ReadOption(SqxOptionWords& words, Options& options)
     words.RefuseWord();
 }
 
-void ReadWords(SqxOptionWords& words, Options& options, const SqxReadMoreOptions& readMore)
+void ReadWords(const std::vector<std::string>& arguments, Options& options,
+               const SqxReadMoreOptions& readMore)
 {
-    while (words.Next())
-        if (!words.IsOption())
-            AddShader(options, words.Word());
-        else if (!readMore || !readMore(words))
+    const auto readOption = [&](SqxOptionWords& words) {
+        if (!readMore || !readMore(words))
             ReadOption(words, options);
+    };
+    SqxReadWords(arguments, readOption, [&](const std::string& word) { AddShader(options, word); });
 }
 
 void Complete(Options& options)
@@ -286,9 +280,8 @@ SqxShadeOptions SqxReadShadeOptions(const std::vector<std::string>& arguments,
                                     const SqxReadMoreOptions& readMore)
 {
     Options options;
-    SqxOptionWords words(arguments);
     try {
-        ReadWords(words, options, readMore);
+        ReadWords(arguments, options, readMore);
         Complete(options);
     } catch (const SqxPictureError& error) {
         throw SqxUsageError(error.what());  // a value that no picture can be made with

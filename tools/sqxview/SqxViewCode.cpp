@@ -8,6 +8,7 @@
 #include <chrono>
 
 #include "compile/SqxSourceCompile.h"
+#include "process/SqxScratchFolder.h"
 #include "sqx/SqxDump.h"
 #include "sqx/SqxReader.h"
 #include "sqxview/SqxViewJson.h"
@@ -43,12 +44,11 @@ SqxViewCode::SqxViewCode(std::string path, SqxViewCompileOptions options)
 
 SqxViewCode::Block SqxViewCode::Compile(int level, const std::function<bool()>& isOver) const
 {
-    const SqxViewFolder folder;
+    const SqxScratchFolder folder("sqxview");
     std::vector<std::string> words = m_options.words;
     words.push_back("-O" + std::to_string(level));
     SqxSourceCompile compile(m_path, std::move(words), folder.Path());
-    compile.EndWhen(isOver);
-    if (compile.Run() != 0)
+    if (!compile.RunApart(isOver))
         throw SqxCompileError(isOver() ? "The compile was ended" : "The source does not compile");
     SqxReader reader;
     if (!reader.ReadFile(compile.Output()))

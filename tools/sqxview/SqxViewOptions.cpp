@@ -5,7 +5,6 @@
 
 #include "sqxview/SqxViewOptions.h"
 
-#include <charconv>
 #include <filesystem>
 #include <string_view>
 
@@ -15,17 +14,6 @@ using namespace std::string_view_literals;
 
 /// Where a picture alone is wanted, and what would be no source.
 constexpr std::string_view k_refusedOptions[] = {"-o"sv, "--sheet"sv, "--dso"sv, "--linear"sv};
-
-int ReadNumber(const std::string& text, int most, const std::string& what)
-{
-    int number = 0;
-    const char* end = text.data() + text.size();
-    const auto [rest, failure] = std::from_chars(text.data(), end, number);
-    if (failure != std::errc() || rest != end || number < 1 || number > most)
-        throw SqxUsageError("The " + what + " must be from 1 to " + std::to_string(most) +
-                            ", but is '" + text + "'");
-    return number;
-}
 
 void RefuseOption(const SqxOptionWords& words)
 {
@@ -41,9 +29,10 @@ bool ReadOwnOption(SqxOptionWords& words, SqxViewOptions& options)
     constexpr int k_maxPort = 65535;
     constexpr int k_maxSeconds = 3600;
     if (const auto port = words.Value("--port", "a number"))
-        options.port = ReadNumber(*port, k_maxPort, "port");
+        options.port = SqxReadNumber(*port, k_maxPort, "port");
     else if (const auto seconds = words.Value("--time-limit", "a number"))
-        options.timeLimit = std::chrono::seconds(ReadNumber(*seconds, k_maxSeconds, "time limit"));
+        options.timeLimit =
+            std::chrono::seconds(SqxReadNumber(*seconds, k_maxSeconds, "time limit"));
     else if (words.Is("--open"))
         options.open = true;
     else if (words.Is("-w0, -w1, -w2"))

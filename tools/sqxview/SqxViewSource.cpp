@@ -6,11 +6,11 @@
 
 #include "sqxview/SqxViewSource.h"
 
-#include <cstdlib>
 #include <fstream>
 
 #include "compile/SqxSourceCompile.h"
 #include "picture/SqxPictureSettings.h"
+#include "process/SqxScratchFolder.h"
 #include "sqxdump/SqxListing.h"
 
 namespace {
@@ -32,20 +32,6 @@ void Open(SqxViewCompiled& compiled, const std::filesystem::path& file, const st
 }
 
 }  // namespace
-
-SqxViewFolder::SqxViewFolder()
-{
-    std::string name = (std::filesystem::temp_directory_path() / "sqxview-XXXXXX").string();
-    if (!mkdtemp(name.data()))
-        throw SqxPictureError("Cannot make a temporary folder '" + name + "'");
-    m_path = name;
-}
-
-SqxViewFolder::~SqxViewFolder()
-{
-    std::error_code ignored;
-    std::filesystem::remove_all(m_path, ignored);
-}
 
 SqxViewSource::SqxViewSource(std::string path, SqxViewCompileOptions options)
     : m_path(std::move(path)),
@@ -69,7 +55,7 @@ void SqxViewSource::WatchFor(const SqxViewCompiled& compiled, std::set<std::stri
 
 std::optional<SqxViewCompiled> SqxViewSource::Compile(const std::function<bool()>& isOver)
 {
-    const SqxViewFolder folder;
+    const SqxScratchFolder folder("sqxview");
     m_watch.Refresh();
     m_isCompiled = false;
     SqxViewCompiled compiled;
@@ -78,14 +64,14 @@ std::optional<SqxViewCompiled> SqxViewSource::Compile(const std::function<bool()
     bool isEnded = false;
     try {
         SqxSourceCompile compile(m_path, m_options.words, folder.Path());
-        compile.EndWhen([&] { return isEnded = isEnded || isOver() || m_watch.HasChanged(); });
-        const int status = compile.Run();
+        const bool isBuilt =
+            compile.RunApart([&] { return isEnded = isEnded || isOver() || m_watch.HasChanged(); });
         if (isEnded)
             return std::nullopt;
         compiled.report = compile.Messages();
         files = compile.FilesRead();
         missing = compile.PlacesSearched().MissingHeaders();
-        if (status == 0)
+        if (isBuilt)
             Open(compiled, compile.Output(), m_path, m_options.folders);
     } catch (const std::runtime_error& error) {
         compiled.report += std::string(error.what()) + "\n";

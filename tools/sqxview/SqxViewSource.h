@@ -1,6 +1,5 @@
 #pragma once
 
-#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -25,20 +24,6 @@ struct SqxViewCompileOptions {
     std::vector<std::string> folders;  // for shadeop libraries
 };
 
-/// A scratch folder below the one for temporary files, gone with the object.
-class SqxViewFolder {
-public:
-    /// Throws `SqxPictureError`.
-    SqxViewFolder();
-    ~SqxViewFolder();
-    SqxViewFolder(const SqxViewFolder&) = delete;
-    SqxViewFolder& operator=(const SqxViewFolder&) = delete;
-    [[nodiscard]] const std::filesystem::path& Path() const { return m_path; }
-
-private:
-    std::filesystem::path m_path;
-};
-
 /// A source that is compiled again once it, or a file that it includes, changes. For one thread.
 class SqxViewSource {
 public:
@@ -51,8 +36,8 @@ public:
     [[nodiscard]] bool HasChanged() const { return !m_isCompiled || m_watch.HasChanged(); }
     /// Compiles, and watches the files that were read. A refused source is a result too, and so is
     /// a compiler that cannot be run: its report says so. Nothing if the compile was ended: because
-    /// `isOver` said so, or since the files have changed in the meantime. Throws `SqxPictureError`
-    /// if there is no place for temporary files.
+    /// `isOver` said so, or since the files have changed in the meantime. Throws
+    /// `std::runtime_error` if there is no place for temporary files.
     [[nodiscard]] std::optional<SqxViewCompiled> Compile(const std::function<bool()>& isOver);
 
 private:

@@ -1,0 +1,52 @@
+// The signals are blocked in all threads, and one waits for them. It is ended by a signal too,
+// which is meant for it alone.
+//
+// Tested by tests/sqxshade/SqxShadeTest.cpp.
+
+#include "process/SqxEndSignals.h"
+
+#include <csignal>
+#include <utility>
+
+namespace {
+
+[[nodiscard]] sigset_t EndSignals()
+{
+    sigset_t signals;
+    sigemptyset(&signals);
+    for (const int number : {SIGINT, SIGTERM, SIGHUP})
+        sigaddset(&signals, number);
+    return signals;
+}
+
+void Wait(const std::stop_token& isOver, const std::function<void()>& beforeTheEnd)
+{
+    const sigset_t signals = EndSignals();
+    int signal = 0;
+    if (sigwait(&signals, &signal) != 0 || isOver.stop_requested())
+        return;
+    beforeTheEnd();
+    std::signal(signal, SIG_DFL);
+    pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
+    std::raise(signal);
+}
+
+}  // namespace
+
+SqxEndSignals::SqxEndSignals(std::function<void()> beforeTheEnd)
+{
+    const sigset_t signals = EndSignals();
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    m_waiter = std::jthread([action = std::move(beforeTheEnd)](const std::stop_token& isOver) {
+        Wait(isOver, action);
+    });
+}
+
+SqxEndSignals::~SqxEndSignals()
+{
+    m_waiter.request_stop();
+    pthread_kill(m_waiter.native_handle(), SIGTERM);
+    m_waiter.join();
+    const sigset_t signals = EndSignals();
+    pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
+}
