@@ -47,5 +47,4 @@ struct QxProgramBlock {
     std::vector<QxCode> codes;          // ended by Stop
     std::vector<QxOperand> operands;    // of all instructions
     std::vector<std::uint32_t> clears;  // locals that may be read before they are written
-    unsigned int depth = 0;             // of nested conditions
 };

@@ -10,7 +10,7 @@
 // instructions must stand side by side: a peephole (William McKeeman, "Peephole optimization",
 // 1965) that knows what is alive.
 //
-// Tested by tests/machine/QxTranslatorTest.cpp, FusesWhatOnlyServesTheNextInstruction, and with
+// Tested by tests/machine/DraftPassesTest.cpp, and with
 // whole shaders by tests/host/AgreementTest.cpp.
 
 #include "machine/translate/QxFuse.h"

@@ -16,7 +16,7 @@
 // becomes one of the strip, since a point that has left the loop does not feel the rounds of
 // others.
 //
-// What makes a stretch is told in QxStretches.cpp. Tested by tests/machine/QxTranslatorTest.cpp,
+// What makes a stretch is told in QxStretches.cpp. Tested by tests/machine/DraftPassesTest.cpp,
 // and with whole shaders by tests/host/AgreementTest.cpp.
 
 #include "machine/translate/QxJoinRuns.h"

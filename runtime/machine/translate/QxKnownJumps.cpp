@@ -9,7 +9,7 @@
 // flag is known, until something writes it or another way leads here. A dropped jump is no way any
 // more, so that what follows its target may be known too.
 //
-// Tested by tests/machine/QxTranslatorTest.cpp.
+// Tested by tests/machine/DraftPassesTest.cpp.
 
 #include "machine/translate/QxKnownJumps.h"
 

@@ -1,7 +1,8 @@
 // Backward data flow over bit sets, one bit a local. An untrusted file decides how many locals and
 // blocks there are, so the product of the two is bounded before the work begins.
 //
-// Tested by tests/host/AgreementTest.cpp against shared objects.
+// Tested by tests/machine/DraftPassesTest.cpp, and by tests/host/AgreementTest.cpp against shared
+// objects.
 
 #include "machine/translate/QxLiveness.h"
 

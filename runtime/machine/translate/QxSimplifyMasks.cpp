@@ -9,7 +9,7 @@
 // vanish. Only cheap functions are computed where nobody asked for them, and only those that cannot
 // fault.
 //
-// Tested by tests/machine/QxSimplifyMasksTest.cpp, and with whole shaders by
+// Tested by tests/machine/DraftPassesTest.cpp, and with whole shaders by
 // tests/host/AgreementTest.cpp.
 
 #include "machine/translate/QxSimplifyMasks.h"

@@ -9,7 +9,7 @@
 //     { a }  u = x * 2 once  { b }        one stretch, if { a } neither reads u nor writes u or x
 //     { a }  n = Du(a) for the grid       none across it: the derivative looks at neighbours
 //
-// Tested by tests/machine/QxTranslatorTest.cpp, and with whole shaders by
+// Tested by tests/machine/DraftPassesTest.cpp, and with whole shaders by
 // tests/host/AgreementTest.cpp.
 
 #include "machine/translate/QxStretches.h"
