@@ -1,112 +1,130 @@
-// What the machine makes of code before it runs it. That the values stay the same is shown by the
-// comparison with shared objects.
+// What the machine makes of each instruction, and that it runs all passes over the whole block.
+// The passes have tests of their own; that the values stay the same is shown by the comparison with
+// shared objects.
 
 #include "machine/translate/QxTranslator.h"
 
 #include <gtest/gtest.h>
 
 #include "machine/FileParts.h"
-#include "machine/run/QxMachineProgram.h"
+#include "sqx/SqxReader.h"
 
 namespace {
 
-/// One letter for each step of the main block.
-std::string StepsOf(const std::string& code)
-{
-    FileParts parts;
-    parts.code = code;
-    const QxMachineProgram program(parts.Text(), "test");
-    std::string steps;
-    for (const QxCode& step : program.Code().main.codes)
-        //        Kernel, Once, Grid, GridIf, parallel brackets, conditions, jumps, lights, Stop
-        steps += "kogw{}??;jjjll."[static_cast<std::size_t>(step.step)];
-    return steps;
-}
-
-struct StepCase {
+struct Case {
     const char* code;
     const char* steps;
 };
 
-void ExpectSteps(const std::vector<StepCase>& cases)
+std::string StepText(const QxCode& code)
 {
-    for (const StepCase& c : cases)
-        EXPECT_EQ(StepsOf(c.code), c.steps) << c.code;
+    const std::string target = std::to_string(code.target);
+    switch (code.step) {
+    case QxCodeStep::Kernel:
+        return code.masked == code.all ? "all" : "masked";
+    case QxCodeStep::Once:
+        return "once";
+    case QxCodeStep::Grid:
+        return "grid";
+    case QxCodeStep::GridIf:
+        return "grid-if";
+    case QxCodeStep::BeginParallel:
+        return (code.pointwise ? "{each>" : "{>") + target;
+    case QxCodeStep::EndParallel:
+        return "}";
+    case QxCodeStep::IfTrue:
+        return (code.copyFlag ? "if-copy>" : "if>") + target;
+    case QxCodeStep::IfFalse:
+        return (code.copyFlag ? "if-not-copy>" : "if-not>") + target;
+    case QxCodeStep::EndIf:
+        return "end";
+    case QxCodeStep::Goto:
+        return "goto>" + target;
+    case QxCodeStep::GotoIfTrue:
+        return "if-goto>" + target;
+    case QxCodeStep::GotoIfFalse:
+        return "if-not-goto>" + target;
+    case QxCodeStep::BeginLights:
+        return "lights>" + target;
+    case QxCodeStep::EndLights:
+        return "again>" + target;
+    case QxCodeStep::Stop:
+        return ".";
+    }
+    return "?";
+}
+
+/// With one varying flag more, number 18, so that #1 is 19, #0 21 and #t 22; 23 is a false flag.
+/// The shadeop 0 is of a library that is not there.
+std::string Steps(const std::string& code)
+{
+    FileParts parts;
+    parts.varyings = "7\n1 1 0\n10 1 0\n3 1 0\n4 1 0\n1 3 0\n1 1 1\n10 1 0\n";
+    parts.constants = "5\n1 1.0\n4 \"a\"\n5 0\n10 1\n10 0\n";
+    parts.shadeops = "1\n\"lib.so\"\n1\n0 \"\" \"f\" \"\"\n";
+    parts.total = "24";
+    parts.code = code;
+    SqxReader reader;
+    EXPECT_TRUE(reader.Read(parts.Text())) << reader.Message();
+    QxMachineCode machine;
+    QxTranslator(reader.Shader(), QxKernelTable::For(false), machine).Run();
+    std::string text;
+    for (const QxCode& step : machine.main.codes)
+        text += (text.empty() ? "" : " ") + StepText(step);
+    return text;
+}
+
+template <std::size_t N>
+void ExpectSteps(const Case (&cases)[N])
+{
+    for (const Case& c : cases)
+        EXPECT_EQ(Steps(c.code), c.steps) << c.code;
 }
 
 }  // namespace
 
-TEST(QxTranslator, JoinsWhatWorksPointByPoint)
+TEST(QxTranslator, MakesOperationsOfBracketsThatSetFlags)
 {
-    ExpectSteps({
-        {"BEGIN_PARALLEL ADD_FLOAT_FLOAT vf s s END_PARALLEL "
-         "BEGIN_PARALLEL ADD_FLOAT_FLOAT vf s vf END_PARALLEL",
-         "{kk}."},
-        {"CALL_PRIM_NORMALIZE_SIMD P P CALL_PRIM_LENGTH_SIMD vf P", "{kk}."},
-        // Neighbours must be through.
-        {"BEGIN_PARALLEL ADD_FLOAT_FLOAT vf s s END_PARALLEL CALL_PRIM_AREA_SIMD vf P "
-         "BEGIN_PARALLEL ADD_FLOAT_FLOAT vf s vf END_PARALLEL",
-         "{k}g{k}."},
-    });
+    static const Case cases[] = {
+        {"BEGIN_PARALLEL IF_FALSE vb ASSIGN_BOOL_BOOL 18 23 END_IF END_PARALLEL", "{>3 masked } ."},
+        {"BEGIN_PARALLEL IF_TRUE vb ASSIGN_BOOL_BOOL 18 23 ASSIGN_BOOL_BOOL vb 23 END_IF "
+         "END_PARALLEL",
+         "{>4 masked masked } ."},
+        // A flag that is no constant is copied point by point, and under a copy of the guard if it
+        // is the guard's own.
+        {"BEGIN_PARALLEL IF_TRUE vb ASSIGN_BOOL_BOOL vb 18 ASSIGN_COLOR_FLOAT Ci s END_IF "
+         "END_PARALLEL",
+         "{>6 if-copy>5 all masked end } ."},
+    };
+    ExpectSteps(cases);
 }
 
-TEST(QxTranslator, RunsUniformInstructionsBeforeAStretchWhereNobodyNotices)
+TEST(QxTranslator, ChoosesHowInstructionsRun)
 {
-    const std::string before = "BEGIN_PARALLEL ADD_FLOAT_FLOAT vf s ";
-    const std::string behind = "END_PARALLEL BEGIN_PARALLEL ADD_FLOAT_FLOAT vf uf vf END_PARALLEL";
-    EXPECT_EQ(StepsOf(before + "s END_PARALLEL ADD_FLOAT_FLOAT uf Kd #1 " + behind.substr(13)),
-              "o{kk}.");
-    // The first brackets read what the uniform instruction would change.
-    EXPECT_EQ(StepsOf(before + "uf END_PARALLEL ADD_FLOAT_FLOAT uf Kd #1 " + behind.substr(13)),
-              "{k}o{k}.");
+    static const Case cases[] = {
+        {"IF_TRUE ub ASSIGN_FLOAT_FLOAT uf 19 END_IF", "if-not-goto>2 once ."},
+        {"IF_FALSE ub BEGIN_PARALLEL ASSIGN_COLOR_FLOAT Ci s END_PARALLEL END_IF",
+         "if-goto>4 {>4 masked } ."},
+        // One point after the other where all of them write one variable.
+        {"BEGIN_PARALLEL ASSIGN_FLOAT_FLOAT uf s END_PARALLEL", "{each>3 masked } ."},
+        {"BEGIN_PARALLEL ASSIGN_FLOAT_FLOAT vf s CALL_DSO 0 1 vf s CALL_DSO 0 1 vc s END_PARALLEL",
+         "{each>5 masked all all } ."},
+        {"BEGIN_PARALLEL ASSIGN_FLOAT_FLOAT vf s CALL_DSO 0 1 vf s END_PARALLEL",
+         "{>4 masked all } ."},
+        {"BEGIN_ILLUMINANCE 7 ASSIGN_FLOAT_FLOAT uf 19 END_ILLUMINANCE 2",
+         "lights>3 once again>1 ."},
+    };
+    ExpectSteps(cases);
 }
 
-TEST(QxTranslator, DropsJumpsThatOneBeforeHasDecided)
+TEST(QxTranslator, RunsAllPasses)
 {
-    const std::string twice =
-        "IF_TRUE ub ASSIGN_FLOAT_FLOAT uf Kd END_IF IF_TRUE ub ADD_FLOAT_FLOAT uf uf Kd END_IF";
-    ExpectSteps({
-        {("IF_FALSE_GOTO ub 16 " + twice).c_str(), "joo."},
-        {"IF_TRUE_GOTO ub 9 IF_FALSE ub ASSIGN_FLOAT_FLOAT uf Kd END_IF", "jo."},
-        // The other way, and where nothing has decided.
-        {("IF_TRUE_GOTO ub 16 " + twice).c_str(), "jjojo."},
-        {twice.c_str(), "jojo."},
-        // The flag is another one meanwhile,
-        {"IF_FALSE_GOTO ub 12 ASSIGN_BOOL_BOOL ub #t IF_TRUE ub ASSIGN_FLOAT_FLOAT uf Kd END_IF",
-         "jojo."},
-        // or another way leads between the two.
-        {"GOTO 5 IF_FALSE_GOTO ub 11 IF_TRUE ub ASSIGN_FLOAT_FLOAT uf Kd END_IF", "jjjo."},
-    });
-}
-
-TEST(QxTranslator, RunsLoopsStripByStripIfOnlyTheirEndHangsOnOtherPoints)
-{
-    const std::string loop = "BEGIN_PARALLEL BOOL_LESS_THEN_FLOAT_FLOAT vb vf #1 "
-                             "IF_TRUE vb ADD_FLOAT_FLOAT vf vf s END_IF END_PARALLEL ";
-    EXPECT_EQ(StepsOf(loop + "SET_UNIFORM_BOOL_FLAG ub vb IF_TRUE_GOTO ub 0"), "{k?k;kj}.");
-    // Somebody else reads the flag.
-    EXPECT_EQ(StepsOf(loop + "SET_UNIFORM_BOOL_FLAG ub vb IF_TRUE_GOTO ub 0 "
-                             "BEGIN_PARALLEL ASSIGN_BOOL_BOOL vb ub END_PARALLEL"),
-              "{k?k;}gj{k}.");
-    // How often it counts hangs on all points.
-    EXPECT_EQ(StepsOf(loop + "ADD_FLOAT_FLOAT uf uf #1 "
-                             "SET_UNIFORM_BOOL_FLAG ub vb IF_TRUE_GOTO ub 0"),
-              "{k?k;}ogj.");
-}
-
-TEST(QxTranslator, FusesWhatOnlyServesTheNextInstruction)
-{
-    ExpectSteps({
-        {"BEGIN_PARALLEL MULT_FLOAT_FLOAT vf s Kd ADD_COLOR_FLOAT Ci w vf END_PARALLEL", "{kk}."},
-        {"BEGIN_PARALLEL MULT_FLOAT_FLOAT vf s Kd ADD_FLOAT_FLOAT vf vf s "
-         "ASSIGN_COLOR_FLOAT Ci vf END_PARALLEL",
-         "{kk}."},
-        {"BEGIN_PARALLEL MULT_FLOAT_FLOAT vf s Kd ADD_FLOAT_FLOAT s vf s "
-         "ASSIGN_COLOR_FLOAT Ci vf END_PARALLEL",
-         "{kkk}."},
-        {"BEGIN_PARALLEL ADD_COLOR_COLOR vc w w ASSIGN_COLOR_COLOR Ci vc END_PARALLEL", "{k}."},
-        {"BEGIN_PARALLEL ADD_COLOR_COLOR vc w w ASSIGN_COLOR_COLOR Ci vc "
-         "ASSIGN_COLOR_COLOR w vc END_PARALLEL",
-         "{kkk}."},
-    });
+    static const Case cases[] = {
+        // A jump, an end of a run, a product and the brackets with their mask are gone.
+        {"IF_FALSE_GOTO ub 9 IF_TRUE ub ASSIGN_FLOAT_FLOAT uf Kd END_IF "
+         "BEGIN_PARALLEL MULT_FLOAT_FLOAT vf s Kd ADD_FLOAT_FLOAT s vf s END_PARALLEL "
+         "BEGIN_PARALLEL IF_TRUE vb ASSIGN_FLOAT_FLOAT vf s END_IF END_PARALLEL",
+         "if-not-goto>2 once {>6 masked all } ."},
+    };
+    ExpectSteps(cases);
 }

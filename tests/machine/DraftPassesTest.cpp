@@ -1,0 +1,324 @@
+// The passes over drafts, each alone: the block before and after as DraftText.h has it. That the
+// values stay the same is shown by the comparison with shared objects.
+
+#include <stdexcept>
+
+#include <gtest/gtest.h>
+
+#include "machine/DraftText.h"
+#include "machine/translate/QxFuse.h"
+#include "machine/translate/QxJoinRuns.h"
+#include "machine/translate/QxKnownJumps.h"
+#include "machine/translate/QxLiveness.h"
+#include "machine/translate/QxSimplifyMasks.h"
+
+namespace {
+
+/// An empty `after` stands for the same block.
+struct PassCase {
+    const char* before;
+    const char* after;
+};
+
+template <std::size_t N, class Pass>
+void ExpectRewritten(const PassCase (&cases)[N], const Pass& pass)
+{
+    for (const PassCase& c : cases) {
+        DraftText text(c.before);
+        EXPECT_EQ(text.Print(), c.before);
+        pass(text);
+        EXPECT_EQ(text.Print(), *c.after != '\0' ? c.after : c.before) << c.before;
+    }
+}
+
+void Fuse(DraftText& text)
+{
+    QxLiveness liveness(text.Block(), text.Storages(), std::nullopt);
+    ASSERT_TRUE(liveness.Compute());
+    QxFuse(text.Writer(), liveness);
+}
+
+void SimplifyMasks(DraftText& text)
+{
+    QxLiveness liveness(text.Block(), text.Storages(), std::nullopt);
+    ASSERT_TRUE(liveness.Compute());
+    QxSimplifyMasks(text.Block(), liveness);
+}
+
+/// Each draft with the followed variables that are alive after it, and after '/' those that points
+/// outside of the open conditions still need. `result`: read after the block; "" for none.
+std::string Annotated(DraftText& text, const std::string& result)
+{
+    QxLiveness liveness(text.Block(), text.Storages(),
+                        result.empty() ? std::nullopt : std::optional(text.Variable(result)));
+    EXPECT_TRUE(liveness.Compute());
+    std::vector<std::string> drafts(text.Block().drafts.size());
+    liveness.WalkBack([&](std::size_t index, std::size_t) {
+        std::string live;
+        std::string elsewhere;
+        for (const std::uint32_t variable : liveness.Locals()) {
+            const QxOperand operand = text.Variables().OperandOf(variable);
+            live += liveness.IsLive(operand) ? text.NameOf(variable) : "";
+            elsewhere += liveness.IsLiveElsewhere(operand) ? text.NameOf(variable) : "";
+        }
+        drafts[index] = text.PrintDraft(index) + " [" + live +
+                        (elsewhere.empty() ? "" : "/" + elsewhere) + "] ";
+    });
+    std::string all;
+    for (std::size_t i = 0; i + 1 < drafts.size(); ++i)
+        all += drafts[i];
+    all += "first:";
+    for (const std::uint32_t variable : liveness.ReadFirst())
+        all += ' ' + text.NameOf(variable);
+    return all;
+}
+
+}  // namespace
+
+TEST(DraftText, RefusesWhatIsNoBlock)
+{
+    for (const char* text :
+         {"{ x = ASSIGN_TO_ZERO_FLOAT;", "} ", "goto A;", "x = ;", "x = ASSIGN_TO_ZERO_FLOAT",
+          "once", "each x = ASSIGN_TO_ZERO_FLOAT;", "goto A B: ;"})
+        EXPECT_THROW(DraftText{text}, std::runtime_error) << text;
+}
+
+TEST(QxDropKnownJumps, DropsWhatAnEarlierOneHasDecided)
+{
+    static const PassCase cases[] = {
+        // The first drop leaves one way to the place where the third jump stands.
+        {"if not g goto B; if not g goto A; once u = ASSIGN_TO_ZERO_FLOAT; A: if not g goto B; "
+         "once u1 = "
+         "ASSIGN_TO_ZERO_FLOAT; B:",
+         "if not g goto A; once u = ASSIGN_TO_ZERO_FLOAT; once u1 = ASSIGN_TO_ZERO_FLOAT; A:"},
+        {"if g goto A; if g goto A; once u = ASSIGN_TO_ZERO_FLOAT; A:",
+         "if g goto A; once u = ASSIGN_TO_ZERO_FLOAT; A:"},
+        {"if g goto A; if not g goto A; once u = ASSIGN_TO_ZERO_FLOAT; A:", ""},
+        {"if not g goto A; if not g1 goto A; once u = ASSIGN_TO_ZERO_FLOAT; A:", ""},
+        {"if not g goto A; once g = ASSIGN_BOOL_BOOL g1; if not g goto A; once u = "
+         "ASSIGN_TO_ZERO_FLOAT; A:",
+         ""},
+        {"goto A; if not g goto B; A: if not g goto B; once u = ASSIGN_TO_ZERO_FLOAT; B:", ""},
+        // The next round of a loop over lights may find another value.
+        {"if not g goto B; lights B; A: if not g goto B; once g = ASSIGN_BOOL_BOOL g1; again A; B:",
+         ""},
+    };
+    ExpectRewritten(cases,
+                    [](DraftText& text) { QxDropKnownJumps(text.Block(), text.Variables()); });
+}
+
+TEST(QxJoinRuns, MakesOneRunOfWhatWorksPointByPoint)
+{
+    static const PassCase cases[] = {
+        {"{ x = ADD_FLOAT_FLOAT S 1; } { y = ADD_FLOAT_FLOAT x S; }",
+         "{ x = ADD_FLOAT_FLOAT S 1; y = ADD_FLOAT_FLOAT x S; }"},
+        {"grid c = CALL_PRIM_NORMALIZE C; grid x = CALL_PRIM_LENGTH c;",
+         "{ c = CALL_PRIM_NORMALIZE C; x = CALL_PRIM_LENGTH c; }"},
+        {"{ x = ASSIGN_TO_ZERO_FLOAT; } at f y = ADD_FLOAT_FLOAT x 1;",
+         "{ x = ASSIGN_TO_ZERO_FLOAT; if f ( y = ADD_FLOAT_FLOAT x 1; ) }"},
+        {"{ x = ASSIGN_TO_ZERO_FLOAT; } at f f = ASSIGN_BOOL_BOOL f1;",
+         "{ x = ASSIGN_TO_ZERO_FLOAT; if copy f ( f = ASSIGN_BOOL_BOOL f1; ) }"},
+        {"{ x = ASSIGN_TO_ZERO_FLOAT; } whole f y = ADD_FLOAT_FLOAT x 1;", ""},
+        // Neighbours must be through.
+        {"{ x = ADD_FLOAT_FLOAT S 1; } grid y = CALL_PRIM_AREA C; { z = ADD_FLOAT_FLOAT x S; }",
+         ""},
+        // Each point in turn leaves its value in a uniform variable.
+        {"{ x = ASSIGN_TO_ZERO_FLOAT; } each { u = ASSIGN_FLOAT_FLOAT x; } { y = "
+         "ASSIGN_TO_ZERO_FLOAT; }",
+         ""},
+        {"{ x = ASSIGN_TO_ZERO_FLOAT; } grid u = ASSIGN_FLOAT_FLOAT x; { y = ASSIGN_TO_ZERO_FLOAT; "
+         "}",
+         ""},
+    };
+    ExpectRewritten(cases, [](DraftText& text) { QxJoinRuns(text.Block(), text.Variables()); });
+}
+
+TEST(QxJoinRuns, RunsUniformInstructionsFirstWhereNothingDependsOnTheirPlace)
+{
+    static const PassCase cases[] = {
+        {"{ x = ADD_FLOAT_FLOAT S 1; } once u = ADD_FLOAT_FLOAT u1 1; { y = ADD_FLOAT_FLOAT x u; }",
+         "once u = ADD_FLOAT_FLOAT u1 1; { x = ADD_FLOAT_FLOAT S 1; y = ADD_FLOAT_FLOAT x u; }"},
+        // Those at the end stay there.
+        {"{ x = ASSIGN_TO_ZERO_FLOAT; } { y = ASSIGN_TO_ZERO_FLOAT; } once u = "
+         "ASSIGN_TO_ZERO_FLOAT;",
+         "{ x = ASSIGN_TO_ZERO_FLOAT; y = ASSIGN_TO_ZERO_FLOAT; } once u = ASSIGN_TO_ZERO_FLOAT;"},
+        // What stands before it reads the old value, as operand or as flag.
+        {"{ x = ADD_FLOAT_FLOAT S u; } once u = ASSIGN_TO_ZERO_FLOAT; { y = ADD_FLOAT_FLOAT x u; }",
+         ""},
+        {"{ if g ( x = ASSIGN_TO_ZERO_FLOAT; ) } once g = ASSIGN_BOOL_BOOL g1; { y = "
+         "ASSIGN_TO_ZERO_FLOAT; }",
+         ""},
+    };
+    ExpectRewritten(cases, [](DraftText& text) { QxJoinRuns(text.Block(), text.Variables()); });
+}
+
+TEST(QxJoinRuns, RunsLoopsStripByStripIfOnlyTheirEndDependsOnOtherPoints)
+{
+    static const PassCase cases[] = {
+        {"A: { f = BOOL_LESS_THEN_FLOAT_FLOAT x 1; if f ( x = ADD_FLOAT_FLOAT x S; ) } grid g = "
+         "SET_UNIFORM_BOOL_FLAG f; if g goto A;",
+         "{ A: f = BOOL_LESS_THEN_FLOAT_FLOAT x 1; if f ( x = ADD_FLOAT_FLOAT x S; ) g = "
+         "SET_UNIFORM_BOOL_FLAG f; if g goto A; }"},
+        // Something else reads the flag.
+        {"A: { x = ADD_FLOAT_FLOAT x S; } grid g = SET_UNIFORM_BOOL_FLAG f; if g goto A; once g1 = "
+         "ASSIGN_BOOL_BOOL g;",
+         ""},
+        // How often it counts depends on all points.
+        {"A: { x = ADD_FLOAT_FLOAT x S; } once u = ADD_FLOAT_FLOAT u 1; grid g = "
+         "SET_UNIFORM_BOOL_FLAG f; if g goto A;",
+         ""},
+        // A jump from elsewhere leads into the middle, or to the begin.
+        {"once u = ASSIGN_TO_ZERO_FLOAT; if g goto A; { each1 = ASSIGN_TO_ZERO_FLOAT; } lights B; "
+         "A: { x = ASSIGN_TO_ZERO_FLOAT; "
+         "} { y = ASSIGN_TO_ZERO_FLOAT; } again A; B:",
+         "once u = ASSIGN_TO_ZERO_FLOAT; if g goto A; { each1 = ASSIGN_TO_ZERO_FLOAT; } lights B; "
+         "A: { x = ASSIGN_TO_ZERO_FLOAT; "
+         "y = ASSIGN_TO_ZERO_FLOAT; } again A; B:"},
+    };
+    ExpectRewritten(cases, [](DraftText& text) { QxJoinRuns(text.Block(), text.Variables()); });
+}
+
+TEST(QxFuse, MakesOneInstructionOfTwo)
+{
+    static const PassCase cases[] = {
+        {"{ x = MULT_FLOAT_FLOAT a b; S = ADD_FLOAT_FLOAT x d; }", "{ S = product_plus a b d; }"},
+        {"{ x = MULT_FLOAT_FLOAT a b; S = ADD_FLOAT_FLOAT d x; }", "{ S = product_plus a b d; }"},
+        {"{ x = MULT_FLOAT_FLOAT a b; S = SUB_FLOAT_FLOAT x d; }", "{ S = product_minus a b d; }"},
+        {"{ x = MULT_FLOAT_FLOAT a b; S = SUB_FLOAT_FLOAT d x; }", "{ S = minus_product d a b; }"},
+        {"{ x = MULT_FLOAT_FLOAT a b; y = MULT_FLOAT_FLOAT d e; S = ADD_FLOAT_FLOAT x y; }",
+         "{ S = sum_of_products a b d e; }"},
+        {"{ x = MULT_FLOAT_FLOAT a b; y = MULT_FLOAT_FLOAT d e; S = SUB_FLOAT_FLOAT x y; }",
+         "{ S = difference_of_products a b d e; }"},
+        {"{ x = MULT_FLOAT_FLOAT a b; y = MULT_FLOAT_FLOAT d e; S = SUB_FLOAT_FLOAT y x; }",
+         "{ S = difference_of_products d e a b; }"},
+        {"{ x = MULT_FLOAT_FLOAT a b; x = ADD_FLOAT_FLOAT x d; S = ADD_FLOAT_FLOAT x x; }",
+         "{ x = product_plus a b d; S = ADD_FLOAT_FLOAT x x; }"},
+        {"{ c = ADD_COLOR_COLOR c1 c2; C = ASSIGN_COLOR_COLOR c; }",
+         "{ C = ADD_COLOR_COLOR c1 c2; }"},
+        {"{ c = CALL_PRIM_REFRACT c1 c2 1; C = ASSIGN_COLOR_COLOR c; }",
+         "{ C = CALL_PRIM_REFRACT c1 c2 1; }"},
+        {"{ c = ADD_COLOR_COLOR C c2; C = ASSIGN_COLOR_COLOR c; }",
+         "{ C = ADD_COLOR_COLOR C c2; }"},
+    };
+    ExpectRewritten(cases, Fuse);
+}
+
+TEST(QxFuse, LeavesWhatServesMoreThanTheNextInstruction)
+{
+    static const PassCase cases[] = {
+        {"{ x = MULT_FLOAT_FLOAT a b; S = ADD_FLOAT_FLOAT x d; S1 = ADD_FLOAT_FLOAT x d; }", ""},
+        {"{ x = MULT_FLOAT_FLOAT a b; S = ADD_FLOAT_FLOAT x x; }", ""},
+        {"{ x = MULT_FLOAT_FLOAT a b; S = MULT_FLOAT_FLOAT x d; }", ""},
+        {"{ S = MULT_FLOAT_FLOAT a b; S1 = ADD_FLOAT_FLOAT S d; }", ""},
+        {"{ c = ADD_COLOR_COLOR c1 c2; C = ASSIGN_COLOR_COLOR c; C1 = ASSIGN_COLOR_COLOR c; }", ""},
+        // The factor is another value by then.
+        {"{ x = MULT_FLOAT_FLOAT a b; a = ASSIGN_TO_ZERO_FLOAT; S = ADD_FLOAT_FLOAT x d; }", ""},
+        // Another way leads between them, or other points need the old value.
+        {"{ x = MULT_FLOAT_FLOAT a b; A: S = ADD_FLOAT_FLOAT x d; if g goto A; }", ""},
+        {"{ x = MULT_FLOAT_FLOAT a b; if f ( S = ADD_FLOAT_FLOAT x d; ) S1 = ASSIGN_FLOAT_FLOAT x; "
+         "}",
+         ""},
+        {"once u = MULT_FLOAT_FLOAT u1 u2; once u3 = ADD_FLOAT_FLOAT u 1;", ""},
+        // Only cheap kernels read all of a point before they write it.
+        {"{ c = CALL_PRIM_REFRACT C c1 1; C = ASSIGN_COLOR_COLOR c; }", ""},
+    };
+    ExpectRewritten(cases, Fuse);
+}
+
+TEST(QxSimplifyMasks, LeavesMasksOutWhereNothingSeesIt)
+{
+    static const PassCase cases[] = {
+        // Nothing reads x after the brackets; S is the grid's.
+        {"{ if f ( x = ADD_FLOAT_FLOAT y 1; S = ADD_FLOAT_FLOAT x 1; ) }",
+         "{ if f ( all x = ADD_FLOAT_FLOAT y 1; S = ADD_FLOAT_FLOAT x 1; ) }"},
+        // Points outside of the brackets have another value, which is read after them,
+        {"{ if f ( x = ADD_FLOAT_FLOAT y 1; S = ADD_FLOAT_FLOAT x 1; ) S = ADD_FLOAT_FLOAT x 1; }",
+         ""},
+        // in the next round of a loop,
+        {"{ A: S1 = ADD_FLOAT_FLOAT x 1; if f ( x = ADD_FLOAT_FLOAT y 1; S = ADD_FLOAT_FLOAT x 1; "
+         ") "
+         "if g goto A; }",
+         ""},
+        // or after the brackets around.
+        {"{ if f ( if not f1 ( x = ADD_FLOAT_FLOAT y 1; S = ADD_FLOAT_FLOAT x 1; ) ) S1 = "
+         "ADD_FLOAT_FLOAT x 1; }",
+         ""},
+        {"{ if f ( if not f1 ( x = ADD_FLOAT_FLOAT y 1; S = ADD_FLOAT_FLOAT x 1; ) ) }",
+         "{ if f ( if not f1 ( all x = ADD_FLOAT_FLOAT y 1; S = ADD_FLOAT_FLOAT x 1; ) ) }"},
+        // The second half of an `if` with `else` needs what the first has left to other points.
+        {"{ if f ( x = ADD_FLOAT_FLOAT y 1; ) if not f ( x = ADD_FLOAT_FLOAT y 2; ) S = "
+         "ADD_FLOAT_FLOAT x 1; }",
+         ""},
+        // A uniform result, and a function that is not cheap.
+        {"{ if f ( x = CALL_PRIM_SIN y; u = ASSIGN_FLOAT_FLOAT 1; S = ASSIGN_TO_ZERO_FLOAT; ) }",
+         ""},
+    };
+    ExpectRewritten(cases, SimplifyMasks);
+}
+
+TEST(QxSimplifyMasks, DropsShortBracketsThatIgnoreTheirMask)
+{
+    static const PassCase cases[] = {
+        {"{ if f ( x = ADD_FLOAT_FLOAT y 1; ) }", "{ all x = ADD_FLOAT_FLOAT y 1; }"},
+        {"{ if not f ( x = ADD_FLOAT_FLOAT y 1; z = ADD_FLOAT_FLOAT x 1; ) }",
+         "{ all x = ADD_FLOAT_FLOAT y 1; all z = ADD_FLOAT_FLOAT x 1; }"},
+        {"{ if f ( x = ADD_FLOAT_FLOAT y 1; z = ADD_FLOAT_FLOAT x 1; a = ADD_FLOAT_FLOAT x 1; ) }",
+         "{ if f ( all x = ADD_FLOAT_FLOAT y 1; all z = ADD_FLOAT_FLOAT x 1; all a = "
+         "ADD_FLOAT_FLOAT x 1; ) }"},
+        {"{ if f ( x = ADD_FLOAT_FLOAT y 1; S = ADD_FLOAT_FLOAT x 1; ) }",
+         "{ if f ( all x = ADD_FLOAT_FLOAT y 1; S = ADD_FLOAT_FLOAT x 1; ) }"},
+    };
+    ExpectRewritten(cases, SimplifyMasks);
+}
+
+TEST(QxLiveness, FollowsWhatIsReadLater)
+{
+    static const struct {
+        const char* code;
+        const char* result;
+        const char* annotated;
+    } cases[] = {
+        {"{ x = ADD_FLOAT_FLOAT y 1; S = ADD_FLOAT_FLOAT x y; x = ASSIGN_TO_ZERO_FLOAT; }", "",
+         "{ [y] x = ADD_FLOAT_FLOAT y 1; [xy] S = ADD_FLOAT_FLOAT x y; [] x = "
+         "ASSIGN_TO_ZERO_FLOAT; [] } [] first: y"},
+        {"once u = ADD_FLOAT_FLOAT u 1;", "u", "once u = ADD_FLOAT_FLOAT u 1; [u] first: u"},
+        {"A: { S = ADD_FLOAT_FLOAT x y; x = ASSIGN_TO_ZERO_FLOAT; } if g goto A;", "",
+         "{ [xyg] S = ADD_FLOAT_FLOAT x y; [yg] x = ASSIGN_TO_ZERO_FLOAT; [xyg] } [xyg] if g goto "
+         "A; [xyg] first: x y g"},
+        // Points outside of the brackets keep what they had,
+        {"{ y = ASSIGN_TO_ZERO_FLOAT; if f ( x = ADD_FLOAT_FLOAT y 1; ) S = ADD_FLOAT_FLOAT x 1; }",
+         "",
+         "{ [xf] y = ASSIGN_TO_ZERO_FLOAT; [yxf] if f ( [y/x] x = ADD_FLOAT_FLOAT y 1; [x/x] ) [x] "
+         "S = ADD_FLOAT_FLOAT x 1; [] } [] first: x f"},
+        {"{ if not f ( if f1 ( y = ADD_FLOAT_FLOAT x 1; S = ADD_FLOAT_FLOAT y 1; ) ) y = "
+         "ASSIGN_TO_ZERO_FLOAT; }",
+         "",
+         "{ [xff1] if not f ( [xf1] if f1 ( [x] y = ADD_FLOAT_FLOAT x 1; [y] S = ADD_FLOAT_FLOAT y "
+         "1; [] ) [] ) [] y = ASSIGN_TO_ZERO_FLOAT; [] } [] first: x f f1"},
+        {"{ x = ASSIGN_TO_ZERO_FLOAT; } at f x = ADD_FLOAT_FLOAT y 1; { S = ADD_FLOAT_FLOAT x 1; }",
+         "",
+         "{ [yf] x = ASSIGN_TO_ZERO_FLOAT; [xyf] } [xyf] at f x = ADD_FLOAT_FLOAT y 1; [x] { [x] S "
+         "= ADD_FLOAT_FLOAT x 1; [] } [] first: y f"},
+        // but what `and` combines with the flag of the brackets is false there anyway.
+        {"{ if f ( f1 = BOOL_LESS_THEN_FLOAT_FLOAT x 1; ) and &f1 f; if f1 ( S = "
+         "ASSIGN_TO_ZERO_FLOAT; ) }",
+         "",
+         "{ [xf] if f ( [xf/f] f1 = BOOL_LESS_THEN_FLOAT_FLOAT x 1; [f1f/f] ) [f1f] and &f1 f; "
+         "[f1] if f1 ( [] S = ASSIGN_TO_ZERO_FLOAT; [] ) [] } [] first: x f"},
+        {"{ if f ( f1 = BOOL_LESS_THEN_FLOAT_FLOAT x 1; ) and &f1 f2; }", "f1",
+         "{ [f1xf2f] if f ( [xf2/f1f2] f1 = BOOL_LESS_THEN_FLOAT_FLOAT x 1; [f1f2/f1f2] ) [f1f2] "
+         "and &f1 f2; [f1] } [f1] first: f1 x f2 f"},
+        {"lights B; A: { x = ADD_FLOAT_FLOAT y 1; y = ASSIGN_TO_ZERO_FLOAT; } again A; B: { S = "
+         "ADD_FLOAT_FLOAT x 1; }",
+         "",
+         "lights B; [xy] { [y] x = ADD_FLOAT_FLOAT y 1; [x] y = ASSIGN_TO_ZERO_FLOAT; [xy] } [xy] "
+         "again A; [xy] { [x] S = ADD_FLOAT_FLOAT x 1; [] } [] first: x y"},
+        {"goto A; { S = ADD_FLOAT_FLOAT x y; } A: { S1 = ADD_FLOAT_FLOAT y 1; }", "",
+         "goto A; [y] { [xy] S = ADD_FLOAT_FLOAT x y; [y] } [y] { [y] S1 = ADD_FLOAT_FLOAT y 1; [] "
+         "} [] first: y"},
+    };
+    for (const auto& c : cases) {
+        DraftText text(c.code);
+        EXPECT_EQ(Annotated(text, c.result), c.annotated) << c.code;
+    }
+}

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "machine/translate/QxDraftWriter.h"
+
+/// A block of drafts as text, so that a test of a pass shows the block before and after:
+///
+///     A: once g = ASSIGN_BOOL_BOOL g1; { if f ( x = ADD_FLOAT_FLOAT y 2; ) } if not g goto A;
+///
+/// An instruction is what it writes, '=', its primitive and its other operands; '&x' is read and
+/// written. A lower-case primitive is one of the machine's own: `product_plus`. In front stands how
+/// it runs: `once`, for the whole `grid`, `at f` for the points of a flag, `whole f` if it also
+/// works at the others, nothing between parallel brackets, and `all` if it ignores the mask there.
+/// Brackets are '{ }' or 'each { }' and 'if f ( )', with `not` or `copy` before the flag. `lights
+/// E;` opens a loop over lights that ends with `again S;`. The stop at the end is not written.
+///
+/// What a variable is follows from its name: f... varying flag, g... uniform flag, u... uniform
+/// number, c... varying color, C... predefined color, S... predefined number, a number is a
+/// constant, and any other name a varying number.
+class DraftText {
+public:
+    /// Reads a block. Throws `std::runtime_error` if it cannot.
+    explicit DraftText(std::string_view text);
+    DraftText(const DraftText&) = delete;
+    DraftText& operator=(const DraftText&) = delete;
+
+    /// The block as it is now; a bracket that leads elsewhere than behind its end has a '?'.
+    [[nodiscard]] std::string Print() const;
+    /// One draft, without labels.
+    [[nodiscard]] std::string PrintDraft(std::size_t index) const;
+
+    [[nodiscard]] QxDraftWriter& Writer() { return m_writer; }
+    [[nodiscard]] QxDraftBlock& Block() { return m_block; }
+    [[nodiscard]] const QxMachineVariables& Variables() const { return m_variables; }
+    [[nodiscard]] const std::vector<QxStorage>& Storages() const { return m_code.variables; }
+    /// A variable by its name, which is made known.
+    [[nodiscard]] std::uint32_t Variable(const std::string& name);
+    [[nodiscard]] std::string NameOf(std::uint32_t variable) const;
+
+private:
+    void ReadItem();
+    void ReadJump(QxCodeStep step);
+    void ReadInstruction(const std::string& first);
+    void Close(QxCodeStep step);
+    [[nodiscard]] std::string Next();
+    void Expect(std::string_view word);
+    [[nodiscard]] QxOperand Operand(const std::string& name);
+    [[nodiscard]] std::string Condition(const QxCode& code) const;
+    [[nodiscard]] std::string Label(std::uint32_t target) const;
+
+    const SqxShader m_empty;
+    QxMachineCode m_code;
+    QxMachineVariables m_variables;
+    QxDraftWriter m_writer;
+    QxDraftBlock& m_block;  // the writer's
+    std::map<std::string, std::uint32_t> m_names;
+    // While a block is read.
+    std::vector<std::string> m_words;  // in reverse order
+    std::vector<std::size_t> m_open;   // brackets
+    std::map<std::string, std::uint32_t> m_labels;
+    std::vector<std::pair<std::size_t, std::string>> m_jumps;  // to labels, by draft
+};
