@@ -242,16 +242,6 @@ TEST(SlcGenByteCode, RefusesWhatDoesNotFit)
     variables.Add(MakeShared<SlcAssignICode>(last, last));
     EXPECT_EQ(variables.Reports(), std::string("Variable number 32768") + limit);
 
-    FormBuilder jump;
-    const SlcLabel end = Label("E");
-    const SlcOperand x = jump.Local(T::AFloat());
-    jump.Add(MakeShared<SlcGotoICode>(end));
-    for (int i = 0; i < 11000; ++i)
-        jump.Add(MakeShared<SlcAssignICode>(x, x));
-    jump.Add(end);
-    jump.Add(MakeShared<SlcGotoICode>(end));
-    EXPECT_EQ(jump.Reports(), std::string("Jump target 33002") + limit);
-
     FormBuilder spaces;
     for (int i = 0; i < 32767; ++i)
         spaces.Space('s' + std::to_string(i));

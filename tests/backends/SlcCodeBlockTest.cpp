@@ -47,4 +47,29 @@ TEST_F(CodeBlockTest, ReportsWhatDoesNotFitOnceAKind)
     EXPECT_EQ(m_reports[1].substr(0, 6), "Length");
 }
 
+// Each way alone, since a report of one would hide that the other is missing.
+TEST_F(CodeBlockTest, RefusesJumpsToWherePlacesEnd)
+{
+    for (const bool forward : {true, false}) {
+        for (const std::size_t place : {32767U, 32768U, 33002U}) {
+            m_reports.clear();
+            SlcCodeBlock block([this](std::string_view text) { m_reports.emplace_back(text); });
+            if (forward)
+                block.AddGotoLabel(m_end);
+            while (block.Values().size() < place)
+                block.AddConst(0, "Line");
+            block.AddLabelRef(m_end);
+            if (!forward)
+                block.AddGotoLabel(m_end);
+            EXPECT_EQ(block.ResolveUnknownLabels(), "");
+            const std::string report = "Jump target " + std::to_string(place) +
+                                       " does not fit into byte-code, whose largest number is "
+                                       "32767, use '--dso'";
+            EXPECT_EQ(m_reports, place > 32767 ? std::vector<std::string>{report}
+                                               : std::vector<std::string>{})
+                << forward << ' ' << place;
+        }
+    }
+}
+
 }  // namespace

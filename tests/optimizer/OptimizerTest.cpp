@@ -275,6 +275,10 @@ TEST(SlcConvertConstOp, FoldsOneInstruction)
         {"true?( x = 1; ) y = 1;", "x = 1; y = 1;"},
         {"false?( x = 1; ) y = 1;", "y = 1;"},
         {"!true?( x = 1; ) y = 1;", "y = 1;"},
+        // The inner one waits for the next round, and its end is not taken for the outer one's.
+        {"true?( true?( x = 1; ) y = 1; ) z = 1;", "true?( x = 1; ) y = 1; z = 1;"},
+        {"true?( f?( x = 1; ) y = 1; ) z = 1;", "f?( x = 1; ) y = 1; z = 1;"},
+        {"false?( f?( x = 1; ) y = 1; ) z = 1;", "z = 1;"},
         {"f?( x = 1; )", "f?( x = 1; )"},
         {"x = SQRT(4);", "x = 2;"},
         {"x = ASIN(2);", "x = ASIN(2);"},
@@ -390,6 +394,17 @@ TEST(SlcCodeMotion, MovesInvariantsInFrontOfTheLoop)
     static const PassCase cases[] = {
         {"begin; S: u = p + 1; pOut = u; g = p < u; !g? goto E; goto S; E: end;",
          "begin; u = p + 1; g = p < u; S: pOut = u; !g? goto E; goto S; E: end;"},
+        // All that only computes.
+        {"begin; S: { x = zero(); y = -p; z = p - x; z1 = p * y; z2 = p / z; z3 = z1 . z2; z4 = p "
+         "^ z3; z5 = point(p, 1, z4); z6 = normal(p, 1, z5); z7 = vector(p, 1, z6); z8 = color(p, "
+         "1, z7); f = p < z8; f1 = p <= 1; f2 = p > 1; f3 = p >= 1; f4 = p == 1; f5 = p != 1; "
+         "z9 = matrix(p, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, z8); } y1 <- p; pOut = z9; !g? "
+         "goto E; goto S; E: end;",
+         "begin; { x = zero(); y = -p; z = p - x; z1 = p * y; z2 = p / z; z3 = z1 . z2; z4 = p ^ "
+         "z3; z5 = point(p, 1, z4); z6 = normal(p, 1, z5); z7 = vector(p, 1, z6); z8 = color(p, 1, "
+         "z7); f = p < z8; f1 = p <= 1; f2 = p > 1; f3 = p >= 1; f4 = p == 1; f5 = p != 1; z9 = "
+         "matrix(p, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, z8); } y1 <- p; S: { } pOut = z9; "
+         "!g? goto E; goto S; E: end;"},
         // Out of a run into a run of its own; what only feeds on it goes along.
         {"begin; S: { x = p + 1; y = x * 2; } pOut = y; !g? goto E; goto S; E: end;",
          "begin; { x = p + 1; y = x * 2; } S: { } pOut = y; !g? goto E; goto S; E: end;"},
