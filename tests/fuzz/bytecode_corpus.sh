@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Fills a folder with the byte-code of examples and shaders of the tests, each at one optimization
-# level.
+# level; of those made for this target, patterns, texts and arrays, at two.
 # usage: bytecode_corpus.sh FOLDER
 #   FOLDER  in the build whose compiler is used
 set -euo pipefail
@@ -23,10 +23,12 @@ trap 'rm -rf "$scratch"' EXIT
 mkdir "$scratch/tests"
 cp -r "$top/examples" "$scratch"
 cp -r "$top/tests/compile" "$scratch/tests"
+cp -r "$top/tests/fuzz" "$scratch/tests/fuzz"
 cd "$scratch"
 
 number=0
-for source in examples/*.sl examples/rows/*.sl tests/compile/shaders/*.sl; do
+for source in examples/*.sl examples/rows/*.sl tests/compile/shaders/*.sl \
+    tests/fuzz/bytecode/*.sl tests/fuzz/bytecode/*.sl; do
     level=$((number % 4))
     number=$((number + 1))
     mkdir "$folder/out"
