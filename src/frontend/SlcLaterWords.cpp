@@ -13,17 +13,18 @@ namespace {
 
 struct Word {
     std::string_view word;
+    bool opensDefinition;  // with a block
     std::string_view advice;
 };
 
 // clang-format off
-//   word        advice
+//   word        definition  advice
 constexpr Word k_words[] = {
-    {"class",    "classes belong to a later revision of the language"},
-    {"public",   "classes belong to a later revision of the language"},
-    {"private",  "classes belong to a later revision of the language"},
-    {"struct",   "structures belong to a later revision of the language"},
-    {"shader",   "shader objects belong to a later revision of the language"},
+    {"class",    true,       "classes belong to a later revision of the language"},
+    {"public",   false,      "classes belong to a later revision of the language"},
+    {"private",  false,      "classes belong to a later revision of the language"},
+    {"struct",   true,       "structures belong to a later revision of the language"},
+    {"shader",   false,      "shader objects belong to a later revision of the language"},
 };
 // clang-format on
 
@@ -32,13 +33,26 @@ constexpr std::string_view k_functions[] = {
     "photonmap",   "pop",  "push",   "rayinfo", "reserve", "resize",    "subsurface", "texture3d",
 };
 
+/// Null if the word is none of them.
+const Word* Find(std::string_view word)
+{
+    const auto* const found = std::find_if(std::begin(k_words), std::end(k_words),
+                                           [&](const Word& row) { return row.word == word; });
+    return found == std::end(k_words) ? nullptr : found;
+}
+
 }  // namespace
 
 std::string_view SlcAdviceOnLaterWord(std::string_view word)
 {
-    const auto* const found = std::find_if(std::begin(k_words), std::end(k_words),
-                                           [&](const Word& row) { return row.word == word; });
-    return found == std::end(k_words) ? std::string_view() : found->advice;
+    const Word* const found = Find(word);
+    return found ? found->advice : std::string_view();
+}
+
+bool SlcOpensLaterDefinition(std::string_view word)
+{
+    const Word* const found = Find(word);
+    return found && found->opensDefinition;
 }
 
 std::string SlcAdviceOnLaterFunction(std::string_view name)

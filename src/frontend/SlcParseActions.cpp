@@ -157,6 +157,7 @@ std::unique_ptr<SlcFuncDefStmtNode> FunctionWithoutType(const SlcTextRange& rang
                                                         const SlcTokenValue& body)
 {
     yyerror("Local function definition must have a return type");
+    Advice().RefusedBlock();
     Advise("a call takes no block: such statements belong to a later revision of the language");
     auto function = std::make_unique<SlcFuncDefNode>(
         position, SlcTypeNode::AFloat(), As<SlcIdentNode>(ident),

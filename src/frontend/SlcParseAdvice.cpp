@@ -102,18 +102,49 @@ const SlcParseAdvice::Token& SlcParseAdvice::Before(std::size_t places) const
 int SlcParseAdvice::Next(SlcTokenValue& value, SlcTextRange& range)
 {
     m_value = &value;
-    int token = Read();
-    // A new beginning at the ";" of a loop's head would report the rest of the head again.
-    while (m_dropping != 0 && token != 0 && token != '{' && token != '}') {
-        if (m_parentheses.size() < m_dropping)
-            m_dropping = 0;
-        token = Read();
-    }
-    m_dropping = 0;
+    const int token = ReadKept();
     const SlcSourcePosition& position = SlcCurrentPosition();
     const auto end = static_cast<std::uint32_t>(position.taken);
     range = {end - static_cast<std::uint32_t>(token == 0 ? 0 : position.tokenLength), end};
     return token;
+}
+
+int SlcParseAdvice::ReadKept()
+{
+    const Drops drops = std::exchange(m_drops, Drops::Nothing);
+    if (drops == Drops::HeadOfFor)
+        return ReadBehindHead();
+    if (drops == Drops::Definition)
+        return ReadToEnd();
+    int token = Read();
+    while (drops == Drops::Else && token == ELSE) {
+        m_depth = m_braces.size();
+        token = ReadToEnd();
+        if (token == 0 || m_braces.size() < m_depth)
+            break;
+        token = Read();
+    }
+    return token;
+}
+
+/// A new beginning at the ";" of a loop's head would report the rest of the head again.
+int SlcParseAdvice::ReadBehindHead()
+{
+    int token = Read();
+    for (bool isInHead = true; isInHead && token != 0 && token != '{' && token != '}';
+         token = Read())
+        isInHead = m_parentheses.size() >= m_depth;
+    return token;
+}
+
+int SlcParseAdvice::ReadToEnd()
+{
+    while (true) {
+        const int token = Read();
+        const bool isOutside = m_braces.size() <= m_depth;
+        if (token == 0 || (isOutside && (token == '}' || (token == ';' && m_openParentheses == 0))))
+            return token;
+    }
 }
 
 int SlcParseAdvice::Read()
@@ -124,6 +155,7 @@ int SlcParseAdvice::Read()
     token.code = code;
     token.line = SlcCurrentPosition().line;
     token.text.clear();
+    token.opensDefinition = code == IDENTIFIER && SlcOpensLaterDefinition(SlcScanner::TokenText());
     if (AdviceIsShown() && code != 0)
         token.text = SlcScanner::TokenText();
     Follow(token);
@@ -141,13 +173,15 @@ void SlcParseAdvice::Follow(const Token& token)
 
 void SlcParseAdvice::FollowParenthesis(const Token& token)
 {
-    const bool isInHead = !m_parentheses.empty() && m_parentheses.back() == FOR;
-    if (token.code == '(')
-        m_parentheses.push_back(Before(0).code);
-    else if (token.code == ')' && !m_parentheses.empty())
+    const bool isInHead = !m_parentheses.empty() && m_parentheses.back().token == FOR;
+    if (token.code == '(') {
+        m_parentheses.push_back({Before(0).code, Before(0).text});
+    } else if (token.code == ')' && !m_parentheses.empty()) {
+        m_called = m_parentheses.back().text;
         m_parentheses.pop_back();
-    else if (token.code == '{' || token.code == '}' || (token.code == ';' && !isInHead))
+    } else if (token.code == '{' || token.code == '}' || (token.code == ';' && !isInHead)) {
         m_parentheses.clear();
+    }
 }
 
 void SlcParseAdvice::FollowBrace(const Token& token)
@@ -183,8 +217,8 @@ void SlcParseAdvice::FollowCondition(const Token& token)
         m_condition = Condition::None;
 
     if (token.code == ';' || token.code == '{' || token.code == '}') {
-        const bool isHeadOfFor =
-            token.code == ';' && !isOpen && !m_parentheses.empty() && m_parentheses.back() == FOR;
+        const bool isHeadOfFor = token.code == ';' && !isOpen && !m_parentheses.empty() &&
+                                 m_parentheses.back().token == FOR;
         m_condition = isHeadOfFor ? Condition::Open : Condition::None;
         m_conditionDepth = m_parentheses.size();
         m_compared = m_comparison = false;
@@ -206,8 +240,14 @@ void SlcParseAdvice::FollowCondition(const Token& token)
 
 std::string SlcParseAdvice::Refused()
 {
-    if (!m_parentheses.empty() && m_parentheses.back() == FOR)
-        m_dropping = m_parentheses.size();
+    if (!m_parentheses.empty() && m_parentheses.back().token == FOR) {
+        m_drops = Drops::HeadOfFor;
+        m_depth = m_parentheses.size();
+    } else if ((Before(0).opensDefinition || Before(1).opensDefinition) && Before(0).code != ';' &&
+               Before(0).code != '}') {
+        m_drops = Drops::Definition;
+        m_depth = m_braces.size() - (Before(0).code == '{' ? 1 : 0);
+    }
     if (!AdviceIsShown())
         return {};
     const std::string hint = Hint();
@@ -238,6 +278,8 @@ std::string SlcParseAdvice::HintOnLaterWords() const
         if (const auto advice = SlcAdviceOnLaterWord(Before(places).text);
             Before(places).code == IDENTIFIER && !advice.empty())
             return std::string(advice);
+    if (Before(1).code == ')')
+        return SlcAdviceOnLaterFunction(m_called);
     return {};
 }
 
@@ -296,7 +338,7 @@ std::string SlcParseAdvice::HintOnConditions() const
 std::string SlcParseAdvice::HintOnBraces() const
 {
     const int token = Before(0).code;
-    if ((token == ';' || token == '{') && m_openParentheses > 0 && m_dropping == 0)
+    if ((token == ';' || token == '{') && m_openParentheses > 0 && m_drops == Drops::Nothing)
         return "a ')' is missing in front of it";
     const bool isShader = token == IDENTIFIER && IsShaderKind(Before(1).code);
     if (!m_braces.empty() && (token == 0 || isShader)) {

@@ -7,29 +7,41 @@
 #include "frontend/SlcTokenValue.h"
 
 /// Watches the tokens on their way to the parser, to tell more of a syntax error than the parser
-/// knows: the token by name, and what was most likely meant. It also keeps the recovery from a
-/// fault in the head of a `for` from starting anew inside of that head.
+/// knows: the token by name, and what was most likely meant. It also keeps tokens from the parser
+/// that would only bring further reports of the same fault: the rest of the head of a `for`, the
+/// body of a class, the `else` of a call with a block.
 class SlcParseAdvice {
 public:
     /// The next token from the scanner, its value and where its text stands.
     [[nodiscard]] int Next(SlcTokenValue& value, SlcTextRange& range);
     /// The last token is a syntax error. Gives the advice, empty unless advice is shown.
     [[nodiscard]] std::string Refused();
+    /// The last token ended the block of a call, which was reported.
+    void RefusedBlock() { m_drops = Drops::Else; }
 
 private:
     struct Token {
         int code = 0;
         int line = 0;
-        std::string text;  // kept at warning level 2 only
+        std::string text;              // kept at warning level 2 only
+        bool opensDefinition = false;  // of a later revision, which has a block
     };
     struct Brace {
         int line = 0;
         int indent = 0;  // of the line
     };
     enum class Condition { None, Open, Closed };
+    /// What is kept from the parser when it wants the next token.
+    enum class Drops { Nothing, HeadOfFor, Definition, Else };
 
     /// A token of the scanner, for the ring.
     [[nodiscard]] int Read();
+    /// The next one that is not dropped.
+    [[nodiscard]] int ReadKept();
+    /// The first token behind the dropped part of the head of a `for`.
+    [[nodiscard]] int ReadBehindHead();
+    /// The last token of a statement or definition, of which some tokens have been read.
+    [[nodiscard]] int ReadToEnd();
     /// Keeps the fields below up with the tokens: each of the next three its part.
     void Follow(const Token& token);
     void FollowParenthesis(const Token& token);
@@ -63,12 +75,18 @@ private:
     Token m_tokens[k_kept];  // a ring
     std::size_t m_count = 0;
 
-    std::vector<int> m_parentheses;  // the token in front of each open one
-    std::vector<Brace> m_braces;     // that are open
-    Brace m_lastClosed;              // what the last closing brace matched
-    int m_lastClosing = 0;           // its line
-    Brace m_suspect;                 // an open brace whose match is not indented like it
-    std::size_t m_dropping = 0;      // up to the end of this parenthesis; 0 for none
+    struct Parenthesis {
+        int token;         // in front of it
+        std::string text;  // the same
+    };
+    std::vector<Parenthesis> m_parentheses;  // that are open
+    std::string m_called;                    // in front of the one that was closed last
+    std::vector<Brace> m_braces;             // that are open
+    Brace m_lastClosed;                      // what the last closing brace matched
+    int m_lastClosing = 0;                   // its line
+    Brace m_suspect;                         // an open brace whose match is not indented like it
+    Drops m_drops = Drops::Nothing;
+    std::size_t m_depth = 0;  // of parentheses or braces, where dropping ends
 
     Condition m_condition = Condition::None;  // of an `if` or a loop
     std::size_t m_conditionDepth = 0;         // open parentheses around it

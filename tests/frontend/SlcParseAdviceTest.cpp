@@ -113,6 +113,20 @@ TEST(SlcParseAdvice, TellsOfBracesAndDefinitions)
         {"surface s() { gather(\"a\", P) { } }",
          "1: ADVICE: a call takes no block: such statements belong to a later revision of the "
          "language"},
+        {"surface s() { gather(\"a\", P) { if (x > 1) x = 2; } else { x = 1; } x = 3; }",
+         "1: ADVICE: a call takes no block: such statements belong to a later revision of the "
+         "language"},
+        {"surface s() { gather(\"a\", P) { } else if (x > 1) x = 1; else { x = 2; } x = 3; }",
+         "1: ADVICE: a call takes no block: such statements belong to a later revision of the "
+         "language"},
+        {"surface s() {\ngather(\"a\", P) x = 1; else x = 2;\nx = 3; }",
+         "2: ADVICE: unexpected 'x': 'gather' belongs to a later revision of the language"},
+        {"surface s() {\nclass a(float k; float j) { float x; void f() { x = 2; } }\nx = 1;\nx = 2 "
+         "3; }",
+         "2: ADVICE: unexpected 'a': classes belong to a later revision of the language\n"
+         "4: ADVICE: unexpected '3': an operator or a ';' is missing in front of it"},
+        {"surface s() {\nstruct { float x; float y; } z;\nx = 1; }",
+         "2: ADVICE: unexpected '{': structures belong to a later revision of the language"},
         {"surface s() { float x = 99999999999; }",
          "1: ADVICE: a number in an expression may be larger if it has a point: '99999999999.0'"},
         {"surface s(float a = 1, float b = 2) {}",
