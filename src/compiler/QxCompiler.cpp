@@ -250,15 +250,16 @@ private:
     }
 
     /// Reports of the parser stand at places of the preprocessed text.
-    static void SetColumns(std::vector<SlcColumnChange> columns)
+    void SetColumns(std::vector<SlcColumnChange> columns)
     {
-        SetColumnOfOffset([columns = std::move(columns)](std::size_t offset, int column) {
-            const std::size_t line = offset - static_cast<std::size_t>(column - 1);
+        SetColumnOfOffset([this, columns = std::move(columns)](std::size_t offset, int) {
+            // The scanner's column leaves out what is no token.
+            const std::size_t line = offset == 0 ? 0 : m_text.rfind('\n', offset - 1) + 1;
             auto change = std::upper_bound(
                 columns.begin(), columns.end(), offset,
                 [](std::size_t place, const SlcColumnChange& c) { return place < c.offset; });
             if (change == columns.begin() || (--change)->offset < line)
-                return column;
+                return static_cast<int>(offset - line) + 1;
             return change->column +
                    (change->isFixed ? 0 : static_cast<int>(offset - change->offset));
         });

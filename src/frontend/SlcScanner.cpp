@@ -123,6 +123,13 @@ void SlcScanner::CountChars(std::string_view text, char filler)
     AddFillers(text.size(), filler);
 }
 
+void SlcScanner::RefuseCharacter()
+{
+    SlcCurrentPosition().isUncounted = true;
+    yyerror("Invalid charcacter");
+    SlcCurrentPosition().isUncounted = false;
+}
+
 // Reports repeat line and filler: past the limit of a line they are of no use.
 void SlcScanner::AddFillers(std::size_t count, char filler)
 {

@@ -42,6 +42,9 @@ public:
         return SlcCurrentPosition().taken > Current().noStringBefore;
     }
 
+    /// Reports the last characters, which are no token. The column does not move.
+    static void RefuseCharacter();
+
     /// Accounts for the text of a token with one filler character each. Ends the process with
     /// status 2 if it is too long.
     static void CountChars(std::string_view text, char filler);

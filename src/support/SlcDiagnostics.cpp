@@ -55,6 +55,12 @@ struct ColumnOfOffset {
     std::function<int(std::size_t, int)> columnOf;
 };
 
+/// The column of the scanner's last token, from 0.
+int TokenColumn(const SlcSourcePosition& position)
+{
+    return std::max(position.column - (position.isUncounted ? 0 : position.tokenLength), 0);
+}
+
 /// Places a report at the scanner's last token.
 void RecordAtSource(bool isError, std::string_view text)
 {
@@ -65,7 +71,7 @@ void RecordAtSource(bool isError, std::string_view text)
     report.file = position.file ? *position.file : std::string();
     report.line = position.line;
     report.length = std::max(position.tokenLength, 1);
-    report.column = std::max(position.column - position.tokenLength, 0) + 1;
+    report.column = TokenColumn(position) + 1;
     const std::size_t end = std::max<std::size_t>(position.taken, 1);
     const auto& columnOf = SlcPartOfCompilation<ColumnOfOffset>().columnOf;
     if (columnOf)
@@ -99,12 +105,12 @@ void ReportAtSource(std::string_view kind, std::string_view message)
     RecordAtSource(kind == "ERROR", message);
     const std::string place = Place(position);
     const std::string indent(place.size(), ' ');
-    const int offset = position.column - position.tokenLength;
+    const auto offset = static_cast<std::size_t>(TokenColumn(position));
 
     std::string report = place;
     report.append(" ").append(kind).append(": ").append(message).append(":\n\n");
     report.append(indent).append(position.currentLine).append("\n");
-    report.append(indent).append(position.filler, 0, static_cast<std::size_t>(std::max(offset, 0)));
+    report.append(indent).append(position.filler, 0, offset);
     report.append("^\n");
     SlcReports() << report;
 }
@@ -143,6 +149,15 @@ const std::vector<SlcReport>& SlcReportsSoFar()
 void RecordReport(SlcReport report)
 {
     SlcPartOfCompilation<ReportsSoFar>().reports.push_back(std::move(report));
+}
+
+void RecordAdvice(std::string_view text)
+{
+    auto& reports = SlcPartOfCompilation<ReportsSoFar>().reports;
+    if (reports.empty())
+        return;
+    std::string& advice = reports.back().advice;
+    advice.append(advice.empty() ? "" : "\n").append(text);
 }
 
 void SetColumnOfOffset(std::function<int(std::size_t offset, int column)> columnOf)
@@ -227,8 +242,7 @@ void Advise(std::string_view text)
 {
     if (!AdviceIsShown() || State().sourceReports > k_maxSourceReports)
         return;
-    if (auto& reports = SlcPartOfCompilation<ReportsSoFar>().reports; !reports.empty())
-        reports.back().advice = text;
+    RecordAdvice(text);
     SlcReports() << Place(SlcCurrentPosition()).append(" ADVICE: ").append(text).append("\n\n");
 }
 

@@ -52,12 +52,14 @@ struct SlcReport {
     int column = 0;  // in the file, from 1; 0 if it is not known
     int length = 0;
     std::string text;
-    std::string advice;
+    std::string advice;  // lines
 };
 /// Those of the compilation that were shown, in their order.
 [[nodiscard]] const std::vector<SlcReport>& SlcReportsSoFar();
 /// Adds one; the reports below do it by themselves.
 void RecordReport(SlcReport report);
+/// Adds a line of advice to the last report; likewise.
+void RecordAdvice(std::string_view text);
 /// Gives the column in the file for a place of the scanned text and its column there. Without it
 /// both are the same.
 void SetColumnOfOffset(std::function<int(std::size_t offset, int column)> columnOf);

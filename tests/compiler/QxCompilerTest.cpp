@@ -166,6 +166,7 @@ TEST(QxCompiler, ReportsAsData)
     static const ReportCase cases[] = {
         {"#include \"none.h\"\n", 1, 10, 8, "Cannot find the included file 'none.h'"},
         {"#define F(x) (x)\nsurface a() {\n  Ci = F(1) + $;\n}\n", 3, 15, 1, "Invalid charcacter"},
+        {"surface a() {\n\tCi = \xC3\xA9 $ + @;\n}\n", 2, 7, 2, "Invalid charcacter"},
         {"#define F(x) (x x)\nsurface a() {\n  Ci =  F(s) + 1;\n}\n", 3, 9, 1, "parse error"},
         {"surface a() {\n\n  Ci = nothing;\n}\n", 3, 0, 0, "Undefined variable: nothing"},
     };
@@ -187,6 +188,11 @@ TEST(QxCompiler, ReportsAsData)
     options.showsAdvice = true;
     const auto advised = QxCompileText("a.sl", "surface a() { float i; i++; }", options);
     EXPECT_NE(advised.reports.front().advice.find("there is no '++'"), std::string::npos);
+    const auto checked = QxCompileText("a.sl", "surface a() { P[0] = 1; Ci = none; }", options);
+    ASSERT_EQ(checked.reports.size(), 2U) << checked.messages;
+    EXPECT_EQ(checked.reports.front().advice.find("write 'setxcomp(P, "), 0U)
+        << checked.reports.front().advice;
+    EXPECT_EQ(checked.reports.back().advice, "");
     const auto warned =
         QxCompileText("a.sl", "f(float x) { return x; } surface a() { Ci = f(s); }");
     ASSERT_EQ(warned.reports.size(), 1U);

@@ -226,19 +226,19 @@ TEST(SlcScanner, ReportsWhatIsNoToken)
         const char* output;
     };
     static const ErrorCase cases[] = {
-        {"a\n\tb $ c", ":2: ERROR: Invalid charcacter:\n\n   \tb $ c\n   \t ^\n"},
-        {"\na = \u201Cb", ":2: ERROR: Invalid charcacter:\n\n   a = \u201Cb\n      ^\n"},
-        {"\na \xE2\x80", ":2: ERROR: Invalid charcacter:\n\n   a \xE2\x80\n    ^\n"},
+        {"a\n\tb $ c", ":2: ERROR: Invalid charcacter:\n\n   \tb $ c\n   \t  ^\n"},
+        {"\na = \u201Cb", ":2: ERROR: Invalid charcacter:\n\n   a = \u201Cb\n       ^\n"},
+        {"\na \xE2\x80", ":2: ERROR: Invalid charcacter:\n\n   a \xE2\x80\n     ^\n"},
         {"\n\"a", ":2: ERROR: Invalid charcacter:\n\n   \"a\n   ^\n"},
         {"\n1e39", ":2: ERROR: Number is too large for a float:\n\n   1e39\n   ^\n"},
         {"\na 2147483648",
          ":2: ERROR: Number is too large for an integer:\n\n   a 2147483648\n     ^\n"},
         // The line of the user behind what is skipped, and only a mark at its beginning is one.
-        {"# 7 \"x\"\na # b", "x:7: ERROR: Invalid charcacter:\n\n    a # b\n     ^\n"},
-        {"#line 7 \"x\"\na $", "x:7: ERROR: Invalid charcacter:\n\n    a $\n     ^\n"},
-        {"\n#pragma a\na $", ":3: ERROR: Invalid charcacter:\n\n   a $\n    ^\n"},
-        {"\nb // c\na $", ":3: ERROR: Invalid charcacter:\n\n   a $\n    ^\n"},
-        {"/*\n*\n\t* */ a $", ":3: ERROR: Invalid charcacter:\n\n   \t* */ a $\n   \t      ^\n"},
+        {"# 7 \"x\"\na # b", "x:7: ERROR: Invalid charcacter:\n\n    a # b\n      ^\n"},
+        {"#line 7 \"x\"\na $", "x:7: ERROR: Invalid charcacter:\n\n    a $\n      ^\n"},
+        {"\n#pragma a\na $", ":3: ERROR: Invalid charcacter:\n\n   a $\n     ^\n"},
+        {"\nb // c\na $", ":3: ERROR: Invalid charcacter:\n\n   a $\n     ^\n"},
+        {"/*\n*\n\t* */ a $", ":3: ERROR: Invalid charcacter:\n\n   \t* */ a $\n   \t       ^\n"},
     };
     for (const ErrorCase& c : cases)
         EXPECT_EQ(ErrorOutput(c.text), c.output) << c.text;

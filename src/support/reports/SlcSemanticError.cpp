@@ -17,13 +17,26 @@
 
 namespace {
 
+constexpr std::string_view k_advice = "ADVICE";
+
+/// Advice belongs to the report before it.
+void Record(std::string_view file, int line, std::string_view kind, std::string_view text,
+            int level)
+{
+    if (kind == k_advice)
+        RecordAdvice(text);
+    else
+        RecordReport(
+            {kind != "WARNING", level, std::string(file), line, 0, 0, std::string(text), ""});
+}
+
 /// `node` may be null: the text then stands alone.
 void Print(const SlcSyntaxNode* node, std::string_view kind, std::string text, int level = 0)
 {
     if (node)
         SlcSemanticError::PrintAt(*node->GetFileParsed(), node->GetNoLine(), kind, text, level);
     else
-        RecordReport({kind != "WARNING", kind == "WARNING" ? level : 0, "", 0, 0, 0, text, ""});
+        Record("", 0, kind, text, level);
     if (!node)
         SlcReports() << text.append("\n");
 }
@@ -38,7 +51,7 @@ std::string WithDetail(std::string_view message, std::string_view detail)
 void SlcSemanticError::PrintAt(std::string_view file, int line, std::string_view kind,
                                std::string_view text, int level)
 {
-    RecordReport({kind != "WARNING", level, std::string(file), line, 0, 0, std::string(text), ""});
+    Record(file, line, kind, text, level);
     std::string report(file);
     report.append(":").append(std::to_string(line)).append(": ").append(kind).append(": ");
     SlcReports() << report.append(text).append("\n");
@@ -115,7 +128,7 @@ void SlcSemanticError::Warning(const SlcSyntaxNode* node, std::string_view messa
 void SlcSemanticError::Advise(const SlcSyntaxNode* node, std::string_view text)
 {
     if (!IsQuiet() && AdviceIsShown())
-        Print(node, "ADVICE", std::string(text));
+        Print(node, k_advice, std::string(text));
 }
 
 void SlcSemanticError::FatalError(const SlcSyntaxNode* node, std::string_view message)
