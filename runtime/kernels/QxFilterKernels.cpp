@@ -4,7 +4,8 @@
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.
 
-#include <cstring>
+#include <iterator>
+#include <utility>
 
 #include "QxFilters.h"
 #include "kernels/QxBlocks.h"
@@ -14,20 +15,7 @@ namespace {
 
 using Text = const char*;
 
-struct Box {
-    float operator()(float x) const { return qxfilter::Box(x); }
-};
-struct Triangle {
-    float operator()(float x) const { return qxfilter::Triangle(x); }
-};
-struct Gaussian {
-    float operator()(float x) const { return qxfilter::Gaussian(x); }
-};
-struct CatmullRom {
-    float operator()(float x) const { return qxfilter::CatmullRom(x); }
-};
-
-template <class Filter>
+template <unsigned int filter>
 QX_KERNEL_CODE void Steps(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {
     ForBlocks(points, [&](const Block& block) {
@@ -40,26 +28,26 @@ QX_KERNEL_CODE void Steps(QxMachineState& state, const QxCode& code, const QxPoi
         Load(ends, Operand<float>(state, code, 3), block);
         Load(widths, Operand<float>(state, code, 4), block);
         for (unsigned int j = 0; j < block.count; ++j)
-            edges.at[j] =
-                QxFilterStepOf(Filter(), edges.at[j], begins.at[j], ends.at[j], widths.at[j]);
+            edges.at[j] = QxFilterStepOf(qxfilter::k_filters[filter].share, edges.at[j],
+                                         begins.at[j], ends.at[j], widths.at[j]);
         Store(Operand<float>(state, code, 0), edges, block);
     });
 }
 
-constexpr struct {
-    const char* name;
-    QxKernel kernel;
-} k_filters[] = {{"box", Steps<Box>}, {"triangle", Steps<Triangle>}, {"gaussian", Steps<Gaussian>}};
+template <unsigned int... filters>
+QxKernel KernelOf(unsigned int filter, std::integer_sequence<unsigned int, filters...>)
+{
+    static constexpr QxKernel k_kernels[] = {Steps<filters>...};
+    return k_kernels[filter];
+}
 
 void FilterStep(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {
     const auto names = Operand<Text>(state, code, 5);
     const auto kernelAt = [&](unsigned int point) {
-        const Text name = QxAt(names, point);
-        for (const auto& filter : k_filters)
-            if (name && std::strcmp(filter.name, name) == 0)
-                return filter.kernel;
-        return QxKernel{Steps<CatmullRom>};
+        constexpr unsigned int filters = std::size(qxfilter::k_filters);
+        return KernelOf(qxfilter::Find(QxAt(names, point)),
+                        std::make_integer_sequence<unsigned int, filters>());
     };
     if (names.step == 0)
         return kernelAt(0)(state, code, points);

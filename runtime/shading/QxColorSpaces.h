@@ -136,15 +136,17 @@ struct Space {
     QxRGBColor (*fromRgb)(const QxRGBColor&);
 };
 
+/// The first row is the default.
+inline constexpr Space k_spaces[] = {
+    {"rgb", Same, Same},     {"hsv", FromHsv, ToHsv}, {"hsl", FromHsl, ToHsl},
+    {"xyz", FromXyz, ToXyz}, {"XYZ", FromXyz, ToXyz}, {"xyY", FromXyY, ToXyY},
+    {"YIQ", FromYiq, ToYiq},
+};
+
 /// Null for an unknown name.
 inline const Space* Find(const char* name)
 {
-    static const Space spaces[] = {
-        {"rgb", Same, Same},     {"hsv", FromHsv, ToHsv}, {"hsl", FromHsl, ToHsl},
-        {"xyz", FromXyz, ToXyz}, {"XYZ", FromXyz, ToXyz}, {"xyY", FromXyY, ToXyY},
-        {"YIQ", FromYiq, ToYiq},
-    };
-    for (const Space& space : spaces)
+    for (const Space& space : k_spaces)
         if (std::strcmp(space.name, name) == 0)
             return &space;
     return nullptr;

@@ -40,6 +40,28 @@ inline float CatmullRom(float x)
     return t < 0 ? 0.5f - CatmullRomHalf(-t) : 0.5f + CatmullRomHalf(t);
 }
 
+/// A filter by name. The first row is the default.
+struct Filter {
+    const char* name;
+    float (*share)(float);
+};
+
+inline constexpr Filter k_filters[] = {
+    {"catmull-rom", CatmullRom},
+    {"box", Box},
+    {"triangle", Triangle},
+    {"gaussian", Gaussian},
+};
+
+/// The place of the name in the table; that of the default for an unknown one or null.
+inline unsigned int Find(const char* name)
+{
+    for (unsigned int i = 0; i < sizeof k_filters / sizeof *k_filters; ++i)
+        if (name && std::strcmp(k_filters[i].name, name) == 0)
+            return i;
+    return 0;
+}
+
 }  // namespace qxfilter
 
 // `filterstep` of one sample averages over what the point covers, around the sample. It has the operands of
@@ -80,14 +102,8 @@ inline float QxFilterStepOf(const Filter& filter, float edge, float s1, float s2
     return spacing > 0 ? filter(place) : QxStep(edge, s1);
 }
 
-/// `filter`: "catmull-rom" (also for an unknown name), "box", "triangle" or "gaussian".
+/// An unknown filter is the default one.
 inline float QxFilterStep(float edge, float s1, float s2, float width, const char* filter)
 {
-    if (std::strcmp(filter, "box") == 0)
-        return QxFilterStepOf(qxfilter::Box, edge, s1, s2, width);
-    if (std::strcmp(filter, "triangle") == 0)
-        return QxFilterStepOf(qxfilter::Triangle, edge, s1, s2, width);
-    if (std::strcmp(filter, "gaussian") == 0)
-        return QxFilterStepOf(qxfilter::Gaussian, edge, s1, s2, width);
-    return QxFilterStepOf(qxfilter::CatmullRom, edge, s1, s2, width);
+    return QxFilterStepOf(qxfilter::k_filters[qxfilter::Find(filter)].share, edge, s1, s2, width);
 }

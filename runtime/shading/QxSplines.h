@@ -12,31 +12,39 @@ struct QxSplineBasis {
     float weights[4][4];  // by power of the place, highest first, then by control value
 };
 
-/// The basis of that name; the Catmull-Rom basis for an unknown one.
+/// The first row is the default.
 ///
 /// Edwin Catmull and Raphael Rom, "A class of local interpolating splines", 1974; the others as
 /// in James Foley and others, "Computer Graphics: Principles and Practice", chapter 11.
+inline constexpr QxSplineBasis k_qxSplineBases[] = {
+    {"catmull-rom",
+     1,
+     {{-0.5f, 1.5f, -1.5f, 0.5f}, {1, -2.5f, 2, -0.5f}, {-0.5f, 0, 0.5f, 0}, {0, 1, 0, 0}}},
+    {"bezier", 3, {{-1, 3, -3, 1}, {3, -6, 3, 0}, {-3, 3, 0, 0}, {1, 0, 0, 0}}},
+    {"bspline",
+     1,
+     {{-1 / 6.0f, 0.5f, -0.5f, 1 / 6.0f},
+      {0.5f, -1, 0.5f, 0},
+      {-0.5f, 0, 0.5f, 0},
+      {1 / 6.0f, 2 / 3.0f, 1 / 6.0f, 0}}},
+    {"hermite", 2, {{2, 1, -2, 1}, {-3, -2, 3, -1}, {0, 1, 0, 0}, {1, 0, 0, 0}}},
+    {"power", 4, {{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}},
+    {"linear", 1, {{0, 0, 0, 0}, {0, 0, 0, 0}, {0, -1, 1, 0}, {0, 1, 0, 0}}},
+};
+
+/// The basis of that name; the default for an unknown one.
 inline const QxSplineBasis& QxFindSplineBasis(const char* name)
 {
-    static const QxSplineBasis bases[] = {
-        {"catmull-rom",
-         1,
-         {{-0.5f, 1.5f, -1.5f, 0.5f}, {1, -2.5f, 2, -0.5f}, {-0.5f, 0, 0.5f, 0}, {0, 1, 0, 0}}},
-        {"bezier", 3, {{-1, 3, -3, 1}, {3, -6, 3, 0}, {-3, 3, 0, 0}, {1, 0, 0, 0}}},
-        {"bspline",
-         1,
-         {{-1 / 6.0f, 0.5f, -0.5f, 1 / 6.0f},
-          {0.5f, -1, 0.5f, 0},
-          {-0.5f, 0, 0.5f, 0},
-          {1 / 6.0f, 2 / 3.0f, 1 / 6.0f, 0}}},
-        {"hermite", 2, {{2, 1, -2, 1}, {-3, -2, 3, -1}, {0, 1, 0, 0}, {1, 0, 0, 0}}},
-        {"power", 4, {{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}},
-        {"linear", 1, {{0, 0, 0, 0}, {0, 0, 0, 0}, {0, -1, 1, 0}, {0, 1, 0, 0}}},
-    };
-    for (const QxSplineBasis& basis : bases)
+    for (const QxSplineBasis& basis : k_qxSplineBases)
         if (std::strcmp(basis.name, name) == 0)
             return basis;
-    return bases[0];
+    return k_qxSplineBases[0];
+}
+
+/// How many control values the basis leaves out of `count`, at least four.
+constexpr int QxLeftOver(const QxSplineBasis& basis, int count)
+{
+    return (count - 4) % basis.step;
 }
 
 /// A place on a spline: its segment's first control value, and how far into the segment, 0 to 1.

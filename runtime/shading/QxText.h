@@ -10,8 +10,8 @@
 /// What a text of a shader may have at most: `concat` in a loop doubles it each time.
 constexpr std::size_t k_qxTextLength = 65535;
 
-/// A text that grows up to that length; what goes beyond is left out. It is here since <string> costs more to read than all that a small shader makes
-/// of it.
+/// A text that grows up to that length; what goes beyond is left out. It is here since <string> costs more to
+/// read than all that a small shader makes of it.
 class QxText {
 public:
     QxText() = default;
@@ -109,10 +109,12 @@ inline void AddValue(QxText& text, const QxTextArgument& argument, bool whole)
         text.Add(value);
 }
 
-/// The letter is one of a conversion.
+/// The letters of conversions.
+inline constexpr char k_conversions[] = "fdpcms";
+
 inline bool IsConversion(char letter)
 {
-    return letter != '\0' && std::strchr("fdpcms", letter);
+    return letter != '\0' && std::strchr(k_conversions, letter);
 }
 
 }  // namespace qxtext

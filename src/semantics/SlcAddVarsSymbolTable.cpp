@@ -142,8 +142,11 @@ void SlcAddVarsSymbolTable::Case(SlcTypeNode* type)
     const SlcArrayTypeNode* array = AsArray(type);
     const SlcTypeNode* element = array ? array->GetElementType() : type;
     // A renderer gives a string once for an instance.
-    if (m_declares == Declares::ShaderFormals && element->IsStringType())
-        m_detail = SlcDetailNode::AUniform();
+    m_dropsVarying = false;
+    if (m_declares != Declares::ShaderFormals || !element->IsStringType())
+        return;
+    m_dropsVarying = m_detail->IsVarying();
+    m_detail = SlcDetailNode::AUniform();
 }
 
 void SlcAddVarsSymbolTable::Case(SlcDefExprNode* definition)
@@ -152,6 +155,11 @@ void SlcAddVarsSymbolTable::Case(SlcDefExprNode* definition)
     const bool isRepeated = m_current->IsInCurrent(ident, false);
     if (isRepeated)
         m_errors->Error(PlaceOf(definition), "Illegal redefinition of variable", ident->GetName());
+    if (m_dropsVarying)
+        m_errors->Warning(PlaceOf(definition),
+                          "Parameter '" + ident->GetName() +
+                              "' is uniform: a string has one value for all points",
+                          2);
     // Asked before the initializer is seen, which declares what it fails to find.
     const bool shadows = !m_storage->IsExtern() && m_current->IsVarInTable(ident);
     SlcTypeNode* type = DeclaredType(definition);

@@ -89,6 +89,7 @@ private:
     SlcOuterScopes m_outer;
     SlcTypeNode* m_type = nullptr;            // of the declaration being walked
     SlcDetailNode* m_detail = nullptr;        // the same
+    bool m_dropsVarying = false;              // the source says varying, which the type cannot be
     SlcStorageSpecNode* m_storage = nullptr;  // the same
     SlcPtr<SlcSemanticError> m_errors;
     SlcCalculateTypesSets m_typesPass;

@@ -54,6 +54,14 @@ bool IsUniformVariable(const SlcPtr<SlcVarSymbolEntry>& variable)
     return variable && !variable->GetType()->IsErrorType() && variable->GetDetail()->IsUniform();
 }
 
+/// Of the shader.
+bool IsStringParameter(const SlcVarSymbolEntry& variable, const SlcCallPlace& place)
+{
+    const auto* array = dynamic_cast<const SlcArrayTypeNode*>(variable.GetType());
+    const SlcTypeNode* type = array ? array->GetElementType() : variable.GetType();
+    return place.inShader && type->IsStringType() && variable.GetStorage()->IsOutput();
+}
+
 }  // namespace
 
 void SlcAdviseOnOpenDetail(SlcSemanticError& errors, const SlcSyntaxNode* node,
@@ -137,6 +145,9 @@ void SlcCheckDetail::Case(SlcAssignExprNode* node)
                                            : "Assignment detail mismatch",
                         lvalue->ToString());
         SlcAdviseOnOpenDetail(*m_errors, node, *given, m_place);
+        if (IsStringParameter(*lvalue->GetSymbolEntry(), m_place))
+            m_errors->Advise(node, "a string parameter has one value for all points, also if it is "
+                                   "declared 'varying': use a local variable");
     }
     SetDetail(node, detail);
 }

@@ -114,6 +114,7 @@ void SlcCheckSemantics::CheckLightStatement(Node* node, const LightStatement& st
         m_hasIlluminance = true;
     } else {
         m_hasIlluminate = true;
+        CountLight(node);
     }
     node->SetAnnotation(MakeShared<SlcStatementInfo>(m_current));
     ++m_lightNesting;
@@ -138,6 +139,15 @@ void SlcCheckSemantics::GuardLightStatement(Node* node, const LightStatement& st
     } catch (const std::bad_cast&) {
         m_errors->FatalError(node, statement.noVariable);
     }
+}
+
+void SlcCheckSemantics::CountLight(const SlcSyntaxNode* node)
+{
+    if (m_lights++ > 0)
+        m_errors->Warning(node,
+                          "Only this light remains, not that of the 'illuminate' or 'solar' "
+                          "statement before it",
+                          2);
 }
 
 void SlcCheckSemantics::Case(SlcIlluminanceStmtNode* node)

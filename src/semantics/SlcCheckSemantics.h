@@ -112,6 +112,9 @@ private:
     template <class Node>
     void GuardLightStatement(Node* node, const LightStatement& statement, SlcExprNode* position);
 
+    /// Of a light shader: a statement, or the call of a function that holds one.
+    void CountLight(const SlcSyntaxNode* node);
+
     static const LightStatement sm_illuminance;
     static const LightStatement sm_illuminate;
     static const LightStatement sm_solar;
@@ -137,7 +140,8 @@ private:
     bool m_hasReturn = false;
     bool m_hasIlluminance = false;
     bool m_hasIlluminate = false;  // or `solar`
-    int m_errorsBefore = 0;        // the expression that is being checked
+    int m_lights = 0;        // statements so far, of one way through branches, that set the light
+    int m_errorsBefore = 0;  // the expression that is being checked
     int m_loopDepth = 0;
     int m_lightNesting = 0;
 };

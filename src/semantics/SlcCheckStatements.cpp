@@ -8,11 +8,13 @@
 //
 // Tested by tests/semantics/SlcCheckSemanticsTest.cpp.
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
 #include "frontend/SlcNodes.h"
 #include "semantics/SlcCheckSemantics.h"
+#include "semantics/SlcFuncInfo.h"
 #include "semantics/SlcStatementInfo.h"
 #include "semantics/SlcTypedExpr.h"
 #include "support/SlcCompilation.h"
@@ -117,6 +119,10 @@ void SlcCheckSemantics::Case(SlcProcCallStmtNode* node)
     FindTypes(call);
     SlcPossibleTypes::Of(call)->SetUniqueType(WantedTypeOfCall(call));
     FinishChecks(call);
+    const auto& entry = call->GetSymbolEntry();
+    if (entry && entry->GetFuncInfo() &&
+        CheckCast<SlcFuncInfo>(entry->GetFuncInfo())->HasIlluminate())
+        CountLight(node);
 }
 
 SlcTypeNode* SlcCheckSemantics::WantedTypeOfCall(SlcProcCallExprNode* call)
@@ -194,8 +200,11 @@ void SlcCheckSemantics::Case(SlcIfThenStmtNode* node)
 void SlcCheckSemantics::Case(SlcIfThenElseStmtNode* node)
 {
     CheckCondition(node->GetCondition());
+    const int lightsBefore = m_lights;
     const auto thenBranch = WalkBranch(node->GetThen(), nullptr);
+    const int lightsOfThen = std::exchange(m_lights, lightsBefore);
     const auto elseBranch = WalkBranch(node->GetElse(), nullptr);
+    m_lights = std::max(m_lights, lightsOfThen);
     if (thenBranch && elseBranch)
         m_usage->Promote(node, *thenBranch, *elseBranch);
 }

@@ -17,6 +17,7 @@
 #include <string_view>
 #include <utility>
 
+#include "semantics/SlcConstantArguments.h"
 #include "semantics/SlcFilterstepArgs.h"
 #include "semantics/SlcTypedExpr.h"
 
@@ -97,6 +98,7 @@ void SlcResolveCall::Resolve(SlcProcCallExprNode* call)
     if (!CheckShaderType() || !entry)
         return;
     call->SetSymbolEntry(entry);
+    SlcCheckConstantArguments(*m_errors, *call);
     if (m_args.size() == entry->GetArgTypes().size())
         return;
     const auto leaves = m_leaves.find(&*entry);

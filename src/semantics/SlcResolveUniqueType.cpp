@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "frontend/SlcNodes.h"
+#include "semantics/SlcConstantArguments.h"
 #include "semantics/SlcLeftSpine.h"
 #include "semantics/SlcResolveCall.h"
 #include "semantics/SlcResolveOperator.h"
@@ -92,6 +93,7 @@ void SlcResolveUniqueType::ResolveCast(SlcCastExprNode* cast)
 {
     SlcTypeNode* target = cast->GetType();
     SlcExprNode* operand = cast->GetOperand();
+    SlcCheckColorSpace(*m_errors, *cast);
     if (SlcTypeNode* type = Find(operand, target))
         return SetUnique(operand, type);
     if (IsUntyped(operand))

@@ -14,6 +14,7 @@
 #include "semantics/SlcUserCallRules.h"
 
 #include <cassert>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -160,6 +161,37 @@ bool PassArgumentInline(SlcCheckInlineDetail& walker, const Passed& passed, std:
     return true;
 }
 
+/// The variable that an argument is, without index or operators; null for another expression.
+SlcPtr<SlcVarSymbolEntry> VariableOf(const SlcExprNode* argument)
+{
+    const auto* named = dynamic_cast<const SlcIdentExprNode*>(argument);
+    return named ? SlcOutermost(named->GetSymbolEntry()) : nullptr;
+}
+
+/// The function's formals for one variable are that variable.
+void WarnOfSharedVariables(SlcSemanticError& errors, const std::vector<Passed>& arguments,
+                           const std::string& function)
+{
+    std::map<const SlcVarSymbolEntry*, const Passed*> outputs;
+    for (const Passed& passed : arguments)
+        if (const auto variable = VariableOf(passed.argument);
+            variable && passed.storage->IsOutput())
+            outputs.emplace(&*variable, &passed);
+    for (const Passed& passed : arguments) {
+        const auto variable = VariableOf(passed.argument);
+        const auto output = outputs.find(variable ? &*variable : nullptr);
+        if (passed.storage->IsOutput() || output == outputs.end())
+            continue;
+        const std::string& formal = output->second->formal->GetName();
+        errors.Warning(passed.argument,
+                       "Variable '" + variable->GetName() + "' is both input '" +
+                           passed.formal->GetName() + "' and output '" + formal + "' of '" +
+                           function + "': what is written to '" + formal + "' is read from '" +
+                           passed.formal->GetName() + "'",
+                       2);
+    }
+}
+
 template <class Walker>
 void ReportTooLarge(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNode* call)
 {
@@ -260,6 +292,7 @@ SlcDetailNode* SlcCheckArgsDetail(SlcCheckDetail* walker, SlcPtr<SlcFuncSymbolEn
     // One fault, one report: the body would be evaluated with details that no argument has.
     if (!fits)
         return DetailOfRefused();
+    WarnOfSharedVariables(errors, arguments, name);
     SlcDetailNode* const detail = DetailOfCall(*walker, *info, call, arguments);
     if (detail)
         return detail;

@@ -19,11 +19,11 @@ struct Tree {
     std::vector<std::string> folders;  // from the bottom up; "" is the root itself
 };
 
-// The compiler reads the tables of the byte-code file, which stand in a folder below its own.
+// The compiler reads tables of the run time and of the byte-code file, in folders below its own.
 const Tree k_compiler = {SLC_SOURCE_FOLDER "/src",
-                         {"sqx", "support", "preprocessor", "frontend", "support/reports",
-                          "symbols", "semantics", "icode", "lowering", "optimizer", "backends",
-                          "compiler", "driver"}};
+                         {"shading", "sqx", "support", "preprocessor", "frontend",
+                          "support/reports", "symbols", "semantics", "icode", "lowering",
+                          "optimizer", "backends", "compiler", "driver"}};
 const Tree k_runtime = {
     SLC_SOURCE_FOLDER "/runtime",
     {"shading", "sqx", "kernels", "machine/verify", "machine/translate", "machine/run", "host"}};

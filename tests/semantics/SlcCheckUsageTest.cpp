@@ -162,7 +162,9 @@ TEST(SlcCheckUsage, JudgesOutputArgumentsAtTheCall)
         {"void g(output float r) { void f(output float q) { q = q + 1; } f(r); } x = 1; g(x);", ""},
         {"void g(output float r) { void f(output float q) { q = q + 1; } f(r); }\n g(x);",
          "2: " + k_isUsed},
-        {"void f(output float r; float z) { r = z; }\n f(x, x);", "2: " + k_isNot},
+        {"void f(output float r; float z) { r = z; }\n f(x, x);",
+         "2: WARNING: Variable 'x' is both input 'z' and output 'r' of 'f': what is written to "
+         "'r' is read from 'z'\n2: " + k_isNot},
     };
     for (const UsageCase& c : cases)
         Expect(c);

@@ -1,0 +1,14 @@
+#pragma once
+
+class SlcCastExprNode;
+class SlcProcCallExprNode;
+class SlcSemanticError;
+
+/// Warns, at level 2, of constant arguments of a built-in that the run time takes for something
+/// else or leaves out: unknown names, indices outside, values of a spline that fill no segment,
+/// formats that do not match their arguments. The call has its overload and the types of its
+/// arguments.
+void SlcCheckConstantArguments(SlcSemanticError& errors, const SlcProcCallExprNode& call);
+
+/// Warns of a cast to a color in an unknown color space.
+void SlcCheckColorSpace(SlcSemanticError& errors, const SlcCastExprNode& cast);
