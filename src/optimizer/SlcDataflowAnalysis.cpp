@@ -40,6 +40,10 @@ SlcDataflowAnalysis::SlcDataflowAnalysis(const SlcControlFlowGraph& graph,
       m_places(variables.Count())
 {
     CollectBlockSets();
+    for (const SlcBasicBlock& block : graph.Blocks())
+        if (std::any_of(block.GetPredBlocks().begin(), block.GetPredBlocks().end(),
+                        [&](int predecessor) { return predecessor >= block.GetBlockId(); }))
+            m_loopHeads.push_back(block.GetBlockId());
     MakeGroups(FollowedVariables());
 }
 
@@ -140,8 +144,10 @@ void SlcDataflowAnalysis::MakeGroups(const std::vector<Followed>& followed)
         group.alive.assign(length, 0);
     }
     FillGroups();
-    for (Group& group : m_groups)
+    for (Group& group : m_groups) {
         Solve(group);
+        LookAtLoops(group);
+    }
 }
 
 void SlcDataflowAnalysis::FillGroups()
@@ -198,6 +204,22 @@ void SlcDataflowAnalysis::Solve(Group& group)
                 if (predecessor >= group.first)
                     open(predecessor);
     }
+}
+
+// What is alive at the front of the stretch is so in front of it too, and in loops that lie there.
+void SlcDataflowAnalysis::LookAtLoops(Group& group) const
+{
+    auto head = std::lower_bound(m_loopHeads.begin(), m_loopHeads.end(), group.first);
+    if (head != m_loopHeads.begin() && group.end > group.first)
+        group.aroundLoops = group.alive.front();
+    for (; head != m_loopHeads.end() && *head < group.end; ++head)
+        group.aroundLoops |= group.AliveAt(*head);
+}
+
+bool SlcDataflowAnalysis::GoesAroundLoop(int variable) const
+{
+    const Place place = m_places[variable];
+    return place.group >= 0 && (m_groups[place.group].aroundLoops & BitOf(place.bit)) != 0;
 }
 
 void SlcDataflowAnalysis::ForgetRead(int block, int variable)

@@ -26,6 +26,7 @@ public:
         int first = 0;  // a cut of the code, as is the end
         int end = 0;
         bool touched = false;             // some read is forgotten
+        std::uint64_t aroundLoops = 0;    // alive where some jump back leads
         std::vector<int> variables;       // at most 64, by bit
         std::vector<std::uint64_t> uses;  // by block from the first to the end, read before written
         std::vector<std::uint64_t> defs;  // written in the block
@@ -61,6 +62,9 @@ public:
     /// around a loop stays as it was, and so may be too much.
     void RefreshFront(int block);
 
+    /// The variable was alive, when the analysis was made, where some jump back leads.
+    [[nodiscard]] bool GoesAroundLoop(int variable) const;
+
     // What the instruction at a place in the list read and wrote when the analysis was made.
     [[nodiscard]] std::span<const int> UsesAt(std::size_t place) const { return m_codeUse[place]; }
     [[nodiscard]] std::span<const int> DefsAt(std::size_t place) const { return m_codeDef[place]; }
@@ -93,6 +97,8 @@ private:
     void FillGroups();
     /// The equations of liveness for the variables of a group, to their smallest solution.
     void Solve(Group& group);
+    /// Notes which variables go around loops.
+    void LookAtLoops(Group& group) const;
     /// True if that changed.
     /// Computes the set at the front of the block anew from that behind it.
     [[nodiscard]] bool UpdateFront(Group& group, int block) const;
@@ -107,6 +113,7 @@ private:
     SlcNumberLists m_blockDef;
     std::vector<Group> m_groups;
     std::vector<Place> m_places;    // by variable number
+    std::vector<int> m_loopHeads;   // blocks where jumps back lead, in order
     std::vector<Group*> m_touched;  // whose stretch the walk has not left
     int m_visits = 0;               // blocks that the solution took
 };

@@ -5,7 +5,8 @@
 // A computation goes if its result is not alive behind it, or if only computations that go need it
 // (SlcNeededVariables, which sees cycles around loops). What is removed reads nothing any more, so
 // the sets are corrected on the way: a chain inside a block dies in one walk, and RefreshFront
-// hands the news to the blocks in front.
+// hands the news to the blocks in front. Only around a loop the sets stay too large: a variable
+// that lives from one round of it to the next may have lost its last read, which the next run sees.
 //
 // Only what does nothing but compute is a candidate (the trait Computes). A variable without a
 // number is seen from outside; a write of an element leaves the rest of its array alive.
@@ -119,6 +120,7 @@ bool SlcDeadCodeElimination::EliminateCode(SlcListICode& list, const SlcControlF
         return !needed.IsNeeded(variable) || !live.IsLive(variable);
     };
 
+    m_isComplete = true;
     std::vector<std::size_t> removed;
     std::size_t place = list.m_icodes.size();
     const auto& blocks = graph.Blocks();
@@ -131,8 +133,11 @@ bool SlcDeadCodeElimination::EliminateCode(SlcListICode& list, const SlcControlF
             // What is assigned to itself is alive in front as it is behind.
             if (!isDead)
                 live.StepOver(analysis.UsesAt(place), analysis.DefsAt(place));
-            if (isDead || assignsItself)
-                removed.push_back(place);
+            if (!isDead && !assignsItself)
+                continue;
+            removed.push_back(place);
+            for (const int read : analysis.UsesAt(place))
+                m_isComplete = m_isComplete && !analysis.GoesAroundLoop(read);
         }
         if (removed.size() != removedBefore)
             for (const int variable : analysis.ReadFirst(block->GetBlockId()))

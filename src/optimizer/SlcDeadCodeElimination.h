@@ -14,4 +14,10 @@ public:
     /// graph and the analysis are stale then.
     [[nodiscard]] bool EliminateCode(SlcListICode& list, const SlcControlFlowGraph& graph,
                                      SlcDataflowAnalysis& analysis);
+    /// After a run: another one would find nothing. It might if the last has removed what read a
+    /// variable that goes around a loop.
+    [[nodiscard]] bool IsComplete() const { return m_isComplete; }
+
+private:
+    bool m_isComplete = true;
 };

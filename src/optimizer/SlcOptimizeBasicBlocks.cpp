@@ -1,11 +1,14 @@
 // Rounds of passes until nothing changes. Each change leaves liveness stale, and the graph too
-// unless it only put operands in the place of others, so a round builds what is stale, does one
-// change, and begins anew:
+// unless it only put operands in the place of others, so a round builds what is stale and needed,
+// does one change, and begins again:
 //
 //     round     1. dead code           2. empty blocks     3. constants and folding     4. loops
 //               the first of them that changes the list ends the round
 //     no change the temporaries are shared, once; rounds again, since that leaves x = x
 //     no change the end
+//
+// A round leaves out the search for dead code while no instruction that reads something has gone or
+// changed since the last complete one: labels, plain jumps and brackets keep no variable alive.
 //
 // Constants are put in and folded in one walk, instruction by instruction, so that a chain like
 // `x = 2; y = x + 1; z = y` is done at once, where two passes would need a round for each link.
@@ -62,6 +65,7 @@ void SlcOptimizeBasicBlocks::Optimize(SlcPtr<SlcListICode>& list)
     m_variables = std::make_unique<SlcVariableNumbers>(*list);
     m_defUse = std::make_unique<SlcDefUse>(*m_variables);
     m_graphIsCurrent = false;
+    m_hasNoDeadCode = false;
     bool updated = false;
     bool changed = true;
     for (int round = 0; changed && round < maxRounds; ++round) {
@@ -89,22 +93,34 @@ void SlcOptimizeBasicBlocks::BuildGraph(SlcListICode& list)
     if (!m_graphIsCurrent)
         m_graph = std::make_unique<SlcControlFlowGraph>(list);
     m_graphIsCurrent = true;
-    m_analysis = std::make_unique<SlcDataflowAnalysis>(*m_graph, *m_variables, *m_defUse);
     if (m_options.m_printBlockICode) {
         std::ofstream out("usedefvars.txt");
-        m_analysis->Print(out);
+        Liveness().Print(out);
     }
+}
+
+SlcDataflowAnalysis& SlcOptimizeBasicBlocks::Liveness()
+{
+    if (!m_analysis)
+        m_analysis = std::make_unique<SlcDataflowAnalysis>(*m_graph, *m_variables, *m_defUse);
+    return *m_analysis;
 }
 
 bool SlcOptimizeBasicBlocks::EliminateCode(SlcListICode& list)
 {
     if (!m_options.m_deadCodeElimination)
         return false;
-    bool changed = SlcDeadCodeElimination().EliminateCode(list, *m_graph, *m_analysis);
+    bool changed = false;
+    if (!m_hasNoDeadCode) {
+        SlcDeadCodeElimination deadCode;
+        changed = deadCode.EliminateCode(list, *m_graph, Liveness());
+        m_hasNoDeadCode = deadCode.IsComplete();
+    }
     if (!changed) {
         SlcRemoveEmptyBlocks emptyBlocks;
         changed = emptyBlocks.RemoveUnreachable(*m_graph, list);
         changed |= emptyBlocks.RemoveBlocks(list);
+        m_hasNoDeadCode = m_hasNoDeadCode && !emptyBlocks.HasRemovedReads();
     }
     m_graphIsCurrent = m_graphIsCurrent && !changed;
     return changed;
@@ -112,12 +128,12 @@ bool SlcOptimizeBasicBlocks::EliminateCode(SlcListICode& list)
 
 bool SlcOptimizeBasicBlocks::ChangeCode(SlcListICode& list)
 {
-    if (PropagateAndFold(list))
-        return true;
-    if (!m_options.m_codeMotion || !SlcCodeMotion(*m_graph, *m_analysis).OptimizeLoops(list))
-        return false;
-    m_graphIsCurrent = false;
-    return true;
+    const bool isFolded = PropagateAndFold(list);
+    const bool isMoved = !isFolded && m_options.m_codeMotion &&
+                         SlcCodeMotion(*m_graph, Liveness()).OptimizeLoops(list);
+    m_graphIsCurrent = m_graphIsCurrent && !isMoved;
+    m_hasNoDeadCode = m_hasNoDeadCode && !isFolded && !isMoved;
+    return isFolded || isMoved;
 }
 
 bool SlcOptimizeBasicBlocks::PropagateAndFold(SlcListICode& list)
@@ -163,7 +179,8 @@ void SlcOptimizeBasicBlocks::UpdateVariables(SlcListICode& list)
     std::ofstream dump;
     if (m_options.m_printBlockICode)
         dump.open("depend-graph.txt");
-    SlcReduceNumberTmps().Reduce(list, *m_graph, *m_analysis,
+    m_hasNoDeadCode = false;
+    SlcReduceNumberTmps().Reduce(list, *m_graph, Liveness(),
                                  m_options.m_printBlockICode ? &dump : nullptr);
     SlcForgetTmpVarDetail(*m_variables);
 }

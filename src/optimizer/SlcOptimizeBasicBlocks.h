@@ -13,7 +13,7 @@ class SlcVariableNumbers;
 ///
 /// The order within a round is a priority: removals run to exhaustion first, rewrites come only
 /// when nothing is left to remove, loops after them, and variables are shared once, when the code
-/// has become stable. Each change makes liveness anew, so that every pass sees it exact.
+/// has become stable. Each pass sees liveness as it is in the code before it.
 /// Every pass reports a change only if the code has become smaller, a constant has taken the
 /// place of a variable, or an instruction has left a loop, so the rounds end.
 class SlcOptimizeBasicBlocks : public SlcICodeOptimizer {
@@ -26,8 +26,9 @@ public:
 private:
     void Default(SlcPtr<SlcICode>) override {}
 
-    /// Brings the graph and liveness up to date with `list`.
+    /// Brings the graph up to date with `list`. Liveness is made when a pass asks for it.
     void BuildGraph(SlcListICode& list);
+    [[nodiscard]] SlcDataflowAnalysis& Liveness();
     /// Removes dead code or, if there is none, empty blocks.
     [[nodiscard]] bool EliminateCode(SlcListICode& list);
     /// Rewrites what is left: constants first, or else loops.
@@ -43,6 +44,7 @@ private:
     std::unique_ptr<SlcVariableNumbers> m_variables;
     std::unique_ptr<SlcDefUse> m_defUse;
     std::unique_ptr<SlcControlFlowGraph> m_graph;     // of the code as it stood at the last build
-    std::unique_ptr<SlcDataflowAnalysis> m_analysis;  // likewise
+    std::unique_ptr<SlcDataflowAnalysis> m_analysis;  // likewise; null before a pass needs it
     bool m_graphIsCurrent = false;  // the instructions are those of the graph, whatever operands
+    bool m_hasNoDeadCode = false;   // nothing has changed what is dead since it was removed
 };

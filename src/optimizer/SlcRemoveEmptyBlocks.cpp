@@ -121,6 +121,7 @@ bool SlcRemoveEmptyBlocks::RemoveUnreachable(const SlcControlFlowGraph& graph, S
     };
     if (std::all_of(graph.Blocks().begin(), graph.Blocks().end(), stays))
         return false;
+    m_hasRemovedReads = true;
     std::deque<SlcPtr<SlcICode>> kept;
     for (const auto& block : graph.Blocks())
         if (stays(block))
@@ -151,6 +152,9 @@ bool SlcRemoveEmptyBlocks::Phase(RemovePhase phase, SlcListICode& list)
         }
         if (m_remove) {
             m_changed = true;
+            // A label, or a jump without a condition, reads nothing.
+            m_hasRemovedReads = m_hasRemovedReads || !(IsExactly<SlcLabelICode>(*code) ||
+                                                       IsExactly<SlcGotoICode>(*code));
             continue;
         }
         if (kept != code)
@@ -200,6 +204,7 @@ bool SlcRemoveEmptyBlocks::RemovePairs(SlcListICode& list)
                               !current.sensitive && mayJoin(last.run, current.run);
             if (seam)
                 seamEnds.push_back(last);
+            m_hasRemovedReads = m_hasRemovedReads || emptyGuard;
             if (emptyRun || emptyGuard || seam) {
                 kept.pop_back();
                 continue;

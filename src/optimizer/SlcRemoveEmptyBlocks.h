@@ -19,6 +19,8 @@ public:
     [[nodiscard]] bool RemoveUnreachable(const SlcControlFlowGraph& graph, SlcListICode& list);
     /// Needs no graph. True if it changed something.
     [[nodiscard]] bool RemoveBlocks(SlcListICode& list);
+    /// Something that is gone has read a variable, which may be dead now.
+    [[nodiscard]] bool HasRemovedReads() const { return m_hasRemovedReads; }
 
 private:
     enum class RemovePhase {
@@ -51,6 +53,7 @@ private:
     SlcPtr<SlcICode> m_next;  // behind the instruction being visited, or null
     bool m_remove = false;
     bool m_changed = false;
+    bool m_hasRemovedReads = false;
     std::unordered_set<std::string> m_usedLabels;         // names that some instruction refers to
     std::unordered_map<std::string, SlcLabel> m_aliases;  // by name, what takes its place
 };
