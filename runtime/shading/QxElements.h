@@ -12,8 +12,9 @@
 // after a test of the index at some levels. An index outside of the array means its nearest element, at
 // every level, as in byte-code. So `int` before a parenthesis becomes an object that clamps the index
 // when the address is computed. The length of a local array of uniform elements is in its type. That of
-// others is looked up by address, among the parameters and the varying locals, once in a run: what is
-// found is kept in a small table.
+// others is looked up by address, among the parameters and the varying locals, and kept in a small table
+// that stands beside the locals of the function: arrays stay where they are while it runs, but for
+// blocks that it frees itself.
 
 /// Bytes before each block of locals, in which its size is kept; the block is as aligned as one from calloc.
 constexpr std::size_t k_qxBlockHead = 16;
@@ -21,28 +22,39 @@ constexpr std::size_t k_qxBlockHead = 16;
 /// How many elements the array at an address has.
 struct QxKnownArray {
     const void* array;
-    float length;
+    int last;  // its last element
 };
 
-constexpr std::size_t k_qxKnownArrays = 8;
+/// Those that a function has met, by address.
+class QxKnownArrays {
+public:
+    /// The place of the array in the table, where another one may stand.
+    QxKnownArray& At(const void* array)
+    {
+        const std::uintptr_t place = reinterpret_cast<std::uintptr_t>(array) >> 4;
+        return m_known[(place ^ place >> 6) % k_count];
+    }
+    /// A block was freed: the next one may be at the same address, with other arrays in it.
+    void Forget()
+    {
+        for (QxKnownArray& known : m_known)
+            known = {nullptr, 0};
+    }
 
-/// Those that were met in the run at hand, by address.
-static thread_local QxKnownArray s_qxKnownArrays[k_qxKnownArrays];
+private:
+    static constexpr std::size_t k_count = 8;
+
+    QxKnownArray m_known[k_count] = {};
+};
+
 /// Parameters of the shader. Set when it is loaded.
 static std::size_t s_qxParameters = 0;
 
-/// Arrays of another run may stand at the same addresses.
-inline void QxForgetArrays()
-{
-    for (QxKnownArray& known : s_qxKnownArrays)
-        known = {nullptr, 0};
-}
-
 /// The element that an index means, 0 for what is no number.
-inline int QxElementAt(float index, float length)
+inline int QxElementAt(float index, int last)
 {
-    const float last = length - 1;
-    return static_cast<int>(index > 0 ? (index < last ? index : last) : 0);
+    const float bound = static_cast<float>(last);
+    return static_cast<int>(index > 0 ? (index < bound ? index : bound) : 0);
 }
 
 /// Of a body without varying locals.
@@ -86,49 +98,53 @@ __attribute__((noinline)) void QxFindArray(QxKnownArray& known, const void* arra
                                            std::size_t elementBytes, QxVar* parameters,
                                            const Locals locals)
 {
-    known = {array, 1};
+    known = {array, 0};
     for (std::size_t i = 0; i < s_qxParameters; ++i)
         if (parameters[i].Value() == array) {
-            known.length = static_cast<float>(parameters[i].Length());
+            known.last = static_cast<int>(parameters[i].Length()) - 1;
             return;
         }
     if (sizeof(Locals) >= sizeof(void*))
         if (const std::size_t bytes = QxBytesOfLocal(locals, array))
-            known.length = static_cast<float>(bytes / elementBytes);
+            known.last = static_cast<int>(bytes / elementBytes) - 1;
 }
 
 /// An index, and where to look for the length of its array. `stride`: from element to element.
 template <class Locals>
 struct QxIndex {
     float index;
+    QxKnownArrays& known;
     QxVar* parameters;
     const Locals& locals;
     unsigned int stride;
 
-    QxIndex operator*(unsigned int points) const { return {index, parameters, locals, points}; }
+    QxIndex operator*(unsigned int points) const
+    {
+        return {index, known, parameters, locals, points};
+    }
     // What generated code tests before it reports an index.
     bool operator<(int) const { return !(index > -1); }
     bool operator>=(int length) const { return index >= static_cast<float>(length); }
 };
 
 template <class Locals>
-inline QxIndex<Locals> QxMakeIndex(float index, QxVar* parameters, const Locals& locals)
+inline QxIndex<Locals> QxMakeIndex(float index, QxKnownArrays& known, QxVar* parameters,
+                                   const Locals& locals)
 {
-    return {index, parameters, locals, 1};
+    return {index, known, parameters, locals, 1};
 }
 
 template <class Element, std::size_t length, class Locals>
 inline Element* operator+(Element (&array)[length], const QxIndex<Locals>& index)
 {
-    return array + QxElementAt(index.index, static_cast<float>(length));
+    return array + QxElementAt(index.index, static_cast<int>(length) - 1);
 }
 
 template <class Element, class Locals>
 inline Element* operator+(Element* const& array, const QxIndex<Locals>& index)
 {
-    const std::uintptr_t place = reinterpret_cast<std::uintptr_t>(array) >> 4;
-    QxKnownArray& known = s_qxKnownArrays[(place ^ place >> 6) % k_qxKnownArrays];
+    QxKnownArray& known = index.known.At(array);
     if (__builtin_expect(known.array != array, 0))
         QxFindArray(known, array, sizeof(Element) * index.stride, index.parameters, index.locals);
-    return array + static_cast<std::size_t>(QxElementAt(index.index, known.length)) * index.stride;
+    return array + static_cast<std::size_t>(QxElementAt(index.index, known.last)) * index.stride;
 }

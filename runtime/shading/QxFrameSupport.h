@@ -28,10 +28,8 @@ inline void* QxCalloc(std::size_t count, std::size_t size)
 
 inline void QxFree(void* block)
 {
-    if (!block)
-        return;
-    QxForgetArrays();  // the next block may be at the same address, with other arrays in it
-    ::operator delete(static_cast<char*>(block) - k_qxBlockHead);
+    if (block)
+        ::operator delete(static_cast<char*>(block) - k_qxBlockHead);
 }
 
 inline void QxFreeString(char* text)

@@ -45,11 +45,15 @@ static const unsigned int lightCnt = ~0u;
 // name.
 static const char* const theTypes = nullptr;
 
+// The rest gives a meaning to what generated code writes in words of C++ and of its library. It stands at the
+// end, since nothing that is read behind it would find these words again.
+
 // Indices of arrays, see QxElements.h: `int(x)` is one, and needs what its place calls `i_visibles` and
 // `v`. Functions without varying locals see this one.
 static const QxNoLocals v;
-#define int(index) QxMakeIndex(QxNumber(index), i_visibles, v)
-#define ShaderSupport() ShaderSupport(QxForgetArrays)
+#define int(index) QxMakeIndex(QxNumber(index), qxArrays, i_visibles, v)
+// Each function with indices begins with a declaration that ends in this call.
+#define ShaderSupport() ShaderSupport(); QxKnownArrays qxArrays
 // Initializers write these out. Their blocks too must know where they end.
 #define calloc(count, size) QxCalloc(count, size)
-#define free(block) QxFree(block)
+#define free(block) (qxArrays.Forget(), QxFree(block))
