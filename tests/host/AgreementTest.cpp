@@ -17,11 +17,11 @@
 #include "backends/SlcGenCCode.h"
 #include "compiler/SlcOptimizationLevel.h"
 #include "helpers/CheckedShader.h"
-#include "host/ShaderFolder.h"
+#include "helpers/ShaderFolder.h"
 #include "host/SharedObjects.h"
-#include "host/SharedRun.h"
-#include "random/RandomShader.h"
-#include "random/ReferenceShader.h"
+#include "shaders/SharedRun.h"
+#include "shaders/RandomShader.h"
+#include "shaders/ReferenceShader.h"
 #include "support/reports/SlcSemanticError.h"
 
 namespace {

@@ -7,7 +7,7 @@
 #include <sstream>
 
 #include "host/QxHost.h"
-#include "host/ShaderFolder.h"
+#include "helpers/ShaderFolder.h"
 #include "reference/SqxBuiltInExamples.h"
 
 namespace {

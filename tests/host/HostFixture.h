@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "host/QxHost.h"
-#include "host/ShaderFolder.h"
+#include "helpers/ShaderFolder.h"
 
 using Numbers = std::vector<float>;
 

@@ -9,7 +9,7 @@
 
 #include "QxGeometry.h"
 #include "host/QxHost.h"
-#include "host/ShaderFolder.h"
+#include "helpers/ShaderFolder.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "host/ShaderFolder.h"
+#include "helpers/ShaderFolder.h"
 #include "picture/SqxPicture.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "helpers/CheckedShader.h"
-#include "host/SharedRun.h"
+#include "shaders/SharedRun.h"
 
 // What tests of random shaders share.
 

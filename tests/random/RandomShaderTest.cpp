@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "random/RandomRun.h"
-#include "random/RandomShader.h"
+#include "shaders/RandomShader.h"
 #include "random/ShrinkStatements.h"
 
 namespace {

@@ -8,7 +8,7 @@
 #include <exception>
 
 #include "random/RandomRun.h"
-#include "random/ReferenceShader.h"
+#include "shaders/ReferenceShader.h"
 #include "random/ShrinkStatements.h"
 
 namespace {

@@ -8,7 +8,7 @@
 #include <sys/wait.h>
 
 #include "QxValues.h"
-#include "host/ShaderFolder.h"
+#include "helpers/ShaderFolder.h"
 #include "picture/SqxPng.h"
 
 namespace {

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "run/RunShader.h"
+#include "shaders/RunShader.h"
 
 namespace {
 

@@ -13,7 +13,7 @@
 
 #include "QxMatrixMath.h"
 #include "run/ExampleFiles.h"
-#include "run/RunShader.h"
+#include "shaders/RunShader.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "run/RunShader.h"
+#include "shaders/RunShader.h"
 #include "sqx/SqxDump.h"
 #include "sqx/SqxReader.h"
 

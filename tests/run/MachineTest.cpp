@@ -6,7 +6,7 @@
 
 #include "backends/SlcByteCode.h"
 #include "machine/SqxScene.h"
-#include "run/RunShader.h"
+#include "shaders/RunShader.h"
 
 namespace {
 

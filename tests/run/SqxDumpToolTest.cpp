@@ -9,7 +9,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "run/RunShader.h"
+#include "shaders/RunShader.h"
 
 namespace {
 

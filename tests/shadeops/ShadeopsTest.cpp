@@ -11,7 +11,7 @@
 
 #include "QxHostError.h"
 #include "host/QxHost.h"
-#include "host/ShaderFolder.h"
+#include "helpers/ShaderFolder.h"
 #include "shadeops/NativeShadeops.h"
 
 namespace {

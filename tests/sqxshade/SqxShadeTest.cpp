@@ -8,7 +8,7 @@
 #include <png.h>
 #include <sys/wait.h>
 
-#include "host/ShaderFolder.h"
+#include "helpers/ShaderFolder.h"
 
 namespace {
 

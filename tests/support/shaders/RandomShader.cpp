@@ -1,4 +1,4 @@
-#include "random/RandomShader.h"
+#include "shaders/RandomShader.h"
 
 #include <regex>
 #include <utility>

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "random/ReferenceTree.h"
+#include "shaders/ReferenceTree.h"
 
 /// Writes surface shaders around what uniform and varying values meet in: uniform variables that
 /// functions compute, arrays of both details whose elements are outputs, nested functions with

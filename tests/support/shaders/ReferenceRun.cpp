@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "random/ReferenceTree.h"
+#include "shaders/ReferenceTree.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "machine/run/QxMachineProgram.h"
-#include "run/RunShader.h"
+#include "shaders/RunShader.h"
 
 inline constexpr QxGrid k_smallGrid = {3, 2};
 

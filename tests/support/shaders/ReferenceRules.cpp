@@ -11,7 +11,7 @@
 #include <set>
 #include <utility>
 
-#include "random/ReferenceTree.h"
+#include "shaders/ReferenceTree.h"
 
 namespace {
 

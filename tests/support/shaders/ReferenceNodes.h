@@ -1,6 +1,6 @@
 #pragma once
 
-#include "random/ReferenceTree.h"
+#include "shaders/ReferenceTree.h"
 
 // Shorthand for the nodes of a reference program.
 

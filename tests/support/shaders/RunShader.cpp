@@ -1,4 +1,4 @@
-#include "run/RunShader.h"
+#include "shaders/RunShader.h"
 
 #include <gtest/gtest.h>
 

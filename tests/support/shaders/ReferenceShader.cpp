@@ -1,10 +1,10 @@
 // The statements of the shaders whose values are known.
 
-#include "random/ReferenceShader.h"
+#include "shaders/ReferenceShader.h"
 
 #include <algorithm>
 
-#include "random/ReferenceNodes.h"
+#include "shaders/ReferenceNodes.h"
 
 using Expr = ReferenceExpr;
 using Statement = ReferenceStatement;

@@ -1,4 +1,4 @@
-#include "host/ShaderFolder.h"
+#include "helpers/ShaderFolder.h"
 
 #include <gtest/gtest.h>
 

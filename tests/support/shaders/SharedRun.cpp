@@ -1,4 +1,4 @@
-#include "host/SharedRun.h"
+#include "shaders/SharedRun.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "random/ReferenceNodes.h"
-#include "random/ReferenceShader.h"
+#include "shaders/ReferenceNodes.h"
+#include "shaders/ReferenceShader.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "random/ReferenceTree.h"
+#include "shaders/ReferenceTree.h"
 
 namespace {
 

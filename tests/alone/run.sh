@@ -1,0 +1,16 @@
+#!/usr/bin/env bash
+# Each source compiles by itself, and so includes what it uses: in a batch the ones before it would
+# help. With SLC_TEST_ALONE=1; else skipped, with status 77, since it takes a build from scratch.
+# usage: run.sh CXX_COMPILER [TARGET...]
+set -euo pipefail
+[ "${SLC_TEST_ALONE:-0}" = 1 ] || { echo "SLC_TEST_ALONE is not 1"; exit 77; }
+root=$(cd "$(dirname "$0")/../.." && pwd)
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+cmake -S "$root" -B "$scratch" -DCMAKE_CXX_COMPILER="$1" -DCMAKE_BUILD_TYPE=Debug \
+    -DSLC_BATCH_SOURCES=OFF >"$scratch/log"
+shift
+cmake --build "$scratch" --parallel 2 ${1:+--target "$@"} >"$scratch/log" 2>&1 || {
+    grep -A5 'error' "$scratch/log"
+    exit 1
+}

@@ -1,0 +1,73 @@
+// What a run counts against its limit of steps: the instructions that jumps back repeat, of the
+// strip that repeats most.
+
+#include <gtest/gtest.h>
+
+#include "QxHostError.h"
+#include "host/QxHost.h"
+#include "machine/FileParts.h"
+
+namespace {
+
+/// The fewest steps that suffice for four strips of points and two lights, where Kd is 5. `s`: that
+/// of the points of each strip.
+std::size_t StepsOf(const char* code, const std::vector<float>& s)
+{
+    FileParts parts;
+    parts.code = code;
+    QxHostScene scene;
+    scene.AddDistantLight({0, 0, 1}, {1, 1, 1});
+    scene.AddDistantLight({0, 0, 1}, {2, 2, 2});
+    QxShaderInstance shader(QxShader::Read(parts.Text(), "test"), scene.Spaces());
+    shader.Set("Kd", 5);
+    QxHostGrid grid(256, 4);
+    for (std::size_t i = 0; i < grid.Size(); ++i)
+        grid.Values<float>("s")[i] = s[i / 256];
+    const auto suffices = [&](std::size_t limit) {
+        shader.SetStepLimit(limit);
+        try {
+            shader.Run(grid, scene);
+        } catch (const QxHostError& error) {
+            EXPECT_NE(std::string(error.what()).find("does not end within"), std::string::npos);
+            return false;
+        }
+        return true;
+    };
+    std::size_t limit = 0;
+    while (limit < 1000 && !suffices(limit))
+        ++limit;
+    return limit;
+}
+
+}  // namespace
+
+TEST(QxMachineRun, CountsWhatJumpsRepeat)
+{
+    // Each of these goes back over three instructions four times.
+    EXPECT_EQ(StepsOf("ADD_FLOAT_FLOAT uf uf #1 BOOL_LESS_THEN_FLOAT_FLOAT ub uf Kd "
+                      "IF_TRUE_GOTO ub 0",
+                      {0, 0, 0, 0}),
+              12U);
+    // Within a strip over six, as often as the points need.
+    constexpr const char* loop = "BEGIN_PARALLEL BOOL_LESS_THEN_FLOAT_FLOAT vb vf s IF_TRUE vb "
+                                 "ADD_FLOAT_FLOAT vf vf #1 END_IF END_PARALLEL "
+                                 "SET_UNIFORM_BOOL_FLAG ub vb IF_TRUE_GOTO ub 0";
+    EXPECT_EQ(StepsOf(loop, {0, 0, 0, 0}), 0U);
+    EXPECT_EQ(StepsOf(loop, {4, 4, 4, 4}), 24U);
+    EXPECT_EQ(StepsOf(loop, {1, 4, 0, 2}), 24U);
+    // Two loops, of which each has its strip that repeats most.
+    const std::string twice = std::string(loop) + " CALL_PRIM_AREA_SIMD vf P " +
+                              "BEGIN_PARALLEL BOOL_LESS_THEN_FLOAT_FLOAT vb vf s IF_TRUE vb "
+                              "ADD_FLOAT_FLOAT vf vf #1 END_IF END_PARALLEL "
+                              "SET_UNIFORM_BOOL_FLAG ub vb IF_TRUE_GOTO ub 22";
+    EXPECT_EQ(StepsOf(twice.c_str(), {4, 0, 0, 1}), 48U);
+}
+
+TEST(QxMachineRun, ForgetsLoopsOverLightsThatAJumpHasLeft)
+{
+    constexpr const char* code =
+        "EVAL_LIGHTS_FOR_P BEGIN_ILLUMINANCE 15 BEGIN_ILLUMINANCE 9 GOTO 9 "
+        "END_ILLUMINANCE 5 ADD_FLOAT_FLOAT uf uf #1 END_ILLUMINANCE 3";
+    // The outer one goes back over five instructions for each light.
+    EXPECT_EQ(StepsOf(code, {0, 0, 0, 0}), 10U);
+}
