@@ -11,13 +11,11 @@
 
 namespace {
 
-/// The light that a light shader gives is the same for all points.
+/// The light that an ambient light shader gives is the same for all points: it runs at one point,
+/// of which only the place that is lit differs from run to run.
 bool IsSteady(const QxShaderInstance& light)
 {
-    for (const char* name : {"P", "Ps", "N", "Ng", "u", "v", "s", "t", "dPdu", "dPdv", "I"})
-        if (light.Shader().Uses(name))
-            return false;
-    return true;
+    return !light.Shader().Uses("Ps");
 }
 
 }  // namespace

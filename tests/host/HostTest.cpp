@@ -376,20 +376,28 @@ TEST_P(Host, KnowsAmbientLightsByTheirText)
     const struct {
         const char* body;
         bool ambient;
+        bool steady;  // what it gives is the same at all points
     } cases[] = {
-        {"Cl = power;", true},
-        {"if (power > 2) illuminate (point \"shader\" (0, 0, 0)) Cl = each;", false},
-        {"solar (vector (0, 0, 1), 0) Cl = each;", false},
+        {"Cl = power;", true, true},
+        {"Cl = power * xcomp(Ps);", true, false},
+        {"Cl = power * length(P) + zcomp(I) + u;", true, true},  // the place of the light
+        {"if (power > 2) illuminate (point \"shader\" (0, 0, 0)) Cl = each;", false, true},
+        {"solar (vector (0, 0, 1), 0) Cl = each;", false, true},
     };
+    Load("surface test() { Ci = ambient(); Oi = 1; }");
     for (const auto& c : cases) {
         QxHostScene scene;
         QxShaderInstance light(
-            Open("test", "light test(float power = 1; varying float each = 1) { " +
+            Open("lamp", "light lamp(float power = 1; varying float each = 1) { " +
                              std::string(c.body) + " }"),
             scene.Spaces());
-        light.SetForEachPoint("each", Numbers{1, 2, 3, 4});
+        if (!c.ambient)
+            light.SetForEachPoint("each", Numbers{1, 2, 3, 4});
         scene.AddLight(light);
         EXPECT_EQ(scene.LightCount(), c.ambient ? 0U : 1U) << c.body;
+        m_shader->Run(m_grid, scene);
+        const auto Ci = m_grid.Values<QxRGBColor>("Ci");
+        EXPECT_EQ(Ci[0] == Ci[1], c.steady) << c.body;
     }
 }
 
