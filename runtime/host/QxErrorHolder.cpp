@@ -167,6 +167,17 @@ float QxErrorHolder::Random()
     return m_error ? QxShaderSupport::Random() : Ask(&QxShaderSupport::Random, 0.0F);
 }
 
+float QxErrorHolder::RandomNumber(unsigned int point, unsigned int draw)
+{
+    return m_error ? QxShaderSupport::RandomNumber(point, draw)
+                   : Ask(&QxShaderSupport::RandomNumber, 0.0F, point, draw);
+}
+
+float QxErrorHolder::NextRandomNumber(unsigned int point)
+{
+    return RandomNumber(point, m_draws.Next(point));
+}
+
 void QxErrorHolder::Print(const char* text)
 {
     Tell(&QxShaderSupport::Print, text);

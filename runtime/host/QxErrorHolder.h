@@ -14,7 +14,12 @@
 class QxErrorHolder : public QxShaderSupport {
 public:
     /// `answers` must outlive it.
-    explicit QxErrorHolder(QxShaderSupport& answers) : m_answers(answers) {}
+    /// `firstDraw`: with what the counts of `random` begin.
+    explicit QxErrorHolder(QxShaderSupport& answers, unsigned int firstDraw = 0)
+        : m_answers(answers)
+    {
+        m_draws.Start(firstDraw);
+    }
 
     /// Throws the error that was held back, if there is one. The shader has ended.
     void Release()
@@ -57,6 +62,9 @@ public:
     void TransmissionOverGrid(const QxGridQueries<QxRayQuery>& asked, QxRGBColor* results) override;
     void OcclusionOverGrid(const QxGridQueries<QxRayQuery>& asked, float* results,
                            QxVector3* openDirections) override;
+    float RandomNumber(unsigned int point, unsigned int draw) override;
+    /// Counts the calls of each point.
+    float NextRandomNumber(unsigned int point) override;
 
 private:
     template <class Result, class... Arguments>
@@ -72,4 +80,5 @@ private:
     QxShaderSupport& m_answers;
     std::exception_ptr m_error;
     unsigned long m_asked = 0;  // since then
+    QxDraws m_draws;
 };

@@ -32,6 +32,7 @@ QxHostScene::GridScope::GridScope(QxHostScene& scene, const QxHostPoints& points
     level.time = points.variables.time ? *points.variables.time : 0;
     level.eye = points.E;
     level.object = scene.m_object;
+    level.run = scene.m_run;
     level.shader = shader;
     level.running = nullptr;
     level.steadyAmbient.reset();
@@ -42,8 +43,11 @@ QxHostScene::GridScope::GridScope(QxHostScene& scene, const QxHostPoints& points
 
 QxHostScene::GridScope::~GridScope()
 {
-    if (--m_scene.m_depth > 0)
-        m_scene.m_object = m_scene.m_levels[m_scene.m_depth - 1]->object;
+    if (--m_scene.m_depth == 0)
+        return;
+    const Level& around = *m_scene.m_levels[m_scene.m_depth - 1];
+    m_scene.m_object = around.object;
+    m_scene.m_run = around.run;
 }
 
 void QxHostScene::ChooseLights(Level& level) const
@@ -65,8 +69,21 @@ QxHostScene::Level& QxHostScene::CurrentLevel()
         return *m_levels[m_depth - 1];
     Level& level = *m_levels[0];
     level.object = m_object;
+    level.run = m_run;
     level.shader = nullptr;
     return level;
+}
+
+float QxHostScene::RandomNumber(unsigned int point, unsigned int draw)
+{
+    if (draw >= QxDraws::k_ofDefaults)
+        return Offer(m_randomSeed, {static_cast<int>(draw), static_cast<int>(point)});
+    const Level& level = CurrentLevel();
+    const int shader = level.running  ? static_cast<int>(level.running->handle)
+                       : level.shader ? -1 - static_cast<int>(level.shader->Shader().Type())
+                                      : 0;
+    return Offer(m_randomSeed, {static_cast<int>(draw), static_cast<int>(point),
+                                static_cast<int>(level.run), static_cast<int>(m_depth), shader});
 }
 
 /// Runs a light shader: from the place of its own space it lights the positions.

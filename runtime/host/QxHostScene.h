@@ -82,6 +82,15 @@ public:
     /// it counts again.
     void SetObject(const QxHostObject* object) { m_object = object; }
 
+    /// From what `random` draws its numbers: this seed, the number of the run, the kind of the
+    /// shader, the place of the point in its grid, and how many numbers the point has drawn in this
+    /// run. So a picture is the same in any number of threads if each piece of it, and each ray
+    /// that is shaded within a grid, is given a number of its own. 0 unless set.
+    void SetRandomSeed(unsigned int seed) { m_randomSeed = seed; }
+    /// The number of the grids that begin from now on. When a grid ends, that of the grid around it
+    /// counts again.
+    void SetRun(unsigned int run) { m_run = run; }
+
     /// What a message such as `attribute("name", ...)` finds under the name. A value of another
     /// type or length than the shader asks for is no answer. The last one set counts.
     void SetAnswer(QxMessage message, const std::string& name, const QxHostValue& value);
@@ -128,6 +137,9 @@ public:
                  const QxMessageValue& value) override;
     /// A light shader answers with its parameters, as it was run for the grid.
     bool LightMessage(unsigned int light, const char* name, const QxMessageValue& value) override;
+    /// The number of this seed, run, shader, point and draw; a default value that is computed once
+    /// for several runs belongs to none of them. A host that overrides `Random` is asked instead.
+    float RandomNumber(unsigned int point, unsigned int draw) override;
 
 private:
     struct Light {
@@ -154,6 +166,7 @@ private:
         float time = 0;
         QxVector3 eye = {0, 0, 0};
         const QxHostObject* object = nullptr;
+        unsigned int run = 0;
         QxShaderInstance* shader = nullptr;
         std::vector<const Light*> lights;         // that light the object, in their order
         std::vector<const Light*> ambientLights;  // likewise
@@ -184,6 +197,8 @@ private:
     std::uint32_t m_lastLight = 0;
     std::map<std::pair<QxMessage, std::string>, QxHostValue> m_answers;
     const QxHostObject* m_object = nullptr;
+    unsigned int m_randomSeed = 0;
+    unsigned int m_run = 0;
 
     unsigned int m_rayLevelLimit = k_rayLevelLimit;
     unsigned int m_depth = 0;                      // grids that are being shaded

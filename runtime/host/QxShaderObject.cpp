@@ -273,7 +273,7 @@ public:
     void Initialize(const QxShadingContext& context, const QxFrame3D** spaces,
                     std::vector<QxVar>& variables) override
     {
-        QxErrorHolder holder(*context.ShaderSupport());
+        QxErrorHolder holder(*context.ShaderSupport(), QxDraws::k_ofDefaults);
         m_life.initialize(context.With(holder), variables.data(), spaces);
         holder.Release();
     }

@@ -107,6 +107,7 @@ struct QxMachineState {
     bool notesWait = false;
     std::vector<QxNote> notes;
     QxQuestions questions;
+    QxDraws draws;
 
     [[nodiscard]] QxLights Lights() const { return {support, P, lights, lightCount}; }
     /// Hands a text of a point to the scene, or keeps it until the strip is through.

@@ -28,6 +28,34 @@ using Text = const char*;
                      QxShaderSupport* const shaderSupport = state.support;                         \
                      NAME(r);                                                                      \
                  }))
+void Assign(float& result, float number, int)
+{
+    result = number;
+}
+
+template <class Triple>
+void Assign(Triple& result, float number, int component)
+{
+    result[component] = number;
+}
+
+/// A uniform result has one number, which belongs to all points.
+template <class Result>
+void Draw(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    constexpr int count = sizeof(Result) / sizeof(float);
+    const auto result = Operand<Result>(state, code, 0);
+    const auto drawAt = [&](unsigned int i, unsigned int point) {
+        for (int k = 0; k < count; ++k)
+            Assign(QxAt(result, i), state.support->RandomNumber(point, state.draws.Next(point)), k);
+    };
+    if (result.step == 0)
+        return drawAt(points.first, QxDraws::k_allPoints);
+    for (unsigned int i = points.first; i < points.End(); ++i)
+        if (points(i))
+            drawAt(i, i);
+}
+
 #define FIVE float, float, float, float, float
 
 // clang-format off
@@ -38,9 +66,9 @@ constexpr QxKernelRow k_rows[] = {
     ASK_PLAIN(CALL_PRIM_ISINDIRECTRAY),
     ASK_PLAIN(CALL_PRIM_RAYLEVEL),
     ASK(CALL_PRIM_DEPTH, float&, Vector),
-    ASK(CALL_PRIM_RANDOM_FLOAT, float&),
-    ASK(CALL_PRIM_RANDOM_COLOR, Color&),
-    ASK(CALL_PRIM_RANDOM_POINT, Vector&),
+    Row<float>("CALL_PRIM_RANDOM_FLOAT", Draw<float>),
+    Row<Color>("CALL_PRIM_RANDOM_COLOR", Draw<Color>),
+    Row<Vector>("CALL_PRIM_RANDOM_POINT", Draw<Vector>),
 };
 // clang-format on
 

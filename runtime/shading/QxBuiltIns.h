@@ -110,13 +110,13 @@ inline QxAnyTriple QxMakeTriple(const QxAnyTriple*, float x, float y, float z)
     return {x, y, z};
 }
 
-/// `random` as a float: the next number of the host's stream.
+/// `random` as a float: the next number of the point.
 class QxRandomCall {
 public:
     explicit QxRandomCall(QxShaderSupport* support) : m_support(support) {}
-    float operator()() const { return m_support->Random(); }
+    float operator()(unsigned int point) const { return m_support->NextRandomNumber(point); }
 
-protected:
+private:
     QxShaderSupport* m_support;
 };
 
@@ -124,16 +124,25 @@ protected:
 class QxRandomTripleCall : public QxRandomCall {
 public:
     using QxRandomCall::QxRandomCall;
-    QxAnyTriple operator()() const
+    QxAnyTriple operator()(unsigned int point) const
     {
         // One after the other: the order of evaluation of arguments is open.
         QxAnyTriple triple;
-        triple.x = m_support->Random();
-        triple.y = m_support->Random();
-        triple.z = m_support->Random();
+        triple.x = QxRandomCall::operator()(point);
+        triple.y = QxRandomCall::operator()(point);
+        triple.z = QxRandomCall::operator()(point);
         return triple;
     }
 };
+
+/// The text of an operand in generated code is that of a value at a point.
+constexpr bool QxIsAtPoint(const char* operand)
+{
+    for (; *operand; ++operand)
+        if (operand[0] == '[' && operand[1] == 'p' && operand[2] == 'o' && operand[3] == 'l')
+            return true;
+    return false;
+}
 
 // Transforms of points, vectors and normals, by the same names. All spaces are told by their two
 // matrices between them and the current one, so a way between two spaces leads through that.

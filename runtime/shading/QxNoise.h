@@ -265,14 +265,23 @@ struct QxPeriodicNoise {
     }
 };
 
-/// A stream of numbers from 0 to 1, for `random`: the finalizing steps over a counter.
+// Numbers for `random`, from 0 up to, but not including, 1.
+
+/// The number of a place: the same for the same seed and place, and independent of all others.
+template <int n>
+inline float QxRandomNumber(unsigned int seed, const int (&place)[n])
+{
+    return static_cast<float>(qxnoise::Hash(place, seed) >> 8) / 16777216.0f;
+}
+
+/// A stream: the places are the numbers of a counter.
 class QxRandomStream {
 public:
     explicit QxRandomStream(unsigned int seed = 0) : m_seed(seed) {}
     float Next()
     {
-        const int point[] = {static_cast<int>(m_count++)};
-        return static_cast<float>(qxnoise::Hash(point, m_seed) >> 8) / 16777216.0f;
+        const int place[] = {static_cast<int>(m_count++)};
+        return QxRandomNumber(m_seed, place);
     }
 
 private:

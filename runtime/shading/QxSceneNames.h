@@ -2,7 +2,7 @@
 
 #include "QxSceneCalls.h"
 
-// Binds the names of variable argument lists, textures and messages. `theTypes` tells the types of
+// Binds the names of variable argument lists, random numbers, rays, textures and messages. `theTypes` tells the types of
 // the arguments of a format where the format itself may not, a letter each: f float, p point,
 // c color, m matrix, s string.
 
@@ -18,6 +18,33 @@
 #define CALL_PRIM_CONCAT(result, arguments, count) QxConcatCall(result, arguments, count)
 #define CALL_PRIM_FORMAT(result, arguments, count) QxAssignString(result, QxFormatArguments(arguments, theTypes, count).Characters())
 #define CALL_PRIM_PRINTF(arguments, count) shaderSupport->Print(QxFormatArguments(arguments, theTypes, count).Characters())
+
+// The whole-grid forms of `random` are varying; of the other one only the text of its operand says it.
+#define CALL_PRIM_RANDOM_COLOR(result) QxCallPlainAt(QxIsAtPoint(#result) ? polyCnt : QxDraws::k_allPoints, QxRandomTripleCall(shaderSupport), result)
+#define CALL_PRIM_RANDOM_COLOR_SIMD(...) QxCallSimdAt(numMp, QxRandomTripleCall(shaderSupport), __VA_ARGS__)
+#define CALL_PRIM_RANDOM_COLOR_SIMD_IF_TRUE(...) QxCallSimdIfAt(numMp, true, QxRandomTripleCall(shaderSupport), __VA_ARGS__)
+#define CALL_PRIM_RANDOM_COLOR_SIMD_IF_FALSE(...) QxCallSimdIfAt(numMp, false, QxRandomTripleCall(shaderSupport), __VA_ARGS__)
+#define CALL_PRIM_RANDOM_FLOAT(result) QxCallPlainAt(QxIsAtPoint(#result) ? polyCnt : QxDraws::k_allPoints, QxRandomCall(shaderSupport), result)
+#define CALL_PRIM_RANDOM_FLOAT_SIMD(...) QxCallSimdAt(numMp, QxRandomCall(shaderSupport), __VA_ARGS__)
+#define CALL_PRIM_RANDOM_FLOAT_SIMD_IF_TRUE(...) QxCallSimdIfAt(numMp, true, QxRandomCall(shaderSupport), __VA_ARGS__)
+#define CALL_PRIM_RANDOM_FLOAT_SIMD_IF_FALSE(...) QxCallSimdIfAt(numMp, false, QxRandomCall(shaderSupport), __VA_ARGS__)
+#define CALL_PRIM_RANDOM_POINT(result) QxCallPlainAt(QxIsAtPoint(#result) ? polyCnt : QxDraws::k_allPoints, QxRandomTripleCall(shaderSupport), result)
+#define CALL_PRIM_RANDOM_POINT_SIMD(...) QxCallSimdAt(numMp, QxRandomTripleCall(shaderSupport), __VA_ARGS__)
+#define CALL_PRIM_RANDOM_POINT_SIMD_IF_TRUE(...) QxCallSimdIfAt(numMp, true, QxRandomTripleCall(shaderSupport), __VA_ARGS__)
+#define CALL_PRIM_RANDOM_POINT_SIMD_IF_FALSE(...) QxCallSimdIfAt(numMp, false, QxRandomTripleCall(shaderSupport), __VA_ARGS__)
+
+#define CALL_PRIM_DEPTH(...) QxCallPlain(QxDepthCall(shaderSupport), __VA_ARGS__)
+#define CALL_PRIM_DEPTH_SIMD(...) QxCallSimd(numMp, QxDepthCall(shaderSupport), __VA_ARGS__)
+#define CALL_PRIM_DEPTH_SIMD_IF_TRUE(...) QxCallSimdIf(numMp, true, QxDepthCall(shaderSupport), __VA_ARGS__)
+#define CALL_PRIM_DEPTH_SIMD_IF_FALSE(...) QxCallSimdIf(numMp, false, QxDepthCall(shaderSupport), __VA_ARGS__)
+#define CALL_PRIM_RAYHITTEST(...) QxCallPlain(QxRayHitCall(shaderSupport), __VA_ARGS__)
+#define CALL_PRIM_RAYHITTEST_SIMD(...) QxCallSimd(numMp, QxRayHitCall(shaderSupport), __VA_ARGS__)
+#define CALL_PRIM_RAYHITTEST_SIMD_IF_TRUE(...) QxCallSimdIf(numMp, true, QxRayHitCall(shaderSupport), __VA_ARGS__)
+#define CALL_PRIM_RAYHITTEST_SIMD_IF_FALSE(...) QxCallSimdIf(numMp, false, QxRayHitCall(shaderSupport), __VA_ARGS__)
+#define CALL_PRIM_TRANSMISSION(...) QxCallPlain(QxTransmissionCall(shaderSupport), __VA_ARGS__)
+#define CALL_PRIM_TRANSMISSION_SIMD(...) QxCallSimd(numMp, QxTransmissionCall(shaderSupport), __VA_ARGS__)
+#define CALL_PRIM_TRANSMISSION_SIMD_IF_TRUE(...) QxCallSimdIf(numMp, true, QxTransmissionCall(shaderSupport), __VA_ARGS__)
+#define CALL_PRIM_TRANSMISSION_SIMD_IF_FALSE(...) QxCallSimdIf(numMp, false, QxTransmissionCall(shaderSupport), __VA_ARGS__)
 
 #define CALL_TEXTURE_1D(...) QxCallPlain(QxTextureCall<float>(shaderSupport), __VA_ARGS__)
 #define CALL_TEXTURE_1D_SIMD(...) QxCallSimd(numMp, QxTextureCall<float>(shaderSupport), __VA_ARGS__)

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "QxDraws.h"
 #include "QxNoise.h"
 #include "QxShading.h"
 
@@ -201,8 +202,9 @@ public:
     /// Distance from the camera between the clipping planes, 0 to 1. Neutral: 0.
     virtual float Depth(const QxVector3&) { return 0; }
 
-    /// A number from 0 up to, but not including, 1. Neutral: the same stream in each run.
-    virtual float Random() { return m_random.Next(); }
+    /// A number from 0 up to, but not including, 1: the next one of a host that has numbers of its own.
+    /// Neutral: within `RandomNumber` what that has computed, else the next one of a stream.
+    virtual float Random() { return m_isDrawn ? m_drawn : m_random.Next(); }
     /// What `printf` writes. Neutral: to standard output.
     virtual void Print(const char* text) { std::fputs(text, stdout); }
     /// A fault of the shader. Neutral: to standard error.
@@ -262,8 +264,34 @@ public:
             results[i] = Occlusion(asked.queries[i], openDirections[i]);
     }
 
+    // Numbers for `random`. Each point counts its calls from 0 in each run; a call whose result is uniform
+    // belongs to the point `QxDraws::k_allPoints`.
+
+    /// Asked by byte-code, and for shared objects by the host library. Neutral: asks `Random`, which
+    /// gives the number of this point and call if it is neutral too.
+    virtual float RandomNumber(unsigned int point, unsigned int draw)
+    {
+        return Offer(0, {static_cast<int>(draw), static_cast<int>(point)});
+    }
+    /// Asked by a shared object, which does not count. Neutral: asks `Random`.
+    virtual float NextRandomNumber(unsigned int) { return Random(); }
+
+protected:
+    /// Asks `Random`, which, if it is neutral, gives the number of the place.
+    template <int n>
+    float Offer(unsigned int seed, const int (&place)[n])
+    {
+        m_drawn = QxRandomNumber(seed, place);
+        m_isDrawn = true;
+        const float number = Random();
+        m_isDrawn = false;
+        return number;
+    }
+
 private:
     static QxRGBColor Gray(float value) { return {value, value, value}; }
 
     QxRandomStream m_random;
+    float m_drawn = 0;
+    bool m_isDrawn = false;  // `Random` is asked for it
 };

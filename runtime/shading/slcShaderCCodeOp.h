@@ -40,6 +40,9 @@ static const float QX_PI = 3.141593e+00f;
 // it elsewhere.
 static const unsigned int lightCnt = ~0u;
 
+// The point of a loop, where a block has no loop: as above.
+static const unsigned int polyCnt = 0;
+
 // What a block with a variable argument list does not say of its arguments' types. Where the format
 // is a constant that fits them, it tells the types; elsewhere the block has a variable of this
 // name.

@@ -136,11 +136,6 @@ void SqxPictureScene::TextureOverGrid(const QxGridQueries<QxTextureQuery>& asked
         QxHostScene::TextureOverGrid(asked, results);
 }
 
-void SqxPictureScene::BeginPiece(unsigned int number)
-{
-    m_random = QxRandomStream(number);
-}
-
 std::vector<SqxNote> SqxPictureScene::TakeNotes()
 {
     return std::exchange(m_notes, {});

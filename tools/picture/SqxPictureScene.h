@@ -25,7 +25,7 @@ public:
     static void PlaceLight(QxShaderInstance& light);
 
     /// Begins a piece of the picture: random numbers are its own, whoever shades it.
-    void BeginPiece(unsigned int number);
+    void BeginPiece(unsigned int number) { SetRun(number); }
     /// What shaders have said since the last call.
     [[nodiscard]] std::vector<SqxNote> TakeNotes();
 
@@ -35,7 +35,6 @@ public:
     void TextureOverGrid(const QxGridQueries<QxTextureQuery>& asked, QxRGBColor* results) override;
     QxRGBColor Environment(const QxPointsQuery& query) override;
     QxRGBColor Trace(const QxRayQuery& query, float& distance) override;
-    float Random() override { return m_random.Next(); }
     void Print(const char* text) override { m_notes.push_back({false, text}); }
     void Report(const char* text) override { m_notes.push_back({true, text}); }
 
@@ -43,7 +42,6 @@ private:
     void DefinePictureSpaces(float width, float height);
 
     const SqxPictureSettings& m_settings;
-    QxRandomStream m_random;
     std::vector<SqxNote> m_notes;
 };
 

@@ -74,7 +74,7 @@ QxMachineRun::QxMachineRun(const QxMachineProgram& program)
 }
 
 void QxMachineRun::Start(const QxGrid& grid, const QxShadingContext& context,
-                         std::vector<QxVar>& variables)
+                         std::vector<QxVar>& variables, unsigned int firstDraw)
 {
     if (variables.size() != m_program.Parameters().size())
         throw QxHostError("Shader '" + m_program.Name() + "' has another number of parameters");
@@ -91,6 +91,7 @@ void QxMachineRun::Start(const QxGrid& grid, const QxShadingContext& context,
     m_state.notesWait = false;
     m_state.notes.clear();
     m_state.questions.files.clear();
+    m_state.draws.Start(firstDraw);
     m_loops.clear();
     m_state.work = this;
     m_steps = 0;
@@ -106,7 +107,7 @@ void QxMachineRun::Initialize(const QxShadingContext& context, std::vector<QxVar
         std::none_of(m_code.once.begin(), m_code.once.end(), isWanted))
         return;
     // The memory for the grids stays: these blocks are uniform, and take any number of points.
-    Start({m_store.Points(), 1}, context, variables);
+    Start({m_store.Points(), 1}, context, variables, QxDraws::k_ofDefaults);
     m_store.Bind({}, *context.Eye());
     for (const QxMachineCode::Initializer& initializer : m_code.once) {
         QxVar& variable = variables[initializer.parameter];
@@ -136,7 +137,7 @@ void QxMachineRun::Evaluate(const QxGrid& grid, const QxShadingContext& context,
                             const QxHiddenVariables& hidden, std::vector<QxVar>& variables,
                             std::vector<QxLightInput>& lights)
 {
-    Start(grid, context, variables);
+    Start(grid, context, variables, 0);
     for (const QxVar& variable : variables)
         if (variable.IsVarying() && variable.Points() != m_state.grid.Size())
             throw QxHostError(std::string("Parameter '") + variable.Name() + "' has values for " +
@@ -360,49 +361,4 @@ const QxCode* QxMachineRun::Enter(const QxCode* code, QxPoints& points, unsigned
         break;
     }
     return code + 1;
-}
-
-// Loops over lights
-
-const QxCode* QxMachineRun::BeginLights(const QxProgramBlock& block, const QxCode* code)
-{
-    m_state.lightNumber = 0;
-    if (m_state.lightCount == 0)
-        return block.codes.data() + code->target;
-    m_loops.push_back({code + 1, 0});
-    TakeLight();
-    return code + 1;
-}
-
-/// Loops that were left by a jump end here too.
-const QxCode* QxMachineRun::EndLights(const QxProgramBlock& block, const QxCode* code)
-{
-    const QxCode* const begin = block.codes.data() + code->target;
-    while (!m_loops.empty() && m_loops.back().begin != begin)
-        m_loops.pop_back();
-    if (m_loops.empty())
-        return code + 1;
-    CountSteps(static_cast<std::size_t>(std::max<std::ptrdiff_t>(0, code - begin)) + 1);
-    m_state.lightNumber = ++m_loops.back().light;
-    const bool more = m_state.lightNumber < m_state.lightCount;
-    if (!more)
-        m_loops.pop_back();
-    TakeLight();
-    return more ? begin : code + 1;
-}
-
-/// Gives the predefined variables of light loops the values of the light at hand, or those of the
-/// grid.
-void QxMachineRun::TakeLight()
-{
-    m_state.light = m_loops.empty() ? nullptr : &m_state.lights[m_loops.back().light];
-    for (std::size_t i = 0; i < 3; ++i)
-        for (const std::uint32_t variable : m_code.lightVariables[i]) {
-            void* value = m_store.Home(variable);
-            if (m_state.light)
-                value = i == 0   ? static_cast<void*>(m_state.light->L)
-                        : i == 1 ? static_cast<void*>(m_state.light->Cl)
-                                 : static_cast<void*>(m_state.light->Ol);
-            m_state.values[variable] = value;
-        }
 }

@@ -50,7 +50,9 @@ private:
         unsigned int light;
     };
 
-    void Start(const QxGrid& grid, const QxShadingContext& context, std::vector<QxVar>& variables);
+    /// `firstDraw`: with what the counts of `random` begin.
+    void Start(const QxGrid& grid, const QxShadingContext& context, std::vector<QxVar>& variables,
+               unsigned int firstDraw);
     void InitializeAtPoints(std::vector<QxVar>& variables);
     void RunBlock(const QxProgramBlock& block);
     void RunBlockAtPoint(const QxProgramBlock& block);

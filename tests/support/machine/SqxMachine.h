@@ -61,6 +61,11 @@ public:
     // For the operations.
 
     [[nodiscard]] QxShaderSupport& Support() { return *m_support; }
+    /// The next one of the point, `QxDraws::k_allPoints` for all.
+    [[nodiscard]] float RandomNumber(unsigned int point)
+    {
+        return m_support->RandomNumber(point, m_draws.Next(point));
+    }
     [[nodiscard]] const QxFrame3D& Space(const std::string& name) const;
     [[nodiscard]] const QxFrame3D& SpaceByNumber(int number) const;
     [[nodiscard]] bool IsLight() const;
@@ -132,6 +137,7 @@ private:
     std::size_t m_stepLimit = 10'000'000;
 
     std::size_t m_steps = 0;
+    QxDraws m_draws;
     bool m_inInitializer = false;
     bool m_lightsAreForP = false;
     std::vector<QxVector3> m_litPositions;

@@ -109,16 +109,23 @@ void NoiseOf(const SqxCall& call)
     call.Set(0, result);
 }
 
+float NextRandomNumber(const SqxCall& call)
+{
+    const bool uniform = call.Variable(0).uniform;
+    return call.Machine().RandomNumber(uniform ? QxDraws::k_allPoints
+                                               : static_cast<unsigned int>(call.Point()));
+}
+
 void RandomNumber(const SqxCall& call)
 {
-    call.Set(0, call.Machine().Support().Random());
+    call.Set(0, NextRandomNumber(call));
 }
 
 void RandomTriple(const SqxCall& call)
 {
     float values[3];
     for (float& value : values)
-        value = call.Machine().Support().Random();
+        value = NextRandomNumber(call);
     call.Set(0, Vector{values[0], values[1], values[2]});
 }
 
