@@ -105,9 +105,12 @@ below 1 counts as 1. From 0 up to the last cell of the first period the value is
 not including, 1, spread evenly, and independent from cell to cell. The components of a color or a point
 are independent too.)"},
     {"random",
-     R"(The next number of the scene's stream; a triple takes three. A scene whose host gives no numbers
-of its own starts the same stream again, and which point takes which number follows from the order in which
-points are shaded: use `cellnoise` for what must stay on a surface.)"},
+     R"(The number is computed from the seed of the scene, the number of the run, the kind of the shader,
+the place of the point in its grid, and how many numbers the point has drawn in this run; a triple takes three.
+The renderer sets seed and run, which are 0 otherwise. So the same seed gives the same picture, in any number of
+threads and in byte-code and shared objects alike. A uniform result, as of `uniform float r = random()`, is one
+number for all points. A default value that is computed once for an instance depends on the seed alone. Use
+`cellnoise` for what must stay on a surface.)"},
 
     {"Du",
      R"(The change from point to point divided by `du`: central differences inside the grid; at a border
