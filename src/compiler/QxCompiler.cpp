@@ -5,7 +5,6 @@
 
 #include "compiler/QxCompiler.h"
 
-#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <memory>
@@ -19,6 +18,7 @@
 #include "compiler/SlcOptimizationLevel.h"
 #include "compiler/SlcPreprocessorMacros.h"
 #include "compiler/SlcSourceIndexer.h"
+#include "compiler/SlcTextColumns.h"
 #include "frontend/SlcParseCode.h"
 #include "icode/SlcInterForm.h"
 #include "preprocessor/SlcPreprocessor.h"
@@ -249,20 +249,14 @@ private:
         throw SlcCompilationSevereError();
     }
 
-    /// Reports of the parser stand at places of the preprocessed text.
-    void SetColumns(std::vector<SlcColumnChange> columns)
+    /// Reports stand at places of the preprocessed text.
+    void SetColumns(std::vector<SlcColumnChange> changes)
     {
-        SetColumnOfOffset([this, columns = std::move(columns)](std::size_t offset, int) {
-            // The scanner's column leaves out what is no token.
-            const std::size_t line = offset == 0 ? 0 : m_text.rfind('\n', offset - 1) + 1;
-            auto change = std::upper_bound(
-                columns.begin(), columns.end(), offset,
-                [](std::size_t place, const SlcColumnChange& c) { return place < c.offset; });
-            if (change == columns.begin() || (--change)->offset < line)
-                return static_cast<int>(offset - line) + 1;
-            return change->column +
-                   (change->isFixed ? 0 : static_cast<int>(offset - change->offset));
-        });
+        m_columns.emplace(m_text, std::move(changes));
+        SetColumnsOfText([this](std::size_t offset, int) { return m_columns->ColumnOf(offset); },
+                         [this](std::size_t begin, std::size_t end, int line) {
+                             return m_columns->ColumnsOf(begin, end, line);
+                         });
     }
 
     void Write(SlcInterForm& shader)
@@ -286,6 +280,7 @@ private:
     std::ostringstream m_messages;
     QxCompileResult m_result;
     std::string m_text;  // preprocessed
+    std::optional<SlcTextColumns> m_columns;
     std::optional<SlcPreprocessorTrace> m_trace;
     bool m_isParsed = false;
     bool m_isChecked = false;

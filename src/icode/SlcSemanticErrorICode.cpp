@@ -11,14 +11,14 @@
 void SlcSemanticError::ErrorICode(const SlcPtr<SlcCommentICode>& comment, std::string_view message)
 {
     CountError();
-    PrintAt(*comment->m_file, comment->m_line, "ERROR", message);
+    PrintAt({*comment->m_file, comment->m_line, {}}, "ERROR", message);
 }
 
 void SlcSemanticError::FatalErrorICode(const SlcPtr<SlcCommentICode>& comment,
                                        std::string_view message)
 {
     CountError();
-    PrintAt(*comment->m_file, comment->m_line, "FATAL ERROR", message);
+    PrintAt({*comment->m_file, comment->m_line, {}}, "FATAL ERROR", message);
     SlcReports() << "***** Please contact '" << SlcContactAddress() << "' !!!\n";
     EndCompilation(1);
 }

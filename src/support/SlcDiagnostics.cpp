@@ -51,8 +51,9 @@ struct ReportsSoFar {
     std::vector<SlcReport> reports;
 };
 
-struct ColumnOfOffset {
-    std::function<int(std::size_t, int)> columnOf;
+struct ColumnsOfText {
+    std::function<int(std::size_t, int)> ofPlace;
+    std::function<SlcColumns(std::size_t, std::size_t, int)> ofRange;
 };
 
 /// The column of the scanner's last token, from 0.
@@ -73,7 +74,7 @@ void RecordAtSource(bool isError, std::string_view text)
     report.length = std::max(position.tokenLength, 1);
     report.column = TokenColumn(position) + 1;
     const std::size_t end = std::max<std::size_t>(position.taken, 1);
-    const auto& columnOf = SlcPartOfCompilation<ColumnOfOffset>().columnOf;
+    const auto& columnOf = SlcPartOfCompilation<ColumnsOfText>().ofPlace;
     if (columnOf)
         report.column =
             columnOf(end - std::min(end, static_cast<std::size_t>(report.length)), report.column);
@@ -160,9 +161,17 @@ void RecordAdvice(std::string_view text)
     advice.append(advice.empty() ? "" : "\n").append(text);
 }
 
-void SetColumnOfOffset(std::function<int(std::size_t offset, int column)> columnOf)
+void SetColumnsOfText(
+    std::function<int(std::size_t offset, int column)> ofPlace,
+    std::function<SlcColumns(std::size_t begin, std::size_t end, int line)> ofRange)
 {
-    SlcPartOfCompilation<ColumnOfOffset>().columnOf = std::move(columnOf);
+    SlcPartOfCompilation<ColumnsOfText>() = {std::move(ofPlace), std::move(ofRange)};
+}
+
+SlcColumns SlcColumnsOfRange(std::size_t begin, std::size_t end, int line)
+{
+    const auto& ofRange = SlcPartOfCompilation<ColumnsOfText>().ofRange;
+    return ofRange ? ofRange(begin, end, line) : SlcColumns();
 }
 
 void ResetNbErrorsAndWarnings()

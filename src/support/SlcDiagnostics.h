@@ -60,9 +60,20 @@ struct SlcReport {
 void RecordReport(SlcReport report);
 /// Adds a line of advice to the last report; likewise.
 void RecordAdvice(std::string_view text);
-/// Gives the column in the file for a place of the scanned text and its column there. Without it
-/// both are the same.
-void SetColumnOfOffset(std::function<int(std::size_t offset, int column)> columnOf);
+
+/// A piece of a line of a file. Zeros if it is not known.
+struct SlcColumns {
+    int column = 0;  // from 1
+    int length = 0;
+};
+/// Sets how columns are found: of a place of the scanned text, for its column there, and of a range
+/// of it, for the line that a report names. Without it the former is the same, and no range has a
+/// column.
+void SetColumnsOfText(
+    std::function<int(std::size_t offset, int column)> ofPlace,
+    std::function<SlcColumns(std::size_t begin, std::size_t end, int line)> ofRange);
+/// Of a range of the scanned text, which a report places on that line.
+[[nodiscard]] SlcColumns SlcColumnsOfRange(std::size_t begin, std::size_t end, int line);
 
 /// What the driver reported before the parse is not part of the compile's counts.
 void ResetNbErrorsAndWarnings();

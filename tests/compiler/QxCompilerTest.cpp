@@ -168,7 +168,10 @@ TEST(QxCompiler, ReportsAsData)
         {"#define F(x) (x)\nsurface a() {\n  Ci = F(1) + $;\n}\n", 3, 15, 1, "Invalid charcacter"},
         {"surface a() {\n\tCi = \xC3\xA9 $ + @;\n}\n", 2, 7, 2, "Invalid charcacter"},
         {"#define F(x) (x x)\nsurface a() {\n  Ci =  F(s) + 1;\n}\n", 3, 9, 1, "parse error"},
-        {"surface a() {\n\n  Ci = nothing;\n}\n", 3, 0, 0, "Undefined variable: nothing"},
+        {"surface a() {\n\n  Ci = nothing;\n}\n", 3, 8, 7, "Undefined variable: nothing"},
+        {"#define F(x) (x)\nsurface a() {\n  Ci = F(1) +  F(nothing) * 2;\n}\n", 3, 16, 1,
+         "Undefined variable: nothing"},
+        {"surface a() {\n  Ci = 1; P = Cs *\n  N;\n}\n", 2, 15, 4, "Incompatible types for *"},
     };
     for (const ReportCase& c : cases) {
         const QxCompileResult result = QxCompileText("a.sl", c.source);

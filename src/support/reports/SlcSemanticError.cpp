@@ -20,23 +20,24 @@ namespace {
 constexpr std::string_view k_advice = "ADVICE";
 
 /// Advice belongs to the report before it.
-void Record(std::string_view file, int line, std::string_view kind, std::string_view text,
+void Record(const SlcSemanticError::Place& place, std::string_view kind, std::string_view text,
             int level)
 {
     if (kind == k_advice)
-        RecordAdvice(text);
-    else
-        RecordReport(
-            {kind != "WARNING", level, std::string(file), line, 0, 0, std::string(text), ""});
+        return RecordAdvice(text);
+    const SlcColumns columns = SlcColumnsOfRange(place.range.begin, place.range.end, place.line);
+    RecordReport({kind != "WARNING", level, std::string(place.file), place.line, columns.column,
+                  columns.length, std::string(text), ""});
 }
 
 /// `node` may be null: the text then stands alone.
 void Print(const SlcSyntaxNode* node, std::string_view kind, std::string text, int level = 0)
 {
     if (node)
-        SlcSemanticError::PrintAt(*node->GetFileParsed(), node->GetNoLine(), kind, text, level);
+        SlcSemanticError::PrintAt({*node->GetFileParsed(), node->GetNoLine(), node->Range()}, kind,
+                                  text, level);
     else
-        Record("", 0, kind, text, level);
+        Record({}, kind, text, level);
     if (!node)
         SlcReports() << text.append("\n");
 }
@@ -48,12 +49,12 @@ std::string WithDetail(std::string_view message, std::string_view detail)
 
 }  // namespace
 
-void SlcSemanticError::PrintAt(std::string_view file, int line, std::string_view kind,
-                               std::string_view text, int level)
+void SlcSemanticError::PrintAt(const Place& place, std::string_view kind, std::string_view text,
+                               int level)
 {
-    Record(file, line, kind, text, level);
-    std::string report(file);
-    report.append(":").append(std::to_string(line)).append(": ").append(kind).append(": ");
+    Record(place, kind, text, level);
+    std::string report(place.file);
+    report.append(":").append(std::to_string(place.line)).append(": ").append(kind).append(": ");
     SlcReports() << report.append(text).append("\n");
 }
 

@@ -4,11 +4,11 @@
 #include <string>
 #include <string_view>
 
+#include "frontend/SlcSyntaxNode.h"
 #include "support/SlcPtr.h"
 
 class SlcCommentICode;
 class SlcIdentNode;
-class SlcSyntaxNode;
 
 /// The sink for the messages of every pass after parsing, shared by the passes of one compile.
 ///
@@ -82,9 +82,15 @@ public:
     [[noreturn]] void FatalErrorICode(const SlcPtr<SlcCommentICode>& comment,
                                       std::string_view message);
 
+    /// Where a report stands. An empty range leaves the column open.
+    struct Place {
+        std::string_view file;
+        int line = 0;
+        SlcTextRange range;
+    };
     /// The line `file:line: kind: text`; counts nothing. `level` is that of a warning.
-    static void PrintAt(std::string_view file, int line, std::string_view kind,
-                        std::string_view text, int level = 0);
+    static void PrintAt(const Place& place, std::string_view kind, std::string_view text,
+                        int level = 0);
 
 private:
     void CountError();

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+#include "preprocessor/SlcPreprocessedText.h"
+#include "support/SlcDiagnostics.h"
+
+/// The columns in the files of what stands in a preprocessed text.
+class SlcTextColumns {
+public:
+    /// The text must outlive the object.
+    SlcTextColumns(std::string_view text, std::vector<SlcColumnChange> columns)
+        : m_text(text),
+          m_columns(std::move(columns))
+    {
+    }
+
+    /// Of a place. Linear in the part of the line before it.
+    [[nodiscard]] int ColumnOf(std::size_t offset) const;
+    /// Of the part of a range that stands in its first line; nothing if that line has another
+    /// number than `line`. The first call is linear in the text, all others linear in the line.
+    [[nodiscard]] SlcColumns ColumnsOf(std::size_t begin, std::size_t end, int line);
+
+private:
+    struct Line {
+        std::size_t offset = 0;
+        int number = 0;  // in its file
+    };
+    void FindLines();
+
+    std::string_view m_text;
+    std::vector<SlcColumnChange> m_columns;
+    std::vector<Line> m_lines;
+};
