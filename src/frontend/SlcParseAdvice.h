@@ -1,21 +1,36 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
+#include "frontend/SlcParserTables.h"
 #include "frontend/SlcTokenValue.h"
+#include "support/SlcDiagnostics.h"
 
-/// Watches the tokens on their way to the parser, to tell more of a syntax error than the parser
-/// knows: the token by name, and what was most likely meant. It also keeps tokens from the parser
-/// that would only bring further reports of the same fault: the rest of the head of a `for`, the
-/// body of a class, the `else` of a call with a block.
+/// Watches the tokens on their way to the parser, to say more of a syntax error than the parser
+/// knows: the token by name, and what was most likely meant. It also lets the recovery from a fault
+/// in the head of a statement begin at the block behind it, and keeps from the parser what would
+/// only bring more reports of the same fault: the rest of the head of a `for`, the body of a class,
+/// the `else` of a call with a block.
 class SlcParseAdvice {
 public:
     /// The next token from the scanner, its value and where its text stands.
     [[nodiscard]] int Next(SlcTokenValue& value, SlcTextRange& range);
-    /// The last token is a syntax error. Gives the advice, empty unless advice is shown.
-    [[nodiscard]] std::string Refused();
+    /// The parser's stack, as it stands in front of the next token: reductions that any token
+    /// selects lose what could have followed.
+    template <class State>
+    void KeepStates(const State* first, const State* end)
+    {
+        m_states.clear();
+        if (end - first <= k_deepest && AdviceIsShown())
+            m_states.assign(first, end);
+    }
+    /// The last token is a syntax error. Returns the advice, which is empty unless advice is shown.
+    [[nodiscard]] std::string Refused(const SlcParserTables& tables);
+    /// The same where the grammar itself reports that a ";" is missing; empty if that is all.
+    [[nodiscard]] std::string Missing(const SlcParserTables& tables) const;
     /// The last token ended the block of a call, which was reported.
     void RefusedBlock() { m_drops = Drops::Else; }
 
@@ -33,23 +48,33 @@ private:
     enum class Condition { None, Open, Closed };
     /// What is kept from the parser when it wants the next token.
     enum class Drops { Nothing, HeadOfFor, Definition, Else };
+    enum class Pending { None, Separator, Block };
 
-    /// A token of the scanner, for the ring.
-    [[nodiscard]] int Read();
+    [[nodiscard]] static SlcTextRange RangeOfToken();
     /// The next one that is not dropped.
     [[nodiscard]] int ReadKept();
     /// The first token behind the dropped part of the head of a `for`.
     [[nodiscard]] int ReadBehindHead();
     /// The last token of a statement or definition, of which some tokens have been read.
     [[nodiscard]] int ReadToEnd();
-    /// Keeps the fields below up with the tokens: each of the next three its part.
+    /// What the parser gets of the next token while it drops tokens.
+    [[nodiscard]] int Resume(int token);
+    /// The last token, a brace, begins the block of a head with a fault.
+    [[nodiscard]] bool BeginsBlock() const;
+    /// Keeps that brace for the parser.
+    void KeepBlock();
+
+    /// A token of the scanner, for the ring.
+    [[nodiscard]] int Read();
+    /// Keeps the fields below up with the tokens: each of the next four its part.
     void Follow(const Token& token);
+    void FollowHead(const Token& token);
     void FollowParenthesis(const Token& token);
     void FollowBrace(const Token& token);
     void FollowCondition(const Token& token);
 
     /// What was most likely meant, of all that the next ones know; empty if none of them does.
-    [[nodiscard]] std::string Hint() const;
+    [[nodiscard]] std::string Hint(const SlcParserTables& tables) const;
     // `class a`, `a->b`
     [[nodiscard]] std::string HintOnLaterWords() const;
     // `int i`, `float[3] w`
@@ -62,14 +87,22 @@ private:
     [[nodiscard]] std::string HintOnConditions() const;
     // parentheses and braces that do not match
     [[nodiscard]] std::string HintOnBraces() const;
+    // `f(a b)`, `float f(float x {`
+    [[nodiscard]] std::string HintOnMissing(const SlcParserTables& tables) const;
     // `surface () {}`, `float f(float x, float y)`
     [[nodiscard]] std::string HintOnDefinitions() const;
     // `return;`, `x == 1;`, a line without its `;`
     [[nodiscard]] std::string HintOnStatements() const;
 
+    /// The separator or bracket that is missing in front of the last token; 0 for none.
+    [[nodiscard]] int MissingToken(const SlcParserTables& tables) const;
+    /// "unexpected 'x'", and the hint if there is one.
+    [[nodiscard]] std::string AdviceWith(const std::string& hint) const;
     /// The token so many places before the last one.
     [[nodiscard]] const Token& Before(std::size_t places) const;
 
+    static constexpr std::ptrdiff_t k_deepest = 1000;  // of deeper stacks nothing is said
+    std::vector<std::int16_t> m_states;
     SlcTokenValue* m_value = nullptr;  // where the parser wants that of the next token
     static constexpr std::size_t k_kept = 8;
     Token m_tokens[k_kept];  // a ring
@@ -86,7 +119,20 @@ private:
     int m_lastClosing = 0;                   // its line
     Brace m_suspect;                         // an open brace whose match is not indented like it
     Drops m_drops = Drops::Nothing;
-    std::size_t m_depth = 0;  // of parentheses or braces, where dropping ends
+    std::size_t m_depth = 0;  // of braces, where dropping ends
+
+    int m_head = 0;  // the word that began the head of a statement, "(" of a function, 0 in none
+    int m_headBefore = 0;         // the same in front of the last token
+    std::size_t m_headDepth = 0;  // open parentheses around it
+    int m_semicolons = 0;         // in it
+    bool m_headIsClosed = false;  // its parenthesis
+
+    bool m_isRecovering = false;            // the parser drops tokens after a fault
+    int m_faultHead = 0;                    // that the fault is in
+    bool m_dropsElse = false;               // if it comes next
+    std::vector<std::size_t> m_blocksOfIf;  // open braces in those whose head had a fault
+    Pending m_pending = Pending::None;      // what the parser gets before the next token
+    SlcTokenValue m_blockValue = {};
 
     Condition m_condition = Condition::None;  // of an `if` or a loop
     std::size_t m_conditionDepth = 0;         // open parentheses around it

@@ -29,9 +29,15 @@ struct SlcSymbolRange : SlcTextRange {
 }
 
 %code {
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
 #include "frontend/SlcParseActions.h"
 #include "frontend/SlcParseAdvice.h"
 #include "frontend/SlcParseCode.h"
+#include "frontend/SlcParserTables.h"
 #include "support/SlcDiagnostics.h"
 
 using namespace SlcParseActions;
@@ -43,7 +49,11 @@ static void yyerror(const SlcSymbolRange*, const char* message)
 }
 
 // The parser takes its tokens through what gives advice on them.
-#define yylex(value, range) Advice().Next(*(value), *(range))
+#define yylex(value, range)                                                                        \
+    (Advice().KeepStates(yyss, yyssp + 1), Advice().Next(*(value), *(range)))
+
+/// After a report of the grammar's own for a missing ";": it may be another token that is missing.
+static void AdviseOnMissing();
 }
 
 %define api.value.type {SlcTokenValue}
@@ -329,14 +339,16 @@ statement
         { Put($$, @$, std::make_unique<SlcAssignStmtNode>($1.Position(), Take<SlcAssignExprNode>($1))); }
     | assignment
         { yyerror("';' expected at this point");
+          AdviseOnMissing();
           Put($$, @$, std::make_unique<SlcAssignStmtNode>($1.Position(), Take<SlcAssignExprNode>($1))); }
     | RETURN expression ';'
         { Put($$, @$, std::make_unique<SlcReturnStmtNode>($1.Position(), Take<SlcExprNode>($2))); }
     | RETURN expression
         { yyerror("';' expected");
+          AdviseOnMissing();
           Put($$, @$, std::make_unique<SlcReturnStmtNode>($1.Position(), Take<SlcExprNode>($2))); }
     | loop_modifier ';'
-    | loop_modifier                 { yyerror("';' expected"); $$ = $1; }
+    | loop_modifier                 { yyerror("';' expected"); AdviseOnMissing(); $$ = $1; }
     | IF condition statement
         { Put($$, @$, std::make_unique<SlcIfThenStmtNode>($1.Position(), Take<SlcRelationNode>($2),
                                                       Take<SlcStmtNode>($3))); }
@@ -350,6 +362,7 @@ statement
         { Put($$, @$, std::make_unique<SlcVarDefsStmtNode>($1.Position(), Take<SlcVarDefsNode>($1))); }
     | variable_definition
         { yyerror("';' expected");
+          AdviseOnMissing();
           Put($$, @$, std::make_unique<SlcVarDefsStmtNode>($1.Position(), Take<SlcVarDefsNode>($1))); }
     | call_or_local_function
     | ';'
@@ -725,14 +738,81 @@ logical_or
 
 %%
 
+namespace {
+
+/// A parser that only recognizes.
+class Tables : public SlcParserTables {
+public:
+    [[nodiscard]] std::size_t CountAccepted(std::span<const std::int16_t> stack,
+                                            std::span<const int> tokens) const override
+    {
+        std::vector<int> states(stack.begin(), stack.end());
+        std::size_t count = 0;
+        while (count < tokens.size() && !states.empty() &&
+               Takes(states, YYTRANSLATE(tokens[count])))
+            ++count;
+        return count;
+    }
+
+private:
+    /// Shifts the symbol, after the reductions that it selects.
+    [[nodiscard]] static bool Takes(std::vector<int>& states, yysymbol_kind_t symbol)
+    {
+        for (;;) {
+            int action = yypact[states.back()];
+            const int entry = action + symbol;
+            const bool isShift = !yypact_value_is_default(action) && entry >= 0 &&
+                                 entry <= YYLAST && yycheck[entry] == symbol;
+            action = isShift ? yytable[entry] : -yydefact[states.back()];
+            if (action > 0) {
+                states.push_back(action);
+                return true;
+            }
+            if (states.back() == YYFINAL && symbol == YYSYMBOL_YYEOF)
+                return true;
+            if (action == 0 || (isShift && yytable_value_is_error(action)) ||
+                !Reduce(states, -action))
+                return false;
+        }
+    }
+
+    /// False for a rule that reports a missing token.
+    [[nodiscard]] static bool Reduce(std::vector<int>& states, int rule)
+    {
+        const int left = yyr1[rule];
+        const int last = yystos[states.back()];
+        if (left == YYSYMBOL_statement &&
+            (last == YYSYMBOL_assignment || last == YYSYMBOL_expression ||
+             last == YYSYMBOL_loop_modifier ||
+             last == YYSYMBOL_variable_definition))
+            return false;
+        if (left == YYSYMBOL_shader_formal_def && last != YYSYMBOL_expression &&
+            last != YYTRANSLATE('}'))
+            return false;
+        states.resize(states.size() - static_cast<std::size_t>(yyr2[rule]));
+        const int entry = yypgoto[left - YYNTOKENS] + states.back();
+        const bool isEntry = entry >= 0 && entry <= YYLAST && yycheck[entry] == states.back();
+        states.push_back(isEntry ? yytable[entry] : yydefgoto[left - YYNTOKENS]);
+        return true;
+    }
+};
+
+}  // namespace
+
 static int yyreport_syntax_error(const yypcontext_t*)
 {
-    // The tokens that could have followed would fill lines and help nobody.
+    // All tokens that could have followed would fill lines and help nobody: one is named.
     static_cast<void>(&yypcontext_expected_tokens);
-    const std::string advice = Advice().Refused();
+    const std::string advice = Advice().Refused(Tables());
     if (yyerror("parse error"); !advice.empty())
         Advise(advice);
     return 0;
+}
+
+static void AdviseOnMissing()
+{
+    if (const std::string advice = Advice().Missing(Tables()); !advice.empty())
+        Advise(advice);
 }
 
 #undef yylex

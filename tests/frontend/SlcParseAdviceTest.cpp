@@ -78,6 +78,12 @@ TEST(SlcParseAdvice, NamesTheTokenAndWhatWasMeant)
         {"if (x > 1 { y = 1; }", "'{'", ": a ')' is missing in front of it"},
         {"x = f(1));", "')'", ": no '(' is open"},
         {"x = 1 ** 2;", "'*'", ": there is no '**', call 'pow'"},
+        {"x = mix(x y, 1);", "'y'", ": a ',' is missing in front of it"},
+        {"x = f(x, (1, 2 3)) * 2;", "'3'", ": a ',' is missing in front of it"},
+        {"float a = 1; x = f(g(a, 2);", "';'", ": a ')' is missing in front of it"},
+        {"float f(float a { return a; }", "'{'", ": a ')' is missing in front of it"},
+        {"while x < 2) y = 1;", "')'", ": no '(' is open"},
+        {"f(1)", "'}'", ": a ';' is missing in front of it"},
         {"if (x <> y) x = y;", "'>'", ": there is no '<>', write '!='"},
     };
     for (const auto& c : cases)
@@ -164,4 +170,24 @@ TEST(SlcParseAdvice, DoesNotBeginAnewInTheHeadOfALoop)
                 ": WARNING: Compilation resumes here\n"
                 "4: ERROR: parse error\n4: WARNING: Compilation resumes here\n")
             << c.head;
+}
+
+TEST(SlcParseAdvice, GoesOnAtTheBlockBehindAHead)
+{
+    // One report of the head, and then those of lines with faults of their own.
+    const std::string block = "\nx = 1; { y = 2; }\n}";
+    const std::string fault = ": ERROR: parse error\n";
+    const std::string resumed = ": WARNING: Compilation resumes here\n";
+    for (const char* head :
+         {"if (x > 1 {", "if x > 1) {", "if ((x > 1) {", "if (x > 1)) {", "if [x > 1) {",
+          "if (x > 1] {", "if (x) {", "if (f(x > 1) {", "while (x > 1 {",
+          "for (x = 1; x < 2; x += 1 {", "for x = 1; x < 2; x += 1) {",
+          "for (x = 1; x < 2; x += 1)) {", "illuminance (P, N {", "float f(float a; float b {"}) {
+        const bool isIf = std::string_view(head).starts_with("if");
+        const std::string more = isIf ? " else { y = 3; }" : "";
+        EXPECT_EQ(ParsedSource("surface s() {\n" + std::string(head) + block + more + "\ny = );\n}")
+                      .Reports(),
+                  "2" + fault + "2" + resumed + "5" + fault + "5" + resumed)
+            << head;
+    }
 }

@@ -1,0 +1,134 @@
+// Each candidate is tried on the parser's own tables, in front of the refused token and of what
+// follows it on its line:
+//
+//     x = mix(a b, c);        refused: b
+//         , b , c ) ;         all taken
+//         ) b                 no: a statement without its ";" is a report
+//
+// so that the name of the missing token is no guess from the text around it. A later token counts
+// less than an earlier one only in that it is not looked at if an earlier one is refused.
+//
+// Tested by tests/frontend/SlcParseAdviceTest.cpp, and for all examples by MissingTokensTest.cpp.
+
+#include "frontend/SlcMissingToken.h"
+
+#include <algorithm>
+#include <cctype>
+#include <span>
+
+#include "frontend/SlcScanner.h"
+#include "grammar.h"
+
+namespace {
+
+// In this order if several help as much.
+constexpr int k_candidates[] = {')', ',', ';', '(', '{', '}', ']'};
+
+constexpr std::string_view k_signs = "-{<>=+*/.^()}!?:;,[]";
+
+bool IsWordPart(char c)
+{
+    return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_';
+}
+
+int SignOfTwo(std::string_view text)
+{
+    struct Sign {
+        std::string_view text;
+        int token;
+    };
+    constexpr Sign k_pairs[] = {{"<=", LE},         {">=", GE},         {"==", EQ},
+                                {"!=", NE},         {"||", OR},         {"&&", AND},
+                                {"+=", ADD_ASSIGN}, {"-=", SUB_ASSIGN}, {"*=", MUL_ASSIGN},
+                                {"/=", DIV_ASSIGN}};
+    for (const Sign& sign : k_pairs)
+        if (text.starts_with(sign.text))
+            return sign.token;
+    return 0;
+}
+
+bool StartsNumber(std::string_view text)
+{
+    const auto isDigit = [&](std::size_t at) {
+        return at < text.size() && std::isdigit(static_cast<unsigned char>(text[at])) != 0;
+    };
+    return isDigit(0) || (text[0] == '.' && isDigit(1));
+}
+
+std::size_t NumberLength(std::string_view text)
+{
+    std::size_t end = 0;
+    while (end < text.size() &&
+           (IsWordPart(text[end]) || text[end] == '.' ||
+            ((text[end] == '-' || text[end] == '+') && (text[end - 1] | 0x20) == 'e')))
+        ++end;
+    return end;
+}
+
+/// The token that begins a text without blanks, and its length; 0 for none.
+int TokenOf(std::string_view text, std::size_t& length)
+{
+    length = 1;
+    if (StartsNumber(text)) {
+        length = NumberLength(text);
+        const bool isWhole = text.substr(0, length).find_first_of(".eE") == std::string_view::npos;
+        return isWhole ? INT_CONST : FLOAT_CONST;
+    }
+    if (IsWordPart(text[0])) {
+        while (length < text.size() && IsWordPart(text[length]))
+            ++length;
+        return SlcKeywordToken(text.substr(0, length));
+    }
+    if (text[0] == '"') {
+        const std::size_t end = text.find('"', 1);
+        length = end + 1;
+        return end == std::string_view::npos ? 0 : STRING_CONST;
+    }
+    if (const int sign = SignOfTwo(text); sign != 0) {
+        length = 2;
+        return sign;
+    }
+    return k_signs.find(text[0]) == std::string_view::npos ? 0 : text[0];
+}
+
+}  // namespace
+
+std::vector<int> SlcTokensOfLine(std::string_view text, std::size_t most)
+{
+    std::vector<int> tokens;
+    while (tokens.size() < most) {
+        text.remove_prefix(std::min(text.find_first_not_of(" \t\r"), text.size()));
+        if (text.empty() || text.starts_with("//") || text.starts_with("/*"))
+            break;
+        std::size_t length = 0;
+        const int token = TokenOf(text, length);
+        if (token == 0)
+            break;
+        tokens.push_back(token);
+        text.remove_prefix(length);
+    }
+    return tokens;
+}
+
+int SlcMissingToken(const SlcParserTables& tables, std::span<const std::int16_t> states,
+                    const std::vector<int>& following)
+{
+    int best = 0;
+    std::size_t most = 1;
+    std::vector<int> tried = {0};
+    tried.insert(tried.end(), following.begin(), following.end());
+    for (const int candidate : k_candidates) {
+        tried.front() = candidate;
+        const std::size_t taken = tables.CountAccepted(states, tried);
+        if (taken > most) {
+            most = taken;
+            best = candidate;
+        }
+    }
+    if (best == 0 || most == tried.size())
+        return best;
+    // A source that reads further without the refused token has that by mistake.
+    const std::size_t without =
+        tables.CountAccepted(states, std::span<const int>(following).subspan(1));
+    return without + 2 > most ? 0 : best;
+}
