@@ -150,3 +150,31 @@ std::string SqxUnquoted(const std::string& quoted)
 {
     return quoted.substr(1, quoted.size() - 2);
 }
+
+std::string SqxLiteralText(const std::string& quoted)
+{
+    constexpr std::string_view letters = "abfnrtv";
+    constexpr std::string_view controls = "\a\b\f\n\r\t\v";
+    const auto isOctal = [&](std::size_t i) {
+        return i + 1 < quoted.size() && quoted[i] >= '0' && quoted[i] <= '7';
+    };
+    std::string text;
+    for (std::size_t i = 1; i + 1 < quoted.size(); ++i) {
+        if (quoted[i] != '\\' || i + 2 >= quoted.size()) {
+            text += quoted[i];
+            continue;
+        }
+        const char code = quoted[++i];
+        if (const std::size_t letter = letters.find(code); letter != std::string_view::npos) {
+            text += controls[letter];
+        } else if (isOctal(i)) {
+            int value = code - '0';
+            for (int digits = 1; digits < 3 && isOctal(i + 1); ++digits)
+                value = value * 8 + quoted[++i] - '0';
+            text += static_cast<char>(value);
+        } else {
+            text += code;
+        }
+    }
+    return text;
+}

@@ -68,3 +68,6 @@ private:
 
 /// What a text holds that `ReadQuoted` gave: without its quotes, escapes as they are.
 [[nodiscard]] std::string SqxUnquoted(const std::string& quoted);
+/// The characters that such a text stands for, with the escapes of C; a backslash before another
+/// character stands for nothing.
+[[nodiscard]] std::string SqxLiteralText(const std::string& quoted);

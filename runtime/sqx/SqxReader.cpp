@@ -294,7 +294,7 @@ void SqxReader::ReadLibraries(SqxCursor& cursor)
     cursor.Enter("shadeops");
     const int libraries = cursor.ReadCountLine("Number of libraries");
     for (int i = 0; i < libraries; ++i) {
-        m_shader.libraries.push_back(SqxUnquoted(cursor.ReadQuoted("Library")));
+        m_shader.libraries.push_back(SqxLiteralText(cursor.ReadQuoted("Library")));
         // Libraries are sought in the folders that the user names, and nowhere else.
         if (m_shader.libraries.back().find('/') != std::string::npos)
             cursor.Fail("Library \"" + m_shader.libraries.back() + "\" is not a plain file name");

@@ -95,6 +95,7 @@ void SlcShadeopLoader::ReadLibrary(const SlcSyntaxNode* node, SlcIdentNode* name
                               1);
         else {
             entries.push_back(table.AddFuncEntryDSO(name, path, std::move(declaration), m_rules));
+            WarnOfRepeated(node, record, entries);
             functions.insert({name->GetName(), record.init, record.cleanup});
         }
     }
@@ -109,6 +110,30 @@ void SlcShadeopLoader::ReadLibrary(const SlcSyntaxNode* node, SlcIdentNode* name
             m_errors->Error(node, "Library '" + path + "' does not define '" +
                                       std::string(function) + "', which shadeop '" +
                                       name->GetName() + "' needs");
+}
+
+/// The last entry repeats what a library in front of its own declares.
+void SlcShadeopLoader::WarnOfRepeated(const SlcSyntaxNode* node, const SqxShadeopRecord& record,
+                                      const Entries& entries)
+{
+    const SlcFuncDSOSymbolEntry& last = *entries.back();
+    const auto isRepeated = [&](const auto& entry) {
+        const auto& types = last.GetArgTypes();
+        const auto& others = entry->GetArgTypes();
+        return entry->GetLibraryPath() != last.GetLibraryPath() &&
+               entry->GetReturnType()->IsSameExactType(last.GetReturnType()) &&
+               std::equal(types.begin(), types.end(), others.begin(), others.end(),
+                          [](const SlcTypeNode* a, const SlcTypeNode* b) {
+                              return a->IsSameExactType(b);
+                          });
+    };
+    const auto first = std::find_if(entries.begin(), entries.end(), isRepeated);
+    if (first != entries.end())
+        m_errors->Warning(node,
+                          "Libraries '" + (*first)->GetLibraryPath() + "' and '" +
+                              last.GetLibraryPath() + "' both declare '" +
+                              std::string(record.declaration) + "': the last is called",
+                          1);
 }
 
 const char* SlcShadeopLoader::ReadRecord(const SqxShadeopRecord& record, const SlcIdentNode* name,

@@ -35,6 +35,8 @@ private:
                                  SlcSymbolTable& table);
     void ReadLibrary(const SlcSyntaxNode* node, SlcIdentNode* name, const std::string& path,
                      SlcSymbolTable& table, Entries& entries);
+    void WarnOfRepeated(const SlcSyntaxNode* node, const SqxShadeopRecord& record,
+                        const Entries& entries);
     /// The text that heads the warning about a record; empty if it is good, and then the
     /// declaration is filled.
     [[nodiscard]] static const char* ReadRecord(const SqxShadeopRecord& record,

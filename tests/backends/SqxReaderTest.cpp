@@ -144,6 +144,21 @@ TEST(SqxReader, ReportsWhatCannotBeRead)
     EXPECT_EQ(reader.Message(), "line 1: Not a byte-code file of version 5");
 }
 
+TEST(SqxLiteralText, KnowsTheEscapesOfC)
+{
+    const struct {
+        const char* literal;
+        const char* text;
+    } cases[] = {
+        {R"("plain")", "plain"},       {R"("a\nb\tc\rd")", "a\nb\tc\rd"},
+        {R"("\a\b\f\v")", "\a\b\f\v"}, {R"("\"\\\'\?")", "\"\\'?"},
+        {R"("\101\60x")", "A0x"},      {R"("\1011")", "A1"},
+        {R"("\d\9")", "d9"},           {R"("")", ""},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(SqxLiteralText(c.literal), c.text) << c.literal;
+}
+
 TEST(SqxReader, HoldsShadeopNumbersAgainstTheirTable)
 {
     FormBuilder b;

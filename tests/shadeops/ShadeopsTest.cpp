@@ -369,6 +369,16 @@ TEST_F(Shadeops, AreRefusedWithoutWhatTheShaderNeeds)
     }
 }
 
+TEST_F(Shadeops, MayComeFromAFileOfAnyName)
+{
+    std::filesystem::copy(SLC_PROBES_FOLDER "/probes.so", "a \"b\\c.so");
+    for (const char* backEnd : {"--dso", "--int"})
+        EXPECT_NO_THROW(static_cast<void>(
+            QxShader::Open(m_folder.Build("counts", "surface counts() { Ci = tick(1); }",
+                                          std::string(backEnd) + " -I."),
+                           {"."})));
+}
+
 /// A shader that is cut short is refused too, and does not end the process.
 TEST_F(Shadeops, AreNoMatterForAShaderThatIsCutShort)
 {

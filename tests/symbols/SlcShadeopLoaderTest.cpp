@@ -146,6 +146,10 @@ TEST_F(ShadeopLoader, TakesTheLibrariesOfTheFirstDirectoryByName)
                                 "b_dll: float -> float [,]\n"
                                 "c_2e_so_1_7e_: float -> float [,]\n"))
         << found;
+    EXPECT_NE(found.find("WARNING: Libraries 'one/a.so' and 'one/b.dll' both declare 'float "
+                         "endless(float)': the last is called\n"),
+              std::string::npos)
+        << found;
 }
 
 TEST_F(ShadeopLoader, OpensLibrariesOnceForAName)

@@ -16,6 +16,7 @@
 
 #include <algorithm>
 
+#include "sqx/SqxCursor.h"
 #include "sqx/SqxNumbers.h"
 #include "sqx/SqxPredefined.h"
 
@@ -55,21 +56,6 @@ std::uint32_t PredefinedRow(const std::string& name)
     while (name != k_sqxPredefined[row].name)
         ++row;
     return row;
-}
-
-/// The characters that a literal of the source stands for.
-std::string LiteralText(const std::string& quoted)
-{
-    std::string text;
-    for (std::size_t i = 1; i + 1 < quoted.size(); ++i) {
-        if (quoted[i] != '\\' || i + 2 >= quoted.size()) {
-            text += quoted[i];
-            continue;
-        }
-        const char code = quoted[++i];
-        text += code == 'n' ? '\n' : code == 't' ? '\t' : code;
-    }
-    return text;
 }
 
 }  // namespace
@@ -127,7 +113,7 @@ void QxMachineVariables::AddConstant(const SqxVariable& variable, QxStorage& sto
     constant.flag = variable.number != 0;
     constant.numbers[0] = static_cast<float>(variable.number);
     if (variable.type == SqxType::String)
-        constant.text = m_target.texts.emplace_back(LiteralText(variable.text)).c_str();
+        constant.text = m_target.texts.emplace_back(SqxLiteralText(variable.text)).c_str();
 }
 
 std::uint32_t QxMachineVariables::AddVariable(const QxStorage& storage)

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <cstdint>
 
+#include "sqx/SqxCursor.h"
+
 namespace {
 
 // More than any test needs; a damaged file must not exhaust memory.
@@ -54,20 +56,6 @@ std::size_t SqxComponents(SqxType type)
         return 1;
     }
     return 1;
-}
-
-std::string SqxLiteralText(const std::string& quoted)
-{
-    std::string text;
-    for (std::size_t i = 1; i + 1 < quoted.size(); ++i) {
-        if (quoted[i] != '\\') {
-            text += quoted[i];
-            continue;
-        }
-        const char code = quoted[++i];
-        text += code == 'n' ? '\n' : code == 't' ? '\t' : code;
-    }
-    return text;
 }
 
 SqxStore::SqxStore(const SqxShader& shader, std::size_t points)

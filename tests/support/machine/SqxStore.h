@@ -74,6 +74,3 @@ private:
 
 /// How many numbers one element of a type has; a text has one text.
 [[nodiscard]] std::size_t SqxComponents(SqxType type);
-
-/// The characters that a literal of the source stands for.
-[[nodiscard]] std::string SqxLiteralText(const std::string& quoted);
