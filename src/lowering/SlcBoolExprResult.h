@@ -3,21 +3,21 @@
 #include "frontend/SlcAnnotation.h"
 #include "icode/SlcLexType.h"
 
-/// What the one who asks for a relation's value wants; set on the relation before it is walked,
-/// afresh each time.
+/// The flag in which the caller needs a relation's value, and whether to invert it. Set on the
+/// relation before each walk.
 class SlcBoolExprResult : public SlcAnnotation {
 public:
     SlcBoolExprResult() = default;
-    /// `result` may be null. The relation may still give another flag: what varies has no place in
-    /// a uniform one.
+    /// `result` may be null. The relation may still return another flag, since a varying value does
+    /// not fit into a uniform flag.
     SlcBoolExprResult(SlcOperand result, bool inverted)
         : m_result(std::move(result)),
           m_inverted(inverted)
     {
     }
-    /// The flag that the value is to go to; null if any will do.
+    /// The flag that should hold the value; null if any flag will do.
     [[nodiscard]] const SlcOperand& GetResult() const { return m_result; }
-    /// The opposite of the relation is wanted.
+    /// True if the caller needs the negated value.
     [[nodiscard]] bool IsInverted() const { return m_inverted; }
 
 private:

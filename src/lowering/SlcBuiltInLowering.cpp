@@ -1,17 +1,18 @@
-// Calls of built-ins, in one of three ways:
+// Lowers calls of built-ins in one of three ways:
 //
 //     plain           { CALL_PRIM_SIN T x }                 at each point, in a block
-//     whole grid      CALL_PRIM_NORMALIZE_SIMD T N          outside of blocks, if the row has such
-//                                                           a form and details suit it
-//     of its own      `sm_specials`                         what looks at neighbours, or needs
-//                                                           another list of arguments
+//     whole grid      CALL_PRIM_NORMALIZE_SIMD T N          outside blocks, if the row has such a
+//                                                           form and the details match it
+//     special         `sm_specials`                         reads neighbours, or needs another
+//                                                           list of arguments
 //
-// A row's whole-grid form tells the detail that each argument must have. A uniform value where a
-// varying one is wanted can be copied to all points first; that pays only with many points, so it
-// is left to the highest level. The other way round there is no such form, and the call is plain.
+// A row's whole-grid form specifies the detail of each argument. If it requires a varying argument
+// and the call has a uniform one, the value can be copied to all points first; this pays off only
+// with many points, so only the highest level does it. If it requires a uniform argument and the
+// call has a varying one, the call is plain.
 //
-// Calls that look at lights have them evaluated for `P` first. Outputs are written back behind the
-// call.
+// Before calls that read lights, the lights are evaluated for `P`. Output elements are written back
+// after the call.
 //
 // Tested by tests/lowering/SlcBuiltInLoweringTest.cpp.
 
@@ -39,7 +40,7 @@ bool LooksAtLights(const SlcFuncSymbolEntry& entry)
     return reads && reads->looksAtLights;
 }
 
-/// The compiler has added it to the call.
+/// True if the compiler added the integer to the call.
 bool IsAddedInt(const SlcOperand& operand)
 {
     return operand->IsInt() &&
@@ -97,7 +98,7 @@ SlcOperand SlcBuiltInLowering::GetCallResult(const BuiltInCall& call, SlcTypeNod
                                              SlcDetailNode* detail)
 {
     const SlcOperand result = m_list.GetResultVar(call.node, type, detail);
-    // The function writes the result before or behind its output arguments, as it likes.
+    // The function may write the result before or after its output arguments.
     const bool isAlsoOutput =
         std::any_of(call.outputs.begin(), call.outputs.end(), [&](const SlcOperand& output) {
             return m_values.VariableOf(output) == m_values.VariableOf(result);
@@ -141,7 +142,7 @@ void SlcBuiltInLowering::MakeConstantNbArgs(BuiltInCall& call,
     std::deque<SlcOperand> args(call.args.begin(),
                                 call.args.begin() + static_cast<std::ptrdiff_t>(fixed));
     for (const SlcFuncVarArgSingle* value : SlcTailValues(entry->GetTail())) {
-        // If a pair is given twice the last one counts.
+        // If a pair is given twice, the last one counts.
         const auto given =
             std::find_if(formals.rbegin(), formals.rend(),
                          [&](const SlcCallFormal& formal) { return formal.tailValue == value; });
@@ -155,14 +156,14 @@ void SlcBuiltInLowering::MakeConstantNbArgs(BuiltInCall& call,
 SlcOperand SlcBuiltInLowering::GetDefaultValue(const SlcFuncVarArgSingle& single)
 {
     const SlcTypeNode* type = single.GetType();
-    // There is nothing to write to.
+    // An output without an argument has no variable to write.
     const bool hasValue = !single.GetDefault().empty() && !single.GetStorage()->IsOutput();
     const int value = std::atoi(single.GetDefault().c_str());
     if (hasValue && type->IsFloatType())
         return SlcLexType::Float(value);
     if (hasValue && type->IsBoolType())
         return SlcLexType::Bool(value != 0);
-    // The row gives 0 for a name that is not there.
+    // For a string, the row's default 0 means an empty text.
     if (hasValue && type->IsStringType())
         return SlcLexType::String("\"\"");
     return SlcLexType::Int(0, true);
@@ -239,7 +240,6 @@ std::vector<std::string_view> SlcBuiltInLowering::SpecialPrimitives()
     return primitives;
 }
 
-/// One call for the whole grid, if the details of the arguments suit it.
 SlcOperand SlcBuiltInLowering::CreateGridCall(BuiltInCall& call)
 {
     const SlcFuncSymbolEntry& entry = *call.node->GetSymbolEntry();
@@ -249,7 +249,7 @@ SlcOperand SlcBuiltInLowering::CreateGridCall(BuiltInCall& call)
         m_arguments.DetailOfCall(call.node, call.args)->IsUniform())
         return nullptr;
     std::vector<std::size_t> widened;
-    if (!SuitGridCall(call, widened))
+    if (!CanUseGridCall(call, widened))
         return nullptr;
     WidenArguments(call, widened);
     const SlcOperand result = GetCallResult(call, entry.GetReturnType(), SlcDetailNode::AVarying());
@@ -257,9 +257,8 @@ SlcOperand SlcBuiltInLowering::CreateGridCall(BuiltInCall& call)
     return result;
 }
 
-/// Adds to `widened` the places of uniform arguments where varying ones are wanted.
-bool SlcBuiltInLowering::SuitGridCall(const BuiltInCall& call,
-                                      std::vector<std::size_t>& widened) const
+bool SlcBuiltInLowering::CanUseGridCall(const BuiltInCall& call,
+                                        std::vector<std::size_t>& widened) const
 {
     const auto& wanted = call.node->GetSymbolEntry()->GetSIMDDetails();
     for (std::size_t i = 0; i < call.args.size() && i < wanted.size(); ++i) {

@@ -10,28 +10,29 @@
 
 class SlcFuncVarArgSingle;
 
-/// Lowers a call of a built-in whose arguments have their operands: plain, for the whole grid, or
-/// in a way of its own.
+/// Lowers a call of a built-in whose arguments have been evaluated: as a plain call, as a call for
+/// the whole grid, or by a special lowering.
 ///
-/// Those with a way of their own stand in `FindSpecialLowering`, by primitive, and in files by
-/// concept: argument lists that are made anew, derivatives, and transforms between known spaces.
+/// `FindSpecialLowering` lists the primitives with a special lowering. Those are in separate files
+/// by concept: rewritten argument lists, derivatives, and transforms between known spaces.
 class SlcBuiltInLowering {
 public:
-    /// Both outlive it.
+    /// Both must outlive this object.
     SlcBuiltInLowering(SlcLoweringContext& context, SlcCallArguments& arguments)
         : m_context(context),
           m_arguments(arguments)
     {
     }
 
-    /// Pops the arguments, and pushes the value unless the call is void. Fatal for a call that the
-    /// checks should have refused.
+    /// Pops the arguments, and pushes the value unless the call is void. Fatal for a call that
+    /// semantic analysis should have rejected.
     void Lower(SlcProcCallExprNode* node);
-    /// The primitives with a lowering of their own.
+    /// Returns the primitives with a special lowering.
     [[nodiscard]] static std::vector<std::string_view> SpecialPrimitives();
 
 private:
-    /// A call on its way. Lowerings change `args`; `outputs` stay as the source has them.
+    /// A call being lowered. Lowerings change `args`; `outputs` are the output arguments of the
+    /// source.
     struct BuiltInCall {
         SlcProcCallExprNode* node;
         std::deque<SlcOperand> args;
@@ -44,69 +45,71 @@ private:
     };
     using ArgumentList = SlcCallICode::ArgumentList;
 
-    /// By primitive, in the order in which they are looked up.
+    /// Searched from first to last.
     static const SpecialRow sm_specials[];
 
-    /// As `GetResultVar`, but never a variable that the function also writes as an argument.
+    /// Like `GetResultVar`, but never returns a variable that is also an output argument of the
+    /// call.
     [[nodiscard]] SlcOperand GetCallResult(const BuiltInCall& call, SlcTypeNode* type,
                                            SlcDetailNode* detail);
-    /// At each point, or once if everything is uniform. Null for a void call.
+    /// Emits a call for each point, or one call if all operands are uniform. Null for a void call.
     [[nodiscard]] SlcOperand GenPlainCall(const BuiltInCall& call, ArgumentList list);
-    /// The call in a block of that detail; `result` may be null.
+    /// Emits the call in a block of that detail; `result` may be null.
     void AddPlainCall(const BuiltInCall& call, const SlcOperand& result, ArgumentList list,
                       SlcDetailNode* detail);
-    /// In the given form, outside of blocks.
+    /// Emits the call in the given form, outside blocks.
     void AddGridCall(const BuiltInCall& call, const SlcOperand& result, const SlcGridForm& form);
-    /// Over the grid where the conditions around it allow that.
+    /// Emits a whole-grid call if the enclosing conditions allow it, otherwise a plain one.
     void AddGridOrPlainCall(const BuiltInCall& call, const SlcOperand& result);
     [[nodiscard]] static SlcPtr<SlcICode> MakeCall(const BuiltInCall& call,
                                                    const SlcOperand& result, ArgumentList list,
                                                    const SlcGridForm& form);
-    /// Puts the arguments of a variable tail into their fixed places, with defaults for those
+    /// Moves the arguments of a variable tail to their fixed positions, with defaults for those
     /// that the call leaves out.
     void MakeConstantNbArgs(BuiltInCall& call, const std::vector<SlcCallFormal>& formals);
-    /// What stands for a value of the tail that the call leaves out. For an output it is a
-    /// constant, which tells whoever runs the call that nothing is to be written.
+    /// Returns the operand for a tail value that the call leaves out. For an output it is a
+    /// constant, which means at run time that nothing is to be written.
     [[nodiscard]] static SlcOperand GetDefaultValue(const SlcFuncVarArgSingle& single);
-    /// Null if nothing has been added and a plain call will do.
+    /// Null if it emitted nothing, so that a plain call is needed.
     [[nodiscard]] SlcOperand CreateSIMDFuncCall(BuiltInCall& call);
-    /// Null for a primitive without a row.
+    /// Null for a primitive without a special lowering.
     [[nodiscard]] static SpecialLowering FindSpecialLowering(const BuiltInCall& call);
-    /// Null if the built-in has no such form, or these arguments do not suit it.
+    /// Emits one call for the whole grid. Null if the built-in has no such form, or its arguments
+    /// do not fit it.
     [[nodiscard]] SlcOperand CreateGridCall(BuiltInCall& call);
-    /// The details of the arguments suit the form, or do once the uniform ones at the places that
-    /// it adds to `widened` are copied to all points.
-    [[nodiscard]] bool SuitGridCall(const BuiltInCall& call,
-                                    std::vector<std::size_t>& widened) const;
-    /// Copies the uniform arguments at `places` into varying temporaries, in one block.
+    /// True if the details of the arguments fit the whole-grid form, possibly after the uniform
+    /// arguments whose positions it adds to `widened` have been copied to all points.
+    [[nodiscard]] bool CanUseGridCall(const BuiltInCall& call,
+                                      std::vector<std::size_t>& widened) const;
+    /// Copies the uniform arguments at `places` to varying temporaries, in one block.
     void WidenArguments(BuiltInCall& call, const std::vector<std::size_t>& places);
 
-    // Each `CreateBuiltIn...` adds the call and gives the result.
-    // Those of neighbours, SlcBuiltInLoweringDerivatives.cpp.
+    // Each `CreateBuiltIn...` emits the call and returns the result. Derivatives,
+    // SlcBuiltInLoweringDerivatives.cpp.
     [[nodiscard]] SlcOperand CreateBuiltInDerivative(BuiltInCall& call);
-    /// The value of a derivative of what is the same everywhere.
+    /// The derivative of a uniform value.
     [[nodiscard]] SlcOperand GenZero(const BuiltInCall& call);
-    /// Fatal if the kind of shader has no such variable; `function` names the place in the report.
+    /// Fatal if this kind of shader has no such variable; `function` is named in the report.
     [[nodiscard]] SlcOperand PredefinedOperand(const SlcPtr<SlcVarSymbolEntry>& entry,
                                                const BuiltInCall& call, const char* function);
-    /// The call of a primitive that looks at neighbours. Under a varying condition it warns with
-    /// `warning`, and a temporary of `typeInCondition` takes the result.
+    /// Emits the call of a primitive that reads neighbouring points. Under a varying condition it
+    /// reports `warning` and puts the result into a temporary of `typeInCondition`.
     [[nodiscard]] SlcOperand GenDerivative(const BuiltInCall& call, SlcTypeNode* typeInCondition,
                                            const char* warning);
-    // Those with other arguments, SlcBuiltInLoweringForms.cpp.
+    // Rewritten argument lists, SlcBuiltInLoweringForms.cpp.
     [[nodiscard]] SlcOperand CreateBuiltInSpline(BuiltInCall& call);
     [[nodiscard]] SlcOperand CreateBuiltInFilterstep(BuiltInCall& call);
-    /// Where the interval ends that begins with `start`.
+    /// The end of the interval that begins with `start`.
     [[nodiscard]] SlcOperand GenFilterstepEnd(const SlcOperand& start);
     [[nodiscard]] SlcOperand CreateBuiltInMessageFunction(BuiltInCall& call);
-    /// Of all arguments but the last, which takes the answer.
+    /// The combined detail of all arguments except the last, which receives the answer.
     [[nodiscard]] static SlcDetailNode* DetailOfQuestion(const BuiltInCall& call);
     [[nodiscard]] SlcOperand CreateBuiltInShaderName(BuiltInCall& call);
-    /// A transform between two spaces; null unless both are constants.
+    /// Lowers a transform between two spaces; null unless both are constants.
     [[nodiscard]] SlcOperand InlineTransform(SlcProcCallExprNode* call, const std::string& name,
                                              const SlcOperand& from, const SlcOperand& to,
                                              const SlcOperand& value);
-    /// The value as it is, in a variable that the caller may write to.
+    /// Returns the unchanged value, in a variable that the caller may write.
     [[nodiscard]] SlcOperand GenSameSpace(SlcProcCallExprNode* call, SlcTypeNode* type,
                                           const SlcOperand& value);
 

@@ -1,10 +1,10 @@
-// Built-ins that look at neighbouring points: they exist only as one call for the whole grid.
+// Built-ins that read neighbouring points exist only as one call for the whole grid.
 //
 //     c = Du(x)           CALL_PRIM_DU_FLOAT_SIMD c x du           with a uniform x: c = 0
 //
-// Under a varying condition the neighbours that it leaves out have no part in the difference, which
-// a warning tells. All five functions are one row each: what differs is how many arguments are
-// differentiated, and which steps become arguments.
+// Under a varying condition, inactive neighbours are not used for the difference, and a warning
+// says so. Each of the five functions is one table row: they differ in how many arguments are
+// differentiated, and in which steps become arguments.
 //
 // Tested by tests/lowering/SlcBuiltInLoweringTest.cpp.
 
@@ -20,11 +20,11 @@
 namespace {
 
 struct Derivative {
-    const char* word;    // of the source
-    std::size_t values;  // so many arguments are differentiated; a uniform one makes the result 0
+    const char* word;    // in the source
+    std::size_t values;  // number of differentiated arguments; if one is uniform, the result is 0
     bool addsDu;         // `du`, then `dv`, become arguments
     bool addsDv;
-    const char* function;  // names this place in reports of missing variables
+    const char* function;  // names the function in reports of missing variables
     const char* zero;
     const char* underCondition;
 };
@@ -69,7 +69,7 @@ SlcOperand SlcBuiltInLowering::CreateBuiltInDerivative(BuiltInCall& call)
         m_errors->Warning(call.node, row.zero, 1);
         return GenZero(call);
     }
-    // Under a condition, of the temporary below: an area has the type of no argument.
+    // The type of the temporary under a condition. The type of an area is not that of an argument.
     SlcTypeNode* type =
         word == "area" ? SlcTypeNode::AFloat() : SlcElements::ValueType(call.args[0]);
     if (row.addsDu)
@@ -103,8 +103,8 @@ SlcOperand SlcBuiltInLowering::PredefinedOperand(const SlcPtr<SlcVarSymbolEntry>
     return entry->GetIntCodeVar();
 }
 
-/// Under a varying condition a temporary of `typeInCondition` takes the result, so that the points
-/// outside the condition are left alone in the target.
+/// Under a varying condition the result goes to a temporary of `typeInCondition`, so that the
+/// target keeps its value at points outside the condition.
 SlcOperand SlcBuiltInLowering::GenDerivative(const BuiltInCall& call, SlcTypeNode* typeInCondition,
                                              const char* warning)
 {
@@ -117,7 +117,7 @@ SlcOperand SlcBuiltInLowering::GenDerivative(const BuiltInCall& call, SlcTypeNod
     }
     m_errors->Warning(call.node, warning, 2);
     const SlcOperand result = m_list.GenTempVar(typeInCondition, varying);
-    // Without a flag that can limit the call it runs for all points; who reads the temporary is
+    // Without a flag that can limit the call, it runs for all points; reads of the temporary are
     // guarded.
     AddGridCall(call, result, SlcGridForm::At(m_conditions.SimdCondition()));
     return result;

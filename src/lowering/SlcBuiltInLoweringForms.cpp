@@ -1,10 +1,10 @@
-// Built-ins whose argument lists are made anew:
+// Built-ins whose argument lists are rewritten:
 //
 //     spline(x, a)              spline(x, a[0], a[1], ...)       a an array
 //     filterstep(e, s)          filterstep(e, s, far end of the point's interval, 1, "catmull-rom")
 //     attribute("n", v)         attribute("n", v, is it varying, its type, its length)
 //
-// and `shadername`, which is not there yet: an empty text and a warning.
+// and `shadername`, which is not supported: it yields an empty text and a warning.
 //
 // Tested by tests/lowering/SlcBuiltInLoweringTest.cpp.
 
@@ -61,7 +61,6 @@ SlcOperand SlcBuiltInLowering::CreateBuiltInFilterstep(BuiltInCall& call)
     return result;
 }
 
-/// The other end of the interval that a point covers in `start`.
 SlcOperand SlcBuiltInLowering::GenFilterstepEnd(const SlcOperand& start)
 {
     if (start->IsUniform())
@@ -71,7 +70,8 @@ SlcOperand SlcBuiltInLowering::GenFilterstepEnd(const SlcOperand& start)
     return end;
 }
 
-/// The last argument takes the answer. Its detail, type and length are known only here.
+/// The last argument receives the answer. Its detail, type and length are passed on, since the run
+/// time does not know them.
 SlcOperand SlcBuiltInLowering::CreateBuiltInMessageFunction(BuiltInCall& call)
 {
     const SlcOperand answer = call.args.back();

@@ -1,10 +1,11 @@
-// Transforms between spaces whose names are known: steps through the current space.
+// Transforms between spaces whose names are constants are lowered as steps through the current
+// space.
 //
 //     transform("a", "b", p)       T = from "a" p; r = to "b" T
 //     transform("b", p)            r = to "b" p            one step: p is in the current space
 //     transform("a", "a", p)       r = p
 //
-// Names that only the run time knows are left to the primitive, which looks them up by text.
+// Names known only at run time are left to the primitive, which looks them up by text.
 //
 // Tested by tests/lowering/SlcBuiltInLoweringTest.cpp.
 
@@ -16,7 +17,7 @@
 
 namespace {
 
-/// Null for a name that is no transform of the point family.
+/// The type that the primitive transforms; null if it is not a transform of the point family.
 SlcTypeNode* TransformedType(const std::string& name)
 {
     if (name == "CALL_PRIM_TRANSFORM" || name == "CALL_PRIM_TRANSFORM2")

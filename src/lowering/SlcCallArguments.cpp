@@ -1,9 +1,8 @@
-// What calls of built-ins, functions and shadeops have in common: arguments come off the stack from
-// the last to the first, an input as a value of the formal's type, an output as the variable
-// itself.
+// Code shared by calls of built-ins, functions and shadeops. Arguments are popped from the last to
+// the first: an input as a value of the formal's type, an output as the variable itself.
 //
-// A call is uniform if all its arguments are, and the checks say so too: a value that is uniform in
-// this expansion of a function may still stand in a temporary that varies.
+// A call is uniform only if semantic analysis says so and all its arguments are uniform: a value
+// that is uniform in this expansion of a function may still be held in a varying temporary.
 //
 // Tested by tests/lowering/SlcGenInterCodeCallsTest.cpp.
 
@@ -17,7 +16,7 @@
 
 namespace {
 
-/// 0 for an array of unknown length, and for what is no array.
+/// 0 for an array of unknown length, and for anything else.
 int LengthOf(const SlcTypeNode* type)
 {
     const auto* array = dynamic_cast<const SlcArrayTypeNode*>(type);
@@ -30,10 +29,10 @@ SlcTypeNode* SlcCallArguments::TypeOfCall(const SlcProcCallExprNode* call)
 {
     SlcTypeNode* wanted = SlcLoweringContext::TypeOf(call);
     SlcTypeNode* returned = call->GetSymbolEntry()->GetReturnType();
-    // A float that will be promoted is still one here.
+    // A float that will be promoted later still has type float here.
     if (!wanted->IsSameType(returned))
         return returned;
-    // A formal or initializer of any length leaves the length to the function.
+    // If the formal or initializer has no fixed length, the function determines the length.
     const auto* array = dynamic_cast<const SlcArrayTypeNode*>(wanted);
     return array && LengthOf(wanted) == 0
                ? SlcTypeNode::CreateArrayType(array->GetElementType(), LengthOf(returned))
@@ -43,7 +42,7 @@ SlcTypeNode* SlcCallArguments::TypeOfCall(const SlcProcCallExprNode* call)
 SlcDetailNode* SlcCallArguments::DetailOfCall(const SlcProcCallExprNode* call,
                                               const std::deque<SlcOperand>& args) const
 {
-    // A value that is uniform in this call of a function may still stand in a varying temporary.
+    // A value that is uniform in this call of a function may still be held in a varying temporary.
     return std::all_of(args.begin(), args.end(), [](const auto& arg) { return arg->IsUniform(); })
                ? m_context.DetailOf(call)
                : SlcDetailNode::Combine(m_context.DetailOf(call), SlcDetailNode::AVarying());

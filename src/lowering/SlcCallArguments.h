@@ -7,31 +7,31 @@
 #include "lowering/SlcLoweringContext.h"
 #include "symbols/SlcCallFormals.h"
 
-/// The arguments and the value of a call, as what is called wants them.
+/// Converts the arguments and the value of a call to what the callee expects.
 class SlcCallArguments {
 public:
     explicit SlcCallArguments(SlcLoweringContext& context) : m_context(context) {}
 
-    /// Pops the arguments, each as its formal wants it; gives them in source order. An output is
-    /// given as the variable itself, or as the copy that stands for an element; an input as its
-    /// value when it was evaluated, promoted to the type of the formal. `formals` has one for each
-    /// argument.
+    /// Pops the arguments, converts each for its formal, and returns them in source order. An
+    /// output argument is the variable itself, or the copy of an array element; an input argument
+    /// is its value at the time it was evaluated, promoted to the type of the formal. `formals` has
+    /// one entry per argument.
     [[nodiscard]] std::deque<SlcOperand>
     ReadAndCastParameters(SlcProcCallExprNode* call, const std::vector<SlcCallFormal>& formals);
-    /// `value` where a call wants `type`. Of arrays it is a report if they differ in length, which
-    /// only an expansion tells for a formal of any length; `what` names the value in it.
+    /// Returns `value` converted to `type`. Reports arrays of different length, which is known only
+    /// during expansion if the formal has no fixed length; `what` names the value in the report.
     [[nodiscard]] SlcOperand ConvertedForCall(SlcProcCallExprNode* call, const SlcOperand& value,
                                               SlcTypeNode* type, const std::string& what);
-    /// As reports name it; `position` counts from 0.
+    /// The name of an argument in reports; `position` counts from 0.
     [[nodiscard]] static std::string ArgumentName(std::size_t position);
-    /// Behind the call, for each argument that it has written: the copy of an element goes back
-    /// into its array, and lights that ran for a `P` that was written are stale.
+    /// Call it after the call, for each output argument: writes the copy of an element back into
+    /// its array, and marks evaluated lights as stale if `P` was written.
     void FinishOutputArgument(const SlcOperand& argument);
 
-    /// Of the value that the function gives, before the context promotes it.
+    /// The type of the value that the function returns, before any promotion.
     [[nodiscard]] static SlcTypeNode* TypeOfCall(const SlcProcCallExprNode* call);
-    /// Of its value and of the block that the call stands in: uniform only if the checks say so and
-    /// all `args` are.
+    /// The detail of the call's value and of its block: uniform only if semantic analysis says so
+    /// and all `args` are uniform.
     [[nodiscard]] SlcDetailNode* DetailOfCall(const SlcProcCallExprNode* call,
                                               const std::deque<SlcOperand>& args) const;
 

@@ -1,4 +1,4 @@
-// Casts: the operand decides the shape of the code, the space whether a transform is needed.
+// Casts: the operand determines the shape of the code, the space whether a transform is needed.
 //
 //     color (r, g, b)              { T = (r, g, b) }
 //     point "shader" (x, y, z)     { T = (x, y, z) }; R = from "shader" T      varying: whole grid
@@ -16,7 +16,7 @@
 
 namespace {
 
-/// Values stand in the current space and in rgb.
+/// Values are stored in the current space and in rgb, so those need no transform.
 bool NeedsTransform(const SlcCastExprNode* node)
 {
     if (!node->GetSpace())
@@ -25,7 +25,7 @@ bool NeedsTransform(const SlcCastExprNode* node)
     return space != "\"\"" && space != (node->GetType()->IsColorType() ? "\"rgb\"" : "\"current\"");
 }
 
-/// One of the types that constructors and transforms of the point family tell apart.
+/// The type among those that constructors and transforms distinguish.
 SlcTypeNode* KindOf(const SlcTypeNode* type)
 {
     if (type->IsColorType())
@@ -74,7 +74,7 @@ SlcOperand SlcCastLowering::Triple(SlcCastExprNode* node, const SlcOperand& x, c
     return GenFromSpace(node, result, temporary, type, MakeConstructor(type, temporary, x, y, z));
 }
 
-/// `constructor` makes the source; a uniform one shares the block of the transform.
+/// `constructor` computes the source; if it is uniform, it shares the block of the transform.
 SlcOperand SlcCastLowering::GenFromSpace(SlcCastExprNode* node, const SlcOperand& result,
                                          const SlcOperand& source, SlcTypeNode* type,
                                          const SlcPtr<SlcICode>& constructor)
@@ -117,7 +117,7 @@ SlcOperand SlcCastLowering::GenConcatSpace(SlcCastExprNode* node, const SlcOpera
 
 SlcOperand SlcCastLowering::Value(SlcCastExprNode* node, const SlcOperand& operand)
 {
-    // The value may still be a triple or a float that is meant as the operand's type.
+    // The value may still be a triple or float that has not been promoted to the operand's type.
     const SlcOperand value =
         m_context.Converted(operand, SlcLoweringContext::TypeOf(node->GetOperand()));
     const SlcTypeNode* type = node->GetType();

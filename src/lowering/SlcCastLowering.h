@@ -7,33 +7,34 @@
 class SlcCastExprNode;
 
 /// Lowers a cast whose operand has been evaluated: a constructor, an assignment or a transform from
-/// the named space. Each operation gives the value, in the target of the assignment around the cast
-/// where one fits.
+/// the named space. Each operation returns the value, in the target of the enclosing assignment if
+/// that fits.
 ///
-/// Without a space, or with the one that values of the type stand in anyway (`current`, `rgb`), no
-/// transform is made.
+/// No transform is emitted without a space, or with the space in which values of the type are
+/// stored anyway (`current`, `rgb`).
 class SlcCastLowering {
 public:
-    /// The context outlives it.
+    /// The context must outlive this object.
     explicit SlcCastLowering(SlcLoweringContext& context) : m_context(context) {}
 
-    /// Of a triple such as `color "hsv" (x, y, z)`: three floats. Fatal for a cast to another type
-    /// than a triple.
+    /// Lowers the cast of a triple of floats, such as `color "hsv" (x, y, z)`. Fatal for a cast to
+    /// anything but a triple.
     [[nodiscard]] SlcOperand Triple(SlcCastExprNode* node, const SlcOperand& x, const SlcOperand& y,
                                     const SlcOperand& z);
-    /// Of the sixteen floats of a matrix, row by row.
+    /// Lowers the cast of sixteen floats to a matrix, row by row.
     [[nodiscard]] SlcOperand Matrix(SlcCastExprNode* node, const std::deque<SlcOperand>& values);
-    /// Of any other operand: a float spread over a triple or the diagonal of a matrix, a triple as
-    /// one of another kind. One of the same type without a transform is given as it is.
+    /// Lowers the cast of any other operand: a float to a triple or to the diagonal of a matrix, or
+    /// a triple to another kind of triple. Returns the operand itself if the type is the same and
+    /// no transform is needed.
     [[nodiscard]] SlcOperand Value(SlcCastExprNode* node, const SlcOperand& operand);
 
 private:
     [[nodiscard]] SlcOperand GenCastToColor(SlcCastExprNode* node, const SlcOperand& value);
     [[nodiscard]] SlcOperand GenCastToPoint(SlcCastExprNode* node, const SlcOperand& value);
     [[nodiscard]] SlcOperand GenCastToMatrix(SlcCastExprNode* node, const SlcOperand& value);
-    /// `source` is a matrix by now.
+    /// `source` must be a matrix.
     [[nodiscard]] SlcOperand GenConcatSpace(SlcCastExprNode* node, const SlcOperand& source);
-    /// result = what `constructor` makes in `source`, meant in the cast's space.
+    /// Transforms `source`, the output of `constructor`, from the cast's space into `result`.
     [[nodiscard]] SlcOperand GenFromSpace(SlcCastExprNode* node, const SlcOperand& result,
                                           const SlcOperand& source, SlcTypeNode* type,
                                           const SlcPtr<SlcICode>& constructor);

@@ -1,8 +1,8 @@
 // Blocks, flags and the levels of conditions.
 //
-// Every instruction that is not a form for the whole grid stands in a block, which guards it by
-// the innermost level alone. That is enough because a varying flag made under a condition is
-// false wherever that condition is.
+// Every instruction that is not in whole-grid form is in a block, which guards it only by the
+// innermost level. That is enough because a varying flag made under a condition is false wherever
+// that condition is false.
 //
 //     if (a) { x = y; if (b) z = x; }          a and b vary
 // becomes
@@ -10,8 +10,8 @@
 //     f = b under a; f = false under not a; w = some f; {; if f; z = x; endif; }
 //
 // The uniform flags u and w guard uniform code, and whole-grid forms take the varying ones as their
-// condition. What makes a flag under a condition therefore clears it outside
-// (ClearOutsideCondition), and inverting one stays within the flag around it
+// condition. Code that makes a flag under a condition must therefore clear it outside the condition
+// (ClearOutsideCondition), and an inverted flag is limited by the enclosing flag
 // (SlcInvertBoolFlagICode).
 //
 // Tested by tests/lowering/SlcConditionsTest.cpp and, with values, by tests/run.
@@ -31,7 +31,7 @@ void SlcConditions::Start()
     m_freeUniformFlags.clear();
 }
 
-/// Opens a guard of its own for each block, so that blocks can be moved and merged one by one.
+/// Emits one guard per block, so that blocks can be moved and merged independently.
 void SlcConditions::AddBeginBlock(const SlcDetailNode* detail)
 {
     const bool uniform = detail->IsUniform();
@@ -44,8 +44,8 @@ void SlcConditions::AddBeginBlock(const SlcDetailNode* detail)
     const Condition& innermost = m_conditions.back();
     m_blockEndLabels.push_back(m_list.GenLabel());
     const SlcOperand& flag = uniform ? innermost.uniformFlag : innermost.flag;
-    // A level may guard one kind of code alone; its label is taken all the same, so that the end of
-    // the block finds the one of its beginning.
+    // The level may have no flag for this kind of code. The label is pushed anyway, so that the end
+    // of the block pops the label of its beginning.
     if (flag.Null())
         return;
     if (innermost.state == AssignIfValue::IfTrue)
@@ -109,7 +109,8 @@ SlcOperand SlcConditions::InnermostFlag() const
 {
     if (!IsInParallelIf())
         return nullptr;
-    // A level of a uniform flag, as beside a uniform left side, limits no points.
+    // A level with a uniform flag, from a logical operator with a uniform left side, does not limit
+    // the points.
     for (auto level = m_conditions.rbegin(); level != m_conditions.rend(); ++level)
         if (!level->flag->IsUniform())
             return level->flag;
@@ -198,7 +199,7 @@ void SlcConditions::ClearOutsideCondition(const SlcOperand& flag)
     if (!IsInParallelIf() || flag->IsUniform())
         return;
     const SlcOperand& guard = m_conditions.back().flag;
-    // Beside a uniform flag the value is known already; the level around it clears the rest.
+    // With a uniform guard the value is already set; the enclosing level clears the rest.
     if (guard == flag || guard->IsUniform())
         return;
     AssignOutsideCondition(flag, SlcLexType::Bool(false));
@@ -217,7 +218,7 @@ SlcOperand SlcConditions::SimdCondition() const
     if (!IsInParallelIf() || m_conditions.empty())
         return nullptr;
     const Condition& innermost = m_conditions.back();
-    // There is no form for points where a flag is false, nor for a uniform flag.
+    // There is no whole-grid form for points where a flag is false, nor for a uniform flag.
     const bool limits =
         innermost.flag && innermost.state == AssignIfValue::IfTrue && !innermost.flag->IsUniform();
     return limits ? innermost.flag : nullptr;

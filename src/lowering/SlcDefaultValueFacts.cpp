@@ -1,8 +1,8 @@
-// What a default value is, by the casts and calls in it.
+// Derives the facts about a default value from the casts and calls in it.
 //
 //     point p = point "shader" (1, 2, 3)              in "shader"
-//     point p = 2 * point "shader" (1, 2, 3)          in none that could be told: the product was
-//                                                     made in the current one
+//     point p = 2 * point "shader" (1, 2, 3)          in no named space: the product is computed
+//                                                     in the current one
 //     point p = transform("object", point 0)          in "current", names "object"
 //     varying float f = u + g()                       depends on its context
 //
@@ -42,7 +42,7 @@ void SlcDefaultValueFacts::AddFunction(SlcFuncDefNode* function)
         m_objectSpaceFunctions.insert(function->GetSymbolEntry());
 }
 
-/// A value may vary for reasons that no variable in it shows, such as a random number.
+/// A value may also vary without naming a varying variable, for example a random number.
 SlcDefaultValueFacts::Facts SlcDefaultValueFacts::Of(SlcExprNode* initializer,
                                                      const SlcTypeNode* type)
 {
@@ -67,21 +67,21 @@ SlcStringLiteralNode* SlcDefaultValueFacts::SpaceOf(const SlcTypeNode* type) con
 
 void SlcDefaultValueFacts::Case(SlcIdentExprNode* node)
 {
-    Touch(node->GetSymbolEntry());
+    RecordAccess(node->GetSymbolEntry());
 }
 
 void SlcDefaultValueFacts::Case(SlcArrayRefExprNode* node)
 {
     node->WalkIn(this);
-    Touch(node->GetSymbolEntry());
+    RecordAccess(node->GetSymbolEntry());
 }
 
 void SlcDefaultValueFacts::Case(SlcIdentLValueNode* node)
 {
-    Touch(node->GetSymbolEntry());
+    RecordAccess(node->GetSymbolEntry());
 }
 
-void SlcDefaultValueFacts::Touch(const SlcPtr<SlcVarSymbolEntry>& named)
+void SlcDefaultValueFacts::RecordAccess(const SlcPtr<SlcVarSymbolEntry>& named)
 {
     const SlcPtr<SlcVarSymbolEntry> variable = SlcOutermost(named);
     if (variable.Null())
@@ -123,8 +123,8 @@ void SlcDefaultValueFacts::Case(SlcBinOpExprNode* node)
     node->WalkIn(this);
     const SlcTypeNode* left = SlcPossibleTypes::Of(node->GetLeft())->GetUniqueType();
     const SlcTypeNode* right = SlcPossibleTypes::Of(node->GetRight())->GetUniqueType();
-    // Two triples of one space combine to one of it; a number is promoted in the current one, or in
-    // rgb.
+    // Two triples in the same space yield a triple in that space, but a number is promoted in the
+    // current space, or in rgb.
     if (!left->IsFloatType() && !right->IsFloatType())
         return;
     if (SlcLivesInSpace(left) || SlcLivesInSpace(right))

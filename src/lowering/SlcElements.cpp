@@ -1,11 +1,11 @@
-// Arrays and their elements.
+// Lowering of arrays and their elements.
 //
 //     w[i] with a uniform i:   R = &w[i]; ... R ...         R serves reads and writes
-//     w[i] with a varying i:   { R = &w[i]; T = R }         a read; behind f(w[i]), which writes T:
+//     w[i] with a varying i:   { R = &w[i]; T = R }         a read; after f(w[i]), which writes T:
 //                              { R = &w[i]; R = T }
 //
-// The index of a write-back is the one of the read, which the call may have changed since.
-// Tested by tests/lowering/SlcElementsTest.cpp.
+// The write-back uses the index of the read, since the call may have changed the variable. Tested
+// by tests/lowering/SlcElementsTest.cpp.
 
 #include "lowering/SlcElements.h"
 
@@ -44,7 +44,7 @@ SlcOperand SlcElements::GenElementRef(const SlcOperand& array, const SlcOperand&
     return ref;
 }
 
-/// The reference alone, before an instruction lets it refer to an element.
+/// Makes only the reference variable; the caller adds the instruction that binds it to an element.
 SlcOperand SlcElements::MakeElementRef(const SlcOperand& array, const SlcDetailNode* detail)
 {
     SlcDetailNode* refDetail =
@@ -105,7 +105,7 @@ void SlcElements::GenArrayInit(const SlcOperand& array, std::size_t valuesBefore
     }
     while (m_values.Size() > valuesBefore) {
         const SlcOperand value = m_values.Pop();
-        // From the last element to the first, as the values come off the stack.
+        // The values are popped from the last element to the first.
         const auto place = static_cast<double>(m_values.Size() - valuesBefore);
         m_conditions.GenPlainAssignment(
             GenElementRef(array, SlcLexType::Float(place), array->GetDetail()), value);
@@ -116,7 +116,7 @@ SlcOperand SlcElements::GenArrayValue(const std::deque<SlcOperand>& elements, Sl
 {
     SlcDetailNode* detail = SlcConditions::UniformIfAll(elements);
     const SlcOperand array = m_list.GenTempVar(type, detail);
-    // One reference serves all elements in turn, since they are assigned in a row.
+    // One reference suffices for all elements, since they are assigned one after another.
     const SlcOperand ref = MakeElementRef(array, detail);
     for (std::size_t i = 0; i < elements.size(); ++i) {
         const SlcOperand index = SlcLexType::Float(static_cast<double>(i));

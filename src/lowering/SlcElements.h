@@ -8,11 +8,12 @@
 
 class SlcSyntaxNode;
 
-/// Elements of arrays as operands: references, index checks, and copies that are written back.
+/// Lowers accesses to array elements: references, bounds checks, and copies that are written back.
 ///
-/// One reference cannot serve all points if the index varies: it stands in one block with its
-/// access. A read copies the element into a temporary; who writes to such a copy, as a call with
-/// an output argument does, writes it back afterwards.
+/// With a varying index, a reference differs from point to point and is valid only in the block
+/// that contains it, so it must be in the same block as its access. A read copies the element to a
+/// temporary. Code that writes to such a copy, such as a call with an output argument, writes it
+/// back afterwards.
 class SlcElements {
 public:
     SlcElements(SlcListBuilder& list, SlcConditions& conditions, SlcValueStack& values,
@@ -24,47 +25,49 @@ public:
     {
     }
 
-    /// A new reference to the element at `index` of `array`, both as they are now. Adds its
-    /// instruction outside of blocks, or to the one that is open; a varying one needs that, since
-    /// it holds only there. `detail` is that of the element: of the array, or varying if the index
-    /// is.
+    /// Makes a new reference to the element at the current `index` of `array`. Adds the instruction
+    /// to the open block, or outside blocks if none is open; a varying reference needs an open
+    /// block, since it is valid only there. `detail` is the detail of the element: varying if the
+    /// index is varying, otherwise that of the array.
     [[nodiscard]] SlcOperand GenElementRef(const SlcOperand& array, const SlcOperand& index,
                                            const SlcDetailNode* detail);
-    /// If that is asked for; `node` is where the report is to stand. In a block of its own, so call
-    /// it in front of the block of the access.
+    /// Emits a bounds check if the options ask for it; `node` is the position for its report. The
+    /// check has a separate block, so call this before opening the block of the access.
     void GenIndexCheck(const SlcSyntaxNode* node, const std::string& arrayName,
                        const SlcOperand& array, const SlcOperand& index);
-    /// copy = the element at the varying `index`.
+    /// Copies the element at the varying `index` to `copy`.
     void GenElementRead(const SlcOperand& copy, const SlcOperand& array, const SlcOperand& index);
 
-    /// `copy` holds the element, for who may write to it. `index` is kept as it is at this place of
-    /// the list, for a call may change the variable that it came from.
+    /// Notes that `copy` holds the element, so that it can be written back. The current value of
+    /// `index` is kept, since a call may change the variable.
     void RememberCopy(const SlcOperand& copy, const SlcOperand& array, const SlcOperand& index);
-    /// After each call, for each output argument: does nothing unless `argument` is such a copy.
+    /// Call it after each call, for each output argument. Does nothing unless `argument` is a
+    /// remembered copy.
     void WriteBackElement(const SlcOperand& argument);
-    /// Those that are remembered; who began with fewer forgets the rest.
+    /// The number of remembered copies; a caller passes it to `ForgetCopies` to drop those made
+    /// since.
     [[nodiscard]] std::size_t CountCopies() const { return m_copies.size(); }
     void ForgetCopies(std::size_t kept) { m_copies.resize(kept); }
 
     // Whole arrays.
-    /// Takes the values above the lowest `valuesBefore` from the stack: an array, or one value for
-    /// each element.
+    /// Initializes `array` with the values on the stack above the lowest `valuesBefore`, and pops
+    /// them: an array, or one value per element.
     void GenArrayInit(const SlcOperand& array, std::size_t valuesBefore);
-    /// A new array of `type` with these elements.
+    /// Makes a new array of `type` with these elements.
     [[nodiscard]] SlcOperand GenArrayValue(const std::deque<SlcOperand>& elements,
                                            SlcTypeNode* type);
-    /// Element by element, as many as the shorter one has.
+    /// Copies element by element, up to the length of the shorter array.
     void GenArrayCopy(const SlcOperand& array, const SlcOperand& source);
-    /// One value for all elements.
+    /// Assigns `value` to all elements.
     void GenArrayFill(const SlcOperand& array, const SlcOperand& value);
 
-    /// The type of a value; that of the element for a reference.
+    /// The type of a value; for a reference, the type of the element.
     [[nodiscard]] static SlcTypeNode* ValueType(const SlcOperand& operand);
-    /// Of the elements of an array.
+    /// The element type of an array.
     [[nodiscard]] static SlcTypeNode* ElementType(const SlcOperand& array);
 
 private:
-    /// A temporary that stands for an element whose index varies.
+    /// A temporary copy of an element whose index varies.
     struct ElementCopy {
         SlcOperand copy;
         SlcOperand array;

@@ -1,9 +1,9 @@
-// The frame of the walker: its two kinds of lists. The main one runs on grids. Each default value
-// has a list of its own, which runs once for an instance, where nothing varies and conditions are
-// jumps, or on a grid if it looks at a shading point.
+// The walker makes two kinds of lists. The main list runs on grids. Each default value has a
+// separate list, which runs once per instance, where nothing varies and conditions are jumps, or on
+// a grid if it depends on a shading point.
 //
-// The marks at both ends tell the data-flow passes what stands there: values from the renderer, and
-// what it reads.
+// The markers at both ends stand for the renderer in data flow: it defines variables at the start
+// and uses outputs at the end.
 //
 // Tested by tests/lowering/SlcGenInterCodeTest.cpp.
 
@@ -66,7 +66,7 @@ SlcPtr<SlcListICode> SlcGenInterCode::GenInitFormalCode(SlcDefExprNode* definiti
     return m_list.List();
 }
 
-// What runs the shader copies a variable of that type, and would refuse a reference.
+// The run time copies a variable of that type, and does not accept a reference.
 SlcOperand SlcGenInterCode::InitialValue(const SlcOperand& value, SlcTypeNode* type)
 {
     if (!value->GetType()->IsArrayRefType())
@@ -91,8 +91,8 @@ void SlcGenInterCode::DefaultOutputValues()
     } else if (m_context.m_shaderType->IsLight()) {
         m_conditions.AddBeginBlock(varying);
         m_list.AddICode(color(Hiddens::EntryNamed("Cl"), zero));
-        m_list.AddICode(
-            MakeShared<SlcVectorICode>(Hiddens::EntryNamed("L")->GetIntCodeVar(), zero, zero, zero));
+        m_list.AddICode(MakeShared<SlcVectorICode>(Hiddens::EntryNamed("L")->GetIntCodeVar(), zero,
+                                                   zero, zero));
         m_conditions.AddEndBlock(varying);
         m_conditions.AddInBlock(varying, color(Hiddens::EntryNamed("Ol"), one));
     }

@@ -19,97 +19,97 @@ class SlcSemanticError;
 
 /// Lowers a checked tree into intermediate code, with all user functions expanded in place.
 ///
-/// A tree walker with a value stack: each expression leaves exactly one operand there, and its
-/// parent pops what it needs. A varying operation stands in a parallel run, unless it has a form
-/// that runs over the whole grid by itself and may use it.
+/// A tree walker with a value stack: each expression pushes exactly one operand, and its parent
+/// pops what it needs. A varying operation is placed in a parallel run, unless it has a whole-grid
+/// form and may use it.
 ///
 ///     Ci = s * Cs        push s, push Cs; pop both; begin run; Ci = s * Cs; end run
 ///
-/// What it works on, the list, the conditions and the values, are classes of their own, held by
-/// `SlcLoweringContext`. Calls of built-ins and shadeops, casts and texture accesses have lowerings
-/// of their own, which take operands. The walk over the tree is here, in files by concept:
-/// statements, expressions, assignments, conditions, relations, loops, calls, bodies and lights.
+/// The list, the conditions and the value stack are separate classes in `SlcLoweringContext`. Calls
+/// of built-ins and shadeops, casts and texture accesses have separate lowering classes, which take
+/// operands. This class only walks the tree, in files by concept: statements, expressions,
+/// assignments, conditions, relations, loops, calls, bodies and lights.
 ///
 /// One object makes all lists of a shader, one after the other. It needs the types and details that
-/// the checks have left in the tree and the marks of `SlcMarkLeaves`, and leaves in the entries of
-/// variables the operands that stand for them.
+/// semantic analysis has put into the tree and the marks of `SlcMarkLeaves`. It stores the operand
+/// of each variable in the variable's symbol entry.
 class SlcGenInterCode : public SlcCodeWalker, public SlcCollectable {
 public:
-    /// `options` outlive it.
+    /// `options` must outlive this object.
     SlcGenInterCode(SlcPtr<SlcSemanticError> errors, SlcOptionsControl& options);
     ~SlcGenInterCode() override;
 
-    /// The main list of the shader in `tree`, between a `SlcBeginShaderICode` and a
-    /// `SlcEndShaderICode`. Reports what has no code, such as an expansion that would be too large.
-    /// The two flags are told, unused.
+    /// Returns the main list of the shader in `tree`, between a `SlcBeginShaderICode` and a
+    /// `SlcEndShaderICode`. Reports code that cannot be lowered, such as an expansion that would be
+    /// too large. The two flags belong to the required interface and are not used.
     [[nodiscard]] virtual SlcPtr<SlcListICode>
     GenCode(SlcSyntaxNode* tree, SlcShaderTypeNode* shaderType, bool CiAssigned, bool OiAssigned);
-    /// The list that computes the default value of a parameter of type `type`; appends to
-    /// `values` the operands that hold the value once the list has run.
+    /// Returns the list that computes the default value of a parameter of type `type`; appends to
+    /// `values` the operands that hold the value after the list has run.
     [[nodiscard]] virtual SlcPtr<SlcListICode> GenInitFormalCode(SlcDefExprNode* definition,
                                                                  std::deque<SlcOperand>& values,
                                                                  SlcTypeNode* type);
-    /// The kind of the shader, for the lists that are made in front of the main one.
+    /// Sets the kind of the shader, for the lists that are made before the main one.
     void SetShaderType(SlcShaderTypeNode* shaderType) { m_context.m_shaderType = shaderType; }
-    /// Gives the shader's outputs the values that they have unless the body sets them: `Ci` black
-    /// and `Oi` white in a surface, `Cl` and `L` zero and `Ol` white in a light. Other kinds have
-    /// none.
+    /// Initializes the shader's outputs: `Ci` to black and `Oi` to white in a surface, `Cl` and `L`
+    /// to zero and `Ol` to white in a light. Other kinds have no such defaults.
     virtual void DefaultOutputValues();
 
 protected:
     using SlcCodeWalker::Case;
 
 private:
-    /// The test of a loop that is being lowered.
+    /// The test of the loop being lowered.
     struct LoopTest {
         SlcRelationNode* relation;
         bool containsBreakOrContinue;
-        SlcOperand flag;         // varying; points still in the loop
-        SlcOperand uniformFlag;  // some point is; null unless the relation varies
+        SlcOperand flag;         // varying; true at points still in the loop
+        SlcOperand uniformFlag;  // true if any point is; null unless the relation varies
         SlcOperand cond;         // value of the relation; null at first
         SlcLabel start;
         SlcLabel end;
     };
 
-    /// What an assignment writes to.
+    /// The target of an assignment.
     struct Target {
-        SlcOperand variable;  // or a reference to an element
-        SlcOperand array;     // set instead for an element with a varying index, which is then
-                              // the last value on the stack
+        SlcOperand variable;  // may be a reference to an element
+        SlcOperand array;     // set instead of `variable` for a varying index, which is then the
+                              // last value on the stack
     };
 
-    /// The geometry of a light statement, as far as the statement gives it.
+    /// The geometry of a light statement; parts that the statement leaves out are null.
     struct Cone {
         SlcOperand position;
         SlcOperand axis;
         SlcOperand angle;
     };
 
-    /// `value` as a variable that a parameter of type `type` can be copied from.
+    /// Returns `value` as a variable of type `type` that the parameter can be copied from.
     [[nodiscard]] SlcOperand InitialValue(const SlcOperand& value, SlcTypeNode* type);
-    /// Told, unused: comments on places in the source would be made here.
+    /// Part of the required interface; emits nothing. Comments with source positions would be made
+    /// here.
     void GenLineNumberInfo(SlcSyntaxNode* node);
     /// Walks an expression and pops its value.
     [[nodiscard]] SlcOperand Evaluate(SlcSyntaxNode* expr);
     // Arithmetic and constructors.
     void GenBinOp(SlcBinOpExprNode* node);
-    /// The sixteen values.
+    /// Evaluates the sixteen values.
     [[nodiscard]] std::deque<SlcOperand> EvaluateMatrix(SlcMatrixExprNode* node);
 
     // Assignments.
     [[nodiscard]] Target GenTarget(SlcAssignExprNode* node);
-    /// The value of `expr`, if possible in `target`: whoever computes it asks `GetResultVar` for a
-    /// place.
+    /// Evaluates `expr`, into `target` if possible: the code that computes it gets its result
+    /// variable from `GetResultVar`.
     [[nodiscard]] SlcOperand EvaluateInto(SlcExprNode* expr, const SlcOperand& target);
-    /// By the form for the whole grid where that may stand.
+    /// Emits an assignment, in whole-grid form where that is allowed.
     void GenAssignment(const SlcOperand& lhs, const SlcOperand& rhs);
-    /// `value` if it is uniform, else a uniform temporary that it has been assigned to. For who
-    /// updates a uniform variable by it: in a block for each point that would happen once a point.
+    /// Returns `value` if it is uniform, otherwise a uniform copy of it. Needed to update a uniform
+    /// variable with it: in a varying block the update would happen once per point.
     [[nodiscard]] SlcOperand UniformValue(const SlcOperand& value);
-    /// `lhs = lhs op rhs`, and for an element below.
+    /// Emits `lhs = lhs op rhs`; the next function does the same for an element.
     void GenArithAssignment(SlcAssignExprNode* node, const SlcOperand& lhs, SlcOperand rhs);
     void GenElementAssignment(SlcAssignExprNode* node, const SlcOperand& array, bool valueUsed);
-    /// `dest = right`, or `dest = left op right` for `+=` and the like.
+    /// Makes `dest = right`, or `dest = left op right` for `+=` and the like.
     [[nodiscard]] SlcPtr<SlcICode> MakeAssignICode(SlcAssignExprNode* node, const SlcOperand& dest,
                                                    const SlcOperand& left, const SlcOperand& right);
 
@@ -151,83 +151,86 @@ private:
     void Case(SlcForStmtNode* node) override;
     void Case(SlcBreakStmtNode* node) override;
     void Case(SlcContinueStmtNode* node) override;
-    /// The flag that holds the value of `relation`, or its opposite if `inverted`. It is `target`
-    /// where that fits; null leaves the choice. Uniform only if the relation is.
+    /// Lowers `relation` and returns the flag that holds its value, negated if `inverted`. The flag
+    /// is `target` if that fits; a null target allows any flag. The flag is uniform only if the
+    /// relation is.
     [[nodiscard]] SlcOperand GenRelation(SlcRelationNode* relation, const SlcOperand& target,
                                          bool inverted);
-    /// Of the two operands on the stack, into the flag that the node's annotation wants.
+    /// Compares the two operands on the stack, into the flag that the node's annotation requests.
     void GenComparison(SlcCompOpNode* node);
-    /// The flag that a comparison of this detail writes: `target` where that fits.
+    /// Returns the flag that a comparison of this detail writes: `target` if that fits.
     [[nodiscard]] SlcOperand FlagFor(const SlcOperand& target, SlcDetailNode* detail);
-    /// A varying copy of the uniform `flag`, which is released.
+    /// Copies the uniform `flag` to the varying flag `copy`, and releases `flag`.
     [[nodiscard]] SlcOperand CopiedFlag(const SlcOperand& flag, const SlcOperand& copy);
-    // `flag` holds the value of the left side; they give that of the whole.
+    // `flag` holds the value of the left side; each returns the value of the whole operation.
     [[nodiscard]] SlcOperand GenLogAndCode(SlcLogOpNode* node, const SlcOperand& flag,
                                            bool inverted);
     [[nodiscard]] SlcOperand GenLogOrCode(SlcLogOpNode* node, const SlcOperand& flag,
                                           bool inverted);
     [[nodiscard]] SlcOperand GenUniformLogOp(SlcLogOpNode* node, const SlcOperand& flag,
                                              bool inverted, SlcConditions::AssignIfValue state);
-    /// The same, with a jump over the right side.
+    /// The same, but emits a jump over the right side.
     [[nodiscard]] SlcOperand GenUniformLogOpWithJump(SlcLogOpNode* node, const SlcOperand& flag,
                                                      bool inverted,
                                                      SlcConditions::AssignIfValue state);
-    /// The flag of the condition of an `if`, which the caller releases.
+    /// Returns the flag of the condition of an `if`, which the caller releases.
     [[nodiscard]] SlcOperand GenCondition(SlcIfThenStmtNode* node);
     /// Lowers `branch` for the points of the varying `flag`; sets `uniformFlag` from it.
     void GenBranch(SlcStmtNode* branch, const SlcOperand& flag, const SlcOperand& uniformFlag);
-    /// One of the values, by a jump.
+    /// Selects one of the values with a jump.
     void GenUniformCondExpr(SlcCondExprNode* node, const SlcOperand& flag);
-    /// Both values are computed, each for its points.
+    /// Computes both values, each for its points.
     void GenVaryingCondExpr(SlcCondExprNode* node, const SlcOperand& flag);
     /// Computes the relation of a loop and leaves the loop, by a jump to its end, once no point
     /// remains.
     void GenerateLoopCondition(LoopTest& test);
-    /// Up to the body. The caller lowers that, as `cond` of the test says, and calls `EndLoop`.
+    /// Emits the loop up to its body. The caller lowers the body according to `cond` of the test,
+    /// and calls `EndLoop`.
     [[nodiscard]] LoopTest BeginLoop(SlcLoopStmtNode* node, SlcRelationNode* relation);
-    /// The way back and the end, with flags released.
+    /// Emits the back edge and the end of the loop, and releases its flags.
     void EndLoop(LoopTest& test);
     void GenUniformLoopBody(SlcLoopStmtNode* node, const LoopTest& test, const SlcLabel& next);
     [[nodiscard]] bool GenParallelLoopBody(SlcLoopStmtNode* node, const LoopTest& test,
                                            const SlcLabel& continueLabel);
-    /// Lowers an expression that stands as a statement, and drops its value.
+    /// Lowers an expression used as a statement, and drops its value.
     void GenUnusedValue(SlcExprNode& expr);
-    /// There are points that could leave the loops; if not, `refusal` is reported.
+    /// True if some points could leave the loops; otherwise reports `refusal`.
     [[nodiscard]] bool MayLeave(SlcLoopModStmtNode* node, const char* refusal);
 
     // Bodies of functions.
-    /// Lowers the body that `call` stands for, whose formals have their operands by now, and
-    /// pushes the value unless the call is void. A body that returns from within a condition or
-    /// a loop is a varying loop of one trip, which the `return` leaves as a `break` does.
-    /// The caller has put the temporaries in use out of reach.
+    /// Lowers the body of the called function, whose formals must be bound to operands, and pushes
+    /// the value unless the call is void. A body that returns inside a condition or a loop is
+    /// lowered as a varying loop with one iteration, which `return` leaves like a `break`. The
+    /// caller must protect the temporaries in use (`EnterBody`).
     void GenFuncBody(SlcProcCallExprNode* call, SlcStmtNode* body);
-    /// One without early returns: it stands where the call does, and its value is that of the
-    /// `return`, or zero where it has none.
+    /// Lowers a body without early returns: it is expanded at the call, and its value is that of
+    /// the `return`, or zero if there is none.
     void GenPlainBody(SlcProcCallExprNode* call, SlcStmtNode* body);
-    /// The type of what the call gives, of an array with a length: one that is unknown is reported.
+    /// The type of the call's value; reports an array whose length is unknown.
     [[nodiscard]] SlcTypeNode* TypeOfResult(SlcProcCallExprNode* call);
-    /// `result = value`, of arrays element by element.
+    /// Emits `result = value`, element by element for arrays.
     void GenCopy(const SlcOperand& result, const SlcOperand& value);
-    /// What a point has that does not return.
+    /// Sets the value for points that do not return.
     void GenZero(const SlcOperand& result);
     void GenBodyOfOneTrip(SlcProcCallExprNode* call, SlcStmtNode* body);
-    /// In a list that runs without a grid, a `return` is a jump.
+    /// For a list that runs without a grid, where a `return` is a jump.
     void GenBodyWithJumps(SlcProcCallExprNode* call, SlcStmtNode* body);
-    /// A variable for the value of a function that may return early; null for a void one.
+    /// Makes a variable for the value of a function that may return early; null for a void
+    /// function.
     [[nodiscard]] SlcOperand GenResultOfEarlyReturns(SlcProcCallExprNode* call);
 
     // Calls.
     void Case(SlcProcCallExprNode* node) override;
-    /// Its arguments are on the stack.
+    /// Expands a call whose arguments are on the stack.
     void GenUserCall(SlcProcCallExprNode* call);
-    /// Reports the first function that would make the code too large; false from then on.
+    /// False once the code would become too large, which it reports once.
     [[nodiscard]] bool MayExpand(SlcProcCallExprNode* call, const SlcFuncInfo& info);
-    /// Gives the formals of the function the operands of the arguments on the stack.
+    /// Binds the formals of the function to the arguments on the stack.
     [[nodiscard]] std::vector<SlcOperand> BindFormals(SlcProcCallExprNode* call,
                                                       const SlcFuncInfo& info);
-    /// Binds the formal to the last value on the stack, argument `position` of the call.
+    /// Binds the formal to the last value on the stack, which is argument `position` of the call.
     void BindFormal(SlcProcCallExprNode* call, SlcVarSymbolEntry& formal, std::size_t position);
-    /// A variable of the formal's type and detail with this value.
+    /// Copies the value to a new variable of the formal's type and detail.
     [[nodiscard]] SlcOperand CopiedForFormal(const SlcVarSymbolEntry& formal,
                                              const SlcOperand& value);
 
@@ -235,19 +238,19 @@ private:
     void Case(SlcSolarStmtNode* node) override;
     void Case(SlcIlluminateStmtNode* node) override;
     void Case(SlcIlluminanceStmtNode* node) override;
-    /// Parts that are null are left out.
+    /// Evaluates the given parts; null parts stay null.
     [[nodiscard]] Cone EvaluateCone(SlcExprNode* position, SlcExprNode* axis, SlcExprNode* angle);
-    /// Lowers the body of `illuminate` or `solar` for the points of `flag`; at the others the light
-    /// is black.
+    /// Lowers the body of `illuminate` or `solar` for points where `flag` is true; elsewhere the
+    /// light is black.
     void GenLitBody(SlcLoopStmtNode* node, const SlcOperand& flag, const SlcOperand& uniformFlag);
-    /// The loop with a test for each light, whether it reaches a point within the cone.
+    /// Emits the loop with a test for each light that selects the points within the cone.
     void GenConeLoop(SlcIlluminanceStmtNode* node, const Cone& cone, const SlcPtr<SlcICode>& begin);
-    /// Has the lights run for the points at `position`, which may be uniform.
+    /// Emits the evaluation of the lights for the points at `position`, which may be uniform.
     void EnterLightLoop(const SlcOperand& position);
 
     // Textures.
     void Case(SlcTextureExprNode* node) override;
-    // Lists of arguments are walked through; names, types and details have no code.
+    // Argument lists just walk their children; names, types and details have no code.
     void Case(SlcProcArgsNode* node) override { node->WalkIn(this); }
     void Case(SlcTextureFilenameNode* node) override { node->WalkIn(this); }
     void Case(SlcChannelNode* node) override { node->WalkIn(this); }
@@ -259,7 +262,7 @@ private:
     void Default(SlcSyntaxNode* node) override;
 
     SlcLoweringContext m_context;
-    // Its parts.
+    // Shortcuts to the parts of the context.
     SlcPtr<SlcSemanticError>& m_errors = m_context.m_errors;
     SlcOptionsControl& m_options = m_context.m_options;
     SlcListBuilder& m_list = m_context.m_list;
@@ -275,14 +278,14 @@ private:
     SlcCastLowering m_casts{m_context};
     SlcTextureLowering m_textures{m_context};
 
-    // From one `Case` to another.
+    // Passed from one `Case` to another.
     bool m_valueUnused = false;     // the assignment about to be walked is a statement
-    bool m_flagCopyNeeded = false;  // a relation must give a varying flag
-    std::unordered_map<const SlcSyntaxNode*, bool> m_condExprsWithCalls;  // that were asked about
+    bool m_flagCopyNeeded = false;  // a relation must return a varying flag
+    std::unordered_map<const SlcSyntaxNode*, bool> m_condExprsWithCalls;  // cached answers
 
-    bool m_CiAssigned = false;             // told, unused
-    bool m_OiAssigned = false;             // told, unused
-    int m_expansionLevel = 0;              // functions being expanded
+    bool m_CiAssigned = false;             // required, not used
+    bool m_OiAssigned = false;             // required, not used
+    int m_expansionLevel = 0;              // nesting depth of expanded functions
     std::size_t m_expandedOperations = 0;  // of all functions expanded so far
     bool m_expansionRefused = false;       // the code would become too large
 };

@@ -5,8 +5,8 @@
 //     w[i] = v          { R = &w[i]; R = v }            varying i; the target is evaluated first
 //     y = (w[i] = v)    { R = &w[i]; R = v; T = R }     a copy, since R ends with its block
 //
-// The value of an assignment that nobody uses, which is that of nearly every one, costs nothing:
-// the statement tells so by `m_valueUnused` before it walks in.
+// Nearly always the value of the assignment is unused. It then costs nothing: the statement sets
+// `m_valueUnused` before it walks the expression.
 //
 // Tested by tests/lowering/SlcGenInterCodeTest.cpp and SlcElementsTest.cpp.
 
@@ -19,7 +19,7 @@
 
 namespace {
 
-/// Strings, for one, have no assignment for the whole grid.
+/// Strings, for example, have no whole-grid assignment.
 bool HasSIMDAssignment(const SlcTypeNode* type)
 {
     return !type->IsArrayType() &&
@@ -27,7 +27,7 @@ bool HasSIMDAssignment(const SlcTypeNode* type)
             type->IsPointType() || type->IsMatrixType());
 }
 
-/// Their size differs from that of other predefined variables at run time.
+/// `du` and `dv` differ in size from other predefined variables at run time.
 bool IsPartialDerivativeStep(const SlcOperand& operand)
 {
     const std::string& name = operand->GetName();
@@ -83,8 +83,8 @@ SlcGenInterCode::Target SlcGenInterCode::GenTarget(SlcAssignExprNode* node)
 SlcOperand SlcGenInterCode::EvaluateInto(SlcExprNode* expr, const SlcOperand& target)
 {
     const auto types = SlcPossibleTypes::Of(expr);
-    // In the right side of a logical operator, forms for the whole grid would also touch points
-    // that do not get there.
+    // In the right side of a logical operator, a whole-grid form would also write points that do
+    // not evaluate that side.
     if (types.Null() || !m_options.m_assignInPlace || m_conditions.IsInsideBoolExpr())
         return Evaluate(expr);
     types->SetOperandHint(target);
@@ -127,7 +127,7 @@ SlcOperand SlcGenInterCode::UniformValue(const SlcOperand& value)
     return copy;
 }
 
-/// The index is the last value on the stack.
+/// The index must be the last value on the stack.
 void SlcGenInterCode::GenElementAssignment(SlcAssignExprNode* node, const SlcOperand& array,
                                            bool valueUsed)
 {

@@ -1,16 +1,16 @@
-// Bodies of functions, which are expanded in place.
+// Expands bodies of functions in place.
 //
-// A `return` that no condition guards ends the body: what follows it has no code. Under a
-// condition, or in a loop, some points return earlier than others. Such a body is a varying loop
-// of one trip, and its `return` clears the flags of the points as a `break` does. In a list that
-// runs without a grid it jumps to the end.
+// An unconditional `return` ends the body: no code is emitted for what follows. Under a condition,
+// or in a loop, some points return earlier than others. Such a body is lowered as a varying loop
+// with one iteration, and its `return` clears the flags of the points like a `break`. In a list
+// that runs without a grid, `return` jumps to the end.
 //
 //     float f(float x) { if (x > 0) return 1; z = x; }          y = f(s)
 // becomes
 //     r = 0; f = all active; {; if f; g = s > 0; endif; }
 //     {; if g; r = 1; break g f; endif; }; {; if f; z = s; endif; }; y = r
 //
-// The checks allow one `return` in a body; nothing here counts on that.
+// Semantic analysis allows only one `return` in a body, but this code does not rely on that.
 //
 // Tested by tests/lowering/SlcGenInterCodeBodiesTest.cpp.
 
@@ -20,7 +20,7 @@
 
 namespace {
 
-/// Tells whether a body returns from within a condition, a loop or a light statement.
+/// Finds out whether a body returns inside a condition, a loop or a light statement.
 class FindEarlyReturn : public SlcCodeWalker {
 public:
     [[nodiscard]] bool In(SlcStmtNode* body)
@@ -45,7 +45,7 @@ private:
         --m_depth;
     }
 
-    int m_depth = 0;  // of conditions and loops
+    int m_depth = 0;  // nesting of conditions and loops
     bool m_found = false;
 };
 
@@ -60,7 +60,7 @@ SlcOperand ZeroOf(const SlcTypeNode& type)
 
 void SlcGenInterCode::GenFuncBody(SlcProcCallExprNode* call, SlcStmtNode* body)
 {
-    // Most bodies return at their end: they cost no flag and no variable for the result.
+    // Most bodies return only at their end: they need no flag and no variable for the result.
     if (FindEarlyReturn().In(body) && m_list.IsWithoutGrid())
         GenBodyWithJumps(call, body);
     else if (FindEarlyReturn().In(body))
@@ -118,7 +118,7 @@ SlcOperand SlcGenInterCode::GenResultOfEarlyReturns(SlcProcCallExprNode* call)
 {
     if (SlcLoweringContext::TypeOf(call)->IsVoidType())
         return nullptr;
-    // No pooled one: the statements of the body would release it.
+    // Not from the pool: the statements of the body would release it.
     SlcOperand result = m_list.MakeTempVar(TypeOfResult(call), SlcDetailNode::AVarying());
     GenZero(result);
     return result;
@@ -156,7 +156,7 @@ void SlcGenInterCode::GenBodyOfOneTrip(SlcProcCallExprNode* call, SlcStmtNode* b
     if (result.Null())
         return;
     if (m_context.DetailOf(call)->IsUniform()) {
-        // All points that return have the same value.
+        // All points return the same value.
         const SlcOperand uniformResult =
             m_list.GenTempVar(result->GetType(), SlcDetailNode::AUniform());
         GenCopy(uniformResult, result);
@@ -168,7 +168,7 @@ void SlcGenInterCode::GenBodyOfOneTrip(SlcProcCallExprNode* call, SlcStmtNode* b
 void SlcGenInterCode::Case(SlcReturnStmtNode* node)
 {
     GenLineNumberInfo(node);
-    // A copy, since the value may hold a call, whose body comes on top of this one.
+    // Copied, since the value may contain a call, whose body is pushed on top of this one.
     const SlcLeaving::Body body = m_leaving.CurrentBody();
     if (body.end.Null()) {
         node->WalkIn(this);

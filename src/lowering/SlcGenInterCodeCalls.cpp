@@ -1,15 +1,16 @@
-// Calls, and functions expanded in place.
+// Lowers calls, and expands user functions in place.
 //
 //     float half(float x) { return x / 2; }       y = half(3 * s)
 // becomes
 //     T = 3 * s; y = T / 2
 //
-// A formal is no variable of its own: it stands for the operand of the argument, which is why the
-// checks refuse an assignment to one that is no output. Only what is no variable is copied.
+// A formal is not a separate variable: it is bound to the operand of the argument. That is why
+// semantic analysis rejects assignments to formals that are not outputs. Only arguments that are
+// not variables are copied.
 //
-// Expansion multiplies: a function that calls another twice, and so on, grows as a power. It is
-// bounded by the number of operations, by the depth, and by the stack that is left, and refused
-// with one report.
+// Expansion can grow exponentially: a function that calls another twice, and so on. It is limited
+// by the number of operations, by the depth, and by the stack that is left, and rejected with one
+// report.
 //
 // Tested by tests/lowering/SlcGenInterCodeCallsTest.cpp and SlcGenInterCodeBodiesTest.cpp.
 
@@ -23,7 +24,7 @@
 
 namespace {
 
-/// The formals of a function in order, group by group.
+/// The names of a function's formals in order.
 std::vector<SlcIdentNode*> FormalNames(const SlcFuncDefNode* function)
 {
     std::vector<SlcIdentNode*> names;
@@ -33,7 +34,7 @@ std::vector<SlcIdentNode*> FormalNames(const SlcFuncDefNode* function)
     return names;
 }
 
-/// For the walk into the body, and for what the levels around it have left of theirs.
+/// True if the stack suffices for the walk into the body, with a reserve for the enclosing levels.
 bool HasStackFor(const SlcSyntaxNode* body)
 {
     constexpr std::size_t reserve = 32;
@@ -82,7 +83,8 @@ void SlcGenInterCode::GenUserCall(SlcProcCallExprNode* call)
 
     for (const SlcOperand& output : outputs)
         m_elements.WriteBackElement(output);
-    // Some take a value as it comes: `return 1` of a color must give them a color.
+    // Some callers do not convert the value: `return 1` in a function of type color must yield a
+    // color.
     if (SlcLoweringContext::TypeOf(call)->IsVoidType())
         return;
     SlcTypeNode* type = SlcCallArguments::TypeOfCall(call);
@@ -94,7 +96,7 @@ bool SlcGenInterCode::MayExpand(SlcProcCallExprNode* call, const SlcFuncInfo& in
 {
     if (m_expansionRefused)
         return false;
-    // What is expanded inside of an expansion has been counted with it.
+    // Nested expansions are already counted in the outer one.
     if (m_expansionLevel == 0)
         m_expandedOperations += info.GetBodyFacts().expandedOperations + 1;
     if (m_expandedOperations <= static_cast<std::size_t>(m_options.m_mostOperations) &&
@@ -106,7 +108,7 @@ bool SlcGenInterCode::MayExpand(SlcProcCallExprNode* call, const SlcFuncInfo& in
     return false;
 }
 
-/// The last argument is on top of the stack. Gives those that the body writes.
+/// The last argument is on top of the stack. Returns the arguments that the body writes.
 std::vector<SlcOperand> SlcGenInterCode::BindFormals(SlcProcCallExprNode* call,
                                                      const SlcFuncInfo& info)
 {
@@ -128,7 +130,7 @@ std::vector<SlcOperand> SlcGenInterCode::BindFormals(SlcProcCallExprNode* call,
     return outputs;
 }
 
-/// A variable stands for the formal itself; a constant, or a value of another type, is copied.
+/// Binds the formal directly to a variable; copies a constant, or a value of another type.
 void SlcGenInterCode::BindFormal(SlcProcCallExprNode* call, SlcVarSymbolEntry& formal,
                                  std::size_t position)
 {

@@ -1,13 +1,14 @@
-// Conditional statements and expressions.
+// Lowers conditional statements and expressions.
 //
-// A uniform condition jumps. A varying one runs both branches, one after the other, each for the
-// points where its flag is true; the second takes the same flag, inverted in place.
+// A uniform condition becomes a jump. A varying condition runs both branches, one after the other,
+// each for the points where its flag is true; the second branch uses the same flag, inverted in
+// place.
 //
 //     if (u) S; else T;      goto B if not u; S; goto E; B: T; E:             u uniform
 //     if (v) S; else T;      some = any v; under v: S; v = not v; some = any v; under v: T
 //
-// A conditional expression is the same with one variable for both values. In a list that runs
-// without a grid every condition is uniform.
+// A conditional expression is lowered the same way, with one variable for both values. In a list
+// that runs without a grid every condition is uniform.
 //
 // Tested by tests/lowering/SlcGenInterCodeConditionsTest.cpp.
 
@@ -19,12 +20,12 @@
 
 namespace {
 
-/// Tells whether an expression may read values of other points, or run code of its own. Each
-/// conditional expression is walked once, whether it is asked about itself or as a part of others:
-/// in a ladder of them every rung asks about all that follow.
+/// Finds out whether an expression contains a call, which may read values of other points or run
+/// other code. The answer for each conditional expression is cached, since in a chain of them every
+/// link asks about all that follow.
 class FindCalls : public SlcCodeWalker {
 public:
-    /// `known`: what was found about conditional expressions before.
+    /// `known` caches the answers for conditional expressions.
     explicit FindCalls(std::unordered_map<const SlcSyntaxNode*, bool>& known) : m_known(known) {}
 
     [[nodiscard]] bool In(SlcSyntaxNode* expr)
@@ -122,7 +123,7 @@ void SlcGenInterCode::Case(SlcIfThenElseStmtNode* node)
 
 void SlcGenInterCode::Case(SlcCondExprNode* node)
 {
-    // Copies are for the points that leave a loop, not for those that choose a value.
+    // Flag copies are needed for points that leave a loop, not for points that choose a value.
     const bool outer = std::exchange(m_flagCopyNeeded, false);
     const SlcOperand flag = GenRelation(node->GetCondition(), nullptr, false);
     if (flag->IsUniform())
@@ -137,7 +138,7 @@ void SlcGenInterCode::GenUniformCondExpr(SlcCondExprNode* node, const SlcOperand
 {
     const SlcLabel otherwise = m_list.GenLabel();
     const SlcLabel end = m_list.GenLabel();
-    // Without active points nothing has set the flag, and nobody reads the value.
+    // Without active points the flag has not been set, and the value is not read.
     m_conditions.GenSkipWithoutPoints(end);
     m_list.AddICode(MakeShared<SlcIfFalseGotoICode>(flag, otherwise));
     SlcOperand value = Evaluate(node->GetThen());
@@ -161,7 +162,7 @@ void SlcGenInterCode::GenVaryingCondExpr(SlcCondExprNode* node, const SlcOperand
     m_list.AddICode(MakeShared<SlcSetUniformBoolFlagICode>(thenFlag, flag));
     m_conditions.EnterCondition(flag, thenFlag);
     SlcOperand value = Evaluate(node->GetThen());
-    // A call in the other branch may read the target of the assignment at points set here.
+    // A call in the other branch may read the target of the assignment at points written here.
     const bool callFollows = FindCalls(m_condExprsWithCalls).In(node->GetElse());
     SlcDetailNode* varying = SlcDetailNode::AVarying();
     const SlcOperand result =

@@ -1,10 +1,10 @@
-// Constants, variables, elements, arithmetic and constructors. Each expression leaves one operand
-// on the stack and takes those of its parts off it:
+// Lowers constants, variables, elements, arithmetic and constructors. Each expression pops the
+// operands of its parts and pushes one:
 //
 //     a * (b + c)       push a, b, c; pop two, { T0 = b + c }, push T0; pop two, { T1 = a * T0 }
 //
-// The result of an operation varies if a part of it does. Its place is a new temporary, or the
-// target of the assignment around it.
+// The result of an operation is varying if any operand is. It is stored in a new temporary, or in
+// the target of the enclosing assignment.
 //
 // Tested by tests/lowering/SlcGenInterCodeTest.cpp.
 
@@ -18,7 +18,7 @@
 
 namespace {
 
-/// Of a sum or product; a sum of vectors too is held as a point.
+/// The type of a sum or product; a sum of vectors is also stored as a point.
 SlcTypeNode* ResultType(const SlcBinOpExprNode* node, const SlcOperand& left,
                         const SlcOperand& right)
 {
@@ -60,7 +60,7 @@ void SlcGenInterCode::Case(SlcConstExprNode* node)
 {
     SlcLexicalNode* constant = node->GetConst();
     if (node->IsFloat()) {
-        // For those who compute with it, a number is from the start what the run time will have.
+        // Use the value that the run time will have, so that folding computes with the same number.
         const double value = node->GetFloatConst()->GetValue();
         const double written = SlcValueOfFloatText(value);
         if (written != value)
@@ -82,7 +82,7 @@ void SlcGenInterCode::Case(SlcBinOpExprNode* node)
     GenBinOp(node);
 }
 
-/// Apart from the walk, which nests as deep as the expression and must not need much stack.
+/// A separate function, to keep the stack frame of the recursive walk small.
 void SlcGenInterCode::GenBinOp(SlcBinOpExprNode* node)
 {
     SlcOperand right = m_values.Pop();
@@ -101,7 +101,7 @@ void SlcGenInterCode::Case(SlcUMinusExprNode* node)
 {
     SlcOperand source = Evaluate(node->GetOperand());
     SlcTypeNode* type = SlcLoweringContext::TypeOf(node);
-    // A float that will be promoted is still one here.
+    // A float that will be promoted later still has type float here.
     if (type->IsColorType() && source->GetType()->IsPointType())
         source = m_context.Converted(source, type);
     else if (!source->GetType()->IsSameType(type))
@@ -159,7 +159,7 @@ void SlcGenInterCode::Case(SlcArrayRefExprNode* node)
     const SlcOperand copy =
         m_list.GetResultVar(node, SlcElements::ElementType(array), SlcDetailNode::AVarying());
     m_elements.GenElementRead(copy, array, index);
-    // In the target of an assignment it is no copy that somebody could write back.
+    // If it was read into the target of an assignment, it is not a copy to write back.
     if (!(copy == SlcPossibleTypes::Of(node)->GetOperandHint()))
         m_elements.RememberCopy(copy, array, index);
     m_values.Push(copy);

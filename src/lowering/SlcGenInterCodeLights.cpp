@@ -1,10 +1,10 @@
-// Light statements: the cones of `illuminate` and `solar`, and the loop over lights.
+// Lowers light statements: the cones of `illuminate` and `solar`, and the loop over lights.
 //
 //     illuminate (p, a, w) { S }     f = in cone, L = Ps - p; under f: S; under not f: Cl = 0
 //     illuminance (p, a, w) { S }    lights for p; begin; f = in cone; under f: S; end
 //
-// A body that runs once for each light sees the cone as it was in front of the loop: what it
-// changes of it is copied there.
+// A body that runs once for each light uses the cone as it was before the loop: parts that the body
+// changes are copied before the loop.
 //
 // Tested by tests/golden (illuminance_cones, illuminate_forms) and, with values, by
 // tests/run/LightTest.cpp.
@@ -51,7 +51,7 @@ void SlcGenInterCode::Case(SlcIlluminateStmtNode* node)
     const SlcOperand uniformFlag =
         m_list.GenTempVar(SlcTypeNode::ABoolean(), SlcDetailNode::AUniform());
 
-    // One computation of the light's geometry serves all points.
+    // If uniform, the light's geometry is computed once for all points.
     const bool uniform = cone.axis ? AreUniform({&cone.position, &cone.axis, &cone.angle})
                                    : cone.position->IsUniform();
     const SlcGridForm form =
@@ -72,8 +72,9 @@ void SlcGenInterCode::Case(SlcSolarStmtNode* node)
         cone.angle = SlcLexType::Float(0);
         cone.axis = m_list.GenTempVar(SlcTypeNode::APoint(), varying);
         m_conditions.AddInBlock(
-            varying, MakeShared<SlcSubICode>(cone.axis, m_context.OperandOf(Hiddens::EntryNamed("Ps")),
-                                             m_context.OperandOf(Hiddens::EntryNamed("E"))));
+            varying,
+            MakeShared<SlcSubICode>(cone.axis, m_context.OperandOf(Hiddens::EntryNamed("Ps")),
+                                    m_context.OperandOf(Hiddens::EntryNamed("E"))));
     }
     const SlcGridForm form =
         AreUniform({&cone.axis, &cone.angle}) ? m_conditions.GridForm() : SlcGridForm::Plain();
@@ -83,7 +84,6 @@ void SlcGenInterCode::Case(SlcSolarStmtNode* node)
     m_conditions.ReleaseBoolFlag(flag);
 }
 
-/// The body runs at the points inside the cone, and at the others the light is black.
 void SlcGenInterCode::GenLitBody(SlcLoopStmtNode* node, const SlcOperand& flag,
                                  const SlcOperand& uniformFlag)
 {
@@ -100,16 +100,16 @@ void SlcGenInterCode::GenLitBody(SlcLoopStmtNode* node, const SlcOperand& flag,
     anyPoint();
     m_conditions.EnterCondition(flag, uniformFlag);
     const SlcOperand zero = SlcLexType::Float(0);
-    m_conditions.AddInBlock(
-        SlcDetailNode::AVarying(),
-        MakeShared<SlcColorICode>(m_context.OperandOf(Hiddens::EntryNamed("Cl")), zero, zero, zero));
+    m_conditions.AddInBlock(SlcDetailNode::AVarying(),
+                            MakeShared<SlcColorICode>(
+                                m_context.OperandOf(Hiddens::EntryNamed("Cl")), zero, zero, zero));
     m_conditions.LeaveCondition();
 }
 
 void SlcGenInterCode::Case(SlcIlluminanceStmtNode* node)
 {
     {
-        // The body runs once for each light: what was made in front of it must outlive it.
+        // The body runs once for each light: temporaries made before it must not be reused in it.
         const SlcListBuilder::KeepTempVars keep(m_list);
         const Cone cone =
             EvaluateCone(node->GetSurfacePosition(), node->GetAxis(), node->GetAngle());
@@ -130,9 +130,9 @@ void SlcGenInterCode::Case(SlcIlluminanceStmtNode* node)
     m_list.ReleaseTempVars();
 }
 
-/// Up to the end of the body, which runs at the points whose current light lies in the cone. The
-/// parts of the cone wait on the stack meanwhile, so that one that the body writes is copied in
-/// front of the loop.
+/// Emits the loop up to the end of its body, which runs at points whose current light lies in the
+/// cone. The parts of the cone stay on the value stack meanwhile, so that a part that the body
+/// writes is copied before the loop.
 void SlcGenInterCode::GenConeLoop(SlcIlluminanceStmtNode* node, const Cone& cone,
                                   const SlcPtr<SlcICode>& begin)
 {
@@ -144,9 +144,9 @@ void SlcGenInterCode::GenConeLoop(SlcIlluminanceStmtNode* node, const Cone& cone
     EnterLightLoop(cone.position);
     m_conditions.ClearOutsideCondition(flag);
     m_list.AddICode(begin);
-    const bool suits = m_options.m_simdInstructions && !cone.position->IsUniform() &&
-                       !cone.axis->IsUniform() && cone.angle->IsUniform();
-    const SlcGridForm form = suits ? m_conditions.GridForm() : SlcGridForm::Plain();
+    const bool canUseGrid = m_options.m_simdInstructions && !cone.position->IsUniform() &&
+                            !cone.axis->IsUniform() && cone.angle->IsUniform();
+    const SlcGridForm form = canUseGrid ? m_conditions.GridForm() : SlcGridForm::Plain();
     const auto check =
         MakeShared<SlcCheckIlluminanceICode>(flag, cone.position, cone.axis, cone.angle, form);
     m_conditions.AddInForm(form, check);
@@ -159,7 +159,7 @@ void SlcGenInterCode::GenConeLoop(SlcIlluminanceStmtNode* node, const Cone& cone
     check->m_position = m_values.Pop();
 }
 
-/// The lights run for varying points only.
+/// Lights can be evaluated only for varying points.
 void SlcGenInterCode::EnterLightLoop(const SlcOperand& position)
 {
     m_lights.EnterLightLoop(SlcLightEvaluations::IsP(position) ? position

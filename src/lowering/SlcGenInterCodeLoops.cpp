@@ -1,14 +1,14 @@
-// Loops, and the statements that leave them.
+// Lowers loops, and the statements that leave them.
 //
-// A loop runs until no point remains in it; its flag says which do. With code motion the test
-// stands in front of the loop and again behind the body, so that what is moved out of the loop
-// does not run if the loop does not.
+// A loop runs until no point remains in it; its flag marks the remaining points. With code motion
+// the test is emitted before the loop and again after the body, so that code hoisted out of the
+// loop does not run if the loop does not.
 //
 //     while (c) S      f = active; L: f = c under f; goto E if no f; under f: S; goto L; E:
 //     code motion      f = active; f = c ...; goto E; L: under f: S; f = c ...; goto E; goto L; E:
 //
-// In a list that runs without a grid there is one point, so that all flags would be uniform: there
-// the statements that leave a loop are jumps.
+// A list that runs without a grid has only one point, so all flags would be uniform: there the
+// statements that leave a loop are jumps.
 //
 // Tested by tests/lowering/SlcGenInterCodeLoopsTest.cpp.
 
@@ -41,7 +41,7 @@ void SlcGenInterCode::Case(SlcForStmtNode* node)
     } else {
         const bool isContinued = GenParallelLoopBody(node, test, next);
         m_list.AddICode(next);
-        // The step runs also for the points that went on with the next round.
+        // The step also runs for the points that executed `continue`.
         if (isContinued)
             m_list.AddICode(MakeShared<SlcSetUniformBoolFlagICode>(test.uniformFlag, test.flag));
         m_conditions.EnterCondition(isContinued ? test.flag : test.cond, test.uniformFlag);
@@ -93,7 +93,8 @@ void SlcGenInterCode::GenerateLoopCondition(LoopTest& test)
 {
     const bool outerCopy = std::exchange(m_flagCopyNeeded, test.containsBreakOrContinue);
     const SlcOperand upper = m_conditions.InnermostUniformFlag();
-    // The guards of the body read the flag that the first test has made.
+    // The guards of the body read the flag of the first test, so the second test must write the
+    // same flag.
     const bool again = test.cond && !test.cond->IsUniform();
     m_conditions.EnterCondition(test.flag, upper);
     const SlcOperand cond = GenRelation(test.relation, again ? test.cond : nullptr, false);
@@ -118,7 +119,7 @@ void SlcGenInterCode::GenerateLoopCondition(LoopTest& test)
     m_list.AddICode(MakeShared<SlcIfFalseGotoICode>(test.uniformFlag, test.end));
 }
 
-/// `next` stands behind the body, unless it is null.
+/// `next` is the label after the body, or null.
 void SlcGenInterCode::GenUniformLoopBody(SlcLoopStmtNode* node, const LoopTest& test,
                                          const SlcLabel& next)
 {
@@ -131,7 +132,7 @@ void SlcGenInterCode::GenUniformLoopBody(SlcLoopStmtNode* node, const LoopTest& 
         m_list.AddICode(next);
 }
 
-/// True if a `continue` goes to `continueLabel`.
+/// Returns true if a `continue` jumps to `continueLabel`.
 bool SlcGenInterCode::GenParallelLoopBody(SlcLoopStmtNode* node, const LoopTest& test,
                                           const SlcLabel& continueLabel)
 {
@@ -158,7 +159,6 @@ void SlcGenInterCode::Case(SlcContinueStmtNode* node)
         m_leaving.GenContinue(static_cast<std::size_t>(node->GetLevel()->GetValue()));
 }
 
-/// Reports `refusal` if not.
 bool SlcGenInterCode::MayLeave(SlcLoopModStmtNode* node, const char* refusal)
 {
     if (m_list.IsWithoutGrid())

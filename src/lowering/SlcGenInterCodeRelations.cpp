@@ -1,10 +1,10 @@
-// Relations: comparisons and logical operators, as flags.
+// Lowers relations (comparisons and logical operators) to flags.
 //
-// Negation is pushed down to the comparisons by De Morgan's law. A right side runs only where the
-// left one has not decided: under a flag that marks these points or, beside a uniform left side,
-// under that flag alone. Where it would then see a wrong or stale flag, its value is put right
-// afterwards; where that would be too late, since it has effects, may read outside an array or has
-// flags of its own, it runs under all the conditions around it.
+// Negation is pushed down to the comparisons by De Morgan's law. The right side runs only where the
+// left side has not decided the result: under a flag that marks these points or, if the left side
+// is uniform, under that flag alone. A value that was computed with a wrong or stale flag is
+// corrected afterwards. If that would be too late, because the right side has effects, may read
+// outside an array or makes flags, it runs under all enclosing conditions.
 //
 //     a && b      f = a; some f; under f: f = b                       varying a
 //     a || b      f = a; r = not f; some r; under r: r = b; f = f or r
@@ -83,7 +83,7 @@ void SlcGenInterCode::GenComparison(SlcCompOpNode* node)
         m_errors->FatalError(node, "Invalid operator while generating i-code for rel op");
     m_conditions.AddInBlock(flag->GetDetail(), code);
 
-    // Points that leave a loop have a flag each, even if they all decide alike.
+    // Points that leave a loop need a varying flag, even if they all decide alike.
     if (flag->IsUniform() && m_flagCopyNeeded)
         flag = CopiedFlag(flag, m_conditions.GetBoolFlag(SlcDetailNode::AVarying()));
     if (flag->IsUniform() && target && !target->IsUniform())
@@ -98,7 +98,7 @@ SlcOperand SlcGenInterCode::FlagFor(const SlcOperand& target, SlcDetailNode* det
         return m_conditions.GetBoolFlag(detail);
     if (detail->IsUniform() || !target->IsUniform())
         return target;
-    // A uniform left side has decided wherever this comparison does not run.
+    // Where this comparison does not run, a uniform left side has decided the result.
     SlcOperand flag = m_conditions.GetBoolFlag(detail);
     m_conditions.AssignOutsideCondition(flag, target);
     return flag;
@@ -111,7 +111,8 @@ SlcOperand SlcGenInterCode::CopiedFlag(const SlcOperand& flag, const SlcOperand&
     return copy;
 }
 
-/// Goes down the left sides in a loop: a chain of operators nests as deep as it is long.
+/// Walks down the left sides in a loop instead of recursing: a chain of operators nests as deep as
+/// it is long.
 void SlcGenInterCode::Case(SlcLogOpNode* node)
 {
     const auto wanted = Wanted(node);
@@ -153,13 +154,13 @@ SlcOperand SlcGenInterCode::GenLogOrCode(SlcLogOpNode* node, const SlcOperand& f
 {
     if (flag->IsUniform())
         return GenUniformLogOp(node, flag, inverted, SlcConditions::AssignIfValue::IfFalse);
-    // Marks the points that the left side left false.
+    // Marks the points where the left side is false.
     const SlcOperand rest = m_conditions.GetBoolFlag(SlcDetailNode::AVarying());
     const SlcOperand uniformFlag = m_conditions.GetBoolFlag(SlcDetailNode::AUniform());
     m_list.AddICode(MakeShared<SlcInvertBoolFlagICode>(rest, flag, m_conditions.InnermostFlag()));
     m_list.AddICode(MakeShared<SlcSetUniformBoolFlagICode>(uniformFlag, rest));
-    // What needs the guard must not take forms for the whole grid here, and flags that it makes
-    // must be false outside.
+    // A right side that needs the guard must not use whole-grid forms here, and its flags must be
+    // false outside.
     m_conditions.BeginAssignIfTrue(rest, uniformFlag);
     if (node->RightNeedsGuard())
         m_conditions.InsideParallelCond();
@@ -175,8 +176,8 @@ SlcOperand SlcGenInterCode::GenLogOrCode(SlcLogOpNode* node, const SlcOperand& f
     return flag;
 }
 
-/// The right side runs only if `flag`, the left side's value, is `state`. Its guard takes the place
-/// of those around it; one that must not run beyond them is jumped over instead.
+/// The right side runs only if `flag`, the left side's value, is `state`. Its guard replaces the
+/// enclosing guards; a right side that must not run outside those is jumped over instead.
 SlcOperand SlcGenInterCode::GenUniformLogOp(SlcLogOpNode* node, const SlcOperand& flag,
                                             bool inverted, SlcConditions::AssignIfValue state)
 {

@@ -1,7 +1,7 @@
-// Definitions and the statements without control flow.
+// Lowers definitions and statements without control flow.
 //
-// A statement ends with an empty stack of values, and frees its temporaries. A local is a new
-// variable each time its definition is lowered, so that two expansions of one function do not share
+// After a statement the value stack is empty and its temporaries are free. A local becomes a new
+// variable each time its definition is lowered, so that two expansions of a function do not share
 // it.
 //
 // Tested by tests/lowering/SlcGenInterCodeTest.cpp.
@@ -20,11 +20,11 @@ void SlcGenInterCode::Case(SlcDefinitionsNode* node)
 
 void SlcGenInterCode::Case(SlcShaderDefNode* node)
 {
-    // The default values of the parameters have lists of their own.
+    // The default values of the parameters have separate lists.
     node->GetBody()->ApplyWalker(this);
 }
 
-// Functions have code only where they are called.
+// Functions are expanded only where they are called.
 void SlcGenInterCode::Case(SlcFuncDefNode*) {}
 void SlcGenInterCode::Case(SlcFuncDefStmtNode*) {}
 
@@ -34,12 +34,12 @@ void SlcGenInterCode::Case(SlcStmtsNode* node)
     const std::size_t copiesBefore = m_elements.CountCopies();
     for (const auto& statement : node->GetStatements()) {
         statement->ApplyWalker(this);
-        // Behind a statement nobody writes to a copy that it has made.
+        // After a statement no code writes to its copies of elements.
         m_elements.ForgetCopies(copiesBefore);
         if (m_leaving.HasBodyEnded())
             return;
-        // Inside an expression, where a body is expanded, values still wait for what has been
-        // written.
+        // If a body is expanded inside an expression, pending values still need the record of
+        // writes.
         if (m_values.IsEmpty() && copiesBefore == 0)
             m_values.ForgetWrites();
     }
@@ -92,11 +92,11 @@ void SlcGenInterCode::Case(SlcDefExprNode* node)
         m_errors->FatalError(node, "Variable " + node->GetIdent()->GetName() +
                                        " not found while generating intermediate code");
     const SlcStorageSpecNode* storage = entry->GetStorage();
-    // It declares what has an operand already.
+    // The declared variable already has an operand.
     if (storage->IsExtern() || storage->IsReadOnly() || storage->IsReadWrite())
         return;
 
-    // Made anew each time, so that each expansion of a function has variables of its own.
+    // A new variable each time, so that each expansion of a function has separate variables.
     const std::string name = m_list.LocalName(entry->GetName());
     const auto variable =
         MakeShared<SlcLexType>(SlcLexicalNode::CreateIdent(name), entry->GetType(),

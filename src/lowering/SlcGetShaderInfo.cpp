@@ -1,8 +1,8 @@
-// The walk over a shader and the functions that it reaches. Each list is in the order of first use,
-// which is the order of the source, so that the same source gives the same file.
+// Walks a shader and the functions that it reaches. Each list is in the order of first use in the
+// source, so that the same source always yields the same file.
 //
-// A shadeop may have several overloads in one library: generated code knows a method by its name
-// and tells them apart by their arguments, so that they share an entry here.
+// A shadeop may have several overloads in one library. They share one entry here: generated code
+// identifies a method by its name and distinguishes overloads by their arguments.
 //
 // Tested by tests/lowering/SlcInterFormTest.cpp.
 
@@ -28,8 +28,8 @@ using Hiddens = SlcShaderSymbolTable;
 
 constexpr const char* k_objectSpace = "\"object\"";
 constexpr const char* k_shaderSpace = "\"shader\"";
-/// What an `extern` declaration, or the `Ps` of a surface shader, stands for; or the variable
-/// itself.
+/// The variable that an `extern` declaration, or the `Ps` of a surface shader, refers to; otherwise
+/// the variable itself.
 SlcPtr<SlcVarSymbolEntry> Outermost(SlcPtr<SlcVarSymbolEntry> named)
 {
     SlcPtr<SlcVarSymbolEntry> entry = SlcOutermost(std::move(named));
@@ -68,7 +68,7 @@ void SlcGetShaderInfo::Case(SlcShaderDefNode* node)
     m_facts.m_shader = node;
     m_facts.m_shaderType = node->GetShaderType();
     m_codeGenerator->SetShaderType(m_facts.m_shaderType);
-    // The lowering sets these in front of the body, whatever that does (DefaultOutputValues).
+    // The lowering always sets these before the body (DefaultOutputValues).
     if (m_facts.m_shaderType->IsLight()) {
         AddVarIfNotInList(Hiddens::EntryNamed("Cl"));
         AddVarIfNotInList(Hiddens::EntryNamed("Ol"));
@@ -94,7 +94,7 @@ void SlcGetShaderInfo::Case(SlcDefExprNode* node)
 
 void SlcGetShaderInfo::AddParameter(SlcDefExprNode* node)
 {
-    // First what the default value reads, by which the order of variables and spaces goes.
+    // Walk the default value first, since it determines the order of variables and spaces.
     node->GetInitializer()->ApplyWalker(this);
     SlcParameterInfo& parameter = m_facts.m_parameters.emplace_back();
     parameter.entry = node->GetSymbolEntry();
@@ -113,16 +113,16 @@ void SlcGetShaderInfo::AddParameter(SlcDefExprNode* node)
 
 void SlcGetShaderInfo::Case(SlcIdentExprNode* node)
 {
-    Touch(node->GetSymbolEntry());
+    RecordAccess(node->GetSymbolEntry());
 }
 
 void SlcGetShaderInfo::Case(SlcArrayRefExprNode* node)
 {
     node->WalkIn(this);
-    Touch(node->GetSymbolEntry());
+    RecordAccess(node->GetSymbolEntry());
 }
 
-void SlcGetShaderInfo::Touch(const SlcPtr<SlcVarSymbolEntry>& entry)
+void SlcGetShaderInfo::RecordAccess(const SlcPtr<SlcVarSymbolEntry>& entry)
 {
     const SlcPtr<SlcVarSymbolEntry> variable = Outermost(entry);
     if (variable.Null() || !variable->IsHidden())
@@ -132,7 +132,7 @@ void SlcGetShaderInfo::Touch(const SlcPtr<SlcVarSymbolEntry>& entry)
 
 void SlcGetShaderInfo::Case(SlcIdentLValueNode* node)
 {
-    Touch(node->GetSymbolEntry());
+    RecordAccess(node->GetSymbolEntry());
     Write(node->GetSymbolEntry());
 }
 
@@ -166,7 +166,7 @@ void SlcGetShaderInfo::Case(SlcTextureExprNode* node)
     using Lowering = SlcTextureLowering;
     const std::string primitive =
         Lowering::PrimitiveOf(node, Lowering::Source::Point, m_facts.m_shaderType);
-    // An area in place of a point makes no difference here.
+    // An area instead of a point makes no difference here.
     if (const auto* reads = SlcImplicitReads::Of(primitive))
         AddImplicitReads(*reads);
 }
@@ -201,7 +201,7 @@ void SlcGetShaderInfo::Case(SlcProcCallExprNode* node)
 
 void SlcGetShaderInfo::CallBuiltIn(SlcProcCallExprNode* node)
 {
-    // Renderers prepare for rays only where a shader sends some.
+    // Renderers prepare for ray tracing only if a shader traces rays.
     m_facts.m_usesRaytracing = m_facts.m_usesRaytracing || node->GetIdent()->GetName() == "trace";
     const SlcIdentNode* primitive = node->GetSymbolEntry()->GetCName();
     if (const auto* reads = primitive ? SlcImplicitReads::Of(primitive->GetName()) : nullptr)
@@ -238,7 +238,7 @@ void SlcGetShaderInfo::Case(SlcSolarStmtNode* node)
 
 void SlcGetShaderInfo::AddVarIfNotInList(const SlcPtr<SlcVarSymbolEntry>& entry)
 {
-    // Not every kind of shader has every variable.
+    // Null if this kind of shader does not have the variable.
     if (entry && m_hiddenNames.insert(entry->GetName()).second)
         m_facts.m_hiddenVars.push_back(entry);
 }
@@ -249,7 +249,7 @@ void SlcGetShaderInfo::AddSpaceIfNotInList(SlcStringLiteralNode* space)
         m_facts.m_spaces.push_back(space);
 }
 
-/// The overloads of one method share an entry: their arguments tell them apart at run time.
+/// The overloads of a method share an entry: the arguments distinguish them at run time.
 void SlcGetShaderInfo::AddDSOFunc(const SlcProcCallExprNode* call,
                                   const SlcPtr<SlcFuncDSOSymbolEntry>& entry)
 {
@@ -265,7 +265,7 @@ void SlcGetShaderInfo::AddDSOFunc(const SlcProcCallExprNode* call,
     row.SetCleanup(SharedFunction(call, "cleanup", row.GetCleanup(), entry->GetCleanup()));
 }
 
-/// What starts and ends a method, of all its overloads the first that is named.
+/// Returns the first init or cleanup function that any overload names.
 SlcIdentNode* SlcGetShaderInfo::SharedFunction(const SlcProcCallExprNode* call, const char* kind,
                                                SlcIdentNode* first, SlcIdentNode* other)
 {
@@ -281,7 +281,7 @@ SlcIdentNode* SlcGetShaderInfo::SharedFunction(const SlcProcCallExprNode* call, 
     return first;
 }
 
-/// A built shader looks for its libraries by their file names alone.
+/// A compiled shader finds its libraries by file name alone.
 void SlcGetShaderInfo::AddDSOLibrary(const SlcProcCallExprNode* call,
                                      const SlcFuncDSOSymbolEntry& entry)
 {

@@ -1,5 +1,5 @@
-// Fills the form: marks in the tree, which the lowering asks for, then the facts that no
-// instruction tells, and the main list last. Default values are lowered on the way to the facts.
+// Fills the compiled shader: first the marks in the tree, which the lowering needs, then the
+// shader's facts, and last the main list. Default values are lowered while the facts are collected.
 //
 // Tested by tests/lowering/SlcInterFormTest.cpp.
 

@@ -1,10 +1,10 @@
-// Leaving loops and bodies.
+// Lowers statements that leave loops and bodies.
 //
 //     while (x) { if (y) break; z; }      flags: l of the loop, c of its round, f of the `if`
 //
-// `break l f c` clears the three at the points where f is true: f so that the rest of the branch
-// does not run for them, c for the rest of the round, l for all rounds to come. A `continue` leaves
-// l alone. Flags between, of conditions and of inner loops, are cleared with them.
+// `break l f c` clears the three flags at the points where f is true: f skips the rest of the
+// branch for them, c the rest of the iteration, l all further iterations. A `continue` does not
+// clear l. The flags in between, of conditions and of inner loops, are also cleared.
 //
 // Tested by tests/lowering/SlcGenInterCodeLoopsTest.cpp and SlcGenInterCodeBodiesTest.cpp.
 
@@ -77,16 +77,15 @@ void SlcLeaving::GenReturn()
     GenLeave(leave, leave->m_flags, body.flag);
 }
 
-/// The flags of the `count` innermost loops, from the innermost out.
+/// Appends the flags of the `count` innermost loops, from the innermost outward.
 void SlcLeaving::AddLoopFlags(std::deque<SlcOperand>& flags, std::size_t count)
 {
     for (std::size_t level = 1; level <= count; ++level)
         flags.push_back(LoopAt(level).flag);
 }
 
-/// Adds `leave`, a `break` or `continue` with these `flags`, to which those of all levels up to
-/// that of `outermost` come. The uniform flags are brought up to date, so that guards skip code
-/// once no point is left.
+/// Adds `leave`, a `break` or `continue` that clears `flags` and the flags of all levels up to that
+/// of `outermost`. Updates the uniform flags, so that guards skip code once no point is left.
 void SlcLeaving::GenLeave(const SlcPtr<SlcICode>& leave, std::deque<SlcOperand>& flags,
                           const SlcOperand& outermost)
 {

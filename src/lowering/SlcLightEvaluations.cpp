@@ -1,12 +1,12 @@
-// When the lights are run.
+// Decides when the lights are evaluated.
 //
 //     EVAL Q; begin lights; EVAL_FOR_P; d = diffuse(N); end lights
 // becomes, where the loop needs its lights again,
 //     T = Q; EVAL Q; begin lights; EVAL_FOR_P; d = diffuse(N); EVAL T; RESET_FOR_P; end lights
 //
-// What the body of a loop does is known only behind it, while the copy of its points stands in
-// front of it. So the places are noted by their instructions, and all goes into the list at its
-// end. Tested by tests/lowering/SlcGenInterCodeCallsTest.cpp and, with values, by
+// What the body of a loop does is known only after it, but the copy of its points belongs before
+// it. So the places are recorded by their instructions, and everything is inserted when the list is
+// complete. Tested by tests/lowering/SlcGenInterCodeCallsTest.cpp and, with values, by
 // tests/run/LightTest.cpp.
 
 #include "lowering/SlcLightEvaluations.h"
@@ -58,27 +58,27 @@ void SlcLightEvaluations::LeaveLightLoop(const SlcLabel& end)
     const LightLoop loop = std::exchange(m_lightLoop, {});
     const bool isForP = IsP(loop.position);
     if (!isForP)
-        m_otherLightsBehind[&*end] = {};
+        m_otherLightsAfter[&*end] = {};
     if (loop.callsForP.empty() || (isForP && !loop.movesP))
         return;
-    // The body may change the points.
+    // A copy, since the body may change the points.
     const SlcOperand copy = m_list.MakeTempVar(SlcTypeNode::APoint(), SlcDetailNode::AVarying());
     m_copiesOfPoints[loop.evaluation] = MakeShared<SlcAssignSIMDICode>(copy, loop.position);
     for (const SlcICode* last : loop.callsForP)
-        m_otherLightsBehind[last] = copy;
+        m_otherLightsAfter[last] = copy;
 }
 
 void SlcLightEvaluations::InsertLightEvaluations()
 {
-    if (m_otherLightsBehind.empty())
+    if (m_otherLightsAfter.empty())
         return;
     std::deque<SlcPtr<SlcICode>> codes;
     for (const auto& code : m_list.Codes()) {
         if (const auto copy = m_copiesOfPoints.find(&*code); copy != m_copiesOfPoints.end())
             codes.push_back(copy->second);
         codes.push_back(code);
-        const auto others = m_otherLightsBehind.find(&*code);
-        if (others == m_otherLightsBehind.end())
+        const auto others = m_otherLightsAfter.find(&*code);
+        if (others == m_otherLightsAfter.end())
             continue;
         if (!others->second.Null())
             codes.push_back(MakeShared<SlcEvalLightICode>(others->second));

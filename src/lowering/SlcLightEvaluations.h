@@ -7,43 +7,43 @@
 
 class SlcShaderTypeNode;
 
-/// Has the light shaders run for the right points: for `P`, for those of a loop, and for those of
-/// a loop again.
+/// Emits the evaluation of the light shaders for the right points: for `P`, for the points of a
+/// light loop, and again for the points of a loop.
 ///
-/// There is one set of lights. A lighting function inside a loop over other points runs it for
-/// `P`, so that it must be run for the loop's points again; and a loop over other points leaves
-/// theirs behind, which are not those for `P`.
+/// There is only one set of evaluated lights. A lighting function inside a light loop over other
+/// points evaluates it for `P`, so it must then be evaluated again for the loop's points. After a
+/// loop over other points, the set is not the one for `P`.
 class SlcLightEvaluations {
 public:
-    /// `list`, which is empty, outlives it.
+    /// `list` must be empty and outlive this object.
     explicit SlcLightEvaluations(SlcListBuilder& list) : m_list(list) {}
 
-    /// In front of a function that looks at the lights for `P`, and behind the call. Both are
-    /// called for every such function, since only here is known whether a loop stands around it.
+    /// Call these before and after a call of a function that reads the lights for `P`. Call both
+    /// for every such function: only this class knows whether a light loop encloses it.
     void AddEvalLightForP();
     void NoteCallForP();
-    /// Behind code that has written `assigned`. Lights evaluated for `P` are stale once it has been
-    /// assigned, which only a shader of a kind that sees lights does; `shaderType` may be null.
+    /// Call it after code that has written `assigned`. An assignment to `P` makes the evaluated
+    /// lights stale, in kinds of shaders that see lights; `shaderType` may be null.
     void ResetEvalLightIfPAssigned(const SlcOperand& assigned, const SlcShaderTypeNode* shaderType);
 
-    /// In front of a loop over lights: runs them for the points at `position`, `P` itself or a
-    /// varying operand. No loop stands inside another.
+    /// Call it before a loop over lights: evaluates them for the points at `position`, which is `P`
+    /// itself or a varying operand. Light loops do not nest.
     void EnterLightLoop(const SlcOperand& position);
-    /// Behind the loop and its `end`.
+    /// Call it after the loop and its `end`.
     void LeaveLightLoop(const SlcLabel& end);
 
-    /// With the whole list done: who leaves the lights of another point behind has those for `P`
-    /// evaluated anew, in a shader that looks at them; and around it, a loop's lights come back.
-    /// Linear in the list; called once for each.
+    /// Call it once, when the list is complete. After code that leaves lights for other points,
+    /// marks the lights for `P` as stale, in a shader that reads them; and restores a loop's lights
+    /// where its body replaced them. Linear in the list.
     void InsertLightEvaluations();
 
-    /// The operand of the predefined `P`, by whatever name the source reaches it.
+    /// True for the operand of the predefined `P`, whatever name the source uses for it.
     [[nodiscard]] static bool IsP(const SlcOperand& operand);
 
 private:
     struct LightLoop {
         SlcOperand position;
-        const SlcICode* evaluation = nullptr;         // in front of the loop; null outside of one
+        const SlcICode* evaluation = nullptr;         // before the loop; null outside a loop
         bool movesP = false;                          // `P` is assigned inside
         std::vector<const SlcICode*> callsForP = {};  // last instruction of each
     };
@@ -51,9 +51,9 @@ private:
     SlcListBuilder& m_list;
     LightLoop m_lightLoop;  // being lowered
     bool m_evaluatesLightsForP = false;
-    // By instruction: the lights left behind it are not those for `P`; points whose lights come
-    // back there, if any.
-    std::unordered_map<const SlcICode*, SlcOperand> m_otherLightsBehind;
-    // By evaluation in front of a loop: keeps its points.
+    // By instruction after which the evaluated lights are not those for `P`: the points whose
+    // lights to restore there, or null.
+    std::unordered_map<const SlcICode*, SlcOperand> m_otherLightsAfter;
+    // By evaluation before a loop: the instruction that saves the loop's points.
     std::unordered_map<const SlcICode*, SlcPtr<SlcICode>> m_copiesOfPoints;
 };

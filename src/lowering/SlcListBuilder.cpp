@@ -1,8 +1,8 @@
-// Names and temporaries of a list.
+// Makes the names and temporaries of a list.
 //
-// A temporary lives to the end of its statement and then serves another value: `SlcTempPools` keeps
-// those of each kind. One with a role of its own, as the result of a body with early returns, comes
-// from `MakeTempVar` and is never given free.
+// A temporary is in use to the end of its statement and is then reused for another value:
+// `SlcTempPools` keeps the pools. A temporary with a longer life, such as the result of a body with
+// early returns, comes from `MakeTempVar` and is never freed.
 //
 // Tested by tests/lowering/SlcGenInterCodeTest.cpp.
 
@@ -17,7 +17,7 @@
 
 namespace {
 
-/// Names are unique in the whole compile.
+/// Names are unique in the whole compilation.
 struct NameCounters {
     int temporaries = 0;
     int gotoLabels = 0;
@@ -64,10 +64,10 @@ SlcOperand SlcListBuilder::MakeTempVar(SlcTypeNode* type, SlcDetailNode* detail)
 
 SlcOperand SlcListBuilder::GenTempVar(SlcTypeNode* type, SlcDetailNode* detail)
 {
-    // One reference for all accesses would tie their blocks together.
+    // A shared reference would create data dependences between the blocks of its accesses.
     if (type->IsArrayRefType() || !m_options.m_reuseTempVars)
         return MakeTempVar(type, detail);
-    SlcOperand temporary = m_temps.Take(type, DetailHere(detail));
+    SlcOperand temporary = m_temps.Acquire(type, DetailHere(detail));
     if (temporary.Null()) {
         temporary = MakeTempVar(type, detail);
         m_temps.AddUsed(temporary);
@@ -87,8 +87,8 @@ SlcOperand SlcListBuilder::GetResultVar(const SlcExprNode* expr, SlcTypeNode* ty
     const auto types = SlcPossibleTypes::Of(expr);
     if (types && types->GetOperandHint()) {
         const SlcOperand& hint = types->GetOperandHint();
-        // A uniform target of a varying operation would be written once for each point, and
-        // read again between.
+        // A uniform target of a varying operation would be written once per point, and read in
+        // between.
         if (hint->GetType()->IsSameType(type) &&
             hint->IsUniform() == DetailHere(detail)->IsUniform())
             return hint;
@@ -102,7 +102,8 @@ SlcLabel SlcListBuilder::GenLabel()
         Numbered('L', SlcPartOfCompilation<NameCounters>().gotoLabels++));
 }
 
-/// A body that ends at its `return` does not count its end, so that a number may come again.
+/// A body that ends at its `return` does not advance the counter at its end, so a number may occur
+/// again.
 std::string SlcListBuilder::LocalName(const std::string& sourceName)
 {
     std::string name = sourceName + '_' + std::to_string(m_blockCounter);

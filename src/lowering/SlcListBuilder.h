@@ -10,42 +10,42 @@
 
 class SlcExprNode;
 
-/// The list being made: appends instructions, and makes the temporaries, locals and labels that
-/// they name.
+/// Builds a list: appends instructions, and makes the temporaries, locals and labels that they use.
 ///
-/// Temporaries are numbered, and labels too, over all lists of a run, so that no two lists of a
+/// Temporaries and labels are numbered across all lists of a compilation, so that no two lists of a
 /// shader share a name.
 class SlcListBuilder {
 public:
-    /// How often a list runs: for the grid that is shaded or, without one, once for each instance
-    /// of the shader. There every detail is uniform.
+    /// Whether a list runs for each shaded grid or, without a grid, once per instance of the
+    /// shader. Without a grid every detail is uniform.
     enum class Runs { OnGrid, OncePerInstance };
 
-    /// Without a list until `Start`. `options` outlive it.
+    /// There is no list until `Start`. `options` must outlive this object.
     explicit SlcListBuilder(const SlcOptionsControl& options) : m_options(options) {}
 
-    /// Begins a new list, with no temporary of another one in reach.
+    /// Begins a new list. Temporaries of other lists are not reused.
     void Start(Runs runs);
     [[nodiscard]] const SlcPtr<SlcListICode>& List() const { return m_list; }
     [[nodiscard]] std::deque<SlcPtr<SlcICode>>& Codes() const { return m_list->m_icodes; }
-    /// The place of the next instruction.
+    /// The index of the next instruction.
     [[nodiscard]] std::size_t Place() const { return m_list->m_icodes.size(); }
     [[nodiscard]] bool IsWithoutGrid() const { return m_runs == Runs::OncePerInstance; }
-    /// What `detail` comes to in this list: uniform in one that runs without a grid.
+    /// The effective detail in this list: always uniform in a list that runs without a grid.
     [[nodiscard]] SlcDetailNode* DetailHere(SlcDetailNode* detail) const;
 
     void AddICode(const SlcPtr<SlcICode>& code) { m_list->AddICode(code); }
 
-    /// One that no other value of the list shares. Both add what they make to the locals of the
-    /// list, and give it the detail that it has here.
+    /// Makes a temporary that no other value of the list shares. This function and the next one add
+    /// the temporary to the locals of the list, with its effective detail.
     [[nodiscard]] SlcOperand MakeTempVar(SlcTypeNode* type, SlcDetailNode* detail);
-    /// One that `ReleaseTempVars` gives free for other values; without the option that reuses
-    /// temporaries, the same as above.
+    /// Returns a temporary that `ReleaseTempVars` frees for other values; without the option to
+    /// reuse temporaries, the same as `MakeTempVar`.
     [[nodiscard]] SlcOperand GenTempVar(SlcTypeNode* type, SlcDetailNode* detail);
-    /// Behind a statement: no value of it is needed any more.
+    /// Call it after a statement, when none of its values is needed any more.
     void ReleaseTempVars();
-    /// While one lives, `ReleaseTempVars` does nothing: the statements of a loop's body must not
-    /// take what was made in front of the loop and is read in each round.
+    /// While an object of this class exists, `ReleaseTempVars` does nothing: the statements of a
+    /// loop's body must not reuse a temporary that was made before the loop and is read in each
+    /// iteration.
     class KeepTempVars {
     public:
         explicit KeepTempVars(SlcListBuilder& list);
@@ -57,32 +57,32 @@ public:
         SlcListBuilder& m_list;
         bool m_outer;
     };
-    /// The operand that is to hold the value of `expr`: the target of an assignment if that has
-    /// been hinted at and fits, or a temporary. For one instruction that reads its operands before
-    /// it writes: a value that is built up in several steps takes a temporary, since the target
-    /// may be read meanwhile.
+    /// Returns the operand for the value of `expr`: the target of the enclosing assignment if that
+    /// is set as a hint and fits, otherwise a temporary. Use it only for a single instruction that
+    /// reads its operands before it writes. A value that is built up in several steps needs a
+    /// temporary, since the target may be read in between.
     [[nodiscard]] SlcOperand GetResultVar(const SlcExprNode* expr, SlcTypeNode* type,
                                           SlcDetailNode* detail);
 
-    /// A new one, which the caller puts into the list at its place.
+    /// Makes a new label, which the caller adds to the list.
     [[nodiscard]] SlcLabel GenLabel();
 
-    /// The locals declared from here on belong to another block of the source.
+    /// Locals declared from here on belong to another block of the source.
     void NextBlock() { ++m_blockCounter; }
-    /// For a declared local, `name_number`; no other one of the list has it.
+    /// Makes a name that is unique in the list for a declared local: `name_number`.
     [[nodiscard]] std::string LocalName(const std::string& sourceName);
 
-    /// Around the body of a function that is expanded: the temporaries in use are out of its
-    /// reach, and behind it all are free again but `result`, which may be null.
+    /// Call these around the body of an expanded function: the body does not reuse the temporaries
+    /// in use, and after it all its temporaries are free again except `result`, which may be null.
     void EnterBody() { m_temps.EnterBody(); }
     void LeaveBody(const SlcOperand& result) { m_temps.LeaveBody(result); }
 
 private:
     const SlcOptionsControl& m_options;
-    SlcPtr<SlcListICode> m_list;  // where instructions and locals go
+    SlcPtr<SlcListICode> m_list;  // the list being built
     Runs m_runs = Runs::OnGrid;
     SlcTempPools m_temps;
     bool m_keepsTempVars = false;
     int m_blockCounter = 0;                        // suffix of the names of locals
-    std::unordered_set<std::string> m_localNames;  // of the list
+    std::unordered_set<std::string> m_localNames;  // used in the list
 };

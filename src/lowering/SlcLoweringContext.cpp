@@ -1,11 +1,11 @@
-// Steps that several kinds of lowering share. Each adds at most one instruction and gives an
-// operand, so that they can be put together in the order in which the source evaluates.
+// Steps that several kinds of lowering share. Each adds at most one instruction and returns an
+// operand, so that callers can combine them in the evaluation order of the source.
 //
 //     Converted(x, color)    x itself, or T = x             a promotion; numbers stay numbers until
 //                                                           an instruction needs another type
 //     Widened(x)             x itself, or { T = x }         one value for each point
 //
-// Tested by the rows of tests/lowering, which are exact lists of instructions.
+// Tested by the tables of tests/lowering, which compare exact lists of instructions.
 
 #include "lowering/SlcLoweringContext.h"
 

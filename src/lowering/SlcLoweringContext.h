@@ -10,10 +10,10 @@ class SlcExprNode;
 class SlcSemanticError;
 class SlcVarSymbolEntry;
 
-/// What every part of the lowering works on, and the steps that all of them need.
+/// The state that all parts of the lowering share, and the steps that all of them need.
 ///
-/// The walker over the tree owns it; the lowerings of calls, casts and textures, which take
-/// operands and never walk, hold it by reference.
+/// The tree walker owns it; the lowerings of calls, casts and textures, which take operands and
+/// never walk the tree, hold a reference to it.
 class SlcLoweringContext {
 public:
     SlcLoweringContext(SlcPtr<SlcSemanticError> errors, SlcOptionsControl& options);
@@ -21,33 +21,34 @@ public:
     SlcLoweringContext(const SlcLoweringContext&) = delete;
     SlcLoweringContext& operator=(const SlcLoweringContext&) = delete;
 
-    /// Begins a new list, with nothing of another one in reach.
+    /// Begins a new list and resets all state.
     void Start(SlcListBuilder::Runs runs);
 
-    /// The type and the detail that the semantic passes gave to `expr`; the detail as it is in this
-    /// list.
+    /// The type and the detail that semantic analysis assigned to `expr`; the detail is the
+    /// effective one in this list.
     [[nodiscard]] static SlcTypeNode* TypeOf(const SlcExprNode* expr);
     [[nodiscard]] SlcDetailNode* DetailOf(const SlcExprNode* expr) const;
-    /// The operand of a variable, which must have one by now: fatal if not.
+    /// Returns the operand of a variable; fatal if it has none.
     [[nodiscard]] SlcOperand OperandOf(const SlcPtr<SlcVarSymbolEntry>& entry);
-    /// `value` if it is of this type, else a temporary that it has been assigned to, in a block of
-    /// its own.
+    /// Returns `value` if it has this type, otherwise a temporary to which it is assigned in a
+    /// separate block.
     [[nodiscard]] SlcOperand Converted(const SlcOperand& value, SlcTypeNode* type);
-    /// A triple is lowered as a point; beside a color it was meant as one, and no instruction
-    /// takes the two together.
+    /// Converts a triple without a type to a color if the other operand is a color: such triples
+    /// are lowered as points, and no instruction combines a point and a color.
     void MatchColors(SlcOperand& left, SlcOperand& right);
-    /// A varying temporary with this value, assigned in the block that is open.
+    /// Copies the value to a varying temporary, in the open block.
     [[nodiscard]] SlcOperand WidenHere(const SlcOperand& value);
-    /// `value` if it varies, else such a temporary, assigned in a block of its own.
+    /// Returns `value` if it varies, otherwise a varying copy made in a separate block.
     [[nodiscard]] SlcOperand Widened(const SlcOperand& value);
-    /// Fails: there is no code for this form, which the passes before should have refused.
+    /// Reports a fatal error: there is no code for this form, which earlier passes should have
+    /// rejected.
     [[noreturn]] void RefuseForm(const SlcSyntaxNode* node);
-    /// Behind code that has written the operand `written` of an assignment or a call.
+    /// Call it after code that has written the operand `written` of an assignment or a call.
     void NoteAssigned(const SlcOperand& written);
 
     SlcPtr<SlcSemanticError> m_errors;
     SlcOptionsControl& m_options;
-    /// Null in a list that is made before the kind is known.
+    /// Null in a list that is made before the shader's kind is known.
     const SlcShaderTypeNode* m_shaderType = nullptr;
     SlcListBuilder m_list;
     SlcConditions m_conditions;

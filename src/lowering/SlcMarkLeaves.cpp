@@ -1,4 +1,4 @@
-// The way of each jump is followed outward, as the number of loops that it still has to pass.
+// Each jump is followed outward by counting the loops that it still has to leave.
 //
 //     while (a) {                        marked
 //         if (b) {                       marked
@@ -7,8 +7,8 @@
 //         if (d) x = 1;                  not: nothing in it leaves it
 //     }
 //
-// A `return` passes all loops of its function. The right side of `a && f(x)` needs a guard, since
-// it must not run where the left side decides.
+// A `return` leaves all loops of its function. The right side of `a && f(x)` needs a guard, since
+// it must not run where the left side decides the result.
 //
 // Tested by tests/lowering/SlcGenInterCodeLoopsTest.cpp and SlcGenInterCodeRelationsTest.cpp.
 
@@ -60,7 +60,7 @@ void SlcMarkLeaves::Case(SlcLogOpNode* node)
     node->GetRight()->ApplyWalker(this);
     node->SetRightNeedsGuard(m_needsGuard);
     node->SetRightReadsElement(m_readsElement);
-    // The operator itself stands in the right side of those around it.
+    // The operator itself may be in the right side of an enclosing operator.
     m_needsGuard = true;
 }
 
@@ -112,7 +112,7 @@ void SlcMarkLeaves::Case(SlcWhileStmtNode* node)
     WalkMarking(node, Leaves::OneLevel);
 }
 
-/// The mark reaches every statement up to and including the loop that is left or continued.
+/// Marks every enclosing statement up to and including the loop that is left or continued.
 template <class Node>
 void SlcMarkLeaves::WalkMarking(Node* node, Leaves leaves)
 {
@@ -134,5 +134,5 @@ void SlcMarkLeaves::Case(SlcLoopModStmtNode* node)
 void SlcMarkLeaves::Case(SlcReturnStmtNode* node)
 {
     node->WalkIn(this);
-    m_levelsToLeave = INT_MAX;  // it leaves all statements of the function around it
+    m_levelsToLeave = INT_MAX;  // it leaves all enclosing statements of the function
 }

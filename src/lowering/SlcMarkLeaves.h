@@ -5,11 +5,11 @@
 /// Marks each loop, condition and light statement that a `break`, `continue` or `return` inside it
 /// leaves, and each logical operator whose right side has effects or reads an element.
 ///
-/// One walk over the checked tree, in front of its lowering, which takes simpler forms where no
-/// mark stands. Functions that nothing calls are passed over.
+/// One walk over the checked tree before its lowering, which emits simpler code where there is no
+/// mark. Functions that are never called are skipped.
 class SlcMarkLeaves : public SlcCodeWalker {
 public:
-    /// Marks are set by the nodes' `SetContainsBreakOrContinue`, `SetRightNeedsGuard` and
+    /// Sets marks with `SetContainsBreakOrContinue`, `SetRightNeedsGuard` and
     /// `SetRightReadsElement`.
     void operator()(SlcSyntaxNode* root) { root->ApplyWalker(this); }
 
@@ -32,14 +32,14 @@ private:
     void Case(SlcReturnStmtNode* node) override;
     void Default(SlcSyntaxNode* node) override { node->WalkIn(this); }
 
-    // What stands where: a loop ends one level of a break, another statement ends none.
+    // How many levels of a `break` the statement ends: a loop ends one, any other statement none.
     enum class Leaves { NoLevel, OneLevel };
-    /// Marks `node` if something in it leaves it, and hands what goes further out on.
+    /// Marks `node` if something inside leaves it, and passes on levels that reach further out.
     template <class Node>
     void WalkMarking(Node* node, Leaves leaves);
 
-    int m_levelsToLeave = 0;  // loops around here that some break or continue reaches
-    // What has been walked since the right side began does:
+    int m_levelsToLeave = 0;  // enclosing loops that some break or continue reaches
+    // True if the part of the right side walked so far does so:
     bool m_needsGuard = false;
     bool m_readsElement = false;
 };

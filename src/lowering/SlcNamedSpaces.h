@@ -7,13 +7,11 @@ class SlcProcCallExprNode;
 class SlcStringLiteralNode;
 class SlcTypeNode;
 
-// The coordinate spaces that expressions name; color spaces are none.
+// The coordinate spaces that expressions name, without color spaces.
 
-/// A value of the type has other numbers in another coordinate space: the point family and
-/// matrices.
+/// True if values of the type depend on the coordinate space: the point family and matrices.
 [[nodiscard]] bool SlcLivesInSpace(const SlcTypeNode* type);
-/// The space that a cast takes its value from; null unless it names a coordinate space.
+/// The space that a cast transforms its value from; null unless the cast names a coordinate space.
 [[nodiscard]] SlcStringLiteralNode* SlcSpaceNamedBy(const SlcCastExprNode* cast);
-/// The spaces that a call of a built-in moves its value between, as far as they are constants:
-/// those of `transform`, `vtransform` and `ntransform`.
+/// The constant space names in a call of `transform`, `vtransform` or `ntransform`.
 [[nodiscard]] std::vector<SlcStringLiteralNode*> SlcSpacesNamedBy(const SlcProcCallExprNode* call);

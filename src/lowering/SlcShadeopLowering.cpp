@@ -1,10 +1,11 @@
-// Calls of shadeops. A library reads one point at a time, and of an array the elements one behind
-// the other, while a varying array lies point by point for each element:
+// Lowers calls of shadeops. A library reads one point at a time and expects the elements of its
+// array to be contiguous, whereas a varying array is stored element by element, each for all
+// points:
 //
 //     f(w)          T = w, contiguous; { CALL f T }; w = T, spread again
 //
-// A library may write into any array that it is handed. So what the shader may not write, an input
-// or a formal without `output`, goes into the call as a copy, which nothing takes back.
+// A library may write to any array that it receives. So an array that the shader may not write, an
+// input or a formal without `output`, is passed as a copy that is not copied back.
 //
 // Tested by tests/shadeops.
 
@@ -42,8 +43,8 @@ void SlcShadeopLowering::Lower(SlcProcCallExprNode* call)
             m_arguments.FinishOutputArgument(args[i]);
 }
 
-/// Never an argument too, nor an element of one: a library may write the result before it has read
-/// all arguments, and an array that was converted is written back behind the call.
+/// The result is never also an argument or an element of one: a library may write the result before
+/// it has read all arguments, and a converted array is copied back after the call.
 SlcOperand SlcShadeopLowering::ShadeopResult(SlcProcCallExprNode* call,
                                              const std::deque<SlcOperand>& args,
                                              SlcDetailNode* detail)
@@ -57,15 +58,14 @@ SlcOperand SlcShadeopLowering::ShadeopResult(SlcProcCallExprNode* call,
     return overlaps ? m_list.GenTempVar(SlcCallArguments::TypeOfCall(call), detail) : result;
 }
 
-/// The detail that counts is that of the operands: in a function the same expression may be uniform
-/// in one call and varying in another.
+/// The detail of the operands counts: in a function the same expression may be uniform in one call
+/// and varying in another.
 SlcDetailNode* SlcShadeopLowering::DetailOfShadeop(const std::deque<SlcOperand>& args) const
 {
     return m_list.DetailHere(SlcConditions::UniformIfAll(args));
 }
 
-/// A varying array lies element by element, while a shadeop sees that of one point at a time.
-/// Puts the converted ones into `args`, from the last to the first.
+/// Converts from the last argument to the first.
 std::vector<SlcShadeopLowering::ConvertedArray>
 SlcShadeopLowering::ConvertArraysForShadeop(const SlcProcCallExprNode* call,
                                             std::deque<SlcOperand>& args)
@@ -97,7 +97,7 @@ SlcShadeopLowering::ConvertArraysForShadeop(const SlcProcCallExprNode* call,
     return arrays;
 }
 
-/// An array that is no variable is a temporary of the call.
+/// An array that is not a variable is a temporary of the call, so it may be written.
 bool SlcShadeopLowering::MayBeWritten(const SlcExprNode& argument)
 {
     if (!argument.IsReferenceExpr())

@@ -5,36 +5,36 @@
 
 #include "lowering/SlcCallArguments.h"
 
-/// Lowers a call of a shadeop, which sees the array of one point at a time.
+/// Lowers a call of a shadeop, which accesses the array of one point at a time.
 class SlcShadeopLowering {
 public:
-    /// Both outlive it.
+    /// Both must outlive this object.
     SlcShadeopLowering(SlcLoweringContext& context, SlcCallArguments& arguments)
         : m_context(context),
           m_arguments(arguments)
     {
     }
 
-    /// Pops the arguments, and pushes the value unless the call is void. Fatal if the options leave
-    /// shadeops out, which the checks have reported by then.
+    /// Pops the arguments, and pushes the value unless the call is void. Fatal if the options
+    /// disable shadeops, which semantic analysis has already reported.
     void Lower(SlcProcCallExprNode* call);
 
 private:
-    /// A varying array in the form that a shadeop takes: the copy goes into the call, and back into
-    /// the array behind it if the shader may write that.
+    /// A varying array in the layout of shadeops: the copy is the argument, and is copied back
+    /// after the call if the shader may write the array.
     struct ConvertedArray {
         SlcOperand original;
         SlcOperand contiguous;
-        bool isWritten;  // the copy goes back
+        bool isWritten;  // the copy is copied back
     };
 
-    /// Puts the converted arrays in the place of the varying ones among `args`.
+    /// Replaces the varying arrays in `args` with converted copies.
     [[nodiscard]] std::vector<ConvertedArray>
     ConvertArraysForShadeop(const SlcProcCallExprNode* call, std::deque<SlcOperand>& args);
     [[nodiscard]] static bool MayBeWritten(const SlcExprNode& argument);
     [[nodiscard]] SlcOperand CopyOfArray(const SlcOperand& array);
     [[nodiscard]] SlcDetailNode* DetailOfShadeop(const std::deque<SlcOperand>& args) const;
-    /// A variable for the result that the call may write at any time.
+    /// Returns a result variable that the call may write at any time.
     [[nodiscard]] SlcOperand ShadeopResult(SlcProcCallExprNode* call,
                                            const std::deque<SlcOperand>& args,
                                            SlcDetailNode* detail);

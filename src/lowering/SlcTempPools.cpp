@@ -1,14 +1,14 @@
-// Storage for temporaries, used again from statement to statement. A function body that is expanded
-// in the middle of a statement must not free what the statement still needs:
+// Temporaries are reused from statement to statement. A function body that is expanded in the
+// middle of a statement must not free temporaries that the statement still needs:
 //
 //     statement       T0, T1 in use;  T2, T3 free
 //     EnterBody       T0, T1 set aside; the body may take T3, T2 and new ones
 //     LeaveBody       free again: T2, T3;  in use: T0, T1, and the body's result
 //
-// To restore the free ones without copying them at each entry, the body's notes say only how many
-// at the bottom it never took (`untouched`), and which it took from above (`taken`). If the result
-// is one of those, a body around this one has lost a free temporary without taking it itself, and
-// must have it in its notes as well: `NoteTaken`.
+// To restore the free list without copying it at each entry, the saved state records only how many
+// entries at the bottom the body never took (`untouched`), and which ones it took from the top
+// (`taken`). If the result is one of those, an enclosing body has lost a free temporary without
+// taking it itself, and must record it as well: `NoteTaken`.
 //
 // Tested by tests/lowering/SlcTempPoolsTest.cpp.
 
@@ -30,7 +30,7 @@ std::size_t SlcTempPools::PlaceOf(const SlcTypeNode* type, const SlcDetailNode* 
     return k_noPool;
 }
 
-SlcOperand SlcTempPools::Take(const SlcTypeNode* type, const SlcDetailNode* detail)
+SlcOperand SlcTempPools::Acquire(const SlcTypeNode* type, const SlcDetailNode* detail)
 {
     const std::size_t place = PlaceOf(type, detail);
     if (place == k_noPool || m_kinds[place].free.empty())
@@ -93,7 +93,7 @@ void SlcTempPools::LeaveBody(const SlcOperand& result)
     }
 }
 
-/// The body around has lost one of its free temporaries to the result of the one within it.
+/// The enclosing body has lost one of its free temporaries to the result of the inner body.
 void SlcTempPools::NoteTaken(SavedKind& outer, const SavedKind& inner)
 {
     if (inner.untouched >= outer.untouched)

@@ -5,24 +5,26 @@
 
 #include "icode/SlcLexType.h"
 
-/// Temporaries for reuse by kind: detail (varying or uniform) with type (float, point family,
-/// color). Each kind has those that are free and those in use; other types have no pool: matrices,
-/// strings, references, and flags, of which `SlcConditions` has lists.
+/// Pools of temporaries for reuse, one per kind: detail (varying or uniform) and type (float, point
+/// family, color). Each pool lists the free temporaries and those in use. Other types have no pool:
+/// matrices, strings, references, and flags, which `SlcConditions` recycles.
 ///
-/// Who makes a temporary enters it here; this class makes none.
+/// This class does not make temporaries; the code that makes one registers it here.
 class SlcTempPools {
 public:
-    /// A free temporary, which is then in use; null if there is none or the type has no pool.
-    [[nodiscard]] SlcOperand Take(const SlcTypeNode* type, const SlcDetailNode* detail);
-    /// Enters a new temporary as in use; does nothing for a type without a pool.
+    /// Returns a free temporary and marks it as in use; null if there is none or the type has no
+    /// pool.
+    [[nodiscard]] SlcOperand Acquire(const SlcTypeNode* type, const SlcDetailNode* detail);
+    /// Registers a new temporary as in use; does nothing for a type without a pool.
     void AddUsed(const SlcOperand& temporary);
-    /// Ends the life of all temporaries in use.
+    /// Frees all temporaries in use.
     void ReleaseUsed();
 
-    /// Before a function body: puts the temporaries in use out of its reach.
+    /// Call it before a function body: the body does not free the temporaries in use.
     void EnterBody();
-    /// Behind the body: the pools are as they were when it was entered, and `result` is in use if
-    /// it was one of the free ones. Costs what the body has taken, whatever the pools hold.
+    /// Call it after the body: restores the pools to their state at `EnterBody`, except that
+    /// `result` is in use if it was free then. The cost depends only on how many temporaries the
+    /// body used.
     void LeaveBody(const SlcOperand& result);
 
 private:
@@ -30,17 +32,17 @@ private:
         std::vector<SlcOperand> free;
         std::vector<SlcOperand> used;
     };
-    /// What brings a kind back to its state at the entry of a body.
+    /// What is needed to restore a pool to its state at `EnterBody`.
     struct SavedKind {
         std::vector<SlcOperand> used;
-        std::size_t untouched = 0;      // so many of the free ones have never been taken
-        std::vector<SlcOperand> taken;  // the other free ones, the first taken first
+        std::size_t untouched = 0;      // how many of the free ones the body never took
+        std::vector<SlcOperand> taken;  // the free ones that it took, in that order
     };
     using SavedKinds = std::array<SavedKind, 6>;
 
-    /// What `inner` has lost to its result, `outer` has lost too.
+    /// A free temporary that `inner` lost to its result is lost to `outer` as well.
     static void NoteTaken(SavedKind& outer, const SavedKind& inner);
-    /// Of the kind among `m_kinds`; `k_noPool` for a type without a pool.
+    /// The index in `m_kinds`; `k_noPool` for a type without a pool.
     [[nodiscard]] static std::size_t PlaceOf(const SlcTypeNode* type, const SlcDetailNode* detail);
 
     static constexpr std::size_t k_noPool = 6;

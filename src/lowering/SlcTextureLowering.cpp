@@ -1,10 +1,10 @@
-// Texture accesses: the footprint of each point, then one call with all parameters in place.
+// Lowers a texture access: first the footprint of each point, then one call with all parameters.
 //
 //     texture("a", s, t)      corners = patch around (s, t); r = CALL_TEXTURE "a" 0 corners ...
 //
-// The corners are those of the patch that a shading point covers, from its neighbours in the grid;
-// a call with all four gives them itself. Missing parameters have defaults, so that the primitive
-// has one form. A name or channel that varies has no whole-grid form.
+// The corners are those of the patch that a shading point covers, computed from its neighbours in
+// the grid, unless the call gives all four. Missing parameters get defaults, so that the primitive
+// has only one form. With a varying name or channel there is no whole-grid form.
 //
 // Tested by tests/golden/texture_forms.sl.
 
@@ -31,7 +31,7 @@ constexpr std::string_view k_ofTexture[] = {"fill", "lerp"};
 constexpr std::string_view k_ofEnvironment[] = {"lerp", "fill"};
 constexpr std::string_view k_ofShadow[] = {"bias"};
 
-/// Positional arguments end at the first name.
+/// Counts the arguments before the first parameter name.
 std::size_t CountPositional(const std::deque<SlcOperand>& args)
 {
     const auto name = std::find_if(args.begin() + k_nameAndChannel, args.end(),
@@ -75,7 +75,8 @@ std::deque<SlcOperand> SlcTextureLowering::TextureCorners(SlcTextureExprNode* no
         return FootprintOf(args[k_nameAndChannel], args[k_nameAndChannel + 1]);
     if (Hiddens::EntryNamed("s").Null() || Hiddens::EntryNamed("t").Null())
         m_errors->FatalError(node, "'s' or 't' is not available.");
-    return FootprintOf(m_context.OperandOf(Hiddens::EntryNamed("s")), m_context.OperandOf(Hiddens::EntryNamed("t")));
+    return FootprintOf(m_context.OperandOf(Hiddens::EntryNamed("s")),
+                       m_context.OperandOf(Hiddens::EntryNamed("t")));
 }
 
 std::deque<SlcOperand> SlcTextureLowering::FootprintOf(const SlcOperand& s, const SlcOperand& t)
@@ -135,7 +136,7 @@ void SlcTextureLowering::AppendParameters(std::deque<SlcOperand>& call,
         call.push_back(parameters.Get(key));
 }
 
-/// Places that the call leaves out repeat its last point.
+/// Missing points are filled with the last given point.
 void SlcTextureLowering::AppendSource(SlcTextureExprNode* node, std::deque<SlcOperand>& call,
                                       const std::deque<SlcOperand>& points)
 {
@@ -159,19 +160,20 @@ std::string SlcTextureLowering::PrimitiveOf(const SlcTextureExprNode* node, Sour
            (shaderType && shaderType->IsLight() ? "_LIGHT" : "");
 }
 
-/// The `corners` arguments behind the name and the channel are the footprint.
+/// The first `corners` arguments after the name and the channel are the footprint.
 SlcOperand SlcTextureLowering::GenAccessCall(SlcTextureExprNode* node, Source source,
                                              std::deque<SlcOperand> args, std::size_t corners)
 {
     SlcDetailNode* varying = SlcDetailNode::AVarying();
     const bool isColor = SlcLoweringContext::TypeOf(node)->IsColorType();
-    // One file and one channel serve the grid. Where nothing varies, one plain access does.
-    const bool suits = !SlcConditions::UniformIfAll(args)->IsUniform() && args[0]->IsUniform() &&
-                       args[1]->IsUniform();
-    const SlcGridForm form = suits ? m_conditions.GridForm() : SlcGridForm::Plain();
+    // The whole-grid form takes one file and one channel. If nothing varies, a single plain access
+    // is enough.
+    const bool canUseGrid = !SlcConditions::UniformIfAll(args)->IsUniform() &&
+                            args[0]->IsUniform() && args[1]->IsUniform();
+    const SlcGridForm form = canUseGrid ? m_conditions.GridForm() : SlcGridForm::Plain();
     if (form.simd)
         for (std::size_t i = 0; i < corners; ++i)
-            // Corners that the source gives may be uniform, and the form takes arrays.
+            // Corners given in the source may be uniform, but the whole-grid form takes arrays.
             args[k_nameAndChannel + i] = m_context.Widened(args[k_nameAndChannel + i]);
     const SlcOperand result =
         m_list.GetResultVar(node, isColor ? SlcTypeNode::AColor() : SlcTypeNode::AFloat(), varying);

@@ -11,43 +11,43 @@ class SlcShaderTypeNode;
 class SlcTextureExprNode;
 class SlcTextureParameters;
 
-/// Lowers a texture access: the footprint of each point, then one call with every parameter in its
-/// place.
+/// Lowers a texture access: computes the footprint of each point, then emits one call with all
+/// parameters in fixed positions.
 class SlcTextureLowering {
 public:
     explicit SlcTextureLowering(SlcLoweringContext& context) : m_context(context) {}
 
-    /// `args`: the name of the file, the channel, positional arguments, then names and values, each
-    /// evaluated. Gives the value, which varies.
+    /// `args` holds the evaluated arguments: file name, channel, positional arguments, then names
+    /// and values. Returns the value, which is varying.
     [[nodiscard]] SlcOperand Lower(SlcTextureExprNode* node, const std::deque<SlcOperand>& args);
 
     enum class Source { Point, Area };
-    /// The primitive of an access, without the suffix of a form. A shadow may come of an area; in
-    /// a light, shadows have primitives of their own. `shaderType` may be null.
+    /// The primitive of an access, without the suffix of its grid form. A shadow may be that of an
+    /// area light; shadows in a light shader have separate primitives. `shaderType` may be null.
     [[nodiscard]] static std::string PrimitiveOf(const SlcTextureExprNode* node, Source source,
                                                  const SlcShaderTypeNode* shaderType);
 
 private:
     [[nodiscard]] SlcOperand GenTextureAccess(SlcTextureExprNode* node,
                                               const std::deque<SlcOperand>& args);
-    /// `environment` and `shadow`, which look up a point or direction.
+    /// Lowers `environment` and `shadow`, which look up a point or direction.
     [[nodiscard]] SlcOperand GenPointAccess(SlcTextureExprNode* node,
                                             const std::deque<SlcOperand>& args);
-    /// Eight floats: as given, around the given s and t, or around the predefined ones.
-    /// `positional` counts the arguments in front of the first name.
+    /// Returns eight floats: the given corners, or the patch around the given or predefined s and
+    /// t. `positional` is the number of arguments before the first name.
     [[nodiscard]] std::deque<SlcOperand> TextureCorners(SlcTextureExprNode* node,
                                                         const std::deque<SlcOperand>& args,
                                                         std::size_t positional);
-    /// The corners of the patch that a point covers.
+    /// Computes the corners of the patch that a point covers.
     [[nodiscard]] std::deque<SlcOperand> FootprintOf(const SlcOperand& s, const SlcOperand& t);
     [[nodiscard]] std::deque<SlcOperand> FootprintOf(const SlcOperand& point);
-    /// The values of `keys`, in that order.
+    /// Appends the values of `keys`, in that order.
     static void AppendParameters(std::deque<SlcOperand>& call,
                                  const SlcTextureParameters& parameters,
                                  std::span<const std::string_view> keys);
     void AppendSource(SlcTextureExprNode* node, std::deque<SlcOperand>& call,
                       const std::deque<SlcOperand>& points);
-    /// Over the grid if that suits the arguments, else in a block.
+    /// Emits a whole-grid call if the arguments allow it, otherwise a call in a block.
     [[nodiscard]] SlcOperand GenAccessCall(SlcTextureExprNode* node, Source source,
                                            std::deque<SlcOperand> args, std::size_t corners);
 

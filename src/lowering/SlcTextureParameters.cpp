@@ -1,6 +1,6 @@
-// Names and values behind the positional arguments, on top of the defaults. `blur` and `width` set
-// both directions; of a name that is given twice the last value counts; "source" takes points up to
-// four instead of one value. Names that do not exist have been reported by the checks.
+// Reads the names and values after the positional arguments; they override the defaults. `blur` and
+// `width` set both directions; if a name is given twice, the last value counts; "source" takes up
+// to four points instead of one value. Semantic analysis has reported unknown names.
 //
 // Tested by tests/golden/texture_forms.sl.
 

@@ -7,18 +7,18 @@
 
 #include "icode/SlcLexType.h"
 
-/// The named parameters of a texture access, each with its default, as the call overrides them.
+/// The named parameters of a texture access: the defaults, overridden by the arguments of the call.
 ///
-/// The access primitive takes every parameter in a fixed place, so that a call names all of them.
+/// The access primitive has a fixed position for every parameter, so each call passes all of them.
 class SlcTextureParameters {
 public:
-    /// `args` holds names and values from `first` on. A name that no access knows has one value,
-    /// which is passed over.
+    /// `args` holds names and values from `first` on. An unknown name is skipped together with its
+    /// value.
     SlcTextureParameters(const std::deque<SlcOperand>& args, std::size_t first);
 
-    /// `key` without quotes, one of the parameters of accesses.
+    /// `key` is the name of a parameter, without quotes.
     [[nodiscard]] const SlcOperand& Get(std::string_view key) const;
-    /// The points that the light of an area shadow spans, at most four; empty for any other access.
+    /// The corner points of the light of an area shadow, at most four; empty for any other access.
     [[nodiscard]] const std::deque<SlcOperand>& GetSourcePoints() const { return m_sourcePoints; }
     [[nodiscard]] bool HasSource() const { return m_hasSource; }
 

@@ -1,13 +1,13 @@
-// Values as of the time when they were pushed.
+// Pops each value as it was at the time of its push.
 //
 //     y = x + (x = 2)        push x; [x = 2]; push x; pop, pop
 // becomes
 //     T = x; x = 2; y = T + x
 //
-// Each value bears the length of the list when it was pushed. Who pops one that can change looks
-// whether code behind that place has written it. The writes are noted only then, each instruction
-// once, since most values are temporaries and constants, which nothing writes while they wait.
-// Tested by tests/lowering/SlcValueStackTest.cpp.
+// Each value records the length of the list when it was pushed. When a value that can change is
+// popped, the stack checks whether later code has written it. Writes are recorded only then, each
+// instruction once, since most values are temporaries and constants, which are never written while
+// they are on the stack. Tested by tests/lowering/SlcValueStackTest.cpp.
 
 #include "lowering/SlcValueStack.h"
 
@@ -18,15 +18,15 @@
 
 namespace {
 
-/// Temporaries end in an underscore, declared locals in a number. Nothing assigns a temporary
-/// while its value is waiting.
+/// Names of temporaries end in an underscore, those of declared locals in a number. A temporary is
+/// never assigned while its value is on the stack.
 bool IsTemporary(const SlcLexType& operand)
 {
     return operand.GetStorage()->IsLocal() && operand.IsIdent() && operand.GetName().back() == '_';
 }
 
-/// A value that code can change under its reader: a variable, or a reference into an array. Whole
-/// arrays are passed by reference only.
+/// True for a value that may be overwritten before it is read: a variable, or a reference into an
+/// array. Whole arrays are passed only by reference.
 bool CanChange(const SlcLexType& operand)
 {
     if (operand.IsConst())
@@ -35,7 +35,7 @@ bool CanChange(const SlcLexType& operand)
     return type->IsArrayRefType() || (!type->IsArrayType() && !IsTemporary(operand));
 }
 
-/// Notes the operands that an instruction writes, as of the place behind it.
+/// Records the operands that an instruction writes, with the index after it.
 class NoteWritesOf : public SlcOperandWalker {
 public:
     NoteWritesOf(std::unordered_map<const SlcLexType*, std::size_t>& writes,
@@ -52,7 +52,7 @@ public:
 
 private:
     using SlcOperandWalker::Case;
-    // To refer to an element is not to write it.
+    // Making a reference does not write the element.
     void Case(SlcPtr<SlcArrayRefICode>) override {}
     void Read(SlcOperand&) override {}
     void Write(SlcOperand& operand) override
@@ -131,13 +131,13 @@ void SlcValueStack::NoteWrites()
         note.Visit(codes[m_noted], m_noted + 1);
 }
 
-/// The copy has its place in front of code that is there by now; it goes in with the others.
+/// The copy belongs before code that is already in the list; it is inserted later with the others.
 SlcOperand SlcValueStack::CopyAt(const SlcOperand& operand, std::size_t mark)
 {
     SlcTypeNode* type = operand->GetType();
     if (type->IsArrayRefType())
         type = static_cast<SlcArrayRefTypeNode*>(type)->GetElementType();
-    // No pooled one: a function expanded behind the mark may have used that already.
+    // Not from the pool: a function expanded after the mark may already have used that temporary.
     SlcOperand copy = m_list.MakeTempVar(type, operand->GetDetail());
 
     auto& codes = m_list.Codes();
@@ -148,7 +148,7 @@ SlcOperand SlcValueStack::CopyAt(const SlcOperand& operand, std::size_t mark)
     return copy;
 }
 
-/// All at once: each in its turn would move what stands behind it again.
+/// Inserts all copies in one pass, since each single insertion would move all later instructions.
 void SlcValueStack::InsertLateCopies()
 {
     if (m_lateCopies.empty())
@@ -174,7 +174,7 @@ void SlcValueStack::ForgetWrites()
 {
     InsertLateCopies();
     m_noted = m_list.Place();
-    // To clear a map costs its buckets, of which one long statement leaves many.
+    // Clearing a map costs time for all its buckets, and one long statement leaves many.
     if (!m_lastWrites.empty())
         m_lastWrites = {};
 }

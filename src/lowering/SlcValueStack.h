@@ -6,45 +6,46 @@
 
 #include "lowering/SlcConditions.h"
 
-/// The operands that expressions have left for their parents, each as it was when it was pushed.
+/// The stack of operands that expressions leave for their parents. Each pop returns the value at
+/// the time of the push.
 ///
-/// An operand is the variable itself, not its value: in `x + (x = 2)` the left side's is written
-/// before the sum reads it. Who pops it then gets a copy, made in front of the write.
+/// An operand is a variable, not its value: in `x + (x = 2)` the variable on the left side is
+/// written before the sum reads it. Popping it then returns a copy that is made before the write.
 class SlcValueStack {
 public:
-    /// Both outlive it.
+    /// Both must outlive this object.
     SlcValueStack(SlcListBuilder& list, SlcConditions& conditions)
         : m_list(list),
           m_conditions(conditions)
     {
     }
 
-    /// With a new list.
+    /// Call it for each new list.
     void Start();
-    /// Leaves a value for the parent, as it is at this place of the list.
+    /// Pushes a value as of the current end of the list.
     void Push(SlcOperand value);
-    /// The last value as it was when it was pushed. Costs next to nothing for temporaries and
-    /// constants; for a variable, the instructions since the last look at it.
+    /// Pops the last value as it was when it was pushed. Constant time for temporaries and
+    /// constants; for a variable, linear in the instructions since the last scan for writes.
     [[nodiscard]] SlcOperand Pop();
-    /// The last value for one who writes to it, such as an output argument: never a copy.
+    /// Pops the last value for writing, such as an output argument: never returns a copy.
     [[nodiscard]] SlcOperand PopReference();
-    /// The last value, which stays.
+    /// The last value, which stays on the stack.
     [[nodiscard]] const SlcOperand& Last() const { return m_values.back().operand; }
     [[nodiscard]] std::size_t Size() const { return m_values.size(); }
     [[nodiscard]] bool IsEmpty() const { return m_values.empty(); }
 
-    /// `operand` as it was at the place `mark` of the list, which lies behind the last
+    /// Returns `operand` as it was at the index `mark` of the list, which must be after the last
     /// `ForgetWrites`: a copy if it has been written since.
     [[nodiscard]] SlcOperand AsOf(const SlcOperand& operand, std::size_t mark);
-    /// The reference `ref` has been made for elements of `array`: to write it is to write the
-    /// array.
+    /// Notes that `ref` refers to elements of `array`, so that a write to `ref` counts as a write
+    /// to the array.
     void NoteReference(const SlcOperand& ref, const SlcOperand& array);
-    /// The array of a reference to an element; any other operand is its own variable.
+    /// The array that a reference refers to; any other operand itself.
     [[nodiscard]] SlcOperand VariableOf(const SlcOperand& operand) const;
 
-    /// No value or mark is waiting any more: copies go into the list, beside which they have stood
-    /// so that no place in it moved. References are remembered, since the formal of a function that
-    /// is being expanded may be one.
+    /// Call it when no value or mark is pending: inserts the copies into the list, which were kept
+    /// aside so that no index changed. References are kept, since the formal of a function being
+    /// expanded may be one.
     void ForgetWrites();
 
 private:
@@ -52,26 +53,26 @@ private:
         SlcOperand operand;
         std::size_t mark;  // length of the list when it was pushed
     };
-    /// Code that takes a copy of a value in time, with its place in the list as it is.
+    /// Code that copies a value before it is overwritten, with its index in the list.
     struct LateCopy {
         std::size_t mark;
         std::vector<SlcPtr<SlcICode>> codes;
     };
 
-    /// Code behind `mark` writes the operand, or the array that it refers to.
+    /// True if code after `mark` writes the operand, or the array that it refers to.
     [[nodiscard]] bool WrittenSince(const SlcOperand& operand, std::size_t mark);
-    /// A copy of the operand, made at the place `mark`.
+    /// Makes a copy of the operand at the index `mark`.
     [[nodiscard]] SlcOperand CopyAt(const SlcOperand& operand, std::size_t mark);
-    /// Of all code since the last look.
+    /// Notes the writes of all code since the last call.
     void NoteWrites();
-    /// Puts the copies into the list, each at its place.
+    /// Inserts the copies into the list, each at its index.
     void InsertLateCopies();
 
     SlcListBuilder& m_list;
     SlcConditions& m_conditions;
     std::vector<Value> m_values;
     std::vector<LateCopy> m_lateCopies;  // not yet in the list
-    // By operand, the place in the list behind its last write, for all code up to `m_noted`.
+    // By operand, the index after its last write, for all code up to `m_noted`.
     std::unordered_map<const SlcLexType*, std::size_t> m_lastWrites;
     std::size_t m_noted = 0;
     std::unordered_map<const SlcLexType*, SlcOperand> m_arrayOfRef;  // of element references

@@ -18,7 +18,7 @@ bool IsMark(SlcICode& code)
     return dynamic_cast<SlcInvisibleICode*>(&code) != nullptr;
 }
 
-/// The source as the parser wants it, with a line marker in front.
+/// Prefixes the source with the line marker that the parser needs.
 std::unique_ptr<FILE, int (*)(FILE*)> OpenText(const std::string& source)
 {
     std::unique_ptr<FILE, int (*)(FILE*)> file(std::tmpfile(), &std::fclose);

@@ -18,7 +18,7 @@ class LoweredShader {
 public:
     enum class Expected { Accepted, Refused };
 
-    /// `source` must be correct: a report fails the test that is running.
+    /// `source` must be correct: any report fails the current test.
     explicit LoweredShader(const std::string& source, SlcOptionsControl options = PlainOptions());
     LoweredShader(const std::string& source, SlcOptionsControl options, Expected expected);
     ~LoweredShader();
@@ -26,7 +26,7 @@ public:
     [[nodiscard]] bool IsAccepted() const { return m_accepted; }
     [[nodiscard]] SlcInterForm& Form() { return *m_form; }
     [[nodiscard]] SlcSyntaxNode* Root() { return m_root.get(); }
-    /// What has been reported.
+    /// The reports so far.
     [[nodiscard]] const std::string& Messages() const { return m_messages; }
 
 private:
@@ -45,7 +45,7 @@ private:
 [[nodiscard]] std::string LowerBody(const std::string& body,
                                     SlcOptionsControl options = PlainOptions());
 
-/// The body of a shader as for `LowerBody`, and the text of its list.
+/// Lowers the body of a shader like `LowerBody`, and returns the text of its list.
 struct LowerCase {
     const char* body;
     const char* code;

@@ -7,7 +7,7 @@
 #include "lowering/SlcLoweringContext.h"
 #include "support/reports/SlcSemanticError.h"
 
-/// A lowering without a tree: its list is made by hand.
+/// A lowering without a tree: tests build its list by hand.
 class LoweringParts {
 public:
     explicit LoweringParts(const SlcOptionsControl& options = PlainOptions()) : m_options(options)

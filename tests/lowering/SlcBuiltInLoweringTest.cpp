@@ -38,7 +38,7 @@ TEST(SlcGenBuiltIns, StandInABlockOfTheirDetail)
         {"setcomp(P, 0, w);", "{ SETCOMP(P, 0, w); }"},
         {"printf(\"%f\", k);", "{ PRINTF(\"%f\", k) counted; }"},
         {"o = min(w, k, 1, 2);", "{ t0 = MIN_1D(w, k, 1, 2) counted; } { o = t0; }"},
-        // The value is a float still when the declaration promotes it.
+        // The value is still a float when the declaration promotes it.
         {"uniform color c = sqrt(k);", "t0 = SQRT(k); c_1 = t0;"},
     };
     ExpectCode(cases);
@@ -48,7 +48,8 @@ TEST(SlcGenBuiltIns, CastArgumentsToTheirFormals)
 {
     static const LowerCase cases[] = {
         {"o = length(w);", "{ t0 = w; } { t1 = LENGTH(t0); } { o = t1; }"},
-        // Those of a tail to the type of the part that takes them, not to the last fixed one.
+        // Arguments of a tail are cast to the type of their part, not to that of the last fixed
+        // formal.
         {"o = occlusion(P, N, 16, \"axis\", k);",
          "t0 = k; { t1 = OCCLUSION(P, N, 16, -1, 0, 0, 0, t0, #0); } { o = t1; }"},
         {"color c = spline(w, 1, 2, (1, 0, 0), 4);",
@@ -74,7 +75,7 @@ TEST(SlcGenBuiltIns, RunForTheWholeGridIfTheirArgumentsSuitIt)
         {"o = sin(w);", "{ o = SIN(w); }"},
         {"o = random();", "o = RANDOM_FLOAT() simd;"},
         {"uniform float x = random();", "t0 = RANDOM_FLOAT(); x_1 = t0;"},
-        // A call for its effect only has no such form.
+        // A void call has no whole-grid form.
         {"float a; float b; fresnel(I, N, 1.5, a, b);", "{ FRESNEL5(I, N, 1.5, a_1, b_1); }"},
     };
     ExpectCode(cases, InPlaceOptions());
@@ -88,7 +89,7 @@ TEST(SlcGenBuiltIns, AreLimitedToTheFlagOfAVaryingCondition)
         {"if (w > 1 && noise(P) > w) o = 1;",
          "{ f0 = w > 1; } u0 = any f0; t0 = NOISE_FLOAT_3D(P) simd at f0; { f0?( f0 = t0 > w; ) } "
          "u1 = any f0; { f0?( o = 1; ) }"},
-        // Beside a uniform left side no varying flag marks the points.
+        // With a uniform left side no varying flag marks the points.
         {"if (w > 1) { if (k > 1 || noise(P) > w) o = 1; }",
          "{ f0 = w > 1; } u0 = any f0; u0?( u1 = k > 1; ) { !u1?( t0 = NOISE_FLOAT_3D(P); ) } { "
          "u1?( f1 = u1; ) } { !u1?( f1 = t0 > w; ) } { !f0?( f1 = false; ) } u2 = any f1; { f1?( o "
@@ -97,7 +98,7 @@ TEST(SlcGenBuiltIns, AreLimitedToTheFlagOfAVaryingCondition)
     ExpectCode(cases, InPlaceOptions());
 }
 
-TEST(SlcGenBuiltIns, WidenUniformArgumentsIfToldTo)
+TEST(SlcGenBuiltIns, WidenUniformArgumentsIfTheOptionIsSet)
 {
     static const LowerCase cases[] = {
         {"o = mix(w, k, 1);", "{ t0 = k; } t1 = MIX_1D(w, t0, 1) simd; o <- t1;"},
@@ -115,7 +116,7 @@ TEST(SlcGenBuiltIns, FillTheNamedTailOfAFixedArgumentList)
          "t0 = OCCLUSION(P, N, 16, -1, 0.1, 2, 0, #0, #0) simd; o <- t0;"},
         {"vector e; o = occlusion(P, N, \"environmentdir\", e);",
          "t0 = OCCLUSION(P, N, 0, -1, 0, 0, 0, #0, e_1) simd; o <- t0;"},
-        // An output that is left out has nothing that could be written.
+        // An output that is left out is not written.
         {"color c = indirectdiffuse(P, N, 4, \"environmentmap\", \"sky\");",
          "t0 = INDIRECTDIFFUSE(P, N, 4, -1, 0, 0, 0, \"sky\", #0, #0, #0) simd; { c_1 = t0; }"},
         {"color c = indirectdiffuse(P, N, \"occlusion\", o);",
@@ -137,7 +138,7 @@ TEST(SlcGenBuiltIns, LookAtNeighboursOnlyForTheWholeGrid)
         {"N = calculatenormal(P);", "t0 = CALCULATENORMAL(P, du, dv) simd; { N = t0; }"},
         {"if (w > 1) o = area(P);",
          "{ f0 = w > 1; } u0 = any f0; t0 = AREA(P) simd at f0; { f0?( o = t0; ) }"},
-        // No number exists for the form under a flag that must be false.
+        // There is no instruction for the form under a flag that must be false.
         {"if (w > 1) { if (k > 1 || Du(w) > 1) o = 1; }",
          "{ f0 = w > 1; } u0 = any f0; u0?( u1 = k > 1; ) t0 = DU_FLOAT(w, du) simd; { u1?( f1 = "
          "u1; ) } { !u1?( f1 = t0 > 1; ) } { !f0?( f1 = false; ) } u2 = any f1; { f1?( o = 1; ) }"},
@@ -222,7 +223,7 @@ TEST(SlcGenBuiltIns, TellMessageFunctionsWhatTheyWriteTo)
         // An element for each point is copied in and out.
         {"float x[3]; option(\"x\", x[v]);", "{ t0 = &x_1[v]; t1 = t0; } t2 = OPTION(\"x\", t1, 1, "
                                              "1, 1) simd; { t3 = &x_1[v]; t3 = t1; }"},
-        // The answer must not share its place with the result.
+        // The answer and the result must not share a variable.
         {"uniform float x; x = option(\"x\", x);", "t0 = OPTION(\"x\", x_1, 0, 1, 1); x_1 = t0;"},
     };
     ExpectCode(cases, InPlaceOptions());
@@ -264,7 +265,7 @@ TEST(SlcGenBuiltIns, LookAtTheLightsOfP)
     EXPECT_EQ(LowerShader("surface t() { Ci = diffuse(N) + ambient(); }", InPlaceOptions()),
               outputs + "evaluate_lights(); t0 = DIFFUSE(N) simd; evaluate_lights(); t1 = "
                         "AMBIENT() simd; { Ci = t0 + t1; }");
-    // They are stale once P has been written, by whatever means.
+    // The lights are stale once P has been written in any way.
     EXPECT_EQ(LowerShader("surface t() { P += N; setxcomp(P, 1); setxcomp(N, 1); }"),
               outputs + "{ P = P + N; } forget_lights(); { SETXCOMP(P, 1); } forget_lights(); { "
                         "SETXCOMP(N, 1); }");
@@ -278,7 +279,7 @@ TEST(SlcGenBuiltIns, VaryWithArgumentsThatStandInVaryingTemporaries)
               "t0 = 2; { t1 = SQRT(t0); } { t2 = ABS(t1); } { a_1 = t2; }");
 }
 
-/// A row with a name that no built-in has would leave that built-in with a plain call.
+/// A misspelled name in a row would leave the built-in with a plain call.
 TEST(SlcBuiltInLowering, KnowsOnlyPrimitivesOfTheLibrary)
 {
     std::vector<std::string> library;

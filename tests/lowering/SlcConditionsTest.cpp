@@ -48,7 +48,7 @@ TEST_F(ConditionsTest, LimitAFormForTheWholeGridOnlyWhereAFlagCan)
     EXPECT_EQ(m_conditions.GridForm(), SlcGridForm::Plain());  // the flag must be false
     m_conditions.EndParallelIfNotCurrentCond();
     m_conditions.BeginAssignIfTrue(m_uniform, m_uniform);
-    EXPECT_EQ(m_conditions.GridForm(), SlcGridForm::Plain());  // the flag is one for all points
+    EXPECT_EQ(m_conditions.GridForm(), SlcGridForm::Plain());  // the flag is uniform
     m_conditions.EndAssignIfTrue();
     m_conditions.LeaveCondition();
 }
@@ -56,7 +56,7 @@ TEST_F(ConditionsTest, LimitAFormForTheWholeGridOnlyWhereAFlagCan)
 TEST_F(ConditionsTest, ClearAFlagOutsideTheConditionThatItWasMadeUnder)
 {
     const SlcOperand inner = Flag("H_1", SlcDetailNode::AVarying());
-    m_conditions.ClearOutsideCondition(inner);  // under none there is no outside
+    m_conditions.ClearOutsideCondition(inner);  // without a condition there is no outside
     m_conditions.EnterCondition(m_flag, m_uniform);
     m_conditions.ClearOutsideCondition(m_flag);
     m_conditions.ClearOutsideCondition(inner);

@@ -42,7 +42,7 @@ TEST_F(ElementsTest, WriteBackOnlyWhatIsRemembered)
     EXPECT_EQ(m_parts.Text(), "{ t0 = &w_1[i_1]; t1 = t0; }");
 }
 
-/// An element that went straight into the target of an assignment is no copy of that target.
+/// An element that was read directly into the target of an assignment is not a copy to write back.
 TEST(SlcElements, LeaveTheTargetOfAnAssignmentAlone)
 {
     static const LowerCase cases[] = {

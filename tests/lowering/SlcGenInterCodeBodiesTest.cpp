@@ -42,7 +42,7 @@ TEST(SlcGenBodies, IsALoopOfOneTripIfPointsReturnEarly)
     ExpectCode(cases);
 }
 
-TEST(SlcGenBodies, GivesZeroWithoutAReturn)
+TEST(SlcGenBodies, ReturnsZeroWithoutAReturn)
 {
     static const LowerCase cases[] = {
         {"float f() { o = 1; } o = f();", "{ o = 1; } t0 = 0; { o = t0; }"},

@@ -38,12 +38,12 @@ TEST(SlcGenCalls, ExpandAFunctionAtEachCall)
         {"void f() { } float g() { f(); return 1; }", "f(); float x = g();", "{ x_4 = 1; }"},
         {"float f(float a) { float b = a; return b; b = 2; }", "float x = f(u);",
          "{ b_3 = u; } { x_1 = b_3; }"},
-        // A value of another type becomes one of the function's.
+        // A value of another type is converted to the function's type.
         {"color f() { return 1; }", "uniform float x = f() . f();",
          "t0 = 1; t1 = 1; t2 = t0 . t1; x_1 = t2;"},
         {"float f() { return 1; }", "uniform color x = f();", "x_1 = 1;"},
         {"float f() { }", "color x = f();", "t0 = 0; { x_1 = t0; }"},
-        // Variables of one name stay apart.
+        // Variables with the same name are distinct.
         {"float f(float a) { float b = a; return b; }", "float x = f(u); float b = x;",
          "{ b_3 = u; } { x_1 = b_3; } { b_4 = x_1; }"},
         {"float f(float a) { }", "float x = f(u);", "t0 = 0; { x_1 = t0; }"},
@@ -62,13 +62,13 @@ TEST(SlcGenCalls, LetAFormalStandForItsArgument)
         {"color f(color a) { return a; }", "color x = f(u); x = f((1, 0, 0));",
          "{ t0 = u; } { x_1 = t0; } t1 = point(1, 0, 0); t2 = t1; { x_1 = t2; }"},
         {"float f(vector a) { return a . a; }", "float x = f(N);", "{ t0 = N . N; } { x_1 = t0; }"},
-        // An array without a length has that of its argument.
+        // An array without a length takes the length of its argument.
         {"float f(float a[]) { return a[1]; }", "float x[2]; float y = f(x);",
          "t0 = &x_1[1]; { y_1 = t0; }"},
-        // What an argument was when it was read.
+        // An argument keeps the value that it had when it was read.
         {"float f(float a; float b) { return a + b; }", "float x; float y = f(x, x = 2);",
          "{ t0 = x_1; } { x_1 = 2; } { t1 = t0 + x_1; } { y_1 = t1; }"},
-        // An element is written through another reference, statements after it was bound.
+        // An element is written through another reference, several statements after it was bound.
         {"",
          "float x[2]; float f(float a) { float y = 1; return a + (x[1] = 5); } float z = f(x[1]);",
          "t0 = &x_1[1]; { y_3 = 1; } { t1 = t0; } t2 = &x_1[1]; { t2 = 5; } { t3 = t1 + t2; } { "
@@ -109,7 +109,8 @@ TEST(SlcGenCalls, ReachTheVariablesAroundAFunction)
 TEST(SlcGenCalls, KeepTheTemporariesOfTheExpressionAround)
 {
     static const CallCase cases[] = {
-        // The statements of the body release theirs, but not the product in front of the call.
+        // The statements of the body release their temporaries, but not the product before the
+        // call.
         {"float f(float a) { float b = a + 1; b = b * b + a; return b * 2; }",
          "float x; x = u * v + x; float y = u * v + f(u);",
          "{ t0 = u * v; } { t1 = t0 + x_1; } { x_1 = t1; } { t1 = u * v; } { t0 = u + 1; } { b_3 = "
@@ -126,7 +127,7 @@ TEST(SlcGenCalls, KeepTheTemporariesOfTheExpressionAround)
     ExpectCalls(cases, options);
 }
 
-/// n functions of which each calls the one before it `calls` times.
+/// n functions, each of which calls the previous one `calls` times.
 std::string Chain(int n, int calls)
 {
     std::string functions = "float f0(float x) { return x + 1; } ";
@@ -149,7 +150,7 @@ TEST(SlcGenCalls, RefuseAnExpansionThatGrowsTooLarge)
     EXPECT_EQ(RefusalOf(Chain(200, 3)),
               "test.sl:1: ERROR: Expansion of function 'f199' is too large\n")
         << "the count of operations has no room for them";
-    // Without instructions it takes time all the same: 14 calls and the one of the shader.
+    // Functions without instructions also count: 14 calls and the one in the shader.
     const std::string empty = "void f0() { } void f1() { f0(); f0(); } void f2() { f1(); f1(); } "
                               "void f3() { f2(); f2(); } displacement t() { f3(); }";
     options.m_mostOperations = 15;
@@ -205,7 +206,7 @@ TEST(SlcGenCalls, NestTenThousandLevels)
     EXPECT_NE(LowerShader(Chain(10000, 1)), "refused");
 }
 
-/// Shadeop calls are built by hand, for want of a library.
+/// Shadeop calls are built by hand, since there is no library.
 class ShadeopTest : public testing::Test {
 protected:
     /// The code of "r = mix(arguments)" where each argument is a variable of these.
@@ -270,7 +271,7 @@ TEST_F(ShadeopTest, IsCalledInABlockOfItsDetail)
               "{ t0 = x; } { t1 = shadeop(\"lib_so\", \"mix\", t0); }");
 }
 
-TEST_F(ShadeopTest, TakesEachVaryingArrayConvertedOnce)
+TEST_F(ShadeopTest, ConvertsEachVaryingArrayOnce)
 {
     SlcTypeNode* type = SlcTypeNode::CreateArrayType(SlcTypeNode::AFloat(), 2);
     const auto a = Variable("a", type, SlcDetailNode::AVarying());

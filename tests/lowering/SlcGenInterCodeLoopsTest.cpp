@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(SlcGenLoops, TestsInFrontOfEachRound)
+TEST(SlcGenLoops, TestsBeforeEachIteration)
 {
     static const LowerCase cases[] = {
         {"while (k < 1) o = 1;",
@@ -31,7 +31,7 @@ TEST(SlcGenLoops, TestsInFrontOfEachRound)
     ExpectCode(cases);
 }
 
-TEST(SlcGenLoops, TestsAgainBehindTheBodyForCodeMotion)
+TEST(SlcGenLoops, TestsAgainAfterTheBodyForCodeMotion)
 {
     static const LowerCase cases[] = {
         {"while (k < 1) o = 1;", "{ f0 = true; } u0 = k < 1; !u0? goto L0; L1: { o = 1; } u1 = k < "

@@ -43,7 +43,7 @@ TEST(SlcGenRelations, RunsTheRightSideWhereTheLeftHasNotDecided)
     ExpectCode(cases);
 }
 
-TEST(SlcGenRelations, KeepsFlagsFalseOutsideTheConditionAroundThem)
+TEST(SlcGenRelations, KeepsFlagsFalseOutsideTheirCondition)
 {
     static const LowerCase cases[] = {
         {"if (w < 1) { if (u < 1) o = 1; }",
@@ -66,7 +66,7 @@ TEST(SlcGenRelations, KeepsFlagsFalseOutsideTheConditionAroundThem)
     ExpectCode(cases);
 }
 
-TEST(SlcGenRelations, PutsTheValueRightBesideAUniformLeftSide)
+TEST(SlcGenRelations, CorrectsTheValueForAUniformLeftSide)
 {
     static const LowerCase cases[] = {
         {"if (k < 1 && k < 2) o = 1;",

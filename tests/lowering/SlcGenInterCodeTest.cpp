@@ -144,7 +144,7 @@ TEST(SlcGenInterCode, ReadsAVariableBeforeALaterPartOfTheExpressionChangesIt)
     ExpectCode(cases);
 }
 
-TEST(SlcGenInterCode, GivesTheOutputsAValueFirst)
+TEST(SlcGenInterCode, InitializesTheOutputsFirst)
 {
     LoweredShader surface("surface s() {}");
     EXPECT_EQ(ToText(*surface.Form().m_mainList),

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// A fact of each parameter in turn.
+/// One fact of each parameter, in order.
 std::string OfEach(LoweredShader& shader, bool SlcParameterInfo::*fact)
 {
     std::string text;
@@ -64,14 +64,14 @@ TEST(SlcInterForm, KnowsThatAFunctionInADefaultValueNeedsObjectSpace)
     EXPECT_EQ(OfEach(shader, &SlcParameterInfo::needsObjectSpace), "yes no no");
 }
 
-TEST(SlcInterForm, HandsContextDownToLaterParameters)
+TEST(SlcInterForm, PropagatesContextToLaterParameters)
 {
     LoweredShader shader("surface s(varying float a = u; varying float b = a; float c = 1; "
                          "float d = c) {}");
     EXPECT_EQ(OfEach(shader, &SlcParameterInfo::initDependsOnContext), "yes yes no no");
 }
 
-TEST(SlcInterForm, InitializesParametersByListsOfTheirOwn)
+TEST(SlcInterForm, InitializesEachParameterByASeparateList)
 {
     struct InitCase {
         const char* formal;
@@ -86,7 +86,7 @@ TEST(SlcInterForm, InitializesParametersByListsOfTheirOwn)
         {"varying color c = u", "{ t0 = u; }"},
         {"float a[2] = {4, 5}; float[2.] b = a", ""},
         {"float a[1] = {4}; color[2.] b = a", "t0 = &a[0]; t1 = &t2[0]; t1 = t0;"},
-        // An element is copied: a reference is no value that a parameter could take.
+        // An element is copied, since a parameter cannot be initialized from a reference.
         {"float a[1] = {4}; float b = a[0]", "t0 = &a[0]; t1 = t0;"},
         {"varying float a[1] = {4}; varying color b = a[0]", "t0 = &a[0]; { t1 = t0; }"},
     };
@@ -119,7 +119,7 @@ private:
 };
 
 // The byte-code writer numbers the constants of each list in the operands themselves.
-TEST(SlcInterForm, GivesEachListConstantsOfItsOwn)
+TEST(SlcInterForm, MakesSeparateConstantsForEachList)
 {
     LoweredShader shader("surface s(varying float a = occlusion(P, N, 1);) {"
                          "Ci = occlusion(P, N, 1); }");

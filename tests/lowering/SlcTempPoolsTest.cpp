@@ -12,15 +12,18 @@ SlcOperand Temporary(const char* name)
 
 class PoolsTest : public testing::Test {
 protected:
-    /// Names of the free ones, in the order in which they are taken; leaves them in use.
+    /// Takes all free temporaries and returns their names in that order.
     std::string TakeAll()
     {
         std::string names;
-        while (const SlcOperand taken = Take())
+        while (const SlcOperand taken = Acquire())
             names += taken->GetName();
         return names;
     }
-    SlcOperand Take() { return m_pools.Take(SlcTypeNode::AFloat(), SlcDetailNode::AVarying()); }
+    SlcOperand Acquire()
+    {
+        return m_pools.Acquire(SlcTypeNode::AFloat(), SlcDetailNode::AVarying());
+    }
 
     SlcTempPools m_pools;
     SlcOperand m_a = Temporary("a");
@@ -41,16 +44,16 @@ TEST_F(PoolsTest, KeepABodyFromReleasingWhatItsCallerUses)
     EXPECT_EQ(TakeAll(), "a");
 }
 
-TEST_F(PoolsTest, AreBehindABodyAsInFrontOfIt)
+TEST_F(PoolsTest, AreRestoredAfterABody)
 {
     for (const SlcOperand& temporary : {m_a, m_b, m_c})
         m_pools.AddUsed(temporary);
     m_pools.ReleaseUsed();
     m_pools.EnterBody();
-    EXPECT_EQ(Take(), m_c);
-    EXPECT_EQ(Take(), m_b);
+    EXPECT_EQ(Acquire(), m_c);
+    EXPECT_EQ(Acquire(), m_b);
     m_pools.ReleaseUsed();
-    EXPECT_EQ(Take(), m_b);
+    EXPECT_EQ(Acquire(), m_b);
     m_pools.LeaveBody(nullptr);
     EXPECT_EQ(TakeAll(), "cba");
 }
@@ -60,10 +63,10 @@ TEST_F(PoolsTest, KeepTheResultOfABodyInUse)
     for (const SlcOperand& temporary : {m_a, m_b, m_c})
         m_pools.AddUsed(temporary);
     m_pools.ReleaseUsed();
-    m_pools.EnterBody();  // the outer body learns what the inner one has kept
+    m_pools.EnterBody();  // the outer body must record what the inner one has kept
     m_pools.EnterBody();
-    EXPECT_EQ(Take(), m_c);
-    const SlcOperand inner = Take();
+    EXPECT_EQ(Acquire(), m_c);
+    const SlcOperand inner = Acquire();
     m_pools.LeaveBody(inner);
     EXPECT_EQ(TakeAll(), "ca");
     m_pools.LeaveBody(nullptr);

@@ -15,7 +15,7 @@ protected:
     SlcOperand m_y = LoweringParts::Variable("y_1");
 };
 
-TEST_F(ValueStackTest, GivesAValueThatIsWrittenMeanwhileAsACopyMadeInTime)
+TEST_F(ValueStackTest, PopsACopyOfAValueThatWasOverwritten)
 {
     m_parts.Assign(m_x, 1);
     m_values.Push(m_x);
@@ -25,13 +25,14 @@ TEST_F(ValueStackTest, GivesAValueThatIsWrittenMeanwhileAsACopyMadeInTime)
     EXPECT_EQ(m_parts.Text(), "{ x_1 = 1; } { t0 = x_1; } { y_1 = 2; } { x_1 = 3; }");
 }
 
-TEST_F(ValueStackTest, GivesOthersAsTheyAre)
+TEST_F(ValueStackTest, PopsOtherValuesUnchanged)
 {
     const SlcOperand temporary = LoweringParts::Variable("T7_");
     for (const SlcOperand& value : {m_x, temporary})
         m_values.Push(value);
     m_parts.Assign(m_y, 1);
-    m_parts.Assign(temporary, 2);  // nothing assigns one that waits; it is not looked at
+    m_parts.Assign(temporary,
+                   2);  // temporaries on the stack are never assigned, so it is not checked
     EXPECT_EQ(m_values.Pop(), temporary);
     EXPECT_EQ(m_values.Pop(), m_x);
 
