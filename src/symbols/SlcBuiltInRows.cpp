@@ -1,4 +1,4 @@
-// The library of the language, one overload a row. To add a built-in is to add a row.
+// The library of the language, one overload per row. To add a built-in, add a row.
 
 #include <algorithm>
 #include <array>
@@ -10,9 +10,9 @@
 // Columns: name, return type, number of arguments, argument types, detail rule, inline detail
 // rule, primitive, order-sensitive, foldable, whole-grid form with a detail for each argument.
 //
-// The result of rule 0 is uniform if all arguments are, of rule 1 always varying, of rule 2 always
-// uniform. The inline rules that go with them are 0, 1 and 7; those of functions that write to
-// their arguments stand in semantics/SlcBuiltInDetailRules.cpp.
+// By rule 0 the result is uniform if all arguments are, by rule 1 always varying, by rule 2 always
+// uniform. The corresponding inline rules are 0, 1 and 7; the rules for functions that write to
+// their arguments are in semantics/SlcBuiltInDetailRules.cpp.
 constexpr const char* const SlcFuncDescription::sm_funcInfoString[] = {
     "radians float 1 float 0 0 CALL_PRIM_RADIANS 0 1 nosimd",
     "degrees float 1 float 0 0 CALL_PRIM_DEGREES 0 1 nosimd",
@@ -173,7 +173,7 @@ constexpr const char* const SlcFuncDescription::sm_funcInfoString[] = {
     nullptr,
 };
 
-// The same with the variable tail of arguments behind the fixed ones.
+// The same columns, with a variable tail of arguments after the fixed ones.
 constexpr const char* const SlcFuncDescription::sm_varArgsFuncInfoString[] = {
     "spline float 5 float float float float float float* 0 0 CALL_PRIM_SPLINE_1D 0 0 nosimd",
     "spline color 5 float color color color color color* 0 0 CALL_PRIM_SPLINE_3D 0 0 nosimd",
@@ -200,7 +200,7 @@ constexpr const char* const SlcFuncDescription::sm_varArgsFuncInfoString[] = {
 
 namespace {
 
-/// All rows in the order of their names, those of one name in the order of the tables.
+/// All rows sorted by name; rows with the same name keep the order of the tables.
 constexpr auto k_rowsByName = [] {
     using Description = SlcFuncDescription;
     std::array<Description::NamedRow, std::size(Description::sm_funcInfoString) +
@@ -215,7 +215,7 @@ constexpr auto k_rowsByName = [] {
         add(*row, false);
     for (const char* const* row = Description::sm_varArgsFuncInfoString; *row; ++row)
         add(*row, true);
-    // Not std::sort, which would mix the rows of a name.
+    // Not std::sort, which is not stable.
     for (auto row = rows.begin(); row != rows.end(); ++row) {
         const auto place = std::upper_bound(rows.begin(), row, *row,
                                             [](auto& a, auto& b) { return a.name < b.name; });

@@ -1,6 +1,7 @@
-// A shader calls a dozen of the library's functions. So the outermost scope is empty at first, and
-// makes the entries of a name when that is first looked up, or defined anew, which must meet the
-// built-ins of its name: to make them all would take longer than to compile a small shader.
+// A shader calls only a dozen of the library's functions, and making all entries would take longer
+// than compiling a small shader. So the outermost scope is empty at first. It makes the entries of
+// a name when the name is first looked up, or redefined, since a redefinition must see the
+// built-ins of its name.
 //
 // Tested by tests/symbols/SlcShaderSymbolTableTest.cpp.
 
@@ -47,7 +48,7 @@ SlcFuncSignature SignatureOf(SlcFuncDescription::FuncInfo& info, const SlcDetail
     return signature;
 }
 
-/// The outermost scope: it makes the entries of a built-in when its name is first asked for.
+/// The outermost scope. It makes the entries of a built-in when its name is first looked up.
 class BuiltInScope : public SlcSymbolScope {
 public:
     explicit BuiltInScope(const SlcDetailRules& rules)
@@ -69,7 +70,7 @@ public:
     }
 
 private:
-    /// A name that has entries already has those of its rows among them.
+    /// If a name already has entries, they include those of its rows.
     void MakeBuiltIns(std::string_view name)
     {
         if (SlcSymbolScope::Find(name))

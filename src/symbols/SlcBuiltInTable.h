@@ -4,14 +4,14 @@
 
 #include "symbols/SlcSymbolTable.h"
 
-/// The rules that give the detail of a call, by the numbers that the rows of the library carry: as
-/// written, and for a call that is being evaluated. The rules live in `semantics`, which hands them
-/// in.
+/// The rules that compute the detail of a call, indexed by the numbers in the rows of the library:
+/// for the call as written, and for a call in a function body that is being evaluated. The rules
+/// are in `semantics`, which passes them in.
 struct SlcDetailRules {
     std::array<SlcCheckDetailProc, 3> checkDetail;
     std::array<SlcCheckInlineDetailProc, 9> checkInlineDetail;
 };
 
-/// A new table with the whole library of the language and the variable `PI`: the outermost scope
-/// of every compile. Its entries are made as they are looked up, since few shaders use many.
+/// Makes a table with the whole library of the language and the variable `PI`: the outermost scope
+/// of every compilation. Entries are made on first look-up, since a shader uses few of them.
 [[nodiscard]] SlcPtr<SlcSymbolTable> SlcBuiltInTable(const SlcDetailRules& rules);

@@ -1,5 +1,5 @@
-// The one answer to what a function wants of an argument, for the checks, which see calls of the
-// source, and for the passes, which see instructions.
+// The only place that computes what a function requires of an argument. Semantic analysis asks
+// about calls in the source, passes ask about instructions.
 //
 //     occlusion(P, N, "bias", 2)             what the source calls with: P, N, a name, a value
 //     CALL_PRIM_OCCLUSION P N 0 -1 2 ...     each value of the tail in its place
@@ -14,8 +14,8 @@
 
 namespace {
 
-/// `unpack` writes into all its arguments but the first, though the row of the language's own table
-/// calls them inputs. The one place that knows it.
+/// `unpack` writes all its arguments except the first, although its row in the language's table
+/// declares them as inputs. Only this function knows that.
 bool IsUnpackResult(const SlcFuncSymbolEntry& entry, std::size_t position)
 {
     return position >= 1 && entry.GetCName() && entry.GetCName()->GetName() == "CALL_PRIM_UNPACK";
@@ -31,7 +31,7 @@ SlcCallFormal FormalOf(SlcFuncVarArgLeaf* leaf)
 {
     if (auto* value = dynamic_cast<SlcFuncVarArgSingle*>(leaf))
         return {value->GetType(), value->GetDetail(), value->GetStorage()->IsOutput(), value};
-    // The name of a pair; or null, for what only the function itself can judge.
+    // The leaf is the name of a pair, or null if only the function itself can check the argument.
     return {SlcTypeNode::AAnyType(), leaf ? leaf->GetDetail() : SlcDetailNode::AUnknown(), false};
 }
 

@@ -1,6 +1,6 @@
-// A shadeop as a function: all arguments are varying inputs, since the declaration says no more.
-// Its library becomes part of identifiers in generated C++, so that every character of the file
-// name that no identifier holds is written as its code: "a-b.so" is "a_2d_b_so".
+// All arguments of a shadeop are varying inputs, since the declaration does not say more. The name
+// of the library becomes part of identifiers in generated C++, so every character that is not valid
+// there is written as its code: "a-b.so" becomes "a_2d_b_so".
 //
 // Tested by tests/symbols/SlcShadeopLoaderTest.cpp.
 
@@ -13,7 +13,7 @@ bool IsLetterOrDigit(char c)
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
 }
 
-/// Characters of `kept`, letters and digits stay.
+/// Keeps letters, digits and the characters in `kept`.
 std::string EncodedForC(std::string_view text, std::string_view kept)
 {
     constexpr const char* digits = "0123456789abcdef";
@@ -75,6 +75,6 @@ std::string SlcFuncDSOSymbolEntry::FileNameAsCId(std::string_view name)
     const std::size_t dot = name.rfind('.');
     if (dot == std::string_view::npos)
         return EncodedForC(name, "");
-    // Most extensions are part of an identifier as they are, but a backup copy may end in ".so~".
+    // Most extensions are valid in an identifier, but a backup copy may end in ".so~".
     return EncodedForC(name.substr(0, dot), "") + '_' + EncodedForC(name.substr(dot + 1), "_");
 }

@@ -7,56 +7,56 @@
 
 #include "symbols/SlcFuncSymbolEntry.h"
 
-/// What a shadeop's record and its library say beyond the signature.
+/// The parts of a shadeop's record and its library besides the signature.
 struct SlcShadeopInfo {
     SlcIdentNode* methodName = nullptr;  // plain name, shared by the overloads
     SlcIdentNode* init = nullptr;        // function that prepares the shadeop; may be empty
     SlcIdentNode* cleanup = nullptr;     // function that ends it; may be empty
     std::string libraryPath;
     std::string libraryBaseName;   // file name of the library up to its last "."
-    std::string libraryExtension;  // behind the last "."
+    std::string libraryExtension;  // after the last "."
     std::string key;               // identifies the library in generated code
 };
 
-/// One record of a library's table: what it declares, and the functions that it names.
+/// One record of a library's table: the declaration, and the functions that it names.
 struct SlcShadeopDeclaration {
     SlcTypeNode* returnType = nullptr;
     std::vector<SlcTypeNode*> argTypes;
-    SlcIdentNode* uniqueName = nullptr;  // tells the overloads apart within a compile
+    SlcIdentNode* uniqueName = nullptr;  // distinguishes the overloads within a compilation
     SlcIdentNode* methodName = nullptr;
     SlcIdentNode* init = nullptr;
     SlcIdentNode* cleanup = nullptr;
 };
 
-/// The rules of detail that hold for every shadeop; they live in `semantics`, which hands them in.
+/// The detail rules of all shadeops. They are in `semantics`, which passes them in.
 struct SlcShadeopRules {
     SlcCheckDetailProc checkDetail;
     SlcCheckInlineDetailProc checkInlineDetail;
 };
 
-/// A function that a shared library supplies; its C name is unique among overloads.
+/// A function from a shared library; its C name is unique among overloads.
 class SlcFuncDSOSymbolEntry : public SlcFuncSymbolEntry {
 public:
-    /// The entry of a declaration that the library at that path gives. Every argument takes
-    /// uniform and varying values, and none is output.
+    /// Makes the entry of a declaration in the library at `libraryPath`. Every argument accepts
+    /// uniform and varying values, and none is an output.
     SlcFuncDSOSymbolEntry(SlcIdentNode* ident, const std::string& libraryPath,
                           SlcShadeopDeclaration declaration, const SlcShadeopRules& rules);
-    /// Of parts that are made already.
+    /// Makes an entry from existing parts.
     SlcFuncDSOSymbolEntry(SlcFuncSignature signature, SlcShadeopInfo info)
         : SlcFuncSymbolEntry(std::move(signature)),
           m_info(std::move(info))
     {
     }
 
-    /// The name of the source, by which the library exports the method, and of the two that go with
-    /// it.
+    /// The name in the source, under which the library exports the method, and the names of its
+    /// init and cleanup functions.
     [[nodiscard]] SlcIdentNode* GetMethodName() const { return m_info.methodName; }
     [[nodiscard]] SlcIdentNode* GetInit() const { return m_info.init; }
     [[nodiscard]] SlcIdentNode* GetCleanup() const { return m_info.cleanup; }
-    /// Overloads of one method are started and ended by the same functions.
+    /// Overloads of a method share their init and cleanup functions.
     void SetInit(SlcIdentNode* init) { m_info.init = init; }
     void SetCleanup(SlcIdentNode* cleanup) { m_info.cleanup = cleanup; }
-    /// As it was found, in a directory that is searched.
+    /// The path at which the search found the library.
     [[nodiscard]] const std::string& GetLibraryPath() const { return m_info.libraryPath; }
     /// File name of the library.
     [[nodiscard]] std::string GetLibraryFileName() const
@@ -65,9 +65,9 @@ public:
     }
     [[nodiscard]] const std::string& GetKey() const { return m_info.key; }
 
-    /// A part of a C identifier that stands for the name of a file: letters and digits stay, any
-    /// other character becomes "_", its two hexadecimal digits and "_"; the last "." becomes "_",
-    /// and a "_" behind it stays.
+    /// Encodes a file name as part of a C identifier: letters and digits are kept, any other
+    /// character becomes "_", its two hexadecimal digits and "_"; the last "." becomes "_", and a
+    /// "_" after it is kept.
     [[nodiscard]] static std::string FileNameAsCId(std::string_view name);
 
 private:

@@ -1,4 +1,4 @@
-// Tested by tests/reference, whose pages are made of it.
+// Tested by tests/reference, whose pages contain these declarations.
 
 #include "symbols/SlcFuncDeclaration.h"
 

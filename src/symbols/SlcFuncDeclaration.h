@@ -7,9 +7,9 @@
 #include "symbols/SlcFuncSymbolEntry.h"
 #include "symbols/SlcFuncVarArgExpr.h"
 
-// Functions of the library as declarations, for people to read.
+// Formats functions of the library as declarations, for documentation and messages.
 
-/// A formal without a name: "output uniform float". Detail and storage may be null.
+/// Formats a formal without its name: "output uniform float". Detail and storage may be null.
 [[nodiscard]] std::string SlcFormalText(const SlcTypeNode* type, const SlcDetailNode* detail,
                                         const SlcStorageSpecNode* storage);
 
@@ -23,5 +23,5 @@ struct SlcFuncShape {
     const SlcFuncVarArgExpr* tail;  // may be null
 };
 
-/// Such as "float min(float, float, float ...)".
+/// Formats a declaration such as "float min(float, float, float ...)".
 [[nodiscard]] std::string SlcDeclarationText(const SlcFuncShape& function);

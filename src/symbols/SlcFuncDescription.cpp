@@ -1,14 +1,14 @@
-// A row of the library is a text of words, taken apart from left to right when its name is first
-// used in a source:
+// A row of the library is a text of words, which is parsed from left to right when its name is
+// first used in a source:
 //
 //     mix float 3 float float float 0 0 CALL_PRIM_MIX_1D 0 0 simd varying varying uniform
 //     name, result, count, arguments, two detail rules, primitive, sees order, may be folded, form
 //
-// An argument may have `output` and `uniform` in front. A row of the second table has a description
-// of its tail behind the fixed arguments: `(a b)` in this order, `type *` any number, `named (...)`
-// pairs of a name and a value in any order, `= value` what stands for one that is left out.
+// An argument may be prefixed with `output` and `uniform`. A row of the second table describes its
+// tail after the fixed arguments: `(a b)` in this order, `type *` any number, `named (...)` pairs
+// of a name and a value in any order, `= value` the default.
 //
-// A word that cannot be read is a fault of the table, and fatal.
+// A word that cannot be parsed is a fault in the table, and fatal.
 //
 // Tested by tests/symbols/SlcFuncDescriptionTest.cpp.
 
@@ -49,7 +49,7 @@ bool EndsToken(char c)
     return c == '\0' || c == ' ' || c == '(' || c == ')' || c == '*' || c == '=';
 }
 
-/// "= default" behind a type, if it is there.
+/// Reads an optional "= default" after a type.
 std::string ReadDefault(const char*& cursor)
 {
     if (SlcFuncDescription::EatSpaces(cursor) != '=')
@@ -82,7 +82,7 @@ std::unique_ptr<SlcFuncVarArgExpr> ReadNamedPairs(const char*& cursor)
     return list;
 }
 
-/// Name, return type and fixed arguments.
+/// Reads name, return type and fixed arguments.
 SlcFuncDescription::FuncInfo ReadHead(const char*& cursor)
 {
     SlcFuncDescription::FuncInfo info;
@@ -98,7 +98,7 @@ SlcFuncDescription::FuncInfo ReadHead(const char*& cursor)
     return info;
 }
 
-/// Rules, primitive, flags and the whole-grid form for `nArgs` arguments.
+/// Reads rules, primitive, flags and the whole-grid form for `nArgs` arguments.
 void ReadRest(const char*& cursor, int nArgs, SlcFuncDescription::FuncInfo& info)
 {
     info.checkDetail = SlcFuncDescription::ReadInt(cursor);
@@ -126,7 +126,7 @@ std::string_view SlcFuncDescription::ReadString(const char*& cursor)
     const char* begin = cursor;
     while (!EndsToken(*cursor))
         ++cursor;
-    // A sign is a token by itself.
+    // A punctuation character is a token by itself.
     if (cursor == begin && *cursor != '\0')
         ++cursor;
     return {begin, static_cast<std::size_t>(cursor - begin)};

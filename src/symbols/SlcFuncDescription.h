@@ -12,7 +12,7 @@
 #include "symbols/SlcFuncSymbolEntry.h"
 #include "symbols/SlcFuncVarArgExpr.h"
 
-/// The language's library as records, read from rows of text.
+/// Reads the rows of the language's library into records.
 ///
 /// A token of a row ends at a blank; `(`, `)`, `*` and `=` are tokens by themselves.
 class SlcFuncDescription {
@@ -28,46 +28,46 @@ public:
         int checkInlineDetail = 0;
         SlcCallSIMD simd = SlcCallSIMD::NoSimd;
         std::vector<SlcDetailNode*> simdDetails;
-        std::string cName;  // empty where there is no primitive
+        std::string cName;  // empty if there is no primitive
         bool orderSensitive = false;
         bool foldable = false;
         std::unique_ptr<SlcFuncVarArgExpr> tail;  // null for a plain row
     };
 
-    /// A row and the name that it begins with.
+    /// A row and the name at its start.
     struct NamedRow {
         std::string_view name;
         const char* row;
-        bool hasTail;  // of the second table
+        bool hasTail;  // in the second table
     };
 
     static const char* const sm_funcInfoString[];         // ended by a null
     static const char* const sm_varArgsFuncInfoString[];  // ended by a null
 
-    /// The rows of both tables that begin with this name, in their order. O(log n).
+    /// Returns the rows of both tables with this name, in the order of the tables. O(log n).
     [[nodiscard]] static std::span<const NamedRow> RowsOf(std::string_view name);
 
-    /// A row of the first table, and one of the second, as a record. Rows are our own, so that a
-    /// fault in one is fatal.
+    /// Parse a row of the first and of the second table. The tables are part of the compiler, so an
+    /// error in a row is fatal.
     [[nodiscard]] static FuncInfo ReadPlainRow(const char* row);
     [[nodiscard]] static FuncInfo ReadVarArgsRow(const char* row);
 
-    // The readers move the cursor behind what they read.
+    // The readers advance the cursor past the text that they read.
 
-    /// The character under the cursor behind any blanks.
+    /// Skips blanks and returns the character at the cursor.
     static char EatSpaces(const char*& cursor);
-    /// The next token; empty at the end.
+    /// Returns the next token; empty at the end.
     [[nodiscard]] static std::string_view ReadString(const char*& cursor);
-    /// A word that is no number is fatal.
+    /// A word that is not a number is fatal.
     [[nodiscard]] static int ReadInt(const char*& cursor);
-    /// A type, with the words that may stand in front of it: `uniform`, else the detail is unknown,
-    /// and `output`, else the storage is input. An unknown type word is fatal.
+    /// Reads a type with its optional prefixes `uniform` and `output`. Without them the detail is
+    /// unknown and the storage is input. An unknown type is fatal.
     [[nodiscard]] static SlcTypeNode* ReadType(const char*& cursor, SlcDetailNode** detail,
                                                SlcStorageSpecNode** storage);
-    /// The description of a tail.
+    /// Reads the description of a tail.
     [[nodiscard]] static std::unique_ptr<SlcFuncVarArgExpr> ReadVarTypes(const char*& cursor);
-    /// The whole-grid form, and for each of `nArgs` arguments the detail that it must have there.
-    /// Nothing behind `nosimd` is read.
+    /// Reads the whole-grid form, and the detail that it requires of each of `nArgs` arguments.
+    /// After `nosimd` nothing more is read.
     static void ReadSIMDInfo(const char*& cursor, int nArgs, SlcCallSIMD& kind,
                              std::vector<SlcDetailNode*>& details);
 };

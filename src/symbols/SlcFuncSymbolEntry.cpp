@@ -1,7 +1,7 @@
-// Whether a call fits a function. The fixed arguments are compared one by one; what stands behind
-// them is handed to the tail in their order, which keeps its place between two of them. A formal
-// takes what is of its type or promoted to it; one that is written takes its very type, since
-// nothing is promoted back.
+// Checks whether a call matches a function. The fixed arguments are compared one by one; later
+// arguments are passed in order to the tail, which keeps its state between them. A formal accepts
+// its own type and types that promote to it; an output formal accepts only its own type, since
+// there is no promotion back.
 //
 // Tested by tests/symbols/SlcSymbolTableTest.cpp.
 
@@ -17,8 +17,8 @@
 
 namespace {
 
-/// What to do about an argument that the tail refuses; empty for a tail without names. `previous`
-/// took the argument before it, null at the beginning.
+/// Advice for an argument that the tail rejects; empty for a tail without names. `previous`
+/// accepted the argument before it; null at the start.
 std::string AdviceOnTail(const SlcFuncVarArgLeaf* previous, const SlcExprNode* arg,
                          SlcFuncVarArgExpr* tail)
 {
@@ -90,12 +90,12 @@ void SlcFuncSymbolEntry::ErrorsTypeArgs(const SlcCallArgs& args,
         if (FitsFormal(args[i], i, true))
             continue;
         reported = true;
-        // Of an argument without a type its own report tells why.
+        // An argument without a type has already been reported.
         if (!SlcPossibleTypes::Of(args[i])->GetTypes().empty())
             sink->Error(args[i],
                         messageFor() + "(" + m_signature.argTypes[i]->ToString() + " expected)");
     }
-    // The tail is judged only if what stands in front of it is right: it takes arguments in their
+    // The tail is checked only if the arguments before it are correct, since it depends on their
     // order.
     if (reported || !VarArgBegin())
         return;
@@ -190,7 +190,7 @@ bool SlcFuncVarListSymbolEntry::CheckTypeArgs(const SlcCallArgs& args,
         if (!leaf)
             return false;
     }
-    // A name at the end lacks its value. There is no end where even the head is not whole.
+    // A name at the end lacks its value.
     return !leaf || !leaf->IsPairName();
 }
 

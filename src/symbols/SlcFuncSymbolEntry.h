@@ -15,48 +15,47 @@ class SlcFuncSymbolEntry;
 class SlcProcCallExprNode;
 class SlcSemanticError;
 
-/// How a built-in may be issued for many points at once.
+/// How a built-in may be called for many points at once.
 enum class SlcCallSIMD {
     NoSimd,      // one call for each point, or once for uniform data
     Simd,        // also as one call for the whole grid
     AlwaysSimd,  // only as one call for the whole grid: it needs neighbouring points
 };
 
-/// Where a function comes from.
+/// The origin of a function.
 enum class SlcFuncOrigin { BuiltIn, User, Shadeop };
 
 /// The expressions of a call, in order; the tree owns them.
 using SlcCallArgs = std::vector<SlcExprNode*>;
 
-/// A rule that gives the detail of a call and reports what breaks the detail rules. The library
-/// of detail rules lives in `semantics`; entries only hold and call them.
+/// A rule that computes the detail of a call and reports violations of the detail rules. The rules
+/// are in `semantics`; entries only hold and call them.
 using SlcCheckDetailProc = SlcDetailNode* (*)(SlcCheckDetail*, SlcPtr<SlcFuncSymbolEntry>,
                                               SlcProcCallExprNode*);
 using SlcCheckInlineDetailProc = SlcDetailNode* (*)(SlcCheckInlineDetail*,
                                                     SlcPtr<SlcFuncSymbolEntry>,
                                                     SlcProcCallExprNode*);
 
-/// What all kinds of functions are declared by. The three argument lists run in step; a variable
-/// tail is no part of them.
+/// The declaration that all kinds of functions share. The three argument lists have the same length
+/// and do not include a variable tail.
 struct SlcFuncSignature {
     SlcIdentNode* ident = nullptr;
     SlcTypeNode* returnType = nullptr;
     std::vector<SlcTypeNode*> argTypes;
     std::vector<SlcDetailNode*> argDetails;
     std::vector<SlcStorageSpecNode*> argStorages;
-    bool orderSensitive = false;  // calls must keep their order
+    bool orderSensitive = false;  // calls must not be reordered
     bool foldable = false;        // may be evaluated at compile time
     SlcCallSIMD simd = SlcCallSIMD::NoSimd;
-    std::vector<SlcDetailNode*> simdDetails;  // wanted of each argument in a whole-grid call
+    std::vector<SlcDetailNode*> simdDetails;  // required of each argument in a whole-grid call
     SlcCheckDetailProc checkDetail = nullptr;
     SlcCheckInlineDetailProc checkInlineDetail = nullptr;
-    SlcIdentNode* cName = nullptr;  // name in generated code; null where there is none
+    SlcIdentNode* cName = nullptr;  // name in generated code; null if there is none
     SlcFuncOrigin origin = SlcFuncOrigin::BuiltIn;
 };
 
 /// One overload of a function: a built-in, a function of the source or a shadeop. The tables of a
-/// scope hold the overloads of a name one behind the other; which one a call means is settled by
-/// `SlcResolveCall`.
+/// scope list all overloads of a name; `SlcResolveCall` selects the one for a call.
 class SlcFuncSymbolEntry : public SlcSymbolEntry {
 public:
     explicit SlcFuncSymbolEntry(SlcFuncSignature signature);
@@ -64,21 +63,21 @@ public:
 
     [[nodiscard]] bool IsFunction() const override { return true; }
 
-    /// True if a call with so many arguments can mean this overload.
+    /// True if a call with this number of arguments can match this overload.
     [[nodiscard]] virtual bool CheckNumberArgs(const SlcCallArgs& args) const;
-    /// True if each argument's set of types holds one that suits the formal; with `promote` also
-    /// by promotion, which an output argument never takes. `sink` may be null.
+    /// True if each argument's set of types contains one that matches the formal; with `promote`
+    /// also by promotion, except for output arguments. `sink` may be null.
     [[nodiscard]] virtual bool CheckTypeArgs(const SlcCallArgs& args,
                                              const SlcPtr<SlcSemanticError>& sink, bool promote);
-    /// How many arguments do not fit their formals even by promotion, the tail left out.
+    /// The number of fixed arguments that do not match their formals even with promotion.
     [[nodiscard]] std::size_t CountMisfits(const SlcCallArgs& args) const;
-    /// Reports each argument that does not fit even by promotion, for the catcher of
-    /// `SlcFuncArgsTypeError`.
+    /// Reports each argument that does not match even with promotion; called when
+    /// `SlcFuncArgsTypeError` is caught.
     void ErrorsTypeArgs(const SlcCallArgs& args, const SlcPtr<SlcSemanticError>& sink,
                         std::string_view name);
 
-    /// The walk over a variable tail; without one these answer false and null. A tail keeps the
-    /// state of one walk at a time, which `VarArgBegin` starts anew.
+    /// Walk over a variable tail; without a tail these return false and null. A tail keeps the
+    /// state of only one walk, which `VarArgBegin` restarts.
     [[nodiscard]] virtual bool IsVarNbArgs() const { return false; }
     virtual SlcFuncVarArgExpr* VarArgBegin() { return nullptr; }
     virtual SlcFuncVarArgLeaf* VarArgFindNextMatch(SlcExprNode*, bool /*promote*/)
@@ -89,8 +88,8 @@ public:
     /// Null for a fixed number of arguments.
     [[nodiscard]] virtual SlcFuncVarArgExpr* GetTail() const { return nullptr; }
 
-    /// The detail of a call by the function's own rule, and of one met in a body that is being
-    /// evaluated. Both report what the call breaks.
+    /// Apply the function's detail rule to a call, as written and in a function body that is being
+    /// evaluated. Both report violations.
     [[nodiscard]] SlcDetailNode* CheckDetail(SlcCheckDetail* walker, SlcProcCallExprNode* call);
     [[nodiscard]] SlcDetailNode* CheckInlineDetail(SlcCheckInlineDetail* walker,
                                                    SlcProcCallExprNode* call);
@@ -100,18 +99,18 @@ public:
     [[nodiscard]] const std::vector<SlcDetailNode*>& GetArgDetails() const;
     [[nodiscard]] const std::vector<SlcStorageSpecNode*>& GetArgStorages() const;
     [[nodiscard]] SlcCallSIMD GetSIMDKind() const { return m_signature.simd; }
-    /// Of a tail too, in its fixed places.
+    /// Includes the arguments of a tail, in their fixed positions.
     [[nodiscard]] const std::vector<SlcDetailNode*>& GetSIMDDetails() const;
-    /// The primitive of a built-in, without suffixes of forms; a unique name for a shadeop; null
-    /// for a function of the source, and for a built-in that has none yet.
+    /// The primitive of a built-in, without the suffix of a grid form; a unique name for a shadeop;
+    /// null for a function of the source, and for a built-in without a primitive.
     [[nodiscard]] SlcIdentNode* GetCName() const { return m_signature.cName; }
     [[nodiscard]] SlcFuncOrigin GetOrigin() const { return m_signature.origin; }
     [[nodiscard]] bool IsOrderSensitive() const { return m_signature.orderSensitive; }
     [[nodiscard]] bool IsFoldable() const { return m_signature.foldable; }
     [[nodiscard]] SlcCheckDetailProc GetCheckDetailProc() const { return m_signature.checkDetail; }
 
-    /// The `SlcFuncInfo` of a user function; null otherwise. It forms a cycle with the function's
-    /// tables, which `SlcDeleteTree` cuts.
+    /// The `SlcFuncInfo` of a user function; null otherwise. It forms a reference cycle with the
+    /// function's tables, which `SlcDeleteTree` breaks.
     [[nodiscard]] const SlcPtr<SlcAnnotation>& GetFuncInfo() const { return m_funcInfo; }
     void SetFuncInfo(SlcPtr<SlcAnnotation> info);
 

@@ -1,7 +1,7 @@
-// A tail as the primitive takes it: the values alone, each in its place, where a call of the source
-// names them in any order.
+// Lists a tail in the order that the primitive expects: only the values, in fixed positions,
+// although a call in the source names them in any order.
 //
-// Tested by tests/symbols/SlcFuncVarArgExprTest.cpp and, for the calls that are made of it,
+// Tested by tests/symbols/SlcFuncVarArgExprTest.cpp; the resulting calls are tested by
 // tests/lowering.
 
 #include "symbols/SlcFuncTail.h"

@@ -1,12 +1,12 @@
-// The tail of a row as a tree, and one walk over it by the arguments of a call:
+// A tail is a tree of parts, which one walk matches against the arguments of a call:
 //
 //     float *                          1, 2, 3          one value, as often as there are arguments
 //     (float color)                    1, Cs            in this order
 //     named(blur float bias float)     "bias", 2        pairs of a name and a value, in any order:
-//                                                       behind one that matched, the list starts
+//                                                       after one that matched, the list starts
 //                                                       over
 //
-// The place of the walk is kept in the tree itself, so that there is one walk at a time.
+// The tree itself keeps the state of the walk, so there can be only one walk at a time.
 //
 // Tested by tests/symbols/SlcFuncVarArgExprTest.cpp.
 
@@ -50,7 +50,7 @@ int SlcFuncVarArgSingle::GetMaxSize(bool) const
 
 SlcFuncVarArgLeaf* SlcFuncVarArgSingle::FindNextMatch(SlcExprNode* expr, bool promote)
 {
-    // An output is stored as it is; nothing is promoted to any.
+    // An output is not promoted, and neither is an argument of any type.
     const bool mayPromote = promote && !m_storage->IsOutput() && !m_type->IsAnyType();
     const auto types = SlcPossibleTypes::Of(expr);
     const SlcTypeNode* type = types ? types->IsInTypes(m_type, mayPromote) : nullptr;
@@ -135,7 +135,7 @@ SlcFuncVarArgExpr* SlcFuncVarArgList::Next(bool skip)
         return nullptr;
     if (SlcFuncVarArgExpr* next = m_parts[m_current]->Next(skip))
         return next;
-    // After a pair that matched, a named list starts over: its pairs come in any order.
+    // After a match a named list starts again from its first pair, since pairs may be in any order.
     if (skip || m_order == Order::Positional)
         ++m_current;
     else

@@ -11,11 +11,12 @@
 class SlcExprNode;
 class SlcFuncVarArgLeaf;
 
-/// The description of a variable tail of arguments, walked along with the arguments of one call.
-/// Each part is a small state machine, which `Begin` starts anew: one walk at a time.
+/// The description of a variable tail of arguments, which is matched against the arguments of one
+/// call. Each part is a small state machine that `Begin` resets, so there can be only one walk at a
+/// time.
 ///
 ///     tail->Begin();
-///     for (argument : those behind the fixed ones)
+///     for (argument : those after the fixed ones)
 ///         leaf = tail->FindNextMatch(argument, promote);      null: the call does not fit
 class SlcFuncVarArgExpr {
 public:
@@ -24,29 +25,29 @@ public:
     SlcFuncVarArgExpr& operator=(const SlcFuncVarArgExpr&) = delete;
     virtual ~SlcFuncVarArgExpr() = default;
 
-    /// Starts a walk and gives the first part; null for an empty list.
+    /// Starts a walk and returns the first part; null for an empty list.
     virtual SlcFuncVarArgExpr* Begin() = 0;
-    /// The part behind the current one, null at the end. `skip`: the last argument did not match.
+    /// Moves to the next part; null at the end. `skip` means that the last argument did not match.
     virtual SlcFuncVarArgExpr* Next(bool skip) = 0;
-    /// The part that the next argument is tried on; null behind the last.
+    /// The part to match the next argument against; null past the end.
     [[nodiscard]] virtual SlcFuncVarArgExpr* CurrentExpr() = 0;
-    /// The most arguments that it takes, counting the names of pairs if `withNames`; negative for
+    /// The maximum number of arguments, counting the names of pairs if `withNames`; negative for
     /// any number.
     [[nodiscard]] virtual int GetMaxSize(bool withNames) const = 0;
-    /// The leaf that takes the argument, behind which a list then stands; null if none does.
-    /// `promote` allows promotion.
+    /// Returns the leaf that accepts the argument, and moves past it; null if none does. `promote`
+    /// allows promotion.
     virtual SlcFuncVarArgLeaf* FindNextMatch(SlcExprNode* expr, bool promote) = 0;
 };
 
-/// A part that takes one argument. Type, detail and storage are what the argument must suit.
+/// A part that accepts one argument. The argument must match its type, detail and storage.
 class SlcFuncVarArgLeaf : public SlcFuncVarArgExpr {
 public:
     [[nodiscard]] virtual SlcTypeNode* GetType() const = 0;
     [[nodiscard]] virtual SlcDetailNode* GetDetail() const = 0;
     [[nodiscard]] virtual SlcStorageSpecNode* GetStorage() const = 0;
-    /// It takes the name of a name and value pair.
+    /// True if it accepts the name of a name and value pair.
     [[nodiscard]] virtual bool IsPairName() const = 0;
-    /// It takes a value by its place.
+    /// True if it accepts a positional value.
     [[nodiscard]] virtual bool IsPlainValue() const = 0;
 };
 
@@ -66,7 +67,7 @@ public:
     [[nodiscard]] bool IsPairName() const override { return false; }
     [[nodiscard]] bool IsPlainValue() const override { return true; }
     [[nodiscard]] bool IsRepeated() const { return m_repeated; }
-    /// As the row writes it; empty when it gives none.
+    /// The default as written in the row; empty if there is none.
     [[nodiscard]] const std::string& GetDefault() const { return m_default; }
 
 private:
@@ -77,8 +78,8 @@ private:
     std::string m_default;
 };
 
-/// A constant name, then its value: `"blur", 0.1`. It stands for the name itself, and hands the
-/// argument behind it to the value.
+/// A constant name, then its value: `"blur", 0.1`. This leaf accepts the name, and its value
+/// accepts the next argument.
 class SlcFuncVarArgPair : public SlcFuncVarArgLeaf {
 public:
     SlcFuncVarArgPair(std::string name, std::unique_ptr<SlcFuncVarArgSingle> value);
@@ -87,13 +88,13 @@ public:
     [[nodiscard]] SlcFuncVarArgExpr* CurrentExpr() override;
     [[nodiscard]] int GetMaxSize(bool withNames) const override;
     SlcFuncVarArgLeaf* FindNextMatch(SlcExprNode* expr, bool promote) override;
-    /// Those of the name argument: a string, a uniform input.
+    /// The properties of the name argument: a string, a uniform input.
     [[nodiscard]] SlcTypeNode* GetType() const override;
     [[nodiscard]] SlcDetailNode* GetDetail() const override;
     [[nodiscard]] SlcStorageSpecNode* GetStorage() const override;
     [[nodiscard]] bool IsPairName() const override { return true; }
     [[nodiscard]] bool IsPlainValue() const override { return false; }
-    /// Without quotes.
+    /// The name without quotes.
     [[nodiscard]] const std::string& GetName() const { return m_name; }
     [[nodiscard]] SlcFuncVarArgSingle* GetValue() const { return m_value.get(); }
 
@@ -105,12 +106,12 @@ private:
     bool m_nameMatched = false;
 };
 
-/// Parts in a row, or a set of named pairs in any order and number.
+/// A sequence of parts, or a set of named pairs in any order and number.
 class SlcFuncVarArgList : public SlcFuncVarArgExpr {
 public:
     enum class Order { Positional, Named };
 
-    /// Empty at first.
+    /// Makes an empty list.
     explicit SlcFuncVarArgList(Order order) : m_order(order) {}
     void Append(std::unique_ptr<SlcFuncVarArgExpr> part) { m_parts.push_back(std::move(part)); }
     SlcFuncVarArgExpr* Begin() override;

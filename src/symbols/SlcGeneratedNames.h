@@ -4,8 +4,8 @@
 
 #include "sqx/SqxPredefined.h"
 
-/// Names by which generated code reaches what the run time hands it. Predefined variables stand
-/// in operands under these texts, and tests for one compare the text.
+/// The names by which generated code accesses what the run time passes to it. The operands of
+/// predefined variables have these names, so a test for such a variable compares the name.
 namespace SlcGeneratedNames {
 
 inline constexpr const char* k_hiddenPrefix = "i_hiddens";

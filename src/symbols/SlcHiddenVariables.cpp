@@ -1,5 +1,5 @@
-// The predefined variables with the nodes of their types, made at compile time of the rows that all
-// readers of compiled shaders share (runtime/sqx/SqxPredefined.h).
+// The predefined variables with the nodes of their types. The table is built at compile time from
+// the rows that all readers of compiled shaders share (runtime/sqx/SqxPredefined.h).
 //
 // Tested by tests/symbols/SlcShaderSymbolTableTest.cpp.
 
@@ -35,7 +35,7 @@ constexpr VarInfo MakeInfo(const SqxPredefined& row)
         if (candidate.type == row.type)
             return {row.name, candidate.node, row.uniform ? D::AUniform : D::AVarying,
                     row.accessor};
-    throw row.type;  // none of the types that predefined variables have
+    throw row.type;  // not a type of a predefined variable
 }
 
 constexpr auto k_hiddens = [] {

@@ -1,8 +1,8 @@
-// Rows by primitive, since what one overload reads another may not: faceforward(v, I) reads `Ng`
-// and faceforward(v, I, n) does not.
+// The rows are by primitive, since overloads may differ: faceforward(v, I) reads `Ng` and
+// faceforward(v, I, n) does not.
 //
 // `du` and `dv` of the derivatives are arguments of the instruction, but not of the call in the
-// source; the corners of a texture's footprint are made of the variables in its row.
+// source; the corners of a texture's footprint are computed from the variables in its row.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcImplicitReads, ...), row by row.
 

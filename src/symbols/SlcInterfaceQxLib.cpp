@@ -1,5 +1,5 @@
-// Types and details in the words and numbers of compiled files. The order of the rows is that of
-// the questions: a vector is also of the point family.
+// Translates types and details to the words and numbers of compiled files. The rows are tested in
+// order, since a vector is also of the point family.
 //
 // Tested by tests/backends, which read the files back.
 
@@ -17,8 +17,8 @@ struct TypeCode {
     SqxType code;
 };
 
-// In the order of the tests: vector and normal stand before point, which they are too. The types
-// that stand for several of the point family therefore count as vectors.
+// Vector and normal come before point, since they also pass its test. Types that stand for several
+// of the point family therefore count as vectors.
 constexpr TypeCode k_typeCodes[] = {
     {&SlcTypeNode::IsFloatType, SqxType::Float},   {&SlcTypeNode::IsStringType, SqxType::String},
     {&SlcTypeNode::IsVectorType, SqxType::Vector}, {&SlcTypeNode::IsNormalType, SqxType::Normal},

@@ -1,5 +1,5 @@
-// The set of types of an expression. Membership is by kind and promotion goes both ways: a float
-// stands for a color that is wanted, and a color is found where a float is promoted to one.
+// The set of types of an expression. Look-up allows promotion in both directions: a float in the
+// set matches a required color, and a color in the set matches a float that can be promoted to it.
 //
 //     {point, color}   color wanted   color
 //     {float}          color wanted   color, promoted
@@ -20,7 +20,7 @@ struct SharedSets {
     std::set<std::vector<SlcTypeNode*>> sets;
 };
 
-/// The one set with these members in this order; it lives until the compilation ends.
+/// Returns the only set with these members in this order; it lives until the compilation ends.
 const std::vector<SlcTypeNode*>* SharedSet(std::vector<SlcTypeNode*> types)
 {
     return &*SlcPartOfCompilation<SharedSets>().sets.insert(std::move(types)).first;
@@ -49,7 +49,7 @@ SlcTypeNode* SlcPossibleTypes::IsInTypes(SlcTypeNode* type, bool promote) const
 {
     SlcTypeNode* candidate = nullptr;
     for (SlcTypeNode* member : *m_types) {
-        // What has been reported suits whoever wants a value.
+        // An expression that has been reported matches any required type.
         if (type->IsSameType(member) || (member->IsErrorType() && !type->IsVoidType()))
             return member;
         if (!promote || candidate)

@@ -10,16 +10,16 @@
 
 class SlcLexType;
 
-/// Appends `type` unless a member answers `IsSameType` to it.
+/// Appends `type` unless `types` contains the same type.
 void SlcAddTypeIfNotPresent(std::vector<SlcTypeNode*>& types, SlcTypeNode* type);
 
-/// What the semantic passes find out about an expression, one pass after the other: the types that
-/// it can have, the one that it has, its detail. The lowering reads the last two.
+/// The results of semantic analysis for an expression, filled in by successive passes: the types
+/// that it can have, the chosen type, its detail. The lowering reads the last two.
 ///
 ///     Ci = noise(s)        of the call: {float, color, point}, then color, then varying
 class SlcPossibleTypes : public SlcAnnotation {
 public:
-    /// `types` in order of discovery.
+    /// `types` are in order of discovery.
     explicit SlcPossibleTypes(std::vector<SlcTypeNode*> types);
 
     /// The annotation of an expression; null if it has none yet.
@@ -27,12 +27,12 @@ public:
 
     [[nodiscard]] const std::vector<SlcTypeNode*>& GetTypes() const { return *m_types; }
 
-    /// The first member x with `type->IsSameType(x)`, or of type error. Without one, and with
-    /// promotion allowed, the first x with `type->IsPromotableAs(x)`, or `type` itself if x
-    /// promotes to it. Null if nothing fits.
+    /// Returns the first member x with `type->IsSameType(x)`, or of type error. Otherwise, if
+    /// promotion is allowed, returns the first x with `type->IsPromotableAs(x)`, or `type` itself
+    /// if x promotes to it. Null if no member matches.
     [[nodiscard]] SlcTypeNode* IsInTypes(SlcTypeNode* type, bool promote) const;
 
-    /// Void until something has chosen.
+    /// Void until a pass has chosen the type.
     [[nodiscard]] SlcTypeNode* GetUniqueType() const { return m_uniqueType; }
     void SetUniqueType(SlcTypeNode* type) { m_uniqueType = type; }
     /// Unknown until the detail pass.
@@ -41,12 +41,12 @@ public:
     /// The detail for the call of the enclosing function that is being evaluated.
     [[nodiscard]] SlcDetailNode* GetInlineDetail() const { return m_inlineDetail; }
     void SetInlineDetail(SlcDetailNode* detail) { m_inlineDetail = detail; }
-    /// The operand that is to hold the expression's value, if the parent has one in mind.
+    /// The operand in which the parent would like the expression's value; may be null.
     [[nodiscard]] const SlcPtr<SlcLexType>& GetOperandHint() const { return m_operandHint; }
     void SetOperandHint(SlcPtr<SlcLexType> operand);
 
 private:
-    // Every expression has a set and few differ, so that equal ones are shared. Never null.
+    // Never null. Every expression has a set and few of them differ, so equal sets are shared.
     const std::vector<SlcTypeNode*>* m_types;
     SlcTypeNode* m_uniqueType = SlcTypeNode::AVoid();
     SlcDetailNode* m_detail = SlcDetailNode::AUnknown();
@@ -54,7 +54,7 @@ private:
     SlcPtr<SlcLexType> m_operandHint;  // set and cleared around the lowering of the expression
 };
 
-/// The same for what an assignment writes to.
+/// The same for the target of an assignment.
 class SlcLValueType : public SlcAnnotation {
 public:
     explicit SlcLValueType(SlcTypeNode* type) : m_type(type) {}

@@ -1,8 +1,8 @@
-// Libraries are read as files, one after the other, and none of their code runs: the table of the
-// function that is sought is read, record by record, and what cannot be read is a warning. The
-// first directory with a usable record ends the search, so that a library cannot add to what one in
-// front of it declares. What has been found is kept by name, since each scope that calls the
-// function asks anew.
+// Libraries are read as files, one after another, and none of their code runs: only the table of
+// the requested function is read, record by record. A record that cannot be read is a warning. The
+// search ends at the first directory with a usable record, so that libraries in later directories
+// cannot add overloads. Results are cached by name, since each scope that calls the function asks
+// again.
 //
 // Tested by tests/symbols/SlcShadeopLoaderTest.cpp with real libraries, good and bad.
 
@@ -21,16 +21,15 @@
 namespace {
 
 struct MethodCounter {
-    int count = 0;  // records with a valid name so far, for names that are unique
+    int count = 0;  // records with a valid name so far, for unique names
 };
 
-/// The paths of a directory's libraries. By name, so that the result does not depend on the order
-/// in which the file system keeps them.
+/// Returns the paths of a directory's libraries, sorted by name.
 std::vector<std::string> LibrariesIn(const std::string& directory)
 {
     std::vector<std::string> paths;
     QxSystem::ScanDir(directory.c_str(), CheckDSO, &paths, false);
-    // The order of the file system is not the same everywhere.
+    // The order of the file system differs between machines.
     std::sort(paths.begin(), paths.end());
     return paths;
 }
@@ -64,7 +63,7 @@ SlcShadeopLoader::Entries SlcShadeopLoader::Search(const SlcSyntaxNode* node, Sl
     for (const std::string& directory : m_options->m_searchDirs) {
         for (const std::string& path : LibrariesIn(directory))
             ReadLibrary(node, name, path, table, entries);
-        // A directory in front hides those behind it, as with included files.
+        // A directory hides the later ones, as with included files.
         if (!entries.empty())
             break;
     }
@@ -80,7 +79,7 @@ void SlcShadeopLoader::ReadLibrary(const SlcSyntaxNode* node, SlcIdentNode* name
         m_errors->Warning(node, "'" + SqxShadeopTable::NameFor(name->GetName()) + what + path + ")",
                           1);
     };
-    // Another function of that name is no fault of the shader, but its author would want to know.
+    // An unrelated symbol of that name is not a fault of the shader, but worth a warning.
     if (records.Found() == SqxShadeopTable::Place::Other)
         warn("' is no table of shadeops (");
     if (records.Found() != SqxShadeopTable::Place::Table)
@@ -103,7 +102,7 @@ void SlcShadeopLoader::ReadLibrary(const SlcSyntaxNode* node, SlcIdentNode* name
         warn("' holds what is no text (");
     else if (!records.HasEnd())
         warn("' has no record that ends it (");
-    // What a shader that calls the shadeop would lack when it runs.
+    // Functions that would be missing when the shader runs.
     functions.erase("");
     for (const std::string_view function : functions)
         if (library.Find(function).kind != SqxElfFile::Kind::Function)

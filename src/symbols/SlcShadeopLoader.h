@@ -10,22 +10,21 @@
 #include "symbols/SlcFuncDSOSymbolEntry.h"
 #include "symbols/SlcSymbolTable.h"
 
-/// Finds the functions that shared libraries supply to shaders.
+/// Finds shadeops: functions for shaders in shared libraries.
 ///
-/// For a function `f` a library exports the array `f_shadeops`, whose records declare the
-/// overloads of `f`. Only the table is read, from the file: nothing of the library runs before the
-/// shader does.
+/// For a function `f` a library exports the array `f_shadeops`, whose records declare the overloads
+/// of `f`. Only this table is read, from the file: no code of the library runs in the compiler.
 class SlcShadeopLoader {
 public:
     /// The options must outlive the loader.
     SlcShadeopLoader(SlcPtr<SlcSemanticError> errors, const SlcOptionsControl* options,
                      SlcShadeopRules rules);
 
-    /// Adds to the table each overload of the function that the libraries of the first search
-    /// directory with any declare. False if there is none. A bad record is a warning at `node`, and
-    /// a function that a library declares and lacks an error.
+    /// Adds to the table all overloads of the function that are declared by libraries in the first
+    /// search directory that has any. False if there are none. A bad record is a warning at `node`;
+    /// a function that a library declares but does not contain is an error.
     ///
-    /// Reads every library of a directory, and does that once for each name.
+    /// Reads every library of a directory, once per name.
     [[nodiscard]] bool Load(const SlcSyntaxNode* node, SlcIdentNode* name, SlcSymbolTable& table);
 
 private:
@@ -37,8 +36,8 @@ private:
                      SlcSymbolTable& table, Entries& entries);
     void WarnOfRepeated(const SlcSyntaxNode* node, const SqxShadeopRecord& record,
                         const Entries& entries);
-    /// The text that heads the warning about a record; empty if it is good, and then the
-    /// declaration is filled.
+    /// Reads a record into `declaration`. Returns the start of the warning about a bad record;
+    /// empty if it is good.
     [[nodiscard]] static const char* ReadRecord(const SqxShadeopRecord& record,
                                                 const SlcIdentNode* name,
                                                 SlcShadeopDeclaration& declaration);
@@ -46,9 +45,9 @@ private:
     SlcPtr<SlcSemanticError> m_errors;
     const SlcOptionsControl* m_options;
     SlcShadeopRules m_rules;
-    std::map<std::string, Entries> m_known;  // by name; empty for one that no library has
+    std::map<std::string, Entries> m_known;  // by name; empty if no library has the function
 };
 
-/// For `QxSystem::ScanDir`: appends the path to the vector of strings at `list` if its file name
-/// may be that of a library.
+/// Callback for `QxSystem::ScanDir`: appends the path to the vector of strings at `list` if the
+/// file name can be that of a library.
 void CheckDSO(const char* fileName, void* list);

@@ -1,4 +1,4 @@
-// Declarations of shadeops with the nodes of the compiler; how the text is read is shared with the
+// Translates declarations of shadeops to nodes of the compiler. The parser is shared with the
 // machine, which checks calls against the same declarations.
 //
 // Tested by tests/symbols/SlcShadeopReaderTest.cpp.

@@ -7,27 +7,28 @@
 #include "frontend/SlcTypeNode.h"
 #include "sqx/SqxShadeopText.h"
 
-/// Reads the text by which a library declares a shadeop into nodes: "float blend(color, float[4])".
+/// Parses the text with which a library declares a shadeop into nodes: "float blend(color,
+/// float[4])".
 ///
-/// Each operation reads on from where the one before stopped, and none reads past the end.
+/// Each operation continues where the previous one stopped, and none reads past the end.
 class SlcShadeopReader {
 public:
     /// The text must outlive the reader.
     explicit SlcShadeopReader(std::string_view text) : m_text(text) {}
 
-    /// Null if the text does not begin with a type word.
+    /// Null if there is no type at the start.
     [[nodiscard]] SlcTypeNode* ReadReturnType();
     /// Null if no name follows.
     [[nodiscard]] SlcIdentNode* ReadMethodName();
-    /// The types between the brackets; `isGood` is false if they are not written as they must be,
-    /// if there is none, or if something follows them.
+    /// Reads the types between the parentheses; `isGood` becomes false if they are malformed, if
+    /// there are none, or if text follows them.
     [[nodiscard]] std::vector<SlcTypeNode*> ReadArguments(bool& isGood);
 
-    /// One type, with the "(" in front of the first one and the "," in front of the others. Null,
-    /// and `isGood` false, if there is none; `atEnd` becomes true in front of the ")".
+    /// Reads one type with the "(" or "," before it. Returns null and sets `isGood` to false if
+    /// there is none; sets `atEnd` before the ")".
     [[nodiscard]] SlcTypeNode* ReadArgType(bool first, bool& isGood, bool& atEnd);
 
-    /// One of the six types that a shadeop can have; null for any other word.
+    /// Returns one of the six types that a shadeop can use; null for any other word.
     [[nodiscard]] static SlcTypeNode* StringToType(std::string_view word);
 
 private:

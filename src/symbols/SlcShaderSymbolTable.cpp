@@ -1,9 +1,9 @@
-// Which predefined variables each kind of shader sees, and which of them it may write, as lists of
-// names. The entries are made for one compile and then reached by the statics: the lowering asks
-// for `sm_P`, not for "P", which a parameter may hide.
+// Lists of the predefined variables that each kind of shader can read, and of those that it may
+// write. The entries are made once per compilation and then accessed with `EntryNamed` instead of a
+// look-up, since a parameter may hide a name such as "P".
 //
-// `Ps` of a surface is its `P`: two names with one operand, so that a write to one is seen through
-// the other. The three variables of light loops exist once, however many loops there are.
+// `Ps` of a surface is its `P`: two names with one operand, so that a write to one changes the
+// other. The three variables of light loops exist once, however many loops there are.
 //
 // Tested by tests/symbols/SlcShaderSymbolTableTest.cpp.
 
@@ -30,11 +30,12 @@ constexpr std::string_view k_names[] = {"Cs", "Os", "P",  "Ps",     "dPdu", "dPd
 
 /// The predefined variables of the compilation's shader.
 struct PredefinedEntries {
-    std::array<S::VarEntry, std::size(k_names)> entries;  // by the order of the names
-    bool illuminanceExists = false;                       // those of light loops have been made
+    std::array<S::VarEntry, std::size(k_names)> entries;  // in the order of `k_names`
+    bool illuminanceExists = false;                       // the entries of light loops have been
+                                                          // made
 };
 
-/// Null for a name that no shader knows.
+/// Null for an unknown name.
 [[nodiscard]] S::VarEntry* FindEntry(std::string_view name)
 {
     const auto found = std::find(std::begin(k_names), std::end(k_names), name);
@@ -44,7 +45,7 @@ struct PredefinedEntries {
                 .entries[static_cast<std::size_t>(found - std::begin(k_names))];
 }
 
-// What each kind of shader sees, in the order in which the entries are made.
+// The variables of each kind of shader, in the order in which the entries are made.
 
 constexpr const char* k_surfaceReadOnly[] = {
     "Cs", "Os", "dPdu", "dPdv", "Ng", "u", "v", "du", "dv", "s", "t", "E", "I", "ncomps", "time"};
@@ -68,7 +69,7 @@ constexpr const char* k_imagerReadWrite[] = {"Ci", "Oi", "I", "alpha"};
 
 constexpr const char* k_illuminanceNames[] = {"L", "Cl", "Ol"};
 
-/// Makes the statics of the light loops; the scope itself is not needed.
+/// Makes the entries of the light loops; the scope itself is not needed.
 void MakeIlluminanceEntries(const SlcPtr<SlcSymbolTable>& parent)
 {
     static_cast<void>(MakeShared<SlcIlluminanceSymbolTable>(parent, true));
@@ -137,7 +138,7 @@ SlcSurfaceSymbolTable::SlcSurfaceSymbolTable(SlcPtr<SlcSymbolTable> parent)
 {
     InitReadOnlyHiddens(k_surfaceReadOnly);
     InitReadWriteHiddens(k_surfaceReadWrite);
-    // The point being shaded is what a surface shader shades.
+    // In a surface shader the lit point is the shaded point.
     AddHidden("Ps", "P", SlcStorageSpecNode::AReadOnly());
     EntryNamed("Ps")->GetIntCodeVar() = EntryNamed("P")->GetIntCodeVar();
     MakeIlluminanceEntries(parent);

@@ -6,28 +6,29 @@
 #include "frontend/SlcCodeWalker.h"
 #include "symbols/SlcSymbolTable.h"
 
-/// The scope of a shader's predefined variables, between the built-ins and the shader's own.
+/// The scope of a shader's predefined variables, between the scope of the built-ins and that of the
+/// shader.
 ///
-/// Code generation reaches the variables through the compilation's entries, never by look-up: a
-/// parameter may hide one. They stay null until an entry of that name is made.
+/// Code generation accesses the variables through the compilation's entries, never by look-up,
+/// since a parameter may hide one. An entry is null until it is made.
 class SlcShaderSymbolTable : public SlcSymbolTable {
 public:
     using VarEntry = SlcPtr<SlcVarSymbolEntry>;
 
-    /// Adds the predefined variables of these names, each with its operand, as such that the shader
-    /// only reads or also sets.
+    /// Add the predefined variables with these names, each with its operand, as read-only or
+    /// writable.
     void InitReadOnlyHiddens(std::span<const char* const> names);
     void InitReadWriteHiddens(std::span<const char* const> names);
-    /// Adds the variables of a light loop: the entries that exist already, unless this is the
-    /// `first` such scope. All light loops of a compile share them.
+    /// Adds the variables of a light loop. Only the `first` such scope makes the entries; all light
+    /// loops of a compilation share them.
     void InitIlluminance(std::span<const char* const> names, bool first);
-    /// Remembers the entry under its name; a name that no shader knows changes nothing.
+    /// Records the entry under its name; does nothing for an unknown name.
     static void InitStaticVarEntry(const VarEntry& entry);
 
-    /// The entry of a predefined variable; null where the kind of shader has none. A name that
-    /// no shader knows is a fault of the compiler, and fatal.
+    /// The entry of a predefined variable; null if this kind of shader does not have it. An unknown
+    /// name is a fault of the compiler, and fatal.
     [[nodiscard]] static const VarEntry& EntryNamed(std::string_view name);
-    /// Forgets the variables of an earlier shader.
+    /// Clears the entries of the previous shader.
     static void ResetStatics();
 
 protected:
@@ -40,7 +41,7 @@ private:
     friend class SlcSurfaceSymbolTable;
 };
 
-/// One class a kind of shader, which takes its variables and tells which of them it may write.
+/// There is one class per kind of shader, which adds its variables as read-only or writable.
 class SlcSurfaceSymbolTable : public SlcShaderSymbolTable {
 public:
     explicit SlcSurfaceSymbolTable(SlcPtr<SlcSymbolTable> parent);
@@ -66,8 +67,8 @@ public:
     explicit SlcImagerSymbolTable(SlcPtr<SlcSymbolTable> parent);
 };
 
-/// The scope of the body of a light loop: `L`, `Cl` and `Ol` of the light at hand. `first`: as
-/// `InitIlluminance` tells.
+/// The scope of the body of a light loop: `L`, `Cl` and `Ol` of the current light. `first` as for
+/// `InitIlluminance`.
 class SlcIlluminanceSymbolTable : public SlcShaderSymbolTable {
 public:
     SlcIlluminanceSymbolTable(SlcPtr<SlcSymbolTable> parent, bool first);
@@ -76,9 +77,9 @@ public:
 /// Makes the table of predefined variables for a kind of shader.
 class SlcShaderSymbolTableCreater : public SlcCodeWalker {
 public:
-    /// Another node than one of the five is fatal, by this sink.
+    /// Any other node than the five kinds is reported to `errors` as fatal.
     explicit SlcShaderSymbolTableCreater(SlcPtr<SlcSemanticError> errors);
-    /// `shaderType` is the node of the kind.
+    /// `shaderType` is the node of the shader's kind.
     [[nodiscard]] SlcPtr<SlcSymbolTable> operator()(SlcSyntaxNode* shaderType,
                                                     SlcPtr<SlcSymbolTable> parent);
 

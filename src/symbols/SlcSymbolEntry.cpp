@@ -1,5 +1,4 @@
-// An `extern` name has no operand of its own: code that writes it writes the variable it stands
-// for.
+// An `extern` name has no separate operand: code that writes it writes the variable it refers to.
 
 #include "symbols/SlcSymbolEntry.h"
 

@@ -8,8 +8,8 @@
 
 class SlcLexType;
 
-/// What a symbol table holds under a name; the name belongs to the pool of identifiers. Nodes that
-/// name the variable or function hold the entry too, once the checks have found it.
+/// An entry of a symbol table. The pool of identifiers owns its name. Nodes that name the variable
+/// or function also hold the entry after semantic analysis has found it.
 class SlcSymbolEntry : public SlcCollectable {
 public:
     explicit SlcSymbolEntry(SlcIdentNode* ident) : m_ident(ident) {}
@@ -25,39 +25,41 @@ private:
 /// A variable: declared, predefined, formal, or an `extern` alias of one further out.
 class SlcVarSymbolEntry : public SlcSymbolEntry {
 public:
-    /// `outer`: what an `extern` declaration stands for; null otherwise. `hidden`: predefined.
+    /// `outer`: the variable that an `extern` declaration refers to; null otherwise. `hidden`:
+    /// predefined.
     SlcVarSymbolEntry(SlcIdentNode* ident, SlcTypeNode* type, SlcDetailNode* detail,
                       SlcStorageSpecNode* storage, bool hidden, SlcPtr<SlcVarSymbolEntry> outer);
     ~SlcVarSymbolEntry() override;
 
     [[nodiscard]] bool IsVariable() const override { return true; }
     [[nodiscard]] SlcTypeNode* GetType() const { return m_type; }
-    /// Told, unused, as the setter below is.
+    /// Part of the required interface, not used; the same holds for `SetDetail`.
     void SetType(SlcTypeNode* type) { m_type = type; }
     [[nodiscard]] SlcDetailNode* GetDetail() const { return m_detail; }
     void SetDetail(SlcDetailNode* detail) { m_detail = detail; }
     /// Null until an inline evaluation sets it.
     [[nodiscard]] SlcDetailNode* GetInlineDetail() const { return m_inlineDetail; }
     void SetInlineDetail(SlcDetailNode* detail) { m_inlineDetail = detail; }
-    /// How it comes by its values: formal, local, predefined, or of another scope.
+    /// Where its value comes from: formal, local, predefined, or another scope.
     [[nodiscard]] SlcStorageSpecNode* GetStorage() const { return m_storage; }
-    /// A predefined variable.
+    /// True for a predefined variable.
     [[nodiscard]] bool IsHidden() const { return m_hidden; }
-    /// Null unless it is an `extern` alias. May be one itself.
+    /// The variable that an `extern` alias refers to, which may also be an alias; null otherwise.
     [[nodiscard]] const SlcPtr<SlcVarSymbolEntry>& GetOuter() const { return m_outer; }
 
-    /// The variable's operand in the intermediate code; null until the generator makes it. An
-    /// `extern` alias gives that of its outer variable, so that both share one operand.
+    /// The variable's operand in the intermediate code; null until the lowering makes it. An
+    /// `extern` alias returns the operand of its outer variable.
     [[nodiscard]] SlcPtr<SlcLexType>& GetIntCodeVar();
-    /// Gives the variable an operand named `cName`, with its type, detail and storage. Defined
-    /// with the operand class in `icode`.
+    /// Makes an operand named `cName` with the variable's type, detail and storage. Defined with
+    /// the operand class in `icode`.
     void MakeIntCodeVar(const char* cName);
 
-    /// A parameter whose default value cannot be computed once per shader instance.
+    /// True for a parameter whose default value cannot be computed once per shader instance.
     [[nodiscard]] bool DependsOnContext() const { return m_dependsOnContext; }
     void SetDependsOnContext(bool depends) { m_dependsOnContext = depends; }
 
-    /// As the body sees it that declares it; of a formal it stays for the calls of its function.
+    /// The usage in the body that declares the variable; that of a formal is kept for calls of its
+    /// function.
     [[nodiscard]] SlcVariableUsage& Usage() { return m_usage; }
 
 private:
@@ -72,7 +74,7 @@ private:
     SlcVariableUsage m_usage;
 };
 
-/// What an `extern` declaration stands for in the end, or the variable itself. May be null.
+/// Follows `extern` declarations to the variable that they refer to. `entry` may be null.
 [[nodiscard]] inline SlcPtr<SlcVarSymbolEntry> SlcOutermost(SlcPtr<SlcVarSymbolEntry> entry)
 {
     while (entry && entry->GetOuter())

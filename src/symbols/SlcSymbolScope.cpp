@@ -1,5 +1,5 @@
-// The names of one scope, each with the tables that it was added to, in the order of these: a table
-// sees what stands at its own place or before it. A look-up is a hash and a binary search.
+// Each name of a scope lists its entries by the position of the table that they were added to: a
+// table sees the entries at its own position or before it. A look-up is a hash and a binary search.
 //
 // Tested by tests/symbols/SlcSymbolTableTest.cpp.
 
@@ -11,7 +11,7 @@
 void SlcSymbolScope::Add(int table, SlcPtr<SlcSymbolEntry> entry)
 {
     auto& named = m_names[entry->GetName()];
-    // An earlier table of the scope can still get a name after a later one has been made.
+    // A name can still be added to an earlier table after a later one has been made.
     const auto place = std::upper_bound(named.begin(), named.end(), table,
                                         [](int t, const Named& n) { return t < n.table; });
     named.insert(place, {table, std::move(entry)});

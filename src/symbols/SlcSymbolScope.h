@@ -6,27 +6,29 @@
 
 #include "symbols/SlcSymbolTable.h"
 
-/// The names of all tables of one scope, by the place of the table that each was added to. A table
-/// at a place sees the names up to it.
+/// The names of all tables of one scope, each with the position of the table that it was added to.
+/// A table sees the names up to its own position.
 class SlcSymbolScope : public SlcCollectable {
 public:
     struct Named {
-        int table;  // place of the table among those of the scope
+        int table;  // position of the table among those of the scope
         SlcPtr<SlcSymbolEntry> entry;
     };
 
     explicit SlcSymbolScope(SlcPtr<SlcSymbolTable> parent) : m_parent(std::move(parent)) {}
 
-    /// Behind what that table has of the name already.
+    /// Adds the entry after those that the table already has for the name.
     virtual void Add(int table, SlcPtr<SlcSymbolEntry> entry);
-    /// Every entry of the name, by table and then in order of insertion; null if there is none.
+    /// Returns all entries of the name, by table and then in order of insertion; null if there are
+    /// none.
     [[nodiscard]] virtual const std::vector<Named>* Find(std::string_view name);
 
     SlcPtr<SlcSymbolTable> m_parent;
-    SlcPtr<SlcSymbolTable> m_previous;  // where the scope forked off another; else null
+    SlcPtr<SlcSymbolTable> m_previous;  // the table at which this scope forked off another;
+                                        // otherwise null
     int m_tables = 0;
 
 private:
-    // Names are views of the entries' own identifiers, which live in their pool.
+    // The keys refer to the entries' identifiers, which live in their pool.
     std::unordered_map<std::string_view, std::vector<Named>> m_names;
 };

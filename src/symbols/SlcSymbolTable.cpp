@@ -1,4 +1,4 @@
-// Look-up of names. A variable is that of the nearest scope; functions are sought in
+// Look-up of variables: the nearest scope that has the name. The look-up of functions is in
 // SlcSymbolTableFunctions.cpp.
 //
 // Tested by tests/symbols/SlcSymbolTableTest.cpp.
@@ -31,13 +31,13 @@ SlcPtr<SlcSymbolTable> SlcSymbolTable::CreateNewScopeTable()
 
 SlcPtr<SlcSymbolTable> SlcSymbolTable::CreateCurrentScopeTable()
 {
-    // The usual case: no other table follows this one.
+    // The usual case: this is the last table of the scope.
     if (m_position + 1 == m_scope->m_tables) {
         auto next = MakeShared<SlcSymbolTable>(m_scope);
         next->m_definitionScope = m_definitionScope;
         return next;
     }
-    // Two tables follow this one: what one of them declares is not seen from the other.
+    // A second table follows this one: neither of the two sees the other's declarations.
     auto fork = MakeShared<SlcSymbolTable>(m_scope->m_parent);
     fork->m_scope->m_previous = this;
     return fork;
@@ -80,7 +80,7 @@ SlcPtr<SlcVarSymbolEntry> SlcSymbolTable::FindVariable(SlcIdentNode* ident) cons
         return nullptr;
     SlcPtr<SlcSymbolEntry> found;
     int foundIn = -1;
-    // The first variable of the nearest table that has one.
+    // Find the first variable in the nearest table that has one.
     for (auto entry = named->rbegin(); entry != named->rend(); ++entry) {
         if (entry->table > m_position || !entry->entry->IsVariable())
             continue;
@@ -94,7 +94,7 @@ SlcPtr<SlcVarSymbolEntry> SlcSymbolTable::FindVariable(SlcIdentNode* ident) cons
 
 SlcPtr<SlcVarSymbolEntry> SlcSymbolTable::GetVarEntry(SlcIdentNode* ident, bool noDefinitionScope)
 {
-    // Where the enclosing functions were defined, the outermost of them last.
+    // The scopes in which the enclosing functions were defined, the outermost last.
     std::vector<SlcPtr<SlcSymbolTable>> definitionScopes;
     for (const SlcSymbolTable* table = this; table; table = table->NextScope()) {
         if (auto entry = table->FindVariable(ident))
@@ -102,12 +102,12 @@ SlcPtr<SlcVarSymbolEntry> SlcSymbolTable::GetVarEntry(SlcIdentNode* ident, bool 
         if (table->m_definitionScope && !(table == this && noDefinitionScope))
             definitionScopes.push_back(table->m_definitionScope);
     }
-    // What failed outside is tried from the outermost function inward.
+    // If the look-up failed, try the definition scopes from the outermost function inward.
     for (auto scope = definitionScopes.rbegin(); scope != definitionScopes.rend(); ++scope) {
         try {
             return (*scope)->GetVarEntry(ident, false);
         } catch (const SlcSymbolNotFound&) {
-            continue;  // the next function inward may know the name
+            continue;  // the next inner function may see the name
         }
     }
     throw SlcSymbolNotFound{ident};

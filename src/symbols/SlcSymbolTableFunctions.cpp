@@ -1,14 +1,13 @@
-// Look-up of functions. They are sought in every scope, nearest first, and an exact fit further out
-// is better than a promoted one near by:
+// Look-up of functions. All scopes are searched, nearest first, and an exact match in an outer
+// scope is better than a match with promotion in an inner one:
 //
 //     float f(color c)   in the body             f(1)      outer f(float): exact, in any scope
-//     float f(float x)   in front of the shader  f(Cs)     inner f(color)
+//     float f(float x)   before the shader       f(Cs)     inner f(color)
 //     float f(float x, y)                        f("a")    of those with one argument none fits:
 //                                                          the report names the closest
 //
-// The scopes of a chain are asked as groups, the entries of one name in one table, so that a name
-// which a thousand declarations surround costs a search in each scope and no walk over their
-// tables.
+// Each scope is searched by groups, the entries of one name in one table, so that the cost does not
+// depend on the number of tables: a scope with a thousand declarations costs a single search.
 //
 // Tested by tests/symbols/SlcSymbolTableTest.cpp.
 
@@ -55,7 +54,7 @@ std::vector<SlcTypeNode*> TypesOf(const SlcFormalsNode& formals)
     return types;
 }
 
-/// The arguments, which have their unique types, suit the fixed formals.
+/// True if the arguments, which must have their unique types, match the fixed formals.
 bool FitsUniqueTypes(const SlcFuncSymbolEntry& entry, const SlcCallArgs& args, bool promote)
 {
     const auto& formals = entry.GetArgTypes();
@@ -81,7 +80,7 @@ bool HasFormals(const SlcFuncSymbolEntry& entry, const std::vector<SlcTypeNode*>
                       });
 }
 
-/// An array of another length, or of any, is another type.
+/// Compares types including array lengths; an unspecified length counts as a different type.
 bool IsOfShape(const SlcTypeNode* one, const SlcTypeNode* other)
 {
     return one->IsSameType(other) &&
@@ -102,18 +101,18 @@ SlcPtr<SlcFuncSymbolEntry> AsFunction(const SlcPtr<SlcSymbolEntry>& entry)
     return entry->IsFunction() ? CheckCast<SlcFuncSymbolEntry>(entry) : nullptr;
 }
 
-/// A call whose overloads are tried one after the other.
+/// A call whose overloads are being tried.
 struct TriedCall {
     const SlcCallArgs& args;
-    SlcPtr<SlcSemanticError> sink;  // null once it has heard of a fault
+    SlcPtr<SlcSemanticError> sink;  // null once a fault has been reported
     bool noVoid;
 };
 
-/// What the entries of one table have for a call.
+/// The matches in one table for a call.
 struct TableOffer {
-    std::vector<SlcTypeNode*> types;       // return types of the overloads that fit
-    SlcPtr<SlcFuncSymbolEntry> function;   // the last one of the name
-    SlcPtr<SlcFuncSymbolEntry> withCount;  // the last one that takes so many arguments
+    std::vector<SlcTypeNode*> types;       // return types of the matching overloads
+    SlcPtr<SlcFuncSymbolEntry> function;   // the last overload of the name
+    SlcPtr<SlcFuncSymbolEntry> withCount;  // the last overload with the right number of arguments
 };
 
 TableOffer OfferTo(TriedCall& call, const std::vector<SlcPtr<SlcSymbolEntry>>& entries,
@@ -130,7 +129,7 @@ TableOffer OfferTo(TriedCall& call, const std::vector<SlcPtr<SlcSymbolEntry>>& e
         offer.withCount = candidate;
         const int errorsBefore = NbErrors();
         const bool fits = candidate->CheckTypeArgs(call.args, call.sink, promote);
-        // A fault in an argument is one fault, however many overloads are tried.
+        // A fault in an argument is reported once, however many overloads are tried.
         if (NbErrors() != errorsBefore)
             call.sink = nullptr;
         if (fits && !(call.noVoid && candidate->GetReturnType()->IsVoidType()))
@@ -139,8 +138,8 @@ TableOffer OfferTo(TriedCall& call, const std::vector<SlcPtr<SlcSymbolEntry>>& e
     return offer;
 }
 
-/// The overload by which the arguments of a call that fits none are judged: the one that fits the
-/// most of them, since what another overload takes is not at fault. Of equal ones the last.
+/// Returns the overload whose mismatches are reported when none matches: the one that matches the
+/// most arguments; among equals the last.
 SlcPtr<SlcFuncSymbolEntry> ClosestOf(const std::vector<SlcPtr<SlcSymbolEntry>>& entries,
                                      const SlcCallArgs& args)
 {
@@ -225,8 +224,8 @@ std::vector<SlcTypeNode*> SlcSymbolTable::GetFuncType(SlcIdentNode* ident,
     const SlcCallArgs args = SlcArgsOf(arguments);
     const std::vector<Group> groups = GroupsOf(ident);
     TriedCall call{args, sink, noVoid};
-    TableOffer outermost;  // of the tables tried so far: it decides what is wrong if nothing fits
-    const Group* judging = nullptr;  // the table that made it
+    TableOffer outermost;  // of the tables tried so far: determines the error if nothing matches
+    const Group* judging = nullptr;  // the table of `outermost`
     const auto searchPass = [&](bool promoted) {
         for (const Group& group : groups) {
             if (TableOffer offer = OfferTo(call, group.entries, promoted); offer.function) {
@@ -239,7 +238,7 @@ std::vector<SlcTypeNode*> SlcSymbolTable::GetFuncType(SlcIdentNode* ident,
     };
 
     searchPass(promote);
-    // No promotion mends a wrong number of arguments.
+    // Promotion cannot fix a wrong number of arguments.
     const bool wrongCount = outermost.function && outermost.withCount.Null();
     if (outermost.types.empty() && !promote && top && !wrongCount)
         searchPass(true);

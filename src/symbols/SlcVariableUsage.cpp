@@ -1,6 +1,6 @@
-// A lattice of three states, Never and Always with Maybe above both, kept for writes and for reads
-// that come before a write. Along a path a state only grows; where paths meet, unlike states are
-// Maybe.
+// A lattice of three states, Never and Always with Maybe above both, one for writes and one for
+// reads before any write. Along a path a state only grows; where paths meet, different states
+// become Maybe.
 //
 //     set(maybe), set        Always          one of the two is sure
 //     set | nothing          Maybe           an `if` without `else`
@@ -11,7 +11,7 @@
 
 namespace {
 
-/// The state once it has happened again.
+/// The state after the event has happened again.
 SlcUsageState Again(SlcUsageState state, bool maybe)
 {
     if (state == SlcUsageState::Always || !maybe)

@@ -1,25 +1,24 @@
 #pragma once
 
-/// How far something has happened to a variable.
+/// Whether something has happened to a variable.
 enum class SlcUsageState {
     Always,  // on every path
     Never,
     Maybe,  // on some path
 };
 
-/// What has happened to a variable on the way to a point of the code that sees it. At first
-/// nothing.
+/// The usage of a variable on the path to a point of the code. Initially nothing has happened.
 class SlcVariableUsage {
 public:
     [[nodiscard]] SlcUsageState GetModified() const { return m_modified; }
-    /// Read before being set.
+    /// Whether the variable was read before it was set.
     [[nodiscard]] SlcUsageState GetRead() const { return m_read; }
 
-    /// `maybe`: it may also not happen.
+    /// `maybe`: it may not happen on this path.
     void SetModifiedInScope(bool maybe);
     void SetAccessedInScope(bool maybe);
 
-    /// Where this path meets another one.
+    /// The state where this path meets another one.
     [[nodiscard]] SlcVariableUsage Meet(const SlcVariableUsage& other) const;
 
 private:
