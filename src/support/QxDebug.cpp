@@ -1,10 +1,10 @@
-// A crash tells its signal and the frames of its stack, removes what was half written, and ends
-// with status 1. Everything that runs inside the handler avoids the heap, which may be what broke,
-// and runs on a stack of its own, since the other may be what ran out.
+// On a crash, the handler reports the signal and the stack frames, removes unfinished files, and
+// ends the process with status 1. It does not use the heap, which may be corrupt, and runs on a
+// separate stack, since the usual one may have overflowed.
 //
-// An interrupt removes it too, but then ends the process as if it had not been handled, so that the
-// parent sees what happened. So does `std::exit` after a fatal error, which runs no destructors of
-// locals.
+// An interrupt also removes unfinished files, but then ends the process by the signal, so that the
+// parent sees the cause. They are also removed at `std::exit` after a fatal error, which does not
+// run destructors of locals.
 //
 // Tested by tests/support/QxDebugTest.cpp.
 
@@ -29,7 +29,7 @@ namespace {
 struct SignalText {
     const char* text;
     int signal;
-    bool isCrash;  // a fault of ours, which the user is asked to report
+    bool isCrash;  // a fault of the compiler, which the user is asked to report
 };
 
 //   text                           signal   crash
@@ -57,16 +57,16 @@ const SignalText& Find(int signal)
 }
 
 struct UnfinishedFile {
-    std::atomic<const char*> path = nullptr;  // null: the row is free
+    std::atomic<const char*> path = nullptr;  // null if the row is free
     std::atomic<const char*> placeOnExit = nullptr;
 };
 
-// The preprocessed source, the C++ file and the output, each with its folder.
+// Enough rows for the preprocessed source, the C++ file and the output, each with its folder.
 std::array<UnfinishedFile, 8> g_unfinishedFiles;
 
 enum class Ending { BySignal, ByExit };
 
-/// From the last, since a folder can be removed only after its file.
+/// Goes from the last to the first, since a folder can be removed only after its file.
 void FinishFiles(Ending ending)
 {
     for (auto file = g_unfinishedFiles.rbegin(); file != g_unfinishedFiles.rend(); ++file) {
@@ -87,7 +87,7 @@ UnfinishedFile* FindUnfinished(const char* path)
     return file == g_unfinishedFiles.end() ? nullptr : &*file;
 }
 
-/// What the parent has set to be ignored stays ignored.
+/// A signal that the parent set to be ignored stays ignored.
 void HandleInterrupt(int signal)
 {
     struct sigaction action = {};
@@ -98,7 +98,7 @@ void HandleInterrupt(int signal)
     ::sigaction(signal, &action, nullptr);
 }
 
-/// What ends a process before its time, without being a fault of its own.
+/// Handles signals that end a process but do not indicate a fault in it.
 bool HandleEndings()
 {
     for (const int signal : {SIGINT, SIGTERM, SIGQUIT, SIGPIPE, SIGXCPU, SIGXFSZ})
@@ -106,13 +106,13 @@ bool HandleEndings()
     return std::atexit([] { FinishFiles(Ending::ByExit); }) == 0;
 }
 
-/// A failed write has nobody left to hear of it.
+/// A failed write cannot be reported anywhere.
 void Write(std::string_view text)
 {
     [[maybe_unused]] const auto written = ::write(STDERR_FILENO, text.data(), text.size());
 }
 
-/// The addresses of the calls that are open, the innermost first.
+/// The return addresses on the stack, the innermost first.
 struct Frames {
     std::array<void*, k_maxFrames> addresses;
     std::size_t count = 0;
@@ -153,8 +153,8 @@ bool QxDebug::InitErrorSignalsHandling()
 
 bool QxDebug::StackTrace()
 {
-    // Not `backtrace`, which loads a library of its own for this, so that each run would have to
-    // load it: in the handler it is too late.
+    // Not `backtrace`, which loads a library on first use. In the handler it is too late for that,
+    // so every run would have to load it in advance.
     Frames frames;
     _Unwind_Backtrace(&AddFrame, &frames);
     if (frames.count == 0)

@@ -3,28 +3,28 @@
 /// Turns a crash of the compiler into a report.
 class QxDebug {
 public:
-    /// Has SIGILL, SIGTRAP, SIGABRT, SIGFPE, SIGBUS, SIGSEGV, SIGSYS and SIGHUP go to
-    /// `SignalHandler`, on a stack of its own so that an overflow of the usual one is reported
-    /// too. True if all of them do.
+    /// Installs `SignalHandler` for SIGILL, SIGTRAP, SIGABRT, SIGFPE, SIGBUS, SIGSEGV, SIGSYS and
+    /// SIGHUP, on a separate stack so that a stack overflow is reported too. True if that worked
+    /// for all of them.
     [[nodiscard]] static bool InitErrorSignalsHandling();
 
-    /// Writes the calls that led here to standard error, one a line. False, and nothing is
-    /// written, if the platform gives none.
+    /// Writes the call stack to standard error, one call per line. False, without output, if the
+    /// platform provides none.
     static bool StackTrace();
 
-    /// A file or empty folder that is removed if a signal ends the process, or if it leaves by
-    /// `std::exit`; a file with a `placeOnExit` is moved there instead by `std::exit`. What was
-    /// registered last goes first. The texts must live until `KeepOnSignal`, and not change. There
-    /// is room for eight.
+    /// Registers a file or empty folder to be removed if a signal or `std::exit` ends the process;
+    /// a file with a `placeOnExit` is moved there instead at `std::exit`. The last registered is
+    /// removed first. The texts must live until `KeepOnSignal`, and not change. At most eight can
+    /// be registered.
     static void RemoveOnSignal(const char* path, const char* placeOnExit = nullptr);
-    /// The same text: the file is removed no more.
+    /// Cancels the registration; `path` must be the same pointer.
     static void KeepOnSignal(const char* path);
 
-    /// Ends the process by the signal, as if nothing had handled it, so that the parent sees what
-    /// ended it.
+    /// Ends the process with the signal's default action, so that the parent sees the cause.
     static void EndBySignal(int signal);
 
     /// Reports the signal and the stack, and ends the process with status 1. After SIGHUP the
-    /// compile goes on. Writes to the descriptor alone: no library state is safe to touch here.
+    /// compilation continues. Uses only the file descriptor, since no library state is safe to use
+    /// in a handler.
     static void SignalHandler(int signal);
 };

@@ -1,6 +1,6 @@
-// A path is a list of directories, each expanded when it is set: variables of the environment, `~`,
-// and a leading `.` or `..` become what they stand for now, so that a later change of the working
-// directory does not move them. Two items are references instead of directories:
+// A path is a list of directories, each expanded when it is set: environment variables, `~`, and a
+// leading `.` or `..` are replaced at once, so that a later change of the working directory has no
+// effect. Two items are references instead of directories:
 //
 //     @    the default path          &    what the path was before
 //
@@ -19,13 +19,13 @@
 
 namespace {
 
-// The order in which the resources list goes to the others.
+// The order in which the resources list is copied to the others.
 constexpr QxSearchPath::QxCategory k_resourceCategories[] = {
     QxSearchPath::e_shaders,  QxSearchPath::e_displays,    QxSearchPath::e_textures,
     QxSearchPath::e_archives, QxSearchPath::e_procedurals,
 };
 
-// Tests of `access` by the number of the access kind.
+// Modes for `access`, indexed by `QxAccess`.
 constexpr int k_accessModes[] = {F_OK, X_OK, W_OK, W_OK | X_OK, R_OK, R_OK | X_OK};
 
 bool IsCategory(int category)
@@ -33,7 +33,7 @@ bool IsCategory(int category)
     return category >= 0 && category < QxSearchPath::k_categories;
 }
 
-/// A name in front that stands for a directory: ".hidden" does not begin with the name ".".
+/// Replaces the first name of a path; ".hidden" does not begin with the name ".".
 void SubstituteFirstName(std::string& path, std::string_view name, std::string_view replacement)
 {
     if (path.starts_with(name) && (path.size() == name.size() || path[name.size()] == '/'))
@@ -46,21 +46,21 @@ void SubstituteHome(std::string& path)
         SubstituteFirstName(path, "~", home);
 }
 
-/// Empty if it cannot be read.
+/// Empty if it cannot be determined.
 std::string WorkingDirectory()
 {
     const std::unique_ptr<char, decltype(&std::free)> path(::getcwd(nullptr, 0), &std::free);
     return path ? path.get() : "";
 }
 
-/// Until there is none left, one that two others share included.
+/// Repeats until the pattern no longer occurs, including overlapping occurrences.
 void SubstituteAll(std::string& text, std::string_view pattern, std::string_view replacement)
 {
     while (text.find(pattern) != std::string::npos)
         StringSubstitution(text, text.c_str(), pattern, replacement);
 }
 
-/// Also through a link.
+/// Follows symbolic links.
 bool IsDirectory(const std::string& path)
 {
     struct stat facts = {};
@@ -75,8 +75,8 @@ void CutEnd(std::string& path)
         path.pop_back();
 }
 
-/// Cuts the last name of a path that is empty or ends in "/". False if there is no name that could
-/// go: the path stays as it is. The root is its own parent.
+/// Removes the last name of a path that is empty or ends in "/". If there is none, returns false
+/// and leaves the path unchanged. The root is its own parent.
 bool CutLastName(std::string& path)
 {
     const std::size_t end = path.find_last_not_of('/');

@@ -4,30 +4,29 @@
 #include <string_view>
 #include <vector>
 
-// Text helpers. `in` may be null: then nothing happens.
+// Text helpers. They do nothing if `in` is null.
 
-/// The text with each `pattern` replaced, from left to right without overlap. `in` may be the text
-/// of `out` itself.
+/// Replaces each `pattern`, from left to right without overlap. `in` may be the text of `out`
+/// itself.
 void StringSubstitution(std::string& out, const char* in, std::string_view pattern,
                         std::string_view replacement);
-/// The text with `prefix` replaced where it begins so. `in` is not the text of `out`.
+/// Replaces `prefix` at the start of the text. `in` must not be the text of `out`.
 void PrefixSubstitution(std::string& out, const char* in, std::string_view prefix,
                         std::string_view replacement);
-/// The path behind a drive letter. There are none here.
+/// The path after a drive letter. This platform has none.
 [[nodiscard]] inline const char* SkipWindowsDrive(const char* path)
 {
     return path;
 }
 
-// The header of generated code has a class of this name too, for its own needs; the two may meet
-// in one program.
+// The header of generated code has another class of this name; both may be linked into one program.
 inline namespace QxServices {
 
-/// The directories in which each kind of resource is looked for, in order. Told, unused: it is for
-/// programs beside the compiler.
+/// The directories in which each kind of resource is searched, in order. Required for other
+/// programs; the compiler does not use it.
 ///
-/// Each kind has a variable of the environment with its list, as "DIR:DIR"; ";" separates as well.
-/// In a list "@" stands for the default list, and "&" for the list as it was before.
+/// Each kind has an environment variable with its list, such as "DIR:DIR"; ";" is a separator too.
+/// In a list "@" stands for the default list, and "&" for the previous list.
 class QxSearchPath {
 public:
     enum QxCategory {
@@ -36,11 +35,11 @@ public:
         e_displays,
         e_archives,
         e_procedurals,
-        e_resources,  // what is set here goes to all the others
+        e_resources,  // setting this list sets all others
     };
     static constexpr int k_categories = 6;
 
-    /// What must be possible with a file for `Find` to take it.
+    /// The access that a file must allow for `Find` to return it.
     enum QxAccess {
         e_exists,
         e_executable,
@@ -64,32 +63,32 @@ public:
         ".:$OMBRIUM/shaders", ".:$OMBRIUM/textures", ".:$OMBRIUM/displays", ".", ".", ".",
     };
 
-    /// Takes each list from its variable, or else the default.
+    /// Initializes each list from its environment variable, or with the default.
     QxSearchPath();
 
-    /// Puts the list in place of the category's, or behind it. Empty items are passed over. Nothing
-    /// happens for another category or a null path.
+    /// Replaces the category's list, or appends to it. Empty items are skipped. Does nothing for an
+    /// invalid category or a null path.
     void SetPath(QxCategory category, const char* path, bool replace);
     void DeleteCategory(QxCategory category);
-    /// Each ends in "/". None for another category.
+    /// Each directory ends in "/". Empty for an invalid category.
     [[nodiscard]] const std::vector<std::string>& Directories(QxCategory category) const;
 
-    /// The file's path in the first directory that has it; a name that begins with "/" is the path
-    /// itself. Valid until the next call. Null if there is none; a directory is no file. Neither
-    /// opens nor creates anything.
+    /// Returns the file's path in the first directory that has it; a name that begins with "/" is
+    /// the path itself. The result is valid until the next call. Null if there is no such file;
+    /// directories do not count. Does not open or create anything.
     [[nodiscard]] const char* Find(QxCategory category, const char* name, QxAccess access);
 
-    // Expansion. `in` may be null, which does nothing.
+    // Expansion. The functions do nothing if `in` is null.
 
-    /// Of a directory: variables, "~" for the home directory, and a path from the root without "."
-    /// and "..", and without "/" at its end. What expands to nothing is the root.
+    /// Expands a directory: variables, "~" for the home directory, and to an absolute path without
+    /// ".", ".." and a final "/". A path that expands to nothing becomes the root.
     static void ExpandPath(std::string& out, const char* in);
-    /// Of a file: variables, "~", and no doubled "/".
+    /// Expands a file name: variables and "~"; removes doubled "/".
     static void ExpandName(std::string& out, const char* in);
-    /// A name reaches from "$" to the next "/"; one that is not set stands for nothing.
+    /// Expands environment variables. A name extends from "$" to the next "/"; an unset variable is
+    /// empty.
     static void SubstituteEnvVar(std::string& out, const char* in);
-    /// Takes each ".." away together with the name in front of it. Nothing happens for an empty
-    /// text.
+    /// Removes each ".." together with the name before it. Does nothing for an empty text.
     static void ReplaceDotDot(std::string& out, const char* in);
 
 private:
@@ -97,7 +96,7 @@ private:
                  const std::vector<std::string>& before);
 
     std::vector<std::string> m_directories[k_categories];
-    std::string m_found;  // what `Find` gave last
+    std::string m_found;  // the last result of `Find`
 };
 
 }  // namespace QxServices

@@ -1,5 +1,5 @@
-// How much stack there is to recurse with. What Reserve gives is a promise of the limit, not
-// memory; Left measures from the address of the frame at hand.
+// Measures the stack available for recursion. Reserve only raises the limit and does not allocate
+// memory; Left measures from the address of the current frame.
 //
 // Tested by tests/frontend/DeepInputTest.cpp, which nests sources as deep as it goes.
 
@@ -14,7 +14,7 @@
 
 namespace {
 
-/// The lowest usable address; 0 where it is unknown.
+/// The lowest usable address; 0 if unknown.
 std::uintptr_t LowestAddress()
 {
     pthread_attr_t attributes;
@@ -29,13 +29,13 @@ std::uintptr_t LowestAddress()
 
 }  // namespace
 
-// The stack of the first thread grows on demand, up to the soft limit at the time of the growth.
+// The stack of the main thread grows on demand, up to the soft limit at the time of the growth.
 std::size_t QxStack::Reserve(std::size_t wanted)
 {
     rlimit limit = {};
     if (::getrlimit(RLIMIT_STACK, &limit) != 0)
         return 0;
-    if (limit.rlim_cur >= wanted)  // holds for no limit too
+    if (limit.rlim_cur >= wanted)  // also true if there is no limit
         return wanted;
     const rlim_t before = limit.rlim_cur;
     limit.rlim_cur = std::min<rlim_t>(wanted, limit.rlim_max);
@@ -44,7 +44,7 @@ std::size_t QxStack::Reserve(std::size_t wanted)
 
 std::size_t QxStack::Left()
 {
-    // Asking for it reads a table of the process, which is too slow for each call.
+    // Cached, since the query reads a table of the process, which is too slow for each call.
     static thread_local const std::uintptr_t lowest = LowestAddress();
     const auto here = reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
     if (lowest == 0)

@@ -1,8 +1,8 @@
-// Thin layers over calls of the system, each of which answers with 0, false or nothing where the
-// system refuses: callers are told whether it worked, not why.
+// Thin wrappers of system calls. On failure each returns 0, false or nothing: callers learn whether
+// it worked, not why it failed.
 //
-// Between fork and exec a child only closes descriptors: whatever takes memory there could wait for
-// a lock that no thread of the child will ever open.
+// Between fork and exec a child only closes descriptors: allocating memory there could wait for a
+// lock that no thread of the child will ever release.
 //
 // Tested by tests/support/QxSystemTest.cpp.
 
@@ -57,14 +57,14 @@ public:
 
     [[nodiscard]] bool IsOpen() const { return m_number >= 0; }
     [[nodiscard]] int Number() const { return m_number; }
-    /// False if what was written did not reach the file.
+    /// False if the written data did not reach the file.
     [[nodiscard]] bool Close() { return ::close(std::exchange(m_number, -1)) == 0; }
 
 private:
     int m_number;
 };
 
-/// True once all of it is written.
+/// True if all data was written.
 bool WriteAll(int file, const char* data, std::size_t size)
 {
     while (size > 0) {
@@ -106,7 +106,7 @@ void AppendPath(const char* path, void* list)
     static_cast<std::vector<std::string>*>(list)->emplace_back(path);
 }
 
-/// All but the standard streams. For the child between fork and exec.
+/// Closes all descriptors except the standard streams. For the child between fork and exec.
 void CloseOtherDescriptors()
 {
     constexpr unsigned int first = STDERR_FILENO + 1;
@@ -117,10 +117,10 @@ void CloseOtherDescriptors()
         ::close(static_cast<int>(number));
 }
 
-/// Keeps the end of a child from being taken note of by anyone but who waits for it.
+/// Ensures that only the waiting caller collects the exit status of a child, by restoring the
+/// default action of SIGCHLD.
 ///
-/// That is the default action. To ignore the signal by name would have the system throw the exit
-/// status away.
+/// If SIGCHLD were explicitly ignored, the system would discard the exit status.
 class DefaultChildSignal {
 public:
     DefaultChildSignal()
@@ -175,8 +175,8 @@ std::uintmax_t QxSystem::FileSize(const char* path)
         const bool isFile = ::stat(path, &facts) == 0 && !S_ISDIR(facts.st_mode);
         return isFile ? static_cast<std::uintmax_t>(facts.st_size) : 0;
     }
-    // The directory is closed before those below it are opened, so that a deep tree needs no more
-    // descriptors than a flat one.
+    // Read all entries first, so that the directory is closed before its subdirectories are opened:
+    // a deep tree then needs no more descriptors than a flat one.
     std::vector<std::string> entries;
     ScanDir(path, AppendPath, &entries, false);
     std::uintmax_t sum = 0;
@@ -202,7 +202,7 @@ bool QxSystem::FileCopy(const char* from, const char* to)
     const Descriptor source(::open(from, O_RDONLY | O_CLOEXEC));
     if (!source.IsOpen())
         return false;
-    // Opening the target would empty the source.
+    // Opening the target would truncate the source.
     if (IsSameFile(source.Number(), to))
         return true;
     Descriptor target(::open(to, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
@@ -234,7 +234,7 @@ long QxSystem::FsType(const char* path)
 void QxSystem::SysFs(const char* path, std::string& name)
 {
     name = "unknown";
-    // Where a long has 32 bits, the upper half of the numbers is negative.
+    // If a long has 32 bits, large numbers are negative.
     const auto number = static_cast<std::uint32_t>(FsType(path));
     for (const FileSystemName& row : k_fileSystems)
         if (row.number == number)
@@ -253,7 +253,7 @@ int QxSystem::Launch(const char* const* arguments)
     if (child != 0)
         return child;
     CloseOtherDescriptors();
-    // It takes pointers to texts that it could change, and does not.
+    // execvp takes pointers to non-const text but does not modify it.
     ::execvp(arguments[0], const_cast<char* const*>(arguments));
     ::_exit(127);
 }
@@ -273,6 +273,6 @@ int QxSystem::LaunchAndWait(const char* const* arguments)
 
 bool QxSystem::HostName(char* buffer, std::size_t size)
 {
-    // A name that is cut has no null at its end.
+    // A truncated name has no terminating null.
     return ::gethostname(buffer, size) == 0 && std::memchr(buffer, '\0', size) != nullptr;
 }

@@ -1,11 +1,10 @@
-// Rooms are cut from a chunk one behind the other. The header stands in front of the aligned
-// address, in the last bytes of the unit before, so that a small object costs as much as it does in
-// malloc:
+// Blocks are cut from a chunk one after another. The header is before the aligned address, in the
+// last bytes of the preceding unit, so that a small object costs as much as with malloc:
 //
 //     | .. header | object ............ header | object .. header | ...
 //                 ^ aligned                    ^ aligned
 //
-// Before a new chunk, what is left of the old one is dropped: less than a room of the largest size.
+// When a new chunk begins, the rest of the old one is lost: less than a block of the largest size.
 //
 // Tested by tests/support/SlcArenaTest.cpp.
 

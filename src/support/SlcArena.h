@@ -4,24 +4,24 @@
 #include <cstddef>
 #include <new>
 
-/// Memory for the many small objects of one compile: nodes, instructions, operands, entries, and
-/// what containers of them hold. It comes in large chunks that last as long as the arena. What is
-/// given back waits in a list for the next object of its size, so that either way costs a few
-/// instructions and a long compile needs no more memory than the objects that it has at a time.
+/// Memory for the many small objects of one compilation: nodes, instructions, operands, entries,
+/// and the contents of their containers. It is allocated in large chunks that live as long as the
+/// arena. Freed blocks are kept in a free list per size, so that allocation and release cost a few
+/// instructions and a long compilation needs no more memory than its live objects.
 ///
 ///     chunk:  [before][header|room][header|room]...        free[units]: room -> room -> null
 ///
-/// Whoever owns an object still says when it goes, through `SlcPtr` and the containers; here only
-/// its place is kept. One thread uses an arena.
+/// The lifetime of objects is still controlled by `SlcPtr` and the containers; the arena only
+/// manages their memory. An arena is used by one thread.
 class SlcArena {
 public:
     SlcArena() = default;
     SlcArena(const SlcArena&) = delete;
     SlcArena& operator=(const SlcArena&) = delete;
-    /// Frees the chunks, but no object that was too large for them.
+    /// Frees the chunks, but not objects that were too large for a chunk.
     ~SlcArena();
 
-    /// Room aligned for any object. Throws `std::bad_alloc`.
+    /// Allocates memory aligned for any object. Throws `std::bad_alloc`.
     [[nodiscard]] void* Take(std::size_t size)
     {
         const std::size_t units = (size + sizeof(Header) + k_unit - 1) / k_unit;
@@ -39,7 +39,7 @@ public:
         HeaderOf(room).units = units;
         return room;
     }
-    /// What `Take` gave, or null.
+    /// Frees memory from `Take`; does nothing for null.
     void GiveBack(void* room)
     {
         if (!room)
@@ -52,31 +52,31 @@ public:
 
 private:
     static constexpr std::size_t k_unit = 16;          // alignment of any object
-    static constexpr std::size_t k_largestUnits = 64;  // above it the system serves
+    static constexpr std::size_t k_largestUnits = 64;  // larger blocks come from the system
     static constexpr std::size_t k_chunk = std::size_t{64} * 1024;
 
-    /// Stands in front of each room.
+    /// Precedes each block.
     struct Header {
-        std::size_t units;  // with the header; 0 for one of the system
+        std::size_t units;  // including the header; 0 for a block from the system
     };
     struct Free {
         Free* next;
     };
-    /// Stands at the front of each chunk.
+    /// The start of each chunk.
     struct Chunk {
         Chunk* before;
     };
 
-    /// Of a room that `Take` gave.
+    /// The header of a block from `Take`.
     [[nodiscard]] static Header& HeaderOf(void* room) { return static_cast<Header*>(room)[-1]; }
-    /// What is left of the chunk at hand is lost.
+    /// The rest of the current chunk is lost.
     void BeginChunk();
-    /// From the system, with a header that says so.
+    /// Allocates from the system, with a header that says so.
     [[nodiscard]] static void* TakeLarge(std::size_t size);
     static void GiveBackLarge(void* room);
 
     Chunk* m_chunks = nullptr;                          // the last one
-    std::array<Free*, k_largestUnits + 1> m_free = {};  // by units
-    char* m_next = nullptr;  // in the chunk at hand, behind a header's place
-    std::size_t m_left = 0;  // units of it
+    std::array<Free*, k_largestUnits + 1> m_free = {};  // by size in units
+    char* m_next = nullptr;  // in the current chunk, after the space for a header
+    std::size_t m_left = 0;  // units left in the chunk
 };

@@ -1,9 +1,9 @@
 #pragma once
 
-/// Base of everything that is shared by reference. An object is made with `new` inside a
-/// `SlcPtr`, which counts its holders here and deletes it with the last one.
+/// Base of all reference-counted objects. An object is made with `new` inside a `SlcPtr`; the count
+/// is kept here, and the last `SlcPtr` deletes the object.
 ///
-/// Cycles are not collected: a class that can be part of one says who cuts it.
+/// Cycles are not collected: a class that can be part of one says what breaks it.
 class SlcCollectable {
 public:
     SlcCollectable() = default;
@@ -15,5 +15,5 @@ private:
     template <class T>
     friend class SlcPtr;
 
-    int m_references = 0;  // number of SlcPtr that hold this object
+    int m_references = 0;  // number of SlcPtr to this object
 };

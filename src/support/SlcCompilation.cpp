@@ -1,4 +1,4 @@
-// Parts go in the reverse of the order in which they were made: one may refer to those before it.
+// Parts are destroyed in reverse order, since a part may refer to earlier ones.
 //
 // Tested by tests/compiler.
 

@@ -4,13 +4,13 @@
 #include <memory>
 #include <vector>
 
-/// Everything that one compile keeps beside its tree and its code: counters, reports, pools of
-/// names and constants, the state of scanner and parser. All of it goes with the object, so that a
-/// process compiles any number of sources, and each as if it were the first.
+/// The state of one compilation besides its tree and its code: counters, reports, pools of names
+/// and constants, the state of scanner and parser. All of it is destroyed with the object, so that
+/// a process can compile any number of sources independently.
 ///
-/// A thread is in one compilation at a time, the one that it has entered last. The functions that
-/// seem global, such as `NbErrors`, answer for that one. A thread that has entered none is in one
-/// of its own, to its end.
+/// Each thread has one current compilation, the one that it entered last. Functions that seem
+/// global, such as `NbErrors`, refer to it. A thread that has not entered any has a default
+/// compilation for its whole life.
 class SlcCompilation {
 public:
     SlcCompilation() = default;
@@ -18,10 +18,10 @@ public:
     SlcCompilation(const SlcCompilation&) = delete;
     SlcCompilation& operator=(const SlcCompilation&) = delete;
 
-    /// That of the calling thread.
+    /// The current compilation of the calling thread.
     [[nodiscard]] static SlcCompilation& Current();
 
-    /// While it lives, the thread is in the compilation.
+    /// Makes a compilation the thread's current one for the life of this object.
     class Entered {
     public:
         explicit Entered(SlcCompilation& compilation);
@@ -33,8 +33,8 @@ public:
         SlcCompilation* m_before;
     };
 
-    /// The one `T` of the compilation, made when it is first asked for. Each folder keeps what it
-    /// needs in classes of its own, which nothing else names.
+    /// Returns the compilation's only `T`, which is made on first use. Each folder keeps its state
+    /// in private classes that no other folder names.
     template <class T>
     [[nodiscard]] T& Part()
     {
@@ -57,7 +57,7 @@ private:
     void Put(std::size_t number, std::unique_ptr<AnyHolder> part);
 
     std::vector<std::unique_ptr<AnyHolder>> m_parts;  // by number
-    std::vector<std::size_t> m_order;                 // in which they were made
+    std::vector<std::size_t> m_order;                 // order of creation
 };
 
 /// `SlcCompilation::Current().Part<T>()`.

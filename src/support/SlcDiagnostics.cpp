@@ -1,14 +1,14 @@
 // Reports of the scanner, the parser and the driver, and the counters of all reports. Each report
-// is put together first and written at once, so that the lines of several processes that share
-// standard error do not mix.
+// is composed first and written at once, so that lines of several processes that share standard
+// error do not mix.
 //
 //     a.sl:3: ERROR: parse error:
 //
 //            float x = = 1;        the line as read
 //                      ^           below the token, behind a filler with the line's own tabs
 //
-// Two errors at one token are one fault: on its way back to something that it knows the parser may
-// refuse a token once more.
+// Two errors at one token are one fault: during error recovery the parser may reject the same token
+// again.
 //
 // Tested by tests/support/SlcDiagnosticsTest.cpp.
 
@@ -26,8 +26,8 @@
 
 namespace {
 
-// Each report repeats a source line, so that a file of rubbish would otherwise give many times its
-// own size.
+// Each report repeats a source line, so without a limit the output for a file of garbage would be
+// many times its size.
 constexpr int k_maxSourceReports = 1000;
 
 constexpr std::size_t k_nowhere = std::numeric_limits<std::size_t>::max();
@@ -38,8 +38,8 @@ struct Counters {
     int warningLevel = 1;
     bool alwaysAdvises = false;
     bool endsByException = false;
-    int sourceReports = 0;              // of the scanner and the parser
-    std::size_t lastError = k_nowhere;  // where the last of them that is an error stands
+    int sourceReports = 0;              // by scanner and parser
+    std::size_t lastError = k_nowhere;  // position of the last error among them
 };
 
 Counters& State()
@@ -62,7 +62,7 @@ int TokenColumn(const SlcSourcePosition& position)
     return std::max(position.column - (position.isUncounted ? 0 : position.tokenLength), 0);
 }
 
-/// Places a report at the scanner's last token.
+/// Records a report at the scanner's last token.
 void RecordAtSource(bool isError, std::string_view text)
 {
     const SlcSourcePosition& position = SlcCurrentPosition();
@@ -86,15 +86,15 @@ struct ReportStream {
     std::ostream* stream = &std::cerr;
 };
 
-/// `file:line:` of the scanner's position.
+/// Returns `file:line:` for the scanner's position.
 std::string Place(const SlcSourcePosition& position)
 {
     return (position.file ? *position.file : std::string()) + ":" + std::to_string(position.line) +
            ":";
 }
 
-/// The heading, the source line below it and a caret under the last token. The filler repeats the
-/// line's tabs, so that the caret stands right whatever the tab width.
+/// Prints the heading, the source line and a caret under the last token. The filler repeats the
+/// line's tabs, so that the caret is in the right column for any tab width.
 void ReportAtSource(std::string_view kind, std::string_view message)
 {
     if (++State().sourceReports > k_maxSourceReports) {
@@ -230,8 +230,8 @@ std::string_view SlcContactAddress()
 
 void yyerror(const char* message)
 {
-    // Two characters that are no tokens have the same column, but not the same place.
-    // Nor is the end of the source the place of such a character in front of it.
+    // Two invalid characters have the same column, but not the same position. The end of the source
+    // is also distinct from an invalid character right before it.
     const std::size_t place = SlcCurrentPosition().taken + (SlcCurrentPosition().isAtEnd ? 1 : 0);
     if (std::exchange(State().lastError, place) == place)
         return;

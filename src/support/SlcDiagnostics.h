@@ -7,22 +7,21 @@
 #include <string_view>
 #include <vector>
 
-/// Counters and reports that need no syntax tree. They are those of the compilation that the
-/// calling thread is in; all text goes to standard error, unless the compilation has a stream of
-/// its own.
+/// Counters and reports that need no syntax tree. They belong to the current compilation of the
+/// calling thread; all text goes to standard error, unless the compilation has its own stream.
 
 /// A stage counted errors in the source; the driver prints the summary. Thrown by value.
 class SlcCompilationError {};
-/// A compile never started and the thrower has reported why. Thrown by value.
+/// A compilation could not start, and the reason has been reported. Thrown by value.
 class SlcCompilationSevereError {};
 
-/// A fatal report has been made, and the compile cannot go on. Thrown by value; what catches it
-/// ends the program with this status.
+/// A fatal report has been made, and the compilation cannot continue. Thrown by value; the code
+/// that catches it ends the program with this status.
 struct SlcCompilationEnd {
     int status = 1;
 };
 
-/// While it lives, `EndCompilation` throws.
+/// While an object of this class exists, `EndCompilation` throws.
 class SlcEndsByException {
 public:
     SlcEndsByException();
@@ -34,11 +33,11 @@ private:
     bool m_before;
 };
 
-/// Ends the compile after a fatal report: by `SlcCompilationEnd` if something waits for that, or
-/// else with the process.
+/// Ends the compilation after a fatal report: throws `SlcCompilationEnd` if a `SlcEndsByException`
+/// exists, otherwise ends the process.
 [[noreturn]] void EndCompilation(int status);
 
-/// Where reports go.
+/// The stream for reports.
 [[nodiscard]] std::ostream& SlcReports();
 /// The stream must outlive the compilation.
 void SetReports(std::ostream& stream);
@@ -46,17 +45,17 @@ void SetReports(std::ostream& stream);
 /// A report as data.
 struct SlcReport {
     bool isError = true;
-    int level = 0;  // of a warning: the least warning level that shows it
+    int level = 0;  // for a warning: the lowest warning level that shows it
     std::string file;
     int line = 0;
-    int column = 0;  // in the file, from 1; 0 if it is not known
+    int column = 0;  // in the file, from 1; 0 if unknown
     int length = 0;
     std::string text;
     std::string advice;  // lines
 };
-/// Those of the compilation that were shown, in their order.
+/// The reports of the compilation that were shown, in order.
 [[nodiscard]] const std::vector<SlcReport>& SlcReportsSoFar();
-/// Adds one; the reports below do it by themselves.
+/// Adds a report; the report functions below do this themselves.
 void RecordReport(SlcReport report);
 /// Adds a line of advice to the last report; likewise.
 void RecordAdvice(std::string_view text);
@@ -75,12 +74,12 @@ void SetColumnsOfText(
 /// Of a range of the scanned text, which a report places on that line.
 [[nodiscard]] SlcColumns SlcColumnsOfRange(std::size_t begin, std::size_t end, int line);
 
-/// What the driver reported before the parse is not part of the compile's counts.
+/// Resets the counts, since reports of the driver before the parse do not count.
 void ResetNbErrorsAndWarnings();
-/// Counts one; the reports below do it by themselves.
+/// Count an error or a warning; the report functions below do this themselves.
 void AddError();
 void AddWarning();
-/// Of this compile, so far.
+/// The counts of this compilation so far.
 [[nodiscard]] int NbErrors();
 [[nodiscard]] int NbWarnings();
 
@@ -92,26 +91,27 @@ void SetWarningLevel(int level);
 void ShowAdvice(bool always);
 [[nodiscard]] bool AdviceIsShown();
 
-/// The address that fatal reports name.
+/// The contact address in fatal reports.
 [[nodiscard]] std::string_view SlcContactAddress();
 
-/// Report at the scanner's position, with the source line and a caret under the last token.
-/// Counts an error. The name is the one that the generated parser calls. Only the first 1000
-/// reports of this form in a parse, errors and warnings together, are shown. A second error at one
-/// token follows from the first: it is neither shown nor counted.
+/// Reports an error at the scanner's position, with the source line and a caret under the last
+/// token, and counts it. The generated parser calls this name. Only the first 1000 reports of this
+/// form in a parse, errors and warnings together, are shown. A second error at the same token
+/// follows from the first: it is neither shown nor counted.
 void yyerror(const char* message);
 /// The same for a warning; silent, and not counted, at warning level 0.
 void Warning(std::string_view message);
-/// A line of advice below a report at the scanner's position: `file:line: ADVICE: text`. Never
+/// Adds a line of advice to a report at the scanner's position: `file:line: ADVICE: text`. Never
 /// counted.
 void Advise(std::string_view text);
 /// `file:line: WARNING: message -- detail` at the scanner's position, without the source line.
 void Warning(std::string_view message, std::string_view detail);
 /// A warning without a position, which is not counted.
 void WarningNoSource(std::string_view message);
-/// An error that belongs to no source line; the caller goes on.
+/// Reports an error that does not belong to a source line; the caller continues.
 void SeverError(std::string_view program, std::string_view message);
-/// A warning of the program itself: always printed, never counted.
+/// Reports a warning about the program run itself: always printed, never counted.
 void SevereWarning(std::string_view program, std::string_view message);
-/// A fault of the compiler: prints the message and the contact address, ends with status 1.
+/// Reports a fault of the compiler: prints the message and the contact address, and ends with
+/// status 1.
 [[noreturn]] void FatalError(std::string_view message);

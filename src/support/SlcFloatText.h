@@ -5,18 +5,18 @@
 #include <iterator>
 #include <string>
 
-/// A float constant as both outputs write it: with seven digits, as "%e" of printf() writes them.
+/// Formats a float constant as both outputs write it: with seven digits, like "%e" of printf().
 [[nodiscard]] inline std::string SlcFloatText(double value)
 {
-    constexpr int digits = 6;  // behind the point
+    constexpr int digits = 6;  // after the decimal point
     char text[32];
     char* const end =
         std::to_chars(text, std::end(text), value, std::chars_format::scientific, digits).ptr;
     return {text, end};
 }
 
-/// What is left of `value` behind its text: for who computes with a constant that the run time will
-/// read. Whole numbers of up to seven digits stay what they are.
+/// Returns the value that the run time will read from the text of `value`, for code that computes
+/// with a constant. Whole numbers of up to seven digits are unchanged.
 [[nodiscard]] inline double SlcValueOfFloatText(double value)
 {
     constexpr double shortest = 1e7;  // whole numbers below it have at most seven digits

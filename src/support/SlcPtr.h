@@ -8,14 +8,15 @@
 
 /// Shared ownership of a `T` derived from `SlcCollectable`. The whole object is one raw pointer.
 ///
-/// It is kept as a `SlcCollectable*`, so that a forward declaration of `T` is enough to hold,
-/// copy and release one; only making one from a `T*` and looking inside need the full class.
+/// The pointer is stored as a `SlcCollectable*`, so a forward declaration of `T` is enough to hold,
+/// copy and release it; the full class is needed only to make one from a `T*` and to access the
+/// object.
 template <class T>
 class SlcPtr {
 public:
     SlcPtr() = default;
     SlcPtr(std::nullptr_t) {}
-    /// A holder more for an object that may have some: the count stands in the object itself.
+    /// The object may already have other holders, since the count is in the object itself.
     SlcPtr(T* object) : m_object(object) { Retain(); }
     SlcPtr(const SlcPtr& other) : m_object(other.m_object) { Retain(); }
     SlcPtr(SlcPtr&& other) noexcept : m_object(std::exchange(other.m_object, nullptr)) {}
@@ -32,7 +33,7 @@ public:
     {
     }
 
-    /// Equal pointers need no change, oneself included.
+    /// Does nothing if both point to the same object, which includes self-assignment.
     SlcPtr& operator=(const SlcPtr& other)  // NOLINT(bugprone-unhandled-self-assignment)
     {
         if (m_object != other.m_object)
@@ -46,11 +47,11 @@ public:
         return *this;
     }
 
-    // The analyzer does not count: it takes the first release for the last one, and then each look
-    // for one at what is freed. A release out of its sight costs a hundredth of a compile. Nor does
-    // it know which functions give an object for certain.
+    // The analyzer does not follow the reference count: it takes the first release for the last
+    // one, and reports each later access as a use after free. Hiding the release from it would slow
+    // compilation by one percent. It also does not know which functions never return null.
     // NOLINTBEGIN(clang-analyzer-cplusplus.NewDelete,clang-analyzer-core.uninitialized.UndefReturn)
-    /// Not tested for null.
+    /// Does not check for null.
     T* operator->() const { return static_cast<T*>(m_object); }
     T& operator*() const { return *static_cast<T*>(m_object); }
     // NOLINTEND(clang-analyzer-cplusplus.NewDelete,clang-analyzer-core.uninitialized.UndefReturn)
@@ -58,15 +59,15 @@ public:
     [[nodiscard]] bool Null() const { return m_object == nullptr; }
     explicit operator bool() const { return m_object != nullptr; }
 
-    /// Identity of the objects, not equality of what they hold.
+    /// Compares the addresses of the objects, not their contents.
     template <class U>
     bool operator==(const SlcPtr<U>& other) const
     {
         return m_object == other.DontUseOutsideTheClassPointer();
     }
 
-    /// An arbitrary but fixed order, for look-up in maps only: it differs from run to run, so
-    /// nothing that a user sees may depend on it.
+    /// An arbitrary but fixed order, only for look-up in maps: it differs from run to run, so no
+    /// visible output may depend on it.
     bool operator<(const SlcPtr& other) const { return m_object < other.m_object; }
 
     void Swap(SlcPtr& other) noexcept { std::swap(m_object, other.m_object); }
@@ -96,9 +97,9 @@ private:
     SlcCollectable* m_object = nullptr;
 };
 
-/// The shared object as a `To`. Null gives null; an object of another class throws
-/// `std::bad_cast`, which nothing catches: it is a fault of the compiler. A cast to a base class
-/// costs nothing, one to the class of the object itself next to nothing.
+/// Casts to a `To`. Null yields null; an object of another class throws `std::bad_cast`, which is
+/// not caught anywhere, since it is a fault of the compiler. A cast to a base class is free, one to
+/// the object's own class almost free.
 template <class To, class From>
 [[nodiscard]] SlcPtr<To> CheckCast(const SlcPtr<From>& from)
 {
@@ -114,7 +115,7 @@ template <class To, class From>
     }
 }
 
-/// Makes a shared object; the one place where such an object meets `new`.
+/// Makes a shared object; the only place that calls `new` for one.
 template <class T, class... Arguments>
 [[nodiscard]] SlcPtr<T> MakeShared(Arguments&&... arguments)
 {

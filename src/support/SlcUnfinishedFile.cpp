@@ -13,7 +13,7 @@
 
 namespace {
 
-/// With the slash; empty for a file of the working directory.
+/// Includes the slash; empty for a file in the working directory.
 [[nodiscard]] std::string FolderPart(const std::string& path)
 {
     return path.substr(0, path.rfind('/') + 1);
@@ -34,7 +34,8 @@ SlcUnfinishedFile::SlcUnfinishedFile(std::string place, OnExit onExit)
                               : m_folder + '/' + m_place.substr(FolderPart(m_place).size()))
 {
     const int reason = errno;
-    // A folder can be removed once it is empty: the last that is registered goes first.
+    // The folder is registered before the file, since the last registered is removed first and a
+    // folder must be empty.
     if (!m_folder.empty())
         QxDebug::RemoveOnSignal(m_folder.c_str());
     QxDebug::RemoveOnSignal(m_path.c_str(),
@@ -44,7 +45,7 @@ SlcUnfinishedFile::SlcUnfinishedFile(std::string place, OnExit onExit)
 
 SlcUnfinishedFile::~SlcUnfinishedFile()
 {
-    // Without a folder of its own, a file that has been moved still has this path.
+    // Without a separate folder, a file that has been moved still has this path.
     if (!m_isMoved)
         ::unlink(m_path.c_str());
     if (!m_folder.empty())

@@ -2,27 +2,27 @@
 
 #include <string>
 
-/// A file in the making, in a folder that no other run has, beside the place where it is to go.
-/// Runs on the same source or in the same directory therefore do not disturb each other, and no
-/// part of a file looks like a whole one. The file's name is that of its place, since programs that
-/// read it may show or store it.
+/// A file being written, in a private folder next to its final place. So concurrent runs on the
+/// same source or in the same directory do not disturb each other, and a partial file never looks
+/// complete. The file already has its final name, since programs that read it may show or store the
+/// name.
 ///
-/// Folder and file are removed with the object, and by a signal that ends the process.
+/// The folder and the file are removed with the object, or by a signal that ends the process.
 class SlcUnfinishedFile {
 public:
-    /// What `std::exit`, which ends the process after a fatal error, does with the file.
+    /// What happens to the file at `std::exit`, which ends the process after a fatal error.
     enum class OnExit { Remove, MoveIntoPlace };
 
-    /// Makes the folder; the file is the caller's to make. Where no folder can be made, the file is
-    /// written in its place, so that the writer's report says why that is not possible.
+    /// Makes the folder; the caller creates the file. If no folder can be made, the path is the
+    /// final place, so that the failure to write there gives the reason.
     explicit SlcUnfinishedFile(std::string place, OnExit onExit = OnExit::Remove);
     ~SlcUnfinishedFile();
     SlcUnfinishedFile(const SlcUnfinishedFile&) = delete;
     SlcUnfinishedFile& operator=(const SlcUnfinishedFile&) = delete;
 
-    /// Where to write the file.
+    /// The path to write to.
     [[nodiscard]] const std::string& Path() const { return m_path; }
-    /// Empty, with the reason in `errno`, if none could be made.
+    /// Empty, with the reason in `errno`, if no folder could be made.
     [[nodiscard]] const std::string& Folder() const { return m_folder; }
 
     /// False, with the reason in `errno`, if the file cannot be moved.

@@ -1,4 +1,4 @@
-// What a report calls a part of the source by: the first name or constant in it.
+// A report identifies a part of the source by the first name or constant in it.
 
 #include "support/reports/SlcNearError.h"
 

@@ -8,7 +8,7 @@
 /// constant, name or called function, or the left operand of an operator.
 class SlcNearError : public SlcCodeWalker {
 public:
-    /// Empty for a null node; "<somewhere>" for what has no short text of its own.
+    /// Empty for a null node; "<somewhere>" for a node without a short text.
     [[nodiscard]] std::string operator()(SlcSyntaxNode* node);
 
 private:

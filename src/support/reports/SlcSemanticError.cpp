@@ -1,7 +1,7 @@
-// Reports at nodes of the tree. The heading that names a function is printed in front of the first
-// report in it, and again in front of the first report of the function around, once one inside has
-// been printed (ResumeFunc). While it is quiet, as in the rounds over a loop that only look for
-// details, nothing is printed or counted.
+// Reports at nodes of the tree. The heading that names a function is printed before the first
+// report in it. After an inner function with reports, the heading of the outer function is printed
+// again before its next report (ResumeFunc). While quiet, as during the iterations over a loop that
+// only compute details, nothing is printed or counted.
 //
 // Tested by tests/support/SlcSemanticErrorTest.cpp.
 
@@ -30,7 +30,7 @@ void Record(const SlcSemanticError::Place& place, std::string_view kind, std::st
                   columns.length, std::string(text), ""});
 }
 
-/// `node` may be null: the text then stands alone.
+/// If `node` is null, the text is printed without a position.
 void Print(const SlcSyntaxNode* node, std::string_view kind, std::string text, int level = 0)
 {
     if (node)

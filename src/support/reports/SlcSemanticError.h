@@ -10,32 +10,32 @@
 class SlcCommentICode;
 class SlcIdentNode;
 
-/// The sink for the messages of every pass after parsing, shared by the passes of one compile.
+/// The sink for the messages of all passes after parsing, shared by the passes of one compilation.
 ///
-/// A message about a node carries the node's file and line. Reports of one function or shader
-/// are headed once by the line "file: In function name". An error is counted and the pass goes
-/// on; a fatal error ends the process with status 1.
+/// A message about a node contains the node's file and line. The reports of a function or shader
+/// are preceded by one line "file: In function name". An error is counted and the pass continues; a
+/// fatal error ends the process with status 1.
 class SlcSemanticError : public SlcCollectable {
 public:
-    /// The function or shader whose body is being checked from here on; neither is owned.
+    /// Sets the function or shader whose body is being checked; the pointers are not owned.
     void SetFuncName(const SlcIdentNode* function, const std::string* file);
 
     /// The function whose body is being checked, and whether its heading has been printed.
     struct Heading {
         const SlcIdentNode* function = nullptr;
-        const std::string* file = nullptr;  // of the function's definition
+        const std::string* file = nullptr;  // file of the function's definition
         bool isPrinted = false;
     };
     [[nodiscard]] const Heading& GetHeading() const { return m_heading; }
-    /// The body goes on behind a function inside it. Its heading comes again only if that function
-    /// has printed one in between.
+    /// Resumes the body of a function after an inner function. Its heading is printed again only if
+    /// the inner function has printed one.
     void ResumeFunc(Heading outer);
 
     /// False once an error has been reported.
     [[nodiscard]] bool NoError() const { return m_noError; }
 
-    /// While one lives, errors and warnings are neither printed nor counted: what is walked will be
-    /// walked again.
+    /// While an object of this class exists, errors and warnings are neither printed nor counted,
+    /// because the code will be walked again.
     class Quiet {
     public:
         explicit Quiet(SlcSemanticError& errors) : m_errors(errors) { ++m_errors.m_quiet; }
@@ -48,8 +48,8 @@ public:
     };
     [[nodiscard]] bool IsQuiet() const { return m_quiet > 0; }
 
-    /// Quiet if an error has been reported since there were `before` (`NbErrors()`): what further
-    /// checks of the same expression say would only follow from it.
+    /// Quiet if the error count has grown beyond `before` (an earlier `NbErrors()`): further
+    /// reports about the same expression would only follow from that error.
     class QuietAfterError {
     public:
         QuietAfterError(SlcSemanticError& errors, int before);
@@ -58,12 +58,12 @@ public:
         std::optional<Quiet> m_quiet;
     };
 
-    /// `node` may be null in all forms of `Error`: the message then stands without a place.
+    /// In all forms of `Error`, `node` may be null: the message then has no position.
     void Error(const SlcSyntaxNode* node, std::string_view message);
     void Error(const SlcSyntaxNode* node, std::string_view message, std::string_view detail);
     /// Shows an excerpt of `nearby`, which may be null.
     void Error(const SlcSyntaxNode* node, std::string_view message, SlcSyntaxNode* nearby);
-    /// Placed by the comment of the code, which may not be null; so is `FatalErrorICode`.
+    /// Uses the position of `comment`, which must not be null; so does `FatalErrorICode`.
     void ErrorICode(const SlcPtr<SlcCommentICode>& comment, std::string_view message);
 
     /// Printed and counted only if the warning level is at least `level`, 1 or 2.
@@ -72,11 +72,11 @@ public:
     void Warning(const SlcSyntaxNode* node, std::string_view message, std::string_view detail,
                  int level);
 
-    /// A line of advice below a report, where advice is shown; never counted.
+    /// Adds a line of advice to a report if advice is enabled; never counted.
     void Advise(const SlcSyntaxNode* node, std::string_view text);
 
-    /// A fault of the compiler itself, or of what the passes before should have refused: prints the
-    /// message and the contact address, and ends the process with status 1.
+    /// Reports a fault of the compiler, or code that earlier passes should have rejected: prints
+    /// the message and the contact address, and ends the process with status 1.
     [[noreturn]] void FatalError(const SlcSyntaxNode* node, std::string_view message);
     [[noreturn]] void FatalError(std::string_view message);
     [[noreturn]] void FatalErrorICode(const SlcPtr<SlcCommentICode>& comment,
@@ -88,16 +88,16 @@ public:
         int line = 0;
         SlcTextRange range;
     };
-    /// The line `file:line: kind: text`; counts nothing. `level` is that of a warning.
+    /// Prints the line `file:line: kind: text`; counts nothing. `level` is the level of a warning.
     static void PrintAt(const Place& place, std::string_view kind, std::string_view text,
                         int level = 0);
 
 private:
     void CountError();
-    /// Once for each function, and only if it is known.
+    /// Prints the heading once per function, if the function is known.
     void PrintHeading();
 
     bool m_noError = true;
     Heading m_heading;
-    int m_quiet = 0;  // how many want it so
+    int m_quiet = 0;  // nesting depth of `Quiet`
 };
