@@ -1,11 +1,12 @@
-// First the numbers, line by line, and then the instructions in them: the number of an instruction
-// tells its layout, and the layout how many operands follow. Where a list of arguments follows, one
-// of the operands is their count:
+// Reads the numbers of a block line by line, then decodes the instructions: the number of an
+// instruction determines its layout, and the layout the number of operands. If a list of arguments
+// follows, one of the operands is their count:
 //
-//     CALL_PRIM_CONCAT 2 r s1 s2     layout "nw*": the count of what stands at the star, the result
+//     CALL_PRIM_CONCAT 2 r s1 s2     layout "nw*": the number of values at the star, the result
 //
-// A number that names something else must be one that is there, and a jump must lead to the begin
-// of an instruction or to the end. So whoever has a block may follow what it names without looking.
+// An operand that refers to something must refer to an existing item, and the target of a jump must
+// be the start of an instruction or the end of the block. So code that uses a block need not check
+// its references.
 //
 // Tested by tests/backends/SqxReaderTest.cpp and the fuzz target `bytecode`.
 
@@ -75,7 +76,7 @@ void SqxBlockReader::CheckValue(const SqxBlock& block, const SqxInstruction& ins
     case 'i':
     case 'n':
     case 'd':
-    case 'j':  // what these two refer to is not read yet
+    case 'j':  // the targets of these two have not been read yet
         return;
     case 's':
         count = m_shader.spaces.size();

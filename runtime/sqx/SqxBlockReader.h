@@ -6,20 +6,21 @@
 #include "sqx/SqxShader.h"
 
 /// Reads blocks of code within the text of a byte-code file. All faults throw `SqxMalformed`, with
-/// the line of the number at fault; what was read by then stands in the block.
+/// the line of the faulty number; the block then contains what was read so far.
 class SqxBlockReader {
 public:
-    /// Reads on where the cursor stands. `shader`: what was read of the file so far. Both must
-    /// outlive this.
+    /// Reads from the cursor's position. `shader` is the part of the file read so far. Both must
+    /// outlive this object.
     SqxBlockReader(SqxCursor& cursor, const SqxShader& shader) : m_cursor(cursor), m_shader(shader)
     {
     }
 
-    /// Reads a block, its count first, and finds its instructions. `names`: so many of the shader's
-    /// variables the block may name. O(n log n) for n numbers.
+    /// Reads a block, its count first, and decodes its instructions. The block may use only the
+    /// first `names` variables of the shader. O(n log n) for n numbers.
     void Read(SqxBlock& block, std::size_t names);
 
-    /// Whether the block calls shadeops of the file alone, which stand behind the first blocks.
+    /// Checks that the block calls only shadeops that the file declares. A separate step, since the
+    /// file lists shadeops after the first blocks.
     void CheckShadeops(const SqxBlock& block) const;
 
 private:

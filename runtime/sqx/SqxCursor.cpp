@@ -1,6 +1,5 @@
-// A file may hold anything, so an item is taken only if it is there, is of its kind, and fits its
-// range; the first that is not ends the reading with its line and section. The text is never
-// copied, but for quoted parts.
+// A file may contain anything, so each item is checked for presence, kind and range; the first
+// fault ends the reading with its line and section. Only quoted text is copied.
 //
 // Tested by tests/backends/SqxReaderTest.cpp and the fuzz target `bytecode`.
 
@@ -71,7 +70,7 @@ double SqxCursor::ReadFloat(const char* what)
     const std::string_view word = ReadWord(what);
     double value = 0;
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
-    // A value too small for a double counts as 0.
+    // A value too small for a double is accepted as 0.
     if ((error != std::errc() && error != std::errc::result_out_of_range) ||
         end != word.data() + word.size() || !std::isfinite(value))
         Fail(std::string(what) + " is not a number: " + std::string(word));

@@ -1,6 +1,6 @@
-// The text is for eyes and for comparing: whatever is no matter of meaning, such as the numbers of
-// constants, is replaced by what it stands for, and what a damaged file lacks shows as "?" and its
-// number. Positions stay, since jumps name them.
+// The text is meant for reading and for comparison: numbers without meaning, such as those of
+// constants, are replaced by the item itself, and an item missing from a damaged file is shown as
+// "?" and its number. Positions are kept, since jumps refer to them.
 //
 // Tested by the dumps of tests/golden and by tests/backends/SqxReaderTest.cpp.
 
@@ -20,7 +20,7 @@ std::string NumberText(double value)
     return {text, end};
 }
 
-/// A text of the source may run over lines.
+/// A string of the source may contain newlines.
 std::string OnOneLine(std::string text)
 {
     for (std::size_t i = 0; (i = text.find('\n', i)) != std::string::npos; i += 2)
@@ -37,7 +37,7 @@ std::string ConstantText(const SqxVariable& constant)
     return NumberText(constant.number);
 }
 
-/// "varying color[3]", as far as the file tells.
+/// Formats "varying color[3]", as far as the file specifies it.
 std::string TypeText(const SqxVariable& variable)
 {
     std::string text = variable.uniform ? "uniform " : "varying ";
@@ -49,7 +49,7 @@ std::string TypeText(const SqxVariable& variable)
     return text;
 }
 
-/// What a damaged file does not hold.
+/// Text for an item missing from a damaged file.
 std::string UnknownText(std::size_t number)
 {
     return '?' + std::to_string(number);
@@ -77,9 +77,9 @@ std::string ValueText(const SqxShader& shader, char letter, int value)
     }
 }
 
-constexpr std::size_t k_deepestIndent = 20;  // levels; deeper brackets stand in line
+constexpr std::size_t k_deepestIndent = 20;  // levels; deeper brackets are not indented further
 
-/// One line for each variable of a kind in a range of numbers, and a heading.
+/// A heading, and one line for each variable of a kind in a range of numbers.
 std::string VariablesText(const SqxShader& shader, SqxVariableKind kind, const char* heading,
                           std::size_t first, std::size_t end)
 {

@@ -1,10 +1,9 @@
-// The parts of a library that a dynamic loader looks at, and no others: segments, the dynamic
-// section, a hash table of symbols, relocations. Sections need not be there. Each record is copied
-// out of the bytes after a look at how many there are, so that no offset of the file can lead
-// outside.
+// Reads only the parts of a library that a dynamic loader reads: segments, the dynamic section, a
+// hash table of symbols, relocations. Section headers are not needed. Each record is copied after a
+// bounds check, so no offset in the file can lead outside.
 //
 // Format: "Executable and Linking Format", System V Application Binary Interface, chapters 4 and 5;
-// the other hash table as the GNU tools write it.
+// the other hash table is the one of the GNU tools.
 //
 // Tested by tests/symbols/SlcShadeopLoaderTest.cpp and the fuzz target `shadeop_table`.
 
@@ -22,7 +21,7 @@ namespace {
 
 using Bytes = SqxElfFile::Bytes;
 
-/// What differs from one processor to another.
+/// The parameters that depend on the processor.
 struct Machine {
     unsigned int number;
     unsigned int relative;  // relocation: base + addend
@@ -45,10 +44,10 @@ constexpr bool k_isWide = sizeof(void*) == 8;
 constexpr unsigned char k_wordSize = k_isWide ? ELFCLASS64 : ELFCLASS32;
 constexpr unsigned char k_byteOrder =
     __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__ ? ELFDATA2LSB : ELFDATA2MSB;
-// Headers of older systems do not have their names.
+// Headers of older systems do not define these constants.
 constexpr int k_packedRelocationsSize = 35;
 constexpr int k_packedRelocations = 36;
-constexpr unsigned char k_symbolTypes = 0xf;  // the part of `st_info`
+constexpr unsigned char k_symbolTypes = 0xf;  // these bits of `st_info`
 
 std::uint64_t RelocationType(std::uint64_t information)
 {
@@ -60,7 +59,7 @@ std::uint64_t RelocationSymbol(std::uint64_t information)
     return k_isWide ? information >> 32 : information >> 8;
 }
 
-/// The record at a place of the bytes; none if they end before it does.
+/// Returns the record at an offset; none if it would exceed the bytes.
 template <class Record>
 std::optional<Record> RecordAt(Bytes bytes, std::uint64_t place)
 {
@@ -115,7 +114,7 @@ SqxElfFile::Kind KindOf(unsigned char information)
 SqxElfFile SqxElfFile::Open(const std::string& path)
 {
     std::error_code error;
-    // To open anything else could wait for ever.
+    // Opening anything else could block forever.
     if (!std::filesystem::is_regular_file(path, error))
         return SqxElfFile({});
     std::ifstream file(path, std::ios::binary | std::ios::ate);
@@ -247,8 +246,9 @@ SqxElfFile::Symbol SqxElfFile::Find(std::string_view name) const
     return m_gnuHash != 0 ? FindByGnuHash(name) : FindByHash(name);
 }
 
-/// The table: counts of buckets, of the first hashed symbol and of words of a filter, a shift; the
-/// filter; the buckets; a hash for each symbol, whose lowest bit ends a chain.
+/// Layout of the table: the number of buckets, the first hashed symbol, the number of words of a
+/// Bloom filter, a shift; the filter; the buckets; a hash per symbol, whose lowest bit ends a
+/// chain.
 SqxElfFile::Symbol SqxElfFile::FindByGnuHash(std::string_view name) const
 {
     using Word = std::uint32_t;
@@ -277,7 +277,8 @@ SqxElfFile::Symbol SqxElfFile::FindByGnuHash(std::string_view name) const
     }
 }
 
-/// The table: counts of buckets and of symbols; the buckets; the next of the chain for each symbol.
+/// Layout of the table: the numbers of buckets and of symbols; the buckets; the next symbol of the
+/// chain for each symbol.
 SqxElfFile::Symbol SqxElfFile::FindByHash(std::string_view name) const
 {
     using Word = std::uint32_t;
@@ -287,7 +288,7 @@ SqxElfFile::Symbol SqxElfFile::FindByHash(std::string_view name) const
     if (m_hash == 0 || !buckets || !symbols || *buckets == 0)
         return {};
     auto index = RecordAt<Word>(table, (2 + std::uint64_t{HashOf(name) % *buckets}) * sizeof(Word));
-    // A chain of a bad file may be a ring.
+    // A chain in a bad file may be circular.
     for (Word steps = 0; index && *index != 0 && steps < *symbols; ++steps) {
         if (const Symbol symbol = SymbolAt(*index, name); symbol.kind != Kind::None)
             return symbol;
@@ -296,7 +297,7 @@ SqxElfFile::Symbol SqxElfFile::FindByHash(std::string_view name) const
     return {};
 }
 
-/// None unless it has that name and is defined here.
+/// None unless the symbol has that name and is defined in this file.
 SqxElfFile::Symbol SqxElfFile::SymbolAt(std::uint64_t index, std::string_view name) const
 {
     const auto symbol = RecordAt<ElfW(Sym)>(At(m_symbols), index * sizeof(ElfW(Sym)));
@@ -322,7 +323,7 @@ std::vector<std::optional<std::uint64_t>> SqxElfFile::PointersAt(std::uint64_t a
     };
     std::vector<std::optional<std::uint64_t>> pointers(
         std::min(count, bytes.size() / sizeof(ElfW(Addr))));
-    // A number that no relocation makes an address is none.
+    // A nonzero number without a relocation is not an address.
     for (std::size_t i = 0; i < pointers.size(); ++i)
         if (stored(i) == 0)
             pointers[i] = 0;
@@ -346,8 +347,8 @@ std::vector<std::optional<std::uint64_t>> SqxElfFile::PointersAt(std::uint64_t a
     return pointers;
 }
 
-/// An even entry is a place, and the next ones count from behind it: an odd one has a bit for each
-/// of so many words.
+/// An even entry is an address. The odd entries after it are bit maps of the words that follow that
+/// address.
 template <class Visit>
 void SqxElfFile::ForEachPackedRelocation(const Visit& visit) const
 {

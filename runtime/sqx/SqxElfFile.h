@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-/// A shared library, read as a file: what it exports is found without loading it, so that none of
-/// its code runs. The file is not trusted: nothing is read outside of it, whatever it holds.
+/// A shared library, read as a file: its exports are found without loading it, so none of its code
+/// runs. The file is not trusted: no content can make this class read outside it.
 ///
 /// Addresses are those of the file, before a loader moves the library.
 class SqxElfFile {
@@ -19,31 +19,30 @@ public:
     enum class Kind { None, Function, Object, Other };
 
     struct Symbol {
-        Kind kind = Kind::None;  // none if the library itself does not define it
+        Kind kind = Kind::None;  // none if the library does not define it
         std::uint64_t address = 0;
         std::uint64_t size = 0;  // 0 if the library does not say
     };
 
-    /// Reads all of the file; one that is not there, or is no regular file, is empty.
+    /// Reads the whole file; the result is empty if it does not exist or is not a regular file.
     [[nodiscard]] static SqxElfFile Open(const std::string& path);
     explicit SqxElfFile(std::vector<std::byte> bytes);
 
-    /// It is a shared library of this machine, and holds each of its segments to the end: the
-    /// loader of the system ends the process for one that is cut short. For any other file what
-    /// follows finds nothing.
+    /// True for a shared library for this machine whose segments are all complete: the system's
+    /// loader would crash on a truncated one. For any other file the operations below find nothing.
     [[nodiscard]] bool IsLibrary() const { return m_isLibrary; }
 
-    /// What the library exports by that name, in expected constant time.
+    /// Finds the exported symbol of that name, in expected constant time.
     [[nodiscard]] Symbol Find(std::string_view name) const;
-    /// What the file holds from the address on to the end of its segment; empty if nothing.
+    /// The bytes from the address to the end of its segment; empty if the address is invalid.
     [[nodiscard]] Bytes At(std::uint64_t address) const;
-    /// The bytes of an object; those to the end of its segment if it has no size. None of any other
+    /// The bytes of an object; if it has no size, up to the end of its segment. Empty for any other
     /// symbol.
     [[nodiscard]] Bytes Contents(const Symbol& object) const;
-    /// The text at the address; none unless its null stands in the same segment.
+    /// The text at the address; none unless its terminating null is in the same segment.
     [[nodiscard]] std::optional<std::string_view> TextAt(std::uint64_t address) const;
-    /// The pointers at the address, as the loader would leave them; none for one that points to
-    /// another library. O(r + count) for r relocations.
+    /// The pointers at the address, with relocations applied; none for a pointer into another
+    /// library. O(r + count) for r relocations.
     [[nodiscard]] std::vector<std::optional<std::uint64_t>> PointersAt(std::uint64_t address,
                                                                        std::size_t count) const;
 
@@ -54,7 +53,7 @@ private:
         std::uint64_t size;
     };
 
-    /// A part of the dynamic section: where a table begins, and how many bytes it has.
+    /// The address and the size in bytes of a table in the dynamic section.
     struct Table {
         std::uint64_t address = 0;
         std::uint64_t size = 0;
@@ -73,10 +72,10 @@ private:
 
     std::vector<std::byte> m_bytes;
     bool m_isLibrary = false;
-    std::vector<Segment> m_segments;  // that are loaded
+    std::vector<Segment> m_segments;  // only those that are loaded
     Table m_strings;
     Table m_relocations;      // with addends
-    Table m_bareRelocations;  // whose addends stand where they are applied
+    Table m_bareRelocations;  // whose addends are stored at the relocated address
     Table m_packedRelocations;
     std::uint64_t m_symbols = 0;
     std::uint64_t m_hash = 0;

@@ -2,13 +2,13 @@
 
 #include <string_view>
 
-/// The version of the interface between compiled shaders and what runs them, byte-code and shared
-/// objects alike. A host runs byte-code of this version, and shared objects of its major version
-/// that are no newer.
+/// The version of the interface between compiled shaders and hosts, for byte-code and shared
+/// objects. A host runs byte-code of exactly this version, and shared objects of the same major
+/// version that are not newer.
 inline constexpr int k_sqxMajorVersion = 5;
 inline constexpr int k_sqxMinorVersion = 0;
 
-/// The lines that every byte-code file of this version starts with, the last one being the version.
+/// The first lines of every byte-code file of this version; the last of them is the version.
 inline constexpr std::string_view k_sqxFileHead[] = {
     "\x7Fomb",
     "############################################################################",

@@ -1,12 +1,12 @@
-// The layouts are made when this file is compiled, of the names of instructions and the rows that
-// match them: a reader finds them ready. A name tells most of it:
+// The layouts are computed when this file is compiled, from the names of instructions and the rows
+// that match them. The name determines most of a layout:
 //
 //     MULT_FLOAT_COLOR_SIMD_IF_TRUE     row "MULT_*", "wrr", "WXY", Point
 // becomes
 //     primitive MULT_FLOAT_COLOR, for all points, conditional; values "wcrr" of types "tbft"
 //
-// W being the wider one of the two types, and c the condition, which stands behind the result. A
-// compiler bounds the steps of one constant, so they are made in parts.
+// W is the wider of the two types, and c the condition, which comes after the result. Compilers
+// limit the steps of one constant evaluation, so the table is computed in parts.
 //
 // Tested by tests/backends/ByteCodeTableTest.cpp.
 
@@ -37,7 +37,7 @@ constexpr const SqxLayoutRow& RowFor(std::string_view primitive)
     throw primitive;  // an instruction without a row
 }
 
-/// The type that a word of a name stands for.
+/// The letter of the type that a word of a name denotes.
 constexpr char TypeOfWord(std::string_view word)
 {
     if (word == "FLOAT" || word == "1D")
@@ -57,7 +57,7 @@ constexpr std::string_view TakeLastWord(std::string_view& name)
     return word;
 }
 
-/// The type that stands for X, Y or W in an instruction of this name.
+/// The type of X, Y or W in an instruction of this name.
 constexpr char TypeOf(char letter, std::string_view name)
 {
     if (letter != 'X' && letter != 'Y' && letter != 'W')
@@ -88,7 +88,7 @@ struct Letters {
     unsigned char count = 0;
 };
 
-/// Writes repeated letters out; a number without a letter before it is that of no values.
+/// Expands repeated letters; a number without a letter before it means no values.
 constexpr Letters Expand(std::string_view column)
 {
     Letters letters;
@@ -128,8 +128,8 @@ constexpr void AddTypes(Form& form, std::string_view types)
         form.types.text[i] = TypeOf(form.types.text[i], form.layout.primitive);
 }
 
-/// The condition stands behind the result, if there is one; instructions that have no form for
-/// all points have it last.
+/// Inserts the condition after the result, if there is one; in instructions without a whole-grid
+/// form the condition is last.
 constexpr void AddCondition(Form& form)
 {
     const std::size_t behindResult = form.operands.text[0] == 'w' ? 1 : 0;
@@ -173,7 +173,7 @@ constexpr Part k_forms = [] {
     return forms;
 }();
 
-/// The layouts, whose letters stand in the forms.
+/// The layouts, which refer to the letters in the forms.
 template <std::size_t part>
 constexpr LayoutPart k_layouts = [] {
     LayoutPart layouts;
@@ -192,7 +192,7 @@ constexpr auto k_parts = []<std::size_t... part>(std::index_sequence<part...>)
 }
 (std::make_index_sequence<k_partCount>());
 
-/// A list's types are those of its fixed values and one more.
+/// A list has one type more than its fixed values.
 constexpr bool TypesFitOperands()
 {
     for (const LayoutPart* part : k_parts)

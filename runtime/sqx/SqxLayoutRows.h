@@ -4,20 +4,20 @@
 
 #include "sqx/SqxLayout.h"
 
-/// How the values of instructions are laid out and typed: one row for a primitive, or for all that
-/// match a pattern; the first that matches holds.
+/// The layout and types of the values of instructions: one row per primitive, or for all that match
+/// a pattern; the first match counts.
 struct SqxLayoutRow {
     std::string_view pattern;   // "*" stands for any text
-    std::string_view operands;  // letters of the layout; empty: never written
+    std::string_view operands;  // letters of the layout; empty if never written
     std::string_view types;     // one letter for each value
     SqxRun run;
 
-    // In both columns a number repeats the letter before it, and "0" stands for no values. In the
-    // column of types
+    // In both columns a number repeats the letter before it, and "0" means no values. In the column
+    // of types
     //   X  is the last but one word of the name as a type: FLOAT, POINT, 1D, 3D and so on
     //   Y  the last one
     //   W  the one of the two that is wider
-    // and a letter with a star, behind a list's fixed letters, stands for any further values.
+    // and a letter with a star, after a list's fixed letters, stands for any further values.
 };
 
 // clang-format off
@@ -181,7 +181,7 @@ inline constexpr SqxLayoutRow k_sqxLayoutRows[] = {
     {"CONVERT_COLOR_HSV_TO_RGB",             "",       "",             Point},
     {"FIND_SPACE",                           "",       "",             Point},
     {"CALL_PRIM_FULLTRACE",                  "",       "",             Point},
-    // The other built-ins, all functions of one number
+    // All other built-ins are functions of one number
     {"CALL_PRIM_*",                          "wr",     "ff",           Point},
 };
 

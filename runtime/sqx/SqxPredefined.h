@@ -2,13 +2,13 @@
 
 #include "sqx/SqxType.h"
 
-/// A variable that every shader knows without declaring it. The order of the rows is that of
-/// `QxMachineStore::Bind`, and new ones come behind the others.
+/// A variable that shaders use without declaring it. `QxMachineStore::Bind` relies on the order of
+/// the rows, so new ones are appended.
 struct SqxPredefined {
     const char* name;
     SqxType type;
     bool uniform;
-    const char* accessor;  // the text by which generated C++ reaches the variable
+    const char* accessor;  // the expression for the variable in generated C++
 };
 
 // clang-format off

@@ -1,9 +1,8 @@
-// The sections of the file in their order, each item by the cursor, which knows the line and throws
-// where something else stands. Counts are believed only as far as the items behind them are there:
-// nothing is reserved by what a file claims.
+// Reads the sections in order. The cursor reads each item, tracks the line and throws if the item
+// is wrong. Counts are not trusted: no memory is reserved for items that have not been read.
 //
-// Facts that a section needs of a later one are checked once that is read: the numbers of shadeops
-// stand in code in front of the shadeops themselves.
+// References to a later section are checked when that section has been read: code contains numbers
+// of shadeops before the list of shadeops.
 //
 // Tested by tests/backends/SqxReaderTest.cpp and the fuzz target `bytecode`.
 
@@ -22,7 +21,7 @@ namespace {
 constexpr int k_highestShaderType = 4;
 constexpr std::streamsize k_readSize = 1 << 16;
 
-// Far beyond what the compiler writes; a file that goes on for ever must not fill the memory.
+// Far larger than any file of the compiler; an endless file must not fill the memory.
 constexpr std::size_t k_largestFile = std::size_t{1} << 26;
 // Values in code have 16 bits.
 constexpr std::size_t k_mostNames = std::size_t{1} << 15;
@@ -295,7 +294,7 @@ void SqxReader::ReadLibraries(SqxCursor& cursor)
     const int libraries = cursor.ReadCountLine("Number of libraries");
     for (int i = 0; i < libraries; ++i) {
         m_shader.libraries.push_back(SqxLiteralText(cursor.ReadQuoted("Library")));
-        // Libraries are sought in the folders that the user names, and nowhere else.
+        // Libraries are searched only in the folders that the user names.
         if (m_shader.libraries.back().find('/') != std::string::npos)
             cursor.Fail("Library \"" + m_shader.libraries.back() + "\" is not a plain file name");
         cursor.EndLine();

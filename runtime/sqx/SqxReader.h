@@ -7,28 +7,28 @@
 #include "sqx/SqxCursor.h"
 #include "sqx/SqxShader.h"
 
-/// Reads the text of a byte-code file into a structure. It trusts nothing in it: of a file that is
-/// taken every number refers to something that is there, and a block's instructions are whole. That
-/// operands have the right types is not looked at: see `QxVerifier`.
+/// Reads the text of a byte-code file into a structure, without trusting the file: in an accepted
+/// file every number refers to an existing item, and the instructions of each block are complete.
+/// The types of operands are not checked here, but by `QxVerifier`.
 ///
-/// One reader may read one file after the other, in one thread at a time.
+/// A reader may read several files, one after another, in one thread at a time.
 class SqxReader {
 public:
-    /// False if the text is not a byte-code file; `Message` then tells the line, the section and
-    /// the fault, and `Shader` holds what stands in front of it. The text is not kept.
-    /// O(n log n) for n bytes.
+    /// False if the text is not a byte-code file; then `Message` returns the line, the section and
+    /// the fault, and `Shader` the part before the fault. The text is not kept. O(n log n) for n
+    /// bytes.
     [[nodiscard]] bool Read(std::string_view text);
     /// Reads a file. False also if it cannot be read; the message is then the system's.
     [[nodiscard]] bool ReadFile(const std::string& path);
-    /// The bytes of a file, but for those that go beyond the largest one that can be read.
+    /// Reads the bytes of a file, up to just over the maximum size that `Read` accepts.
     [[nodiscard]] static std::string Bytes(std::istream& file);
 
-    /// What the last reading found.
+    /// The result of the last `Read`.
     [[nodiscard]] const SqxShader& Shader() const { return m_shader; }
-    /// The same, for good: the reader is left without it.
+    /// Moves the result out of the reader.
     [[nodiscard]] SqxShader TakeShader() { return std::move(m_shader); }
     [[nodiscard]] const std::string& Message() const { return m_message; }
-    /// Line of the fault that the message tells of, from 1; 0 if there is none in the text.
+    /// The line of the fault in the message, from 1; 0 if the text has no fault.
     [[nodiscard]] int FaultLine() const { return m_faultLine; }
 
 private:

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t k_texts = sizeof(QxShadeop) / sizeof(const char*);
 
-/// None for what is no text of the library; null stands for the empty one.
+/// None if the pointer does not point to text in the library; empty for a null pointer.
 std::optional<std::string_view> TextOf(const SqxElfFile& library,
                                        const std::optional<std::uint64_t>& pointer)
 {

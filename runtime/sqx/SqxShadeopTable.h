@@ -6,22 +6,23 @@
 
 #include "sqx/SqxElfFile.h"
 
-/// One record of a library's table; texts are empty where it has none.
+/// One record of a library's table; missing texts are empty.
 struct SqxShadeopRecord {
     std::string_view declaration;
     std::string_view init;
     std::string_view cleanup;
 };
 
-/// The table by which a library declares a shadeop, as `QxShadeop` of `shading/QxShadeop.h` lays it
-/// out. The compiler, the machine and the host read it here. A library may export anything by the
-/// name of a table, so that nothing is followed that does not point into it.
+/// The table in which a library declares a shadeop, an array of `QxShadeop`
+/// (`shading/QxShadeop.h`). The compiler, the machine and the host read it with this class. A
+/// library may export anything under the name of a table, so pointers outside the library are not
+/// followed.
 class SqxShadeopTable {
 public:
-    /// What stands under the table's name.
+    /// The kind of symbol with the table's name.
     enum class Place {
         Nothing,
-        Other,  // no data
+        Other,  // not data
         Table
     };
 
@@ -34,11 +35,12 @@ public:
     }
 
     [[nodiscard]] Place Found() const { return m_place; }
-    /// Up to the record that ends the table, or to the first one that holds what is no text.
+    /// The records up to the end record, or to the first record with a pointer that is not text.
     [[nodiscard]] const std::vector<SqxShadeopRecord>& Records() const { return m_records; }
-    /// It ended at a record that holds what is no text of the library.
+    /// True if the table ended at a record with a pointer that is not text in the library.
     [[nodiscard]] bool IsFaulty() const { return m_isFaulty; }
-    /// A record ends it, as it must. Without one the table goes as far as its object.
+    /// True if the required end record was found. Otherwise the table extends to the end of its
+    /// object.
     [[nodiscard]] bool HasEnd() const { return m_hasEnd; }
 
 private:

@@ -11,36 +11,35 @@
 struct SqxShadeopType {
     SqxType type = SqxType::Float;
     bool array = false;
-    int size = 0;  // of an array; 0 for any
+    int size = 0;  // length of an array; 0 for any length
 };
 
-/// Reads the text by which a library declares a shadeop: "float blend(color, float[4])". Only the
-/// space character counts as blank. The compiler and what runs shaders read it alike.
+/// Parses the text with which a library declares a shadeop: "float blend(color, float[4])". Only
+/// the space character counts as blank. The compiler and the hosts share this parser.
 ///
-/// Each operation reads on from where the one before stopped, and none reads past the end. They
-/// come in this order:
+/// Each operation continues where the previous one stopped, and none reads past the end. Call them
+/// in this order:
 ///
 ///     ReadReturnType, ReadName, ReadArgument(true), ReadArgument(false) until IsAtEnd, ReadEnd
 ///
-/// None throws; where one gives nothing, the text declares no shadeop.
+/// None throws; if one returns nothing, the text does not declare a shadeop.
 class SqxShadeopText {
 public:
     /// The text must outlive the reader.
     explicit SqxShadeopText(std::string_view text) : m_rest(text) {}
 
-    /// None if the text does not begin with a type word.
+    /// None if there is no type at the start.
     [[nodiscard]] std::optional<SqxType> ReadReturnType();
     /// Empty if no name follows.
     [[nodiscard]] std::string_view ReadName();
-    /// One type, with the "(" in front of the first one and the "," in front of the others. None if
-    /// there is none, or none as it must be.
+    /// Reads one type with the "(" or "," before it. None if it is missing or malformed.
     [[nodiscard]] std::optional<SqxShadeopType> ReadArgument(bool first);
-    /// The ")" is next.
+    /// True if the ")" is next.
     [[nodiscard]] bool IsAtEnd() const { return m_rest.starts_with(')'); }
-    /// The ")" follows, and nothing but blanks behind it.
+    /// True if the ")" follows, and nothing but blanks after it.
     [[nodiscard]] bool ReadEnd();
 
-    /// One of the six types that a shadeop can have; none for any other word.
+    /// Returns one of the six types that a shadeop can use; none for any other word.
     [[nodiscard]] static std::optional<SqxType> TypeOf(std::string_view word);
 
 private:
@@ -48,9 +47,9 @@ private:
     {
         m_rest.remove_prefix(std::min(m_rest.find_first_not_of(' '), m_rest.size()));
     }
-    /// Takes what stands in front of one of `ends`, or all of the text.
+    /// Reads up to one of `ends`, or to the end of the text.
     [[nodiscard]] std::string_view ReadUpTo(std::string_view ends);
-    /// Takes that character, if it is next.
+    /// Skips the character if it is next.
     [[nodiscard]] bool Skip(char wanted);
     [[nodiscard]] std::optional<int> ReadArraySize();
 
@@ -134,7 +133,7 @@ inline bool SqxShadeopText::Skip(char wanted)
     return true;
 }
 
-/// The decimal number up to "]", which is read as well. None and 0 stand for an unknown size.
+/// Reads a decimal number and the "]" after it. A missing number and 0 both mean an unknown size.
 inline std::optional<int> SqxShadeopText::ReadArraySize()
 {
     SkipBlanks();

@@ -1,6 +1,6 @@
-// Names of codes, and the values of an instruction by place. A layout ends with a star where a list
-// follows, so that the letter of a value far behind is still that of the list. Instructions stand
-// in the order of their positions, so a position is found by halving.
+// Names of codes, and access to the values of instructions. If a list follows, the layout ends with
+// a star, which stands for all further values. Instructions are sorted by position, so a position
+// is found by binary search.
 
 #include "sqx/SqxShader.h"
 
@@ -39,7 +39,7 @@ const char* SqxShaderTypeName(int code)
 
 char SqxBlock::Letter(const SqxInstruction& instruction, std::size_t i)
 {
-    // The star, always last, stands for all the values from its place on.
+    // The star, always last, stands for all values from its position on.
     const std::string_view operands = instruction.layout->operands;
     const char letter = operands[std::min(i, operands.size() - 1)];
     return letter == '*' ? 'r' : letter;

@@ -1,7 +1,7 @@
 #pragma once
 
-/// Types of variables by the codes of the file. Int is that of literal numbers in code, and Bool
-/// that of flags and constants; no parameter has either.
+/// The codes of types in the file. Int is the type of literal numbers in code, and Bool that of
+/// flags and constants; no parameter has either.
 enum class SqxType {
     Float = 1,
     Point = 2,
@@ -14,5 +14,5 @@ enum class SqxType {
     Bool = 10,
 };
 
-/// As messages and dumps call it; empty for a code that is none.
+/// The name in messages and dumps; empty for an invalid code.
 [[nodiscard]] const char* SqxTypeName(SqxType type);
