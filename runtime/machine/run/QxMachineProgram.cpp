@@ -1,7 +1,8 @@
-// The way of a file into the machine: read, verify, translate, load the libraries. Each step trusts
-// the one before and nothing else, so they throw in this order and the error tells how far it came.
+// Loads a file into the machine: read, verify, translate, load the libraries. Each step relies on
+// the previous ones, so errors are thrown in this order.
 //
-// AVX2 kernels are the same source compiled again for that processor, picked here once a program.
+// The AVX2 kernels are the same source compiled for that instruction set; the choice is made here,
+// once per program.
 //
 // Tested by tests/machine, tests/host/HostTest.cpp and the fuzz target `bytecode`.
 
@@ -25,7 +26,7 @@ QxShaderInterface::QxType TypeOf(int code)
     return types[code];
 }
 
-/// `illuminate` and `solar` give a light a place or a direction.
+/// `illuminate` and `solar` give a light a position or a direction.
 bool IsLightStatement(const SqxInstruction& instruction)
 {
     const std::string_view primitive = instruction.layout->primitive;

@@ -1,12 +1,12 @@
 // The machine's loop.
 //
-// Outside the parallel brackets an instruction runs once, or for the whole grid. The brackets run
-// strip by strip, so that the values of a strip stay in the cache from one instruction to the next,
-// and points that have left a loop cost nothing where a whole strip has: a loop within the brackets
-// goes on as long as the strip has a point in it. No point sees another one there, so that the
-// order does not show; texts that points hand to the scene are sorted. Within the brackets a
-// condition narrows the mask: nothing runs where no point is left, and no mask is looked at where
-// all are.
+// Outside parallel brackets an instruction runs once, or for the whole grid. Inside, the code runs
+// strip by strip, so that the values of a strip stay in the cache from one instruction to the next.
+// A loop inside the brackets runs as long as the strip has an active point, so points that have
+// left the loop cost nothing once the whole strip has left it. Points do not depend on each other
+// there, so the order has no effect; texts that points pass to the scene are sorted. Inside the
+// brackets a condition narrows the mask: code without active points is skipped, and the mask is
+// ignored if all points are active.
 
 #include "machine/run/QxMachineRun.h"
 
@@ -17,14 +17,14 @@
 namespace {
 
 constexpr unsigned int k_strip = 256;
-// Instructions, counted for each point, until the clock is looked at: some microseconds of the
-// cheapest ones, some milliseconds of those that are not.
+// The number of instructions, counted per point, between two reads of the clock: some microseconds
+// for cheap instructions, some milliseconds for expensive ones.
 constexpr std::size_t k_workBetweenLooks = std::size_t{1} << 15;
 constexpr std::chrono::milliseconds k_timeBetweenTests{2};
 
 enum class Share { None, Some, All };
 
-/// Of points of which some, or all, have a flag.
+/// How many points have the flag set, if `any` and `all` combine their flags.
 Share ShareOf(unsigned int any, unsigned int all)
 {
     if (any == 0)
@@ -43,7 +43,7 @@ Share ShareOf(const QxStopAndBool* flags, unsigned int first, unsigned int count
     return wanted ? ShareOf(any, all) : ShareOf(all ^ 1, any ^ 1);
 }
 
-/// mask = outer and (flags are as wanted)
+/// mask = outer and (flags == wanted)
 Share MakeMask(QxStopAndBool* mask, const QxStopAndBool* outer, const QxStopAndBool* flags,
                const QxPoints& points, bool wanted)
 {
@@ -106,7 +106,7 @@ void QxMachineRun::Initialize(const QxShadingContext& context, std::vector<QxVar
     if (variables.size() == m_program.Parameters().size() &&
         std::none_of(m_code.once.begin(), m_code.once.end(), isWanted))
         return;
-    // The memory for the grids stays: these blocks are uniform, and take any number of points.
+    // The memory for grids is kept: these blocks are uniform, and work with any number of points.
     Start({m_store.Points(), 1}, context, variables, QxDraws::k_ofDefaults);
     m_store.Bind({}, *context.Eye());
     for (const QxMachineCode::Initializer& initializer : m_code.once) {
@@ -243,7 +243,7 @@ void QxMachineRun::CountWork(std::size_t work)
         throw QxHostStopped("Shader '" + m_program.Name() + "' was stopped");
 }
 
-/// For the points of a flag.
+/// Runs `code` only for points whose flag is set.
 void QxMachineRun::RunWhere(const QxCode& code)
 {
     const auto* flags = static_cast<QxStopAndBool*>(m_state.values[code.flag.variable]);
@@ -280,7 +280,7 @@ void QxMachineRun::RunParallel(const QxCode* codes, const QxCode* begin)
         if (!m_state.notes.empty())
             TellNotes();
     }
-    // All points go round together, as it were.
+    // Steps count as if all strips ran together.
     m_steps = std::max(stepsBefore, mostSteps);
     m_state.notesWait = false;
 }
@@ -324,7 +324,7 @@ void QxMachineRun::RunStrip(const QxCode* codes, const QxCode* begin, unsigned i
     }
 }
 
-/// Where a jump leads to, or the instruction behind it.
+/// Returns the target of a jump, or the next instruction if it is not taken.
 const QxCode* QxMachineRun::Jump(const QxCode* codes, const QxCode* code)
 {
     const bool jump =
@@ -335,7 +335,8 @@ const QxCode* QxMachineRun::Jump(const QxCode* codes, const QxCode* code)
     return next;
 }
 
-/// The first instruction within the brackets of a condition, or behind them if no point is left.
+/// Returns the first instruction inside the brackets of a condition, or after them if no point is
+/// active.
 const QxCode* QxMachineRun::Enter(const QxCode* code, QxPoints& points, unsigned int depth)
 {
     const bool wanted = code->step == QxCodeStep::IfTrue;

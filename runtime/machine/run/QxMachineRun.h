@@ -8,45 +8,45 @@
 #include "machine/run/QxMachineProgram.h"
 #include "machine/run/QxMachineStore.h"
 
-/// What one run of a program needs for itself. It may be used for one grid after the other, and
-/// then keeps its memory; a grid of another size than the one before costs new memory. For one
-/// thread at a time; other threads have runs of their own of the same program.
+/// The state of one run of a program. It can shade any number of grids, one after another, and
+/// keeps its memory for grids of the same size. Use it in one thread at a time; other threads need
+/// their own runs of the same program.
 class QxMachineRun : private QxWorkCounter {
 public:
-    // Of one evaluation, unless they are set.
+    // Default limits of one evaluation.
     static constexpr std::size_t k_stepLimit = 10'000'000;
     static constexpr std::size_t k_memoryLimit = std::size_t{1} << (sizeof(void*) > 4 ? 32 : 31);
 
     /// The program must outlive the run.
     explicit QxMachineRun(const QxMachineProgram& program);
 
-    /// An evaluation that takes more steps than this throws `QxHostError`: the shader does not end.
-    /// Steps are instructions that run again: those that a jump back has left behind, whatever the
-    /// size of the grid. Counted by itself, and for the average point, is the work on texts and
-    /// lists: characters, values, and states of regular expressions.
+    /// An evaluation that takes more steps than this throws `QxHostError`, since the shader does
+    /// not seem to end. A step is an instruction that is repeated by a backward jump, independent
+    /// of the size of the grid. The work on texts and lists is counted separately, per average
+    /// point: characters, values, and states of regular expressions.
     void SetStepLimit(std::size_t limit) { m_stepLimit = limit; }
     /// An evaluation whose variables need more bytes than this throws `QxHostError`.
     void SetMemoryLimit(std::size_t bytes) { m_memoryLimit = bytes; }
-    /// An evaluation asks this every few milliseconds, in its own thread, and throws
-    /// `QxHostStopped` when it says so. Nothing is asked after an empty one.
+    /// An evaluation calls `test` every few milliseconds, in its own thread, and throws
+    /// `QxHostStopped` if it returns true. An empty function disables this.
     void SetStopTest(std::function<bool()> test) { m_stopTest = std::move(test); }
 
-    // Each of these throws `QxHostError`, and may be called again then. The variables are those
-    // that `QxMachineProgram::Declare` made, with room for the points of the grid.
+    // Each of these may throw `QxHostError`, and may be called again afterwards. The variables must
+    // come from `QxMachineProgram::Declare` and have room for the points of the grid.
 
-    /// Gives the variables that the host has not set their default values, but for those that are
-    /// computed from shading data.
+    /// Sets the variables that the host has not set to their default values, except those that
+    /// depend on shading data.
     void Initialize(const QxShadingContext& context, std::vector<QxVar>& variables);
     /// Shades a grid: reads and writes the values of `hidden` and of the variables. Computes the
-    /// other default values first. What `hidden` lacks reads as zero. `lights`: room for the values
-    /// of each light at each point, which the context's support fills when it is asked.
+    /// remaining default values first. Arrays missing from `hidden` read as zero. `lights` has room
+    /// for the values of each light at each point, which the context's support fills on request.
     void Evaluate(const QxGrid& grid, const QxShadingContext& context,
                   const QxHiddenVariables& hidden, std::vector<QxVar>& variables,
                   std::vector<QxLightInput>& lights);
 
 private:
     struct LightLoop {
-        const QxCode* begin;  // its first instruction
+        const QxCode* begin;  // the first instruction of the loop
         unsigned int light;
     };
 
@@ -82,9 +82,9 @@ private:
     std::size_t m_innerWork = 0;  // of this evaluation
     std::function<bool()> m_stopTest;
     std::size_t m_memoryLimit = k_memoryLimit;
-    std::size_t m_work = 0;                           // since the clock was looked at
-    std::chrono::steady_clock::time_point m_asked;    // when the test was
+    std::size_t m_work = 0;                           // since the clock was last read
+    std::chrono::steady_clock::time_point m_asked;    // time of the last stop test
     std::vector<LightLoop> m_loops;                   // innermost last
     std::vector<std::vector<QxStopAndBool>> m_masks;  // by depth of conditions
-    std::vector<const QxStopAndBool*> m_outer;        // masks of the conditions that are open
+    std::vector<const QxStopAndBool*> m_outer;        // masks of the open conditions
 };

@@ -1,10 +1,10 @@
-// One block of memory for all that a run owns, cut into pieces by variable; parameters and
-// predefined variables stay where the host has them. Two addresses are kept for each variable:
-// `m_homes` where its piece is, `m_values` where it stands now. They differ only for what is
-// re-bound while code runs: a reference to an element, and L, Cl and Ol in a loop over lights.
+// A run owns one block of memory, divided among its variables; parameters and predefined variables
+// stay in the host's memory. Each variable has two addresses: `m_homes` is its own memory,
+// `m_values` its current address. They differ only for variables that are re-bound while code runs:
+// references to elements, and L, Cl and Ol in a loop over lights.
 //
-// A varying reference is an array of addresses, one for each point, with elements of its own behind
-// it, to which it leads before it is bound: a file may use it too early without harm.
+// A varying reference is an array of addresses, one per point, followed by dummy elements that it
+// refers to before it is bound, so that a file that uses it too early does no harm.
 //
 // Tested by tests/host/HostTest.cpp and tests/host/AgreementTest.cpp.
 
@@ -23,11 +23,11 @@ namespace {
 
 using Kind = QxStorage::Kind;
 
-// One line of the cache more than the values need, so that arrays of 2^n points do not compete for
-// the same places of the cache.
+// One cache line more than the values need, so that arrays of 2^n points do not map to the same
+// cache sets.
 constexpr std::size_t k_alignment = 64;
 constexpr std::size_t k_gap = 2 * k_alignment;
-// Floats of any element.
+// Number of floats in the largest element.
 constexpr std::size_t k_widest = 16;
 
 std::size_t ElementBytes(QxStored stored)
@@ -47,10 +47,10 @@ std::size_t ElementBytes(QxStored stored)
     return 0;
 }
 
-/// Stands for the eye, which is no member.
+/// Marks the eye, which is not a member.
 constexpr std::uint32_t k_eye = sizeof(QxHiddenVariables);
 #define QX_MEMBER(NAME) offsetof(QxHiddenVariables, NAME)
-/// Of the members, by row of the table of predefined variables.
+/// Offsets of the members, by row of the table of predefined variables.
 constexpr std::uint32_t k_offsets[] = {
     QX_MEMBER(Cs), QX_MEMBER(Os), QX_MEMBER(P),  QX_MEMBER(dPdu),   QX_MEMBER(dPdv),
     QX_MEMBER(N),  QX_MEMBER(Ng), QX_MEMBER(u),  QX_MEMBER(v),      QX_MEMBER(du),
@@ -93,7 +93,7 @@ QxMachineStore::QxMachineStore(const QxMachineCode& code)
         if (storage.kind != Kind::Constant)
             continue;
         const QxConstant& constant = code.constants[storage.number];
-        // Nothing writes to a constant: the translation saw to that.
+        // Constants are never written; the translation ensures that.
         const void* place = constant.numbers;
         if (storage.stored == QxStored::Text)
             place = &constant.text;
@@ -111,7 +111,7 @@ QxMachineStore::~QxMachineStore()
 std::size_t QxMachineStore::BytesOf(const QxStorage& storage, std::size_t points) const
 {
     const std::size_t places = storage.varying ? points : 1;
-    // A reference has an element of its own too, for before it is bound.
+    // A reference also has a dummy element, for use before it is bound.
     const std::size_t pointer = storage.kind == Kind::Reference ? sizeof(void*) : 0;
     return places * (storage.size * ElementBytes(storage.stored) + pointer) + k_gap;
 }
@@ -128,7 +128,7 @@ void QxMachineStore::Start(std::size_t points, std::vector<QxVar>& variables,
     Clear(m_arrays);
 }
 
-/// In floating point, where no sum or product of hostile numbers goes round.
+/// Computes in floating point, where sums and products of hostile numbers cannot wrap around.
 void QxMachineStore::CheckMemory(std::size_t points, std::size_t memoryLimit) const
 {
     double bytes = static_cast<double>(m_code.depth) * static_cast<double>(points) *

@@ -5,41 +5,41 @@
 
 #include "machine/translate/QxMachineCode.h"
 
-/// The memory of a run: where the values of each variable stand. That of locals is the run's own
-/// and lasts from grid to grid of one size; the rest belongs to the grid, the instance or the
-/// program.
+/// The memory of a run: the address of the values of each variable. The run owns the memory of
+/// locals, which is kept between grids of the same size; the rest belongs to the grid, the instance
+/// or the program.
 class QxMachineStore {
 public:
-    /// `code` must outlive it. Nothing is allocated yet.
+    /// `code` must outlive this object. Allocates nothing yet.
     explicit QxMachineStore(const QxMachineCode& code);
-    /// Frees also the texts that kernels left in locals.
+    /// Also frees the texts that kernels left in locals.
     ~QxMachineStore();
     QxMachineStore(const QxMachineStore&) = delete;
     QxMachineStore& operator=(const QxMachineStore&) = delete;
 
-    /// Makes ready for that many points. All texts are empty, arrays are zero, and no reference is
-    /// bound; what else locals hold is left from the run before, see `Clear`. `variables`: of the
-    /// instance, whose values are used where they stand, so they must neither move nor change their
-    /// length while code runs. Throws `QxHostError` if there is not enough memory, or more than
-    /// `memoryLimit` bytes would be needed; it may be called again then.
+    /// Prepares for the given number of points. Texts are empty, arrays are zero, and references
+    /// are unbound; other locals keep values of the previous run, see `Clear`. `variables` are
+    /// those of the instance; their values are used in place, so they must not move or change their
+    /// length while code runs. Throws `QxHostError` if there is not enough memory, or if more than
+    /// `memoryLimit` bytes would be needed; it may be called again afterwards.
     void Start(std::size_t points, std::vector<QxVar>& variables, std::size_t memoryLimit);
-    /// Binds the predefined variables, behind `Start`. What the host did not set reads as zero.
-    /// `eye` is copied; the arrays of `h` must last while code runs.
+    /// Binds the predefined variables; call it after `Start`. Variables that the host did not set
+    /// read as zero. `eye` is copied; the arrays of `h` must live while code runs.
     void Bind(const QxHiddenVariables& h, const QxVector3& eye);
-    /// Sets locals to zero, at all points. None may be a text or a reference.
+    /// Sets locals to zero at all points. They must not be texts or references.
     void Clear(const std::vector<std::uint32_t>& locals);
 
-    /// That it is made ready for; one before the first run.
+    /// The number of points that it is prepared for; 1 before the first run.
     [[nodiscard]] unsigned int Points() const
     {
         return static_cast<unsigned int>(m_points == 0 ? 1 : m_points);
     }
-    /// Where the values of each variable start, by its number; kernels change what is re-bound.
+    /// The address of the values of each variable, by number; kernels re-bind some of them.
     [[nodiscard]] void** Values() { return m_values.data(); }
-    /// An array of zeros for each point, for what the host did not set. Made when first wanted, and
-    /// valid until the next `Start`.
+    /// An array with a zero for each point, for variables that the host did not set. Made on first
+    /// use, and valid until the next `Start`.
     [[nodiscard]] void* Zeros();
-    /// Where a predefined variable of the grid starts, as `Bind` found it.
+    /// The address of a predefined variable of the grid, as set by `Bind`.
     [[nodiscard]] void* Home(std::uint32_t variable) const { return m_homes[variable]; }
 
 private:
@@ -52,7 +52,7 @@ private:
     struct Memory {
         void operator()(void* block) const;
     };
-    /// A predefined variable, and where in `QxHiddenVariables` the host tells its address.
+    /// A predefined variable, and the offset of its address in `QxHiddenVariables`.
     struct Binding {
         std::uint32_t variable;
         std::uint32_t offset;
@@ -61,10 +61,12 @@ private:
     const QxMachineCode& m_code;
     std::size_t m_points = 0;
     std::vector<void*> m_values;            // by variable
-    std::vector<void*> m_homes;             // where they start at the begin of a run
+    std::vector<void*> m_homes;             // their addresses at the start of a run
     std::unique_ptr<char, Memory> m_block;  // of the locals
-    std::vector<std::pair<std::uint32_t, std::size_t>> m_texts;  // variables that own texts, count
-    std::vector<std::uint32_t> m_references;                     // and aliases, and what else moves
+    std::vector<std::pair<std::uint32_t, std::size_t>> m_texts;  // variables that own texts, with
+                                                                 // their count
+    std::vector<std::uint32_t> m_references;                     // also aliases and other re-bound
+                                                                 // variables
     std::vector<std::uint32_t> m_arrays;                         // locals
     std::vector<std::uint32_t> m_parameters;
     std::vector<Binding> m_predefined;

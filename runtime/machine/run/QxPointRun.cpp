@@ -1,8 +1,9 @@
-// A grid of one point, as ray tracers shade them: nothing but steps, one after the other.
+// Runs a grid of one point, as ray tracers shade them.
 //
-// The point is there or it is not. So a condition is a jump over its brackets, no mask is kept,
-// parallel brackets mean nothing, and what has a kernel for one point spares the loop. Instructions
-// run in the order of the code, which is that in which the point's texts reach the scene.
+// The single point is either active or not. So a condition is a jump over its brackets, there is no
+// mask, parallel brackets are ignored, and instructions with a kernel for one point avoid the loop
+// over points. Instructions run in the order of the code, so the point's texts reach the scene in
+// that order.
 //
 // Tested by tests/host/AgreementTest.cpp, where grids of one point are shaded too.
 

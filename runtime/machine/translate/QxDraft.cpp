@@ -1,6 +1,6 @@
-// Passes mark what may go and drop it in one sweep, so that a pass stays linear and jumps are
-// mended once. A jump to a dropped draft leads to the next one that is kept: what went did nothing
-// there.
+// Passes mark the drafts to drop and remove them in one sweep, so that a pass stays linear and
+// jumps are adjusted once. A jump to a dropped draft then leads to the next one that is kept, since
+// the dropped one had no effect there.
 
 #include "machine/translate/QxDraft.h"
 

@@ -5,31 +5,32 @@
 
 #include "kernels/QxCode.h"
 
-/// An instruction while a block is translated: what the passes over it need beyond the code.
+/// An instruction during translation: the code, and the additional facts that passes need.
 ///
-/// Until the translation ends, `code.operands` is not set, since operands move: they are found by
-/// `first` and `code.count`. `code.target` is an index among the drafts.
+/// During translation `code.operands` is not set, since operands move: `first` and `code.count`
+/// locate them. `code.target` is an index among the drafts.
 struct QxDraft {
     QxCode code;
-    const QxKernelRow* row = nullptr;  // of the table of kernels; null for jumps and brackets
-    std::size_t first = 0;  // place of its operands in those of the block, and of their letters
-    bool jumps = false;     // until the block is whole: the target is an instruction of the file
+    const QxKernelRow* row = nullptr;  // in the table of kernels; null for jumps and brackets
+    std::size_t first = 0;             // index of its first operand and letter in the block
+    bool jumps = false;  // while the block is incomplete: the target is an instruction of the
+                         // file
 };
 
-/// A block while it is translated. Passes drop drafts and add operands at the end; operands that
-/// no draft refers to any more stay where they are.
+/// A block during translation. Passes drop drafts and append operands; operands that are no longer
+/// used are not removed.
 struct QxDraftBlock {
     std::vector<QxDraft> drafts;
     std::vector<QxOperand> operands;
-    std::string letters;  // of the operands: r read, w written, m both
+    std::string letters;  // per operand: r read, w written, m both
 
-    /// Drops the drafts whose entry in `kept` is 0; there is an entry for each. A jump to one of
-    /// them leads to the next that is kept. Gives the new index for each old one, and behind them
-    /// that of the end. O(n).
+    /// Drops the drafts whose entry in `kept` is 0; `kept` has one entry per draft. A jump to a
+    /// dropped draft leads to the next one that is kept. Returns the new index for each old one,
+    /// and for the end. O(n).
     std::vector<std::uint32_t> Keep(const std::vector<char>& kept);
 };
 
-/// Whether an instruction changes an operand, by the letter of its place in the layout.
+/// True if an instruction writes an operand with this letter of the layout.
 inline bool QxIsWritten(char letter)
 {
     return letter == 'w' || letter == 'm';

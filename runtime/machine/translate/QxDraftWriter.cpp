@@ -1,10 +1,10 @@
-// An instruction of the file becomes one kernel call, or more if it has operands that stand for an
-// element for each point: those are copied into a temporary before, and back behind it.
+// An instruction of the file becomes one kernel call, or more if it has varying references as
+// operands: the elements are copied to a temporary before the call, and back after it.
 //
 //     ADD_FLOAT_FLOAT r x y     r a reference      load t r; add t x y; store r t
 //
-// Then the form: once, for the strip at hand, or for the points of a flag; and of the loops that a
-// kernel has, the one whose shape (which operands vary) is that of this call.
+// Then the form is chosen (once, for the current strip, or for the points of a flag), and among the
+// loops of a kernel the one whose shape (which operands vary) matches the call.
 //
 // Tested by tests/host/AgreementTest.cpp against shared objects.
 
@@ -47,7 +47,7 @@ QxDraftWriter::Argument QxDraftWriter::MakeArgument(int variable, char letter, Q
     auto number = static_cast<std::uint32_t>(variable);
     const QxStorage storage = m_variables[number];
     const bool constant = storage.kind == QxStorage::Kind::Constant;
-    if (constant && QxIsWritten(letter))  // a result that the call left out
+    if (constant && QxIsWritten(letter))  // a result that the call leaves out
         return {{m_variables.Nowhere(), 0, 1, wanted}, letter};
     if (constant && storage.stored == QxStored::Number && wanted == QxStored::Triple)
         number = m_variables.AddNumberConstant(m_variables.ConstantOf(number)->numbers[0]);
@@ -64,7 +64,7 @@ QxDraftWriter::Argument QxDraftWriter::MakeArgument(int variable, char letter, Q
     return {operand, letter};
 }
 
-/// The instruction, in between what its references need.
+/// Writes the instruction between the loads and stores of its references.
 void QxDraftWriter::Emit(const QxKernelRow& row, const std::vector<Argument>& given, int number,
                          const SqxLayout& layout, const QxOperand& flag)
 {
@@ -123,11 +123,11 @@ void QxDraftWriter::ChooseStep(QxDraft& draft, const SqxLayout& layout, const Qx
         return;
     code.step = QxCodeStep::GridIf;
     code.flag = flag;
-    // A statement clears its flag elsewhere, and a message has its answer in any case.
+    // A statement clears its flag at other points, and a message call always writes its answer.
     code.whole = draft.row->statement || layout.operands.find('m') != std::string_view::npos;
 }
 
-/// The loop that is made for these operands, if there is one.
+/// Chooses the specialized loop for these operands, if there is one.
 void QxDraftWriter::ChooseKernels(QxDraft& draft)
 {
     QxCode& code = draft.code;

@@ -9,53 +9,53 @@
 #include "machine/translate/QxMachineVariables.h"
 #include "sqx/SqxLayout.h"
 
-/// Writes the instructions of a block one after the other: finds the kernels for their operands,
-/// and puts what references need in between. One writer serves the blocks of a program in turn: the
-/// temporaries of references are made once for all of them.
+/// Writes the instructions of a block one after another: finds the kernels for their operands, and
+/// inserts the loads and stores for references. One writer is used for all blocks of a program,
+/// which share the temporaries of references.
 class QxDraftWriter {
 public:
-    /// Both must outlive it; temporaries and constants are added to the variables.
+    /// Both must outlive this object; temporaries and constants are added to the variables.
     QxDraftWriter(const QxKernelTable& kernels, QxMachineVariables& variables)
         : m_kernels(kernels),
           m_variables(variables)
     {
     }
 
-    /// An operand before it is written. One that stands for an element for each point has no place
-    /// yet: `Emit` gives it a temporary.
+    /// An operand before it is written. A varying reference has no address yet: `Emit` assigns a
+    /// temporary.
     struct Argument {
         QxOperand operand;
-        char letter;                  // of the layout
-        std::uint32_t reference = 0;  // that it stands for
+        char letter;                  // in the layout
+        std::uint32_t reference = 0;  // the varying reference, if any
         bool isReference = false;
     };
-    /// The argument that a variable of the file becomes. `wanted`: how the instruction wants it
-    /// stored; a constant number is made a triple or the empty text where one of these is wanted,
-    /// and a result that the call left out goes nowhere. All operations throw `QxHostError` for
-    /// what the machine cannot do.
+    /// Makes the argument for a variable of the file. `wanted` is the storage that the instruction
+    /// requires: a constant number is converted to a triple or the empty text if required, and a
+    /// result that the call leaves out is discarded. All operations throw `QxHostError` for
+    /// anything that the machine does not support.
     [[nodiscard]] Argument MakeArgument(int variable, char letter, QxStored wanted);
 
-    /// An instruction without operands. The reference is good until the next one is added.
+    /// Adds an instruction without operands. The reference is valid until the next one is added.
     QxDraft& Add(QxCodeStep step);
-    /// Of the last instruction.
+    /// Adds an operand to the last instruction.
     void AddOperand(const QxOperand& operand, char letter);
-    /// The kernels of a draft's row for its operands, all of which are there. Its step and row are
-    /// set; it need not be the last one.
+    /// Chooses the kernels of a draft's row for its operands, all of which must have been added.
+    /// Its step and row must be set; it need not be the last draft.
     void ChooseKernels(QxDraft& draft);
-    /// An instruction whole, with loads of its references in front of it and stores behind.
-    /// `number`: its literal. `flag`: the condition of a conditional one.
+    /// Adds a whole instruction, with loads of its references before it and stores after it.
+    /// `number` is its literal, `flag` the condition of a conditional instruction.
     void Emit(const QxKernelRow& row, const std::vector<Argument>& arguments, int number,
               const SqxLayout& layout, const QxOperand& flag);
     /// Throws if there is no such primitive.
     [[nodiscard]] const QxKernelRow& RowOf(std::string_view primitive) const;
 
-    /// What was written. For the next block it is emptied by its user.
+    /// The drafts written so far. The caller empties it for the next block.
     [[nodiscard]] QxDraftBlock& Block() { return m_block; }
-    /// Parallel brackets are open.
+    /// True inside parallel brackets.
     [[nodiscard]] bool IsWithin() const { return m_within; }
     void SetWithin(bool within) { m_within = within; }
 
-    /// Throws: "Instruction NAME " and what is the matter with it.
+    /// Throws: "Instruction NAME " and the fault.
     [[noreturn]] static void Refuse(std::string_view instruction, const std::string& what);
 
 private:
@@ -67,6 +67,6 @@ private:
     QxMachineVariables& m_variables;
     QxDraftBlock m_block;
     bool m_within = false;
-    // Free ones for references, by how they are stored.
+    // Free temporaries for references, by storage.
     std::vector<std::uint32_t> m_temporaries[6];
 };

@@ -1,14 +1,14 @@
-// Copies forwarded, and products summed in one go:
+// Forwards copies, and fuses products with sums:
 //
 //     t = f(x);  y = t                    becomes    y = f(x)
 //     t = a * b;  y = t + c               becomes    y = a * b + c
 //     t = a * b;  u = c * d;  y = t - u   becomes    y = a * b - c * d
 //
-// where nobody reads `t` and `u` behind it. An instruction on numbers spends its time on loading
-// and storing them, not on arithmetic, and a temporary costs one of each. The products are rounded
-// as before. On the way back through a block, so that what was fused may be fused again; two
-// instructions must stand side by side: a peephole (William McKeeman, "Peephole optimization",
-// 1965) that knows what is alive.
+// if `t` and `u` are not live afterwards. An instruction on numbers spends most of its time on
+// loads and stores, not on arithmetic, and a temporary costs one of each. Products are rounded as
+// before. The pass walks a block backwards, so that fused instructions can be fused again. It is a
+// peephole optimization on adjacent instructions (William McKeeman, "Peephole optimization", 1965)
+// that uses liveness.
 //
 // Tested by tests/machine/DraftPassesTest.cpp, and with
 // whole shaders by tests/host/AgreementTest.cpp.
@@ -22,11 +22,11 @@ namespace {
 
 constexpr std::size_t k_none = static_cast<std::size_t>(-1);
 
-/// What becomes of a product and an instruction that has its result as one of its operands.
+/// The fused instruction for a product and an instruction that uses it.
 struct Pair {
     std::string_view user;
-    std::size_t place;        // of the product's result among the user's arguments
-    std::string_view result;  // primitive of both
+    std::size_t place;        // index of the product among the user's arguments
+    std::string_view result;  // the fused primitive
     enum class Order { ProductFirst, ProductLast } order;
 };
 
@@ -89,7 +89,7 @@ void Fuser::Run()
     m_liveness.Renumber(m_block.Keep(m_kept));
 }
 
-/// The last one before it in the basic block that is still there.
+/// The previous draft in the basic block that has not been dropped.
 std::size_t Fuser::Before(std::size_t index, std::size_t begin) const
 {
     while (index-- > begin)
@@ -111,7 +111,7 @@ bool Fuser::FuseWithTheOneBefore(std::size_t index, std::size_t begin)
     return IsCopy(user) ? ForwardCopy(before, index) : FuseProduct(before, index);
 }
 
-/// Once the user has read it, nobody does.
+/// True if the temporary is dead after the user has read it.
 bool Fuser::IsOnlyFor(const QxOperand& temporary, const QxDraft& user) const
 {
     return temporary.step != 0 && m_liveness.Follows(temporary) &&
@@ -128,7 +128,7 @@ bool Fuser::ForwardCopy(std::size_t before, std::size_t index)
     if (operands[0].variable != OperandsOf(copy)[1].variable || letters[0] != 'w' ||
         target.variable == operands[0].variable || !IsOnlyFor(operands[0], copy))
         return false;
-    // Only kernels with a shape read all of a point before they write it.
+    // Only kernels with a shape read all operands of a point before they write the result.
     for (std::size_t k = 1; k < source.code.count; ++k)
         if (letters[k] != 'r' || (operands[k].variable == target.variable && !source.row->shaped))
             return false;
@@ -171,10 +171,10 @@ bool Fuser::FuseProduct(std::size_t before, std::size_t index)
 void Fuser::Drop(std::size_t index)
 {
     m_kept[index] = 0;
-    m_block.drafts[index].code.count = 0;  // reads and writes nothing
+    m_block.drafts[index].code.count = 0;  // no operands: it reads and writes nothing
 }
 
-/// The first operand is written.
+/// The first operand is the result.
 void Fuser::Replace(std::size_t index, std::string_view primitive,
                     const std::vector<QxOperand>& operands)
 {

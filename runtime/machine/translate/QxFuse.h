@@ -3,10 +3,11 @@
 #include "machine/translate/QxDraftWriter.h"
 #include "machine/translate/QxLiveness.h"
 
-/// Makes one instruction of two where the first only serves the second: a copy forwarded to where
-/// the value is computed, a product added or subtracted in one go. Values stay the same to the bit.
+/// Fuses two instructions if only the second uses the result of the first: a copy is forwarded to
+/// the instruction that computes the value, a product is fused with the sum or difference that uses
+/// it. Values stay the same to the bit.
 ///
-/// `writer`: has written a whole block, whose jumps are among the drafts; what is fused is written
-/// by it. `liveness`: computed, of that block; it stays valid. O(n) for n drafts, but for
-/// chains of copies.
+/// `writer` must have written a whole block, whose jumps refer to drafts; it also writes the fused
+/// instructions. `liveness` must have been computed for that block and stays valid. O(n) for n
+/// drafts, except for chains of copies.
 void QxFuse(QxDraftWriter& writer, QxLiveness& liveness);

@@ -1,4 +1,4 @@
-// Whole stretches of code run strip by strip, loops included:
+// Makes whole stretches of code, including loops, run strip by strip:
 //
 //     { t = s * 2 }  n = noise(t) for the grid;  u = Kd * 2 once;  { c = n * u }
 // becomes
@@ -8,16 +8,16 @@
 // becomes
 //     { top: f = x < 9; x = x + 1 where f;  u = f is true somewhere in the strip;  if u goto top }
 //
-// What an instruction writes is then still in the first cache when the next one reads it, and a
-// strip leaves a loop when the last of its own points does.
+// A value is then still in the first-level cache when the next instruction reads it, and a strip
+// leaves a loop when its own last point does.
 //
-// That is fusion of loops and strip mining (Randy Allen, Ken Kennedy, "Optimizing Compilers for
-// Modern Architectures", 2001). Where ours departs: a loop may hang on a value of all points, which
-// becomes one of the strip, since a point that has left the loop does not feel the rounds of
-// others.
+// This is loop fusion and strip mining (Randy Allen, Ken Kennedy, "Optimizing Compilers for Modern
+// Architectures", 2001). Where ours departs: a loop may depend on a reduction over all points,
+// which becomes a reduction over the strip, since further iterations do not affect points that have
+// left the loop.
 //
-// What makes a stretch is told in QxStretches.cpp. Tested by tests/machine/DraftPassesTest.cpp,
-// and with whole shaders by tests/host/AgreementTest.cpp.
+// QxStretches.cpp defines a stretch. Tested by tests/machine/DraftPassesTest.cpp, and with whole
+// shaders by tests/host/AgreementTest.cpp.
 
 #include "machine/translate/QxJoinRuns.h"
 
@@ -46,13 +46,13 @@ private:
     std::vector<QxDraft>& m_drafts;
     const std::vector<QxStretch> m_stretches;
     std::vector<QxDraft> m_result;
-    std::vector<std::uint32_t> m_inside;  // by draft: where jumps within its stretch find it
+    std::vector<std::uint32_t> m_inside;  // by draft: its index for jumps within its stretch
 };
 
 void Joiner::Run()
 {
     std::vector<std::uint32_t> newIndexes(m_drafts.size() + 1);
-    std::vector<std::size_t> loose;  // in the result: outside of all stretches
+    std::vector<std::size_t> loose;  // in the result: drafts outside all stretches
     m_result.reserve(m_drafts.size() + 2 * m_stretches.size());
     m_inside.assign(m_drafts.size() + 1, 0);
     auto next = m_stretches.begin();
@@ -120,7 +120,7 @@ void Joiner::EmitWithin(std::size_t index)
     AddStep(QxCodeStep::EndIf);
 }
 
-/// One that the block did not have.
+/// Adds a draft that the block did not have.
 QxDraft& Joiner::AddStep(QxCodeStep step)
 {
     QxDraft& draft = m_result.emplace_back();

@@ -3,11 +3,11 @@
 #include "machine/translate/QxDraft.h"
 #include "machine/translate/QxMachineVariables.h"
 
-/// Joins parallel brackets, what stands between them, and loops around them to brackets that run
-/// strip by strip. Which drafts go together is found by `QxFindStretches`; this puts brackets
-/// around them, and uniform instructions in front.
+/// Joins parallel brackets, the code between them, and loops around them to brackets that run strip
+/// by strip. `QxFindStretches` finds the drafts to join; this pass puts brackets around them, and
+/// hoists uniform instructions before them.
 ///
-/// `block`: of a whole block, ended by a stop. The targets of the codes are indexes among the
-/// drafts, before and after. `variables`: of the program that the block belongs to.
-/// O(n) for n drafts, but for jumps that cross each other.
+/// `block` must be whole and end with a stop. The targets of codes are indexes among the drafts,
+/// before and after. `variables` are those of the program. O(n) for n drafts, except for jumps that
+/// cross each other.
 void QxJoinRuns(QxDraftBlock& block, const QxMachineVariables& variables);

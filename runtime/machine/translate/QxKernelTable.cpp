@@ -1,9 +1,8 @@
-// Kernels are listed by the names of primitives, code knows numbers. The step between them is made
-// once, for each set of kernels when it is first wanted, so that opening a file costs no look-up of
-// names. Forms of one primitive, such as those with a condition, have numbers of their own and one
-// row.
+// Kernels are listed by the names of primitives, but code uses numbers. The mapping is built once
+// for each set of kernels, on first use, so that loading a file needs no look-up of names. Forms of
+// one primitive, such as those with a condition, have different numbers and share a row.
 //
-// That each instruction of the language has a row is seen by tests/host/AgreementTest.cpp.
+// tests/host/AgreementTest.cpp checks that each instruction has a row.
 
 #include "machine/translate/QxKernelTable.h"
 

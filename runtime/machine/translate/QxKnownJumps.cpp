@@ -1,13 +1,13 @@
-// Jumps whose flag is known:
+// Removes jumps whose flag is known:
 //
-//     if not f goto behind;  if not f goto 1;  u = 2;  1: ...  if not f goto 2;  w = u;  2: ...
+//     if not f goto end;  if not f goto 1;  u = 2;  1: ...  if not f goto 2;  w = u;  2: ...
 // becomes
-//     if not f goto behind;  u = 2;  ...  w = u;  ...
+//     if not f goto end;  u = 2;  ...  w = u;  ...
 //
-// Within a loop, each uniform instruction hangs on the flag of whether any point goes round, and
-// the jump that leaves the loop has asked for it already. On from a jump that was not taken its
-// flag is known, until something writes it or another way leads here. A dropped jump is no way any
-// more, so that what follows its target may be known too.
+// Inside a loop, each uniform instruction is guarded by the flag that says whether any point is
+// active, which the jump that leaves the loop has already tested. After a jump that was not taken,
+// its flag is known until it is written or until another path joins. A dropped jump is no longer a
+// path, so flags after its target may become known as well.
 //
 // Tested by tests/machine/DraftPassesTest.cpp.
 
@@ -18,7 +18,7 @@
 
 namespace {
 
-// Flags of loops inside each other; more would make the search long.
+// Flags of nested loops; a larger limit would make the search slow.
 constexpr std::size_t k_mostKnown = 8;
 
 bool IsConditional(QxCodeStep step)
@@ -53,7 +53,7 @@ private:
 
     QxDraftBlock& m_block;
     const QxMachineVariables& m_variables;
-    std::vector<std::uint32_t> m_jumpsTo;  // by draft: how many
+    std::vector<std::uint32_t> m_jumpsTo;  // by draft: number of jumps to it
     std::vector<Known> m_known;
 };
 
@@ -91,7 +91,7 @@ bool KnownJumps::IsNeverTaken(const QxCode& code) const
     });
 }
 
-/// Only its own name leads to it.
+/// True if the variable can be accessed only by its own name.
 bool KnownJumps::CanBeFollowed(std::uint32_t variable) const
 {
     const QxStorage& storage = m_variables[variable];

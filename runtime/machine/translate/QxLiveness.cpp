@@ -1,5 +1,5 @@
-// Backward data flow over bit sets, one bit a local. An untrusted file decides how many locals and
-// blocks there are, so the product of the two is bounded before the work begins.
+// Backward data flow over bit sets, one bit per local. An untrusted file determines the numbers of
+// locals and blocks, so their product is limited before the work begins.
 //
 // Tested by tests/machine/DraftPassesTest.cpp, and by tests/host/AgreementTest.cpp against shared
 // objects.
@@ -10,7 +10,7 @@
 
 namespace {
 
-// A file could ask for more than its size justifies.
+// A file could otherwise cause more work than its size justifies.
 constexpr std::size_t k_highestWork = std::size_t{1} << 22;
 
 bool IsJump(QxCodeStep step)
@@ -49,12 +49,12 @@ void QxLiveness::NumberLocals(const std::vector<QxStorage>& variables)
         number(operand.variable);
     for (const QxDraft& draft : m_block.drafts)
         number(draft.code.flag.variable);
-    // A block that never writes its result leaves zero there, not the value of another block.
+    // If a block never writes its result, the result is zero, not a value left by another block.
     if (m_result)
         number(*m_result);
 }
 
-/// Gives a variable its bit, if it is followed and has none.
+/// Assigns a bit to a variable that is followed and has none.
 void QxLiveness::Number(std::uint32_t variable, const QxStorage& storage)
 {
     const bool followed =
@@ -79,7 +79,7 @@ bool QxLiveness::Compute()
                 Step(j);
             changed = m_blocks[i].liveIn.AddAll(m_live) || changed;
         }
-        // Without a way back one walk does.
+        // Without a backward jump one walk is enough.
         changed = changed && m_blocks.size() > 1;
     }
     return true;
@@ -133,7 +133,7 @@ QxLiveness::LiveSet QxLiveness::LiveBehind(const BasicBlock& block) const
     return live;
 }
 
-/// Over one instruction, backwards.
+/// Updates the live set backwards over one instruction.
 void QxLiveness::Step(std::size_t index)
 {
     const QxDraft& draft = m_block.drafts[index];
@@ -167,7 +167,7 @@ void QxLiveness::BeginBrackets()
     m_behind.pop_back();
 }
 
-/// `index`: that of the end. What the other points of the brackets still need goes onto the stack.
+/// `index` is that of the end. Pushes what is live for points that do not enter the brackets.
 void QxLiveness::EndBrackets(std::size_t index)
 {
     m_behind.push_back(m_live);

@@ -7,30 +7,30 @@
 #include "machine/translate/QxDraft.h"
 #include "machine/translate/QxMachineCode.h"
 
-/// Which locals of one value are still read, at each place of a block.
+/// Liveness of locals that hold a single value, at each place of a block.
 ///
 /// Alfred Aho, Ravi Sethi, Jeffrey Ullman, "Compilers", 1986, 10.6. Where ours departs: the
-/// brackets of a condition hold only for the points of its flag. So a write within them ends the
-/// life of a value for these points, and on the way back the others' come to it at the begin of the
-/// brackets. A flag that `and` combines with the brackets' own right behind them is not read for
-/// the others.
+/// brackets of a condition run only for the points of its flag. So a write inside kills a value
+/// only for these points, and at the start of the brackets the live sets of both kinds of points
+/// are merged. A flag that is combined by `and` with the brackets' own flag right after them does
+/// not count as read by the other points.
 class QxLiveness {
 public:
-    /// `block` must outlive this, and be whole: ended by a stop, its jumps among the drafts.
-    /// `variables`: of the program. Followed are locals that are no arrays, texts or references.
-    /// `result`: a variable that is read once the block has run, as that of an initializer is;
-    /// none for main.
+    /// `block` must outlive this object, and be whole: it ends with a stop, and its jumps refer to
+    /// drafts. `variables` are those of the program. Locals are followed unless they are arrays,
+    /// texts or references. `result` is a variable that is read after the block, such as that of an
+    /// initializer; none for main.
     QxLiveness(const QxDraftBlock& block, const std::vector<QxStorage>& variables,
                std::optional<std::uint32_t> result);
 
-    /// Finds what is alive at the begin of each basic block. False if that would be too much work:
-    /// then only `Locals` may be asked. A walk costs O(n + b l / 64) for n drafts, b blocks and l
-    /// locals, and a few are needed where there are loops.
+    /// Computes the live-in set of each basic block. False if that would be too much work: then
+    /// only `Locals` may be called. A walk costs O(n + b l / 64) for n drafts, b blocks and l
+    /// locals; loops need a few walks.
     [[nodiscard]] bool Compute();
 
     /// Calls `visit(index, begin)` for each draft, from the last to the first of a basic block,
-    /// which begins at `begin`. It may change the draft and those before it, as long as what they
-    /// read was read there before. Only after `Compute`, any number of times.
+    /// which begins at `begin`. `visit` may change the draft and those before it, as long as they
+    /// read nothing new. May be called any number of times after `Compute`.
     template <class Visit>
     void WalkBack(const Visit& visit)
     {
@@ -43,36 +43,37 @@ public:
         }
     }
 
-    /// Drafts were dropped; no basic block lost all. `newIndexes`: as `QxDraftBlock::Keep` gives.
+    /// Call it after drafts were dropped, at least one being left in each basic block. `newIndexes`
+    /// is the result of `QxDraftBlock::Keep`.
     void Renumber(const std::vector<std::uint32_t>& newIndexes);
 
-    // While a draft is visited: behind it.
+    // During a visit, for the place after the visited draft:
 
-    /// One of the locals that are followed; whoever is not counts as alive everywhere.
+    /// True for a local that is followed; any other variable counts as live everywhere.
     [[nodiscard]] bool Follows(const QxOperand& operand) const
     {
         return m_bits[operand.variable] != k_none;
     }
-    /// Points that run the draft may read it.
+    /// True if points that run the draft may read it later.
     [[nodiscard]] bool IsLive(const QxOperand& operand) const
     {
         return !Follows(operand) || m_live.Has(m_bits[operand.variable]);
     }
-    /// Points that the open conditions leave out may read it: they need the value that it has in
-    /// front of the brackets, so that a write must heed the mask.
+    /// True if points outside the open conditions may read it: they need its value from before the
+    /// brackets, so a write must respect the mask.
     [[nodiscard]] bool IsLiveElsewhere(const QxOperand& operand) const;
     [[nodiscard]] bool IsWithinCondition() const { return !m_behind.empty(); }
 
-    // Afterwards.
+    // After `Compute`:
 
-    /// Those of the followed locals that may be read before they are written, as variables: a run
-    /// must set them to zero first.
+    /// The followed locals that may be read before they are written, as variables: a run must set
+    /// them to zero first.
     [[nodiscard]] std::vector<std::uint32_t> ReadFirst() const;
-    /// All that are followed, as variables.
+    /// All followed locals, as variables.
     [[nodiscard]] const std::vector<std::uint32_t>& Locals() const { return m_locals; }
 
 private:
-    /// The locals that are alive at a place.
+    /// The locals that are live at a place.
     class LiveSet {
     public:
         explicit LiveSet(std::size_t bits = 0) : m_words((bits + 63) / 64) {}
@@ -82,7 +83,7 @@ private:
         {
             return (m_words[bit / 64] >> bit % 64 & 1) != 0;
         }
-        /// True if that adds something.
+        /// True if the set has changed.
         bool AddAll(const LiveSet& other);
 
     private:
@@ -110,9 +111,9 @@ private:
 
     const QxDraftBlock& m_block;
     const std::optional<std::uint32_t> m_result;  // live at the stop
-    std::vector<std::uint32_t> m_bits;            // by variable; none for what is not followed
+    std::vector<std::uint32_t> m_bits;            // by variable; none if it is not followed
     std::vector<std::uint32_t> m_locals;          // by bit
     std::vector<BasicBlock> m_blocks;
     LiveSet m_live;
-    std::vector<LiveSet> m_behind;  // the brackets that are open on the way back, innermost last
+    std::vector<LiveSet> m_behind;  // open brackets during the backward walk, innermost last
 };

@@ -9,18 +9,18 @@
 #include "machine/translate/QxShadeops.h"
 #include "sqx/SqxShader.h"
 
-/// What a variable of a program is, for the memory of a run: whose memory its values stand in, and
-/// how much that is. One for each number by which code names a variable.
+/// The storage of a variable of a program: who owns its values, and how large they are. One for
+/// each variable number in code.
 struct QxStorage {
     enum class Kind : unsigned char {
-        Predefined,  // number: by row of the table of predefined variables
-        Parameter,   // number: by position
+        Predefined,  // number: row in the table of predefined variables
+        Parameter,   // number: index of the parameter
         Local,
-        Borrowed,   // like a local; its texts are others' copies
-        Constant,   // number: by position among the constants
-        Alias,      // of an element of an array that all points refer to
-        Reference,  // of an element for each point
-        Nowhere,    // takes what the shader does not want
+        Borrowed,   // like a local, but its texts belong to other variables
+        Constant,   // number: index of the constant
+        Alias,      // of one array element for all points
+        Reference,  // of an array element for each point
+        Nowhere,    // for results that the shader discards
         Ng,
     };
     Kind kind = Kind::Local;
@@ -30,21 +30,22 @@ struct QxStorage {
     std::uint32_t number = 0;
 };
 
-/// A value that the file gives, in each way in which it may be wanted: a number as the first of
-/// `numbers`, or three equal ones. Which one counts is told by the storage that names it.
+/// A constant of the file, in each form in which it may be needed: a number as the first of
+/// `numbers`, or as three equal ones. The storage that refers to it selects the form.
 struct QxConstant {
     float numbers[3] = {0, 0, 0};
     QxStopAndBool flag = false;
     const char* text = "";
 };
 
-/// A byte-code file, made ready to run. Variables are those of the file in their order, then some
-/// that the translation added.
+/// A translated byte-code file. The variables are those of the file in order, then those that the
+/// translation added.
 ///
-/// `QxTranslator` fills it in and nobody changes it then, so that runs in several threads share it.
-/// Runs hold addresses of constants: these stand in deques, which never move their elements.
+/// `QxTranslator` fills it in; after that it never changes, so that runs in several threads can
+/// share it. Runs hold addresses of constants, which are therefore kept in deques, whose elements
+/// do not move.
 struct QxMachineCode {
-    /// Computes the default value of a parameter, which `result` holds when `code` has run.
+    /// Computes the default value of a parameter, which is in `result` after `code` has run.
     struct Initializer {
         std::size_t parameter = 0;
         std::uint32_t result = 0;  // a variable
@@ -55,11 +56,11 @@ struct QxMachineCode {
     std::deque<QxConstant> constants;
     std::deque<std::string> texts;  // of constants
     QxProgramBlock main;
-    std::vector<Initializer> once;         // default values that need no shading data
-    std::vector<Initializer> perPoint;     // the other ones
+    std::vector<Initializer> once;         // default values that do not depend on shading data
+    std::vector<Initializer> perPoint;     // the other default values
     std::unique_ptr<QxShadeops> shadeops;  // null if it calls none
     bool isLight = false;
-    unsigned int depth = 0;                        // of nested conditions, of all blocks
+    unsigned int depth = 0;                        // maximum nesting of conditions in all blocks
     std::size_t instructions = 0;                  // of the file
     std::vector<std::uint32_t> lightVariables[3];  // L, Cl and Ol
 };

@@ -1,14 +1,15 @@
-// Every variable of the file becomes a row that says where its values are and how wide they are;
-// the rows keep the file's order, so that numbers in code need no translation. What translation
-// needs besides (a place for unwanted results, `Ng` for faceforward, temporaries) comes behind
+// Every variable of the file becomes a row with the address and the size of its values. The rows
+// keep the file's order, so that numbers in code need no translation. Variables that only the
+// translation needs (a place for discarded results, `Ng` for faceforward, temporaries) come after
 // them.
 //
-// A reference is an alias where all points mean the same element, which costs nothing at a use:
+// If all points refer to the same element, a reference is an alias, which costs nothing to use:
 //
 //     ARRAY_REF r a i      outside of a run, i uniform      r stands for a[i]
 //     ARRAY_REF r a i      in a run, or i varying           an address for each point
 //
-// That is settled by looking at all its bindings first, since one that varies decides for all.
+// All bindings of a reference are examined first, since one varying binding makes the reference
+// varying.
 //
 // Tested by tests/host/AgreementTest.cpp against shared objects.
 
@@ -43,7 +44,7 @@ QxStored StoredOf(SqxType type)
     return QxStored::Number;
 }
 
-/// The steps along u and v are the same everywhere: a grid has one value of each.
+/// `du` and `dv` are the same everywhere: a grid has one value of each.
 bool IsOneForTheGrid(const SqxVariable& variable)
 {
     return variable.kind == SqxVariableKind::Predefined &&
@@ -122,7 +123,7 @@ std::uint32_t QxMachineVariables::AddVariable(const QxStorage& storage)
     return static_cast<std::uint32_t>(m_target.variables.size() - 1);
 }
 
-/// Three equal numbers.
+/// Adds three equal numbers.
 std::uint32_t QxMachineVariables::AddNumberConstant(float value)
 {
     QxStorage storage = {QxStorage::Kind::Constant, QxStored::Triple, false, 1,
@@ -144,7 +145,7 @@ std::uint32_t QxMachineVariables::AddTemporary(QxStored stored)
     return AddVariable({QxStorage::Kind::Borrowed, stored, true, 1, 0});
 }
 
-/// The text beside the number of a constant.
+/// Adds a variable for the text of a constant.
 std::uint32_t QxMachineVariables::AddTextConstant(std::uint32_t constant)
 {
     return AddVariable(
@@ -157,7 +158,7 @@ QxOperand QxMachineVariables::OperandOf(std::uint32_t variable) const
     return {variable, storage.varying ? 1U : 0U, storage.size, storage.stored};
 }
 
-/// A uniform variable, or an element of a uniform array that each point refers to.
+/// True for a uniform variable, or a varying reference to elements of a uniform array.
 bool QxMachineVariables::IsOneForAllPoints(const QxOperand& operand) const
 {
     const QxStorage& storage = m_target.variables[operand.variable];
@@ -166,7 +167,7 @@ bool QxMachineVariables::IsOneForAllPoints(const QxOperand& operand) const
     return operand.step == 0 && operand.variable != m_nowhere;
 }
 
-// References. The numbers of those that no instruction binds stay nowhere.
+// References. Those that no instruction binds stay `Nowhere`.
 
 void QxMachineVariables::ClassifyReferences(const SqxBlock& block)
 {
@@ -193,7 +194,7 @@ void QxMachineVariables::ClassifyReference(const SqxBlock& block, const SqxInstr
     const bool one = !within && !storage(2).varying;
     const bool alias = one && (first || (reference.kind == QxStorage::Kind::Alias &&
                                          reference.varying == storage(1).varying));
-    // A uniform array stays known: texts of its elements must not be written point by point.
+    // Record that the array is uniform: texts of its elements must not be written point by point.
     reference.number = (first ? 0 : reference.number) | (storage(1).varying ? 0 : 1);
     reference.kind = alias ? QxStorage::Kind::Alias : QxStorage::Kind::Reference;
     reference.varying = alias ? storage(1).varying : true;

@@ -5,13 +5,13 @@
 #include "machine/translate/QxMachineCode.h"
 #include "sqx/SqxShader.h"
 
-/// The variables of a program while it is made: those of the file, by the same numbers, and behind
-/// them what the translation adds. A view of `QxMachineCode::variables`, in which they are kept.
+/// The variables of a program during translation: those of the file, with the same numbers, and
+/// after them those that the translation adds. They are stored in `QxMachineCode::variables`.
 class QxMachineVariables {
 public:
-    /// Fills in the variables and constants of `target`, which must be empty and outlive this, like
-    /// `shader`. The shader is verified: of a reference that is bound in several ways, the most
-    /// general one decides how it is kept.
+    /// Fills in the variables and constants of `target`, which must be empty. `target` and `shader`
+    /// must outlive this object. The shader must be verified. If a reference is bound in several
+    /// ways, the most general one determines its storage.
     QxMachineVariables(const SqxShader& shader, QxMachineCode& target);
 
     [[nodiscard]] std::size_t Count() const { return m_target.variables.size(); }
@@ -19,24 +19,26 @@ public:
     {
         return m_target.variables[variable];
     }
-    /// Its value if it is a constant, else null. It stays where it is.
+    /// The value of a constant, otherwise null. The address is stable.
     [[nodiscard]] const QxConstant* ConstantOf(std::uint32_t variable) const;
-    /// The variable whole, as an operand of an instruction.
+    /// The whole variable as an operand of an instruction.
     [[nodiscard]] QxOperand OperandOf(std::uint32_t variable) const;
-    /// A uniform variable, or an element of a uniform array that each point refers to.
+    /// True for a uniform variable, or a varying reference to elements of a uniform array.
     [[nodiscard]] bool IsOneForAllPoints(const QxOperand& operand) const;
-    /// Takes what nobody wants: as large as any value, and uniform.
+    /// A uniform variable for discarded results, large enough for any value.
     [[nodiscard]] std::uint32_t Nowhere() const { return m_nowhere; }
     /// The geometric normal of the grid.
     [[nodiscard]] std::uint32_t Ng() const { return m_ng; }
 
-    // Each of these gives the number of a new variable.
+    // Each of these adds a variable and returns its number.
 
-    /// A varying one, for what a reference of each point stands for. Texts in it are not its own.
+    /// A varying temporary for the element of a varying reference. It does not own texts stored in
+    /// it.
     [[nodiscard]] std::uint32_t AddTemporary(QxStored stored);
-    /// A triple of equal numbers, for where one is wanted and a number stands.
+    /// A triple of equal numbers, for an instruction that requires a triple but has a number.
     [[nodiscard]] std::uint32_t AddNumberConstant(float value);
-    /// The empty text, for where one is wanted and the literal stands that leaves it out.
+    /// The empty text, for an instruction that requires a text but has the literal for an omitted
+    /// argument.
     [[nodiscard]] std::uint32_t AddTextConstant(std::uint32_t constant);
 
 private:

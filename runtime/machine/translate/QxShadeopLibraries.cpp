@@ -1,6 +1,6 @@
-// A shader names functions of libraries, and may come from anywhere. So only what stands in the
-// table that a library exports is ever called: `system` in a file is refused, since no library
-// lists it.
+// A shader names functions of libraries, and may come from an untrusted source. So only functions
+// that are listed in a library's exported table are called: `system` in a file is rejected, since
+// no library lists it.
 //
 // Tested by tests/shadeops.
 
@@ -24,9 +24,9 @@ std::string PathIn(const std::vector<std::string>& folders, const std::string& l
     throw QxHostError("There is no shadeop library '" + library + "' in the given folders");
 }
 
-/// A method is one only if the library's own table lists it, and with it the init and cleanup
-/// functions: the file could name any function of the process otherwise. They may come from two
-/// rows, since the overloads that a shader calls share theirs.
+/// True if the library's table lists the method with its init and cleanup functions: otherwise the
+/// file could name any function of the process. The init and cleanup functions may come from
+/// different rows, since the overloads that a shader calls share them.
 bool IsListed(const std::vector<SqxShadeopRecord>& records, const SqxDSOFunction& function)
 {
     bool listsInit = function.init.empty();

@@ -7,18 +7,19 @@
 #include "sqx/SqxShader.h"
 
 /// The files of the libraries whose shadeops a shader calls. They are only read here: a library
-/// that is cut short, or lacks what the shader needs, is refused before any of its code runs.
+/// that is truncated, or lacks a function that the shader needs, is rejected before any of its code
+/// runs.
 class QxShadeopLibraries {
 public:
-    /// Looks for the files in the folders, in their order. Throws `QxHostError` for one that is not
-    /// there, or is no library.
+    /// Searches the files in the folders, in order. Throws `QxHostError` for a file that does not
+    /// exist or is not a library.
     QxShadeopLibraries(const std::vector<std::string>& names,
                        const std::vector<std::string>& folders);
 
-    /// The declarations in the shadeop's table. Throws `QxHostError` if the library does not list
-    /// the shadeop with these functions, or lacks one of them.
+    /// Returns the declarations in the shadeop's table. Throws `QxHostError` if the library does
+    /// not list the shadeop with these functions, or does not define one of them.
     [[nodiscard]] std::vector<std::string> DeclarationsOf(const SqxDSOFunction& shadeop) const;
-    /// Absolute.
+    /// The absolute path.
     [[nodiscard]] const std::string& PathOf(std::size_t library) const
     {
         return m_libraries[library].path;

@@ -1,5 +1,5 @@
-// All calls are checked against the tables in the files before a library is loaded, and with it
-// before the first of its functions runs.
+// All calls are checked against the tables in the files before any library is loaded, since loading
+// already runs its code.
 //
 // Tested by tests/machine/QxShadeopCheckTest.cpp and tests/shadeops.
 

@@ -8,20 +8,20 @@
 #include "sqx/SqxShader.h"
 
 /// The shadeops that a program calls, with their libraries loaded. Libraries run in this process
-/// with all its rights: the folders are those that the user trusts.
+/// with all its rights, so the folders must be trusted.
 class QxShadeops {
 public:
-    /// Looks for the libraries of the shader in the folders, in their order, and calls the init
-    /// functions, once for each shadeop. Throws `QxHostError` for a library or shadeop that is not
-    /// there, or that is called with other types than it is declared with; then none of them was
-    /// loaded. Keeps nothing of the shader.
+    /// Searches the libraries of the shader in the folders, in order, and calls the init function
+    /// of each shadeop once. Throws `QxHostError` if a library or shadeop is missing, or is called
+    /// with types that do not match its declaration; no library has been loaded then. Does not
+    /// refer to the shader afterwards.
     QxShadeops(const SqxShader& shader, const std::vector<std::string>& folders);
     /// Calls the cleanup functions and unloads.
     ~QxShadeops();
     QxShadeops(const QxShadeops&) = delete;
     QxShadeops& operator=(const QxShadeops&) = delete;
 
-    /// By the numbers that code has for them. Several threads may call them at a time, if the
+    /// The shadeops by their numbers in code. Several threads may call them concurrently, if the
     /// library allows that.
     [[nodiscard]] std::span<const QxLoadedShadeop> Loaded() const { return m_loaded; }
 

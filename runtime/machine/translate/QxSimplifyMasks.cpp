@@ -1,13 +1,12 @@
-// What masks gain from liveness.
+// Removes masks where liveness shows that they are not needed.
 //
 //     IfTrue f;  t = x * x;  y = t + 1;  EndIf
 // becomes
 //     IfTrue f;  t = x * x (for all points);  y = t + 1;  EndIf
 //
-// since nobody reads `t` behind the brackets: what other points hold in it does not matter, and a
-// loop without a mask is faster. Brackets of one or two instructions that all ignore the mask
-// vanish. Only cheap functions are computed where nobody asked for them, and only those that cannot
-// fault.
+// since `t` is not live after the brackets: its value at other points does not matter, and a loop
+// without a mask is faster. Brackets of one or two instructions that all ignore the mask are
+// removed. Only cheap functions that cannot fault are computed for points that do not need them.
 //
 // Tested by tests/machine/DraftPassesTest.cpp, and with whole shaders by
 // tests/host/AgreementTest.cpp.
@@ -20,7 +19,7 @@ namespace {
 
 constexpr std::size_t k_shortBrackets = 2;
 
-/// The masked kernels of writes that nobody reads elsewhere become those for all points.
+/// Replaces masked kernels by those for all points if other points do not read the result.
 void IgnoreMasks(QxDraftBlock& block, QxLiveness& liveness)
 {
     liveness.WalkBack([&](std::size_t index, std::size_t) {
@@ -34,7 +33,7 @@ void IgnoreMasks(QxDraftBlock& block, QxLiveness& liveness)
     });
 }
 
-/// The instructions between brackets that begin at `begin`.
+/// Checks the instructions between the brackets that begin at `begin`.
 bool AllIgnoreTheMask(const QxDraftBlock& block, std::size_t begin)
 {
     const auto first = block.drafts.begin();

@@ -2,9 +2,9 @@
 
 #include "machine/translate/QxLiveness.h"
 
-/// Rewrites that make masks cheap: a write that no other point feels is done for all points, and
-/// brackets that hold a few such writes vanish. What points compute stays the same.
+/// Removes masks: a write that does not affect other points is done for all points, and brackets
+/// around a few such writes are removed. The values that points compute stay the same.
 ///
-/// `liveness`: computed, of the block; it is stale behind this. Leaves the targets of the codes as
-/// indexes among the drafts. O(n) for n drafts.
+/// `liveness` must have been computed for the block; it is stale afterwards. The targets of codes
+/// stay indexes among the drafts. O(n) for n drafts.
 void QxSimplifyMasks(QxDraftBlock& block, QxLiveness& liveness);

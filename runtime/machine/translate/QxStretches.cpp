@@ -1,10 +1,11 @@
-// A stretch is the longest that qualifies: each instruction computes a point from that point alone,
-// or is a uniform one that may as well run before all of it, and jumps neither leave it nor enter
-// its middle. Jumps may hang on uniform flags, and on flags that tell whether a varying one is true
-// somewhere, if nothing else reads them: a point that has left a loop does not see how often the
-// others go round. What disqualifies an instruction may cut off jumps elsewhere, so that the search
-// begins anew until nothing changes: what is excluded once stays so, and the largest stretches that
-// agree with each other are left.
+// A stretch is a maximal sequence of instructions that can run strip by strip: each instruction
+// computes each point only from that point, or is a uniform instruction that can be hoisted before
+// the stretch, and jumps do not leave the stretch or enter its middle. Jumps may test uniform
+// flags, and flags that say whether a varying flag is true at any point, if no other instruction
+// reads them: further iterations of a loop do not affect points that have left it. Excluding an
+// instruction may invalidate jumps elsewhere, so the search is repeated until nothing changes. An
+// excluded instruction stays excluded, so the result is a set of maximal, mutually consistent
+// stretches.
 //
 //     { a }  u = x * 2 once  { b }        one stretch, if { a } neither reads u nor writes u or x
 //     { a }  n = Du(a) for the grid       none across it: the derivative looks at neighbours
@@ -19,7 +20,7 @@
 
 namespace {
 
-// A file could have jumps that cross each other without end.
+// A file could have an unlimited number of jumps that cross each other.
 constexpr int k_mostRounds = 32;
 constexpr std::size_t k_none = static_cast<std::size_t>(-1);
 
@@ -88,15 +89,15 @@ private:
 
     const QxDraftBlock& m_block;
     const std::vector<QxDraft>& m_drafts;
-    std::vector<char> m_excluded;  // by draft: stays outside of any stretch
-    std::vector<char> m_cut;       // by draft: none goes on across its begin
+    std::vector<char> m_excluded;  // by draft: is outside any stretch
+    std::vector<char> m_cut;       // by draft: no stretch extends across its start
     bool m_changed = false;
-    std::vector<char> m_localFlags;  // by variable: read right behind where it is set, only there
+    std::vector<char> m_localFlags;  // by variable: read only right after it is set
     std::vector<QxStretch> m_stretches;
     std::vector<std::size_t> m_stretchOf;  // by draft; none
-    std::size_t m_touches = 0;             // number of the stretch at hand
-    std::vector<std::size_t> m_readBy;     // by variable: the last stretch
-    std::vector<std::size_t> m_writtenBy;  // the same
+    std::size_t m_touches = 0;             // number of the current stretch
+    std::vector<std::size_t> m_readBy;     // by variable: the last stretch that reads it
+    std::vector<std::size_t> m_writtenBy;  // by variable: the last stretch that writes it
 };
 
 std::vector<QxStretch> StretchFinder::Find()
@@ -117,7 +118,7 @@ std::vector<QxStretch> StretchFinder::Find()
     return m_stretches;
 }
 
-// What no neighbourhood makes fit
+// Instructions that never qualify
 
 void StretchFinder::ExcludeUnfit()
 {
@@ -129,7 +130,8 @@ void StretchFinder::ExcludeUnfit()
     }
 }
 
-/// All of them or none. Gives the place of the end.
+/// Excludes the whole bracket if any instruction in it does not qualify. Returns the index of its
+/// end.
 std::size_t StretchFinder::ExcludeUnfitBrackets(std::size_t begin)
 {
     const std::size_t end = m_drafts[begin].code.target - 1;
@@ -160,7 +162,7 @@ bool StretchFinder::IsFit(const QxDraft& draft) const
     return code.step == QxCodeStep::Grid || code.step == QxCodeStep::GridIf;
 }
 
-/// Flags that are set right in front of each jump that reads them.
+/// Finds the flags that are set right before each jump that reads them.
 void StretchFinder::FindLocalFlags()
 {
     std::vector<char> targets(m_drafts.size() + 1, 0);
@@ -202,7 +204,7 @@ void StretchFinder::FindStretches()
         while (stretch.end < m_drafts.size() && !m_excluded[stretch.end] && !m_cut[stretch.end])
             ++stretch.end;
         i = stretch.end;
-        // Uniform instructions at its end are as well behind it.
+        // Uniform instructions at the end need not be in the stretch.
         while (isOnce(stretch.end - 1))
             --stretch.end;
         std::fill(m_stretchOf.begin() + static_cast<std::ptrdiff_t>(stretch.begin),
@@ -212,7 +214,7 @@ void StretchFinder::FindStretches()
     }
 }
 
-/// Jumps stay within a stretch, or go to its begin from elsewhere.
+/// Enforces that jumps stay within a stretch, or enter it at its start.
 void StretchFinder::CheckJumps()
 {
     for (std::size_t i = 0; i < m_drafts.size(); ++i) {
@@ -231,11 +233,12 @@ void StretchFinder::CheckJumps()
     }
 }
 
-/// Uniform instructions that cannot run before it, and flags that would be set for a strip and read
-/// for the grid, do not stay in it.
+/// Excludes uniform instructions that cannot be hoisted before the stretch, and flags that would be
+/// set for a strip but read for the grid.
 void StretchFinder::CheckStretch(const QxStretch& stretch)
 {
-    std::vector<int> spans(stretch.end - stretch.begin + 2, 0);  // of jumps, that begin or end here
+    std::vector<int> spans(stretch.end - stretch.begin + 2, 0);  // number of jumps that begin or
+                                                                 // end here
     for (std::size_t i = stretch.begin; i < stretch.end; ++i) {
         if (!IsJump(m_drafts[i].code.step) || m_excluded[i])
             continue;
@@ -261,7 +264,8 @@ void StretchFinder::CheckStretch(const QxStretch& stretch)
     }
 }
 
-/// It and the instructions before it in the stretch, which were touched, do not disturb each other.
+/// True if `draft` has no data dependence on earlier instructions of the stretch, so it can be
+/// hoisted.
 bool StretchFinder::MayRunBefore(const QxDraft& draft) const
 {
     const Span span = OperandsOf(draft);
@@ -284,7 +288,7 @@ void StretchFinder::Touch(const QxDraft& draft)
         m_readBy[draft.code.flag.variable] = m_touches;
 }
 
-/// More than brackets that stand there already.
+/// True if the stretch is more than a single existing pair of brackets.
 bool StretchFinder::IsWorthwhile(const QxStretch& stretch) const
 {
     std::size_t parts = 0;

@@ -1,13 +1,12 @@
-// Instruction by instruction, in one walk over each block:
+// Translates each block in one walk, instruction by instruction:
 //
 //     IF_TRUE f;  MULT_FLOAT_FLOAT x y 2;  END_IF
 // becomes
-//     IfTrue f -> behind;  kernel of varying times uniform, operands x, y and the constant;  EndIf
+//     IfTrue f -> after;  kernel of varying times uniform, operands x, y and the constant;  EndIf
 //
-// Conditions on uniform flags, which stand outside the parallel brackets, become jumps. What a
-// number of the file means is settled here, and checked where a kernel relies on it, so that a run
-// only follows addresses. Afterwards brackets are joined, instructions fused and masks simplified,
-// each in a file of its own.
+// Conditions on uniform flags, which are outside parallel brackets, become jumps. Numbers of the
+// file are resolved here, and checked if a kernel relies on them, so that a run only follows
+// addresses. Then separate passes join brackets, fuse instructions and simplify masks.
 //
 // Tested by tests/machine, and with whole shaders by tests/host/AgreementTest.cpp.
 
@@ -89,7 +88,7 @@ void QxTranslator::Translate(const SqxBlock& block, std::optional<std::uint32_t>
     for (const QxDraft& draft : m_block.drafts) {
         QxCode& code = target.codes.emplace_back(draft.code);
         code.operands = target.operands.data() + draft.first;
-        // For the points of a flag there are other ways.
+        // Instructions for the points of a flag are handled elsewhere.
         if (draft.row && code.step != QxCodeStep::GridIf)
             code.point = draft.row->point;
         if (code.step == QxCodeStep::IfTrue || code.step == QxCodeStep::IfFalse) {
@@ -114,7 +113,7 @@ void QxTranslator::TranslateInstruction(const SqxBlock& block, const SqxInstruct
         TranslateCall(block, source);
 }
 
-/// Jumps and brackets.
+/// Translates jumps and brackets.
 bool QxTranslator::TranslateMark(const SqxBlock& block, const SqxInstruction& source)
 {
     const auto value = [&](std::size_t i) { return block.Value(source, i); };
@@ -175,8 +174,8 @@ void QxTranslator::EndParallel()
     m_writer.Add(QxCodeStep::EndParallel);
     QxCode& begin = m_block.drafts[m_parallel].code;
     begin.target = static_cast<std::uint32_t>(m_block.drafts.size());
-    // Nobody knows what shadeops do: where there are two, they meet the points in their order. And
-    // a uniform variable that is written here holds the value of one point after the other.
+    // The effects of shadeops are unknown: if there are two, they must be called point by point. A
+    // uniform variable that is written here takes the value of one point after another.
     std::size_t calls = 0;
     for (std::size_t i = m_parallel; i < m_block.drafts.size(); ++i) {
         const QxDraft& draft = m_block.drafts[i];
@@ -217,11 +216,11 @@ void QxTranslator::EndCondition()
     }
 }
 
-/// Brackets that only set flags to constants, as loops have them, need no mask:
+/// Brackets that only set flags to constants, which are common in loops, need no mask:
 ///
 ///     IF_FALSE c; ASSIGN_BOOL_BOOL d false; SET_BOOL c; END_IF    becomes    d = d and c; c = ...
 ///
-/// The flag that guards them comes last.
+/// The flag of the guard itself is set last.
 bool QxTranslator::MakeFlagOperations(std::size_t begin)
 {
     struct Setting {
@@ -311,7 +310,7 @@ void QxTranslator::TranslateCall(const SqxBlock& block, const SqxInstruction& so
         else if (letter != 'n')
             arguments.push_back(
                 m_writer.MakeArgument(value, letter, Wanted(*row, arguments.size())));
-        // The value that a message asks for.
+        // The variable that receives the answer of a message call.
         if (letter == 'm')
             number = static_cast<int>(m_shader.variables[static_cast<std::size_t>(value)].type);
     }

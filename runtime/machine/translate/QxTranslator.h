@@ -6,24 +6,24 @@
 #include "machine/translate/QxDraftWriter.h"
 #include "machine/translate/QxMachineCode.h"
 
-/// Makes the blocks of a verified shader ready to run.
+/// Translates the blocks of a verified shader into code for the machine.
 ///
-/// An instruction becomes a kernel and its operands. A reference that is bound once for all points
-/// is another base address. One of each point is read into a variable before the instruction and
-/// stored behind it, so that kernels know of uniform and varying operands only.
+/// An instruction becomes a kernel and its operands. A reference that is the same for all points is
+/// just another base address. A varying reference is loaded into a variable before the instruction
+/// and stored after it, so that kernels see only uniform and varying operands.
 class QxTranslator {
 public:
-    /// `shader`: verified. `target`: empty but for `isLight`. All must outlive this; the target
-    /// keeps nothing of the shader.
+    /// `shader` must be verified. `target` must be empty except for `isLight`. All must outlive
+    /// this object; the target does not refer to the shader.
     QxTranslator(const SqxShader& shader, const QxKernelTable& kernels, QxMachineCode& target);
-    /// Fills the target but for its shadeops: variables, constants, and the blocks of main and of
-    /// the initializers. Once. Throws `QxHostError` if there is something in the file that the
-    /// machine does not know; then the target is of no use. O(n) for n instructions, but for
-    /// what `QxJoinRuns` and `QxLiveness` say.
+    /// Fills the target except for its shadeops: variables, constants, and the blocks of main and
+    /// of the initializers. Call it once. Throws `QxHostError` if the file uses something that the
+    /// machine does not support; the target must not be used then. O(n) for n instructions, except
+    /// for the costs of `QxJoinRuns` and `QxLiveness`.
     void Run();
 
 private:
-    /// `result`: the variable that is read after the block; none for main.
+    /// `result` is the variable that is read after the block; none for main.
     void Translate(const SqxBlock& block, std::optional<std::uint32_t> result,
                    QxProgramBlock& target);
     void TranslateInstruction(const SqxBlock& block, const SqxInstruction& source);
@@ -41,8 +41,8 @@ private:
     QxMachineCode& m_target;
     QxMachineVariables m_variables;
     QxDraftWriter m_writer;
-    QxDraftBlock& m_block;                  // what was written of the block at hand
-    std::vector<std::size_t> m_starts;      // index of the code for each instruction
-    std::vector<std::size_t> m_conditions;  // that are open
+    QxDraftBlock& m_block;                  // the drafts of the current block
+    std::vector<std::size_t> m_starts;      // index of the code of each instruction
+    std::vector<std::size_t> m_conditions;  // open ones
     std::size_t m_parallel = 0;             // index of the open brackets
 };

@@ -1,8 +1,8 @@
-// One walk with the open brackets at hand, and then the jumps, once it is known what stands where.
-// A file nests as it likes, so the open brackets are a chain of indexes, not a recursion.
+// One walk finds the brackets, then the jumps are checked. A file may nest brackets to any depth,
+// so the open brackets are a chain of indexes, not a recursion.
 //
-// The machine keeps a mask for each open condition and a place for each open loop; a jump that left
-// a bracket behind, or found itself in one, would use those of another.
+// The machine keeps a mask for each open condition and a position for each open loop; after a jump
+// into or out of a bracket they would belong to the wrong bracket.
 //
 //     BEGIN_PARALLEL;  IF_TRUE f;  END_PARALLEL     refused: does not close what was opened last
 //     BEGIN_ILLUMINANCE ->A;  GOTO A;  ...  A:      fits: the loop over lights is left
@@ -61,7 +61,8 @@ void QxBrackets::Close(const QxUntrustedBlock& block, std::size_t index)
     m_open = bracket.parent;
 }
 
-/// The beginning tells where the loop ends, and the end goes back behind the beginning.
+/// Checks that the start of a loop names its end, and that the end jumps back to right after the
+/// start.
 void QxBrackets::CheckLoop(const QxUntrustedBlock& block, const Bracket& loop) const
 {
     const auto& instructions = block.code.instructions;

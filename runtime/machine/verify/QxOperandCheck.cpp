@@ -1,8 +1,8 @@
-// Each instruction by itself, against its row of the layouts: every operand has a type that the
-// letter of its place allows, nothing writes to a constant, and detail fits the place.
+// Checks each instruction separately against its layout: every operand has a type that its letter
+// allows, constants are not written, and details are valid at that place.
 //
-// The kernels take these facts for granted: a float where three are read would be a read past the
-// end, and a varying value written into a uniform variable a write past it.
+// The kernels rely on this: a float where three are read would be a read past the end, and a
+// varying value written to a uniform variable a write past the end.
 //
 //     MULT_FLOAT_COLOR %3 Kd Cs        outside of a parallel run, Cs varying: refused
 //     BEGIN_PARALLEL ... the same      fits
@@ -15,7 +15,7 @@
 
 namespace {
 
-// Types that stand for each other in code share a bit.
+// Types that are interchangeable in code share a bit.
 constexpr unsigned char k_float = 1;
 constexpr unsigned char k_triple = 2;
 constexpr unsigned char k_matrix = 4;
@@ -47,7 +47,7 @@ unsigned char ShapeOf(SqxType type)
 }
 
 struct TypeRow {
-    char letter;  // of the layout
+    char letter;  // in the layout
     unsigned char shapes;
     const char* wanted;
 };
@@ -96,7 +96,7 @@ bool RunsForGrid(const SqxLayout& layout)
     return layout.simd || layout.run == SqxRun::Grid || layout.run == SqxRun::Reduce;
 }
 
-/// What it writes may be uniform though it reads varying values.
+/// True if its result may be uniform although it reads varying values.
 bool MayReduce(const SqxLayout& layout)
 {
     return layout.run == SqxRun::Reduce || layout.run == SqxRun::Answer;
@@ -159,7 +159,7 @@ void QxOperandCheck::CheckType(const SqxInstruction& instruction, std::size_t i)
         RefuseOperand(instruction, i, "belongs to main");
 }
 
-/// The reference, its array and the index.
+/// Checks the reference, its array and the index.
 void QxOperandCheck::CheckReference(const SqxInstruction& instruction) const
 {
     const auto type = [&](std::size_t i) {
@@ -173,7 +173,7 @@ void QxOperandCheck::CheckReference(const SqxInstruction& instruction) const
         RefuseOperand(instruction, 0, "is uniform, but its element is varying");
 }
 
-/// Two arrays, of which one becomes the other.
+/// Checks the two arrays of a conversion.
 void QxOperandCheck::CheckArrays(const SqxInstruction& instruction) const
 {
     const auto size = [&](std::size_t i) {
@@ -227,7 +227,7 @@ void QxOperandCheck::CheckDetails(std::size_t index) const
         return;
     const bool forEachPoint =
         m_block.kind == QxUntrustedBlock::Kind::PointInitializer && details.writesVarying;
-    // Outside the brackets a reference is bound for all points at once.
+    // Outside parallel brackets a reference is bound for all points at once.
     const bool bindsForAll = layout.types.starts_with('e') && Facts(instruction, 2).uniform &&
                              m_block.kind != QxUntrustedBlock::Kind::OnceInitializer;
     if ((details.readsVarying || details.writesVarying) && !forEachPoint && !bindsForAll)

@@ -5,24 +5,25 @@
 #include "machine/verify/QxBrackets.h"
 #include "machine/verify/QxUntrustedBlock.h"
 
-/// What of a variable decides whether it may be an operand. One for each variable of a shader, in
-/// their order, serves all its blocks.
+/// The facts about a variable that decide whether it may be an operand. There is one for each
+/// variable of a shader, in order, for all its blocks.
 struct QxOperandFacts {
     explicit QxOperandFacts(const SqxVariable& variable);
 
-    unsigned char shape = 0;  // one bit; points, vectors, normals and colors have the same
+    unsigned char shape = 0;  // one bit; the same for points, vectors, normals and colors
     bool uniform = true;
     bool array = false;
     bool reference = false;
     bool constant = false;
 };
 
-/// Whether each operand of an instruction has the type and detail that it must have. The rules are
-/// told in QxVerifier.h, under "Operands" and "Detail"; what an instruction wants stands in
-/// `SqxLayout::types`.
+/// Checks that each operand of an instruction has the required type and detail. QxVerifier.h states
+/// the rules under "Operands" and "Detail"; `SqxLayout::types` specifies the types for each
+/// instruction.
 class QxOperandCheck {
 public:
-    /// `facts`: of all variables of the shader. `brackets`: of the block. All must outlive this.
+    /// `facts` are those of all variables of the shader, `brackets` those of the block. All must
+    /// outlive this object.
     QxOperandCheck(const QxUntrustedBlock& block, const std::vector<QxOperandFacts>& facts,
                    const QxBrackets& brackets)
         : m_block(block),
@@ -31,12 +32,12 @@ public:
     {
     }
 
-    /// Throws `QxRefused` for the first operand that does not fit; the message is with the block.
-    /// O(n) for n operands.
+    /// Throws `QxRefused` for the first invalid operand; the message is stored in the block. O(n)
+    /// for n operands.
     void Run();
 
 private:
-    /// What the operands of one instruction have in common.
+    /// The details of all operands of one instruction.
     struct Details {
         bool writesUniform = false;
         bool writesVarying = false;

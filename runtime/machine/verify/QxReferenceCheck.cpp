@@ -1,18 +1,18 @@
-// Most references are bound right in front of their use, on a stretch of code that no way leads
-// into: one walk finds that. Those that are not, the far ones, are followed through the block as
-// sets of what is bound on all ways (the forward "must" problem of Gary Kildall, "A unified
-// approach to global program optimization", 1973). Nothing unbinds a reference, so a way back that
-// starts behind its target never takes anything away from it, and one walk in the order of the code
-// is enough unless the code jumps into the middle of a loop.
+// Most references are bound right before their use, in a straight-line piece of code: one walk
+// finds that. The others, called far, are tracked through the block as sets of references that are
+// bound on all paths (the forward "must" problem of Gary Kildall, "A unified approach to global
+// program optimization", 1973). A reference is never unbound, so a backward jump never removes
+// anything from the set at its target, and one walk in the order of the code is enough unless the
+// code jumps into the middle of a loop.
 //
 //     IF_TRUE_GOTO f ->L
 //     ARRAY_REF e a 1
-// L:  ASSIGN x e            here e may stand for nothing
+// L:  ASSIGN x e            here e may be unbound
 //
-// A conditional bracket counts as entered: the compiler binds a reference where any point needs it
-// and uses it where such a point is at hand, and that the one condition follows from the other is
-// more than can be seen here. So a reference stands for elements of one array only, and the
-// machine starts each run with all of them at the first.
+// A conditional bracket counts as entered: the compiler binds a reference if any point needs it and
+// uses it where such a point is active, but this check cannot see that one condition implies the
+// other. So a reference may refer to elements of one array only, and the machine initially binds
+// each reference to the first element.
 
 #include "machine/verify/QxReferenceCheck.h"
 
@@ -22,7 +22,7 @@
 
 namespace {
 
-constexpr int k_mostWalks = 16;  // the compiler's code needs one
+constexpr int k_mostWalks = 16;  // the compiler's code needs only one
 constexpr std::size_t k_wordBits = 64;
 
 bool BindsReference(const SqxInstruction& instruction)
@@ -94,7 +94,8 @@ void QxReferenceCheck::ForEachUse(const SqxInstruction& instruction, Use use) co
 
 void QxReferenceCheck::FindFarReferences()
 {
-    std::vector<std::size_t> boundOn(m_facts.size(), 0);  // the stretch where it was bound last
+    std::vector<std::size_t> boundOn(m_facts.size(), 0);  // the straight-line piece where it was
+                                                          // last bound
     std::size_t stretch = 1;
     for (std::size_t i = 0; i < m_block.code.instructions.size(); ++i) {
         const SqxInstruction& instruction = m_block.code.instructions[i];
@@ -109,7 +110,7 @@ void QxReferenceCheck::FindFarReferences()
     }
 }
 
-/// One walk in the order of the code. True if it must be walked again.
+/// Walks the code in order. Returns true if another walk is needed.
 bool QxReferenceCheck::Walk()
 {
     const std::size_t words = (m_far.size() + k_wordBits - 1) / k_wordBits;
@@ -139,10 +140,11 @@ void QxReferenceCheck::Step(std::size_t index)
     if (instruction.layout->operands.ends_with('j'))
         Flow(Target(instruction));
     if (m_block.code.Mark(instruction) == SqxMark::Goto)
-        std::fill(m_bound.begin(), m_bound.end(), ~std::uint64_t{0});  // nobody comes by here
+        std::fill(m_bound.begin(), m_bound.end(), ~std::uint64_t{0});  // not reachable by falling
+                                                                       // through
 }
 
-/// What is bound now is bound at a target, unless another way leads there with less.
+/// Intersects the set at a jump target with the references that are bound now.
 void QxReferenceCheck::Flow(std::size_t target)
 {
     const auto [place, isNew] = m_atJoin.emplace(target, m_bound);

@@ -7,22 +7,22 @@
 #include "machine/verify/QxOperandCheck.h"
 #include "machine/verify/QxUntrustedBlock.h"
 
-/// Whether each reference stands for elements of one array, and is bound wherever it is used: an
-/// `ARRAY_REF` stands on every way from the beginning of the block. Ways are those of jumps and
+/// Checks that each reference refers to elements of one array, and is bound wherever it is used:
+/// there must be an `ARRAY_REF` on every path from the start of the block. Paths follow jumps and
 /// loops over lights; a conditional bracket counts as entered.
 class QxReferenceCheck {
 public:
-    /// `facts`: of all variables of the shader. Both must outlive this.
+    /// `facts` are those of all variables of the shader. Both must outlive this object.
     QxReferenceCheck(const QxUntrustedBlock& block, const std::vector<QxOperandFacts>& facts);
 
-    /// Throws `QxRefused` for the first use that may come before a binding, for a reference that is
+    /// Throws `QxRefused` for the first use that may precede a binding, for a reference that is
     /// bound to two arrays, and if jumps are too tangled to follow. Operands must have been
-    /// checked. O(n) for n operands; references that are bound far from their use cost a bit for
-    /// each of them and each target of a jump, a few times over.
+    /// checked. O(n) for n operands, plus a few times one bit for each far reference and each jump
+    /// target.
     void Run();
 
 private:
-    using Set = std::vector<std::uint64_t>;  // of references, by their place among the far ones
+    using Set = std::vector<std::uint64_t>;  // of references, by their index among the far ones
 
     void FindArrays();
     void FindJoins();
@@ -38,11 +38,12 @@ private:
 
     const QxUntrustedBlock& m_block;
     const std::vector<QxOperandFacts>& m_facts;
-    std::vector<bool> m_isJoin;  // ways meet in front of the instruction
+    std::vector<bool> m_isJoin;  // paths join before the instruction
 
-    std::unordered_map<std::size_t, std::size_t> m_far;  // place of a far reference by its number
-    std::unordered_map<std::size_t, Set> m_atJoin;       // bound on the ways seen so far
-    Set m_bound;                                         // on the ways to the instruction at hand
-    std::size_t m_index = 0;                             // of the instruction at hand
-    bool m_changed = false;                              // a way back leads to a join with less
+    std::unordered_map<std::size_t, std::size_t> m_far;  // index of a far reference by its number
+    std::unordered_map<std::size_t, Set> m_atJoin;       // bound on all paths seen so far
+    Set m_bound;                                         // on the paths to the current instruction
+    std::size_t m_index = 0;                             // of the current instruction
+    bool m_changed = false;                              // a backward jump has shrunk the set of a
+                                                         // join
 };

@@ -1,6 +1,6 @@
-// A library reads its arguments by the types that it declares, through bare addresses. So each call
-// of a file must be that of some overload, in count, shape and length of every argument; which one
-// the compiler meant is of no matter, since they share a method.
+// A library accesses its arguments through raw addresses, according to the types that it declares.
+// So each call must match some overload in number, shape and length of the arguments. It does not
+// matter which overload the compiler chose, since they share a method.
 //
 // Tested by tests/machine/QxShadeopCheckTest.cpp.
 
@@ -14,10 +14,10 @@
 
 namespace {
 
-// Values of a call: the number of the shadeop, the count of arguments, the result, the arguments.
+// Values of a call: the number of the shadeop, the number of arguments, the result, the arguments.
 constexpr std::size_t k_result = 2;
 
-/// Types that code does not tell apart are one.
+/// Types that code does not distinguish match each other.
 bool FitsType(const SqxVariable& variable, const SqxShadeopType& wanted)
 {
     SqxVariable declared;

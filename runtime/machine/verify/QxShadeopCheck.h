@@ -7,27 +7,27 @@
 #include "sqx/SqxShadeopText.h"
 #include "sqx/SqxShader.h"
 
-/// Whether the calls of shadeops in a verified shader fit what the libraries declare: a shadeop
-/// reads and writes so many numbers as its declaration tells, whatever it is handed.
+/// Checks that the shadeop calls in a verified shader match the declarations of the libraries: a
+/// shadeop reads and writes as many numbers as its declaration says, whatever it is passed.
 class QxShadeopCheck {
 public:
-    /// `shader` must live as long.
+    /// `shader` must outlive this object.
     explicit QxShadeopCheck(const SqxShader& shader)
         : m_shader(shader),
           m_overloads(shader.functions.size())
     {
     }
 
-    /// A text by which the library declares an overload of a function, by its number in the file:
-    /// "float f(float, color[3])". One that is not written as it must be, or is of another function
-    /// of the library, declares nothing. All come before `Run`.
+    /// Adds an overload of a function, identified by its number in the file, from the library's
+    /// declaration: "float f(float, color[3])". A malformed declaration, or one of another
+    /// function, is ignored. Add all declarations before `Run`.
     void Declare(std::size_t function, std::string_view declaration);
-    /// Throws `QxHostError` for the first call that fits no overload, with its line and section.
-    /// Points, vectors, normals and colors fit each other, since they are stored alike.
+    /// Throws `QxHostError` for the first call that matches no overload, with its line and section.
+    /// Points, vectors, normals and colors match each other, since they are stored the same way.
     void Run() const;
 
 private:
-    using Types = std::vector<SqxShadeopType>;  // of the result and the arguments
+    using Types = std::vector<SqxShadeopType>;  // types of the result and the arguments
 
     void CheckBlock(const SqxBlock& block, const std::string& section) const;
     void CheckCall(const SqxBlock& block, const SqxInstruction& call,

@@ -5,17 +5,17 @@
 #include "sqx/SqxCursor.h"
 #include "sqx/SqxShader.h"
 
-/// A shader is refused; the message is with who caught it last. Caught by the verifier.
+/// Thrown if a shader is rejected; the message is stored in the block. Caught by the verifier.
 class QxRefused {};
 
-/// A block of code to verify, and what messages about it need. It refers to what it was made of,
-/// which must last as long.
+/// A block of code to verify, and what messages about it need. The objects that it refers to must
+/// outlive it.
 struct QxUntrustedBlock {
-    /// Main, and the initializers that run once for a shader or at each point, see `QxVerifier`.
+    /// Main, and the initializers that run once per shader or at each point, see `QxVerifier`.
     enum class Kind { Main, OnceInitializer, PointInitializer };
 
-    /// Throws `QxRefused`. `fault` goes on where the name of the instruction ends: "closes a
-    /// bracket that was not opened last".
+    /// Throws `QxRefused`. `fault` continues the sentence after the name of the instruction: "jumps
+    /// into or out of brackets".
     [[noreturn]] void Refuse(const SqxInstruction& instruction, const std::string& fault) const
     {
         message = SqxFaultText(code.Line(instruction), section,
@@ -27,5 +27,5 @@ struct QxUntrustedBlock {
     const SqxBlock& code;
     Kind kind;
     std::string section;
-    std::string& message;  // where the reason goes
+    std::string& message;  // receives the reason
 };

@@ -1,9 +1,9 @@
-// First the variables, whose facts the operands are held against; then each block: its brackets,
-// its operands, its references, in this order, since each relies on the ones before.
+// Verifies first the variables, whose facts the operands are checked against; then each block: its
+// brackets, its operands, its references, in this order, since each step relies on the previous
+// ones.
 //
-// One thing that does not fit refuses the whole file: the compiler writes none of it, so a file
-// that holds some was damaged or made to harm. What is proved here once, kernels need not look at
-// for each point.
+// A single fault rejects the whole file: the compiler does not write such code, so the file is
+// damaged or malicious. Kernels need not repeat these checks for each point.
 //
 // Tested by tests/machine/QxVerifierTest.cpp, and by the fuzz target `bytecode`.
 
@@ -20,7 +20,7 @@
 
 namespace {
 
-/// Bytes of one element as the machine keeps it.
+/// The size in bytes of one element in the machine.
 std::size_t BytesOf(SqxType type)
 {
     switch (type) {
@@ -77,7 +77,7 @@ void QxVerifier::Refuse(int line, const std::string& section, const std::string&
     throw QxRefused();
 }
 
-/// A variable that stood under two numbers would be two variables in one place.
+/// A name with two numbers would be two variables with the same memory.
 void QxVerifier::VerifyNames(const SqxShader& shader)
 {
     std::unordered_set<std::string_view> predefined;
@@ -134,7 +134,7 @@ void QxVerifier::VerifyInitializers(const SqxShader& shader)
     }
 }
 
-/// The value becomes the parameter's as it is.
+/// The value is copied to the parameter without conversion.
 void QxVerifier::VerifyResult(const SqxShader& shader, const SqxInitializer& initializer)
 {
     const auto number = static_cast<std::size_t>(initializer.result);

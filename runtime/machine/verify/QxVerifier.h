@@ -5,44 +5,48 @@
 
 #include "sqx/SqxShader.h"
 
-/// Tells whether the machine can run a shader that was read from a file safely, whatever the file
-/// holds. What the machine relies on, and does not look at again:
+/// Checks that the machine can safely run a shader that was read from an untrusted file. The
+/// machine relies on the following rules without checking them again:
 ///
-/// Operands. Each has the type that its instruction wants (`SqxLayout::types`), points, vectors,
-/// normals and colors counting as one. An array stands only where an array may. What is written is
-/// no constant, but for arguments that a literal integer leaves out.
+/// Operands. Each has the type that its instruction requires (`SqxLayout::types`), where points,
+/// vectors, normals and colors count as one type. Arrays occur only where they are allowed.
+/// Constants are not written, except for arguments that a literal integer leaves out.
 ///
-/// Detail. Outside the parallel brackets an instruction that runs once has uniform operands, in an
-/// initializer of a varying value excepted: there it runs for each point if its result is varying.
-/// A uniform variable is written from varying ones only within the brackets, where the last point
+/// Detail. Outside parallel brackets an instruction that runs once has uniform operands, except in
+/// an initializer of a varying value: there it runs for each point if its result is varying. A
+/// uniform variable is written from varying ones only inside the brackets, where the last point
 /// counts, and by the reducing and answering instructions (`SqxRun`). An initializer that runs once
-/// for the shader has uniform operands only and asks nothing of the grid or its lights.
-/// Initializers do not name the locals of main.
+/// per shader has only uniform operands and does not access the grid or its lights. Initializers do
+/// not use the locals of main.
 ///
-/// Flow. Brackets nest, to a limited depth; the parallel ones hold no others of their kind. A
-/// jump stays within the brackets that it stands in, or leaves loops over lights. A loop over
-/// lights ends where its beginning tells, and goes back to the instruction behind that.
+/// Flow. Brackets nest, to a limited depth; parallel brackets do not contain other parallel
+/// brackets. A jump stays within its brackets, or leaves loops over lights. A loop over lights ends
+/// where its start says, and jumps back to the instruction after its start.
 ///
-/// References. `ARRAY_REF` binds a reference to an element of an array of its type, always the
-/// same array, a varying one only if the reference is varying. On every way that jumps and loops
-/// over lights lead to a use stands such a binding; a conditional bracket counts as entered, so
-/// that the machine starts with references at the first element.
+/// References. `ARRAY_REF` binds a reference to an element of an array of its type, always the same
+/// array, and a varying array only if the reference is varying. On every path of jumps and loops
+/// over lights to a use there is such a binding; a conditional bracket counts as entered, so the
+/// machine initially binds references to the first element.
 ///
-/// Sizes. The variables of a shader fit into memory: see the limits below. How many points there
-/// may be is the machine's to check.
+/// Sizes. The variables of a shader fit into memory: see the limits below. The machine checks the
+/// number of points.
 ///
-/// What depends on values is the machine's too: indices of arrays, steps of an endless loop,
-/// lights that were not run, formats that do not fit their arguments, functions of libraries.
+/// The machine also checks everything that depends on values: array indices, steps of an endless
+/// loop, lights that were not run, formats that do not match their arguments, functions of
+/// libraries.
 class QxVerifier {
 public:
     static constexpr std::size_t k_longestArray = std::size_t{1} << 20;  // elements
     static constexpr std::size_t k_mostBytes = std::size_t{1} << 26;     // of all uniform variables
-    static constexpr std::size_t k_mostPointBytes = std::size_t{1} << 24;  // of the varying ones
-    static constexpr std::size_t k_deepestNesting = 4096;                  // of brackets
+                                                                         // together
+    static constexpr std::size_t k_mostPointBytes = std::size_t{1} << 24;  // of all varying
+                                                                           // variables, per point
+    static constexpr std::size_t k_deepestNesting = 4096;                  // depth of nested
+                                                                           // brackets
 
-    /// False if the shader is refused; `Message` then tells the line, the section and the reason.
-    /// O(n log n) for a file of n values, and as files are written; references that are bound far
-    /// from their use cost a bit for each of them and each target of a jump.
+    /// False if the shader is rejected; then `Message` returns the line, the section and the
+    /// reason. O(n log n) for a file of n values, plus one bit for each reference that is bound far
+    /// from its use and each jump target.
     [[nodiscard]] bool Verify(const SqxShader& shader);
     [[nodiscard]] const std::string& Message() const { return m_message; }
 
