@@ -1,5 +1,5 @@
-// Functions of numbers, triples and matrices, and noise, under the names by which generated C++
-// calls them too.
+// Functions of numbers, triples and matrices, under the names by which generated C++ calls them
+// too.
 
 #include "QxBuiltInNames.h"
 #include "kernels/QxKernelForms.h"
@@ -192,32 +192,6 @@ constexpr QxKernelRow k_rows[] = {
     EACH2(CALL_PRIM_CTRANSFORM_FROM_RGB, Color&, Color, Text),
     EACH(CALL_PRIM_CTRANSFORM, Color&, Text, Text, Color),
     EACH(CALL_PRIM_CTRANSFORM2, Color&, Text, Color),
-
-    // Noise
-    EACH(CALL_PRIM_NOISE_FLOAT_1D, float&, float),
-    EACH(CALL_PRIM_NOISE_FLOAT_2D, float&, float, float),
-    EACH(CALL_PRIM_NOISE_FLOAT_3D, float&, Vector),
-    EACH(CALL_PRIM_NOISE_FLOAT_4D, float&, Vector, float),
-    EACH(CALL_PRIM_NOISE_POINT_1D, Vector&, float),
-    EACH(CALL_PRIM_NOISE_POINT_2D, Vector&, float, float),
-    EACH(CALL_PRIM_NOISE_POINT_3D, Vector&, Vector),
-    Each<Vector&, Vector, float>("CALL_PRIM_NOISE_POINT_4D", [](Vector& r, const Vector& p, float t) { CALL_PRIM_POINT_FLOAT_4D(r, p, t); }),
-    EACH(CALL_PRIM_CELLNOISE_FLOAT_1D, float&, float),
-    EACH(CALL_PRIM_CELLNOISE_FLOAT_2D, float&, float, float),
-    EACH(CALL_PRIM_CELLNOISE_FLOAT_3D, float&, Vector),
-    EACH(CALL_PRIM_CELLNOISE_FLOAT_4D, float&, Vector, float),
-    EACH(CALL_PRIM_CELLNOISE_POINT_1D, Vector&, float),
-    EACH(CALL_PRIM_CELLNOISE_POINT_2D, Vector&, float, float),
-    EACH(CALL_PRIM_CELLNOISE_POINT_3D, Vector&, Vector),
-    EACH(CALL_PRIM_CELLNOISE_POINT_4D, Vector&, Vector, float),
-    EACH(CALL_PRIM_PNOISE_FLOAT_1D, float&, float, float),
-    EACH(CALL_PRIM_PNOISE_FLOAT_2D, float&, float, float, float, float),
-    EACH(CALL_PRIM_PNOISE_FLOAT_3D, float&, Vector, Vector),
-    EACH(CALL_PRIM_PNOISE_FLOAT_4D, float&, Vector, float, Vector, float),
-    EACH(CALL_PRIM_PNOISE_POINT_1D, Vector&, float, float),
-    EACH(CALL_PRIM_PNOISE_POINT_2D, Vector&, float, float, float, float),
-    EACH(CALL_PRIM_PNOISE_POINT_3D, Vector&, Vector, Vector),
-    EACH(CALL_PRIM_PNOISE_POINT_4D, Vector&, Vector, float, Vector, float),
 };
 // clang-format on
 

@@ -160,6 +160,7 @@ namespace qxbaseline {
 [[nodiscard]] QxKernelRows FilterKernels();
 [[nodiscard]] QxKernelRows NeighbourKernels();
 [[nodiscard]] QxKernelRows LightKernels();
+[[nodiscard]] QxKernelRows NoiseKernels();
 [[nodiscard]] QxKernelRows SplineKernels();
 [[nodiscard]] QxKernelRows StatementKernels();
 }  // namespace qxbaseline
@@ -169,6 +170,7 @@ namespace qxavx2 {
 [[nodiscard]] QxKernelRows FilterKernels();
 [[nodiscard]] QxKernelRows NeighbourKernels();
 [[nodiscard]] QxKernelRows LightKernels();
+[[nodiscard]] QxKernelRows NoiseKernels();
 [[nodiscard]] QxKernelRows SplineKernels();
 [[nodiscard]] QxKernelRows StatementKernels();
 }  // namespace qxavx2

@@ -35,20 +35,24 @@ inline unsigned int Hash(const int (&point)[n], unsigned int seed)
 }
 
 /// The lattice cell of a coordinate. Numbers too large for a cell, infinities and what is no
-/// number share the outermost ones.
+/// number share the outermost ones. Rounds down by a comparison, since the baseline processor's vectors
+/// have no instruction for it.
 inline int CellOf(float x)
 {
     const float bound = 1.0e9f;
-    if (!(x > -bound))
-        return static_cast<int>(-bound);
-    return static_cast<int>(qxmath::Floor(x < bound ? x : bound));
+    const float above = x > -bound ? x : -bound;
+    const float within = above < bound ? above : bound;
+    const int whole = static_cast<int>(within);
+    return whole - static_cast<int>(static_cast<float>(whole) > within);
 }
 
-/// Keeps a lattice coordinate within a period; a period below 1 counts as 1.
+/// Keeps a lattice coordinate within a period; a period below 1 counts as 1. Divides in double precision,
+/// which vectors can and whose quotient of two such integers never rounds up to a whole number.
 inline int Wrap(int coordinate, int period)
 {
     const int p = period < 1 ? 1 : period;
-    const int rest = coordinate % p;
+    const int times = static_cast<int>(static_cast<double>(coordinate) / static_cast<double>(p));
+    const int rest = coordinate - times * p;
     return rest < 0 ? rest + p : rest;
 }
 
@@ -68,6 +72,24 @@ inline float WithSign(float x, unsigned int bit)
     return x;
 }
 
+// Loops over dimensions and corners are written as recursion of templates: a compiler that leaves one of them a
+// loop keeps the loop over points around it from becoming one of vectors.
+
+/// Adds the coordinates from i on, all but the one that is left out, with the signs of a hash.
+template <int i, int n>
+struct Signed {
+    static float AddTo(float sum, const float (&offset)[n], unsigned int hash, int left)
+    {
+        const float next = i == left ? 0.0f : WithSign(offset[i], hash >> i);
+        return Signed<i + 1, n>::AddTo(sum + next, offset, hash, left);
+    }
+};
+
+template <int n>
+struct Signed<n, n> {
+    static float AddTo(float sum, const float (&)[n], unsigned int, int) { return sum; }
+};
+
 /// The offset's product with a gradient that the hash picks: all coordinates but one count, with
 /// either sign. In the middle of a cell two such coordinates come to 1, as does the one coordinate
 /// of one dimension with slopes between -2 and 2.
@@ -77,10 +99,7 @@ inline float Slope(unsigned int hash, const float (&offset)[n])
     if (n == 1)
         return offset[0] * (static_cast<float>(hash & 15u) / 3.75f - 2);
     const int left = n == 2 ? -1 : static_cast<int>((hash >> 8) % n);
-    float sum = 0;
-    for (int i = 0; i < n; ++i)
-        sum += i == left ? 0.0f : WithSign(offset[i], hash >> i);
-    return sum;
+    return Signed<0, n>::AddTo(0, offset, hash, left);
 }
 
 /// The corners of a cell, of which corner 2^i is the next one along dimension i. Hashes and weights grow
@@ -92,20 +111,23 @@ struct Corners {
     float weights[1 << n];
 };
 
-/// Adds dimension i, whose cells are `here` and `next`. Loops of constant lengths are unrolled, so that those
-/// over points become ones of vectors.
-template <int i, int n>
-inline void Grow(Corners<n>& corners, int here, int next, float fade)
-{
-    for (int k = 0; k < (1 << i); ++k) {
-        corners.hashes[k + (1 << i)] = HashOn(corners.hashes[k], next);
-        corners.weights[k + (1 << i)] = corners.weights[k] * fade;
-    }
-    for (int k = 0; k < (1 << i); ++k) {
+/// Takes the corners from k on, of `count`, to two each, whose cells in the next dimension are `here` and `next`.
+template <int k, int count, int n>
+struct Twice {
+    static void Grow(Corners<n>& corners, int here, int next, float fade)
+    {
+        corners.hashes[k + count] = HashOn(corners.hashes[k], next);
+        corners.weights[k + count] = corners.weights[k] * fade;
         corners.hashes[k] = HashOn(corners.hashes[k], here);
         corners.weights[k] = corners.weights[k] * (1 - fade);
+        Twice<k + 1, count, n>::Grow(corners, here, next, fade);
     }
-}
+};
+
+template <int count, int n>
+struct Twice<count, count, n> {
+    static void Grow(Corners<n>&, int, int, float) {}
+};
 
 /// Adds the dimensions from i on.
 template <int i, int n>
@@ -116,8 +138,9 @@ struct Dimensions {
         const int cell = CellOf(x[i]);
         const float rest = x[i] - static_cast<float>(cell);
         offset[i] = rest >= 0 && rest < 1 ? rest : 0;
-        Grow<i>(corners, periods ? Wrap(cell, periods[i]) : cell,
-                periods ? Wrap(cell + 1, periods[i]) : cell + 1, Fade(offset[i]));
+        Twice<0, 1 << i, n>::Grow(corners, periods ? Wrap(cell, periods[i]) : cell,
+                                  periods ? Wrap(cell + 1, periods[i]) : cell + 1,
+                                  Fade(offset[i]));
         Dimensions<i + 1, n>::Add(corners, offset, x, periods);
     }
 };
@@ -125,6 +148,38 @@ struct Dimensions {
 template <int n>
 struct Dimensions<n, n> {
     static void Add(Corners<n>&, float (&)[n], const float (&)[n], const int*) {}
+};
+
+/// The way from a corner to the point.
+template <int i, int n>
+struct Way {
+    static void From(int corner, const float (&offset)[n], float (&way)[n])
+    {
+        way[i] = offset[i] - static_cast<float>((corner >> i) & 1);
+        Way<i + 1, n>::From(corner, offset, way);
+    }
+};
+
+template <int n>
+struct Way<n, n> {
+    static void From(int, const float (&)[n], float (&)[n]) {}
+};
+
+/// Adds what the corners from one on come to.
+template <int corner, int n, bool end = corner == 1 << n>
+struct Weighed {
+    static float AddTo(float sum, const Corners<n>& corners, const float (&offset)[n])
+    {
+        float way[n];
+        Way<0, n>::From(corner, offset, way);
+        const float next = corners.weights[corner] * Slope(corners.hashes[corner], way);
+        return Weighed<corner + 1, n>::AddTo(sum + next, corners, offset);
+    }
+};
+
+template <int corner, int n>
+struct Weighed<corner, n, true> {
+    static float AddTo(float sum, const Corners<n>&, const float (&)[n]) { return sum; }
 };
 
 /// Gradient noise (Ken Perlin, "Improving Noise", 2002) around 0, within -1..1. `periods` may be
@@ -137,14 +192,7 @@ inline float Gradient(const float (&x)[n], const int* periods, unsigned int seed
     corners.hashes[0] = HashOfSeed(seed);
     corners.weights[0] = 1;
     Dimensions<0, n>::Add(corners, offset, x, periods);
-    float sum = 0;
-    for (int corner = 0; corner < (1 << n); ++corner) {
-        float toPoint[n];
-        for (int i = 0; i < n; ++i)
-            toPoint[i] = offset[i] - static_cast<float>((corner >> i) & 1);
-        sum += corners.weights[corner] * Slope(corners.hashes[corner], toPoint);
-    }
-    return QxClamp(sum, -1.0f, 1.0f);
+    return QxClamp(Weighed<0, n>::AddTo(0, corners, offset), -1.0f, 1.0f);
 }
 
 /// One value a lattice cell, from 0 up to, but not including, 1.
@@ -157,9 +205,11 @@ inline float Cell(const float (&x)[n], unsigned int seed)
     return static_cast<float>(Hash(cell, seed) >> 8) / 16777216.0f;
 }
 
-// What the noises differ in, as a policy: how a value for one seed is found.
+// What the noises differ in, as a policy: how a value for one seed is found, and whether periods stand
+// behind the coordinates.
 
 struct PlainNoise {
+    static constexpr bool isPeriodic = false;
     template <int n>
     static float At(const float (&x)[n], const int*, unsigned int seed)
     {
@@ -168,6 +218,7 @@ struct PlainNoise {
 };
 
 struct PeriodicNoise {
+    static constexpr bool isPeriodic = true;
     template <int n>
     static float At(const float (&x)[n], const int* periods, unsigned int seed)
     {
@@ -176,6 +227,7 @@ struct PeriodicNoise {
 };
 
 struct CellNoise {
+    static constexpr bool isPeriodic = false;
     template <int n>
     static float At(const float (&x)[n], const int*, unsigned int seed)
     {
@@ -196,9 +248,10 @@ inline void Assign(Triple& result, const float (&x)[n], const int* periods)
                                   Noise::At(x, periods, 3));
 }
 
+/// The nearest whole number, halves up.
 inline int PeriodOf(float period)
 {
-    return CellOf(QxRound(period));
+    return CellOf(period + 0.5f);
 }
 
 /// The noise at a number, two numbers, a point, or a point and a number, as a float or a triple.
