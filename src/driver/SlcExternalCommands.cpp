@@ -95,8 +95,11 @@ void AcceptFileInPlace(const SlcUnfinishedFile& file, const std::string& place)
 
 [[nodiscard]] bool RunPreprocessCommand(const SlcCommandLine& line, SlcRunFiles& files)
 {
+    // The folder of the source may be one that others own.
+    using Else = SlcUnfinishedFile::Else;
     const SlcUnfinishedFile& file = files.m_preprocessed.emplace(
-        line.m_preprocessedFile, SlcUnfinishedFile::OnExit::MoveIntoPlace);
+        line.m_preprocessedFile, SlcUnfinishedFile::OnExit::MoveIntoPlace,
+        line.m_keepPreprocessedFile ? Else::Nowhere : Else::Temporary);
     const bool succeeded = RunCommand(
         *line.m_preprocessCommand, {{"cpp_options", " " + line.PreprocessorOptions()},
                                     {"cpp_arguments", AsShellWords(line.m_preprocessorArguments)},
@@ -143,7 +146,8 @@ bool PreprocessSource(const SlcCommandLine& line, SlcRunFiles& files)
         line.m_preprocessCommand ? RunPreprocessCommand(line, files) : Preprocess(line, files);
     if (succeeded)
         return line.m_runCompile || KeepFile(*files.m_preprocessed, line.m_preprocessedFile);
-    if (line.m_preprocessCommand && Exists(files.m_preprocessed->Path()))
+    if (line.m_preprocessCommand && files.m_preprocessed->IsBesidePlace() &&
+        Exists(files.m_preprocessed->Path()))
         static_cast<void>(KeepFile(*files.m_preprocessed, line.m_preprocessedFile));
     SeverError(k_programName, "Problem during preprocessing.  Stopping.");
     return false;

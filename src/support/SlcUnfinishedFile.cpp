@@ -6,6 +6,8 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <system_error>
 #include <unistd.h>
 #include <utility>
 
@@ -27,13 +29,19 @@ namespace {
 
 }  // namespace
 
-SlcUnfinishedFile::SlcUnfinishedFile(std::string place, OnExit onExit)
+SlcUnfinishedFile::SlcUnfinishedFile(std::string place, OnExit onExit, Else otherwise)
     : m_place(std::move(place)),
-      m_folder(MakeFolderBeside(m_place)),
-      m_path(m_folder.empty() ? m_place
-                              : m_folder + '/' + m_place.substr(FolderPart(m_place).size()))
+      m_folder(MakeFolderBeside(m_place))
 {
     const int reason = errno;
+    const std::string name = m_place.substr(FolderPart(m_place).size());
+    if (m_folder.empty() && otherwise == Else::Temporary) {
+        std::error_code ignored;
+        m_folder =
+            MakeFolderBeside((std::filesystem::temp_directory_path(ignored) / name).string());
+        m_isBeside = m_folder.empty();
+    }
+    m_path = m_folder.empty() ? m_place : m_folder + '/' + name;
     // The folder is registered before the file, since the last registered is removed first and a
     // folder must be empty.
     if (!m_folder.empty())

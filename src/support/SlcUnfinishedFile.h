@@ -12,10 +12,14 @@ class SlcUnfinishedFile {
 public:
     /// What happens to the file at `std::exit`, which ends the process after a fatal error.
     enum class OnExit { Remove, MoveIntoPlace };
+    /// Where the folder is made if it cannot be next to the final place. For a file that is only
+    /// read again, the directory for temporary files will do.
+    enum class Else { Nowhere, Temporary };
 
     /// Makes the folder; the caller creates the file. If no folder can be made, the path is the
     /// final place, so that the failure to write there gives the reason.
-    explicit SlcUnfinishedFile(std::string place, OnExit onExit = OnExit::Remove);
+    explicit SlcUnfinishedFile(std::string place, OnExit onExit = OnExit::Remove,
+                               Else otherwise = Else::Nowhere);
     ~SlcUnfinishedFile();
     SlcUnfinishedFile(const SlcUnfinishedFile&) = delete;
     SlcUnfinishedFile& operator=(const SlcUnfinishedFile&) = delete;
@@ -25,11 +29,15 @@ public:
     /// Empty, with the reason in `errno`, if no folder could be made.
     [[nodiscard]] const std::string& Folder() const { return m_folder; }
 
+    /// False for a file in the directory for temporary files.
+    [[nodiscard]] bool IsBesidePlace() const { return m_isBeside; }
+
     /// False, with the reason in `errno`, if the file cannot be moved.
     [[nodiscard]] bool MoveIntoPlace();
 
 private:
     std::string m_place;
+    bool m_isBeside = true;
     std::string m_folder;  // empty if none could be made
     std::string m_path;
     bool m_isMoved = false;

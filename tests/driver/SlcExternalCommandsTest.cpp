@@ -96,6 +96,15 @@ TEST_F(SlcExternalCommandsTest, OwnPreprocessorWritesNoFileToCompile)
     EXPECT_FALSE(files.m_preprocessed.has_value());
 }
 
+TEST_F(SlcExternalCommandsTest, PreprocessCommandNeedsNoRightToTheFolderOfTheSource)
+{
+    m_line.m_preprocessedFile = "/proc/a.i";  // where nobody makes a file
+    m_line.m_preprocessCommand = "echo made > $cpp_result";
+    SlcRunFiles files;
+    EXPECT_TRUE(PreprocessSource(m_line, files));
+    EXPECT_EQ(TemporaryFolder::Read(files.m_preprocessed->Path()), "made\n");
+}
+
 TEST_F(SlcExternalCommandsTest, FailedPreprocessCommandLeavesItsFile)
 {
     for (const char* command : {"echo half > $cpp_result; exit 3",
