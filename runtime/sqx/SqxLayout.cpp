@@ -132,8 +132,8 @@ constexpr void AddTypes(Form& form, std::string_view types)
 /// form the condition is last.
 constexpr void AddCondition(Form& form)
 {
-    const std::size_t behindResult = form.operands.text[0] == 'w' ? 1 : 0;
-    const std::size_t place = form.layout.simd ? behindResult : form.operands.count;
+    const std::size_t afterResult = form.operands.text[0] == 'w' ? 1 : 0;
+    const std::size_t place = form.layout.simd ? afterResult : form.operands.count;
     form.operands.Insert(place, 'c');
     form.types.Insert(place, 'b');
 }

@@ -173,10 +173,10 @@ std::unique_ptr<SlcFuncVarArgExpr> SlcFuncDescription::ReadVarTypes(const char*&
         ++cursor;
         return list;
     }
-    const char* behindWord = cursor;
-    if (ReadString(behindWord) != "named")
+    const char* afterWord = cursor;
+    if (ReadString(afterWord) != "named")
         return ReadSingle(cursor);
-    cursor = behindWord;
+    cursor = afterWord;
     EatSpaces(cursor);
     ++cursor;
     return ReadNamedPairs(cursor);

@@ -278,14 +278,14 @@ void QxMachineRun::RunParallel(const QxCode* codes, const QxCode* begin)
         mostSteps = std::max(mostSteps, m_steps);
         CountWork(count * length);
         if (!m_state.notes.empty())
-            TellNotes();
+            SendNotes();
     }
     // Steps count as if all strips ran together.
     m_steps = std::max(stepsBefore, mostSteps);
     m_state.notesWait = false;
 }
 
-void QxMachineRun::TellNotes()
+void QxMachineRun::SendNotes()
 {
     std::stable_sort(m_state.notes.begin(), m_state.notes.end(),
                      [](const QxNote& a, const QxNote& b) { return a.point < b.point; });
@@ -341,19 +341,19 @@ const QxCode* QxMachineRun::Enter(const QxCode* code, QxPoints& points, unsigned
 {
     const bool wanted = code->step == QxCodeStep::IfTrue;
     auto* const flags = static_cast<QxStopAndBool*>(m_state.values[code->flag.variable]);
-    const QxCode* const behind = code + code->number;
+    const QxCode* const after = code + code->number;
     m_outer[depth] = points.mask;
     if (code->flag.step == 0)
-        return static_cast<bool>(*flags) == wanted ? code + 1 : behind;
+        return static_cast<bool>(*flags) == wanted ? code + 1 : after;
     if (!points.mask && wanted && !code->copyFlag) {
         const Share share = ShareOf(flags, points.first, points.count, wanted);
         points.mask = share == Share::Some ? flags : nullptr;
-        return share == Share::None ? behind : code + 1;
+        return share == Share::None ? after : code + 1;
     }
     QxStopAndBool* const mask = m_masks[depth].data();
     switch (MakeMask(mask, points.mask, flags, points, wanted)) {
     case Share::None:
-        return behind;
+        return after;
     case Share::All:
         points.mask = nullptr;
         break;

@@ -67,7 +67,7 @@ private:
     void CountSteps(std::size_t steps);
     void CountWork(std::size_t work);
     void CountInner(std::size_t work) override;
-    void TellNotes();
+    void SendNotes();
     [[nodiscard]] bool IsTrue(const QxCode& code) const
     {
         return static_cast<bool>(*static_cast<QxStopAndBool*>(m_state.values[code.flag.variable]));

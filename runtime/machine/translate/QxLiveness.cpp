@@ -74,7 +74,7 @@ bool QxLiveness::Compute()
     for (bool changed = true; changed;) {
         changed = false;
         for (std::size_t i = m_blocks.size(); i-- > 0;) {
-            m_live = LiveBehind(m_blocks[i]);
+            m_live = LiveAfter(m_blocks[i]);
             for (std::size_t j = m_blocks[i].end; j-- > m_blocks[i].begin;)
                 Step(j);
             changed = m_blocks[i].liveIn.AddAll(m_live) || changed;
@@ -118,7 +118,7 @@ const QxLiveness::BasicBlock& QxLiveness::BlockAt(std::size_t draft) const
         [](const BasicBlock& block, std::size_t begin) { return block.begin < begin; });
 }
 
-QxLiveness::LiveSet QxLiveness::LiveBehind(const BasicBlock& block) const
+QxLiveness::LiveSet QxLiveness::LiveAfter(const BasicBlock& block) const
 {
     LiveSet live(m_locals.size());
     const QxCode& last = m_block.drafts[block.end - 1].code;
@@ -163,14 +163,14 @@ void QxLiveness::Read(const QxOperand& operand)
 
 void QxLiveness::BeginBrackets()
 {
-    m_live.AddAll(m_behind.back());
-    m_behind.pop_back();
+    m_live.AddAll(m_liveOutside.back());
+    m_liveOutside.pop_back();
 }
 
 /// `index` is that of the end. Pushes what is live for points that do not enter the brackets.
 void QxLiveness::EndBrackets(std::size_t index)
 {
-    m_behind.push_back(m_live);
+    m_liveOutside.push_back(m_live);
     std::size_t depth = 1;
     std::size_t begin = index;
     while (depth > 0) {
@@ -190,7 +190,7 @@ void QxLiveness::EndBrackets(std::size_t index)
             operands[0].variable == guard.flag.variable)
             return;
         if (Follows(operands[0]))
-            m_behind.back().Remove(m_bits[operands[0].variable]);
+            m_liveOutside.back().Remove(m_bits[operands[0].variable]);
     }
 }
 
@@ -215,8 +215,8 @@ bool QxLiveness::IsLiveElsewhere(const QxOperand& operand) const
     if (!Follows(operand))
         return true;
     const std::uint32_t bit = m_bits[operand.variable];
-    return std::any_of(m_behind.begin(), m_behind.end(),
-                       [bit](const LiveSet& behind) { return behind.Has(bit); });
+    return std::any_of(m_liveOutside.begin(), m_liveOutside.end(),
+                       [bit](const LiveSet& outside) { return outside.Has(bit); });
 }
 
 std::vector<std::uint32_t> QxLiveness::ReadFirst() const

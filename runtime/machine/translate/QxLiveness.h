@@ -35,7 +35,7 @@ public:
     void WalkBack(const Visit& visit)
     {
         for (const BasicBlock& block : m_blocks) {
-            m_live = LiveBehind(block);
+            m_live = LiveAfter(block);
             for (std::size_t i = block.end; i-- > block.begin;) {
                 visit(i, block.begin);
                 Step(i);
@@ -62,7 +62,7 @@ public:
     /// True if points outside the open conditions may read it: they need its value from before the
     /// brackets, so a write must respect the mask.
     [[nodiscard]] bool IsLiveElsewhere(const QxOperand& operand) const;
-    [[nodiscard]] bool IsWithinCondition() const { return !m_behind.empty(); }
+    [[nodiscard]] bool IsWithinCondition() const { return !m_liveOutside.empty(); }
 
     // After `Compute`:
 
@@ -101,7 +101,7 @@ private:
     void NumberLocals(const std::vector<QxStorage>& variables);
     void Number(std::uint32_t variable, const QxStorage& storage);
     void FindBlocks();
-    [[nodiscard]] LiveSet LiveBehind(const BasicBlock& block) const;
+    [[nodiscard]] LiveSet LiveAfter(const BasicBlock& block) const;
     [[nodiscard]] const BasicBlock& BlockAt(std::size_t draft) const;
     void Step(std::size_t index);
     void Read(const QxOperand& operand);
@@ -115,5 +115,5 @@ private:
     std::vector<std::uint32_t> m_locals;          // by bit
     std::vector<BasicBlock> m_blocks;
     LiveSet m_live;
-    std::vector<LiveSet> m_behind;  // open brackets during the backward walk, innermost last
+    std::vector<LiveSet> m_liveOutside;  // open brackets during the backward walk, innermost last
 };

@@ -35,7 +35,7 @@ bool IsConditional(QxCodeStep step)
     return step == QxCodeStep::GotoIfTrue || step == QxCodeStep::GotoIfFalse;
 }
 
-bool IsSomewhere(const QxDraft& draft)
+bool IsFlagReduction(const QxDraft& draft)
 {
     return draft.code.step == QxCodeStep::Grid && draft.row &&
            draft.row->primitive == "SET_UNIFORM_BOOL_FLAG";
@@ -84,7 +84,7 @@ private:
     void CheckJumps();
     void CheckStretch(const QxStretch& stretch);
     [[nodiscard]] bool MayRunBefore(const QxDraft& draft) const;
-    void Touch(const QxDraft& draft);
+    void RecordAccess(const QxDraft& draft);
     [[nodiscard]] bool IsWorthwhile(const QxStretch& stretch) const;
 
     const QxDraftBlock& m_block;
@@ -95,7 +95,7 @@ private:
     std::vector<char> m_localFlags;  // by variable: read only right after it is set
     std::vector<QxStretch> m_stretches;
     std::vector<std::size_t> m_stretchOf;  // by draft; none
-    std::size_t m_touches = 0;             // number of the current stretch
+    std::size_t m_stretchNumber = 0;       // number of the current stretch
     std::vector<std::size_t> m_readBy;     // by variable: the last stretch that reads it
     std::vector<std::size_t> m_writtenBy;  // by variable: the last stretch that writes it
 };
@@ -149,7 +149,7 @@ bool StretchFinder::IsFit(const QxDraft& draft) const
     const QxCode& code = draft.code;
     if (IsJump(code.step))
         return true;
-    if (IsSomewhere(draft))
+    if (IsFlagReduction(draft))
         return true;
     if (!draft.row || !draft.row->perPoint || code.whole)
         return false;
@@ -168,18 +168,18 @@ void StretchFinder::FindLocalFlags()
     std::vector<char> targets(m_drafts.size() + 1, 0);
     for (const QxDraft& draft : m_drafts) {
         targets[draft.code.target] = 1;
-        if (IsSomewhere(draft))
+        if (IsFlagReduction(draft))
             m_localFlags[OperandsOf(draft).operands[0].variable] = 1;
     }
     for (std::size_t i = 0; i < m_drafts.size(); ++i) {
         const QxDraft& draft = m_drafts[i];
         const Span span = OperandsOf(draft);
         for (std::size_t k = 0; k < span.count; ++k)
-            if (span.letters[k] != 'w' || !IsSomewhere(draft))
+            if (span.letters[k] != 'w' || !IsFlagReduction(draft))
                 m_localFlags[span.operands[k].variable] = 0;
         const std::uint32_t flag = draft.code.flag.variable;
         if (IsConditional(draft.code.step)) {
-            if (i == 0 || targets[i] || !IsSomewhere(m_drafts[i - 1]) ||
+            if (i == 0 || targets[i] || !IsFlagReduction(m_drafts[i - 1]) ||
                 OperandsOf(m_drafts[i - 1]).operands[0].variable != flag)
                 m_localFlags[flag] = 0;
         } else if (draft.code.step != QxCodeStep::Kernel) {
@@ -245,12 +245,12 @@ void StretchFinder::CheckStretch(const QxStretch& stretch)
         ++spans[std::min<std::size_t>(i, m_drafts[i].code.target) - stretch.begin];
         --spans[std::max<std::size_t>(i, m_drafts[i].code.target) - stretch.begin];
     }
-    ++m_touches;
+    ++m_stretchNumber;
     int open = 0;
     for (std::size_t i = stretch.begin; i < stretch.end; ++i) {
         const QxDraft& draft = m_drafts[i];
         open += spans[i - stretch.begin];
-        if (IsSomewhere(draft)) {
+        if (IsFlagReduction(draft)) {
             const std::uint32_t flag = OperandsOf(draft).operands[0].variable;
             const bool read = i + 1 < stretch.end && IsConditional(m_drafts[i + 1].code.step) &&
                               m_drafts[i + 1].code.flag.variable == flag && !m_excluded[i + 1];
@@ -258,7 +258,7 @@ void StretchFinder::CheckStretch(const QxStretch& stretch)
                 Exclude(i);
         }
         if (draft.code.step != QxCodeStep::Once)
-            Touch(draft);
+            RecordAccess(draft);
         else if (open > 0 || !MayRunBefore(draft))
             Exclude(i);
     }
@@ -271,21 +271,21 @@ bool StretchFinder::MayRunBefore(const QxDraft& draft) const
     const Span span = OperandsOf(draft);
     for (std::size_t k = 0; k < span.count; ++k) {
         const std::uint32_t variable = span.operands[k].variable;
-        if (m_writtenBy[variable] == m_touches ||
-            (QxIsWritten(span.letters[k]) && m_readBy[variable] == m_touches))
+        if (m_writtenBy[variable] == m_stretchNumber ||
+            (QxIsWritten(span.letters[k]) && m_readBy[variable] == m_stretchNumber))
             return false;
     }
     return true;
 }
 
-void StretchFinder::Touch(const QxDraft& draft)
+void StretchFinder::RecordAccess(const QxDraft& draft)
 {
     const Span span = OperandsOf(draft);
     for (std::size_t k = 0; k < span.count; ++k)
         (QxIsWritten(span.letters[k]) ? m_writtenBy : m_readBy)[span.operands[k].variable] =
-            m_touches;
+            m_stretchNumber;
     if (!draft.row || draft.code.step == QxCodeStep::GridIf)
-        m_readBy[draft.code.flag.variable] = m_touches;
+        m_readBy[draft.code.flag.variable] = m_stretchNumber;
 }
 
 /// True if the stretch is more than a single existing pair of brackets.

@@ -66,14 +66,14 @@ void QxBrackets::Close(const QxUntrustedBlock& block, std::size_t index)
 void QxBrackets::CheckLoop(const QxUntrustedBlock& block, const Bracket& loop) const
 {
     const auto& instructions = block.code.instructions;
-    const auto behind = [&](std::size_t index) {
+    const auto after = [&](std::size_t index) {
         return index + 1 < instructions.size() ? instructions[index + 1].position
                                                : block.code.code.size();
     };
     const auto target = [&](std::size_t index) {
         return static_cast<std::size_t>(block.code.Value(instructions[index], 0));
     };
-    if (target(loop.first) != behind(loop.last) || target(loop.last) != behind(loop.first))
+    if (target(loop.first) != after(loop.last) || target(loop.last) != after(loop.first))
         block.Refuse(instructions[loop.last], "does not end the loop over lights that it closes");
 }
 
