@@ -11,7 +11,7 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cd "$scratch"
-# A preprocessed text stands beside its source for a moment: not in a tree that others read.
+# Preprocessing writes a temporary file next to the source, so do not use a tree that others read.
 cp -r "$root/examples" .
 unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS
 

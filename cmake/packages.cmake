@@ -9,7 +9,7 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_GENERATOR "TGZ;DEB")
 
-# Debian wants compressed pages and a changelog, which the archive has no use for.
+# Debian requires compressed pages and a changelog, which the archive does not need.
 set(debian "${CMAKE_CURRENT_SOURCE_DIR}/debian")
 configure_file("${debian}/copyright.in" debian/copyright @ONLY)
 set(CPACK_PRE_BUILD_SCRIPTS "${debian}/documents.cmake")

@@ -81,7 +81,8 @@ make_pictures() {
     done
 }
 
-# The strips of docs/built-ins.md: what stands in a tile is in the sources. A tile has 112 pixels.
+# The strips of docs/built-ins.md: the sources specify the contents of each tile. A tile has 112
+# pixels.
 make_strips() {
     local source name tiles
     for source in examples/strips/*.sl; do

@@ -18,7 +18,7 @@ build_preset release programs
 compile_example() {
     local messages options
     options=$(sed -n '1s|^// options: ||p' "$1")
-    # shellcheck disable=SC2086  # the words are options of their own
+    # shellcheck disable=SC2086 # the words are separate options
     if ! messages=$(cd build/examples && ../release/bin/shaderqx -I../release/shadeops \
                      $options "../../$1" 2>&1); then
         echo "$messages" >&2

@@ -27,7 +27,7 @@ struct Times {
     }
 };
 
-/// Each act in a thread of its own, so many times; the processor time of the one that needs more.
+/// Runs each act in a separate thread the given number of times; returns the larger processor time.
 Times PlayTogether(std::vector<BenchAct*> acts, int times)
 {
     std::vector<double> processor(acts.size());

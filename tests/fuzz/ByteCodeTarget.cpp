@@ -43,7 +43,7 @@ public:
     void Report(const char*) override {}
 };
 
-/// Twice, since a run leaves things behind for the next.
+/// Runs twice, since a run leaves state for the next one.
 void Shade(QxShaderInstance& instance, unsigned int columns, unsigned int rows)
 {
     FuzzScene scene;
@@ -64,7 +64,7 @@ void Run(std::string_view text, QxKernelChoice kernels)
         instance.SetStepLimit(k_stepLimit);
         instance.SetMemoryLimit(k_memoryLimit);
         Shade(instance, 3, 2);
-        Shade(instance, 1, 1);     // has a way of its own
+        Shade(instance, 1, 1);     // is a special case
         if (text.size() % 8 == 0)  // more than the machine handles at a time
             Shade(instance, 20, 15);
     } catch (const QxHostError& error) {

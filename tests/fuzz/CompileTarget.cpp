@@ -24,7 +24,7 @@ QxCompileOptions Options(char digit, QxCompileOptions::Output output)
     options.isStrict = choice >= 4;
     options.output = output;
     options.warningLevel = 2;
-    // No file of this machine is read: the preprocessor has a target of its own.
+    // No file of this machine is read: the preprocessor has a separate target.
     options.readFile = [](const std::string&) { return std::optional(std::string()); };
     return options;
 }

@@ -9,8 +9,8 @@
 /// `FuzzFault` or as a sanitizer or a signal does.
 ///
 /// The names are those that libFuzzer calls (https://llvm.org/docs/LibFuzzer.html). Where that is
-/// not at hand, `ReplayMain.cpp` calls them.
+/// not available, `ReplayMain.cpp` calls them.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
-/// Says what went wrong and aborts, so that whoever runs the target keeps the input.
+/// Prints the fault and aborts, so that the fuzzer keeps the input.
 [[noreturn]] void FuzzFault(std::string_view message);

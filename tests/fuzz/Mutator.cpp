@@ -59,7 +59,7 @@ Span WordAt(std::string_view text, std::size_t at)
     return word;
 }
 
-/// From the first opening bracket at or behind the place to the one that closes it.
+/// From the first opening bracket at or after the place to its closing bracket.
 Span GroupAt(std::string_view text, std::size_t at, char& bracket)
 {
     constexpr std::string_view openings = "([{";
@@ -79,7 +79,7 @@ Span GroupAt(std::string_view text, std::size_t at, char& bracket)
     return {};
 }
 
-/// From behind one end of a statement to behind the next.
+/// From after the end of one statement to after the end of the next.
 Span StatementAt(std::string_view text, std::size_t at)
 {
     constexpr std::string_view ends = ";{}";
@@ -90,7 +90,7 @@ Span StatementAt(std::string_view text, std::size_t at)
     return {begin + 1, end == std::string_view::npos ? text.size() : end + 1};
 }
 
-/// The line at the place and, as far as there are any, others behind it.
+/// The line at the place and, if there are any, some lines after it.
 Span LinesAt(std::string_view text, std::size_t at, std::size_t count)
 {
     const std::size_t before = text.rfind('\n', at);

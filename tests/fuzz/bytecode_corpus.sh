@@ -17,7 +17,7 @@ until [ -x "$compiler/bin/shaderqx" ]; do
 done
 rm -rf "${folder:?}"/*
 
-# The preprocessed text stands beside a source for a moment: not in a tree that others read.
+# Preprocessing writes a temporary file next to the source, so do not use a tree that others read.
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 mkdir "$scratch/tests"

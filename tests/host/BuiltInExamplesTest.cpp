@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <sstream>
 
-#include "host/QxHost.h"
 #include "helpers/ShaderFolder.h"
+#include "host/QxHost.h"
 #include "reference/SqxBuiltInExamples.h"
 
 namespace {
@@ -46,7 +46,7 @@ std::string Name(char letter, std::size_t number)
     return letter + std::to_string(number);
 }
 
-/// The statements in front of the expression stay there, in a block of their own.
+/// The statements before the expression stay there, in a separate block.
 std::string Assignment(const std::string& target, std::string_view code)
 {
     const std::size_t last = code.rfind("; ");

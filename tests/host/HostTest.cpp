@@ -520,7 +520,7 @@ TEST_P(Host, TellsOfParameters)
     }
     EXPECT_EQ(values[5]->texts, std::vector<std::string>{"x\"y"});
     EXPECT_TRUE(m_shader->Shader().NeedsObjectSpace());
-    // A shared object does not tell these apart.
+    // A shared object does not distinguish these.
     const bool tellsAll = std::string_view(GetParam()) == "--int";
     EXPECT_EQ(values[7].has_value(), !tellsAll) << "it depends on the shading point";
     const auto& parameters = m_shader->Shader().Parameters();

@@ -6,8 +6,8 @@
 
 namespace {
 
-// Calls of all kinds: of one number for all points, under conditions, in loops that points leave, for
-// elements of arrays, and in default values of both kinds.
+// Calls of all kinds: of one number for all points, under conditions, in loops that points leave,
+// for elements of arrays, and in default values of both kinds.
 constexpr const char* k_draws = R"(
 float Doubled(float by) { return by * random(); }
 surface draws(float once = random(); varying float each = random() + u;
@@ -79,7 +79,7 @@ TEST_P(Random, DependsOnSeedAndRunAlone)
     m_scene.SetRun(0);
     EXPECT_EQ(SumsOf(*m_shader, m_scene, layout), first);
 
-    // A host that shades pieces in another order, with an instance of its own.
+    // A host that shades pieces in another order, with a separate instance.
     QxHostScene other;
     QxShaderInstance shader(opened, other.Spaces());
     other.SetRun(1);

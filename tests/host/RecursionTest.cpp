@@ -1,4 +1,5 @@
-// Renderers that shade while they answer: what a ray hits, and what stands before a light.
+// Renderers that shade while they answer a call: the surface that a ray hits, and the object that
+// occludes a light.
 
 #include <cmath>
 

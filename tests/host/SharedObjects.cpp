@@ -30,7 +30,7 @@ std::string SharedObjects::Add(const std::string& text)
     const std::string name = std::to_string(m_count++);
     std::string body = text;
     if (const auto include = body.find(k_include); include != std::string::npos)
-        body.erase(include, std::strlen(k_include));  // the batch has it in front of all
+        body.erase(include, std::strlen(k_include));  // the batch includes it once at the start
     std::ofstream(m_folder / (name + ".cpp")) << body;
     return m_folder / (name + ".sqx");
 }

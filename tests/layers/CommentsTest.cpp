@@ -21,7 +21,7 @@ struct Comment {
     std::string text;
 };
 
-/// The sources with what stands in them, comments on lines of their own apart.
+/// The sources with their text, without comments on separate lines.
 struct Sources {
     std::vector<Comment> comments;  // of the product
     std::set<std::string> words;    // of code

@@ -1,4 +1,4 @@
-// The page of the intermediate code names every instruction class, and tells of each which operands
+// The page of the intermediate code names every instruction class, and says which operands of each
 // it reads and writes as the walker over operands does.
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 // The page of messages holds every report of the compiler, in the words of the sources, and no
 // other.
 //
-// A report is told by its form: a text of the sources that begins with a capital or a quote and
-// holds a blank. What a source puts together from several texts stands on the page with "…" between
-// them.
+// A report is recognized by its form: a string in the sources that begins with a capital or a quote
+// and contains a blank. A report that a source composes of several strings is on the page with "…"
+// between them.
 
 #include <algorithm>
 #include <filesystem>
@@ -92,7 +92,7 @@ bool IsOther(const std::string& text)
         "Bad SIMD info",
         "Var defs stmt",
         "Func def stmt",
-        // internal faults that stand in tables
+        // internal faults in tables
         "Illuminance catch: ",
         "Symbol entry not a variable",
         "Illuminate illegal here",

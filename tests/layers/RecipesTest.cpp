@@ -41,7 +41,7 @@ std::vector<std::string> StepsOf(const std::string& heading)
     return steps;
 }
 
-/// What stands between backquotes, and the targets of links.
+/// The texts between backquotes, and the targets of links.
 std::vector<std::string> QuotedIn(const std::string& step)
 {
     static const std::regex quoted(R"(`([^`]+)`|\]\(([^)]+)\))");

@@ -24,7 +24,7 @@ check() {
     "$python" "$here/check.py" <"$1" >names || fail "$1 is not as the schema tells"
 }
 
-# A preprocessed text stands beside its source for a moment: not in a tree that others read.
+# Preprocessing writes a temporary file next to the source, so do not use a tree that others read.
 cp -r "$here/../../examples" .
 for source in examples/*.sl; do
     compile "$source"
@@ -62,7 +62,7 @@ cat >expected <<'JSON'
 JSON
 "$build/bin/sqxdump" --json - <told.sqx | diff <(tr -d '\n' <expected; echo) - || fail 'told.sqx is told otherwise'
 
-# A shared object tells the same but for what it does not know.
+# A shared object lists the same facts, except those that it does not contain.
 mkdir object
 compile --dso -d object told.sl
 "$build/bin/sqxdump" --json object/told.sqx >object.json || fail 'The shared object is not listed'

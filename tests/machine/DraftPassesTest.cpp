@@ -14,7 +14,7 @@
 
 namespace {
 
-/// An empty `after` stands for the same block.
+/// An empty `after` means an unchanged block.
 struct PassCase {
     const char* before;
     const char* after;
@@ -86,7 +86,7 @@ TEST(DraftText, RefusesWhatIsNoBlock)
 TEST(QxDropKnownJumps, DropsWhatAnEarlierOneHasDecided)
 {
     static const PassCase cases[] = {
-        // The first drop leaves one way to the place where the third jump stands.
+        // After the first drop only one path leads to the third jump.
         {"if not g goto B; if not g goto A; once u = ASSIGN_TO_ZERO_FLOAT; A: if not g goto B; "
          "once u1 = "
          "ASSIGN_TO_ZERO_FLOAT; B:",
@@ -142,7 +142,7 @@ TEST(QxJoinRuns, RunsUniformInstructionsFirstWhereNothingDependsOnTheirPlace)
         {"{ x = ASSIGN_TO_ZERO_FLOAT; } { y = ASSIGN_TO_ZERO_FLOAT; } once u = "
          "ASSIGN_TO_ZERO_FLOAT;",
          "{ x = ASSIGN_TO_ZERO_FLOAT; y = ASSIGN_TO_ZERO_FLOAT; } once u = ASSIGN_TO_ZERO_FLOAT;"},
-        // What stands before it reads the old value, as operand or as flag.
+        // An instruction before it reads the old value, as operand or as flag.
         {"{ x = ADD_FLOAT_FLOAT S u; } once u = ASSIGN_TO_ZERO_FLOAT; { y = ADD_FLOAT_FLOAT x u; }",
          ""},
         {"{ if g ( x = ASSIGN_TO_ZERO_FLOAT; ) } once g = ASSIGN_BOOL_BOOL g1; { y = "

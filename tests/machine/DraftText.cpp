@@ -1,4 +1,4 @@
-// Words are separated by blanks, but for the marks ; : ( ) which stand for themselves.
+// Words are separated by blanks, except the marks ; : ( ), which are words by themselves.
 
 #include "machine/DraftText.h"
 

@@ -12,9 +12,9 @@
 ///     A: once g = ASSIGN_BOOL_BOOL g1; { if f ( x = ADD_FLOAT_FLOAT y 2; ) } if not g goto A;
 ///
 /// An instruction is what it writes, '=', its primitive and its other operands; '&x' is read and
-/// written. A lower-case primitive is one of the machine's own: `product_plus`. In front stands how
-/// it runs: `once`, for the whole `grid`, `at f` for the points of a flag, `whole f` if it also
-/// works at the others, nothing between parallel brackets, and `all` if it ignores the mask there.
+/// written. A lower-case primitive belongs to the machine: `product_plus`. In front stands how it
+/// runs: `once`, for the whole `grid`, `at f` for the points of a flag, `whole f` if it also works
+/// at the others, nothing between parallel brackets, and `all` if it ignores the mask there.
 /// Brackets are '{ }' or 'each { }' and 'if f ( )', with `not` or `copy` before the flag. `lights
 /// E;` opens a loop over lights that ends with `again S;`. The stop at the end is not written.
 ///
@@ -28,7 +28,7 @@ public:
     DraftText(const DraftText&) = delete;
     DraftText& operator=(const DraftText&) = delete;
 
-    /// The block as it is now; a bracket that leads elsewhere than behind its end has a '?'.
+    /// The current block; a bracket whose target is not right after its end has a '?'.
     [[nodiscard]] std::string Print() const;
     /// One draft, without labels.
     [[nodiscard]] std::string PrintDraft(std::size_t index) const;

@@ -22,5 +22,5 @@ struct FileParts {
     [[nodiscard]] std::string Text() const;
 };
 
-/// Code in numbers, one a line, behind their count.
+/// The count of the numbers of code, then the numbers, one per line.
 [[nodiscard]] std::string CodeText(const std::string& code);

@@ -1,6 +1,6 @@
-// What the machine makes of each instruction, and that it runs all passes over the whole block.
-// The passes have tests of their own; that the values stay the same is shown by the comparison with
-// shared objects.
+// What the machine makes of each instruction, and that it runs all passes over the whole block. The
+// passes have separate tests; that values stay the same is tested by the comparison with shared
+// objects.
 
 #include "machine/translate/QxTranslator.h"
 

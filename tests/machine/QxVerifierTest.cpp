@@ -1,4 +1,5 @@
-// What the machine could not run safely is refused, and the refusal tells where it stands.
+// The verifier rejects files that the machine could not run safely, and its message gives the
+// place.
 
 #include "machine/verify/QxVerifier.h"
 
@@ -9,7 +10,7 @@
 
 namespace {
 
-/// The message of whoever refuses the file; empty if nobody does.
+/// The message of the reader or verifier that rejects the file; empty if it is accepted.
 std::string Refusal(const std::string& text)
 {
     SqxReader reader;
@@ -160,7 +161,7 @@ TEST(QxVerifier, RefusesReferencesThatStandForNothing)
         {"ARRAY_REF ue ua ue", "uses reference %11"},
         {"GOTO 6 ARRAY_REF ue ua #1 ASSIGN_FLOAT_FLOAT uf ue", "uses reference %11"},
         {"IF_TRUE_GOTO ub 7 ARRAY_REF ue ua #1 ASSIGN_FLOAT_FLOAT uf ue", "uses reference %11"},
-        // A loop, whose way back brings what was bound in front of it.
+        // A loop whose backward jump keeps the bindings made before it.
         {"ARRAY_REF ue ua #1 ASSIGN_FLOAT_FLOAT uf ue IF_TRUE_GOTO ub 4", ""},
         // The way back passes the binding, but the first one does not.
         {"GOTO 6 ARRAY_REF ue ua #1 ASSIGN_FLOAT_FLOAT uf ue GOTO 2", "uses reference %11"},

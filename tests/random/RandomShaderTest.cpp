@@ -1,13 +1,13 @@
 // Random shaders compute the same at every optimization level, in the machine of the tests and in
 // that of the product.
 //
-// SLC_RANDOM_SEED and SLC_RANDOM_COUNT choose other shaders, and as many as one wants.
+// SLC_RANDOM_SEED and SLC_RANDOM_COUNT choose other shaders and their number.
 
 #include <gtest/gtest.h>
 
 #include "random/RandomRun.h"
-#include "shaders/RandomShader.h"
 #include "random/ShrinkStatements.h"
+#include "shaders/RandomShader.h"
 
 namespace {
 

@@ -1,15 +1,15 @@
 // Random shaders compute what one expects of them, at every optimization level and in both
 // machines, and those that break the rules of uniform and varying values are refused.
 //
-// SLC_REFERENCE_SEED and SLC_REFERENCE_COUNT choose other shaders, and as many as one wants.
+// SLC_REFERENCE_SEED and SLC_REFERENCE_COUNT choose other shaders and their number.
 
 #include <gtest/gtest.h>
 
 #include <exception>
 
 #include "random/RandomRun.h"
-#include "shaders/ReferenceShader.h"
 #include "random/ShrinkStatements.h"
+#include "shaders/ReferenceShader.h"
 
 namespace {
 
@@ -19,7 +19,7 @@ struct Fault {
     std::string text = {};
 };
 
-/// What the shader leaves behind at so many points of the machine's grid of 3 by 2.
+/// The values that the shader computes at the first points of the machine's grid of 3 by 2.
 RunOutcome Expected(const ReferenceProgram& program, int points)
 {
     RunOutcome outcome;

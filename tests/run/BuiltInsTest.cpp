@@ -1,4 +1,4 @@
-// Every built-in gives the same at every optimization level, wherever the call stands: for all
+// Every built-in yields the same value at every optimization level, wherever the call is: for all
 // points or some, with uniform arguments, in a loop and in a function.
 
 #include <gtest/gtest.h>
@@ -23,7 +23,7 @@ std::string Statement(const CallCase& c)
     return *c.target ? std::string(c.target) + " += " + c.call + ";" : c.call;
 }
 
-/// The statement in all the places where it may stand.
+/// The statement in all places where it is allowed.
 std::string Everywhere(const std::string& statement)
 {
     std::string body;
@@ -73,7 +73,7 @@ TEST(BuiltIns, OfNumbers)
     static const CallCase cases[] = {
         {"r", "radians(u) + degrees(v) + sin(u) + asin(u) + cos(u) + acos(u) + tan(u)"},
         {"r", "atan(u) + atan(u, 2) + pow(two, u) + exp(u) + sqrt(u) + inversesqrt(u + 1)"},
-        // An exponent of 1 has a way of its own where it is uniform.
+        // A uniform exponent of 1 is a special case.
         {"r", "pow(u - 0.5, two - 1) + pow(k, two - 1) + pow(u - 0.5, v) + pow(two, two - 1)"},
         {"", "r = pow(r - 0.25, two - 1);"},
         {"r", "log(u + 1) + log(u + 2, 2) + mod(u, 0.3) + abs(u - 1) + sign(u - 0.5)"},

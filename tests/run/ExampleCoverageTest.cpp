@@ -24,7 +24,7 @@ std::string Key(const std::string& name, const SlcTypeNode* returned,
     return key + (hasTail ? "...) " : ") ") + cName;
 }
 
-/// The rows of the library by what tells them apart.
+/// The rows of the library by their distinguishing parts.
 std::map<std::string, const char*> Rows()
 {
     std::map<std::string, const char*> rows;

@@ -31,7 +31,7 @@ public:
     [[nodiscard]] static std::string Messages(const Example& example, const std::string& options);
     /// The byte-code file of an example that has one; any report fails the test that is running.
     [[nodiscard]] static std::string ByteCode(const Example& example, int level);
-    /// The source behind the preprocessor.
+    /// The preprocessed source.
     [[nodiscard]] static std::string Preprocessed(const Example& example);
 
 private:

@@ -229,7 +229,7 @@ TEST_F(ExampleValues, OfSurfaces)
           {"roughness", {0.25}}},
          "Ci",
          {0.494F, 0.3715F, 0.2665F}},
-        // The wave stands at a knot.
+        // The wave has a node here.
         {"marble", {}, "Ci", {0.627072F, 0.596072F, 0.565072F}},
         {"brick", {{"t", {0.55F}}, {"shades", {0}}}, "Ci", {0.474F, 0.1975F, 0.1185F}},
         {"brick", {{"t", {0.505F}}}, "Ci", {0.395F, 0.395F, 0.395F}},

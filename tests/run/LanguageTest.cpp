@@ -8,8 +8,9 @@
 
 namespace {
 
-/// A surface with one output, `r`, for each of the 3 by 2 points: u is 0, 0.5, 1 along a row and
-/// v is 0 in the first row, 1 in the second. `body` is what stands between its braces, or a shader.
+/// A surface with one output, `r`, for each of the 3 by 2 points: u is 0, 0.5, 1 along a row and v
+/// is 0 in the first row, 1 in the second. `body` is the text between its braces, or a whole
+/// shader.
 struct RunCase {
     std::string body;
     std::vector<float> r;
@@ -19,7 +20,7 @@ std::string Surface(const std::string& body)
 {
     if (body.find(" test(") != std::string::npos)
         return body;
-    // Functions stand in front of the shader, up to a line of dashes.
+    // Functions come before the shader, up to a line of dashes.
     const auto dashes = body.find("---");
     const std::string functions = dashes == std::string::npos ? "" : body.substr(0, dashes);
     const std::string statements = dashes == std::string::npos ? body : body.substr(dashes + 3);
@@ -33,7 +34,7 @@ std::string Dump(const std::string& byteCode)
     return reader.Read(byteCode) ? SqxDump(reader.Shader()) : reader.Message();
 }
 
-/// `before` stands in front of the case's own statements.
+/// `before` is inserted before the statements of the case.
 void ExpectRuns(const RunCase& c, const std::string& before = "")
 {
     RunOutcome expected;

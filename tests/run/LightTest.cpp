@@ -69,11 +69,11 @@ TEST(Light, ReachesSurfaces)
         {"r = comp(diffuse(normal(0, 0, 1)), 0);", 1, "1", 1},
         {"illuminance (P) { r += comp(Cl, 0); }", 2, "3", 1},
         {"illuminance (P) { r += comp(Cl, 0); }", 0, "0", 1},
-        // The second light stands at 45 degrees.
+        // The second light is at 45 degrees.
         {"illuminance (P, vector(0, 0, 1), 0.5) { r += comp(Cl, 0); }", 2, "1", 1},
         {"if (u > 0.25) illuminance (P, vector(0, 0, 1), 0.5) { r += comp(Cl, 0); }", 2, "0 1 1",
          1},
-        // The cone is that in front of the loop, whatever the body makes of its parts.
+        // The cone is the one before the loop, even if the body changes its parts.
         {"vector a = vector(0, 0, 1); illuminance (P, a, 0.9) { r += comp(Cl, 0);"
          " a = vector(0, -1, 0); }",
          2, "3", 1},
@@ -149,7 +149,7 @@ TEST(Light, LeavesSources)
     // Ps is (u, v, 0).
     static const SourceCase cases[] = {
         {"illuminate (point(0, 0, -1)) Cl = 2;", "2", "0 0.5 1"},
-        // Only the point below the light stands in its cone.
+        // Only the point below the light is in its cone.
         {"illuminate (point(0, 0, -1), vector(0, 0, 1), 0.2) Cl = 2;", "2 0 0 0 0 0", "0 0.5 1"},
         {"if (u > 0.25) illuminate (point(0, 0, -1)) Cl = 2;", "0 2 2", "0 0.5 1"},
         {"if (u > 0.25) { illuminate (point(1, 0, -1), vector(0, 0, 1), 0.2) Cl = 2; }"

@@ -13,7 +13,7 @@
 
 namespace {
 
-/// A compiled shader in a folder of its own.
+/// A compiled shader in a separate folder.
 class CompiledFile {
 public:
     explicit CompiledFile(const std::string& text)
@@ -94,7 +94,8 @@ TEST(SqxDumpTool, TellsWhatAShaderReadsAndWrites)
         {"surface test() { Ci = ambient(); Oi = 1; }", "yes no no / P L / Ci Oi"},
         {"surface test() { Oi = 1; illuminance(Ps, N, 1) Ci += 1; }", "yes no no / Ci P N / Ci Oi"},
         {"surface test() { Ci = trace(P, I); Oi = 1; }", "no yes no / P I / Ci Oi"},
-        // Lights are evaluated at P, whoever wrote it, and texture() reads s and t without a name.
+        // Lights are evaluated at P wherever it was written, and texture() reads s and t without
+        // naming them.
         {"surface test() { P = point (u, v, 0); Ci = diffuse(N); Oi = 1; }",
          "yes no yes / P u v N L Cl / Ci Oi P"},
         {"surface test() { Ci = texture(\"map\"); Oi = 1; }", "no no no / s t du dv / Ci Oi"},

@@ -24,7 +24,7 @@ void QX_SHADER_FUNC QxInterrogate(const QxSearchPath*, QxSpaceRegistry*, const Q
                                   QxShaderInterface::QxType*, QxVar**, unsigned char**,
                                   unsigned char**, QxToken***, QxShaderInterface::QxDataSize**)
 {
-    std::abort();  // nobody goes on with a shader of another version
+    std::abort();  // no host may continue with a shader of another version
 }
 
 void QX_SHADER_FUNC QxInitialize(const QxShadingContext&, QxVar*, const QxFrame3D**) {}
