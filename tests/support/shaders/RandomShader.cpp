@@ -325,6 +325,8 @@ std::string RandomShader::Float(const Scope& scope, int depth)
         return "(-(" + inner() + "))";
     case 10:
         return "mix(" + inner() + ", " + inner() + ", ub * 0.25)";
+    case 11:
+        return "floor(random() * 4)";
     default:
         break;
     }
