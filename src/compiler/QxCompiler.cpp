@@ -167,11 +167,7 @@ private:
             MakeOutput(tree);
     }
 
-    void Parse(Tree& tree)
-    {
-        m_isParsed = true;
-        tree.reset(ParseFaultyCode(m_text).release());
-    }
+    void Parse(Tree& tree) { tree.reset(ParseFaultyCode(m_text).release()); }
 
     void Check(Tree& tree)
     {
@@ -188,8 +184,10 @@ private:
     void IndexFaultySource(Tree& tree)
     {
         try {
-            if (!m_isParsed)
-                Parse(tree);
+            if (!m_isChecked) {
+                tree.reset();
+                tree.reset(ParseForIndex(m_text).release());
+            }
             if (tree && !m_isChecked)
                 Check(tree);
         } catch (const SlcCompilationError&) {
@@ -282,7 +280,6 @@ private:
     std::string m_text;  // preprocessed
     std::optional<SlcTextColumns> m_columns;
     std::optional<SlcPreprocessorTrace> m_trace;
-    bool m_isParsed = false;
     bool m_isChecked = false;
     SlcCompilation m_compilation;  // last, since its parts go before what they refer to
 };

@@ -62,7 +62,7 @@ int SlcParseAdvice::Next(SlcTokenValue& value, SlcTextRange& range)
         m_pending = Pending::None;
         value = m_blockValue;
         range = RangeOfToken();
-        return '{';
+        return m_pendingBrace;
     }
     const bool dropsElse = std::exchange(m_dropsElse, false);
     int token = ReadKept();
@@ -70,6 +70,9 @@ int SlcParseAdvice::Next(SlcTokenValue& value, SlcTextRange& range)
         token = Resume(token);
     else if (dropsElse && token == ELSE)
         token = Read();
+    else if (token == 0 && m_keepsBlocks && !m_braces.empty())
+        token = CloseBrace();
+    m_given = token;
     range = token == 0 ? SlcTextRange{RangeOfToken().end, RangeOfToken().end} : RangeOfToken();
     return token;
 }
@@ -126,11 +129,28 @@ int SlcParseAdvice::Resume(int token)
         m_pending = Pending::Block;
         return ';';
     }
+    if (token == 0 && m_keepsBlocks && !m_braces.empty())
+        token = CloseBrace();
+    if (token == '}' && m_keepsBlocks)
+        KeepEnd();
     if (token == ';' || token == '}') {
         m_isRecovering = false;
         m_dropsElse = m_faultHead == IF && token == ';';
     }
     return token;
+}
+
+int SlcParseAdvice::CloseBrace()
+{
+    m_braces.pop_back();
+    return '}';
+}
+
+void SlcParseAdvice::KeepEnd()
+{
+    m_blockValue = *m_value;
+    m_pendingBrace = '}';
+    m_pending = Pending::Block;
 }
 
 bool SlcParseAdvice::BeginsBlock() const
@@ -143,6 +163,7 @@ void SlcParseAdvice::KeepBlock()
 {
     m_isRecovering = false;
     m_blockValue = *m_value;
+    m_pendingBrace = '{';
     if (m_faultHead == IF || m_headBefore == IF)
         m_blocksOfIf.push_back(m_braces.size());
 }
@@ -156,7 +177,7 @@ int SlcParseAdvice::Read()
     token.line = SlcCurrentPosition().line;
     token.text.clear();
     token.opensDefinition = code == IDENTIFIER && SlcOpensLaterDefinition(SlcScanner::TokenText());
-    if (AdviceIsShown() && code != 0)
+    if (m_isShown && code != 0)
         token.text = SlcScanner::TokenText();
     Follow(token);
     ++m_count;
@@ -271,7 +292,7 @@ void SlcParseAdvice::FollowCondition(const Token& token)
 
 std::string SlcParseAdvice::Refused(const SlcParserTables& tables)
 {
-    const int token = Before(0).code;
+    const int token = m_given;
     m_faultHead = m_head == 0 ? m_headBefore : m_head;
     // The parser takes a ";" or "}" for the end of what it drops, and drops any other token.
     m_isRecovering = token != ';' && token != '}';
@@ -285,8 +306,10 @@ std::string SlcParseAdvice::Refused(const SlcParserTables& tables)
     } else if (token == '{' && BeginsBlock()) {
         KeepBlock();
         m_pending = Pending::Separator;
+    } else if (token == '}' && m_keepsBlocks) {
+        KeepEnd();
     }
-    return AdviceIsShown() ? AdviceWith(Hint(tables)) : std::string();
+    return m_isShown ? AdviceWith(Hint(tables)) : std::string();
 }
 
 std::string SlcParseAdvice::AdviceWith(const std::string& hint) const

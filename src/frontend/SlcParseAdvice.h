@@ -23,14 +23,20 @@ public:
     template <class State>
     void KeepStates(const State* first, const State* end)
     {
+        if (!m_isShown)
+            return;
         m_states.clear();
-        if (end - first <= k_deepest && AdviceIsShown())
+        if (end - first <= k_deepest)
             m_states.assign(first, end);
     }
     /// The last token is a syntax error. Returns the advice, which is empty unless advice is shown.
     [[nodiscard]] std::string Refused(const SlcParserTables& tables);
     /// The same where the grammar itself reports that a ";" is missing; empty if that is all.
     [[nodiscard]] std::string Missing(const SlcParserTables& tables) const;
+    /// From here on a brace that ends what the parser drops also closes its block, and the end of
+    /// the source closes those that are open: more of a source with faults can be read, while what
+    /// is reported of it may follow from the first fault.
+    void KeepBlocks() { m_keepsBlocks = true; }
     /// The last token ended the block of a call, which was reported.
     void RefusedBlock() { m_drops = Drops::Else; }
 
@@ -63,6 +69,10 @@ private:
     [[nodiscard]] bool BeginsBlock() const;
     /// Keeps that brace for the parser.
     void KeepBlock();
+    /// Keeps another brace, since the parser takes the last one for the end of what it drops.
+    void KeepEnd();
+    /// The brace that closes the innermost block at the end of the source.
+    [[nodiscard]] int CloseBrace();
 
     /// A token of the scanner, for the ring.
     [[nodiscard]] int Read();
@@ -101,6 +111,7 @@ private:
     /// The token so many places before the last one.
     [[nodiscard]] const Token& Before(std::size_t places) const;
 
+    bool m_isShown = AdviceIsShown();                  // asked once, as no parse changes it
     static constexpr std::ptrdiff_t k_deepest = 1000;  // of deeper stacks nothing is said
     std::vector<std::int16_t> m_states;
     SlcTokenValue* m_value = nullptr;  // where the parser wants that of the next token
@@ -132,7 +143,10 @@ private:
     bool m_dropsElse = false;               // if it comes next
     std::vector<std::size_t> m_blocksOfIf;  // open braces in those whose head had a fault
     Pending m_pending = Pending::None;      // what the parser gets before the next token
+    int m_pendingBrace = '{';
     SlcTokenValue m_blockValue = {};
+    bool m_keepsBlocks = false;
+    int m_given = 0;  // the last token that the parser got
 
     Condition m_condition = Condition::None;  // of an `if` or a loop
     std::size_t m_conditionDepth = 0;         // open parentheses around it

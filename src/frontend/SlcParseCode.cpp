@@ -26,10 +26,13 @@ int yyparse();
 
 namespace {
 
-std::unique_ptr<SlcDefinitionsNode> Parse(std::FILE* file, std::string_view text)
+std::unique_ptr<SlcDefinitionsNode> Parse(std::FILE* file, std::string_view text,
+                                          bool keepsBlocks = false)
 {
     ResetNbErrorsAndWarnings();
     SlcParseActions::Begin();
+    if (keepsBlocks)
+        SlcParseActions::Advice().KeepBlocks();
     SlcScanner::Begin(file, text);
     // Every way of failing has counted an error, so that the result adds nothing.
     static_cast<void>(yyparse());
@@ -58,4 +61,9 @@ std::unique_ptr<SlcDefinitionsNode> ParseCode(std::string_view text, bool)
 std::unique_ptr<SlcDefinitionsNode> ParseFaultyCode(std::string_view text)
 {
     return Parse(nullptr, text);
+}
+
+std::unique_ptr<SlcDefinitionsNode> ParseForIndex(std::string_view text)
+{
+    return Parse(nullptr, text, true);
 }

@@ -18,3 +18,5 @@
 /// The same, but of a text with faults it gives the tree of what could be read; null if there is
 /// none. `NbErrors` says whether there were faults.
 [[nodiscard]] std::unique_ptr<SlcDefinitionsNode> ParseFaultyCode(std::string_view text);
+/// Reads more of a text with faults, whose reports may follow from each other.
+[[nodiscard]] std::unique_ptr<SlcDefinitionsNode> ParseForIndex(std::string_view text);

@@ -179,7 +179,7 @@ int SlcParseAdvice::MissingToken(const SlcParserTables& tables) const
 
 std::string SlcParseAdvice::Missing(const SlcParserTables& tables) const
 {
-    if (!AdviceIsShown())
+    if (!m_isShown)
         return {};
     const int missing = MissingToken(tables);
     if (missing == 0 || missing == ';')

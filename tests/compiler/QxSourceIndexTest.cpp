@@ -1,5 +1,6 @@
 #include "compiler/QxSourceIndex.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <map>
 #include <string>
@@ -119,6 +120,85 @@ TEST(QxSourceIndex, PlacesEachNameBehindMacrosAndIncludes)
     ASSERT_EQ(index.includes.size(), 1U);
     EXPECT_EQ(Text(index.includes[0].place), "0:3:10+8");
     EXPECT_EQ(index.includes[0].file, 1);
+}
+
+TEST(QxSourceIndex, ReadsOnPastFaults)
+{
+    static const struct {
+        const char* rest;  // of the shader, whose first statement is right
+        const char* last;  // use in the last line that can be read
+    } cases[] = {
+        {"Ci = ;\n  P = N;\n}\n", "0:3:7+1 predefined N read normal varying"},
+        {"Ci = Kd }\n", "0:2:6+2 parameter Kd read float uniform"},
+        {"if (s > ) {\n  P = N;\n  Ci = \n}\n}\n", "0:3:7+1 predefined N read normal varying"},
+        {"  Ci = mix(\n", "0:1:45+2 parameter Kd read float uniform"},
+        {"float f(float x { return x; }\n  P = N;\n", "0:3:7+1 predefined N read normal varying"},
+        {"#include \"none.h\"\n  P = N;\n}\n", "0:3:7+1 predefined N read normal varying"},
+        {"Ci = nothing;\n  P = N;\n}\n", "0:3:7+1 predefined N read normal varying"},
+    };
+    for (const auto& c : cases) {
+        const QxCompileResult result =
+            Compile("surface a(float Kd = 1; float b = 2) { Oi = Kd;\n" + std::string(c.rest));
+        EXPECT_FALSE(result.succeeded);
+        ASSERT_TRUE(result.index);
+        ASSERT_FALSE(result.index->uses.empty()) << c.rest;
+        EXPECT_EQ(Text(*result.index, result.index->uses.back()), c.last) << c.rest;
+    }
+}
+
+std::string NamesOf(const QxSourceIndex& index, const std::vector<int>& numbers)
+{
+    std::string text;
+    for (const int number : numbers)
+        text += (text.empty() ? "" : " ") + index.names[static_cast<std::size_t>(number)].name;
+    return text;
+}
+
+TEST(QxSourceIndex, AnswersWhatAPlaceSees)
+{
+    const std::string source = "float f(float x) {\n"                      // 1
+                               "  float y = x;\n"                          // 2
+                               "  return y; }\n"                           // 3
+                               "surface a(float Kd = 1; color c = 1) {\n"  // 4
+                               "  float k = Kd; { float Kd = 2;\n"         // 5
+                               "  k = mix(k, f(Kd), 2); }\n"               // 6
+                               "  Ci = c * k;\n"                           // 7
+                               "  Oi = mix(c, (1, 2, 3), \n"               // 8
+                               "}\n";
+    const auto index = Compile(source).index;
+    static const struct {
+        int line;
+        int column;
+        const char* scope;
+        const char* call;
+        int argument;
+    } cases[] = {
+        {2, 13, "x", "", 0},           {3, 10, "y x", "", 0},         {5, 13, "c Kd f", "", 0},
+        {6, 14, "Kd k c f", "mix", 1}, {6, 16, "Kd k c f", "f", 0},   {6, 21, "Kd k c f", "mix", 2},
+        {7, 8, "k c Kd f", "", 0},     {8, 19, "k c Kd f", "mix", 1}, {8, 25, "k c Kd f", "mix", 2},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(NamesOf(*index, index->NamesInScope(0, c.line, c.column)), c.scope) << c.line;
+        const QxCallAtPlace call = index->CallAt(0, c.line, c.column);
+        EXPECT_EQ(call.name, c.call) << c.line << ':' << c.column;
+        EXPECT_EQ(call.argument, c.argument) << c.line << ':' << c.column;
+    }
+    ASSERT_TRUE(index->UseAt(0, 7, 9));
+    EXPECT_EQ(Text(*index, *index->UseAt(0, 7, 9)), "0:7:8+1 parameter c read color uniform");
+    EXPECT_EQ(index->UseAt(0, 7, 6), nullptr);
+}
+
+TEST(QxLanguage, ListsWhatTheLanguageDefines)
+{
+    const auto& functions = QxBuiltInFunctions();
+    EXPECT_GT(functions.size(), 150U);
+    EXPECT_EQ(std::count_if(functions.begin(), functions.end(),
+                            [](const QxIndexedName& f) { return f.name == "atan"; }),
+              2);
+    EXPECT_EQ(QxPredefinedVariables("imager").size(), 13U);
+    EXPECT_TRUE(QxPredefinedVariables("nothing").empty());
+    EXPECT_EQ(QxLightLoopVariables().size(), 3U);
+    EXPECT_EQ(QxKeywords().size(), 30U);
 }
 
 }  // namespace
