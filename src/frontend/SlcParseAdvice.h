@@ -59,7 +59,7 @@ private:
     [[nodiscard]] static SlcTextRange RangeOfToken();
     /// The next one that is not dropped.
     [[nodiscard]] int ReadKept();
-    /// The first token behind the dropped part of the head of a `for`.
+    /// The first token after the dropped part of the head of a `for`.
     [[nodiscard]] int ReadBehindHead();
     /// The last token of a statement or definition, of which some tokens have been read.
     [[nodiscard]] int ReadToEnd();

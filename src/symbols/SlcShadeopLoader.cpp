@@ -111,7 +111,7 @@ void SlcShadeopLoader::ReadLibrary(const SlcSyntaxNode* node, SlcIdentNode* name
                                       name->GetName() + "' needs");
 }
 
-/// The last entry repeats what a library in front of its own declares.
+/// Warns if an earlier library of the directory declares the same as the last entry.
 void SlcShadeopLoader::WarnOfRepeated(const SlcSyntaxNode* node, const SqxShadeopRecord& record,
                                       const Entries& entries)
 {

@@ -35,7 +35,7 @@ const QxCode* QxMachineRun::EndLights(const QxProgramBlock& block, const QxCode*
     return more ? begin : code + 1;
 }
 
-/// Gives the predefined variables of light loops the values of the light at hand, or those of the
+/// Gives the predefined variables of light loops the values of the current light, or those of the
 /// grid.
 void QxMachineRun::TakeLight()
 {
