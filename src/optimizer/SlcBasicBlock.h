@@ -6,20 +6,20 @@
 
 #include "icode/SlcICode.h"
 
-/// A stretch of instructions that is entered only at its first and left only at its last one. It
-/// holds the very instructions of the list, in code order, and so does not outlive the graph.
+/// A sequence of instructions that is entered only at the first and left only at the last one. It
+/// refers to the instructions of the graph, in code order, so it must not outlive the graph.
 class SlcBasicBlock {
 public:
-    /// `codes`: of the graph that the block belongs to.
+    /// `codes` are instructions of the graph that the block belongs to.
     SlcBasicBlock(int id, std::span<const SlcPtr<SlcICode>> codes) : m_id(id), m_icodes(codes) {}
 
-    /// Place of the block in code order, from 0.
+    /// Position of the block in code order, from 0.
     [[nodiscard]] int GetBlockId() const { return m_id; }
     [[nodiscard]] std::span<const SlcPtr<SlcICode>> GetListICode() const { return m_icodes; }
 
-    /// Ids, none twice, in the order in which the edges were added: of predecessors, the code
-    /// order; of successors, what follows in the code comes first, but for a conditional jump,
-    /// which comes in front of it.
+    /// Ids without duplicates, in the order in which the edges were added. Predecessors are in code
+    /// order. Of the successors the next block in the code comes first, except that the target of a
+    /// conditional jump precedes it.
     [[nodiscard]] std::span<const int> GetPredBlocks() const { return m_predecessors; }
     [[nodiscard]] std::span<const int> GetNextBlocks() const
     {
@@ -34,7 +34,7 @@ private:
 
     int m_id;
     std::span<const SlcPtr<SlcICode>> m_icodes;
-    std::span<const int> m_predecessors;  // in a list of the graph
+    std::span<const int> m_predecessors;  // in a list owned by the graph
     std::array<int, 2> m_successors = {};
     std::size_t m_successorCount = 0;
 };

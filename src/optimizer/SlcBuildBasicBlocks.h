@@ -5,8 +5,8 @@
 
 #include "optimizer/SlcBasicBlock.h"
 
-/// Cuts code into basic blocks without edges. A block begins in front of each instruction with the
-/// trait BeginsBlock and ends behind each with EndsBlock.
+/// Splits code into basic blocks without edges. A block begins before each instruction with the
+/// trait BeginsBlock and ends after each with EndsBlock.
 class SlcBuildBasicBlocks {
 public:
     /// Blocks in code order, none of them empty; ids are positions. They refer to `codes`.

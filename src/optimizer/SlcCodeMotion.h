@@ -9,33 +9,33 @@
 #include "optimizer/SlcDominators.h"
 #include "optimizer/SlcLoopNest.h"
 
-/// Moves computations that do not depend on a loop in front of it. Only plain computations move:
-/// calls, texture and light instructions, flag operations and control stay.
+/// Hoists loop-invariant computations. Only plain computations move: calls, texture and light
+/// instructions, flag operations and control flow stay.
 ///
-/// A natural loop is found from the jumps back to its head. What moves runs once, in front of the
-/// head's label, so that the jumps back pass it by. Each loop costs the part of it that always
-/// runs, with a logarithm, so that nested loops do not cost their depth.
+/// Natural loops are found from the back edges to their heads. Hoisted code is placed before the
+/// head's label, so that back edges skip it. A loop costs O(n log n) in the part of it that always
+/// runs, so that nested loops do not multiply the cost by their depth.
 class SlcCodeMotion {
 public:
-    /// Both belong to the list that is to be optimized, and must outlive the pass.
+    /// Both must belong to the list to optimize, and outlive the pass.
     SlcCodeMotion(const SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis);
 
-    /// Treats the loops of `list` as they stand; true if something moved. Graph and analysis are
-    /// stale then.
+    /// Optimizes the loops of `list`; true if something moved. Graph and analysis are stale then.
     [[nodiscard]] bool OptimizeLoops(SlcListICode& list);
 
 private:
     using Loop = SlcLoopNest::Loop;
-    /// An instruction that may move as far as it alone can tell. It is not looked at for each loop
-    /// around it: most have an operand that the innermost changes, and so leave none.
+    /// An instruction whose class allows it to move. To avoid testing it for every enclosing loop,
+    /// its limits are stored: most have an operand that the innermost loop changes, and so leave no
+    /// loop.
     struct Candidate {
         SlcPtr<SlcICode> code;
         bool inParallelRun;
-        int staysIn;   // place of the innermost loop that writes its variable elsewhere too
-        int waitsIn;   // of the innermost loop that writes one of its operands
-        int waitsFor;  // that operand, which may leave that loop before it
+        int staysIn;   // place of the innermost loop with another write of its variable
+        int waitsIn;   // place of the innermost loop that writes one of its operands
+        int waitsFor;  // that operand, whose definition may be hoisted first
     };
-    /// A block that reads a variable, by the place of its innermost loop.
+    /// A block that reads a variable, ordered by the place of its innermost loop.
     struct User {
         int variable;
         int place;
@@ -44,38 +44,39 @@ private:
         // NOLINTNEXTLINE(modernize-use-nullptr)
         auto operator<=>(const User&) const = default;
     };
-    /// By what is written, the place of the innermost loop around an instruction that writes it.
+    /// For each written variable, the places of the innermost loops around its writes.
     template <class Variable>
     using Writes = std::vector<std::pair<Variable, int>>;
 
-    /// The loop has a place in front of it.
+    /// True if the loop has a place before its head for hoisted code.
     [[nodiscard]] bool IsEnteredFromFront(int head) const;
-    /// What the loops write and read, and what in them may move at all.
+    /// Collects what the loops write and read, and the candidates.
     void CollectFacts();
-    /// Fills in where each candidate stays and waits.
+    /// Computes the limits of each candidate.
     void FindLimits();
-    /// The place of the innermost loop around `block` with a write of `variable`, but for one
-    /// directly in the innermost if `isOwn`.
+    /// The place of the innermost loop around `block` with a write of `variable`; if `isOwn`, one
+    /// write directly in the innermost loop does not count.
     [[nodiscard]] int InnermostWriting(int block, int variable, bool isOwn) const;
     void CollectFactsOf(const SlcPtr<SlcICode>& code, int block, int place);
-    /// Takes what may leave `loop` out of the code, and keeps it for the front of the head.
+    /// Removes the instructions that may leave `loop` from the code, and keeps them for insertion
+    /// before the head.
     void MoveOutOf(const Loop& loop);
-    /// The candidate cannot leave this loop, by what is known of it without another look.
+    /// True if the stored limits of the candidate keep it in this loop.
     [[nodiscard]] bool IsHeld(const Loop& loop, const Candidate& candidate) const;
-    /// The whole test, for a loop that `code` always runs in.
+    /// The complete test, for a loop that always runs `code`.
     [[nodiscard]] bool CanMove(const Loop& loop, int block, const SlcPtr<SlcICode>& code);
-    /// How many instructions of the loop write the variable.
+    /// The number of instructions of the loop that write the variable.
     template <class Variable>
     [[nodiscard]] static std::size_t WritesIn(const Loop& loop, const Writes<Variable>& writes,
                                               Variable variable);
-    /// Of the instruction last computed: the loop writes none of what it reads, or what wrote it
-    /// has just moved.
+    /// For the instruction whose def and use were computed last: true if the loop does not write
+    /// its operands, or if their definitions have just been hoisted.
     [[nodiscard]] bool OperandsAreInvariant(const Loop& loop);
-    /// Each read in the loop wants the value that `block` writes.
+    /// True if each read in the loop uses the value that `block` writes.
     [[nodiscard]] bool ReachesAllUses(const Loop& loop, int block, int variable) const;
-    /// What has moved to the front of `head`, with the brackets of its runs.
+    /// The code hoisted before `head`, with the brackets of its runs.
     [[nodiscard]] std::deque<SlcPtr<SlcICode>> InFrontOf(int head) const;
-    /// Once in a process: without a place in the source one says as much as many.
+    /// Warns only once per process, since the warning has no position in the source.
     static void WarnOfInfiniteLoop();
 
     const SlcControlFlowGraph& m_graph;
@@ -83,12 +84,12 @@ private:
     SlcDominators m_dominators;
     SlcLoopNest m_nest;
     Writes<int> m_writes;                         // sorted, as are the next two
-    Writes<const SlcLexType*> m_untrackedWrites;  // of what no set follows
+    Writes<const SlcLexType*> m_untrackedWrites;  // of variables without a number
     std::vector<User> m_users;
     std::vector<std::vector<Candidate>> m_candidates;  // by block
     std::unordered_map<int, std::vector<Candidate>>
-        m_moved;  // by the head in front of which they go
+        m_moved;  // by the head before which they are inserted
     std::unordered_set<const SlcICode*> m_hasMoved;
-    std::unordered_set<int> m_movedVariables;  // written by what has left the loop at hand
-    std::unordered_set<int> m_movedSomewhere;  // and any loop
+    std::unordered_set<int> m_movedVariables;  // written by code hoisted out of the current loop
+    std::unordered_set<int> m_movedSomewhere;  // written by code hoisted out of any loop
 };

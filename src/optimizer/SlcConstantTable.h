@@ -4,23 +4,23 @@
 
 #include "icode/SlcLexType.h"
 
-/// The constants that variables are known to hold, by variable number. Copying costs O(1) and a
-/// change O(log n), since copies share what they have in common: each block keeps the table as it
-/// stood at its end.
+/// The known constant values of variables, by variable number. Copying costs O(1) and a change
+/// O(log n), since copies share their common parts: each block keeps a copy of the table at its
+/// end.
 ///
 /// A persistent radix tree, whose nodes never change once they are made (James Driscoll, Neil
 /// Sarnak, Daniel Sleator and Robert Tarjan, "Making data structures persistent", 1989).
 class SlcConstantTable {
 public:
-    /// For the numbers below `count`.
+    /// A table for the numbers below `count`.
     explicit SlcConstantTable(int count);
 
     /// Null if nothing is known.
     [[nodiscard]] SlcOperand Find(int variable) const;
-    /// Null forgets what was known.
+    /// Null removes the known value.
     void Set(int variable, const SlcOperand& constant);
-    /// The bool constants that both tables, of one size, know alike. Linear in the differences of
-    /// the two.
+    /// The bool constants on which both tables, which must have the same size, agree. Linear in
+    /// their differences.
     [[nodiscard]] static SlcConstantTable CommonBools(const SlcConstantTable& first,
                                                       const SlcConstantTable& second);
 
@@ -36,15 +36,15 @@ private:
         std::array<SlcOperand, k_branches> constants;
     };
 
-    /// The way to a variable at a level of inner nodes; at level 0 its place in the leaf.
+    /// The branch to a variable at a level of inner nodes; at level 0 its index in the leaf.
     [[nodiscard]] static int Branch(int level, int variable)
     {
         return (variable >> (level * k_bits)) & (k_branches - 1);
     }
-    /// `node` with one constant changed, as a new node; a null node has none.
+    /// Returns a copy of `node` with one constant changed; a null node is empty.
     [[nodiscard]] static SlcPtr<Node> With(const SlcPtr<Node>& node, int level, int variable,
                                            const SlcOperand& constant);
-    /// What both have alike; the node itself where they share it.
+    /// The entries on which both agree; the same node if they share it.
     [[nodiscard]] static SlcPtr<Node> Common(const SlcPtr<Node>& first, const SlcPtr<Node>& second,
                                              int level);
 

@@ -12,9 +12,9 @@
 /// and 1, evaluates foldable built-ins, decides jumps and guards on constant flags, and removes
 /// the branch that can never run.
 ///
-/// Arithmetic and comparisons see the single-precision values that the run time has, and each
-/// constant that is made is rounded to one. What is not finite, and what the writers have too few
-/// digits for, stays in the code and is left to run time. Instructions are fed in order, one by
+/// Arithmetic and comparisons use the single-precision values of the run time, and each new
+/// constant is rounded to single precision. Results that are not finite, or that the writers cannot
+/// write with enough digits, are left to the run time. Instructions are passed in order, one by
 /// one, so that constant propagation can run in the same walk.
 class SlcConvertConstOp : public SlcAllICodeWalker {
 public:
@@ -23,12 +23,12 @@ public:
 
     /// Starts a walk over a list.
     void Begin();
-    /// What takes the place of the next instruction: the same one, a new one, or null. The
+    /// Returns the replacement of the next instruction: the same one, a new one, or null. The
     /// instruction itself is not changed.
     [[nodiscard]] SlcPtr<SlcICode> Fold(const SlcPtr<SlcICode>& code);
-    /// The instruction last folded stands in a branch that can never run.
+    /// True if the instruction last folded is in a branch that can never run.
     [[nodiscard]] bool IsDropping() const { return m_dropping; }
-    /// Something has been replaced or removed since `Begin`.
+    /// True if an instruction has been replaced or removed since `Begin`.
     [[nodiscard]] bool HasChanged() const { return m_changed; }
 
 private:
@@ -54,19 +54,19 @@ private:
     void Case(SlcPtr<SlcCallICode> code) override;
     void Default(SlcPtr<SlcICode> code) override;
 
-    /// `code` takes the place of the instruction at hand; null removes it.
+    /// Replaces the current instruction by `code`; null removes it.
     void Replace(SlcPtr<SlcICode> code);
     void ConvertAsAssignment(const SlcOperand& dest, const SlcOperand& source);
-    /// False if the value is left to run time; nothing is replaced then.
+    /// Returns false and replaces nothing if the value is left to the run time.
     bool ConvertAsAssignment(const SlcOperand& dest, float value);
-    /// Zero on either side decides; true if it did.
+    /// Folds a product with a zero factor; true if it did.
     bool FoldZeroFactor(const SlcArithExprICode& code);
-    /// Of two float constants; `compare` takes them as the run time has them.
+    /// Folds a comparison of two float constants; `compare` gets their run-time values.
     template <class Compare>
     void FoldComparison(const SlcPtr<SlcBinOpBoolExprICode>& code, Compare compare);
-    /// A jump that is taken if `flag` has the value `jumpsIf`.
+    /// Folds a jump that is taken if `flag` has the value `jumpsIf`.
     void FoldJump(const SlcPtr<SlcGotoICode>& code, const SlcOperand& flag, bool jumpsIf);
-    /// A guard whose code runs if its flag has the value `runsIf`.
+    /// Folds a guard whose code runs if its flag has the value `runsIf`.
     void FoldGuard(const SlcPtr<SlcIfICode>& code, bool runsIf);
 
     bool m_changed = false;

@@ -7,16 +7,16 @@
 #include "optimizer/SlcControlFlowGraph.h"
 #include "optimizer/SlcDefUse.h"
 
-/// Carries known constants forward over the blocks and puts them into the operands that read
-/// them. Only constants are carried, never copies of one variable into another.
+/// Propagates known constants forward over the blocks and substitutes them for the operands that
+/// read them. Only constants are propagated, not copies of variables.
 ///
-/// Jumps that the constants decide count as decided, so that a switch for code that is left out
-/// costs no round of its own.
+/// Jumps that the constants decide count as decided, so that skipping code by a constant switch
+/// does not need another round.
 ///
-/// At a join only bool constants on which all paths agree stay known; the head of a loop starts
-/// knowing nothing. A constant written under a guard thus never reaches the code behind it, and
-/// that keeps the pass sound for varying control flow. Instructions are fed in order, one by one,
-/// so that folding can run in the same walk.
+/// At a join only bool constants on which all paths agree stay known; at the head of a loop nothing
+/// is known. So a constant written under a guard is not known after it, which keeps the pass sound
+/// for varying control flow. Instructions are passed in order, one by one, so that folding can run
+/// in the same walk.
 class SlcCopyPropagation : public SlcOperandWalker {
 public:
     /// Both must outlive the pass.
@@ -24,18 +24,18 @@ public:
 
     /// Starts a block; blocks are taken in code order, each between `EnterBlock` and `LeaveBlock`.
     void EnterBlock(const SlcBasicBlock& block);
-    /// Puts known constants into the operands that an instruction reads, and takes note of what
-    /// it writes.
+    /// Substitutes known constants for the operands that an instruction reads, and records what it
+    /// writes.
     void Propagate(const SlcPtr<SlcICode>& code);
-    /// Keeps what is known here for the blocks behind.
+    /// Saves what is known here for later blocks.
     void LeaveBlock(const SlcBasicBlock& block);
-    /// The block at hand goes on to that successor no more, so that nothing comes from there.
+    /// Removes the edge from the current block to that successor.
     void DropEdge(const SlcBasicBlock& block, int successor);
-    /// An operand has been replaced.
+    /// True if an operand has been replaced.
     [[nodiscard]] bool HasChanged() const { return m_changed; }
 
 private:
-    /// What is known at one point. Joins look at the bools alone, so they stand apart.
+    /// What is known at one point. Joins need only the bools, so they are kept separately.
     struct Known {
         SlcConstantTable bools;
         SlcConstantTable others;  // of every other type
@@ -58,18 +58,18 @@ private:
     [[nodiscard]] SlcOperand Find(const SlcOperand& operand) const;
     /// The same for a flag, which may be a constant itself.
     [[nodiscard]] SlcOperand FindBool(const SlcOperand& operand) const;
-    /// The destination holds the source's value from here on.
+    /// Records that the destination has the source's value.
     void Learn(const SlcOperand& dest, const SlcOperand& source);
 
-    /// The predecessors that control can come from, as far as is known by now.
+    /// The predecessors that can still reach the block, as far as is known.
     [[nodiscard]] std::vector<int> EnteringBlocks(const SlcBasicBlock& block) const;
 
     const SlcControlFlowGraph& m_graph;
     Known m_nothing;
     Known m_known;
     std::vector<Known> m_atEnd;       // of each block that has been left
-    std::vector<int> m_droppedEdge;   // by block, the successor that it leaves for no more, or -1
-    std::vector<bool> m_unreachable;  // nothing comes to the block
+    std::vector<int> m_droppedEdge;   // by block, the successor whose edge was dropped, or -1
+    std::vector<bool> m_unreachable;  // by block: it cannot be reached
     bool m_keepVarying = false;       // varying operands may not become constants
     bool m_changed = false;
 };

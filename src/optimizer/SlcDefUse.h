@@ -9,24 +9,24 @@
 
 /// The variables of one list by number: the universe of the data-flow sets.
 ///
-/// Only what the analysis can follow has a number: locals, temporaries and predefined variables.
-/// Parameters and externs are left out, so that no pass takes a write to one for dead.
+/// Only variables that the analysis can follow have a number: locals, temporaries and predefined
+/// variables. Parameters and externs have none, so that no pass treats a write to one as dead.
 class SlcVariableNumbers {
 public:
-    /// Numbers the variables of `list` by their place in `m_allVars`, in the operands themselves,
-    /// until the numbers of another list replace them. What is not followed has a place all the
-    /// same, but no number.
+    /// Numbers the variables of `list` by their position in `m_allVars`. The numbers are stored in
+    /// the operands, until those of another list replace them. Variables that are not followed have
+    /// a position but no number.
     explicit SlcVariableNumbers(const SlcListICode& list);
 
-    /// Numbers run from 0 to one below it.
+    /// Numbers are from 0 to `Count() - 1`.
     [[nodiscard]] int Count() const { return static_cast<int>(m_variables.size()); }
     [[nodiscard]] const SlcOperand& Variable(int number) const { return m_variables[number]; }
-    /// -1 for a constant and for what is not followed.
+    /// -1 for a constant and for a variable that is not followed.
     [[nodiscard]] static int Of(const SlcOperand& operand) { return operand->m_setIndex; }
-    /// Number of a predefined variable by its name in the source; -1 if the list does not see it.
-    /// `L`, `Cl` and `Ol` are those of the light loops where there are some.
+    /// Number of a predefined variable by its name in the source; -1 if the list does not use it.
+    /// `L`, `Cl` and `Ol` are those of the light loops if there are any.
     [[nodiscard]] int OfPredefined(std::string_view name) const;
-    /// The same by the text that reaches it in generated code.
+    /// The same by its expression in generated code.
     [[nodiscard]] int OfAccessor(std::string_view accessor) const;
 
 private:
@@ -34,14 +34,15 @@ private:
     std::vector<int> m_hiddens;  // predefined variables
 };
 
-/// Which numbered variables an instruction reads and writes, also without naming them.
+/// The numbered variables that an instruction reads and writes, including those that it does not
+/// name.
 ///
-/// An instruction that may write only some points, or only a part of a value, also reads what it
-/// writes, so that the value before it stays alive (the traits PartialWrite and PartialIfLimited).
-/// Reads and writes of what has no number are left out.
+/// An instruction that may write only some points, or only a part of a value, also counts as
+/// reading what it writes, so that the previous value stays live (the traits PartialWrite and
+/// PartialIfLimited). Variables without a number are ignored.
 class SlcDefUse : public SlcOperandWalker {
 public:
-    /// `variables`, which it asks for predefined ones, outlive it.
+    /// `variables` must outlive this object.
     explicit SlcDefUse(const SlcVariableNumbers& variables);
 
     /// Valid until the next call. A number can occur twice in `uses` or `defs`.
@@ -79,9 +80,9 @@ private:
 
     const SlcVariableNumbers& m_variables;
     std::vector<int> m_predefined;      // every predefined variable
-    std::vector<int> m_readWrite;       // those that the renderer reads at the end
+    std::vector<int> m_readWrite;       // the ones that the renderer reads at the end
     std::vector<int> m_lightVariables;  // `L`, `Cl` and `Ol` of the light loops
-    bool m_isLimited = false;           // the instruction has a condition of its own
+    bool m_isLimited = false;           // the instruction has a condition
     std::vector<int> m_uses;
     std::vector<int> m_defs;
 };

@@ -4,18 +4,18 @@
 
 #include "optimizer/SlcControlFlowGraph.h"
 
-/// The places where the code of a graph falls in two: whatever runs in front of such a block comes
-/// to it, by no other way than its front, and never comes back. The stretches between two cuts are
-/// the statements at the top of a shader, so that a pass that looks only at the stretches where a
-/// variable is named stays linear in long shaders.
+/// The cuts of a graph: blocks that separate the code into two parts, such that every path from the
+/// first part enters the second at the start of the block and never returns. The sections between
+/// two cuts are the top-level statements of a shader, so a pass that visits only the sections where
+/// a variable is named stays linear in long shaders.
 class SlcGraphCuts {
 public:
     /// Linear in the blocks.
     explicit SlcGraphCuts(const SlcControlFlowGraph& graph);
 
-    /// The last cut that is not behind `block`; the entry counts as one.
+    /// The last cut at or before `block`; the entry counts as a cut.
     [[nodiscard]] int LastUpTo(int block) const { return m_lastUpTo[block]; }
-    /// The first cut behind `block`; the end of the code counts as one.
+    /// The first cut after `block`; the end of the code counts as a cut.
     [[nodiscard]] int FirstBehind(int block) const { return m_firstBehind[block]; }
 
 private:

@@ -5,29 +5,30 @@
 
 #include "optimizer/SlcDataflowAnalysis.h"
 
-/// Instructions in a row, by their places in the code; the entry is place -1.
+/// A range of consecutive instructions, by position in the code; the entry is position -1.
 struct SlcLiveRange {
     int first;
     int last;
 };
 
-/// Where each variable holds a value that counts: the instructions that write it, and those behind
-/// which it is alive. Two variables interfere if one such place is common to both.
+/// The live ranges of each variable: the instructions that write it, and those after which it is
+/// live. Two variables interfere if they have such a position in common.
 ///
-/// As ranges this costs a few for each mention of a variable, however many others are alive there;
-/// a graph of the pairs would cost the square of what is alive together.
+/// Each mention of a variable costs a few ranges, however many others are live there; an
+/// interference graph would cost the square of the number of variables that are live together.
 class SlcLiveRanges {
 public:
-    /// Finds the ranges of all variables; both must be up to date, and are not needed afterwards.
+    /// Computes the ranges of all variables; both must be up to date, and are not needed
+    /// afterwards.
     SlcLiveRanges(const SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis);
 
-    /// In code order; no two overlap or touch. Takes them out.
+    /// Moves out the ranges of a variable, in code order; no two overlap or adjoin.
     [[nodiscard]] std::vector<SlcLiveRange> Take(int variable);
 
 private:
     void AddBlock(const SlcBasicBlock& block);
     void AddDefsAndUses(int place);
-    /// Variables that are alive all through blocks which do not write them.
+    /// Adds the variables that are live throughout blocks which do not write them.
     void AddGroup(const SlcDataflowAnalysis::Group& group);
     [[nodiscard]] std::uint64_t AliveThrough(const SlcDataflowAnalysis::Group& group,
                                              int block) const;
@@ -35,11 +36,11 @@ private:
 
     const SlcControlFlowGraph& m_graph;
     SlcDataflowAnalysis& m_analysis;
-    std::vector<int> m_blockStarts;  // place of the first instruction by block, and of the end
+    std::vector<int> m_blockStarts;  // by block: position of the first instruction; and the end
     std::vector<std::vector<SlcLiveRange>> m_ranges;
 
-    // Of the block at hand.
+    // State of the current block.
     std::vector<int> m_mentioned;
-    std::vector<int> m_aliveTo;  // by variable: the last place of the range that is open, or none
+    std::vector<int> m_aliveTo;  // by variable: last position of the open range, or none
     std::vector<int> m_blockOf;  // by variable: block in which it was mentioned last
 };

@@ -5,56 +5,58 @@
 #include "optimizer/SlcControlFlowGraph.h"
 #include "optimizer/SlcDominators.h"
 
-/// The natural loops of a graph and how they lie inside each other. A loop is all that reaches a
-/// jump back to its head without passing the head, which dominates what jumps; jumps back to one
-/// head make one loop. Blocks that nothing reaches are in none.
+/// The natural loops of a graph and their nesting. A loop consists of all blocks that reach a back
+/// edge to its head, which dominates them, without passing the head; back edges to the same head
+/// form one loop. Unreachable blocks are in no loop.
 ///
-/// Each loop has a place, and those inside it the places behind it up to its `end`, so that a block
-/// is in a loop if the place of its innermost loop lies between. About linear in the blocks and
-/// edges, but that an edge costs as many loops as it leaves.
+/// Loops are numbered by places: the loops inside a loop have the places after it up to its `end`,
+/// so a block is in a loop if the place of its innermost loop is in that interval. About linear in
+/// the blocks and edges, except that an edge costs as many loops as it leaves.
 class SlcLoopNest {
 public:
     struct Loop {
         int head = 0;
         int place = 0;
         int end = 0;
-        /// The last block that every way out of the loop passes; -1 if there is no way out.
+        /// The last block that every path out of the loop passes; -1 if there is no exit.
         int lastBeforeExits = -1;
     };
     static constexpr int k_none = -1;
 
-    /// Both must outlive the nest.
+    /// Both must outlive this object.
     SlcLoopNest(const SlcControlFlowGraph& graph, const SlcDominators& dominators);
 
-    /// In the code order of their heads.
+    /// The loops in code order of their heads.
     [[nodiscard]] const std::vector<Loop>& Loops() const { return m_loops; }
-    /// Of the innermost loop around `block`; `k_none` outside of all.
+    /// The place of the innermost loop around `block`; `k_none` if there is none.
     [[nodiscard]] int PlaceOf(int block) const;
     [[nodiscard]] bool Contains(const Loop& loop, int block) const;
-    /// Of the innermost loop around `block` that also holds the one at `place`. Costs the loops
-    /// between, each a comparison.
+    /// The place of the innermost loop around `block` that also contains the one at `place`. Costs
+    /// one comparison for each loop in between.
     [[nodiscard]] int CommonPlace(int block, int place) const;
-    /// The blocks of a loop that every way out of it passes, all if there is none, in code order.
-    /// Costs their number; in a loop without an exit that of all blocks of the graph.
+    /// Returns the blocks of a loop that every path out of it passes, or all if there is no exit,
+    /// in code order. Linear in their number; in a loop without an exit linear in the blocks of the
+    /// graph.
     [[nodiscard]] std::vector<int> BlocksThatAlwaysRun(const Loop& loop) const;
 
 private:
     void FindHeads();
     [[nodiscard]] bool IsHead(int block) const;
     void FindMembers();
-    /// The blocks of a loop, with those inside it as one block each.
+    /// Collects the blocks of a loop, counting each inner loop as one block.
     void Gather(int loop);
     [[nodiscard]] int Outermost(int block);
-    /// Gives each loop its place and its end, from outside to inside.
+    /// Assigns each loop its place and its end, from the outside to the inside.
     void NumberPlaces();
-    /// The last block in front of all exits of each loop.
+    /// Finds the last block before all exits of each loop.
     void FindExits();
 
     const SlcControlFlowGraph& m_graph;
     const SlcDominators& m_dominators;
     std::vector<Loop> m_loops;
-    std::vector<int> m_fromOutside;  // loops, each in front of those inside it
+    std::vector<int> m_fromOutside;  // loops, each before its inner loops
     std::vector<int> m_parents;      // by loop
     std::vector<int> m_innermost;    // loop by block
-    std::vector<int> m_gathered;  // by block, one nearer to the head of its outermost loop so far
+    std::vector<int> m_gathered;  // by block: a block nearer to the head of its outermost loop so
+                                  // far
 };

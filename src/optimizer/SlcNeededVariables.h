@@ -5,21 +5,22 @@
 
 #include "optimizer/SlcDefUse.h"
 
-/// Variables that the code reads for more than to compute variables that nobody reads.
+/// Finds the variables that the code needs: those that are read for more than to compute unneeded
+/// variables.
 ///
-/// The order of the code does not count, so it finds less than liveness does in a straight line,
-/// but it finds at once what feeds only itself around a loop, where liveness loses one link a
-/// round. Linear in the instructions.
+/// The analysis ignores the order of the code, so it finds less than liveness in straight-line
+/// code. But it finds in one step chains that only feed themselves around a loop, of which liveness
+/// removes one link per round. Linear in the instructions.
 class SlcNeededVariables {
 public:
-    /// `variables`: how many there are.
+    /// `variables` is the number of variables.
     explicit SlcNeededVariables(int variables) : m_needed(variables, false) {}
 
-    /// An instruction that does more than to compute one variable.
+    /// Adds an instruction that does more than compute one variable.
     void AddReads(std::span<const int> uses);
-    /// One that reads the `uses` to compute the variable, and can go with it.
+    /// Adds an instruction that only computes the variable from `uses`, and can be removed with it.
     void AddComputation(int variable, std::span<const int> uses);
-    /// Behind the last instruction.
+    /// Call it after the last instruction.
     void Solve();
 
     [[nodiscard]] bool IsNeeded(int variable) const { return m_needed[variable]; }
@@ -31,7 +32,7 @@ private:
     };
 
     std::vector<bool> m_needed;
-    std::vector<int> m_found;  // needed, and their computations not looked at yet
+    std::vector<int> m_found;  // needed variables whose computations have not been processed
     std::vector<Computation> m_computations;
     std::vector<int> m_uses;
 };

@@ -4,19 +4,18 @@
 #include <span>
 #include <vector>
 
-/// Lists of numbers, one behind the other in one array: for sets that are made once, list by list,
-/// and then only read. A list for each instruction as an object of its own would cost an allocation
-/// for each.
+/// Lists of numbers, concatenated in one array: for sets that are built once, list by list, and
+/// then only read. Separate list objects would need an allocation for each instruction.
 class SlcNumberLists {
 public:
-    /// To the list at hand.
+    /// Adds to the current list.
     void Add(int number) { m_numbers.push_back(number); }
     void Add(std::span<const int> numbers)
     {
         for (const int number : numbers)  // a few
             m_numbers.push_back(number);
     }
-    /// What is added from here on belongs to the next list.
+    /// Ends the current list and begins the next.
     void EndList() { m_starts.push_back(static_cast<int>(m_numbers.size())); }
 
     [[nodiscard]] std::span<const int> operator[](std::size_t list) const

@@ -4,15 +4,17 @@
 
 #include "optimizer/SlcLiveRanges.h"
 
-/// Colors for variables that are given as ranges of code: those of one color never meet.
+/// Colors variables that are given as ranges of code: variables with the same color do not
+/// interfere.
 ///
 /// Greedy, as in Gregory Chaitin and others, "Register allocation via coloring" (1981), without
-/// spilling: each variable takes the first color that is free where it is alive. The colors are the
-/// leaves of a tree in which each node knows where all colors below it are taken, so that the walk
-/// to the first free one passes full subtrees by: O(log n) where many variables are alive together.
+/// spilling: each variable gets the first color that is free where it is live. The colors are the
+/// leaves of a tree in which each node knows where all colors below it are taken, so that the
+/// search for the first free color skips full subtrees: O(log n) if many variables are live
+/// together.
 class SlcRangeColors {
 public:
-    /// The color of a variable, counted from 0; `ranges` as `SlcLiveRanges` gives them.
+    /// Returns the color of a variable, from 0; `ranges` come from `SlcLiveRanges`.
     [[nodiscard]] int Take(const std::vector<SlcLiveRange>& ranges);
 
 private:
@@ -21,7 +23,7 @@ private:
     void Grow();
     /// The first color below `node` that is free in all of `ranges`; -1 if there is none.
     [[nodiscard]] int FirstFree(std::size_t node, const Ranges& ranges) const;
-    /// Enters `ranges` as taken by `color`, up to the root.
+    /// Marks `ranges` as taken by `color`, up to the root.
     void Occupy(int color, const Ranges& ranges);
 
     // Where all colors below each node are taken: the root is node 1, the children of node i are

@@ -5,17 +5,17 @@
 
 #include "optimizer/SlcDataflowAnalysis.h"
 
-/// Gives varying locals that are never alive together one common variable, since every varying
-/// local costs storage for all shading points.
+/// Merges varying locals that are never live together into one variable, since every varying local
+/// costs storage for all shading points.
 ///
 /// Greedy colouring of the interference graph in the order of the variables, see `SlcRangeColors`:
-/// the first variable of each color stays. The graph itself is never made, see `SlcLiveRanges`.
-/// Arrays, references, matrices and uniform variables keep their own.
+/// the first variable of each color stays. The graph itself is never built, see `SlcLiveRanges`.
+/// Arrays, references, matrices and uniform variables are not merged.
 class SlcReduceNumberTmps {
 public:
-    /// Renames operands in `list` and leaves in its used locals what is still named. `graph` and
-    /// `analysis` belong to `list`, and are stale afterwards. If `dump` is not null, the
-    /// interference graph goes there as text.
+    /// Renames operands in `list` and reduces its used locals to those still named. `graph` and
+    /// `analysis` must belong to `list`, and are stale afterwards. If `dump` is not null, the
+    /// interference graph is printed there.
     void Reduce(SlcListICode& list, const SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis,
                 std::ostream* dump);
 
@@ -23,13 +23,13 @@ private:
     static constexpr int k_noPool = -1;
 
     struct Node {
-        int pool = k_noPool;  // kind of the variable; none for what is never shared
-        int color = -1;       // place in the pool of what replaces the variable
+        int pool = k_noPool;  // kind of the variable; none if it is never merged
+        int color = -1;       // index in the pool of the variable that replaces it
     };
 
-    /// Finds the kind and the color of each variable.
+    /// Computes the kind and the color of each variable.
     void Colour(const SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis);
-    /// Puts the first variable of each color in the place of the others.
+    /// Replaces all variables of a color by the first.
     void Rename(SlcListICode& list, const SlcVariableNumbers& variables);
     void PrintGraph(std::ostream& out, const SlcControlFlowGraph& graph,
                     SlcDataflowAnalysis& analysis) const;

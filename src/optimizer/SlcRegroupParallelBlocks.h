@@ -10,8 +10,9 @@
 /// Joins two parallel runs that follow each other with nothing between them, so that one loop
 /// over the shading points does the work of two. Linear.
 ///
-/// A run with a comparison or with an order-sensitive call can join the run before it, but not
-/// the one behind it. Runs of which one writes a uniform operand that the other touches stay apart.
+/// A run with a comparison or with an order-sensitive call can be joined with the run before it,
+/// but not with the one after it. Runs are not joined if one writes a uniform operand that the
+/// other accesses.
 class SlcRegroupParallelBlocks : public SlcICodeOptimizer {
 public:
     /// Rewrites `list`; needs no graph.
@@ -26,7 +27,7 @@ private:
     void Case(SlcPtr<SlcBoolExprICode> code) override;
     void Default(SlcPtr<SlcICode> code) override;
 
-    /// The mark that closes the run that `m_currentBegin` opened.
+    /// Handles the mark that closes the run of `m_currentBegin`.
     void CloseRun();
 
     std::deque<SlcPtr<SlcICode>> m_output;
@@ -34,6 +35,6 @@ private:
     std::size_t m_runs = 0;        // begun so far
     std::size_t m_currentRun = 0;  // number of the one that `m_currentBegin` opened
     SlcPtr<SlcBeginParallelICode> m_currentBegin;
-    bool m_endIsHeld = false;  // a run has ended and may yet go on
-    bool m_noJoin = false;     // the run holds something that must not be joined
+    bool m_endIsHeld = false;  // a run has ended but may still be continued
+    bool m_noJoin = false;     // the run contains an instruction that must not be joined
 };

@@ -8,8 +8,8 @@
 
 /// Joins two guards with the same flag that follow each other inside a parallel run. Linear.
 ///
-/// A guard whose body writes its own flag stays apart from what follows, since the second guard
-/// must see the new value, and so does one that ends in a `break` or `continue`.
+/// A guard whose body writes its own flag is not joined with the next one, which must test the new
+/// value, and neither is a guard that ends in a `break` or `continue`.
 class SlcRegroupParallelIfs : public SlcICodeOptimizer {
 public:
     /// Rewrites `list`; needs no graph.
@@ -25,14 +25,14 @@ private:
     void Case(SlcPtr<SlcContinueICode> code) override;
     void Default(SlcPtr<SlcICode> code) override;
 
-    /// At the border of a run: no guard is open there.
+    /// Called at the border of a run, where no guard is open.
     void CloseAtMark(const SlcPtr<SlcICode>& mark);
-    /// The instruction behind the one at hand opens a guard that can join the open one.
+    /// True if the next instruction opens a guard that can be joined with the open one.
     [[nodiscard]] bool NextGuardJoins() const;
 
     std::deque<SlcPtr<SlcICode>> m_output;
     const SlcListICode* m_list = nullptr;
-    std::size_t m_position = 0;   // of the instruction at hand
+    std::size_t m_position = 0;   // of the current instruction
     SlcPtr<SlcIfICode> m_openIf;  // of the open guard, or null
     bool m_flagWritten = false;   // the body of the open guard writes its flag
     bool m_lastWasJump = false;   // the instruction before is a `break` or `continue`

@@ -10,7 +10,7 @@
 /// on Programming Languages and Systems, 1993.
 class SlcSparseSet {
 public:
-    /// For the numbers below `bound`; room for them is taken at once.
+    /// A set of numbers below `bound`; allocates its memory at once.
     explicit SlcSparseSet(std::size_t bound) : m_places(bound, 0) {}
 
     [[nodiscard]] bool Contains(int member) const
@@ -18,7 +18,7 @@ public:
         const std::size_t place = m_places[member];
         return place < m_members.size() && m_members[place] == member;
     }
-    /// True if it was not there.
+    /// True if it was not in the set.
     bool Insert(int member)
     {
         if (Contains(member))
@@ -38,10 +38,11 @@ public:
         m_members.pop_back();
     }
     void Clear() { m_members.clear(); }
-    /// In no order that anyone may rely on.
+    /// The members in unspecified order.
     [[nodiscard]] const std::vector<int>& Members() const { return m_members; }
 
 private:
-    std::vector<std::size_t> m_places;  // of each member in m_members; meaningless for others
+    std::vector<std::size_t> m_places;  // index of each member in m_members; unspecified for other
+                                        // numbers
     std::vector<int> m_members;
 };

@@ -8,34 +8,34 @@
 
 /// The uniform operands that the instructions of a parallel run read and write.
 ///
-/// A run goes from point to point, each through all of its instructions. Of two runs that become
-/// one, the first must therefore not write what the second touches, nor read what it writes: the
-/// next point would find what the one before has left.
+/// A run executes all of its instructions for one point after another. So two runs may be joined
+/// only if the first does not write what the second accesses, nor read what the second writes:
+/// otherwise a point would see values left by the previous point.
 class SlcUniformAccess {
 public:
-    /// By reference to an element, its array.
+    /// Maps a reference to an element to its array.
     using Arrays = std::unordered_map<const SlcLexType*, const SlcLexType*>;
-    /// Those of a whole list.
+    /// The references of a whole list.
     [[nodiscard]] static Arrays ArraysOf(const std::deque<SlcPtr<SlcICode>>& codes);
 
-    /// `code` belongs to the run.
+    /// Adds the accesses of `code`, which must be in the run.
     void Add(const SlcPtr<SlcICode>& code, const Arrays& arrays);
-    /// Costs what `next` has.
+    /// True if `next` can be joined with this run. Linear in the size of `next`.
     [[nodiscard]] bool MayJoin(const SlcUniformAccess& next) const;
-    /// Adds what `next` touches.
+    /// Adds the accesses of `next`.
     void Join(const SlcUniformAccess& next);
 
 private:
     std::unordered_map<const SlcLexType*, bool> m_isWritten;  // by operand of the run
 };
 
-/// The same for all runs of a list, by number in the order of their begin marks.
+/// The accesses of all runs of a list, numbered in the order of their begin marks.
 class SlcUniformAccessOfRuns {
 public:
     explicit SlcUniformAccessOfRuns(const std::deque<SlcPtr<SlcICode>>& codes);
 
-    /// Run `next` may go into run `first`, which includes those that it has been joined with. If
-    /// so, joins them. All calls together are linear.
+    /// Joins run `next` with run `first`, which includes the runs already joined with it, if that
+    /// is allowed; true if it did. All calls together are linear.
     [[nodiscard]] bool Join(std::size_t first, std::size_t next);
 
 private:
