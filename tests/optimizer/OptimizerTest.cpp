@@ -148,7 +148,7 @@ SlcOperand Predefined(std::string_view name)
                                   info.detail(), SlcStorageSpecNode::AReadOnly());
 }
 
-/// Whether an assignment to `variable` stays in front of a call of `primitive`.
+/// True if an assignment to `variable` before a call of `primitive` is kept.
 bool KeepsAssignment(std::string_view variable, std::string primitive)
 {
     if (const std::size_t star = primitive.find('*'); star != std::string::npos)
@@ -330,7 +330,7 @@ TEST(SlcReduceNumberTmps, SharesWhatIsNeverAliveTogether)
     static const PassCase cases[] = {
         {"begin; x = p; Ci = x; y = p; Ci = y; end;", "begin; x = p; Ci = x; x = p; Ci = x; end;"},
         {"begin; x = p; y = p; Ci = x + y; end;", "begin; x = p; y = p; Ci = x + y; end;"},
-        // A value nobody reads must not overwrite one that is alive.
+        // A dead value must not overwrite a live one.
         {"begin; x = p; y = 1; Ci = x; end;", "begin; x = p; y = 1; Ci = x; end;"},
         // Alive around the loop.
         {"begin; x = p; S: y = p; Ci = y; Ci = x; g? goto S; end;",
@@ -405,7 +405,8 @@ TEST(SlcCodeMotion, MovesInvariantsInFrontOfTheLoop)
          "z7); f = p < z8; f1 = p <= 1; f2 = p > 1; f3 = p >= 1; f4 = p == 1; f5 = p != 1; z9 = "
          "matrix(p, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, z8); } y1 <- p; S: { } pOut = z9; "
          "!g? goto E; goto S; E: end;"},
-        // Out of a run into a run of its own; what only feeds on it goes along.
+        // Hoisted out of a run into a separate run, together with computations that only depend on
+        // it.
         {"begin; S: { x = p + 1; y = x * 2; } pOut = y; !g? goto E; goto S; E: end;",
          "begin; { x = p + 1; y = x * 2; } S: { } pOut = y; !g? goto E; goto S; E: end;"},
         {"begin; S: { u = p; y = 2; } { x = u; } pOut = x + y; !g? goto E; goto S; E: end;",
@@ -430,7 +431,7 @@ TEST(SlcCodeMotion, MovesInvariantsInFrontOfTheLoop)
         // A light loop can be left before its body runs.
         {"begin; lights S E; x = p + 1; pOut = x; next S; E: end;",
          "begin; lights S E; x = p + 1; pOut = x; next S; E: end;"},
-        // A jump from elsewhere would pass by the place in front of the head.
+        // A jump from elsewhere would skip the place before the head.
         {"begin; g1? goto S; y = 1; S: u = p + 1; pOut = u; !g? goto E; goto S; E: end;",
          "begin; g1? goto S; y = 1; S: u = p + 1; pOut = u; !g? goto E; goto S; E: end;"},
         // Two jumps back: the loop is all that reaches either.
@@ -450,7 +451,7 @@ TEST(SlcRegroupParallelBlocks, JoinsRunsWithNothingBetween)
     static const PassCase cases[] = {
         {"{ x = 1; } { y = 1; } { z = 1; }", "{ x = 1; y = 1; z = 1; }"},
         {"{ x = 1; } u = 1; { y = 1; }", "{ x = 1; } u = 1; { y = 1; }"},
-        // A run with a comparison joins the one before it, not the one behind.
+        // A run with a comparison is joined with the one before it, not with the one after it.
         {"{ x = 1; } { f = x < y; } { y = 1; }", "{ x = 1; f = x < y; } { y = 1; }"},
         {"{ x = RANDOM(); } { y = 1; }", "{ x = RANDOM(); } { y = 1; }"},
         // For each point alone, one run would read what another point has left.

@@ -99,7 +99,7 @@ std::set<int> Needed(const SlcListICode& list, SlcDefUse& defUse)
     return needed;
 }
 
-/// What is left when whatever the sets tell to be dead has gone, until nothing is.
+/// The code left after repeatedly removing everything that is dead according to the sets.
 std::string WithoutDeadCode(SlcListICode& list)
 {
     for (bool changed = true; changed;) {

@@ -20,7 +20,7 @@ void ExpectUntouched(const Room& room)
         ASSERT_EQ(room.place[i], room.mark) << "byte " << i << " of " << room.size;
 }
 
-// Each room is filled with a mark of its own, which any overlap would spoil.
+// Each block is filled with a distinct mark, which any overlap would overwrite.
 TEST(SlcArena, RoomsOfAllSizesStayApart)
 {
     SlcArena arena;

@@ -21,7 +21,7 @@ SlcPtr<SlcFuncVarListSymbolEntry> WithTail(const char* tail)
 
 struct TailCase {
     const char* tail;
-    std::vector<std::string> args;  // behind the fixed one; 'name' is a literal
+    std::vector<std::string> args;  // after the fixed one; 'name' is a literal
     bool number;                    // the count is right
     bool types;                     // the types fit, with promotion
 };
@@ -81,7 +81,7 @@ TEST(SlcFuncVarArgExpr, TakesTheArgumentsThatTheTailDescribes)
         const auto entry = WithTail(c.tail);
         const std::string text = c.tail + std::string(" / ") + testing::PrintToString(c.args);
         EXPECT_EQ(entry->CheckNumberArgs(args.List()), c.number) << text;
-        // A walk leaves nothing behind for the next one.
+        // A walk leaves no state for the next one.
         for (int i = 0; i < 2; ++i)
             EXPECT_EQ(entry->CheckTypeArgs(args.List(), nullptr, true), c.types) << text;
     }

@@ -27,7 +27,7 @@ protected:
         std::filesystem::copy_file(SLC_FAULTY_SHADEOPS, path);
     }
 
-    /// The overloads that a load of the name adds, one a line, behind the warnings.
+    /// The warnings of a load of the name, then the overloads that it adds, one per line.
     std::string Load(const std::string& name)
     {
         SlcShadeopLoader loader(MakeShared<SlcSemanticError>(), &m_options, {nullptr, nullptr});

@@ -40,7 +40,7 @@ public:
     template <class Value>
     void Set(std::size_t place, const Value& value) const;
 
-    /// The operands from `first` on, of the told types.
+    /// The operands from `first` on, with the given types.
     template <class... Values>
     [[nodiscard]] std::tuple<Values...> GetAll(std::size_t first) const
     {
@@ -107,7 +107,7 @@ void SqxCall::Set(std::size_t place, const std::string& value) const;
 using SqxOperation = void (*)(const SqxCall&);
 
 struct SqxOperationRow {
-    const char* primitive;  // or the start of some, in front of "*"
+    const char* primitive;  // or a common prefix, before "*"
     SqxOperation operation;
 };
 

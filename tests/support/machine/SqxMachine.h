@@ -24,17 +24,18 @@ public:
     SqxMachine();
     ~SqxMachine();
 
-    // Each of these is false after a fault, which `Message` then tells.
+    // Each of these returns false after a fault, which `Message` describes.
 
     [[nodiscard]] bool Load(const std::string& path);
     [[nodiscard]] bool LoadText(std::string_view text);
-    /// Computes the parameters that were not set, then runs the main block. Each run starts anew.
+    /// Computes the parameters that were not set, then runs the main block. Each run starts from
+    /// the initial state.
     [[nodiscard]] bool Run();
     [[nodiscard]] const std::string& Message() const { return m_message; }
 
     // What a run starts with; it stays set for further runs.
 
-    /// A grid of 3 by 2 points unless told otherwise.
+    /// A grid of 3 by 2 points by default.
     void SetGrid(unsigned int columns, unsigned int rows) { m_grid = {columns, rows}; }
     /// Numbers of a predefined variable or parameter: for the whole grid, or for each point in
     /// turn. A predefined variable that is not set has a value that differs from point to point.

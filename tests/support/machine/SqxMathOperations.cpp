@@ -71,7 +71,7 @@ void OverAllNumbers(const SqxCall& call)
     call.Set(0, value);
 }
 
-/// The value stands at `place`, the control values behind it.
+/// The value is at `place`, followed by the control values.
 template <class Value>
 void SplineFrom(const SqxCall& call, const char* basis, std::size_t place)
 {

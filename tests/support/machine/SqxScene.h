@@ -9,7 +9,7 @@
 /// so that a call with a wrong argument shows. What is printed and reported is kept.
 class SqxScene : public QxShaderSupport {
 public:
-    /// Some lights around the origin, each of its own color.
+    /// Some lights around the origin, each with a different color.
     void EvaluateLights(const QxVector3* positions, unsigned int points, QxLightInput* lights,
                         unsigned int count) override;
     QxRGBColor Ambient(const QxVector3& position) override;

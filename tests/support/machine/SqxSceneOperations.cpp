@@ -112,7 +112,7 @@ QxRayQuery RayQuery(const SqxCall& call)
     return query;
 }
 
-/// The named values behind the two vectors.
+/// The named values after the two vectors.
 QxRayQuery GatherQuery(const SqxCall& call)
 {
     QxRayQuery query = RayQuery(call);

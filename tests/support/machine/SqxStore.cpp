@@ -12,7 +12,7 @@ namespace {
 // More than any test needs; a damaged file must not exhaust memory.
 constexpr std::size_t k_highestCount = std::size_t{1} << 28;
 
-// A quiet NaN with bits of its own, which the processor keeps in what it computes from it.
+// A quiet NaN with a distinct payload, which the processor propagates to the results of arithmetic.
 constexpr std::uint32_t k_poisonBits = 0x7FCDEAD1U;
 constexpr std::uint32_t k_signBit = 0x80000000U;
 constexpr const char* k_poisonText = "\001nothing has written this";

@@ -42,9 +42,9 @@ public:
 
     [[nodiscard]] bool HasPoison(std::size_t number, std::size_t point);
 
-    /// Makes a reference stand for an element, at one point or, for `k_uniformPoint`, everywhere.
-    /// An index outside the array means its nearest element; at one that nothing has
-    /// written, all is poison, and what is written is lost.
+    /// Binds a reference to an element, at one point or, for `k_uniformPoint`, everywhere. An index
+    /// outside the array means its nearest element; at one that nothing has written, all is poison,
+    /// and what is written is lost.
     void Bind(std::size_t reference, std::size_t point, std::size_t array, float index);
 
 private:

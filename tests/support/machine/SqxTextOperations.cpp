@@ -6,7 +6,7 @@
 
 namespace {
 
-/// The arguments behind the pattern at `place`, put into it.
+/// Formats the arguments after the pattern at `place`.
 std::string Formatted(const SqxCall& call, std::size_t place)
 {
     std::vector<std::string> texts(call.Count());
@@ -59,7 +59,7 @@ void Match(const SqxCall& call)
     call.Set(0, matches ? 1.0F : 0.0F);
 }
 
-/// The value that is asked for stands at `place`, and the name of it before that.
+/// The requested value is at `place`, and its name is before that.
 bool Ask(const SqxCall& call, QxMessage message, const std::string& texture, std::size_t place)
 {
     const SqxVariable& variable = call.Variable(place);

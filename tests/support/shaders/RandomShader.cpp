@@ -134,7 +134,7 @@ RandomProgram::Function RandomShader::MakeFunction(int number)
     if (!early)
         scope.mayReturn = false;
     function.body = Statements(scope, 2 + Below(3));
-    // One `return` a function, wherever it stands.
+    // One `return` per function, at any place.
     if (!early || scope.mayReturn)
         function.tail = "  return " + Float(scope, 1) + ";\n";
     return function;
@@ -233,7 +233,7 @@ RandomStatement RandomShader::Loop(Scope& scope)
     inner.body.insert(inner.body.end(), more.begin(), more.end());
     --scope.loops;
     --scope.depth;
-    // The counter's scope is a block of its own, which goes as a whole.
+    // The counter's scope is a separate block, which is removed as a whole.
     RandomStatement block = {""};
     block.hasBody = true;
     block.body = {{(uniformCounter ? "uniform float " : "float ") + counter + " = 0;"}, inner};

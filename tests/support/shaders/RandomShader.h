@@ -10,7 +10,7 @@ struct RandomStatement {
     std::string head;  // the whole statement if it holds no others
     std::vector<RandomStatement> body = {};
     bool hasBody = false;
-    std::vector<RandomStatement> otherwise = {};  // behind `else`; empty for none
+    std::vector<RandomStatement> otherwise = {};  // after `else`; empty for none
 
     void Write(std::string& text, int depth) const;
 };
@@ -40,12 +40,12 @@ public:
     [[nodiscard]] RandomProgram Make();
 
 private:
-    /// What may stand at a place.
+    /// What is allowed at a place.
     struct Scope {
         int depth = 0;  // of statements
         int loops = 0;  // that `break` and `continue` may name
         bool inFunction = false;
-        bool mayReturn = false;  // no `return` stands here yet
+        bool mayReturn = false;  // there is no `return` here yet
         bool inLightLoop = false;
     };
 

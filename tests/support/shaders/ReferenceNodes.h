@@ -58,7 +58,7 @@ inline ReferenceExpr List(std::vector<ReferenceExpr> elements)
     return list;
 }
 
-/// A declaration that wants the value to be uniform is sure to get it.
+/// The value is certainly uniform if a declaration requires that.
 inline bool IsSurelyUniform(const ReferenceExpr& expr)
 {
     ReferenceVariable variable;

@@ -222,12 +222,12 @@ private:
         return result;
     }
 
-    std::set<const ReferenceVariable*> m_externs;  // as the function at hand declares them
+    std::set<const ReferenceVariable*> m_externs;  // as the current function declares them
     Details m_details;                             // of variables without a word
     bool m_defining = false;                       // also in what is called there
     bool m_inCall = false;
     Range m_guard = k_uniform;
-    Range m_result = k_notUniform;  // of the function at hand
+    Range m_result = k_notUniform;  // of the current function
     ReferenceVerdict m_verdict = ReferenceVerdict::Accepted;
 };
 

@@ -294,7 +294,7 @@ private:
 
     std::vector<float> m_numbers;
     std::vector<std::string> m_texts;
-    Value m_result;  // of the function at hand
+    Value m_result;  // of the current function
     int m_steps = 0;
 };
 

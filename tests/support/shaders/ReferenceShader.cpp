@@ -315,7 +315,7 @@ Statement ReferenceShader::If(Scope& scope)
     return statement;
 }
 
-/// A loop and its counter, in a block of their own.
+/// A loop and its counter, in a separate block.
 Statement ReferenceShader::LoopBlock(Scope& scope)
 {
     const bool uniform = Chance(50);

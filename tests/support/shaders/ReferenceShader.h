@@ -46,7 +46,7 @@ private:
         bool nested;  // which functions beside it do not see
     };
 
-    /// What may stand at a place.
+    /// What is allowed at a place.
     struct Scope {
         std::vector<Variable> variables;
         std::vector<Variable> fixed;    // of them, those that are only read
@@ -55,9 +55,9 @@ private:
         std::vector<Loop> loops;
         int depth = 0;
         int guard = 0;               // the innermost control flow that differs from point to point
-        int bodyGuard = 0;           // that of the body of the function at hand
-        std::size_t outer = 0;       // variables in front of this belong around the function
-        Effects* effects = nullptr;  // of the function at hand; null in the shader
+        int bodyGuard = 0;           // that of the body of the current function
+        std::size_t outer = 0;       // variables before this belong to the enclosing scope
+        Effects* effects = nullptr;  // of the current function; null in the shader
         bool plain = false;          // names nothing that differs from point to point
         bool mayReturn = false;
         bool left = false;  // some points may have left a loop

@@ -44,7 +44,7 @@ ReferenceShader::Function ReferenceShader::MakeFunction(Scope& scope, Effects& e
     const bool early = function->type == "float" && Chance(20);
     inside.mayReturn = early;
     if (early)
-        inside.guard = ++m_guards;  // not all points go on behind it
+        inside.guard = ++m_guards;  // not all points continue after it
     if (inside.plain || Chance(30))
         function->body.push_back(Declaration(inside));
     if (Chance(20))

@@ -34,7 +34,7 @@ struct ReferenceExpr {
         Variable,
         Element,   // of `variable`, the first operand is the index
         List,      // of an array's initializer
-        Operator,  // `word` between two operands, in front of one
+        Operator,  // `word` between two operands, or before one
         BuiltIn,   // `word` is its name
         Choice,    // condition ? a : b
         Call
@@ -73,7 +73,7 @@ struct ReferenceStatement {
     int levels = 1;
     std::shared_ptr<ReferenceFunction> function = nullptr;
     std::vector<ReferenceStatement> body = {};
-    std::vector<ReferenceStatement> otherwise = {};  // behind `else`; empty for none
+    std::vector<ReferenceStatement> otherwise = {};  // after `else`; empty for none
 
     void Write(std::string& text, int depth) const;
 };

@@ -9,7 +9,7 @@
 /// test that is running, and gives an empty text; one too large for byte-code just gives that.
 [[nodiscard]] std::string ByteCodeOf(const std::string& source, int level);
 
-/// What a shader leaves behind: the numbers of each variable that it may write, point after point.
+/// The results of a shader: the numbers of each variable that it may write, point by point.
 struct RunOutcome {
     struct Output {
         std::string name;
