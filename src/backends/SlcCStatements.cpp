@@ -98,7 +98,7 @@ void SlcCStatements::Case(SlcPtr<SlcIfFalseGotoICode> code)
 
 void SlcCStatements::Case(SlcPtr<SlcBeginParallelICode>)
 {
-    Line("for (polyCnt = 0; polyCnt < numMp; polyCnt++) {");
+    Line("QX_POINTS_APART for (polyCnt = 0; polyCnt < numMp; polyCnt++) {");
 }
 
 void SlcCStatements::Case(SlcPtr<SlcEndParallelICode>)

@@ -164,7 +164,7 @@ TEST(SlcCStatements, WritesControlFlow)
         {MakeShared<SlcIfTrueGotoICode>(flag, Label("L1")), "if (BOOL_IS_TRUE(u.g_)) goto L1;\n"},
         {MakeShared<SlcIfFalseGotoICode>(flag, Label("L1")), "if (BOOL_IS_FALSE(u.g_)) goto L1;\n"},
         {MakeShared<SlcBeginParallelICode>(Label("L1")),
-         "for (polyCnt = 0; polyCnt < numMp; polyCnt++) {\n"},
+         "QX_POINTS_APART for (polyCnt = 0; polyCnt < numMp; polyCnt++) {\n"},
         {MakeShared<SlcEndParallelICode>(Label("L1")), "}\n"},
         {MakeShared<SlcIfTrueICode>(Flag("f_"), Label("L1")),
          "if (BOOL_IS_TRUE(v.f_[polyCnt])) {\n"},
