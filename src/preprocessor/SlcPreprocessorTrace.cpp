@@ -125,8 +125,11 @@ SlcPreprocessorTrace::Place SlcPreprocessorTrace::PlaceOf(const Raw& raw) const
         return {};
     const auto offset = static_cast<std::size_t>(raw.begin - file->text->Begin());
     const auto next = std::upper_bound(file->lineBegins.begin(), file->lineBegins.end(), offset);
+    // A name that a backslash cuts in two has its first part for its place.
+    const bool isCut = next != file->lineBegins.end() && *next < offset + raw.length;
     return {file->number, static_cast<int>(next - file->lineBegins.begin()),
-            static_cast<int>(offset - *(next - 1)) + 1, static_cast<int>(raw.length)};
+            static_cast<int>(offset - *(next - 1)) + 1,
+            static_cast<int>(isCut ? *next - offset : raw.length)};
 }
 
 bool SlcPreprocessorTrace::IsBody(const Raw& spelled, const char* use) const
