@@ -79,7 +79,7 @@ void SlcIndexWalker::AddSpace(std::size_t token)
     if (token >= m_index.tokens.size())
         return;
     const std::string& text = m_places.Token(token).text;
-    if (text.size() < 2 || text.front() != '"')
+    if (text.size() < 2 || text.front() != '"' || text.back() != '"')
         return;
     const int name = m_names.OfWord(QxNameKind::Space, text.substr(1, text.size() - 2));
     m_index.names[static_cast<std::size_t>(name)].declaration = text;
