@@ -101,7 +101,8 @@ TEST(SlcScanner, TakesTheLongestToken)
         {"1.e3 1.5e-3 .5 1e5 1.", "F1000.000000 F0.001500 F0.500000 F100000.000000 F1.000000"},
         {"1.5f 0x10 1e 2e+", "F1.500000 f I0 x10 I1 e I2 e +"},
         {"3.4028235e38", "F340282346638528859811704183484516925440.000000"},
-        {"lights light _a9 PI true", "lights " + Number(LIGHT) + " _a9 PI true"},
+        {"lights light _a9 PI true ifs if",
+         "lights " + Number(LIGHT) + " _a9 PI true ifs " + Number(IF)},
         {"a<=b", "a " + Number(LE) + " b"},
         {"a<b==-c", "a < b " + Number(EQ) + " - c"},
         {"a=!b", "a = ! b"},
@@ -118,50 +119,6 @@ TEST(SlcScanner, TakesTheLongestToken)
     };
     for (const TokenCase& c : cases)
         EXPECT_EQ(Tokens(c.text), c.tokens) << c.text;
-}
-
-TEST(SlcScanner, KnowsEachKeyword)
-{
-    static const struct {
-        const char* word;
-        int token;
-    } cases[] = {
-        {"light", LIGHT},
-        {"surface", SURFACE},
-        {"volume", VOLUME},
-        {"displacement", DISPLACEMENT},
-        {"imager", IMAGER},
-        {"varying", VARYING},
-        {"uniform", UNIFORM},
-        {"extern", EXTERN},
-        {"output", OUTPUT},
-        {"void", VOID},
-        {"float", FLOAT},
-        {"string", STRING},
-        {"normal", NORMAL},
-        {"vector", VECTOR},
-        {"point", POINT},
-        {"color", COLOR},
-        {"matrix", MATRIX},
-        {"return", RETURN},
-        {"if", IF},
-        {"else", ELSE},
-        {"while", WHILE},
-        {"for", FOR},
-        {"solar", SOLAR},
-        {"illuminate", ILLUMINATE},
-        {"illuminance", ILLUMINANCE},
-        {"break", BREAK},
-        {"continue", CONTINUE},
-        {"texture", TEXTURE},
-        {"environment", ENVIRONMENT},
-        {"shadow", SHADOW},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(SlcKeywordToken(c.word), c.token) << c.word;
-        EXPECT_EQ(SlcKeywordToken(std::string(c.word) + "s"), IDENTIFIER) << c.word;
-        EXPECT_EQ(Tokens(c.word), Number(c.token)) << c.word;
-    }
 }
 
 TEST(SlcScanner, FollowsTheLineMarkers)

@@ -35,7 +35,7 @@ check examples.json
 
 # Cut at every line of a file that has all sections.
 printf '%s\n' 'surface told(float a = 1/0; varying color tint[2] = {color (0, 1, 1), noise(s)};' \
-    '             output varying point p = point "world" (0, 0, 0); string text = "\"\\\n'$'\xFF\xC3\xA9''";)' \
+    '             output varying point p = point "world" (0, 0, 0); string text = "\"\\\n'$'\xFF\xC3\xA9\xC0\xAF\xE0\x80\x80\xED\xA0\x80\xF0\x80\x80\x80\xF4\x90\x80\x80''";)' \
     '{ p = P; Ci = diffuse(faceforward(N, I)) * tint[0] + tint[1] + a; P += N; printf(text); }' >told.sl
 compile told.sl
 lines=$(wc -l <told.sqx)
@@ -52,7 +52,7 @@ cat >expected <<'JSON'
 {"name":"a","class":"input","detail":"uniform","type":"float","arrayLength":null,"space":null,"output":false,"default":"inf","defaultIs":"known"},
 {"name":"tint","class":"input","detail":"varying","type":"color","arrayLength":2,"space":"rgb","output":false,"default":null,"defaultIs":"perPoint"},
 {"name":"p","class":"output","detail":"varying","type":"point","arrayLength":null,"space":"world","output":true,"default":[0,0,0],"defaultIs":"known"},
-{"name":"text","class":"input","detail":"uniform","type":"string","arrayLength":null,"space":null,"output":false,"default":"\"\\\u000a�é","defaultIs":"known"}],
+{"name":"text","class":"input","detail":"uniform","type":"string","arrayLength":null,"space":null,"output":false,"default":"\"\\\u000a�é����������������","defaultIs":"known"}],
 "usesLights":true,"tracesRays":false,"modifiesP":true,"predefined":[
 {"name":"Ci","read":false,"written":true},{"name":"Oi","read":false,"written":true},
 {"name":"s","read":true,"written":false},{"name":"P","read":true,"written":true},

@@ -168,12 +168,15 @@ TEST(QxJoinRuns, RunsLoopsStripByStripIfOnlyTheirEndDependsOnOtherPoints)
          "SET_UNIFORM_BOOL_FLAG f; if g goto A;",
          ""},
         // A jump from elsewhere leads into the middle, or to the begin.
-        {"once u = ASSIGN_TO_ZERO_FLOAT; if g goto A; { each1 = ASSIGN_TO_ZERO_FLOAT; } lights B; "
-         "A: { x = ASSIGN_TO_ZERO_FLOAT; "
-         "} { y = ASSIGN_TO_ZERO_FLOAT; } again A; B:",
-         "once u = ASSIGN_TO_ZERO_FLOAT; if g goto A; { each1 = ASSIGN_TO_ZERO_FLOAT; } lights B; "
-         "A: { x = ASSIGN_TO_ZERO_FLOAT; "
-         "y = ASSIGN_TO_ZERO_FLOAT; } again A; B:"},
+        {"if g goto A; grid y = CALL_PRIM_AREA C; { x = ADD_FLOAT_FLOAT S 1; } A: { z = "
+         "ADD_FLOAT_FLOAT x 1; }",
+         ""},
+        {"if g goto A; grid y = CALL_PRIM_AREA C; A: { x = ADD_FLOAT_FLOAT S 1; } { z = "
+         "ADD_FLOAT_FLOAT x 1; }",
+         "if g goto A; grid y = CALL_PRIM_AREA C; A: { x = ADD_FLOAT_FLOAT S 1; z = "
+         "ADD_FLOAT_FLOAT x 1; }"},
+        {"lights B; A: { x = ADD_FLOAT_FLOAT S 1; } { z = ADD_FLOAT_FLOAT x 1; } again A; B:",
+         "lights B; A: { x = ADD_FLOAT_FLOAT S 1; z = ADD_FLOAT_FLOAT x 1; } again A; B:"},
     };
     ExpectRewritten(cases, [](DraftText& text) { QxJoinRuns(text.Block(), text.Variables()); });
 }
@@ -285,6 +288,12 @@ TEST(QxLiveness, FollowsWhatIsReadLater)
         {"A: { S = ADD_FLOAT_FLOAT x y; x = ASSIGN_TO_ZERO_FLOAT; } if g goto A;", "",
          "{ [xyg] S = ADD_FLOAT_FLOAT x y; [yg] x = ASSIGN_TO_ZERO_FLOAT; [xyg] } [xyg] if g goto "
          "A; [xyg] first: x y g"},
+        // A loop of several blocks carries it around.
+        {"A: { S = ADD_FLOAT_FLOAT x 1; } if g1 goto B; { y = ASSIGN_TO_ZERO_FLOAT; } B: if g goto "
+         "A;",
+         "",
+         "{ [xg1g] S = ADD_FLOAT_FLOAT x 1; [xg1g] } [xg1g] if g1 goto B; [xg1g] { [xg1g] y = "
+         "ASSIGN_TO_ZERO_FLOAT; [xg1g] } [xg1g] if g goto A; [xg1g] first: x g1 g"},
         // Points outside of the brackets keep what they had,
         {"{ y = ASSIGN_TO_ZERO_FLOAT; if f ( x = ADD_FLOAT_FLOAT y 1; ) S = ADD_FLOAT_FLOAT x 1; }",
          "",

@@ -147,8 +147,10 @@ TEST(QxVerifier, RefusesBracketsAndJumpsThatDoNotNest)
     for (const CodeCase& c : cases)
         Expect(c);
     std::string deep;
-    for (std::size_t i = 0; i <= QxVerifier::k_deepestNesting; ++i)
+    for (std::size_t i = 0; i < QxVerifier::k_deepestNesting; ++i)
         deep = "IF_TRUE ub " + deep + " END_IF";
+    Expect({deep.c_str(), ""});
+    deep = "IF_TRUE ub " + deep + " END_IF";
     Expect({deep.c_str(), "is a bracket that is nested too deeply"});
 }
 
