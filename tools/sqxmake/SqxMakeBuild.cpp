@@ -105,6 +105,7 @@ int SqxMakeBuild(const SqxMakeOptions& options)
 
     const fs::path file = state.Folder() / "build.ninja";
     SqxWriteText(file, SqxNinjaFile(options, sources, state, SqxProgramBeside("sqxmake")));
+    state.WriteOptions({fs::current_path(), options.compilerOptions});
     const SqxMakeOutcome outcome(sources, state);
     const int status = SqxRunNinja(options, file);
     const bool isWhole = outcome.Print(options.keepGoing, all.size() - sources.size());

@@ -6,6 +6,7 @@
 //     failed/ID      what the compiler reported when it last refused the source
 //     searched/ID    where what it took was looked for before it was found
 //     work/ID        where it is compiled
+//     options        of the last build: its folder, and a line for each option
 //
 // A file of a fact is made by a call that fails if it is there already: of two sources that claim
 // one output at a time, one gets it.
@@ -31,6 +32,7 @@ namespace fs = std::filesystem;
 constexpr const char* k_folders[] = {"stamps", "owners", "failed", "searched", "work"};
 
 constexpr const char* k_stopped = "stopped";
+constexpr const char* k_optionsFile = "options";
 
 /// FNV-1a with 64 bits, as hexadecimal digits.
 [[nodiscard]] std::string HashOf(std::string_view text)
@@ -149,6 +151,26 @@ std::optional<std::string> SqxMakeState::Claim(const std::string& output,
         return owner;
     SqxWriteText(path, source);
     return std::nullopt;
+}
+
+void SqxMakeState::WriteOptions(const Options& options) const
+{
+    std::string text = options.folder.string() + "\n";
+    for (const std::string& word : options.words)
+        text += word + "\n";
+    SqxWriteText(m_folder / k_optionsFile, text);
+}
+
+SqxMakeState::Options SqxMakeState::ReadOptions() const
+{
+    Options options;
+    std::ifstream file(m_folder / k_optionsFile);
+    std::string line;
+    if (std::getline(file, line))
+        options.folder = line;
+    while (std::getline(file, line))
+        options.words.push_back(line);
+    return options;
 }
 
 void SqxMakeState::Stop() const

@@ -3,12 +3,14 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 /// What builds know from one run to the next, in a folder of its own:
 /// `stamps/ID` for each source that is compiled (its path, and the name of its output),
 /// `owners/SHADER.sqx` for each output (the path of its source), `failed/ID` for each source that
 /// was refused the last time it was compiled (the reports), `searched/ID` for where the last good
-/// compile of a source looked in vain, and `work/ID` while a source is being compiled.
+/// compile of a source looked in vain, `work/ID` while a source is being compiled, and `options`,
+/// which are those of the last build, for editors.
 class SqxMakeState {
 public:
     struct Stamp {
@@ -42,6 +44,16 @@ public:
     /// stamp; `source`: an absolute path. Throws `SqxMakeError`.
     [[nodiscard]] std::optional<std::string> Claim(const std::string& output,
                                                    const std::string& source) const;
+    /// Options of the compiler, and the folder that relative paths in them begin at.
+    struct Options {
+        std::filesystem::path folder;
+        std::vector<std::string> words;
+    };
+    /// Throws `SqxMakeError`.
+    void WriteOptions(const Options& options) const;
+    /// Empty if no build has written them.
+    [[nodiscard]] Options ReadOptions() const;
+
     /// Steps that begin after `Stop` do nothing, until `Resume`. Throws `SqxMakeError`.
     void Stop() const;
     void Resume() const;
