@@ -31,8 +31,8 @@ volumes and imagers, and writes byte-code or, with a C++ compiler, shared
 objects.
 
 Beside the compiler there are programs that shade pictures of shaders, show
-them in a browser while they are written, list compiled shaders, and compile
-whole folders.")
+them in a browser while they are written, list compiled shaders, compile
+whole folders, and tell editors about shaders.")
 set(CPACK_DEBIAN_DEV_PACKAGE_NAME shaderqx-dev)
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "shaderqx (= ${PROJECT_VERSION})")

@@ -14,6 +14,7 @@ needs='
     header   png.h           libpng-dev
     header   httplib.h       libcpp-httplib-dev
     command  pkg-config      pkgconf
+    header   nlohmann/json.hpp nlohmann-json3-dev
 '
 
 # What the tests need beyond that.
@@ -28,6 +29,11 @@ test_needs='
 browser_needs='
     command  chromium        chromium
     command  chromedriver    chromium-driver
+'
+
+# What the tests in an editor need beyond that.
+editor_needs='
+    command  nvim            neovim
 '
 
 is_present() {

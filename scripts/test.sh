@@ -9,6 +9,8 @@ source scripts/prepare.sh
 sanitizers=${SLC_TEST_SANITIZERS:-0}
 # So are the tests in a browser, which is large to install: SLC_TEST_BROWSER=1.
 browser=${SLC_TEST_BROWSER:-0}
+# And those in an editor, Neovim: SLC_TEST_EDITOR=1.
+editor=${SLC_TEST_EDITOR:-0}
 # And examples/renderer, which needs Embree: SLC_TEST_RENDERER=1. Where that is here, it is built anyway.
 renderer=${SLC_TEST_RENDERER:-0}
 # And a build for another architecture, which is run in an emulator: SLC_TEST_ARM=1.
@@ -33,6 +35,10 @@ run_tests() {
 if [ "$browser" = 1 ]; then
     install_missing "$browser_needs" ||
         echo "$0: there is no browser and none could be installed; its tests are skipped" >&2
+fi
+if [ "$editor" = 1 ]; then
+    install_missing "$editor_needs" ||
+        echo "$0: there is no Neovim and it could not be installed; its test is skipped" >&2
 fi
 [ "$renderer" != 1 ] || install_missing "$renderer_needs"
 # Installs what is missing and builds the programs; the tests come on top.

@@ -28,5 +28,9 @@ sqxview, which shows shaders in a browser: libpng is missing
 tests: GoogleTest with GoogleMock is missing'
 expect "$(left_out "$1" -DCMAKE_DISABLE_FIND_PACKAGE_PNG=OFF -DCMAKE_DISABLE_FIND_PACKAGE_PkgConfig=ON |
     grep sqxview)" 'sqxview, which shows shaders in a browser: pkg-config, which finds cpp-httplib, is missing'
+expect "$(left_out "$1" -DCMAKE_DISABLE_FIND_PACKAGE_PkgConfig=OFF -DCMAKE_DISABLE_FIND_PACKAGE_nlohmann_json=ON |
+    grep nlohmann)" 'sqxdump --json: nlohmann-json is missing
+sqxview, which shows shaders in a browser: nlohmann-json is missing
+sqxls, which tells editors about shaders: nlohmann-json is missing'
 # What is left can be made by name.
 expect "$(cmake --build "$scratch/build" --target help | grep -cE '\b(shaderqx|sqxdump|sqxmake|bench)\b')" 4

@@ -12,6 +12,7 @@
 #ifdef SLC_HAS_SQXSHADE
 #include "sqxshade/SqxShadeOptions.h"
 #endif
+#include "sqxls/SqxLsProgram.h"
 #include "sqxview/SqxViewProgram.h"
 
 namespace {
@@ -42,6 +43,9 @@ int main(int argc, char** argv)
 #endif
 #ifdef SLC_HAS_SQXVIEW
         &SqxViewProgram(),
+#endif
+#ifdef SLC_HAS_SQXLS
+        &SqxLsProgram(),
 #endif
     };
     const std::string folder = argv[1];

@@ -17,6 +17,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -49,12 +50,34 @@ constexpr int k_notStarted = 127;
     _exit(k_notStarted);
 }
 
-/// Hands on what comes through the pipe until nothing has it open for writing.
-void ReadLines(int pipe, const std::function<void(const std::string&)>& onLine)
+void EndGroup(pid_t child)
 {
+    setpgid(child, child);  // it may not have come to that itself
+    kill(-child, SIGKILL);
+}
+
+/// Waits until there is something to read, or the child is ended since the time is over.
+void WaitForText(int pipe, pid_t child, const std::function<bool()>& isOver)
+{
+    constexpr int k_milliseconds = 10;
+    pollfd wanted = {pipe, POLLIN, 0};
+    while (poll(&wanted, 1, k_milliseconds) == 0)
+        if (isOver())
+            return EndGroup(child);
+}
+
+/// Hands on what comes through the pipe until nothing has it open for writing.
+void ReadLines(int pipe, pid_t child, const SqxCommand& command)
+{
+    const auto& onLine = command.onLine;
     std::string text;
     std::array<char, 4096> piece;
-    for (ssize_t count = 0; (count = read(pipe, piece.data(), piece.size())) != 0;) {
+    const auto readSome = [&] {
+        if (command.isOver)
+            WaitForText(pipe, child, command.isOver);
+        return read(pipe, piece.data(), piece.size());
+    };
+    for (ssize_t count = 0; (count = readSome()) != 0;) {
         if (count < 0 && errno != EINTR)
             break;
         text.append(piece.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
@@ -74,11 +97,8 @@ void WaitWatching(pid_t child, const std::function<bool()>& isOver)
     siginfo_t end = {};
     while (waitid(P_PID, static_cast<id_t>(child), &end, WEXITED | WNOHANG | WNOWAIT) == 0 &&
            end.si_pid == 0) {
-        if (isOver()) {
-            setpgid(child, child);  // it may not have come to that itself
-            kill(-child, SIGKILL);
-            return;
-        }
+        if (isOver())
+            return EndGroup(child);
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
 }
@@ -113,7 +133,7 @@ int SqxRunCommand(const SqxCommand& command)
     if (command.onLine) {
         close(pipe[1]);
         if (child > 0)
-            ReadLines(pipe[0], command.onLine);
+            ReadLines(pipe[0], child, command);
         close(pipe[0]);
     }
     return child < 0 ? k_notStarted : StatusOf(child, command.isOver);

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "helpers/TemporaryFolder.h"
+#include "sqxls/SqxLsServer.h"
+
+/// An editor that works in a folder of its own and speaks with a server in the same process, in
+/// whole messages.
+class LsEditor {
+public:
+    /// `settings` is the section of the settings; `capabilities` are those of the editor.
+    explicit LsEditor(const SqxJson& settings = SqxJson::object(),
+                      const SqxJson& capabilities = DefaultCapabilities());
+
+    [[nodiscard]] static SqxJson DefaultCapabilities();
+    [[nodiscard]] static std::string Uri(const std::string& name);
+
+    void Open(const std::string& name, const std::string& text);
+    /// Replaces the first `before` of an open file, by an incremental change.
+    void Replace(const std::string& name, const std::string& before, const std::string& after);
+    void Change(const std::string& name, const SqxJson& changes, int version);
+    void Close(const std::string& name);
+
+    void Notify(const std::string& method, const SqxJson& params);
+    /// The result; null, after a failure of the test, if the server refuses.
+    SqxJson Ask(const std::string& method, const SqxJson& params);
+    /// The error.
+    SqxJson Refused(const std::string& method, const SqxJson& params);
+    /// A request about a file, at the place of `before|after` in its text, if that is given.
+    SqxJson AskAt(const std::string& method, const std::string& name, const std::string& mark = "",
+                  SqxJson params = SqxJson::object());
+    void Receive(const SqxJson& message) { m_server.Receive({message, "", false}); }
+    [[nodiscard]] SqxLsServer& Server() { return m_server; }
+
+    /// Has the server do what it does while nothing is typed.
+    void Pause();
+    /// "LINE:CHARACTER-LINE:CHARACTER TEXT" of each diagnostic that is shown for a file.
+    std::vector<std::string> Diagnostics(const std::string& name);
+    /// The whole last message about the diagnostics of a file.
+    const SqxJson& Published(const std::string& name);
+    std::vector<std::string> logged;
+
+    [[nodiscard]] SqxJson PositionOf(const std::string& name, const std::string& mark) const;
+    /// The text of a file after edits as answers have them.
+    [[nodiscard]] std::string Edited(const std::string& name, const SqxJson& edits) const;
+    [[nodiscard]] const std::string& Text(const std::string& name) const
+    {
+        return m_texts.at(name);
+    }
+
+private:
+    SqxJson Exchange(const std::string& method, const SqxJson& params);
+
+    TemporaryFolder m_folder;
+    std::vector<SqxJson> m_answers;
+    std::map<std::string, SqxJson> m_published;  // by URI
+    SqxLsServer m_server;
+    std::map<std::string, std::string> m_texts;
+    std::map<std::string, int> m_versions;
+    int m_lastId = 0;
+};
+
+/// "0:4-1:2".
+[[nodiscard]] std::string RangeText(const SqxJson& range);

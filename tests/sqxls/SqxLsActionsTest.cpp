@@ -1,0 +1,108 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "sqxls/LsEditor.h"
+
+namespace {
+
+/// The result of the first action whose title is that, on the whole file; empty if there is none.
+std::string Fixed(LsEditor& editor, const std::string& text, const std::string& title)
+{
+    editor.Open("a.sl", text);
+    const SqxJson params = SqxJson::parse(R"({"context": {"diagnostics": []},
+        "range": {"start": {"line": 0, "character": 0}, "end": {"line": 99, "character": 0}}})");
+    std::string titles;
+    for (const SqxJson& action : editor.AskAt("textDocument/codeAction", "a.sl", "", params)) {
+        titles += action["title"].get<std::string>() + "\n";
+        if (action["title"] == title)
+            return editor.Edited("a.sl", action["edit"]["changes"][LsEditor::Uri("a.sl")]);
+    }
+    return titles;
+}
+
+TEST(SqxLsActions, CarryOutAdviceThatLeavesNoChoice)
+{
+    struct {
+        const char* before;
+        const char* title;
+        const char* after;
+    } static const cases[] = {
+        {"surface a()\n{\n    Ci = Cs\n}\n", "Insert ';'", "surface a()\n{\n    Ci = Cs;\n}\n"},
+        {"surface a() { int i = 3; Ci = i; }\n", "Replace 'int' by 'float'",
+         "surface a() { float i = 3; Ci = i; }\n"},
+        {"surface a() { float i = 0; i++; }\n", "Replace '++' by '+= 1'",
+         "surface a() { float i = 0; i += 1; }\n"},
+        {"surface a() { float i = 0; if (i <> 1) i = 1; }\n", "Replace '<>' by '!='",
+         "surface a() { float i = 0; if (i != 1) i = 1; }\n"},
+        {"surface a()\n{\n    Oi = 1;\n    Ci = gain * Cs;\n}\n", "Declare 'float gain'",
+         "surface a()\n{\n    Oi = 1;\n    float gain = 0;\n    Ci = gain * Cs;\n}\n"},
+        {"surface a() { float i; for (i = 0; i < n; i += 1) Ci = i; }\n", "Declare 'float n'",
+         "surface a() { float i; float n = 0; for (i = 0; i < n; i += 1) Ci = i; }\n"},
+        {"surface a()\n{\n    uniform float f = s;\n    Ci = f;\n}\n", "Declare 'f' varying",
+         "surface a()\n{\n    varying float f = s;\n    Ci = f;\n}\n"},
+        {"surface a(float Kd = 1) { float k = Kd; Ci = k; }\n", "Declare 'k' uniform",
+         "surface a(float Kd = 1) { uniform float k = Kd; Ci = k; }\n"},
+    };
+    LsEditor editor;
+    for (const auto& one : cases) {
+        EXPECT_EQ(Fixed(editor, one.before, one.title), one.after);
+        editor.Open("a.sl", one.after);
+        EXPECT_TRUE(editor.Diagnostics("a.sl").empty()) << one.after;
+    }
+    EXPECT_EQ(Fixed(editor, "light a() { Ci = 1; }", ""), "") << "what another kind of shader has";
+}
+
+TEST(SqxLsColors, AreShownAndWritten)
+{
+    LsEditor editor;
+    editor.Open("a.sl",
+                "surface a(color c = color (1, 0.5, 0); color d = color \"rgb\" (.25, 0, 2))\n"
+                "{ Ci = color (s, t, 0) + color \"hsv\" (0, 0, 0); }\n");
+    const SqxJson colors = editor.AskAt("textDocument/documentColor", "a.sl");
+    ASSERT_EQ(colors.size(), 2U);
+    EXPECT_EQ(RangeText(colors[0]["range"]), "0:20-0:37");
+    EXPECT_EQ(colors[0]["color"]["green"], 0.5);
+    EXPECT_EQ(colors[1]["color"]["red"], 0.25);
+    SqxJson params =
+        SqxJson::parse(R"({"color": {"red": 0.12345, "green": 1, "blue": 0, "alpha": 1}})");
+    params["range"] = colors[1]["range"];
+    EXPECT_EQ(editor.AskAt("textDocument/colorPresentation", "a.sl", "", params)[0]["label"],
+              "color \"rgb\" (0.123, 1, 0)");
+}
+
+TEST(SqxLsLens, StartsAProgramThatShowsTheFile)
+{
+    TemporaryFolder folder;
+    TemporaryFolder::Write("viewer", "#!/bin/sh\necho \"The page is at http://localhost:1/$1; x\"\n"
+                                     "exec sleep 3600\n");
+    TemporaryFolder::Write("broken", "#!/bin/sh\necho 'no page here'\nexit 1\n");
+    std::filesystem::permissions("viewer", std::filesystem::perms::owner_all);
+    std::filesystem::permissions("broken", std::filesystem::perms::owner_all);
+    const auto command = [](LsEditor& editor) {
+        editor.Open("a.sl", "surface a()\n{\n}\nlight b()\n{\n}\n");
+        const SqxJson lenses = editor.AskAt("textDocument/codeLens", "a.sl");
+        EXPECT_GE(lenses.size(), 1U);
+        EXPECT_EQ(lenses[0]["command"]["title"], "Preview");
+        SqxJson params = lenses[0]["command"];
+        params["arguments"].push_back(SqxJson::parse(R"({"show": false})"));
+        return params;
+    };
+    SqxJson settings = SqxJson::object();
+    settings["sqxview"] = (std::filesystem::current_path() / "viewer").string();
+    {
+        LsEditor editor(settings);
+        const SqxJson params = command(editor);
+        const SqxJson first = editor.Ask("workspace/executeCommand", params);
+        EXPECT_THAT(first["uri"].get<std::string>(), testing::StartsWith("http://localhost:1/"));
+        EXPECT_EQ(editor.Ask("workspace/executeCommand", params), first) << "still running";
+    }
+    settings["sqxview"] = (std::filesystem::current_path() / "broken").string();
+    LsEditor editor(settings);
+    EXPECT_EQ(editor.Refused("workspace/executeCommand", command(editor))["message"],
+              "no page here");
+    EXPECT_EQ(
+        editor.Refused("workspace/executeCommand", SqxJson::parse(R"({"command": "rm"})"))["code"],
+        -32602);
+}
+
+}  // namespace

@@ -1,0 +1,262 @@
+// Only advice that leaves no choice becomes an edit: a token to insert, or a word of another
+// language with its replacement. What an edit does, its title says.
+//
+// Tested by tests/sqxls/SqxLsActionsTest.cpp.
+
+#include "sqxls/SqxLsActions.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "compiler/QxLanguage.h"
+#include "sqxls/SqxLsCursor.h"
+#include "sqxls/SqxLsDiagnostics.h"
+#include "sqxls/SqxLsHover.h"
+#include "sqxls/SqxLsTokens.h"
+
+namespace {
+
+using Kind = SqxLsToken::Kind;
+
+struct Fix {
+    std::string title;
+    SqxLsSpan span;
+    std::string text;
+};
+
+/// A word of another language, and what this one has in its place.
+struct Replacement {
+    std::string_view advice;  // a part of it
+    std::string_view from;    // tokens, one after the other
+    std::string_view to;
+};
+
+constexpr Replacement k_replacements[] = {
+    {"the language has no 'int'", "int", "float"},
+    {"the language has no 'int'", "bool", "float"},
+    {"the language has no 'int'", "double", "float"},
+    {"there is no '++'", "++", " += 1"},
+    {"there is no '--'", "--", " -= 1"},
+    {"there is no '<>'", "<>", "!="},
+    {"write '=' to assign", "==", "="},
+};
+
+/// What is in quotes between two texts; empty if they do not stand there.
+std::string QuotedBetween(const std::string& text, std::string_view before, std::string_view after)
+{
+    const std::size_t begin = text.find(before);
+    if (begin == std::string::npos)
+        return "";
+    const std::size_t end = text.find(after, begin + before.size());
+    return end == std::string::npos
+               ? ""
+               : text.substr(begin + before.size(), end - begin - before.size());
+}
+
+/// The last token that ends at or before the offset; the number of tokens if there is none.
+std::size_t TokenBefore(const std::vector<SqxLsToken>& tokens, std::size_t offset)
+{
+    std::size_t last = tokens.size();
+    for (std::size_t i = 0; i < tokens.size() && tokens[i].span.end <= offset; ++i)
+        if (tokens[i].kind != Kind::Comment && tokens[i].kind != Kind::Directive)
+            last = i;
+    return last;
+}
+
+/// The sign that a report misses; empty if it leaves a choice.
+std::string MissingSign(const QxCompileReport& report)
+{
+    if (const std::string sign = QuotedBetween(report.text, "'", "' expected at this point");
+        sign.size() == 1)
+        return sign;
+    for (const auto& [before, after] :
+         {std::pair("a '", "' is missing"), std::pair("'", "' is missing")})
+        if (const std::string sign = QuotedBetween(report.advice, before, after);
+            sign.size() == 1 && report.advice.find(" or ") == std::string::npos)
+            return sign;
+    return "";
+}
+
+std::optional<Fix> InsertionFor(const QxCompileReport& report, const SqxLsSpan& place,
+                                const std::vector<SqxLsToken>& tokens)
+{
+    const std::string sign = MissingSign(report);
+    const std::size_t before = TokenBefore(tokens, place.begin);
+    if (sign.empty() || before == tokens.size())
+        return std::nullopt;
+    const std::size_t at = tokens[before].span.end;
+    return Fix{"Insert '" + sign + "'", {at, at}, (sign == "{" ? " " : "") + sign};
+}
+
+std::optional<Fix> ReplacementFor(const QxCompileReport& report, const SqxLsSpan& place,
+                                  const SqxLsText& text, const std::vector<SqxLsToken>& tokens)
+{
+    constexpr std::size_t k_near = 2;  // tokens around the place
+    for (const Replacement& row : k_replacements) {
+        if (report.advice.find(row.advice) == std::string::npos)
+            continue;
+        for (std::size_t i = 0; i < tokens.size(); ++i) {
+            const std::size_t first = tokens[i > k_near ? i - k_near : 0].span.begin;
+            const std::size_t last = tokens[std::min(i + k_near, tokens.size() - 1)].span.end;
+            const SqxLsSpan span{tokens[i].span.begin, tokens[i].span.begin + row.from.size()};
+            const bool isNear = first <= place.begin && place.begin <= last;
+            const bool isWhole = row.from.size() == 2 || tokens[i].text == row.from;
+            if (!isNear || !isWhole || span.end > text.Bytes().size() ||
+                text.Part(span) != row.from)
+                continue;
+            const bool isPostfix = i > 0 && tokens[i - 1].kind == Kind::Word;
+            if (row.to.starts_with(' ') && !isPostfix)
+                continue;
+            return Fix{"Replace '" + std::string(row.from) + "' by '" +
+                           std::string(row.to.substr(row.to.find_first_not_of(' '))) + "'",
+                       span, std::string(row.to)};
+        }
+    }
+    return std::nullopt;
+}
+
+/// The token by that name in the line of a report; the number of tokens if there is none.
+std::size_t TokenNamed(const QxCompileReport& report, std::string_view name, const SqxLsText& text,
+                       const std::vector<SqxLsToken>& tokens)
+{
+    for (std::size_t i = 0; i < tokens.size(); ++i)
+        if (tokens[i].text == name && text.PlaceOf(tokens[i].span.begin).line == report.line)
+            return i;
+    return tokens.size();
+}
+
+bool IsPredefined(std::string_view name)
+{
+    for (const char* kind : {"surface", "light", "displacement", "volume", "imager"})
+        for (const QxIndexedName& variable : QxPredefinedVariables(kind))
+            if (variable.name == name)
+                return true;
+    return false;
+}
+
+/// A variable whose value differs from point to point cannot be uniform.
+std::optional<Fix> VaryingFor(const QxCompileReport& report, const SqxLsText& text,
+                              const std::vector<SqxLsToken>& tokens)
+{
+    const std::string name =
+        QuotedBetween(report.text, "The expression initializing '", "' must be uniform");
+    const std::size_t variable = TokenNamed(report, name, text, tokens);
+    if (name.empty() || variable == tokens.size() || variable < 2 ||
+        tokens[variable - 2].text != "uniform")
+        return std::nullopt;
+    return Fix{"Declare '" + name + "' varying", tokens[variable - 2].span, "varying"};
+}
+
+/// A number, since that is what most variables are; the user changes the type.
+std::optional<Fix> DeclarationFor(const QxCompileReport& report, const SqxLsText& text,
+                                  const std::vector<SqxLsToken>& tokens)
+{
+    constexpr std::string_view k_report = "Undefined variable: ";
+    if (!report.text.starts_with(k_report))
+        return std::nullopt;
+    const std::string name = report.text.substr(k_report.size());
+    const std::size_t use = TokenNamed(report, name, text, tokens);
+    if (use == tokens.size() || IsPredefined(name))  // which another kind of shader has
+        return std::nullopt;
+    std::size_t statement = use;
+    const auto partners = SqxLsPartnersOf(tokens);
+    for (std::size_t i = use; i-- > 0;)  // the ';' in the head of a loop ends no statement
+        if (tokens[i].text == "(" && partners[i] > use)
+            statement = i;
+    constexpr std::string_view k_ends = "{};";
+    while (statement > 0 && k_ends.find(tokens[statement].text) == std::string_view::npos)
+        --statement;
+    if (statement == 0)
+        return std::nullopt;
+    const std::size_t at = tokens[statement + 1].span.begin;
+    const SqxLsSpan line = text.LineAround(at);
+    const bool startsLine = line.begin == at;
+    const std::size_t lineBreak = text.Bytes().rfind('\n', at);
+    const std::string indent =
+        startsLine ? "\n" + text.Bytes().substr(lineBreak + 1, at - lineBreak - 1) : " ";
+    return Fix{"Declare 'float " + name + "'", {at, at}, "float " + name + " = 0;" + indent};
+}
+
+SqxJson ActionOf(const SqxLsText& text, const std::string& uri, const Fix& fix, const char* kind)
+{
+    SqxJson edits = SqxJson::array();
+    edits.push_back({{"range", SqxLsWriteRange(text, fix.span)}, {"newText", fix.text}});
+    SqxJson changes = SqxJson::object();
+    changes[uri] = std::move(edits);
+    return {{"title", fix.title}, {"kind", kind}, {"edit", {{"changes", std::move(changes)}}}};
+}
+
+/// Diagnostics of the request that stand where the report does.
+SqxJson DiagnosticsAt(const SqxJson& params, const SqxJson& range)
+{
+    SqxJson list = SqxJson::array();
+    const SqxJson& diagnostics = SqxLsMember(params, "context/diagnostics");
+    if (diagnostics.is_array())
+        for (const SqxJson& diagnostic : diagnostics)
+            if (SqxLsMember(diagnostic, "range") == range)
+                list.push_back(diagnostic);
+    return list;
+}
+
+/// Says in the source what the compiler has found out of the detail of locals.
+void AddDetails(const SqxLsIndexed& indexed, const std::string& uri, const SqxLsSpan& range,
+                const std::vector<SqxLsToken>& tokens, SqxJson& actions)
+{
+    for (const QxIndexedName& name : indexed.index->names) {
+        const std::string detail = SqxLsDetailWord(name.inferred);
+        if (name.kind != QxNameKind::Local || name.declaresDetail || detail.empty() ||
+            name.place.file != indexed.file || indexed.file < 0)
+            continue;
+        const SqxLsSpan word = SqxLsIndexed::SpanOf(*indexed.text, name.place);
+        if (word.end < range.begin || word.begin > range.end)
+            continue;
+        const std::size_t type = TokenBefore(tokens, word.begin);
+        const std::size_t before =
+            type < tokens.size() ? TokenBefore(tokens, tokens[type].span.begin) : tokens.size();
+        const bool isAlone =
+            before < tokens.size() && tokens[type].kind == Kind::Keyword &&
+            std::string_view("{};").find(tokens[before].text) != std::string_view::npos;
+        if (!isAlone)
+            continue;  // one of several in a declaration, which share its detail
+        const std::size_t at = tokens[type].span.begin;
+        actions.push_back(ActionOf(
+            *indexed.text, uri, {"Declare '" + name.name + "' " + detail, {at, at}, detail + " "},
+            "refactor.rewrite"));
+    }
+}
+
+}  // namespace
+
+SqxJson SqxLsCodeActions(SqxLsWorkspace& workspace, const SqxJson& params)
+{
+    const SqxLsIndexed indexed = SqxLsIndexOf(workspace, params);
+    const std::string& uri = SqxLsTextMember(params, "textDocument/uri");
+    const SqxLsText& text = *indexed.text;
+    const SqxLsSpan range = SqxLsReadRange(SqxLsMember(params, "range"), text);
+    const std::string path = workspace.DocumentOf(params).path;
+    const auto tokens = SqxLsTokensOf(text.Bytes());
+    SqxJson actions = SqxJson::array();
+    for (const QxCompileReport& report : indexed.analysis->result.reports) {
+        const SqxLsReportPlace place = SqxLsPlaceOf(report, *indexed.analysis);
+        if (!place.isExact || place.path != path || place.span.end < range.begin ||
+            place.span.begin > range.end)
+            continue;
+        for (const auto& fix :
+             {InsertionFor(report, place.span, tokens),
+              ReplacementFor(report, place.span, text, tokens),
+              DeclarationFor(report, text, tokens), VaryingFor(report, text, tokens)}) {
+            if (!fix)
+                continue;
+            SqxJson action = ActionOf(text, uri, *fix, "quickfix");
+            action["diagnostics"] = DiagnosticsAt(params, SqxLsWriteRange(text, place.span));
+            actions.push_back(std::move(action));
+        }
+    }
+    if (indexed.analysis->result.succeeded)  // else what is given to a local may change
+        AddDetails(indexed, uri, range, tokens, actions);
+    return actions;
+}

@@ -1,0 +1,8 @@
+#pragma once
+
+#include "sqxls/SqxLsWorkspace.h"
+
+/// `textDocument/documentColor`: each `color (r, g, b)` of three numbers, in RGB.
+[[nodiscard]] SqxJson SqxLsDocumentColors(SqxLsWorkspace& workspace, const SqxJson& params);
+/// `textDocument/colorPresentation`: the text of a color that has been picked.
+[[nodiscard]] SqxJson SqxLsColorPresentations(SqxLsWorkspace& workspace, const SqxJson& params);

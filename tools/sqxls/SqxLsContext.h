@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "sqxls/SqxLsTokens.h"
+
+/// What is being typed at a place, as the tokens before it show it. The place may be in the middle
+/// of a token, and the text after it may be anything.
+struct SqxLsContext {
+    enum class Kind {
+        Code,
+        Directive,  // the word after a '#'
+        Include,    // the name of an included file
+        Text,
+        Comment,
+    };
+
+    Kind kind = Kind::Code;
+    SqxLsSpan typed;   // the part of the word that is before the place
+    std::string call;  // innermost call that is open; empty for none
+    std::size_t argument = 0;
+    std::string before;  // token before the word
+    bool isInLightLoop = false;
+    std::string target;  // name that is assigned to, in the statement at hand; empty for none
+};
+
+[[nodiscard]] SqxLsContext SqxLsContextAt(const SqxLsText& text, std::size_t offset);

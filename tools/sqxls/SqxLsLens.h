@@ -1,0 +1,13 @@
+#pragma once
+
+#include "sqxls/SqxLsWorkspace.h"
+
+/// The command behind the lens; its arguments are the URI of a source and, optionally,
+/// {"show": false} for a client that shows the page itself.
+constexpr const char* k_sqxLsPreview = "sqxls.preview";
+
+/// `textDocument/codeLens`: "Preview" over each shader.
+[[nodiscard]] SqxJson SqxLsLenses(SqxLsWorkspace& workspace, const SqxJson& params);
+
+/// `workspace/executeCommand`: starts `sqxview` for the file, and returns {"uri": ADDRESS}.
+[[nodiscard]] SqxJson SqxLsExecute(SqxLsWorkspace& workspace, const SqxJson& params);

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "sqxls/SqxLsWorkspace.h"
+
+// Where names are defined and used.
+
+/// `textDocument/definition`, also of an included file, from the line that includes it.
+[[nodiscard]] SqxJson SqxLsDefinition(SqxLsWorkspace& workspace, const SqxJson& params);
+/// `textDocument/references`, in the source and what it includes.
+[[nodiscard]] SqxJson SqxLsReferences(SqxLsWorkspace& workspace, const SqxJson& params);
+/// `textDocument/documentHighlight`.
+[[nodiscard]] SqxJson SqxLsHighlights(SqxLsWorkspace& workspace, const SqxJson& params);

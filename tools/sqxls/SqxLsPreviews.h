@@ -1,0 +1,30 @@
+#pragma once
+
+#include <atomic>
+#include <condition_variable>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+
+/// The running programs that show shaders, one for each source. They end with the object.
+class SqxLsPreviews {
+public:
+    SqxLsPreviews();
+    ~SqxLsPreviews();
+    SqxLsPreviews(const SqxLsPreviews&) = delete;
+    SqxLsPreviews& operator=(const SqxLsPreviews&) = delete;
+
+    /// The address of the page of a source; starts `program` unless it runs for it already. With
+    /// `opens` a program that is started opens the browser. Waits a few seconds at most. Throws
+    /// `SqxLsError` with what the program says if there is no page.
+    [[nodiscard]] std::string AddressOf(const std::string& path, const std::string& program,
+                                        bool opens);
+    /// Ends that of a source.
+    void End(const std::string& path);
+
+private:
+    class Running;
+    std::map<std::string, std::unique_ptr<Running>> m_running;  // by path
+};

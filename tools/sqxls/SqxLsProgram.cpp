@@ -1,0 +1,48 @@
+#include "sqxls/SqxLsProgram.h"
+
+namespace {
+
+using namespace std::string_view_literals;
+
+// clang-format off
+constexpr std::string_view k_description[] = {
+    "Tells editors about shaders while they are written: it speaks the Language Server Protocol 3.17 on its standard input and output. An editor starts it; docs/editors.md has the lines for several of them.",
+    "Sources are compiled with the options of the sqxmake(1) that builds them, those in the nearest 'compile_flags.txt' beside or above them, one a line, and those of the editor's settings, where later ones overrule earlier ones.",
+    "The program runs until the editor ends it or closes its input.",
+};
+
+//   word                       argument               effect
+constexpr SqxOption k_options[] = {
+    {"--stdio"sv,               ""sv,                  "speaks on the standard streams, as it always does"sv},
+    {"-h, --help"sv,            ""sv,                  "prints this text"sv},
+    {"--version"sv,             ""sv,                  "prints the version"sv},
+};
+
+constexpr SqxEntry k_files[] = {
+    {"compile_flags.txt"sv, "options of the compiler"sv},
+};
+
+constexpr SqxEntry k_statuses[] = {
+    {"0"sv, "the editor has ended the program as the protocol wants it"sv},
+    {"1"sv, "the input ended, or the output was closed, before that"sv},
+    {"2"sv, "the command line makes no sense"sv},
+};
+
+constexpr SqxEntry k_examples[] = {
+    {"nvim --cmd \"au FileType sl lua vim.lsp.start_client{cmd={'sqxls'}}\""sv, "has an editor start it, in the least way that there is"sv},
+};
+// clang-format on
+
+}  // namespace
+
+const SqxProgram& SqxLsProgram()
+{
+    static constexpr SqxProgram k_program = {
+        "sqxls",     "tells editors about shaders while they are written",
+        "[options]", k_description,
+        k_options,   {},
+        k_files,     k_statuses,
+        k_examples,  "",
+    };
+    return k_program;
+}

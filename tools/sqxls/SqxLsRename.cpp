@@ -1,0 +1,151 @@
+// Whether a new name captures others, or is captured, depends on scopes, overloads and macros.
+// Instead of following their rules, the renamed texts are compiled: each use must then mean what it
+// meant before.
+//
+// Tested by tests/sqxls/SqxLsNamesTest.cpp.
+
+#include "sqxls/SqxLsRename.h"
+
+#include <algorithm>
+#include <cctype>
+#include <map>
+#include <set>
+#include <utility>
+
+#include "compiler/QxLanguage.h"
+#include "sqxls/SqxLsCursor.h"
+
+namespace {
+
+bool CanBeRenamed(const QxIndexedName& name)
+{
+    switch (name.kind) {
+    case QxNameKind::Shader:
+    case QxNameKind::Function:
+    case QxNameKind::Parameter:
+    case QxNameKind::Local:
+    case QxNameKind::Macro:
+        return name.place.file >= 0;
+    case QxNameKind::Predefined:
+    case QxNameKind::BuiltIn:
+    case QxNameKind::Shadeop:
+    case QxNameKind::Space:
+        break;
+    }
+    return false;
+}
+
+[[noreturn]] void Refuse(const std::string& reason)
+{
+    throw SqxLsError(SqxLsErrorCode::RequestFailed, reason);
+}
+
+void CheckWord(const std::string& word)
+{
+    const bool isName = !word.empty() && std::isdigit(static_cast<unsigned char>(word[0])) == 0 &&
+                        std::all_of(word.begin(), word.end(), SqxLsIsWordByte);
+    if (!isName)
+        Refuse("'" + word + "' is no name");
+    for (const QxWord& keyword : QxKeywords())
+        if (keyword.word == word)
+            Refuse("'" + word + "' is a word of the language");
+}
+
+/// The places of the name in each file, by its number.
+std::map<int, std::set<std::size_t>> PlacesOf(const SqxLsCursor& cursor)
+{
+    std::map<int, std::set<std::size_t>> places;
+    for (const QxIndexedUse* use : cursor.index->UsesOf(cursor.use->name))
+        if (const SqxLsText* text = cursor.TextOf(use->place.file))
+            places[use->place.file].insert(SqxLsIndexed::SpanOf(*text, use->place).begin);
+    return places;
+}
+
+std::string Renamed(const SqxLsText& text, const std::set<std::size_t>& places, std::size_t length,
+                    const std::string& word)
+{
+    SqxLsText renamed = text;
+    for (auto place = places.rbegin(); place != places.rend(); ++place)
+        renamed.Replace({*place, *place + length}, word);
+    return renamed.Bytes();
+}
+
+std::string PlaceText(const QxSourceIndex& index, const QxSourcePlace& place)
+{
+    if (place.file < 0)
+        return "";
+    return " in line " + std::to_string(place.line) +
+           (place.file == 0 ? ""
+                            : " of '" + index.files[static_cast<std::size_t>(place.file)] + "'");
+}
+
+/// Refuses if a name of the renamed source means another definition than before.
+void CompareMeanings(const QxSourceIndex& before, const QxSourceIndex& after,
+                     const std::string& word)
+{
+    std::map<int, int> nameBefore;  // by the number after
+    std::map<int, int> nameAfter;
+    const std::size_t count = std::min(before.uses.size(), after.uses.size());
+    for (std::size_t i = 0; i < count; ++i) {
+        const int old = before.uses[i].name;
+        const int now = after.uses[i].name;
+        const bool isSame = nameAfter.emplace(old, now).first->second == now &&
+                            nameBefore.emplace(now, old).first->second == old &&
+                            before.uses[i].place.line == after.uses[i].place.line;
+        if (!isSame)
+            Refuse("The name" + PlaceText(before, before.uses[i].place) + " would mean another '" +
+                   word + "'");
+    }
+    if (before.uses.size() != after.uses.size())
+        Refuse("There is another '" + word + "' that it would be mistaken for");
+}
+
+std::size_t ErrorsIn(const QxCompileResult& result)
+{
+    return static_cast<std::size_t>(std::count_if(
+        result.reports.begin(), result.reports.end(), [](const QxCompileReport& report) {
+            return report.severity == QxCompileReport::Severity::Error;
+        }));
+}
+
+}  // namespace
+
+SqxJson SqxLsPrepareRename(SqxLsWorkspace& workspace, const SqxJson& params)
+{
+    const SqxLsCursor cursor = SqxLsCursorAt(workspace, params);
+    const QxIndexedName* name = cursor.Name();
+    if (!name || !CanBeRenamed(*name))
+        return nullptr;
+    return {{"range",
+             SqxLsWriteRange(*cursor.text, SqxLsIndexed::SpanOf(*cursor.text, cursor.use->place))},
+            {"placeholder", name->name}};
+}
+
+SqxJson SqxLsRename(SqxLsWorkspace& workspace, const SqxJson& params)
+{
+    const SqxLsCursor cursor = SqxLsCursorAt(workspace, params);
+    const std::string& word = SqxLsTextMember(params, "newName");
+    const QxIndexedName* name = cursor.Name();
+    if (!name)
+        Refuse("There is no name here");
+    if (!CanBeRenamed(*name))
+        Refuse("'" + name->name + "' belongs to the language");
+    CheckWord(word);
+    SqxJson changes = SqxJson::object();
+    std::map<std::string, std::string> texts;
+    for (const auto& [file, places] : PlacesOf(cursor)) {
+        const SqxLsText& text = *cursor.TextOf(file);
+        const std::string path =
+            SqxLsNormalPath(cursor.index->files[static_cast<std::size_t>(file)]);
+        SqxJson& edits = changes[SqxLsUriIn(workspace, path)] = SqxJson::array();
+        for (const std::size_t place : places)
+            edits.push_back({{"range", SqxLsWriteRange(text, {place, place + name->name.size()})},
+                             {"newText", word}});
+        texts[path] = Renamed(text, places, name->name.size(), word);
+    }
+    const auto renamed = workspace.Analyse(cursor.analysis->path, texts);
+    CompareMeanings(*cursor.index, *renamed->result.index, word);
+    if (ErrorsIn(renamed->result) > ErrorsIn(cursor.analysis->result))
+        Refuse("With that name: " + renamed->result.reports.back().text);
+    return {{"changes", changes}};
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "sqxls/SqxLsDiagnostics.h"
+#include "sqxls/SqxLsInbox.h"
+#include "sqxls/SqxLsWorkspace.h"
+
+/// Speaks the Language Server Protocol 3.17: takes one message after the other, and sends answers
+/// and diagnostics. What a message does wrong is answered by an error of the protocol, or logged if
+/// it waits for no answer; no message ends the server but `exit`.
+class SqxLsServer {
+public:
+    using Send = std::function<void(const SqxJson& message)>;
+
+    explicit SqxLsServer(Send send);
+
+    void Receive(const SqxLsInbox::Message& message);
+    /// Publishes the diagnostics of one document that has changed, if there is one. Called while no
+    /// message waits. False if nothing was left to do.
+    bool Settle();
+    /// Set once the editor has asked for the end: 0 if it has done so in the order of the protocol.
+    [[nodiscard]] std::optional<int> ExitStatus() const { return m_exitStatus; }
+    /// The same for the end of the stream.
+    [[nodiscard]] int StatusAtEnd() const { return m_phase == Phase::ShutDown ? 0 : 1; }
+    [[nodiscard]] const SqxLsWorkspace& Workspace() const { return m_workspace; }
+
+private:
+    enum class Phase { New, Initialized, ShutDown };
+
+    void Request(const SqxJson& id, const std::string& method, const SqxJson& params);
+    void Notification(const std::string& method, const SqxJson& params);
+    void Response(const SqxJson& message);
+    [[nodiscard]] SqxJson AnswerOf(const std::string& method, const SqxJson& params);
+    [[nodiscard]] SqxJson Initialize(const SqxJson& params);
+    void Initialized();
+    void ChangeConfiguration(const SqxJson& settings);
+    void AskForConfiguration();
+    void Ask(const char* method, SqxJson params);
+    void PublishOf(SqxLsDocument& document);
+    void SendError(const SqxJson& id, SqxLsErrorCode code, const std::string& text);
+    void Log(const std::string& text);
+
+    Send m_send;
+    Phase m_phase = Phase::New;
+    std::optional<int> m_exitStatus;
+    SqxLsClient m_client;
+    SqxLsWorkspace m_workspace;
+    SqxLsPublisher m_publisher;
+    std::string m_root;  // folder that relative paths of settings begin at
+    int m_lastId = 0;    // of our own requests
+    int m_configurationId = 0;
+};

@@ -1,0 +1,7 @@
+#pragma once
+
+#include "sqxls/SqxLsWorkspace.h"
+
+/// `textDocument/signatureHelp`: all overloads of the call around a place, with the argument that
+/// is being typed.
+[[nodiscard]] SqxJson SqxLsSignatureHelp(SqxLsWorkspace& workspace, const SqxJson& params);
