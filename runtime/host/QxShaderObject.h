@@ -1,6 +1,10 @@
 #pragma once
 
+#include <set>
+
 #include "host/QxShader.h"
+
+class QxObjectLife;
 
 /// A shader in a shared object that `shaderqx --dso` built, loaded.
 ///
@@ -17,16 +21,21 @@ public:
     [[nodiscard]] std::unique_ptr<QxShaderRun> NewRun() const override;
 
 protected:
-    /// A shared object does not tell: it has zero in place of such a value.
-    [[nodiscard]] bool IsDefaultPerPoint(std::size_t) const override { return false; }
+    /// Never of an object of an older compiler, which does not say: it has zero in place of such a
+    /// value.
+    [[nodiscard]] bool IsDefaultPerPoint(std::size_t parameter) const override
+    {
+        return m_perPoint.contains(parameter);
+    }
 
 private:
-    class Life;
     class Run;
 
     void ReadInterface();
+    void ReadFacts();
     void ReadDefaultSpaces();
     [[nodiscard]] bool LeavesNoDirection() const;
 
-    const Life& m_life;  // loaded, from its first entry point to the last
+    std::set<std::size_t> m_perPoint;  // parameters with such default values
+    std::unique_ptr<const QxObjectLife, void (*)(const QxObjectLife*)> m_life;
 };

@@ -40,6 +40,8 @@ public:
     void Expect(std::string_view line);
     /// Requires that no text is left.
     void ExpectEnd();
+    /// What was not read yet.
+    [[nodiscard]] std::string_view Rest() const { return m_text; }
 
     /// Begins a section, which messages name.
     void Enter(std::string section) { m_section = std::move(section); }

@@ -1,6 +1,6 @@
 // Reads only the parts of a library that a dynamic loader reads: segments, the dynamic section, a
-// hash table of symbols, relocations. Section headers are not needed. Each record is copied after a
-// bounds check, so no offset in the file can lead outside.
+// hash table of symbols, relocations. Section headers are not needed for that. Each record is
+// copied after a bounds check, so no offset in the file can lead outside.
 //
 // Format: "Executable and Linking Format", System V Application Binary Interface, chapters 4 and 5;
 // the other hash table is the one of the GNU tools.
@@ -16,6 +16,8 @@
 #include <fstream>
 #include <iterator>
 #include <link.h>
+
+#include "sqx/SqxElfRecord.h"
 
 namespace {
 
@@ -57,17 +59,6 @@ std::uint64_t RelocationType(std::uint64_t information)
 std::uint64_t RelocationSymbol(std::uint64_t information)
 {
     return k_isWide ? information >> 32 : information >> 8;
-}
-
-/// Returns the record at an offset; none if it would exceed the bytes.
-template <class Record>
-std::optional<Record> RecordAt(Bytes bytes, std::uint64_t place)
-{
-    if (place > bytes.size() || bytes.size() - place < sizeof(Record))
-        return std::nullopt;
-    Record record;
-    std::memcpy(&record, bytes.data() + place, sizeof record);
-    return record;
 }
 
 bool IsLibraryHeader(const ElfW(Ehdr) & header)
@@ -133,6 +124,11 @@ SqxElfFile::SqxElfFile(std::vector<std::byte> bytes) : m_bytes(std::move(bytes))
     m_isLibrary = ReadHeaders();
     if (!m_isLibrary)
         m_segments.clear();
+}
+
+SqxElfFile::Bytes SqxElfFile::Section(std::string_view name) const
+{
+    return m_isLibrary ? SqxElfSection(m_bytes, name) : Bytes();
 }
 
 bool SqxElfFile::ReadHeaders()

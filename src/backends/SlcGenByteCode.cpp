@@ -68,16 +68,45 @@ SlcGenByteCode::SlcGenByteCode(SlcPtr<SlcSemanticError> errors, std::ostream& ou
 
 void SlcGenByteCode::GenByteCode(SlcInterForm& form)
 {
+    Begin(form);
+    GenDeclarations(form, form.m_mainList);
+    GenInitShaderParams(form);
+    GenFacts(form);
+    GenTheByteCode(*form.m_mainList);
+}
+
+bool SlcGenByteCode::GenDescription(SlcInterForm& form, const std::set<std::size_t>& leftOut)
+{
+    const SlcSemanticError::Quiet quiet(*m_errors);
+    m_leftOut = leftOut;
+    const auto noCode = MakeShared<SlcListICode>();
+    Begin(form);
+    GenDeclarations(form, noCode);
+    GenInitShaderParams(form);
+    GenFacts(form);
+    GenTheByteCode(*noCode);
+    return m_faults == 0 && m_unwritten.empty();
+}
+
+void SlcGenByteCode::Begin(const SlcInterForm& form)
+{
     m_shader = form.m_shader;
     InitMatricesInfo(form);
     InitDSOInfo(form);
+}
+
+void SlcGenByteCode::GenDeclarations(SlcInterForm& form, const SlcPtr<SlcListICode>& list)
+{
     GenHeader(form);
     m_out << '\n';
-    GenVarDeclarations(form);
+    GenVarDeclarations(form, list);
     m_out << '\n';
     GenMatrices(form);
     m_out << '\n';
-    GenInitShaderParams(form);
+}
+
+void SlcGenByteCode::GenFacts(const SlcInterForm& form)
+{
     m_out << '\n';
     GenInitNeededObjectSpace(form);
     m_out << '\n';
@@ -87,7 +116,6 @@ void SlcGenByteCode::GenByteCode(SlcInterForm& form)
     m_out << '\n';
     GenRayTracing(form);
     GenPModified(form);
-    GenTheByteCode(*form.m_mainList);
 }
 
 void SlcGenByteCode::GenHeader(const SlcInterForm& form)
@@ -103,12 +131,12 @@ void SlcGenByteCode::GenHeader(const SlcInterForm& form)
     m_errors->FatalError("In SlcGenByteCode::GenHeader, invalid shader type");
 }
 
-void SlcGenByteCode::GenVarDeclarations(SlcInterForm& form)
+void SlcGenByteCode::GenVarDeclarations(SlcInterForm& form, SlcPtr<SlcListICode> list)
 {
     m_nextVarNb = 0;
     std::deque<SlcOperand> constants;
-    SlcCollectConst().Collect(form.m_mainList, constants);
-    const auto& locals = form.m_mainList->m_usedLocalVars;
+    SlcCollectConst().Collect(list, constants);
+    const auto& locals = list->m_usedLocalVars;
     m_out << form.m_hiddenVars.size() + form.m_parameters.size() + locals.size() + constants.size()
           << '\n';
 
@@ -172,8 +200,10 @@ void SlcGenByteCode::GenConstInfo(const SlcOperand& constant)
         const std::string text = SlcFloatText(constant->GetFloat());
         m_out << text;
         // The reader takes a float, and would have an infinite one.
-        if (std::abs(constant->GetFloat()) > std::numeric_limits<float>::max())
+        if (std::abs(constant->GetFloat()) > std::numeric_limits<float>::max()) {
+            ++m_faults;
             m_errors->Error(m_shader, "Constant " + text + " does not fit into single precision");
+        }
     } else if (constant->IsString()) {
         m_out << constant->GetString();
     } else if (constant->IsInt()) {
@@ -220,7 +250,7 @@ void SlcGenByteCode::GenInitGroup(SlcInterForm& form, bool dependsOnContext)
     std::vector<SlcOperand> locals;
     for (std::size_t i = 0; i < form.m_parameters.size(); ++i) {
         const SlcParameterInfo& parameter = form.m_parameters[i];
-        if (parameter.initDependsOnContext != dependsOnContext)
+        if (parameter.initDependsOnContext != dependsOnContext || m_leftOut.contains(i))
             continue;
         members.push_back(i);
         // The lists of a group share their constants and the numbers of their locals.
@@ -236,9 +266,12 @@ void SlcGenByteCode::GenInitGroup(SlcInterForm& form, bool dependsOnContext)
     GenLocals(locals);
     GenConstants(constants);
     for (std::size_t i = 0; i < members.size(); ++i) {
+        const std::size_t faults = m_faults;
         m_out << members[i] << '\n';
         GenTheByteCode(*lists[i]);
         m_out << values[i].front()->m_index << '\n';
+        if (m_faults > faults || values[i].front()->m_index < 0)
+            m_unwritten.insert(members[i]);
     }
 }
 
@@ -309,6 +342,7 @@ void SlcGenByteCode::GenTheByteCode(const SlcListICode& list)
 
 void SlcGenByteCode::Report(std::string_view text)
 {
+    ++m_faults;
     if (m_comment)
         m_errors->ErrorICode(m_comment, text);
     else

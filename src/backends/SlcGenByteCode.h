@@ -28,14 +28,20 @@ public:
     /// Writes the whole file. Merges the constants of the form's lists and numbers its operands.
     /// Faults are counted by the sink, and the text is then worth nothing.
     void GenByteCode(SlcInterForm& form);
+    /// The same with an empty main block, and without the default values of the parameters in
+    /// `leftOut`, by position: what a shared object holds about its shader. Nothing is reported.
+    /// False if byte-code cannot hold all of it; `Unwritten` then names default values at fault.
+    [[nodiscard]] bool GenDescription(SlcInterForm& form, const std::set<std::size_t>& leftOut);
+    /// Empty if the fault is in no default value alone.
+    [[nodiscard]] const std::set<std::size_t>& Unwritten() const { return m_unwritten; }
 
 private:
     // One for each section, in the order of the file.
     /// What tells the file from others, the version, and the kind of shader as a number.
     void GenHeader(const SlcInterForm& form);
     /// How many variables there are, then predefined ones by name, parameters, locals and
-    /// constants.
-    void GenVarDeclarations(SlcInterForm& form);
+    /// constants, both of `list`.
+    void GenVarDeclarations(SlcInterForm& form, SlcPtr<SlcListICode> list);
     /// The spaces that the shader names, without the two that every file implies.
     void GenMatrices(const SlcInterForm& form);
     /// Default values: those made once for an instance, then those computed for each grid.
@@ -66,6 +72,11 @@ private:
 
     /// At the statement whose code is written, or else at the shader.
     void Report(std::string_view text);
+    /// Before anything is written.
+    void Begin(const SlcInterForm& form);
+    /// The sections from the head up to the default values, and those between them and the code.
+    void GenDeclarations(SlcInterForm& form, const SlcPtr<SlcListICode>& list);
+    void GenFacts(const SlcInterForm& form);
 
     /// Numbers what instructions of all blocks name: spaces, libraries and shadeops.
     void InitMatricesInfo(const SlcInterForm& form);
@@ -136,4 +147,7 @@ private:
     std::map<std::string, int> m_dsoFuncs;  // number of a shadeop by its function key
     SlcEquCBinOpName m_opName{SlcEquCBinOpName::Invert::Source};
     std::set<const SlcProcCallExprNode*> m_reportedCalls;  // for look-up only
+    std::set<std::size_t> m_leftOut;                       // parameters without a default value
+    std::set<std::size_t> m_unwritten;
+    std::size_t m_faults = 0;
 };

@@ -47,6 +47,7 @@ bool SlcGenByteCode::IsAvailable(const SlcCallICode& call)
     for (const Alias& row : k_unavailable) {
         if (call.m_name->GetName() != row.primitive)
             continue;
+        ++m_faults;
         // The body of a function stands in the list once for each call of it.
         if (m_reportedCalls.insert(call.m_node).second)
             m_errors->Error(call.m_node, std::string("'") + row.numbered +

@@ -10,6 +10,7 @@
 
 #include "backends/SlcCLocals.h"
 #include "backends/SlcCShadeopTables.h"
+#include "backends/SlcCShaderFacts.h"
 #include "backends/SlcGeneratedText.h"
 #include "backends/SlcSpaceName.h"
 #include "frontend/SlcShaderTypeNode.h"
@@ -56,6 +57,7 @@ void SlcGenCCode::GenCCode(SlcInterForm& form)
         GenEvaluateImagerShader();
     else
         GenEvaluateDisplacementShader();
+    SlcCShaderFacts(m_out).Gen(form);
 }
 
 bool SlcGenCCode::IsLitShader() const

@@ -34,6 +34,7 @@ struct SlcGeneratedText {
     static constexpr const char* sm_slcDSOHandlesVarName = "s_theDSOHandles";
     static constexpr const char* sm_slcDSOInfoVarName = "s_theDSOInfo";
     static constexpr const char* sm_shadeopNeedsName = "QxShadeopNeeds";
+    static constexpr const char* sm_shaderFactsName = "QxShaderFacts";
     static constexpr const char* sm_slcInitDSOCounter = "nbCallInitDSO";
     static constexpr const char* sm_slcCleanupDSOCounter = "nbCallCleaupDSO";
 

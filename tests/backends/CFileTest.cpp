@@ -152,6 +152,7 @@ TEST(SlcGenCCode, WritesImagerWithShadeops)
         info.key = "my_2d_ops_so";
         return MakeShared<SlcFuncDSOSymbolEntry>(std::move(signature), std::move(info));
     };
+    shader.m_form.m_dsoNames = {"my-ops.so"};
     shader.m_form.m_dsoFunctions = {shadeop("noise5", "start", "stop"), shadeop("grains", "", ""),
                                     shadeop("grains", "", "")};
     const SlcOperand alpha = Predefined("i_hiddens.GetAlpha()", T::AFloat());

@@ -520,12 +520,10 @@ TEST_P(Host, TellsOfParameters)
     }
     EXPECT_EQ(values[5]->texts, std::vector<std::string>{"x\"y"});
     EXPECT_TRUE(m_shader->Shader().NeedsObjectSpace());
-    // A shared object does not distinguish these.
-    const bool tellsAll = std::string_view(GetParam()) == "--int";
-    EXPECT_EQ(values[7].has_value(), !tellsAll) << "it depends on the shading point";
+    EXPECT_FALSE(values[7]) << "it depends on the shading point";
     const auto& parameters = m_shader->Shader().Parameters();
-    EXPECT_EQ(parameters[3].type, tellsAll ? QxValueType::Vector : QxValueType::Point);
-    EXPECT_EQ(parameters[4].type, tellsAll ? QxValueType::Normal : QxValueType::Point);
+    EXPECT_EQ(parameters[3].type, QxValueType::Vector);
+    EXPECT_EQ(parameters[4].type, QxValueType::Normal);
     Run();
     EXPECT_EQ(m_shader->Get("p").numbers, (Numbers{3, 6, 9}))
         << "an instance's stands in its space";

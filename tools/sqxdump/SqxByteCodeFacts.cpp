@@ -1,6 +1,7 @@
 // The sections of the file tell most. What the code does with predefined variables and lights is
-// seen in its instructions, and default values are computed by the machine, which gets the shader
-// without its main block: so it does not matter what that holds, or whether the file ends in it.
+// seen in its instructions, or, for a shared object, said beside them. Default values are computed
+// by the machine, which gets the shader without its main block: so it does not matter what that
+// holds, or whether the file ends in it.
 //
 // Tested by tests/run/SqxDumpToolTest.cpp and tests/listing.
 
@@ -9,6 +10,7 @@
 
 #include "QxHostError.h"
 #include "host/QxByteCodeShader.h"
+#include "sqx/SqxObjectFacts.h"
 #include "sqx/SqxReader.h"
 #include "sqxdump/SqxShaderFacts.h"
 
@@ -23,6 +25,13 @@ constexpr std::string_view k_evalLightsForP = "EVAL_LIGHTS_FOR_P";
 /// What the instructions of a shader do, of all its blocks.
 class CodeFacts {
 public:
+    explicit CodeFacts(const SqxObjectFacts& object) : m_usesLights(object.UsesLights())
+    {
+        for (const SqxObjectFacts::Use& use : object.Uses()) {
+            m_read.push_back(use.read);
+            m_written.push_back(use.written);
+        }
+    }
     explicit CodeFacts(const SqxShader& shader)
         : m_read(shader.predefinedCount, false),
           m_written(shader.predefinedCount, false)
@@ -153,7 +162,12 @@ SqxShader OnlyInitializers(const SqxShader& shader, Shadeops shadeops)
     SqxShader only = shader;
     only.main = SqxBlock();
     only.initializers.clear();
+    // What has no initializer is not known either.
     std::set<std::size_t> unknown;
+    for (std::size_t i = 0; i < shader.parameterCount; ++i)
+        unknown.insert(i);
+    for (const SqxInitializer& initializer : shader.initializers)
+        unknown.erase(initializer.parameter);
     bool calls = false;
     for (const SqxInitializer& initializer : shader.initializers) {
         const bool callsHere = CallsShadeops(initializer.code);
@@ -206,23 +220,15 @@ void AddDefaults(const SqxShader& shader, const std::string& name,
     }
 }
 
-}  // namespace
-
-SqxShaderFacts SqxByteCodeFacts(std::string_view bytes, const std::string& name,
-                                const std::vector<std::string>& shadeopFolders)
+Facts FactsOf(const SqxShader& shader, const CodeFacts& code, const std::string& name,
+              const std::vector<std::string>& shadeopFolders)
 {
-    SqxReader reader;
-    const bool isWhole = reader.Read(bytes);
-    const SqxShader& shader = reader.Shader();
     Facts facts;
-    if (!isWhole)
-        facts.fault = {reader.FaultLine(), reader.Message()};
     if (shader.reached == SqxSection::None)
         return facts;
     facts.type = SqxShaderTypeName(shader.shaderType);
     for (std::size_t i = 0; i < shader.parameterCount; ++i)
         facts.parameters.push_back(ParameterFacts(shader, shader.Parameter(i)));
-    const CodeFacts code(shader);
     for (std::size_t i = 0; i < shader.predefinedCount; ++i)
         facts.predefined.push_back(PredefinedFacts(shader, code, i));
     facts.usesLights = AsFarAsSeen(code.UsesLights(), shader);
@@ -233,5 +239,35 @@ SqxShaderFacts SqxByteCodeFacts(std::string_view bytes, const std::string& name,
     if (shader.reached >= SqxSection::Shadeops)
         facts.shadeopLibraries = shader.libraries;
     AddDefaults(shader, name, shadeopFolders, facts);
+    return facts;
+}
+
+}  // namespace
+
+SqxShaderFacts SqxByteCodeFacts(std::string_view bytes, const std::string& name,
+                                const std::vector<std::string>& shadeopFolders)
+{
+    SqxReader reader;
+    const bool isWhole = reader.Read(bytes);
+    Facts facts = FactsOf(reader.Shader(), CodeFacts(reader.Shader()), name, shadeopFolders);
+    if (!isWhole)
+        facts.fault = {reader.FaultLine(), reader.Message()};
+    return facts;
+}
+
+std::optional<SqxShaderFacts> SqxStoredFacts(std::string_view bytes, const std::string& name,
+                                             const std::vector<std::string>& shadeopFolders)
+{
+    const auto* const data = reinterpret_cast<const std::byte*>(bytes.data());
+    const SqxElfFile file(std::vector<std::byte>(data, data + bytes.size()));
+    if (!file.IsLibrary())
+        throw QxHostError("It is no library of this machine, or cut short");
+    const SqxObjectFacts object(file);
+    if (object.Found() == SqxObjectFacts::State::Absent)
+        return std::nullopt;
+    Facts facts = FactsOf(object.Shader(), CodeFacts(object), name, shadeopFolders);
+    facts.kind = Facts::Kind::SharedObject;
+    if (object.Found() == SqxObjectFacts::State::Damaged)
+        facts.fault = {object.FaultLine(), object.Message()};
     return facts;
 }

@@ -12,7 +12,7 @@ namespace {
 // clang-format off
 constexpr std::string_view k_description[] = {
     "Prints byte-code as text: its sections, then one instruction a line. With '--params' or '--json' it tells of each shader what its user has to know: its parameters with their default values, and what it does with lights, rays and predefined variables.",
-    "Default values are computed, in a scene that knows nothing. For that a shared object is loaded, and so are shadeop libraries that stand in a folder of '-I': name only files that you trust.",
+    "Default values are computed, in a scene that knows nothing. No code of a listed file runs. With '-I' a shadeop library is loaded if a default value calls a function of it, and with '--load' a shared object that does not say what it holds: name only what you trust.",
     "Of a damaged file it prints what stands in front of the fault.",
 };
 
@@ -23,6 +23,7 @@ constexpr SqxOption k_options[] = {
     {"--param",       "NAME",   "lists only this parameter; can be repeated"},
     {"--section",     "NAME",   "prints only the code of 'main' or of a parameter's initializer"},
     {"-I",            "DIR",    "searches DIR for the shadeop libraries that default values need"},
+    {"--load",        "",       "loads shared objects of older compilers, which do not say what they hold"},
     {"-h, --help",    "",       "prints this text"},
     {"--version",     "",       "prints the version"},
 };
@@ -59,6 +60,8 @@ void ReadOption(SqxOptionWords& words, SqxDumpOptions& options)
         options.section = *section;
     else if (const auto folder = words.Value("-I", "a folder"))
         options.shadeopFolders.push_back(*folder);
+    else if (words.Is("--load"))
+        options.load = true;
     else
         words.RefuseWord();
 }

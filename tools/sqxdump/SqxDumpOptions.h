@@ -15,6 +15,7 @@ struct SqxDumpOptions {
     std::string section;                  // of the code; empty: all
     std::vector<std::string> parameters;  // to list; none: all
     std::vector<std::string> shadeopFolders;
+    bool load = false;  // shared objects that do not say what they hold
     SqxInformation information = SqxInformation::None;
 };
 

@@ -145,7 +145,12 @@ std::vector<Row> ShaderRows(const Facts& facts)
     std::vector<Row> rows = {{"uses lights", YesOrNo(facts.usesLights)},
                              {"traces rays", YesOrNo(facts.tracesRays)},
                              {"modifies P", YesOrNo(facts.modifiesP)}};
-    if (facts.kind == Facts::Kind::ByteCode) {
+    // A shared object that was loaded does not say which.
+    const bool areTold = facts.kind == Facts::Kind::ByteCode ||
+                         std::ranges::all_of(facts.predefined, [](const auto& variable) {
+                             return variable.read.has_value();
+                         });
+    if (areTold) {
         rows.push_back({"reads", NamesWith(facts.predefined, &Facts::Predefined::read)});
         rows.push_back({"writes", NamesWith(facts.predefined, &Facts::Predefined::written)});
     } else {

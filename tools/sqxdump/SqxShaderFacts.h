@@ -16,7 +16,7 @@ struct SqxShaderFacts {
     enum class Default {
         Known,
         PerPoint,        // depends on the shading point
-        ZeroOrPerPoint,  // a shared object has zero in place of such a value
+        ZeroOrPerPoint,  // a loaded shared object has zero in place of such a value
         Unknown,
     };
 
@@ -63,7 +63,14 @@ struct SqxShaderFacts {
 [[nodiscard]] SqxShaderFacts SqxByteCodeFacts(std::string_view bytes, const std::string& name,
                                               const std::vector<std::string>& shadeopFolders);
 
-/// Loads a shared object, runs the computation of its default values, and unloads it. Throws
-/// `QxHostError` if it is no shader.
+/// Reads what a shared object says about its shader, without loading it; a damaged one says as much
+/// as precedes the fault. Nothing if it does not say, as older compilers built them. The folders
+/// are for default values, as above. Throws `QxHostError` if the bytes are no whole library.
+[[nodiscard]] std::optional<SqxShaderFacts>
+SqxStoredFacts(std::string_view bytes, const std::string& name,
+               const std::vector<std::string>& shadeopFolders);
+
+/// Loads a shared object, which runs code of it, has its default values computed, and unloads it:
+/// for those that do not say. Throws `QxHostError` if it is no shader.
 [[nodiscard]] SqxShaderFacts SqxSharedObjectFacts(const std::string& path,
                                                   const std::vector<std::string>& shadeopFolders);

@@ -54,13 +54,22 @@ bool HasWanted(const std::string& file, const SqxShaderFacts& facts,
     return good;
 }
 
+SqxShaderFacts FactsOf(const std::string& file, SqxCompiledFile& compiled,
+                       const SqxDumpOptions& options)
+{
+    if (!compiled.IsSharedObject())
+        return SqxByteCodeFacts(compiled.Bytes(), file, options.shadeopFolders);
+    if (auto stored = SqxStoredFacts(compiled.Bytes(), file, options.shadeopFolders))
+        return *std::move(stored);
+    if (!options.load)
+        throw QxHostError("This shared object does not say what it holds; '--load' loads it, which "
+                          "runs its code");
+    return SqxSharedObjectFacts(compiled.PathToLoad(), options.shadeopFolders);
+}
+
 bool PrintListing(const std::string& file, SqxCompiledFile& compiled, const SqxDumpOptions& options)
 {
-    const SqxListed listed = {
-        file, compiled.ShaderName(),
-        compiled.IsSharedObject()
-            ? SqxSharedObjectFacts(compiled.PathToLoad(), options.shadeopFolders)
-            : SqxByteCodeFacts(compiled.Bytes(), file, options.shadeopFolders)};
+    const SqxListed listed = {file, compiled.ShaderName(), FactsOf(file, compiled, options)};
     if (options.form == Form::Json) {
         std::cout << SqxListingJson(listed, options.parameters);
     } else {

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <optional>
+#include <span>
+#include <string_view>
+
+/// Returns the record at an offset; none if it would exceed the bytes.
+template <class Record>
+std::optional<Record> RecordAt(std::span<const std::byte> bytes, std::uint64_t place)
+{
+    if (place > bytes.size() || bytes.size() - place < sizeof(Record))
+        return std::nullopt;
+    Record record;
+    std::memcpy(&record, bytes.data() + place, sizeof record);
+    return record;
+}
+
+/// What the section of that name holds in the file, a whole library; empty if there is none. No
+/// offset of the file leads outside of it. O(n) for n sections.
+[[nodiscard]] std::span<const std::byte> SqxElfSection(std::span<const std::byte> file,
+                                                       std::string_view name);

@@ -1,0 +1,137 @@
+// The facts are those of a byte-code file, in its own form: declarations and default values as that
+// has them, with an empty main block. What the code of the main block would show, uses of
+// predefined variables and lights, stands before them in lines of numbers:
+//
+//     1        version of these lines
+//     1        asks for light
+//     0        has `illuminate` or `solar`
+//     2        predefined variables, and for each, in the order of the byte-code,
+//     1 0      read, written
+//     0 1
+//     ...      byte-code
+//
+// Shared objects exist for shaders that byte-code cannot hold. A default value that byte-code
+// cannot compute is left out, and all of them are where they would need too many variables.
+//
+// Tested by tests/backends/CFileTest.cpp and tests/listing.
+
+#include "backends/SlcCShaderFacts.h"
+
+#include <set>
+#include <sstream>
+#include <vector>
+
+#include "backends/SlcEquCValue.h"
+#include "backends/SlcGenByteCode.h"
+#include "backends/SlcGeneratedText.h"
+#include "icode/SlcICodes.h"
+#include "icode/SlcOperandWalker.h"
+
+using Generated = SlcGeneratedText;
+
+namespace {
+
+constexpr int k_version = 1;
+
+std::string Description(SlcInterForm& form)
+{
+    std::set<std::size_t> leftOut;
+    for (;;) {
+        std::ostringstream text;
+        SlcGenByteCode writer(form.m_errors, text);
+        // Without default values nothing is left that could be at fault.
+        if (writer.GenDescription(form, leftOut) || leftOut.size() == form.m_parameters.size())
+            return text.str();
+        if (writer.Unwritten().empty())
+            for (std::size_t i = 0; i < form.m_parameters.size(); ++i)
+                leftOut.insert(i);
+        leftOut.insert(writer.Unwritten().begin(), writer.Unwritten().end());
+    }
+}
+
+/// What the instructions of a shader do with the predefined variables, which have the first
+/// numbers.
+class Uses : private SlcOperandWalker {
+public:
+    explicit Uses(const SlcInterForm& form)
+        : m_read(form.m_hiddenVars.size()),
+          m_written(form.m_hiddenVars.size())
+    {
+        Look(*form.m_mainList);
+        for (const SlcParameterInfo& parameter : form.m_parameters) {
+            Look(*parameter.initList);
+            for (const SlcOperand& value : parameter.initValues)
+                Mark(m_read, value);
+        }
+    }
+
+    [[nodiscard]] std::string Text(const SlcInterForm& form) const
+    {
+        std::ostringstream text;
+        text << k_version << '\n' << m_usesLights << '\n' << m_hasLightStatement << '\n';
+        text << m_read.size() << '\n';
+        for (std::size_t i = 0; i < m_read.size(); ++i) {
+            const bool readByLights = m_usesLightsAtP && form.m_hiddenVars[i]->GetName() == "P";
+            text << (m_read[i] || readByLights) << ' ' << m_written[i] << '\n';
+        }
+        return text.str();
+    }
+
+private:
+    void Look(const SlcListICode& list)
+    {
+        for (const auto& code : list.m_icodes)
+            Visit(code);
+    }
+
+    static void Mark(std::vector<bool>& marks, const SlcOperand& operand)
+    {
+        if (operand->IsIdent() && operand->m_index >= 0 &&
+            static_cast<std::size_t>(operand->m_index) < marks.size())
+            marks[static_cast<std::size_t>(operand->m_index)] = true;
+    }
+
+    using SlcOperandWalker::Case;
+    void Read(SlcOperand& operand) override { Mark(m_read, operand); }
+    void Write(SlcOperand& operand) override { Mark(m_written, operand); }
+    void Case(SlcPtr<SlcEvalLightICode> code) override
+    {
+        m_usesLights = true;
+        SlcOperandWalker::Case(std::move(code));
+    }
+    void Case(SlcPtr<SlcEvalLightForPICode>) override { m_usesLights = m_usesLightsAtP = true; }
+    void Case(SlcPtr<SlcIlluminateICode> code) override
+    {
+        m_hasLightStatement = true;
+        SlcOperandWalker::Case(std::move(code));
+    }
+    void Case(SlcPtr<SlcSolarICode> code) override
+    {
+        m_hasLightStatement = true;
+        SlcOperandWalker::Case(std::move(code));
+    }
+
+    std::vector<bool> m_read;  // by number
+    std::vector<bool> m_written;
+    bool m_usesLights = false;
+    bool m_usesLightsAtP = false;
+    bool m_hasLightStatement = false;
+};
+
+}  // namespace
+
+void SlcCShaderFacts::Gen(SlcInterForm& form)
+{
+    const std::string description = Description(form);
+    std::istringstream lines(Uses(form).Text(form) + description);
+    // Files of several shaders may be compiled as one, so that the name is of this file alone.
+    Line("static const char ", Generated::sm_shaderFactsName, "[] __attribute__((used, section(\"",
+         Generated::sm_shaderFactsName, "\"))) =");
+    for (std::string line; std::getline(lines, line);) {
+        // The character that byte-code begins with cannot be seen.
+        const bool isHead = line.starts_with('\x7F');
+        Line("\t", isHead ? "\"\\177\" " : "",
+             SlcEquCValue::Literal(line.substr(isHead ? 1 : 0) + '\n'));
+    }
+    Line("\t;");
+}
