@@ -267,6 +267,21 @@ TEST_F(Shadeops, StartAndStopOnceAndRunForEachPoint)
         EXPECT_EQ(Exported(library.get(), "started"), life);
         EXPECT_EQ(Exported(library.get(), "stopped"), life);
     }
+    // Byte-code starts what it calls, and nothing before that.
+    {
+        const std::string path =
+            m_folder.Build("later", "surface later(float go = 0) { if (go > 0) Ci = tick(s); }",
+                           Options(2, "--int"));
+        QxShaderInstance shader(QxShader::Open(path, {SLC_PROBES_FOLDER}), m_scene.Spaces());
+        for (const int go : {0, 1, 1}) {
+            QxHostGrid grid(3, 2);
+            shader.Set("go", go);
+            shader.Run(grid, m_scene);
+            EXPECT_EQ(Exported(library.get(), "started"), 2 + go);
+        }
+        EXPECT_EQ(Exported(library.get(), "stopped"), 2);
+    }
+    EXPECT_EQ(Exported(library.get(), "stopped"), 3);
 }
 
 /// The constants of a program and the values that all points share are there for the next point,

@@ -1,5 +1,5 @@
-// All calls are checked against the tables in the files before any library is loaded, since loading
-// already runs its code.
+// All calls are checked against the tables in the files, when a shader is opened. What it does not
+// call in the end is never loaded.
 //
 // Tested by tests/machine/QxShadeopCheckTest.cpp and tests/shadeops.
 
@@ -30,29 +30,47 @@ QxShadeops::QxShadeops(const SqxShader& shader, const std::vector<std::string>& 
         for (const std::string& declaration : files.DeclarationsOf(shader.functions[i]))
             check.Declare(i, declaration);
     check.Run();
-    for (std::size_t i = 0; i < files.Count(); ++i) {
-        m_libraries.emplace_back(dlopen(files.PathOf(i).c_str(), RTLD_NOW | RTLD_LOCAL), dlclose);
-        if (!m_libraries.back())
-            throw QxHostError("Cannot load shadeop library '" + files.PathOf(i) +
-                              "': " + dlerror());
+    for (std::size_t i = 0; i < files.Count(); ++i)
+        m_libraries.emplace_back().path = files.PathOf(i);
+    for (const SqxDSOFunction& function : shader.functions) {
+        m_functions.emplace_back(m_libraries[function.library], function);
+        m_loaded.push_back({Call, &m_functions.back(), function.method});
     }
-    for (const SqxDSOFunction& function : shader.functions)
-        Start(function);
 }
 
 QxShadeops::~QxShadeops()
 {
-    for (std::size_t i = 0; i < m_cleanups.size(); ++i)
-        if (m_cleanups[i])
-            m_cleanups[i](m_loaded[i].data);
+    for (const Function& function : m_functions)
+        if (function.cleanup)
+            function.cleanup(function.data);
 }
 
-void QxShadeops::Start(const SqxDSOFunction& function)
+void QxShadeops::Call(void* function, int argc, void** argv)
 {
-    void* const library = m_libraries[function.library].get();
-    using Method = void (*)(void*, int, void**);
-    m_loaded.push_back({FunctionOf<Method>(library, function.method), nullptr, function.method});
-    if (auto* const init = FunctionOf<void* (*)()>(library, function.init))
-        m_loaded.back().data = init();
-    m_cleanups.push_back(FunctionOf<void (*)(void*)>(library, function.cleanup));
+    auto& shadeop = *static_cast<Function*>(function);
+    std::call_once(shadeop.once, [&shadeop] { Start(shadeop); });
+    shadeop.method(shadeop.data, argc, argv);
+}
+
+void* QxShadeops::Load(Library& library)
+{
+    std::call_once(library.once, [&library] {
+        library.handle = {dlopen(library.path.c_str(), RTLD_NOW | RTLD_LOCAL), dlclose};
+        if (!library.handle)
+            throw QxHostError("Cannot load shadeop library '" + library.path + "': " + dlerror());
+    });
+    return library.handle.get();
+}
+
+void QxShadeops::Start(Function& function)
+{
+    void* const library = Load(function.library);
+    function.method = FunctionOf<Method>(library, function.names.method);
+    // The file may be another one by now.
+    if (!function.method)
+        throw QxHostError("Shadeop library '" + function.library.path + "' has no shadeop '" +
+                          function.names.method + "'");
+    if (auto* const init = FunctionOf<void* (*)()>(library, function.names.init))
+        function.data = init();
+    function.cleanup = FunctionOf<void (*)(void*)>(library, function.names.cleanup);
 }

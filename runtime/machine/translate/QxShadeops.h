@@ -1,34 +1,61 @@
 #pragma once
 
+#include <deque>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <vector>
 
 #include "kernels/QxKernel.h"
 #include "sqx/SqxShader.h"
 
-/// The shadeops that a program calls, with their libraries loaded. Libraries run in this process
-/// with all its rights, so the folders must be trusted.
+/// The shadeops that a program calls. A library is loaded for the first call of one of its
+/// functions. It runs in this process with all its rights: the folders are those that the user
+/// trusts.
 class QxShadeops {
 public:
-    /// Searches the libraries of the shader in the folders, in order, and calls the init function
-    /// of each shadeop once. Throws `QxHostError` if a library or shadeop is missing, or is called
-    /// with types that do not match its declaration; no library has been loaded then. Does not
-    /// refer to the shader afterwards.
+    /// Looks for the libraries of the shader in the folders, in their order, and reads their tables
+    /// without loading them. Throws `QxHostError` for a library or shadeop that is not there, or
+    /// that is called with other types than it is declared with. Keeps nothing of the shader.
     QxShadeops(const SqxShader& shader, const std::vector<std::string>& folders);
-    /// Calls the cleanup functions and unloads.
+    /// Calls the cleanup functions of the shadeops that were called, and unloads.
     ~QxShadeops();
     QxShadeops(const QxShadeops&) = delete;
     QxShadeops& operator=(const QxShadeops&) = delete;
 
-    /// The shadeops by their numbers in code. Several threads may call them concurrently, if the
-    /// library allows that.
+    /// By the numbers that code has for them. The first call of one loads its library and calls its
+    /// init function, and throws `QxHostError` if that fails. Several threads may call them at a
+    /// time, if the library allows that.
     [[nodiscard]] std::span<const QxLoadedShadeop> Loaded() const { return m_loaded; }
 
 private:
-    void Start(const SqxDSOFunction& function);
+    using Method = void (*)(void* data, int argc, void** argv);
+    struct Library {
+        std::string path;
+        std::once_flag once;
+        std::unique_ptr<void, int (*)(void*)> handle{nullptr, nullptr};
+    };
+    struct Function {
+        Function(Library& itsLibrary, SqxDSOFunction itsNames)
+            : library(itsLibrary),
+              names(std::move(itsNames))
+        {
+        }
 
-    std::vector<std::unique_ptr<void, int (*)(void*)>> m_libraries;
-    std::vector<QxLoadedShadeop> m_loaded;  // by number
-    std::vector<void (*)(void*)> m_cleanups;
+        Library& library;
+        SqxDSOFunction names;
+        std::once_flag once;
+        Method method = nullptr;
+        void* data = nullptr;
+        void (*cleanup)(void*) = nullptr;
+    };
+
+    static void* Load(Library& library);
+    static void Start(Function& function);
+    /// Stands for each method; the data is its `Function`.
+    static void Call(void* function, int argc, void** argv);
+
+    std::deque<Library> m_libraries;
+    std::deque<Function> m_functions;       // by number; they end before the libraries
+    std::vector<QxLoadedShadeop> m_loaded;  // likewise
 };
