@@ -20,7 +20,7 @@ bool IsSteady(const QxShaderInstance& light)
 
 }  // namespace
 
-bool QxHostScene::Light::Lights(const QxHostObject* object) const
+bool QxHostScene::SceneLight::Lights(const QxHostObject* object) const
 {
     if (!on)
         return false;
@@ -38,7 +38,7 @@ void QxHostScene::CheckBetweenGrids() const
         throw QxHostError("Lights do not change while a grid is shaded");
 }
 
-QxLightHandle QxHostScene::Add(Light light)
+QxLightHandle QxHostScene::Add(SceneLight light)
 {
     CheckBetweenGrids();
     light.handle = static_cast<QxLightHandle>(++m_lastLight);
@@ -48,32 +48,34 @@ QxLightHandle QxHostScene::Add(Light light)
 
 QxLightHandle QxHostScene::AddAmbientLight(const QxRGBColor& color)
 {
-    return Add({Light::Kind::Ambient, {}, {}, color, nullptr, true, true, {}});
+    return Add({SceneLight::Kind::Ambient, {}, {}, color, nullptr, true, true, {}});
 }
 
 QxLightHandle QxHostScene::AddPointLight(const QxVector3& position, const QxRGBColor& color)
 {
-    return Add({Light::Kind::Point, {}, position, color, nullptr, false, true, {}});
+    return Add({SceneLight::Kind::Point, {}, position, color, nullptr, false, true, {}});
 }
 
 QxLightHandle QxHostScene::AddDistantLight(const QxVector3& direction, const QxRGBColor& color)
 {
-    return Add({Light::Kind::Distant, {}, direction, color, nullptr, false, true, {}});
+    return Add({SceneLight::Kind::Distant, {}, direction, color, nullptr, false, true, {}});
 }
 
 QxLightHandle QxHostScene::AddLight(QxShaderInstance& light)
 {
     if (light.Shader().Type() != QxShaderInterface::e_typeLight)
         throw QxHostError("Shader '" + light.Shader().Name() + "' is no light shader");
-    const auto kind = light.Shader().IsAmbient() ? Light::Kind::AmbientShader : Light::Kind::Shader;
+    const auto kind =
+        light.Shader().IsAmbient() ? SceneLight::Kind::AmbientShader : SceneLight::Kind::Shader;
     return Add({kind, {}, {}, {}, &light, IsSteady(light), true, {}});
 }
 
-QxHostScene::Light& QxHostScene::At(QxLightHandle handle)
+QxHostScene::SceneLight& QxHostScene::At(QxLightHandle handle)
 {
     CheckBetweenGrids();
-    const auto found = std::find_if(m_lights.begin(), m_lights.end(),
-                                    [&](const Light& light) { return light.handle == handle; });
+    const auto found = std::find_if(m_lights.begin(), m_lights.end(), [&](const SceneLight& light) {
+        return light.handle == handle;
+    });
     if (found == m_lights.end())
         throw QxHostError("The scene has no such light any more");
     return *found;
@@ -99,7 +101,7 @@ unsigned int QxHostScene::LightCount() const
     if (m_depth > 0)
         return static_cast<unsigned int>(m_levels[m_depth - 1]->lights.size());
     return static_cast<unsigned int>(
-        std::count_if(m_lights.begin(), m_lights.end(), [this](const Light& light) {
+        std::count_if(m_lights.begin(), m_lights.end(), [this](const SceneLight& light) {
             return !light.IsAmbient() && light.Lights(nullptr);
         }));
 }

@@ -41,7 +41,7 @@ void QxHostScene::ClearTextureAnswer(const std::string& texture, const std::stri
 
 QxShaderInstance* QxHostScene::ReceiverOf(QxMessage message)
 {
-    const Level& level = CurrentLevel();
+    const SceneLevel& level = CurrentLevel();
     const auto choose = [&](QxShaderInstance* QxHostObject::*member,
                             QxShaderInterface::QxType type) -> QxShaderInstance* {
         if (level.object && level.object->*member)
@@ -101,7 +101,7 @@ bool QxHostScene::AnswerOfHost(const std::string& name, QxMessage message,
 
 bool QxHostScene::LightMessage(unsigned int number, const char* name, const QxMessageValue& value)
 {
-    Level& level = CurrentLevel();
+    SceneLevel& level = CurrentLevel();
     QxShaderInstance* const light =
         m_depth > 0 && number < level.lights.size() ? level.lights[number]->shader : nullptr;
     if (light && level.lightGrid) {

@@ -26,8 +26,8 @@ QxHostScene::GridScope::GridScope(QxHostScene& scene, const QxHostPoints& points
         throw QxHostError("Rays are nested deeper than the limit of " +
                           std::to_string(scene.m_rayLevelLimit) + " levels");
     if (scene.m_depth == scene.m_levels.size())
-        scene.m_levels.push_back(std::make_unique<Level>());
-    Level& level = *scene.m_levels[scene.m_depth];
+        scene.m_levels.push_back(std::make_unique<SceneLevel>());
+    SceneLevel& level = *scene.m_levels[scene.m_depth];
     level.layout = points.layout;
     level.time = points.variables.time ? *points.variables.time : 0;
     level.eye = points.E;
@@ -45,29 +45,29 @@ QxHostScene::GridScope::~GridScope()
 {
     if (--m_scene.m_depth == 0)
         return;
-    const Level& around = *m_scene.m_levels[m_scene.m_depth - 1];
+    const SceneLevel& around = *m_scene.m_levels[m_scene.m_depth - 1];
     m_scene.m_object = around.object;
     m_scene.m_run = around.run;
 }
 
-void QxHostScene::ChooseLights(Level& level) const
+void QxHostScene::ChooseLights(SceneLevel& level) const
 {
     level.lights.clear();
     level.ambientLights.clear();
-    for (const Light& light : m_lights)
+    for (const SceneLight& light : m_lights)
         if (light.Lights(level.object))
             (light.IsAmbient() ? level.ambientLights : level.lights).push_back(&light);
     level.runs.assign(level.lights.size(), 0);
 }
 
 /// That of the grid that is being shaded; of none, if a host asks out of turn.
-QxHostScene::Level& QxHostScene::CurrentLevel()
+QxHostScene::SceneLevel& QxHostScene::CurrentLevel()
 {
     if (m_levels.empty())
-        m_levels.push_back(std::make_unique<Level>());
+        m_levels.push_back(std::make_unique<SceneLevel>());
     if (m_depth > 0)
         return *m_levels[m_depth - 1];
-    Level& level = *m_levels[0];
+    SceneLevel& level = *m_levels[0];
     level.object = m_object;
     level.run = m_run;
     level.shader = nullptr;
@@ -78,7 +78,7 @@ float QxHostScene::RandomNumber(unsigned int point, unsigned int draw)
 {
     if (draw >= QxDraws::k_ofDefaults)
         return Offer(m_randomSeed, {static_cast<int>(draw), static_cast<int>(point)});
-    const Level& level = CurrentLevel();
+    const SceneLevel& level = CurrentLevel();
     const int shader = level.running  ? static_cast<int>(level.running->handle)
                        : level.shader ? -1 - static_cast<int>(level.shader->Shader().Type())
                                       : 0;
@@ -87,7 +87,7 @@ float QxHostScene::RandomNumber(unsigned int point, unsigned int draw)
 }
 
 /// Runs a light shader: from the place of its own space it lights the positions.
-void QxHostScene::RunLight(Level& level, const Light& light, QxHostGrid& grid,
+void QxHostScene::RunLight(SceneLevel& level, const SceneLight& light, QxHostGrid& grid,
                            const QxVector3* positions)
 {
     const QxMatrix44& place = light.shader->Spaces().Find("shader")->toCurrent;
@@ -112,15 +112,15 @@ void QxHostScene::EvaluateLights(const QxVector3* positions, unsigned int points
         const GridScope scope(*this, {{points, 1}, {}, {0, 0, 0}});
         return EvaluateLights(positions, points, lights, count);
     }
-    Level& level = CurrentLevel();
+    SceneLevel& level = CurrentLevel();
     for (unsigned int i = 0; i < count && i < level.lights.size(); ++i) {
-        const Light& light = *level.lights[i];
+        const SceneLight& light = *level.lights[i];
         if (light.shader) {
             TakeLight(level, i, positions, points, lights[i]);
             continue;
         }
         QxVector3* L = lights[i].L;
-        if (light.kind == Light::Kind::Distant)
+        if (light.kind == SceneLight::Kind::Distant)
             std::fill_n(L, points, -light.place);
         else
             for (unsigned int point = 0; point < points; ++point)
@@ -131,10 +131,10 @@ void QxHostScene::EvaluateLights(const QxVector3* positions, unsigned int points
 }
 
 /// A light's `L` leads away from it, a surface's to it.
-void QxHostScene::TakeLight(Level& level, unsigned int number, const QxVector3* positions,
+void QxHostScene::TakeLight(SceneLevel& level, unsigned int number, const QxVector3* positions,
                             unsigned int points, const QxLightInput& result)
 {
-    const Light& light = *level.lights[number];
+    const SceneLight& light = *level.lights[number];
     const QxGrid layout = level.layout.Size() == points ? level.layout : QxGrid{points, 1};
     // Taken out while the light runs, since its answers may ask for light again.
     std::unique_ptr<QxHostGrid> grid = std::move(level.lightGrid);
@@ -152,7 +152,8 @@ void QxHostScene::TakeLight(Level& level, unsigned int number, const QxVector3* 
     level.runs[number] = light.shader->m_runs;
 }
 
-QxRGBColor QxHostScene::AmbientOf(Level& level, const Light& light, const QxVector3& position)
+QxRGBColor QxHostScene::AmbientOf(SceneLevel& level, const SceneLight& light,
+                                  const QxVector3& position)
 {
     if (!level.ambientGrid)
         level.ambientGrid = std::make_unique<QxHostGrid>(1, 1);
@@ -168,17 +169,17 @@ QxRGBColor QxHostScene::AmbientOf(Level& level, const Light& light, const QxVect
 }
 
 /// Of all lights that are alike at all points: once for a grid, when it is first wanted.
-QxRGBColor QxHostScene::SteadyAmbient(Level& level)
+QxRGBColor QxHostScene::SteadyAmbient(SceneLevel& level)
 {
     if (level.steadyAmbient)
         return *level.steadyAmbient;
     QxRGBColor sum = {0, 0, 0};
-    for (const Light* light : level.ambientLights)
-        if (light->kind == Light::Kind::Ambient)
+    for (const SceneLight* light : level.ambientLights)
+        if (light->kind == SceneLight::Kind::Ambient)
             sum = sum + light->color;
     if (level.inAmbient)
         return sum;
-    for (const Light* light : level.ambientLights)
+    for (const SceneLight* light : level.ambientLights)
         if (light->shader && light->steady)
             sum = sum + AmbientOf(level, *light, {0, 0, 0});
     level.steadyAmbient = sum;
@@ -191,11 +192,11 @@ QxRGBColor QxHostScene::Ambient(const QxVector3& position)
         const GridScope scope(*this, {{1, 1}, {}, {0, 0, 0}});
         return Ambient(position);
     }
-    Level& level = CurrentLevel();
+    SceneLevel& level = CurrentLevel();
     QxRGBColor sum = SteadyAmbient(level);
     if (level.inAmbient)
         return sum;
-    for (const Light* light : level.ambientLights)
+    for (const SceneLight* light : level.ambientLights)
         if (light->shader && !light->steady)
             sum = sum + AmbientOf(level, *light, position);
     return sum;
@@ -208,10 +209,10 @@ void QxHostScene::AmbientOverGrid(const QxVector3* positions, unsigned int point
         const GridScope scope(*this, {{points, 1}, {}, {0, 0, 0}});
         return AmbientOverGrid(positions, points, results);
     }
-    Level& level = CurrentLevel();
+    SceneLevel& level = CurrentLevel();
     const bool steady =
         std::none_of(level.ambientLights.begin(), level.ambientLights.end(),
-                     [](const Light* light) { return light->shader && !light->steady; });
+                     [](const SceneLight* light) { return light->shader && !light->steady; });
     if (steady && !level.inAmbient)
         std::fill_n(results, points, SteadyAmbient(level));
     else

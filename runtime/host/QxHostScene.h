@@ -142,7 +142,8 @@ public:
     float RandomNumber(unsigned int point, unsigned int draw) override;
 
 private:
-    struct Light {
+    // Hosts may call types of their own Light or Level.
+    struct SceneLight {
         enum class Kind { Ambient, Point, Distant, Shader, AmbientShader };
 
         Kind kind;
@@ -161,39 +162,41 @@ private:
         [[nodiscard]] bool Lights(const QxHostObject* object) const;
     };
     /// What is known of a grid that is being shaded.
-    struct Level {
+    struct SceneLevel {
         QxGrid layout = {1, 1};
         float time = 0;
         QxVector3 eye = {0, 0, 0};
         const QxHostObject* object = nullptr;
         unsigned int run = 0;
         QxShaderInstance* shader = nullptr;
-        std::vector<const Light*> lights;         // that light the object, in their order
-        std::vector<const Light*> ambientLights;  // likewise
+        std::vector<const SceneLight*> lights;         // that light the object, in their order
+        std::vector<const SceneLight*> ambientLights;  // likewise
         std::vector<unsigned long> runs;          // of each of `lights`: its last one for this grid
         std::unique_ptr<QxHostGrid> lightGrid;    // once a light shader has been run
         std::unique_ptr<QxHostGrid> ambientGrid;  // of one point
         std::optional<QxRGBColor> steadyAmbient;
-        const Light* running = nullptr;
+        const SceneLight* running = nullptr;
         bool inAmbient = false;  // an ambient light is being run
     };
 
-    QxLightHandle Add(Light light);
-    [[nodiscard]] Light& At(QxLightHandle light);
+    QxLightHandle Add(SceneLight light);
+    [[nodiscard]] SceneLight& At(QxLightHandle light);
     void CheckBetweenGrids() const;
-    void ChooseLights(Level& level) const;
-    [[nodiscard]] Level& CurrentLevel();
-    [[nodiscard]] QxRGBColor SteadyAmbient(Level& level);
-    [[nodiscard]] QxRGBColor AmbientOf(Level& level, const Light& light, const QxVector3& position);
-    void RunLight(Level& level, const Light& light, QxHostGrid& grid, const QxVector3* positions);
-    void TakeLight(Level& level, unsigned int number, const QxVector3* positions,
+    void ChooseLights(SceneLevel& level) const;
+    [[nodiscard]] SceneLevel& CurrentLevel();
+    [[nodiscard]] QxRGBColor SteadyAmbient(SceneLevel& level);
+    [[nodiscard]] QxRGBColor AmbientOf(SceneLevel& level, const SceneLight& light,
+                                       const QxVector3& position);
+    void RunLight(SceneLevel& level, const SceneLight& light, QxHostGrid& grid,
+                  const QxVector3* positions);
+    void TakeLight(SceneLevel& level, unsigned int number, const QxVector3* positions,
                    unsigned int points, const QxLightInput& result);
     [[nodiscard]] QxShaderInstance* ReceiverOf(QxMessage message);
     [[nodiscard]] bool AnswerOfHost(const std::string& name, QxMessage message,
                                     const QxMessageValue& value) const;
 
     QxHostSpaces m_spaces;
-    std::vector<Light> m_lights;
+    std::vector<SceneLight> m_lights;
     std::uint32_t m_lastLight = 0;
     std::map<std::pair<QxMessage, std::string>, QxHostValue> m_answers;
     const QxHostObject* m_object = nullptr;
@@ -201,6 +204,6 @@ private:
     unsigned int m_run = 0;
 
     unsigned int m_rayLevelLimit = k_rayLevelLimit;
-    unsigned int m_depth = 0;                      // grids that are being shaded
-    std::vector<std::unique_ptr<Level>> m_levels;  // outermost first; they stay when they end
+    unsigned int m_depth = 0;                           // grids that are being shaded
+    std::vector<std::unique_ptr<SceneLevel>> m_levels;  // outermost first; they stay when they end
 };
