@@ -6,6 +6,7 @@
 // between them.
 
 #include <algorithm>
+#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -73,7 +74,6 @@ bool IsOther(const std::string& text)
     static const char* const others[] = {
         "Usage: ",
         "Jul 30 2003",
-        "BETA 2",
         "Received signal",
         "Illegal instruction",
         "Trace trap",
@@ -81,8 +81,6 @@ bool IsOther(const std::string& text)
         "Bus error",
         "Segmentation violation",
         "Bad argument to system call",
-        "FATAL ERROR",
-        "WARNING : ",
         // dumps of the intermediate code
         "Begin Block ",
         "End Block ",
@@ -104,7 +102,9 @@ bool IsOther(const std::string& text)
         "The first argument of 'set",
         "C++ code generation",
         "Cannot generate C++ code",
+        // generated C++
         "QxToken",
+        "QX_",
         "Functions 'setcomp' may not",
     };
     if (text.find("Slc") != std::string::npos || text.find("CALL_PRIM_") != std::string::npos)
@@ -117,6 +117,10 @@ bool LooksLikeAReport(const Literal& literal)
 {
     const std::string& text = literal.text;
     const std::size_t first = text.find_first_not_of('\'');
+    // Words such as "WARNING" alone begin reports whose rest is another string.
+    if (std::none_of(text.begin(), text.end(),
+                     [](unsigned char c) { return std::islower(c) != 0; }))
+        return false;
     return !literal.isFatal && first != std::string::npos && std::isupper(text[first]) != 0 &&
            text.find(' ') != std::string::npos && !IsOther(text);
 }

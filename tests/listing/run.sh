@@ -52,7 +52,7 @@ cat >expected <<'JSON'
 {"name":"a","class":"input","detail":"uniform","type":"float","arrayLength":null,"space":null,"output":false,"default":"inf","defaultIs":"known"},
 {"name":"tint","class":"input","detail":"varying","type":"color","arrayLength":2,"space":"rgb","output":false,"default":null,"defaultIs":"perPoint"},
 {"name":"p","class":"output","detail":"varying","type":"point","arrayLength":null,"space":"world","output":true,"default":[0,0,0],"defaultIs":"known"},
-{"name":"text","class":"input","detail":"uniform","type":"string","arrayLength":null,"space":null,"output":false,"default":"\"\\\u000a�é����������������","defaultIs":"known"}],
+{"name":"text","class":"input","detail":"uniform","type":"string","arrayLength":null,"space":null,"output":false,"default":"\"\\\n�é����������������","defaultIs":"known"}],
 "usesLights":true,"tracesRays":false,"modifiesP":true,"predefined":[
 {"name":"Ci","read":false,"written":true},{"name":"Oi","read":false,"written":true},
 {"name":"s","read":true,"written":false},{"name":"P","read":true,"written":true},
