@@ -101,7 +101,7 @@ unsigned int QxHostScene::LightCount() const
     if (m_depth > 0)
         return static_cast<unsigned int>(m_levels[m_depth - 1]->lights.size());
     return static_cast<unsigned int>(
-        std::count_if(m_lights.begin(), m_lights.end(), [this](const SceneLight& light) {
+        std::count_if(m_lights.begin(), m_lights.end(), [](const SceneLight& light) {
             return !light.IsAmbient() && light.Lights(nullptr);
         }));
 }

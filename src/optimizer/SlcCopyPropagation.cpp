@@ -26,8 +26,7 @@
 
 SlcCopyPropagation::SlcCopyPropagation(const SlcControlFlowGraph& graph,
                                        const SlcVariableNumbers& variables)
-    : m_graph(graph),
-      m_nothing{SlcConstantTable(variables.Count()), SlcConstantTable(variables.Count())},
+    : m_nothing{SlcConstantTable(variables.Count()), SlcConstantTable(variables.Count())},
       m_known(m_nothing),
       m_atEnd(graph.Blocks().size(), m_nothing),
       m_droppedEdge(graph.Blocks().size(), -1),

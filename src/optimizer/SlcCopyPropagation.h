@@ -64,7 +64,6 @@ private:
     /// The predecessors that can still reach the block, as far as is known.
     [[nodiscard]] std::vector<int> EnteringBlocks(const SlcBasicBlock& block) const;
 
-    const SlcControlFlowGraph& m_graph;
     Known m_nothing;
     Known m_known;
     std::vector<Known> m_atEnd;       // of each block that has been left

@@ -22,8 +22,7 @@ constexpr int k_none = -2;   // no place
 }  // namespace
 
 SlcLiveRanges::SlcLiveRanges(const SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis)
-    : m_graph(graph),
-      m_analysis(analysis),
+    : m_analysis(analysis),
       m_ranges(analysis.Variables().Count()),
       m_aliveTo(analysis.Variables().Count(), k_none),
       m_blockOf(analysis.Variables().Count(), -1)

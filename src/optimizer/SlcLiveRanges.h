@@ -34,7 +34,6 @@ private:
                                              int block) const;
     void Add(int variable, int first, int last);
 
-    const SlcControlFlowGraph& m_graph;
     SlcDataflowAnalysis& m_analysis;
     std::vector<int> m_blockStarts;  // by block: position of the first instruction; and the end
     std::vector<std::vector<SlcLiveRange>> m_ranges;

@@ -62,19 +62,21 @@ private:
     }
     void Case(SlcTextureExprNode* node) override
     {
-        m_classes.insert(typeid(*node->GetKind()));
+        AddClassOf(*node->GetKind());
         Default(node);
     }
     void Case(SlcShaderDefNode* node) override
     {
-        m_classes.insert(typeid(*node->GetShaderType()));
+        AddClassOf(*node->GetShaderType());
         Default(node);
     }
     void Default(SlcSyntaxNode* node) override
     {
-        m_classes.insert(typeid(*node));
+        AddClassOf(*node);
         node->WalkIn(this);
     }
+
+    void AddClassOf(const SlcSyntaxNode& node) { m_classes.insert(typeid(node)); }
 
     std::set<std::string> m_calls;
     std::set<std::type_index> m_classes;

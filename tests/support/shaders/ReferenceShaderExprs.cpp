@@ -207,7 +207,7 @@ bool ReferenceShader::Arguments(Scope& scope, const Callable& callable, Need nee
             const bool element = output && formal->type == Type::Float && !array && Chance(40);
             if (element)
                 candidates = Targets(scope, Type::Float, true);
-            std::erase_if(candidates, [&, formal = formal, output = output](Variable v) {
+            std::erase_if(candidates, [&, output = output](Variable v) {
                 const bool fits =
                     (v->detail == ReferenceDetail::Uniform) == uniform || (!output && !uniform);
                 return !fits || std::find(outputs.begin(), outputs.end(), v) != outputs.end();
