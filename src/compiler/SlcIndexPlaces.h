@@ -36,6 +36,11 @@ public:
     [[nodiscard]] QxSourceRange RangeOf(const SlcTextRange& range) const;
     /// The body of a definition, with its braces.
     [[nodiscard]] SlcTextRange BodyOf(const SlcTextRange& definition) const;
+    /// It ends with a brace that the source lacks.
+    [[nodiscard]] bool EndsBehindText(const SlcTextRange& range) const
+    {
+        return range.end > m_text.size();
+    }
     /// The text of a range with single blanks.
     [[nodiscard]] std::string TextOf(const SlcTextRange& range) const;
 

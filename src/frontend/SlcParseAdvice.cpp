@@ -73,7 +73,9 @@ int SlcParseAdvice::Next(SlcTokenValue& value, SlcTextRange& range)
     else if (token == 0 && m_keepsBlocks && !m_braces.empty())
         token = CloseBrace();
     m_given = token;
-    range = token == 0 ? SlcTextRange{RangeOfToken().end, RangeOfToken().end} : RangeOfToken();
+    range = RangeOfToken();
+    if (token == 0)
+        range.end = range.begin;
     return token;
 }
 
@@ -81,6 +83,9 @@ SlcTextRange SlcParseAdvice::RangeOfToken()
 {
     const SlcSourcePosition& position = SlcCurrentPosition();
     const auto end = static_cast<std::uint32_t>(position.taken);
+    // What closes blocks there stands behind all that the source has.
+    if (position.isAtEnd)
+        return {end, end + 1};
     return {end - static_cast<std::uint32_t>(position.tokenLength), end};
 }
 

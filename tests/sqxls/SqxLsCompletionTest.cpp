@@ -38,6 +38,7 @@ TEST(SqxLsCompletion, OffersWhatCanStandAtAPlace)
         {"surface a() { illuminance (P, N, 1) { Ci += |; } }", {"Cl", "L"}, {}},
         {"surface a() { { float inner = 1; } Ci = |; }", {"Cs"}, {"inner"}},
         {"surface a() { float x = 1; Ci = x * |", {"x", "Cs"}, {}},
+        {"surface a() { float x = 1; { float y = 1; } |", {"x", "Cs"}, {"y"}},
         {"#define GAIN 2\nsurface a() { Ci = G|; }", {"GAIN"}, {}},
         {"#d|", {"define", "include"}, {"Cs"}},
         {"surface a() { point p = transform(\"|\", P); }", {"shader", "NDC"}, {"hsv"}},
