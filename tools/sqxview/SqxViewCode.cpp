@@ -11,7 +11,7 @@
 #include "process/SqxScratchFolder.h"
 #include "sqx/SqxDump.h"
 #include "sqx/SqxReader.h"
-#include "sqxview/SqxViewJson.h"
+#include "json/SqxOrderedJson.h"
 
 namespace {
 
@@ -86,18 +86,17 @@ std::string SqxViewCode::Level(int level, unsigned long version,
         CompileAll(isOver);
         m_version = isOver() ? 0 : version;
     }
-    std::vector<std::string> counts;
-    for (const Block& block : m_blocks)
-        counts.push_back(SqxJsonObject()
-                             .Add("instructions", std::to_string(block.instructions))
-                             .Add("parallelRuns", std::to_string(block.parallelRuns))
-                             .Add("locals", std::to_string(block.locals))
-                             .Whole());
-    return SqxJsonObject()
-        .Add("version", std::to_string(version))
-        .Add("level", std::to_string(level))
-        .AddText("fault", m_fault)
-        .Add("counts", SqxJsonArray(counts))
-        .AddText("text", m_blocks.empty() ? "" : m_blocks.at(level).text)
-        .Whole();
+    SqxOrderedJson shown;
+    shown["version"] = version;
+    shown["level"] = level;
+    shown["fault"] = m_fault;
+    SqxOrderedJson& counts = shown["counts"] = SqxOrderedJson::array();
+    for (const Block& block : m_blocks) {
+        SqxOrderedJson& count = counts.emplace_back();
+        count["instructions"] = block.instructions;
+        count["parallelRuns"] = block.parallelRuns;
+        count["locals"] = block.locals;
+    }
+    shown["text"] = m_blocks.empty() ? "" : m_blocks.at(level).text;
+    return SqxJsonLine(shown);
 }

@@ -15,8 +15,8 @@
 #include <thread>
 
 #include "sqxview/SqxViewConnections.h"
-#include "sqxview/SqxViewJson.h"
 #include "sqxview/SqxViewPage.h"
+#include "json/SqxOrderedJson.h"
 
 namespace {
 
@@ -80,7 +80,9 @@ unsigned long NumberIn(const Request& request, const char* name, unsigned long u
 void Fail(Response& response, int status, const std::string& text)
 {
     response.status = status;
-    response.set_content(SqxJsonObject().AddText("fault", text).Whole(), k_json);
+    SqxOrderedJson answer;
+    answer["fault"] = text;
+    response.set_content(SqxJsonLine(answer), k_json);
 }
 
 /// What goes wrong is told to the page.

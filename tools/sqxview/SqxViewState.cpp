@@ -4,144 +4,154 @@
 
 #include "sqxview/SqxViewState.h"
 
+#include <cmath>
+
 #include "sqxshade/SqxParameterValues.h"
 #include "sqxshade/SqxShadeCommand.h"
-#include "sqxview/SqxViewJson.h"
+#include "json/SqxOrderedJson.h"
 
 namespace {
 
-[[nodiscard]] std::string ColorNumbers(const QxRGBColor& color)
+/// JSON has no numbers beside the finite ones.
+[[nodiscard]] SqxOrderedJson Number(float number)
 {
-    return SqxJsonNumbers({color.r, color.g, color.b});
+    return std::isfinite(number) ? SqxJsonNumber(number) : SqxOrderedJson();
 }
 
-[[nodiscard]] std::string VectorNumbers(const QxVector3& vector)
+[[nodiscard]] SqxOrderedJson Numbers(const std::vector<float>& numbers)
 {
-    return SqxJsonNumbers({vector.x, vector.y, vector.z});
+    SqxOrderedJson list = SqxOrderedJson::array();
+    for (const float number : numbers)
+        list.push_back(Number(number));
+    return list;
 }
 
-[[nodiscard]] std::string LightState(const SqxPictureLight& light)
+[[nodiscard]] SqxOrderedJson ColorNumbers(const QxRGBColor& color)
 {
-    return SqxJsonObject()
-        .AddText("kind", SqxLightKindWord(light.kind))
-        .Add("from", VectorNumbers(light.from))
-        .Add("to", VectorNumbers(light.to))
-        .Add("color", ColorNumbers(light.color))
-        .Add("intensity", SqxJsonNumber(light.intensity))
-        .Whole();
+    return Numbers({color.r, color.g, color.b});
 }
 
-[[nodiscard]] std::string SettingsState(const SqxPictureSettings& picture)
+[[nodiscard]] SqxOrderedJson VectorNumbers(const QxVector3& vector)
 {
-    std::vector<std::string> lights;
+    return Numbers({vector.x, vector.y, vector.z});
+}
+
+[[nodiscard]] SqxOrderedJson LightState(const SqxPictureLight& light)
+{
+    SqxOrderedJson state;
+    state["kind"] = SqxLightKindWord(light.kind);
+    state["from"] = VectorNumbers(light.from);
+    state["to"] = VectorNumbers(light.to);
+    state["color"] = ColorNumbers(light.color);
+    state["intensity"] = Number(light.intensity);
+    return state;
+}
+
+[[nodiscard]] SqxOrderedJson SettingsState(const SqxPictureSettings& picture)
+{
+    SqxOrderedJson state;
+    state["shape"] = SqxShapeWord(picture.shape);
+    state["width"] = picture.width;
+    state["height"] = picture.height;
+    state["samples"] = picture.samples;
+    state["background"] = ColorNumbers(picture.background);
+    state["color"] = ColorNumbers(picture.color);
+    state["opacity"] = ColorNumbers(picture.opacity);
+    SqxOrderedJson& lights = state["lights"] = SqxOrderedJson::array();
     for (const SqxPictureLight& light : picture.lights)
         lights.push_back(LightState(light));
-    return SqxJsonObject()
-        .AddText("shape", SqxShapeWord(picture.shape))
-        .Add("width", std::to_string(picture.width))
-        .Add("height", std::to_string(picture.height))
-        .Add("samples", std::to_string(picture.samples))
-        .Add("background", ColorNumbers(picture.background))
-        .Add("color", ColorNumbers(picture.color))
-        .Add("opacity", ColorNumbers(picture.opacity))
-        .Add("lights", SqxJsonArray(lights))
-        .Whole();
+    return state;
 }
 
-[[nodiscard]] std::string ExcerptState(const SqxViewExcerpt& excerpt)
+[[nodiscard]] SqxOrderedJson ExcerptState(const SqxViewExcerpt& excerpt)
 {
-    std::vector<std::string> lines;
-    for (const SqxViewExcerpt::Line& line : excerpt.lines)
-        lines.push_back(SqxJsonObject()
-                            .Add("number", std::to_string(line.number))
-                            .AddText("text", line.text)
-                            .AddBool("marked", line.marked)
-                            .Whole());
-    return SqxJsonObject().AddText("file", excerpt.file).Add("lines", SqxJsonArray(lines)).Whole();
+    SqxOrderedJson state;
+    state["file"] = excerpt.file;
+    SqxOrderedJson& lines = state["lines"] = SqxOrderedJson::array();
+    for (const SqxViewExcerpt::Line& line : excerpt.lines) {
+        SqxOrderedJson& shown = lines.emplace_back();
+        shown["number"] = line.number;
+        shown["text"] = line.text;
+        shown["marked"] = line.marked;
+    }
+    return state;
 }
 
 /// One array of all elements, whatever the type.
-[[nodiscard]] std::string ValueState(const std::optional<QxHostValue>& value)
+[[nodiscard]] SqxOrderedJson ValueState(const std::optional<QxHostValue>& value)
 {
     if (!value)
-        return "null";
-    if (value->type != QxValueType::String)
-        return SqxJsonNumbers(value->numbers);
-    std::vector<std::string> texts;
-    for (const std::string& text : value->texts)
-        texts.push_back(SqxJsonText(text));
-    return SqxJsonArray(texts);
+        return nullptr;
+    return value->type == QxValueType::String ? SqxOrderedJson(value->texts)
+                                              : Numbers(value->numbers);
 }
 
-[[nodiscard]] std::string ParameterState(const QxShader::Parameter& parameter,
-                                         const std::optional<QxHostValue>& usual,
-                                         const SqxShadeOptions::Shader& values)
+[[nodiscard]] SqxOrderedJson ParameterState(const QxShader::Parameter& parameter,
+                                            const std::optional<QxHostValue>& usual,
+                                            const SqxShadeOptions::Shader& values)
 {
-    SqxJsonObject state;
-    state.AddText("name", parameter.name)
-        .AddText("type", QxTypeName(parameter.type))
-        .Add("length", std::to_string(parameter.length))
-        .AddBool("varying", parameter.varying)
-        .AddBool("output", parameter.output)
-        .AddText("space", parameter.space)
-        .Add("default", ValueState(usual));
+    SqxOrderedJson state;
+    state["name"] = parameter.name;
+    state["type"] = QxTypeName(parameter.type);
+    state["length"] = parameter.length;
+    state["varying"] = parameter.varying;
+    state["output"] = parameter.output;
+    state["space"] = parameter.space;
+    state["default"] = ValueState(usual);
     for (const auto& [name, text] : values.parameters)
         if (name == parameter.name)
-            state.Add("value", ValueState(SqxReadParameterValue(parameter, text)));
-    return state.Whole();
+            state["value"] = ValueState(SqxReadParameterValue(parameter, text));
+    return state;
 }
 
-[[nodiscard]] std::string ShaderState(const SqxViewShader& shader,
-                                      const SqxShadeOptions::Shader& values)
+[[nodiscard]] SqxOrderedJson ShaderState(const SqxViewShader& shader,
+                                         const SqxShadeOptions::Shader& values)
 {
-    std::vector<std::string> excerpts;
+    SqxOrderedJson state;
+    state["path"] = values.path;
+    state["version"] = shader.version;
+    state["isCompiled"] = shader.isCompiled;
+    state["isRefused"] = shader.isCompiled && !shader.compiled.shader;
+    state["report"] = shader.compiled.report;
+    state["hint"] = shader.hint;
+    SqxOrderedJson& excerpts = state["excerpts"] = SqxOrderedJson::array();
     for (const SqxViewExcerpt& excerpt : shader.compiled.excerpts)
         excerpts.push_back(ExcerptState(excerpt));
-    std::vector<std::string> parameters;
+    SqxOrderedJson& parameters = state["parameters"] = SqxOrderedJson::array();
     if (shader.good)
         for (std::size_t i = 0; i < shader.good->Parameters().size(); ++i)
             parameters.push_back(
                 ParameterState(shader.good->Parameters()[i], shader.defaults.at(i), values));
-    return SqxJsonObject()
-        .AddText("path", values.path)
-        .Add("version", std::to_string(shader.version))
-        .AddBool("isCompiled", shader.isCompiled)
-        .AddBool("isRefused", shader.isCompiled && !shader.compiled.shader)
-        .AddText("report", shader.compiled.report)
-        .AddText("hint", shader.hint)
-        .Add("excerpts", SqxJsonArray(excerpts))
-        .Add("parameters", SqxJsonArray(parameters))
-        .AddText("listing", shader.listing)
-        .Whole();
+    state["listing"] = shader.listing;
+    return state;
 }
 
-[[nodiscard]] std::string PaintingState(const SqxViewPainting& painting, unsigned long number)
+[[nodiscard]] SqxOrderedJson PaintingState(const SqxViewPainting& painting, unsigned long number)
 {
-    return SqxJsonObject()
-        .Add("number", std::to_string(number))
-        .AddBool("isOver", painting.isOver)
-        .AddBool("isWhole", painting.isWhole)
-        .AddBool("isShown", painting.png != nullptr)
-        .AddText("fault", painting.fault)
-        .AddText("notes", painting.notes)
-        .Add("milliseconds", std::to_string(painting.time.count()))
-        .Whole();
+    SqxOrderedJson state;
+    state["number"] = number;
+    state["isOver"] = painting.isOver;
+    state["isWhole"] = painting.isWhole;
+    state["isShown"] = painting.png != nullptr;
+    state["fault"] = painting.fault;
+    state["notes"] = painting.notes;
+    state["milliseconds"] = painting.time.count();
+    return state;
 }
 
 }  // namespace
 
 std::string SqxViewStateText(const SqxViewState& state)
 {
-    std::vector<std::string> shaders;
+    SqxOrderedJson shown;
+    shown["version"] = state.version;
+    shown["settings"] = SettingsState(state.shade.picture);
+    SqxOrderedJson& shaders = shown["shaders"] = SqxOrderedJson::array();
     for (std::size_t i = 0; i < state.shaders.size(); ++i)
         shaders.push_back(ShaderState(state.shaders[i], state.shade.shaders.at(i)));
-    return SqxJsonObject()
-        .Add("version", std::to_string(state.version))
-        .Add("settings", SettingsState(state.shade.picture))
-        .Add("shaders", SqxJsonArray(shaders))
-        .Add("picture", PaintingState(state.painting, state.pictureNumber))
-        .Add("timeLimit", std::to_string(state.timeLimit.count()))
-        .Add("mostBytes", std::to_string(SqxViewState::k_mostBytes))
-        .AddText("command", SqxShadeCommand(state.shade))
-        .Whole();
+    shown["picture"] = PaintingState(state.painting, state.pictureNumber);
+    shown["timeLimit"] = state.timeLimit.count();
+    shown["mostBytes"] = SqxViewState::k_mostBytes;
+    shown["command"] = SqxShadeCommand(state.shade);
+    return SqxJsonLine(shown);
 }
