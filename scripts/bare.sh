@@ -85,6 +85,8 @@ copy_network_settings "$root"
 git clone -q --no-hardlinks . "$root/root/clone"
 for connection in network alone; do
     inside "$connection" scripts/quickstart.sh
+    # What it proposes at its end.
+    inside "$connection" cmake --install build/release --prefix /root/installed >/dev/null
     inside "$connection" scripts/test.sh
 done
 # The packages are for a system that has nothing to build with.

@@ -1,23 +1,34 @@
 #!/usr/bin/env bash
 # Builds the programs with other compilers, C++ libraries and sizes of addresses, without a warning, and
 # compiles and shades an example with each: the byte-code and the values are those of the release build.
-# usage: compilers.sh [NAME...]    after a build of the release preset; all that are here by default
+# usage: compilers.sh [--install] [NAME...]    after a build of the release preset; all of them by default
+#   --install  installs what is missing for each with apt-get; only one version of libc++ can be installed,
+#              so that the next one replaces it. Without it, what is missing is said and passed over.
+# environment: SLC_COMPILERS_JOBS  how many compile at a time; one for each processor by default
 set -euo pipefail
 cd "$(dirname "$0")/.."
+source scripts/prepare.sh
 
-# What cmake needs for each, and what a program of it is run with.
-#   name             compiler     flags
+# g++ and clang++ 14 are those of Debian 12, whose newest clang++ is 22. -m32 goes without g++-multilib, which
+# no compiler for another architecture can be installed beside: the headers of the kernel suit both sizes.
+#   name                compiler     packages                                              flags
 compilers='
-    g++              g++          
-    clang++-14       clang++-14   
-    clang++-22       clang++-22   
-    clang++-libc++   clang++-22   -stdlib=libc++
-    g++-m32          g++          -m32
+    g++                 g++          g++
+    clang++-14          clang++-14   clang-14
+    clang++-14-libc++   clang++-14   clang-14,libc++-14-dev,libc++abi-14-dev    -stdlib=libc++
+    clang++-22          clang++-22   clang-22
+    clang++-22-libc++   clang++-22   clang-22,libc++-22-dev,libc++abi-22-dev    -stdlib=libc++
+    g++-m32             g++          lib32stdc++-12-dev                         -m32 -msse2 -mfpmath=sse -idirafter /usr/include/x86_64-linux-gnu
 '
+install=0
+[ "${1-}" != --install ] || { install=1; shift; }
 [ -x build/release/bin/shaderqx ] || {
     echo "$0: build the release preset first" >&2
     exit 1
 }
+if command -v ccache >/dev/null; then
+    export CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache
+fi
 example=marble
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
@@ -36,32 +47,55 @@ values() {
     cksum <"$scratch/files/$example.sqx"
 }
 
-failures=0
+# True if the compiler $1 with the flags $2... finds its libraries and the kernel's headers.
+is_here() {
+    printf '#include <cerrno>\n#include <iostream>\nint main() { std::cout << errno; }\n' |
+        "$@" -std=c++20 -x c++ - -o "$scratch/empty" 2>/dev/null
+}
+
+# Builds row $1 with the compiler $2 and the flags $3...; the log tells why it failed.
+try() {
+    local name=$1 compiler=$2 flags=${*:3} build=$PWD/build/compilers/$1 disabled=()
+    # Libraries are those of this machine's own programs: what needs libpng is built where they fit.
+    [[ $name != *libc++ && $name != *m32 ]] || disabled=(-DCMAKE_DISABLE_FIND_PACKAGE_PNG=ON)
+    cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=Release -DBUILD_TESTING=OFF "-DCMAKE_CXX_FLAGS=$flags -Werror" \
+        -DCMAKE_C_COMPILER="$(sed 's/clang++/clang/; s/g++/gcc/' <<<"$compiler")" \
+        -DCMAKE_C_FLAGS="$(grep -o -- '-m32' <<<"$flags" || true)" \
+        -DCMAKE_CXX_COMPILER="$compiler" "${disabled[@]}" >"$scratch/log" 2>&1 &&
+        cmake --build "$build" --parallel "${SLC_COMPILERS_JOBS:-$(nproc)}" --target programs \
+            -- "${keep_going[@]}" >"$scratch/log" 2>&1 &&
+        values "$build" "$compiler $flags" >"$scratch/actual" 2>"$scratch/log" &&
+        diff "$scratch/expected" "$scratch/actual" >"$scratch/log"
+}
+
+# The warnings of all files are shown and not of the first alone; make and ninja word that differently.
+keep_going=(-k)
+if command -v ninja >/dev/null; then
+    export CMAKE_GENERATOR=Ninja
+    keep_going=(-k 0)
+fi
+passed=0
+missing=0
+failed=0
 values "$PWD/build/release" c++ >"$scratch/expected"
-while read -r name compiler flags; do
+while read -r name compiler packages flags; do
     [ -n "$name" ] || continue
     [ $# = 0 ] || [[ " $* " == *" $name "* ]] || continue
-    if ! printf '#include <cerrno>\nint main() {}\n' | $compiler $flags -std=c++20 -x c++ - -o "$scratch/empty" 2>/dev/null; then
-        echo "$name: not here"
-        continue
+    # shellcheck disable=SC2086  # the flags are words, and so are the packages
+    if ! is_here $compiler $flags && [ "$install" = 1 ]; then
+        install_packages ${packages//,/ } </dev/null >"$scratch/log" 2>&1 || cat "$scratch/log"
     fi
-    [ "$flags" != -m32 ] || flags='-m32 -msse2 -mfpmath=sse'
-    build=$PWD/build/compilers/$name
-    # Libraries are those of this machine's own programs: what needs libpng is built where they fit.
-    disabled=()
-    [[ $name != *libc++ && $name != *m32 ]] || disabled=(-DCMAKE_DISABLE_FIND_PACKAGE_PNG=ON)
-    if cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=Release -DBUILD_TESTING=OFF "-DCMAKE_CXX_FLAGS=$flags -Werror" \
-            -DCMAKE_C_COMPILER="$(sed 's/clang++/clang/; s/g++/gcc/' <<<"$compiler")" \
-            -DCMAKE_C_FLAGS="$(grep -o -- '-m32' <<<"$flags" || true)" \
-            -DCMAKE_CXX_COMPILER="$compiler" "${disabled[@]}" >"$scratch/log" 2>&1 &&
-        cmake --build "$build" --parallel "$(nproc)" --target programs >"$scratch/log" 2>&1 &&
-        values "$build" "$compiler $flags" >"$scratch/actual" 2>"$scratch/log" &&
-        diff "$scratch/expected" "$scratch/actual" >"$scratch/log"; then
+    if ! is_here $compiler $flags; then
+        echo "$name: not here; install ${packages//,/ }"
+        missing=$((missing + 1))
+    elif try "$name" "$compiler" $flags </dev/null; then
         echo "$name: builds, compiles and shades"
+        passed=$((passed + 1))
     else
         grep -E 'error|warning|^[<>]' "$scratch/log" | head -n 20
         echo "$name: failed"
-        failures=$((failures + 1))
+        failed=$((failed + 1))
     fi
 done <<<"$compilers"
-[ "$failures" = 0 ]
+echo "$passed passed, $failed failed, $missing not here"
+[ "$failed" = 0 ] && [ $((passed + missing)) -gt 0 ]

@@ -56,27 +56,31 @@ missing_packages() {
     done <<<"$1"
 }
 
-# Installs the packages that are missing of the table $1; asks for nothing, and stays off the network
-# if none is missing.
-install_missing() {
-    local packages as_root=()
-    mapfile -t packages < <(missing_packages "$1")
-    [ ${#packages[@]} -gt 0 ] || return 0
+# Installs the packages $@; asks for nothing.
+install_packages() {
+    local as_root=()
     if ! command -v apt-get >/dev/null; then
-        echo "$0: apt-get is not here; install by hand: ${packages[*]}" >&2
+        echo "$0: apt-get is not here; install by hand: $*" >&2
         return 1
     fi
     if [ "$(id -u)" != 0 ]; then
         command -v sudo >/dev/null || {
-            echo "$0: not root and no sudo; install by hand: ${packages[*]}" >&2
+            echo "$0: not root and no sudo; install by hand: $*" >&2
             return 1
         }
         as_root=(sudo)
     fi
-    echo "Installing ${packages[*]}"
+    echo "Installing $*"
     "${as_root[@]}" apt-get update -qq
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-        apt-get install -y -qq --no-install-recommends "${packages[@]}"
+        apt-get install -y -qq --no-install-recommends "$@"
+}
+
+# Installs the packages that are missing of the table $1, and stays off the network if none is missing.
+install_missing() {
+    local packages
+    mapfile -t packages < <(missing_packages "$1")
+    [ ${#packages[@]} = 0 ] || install_packages "${packages[@]}"
 }
 
 # Configures the preset $1 and builds its targets $2..., or all of them, in build/$1, with ninja and ccache
