@@ -3,7 +3,29 @@
 #include "compiler/SlcIndexPlaces.h"
 
 #include <algorithm>
+#include <cctype>
 #include <tuple>
+
+namespace {
+
+bool IsWordPart(char c)
+{
+    return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_';
+}
+
+std::size_t FindWord(std::string_view text, std::string_view word, std::size_t from)
+{
+    for (std::size_t at = text.find(word, from); at != std::string_view::npos;
+         at = text.find(word, at + 1)) {
+        const std::size_t end = at + word.size();
+        if ((at == 0 || !IsWordPart(text[at - 1])) &&
+            (end == text.size() || !IsWordPart(text[end])))
+            return at;
+    }
+    return std::string_view::npos;
+}
+
+}  // namespace
 
 std::size_t SlcIndexPlaces::TokenAt(std::size_t offset) const
 {
@@ -33,6 +55,29 @@ QxSourcePlace SlcIndexPlaces::PlaceOf(std::size_t token) const
 {
     const SlcPreprocessorTrace::Token& found = Token(token);
     return Public(found.place.file >= 0 ? found.place : found.use);
+}
+
+SlcIndexPlaces::Part SlcIndexPlaces::FindPart(const SlcTextRange& range, std::string_view word,
+                                              std::size_t skipped) const
+{
+    const auto& tokens = m_trace.Tokens();
+    for (std::size_t i = TokenAt(range.begin); i < tokens.size() && tokens[i].offset < range.end;
+         ++i, skipped = 0)
+        if (const std::size_t at = FindWord(tokens[i].text, word, skipped); at != std::string::npos)
+            return {i, at, word.size()};
+    return {};
+}
+
+QxSourcePlace SlcIndexPlaces::PlaceOf(const Part& part) const
+{
+    QxSourcePlace place = PlaceOf(part.token);
+    const std::string& text = Token(part.token).text;
+    // Otherwise a backslash cuts it, or no file holds its characters.
+    if (static_cast<std::size_t>(place.length) == text.size() && text.size() > part.length) {
+        place.column += static_cast<int>(part.begin);
+        place.length = static_cast<int>(part.length);
+    }
+    return place;
 }
 
 QxSourcePlace SlcIndexPlaces::ShownPlaceOf(std::size_t token) const

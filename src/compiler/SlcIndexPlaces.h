@@ -31,6 +31,19 @@ public:
 
     /// Where the characters of a token stand.
     [[nodiscard]] QxSourcePlace PlaceOf(std::size_t token) const;
+    /// A word in the spelling of a token.
+    struct Part {
+        std::size_t token = k_none;
+        std::size_t begin = 0;  // in characters of the token
+        std::size_t length = 0;
+    };
+    /// Where a word stands first in a range, without the first `skipped` characters of the range.
+    /// What is no token of the language, such as '$', the preprocessor takes for a part of a word
+    /// or for the beginning of a string, and the scanner passes over.
+    [[nodiscard]] Part FindPart(const SlcTextRange& range, std::string_view word,
+                                std::size_t skipped) const;
+    /// Where its characters stand.
+    [[nodiscard]] QxSourcePlace PlaceOf(const Part& part) const;
     /// Where a token stands for its reader: one from a macro's body at the use of the macro.
     [[nodiscard]] QxSourcePlace ShownPlaceOf(std::size_t token) const;
     [[nodiscard]] QxSourceRange RangeOf(const SlcTextRange& range) const;

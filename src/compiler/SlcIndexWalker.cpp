@@ -212,12 +212,16 @@ void SlcIndexWalker::Case(SlcShaderDefNode* node)
     QxIndexedName shader = Defined(QxNameKind::Shader, node->GetIdent()->GetName(), node->Range());
     shader.type = node->GetShaderType()->ToString();
     // A shader may be called like its kind.
-    const std::size_t token = m_places.TokenAt(node->Range().begin) + 1;
-    shader.place = m_places.PlaceOf(token);
+    const auto part = m_places.FindPart(node->Range(), shader.name, shader.type.size());
+    if (part.token != SlcIndexPlaces::k_none)
+        shader.place = m_places.PlaceOf(part);
     if (m_index.shaderKind.empty())
         m_index.shaderKind = shader.type;
+    const QxSourcePlace place = shader.place;
     const int number = m_names.Add(std::move(shader));
-    AddUse(number, QxUseRole::Definition, token, nullptr);
+    AddUse(number, QxUseRole::Definition, part.token, nullptr);
+    if (part.token != SlcIndexPlaces::k_none)
+        m_index.uses.back().place = place;
     Show(number, node->Range().end);
     const int outer = std::exchange(m_owner, number);
     const Block block(*this, QxBlockKind::Shader, node->Range(), number);

@@ -64,6 +64,8 @@ int SlcParseAdvice::Next(SlcTokenValue& value, SlcTextRange& range)
         range = RangeOfToken();
         return m_pendingBrace;
     }
+    if (Inserts())
+        return Insert(value, range);
     const bool dropsElse = std::exchange(m_dropsElse, false);
     int token = ReadKept();
     if (m_isRecovering)
@@ -175,7 +177,13 @@ void SlcParseAdvice::KeepBlock()
 
 int SlcParseAdvice::Read()
 {
-    const int code = SlcScanner::Next(*m_value);
+    const int code = Scan();
+    Keep(code);
+    return code;
+}
+
+void SlcParseAdvice::Keep(int code)
+{
     // The oldest token gives its place, and nobody asks for it on the way.
     Token& token = m_tokens[m_count % k_kept];
     token.code = code;
@@ -186,7 +194,6 @@ int SlcParseAdvice::Read()
         token.text = SlcScanner::TokenText();
     Follow(token);
     ++m_count;
-    return code;
 }
 
 void SlcParseAdvice::Follow(const Token& token)
@@ -298,6 +305,8 @@ void SlcParseAdvice::FollowCondition(const Token& token)
 std::string SlcParseAdvice::Refused(const SlcParserTables& tables)
 {
     const int token = m_given;
+    if (m_keepsBlocks)
+        m_found = {m_scanned - 1, Replacement(tables)};
     m_faultHead = m_head == 0 ? m_headBefore : m_head;
     // The parser takes a ";" or "}" for the end of what it drops, and drops any other token.
     m_isRecovering = token != ';' && token != '}';

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,7 +37,15 @@ public:
     /// From here on a brace that ends what the parser drops also closes its block, and the end of
     /// the source closes those that are open: more of a source with faults can be read, while what
     /// is reported of it may follow from the first fault.
-    void KeepBlocks() { m_keepsBlocks = true; }
+    /// Faults that the parser cannot go on after are repaired as `repairs` say, in the order of the
+    /// source. From here on advice is made, whether or not it is shown.
+    struct Repair {
+        std::size_t at = 0;  // counts the tokens of the source
+        int token = 0;       // put in front of that one; 0: that one is left out
+    };
+    void KeepBlocks(std::vector<Repair> repairs);
+    /// With which the parser, which has given up, would go on; none at the end of the source.
+    [[nodiscard]] std::optional<Repair> NextRepair() const;
     /// The last token ended the block of a call, which was reported.
     void RefusedBlock() { m_drops = Drops::Else; }
 
@@ -76,6 +85,16 @@ private:
 
     /// A token of the scanner, for the ring.
     [[nodiscard]] int Read();
+    /// The next token of the scanner that no repair leaves out.
+    [[nodiscard]] int Scan();
+    /// Whether the next repair puts a token in front of the next one.
+    [[nodiscard]] bool Inserts() const;
+    /// That token.
+    [[nodiscard]] int Insert(SlcTokenValue& value, SlcTextRange& range);
+    /// Enters a token into the ring.
+    void Keep(int code);
+    /// What the parser could take instead of what it refuses; 0 for nothing.
+    [[nodiscard]] int Replacement(const SlcParserTables& tables) const;
     /// Keeps the fields below up with the tokens: each of the next four its part.
     void Follow(const Token& token);
     void FollowHead(const Token& token);
@@ -146,7 +165,11 @@ private:
     int m_pendingBrace = '{';
     SlcTokenValue m_blockValue = {};
     bool m_keepsBlocks = false;
-    int m_given = 0;  // the last token that the parser got
+    std::vector<Repair> m_repairs;
+    std::size_t m_nextRepair = 0;  // in `m_repairs`
+    std::size_t m_scanned = 0;     // tokens of the source
+    Repair m_found;                // for the last fault
+    int m_given = 0;               // the last token that the parser got
 
     Condition m_condition = Condition::None;  // of an `if` or a loop
     std::size_t m_conditionDepth = 0;         // open parentheses around it

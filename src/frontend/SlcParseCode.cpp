@@ -26,24 +26,32 @@ int yyparse();
 
 namespace {
 
-std::unique_ptr<SlcDefinitionsNode> Parse(std::FILE* file, std::string_view text,
-                                          bool keepsBlocks = false)
+using Repairs = std::vector<SlcParseAdvice::Repair>;
+
+constexpr std::size_t k_mostRepairs = 12;  // each costs a parse
+
+struct Parsed {
+    std::unique_ptr<SlcDefinitionsNode> root;
+    bool isWhole = false;  // the parser has not given up before the end
+};
+
+Parsed Parse(std::FILE* file, std::string_view text, const Repairs* repairs = nullptr)
 {
     ResetNbErrorsAndWarnings();
     SlcParseActions::Begin();
-    if (keepsBlocks)
-        SlcParseActions::Advice().KeepBlocks();
+    if (repairs)
+        SlcParseActions::Advice().KeepBlocks(*repairs);
     SlcScanner::Begin(file, text);
-    // Every way of failing has counted an error, so that the result adds nothing.
-    static_cast<void>(yyparse());
-    return SlcParseActions::TakeRoot();
+    const bool isWhole = yyparse() == 0;
+    return {SlcParseActions::TakeRoot(), isWhole};
 }
 
-std::unique_ptr<SlcDefinitionsNode> RefuseFaults(std::unique_ptr<SlcDefinitionsNode> root)
+/// Every way of failing has counted an error.
+std::unique_ptr<SlcDefinitionsNode> RefuseFaults(Parsed parsed)
 {
     if (NbErrors() != 0)
         throw SlcCompilationError();
-    return root;
+    return std::move(parsed.root);
 }
 
 }  // namespace
@@ -60,10 +68,17 @@ std::unique_ptr<SlcDefinitionsNode> ParseCode(std::string_view text, bool)
 
 std::unique_ptr<SlcDefinitionsNode> ParseFaultyCode(std::string_view text)
 {
-    return Parse(nullptr, text);
+    return Parse(nullptr, text).root;
 }
 
 std::unique_ptr<SlcDefinitionsNode> ParseForIndex(std::string_view text)
 {
-    return Parse(nullptr, text, true);
+    Repairs repairs;
+    for (;;) {
+        Parsed parsed = Parse(nullptr, text, &repairs);
+        const auto repair = SlcParseActions::Advice().NextRepair();
+        if (parsed.isWhole || !repair || repairs.size() == k_mostRepairs)
+            return std::move(parsed.root);
+        repairs.push_back(*repair);
+    }
 }

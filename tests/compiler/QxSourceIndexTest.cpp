@@ -146,6 +146,36 @@ TEST(QxSourceIndex, ReadsOnPastFaults)
     }
 }
 
+TEST(QxSourceIndex, ReadsOnPastFaultsOutsideOfBlocks)
+{
+    static const struct {
+        const char* source;  // whose last line ends with a use of Kd
+        const char* shader;  // its definition
+    } cases[] = {
+        {"surface a(float x = 1 float Kd = 1) {\nCi = Kd; }", "0:1:9+1 shader a def"},
+        {"surface a(float x = ; float Kd = 1) {\nCi = Kd; }", "0:1:9+1 shader a def"},
+        {"surface a(float x = 1, float Kd = 1) {\nCi = Kd; }", "0:1:9+1 shader a def"},
+        {"surface a(float x = 1; int y = 2; float Kd = 1) {\nCi = Kd; }", "0:1:9+1 shader a def"},
+        {"surface a(float Kd = 1 {\nCi = Kd; }", "0:1:9+1 shader a def"},
+        {"surface a(float Kd = 1)\nCi = Kd; }", "0:1:9+1 shader a def"},
+        {"float f(float x float y) { return x; } }\nsurface a(float Kd = 1) {\nCi = Kd; }",
+         "0:2:9+1 shader a def"},
+        {"surface a$(float Kd = 1) {\nCi = Kd; }", "0:1:9+1 shader a def"},
+        {"surface$a(float Kd = 1) {\nCi = Kd; }", "0:1:9+1 shader a def"},
+        {"surface\" a(float Kd = 1)\n{\nCi = Kd; }", "0:1:10+1 shader a def"},
+    };
+    for (const auto& c : cases) {
+        const QxCompileResult result = Compile(c.source);
+        EXPECT_FALSE(result.succeeded);
+        const std::vector<std::string> uses = UseTexts(*result.index);
+        ASSERT_FALSE(uses.empty()) << c.source;
+        EXPECT_NE(std::find(uses.begin(), uses.end(), c.shader), uses.end()) << c.source;
+        EXPECT_NE(uses.back().find(" parameter Kd read float uniform"), std::string::npos)
+            << c.source << '\n'
+            << uses.back();
+    }
+}
+
 std::string NamesOf(const QxSourceIndex& index, const std::vector<int>& numbers)
 {
     std::string text;
