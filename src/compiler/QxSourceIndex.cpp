@@ -125,12 +125,32 @@ std::vector<int> QxSourceIndex::NamesInScope(int file, int line, int column) con
     return found;
 }
 
+QxSourcePlace QxSourceIndex::MacroAround(int file, int line, int column) const
+{
+    QxSourceRange outermost;
+    for (const QxIndexedMacroUse& use : macroUses)
+        if (use.range.Contains(file, line, column) &&
+            (outermost.file < 0 || use.range.Contains(file, outermost.line, outermost.column)))
+            outermost = use.range;
+    return {outermost.file, outermost.line, outermost.column, 0};
+}
+
 QxCallAtPlace QxSourceIndex::CallAt(int file, int line, int column) const
 {
     QxCallAtPlace result;
     int depth = 0;
+    const QxSourcePlace macro = MacroAround(file, line, column);
+    const auto isPassedOver = [&](const Token& token) {
+        const bool isHere = token.use.file == macro.file && token.use.line == macro.line &&
+                            token.use.column == macro.column;
+        return macro.file >= 0 && isHere &&
+               (token.isBody || token.place.file != file ||
+                std::tie(token.place.line, token.place.column) >= std::tie(line, column));
+    };
     // What is not written yet may have left any parentheses open: a ";" or a brace ends the way.
     for (std::size_t i = OrderAt(file, line, column); i-- > 0;) {
+        if (isPassedOver(tokens[i]))
+            continue;
         const std::string& text = tokens[i].text;
         if (text == "{" || text == "}" || (text == ";" && depth == 0))
             return {};

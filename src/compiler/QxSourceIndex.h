@@ -171,7 +171,8 @@ public:
     /// The innermost block that holds a place. O(n).
     [[nodiscard]] int BlockAt(int file, int line, int column) const;
     /// The innermost call whose parentheses are open at a place. Looks at the tokens alone, so that
-    /// a call that is being written counts. O(n).
+    /// a call that is being written counts, and at those of the arguments of a macro, not at what
+    /// it puts around them. O(n).
     [[nodiscard]] QxCallAtPlace CallAt(int file, int line, int column) const;
 
     /// A word, a sign or a literal, as the compiler read it; `place` is where its characters stand.
@@ -179,10 +180,14 @@ public:
         QxSourcePlace place;
         QxSourcePlace use;  // of a macro that it comes from; `file` is -1 if it comes from none
         std::string text;
+        bool isBody = false;  // it stands in the definition of a macro, not between its arguments
     };
     std::vector<Token> tokens;
 
 private:
     /// How many tokens stand before a place.
     [[nodiscard]] unsigned OrderAt(int file, int line, int column) const;
+    /// The name of the outermost macro between whose parentheses a place is; in no file if there is
+    /// none. O(n).
+    [[nodiscard]] QxSourcePlace MacroAround(int file, int line, int column) const;
 };

@@ -40,7 +40,7 @@ private:
     {
         for (const Trace::Token& token : m_trace.Tokens())
             m_index.tokens.push_back({SlcIndexPlaces::Public(token.place),
-                                      SlcIndexPlaces::Public(token.use), token.text});
+                                      SlcIndexPlaces::Public(token.use), token.text, token.isBody});
     }
 
     void AddWholeSource()

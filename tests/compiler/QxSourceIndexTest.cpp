@@ -218,6 +218,32 @@ TEST(QxSourceIndex, AnswersWhatAPlaceSees)
     EXPECT_EQ(index->UseAt(0, 7, 6), nullptr);
 }
 
+TEST(QxSourceIndex, SeesTheCallBetweenTheArgumentsOfAMacro)
+{
+    const std::string first = "#define TWICE(x) mix(x, (x), 0.5)\n";
+    static const struct {
+        const char* line;  // with '|' for the place
+        const char* call;
+        int argument;
+    } cases[] = {
+        {"surface a() { Ci = TWICE(noise(s, |t)); }", "noise", 1},
+        {"surface a() { Ci = TWICE(noise(s|, t)); }", "noise", 0},
+        {"surface a() { Ci = TWICE(noise(s, t)| * noise(u)); }", "", 0},
+        {"surface a() { Ci = max(u, TWICE(noise(s) |)); }", "max", 1},
+        {"surface a() { Ci = TWICE(TWICE(max(s, |t))); }", "max", 1},
+        {"surface a() { Ci = TWICE(u) * max(v, |t); }", "max", 1},
+    };
+    for (const auto& c : cases) {
+        std::string line = c.line;
+        const std::size_t column = line.find('|');
+        line.erase(column, 1);
+        const auto index = Compile(first + line).index;
+        const QxCallAtPlace call = index->CallAt(0, 2, static_cast<int>(column) + 1);
+        EXPECT_EQ(call.name, c.call) << c.line;
+        EXPECT_EQ(call.argument, c.argument) << c.line;
+    }
+}
+
 TEST(QxLanguage, ListsWhatTheLanguageDefines)
 {
     const auto& functions = QxBuiltInFunctions();

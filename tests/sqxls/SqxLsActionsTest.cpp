@@ -1,3 +1,4 @@
+#include <cmath>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -55,19 +56,41 @@ TEST(SqxLsActions, CarryOutAdviceThatLeavesNoChoice)
 TEST(SqxLsColors, AreShownAndWritten)
 {
     LsEditor editor;
-    editor.Open("a.sl",
-                "surface a(color c = color (1, 0.5, 0); color d = color \"rgb\" (.25, 0, 2))\n"
-                "{ Ci = color (s, t, 0) + color \"hsv\" (0, 0, 0); }\n");
-    const SqxJson colors = editor.AskAt("textDocument/documentColor", "a.sl");
-    ASSERT_EQ(colors.size(), 2U);
-    EXPECT_EQ(RangeText(colors[0]["range"]), "0:20-0:37");
-    EXPECT_EQ(colors[0]["color"]["green"], 0.5);
-    EXPECT_EQ(colors[1]["color"]["red"], 0.25);
-    SqxJson params =
-        SqxJson::parse(R"({"color": {"red": 0.12345, "green": 1, "blue": 0, "alpha": 1}})");
-    params["range"] = colors[1]["range"];
-    EXPECT_EQ(editor.AskAt("textDocument/colorPresentation", "a.sl", "", params)[0]["label"],
-              "color \"rgb\" (0.123, 1, 0)");
+    struct {
+        const char* text;
+        const char* shown;  // in hundredths; empty for no color
+        const char* green;  // how pure green is written there
+    } static const cases[] = {
+        {"color (1, 0.5, 0)", "100 50 0", "color (0, 1, 0)"},
+        {"color \"rgb\" (.25, 0, 2)", "25 0 100", "color \"rgb\" (0, 1, 0)"},
+        {"color \"hsv\" (0.6666667, 1, 0.5)", "0 0 50", "color \"hsv\" (0.333, 1, 1)"},
+        {"color\"YIQ\"(0.299, 0.596, 0.212)", "100 0 0", "color\"YIQ\"(0.587, -0.275, -0.523)"},
+        {"color \"YIQ\" (0.587, -0.275, -0.523)", "0 100 0",
+         "color \"YIQ\" (0.587, -0.275, -0.523)"},
+        {"color (s, t, 0)", "", ""},
+        {"color \"HSV\" (0, 0, 0)", "", ""},
+        {"color (1, 1)", "", ""},
+        {"color \"hsv", "", ""},
+    };
+    for (const auto& one : cases) {
+        editor.Open("a.sl", one.text);
+        const SqxJson colors = editor.AskAt("textDocument/documentColor", "a.sl");
+        ASSERT_EQ(colors.size(), *one.shown ? 1U : 0U) << one.text;
+        if (colors.empty())
+            continue;
+        EXPECT_EQ(RangeText(colors[0]["range"]),
+                  "0:0-0:" + std::to_string(std::string(one.text).size()));
+        std::string shown;
+        for (const char* component : {"red", "green", "blue"})
+            shown += (shown.empty() ? "" : " ") +
+                     std::to_string(std::lround(colors[0]["color"][component].get<double>() * 100));
+        EXPECT_EQ(shown, one.shown) << one.text;
+        SqxJson params =
+            SqxJson::parse(R"({"color": {"red": 0, "green": 1, "blue": 0, "alpha": 1}})");
+        params["range"] = colors[0]["range"];
+        EXPECT_EQ(editor.AskAt("textDocument/colorPresentation", "a.sl", "", params)[0]["label"],
+                  one.green);
+    }
 }
 
 TEST(SqxLsLens, StartsAProgramThatShowsTheFile)

@@ -104,6 +104,10 @@ TEST(SqxLsSignature, ShowsOverloadsAndTheArgument)
         {"surface a() { Ci = noise(|", 3, "noise(", 0},
         {"surface a() { Ci = mix(Cs, noise(P), |", 2, "mix(", 2},
         {"surface a() { Ci = texture(\"a\", s, |); }", 1, "texture(", 2},
+        {"#define TWICE(x, y) ((x) * (y))\nsurface a() { Ci = TWICE(1, |); }", 1,
+         "#define TWICE(x, y)", 1},
+        {"#define TWICE(x) ((x) + (x))\nsurface a() { Ci = TWICE(mix(Cs, |Os, 0.5)); }", 2,
+         "color mix(color, color,", 1},
     };
     LsEditor editor;
     for (const auto& one : cases) {

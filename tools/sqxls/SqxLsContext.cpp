@@ -45,6 +45,7 @@ bool IsLightLoop(std::string_view word)
 struct Open {
     std::string call;
     std::size_t argument = 0;
+    std::size_t begin = 0;  // of the name
 };
 
 /// What the tokens before the word say of calls and assignments.
@@ -60,7 +61,9 @@ void ReadCode(const std::vector<SqxLsToken>& tokens, std::size_t count, SqxLsCon
         const bool isNamed = i > 0 && (tokens[i - 1].kind == SqxLsToken::Kind::Word ||
                                        tokens[i - 1].kind == SqxLsToken::Kind::Keyword);
         if (token.text == "(")
-            open.push_back({isNamed ? std::string(tokens[i - 1].text) : "", 0});
+            open.push_back(isNamed
+                               ? Open{std::string(tokens[i - 1].text), 0, tokens[i - 1].span.begin}
+                               : Open());
         else if (token.text == "[")
             open.push_back({});
         else if ((token.text == ")" || token.text == "]") && !open.empty()) {
@@ -86,6 +89,7 @@ void ReadCode(const std::vector<SqxLsToken>& tokens, std::size_t count, SqxLsCon
     for (auto call = open.rbegin(); call != open.rend() && context.call.empty(); ++call) {
         context.call = call->call;
         context.argument = call->argument;
+        context.callBegin = call->begin;
     }
 }
 

@@ -20,6 +20,7 @@ struct SqxLsContext {
     SqxLsSpan typed;   // the part of the word that is before the place
     std::string call;  // innermost call that is open; empty for none
     std::size_t argument = 0;
+    std::size_t callBegin = 0;  // offset of its name
     std::string before;  // token before the word
     bool isInLightLoop = false;
     std::string target;  // name that is assigned to, in the statement at hand; empty for none

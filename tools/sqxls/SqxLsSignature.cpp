@@ -12,17 +12,39 @@
 
 namespace {
 
-std::vector<const QxIndexedName*> OverloadsOf(const QxSourceIndex& index, const std::string& name)
+using Overloads = std::vector<const QxIndexedName*>;
+
+bool IsMacro(const QxIndexedName& name)
 {
-    std::vector<const QxIndexedName*> overloads;
-    for (const QxIndexedName& function : index.names)
-        if (function.name == name &&
-            (function.kind == QxNameKind::Function || function.kind == QxNameKind::Shadeop))
+    return name.kind == QxNameKind::Macro;
+}
+
+/// A macro of that name is all that a call of it means.
+Overloads OverloadsOf(const QxSourceIndex& index, const std::string& name)
+{
+    Overloads overloads;
+    for (const QxIndexedName& function : index.names) {
+        if (function.name != name)
+            continue;
+        if (IsMacro(function) && !function.macroParameters.empty())
+            return {&function};
+        if (function.kind == QxNameKind::Function || function.kind == QxNameKind::Shadeop)
             overloads.push_back(&function);
+    }
     for (const QxIndexedName& function : QxBuiltInFunctions())
         if (function.name == name)
             overloads.push_back(&function);
     return overloads;
+}
+
+std::vector<std::string> FormalsOf(const QxIndexedName& function)
+{
+    if (IsMacro(function))
+        return function.macroParameters;
+    std::vector<std::string> texts;
+    for (const QxIndexedFormal& formal : function.formals)
+        texts.push_back(formal.text);
+    return texts;
 }
 
 /// The formals as parts of the declaration.
@@ -30,27 +52,37 @@ SqxJson ParametersOf(const QxIndexedName& function)
 {
     SqxJson parameters = SqxJson::array();
     std::size_t at = function.declaration.find('(');
-    for (const QxIndexedFormal& formal : function.formals) {
-        at = std::min(function.declaration.find(formal.text, at), function.declaration.size());
-        const std::size_t end = std::min(at + formal.text.size(), function.declaration.size());
+    for (const std::string& formal : FormalsOf(function)) {
+        at = std::min(function.declaration.find(formal, at), function.declaration.size());
+        const std::size_t end = std::min(at + formal.size(), function.declaration.size());
         parameters.push_back({{"label", {at, end}}});
         at = end;
     }
     return parameters;
 }
 
-/// The overload that the checks have chosen, or the first that takes so many arguments.
-std::size_t ActiveOf(const SqxLsCursor& cursor, const QxCallAtPlace& call, std::size_t argument,
-                     const std::vector<const QxIndexedName*>& overloads)
+/// The overload that the checks have chosen for the call by that name; -1 if they have seen none.
+int ChosenOf(const SqxLsCursor& cursor, std::size_t callBegin)
 {
-    const int chosen =
-        call.call < 0 ? -1 : cursor.index->calls[static_cast<std::size_t>(call.call)].name;
+    const SqxLsPlace name = cursor.text->PlaceOf(callBegin);
+    for (const QxIndexedCall& call : cursor.index->calls)
+        if (call.place.file == cursor.file && call.place.line == name.line &&
+            call.place.column == name.column)
+            return call.name;
+    return -1;
+}
+
+/// That one, or the first that takes so many arguments.
+std::size_t ActiveOf(const SqxLsCursor& cursor, const SqxLsContext& context,
+                     const Overloads& overloads)
+{
+    const int chosen = ChosenOf(cursor, context.callBegin);
     for (std::size_t i = 0; i < overloads.size() && chosen >= 0; ++i)
         if (overloads[i]->declaration ==
             cursor.index->names[static_cast<std::size_t>(chosen)].declaration)
             return i;
     for (std::size_t i = 0; i < overloads.size(); ++i)
-        if (overloads[i]->formals.size() > argument || overloads[i]->takesMore)
+        if (overloads[i]->formals.size() > context.argument || overloads[i]->takesMore)
             return i;
     return 0;
 }
@@ -61,17 +93,16 @@ SqxJson SqxLsSignatureHelp(SqxLsWorkspace& workspace, const SqxJson& params)
 {
     const SqxLsCursor cursor = SqxLsCursorAt(workspace, params);
     const SqxLsContext context = SqxLsContextAt(*cursor.text, cursor.offset);
-    const auto overloads = OverloadsOf(*cursor.index, context.call);
+    const Overloads overloads = OverloadsOf(*cursor.index, context.call);
     if (context.call.empty() || overloads.empty())
         return nullptr;
-    const QxCallAtPlace call =
-        cursor.index->CallAt(cursor.file, cursor.place.line, cursor.place.column);
     SqxJson signatures = SqxJson::array();
     for (const QxIndexedName* overload : overloads)
         signatures.push_back(
             {{"label", overload->declaration}, {"parameters", ParametersOf(*overload)}});
-    const std::size_t active = ActiveOf(cursor, call, context.argument, overloads);
-    if (const std::string text = SqxLsBuiltInText(context.call, ""); !text.empty())
+    const std::size_t active = ActiveOf(cursor, context, overloads);
+    if (const std::string text = SqxLsBuiltInText(context.call, "");
+        !text.empty() && !IsMacro(*overloads[active]))
         signatures[active]["documentation"] = {{"kind", "markdown"}, {"value", text}};
     return {{"signatures", std::move(signatures)},
             {"activeSignature", active},
