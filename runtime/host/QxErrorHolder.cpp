@@ -70,6 +70,12 @@ QxRGBColor QxErrorHolder::Ambient(const QxVector3& position)
     return Ask<QxRGBColor, const QxVector3&>(&QxShaderSupport::Ambient, {}, position);
 }
 
+QxRGBColor QxErrorHolder::AmbientAt(const QxVector3& position, unsigned int point)
+{
+    return Ask<QxRGBColor, const QxVector3&, unsigned int>(&QxShaderSupport::AmbientAt, {},
+                                                           position, point);
+}
+
 void QxErrorHolder::AmbientOverGrid(const QxVector3* positions, unsigned int points,
                                     QxRGBColor* results)
 {

@@ -65,6 +65,7 @@ public:
     float RandomNumber(unsigned int point, unsigned int draw) override;
     /// Counts the calls of each point.
     float NextRandomNumber(unsigned int point) override;
+    QxRGBColor AmbientAt(const QxVector3& position, unsigned int point) override;
 
 private:
     template <class Result, class... Arguments>

@@ -1,8 +1,8 @@
 // A light shader runs on a grid of its own whose `Ps` are the points that ask for light. Its `L`
 // leads from the light to the point, the other way round than in the surface.
 //
-// An ambient light that looks at no place gives the same everywhere; it runs for one point a grid,
-// when it is first asked for.
+// An ambient light that looks at no place and draws no random number gives the same everywhere; it
+// runs for one point a grid, when it is first asked for. That a light draws is noticed in this run.
 //
 // An answer to a shader may shade another grid. What is known of a grid stands in a level of a
 // stack, and answers look at the topmost one; levels are kept when their grids end, so that
@@ -37,6 +37,7 @@ QxHostScene::GridScope::GridScope(QxHostScene& scene, const QxHostPoints& points
     level.running = nullptr;
     level.steadyAmbient.reset();
     level.inAmbient = false;
+    level.ambientPoint = 0;
     scene.ChooseLights(level);
     ++scene.m_depth;
 }
@@ -50,13 +51,18 @@ QxHostScene::GridScope::~GridScope()
     m_scene.m_run = around.run;
 }
 
-void QxHostScene::ChooseLights(SceneLevel& level) const
+void QxHostScene::ChooseLights(SceneLevel& level)
 {
     level.lights.clear();
     level.ambientLights.clear();
-    for (const SceneLight& light : m_lights)
-        if (light.Lights(level.object))
-            (light.IsAmbient() ? level.ambientLights : level.lights).push_back(&light);
+    for (SceneLight& light : m_lights) {
+        if (!light.Lights(level.object))
+            continue;
+        if (light.IsAmbient())
+            level.ambientLights.push_back({&light, light.steady});
+        else
+            level.lights.push_back(&light);
+    }
     level.runs.assign(level.lights.size(), 0);
 }
 
@@ -78,7 +84,11 @@ float QxHostScene::RandomNumber(unsigned int point, unsigned int draw)
 {
     if (draw >= QxDraws::k_ofDefaults)
         return Offer(m_randomSeed, {static_cast<int>(draw), static_cast<int>(point)});
-    const SceneLevel& level = CurrentLevel();
+    SceneLevel& level = CurrentLevel();
+    if (level.inAmbient && point != QxDraws::k_allPoints) {
+        level.hasDrawn = true;
+        point = level.ambientPoint;
+    }
     const int shader = level.running  ? static_cast<int>(level.running->handle)
                        : level.shader ? -1 - static_cast<int>(level.shader->Shader().Type())
                                       : 0;
@@ -158,6 +168,7 @@ QxRGBColor QxHostScene::AmbientOf(SceneLevel& level, const SceneLight& light,
     if (!level.ambientGrid)
         level.ambientGrid = std::make_unique<QxHostGrid>(1, 1);
     level.inAmbient = true;
+    level.hasDrawn = false;
     try {
         RunLight(level, light, *level.ambientGrid, &position);
     } catch (...) {
@@ -171,17 +182,23 @@ QxRGBColor QxHostScene::AmbientOf(SceneLevel& level, const SceneLight& light,
 /// Of all lights that are alike at all points: once for a grid, when it is first wanted.
 QxRGBColor QxHostScene::SteadyAmbient(SceneLevel& level)
 {
-    if (level.steadyAmbient)
+    if (level.steadyAmbient && !level.inAmbient)
         return *level.steadyAmbient;
     QxRGBColor sum = {0, 0, 0};
-    for (const SceneLight* light : level.ambientLights)
-        if (light->kind == SceneLight::Kind::Ambient)
-            sum = sum + light->color;
+    for (const AmbientSource& source : level.ambientLights)
+        if (source.light->kind == SceneLight::Kind::Ambient)
+            sum = sum + source.light->color;
     if (level.inAmbient)
         return sum;
-    for (const SceneLight* light : level.ambientLights)
-        if (light->shader && light->steady)
-            sum = sum + AmbientOf(level, *light, {0, 0, 0});
+    for (AmbientSource& source : level.ambientLights) {
+        if (!source.light->shader || !source.steady)
+            continue;
+        const QxRGBColor color = AmbientOf(level, *source.light, {0, 0, 0});
+        if (level.hasDrawn)
+            source.steady = source.light->steady = false;
+        else
+            sum = sum + color;
+    }
     level.steadyAmbient = sum;
     return sum;
 }
@@ -196,10 +213,18 @@ QxRGBColor QxHostScene::Ambient(const QxVector3& position)
     QxRGBColor sum = SteadyAmbient(level);
     if (level.inAmbient)
         return sum;
-    for (const SceneLight* light : level.ambientLights)
-        if (light->shader && !light->steady)
-            sum = sum + AmbientOf(level, *light, position);
+    for (const AmbientSource& source : level.ambientLights)
+        if (!source.steady)
+            sum = sum + AmbientOf(level, *source.light, position);
     return sum;
+}
+
+QxRGBColor QxHostScene::AmbientAt(const QxVector3& position, unsigned int point)
+{
+    SceneLevel& level = CurrentLevel();
+    if (!level.inAmbient)
+        level.ambientPoint = point;
+    return Ambient(position);
 }
 
 void QxHostScene::AmbientOverGrid(const QxVector3* positions, unsigned int points,
@@ -210,11 +235,10 @@ void QxHostScene::AmbientOverGrid(const QxVector3* positions, unsigned int point
         return AmbientOverGrid(positions, points, results);
     }
     SceneLevel& level = CurrentLevel();
-    const bool steady =
-        std::none_of(level.ambientLights.begin(), level.ambientLights.end(),
-                     [](const SceneLight* light) { return light->shader && !light->steady; });
-    if (steady && !level.inAmbient)
-        std::fill_n(results, points, SteadyAmbient(level));
+    const QxRGBColor steady = SteadyAmbient(level);
+    if (std::all_of(level.ambientLights.begin(), level.ambientLights.end(),
+                    [](const AmbientSource& source) { return source.steady; }))
+        std::fill_n(results, points, steady);
     else
         QxShaderSupport::AmbientOverGrid(positions, points, results);
 }

@@ -126,6 +126,7 @@ public:
     /// The sum of the ambient lights at a place. An ambient light that asks gets only what has no
     /// shader.
     QxRGBColor Ambient(const QxVector3& position) override;
+    QxRGBColor AmbientAt(const QxVector3& position, unsigned int point) override;
     void AmbientOverGrid(const QxVector3* positions, unsigned int points,
                          QxRGBColor* results) override;
     /// Grids around the one that is being shaded: 0 while none or one is.
@@ -139,6 +140,8 @@ public:
     bool LightMessage(unsigned int light, const char* name, const QxMessageValue& value) override;
     /// The number of this seed, run, shader, point and draw; a default value that is computed once
     /// for several runs belongs to none of them. A host that overrides `Random` is asked instead.
+    /// An ambient light shader runs at one point a time, for which the one that it lights is taken:
+    /// a host that overrides this function gets 0 there, and such a light is the same everywhere.
     float RandomNumber(unsigned int point, unsigned int draw) override;
 
 private:
@@ -151,7 +154,7 @@ private:
         QxVector3 place;  // or the direction
         QxRGBColor color;
         QxShaderInstance* shader;  // in place of the others
-        bool steady;               // of an ambient one: alike at all points
+        bool steady;               // of an ambient one: alike at all points, as far as is known
         bool on = true;
         std::vector<std::string> categories;
 
@@ -161,6 +164,10 @@ private:
         }
         [[nodiscard]] bool Lights(const QxHostObject* object) const;
     };
+    struct AmbientSource {
+        SceneLight* light;
+        bool steady;
+    };
     /// What is known of a grid that is being shaded.
     struct SceneLevel {
         QxGrid layout = {1, 1};
@@ -169,20 +176,22 @@ private:
         const QxHostObject* object = nullptr;
         unsigned int run = 0;
         QxShaderInstance* shader = nullptr;
-        std::vector<const SceneLight*> lights;         // that light the object, in their order
-        std::vector<const SceneLight*> ambientLights;  // likewise
+        std::vector<const SceneLight*> lights;     // that light the object, in their order
+        std::vector<AmbientSource> ambientLights;  // likewise
         std::vector<unsigned long> runs;          // of each of `lights`: its last one for this grid
         std::unique_ptr<QxHostGrid> lightGrid;    // once a light shader has been run
         std::unique_ptr<QxHostGrid> ambientGrid;  // of one point
         std::optional<QxRGBColor> steadyAmbient;
         const SceneLight* running = nullptr;
-        bool inAmbient = false;  // an ambient light is being run
+        bool inAmbient = false;         // an ambient light is being run
+        bool hasDrawn = false;          // its last run drew a number for its point
+        unsigned int ambientPoint = 0;  // for which it is run
     };
 
     QxLightHandle Add(SceneLight light);
     [[nodiscard]] SceneLight& At(QxLightHandle light);
     void CheckBetweenGrids() const;
-    void ChooseLights(SceneLevel& level) const;
+    void ChooseLights(SceneLevel& level);
     [[nodiscard]] SceneLevel& CurrentLevel();
     [[nodiscard]] QxRGBColor SteadyAmbient(SceneLevel& level);
     [[nodiscard]] QxRGBColor AmbientOf(SceneLevel& level, const SceneLight& light,

@@ -33,7 +33,7 @@ public:
     explicit QxAmbientCall(const QxLights& lights) : m_lights(lights) {}
     QxRGBColor operator()(unsigned int point) const
     {
-        return m_lights.support->Ambient(m_lights.P[point]);
+        return m_lights.support->AmbientAt(m_lights.P[point], point);
     }
 
 private:

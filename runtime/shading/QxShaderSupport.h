@@ -153,7 +153,7 @@ public:
                                  QxRGBColor* results)
     {
         for (unsigned int i = 0; i < points; ++i)
-            results[i] = Ambient(positions[i]);
+            results[i] = AmbientAt(positions[i], i);
     }
 
     /// What a patch of a texture or environment holds; where a number is wanted, red is taken.
@@ -275,6 +275,12 @@ public:
     }
     /// Asked by a shared object, which does not count. Neutral: asks `Random`.
     virtual float NextRandomNumber(unsigned int) { return Random(); }
+
+    /// `Ambient` for a point of the grid, by its position and number. Neutral: asks that.
+    virtual QxRGBColor AmbientAt(const QxVector3& position, unsigned int)
+    {
+        return Ambient(position);
+    }
 
 protected:
     /// Asks `Random`, which, if it is neutral, gives the number of the place.

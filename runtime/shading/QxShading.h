@@ -379,12 +379,6 @@ public:
         return {&support, m_registry, m_spaces, m_eye};
     }
     QxShaderSupport* ShaderSupport() const { return m_support; }
-    /// The same at the start of a function of generated code.
-    QxShaderSupport* ShaderSupport(void (*start)()) const
-    {
-        start();
-        return m_support;
-    }
     const QxVector3* Eye() const { return &m_eye; }
     const QxFrame3D& Space(int number) const { return *m_spaces[number]; }
     const QxFrame3D& Space(const char* name) const { return *m_registry->Find(name); }

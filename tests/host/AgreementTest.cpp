@@ -1,8 +1,8 @@
 // Shared objects compute what byte-code computes, at every optimization level.
 //
 // SLC_AGREE_CXX is the level of the C++ compiler, -O0 unless set; SLC_AGREE_RANDOM the number of
-// random shaders of each generator; SLC_AGREE_TESTS the filter of the tests whose shaders are
-// compared.
+// random shaders of each generator, and SLC_AGREE_SEED the first seed; SLC_AGREE_TESTS the filter
+// of the tests whose shaders are compared.
 
 #include <gtest/gtest.h>
 
@@ -19,9 +19,9 @@
 #include "helpers/CheckedShader.h"
 #include "helpers/ShaderFolder.h"
 #include "host/SharedObjects.h"
-#include "shaders/SharedRun.h"
 #include "shaders/RandomShader.h"
 #include "shaders/ReferenceShader.h"
+#include "shaders/SharedRun.h"
 #include "support/reports/SlcSemanticError.h"
 
 namespace {
@@ -37,6 +37,11 @@ std::string Setting(const char* name, const char* otherwise)
 {
     const char* text = std::getenv(name);
     return text ? text : otherwise;
+}
+
+unsigned long Number(const char* name, const char* otherwise)
+{
+    return std::stoul(Setting(name, otherwise));
 }
 
 std::string OutputOf(const std::string& command)
@@ -173,9 +178,10 @@ TEST_F(Agreement, OfWhatTestsRun)
 TEST_F(Agreement, OfRandomShaders)
 {
     std::vector<Source> sources;
-    const unsigned long count = std::stoul(Setting("SLC_AGREE_RANDOM", "24"));
-    for (unsigned int seed = 1; seed <= count; ++seed)
-        sources.push_back({"seed " + std::to_string(seed), RandomShader(seed).Make().Text()});
+    const unsigned long count = Number("SLC_AGREE_RANDOM", "24");
+    for (unsigned long seed = Number("SLC_AGREE_SEED", "1"); sources.size() < count; ++seed)
+        sources.push_back({"seed " + std::to_string(seed),
+                           RandomShader(static_cast<unsigned int>(seed)).Make().Text()});
     ExpectAgreement(sources);
 }
 
@@ -183,9 +189,9 @@ TEST_F(Agreement, OfRandomShaders)
 TEST_F(Agreement, OfReferenceShaders)
 {
     std::vector<Source> sources;
-    const unsigned long count = std::stoul(Setting("SLC_AGREE_RANDOM", "12"));
-    for (unsigned int seed = 1; sources.size() < count; ++seed) {
-        const ReferenceProgram program = ReferenceShader(seed).Make();
+    const unsigned long count = Number("SLC_AGREE_RANDOM", "12");
+    for (unsigned long seed = Number("SLC_AGREE_SEED", "1"); sources.size() < count; ++seed) {
+        const ReferenceProgram program = ReferenceShader(static_cast<unsigned int>(seed)).Make();
         if (JudgeProgram(program) == ReferenceVerdict::Accepted)
             sources.push_back({"seed " + std::to_string(seed), program.Text()});
     }

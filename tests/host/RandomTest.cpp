@@ -1,6 +1,7 @@
 // Random numbers: what they depend on, and on what they do not.
 
 #include <algorithm>
+#include <cstdio>
 
 #include "host/HostFixture.h"
 
@@ -86,6 +87,40 @@ TEST_P(Random, DependsOnSeedAndRunAlone)
     EXPECT_EQ(SumsOf(shader, other, layout), second);
     other.SetRandomSeed(1);
     EXPECT_NE(SumsOf(shader, other, layout), second);
+}
+
+/// Asked for the whole grid, and by single points.
+TEST_P(Random, DiffersFromPointToPointInAmbientLights)
+{
+    constexpr const char* body = R"(
+        varying float each = 0; uniform float all = random();
+        if (all >= 0) each = random();
+        Cl = color(each, all, %s); })";
+    QxHostGrid grid(4, 3);
+    for (const char* place : {"0", "zcomp(Ps)"}) {
+        char text[200];
+        std::snprintf(text, sizeof text, body, place);
+        QxShaderInstance light(Open("sky", std::string("light sky() {") + text), m_scene.Spaces());
+        const QxLightHandle handle = m_scene.AddLight(light);
+        Load("surface test() { Ci = ambient(); if (u >= 0) Oi = ambient(); }");
+        std::vector<float> expected;
+        for (int run = 0; run < 2; ++run) {
+            m_shader->Run(grid, m_scene);
+            std::vector<float> each;
+            for (std::size_t i = 0; i < grid.Size(); ++i) {
+                const QxRGBColor color = grid.Values<QxRGBColor>("Ci")[i];
+                EXPECT_EQ(color, grid.Values<QxRGBColor>("Oi")[i]);
+                EXPECT_EQ(color.g, grid.Values<QxRGBColor>("Ci")[0].g);
+                each.push_back(color.r);
+            }
+            if (run == 0)
+                expected = each;
+            EXPECT_EQ(each, expected);
+            std::sort(each.begin(), each.end());
+            EXPECT_EQ(std::unique(each.begin(), each.end()) - each.begin(), 12) << place;
+        }
+        m_scene.RemoveLight(handle);
+    }
 }
 
 /// Hosts without a `QxHostScene`.
