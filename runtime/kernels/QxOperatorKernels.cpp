@@ -163,7 +163,7 @@ constexpr QxKernelRow k_rows[] = {
     EACH1(ASSIGN_MATRIX_FLOAT, Matrix, float),
     Each<Text&, Text>("ASSIGN_STRING_STRING", InRun([](QxMachineState& state, Text& r, Text a) {
         ASSIGN_STRING_STRING(r, a);
-        state.work->CountInner(std::strlen(a));
+        state.work->CountInner(std::strlen(r));  // `a` may have been `r`
     })),
     Cheap<float>("ASSIGN_TO_ZERO_FLOAT", [](float& r) { r = float(); }),
     Cheap<Color>("ASSIGN_TO_ZERO_COLOR", [](Color& r) { r = Color(); }),

@@ -181,11 +181,14 @@ TEST_F(HostFiles, EndsShadersThatDoNotEnd)
     shader.Run(m_grid, m_scene);
     EXPECT_EQ(m_grid.Values<QxRGBColor>("Oi")[0], (QxRGBColor{1, 1, 1})) << "it runs again";
 
-    // A text that doubles in a loop has an end, and what is done to it counts.
+    // A text that doubles in a loop has an end, and what is done to it counts, also where it is
+    // assigned to itself: then the old text is gone.
     for (const char* work : {"t = concat(t, t);", "t = format(\"%s%s\", t, t);",
-                             "t = concat(t, t); n += match(\"(a*)*$x\", t);"}) {
+                             "t = concat(t, t); n += match(\"(a*)*$x\", t);",
+                             "w[n] = concat(w[0], w[n]); w[n] = w[0]; t = w[0];"}) {
         const std::string source = "surface test(uniform float turns = 30; output float n = 0;"
                                    " output string t = \"a\") { uniform float i;"
+                                   " uniform string w[2] = {\"a\", \"b\"};"
                                    " for (i = 0; i < turns; i += 1) { " +
                                    std::string(work) + " } }";
         QxShaderInstance texts(QxShader::Open(m_folder.Build("test", source, "--int")),
