@@ -21,7 +21,7 @@ public:
     SlcDirectiveReader(SlcPreprocessorRun& run, SlcMacroTable& macros, SlcIncludedFiles& files,
                        SlcPreprocessedText& output);
 
-    /// Puts a text in front of what comes next, as an included file is.
+    /// Inserts a text before the rest of the input, like an included file.
     void Enter(const SlcSourceText& text);
     /// Forgets the text that was entered last, which has been read.
     void Leave() { m_open.pop_back(); }
@@ -42,7 +42,7 @@ private:
         SlcSourceToken start;      // the name of the directive that began it
         bool isActive = false;     // its lines count
         bool wasActive = false;    // a branch has been taken
-        bool isInSkipped = false;  // it stands in a part that does not count
+        bool isInSkipped = false;  // it is in a skipped part
         bool hasElse = false;
     };
     struct OpenFile {

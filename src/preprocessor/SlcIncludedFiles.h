@@ -32,7 +32,7 @@ public:
     }
 
     /// The file `name` for an `#include` in a file of the folder `beside`, which is searched first
-    /// if the name stands in quotes.
+    /// if the name is in quotes.
     [[nodiscard]] Found Find(const std::string& name, bool isQuoted, std::string_view beside);
     /// The file with that path.
     [[nodiscard]] Found Open(const std::string& path);

@@ -29,7 +29,7 @@ constexpr std::size_t k_mostHidden = 2000;  // macros that lead to a token
 constexpr std::size_t k_workOfToken = 16;   // beside its characters
 constexpr std::string_view k_tooMuchText = "Macros expand to too much text";
 
-/// A text as it stands in quotes inside of another one.
+/// A text escaped for a quoted text.
 std::string Escaped(std::string_view text)
 {
     std::string escaped;
@@ -57,7 +57,7 @@ SlcMacroExpander::Tokens SlcMacroExpander::Expand(Tokens tokens)
         return tokens;
     if (++m_depth > k_mostCallDepth)
         m_run.Stop(tokens.front(), "Calls of macros are nested too deeply");
-    // An empty context below them, since base 0 stands for the source.
+    // An empty context below them, since base 0 means the source.
     m_contexts.push_back({});
     const std::size_t base = m_contexts.size();
     m_contexts.push_back({std::move(tokens)});

@@ -23,7 +23,7 @@ public:
     /// makes it false.
     [[nodiscard]] virtual bool ParenthesisFollows() = 0;
     virtual void SetReadsArguments(bool readsArguments) = 0;
-    /// The text that a macro which depends on its place stands for.
+    /// The replacement of a macro that depends on its place.
     [[nodiscard]] virtual std::string ValueOf(SlcBuiltInMacro macro, const SlcSourceToken& use) = 0;
 };
 
@@ -66,14 +66,15 @@ private:
     };
     using Arguments = std::vector<Argument>;
 
-    // Only the contexts above `base` are read; below them stands what is not part of the tokens
-    // that are expanded by themselves. Base 0 goes on with the source.
+    // Only the contexts above `base` are read; those below are not part of the argument that is
+    // expanded by itself. At base 0 the source follows.
     [[nodiscard]] SlcSourceToken Next(std::size_t base);
     [[nodiscard]] SlcSourceToken Raw(std::size_t base);
     [[nodiscard]] bool ParenthesisFollows(std::size_t base);
     [[nodiscard]] SlcSourceToken Defined(const SlcSourceToken& word, std::size_t base);
 
-    /// Puts what the use of a macro stands for in front of what comes next. False if it is no use.
+    /// Inserts the replacement of a macro's use before the rest of the input. False if it is not a
+    /// use.
     [[nodiscard]] bool Replace(const SlcSourceToken& use, const SlcMacroTable::Entry& entry,
                                std::size_t base);
     /// For the trace.

@@ -40,7 +40,7 @@ struct ConstantRow {
     std::string_view value;
 };
 
-// As a C compiler defines them that has been told to forget its platform.
+// As defined by a C compiler without the macros of its platform.
 //   name               value
 constexpr ConstantRow k_constants[] = {
     {"__STDC__", "1"},        {"__STDC_VERSION__", "201710L"}, {"__STDC_HOSTED__", "1"},
@@ -88,7 +88,7 @@ public:
         return ReadBody(macro);
     }
 
-    /// The place in the line of what the macro stands for.
+    /// The place of the macro's replacement in the line.
     [[nodiscard]] std::size_t BodyBegin() const { return m_bodyBegin; }
 
 private:

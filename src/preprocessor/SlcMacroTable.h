@@ -21,14 +21,14 @@ enum class SlcBuiltInMacro : std::uint8_t {
     Time,          // __TIME__
 };
 
-/// What a macro's name stands for.
+/// The definition of a macro.
 struct SlcMacro {
     static constexpr int k_noParameter = -1;
 
     struct BodyToken {
         SlcSourceToken token;
         int parameter = k_noParameter;  // that the token names
-        bool isQuoted = false;          // "#" stands in front of the parameter
+        bool isQuoted = false;          // "#" precedes the parameter
         bool joinsNext = false;         // "##" follows
     };
 

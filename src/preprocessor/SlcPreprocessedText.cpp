@@ -3,7 +3,7 @@
 //     f = TWICE(s); /* why */ t = 1;
 //                                          f = (2 * s);           t = 1;
 //
-// From the "(" on columns are shifted: a change {offset of "(", 5, fixed} stands for the macro, and
+// From the "(" on columns are shifted: a change {offset of "(", 5, fixed} represents the macro, and
 // {offset of ";", 13} for what follows.
 //
 // Tested by tests/preprocessor.
@@ -17,7 +17,7 @@ namespace {
 
 using enum SlcSourceTokenKind;
 
-constexpr int k_mostNewLines = 8;  // a longer way is told by a line marker
+constexpr int k_mostNewLines = 8;  // a line marker replaces a longer gap
 
 bool IsWord(char c)
 {

@@ -12,7 +12,7 @@
 /// columns are not those of the file.
 struct SlcColumnChange {
     std::size_t offset = 0;
-    int column = 0;        // in the file, of what stands at the offset
+    int column = 0;        // in the file, of the character at the offset
     bool isFixed = false;  // all of it comes from a macro that is used at that column
 };
 

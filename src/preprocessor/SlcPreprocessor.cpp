@@ -16,7 +16,7 @@ namespace {
 
 using enum SlcSourceTokenKind;
 
-/// The directives that the words of the command line stand for.
+/// The directives that are equivalent to the options of the command line.
 std::string DirectivesOf(const std::vector<SlcPreprocessorOptions::Macro>& macros)
 {
     std::string text;

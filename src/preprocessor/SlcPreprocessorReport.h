@@ -32,8 +32,8 @@ struct SlcPreprocessorReport {
 /// is named once. Empty for the source itself.
 [[nodiscard]] std::string SlcIncludersText(const SlcPreprocessorReport& report);
 
-/// Prints reports as they come. Includers are told once for reports that follow each other in one
-/// file, and after a thousand reports of a source no more are shown.
+/// Prints reports as they come. Includers are printed once for consecutive reports in one file, and
+/// after a thousand reports of a source no more are shown.
 class SlcReportPrinter {
 public:
     /// Warnings above the level are left out.

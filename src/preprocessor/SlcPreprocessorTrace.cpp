@@ -1,10 +1,10 @@
 // While the run goes on, places are pointers into its texts; `Finish` makes lines and columns of
 // them.
 //
-//     #define GAIN (2 * Kd)       Kd: its characters stand here, in a body
+//     #define GAIN (2 * Kd)       Kd: its characters are here, in a body
 //     f = GAIN * Ks;              (2 * Kd): use is the place of GAIN; Ks: comes from no macro
 //
-// A token from an argument stands between the parentheses of its use, one from a body elsewhere.
+// A token from an argument lies between the parentheses of its use, one from a body elsewhere.
 //
 // Tested by tests/compiler/QxSourceIndexTest.cpp.
 
@@ -31,7 +31,7 @@ std::vector<std::size_t> LineBegins(const SlcSourceText& text)
     return begins;
 }
 
-/// How many characters of a name stand here.
+/// The number of characters of the name here.
 std::size_t NameLength(const char* at)
 {
     const char* end = at;
@@ -162,7 +162,7 @@ void SlcPreprocessorTrace::Finish(std::string_view text)
     FinishUses(text);
 }
 
-/// The expansion of a use is what its tokens became, as far as they stand together.
+/// The expansion of a use consists of the tokens that it became, as far as they are consecutive.
 void SlcPreprocessorTrace::FinishUses(std::string_view text)
 {
     std::unordered_map<const char*, std::pair<std::size_t, std::size_t>> expansions;

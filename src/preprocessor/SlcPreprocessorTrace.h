@@ -31,9 +31,9 @@ public:
         std::size_t offset = 0;  // in the text
         std::string text;
         SlcSourceTokenKind kind = SlcSourceTokenKind::Other;
-        Place place;          // where its characters stand
+        Place place;          // where its characters are
         Place use;            // of a token from a macro: the name of the macro where it is used
-        bool isBody = false;  // it stands in the definition of a macro, not between its arguments
+        bool isBody = false;  // it is in the definition of a macro, not between its arguments
     };
     struct Macro {
         std::string name;
@@ -50,7 +50,7 @@ public:
         UseKind kind = UseKind::Expanded;
         Place place;            // of the name
         Place end;              // of the last token: the name or a closing parenthesis
-        bool isBody = false;    // it stands in the definition of a macro
+        bool isBody = false;    // it is in the definition of a macro
         std::string expansion;  // in the preprocessed text; empty if `isBody`
     };
     struct Include {

@@ -27,8 +27,8 @@ public:
 
     /// The next token. At the end of the text, that of kind `End` again and again.
     [[nodiscard]] SlcSourceToken Next();
-    /// The name behind `#include`, with its quotes or angle brackets, if one stands here. Otherwise
-    /// a token of kind `Empty`, and nothing is taken.
+    /// The name after `#include`, with its quotes or angle brackets, if the text continues with
+    /// one. Otherwise a token of kind `Empty`, and nothing is consumed.
     [[nodiscard]] SlcSourceToken HeaderName();
 
     /// The line of what comes next.

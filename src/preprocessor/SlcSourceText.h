@@ -15,7 +15,7 @@ public:
 
     [[nodiscard]] const std::string& Name() const { return m_name; }
     [[nodiscard]] const char* Begin() const { return m_text.data(); }
-    /// The place after the last line. A zero byte stands there.
+    /// The place after the last line. It holds a zero byte.
     [[nodiscard]] const char* End() const { return m_text.data() + m_text.size(); }
     /// The places, in their order, where a further line of the file has been joined.
     [[nodiscard]] const std::vector<std::size_t>& Joints() const { return m_joints; }

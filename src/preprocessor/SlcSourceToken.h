@@ -15,7 +15,7 @@ enum class SlcSourceTokenKind : std::uint8_t {
     Character,  // between apostrophes
     Sign,
     Other,  // any other byte; from a quote without its match, the rest of the line
-    Empty,  // stands for an empty argument next to "##"
+    Empty,  // an empty argument next to "##"
 };
 
 /// A preprocessing token. Its text and place point into a `SlcSourceText` or the run's own texts,
