@@ -9,11 +9,11 @@
 #include "frontend/SlcLValueNodes.h"
 
 /// Base of the assignment operators. An assignment is an expression: its value is what the variable
-/// holds then, and it can stand for an output argument. The value is evaluated behind the index of
-/// an element, and in front of the write.
+/// holds then, and it can stand for an output argument. The value is evaluated after the index of
+/// an element, and before the write.
 class SlcAssignExprNode : public SlcVisitable<SlcAssignExprNode, SlcReferenceExprNode> {
 public:
-    /// Stands where its left value stands.
+    /// Has the position of its left value.
     SlcAssignExprNode(std::unique_ptr<SlcLValueNode> lvalue, std::unique_ptr<SlcExprNode> value);
     [[nodiscard]] virtual bool IsEqAssign() const { return false; }
     [[nodiscard]] virtual bool IsAddEqAssign() const { return false; }

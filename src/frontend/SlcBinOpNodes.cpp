@@ -1,6 +1,6 @@
-// One shape for all operators of two values; the classes below it tell walkers which one it is.
-// Both sides are always evaluated, the left one first: what stops early, `&&` and `||`, is a
-// relation.
+// One shape for all operators of two values; walkers distinguish them by the classes below it. Both
+// sides are always evaluated, the left one first: `&&` and `||`, which short-circuit, are
+// relations.
 //
 // Tested by tests/frontend/TreeShapeTest.cpp.
 

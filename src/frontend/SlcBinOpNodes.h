@@ -1,7 +1,7 @@
 #pragma once
 
 // Arithmetic. Typed by SlcOperatorTypes.h and SlcResolveOperator, lowered in
-// SlcGenInterCodeExpressions.cpp; the instructions stand in SlcArithICode.h.
+// SlcGenInterCodeExpressions.cpp; the instructions are in SlcArithICode.h.
 
 #include <memory>
 #include <string_view>
@@ -12,7 +12,7 @@
 /// and a chain of them may be thousands long, so that passes walk it by a loop (`SlcLeftSpine`).
 class SlcBinOpExprNode : public SlcVisitable<SlcBinOpExprNode, SlcExprNode> {
 public:
-    /// Stands where its left operand stands.
+    /// Has the position of its left operand.
     SlcBinOpExprNode(std::unique_ptr<SlcExprNode> left, std::unique_ptr<SlcExprNode> right);
     /// Both operands are.
     [[nodiscard]] bool IsConstExpr() const override;

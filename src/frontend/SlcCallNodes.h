@@ -25,7 +25,7 @@ private:
 };
 
 /// `name(arguments)`: a user function, a built-in or a shadeop; which one the name means is known
-/// once its arguments are typed. Texture accesses have a node of their own.
+/// once its arguments are typed. Texture accesses have a separate node.
 class SlcProcCallExprNode : public SlcVisitable<SlcProcCallExprNode, SlcExprNode> {
 public:
     SlcProcCallExprNode(const SlcPosition& position, SlcIdentNode* ident,
@@ -38,8 +38,8 @@ public:
     /// Null until the semantic pass has chosen an overload, and after a reported error.
     [[nodiscard]] const SlcPtr<SlcFuncSymbolEntry>& GetSymbolEntry() const { return m_entry; }
     void SetSymbolEntry(SlcPtr<SlcFuncSymbolEntry> entry);
-    /// Of the overload's variable tail, the part that took each argument behind the fixed ones.
-    /// Null for an argument that only the function itself can judge.
+    /// Of the overload's variable tail, the part that took each argument after the fixed ones. Null
+    /// for an argument that only the function itself can judge.
     [[nodiscard]] const std::vector<SlcFuncVarArgLeaf*>& GetTailLeaves() const { return m_leaves; }
     void SetTailLeaves(std::vector<SlcFuncVarArgLeaf*> leaves) { m_leaves = std::move(leaves); }
     void WalkIn(SlcCodeWalker* walker) override;

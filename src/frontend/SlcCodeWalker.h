@@ -7,10 +7,10 @@ class SlcSyntaxNode;
 
 /// The visitor of the syntax tree; every pass over the tree derives from it.
 ///
-/// A node hands itself to the `Case` of its own class. Each `Case` here passes it on to the
-/// `Case` of its parent class, up to that of `SlcSyntaxNode`, which calls `Default`. A pass thus
-/// overrides exactly the classes that it cares about, at any height, and `Default` for the rest.
-/// A pass that wants the usual descent has `Default` call `WalkIn` of the node with itself.
+/// A node passes itself to the `Case` of its class. Each `Case` here forwards it to the `Case` of
+/// its parent class, up to that of `SlcSyntaxNode`, which calls `Default`. A pass thus overrides
+/// exactly the classes that it cares about, at any height, and `Default` for the rest. A pass that
+/// wants the usual descent has `Default` call `WalkIn` of the node with itself.
 class SlcCodeWalker {
 public:
     virtual ~SlcCodeWalker() = default;

@@ -53,7 +53,7 @@ public:
     [[nodiscard]] bool IsArray() const { return m_arraySize != k_scalar; }
     /// The length, or one of the two constants above.
     [[nodiscard]] int GetArraySize() const { return m_arraySize; }
-    /// Null before the semantic pass. Behind a fault too there is one.
+    /// Null before the semantic pass; never null after it, even if the definition is faulty.
     [[nodiscard]] const SlcPtr<SlcVarSymbolEntry>& GetSymbolEntry() const { return m_entry; }
     void SetSymbolEntry(SlcPtr<SlcVarSymbolEntry> entry);
     void WalkIn(SlcCodeWalker* walker) override;
@@ -112,7 +112,8 @@ private:
 class SlcFormalsNode : public SlcVisitable<SlcFormalsNode, SlcSyntaxNode> {
 public:
     void AddVarDef(std::unique_ptr<SlcVarDefsNode> declaration);
-    /// In front of those that are there. Told, unused: the grammar comes to them in their order.
+    /// Inserts before the existing ones. Required by the interface but unused: the grammar adds
+    /// them in order.
     void AddVarDefBegin(std::unique_ptr<SlcVarDefsNode> declaration);
     [[nodiscard]] const std::vector<std::unique_ptr<SlcVarDefsNode>>& GetVarDefs() const;
     void WalkIn(SlcCodeWalker* walker) override;
@@ -146,7 +147,7 @@ private:
 };
 
 /// `float name(formals) { body }`, at the top of a file or, in a `SlcFuncDefStmtNode`, in a body.
-/// It has code where it is called, and none of its own.
+/// Code is generated where it is called, not for the function itself.
 class SlcFuncDefNode : public SlcVisitable<SlcFuncDefNode, SlcDefinitionNode> {
 public:
     /// `returnType` may be null.

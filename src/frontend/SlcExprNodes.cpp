@@ -2,8 +2,8 @@
 // with one exception: of `name[index]` the index comes first, since its value must be there when
 // the name is met.
 //
-// Constant are literals, `PI`, and what is made of constants alone. That is a matter of the
-// source's form; what values are known after folding is the optimizer's.
+// Literals, `PI` and expressions of constants alone are constant. This is a property of the source;
+// which values are known after folding is the optimizer's matter.
 //
 // Tested by tests/frontend/TreeShapeTest.cpp.
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// Expressions but for operators, assignments, calls and texture accesses. Typed by
+// Expressions other than operators, assignments, calls and texture accesses. Typed by
 // SlcCalculateTypesSets and SlcResolveUniqueType, lowered in SlcGenInterCodeExpressions.cpp.
 
 #include <array>
@@ -19,7 +19,7 @@ public:
     using SlcSyntaxNode::SlcSyntaxNode;
     /// Made of literals, `PI` and pure functions of them, by its form alone.
     [[nodiscard]] virtual bool IsConstExpr() const { return false; }
-    /// It names a variable, so that it can stand for an output argument.
+    /// It names a variable, so that it can be an output argument.
     [[nodiscard]] virtual bool IsReferenceExpr() const { return false; }
     [[nodiscard]] SlcExprNode* AsExpr() final { return this; }
 };
@@ -168,7 +168,7 @@ private:
     std::array<std::unique_ptr<SlcExprNode>, 16> m_values;
 };
 
-/// The brace list that initializes an array: `{1, 2, 3}`. It stands nowhere else.
+/// The brace list that initializes an array: `{1, 2, 3}`. It occurs nowhere else.
 class SlcArrayExprNode : public SlcVisitable<SlcArrayExprNode, SlcExprNode> {
 public:
     using SlcVisitable::SlcVisitable;

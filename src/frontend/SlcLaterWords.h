@@ -7,7 +7,7 @@
 /// it is a name like any other, so that it is only of use where something has been refused.
 [[nodiscard]] std::string_view SlcAdviceOnLaterWord(std::string_view word);
 
-/// The word begins a definition there, whose body stands in braces.
+/// The word begins a definition there, whose body is in braces.
 [[nodiscard]] bool SlcOpensLaterDefinition(std::string_view word);
 
 /// Advice on a call that has been refused, such as of "bake3d"; empty for a name that no later

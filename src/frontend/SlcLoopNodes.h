@@ -98,8 +98,8 @@ private:
 };
 
 /// `illuminance(position) body`, `illuminance(position, axis, angle) body`: a loop over the lights
-/// that reach a place, in surfaces and volumes, with `L`, `Cl` and `Ol` of the light at hand. A
-/// category in front of these has been dropped.
+/// that reach a place, in surfaces and volumes, with `L`, `Cl` and `Ol` of the current light. The
+/// parser has dropped a category before these.
 class SlcIlluminanceStmtNode : public SlcVisitable<SlcIlluminanceStmtNode, SlcLoopStmtNode> {
 public:
     /// `axis` and `angle` are both null or both set.

@@ -1,5 +1,5 @@
-// Each candidate is tried on the parser's own tables, in front of the refused token and of what
-// follows it on its line:
+// Each candidate is tried on the parser's own tables, before the refused token and of what follows
+// it on its line:
 //
 //     x = mix(a b, c);        refused: b
 //         , b , c ) ;         all taken

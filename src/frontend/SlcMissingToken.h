@@ -7,8 +7,8 @@
 
 #include "frontend/SlcParserTables.h"
 
-/// A separator or bracket that a source lacks in front of the token that the parser refuses, the
-/// first of those that follow; at least one follows. `states` is the parser's stack at that place.
+/// A separator or bracket that a source lacks before the token that the parser refuses, the first
+/// of those that follow; at least one follows. `states` is the parser's stack at that place.
 ///
 /// Returns the one with which the parser would take most of the tokens that follow, or 0 if none
 /// helps, or if the source reads further without the refused token.

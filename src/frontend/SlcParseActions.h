@@ -41,10 +41,10 @@ template <class Node>
         return dynamic_cast<Node*>(node);
 }
 
-/// Deletes a part of the tree that nobody takes.
+/// Deletes a part of the tree that no parent takes.
 void Discard(const SlcTokenValue& value);
 
-/// The node of a value, which its new parent takes over; null if what was refused stands there.
+/// The node of a value, which its new parent takes over; null if it was refused.
 template <class Node>
 [[nodiscard]] std::unique_ptr<Node> Take(const SlcTokenValue& value)
 {
@@ -96,7 +96,7 @@ Function(const SlcTextRange& range, const SlcPosition& position, SlcTypeNode* re
                                                                       const SlcPosition& position,
                                                                       const SlcTokenValue& ident,
                                                                       const SlcTokenValue& body);
-/// The node of a block's statements, which from here on stands for the braces too.
+/// The node of a block's statements, which from here on represents the braces too.
 [[nodiscard]] SlcSyntaxNode* Braced(const SlcTokenValue& statements, const SlcTextRange& range);
 /// A shader without a name is read as a function that bears the name of the kind.
 void AdviseOnShaderName(const SlcTokenValue& ident);

@@ -1,11 +1,11 @@
 // Follows the tokens: open parentheses and braces with the indentation of their lines, the head of
-// the statement at hand, and whether a condition holds a comparison. SlcParseHints.cpp makes advice
+// the current statement, and whether a condition holds a comparison. SlcParseHints.cpp makes advice
 // of it. Without warnings of level 2 no texts are kept and no hints made.
 //
 // After a fault the parser drops tokens up to a ";" or "}". In the head of a statement both mostly
-// belong to the block behind it, where a new beginning would be out of step with the braces:
+// belong to the block after it, where a new beginning would be out of step with the braces:
 //
-//     if (x > 1 {         refused: "{"; a ";" is put in front of it, so that the parser goes on
+//     if (x > 1 {         refused: "{"; a ";" is put before it, so that the parser goes on
 //     here
 //         y = 1;          with the block as a statement by itself
 //     } else {            its "else" is left out
@@ -184,7 +184,7 @@ int SlcParseAdvice::Read()
 
 void SlcParseAdvice::Keep(int code)
 {
-    // The oldest token gives its place, and nobody asks for it on the way.
+    // The oldest token's place is reused; it is not needed any more.
     Token& token = m_tokens[m_count % k_kept];
     token.code = code;
     token.line = SlcCurrentPosition().line;
@@ -254,7 +254,7 @@ void SlcParseAdvice::FollowBrace(const Token& token)
         if (m_braces.empty())
             return;
         // A brace that closes further out than it was opened hints at one that is missing inside.
-        // Several in one line tell nothing by their indentation.
+        // If a line has several, its indentation says nothing about them.
         const bool isFirst = NextChar() != '}' && IndentOfLine() < m_lastClosed.indent;
         if (isFirst && m_suspect.line == 0)
             m_suspect = m_lastClosed;
@@ -271,7 +271,7 @@ void SlcParseAdvice::FollowCondition(const Token& token)
     const bool isEnd = token.code == ')' && m_parentheses.size() == m_conditionDepth + 1;
     const bool isOpen = m_condition == Condition::Open;
     m_strayComparison = m_comparison;
-    // As it stands now, in front of the token: the parser refuses it before the rest is read.
+    // Computed now, before the token: the parser refuses it before the rest is read.
     m_lacksComparison =
         !m_compared &&
         (m_condition == Condition::Closed ||

@@ -12,15 +12,15 @@
 
 /// Watches the tokens on their way to the parser, to say more of a syntax error than the parser
 /// knows: the token by name, and what was most likely meant. It also lets the recovery from a fault
-/// in the head of a statement begin at the block behind it, and keeps from the parser what would
-/// only bring more reports of the same fault: the rest of the head of a `for`, the body of a class,
-/// the `else` of a call with a block.
+/// in the head of a statement begin at the block after it, and hides from the parser tokens that
+/// would only cause more reports of the same fault: the rest of the head of a `for`, the body of a
+/// class, the `else` of a call with a block.
 class SlcParseAdvice {
 public:
-    /// The next token from the scanner, its value and where its text stands.
+    /// The next token from the scanner, its value and the range of its text.
     [[nodiscard]] int Next(SlcTokenValue& value, SlcTextRange& range);
-    /// The parser's stack, as it stands in front of the next token: reductions that any token
-    /// selects lose what could have followed.
+    /// The parser's stack, as it is before the next token: reductions that any token selects lose
+    /// what could have followed.
     template <class State>
     void KeepStates(const State* first, const State* end)
     {
@@ -123,7 +123,7 @@ private:
     // `return;`, `x == 1;`, a line without its `;`
     [[nodiscard]] std::string HintOnStatements() const;
 
-    /// The separator or bracket that is missing in front of the last token; 0 for none.
+    /// The separator or bracket that is missing before the last token; 0 for none.
     [[nodiscard]] int MissingToken(const SlcParserTables& tables) const;
     /// "unexpected 'x'", and the hint if there is one.
     [[nodiscard]] std::string AdviceWith(const std::string& hint) const;
@@ -139,11 +139,11 @@ private:
     std::size_t m_count = 0;
 
     struct Parenthesis {
-        int token;         // in front of it
+        int token;         // before it
         std::string text;  // the same
     };
     std::vector<Parenthesis> m_parentheses;  // that are open
-    std::string m_called;                    // in front of the one that was closed last
+    std::string m_called;                    // before the one that was closed last
     std::vector<Brace> m_braces;             // that are open
     Brace m_lastClosed;                      // what the last closing brace matched
     int m_lastClosing = 0;                   // its line
@@ -152,7 +152,7 @@ private:
     std::size_t m_depth = 0;  // of braces, where dropping ends
 
     int m_head = 0;  // the word that began the head of a statement, "(" of a function, 0 in none
-    int m_headBefore = 0;         // the same in front of the last token
+    int m_headBefore = 0;         // the same before the last token
     std::size_t m_headDepth = 0;  // open parentheses around it
     int m_semicolons = 0;         // in it
     bool m_headIsClosed = false;  // its parenthesis
@@ -176,7 +176,7 @@ private:
     bool m_compared = false;                  // since its beginning, or its last `&&` or `||`
     bool m_comparison = false;                // in the statement, outside of such a condition
 
-    // How it stood in front of the last token.
+    // The state before the last token.
     std::size_t m_openParentheses = 0;
     bool m_lacksComparison = false;  // a condition that ends or goes on with that token
     bool m_strayComparison = false;  // the statement holds a comparison outside of a condition

@@ -1,6 +1,6 @@
-// One parse. The generated parser goes on behind a fault to find others, so that a tree may come
-// out of a faulty source: the count of errors decides. The second parameter, whether functions see
-// the scope around them, is told, unused: the checks look at the option.
+// One parse. The generated parser goes on after a fault to find others, so that a faulty source may
+// yield a tree: the count of errors decides. The second parameter, whether functions see the scope
+// around them, is part of the interface but unused: the checks read the option.
 
 #include "frontend/SlcParseCode.h"
 

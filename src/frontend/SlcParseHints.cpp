@@ -156,7 +156,7 @@ std::string SlcParseAdvice::HintOnBraces() const
         return "no '(' is open";
     if (token == '}' && m_lastClosed.line == 0)
         return "no brace is open";
-    // Behind a body that ended too early stands no definition but a statement.
+    // A body that ended too early is followed by a statement, not by a definition.
     for (const std::size_t places : {1, 2, 3})
         if (m_braces.empty() && Before(places).code == '}' &&
             (Before(places - 1).code == IDENTIFIER || IsReserved(Before(places - 1).code)) &&

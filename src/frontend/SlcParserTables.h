@@ -10,9 +10,9 @@ class SlcParserTables {
 public:
     virtual ~SlcParserTables() = default;
 
-    /// How many of these tokens, in their order, a parser with that stack would take without a
-    /// report of its own for a token that is missing. Nothing is parsed. Linear in the tokens and
-    /// the depth of the stack.
+    /// How many of these tokens, in their order, a parser with that stack would take without one of
+    /// its rules for a missing token. Nothing is parsed. Linear in the tokens and the depth of the
+    /// stack.
     [[nodiscard]] virtual std::size_t CountAccepted(std::span<const std::int16_t> states,
                                                     std::span<const int> tokens) const = 0;
 };

@@ -1,5 +1,6 @@
-// Relations are a family of their own beside expressions, since the language has no value for them:
-// only conditions hold one. So no walker of expressions has to ask whether a value is a comparison.
+// Relations are a separate family, not expressions, since the language has no value for them: they
+// occur only in conditions. So no walker of expressions has to check whether a value is a
+// comparison.
 //
 // Tested by tests/frontend/TreeShapeTest.cpp.
 

@@ -1,7 +1,7 @@
 #pragma once
 
 // Conditions. Typed by SlcResolveOperator, lowered in SlcGenInterCodeRelations.cpp; the
-// instructions stand in SlcBoolICode.h.
+// instructions are in SlcBoolICode.h.
 
 #include <memory>
 #include <string_view>
@@ -19,7 +19,7 @@ public:
 /// Base of comparisons of two values.
 class SlcCompOpNode : public SlcVisitable<SlcCompOpNode, SlcRelationNode> {
 public:
-    /// Stands where its left operand stands.
+    /// Has the position of its left operand.
     SlcCompOpNode(std::unique_ptr<SlcExprNode> left, std::unique_ptr<SlcExprNode> right);
     [[nodiscard]] virtual bool IsLessThen() const { return false; }
     [[nodiscard]] virtual bool IsLessEqual() const { return false; }
@@ -101,13 +101,13 @@ public:
 /// not run elsewhere.
 class SlcLogOpNode : public SlcVisitable<SlcLogOpNode, SlcRelationNode> {
 public:
-    /// Stands where its left operand stands.
+    /// Has the position of its left operand.
     SlcLogOpNode(std::unique_ptr<SlcRelationNode> left, std::unique_ptr<SlcRelationNode> right);
     [[nodiscard]] SlcRelationNode* GetLeft() const { return m_left.get(); }
     [[nodiscard]] SlcRelationNode* GetRight() const { return m_right.get(); }
-    /// The right side must not run where the left side has decided: it does more than give a
-    /// value, reads an element that may lie outside its array there, or has flags of its own,
-    /// which nothing sets there. Set by the shader's fact walk.
+    /// The right side must not run where the left side has decided: it has effects, reads an
+    /// element that may lie outside its array there, or contains flags that nothing sets there. Set
+    /// by the shader's fact walk.
     [[nodiscard]] bool RightNeedsGuard() const { return m_rightNeedsGuard; }
     void SetRightNeedsGuard(bool needsGuard) { m_rightNeedsGuard = needsGuard; }
     /// The right side reads an element at an index that is no constant. Where no point is active,

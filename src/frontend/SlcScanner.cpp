@@ -206,7 +206,7 @@ const std::string* SlcScanner::FileName(std::string_view name)
 void SlcScanner::Directive(std::string_view text)
 {
     text.remove_prefix(text.find('#') + 1);
-    // All other words, "pragma" among them, have no number behind them.
+    // All other words, "pragma" among them, are not followed by a number.
     if (text.starts_with("line"))
         text.remove_prefix(std::string_view("line").size());
     const std::size_t digit = text.find_first_not_of(" \t");
@@ -219,7 +219,7 @@ void SlcScanner::Directive(std::string_view text)
     if (!hasNumber || open == std::string_view::npos || close == open)
         return;
     SlcSourcePosition& position = SlcCurrentPosition();
-    // The number is that of the line behind the marker, whose own newline is still to come.
+    // The number is that of the line after the marker, whose own newline is still to come.
     position.line = line > std::numeric_limits<int>::min() ? line - 1 : line;
     position.file = FileName(text.substr(open + 1, close - open - 1));
 }

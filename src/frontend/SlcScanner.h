@@ -54,11 +54,11 @@ public:
     static void SkipBlanks(std::string_view text);
     /// Counts a line; its text is held, so that its tokens are not appended to it again.
     static void NewLine();
-    /// The newline rule: `text` is the line break and the whole line behind it. Ends the process
-    /// with status 2 if it is too long.
+    /// The newline rule: `text` is the line break and the whole next line. Ends the process with
+    /// status 2 if it is too long.
     static void BeginLine(std::string_view text);
-    /// The line behind this one may have any length: generated sources of one line stand behind a
-    /// line marker. Reports show its beginning.
+    /// The next line may have any length: generated sources of one line follow a line marker.
+    /// Reports show its beginning.
     static void AllowLongLine() { Current().mayBeLong = true; }
     /// The newline rule inside a comment, where a line has any length.
     static void BeginSkippedLine(std::string_view text);
@@ -66,7 +66,7 @@ public:
     /// either form, or anything else, such as a pragma, that changes nothing. A marker without a
     /// number or a quoted name changes nothing either.
     static void Directive(std::string_view text);
-    /// Where the scanner stands.
+    /// Where the scanner is in the source.
     [[nodiscard]] static SlcPosition Position();
     /// The next characters of the source; 0 at its end. A failure to read is reported.
     [[nodiscard]] static std::size_t Read(char* buffer, std::size_t size);
@@ -90,7 +90,7 @@ private:
     [[nodiscard]] static State& Current() { return SlcPartOfCompilation<State>(); }
 };
 
-/// What a keyword is for, as those who color sources tell words apart.
+/// The kinds of keywords that syntax coloring distinguishes.
 enum class SlcWordKind { Shader, Detail, Type, Statement, Texture };
 
 /// A word that the language keeps for itself.

@@ -1,5 +1,6 @@
-// A block that begins with a statement stands where that does, an empty one where it was noticed.
-// Branches are statements, not blocks: whether braces were written makes no difference to any pass.
+// A block that begins with a statement has its position, an empty one the position where the parser
+// noticed it. Branches are statements, not blocks: whether braces were written makes no difference
+// to any pass.
 //
 // Tested by tests/frontend/TreeShapeTest.cpp.
 

@@ -27,7 +27,7 @@ public:
 class SlcStmtsNode : public SlcVisitable<SlcStmtsNode, SlcStmtNode> {
 public:
     using SlcVisitable::SlcVisitable;
-    /// A list with a first statement stands where that statement stands.
+    /// The list has the position of its first statement.
     explicit SlcStmtsNode(std::unique_ptr<SlcStmtNode> first);
     void AddStatement(std::unique_ptr<SlcStmtNode> statement);
     [[nodiscard]] const std::vector<std::unique_ptr<SlcStmtNode>>& GetStatements() const;
@@ -112,7 +112,7 @@ private:
     std::unique_ptr<SlcStmtNode> m_else;
 };
 
-/// `float x = 1, y;`: a declaration among statements. What stands behind it sees the names.
+/// `float x = 1, y;`: a declaration among statements. Later statements see the names.
 class SlcVarDefsStmtNode : public SlcVisitable<SlcVarDefsStmtNode, SlcStmtNode> {
 public:
     SlcVarDefsStmtNode(const SlcPosition& position, std::unique_ptr<SlcVarDefsNode> declaration);
@@ -124,7 +124,7 @@ private:
     std::unique_ptr<SlcVarDefsNode> m_declaration;
 };
 
-/// A function defined among statements, which what stands behind it may call.
+/// A function defined among statements, which later statements may call.
 class SlcFuncDefStmtNode : public SlcVisitable<SlcFuncDefStmtNode, SlcStmtNode> {
 public:
     SlcFuncDefStmtNode(const SlcPosition& position, std::unique_ptr<SlcFuncDefNode> function);

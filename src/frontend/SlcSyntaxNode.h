@@ -36,8 +36,8 @@ struct SlcTextRange {
 class SlcSyntaxNode {
 public:
     /// Highest tree that reaches a pass. The parser refuses what would exceed it and reserves
-    /// stack for a walk of so many levels, so that a pass recurses without a guard of its own,
-    /// as long as a level costs it no more than `k_stackPerLevel` bytes in all its functions.
+    /// stack for a walk of so many levels, so that a pass recurses without a check of its depth, as
+    /// long as a level costs it no more than `k_stackPerLevel` bytes in all its functions.
     static constexpr int k_maxHeight = 10000;
     static constexpr std::size_t k_stackPerLevel = 8192;
 
@@ -85,9 +85,9 @@ public:
     [[nodiscard]] int Height() const { return m_height; }
 
 protected:
-    /// Every composite node tells each child that it takes; null is allowed.
+    /// Every composite node calls this for each child that it takes; null is allowed.
     void Adopt(const SlcSyntaxNode* child);
-    /// As `Adopt`, and takes the child's position: for a node without one of its own.
+    /// As `Adopt`, and takes the child's position: for a node without another one.
     void AdoptFirst(const SlcSyntaxNode* child);
 
     static void Walk(SlcSyntaxNode* child, SlcCodeWalker* walker)

@@ -1,6 +1,6 @@
-// An access has a syntax of its own, `texture(name[channel], ...)`: the name is an argument that
-// must be a string, the channel stands behind it in brackets, and the parser makes 0 of a channel
-// that is left out, so that later stages see one form.
+// An access has a special syntax, `texture(name[channel], ...)`: the name is an argument that must
+// be a string, the channel follows it in brackets, and the parser inserts channel 0 where it is
+// left out, so that later stages see one form.
 //
 // Tested by tests/frontend/TreeShapeTest.cpp.
 

@@ -55,7 +55,7 @@ private:
     std::unique_ptr<SlcExprNode> m_name;
 };
 
-/// `[channel]` behind the name; 0 where it is left out.
+/// `[channel]` after the name; 0 where it is left out.
 class SlcChannelNode : public SlcVisitable<SlcChannelNode, SlcSyntaxNode> {
 public:
     explicit SlcChannelNode(std::unique_ptr<SlcExprNode> channel);
@@ -90,7 +90,7 @@ public:
                        std::unique_ptr<SlcTextureArgsNode> arguments);
     [[nodiscard]] SlcTextureTypeNode* GetKind() const { return m_kind.get(); }
     [[nodiscard]] SlcTextureFilenameNode* GetFilename() const { return m_filename.get(); }
-    /// Never null: one of channel 0 stands for none.
+    /// Never null: without a channel in the source it is channel 0.
     [[nodiscard]] SlcChannelNode* GetChannel() const { return m_channel.get(); }
     [[nodiscard]] SlcTextureArgsNode* GetArguments() const { return m_arguments.get(); }
     void WalkIn(SlcCodeWalker* walker) override;

@@ -26,7 +26,7 @@ inline bool IsComparison(int token)
     return token == '<' || token == '>' || token == LE || token == GE || token == EQ || token == NE;
 }
 
-/// What stands right behind the last token; a blank at the end of the line.
+/// The character right after the last token; a blank at the end of the line.
 inline char NextChar()
 {
     const SlcSourcePosition& position = SlcCurrentPosition();

@@ -10,17 +10,17 @@ class SlcFloatConstNode;
 /// process ends; both are compared with the operations here, never by address.
 class SlcTypeNode : public SlcSyntaxNode {
 public:
-    // Tests of the kind. A type says yes to one of them, but for the point family, references to
-    // elements, and the types that stand for several. The error type says yes to its own alone.
+    // Tests of the kind. Only one is true of a type, except in the point family, of references to
+    // elements, and of types that represent several. For the error type only its own is true.
     [[nodiscard]] virtual bool IsVoidType() const { return false; }
     [[nodiscard]] virtual bool IsAnyType() const { return false; }
     [[nodiscard]] virtual bool IsFloatType() const { return false; }
     [[nodiscard]] virtual bool IsColorType() const { return false; }
-    /// One of the point family: point, vector, normal and the two that stand for several.
+    /// One of the point family: point, vector, normal and the two that represent several.
     [[nodiscard]] virtual bool IsPointType() const { return false; }
     /// The plain point type alone.
     [[nodiscard]] virtual bool IsTruePointType() const { return false; }
-    /// This and the next: also of the types that stand for several.
+    /// This and the next: also true of types that represent several.
     [[nodiscard]] virtual bool IsVectorType() const { return false; }
     [[nodiscard]] virtual bool IsNormalType() const { return false; }
     [[nodiscard]] virtual bool IsAnyVectorType() const { return false; }
@@ -36,10 +36,10 @@ public:
     /// Decided by the class of this type: the whole point family counts as one type, an array of
     /// unspecified length matches any length, the error type matches everything. Not symmetric.
     [[nodiscard]] virtual bool IsSameType(const SlcTypeNode* other) const;
-    /// As `IsSameType`, but tells point, vector and normal apart.
+    /// As `IsSameType`, but distinguishes point, vector and normal.
     [[nodiscard]] virtual bool IsSameExactType(const SlcTypeNode* other) const;
-    /// A value of this type can stand where `other` is wanted: of the same type, in which the point
-    /// family counts as one, or a float where a triple or matrix is wanted.
+    /// A value of this type can be used where `other` is wanted: of the same type, in which the
+    /// point family counts as one, or a float where a triple or matrix is wanted.
     [[nodiscard]] virtual bool IsPromotableAs(const SlcTypeNode* other) const;
 
     /// The word of the source, for reports; of an array with its length.
@@ -118,7 +118,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "vector"; }
 };
 
-/// `normal`: a direction across a surface, which transforms in a way of its own.
+/// `normal`: a direction across a surface, which transforms differently from a vector.
 class SlcNormalTypeNode : public SlcVisitable<SlcNormalTypeNode, SlcPointTypeNode> {
 public:
     [[nodiscard]] bool IsTruePointType() const override { return false; }

@@ -1,11 +1,11 @@
 /* The grammar of the shading language. Expressions and conditions form two ladders of operators,
-   from loosest to tightest; a condition is no value. Faults of form that are common get a
-   production of their own, with a message. */
+   from loosest to tightest; a condition is no value. Common faults of form have
+   their own productions, each with a message. */
 
 %code requires {
 #include "frontend/SlcTokenValue.h"
 
-/// Where the text of a symbol stands.
+/// The range of a symbol's text.
 struct SlcSymbolRange : SlcTextRange {
     SlcSymbolRange() = default;
     SlcSymbolRange(const SlcTextRange& range) : SlcTextRange(range) {}
@@ -18,7 +18,7 @@ struct SlcSymbolRange : SlcTextRange {
 // Without this the stacks of the generated parser, compiled as C++, would never grow.
 #define YYSTYPE_IS_TRIVIAL 1
 #define YYLTYPE_IS_TRIVIAL 1
-// What a rule of no symbols makes stands after the symbol before it, and is empty.
+// The range of a rule without symbols is empty and follows the symbol before it.
 #define YYLLOC_DEFAULT(range, parts, count)                                                        \
     (range) = (count) ? SlcTextRange{YYRHSLOC(parts, 1).begin, YYRHSLOC(parts, count).end}         \
                       : SlcTextRange{YYRHSLOC(parts, 0).end, YYRHSLOC(parts, 0).end}
@@ -65,8 +65,8 @@ static void AdviseOnMissing();
 %initial-action { yylval = {}; yylloc = {}; static_cast<void>(yynerrs); }
 %define parse.error custom
 
-/* An "else" and the ";" behind a statement are always shifted, and so is a string behind a type,
-   as the name of a space, and an empty pair of braces behind a shader's array. */
+/* An "else" and the ";" after a statement are always shifted, and so is a string after a type,
+   as the name of a space, and an empty pair of braces after a shader's array. */
 %expect 7
 
 /* Values that hold a part of the tree; all others hold nothing, or a node that a pool owns. */
@@ -802,7 +802,8 @@ private:
 
 static int yyreport_syntax_error(const yypcontext_t*)
 {
-    // All tokens that could have followed would fill lines and help nobody: one is named.
+    // A list of all tokens that could have followed would fill lines and help no user: one is
+    // named.
     static_cast<void>(&yypcontext_expected_tokens);
     const std::string advice = Advice().Refused(Tables());
     if (yyerror("parse error"); !advice.empty())
