@@ -1,5 +1,5 @@
-// A declaration, from left to right: is the name free, what type is declared, what type has the
-// initializer, and do they suit each other. Only then the name exists, so that in
+// A declaration, from left to right: is the name free, which type is declared, which type has the
+// initializer, and do they match. Only then is the name declared, so that in
 //
 //     float x = x + 1;
 //
@@ -32,7 +32,7 @@ bool HasOpenLength(const SlcTypeNode* type)
     return array && array->GetLength() == SlcDefExprNode::k_unspecifiedSize;
 }
 
-/// A float can stand where the type is wanted, besides a float itself.
+/// True for types other than float to which a float is promoted.
 bool TakesFloat(const SlcTypeNode* type)
 {
     return type->IsPointType() || type->IsColorType() || type->IsMatrixType();
@@ -59,7 +59,7 @@ int LengthOf(const SlcExprNode* initializer)
     return array ? array->GetLength() : SlcDefExprNode::k_unspecifiedSize;
 }
 
-/// Where a report on a variable stands: at its initializer, if it has one.
+/// The place of a report on a variable: its initializer, if it has one.
 const SlcSyntaxNode* PlaceOf(const SlcDefExprNode* definition)
 {
     if (const SlcExprNode* initializer = definition->GetInitializer())
@@ -183,9 +183,9 @@ void SlcAddVarsSymbolTable::Case(SlcDefExprNode* definition)
         AddVariable(definition, type, m_storage, nullptr);
 }
 
-/// The passes behind this one walk it as any other definition, but no name means it. Where it is
-/// another kind of variable than the one whose name it has, or that is a function, the name means
-/// neither from here on.
+/// Later passes walk it like any other definition, but no name refers to it. Where it is another
+/// kind of variable than the one whose name it has, or that is a function, the name means neither
+/// from here on.
 void SlcAddVarsSymbolTable::AddRepeated(SlcDefExprNode* definition, SlcTypeNode* type)
 {
     SlcIdentNode* ident = definition->GetIdent();
@@ -241,8 +241,8 @@ SlcTypeNode* SlcAddVarsSymbolTable::WantedType(const SlcDefExprNode* definition,
     const auto annotation = SlcPossibleTypes::Of(initializer);
     const auto& types = annotation->GetTypes();
     const std::string& name = definition->GetIdent()->GetName();
-    // One type is judged by itself, so that an array tells what of it does not fit; of several one
-    // must be the declared.
+    // A single type is checked by itself, so that the report on an array says which part does not
+    // match; of several types one must be the declared one.
     const bool single = types.size() == 1;
     const bool suits =
         single ? Suits(types.front(), type) || type->IsErrorType()
@@ -250,7 +250,7 @@ SlcTypeNode* SlcAddVarsSymbolTable::WantedType(const SlcDefExprNode* definition,
                      (TakesFloat(type) && annotation->IsInTypes(SlcTypeNode::AFloat(), false));
     if (!suits) {
         if (types.empty())
-            return SlcTypeNode::AVoid();  // its own report tells why
+            return SlcTypeNode::AVoid();  // already reported
         const bool arrays = single && AsArray(types.front()) && AsArray(type);
         if (!arrays) {
             m_errors->Error(initializer, "Variable initialization type mismatch");

@@ -14,21 +14,21 @@ class SlcVarDefsStmtNode;
 /// The tables that a declaration may refer to besides the scope that it extends.
 struct SlcOuterScopes {
     SlcPtr<SlcSymbolTable> global;
-    SlcPtr<SlcSymbolTable> function;     // searched first for what `extern` stands for
+    SlcPtr<SlcSymbolTable> function;     // searched first for variables declared `extern`
     SlcPtr<SlcSymbolTable> definition;   // around the function; null for a shader's body
     SlcPtr<SlcSymbolTable> shader;       // the predefined variables
     SlcPtr<SlcSymbolTable> illuminance;  // shows those of a light loop; null if there is none
 };
 
-/// Where a declaration statement stands, for what its initializer may call.
+/// The place of a declaration statement, which decides what its initializer may call.
 struct SlcDeclarationPlace {
     bool inFunction = false;
     int lightNesting = 0;  // light statements around it
 };
 
-/// Declares the variables of a formals list or of a declaration statement, and checks what
-/// initializes them. Each gets an entry, which its node holds, also behind a fault: its uses must
-/// have something to name.
+/// Declares the variables of a formals list or of a declaration statement, and checks their
+/// initializers. Each gets an entry, which its node holds, even after a fault: its uses must have
+/// something to refer to.
 class SlcAddVarsSymbolTable : public SlcCodeWalker {
 public:
     SlcAddVarsSymbolTable(SlcPtr<SlcSemanticError> errors, const SlcOptionsControl* options);
@@ -45,7 +45,7 @@ public:
                                                             SlcPtr<SlcSymbolTable> scope,
                                                             const SlcOuterScopes& outer,
                                                             SlcShaderTypeNode* shaderType);
-    /// The next table of the same scope: what stands in front of the statement does not see them.
+    /// The next table of the same scope: code before the statement does not see them.
     [[nodiscard]] SlcPtr<SlcSymbolTable> AddLocalVars(SlcVarDefsStmtNode* statement,
                                                       SlcPtr<SlcSymbolTable> scope,
                                                       const SlcOuterScopes& outer,
@@ -74,13 +74,13 @@ private:
     void CheckInitializer(SlcDefExprNode* definition, SlcTypeNode* type, int errorsBefore);
     /// The declared type, which the initializer suits, or void after a report.
     [[nodiscard]] SlcTypeNode* WantedType(const SlcDefExprNode* definition, SlcTypeNode* type);
-    /// The variable that an `extern` declaration stands for; null if there is none.
+    /// The variable that an `extern` declaration refers to; null if there is none.
     [[nodiscard]] SlcPtr<SlcVarSymbolEntry> FindOuter(SlcIdentNode* ident) const;
     /// A declaration whose name is taken, which has been reported.
     void AddRepeated(SlcDefExprNode* definition, SlcTypeNode* type);
     /// An `extern` declaration: an alias of the variable around, which must match.
     void AddExtern(SlcDefExprNode* definition, SlcTypeNode* type);
-    /// A variable whose array type has no length; quiet behind a faulty initializer.
+    /// A variable whose array type has no length; silent after a faulty initializer.
     void ReportOpenLength(const SlcDefExprNode* definition);
     void AddVariable(SlcDefExprNode* definition, SlcTypeNode* type, SlcStorageSpecNode* storage,
                      const SlcPtr<SlcVarSymbolEntry>& outer);

@@ -52,7 +52,7 @@ void CheckOutputs(SlcCheckDetail& walker, SlcFuncSymbolEntry& entry, SlcProcCall
             (void)SlcCheckOutputArgument(*walker.Errors(), arguments[i].get(), i, entry.GetName());
 }
 
-/// What a body's variable gets from a function without a rule of its own may differ from point to
+/// A value that a function without a rule writes to a body's variable may differ from point to
 /// point, whatever the arguments are.
 void WriteOutputs(SlcCheckInlineDetail& walker, SlcProcCallExprNode* call)
 {

@@ -13,7 +13,7 @@ SlcDetailNode* SlcAllArgsUniformReturnUniform(SlcCheckDetail* walker, SlcFuncEnt
                                               SlcProcCallExprNode* call);
 SlcDetailNode* SlcAllArgsUniformReturnUniformInline(SlcCheckInlineDetail* walker,
                                                     SlcFuncEntry entry, SlcProcCallExprNode* call);
-/// Varying, since they read something that varies without being told.
+/// Varying, since they read varying data that is not among their arguments.
 SlcDetailNode* SlcAlwaysReturnVarying(SlcCheckDetail* walker, SlcFuncEntry entry,
                                       SlcProcCallExprNode* call);
 SlcDetailNode* SlcAlwaysReturnVaryingInline(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
@@ -37,7 +37,8 @@ SlcDetailNode* SlcCheckInlineFresnelProc(SlcCheckInlineDetail* walker, SlcFuncEn
                                          SlcProcCallExprNode* call);
 SlcDetailNode* SlcCheckInlineUnpackProc(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
                                         SlcProcCallExprNode* call);
-/// For built-ins whose row says which arguments are output. Told, unused: no row asks for it.
+/// For built-ins whose row says which arguments are output. Part of the table of rules, but no row
+/// uses it.
 SlcDetailNode* SlcCheckInlineOutputProc(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
                                         SlcProcCallExprNode* call);
 

@@ -49,7 +49,7 @@ SlcTypeNode* ElementTypeOf(const SlcVarSymbolEntry& array)
     return static_cast<SlcArrayTypeNode*>(array.GetType())->GetElementType();
 }
 
-/// A component is reached by a call, "comp(c, 0)". `set`: the word in front of its name.
+/// A component is reached by a call, "comp(c, 0)". `set`: the word before its name.
 void AdviseOnComponent(SlcSemanticError& errors, const SlcSyntaxNode* node,
                        const SlcVarSymbolEntry& variable, const SlcExprNode* index,
                        const std::string& set)

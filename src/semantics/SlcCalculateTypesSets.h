@@ -74,5 +74,5 @@ private:
     SlcPtr<SlcSemanticError> m_errors;
     const SlcOptionsControl* m_options;
     SlcShadeopLoader m_shadeops;
-    bool m_valueUsed = false;  // something is done with the value of the expression at hand
+    bool m_valueUsed = false;  // the value of the current expression is used
 };

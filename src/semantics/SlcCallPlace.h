@@ -3,7 +3,7 @@
 class SlcDetailNode;
 class SlcShaderTypeNode;
 
-/// Where a call stands, as the rules of its detail see it; and so where the body stands that is
+/// The place of a call, on which the rules of its detail depend; also the place of the body that is
 /// evaluated for it.
 struct SlcCallPlace {
     SlcShaderTypeNode* shaderType = nullptr;

@@ -2,10 +2,10 @@
 // and open outweighs uniform. In a function a formal without a word on it is open:
 //
 //     float f(float x) { return x * s; }      x is open, s varying: the product is varying
-//     float g(float x) { return x + 1; }      open: what it is depends on the call
+//     float g(float x) { return x + 1; }      open: its detail depends on the call
 //
-// An assignment wants the detail of its target from the right side. Calls take that up, as random()
-// does; all else has a detail of its own.
+// An assignment requests the detail of its target from the right side. Some calls, such as
+// random(), adopt it; any other expression has its own detail.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 

@@ -20,8 +20,8 @@ class SlcCheckDetail : public SlcCodeWalker {
 public:
     explicit SlcCheckDetail(SlcPtr<SlcSemanticError> errors);
 
-    /// `place`: where the statement stands, and what its context wants of an expression. Each call
-    /// is sent to the rule of its function, which may evaluate a body.
+    /// `place`: the place of the statement, and the detail that its context requests of an
+    /// expression. Each call is sent to the rule of its function, which may evaluate a body.
     void operator()(SlcSyntaxNode* node, const SlcCallPlace& place);
 
     // What the rules of calls need to know.

@@ -29,7 +29,7 @@ namespace {
 // Joined details only rise, so that few rounds are enough; this bounds what nested loops cost.
 constexpr int k_roundsOfOne = 4;
 
-/// Null stands for nothing that decides.
+/// Null means that nothing decides.
 SlcDetailNode* CombineGuards(SlcDetailNode* first, SlcDetailNode* second)
 {
     if (!first || !second)
@@ -139,9 +139,8 @@ void SlcCheckInlineDetail::Case(SlcDefExprNode* node)
     Defined(*entry, detail);
 }
 
-/// One `return` is allowed, wherever it stands. One at the top of the body ends it; behind one
-/// under a condition the body goes on for the points that did not return, which have another
-/// result.
+/// One `return` is allowed, at any place. One at the top of the body ends it; after one under a
+/// condition the body goes on for the points that did not return, which have another result.
 void SlcCheckInlineDetail::Case(SlcReturnStmtNode* node)
 {
     SlcDetailNode* const expected = std::exchange(m_place.wanted, m_wanted);

@@ -22,12 +22,12 @@ struct SlcAlreadyInLightControlStmt {};
 /// leaves changes nothing of what it has found. Then a last round reports.
 class SlcCheckInlineDetail : public SlcCodeWalker {
 public:
-    /// The evaluation is complete. Thrown by value by a `return` behind which nothing runs.
+    /// The evaluation is complete. Thrown by value by a `return` after which nothing runs.
     struct EndCheckInline {
         SlcDetailNode* detail;
     };
 
-    /// `around`: the evaluation of the body that the call stands in; null in the shader's code.
+    /// `around`: the evaluation of the body that contains the call; null in the shader's code.
     explicit SlcCheckInlineDetail(SlcPtr<SlcSemanticError> errors,
                                   const SlcCheckInlineDetail* around = nullptr);
 
@@ -43,14 +43,15 @@ public:
 
     // All that changes the inline detail of a variable.
     enum class Extent { Whole, Part };
-    /// `variable` has been written with a value of this detail; so has what it stands for if it is
-    /// `extern`. Under a condition, or if a part of it has, it keeps some of what it had.
+    /// `variable` has been written with a value of this detail; so has the variable that it refers
+    /// to if it is `extern`. Under a condition, or if only a part was written, it keeps some of its
+    /// old value.
     void Written(const SlcPtr<SlcVarSymbolEntry>& variable, SlcDetailNode* detail, Extent extent);
     /// The same for a variable or element that a call writes to.
     void Written(const SlcExprNode* argument, SlcDetailNode* detail);
     /// A declaration, or a call, has given `variable` its first value.
     void Defined(SlcVarSymbolEntry& variable, SlcDetailNode* detail);
-    /// Each call of the body has a variable of its own.
+    /// Each call of the body has its own copy of the variable.
     void Owns(const SlcVarSymbolEntry& variable) { m_own.insert(&variable); }
 
 private:
@@ -99,7 +100,8 @@ private:
     [[nodiscard]] bool WalkQuietRound(bool makesVarying, const std::function<void()>& walkRound);
     /// From here on the innermost loops, so many of them, go on without some points.
     void Leave(std::size_t loops);
-    /// What decides whether the code at hand runs, as far as the body knows; null if nothing does.
+    /// The detail of the conditions that decide whether the current code runs, as far as the body
+    /// knows; null if nothing does.
     [[nodiscard]] SlcDetailNode* Guard() const;
 
     SlcPtr<SlcSemanticError> m_errors;

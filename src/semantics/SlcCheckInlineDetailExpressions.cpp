@@ -1,6 +1,6 @@
 // The details of expressions inside a function, for one call of it: those of their parts, where a
-// rule or a declaration does not say it. An assignment tells the variable; a condition in an
-// expression guards its branches as an `if` does.
+// rule or a declaration does not say it. An assignment is recorded with the variable; a condition
+// in an expression guards its branches as an `if` does.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 

@@ -1,8 +1,9 @@
-// The statements on lights: where they may stand, what they take, and the scopes of their bodies.
+// The statements on lights: where they are allowed, their arguments, and the scopes of their
+// bodies.
 //
 // `illuminance` looks at lights and gives its body the variables L, Cl and Ol; `illuminate` and
-// `solar` are a light's own. What differs between the three is a row (LightStatement), so that the
-// rules stand once. In a function none is refused: that depends on who calls it.
+// `solar` are a light's own. What differs between the three is a row (LightStatement), so that each
+// rule is written once. In a function none is refused: that depends on who calls it.
 //
 // Tested by tests/semantics/SlcCheckLightStatementsTest.cpp.
 

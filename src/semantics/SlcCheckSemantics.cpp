@@ -1,7 +1,7 @@
-// Definitions, and what a body is checked with. A function comes into scope behind its body, so
-// that it cannot call itself; its formals are remembered with the scope around the definition,
-// which `extern` and a body without --strict look into. A body has a walker of its own, whose
-// fields say afterwards what it holds: a `return`, a light statement.
+// Checks definitions, and sets up the scopes for checking bodies. A function comes into scope after
+// its body, so that it cannot call itself; its formals are remembered with the scope around the
+// definition, which `extern` and a body without --strict look into. A body has a separate walker,
+// whose fields say afterwards what it contains: a `return`, a light statement.
 //
 // The checks of a function stop at what depends on its calls. Details that are open there are
 // judged where shader code calls the function (SlcUserCallRules), with each call's arguments.
@@ -71,7 +71,7 @@ void SlcCheckSemantics::Default(SlcSyntaxNode* node)
 void SlcCheckSemantics::Case(SlcDefinitionsNode* node)
 {
     const auto& definitions = node->GetDefinitions();
-    // The kind of the shader counts for functions in front of it too.
+    // The kind of the shader counts for functions before it too.
     const auto shader = std::find_if(definitions.begin(), definitions.end(),
                                      [](const auto& d) { return d->IsShader(); });
     if (shader == definitions.end()) {
@@ -162,7 +162,7 @@ void SlcCheckSemantics::NoteDefinitionScope(SlcSymbolTable& formals) const
 {
     if (m_options.m_strict)
         return;
-    // A function in front of the shader sees the predefined variables of its kind.
+    // A function before the shader sees the predefined variables of its kind.
     const bool aheadOfShader = !m_inFunction && !m_shaderSeen;
     formals.m_definitionScope = aheadOfShader ? m_shader : m_current;
 }

@@ -15,8 +15,8 @@ class SlcRelationNode;
 /// passes: possible types, unique type, detail, usage. All have finished with a statement before
 /// the next one is looked at, so everything is declared before its use.
 ///
-/// A body of a shader or function is checked by a walker of its own, which knows what the body
-/// holds when it has finished.
+/// A body of a shader or function is checked by a separate walker, which afterwards knows what the
+/// body contains.
 class SlcCheckSemantics : public SlcCodeWalker {
 public:
     /// `usage` is the record of the branch that will be checked; null for no usage checks. It and
@@ -30,7 +30,7 @@ public:
                     SlcPtr<SlcSymbolTable> current, SlcPtr<SlcSymbolTable> shader,
                     SlcPtr<SlcSymbolTable> illuminance);
 
-    /// All passes over an expression that stands for itself: it must have one type.
+    /// All passes over an expression without a context: it must have one type.
     void CheckExprType(SlcExprNode* expr);
 
 private:
@@ -60,8 +60,8 @@ private:
     void Case(SlcStmtNode* node) override;
     void Default(SlcSyntaxNode* node) override;
 
-    /// The name of the variable that tells a body the return type of its function; no source text
-    /// can spell it.
+    /// The name of the variable that holds the return type of a function for its body; no source
+    /// text can spell it.
     [[nodiscard]] static SlcIdentNode* ReturnTypeIdent();
     /// For declarations that are met here.
     [[nodiscard]] SlcOuterScopes OuterScopes() const;
@@ -72,7 +72,7 @@ private:
     [[nodiscard]] std::unique_ptr<SlcCheckUsage> BodyUsage(SlcFormalsNode* formals) const;
     /// Notes in the table of a function's formals where the function was defined.
     void NoteDefinitionScope(SlcSymbolTable& formals) const;
-    /// Of what can be told without the body.
+    /// Checks what is known without the body.
     void CheckReturnType(const SlcFuncDefNode* node);
     /// From here on the function can be called.
     void AddFunction(SlcFuncDefNode* node, SlcPtr<SlcAnnotation> info);
@@ -81,9 +81,9 @@ private:
 
     /// The first pass over an expression, or over both sides of a condition.
     void FindTypes(SlcSyntaxNode* node);
-    /// The passes behind the possible types, which have been found.
+    /// The passes after the search for possible types.
     void FinishChecks(SlcSyntaxNode* node);
-    /// All passes over a relation, which wants no type of its own.
+    /// All passes over a relation, which has no type.
     void CheckCondition(SlcRelationNode* condition);
     /// The type that an expression gets where nothing else decides. Reports several; void if it has
     /// none.
@@ -122,7 +122,7 @@ private:
     SlcPtr<SlcSymbolTable> m_current;      // where declarations go and names are sought
     SlcPtr<SlcSymbolTable> m_global;       // the built-ins
     SlcPtr<SlcSymbolTable> m_shader;       // the predefined variables
-    SlcPtr<SlcSymbolTable> m_function;     // searched first for what `extern` stands for
+    SlcPtr<SlcSymbolTable> m_function;     // searched first for variables declared `extern`
     SlcPtr<SlcSymbolTable> m_definition;   // the same of the body around this one
     SlcPtr<SlcSymbolTable> m_illuminance;  // shows the variables of a light loop
     SlcPtr<SlcSemanticError> m_errors;

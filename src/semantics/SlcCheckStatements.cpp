@@ -1,6 +1,6 @@
 // Statements other than those on lights. Each puts its expressions through all passes before the
-// next statement is looked at. Branches and loops are walked with a usage record of their own, set
-// aside behind the walk and merged where the statement ends (SlcCheckUsage).
+// next statement is looked at. Branches and loops are walked with a separate usage record, set
+// aside after the walk and merged where the statement ends (SlcCheckUsage).
 //
 // What a context wants of an expression: a `return` the type of its function, a statement that is a
 // call nothing, a condition a comparison, all else the one type that the expression has. Several
@@ -60,7 +60,7 @@ void SlcCheckSemantics::CheckExprType(SlcExprNode* expr)
 SlcTypeNode* SlcCheckSemantics::WantedTypeOf(SlcExprNode* expr)
 {
     const auto& types = SlcPossibleTypes::Of(expr)->GetTypes();
-    // Its operator tells what does not fit.
+    // The report is made at its operator.
     if (types.empty())
         return SlcTypeNode::AVoid();
     // The first is taken, so that the passes to come have one.
@@ -134,7 +134,7 @@ SlcTypeNode* SlcCheckSemantics::WantedTypeOfCall(SlcProcCallExprNode* call)
         m_errors->FatalError(call, "No type associated to function call");
     if (types.size() == 1)
         return types.front();
-    // Nobody takes the value, so that the procedure is the better guess.
+    // The value is not used, so that the procedure is the better guess.
     if (!m_options.m_strict && annotation->IsInTypes(SlcTypeNode::AVoid(), false))
         m_errors->Warning(call,
                           "Ambiguous function return type. Picking function version with the "

@@ -9,8 +9,8 @@
 //                              promoted: always met with never gives maybe
 //     Ci = x;                  'x' may not be initialized
 //
-// A branch that ends in a jump says nothing of what is set behind the two. A loop's body may not
-// run at all, unless its head says that it does (SlcRunsAtLeastOnce).
+// A branch that ends in a jump does not affect what is set after the two. A loop's body may not run
+// at all, unless its head says that it does (SlcRunsAtLeastOnce).
 //
 // What a function does to variables around it is judged where it is called: its record is replayed.
 // Warnings come in the order of the names there, since a map by address has none to show.
@@ -53,7 +53,7 @@ bool IsAlwaysSet(const SlcVarSymbolEntry& entry)
     return entry.IsHidden() || entry.GetStorage()->IsInput() || entry.GetType()->IsErrorType();
 }
 
-/// A branch that ends in a jump leaves the other one to say what is set behind the two.
+/// If one branch ends in a jump, the other one decides what is set after the two.
 SlcVariableUsage Outweighed(SlcVariableUsage usage, bool stopped, const SlcVariableUsage& other)
 {
     if (stopped && other.GetModified() == SlcUsageState::Always)
@@ -257,7 +257,8 @@ bool SlcCheckUsage::IsJudgedHere(const Variable& variable)
 
 void SlcCheckUsage::NoteChange(Variable& variable)
 {
-    // Of its own variables a branch leaves nothing behind, and of others the first change counts.
+    // Changes of a branch's local variables are not kept, and of other variables the first change
+    // counts.
     if (variable.level >= m_level || variable.changedAt >= m_level)
         return;
     m_changes.push_back({&variable, UsageOf(variable), variable.changedAt});

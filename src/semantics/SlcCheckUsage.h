@@ -78,7 +78,7 @@ private:
     void Case(SlcProcCallExprNode* node) override;
     void Default(SlcSyntaxNode* node) override;
 
-    /// What an alias stands for; null for what is always set or has been reported.
+    /// The variable that an alias refers to; null for one that is always set or has been reported.
     [[nodiscard]] Variable* Find(const SlcPtr<SlcVarSymbolEntry>& named);
     [[nodiscard]] Variable* Find(SlcVarSymbolEntry* entry);
     /// Its state at the point that the walk has reached.
@@ -112,6 +112,6 @@ private:
     std::shared_ptr<Body> m_body;   // shared by the records of one body
     int m_level;                    // branches around this one
     int m_breakLevel = 0;           // loops that a jump of this branch leaves or continues
-    bool m_stopped = false;         // behind a jump: what follows in this branch does not run
+    bool m_stopped = false;         // after a jump: the rest of this branch does not run
     std::vector<Change> m_changes;  // of variables that the branch does not declare
 };

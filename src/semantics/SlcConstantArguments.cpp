@@ -95,7 +95,7 @@ void CheckFilter(SlcSemanticError& errors, const Arguments& arguments)
     }
 }
 
-/// Of the values of a spline, which stand from `first` on; nothing if an array has no length.
+/// Counts the values of a spline, which begin at `first`; nothing if an array has no length.
 std::optional<std::size_t> CountValues(const Arguments& arguments, std::size_t first)
 {
     const auto* array =
@@ -153,8 +153,8 @@ void CheckIndices(SlcSemanticError& errors, const SlcProcCallExprNode& call)
     }
 }
 
-/// What stands after a percent sign where a specifier is meant, up to its letter: not the blank in
-/// "50 % of".
+/// The text after a percent sign up to the letter, if a specifier is meant: not the blank in "50 %
+/// of".
 std::string_view SpecifierAt(std::string_view format, std::size_t percent)
 {
     constexpr std::string_view widths = "0123456789.+-#*";

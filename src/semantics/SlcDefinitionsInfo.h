@@ -14,7 +14,7 @@ public:
           m_shaderType(shaderType)
     {
     }
-    /// The built-ins, and the functions in front of the shader.
+    /// The built-ins, and the functions before the shader.
     [[nodiscard]] const SlcPtr<SlcSymbolTable>& GetGlobalTable() const { return m_globalTable; }
     /// The predefined variables of its kind, and its parameters.
     [[nodiscard]] const SlcPtr<SlcSymbolTable>& GetShaderTable() const { return m_shaderTable; }

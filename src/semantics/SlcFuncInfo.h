@@ -39,8 +39,8 @@ public:
     [[nodiscard]] bool HasIlluminance() const { return m_hasIlluminance; }
     /// Checked shader code reaches the function, directly or through others.
     [[nodiscard]] bool IsCalled() const { return m_called; }
-    /// Marked by the rule of its calls, and asked by the passes behind the checks, which pass over
-    /// functions that nothing reaches.
+    /// Set by the rule of its calls, and read by the passes after the checks, which skip
+    /// unreachable functions.
     void SetCalled() { m_called = true; }
     /// The same of a definition, which has no record if it was refused.
     [[nodiscard]] static bool IsCalled(const SlcFuncDefNode& definition)

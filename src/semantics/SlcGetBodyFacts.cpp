@@ -19,7 +19,7 @@
 
 namespace {
 
-/// `variable` is, or stands for, one of the variables of light loops.
+/// `variable` is, or refers to, one of the variables of light loops.
 bool IsOfLightLoop(const SlcVarSymbolEntry& variable)
 {
     if (const auto& outer = variable.GetOuter())

@@ -15,7 +15,7 @@ struct SlcBodyFacts {
     bool touchesOuterVariables = false;
     /// The light of a light loop that is not its own.
     bool needsLightLoop = false;
-    /// Operations and calls in the body, each called function with all of its own: what one
+    /// Operations and calls in the body, each called function with all of its operations: what one
     /// expansion of the body makes instructions for. Known before any is made, since a chain of
     /// functions that each call the one before twice doubles it at each link. Never overflows.
     std::size_t expandedOperations = 0;

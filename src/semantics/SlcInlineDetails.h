@@ -25,7 +25,7 @@
     return CheckCast<SlcLValueType>(lvalue->GetAnnotation())->GetInlineDetail();
 }
 
-/// For the call at hand; the next evaluation of the body sets it anew.
+/// For the current call; the next evaluation of the body sets it again.
 inline void SlcSetInlineDetail(SlcExprNode* expr, SlcDetailNode* detail)
 {
     SlcPossibleTypes::Of(expr)->SetInlineDetail(detail);
@@ -49,7 +49,7 @@ inline void SlcSetInlineDetailIfUnknown(SlcExprNode* expr, SlcDetailNode* detail
     return variable ? variable->GetDetail() : SlcDetailNode::AUnknown();
 }
 
-/// What the declaration says; where it leaves that open, what the call at hand makes of it.
+/// The declared detail; if the declaration leaves it open, the detail in the current call.
 [[nodiscard]] inline SlcDetailNode* SlcEffectiveDetail(const SlcPtr<SlcVarSymbolEntry>& variable)
 {
     if (variable.Null())

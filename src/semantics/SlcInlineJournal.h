@@ -15,7 +15,7 @@ public:
     void BeginRound();
     /// The variable is about to get another detail.
     void NoteWrite(SlcVarSymbolEntry& variable);
-    /// The variable begins anew: nothing of the round before is left in it.
+    /// The variable is defined again: nothing of the last round is left in it.
     void NoteDefinition(SlcVarSymbolEntry& variable);
     /// The round ends. Joins the details that it has found with those that it leaves; true if a
     /// variable has another detail for that.
@@ -28,7 +28,7 @@ public:
     [[nodiscard]] bool IsFirstReport() { return !std::exchange(m_reported, true); }
 
 private:
-    using Round = std::unordered_map<SlcVarSymbolEntry*, SlcDetailNode*>;  // null: begins anew
+    using Round = std::unordered_map<SlcVarSymbolEntry*, SlcDetailNode*>;  // null: defined again
 
     /// Ends the round and hands what it has found to the loop around.
     [[nodiscard]] Round Take();

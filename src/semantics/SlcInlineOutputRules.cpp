@@ -4,7 +4,7 @@
 //     setxcomp(p, x)                   p becomes what p and x are together: two components stay
 //     fresnel(I, N, eta, kr, kt)       kr and kt become what I, N and eta are together
 //
-// SlcCheckInlineOutputProc has a place in the table of rules, but no row asks for it: told, unused.
+// SlcCheckInlineOutputProc has a place in the table of rules, but no row uses it.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 
@@ -23,7 +23,7 @@ struct OutputRule {
     std::size_t firstOutput;  // positions count from 0
     std::size_t lastOutput;
     const char* wrongCount;   // internal
-    const char* noVariable;   // in front of the number, where there is one
+    const char* noVariable;   // before the number, where there is one
     const char* afterNumber;  // null: the text has no number
     const char* unknown;      // internal
 };

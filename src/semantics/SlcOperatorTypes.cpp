@@ -97,8 +97,8 @@ Types SlcTypesOfBinOp(const SlcBinOpExprNode& operation)
         return fits ? Types{SlcTypeNode::AFloat()} : Types{};
     }
     if (operation.IsCrossProd()) {
-        // It stands for whatever kind the context wants: a vector, a normal, or a point in
-        // shaders that know no other kind.
+        // It is of whatever kind the context requires: a vector, a normal, or a point in shaders
+        // that know no other kind.
         return BothHold(SlcTypeNode::APoint(), operation) ? Types{SlcTypeNode::AAnyPoint()}
                                                           : Types{};
     }

@@ -67,7 +67,7 @@ SlcTypeNode* ExpectedBy(SlcTypeNode* formal, const SlcExprNode* argument)
     return formal->IsAnyType() ? FirstType(argument) : formal;
 }
 
-/// A type in front of the argument chooses: "float noise(...)".
+/// A type before the argument chooses: "float noise(...)".
 std::string AdviceOnAmbiguity(const SlcExprNode* argument, const std::vector<SlcTypeNode*>& types)
 {
     const auto* call = dynamic_cast<const SlcProcCallExprNode*>(argument);

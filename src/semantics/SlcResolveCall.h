@@ -36,12 +36,12 @@ private:
     [[nodiscard]] Entry Choose(const std::vector<Entry>& candidates, SlcTypeNode* wanted) const;
     /// Each array argument is as long as its formal, or of both it is unknown how long they are.
     [[nodiscard]] bool HasLengths(const Entry& entry) const;
-    /// The overloads that fit as they stand, or else those that fit by promotion.
+    /// The overloads that match without promotion, or else those that fit by promotion.
     [[nodiscard]] std::vector<Entry> FindCandidates(SlcTypeNode* wanted);
     [[nodiscard]] bool Fits(const Entry& entry, bool promote);
     /// Adds what the overload expects of each argument to the lists of the arguments.
     void AddExpected(const Entry& entry, std::vector<Types>& expected);
-    /// What the overload's tail takes the arguments for; one for each behind the fixed ones.
+    /// The parts of the overload's tail that take the arguments; one for each after the fixed ones.
     [[nodiscard]] std::vector<SlcFuncVarArgLeaf*> LeavesOfTail(const Entry& entry) const;
     /// Each argument gets the one type that is expected of it. False after a report.
     [[nodiscard]] bool ChooseArgTypes(const std::vector<Types>& expected);

@@ -1,8 +1,8 @@
-// What each operator wants of its operands, once the type of its result is settled. Comparisons
-// want no type of their own, so they look for the one pair of types that can be compared: none, or
-// more than one, is a report. Where both operands are wrong, as in "a" + "b", the operator is, and
-// the report of the left one says so. Here stand the warnings for what computes but means little,
-// as P + P.
+// Determines the types of an operator's operands, once the type of its result is settled.
+// Comparisons have no type, so they look for the one pair of types that can be compared: none, or
+// more than one, is a report. Where both operands are wrong, as in "a" + "b", the fault is the
+// operator's, and the report on the left one says so. Warnings for legal but doubtful operations,
+// such as P + P, are raised here too.
 //
 //     wanted color:   2 * noise(s)      left float, promoted; right the noise that gives a color
 //     nothing wanted: s == (1, 0, 0)    float with point, or float with color: ambiguous

@@ -1,7 +1,7 @@
 // Texture accesses are no functions: their arguments are a name, a channel, coordinates (none, two
-// or eight numbers, one point or four), then pairs of a name and a value. The table tells for each
-// name which accesses know it and what its value is; a name that is no constant is known at run
-// time only and so takes what it gets.
+// or eight numbers, one point or four), then pairs of a name and a value. The table lists for each
+// name which accesses accept it and the type of its value; a name that is no constant is known at
+// run time only and so takes what it gets.
 //
 // Tested by tests/semantics/SlcResolveUniqueTypeTest.cpp and tests/golden/bad_textures.sl.
 
@@ -78,7 +78,7 @@ const Parameter* FindParameter(std::string_view name, const SlcTextureTypeNode& 
     return found == std::end(k_parameters) ? nullptr : found;
 }
 
-/// The type is missing, and no other report tells why.
+/// The type is missing, and no other report says why.
 bool LacksType(const SlcExprNode* expr, T* type)
 {
     return !Holds(expr, type) && !HasOwnReport(expr);
@@ -160,7 +160,7 @@ int SlcResolveTexture::ResolveFloats(SlcTextureExprNode* texture)
         SetUnique(m_args.front(), T::AFloat());
         return -1;
     }
-    // Numbers in between belong to no form: they stand where a name is expected, which is reported.
+    // Numbers in between belong to no form: they are where a name is expected, which is reported.
     const int taken = given >= 8 ? 8 : given >= 2 ? 2 : 0;
     const auto lacks = [](const SlcExprNode* argument) { return LacksType(argument, T::AFloat()); };
     const auto faulty = std::find_if(m_args.begin(), m_args.begin() + taken, lacks);
@@ -252,7 +252,7 @@ std::size_t SlcResolveTexture::ResolveSource(std::size_t first)
     if (points < 2)
         ErrorOfPlace(m_args[first - 1],
                      "\"source\" argument in shadow(...) needs 2, 3 or 4 points.");
-    // What stands in the place of the first point is not a name.
+    // The argument in the place of the first point is not a name.
     return std::max<std::size_t>(points, 1);
 }
 

@@ -31,7 +31,7 @@ private:
     [[nodiscard]] int ResolveFloats(SlcTextureExprNode* texture);
     /// Of `environment` and `shadow`: a point, or those of four corners.
     [[nodiscard]] int ResolvePoints(SlcTextureExprNode* texture);
-    /// Reports what stops it from telling names from values, and goes no further then.
+    /// Stops after a report if an argument may be a name or a value.
     void ResolveParameters(std::size_t first);
     /// The name at `position` and its value: how many arguments they take, 0 after a report that
     /// leaves what follows unclear.
@@ -42,11 +42,11 @@ private:
     void ResolveFloatValue(std::string_view name, SlcExprNode* value);
     void ResolveStringValue(SlcExprNode* value);
 
-    /// A report that depends on what each argument stands for; none is given behind a faulty one.
+    /// A report that depends on the meaning of each argument; suppressed after a faulty one.
     void ErrorOfPlace(const SlcSyntaxNode* node, std::string_view message);
 
     SlcPtr<SlcSemanticError> m_errors;
     const SlcTextureTypeNode* m_kind = nullptr;
-    Args m_args;              // behind the name of the texture
-    bool m_hasFault = false;  // of an argument, which tells nothing of what it stands for
+    Args m_args;              // after the name of the texture
+    bool m_hasFault = false;  // of an argument, whose meaning is then unknown
 };

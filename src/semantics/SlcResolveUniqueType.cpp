@@ -65,7 +65,7 @@ void SlcResolveUniqueType::ResolveAssignment(SlcAssignExprNode* assignment)
     SlcTypeNode* target =
         CheckCast<SlcLValueType>(assignment->GetLValue()->GetAnnotation())->GetType();
     const bool refused = FirstType(assignment)->IsVoidType();
-    // Reported already: what stands below is still checked for itself.
+    // Reported already: the expressions below are still checked by themselves.
     if (refused || target->IsErrorType() || HasOwnReport(value)) {
         TakeFirst(value);
     } else if (SlcTypeNode* type = Find(value, target)) {

@@ -18,8 +18,8 @@ class SlcResolveUniqueType : public SlcCodeWalker {
 public:
     explicit SlcResolveUniqueType(SlcPtr<SlcSemanticError> errors);
 
-    /// `scope` is where the statement stands: calls look up their overloads there. `shaderType` is
-    /// that of the file's shader, in whose functions some built-ins are refused.
+    /// `scope` is that of the statement: calls look up their overloads there. `shaderType` is that
+    /// of the file's shader, in whose functions some built-ins are refused.
     void operator()(SlcSyntaxNode* node, SlcPtr<SlcSymbolTable> scope,
                     SlcShaderTypeNode* shaderType);
 

@@ -1,6 +1,5 @@
 // The order of the checks. SlcCheckSemantics walks definitions and statements; each expression that
-// it comes to goes through the passes before it walks on, since what stands behind may depend on
-// it:
+// it comes to goes through the passes before it walks on, since later code may depend on it:
 //
 //     1. SlcCalculateTypesSets     from the operands up: which types each part could have
 //     2. SlcResolveUniqueType      from the whole down: which one it has, which overload is called

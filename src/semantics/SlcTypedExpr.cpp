@@ -8,7 +8,7 @@ SlcTypeNode* SlcTypedExpr::SettleWanted(const SlcExprNode* expr)
     if (IsUntyped(expr))
         return nullptr;
     const auto types = SlcPossibleTypes::Of(expr);
-    // Behind a fault no type is better than another, so that nothing is chosen for its sake.
+    // After a fault no type is better than another, so that nothing is chosen for its sake.
     SlcTypeNode* wanted = IsFaulty(expr) ? SlcTypeNode::AError() : types->GetUniqueType();
     if (!wanted->IsErrorType() && types->IsInTypes(wanted, false))
         return wanted;

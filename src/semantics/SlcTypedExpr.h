@@ -31,7 +31,7 @@ namespace SlcTypedExpr {
     return SlcPossibleTypes::Of(expr)->GetTypes();
 }
 
-/// Nothing suits the expression; its own rule tells why.
+/// No type matches the expression; its rule has reported why.
 [[nodiscard]] inline bool IsUntyped(const SlcExprNode* expr)
 {
     return TypesOf(expr).empty();
@@ -44,8 +44,7 @@ namespace SlcTypedExpr {
     return !types.empty() && types.front()->IsErrorType();
 }
 
-/// A report of its own tells what is wrong with the expression: whoever wants a type of it that it
-/// lacks stays quiet.
+/// The expression has its own report: a context that requires a type that it lacks stays silent.
 [[nodiscard]] inline bool HasOwnReport(const SlcExprNode* expr)
 {
     return IsUntyped(expr) || IsFaulty(expr);
@@ -69,9 +68,9 @@ inline void TakeFirst(const SlcExprNode* expr)
     SetUnique(expr, FirstType(expr));
 }
 
-/// Makes the wanted type of an expression one of its own and gives it: as it is if the set holds
-/// it, float if that is promoted to it, and otherwise the first of the set; error for a faulty one.
-/// Null if the set is empty.
+/// Settles the requested type of an expression and returns it: as it is if the set holds it, float
+/// if that is promoted to it, and otherwise the first of the set; error for a faulty one. Null if
+/// the set is empty.
 SlcTypeNode* SettleWanted(const SlcExprNode* expr);
 
 }  // namespace SlcTypedExpr

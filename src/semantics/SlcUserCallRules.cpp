@@ -1,9 +1,10 @@
 // A call of a user function has the detail of its body with this call's arguments. The same rules
 // hold for a call in a statement and for one met while the body around it is evaluated: both
-// walkers tell the place of the call (SlcCallPlace).
+// walkers pass the place of the call (SlcCallPlace).
 //
 //     shader code      f(s)      formals get the details of the arguments, the body is evaluated
-//     in f             g(x)      the same, one level deeper, with what x is in this evaluation of f
+//     in f             g(x)      the same, one level deeper, with the detail of x in this
+//     evaluation of f
 //
 // Evaluations are shared by calls in like circumstances (SlcInlineResults), unless the body touches
 // variables around it, whose details may have changed in between: those are counted instead, and
@@ -46,8 +47,8 @@ struct Passed {
     SlcExprNode* argument;
 };
 
-/// Marks the function as reached, and tells whether this kind of shader may reach its light
-/// statements. Both walkers answer alike.
+/// Marks the function as reached. True if this kind of shader may reach its light statements. Both
+/// walkers return the same.
 template <class Walker>
 bool MayBeReached(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNode* call)
 {
@@ -85,7 +86,7 @@ std::vector<Passed> PairArguments(SlcSemanticError& errors, const SlcFuncInfo& i
         for (const auto& definition : group->GetDefExprs()->GetDefExprs()) {
             if (formals++ >= arguments.size())
                 continue;
-            // By name: a formal that repeats the name of another has no entry of its own.
+            // By name: a formal that repeats the name of another has no separate entry.
             try {
                 passed.push_back({info.GetScope()->GetVarEntry(definition->GetIdent(), true),
                                   group->GetTypeSpec()->GetStorage(),
