@@ -1,4 +1,4 @@
-// The text is for whoever follows a pass: blocks by number, with both directions of their edges.
+// Prints blocks, for debugging of passes: blocks by number, with both directions of their edges.
 
 #include "optimizer/SlcBasicBlock.h"
 

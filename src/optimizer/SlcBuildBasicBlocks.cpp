@@ -1,5 +1,5 @@
-// A block begins in front of whatever can be jumped to (the trait BeginsBlock) and ends behind
-// whatever can jump (EndsBlock).
+// A block begins before each instruction that can be jumped to (the trait BeginsBlock) and ends
+// after each one that can jump (EndsBlock).
 //
 //     x = 1; if f L; y = 1; endif L; z = 1     gives    [x = 1; if f L] [y = 1] [endif L; z = 1]
 //

@@ -7,13 +7,14 @@
 //
 // An instruction leaves the loop if it only computes, if its operands are not written in the loop
 // or have just left it, if it is the one write to its variable, if every way out of the loop passes
-// it (so that it would have run), and if nobody in the loop wants the value from before. What stood
-// in a parallel run gets a run of its own in front of the head.
+// it (so that it would have run), and if its old value is not live into the loop. An instruction
+// hoisted out of a parallel run gets a separate run before the head.
 //
-// Ours departs from the book in two ways. What moves is placed in front of the label of the head,
-// and no block is made for it; a loop that is also entered by a jump from elsewhere keeps all. And
-// what the loops write and read is collected once for all of them, sorted by variable and by the
-// place of the loop, since loops inside each other would otherwise cost their depth.
+// Ours departs from the book in two ways. Hoisted instructions are placed before the label of the
+// head, without a separate preheader block; nothing is hoisted out of a loop that is also entered
+// by a jump from elsewhere. And what the loops write and read is collected once for all of them,
+// sorted by variable and by the place of the loop, since loops inside each other would otherwise
+// cost their depth.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcCodeMotion, ...).
 
@@ -30,11 +31,11 @@
 namespace {
 
 struct MotionCounters {
-    int heads = 0;  // runs in front of loops, for names that are unique
+    int heads = 0;  // runs before loops, for names that are unique
     bool hasWarned = false;
 };
 
-/// What no set can tell of an instruction's operands.
+/// Facts on an instruction's operands that the data-flow sets do not contain.
 class OperandFacts : public SlcOperandWalker {
 public:
     void Collect(const SlcPtr<SlcICode>& code)
@@ -81,8 +82,9 @@ bool Is(const SlcPtr<SlcICode>& code)
     return dynamic_cast<const Mark*>(&*code) != nullptr;
 }
 
-/// The sets do not count this as a write, since the value before it goes into the one behind.
-/// Nothing that the inversion changes in each round may move, though. -1 for other instructions.
+/// The sets do not count this as a write, since the new value depends on the old one. But nothing
+/// that depends on it may be hoisted: the inversion changes it in each round. -1 for other
+/// instructions.
 int FlagInvertedInPlace(const SlcPtr<SlcICode>& code)
 {
     const auto* inversion = dynamic_cast<const SlcInvertBoolFlagICode*>(&*code);
@@ -127,7 +129,7 @@ bool SlcCodeMotion::OptimizeLoops(SlcListICode& list)
     return true;
 }
 
-// A jump from elsewhere would pass by what stands in front of the head.
+// A jump from elsewhere would skip the instructions before the head.
 bool SlcCodeMotion::IsEnteredFromFront(int head) const
 {
     const auto& predecessors = m_graph.Blocks()[head].GetPredBlocks();
@@ -277,9 +279,9 @@ bool SlcCodeMotion::OperandsAreInvariant(const Loop& loop)
     });
 }
 
-// The value of the loop's single write is the one that all reads want: nothing comes in from
-// before the loop, and no read comes before the write. A read that stands before the write in its
-// own block makes the variable alive at the front of that block.
+// All reads in the loop see the value of its single write: the variable is not live into the loop,
+// and no read precedes the write. A read before the write in the same block makes the variable live
+// at the front of that block.
 bool SlcCodeMotion::ReachesAllUses(const Loop& loop, int block, int variable) const
 {
     if (m_analysis.IsLiveIn(loop.head, variable) || m_analysis.IsLiveIn(block, variable))

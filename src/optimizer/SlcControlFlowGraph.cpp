@@ -50,7 +50,7 @@ private:
     int m_block = 0;
 };
 
-/// Tells where the last instruction of a block can go on.
+/// Finds the successors of a block from its last instruction.
 class SuccessorsWalker : public SlcAllICodeWalker {
 public:
     explicit SuccessorsWalker(const LabelMap& labels) : m_labels(labels) {}

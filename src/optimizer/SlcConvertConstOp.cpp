@@ -4,9 +4,9 @@
 //     x / 4 -> x * 0.25                 0 . v -> 0       2 < 3 -> true   x == x -> true
 //     sqrt(4) -> 2                      if true A; x = 1; endif A -> x = 1
 //
-// Left to run time: what divides by 0, what is not finite, a reciprocal that is denormal, and a
-// whole number that seven digits do not tell (CanBeWritten). An identity may give the other operand
-// though it is of another type or detail: the assignment that takes its place promotes.
+// Left to run time: divisions by 0, results that are not finite, denormal reciprocals, and whole
+// numbers of more than seven digits (CanBeWritten). An identity may yield the other operand though
+// it is of another type or detail: the assignment that takes its place promotes.
 //
 // A guard on a constant flag vanishes together with its end, or with all that it guards. Only the
 // outermost folded guard is followed (m_ifDepth): a guard inside it waits for the next round.

@@ -4,8 +4,8 @@
 //     {; x = p + 1; }; {; Ci = x; }                           not: x waits for all points
 //     {; if f L; x = p; endif L; Ci = x; }                    not: a point may read an older x
 //
-// A write holds for the bracket that it stands in; a read is covered if the bracket of some write
-// before it is still open. A label covers nothing: a jump may come there without the write.
+// A write is valid within its bracket; a read is covered if the bracket of some write before it is
+// still open. A label covers nothing: a jump may come there without the write.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcConvertTmpVarDetail, ...).
 
@@ -21,7 +21,7 @@ namespace {
 
 /// Finds the variables whose values stay within one point of one parallel run.
 ///
-/// A write counts for the bracket that it stands in, and is forgotten where that closes.
+/// A write counts within its bracket, and is forgotten where that closes.
 class PointValues : public SlcOperandWalker {
 public:
     explicit PointValues(int variables) : m_writes(variables, -1), m_escapes(variables, false) {}
@@ -60,7 +60,7 @@ private:
         if (!m_open.empty())
             Close();
     }
-    /// It may be reached without the writes in front of it.
+    /// A jump may reach it without the writes before it.
     void Case(SlcPtr<SlcLabelICode>) override
     {
         for (int& bracket : m_open) {
@@ -86,7 +86,7 @@ private:
     }
 
     std::vector<bool> m_isOpen;   // by bracket: a parallel run or a guard inside one
-    std::vector<int> m_open;      // brackets around the instruction at hand, from outside
+    std::vector<int> m_open;      // brackets around the current instruction, from outside
     std::vector<int> m_writes;    // by variable: the bracket of its first write, -1 before one
     std::vector<bool> m_escapes;  // by variable
 };

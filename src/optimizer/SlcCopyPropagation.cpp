@@ -4,8 +4,8 @@
 // becomes
 //     g = false; x = 1; if f L; y = 1; endif L; h = false; z = x
 //
-// Inside the guard both are known. Behind it `x` is not: points that skipped the guard may hold
-// another value once the guard writes it, and telling that it does not would need a set for each
+// Inside the guard both are known. After it `x` is unknown: points that skipped the guard may hold
+// another value if the guard writes it, and proving that it does not would take a set for each
 // join. Flags are worth that price, since they decide jumps: so bools are met over all ways in
 // (CommonBools), all else is forgotten.
 //

@@ -1,10 +1,10 @@
-// Liveness by backward data flow: alive in front of a block is what it reads before it writes, and
-// what is alive behind it and not written (Aho, Sethi and Ullman, "Compilers: principles,
-// techniques, and tools", 1986, section 10.6). 64 variables share a word.
+// Liveness by backward data flow: live-in of a block are the variables that it reads before it
+// writes them, and those that are live-out and not written (Aho, Sethi and Ullman, "Compilers:
+// principles, techniques, and tools", 1986, section 10.6). 64 variables share a word.
 //
 //     [x = p; if f L] [y = x; z = 1] [endif L; Ci = y]
 //
-//     x is alive in front of block 1; y in front of 0 and 2, since points that skip the guard keep
+//     x is live-in at block 1; y at 0 and 2, since points that skip the guard keep
 //     the y that they came with
 //
 // Ours departs in where it looks. A shader is long and its variables are short-lived, so that sets
@@ -81,8 +81,8 @@ void SlcDataflowAnalysis::CollectBlockSets()
     }
 }
 
-// Behind the first cut that follows its last mention a variable is dead. In front of the last cut
-// before its first mention it is alive everywhere or nowhere, as at that cut.
+// After the first cut that follows its last mention a variable is dead. Before the last cut before
+// its first mention it is alive everywhere or nowhere, as at that cut.
 std::vector<SlcDataflowAnalysis::Followed> SlcDataflowAnalysis::FollowedVariables() const
 {
     const SlcGraphCuts cuts(m_graph);
@@ -177,8 +177,8 @@ bool SlcDataflowAnalysis::UpdateFront(Group& group, int block) const
 }
 
 // Against the code order one sweep leaves open only what the jumps back to a loop's head bring.
-// From there on only the predecessors of what changed are looked at: sweeps over all blocks until
-// nothing changes would be as many as the loops are deep.
+// Then only the predecessors of changed blocks are visited: sweeps over all blocks until nothing
+// changes would be as many as the loops are deep.
 void SlcDataflowAnalysis::Solve(Group& group)
 {
     std::vector<int> pending;  // a stack: the jumps of the outer loops first
@@ -206,7 +206,8 @@ void SlcDataflowAnalysis::Solve(Group& group)
     }
 }
 
-// What is alive at the front of the stretch is so in front of it too, and in loops that lie there.
+// Variables alive at the front of the stretch are also alive before it, and in loops that lie
+// there.
 void SlcDataflowAnalysis::LookAtLoops(Group& group) const
 {
     auto head = std::lower_bound(m_loopHeads.begin(), m_loopHeads.end(), group.first);

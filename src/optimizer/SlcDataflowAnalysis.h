@@ -16,7 +16,7 @@
 /// Only the sets at block borders are held, and only for variables that are alive at one; a pass
 /// that needs the sets of an instruction derives them with `SlcLiveTest`. The
 /// variables go in groups of 64, each of which holds one bit a variable for the stretch of code
-/// that names its variables: behind the stretch they are dead, and in front of it each is alive
+/// that names its variables: after the stretch they are dead, and before it each is alive
 /// throughout or nowhere. So a group costs the length of its stretch, and long shaders cost their
 /// length, times how many variables are alive all through them.
 class SlcDataflowAnalysis {
@@ -100,7 +100,7 @@ private:
     /// Notes which variables go around loops.
     void LookAtLoops(Group& group) const;
     /// True if that changed.
-    /// Computes the set at the front of the block anew from that behind it.
+    /// Recomputes the set at the front of the block from the one at its end.
     [[nodiscard]] bool UpdateFront(Group& group, int block) const;
     void PrintNames(std::ostream& out, const char* title, std::vector<int> numbers) const;
 
@@ -118,7 +118,7 @@ private:
     int m_visits = 0;               // blocks that the solution took
 };
 
-/// Whether a variable is alive behind an instruction, for a walk through a block from its last
+/// Whether a variable is alive after an instruction, for a walk through a block from its last
 /// instruction to its first.
 class SlcLiveTest {
 public:
@@ -131,7 +131,7 @@ public:
 
     /// Nothing of the block has been stepped over.
     void StartAtEndOf(int block) { m_block = block; }
-    /// Behind the instruction at hand.
+    /// After the current instruction.
     [[nodiscard]] bool IsLive(int variable) const;
     /// At the front of the block: it reads the variable before any write.
     [[nodiscard]] bool IsReadFirst(int variable) const
@@ -144,7 +144,7 @@ public:
     void StepOver(std::span<const int> uses, std::span<const int> defs);
 
 private:
-    /// What the part of a block behind the instruction at hand says of a variable.
+    /// How the part of a block after the current instruction uses a variable.
     struct Seen {
         int block = -1;
         bool alive = false;

@@ -2,11 +2,12 @@
 //
 //     x = 1; y = x; Ci = 2          y is read nowhere, and without it x is not either:   Ci = 2
 //
-// A computation goes if its result is not alive behind it, or if only computations that go need it
-// (SlcNeededVariables, which sees cycles around loops). What is removed reads nothing any more, so
-// the sets are corrected on the way: a chain inside a block dies in one walk, and RefreshFront
-// hands the news to the blocks in front. Only around a loop the sets stay too large: a variable
-// that lives from one round of it to the next may have lost its last read, which the next run sees.
+// A computation goes if its result is not alive after it, or if only computations that go need it
+// (SlcNeededVariables, which sees cycles around loops). Removed computations no longer count as
+// uses, so the sets are corrected on the way: a chain inside a block dies in one walk, and
+// RefreshFront hands the news to the blocks in front. Only around a loop the sets stay too large: a
+// variable that lives from one round of it to the next may have lost its last read, which the next
+// run sees.
 //
 // Only what does nothing but compute is a candidate (the trait Computes). A variable without a
 // number is seen from outside; a write of an element leaves the rest of its array alive.
@@ -52,8 +53,8 @@ private:
     bool m_assignsItself = false;
 };
 
-/// Whether anyone reads what is written to the operand can be told: it is a followed variable and
-/// written as a whole. A write through an element's reference reaches the array.
+/// True if uses of the written operand can be found: it is a followed variable and written as a
+/// whole. A write through an element's reference reaches the array.
 bool IsWholeVariable(const SlcOperand& operand)
 {
     const SlcTypeNode* type = operand->GetType();
@@ -130,7 +131,7 @@ bool SlcDeadCodeElimination::EliminateCode(SlcListICode& list, const SlcControlF
         for (std::size_t left = block->GetListICode().size(); left > 0; --left) {
             const auto [variable, assignsItself] = computations[--place];
             const bool isDead = variable >= 0 && nobodyReads(variable);
-            // What is assigned to itself is alive in front as it is behind.
+            // A variable that is assigned to itself is alive before if it is alive after.
             if (!isDead)
                 live.StepOver(analysis.UsesAt(place), analysis.DefsAt(place));
             if (!isDead && !assignsItself)

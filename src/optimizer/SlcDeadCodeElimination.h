@@ -2,7 +2,7 @@
 
 #include "optimizer/SlcDataflowAnalysis.h"
 
-/// Removes computations whose result nobody reads.
+/// Removes computations whose result is never read.
 ///
 /// One walk against the code order, which keeps the sets true to what is left: what fed only
 /// removed instructions goes with them. What only feeds itself around a loop goes too, see

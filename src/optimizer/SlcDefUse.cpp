@@ -2,7 +2,7 @@
 //
 //     Ci = Cs              uses Cs; defs Ci
 //     Ci = diffuse(n)      uses n, Ci (a call may leave some points as they were), and P, L and Cl,
-//                          which the table below tells; defs Ci and n
+//                          from the table below; defs Ci and n
 //
 // An argument of a call counts as written whatever its row says, so that the sets hold for any
 // primitive. The ends of the shader write what the renderer gives and read what it takes.
@@ -147,7 +147,7 @@ void SlcDefUse::Case(SlcPtr<SlcConvertArrayDSOICode> code)
     Add(m_defs, code->m_source);
 }
 
-// In a loop over lights, the light at hand is then one for other points.
+// In a loop over lights, the current light is then that of other points.
 
 void SlcDefUse::Case(SlcPtr<SlcEvalLightForPICode>)
 {

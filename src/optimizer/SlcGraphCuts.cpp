@@ -1,6 +1,6 @@
 // A front is a cut if no edge passes it by, and if all code before it gets there. Edges are counted
 // by differences: an edge from a to b adds one at every front between, so two additions for each
-// edge and one sum over all blocks tell the count at every front.
+// edge and one sum over all blocks yield the count at every front.
 //
 //     [a; if f L] [b] [endif L; c] [M:; d]        the guard's edge passes the front of [b];
 //                                                 [endif L; c] and [M:; d] are cuts
@@ -13,8 +13,8 @@
 
 namespace {
 
-/// So many blocks, from the first, all reach the end of the code: what stands behind a loop that
-/// never ends is no place that everything in front of it comes to.
+/// So many blocks, from the first, all reach the end of the code: code after a loop that never ends
+/// is not reached from all the code before it.
 int BlocksThatEnd(const SlcControlFlowGraph& graph)
 {
     const auto& blocks = graph.Blocks();

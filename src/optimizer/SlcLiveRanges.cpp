@@ -1,7 +1,7 @@
 // One walk through each block against the code order finds the ranges of what the block mentions:
 //
-//     0  x = 1         x: 0..2    written at 0, alive behind 0 and 1, read at 2; the range ends
-//     1  y = 2         y: 1       in front of the read
+//     0  x = 1         x: 0..2    written at 0, alive after 0 and 1, read at 2; the range ends
+//     1  y = 2         y: 1       before the read
 //     2  y = x         y: 2..
 //
 // What a block does not mention is alive all through it or not at all. Such stretches come from the
@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr int k_entry = -1;  // place in front of the code
+constexpr int k_entry = -1;  // place before the code
 constexpr int k_none = -2;   // no place
 
 }  // namespace
@@ -105,7 +105,7 @@ void SlcLiveRanges::AddGroup(const SlcDataflowAnalysis::Group& group)
             Add(group.variables[bit], starts[bit], place - 1);
         }
     };
-    // In front of its stretch a variable is alive as at the stretch's front.
+    // Before its stretch a variable is alive as at the stretch's front.
     std::uint64_t open = group.AliveAt(0);
     for (int block = group.first; block < group.end; ++block) {
         const std::uint64_t through = AliveThrough(group, block);

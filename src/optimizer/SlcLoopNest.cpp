@@ -72,7 +72,7 @@ void SlcLoopNest::Gather(int loop)
     std::vector<int> pending;
     const auto enterThroughEdgesTo = [&](int block) {
         for (const int predecessor : m_graph.Blocks()[block].GetPredBlocks()) {
-            // From in front of the loop, or from code that nothing reaches.
+            // An edge from before the loop, or from unreachable code.
             if (!m_dominators.Dominates(head, predecessor))
                 continue;
             const int outermost = Outermost(predecessor);

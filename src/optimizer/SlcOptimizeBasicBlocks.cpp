@@ -42,7 +42,7 @@ int DroppedSuccessor(const SlcBasicBlock& block, const SlcPtr<SlcICode>& folded,
     if (next.size() < 2 || folded == block.GetListICode().back())
         return -1;
     // A jump that has become an unconditional one, or a guard whose code is dropped, goes on at its
-    // label; one that has vanished goes on behind.
+    // label; one that was removed falls through.
     const int behind = block.GetBlockId() + 1;
     const bool jumps = folded || isDropping;
     if (jumps)
@@ -151,7 +151,7 @@ bool SlcOptimizeBasicBlocks::PropagateAndFold(SlcListICode& list)
                 propagation.Propagate(code);
             if (m_options.m_convertConstOps) {
                 code = folding.Fold(original);
-                // What has just become a constant is known to the instructions behind.
+                // The new constant is known to later instructions.
                 if (code && !(code == original) && m_options.m_copyPropagation)
                     propagation.Propagate(code);
             }

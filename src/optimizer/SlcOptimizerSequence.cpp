@@ -2,7 +2,7 @@
 //
 //     step                          flag                     from
 //     SlcRegroupParallelBlocks      m_regroupParallelBlocks  -O1
-//     SlcRegroupParallelIfs         m_regroupParallelBlocks  -O1   behind runs, which bring guards
+//     SlcRegroupParallelIfs         m_regroupParallelBlocks  -O1   after runs, which bring guards
 //                                                                  face to face
 //     SlcOptimizeBasicBlocks        m_optimizeBasicBlocks    -O2   rounds; in each, the first pass
 //                                                                  that changes something ends it

@@ -14,7 +14,7 @@ namespace {
 
 using Ranges = std::vector<SlcLiveRange>;
 
-/// The first range that ends at the place or behind it.
+/// The first range that ends at the place or after it.
 template <class List>
 [[nodiscard]] auto FirstReaching(List& ranges, int place)
 {

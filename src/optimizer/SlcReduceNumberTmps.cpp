@@ -7,8 +7,8 @@
 // their lives, and for lives along a line that order is what an optimal colouring wants. The one
 // that got a color first stays, and all others of the color are renamed to it.
 //
-// Instructions with several results need no care of their own: a result that nobody reads still has
-// the place of its write (SlcLiveRanges), and so interferes with its neighbours.
+// Instructions with several results need no special care: a result that is never read still has the
+// place of its write (SlcLiveRanges), and so interferes with its neighbours.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcReduceNumberTmps, ...), and
 // SlcDataflowAnalysisTest.cpp on random code.
@@ -44,8 +44,8 @@ int TypeKind(const SlcTypeNode& type)
     return type.IsPointType() ? 5 : -1;
 }
 
-/// It has a place of its own for each point or each run, so that the dump shows what it interferes
-/// with. Matrices are among these, but are never renamed: see `PoolOf`.
+/// Its storage is per point or per run, so that the dump shows what it interferes with. Matrices
+/// are among these, but are never renamed: see `PoolOf`.
 bool MayShare(const SlcLexType& variable)
 {
     const SlcTypeNode& type = *variable.GetType();

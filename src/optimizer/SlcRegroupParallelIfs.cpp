@@ -2,10 +2,10 @@
 //
 //     if f A; x = 1; endif A; if f B; y = 1; endif B      if f A; x = 1; y = 1; endif A
 //
-// Runs behind SlcRegroupParallelBlocks, which brings the guards face to face: the lowering guards
-// each block by itself. A body that writes its own flag bars the join, and so does one that ends in
-// a jump. The latter never decides today, since each jump that the lowering makes clears the flag
-// of its guard; it holds for lists that are made by hand.
+// Runs after SlcRegroupParallelBlocks, which makes the guards adjacent: the lowering guards each
+// block by itself. A body that writes its own flag bars the join, and so does one that ends in a
+// jump. The latter never decides today, since each jump that the lowering makes clears the flag of
+// its guard; it holds for lists that are made by hand.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcRegroupParallelIfs, ...).
 
@@ -16,7 +16,7 @@
 
 namespace {
 
-/// Tells whether an instruction writes a given operand.
+/// Determines whether an instruction writes a given operand.
 class WritesWalker : public SlcOperandWalker {
 public:
     [[nodiscard]] bool Writes(const SlcPtr<SlcICode>& code, const SlcOperand& operand)

@@ -1,13 +1,13 @@
-// Clears away what other passes leave behind.
+// Removes empty brackets, labels and jumps that other passes leave.
 //
 //     goto L; L:; x = 1                                  x = 1
 //     goto A if g; x = 1; A:; goto B; ...; B:            goto B if g; x = 1; A:; goto B; ...; B:
 //     {; }; {; x = 1; }; {; if f L; endif L; y = 1; }    {; x = 1; y = 1; }
 //
-// Three walks: which labels are referred to and which stand for others, then jumps and labels by
-// that, then pairs of marks. The last keeps runs apart as SlcRegroupParallelBlocks does, but joins
-// a run with a comparison to what follows it. A label that a walk makes useless goes in the next
-// round.
+// Three walks: first which labels are referred to and which are aliases of others, then jumps and
+// labels accordingly, then pairs of marks. The last keeps runs apart as SlcRegroupParallelBlocks
+// does, but joins a run with a comparison to what follows it. A label that a walk makes useless
+// goes in the next round.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcRemoveEmptyBlocks, ...).
 
@@ -52,7 +52,7 @@ enum class Mark { None, OrderSensitiveCall, BeginParallel, EndParallel, If, EndI
     return code->Is(OpensGuard) ? Mark::If : Mark::EndIf;
 }
 
-/// The two, one behind the other, are a pair that may vanish.
+/// True if the two, one after the other, are a pair that may be removed.
 [[nodiscard]] bool MayVanish(Mark first, Mark next)
 {
     return (first == Mark::BeginParallel && next == Mark::EndParallel) ||
@@ -166,8 +166,8 @@ bool SlcRemoveEmptyBlocks::Phase(RemovePhase phase, SlcListICode& list)
     return m_changed;
 }
 
-// Pairs vanish from the inside out, so that one walk with a stack does what repeated walks would:
-// whatever is removed brings the instruction before it face to face with the one behind.
+// Pairs are removed from the inside out, so that one walk with a stack replaces repeated walks:
+// each removal makes the instructions before and after it adjacent.
 bool SlcRemoveEmptyBlocks::RemovePairs(SlcListICode& list)
 {
     const std::vector<Mark> marks = MarksOf(list.m_icodes);

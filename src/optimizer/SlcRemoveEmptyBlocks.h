@@ -13,9 +13,9 @@
 /// labels without a jump, empty parallel runs and guards, and the seam between two parallel runs.
 class SlcRemoveEmptyBlocks : public SlcAllICodeWalker {
 public:
-    /// Drops blocks without predecessors, but for the first, and what then has none. `graph`
-    /// belongs to `list` and is stale after a change. A cycle of blocks that nothing enters stays.
-    /// True if it changed something.
+    /// Drops blocks without predecessors, except the first, and those that lose their last
+    /// predecessor by this. `graph` belongs to `list` and is stale after a change. A cycle of
+    /// blocks that nothing enters stays. True if it changed something.
     [[nodiscard]] bool RemoveUnreachable(const SlcControlFlowGraph& graph, SlcListICode& list);
     /// Needs no graph. True if it changed something.
     [[nodiscard]] bool RemoveBlocks(SlcListICode& list);
@@ -50,7 +50,7 @@ private:
     void Use(const SlcLabel& label) { m_usedLabels.insert(label->m_name); }
 
     RemovePhase m_phase = RemovePhase::CollectLabels;
-    SlcPtr<SlcICode> m_next;  // behind the instruction being visited, or null
+    SlcPtr<SlcICode> m_next;  // after the instruction being visited, or null
     bool m_remove = false;
     bool m_changed = false;
     bool m_hasRemovedReads = false;

@@ -3,7 +3,7 @@
 //     {; u = x; }; {; y = u; }      every y is the u of the last point
 //     {; u = x; y = u; }            every y is the u of its own point: not the same
 //
-// Elements stand for their array, since two references may name one element.
+// Accesses of elements count as accesses of their array, since two references may name one element.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcRegroupParallelBlocks, ...).
 
@@ -16,7 +16,7 @@
 
 namespace {
 
-/// Collects which array each reference to an element stands for.
+/// Maps each reference to an element to its array.
 class ReferencedArrays : public SlcAllICodeWalker {
 public:
     SlcUniformAccess::Arrays m_arrays;
