@@ -4,7 +4,7 @@
 
 #include "sqx/SqxNumbers.h"
 
-/// The number of each instruction by its name, for the writer. The table itself stands beside the
+/// The number of each instruction by its name, for the writer. The table itself is kept with the
 /// reader, which shares it.
 class SlcByteCode {
 public:

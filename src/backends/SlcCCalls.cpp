@@ -1,8 +1,8 @@
 // Statements that call a primitive of the run time: transforms, lights, built-ins and shadeops.
 //
-// Forms differ by suffix and by where the condition stands: behind the result for most, last for
+// Forms differ by suffix and by the place of the condition: after the result for most, last for
 // ILLUMINANCE and the footprints of textures. Lists of any length become C++ variable arguments,
-// behind their count and, where no format string tells the types, a string of letters that does.
+// after their count and, where no format string gives the types, a string of type letters.
 //
 //     d = f(w, 2)      {
 //                          int dsoArgc = 3; void *dsoArgv[3];
@@ -11,8 +11,8 @@
 //                          if (s_theDSOInfo[...].m_methodFunc) { ... }
 //                      }
 //
-// What has no address, as a constant, is copied into a variable first. Declarations stand in braces
-// of their own, since a jump must not enter their scope.
+// An argument without an address, such as a constant, is copied into a variable first. Declarations
+// are put in separate braces, since a jump must not enter their scope.
 //
 // Tested by tests/backends/CStatementsTest.cpp.
 
@@ -249,7 +249,7 @@ std::string SlcCStatements::ShadeopAssignName(const SlcTypeNode* type, const cha
     return name;
 }
 
-/// A string result comes back in a pointer of its own: the text is the library's, and the variable
+/// A string result is returned in a separate pointer: the text is the library's, and the variable
 /// takes a copy that it can free.
 void SlcCStatements::Case(SlcPtr<SlcCallDSOICode> code)
 {

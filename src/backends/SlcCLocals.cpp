@@ -53,7 +53,7 @@ SlcCLocals::PointSize SlcCLocals::SizeOfPoint() const
     return size;
 }
 
-/// Pointers come first: behind an odd number of floats they would not be aligned.
+/// Pointers come first: after an odd number of floats they would not be aligned.
 std::vector<SlcOperand> SlcCLocals::InBlockOrder() const
 {
     std::vector<SlcOperand> ordered = m_varying;

@@ -13,10 +13,10 @@
 /// Every such function reaches its uniform locals as members of `u` and the varying ones as members
 /// of `v`. A uniform local is its value; so is a reference to an element, which is one pointer even
 /// where what it points to varies. A varying local is a pointer to the values of all points, and
-/// the values of all of them stand in one block of memory.
+/// all varying locals share one block of memory.
 ///
-/// The three functions with locals make them in ways of their own, which users' files have had for
-/// long: the body by functions beside it, the two for default values by statements of theirs.
+/// The three functions with locals make them in different ways, which existing generated files
+/// depend on: the body by functions beside it, the two for default values by statements of theirs.
 class SlcCLocals : private SlcCText {
 public:
     /// Without locals at first. `out` outlives it.
@@ -27,8 +27,8 @@ public:
 
     /// The structures of the body's locals, outside of functions.
     void GenVarsStructure();
-    /// The functions that make and free the body's locals, to stand behind their structures.
-    /// Strings begin empty, all else with zeros.
+    /// The functions that make and free the body's locals; call this after their structures are
+    /// written. Strings begin empty, all else with zeros.
     void GenCreateLocalVars();
     void GenDestroyLocalVars();
 
@@ -36,7 +36,7 @@ public:
     /// start and its end. No grid is there, so each has one value.
     void GenInstanceLocals();
     void FreeInstanceLocals();
-    /// The same of the function that computes default values for a grid, behind `numMp`.
+    /// The same for the function that computes default values for a grid; `numMp` must be declared.
     void GenShadeTimeLocals();
     void FreeShadeTimeLocals();
 
@@ -55,14 +55,14 @@ private:
     [[nodiscard]] PointSize SizeOfPoint() const;
     /// The order in which varying locals take their part of the block.
     [[nodiscard]] std::vector<SlcOperand> InBlockOrder() const;
-    /// Gives the local its part of the block, at `ptr`, and steps behind it.
+    /// Assigns the local its part of the block, at `ptr`, and advances `ptr` past it.
     void GenVaryingLocal(const SlcOperand& local);
     /// The local as a member of a structure of values.
     void GenMember(const SlcOperand& local);
     /// Declares `u` with the given locals, filled with zeros.
     void GenUniformStructure(const std::vector<SlcOperand>& members);
     /// Releases the strings that the local owns, if any. The texts say how to reach it up to its
-    /// name: the first is a whole line, the second stands in a loop over the points.
+    /// name: the first is a whole line, the second is part of a loop over the points.
     void FreeStrings(const SlcOperand& local, const char* uniformAccess, const char* varyingAccess);
 
     SlcEquCType m_types;

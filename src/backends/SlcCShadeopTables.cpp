@@ -91,8 +91,7 @@ void SlcCShadeopTables::GenShadeopTables()
     Line();
 }
 
-/// For who looks at the file before it is loaded: four texts for each shadeop, with a null behind
-/// each.
+/// For readers of the file that do not load it: four texts for each shadeop, each ended by a null.
 void SlcCShadeopTables::GenNeeds()
 {
     const auto functions = Unique(m_functions, InfoName);

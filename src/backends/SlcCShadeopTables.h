@@ -22,7 +22,7 @@ public:
 
     /// The tables, and the function that opens the libraries and fills the tables, once.
     void GenInitDSO();
-    /// The function that ends what the libraries have begun, and closes them. Stands behind the
+    /// The function that runs the libraries' cleanup functions and closes them. It must follow the
     /// tables.
     void GenCleanupDSO();
 

@@ -1,6 +1,6 @@
 // The facts are those of a byte-code file, in its own form: declarations and default values as that
 // has them, with an empty main block. What the code of the main block would show, uses of
-// predefined variables and lights, stands before them in lines of numbers:
+// predefined variables and lights, is written before them in lines of numbers:
 //
 //     1        version of these lines
 //     1        asks for light

@@ -209,7 +209,7 @@ void SlcCStatements::Case(SlcPtr<SlcMatrixICode> code)
 
 void SlcCStatements::Case(SlcPtr<SlcArrayRefICode> code)
 {
-    // Whoever reads or writes the reference later wants to know whether it points at one value.
+    // Later reads and writes of the reference depend on whether it points at one value.
     m_values.BindRef(code->m_result, code->m_array);
     Line(m_values.GetStringRef(code->m_result), " = ",
          m_values.GetStringArray(code->m_array, code->m_index), ";");

@@ -16,24 +16,24 @@
 
 class SlcSemanticError;
 
-/// Writes instructions as C++ statements. Nearly each is one macro call, whose name tells the
-/// operation, the types of the operands, and by suffixes whether it runs over the whole grid.
+/// Writes instructions as C++ statements. Nearly each is one macro call, whose name consists of the
+/// operation, the types of the operands, and suffixes that say whether it runs over the whole grid.
 ///
-/// The statements stand in a function that declares what they name: `i_hiddens`, `i_visibles`, `u`,
-/// `v`, `numMp`, `polyCnt` and, where lights are looked at, `mustEvalLights` and the lights.
+/// The statements belong in a function that declares what they name: `i_hiddens`, `i_visibles`,
+/// `u`, `v`, `numMp`, `polyCnt` and, where lights are queried, `mustEvalLights` and the lights.
 class SlcCStatements : private SlcAllICodeWalker, private SlcCText {
 public:
     /// `out` outlives it.
     SlcCStatements(SlcPtr<SlcSemanticError> errors, std::ostream& out);
 
     /// The body of a function or block. An empty statement ends it, since a label may be the last
-    /// instruction. A jump never enters the scope of a declaration: those that statements need
-    /// stand in braces of their own.
+    /// instruction. A jump never enters the scope of a declaration: those that statements need are
+    /// put in separate braces.
     void PrintListICode(const SlcListICode& list);
 
     /// Texts of operands, which know the references that the statements so far have made.
     [[nodiscard]] SlcEquCValue& Values() { return m_values; }
-    /// A fault of the compiler, placed where the last comment stands, if any.
+    /// A fault of the compiler, placed at the last comment, if any.
     [[noreturn]] void Fatal(const std::string& message) const;
 
 private:
@@ -92,7 +92,7 @@ private:
     using Texts = std::vector<std::string>;
     /// `name(argument, argument, ...);`
     void WriteCall(std::string_view name, const Texts& arguments);
-    /// The operand at the point at hand, and as the array of the grid.
+    /// The operand at the current point, and as the array of the grid.
     [[nodiscard]] std::string Text(const SlcOperand& operand);
     [[nodiscard]] std::string Grid(const SlcOperand& operand);
     [[nodiscard]] Texts GridTexts(std::initializer_list<SlcOperand> operands);

@@ -40,7 +40,7 @@ public:
     void AddVarIfSet(const SlcOperand& operand);
     /// The place of a label, which may still be to come.
     void AddGotoLabel(const SlcLabel& label);
-    /// The label, which outlives the block, stands here.
+    /// Places the label, which must outlive the block, here.
     void AddLabelRef(const SlcLabel& label);
 
     /// Fills the jumps ahead, once all labels have been added. Gives the name of a label that has

@@ -90,7 +90,7 @@ std::string SlcEquCValue::Quote(const std::string& text)
     for (std::size_t i = 0; i < text.size(); ++i) {
         const bool unknown =
             text[i] == '\\' && i + 1 < text.size() && !std::strchr(knownEscapes, text[i + 1]);
-        // The character behind it is taken along, so that it begins no escape of its own.
+        // The next character is copied with it, so that it does not begin another escape.
         if (text[i] == '\\' && !unknown) {
             quoted += text[i++];
             if (IsWideOctal(text, i)) {

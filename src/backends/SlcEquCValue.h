@@ -16,18 +16,18 @@
 /// One converter serves one file: it remembers which references point into uniform arrays.
 class SlcEquCValue : private SlcCodeWalker {
 public:
-    /// For the point at hand.
+    /// For the current point.
     [[nodiscard]] std::string GetString(const SlcOperand& operand);
     /// For all points.
     [[nodiscard]] std::string GetStringSIMD(const SlcOperand& operand);
-    /// The address of an element, for the point at hand; of a varying array and for all points,
+    /// The address of an element, for the current point; of a varying array and for all points,
     /// that of the element's first value.
     [[nodiscard]] std::string GetStringArray(const SlcOperand& array, const SlcOperand& index);
     /// The reference itself, not what it refers to: the left side when it is made.
     [[nodiscard]] std::string GetStringRef(const SlcOperand& ref) const;
 
     /// `ref` was made to point into `array`. An element of a uniform array is one value even where
-    /// the index varies, and the reference is made anew for each point.
+    /// the index varies, and the reference is bound again for each point.
     void BindRef(const SlcOperand& ref, const SlcOperand& array);
 
     /// A string constant as C++ reads it; `text` with its quotes. An escape that C++ does not know
@@ -57,7 +57,7 @@ private:
     SlcEquCType m_types;
     std::set<SlcOperand> m_flatRefs;  // references into uniform arrays; for look-up only
 
-    // The request at hand.
+    // The current request.
     std::string m_text;
     const SlcLexType* m_operand = nullptr;
     const SlcTypeNode* m_type = nullptr;  // of the element where one is asked for

@@ -1,5 +1,5 @@
-// An output is written under a name of its own beside its place and moved there when it is whole,
-// so that nobody, not even a run that is killed, leaves half a file that looks like a good one.
+// An output is written under a unique name beside its place and moved there when it is complete, so
+// that no run, not even one that is killed, leaves half a file that looks like a good one.
 //
 // Tested by tests/backends/GenByteCodeTest.cpp and tests/golden/unwritable_output.sl.
 

@@ -1,5 +1,6 @@
-// Whether a format string tells the types of its arguments rightly, so that the call needs no list
-// of types: each conversion must read what its argument is, and none may read behind the last one.
+// Decides whether a format string states the types of its arguments correctly, so that the call
+// needs no list of types: each conversion must read the type of its argument, and none may read
+// past the last one.
 //
 // Tested by tests/backends/CStatementsTest.cpp, TellsTypesWhereTheFormatDoesNot.
 
@@ -47,7 +48,7 @@ char ReadAs(char conversion)
     }
 }
 
-/// The next conversion of a format from `place` on, which moves behind it; 0 at the end.
+/// The next conversion of a format from `place` on, which is advanced past it; 0 at the end.
 char NextConversion(const std::string& format, std::size_t& place)
 {
     while (place + 1 < format.size()) {
@@ -93,10 +94,10 @@ bool SlcFormatFits(const std::deque<SlcOperand>& args)
     for (std::size_t k = 1; k < args.size(); ++k) {
         const char conversion = NextConversion(format, place);
         if (conversion == 0)
-            return true;  // what follows is not read
+            return true;  // the other arguments are not read
         if (ReadAs(conversion) != ReadAs(LetterOf(args[k])))
             return false;
     }
-    // A conversion without an argument would read behind the list.
+    // A conversion without an argument would read past the list.
     return NextConversion(format, place) == 0;
 }

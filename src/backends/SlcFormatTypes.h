@@ -5,7 +5,7 @@
 
 #include "icode/SlcLexType.h"
 
-// `printf` and `format` get the addresses of their arguments, whose types the format tells. The
+// `printf` and `format` get the addresses of their arguments, whose types the format states. The
 // first argument is the format.
 
 /// One letter an argument, the format included: f float, p point, c color, m matrix, s string; of

@@ -287,7 +287,7 @@ void SlcGenByteCode::GenIsVarOutput(const SlcInterForm& form)
         m_out << (parameter.entry->GetStorage()->IsOutput() ? 1 : 0) << '\n';
 }
 
-/// The initializers, which stand in front of the tables, may call shadeops too.
+/// The initializers, which precede the tables, may call shadeops too.
 void SlcGenByteCode::InitDSOInfo(const SlcInterForm& form)
 {
     for (const std::string& name : form.m_dsoNames)

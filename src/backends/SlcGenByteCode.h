@@ -37,7 +37,7 @@ public:
 
 private:
     // One for each section, in the order of the file.
-    /// What tells the file from others, the version, and the kind of shader as a number.
+    /// The mark of such a file, the version, and the kind of shader as a number.
     void GenHeader(const SlcInterForm& form);
     /// How many variables there are, then predefined ones by name, parameters, locals and
     /// constants, both of `list`.

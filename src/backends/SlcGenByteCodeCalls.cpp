@@ -3,8 +3,8 @@
 //
 //     if (f) c = clamp(p, q, r);      CALL_PRIM_CLAMP_3D_SIMD_IF_TRUE c f p q r
 //
-// The name of an instruction ends in the suffix of its form, and the condition that a form may have
-// stands behind the result, but last in a footprint.
+// The name of an instruction ends in the suffix of its form. The condition, if the form has one,
+// follows the result, but comes last in a footprint.
 //
 // Tested by tests/backends/GenByteCodeTest.cpp, and against the layouts of the reader by
 // ByteCodeTableTest.cpp.
@@ -21,7 +21,7 @@ struct Alias {
     const char* numbered;
 };
 
-// Primitives that the library's rows name but that have no number of their own.
+// Primitives that the library's rows name but that share the number of another one.
 constexpr Alias k_aliases[] = {
     {"CALL_PRIM_POINT_FLOAT_4D", "CALL_PRIM_NOISE_POINT_4D"},
 };
@@ -48,7 +48,7 @@ bool SlcGenByteCode::IsAvailable(const SlcCallICode& call)
         if (call.m_name->GetName() != row.primitive)
             continue;
         ++m_faults;
-        // The body of a function stands in the list once for each call of it.
+        // The body of a function is in the list once for each call of it.
         if (m_reportedCalls.insert(call.m_node).second)
             m_errors->Error(call.m_node, std::string("'") + row.numbered +
                                              "' is not available in byte-code, use '--dso'");

@@ -2,7 +2,7 @@
 // mostly the result, the condition of a whole-grid form, then what it reads. The number is found by
 // the name that C++ calls the same operation by, so that the two outputs cannot drift apart.
 //
-// Those that call a function of the renderer stand in SlcGenByteCodeCalls.cpp, as SlcCCalls.cpp has
+// Those that call a function of the renderer are in SlcGenByteCodeCalls.cpp; SlcCCalls.cpp writes
 // their C++.
 //
 // Tested by tests/backends/GenByteCodeTest.cpp, and against the layouts of the reader by

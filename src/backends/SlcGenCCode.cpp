@@ -1,4 +1,4 @@
-// The order of the file, and its parts that hold no code of the shader. Every name in it stands in
+// The order of the file, and its parts that hold no code of the shader. Every name in it comes from
 // SlcGeneratedText, since the run time's headers and users' own commands depend on them.
 //
 // docs/generated-code.md describes the file. Tested by tests/backends/CFileTest.cpp, whose golden
@@ -76,7 +76,7 @@ std::string SlcGenCCode::Visible(std::size_t parameter) const
            Parameter(parameter)->GetName() + "]";
 }
 
-/// Spaces that a shader may use but a generated file cannot tell apart.
+/// Spaces that a shader may use but a generated file cannot distinguish.
 void SlcGenCCode::CheckSpaceNames()
 {
     std::map<std::string, std::string> spaces;

@@ -8,7 +8,7 @@
 #include "icode/SlcInterForm.h"
 
 /// Writes a finished shader as one C++ file, which the C++ compiler turns into a shared object that
-/// a renderer loads. docs/generated-code.md tells how such a file is built.
+/// a renderer loads. docs/generated-code.md explains how such a file is built.
 ///
 /// One writer serves one file.
 class SlcGenCCode : private SlcCText {
@@ -64,7 +64,8 @@ private:
     [[nodiscard]] bool IsLitShader() const;
     /// Some default value looks at lights.
     [[nodiscard]] bool UsesLightsAtShadeTime() const;
-    /// The evaluate function; `parameters` are those of the kind of shader, behind the common ones.
+    /// The evaluate function; `parameters` are those of the kind of shader; they follow the common
+    /// ones.
     void GenEvaluate(const char* parameters);
     /// Static initialized array of the frame; a null pointer where there are no values.
     void GenTable(const char* type, const char* name, const std::vector<std::string>& values);

@@ -1,5 +1,5 @@
 // The body of the shader: locals are made, the main list runs, locals are freed. Kinds of shaders
-// differ in what they are handed.
+// differ in their parameters.
 //
 // Tested by tests/backends/CFileTest.cpp.
 

@@ -2,7 +2,7 @@
 
 #include "symbols/SlcGeneratedNames.h"
 
-/// Names that stand in generated C++, so that definitions and uses agree. The headers of the run
+/// Names that appear in generated C++, so that definitions and uses agree. The headers of the run
 /// time, renderers and users' files know them: an odd spelling stays.
 struct SlcGeneratedText {
     static constexpr const char* sm_slcHeaderFile = "slcShaderCCodeOp.h";
