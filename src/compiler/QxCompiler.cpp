@@ -247,7 +247,7 @@ private:
         throw SlcCompilationSevereError();
     }
 
-    /// Reports stand at places of the preprocessed text.
+    /// Reports have places in the preprocessed text.
     void SetColumns(std::vector<SlcColumnChange> changes)
     {
         m_columns.emplace(m_text, std::move(changes));

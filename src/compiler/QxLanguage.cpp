@@ -27,7 +27,7 @@ QxIndexedName PublicBuiltIn(const FuncInfo& info)
     return name;
 }
 
-/// A texture access has a rule of its own, which no row of the library tells.
+/// A texture access has its own rule, which no row of the library can express.
 QxIndexedName TextureAccess(std::string_view kind, std::string_view result,
                             const std::vector<std::string>& formals)
 {

@@ -23,7 +23,7 @@ bool IsWord(const std::string& text)
            (std::isalpha(static_cast<unsigned char>(text.front())) != 0 || text.front() == '_');
 }
 
-/// A word in front of a "(" that makes no call.
+/// A word before a "(" that is not a call.
 bool IsHead(const std::string& word)
 {
     for (const std::string_view head :
@@ -80,7 +80,7 @@ std::vector<const QxIndexedUse*> QxSourceIndex::UsesOf(int name) const
 
 unsigned QxSourceIndex::OrderAt(int file, int line, int column) const
 {
-    // What stands in the place's file is in its order, but for what macros move: the last token
+    // The tokens of one file come in its order, except those that macros move: the last token
     // before the place decides.
     unsigned order = 0;
     for (std::size_t i = 0; i < tokens.size(); ++i) {

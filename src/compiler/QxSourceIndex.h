@@ -12,7 +12,7 @@
 // lengths are in bytes. All places are those of the files as they were read, whatever `#line`
 // directives call them.
 
-/// A piece of a line. `file` is -1 for what stands in no file, such as a macro of the options.
+/// A piece of a line. `file` is -1 for text from no file, such as a macro of the options.
 struct QxSourcePlace {
     int file = -1;
     int line = 0;
@@ -22,7 +22,8 @@ struct QxSourcePlace {
     bool operator==(const QxSourcePlace&) const = default;
 };
 
-/// A piece of a file, up to the place where it ends. What macros made stands where they are used.
+/// A piece of a file, up to the place where it ends. Text from macros counts as being where they
+/// are used.
 struct QxSourceRange {
     int file = -1;
     int line = 0;
@@ -86,7 +87,7 @@ struct QxIndexedName {
 
 enum class QxUseRole { Definition, Read, Write, Call, Ask };  // `Ask`: `#ifdef`, `#undef`
 
-/// A place where a name stands.
+/// A place where a name is used.
 struct QxIndexedUse {
     int name = -1;  // in `names`
     QxUseRole role = QxUseRole::Read;
@@ -110,7 +111,7 @@ struct QxIndexedCall {
 
 enum class QxBlockKind { Shader, Function, Block, LightLoop };
 
-/// A part of the source with names of its own.
+/// A part of the source with local names.
 struct QxIndexedBlock {
     QxBlockKind kind = QxBlockKind::Block;
     QxSourceRange range;  // with the braces; of a shader or function, the whole definition
@@ -160,13 +161,13 @@ public:
 
     /// The number of a file; -1 if it was not read. The source itself is 0.
     [[nodiscard]] int FileNumber(std::string_view path) const;
-    /// The use whose name stands at a place or ends there; null for none. O(log n).
+    /// The use whose name covers a place or ends there; null for none. O(log n).
     [[nodiscard]] const QxIndexedUse* UseAt(int file, int line, int column) const;
     /// All uses of a name, its definition too, by their places. O(n).
     [[nodiscard]] std::vector<const QxIndexedUse*> UsesOf(int name) const;
     /// What can be named at a place: the variables and functions of the source, nearest first, and
     /// none that another one hides. Macros, built-ins and predefined variables are left out, which
-    /// are the same everywhere (`QxLanguage.h`), but for those of a light loop. O(n).
+    /// are the same everywhere (`QxLanguage.h`), except those of a light loop. O(n).
     [[nodiscard]] std::vector<int> NamesInScope(int file, int line, int column) const;
     /// The innermost block that holds a place. O(n).
     [[nodiscard]] int BlockAt(int file, int line, int column) const;
@@ -175,7 +176,7 @@ public:
     /// it puts around them. O(n).
     [[nodiscard]] QxCallAtPlace CallAt(int file, int line, int column) const;
 
-    /// A word, a sign or a literal, as the compiler read it; `place` is where its characters stand.
+    /// A word, a sign or a literal, as the compiler read it; `place` is that of its characters.
     struct Token {
         QxSourcePlace place;
         QxSourcePlace use;  // of a macro that it comes from; `file` is -1 if it comes from none
@@ -185,7 +186,7 @@ public:
     std::vector<Token> tokens;
 
 private:
-    /// How many tokens stand before a place.
+    /// The number of tokens before a place.
     [[nodiscard]] unsigned OrderAt(int file, int line, int column) const;
     /// The name of the outermost macro between whose parentheses a place is; in no file if there is
     /// none. O(n).

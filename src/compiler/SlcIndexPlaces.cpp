@@ -109,7 +109,7 @@ SlcTextRange SlcIndexPlaces::BodyOf(const SlcTextRange& definition) const
 {
     const auto& tokens = m_trace.Tokens();
     int depth = 0;
-    // Between the parentheses stand the braces of arrays.
+    // Braces of arrays may occur between the parentheses.
     for (std::size_t i = TokenAt(definition.begin);
          i < tokens.size() && tokens[i].offset < definition.end; ++i) {
         depth += tokens[i].text == "(" ? 1 : tokens[i].text == ")" ? -1 : 0;

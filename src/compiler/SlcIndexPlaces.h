@@ -8,7 +8,7 @@
 #include "frontend/SlcSyntaxNode.h"
 #include "preprocessor/SlcPreprocessorTrace.h"
 
-/// Finds the places in files of what stands in the preprocessed text.
+/// Maps places in the preprocessed text to places in files.
 class SlcIndexPlaces {
 public:
     static constexpr std::size_t k_none = static_cast<std::size_t>(-1);
@@ -29,7 +29,7 @@ public:
         return m_trace.Tokens()[token];
     }
 
-    /// Where the characters of a token stand.
+    /// Where the characters of a token are.
     [[nodiscard]] QxSourcePlace PlaceOf(std::size_t token) const;
     /// A word in the spelling of a token.
     struct Part {
@@ -37,14 +37,14 @@ public:
         std::size_t begin = 0;  // in characters of the token
         std::size_t length = 0;
     };
-    /// Where a word stands first in a range, without the first `skipped` characters of the range.
-    /// What is no token of the language, such as '$', the preprocessor takes for a part of a word
-    /// or for the beginning of a string, and the scanner passes over.
+    /// The first place of a word in a range, without the first `skipped` characters of the range.
+    /// Characters that are no token of the language, such as '$', are part of a word or the
+    /// beginning of a string to the preprocessor, and are skipped by the scanner.
     [[nodiscard]] Part FindPart(const SlcTextRange& range, std::string_view word,
                                 std::size_t skipped) const;
-    /// Where its characters stand.
+    /// Where its characters are.
     [[nodiscard]] QxSourcePlace PlaceOf(const Part& part) const;
-    /// Where a token stands for its reader: one from a macro's body at the use of the macro.
+    /// The place of a token as readers see it: for one from a macro's body, the use of the macro.
     [[nodiscard]] QxSourcePlace ShownPlaceOf(std::size_t token) const;
     [[nodiscard]] QxSourceRange RangeOf(const SlcTextRange& range) const;
     /// The body of a definition, with its braces.

@@ -1,5 +1,5 @@
-// One walk in the order of the source. Names are numbered where they are defined, so that the uses
-// behind find them by their symbol entries; what the language defines is numbered at its first use.
+// One walk in the order of the source. Names are numbered where they are defined, so that later
+// uses find them by their symbol entries; names of the language are numbered at their first use.
 //
 // What a local holds is the sum of the values that it is given anywhere, since a loop may come back
 // to an earlier place: a varying value, or any in a branch that some points do not take, makes it
@@ -16,7 +16,7 @@
 
 namespace {
 
-/// `array` behind a name.
+/// The array length after a name, as text.
 std::string LengthOf(const SlcDefExprNode& definition)
 {
     if (!definition.IsArray())

@@ -55,7 +55,7 @@ private:
     void DefineVariable(const SlcVarDefsNode& declaration, SlcDefExprNode* definition);
     [[nodiscard]] QxIndexedName VariableOf(const SlcVarDefsNode& declaration,
                                            const SlcDefExprNode& definition) const;
-    /// From the end of what was walked last on, the name is seen in the block at hand.
+    /// From the end of the last walked node on, the name is visible in the current block.
     void Show(int name, std::uint32_t offset);
     void AddUse(int name, QxUseRole role, std::size_t token, const SlcExprNode* value);
     void AddUse(int name, QxUseRole role, const SlcTextRange& range, const std::string& text,

@@ -7,7 +7,7 @@
 #include "preprocessor/SlcPreprocessedText.h"
 #include "support/SlcDiagnostics.h"
 
-/// The columns in the files of what stands in a preprocessed text.
+/// Maps offsets in a preprocessed text to columns in the files.
 class SlcTextColumns {
 public:
     /// The text must outlive the object.
@@ -19,8 +19,8 @@ public:
 
     /// Of a place. Linear in the part of the line before it.
     [[nodiscard]] int ColumnOf(std::size_t offset) const;
-    /// Of the part of a range that stands in its first line; nothing if that line has another
-    /// number than `line`. The first call is linear in the text, all others linear in the line.
+    /// Of the part of a range on its first line; nothing if that line has another number than
+    /// `line`. The first call is linear in the text, all others linear in the line.
     [[nodiscard]] SlcColumns ColumnsOf(std::size_t begin, std::size_t end, int line);
 
 private:

@@ -27,8 +27,8 @@ struct SlcCommandLine {
     [[nodiscard]] std::string PreprocessorOptions() const;
 };
 
-/// Reads the arguments behind the program's name, in their order, so that a later one overrules
-/// an earlier one, and then the environment. Prints the usage or the version if that is the only
+/// Reads the arguments after the program's name, in their order, so that a later one overrules an
+/// earlier one, and then the environment. Prints the usage or the version if that is the only
 /// argument. False if the program shall end with status 1: a fault has been reported, or what was
 /// asked for has been printed.
 [[nodiscard]] bool ParseOptions(std::span<const char* const> arguments, SlcCommandLine& line);

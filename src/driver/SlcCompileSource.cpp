@@ -56,7 +56,7 @@ void RemoveOutput(const SlcCommandLine& line, const std::string& shaderName)
     return !file.fail();
 }
 
-/// A C++ file that the compiler is to read gets a name of its own until then.
+/// A C++ file that the C++ compiler is to read has a unique name until then.
 [[nodiscard]] std::string OutputFolder(const SlcCommandLine& line, SlcRunFiles& files,
                                        const QxCompileResult& result)
 {

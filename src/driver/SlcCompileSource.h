@@ -16,7 +16,7 @@
 /// The path up to its first dot, as the closing line of a refused compile shows it.
 [[nodiscard]] std::string SlcCutPath(const std::string& inputFile);
 
-/// Removes the earlier output of this source from the output directory, as far as the source's
-/// name tells it: the shader's name, which names the output, is not known yet. It is the last part
-/// of the cut path.
+/// Removes the earlier output of this source from the output directory, as far as it follows from
+/// the source's name: the shader's name, which names the output, is not known yet. The last part of
+/// the cut path is taken instead.
 void DeleteSQX(const SlcCommandLine& line);

@@ -33,8 +33,8 @@ namespace {
 
 using Variables = std::initializer_list<std::pair<const char*, std::string>>;
 
-/// While it lives, the process hears how its children end: a parent may have told it to ignore
-/// that, and then no command has a result.
+/// While it lives, the process receives the exit status of its children: it may have inherited that
+/// SIGCHLD is ignored, and then no command has a result.
 class DefaultChildSignal {
 public:
     DefaultChildSignal()

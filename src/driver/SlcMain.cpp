@@ -1,4 +1,4 @@
-// What runs when, by the options: -E stops behind the preprocessor, -c in front of the C++
+// Which stages run depends on the options: -E stops after the preprocessor, -c before the C++
 // compiler.
 //
 // Tested by tests/golden.

@@ -18,8 +18,8 @@
 
 namespace {
 
-// The effects of options. The option's argument is in front of `arguments`; an effect that takes
-// a further one pops the first. False after a reported fault.
+// The effects of options. The option's argument precedes `arguments`; an effect that takes a
+// further one pops the first. False after a reported fault.
 
 template <auto field>
 bool SetOption(SlcCommandLine& line, SlcArgumentList&, int value)

@@ -2,7 +2,7 @@
 // separate list, which runs once per instance, where nothing varies and conditions are jumps, or on
 // a grid if it depends on a shading point.
 //
-// The markers at both ends stand for the renderer in data flow: it defines variables at the start
+// The markers at both ends represent the renderer in data flow: it defines variables at the start
 // and uses outputs at the end.
 //
 // Tested by tests/lowering/SlcGenInterCodeTest.cpp.

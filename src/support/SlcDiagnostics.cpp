@@ -5,7 +5,7 @@
 //     a.sl:3: ERROR: parse error:
 //
 //            float x = = 1;        the line as read
-//                      ^           below the token, behind a filler with the line's own tabs
+//                      ^           below the token, after a filler with the line's own tabs
 //
 // Two errors at one token are one fault: during error recovery the parser may reject the same token
 // again.

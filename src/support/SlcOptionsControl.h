@@ -11,8 +11,8 @@ inline constexpr bool k_isDebugBuild = true;
 #endif
 
 /// The decisions of the command line, as every subsystem reads them. A compile owns its
-/// instance and fills it; the defaults here are those of level 2 without a back end chosen. Which
-/// level turns what on is told in SlcOptimizationLevel.cpp.
+/// instance and fills it; the defaults here are those of level 2 without a back end chosen.
+/// SlcOptimizationLevel.cpp lists which level turns on what.
 struct SlcOptionsControl {
     bool m_useShadeops = true;            // unknown functions are sought in shadeop libraries
     bool m_checkArrayBounds = true;       // array accesses get a run-time index check
@@ -35,7 +35,7 @@ struct SlcOptionsControl {
     bool m_validateICode = k_isDebugBuild;  // after each pass; no command-line option
     bool m_strict = false;                  // function bodies do not see the defining scope
     bool m_generateDSO = false;             // C++ back end instead of byte-code
-    bool m_createLocalVars = true;          // told, unused: nothing clears it
+    bool m_createLocalVars = true;          // required, but nothing clears it
     int m_mostOperations = 1'000'000;       // functions expand to no more; no command-line option
     int m_mostLevels = 10'000;              // of functions in functions; no command-line option
     std::list<std::string> m_searchDirs = {"."};  // for shadeop libraries, in order

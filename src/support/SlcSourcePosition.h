@@ -14,7 +14,7 @@ struct SlcSourcePosition {
     std::string filler;        // a blank or tab per character up to the last token
     std::size_t taken = 0;     // characters of the source read up to the last token
     bool isAtEnd = false;      // the last token is the end of the source
-    bool isUncounted = false;  // the last token is none, and the column stands before it
+    bool isUncounted = false;  // the last token is none, and the column is before it
 };
 
 /// The scanner's position in the current compilation.
