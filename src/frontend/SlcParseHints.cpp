@@ -95,7 +95,7 @@ std::string SlcParseAdvice::HintOnTypes() const
         if (Before(places).code == IDENTIFIER && IsForeignType(Before(places).text))
             return "the language has no 'int', 'bool' or 'double', write 'float'";
     if (Before(0).code == INT_CONST && Before(1).code == '[' && IsType(Before(2).code))
-        return "the length of an array is written behind its name, that of a result as '" +
+        return "the length of an array is written after its name, that of a result as '" +
                Before(0).text + ".0'";
     if (Before(0).code == FLOAT_CONST && Before(1).code == '[' && Before(2).code == IDENTIFIER)
         return "the length of an array is a whole number without a point";
@@ -126,7 +126,7 @@ std::string SlcParseAdvice::HintOnLoops() const
     for (std::size_t places = 1; places + 1 < k_kept; ++places)
         if (Before(places + 1).code == FOR && Before(places).code == '(' &&
             IsDeclarationWord(Before(places - 1).code))
-            return "a loop variable is declared in front of the loop";
+            return "a loop variable is declared before the loop";
     return {};
 }
 
@@ -184,8 +184,7 @@ std::string SlcParseAdvice::Missing(const SlcParserTables& tables) const
     const int missing = MissingToken(tables);
     if (missing == 0 || missing == ';')
         return {};
-    return AdviceWith(std::string("a '") + static_cast<char>(missing) +
-                      "' is missing in front of it");
+    return AdviceWith(std::string("a '") + static_cast<char>(missing) + "' is missing before it");
 }
 
 std::string SlcParseAdvice::HintOnMissing(const SlcParserTables& tables) const
@@ -194,10 +193,10 @@ std::string SlcParseAdvice::HintOnMissing(const SlcParserTables& tables) const
     if (missing == ';' && Before(1).line < Before(0).line)
         return "a ';' may be missing at the end of line " + std::to_string(Before(1).line);
     if (missing != 0)
-        return std::string("a '") + static_cast<char>(missing) + "' is missing in front of it";
+        return std::string("a '") + static_cast<char>(missing) + "' is missing before it";
     const bool endsPart = Before(0).code == ';' || Before(0).code == '{';
     return endsPart && m_openParentheses > 0 && m_drops != Drops::HeadOfFor
-               ? "a ')' is missing in front of it"
+               ? "a ')' is missing before it"
                : std::string();
 }
 
@@ -222,13 +221,13 @@ std::string SlcParseAdvice::HintOnStatements() const
     if (token.code == EQ && Before(2).code != '(')
         return "write '=' to assign";
     if (token.code == ELSE)
-        return "there is no 'if' in front of it";
+        return "there is no 'if' before it";
     if (previous.line < token.line && EndsValue(previous.code) && token.code != '}')
         return "a ';' may be missing at the end of line " + std::to_string(previous.line);
     if (token.code == IDENTIFIER && previous.code == IDENTIFIER)
         return "'" + previous.text + "' is no type";
     if (token.code != ')' && EndsValue(token.code) && EndsValue(previous.code))
-        return "an operator or a ';' is missing in front of it";
+        return "an operator or a ';' is missing before it";
     const int start = Before(2).code;
     if (token.code == ';' && previous.code == IDENTIFIER &&
         (start == ';' || start == '{' || start == '}'))

@@ -27,7 +27,7 @@ struct Case {
 const char* const k_types = ": the language has no 'int', 'bool' or 'double', write 'float'";
 const char* const k_comparison = ": a condition needs a comparison";
 const char* const k_noValue = ": a comparison is no value, write '... ? 1 : 0'";
-const char* const k_loop = ": a loop variable is declared in front of the loop";
+const char* const k_loop = ": a loop variable is declared before the loop";
 
 }  // namespace
 
@@ -39,14 +39,14 @@ TEST(SlcParseAdvice, NamesTheTokenAndWhatWasMeant)
         std::string hint;
     } cases[] = {
         {"x = );", "')'", ": no '(' is open"},
-        {"x = 1 2;", "'2'", ": an operator or a ';' is missing in front of it"},
+        {"x = 1 2;", "'2'", ": an operator or a ';' is missing before it"},
         {"int i = 0;", "'i'", k_types},
         {"uniform double i = 0;", "'double'", k_types},
         {"bool f() { return 1; }", "'f'", k_types},
         {"Float x = 1;", "'x'", ": 'Float' is no type"},
         {"float texture = 1;", "'texture'", ": a word of the language is no name"},
         {"float[3] x;", "'3'",
-         ": the length of an array is written behind its name, that of a result as '3.0'"},
+         ": the length of an array is written after its name, that of a result as '3.0'"},
         {"float x[3.0];", "'3.0'", ": the length of an array is a whole number without a point"},
         {"class a { }", "'a'", ": classes belong to a later revision of the language"},
         {"shader a = f(1);", "'a'", ": shader objects belong to a later revision of the language"},
@@ -71,19 +71,19 @@ TEST(SlcParseAdvice, NamesTheTokenAndWhatWasMeant)
         {"float x = y > 1 && z > 1;", "';'", k_noValue},
         {"if (y > 1) x = z < 1;", "';'", k_noValue},
         {"x == 1;", "'=='", ": write '=' to assign"},
-        {"else x = 1;", "'else'", ": there is no 'if' in front of it"},
+        {"else x = 1;", "'else'", ": there is no 'if' before it"},
         {"return;", "';'", ": a 'return' needs a value"},
         {"x;", "';'", ": a name alone is no statement"},
-        {"x = f(1;", "';'", ": a ')' is missing in front of it"},
-        {"if (x > 1 { y = 1; }", "'{'", ": a ')' is missing in front of it"},
+        {"x = f(1;", "';'", ": a ')' is missing before it"},
+        {"if (x > 1 { y = 1; }", "'{'", ": a ')' is missing before it"},
         {"x = f(1));", "')'", ": no '(' is open"},
         {"x = 1 ** 2;", "'*'", ": there is no '**', call 'pow'"},
-        {"x = mix(x y, 1);", "'y'", ": a ',' is missing in front of it"},
-        {"x = f(x, (1, 2 3)) * 2;", "'3'", ": a ',' is missing in front of it"},
-        {"float a = 1; x = f(g(a, 2);", "';'", ": a ')' is missing in front of it"},
-        {"float f(float a { return a; }", "'{'", ": a ')' is missing in front of it"},
+        {"x = mix(x y, 1);", "'y'", ": a ',' is missing before it"},
+        {"x = f(x, (1, 2 3)) * 2;", "'3'", ": a ',' is missing before it"},
+        {"float a = 1; x = f(g(a, 2);", "';'", ": a ')' is missing before it"},
+        {"float f(float a { return a; }", "'{'", ": a ')' is missing before it"},
         {"while x < 2) y = 1;", "')'", ": no '(' is open"},
-        {"f(1)", "'}'", ": a ';' is missing in front of it"},
+        {"f(1)", "'}'", ": a ';' is missing before it"},
         {"if (x <> y) x = y;", "'>'", ": there is no '<>', write '!='"},
     };
     for (const auto& c : cases)
@@ -105,7 +105,7 @@ TEST(SlcParseAdvice, TellsOfBracesAndDefinitions)
         {"surface s() {\nif (x > 1)\ny = 1;\n}\ny = 1;\n}",
          "5: ADVICE: unexpected '=': the brace of line 1 is closed on line 4 already"},
         {"surface s() {\n}\n}", "3: ADVICE: unexpected '}': no brace is open"},
-        {"surface s()\nx = 1;\n}", "2: ADVICE: unexpected 'x': a '{' is missing in front of it"},
+        {"surface s()\nx = 1;\n}", "2: ADVICE: unexpected 'x': a '{' is missing before it"},
         {"surface {}", "1: ADVICE: unexpected '{': a shader needs a name"},
         {"surface () {}",
          "1: ADVICE: 'surface' is taken for the name of a function: a shader needs a name"},
@@ -130,7 +130,7 @@ TEST(SlcParseAdvice, TellsOfBracesAndDefinitions)
         {"surface s() {\nclass a(float k; float j) { float x; void f() { x = 2; } }\nx = 1;\nx = 2 "
          "3; }",
          "2: ADVICE: unexpected 'a': classes belong to a later revision of the language\n"
-         "4: ADVICE: unexpected '3': an operator or a ';' is missing in front of it"},
+         "4: ADVICE: unexpected '3': an operator or a ';' is missing before it"},
         {"surface s() {\nstruct { float x; float y; } z;\nx = 1; }",
          "2: ADVICE: unexpected '{': structures belong to a later revision of the language"},
         {"surface s() { float x = 99999999999; }",
