@@ -1,5 +1,5 @@
-# What cpack makes: an archive of everything, and Debian packages, of which `shaderqx` has what writes and
-# runs shaders and `shaderqx-dev` what programs are built with.
+# What cpack makes: an archive of everything, and Debian packages, `shaderqx` with the programs that
+# write and run shaders, and `shaderqx-dev` for building programs with the libraries.
 set(SLC_CONTACT_MAIL "maintainers@shaderqx.example" CACHE STRING "Mail address in packages")
 
 set(CPACK_PACKAGE_NAME shaderqx)

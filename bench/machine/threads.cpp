@@ -1,5 +1,5 @@
 // How many times as many points two threads shade with one program as one thread does: by the
-// clock, and in processor time, as on a machine whose processors nobody else uses. usage:
+// clock, and in processor time, as on an otherwise idle machine. usage:
 // machine_threads SECONDS NAME...   For each NAME there is NAME.bc.
 
 #include <algorithm>

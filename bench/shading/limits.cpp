@@ -1,6 +1,6 @@
-// What vectors could reach: shaders as loops over strips of points whose triples stand component by
-// component on the stack, so that each inner loop becomes one of vectors. They give the bits of the
-// shaders.
+// What vectors could reach: shaders as loops over strips of points whose triples are stored
+// component by component on the stack, so that each inner loop becomes one of vectors. They give
+// the bits of the shaders.
 
 #include "QxColorSpaces.h"
 #include "QxGeometry.h"

@@ -147,7 +147,7 @@ bool RayScene::FindHits(Level& level, std::span<Arrival> arrivals) const
     return found;
 }
 
-/// The rays that hit the object go on behind it, and their hits are done.
+/// The rays that hit the object continue behind it, and their hits are done.
 void RayScene::ShadeObject(Level& level, const QxGrid& layout, unsigned int object,
                            std::span<Arrival> arrivals)
 {
@@ -312,7 +312,7 @@ QxRGBColor RayScene::Shadow(const QxPointsQuery& query)
     return QxRGBColor{1, 1, 1} - light / (count * count);
 }
 
-/// Rays are spread by the cosine to the axis, so that each stands for as much light.
+/// Rays are spread by the cosine to the axis, so that each carries the same share of light.
 float RayScene::Occlusion(const QxRayQuery& query, QxVector3& openDirection)
 {
     constexpr float k_golden = 0.61803399F;  // turns by it never meet

@@ -29,7 +29,7 @@ public:
     QxRGBColor Trace(const QxRayQuery& query, float& distance) override;
     float RayHit(const QxRayQuery& query) override;
     QxRGBColor Transmission(const QxRayQuery& query) override;
-    /// Only of a light whose corners it is told; there are no maps of depths.
+    /// Only for a light whose corners are given; there are no shadow maps.
     QxRGBColor Shadow(const QxPointsQuery& query) override;
     float Occlusion(const QxRayQuery& query, QxVector3& openDirection) override;
     bool IsShadowRay() override { return m_isShadowRay; }

@@ -1,5 +1,5 @@
-// Threads take tiles of the picture in turn. Each thread has a `RayScene` of its own, with
-// instances of all shaders; they share the world.
+// Threads take tiles of the picture in turn. Each thread has its own `RayScene`, with instances of
+// all shaders; they share the world.
 
 #include "Render.h"
 

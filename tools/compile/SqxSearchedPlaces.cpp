@@ -1,4 +1,4 @@
-// The line markers tell which file was taken, not where else it was looked for. But its path begins
+// The line markers say which file was found, not where else it was searched. But its path begins
 // with the folder that had it, so that the rest is the name in the source: with -Ia -Ib, in c/d.sl,
 //
 //     # 1 "b/noise.h" 1
@@ -23,7 +23,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// What a line of the text tells.
+// The kinds of lines in the text.
 constexpr std::string_view k_missing = "missing ";
 constexpr std::string_view k_folder = "folder ";
 constexpr std::string_view k_library = "library ";

@@ -12,9 +12,9 @@ class SqxSearchedPlaces {
 public:
     using Folders = std::vector<std::filesystem::path>;
 
-    /// Of the headers that the preprocessed text is made of, as its line markers tell. `folders`
-    /// are those of `-I` in their order, as the preprocessor was given them; relative ones are of
-    /// the working directory.
+    /// The places of the headers that the preprocessed text is made of, according to its line
+    /// markers. `folders` are those of `-I` in their order, as the preprocessor was given them;
+    /// relative ones are of the working directory.
     void AddHeaders(std::istream& preprocessed, const Folders& folders);
     /// Where a header was looked for in vain; nothing if there is one all the same.
     void AddMissing(const std::filesystem::path& header);

@@ -18,8 +18,8 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// One compile of a source by the library. All files that it leaves stand in a folder of its own,
-/// so that compiles may go on side by side, also of one source.
+/// One compile of a source by the library. All files that it leaves are in a separate folder, so
+/// that compiles may run side by side, also of one source.
 ///
 /// Made, set up, run once, and then asked.
 class SqxSourceCompile {
@@ -32,10 +32,10 @@ public:
     /// Compiles in this process. Others are started only for a preprocess command of the user's
     /// and for the C++ compiler of `--dso`. True if there is an output. Throws `SqxCompileError`.
     [[nodiscard]] bool Run();
-    /// The same in a process of its own, so that whatever becomes of that, this one goes on. It is
-    /// ended, with all that it started, once `isOver` is true, which is asked every millisecond.
+    /// The same in a separate process, so that this one survives a crash. The process is ended,
+    /// with all that it started, once `isOver` returns true; it is called every millisecond.
     [[nodiscard]] bool RunApart(const std::function<bool()>& isOver);
-    /// Run in the process of its own: leaves the facts in the folder, and prints the messages.
+    /// Run in the separate process: leaves the facts in the folder, and prints the messages.
     [[nodiscard]] bool RunForAnother();
 
     // After the run.

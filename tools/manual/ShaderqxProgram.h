@@ -2,5 +2,5 @@
 
 #include "options/SqxOptionTable.h"
 
-/// How the compiler presents itself in its manual page; its `--help` has words of its own.
+/// How the compiler presents itself in its manual page; its `--help` has other words.
 [[nodiscard]] const SqxProgram& ShaderqxProgram();

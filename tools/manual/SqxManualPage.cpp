@@ -1,7 +1,7 @@
 // Manual pages are made of the same tables as `--help`, so that they cannot say different things.
 // They use man(7) with the few macros that every reader of pages knows.
 //
-// Tested by tests/manual/run.sh: each option that a program prints stands in its page.
+// Tested by tests/manual/run.sh: each option that a program prints is in its page.
 
 #include "manual/SqxManualPage.h"
 
@@ -107,7 +107,7 @@ void AddSeeAlso(std::string& page, const SqxProgram& program,
                 std::span<const SqxProgram* const> all)
 {
     page += ".SH SEE ALSO\n";
-    // The comma stands behind the section, as an argument of the same macro.
+    // The comma follows the section, as an argument of the same macro.
     std::string list;
     for (const SqxProgram* other : all)
         if (other->name != program.name)

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// The spellings of all options, of those with "DIR" and the like only what stands in front.
+/// The spellings of all options, of those with "DIR" and the like only the part before it.
 [[nodiscard]] std::string OptionWords(std::span<const SqxOption> options)
 {
     std::string text;
@@ -59,7 +59,7 @@ namespace {
     return "'" + WithBackslashes(text, "\\'") + "'";
 }
 
-/// "-I" for "-IDIR" and for "-I" with "DIR" behind it: these take their value in the same word too.
+/// "-I" for "-IDIR" and for "-I" followed by "DIR": these take their value in the same word too.
 [[nodiscard]] std::string_view GluedOption(std::string_view word)
 {
     return word.starts_with("-I") || word.starts_with("-D") ? word.substr(0, 2)

@@ -1,4 +1,4 @@
-// `--help`: what the program does, then the options; their effects stand in one column, behind the
+// `--help`: what the program does, then the options; their effects are in one column, after the
 // longest word.
 //
 // Tested by tests/manual/run.sh, which compares it with the manual pages.
@@ -24,7 +24,7 @@ constexpr std::size_t k_width = 100;
     return text;
 }
 
-/// Adds words to the last line of the text, and goes on in lines of their own, set in.
+/// Adds words to the last line of the text, and continues in indented lines.
 void AddWrapped(std::string& text, std::string_view words, std::size_t indent)
 {
     std::size_t column = indent;

@@ -9,8 +9,8 @@
 // completion of its command line are made of them. All texts are literals, which last as long as
 // the program.
 
-/// One option of a program: what stands on the command line, and what it does. Rows stand in the
-/// order in which users read of them.
+/// One option of a program: its text on the command line, and its effect. Rows are in the order in
+/// which users read them.
 struct SqxOption {
     std::string_view word;      // "--size", or both spellings: "-o, --output"
     std::string_view argument;  // what follows, such as "DIR"; empty if nothing does
@@ -23,7 +23,8 @@ struct SqxEntry {
     std::string_view meaning;
 };
 
-/// A program, as its `--help`, its manual page and the completion of its command line tell of it.
+/// The description of a program for its `--help`, its manual page and the completion of its command
+/// line.
 struct SqxProgram {
     std::string_view name;
     std::string_view purpose;   // one phrase, as the head of a manual page has it
@@ -40,7 +41,7 @@ struct SqxProgram {
 /// What a program prints in place of its work.
 enum class SqxInformation { None, Help, Version };
 
-/// The spellings that such a word stands for: "-o" and "--output". Parts of the text.
+/// The spellings that such a word lists: "-o" and "--output". Parts of the text.
 [[nodiscard]] std::vector<std::string_view> SqxSpellings(std::string_view words);
 
 /// "Usage: ...", the description and the options, as `--help` prints them, wrapped at 100

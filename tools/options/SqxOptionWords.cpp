@@ -1,5 +1,5 @@
 // Whether a word is an option's value is known only once the option is read, so the walk does not
-// look ahead: '--' ends the options where a word is due that is nobody's value.
+// look ahead: '--' ends the options where it is not the value of an option.
 //
 // Tested by tests/options/SqxOptionWordsTest.cpp.
 

@@ -1,5 +1,6 @@
-// Bytes rise with the values, so that the least value of each tells them all: a table of parts of
-// the range finds the byte to begin with, and few steps lead from there to the right one.
+// Bytes rise with the values, so that the least value of each byte defines the encoding: a table
+// over parts of the range gives a byte to begin with, and few steps lead from there to the right
+// one.
 //
 // Tested by tests/picture/SqxByteEncoderTest.cpp.
 

@@ -21,7 +21,7 @@ using SqxFour [[gnu::vector_size(16)]] = float;
     return vector;
 }
 
-/// A color and a number that stands behind it, or another color's first: there must be one.
+/// A color and the number after it in memory, or the next color's first: there must be one.
 [[nodiscard]] inline SqxFour SqxLoadFour(const QxRGBColor* color)
 {
     SqxFour four;

@@ -1,5 +1,5 @@
-// Most cells are as small as a sample, and many lie between samples. So what tells whether a sample
-// can be in a cell is found for a whole row of them, in loops that a compiler turns into vector
+// Most cells are as small as a sample, and many lie between samples. So the test whether a sample
+// can be in a cell is made for a whole row of them, in loops that a compiler turns into vector
 // instructions; then a sample is tested against the four outer edges of its cell at once, and
 // against the edge in the middle. Nothing is divided by before a sample is known to be within.
 //
@@ -7,8 +7,8 @@
 // on its one side for one of them is so for the other, and no sample between cells is missed.
 //
 // The places of points that are not in front of the camera, or so far off that products of them
-// might overflow, become no numbers. No comparison with such a place is true, so that triangles
-// with a corner there are not drawn, without a test of their own.
+// might overflow, become NaN. No comparison with NaN is true, so that triangles with a corner there
+// are not drawn, without a separate test.
 //
 // Tested by tests/picture/SqxFilmTest.cpp.
 
@@ -34,7 +34,7 @@ bool IsSomewhere(float x, float y, float z)
     return z > k_nearest && z <= k_farthest && std::abs(x) <= k_reach && std::abs(y) <= k_reach;
 }
 
-// One of two numbers is no number: it is the other one if that stands behind.
+// If one of two numbers is NaN, the result is the second one.
 
 float Lower(float a, float b)
 {
@@ -136,8 +136,8 @@ inline void CellRow::Draw(std::size_t column, const Bounds& bounds) const
 {
     const SqxFour cornersX = LoadPairs(x + column, x + column + next);
     const SqxFour cornersY = LoadPairs(y + column, y + column + next);
-    // The outer edges ab, ac, bd and cd, and bc in the middle. Where a sample is in respect of one
-    // tells twice the area of the triangle that both make.
+    // The outer edges ab, ac, bd and cd, and bc in the middle. The side of an edge on which a
+    // sample lies follows from the signed area of the triangle that both form.
     const SqxFour startX = __builtin_shufflevector(cornersX, cornersX, 0, 0, 1, 2);
     const SqxFour startY = __builtin_shufflevector(cornersY, cornersY, 0, 0, 1, 2);
     const SqxFour alongX = __builtin_shufflevector(cornersX, cornersX, 1, 2, 3, 3) - startX;
@@ -179,7 +179,7 @@ inline void CellRow::Draw(SqxSample& sample, const Triangle& triangle, float ofB
     const std::uint32_t nearness = NearnessOf(ofA * z[a] + ofB * z[b] + ofC * z[c]);
     if (nearness < sample.nearness || (nearness == sample.nearness && number >= sample.number))
         return;
-    // No corner is the grid's last point, so that behind each there is another.
+    // No corner is the grid's last point, so that another one follows each.
     const SqxFour color =
         SqxLoadFour(Ci + a) * ofA + SqxLoadFour(Ci + b) * ofB + SqxLoadFour(Ci + c) * ofC;
     const SqxFour opacity =

@@ -32,14 +32,14 @@ public:
         Outer,  // the one from which the normals lead away
     };
 
-    /// The grid must outlive the mesh, and its number tells it from others. `columns` and `rows`
-    /// are those of the samples.
+    /// The grid must outlive the mesh, and its number identifies it. `columns` and `rows` are those
+    /// of the samples.
     SqxMesh(QxHostGrid& grid, unsigned int number, Sides sides, int columns, int rows);
 
     /// All that the cells can reach.
     [[nodiscard]] Rows Reached() const;
-    /// Draws what is in these rows, over what is behind it. `samples` is the whole raster, by rows.
-    /// At one distance, what comes from the grid of the lowest number stays.
+    /// Draws the part in these rows, over samples behind it. `samples` is the whole raster, by
+    /// rows. At equal distance, the grid of the lowest number wins.
     void Draw(SqxSample* samples, const Rows& rows);
 
 private:

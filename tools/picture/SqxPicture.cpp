@@ -1,6 +1,6 @@
 // The shape is cut into grids, which threads take one after the other, shade, and draw onto one
-// film. Which thread shades a grid changes nothing: its random numbers are its own, and what its
-// shaders say is told in the order of the grids.
+// film. Which thread shades a grid changes nothing: its random numbers are its own, and the texts
+// of its shaders are reported in the order of the grids.
 
 #include "picture/SqxPicture.h"
 
@@ -114,7 +114,7 @@ struct SqxPicture::Pieces {
 
     std::atomic<unsigned int> next = 0;
     std::atomic<unsigned int> done = 0;
-    std::atomic<bool> ended = false;  // by a fault, or because nobody waits any more
+    std::atomic<bool> ended = false;  // by a fault, or because the picture is not needed any more
     std::mutex mutex;                 // of what follows
     std::condition_variable changed;
     std::size_t working = 0;  // threads
@@ -158,7 +158,7 @@ SqxPictureEnd SqxPicture::Render(const Watch& watch)
     const unsigned int threads = m_settings.threads ? m_settings.threads : cores;
     while (m_stages.size() < threads)
         m_stages.push_back(std::make_unique<SqxPictureStage>(m_settings, m_shape));
-    if (watch.deadline)  // which tells endless shaders from long ones
+    if (watch.deadline)  // which distinguishes endless shaders from long ones
         for (const auto& stage : m_stages)
             stage->SetStepLimit(std::numeric_limits<std::size_t>::max());
     m_pixels = {};
@@ -222,7 +222,7 @@ SqxPictureEnd SqxPicture::RunImager(SqxPixels& pixels, const Watch& watch)
     return RunPieces(pieces, watch);
 }
 
-/// This thread waits, tells of the progress, and looks whether it is to stop.
+/// This thread waits, reports progress, and checks whether it is to stop.
 SqxPictureEnd SqxPicture::RunPieces(Pieces& pieces, const Watch& watch)
 {
     // A thread may be through before the next one begins.

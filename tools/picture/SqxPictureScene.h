@@ -21,10 +21,11 @@ public:
     void AddLights(const std::vector<SqxPictureLight>& lights);
     /// A key light from the upper left, a weak one from the right, and a little from everywhere.
     void AddDefaultLights();
-    /// The space of a light shader stands where the key light does.
+    /// The space of a light shader is at the key light.
     static void PlaceLight(QxShaderInstance& light);
 
-    /// Begins a piece of the picture: random numbers are its own, whoever shades it.
+    /// Begins a piece of the picture: its random numbers do not depend on the thread that shades
+    /// it.
     void BeginPiece(unsigned int number) { SetRun(number); }
     /// What shaders have said since the last call.
     [[nodiscard]] std::vector<SqxNote> TakeNotes();

@@ -23,7 +23,7 @@ struct SqxPictureLight {
     enum class Kind { Ambient, Point, Distant };
 
     Kind kind = Kind::Ambient;
-    QxVector3 from = {0, 0, 0};  // where it stands, as seen from the middle of the shape
+    QxVector3 from = {0, 0, 0};  // its place, as seen from the middle of the shape
     QxVector3 to = {0, 0, 0};    // where a distant one points
     QxRGBColor color = {1, 1, 1};
     float intensity = 1;

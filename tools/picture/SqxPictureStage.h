@@ -14,8 +14,8 @@ public:
     /// parameter.
     SqxPictureStage(const SqxPictureSettings& settings, const SqxShape& shape);
 
-    /// A grid of that layout to place points in; what stands in it is left over from others. It
-    /// stays until the next one is asked for.
+    /// A grid of that layout to place points in; its values are left over from others. It stays
+    /// until the next one is asked for.
     [[nodiscard]] QxHostGrid& Grid(const QxGrid& layout);
     /// Moves and colors the points of the shape that the grid holds.
     void Shade(QxHostGrid& grid, unsigned int piece);

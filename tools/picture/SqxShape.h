@@ -5,7 +5,7 @@
 
 /// The shape to shade and how the camera sees it.
 ///
-/// The camera stands in the origin of the current space and looks along z. The shape's middle is
+/// The camera is at the origin of the current space and looks along z. The shape's middle is
 /// `k_distance` away; its own space is turned so that more than one side of a sphere shows.
 class SqxShape {
 public:

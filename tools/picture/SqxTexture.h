@@ -9,14 +9,14 @@
 #include "picture/SqxPng.h"
 
 /// A picture in the form that shaders look it up in: whole, and smaller and smaller by halves down
-/// to one pixel. It goes on behind its edges, again and again; s leads to the right, t down.
+/// to one pixel. It repeats beyond its edges; s leads to the right, t down.
 class SqxTexture {
 public:
     explicit SqxTexture(SqxImage image);
     /// Of a PNG file. Throws `SqxPictureError`.
     [[nodiscard]] static std::shared_ptr<const SqxTexture> Read(const std::string& path);
 
-    /// The color of the patch that the query tells, from its first channel on.
+    /// The color of the query's patch, from its first channel on.
     [[nodiscard]] QxRGBColor Look(const QxTextureQuery& query) const;
     /// The same for the points of a grid.
     void Look(const QxGridQueries<QxTextureQuery>& asked, QxRGBColor* results) const;

@@ -3,9 +3,9 @@
 #include <functional>
 #include <thread>
 
-/// While it lives, a signal by which users end programs (SIGINT, SIGTERM, SIGHUP) first has
-/// something done, in a thread of its own, where all may be done that a signal's handler may not.
-/// Then the program ends by the signal.
+/// While it lives, a signal by which users end programs (SIGINT, SIGTERM, SIGHUP) first runs a
+/// function, in a separate thread, where operations are allowed that a signal handler must not
+/// perform. Then the program ends by the signal.
 ///
 /// Made before other threads, which must not take the signals themselves.
 class SqxEndSignals {

@@ -13,12 +13,12 @@
 struct SqxBuiltInExample {
     std::string_view function;
     std::string_view type;  // of the expression, such as "color"
-    std::string_view code;  // an expression; statements that prepare it stand in front
+    std::string_view code;  // an expression; statements that prepare it come first
     /// A number, a triple in parentheses, a text in quotes, "no number", "infinite", or another
     /// expression of the language that has the same value.
     std::string_view value;
     std::string_view note;  // "" or what the example shows
 };
 
-/// All of them; those of a function stand together.
+/// All of them; those of a function are adjacent.
 [[nodiscard]] std::span<const SqxBuiltInExample> SqxBuiltInExamples();

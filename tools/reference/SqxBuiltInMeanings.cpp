@@ -1,5 +1,5 @@
-// What no table of the compiler holds of a function: what it is for. The page takes its order and
-// its chapters from here; a function of the library without a row is an error when the page is
+// The purpose of each function, which no table of the compiler contains. The page takes its order
+// and its chapters from here; a function of the library without a row is an error when the page is
 // made.
 //
 // Tested by tests/reference/run.sh.

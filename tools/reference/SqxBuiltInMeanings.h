@@ -6,7 +6,7 @@
 /// What a built-in function does, in a phrase that a user of the language reads.
 struct SqxBuiltInMeaning {
     std::string_view name;
-    std::string_view group;  // heading under which it stands
+    std::string_view group;  // heading under which it is listed
     std::string_view meaning;
 };
 

@@ -1,5 +1,5 @@
-// The words come from the compiler's tables; how literals and comments look is told here, as the
-// scanner reads them.
+// The words come from the compiler's tables; the form of literals and comments is written here, as
+// the scanner reads them.
 //
 // Tested by tests/reference/run.sh, which fails if the tree holds older files.
 

@@ -1,4 +1,4 @@
-// A page keeps what people wrote and gets its tables anew: what stands between
+// A page keeps the text that people wrote, and its tables are replaced: the lines between
 //
 //     <!-- table: NAME -->    and    <!-- end of table -->
 //

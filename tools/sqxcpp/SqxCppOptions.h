@@ -13,15 +13,15 @@ struct SqxCppOptions {
     enum class Rule {
         None,
         Alone,   // in place of the text
-        Beside,  // in a file of its own
+        Beside,  // in a separate file
     };
 
     SlcPreprocessorOptions preprocessor;  // without a report function
-    std::string source;                   // "-" stands for standard input
+    std::string source;                   // "-" is standard input
     std::string output;                   // empty: standard output
     Rule rule = Rule::None;
     std::string ruleFile;              // empty: standard output, or a name made of the source's
-    std::vector<std::string> targets;  // as they stand in the rule; none: made of the source's name
+    std::vector<std::string> targets;  // as written in the rule; none: made of the source's name
     int warningLevel = 1;
     SqxInformation information = SqxInformation::None;
 };

@@ -1,4 +1,4 @@
-// Preprocesses a source, as the compiler does it by itself, for whoever wants to see the result.
+// Preprocesses a source, as the compiler does it by itself, to show the result.
 
 #include <filesystem>
 #include <fstream>

@@ -1,7 +1,7 @@
-// The sections of the file tell most. What the code does with predefined variables and lights is
-// seen in its instructions, or, for a shared object, said beside them. Default values are computed
-// by the machine, which gets the shader without its main block: so it does not matter what that
-// holds, or whether the file ends in it.
+// Most facts are in the sections of the file. The use of predefined variables and lights is found
+// in the instructions, or, for a shared object, said beside them. Default values are computed by
+// the machine, which gets the shader without its main block: so it does not matter what that holds,
+// or whether the file ends in it.
 //
 // Tested by tests/run/SqxDumpToolTest.cpp and tests/listing.
 
@@ -18,7 +18,7 @@ namespace {
 
 using Facts = SqxShaderFacts;
 
-// One of them stands in front of whatever looks at lights.
+// One of them precedes each access to lights.
 constexpr std::string_view k_evalLights = "EVAL_LIGHTS";
 constexpr std::string_view k_evalLightsForP = "EVAL_LIGHTS_FOR_P";
 
@@ -82,7 +82,7 @@ private:
     bool m_usesLightsAtP = false;
 };
 
-/// What was seen is true even if the file ends early; what was not seen may come behind that.
+/// What was seen is true even if the file ends early; what was not seen may come after that.
 std::optional<bool> AsFarAsSeen(bool seen, const SqxShader& shader)
 {
     if (!seen && shader.reached < SqxSection::Main)
@@ -201,7 +201,7 @@ void TakeDefaults(const SqxShader& only, const std::string& name,
 void AddDefaults(const SqxShader& shader, const std::string& name,
                  const std::vector<std::string>& folders, Facts& facts)
 {
-    // Numbers of shadeops are checked once the file has told how many there are.
+    // Numbers of shadeops are checked once the file has given their count.
     const bool areChecked = shader.reached >= SqxSection::Facts;
     const SqxShader most =
         OnlyInitializers(shader, areChecked ? Shadeops::Called : Shadeops::LeftOut);

@@ -10,7 +10,7 @@
 struct SqxDumpOptions {
     enum class Form { Code, Table, Json };
 
-    std::vector<std::string> files;  // "-" stands for standard input
+    std::vector<std::string> files;  // "-" is standard input
     Form form = Form::Code;
     std::string section;                  // of the code; empty: all
     std::vector<std::string> parameters;  // to list; none: all
@@ -22,5 +22,5 @@ struct SqxDumpOptions {
 /// How the program presents itself.
 [[nodiscard]] const SqxProgram& SqxDumpProgram();
 
-/// `arguments` are the words behind the name of the program. Throws `SqxUsageError`.
+/// `arguments` are the words after the name of the program. Throws `SqxUsageError`.
 [[nodiscard]] SqxDumpOptions SqxReadDumpOptions(const std::vector<std::string>& arguments);

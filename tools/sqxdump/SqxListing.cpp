@@ -1,6 +1,6 @@
-// The text and the JSON object are made of the same facts, so that they cannot tell different
-// things. What a file does not tell is told as unknown, never guessed: a shared object says zero
-// both for zero and for what it computes at the shading point.
+// The text and the JSON object are made of the same facts, so that they cannot contradict each
+// other. Facts that a file does not contain are listed as unknown, never guessed: a shared object
+// says zero both for zero and for what it computes at the shading point.
 //
 // Tested by tests/run/SqxDumpToolTest.cpp and tests/listing.
 
@@ -125,8 +125,7 @@ std::string Joined(const std::vector<std::string>& words)
     return text.empty() ? "none" : text;
 }
 
-/// Names of the variables of which the fact holds, and behind them of those of which it is not
-/// known.
+/// Names of the variables of which the fact is true, and after them those of which it is not known.
 std::string NamesWith(const std::vector<Facts::Predefined>& variables,
                       std::optional<bool> Facts::Predefined::*fact)
 {

@@ -5,7 +5,7 @@
 
 #include "sqxdump/SqxShaderFacts.h"
 
-/// A shader as it is listed: what it is called beside what its file tells.
+/// A shader as it is listed: its name and the facts from its file.
 struct SqxListed {
     std::string file;   // as given; "-" for standard input
     std::string title;  // the shader's name, which is that of its file; empty if there is none

@@ -1,5 +1,5 @@
-// The schema stands in docs/listing.md. It has a version, `k_version`: another one is due when what
-// a program reads changes its meaning, not when something is added.
+// docs/listing.md describes the schema. It has a version, `k_version`, which changes when an
+// existing member changes its meaning, not when one is added.
 //
 // Texts of a file may be no UTF-8, which JSON must be: what is no character becomes one that says
 // so.

@@ -7,9 +7,9 @@
 
 #include "host/QxHostValue.h"
 
-/// What a compiled shader tells those who use it. What a file does not tell, or what stands behind
-/// its fault, is empty: nothing is guessed. Both kinds of files give the same facts, so that all
-/// who print them look at no file.
+/// The facts that users of a compiled shader need. Those that a file does not contain, or that come
+/// after its fault, are empty: nothing is guessed. Both kinds of files give the same facts, so that
+/// all who print them look at no file.
 struct SqxShaderFacts {
     enum class Kind { ByteCode, SharedObject };
 
@@ -45,7 +45,7 @@ struct SqxShaderFacts {
     };
 
     Kind kind = Kind::ByteCode;
-    std::string type;  // "surface" and so on; empty if not even this is told
+    std::string type;  // "surface" and so on; empty if not even this is known
     std::vector<Parameter> parameters;
     std::optional<bool> usesLights;
     std::optional<bool> tracesRays;
@@ -56,10 +56,11 @@ struct SqxShaderFacts {
     std::optional<Fault> fault;
 };
 
-/// Reads byte-code, whatever it holds: a damaged file tells as much as stands in front of its
-/// fault. `name`: for messages. The libraries of shadeops that default values call are looked for
-/// in the folders, and loaded; without them, and if anything else goes wrong with default values,
-/// `defaultsFault` says so and the other facts stand. Throws nothing for what the file holds.
+/// Reads byte-code, whatever it holds: of a damaged file it reads the part before its fault.
+/// `name`: for messages. The libraries of shadeops that default values call are looked for in the
+/// folders, and loaded; without them, and if anything else goes wrong with default values,
+/// `defaultsFault` says so and the other facts are valid. Never throws because of the file's
+/// contents.
 [[nodiscard]] SqxShaderFacts SqxByteCodeFacts(std::string_view bytes, const std::string& name,
                                               const std::vector<std::string>& shadeopFolders);
 

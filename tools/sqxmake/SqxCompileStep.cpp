@@ -1,5 +1,5 @@
-// A source is compiled in a folder of its own; what comes of it is compared with what stands in the
-// output folder, and its owner looked up, before it is taken. So whatever happens on the way, the
+// A source is compiled in a separate folder; the result is compared with the contents of the output
+// folder, and its owner looked up, before it is moved there. So if a step fails on the way, the
 // output folder holds whole shaders only:
 //
 //     compile in work/ID;  claim the output's name;  compare;  rename into place;  write the stamp

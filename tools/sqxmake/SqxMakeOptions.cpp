@@ -1,6 +1,6 @@
 // Options of the compiler are passed on as they are, but only those that leave a library whole:
-// `-E` and `-c` stop halfway, `-d` writes elsewhere. They are part of what a shader is made of, so
-// that other options compile it anew.
+// `-E` and `-c` stop halfway, `-d` writes elsewhere. A shader depends on its options, so that other
+// options compile it again.
 //
 // Tested by tests/make/run.sh.
 

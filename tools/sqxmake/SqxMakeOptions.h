@@ -9,7 +9,7 @@
 #include "options/SqxOptionWords.h"
 
 /// A build that cannot be done, for a reason that is not a shader's; the text says why. The program
-/// tells it and ends with status 1.
+/// prints it and ends with status 1.
 class SqxMakeError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
@@ -21,8 +21,8 @@ struct SqxMakeOptions {
     std::vector<std::string> compilerOptions;  // as given, in their order
     std::filesystem::path outputFolder = ".";
     int jobs = 0;            // compiled at a time; 0: as many as ninja thinks good
-    bool keepGoing = false;  // behind faults
-    bool tree = false;       // outputs stand in folders as their sources do
+    bool keepGoing = false;  // after faults
+    bool tree = false;       // outputs are in the same tree of folders as their sources
     SqxInformation information = SqxInformation::None;
 
     // One step of a build, see `SqxCompileStep`: ninja, or another build system, asks for it.
@@ -37,5 +37,5 @@ struct SqxMakeOptions {
 /// How the program presents itself.
 [[nodiscard]] const SqxProgram& SqxMakeProgram();
 
-/// `arguments` are the words behind the name of the program. Throws `SqxUsageError`.
+/// `arguments` are the words after the name of the program. Throws `SqxUsageError`.
 [[nodiscard]] SqxMakeOptions SqxReadMakeOptions(const std::vector<std::string>& arguments);

@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-/// What builds know from one run to the next, in a folder of its own:
-/// `stamps/ID` for each source that is compiled (its path, and the name of its output),
-/// `owners/SHADER.sqx` for each output (the path of its source), `failed/ID` for each source that
-/// was refused the last time it was compiled (the reports), `searched/ID` for where the last good
-/// compile of a source looked in vain, `work/ID` while a source is being compiled, and `options`,
-/// which are those of the last build, for editors.
+/// State that builds keep from one run to the next, in a separate folder: `stamps/ID` for each
+/// source that is compiled (its path, and the name of its output), `owners/SHADER.sqx` for each
+/// output (the path of its source), `failed/ID` for each source that was refused the last time it
+/// was compiled (the reports), `searched/ID` for where the last good compile of a source looked in
+/// vain, `work/ID` while a source is being compiled, and `options`, which are those of the last
+/// build, for editors.
 class SqxMakeState {
 public:
     struct Stamp {
@@ -59,8 +59,8 @@ public:
     void Resume() const;
     [[nodiscard]] bool IsStopped() const;
 
-    /// Forgets the stamp, and removes the output that it tells of, unless that is another source's
-    /// by now. What is not there any more is no fault.
+    /// Forgets the stamp, and removes the output that it names, unless that is another source's by
+    /// now. A missing file is not a fault.
     void Discard(const std::filesystem::path& stamp,
                  const std::filesystem::path& outputFolder) const;
 

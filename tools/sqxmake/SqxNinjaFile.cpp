@@ -4,7 +4,7 @@
 //
 // The output is a stamp, since only the compiler learns the shader's name and with it that of the
 // `.sqx` file. The options go through a response file: ninja compares its content as it compares a
-// command, but does not print it in front of each report.
+// command, but does not print it before each report.
 //
 // Tested by tests/make/run.sh.
 
@@ -30,7 +30,7 @@ namespace fs = std::filesystem;
     return escaped;
 }
 
-/// Text as ninja reads it behind `name =`.
+/// Text as ninja reads it after `name =`.
 [[nodiscard]] std::string NinjaText(const std::string& text)
 {
     std::string escaped;

@@ -8,9 +8,9 @@
 #include "sqxmake/SqxMakeState.h"
 #include "sqxmake/SqxSourceList.h"
 
-/// The text of a ninja file that compiles each source by one step of `sqxmake`. What the steps read
-/// beside their source, options and variables of the environment, stands in the command's text, so
-/// that a change of it counts as a change, and so does one of `program`, by its absolute path. Same
+/// The text of a ninja file that compiles each source by one step of `sqxmake`. Other inputs of the
+/// steps, options and variables of the environment, are part of the command's text, so that a
+/// change of it counts as a change, and so does one of `program`, by its absolute path. Same
 /// sources, same text: the order is theirs.
 [[nodiscard]] std::string SqxNinjaFile(const SqxMakeOptions& options,
                                        const std::vector<SqxSource>& sources,

@@ -1,5 +1,5 @@
 // Ninja's output is a sequence of lines: how far it is, with a mark of ours before it; what a step
-// printed; and words of its own, which begin with its name. The steps of this program succeed even
+// printed; and ninja's messages, which begin with its name. The steps of this program succeed even
 // for a refused source, so that a failure, which ninja shows with the whole command, is one of the
 // build itself.
 //

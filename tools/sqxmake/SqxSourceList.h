@@ -5,8 +5,8 @@
 #include <vector>
 
 /// A source, and the folder of the output in which a mirrored tree has its shader: the one in which
-/// it stands below the folder that was named, or for a file that was named the folder as written.
-/// "." for the top.
+/// it is below the folder that was named, or for a file that was named the folder as written. "."
+/// for the top.
 struct SqxSource {
     std::filesystem::path path;
     std::filesystem::path folder;

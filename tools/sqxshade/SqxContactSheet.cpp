@@ -1,5 +1,5 @@
 // Pictures in as square a raster as their number allows, each with its name in letters of 5 by 8
-// pixels that stand here as bits: the sheet needs no font.
+// pixels, which are written here as bits: the sheet needs no font.
 //
 // Tested by tests/sqxshade/SqxShadeTest.cpp.
 
@@ -49,7 +49,7 @@ constexpr Letter k_letters[] = {
 };
 // clang-format on
 
-/// What has no letter of its own is a full box.
+/// A character without a letter is a full box.
 const Letter& LetterFor(char wanted)
 {
     static constexpr Letter k_box = {0, {0x7F, 0x41, 0x41, 0x41, 0x7F}};

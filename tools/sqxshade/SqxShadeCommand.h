@@ -5,14 +5,14 @@
 
 #include "sqxshade/SqxShadeOptions.h"
 
-/// The words that `SqxReadShadeOptions` reads these options from; what is the default stands in
-/// none. The output file is left to the default.
+/// The words that `SqxReadShadeOptions` reads these options from; defaults are left out. The output
+/// file is left to the default.
 [[nodiscard]] std::vector<std::string> SqxShadeWords(const SqxShadeOptions& options);
 
 /// The same as a line for the shell, with the program in front.
 [[nodiscard]] std::string SqxShadeCommand(const SqxShadeOptions& options);
 
-// Values as they stand in options: floats in the fewest digits that give them back.
+// Values as written in options: floats in the fewest digits that give them back.
 
 [[nodiscard]] std::string SqxNumberText(float number);
 /// Numbers between commas.

@@ -77,7 +77,7 @@ SqxPictureSettings::Shader Load(const SqxShadeOptions::Shader& source,
     return {std::move(shader), std::move(values)};
 }
 
-/// What shaders say goes where a program's words go.
+/// Texts of shaders go to the streams that a program's texts go to.
 void Tell(const SqxNote& note)
 {
     if (note.isReport)
@@ -94,7 +94,7 @@ void Render(SqxPicture& picture, Progress& progress, std::size_t number, std::si
         progress.Show((static_cast<float>(number) + done) / static_cast<float>(count));
     };
     watch.tell = Tell;
-    (void)picture.Render(watch);  // nobody stops it
+    (void)picture.Render(watch);  // nothing stops it
 }
 
 /// `film` may have none.

@@ -1,5 +1,5 @@
-// One table tells an option's name, what stands behind it, how it is read and what `--help` says.
-// Parameters belong to the shader in front of them, or to the first one if they come before it.
+// One table holds each option's name, its argument, how it is read and its text in `--help`.
+// Parameters belong to the shader before them, or to the first one if they come before it.
 //
 // All bounds are checked here, before anything is compiled: what would take more memory than a
 // picture is worth is refused with its reason.
@@ -34,7 +34,7 @@ unsigned int ReadCount(const std::string& text, int most, const std::string& wha
     throw SqxPictureError("The " + what + " must be made of numbers, but is '" + text + "'");
 }
 
-/// Three numbers, or one that stands for three.
+/// Three numbers, or one for all three.
 QxRGBColor ReadColor(const std::string& text, const std::string& what)
 {
     const std::vector<float> numbers = SqxReadNumbers(text, what);
@@ -107,7 +107,7 @@ void ReadSize(Options& options, const std::string& text)
     options.picture.height = ReadCount(text.substr(sign + 1), k_maxSide, "height");
 }
 
-/// Those in front of the first shader are meant for it.
+/// Those before the first shader belong to it.
 void ReadParameter(Options& options, const std::string& text)
 {
     if (options.shaders.empty())
@@ -115,7 +115,7 @@ void ReadParameter(Options& options, const std::string& text)
     options.shaders.back().parameters.push_back(ReadAssignment(text, "A parameter"));
 }
 
-/// A file behind '--' may be called as an option is; other programs are told of it too.
+/// A file after '--' may be named like an option; "./" keeps the compiler from reading it as one.
 void AddShader(Options& options, const std::string& path)
 {
     if (options.shaders.empty() || !options.shaders.back().path.empty())
@@ -131,7 +131,7 @@ constexpr std::string_view k_description[] = {
 };
 
 struct OptionRow {
-    SqxOption option;  // with an argument if something stands behind it
+    SqxOption option;  // with an argument if it takes a value
     void (*read)(Options& options, const std::string& value);
 };
 

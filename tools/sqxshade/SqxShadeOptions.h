@@ -31,7 +31,7 @@ struct SqxShadeOptions {
 /// one.
 using SqxReadMoreOptions = std::function<bool(SqxOptionWords& words)>;
 
-/// `arguments` are the words behind the name of the program. For each option `readMore` is asked
+/// `arguments` are the words after the name of the program. For each option `readMore` is called
 /// first. Throws `SqxUsageError`.
 [[nodiscard]] SqxShadeOptions SqxReadShadeOptions(const std::vector<std::string>& arguments,
                                                   const SqxReadMoreOptions& readMore = {});
@@ -39,7 +39,7 @@ using SqxReadMoreOptions = std::function<bool(SqxOptionWords& words)>;
 /// How the program presents itself.
 [[nodiscard]] const SqxProgram& SqxShadeProgram();
 
-/// The numbers of a list such as `1,0.5,-2`. Throws `SqxPictureError`, which tells of `what`.
+/// The numbers of a list such as `1,0.5,-2`. Throws `SqxPictureError`, whose text names `what`.
 [[nodiscard]] std::vector<float> SqxReadNumbers(const std::string& text, const std::string& what);
 
 /// The pieces of a text between separators, also empty ones.
