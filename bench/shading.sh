@@ -30,7 +30,7 @@ done
 # The command that the compiler says it uses.
 command=$(sed -n "s/.*SLC_CC_COMMAND.* Will use '\(.*\)' has command.*/\1/p" messages)
 [ -n "$command" ] || {
-    echo "$0: the compiler does not tell its command"
+    echo "$0: the compiler does not print its command"
     exit 1
 }
 for loops in loops limits; do

@@ -32,7 +32,7 @@ objects.
 
 Beside the compiler there are programs that shade pictures of shaders, show
 them in a browser while they are written, list compiled shaders, compile
-whole folders, and tell editors about shaders.")
+whole folders, and serve editors of shaders.")
 set(CPACK_DEBIAN_DEV_PACKAGE_NAME shaderqx-dev)
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "shaderqx (= ${PROJECT_VERSION})")

@@ -142,7 +142,7 @@ void SqxCursor::Expect(std::string_view line)
 void SqxCursor::ExpectEnd()
 {
     if (!m_text.empty())
-        Fail("Nothing was expected behind the main code");
+        Fail("Nothing was expected after the main code");
 }
 
 std::string SqxUnquoted(const std::string& quoted)

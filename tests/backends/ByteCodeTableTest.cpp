@@ -51,8 +51,8 @@ std::vector<LibraryRow> LibraryRows()
     return rows;
 }
 
-/// Lowering adds values that the row does not name: `du` and `dv` of derivatives, and what tells
-/// the message functions about their last argument.
+/// Lowering adds values that the row does not name: `du` and `dv` of derivatives, and what
+/// identifies the message functions about their last argument.
 int AddedArguments(const std::string& name, const std::vector<T*>& types)
 {
     if (name == "Du" || name == "Dv")

@@ -138,7 +138,7 @@ TEST(SlcEquCValue, PrintsElements)
 }
 
 // An index that varies gives a varying reference. In a uniform array it points at the one value
-// for the point at hand; in a varying one at the values of all points.
+// for the current point; in a varying one at the values of all points.
 TEST(SlcEquCValue, ReadsElementsOfUniformArraysOnce)
 {
     SlcEquCValue values;
@@ -328,7 +328,7 @@ TEST(SlcCStatements, TellsTypesWhereTheFormatDoesNot)
     struct FormatCase {
         SlcOperand format;
         std::deque<SlcOperand> args;
-        const char* types;  // null: the format tells them
+        const char* types;  // null: the format states them
     };
     const FormatCase cases[] = {
         {Text("%d%% %c %s"), {Varying("x_1"), Point("p_1"), Text("t")}, nullptr},

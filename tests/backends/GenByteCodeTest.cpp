@@ -269,7 +269,7 @@ TEST(SlcGenByteCode, LeavesNoFileBehindAFault)
     testing::internal::CaptureStderr();
     EXPECT_THROW(bad.Form().GenByteCode(folder.Path()), SlcCompilationError);
 
-    // A file that may not grow stands for a full disk.
+    // A file that may not grow simulates a full disk.
     FormBuilder full;
     for (int i = 0; i < 2000; ++i)
         full.Add(MakeShared<SlcAssignICode>(full.Local(T::AFloat()), Number(i)));

@@ -102,7 +102,7 @@ TEST(SqxReader, NamesTheFaultAndItsLine)
 
 TEST(SqxReader, SurvivesAnyFile)
 {
-    // What stands in front of a fault prints too.
+    // The part before a fault prints too.
     const auto survive = [](const std::string& text) {
         SqxReader reader;
         const bool good = reader.Read(text);
@@ -181,7 +181,7 @@ TEST(SqxReader, HoldsShadeopNumbersAgainstTheirTable)
     const std::string good = b.Text();
     SqxReader reader;
     ASSERT_TRUE(reader.Read(good)) << reader.Message();
-    // The first call is the one of the initializer, which stands in front of the table.
+    // The first call is the one of the initializer, which precedes the table.
     const std::string first = Replaced(good, "\n459\n0\n", "\n459\n1\n");
     EXPECT_FALSE(reader.Read(first));
     EXPECT_NE(reader.Message().find("initializer of x1"), std::string::npos) << reader.Message();

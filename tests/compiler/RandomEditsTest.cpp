@@ -1,5 +1,5 @@
 // Random edits of the examples, undone at times: each state has the index that it had before and
-// that another thread makes of it, and each use stands where its name stands in the text.
+// that another thread makes of it, and each use has the place of its name in the text.
 // SLC_ALL_SLIPS=1 makes ten thousand edits, with the seed that is printed.
 
 #include <algorithm>

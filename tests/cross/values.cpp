@@ -1,4 +1,4 @@
-// Prints, as bits, what shaders leave behind on a small grid: the same on every architecture.
+// Prints, as bits, the results of shaders on a small grid: the same on every architecture.
 // usage: values SHADER.sqx...
 
 #include <bit>

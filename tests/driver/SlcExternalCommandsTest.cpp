@@ -98,7 +98,7 @@ TEST_F(SlcExternalCommandsTest, OwnPreprocessorWritesNoFileToCompile)
 
 TEST_F(SlcExternalCommandsTest, PreprocessCommandNeedsNoRightToTheFolderOfTheSource)
 {
-    m_line.m_preprocessedFile = "/proc/a.i";  // where nobody makes a file
+    m_line.m_preprocessedFile = "/proc/a.i";  // where no file can be made
     m_line.m_preprocessCommand = "echo made > $cpp_result";
     SlcRunFiles files;
     EXPECT_TRUE(PreprocessSource(m_line, files));
@@ -184,7 +184,7 @@ TEST_F(SlcExternalCommandsTest, CCFileGoesWhateverTheCommandReturned)
     }
 }
 
-// The shell may end by the signal or with the status that stands for it.
+// The shell may end by the signal or with the status that means it.
 TEST_F(SlcExternalCommandsTest, InterruptedCommandEndsTheCompiler)
 {
     for (const int signal : {SIGINT, SIGQUIT})

@@ -28,7 +28,7 @@ expect() {
     [ "$1" = "$2" ] || { echo "$3: expected '$2', but got '$1'"; exit 1; }
 }
 
-# A preprocessed text stands beside its source for a moment: not in a tree that others read.
+# A preprocessed text is beside its source for a moment: not in a tree that others read.
 cp -r "$root/examples" .
 mkdir code object
 for source in examples/{matte,spotlight}.sl; do

@@ -174,7 +174,7 @@ TEST(SlcParseAdvice, DoesNotBeginAnewInTheHeadOfALoop)
 
 TEST(SlcParseAdvice, GoesOnAtTheBlockBehindAHead)
 {
-    // One report of the head, and then those of lines with faults of their own.
+    // One report of the head, and then those of lines with other faults.
     const std::string block = "\nx = 1; { y = 2; }\n}";
     const std::string fault = ": ERROR: parse error\n";
     const std::string resumed = ": WARNING: Compilation resumes here\n";

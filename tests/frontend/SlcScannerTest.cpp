@@ -190,7 +190,7 @@ TEST(SlcScanner, ReportsWhatIsNoToken)
         {"\n1e39", ":2: ERROR: Number is too large for a float:\n\n   1e39\n   ^\n"},
         {"\na 2147483648",
          ":2: ERROR: Number is too large for an integer:\n\n   a 2147483648\n     ^\n"},
-        // The line of the user behind what is skipped, and only a mark at its beginning is one.
+        // The user's line after the skipped text; a mark counts only at its beginning.
         {"# 7 \"x\"\na # b", "x:7: ERROR: Invalid charcacter:\n\n    a # b\n      ^\n"},
         {"#line 7 \"x\"\na $", "x:7: ERROR: Invalid charcacter:\n\n    a $\n      ^\n"},
         {"\n#pragma a\na $", ":3: ERROR: Invalid charcacter:\n\n   a $\n     ^\n"},
@@ -218,7 +218,7 @@ TEST(SlcScanner, GoesOnBehindAQuoteWithoutAnEnd)
         {R"(a "b)", "a b", 1},
         {R"(a "b" c\" d)", R"(a S"b" c d)", 2},
         {R"(a "b\" c)", "a b c", 3},
-        // A backslash in front of a newline ends the search; literals behind it are whole.
+        // A backslash before a newline ends the search; literals after it are whole.
         {"a \"b\n\\\" c \\\n\"d\"\n\"e", "a b c S\"d\" e", 5},
     };
     for (const QuoteCase& c : cases) {

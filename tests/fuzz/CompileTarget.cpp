@@ -1,7 +1,7 @@
 // A source in memory through the compiler's library, into both outputs.
 //
-// A digit in front of the text, which no shader begins with, chooses the optimization level, and
-// from 4 on the strict rules too.
+// A digit before the text, which no shader begins with, chooses the optimization level, and from 4
+// on the strict rules too.
 
 #include <algorithm>
 #include <exception>

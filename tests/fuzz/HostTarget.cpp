@@ -1,7 +1,7 @@
 // Random sequences of calls of the host library, inside answers of its scene too.
 //
-// Each byte of an input chooses a call or a value. Behind the end of the input the choices are
-// those of a generator which starts from its bytes, so that every input is a whole sequence.
+// Each byte of an input chooses a call or a value. After the end of the input the choices are those
+// of a generator which starts from its bytes, so that every input is a whole sequence.
 
 #include <deque>
 #include <memory>

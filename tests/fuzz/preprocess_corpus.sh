@@ -12,5 +12,5 @@ find tests/preprocessor/cases examples tests/golden \( -name '*.sl' -o -name '*.
     | sort | while read -r source; do
     cp "$source" "$folder/${source//\//_}"
 done
-# One case a file, so that what mutates is small.
+# One case a file, so that inputs to mutate are small.
 grep -v '^ *//' tests/preprocessor/cases/macros.sl | split -l 6 - "$folder/macros_"

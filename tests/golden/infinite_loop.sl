@@ -1,4 +1,4 @@
-/* A loop without an end is reported wherever it stands. */
+/* A loop without an end is reported at any place. */
 surface infinite_loop(float k = 1)
 {
     float i = 0;

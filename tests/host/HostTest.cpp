@@ -19,12 +19,12 @@ constexpr const char* k_values = R"(
 surface test(float scale = 2; color tint = color(0.5, 0.25, 1); string name = "plain";
              float weights[2] = {1, 2}; point place = point(0, 0, 1); varying float each = 3;
              matrix frame = 2;
-             output float sum = 10; output varying color seen = 0; output string told = "";
+             output float sum = 10; output varying color seen = 0; output string said = "";
              output varying float pair[2] = {0, 0})
 {
     sum += scale + weights[0] + weights[1];
     seen = tint * each;
-    told = concat(name, "!");
+    said = concat(name, "!");
     pair[0] = u;
     pair[1] = v;
     Ci = tint * scale * Cs;
@@ -48,7 +48,7 @@ TEST_P(Host, HandsParametersInAndOut)
 
     Run();
     EXPECT_EQ(m_shader->Get("sum").numbers, Numbers{15});
-    EXPECT_EQ(m_shader->Get("told").texts, std::vector<std::string>{"plain!"});
+    EXPECT_EQ(m_shader->Get("said").texts, std::vector<std::string>{"plain!"});
     EXPECT_EQ(m_shader->Get("pair").numbers, (Numbers{0, 1, 0, 1, 0, 0, 1, 1}));
     EXPECT_EQ(m_grid.Get("Oi").numbers[0], 3);
 
@@ -63,7 +63,7 @@ TEST_P(Host, HandsParametersInAndOut)
     Run();
     EXPECT_EQ(m_shader->Get("sum").numbers, Numbers{22}) << "an output starts anew with each run";
     EXPECT_EQ(m_shader->Get("seen").numbers, (Numbers{1, 2, 3, 2, 4, 6, 3, 6, 9, 4, 8, 12}));
-    EXPECT_EQ(m_shader->Get("told").texts, std::vector<std::string>{"other!"});
+    EXPECT_EQ(m_shader->Get("said").texts, std::vector<std::string>{"other!"});
     EXPECT_EQ(m_grid.Get("Oi").numbers[0], 11);
     EXPECT_EQ(m_grid.Values<QxRGBColor>("Ci")[3], (QxRGBColor{1, 1, 0}));
 }
@@ -207,13 +207,13 @@ TEST_F(HostFiles, TakesTheNearestElementForAnIndexOutside)
     // Each kind of storage: parameters and locals, uniform and varying, with one element too.
     constexpr const char* source = R"(
 surface test(float k = 1e6; output float one[1] = {3}; varying float each[2] = {5, 6};
-             output string told[2] = {"a", "b"}; output varying float r[4] = {0, 0, 0, 0};
+             output string said[2] = {"a", "b"}; output varying float r[4] = {0, 0, 0, 0};
              output float sum = 0; output varying float seen = 0)
 {
     uniform float a[3] = {1, 2, 3};
     varying float b[2] = {u, 8};
     varying float e = (u - 0.5) * 1e9;
-    a[k] += 10; a[-k] += 20; b[e] += 100; r[e] = 4; one[k] += 1; told[-k] = "z";
+    a[k] += 10; a[-k] += 20; b[e] += 100; r[e] = 4; one[k] += 1; said[-k] = "z";
     sum = a[0] + 100 * a[2] + 10000 * one[-k];
     seen = b[e] + each[e] + 1000 * b[0];
 }
@@ -298,14 +298,14 @@ TEST_F(HostFiles, LeaksNothingInTwoLives)
     const std::string sanitized = "-O1 -fsanitize=address,undefined -fno-sanitize-recover=all";
     const std::string surface = m_folder.Build("owner", R"(
         surface owner(string name = "plain"; string names[2] = {"x", concat("y", "z")};
-                      varying string each = "e"; output string told = "";
+                      varying string each = "e"; output string said = "";
                       varying float late = noise(u); matrix frame = matrix "shader" 2;)
         {
             uniform string list[2] = {name, names[1]};
             varying string parts[2] = {"", ""};
             parts[1 - u] = concat(list[0], each);
             if (u > 0.5) parts[0] = format("%f %s", late, parts[1]);
-            told = concat(list[0], "!", list[1]);
+            said = concat(list[0], "!", list[1]);
             color sum = 0;
             illuminance (E, N, PI / 2) { sum += Cl + diffuse(N); }
             if (parts[0] != parts[1]) Ci = sum + ambient() + spline(u, 0, 1, 2, 3) + xcomp(Du(P));
@@ -411,8 +411,8 @@ TEST_P(Host, LeavesNothingBehindAfterAnError)
         QxRGBColor Texture(const QxTextureQuery&) override { throw std::runtime_error("no file"); }
     } scene;
     Load(R"(surface test(varying float a = 1) {
-                varying string told = format("%f", s); color c = texture("t", s, t);
-                if (a > s) Ci = c; Oi = c * noise(a * s); if (told == "z") Oi = 0; })");
+                varying string said = format("%f", s); color c = texture("t", s, t);
+                if (a > s) Ci = c; Oi = c * noise(a * s); if (said == "z") Oi = 0; })");
     QxHostGrid grid(64, 64);
     const auto used = [] { return mallinfo2().uordblks + mallinfo2().hblkhd; };
     std::size_t before = 0;

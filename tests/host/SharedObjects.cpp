@@ -56,8 +56,8 @@ std::string SharedObjects::Precompile() const
                "header");
 }
 
-/// All files of a batch stand in one, each in a namespace, with its number behind the names of its
-/// entry points. Their macros are defined anew by each.
+/// All files of a batch are joined into one, each in a namespace, with its number after the names
+/// of its entry points. Each defines its macros again.
 void SharedObjects::WriteBatch(const Batch& batch) const
 {
     std::ofstream all(m_folder / ("batch" + std::to_string(batch.first) + ".cpp"));

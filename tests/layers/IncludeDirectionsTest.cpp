@@ -88,8 +88,8 @@ TEST(IncludeDirections, FoldersIncludeOnlyDownward)
     EXPECT_GT(CheckTree(k_runtime), 20);
 }
 
-// What a shading header includes on its own would be hidden in shared objects and not be found, and
-// most of the standard library takes longer to read than a small shader.
+// Headers that a shading header includes by itself would be hidden in shared objects and not be
+// found, and most of the standard library takes longer to read than a small shader.
 TEST(IncludeDirections, ShadingHeadersKeepToTheSystemHeadersOfTheOne)
 {
     const fs::path folder = fs::path(k_runtime.root) / "shading";

@@ -1,5 +1,5 @@
 // The recipes of CONTRIBUTING.md name places that are there: each file and folder, and in one of
-// those that a step names, each name that it tells to look for.
+// those that a step names, each name that it says to look for.
 
 #include <algorithm>
 #include <filesystem>

@@ -1,4 +1,4 @@
-"""Holds what `sqxdump --json` prints against the schema that docs/listing.md tells.
+"""Holds what `sqxdump --json` prints against the schema in docs/listing.md.
 
 usage: check.py < LISTING        one object a line; prints the name of each shader
 """

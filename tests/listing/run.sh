@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Lists all examples, one of them cut at every section and one as a shared object, as JSON, which
-# must be what the schema tells; what one shader's object holds is compared in full.
+# must follow the schema; the object of one shader is compared in full.
 # usage: run.sh BUILD_DIRECTORY PYTHON
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
@@ -21,7 +21,7 @@ compile() {
     "$build/bin/shaderqx" "$@" >messages 2>&1 || { cat messages; exit 1; }
 }
 check() {
-    "$python" "$here/check.py" <"$1" >names || fail "$1 is not as the schema tells"
+    "$python" "$here/check.py" <"$1" >names || fail "$1 does not follow the schema"
 }
 
 # Preprocessing writes a temporary file next to the source, so do not use a tree that others read.
@@ -34,16 +34,16 @@ check examples.json
 [ "$(wc -l <names)" = "$(find . -name '*.sqx' | wc -l)" ] || fail 'Not one object for each example'
 
 # Cut at every line of a file that has all sections.
-printf '%s\n' 'surface told(float a = 1/0; varying color tint[2] = {color (0, 1, 1), noise(s)};' \
+printf '%s\n' 'surface whole(float a = 1/0; varying color tint[2] = {color (0, 1, 1), noise(s)};' \
     '             output varying point p = point "world" (0, 0, 0); string text = "\"\\\n'$'\xFF\xC3\xA9\xC0\xAF\xE0\x80\x80\xED\xA0\x80\xF0\x80\x80\x80\xF4\x90\x80\x80''";)' \
-    '{ p = P; Ci = diffuse(faceforward(N, I)) * tint[0] + tint[1] + a; P += N; printf(text); }' >told.sl
-compile told.sl
-lines=$(wc -l <told.sqx)
+    '{ p = P; Ci = diffuse(faceforward(N, I)) * tint[0] + tint[1] + a; P += N; printf(text); }' >whole.sl
+compile whole.sl
+lines=$(wc -l <whole.sqx)
 for ((line = 1; line < lines; ++line)); do
-    head -n "$line" told.sqx >cut.sqx
+    head -n "$line" whole.sqx >cut.sqx
     "$build/bin/sqxdump" --json cut.sqx >>cut.json 2>reports &&
-        fail "Cut behind line $line the file passes for whole"
-    grep -q 'line' reports || fail "Cut behind line $line no line is told"
+        fail "Cut after line $line the file is taken for a whole one"
+    grep -q 'line' reports || fail "Cut after line $line no line is named"
 done
 check cut.json
 
@@ -60,16 +60,16 @@ cat >expected <<'JSON'
 {"name":"Ng","read":true,"written":false},{"name":"L","read":true,"written":false},
 {"name":"Cl","read":true,"written":false}],"shadeopLibraries":[],"fault":null}
 JSON
-"$build/bin/sqxdump" --json - <told.sqx | diff <(tr -d '\n' <expected; echo) - || fail 'told.sqx is told otherwise'
+"$build/bin/sqxdump" --json - <whole.sqx | diff <(tr -d '\n' <expected; echo) - || fail 'whole.sqx is listed differently'
 
-# A shared object tells the same, without being loaded.
+# A shared object contains the same facts, without being loaded.
 mkdir object
-compile --dso -d object told.sl
+compile --dso -d object whole.sl
 as_object() {
     sed -e 's/"kind":"byte-code"/"kind":"shared object"/' -e "s/\"file\":\"-\"/\"file\":\"$1\"/" expected | tr -d '\n'
     echo
 }
-"$build/bin/sqxdump" --json - <object/told.sqx | diff <(as_object -) - || fail 'The shared object is told otherwise'
+"$build/bin/sqxdump" --json - <object/whole.sqx | diff <(as_object -) - || fail 'The shared object is listed differently'
 
 # So does that of each example. The data alone, without the code, is built in no time.
 facts_alone() {
@@ -84,7 +84,7 @@ for source in examples/*.sl examples/rows/*.sl; do
 done
 (cd code && "$build/bin/sqxdump" --json ./*.sqx) | sed 's/"kind":"byte-code"/"kind":"shared object"/' >code.json
 (cd objects && "$build/bin/sqxdump" --json ./*.sqx) >objects.json || fail 'The shared objects are not listed'
-diff code.json objects.json || fail 'Shared objects tell something else than byte-code'
+diff code.json objects.json || fail 'Shared objects are listed differently from byte-code'
 
 # What byte-code cannot compute, or cannot hold, is unknown.
 printf '%s\n' "surface wide(float a = pack(0.1, 0.2, 0.3, 0.4); float b = 2; varying float c = b + noise(s)) { Ci = a * b * c; Oi = 1; }" >wide.sl
@@ -105,11 +105,11 @@ surface wide
   writes             Ci Oi
   shadeop libraries  none
 TEXT
-) || fail 'wide.sqx is told otherwise'
+) || fail 'wide.sqx is listed differently'
 
 # Neither is a library that calls itself a shader, nor one of an older compiler.
 printf '%s\n' '#include <cstdio>' 'struct Mark { Mark() { std::fclose(std::fopen("loaded", "w")); } } mark;' >mark.cpp
-{ cat mark.cpp; sed '/QxShaderFacts\[\] __/,$d' told.cpp; } >older.cpp
+{ cat mark.cpp; sed '/QxShaderFacts\[\] __/,$d' whole.cpp; } >older.cpp
 compile_object() {
     # shellcheck disable=SC2086
     c++ -std=c++20 -O0 -w -I"$here/../../runtime/shading" -shared -fPIC -o "$2" "$1"
@@ -123,7 +123,7 @@ for file in mark.sqx older.sqx; do
 done
 [ ! -e loaded ] || fail 'A shared object was loaded'
 "$build/bin/sqxdump" --params --load older.sqx >listing || fail 'An older shared object is not loaded'
-[ -e loaded ] && grep -q 'or depends on the shading point' listing || fail 'An older shared object is told otherwise'
+[ -e loaded ] && grep -q 'or depends on the shading point' listing || fail 'An older shared object is listed differently'
 
 # Hostile files end with a report, whatever was cut off or changed in them.
 "$python" - <<'PYTHON'

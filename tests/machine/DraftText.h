@@ -12,7 +12,8 @@
 ///     A: once g = ASSIGN_BOOL_BOOL g1; { if f ( x = ADD_FLOAT_FLOAT y 2; ) } if not g goto A;
 ///
 /// An instruction is what it writes, '=', its primitive and its other operands; '&x' is read and
-/// written. A lower-case primitive belongs to the machine: `product_plus`. In front stands how it
+/// written. A lower-case primitive belongs to the machine: `product_plus`. The first word says how
+/// it
 /// runs: `once`, for the whole `grid`, `at f` for the points of a flag, `whole f` if it also works
 /// at the others, nothing between parallel brackets, and `all` if it ignores the mask there.
 /// Brackets are '{ }' or 'each { }' and 'if f ( )', with `not` or `copy` before the flag. `lights

@@ -109,7 +109,7 @@ const std::vector<Case>& Cases()
     return cases;
 }
 
-/// Coordinates and periods of both signs, whole numbers, and what has no cell of its own.
+/// Coordinates and periods of both signs, whole numbers, and numbers too large to have a cell.
 float NumberAt(unsigned int place)
 {
     static const float odd[] = {0,     -0.0F,    1,      -1,     0.49999997F, 1e9F,

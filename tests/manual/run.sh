@@ -18,7 +18,7 @@ for page in "$build"/manual/*.1; do
     if command -v mandoc >/dev/null; then
         mandoc -T lint "$page" || failures=1
     fi
-    # Each word that begins with a dash in the program's own help stands in the page.
+    # Each word that begins with a dash in the program's help is in the page.
     plain=$(sed 's/\\-/-/g; s/\\f[BIR]//g' "$page")
     for word in $("$build/bin/$name" --help | grep -oE "^ +'?--?[][A-Za-z0-9+-]+" | tr -d "' "); do
         word=${word/\[dont-\]/}

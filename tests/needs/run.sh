@@ -35,6 +35,6 @@ expect "$(PKG_CONFIG_LIBDIR=$scratch left_out "$1" | grep sqxview)" \
 expect "$(left_out "$1" -DCMAKE_DISABLE_FIND_PACKAGE_nlohmann_json=ON |
     grep nlohmann)" 'sqxdump --json: nlohmann-json is missing
 sqxview, which shows shaders in a browser: nlohmann-json is missing
-sqxls, which tells editors about shaders: nlohmann-json is missing'
+sqxls, the language server for editors: nlohmann-json is missing'
 # What is left can be made by name.
 expect "$(cmake --build "$scratch/build" --target help | grep -cE '\b(shaderqx|sqxdump|sqxmake|bench)\b')" 4

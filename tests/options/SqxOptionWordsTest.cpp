@@ -10,32 +10,32 @@ namespace {
 std::string Walk(const std::vector<std::string>& arguments)
 {
     SqxOptionWords words(arguments);
-    std::string told;
+    std::string said;
     try {
         while (words.Next())
             if (!words.IsOption())
-                told += "[" + words.Word() + "]";
+                said += "[" + words.Word() + "]";
             else if (const auto output = words.Value("-o", "a file"))
-                told += "o=" + *output + ";";
+                said += "o=" + *output + ";";
             else if (const auto size = words.Value("--size", "a size"))
-                told += "size=" + *size + ";";
+                said += "size=" + *size + ";";
             else if (words.Is("--sizes"))
-                told += "sizes;";
+                said += "sizes;";
             else if (words.Is("-h, -?, --help"))
-                told += "help;";
+                said += "help;";
             else
                 words.RefuseWord();
     } catch (const SqxUsageError& error) {
-        return told + error.what();
+        return said + error.what();
     }
-    return told;
+    return said;
 }
 
 TEST(SqxOptionWords, TellsOptionsValuesAndFilesApart)
 {
     struct {
         std::vector<std::string> words;
-        const char* told;
+        const char* said;
     } static const cases[] = {
         {{}, ""},
         {{"a", "-ob", "-", "c"}, "[a]o=b;[-][c]"},
@@ -45,16 +45,16 @@ TEST(SqxOptionWords, TellsOptionsValuesAndFilesApart)
         {{"a", "--", "-ob", "--", "-"}, "[a][-ob][--][-]"},
         {{"-o", "--", "--"}, "o=--;"},  // the first one is the file
         {{"--"}, ""},
-        {{"a", "-o"}, "[a]Option '-o' needs a file behind it"},
-        {{"-o", ""}, "Option '-o' needs a file behind it"},
-        {{"--size="}, "Option '--size' needs a size behind it"},
+        {{"a", "-o"}, "[a]Option '-o' needs a file after it"},
+        {{"-o", ""}, "Option '-o' needs a file after it"},
+        {{"--size="}, "Option '--size' needs a size after it"},
         {{"--sizer"}, "Unknown option '--sizer'"},
         {{"--help=1"}, "Unknown option '--help=1'"},
         {{"-hx"}, "Unknown option '-hx'"},
         {{"-h, -?"}, "Unknown option '-h, -?'"},
     };
     for (const auto& one : cases)
-        EXPECT_EQ(Walk(one.words), one.told);
+        EXPECT_EQ(Walk(one.words), one.said);
 }
 
 }  // namespace

@@ -65,7 +65,7 @@ for page in "$pages"/*.md "$pages"/docs/*.md; do
     done
 done
 
-# The programs, from a folder of their own, on installed examples.
+# The programs, from a separate folder, on installed examples.
 mkdir elsewhere
 (
     cd elsewhere

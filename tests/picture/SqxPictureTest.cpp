@@ -44,7 +44,7 @@ TEST_F(Picture, ShowsCoarseOnesFirst)
     EXPECT_EQ(picture.Render(watch), SqxPictureEnd::Whole);
     EXPECT_EQ(widths, (std::vector{13U, 50U, 100U, 100U}));
 
-    // The end is what it is without the coarse ones.
+    // The final picture is the same as without the coarse ones.
     SqxPicture plain(Settings(k_ramp));
     EXPECT_EQ(plain.Render({}), SqxPictureEnd::Whole);
     EXPECT_EQ(plain.Bytes(SqxEncoding::Linear), last);

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The documents lead to files that exist, by links and by paths in code; every page is led to from
 # README.md; and the gallery is what its script makes of the examples, with all pictures. Every example
-# stands in the table of its folder.
+# is in the table of its folder.
 # usage: links.sh
 set -euo pipefail
 cd "$(dirname "$0")/../.."

@@ -26,7 +26,7 @@ public:
     /// Fails the test that is running, and ends it, if there is none of that name.
     [[nodiscard]] const Example& Named(const std::string& name) const;
 
-    /// What the program says when it compiles an example, with `options` in front of its own. Each
+    /// What the program says when it compiles an example, with `options` before the example's. Each
     /// example goes through the preprocessor only once.
     [[nodiscard]] static std::string Messages(const Example& example, const std::string& options);
     /// The byte-code file of an example that has one; any report fails the test that is running.
@@ -35,7 +35,7 @@ public:
     [[nodiscard]] static std::string Preprocessed(const Example& example);
 
 private:
-    /// Where the source behind the preprocessor is, which says where each line comes from.
+    /// The path of the preprocessed source, which says where each line comes from.
     [[nodiscard]] static std::filesystem::path Prepare(const Example& example);
     [[nodiscard]] static std::string Run(const std::string& arguments);
 

@@ -363,7 +363,7 @@ TEST_F(ExampleValues, OfLights)
          {{"Ps", {0, 0, 2, 0, 0.8F, 2, 0, 4, 2}}},
          "Cl",
          {0.5, 0.25, 0.75, 0, 0, 0, 0, 0, 0}},
-        // Behind a rod, between two, and too near.
+        // Shadowed by a rod, between two, and too near.
         {"blockerlight",
          {{"spacing", {0.4F}}, {"Ps", {0, 0, 2, 0.4F, 0, 2, 0, 0, 0.4F}}},
          "Cl",

@@ -200,7 +200,7 @@ TEST(SqxDumpTool, PrintsADamagedFileUpToTheFault)
     const auto [status, output] = file.Dump("'" + file.Path() + "'");
     EXPECT_EQ(status, 1);
     EXPECT_NE(output.find("    MULT_COLOR_FLOAT"), std::string::npos) << output;
-    EXPECT_NE(output.find(", main: Nothing was expected behind the main code\n"), std::string::npos)
+    EXPECT_NE(output.find(", main: Nothing was expected after the main code\n"), std::string::npos)
         << output;
 }
 
@@ -234,12 +234,11 @@ TEST(SqxDumpTool, EndsWithAReportAndStatus1)
     EXPECT_EQ(file.Dump("/no/such/file"),
               Result(1, "sqxdump: /no/such/file: No such file or directory\n"));
     EXPECT_EQ(file.Dump("/tmp"), Result(1, "sqxdump: /tmp: Is a directory\n"));
-    const std::string help = "; '--help' tells of all options\n";
+    const std::string help = "; '--help' lists all options\n";
     EXPECT_EQ(file.Dump(""), Result(2, "sqxdump: No file is given" + help));
     EXPECT_EQ(file.Dump("--wrong x"), Result(2, "sqxdump: Unknown option '--wrong'" + help));
-    EXPECT_EQ(
-        file.Dump("x --param"),
-        Result(2, "sqxdump: Option '--param' needs the name of a parameter behind it" + help));
+    EXPECT_EQ(file.Dump("x --param"),
+              Result(2, "sqxdump: Option '--param' needs the name of a parameter after it" + help));
     EXPECT_EQ(file.Dump("--json --section main x").first, 2);
 
     const CompiledFile good(ByteCodeOf("surface test() { Ci = 0; }", 2));

@@ -163,7 +163,7 @@ TEST(SlcCheckDetail, ChecksArgumentsOfBuiltIns)
          ""},
         {"surface a() { uniform vector d; Ci = occlusion(P, N, 4, \"environmentdir\", d); }",
          "1: ERROR: Argument 4 of function 'occlusion' cannot be uniform"},
-        // A value that was promoted stands in front.
+        // A promoted value comes first.
         {"surface a(varying float k = 1) { Ci = indirectdiffuse(P, N, 8, \"axis\", 1, "
          "\"occlusion\", "
          "k); }",
@@ -409,7 +409,7 @@ TEST(SlcCheckInlineDetail, SeesWhatALocalFunctionDoesToOuterVariables)
     EXPECT_EQ(AssignedDetails()(body->GetStatements()[5].get()), "varying");
 }
 
-// Whatever writes a local, it is not uniform behind it, nor ahead of it in a loop.
+// After any write of a varying value a local is not uniform, nor before it in a loop.
 TEST(SlcCheckInlineDetail, SeesEveryWriteOfALocal)
 {
     static const char* const bodies[] = {

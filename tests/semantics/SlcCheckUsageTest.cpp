@@ -164,7 +164,8 @@ TEST(SlcCheckUsage, JudgesOutputArgumentsAtTheCall)
          "2: " + k_isUsed},
         {"void f(output float r; float z) { r = z; }\n f(x, x);",
          "2: WARNING: Variable 'x' is both input 'z' and output 'r' of 'f': what is written to "
-         "'r' is read from 'z'\n2: " + k_isNot},
+         "'r' is read from 'z'\n2: " +
+             k_isNot},
     };
     for (const UsageCase& c : cases)
         Expect(c);
@@ -172,7 +173,7 @@ TEST(SlcCheckUsage, JudgesOutputArgumentsAtTheCall)
 
 TEST(SlcCheckUsage, FollowsDeepAndLongCode)
 {
-    // Each branch sets a variable of its own, so that what a branch hands on grows with the depth.
+    // Each branch sets another variable, so that the record of a branch grows with the depth.
     std::string branches;
     std::string ends;
     for (int i = 0; i < 2000; ++i) {

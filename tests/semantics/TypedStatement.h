@@ -9,7 +9,7 @@
 /// the semantic passes: f1 f2 c1 c2 p1 p2 v1 v2 n1 n2 m1 m2 s1 s2, and the arrays fa and ca.
 class TypedStatement {
 public:
-    /// `functions` stands in front of the shader.
+    /// `functions` precede the shader.
     explicit TypedStatement(const std::string& statement, const std::string& kind = "surface",
                             const std::string& functions = "");
 

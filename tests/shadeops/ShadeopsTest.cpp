@@ -10,8 +10,8 @@
 #include <memory>
 
 #include "QxHostError.h"
-#include "host/QxHost.h"
 #include "helpers/ShaderFolder.h"
+#include "host/QxHost.h"
 #include "shadeops/NativeShadeops.h"
 
 namespace {
@@ -241,7 +241,7 @@ surface late(varying float k = wave(s); uniform float w[2] = {wave(0.25), wave(0
             EXPECT_FLOAT_EQ(interpreted.Oi[i], built.Oi[i]) << level << ' ' << i;
         }
         EXPECT_NE(built.Ci, Numbers(built.Ci.size(), 0));
-        EXPECT_EQ(built.Oi[1], 1) << "a default value of its own";
+        EXPECT_EQ(built.Oi[1], 1) << "its default value";
     }
 }
 

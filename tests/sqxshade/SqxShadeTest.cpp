@@ -164,7 +164,7 @@ TEST_F(SqxShade, RunsEachKindOfShader)
     Shade(Code("lamp", "light lamp() { solar(vector(0, 1, 0), 0) { Cl = 1; } }"));
     EXPECT_LT(At(k_middle, k_high).r, At(k_middle, k_low).r) << "lit from below";
 
-    // The sphere grows, but not where it is pressed flat, and is lit as it then stands.
+    // The sphere grows, but not where it is pressed flat, and the moved surface is lit.
     Shade(Code("press", R"(displacement press() {
               point p = transform("world", P);
               P = transform("world", "current", 1.2 * point(xcomp(p), ycomp(p), max(zcomp(p), 0)));
@@ -287,7 +287,7 @@ TEST_F(SqxShade, RefusesWhatIsWrong)
         {"--param a=1", "No shader is given"},
         {"--tilt good.sqx", "Unknown option '--tilt'"},
         {"--square=1 good.sqx", "Unknown option '--square=1'"},
-        {"good.sqx --size", "Option '--size' needs WIDTHxHEIGHT behind it"},
+        {"good.sqx --size", "Option '--size' needs WIDTHxHEIGHT after it"},
         {"good.sqx --size 20", "The size must be WIDTHxHEIGHT, but is '20'"},
         {"good.sqx --size 20x0", "The height must be from 1 to 8192, but is '0'"},
         {"good.sqx --samples=x", "The number of samples must be from 1 to 16, but is 'x'"},
@@ -313,7 +313,7 @@ TEST_F(SqxShade, RefusesWhatIsWrong)
         {"good.sqx -o .", "Cannot write '.': Is a directory"},
         {"good.sqx -o /dev/full", "Cannot write '/dev/full'"},
     };
-    bool isUsage = true;  // what is wrong stands in the words alone
+    bool isUsage = true;  // the fault is in the words alone
     for (const auto& c : cases) {
         isUsage = isUsage && std::string_view(c.arguments) != "good.sqx --param Kd=1";
         EXPECT_EQ(Run("--size 8x8 -o out.png " + std::string(c.arguments)), isUsage ? 2 : 1)

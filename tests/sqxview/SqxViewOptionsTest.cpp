@@ -20,7 +20,7 @@ TEST(SqxViewOptions, TakesItsOwnAndThoseOfThePicture)
     EXPECT_EQ(options.shade.picture.shape, SqxShapeKind::Square);
     ASSERT_EQ(options.shade.shaders.size(), 2U);
     EXPECT_EQ(options.shade.shaders[0].parameters[0].second, "--open");
-    EXPECT_EQ(options.shade.shaders[1].path, "./-b.sl") << "no option to whom it is told";
+    EXPECT_EQ(options.shade.shaders[1].path, "./-b.sl") << "not an option to another program";
     EXPECT_EQ(options.shade.textures[0].first, "--port") << "the value of another option";
 }
 
@@ -33,7 +33,7 @@ TEST(SqxViewOptions, RefusesWhatMakesNoSense)
         {{}, "No shader is given"},
         {{"a.sqx"}, "'a.sqx' is no source: its name must end in .sl"},
         {{"--port", "0", "a.sl"}, "The port must be from 1 to 65535, but is '0'"},
-        {{"a.sl", "--port"}, "Option '--port' needs a number behind it"},
+        {{"a.sl", "--port"}, "Option '--port' needs a number after it"},
         {{"--time-limit", "9999", "a.sl"}, "The time limit must be from 1 to 3600, but is '9999'"},
         {{"-o", "b.png", "a.sl"}, "Unknown option '-o'"},
         {{"--dso", "a.sl"}, "Unknown option '--dso'"},
@@ -100,13 +100,13 @@ TEST(SqxViewReport, ShowsTheLinesAroundEachPlace)
                           read);
     ASSERT_EQ(excerpts.size(), 2U);
     EXPECT_EQ(excerpts[0].file, "a:b.sl");
-    std::string told;
+    std::string said;
     for (const SqxViewExcerpt& excerpt : excerpts) {
         for (const SqxViewExcerpt::Line& line : excerpt.lines)
-            told += (line.marked ? ">" : "") + line.text + " ";
-        told += "| ";
+            said += (line.marked ? ">" : "") + line.text + " ";
+        said += "| ";
     }
-    EXPECT_EQ(told, "1 >2 3 4 >5 6 7 | 10 11 >12 | ");
+    EXPECT_EQ(said, "1 >2 3 4 >5 6 7 | 10 11 >12 | ");
 }
 
 }  // namespace

@@ -95,11 +95,11 @@ TEST_F(SqxViewServerTest, RefusesOtherHostsAndOrigins)
     };
     WaitForWhole();
     for (const auto& one : cases) {
-        std::string told;
+        std::string headers;
         for (const auto& [name, value] : one.headers)
-            told += name + ": " + value + "\n";
-        EXPECT_EQ(StatusOf("/state", one.headers), one.status) << told;
-        EXPECT_EQ(StatusOfChange("param.0.Kd=1", one.headers), one.status) << told;
+            headers += name + ": " + value + "\n";
+        EXPECT_EQ(StatusOf("/state", one.headers), one.status) << headers;
+        EXPECT_EQ(StatusOfChange("param.0.Kd=1", one.headers), one.status) << headers;
     }
 }
 

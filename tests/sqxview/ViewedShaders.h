@@ -13,7 +13,7 @@
 constexpr const char* k_flat =
     "surface flat(float Kd = 0.5; color tint = 1) { Ci = Kd * tint; Oi = 1; }\n";
 
-/// Sources in a folder of their own, under the eyes of a session.
+/// Sources in a separate folder, watched by a session.
 class ViewedShaders : public ::testing::Test {
 protected:
     /// Small pictures, so that most time goes into what is tested.

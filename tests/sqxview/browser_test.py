@@ -1,7 +1,7 @@
 """The page of sqxview in a real browser, without a window.
 
 usage: SLC_TEST_BROWSER=1 browser_test.py PROGRAM_DIRECTORY
-Status 77: skipped, because nobody asked for it or there is no browser; it says which.
+Status 77: skipped, because it was not requested or there is no browser; it says which.
 """
 
 import contextlib
@@ -140,7 +140,7 @@ class PageTest(unittest.TestCase):
         self.wait_for_text("#command", "--torus")
         self.wait_for_text("#command", "point:from=-2.5,3,-4:intensity=0.")
 
-    def test_unfit_values_are_told(self):
+    def test_unfit_values_are_reported(self):
         self.browser.run("document.querySelector(\"input[aria-label='Samples']\").select()")
         self.browser.type("input[aria-label='Samples']", "99")
         self.wait_for_text("#refusal", "The number of samples must be from 1 to 16, but is '99'")

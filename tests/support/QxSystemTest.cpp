@@ -134,7 +134,7 @@ TEST_F(QxSystemTest, LaunchesProgramsWithTheStandardStreamsAlone)
     std::fclose(open);
 }
 
-/// Whoever ignores the signal still learns how the program ended.
+/// A caller that ignores the signal still learns how the program ended.
 TEST_F(QxSystemTest, WaitsWhateverBecomesOfTheChildSignal)
 {
     const auto before = std::signal(SIGCHLD, SIG_IGN);

@@ -11,7 +11,7 @@ namespace {
 // clang-format off
 constexpr std::string_view k_description[] = {
     "Compiles one shader, written in the RenderMan Shading Language, into one file 'SHADER.sqx', named for the shader: byte-code for a shading virtual machine, or with '--dso' a shared object.",
-    "The source passes through a preprocessor first, as that of C; sqxcpp(1) is a program of it. Reports tell file, line and the source line at fault; they go to standard error.",
+    "The source passes through a preprocessor first, as that of C; sqxcpp(1) is a program of it. Reports give file, line and the source line at fault; they go to standard error.",
     "Options work in their order, so that a later one overrules an earlier one.",
 };
 

@@ -45,7 +45,7 @@ std::optional<std::string> SqxOptionWords::Value(std::string_view option, std::s
         value = m_words[++m_position];
     if (value.empty())
         throw SqxUsageError("Option '" + std::string(option) + "' needs " + std::string(what) +
-                            " behind it");
+                            " after it");
     return value;
 }
 

@@ -30,7 +30,7 @@ of 0. Where that matters, test `abs(a / b - round(a / b))`, or add half a step f
     {"min", R"(Two or more arguments; of colors and points, component by component.)"},
     {"max", R"(Two or more arguments; of colors and points, component by component.)"},
     {"clamp",
-     R"(Of colors and points, component by component; the bounds may be a float, which stands for
+     R"(Of colors and points, component by component; the bounds may be a float, which counts as
 three equal components.)"},
     {"mix",
      R"(x is not clamped. Colors and points are mixed component by component; points are not turned.)"},
@@ -252,7 +252,7 @@ leads away from the surface. Names and values come after p, n and samples, in an
 | `"occlusion"` | variable, a float, which gets what `occlusion` returns | |)"},
 
     {"printf",
-     R"(Once for each point if an argument is varying or the call stands under a varying condition, else once. No line
+     R"(Once for each point if an argument is varying or the call is under a varying condition, else once. No line
 break is added: write `\n`.)"},
     {"format",
      R"(`%f`, `%d`, `%s`, `%c`, `%p` and `%m` each take the next argument, which is written by its own type:

@@ -56,7 +56,7 @@ constexpr SqxBuiltInMeaning k_meanings[] = {
     {"Du",           k_change,     "derivative by the surface parameter u"},
     {"Dv",           k_change,     "derivative by the surface parameter v"},
     {"Deriv",        k_change,     "`Deriv(a, b)`: derivative of a by b"},
-    {"area",         k_change,     "area of the surface that a shading point stands for"},
+    {"area",         k_change,     "area of the surface that a shading point represents"},
     {"calculatenormal", k_change,  "normal of the surface that the points form: `Du(p) ^ Dv(p)`"},
 
     {"length",       k_geometry,   "length of a vector"},

@@ -12,7 +12,7 @@ namespace {
 
 constexpr const char* k_usage =
     "Usage: sqxreference ROOT\n"
-    "Makes the tables in ROOT/docs and the syntax files in ROOT/editors anew.\n";
+    "Makes the tables in ROOT/docs and the syntax files in ROOT/editors again.\n";
 
 std::string ReadFile(const std::string& path)
 {

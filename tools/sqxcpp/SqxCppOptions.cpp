@@ -11,7 +11,7 @@ namespace {
 // clang-format off
 constexpr std::string_view k_description[] = {
     "Preprocesses a shader's source: includes files, replaces macros and takes out comments. The result has line markers, so that reports name the lines of the source. What no C program may hold, such as a lone apostrophe, passes through: the compiler reports it.",
-    "The compiler does the same by itself. This program is there for whoever wants to see the result, or the files that a source is made of.",
+    "The compiler does the same by itself. This program shows the result, or the files that a source is made of.",
 };
 
 //   word               argument     effect
@@ -48,7 +48,7 @@ constexpr SqxEntry k_statuses[] = {
 
 constexpr SqxEntry k_examples[] = {
     {"sqxcpp -Iinclude marble.sl", "shows what the compiler reads"},
-    {"sqxcpp -M -Iinclude marble.sl", "tells of which files the source is made"},
+    {"sqxcpp -M -Iinclude marble.sl", "lists the files that the source is made of"},
 };
 // clang-format on
 

@@ -75,7 +75,7 @@ int main(int argc, char** argv)
             return SqxPrintInformation(SqxCppProgram(), options.information);
         return Run(options) ? 0 : 1;
     } catch (const SqxUsageError& error) {
-        std::cerr << "sqxcpp: " << error.what() << "; '--help' tells of all options\n";
+        std::cerr << "sqxcpp: " << error.what() << "; '--help' lists all options\n";
         return 2;
     }
 }

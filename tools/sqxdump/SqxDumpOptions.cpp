@@ -11,9 +11,9 @@ namespace {
 
 // clang-format off
 constexpr std::string_view k_description[] = {
-    "Prints byte-code as text: its sections, then one instruction a line. With '--params' or '--json' it tells of each shader what its user has to know: its parameters with their default values, and what it does with lights, rays and predefined variables.",
+    "Prints byte-code as text: its sections, then one instruction a line. With '--params' or '--json' it prints the interface of each shader: its parameters with their default values, and what it does with lights, rays and predefined variables.",
     "Default values are computed, in a scene that knows nothing. No code of a listed file runs. With '-I' a shadeop library is loaded if a default value calls a function of it, and with '--load' a shared object that does not say what it holds: name only what you trust.",
-    "Of a damaged file it prints what stands in front of the fault.",
+    "Of a damaged file it prints the part before the fault.",
 };
 
 //   word             argument  effect
@@ -40,7 +40,7 @@ constexpr SqxEntry k_statuses[] = {
 };
 
 constexpr SqxEntry k_examples[] = {
-    {"sqxdump --params marble.sqx", "tells of the parameters of a shader"},
+    {"sqxdump --params marble.sqx", "lists the parameters of a shader"},
     {"sqxdump --json shaders/*.sqx > shaders.json", "the same of a library, for programs"},
     {"sqxdump --section main marble.sqx", "prints the instructions of its main block"},
 };
@@ -85,7 +85,7 @@ const SqxProgram& SqxDumpProgram()
 {
     static constexpr SqxProgram k_program = {
         "sqxdump",
-        "tells what compiled shaders hold",
+        "shows the contents of compiled shaders",
         "[options] FILE.sqx...",
         k_description,
         k_options,

@@ -27,7 +27,7 @@ bool PrintCode(const std::string& file, const SqxCompiledFile& compiled,
                const SqxDumpOptions& options)
 {
     if (compiled.IsSharedObject())
-        return Report(file, "A shared object has no byte-code; '--params' tells of it");
+        return Report(file, "A shared object has no byte-code; '--params' lists its interface");
     SqxReader reader;
     const bool isWhole = reader.Read(compiled.Bytes());
     const SqxShader& shader = reader.Shader();
@@ -115,7 +115,7 @@ int main(int argc, char** argv)
     try {
         return Run(SqxReadDumpOptions({argv + 1, argv + argc}));
     } catch (const SqxUsageError& error) {
-        std::cerr << "sqxdump: " << error.what() << "; '--help' tells of all options\n";
+        std::cerr << "sqxdump: " << error.what() << "; '--help' lists all options\n";
         return 2;
     }
 }

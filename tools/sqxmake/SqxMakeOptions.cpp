@@ -14,10 +14,10 @@ constexpr int k_maxJobs = 1024;
 
 // clang-format off
 constexpr std::string_view k_description[] = {
-    "Compiles shaders: those named, and all '.sl' files in the folders named and below them. Only what changed since the last time is compiled: a source, a file that it includes, a shadeop library that it calls into, one of either that is new and comes first, the options, or the compiler itself. Each '.sqx' file is named for its shader and stands in the output folder.",
+    "Compiles shaders: those named, and all '.sl' files in the folders named and below them. Only what changed since the last time is compiled: a source, a file that it includes, a shadeop library that it calls into, one of either that is new and comes first, the options, or the compiler itself. Each '.sqx' file is named for its shader and written to the output folder.",
     "Sources are compiled side by side; the messages of each are printed together. A source that is refused leaves no '.sqx' file, not even its earlier one. Its reports come again only when they or the source have changed.",
     "Shaders of one name would overwrite each other. That is reported before anything is built; '--tree' keeps them apart.",
-    "The work is done by ninja, which must be installed. What is known from one run to the next stands in the folder '.sqxmake' of the output folder, which may be removed at any time.",
+    "The work is done by ninja, which must be installed. State between runs is kept in the folder '.sqxmake' of the output folder, which may be removed at any time.",
 };
 
 //   word                      argument  effect

@@ -18,7 +18,7 @@ int main(int argc, char** argv)
             return SqxCompileForAnother(options);
         return options.step ? SqxCompileStep(options) : SqxMakeBuild(options);
     } catch (const SqxUsageError& error) {
-        std::cerr << "sqxmake: " << error.what() << "; '--help' tells of all options\n";
+        std::cerr << "sqxmake: " << error.what() << "; '--help' lists all options\n";
         return 2;
     } catch (const std::exception& error) {
         std::cerr << "sqxmake: " << error.what() << '\n';

@@ -126,7 +126,7 @@ void AddShader(Options& options, const std::string& path)
 // clang-format off
 constexpr std::string_view k_description[] = {
     "Shades a shape with a shader and writes the picture as a PNG file. SHADER is a source, SHADER.sl, which is compiled first, or SHADER.sqx, byte-code or a shared object. A surface shader colors the shape. A displacement shader moves its points; normals follow if the shader leaves them. A light shader lights it from the upper left, in place of the default lights. A volume shader fills the space between the camera and the shape, and an imager shader works on the finished picture. One of each kind, and several lights, can be given together. Where no surface shader is given, the shape is of plain plastic.",
-    "In the camera's space, which is 'current', x leads to the right, y up, and z away from the camera; points and vectors in '--param' are meant in it. 'world' stands alike, but begins in the middle of the shape, 5 units away; lights are placed in it. 'shader' and 'object' are the shape's own, and 'screen', 'NDC' and 'raster' the picture's. s and u run to the right, t and v down. A light shader stands at its own 'shader' space, from where z leads to the shape.",
+    "In the camera's space, which is 'current', x leads to the right, y up, and z away from the camera; points and vectors in '--param' are meant in it. 'world' has the same directions, but its origin is the middle of the shape, 5 units away; lights are placed in it. 'shader' and 'object' are the shape's own, and 'screen', 'NDC' and 'raster' the picture's. s and u run to the right, t and v down. A light shader is at the origin of its own 'shader' space, from where z leads to the shape.",
     "There are no files and no other things to see: a texture is a check of two colors, environments and traced rays see a sky above a ground.",
 };
 
@@ -145,7 +145,7 @@ constexpr OptionRow k_options[] = {
      [](Options& o, const std::string&) { o.picture.shape = SqxShapeKind::Square; }},
     {{"--torus", "", "shades a torus of outer radius 1"},
      [](Options& o, const std::string&) { o.picture.shape = SqxShapeKind::Torus; }},
-    {{"--param", "NAME=VALUE", "sets a parameter of the shader in front of it: a text, a number, or numbers between commas; a color may be one number"},
+    {{"--param", "NAME=VALUE", "sets a parameter of the shader before it: a text, a number, or numbers between commas; a color may be one number"},
      ReadParameter},
     {{"--size", "WIDTHxHEIGHT", "pixels; 256x256 by default"}, ReadSize},
     {{"--samples", "N", "N times N samples smooth each pixel; 3 by default"},

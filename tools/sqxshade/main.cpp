@@ -26,7 +26,7 @@ int main(int argc, char** argv)
     try {
         return Run(SqxReadShadeOptions({argv + 1, argv + argc}));
     } catch (const SqxUsageError& error) {
-        std::cerr << "sqxshade: " << error.what() << "; '--help' tells of all options\n";
+        std::cerr << "sqxshade: " << error.what() << "; '--help' lists all options\n";
         return 2;
     }
 }

@@ -7,7 +7,7 @@ using namespace std::string_view_literals;
 // clang-format off
 constexpr std::string_view k_description[] = {
     "Serves one page on this machine that shows a picture of a shader, its parameters, what the compiler says of it, and its byte-code. The address is printed; only this machine can reach it. Once the source or a file that it includes is saved, it is compiled and shaded again.",
-    "Several shaders work together as with sqxshade(1): one of each kind, and any number of lights. The page tells the command of sqxshade that makes the same picture.",
+    "Several shaders work together as with sqxshade(1): one of each kind, and any number of lights. The page shows the command of sqxshade that makes the same picture.",
     "The program runs until Ctrl-C ends it.",
 };
 
@@ -17,7 +17,7 @@ constexpr SqxOption k_options[] = {
     {"--open"sv,                ""sv,                  "opens the page in the browser"sv},
     {"--time-limit"sv,          "SECONDS"sv,           "ends a picture that takes longer; 10 by default"sv},
     {"-w0, -w1, -w2"sv,         ""sv,                  "level of warnings; -w1 by default"sv},
-    {"--param"sv,               "NAME=VALUE"sv,        "sets a parameter of the shader in front of it, as with sqxshade(1)"sv},
+    {"--param"sv,               "NAME=VALUE"sv,        "sets a parameter of the shader before it, as with sqxshade(1)"sv},
     {"--sphere, --square, --torus"sv, ""sv,            "the shape to shade; a sphere by default"sv},
     {"--size"sv,                "WIDTHxHEIGHT"sv,      "pixels; 256x256 by default"sv},
     {"--samples"sv,             "N"sv,                 "N times N samples smooth each pixel; 3 by default"sv},

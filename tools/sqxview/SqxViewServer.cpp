@@ -57,7 +57,7 @@ std::string RefusalOf(const Request& request, int port)
     }
     // Forms of one kind are all that is read, and their length is known before.
     if (request.has_header("Transfer-Encoding"))
-        return "The length of the request is not told";
+        return "The request does not state its length";
     if (request.method == "POST" && !request.get_header_value("Content-Type").starts_with(k_form))
         return "The request is no form";
     return "";

@@ -71,7 +71,7 @@ int main(int argc, char** argv)
             return SqxPrintInformation(SqxViewProgram(), options.information);
         return View(options);
     } catch (const SqxUsageError& error) {
-        std::cerr << "sqxview: " << error.what() << "; '--help' tells of all options\n";
+        std::cerr << "sqxview: " << error.what() << "; '--help' lists all options\n";
         return 2;
     } catch (const std::exception& error) {
         std::cerr << "sqxview: " << error.what() << '\n';

@@ -1,4 +1,4 @@
-// Default values from functions, some of which have varying variables of their own.
+// Default values from functions, some of which have varying local variables.
 float shape(uniform float x) { uniform float y = x * 2; uniform float z = noise(y); if (y > 3) z += y; return z + y; }
 float plain(uniform float x) { varying float w = x; w += 1; if (w > 2) w = 3; return x; }
 float half(float x) { return x / 2; }

@@ -22,8 +22,8 @@ void Lead(const char* surfacePath, const char* lightPath)
         QxHostGrid grid(columns, 3);
         first.Run(grid, scene);
         second.Run(grid, scene);
-        std::printf("%s %s\n", first.Get("told").texts.at(0).c_str(),
-                    second.Get("told").texts.at(0).c_str());
+        std::printf("%s %s\n", first.Get("said").texts.at(0).c_str(),
+                    second.Get("said").texts.at(0).c_str());
     }
 }
 

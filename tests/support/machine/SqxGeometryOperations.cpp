@@ -11,7 +11,7 @@ using Vector = QxVector3;
 using Color = QxRGBColor;
 using Matrix = QxMatrix44;
 
-/// A function object of the run time over the arguments, whose types are told.
+/// A function object of the run time over the arguments, whose types are given.
 template <class Function, class... Arguments>
 void Call(const SqxCall& call)
 {
@@ -62,8 +62,8 @@ void FaceForward(const SqxCall& call)
     call.Set(0, QxFaceForward(call.Get<Vector>(1), call.Get<Vector>(2), trueNormal));
 }
 
-/// The variables that stand behind the arguments take the two shares and, if they are there, the
-/// two directions.
+/// The variables after the arguments take the two shares and, if they are there, the two
+/// directions.
 void Fresnel(const SqxCall& call)
 {
     const auto shares = QxFresnel(call.Get<Vector>(0), call.Get<Vector>(1), call.Get<float>(2));

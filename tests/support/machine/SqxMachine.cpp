@@ -273,8 +273,8 @@ bool SqxMachine::Flag(const SqxCode& code, std::size_t point)
     return SqxCall(*this, *m_store, code.operands, point).Get<bool>(0) == code.wanted;
 }
 
-/// Where a uniform flag that was left out decides, no point may be active, and nobody reads what is
-/// made inside. So it is made, and is poison.
+/// Where a uniform flag that was left out decides, no point may be active, and nothing reads what
+/// is made inside. So it is made, and is poison.
 bool SqxMachine::Enters(const SqxCode& code, std::size_t point)
 {
     const auto flag = static_cast<std::size_t>(code.operands[0]);

@@ -43,8 +43,8 @@ std::size_t SqxMachine::BeginLights(const SqxCode& code, std::size_t index)
     return index + 1;
 }
 
-/// The instruction goes back to the one behind the loop's beginning, which tells the loop. Loops
-/// that were left by a jump end here too.
+/// The instruction goes back to the one after the loop's beginning, which identifies the loop.
+/// Loops that were left by a jump end here too.
 std::size_t SqxMachine::EndLights(const SqxCode& code, std::size_t index)
 {
     while (!m_lightLoops.empty() && m_lightLoops.back().begin + 1 != code.other)

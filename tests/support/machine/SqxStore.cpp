@@ -106,7 +106,7 @@ const SqxStore::Binding& SqxStore::Resolve(std::size_t reference, std::size_t po
 {
     const Binding& binding = m_values[reference].bindings[Place(reference, point)];
     if (binding.array == k_uniformPoint)
-        throw SqxFault{"Reference " + std::to_string(reference) + " stands for nothing yet"};
+        throw SqxFault{"Reference " + std::to_string(reference) + " refers to nothing yet"};
     return binding;
 }
 

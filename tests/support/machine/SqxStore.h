@@ -13,8 +13,8 @@ struct SqxFault {
     std::string message;
 };
 
-/// What a number holds that nothing has written: a NaN that arithmetic hands on, told from the NaN
-/// of a shader's own `0 / 0`.
+/// The value of a number that nothing has written: a NaN that arithmetic propagates, distinct from
+/// the NaN of a shader's own `0 / 0`.
 [[nodiscard]] float SqxPoison();
 [[nodiscard]] std::string SqxPoisonText();
 [[nodiscard]] bool SqxIsPoison(float number);

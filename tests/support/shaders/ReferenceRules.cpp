@@ -4,7 +4,7 @@
 // from uniform values. Whatever is assigned to it, it is no longer. A function is judged at each
 // call, with what the call gives it; a loop is swept until nothing changes. In a function that the
 // shader does not call, and in what that calls, only what varies for certain is refused. Where it
-// is a matter of taste whether a compiler sees that a value is uniform, as behind the other branch
+// is a matter of taste whether a compiler sees that a value is uniform, as after the other branch
 // of a condition, the verdict stays open.
 
 #include <algorithm>
@@ -15,8 +15,8 @@
 
 namespace {
 
-/// `Untold` is what depends on a call, or was uniform until something was assigned to it.
-enum class Detail { Uniform, Untold, Varying };
+/// `Open` is a detail that depends on a call, or was uniform until something was assigned to it.
+enum class Detail { Uniform, Open, Varying };
 
 /// The least and the most that a compiler may take a detail for.
 struct Range {
@@ -27,8 +27,8 @@ struct Range {
 };
 
 constexpr Range k_uniform = {Detail::Uniform, Detail::Uniform};
-constexpr Range k_untold = {Detail::Untold, Detail::Untold};
-constexpr Range k_notUniform = {Detail::Untold, Detail::Varying};
+constexpr Range k_open = {Detail::Open, Detail::Open};
+constexpr Range k_notUniform = {Detail::Open, Detail::Varying};
 constexpr Range k_varying = {Detail::Varying, Detail::Varying};
 constexpr Range k_unsure = {Detail::Uniform, Detail::Varying};
 
@@ -104,7 +104,7 @@ private:
 
     void WantUniform(const Range& detail)
     {
-        const Detail accepted = m_defining ? Detail::Untold : Detail::Uniform;
+        const Detail accepted = m_defining ? Detail::Open : Detail::Uniform;
         if (detail.most > accepted)
             m_verdict = std::max(m_verdict, detail.least > accepted ? ReferenceVerdict::Refused
                                                                     : ReferenceVerdict::Open);
@@ -118,7 +118,7 @@ private:
     /// Under a condition it keeps some of what it had.
     void Assigned(const ReferenceVariable& variable, const Range& detail)
     {
-        Range changed = Combine(k_untold, detail);
+        Range changed = Combine(k_open, detail);
         changed.most = std::max(changed.most, DetailOf(variable).most);
         Changed(variable, changed);
     }
@@ -128,7 +128,7 @@ private:
         if (variable.detail != ReferenceDetail::Open)
             return variable.detail == ReferenceDetail::Uniform ? k_uniform : k_varying;
         if (m_defining && !m_inCall)
-            return k_untold;
+            return k_open;
         const Range detail = m_details.emplace(&variable, k_notUniform).first->second;
         return m_externs.contains(&variable) ? Combine(detail, k_unsure) : detail;
     }
@@ -159,7 +159,7 @@ private:
         const Details before = m_details;
         Body(s.body);
         const Details behind = m_details;
-        // Whether the first branch counts in the second one is nobody's business.
+        // Whether the first branch counts in the second one is left open.
         for (auto& [variable, detail] : m_details)
             if (const auto old = before.find(variable); old != before.end())
                 detail.least = std::min(old->second.least, detail.least);

@@ -1,5 +1,5 @@
 // Evaluates a reference program at one point, alone, as one reads it: statement by statement, with
-// plain variables, and every condition decided where it stands.
+// plain variables, and every condition decided at its place.
 
 #include <algorithm>
 #include <cmath>

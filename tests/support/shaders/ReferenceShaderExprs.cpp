@@ -171,7 +171,7 @@ Expr ReferenceShader::Point(Scope& scope, int depth)
     return Reference(Chance(50) ? m_P : m_Ps);
 }
 
-/// A call that does nothing but give a value; a variable or constant if there is none at hand.
+/// A call that only returns a value; a variable or constant if there is none.
 Expr ReferenceShader::PureCall(Scope& scope, Need need, const std::string& type)
 {
     std::vector<Callable> candidates;
@@ -187,7 +187,7 @@ Expr ReferenceShader::PureCall(Scope& scope, Need need, const std::string& type)
     return {Expr::Kind::Text, "ab"};
 }
 
-/// Fills in a call, or tells that it must not stand here. What the call writes is reached under one
+/// Fills in a call, or says that it must not occur here. What the call writes is reached under one
 /// name only: no other argument is a variable itself, and no output one that the body names.
 bool ReferenceShader::Arguments(Scope& scope, const Callable& callable, Need need, Expr& call)
 {

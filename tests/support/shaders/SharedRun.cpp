@@ -56,7 +56,8 @@ std::vector<float> PointAfterPoint(const QxShader::Parameter& parameter,
     return result;
 }
 
-/// What is a light's own elsewhere are the light at hand in a surface, gone behind the loop.
+/// The variables of a light shader are those of the current light in a surface, and end with the
+/// loop.
 bool IsOfLight(const std::string& name)
 {
     return name == "L" || name == "Cl" || name == "Ol";
