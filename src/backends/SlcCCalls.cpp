@@ -25,7 +25,7 @@
 
 namespace {
 
-bool TakesFormat(const SlcCallICode& code)
+bool HasFormatArgument(const SlcCallICode& code)
 {
     const std::string& name = code.m_name->GetName();
     return name == "CALL_PRIM_PRINTF" || name == "CALL_PRIM_FORMAT";
@@ -181,7 +181,7 @@ void SlcCStatements::WriteVarArgsCall(const SlcCallICode& code, const std::strin
     const std::size_t count = code.m_args.size();
     Line("{");
     Line("\tconst void *theArgs[", count, "];");
-    if (TakesFormat(code) && !SlcFormatFits(code.m_args))
+    if (HasFormatArgument(code) && !SlcFormatFits(code.m_args))
         Line("\tconst char *theTypes = \"", SlcTypeLetters(code.m_args), "\";");
     Line();
     for (std::size_t k = 0; k < count; ++k) {

@@ -10,8 +10,8 @@
 
 namespace {
 
-/// Strings in these calls name spaces.
-bool TakesSpaces(std::string_view function)
+/// True if the strings in calls of the function name spaces.
+bool HasSpaceArguments(std::string_view function)
 {
     for (const std::string_view name :
          {"transform", "vtransform", "ntransform", "ctransform", "rotate", "translate", "scale"})
@@ -126,7 +126,7 @@ void SlcIndexWalker::Case(SlcProcCallExprNode* node)
         SlcExprNode* const argument = given[i].get();
         arguments.push_back(argument);
         const auto* constant = dynamic_cast<const SlcConstExprNode*>(argument);
-        if (constant && constant->GetStringConst() && TakesSpaces(text))
+        if (constant && constant->GetStringConst() && HasSpaceArguments(text))
             AddSpace(m_places.TokenAt(argument->Range().begin));
         m_writes = entry && i < entry->GetArgStorages().size() &&
                    SlcPublicStorage(entry->GetArgStorages()[i]) == QxStorage::Output;

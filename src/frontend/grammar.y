@@ -750,14 +750,14 @@ public:
         std::vector<int> states(stack.begin(), stack.end());
         std::size_t count = 0;
         while (count < tokens.size() && !states.empty() &&
-               Takes(states, YYTRANSLATE(tokens[count])))
+               Accepts(states, YYTRANSLATE(tokens[count])))
             ++count;
         return count;
     }
 
 private:
     /// Shifts the symbol, after the reductions that it selects.
-    [[nodiscard]] static bool Takes(std::vector<int>& states, yysymbol_kind_t symbol)
+    [[nodiscard]] static bool Accepts(std::vector<int>& states, yysymbol_kind_t symbol)
     {
         for (;;) {
             int action = yypact[states.back()];

@@ -121,11 +121,11 @@ void SlcControlFlowGraph::FindSuccessors()
     SuccessorsWalker walker(labels);
     for (SlcBasicBlock& block : m_blocks) {
         const auto successors = walker.Of(block);
-        const int behind = block.GetBlockId() + 1;
+        const int next = block.GetBlockId() + 1;
         if (successors.jumpsFirst)
             AddEdge(block, successors.jump);
-        if (successors.fallsThrough && behind < static_cast<int>(m_blocks.size()))
-            AddEdge(block, behind);
+        if (successors.fallsThrough && next < static_cast<int>(m_blocks.size()))
+            AddEdge(block, next);
         if (successors.jump >= 0 && !successors.jumpsFirst)
             AddEdge(block, successors.jump);
     }

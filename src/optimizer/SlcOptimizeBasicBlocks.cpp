@@ -43,11 +43,11 @@ int DroppedSuccessor(const SlcBasicBlock& block, const SlcPtr<SlcICode>& folded,
         return -1;
     // A jump that has become an unconditional one, or a guard whose code is dropped, goes on at its
     // label; one that was removed falls through.
-    const int behind = block.GetBlockId() + 1;
+    const int following = block.GetBlockId() + 1;
     const bool jumps = folded || isDropping;
     if (jumps)
-        return behind;
-    return next.front() == behind ? next.back() : next.front();
+        return following;
+    return next.front() == following ? next.back() : next.front();
 }
 
 }  // namespace

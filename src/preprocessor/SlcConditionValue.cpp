@@ -95,7 +95,7 @@ public:
     {
     }
 
-    [[nodiscard]] bool Holds()
+    [[nodiscard]] bool IsTrue()
     {
         if (m_tokens.empty())
             Fail(m_directive, "'#" + std::string(m_directive.text) + "' has no condition");
@@ -396,7 +396,7 @@ bool SlcConditionHolds(SlcPreprocessorRun& run, const SlcSourceToken& directive,
                        const std::vector<SlcSourceToken>& tokens)
 {
     try {
-        return ConditionReader(run, directive, tokens).Holds();
+        return ConditionReader(run, directive, tokens).IsTrue();
     } catch (const ConditionFault&) {
         return false;
     }

@@ -33,21 +33,21 @@ bool HasOpenLength(const SlcTypeNode* type)
 }
 
 /// True for types other than float to which a float is promoted.
-bool TakesFloat(const SlcTypeNode* type)
+bool IsPromotedFromFloat(const SlcTypeNode* type)
 {
     return type->IsPointType() || type->IsColorType() || type->IsMatrixType();
 }
 
-bool Suits(const SlcTypeNode* initializer, const SlcTypeNode* declared)
+bool Matches(const SlcTypeNode* initializer, const SlcTypeNode* declared)
 {
     return initializer->IsSameType(declared) ||
-           (TakesFloat(declared) && initializer->IsFloatType());
+           (IsPromotedFromFloat(declared) && initializer->IsFloatType());
 }
 
-/// An array takes another whose elements suit; lengths are not compared.
-bool SuitsArray(const SlcTypeNode* initializer, const SlcTypeNode* declared)
+/// An array can be initialized by another one with matching elements; lengths are not compared.
+bool ElementsMatch(const SlcTypeNode* initializer, const SlcTypeNode* declared)
 {
-    return Suits(AsArray(initializer)->GetElementType(), AsArray(declared)->GetElementType());
+    return Matches(AsArray(initializer)->GetElementType(), AsArray(declared)->GetElementType());
 }
 
 int LengthOf(const SlcExprNode* initializer)
@@ -244,10 +244,10 @@ SlcTypeNode* SlcAddVarsSymbolTable::WantedType(const SlcDefExprNode* definition,
     // A single type is checked by itself, so that the report on an array says which part does not
     // match; of several types one must be the declared one.
     const bool single = types.size() == 1;
-    const bool suits =
-        single ? Suits(types.front(), type) || type->IsErrorType()
-               : annotation->IsInTypes(type, false) ||
-                     (TakesFloat(type) && annotation->IsInTypes(SlcTypeNode::AFloat(), false));
+    const bool suits = single ? Matches(types.front(), type) || type->IsErrorType()
+                              : annotation->IsInTypes(type, false) ||
+                                    (IsPromotedFromFloat(type) &&
+                                     annotation->IsInTypes(SlcTypeNode::AFloat(), false));
     if (!suits) {
         if (types.empty())
             return SlcTypeNode::AVoid();  // already reported
@@ -256,7 +256,7 @@ SlcTypeNode* SlcAddVarsSymbolTable::WantedType(const SlcDefExprNode* definition,
             m_errors->Error(initializer, "Variable initialization type mismatch");
             return SlcTypeNode::AVoid();
         }
-        if (!SuitsArray(types.front(), type)) {
+        if (!ElementsMatch(types.front(), type)) {
             m_errors->Error(initializer, "Variable initialization base array type mismatch", name);
             return SlcTypeNode::AVoid();
         }

@@ -17,13 +17,13 @@ SlcFilterstepArgs::CheckFilterstepArgs(const SlcCallArgs& args)
 {
     std::size_t firstName = 2;
     std::vector<SlcTypeNode*> types;
-    if (args.size() > firstName && Holds(args[firstName], SlcTypeNode::AFloat())) {
+    if (args.size() > firstName && HasType(args[firstName], SlcTypeNode::AFloat())) {
         types.push_back(SlcTypeNode::AFloat());
         ++firstName;
     }
     for (std::size_t i = firstName; i < args.size(); i += 2) {
         SlcExprNode* name = args[i];
-        if (!Holds(name, SlcTypeNode::AString())) {
+        if (!HasType(name, SlcTypeNode::AString())) {
             m_errors->Error(name, "Argument " + std::to_string(i + 1) +
                                       " to filterstep(...) must be a string.");
             return std::nullopt;
@@ -54,7 +54,7 @@ SlcTypeNode* SlcFilterstepArgs::TypeOfValue(SlcExprNode* name, SlcExprNode* valu
         return FirstType(value);
     }
     SlcTypeNode* type = isFilter ? SlcTypeNode::AString() : SlcTypeNode::AFloat();
-    if (Holds(value, type))
+    if (HasType(value, type))
         return type;
     m_errors->Error(value, "The value associated to the " + text + " parameter must be a " +
                                type->ToString() + " (in the call of 'filterstep').");

@@ -86,19 +86,19 @@ void SlcGetBodyFacts::Case(SlcAssignExprNode* node)
 
 void SlcGetBodyFacts::Case(SlcIdentExprNode* node)
 {
-    Touch(node->GetSymbolEntry());
+    RecordAccess(node->GetSymbolEntry());
 }
 
 void SlcGetBodyFacts::Case(SlcArrayRefExprNode* node)
 {
     node->WalkIn(this);
-    Touch(node->GetSymbolEntry());
+    RecordAccess(node->GetSymbolEntry());
 }
 
 void SlcGetBodyFacts::Case(SlcLValueNode* node)
 {
     node->WalkIn(this);
-    Touch(node->GetSymbolEntry());
+    RecordAccess(node->GetSymbolEntry());
 }
 
 void SlcGetBodyFacts::AddOperations(std::size_t count)
@@ -108,12 +108,12 @@ void SlcGetBodyFacts::AddOperations(std::size_t count)
         std::min(m_facts.expandedOperations + std::min(count, k_most), k_most);
 }
 
-void SlcGetBodyFacts::Touch(const SlcPtr<SlcVarSymbolEntry>& variable)
+void SlcGetBodyFacts::RecordAccess(const SlcPtr<SlcVarSymbolEntry>& variable)
 {
     if (variable.Null())
         return;
     if (variable->GetDetail()->IsUnknownDetail() && m_own.count(&*variable) == 0)
-        m_facts.touchesOuterVariables = true;
+        m_facts.accessesOuterVariables = true;
     if (!m_isLightShader && !m_inLightLoop && IsOfLightLoop(*variable))
         m_facts.needsLightLoop = true;
 }
@@ -126,8 +126,8 @@ void SlcGetBodyFacts::Case(SlcProcCallExprNode* node)
     if (entry.Null() || entry->GetOrigin() != SlcFuncOrigin::User)
         return;
     const SlcBodyFacts& called = CheckCast<SlcFuncInfo>(entry->GetFuncInfo())->GetBodyFacts();
-    if (called.touchesOuterVariables)
-        m_facts.touchesOuterVariables = true;
+    if (called.accessesOuterVariables)
+        m_facts.accessesOuterVariables = true;
     AddOperations(called.expandedOperations);
     if (called.needsLightLoop && !m_inLightLoop)
         m_facts.needsLightLoop = true;

@@ -12,7 +12,7 @@ class SlcVarSymbolEntry;
 struct SlcBodyFacts {
     /// A variable of unknown detail that is neither a formal nor a local: what the function
     /// evaluates to depends on more than its arguments.
-    bool touchesOuterVariables = false;
+    bool accessesOuterVariables = false;
     /// The light of a light loop that is not its own.
     bool needsLightLoop = false;
     /// Operations and calls in the body, each called function with all of its operations: what one
@@ -43,7 +43,7 @@ private:
     /// Up to a limit that no expansion reaches.
     void AddOperations(std::size_t count);
     /// The body reads or writes the variable; null is passed over.
-    void Touch(const SlcPtr<SlcVarSymbolEntry>& variable);
+    void RecordAccess(const SlcPtr<SlcVarSymbolEntry>& variable);
 
     SlcBodyFacts m_facts;
     std::set<const SlcVarSymbolEntry*> m_own;  // looked up, never listed

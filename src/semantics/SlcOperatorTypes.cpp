@@ -19,7 +19,7 @@ namespace {
 /// One side holds the type, and the other holds it or a float that is promoted to it.
 bool MeetIn(SlcTypeNode* type, const SlcExprNode* left, const SlcExprNode* right)
 {
-    return (Holds(left, type) && Fits(right, type)) || (Fits(left, type) && Holds(right, type));
+    return (HasType(left, type) && Fits(right, type)) || (Fits(left, type) && HasType(right, type));
 }
 
 bool IsPoint(const SlcTypeNode* type)
@@ -68,7 +68,7 @@ Types TypesOfArithmetic(const SlcBinOpExprNode& operation)
     const SlcExprNode* left = operation.GetLeft();
     const SlcExprNode* right = operation.GetRight();
     Types types;
-    if (Holds(left, SlcTypeNode::AFloat()) && Holds(right, SlcTypeNode::AFloat()))
+    if (HasType(left, SlcTypeNode::AFloat()) && HasType(right, SlcTypeNode::AFloat()))
         types.push_back(SlcTypeNode::AFloat());
     if (MeetIn(SlcTypeNode::AColor(), left, right))
         types.push_back(SlcTypeNode::AColor());
@@ -82,7 +82,7 @@ Types TypesOfArithmetic(const SlcBinOpExprNode& operation)
 
 bool BothHold(SlcTypeNode* type, const SlcBinOpExprNode& operation)
 {
-    return Holds(operation.GetLeft(), type) && Holds(operation.GetRight(), type);
+    return HasType(operation.GetLeft(), type) && HasType(operation.GetRight(), type);
 }
 
 }  // namespace
@@ -110,9 +110,9 @@ Types SlcTypesOfMinus(const SlcExprNode* operand)
     if (IsFaulty(operand))
         return {SlcTypeNode::AError()};
     Types types;
-    if (Holds(operand, SlcTypeNode::AFloat()))
+    if (HasType(operand, SlcTypeNode::AFloat()))
         types.push_back(SlcTypeNode::AFloat());
-    if (Holds(operand, SlcTypeNode::AColor()))
+    if (HasType(operand, SlcTypeNode::AColor()))
         types.push_back(SlcTypeNode::AColor());
     if (SlcTypeNode* point = Find(operand, SlcTypeNode::APoint()))
         types.push_back(point);

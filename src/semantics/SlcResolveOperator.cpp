@@ -44,16 +44,16 @@ std::vector<TypePair> ComparablePairs(const SlcExprNode* left, const SlcExprNode
 {
     std::vector<TypePair> pairs;
     for (T* type : {T::AFloat(), T::AString(), T::AColor(), T::APoint(), T::AMatrix()})
-        if (Holds(left, type) && Holds(right, type))
+        if (HasType(left, type) && HasType(right, type))
             pairs.push_back({type, type});
     if (!pairs.empty())
         return pairs;
     T* const promoted[] = {T::AColor(), T::APoint(), T::AMatrix()};
     for (T* type : promoted)
-        if (Holds(left, T::AFloat()) && Holds(right, type))
+        if (HasType(left, T::AFloat()) && HasType(right, type))
             pairs.push_back({T::AFloat(), type});
     for (T* type : promoted)
-        if (Holds(left, type) && Holds(right, T::AFloat()))
+        if (HasType(left, type) && HasType(right, T::AFloat()))
             pairs.push_back({type, T::AFloat()});
     return pairs;
 }
@@ -61,7 +61,7 @@ std::vector<TypePair> ComparablePairs(const SlcExprNode* left, const SlcExprNode
 bool IsComparable(const SlcExprNode* expr)
 {
     for (T* type : {T::AFloat(), T::AString(), T::AColor(), T::APoint(), T::AMatrix()})
-        if (Holds(expr, type))
+        if (HasType(expr, type))
             return true;
     return false;
 }
@@ -70,7 +70,7 @@ bool IsComparable(const SlcExprNode* expr)
 /// only the right side is looked at in full, so that chains of any length take linear time.
 const SlcProcCallExprNode* CallThatCouldBeFloat(const SlcExprNode* expr)
 {
-    while (Holds(expr, T::AFloat())) {
+    while (HasType(expr, T::AFloat())) {
         if (const auto* call = dynamic_cast<const SlcProcCallExprNode*>(expr))
             return call;
         if (const auto* minus = dynamic_cast<const SlcUMinusExprNode*>(expr)) {
@@ -81,7 +81,7 @@ const SlcProcCallExprNode* CallThatCouldBeFloat(const SlcExprNode* expr)
         if (!operation || operation->IsDotProd())
             return nullptr;
         const auto* right = dynamic_cast<const SlcProcCallExprNode*>(operation->GetRight());
-        if (right && Holds(right, T::APoint()) && Holds(right, T::AFloat()))
+        if (right && HasType(right, T::APoint()) && HasType(right, T::AFloat()))
             return right;
         expr = operation->GetLeft();
     }
@@ -184,8 +184,8 @@ void SlcResolveOperator::ResolveDotProd(SlcBinOpExprNode* operation)
     SlcExprNode* right = operation->GetRight();
     SlcTypeNode* leftPoint = Find(left, T::APoint());
     SlcTypeNode* rightPoint = Find(right, T::APoint());
-    const bool leftColor = Holds(left, T::AColor());
-    const bool rightColor = Holds(right, T::AColor());
+    const bool leftColor = HasType(left, T::AColor());
+    const bool rightColor = HasType(right, T::AColor());
     const bool areColors = leftColor && rightColor;
     const bool arePoints = leftPoint && rightPoint;
     if (areColors && arePoints) {
@@ -235,7 +235,7 @@ void SlcResolveOperator::Resolve(SlcRelOpNode* ordering)
 {
     const std::string sign(ordering->ToString());
     const auto isWrong = [](const SlcExprNode* operand) {
-        return !Holds(operand, T::AFloat()) && !HasOwnReport(operand);
+        return !HasType(operand, T::AFloat()) && !HasOwnReport(operand);
     };
     if (isWrong(ordering->GetLeft()))
         m_errors->Error(ordering, "Invalid type for left expression of '" + sign + "'.");

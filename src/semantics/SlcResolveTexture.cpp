@@ -81,7 +81,7 @@ const Parameter* FindParameter(std::string_view name, const SlcTextureTypeNode& 
 /// The type is missing, and no other report says why.
 bool LacksType(const SlcExprNode* expr, T* type)
 {
-    return !Holds(expr, type) && !HasOwnReport(expr);
+    return !HasType(expr, type) && !HasOwnReport(expr);
 }
 
 }  // namespace
@@ -152,7 +152,7 @@ int SlcResolveTexture::ResolveFloats(SlcTextureExprNode* texture)
 {
     const auto firstName =
         std::find_if(m_args.begin(), m_args.end(), [](const SlcExprNode* argument) {
-            return Holds(argument, T::AString()) && !IsFaulty(argument);
+            return HasType(argument, T::AString()) && !IsFaulty(argument);
         });
     const auto given = firstName - m_args.begin();
     if (given == 1) {
@@ -177,14 +177,14 @@ int SlcResolveTexture::ResolvePoints(SlcTextureExprNode* texture)
         m_errors->Error(texture, TextsOf(*m_kind).tooFew);
         return -1;
     }
-    if (!Holds(m_args.front(), T::APoint())) {
+    if (!HasType(m_args.front(), T::APoint())) {
         if (!HasOwnReport(m_args.front()))
             m_errors->Error(texture, TextsOf(*m_kind).coordinate);
         return -1;
     }
     const auto firstOther =
         std::find_if(m_args.begin(), m_args.end(),
-                     [](const SlcExprNode* argument) { return !Holds(argument, T::APoint()); });
+                     [](const SlcExprNode* argument) { return !HasType(argument, T::APoint()); });
     const auto given = static_cast<std::size_t>(firstOther - m_args.begin());
     // Likewise two or three points.
     const std::size_t taken = given >= k_mostPoints ? k_mostPoints : 1;
@@ -210,17 +210,17 @@ std::size_t SlcResolveTexture::CheckTextureAccessParameter(std::size_t position)
     SlcExprNode* name = m_args[position];
     SlcExprNode* value = m_args[position + 1];
     const std::string kind = m_kind->ToString();
-    if (!Holds(name, T::AString())) {
-        constexpr std::size_t k_behindFilename = 2;  // counted from 1, the texture's name first
+    if (!HasType(name, T::AString())) {
+        constexpr std::size_t k_afterFilename = 2;  // counted from 1, the texture's name first
         ErrorOfPlace(name, "String expected as a texture access parameter to " + kind +
-                               "(...), argument " + std::to_string(position + k_behindFilename));
+                               "(...), argument " + std::to_string(position + k_afterFilename));
         return 0;
     }
     SetUnique(name, T::AString());
     const auto* constant = dynamic_cast<const SlcConstExprNode*>(name);
     if (!constant) {
         // What it names shows at run time only.
-        if (Holds(value, T::AFloat()))
+        if (HasType(value, T::AFloat()))
             SetUnique(value, T::AFloat());
         return 2;
     }
@@ -247,7 +247,7 @@ std::size_t SlcResolveTexture::ResolveSource(std::size_t first)
 {
     std::size_t points = 0;
     while (points < k_mostPoints && first + points < m_args.size() &&
-           Holds(m_args[first + points], T::APoint()))
+           HasType(m_args[first + points], T::APoint()))
         SetUnique(m_args[first + points++], T::APoint());
     if (points < 2)
         ErrorOfPlace(m_args[first - 1],

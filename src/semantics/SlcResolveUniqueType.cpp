@@ -75,7 +75,7 @@ void SlcResolveUniqueType::ResolveAssignment(SlcAssignExprNode* assignment)
             m_errors->Warning(
                 assignment,
                 "Type mismatch: assigned a " + Quoted(type) + " to a " + Quoted(target) + ".", 1);
-    } else if (T::AFloat()->IsPromotableAs(target) && Holds(value, T::AFloat())) {
+    } else if (T::AFloat()->IsPromotableAs(target) && HasType(value, T::AFloat())) {
         SetUnique(value, T::AFloat());
     } else {
         m_errors->Error(assignment, "Type mismatch for assignment",
@@ -113,7 +113,7 @@ void SlcResolveUniqueType::ResolveCast(SlcCastExprNode* cast)
 void SlcResolveUniqueType::ResolveCoordinate(SlcSyntaxNode* node, SlcExprNode* coordinate,
                                              std::string_view fault)
 {
-    if (Holds(coordinate, T::AFloat()))
+    if (HasType(coordinate, T::AFloat()))
         return SetUnique(coordinate, T::AFloat());
     TakeFirst(coordinate);
     if (!HasOwnReport(coordinate))
@@ -160,7 +160,8 @@ void SlcResolveUniqueType::ResolveArray(SlcArrayExprNode* array)
         ++number;
         if (SlcTypeNode* type = Find(element.get(), elementType)) {
             SetUnique(element.get(), type);
-        } else if (Holds(element.get(), T::AFloat()) && T::AFloat()->IsPromotableAs(elementType)) {
+        } else if (HasType(element.get(), T::AFloat()) &&
+                   T::AFloat()->IsPromotableAs(elementType)) {
             SetUnique(element.get(), T::AFloat());
         } else if (TakeFirst(element.get()); !HasOwnReport(element.get())) {
             m_errors->Error(element.get(), "Type mismatch for expression " +
@@ -172,7 +173,7 @@ void SlcResolveUniqueType::ResolveArray(SlcArrayExprNode* array)
 
 void SlcResolveUniqueType::ResolveIndex(SlcSyntaxNode* node, SlcExprNode* index)
 {
-    if (!Holds(index, T::AFloat()) && !HasOwnReport(index))
+    if (!HasType(index, T::AFloat()) && !HasOwnReport(index))
         m_errors->Error(node, "Index of array reference must be a float");
     SetUnique(index, T::AFloat());
 }

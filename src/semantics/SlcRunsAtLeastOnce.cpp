@@ -33,7 +33,7 @@ std::optional<double> FirstNumberOf(const SlcExprNode* expr, const SlcEqAssignEx
     return NumberOf(isStarted ? start.GetValue() : expr);
 }
 
-bool Holds(const SlcCompOpNode& condition, double left, double right)
+bool IsTrue(const SlcCompOpNode& condition, double left, double right)
 {
     return (condition.IsLessThen() && left < right) || (condition.IsLessEqual() && left <= right) ||
            (condition.IsGreaterThen() && left > right) ||
@@ -51,5 +51,5 @@ bool SlcRunsAtLeastOnce(const SlcForStmtNode* loop)
         return false;
     const auto left = FirstNumberOf(condition->GetLeft(), *start);
     const auto right = FirstNumberOf(condition->GetRight(), *start);
-    return left && right && Holds(*condition, *left, *right);
+    return left && right && IsTrue(*condition, *left, *right);
 }

@@ -12,7 +12,7 @@ SlcTypeNode* SlcTypedExpr::SettleWanted(const SlcExprNode* expr)
     SlcTypeNode* wanted = IsFaulty(expr) ? SlcTypeNode::AError() : types->GetUniqueType();
     if (!wanted->IsErrorType() && types->IsInTypes(wanted, false))
         return wanted;
-    const bool isPromoted = !wanted->IsErrorType() && Holds(expr, SlcTypeNode::AFloat()) &&
+    const bool isPromoted = !wanted->IsErrorType() && HasType(expr, SlcTypeNode::AFloat()) &&
                             SlcTypeNode::AFloat()->IsPromotableAs(wanted);
     types->SetUniqueType(isPromoted ? SlcTypeNode::AFloat() : FirstType(expr));
     return types->GetUniqueType();

@@ -14,7 +14,7 @@ namespace SlcTypedExpr {
 }
 
 /// The set holds the type, or of the point family one of its kind.
-[[nodiscard]] inline bool Holds(const SlcExprNode* expr, SlcTypeNode* type)
+[[nodiscard]] inline bool HasType(const SlcExprNode* expr, SlcTypeNode* type)
 {
     return Find(expr, type) != nullptr;
 }

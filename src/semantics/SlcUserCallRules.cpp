@@ -239,7 +239,7 @@ template <class Walker>
 SlcDetailNode* DetailOfCall(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNode* call,
                             const std::vector<Passed>& arguments)
 {
-    const bool shared = !info.GetBodyFacts().touchesOuterVariables;
+    const bool shared = !info.GetBodyFacts().accessesOuterVariables;
     if (walker.Place().level >= SlcCheckInlineDetail::k_maxLevels ||
         QxStack::Left() < k_stackReserve || (!shared && !info.GetInlineBudget().Take())) {
         ReportTooLarge(walker, info, call);

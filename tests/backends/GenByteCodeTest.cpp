@@ -203,11 +203,11 @@ TEST(SlcGenByteCode, ResolvesJumpsBothWays)
 
     FormBuilder light;
     const SlcLabel head = Label("H");
-    const SlcLabel behind = Label("B");
-    light.Add(MakeShared<SlcBeginIlluminanceICode>(head, behind));
+    const SlcLabel after = Label("B");
+    light.Add(MakeShared<SlcBeginIlluminanceICode>(head, after));
     light.Add(MakeShared<SlcEvalLightForPICode>());
     light.Add(MakeShared<SlcEndIlluminanceICode>(head));
-    light.Add(behind);
+    light.Add(after);
     EXPECT_EQ(light.MainText(),
               "BEGIN_ILLUMINANCE ->5\n  EVAL_LIGHTS_FOR_P\nEND_ILLUMINANCE ->2\n");
 }

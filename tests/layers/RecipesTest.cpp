@@ -61,7 +61,7 @@ bool IsName(const std::string& word)
     return std::regex_match(word, std::regex(R"(\w+)"));
 }
 
-bool Holds(const fs::path& file, const std::string& name)
+bool Mentions(const fs::path& file, const std::string& name)
 {
     return std::regex_search(Read(file), std::regex("\\b" + name + "\\b"));
 }
@@ -70,12 +70,12 @@ bool AnyHolds(const std::vector<fs::path>& places, const std::string& name)
 {
     for (const fs::path& place : places) {
         if (!fs::is_directory(place)) {
-            if (Holds(place, name))
+            if (Mentions(place, name))
                 return true;
             continue;
         }
         for (const auto& entry : fs::directory_iterator(place))
-            if (entry.is_regular_file() && Holds(entry.path(), name))
+            if (entry.is_regular_file() && Mentions(entry.path(), name))
                 return true;
     }
     return false;

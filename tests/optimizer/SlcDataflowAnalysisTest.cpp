@@ -170,16 +170,16 @@ TEST(SlcDataflowAnalysis, FindsWhatIsAlive)
         SlcDataflowAnalysis analysis(graph, variables, defUse);
         for (const auto& block : graph.Blocks()) {
             const int id = block.GetBlockId();
-            std::set<int> behind;
+            std::set<int> after;
             for (const int next : block.GetNextBlocks())
-                behind.insert(expected[next].begin(), expected[next].end());
+                after.insert(expected[next].begin(), expected[next].end());
             for (int variable = 0; variable < variables.Count(); ++variable) {
                 const std::string where = "seed " + std::to_string(seed) + ", block " +
                                           std::to_string(id) + ", " +
                                           variables.Variable(variable)->GetName() + "\n" + text;
                 ASSERT_EQ(analysis.IsLiveIn(id, variable), expected[id].count(variable) != 0)
                     << where;
-                ASSERT_EQ(analysis.IsLiveOut(id, variable), behind.count(variable) != 0) << where;
+                ASSERT_EQ(analysis.IsLiveOut(id, variable), after.count(variable) != 0) << where;
             }
         }
     }

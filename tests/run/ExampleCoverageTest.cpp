@@ -44,7 +44,7 @@ std::map<std::string, const char*> Rows()
 class Uses : public SlcCodeWalker {
 public:
     [[nodiscard]] bool Calls(const std::string& row) const { return m_calls.count(row) != 0; }
-    [[nodiscard]] bool Holds(std::type_index nodeClass) const
+    [[nodiscard]] bool Contains(std::type_index nodeClass) const
     {
         return m_classes.count(nodeClass) != 0;
     }
@@ -92,7 +92,7 @@ constexpr bool IsWord =
 
 void ExpectUsed(const Uses& uses, const std::type_info& nodeClass, const char* name)
 {
-    EXPECT_TRUE(uses.Holds(nodeClass)) << "no example has a " << name;
+    EXPECT_TRUE(uses.Contains(nodeClass)) << "no example has a " << name;
 }
 
 }  // namespace

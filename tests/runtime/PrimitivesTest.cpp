@@ -119,12 +119,12 @@ TEST(QxMatrixMath, KeepsNormalsAtRightAnglesUnderUnevenScaling)
 TEST(QxNoise, IsContinuousCentredAndRepeatable)
 {
     float before;
-    float behind;
+    float above;
     for (int i = -3; i < 4; ++i) {
         const auto x = static_cast<float>(i);
         QxNoise::At(before, {x - 1e-4f, 0.3f, 0.7f});
-        QxNoise::At(behind, {x + 1e-4f, 0.3f, 0.7f});
-        EXPECT_NEAR(before, behind, 1e-3f) << i;
+        QxNoise::At(above, {x + 1e-4f, 0.3f, 0.7f});
+        EXPECT_NEAR(before, above, 1e-3f) << i;
         QxNoise::At(before, x);
         EXPECT_EQ(before, 0.5f) << i;
     }
@@ -138,8 +138,8 @@ TEST(QxNoise, IsContinuousCentredAndRepeatable)
     EXPECT_NEAR(lowest, 0, 0.05f);
     EXPECT_NEAR(highest, 1, 0.05f);
     QxPeriodicNoise::At(before, 0.3f, 0.8f, 4, 5);
-    QxPeriodicNoise::At(behind, 4.3f, -4.2f, 4, 5);
-    EXPECT_NEAR(before, behind, 1e-4f);
+    QxPeriodicNoise::At(above, 4.3f, -4.2f, 4, 5);
+    EXPECT_NEAR(before, above, 1e-4f);
 }
 
 TEST(QxNoise, CellsAreConstantAndDiffer)

@@ -10,7 +10,7 @@ namespace {
 
 class SqxViewSessionTest : public ViewedShaders {};
 
-bool Holds(const std::string& text, const std::string& part)
+bool Contains(const std::string& text, const std::string& part)
 {
     return text.find(part) != std::string::npos;
 }
@@ -46,16 +46,16 @@ TEST_F(SqxViewSessionTest, ShowsTheReportAndKeepsTheLastPicture)
     m_folder.Write(
         "a.sl", "surface flat(float Kd = 0.5;)\n{\n    float x = 1;\n    Ci = Kd * nothing;\n}\n");
     const std::string state = WaitFor("\"isRefused\":true");
-    EXPECT_TRUE(Holds(state, "a.sl:4: ERROR")) << state;
-    EXPECT_TRUE(Holds(state, R"({"number":4,"text":"    Ci = Kd * nothing;","marked":true})"))
+    EXPECT_TRUE(Contains(state, "a.sl:4: ERROR")) << state;
+    EXPECT_TRUE(Contains(state, R"({"number":4,"text":"    Ci = Kd * nothing;","marked":true})"))
         << state;
-    EXPECT_TRUE(Holds(state, R"({"number":2,"text":"{","marked":false})")) << state;
+    EXPECT_TRUE(Contains(state, R"({"number":2,"text":"{","marked":false})")) << state;
     EXPECT_EQ(*m_session->Picture(), good);
-    EXPECT_TRUE(Holds(state, "\"name\":\"tint\"")) << "The controls stay: " << state;
+    EXPECT_TRUE(Contains(state, "\"name\":\"tint\"")) << "The controls stay: " << state;
 
     m_folder.Write("a.sl", "surface flat() { Ci = 1; Oi = 1; }\n");
     NextPicture(good);
-    EXPECT_TRUE(Holds(WaitForWhole(), R"("isRefused":false,"report":"")"));
+    EXPECT_TRUE(Contains(WaitForWhole(), R"("isRefused":false,"report":"")"));
     std::filesystem::remove("a.sl");
     WaitFor("File 'a.sl' doesn't seem to exist.");
 }
@@ -74,8 +74,8 @@ TEST_F(SqxViewSessionTest, ShowsWarningsBesideThePicture)
     m_folder.Write("a.sl", "surface a(point p = 0; point q = 0) { Ci = xcomp(p + q); Oi = 1; }\n");
     View({"a.sl", "-w2"});
     const std::string state = WaitForWhole();
-    EXPECT_TRUE(Holds(state, "a.sl:1: WARNING")) << state;
-    EXPECT_TRUE(Holds(state, "\"isRefused\":false")) << state;
+    EXPECT_TRUE(Contains(state, "a.sl:1: WARNING")) << state;
+    EXPECT_TRUE(Contains(state, "\"isRefused\":false")) << state;
 }
 
 TEST_F(SqxViewSessionTest, KeepsValuesAsLongAsNameAndTypeStay)
@@ -89,13 +89,13 @@ TEST_F(SqxViewSessionTest, KeepsValuesAsLongAsNameAndTypeStay)
                            " { Ci = other * Kd * tint; Oi = 1; }\n");
     NextPicture(picture);
     std::string state = WaitForWhole();
-    EXPECT_TRUE(Holds(state, R"("default":[0.5],"value":[0.25]})")) << state;
-    EXPECT_TRUE(Holds(state, "The value of 'tint' is gone")) << state;
-    EXPECT_TRUE(Holds(state, "a.sl --param Kd=0.25\"")) << state;
+    EXPECT_TRUE(Contains(state, R"("default":[0.5],"value":[0.25]})")) << state;
+    EXPECT_TRUE(Contains(state, "The value of 'tint' is gone")) << state;
+    EXPECT_TRUE(Contains(state, "a.sl --param Kd=0.25\"")) << state;
 
     m_session->Change({{"reset", "0"}});
     state = WaitForWhole();
-    EXPECT_FALSE(Holds(state, "\"value\"")) << state;
+    EXPECT_FALSE(Contains(state, "\"value\"")) << state;
 }
 
 TEST_F(SqxViewSessionTest, RefusesValuesAsTheCommandLineDoes)
@@ -177,9 +177,9 @@ TEST_F(SqxViewSessionTest, GivesDefaultValuesInTheSpaceOfThePicture)
         " varying float v = s) { Ci = c * ycomp(p) * v; Oi = 1; }\n");
     View({"a.sl"});
     const std::string state = WaitForWhole();
-    EXPECT_TRUE(Holds(state, R"("space":"world","default":[0,1,5])")) << state;
-    EXPECT_TRUE(Holds(state, R"("space":"hsv","default":[0.5,0,0])")) << state;
-    EXPECT_TRUE(Holds(state, R"("varying":true,"output":false,"space":"","default":null)"))
+    EXPECT_TRUE(Contains(state, R"("space":"world","default":[0,1,5])")) << state;
+    EXPECT_TRUE(Contains(state, R"("space":"hsv","default":[0.5,0,0])")) << state;
+    EXPECT_TRUE(Contains(state, R"("varying":true,"output":false,"space":"","default":null)"))
         << state;
 }
 
@@ -216,10 +216,10 @@ TEST_F(SqxViewSessionTest, ShowsWhatShadersPrintUntilTheNextPicture)
     m_folder.Write("a.sl", "surface a(float rise = 1) { printf(\"u is %f\\n\", 0.5);"
                            "float x = 0; while (x < 1) x += rise; Ci = 1; Oi = 1; }\n");
     View({"a.sl", "--time-limit", "3600"});
-    EXPECT_TRUE(Holds(WaitForWhole(), "\"notes\":\"u is 0.5"));
+    EXPECT_TRUE(Contains(WaitForWhole(), "\"notes\":\"u is 0.5"));
     m_session->Change({{"param.0.rise", "0"}});
-    EXPECT_TRUE(
-        Holds(m_session->State(0, {}), R"("isWhole":false,"isShown":false,"fault":"","notes":"")"));
+    EXPECT_TRUE(Contains(m_session->State(0, {}),
+                         R"("isWhole":false,"isShown":false,"fault":"","notes":"")"));
     m_session->Change({{"param.0.rise", "1"}});
     WaitForWhole();
 }
@@ -232,17 +232,17 @@ TEST_F(SqxViewSessionTest, CountsTheCodeOfAllLevels)
     View({"a.sl"});
     WaitForWhole();
     const std::string plain = m_session->Code(0, 0);
-    EXPECT_TRUE(Holds(plain, "\"version\":1,\"level\":0,\"fault\":\"\"")) << plain;
-    EXPECT_TRUE(Holds(plain, "\"text\":\"main\\n")) << plain;
+    EXPECT_TRUE(Contains(plain, "\"version\":1,\"level\":0,\"fault\":\"\"")) << plain;
+    EXPECT_TRUE(Contains(plain, "\"text\":\"main\\n")) << plain;
     // At -O2 the product is a constant, and what is not used is gone.
-    EXPECT_TRUE(Holds(plain, "k 2\\n")) << plain;
-    EXPECT_FALSE(Holds(m_session->Code(0, 2), "k 2\\n"));
-    EXPECT_TRUE(Holds(plain, R"("counts":[{"instructions":23,"parallelRuns":7,"locals":5},)"))
+    EXPECT_TRUE(Contains(plain, "k 2\\n")) << plain;
+    EXPECT_FALSE(Contains(m_session->Code(0, 2), "k 2\\n"));
+    EXPECT_TRUE(Contains(plain, R"("counts":[{"instructions":23,"parallelRuns":7,"locals":5},)"))
         << plain;
 
     m_folder.Write("a.sl", "surface a() { Ci = nothing; }\n");
     WaitFor("\"isRefused\":true");
-    EXPECT_TRUE(Holds(m_session->Code(0, 2), "\"fault\":\"The source does not compile\""));
+    EXPECT_TRUE(Contains(m_session->Code(0, 2), "\"fault\":\"The source does not compile\""));
     EXPECT_THROW((void)m_session->Code(1, 0), SqxPictureError);
     EXPECT_THROW((void)m_session->Code(0, 4), SqxPictureError);
 }

@@ -26,7 +26,7 @@
 
 namespace {
 
-bool IsSomewhere(float x, float y, float z)
+bool IsInRange(float x, float y, float z)
 {
     constexpr float k_nearest = 0.01F;
     constexpr float k_farthest = std::numeric_limits<float>::max();
@@ -223,7 +223,7 @@ void SqxMesh::Project()
             const auto place = SqxShape::Project(m_at.P[i]);
             const float x = columns / 2 + place.x * unit;
             const float y = rows / 2 - place.y * unit;
-            m_x[i] = IsSomewhere(x, y, place.z) ? x : k_nowhere;
+            m_x[i] = IsInRange(x, y, place.z) ? x : k_nowhere;
             m_y[i] = y;
             m_z[i] = place.z;
             top = Lower(y, top);

@@ -14,7 +14,7 @@ namespace {
 using Facts = SqxShaderFacts;
 using Row = std::vector<std::string>;
 
-constexpr const char* k_notTold = "?";
+constexpr const char* k_unknown = "?";
 
 /// Columns as wide as they need to be. The last one is not filled up.
 std::string TableText(const std::vector<Row>& rows)
@@ -93,7 +93,7 @@ std::string DefaultText(const Facts::Parameter& parameter)
     case Facts::Default::Unknown:
         break;
     }
-    return k_notTold;
+    return k_unknown;
 }
 
 Row ParameterRow(const Facts::Parameter& parameter)
@@ -103,7 +103,7 @@ Row ParameterRow(const Facts::Parameter& parameter)
         type += '[' + std::to_string(*parameter.arrayLength) + ']';
     const std::string itsClass = SqxClassName(parameter);
     return {parameter.name,
-            itsClass.empty() ? k_notTold : itsClass,
+            itsClass.empty() ? k_unknown : itsClass,
             parameter.varying ? "varying" : "uniform",
             std::move(type),
             parameter.space.empty() ? "" : QuotedText(parameter.space),
@@ -113,7 +113,7 @@ Row ParameterRow(const Facts::Parameter& parameter)
 std::string YesOrNo(std::optional<bool> fact)
 {
     if (!fact)
-        return k_notTold;
+        return k_unknown;
     return *fact ? "yes" : "no";
 }
 
@@ -135,7 +135,7 @@ std::string NamesWith(const std::vector<Facts::Predefined>& variables,
             names.push_back(variable.name);
     for (const Facts::Predefined& variable : variables)
         if (!(variable.*fact))
-            names.push_back(variable.name + k_notTold);
+            names.push_back(variable.name + k_unknown);
     return Joined(names);
 }
 
@@ -145,11 +145,11 @@ std::vector<Row> ShaderRows(const Facts& facts)
                              {"traces rays", YesOrNo(facts.tracesRays)},
                              {"modifies P", YesOrNo(facts.modifiesP)}};
     // A shared object that was loaded does not say which.
-    const bool areTold = facts.kind == Facts::Kind::ByteCode ||
-                         std::ranges::all_of(facts.predefined, [](const auto& variable) {
-                             return variable.read.has_value();
-                         });
-    if (areTold) {
+    const bool areKnown = facts.kind == Facts::Kind::ByteCode ||
+                          std::ranges::all_of(facts.predefined, [](const auto& variable) {
+                              return variable.read.has_value();
+                          });
+    if (areKnown) {
         rows.push_back({"reads", NamesWith(facts.predefined, &Facts::Predefined::read)});
         rows.push_back({"writes", NamesWith(facts.predefined, &Facts::Predefined::written)});
     } else {
@@ -159,7 +159,7 @@ std::vector<Row> ShaderRows(const Facts& facts)
         rows.push_back({"reads or writes", Joined(names)});
     }
     rows.push_back({"shadeop libraries",
-                    facts.shadeopLibraries ? Joined(*facts.shadeopLibraries) : k_notTold});
+                    facts.shadeopLibraries ? Joined(*facts.shadeopLibraries) : k_unknown});
     return rows;
 }
 

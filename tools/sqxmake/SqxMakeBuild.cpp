@@ -61,8 +61,9 @@ void ForgetWhatIsGone(const SqxMakeState& state, const fs::path& outputFolder)
     }
 }
 
-/// Ninja compiles again what is older than its source.
-void MakeOldWhatHasNews(const SqxMakeState& state, const SourceList& sources)
+/// Ages the outputs of sources whose searched places have changed, so that ninja compiles them
+/// again.
+void MarkStale(const SqxMakeState& state, const SourceList& sources)
 {
     for (const auto& [source, folder] : sources) {
         const std::string id = SqxMakeState::IdOf(source);
@@ -100,7 +101,7 @@ int SqxMakeBuild(const SqxMakeOptions& options)
         return 1;
     const SourceList sources = Without(conflicts, all);
     ForgetWhatIsGone(state, options.outputFolder);
-    MakeOldWhatHasNews(state, sources);
+    MarkStale(state, sources);
     state.Resume();
 
     const fs::path file = state.Folder() / "build.ninja";

@@ -158,13 +158,13 @@ private:
         m_guard = Combine(m_guard, DetailOf(s.value));
         const Details before = m_details;
         Body(s.body);
-        const Details behind = m_details;
+        const Details after = m_details;
         // Whether the first branch counts in the second one is left open.
         for (auto& [variable, detail] : m_details)
             if (const auto old = before.find(variable); old != before.end())
                 detail.least = std::min(old->second.least, detail.least);
         Body(s.otherwise);
-        Join(behind);
+        Join(after);
         m_guard = outerGuard;
     }
 

@@ -79,7 +79,7 @@ private:
             (void)Evaluate(s.value);
             return {};
         case Kind::If:
-            return List(Holds(s.value) ? s.body : s.otherwise);
+            return List(IsTrue(s.value) ? s.body : s.otherwise);
         case Kind::While:
         case Kind::For:
             return Loop(s);
@@ -103,7 +103,7 @@ private:
         const bool counts = s.kind == ReferenceStatement::Kind::For;
         if (counts)
             Set(*s.variable, 0, Of(0));
-        while (Holds(s.value)) {
+        while (IsTrue(s.value)) {
             End end = List(s.body);
             if (end.kind == End::Return || end.levels > 1)
                 return {end.kind, end.levels - 1};
@@ -147,7 +147,7 @@ private:
         return static_cast<std::size_t>(std::max(index, 0.0F));
     }
 
-    bool Holds(const ReferenceExpr& condition) { return Evaluate(condition).number[0] != 0; }
+    bool IsTrue(const ReferenceExpr& condition) { return Evaluate(condition).number[0] != 0; }
 
     static float Apply(const std::string& word, float a, float b)
     {
@@ -187,7 +187,7 @@ private:
         case Kind::BuiltIn:
             return BuiltIn(e);
         case Kind::Choice:
-            return Evaluate(e.operands[Holds(e.operands[0]) ? 1 : 2]);
+            return Evaluate(e.operands[IsTrue(e.operands[0]) ? 1 : 2]);
         case Kind::Call:
             return Call(e);
         case Kind::List:
@@ -199,9 +199,9 @@ private:
     Value Operator(const ReferenceExpr& e)
     {
         if (e.word == "&&")
-            return Of(Holds(e.operands[0]) && Holds(e.operands[1]) ? 1.0F : 0.0F);
+            return Of(IsTrue(e.operands[0]) && IsTrue(e.operands[1]) ? 1.0F : 0.0F);
         if (e.word == "||")
-            return Of(Holds(e.operands[0]) || Holds(e.operands[1]) ? 1.0F : 0.0F);
+            return Of(IsTrue(e.operands[0]) || IsTrue(e.operands[1]) ? 1.0F : 0.0F);
         Value left = Evaluate(e.operands[0]);
         if (e.operands.size() == 1) {
             if (e.word == "!")
