@@ -115,14 +115,11 @@ std::vector<SlcOperand> SlcGenInterCode::BindFormals(SlcProcCallExprNode* call,
     const std::vector<SlcIdentNode*> names = FormalNames(info.GetDefinition());
     std::vector<SlcOperand> outputs;
     for (std::size_t i = names.size(); i-- > 0;) {
-        SlcPtr<SlcVarSymbolEntry> formal;
-        try {
-            formal = info.GetScope()->GetVarEntry(names[i], false);
-        } catch (const SlcSymbolNotFound&) {
+        const SlcPtr<SlcVarSymbolEntry> formal = info.GetScope()->FindVarEntry(names[i], false);
+        if (formal.Null())
             m_errors->FatalError(call, "Not found '" + names[i]->GetName() + "' formal of '" +
                                            call->GetIdent()->GetName() +
                                            "' function during i-code generation");
-        }
         BindFormal(call, *formal, i);
         if (formal->GetStorage()->IsOutput())
             outputs.push_back(formal->GetIntCodeVar());

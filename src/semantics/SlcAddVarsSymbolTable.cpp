@@ -69,13 +69,7 @@ const SlcSyntaxNode* PlaceOf(const SlcDefExprNode* definition)
 
 SlcPtr<SlcVarSymbolEntry> FindVariable(const SlcPtr<SlcSymbolTable>& table, SlcIdentNode* ident)
 {
-    if (table.Null())
-        return nullptr;
-    try {
-        return table->GetVarEntry(ident, false);
-    } catch (const SlcSymbolNotFound&) {
-        return nullptr;
-    }
+    return table ? table->FindVarEntry(ident, false) : nullptr;
 }
 
 }  // namespace
@@ -165,7 +159,12 @@ void SlcAddVarsSymbolTable::Case(SlcDefExprNode* definition)
     SlcTypeNode* type = DeclaredType(definition);
     if (SlcExprNode* initializer = definition->GetInitializer()) {
         const int errorsBefore = NbErrors();
-        m_typesPass(initializer, m_current, m_outer.global, m_shaderType);
+        m_typesPass(initializer,
+                    {.global = m_outer.global,
+                     .current = m_current,
+                     .shader = m_outer.shader,
+                     .illuminance = m_outer.illuminance},
+                    m_shaderType);
         if (HasOpenLength(type))
             type = SlcTypeNode::CreateArrayType(AsArray(type)->GetElementType(),
                                                 LengthOf(initializer));

@@ -81,11 +81,10 @@ SlcCalculateTypesSets::SlcCalculateTypesSets(SlcPtr<SlcSemanticError> errors,
 {
 }
 
-void SlcCalculateTypesSets::operator()(SlcSyntaxNode* node, SlcPtr<SlcSymbolTable> current,
-                                       SlcPtr<SlcSymbolTable> global, SlcShaderTypeNode* shaderType)
+void SlcCalculateTypesSets::operator()(SlcSyntaxNode* node, const SlcScopes& scopes,
+                                       SlcShaderTypeNode* shaderType)
 {
-    m_current = std::move(current);
-    m_global = std::move(global);
+    m_current = scopes.current;
     m_shaderType = shaderType;
     m_valueUsed = false;
     node->ApplyWalker(this);
@@ -246,11 +245,9 @@ void SlcCalculateTypesSets::Case(SlcProcCallExprNode* call)
 SlcPtr<SlcVarSymbolEntry> SlcCalculateTypesSets::FindVariable(const SlcSyntaxNode* node,
                                                               SlcIdentNode* ident)
 {
-    try {
-        return m_current->GetVarEntry(ident, false);
-    } catch (const SlcSymbolNotFound&) {
-        m_errors->Error(node, "Undefined variable", ident->GetName());
-    }
+    if (auto entry = m_current->FindVarEntry(ident, false))
+        return entry;
+    m_errors->Error(node, "Undefined variable", ident->GetName());
     // From here on the name is known, so that it is reported once.
     return m_current->AddVarEntry(ident, T::AError(), SlcDetailNode::AVarying(),
                                   SlcStorageSpecNode::ALocal(), false, nullptr, nullptr);
@@ -279,39 +276,45 @@ bool SlcCalculateTypesSets::IsWritable(const SlcLValueNode* lvalue, SlcPtr<SlcVa
 SlcCalculateTypesSets::Types SlcCalculateTypesSets::TypesOfCall(SlcProcCallExprNode* call,
                                                                 bool valueUsed)
 {
-    const std::string& name = call->GetIdent()->GetName();
     const int errorsBefore = NbErrors();
-    try {
-        const auto& arguments = call->GetArguments()->GetArgs();
-        Types types = TypesThatFitOrLoad(call, valueUsed);
-        // What suits an argument that is wrong is no reason to choose.
-        const bool hasFault =
-            std::any_of(arguments.begin(), arguments.end(),
-                        [](const auto& argument) { return HasOwnReport(argument.get()); });
-        return hasFault ? Types{T::AError()} : types;
-    } catch (const SlcSymbolNotFound&) {
+    SlcOverloads overloads = FindOverloads(call, valueUsed);
+    if (overloads.outcome == SlcOverloads::Outcome::UnknownName && LoadDSO(call, call->GetIdent()))
+        overloads = FindOverloads(call, valueUsed);
+    if (overloads.outcome != SlcOverloads::Outcome::Found) {
+        // A fault inside of an argument has been reported already.
+        const bool isReported =
+            overloads.outcome == SlcOverloads::Outcome::WrongTypes && NbErrors() != errorsBefore;
+        if (!isReported)
+            ReportNoOverload(call, overloads);
+        return {T::AError()};
+    }
+    // An argument that is wrong is no reason to choose an overload.
+    const auto& arguments = call->GetArguments()->GetArgs();
+    const bool hasFault = std::any_of(arguments.begin(), arguments.end(), [](const auto& argument) {
+        return HasOwnReport(argument.get());
+    });
+    return hasFault ? Types{T::AError()} : overloads.types;
+}
+
+void SlcCalculateTypesSets::ReportNoOverload(SlcProcCallExprNode* call,
+                                             const SlcOverloads& overloads)
+{
+    const std::string& name = call->GetIdent()->GetName();
+    switch (overloads.outcome) {
+    case SlcOverloads::Outcome::Found:
+        break;
+    case SlcOverloads::Outcome::UnknownName:
         m_errors->Error(call, "Undefined function", name);
         if (const std::string advice = SlcAdviceOnLaterFunction(name); !advice.empty())
             m_errors->Advise(call, advice);
-    } catch (const SlcInvalidNumberOfArgs&) {
+        break;
+    case SlcOverloads::Outcome::WrongCount:
         m_errors->Error(call, "Invalid number of arguments for '" + name + "' function");
-    } catch (const SlcFuncArgsTypeError& error) {
-        if (NbErrors() == errorsBefore)
-            error.entry->ErrorsTypeArgs(SlcArgsOf(call->GetArguments()), m_errors, name);
+        break;
+    case SlcOverloads::Outcome::WrongTypes:
+        overloads.closest->ErrorsTypeArgs(SlcArgsOf(call->GetArguments()), m_errors, name);
+        break;
     }
-    return {T::AError()};
-}
-
-SlcCalculateTypesSets::Types SlcCalculateTypesSets::TypesThatFitOrLoad(SlcProcCallExprNode* call,
-                                                                       bool valueUsed)
-{
-    try {
-        return TypesThatFit(call, valueUsed);
-    } catch (const SlcSymbolNotFound&) {
-        if (!LoadDSO(call, call->GetIdent()))
-            throw;
-    }
-    return TypesThatFit(call, valueUsed);
 }
 
 bool SlcCalculateTypesSets::LoadDSO(SlcSyntaxNode* node, SlcIdentNode* name)
@@ -319,22 +322,18 @@ bool SlcCalculateTypesSets::LoadDSO(SlcSyntaxNode* node, SlcIdentNode* name)
     return m_options->m_useShadeops && m_shadeops.Load(node, name, *m_current);
 }
 
-SlcCalculateTypesSets::Types SlcCalculateTypesSets::TypesThatFit(SlcProcCallExprNode* call,
-                                                                 bool valueUsed)
+SlcOverloads SlcCalculateTypesSets::FindOverloads(SlcProcCallExprNode* call, bool valueUsed)
 {
-    const auto find = [&](bool noVoid) {
-        return m_current->GetFuncType(call->GetIdent(), call->GetArguments(), m_errors, noVoid,
-                                      false, true);
-    };
-    if (!valueUsed)
-        return find(false);
-    const int errorsBefore = NbErrors();
-    try {
-        return find(true);
-    } catch (const SlcFuncArgsTypeError&) {
-        if (NbErrors() != errorsBefore)
-            throw;
+    using Functions = SlcLookup::Functions;
+    SlcLookup lookup{call->GetIdent(), call->GetArguments(), Functions::All};
+    if (valueUsed) {
+        lookup.functions = Functions::WithValue;
+        const int errorsBefore = NbErrors();
+        SlcOverloads found = m_current->FindOverloads(lookup, m_errors);
+        if (found.outcome != SlcOverloads::Outcome::WrongTypes || NbErrors() != errorsBefore)
+            return found;
+        // The arguments may fit a function without a value: the user of the value reports it.
+        lookup.functions = Functions::All;
     }
-    // The arguments may fit a function without a value: who needs the value says so.
-    return find(false);
+    return m_current->FindOverloads(lookup, m_errors);
 }

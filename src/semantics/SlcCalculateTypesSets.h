@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "frontend/SlcCodeWalker.h"
+#include "semantics/SlcScopes.h"
 #include "support/SlcOptionsControl.h"
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcShadeopLoader.h"
@@ -20,11 +21,10 @@ class SlcCalculateTypesSets : public SlcCodeWalker {
 public:
     SlcCalculateTypesSets(SlcPtr<SlcSemanticError> errors, const SlcOptionsControl* options);
 
-    /// `current` is searched for names, and gets an undefined name as a variable of type error, so
-    /// that a misspelling is reported once. A root that is a call may have no value. `shaderType`
-    /// is that of the file's shader.
-    void operator()(SlcSyntaxNode* node, SlcPtr<SlcSymbolTable> current,
-                    SlcPtr<SlcSymbolTable> global, SlcShaderTypeNode* shaderType);
+    /// The current scope is searched for names, and gets an undefined name as a variable of type
+    /// error, so that a misspelling is reported once. A root that is a call may have no value.
+    /// `shaderType` is that of the file's shader.
+    void operator()(SlcSyntaxNode* node, const SlcScopes& scopes, SlcShaderTypeNode* shaderType);
 
 private:
     using Types = std::vector<SlcTypeNode*>;
@@ -61,15 +61,13 @@ private:
     [[nodiscard]] bool IsWritable(const SlcLValueNode* lvalue, SlcPtr<SlcVarSymbolEntry> entry);
     /// What the overloads that fit return; error after a report.
     [[nodiscard]] Types TypesOfCall(SlcProcCallExprNode* call, bool valueUsed);
-    /// The same, with what stops it as an exception: no such name, no such count, no such types.
-    [[nodiscard]] Types TypesThatFit(SlcProcCallExprNode* call, bool valueUsed);
-    /// The same, after a look into the shadeop libraries for a name that is unknown.
-    [[nodiscard]] Types TypesThatFitOrLoad(SlcProcCallExprNode* call, bool valueUsed);
+    /// Those with a value if it is used and there are any.
+    [[nodiscard]] SlcOverloads FindOverloads(SlcProcCallExprNode* call, bool valueUsed);
+    void ReportNoOverload(SlcProcCallExprNode* call, const SlcOverloads& overloads);
     /// Adds the shadeops of that name to the current table. False if there is none.
     [[nodiscard]] bool LoadDSO(SlcSyntaxNode* node, SlcIdentNode* name);
 
     SlcPtr<SlcSymbolTable> m_current;
-    SlcPtr<SlcSymbolTable> m_global;
     SlcShaderTypeNode* m_shaderType = nullptr;
     SlcPtr<SlcSemanticError> m_errors;
     const SlcOptionsControl* m_options;

@@ -108,20 +108,20 @@ void SlcCheckSemantics::CheckLightStatement(Node* node, const LightStatement& st
     CheckLightArgument(node->GetAxis(), statement, LightArgument::Axis);
     CheckLightArgument(node->GetAngle(), statement, LightArgument::Angle);
 
-    const SlcPtr<SlcSymbolTable> outer = m_current;
+    const SlcPtr<SlcSymbolTable> outer = m_scopes.current;
     if (statement.side == LightStatement::Side::Lit) {
         const bool first = m_shaderType->SeesLights();
-        m_current = MakeShared<SlcIlluminanceSymbolTable>(outer, first);
+        m_scopes.current = MakeShared<SlcIlluminanceSymbolTable>(outer, first);
         m_hasIlluminance = true;
     } else {
         m_hasIlluminate = true;
         CountLight(node);
     }
-    node->SetAnnotation(MakeShared<SlcStatementInfo>(m_current));
+    node->SetAnnotation(MakeShared<SlcStatementInfo>(m_scopes.current));
     ++m_lightNesting;
     WalkLoopBody(node, nullptr);
     --m_lightNesting;
-    m_current = outer;
+    m_scopes.current = outer;
 }
 
 /// A failed look-up that comes out of the walk is a fault of the compiler: the passes report

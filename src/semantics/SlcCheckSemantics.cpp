@@ -51,15 +51,10 @@ SlcCheckSemantics::SlcCheckSemantics(SlcPtr<SlcSemanticError> errors, SlcOptions
 {
 }
 
-void SlcCheckSemantics::operator()(SlcSyntaxNode* node, SlcPtr<SlcSymbolTable> global,
-                                   SlcPtr<SlcSymbolTable> current, SlcPtr<SlcSymbolTable> shader,
-                                   SlcPtr<SlcSymbolTable> illuminance)
+void SlcCheckSemantics::operator()(SlcSyntaxNode* node, const SlcScopes& scopes)
 {
-    m_global = std::move(global);
-    m_function = current;
-    m_current = std::move(current);
-    m_shader = std::move(shader);
-    m_illuminance = std::move(illuminance);
+    m_scopes = scopes;
+    m_function = scopes.current;
     node->ApplyWalker(this);
 }
 
@@ -81,9 +76,10 @@ void SlcCheckSemantics::Case(SlcDefinitionsNode* node)
         return;
     }
     m_shaderType = static_cast<SlcShaderDefNode*>(shader->get())->GetShaderType();
-    m_shader = SlcShaderSymbolTableCreater(m_errors)(m_shaderType, m_global);
+    m_scopes.shader = SlcShaderSymbolTableCreater(m_errors)(m_shaderType, m_scopes.global);
     node->WalkIn(this);
-    node->SetAnnotation(MakeShared<SlcDefinitionsInfo>(m_global, m_shader, m_shaderType));
+    node->SetAnnotation(
+        MakeShared<SlcDefinitionsInfo>(m_scopes.global, m_scopes.shader, m_shaderType));
 }
 
 void SlcCheckSemantics::Case(SlcShaderDefNode* node)
@@ -94,11 +90,14 @@ void SlcCheckSemantics::Case(SlcShaderDefNode* node)
     }
     m_shaderSeen = true;
     m_errors->SetFuncName(node->GetIdent(), node->GetFileParsed());
-    const auto formals =
-        m_declarations.AddShaderFormals(node->GetFormals(), m_shader, OuterScopes(), m_shaderType);
+    const auto formals = m_declarations.AddShaderFormals(node->GetFormals(), m_scopes.shader,
+                                                         OuterScopes(), m_shaderType);
     const auto usage = BodyUsage(node->GetFormals());
     SlcCheckSemantics body = BodyWalker(node, usage.get());
-    body(node->GetBody(), m_global, formals, m_shader, nullptr);
+    body(node->GetBody(), {.global = m_scopes.global,
+                           .current = formals,
+                           .shader = m_scopes.shader,
+                           .illuminance = nullptr});
     node->SetAnnotation(MakeShared<SlcStatementInfo>(formals));
 }
 
@@ -106,8 +105,8 @@ void SlcCheckSemantics::Case(SlcFuncDefNode* node)
 {
     m_errors->SetFuncName(node->GetIdent(), node->GetFileParsed());
     CheckReturnType(node);
-    SlcPtr<SlcSymbolTable> scope = m_declarations.AddFunctionFormals(node->GetFormals(), m_global,
-                                                                     OuterScopes(), m_shaderType);
+    SlcPtr<SlcSymbolTable> scope = m_declarations.AddFunctionFormals(
+        node->GetFormals(), m_scopes.global, OuterScopes(), m_shaderType);
     NoteDefinitionScope(*scope);
     scope->AddVarEntry(ReturnTypeIdent(), node->GetReturnType(), SlcDetailNode::AVarying(),
                        SlcStorageSpecNode::AInput(), false, nullptr, nullptr);
@@ -117,7 +116,10 @@ void SlcCheckSemantics::Case(SlcFuncDefNode* node)
         illuminance = MakeShared<SlcIlluminanceSymbolTable>(scope, true);
     auto usage = BodyUsage(node->GetFormals());
     SlcCheckSemantics body = BodyWalker(node, usage.get());
-    body(node->GetBody(), m_global, scope, m_shader, illuminance);
+    body(node->GetBody(), {.global = m_scopes.global,
+                           .current = scope,
+                           .shader = m_scopes.shader,
+                           .illuminance = illuminance});
 
     if (!body.m_hasReturn && !node->GetReturnType()->IsVoidType())
         m_errors->Warning(
@@ -138,11 +140,11 @@ void SlcCheckSemantics::CheckReturnType(const SlcFuncDefNode* node)
 /// Only now that its body has been checked: a function cannot call itself.
 void SlcCheckSemantics::AddFunction(SlcFuncDefNode* node, SlcPtr<SlcAnnotation> info)
 {
-    const auto replaced =
-        m_current->FindUserFunction(node->GetIdent(), node->GetReturnType(), node->GetFormals());
-    node->SetSymbolEntry(m_current->AddFuncEntry(node->GetIdent(), node->GetReturnType(),
-                                                 node->GetFormals(), std::move(info),
-                                                 &SlcCheckArgsDetail, &SlcCheckArgsDetailInline));
+    const auto replaced = m_scopes.current->FindUserFunction(
+        node->GetIdent(), node->GetReturnType(), node->GetFormals());
+    node->SetSymbolEntry(m_scopes.current->AddFuncEntry(
+        node->GetIdent(), node->GetReturnType(), node->GetFormals(), std::move(info),
+        &SlcCheckArgsDetail, &SlcCheckArgsDetailInline));
     if (replaced)
         WarnOfReplaced(node, *replaced);
 }
@@ -164,7 +166,7 @@ void SlcCheckSemantics::NoteDefinitionScope(SlcSymbolTable& formals) const
         return;
     // A function before the shader sees the predefined variables of its kind.
     const bool aheadOfShader = !m_inFunction && !m_shaderSeen;
-    formals.m_definitionScope = aheadOfShader ? m_shader : m_current;
+    formals.m_definitionScope = aheadOfShader ? m_scopes.shader : m_scopes.current;
 }
 
 std::unique_ptr<SlcCheckUsage> SlcCheckSemantics::BodyUsage(SlcFormalsNode* formals) const
@@ -192,16 +194,20 @@ SlcCheckSemantics SlcCheckSemantics::BodyWalker(SlcDefinitionNode* definition,
 
 SlcOuterScopes SlcCheckSemantics::OuterScopes() const
 {
-    return {m_global, m_function, m_definition, m_shader, m_illuminance};
+    return {.global = m_scopes.global,
+            .function = m_function,
+            .definition = m_definition,
+            .shader = m_scopes.shader,
+            .illuminance = m_scopes.illuminance};
 }
 
 void SlcCheckSemantics::Case(SlcFuncDefStmtNode* node)
 {
-    m_current = m_current->CreateCurrentScopeTable();
-    const SlcPtr<SlcSymbolTable> function = std::exchange(m_function, m_current);
+    m_scopes.current = m_scopes.current->CreateCurrentScopeTable();
+    const SlcPtr<SlcSymbolTable> function = std::exchange(m_function, m_scopes.current);
     const SlcSemanticError::Heading heading = m_errors->GetHeading();
     node->GetFuncDef()->ApplyWalker(this);
     m_function = function;
-    node->SetAnnotation(MakeShared<SlcStatementInfo>(m_current));
+    node->SetAnnotation(MakeShared<SlcStatementInfo>(m_scopes.current));
     m_errors->ResumeFunc(heading);
 }

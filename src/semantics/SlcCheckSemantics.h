@@ -6,6 +6,7 @@
 #include "semantics/SlcAddVarsSymbolTable.h"
 #include "semantics/SlcCheckUsage.h"
 #include "semantics/SlcInlineResults.h"
+#include "semantics/SlcScopes.h"
 
 class SlcExprNode;
 class SlcFormalsNode;
@@ -24,11 +25,8 @@ public:
     SlcCheckSemantics(SlcPtr<SlcSemanticError> errors, SlcOptionsControl& options,
                       SlcCheckUsage* usage);
 
-    /// Checks a tree or a body. `shader` is null while the kind of shader is unknown;
-    /// `illuminance` is null outside the functions of shaders with light loops.
-    void operator()(SlcSyntaxNode* node, SlcPtr<SlcSymbolTable> global,
-                    SlcPtr<SlcSymbolTable> current, SlcPtr<SlcSymbolTable> shader,
-                    SlcPtr<SlcSymbolTable> illuminance);
+    /// Checks a tree or a body.
+    void operator()(SlcSyntaxNode* node, const SlcScopes& scopes);
 
     /// All passes over an expression without a context: it must have one type.
     void CheckExprType(SlcExprNode* expr);
@@ -119,12 +117,9 @@ private:
     static const LightStatement sm_illuminate;
     static const LightStatement sm_solar;
 
-    SlcPtr<SlcSymbolTable> m_current;      // where declarations go and names are sought
-    SlcPtr<SlcSymbolTable> m_global;       // the built-ins
-    SlcPtr<SlcSymbolTable> m_shader;       // the predefined variables
-    SlcPtr<SlcSymbolTable> m_function;     // searched first for variables declared `extern`
-    SlcPtr<SlcSymbolTable> m_definition;   // the same of the body around this one
-    SlcPtr<SlcSymbolTable> m_illuminance;  // shows the variables of a light loop
+    SlcScopes m_scopes;
+    SlcPtr<SlcSymbolTable> m_function;    // searched first for variables declared `extern`
+    SlcPtr<SlcSymbolTable> m_definition;  // the same of the body around this one
     SlcPtr<SlcSemanticError> m_errors;
     SlcOptionsControl& m_options;
     SlcCalculateTypesSets m_typesPass;

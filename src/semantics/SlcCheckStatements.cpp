@@ -37,12 +37,12 @@ SlcIdentNode* SlcCheckSemantics::ReturnTypeIdent()
 void SlcCheckSemantics::FindTypes(SlcSyntaxNode* node)
 {
     m_errorsBefore = NbErrors();
-    m_typesPass(node, m_current, m_global, m_shaderType);
+    m_typesPass(node, m_scopes, m_shaderType);
 }
 
 void SlcCheckSemantics::FinishChecks(SlcSyntaxNode* node)
 {
-    m_uniquePass(node, m_current, m_shaderType);
+    m_uniquePass(node, m_scopes.current, m_shaderType);
     {
         const SlcSemanticError::QuietAfterError quiet(*m_errors, m_errorsBefore);
         m_detailPass(node, {m_shaderType, !m_inFunction, m_lightNesting != 0});
@@ -88,18 +88,18 @@ void SlcCheckSemantics::Case(SlcStmtNode* node)
 
 void SlcCheckSemantics::Case(SlcStmtsNode* node)
 {
-    const SlcPtr<SlcSymbolTable> outer = m_current;
-    m_current = outer->CreateNewScopeTable();
-    node->SetAnnotation(MakeShared<SlcStatementInfo>(m_current));
+    const SlcPtr<SlcSymbolTable> outer = m_scopes.current;
+    m_scopes.current = outer->CreateNewScopeTable();
+    node->SetAnnotation(MakeShared<SlcStatementInfo>(m_scopes.current));
     node->WalkIn(this);
-    m_current = outer;
+    m_scopes.current = outer;
 }
 
 void SlcCheckSemantics::Case(SlcVarDefsStmtNode* node)
 {
-    m_current = m_declarations.AddLocalVars(node, m_current, OuterScopes(), m_shaderType,
-                                            {m_inFunction, m_lightNesting});
-    node->SetAnnotation(MakeShared<SlcStatementInfo>(m_current));
+    m_scopes.current = m_declarations.AddLocalVars(node, m_scopes.current, OuterScopes(),
+                                                   m_shaderType, {m_inFunction, m_lightNesting});
+    node->SetAnnotation(MakeShared<SlcStatementInfo>(m_scopes.current));
     CheckUsage(node);
 }
 
@@ -159,7 +159,7 @@ SlcTypeNode* SlcCheckSemantics::WantedTypeOfReturn(SlcReturnStmtNode* node)
         m_errors->Error(node, "Cannot return a value from a shader");
         return SlcTypeNode::AVoid();
     }
-    SlcTypeNode* wanted = m_current->GetVarEntry(ReturnTypeIdent(), true)->GetType();
+    SlcTypeNode* wanted = m_scopes.current->GetVarEntry(ReturnTypeIdent(), true)->GetType();
     if (m_hasReturn) {
         m_errors->Error(node,
                         "Cannot have more than one 'return' statement inside the same function");

@@ -130,7 +130,7 @@ SlcResolveCall::Entry SlcResolveCall::Choose(const std::vector<Entry>& candidate
         return candidates.front();
     const auto exact = std::find_if(candidates.begin(), candidates.end(),
                                     [&](const Entry& entry) { return HasLengths(entry); });
-    Entry found = m_scope->GetUniqueFuncEntry(m_call->GetIdent(), wanted, m_args, false, true);
+    Entry found = m_scope->FindUniqueFuncEntry(m_call->GetIdent(), wanted, m_args);
     const bool fits = std::find(candidates.begin(), candidates.end(), found) != candidates.end();
     if (exact != candidates.end() && !(fits && HasLengths(found)))
         return *exact;

@@ -27,7 +27,7 @@ void SlcSemantics(SlcSyntaxNode* tree, SlcOptionsControl& options)
     const auto errors = MakeShared<SlcSemanticError>();
     SlcCheckUsage usage(errors);
     SlcCheckSemantics check(errors, options, WarningLevel() > 0 ? &usage : nullptr);
-    check(tree, global, global, nullptr, nullptr);
+    check(tree, {.global = global, .current = global, .shader = nullptr, .illuminance = nullptr});
     if (!errors->NoError())
         throw SlcCompilationError();
 }

@@ -87,15 +87,13 @@ std::vector<Passed> PairArguments(SlcSemanticError& errors, const SlcFuncInfo& i
             if (formals++ >= arguments.size())
                 continue;
             // By name: a formal that repeats the name of another has no separate entry.
-            try {
-                passed.push_back({info.GetScope()->GetVarEntry(definition->GetIdent(), true),
-                                  group->GetTypeSpec()->GetStorage(),
-                                  arguments[passed.size()].get()});
-            } catch (const SlcSymbolNotFound&) {
+            auto entry = info.GetScope()->FindVarEntry(definition->GetIdent(), true);
+            if (entry.Null())
                 errors.FatalError(call, "Cannot find " + definition->GetIdent()->GetName() +
                                             " in the symbol table during arguments detail " +
                                             stage);
-            }
+            passed.push_back({std::move(entry), group->GetTypeSpec()->GetStorage(),
+                              arguments[passed.size()].get()});
         }
     }
     if (formals != arguments.size())

@@ -92,7 +92,8 @@ SlcPtr<SlcVarSymbolEntry> SlcSymbolTable::FindVariable(SlcIdentNode* ident) cons
     return CheckCast<SlcVarSymbolEntry>(found);
 }
 
-SlcPtr<SlcVarSymbolEntry> SlcSymbolTable::GetVarEntry(SlcIdentNode* ident, bool noDefinitionScope)
+SlcPtr<SlcVarSymbolEntry> SlcSymbolTable::FindVarEntry(SlcIdentNode* ident,
+                                                       bool noDefinitionScope) const
 {
     // The scopes in which the enclosing functions were defined, the outermost last.
     std::vector<SlcPtr<SlcSymbolTable>> definitionScopes;
@@ -103,13 +104,17 @@ SlcPtr<SlcVarSymbolEntry> SlcSymbolTable::GetVarEntry(SlcIdentNode* ident, bool 
             definitionScopes.push_back(table->m_definitionScope);
     }
     // If the look-up failed, try the definition scopes from the outermost function inward.
-    for (auto scope = definitionScopes.rbegin(); scope != definitionScopes.rend(); ++scope) {
-        try {
-            return (*scope)->GetVarEntry(ident, false);
-        } catch (const SlcSymbolNotFound&) {
-            continue;  // the next inner function may see the name
-        }
-    }
+    for (auto scope = definitionScopes.rbegin(); scope != definitionScopes.rend(); ++scope)
+        if (auto entry = (*scope)->FindVarEntry(ident, false))
+            return entry;
+    return nullptr;
+}
+
+SlcPtr<SlcVarSymbolEntry> SlcSymbolTable::GetVarEntry(SlcIdentNode* ident,
+                                                      bool noDefinitionScope) const
+{
+    if (auto entry = FindVarEntry(ident, noDefinitionScope))
+        return entry;
     throw SlcSymbolNotFound{ident};
 }
 

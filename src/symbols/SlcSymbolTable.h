@@ -14,19 +14,28 @@ class SlcSymbolScope;
 struct SlcShadeopDeclaration;
 struct SlcShadeopRules;
 
-/// Unknown name, or no overload that matches the request. Thrown by value.
+/// A name that must be known is not: a fault of the compiler. Thrown by value; around light
+/// statements `SlcCheckSemantics` catches it to name their place.
 struct SlcSymbolNotFound {
     SlcIdentNode* ident;
 };
 
-/// The name is known, but no overload has this number of arguments. Thrown by value.
-struct SlcInvalidNumberOfArgs {
-    SlcPtr<SlcFuncSymbolEntry> entry;
+/// The call of a function by name, for which overloads are looked up.
+struct SlcLookup {
+    enum class Functions { All, WithValue };
+
+    SlcIdentNode* ident = nullptr;
+    const SlcProcArgsNode* arguments = nullptr;  // with their sets of types
+    Functions functions = Functions::All;        // `WithValue` ignores void functions
 };
 
-/// Overloads with this number of arguments exist, but none matches their types. Thrown by value.
-struct SlcFuncArgsTypeError {
-    SlcPtr<SlcFuncSymbolEntry> entry;  // the last overload with the right count
+/// The overloads that match a call, or the reason why none does.
+struct SlcOverloads {
+    enum class Outcome { Found, UnknownName, WrongCount, WrongTypes };
+
+    Outcome outcome = Outcome::UnknownName;
+    std::vector<SlcTypeNode*> types;     // return types of the matching overloads
+    SlcPtr<SlcFuncSymbolEntry> closest;  // after `WrongTypes`: the one whose mismatches to report
 };
 
 /// The names of one scope that are visible at one point of the source.
@@ -80,37 +89,38 @@ public:
     /// Adds any existing entry.
     void AddEntry(SlcPtr<SlcSymbolEntry> entry);
 
-    /// Returns the variable in the nearest scope. If no enclosing scope has the name, the scope in
-    /// which the enclosing function was defined is searched, unless `noDefinitionScope`. Throws
-    /// `SlcSymbolNotFound`.
+    /// Returns the variable in the nearest scope; null if there is none. If no enclosing scope has
+    /// the name, the scope in which the enclosing function was defined is searched, unless
+    /// `noDefinitionScope`.
+    [[nodiscard]] SlcPtr<SlcVarSymbolEntry> FindVarEntry(SlcIdentNode* ident,
+                                                         bool noDefinitionScope) const;
+    /// The same for a name that must be known. Throws `SlcSymbolNotFound`.
     [[nodiscard]] SlcPtr<SlcVarSymbolEntry> GetVarEntry(SlcIdentNode* ident,
-                                                        bool noDefinitionScope);
+                                                        bool noDefinitionScope) const;
     /// True if the current scope has a variable or function of this name; `thisTableOnly` ignores
     /// earlier tables of the scope.
     [[nodiscard]] bool IsInCurrent(SlcIdentNode* ident, bool thisTableOnly) const;
     /// True if this scope or an enclosing one has a variable of this name.
     [[nodiscard]] bool IsVarInTable(SlcIdentNode* ident) const;
 
-    /// Returns the return types of the overloads that match the arguments' sets of types: exact
-    /// matches in any scope, or else matches with promotion. `noVoid` ignores void functions.
-    /// `sink` may be null. Throws one of the three exceptions above.
-    [[nodiscard]] std::vector<SlcTypeNode*> GetFuncType(SlcIdentNode* ident,
-                                                        SlcProcArgsNode* arguments,
-                                                        const SlcPtr<SlcSemanticError>& sink,
-                                                        bool noVoid, bool promote, bool top);
+    /// Returns the overloads that match the arguments' sets of types: exact matches in any scope,
+    /// or else matches with promotion. `sink`, for faults inside arguments, may be null.
+    [[nodiscard]] SlcOverloads FindOverloads(const SlcLookup& call,
+                                             const SlcPtr<SlcSemanticError>& sink) const;
     /// Returns all overloads whose return type matches, nearest scope first. Empty for an unknown
     /// name.
-    [[nodiscard]] std::deque<SlcPtr<SlcFuncSymbolEntry>> GetFuncEntrys(SlcIdentNode* ident,
-                                                                       SlcTypeNode* returnType);
-    /// Returns the overload for a call whose arguments have their unique types; among equals in one
-    /// table the most recently added. Throws `SlcSymbolNotFound`.
-    [[nodiscard]] SlcPtr<SlcFuncSymbolEntry> GetUniqueFuncEntry(SlcIdentNode* ident,
-                                                                SlcTypeNode* returnType,
-                                                                const SlcCallArgs& args,
-                                                                bool promote, bool top);
-    /// Returns the overload with these formals; among equals the first. Throws `SlcSymbolNotFound`.
-    [[nodiscard]] SlcPtr<SlcFuncSymbolEntry>
-    GetUniqueFuncEntry(SlcIdentNode* ident, SlcTypeNode* returnType, SlcFormalsNode* formals);
+    [[nodiscard]] std::deque<SlcPtr<SlcFuncSymbolEntry>>
+    GetFuncEntrys(SlcIdentNode* ident, SlcTypeNode* returnType) const;
+    /// Returns the overload for a call whose arguments have their unique types, by promotion if
+    /// none matches exactly; among equals in one table the most recently added. Null if there is
+    /// none.
+    [[nodiscard]] SlcPtr<SlcFuncSymbolEntry> FindUniqueFuncEntry(SlcIdentNode* ident,
+                                                                 SlcTypeNode* returnType,
+                                                                 const SlcCallArgs& args) const;
+    /// Returns the overload with these formals; among equals the first. Null if there is none.
+    [[nodiscard]] SlcPtr<SlcFuncSymbolEntry> FindUniqueFuncEntry(SlcIdentNode* ident,
+                                                                 SlcTypeNode* returnType,
+                                                                 SlcFormalsNode* formals) const;
 
     /// Returns the user function that a definition with this return type and these formals would
     /// replace: it must be in the same scope and have the same types, where all types of the point

@@ -216,14 +216,13 @@ std::vector<SlcSymbolTable::Group> SlcSymbolTable::GroupsOf(SlcIdentNode* ident)
     return groups;
 }
 
-std::vector<SlcTypeNode*> SlcSymbolTable::GetFuncType(SlcIdentNode* ident,
-                                                      SlcProcArgsNode* arguments,
-                                                      const SlcPtr<SlcSemanticError>& sink,
-                                                      bool noVoid, bool promote, bool top)
+SlcOverloads SlcSymbolTable::FindOverloads(const SlcLookup& lookup,
+                                           const SlcPtr<SlcSemanticError>& sink) const
 {
-    const SlcCallArgs args = SlcArgsOf(arguments);
-    const std::vector<Group> groups = GroupsOf(ident);
-    TriedCall call{args, sink, noVoid};
+    using Outcome = SlcOverloads::Outcome;
+    const SlcCallArgs args = SlcArgsOf(lookup.arguments);
+    const std::vector<Group> groups = GroupsOf(lookup.ident);
+    TriedCall call{args, sink, lookup.functions == SlcLookup::Functions::WithValue};
     TableOffer outermost;  // of the tables tried so far: determines the error if nothing matches
     const Group* judging = nullptr;  // the table of `outermost`
     const auto searchPass = [&](bool promoted) {
@@ -237,22 +236,22 @@ std::vector<SlcTypeNode*> SlcSymbolTable::GetFuncType(SlcIdentNode* ident,
         }
     };
 
-    searchPass(promote);
+    searchPass(false);
     // Promotion cannot fix a wrong number of arguments.
     const bool wrongCount = outermost.function && outermost.withCount.Null();
-    if (outermost.types.empty() && !promote && top && !wrongCount)
+    if (outermost.types.empty() && !wrongCount)
         searchPass(true);
     if (!outermost.types.empty())
-        return outermost.types;
+        return {Outcome::Found, std::move(outermost.types), nullptr};
     if (outermost.function.Null())
-        throw SlcSymbolNotFound{ident};
+        return {Outcome::UnknownName, {}, nullptr};
     if (outermost.withCount.Null())
-        throw SlcInvalidNumberOfArgs{outermost.function};
-    throw SlcFuncArgsTypeError{ClosestOf(judging->entries, args)};
+        return {Outcome::WrongCount, {}, nullptr};
+    return {Outcome::WrongTypes, {}, ClosestOf(judging->entries, args)};
 }
 
 std::deque<SlcPtr<SlcFuncSymbolEntry>> SlcSymbolTable::GetFuncEntrys(SlcIdentNode* ident,
-                                                                     SlcTypeNode* returnType)
+                                                                     SlcTypeNode* returnType) const
 {
     std::deque<SlcPtr<SlcFuncSymbolEntry>> entries;
     for (const Group& group : GroupsOf(ident))
@@ -263,10 +262,9 @@ std::deque<SlcPtr<SlcFuncSymbolEntry>> SlcSymbolTable::GetFuncEntrys(SlcIdentNod
     return entries;
 }
 
-SlcPtr<SlcFuncSymbolEntry> SlcSymbolTable::GetUniqueFuncEntry(SlcIdentNode* ident,
-                                                              SlcTypeNode* returnType,
-                                                              const SlcCallArgs& args, bool promote,
-                                                              bool top)
+SlcPtr<SlcFuncSymbolEntry> SlcSymbolTable::FindUniqueFuncEntry(SlcIdentNode* ident,
+                                                               SlcTypeNode* returnType,
+                                                               const SlcCallArgs& args) const
 {
     const std::vector<Group> groups = GroupsOf(ident);
     const auto searchPass = [&](bool promoted) {
@@ -283,23 +281,19 @@ SlcPtr<SlcFuncSymbolEntry> SlcSymbolTable::GetUniqueFuncEntry(SlcIdentNode* iden
         }
         return kept;
     };
-    auto entry = searchPass(promote);
-    if (entry.Null() && !promote && top)
-        entry = searchPass(true);
-    if (entry.Null())
-        throw SlcSymbolNotFound{ident};
-    return entry;
+    auto entry = searchPass(false);
+    return entry ? entry : searchPass(true);
 }
 
-SlcPtr<SlcFuncSymbolEntry> SlcSymbolTable::GetUniqueFuncEntry(SlcIdentNode* ident,
-                                                              SlcTypeNode* returnType,
-                                                              SlcFormalsNode* formals)
+SlcPtr<SlcFuncSymbolEntry> SlcSymbolTable::FindUniqueFuncEntry(SlcIdentNode* ident,
+                                                               SlcTypeNode* returnType,
+                                                               SlcFormalsNode* formals) const
 {
     const auto types = TypesOf(*formals);
     for (const auto& function : GetFuncEntrys(ident, returnType))
         if (HasFormals(*function, types))
             return function;
-    throw SlcSymbolNotFound{ident};
+    return nullptr;
 }
 
 SlcPtr<SlcFuncSymbolEntry> SlcSymbolTable::FindUserFunction(SlcIdentNode* ident,

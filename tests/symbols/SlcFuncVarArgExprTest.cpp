@@ -179,9 +179,8 @@ TEST(SlcFuncVarListSymbolEntry, ReportsAVoidArgumentOnce)
     TypedArgs args({{T::AFloat()}, {T::AVoid()}});
     const auto sink = MakeShared<SlcSemanticError>();
     const auto report = ReportsOf([&] {
-        EXPECT_THROW(static_cast<void>(
-                         table->GetFuncType(Ident("f"), args.Node(), sink, false, false, true)),
-                     SlcFuncArgsTypeError);
+        EXPECT_EQ(table->FindOverloads({Ident("f"), args.Node()}, sink).outcome,
+                  SlcOverloads::Outcome::WrongTypes);
     });
     EXPECT_EQ(report, ":0: ERROR: Void calls may not be used as parameters\n");
     EXPECT_FALSE(sink->NoError());

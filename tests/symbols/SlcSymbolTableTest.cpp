@@ -19,26 +19,31 @@ SlcPtr<SlcVarSymbolEntry> AddFloat(const Table& table, const std::string& name)
 SlcPtr<SlcVarSymbolEntry> FindOrNull(const Table& table, const std::string& name,
                                      bool noDefinitionScope = false)
 {
-    try {
-        return table->GetVarEntry(Ident(name), noDefinitionScope);
-    } catch (const SlcSymbolNotFound&) {
-        return nullptr;
-    }
+    const auto found = table->FindVarEntry(Ident(name), noDefinitionScope);
+    if (found.Null())
+        EXPECT_THROW(static_cast<void>(table->GetVarEntry(Ident(name), noDefinitionScope)),
+                     SlcSymbolNotFound);
+    return found;
 }
 
 /// How a search for the overloads of a call ends: the types, or the reason for there being none.
 std::string SearchText(const Table& table, const std::string& name, TypedArgs& args,
                        bool noVoid = false)
 {
-    try {
-        return TextOf(table->GetFuncType(Ident(name), args.Node(), nullptr, noVoid, false, true));
-    } catch (const SlcSymbolNotFound&) {
+    using Functions = SlcLookup::Functions;
+    const SlcOverloads overloads = table->FindOverloads(
+        {Ident(name), args.Node(), noVoid ? Functions::WithValue : Functions::All}, nullptr);
+    switch (overloads.outcome) {
+    case SlcOverloads::Outcome::Found:
+        return TextOf(overloads.types);
+    case SlcOverloads::Outcome::UnknownName:
         return "not found";
-    } catch (const SlcInvalidNumberOfArgs&) {
+    case SlcOverloads::Outcome::WrongCount:
         return "number";
-    } catch (const SlcFuncArgsTypeError& error) {
-        return "types of " + TextOf(error.entry->GetArgTypes());
+    case SlcOverloads::Outcome::WrongTypes:
+        return "types of " + TextOf(overloads.closest->GetArgTypes());
     }
+    return {};
 }
 
 std::string SearchText(const Table& table, const std::string& name,
@@ -165,8 +170,7 @@ TEST(SlcSymbolTable, CountsThePointFamilyAsOneTypeOfOverload)
     table->AddEntry(MakeShared<SlcFuncSymbolEntry>(SignatureOf("f", T::AVector(), {T::AVector()})));
     TypedArgs args({{T::ANormal()}});
     EXPECT_EQ(SearchText(table, "f", args), "point");
-    const auto entry =
-        table->GetUniqueFuncEntry(Ident("f"), T::APoint(), args.Choose().List(), false, true);
+    const auto entry = table->FindUniqueFuncEntry(Ident("f"), T::APoint(), args.Choose().List());
     EXPECT_EQ(entry->GetReturnType(), T::AVector());  // the later of equals
     EXPECT_EQ(table->GetFuncEntrys(Ident("f"), T::ANormal()).size(), 2u);
     EXPECT_TRUE(table->GetFuncEntrys(Ident("g"), T::ANormal()).empty());
@@ -206,19 +210,17 @@ TEST(SlcSymbolTable, PicksTheOverloadOfACallByUniqueTypes)
     local->AddEntry(MakeShared<SlcFuncSymbolEntry>(SignatureOf("f", T::AFloat(), {T::AMatrix()})));
     const auto formalOf = [&](SlcTypeNode* unique) {
         TypedArgs args({{unique}});
-        return local->GetUniqueFuncEntry(Ident("f"), T::AFloat(), args.Choose().List(), false, true)
-            ->GetArgTypes()
-            .front()
-            ->ToString();
+        const auto entry =
+            local->FindUniqueFuncEntry(Ident("f"), T::AFloat(), args.Choose().List());
+        return entry ? entry->GetArgTypes().front()->ToString() : "none";
     };
     EXPECT_EQ(formalOf(T::AFloat()), "float");
     EXPECT_EQ(formalOf(T::AColor()), "color");
     EXPECT_EQ(formalOf(T::AMatrix()), "matrix");
-    EXPECT_THROW(formalOf(T::AString()), SlcSymbolNotFound);
+    EXPECT_EQ(formalOf(T::AString()), "none");
     TypedArgs tooMany({{T::AFloat()}, {T::AFloat()}});
-    EXPECT_THROW(static_cast<void>(local->GetUniqueFuncEntry(Ident("f"), T::AFloat(),
-                                                             tooMany.Choose().List(), false, true)),
-                 SlcSymbolNotFound);
+    EXPECT_TRUE(
+        local->FindUniqueFuncEntry(Ident("f"), T::AFloat(), tooMany.Choose().List()).Null());
 }
 
 TEST(SlcSymbolTable, FindsTheFirstFunctionWithTheSameFormals)
@@ -234,11 +236,10 @@ TEST(SlcSymbolTable, FindsTheFirstFunctionWithTheSameFormals)
 
     const auto table = MakeShared<SlcSymbolTable>();
     table->AddEntry(MakeShared<SlcFuncSymbolEntry>(SignatureOf("f", T::AFloat(), {T::AColor()})));
-    EXPECT_THROW(static_cast<void>(table->GetUniqueFuncEntry(Ident("f"), T::AFloat(), &formals)),
-                 SlcSymbolNotFound);
+    EXPECT_TRUE(table->FindUniqueFuncEntry(Ident("f"), T::AFloat(), &formals).Null());
     for (int i = 0; i < 2; ++i)
         table->AddFuncEntry(Ident("f"), T::AFloat(), &formals, nullptr, nullptr, nullptr);
-    const auto entry = table->GetUniqueFuncEntry(Ident("f"), T::AFloat(), &formals);
+    const auto entry = table->FindUniqueFuncEntry(Ident("f"), T::AFloat(), &formals);
     EXPECT_EQ(entry, table->GetFuncEntrys(Ident("f"), T::AFloat())[1]);
     EXPECT_EQ(TextOf(entry->GetArgTypes()), "color[]");
     EXPECT_TRUE(entry->GetArgStorages().front()->IsOutput());
