@@ -71,8 +71,8 @@ public:
                                              const SlcPtr<SlcSemanticError>& sink, bool promote);
     /// The number of fixed arguments that do not match their formals even with promotion.
     [[nodiscard]] std::size_t CountMisfits(const SlcCallArgs& args) const;
-    /// Reports each argument that does not match even with promotion; called when
-    /// `SlcFuncArgsTypeError` is caught.
+    /// Reports each argument that does not match even with promotion, after the outcome
+    /// `SlcOverloads::Outcome::WrongTypes`.
     void ErrorsTypeArgs(const SlcCallArgs& args, const SlcPtr<SlcSemanticError>& sink,
                         std::string_view name);
 
