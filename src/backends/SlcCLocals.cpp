@@ -61,7 +61,7 @@ std::vector<SlcOperand> SlcCLocals::InBlockOrder() const
     return ordered;
 }
 
-// Of the body
+// Locals of the body
 
 void SlcCLocals::GenVarsStructure()
 {
@@ -142,7 +142,7 @@ void SlcCLocals::GenDestroyLocalVars()
     Line();
 }
 
-// Of the functions for default values
+// Locals of the functions for default values
 
 void SlcCLocals::GenUniformStructure(const std::vector<SlcOperand>& members)
 {

@@ -19,7 +19,7 @@
 /// depend on: the body by functions beside it, the two for default values by statements of theirs.
 class SlcCLocals : private SlcCText {
 public:
-    /// Without locals at first. `out` outlives it.
+    /// Starts without locals. `out` must outlive the object.
     explicit SlcCLocals(std::ostream& out) : SlcCText(out) {}
 
     /// Adds the locals that `list` uses. Lists of one function bear locals of different names.
@@ -44,7 +44,7 @@ public:
     [[nodiscard]] static int FloatsOf(const SlcOperand& local);
 
 private:
-    /// What one point takes of the block that holds varying locals.
+    /// The size of one point's part of the block of varying locals.
     struct PointSize {
         int floats = 0;
         int strings = 0;

@@ -49,8 +49,7 @@ std::string Description(SlcInterForm& form)
     }
 }
 
-/// What the instructions of a shader do with the predefined variables, which have the first
-/// numbers.
+/// How the instructions of a shader use the predefined variables, which have the first numbers.
 class Uses : private SlcOperandWalker {
 public:
     explicit Uses(const SlcInterForm& form)

@@ -3,8 +3,8 @@
 #include <ostream>
 #include <string_view>
 
-/// What writes lines of a C++ file. Parts of a file derive from it and share the stream, which
-/// outlives them; whether all could be written is asked once, at the end of the file.
+/// Writes lines of a C++ file. Parts of a file derive from it and share the stream, which outlives
+/// them; whether all could be written is asked once, at the end of the file.
 class SlcCText {
 protected:
     explicit SlcCText(std::ostream& out) : m_out(out) {}

@@ -16,8 +16,8 @@
 
 /// One code block: 16-bit values, and the jumps that wait for their labels.
 ///
-/// What does not fit into 16 bits is reported, once for each kind of value also when other blocks
-/// follow; the value is then worth nothing.
+/// Values that do not fit into 16 bits are reported, once for each kind of value also when other
+/// blocks follow; the value is then worth nothing.
 class SlcCodeBlock {
 public:
     using Report = std::function<void(std::string_view text)>;

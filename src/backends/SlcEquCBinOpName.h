@@ -12,7 +12,8 @@
 /// instruction without a name is fatal.
 class SlcEquCBinOpName : private SlcAllICodeWalker {
 public:
-    /// What an inversion is named by: generated C++ names both operands, byte-code the source.
+    /// How an inversion is named: after both operands in generated C++, after the source in
+    /// byte-code.
     enum class Invert { DestAndSource, Source };
 
     explicit SlcEquCBinOpName(Invert invert) : m_invert(invert) {}

@@ -32,7 +32,8 @@ void SlcFileInProgress::Finish()
     m_file.close();
     if (!m_errors->NoError())
         throw SlcCompilationError();
-    // The source chooses its shader's name, so that one too long for a file is its own fault.
+    // The source chooses its shader's name, so that a name too long for a file is a fault of the
+    // source.
     if (!m_file || !m_unfinished.MoveIntoPlace())
         ReportUnwritten();
 }

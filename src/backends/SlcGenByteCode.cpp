@@ -179,7 +179,7 @@ void SlcGenByteCode::GenLocals(const std::vector<SlcOperand>& locals)
 void SlcGenByteCode::GenVarTypeInfo(const SlcOperand& variable)
 {
     const SlcTypeNode* type = variable->GetType();
-    // One text, since a stream takes far longer over a number.
+    // Numbers are collected in one text: writing each to the stream takes far longer.
     std::string line = std::to_string(SlcInterfaceQxLib::SlcTypeNodeToQxType(ElementOf(type)));
     line.append(1, ' ').append(std::to_string(SizeOf(type)));
     m_out << line.append(type->IsArrayRefType() ? " 1\n" : " 0\n");
@@ -199,7 +199,7 @@ void SlcGenByteCode::GenConstInfo(const SlcOperand& constant)
     if (constant->IsFloat()) {
         const std::string text = SlcFloatText(constant->GetFloat());
         m_out << text;
-        // The reader takes a float, and would have an infinite one.
+        // The reader converts the number to a float, which would be infinite.
         if (std::abs(constant->GetFloat()) > std::numeric_limits<float>::max()) {
             ++m_faults;
             m_errors->Error(m_shader, "Constant " + text + " does not fit into single precision");

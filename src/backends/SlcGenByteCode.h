@@ -15,6 +15,8 @@
 #include "icode/SlcInterForm.h"
 #include "icode/SlcJumpICode.h"
 
+class SlcProcCallExprNode;
+
 /// Writes a finished shader as a `.sqx` file: a text of decimal numbers, names and quoted strings
 /// that the renderer's shading virtual machine loads. docs/byte-code.md describes it.
 ///
@@ -39,7 +41,7 @@ private:
     // One for each section, in the order of the file.
     /// The mark of such a file, the version, and the kind of shader as a number.
     void GenHeader(const SlcInterForm& form);
-    /// How many variables there are, then predefined ones by name, parameters, locals and
+    /// The number of variables, then predefined ones by name, parameters, locals and
     /// constants, both of `list`.
     void GenVarDeclarations(SlcInterForm& form, SlcPtr<SlcListICode> list);
     /// The spaces that the shader names, without the two that every file implies.
@@ -70,7 +72,7 @@ private:
     void GenConstInfo(const SlcOperand& constant);
     void Number(const SlcOperand& operand) { operand->m_index = m_nextVarNb++; }
 
-    /// At the statement whose code is written, or else at the shader.
+    /// Reports at the statement whose code is written, or else at the shader.
     void Report(std::string_view text);
     /// Before anything is written.
     void Begin(const SlcInterForm& form);

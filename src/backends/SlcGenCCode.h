@@ -44,7 +44,7 @@ private:
     /// `QxInitialize`: the default values of an instance.
     void GenInitialize();
     void GenDefaultValue(std::size_t parameter);
-    /// What a parameter holds until the first grid is shaded: zeros, or empty strings.
+    /// The value of a parameter until the first grid is shaded: zeros, or empty strings.
     void GenShadeTimePlaceholder(std::size_t parameter);
     /// The default values that need shading data, as a function that the body calls first.
     void GenInitializeAtShadeTime();
@@ -72,7 +72,7 @@ private:
 
     /// The operand of a parameter, by its place in the file.
     [[nodiscard]] const SlcOperand& Parameter(std::size_t i) const;
-    /// How the file reaches the variable of a parameter that the renderer holds.
+    /// The text by which the file reaches the variable of a parameter that the renderer holds.
     [[nodiscard]] std::string Visible(std::size_t parameter) const;
 
     SlcPtr<SlcSemanticError> m_errors;

@@ -2,22 +2,22 @@
 
 #include "icode/SlcLexType.h"
 
-// What declarations of a local need to know of its type.
+// Facts on the type of a local that its declarations depend on.
 
-/// False of a reference to an element, which answers as its element does.
+/// False for a reference to an element, which counts as its element.
 [[nodiscard]] inline bool IsArray(const SlcOperand& local)
 {
     return local->GetType()->IsArrayType();
 }
 
-/// Of an array its element's type, of any other local its own.
+/// The element's type for an array, else the type itself.
 [[nodiscard]] inline const SlcTypeNode* ElementType(const SlcOperand& local)
 {
     const SlcTypeNode* type = local->GetType();
     return IsArray(local) ? static_cast<const SlcArrayTypeNode*>(type)->GetElementType() : type;
 }
 
-/// Elements of an array, 1 for any other local.
+/// The number of elements; 1 for a local that is not an array.
 [[nodiscard]] inline int ElementCount(const SlcOperand& local)
 {
     return IsArray(local) ? static_cast<const SlcArrayTypeNode*>(local->GetType())->GetLength() : 1;

@@ -93,7 +93,7 @@ public:
             stages();
             m_result.failure = Failure::None;
         } catch (const SlcCompilationError&) {
-            // Reported where it was thrown, as the next ones.
+            // Already reported, like the next ones.
         } catch (const SlcCompilationSevereError&) {
             m_result.failure = Failure::Preprocessing;
         } catch (const SlcCompilationEnd& end) {
@@ -180,7 +180,7 @@ private:
         m_result.index = SlcMakeIndex(*m_trace, m_text, tree.get(), m_record.m_strict);
     }
 
-    /// Goes on as far as the faults let it. What it reports follows from them, and has no reader.
+    /// Continues as far as the faults allow. Its reports are consequences of them, and are dropped.
     void IndexFaultySource(Tree& tree)
     {
         try {

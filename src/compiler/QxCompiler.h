@@ -10,7 +10,7 @@
 
 class QxSourceIndex;
 
-/// What a compile is asked to do; the fields are those options of `shaderqx` that change a shader.
+/// The request for a compile; the fields are those options of `shaderqx` that change a shader.
 struct QxCompileOptions {
     enum class Output {
         ByteCode,      // the contents of a `.sqx` file
@@ -53,7 +53,7 @@ struct QxCompileReport {
 
 /// The outcome of a compile.
 struct QxCompileResult {
-    /// What was at fault.
+    /// The kind of fault.
     enum class Failure {
         None,
         Preprocessing,  // the source, before it was parsed; or it could not be read
@@ -77,7 +77,7 @@ struct QxCompileResult {
     std::vector<std::string> searchedPlaces;    // where included files were looked for in vain
     std::vector<std::string> shadeopLibraries;  // whose functions the shader calls
 
-    /// What the names of the source mean; `compiler/QxSourceIndex.h` defines it. Null unless
+    /// The meanings of the source's names; `compiler/QxSourceIndex.h` defines it. Null unless
     /// `makesIndex` asks for it; of a source with faults it holds what could be read.
     std::shared_ptr<const QxSourceIndex> index;
 };

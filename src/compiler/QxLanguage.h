@@ -6,7 +6,7 @@
 
 #include "compiler/QxSourceIndex.h"
 
-// What the language itself defines, as the compiler has it, for editors.
+// The names that the language defines, from the compiler's tables, for editors.
 
 /// The overloads of all built-in functions, by name; each is of kind `BuiltIn`, with its result,
 /// its formals and its declaration. The texture accesses are among them.
@@ -18,7 +18,7 @@
 /// Those that the body of a light loop has besides.
 [[nodiscard]] std::vector<QxIndexedName> QxLightLoopVariables();
 
-/// What a keyword is for.
+/// The purpose of a keyword.
 enum class QxWordKind { Shader, Detail, Type, Statement, Texture };
 struct QxWord {
     std::string_view word;

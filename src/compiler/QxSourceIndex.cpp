@@ -147,7 +147,7 @@ QxCallAtPlace QxSourceIndex::CallAt(int file, int line, int column) const
                (token.isBody || token.place.file != file ||
                 std::tie(token.place.line, token.place.column) >= std::tie(line, column));
     };
-    // What is not written yet may have left any parentheses open: a ";" or a brace ends the way.
+    // Unfinished code may have left any parentheses open: a ";" or a brace ends the search.
     for (std::size_t i = OrderAt(file, line, column); i-- > 0;) {
         if (isPassedOver(tokens[i]))
             continue;

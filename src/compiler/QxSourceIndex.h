@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-// What the names of a compiled source mean, for editors. A compile makes an index if
+// The meanings of the names of a compiled source, for editors. A compile makes an index if
 // `QxCompileOptions::makesIndex` asks for it, also of a source with faults. `docs/compiling.md`
 // shows how.
 //
@@ -165,7 +165,7 @@ public:
     [[nodiscard]] const QxIndexedUse* UseAt(int file, int line, int column) const;
     /// All uses of a name, its definition too, by their places. O(n).
     [[nodiscard]] std::vector<const QxIndexedUse*> UsesOf(int name) const;
-    /// What can be named at a place: the variables and functions of the source, nearest first, and
+    /// The names visible at a place: the variables and functions of the source, nearest first, and
     /// none that another one hides. Macros, built-ins and predefined variables are left out, which
     /// are the same everywhere (`QxLanguage.h`), except those of a light loop. O(n).
     [[nodiscard]] std::vector<int> NamesInScope(int file, int line, int column) const;

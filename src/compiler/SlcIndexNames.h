@@ -33,7 +33,8 @@ public:
     void SetVariable(const SlcVarSymbolEntry* entry, int name) { m_variables[entry] = name; }
     void SetFunction(const SlcFuncDefNode* definition, int name) { m_functions[definition] = name; }
 
-    /// What an `extern` declaration stands for has the number of its variable. -1 for null.
+    /// The number of a variable; an `extern` declaration has that of the variable it refers to. -1
+    /// for null.
     [[nodiscard]] int OfVariable(const SlcPtr<SlcVarSymbolEntry>& entry);
     [[nodiscard]] int OfFunction(const SlcPtr<SlcFuncSymbolEntry>& entry);
     [[nodiscard]] int OfTexture(const std::string& kind, const std::string& type);

@@ -1,9 +1,9 @@
 // One walk in the order of the source. Names are numbered where they are defined, so that later
 // uses find them by their symbol entries; names of the language are numbered at their first use.
 //
-// What a local holds is the sum of the values that it is given anywhere, since a loop may come back
-// to an earlier place: a varying value, or any in a branch that some points do not take, makes it
-// varying.
+// The detail of a local is the sum of those of all values assigned to it, since a loop may come
+// back to an earlier place: a varying value, or any in a branch that some points do not take, makes
+// it varying.
 //
 // Tested by tests/compiler/QxSourceIndexTest.cpp.
 

@@ -7,7 +7,7 @@
 #include "compiler/SlcIndexPlaces.h"
 #include "frontend/SlcNodes.h"
 
-/// What the checks have found out about a value; open and empty for one that they did not see.
+/// The facts on a value from the checks; open and empty for a value that they did not see.
 [[nodiscard]] QxDetail SlcDetailOf(const SlcExprNode* expr);
 [[nodiscard]] std::string SlcTypeOf(const SlcExprNode* expr);
 /// The detail of what two values are put into.
@@ -65,7 +65,7 @@ private:
                  const std::vector<const SlcExprNode*>& arguments);
     void WalkBody(SlcStmtsNode* body, const SlcTextRange& definition);
     void FinishDeclaration(int name);
-    /// What is known of the detail of a variable here.
+    /// The known detail of a variable here.
     [[nodiscard]] QxDetail DetailHere(int name, const SlcExprNode* use) const;
     /// Walks a value, and returns what is known of its detail.
     QxDetail WalkValue(SlcExprNode* value);

@@ -10,7 +10,7 @@ namespace {
 
 using Flag = bool SlcOptionsControl::*;
 
-// What each level turns on beyond the one below it.
+// The options that each level turns on beyond the one below it.
 constexpr Flag k_level1Flags[] = {
     &SlcOptionsControl::m_simdInstructions, &SlcOptionsControl::m_regroupParallelBlocks,
     &SlcOptionsControl::m_assignInPlace,    &SlcOptionsControl::m_reuseTempVars,

@@ -2,6 +2,6 @@
 
 std::vector<SlcPreprocessorOptions::Macro> SlcPreprocessorMacros()
 {
-    // Of the platform that the first shaders were written on.
+    // Macros of the platform that the first shaders were written on.
     return {{"OMBRIUM"}, {"IRIX"}};
 }

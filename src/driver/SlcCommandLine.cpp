@@ -1,4 +1,4 @@
-// What is no option of the table in SlcOptionRows.cpp is a fault or the input file.
+// A word that is not an option of the table in SlcOptionRows.cpp is a fault or the input file.
 //
 // Tested by tests/driver/SlcCommandLineTest.cpp.
 

@@ -7,8 +7,8 @@
 
 #include "compiler/QxCompiler.h"
 
-/// What the command line and the environment ask for: the stages to run, the files, the
-/// commands, and the options of the compiler's library.
+/// The request of the command line and the environment: the stages to run, the files, the commands,
+/// and the options of the compiler's library.
 struct SlcCommandLine {
     QxCompileOptions m_compile;
     std::string m_inputFile;         // as given; empty if none was

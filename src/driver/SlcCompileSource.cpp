@@ -23,8 +23,8 @@ namespace {
 using Failure = QxCompileResult::Failure;
 using Output = QxCompileOptions::Output;
 
-/// What the preprocessor made, in memory or in a file; nothing, which is reported, if there is no
-/// file. The text in memory stays: after a fatal report it is written.
+/// The preprocessed text, in memory or in a file; nothing, which is reported, if there is no file.
+/// The text in memory stays: after a fatal report it is written.
 [[nodiscard]] std::optional<std::string> PreprocessedText(const SlcCommandLine& line,
                                                           const SlcRunFiles& files)
 {

@@ -4,7 +4,7 @@
 //     cc -E $cpp_options "$input_file" > "$cpp_result"                         the command, from
 //     there too
 //
-// Without a command for the preprocessor the library does its work.
+// If no command for the preprocessor is set, the library preprocesses.
 //
 // Tested by tests/driver/SlcExternalCommandsTest.cpp.
 
@@ -120,8 +120,8 @@ void AcceptFileInPlace(const SlcUnfinishedFile& file, const std::string& place)
     return !stream.fail();
 }
 
-/// What the default command says, in this process. The text stays in memory unless it is to be
-/// seen.
+/// Does the work of the default command in this process. The text stays in memory unless it is to
+/// be seen.
 [[nodiscard]] bool Preprocess(const SlcCommandLine& line, SlcRunFiles& files)
 {
     QxCompileOptions options = line.m_compile;

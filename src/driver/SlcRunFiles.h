@@ -5,9 +5,9 @@
 
 #include "support/SlcUnfinishedFile.h"
 
-/// What one run makes for its next stage. Each file has a name that no other run has, and is moved
-/// into its place at the end if it is to be kept; after a fatal error the preprocessed file is,
-/// too.
+/// The files that a run makes for its next stage. Each file has a name that no other run has, and
+/// is moved into its place at the end if it is to be kept; after a fatal error the preprocessed
+/// file is, too.
 struct SlcRunFiles {
     std::string m_shaderName;                         // once it is parsed
     std::string m_preprocessedText;                   // if the library made it

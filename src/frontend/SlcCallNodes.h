@@ -38,7 +38,7 @@ public:
     /// Null until the semantic pass has chosen an overload, and after a reported error.
     [[nodiscard]] const SlcPtr<SlcFuncSymbolEntry>& GetSymbolEntry() const { return m_entry; }
     void SetSymbolEntry(SlcPtr<SlcFuncSymbolEntry> entry);
-    /// Of the overload's variable tail, the part that took each argument after the fixed ones. Null
+    /// The part of the overload's variable tail that took each argument after the fixed ones. Null
     /// for an argument that only the function itself can judge.
     [[nodiscard]] const std::vector<SlcFuncVarArgLeaf*>& GetTailLeaves() const { return m_leaves; }
     void SetTailLeaves(std::vector<SlcFuncVarArgLeaf*> leaves) { m_leaves = std::move(leaves); }

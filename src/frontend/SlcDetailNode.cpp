@@ -1,7 +1,7 @@
 // One object for each detail, made when it is first asked for: other statics may ask.
 //
-// Of two operands, one that may turn out varying keeps the result open: unknown beats uniform,
-// since a function's body is checked before the details of its arguments are known from its calls.
+// If one of two operands may turn out varying, the result stays open: unknown beats uniform, since
+// a function's body is checked before the details of its arguments are known from its calls.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 

@@ -10,7 +10,7 @@ class SlcDetailNode : public SlcSyntaxNode {
 public:
     /// Open until a call decides.
     [[nodiscard]] virtual bool IsUnknownDetail() const { return false; }
-    /// Of these tests a detail answers one with yes; a temp-uniform one is uniform too.
+    /// One of these is true of a detail; a temp-uniform one is also uniform.
     [[nodiscard]] virtual bool IsVarying() const { return false; }
     [[nodiscard]] virtual bool IsUniform() const { return false; }
     /// A temporary that no value outlives a shading point in: one place of storage serves them all.
@@ -28,7 +28,7 @@ public:
                                                 const SlcDetailNode* second);
 };
 
-/// What neither word says: of a formal or local in a function, whose calls decide.
+/// The detail of a formal or local of a function that is declared without one; calls decide it.
 class SlcUnknownDetailNode : public SlcVisitable<SlcUnknownDetailNode, SlcDetailNode> {
 public:
     [[nodiscard]] bool IsUnknownDetail() const override { return true; }

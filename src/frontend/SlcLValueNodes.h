@@ -1,6 +1,6 @@
 #pragma once
 
-// What assignments write to, lowered in SlcGenInterCodeAssignments.cpp.
+// The targets of assignments, lowered in SlcGenInterCodeAssignments.cpp.
 
 #include <memory>
 #include <string>

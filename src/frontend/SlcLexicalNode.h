@@ -79,7 +79,7 @@ class SlcStringLiteralNode : public SlcVisitable<SlcStringLiteralNode, SlcLexica
 public:
     explicit SlcStringLiteralNode(std::string_view text) : m_text(text) {}
     [[nodiscard]] bool IsString() const override { return true; }
-    /// With the enclosing double quotes.
+    /// The text with the enclosing double quotes.
     [[nodiscard]] const std::string& GetText() const { return m_text; }
 
 private:

@@ -1,5 +1,5 @@
-// What the rules of grammar.y call to make nodes. A value on the parser's stack owns its node until
-// an action takes it; what an error leaves there, the parser hands to Discard.
+// The functions that the rules of grammar.y call to make nodes. A value on the parser's stack owns
+// its node until an action takes it; what an error leaves there, the parser hands to Discard.
 //
 // Later passes recurse over the tree, so its height is bounded here, once for all: a tree higher
 // than the stack has room for becomes a small one of its kind, and one report is made.
@@ -21,7 +21,7 @@ namespace SlcParseActions {
 
 namespace {
 
-/// What the actions keep of the parse that runs.
+/// The state of the current parse.
 struct Parse {
     std::unique_ptr<SlcDefinitionsNode> root;
     int maxHeight = 0;  // what the stack has room for
@@ -40,7 +40,7 @@ std::unique_ptr<SlcExprNode> SmallExpr(const SlcPosition& position)
     return std::make_unique<SlcConstExprNode>(position, SlcLexicalNode::CreateFloat(0));
 }
 
-/// Of the kind of `node`; null for what only grows with these kinds, and by a level or two.
+/// The kind of `node`; null for nodes that add at most a level or two to these kinds.
 std::unique_ptr<SlcSyntaxNode> SmallNode(const SlcSyntaxNode* node, const SlcPosition& position)
 {
     if (dynamic_cast<const SlcExprNode*>(node))

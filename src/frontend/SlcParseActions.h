@@ -10,14 +10,14 @@
 #include "frontend/SlcScanner.h"
 #include "frontend/SlcTokenValue.h"
 
-/// What the actions of the grammar share.
+/// The state shared by the actions of the grammar.
 namespace SlcParseActions {
 
 /// Forgets an earlier parse.
 void Begin();
 /// The whole tree, which `TakeRoot` hands on.
 void SetRoot(std::unique_ptr<SlcDefinitionsNode> root);
-/// What the parser reads its tokens through.
+/// The filter through which the parser reads its tokens.
 [[nodiscard]] SlcParseAdvice& Advice();
 /// Null if the parse did not come to its end.
 [[nodiscard]] std::unique_ptr<SlcDefinitionsNode> TakeRoot();

@@ -61,7 +61,7 @@ private:
         int indent = 0;  // of the line
     };
     enum class Condition { None, Open, Closed };
-    /// What is kept from the parser when it wants the next token.
+    /// The code whose tokens are hidden from the parser.
     enum class Drops { Nothing, HeadOfFor, Definition, Else };
     enum class Pending { None, Separator, Block };
 
@@ -72,7 +72,7 @@ private:
     [[nodiscard]] int ReadBehindHead();
     /// The last token of a statement or definition, of which some tokens have been read.
     [[nodiscard]] int ReadToEnd();
-    /// What the parser gets of the next token while it drops tokens.
+    /// The token passed to the parser in place of the next one while tokens are dropped.
     [[nodiscard]] int Resume(int token);
     /// The last token, a brace, begins the block of a head with a fault.
     [[nodiscard]] bool BeginsBlock() const;
@@ -102,7 +102,8 @@ private:
     void FollowBrace(const Token& token);
     void FollowCondition(const Token& token);
 
-    /// What was most likely meant, of all that the next ones know; empty if none of them does.
+    /// The most likely meaning, from the first of the next functions that knows one; empty if none
+    /// does.
     [[nodiscard]] std::string Hint(const SlcParserTables& tables) const;
     // `class a`, `a->b`
     [[nodiscard]] std::string HintOnLaterWords() const;

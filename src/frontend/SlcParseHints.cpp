@@ -1,5 +1,5 @@
-// What was most likely meant where the parser refuses a token. What people mistake for the language
-// is a matter of other languages, which the last few tokens give away:
+// Guesses the meaning of a token that the parser refuses. What people mistake for the language is a
+// matter of other languages, which the last few tokens give away:
 //
 //     int i = 3;        unexpected 'i': the language has no 'int', ..., write 'float'
 //     if (x) y = 1;     unexpected 'y': a condition needs a comparison

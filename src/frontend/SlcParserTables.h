@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <span>
 
-/// What the parser could take instead of a token that it refuses. Defined beside the tables of the
-/// generated parser, in grammar.y.
+/// Finds tokens that the parser could accept instead of one that it refuses. Defined beside the
+/// tables of the generated parser, in grammar.y.
 class SlcParserTables {
 public:
     virtual ~SlcParserTables() = default;

@@ -1,4 +1,5 @@
-// What the rules of scanner.l call: keywords, positions, and the line that a report shows.
+// The functions that the rules of scanner.l call: keywords, positions, and the line that a report
+// shows.
 //
 //     # 3 "a.sl"          a line marker of the preprocessor: what follows is line 3 of a.sl
 //     float x = $;        the report repeats the line as read, with a filler below it that ends in

@@ -12,9 +12,9 @@
 #include "support/SlcCompilation.h"
 #include "support/SlcSourcePosition.h"
 
-/// What the scanner keeps beside the tokens: the current file, line and column, and the source line
-/// for reports. The state is that of `SlcCurrentPosition`, which only these operations write. The
-/// rules of scanner.l call them; a compilation scans one source at a time.
+/// The state of the scanner beside the tokens: the current file, line and column, and the source
+/// line for reports. The state is that of `SlcCurrentPosition`, which only these operations write.
+/// The rules of scanner.l call them; a compilation scans one source at a time.
 class SlcScanner {
 public:
     static constexpr std::size_t k_maxTokenLength = 8191;
@@ -72,7 +72,7 @@ public:
     [[nodiscard]] static std::size_t Read(char* buffer, std::size_t size);
 
 private:
-    /// Of the generated scanner.
+    /// Resets the generated scanner.
     static void Restart();
     static const std::string* FileName(std::string_view name);
     /// Counts the characters, and adds them to a line that is not held.

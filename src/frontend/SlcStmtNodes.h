@@ -18,7 +18,7 @@ class SlcRelationNode;
 class SlcStmtNode : public SlcSyntaxNode {
 public:
     using SlcSyntaxNode::SlcSyntaxNode;
-    /// What reports and dumps call it.
+    /// Its name in reports and dumps.
     [[nodiscard]] virtual std::string ToString() const = 0;
     [[nodiscard]] SlcStmtNode* AsStmt() final { return this; }
 };

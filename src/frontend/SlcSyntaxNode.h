@@ -41,8 +41,8 @@ public:
     static constexpr int k_maxHeight = 10000;
     static constexpr std::size_t k_stackPerLevel = 8192;
 
-    /// Without a position, and at one. A class with children takes over those that its constructor
-    /// is given.
+    /// Makes a node without a position, or at one. A class with children takes over those that its
+    /// constructor is given.
     SlcSyntaxNode();
     explicit SlcSyntaxNode(const SlcPosition& position);
     SlcSyntaxNode(const SlcSyntaxNode&) = delete;

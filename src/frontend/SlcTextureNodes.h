@@ -66,7 +66,7 @@ private:
     std::unique_ptr<SlcExprNode> m_channel;
 };
 
-/// What follows the name: coordinates, then name and value pairs.
+/// The arguments after the name: coordinates, then name and value pairs.
 class SlcTextureArgsNode : public SlcVisitable<SlcTextureArgsNode, SlcSyntaxNode> {
 public:
     /// Those of the first argument, if there is one.

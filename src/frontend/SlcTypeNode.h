@@ -70,7 +70,7 @@ public:
                                                       const SlcFloatConstNode* length);
     /// A length of 0 means unspecified.
     [[nodiscard]] static SlcTypeNode* CreateArrayType(SlcTypeNode* element, int length);
-    /// Of an element of an array of `element`.
+    /// The type of an element of an array of `element`.
     [[nodiscard]] static SlcTypeNode* CreateArrayRefType(SlcTypeNode* element);
 };
 
@@ -188,7 +188,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "void"; }
 };
 
-/// What an expression has after a report: it matches everything, so that one fault gives one
+/// The type of an expression after a report: it matches every type, so that one fault gives one
 /// report. Walkers see it as a `SlcTypeNode`.
 class SlcErrorTypeNode : public SlcVisitable<SlcErrorTypeNode, SlcTypeNode> {
 public:

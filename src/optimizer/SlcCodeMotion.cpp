@@ -190,7 +190,8 @@ void SlcCodeMotion::FindLimits()
     }
 }
 
-// Of all writes, that loop holds one of the two next to the block in the order of the places.
+// If that loop contains a write, it contains one of the two nearest to the block in the order of
+// the places.
 int SlcCodeMotion::InnermostWriting(int block, int variable, bool isOwn) const
 {
     const std::pair here(variable, m_nest.PlaceOf(block));
@@ -235,7 +236,7 @@ void SlcCodeMotion::MoveOutOf(const Loop& loop)
     }
 }
 
-// Of the loops around it, those on the way to the place where it stays or waits.
+// The loops around it, up to the one in which it stays or waits.
 bool SlcCodeMotion::IsHeld(const Loop& loop, const Candidate& candidate) const
 {
     return loop.place <= candidate.staysIn ||

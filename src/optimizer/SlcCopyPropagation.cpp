@@ -175,7 +175,7 @@ void SlcCopyPropagation::Case(SlcPtr<SlcCallICode> code)
     const SlcCallFormal unknown{SlcTypeNode::AAnyType(), SlcDetailNode::AUnknown(), true};
     std::vector<std::size_t> written;
     for (std::size_t i = 0; i < code->m_args.size(); ++i) {
-        // Without a row nothing is known of an argument: no constant enters.
+        // Nothing is known of the arguments of a function without a row: no constant replaces them.
         const SlcCallFormal formal =
             code->m_funcEntry ? SlcFormalAt(*code->m_funcEntry, i) : unknown;
         m_keepVarying = !formal.detail->IsUniform();

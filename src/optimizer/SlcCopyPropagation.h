@@ -35,7 +35,7 @@ public:
     [[nodiscard]] bool HasChanged() const { return m_changed; }
 
 private:
-    /// What is known at one point. Joins need only the bools, so they are kept separately.
+    /// The known values at one point. Joins need only the bools, so they are kept separately.
     struct Known {
         SlcConstantTable bools;
         SlcConstantTable others;  // of every other type

@@ -32,7 +32,7 @@ public:
         std::vector<std::uint64_t> defs;  // written in the block
         std::vector<std::uint64_t> alive;  // at the front of the block
 
-        /// At the front of a block.
+        /// The set at the front of a block.
         [[nodiscard]] std::uint64_t AliveAt(int block) const
         {
             return block >= end ? 0 : alive[block < first ? 0 : block - first];
@@ -44,8 +44,8 @@ public:
     SlcDataflowAnalysis(const SlcControlFlowGraph& graph, const SlcVariableNumbers& variables,
                         SlcDefUse& defUse);
 
-    /// At the front and at the end of a block. Alive: some way from there reads the variable before
-    /// it writes it. O(1), and O(successors).
+    /// Variables alive at the front and at the end of a block: some path from there reads the
+    /// variable before it writes it. O(1), and O(successors).
     [[nodiscard]] bool IsLiveIn(int block, int variable) const;
     [[nodiscard]] bool IsLiveOut(int block, int variable) const;
     /// For passes that work on whole words of variables.
@@ -65,7 +65,7 @@ public:
     /// The variable was alive, when the analysis was made, where some jump back leads.
     [[nodiscard]] bool GoesAroundLoop(int variable) const;
 
-    // What the instruction at a place in the list read and wrote when the analysis was made.
+    // The reads and writes of the instruction at a place in the list when the analysis was made.
     [[nodiscard]] std::span<const int> UsesAt(std::size_t place) const { return m_codeUse[place]; }
     [[nodiscard]] std::span<const int> DefsAt(std::size_t place) const { return m_codeDef[place]; }
 
@@ -87,11 +87,11 @@ private:
         int bit = 0;
     };
 
-    /// What each block reads before it writes, and what it writes.
+    /// The variables that each block reads before it writes them, and those that it writes.
     void CollectBlockSets();
     /// Those that may be alive at some border, with the stretch where they can be.
     [[nodiscard]] std::vector<Followed> FollowedVariables() const;
-    /// By stretches that lie together, and solves each.
+    /// Groups variables by stretches that lie together, and solves each group.
     void MakeGroups(const std::vector<Followed>& followed);
     /// Enters what blocks use and define.
     void FillGroups();
@@ -133,7 +133,7 @@ public:
     void StartAtEndOf(int block) { m_block = block; }
     /// After the current instruction.
     [[nodiscard]] bool IsLive(int variable) const;
-    /// At the front of the block: it reads the variable before any write.
+    /// True at the front of the block if it reads the variable before any write.
     [[nodiscard]] bool IsReadFirst(int variable) const
     {
         return m_seen[variable].block == m_block && m_seen[variable].alive;

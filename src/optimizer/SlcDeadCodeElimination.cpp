@@ -61,7 +61,7 @@ bool IsWholeVariable(const SlcOperand& operand)
     return SlcVariableNumbers::Of(operand) >= 0 && !type->IsArrayType() && !type->IsArrayRefType();
 }
 
-/// What an instruction computes and no more.
+/// The result of an instruction without other effects.
 struct Computation {
     int variable = -1;  // that it writes as a whole; none for an instruction that does more
     bool assignsItself = false;

@@ -1,4 +1,4 @@
-// What foldable built-ins give for constants: the functions of the run time again, in single
+// Computes foldable built-ins of constants: the functions of the run time again, in single
 // precision and with its rules where mathematics has no answer (a root of a negative number is 0).
 // An argument without any value, as asin(2), gives no number, which the caller leaves to run time.
 //

@@ -4,8 +4,9 @@
 //     1  y = 2         y: 1       before the read
 //     2  y = x         y: 2..
 //
-// What a block does not mention is alive all through it or not at all. Such stretches come from the
-// groups of the data-flow analysis, a range for each run of blocks and not one for each block.
+// A variable that a block does not mention is alive throughout the block or nowhere in it. Such
+// stretches come from the groups of the data-flow analysis, a range for each run of blocks and not
+// one for each block.
 //
 // Tested by tests/optimizer/SlcDataflowAnalysisTest.cpp against the sets of each instruction.
 

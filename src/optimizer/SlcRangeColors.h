@@ -26,8 +26,8 @@ private:
     /// Marks `ranges` as taken by `color`, up to the root.
     void Occupy(int color, const Ranges& ranges);
 
-    // Where all colors below each node are taken: the root is node 1, the children of node i are
-    // 2 i and 2 i + 1, the colors are the last m_leaves nodes.
+    // Ranges in which all colors below a node are taken: the root is node 1, the children of node i
+    // are 2 i and 2 i + 1, the colors are the last m_leaves nodes.
     std::vector<Ranges> m_taken = {{}, {}};
     std::size_t m_leaves = 1;
     std::size_t m_colors = 0;

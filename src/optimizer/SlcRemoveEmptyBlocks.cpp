@@ -34,7 +34,7 @@ bool IsExactly(const SlcPtr<SlcICode>& code)
     return &typeid(object) == &typeid(Code);
 }
 
-/// How an instruction takes part in the removal of pairs of marks.
+/// The role of an instruction in the removal of pairs of marks.
 enum class Mark { None, OrderSensitiveCall, BeginParallel, EndParallel, If, EndIf };
 
 [[nodiscard]] Mark MarkOf(const SlcPtr<SlcICode>& code)
@@ -236,7 +236,7 @@ void SlcRemoveEmptyBlocks::ReplaceLabel(const std::string& oldName, const SlcLab
         m_aliases.emplace(oldName, target);
     } else if (!onlyIfUsed || m_usedLabels.count(newLabel->m_name) != 0) {
         m_aliases.emplace(oldName, newLabel);
-        // What is redirected keeps the new label, even if the jump that named it goes.
+        // A redirected jump keeps the new label, even if the jump that named it is removed.
         Use(newLabel);
     }
 }

@@ -45,7 +45,7 @@ private:
     void Write(SlcOperand& operand) override { Note(operand, true); }
 
     using SlcOperandWalker::Case;
-    /// To bind a reference leaves the array as it is.
+    /// Binding a reference does not change the array.
     void Case(SlcPtr<SlcArrayRefICode> code) override
     {
         Read(code->m_index);

@@ -52,7 +52,7 @@ private:
         std::vector<Group> groups;
         int includeLine = 0;  // in the file that includes it
     };
-    /// What carries out a directive; its name has been read.
+    /// A directive and the function that executes it, once its name has been read.
     struct Row;
     using Effect = void (SlcDirectiveReader::*)(const SlcSourceToken& name);
 

@@ -50,7 +50,7 @@ public:
 
     /// The paths of all files that were read, in the order of their first use.
     [[nodiscard]] const std::vector<std::string>& Read() const { return m_read; }
-    /// Where a file was looked for in vain: one that comes there later would be taken instead.
+    /// Paths at which a file was not found: a file that appears there later would be used instead.
     [[nodiscard]] const std::set<std::string>& Missing() const { return m_missing; }
 
 private:

@@ -249,7 +249,7 @@ SlcMacroExpander::Tokens SlcMacroExpander::Substitute(const SlcMacro& macro, Arg
     return result;
 }
 
-/// What the token of a body at that index becomes; never empty next to "##".
+/// The expansion of the body's token at that index; never empty next to "##".
 SlcMacroExpander::Tokens SlcMacroExpander::PartOf(const SlcMacro& macro, std::size_t index,
                                                   Arguments& arguments)
 {

@@ -11,7 +11,7 @@
 #include "preprocessor/SlcPreprocessorRun.h"
 #include "preprocessor/SlcSourceToken.h"
 
-/// Where the expander has its tokens from, and what the built-in macros ask for.
+/// The source of the expander's tokens, and of the values of built-in macros.
 class SlcTokenSource {
 public:
     virtual ~SlcTokenSource() = default;

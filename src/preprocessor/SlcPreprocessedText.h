@@ -43,7 +43,7 @@ private:
     void Marker(const std::string& name, int line, std::string_view flag);
     void EndLine();
     void MoveTo(int line);
-    /// What separates the token from what was written before.
+    /// Adds the white space between the last written token and this one.
     void AddGap(const SlcSourceToken& token);
     void NoteColumn(const SlcSourceToken& token);
 

@@ -21,7 +21,7 @@ std::string DirectivesOf(const std::vector<SlcPreprocessorOptions::Macro>& macro
 {
     std::string text;
     for (const auto& macro : macros) {
-        // What follows a line break would be text of the shader.
+        // Text after a line break would belong to the shader.
         std::string word = macro.text.substr(0, macro.text.find('\n'));
         const std::size_t sign = word.find('=');
         if (macro.isDefined && sign == std::string::npos)

@@ -11,7 +11,7 @@
 #include "preprocessor/SlcPreprocessorReport.h"
 #include "preprocessor/SlcPreprocessorTrace.h"
 
-/// What a run of the preprocessor is asked to do.
+/// The request for a run of the preprocessor.
 struct SlcPreprocessorOptions {
     /// A macro that the command line defines or undefines, in the order of its words.
     struct Macro {
@@ -26,7 +26,7 @@ struct SlcPreprocessorOptions {
     SlcPreprocessorTrace* trace = nullptr;                     // of this run alone; may be null
 };
 
-/// What came of it.
+/// The result of a run.
 struct SlcPreprocessed {
     bool succeeded = false;                // no error was reported
     std::string text;                      // with line markers; of a failed run as far as it came

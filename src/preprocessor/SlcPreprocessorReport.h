@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-/// What the preprocessor finds at fault in a source.
+/// A fault that the preprocessor finds in a source.
 struct SlcPreprocessorReport {
     /// An `#include` that leads to the file at fault.
     struct Includer {

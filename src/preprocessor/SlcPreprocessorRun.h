@@ -14,8 +14,8 @@
 /// caught by `SlcPreprocessor`.
 class SlcPreprocessorStop {};
 
-/// What the parts of the preprocessor share during one run: the reports, the texts that are made,
-/// and the limit on the work.
+/// The state that the parts of the preprocessor share during one run: the reports, the texts that
+/// are made, and the limit on the work.
 class SlcPreprocessorRun {
 public:
     /// Completes a report with the place of `token` and gives it to the user.

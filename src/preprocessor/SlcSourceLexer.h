@@ -22,7 +22,7 @@ public:
 
     /// `text` must outlive the lexer and its tokens. Without a listener nothing is reported.
     explicit SlcSourceLexer(const SlcSourceText& text, const Listener* listener = nullptr);
-    /// Of a text in memory, whose end holds a line break.
+    /// Reads a text in memory, which ends with a line break.
     SlcSourceLexer(const char* begin, const char* end);
 
     /// The next token. At the end of the text, that of kind `End` again and again.

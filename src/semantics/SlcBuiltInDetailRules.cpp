@@ -42,7 +42,7 @@ void SlcCheckParamDetails(SlcCheckDetail& walker, SlcFuncSymbolEntry& entry,
         CheckParamDetail(*walker.Errors(), entry.GetName(), i, arguments[i].get(), formals[i]);
 }
 
-/// Of functions that take any detail: what they write to must be a variable all the same.
+/// For functions that accept any detail: their output arguments must still be variables.
 void CheckOutputs(SlcCheckDetail& walker, SlcFuncSymbolEntry& entry, SlcProcCallExprNode* call)
 {
     const auto& arguments = call->GetArguments()->GetArgs();

@@ -59,7 +59,7 @@ private:
                          SlcTypeNode* type);
     /// False after a report; one that should not be written gets a warning.
     [[nodiscard]] bool IsWritable(const SlcLValueNode* lvalue, SlcPtr<SlcVarSymbolEntry> entry);
-    /// What the overloads that fit return; error after a report.
+    /// The return types of the matching overloads; error after a report.
     [[nodiscard]] Types TypesOfCall(SlcProcCallExprNode* call, bool valueUsed);
     /// Those with a value if it is used and there are any.
     [[nodiscard]] SlcOverloads FindOverloads(SlcProcCallExprNode* call, bool valueUsed);

@@ -54,7 +54,7 @@ bool IsUniformVariable(const SlcPtr<SlcVarSymbolEntry>& variable)
     return variable && !variable->GetType()->IsErrorType() && variable->GetDetail()->IsUniform();
 }
 
-/// Of the shader.
+/// True for a parameter of the shader, not of a function.
 bool IsStringParameter(const SlcVarSymbolEntry& variable, const SlcCallPlace& place)
 {
     const auto* array = dynamic_cast<const SlcArrayTypeNode*>(variable.GetType());
@@ -226,7 +226,7 @@ void SlcCheckDetail::Case(SlcProcCallExprNode* node)
 {
     node->WalkIn(this);
     const auto& entry = node->GetSymbolEntry();
-    // Without an entry the call has been reported.
+    // A call without an entry has been reported.
     SetDetail(node, entry ? entry->CheckDetail(this, node) : SlcDetailNode::AUniform());
 }
 

@@ -14,8 +14,8 @@ void SlcAdviseOnOpenDetail(SlcSemanticError& errors, const SlcSyntaxNode* node,
 /// breaks the rules of uniform and varying. Leaves it on the `SlcPossibleTypes` and
 /// `SlcLValueType` of the nodes, which have their unique types.
 ///
-/// What a function declares without a detail is unknown here; `SlcCheckInlineDetail` evaluates
-/// the function's body for each call.
+/// Variables that a function declares without a detail are unknown here; `SlcCheckInlineDetail`
+/// evaluates the function's body for each call.
 class SlcCheckDetail : public SlcCodeWalker {
 public:
     explicit SlcCheckDetail(SlcPtr<SlcSemanticError> errors);
@@ -24,7 +24,7 @@ public:
     /// expression. Each call is sent to the rule of its function, which may evaluate a body.
     void operator()(SlcSyntaxNode* node, const SlcCallPlace& place);
 
-    // What the rules of calls need to know.
+    // Accessors for the rules of calls.
     [[nodiscard]] SlcPtr<SlcSemanticError>& Errors() { return m_errors; }
     [[nodiscard]] const SlcCallPlace& Place() const { return m_place; }
 

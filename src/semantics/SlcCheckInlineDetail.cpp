@@ -50,7 +50,7 @@ SlcCheckInlineDetail::SlcCheckInlineDetail(SlcPtr<SlcSemanticError> errors,
 SlcDetailNode* SlcCheckInlineDetail::operator()(SlcSyntaxNode* body, const SlcCallPlace& place)
 {
     m_place = place;
-    // What the context wants is wanted of the result alone.
+    // The detail that the context requests applies to the result alone.
     m_wanted = std::exchange(m_place.wanted, nullptr);
     m_condition = SlcDetailNode::AUniform();
     m_guard = nullptr;

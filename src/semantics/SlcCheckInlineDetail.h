@@ -31,13 +31,13 @@ public:
     explicit SlcCheckInlineDetail(SlcPtr<SlcSemanticError> errors,
                                   const SlcCheckInlineDetail* around = nullptr);
 
-    /// How many calls inside each other are followed.
+    /// The deepest nesting of calls that is followed.
     static constexpr int k_maxLevels = 10'000;
 
     /// `place` is that of the call, one level deeper. Throws `SlcAlreadyInLightControlStmt`.
     [[nodiscard]] SlcDetailNode* operator()(SlcSyntaxNode* body, const SlcCallPlace& place);
 
-    // What the rules of calls need to know.
+    // Accessors for the rules of calls.
     [[nodiscard]] SlcPtr<SlcSemanticError>& Errors() { return m_errors; }
     [[nodiscard]] const SlcCallPlace& Place() const { return m_place; }
 

@@ -127,7 +127,7 @@ void SlcCheckInlineDetail::Case(SlcCompOpNode* node)
                                             SlcInlineDetailOf(node->GetRight())));
 }
 
-/// Where the left side decides, the right one does not run.
+/// The right side does not run where the left one decides.
 void SlcCheckInlineDetail::Case(SlcLogOpNode* node)
 {
     node->GetLeft()->ApplyWalker(this);

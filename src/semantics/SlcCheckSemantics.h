@@ -74,7 +74,8 @@ private:
     void CheckReturnType(const SlcFuncDefNode* node);
     /// From here on the function can be called.
     void AddFunction(SlcFuncDefNode* node, SlcPtr<SlcAnnotation> info);
-    /// Of a function of the same shape in the same scope, which calls from here on do not reach.
+    /// Warns if the function replaces one of the same shape in the same scope, which later calls do
+    /// not reach.
     void WarnOfReplaced(const SlcFuncDefNode* node, const SlcFuncSymbolEntry& replaced);
 
     /// The first pass over an expression, or over both sides of a condition.
@@ -89,7 +90,7 @@ private:
     [[nodiscard]] SlcTypeNode* WantedTypeOfCall(SlcProcCallExprNode* call);
     /// The function's own, after the reports on the place and the value of the `return`.
     [[nodiscard]] SlcTypeNode* WantedTypeOfReturn(SlcReturnStmtNode* node);
-    /// What is reached next, for the usage record.
+    /// Passes the node that is executed next to the usage record.
     void CheckUsage(SlcSyntaxNode* node);
     /// Walks a branch of a statement, and then `step`, which may be null, with a usage record of
     /// their own; null without usage checks.
@@ -110,7 +111,8 @@ private:
     template <class Node>
     void GuardLightStatement(Node* node, const LightStatement& statement, SlcExprNode* position);
 
-    /// Of a light shader: a statement, or the call of a function that holds one.
+    /// Counts the light statements of a light shader: a statement, or the call of a function that
+    /// contains one.
     void CountLight(const SlcSyntaxNode* node);
 
     static const LightStatement sm_illuminance;

@@ -2,9 +2,9 @@
 // next statement is looked at. Branches and loops are walked with a separate usage record, set
 // aside after the walk and merged where the statement ends (SlcCheckUsage).
 //
-// What a context wants of an expression: a `return` the type of its function, a statement that is a
-// call nothing, a condition a comparison, all else the one type that the expression has. Several
-// that nothing decides between are a report.
+// The type that a context requires of an expression: a `return` the type of its function, a
+// statement that is a call nothing, a condition a comparison, all else the one type that the
+// expression has. Several that nothing decides between are a report.
 //
 // Tested by tests/semantics/SlcCheckSemanticsTest.cpp.
 
@@ -216,7 +216,7 @@ void SlcCheckSemantics::WalkLoopBody(SlcLoopStmtNode* loop, SlcExprNode* step)
         m_usage->Promote(loop, *branch);
 }
 
-// What a loop begins with always runs, so that it belongs to the record around the body.
+// The head of a loop always runs at least once, so that it belongs to the record around the body.
 
 void SlcCheckSemantics::Case(SlcForStmtNode* node)
 {

@@ -12,8 +12,8 @@
 // A branch that ends in a jump does not affect what is set after the two. A loop's body may not run
 // at all, unless its head says that it does (SlcRunsAtLeastOnce).
 //
-// What a function does to variables around it is judged where it is called: its record is replayed.
-// Warnings come in the order of the names there, since a map by address has none to show.
+// Accesses of a function to outer variables are checked where it is called, by replaying its
+// record. Warnings come in the order of the names there, since a map by address has none to show.
 //
 // Tested by tests/semantics/SlcCheckUsageTest.cpp.
 

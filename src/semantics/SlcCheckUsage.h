@@ -101,9 +101,9 @@ private:
     void PromoteUsage(SlcCheckUsage& first, SlcCheckUsage& second);
     /// One that runs, or perhaps.
     void PromoteUsage(SlcCheckUsage& branch, bool maybe);
-    /// What the body of a called function does to variables further out.
+    /// Replays the accesses of a called function to outer variables.
     void Replay(SlcCheckUsage& function, SlcExprNode* call);
-    /// Of an argument that is written to, what it takes to find its place.
+    /// Checks the reads that find the place of an argument that is written to, such as an index.
     void WalkPlace(SlcExprNode& argument);
     /// `formal` is an output of a called function.
     void PassOutput(SlcVarSymbolEntry& formal, Variable* argument, const SlcExprNode* call);

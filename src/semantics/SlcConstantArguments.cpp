@@ -1,5 +1,4 @@
-// What the run time does with a constant that it does not know is documented and no fault, but
-// seldom meant:
+// The run time's treatment of an unknown constant is documented and not a fault, but seldom meant:
 //
 //     spline("catmul-rom", ...)     an unknown basis: the default
 //     ctransform("HSV", c)          an unknown space: "rgb"

@@ -4,7 +4,8 @@
 
 class SlcShaderTypeNode;
 
-/// What the semantic pass leaves on the root: the outer scopes and the kind of the shader.
+/// The annotation that the semantic pass leaves on the root: the outer scopes and the kind of the
+/// shader.
 class SlcDefinitionsInfo : public SlcAnnotation {
 public:
     SlcDefinitionsInfo(SlcPtr<SlcSymbolTable> globalTable, SlcPtr<SlcSymbolTable> shaderTable,

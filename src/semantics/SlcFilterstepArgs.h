@@ -6,8 +6,8 @@
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcSymbolTable.h"
 
-/// What follows the first two arguments of `filterstep`: the second end of the interval, if the
-/// third argument can be a float, then names with values.
+/// The arguments of `filterstep` after the first two: the second end of the interval, if the third
+/// argument can be a float, then names with values.
 ///
 ///     filterstep(e, s, s + ds, "filter", "box")      float, string, string
 class SlcFilterstepArgs {

@@ -8,7 +8,7 @@
 #include "semantics/SlcInlineResults.h"
 #include "symbols/SlcSymbolTable.h"
 
-/// What is known of a user function once its body has been checked; kept in its symbol entry.
+/// The facts on a user function once its body has been checked; kept in its symbol entry.
 class SlcFuncInfo : public SlcAnnotation {
 public:
     /// `usage` may be null; `scope` is the table of the function's formals. The definition, a node
@@ -49,11 +49,11 @@ public:
         return entry && entry->GetFuncInfo() &&
                CheckCast<SlcFuncInfo>(entry->GetFuncInfo())->IsCalled();
     }
-    /// What the body does, with all that it calls.
+    /// The facts on the body, including all functions that it calls.
     [[nodiscard]] const SlcBodyFacts& GetBodyFacts() const { return m_bodyFacts; }
-    /// What calls have found out, for those with the same details.
+    /// Results of evaluated calls, for later calls with the same details.
     [[nodiscard]] SlcInlineResults& GetInlineResults() { return m_inlineResults; }
-    /// How many evaluations the whole compile may still make.
+    /// The number of evaluations that the whole compile may still make.
     [[nodiscard]] SlcInlineBudget& GetInlineBudget() { return *m_inlineBudget; }
 
 private:

@@ -1,4 +1,5 @@
-// What a body holds, collected once it has been checked, with what the functions that it calls
+// The facts on a body, collected once it has been checked, with those of the functions that it
+// calls
 // hold: those are checked by then, since none is called before its definition. The count of
 // operations is that of the expanded body; it doubles with each level of functions that call
 // another twice, and so stops at a limit.
@@ -56,7 +57,7 @@ void SlcGetBodyFacts::Case(SlcFuncDefStmtNode*)
 void SlcGetBodyFacts::Case(SlcDefExprNode* node)
 {
     node->WalkIn(this);
-    // What `extern` names belongs to a body around this one.
+    // A variable declared `extern` belongs to a body around this one.
     const auto& entry = node->GetSymbolEntry();
     if (entry && !entry->GetStorage()->IsExtern())
         m_own.insert(&*entry);

@@ -8,7 +8,7 @@
 
 class SlcVarSymbolEntry;
 
-/// What a function, or one that it calls, does with variables that it does not own.
+/// Accesses of a function, or of one that it calls, to variables that it does not own.
 struct SlcBodyFacts {
     /// A variable of unknown detail that is neither a formal nor a local: what the function
     /// evaluates to depends on more than its arguments.

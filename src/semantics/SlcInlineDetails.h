@@ -7,7 +7,7 @@
 #include "symbols/SlcPossibleTypes.h"
 #include "symbols/SlcSymbolEntry.h"
 
-/// What the pass over the statement as written has stored.
+/// The detail that the pass over the statement as written has stored.
 [[nodiscard]] inline SlcDetailNode* SlcFirstDetailOf(const SlcExprNode* expr)
 {
     return SlcPossibleTypes::Of(expr)->GetDetail();

@@ -25,12 +25,12 @@ private:
     bool m_reported = false;
 };
 
-/// What evaluating the body of one function for its calls has given so far. Calls in the same
+/// The results so far of evaluating the body of one function for its calls. Calls in the same
 /// circumstances share one evaluation; otherwise a chain of functions that call each other twice
 /// would be evaluated as often as its expansion is long.
 class SlcInlineResults {
 public:
-    /// What an evaluation depends on, as a short text that is only compared.
+    /// The inputs of an evaluation, as a short text that is only compared.
     class Circumstances {
     public:
         /// `isQuiet`: what it would report is still to be reported.

@@ -10,7 +10,7 @@
 ///     a + b * c - d        first a; operations: the difference, then the sum below it. The product
 ///                          is the right operand of the sum, and walked as such
 struct SlcLeftSpine {
-    /// Of the chain that ends with `top`. Linear in its length.
+    /// Collects the chain that ends with `top`. Linear in its length.
     explicit SlcLeftSpine(SlcBinOpExprNode* top) : first(top)
     {
         for (auto* operation = top; operation; operation = first->AsBinOpExpr()) {

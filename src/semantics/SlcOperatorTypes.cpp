@@ -46,7 +46,7 @@ SlcTypeNode* KindOfProduct(const SlcTypeNode* left, const SlcTypeNode* right)
     return hasVector ? SlcTypeNode::AVector() : SlcTypeNode::ANormal();
 }
 
-/// What the point family gives; null if it has no part in the operation.
+/// The result type if the point family takes part in the operation; otherwise null.
 SlcTypeNode* PointResult(const SlcBinOpExprNode& operation)
 {
     SlcTypeNode* left = Find(operation.GetLeft(), SlcTypeNode::APoint());

@@ -25,7 +25,8 @@ using namespace SlcTypedExpr;
 
 namespace {
 
-/// Where a function exists, or its form with so many arguments, 0 for every form.
+/// The kinds of shaders in which a function exists, or its form with this number of arguments; 0
+/// means every form.
 struct Availability {
     std::string_view name;
     bool (*in)(const SlcShaderTypeNode& shader);

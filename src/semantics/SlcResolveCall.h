@@ -54,9 +54,10 @@ private:
     SlcProcCallExprNode* m_call = nullptr;
     SlcCallArgs m_args;
     bool m_promoted = false;  // the candidates fit by promotion only
-    // By candidate with a tail, since types that have been picked match otherwise.
+    // Stored by candidate with a tail, since types that have been chosen match differently.
     std::map<const SlcFuncSymbolEntry*, std::vector<SlcFuncVarArgLeaf*>> m_leaves;
-    // What filterstep wants of its names and values; asked once, since asking reports faults.
+    // The types that filterstep requires of its names and values; computed once, since that reports
+    // faults.
     bool m_filterstepChecked = false;
     std::optional<std::vector<SlcTypeNode*>> m_filterstepTypes;
 };

@@ -261,7 +261,7 @@ void SlcResolveOperator::Resolve(SlcEqOpNode* equality)
         SetUnique(right, pairs.front().right);
         return;
     }
-    // Of several pairs one side has several types, which the report names.
+    // If there are several pairs, one side has several types, which the report names.
     const bool isLeft = pairs.front().left != pairs.back().left;
     m_errors->Error(equality, (isLeft ? "Ambiguous type for left expression of "
                                       : "Ambiguous type for right expression of ") +

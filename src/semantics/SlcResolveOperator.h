@@ -26,7 +26,7 @@ private:
     void ResolveArithmetic(SlcBinOpExprNode* operation, SlcTypeNode* wanted);
     void ResolveCrossProd(SlcBinOpExprNode* operation);
     void ResolveDotProd(SlcBinOpExprNode* operation);
-    /// Where a number was most likely meant, as in `noise(P) * N`.
+    /// Advises where a number was most likely meant, as in `noise(P) * N`.
     void WarnOfPointNoise(SlcBinOpExprNode* product);
     /// `left` and `right`: the kinds of points that are added, null for a float.
     void WarnOfSum(SlcBinOpExprNode* operation, const SlcTypeNode* left, const SlcTypeNode* right);

@@ -219,7 +219,7 @@ std::size_t SlcResolveTexture::CheckTextureAccessParameter(std::size_t position)
     SetUnique(name, T::AString());
     const auto* constant = dynamic_cast<const SlcConstExprNode*>(name);
     if (!constant) {
-        // What it names shows at run time only.
+        // Its meaning is known only at run time.
         if (HasType(value, T::AFloat()))
             SetUnique(value, T::AFloat());
         return 2;

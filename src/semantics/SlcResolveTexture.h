@@ -25,11 +25,11 @@ private:
 
     [[nodiscard]] static const KindTexts& TextsOf(const SlcTextureTypeNode& kind);
 
-    /// How many arguments the coordinates take; -1 after a report.
+    /// The number of arguments that the coordinates take; -1 after a report.
     [[nodiscard]] int ResolveCoordinates(SlcTextureExprNode* texture);
-    /// Of `texture`: none, s and t, or those of four corners.
+    /// The coordinates of `texture`: none, s and t, or those of four corners.
     [[nodiscard]] int ResolveFloats(SlcTextureExprNode* texture);
-    /// Of `environment` and `shadow`: a point, or those of four corners.
+    /// The coordinates of `environment` and `shadow`: a point, or those of four corners.
     [[nodiscard]] int ResolvePoints(SlcTextureExprNode* texture);
     /// Stops after a report if an argument may be a name or a value.
     void ResolveParameters(std::size_t first);

@@ -4,7 +4,7 @@
 //     Ci = 2 * (noise(s) + (1, 0, 0))      color is wanted of the product, so of the sum, so the
 //                                          triple is a color and noise the overload for colors
 //
-// Where nothing is wanted, as of an argument of printf, or where the wanted type is not in the set,
+// If no type is required, as of an argument of printf, or if the required type is not in the set,
 // the first of the set is taken, and only who knows that this is wrong reports it.
 //
 // Tested by tests/semantics/SlcResolveUniqueTypeTest.cpp.

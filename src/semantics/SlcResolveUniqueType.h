@@ -41,7 +41,7 @@ private:
     void Case(SlcTextureExprNode* texture) override;
     void Default(SlcSyntaxNode* node) override;
 
-    // What each decides about the operands; none of them walks on.
+    // These choose the types of the operands; none of them walks on.
     void ResolveAssignment(SlcAssignExprNode* assignment);
     void ResolveCast(SlcCastExprNode* cast);
     void ResolveArray(SlcArrayExprNode* array);

@@ -31,10 +31,10 @@
 
 namespace {
 
-// What the walk over one body may need of the stack; a deeper chain of calls is refused.
+// The stack that the walk over one body may need; a deeper chain of calls is refused.
 constexpr std::size_t k_stackReserve = std::size_t{2} << 20;
 
-/// Of a call that has been reported: what no rule complains about.
+/// The detail of a call that has been reported, which no later rule reports again.
 SlcDetailNode* DetailOfRefused()
 {
     return SlcDetailNode::AUniform();
@@ -86,7 +86,7 @@ std::vector<Passed> PairArguments(SlcSemanticError& errors, const SlcFuncInfo& i
         for (const auto& definition : group->GetDefExprs()->GetDefExprs()) {
             if (formals++ >= arguments.size())
                 continue;
-            // By name: a formal that repeats the name of another has no separate entry.
+            // Looked up by name: a formal that repeats the name of another has no separate entry.
             auto entry = info.GetScope()->FindVarEntry(definition->GetIdent(), true);
             if (entry.Null())
                 errors.FatalError(call, "Cannot find " + definition->GetIdent()->GetName() +
@@ -132,7 +132,7 @@ bool PassArgument(SlcCheckDetail& walker, const Passed& passed, std::size_t posi
     SlcDetailNode* argument = SlcFirstDetailOf(passed.argument);
     const bool wantsUniform = passed.formal->GetDetail()->IsUniform();
     const bool isOutput = passed.storage->IsOutput();
-    // What cannot be written to needs no second report for its detail.
+    // An argument that cannot be written needs no second report on its detail.
     if (isOutput && !SlcCheckOutputArgument(errors, passed.argument, position, function))
         return false;
     if ((wantsUniform && IsRefusedAsUniform(walker, argument)) ||
@@ -322,7 +322,7 @@ SlcDetailNode* SlcCheckArgsDetailInline(SlcCheckInlineDetail* walker,
     SlcDetailNode* const detail = DetailOfCall(*walker, *info, call, arguments);
     if (!detail)
         throw SlcAlreadyInLightControlStmt();
-    // How an output formal hands its detail back to the caller's variable.
+    // An output formal returns its detail to the caller's variable.
     for (const Passed& passed : arguments)
         if (passed.storage->IsOutput() && passed.argument->IsReferenceExpr())
             walker->Written(passed.argument, passed.formal->GetInlineDetail());

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// What a report of an uninitialized variable says, without its place; empty for another line.
+/// The text of a report on an uninitialized variable, without its place; empty for another line.
 [[nodiscard]] std::string_view UninitializedVariable(std::string_view line)
 {
     const std::size_t start = line.find(": WARNING: Variable '");

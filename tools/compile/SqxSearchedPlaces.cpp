@@ -5,7 +5,7 @@
 //
 // was looked for as c/noise.h, which only `#include <noise.h>` passes over, and as a/noise.h.
 //
-// Of libraries only those are new that were not there: one that was, and did not declare what is
+// Only libraries that did not exist count as new: one that existed, and did not declare what is
 // called, is not asked again.
 //
 // Tested by tests/make/run.sh.

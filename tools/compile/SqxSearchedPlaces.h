@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-/// Where a compile has looked before it found what it took: a file that comes there later would be
-/// taken in its place. Makefiles have no words for that, so that builds have to ask.
+/// The places that a compile searched before it found its files: a file that appears there later
+/// would be taken in its place. Makefiles have no words for that, so that builds have to ask.
 class SqxSearchedPlaces {
 public:
     using Folders = std::vector<std::filesystem::path>;
@@ -16,12 +16,12 @@ public:
     /// markers. `folders` are those of `-I` in their order, as the preprocessor was given them;
     /// relative ones are of the working directory.
     void AddHeaders(std::istream& preprocessed, const Folders& folders);
-    /// Where a header was looked for in vain; nothing if there is one all the same.
+    /// Adds a path at which a header was not found, unless there is one now.
     void AddMissing(const std::filesystem::path& header);
-    /// Of shadeop libraries that were taken: all libraries in the folders that were looked through.
+    /// Adds the places of the used shadeop libraries: all libraries in the searched folders.
     void AddLibraries(const std::set<std::string>& taken, const Folders& folders);
 
-    /// Where a header was looked for in vain.
+    /// Paths at which a header was not found.
     [[nodiscard]] const std::set<std::string>& MissingHeaders() const { return m_missing; }
     /// Something has come since then.
     [[nodiscard]] bool HasNews() const;

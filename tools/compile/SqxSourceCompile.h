@@ -40,8 +40,8 @@ public:
 
     // After the run.
 
-    /// What the compiler reported: advice at every warning level, and reports of one variable
-    /// folded, see `SqxFoldReports`.
+    /// The compiler's reports: advice at every warning level, and reports of one variable folded,
+    /// see `SqxFoldReports`.
     [[nodiscard]] const std::string& Messages() const { return m_messages; }
     /// The compiled shader. Throws `SqxCompileError` if there is none.
     [[nodiscard]] std::filesystem::path Output() const;
@@ -49,7 +49,7 @@ public:
     /// libraries that it calls into. Of a source that could not be preprocessed it is what came
     /// before the fault.
     [[nodiscard]] const std::set<std::string>& FilesRead() const { return m_files; }
-    /// Where those were looked for before they were found.
+    /// The places that were searched before those were found.
     [[nodiscard]] const SqxSearchedPlaces& PlacesSearched() const { return m_places; }
     /// Writes, in the syntax of makefiles, that `target` depends on these files.
     void WriteDependencies(const std::filesystem::path& file, const std::string& target) const;

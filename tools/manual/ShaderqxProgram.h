@@ -2,5 +2,5 @@
 
 #include "options/SqxOptionTable.h"
 
-/// How the compiler presents itself in its manual page; its `--help` has other words.
+/// The description of the compiler for its manual page; its `--help` has other words.
 [[nodiscard]] const SqxProgram& ShaderqxProgram();

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-// How a program presents itself is written once, as tables: its `--help`, its manual page and the
+// The description of a program is written once, as tables: its `--help`, its manual page and the
 // completion of its command line are made of them. All texts are literals, which last as long as
 // the program.
 
@@ -38,7 +38,7 @@ struct SqxProgram {
     std::string_view fileEndings;        // of files that it takes, for completion: "sl sqx"
 };
 
-/// What a program prints in place of its work.
+/// Information that a program prints instead of doing its work.
 enum class SqxInformation { None, Help, Version };
 
 /// The spellings that such a word lists: "-o" and "--output". Parts of the text.

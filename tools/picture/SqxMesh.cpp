@@ -53,7 +53,7 @@ float Clamped(float place, float count)
     return Lower(Higher(place - 0.5F, -1), count);
 }
 
-// Of what is clamped; those of the library are calls.
+// Rounding of clamped numbers; the library's functions are calls.
 
 int Ceiling(float number)
 {
@@ -82,7 +82,7 @@ void FindRanges(const float* corners, std::size_t columns, const SqxMesh::Rows& 
     }
 }
 
-/// Of a distance above 0. Such numbers are in the order of their bits.
+/// The nearness of a distance above 0. Positive floats are in the order of their bits.
 std::uint32_t NearnessOf(float distance)
 {
     constexpr auto k_farthest =

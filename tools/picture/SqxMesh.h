@@ -5,7 +5,7 @@
 
 #include "host/QxHostGrid.h"
 
-/// What a film holds of a sample. All zero, it is one that nothing was drawn on.
+/// A sample of a film. If all is zero, nothing was drawn on it.
 struct SqxSample {
     QxRGBColor color;
     std::uint32_t nearness;  // the nearer, the higher
@@ -26,7 +26,7 @@ public:
         int last;
     };
 
-    /// What is drawn of the cells.
+    /// The sides of the cells that are drawn.
     enum class Sides {
         Both,
         Outer,  // the one from which the normals lead away

@@ -1,6 +1,6 @@
-// What depends on u alone is computed once a column, what depends on v once a row, so that a point
-// needs few products. They are made in loops over a row, one for each variable, which a compiler
-// turns into vector instructions.
+// Terms of u alone are computed once a column, terms of v once a row, so that a point needs few
+// products. They are made in loops over a row, one for each variable, which a compiler turns into
+// vector instructions.
 //
 // Tested by tests/picture/SqxPatchTest.cpp.
 

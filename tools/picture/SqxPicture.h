@@ -10,7 +10,7 @@
 #include "picture/SqxPictureStage.h"
 #include "picture/SqxPng.h"
 
-/// How the rendering of a picture came to its end.
+/// The outcome of rendering a picture.
 enum class SqxPictureEnd { Whole, Stopped, OutOfTime };
 
 /// Renders what the settings ask for, on several cores. The picture is the same with any number.

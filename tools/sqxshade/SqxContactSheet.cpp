@@ -1,5 +1,5 @@
-// Pictures in as square a raster as their number allows, each with its name in letters of 5 by 8
-// pixels, which are written here as bits: the sheet needs no font.
+// Arranges pictures in as square a raster as their number allows, each with its name in letters of
+// 5 by 8 pixels, which are written here as bits: the sheet needs no font.
 //
 // Tested by tests/sqxshade/SqxShadeTest.cpp.
 
@@ -97,7 +97,7 @@ void SqxContactSheet::Place(std::size_t number, const std::vector<unsigned char>
     Write(name, left, top + m_pictureHeight + 2, left + m_pictureWidth);
 }
 
-/// What has no room is left out.
+/// Letters without room are left out.
 void SqxContactSheet::Write(const std::string& text, unsigned int left, unsigned int top,
                             unsigned int right)
 {

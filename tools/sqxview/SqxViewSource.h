@@ -10,7 +10,7 @@
 #include "sqxview/SqxViewReport.h"
 #include "sqxview/SqxViewWatch.h"
 
-/// What a compile of a source came to. Copies share the shader, which never changes.
+/// The result of compiling a source. Copies share the shader, which never changes.
 struct SqxViewCompiled {
     std::shared_ptr<const QxShader> shader;  // none: the source was refused
     std::string report;                      // what the compiler said, warnings too
@@ -35,9 +35,9 @@ public:
     /// compile. Costs a look at each file.
     [[nodiscard]] bool HasChanged() const { return !m_isCompiled || m_watch.HasChanged(); }
     /// Compiles, and watches the files that were read. A refused source is a result too, and so is
-    /// a compiler that cannot be run: its report says so. Nothing if the compile was ended: because
-    /// `isOver` said so, or since the files have changed in the meantime. Throws
-    /// `std::runtime_error` if there is no place for temporary files.
+    /// a compiler that cannot be run: its report says so. Nothing if the compile was ended, because
+    /// `isOver` returned true or the files changed in the meantime. Throws `std::runtime_error` if
+    /// there is no place for temporary files.
     [[nodiscard]] std::optional<SqxViewCompiled> Compile(const std::function<bool()>& isOver);
 
 private:
