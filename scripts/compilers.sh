@@ -56,8 +56,10 @@ is_here() {
 # Builds row $1 with the compiler $2 and the flags $3...; the log tells why it failed.
 try() {
     local name=$1 compiler=$2 flags=${*:3} build=$PWD/build/compilers/$1 disabled=()
-    # Libraries are those of this machine's own programs: what needs libpng is built where they fit.
-    [[ $name != *libc++ && $name != *m32 ]] || disabled=(-DCMAKE_DISABLE_FIND_PACKAGE_PNG=ON)
+    # Libraries are those of this machine's own programs: cpp-httplib is built with GCC's library, and libpng for
+    # one size of addresses.
+    [[ $name != *libc++ ]] || disabled=(-DCMAKE_DISABLE_FIND_PACKAGE_PkgConfig=ON)
+    [[ $name != *m32 ]] || disabled=(-DCMAKE_DISABLE_FIND_PACKAGE_PNG=ON)
     cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=Release -DBUILD_TESTING=OFF "-DCMAKE_CXX_FLAGS=$flags -Werror" \
         -DCMAKE_C_COMPILER="$(sed 's/clang++/clang/; s/g++/gcc/' <<<"$compiler")" \
         -DCMAKE_C_FLAGS="$(grep -o -- '-m32' <<<"$flags" || true)" \
