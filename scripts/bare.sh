@@ -7,10 +7,13 @@
 # environment: SLC_BARE_FOLDER  keeps the system, 3 GB with its build, in this folder instead of build/bare.
 #                               Its subfolders base and archives, the system before a run and the packages that were
 #                               fetched, serve the next run; remove them to begin from scratch.
+#              SLC_BARE_CCACHE  a folder of ccache that may serve the builds; the system then has ccache as well,
+#                               which nothing asks for.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 folder=$(realpath -m "${SLC_BARE_FOLDER:-build/bare}")
 root=$folder/root
+cache=${SLC_BARE_CCACHE:+$(realpath "$SLC_BARE_CCACHE")}
 
 fail() {
     echo "$0: $*" >&2
@@ -57,16 +60,18 @@ inside() {
     unshare --mount "${isolation[@]}" bash -c '
         set -e
         [ "$1" = network ] || ip link set lo up
-        root=$2 archives=$3
-        shift 3
+        root=$2 archives=$3 cache=$4
+        shift 4
         mount --bind "$archives" "$root/var/cache/apt/archives"
+        [ -z "$cache" ] || mount --bind "$cache" "$root/root/.ccache"
         mount -t proc proc "$root/proc"
         mount --rbind /dev "$root/dev"
         exec env -i HOME=/root PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin \
             ${http_proxy:+"http_proxy=$http_proxy"} ${https_proxy:+"https_proxy=$https_proxy"} \
             ${no_proxy:+"no_proxy=$no_proxy"} \
+            ${cache:+${LANG:+"LANG=$LANG"} CCACHE_DIR=/root/.ccache CCACHE_BASEDIR=/root CCACHE_NOHASHDIR=1} \
             chroot "$root" sh -c '\''cd /root/clone && exec "$@"'\'' sh "$@"
-    ' bash "$1" "$root" "$folder/archives" "${@:2}"
+    ' bash "$1" "$root" "$folder/archives" "$cache" "${@:2}"
 }
 
 [ "$(id -u)" = 0 ] || fail "chroot needs root"
@@ -83,6 +88,10 @@ rm -rf --one-file-system "$root"
 cp -a "$folder/base" "$root"
 copy_network_settings "$root"
 git clone -q --no-hardlinks . "$root/root/clone"
+if [ -n "$cache" ]; then
+    mkdir -p "$root/root/.ccache"
+    inside network sh -c 'apt-get update -qq && apt-get install -y -qq --no-install-recommends ccache'
+fi
 for connection in network alone; do
     inside "$connection" scripts/quickstart.sh
     # What it proposes at its end.
