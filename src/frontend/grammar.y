@@ -788,7 +788,7 @@ private:
              last == YYSYMBOL_variable_definition))
             return false;
         if (left == YYSYMBOL_shader_formal_def && last != YYSYMBOL_expression &&
-            last != YYTRANSLATE('}'))
+            last != YYTRANSLATE(static_cast<int>('}')))
             return false;
         states.resize(states.size() - static_cast<std::size_t>(yyr2[rule]));
         const int entry = yypgoto[left - YYNTOKENS] + states.back();
