@@ -60,6 +60,10 @@ public:
     /// not open.
     [[nodiscard]] SqxLsDocument& DocumentOf(const SqxJson& params);
     [[nodiscard]] std::map<std::string, SqxLsDocument>& Documents() { return m_documents; }
+    [[nodiscard]] const std::map<std::string, SqxLsDocument>& Documents() const
+    {
+        return m_documents;
+    }
     /// Null if no editor has it open.
     [[nodiscard]] const SqxLsDocument* DocumentAt(const std::string& path) const;
 
