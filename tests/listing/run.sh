@@ -125,6 +125,21 @@ done
 "$build/bin/sqxdump" --params --load older.sqx >listing || fail 'An older shared object is not loaded'
 [ -e loaded ] && grep -q 'or depends on the shading point' listing || fail 'An older shared object is listed differently'
 
+# The library of a shadeop that a default value calls is code, too.
+printf '%s\n' '#include <stdio.h>' '#include "QxShadeop.h"' \
+    '__attribute__((constructor)) static void Mark(void) { fclose(fopen("called", "w")); }' \
+    'QX_SHADEOP_TABLE(three) = {{"float three(float)", "", ""}, QX_SHADEOP_END};' \
+    'QX_SHADEOP_EXPORT void three(void* data, int argc, void** argv) { *(float*)argv[0] = 3; }' >three.c
+cc -w -I"$here/../../runtime/shading" -shared -fPIC -o three.so three.c
+printf '%s\n' 'surface calls(float a = three(1); float b = 2) { Ci = a * b; Oi = 1; }' >calls.sl
+compile -I. calls.sl
+"$build/bin/sqxdump" --params -I . calls.sqx >listing 2>reports && fail 'The value of a shadeop is known'
+[ ! -e called ] || fail 'The library of a shadeop was loaded'
+grep -q "'--load' loads its library" reports || { cat reports; fail 'calls.sqx is refused otherwise'; }
+grep -q 'b .* 2$' listing || fail 'The other value of calls.sqx is not known'
+"$build/bin/sqxdump" --params --load -I . calls.sqx >listing || fail 'The library of a shadeop is not loaded'
+grep -q 'a .* 3$' listing || fail 'The value of a shadeop is told otherwise'
+
 # Hostile files end with a report, whatever was cut off or changed in them.
 "$python" - <<'PYTHON'
 data = open("wide.sqx", "rb").read()

@@ -107,7 +107,7 @@ try_generator() {
     sleep 0.01
     sed -i 's/1 - /2 - /' project/twist.c
     rebuilds "$tree" twisted.sl "$2, after a change of a shadeop library"
-    expect "$("$prefix/bin/sqxdump" -I "$tree/shade ops" --param amount "$tree/twisted/twisted.sqx" |
+    expect "$("$prefix/bin/sqxdump" --load -I "$tree/shade ops" --param amount "$tree/twisted/twisted.sqx" |
         awk '/amount/ { print $NF }')" 1.75 "$2, a value by a shadeop"
     sed -i 's/2 - /1 - /' project/twist.c
 }

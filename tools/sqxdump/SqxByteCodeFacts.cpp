@@ -198,15 +198,18 @@ void TakeDefaults(const SqxShader& only, const std::string& name,
     }
 }
 
-void AddDefaults(const SqxShader& shader, const std::string& name,
-                 const std::vector<std::string>& folders, Facts& facts)
+void AddDefaults(const SqxShader& shader, const std::string& name, const SqxTrustedFolders& folders,
+                 Facts& facts)
 {
     // Numbers of shadeops are checked once the file has given their count.
     const bool areChecked = shader.reached >= SqxSection::Facts;
     const SqxShader most =
         OnlyInitializers(shader, areChecked ? Shadeops::Called : Shadeops::LeftOut);
     try {
-        TakeDefaults(most, name, folders, facts);
+        if (!folders && !most.libraries.empty())
+            throw QxHostError("A default value calls a shadeop; '--load' loads its library, which "
+                              "runs its code");
+        TakeDefaults(most, name, folders.value_or(std::vector<std::string>()), facts);
         return;
     } catch (const QxHostError& error) {
         facts.defaultsFault = error.what();
@@ -214,14 +217,14 @@ void AddDefaults(const SqxShader& shader, const std::string& name,
     if (most.libraries.empty())
         return;
     try {
-        TakeDefaults(OnlyInitializers(shader, Shadeops::LeftOut), name, folders, facts);
+        TakeDefaults(OnlyInitializers(shader, Shadeops::LeftOut), name, {}, facts);
     } catch (const QxHostError& error) {
         facts.defaultsFault = error.what();
     }
 }
 
 Facts FactsOf(const SqxShader& shader, const CodeFacts& code, const std::string& name,
-              const std::vector<std::string>& shadeopFolders)
+              const SqxTrustedFolders& shadeopFolders)
 {
     Facts facts;
     if (shader.reached == SqxSection::None)
@@ -245,7 +248,7 @@ Facts FactsOf(const SqxShader& shader, const CodeFacts& code, const std::string&
 }  // namespace
 
 SqxShaderFacts SqxByteCodeFacts(std::string_view bytes, const std::string& name,
-                                const std::vector<std::string>& shadeopFolders)
+                                const SqxTrustedFolders& shadeopFolders)
 {
     SqxReader reader;
     const bool isWhole = reader.Read(bytes);
@@ -256,7 +259,7 @@ SqxShaderFacts SqxByteCodeFacts(std::string_view bytes, const std::string& name,
 }
 
 std::optional<SqxShaderFacts> SqxStoredFacts(std::string_view bytes, const std::string& name,
-                                             const std::vector<std::string>& shadeopFolders)
+                                             const SqxTrustedFolders& shadeopFolders)
 {
     const auto* const data = reinterpret_cast<const std::byte*>(bytes.data());
     const SqxElfFile file(std::vector<std::byte>(data, data + bytes.size()));

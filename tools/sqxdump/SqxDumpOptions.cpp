@@ -12,7 +12,7 @@ namespace {
 // clang-format off
 constexpr std::string_view k_description[] = {
     "Prints byte-code as text: its sections, then one instruction a line. With '--params' or '--json' it prints the interface of each shader: its parameters with their default values, and what it does with lights, rays and predefined variables.",
-    "Default values are computed, in a scene that knows nothing. No code of a listed file runs. With '-I' a shadeop library is loaded if a default value calls a function of it, and with '--load' a shared object that does not say what it holds: name only what you trust.",
+    "Default values are computed, in a scene that knows nothing. No native code runs, unless '--load' allows it: for shadeop libraries whose functions default values call, and shared objects that do not say what they hold. Name only what you trust then.",
     "Of a damaged file it prints the part before the fault.",
 };
 
@@ -22,8 +22,8 @@ constexpr SqxOption k_options[] = {
     {"--json",        "",       "prints the same as one JSON object a line, for each file"},
     {"--param",       "NAME",   "lists only this parameter; can be repeated"},
     {"--section",     "NAME",   "prints only the code of 'main' or of a parameter's initializer"},
-    {"-I",            "DIR",    "searches DIR for the shadeop libraries that default values need"},
-    {"--load",        "",       "loads shared objects of older compilers, which do not say what they hold"},
+    {"-I",            "DIR",    "searches DIR for the shadeop libraries that '--load' loads"},
+    {"--load",        "",       "loads what runs code: shared objects of older compilers, and libraries that default values call"},
     {"-h, --help",    "",       "prints this text"},
     {"--version",     "",       "prints the version"},
 };

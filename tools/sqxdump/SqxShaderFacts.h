@@ -56,20 +56,23 @@ struct SqxShaderFacts {
     std::optional<Fault> fault;
 };
 
+/// Folders with libraries of shadeops that may be loaded, which runs their code; none: no library
+/// may be loaded.
+using SqxTrustedFolders = std::optional<std::vector<std::string>>;
+
 /// Reads byte-code, whatever it holds: of a damaged file it reads the part before its fault.
-/// `name`: for messages. The libraries of shadeops that default values call are looked for in the
-/// folders, and loaded; without them, and if anything else goes wrong with default values,
-/// `defaultsFault` says so and the other facts are valid. Never throws because of the file's
-/// contents.
+/// `name`: for messages. The libraries of shadeops that default values call are loaded from the
+/// folders; without them, and if anything else goes wrong with default values, `defaultsFault` says
+/// so and the other facts are valid. Never throws because of the file's contents.
 [[nodiscard]] SqxShaderFacts SqxByteCodeFacts(std::string_view bytes, const std::string& name,
-                                              const std::vector<std::string>& shadeopFolders);
+                                              const SqxTrustedFolders& shadeopFolders);
 
 /// Reads what a shared object says about its shader, without loading it; a damaged one says as much
 /// as precedes the fault. Nothing if it does not say, as older compilers built them. The folders
 /// are for default values, as above. Throws `QxHostError` if the bytes are no whole library.
-[[nodiscard]] std::optional<SqxShaderFacts>
-SqxStoredFacts(std::string_view bytes, const std::string& name,
-               const std::vector<std::string>& shadeopFolders);
+[[nodiscard]] std::optional<SqxShaderFacts> SqxStoredFacts(std::string_view bytes,
+                                                           const std::string& name,
+                                                           const SqxTrustedFolders& shadeopFolders);
 
 /// Loads a shared object, which runs code of it, has its default values computed, and unloads it:
 /// for those that do not say. Throws `QxHostError` if it is no shader.

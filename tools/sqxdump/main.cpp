@@ -57,9 +57,11 @@ bool HasWanted(const std::string& file, const SqxShaderFacts& facts,
 SqxShaderFacts FactsOf(const std::string& file, SqxCompiledFile& compiled,
                        const SqxDumpOptions& options)
 {
+    const SqxTrustedFolders folders =
+        options.load ? SqxTrustedFolders(options.shadeopFolders) : std::nullopt;
     if (!compiled.IsSharedObject())
-        return SqxByteCodeFacts(compiled.Bytes(), file, options.shadeopFolders);
-    if (auto stored = SqxStoredFacts(compiled.Bytes(), file, options.shadeopFolders))
+        return SqxByteCodeFacts(compiled.Bytes(), file, folders);
+    if (auto stored = SqxStoredFacts(compiled.Bytes(), file, folders))
         return *std::move(stored);
     if (!options.load)
         throw QxHostError("This shared object does not say what it holds; '--load' loads it, which "
