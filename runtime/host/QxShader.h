@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -10,9 +9,7 @@
 #include "QxDerivatives.h"
 #include "QxShaderSupport.h"
 #include "host/QxHostValue.h"
-
-/// Whether a run is to stop. It is asked in the thread that runs.
-using QxStopTest = std::function<bool()>;
+#include "machine/run/QxStopTest.h"
 
 /// A parameter of a shader, by its position: to look its name up once. Good for all instances of
 /// the shader.

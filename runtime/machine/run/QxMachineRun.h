@@ -2,11 +2,11 @@
 
 #include <chrono>
 #include <cstddef>
-#include <functional>
 #include <vector>
 
 #include "machine/run/QxMachineProgram.h"
 #include "machine/run/QxMachineStore.h"
+#include "machine/run/QxStopTest.h"
 
 /// The state of one run of a program. It can shade any number of grids, one after another, and
 /// keeps its memory for grids of the same size. Use it in one thread at a time; other threads need
@@ -28,8 +28,8 @@ public:
     /// An evaluation whose variables need more bytes than this throws `QxHostError`.
     void SetMemoryLimit(std::size_t bytes) { m_memoryLimit = bytes; }
     /// An evaluation calls `test` every few milliseconds, in its own thread, and throws
-    /// `QxHostStopped` if it returns true. An empty function disables this.
-    void SetStopTest(std::function<bool()> test) { m_stopTest = std::move(test); }
+    /// `QxHostStopped` if it returns true. An empty one disables this.
+    void SetStopTest(QxStopTest test) { m_stopTest = std::move(test); }
 
     // Each of these may throw `QxHostError`, and may be called again afterwards. The variables must
     // come from `QxMachineProgram::Declare` and have room for the points of the grid.
@@ -80,7 +80,7 @@ private:
     std::size_t m_stepLimit = k_stepLimit;
     std::size_t m_steps = 0;
     std::size_t m_innerWork = 0;  // of this evaluation
-    std::function<bool()> m_stopTest;
+    QxStopTest m_stopTest;
     std::size_t m_memoryLimit = k_memoryLimit;
     std::size_t m_work = 0;                           // since the clock was last read
     std::chrono::steady_clock::time_point m_asked;    // time of the last stop test
