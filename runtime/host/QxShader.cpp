@@ -57,6 +57,8 @@ std::shared_ptr<const QxShader> QxShader::Open(const std::string& path,
     std::ifstream file = OpenFile(path);
     if (IsSharedObject(file))
         return std::make_shared<QxShaderObject>(path, shadeopFolders);
+    if (std::filesystem::path(path).extension() == ".sl")
+        throw QxHostError("'" + path + "' is a source, but a compiled shader was expected");
     const std::string bytes{std::istreambuf_iterator<char>(file), {}};
     if (file.bad())
         throw QxHostError("Cannot read '" + path + "'");

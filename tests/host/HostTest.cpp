@@ -143,7 +143,8 @@ TEST_F(HostFiles, RefusesFilesThatAreNoShaders)
         {SLC_FAKE_INCOMPLETE, "is no shader, entry point 'QxEvaluate' is missing"},
         {m_folder.Path() / "missing.sqx", "There is no shader file '"},
         {m_folder.Path(), "There is no shader file '"},
-        {SLC_EXAMPLES_FOLDER "/matte.sl", "is no shader in byte-code: "},
+        {SLC_EXAMPLES_FOLDER "/matte.sl", "is a source, but a compiled shader was expected"},
+        {SLC_EXAMPLES_FOLDER "/renderer/README.md", "is no shader in byte-code: "},
         {"broken.sqx", "Cannot load 'broken.sqx', a shader built with --dso was expected"},
     };
     for (int round = 0; round < 2; ++round)
