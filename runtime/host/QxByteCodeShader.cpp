@@ -25,6 +25,7 @@ public:
     void SetStepLimit(std::size_t limit) override { m_run.SetStepLimit(limit); }
     void SetMemoryLimit(std::size_t bytes) override { m_run.SetMemoryLimit(bytes); }
     void SetStopTest(QxStopTest test) override { m_run.SetStopTest(std::move(test)); }
+    void ForgetFiles() override { m_run.ForgetFiles(); }
 
 private:
     QxMachineRun m_run;

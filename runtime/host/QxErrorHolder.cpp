@@ -10,9 +10,9 @@ constexpr unsigned long k_questionsAfterError = 10'000'000;
 constexpr unsigned int k_firstPoint = 0;
 
 template <class Query>
-QxGridQueries<Query> JustOne(const Query& query)
+QxGridQueries<Query> JustOne(const Query& query, const void* file = nullptr)
 {
-    return {nullptr, &query, &k_firstPoint, 1};
+    return {file, &query, &k_firstPoint, 1};
 }
 
 }  // namespace
@@ -85,27 +85,29 @@ void QxErrorHolder::AmbientOverGrid(const QxVector3* positions, unsigned int poi
 QxRGBColor QxErrorHolder::Texture(const QxTextureQuery& query)
 {
     QxRGBColor result = {0, 0, 0};
-    TextureOverGrid(JustOne(query), &result);
+    TextureOverGrid(JustOne(query, FindFile(QxFileKind::Texture, query.name)), &result);
     return result;
 }
 
 QxRGBColor QxErrorHolder::Environment(const QxPointsQuery& query)
 {
     QxRGBColor result = {0, 0, 0};
-    EnvironmentOverGrid(JustOne(query), &result);
+    EnvironmentOverGrid(JustOne(query, FindFile(QxFileKind::Environment, query.name)), &result);
     return result;
 }
 
 QxRGBColor QxErrorHolder::Shadow(const QxPointsQuery& query)
 {
     QxRGBColor result = {0, 0, 0};
-    ShadowOverGrid(JustOne(query), &result);
+    ShadowOverGrid(JustOne(query, FindFile(QxFileKind::Shadow, query.name)), &result);
     return result;
 }
 
 float QxErrorHolder::RayHit(const QxRayQuery& query)
 {
-    return Ask<float, const QxRayQuery&>(&QxShaderSupport::RayHit, -1, query);
+    float distance = -1;
+    RayHitOverGrid(JustOne(query), &distance);
+    return distance;
 }
 
 QxRGBColor QxErrorHolder::Trace(const QxRayQuery& query, float& distance)
@@ -136,8 +138,9 @@ QxRGBColor QxErrorHolder::IndirectDiffuse(const QxRayQuery& query, QxVector3& op
 {
     openDirection = query.direction;
     occlusion = 0;
-    return Ask<QxRGBColor, const QxRayQuery&, QxVector3&, float&>(
-        &QxShaderSupport::IndirectDiffuse, {}, query, openDirection, occlusion);
+    QxRGBColor result = {0, 0, 0};
+    IndirectDiffuseOverGrid(JustOne(query), &result, &openDirection, &occlusion);
+    return result;
 }
 
 bool QxErrorHolder::IsShadowRay()
@@ -202,8 +205,14 @@ bool QxErrorHolder::LightMessage(unsigned int light, const char* name, const QxM
 
 const void* QxErrorHolder::FindFile(QxFileKind kind, const char* name)
 {
-    return Ask<const void*, QxFileKind, const char*>(&QxShaderSupport::FindFile, nullptr, kind,
-                                                     name);
+    if (m_error)
+        return nullptr;
+    try {
+        return m_files.Find(m_answers, kind, name ? name : "");
+    } catch (...) {
+        m_error = std::current_exception();
+        return nullptr;
+    }
 }
 
 void QxErrorHolder::TextureOverGrid(const QxGridQueries<QxTextureQuery>& asked, QxRGBColor* results)
@@ -238,4 +247,16 @@ void QxErrorHolder::OcclusionOverGrid(const QxGridQueries<QxRayQuery>& asked, fl
                                       QxVector3* openDirections)
 {
     AskGrid(&QxShaderSupport::OcclusionOverGrid, asked, results, openDirections);
+}
+
+void QxErrorHolder::RayHitOverGrid(const QxGridQueries<QxRayQuery>& asked, float* distances)
+{
+    AskGrid(&QxShaderSupport::RayHitOverGrid, asked, distances);
+}
+
+void QxErrorHolder::IndirectDiffuseOverGrid(const QxGridQueries<QxRayQuery>& asked,
+                                            QxRGBColor* results, QxVector3* openDirections,
+                                            float* occlusions)
+{
+    AskGrid(&QxShaderSupport::IndirectDiffuseOverGrid, asked, results, openDirections, occlusions);
 }

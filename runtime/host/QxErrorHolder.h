@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "QxShaderSupport.h"
+#include "kernels/QxFileHandles.h"
 
 /// Passes the questions of a built shader on, and holds an error of an answer back until the shader
 /// has ended: it frees its locals at its end alone, which an exception would pass by.
@@ -13,10 +14,11 @@
 /// that a host may answer in either form.
 class QxErrorHolder : public QxShaderSupport {
 public:
-    /// `answers` must outlive it.
+    /// `answers` and `files` must outlive it.
     /// `firstDraw`: with what the counts of `random` begin.
-    explicit QxErrorHolder(QxShaderSupport& answers, unsigned int firstDraw = 0)
-        : m_answers(answers)
+    QxErrorHolder(QxShaderSupport& answers, QxFileHandles& files, unsigned int firstDraw = 0)
+        : m_answers(answers),
+          m_files(files)
     {
         m_draws.Start(firstDraw);
     }
@@ -62,6 +64,9 @@ public:
     void TransmissionOverGrid(const QxGridQueries<QxRayQuery>& asked, QxRGBColor* results) override;
     void OcclusionOverGrid(const QxGridQueries<QxRayQuery>& asked, float* results,
                            QxVector3* openDirections) override;
+    void RayHitOverGrid(const QxGridQueries<QxRayQuery>& asked, float* distances) override;
+    void IndirectDiffuseOverGrid(const QxGridQueries<QxRayQuery>& asked, QxRGBColor* results,
+                                 QxVector3* openDirections, float* occlusions) override;
     float RandomNumber(unsigned int point, unsigned int draw) override;
     /// Counts the calls of each point.
     float NextRandomNumber(unsigned int point) override;
@@ -79,6 +84,7 @@ private:
     void Count();
 
     QxShaderSupport& m_answers;
+    QxFileHandles& m_files;
     std::exception_ptr m_error;
     unsigned long m_asked = 0;  // since then
     QxDraws m_draws;

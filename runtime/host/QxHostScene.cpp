@@ -111,7 +111,7 @@ void QxHostScene::RunLight(SceneLevel& level, const SceneLight& light, QxHostGri
         std::copy_n(positions, points, at.Ps);
     *at.time = level.time;
     level.running = &light;
-    light.shader->Shade({grid.Layout(), at, level.eye}, *this, 0);
+    light.shader->Shade({grid.Layout(), at, level.eye}, *this, 0, m_files);
     level.running = nullptr;
 }
 

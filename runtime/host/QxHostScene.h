@@ -11,6 +11,7 @@
 #include "QxShaderSupport.h"
 #include "host/QxHostGrid.h"
 #include "host/QxHostSpaces.h"
+#include "host/QxVersion.h"
 
 class QxShaderInstance;
 
@@ -99,6 +100,12 @@ public:
     void SetTextureAnswer(const std::string& texture, const std::string& name,
                           const QxHostValue& value);
     void ClearTextureAnswer(const std::string& texture, const std::string& name);
+
+    /// What `FindFile` returned is out of date, such as after a texture was replaced: instances ask
+    /// again when they begin their next run with the scene. Until then they keep it, also null.
+    void ForgetFiles() { m_files = QxNextVersion(); }
+    /// For instances: another number for each scene, and after each `ForgetFiles`.
+    [[nodiscard]] unsigned long FilesVersion() const { return m_files; }
 
     /// Points are shaded as long as this lives: lights are run on grids of their layout, and see
     /// their eye and time. `QxShaderInstance::Run` makes one when it is handed a scene; a host that
@@ -209,6 +216,7 @@ private:
     std::uint32_t m_lastLight = 0;
     std::map<std::pair<QxMessage, std::string>, QxHostValue> m_answers;
     const QxHostObject* m_object = nullptr;
+    unsigned long m_files = QxNextVersion();
     unsigned int m_randomSeed = 0;
     unsigned int m_run = 0;
 

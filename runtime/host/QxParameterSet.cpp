@@ -2,8 +2,6 @@
 
 #include "host/QxParameterSet.h"
 
-#include <atomic>
-
 #include "QxHostError.h"
 
 namespace {
@@ -18,12 +16,6 @@ std::string Described(const Parameter& parameter)
 }
 
 }  // namespace
-
-unsigned long QxParameterSet::NextVersion()
-{
-    static std::atomic<unsigned long> last{0};
-    return ++last;
-}
 
 const Parameter& QxParameterSet::Fitting(QxParameterHandle handle, const QxHostValue& value) const
 {
@@ -43,7 +35,7 @@ void QxParameterSet::Set(QxParameterHandle handle, const QxHostValue& value)
         throw QxHostError(Described(parameter) + ", but is set to " +
                           std::to_string(value.Count()) + " values");
     m_settings.insert_or_assign(static_cast<std::size_t>(handle), Setting{value, false});
-    m_version = NextVersion();
+    m_version = QxNextVersion();
 }
 
 void QxParameterSet::SetForEachPoint(QxParameterHandle handle, const QxHostValue& values)
@@ -53,13 +45,13 @@ void QxParameterSet::SetForEachPoint(QxParameterHandle handle, const QxHostValue
         throw QxHostError("Parameter '" + parameter.name +
                           "' is uniform, it has one value for all points");
     m_settings.insert_or_assign(static_cast<std::size_t>(handle), Setting{values, true});
-    m_version = NextVersion();
+    m_version = QxNextVersion();
 }
 
 void QxParameterSet::Reset(QxParameterHandle parameter)
 {
     m_settings.erase(static_cast<std::size_t>(parameter));
-    m_version = NextVersion();
+    m_version = QxNextVersion();
 }
 
 const QxParameterSet::Setting* QxParameterSet::Find(std::size_t parameter) const

@@ -6,6 +6,7 @@
 
 #include "host/QxHostValue.h"
 #include "host/QxShader.h"
+#include "host/QxVersion.h"
 
 /// Values for parameters of a shader, such as those of one object. Instances shade with one set
 /// after the other, see `QxShaderInstance::Use`; parameters without a value have their default.
@@ -50,9 +51,8 @@ public:
 private:
     [[nodiscard]] const QxShader::Parameter& Fitting(QxParameterHandle parameter,
                                                      const QxHostValue& value) const;
-    [[nodiscard]] static unsigned long NextVersion();
 
     std::shared_ptr<const QxShader> m_shader;
     std::map<std::size_t, Setting> m_settings;  // by parameter
-    unsigned long m_version = NextVersion();
+    unsigned long m_version = QxNextVersion();
 };

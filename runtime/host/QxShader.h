@@ -40,6 +40,8 @@ public:
     /// An evaluation asks `test` now and then and ends with a `QxHostStopped` when it says so. Does
     /// nothing for a run that cannot be stopped.
     virtual void SetStopTest(QxStopTest) {}
+    /// Handles of files are asked for again; until then each is kept.
+    virtual void ForgetFiles() = 0;
 };
 
 /// A shader that was read from a file and does not change any more: byte-code or a shared object.

@@ -257,7 +257,7 @@ QxShaderInstance::Room& QxShaderInstance::FindRoom(std::size_t points)
 void QxShaderInstance::Run(const QxHostPoints& points, QxHostScene& scene)
 {
     const QxHostScene::GridScope scope(scene, points, this);
-    Shade(points, scene, scene.LightCount());
+    Shade(points, scene, scene.LightCount(), scene.FilesVersion());
 }
 
 void QxShaderInstance::Run(const QxHostPoints& points, QxShaderSupport& support,
@@ -268,13 +268,15 @@ void QxShaderInstance::Run(const QxHostPoints& points, QxShaderSupport& support,
                           std::to_string(m_depth) + " runs of itself, which is too deep");
     // A scene that is handed over as its base knows of the grid all the same.
     std::optional<QxHostScene::GridScope> scope;
-    if (auto* const scene = dynamic_cast<QxHostScene*>(&support))
+    auto* const scene = dynamic_cast<QxHostScene*>(&support);
+    if (scene)
         scope.emplace(*scene, points, this);
-    Shade(points, support, lightCount);
+    Shade(points, support, lightCount, scene ? scene->FilesVersion() : 0);
 }
 
+/// `files`: the version of the handles that `support` gives, 0 if they are good for this run alone.
 void QxShaderInstance::Shade(const QxHostPoints& points, QxShaderSupport& support,
-                             unsigned int lightCount)
+                             unsigned int lightCount, unsigned long files)
 {
     QxHostPoints::Check(points.layout);
     CheckPoints(points);
@@ -284,6 +286,7 @@ void QxShaderInstance::Shade(const QxHostPoints& points, QxShaderSupport& suppor
         Room& room = FindRoom(count);
         const RoomScope scope(*this, room);
         const QxShadingContext context(&support, &m_spaces, m_spaceList.data(), points.E);
+        UseFiles(room, files);
         PrepareVariables(room, count, context);
         MakeLights(room, count, lightCount);
         room.run->Evaluate(points.layout, context, points.variables, room.variables,
@@ -317,6 +320,13 @@ void QxShaderInstance::FindSpaces()
     m_spaceList.resize(m_shader->SpaceNames().size());
     for (std::size_t i = 0; i < m_spaceList.size(); ++i)
         m_spaceList[i] = m_spaces.Find(m_shader->SpaceNames()[i]);
+}
+
+void QxShaderInstance::UseFiles(Room& room, unsigned long files)
+{
+    if (files == 0 || files != room.files)
+        room.run->ForgetFiles();
+    room.files = files;
 }
 
 void QxShaderInstance::MakeLights(Room& room, std::size_t points, unsigned int count)
@@ -421,6 +431,7 @@ QxShaderInstance::Room& QxShaderInstance::RoomOfAnswers(QxShaderSupport& support
     {
         const RoomScope scope(*this, room);
         const QxShadingContext context(&support, &m_spaces, m_spaceList.data(), eye);
+        UseFiles(room, 0);
         PrepareVariables(room, 1, context);
     }
     m_last.swap(last);

@@ -128,6 +128,7 @@ private:
         std::size_t points = 0;     // that the variables are made for; 0: anew
         unsigned long changes = 0;  // of spaces and buffers that they know of
         unsigned long values = 0;   // version of the set
+        unsigned long files = 0;    // version of the handles of files; 0: of no scene
         unsigned long lastUse = 0;
         bool busy = false;
     };
@@ -144,7 +145,9 @@ private:
     void CheckMemory(std::size_t points) const;
     [[nodiscard]] Room& NewRoom();
     [[nodiscard]] Room& FindRoom(std::size_t points);
-    void Shade(const QxHostPoints& points, QxShaderSupport& support, unsigned int lightCount);
+    void Shade(const QxHostPoints& points, QxShaderSupport& support, unsigned int lightCount,
+               unsigned long files);
+    static void UseFiles(Room& room, unsigned long files);
     static void MakeLights(Room& room, std::size_t points, unsigned int count);
     void PrepareVariables(Room& room, std::size_t points, const QxShadingContext& context);
     void MakeVariable(Room& room, std::size_t parameter, std::size_t points);

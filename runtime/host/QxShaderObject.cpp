@@ -25,7 +25,8 @@ public:
 
 }  // namespace
 
-// A shared object keeps nothing between two calls, so that threads need not wait for each other.
+// A shared object keeps nothing of its own between two calls, so that threads need not wait for
+// each other.
 class QxShaderObject::Run : public QxShaderRun {
 public:
     explicit Run(const QxObjectLife& life) : m_life(life) {}
@@ -33,13 +34,14 @@ public:
     void Initialize(const QxShadingContext& context, const QxFrame3D** spaces,
                     std::vector<QxVar>& variables) override
     {
-        QxErrorHolder holder(*context.ShaderSupport(), QxDraws::k_ofDefaults);
+        QxErrorHolder holder(*context.ShaderSupport(), m_files, QxDraws::k_ofDefaults);
         m_life.initialize(context.With(holder), variables.data(), spaces);
         holder.Release();
     }
     void Evaluate(const QxGrid& layout, const QxShadingContext& context,
                   const QxHiddenVariables& hidden, std::vector<QxVar>& variables,
                   std::vector<QxLightInput>& lights) override;
+    void ForgetFiles() override { m_files.Forget(); }
 
 private:
     template <class Function, class Hidden, class... Rest>
@@ -51,13 +53,14 @@ private:
     }
 
     const QxObjectLife& m_life;
+    QxFileHandles m_files;
 };
 
 void QxShaderObject::Run::Evaluate(const QxGrid& layout, const QxShadingContext& given,
                                    const QxHiddenVariables& hidden, std::vector<QxVar>& variables,
                                    std::vector<QxLightInput>& lights)
 {
-    QxErrorHolder holder(*given.ShaderSupport());
+    QxErrorHolder holder(*given.ShaderSupport(), m_files);
     const QxShadingContext context = given.With(holder);
     switch (m_life.type) {
     case QxShaderInterface::e_typeLight:

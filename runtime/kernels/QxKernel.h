@@ -8,6 +8,7 @@
 
 #include "QxDerivatives.h"
 #include "QxLights.h"
+#include "kernels/QxFileHandles.h"
 
 // What runs one instruction over many points, and what it is handed.
 
@@ -71,12 +72,7 @@ protected:
 /// What points ask the scene at once, and its answers: room that a run keeps from one instruction
 /// to the next.
 struct QxQuestions {
-    struct File {
-        QxFileKind kind;
-        std::string name;
-        const void* handle;
-    };
-    std::vector<File> files;  // that this run has looked up
+    QxFileHandles files;
     std::vector<unsigned int> points;
     std::vector<QxTextureQuery> patches;
     std::vector<QxPointsQuery> corners;

@@ -77,13 +77,7 @@ const void* FileOf(QxMachineState& state, const QxCode& code, QxFileKind kind)
 {
     if (code.operands[1].step != 0)
         return nullptr;
-    const Text name = Operands(state, code, 0).String(1);
-    for (const QxQuestions::File& file : state.questions.files)
-        if (file.kind == kind && file.name == name)
-            return file.handle;
-    const void* const handle = state.support->FindFile(kind, name);
-    state.questions.files.push_back({kind, name, handle});
-    return handle;
+    return state.questions.files.Find(*state.support, kind, Operands(state, code, 0).String(1));
 }
 
 /// Hands the answers to the points that asked.
@@ -214,23 +208,59 @@ void Transmissions(QxMachineState& state, const QxCode& code, const QxPoints& po
     Give<Color>(state, code, 0, all.colors);
 }
 
+void RayHits(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    QxQuestions& all = state.questions;
+    Collect(state, code, points, all.rays, Ray);
+    if (all.rays.empty())
+        return;
+    all.numbers.assign(all.rays.size(), 0);
+    state.support->RayHitOverGrid(Asked(state, all.rays), all.numbers.data());
+    Give<float>(state, code, 0, all.numbers);
+}
+
+/// The open directions are the normals unless the scene says otherwise.
+void CollectHemispheres(QxMachineState& state, const QxCode& code, const QxPoints& points,
+                        QxRayQuery (*make)(const Operands&))
+{
+    QxQuestions& all = state.questions;
+    Collect(state, code, points, all.rays, make);
+    all.numbers.assign(all.rays.size(), 0);
+    all.directions.clear();
+    for (const QxRayQuery& ray : all.rays)
+        all.directions.push_back(ray.direction);
+}
+
 void Occlusions(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {
     QxQuestions& all = state.questions;
-    Collect(state, code, points, all.rays, [](const Operands& at) {
+    CollectHemispheres(state, code, points, [](const Operands& at) {
         return QxRayQuery{at.Triple(1), at.Triple(2), at.Number(3), at.Number(4), at.Number(5),
                           at.Number(6), at.Number(7), "",           at.Triple(8)};
     });
     if (all.rays.empty())
         return;
-    all.numbers.resize(all.rays.size());
-    all.directions.clear();
-    for (const QxRayQuery& ray : all.rays)
-        all.directions.push_back(ray.direction);
     state.support->OcclusionOverGrid(Asked(state, all.rays), all.numbers.data(),
                                      all.directions.data());
     Give<float>(state, code, 0, all.numbers);
     Give<Vector>(state, code, 9, all.directions);
+}
+
+void IndirectDiffuses(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    QxQuestions& all = state.questions;
+    CollectHemispheres(state, code, points, [](const Operands& at) {
+        return QxRayQuery{at.Triple(1), at.Triple(2), at.Number(3), at.Number(4), at.Number(5),
+                          at.Number(6), at.Number(7), at.String(8), at.Triple(9)};
+    });
+    if (all.rays.empty())
+        return;
+    all.colors.resize(all.rays.size());
+    state.support->IndirectDiffuseOverGrid(Asked(state, all.rays), all.colors.data(),
+                                           all.directions.data(), all.numbers.data());
+    Give<Color>(state, code, 0, all.colors);
+    Give<Vector>(state, code, 10, all.directions);
+    Give<float>(state, code, 11, all.numbers);
 }
 
 // name, channel, four corners, fidelity, samples, blurs, widths, filter
@@ -254,7 +284,10 @@ constexpr QxKernelRow k_rows[] = {
     SHADOW_ROWS(CALL_AREASHADOW, true, CORNERS, float, SOURCES),
     Row<Color&, Vector, Vector>("CALL_PRIM_TRANSMISSION", Transmissions),
     Row<Color&, Vector, Vector, float&>("CALL_PRIM_TRACE", Traces),
+    Row<float&, Vector, Vector>("CALL_PRIM_RAYHITTEST", RayHits),
     Row<float&, Vector, Vector, FIVE, Vector, Vector&>("CALL_PRIM_OCCLUSION", Occlusions),
+    Row<Color&, Vector, Vector, FIVE, Text, Vector, Vector&, float&>("CALL_PRIM_INDIRECTDIFFUSE",
+                                                                     IndirectDiffuses),
 };
 // clang-format on
 

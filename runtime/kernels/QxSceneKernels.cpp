@@ -16,7 +16,6 @@ namespace {
 
 using Vector = QxVector3;
 using Color = QxRGBColor;
-using Text = const char*;
 
 #define ASK(NAME, ...)                                                                             \
     Each<__VA_ARGS__>(#NAME, InRun([](QxMachineState& state, auto& r, auto&&... arguments) {       \
@@ -56,12 +55,8 @@ void Draw(QxMachineState& state, const QxCode& code, const QxPoints& points)
             drawAt(i, i);
 }
 
-#define FIVE float, float, float, float, float
-
 // clang-format off
 constexpr QxKernelRow k_rows[] = {
-    ASK(CALL_PRIM_RAYHITTEST, float&, Vector, Vector),
-    ASK(CALL_PRIM_INDIRECTDIFFUSE, Color&, Vector, Vector, FIVE, Text, Vector, Vector&, float&),
     ASK_PLAIN(CALL_PRIM_ISSHADOWRAY),
     ASK_PLAIN(CALL_PRIM_ISINDIRECTRAY),
     ASK_PLAIN(CALL_PRIM_RAYLEVEL),

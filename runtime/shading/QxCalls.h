@@ -5,6 +5,7 @@
 #include "QxBuiltIns.h"
 #include "QxLights.h"
 #include "QxOperators.h"
+#include "QxRayCalls.h"
 #include "QxSplines.h"
 #include "QxText.h"
 
@@ -131,115 +132,6 @@ inline void QxIlluminanceOverGrid(unsigned int points, const Where& where,
     for (unsigned int i = 0; i < points; ++i)
         QxAt(flag, i) = where(i) && statement(i, QxAt(axis, i), QxAt(axis, i), QxAt(angle, i));
 }
-
-// Rays. An output argument that the call left out stands as a number, which takes nothing.
-
-inline void QxGive(float& output, float value)
-{
-    output = value;
-}
-
-inline void QxGive(QxVector3& output, const QxVector3& value)
-{
-    output = value;
-}
-
-template <class Value>
-inline void QxGive(float&&, const Value&)
-{
-}
-
-/// Base of the functions that send rays; what their call does not give is 0 or empty.
-class QxRayCall {
-public:
-    explicit QxRayCall(QxShaderSupport* support) : m_support(support) {}
-
-protected:
-    static QxRayQuery Query(const QxVector3& position, const QxVector3& direction)
-    {
-        QxRayQuery query = {};
-        query.position = position;
-        query.direction = direction;
-        query.environment = "";
-        return query;
-    }
-
-    QxShaderSupport* m_support;
-};
-
-/// `rayhittest`, and `trace` as a float: the distance to what is hit.
-struct QxRayHitCall : QxRayCall {
-    using QxRayCall::QxRayCall;
-    float operator()(const QxVector3& position, const QxVector3& direction) const
-    {
-        return m_support->RayHit(Query(position, direction));
-    }
-};
-
-/// `transmission`: how much of the light from one point comes to the other.
-struct QxTransmissionCall : QxRayCall {
-    using QxRayCall::QxRayCall;
-    QxRGBColor operator()(const QxVector3& from, const QxVector3& to) const
-    {
-        return m_support->Transmission(Query(from, to));
-    }
-};
-
-/// `trace` as a color; the distance, which is negative if nothing is hit, goes to `output`.
-struct QxTraceCall : QxRayCall {
-    using QxRayCall::QxRayCall;
-    template <class Distance>
-    QxRGBColor operator()(const QxVector3& position, const QxVector3& direction,
-                          Distance&& output) const
-    {
-        float distance = 0;
-        const QxRGBColor color = m_support->Trace(Query(position, direction), distance);
-        QxGive(static_cast<Distance&&>(output), distance);
-        return color;
-    }
-};
-
-/// `occlusion`. The mean direction that is open goes to `output`; it is the normal if the renderer
-/// says nothing.
-struct QxOcclusionCall : QxRayCall {
-    using QxRayCall::QxRayCall;
-    template <class Axis, class Open>
-    float operator()(const QxVector3& position, const QxVector3& normal, float samples, float angle,
-                     float bias, float maxDistance, float variance, const Axis& axis,
-                     Open&& output) const
-    {
-        const QxRayQuery query = {position,    normal,   samples, angle,          bias,
-                                  maxDistance, variance, "",      QxToPoint(axis)};
-        QxVector3 open = normal;
-        const float occlusion = m_support->Occlusion(query, open);
-        QxGive(static_cast<Open&&>(output), open);
-        return occlusion;
-    }
-};
-
-/// `indirectdiffuse`. The mean open direction and the occlusion go to the outputs.
-struct QxIndirectDiffuseCall : QxRayCall {
-    using QxRayCall::QxRayCall;
-    template <class Environment, class Axis, class Open, class Occlusion>
-    QxRGBColor operator()(const QxVector3& position, const QxVector3& normal, float samples,
-                          float angle, float bias, float maxDistance, float variance,
-                          const Environment& environment, const Axis& axis, Open&& openOutput,
-                          Occlusion&& occlusionOutput) const
-    {
-        const QxRayQuery query = {position,    normal,   samples,           angle,          bias,
-                                  maxDistance, variance, Text(environment), QxToPoint(axis)};
-        QxVector3 open = normal;
-        float occlusion = 0;
-        const QxRGBColor color = m_support->IndirectDiffuse(query, open, occlusion);
-        QxGive(static_cast<Open&&>(openOutput), open);
-        QxGive(static_cast<Occlusion&&>(occlusionOutput), occlusion);
-        return color;
-    }
-
-private:
-    static const char* Text(const char* text) { return text; }
-    static const char* Text(float) { return ""; }
-};
 
 // Variable argument lists: the address of each argument, a constant's too.
 

@@ -136,14 +136,21 @@ inline QxPointsIf<Condition> QxWhere(const Condition& condition, bool wanted)
     return {condition, wanted};
 }
 
+/// Base of functions that ask the host, which is asked once for all points of a grid.
+struct QxQuestion {};
+
 /// result = function(arguments...) at each of the points. The result may be one of the arguments.
 template <class Where, class Function, class Result, class... Arguments>
 inline void QxOverGrid(unsigned int points, const Where& where, const Function& function,
                        Result&& result, Arguments&&... arguments)
 {
-    for (unsigned int i = 0; i < points; ++i)
-        if (where(i))
-            QxAt(result, i) = function(QxAt(arguments, i)...);
+    if constexpr (__is_base_of(QxQuestion, Function)) {
+        QxAskOverGrid(points, where, function, result, arguments...);
+    } else {
+        for (unsigned int i = 0; i < points; ++i)
+            if (where(i))
+                QxAt(result, i) = function(QxAt(arguments, i)...);
+    }
 }
 
 /// The same at all points of the grid.

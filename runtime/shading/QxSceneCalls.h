@@ -17,27 +17,76 @@ inline void QxAnswer(QxRGBColor& result, const QxRGBColor& color)
     result = color;
 }
 
-/// `texture`: a patch of four corners in the file, as a float or a color.
-template <class Result>
-class QxTextureCall {
-public:
-    explicit QxTextureCall(QxShaderSupport* support) : m_support(support) {}
+/// The name of a file that all points ask for; null if each point has its own.
+inline const char* QxNameOfAll(const char* name)
+{
+    return name ? name : "";
+}
 
-    Result operator()(const char* name, float channel, float s1, float t1, float s2, float t2,
-                      float s3, float t3, float s4, float t4, float fidelity, float samples,
-                      float sBlur, float tBlur, float sWidth, float tWidth, const char* filter,
-                      float fill, float lerp) const
+inline const char* QxNameOfAll(const char* const*)
+{
+    return nullptr;
+}
+
+/// Base of the functions that look at files: `Query` is what a point asks.
+template <class Query>
+class QxFileCall : public QxQuestion {
+public:
+    using Asked = QxGridQueries<Query>;
+    using Answers = QxArray<QxRGBColor>;
+
+    QxFileCall(QxShaderSupport* support, QxFileKind kind) : m_support(support), m_kind(kind) {}
+
+    template <class Name, class... Rest>
+    const void* File(const Name& name, const Rest&...) const
     {
-        const QxTextureQuery query = {
-            name,  channel, {s1, s2, s3, s4}, {t1, t2, t3, t4}, fidelity, samples, sBlur,
-            tBlur, sWidth,  tWidth,           filter,           fill,     lerp};
+        const char* const text = QxNameOfAll(name);
+        return text ? m_support->FindFile(m_kind, text) : nullptr;
+    }
+    template <class Result, class... Arguments>
+    static void Give(const Answers& answers, unsigned int k, Result& result, const Arguments&...)
+    {
+        QxAnswer(result, answers[k]);
+    }
+
+protected:
+    template <class Result>
+    static Result As(const QxRGBColor& color)
+    {
         Result result;
-        QxAnswer(result, m_support->Texture(query));
+        QxAnswer(result, color);
         return result;
     }
 
-private:
     QxShaderSupport* m_support;
+
+private:
+    QxFileKind m_kind;
+};
+
+/// `texture`: a patch of four corners in the file, as a float or a color.
+template <class Result>
+class QxTextureCall : public QxFileCall<QxTextureQuery> {
+public:
+    explicit QxTextureCall(QxShaderSupport* support) : QxFileCall(support, QxFileKind::Texture) {}
+
+    static QxTextureQuery Query(const char* name, float channel, float s1, float t1, float s2,
+                                float t2, float s3, float t3, float s4, float t4, float fidelity,
+                                float samples, float sBlur, float tBlur, float sWidth, float tWidth,
+                                const char* filter, float fill, float lerp)
+    {
+        return {name,  channel, {s1, s2, s3, s4}, {t1, t2, t3, t4}, fidelity, samples, sBlur,
+                tBlur, sWidth,  tWidth,           filter,           fill,     lerp};
+    }
+    template <class... Arguments>
+    Result operator()(const Arguments&... arguments) const
+    {
+        return this->template As<Result>(m_support->Texture(Query(arguments...)));
+    }
+    void Ask(const Asked& asked, Answers& answers) const
+    {
+        m_support->TextureOverGrid(asked, answers.Data());
+    }
 };
 
 /// How the corners of a patch, and what else these calls have in common, become a query.
@@ -66,66 +115,83 @@ inline QxPointsQuery QxMakePointsQuery(const char* name, float channel, const Qx
 
 /// `environment`: four directions.
 template <class Result>
-class QxEnvironmentCall {
+class QxEnvironmentCall : public QxFileCall<QxPointsQuery> {
 public:
-    explicit QxEnvironmentCall(QxShaderSupport* support) : m_support(support) {}
+    explicit QxEnvironmentCall(QxShaderSupport* support)
+        : QxFileCall(support, QxFileKind::Environment)
+    {
+    }
 
-    Result operator()(const char* name, float channel, const QxVector3& p1, const QxVector3& p2,
-                      const QxVector3& p3, const QxVector3& p4, float fidelity, float samples,
-                      float sBlur, float tBlur, float sWidth, float tWidth, const char* filter,
-                      float lerp, float fill) const
+    static QxPointsQuery Query(const char* name, float channel, const QxVector3& p1,
+                               const QxVector3& p2, const QxVector3& p3, const QxVector3& p4,
+                               float fidelity, float samples, float sBlur, float tBlur,
+                               float sWidth, float tWidth, const char* filter, float lerp,
+                               float fill)
     {
         QxPointsQuery query = QxMakePointsQuery(name, channel, p1, p2, p3, p4, fidelity, samples,
                                                 sBlur, tBlur, sWidth, tWidth, filter);
         query.lerp = lerp;
         query.fill = fill;
-        Result result;
-        QxAnswer(result, m_support->Environment(query));
-        return result;
+        return query;
     }
-
-private:
-    QxShaderSupport* m_support;
+    template <class... Arguments>
+    Result operator()(const Arguments&... arguments) const
+    {
+        return this->template As<Result>(m_support->Environment(Query(arguments...)));
+    }
+    void Ask(const Asked& asked, Answers& answers) const
+    {
+        m_support->EnvironmentOverGrid(asked, answers.Data());
+    }
 };
 
 /// Shadows with and without the corners of an area light.
 template <class Result>
-class QxShadowCall {
+class QxShadowCall : public QxFileCall<QxPointsQuery> {
 public:
-    QxShadowCall(QxShaderSupport* support, bool inLight) : m_support(support), m_inLight(inLight) {}
-
-    Result operator()(const char* name, float channel, const QxVector3& p1, const QxVector3& p2,
-                      const QxVector3& p3, const QxVector3& p4, float fidelity, float samples,
-                      float sBlur, float tBlur, float sWidth, float tWidth, const char* filter,
-                      float bias) const
+    QxShadowCall(QxShaderSupport* support, bool inLight)
+        : QxFileCall(support, QxFileKind::Shadow),
+          m_inLight(inLight)
     {
-        const QxVector3 none = {0, 0, 0};
-        return (*this)(name, channel, p1, p2, p3, p4, fidelity, samples, sBlur, tBlur, sWidth,
-                       tWidth, filter, bias, 0, none, none, none, none);
     }
 
-    Result operator()(const char* name, float channel, const QxVector3& p1, const QxVector3& p2,
-                      const QxVector3& p3, const QxVector3& p4, float fidelity, float samples,
-                      float sBlur, float tBlur, float sWidth, float tWidth, const char* filter,
-                      float bias, float sourceCount, const QxVector3& q1, const QxVector3& q2,
-                      const QxVector3& q3, const QxVector3& q4) const
+    QxPointsQuery Query(const char* name, float channel, const QxVector3& p1, const QxVector3& p2,
+                        const QxVector3& p3, const QxVector3& p4, float fidelity, float samples,
+                        float sBlur, float tBlur, float sWidth, float tWidth, const char* filter,
+                        float bias) const
     {
         QxPointsQuery query = QxMakePointsQuery(name, channel, p1, p2, p3, p4, fidelity, samples,
                                                 sBlur, tBlur, sWidth, tWidth, filter);
         query.bias = bias;
         query.inLight = m_inLight;
+        return query;
+    }
+    QxPointsQuery Query(const char* name, float channel, const QxVector3& p1, const QxVector3& p2,
+                        const QxVector3& p3, const QxVector3& p4, float fidelity, float samples,
+                        float sBlur, float tBlur, float sWidth, float tWidth, const char* filter,
+                        float bias, float sourceCount, const QxVector3& q1, const QxVector3& q2,
+                        const QxVector3& q3, const QxVector3& q4) const
+    {
+        QxPointsQuery query = Query(name, channel, p1, p2, p3, p4, fidelity, samples, sBlur, tBlur,
+                                    sWidth, tWidth, filter, bias);
         query.sourceCount = QxToInt(sourceCount, 0, 4);
         query.sources[0] = q1;
         query.sources[1] = q2;
         query.sources[2] = q3;
         query.sources[3] = q4;
-        Result result;
-        QxAnswer(result, m_support->Shadow(query));
-        return result;
+        return query;
+    }
+    template <class... Arguments>
+    Result operator()(const Arguments&... arguments) const
+    {
+        return this->template As<Result>(m_support->Shadow(Query(arguments...)));
+    }
+    void Ask(const Asked& asked, Answers& answers) const
+    {
+        m_support->ShadowOverGrid(asked, answers.Data());
     }
 
 private:
-    QxShaderSupport* m_support;
     bool m_inLight;
 };
 

@@ -221,12 +221,13 @@ public:
         return Message(QxMessage::LightSource, "", name, value);
     }
 
-    // Questions for a whole grid. Byte-code asks these, once for all points of a call, and a shared
-    // object for each point; a host answers in the form that it likes. Neutral: each point's
-    // question is asked by itself, with the functions above. Results have the order of the queries.
+    // Questions for a whole grid, asked once for all points of a call. A shared object that was
+    // compiled without optimization asks for one point at a time, with the number 0. A host answers
+    // in the form that it likes. Neutral: each point's question is asked by itself, with the
+    // functions above. Results have the order of the queries.
 
-    /// What stands for the name of a file in the queries of a grid; it is asked for once a run and
-    /// name. Neutral: null.
+    /// What stands for the name of a file in the queries of a grid. An instance asks once for each
+    /// name, see `QxHostScene::ForgetFiles`. Neutral: null.
     virtual const void* FindFile(QxFileKind, const char*) { return nullptr; }
     virtual void TextureOverGrid(const QxGridQueries<QxTextureQuery>& asked, QxRGBColor* results)
     {
@@ -280,6 +281,22 @@ public:
     virtual QxRGBColor AmbientAt(const QxVector3& position, unsigned int)
     {
         return Ambient(position);
+    }
+
+    // More questions for a whole grid, as those above.
+
+    virtual void RayHitOverGrid(const QxGridQueries<QxRayQuery>& asked, float* distances)
+    {
+        for (unsigned int i = 0; i < asked.count; ++i)
+            distances[i] = RayHit(asked.queries[i]);
+    }
+    /// Fills the open directions and what `Occlusion` gives, too.
+    virtual void IndirectDiffuseOverGrid(const QxGridQueries<QxRayQuery>& asked,
+                                         QxRGBColor* results, QxVector3* openDirections,
+                                         float* occlusions)
+    {
+        for (unsigned int i = 0; i < asked.count; ++i)
+            results[i] = IndirectDiffuse(asked.queries[i], openDirections[i], occlusions[i]);
     }
 
 protected:

@@ -802,10 +802,17 @@ public:
         distance = q.position.y;
         return grids ? QxRGBColor{} : Of(q);
     }
+    float RayHit(const QxRayQuery& q) override { return grids ? 0 : q.position.y; }
     float Occlusion(const QxRayQuery& q, QxVector3& open) override
     {
         open = q.position;
         return grids ? 0 : q.samples;
+    }
+    QxRGBColor IndirectDiffuse(const QxRayQuery& q, QxVector3& open, float& occlusion) override
+    {
+        open = q.position;
+        occlusion = q.bias;
+        return grids ? QxRGBColor{} : Of(q);
     }
     const void* FindFile(QxFileKind, const char* name) override
     {
@@ -814,8 +821,8 @@ public:
     }
     void TextureOverGrid(const QxGridQueries<QxTextureQuery>& asked, QxRGBColor* results) override
     {
-        texturePoints.assign(asked.points, asked.points + asked.count);
-        EXPECT_EQ(asked.file != nullptr, !files.empty());
+        texturePoints.insert(texturePoints.end(), asked.points, asked.points + asked.count);
+        EXPECT_EQ(asked.file, this);
         if (!Answer(asked, results))
             QxHostScene::TextureOverGrid(asked, results);
     }
@@ -851,6 +858,24 @@ public:
             o[i] = asked.queries[i].position;
         }
     }
+    void RayHitOverGrid(const QxGridQueries<QxRayQuery>& asked, float* d) override
+    {
+        ++calls;
+        if (!grids)
+            return QxHostScene::RayHitOverGrid(asked, d);
+        for (unsigned int i = 0; i < asked.count; ++i)
+            d[i] = asked.queries[i].position.y;
+    }
+    void IndirectDiffuseOverGrid(const QxGridQueries<QxRayQuery>& asked, QxRGBColor* r,
+                                 QxVector3* o, float* occlusions) override
+    {
+        if (!Answer(asked, r))
+            return QxHostScene::IndirectDiffuseOverGrid(asked, r, o, occlusions);
+        for (unsigned int i = 0; i < asked.count; ++i) {
+            o[i] = asked.queries[i].position;
+            occlusions[i] = asked.queries[i].bias;
+        }
+    }
 
 private:
     template <class Query>
@@ -867,8 +892,13 @@ private:
 
 TEST_P(Host, AsksForAllPointsOfAGrid)
 {
-    Load(R"(surface test(output varying color got = 0; output varying float far = 0) {
-                if (u > 0.5) got = texture("a", s, t, "samples", 3);
+    Load(R"(surface test(output varying color got = 0; output varying float far = 0;
+                         output varying vector open = 0; output varying float covered = 0) {
+                if (u > 0.5) {
+                    got = texture("a", s, t, "samples", 3);
+                    float hit = trace(P, N);
+                    got += hit + indirectdiffuse(P, N, 7, "bias", 0.5, "environmentdir", open, "occlusion", covered);
+                }
                 got += environment("b", N + P, "fidelity", 0.5) + transmission(P, N) + trace(P, N, far);
                 Ci = got; Oi = shadow("c", P) + occlusion(P, N, 4); })");
     for (const unsigned int side : {2U, 1U}) {
@@ -876,22 +906,50 @@ TEST_P(Host, AsksForAllPointsOfAGrid)
         grid.Set("u", 1);
         if (side == 2)
             grid.Set("u", Numbers{0, 1, 0, 1});
+        const auto made = [&](QxHostScene& scene) {
+            std::vector<Numbers> values;
+            m_shader->Run(grid, scene);
+            for (const char* name : {"Ci", "Oi"})
+                values.push_back(grid.Get(name).numbers);
+            for (const char* name : {"far", "open", "covered"})
+                values.push_back(m_shader->Get(name).numbers);
+            return values;
+        };
         Asked<true> all;
         Asked<false> each;
-        m_shader->Run(grid, all);
-        const Numbers lit = grid.Get("Ci").numbers;
-        const Numbers opacity = grid.Get("Oi").numbers;
-        const Numbers far = m_shader->Get("far").numbers;
-        m_shader->Run(grid, each);
-        EXPECT_EQ(grid.Get("Ci").numbers, lit);
-        EXPECT_EQ(grid.Get("Oi").numbers, opacity);
-        EXPECT_EQ(m_shader->Get("far").numbers, far);
-        EXPECT_NE(lit, Numbers(lit.size(), lit[0]));
-        if (std::string_view(GetParam()) == "--int") {
-            EXPECT_EQ(all.calls, 6);
-            EXPECT_EQ(all.files, (std::vector<std::string>{"a", "b", "c"}));
-            EXPECT_EQ(all.texturePoints,
-                      side == 2 ? (std::vector<unsigned int>{1, 3}) : std::vector<unsigned int>{0});
-        }
+        const auto values = made(all);
+        EXPECT_EQ(made(each), values);
+        EXPECT_NE(values[0], Numbers(values[0].size(), values[0][0]));
+        EXPECT_EQ(all.calls, 8);
+        EXPECT_EQ(all.files, (std::vector<std::string>{"a", "b", "c"}));
+        EXPECT_EQ(all.texturePoints,
+                  side == 2 ? (std::vector<unsigned int>{1, 3}) : std::vector<unsigned int>{0});
     }
+}
+
+TEST_P(Host, LooksFilesUpOnce)
+{
+    // Without optimization a shared object asks for a point at a time.
+    m_shader = std::make_unique<QxShaderInstance>(
+        QxShader::Open(m_folder.Build("test",
+                                      R"(surface test(string name = "a") {
+                                             Ci = texture(name, s, t) + texture("b", s, t); })",
+                                      std::string(GetParam()) + " -O0")),
+        m_scene.Spaces());
+    Asked<true> first;
+    Asked<true> second;
+    const auto filesAfterRun = [this](Asked<true>& scene) {
+        m_shader->Run(m_grid, scene);
+        return scene.files.size();
+    };
+    EXPECT_EQ(filesAfterRun(first), 2U);
+    EXPECT_EQ(filesAfterRun(first), 2U);
+    EXPECT_EQ(filesAfterRun(second), 2U);
+    EXPECT_EQ(filesAfterRun(first), 4U);
+    first.ForgetFiles();
+    EXPECT_EQ(filesAfterRun(first), 6U);
+    m_shader->Set("name", "c");
+    EXPECT_EQ(filesAfterRun(first), 7U);
+    m_shader->Run(m_grid, static_cast<QxShaderSupport&>(first), 0);
+    EXPECT_EQ(filesAfterRun(first), 7U) << "a scene is known by its base, too";
 }

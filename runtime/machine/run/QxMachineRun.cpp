@@ -90,7 +90,6 @@ void QxMachineRun::Start(const QxGrid& grid, const QxShadingContext& context,
     m_state.lightsAreForP = false;
     m_state.notesWait = false;
     m_state.notes.clear();
-    m_state.questions.files.clear();
     m_state.draws.Start(firstDraw);
     m_loops.clear();
     m_state.work = this;

@@ -30,6 +30,9 @@ public:
     /// An evaluation calls `test` every few milliseconds, in its own thread, and throws
     /// `QxHostStopped` if it returns true. An empty one disables this.
     void SetStopTest(QxStopTest test) { m_stopTest = std::move(test); }
+    /// Handles of files are kept from one evaluation to the next. This must be called when they no
+    /// longer hold, such as for evaluations with another host.
+    void ForgetFiles() { m_state.questions.files.Forget(); }
 
     // Each of these may throw `QxHostError`, and may be called again afterwards. The variables must
     // come from `QxMachineProgram::Declare` and have room for the points of the grid.

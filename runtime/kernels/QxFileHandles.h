@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "QxShaderSupport.h"
+
+/// The handles of files that a host has given, which is asked once for each name.
+class QxFileHandles {
+public:
+    /// O(n) in the names that were asked for. Throws what the host throws.
+    [[nodiscard]] const void* Find(QxShaderSupport& host, QxFileKind kind, const char* name)
+    {
+        for (const File& file : m_files)
+            if (file.kind == kind && file.name == name)
+                return file.handle;
+        const void* const handle = host.FindFile(kind, name);
+        m_files.push_back({kind, name, handle});
+        return handle;
+    }
+    void Forget() { m_files.clear(); }
+
+private:
+    struct File {
+        QxFileKind kind;
+        std::string name;
+        const void* handle;
+    };
+
+    std::vector<File> m_files;
+};

@@ -1,0 +1,255 @@
+#pragma once
+
+#include "QxForms.h"
+#include "QxShaderSupport.h"
+
+// Questions about rays, each for a point or for all points of a grid that ask.
+
+// An output argument that the call left out stands as a number, which takes nothing.
+
+inline void QxGive(float& output, float value)
+{
+    output = value;
+}
+
+inline void QxGive(QxVector3& output, const QxVector3& value)
+{
+    output = value;
+}
+
+template <class Value>
+inline void QxGive(float&&, const Value&)
+{
+}
+
+/// result = call(arguments...) at each of the points, of which the host is asked at once. A call
+/// has the members `Query`, which says what one point asks, `File`, which gives the handle for the
+/// name of a file, `Answers`, which are made for a number of points, `Ask`, which gets them from
+/// the host, and `Give`, which hands a point's answers to its result and output arguments.
+template <class Where, class Call, class Result, class... Arguments>
+inline void QxAskOverGrid(unsigned int points, const Where& where, const Call& call,
+                          Result&& result, Arguments&&... arguments)
+{
+    if (points == 1) {  // needs no memory
+        if (where(0))
+            QxAt(result, 0u) = call(QxAt(arguments, 0u)...);
+        return;
+    }
+    QxArray<decltype(call.Query(QxAt(arguments, 0u)...))> queries(points);
+    QxArray<unsigned int> numbers(points);
+    unsigned int count = 0;
+    for (unsigned int i = 0; i < points; ++i) {
+        if (!where(i))
+            continue;
+        queries[count] = call.Query(QxAt(arguments, i)...);
+        numbers[count++] = i;
+    }
+    if (count == 0)
+        return;
+    typename Call::Answers answers(count);
+    call.Ask({call.File(arguments...), queries.Data(), numbers.Data(), count}, answers);
+    for (unsigned int k = 0; k < count; ++k)
+        call.Give(answers, k, QxAt(result, numbers[k]), QxAt(arguments, numbers[k])...);
+}
+
+/// Base of the functions that send rays; what their call does not give is 0 or empty.
+class QxRayCall : public QxQuestion {
+public:
+    using Asked = QxGridQueries<QxRayQuery>;
+
+    explicit QxRayCall(QxShaderSupport* support) : m_support(support) {}
+
+    template <class... Outputs>
+    static QxRayQuery Query(const QxVector3& position, const QxVector3& direction, Outputs&&...)
+    {
+        QxRayQuery query = {};
+        query.position = position;
+        query.direction = direction;
+        query.environment = "";
+        return query;
+    }
+    template <class... Arguments>
+    static const void* File(const Arguments&...)
+    {
+        return nullptr;
+    }
+
+protected:
+    QxShaderSupport* m_support;
+};
+
+/// `rayhittest`, and `trace` as a float: the distance to what is hit.
+struct QxRayHitCall : QxRayCall {
+    using QxRayCall::QxRayCall;
+    using Answers = QxArray<float>;
+
+    float operator()(const QxVector3& position, const QxVector3& direction) const
+    {
+        return m_support->RayHit(Query(position, direction));
+    }
+    void Ask(const Asked& asked, Answers& answers) const
+    {
+        m_support->RayHitOverGrid(asked, answers.Data());
+    }
+    static void Give(const Answers& answers, unsigned int k, float& result, const QxVector3&,
+                     const QxVector3&)
+    {
+        result = answers[k];
+    }
+};
+
+/// `transmission`: how much of the light from one point comes to the other.
+struct QxTransmissionCall : QxRayCall {
+    using QxRayCall::QxRayCall;
+    using Answers = QxArray<QxRGBColor>;
+
+    QxRGBColor operator()(const QxVector3& from, const QxVector3& to) const
+    {
+        return m_support->Transmission(Query(from, to));
+    }
+    void Ask(const Asked& asked, Answers& answers) const
+    {
+        m_support->TransmissionOverGrid(asked, answers.Data());
+    }
+    static void Give(const Answers& answers, unsigned int k, QxRGBColor& result, const QxVector3&,
+                     const QxVector3&)
+    {
+        result = answers[k];
+    }
+};
+
+/// `trace` as a color; the distance, which is negative if nothing is hit, goes to `output`.
+struct QxTraceCall : QxRayCall {
+    using QxRayCall::QxRayCall;
+    struct Answers {
+        explicit Answers(unsigned int count) : colors(count), distances(count) {}
+        QxArray<QxRGBColor> colors;
+        QxArray<float> distances;
+    };
+
+    template <class Distance>
+    QxRGBColor operator()(const QxVector3& position, const QxVector3& direction,
+                          Distance&& output) const
+    {
+        float distance = 0;
+        const QxRGBColor color = m_support->Trace(Query(position, direction), distance);
+        QxGive(static_cast<Distance&&>(output), distance);
+        return color;
+    }
+    void Ask(const Asked& asked, Answers& answers) const
+    {
+        m_support->TraceOverGrid(asked, answers.colors.Data(), answers.distances.Data());
+    }
+    template <class Distance>
+    static void Give(const Answers& answers, unsigned int k, QxRGBColor& result, const QxVector3&,
+                     const QxVector3&, Distance&& output)
+    {
+        result = answers.colors[k];
+        QxGive(static_cast<Distance&&>(output), answers.distances[k]);
+    }
+};
+
+/// What answers a question about the hemisphere over a point: the open direction is the normal if
+/// the renderer says nothing.
+struct QxHemisphereAnswers {
+    explicit QxHemisphereAnswers(unsigned int count)
+        : colors(count),
+          directions(count),
+          occlusions(count)
+    {
+    }
+    QxArray<QxRGBColor> colors;  // of `indirectdiffuse`
+    QxArray<QxVector3> directions;
+    QxArray<float> occlusions;
+};
+
+/// `occlusion`. The mean direction that is open goes to `output`.
+struct QxOcclusionCall : QxRayCall {
+    using QxRayCall::QxRayCall;
+    using Answers = QxHemisphereAnswers;
+
+    template <class Axis, class Open>
+    static QxRayQuery Query(const QxVector3& position, const QxVector3& normal, float samples,
+                            float angle, float bias, float maxDistance, float variance,
+                            const Axis& axis, Open&&)
+    {
+        return {position,    normal,   samples, angle,          bias,
+                maxDistance, variance, "",      QxToPoint(axis)};
+    }
+    template <class Axis, class Open>
+    float operator()(const QxVector3& position, const QxVector3& normal, float samples, float angle,
+                     float bias, float maxDistance, float variance, const Axis& axis,
+                     Open&& output) const
+    {
+        const QxRayQuery query =
+            Query(position, normal, samples, angle, bias, maxDistance, variance, axis, output);
+        QxVector3 open = normal;
+        const float occlusion = m_support->Occlusion(query, open);
+        QxGive(static_cast<Open&&>(output), open);
+        return occlusion;
+    }
+    void Ask(const Asked& asked, Answers& answers) const
+    {
+        for (unsigned int k = 0; k < asked.count; ++k)
+            answers.directions[k] = asked.queries[k].direction;
+        m_support->OcclusionOverGrid(asked, answers.occlusions.Data(), answers.directions.Data());
+    }
+    template <class Axis, class Open>
+    static void Give(const Answers& answers, unsigned int k, float& result, const QxVector3&,
+                     const QxVector3&, float, float, float, float, float, const Axis&,
+                     Open&& output)
+    {
+        result = answers.occlusions[k];
+        QxGive(static_cast<Open&&>(output), answers.directions[k]);
+    }
+};
+
+/// `indirectdiffuse`. The mean open direction and the occlusion go to the outputs.
+struct QxIndirectDiffuseCall : QxRayCall {
+    using QxRayCall::QxRayCall;
+    using Answers = QxHemisphereAnswers;
+
+    template <class Environment, class Axis, class Open, class Occlusion>
+    static QxRayQuery Query(const QxVector3& position, const QxVector3& normal, float samples,
+                            float angle, float bias, float maxDistance, float variance,
+                            const Environment& environment, const Axis& axis, Open&&, Occlusion&&)
+    {
+        return {position,    normal,   samples,           angle,          bias,
+                maxDistance, variance, Text(environment), QxToPoint(axis)};
+    }
+    template <class Environment, class Axis, class Open, class Occlusion>
+    QxRGBColor operator()(const QxVector3& position, const QxVector3& normal, float samples,
+                          float angle, float bias, float maxDistance, float variance,
+                          const Environment& environment, const Axis& axis, Open&& openOutput,
+                          Occlusion&& occlusionOutput) const
+    {
+        const QxRayQuery query = Query(position, normal, samples, angle, bias, maxDistance,
+                                       variance, environment, axis, openOutput, occlusionOutput);
+        QxVector3 open = normal;
+        float occlusion = 0;
+        const QxRGBColor color = m_support->IndirectDiffuse(query, open, occlusion);
+        QxGive(static_cast<Open&&>(openOutput), open);
+        QxGive(static_cast<Occlusion&&>(occlusionOutput), occlusion);
+        return color;
+    }
+    void Ask(const Asked& asked, Answers& answers) const
+    {
+        for (unsigned int k = 0; k < asked.count; ++k)
+            answers.directions[k] = asked.queries[k].direction;
+        m_support->IndirectDiffuseOverGrid(asked, answers.colors.Data(), answers.directions.Data(),
+                                           answers.occlusions.Data());
+    }
+    template <class Environment, class Axis, class Open, class Occlusion>
+    static void Give(const Answers& answers, unsigned int k, QxRGBColor& result, const QxVector3&,
+                     const QxVector3&, float, float, float, float, float, const Environment&,
+                     const Axis&, Open&& openOutput, Occlusion&& occlusionOutput)
+    {
+        result = answers.colors[k];
+        QxGive(static_cast<Open&&>(openOutput), answers.directions[k]);
+        QxGive(static_cast<Occlusion&&>(occlusionOutput), answers.occlusions[k]);
+    }
+
+private:
+    static const char* Text(const char* text) { return text; }
+    static const char* Text(float) { return ""; }
+};
