@@ -144,6 +144,8 @@ private:
         using Kind = ReferenceExpr::Kind;
         if (e.kind == Kind::Call)
             return Call(e);
+        if (e.word == "random")
+            return k_unsure;  // as the context wants it
         Range detail = e.variable ? DetailOf(*e.variable) : k_uniform;
         for (const ReferenceExpr& operand : e.operands)
             detail = Combine(detail, DetailOf(operand));

@@ -250,6 +250,8 @@ private:
             Set(*e.operands[0].variable, 0, value);
             return value;
         }
+        if (e.word == "random")
+            return Of(0.5F);
         if (e.word == "abs")
             return each([&](std::size_t i) { return std::abs(arg(0, i)); });
         if (e.word == "floor")

@@ -22,7 +22,7 @@ Expr ReferenceShader::Number(Scope& scope, int depth, Need need)
     const auto inner = [&] { return Number(scope, depth - 1, need); };
     // One after the other: the order of evaluation of arguments is open.
     Expr first = inner();
-    switch (Below(15)) {
+    switch (Below(16)) {
     case 0:
         return BuiltIn("abs", {first});
     case 1:
@@ -51,7 +51,11 @@ Expr ReferenceShader::Number(Scope& scope, int depth, Need need)
         return Operator("*", {Bounded(BuiltIn("floor", {first}), 4), inner()});
     case 11:
         return Operator("-", {first});
-    case 12:
+    case 12:  // of a random number one thing is known
+        if (need == Need::Any)
+            return Operator("+", {first, BuiltIn("floor", {BuiltIn("random", {})})});
+        break;
+    case 13:
         return BuiltIn("match", {{Expr::Kind::Text, Chance(50) ? "b" : "aa"}, Text(scope, need)});
     default:
         break;
