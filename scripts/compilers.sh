@@ -11,8 +11,9 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/prepare.sh
 
-# g++ and clang++ 14 are those of Debian 12, whose newest clang++ is 22. -m32 goes without g++-multilib, which
-# no compiler for another architecture can be installed beside: the headers of the kernel suit both sizes.
+# g++ and clang++ 14 are those of Debian 12, whose newest clang++ is 22. It has libc++ 22 as an archive alone. -m32
+# does without g++-multilib, which conflicts with compilers for other architectures: the headers of the kernel are
+# the same for both sizes.
 #   name                compiler     packages                                              flags
 compilers='
     g++                 g++          g++
@@ -49,15 +50,21 @@ values() {
     cksum <"$scratch/files/$example.sqx"
 }
 
-# True if the compiler $1 with the flags $2... finds its libraries and the kernel's headers.
+# True if the compiler $1 with the flags $2... finds the kernel's headers, and a library of its headers' version.
 is_here() {
-    printf '#include <cerrno>\n#include <iostream>\nint main() { std::cout << errno; }\n' |
+    printf '#include <cerrno>\n#include <string>\nint main() { return std::hash<std::string>()("") == 0 && errno != 0; }\n' |
         "$@" -std=c++20 -x c++ - -o "$scratch/empty" 2>/dev/null
+}
+
+# What programs are linked with beside the flags $1.
+link_flags() {
+    [[ $1 != *libc++* ]] || echo -static-libstdc++
 }
 
 # Builds row $1 with the compiler $2 and the flags $3...; the log tells why it failed.
 try() {
-    local name=$1 compiler=$2 flags=${*:3} build=$PWD/build/compilers/$1 disabled=()
+    local name=$1 compiler=$2 flags=${*:3} build=$PWD/build/compilers/$1 disabled=() link
+    link=$(link_flags "$flags")
     # Libraries are those of this machine's own programs: cpp-httplib is built with GCC's library, and libpng for
     # one size of addresses.
     [[ $name != *libc++ ]] || disabled=(-DCMAKE_DISABLE_FIND_PACKAGE_PkgConfig=ON)
@@ -65,10 +72,10 @@ try() {
     cmake -S . -B "$build" -DCMAKE_BUILD_TYPE="${SLC_COMPILERS_TYPE:-Release}" -DBUILD_TESTING=OFF "-DCMAKE_CXX_FLAGS=$flags -Werror" \
         -DCMAKE_C_COMPILER="$(sed 's/clang++/clang/; s/g++/gcc/' <<<"$compiler")" \
         -DCMAKE_C_FLAGS="$(grep -o -- '-m32' <<<"$flags" || true)" \
-        -DCMAKE_CXX_COMPILER="$compiler" "${disabled[@]}" >"$scratch/log" 2>&1 &&
+        -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_EXE_LINKER_FLAGS="$link" "${disabled[@]}" >"$scratch/log" 2>&1 &&
         cmake --build "$build" --parallel "${SLC_COMPILERS_JOBS:-$(nproc)}" --target programs \
             -- "${keep_going[@]}" >"$scratch/log" 2>&1 &&
-        values "$build" "$compiler $flags" >"$scratch/actual" 2>"$scratch/log" &&
+        values "$build" "$compiler $flags $link" >"$scratch/actual" 2>"$scratch/log" &&
         diff "$scratch/expected" "$scratch/actual" >"$scratch/log"
 }
 
@@ -86,10 +93,10 @@ while read -r name compiler packages flags; do
     [ -n "$name" ] || continue
     [ $# = 0 ] || [[ " $* " == *" $name "* ]] || continue
     # shellcheck disable=SC2086  # the flags are words, and so are the packages
-    if ! is_here $compiler $flags && [ "$install" = 1 ]; then
+    if ! is_here $compiler $flags $(link_flags "$flags") && [ "$install" = 1 ]; then
         install_packages ${packages//,/ } </dev/null >"$scratch/log" 2>&1 || cat "$scratch/log"
     fi
-    if ! is_here $compiler $flags; then
+    if ! is_here $compiler $flags $(link_flags "$flags"); then
         echo "$name: not here; install ${packages//,/ }"
         missing=$((missing + 1))
     elif try "$name" "$compiler" $flags </dev/null; then
