@@ -109,8 +109,10 @@ are independent too.)"},
 the place of the point in its grid, and how many numbers the point has drawn in this run; a triple takes three.
 The renderer sets seed and run, which are 0 otherwise. So the same seed gives the same picture, in any number of
 threads and in byte-code and shared objects alike. A uniform result, as of `uniform float r = random()`, is one
-number for all points. A default value that is computed once for an instance depends on the seed alone. Use
-`cellnoise` for what must stay on a surface.)"},
+number for all points; which of both a call gives depends on what the whole expression is assigned to, so that a
+number for a `uniform` formal needs such a variable if the result of the call varies. In an ambient light the point is
+the one that is lit. A default value that is computed once for an instance depends on the seed alone. Use `cellnoise`
+for what must stay on a surface.)"},
 
     {"Du",
      R"(The change from point to point divided by `du`: central differences inside the grid; at a border
