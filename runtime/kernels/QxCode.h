@@ -6,11 +6,11 @@
 
 /// What the machine does for one instruction.
 enum class QxCodeStep : std::uint8_t {
-    Kernel,         // within parallel brackets: for the points at hand
+    Kernel,         // within parallel brackets: for the current points
     Once,           // outside of them: for the whole grid at once, with uniform operands
     Grid,           // for all points
     GridIf,         // for the points of a flag
-    BeginParallel,  // target: behind the end
+    BeginParallel,  // target: after the end
     EndParallel,
     IfTrue,  // within parallel brackets
     IfFalse,
@@ -18,7 +18,7 @@ enum class QxCodeStep : std::uint8_t {
     Goto,        // also within parallel brackets, but not within conditions
     GotoIfTrue,  // by a uniform flag
     GotoIfFalse,
-    BeginLights,  // target: behind the loop
+    BeginLights,  // target: after the loop
     EndLights,    // target: the first instruction of the loop
     Stop,
 };

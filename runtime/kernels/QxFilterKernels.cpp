@@ -1,5 +1,5 @@
 // Filtered steps. The name of the filter is the same for all points, nearly always: it is looked up
-// once for an instruction, and each filter has a loop of its own. Where names differ, each point is
+// once for an instruction, and each filter has a separate loop. Where names differ, each point is
 // run by itself. An unknown name means the filter that is the default.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.

@@ -10,7 +10,7 @@
 #include "QxLights.h"
 #include "kernels/QxFileHandles.h"
 
-// What runs one instruction over many points, and what it is handed.
+// The function that runs one instruction over many points, and its arguments.
 
 struct QxCode;
 
@@ -27,7 +27,7 @@ struct QxOperand {
 };
 
 /// Points `first` to `first + count`, without those whose flag in `mask` is not set. The mask
-/// starts at point 0; null stands for all points.
+/// starts at point 0; null means all points.
 struct QxPoints {
     unsigned int first;
     unsigned int count;
@@ -43,7 +43,8 @@ inline bool QxIsEverywhere(const QxPoints& points)
     return !points.mask;
 }
 
-/// A shadeop of a loaded library, called as QxShadeop.h tells. `data`: what its init function gave.
+/// A shadeop of a loaded library, called as QxShadeop.h says. `data`: the result of its init
+/// function.
 struct QxLoadedShadeop {
     void (*method)(void* data, int argc, void** argv) = nullptr;
     void* data = nullptr;
@@ -83,7 +84,7 @@ struct QxQuestions {
 };
 
 /// What kernels see of a run. The run sets it up before a block, and moves on what changes within
-/// it: the light at hand, and where values start. Addresses are those of the run or of the host,
+/// it: the current light, and where values start. Addresses are those of the run or of the host,
 /// and last while the block runs.
 struct QxMachineState {
     void** values = nullptr;  // where those of each variable start; references are re-bound here
@@ -134,12 +135,12 @@ struct QxKernelRow {
     QxPointKernel point = nullptr;  // null: `all` serves one point too
     /// Of a cheap function with a varying result: for each choice of varying arguments, of which
     /// the first has bit 0, the kernels for all points and for a mask in turn. Such a function may
-    /// be computed where nobody asked for it.
+    /// be computed for points that need no result.
     const QxKernel* shaped = nullptr;
     /// Of a light statement: where the mask is not set its flag, the first operand, is false.
     QxKernel statement = nullptr;
     const QxStored* operands = nullptr;
-    /// Of a list of arguments behind these operands; null if there is none.
+    /// Of a list of arguments after these operands; null if there is none.
     const QxStored* rest = nullptr;
     unsigned int operandCount = 0;
     /// A point's results depend on its own operands alone, and nothing else changes: points may be

@@ -30,8 +30,8 @@
 
 #include "kernels/QxCode.h"
 
-/// Stands in front of a loop over points in which no two operands overlap but at the same point, so
-/// that the compiler need not look whether they do before it makes a loop of vectors.
+/// Precedes a loop over points in which operands overlap at most at the same point, so that the
+/// compiler can vectorize it without a check at run time.
 #ifdef __clang__
 #define QX_LOOP_OF_OPERANDS_APART _Pragma("clang loop vectorize(assume_safety)")
 #else
@@ -76,14 +76,14 @@ inline decltype(auto) Fetch(void* base, std::size_t place)
         return static_cast<const Plain<Type>&>(value);
 }
 
-/// A function that takes the run in front of its operands.
+/// A function that takes the run before its operands.
 template <class Function>
 struct InRun : Function {
     explicit constexpr InRun(Function) {}
     constexpr InRun() = default;
 };
 
-/// A function that takes the run and the point in front of its operands.
+/// A function that takes the run and the point before its operands.
 template <class Function>
 struct AtPoint : Function {
     explicit constexpr AtPoint(Function) {}
@@ -99,7 +99,8 @@ inline constexpr bool k_ofOperandsAlone<InRun<Function>> = false;
 template <class Function>
 inline constexpr bool k_ofOperandsAlone<AtPoint<Function>> = false;
 
-/// The call of a function at a point, with what it wants in front of the operands.
+/// The call of a function at a point, with the run and the point, if it takes them, before the
+/// operands.
 template <class Function>
 struct Applied {
     template <class... Values>
@@ -207,7 +208,7 @@ constexpr QxKernelRow RowPerPoint(std::string_view primitive, QxKernel kernel)
 
 inline constexpr QxStored k_any = QxStored::Any;
 
-/// The row of an instruction whose operands are of `Types`, and of `Rest` behind them: of any kind
+/// The row of an instruction whose operands are of `Types`, and of `Rest` after them: of any kind
 /// and number if that is void.
 template <class Rest, class... Types>
 constexpr QxKernelRow ListRow(std::string_view primitive, QxKernel kernel)
@@ -221,8 +222,8 @@ constexpr QxKernelRow ListRow(std::string_view primitive, QxKernel kernel)
     return row;
 }
 
-// Cheap functions, with a loop of its own for each choice of varying arguments, so that it becomes
-// one of vectors.
+// Cheap functions, with a separate loop for each choice of varying arguments, so that it can be
+// vectorized.
 
 // An operand as a type, so that a loop knows which ones vary and the compiler makes vectors of it.
 template <class Value>
@@ -303,7 +304,7 @@ struct Shaped {
     }
 };
 
-/// A result that stands in an argument's place is written when the argument was read.
+/// A result that shares its storage with an argument is written after the argument was read.
 template <class Function, class Result, class... Types, std::size_t... k>
 inline void RunOneCheap(QxMachineState& state, const QxOperand* operands, std::index_sequence<k...>)
 {
@@ -331,7 +332,7 @@ struct AllShapes<std::index_sequence<i...>, Function, Result, Types...> {
 };
 
 /// A row for a cheap function, which writes its first operand: at all points of a strip or, under a
-/// mask, at those that have it. It may be computed where nobody asked for it.
+/// mask, at those that have it. It may be computed for points that need no result.
 template <class Result, class... Types, class Function>
 constexpr QxKernelRow Cheap(std::string_view primitive, Function function)
 {
@@ -357,7 +358,7 @@ inline Value& QxAt(const GridOperand<Value>& operand, unsigned int point)
     return operand.values[point * operand.step];
 }
 
-/// The run time's headers ask where neighbours stand.
+/// Grants the run time's headers access to neighbouring points.
 template <class Value>
 inline const Value* QxBeside(const Value*, const GridOperand<Value>& operand)
 {

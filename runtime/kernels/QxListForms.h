@@ -30,7 +30,7 @@ using Text = const char*;
     return sizeof(float);
 }
 
-/// Where the value of an operand at `place` stands, counted in values from its first one.
+/// The address of an operand's value at `place`, counted in values from its first one.
 [[nodiscard]] inline char* Address(const QxMachineState& state, const QxOperand& operand,
                                    std::size_t place)
 {

@@ -110,7 +110,7 @@ void Print(QxMachineState& state, const QxCode& code, const QxPoints& points)
         }
 }
 
-// Messages. The value stands behind the name, the name behind the texture.
+// Messages. The value follows the name, the name follows the texture.
 
 template <QxMessage message, std::size_t name>
 void Send(QxMachineState& state, const QxCode& code, const QxPoints& points)

@@ -1,6 +1,6 @@
 // What reads neighbours, and so handles the whole grid at once. Differences between neighbours are
 // taken row by row where all points count, see QxDerivatives.h: shared objects call the same
-// functions. The corners of a point's patch are computed for whoever filters over it.
+// functions. The corners of a point's patch are computed for filters over it.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.
 

@@ -3,8 +3,8 @@
 //
 // Most are cheaper than the loop around them. So each has one loop for each choice of varying and
 // uniform operands, with a mask and without, in which the compiler sees plain arrays and makes
-// vectors of them: CHEAP2 stands for eight. What is dear, or of matrices and texts, has one loop
-// for all choices (EACH).
+// vectors of them: CHEAP2 makes eight. An expensive operation, or one on matrices and texts, has
+// one loop for all choices (EACH).
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp, which compares with shared objects.
 
@@ -35,7 +35,7 @@ constexpr unsigned int k_flagsAtOnce = 128;
 #define EACH2(NAME, R, A, B)                                                                       \
     Each<R&, A, B>(#NAME, [](R& r, const A& a, const B& b) { NAME(r, a, b); })
 
-/// Of all points at hand: the flag of loops that they run together.
+/// Over all current points: the flag of loops that they run together.
 QX_KERNEL_CODE void IsTrueSomewhere(QxMachineState& state, const QxCode& code,
                                     const QxPoints& points)
 {

@@ -1,7 +1,8 @@
 // What asks the scene for a file's values or follows rays: the questions of all points are
 // collected, and asked at once. Points that a mask leaves out ask nothing.
 //
-// Operands are read before results are written, since a result may stand in an argument's place.
+// Operands are read before results are written, since a result may share its storage with an
+// argument.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp and tests/host/HostTest.cpp.
 
@@ -72,7 +73,7 @@ QxGridQueries<Query> Asked(const QxMachineState& state, const std::vector<Query>
             static_cast<unsigned int>(queries.size())};
 }
 
-/// What stands for the name, operand 1, if all points have the same.
+/// The host's handle of the name, operand 1, if all points have the same name.
 const void* FileOf(QxMachineState& state, const QxCode& code, QxFileKind kind)
 {
     if (code.operands[1].step != 0)

@@ -1,10 +1,10 @@
 // References to elements of arrays, checks of indices, and copies of whole arrays. A reference of
-// all points takes the place of an element's values; one of each point holds addresses, and what it
-// stands for is copied into a variable in front of an instruction and back behind it:
+// all points takes the place of an element's values; one of each point holds addresses, and its
+// element is copied into a variable before an instruction and back after it:
 //
 //     e = &a[i] at each point;  ADD e e 1     becomes     bind each;  load t;  ADD t t 1;  store t
 //
-// An array stands element by element, each with the values of all points. The owner of a text is
+// An array is stored element by element, each with the values of all points. The owner of a text is
 // the array: a copy in a variable must not be freed, so a text that is written leaves its element
 // empty until it is stored.
 //
@@ -35,7 +35,7 @@ void BindAll(QxMachineState& state, const QxCode& code, const QxPoints&)
     state.values[code.operands[0].variable] = Address(state, array, element * points);
 }
 
-/// Each point refers to an element of its own.
+/// Each point refers to its own element.
 void BindEach(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {
     const auto reference = Operand<void*>(state, code, 0);
@@ -49,7 +49,7 @@ void BindEach(QxMachineState& state, const QxCode& code, const QxPoints& points)
                                              std::size_t{i} * array.step);
 }
 
-/// Between a variable and what a reference of each point stands for.
+/// Copies between a variable and the element that each point refers to.
 template <bool load>
 void Move(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {

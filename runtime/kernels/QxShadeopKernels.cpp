@@ -1,6 +1,6 @@
 // Calls of shadeops, which take one point at a time, as addresses of their arguments. They are
-// foreign code: what they are handed are copies, and only arrays and the result are taken back.
-// That types and lengths fit was seen when the library was loaded.
+// foreign code: they get copies, and only arrays and the result are taken back. Types and lengths
+// were checked when the library was loaded.
 //
 // Tested by tests/shadeops, beside shared objects that call the same library.
 
@@ -11,8 +11,8 @@
 namespace qxcommon {
 namespace {
 
-/// Calls a shadeop point by point. It is handed copies, elements of an array one behind the other,
-/// since constants and uniform values belong to all points and runs.
+/// Calls a shadeop point by point. It gets copies, elements of an array one after the other, since
+/// constants and uniform values belong to all points and runs.
 class ShadeopCall {
 public:
     ShadeopCall(QxMachineState& state, const QxCode& code)
@@ -46,7 +46,7 @@ public:
     }
 
 private:
-    using Place = std::uint64_t;  // numbers and addresses may stand in it
+    using Place = std::uint64_t;  // large enough for numbers and addresses
 
     static std::size_t PlacesOf(const QxOperand& operand)
     {

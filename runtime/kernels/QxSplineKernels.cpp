@@ -83,8 +83,8 @@ QX_KERNEL_CODE void OfOneBasis(const QxSplineBasis& basis, const GridOperand<Val
     });
 }
 
-/// The name of the basis, if there is one, and the position stand before the control values, of
-/// which there is at least one.
+/// The name of the basis, if there is one, and the position precede the control values, of which
+/// there is at least one.
 template <class Value, bool named>
 void Spline(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {

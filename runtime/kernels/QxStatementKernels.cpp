@@ -1,6 +1,6 @@
-// Light statements. Each sets a flag, and clears it where its mask is not set, since whoever reads
-// the flag does not know of the mask. A cone that all points share is prepared once: its cosine
-// costs more than all the rest.
+// Light statements. Each sets a flag, and clears it where its mask is not set, since readers of the
+// flag do not know the mask. A cone that all points share is prepared once: its cosine costs more
+// than all the rest.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.
 
@@ -98,7 +98,7 @@ struct Solar {
     }
 };
 
-/// The light at hand stands within the cone around the axis.
+/// The current light is within the cone around the axis.
 struct Illuminance {
     static constexpr const QxStored* operands = k_stored<Flag, Vector, Vector, float>;
     static constexpr unsigned int count = 4;

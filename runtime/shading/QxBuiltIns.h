@@ -82,8 +82,8 @@ struct QxFilterStepCall {
     }
 };
 
-/// A noise whose result is a number (`Result` is float) or three: whether they are a point or a
-/// color tells the variable that takes them.
+/// A noise whose result is a number (`Result` is float) or three: the result variable decides
+/// whether they are a point or a color.
 template <class Noise, class Result>
 struct QxNoiseCall {
     template <class... Arguments>
@@ -144,8 +144,8 @@ constexpr bool QxIsAtPoint(const char* operand)
     return false;
 }
 
-// Transforms of points, vectors and normals, by the same names. All spaces are told by their two
-// matrices between them and the current one, so a way between two spaces leads through that.
+// Transforms of points, vectors and normals, by the same names. Each space is given by the two
+// matrices between it and the current one, so a transform between two spaces goes through that.
 
 /// Each takes the matrix to where the value goes and the one back, and uses what its kind needs.
 struct QxAsPoint {

@@ -14,8 +14,8 @@ struct QxGrid {
 /// Which way along the grid a difference is taken.
 enum class QxGridAxis { U, V };
 
-// Each of these has an optional `where`, the points that count. What stands at the others may be
-// left over from other code or never set: it is not read, and what results there has no meaning.
+// Each of these has an optional `where`, the points that count. Values at the others may be left
+// over from other code or never set: they are not read, and results there have no meaning.
 
 /// All points count: each test of a point says yes.
 inline bool QxIsEverywhere(const QxAllPoints&)
@@ -176,7 +176,7 @@ inline float QxShareOfCell(unsigned int place, unsigned int length)
 
 /// result = function(change along u, change along v, share of the cell between points that is the
 /// point's) at the points of one row, where all points count, with the changes of `row` as
-/// `QxDifferences` tells them. `down` gives those along v. No result is read again.
+/// `QxDifferences` computes them. `down` gives those along v. No result is read again.
 template <class Result, class Value, class Down, class Function>
 inline void QxOfDifferencesInRow(Result* result, const Value* row, const Down& down,
                                  unsigned int columns, float share, const Function& function)
@@ -262,8 +262,8 @@ inline void QxCalculateNormal(Result&& result, const QxVector3* points, float du
                     });
 }
 
-/// The area that each shading point stands for, of those that count: half of the cell between points at
-/// an edge of the grid, a quarter at a corner, so that the sum over the grid is its area.
+/// The area that each shading point represents, of those that count: half of the cell between
+/// points at an edge of the grid, a quarter at a corner, so that the sum over the grid is its area.
 template <class Result, class Where = QxAllPoints>
 inline void QxArea(Result&& result, const QxVector3* points, const QxGrid& grid,
                    const Where& where = Where())

@@ -6,7 +6,7 @@
 /// a point does not depend on what other points do, nor on the order in which points are handled.
 class QxDraws {
 public:
-    /// Stands for all points: the point of a call whose result is uniform.
+    /// Means all points: the point of a call whose result is uniform.
     static constexpr unsigned int k_allPoints = ~0u;
     /// Added to the counts in default values that are computed once for several runs.
     static constexpr unsigned int k_ofDefaults = 1u << 31;

@@ -13,7 +13,7 @@
 // every level, as in byte-code. So `int` before a parenthesis becomes an object that clamps the index
 // when the address is computed. The length of a local array of uniform elements is in its type. That of
 // others is looked up by address, among the parameters and the varying locals, and kept in a small table
-// that stands beside the locals of the function: arrays stay where they are while it runs, but for
+// that is kept beside the locals of the function: arrays stay where they are while it runs, except
 // blocks that it frees itself.
 
 /// Bytes before each block of locals, in which its size is kept; the block is as aligned as one from calloc.
@@ -28,7 +28,7 @@ struct QxKnownArray {
 /// Those that a function has met, by address.
 class QxKnownArrays {
 public:
-    /// The place of the array in the table, where another one may stand.
+    /// The place of the array in the table, which another array may occupy.
     QxKnownArray& At(const void* array)
     {
         const std::uintptr_t place = reinterpret_cast<std::uintptr_t>(array) >> 4;
@@ -60,7 +60,7 @@ inline int QxElementAt(float index, int last)
 /// Of a body without varying locals.
 struct QxNoLocals {};
 
-/// Where the block of varying locals ends, which QxCalloc has noted in front of it.
+/// Where the block of varying locals ends, which QxCalloc has noted before it.
 inline const char* QxEndOfBlock(const void* block)
 {
     std::size_t bytes;

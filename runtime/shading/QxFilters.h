@@ -65,10 +65,10 @@ inline unsigned int Find(const char* name)
 }  // namespace qxfilter
 
 // `filterstep` of one sample averages over what the point covers, around the sample. It has the operands of
-// the one between two samples: so instead of the second sample stands the length of the interval,
-// in the bits of what is no number behind its highest one, without its last 9 bits.
+// the one between two samples: so the length of the interval, without its last 9 bits, takes the
+// place of the second sample, in the payload of a NaN.
 
-/// What stands for the second sample; 0 for a length that is no number.
+/// Encodes a length as the second sample; 0 for a length that is no number.
 inline float QxIntervalAround(float length)
 {
     unsigned int bits;

@@ -130,7 +130,7 @@ inline QxMatrix44 operator/(const QxMatrix44& a, float divisor)
     return a * (1 / divisor);
 }
 
-/// The number stands for its diagonal matrix.
+/// The number counts as its diagonal matrix.
 inline QxMatrix44 operator/(float l, const QxMatrix44& r)
 {
     return QxInverse(r) * l;

@@ -6,13 +6,13 @@
 #include "QxForms.h"
 #include "QxMatrixMath.h"
 
-// The operators of generated code. A number beside another type stands for that type with the
+// The operators of generated code. A number beside another type is converted to that type with the
 // number in each component, for a matrix on the diagonal.
 //
 // They are macros by given names, each of which evaluates an operand once. Those on a point expand
 // to plain arithmetic on the operands' own types, so that a loop over points becomes one of vectors.
 
-/// A constant stands as a double in generated code; arithmetic is of single precision.
+/// A constant is a double in generated code; arithmetic is of single precision.
 inline float QxNumber(float value)
 {
     return value;

@@ -41,7 +41,7 @@ private:
     static constexpr int k_none = -1;
     static constexpr int k_matched = -2;
 
-    /// From the states before a character to those behind it. True at the end of the expression.
+    /// From the states before a character to those after it. True at the end of the expression.
     bool Step(const QxPatternCode& code, unsigned char character, unsigned char after)
     {
         NextPosition();
@@ -118,7 +118,7 @@ private:
             return Holds(at.kind, begins, before, after) ? state + 1 : k_none;
         }
     }
-    /// Between two characters; the one behind the text is 0.
+    /// Between two characters; the one after the text is 0.
     static bool Holds(State::Kind kind, bool begins, unsigned char before, unsigned char after)
     {
         const bool wordBefore = qxpattern::IsWord(before);

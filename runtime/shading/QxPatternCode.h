@@ -10,10 +10,10 @@
 //
 //     a(b|c)*      skip, char a, split to end, skip, split to the jump's next, char b, jump to the repeat, ...
 //
-// An operand is followed by what comes behind it in the program, and all jumps are relative: so a
-// repeated operand is a copy of its states. The slot that stands before each operand becomes the branch
-// of its repeat, the one before each alternative that to the next alternative; thus one pass with a
-// list of the open groups suffices, without recursion.
+// An operand's states are followed by those of the next part of the program, and all jumps are
+// relative: so a repeated operand is a copy of its states. The slot before each operand becomes the
+// branch of its repeat, the one before each alternative that to the next alternative; thus one pass
+// with a list of the open groups suffices, without recursion.
 
 /// One state. `value`: the character, the number of the set, or how far another state is.
 struct QxPatternState {
@@ -287,7 +287,7 @@ private:
                 set.Add(static_cast<unsigned char>(c));
     }
 
-    /// Collects the characters that a match may begin with behind the start of the text, as if all
+    /// Collects the characters that a match may begin with after the start of the text, as if all
     /// other conditions between characters held.
     void FindFirst()
     {
@@ -314,7 +314,7 @@ private:
         }
     }
 
-    /// What stands behind a backslash: a sign that means itself, or one of these letters.
+    /// The character after a backslash: a sign that means itself, or one of these letters.
     bool Escape()
     {
         const char c = *m_next;

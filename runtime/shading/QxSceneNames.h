@@ -2,9 +2,9 @@
 
 #include "QxSceneCalls.h"
 
-// Binds the names of variable argument lists, random numbers, rays, textures and messages. `theTypes` tells the types of
-// the arguments of a format where the format itself may not, a letter each: f float, p point,
-// c color, m matrix, s string.
+// Binds the names of variable argument lists, random numbers, rays, textures and messages.
+// `theTypes` states the types of the arguments of a format where the format itself may not, a
+// letter each: f float, p point, c color, m matrix, s string.
 
 // clang-format off
 #define CALL_PRIM_SPLINE_1D(result, arguments, count) QxSplineCall(result, "catmull-rom", arguments, 1, count)
@@ -95,7 +95,7 @@
 #define CALL_AREASHADOW_3D_LIGHT_SIMD_IF_TRUE(...) QxCallSimdIf(numMp, true, QxShadowCall<QxRGBColor>(shaderSupport, true), __VA_ARGS__)
 #define CALL_AREASHADOW_3D_LIGHT_SIMD_IF_FALSE(...) QxCallSimdIf(numMp, false, QxShadowCall<QxRGBColor>(shaderSupport, true), __VA_ARGS__)
 
-// Footprints, for the whole grid; the condition stands last.
+// Footprints, for the whole grid; the condition is last.
 #define COMPUTE_POINTS(p, p1, p2, p3, p4) QxPatchCorners(QX_GRID, QxAllPoints(), p, p1, p2, p3, p4)
 #define COMPUTE_ST_POINTS(s, t, s1, t1, s2, t2, s3, t3, s4, t4) do { QxPatchCorners(QX_GRID, QxAllPoints(), s, s1, s2, s3, s4); QxPatchCorners(QX_GRID, QxAllPoints(), t, t1, t2, t3, t4); } while (false)
 #define COMPUTE_FILTERSTEP_POINTS(s2, s1) QxFilterStepEnds(QX_GRID, QxAllPoints(), s2, s1)
@@ -106,8 +106,8 @@
 #define COMPUTE_ST_POINTS_IF_FALSE(s, t, s1, t1, s2, t2, s3, t3, s4, t4, condition) do { QxPatchCorners(QX_GRID, QxWhere(condition, false), s, s1, s2, s3, s4); QxPatchCorners(QX_GRID, QxWhere(condition, false), t, t1, t2, t3, t4); } while (false)
 #define COMPUTE_FILTERSTEP_POINTS_IF_FALSE(s2, s1, condition) QxFilterStepEnds(QX_GRID, QxWhere(condition, false), s2, s1)
 
-// Messages. The answer is one float, whatever the form. Where no point is concerned, it stays what it
-// was: nobody asked.
+// Messages. The answer is one float, whatever the form. Without a point to ask for, it keeps its
+// value.
 #define CALL_PRIM_ATTRIBUTE(result, name, value, varying, type, length) ((result) = QxSendMessage(shaderSupport, QxMessage::Attribute, "", name, QxAddress(value), varying, type, length, 1, QxAllPoints()))
 #define CALL_PRIM_ATTRIBUTE_SIMD(result, name, value, varying, type, length) ((result) = QxSendMessage(shaderSupport, QxMessage::Attribute, "", name, QxAddress(value), varying, type, length, numMp, QxAllPoints()))
 #define CALL_PRIM_ATTRIBUTE_SIMD_IF_TRUE(result, condition, name, value, varying, type, length) QxTakeAnswer(result, QxSendMessage(shaderSupport, QxMessage::Attribute, "", name, QxAddress(value), varying, type, length, numMp, QxWhere(condition, true)), numMp, QxWhere(condition, true))

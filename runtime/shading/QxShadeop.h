@@ -17,14 +17,14 @@
  *
  * `data` is what the init function gave, null without one. `argv[0]` is the address of the result,
  * `argv[1]` that of the first argument, and `argc` counts all of them. There is one method for all
- * records of a table, and nothing but `argc` tells it which one is meant: let the overloads differ
- * in their number of arguments.
+ * records of a table, and only `argc` says which one is meant: let the overloads differ in their
+ * number of arguments.
  *
  *     type                          argv[i] points to
  *     float                         one float
  *     color, point, vector, normal  three floats
  *     string                        a const char*
- *     array                         its elements, one behind the other
+ *     array                         its elements, one after the other
  *
  * The address of the result is never that of an argument. A method may write into an array of
  * numbers, and the shader then sees what it wrote; it changes no other argument. A text that it gives

@@ -8,10 +8,9 @@
 #include "QxMatrixMath.h"
 #include "QxPattern.h"
 
-// What a host and a built shader hand each other. A shader does nothing with the registries of a
-// host but ask them, so that they are told here without what they are made of. The layout of these
-// classes is part of the interface version: objects built with other headers of it must go on
-// running.
+// The interface between a host and a built shader. A shader only queries the registries of a host,
+// so that they are declared here without their implementation. The layout of these classes is part
+// of the interface version: objects built with other headers of it must go on running.
 
 class QxShaderSupport;
 
@@ -50,7 +49,7 @@ protected:
     ~QxSearchPath() = default;
 };
 
-/// A name that host and shader share. A pointer to one stands for the name itself.
+/// A name that host and shader share. A pointer to one identifies the name.
 struct QxToken {
     const char* name;
 };
@@ -145,9 +144,9 @@ public:
     }
 
     /// Floats, or pointers to texts, that of element j at point p at place j * Points() + p. A text
-    /// is from malloc, and null if it was never set; whoever replaces one frees it.
+    /// is from malloc, and null if it was never set; code that replaces one frees it.
     void* Value() { return m_value; }
-    /// The host has given no value of its own.
+    /// The host has set no value.
     bool UseDefaultValue() const { return m_useDefault; }
     /// Copies a value of all array elements, floats or strings by type, to every point.
     void Store(const void* value);
@@ -252,7 +251,7 @@ __attribute__((noinline)) inline void QxVar::Store(const void* value)
             std::memcpy(target, source, floats * sizeof(float));
 }
 
-// Kept apart: a compiler that inlines it where the value is a float warns of a read behind its end.
+// Kept apart: a compiler that inlines it where the value is a float warns of a read past its end.
 __attribute__((noinline)) inline void QxVar::StoreStrings(const char* const* value)
 {
     for (std::size_t element = 0; element < m_length; ++element)
@@ -268,7 +267,7 @@ __attribute__((noinline)) inline void QxVar::StoreForEachPoint(const void* value
         std::memcpy(m_value, values, FloatCount() * sizeof(float));
 }
 
-/// What a shader tells of itself.
+/// The description of a shader.
 struct QxShaderInterface {
     enum QxType {
         e_typeLight,
@@ -350,7 +349,7 @@ public:
     float* GetTime() const { return time; }
 };
 
-// Each kind of shader has a class of its own in its entry point.
+// Each kind of shader has its own class in its entry point.
 class QxSurfaceHidden : public QxHiddens {
     using QxHiddens::QxHiddens;
 };

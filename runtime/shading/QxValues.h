@@ -53,8 +53,8 @@ struct QxStopAndBool {
     explicit operator bool() const { return value != 0; }
 };
 
-// Operations component by component, written once for all triples. A number beside a triple
-// stands for three equal components.
+// Operations component by component, written once for all triples. A number beside a triple counts
+// as three equal components.
 
 #define QX_TRIPLE_OPERATIONS(T, a, b, c)                                                           \
     inline T operator+(const T& l, const T& r)                                                     \
