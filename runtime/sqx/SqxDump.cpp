@@ -149,7 +149,7 @@ std::string SqxDumpBlock(const SqxShader& shader, const SqxBlock& block)
     std::string text;
     std::size_t depth = 0;
     for (const SqxInstruction& instruction : block.instructions) {
-        const SqxMark mark = block.Mark(instruction);
+        const SqxPrimitive mark = SqxBlock::Primitive(instruction);
         if (SqxClosesBracket(mark) && depth > 0)
             --depth;
         const std::string position = std::to_string(instruction.position);

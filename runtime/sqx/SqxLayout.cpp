@@ -1,12 +1,12 @@
-// The layouts are computed when this file is compiled, from the names of instructions and the rows
-// that match them. The name determines most of a layout:
+// The layouts are computed from the cards when this file is compiled:
 //
-//     MULT_FLOAT_COLOR_SIMD_IF_TRUE     row "MULT_*", "wrr", "WXY", Point
+//     SQX_CARD(CALL_PRIM_MIX_3D, "@forms(311, 312, 313) color mix(color a, color b, float
+//     position)")
 // becomes
-//     primitive MULT_FLOAT_COLOR, for all points, conditional; values "wcrr" of types "tbft"
+//     number 313: for all points, conditional; values "wcrrr" of types "tbttf"
 //
-// W is the wider of the two types, and c the condition, which comes after the result. Compilers
-// limit the steps of one constant evaluation, so the table is computed in parts.
+// c is the condition, which comes after the result. Compilers limit the steps of one constant
+// evaluation, so the table is computed in parts.
 //
 // Tested by tests/backends/ByteCodeTableTest.cpp.
 
@@ -15,62 +15,76 @@
 #include <array>
 #include <utility>
 
-#include "sqx/SqxLayoutRows.h"
-#include "sqx/SqxNumbers.h"
+#include "sqx/SqxCardTable.h"
 
 namespace {
 
-constexpr bool Matches(std::string_view pattern, std::string_view name)
+/// The letter of a type, as `SqxLayout` lists them.
+constexpr char LetterOf(SqxCardType type)
 {
-    const std::size_t star = pattern.find('*');
-    if (star == std::string_view::npos)
-        return pattern == name;
-    return name.size() + 1 >= pattern.size() && name.starts_with(pattern.substr(0, star)) &&
-           name.ends_with(pattern.substr(star + 1));
-}
-
-constexpr const SqxLayoutRow& RowFor(std::string_view primitive)
-{
-    for (const SqxLayoutRow& row : sqxlayout::k_sqxLayoutRows)
-        if (Matches(row.pattern, primitive))
-            return row;
-    throw primitive;  // an instruction without a row
-}
-
-/// The letter of the type that a word of a name denotes.
-constexpr char TypeOfWord(std::string_view word)
-{
-    if (word == "FLOAT" || word == "1D")
+    switch (type) {
+    case SqxCardType::Float:
         return 'f';
-    if (word == "MATRIX")
-        return 'm';
-    if (word == "STRING")
+    case SqxCardType::String:
         return 's';
-    return word == "BOOL" ? 'b' : 't';
+    case SqxCardType::Color:
+    case SqxCardType::Point:
+    case SqxCardType::Vector:
+    case SqxCardType::Normal:
+    case SqxCardType::AnyPoint:
+    case SqxCardType::AnyVector:
+        return 't';
+    case SqxCardType::Matrix:
+        return 'm';
+    case SqxCardType::Any:
+        return 'a';
+    case SqxCardType::Bool:
+        return 'b';
+    case SqxCardType::AnyValue:
+        return 'A';
+    case SqxCardType::Array:
+        return '[';
+    case SqxCardType::Reference:
+        return 'e';
+    case SqxCardType::NumberOrTriple:
+        return 'N';
+    case SqxCardType::Void:
+    case SqxCardType::Place:
+    case SqxCardType::Space:
+    case SqxCardType::Literal:
+    case SqxCardType::Shadeop:
+        break;
+    }
+    return '-';
 }
 
-constexpr std::string_view TakeLastWord(std::string_view& name)
+constexpr char TypeOf(const SqxParameter& parameter)
 {
-    const std::size_t bar = name.rfind('_');
-    const std::string_view word = name.substr(bar + 1);
-    name = name.substr(0, bar);
-    return word;
-}
-
-/// The type of X, Y or W in an instruction of this name.
-constexpr char TypeOf(char letter, std::string_view name)
-{
-    if (letter != 'X' && letter != 'Y' && letter != 'W')
+    const char letter = LetterOf(parameter.type);
+    if (!parameter.isOptional && !parameter.isNamed)
         return letter;
-    const char last = TypeOfWord(TakeLastWord(name));
-    if (letter == 'Y' || (letter == 'W' && last != 'f'))
-        return last;
-    return TypeOfWord(TakeLastWord(name));
+    // A literal integer stands for an argument that is left out, and has no default of its type.
+    if (letter == 's')
+        return 'S';
+    if (letter == 't')
+        return parameter.isOutput ? 'T' : 'N';
+    return parameter.isOutput ? 'F' : letter;
 }
 
-constexpr bool IsDigit(char c)
+constexpr char OperandOf(const SqxParameter& parameter)
 {
-    return c >= '0' && c <= '9';
+    switch (parameter.type) {
+    case SqxCardType::Place:
+        return 'j';
+    case SqxCardType::Space:
+        return 's';
+    case SqxCardType::Literal:
+        return 'i';
+    case SqxCardType::Shadeop:
+        return 'd';
+    default:  // a variable
+        return parameter.isOutput ? 'm' : parameter.isAssigned ? 'w' : 'r';
+    }
 }
 
 constexpr std::size_t k_mostLetters = 23;
@@ -88,44 +102,44 @@ struct Letters {
     unsigned char count = 0;
 };
 
-/// Expands repeated letters; a number without a letter before it means no values.
-constexpr Letters Expand(std::string_view column)
-{
-    Letters letters;
-    for (std::size_t i = 0; i < column.size();) {
-        if (!IsDigit(column[i])) {
-            letters.Add(column[i++]);
-            continue;
-        }
-        int count = 0;
-        while (i < column.size() && IsDigit(column[i]))
-            count = count * 10 + (column[i++] - '0');
-        for (; count > 1; --count)
-            letters.Add(letters.text[letters.count - 1]);
-    }
-    return letters;
-}
-
-constexpr bool DropSuffix(std::string_view& name, std::string_view suffix)
-{
-    if (!name.ends_with(suffix))
-        return false;
-    name.remove_suffix(suffix.size());
-    return true;
-}
-
 struct Form {
     SqxLayout layout;
     Letters operands;
     Letters types;
+
+    constexpr void Add(char operand, char type)
+    {
+        operands.Add(operand);
+        types.Add(type);
+    }
 };
 
-constexpr void AddTypes(Form& form, std::string_view types)
+constexpr void AddResult(Form& form, const SqxCard& card)
 {
-    form.layout.endsInList = DropSuffix(types, "*");
-    form.types = Expand(types);
-    for (std::size_t i = 0; i < form.types.count; ++i)
-        form.types.text[i] = TypeOf(form.types.text[i], form.layout.primitive);
+    if (card.result != SqxCardType::Void)
+        form.Add('w', LetterOf(card.result));
+}
+
+constexpr void AddParameter(Form& form, const SqxParameter& parameter)
+{
+    for (int i = 0; i < parameter.count; ++i)
+        form.Add(OperandOf(parameter), TypeOf(parameter));
+}
+
+/// The number of arguments comes before the result; the layout does not list those arguments.
+constexpr void AddList(Form& form, const SqxCard& card)
+{
+    auto parameters = card.Carried();
+    if (parameters.front().type == SqxCardType::Shadeop) {
+        AddParameter(form, parameters.front());
+        parameters = parameters.subspan(1);
+    }
+    form.Add('n', '-');
+    AddResult(form, card);
+    form.operands.Add('*');
+    for (const SqxParameter& parameter : parameters)
+        form.types.Add(TypeOf(parameter));
+    form.layout.endsInList = true;
 }
 
 /// Inserts the condition after the result, if there is one; in instructions without a whole-grid
@@ -138,19 +152,25 @@ constexpr void AddCondition(Form& form)
     form.types.Insert(place, 'b');
 }
 
-constexpr Form MakeForm(std::string_view name)
+constexpr Form MakeForm(const SqxNumbered& numbered)
 {
     Form form;
-    form.layout.name = name;
-    form.layout.conditional = DropSuffix(name, "_IF_TRUE");
-    form.layout.simd = DropSuffix(name, "_SIMD");
-    form.layout.primitive = name;
-    const SqxLayoutRow& row = RowFor(name);
-    if (row.operands.empty())
-        return {};
-    form.layout.run = row.run;
-    form.operands = Expand(row.operands);
-    AddTypes(form, row.types);
+    if (!numbered.card || numbered.card->isUnused)
+        return form;
+    const SqxCard& card = *numbered.card;
+    form.layout.name = SqxFormNamesOf(card.primitive)[numbered.form];
+    form.layout.primitive = card.primitive;
+    form.layout.simd = numbered.form == 1 || numbered.form == 2;
+    form.layout.conditional = numbered.form >= 2;
+    form.layout.run = card.run;
+    const auto parameters = card.Carried();
+    if (!parameters.empty() && parameters.back().isRepeated) {
+        AddList(form, card);
+    } else {
+        AddResult(form, card);
+        for (const SqxParameter& parameter : parameters)
+            AddParameter(form, parameter);
+    }
     if (form.layout.conditional)
         AddCondition(form);
     return form;
@@ -166,9 +186,9 @@ template <std::size_t part>
 constexpr Part k_forms = [] {
     Part forms;
     for (std::size_t i = 0; i < k_partSize; ++i) {
-        const std::string_view name = SqxNumberName(static_cast<int>(part * k_partSize + i));
-        if (!name.empty())
-            forms[i] = MakeForm(name);
+        const std::size_t number = part * k_partSize + i;
+        if (number <= k_sqxHighestNumber)
+            forms[i] = MakeForm(k_sqxNumbered[number]);
     }
     return forms;
 }();
@@ -191,18 +211,6 @@ constexpr auto k_parts = []<std::size_t... part>(std::index_sequence<part...>)
     return std::array{&k_layouts<part>...};
 }
 (std::make_index_sequence<k_partCount>());
-
-/// A list has one type more than its fixed values.
-constexpr bool TypesFitOperands()
-{
-    for (const LayoutPart* part : k_parts)
-        for (const SqxLayout& layout : *part)
-            if (layout.endsInList ? !layout.operands.ends_with('*') || layout.types.size() < 2
-                                  : layout.operands.size() != layout.types.size())
-                return false;
-    return true;
-}
-static_assert(TypesFitOperands());
 
 }  // namespace
 

@@ -3,23 +3,16 @@
 #include <algorithm>
 #include <string_view>
 
-/// Where an instruction is allowed, and for which points it runs.
-enum class SqxRun : unsigned char {
-    Point,   // inside parallel brackets for each point; outside once for the grid
-    Grid,    // only outside parallel brackets; accesses all points at once
-    Reduce,  // like Grid; reduces the values of the points to one for the grid
-    Answer,  // like Point; the answer may be uniform although it depends on points
-    Shaded,  // like Point, but depends on the shading point: never once for the grid
-};
+#include "sqx/SqxCard.h"
 
 /// The layout of the values after the number of an instruction in a code block. The writer and all
 /// readers of the file use it.
 struct SqxLayout {
-    std::string_view name;       // as in the table of numbers
-    std::string_view primitive;  // the name without "_SIMD" and "_IF_TRUE"
-    bool simd = false;           // runs over all points by itself
-    bool conditional = false;    // runs only for points whose flag is set
-    bool endsInList = false;     // the last type may be repeated or left out
+    std::string_view name;  // with the suffix of the form
+    SqxPrimitive primitive{};
+    bool simd = false;         // runs over all points by itself
+    bool conditional = false;  // runs only for points whose flag is set
+    bool endsInList = false;   // the last type may be repeated or left out
     SqxRun run = SqxRun::Point;
     std::string_view operands;  // one letter per value, see below
     std::string_view types;     // the same; values of a list have their own letters

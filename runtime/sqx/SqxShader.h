@@ -52,10 +52,10 @@ struct SqxBlock {
     {
         return code[instruction.position + 1 + i];
     }
-    /// The number of an instruction, for comparison with the marks.
-    [[nodiscard]] SqxMark Mark(const SqxInstruction& instruction) const
+    /// What an instruction does, in any of its forms.
+    [[nodiscard]] static SqxPrimitive Primitive(const SqxInstruction& instruction)
     {
-        return static_cast<SqxMark>(code[instruction.position]);
+        return instruction.layout->primitive;
     }
     /// The layout's letter for value `i`.
     [[nodiscard]] static char Letter(const SqxInstruction& instruction, std::size_t i);

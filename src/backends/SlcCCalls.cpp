@@ -27,8 +27,8 @@ namespace {
 
 bool HasFormatArgument(const SlcCallICode& code)
 {
-    const std::string& name = code.m_name->GetName();
-    return name == "CALL_PRIM_PRINTF" || name == "CALL_PRIM_FORMAT";
+    return code.m_primitive == SqxPrimitive::CALL_PRIM_PRINTF ||
+           code.m_primitive == SqxPrimitive::CALL_PRIM_FORMAT;
 }
 
 bool IsVaryingArray(const SlcOperand& operand)
@@ -57,7 +57,7 @@ void SlcCStatements::WriteTransform(SlcTransformSpaceICode& code, SlcTransformDi
         Default(SlcPtr<SlcICode>(&code));
         return;
     }
-    m_out << SlcTransformName(code, direction) << '(';
+    m_out << SqxFormName(SlcTransformPrimitive(code, direction), code.m_form.Form()) << '(';
     if (code.m_form.condition)
         m_out << Grid(code.m_form.condition) << ", ";
     const auto text = [&](const SlcOperand& operand) {
@@ -72,15 +72,15 @@ void SlcCStatements::WriteTransform(SlcTransformSpaceICode& code, SlcTransformDi
 
 void SlcCStatements::Case(SlcPtr<SlcConcatSpaceMatrixICode> code)
 {
-    WriteCall("CONCAT_SPACE_MATRIX", {Text(code->m_dest), Text(code->m_source),
-                                      SlcMatrixIndexName(code->m_space->GetText())});
+    WriteCall(SqxPrimitive::CONCAT_SPACE_MATRIX, {Text(code->m_dest), Text(code->m_source),
+                                                  SlcMatrixIndexName(code->m_space->GetText())});
 }
 
 // Lights.
 
 void SlcCStatements::Case(SlcPtr<SlcEvalLightICode> code)
 {
-    WriteCall("EVAL_LIGHTS", {Grid(code->m_position)});
+    WriteCall(SqxPrimitive::EVAL_LIGHTS, {Grid(code->m_position)});
 }
 
 void SlcCStatements::Case(SlcPtr<SlcEvalLightForPICode>)
@@ -111,15 +111,14 @@ void SlcCStatements::Case(SlcPtr<SlcIlluminateICode> code)
     }
     texts.push_back(text(code->m_Ps));
     texts.push_back(text(code->m_L));
-    WriteCall((code->m_axis ? "ILLUMINATE" : "ILLUMINATE_NO_CONE") +
-                  std::string(code->m_form.Suffix()),
-              texts);
+    WriteCall(code->m_axis ? SqxPrimitive::ILLUMINATE : SqxPrimitive::ILLUMINATE_NO_CONE, texts,
+              code->m_form.Form());
 }
 
 void SlcCStatements::Case(SlcPtr<SlcSolarICode> code)
 {
     if (!code->m_form.simd) {
-        WriteCall("SOLAR",
+        WriteCall(SqxPrimitive::SOLAR,
                   {Text(code->m_flag), Text(code->m_L), Text(code->m_axis), Text(code->m_angle)});
         return;
     }
@@ -128,20 +127,20 @@ void SlcCStatements::Case(SlcPtr<SlcSolarICode> code)
         texts.push_back(Grid(code->m_form.condition));
     for (const SlcOperand& operand : {code->m_L, code->m_axis, code->m_angle})
         texts.push_back(Grid(operand));
-    WriteCall(std::string("SOLAR").append(code->m_form.Suffix()), texts);
+    WriteCall(SqxPrimitive::SOLAR, texts, code->m_form.Form());
 }
 
 void SlcCStatements::Case(SlcPtr<SlcCheckIlluminanceICode> code)
 {
     if (!code->m_form.simd) {
-        WriteCall("ILLUMINANCE", {Text(code->m_flag), Text(code->m_position), Text(code->m_axis),
-                                  Text(code->m_angle)});
+        WriteCall(SqxPrimitive::ILLUMINANCE, {Text(code->m_flag), Text(code->m_position),
+                                              Text(code->m_axis), Text(code->m_angle)});
         return;
     }
     Texts texts = GridTexts({code->m_flag, code->m_position, code->m_axis, code->m_angle});
     if (code->m_form.condition)
         texts.push_back(Grid(code->m_form.condition));
-    WriteCall(std::string("ILLUMINANCE").append(code->m_form.Suffix()), texts);
+    WriteCall(SqxPrimitive::ILLUMINANCE, texts, code->m_form.Form());
 }
 
 // Built-ins.
@@ -163,7 +162,7 @@ void SlcCStatements::Case(SlcPtr<SlcCallICode> code)
         texts.push_back(result);
     for (const SlcOperand& argument : code->m_args)
         texts.push_back(Text(argument));
-    WriteCall(code->m_name->GetName(), texts);
+    WriteCall(code->m_primitive, texts);
 }
 
 void SlcCStatements::WriteGridCall(const SlcCallICode& code)
@@ -173,7 +172,7 @@ void SlcCStatements::WriteGridCall(const SlcCallICode& code)
         texts.push_back(Grid(code.m_form.condition));
     for (const SlcOperand& argument : code.m_args)
         texts.push_back(Grid(argument));
-    WriteCall(code.m_name->GetName() + std::string(code.m_form.Suffix()), texts);
+    WriteCall(code.m_primitive, texts, code.m_form.Form());
 }
 
 void SlcCStatements::WriteVarArgsCall(const SlcCallICode& code, const std::string& result)
@@ -200,7 +199,7 @@ void SlcCStatements::WriteVarArgsCall(const SlcCallICode& code, const std::strin
     Texts texts{"theArgs", std::to_string(count)};
     if (!result.empty())
         texts.insert(texts.begin(), result);
-    WriteCall(code.m_name->GetName(), texts);
+    WriteCall(code.m_primitive, texts);
     Line("\t}");
 }
 
@@ -211,7 +210,7 @@ void SlcCStatements::Case(SlcPtr<SlcTextureSTPointsICode> code)
     Texts texts = GridTexts({code->m_s, code->m_t});
     for (const SlcOperand& corner : code->m_corners)
         texts.push_back(Grid(corner));
-    WriteFootprint("COMPUTE_ST_POINTS", std::move(texts), code->m_condition);
+    WriteFootprint(SqxPrimitive::COMPUTE_ST_POINTS, std::move(texts), code->m_condition);
 }
 
 void SlcCStatements::Case(SlcPtr<SlcTexturePointsICode> code)
@@ -219,23 +218,22 @@ void SlcCStatements::Case(SlcPtr<SlcTexturePointsICode> code)
     Texts texts{Grid(code->m_point)};
     for (const SlcOperand& corner : code->m_corners)
         texts.push_back(Grid(corner));
-    WriteFootprint("COMPUTE_POINTS", std::move(texts), code->m_condition);
+    WriteFootprint(SqxPrimitive::COMPUTE_POINTS, std::move(texts), code->m_condition);
 }
 
 void SlcCStatements::Case(SlcPtr<SlcFilterstepPointsICode> code)
 {
-    WriteFootprint("COMPUTE_FILTERSTEP_POINTS", GridTexts({code->m_x, code->m_y}),
+    WriteFootprint(SqxPrimitive::COMPUTE_FILTERSTEP_POINTS, GridTexts({code->m_x, code->m_y}),
                    code->m_condition);
 }
 
 /// A footprint is always one of the whole grid, so that its name does not say it.
-void SlcCStatements::WriteFootprint(std::string name, Texts operands, const SlcOperand& condition)
+void SlcCStatements::WriteFootprint(SqxPrimitive primitive, Texts operands,
+                                    const SlcOperand& condition)
 {
-    if (condition) {
-        name += "_IF_TRUE";
+    if (condition)
         operands.push_back(Grid(condition));
-    }
-    WriteCall(name, operands);
+    WriteCall(primitive, operands, condition ? SqxForm::Where : SqxForm::Plain);
 }
 
 // Shadeops.

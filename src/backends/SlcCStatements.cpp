@@ -189,13 +189,13 @@ void SlcCStatements::Case(SlcPtr<SlcUnaryMinusICode> code)
 
 void SlcCStatements::Case(SlcPtr<SlcPointICode> code)
 {
-    WriteCall("INIT_POINT",
+    WriteCall(SqxPrimitive::INIT_POINT,
               {Text(code->m_dest), Text(code->m_x), Text(code->m_y), Text(code->m_z)});
 }
 
 void SlcCStatements::Case(SlcPtr<SlcColorICode> code)
 {
-    WriteCall("INIT_COLOR",
+    WriteCall(SqxPrimitive::INIT_COLOR,
               {Text(code->m_dest), Text(code->m_r), Text(code->m_g), Text(code->m_b)});
 }
 
@@ -204,7 +204,7 @@ void SlcCStatements::Case(SlcPtr<SlcMatrixICode> code)
     Texts texts{Text(code->m_dest)};
     for (const SlcOperand& value : code->m_values)
         texts.push_back(Text(value));
-    WriteCall("INIT_MATRIX", texts);
+    WriteCall(SqxPrimitive::INIT_MATRIX, texts);
 }
 
 void SlcCStatements::Case(SlcPtr<SlcArrayRefICode> code)
@@ -229,19 +229,19 @@ void SlcCStatements::Case(SlcPtr<SlcCheckValidArrayIndexICode> code)
 
 void SlcCStatements::Case(SlcPtr<SlcSetUniformBoolFlagICode> code)
 {
-    WriteCall("SET_UNIFORM_BOOL_FLAG", GridTexts({code->m_dest, code->m_source}));
+    WriteCall(SqxPrimitive::SET_UNIFORM_BOOL_FLAG, GridTexts({code->m_dest, code->m_source}));
 }
 
 void SlcCStatements::Case(SlcPtr<SlcInvertBoolFlagICode> code)
 {
     if (code->m_outer.Null())
-        WriteCall("INVERT_BOOL_FLAG", GridTexts({code->m_dest, code->m_source}));
+        WriteCall(SqxPrimitive::INVERT_BOOL_FLAG, GridTexts({code->m_dest, code->m_source}));
     else
-        WriteCall("INVERT_INNER_BOOL_FLAG",
+        WriteCall(SqxPrimitive::INVERT_INNER_BOOL_FLAG,
                   GridTexts({code->m_dest, code->m_source, code->m_outer}));
 }
 
 void SlcCStatements::Case(SlcPtr<SlcOrBoolFlagICode> code)
 {
-    WriteCall("OR_BOOL_FLAG", GridTexts({code->m_dest, code->m_left, code->m_right}));
+    WriteCall(SqxPrimitive::OR_BOOL_FLAG, GridTexts({code->m_dest, code->m_left, code->m_right}));
 }

@@ -92,6 +92,10 @@ private:
     using Texts = std::vector<std::string>;
     /// `name(argument, argument, ...);`
     void WriteCall(std::string_view name, const Texts& arguments);
+    void WriteCall(SqxPrimitive primitive, const Texts& arguments, SqxForm form = SqxForm::Plain)
+    {
+        WriteCall(SqxFormName(primitive, form), arguments);
+    }
     /// The operand at the current point, and as the array of the grid.
     [[nodiscard]] std::string Text(const SlcOperand& operand);
     [[nodiscard]] std::string Grid(const SlcOperand& operand);
@@ -104,7 +108,7 @@ private:
     /// A built-in over the grid, for all points or those of its condition.
     void WriteGridCall(const SlcCallICode& code);
     /// `name` without the suffix; `condition` may be null.
-    void WriteFootprint(std::string name, Texts operands, const SlcOperand& condition);
+    void WriteFootprint(SqxPrimitive primitive, Texts operands, const SlcOperand& condition);
     /// Puts the address of the argument, or of a copy of a constant, at `place` of the list.
     void WriteShadeopArgument(const SlcOperand& argument, std::size_t place);
     /// `SlcAssignName` of equal types; `what` names in the report what has an unfit type.

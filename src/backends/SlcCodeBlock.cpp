@@ -12,6 +12,7 @@
 #include <limits>
 
 #include "backends/SlcByteCode.h"
+#include "sqx/SqxCard.h"
 
 namespace {
 
@@ -40,6 +41,14 @@ std::int16_t SlcCodeBlock::Fit(std::size_t value, std::string_view what)
 void SlcCodeBlock::AddInstr(std::string_view name)
 {
     m_values.push_back(SlcByteCode::GetInstrNb(name));
+}
+
+void SlcCodeBlock::AddInstr(SqxPrimitive primitive, SqxForm form)
+{
+    if (const short number = SqxCardOf(primitive).Number(form))
+        m_values.push_back(number);
+    else
+        AddInstr(SqxFormName(primitive, form));
 }
 
 void SlcCodeBlock::AddConst(int value, std::string_view what)

@@ -12,7 +12,7 @@
 
 #include "icode/SlcJumpICode.h"
 #include "icode/SlcLexType.h"
-#include "sqx/SqxNumbers.h"
+#include "sqx/SqxPrimitive.h"
 
 /// One code block: 16-bit values, and the jumps that wait for their labels.
 ///
@@ -30,7 +30,8 @@ public:
 
     /// The name of a primitive or of another instruction that has a number.
     void AddInstr(std::string_view name);
-    void AddInstr(SqxMark mark) { m_values.push_back(static_cast<std::int16_t>(mark)); }
+    /// A form without a number is a fault of the compiler, and fatal.
+    void AddInstr(SqxPrimitive primitive, SqxForm form = SqxForm::Plain);
     /// A literal. `what` names it in the report if it does not fit.
     void AddConst(int value, std::string_view what);
     /// The number of a variable or constant, which some section of the file has declared.

@@ -12,49 +12,37 @@
 #include "backends/SlcGenByteCode.h"
 #include "frontend/SlcCallNodes.h"
 #include "icode/SlcICodes.h"
+#include "sqx/SqxCard.h"
 #include "support/reports/SlcSemanticError.h"
 
 namespace {
 
-struct Alias {
-    const char* primitive;
-    const char* numbered;
-};
-
-// Primitives that the library's rows name but that share the number of another one.
-constexpr Alias k_aliases[] = {
-    {"CALL_PRIM_POINT_FLOAT_4D", "CALL_PRIM_NOISE_POINT_4D"},
-};
-
-// The built-ins that only generated C++ can call.
-constexpr Alias k_unavailable[] = {
-    {"CALL_PRIM_PACK", "pack"},
-    {"CALL_PRIM_UNPACK", "unpack"},
-};
-
-std::string Numbered(const std::string& primitive)
+/// The primitive whose number stands for `primitive`, which may have none.
+SqxPrimitive Numbered(SqxPrimitive primitive)
 {
-    for (const Alias& row : k_aliases)
-        if (primitive == row.primitive)
-            return row.numbered;
-    return primitive;
+    return primitive == SqxPrimitive::CALL_PRIM_POINT_FLOAT_4D
+               ? SqxPrimitive::CALL_PRIM_NOISE_POINT_4D
+               : primitive;
+}
+
+/// A footprint is always one of the whole grid, so that its name does not say it.
+SqxForm FootprintForm(const SlcOperand& condition)
+{
+    return condition ? SqxForm::Where : SqxForm::Plain;
 }
 
 }  // namespace
 
 bool SlcGenByteCode::IsAvailable(const SlcCallICode& call)
 {
-    for (const Alias& row : k_unavailable) {
-        if (call.m_name->GetName() != row.primitive)
-            continue;
-        ++m_faults;
-        // The body of a function is in the list once for each call of it.
-        if (m_reportedCalls.insert(call.m_node).second)
-            m_errors->Error(call.m_node, std::string("'") + row.numbered +
-                                             "' is not available in byte-code, use '--dso'");
-        return false;
-    }
-    return true;
+    if (SqxCardOf(Numbered(call.m_primitive)).HasNumber())
+        return true;
+    ++m_faults;
+    // The body of a function is in the list once for each call of it.
+    if (m_reportedCalls.insert(call.m_node).second)
+        m_errors->Error(call.m_node, "'" + std::string(SqxCardOf(call.m_primitive).Name()) +
+                                         "' is not available in byte-code, use '--dso'");
+    return false;
 }
 
 // Calls
@@ -63,7 +51,7 @@ void SlcGenByteCode::Case(SlcPtr<SlcCallICode> code)
 {
     if (!IsAvailable(*code))
         return;
-    m_code.AddInstr(Numbered(code->m_name->GetName()).append(code->m_form.Suffix()));
+    m_code.AddInstr(Numbered(code->m_primitive), code->m_form.Form());
     if (code->m_list == SlcCallICode::ArgumentList::Counted)
         m_code.AddConst(static_cast<int>(code->m_args.size()), "Number of arguments");
     m_code.AddVarIfSet(code->m_result);
@@ -73,7 +61,7 @@ void SlcGenByteCode::Case(SlcPtr<SlcCallICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcCallDSOICode> code)
 {
-    m_code.AddInstr(SqxMark::CallDSO);
+    m_code.AddInstr(SqxPrimitive::CALL_DSO);
     m_code.AddConst(m_dsoFuncs.at(code->m_funcKey + '_' + code->m_methodName), "Shadeop number");
     m_code.AddConst(static_cast<int>(code->m_args.size()), "Number of arguments");
     m_code.AddVarIfSet(code->m_result);
@@ -82,7 +70,8 @@ void SlcGenByteCode::Case(SlcPtr<SlcCallDSOICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcConvertArrayDSOICode> code)
 {
-    m_code.AddInstr(code->m_toDSO ? SqxMark::ConvertArrayDSOTo : SqxMark::ConvertArrayDSOFrom);
+    m_code.AddInstr(code->m_toDSO ? SqxPrimitive::CONVERT_ARRAY_DSO_TO
+                                  : SqxPrimitive::CONVERT_ARRAY_DSO_FROM);
     m_code.AddVar(code->m_dest);
     m_code.AddVar(code->m_source);
 }
@@ -92,7 +81,7 @@ void SlcGenByteCode::Case(SlcPtr<SlcConvertArrayDSOICode> code)
 void SlcGenByteCode::AddTransform(const SlcTransformSpaceICode& code,
                                   SlcTransformDirection direction)
 {
-    m_code.AddInstr(SlcTransformName(code, direction));
+    m_code.AddInstr(SlcTransformPrimitive(code, direction), code.m_form.Form());
     m_code.AddVar(code.m_dest);
     m_code.AddVarIfSet(code.m_form.condition);
     m_code.AddVar(code.m_source);
@@ -114,7 +103,7 @@ void SlcGenByteCode::Case(SlcPtr<SlcTransformToSpaceICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcConcatSpaceMatrixICode> code)
 {
-    m_code.AddInstr("CONCAT_SPACE_MATRIX");
+    m_code.AddInstr(SqxPrimitive::CONCAT_SPACE_MATRIX);
     m_code.AddVar(code->m_dest);
     m_code.AddVar(code->m_source);
     m_code.AddConst(GetMatrixNb(code->m_space->GetText()), "Coordinate space");
@@ -124,8 +113,8 @@ void SlcGenByteCode::Case(SlcPtr<SlcConcatSpaceMatrixICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcIlluminateICode> code)
 {
-    std::string name = code->m_axis ? "ILLUMINATE" : "ILLUMINATE_NO_CONE";
-    m_code.AddInstr(name.append(code->m_form.Suffix()));
+    m_code.AddInstr(code->m_axis ? SqxPrimitive::ILLUMINATE : SqxPrimitive::ILLUMINATE_NO_CONE,
+                    code->m_form.Form());
     m_code.AddVar(code->m_flag);
     m_code.AddVarIfSet(code->m_form.condition);
     m_code.AddVar(code->m_position);
@@ -137,7 +126,7 @@ void SlcGenByteCode::Case(SlcPtr<SlcIlluminateICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcSolarICode> code)
 {
-    m_code.AddInstr(std::string("SOLAR").append(code->m_form.Suffix()));
+    m_code.AddInstr(SqxPrimitive::SOLAR, code->m_form.Form());
     m_code.AddVar(code->m_flag);
     m_code.AddVarIfSet(code->m_form.condition);
     m_code.AddVar(code->m_axis);
@@ -147,7 +136,7 @@ void SlcGenByteCode::Case(SlcPtr<SlcSolarICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcCheckIlluminanceICode> code)
 {
-    m_code.AddInstr(std::string("ILLUMINANCE").append(code->m_form.Suffix()));
+    m_code.AddInstr(SqxPrimitive::ILLUMINANCE, code->m_form.Form());
     m_code.AddVar(code->m_flag);
     m_code.AddVarIfSet(code->m_form.condition);
     m_code.AddVar(code->m_position);
@@ -157,38 +146,38 @@ void SlcGenByteCode::Case(SlcPtr<SlcCheckIlluminanceICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcBeginIlluminanceICode> code)
 {
-    m_code.AddInstr(SqxMark::BeginIlluminance);
+    m_code.AddInstr(SqxPrimitive::BEGIN_ILLUMINANCE);
     m_code.AddGotoLabel(code->m_endLabel);
     m_code.AddLabelRef(code->m_startLabel);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcEndIlluminanceICode> code)
 {
-    m_code.AddInstr(SqxMark::EndIlluminance);
+    m_code.AddInstr(SqxPrimitive::END_ILLUMINANCE);
     m_code.AddGotoLabel(code->m_startLabel);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcEvalLightICode> code)
 {
-    m_code.AddInstr("EVAL_LIGHTS");
+    m_code.AddInstr(SqxPrimitive::EVAL_LIGHTS);
     m_code.AddVar(code->m_position);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcEvalLightForPICode>)
 {
-    m_code.AddInstr(SqxMark::EvalLightsForP);
+    m_code.AddInstr(SqxPrimitive::EVAL_LIGHTS_FOR_P);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcResetEvalLightForPICode>)
 {
-    m_code.AddInstr(SqxMark::ResetEvalLightsForP);
+    m_code.AddInstr(SqxPrimitive::RESET_EVAL_LIGHTS_FOR_P);
 }
 
 // Textures
 
 void SlcGenByteCode::Case(SlcPtr<SlcTextureSTPointsICode> code)
 {
-    m_code.AddInstr(code->m_condition ? "COMPUTE_ST_POINTS_IF_TRUE" : "COMPUTE_ST_POINTS");
+    m_code.AddInstr(SqxPrimitive::COMPUTE_ST_POINTS, FootprintForm(code->m_condition));
     m_code.AddVar(code->m_s);
     m_code.AddVar(code->m_t);
     for (const SlcOperand& corner : code->m_corners)
@@ -198,7 +187,7 @@ void SlcGenByteCode::Case(SlcPtr<SlcTextureSTPointsICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcTexturePointsICode> code)
 {
-    m_code.AddInstr(code->m_condition ? "COMPUTE_POINTS_IF_TRUE" : "COMPUTE_POINTS");
+    m_code.AddInstr(SqxPrimitive::COMPUTE_POINTS, FootprintForm(code->m_condition));
     m_code.AddVar(code->m_point);
     for (const SlcOperand& corner : code->m_corners)
         m_code.AddVar(corner);
@@ -207,8 +196,7 @@ void SlcGenByteCode::Case(SlcPtr<SlcTexturePointsICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcFilterstepPointsICode> code)
 {
-    m_code.AddInstr(code->m_condition ? "COMPUTE_FILTERSTEP_POINTS_IF_TRUE"
-                                      : "COMPUTE_FILTERSTEP_POINTS");
+    m_code.AddInstr(SqxPrimitive::COMPUTE_FILTERSTEP_POINTS, FootprintForm(code->m_condition));
     m_code.AddVar(code->m_y);
     m_code.AddVar(code->m_x);
     m_code.AddVarIfSet(code->m_condition);

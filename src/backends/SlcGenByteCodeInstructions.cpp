@@ -63,21 +63,21 @@ void SlcGenByteCode::Case(SlcPtr<SlcUnaryMinusICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcPointICode> code)
 {
-    m_code.AddInstr("INIT_POINT");
+    m_code.AddInstr(SqxPrimitive::INIT_POINT);
     for (const SlcOperand& operand : {code->m_dest, code->m_x, code->m_y, code->m_z})
         m_code.AddVar(operand);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcColorICode> code)
 {
-    m_code.AddInstr("INIT_COLOR");
+    m_code.AddInstr(SqxPrimitive::INIT_COLOR);
     for (const SlcOperand& operand : {code->m_dest, code->m_r, code->m_g, code->m_b})
         m_code.AddVar(operand);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcMatrixICode> code)
 {
-    m_code.AddInstr("INIT_MATRIX");
+    m_code.AddInstr(SqxPrimitive::INIT_MATRIX);
     m_code.AddVar(code->m_dest);
     m_code.AddVars(code->m_values);
 }
@@ -91,50 +91,50 @@ void SlcGenByteCode::Case(SlcPtr<SlcLabelICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcGotoICode> code)
 {
-    m_code.AddInstr(SqxMark::Goto);
+    m_code.AddInstr(SqxPrimitive::GOTO);
     m_code.AddGotoLabel(code->m_label);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcIfTrueGotoICode> code)
 {
-    m_code.AddInstr(SqxMark::IfTrueGoto);
+    m_code.AddInstr(SqxPrimitive::IF_TRUE_GOTO);
     m_code.AddVar(code->m_flag);
     m_code.AddGotoLabel(code->m_label);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcIfFalseGotoICode> code)
 {
-    m_code.AddInstr(SqxMark::IfFalseGoto);
+    m_code.AddInstr(SqxPrimitive::IF_FALSE_GOTO);
     m_code.AddVar(code->m_flag);
     m_code.AddGotoLabel(code->m_label);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcBeginParallelICode> code)
 {
-    m_code.AddInstr(SqxMark::BeginParallel);
+    m_code.AddInstr(SqxPrimitive::BEGIN_PARALLEL);
     m_code.AddLabelRef(code->m_label);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcEndParallelICode>)
 {
-    m_code.AddInstr(SqxMark::EndParallel);
+    m_code.AddInstr(SqxPrimitive::END_PARALLEL);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcIfTrueICode> code)
 {
-    m_code.AddInstr(SqxMark::IfTrue);
+    m_code.AddInstr(SqxPrimitive::IF_TRUE);
     m_code.AddVar(code->m_flag);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcIfFalseICode> code)
 {
-    m_code.AddInstr(SqxMark::IfFalse);
+    m_code.AddInstr(SqxPrimitive::IF_FALSE);
     m_code.AddVar(code->m_flag);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcEndIfICode> code)
 {
-    m_code.AddInstr(SqxMark::EndIf);
+    m_code.AddInstr(SqxPrimitive::END_IF);
     m_code.AddLabelRef(code->m_label);
 }
 
@@ -151,7 +151,7 @@ void SlcGenByteCode::Case(SlcPtr<SlcContinueICode> code)
 void SlcGenByteCode::ClearFlags(const std::deque<SlcOperand>& flags)
 {
     for (const SlcOperand& flag : flags) {
-        m_code.AddInstr(SqxMark::SetBool);
+        m_code.AddInstr(SqxPrimitive::SET_BOOL);
         m_code.AddVar(flag);
     }
 }
@@ -160,14 +160,15 @@ void SlcGenByteCode::ClearFlags(const std::deque<SlcOperand>& flags)
 
 void SlcGenByteCode::Case(SlcPtr<SlcSetUniformBoolFlagICode> code)
 {
-    m_code.AddInstr("SET_UNIFORM_BOOL_FLAG");
+    m_code.AddInstr(SqxPrimitive::SET_UNIFORM_BOOL_FLAG);
     m_code.AddVar(code->m_dest);
     m_code.AddVar(code->m_source);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcInvertBoolFlagICode> code)
 {
-    m_code.AddInstr(code->m_outer ? "INVERT_INNER_BOOL_FLAG" : "INVERT_BOOL_FLAG");
+    m_code.AddInstr(code->m_outer ? SqxPrimitive::INVERT_INNER_BOOL_FLAG
+                                  : SqxPrimitive::INVERT_BOOL_FLAG);
     m_code.AddVar(code->m_dest);
     m_code.AddVar(code->m_source);
     m_code.AddVarIfSet(code->m_outer);
@@ -175,7 +176,7 @@ void SlcGenByteCode::Case(SlcPtr<SlcInvertBoolFlagICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcOrBoolFlagICode> code)
 {
-    m_code.AddInstr("OR_BOOL_FLAG");
+    m_code.AddInstr(SqxPrimitive::OR_BOOL_FLAG);
     m_code.AddVar(code->m_dest);
     m_code.AddVar(code->m_left);
     m_code.AddVar(code->m_right);
@@ -187,7 +188,7 @@ void SlcGenByteCode::Case(SlcPtr<SlcCheckValidArrayIndexICode> code)
 {
     // A line number only serves a message, so that a large one is no reason to refuse the shader.
     constexpr int highestLine = std::numeric_limits<std::int16_t>::max();
-    m_code.AddInstr(SqxMark::CheckValidArrayIndex);
+    m_code.AddInstr(SqxPrimitive::CHECK_VALID_ARRAY_INDEX);
     m_code.AddVar(code->m_arrayName);
     m_code.AddVar(code->m_index);
     m_code.AddConst(code->m_size, "Array size");
@@ -197,7 +198,7 @@ void SlcGenByteCode::Case(SlcPtr<SlcCheckValidArrayIndexICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcArrayRefICode> code)
 {
-    m_code.AddInstr(SqxMark::ArrayRef);
+    m_code.AddInstr(SqxPrimitive::ARRAY_REF);
     m_code.AddVar(code->m_result);
     m_code.AddVar(code->m_array);
     m_code.AddVar(code->m_index);

@@ -40,17 +40,16 @@ std::string SlcAssignName(const SlcTypeNode* dest, const SlcTypeNode* source)
     return std::string("ASSIGN_").append(destWord).append("_").append(sourceWord);
 }
 
-std::string SlcTransformName(const SlcTransformSpaceICode& code, SlcTransformDirection direction)
+SqxPrimitive SlcTransformPrimitive(const SlcTransformSpaceICode& code,
+                                   SlcTransformDirection direction)
 {
-    const bool isColor = code.m_type->IsColorType();
-    std::string name = "CALL_PRIM_";
-    if (isColor)
-        name += 'C';
-    else if (code.m_type->IsVectorType())
-        name += 'V';
-    else if (code.m_type->IsNormalType())
-        name += 'N';
-    name += direction == SlcTransformDirection::FromSpace ? "TRANSFORM_TO_" : "TRANSFORM_FROM_";
-    name += isColor ? "RGB" : "CURRENT";
-    return name.append(code.m_form.Suffix());
+    using enum SqxPrimitive;
+    const bool isFrom = direction == SlcTransformDirection::FromSpace;
+    if (code.m_type->IsColorType())
+        return isFrom ? CALL_PRIM_CTRANSFORM_TO_RGB : CALL_PRIM_CTRANSFORM_FROM_RGB;
+    if (code.m_type->IsVectorType())
+        return isFrom ? CALL_PRIM_VTRANSFORM_TO_CURRENT : CALL_PRIM_VTRANSFORM_FROM_CURRENT;
+    if (code.m_type->IsNormalType())
+        return isFrom ? CALL_PRIM_NTRANSFORM_TO_CURRENT : CALL_PRIM_NTRANSFORM_FROM_CURRENT;
+    return isFrom ? CALL_PRIM_TRANSFORM_TO_CURRENT : CALL_PRIM_TRANSFORM_FROM_CURRENT;
 }

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "icode/SlcTransformICode.h"
+#include "sqx/SqxPrimitive.h"
 
 // The parts of names that generated C++ and byte-code share.
 
@@ -17,7 +18,7 @@
 
 enum class SlcTransformDirection { FromSpace, ToSpace };
 
-/// The primitive of a transform, with the suffix of its form. They are named from the other end:
-/// what comes from a named space goes to the current one, or to RGB.
-[[nodiscard]] std::string SlcTransformName(const SlcTransformSpaceICode& code,
-                                           SlcTransformDirection direction);
+/// The primitive of a transform. They are named from the other end: what comes from a named space
+/// goes to the current one, or to RGB.
+[[nodiscard]] SqxPrimitive SlcTransformPrimitive(const SlcTransformSpaceICode& code,
+                                                 SlcTransformDirection direction);

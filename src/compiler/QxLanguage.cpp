@@ -16,9 +16,7 @@
 
 namespace {
 
-using FuncInfo = SlcFuncDescription::FuncInfo;
-
-QxIndexedName PublicBuiltIn(const FuncInfo& info)
+QxIndexedName PublicBuiltIn(const SlcFuncDescription& info)
 {
     QxIndexedName name;
     name.kind = QxNameKind::BuiltIn;
@@ -27,7 +25,7 @@ QxIndexedName PublicBuiltIn(const FuncInfo& info)
     return name;
 }
 
-/// A texture access has its own rule, which no row of the library can express.
+/// A texture access has its own rule, which no card can express.
 QxIndexedName TextureAccess(std::string_view kind, std::string_view result,
                             const std::vector<std::string>& formals)
 {
@@ -55,10 +53,8 @@ std::vector<QxIndexedName> AllBuiltIns()
         const std::string key = name.name;
         sorted.emplace(key, std::move(name));
     };
-    for (const char* const* row = SlcFuncDescription::sm_funcInfoString; *row; ++row)
-        add(PublicBuiltIn(SlcFuncDescription::ReadPlainRow(*row)));
-    for (const char* const* row = SlcFuncDescription::sm_varArgsFuncInfoString; *row; ++row)
-        add(PublicBuiltIn(SlcFuncDescription::ReadVarArgsRow(*row)));
+    for (const SlcFuncDescription& function : SlcFuncDescription::All())
+        add(PublicBuiltIn(function));
     for (const std::string_view result : {"float", "color"}) {
         add(TextureAccess("texture", result, {"string"}));
         add(TextureAccess("texture", result, {"string", "float s", "float t"}));

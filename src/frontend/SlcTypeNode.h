@@ -128,7 +128,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "normal"; }
 };
 
-/// Any of the point family, in rows of the library: answers the tests of all three.
+/// Any of the point family, in cards of the library: answers the tests of all three.
 class SlcAnyPointTypeNode : public SlcVisitable<SlcAnyPointTypeNode, SlcPointTypeNode> {
 public:
     [[nodiscard]] bool IsTruePointType() const override { return false; }
@@ -138,7 +138,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "point"; }
 };
 
-/// A vector or a normal, in rows of the library: answers the tests of both.
+/// A vector or a normal, in cards of the library: answers the tests of both.
 class SlcAnyVectorTypeNode : public SlcVisitable<SlcAnyVectorTypeNode, SlcPointTypeNode> {
 public:
     [[nodiscard]] bool IsTruePointType() const override { return false; }

@@ -5,6 +5,7 @@
 
 #include "icode/SlcGridForm.h"
 #include "icode/SlcICode.h"
+#include "sqx/SqxPrimitive.h"
 #include "symbols/SlcFuncSymbolEntry.h"
 
 class SlcProcCallExprNode;
@@ -18,9 +19,9 @@ public:
 
     /// `funcEntry` may be null, as for texture accesses: then no argument is an output, and the
     /// call may be reordered with other calls.
-    SlcCallICode(SlcIdentNode* name, std::deque<SlcOperand> args, SlcOperand result,
+    SlcCallICode(SqxPrimitive primitive, std::deque<SlcOperand> args, SlcOperand result,
                  ArgumentList list, SlcGridForm form, SlcPtr<SlcFuncSymbolEntry> funcEntry)
-        : m_name(name),
+        : m_primitive(primitive),
           m_args(std::move(args)),
           m_result(std::move(result)),
           m_list(list),
@@ -30,7 +31,7 @@ public:
     {
     }
 
-    SlcIdentNode* m_name;           // the primitive's name, without suffixes
+    SqxPrimitive m_primitive;
     std::deque<SlcOperand> m_args;  // arguments of output formals are also written
     SlcOperand m_result;            // null for a procedure
     ArgumentList m_list;

@@ -1,8 +1,7 @@
 #pragma once
 
-#include <string_view>
-
 #include "icode/SlcLexType.h"
+#include "sqx/SqxPrimitive.h"
 
 /// How an instruction runs. Plain: once, or once for each point if it is in a parallel run. Whole
 /// grid: outside runs, over all points by itself, or over the points where a condition is true.
@@ -23,11 +22,10 @@ struct SlcGridForm {
 
     bool operator==(const SlcGridForm&) const = default;
 
-    /// The suffix of the primitive's name.
-    [[nodiscard]] std::string_view Suffix() const
+    [[nodiscard]] SqxForm Form() const
     {
         if (!simd)
-            return {};
-        return condition ? "_SIMD_IF_TRUE" : "_SIMD";
+            return SqxForm::Plain;
+        return condition ? SqxForm::GridWhere : SqxForm::Grid;
     }
 };

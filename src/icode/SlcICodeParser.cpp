@@ -194,11 +194,13 @@ SlcPtr<SlcICode> SlcICodeParser::Primitive(const Operands& results, const std::s
     const auto list =
         Accept("counted") ? SlcCallICode::ArgumentList::Counted : SlcCallICode::ArgumentList::Fixed;
     const SlcGridForm form = Form();
-    const std::string primitive =
-        word.starts_with("CALL_") ? word : std::string(k_slcPrimitivePrefix) + word;
-    return MakeShared<SlcCallICode>(SlcLexicalNode::CreateIdent(primitive), arguments,
+    const auto primitive = SqxPrimitiveNamed(
+        word.starts_with("CALL_") ? word : std::string(k_slcPrimitivePrefix) + word);
+    if (!primitive)
+        Fail("a primitive in place of '" + word + "'");
+    return MakeShared<SlcCallICode>(*primitive, arguments,
                                     results.empty() ? SlcOperand() : results[0], list, form,
-                                    m_scope.FindFunction(primitive, arguments));
+                                    m_scope.FindFunction(*primitive, arguments));
 }
 
 SlcOperand SlcICodeParser::Operand(const std::string& token)

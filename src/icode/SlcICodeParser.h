@@ -22,7 +22,7 @@ public:
     /// Returns the declaration of the function that a call of `primitive` refers to; null if there
     /// is none.
     [[nodiscard]] virtual SlcPtr<SlcFuncSymbolEntry>
-    FindFunction(const std::string& primitive, const std::deque<SlcOperand>& arguments) = 0;
+    FindFunction(SqxPrimitive primitive, const std::deque<SlcOperand>& arguments) = 0;
 };
 
 /// Thrown for text that is not valid intermediate code; what() says where parsing failed.

@@ -116,7 +116,7 @@ private:
 
     void Case(SlcPtr<SlcCallICode> code) override
     {
-        std::string_view primitive = code->m_name->GetName();
+        std::string_view primitive = SqxPrimitiveName(code->m_primitive);
         if (primitive.starts_with(k_slcPrimitivePrefix))
             primitive.remove_prefix(k_slcPrimitivePrefix.size());
         Call(OneOrNone(code->m_result), primitive, code->m_args);

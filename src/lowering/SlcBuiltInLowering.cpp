@@ -1,12 +1,12 @@
 // Lowers calls of built-ins in one of three ways:
 //
 //     plain           { CALL_PRIM_SIN T x }                 at each point, in a block
-//     whole grid      CALL_PRIM_NORMALIZE_SIMD T N          outside blocks, if the row has such a
-//                                                           form and the details match it
+//     whole grid      CALL_PRIM_NORMALIZE_SIMD T N          outside blocks, if the card has such
+//                                                           a form and the details match it
 //     special         `sm_specials`                         reads neighbours, or needs another
 //                                                           list of arguments
 //
-// A row's whole-grid form specifies the detail of each argument. If it requires a varying argument
+// A card's whole-grid form specifies the detail of each argument. If it requires a varying argument
 // and the call has a uniform one, the value can be copied to all points first; this pays off only
 // with many points, so only the highest level does it. If it requires a uniform argument and the
 // call has a varying one, the call is plain.
@@ -22,22 +22,23 @@
 #include "frontend/SlcNodes.h"
 #include "icode/SlcICodes.h"
 #include "lowering/SlcBuiltInLowering.h"
+#include "sqx/SqxCard.h"
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcFuncTail.h"
-#include "symbols/SlcImplicitReads.h"
 #include "symbols/SlcPossibleTypes.h"
 
 namespace {
 
-bool IsOneOf(const std::string& name, std::initializer_list<const char*> names)
-{
-    return std::find(names.begin(), names.end(), name) != names.end();
-}
+/// Transforms between named spaces.
+constexpr SqxPrimitive k_transforms[] = {
+    SqxPrimitive::CALL_PRIM_TRANSFORM,   SqxPrimitive::CALL_PRIM_VTRANSFORM,
+    SqxPrimitive::CALL_PRIM_NTRANSFORM,  SqxPrimitive::CALL_PRIM_TRANSFORM2,
+    SqxPrimitive::CALL_PRIM_VTRANSFORM2, SqxPrimitive::CALL_PRIM_NTRANSFORM2,
+};
 
-bool LooksAtLights(const SlcFuncSymbolEntry& entry)
+SqxPrimitive PrimitiveOf(const SlcProcCallExprNode* call)
 {
-    const auto* reads = SlcImplicitReads::Of(entry.GetCName()->GetName());
-    return reads && reads->looksAtLights;
+    return *call->GetSymbolEntry()->GetPrimitive();
 }
 
 /// True if the compiler added the integer to the call.
@@ -57,7 +58,7 @@ void SlcBuiltInLowering::Lower(SlcProcCallExprNode* node)
     for (std::size_t i = 0; i < formals.size(); ++i)
         if (formals[i].isOutput)
             call.outputs.push_back(call.args[i]);
-    const bool looksAtLights = LooksAtLights(entry);
+    const bool looksAtLights = SqxCardOf(PrimitiveOf(node)).looksAtLights;
     if (looksAtLights)
         m_lights.AddEvalLightForP();
 
@@ -129,7 +130,7 @@ SlcPtr<SlcICode> SlcBuiltInLowering::MakeCall(const BuiltInCall& call, const Slc
 {
     const SlcPtr<SlcFuncSymbolEntry>& entry = call.node->GetSymbolEntry();
     const auto code =
-        MakeShared<SlcCallICode>(entry->GetCName(), call.args, result, list, form, entry);
+        MakeShared<SlcCallICode>(PrimitiveOf(call.node), call.args, result, list, form, entry);
     code->m_node = call.node;
     return code;
 }
@@ -163,7 +164,7 @@ SlcOperand SlcBuiltInLowering::GetDefaultValue(const SlcFuncVarArgSingle& single
         return SlcLexType::Float(value);
     if (hasValue && type->IsBoolType())
         return SlcLexType::Bool(value != 0);
-    // For a string, the row's default 0 means an empty text.
+    // For a string, the card's default 0 means an empty text.
     if (hasValue && type->IsStringType())
         return SlcLexType::String("\"\"");
     return SlcLexType::Int(0, true);
@@ -171,20 +172,20 @@ SlcOperand SlcBuiltInLowering::GetDefaultValue(const SlcFuncVarArgSingle& single
 
 SlcOperand SlcBuiltInLowering::CreateSIMDFuncCall(BuiltInCall& call)
 {
-    const std::string& name = call.node->GetSymbolEntry()->GetCName()->GetName();
+    const SqxPrimitive primitive = PrimitiveOf(call.node);
     if (const SpecialLowering create = FindSpecialLowering(call))
         return (this->*create)(call);
     if (!m_options.m_simdInstructions)
         return nullptr;
-    if (IsOneOf(name, {"CALL_PRIM_TRANSFORM", "CALL_PRIM_VTRANSFORM", "CALL_PRIM_NTRANSFORM",
-                       "CALL_PRIM_TRANSFORM2", "CALL_PRIM_VTRANSFORM2", "CALL_PRIM_NTRANSFORM2"})) {
+    if (std::find(std::begin(k_transforms), std::end(k_transforms), primitive) !=
+        std::end(k_transforms)) {
         const SlcOperand& value = call.args.back();
         const SlcOperand& to = call.args[call.args.size() - 2];
         const SlcOperand from =
             call.args.size() == 3 ? call.args.front() : SlcLexType::String("\"current\"");
         if (!from->IsUniform() || !to->IsUniform())
             return nullptr;
-        const SlcOperand result = InlineTransform(call.node, name, from, to, value);
+        const SlcOperand result = InlineTransform(call.node, primitive, from, to, value);
         if (!result.Null())
             return result;
     }
@@ -193,51 +194,43 @@ SlcOperand SlcBuiltInLowering::CreateSIMDFuncCall(BuiltInCall& call)
 
 // clang-format off
 constexpr SlcBuiltInLowering::SpecialRow SlcBuiltInLowering::sm_specials[] = {
-    {"CALL_PRIM_DU_FLOAT",        &SlcBuiltInLowering::CreateBuiltInDerivative},
-    {"CALL_PRIM_DU_POINT",        &SlcBuiltInLowering::CreateBuiltInDerivative},
-    {"CALL_PRIM_DU_COLOR",        &SlcBuiltInLowering::CreateBuiltInDerivative},
-    {"CALL_PRIM_DV_FLOAT",        &SlcBuiltInLowering::CreateBuiltInDerivative},
-    {"CALL_PRIM_DV_POINT",        &SlcBuiltInLowering::CreateBuiltInDerivative},
-    {"CALL_PRIM_DV_COLOR",        &SlcBuiltInLowering::CreateBuiltInDerivative},
-    {"CALL_PRIM_DERIV_FLOAT",     &SlcBuiltInLowering::CreateBuiltInDerivative},
-    {"CALL_PRIM_DERIV_POINT",     &SlcBuiltInLowering::CreateBuiltInDerivative},
-    {"CALL_PRIM_DERIV_COLOR",     &SlcBuiltInLowering::CreateBuiltInDerivative},
-    {"CALL_PRIM_AREA",            &SlcBuiltInLowering::CreateBuiltInDerivative},
-    {"CALL_PRIM_CALCULATENORMAL", &SlcBuiltInLowering::CreateBuiltInDerivative},
-    {"CALL_PRIM_SPLINE_1D",       &SlcBuiltInLowering::CreateBuiltInSpline},
-    {"CALL_PRIM_SPLINE_3D",       &SlcBuiltInLowering::CreateBuiltInSpline},
-    {"CALL_PRIM_SPLINE_BASIS_1D", &SlcBuiltInLowering::CreateBuiltInSpline},
-    {"CALL_PRIM_SPLINE_BASIS_3D", &SlcBuiltInLowering::CreateBuiltInSpline},
-    {"CALL_PRIM_ATMOSPHERE",      &SlcBuiltInLowering::CreateBuiltInMessageFunction},
-    {"CALL_PRIM_DISPLACEMENT",    &SlcBuiltInLowering::CreateBuiltInMessageFunction},
-    {"CALL_PRIM_LIGHTSOURCE",     &SlcBuiltInLowering::CreateBuiltInMessageFunction},
-    {"CALL_PRIM_SURFACE",         &SlcBuiltInLowering::CreateBuiltInMessageFunction},
-    {"CALL_PRIM_INCIDENT",        &SlcBuiltInLowering::CreateBuiltInMessageFunction},
-    {"CALL_PRIM_OPPOSITE",        &SlcBuiltInLowering::CreateBuiltInMessageFunction},
-    {"CALL_PRIM_ATTRIBUTE",       &SlcBuiltInLowering::CreateBuiltInMessageFunction},
-    {"CALL_PRIM_OPTION",          &SlcBuiltInLowering::CreateBuiltInMessageFunction},
-    {"CALL_PRIM_TEXTUREINFO",     &SlcBuiltInLowering::CreateBuiltInMessageFunction},
-    {"CALL_PRIM_RENDERERINFO",    &SlcBuiltInLowering::CreateBuiltInMessageFunction},
-    {"CALL_PRIM_SHADERNAME",      &SlcBuiltInLowering::CreateBuiltInShaderName},
-    {"CALL_PRIM_SHADERNAME2",     &SlcBuiltInLowering::CreateBuiltInShaderName},
+    {SqxPrimitive::CALL_PRIM_DU_FLOAT,        &SlcBuiltInLowering::CreateBuiltInDerivative},
+    {SqxPrimitive::CALL_PRIM_DU_POINT,        &SlcBuiltInLowering::CreateBuiltInDerivative},
+    {SqxPrimitive::CALL_PRIM_DU_COLOR,        &SlcBuiltInLowering::CreateBuiltInDerivative},
+    {SqxPrimitive::CALL_PRIM_DV_FLOAT,        &SlcBuiltInLowering::CreateBuiltInDerivative},
+    {SqxPrimitive::CALL_PRIM_DV_POINT,        &SlcBuiltInLowering::CreateBuiltInDerivative},
+    {SqxPrimitive::CALL_PRIM_DV_COLOR,        &SlcBuiltInLowering::CreateBuiltInDerivative},
+    {SqxPrimitive::CALL_PRIM_DERIV_FLOAT,     &SlcBuiltInLowering::CreateBuiltInDerivative},
+    {SqxPrimitive::CALL_PRIM_DERIV_POINT,     &SlcBuiltInLowering::CreateBuiltInDerivative},
+    {SqxPrimitive::CALL_PRIM_DERIV_COLOR,     &SlcBuiltInLowering::CreateBuiltInDerivative},
+    {SqxPrimitive::CALL_PRIM_AREA,            &SlcBuiltInLowering::CreateBuiltInDerivative},
+    {SqxPrimitive::CALL_PRIM_CALCULATENORMAL, &SlcBuiltInLowering::CreateBuiltInDerivative},
+    {SqxPrimitive::CALL_PRIM_SPLINE_1D,       &SlcBuiltInLowering::CreateBuiltInSpline},
+    {SqxPrimitive::CALL_PRIM_SPLINE_3D,       &SlcBuiltInLowering::CreateBuiltInSpline},
+    {SqxPrimitive::CALL_PRIM_SPLINE_BASIS_1D, &SlcBuiltInLowering::CreateBuiltInSpline},
+    {SqxPrimitive::CALL_PRIM_SPLINE_BASIS_3D, &SlcBuiltInLowering::CreateBuiltInSpline},
+    {SqxPrimitive::CALL_PRIM_ATMOSPHERE,      &SlcBuiltInLowering::CreateBuiltInMessageFunction},
+    {SqxPrimitive::CALL_PRIM_DISPLACEMENT,    &SlcBuiltInLowering::CreateBuiltInMessageFunction},
+    {SqxPrimitive::CALL_PRIM_LIGHTSOURCE,     &SlcBuiltInLowering::CreateBuiltInMessageFunction},
+    {SqxPrimitive::CALL_PRIM_SURFACE,         &SlcBuiltInLowering::CreateBuiltInMessageFunction},
+    {SqxPrimitive::CALL_PRIM_INCIDENT,        &SlcBuiltInLowering::CreateBuiltInMessageFunction},
+    {SqxPrimitive::CALL_PRIM_OPPOSITE,        &SlcBuiltInLowering::CreateBuiltInMessageFunction},
+    {SqxPrimitive::CALL_PRIM_ATTRIBUTE,       &SlcBuiltInLowering::CreateBuiltInMessageFunction},
+    {SqxPrimitive::CALL_PRIM_OPTION,          &SlcBuiltInLowering::CreateBuiltInMessageFunction},
+    {SqxPrimitive::CALL_PRIM_TEXTUREINFO,     &SlcBuiltInLowering::CreateBuiltInMessageFunction},
+    {SqxPrimitive::CALL_PRIM_RENDERERINFO,    &SlcBuiltInLowering::CreateBuiltInMessageFunction},
+    {SqxPrimitive::CALL_PRIM_SHADERNAME,      &SlcBuiltInLowering::CreateBuiltInShaderName},
+    {SqxPrimitive::CALL_PRIM_SHADERNAME2,     &SlcBuiltInLowering::CreateBuiltInShaderName},
 };
 // clang-format on
 
 SlcBuiltInLowering::SpecialLowering SlcBuiltInLowering::FindSpecialLowering(const BuiltInCall& call)
 {
-    const std::string& name = call.node->GetSymbolEntry()->GetCName()->GetName();
+    const SqxPrimitive primitive = PrimitiveOf(call.node);
     for (const SpecialRow& row : sm_specials)
-        if (name == row.primitive)
+        if (primitive == row.primitive)
             return row.create;
     return nullptr;
-}
-
-std::vector<std::string_view> SlcBuiltInLowering::SpecialPrimitives()
-{
-    std::vector<std::string_view> primitives;
-    for (const SpecialRow& row : sm_specials)
-        primitives.push_back(row.primitive);
-    return primitives;
 }
 
 SlcOperand SlcBuiltInLowering::CreateGridCall(BuiltInCall& call)

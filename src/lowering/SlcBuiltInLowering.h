@@ -27,8 +27,6 @@ public:
     /// Pops the arguments, and pushes the value unless the call is void. Fatal for a call that
     /// semantic analysis should have rejected.
     void Lower(SlcProcCallExprNode* node);
-    /// Returns the primitives with a special lowering.
-    [[nodiscard]] static std::vector<std::string_view> SpecialPrimitives();
 
 private:
     /// A call being lowered. Lowerings change `args`; `outputs` are the output arguments of the
@@ -40,7 +38,7 @@ private:
     };
     using SpecialLowering = SlcOperand (SlcBuiltInLowering::*)(BuiltInCall&);
     struct SpecialRow {
-        std::string_view primitive;
+        SqxPrimitive primitive;
         SpecialLowering create;
     };
     using ArgumentList = SlcCallICode::ArgumentList;
@@ -106,7 +104,7 @@ private:
     [[nodiscard]] static SlcDetailNode* DetailOfQuestion(const BuiltInCall& call);
     [[nodiscard]] SlcOperand CreateBuiltInShaderName(BuiltInCall& call);
     /// Lowers a transform between two spaces; null unless both are constants.
-    [[nodiscard]] SlcOperand InlineTransform(SlcProcCallExprNode* call, const std::string& name,
+    [[nodiscard]] SlcOperand InlineTransform(SlcProcCallExprNode* call, SqxPrimitive primitive,
                                              const SlcOperand& from, const SlcOperand& to,
                                              const SlcOperand& value);
     /// Returns the unchanged value, in a variable that the caller may write.

@@ -18,13 +18,16 @@
 namespace {
 
 /// The type that the primitive transforms; null if it is not a transform of the point family.
-SlcTypeNode* TransformedType(const std::string& name)
+SlcTypeNode* TransformedType(SqxPrimitive primitive)
 {
-    if (name == "CALL_PRIM_TRANSFORM" || name == "CALL_PRIM_TRANSFORM2")
+    if (primitive == SqxPrimitive::CALL_PRIM_TRANSFORM ||
+        primitive == SqxPrimitive::CALL_PRIM_TRANSFORM2)
         return SlcTypeNode::APoint();
-    if (name == "CALL_PRIM_VTRANSFORM" || name == "CALL_PRIM_VTRANSFORM2")
+    if (primitive == SqxPrimitive::CALL_PRIM_VTRANSFORM ||
+        primitive == SqxPrimitive::CALL_PRIM_VTRANSFORM2)
         return SlcTypeNode::AVector();
-    if (name == "CALL_PRIM_NTRANSFORM" || name == "CALL_PRIM_NTRANSFORM2")
+    if (primitive == SqxPrimitive::CALL_PRIM_NTRANSFORM ||
+        primitive == SqxPrimitive::CALL_PRIM_NTRANSFORM2)
         return SlcTypeNode::ANormal();
     return nullptr;
 }
@@ -36,14 +39,14 @@ bool IsCurrent(const SlcOperand& space)
 
 }  // namespace
 
-SlcOperand SlcBuiltInLowering::InlineTransform(SlcProcCallExprNode* call, const std::string& name,
+SlcOperand SlcBuiltInLowering::InlineTransform(SlcProcCallExprNode* call, SqxPrimitive primitive,
                                                const SlcOperand& from, const SlcOperand& to,
                                                const SlcOperand& value)
 {
-    SlcTypeNode* type = TransformedType(name);
+    SlcTypeNode* type = TransformedType(primitive);
     if (!type)
-        m_errors->FatalError(call,
-                             "Invalid function name in SlcGenInterCode::InlineTransform: " + name);
+        m_errors->FatalError(call, "Invalid function name in SlcGenInterCode::InlineTransform: " +
+                                       std::string(SqxPrimitiveName(primitive)));
     if (!from->IsString() || !to->IsString())
         return nullptr;
     if (from->GetString() == to->GetString())

@@ -11,7 +11,7 @@
 #include "lowering/SlcDefaultValueFacts.h"
 
 #include "lowering/SlcNamedSpaces.h"
-#include "symbols/SlcImplicitReads.h"
+#include "sqx/SqxCard.h"
 #include "symbols/SlcPossibleTypes.h"
 
 namespace {
@@ -157,8 +157,7 @@ void SlcDefaultValueFacts::Case(SlcProcCallExprNode* node)
 
 void SlcDefaultValueFacts::CallBuiltIn(SlcProcCallExprNode* node)
 {
-    const SlcIdentNode* primitive = node->GetSymbolEntry()->GetCName();
-    if (primitive && SlcImplicitReads::Of(primitive->GetName())) {
+    if (SqxCardOf(*node->GetSymbolEntry()->GetPrimitive()).HasReads()) {
         m_usesGrid = true;
         m_dependsOnContext = true;
     }

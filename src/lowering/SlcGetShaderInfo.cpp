@@ -18,7 +18,7 @@
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcCallFormals.h"
 #include "symbols/SlcFuncDSOSymbolEntry.h"
-#include "symbols/SlcImplicitReads.h"
+#include "sqx/SqxCard.h"
 #include "symbols/SlcShaderSymbolTable.h"
 #include "symbols/SlcSymbolTable.h"
 
@@ -164,16 +164,15 @@ void SlcGetShaderInfo::Case(SlcTextureExprNode* node)
 {
     node->WalkIn(this);
     using Lowering = SlcTextureLowering;
-    const std::string primitive =
+    const SqxPrimitive primitive =
         Lowering::PrimitiveOf(node, Lowering::Source::Point, m_facts.m_shaderType);
     // An area instead of a point makes no difference here.
-    if (const auto* reads = SlcImplicitReads::Of(primitive))
-        AddImplicitReads(*reads);
+    AddImplicitReads(primitive);
 }
 
-void SlcGetShaderInfo::AddImplicitReads(const SlcImplicitReads& reads)
+void SlcGetShaderInfo::AddImplicitReads(SqxPrimitive primitive)
 {
-    for (const std::string_view variable : reads.variables)
+    for (const std::string_view variable : SqxCardOf(primitive).Reads())
         if (!variable.empty())
             AddVarIfNotInList(Hiddens::EntryNamed(variable));
 }
@@ -203,9 +202,7 @@ void SlcGetShaderInfo::CallBuiltIn(SlcProcCallExprNode* node)
 {
     // Renderers prepare for ray tracing only if a shader traces rays.
     m_facts.m_usesRaytracing = m_facts.m_usesRaytracing || node->GetIdent()->GetName() == "trace";
-    const SlcIdentNode* primitive = node->GetSymbolEntry()->GetCName();
-    if (const auto* reads = primitive ? SlcImplicitReads::Of(primitive->GetName()) : nullptr)
-        AddImplicitReads(*reads);
+    AddImplicitReads(*node->GetSymbolEntry()->GetPrimitive());
     for (SlcStringLiteralNode* space : SlcSpacesNamedBy(node))
         AddSpaceIfNotInList(space);
     WriteOutputArguments(node);

@@ -11,7 +11,6 @@
 
 class SlcGenInterCode;
 class SlcSemanticError;
-struct SlcImplicitReads;
 
 /// Collects what a writer needs besides the instructions: the shader's parameters with the code
 /// that initializes each, the predefined variables that it accesses, the spaces that it names, the
@@ -53,7 +52,7 @@ private:
     /// Adds the predefined variable `entry`; does nothing for null, which means that this kind of
     /// shader has no such variable.
     void AddVarIfNotInList(const SlcPtr<SlcVarSymbolEntry>& entry);
-    void AddImplicitReads(const SlcImplicitReads& reads);
+    void AddImplicitReads(SqxPrimitive primitive);
     /// Records that the variable is read, written or both.
     void RecordAccess(const SlcPtr<SlcVarSymbolEntry>& entry);
     void Write(const SlcPtr<SlcVarSymbolEntry>& entry);

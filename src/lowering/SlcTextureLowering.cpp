@@ -147,17 +147,25 @@ void SlcTextureLowering::AppendSource(SlcTextureExprNode* node, std::deque<SlcOp
         call.push_back(points[std::min(i, points.size() - 1)]);
 }
 
-std::string SlcTextureLowering::PrimitiveOf(const SlcTextureExprNode* node, Source source,
-                                            const SlcShaderTypeNode* shaderType)
+SqxPrimitive SlcTextureLowering::PrimitiveOf(const SlcTextureExprNode* node, Source source,
+                                             const SlcShaderTypeNode* shaderType)
 {
+    using enum SqxPrimitive;
     const SlcTextureTypeNode* kind = node->GetKind();
-    const char* size = SlcLoweringContext::TypeOf(node)->IsColorType() ? "_3D" : "_1D";
+    const bool isColor = SlcLoweringContext::TypeOf(node)->IsColorType();
     if (kind->IsTexture())
-        return std::string("CALL_TEXTURE") + size;
+        return isColor ? CALL_TEXTURE_3D : CALL_TEXTURE_1D;
     if (kind->IsEnvironment())
-        return std::string("CALL_ENVIRONMENT") + size;
-    return std::string(source == Source::Area ? "CALL_AREASHADOW" : "CALL_SHADOW") + size +
-           (shaderType && shaderType->IsLight() ? "_LIGHT" : "");
+        return isColor ? CALL_ENVIRONMENT_3D : CALL_ENVIRONMENT_1D;
+    const bool inLight = shaderType && shaderType->IsLight();
+    if (source == Source::Area) {
+        if (inLight)
+            return isColor ? CALL_AREASHADOW_3D_LIGHT : CALL_AREASHADOW_1D_LIGHT;
+        return isColor ? CALL_AREASHADOW_3D : CALL_AREASHADOW_1D;
+    }
+    if (inLight)
+        return isColor ? CALL_SHADOW_3D_LIGHT : CALL_SHADOW_1D_LIGHT;
+    return isColor ? CALL_SHADOW_3D : CALL_SHADOW_1D;
 }
 
 /// The first `corners` arguments after the name and the channel are the footprint.
@@ -177,8 +185,7 @@ SlcOperand SlcTextureLowering::GenAccessCall(SlcTextureExprNode* node, Source so
             args[k_nameAndChannel + i] = m_context.Widened(args[k_nameAndChannel + i]);
     const SlcOperand result =
         m_list.GetResultVar(node, isColor ? SlcTypeNode::AColor() : SlcTypeNode::AFloat(), varying);
-    SlcIdentNode* primitive =
-        SlcLexicalNode::CreateIdent(PrimitiveOf(node, source, m_context.m_shaderType));
+    const SqxPrimitive primitive = PrimitiveOf(node, source, m_context.m_shaderType);
     m_conditions.AddInForm(form, MakeShared<SlcCallICode>(primitive, std::move(args), result,
                                                           SlcCallICode::ArgumentList::Fixed, form,
                                                           nullptr));

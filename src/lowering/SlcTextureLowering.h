@@ -24,8 +24,8 @@ public:
     enum class Source { Point, Area };
     /// The primitive of an access, without the suffix of its grid form. A shadow may be that of an
     /// area light; shadows in a light shader have separate primitives. `shaderType` may be null.
-    [[nodiscard]] static std::string PrimitiveOf(const SlcTextureExprNode* node, Source source,
-                                                 const SlcShaderTypeNode* shaderType);
+    [[nodiscard]] static SqxPrimitive PrimitiveOf(const SlcTextureExprNode* node, Source source,
+                                                  const SlcShaderTypeNode* shaderType);
 
 private:
     [[nodiscard]] SlcOperand GenTextureAccess(SlcTextureExprNode* node,

@@ -323,7 +323,7 @@ void SlcConvertConstOp::Case(SlcPtr<SlcCallICode> code)
                          code->m_form.condition.Null() && code->m_result;
     const auto arguments = mayFold ? ConstantInputs(*code) : std::nullopt;
     const auto value =
-        arguments ? SlcFoldBuiltIn(code->m_name->GetName(), *arguments) : std::nullopt;
+        arguments ? SlcFoldBuiltIn(code->m_primitive, *arguments) : std::nullopt;
     if (!value || !ConvertAsAssignment(code->m_result, *value))
         Default(code);
 }

@@ -15,7 +15,7 @@
 
 #include "icode/SlcICodes.h"
 #include "symbols/SlcHiddenVariables.h"
-#include "symbols/SlcImplicitReads.h"
+#include "sqx/SqxCard.h"
 
 SlcVariableNumbers::SlcVariableNumbers(const SlcListICode& list)
 {
@@ -95,10 +95,9 @@ void SlcDefUse::Case(SlcPtr<SlcCallICode> code)
         Add(m_defs, code->m_result);
     if (code->m_form.condition)
         Add(m_uses, code->m_form.condition);
-    if (const auto* reads = SlcImplicitReads::Of(code->m_name->GetName()))
-        for (const std::string_view variable : reads->variables)
-            if (!variable.empty())
-                UsePredefined(variable);
+    for (const std::string_view variable : SqxCardOf(code->m_primitive).Reads())
+        if (!variable.empty())
+            UsePredefined(variable);
 }
 
 void SlcDefUse::Case(SlcPtr<SlcCallDSOICode> code)

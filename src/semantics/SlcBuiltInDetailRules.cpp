@@ -1,4 +1,4 @@
-// The rules that rows of the library name by number: the detail of the result, as written and for a
+// The rules that cards of the library name: the detail of the result, as written and for a
 // call that is being evaluated. Most built-ins combine their arguments, and without any are what
 // the context wants (random()). Some are varying whatever they get, since they read a predefined
 // variable (faceforward(v, I) reads Ng), and some are one answer for the grid.

@@ -37,10 +37,9 @@ SlcDetailNode* SlcCheckInlineFresnelProc(SlcCheckInlineDetail* walker, SlcFuncEn
                                          SlcProcCallExprNode* call);
 SlcDetailNode* SlcCheckInlineUnpackProc(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
                                         SlcProcCallExprNode* call);
-/// For built-ins whose row says which arguments are output. Part of the table of rules, but no row
-/// uses it.
+/// For built-ins whose card says which arguments are output. Part of the rules; no card names it.
 SlcDetailNode* SlcCheckInlineOutputProc(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
                                         SlcProcCallExprNode* call);
 
-/// All of them, by the numbers that the rows of the library carry.
+/// All of them, by `SqxDetailRule` and `SqxInlineRule`.
 [[nodiscard]] const SlcDetailRules& SlcBuiltInDetailRules();

@@ -7,44 +7,31 @@
 
 #include "symbols/SlcBuiltInTable.h"
 
-#include <string>
 #include <utility>
 
-#include "support/SlcDiagnostics.h"
 #include "symbols/SlcFuncDescription.h"
 #include "symbols/SlcGeneratedNames.h"
 #include "symbols/SlcSymbolScope.h"
 
 namespace {
 
-template <class Rules>
-auto RuleOf(const Rules& rules, int code, const char* where)
+SlcFuncSignature SignatureOf(SlcFuncDescription& function, const SlcDetailRules& rules)
 {
-    if (code < 0 || code >= static_cast<int>(rules.size()))
-        FatalError(std::string("Invalid code for ") + where + ": " + std::to_string(code));
-    return rules[code];
-}
-
-SlcFuncSignature SignatureOf(SlcFuncDescription::FuncInfo& info, const SlcDetailRules& rules)
-{
-    const bool plain = info.tail == nullptr;
+    const SqxCard& card = function.card;
     SlcFuncSignature signature;
-    signature.ident = SlcLexicalNode::CreateIdent(info.name);
-    signature.returnType = info.returnType;
-    signature.argTypes = std::move(info.argTypes);
-    signature.argDetails = std::move(info.argDetails);
-    signature.argStorages = std::move(info.argStorages);
-    signature.orderSensitive = info.orderSensitive;
-    signature.foldable = info.foldable;
-    signature.simd = info.simd;
-    signature.simdDetails = std::move(info.simdDetails);
-    signature.checkDetail =
-        RuleOf(rules.checkDetail, info.checkDetail,
-               plain ? "(*funcInfo)->m_checkDetail" : "(*varArgsFuncInfo)->m_checkDetail");
-    signature.checkInlineDetail = RuleOf(rules.checkInlineDetail, info.checkInlineDetail,
-                                         plain ? "(*funcInfo)->m_checkInlineDetail"
-                                               : "(*varArgsFuncInfo)->m_checkInlineDetail");
-    signature.cName = info.cName.empty() ? nullptr : SlcLexicalNode::CreateIdent(info.cName);
+    signature.ident = SlcLexicalNode::CreateIdent(function.name);
+    signature.returnType = function.returnType;
+    signature.argTypes = std::move(function.argTypes);
+    signature.argDetails = std::move(function.argDetails);
+    signature.argStorages = std::move(function.argStorages);
+    signature.orderSensitive = card.isOrdered;
+    signature.foldable = card.isFoldable;
+    signature.simd = function.simd;
+    signature.simdDetails = std::move(function.simdDetails);
+    signature.checkDetail = rules.checkDetail[static_cast<std::size_t>(card.detail)];
+    signature.checkInlineDetail =
+        rules.checkInlineDetail[static_cast<std::size_t>(card.inlineDetail)];
+    signature.primitive = card.primitive;
     return signature;
 }
 
@@ -70,27 +57,23 @@ public:
     }
 
 private:
-    /// If a name already has entries, they include those of its rows.
+    /// If a name already has entries, they include those of its cards.
     void MakeBuiltIns(std::string_view name)
     {
         if (SlcSymbolScope::Find(name))
             return;
-        for (const auto& row : SlcFuncDescription::RowsOf(name))
-            SlcSymbolScope::Add(0,
-                                row.hasTail ? EntryOfTailRow(row.row) : EntryOfPlainRow(row.row));
+        for (const SqxCard* card : SqxCardsNamed(name))
+            SlcSymbolScope::Add(0, EntryOf(*card));
     }
 
-    [[nodiscard]] SlcPtr<SlcFuncSymbolEntry> EntryOfPlainRow(const char* row) const
+    [[nodiscard]] SlcPtr<SlcFuncSymbolEntry> EntryOf(const SqxCard& card) const
     {
-        auto info = SlcFuncDescription::ReadPlainRow(row);
-        return MakeShared<SlcFuncSymbolEntry>(SignatureOf(info, m_rules));
-    }
-
-    [[nodiscard]] SlcPtr<SlcFuncSymbolEntry> EntryOfTailRow(const char* row) const
-    {
-        auto info = SlcFuncDescription::ReadVarArgsRow(row);
-        auto signature = SignatureOf(info, m_rules);
-        return MakeShared<SlcFuncVarListSymbolEntry>(std::move(signature), std::move(info.tail));
+        SlcFuncDescription function(card);
+        auto signature = SignatureOf(function, m_rules);
+        if (!function.tail)
+            return MakeShared<SlcFuncSymbolEntry>(std::move(signature));
+        return MakeShared<SlcFuncVarListSymbolEntry>(std::move(signature),
+                                                     std::move(function.tail));
     }
 
     SlcDetailRules m_rules;

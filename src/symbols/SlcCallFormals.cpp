@@ -14,11 +14,11 @@
 
 namespace {
 
-/// `unpack` writes all its arguments except the first, although its row in the language's table
-/// declares them as inputs. Only this function knows that.
+/// `unpack` writes all its arguments except the first, although its card declares them
+/// as inputs. Only this function knows that.
 bool IsUnpackResult(const SlcFuncSymbolEntry& entry, std::size_t position)
 {
-    return position >= 1 && entry.GetCName() && entry.GetCName()->GetName() == "CALL_PRIM_UNPACK";
+    return position >= 1 && entry.GetPrimitive() == SqxPrimitive::CALL_PRIM_UNPACK;
 }
 
 SlcCallFormal FixedFormal(const SlcFuncSymbolEntry& entry, std::size_t position)

@@ -1,223 +1,136 @@
-// A row of the library is a text of words, which is parsed from left to right when its name is
-// first used in a source:
+// A card's parameters become fixed arguments, and from the first optional one on a tail:
 //
-//     mix float 3 float float float 0 0 CALL_PRIM_MIX_1D 0 0 simd varying varying uniform
-//     name, result, count, arguments, two detail rules, primitive, sees order, may be folded, form
-//
-// An argument may be prefixed with `output` and `uniform`. A row of the second table describes its
-// tail after the fixed arguments: `(a b)` in this order, `type *` any number, `named (...)` pairs
-// of a name and a value in any order, `= value` the default.
-//
-// A word that cannot be parsed is a fault in the table, and fatal.
+//     float f(point p, optional float samples = 0, named float bias = 0)
+// takes a point, and then the tail
+//     list(single float, named(pair "bias" float))
 //
 // Tested by tests/symbols/SlcFuncDescriptionTest.cpp.
 
 #include "symbols/SlcFuncDescription.h"
 
-#include <charconv>
-#include <ostream>
-
-#include "support/SlcDiagnostics.h"
-
 namespace {
 
-struct TypeWord {
-    std::string_view word;
-    SlcTypeNode* (*type)();
-};
-
-//   word           type
-constexpr TypeWord k_typeWords[] = {
-    {"float", SlcTypeNode::AFloat},
-    {"string", SlcTypeNode::AString},
-    {"color", SlcTypeNode::AColor},
-    {"point", SlcTypeNode::APoint},
-    {"vector", SlcTypeNode::AVector},
-    {"normal", SlcTypeNode::ANormal},
-    {"matrix", SlcTypeNode::AMatrix},
-    {"void", SlcTypeNode::AVoid},
-    {"any", SlcTypeNode::AAnyType},
-    {"any-point", SlcTypeNode::AAnyPoint},
-    {"any-vector", SlcTypeNode::AAnyVector},
-    {"array-float", [] { return SlcTypeNode::CreateArrayType(SlcTypeNode::AFloat()); }},
-    {"array-color", [] { return SlcTypeNode::CreateArrayType(SlcTypeNode::AColor()); }},
-    {"array-point", [] { return SlcTypeNode::CreateArrayType(SlcTypeNode::APoint()); }},
-};
-
-bool EndsToken(char c)
+SlcTypeNode* TypeOf(SqxCardType type)
 {
-    return c == '\0' || c == ' ' || c == '(' || c == ')' || c == '*' || c == '=';
-}
-
-/// Reads an optional "= default" after a type.
-std::string ReadDefault(const char*& cursor)
-{
-    if (SlcFuncDescription::EatSpaces(cursor) != '=')
-        return {};
-    ++cursor;
-    return std::string(SlcFuncDescription::ReadString(cursor));
-}
-
-std::unique_ptr<SlcFuncVarArgSingle> ReadSingle(const char*& cursor)
-{
-    SlcDetailNode* detail = nullptr;
-    SlcStorageSpecNode* storage = nullptr;
-    SlcTypeNode* type = SlcFuncDescription::ReadType(cursor, &detail, &storage);
-    std::string defaultValue = ReadDefault(cursor);
-    const bool repeated = SlcFuncDescription::EatSpaces(cursor) == '*';
-    if (repeated)
-        ++cursor;
-    return std::make_unique<SlcFuncVarArgSingle>(type, detail, storage, repeated,
-                                                 std::move(defaultValue));
-}
-
-std::unique_ptr<SlcFuncVarArgExpr> ReadNamedPairs(const char*& cursor)
-{
-    auto list = std::make_unique<SlcFuncVarArgList>(SlcFuncVarArgList::Order::Named);
-    while (SlcFuncDescription::EatSpaces(cursor) != ')') {
-        std::string name(SlcFuncDescription::ReadString(cursor));
-        list->Append(std::make_unique<SlcFuncVarArgPair>(std::move(name), ReadSingle(cursor)));
+    switch (type) {
+    case SqxCardType::Void:
+        return SlcTypeNode::AVoid();
+    case SqxCardType::Float:
+        return SlcTypeNode::AFloat();
+    case SqxCardType::String:
+        return SlcTypeNode::AString();
+    case SqxCardType::Color:
+        return SlcTypeNode::AColor();
+    case SqxCardType::Point:
+        return SlcTypeNode::APoint();
+    case SqxCardType::Vector:
+        return SlcTypeNode::AVector();
+    case SqxCardType::Normal:
+        return SlcTypeNode::ANormal();
+    case SqxCardType::Matrix:
+        return SlcTypeNode::AMatrix();
+    case SqxCardType::Any:
+        return SlcTypeNode::AAnyType();
+    case SqxCardType::AnyPoint:
+        return SlcTypeNode::AAnyPoint();
+    case SqxCardType::AnyVector:
+        return SlcTypeNode::AAnyVector();
+    case SqxCardType::Bool:
+    case SqxCardType::AnyValue:
+    case SqxCardType::Array:
+    case SqxCardType::Reference:
+    case SqxCardType::NumberOrTriple:
+    case SqxCardType::Place:
+    case SqxCardType::Space:
+    case SqxCardType::Literal:
+    case SqxCardType::Shadeop:
+        break;  // of instructions alone: the reader of cards refuses it in a function
     }
-    ++cursor;
-    return list;
+    return SlcTypeNode::AError();
 }
 
-/// Reads name, return type and fixed arguments.
-SlcFuncDescription::FuncInfo ReadHead(const char*& cursor)
+SlcTypeNode* TypeOf(const SqxParameter& parameter)
 {
-    SlcFuncDescription::FuncInfo info;
-    SlcDetailNode* detail = nullptr;
-    SlcStorageSpecNode* storage = nullptr;
-    info.name = SlcFuncDescription::ReadString(cursor);
-    info.returnType = SlcFuncDescription::ReadType(cursor, &detail, &storage);
-    for (int left = SlcFuncDescription::ReadInt(cursor); left > 0; --left) {
-        info.argTypes.push_back(SlcFuncDescription::ReadType(cursor, &detail, &storage));
-        info.argDetails.push_back(detail);
-        info.argStorages.push_back(storage);
+    SlcTypeNode* type = TypeOf(parameter.type);
+    return parameter.isArray ? SlcTypeNode::CreateArrayType(type) : type;
+}
+
+SlcDetailNode* DetailOf(const SqxParameter& parameter)
+{
+    return parameter.isUniform ? SlcDetailNode::AUniform() : SlcDetailNode::AUnknown();
+}
+
+SlcStorageSpecNode* StorageOf(const SqxParameter& parameter)
+{
+    return parameter.isOutput ? SlcStorageSpecNode::AOutput() : SlcStorageSpecNode::AInput();
+}
+
+bool IsFixed(const SqxParameter& parameter)
+{
+    return !parameter.isOptional && !parameter.isNamed && !parameter.isRepeated;
+}
+
+std::unique_ptr<SlcFuncVarArgSingle> SingleOf(const SqxCard& card, const SqxParameter& parameter)
+{
+    return std::make_unique<SlcFuncVarArgSingle>(TypeOf(parameter), DetailOf(parameter),
+                                                 StorageOf(parameter), parameter.isRepeated,
+                                                 std::string(card.Text(parameter.value)));
+}
+
+std::unique_ptr<SlcFuncVarArgExpr> TailOf(const SqxCard& card)
+{
+    const auto formals = card.Formals();
+    if (formals.empty() || IsFixed(formals.back()))
+        return nullptr;
+    if (formals.back().isRepeated)
+        return SingleOf(card, formals.back());
+    auto tail = std::make_unique<SlcFuncVarArgList>(SlcFuncVarArgList::Order::Positional);
+    auto pairs = std::make_unique<SlcFuncVarArgList>(SlcFuncVarArgList::Order::Named);
+    for (const SqxParameter& parameter : formals) {
+        if (parameter.isOptional)
+            tail->Append(SingleOf(card, parameter));
+        else if (parameter.isNamed)
+            pairs->Append(std::make_unique<SlcFuncVarArgPair>(
+                std::string(card.Text(parameter.name)), SingleOf(card, parameter)));
     }
-    return info;
+    if (!pairs->GetParts().empty())
+        tail->Append(std::move(pairs));
+    return tail;
 }
 
-/// Reads rules, primitive, flags and the whole-grid form for `nArgs` arguments.
-void ReadRest(const char*& cursor, int nArgs, SlcFuncDescription::FuncInfo& info)
+SlcCallSIMD GridCallOf(const SqxCard& card)
 {
-    info.checkDetail = SlcFuncDescription::ReadInt(cursor);
-    info.checkInlineDetail = SlcFuncDescription::ReadInt(cursor);
-    info.cName = SlcFuncDescription::ReadString(cursor);
-    if (info.cName == "NOT_YET")
-        info.cName.clear();
-    info.orderSensitive = SlcFuncDescription::ReadInt(cursor) == 1;
-    info.foldable = SlcFuncDescription::ReadInt(cursor) == 1;
-    SlcFuncDescription::ReadSIMDInfo(cursor, nArgs, info.simd, info.simdDetails);
+    if (!card.hasGridCall)
+        return SlcCallSIMD::NoSimd;
+    return SqxCardOf(card.primitive).IsGridOnly() ? SlcCallSIMD::AlwaysSimd : SlcCallSIMD::Simd;
 }
 
 }  // namespace
 
-char SlcFuncDescription::EatSpaces(const char*& cursor)
+SlcFuncDescription::SlcFuncDescription(const SqxCard& card_)
+    : card(card_),
+      name(card.Name()),
+      returnType(TypeOf(card.result)),
+      simd(GridCallOf(card)),
+      tail(TailOf(card))
 {
-    while (*cursor == ' ')
-        ++cursor;
-    return *cursor;
-}
-
-std::string_view SlcFuncDescription::ReadString(const char*& cursor)
-{
-    EatSpaces(cursor);
-    const char* begin = cursor;
-    while (!EndsToken(*cursor))
-        ++cursor;
-    // A punctuation character is a token by itself.
-    if (cursor == begin && *cursor != '\0')
-        ++cursor;
-    return {begin, static_cast<std::size_t>(cursor - begin)};
-}
-
-int SlcFuncDescription::ReadInt(const char*& cursor)
-{
-    const std::string_view word = ReadString(cursor);
-    int value = 0;
-    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
-    if (error != std::errc() || end != word.data() + word.size())
-        FatalError("Invalid number during function description list building: " +
-                   std::string(word));
-    return value;
-}
-
-SlcTypeNode* SlcFuncDescription::ReadType(const char*& cursor, SlcDetailNode** detail,
-                                          SlcStorageSpecNode** storage)
-{
-    *detail = SlcDetailNode::AUnknown();
-    *storage = SlcStorageSpecNode::AInput();
-    std::string_view word = ReadString(cursor);
-    if (word == "output") {
-        *storage = SlcStorageSpecNode::AOutput();
-        word = ReadString(cursor);
-    }
-    if (word == "uniform") {
-        *detail = SlcDetailNode::AUniform();
-        word = ReadString(cursor);
-    }
-    for (const TypeWord& entry : k_typeWords)
-        if (entry.word == word)
-            return entry.type();
-    FatalError("Invalid type during function description list building: " + std::string(word));
-}
-
-std::unique_ptr<SlcFuncVarArgExpr> SlcFuncDescription::ReadVarTypes(const char*& cursor)
-{
-    if (EatSpaces(cursor) == '(') {
-        ++cursor;
-        auto list = std::make_unique<SlcFuncVarArgList>(SlcFuncVarArgList::Order::Positional);
-        while (EatSpaces(cursor) != ')')
-            list->Append(ReadVarTypes(cursor));
-        ++cursor;
-        return list;
-    }
-    const char* afterWord = cursor;
-    if (ReadString(afterWord) != "named")
-        return ReadSingle(cursor);
-    cursor = afterWord;
-    EatSpaces(cursor);
-    ++cursor;
-    return ReadNamedPairs(cursor);
-}
-
-void SlcFuncDescription::ReadSIMDInfo(const char*& cursor, int nArgs, SlcCallSIMD& kind,
-                                      std::vector<SlcDetailNode*>& details)
-{
-    const std::string_view word = ReadString(cursor);
-    if (word == "nosimd") {
-        kind = SlcCallSIMD::NoSimd;
-        return;
-    }
-    if (word == "simd")
-        kind = SlcCallSIMD::Simd;
-    else if (word == "always-simd")
-        kind = SlcCallSIMD::AlwaysSimd;
-    else
-        SlcReports() << "Bad SIMD info : " << word << '\n';
-    for (; nArgs > 0; --nArgs) {
-        const std::string_view detail = ReadString(cursor);
-        if (detail == "varying")
-            details.push_back(SlcDetailNode::AVarying());
-        else if (detail == "uniform")
-            details.push_back(SlcDetailNode::AUniform());
+    for (const SqxParameter& parameter : card.Formals()) {
+        if (IsFixed(parameter)) {
+            argTypes.push_back(TypeOf(parameter));
+            argDetails.push_back(DetailOf(parameter));
+            argStorages.push_back(StorageOf(parameter));
+        }
+        if (card.hasGridCall && !parameter.isRepeated)
+            simdDetails.push_back(parameter.isUniformInGrid ? SlcDetailNode::AUniform()
+                                                            : SlcDetailNode::AVarying());
     }
 }
 
-SlcFuncDescription::FuncInfo SlcFuncDescription::ReadPlainRow(const char* row)
+std::vector<SlcFuncDescription> SlcFuncDescription::All()
 {
-    FuncInfo info = ReadHead(row);
-    ReadRest(row, static_cast<int>(info.argTypes.size()), info);
-    return info;
-}
-
-SlcFuncDescription::FuncInfo SlcFuncDescription::ReadVarArgsRow(const char* row)
-{
-    FuncInfo info = ReadHead(row);
-    info.tail = ReadVarTypes(row);
-    const int fixed = static_cast<int>(info.argTypes.size());
-    const int most = info.tail->GetMaxSize(false);
-    ReadRest(row, most < 0 ? fixed : fixed + most, info);
-    return info;
+    std::vector<SlcFuncDescription> all;
+    for (const SqxCard& card : SqxCards())
+        if (!card.Name().empty())
+            all.emplace_back(card);
+    return all;
 }

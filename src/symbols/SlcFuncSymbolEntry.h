@@ -1,11 +1,13 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "frontend/SlcAnnotation.h"
+#include "sqx/SqxPrimitive.h"
 #include "symbols/SlcFuncVarArgExpr.h"
 #include "symbols/SlcSymbolEntry.h"
 
@@ -50,7 +52,8 @@ struct SlcFuncSignature {
     std::vector<SlcDetailNode*> simdDetails;  // required of each argument in a whole-grid call
     SlcCheckDetailProc checkDetail = nullptr;
     SlcCheckInlineDetailProc checkInlineDetail = nullptr;
-    SlcIdentNode* cName = nullptr;  // name in generated code; null if there is none
+    SlcIdentNode* cName = nullptr;          // unique name of a shadeop; else null
+    std::optional<SqxPrimitive> primitive;  // of a built-in
     SlcFuncOrigin origin = SlcFuncOrigin::BuiltIn;
 };
 
@@ -101,8 +104,9 @@ public:
     [[nodiscard]] SlcCallSIMD GetSIMDKind() const { return m_signature.simd; }
     /// Includes the arguments of a tail, in their fixed positions.
     [[nodiscard]] const std::vector<SlcDetailNode*>& GetSIMDDetails() const;
-    /// The primitive of a built-in, without the suffix of a grid form; a unique name for a shadeop;
-    /// null for a function of the source, and for a built-in without a primitive.
+    /// The primitive of a built-in; nothing for another function.
+    [[nodiscard]] std::optional<SqxPrimitive> GetPrimitive() const { return m_signature.primitive; }
+    /// A unique name for a shadeop; null for another function.
     [[nodiscard]] SlcIdentNode* GetCName() const { return m_signature.cName; }
     [[nodiscard]] SlcFuncOrigin GetOrigin() const { return m_signature.origin; }
     [[nodiscard]] bool IsOrderSensitive() const { return m_signature.orderSensitive; }

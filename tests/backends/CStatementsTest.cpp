@@ -62,7 +62,7 @@ using List = SlcCallICode::ArgumentList;
 SlcPtr<SlcICode> Call(std::deque<SlcOperand> args, SlcOperand result, List list = List::Fixed,
                       SlcGridForm form = SlcGridForm::Plain())
 {
-    return MakeShared<SlcCallICode>(SlcLexicalNode::CreateIdent("CALL_F"), std::move(args),
+    return MakeShared<SlcCallICode>(SqxPrimitive::CALL_PRIM_MIX_1D, std::move(args),
                                     std::move(result), list, std::move(form), nullptr);
 }
 
@@ -305,20 +305,21 @@ TEST(SlcCStatements, WritesCalls)
     const SlcOperand x = Varying("x_1");
     const SlcOperand y = Uniform("y_1");
     ExpectTexts({
-        {Call({x, y}, nullptr), "CALL_F(v.x_1[polyCnt], u.y_1);\n"},
-        {Call({}, x), "CALL_F(v.x_1[polyCnt]);\n"},
-        {Call({y}, x), "CALL_F(v.x_1[polyCnt], u.y_1);\n"},
-        {Call({x, y}, x, List::Fixed, SlcGridForm::Whole()), "CALL_F_SIMD(v.x_1, v.x_1, u.y_1);\n"},
+        {Call({x, y}, nullptr), "CALL_PRIM_MIX_1D(v.x_1[polyCnt], u.y_1);\n"},
+        {Call({}, x), "CALL_PRIM_MIX_1D(v.x_1[polyCnt]);\n"},
+        {Call({y}, x), "CALL_PRIM_MIX_1D(v.x_1[polyCnt], u.y_1);\n"},
+        {Call({x, y}, x, List::Fixed, SlcGridForm::Whole()),
+         "CALL_PRIM_MIX_1D_SIMD(v.x_1, v.x_1, u.y_1);\n"},
         {Call({x}, x, List::Fixed, SlcGridForm::At(Flag("f_"))),
-         "CALL_F_SIMD_IF_TRUE(v.x_1, v.f_, v.x_1);\n"},
+         "CALL_PRIM_MIX_1D_SIMD_IF_TRUE(v.x_1, v.f_, v.x_1);\n"},
         {Call({Text("%f"), x}, nullptr, List::Counted),
          "{\n\tconst void *theArgs[2];\n\n\tconst char *temp0 = \"%f\";\n"
          "\ttheArgs[0] = &(temp0);\n\ttheArgs[1] = &(v.x_1[polyCnt]);\n"
-         "\tCALL_F(theArgs, 2);\n\t}\n"},
+         "\tCALL_PRIM_MIX_1D(theArgs, 2);\n\t}\n"},
         {Call({x, SlcLexType::Float(2)}, y, List::Counted),
          "{\n\tconst void *theArgs[2];\n\n\ttheArgs[0] = &(v.x_1[polyCnt]);\n"
          "\tfloat temp1 = 2.000000e+00;\n\ttheArgs[1] = &(temp1);\n"
-         "\tCALL_F(u.y_1, theArgs, 2);\n\t}\n"},
+         "\tCALL_PRIM_MIX_1D(u.y_1, theArgs, 2);\n\t}\n"},
     });
 }
 
@@ -343,8 +344,8 @@ TEST(SlcCStatements, TellsTypesWhereTheFormatDoesNot)
         std::deque<SlcOperand> args = c.args;
         args.push_front(c.format);
         const std::string text =
-            TextOf(MakeShared<SlcCallICode>(SlcLexicalNode::CreateIdent("CALL_PRIM_PRINTF"), args,
-                                            nullptr, List::Counted, SlcGridForm::Plain(), nullptr));
+            TextOf(MakeShared<SlcCallICode>(SqxPrimitive::CALL_PRIM_PRINTF, args, nullptr,
+                                            List::Counted, SlcGridForm::Plain(), nullptr));
         const auto types = text.find("theTypes = ");
         ASSERT_EQ(types == std::string::npos, c.types == nullptr) << text;
         if (c.types) {

@@ -21,17 +21,12 @@ SlcLabel Label(const char* name)
     return MakeShared<SlcLabelICode>(name);
 }
 
-SlcIdentNode* Name(const char* name)
-{
-    return SlcLexicalNode::CreateIdent(name);
-}
-
 /// A call of a built-in of the given form.
-SlcPtr<SlcICode> Call(const char* name, SlcOperand result, std::deque<SlcOperand> args, bool simd,
-                      SlcOperand condition, bool counted = false)
+SlcPtr<SlcICode> Call(SqxPrimitive primitive, SlcOperand result, std::deque<SlcOperand> args,
+                      bool simd, SlcOperand condition, bool counted = false)
 {
     using List = SlcCallICode::ArgumentList;
-    return MakeShared<SlcCallICode>(Name(name), std::move(args), std::move(result),
+    return MakeShared<SlcCallICode>(primitive, std::move(args), std::move(result),
                                     counted ? List::Counted : List::Fixed,
                                     SlcGridForm{simd, std::move(condition)}, nullptr);
 }
@@ -145,11 +140,12 @@ TEST(SlcGenByteCode, WritesTheValuesOfEachClass)
         {MakeShared<SlcAssignToZeroICode>(P), "ASSIGN_TO_ZERO_POINT P"},
         {MakeShared<SlcUnaryMinusICode>(P, L), "INVERT_POINT P L"},
         {MakeShared<SlcLessEqualICode>(f, x, one), "BOOL_LESS_EQUAL_FLOAT_FLOAT f s 1"},
-        {Call("CALL_PRIM_AMBIENT", P, {}, false, nullptr), "CALL_PRIM_AMBIENT P"},
-        {Call("CALL_PRIM_LENGTH", x, {P}, true, f), "CALL_PRIM_LENGTH_SIMD_IF_TRUE s if f P"},
-        {Call("CALL_PRIM_MAX_1D", x, {one, x, g}, false, nullptr, true),
+        {Call(SqxPrimitive::CALL_PRIM_AMBIENT, P, {}, false, nullptr), "CALL_PRIM_AMBIENT P"},
+        {Call(SqxPrimitive::CALL_PRIM_LENGTH, x, {P}, true, f),
+         "CALL_PRIM_LENGTH_SIMD_IF_TRUE s if f P"},
+        {Call(SqxPrimitive::CALL_PRIM_MAX_1D, x, {one, x, g}, false, nullptr, true),
          "CALL_PRIM_MAX_1D (3) s 1 s g"},
-        {Call("CALL_PRIM_POINT_FLOAT_4D", P, {L, x}, true, nullptr),
+        {Call(SqxPrimitive::CALL_PRIM_POINT_FLOAT_4D, P, {L, x}, true, nullptr),
          "CALL_PRIM_NOISE_POINT_4D_SIMD P L s"},
         {MakeShared<SlcTransformFromSpaceICode>(P, L, T::AVector(), world, SlcGridForm::At(f)),
          "CALL_PRIM_VTRANSFORM_TO_CURRENT_SIMD_IF_TRUE P if f L \"world\""},
@@ -252,7 +248,7 @@ TEST(SlcGenByteCode, RefusesWhatDoesNotFit)
     EXPECT_EQ(spaces.Reports(), std::string("Coordinate space 32768") + limit);
 
     FormBuilder pack;
-    pack.Add(Call("CALL_PRIM_PACK", pack.Local(T::AFloat()), {}, false, nullptr));
+    pack.Add(Call(SqxPrimitive::CALL_PRIM_PACK, pack.Local(T::AFloat()), {}, false, nullptr));
     EXPECT_EQ(pack.Reports(), "'pack' is not available in byte-code, use '--dso'\n");
 }
 
@@ -265,7 +261,7 @@ TEST(SlcGenByteCode, LeavesNoFileBehindAFault)
 
     std::filesystem::remove(folder / "made.sqx");
     FormBuilder bad;
-    bad.Add(Call("CALL_PRIM_UNPACK", nullptr, {}, false, nullptr));
+    bad.Add(Call(SqxPrimitive::CALL_PRIM_UNPACK, nullptr, {}, false, nullptr));
     testing::internal::CaptureStderr();
     EXPECT_THROW(bad.Form().GenByteCode(folder.Path()), SlcCompilationError);
 

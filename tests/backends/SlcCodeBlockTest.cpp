@@ -17,10 +17,10 @@ protected:
 TEST_F(CodeBlockTest, FillsJumpsForwardAndBack)
 {
     m_block.AddLabelRef(m_start);
-    m_block.AddInstr(SqxMark::Goto);
+    m_block.AddInstr(SqxPrimitive::GOTO);
     m_block.AddGotoLabel(m_end);
     m_block.AddInstr("EVAL_LIGHTS");
-    m_block.AddInstr(SqxMark::Goto);
+    m_block.AddInstr(SqxPrimitive::GOTO);
     m_block.AddGotoLabel(m_start);
     m_block.AddLabelRef(m_end);
     EXPECT_EQ(m_block.ResolveUnknownLabels(), "");
@@ -65,8 +65,8 @@ TEST_F(CodeBlockTest, RefusesJumpsToWherePlacesEnd)
             const std::string report = "Jump target " + std::to_string(place) +
                                        " does not fit into byte-code, whose largest number is "
                                        "32767, use '--dso'";
-            EXPECT_EQ(m_reports, place > 32767 ? std::vector<std::string>{report}
-                                               : std::vector<std::string>{})
+            EXPECT_EQ(m_reports,
+                      place > 32767 ? std::vector<std::string>{report} : std::vector<std::string>{})
                 << forward << ' ' << place;
         }
     }

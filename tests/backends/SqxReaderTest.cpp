@@ -27,7 +27,7 @@ std::string SampleFile()
     b.Add(MakeShared<SlcArrayRefICode>(element, array, Number(1)));
     b.Add(MakeShared<SlcTransformToSpaceICode>(P, P, T::APoint(), SlcLexType::String("\"world\""),
                                                SlcGridForm::Whole()));
-    b.Add(MakeShared<SlcCallICode>(SlcLexicalNode::CreateIdent("CALL_PRIM_PRINTF"),
+    b.Add(MakeShared<SlcCallICode>(SqxPrimitive::CALL_PRIM_PRINTF,
                                    std::deque<SlcOperand>{SlcLexType::String("\"a\\\"\n%f\""), u},
                                    nullptr, SlcCallICode::ArgumentList::Counted,
                                    SlcGridForm::Plain(), nullptr));

@@ -36,12 +36,12 @@ SlcOperand CodeText::FindVariable(const std::string& name)
     return operand;
 }
 
-SlcPtr<SlcFuncSymbolEntry> CodeText::FindFunction(const std::string& primitive,
+SlcPtr<SlcFuncSymbolEntry> CodeText::FindFunction(SqxPrimitive primitive,
                                                   const std::deque<SlcOperand>& arguments)
 {
-    const bool isRandom = primitive == "CALL_PRIM_RANDOM";
+    const bool isRandom = primitive == SqxPrimitive::CALL_PRIM_RANDOM_FLOAT;
     SlcFuncSignature signature;
-    signature.ident = SlcLexicalNode::CreateIdent(primitive);
+    signature.ident = SlcLexicalNode::CreateIdent(std::string(SqxPrimitiveName(primitive)));
     signature.returnType = SlcTypeNode::AFloat();
     signature.argTypes.assign(arguments.size(), SlcTypeNode::AFloat());
     signature.argDetails.assign(arguments.size(), SlcDetailNode::AUnknown());

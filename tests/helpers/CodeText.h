@@ -28,7 +28,7 @@ public:
 private:
     [[nodiscard]] SlcOperand FindVariable(const std::string& name) override;
     [[nodiscard]] SlcPtr<SlcFuncSymbolEntry>
-    FindFunction(const std::string& primitive, const std::deque<SlcOperand>& arguments) override;
+    FindFunction(SqxPrimitive primitive, const std::deque<SlcOperand>& arguments) override;
 
     SlcPtr<SlcListICode> m_list;
     std::map<std::string, SlcOperand> m_variables;

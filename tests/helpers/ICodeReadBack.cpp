@@ -28,8 +28,8 @@ public:
             throw SlcICodeSyntaxError("no variable '" + name + "'");
         return found->second;
     }
-    [[nodiscard]] SlcPtr<SlcFuncSymbolEntry>
-    FindFunction(const std::string& primitive, const std::deque<SlcOperand>&) override
+    [[nodiscard]] SlcPtr<SlcFuncSymbolEntry> FindFunction(SqxPrimitive primitive,
+                                                          const std::deque<SlcOperand>&) override
     {
         return m_functions[primitive];
     }
@@ -41,13 +41,13 @@ private:
     void Case(SlcPtr<SlcCallICode> code) override
     {
         SlcOperandWalker::Case(code);
-        m_functions.emplace(code->m_name->GetName(), code->m_funcEntry);
+        m_functions.emplace(code->m_primitive, code->m_funcEntry);
     }
 
     SlcICodeNames m_names;
     std::string m_text;
     std::map<std::string, SlcOperand> m_variables;
-    std::map<std::string, SlcPtr<SlcFuncSymbolEntry>> m_functions;
+    std::map<SqxPrimitive, SlcPtr<SlcFuncSymbolEntry>> m_functions;
 };
 
 }  // namespace

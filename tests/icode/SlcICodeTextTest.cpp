@@ -20,7 +20,8 @@ TEST(SlcICodeText, IsReadBack)
         "x = matrix(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1); x = concat_space(y, \"a b\");",
         "x = from_space_point(y, \"object\") simd at f; x = to_space_color(y, \"hsv\");",
         "check_index(\"a\", u, #3, #12, \"a \\\" b.sl\"); r = &a[u]; r = 1; x <- y;",
-        "PRINTF(\"%f; {\", x) counted; x = CALL_TEXTURE_1D(\"t\", #0, x) simd at f; RANDOM();",
+        "PRINTF(\"%f; {\", x) counted; x = CALL_TEXTURE_1D(\"t\", #0, x) simd at f; "
+        "RANDOM_FLOAT();",
         "x = shadeop(\"./lib:f\", \"f\", x, a); shadeop(\"k\", \"m\"); a = to_shadeop(a); "
         "a = from_shadeop(a);",
         "x, x, x, x, x, x, x, x = patch(y, z) at f; x, x, x, x = patch(y); x = interval(y) at f;",

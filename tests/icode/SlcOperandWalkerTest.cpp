@@ -29,7 +29,6 @@ TEST(SlcOperandWalker, ShowsReadsThenWritesAndPassesOverWhatIsNotThere)
     const SlcLabel label = MakeShared<SlcLabelICode>("L");
     auto leave = MakeShared<SlcBreakICode>(label);
     leave->m_flags = {a, b};
-    const auto name = SlcLexicalNode::CreateIdent("CALL_PRIM_PRINTF");
     const struct {
         SlcPtr<SlcICode> code;
         const char* shown;
@@ -43,9 +42,9 @@ TEST(SlcOperandWalker, ShowsReadsThenWritesAndPassesOverWhatIsNotThere)
         {MakeShared<SlcIfTrueGotoICode>(a, label), "a"},
         {MakeShared<SlcIfFalseICode>(a, label), "a"},
         {leave, "=a=b"},
-        {MakeShared<SlcCallICode>(name, std::deque<SlcOperand>{b, c}, nullptr,
-                                  SlcCallICode::ArgumentList::Counted, SlcGridForm::Plain(),
-                                  nullptr),
+        {MakeShared<SlcCallICode>(SqxPrimitive::CALL_PRIM_PRINTF, std::deque<SlcOperand>{b, c},
+                                  nullptr, SlcCallICode::ArgumentList::Counted,
+                                  SlcGridForm::Plain(), nullptr),
          "bc"},
         {MakeShared<SlcArrayRefICode>(a, b, c), "bc=a"},
         {MakeShared<SlcBeginShaderICode>(), ""},

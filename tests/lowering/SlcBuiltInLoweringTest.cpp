@@ -6,7 +6,6 @@
 #include <sstream>
 
 #include "lowering/LowerTestHelp.h"
-#include "symbols/SlcFuncDescription.h"
 
 namespace {
 
@@ -277,20 +276,6 @@ TEST(SlcGenBuiltIns, VaryWithArgumentsThatStandInVaryingTemporaries)
     EXPECT_EQ(LowerShader("float f(float x) { return sqrt(x); } "
                           "displacement t() { uniform float a = abs(f(2)); }"),
               "t0 = 2; { t1 = SQRT(t0); } { t2 = ABS(t1); } { a_1 = t2; }");
-}
-
-/// A misspelled name in a row would leave the built-in with a plain call.
-TEST(SlcBuiltInLowering, KnowsOnlyPrimitivesOfTheLibrary)
-{
-    std::vector<std::string> library;
-    for (const char* const* row = SlcFuncDescription::sm_funcInfoString; *row; ++row) {
-        std::istringstream words(*row);
-        for (std::string word; words >> word;)
-            if (word.starts_with("CALL_PRIM_"))
-                library.push_back(word);
-    }
-    for (const std::string_view primitive : SlcBuiltInLowering::SpecialPrimitives())
-        EXPECT_NE(std::find(library.begin(), library.end(), primitive), library.end()) << primitive;
 }
 
 }  // namespace

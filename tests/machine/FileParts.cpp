@@ -18,10 +18,8 @@ int NumberOf(const std::string& word)
     const auto name = std::find(k_names.begin(), k_names.end(), word);
     if (name != k_names.end())
         return static_cast<int>(name - k_names.begin());
-    for (int number = 0; number <= k_sqxHighestNumber; ++number)
-        if (SqxNumberName(number) == word)
-            return number;
-    return std::stoi(word);
+    const int number = SqxNumberNamed(word);
+    return number > 0 ? number : std::stoi(word);
 }
 
 }  // namespace

@@ -13,9 +13,8 @@
 #include "optimizer/SlcRegroupParallelBlocks.h"
 #include "optimizer/SlcRegroupParallelIfs.h"
 #include "optimizer/SlcRemoveEmptyBlocks.h"
-#include "sqx/SqxNumbers.h"
+#include "sqx/SqxCard.h"
 #include "symbols/SlcHiddenVariables.h"
-#include "symbols/SlcImplicitReads.h"
 
 namespace {
 
@@ -115,7 +114,7 @@ TEST(SlcDeadCodeElimination, RemovesWhatNobodyReads)
         {"begin; Ci = Ci; end;", "begin; end;"},
         {"begin; x = p; L: x = x; M: Ci = x; end;", "begin; x = p; L: M: Ci = x; end;"},
         {"begin; p = 1; end;", "begin; p = 1; end;"},  // a parameter is seen from outside
-        {"begin; x = RANDOM(); end;", "begin; x = RANDOM(); end;"},
+        {"begin; x = RANDOM_FLOAT(); end;", "begin; x = RANDOM_FLOAT(); end;"},
         {"begin; r = &a[u]; r = 1; end;", "begin; r = &a[u]; r = 1; end;"},
         // Points that skip the guard read the first value.
         {"begin; x = 1; f?( x = 2; ) Ci = x; end;", "begin; x = 1; f?( x = 2; ) Ci = x; end;"},
@@ -149,46 +148,29 @@ SlcOperand Predefined(std::string_view name)
 }
 
 /// True if an assignment to `variable` before a call of `primitive` is kept.
-bool KeepsAssignment(std::string_view variable, std::string primitive)
+bool KeepsAssignment(std::string_view variable, SqxPrimitive primitive)
 {
-    if (const std::size_t star = primitive.find('*'); star != std::string::npos)
-        primitive.replace(star, 1, "1D");
     const SlcOperand operand = Predefined(variable);
     SlcListICode list;
     list.AddHiddenVar(operand);
     list.AddICode(MakeShared<SlcAssignICode>(operand, SlcLexType::Float(1)));
-    list.AddICode(MakeShared<SlcCallICode>(
-        SlcLexicalNode::CreateIdent(primitive), std::deque<SlcOperand>(), nullptr,
-        SlcCallICode::ArgumentList::Fixed, SlcGridForm::Plain(), nullptr));
+    list.AddICode(MakeShared<SlcCallICode>(primitive, std::deque<SlcOperand>(), nullptr,
+                                           SlcCallICode::ArgumentList::Fixed, SlcGridForm::Plain(),
+                                           nullptr));
     Analysed facts(list);
     return !SlcDeadCodeElimination().EliminateCode(list, facts.graph, facts.analysis);
 }
 
-/// The name may have the suffix of a form, and is null at the end of the table.
-bool Means(const SlcImplicitReads& row, const char* name)
-{
-    const std::string_view primitive = name ? name : "";
-    return SlcImplicitReads::Of(primitive.substr(0, primitive.find("_SIMD"))) == &row;
-}
-
 }  // namespace
 
-TEST(SlcImplicitReads, KeepWhatIsAssignedInFrontOfTheCall)
+TEST(SlcDefUse, KeepsWhatIsAssignedBeforeACallThatReadsIt)
 {
-    for (const SlcImplicitReads& row : SlcImplicitReads::All()) {
-        for (const std::string_view variable : row.variables) {
-            if (variable.empty())
-                continue;
-            EXPECT_TRUE(KeepsAssignment(variable, std::string(row.primitive)))
-                << variable << " " << row.primitive;
-        }
-        // A row that is spelt wrong would speak of nothing.
-        EXPECT_TRUE(std::any_of(std::begin(k_sqxNumbers), std::end(k_sqxNumbers),
-                                [&](const auto& known) { return Means(row, known.name); }))
-            << row.primitive;
-    }
-    EXPECT_FALSE(KeepsAssignment("Ng", "CALL_PRIM_FACEFORWARD2"));
-    EXPECT_FALSE(KeepsAssignment("Ol", "CALL_PRIM_DIFFUSE"));
+    for (const SqxCard& card : SqxCards())
+        for (const std::string_view variable : card.Reads())
+            EXPECT_TRUE(variable.empty() || KeepsAssignment(variable, card.primitive))
+                << variable << " " << SqxPrimitiveName(card.primitive);
+    EXPECT_FALSE(KeepsAssignment("Ng", SqxPrimitive::CALL_PRIM_FACEFORWARD2));
+    EXPECT_FALSE(KeepsAssignment("Ol", SqxPrimitive::CALL_PRIM_DIFFUSE));
 }
 
 TEST(SlcRemoveEmptyBlocks, RemovesPointlessMarks)
@@ -204,7 +186,8 @@ TEST(SlcRemoveEmptyBlocks, RemovesPointlessMarks)
         {"{ x = 1; } { } { y = 1; }", "{ x = 1; y = 1; }"},
         {"{ f = x < y; } { f?( z = 1; ) }", "{ f = x < y; f?( z = 1; ) }"},
         {"{ f?( ) } x = 1;", "x = 1;"},
-        {"{ x = RANDOM(); } { y = RANDOM(); }", "{ x = RANDOM(); } { y = RANDOM(); }"},
+        {"{ x = RANDOM_FLOAT(); } { y = RANDOM_FLOAT(); }",
+         "{ x = RANDOM_FLOAT(); } { y = RANDOM_FLOAT(); }"},
         // Whatever one of them writes of a uniform variable is whole before the other begins.
         {"{ u = x; } { } { y = 1; } { y = u; }", "{ u = x; y = 1; } { y = u; }"},
         {"x = 1;", "x = 1;"},
@@ -367,7 +350,7 @@ TEST(SlcConvertTmpVarDetail, StoresOnceWhatStaysWithinAPoint)
     } cases[] = {
         {"{ x = p + 1; Ci = x; }", true},
         {"{ x = p + 1; Ci = x; } { x = p; Ci = x; }", true},
-        {"{ x = F(p); Ci = x; }", true},
+        {"{ x = LENGTH(p); Ci = x; }", true},
         {"{ f = p < 1; f?( x = p; Ci = x; ) }", true},
         {"{ x = p; f = p < 1; f?( x = 2; ) Ci = x; }", true},
         {"{ f = p < 1; f?( x = p; ) Ci = x; }", false},
@@ -453,7 +436,7 @@ TEST(SlcRegroupParallelBlocks, JoinsRunsWithNothingBetween)
         {"{ x = 1; } u = 1; { y = 1; }", "{ x = 1; } u = 1; { y = 1; }"},
         // A run with a comparison is joined with the one before it, not with the one after it.
         {"{ x = 1; } { f = x < y; } { y = 1; }", "{ x = 1; f = x < y; } { y = 1; }"},
-        {"{ x = RANDOM(); } { y = 1; }", "{ x = RANDOM(); } { y = 1; }"},
+        {"{ x = RANDOM_FLOAT(); } { y = 1; }", "{ x = RANDOM_FLOAT(); } { y = 1; }"},
         // For each point alone, one run would read what another point has left.
         {"{ u = x; } { y = u; }", "{ u = x; } { y = u; }"},
         {"{ y = u; } { z = 1; } { u = x; }", "{ y = u; z = 1; } { u = x; }"},

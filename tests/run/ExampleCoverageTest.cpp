@@ -16,28 +16,24 @@
 namespace {
 
 std::string Key(const std::string& name, const SlcTypeNode* returned,
-                const std::vector<SlcTypeNode*>& arguments, bool hasTail, const std::string& cName)
+                const std::vector<SlcTypeNode*>& arguments, bool hasTail, SqxPrimitive primitive)
 {
     std::string key = returned->ToString() + ' ' + name + '(';
     for (const SlcTypeNode* argument : arguments)
         key += argument->ToString() + (argument->IsArrayType() ? "[]," : ",");
-    return key + (hasTail ? "...) " : ") ") + cName;
+    return key.append(hasTail ? "...) " : ") ").append(SqxPrimitiveName(primitive));
 }
 
-/// The rows of the library by their distinguishing parts.
-std::map<std::string, const char*> Rows()
+/// The overloads of the library by their distinguishing parts.
+std::map<std::string, std::string> Overloads()
 {
-    std::map<std::string, const char*> rows;
-    const auto add = [&](const SlcFuncDescription::FuncInfo& info, const char* row) {
-        const std::string key =
-            Key(info.name, info.returnType, info.argTypes, info.tail != nullptr, info.cName);
-        EXPECT_TRUE(rows.emplace(key, row).second) << row;
-    };
-    for (const char* const* row = SlcFuncDescription::sm_funcInfoString; *row; ++row)
-        add(SlcFuncDescription::ReadPlainRow(*row), *row);
-    for (const char* const* row = SlcFuncDescription::sm_varArgsFuncInfoString; *row; ++row)
-        add(SlcFuncDescription::ReadVarArgsRow(*row), *row);
-    return rows;
+    std::map<std::string, std::string> overloads;
+    for (const SlcFuncDescription& function : SlcFuncDescription::All()) {
+        const std::string key = Key(function.name, function.returnType, function.argTypes,
+                                    function.tail != nullptr, function.card.primitive);
+        EXPECT_TRUE(overloads.emplace(key, function.card.text).second) << function.card.text;
+    }
+    return overloads;
 }
 
 /// Collects what checked shaders are made of.
@@ -56,8 +52,7 @@ private:
         const SlcFuncSymbolEntry& entry = *node->GetSymbolEntry();
         if (entry.GetOrigin() == SlcFuncOrigin::BuiltIn)
             m_calls.insert(Key(node->GetIdent()->GetName(), entry.GetReturnType(),
-                               entry.GetArgTypes(), entry.IsVarNbArgs(),
-                               entry.GetCName()->GetName()));
+                               entry.GetArgTypes(), entry.IsVarNbArgs(), *entry.GetPrimitive()));
         Default(node);
     }
     void Case(SlcTextureExprNode* node) override
@@ -106,7 +101,7 @@ TEST(Examples, UseTheWholeLanguage)
         ASSERT_TRUE(shader.IsAccepted()) << example.name << '\n' << shader.Output();
         shader.Root()->ApplyWalker(&uses);
     }
-    for (const auto& [key, row] : Rows())
+    for (const auto& [key, row] : Overloads())
         EXPECT_TRUE(uses.Calls(key)) << "no example calls " << row;
 #define SLC_NODE_CLASS(name, parent)                                                               \
     if constexpr (IsWord<name>)                                                                    \

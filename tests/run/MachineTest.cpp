@@ -19,11 +19,7 @@ std::string FileOf(const std::string& instructions)
     std::vector<std::string> values;
     for (std::string word; words >> word;) {
         const bool isName = std::isalpha(static_cast<unsigned char>(word[0])) != 0;
-        int mark = 0;
-        for (const auto* row = k_sqxMarks; isName && row->name; ++row)
-            if (word == row->name)
-                mark = row->number;
-        const int number = !isName ? std::stoi(word) : mark ? mark : SlcByteCode::GetInstrNb(word);
+        const int number = isName ? SlcByteCode::GetInstrNb(word) : std::stoi(word);
         values.push_back(std::to_string(number));
     }
     std::string text = "\x7Fomb\n";
@@ -45,9 +41,10 @@ std::string FileOf(const std::string& instructions)
 
 TEST(Machine, KnowsEveryInstructionThatIsWritten)
 {
-    for (int number = 0; number <= k_sqxHighestNumber; ++number) {
+    for (int number = 0; number <= SqxHighestNumber(); ++number) {
         const SqxLayout* layout = SqxLayout::Find(number);
-        EXPECT_TRUE(!layout || SqxProgram::Knows(layout->primitive)) << layout->name;
+        EXPECT_TRUE(!layout || SqxProgram::Knows(SqxPrimitiveName(layout->primitive)))
+            << layout->name;
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "sqx/SqxCardReader.h"
 #include "support/SlcDiagnostics.h"
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcFuncDescription.h"
@@ -12,11 +13,19 @@
 
 namespace {
 
+/// The tail of a function with these parameters after a fixed one.
+std::unique_ptr<SlcFuncVarArgExpr> TailOf(const std::string& parameters)
+{
+    const std::string text = "float f(float x, " + parameters + ")";
+    const SqxCard card = SqxCardReader(SqxPrimitive::CALL_PRIM_MIN_1D, text).Read();
+    return SlcFuncDescription(card).tail;
+}
+
 /// A function `f` with one fixed float and this tail.
 SlcPtr<SlcFuncVarListSymbolEntry> WithTail(const char* tail)
 {
     return MakeShared<SlcFuncVarListSymbolEntry>(SignatureOf("f", T::AFloat(), {T::AFloat()}),
-                                                 SlcFuncDescription::ReadVarTypes(tail));
+                                                 TailOf(tail));
 }
 
 struct TailCase {
@@ -28,10 +37,9 @@ struct TailCase {
 
 SlcTypeNode* TypeOf(const std::string& word)
 {
-    SlcDetailNode* detail = nullptr;
-    SlcStorageSpecNode* storage = nullptr;
-    const char* cursor = word.c_str();
-    return SlcFuncDescription::ReadType(cursor, &detail, &storage);
+    const std::string text = word + " f()";
+    const SqxCard card = SqxCardReader(SqxPrimitive::CALL_PRIM_MIN_1D, text).Read();
+    return SlcFuncDescription(card).returnType;
 }
 
 void Fill(TypedArgs& args, const std::vector<std::string>& words)
@@ -46,23 +54,24 @@ void Fill(TypedArgs& args, const std::vector<std::string>& words)
 }
 
 constexpr const char* k_pairs =
-    "(float = 0.0 named (bias float = 0.1 axis vector = 0 dir output vector = 0))";
+    "optional float samples = 0.0, named float bias = 0.1, named vector axis = 0, "
+    "named output vector dir = 0";
 
 }  // namespace
 
 TEST(SlcFuncVarArgExpr, TakesTheArgumentsThatTheTailDescribes)
 {
     const TailCase cases[] = {
-        {"float*", {}, true, true},
-        {"float*", {"float", "float", "float"}, true, true},
-        {"float*", {"float", "string"}, true, false},
-        {"color*", {"float", "color"}, true, true},  // by promotion
-        {"any*", {"string", "matrix", "float"}, true, true},
-        {"any*", {"void"}, true, false},
-        {"(float)", {"float"}, true, true},
-        {"(float)", {"float", "float"}, false, false},
-        {"(output vector)", {"normal"}, true, true},
-        {"(output vector)", {"float"}, true, false},  // an output takes no promoted value
+        {"float more ...", {}, true, true},
+        {"float more ...", {"float", "float", "float"}, true, true},
+        {"float more ...", {"float", "string"}, true, false},
+        {"color more ...", {"float", "color"}, true, true},  // by promotion
+        {"any more ...", {"string", "matrix", "float"}, true, true},
+        {"any more ...", {"void"}, true, false},
+        {"optional float a", {"float"}, true, true},
+        {"optional float a", {"float", "float"}, false, false},
+        {"optional output vector a", {"normal"}, true, true},
+        {"optional output vector a", {"float"}, true, false},  // an output takes no promoted value
         {k_pairs, {"float"}, true, true},
         {k_pairs, {"'bias'", "float"}, true, true},  // the float in front may be left out
         {k_pairs, {"float", "'axis'", "vector", "'bias'", "float"}, true, true},
@@ -110,8 +119,7 @@ TEST(SlcFuncVarArgExpr, GivesTheLeafOfEachArgument)
 
 TEST(SlcFuncVarArgExpr, KnowsTheFixedPlacesOfItsValues)
 {
-    const char* row = k_pairs;
-    const auto tail = SlcFuncDescription::ReadVarTypes(row);
+    const auto tail = TailOf(k_pairs);
     EXPECT_EQ(tail->GetMaxSize(false), 4);
     EXPECT_EQ(tail->GetMaxSize(true), 7);
     const auto values = SlcTailValues(tail.get());
@@ -120,8 +128,7 @@ TEST(SlcFuncVarArgExpr, KnowsTheFixedPlacesOfItsValues)
     EXPECT_EQ(SlcTailValueAt(tail.get(), 3), values[3]);
     EXPECT_EQ(SlcTailValueAt(tail.get(), 4), nullptr);
 
-    const char* repeated = "color*";
-    const auto any = SlcFuncDescription::ReadVarTypes(repeated);
+    const auto any = TailOf("color more ...");
     EXPECT_LT(any->GetMaxSize(false), 0);
     EXPECT_NE(SlcTailValueAt(any.get(), 1000), nullptr);
 }
@@ -134,7 +141,9 @@ TEST(SlcFuncVarListSymbolEntry, ExplainsWhatDoesNotFit)
         const char* report;
     };
     const Case cases[] = {
-        {"float*", {"float", "string"}, "ERROR: Invalid type for argument 3 of 'f' function \n"},
+        {"float more ...",
+         {"float", "string"},
+         "ERROR: Invalid type for argument 3 of 'f' function \n"},
         {k_pairs,
          {"'size'", "float"},
          "ERROR: Invalid type for argument 2 of 'f' function \n"
@@ -164,17 +173,17 @@ TEST(SlcFuncVarListSymbolEntry, ExplainsWhatDoesNotFit)
     // Faulty fixed arguments are all named, and then nothing is said of the tail.
     TypedArgs args({{T::AString()}, {T::AString()}});
     const auto sink = MakeShared<SlcSemanticError>();
-    EXPECT_EQ(ReportsOf([&] { WithTail("float*")->ErrorsTypeArgs(args.List(), sink, "f"); }),
-              ":0: ERROR: Invalid type for argument 1 of 'f' function (float expected)\n");
+    EXPECT_EQ(
+        ReportsOf([&] { WithTail("float more ...")->ErrorsTypeArgs(args.List(), sink, "f"); }),
+        ":0: ERROR: Invalid type for argument 1 of 'f' function (float expected)\n");
 }
 
 TEST(SlcFuncVarListSymbolEntry, ReportsAVoidArgumentOnce)
 {
     const auto table = MakeShared<SlcSymbolTable>();
     for (SlcTypeNode* type : {T::AFloat(), T::AColor()}) {
-        const char* tail = "any*";
-        table->AddEntry(MakeShared<SlcFuncVarListSymbolEntry>(
-            SignatureOf("f", type, {type}), SlcFuncDescription::ReadVarTypes(tail)));
+        table->AddEntry(MakeShared<SlcFuncVarListSymbolEntry>(SignatureOf("f", type, {type}),
+                                                              TailOf("any more ...")));
     }
     TypedArgs args({{T::AFloat()}, {T::AVoid()}});
     const auto sink = MakeShared<SlcSemanticError>();

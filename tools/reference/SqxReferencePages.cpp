@@ -28,12 +28,10 @@
 
 namespace {
 
-using FuncInfo = SlcFuncDescription::FuncInfo;
-
 /// The declarations of each built-in, in the order of the library.
 using Declarations = std::map<std::string, std::vector<std::string>, std::less<>>;
 
-[[nodiscard]] std::string Declaration(const FuncInfo& info)
+[[nodiscard]] std::string Declaration(const SlcFuncDescription& info)
 {
     return SlcDeclarationText({info.name, info.returnType, info.argTypes, info.argDetails,
                                info.argStorages, info.tail.get()});
@@ -42,14 +40,8 @@ using Declarations = std::map<std::string, std::vector<std::string>, std::less<>
 [[nodiscard]] Declarations ReadDeclarations()
 {
     Declarations declarations;
-    for (const char* const* row = SlcFuncDescription::sm_funcInfoString; *row; ++row) {
-        const FuncInfo info = SlcFuncDescription::ReadPlainRow(*row);
-        declarations[info.name].push_back(Declaration(info));
-    }
-    for (const char* const* row = SlcFuncDescription::sm_varArgsFuncInfoString; *row; ++row) {
-        const FuncInfo info = SlcFuncDescription::ReadVarArgsRow(*row);
-        declarations[info.name].push_back(Declaration(info));
-    }
+    for (const SlcFuncDescription& function : SlcFuncDescription::All())
+        declarations[function.name].push_back(Declaration(function));
     return declarations;
 }
 
@@ -229,7 +221,7 @@ std::string SqxBuiltInTable()
         text += Section(built, found->second);
     }
     if (SqxBuiltInMeanings().size() != declarations.size())
-        throw std::runtime_error("A built-in has no meaning in SqxBuiltInMeanings.cpp");
+        throw std::runtime_error("A built-in has no meaning in its first card");
     return text + "\n";
 }
 
@@ -264,7 +256,7 @@ std::string SqxPredefinedTable()
 std::string SqxInstructionTable()
 {
     std::string text = "\n| Number | Name | What follows |\n|---|---|---|\n";
-    for (int number = 1; number <= k_sqxHighestNumber; ++number) {
+    for (int number = 1; number <= SqxHighestNumber(); ++number) {
         const std::string_view name = SqxNumberName(number);
         if (name.empty())
             continue;

@@ -22,7 +22,7 @@ constexpr std::size_t k_mostText = 2'000'000;  // characters that a page gets to
 {
     std::size_t count = 0;
     for (const SqxInstruction& instruction : block.instructions)
-        count += block.Mark(instruction) == SqxMark::BeginParallel ? 1 : 0;
+        count += SqxBlock::Primitive(instruction) == SqxPrimitive::BEGIN_PARALLEL ? 1 : 0;
     return count;
 }
 

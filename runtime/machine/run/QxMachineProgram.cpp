@@ -29,8 +29,9 @@ QxShaderInterface::QxType TypeOf(int code)
 /// `illuminate` and `solar` give a light a position or a direction.
 bool IsLightStatement(const SqxInstruction& instruction)
 {
-    const std::string_view primitive = instruction.layout->primitive;
-    return primitive.starts_with("ILLUMINATE") || primitive == "SOLAR";
+    const SqxPrimitive primitive = SqxBlock::Primitive(instruction);
+    return primitive == SqxPrimitive::ILLUMINATE ||
+           primitive == SqxPrimitive::ILLUMINATE_NO_CONE || primitive == SqxPrimitive::SOLAR;
 }
 
 SqxShader ReadWhole(std::string_view bytes, const std::string& name)

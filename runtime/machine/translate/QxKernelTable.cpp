@@ -28,9 +28,9 @@ QxKernelTable::QxKernelTable([[maybe_unused]] bool avx2)
     for (const Rows table : tables)
         for (const QxKernelRow& row : table())
             m_byName.emplace(row.primitive, &row);
-    for (int number = 0; number <= k_sqxHighestNumber; ++number) {
+    for (int number = 0; number <= SqxHighestNumber(); ++number) {
         const SqxLayout* layout = SqxLayout::Find(number);
-        m_byNumber.push_back(layout ? Find(layout->primitive) : nullptr);
+        m_byNumber.push_back(layout ? Find(SqxPrimitiveName(layout->primitive)) : nullptr);
     }
 }
 

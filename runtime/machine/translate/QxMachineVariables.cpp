@@ -173,12 +173,12 @@ void QxMachineVariables::ClassifyReferences(const SqxBlock& block)
 {
     bool within = false;
     for (const SqxInstruction& source : block.instructions) {
-        const int number = block.code[source.position];
-        if (number == static_cast<int>(SqxMark::BeginParallel))
+        const SqxPrimitive primitive = SqxBlock::Primitive(source);
+        if (primitive == SqxPrimitive::BEGIN_PARALLEL)
             within = true;
-        else if (number == static_cast<int>(SqxMark::EndParallel))
+        else if (primitive == SqxPrimitive::END_PARALLEL)
             within = false;
-        else if (number == static_cast<int>(SqxMark::ArrayRef))
+        else if (primitive == SqxPrimitive::ARRAY_REF)
             ClassifyReference(block, source, within);
     }
 }

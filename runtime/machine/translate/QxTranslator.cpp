@@ -104,10 +104,10 @@ void QxTranslator::TranslateInstruction(const SqxBlock& block, const SqxInstruct
 {
     if (TranslateMark(block, source))
         return;
-    const int number = block.code[source.position];
-    if (number == static_cast<int>(SqxMark::ArrayRef))
+    const SqxPrimitive primitive = SqxBlock::Primitive(source);
+    if (primitive == SqxPrimitive::ARRAY_REF)
         TranslateArrayRef(block, source);
-    else if (number == static_cast<int>(SqxMark::CheckValidArrayIndex))
+    else if (primitive == SqxPrimitive::CHECK_VALID_ARRAY_INDEX)
         TranslateCheck(block, source);
     else
         TranslateCall(block, source);
@@ -126,41 +126,41 @@ bool QxTranslator::TranslateMark(const SqxBlock& block, const SqxInstruction& so
             QxDraftWriter::Refuse(source.layout->name, "jumps within parallel brackets");
         return draft;
     };
-    switch (static_cast<SqxMark>(block.code[source.position])) {
-    case SqxMark::BeginParallel:
+    switch (SqxBlock::Primitive(source)) {
+    case SqxPrimitive::BEGIN_PARALLEL:
         m_parallel = m_block.drafts.size();
         m_writer.SetWithin(true);
         m_writer.Add(QxCodeStep::BeginParallel);
         return true;
-    case SqxMark::EndParallel:
+    case SqxPrimitive::END_PARALLEL:
         EndParallel();
         return true;
-    case SqxMark::IfTrue:
+    case SqxPrimitive::IF_TRUE:
         BeginCondition(m_writer.IsWithin() ? QxCodeStep::IfTrue : QxCodeStep::GotoIfFalse,
                        value(0));
         return true;
-    case SqxMark::IfFalse:
+    case SqxPrimitive::IF_FALSE:
         BeginCondition(m_writer.IsWithin() ? QxCodeStep::IfFalse : QxCodeStep::GotoIfTrue,
                        value(0));
         return true;
-    case SqxMark::EndIf:
+    case SqxPrimitive::END_IF:
         EndCondition();
         return true;
-    case SqxMark::Goto:
+    case SqxPrimitive::GOTO:
         jump(QxCodeStep::Goto, value(0));
         return true;
-    case SqxMark::IfTrueGoto:
+    case SqxPrimitive::IF_TRUE_GOTO:
         jump(QxCodeStep::GotoIfTrue, value(1)).code.flag =
             m_variables.OperandOf(static_cast<std::uint32_t>(value(0)));
         return true;
-    case SqxMark::IfFalseGoto:
+    case SqxPrimitive::IF_FALSE_GOTO:
         jump(QxCodeStep::GotoIfFalse, value(1)).code.flag =
             m_variables.OperandOf(static_cast<std::uint32_t>(value(0)));
         return true;
-    case SqxMark::BeginIlluminance:
+    case SqxPrimitive::BEGIN_ILLUMINANCE:
         jump(QxCodeStep::BeginLights, value(0));
         return true;
-    case SqxMark::EndIlluminance:
+    case SqxPrimitive::END_ILLUMINANCE:
         jump(QxCodeStep::EndLights, value(0));
         return true;
     default:

@@ -19,7 +19,7 @@ QxBrackets::QxBrackets(const QxUntrustedBlock& block)
     m_brackets.emplace_back();
     m_around.reserve(instructions.size() + 1);
     for (std::size_t i = 0; i < instructions.size(); ++i) {
-        const SqxMark mark = block.code.Mark(instructions[i]);
+        const SqxPrimitive mark = SqxBlock::Primitive(instructions[i]);
         m_around.push_back(m_open);
         if (SqxOpensBracket(mark))
             Open(block, i);
@@ -36,13 +36,13 @@ QxBrackets::QxBrackets(const QxUntrustedBlock& block)
 
 void QxBrackets::Open(const QxUntrustedBlock& block, std::size_t index)
 {
-    const SqxMark mark = block.code.Mark(block.code.instructions[index]);
+    const SqxPrimitive mark = SqxBlock::Primitive(block.code.instructions[index]);
     Bracket bracket;
     bracket.begin = mark;
     bracket.first = index;
     bracket.parent = m_open;
     bracket.depth = m_brackets[m_open].depth + 1;
-    bracket.parallel = m_brackets[m_open].parallel || mark == SqxMark::BeginParallel;
+    bracket.parallel = m_brackets[m_open].parallel || mark == SqxPrimitive::BEGIN_PARALLEL;
     if (bracket.depth > QxVerifier::k_deepestNesting)
         block.Refuse(block.code.instructions[index], "is a bracket that is nested too deeply");
     m_open = m_brackets.size();
@@ -53,10 +53,10 @@ void QxBrackets::Close(const QxUntrustedBlock& block, std::size_t index)
 {
     const SqxInstruction& instruction = block.code.instructions[index];
     Bracket& bracket = m_brackets[m_open];
-    if (m_open == 0 || !SqxClosesBracket(bracket.begin, block.code.Mark(instruction)))
+    if (m_open == 0 || !SqxClosesBracket(bracket.begin, SqxBlock::Primitive(instruction)))
         block.Refuse(instruction, "closes a bracket that was not opened last");
     bracket.last = index;
-    if (bracket.begin == SqxMark::BeginIlluminance)
+    if (bracket.begin == SqxPrimitive::BEGIN_ILLUMINANCE)
         CheckLoop(block, bracket);
     m_open = bracket.parent;
 }
@@ -80,13 +80,13 @@ void QxBrackets::CheckLoop(const QxUntrustedBlock& block, const Bracket& loop) c
 void QxBrackets::CheckJump(const QxUntrustedBlock& block, std::size_t index) const
 {
     const SqxInstruction& jump = block.code.instructions[index];
-    const SqxMark mark = block.code.Mark(jump);
-    if (mark == SqxMark::BeginIlluminance || mark == SqxMark::EndIlluminance)
+    const SqxPrimitive mark = SqxBlock::Primitive(jump);
+    if (mark == SqxPrimitive::BEGIN_ILLUMINANCE || mark == SqxPrimitive::END_ILLUMINANCE)
         return;
     const int position = block.code.Value(jump, jump.count - 1);
     const std::size_t target = m_around[block.code.IndexOf(static_cast<std::size_t>(position))];
     std::size_t from = m_around[index];
-    while (from != target && m_brackets[from].begin == SqxMark::BeginIlluminance)
+    while (from != target && m_brackets[from].begin == SqxPrimitive::BEGIN_ILLUMINANCE)
         from = m_brackets[from].parent;
     if (from != target)
         block.Refuse(jump, "goes into or out of brackets");

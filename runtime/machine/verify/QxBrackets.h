@@ -11,7 +11,7 @@ class QxBrackets {
 public:
     /// One pair of brackets, or the whole block with the default values.
     struct Bracket {
-        SqxMark begin = SqxMark::BeginParallel;
+        SqxPrimitive begin = SqxPrimitive::BEGIN_PARALLEL;
         std::size_t first = 0;   // index of the opening instruction
         std::size_t last = 0;    // index of the closing instruction
         std::size_t parent = 0;  // index of the enclosing bracket, in order of their starts

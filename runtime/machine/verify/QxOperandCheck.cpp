@@ -86,9 +86,9 @@ bool IsWritten(char letter)
     return letter == 'w' || letter == 'm';
 }
 
-bool IsJump(SqxMark mark)
+bool IsJump(SqxPrimitive mark)
 {
-    return mark == SqxMark::Goto || mark == SqxMark::IfTrueGoto || mark == SqxMark::IfFalseGoto;
+    return mark == SqxPrimitive::GOTO || mark == SqxPrimitive::IF_TRUE_GOTO || mark == SqxPrimitive::IF_FALSE_GOTO;
 }
 
 bool RunsForGrid(const SqxLayout& layout)
@@ -189,8 +189,8 @@ void QxOperandCheck::CheckPlace(std::size_t index) const
     const SqxInstruction& instruction = m_block.code.instructions[index];
     if (!RunsForGrid(*instruction.layout))
         return;
-    const SqxMark mark = m_block.code.Mark(instruction);
-    if (m_brackets.InParallel(index) && mark != SqxMark::EndParallel)
+    const SqxPrimitive mark = SqxBlock::Primitive(instruction);
+    if (m_brackets.InParallel(index) && mark != SqxPrimitive::END_PARALLEL)
         m_block.Refuse(instruction, "cannot stand within the parallel brackets");
     if (m_block.kind == QxUntrustedBlock::Kind::OnceInitializer && !IsJump(mark))
         m_block.Refuse(instruction, "needs a grid, which an initializer that runs once has not");

@@ -139,7 +139,7 @@ void QxReferenceCheck::Step(std::size_t index)
         Bind(static_cast<std::size_t>(m_block.code.Value(instruction, 0)));
     if (instruction.layout->operands.ends_with('j'))
         Flow(Target(instruction));
-    if (m_block.code.Mark(instruction) == SqxMark::Goto)
+    if (SqxBlock::Primitive(instruction) == SqxPrimitive::GOTO)
         std::fill(m_bound.begin(), m_bound.end(), ~std::uint64_t{0});  // not reachable by falling
                                                                        // through
 }

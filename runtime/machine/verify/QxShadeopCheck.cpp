@@ -58,7 +58,7 @@ void QxShadeopCheck::Run() const
 void QxShadeopCheck::CheckBlock(const SqxBlock& block, const std::string& section) const
 {
     for (const SqxInstruction& instruction : block.instructions)
-        if (block.Mark(instruction) == SqxMark::CallDSO)
+        if (SqxBlock::Primitive(instruction) == SqxPrimitive::CALL_DSO)
             CheckCall(block, instruction, section);
 }
 

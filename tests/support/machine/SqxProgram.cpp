@@ -45,19 +45,20 @@ bool IsLightStatement(std::string_view primitive)
 
 void FindOperation(SqxCode& code, const SqxLayout& layout)
 {
-    if (const StepRow* row = FindStep(layout.primitive)) {
+    const std::string_view primitive = SqxPrimitiveName(layout.primitive);
+    if (const StepRow* row = FindStep(primitive)) {
         code.step = row->step;
         code.wanted = row->wanted;
         return;
     }
-    code.gridOperation = SqxFindGridOperation(layout.primitive);
+    code.gridOperation = SqxFindGridOperation(primitive);
     if (code.gridOperation) {
         code.step = SqxStep::Grid;
         return;
     }
     code.step = layout.simd ? SqxStep::Simd : SqxStep::Plain;
-    code.isStatement = IsLightStatement(layout.primitive);
-    code.operation = SqxFindOperation(layout.primitive);
+    code.isStatement = IsLightStatement(primitive);
+    code.operation = SqxFindOperation(primitive);
     if (!code.operation)
         throw SqxFault{"Nothing is known of instruction " + std::string(layout.name)};
 }

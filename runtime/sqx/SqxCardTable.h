@@ -1,0 +1,56 @@
+#pragma once
+
+#include <array>
+#include <string_view>
+
+#include "sqx/SqxCardReader.h"
+
+// The cards as constants, for the files that make other tables of them. Reading the cards takes the
+// compiler a while; others include SqxCard.h.
+
+inline constexpr SqxCard k_sqxCards[] = {
+#define SQX_CARD(primitive, text) SqxReadCard(SqxPrimitive::primitive, text),
+#define SQX_OVERLOAD(primitive, text) SqxReadCard(SqxPrimitive::primitive, text),
+#include "sqx/SqxCards.def"
+};
+
+/// The names of a primitive's forms, in the order of `SqxCard::numbers`.
+using SqxFormNames = std::array<std::string_view, SqxCard::k_forms>;
+
+inline constexpr SqxFormNames k_sqxFormNames[] = {
+#define SQX_CARD(primitive, text)                                                                  \
+    {#primitive, #primitive "_SIMD", #primitive "_SIMD_IF_TRUE", #primitive "_IF_TRUE"},
+#include "sqx/SqxCards.def"
+};
+
+[[nodiscard]] constexpr const SqxFormNames& SqxFormNamesOf(SqxPrimitive primitive)
+{
+    return k_sqxFormNames[static_cast<std::size_t>(primitive)];
+}
+
+inline constexpr int k_sqxHighestNumber = [] {
+    int highest = 0;
+    for (const SqxCard& card : k_sqxCards)
+        for (const short number : card.numbers)
+            highest = number > highest ? number : highest;
+    return highest;
+}();
+
+/// Which card and form has a number.
+struct SqxNumbered {
+    const SqxCard* card = nullptr;  // null for a number that is not assigned
+    std::size_t form = 0;
+};
+
+inline constexpr auto k_sqxNumbered = [] {
+    std::array<SqxNumbered, k_sqxHighestNumber + 1> numbered{};
+    for (const SqxCard& card : k_sqxCards)
+        for (std::size_t form = 0; form < SqxCard::k_forms; ++form) {
+            const auto number = static_cast<std::size_t>(card.numbers[form]);
+            if (numbered[number].card)
+                throw SqxCardFault{"two forms have one number"};
+            if (number > 0)
+                numbered[number] = {&card, form};
+        }
+    return numbered;
+}();

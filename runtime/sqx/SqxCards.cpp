@@ -1,0 +1,169 @@
+// Look-ups in the table of cards. The indexes are computed when this file is compiled.
+//
+// Tested by tests/backends/CardTest.cpp.
+
+#include <algorithm>
+#include <cstdint>
+
+#include "sqx/SqxCardTable.h"
+#include "sqx/SqxNumbers.h"
+
+namespace {
+
+/// The title of a chapter at each of its headings, and nothing at each card.
+constexpr std::string_view k_titles[] = {
+#define SQX_CARD(primitive, text) {},
+#define SQX_OVERLOAD(primitive, text) {},
+#define SQX_CHAPTER(title) title,
+#include "sqx/SqxCards.def"
+};
+
+/// The first card of each primitive.
+constexpr auto k_byPrimitive = [] {
+    std::array<const SqxCard*, k_sqxPrimitiveCount> cards{};
+    for (const SqxCard& card : k_sqxCards) {
+        const SqxCard*& first = cards[static_cast<std::size_t>(card.primitive)];
+        if (!first)
+            first = &card;
+    }
+    return cards;
+}();
+
+constexpr std::size_t k_namedCount = [] {
+    std::size_t count = 0;
+    for (const SqxCard& card : k_sqxCards)
+        count += card.name.length > 0 ? 1 : 0;
+    return count;
+}();
+
+struct NamedCard {
+    std::string_view name;
+    const SqxCard* card = nullptr;
+};
+
+/// The functions of the language sorted by name; cards with the same name keep their order.
+constexpr auto k_byName = [] {
+    std::array<NamedCard, k_namedCount> cards;
+    auto end = cards.begin();
+    for (const SqxCard& card : k_sqxCards) {
+        if (card.name.length == 0)
+            continue;
+        // Not std::sort, which is not stable.
+        auto place = end++;
+        for (; place != cards.begin() && card.Name() < (place - 1)->name; --place)
+            *place = *(place - 1);
+        *place = {card.Name(), &card};
+    }
+    return cards;
+}();
+
+constexpr auto k_cardsByName = [] {
+    std::array<const SqxCard*, k_namedCount> cards{};
+    std::transform(k_byName.begin(), k_byName.end(), cards.begin(),
+                   [](const NamedCard& named) { return named.card; });
+    return cards;
+}();
+
+// Numbers by name, at the first slot of the name or the next free one.
+
+constexpr std::size_t k_slots = 2048;
+
+/// FNV-1a (Glenn Fowler, Landon Curt Noll, Phong Vo).
+constexpr std::size_t FirstSlotOf(std::string_view name)
+{
+    std::uint32_t hash = 2166136261U;
+    for (const char c : name)
+        hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
+    return hash % k_slots;
+}
+
+/// The number at each slot; 0 at a free one.
+constexpr auto k_bySlot = [] {
+    std::array<short, k_slots> slots{};
+    for (short number = 1; number <= k_sqxHighestNumber; ++number) {
+        const SqxNumbered& numbered = k_sqxNumbered[static_cast<std::size_t>(number)];
+        if (!numbered.card)
+            continue;
+        std::size_t slot = FirstSlotOf(SqxFormNamesOf(numbered.card->primitive)[numbered.form]);
+        while (slots[slot] != 0)
+            slot = (slot + 1) % k_slots;
+        slots[slot] = number;
+    }
+    return slots;
+}();
+static_assert(k_slots > 2 * k_sqxHighestNumber, "most names are to be found at their first slot");
+
+}  // namespace
+
+std::string_view SqxPrimitiveName(SqxPrimitive primitive)
+{
+    return SqxFormNamesOf(primitive)[0];
+}
+
+std::string_view SqxFormName(SqxPrimitive primitive, SqxForm form)
+{
+    return SqxFormNamesOf(primitive)[static_cast<std::size_t>(form)];
+}
+
+std::optional<SqxPrimitive> SqxPrimitiveNamed(std::string_view name)
+{
+    for (const SqxCard& card : k_sqxCards)
+        if (SqxPrimitiveName(card.primitive) == name)
+            return card.primitive;
+    return std::nullopt;
+}
+
+std::span<const SqxCard> SqxCards()
+{
+    return k_sqxCards;
+}
+
+const SqxCard& SqxCardOf(SqxPrimitive primitive)
+{
+    return *k_byPrimitive[static_cast<std::size_t>(primitive)];
+}
+
+std::span<const SqxCard* const> SqxCardsNamed(std::string_view function)
+{
+    const auto [begin, end] =
+        std::equal_range(k_byName.begin(), k_byName.end(), NamedCard{function},
+                         [](const NamedCard& a, const NamedCard& b) { return a.name < b.name; });
+    return std::span(k_cardsByName)
+        .subspan(static_cast<std::size_t>(begin - k_byName.begin()),
+                 static_cast<std::size_t>(end - begin));
+}
+
+std::string_view SqxChapterOf(const SqxCard& card)
+{
+    std::string_view chapter;
+    const SqxCard* next = k_sqxCards;
+    for (const std::string_view title : k_titles) {
+        if (!title.empty())
+            chapter = title;
+        else if (next++ == &card)
+            break;
+    }
+    return card.name.length > 0 ? chapter : std::string_view();
+}
+
+int SqxHighestNumber()
+{
+    return k_sqxHighestNumber;
+}
+
+std::string_view SqxNumberName(int number)
+{
+    if (number < 0 || number > k_sqxHighestNumber)
+        return {};
+    const SqxNumbered& numbered = k_sqxNumbered[static_cast<std::size_t>(number)];
+    return numbered.card ? SqxFormNamesOf(numbered.card->primitive)[numbered.form]
+                         : std::string_view();
+}
+
+short SqxNumberNamed(std::string_view name)
+{
+    for (std::size_t slot = FirstSlotOf(name); k_bySlot[slot] != 0; slot = (slot + 1) % k_slots)
+        if (SqxNumberName(k_bySlot[slot]) == name)
+            return k_bySlot[slot];
+    return 0;
+}
