@@ -2,7 +2,7 @@
 // too.
 
 #include "QxBuiltInNames.h"
-#include "kernels/QxKernelForms.h"
+#include "kernels/QxBatches.h"
 
 namespace QX_KERNEL_SET {
 namespace {
@@ -38,35 +38,99 @@ using Text = const char*;
                           NAME(r, arguments...);                                                   \
                       }))
 
-// Powers. An exponent that is 1 for all points, as of a gamma that a user left alone, spares the
-// slowest of the functions.
+// Elementary functions cost too much to be computed where nobody asked for them. Without a mask a
+// loop of vectors takes the operands where they stand; under a mask it takes batches.
 
-struct Power {
-    void operator()(float& r, const float& x, const float& y) const { CALL_PRIM_POW(r, x, y); }
+/// One loop for numbers of a batch.
+template <class Function, std::size_t... k>
+inline void ComputeNumbers(Numbers& results, const Numbers* operands, unsigned int count,
+                           std::index_sequence<k...>)
+{
+    QX_LOOP_OF_OPERANDS_APART
+    for (unsigned int j = 0; j < count; ++j) {
+        float value = 0;
+        Function()(value, operands[k].at[j]...);
+        results.at[j] = value;
+    }
+}
+
+template <class Function, class... Types>
+struct NumberLoops {
+    static void Run(Numbers* results, const Numbers* operands, unsigned int count)
+    {
+        ComputeNumbers<Function>(*results, operands, count, std::index_sequence_for<Types...>());
+    }
 };
 
-/// The power whose exponent is 1.
+/// The loops over all points for each choice of varying arguments but the first one, which has
+/// none.
+template <class Shapes, class Function, class... Types>
+struct ElementaryShapes;
+
+template <std::size_t... i, class Function, class... Types>
+struct ElementaryShapes<std::index_sequence<i...>, Function, Types...> {
+    static constexpr QxKernel kernels[] = {Shaped<Function, i + 1, false, float, Types...>::Run...};
+};
+
+template <class Function, class... Types>
+void ElementaryAtAll(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    unsigned int shape = 0;
+    for (unsigned int k = 0; k < sizeof...(Types); ++k)
+        shape |= code.operands[k + 1].step != 0 ? 1u << k : 0;
+    if (shape == 0 || code.operands[0].step == 0)
+        return Any<Function, Where::All, float&, Types...>(state, code, points);
+    using Shapes = std::make_index_sequence<(std::size_t{1} << sizeof...(Types)) - 1>;
+    ElementaryShapes<Shapes, Function, Types...>::kernels[shape - 1](state, code, points);
+}
+
+template <class... Types, class Function>
+constexpr QxKernelRow Elementary(std::string_view primitive, Function function)
+{
+    QxKernelRow row = Each<float&, Types...>(primitive, function);
+    row.all = ElementaryAtAll<Function, Types...>;
+    row.masked = PickedPoints<NumberLoops<Function, Types...>, Function, float, Types...>;
+    return row;
+}
+
+#define ELEMENTARY1(NAME) Elementary<float>(#NAME, [](float& r, const float& a) { NAME(r, a); })
+#define ELEMENTARY2(NAME)                                                                          \
+    Elementary<float, float>(#NAME, [](float& r, const float& a, const float& b) { NAME(r, a, b); })
+
+// Powers. A uniform exponent of 1, as of a gamma that a user left alone, or of 2 spares the slowest
+// of the functions.
+
+struct AnyPower {
+    void operator()(float& r, const float& x, const float& y) const { r = QxPowInVectors(x, y); }
+};
+
 struct FirstPower {
     void operator()(float& r, const float& x, const float&) const { r = x == 0 ? 0 : x; }
 };
 
-template <Where where>
+struct Square {
+    void operator()(float& r, const float& x, const float&) const { r = x * x; }
+};
+
+template <bool masked>
 void Powers(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {
+    constexpr QxKernelRow row = Elementary<float, float>("", AnyPower());
     const auto exponent = Operand<float>(state, code, 2);
-    if (exponent.step != 0 || *exponent.values != 1)
-        Any<Power, where, float&, float, float>(state, code, points);
-    else if (code.operands[0].step == 0 || code.operands[1].step == 0)
-        Any<FirstPower, where, float&, float, float>(state, code, points);
+    const bool varies = code.operands[0].step != 0 && code.operands[1].step != 0;
+    if (varies && exponent.step == 0 && *exponent.values == 1)
+        Shaped<FirstPower, 1, masked, float, float, float>::Run(state, code, points);
+    else if (varies && exponent.step == 0 && *exponent.values == 2)
+        Shaped<Square, 1, masked, float, float, float>::Run(state, code, points);
     else
-        Shaped<FirstPower, 1, where != Where::All, float, float, float>::Run(state, code, points);
+        (masked ? row.masked : row.all)(state, code, points);
 }
 
 constexpr QxKernelRow PowRow()
 {
-    QxKernelRow row = Each<float&, float, float>("CALL_PRIM_POW", Power());
-    row.all = Powers<Where::All>;
-    row.masked = Powers<Where::Masked>;
+    QxKernelRow row = EACH2(CALL_PRIM_POW, float&, float, float);
+    row.all = Powers<false>;
+    row.masked = Powers<true>;
     return row;
 }
 
@@ -119,16 +183,16 @@ constexpr QxKernelRow k_rows[] = {
     CHEAP3(CALL_PRIM_MIX_1D, float, float, float, float),
     CHEAP3(CALL_PRIM_CLAMP_3D, Vector, Vector, Vector, Vector),
     CHEAP3(CALL_PRIM_MIX_3D, Vector, Vector, Vector, float),
-    EACH1(CALL_PRIM_ACOS, float&, float),
-    EACH1(CALL_PRIM_ASIN, float&, float),
-    EACH1(CALL_PRIM_ATAN, float&, float),
-    EACH1(CALL_PRIM_COS, float&, float),
-    EACH1(CALL_PRIM_EXP, float&, float),
-    EACH1(CALL_PRIM_LOG, float&, float),
-    EACH1(CALL_PRIM_SIN, float&, float),
-    EACH1(CALL_PRIM_TAN, float&, float),
-    EACH2(CALL_PRIM_ATAN2, float&, float, float),
-    EACH2(CALL_PRIM_LOG2, float&, float, float),
+    ELEMENTARY1(CALL_PRIM_ACOS),
+    ELEMENTARY1(CALL_PRIM_ASIN),
+    ELEMENTARY1(CALL_PRIM_ATAN),
+    ELEMENTARY1(CALL_PRIM_COS),
+    ELEMENTARY1(CALL_PRIM_EXP),
+    ELEMENTARY1(CALL_PRIM_LOG),
+    ELEMENTARY1(CALL_PRIM_SIN),
+    ELEMENTARY1(CALL_PRIM_TAN),
+    ELEMENTARY2(CALL_PRIM_ATAN2),
+    ELEMENTARY2(CALL_PRIM_LOG2),
     PowRow(),
 
     // Components

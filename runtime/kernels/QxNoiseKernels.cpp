@@ -1,73 +1,15 @@
-// Noise. A loop that branches at each point of a mask is none of vectors. So the points that are to
-// be computed are picked first, and what a call takes is laid out number by number for a batch of
-// them, so that one loop of vectors computes each component of the result:
-//
-//     operands p, t        numbers  x x x x ..  y y y y ..  z z z z ..  t t t t ..
-//
-// No vector is computed for points that nobody asked for: under a mask that pays from one point in
-// 64 on, and takes a quarter to a third of the time where half of the points are set. Without a
-// mask the cheap noise, one value a cell, is computed where its operands stand, since copies would
-// be a third of its time.
+// Noise, for batches of points, see QxBatches.h: under a mask that pays from one point in 64 on,
+// and takes a quarter to a third of the time where half of the points are set. Without a mask the
+// cheap noise, one value a cell, is computed where its operands stand, since copies would be a
+// third of its time.
 
 #include "QxBuiltInNames.h"
-#include "kernels/QxBlocks.h"
+#include "kernels/QxBatches.h"
 
 namespace QX_KERNEL_SET {
 namespace {
 
 using Vector = QxVector3;
-
-/// Vectors of all instruction sets divide this many points.
-constexpr unsigned int k_lanes = 8;
-
-/// Below this many points the function of one point is faster than a vector that is mostly unused.
-constexpr unsigned int k_fewestPoints = 3;
-
-/// Points of a mask that are computed together.
-struct Batch {
-    unsigned int points[k_block];
-    unsigned int count;
-
-    /// With the places that fill the last vector up.
-    [[nodiscard]] unsigned int Padded() const { return (count + k_lanes - 1) / k_lanes * k_lanes; }
-};
-
-static_assert(k_block % k_lanes == 0);
-
-template <class Value>
-constexpr unsigned int k_numbers = sizeof(Value) / sizeof(float);
-
-inline void Put(Numbers* numbers, unsigned int j, float value)
-{
-    numbers[0].at[j] = value;
-}
-
-inline void Put(Numbers* numbers, unsigned int j, const Vector& value)
-{
-    numbers[0].at[j] = value.x;
-    numbers[1].at[j] = value.y;
-    numbers[2].at[j] = value.z;
-}
-
-inline void Take(float& value, const Numbers* numbers, unsigned int j)
-{
-    value = numbers[0].at[j];
-}
-
-inline void Take(Vector& value, const Numbers* numbers, unsigned int j)
-{
-    value = {numbers[0].at[j], numbers[1].at[j], numbers[2].at[j]};
-}
-
-/// Copies the numbers of an operand, component by component. Places past the last point repeat it.
-template <class Value>
-inline void Gather(Numbers* numbers, const GridOperand<Value>& operand, const Batch& batch)
-{
-    for (unsigned int j = 0; j < batch.count; ++j)
-        Put(numbers, j, QxAt(operand, batch.points[j]));
-    for (unsigned int j = batch.count; j < batch.Padded(); ++j)
-        Put(numbers, j, QxAt(operand, batch.points[batch.count - 1]));
-}
 
 /// Computes one component for all points of a batch.
 template <class Noise, int n>
@@ -87,59 +29,26 @@ inline void Compute(Numbers& results, const Numbers* operands, unsigned int coun
     }
 }
 
-/// Fills the next batch, from point `next` on. Returns the point after it.
-inline unsigned int Pick(Batch& batch, const QxPoints& points, unsigned int next)
-{
-    for (batch.count = 0; next < points.End() && batch.count < k_block; ++next) {
-        batch.points[batch.count] = next;
-        batch.count += points(next) ? 1u : 0u;
-    }
-    return next;
-}
-
-template <class Noise, class Function, class Result, class... Types, std::size_t... k>
-QX_KERNEL_CODE void RunPickedPoints(QxMachineState& state, const QxCode& code,
-                                    const QxPoints& points, std::index_sequence<k...>)
-{
-    constexpr unsigned int numbers = (k_numbers<Types> + ...);
-    constexpr int n = static_cast<int>(Noise::isPeriodic ? numbers / 2 : numbers);
-    // Components of a triple have seeds from 1 on.
-    constexpr unsigned int firstSeed = k_numbers<Result> == 1 ? 0 : 1;
-    const auto result = Operand<Result>(state, code, 0);
-    Batch batch;
-    for (unsigned int next = points.first; next < points.End();) {
-        next = Pick(batch, points, next);
-        if (batch.count < k_fewestPoints) {
-            for (unsigned int j = 0; j < batch.count; ++j)
-                Function()(QxAt(result, batch.points[j]),
-                           QxAt(Operand<Types>(state, code, k + 1), batch.points[j])...);
-            continue;
-        }
-        Numbers operands[numbers];
-        Numbers* place = operands;
-        ((Gather(place, Operand<Types>(state, code, k + 1), batch), place += k_numbers<Types>),
-         ...);
-        Numbers results[k_numbers<Result>];
+/// The loops of a noise: one for each component of the result.
+template <class Noise, class Result, class... Types>
+struct NoiseLoops {
+    static void Run(Numbers* results, const Numbers* operands, unsigned int count)
+    {
+        constexpr unsigned int numbers = (k_numbers<Types> + ...);
+        constexpr int n = static_cast<int>(Noise::isPeriodic ? numbers / 2 : numbers);
+        // Components of a triple have seeds from 1 on.
+        constexpr unsigned int firstSeed = k_numbers<Result> == 1 ? 0 : 1;
         for (unsigned int i = 0; i < k_numbers<Result>; ++i)
-            Compute<Noise, n>(results[i], operands, batch.Padded(), firstSeed + i);
-        for (unsigned int j = 0; j < batch.count; ++j)
-            Take(QxAt(result, batch.points[j]), results, j);
+            Compute<Noise, n>(results[i], operands, count, firstSeed + i);
     }
-}
-
-template <class Noise, class Function, class Result, class... Types>
-void PickedPoints(QxMachineState& state, const QxCode& code, const QxPoints& points)
-{
-    RunPickedPoints<Noise, Function, Result, Types...>(state, code, points,
-                                                       std::index_sequence_for<Types...>());
-}
+};
 
 /// A row for a noise whose operands are the coordinates and then, if it repeats, their periods.
 template <class Noise, class Result, class... Types, class Function>
 constexpr QxKernelRow NoiseRow(std::string_view primitive, Function function)
 {
     QxKernelRow row = Each<Result&, Types...>(primitive, function);
-    row.masked = PickedPoints<Noise, Function, Result, Types...>;
+    row.masked = PickedPoints<NoiseLoops<Noise, Result, Types...>, Function, Result, Types...>;
     if constexpr (!std::is_same_v<Noise, qxnoise::CellNoise>)
         row.all = row.masked;
     return row;

@@ -34,14 +34,25 @@ inline float QxAcos(float x)
     return qxmath::Acos(QxClamp(x, -1.0f, 1.0f));
 }
 
-/// 0 for a base of 0, whatever the exponent, and for a root of a negative base.
+/// 0 for a base of 0, whatever the exponent, and for a root of a negative base. In this form for loops
+/// of vectors: each case is computed in double precision and then chosen from.
+inline float QxPowInVectors(float base, float exponent)
+{
+    const double x = base;
+    const double y = exponent;
+    const double power = qxmath::Pow(qxmath::Magnitude(x), y);
+    const double ofNegative = qxmath::IsWhole(y) ? power * qxmath::SignForOdd(y) : 0;
+    const double nonZero = x < 0 ? ofNegative : power;
+    const double any = x == 0 ? 0 : nonZero;
+    return static_cast<float>(y == 2 ? x * x : any);
+}
+
+/// The same value. One by one the exponents of most calls are worth a branch.
 inline float QxPow(float base, float exponent)
 {
-    if (base == 0)
-        return 0;
-    if (base < 0 && qxmath::Ceil(exponent) != exponent)
-        return 0;
-    return qxmath::Pow(base, exponent);
+    if (exponent == 1)
+        return base == 0 ? 0 : base;
+    return exponent == 2 ? base * base : QxPowInVectors(base, exponent);
 }
 
 inline float QxSqrt(float x)
