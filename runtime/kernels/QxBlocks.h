@@ -9,11 +9,14 @@
 
 #include <algorithm>
 
+#include "QxLitStrips.h"
 #include "kernels/QxKernelForms.h"
 
 namespace QX_KERNEL_SET {
 
-constexpr unsigned int k_block = 64;
+constexpr unsigned int k_block = k_qxStrip;
+using Numbers = QxNumbers;
+using Triples = QxTriples;
 
 /// Some of an instruction's points, at most a block of them.
 struct Block {
@@ -28,26 +31,6 @@ struct Block {
         for (unsigned int j = 0; mask && j < count; ++j)
             any |= mask[j].value;
         return any == 0;
-    }
-};
-
-/// Numbers of a block.
-struct Numbers {
-    alignas(32) float at[k_block];
-};
-
-/// Triples of a block.
-struct Triples {
-    Numbers x;
-    Numbers y;
-    Numbers z;
-
-    [[nodiscard]] QxVector3 At(unsigned int j) const { return {x.at[j], y.at[j], z.at[j]}; }
-    void Set(unsigned int j, const QxVector3& value)
-    {
-        x.at[j] = value.x;
-        y.at[j] = value.y;
-        z.at[j] = value.z;
     }
 };
 

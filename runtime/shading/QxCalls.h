@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "QxBuiltIns.h"
-#include "QxLights.h"
+#include "QxLitStrips.h"
 #include "QxOperators.h"
 #include "QxRayCalls.h"
 #include "QxSplines.h"

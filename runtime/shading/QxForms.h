@@ -139,6 +139,16 @@ inline QxPointsIf<Condition> QxWhere(const Condition& condition, bool wanted)
 /// Base of functions that ask the host, which is asked once for all points of a grid.
 struct QxQuestion {};
 
+/// Stands before a loop over points. Each point reads and writes its own values alone, so that arrays may be
+/// the same, but never overlap otherwise: the compiler need not look, which with many arrays it gives up.
+#if !defined(__clang__)
+#define QX_POINTS_APART _Pragma("GCC ivdep")
+#elif defined(QX_SHADER_FUNC)
+#define QX_POINTS_APART _Pragma("clang loop vectorize(assume_safety)")
+#else
+#define QX_POINTS_APART  // it warns where it makes no vectors, which only generated files tell it not to
+#endif
+
 /// result = function(arguments...) at each of the points. The result may be one of the arguments.
 template <class Where, class Function, class Result, class... Arguments>
 inline void QxOverGrid(unsigned int points, const Where& where, const Function& function,
@@ -147,6 +157,7 @@ inline void QxOverGrid(unsigned int points, const Where& where, const Function& 
     if constexpr (__is_base_of(QxQuestion, Function)) {
         QxAskOverGrid(points, where, function, result, arguments...);
     } else {
+        QX_POINTS_APART
         for (unsigned int i = 0; i < points; ++i)
             if (where(i))
                 QxAt(result, i) = function(QxAt(arguments, i)...);
@@ -181,6 +192,7 @@ template <class Where, class Function, class Result, class... Arguments>
 inline void QxOverGridAt(unsigned int points, const Where& where, const Function& function,
                          Result&& result, Arguments&&... arguments)
 {
+    QX_POINTS_APART
     for (unsigned int i = 0; i < points; ++i)
         if (where(i))
             QxAt(result, i) = function(i, QxAt(arguments, i)...);

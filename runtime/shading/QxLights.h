@@ -44,6 +44,7 @@ private:
 class QxDiffuseCall {
 public:
     explicit QxDiffuseCall(const QxLights& lights) : m_lights(lights) {}
+    const QxLights& Lights() const { return m_lights; }
     QxRGBColor operator()(unsigned int point, const QxVector3& normal) const
     {
         return m_lights.Sum(
@@ -75,6 +76,7 @@ inline float QxHighlight(const QxVector3& toLight, const QxVector3& normal, cons
 class QxSpecularCall {
 public:
     explicit QxSpecularCall(const QxLights& lights) : m_lights(lights) {}
+    const QxLights& Lights() const { return m_lights; }
     QxRGBColor operator()(unsigned int point, const QxVector3& normal, const QxVector3& toEye,
                           float roughness) const
     {
@@ -102,6 +104,7 @@ struct QxSpecularBrdfCall {
 class QxPhongCall {
 public:
     explicit QxPhongCall(const QxLights& lights) : m_lights(lights) {}
+    const QxLights& Lights() const { return m_lights; }
     QxRGBColor operator()(unsigned int point, const QxVector3& normal, const QxVector3& toEye,
                           float exponent) const
     {

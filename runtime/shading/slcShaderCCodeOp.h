@@ -22,6 +22,7 @@
 #ifdef __clang__
 #pragma GCC diagnostic ignored "-Wextern-c-compat"  // a shader without locals of a kind
 #pragma GCC diagnostic ignored "-Wkeyword-macro"    // `int(index)`, see below
+#pragma GCC diagnostic ignored "-Wpass-failed"      // a marked loop that is none of vectors
 #endif
 
 // Only entry points leave the shared object. What inline functions keep in static variables is
@@ -32,14 +33,6 @@
 #include "QxBuiltInNames.h"
 #include "QxFrameSupport.h"
 #include "QxSceneNames.h"
-
-// Stands before a loop over points. Each point reads and writes its own values alone, so that arrays may be the
-// same, but never overlap otherwise: the compiler need not look, which with many arrays it gives up.
-#ifdef __clang__
-#define QX_POINTS_APART
-#else
-#define QX_POINTS_APART _Pragma("GCC ivdep")
-#endif
 
 // As byte-code and folded expressions write it, so that a shader has one PI however it was compiled.
 static const float QX_PI = 3.141593e+00f;

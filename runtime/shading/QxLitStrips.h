@@ -1,0 +1,257 @@
+#pragma once
+
+#include "QxLights.h"
+
+// How surfaces answer to light, light by light over strips of points:
+//
+//     for each point: for each light: sum of the point += color * answer
+// becomes
+//     for each strip: for each light: for each point of it: sum of the point += color * answer
+//
+// so that the innermost loop is one of vectors: in strips triples stand component by component, on the
+// stack, where nothing can overlap. Each point adds the same numbers in the same order as in QxLights.h,
+// and the sums are equal to the bit. A strip has members `first` and `count`, and `Has(j)`: whether its
+// point j is wanted.
+
+constexpr unsigned int k_qxStrip = 64;
+
+/// Numbers of a strip.
+struct QxNumbers {
+    alignas(32) float at[k_qxStrip];
+};
+
+/// Triples of a strip.
+struct QxTriples {
+    QxNumbers x;
+    QxNumbers y;
+    QxNumbers z;
+
+    QxVector3 At(unsigned int j) const { return {x.at[j], y.at[j], z.at[j]}; }
+    void Set(unsigned int j, const QxVector3& value)
+    {
+        x.at[j] = value.x;
+        y.at[j] = value.y;
+        z.at[j] = value.z;
+    }
+};
+
+// An answer gives the share of each point in the light that comes from a direction. Its operands are
+// loaded first, and then prepared.
+
+struct QxDiffuseStrip {
+    QxTriples normals;
+
+    void Prepare(unsigned int) {}
+    template <class Strip>
+    void operator()(QxNumbers& shares, const QxTriples& toLight, const Strip& strip) const
+    {
+        for (unsigned int j = 0; j < strip.count; ++j)
+            shares.at[j] = QxMax(0, QxDot(toLight.At(j), normals.At(j)));
+    }
+};
+
+/// shares = base to the exponent where the light is before the surface, else 0. The powers that count are
+/// packed, so that vectors compute no others.
+template <class Strip>
+inline void QxPowersOfStrip(QxNumbers& shares, const QxNumbers& facing, const QxNumbers& bases,
+                            const QxNumbers& exponents, const Strip& strip)
+{
+    unsigned int places[k_qxStrip];
+    unsigned int count = 0;
+    for (unsigned int j = 0; j < strip.count; ++j) {
+        places[count] = j;
+        count += facing.at[j] <= 0 || !strip.Has(j) ? 0u : 1u;
+        shares.at[j] = 0;
+    }
+    QxNumbers packed;
+    QxNumbers packedExponents;
+    for (unsigned int k = 0; k < count; ++k) {
+        packed.at[k] = bases.at[places[k]];
+        packedExponents.at[k] = exponents.at[places[k]];
+    }
+    for (unsigned int k = 0; k < count; ++k)
+        packed.at[k] = QxPowInVectors(QxMax(0, packed.at[k]), packedExponents.at[k]);
+    for (unsigned int k = 0; k < count; ++k)
+        shares.at[places[k]] = packed.at[k];
+}
+
+struct QxSpecularStrip {
+    QxTriples normals;
+    QxTriples toEye;
+    QxNumbers exponents;  // at first the roughness
+
+    void Prepare(unsigned int count)
+    {
+        for (unsigned int j = 0; j < count; ++j)
+            exponents.at[j] = exponents.at[j] > 0 ? 1 / exponents.at[j] : 1.0e6f;
+    }
+    template <class Strip>
+    void operator()(QxNumbers& shares, const QxTriples& toLight, const Strip& strip) const
+    {
+        QxNumbers facing;
+        QxNumbers bases;
+        for (unsigned int j = 0; j < strip.count; ++j) {
+            const QxVector3 normal = normals.At(j);
+            facing.at[j] = QxDot(toLight.At(j), normal);
+            bases.at[j] = QxDot(QxNormalize(toLight.At(j) + toEye.At(j)), normal);
+        }
+        QxPowersOfStrip(shares, facing, bases, exponents, strip);
+    }
+};
+
+struct QxPhongStrip {
+    QxTriples normals;
+    QxTriples toEye;  // at first; then mirrored
+    QxNumbers exponents;
+
+    void Prepare(unsigned int count)
+    {
+        for (unsigned int j = 0; j < count; ++j)
+            toEye.Set(j, QxReflect(-QxNormalize(toEye.At(j)), QxNormalize(normals.At(j))));
+    }
+    template <class Strip>
+    void operator()(QxNumbers& shares, const QxTriples& toLight, const Strip& strip) const
+    {
+        QxNumbers facing;
+        QxNumbers bases;
+        for (unsigned int j = 0; j < strip.count; ++j) {
+            facing.at[j] = QxDot(toLight.At(j), normals.At(j));
+            bases.at[j] = QxDot(toEye.At(j), toLight.At(j));
+        }
+        QxPowersOfStrip(shares, facing, bases, exponents, strip);
+    }
+};
+
+/// The light of all sources at the points of a strip.
+template <class Answer, class Strip>
+inline void QxSumLights(QxTriples& sums, const QxLightInput* lights, unsigned int lightCount,
+                        const Answer& answer, const Strip& strip)
+{
+    for (unsigned int j = 0; j < strip.count; ++j)
+        sums.Set(j, {0, 0, 0});
+    for (unsigned int light = 0; light < lightCount; ++light) {
+        const QxVector3* const directions = lights[light].L + strip.first;
+        const QxRGBColor* const colors = lights[light].Cl + strip.first;
+        QxTriples toLight;
+        for (unsigned int j = 0; j < strip.count; ++j)
+            toLight.Set(j, directions[j]);
+        for (unsigned int j = 0; j < strip.count; ++j)
+            toLight.Set(j, QxNormalize(toLight.At(j)));
+        QxNumbers shares;
+        answer(shares, toLight, strip);
+        for (unsigned int j = 0; j < strip.count; ++j)
+            sums.Set(j, {sums.x.at[j] + colors[j].r * shares.at[j],
+                         sums.y.at[j] + colors[j].g * shares.at[j],
+                         sums.z.at[j] + colors[j].b * shares.at[j]});
+    }
+}
+
+// The same for whole-grid forms.
+
+template <class Where>
+struct QxStripWhere {
+    unsigned int first;
+    unsigned int count;
+    const Where& where;
+
+    bool Has(unsigned int j) const { return where(first + j); }
+    bool IsEmpty() const
+    {
+        for (unsigned int j = 0; j < count; ++j)
+            if (Has(j))
+                return false;
+        return true;
+    }
+};
+
+template <class Operand>
+inline void QxLoad(QxNumbers& numbers, const Operand& operand, unsigned int first,
+                   unsigned int count)
+{
+    for (unsigned int j = 0; j < count; ++j)
+        numbers.at[j] = QxAt(operand, first + j);
+}
+
+template <class Operand>
+inline void QxLoad(QxTriples& triples, const Operand& operand, unsigned int first,
+                   unsigned int count)
+{
+    for (unsigned int j = 0; j < count; ++j)
+        triples.Set(j, QxToPoint(QxAt(operand, first + j)));
+}
+
+template <class Normals>
+inline void QxLoadAnswer(QxDiffuseStrip& answer, unsigned int first, unsigned int count,
+                         const Normals& normals)
+{
+    QxLoad(answer.normals, normals, first, count);
+}
+
+/// Of a highlight.
+template <class Answer, class Normals, class ToEye, class Exponents>
+inline void QxLoadAnswer(Answer& answer, unsigned int first, unsigned int count,
+                         const Normals& normals, const ToEye& toEye, const Exponents& exponents)
+{
+    QxLoad(answer.normals, normals, first, count);
+    QxLoad(answer.toEye, toEye, first, count);
+    QxLoad(answer.exponents, exponents, first, count);
+}
+
+/// Grids of fewer points do not pay for strips.
+#ifdef __AVX2__
+constexpr unsigned int k_qxFewestForStrips = 4;
+#else
+constexpr unsigned int k_qxFewestForStrips = 8;
+#endif
+
+/// The result may be one of the operands: what a strip writes it has read. `call`: the answer of one
+/// point.
+template <class Answer, class Where, class Call, class Result, class... Operands>
+inline void QxLitOverGrid(unsigned int points, const Where& where, const Call& call,
+                          Result&& result, const Operands&... operands)
+{
+    if (points < k_qxFewestForStrips) {
+        for (unsigned int i = 0; i < points; ++i)
+            if (where(i))
+                QxAt(result, i) = call(i, QxAt(operands, i)...);
+        return;
+    }
+    const QxLights& lights = call.Lights();
+    for (unsigned int first = 0; first < points; first += k_qxStrip) {
+        const unsigned int count = points - first < k_qxStrip ? points - first : k_qxStrip;
+        const QxStripWhere<Where> strip = {first, count, where};
+        if (strip.IsEmpty())
+            continue;
+        Answer answer;
+        QxLoadAnswer(answer, first, count, operands...);
+        answer.Prepare(count);
+        QxTriples sums;
+        QxSumLights(sums, lights.lights, lights.count, answer, strip);
+        for (unsigned int j = 0; j < count; ++j)
+            if (strip.Has(j))
+                QxAt(result, first + j) = {sums.x.at[j], sums.y.at[j], sums.z.at[j]};
+    }
+}
+
+// Instead of the loops of QxForms.h over the answer of one point.
+
+template <class Where, class Result, class... Operands>
+inline void QxOverGridAt(unsigned int points, const Where& where, const QxDiffuseCall& call,
+                         Result&& result, Operands&&... operands)
+{
+    QxLitOverGrid<QxDiffuseStrip>(points, where, call, result, operands...);
+}
+
+template <class Where, class Result, class... Operands>
+inline void QxOverGridAt(unsigned int points, const Where& where, const QxSpecularCall& call,
+                         Result&& result, Operands&&... operands)
+{
+    QxLitOverGrid<QxSpecularStrip>(points, where, call, result, operands...);
+}
+
+template <class Where, class Result, class... Operands>
+inline void QxOverGridAt(unsigned int points, const Where& where, const QxPhongCall& call,
+                         Result&& result, Operands&&... operands)
+{
+    QxLitOverGrid<QxPhongStrip>(points, where, call, result, operands...);
+}
