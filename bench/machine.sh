@@ -17,6 +17,8 @@ cd "$scratch"
 # Preprocessing writes a temporary file next to the source, so do not use a tree that others read.
 cp -r "$root/examples" "$root/bench/machine" .
 unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS
+# The yardstick of the tables: objects for the baseline processor, unless the environment says otherwise.
+export SLC_CC_PROCESSOR=${SLC_CC_PROCESSOR-}
 
 declare -A kinds=(
     [arithmetic]='arithmetic of numbers' [branches]='varying conditions'

@@ -50,8 +50,15 @@ std::string DefaultCCCommand()
 {
     // Loops over points run for several points at once from -O3 on, and only if an operation may be
     // computed where its value is not used. A product is rounded before its sum, as in byte-code,
-    // also on processors that could do both in one.
-    return "c++ -O3 -ffp-contract=off -fno-math-errno -fno-trapping-math -fPIC -shared "
+    // also on processors that could do both in one: values do not depend on the processor. The
+    // object is for the one that builds it, unless the variable says otherwise.
+#if defined(__x86_64__) || defined(__i386__)
+    const std::string processor = "${SLC_CC_PROCESSOR--march=native} ";
+#else
+    const std::string processor = "$SLC_CC_PROCESSOR ";
+#endif
+    return "c++ -O3 -ffp-contract=off -fno-math-errno -fno-trapping-math " + processor +
+           "-fPIC -shared "
            "-o \"$output_dir/$output_file\" $SLC_CC_OPTIONS $SLC_CC_INCLUDE -I" +
            SlcShellWord(RuntimeDirectory().string()) + " \"$cc_input_file\"";
 }

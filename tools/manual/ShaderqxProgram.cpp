@@ -19,6 +19,8 @@ constexpr SqxEntry k_environment[] = {
     {"SLC_CPP_COMMAND", "the preprocess command, run by the shell with the variables 'cpp_options', 'cpp_arguments' (the same, quoted), 'input_file' and 'cpp_result'"},
     {"SLC_CC_COMMAND", "the C++ command of '--dso', run by the shell with the variables 'output_dir', 'output_file' and 'cc_input_file'"},
     {"SLC_CC_OPTIONS, SLC_CC_INCLUDE", "added to the default C++ command"},
+    {"SLC_CC_PROCESSOR",
+     "the processor that the default C++ command builds for, by default -march=native"},
     {"SLC_ADVICE", "with the value 1, advice follows errors at every level of warnings, not at '-w2' alone"},
     {"SLC_SHADEOP_LIBRARIES", "a file for the paths of the shadeop libraries that the shader calls into, one a line, for build systems"},
 };

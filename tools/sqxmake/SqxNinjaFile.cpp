@@ -43,8 +43,8 @@ namespace fs = std::filesystem;
 [[nodiscard]] std::string EnvironmentText()
 {
     std::string text = "environment:";  // ninja wants some content
-    for (const char* name :
-         {"SLC_CPP_COMMAND", "SLC_CC_COMMAND", "SLC_CC_OPTIONS", "SLC_CC_INCLUDE"})
+    for (const char* name : {"SLC_CPP_COMMAND", "SLC_CC_COMMAND", "SLC_CC_OPTIONS",
+                             "SLC_CC_PROCESSOR", "SLC_CC_INCLUDE"})
         if (const char* value = std::getenv(name))
             text += " " + SqxShellWord(std::string(name) + "=" + value);
     return text;

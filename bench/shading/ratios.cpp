@@ -1,0 +1,72 @@
+// Compares shared objects of the same shaders, built in two ways: the time of the second divided by
+// that of the first, on grids of several sizes, medians of interleaved rounds.
+// usage: shading_ratios SECONDS SIDE... -- FIRST SECOND NAME...
+// There are FIRST/NAME.sqx and SECOND/NAME.sqx. A grid has SIDE * SIDE points.
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "common/BenchMain.h"
+#include "common/BenchStage.h"
+
+namespace {
+
+/// In turns, so that a busy machine slows both down.
+double RatioOf(const std::string& first, const std::string& second, unsigned int side,
+               double seconds)
+{
+    BenchStage stage(side);
+    BenchAct before(QxShader::Open(first), stage);
+    BenchAct after(QxShader::Open(second), stage);
+    int times = 1;
+    const auto timeOf = [&times](BenchAct& act) {
+        return BenchProcessorSecondsOf([&act] { act.Play(); }, times);
+    };
+    before.Play();
+    times = std::clamp(static_cast<int>(0.0005 / std::max(timeOf(before), 1e-7)), 1, 2000);
+    std::vector<double> ratios;
+    for (double spent = 0; spent < seconds || ratios.size() < 5;) {
+        const double time = timeOf(before);
+        ratios.push_back(timeOf(after) / time);
+        spent += time * times * (1 + ratios.back());
+    }
+    const auto middle = ratios.begin() + static_cast<std::ptrdiff_t>(ratios.size() / 2);
+    std::nth_element(ratios.begin(), middle, ratios.end());
+    return *middle;
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    std::vector<unsigned int> sides;
+    int i = 2;
+    for (; i < argc && std::strcmp(argv[i], "--") != 0; ++i)
+        sides.push_back(static_cast<unsigned int>(std::atoi(argv[i])));
+    if (argc < i + 4) {
+        std::fprintf(stderr, "usage: shading_ratios SECONDS SIDE... -- FIRST SECOND NAME...\n");
+        return 1;
+    }
+    std::printf("| shader ");
+    for (const unsigned int side : sides)
+        std::printf("| %u ", side * side);
+    std::printf("|\n|---|");
+    for (std::size_t k = 0; k < sides.size(); ++k)
+        std::printf("---|");
+    std::printf("\n");
+    return BenchStatusOf([&] {
+        for (int k = i + 3; k < argc; ++k) {
+            std::printf("| %s ", argv[k]);
+            for (const unsigned int side : sides) {
+                const std::string name = std::string("/") + argv[k] + ".sqx";
+                std::printf("| %.2f ", RatioOf(argv[i + 1] + name, argv[i + 2] + name, side,
+                                               std::atof(argv[1])));
+                std::fflush(stdout);
+            }
+            std::printf("|\n");
+        }
+    });
+}
