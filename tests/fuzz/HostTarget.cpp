@@ -73,6 +73,21 @@ public:
         Answer();
         return {1, 1, 1};
     }
+    const void* FindFile(QxFileKind kind, const char*) override
+    {
+        m_files.push_back(std::make_unique<QxFileKind>(kind));
+        return m_files.back().get();
+    }
+    void TextureOverGrid(const QxGridQueries<QxTextureQuery>& asked, QxRGBColor* results) override
+    {
+        CheckFile(asked.file, QxFileKind::Texture);
+        QxHostScene::TextureOverGrid(asked, results);
+    }
+    void ShadowOverGrid(const QxGridQueries<QxPointsQuery>& asked, QxRGBColor* results) override
+    {
+        CheckFile(asked.file, QxFileKind::Shadow);
+        QxHostScene::ShadowOverGrid(asked, results);
+    }
     void Print(const char*) override {}
     void Report(const char*) override {}
 
@@ -128,7 +143,7 @@ private:
     {
         Slot& slot = m_slots[m_choose.Below(4)];
         QxShaderInstance& instance = Instance(slot);
-        switch (m_choose.Below(14)) {
+        switch (m_choose.Below(15)) {
         case 0:
             return Destroy(slot);
         case 1:
@@ -161,6 +176,8 @@ private:
                 .Define(m_choose.Below(2) == 0 ? "shader" : "current",
                         QxFrame3D(QxMatrix44::Scaling(1 + static_cast<float>(m_choose.Below(3)))));
             return;
+        case 14:
+            return ForgetAllFiles();
         }
     }
     /// An instance must not go while it is used, nor be a light after it is gone.
@@ -190,6 +207,19 @@ private:
             throw;
         }
         --m_depth;
+    }
+    static void CheckFile(const void* file, QxFileKind kind)
+    {
+        if (*static_cast<const QxFileKind*>(file) != kind)
+            FuzzFault("the handle of another file");
+    }
+    /// Runs keep the handles that they have.
+    void ForgetAllFiles()
+    {
+        if (m_depth > 0)
+            return;
+        ForgetFiles();
+        m_files.clear();
     }
     QxParameterHandle Parameter(const QxShaderInstance& instance)
     {
@@ -302,6 +332,7 @@ private:
     unsigned int m_depth = 0;  // runs under way
     QxHostObject m_object;
     std::deque<std::unique_ptr<std::vector<float>>> m_buffers;  // outlive the instances
+    std::vector<std::unique_ptr<QxFileKind>> m_files;           // that handles stand for
     std::vector<Slot> m_slots;
 };
 
