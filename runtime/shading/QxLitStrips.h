@@ -88,8 +88,8 @@ struct QxSpecularStrip {
     template <class Strip>
     void operator()(QxNumbers& shares, const QxTriples& toLight, const Strip& strip) const
     {
-        QxNumbers facing;
-        QxNumbers bases;
+        QxNumbers facing = {};  // compilers do not see that its points are all written
+        QxNumbers bases = {};
         for (unsigned int j = 0; j < strip.count; ++j) {
             const QxVector3 normal = normals.At(j);
             facing.at[j] = QxDot(toLight.At(j), normal);
@@ -112,8 +112,8 @@ struct QxPhongStrip {
     template <class Strip>
     void operator()(QxNumbers& shares, const QxTriples& toLight, const Strip& strip) const
     {
-        QxNumbers facing;
-        QxNumbers bases;
+        QxNumbers facing = {};  // compilers do not see that its points are all written
+        QxNumbers bases = {};
         for (unsigned int j = 0; j < strip.count; ++j) {
             facing.at[j] = QxDot(toLight.At(j), normals.At(j));
             bases.at[j] = QxDot(toEye.At(j), toLight.At(j));
