@@ -135,6 +135,7 @@ std::vector<SqxJson> SqxLsPublisher::Publish(const SqxLsWorkspace& workspace,
     else
         m_shown[owner] = std::move(diagnostics);
     std::vector<SqxJson> messages;
+    messages.reserve(paths.size());
     for (const std::string& path : paths)
         messages.push_back(MessageOf(workspace, path));
     return messages;
