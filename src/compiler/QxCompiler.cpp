@@ -6,7 +6,6 @@
 #include "compiler/QxCompiler.h"
 
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <set>
 #include <sstream>
@@ -25,6 +24,7 @@
 #include "preprocessor/SlcPreprocessorTrace.h"
 #include "semantics/SlcDeleteTree.h"
 #include "semantics/SlcSemantics.h"
+#include "support/SlcAllOf.h"
 #include "support/SlcCompilation.h"
 #include "support/SlcDiagnostics.h"
 #include "support/reports/SlcSemanticError.h"
@@ -215,7 +215,7 @@ private:
             SlcReports() << "Cannot open input file: " << path << "\n";
             throw SlcCompilationSevereError();
         }
-        m_text.assign(std::istreambuf_iterator<char>(file), {});
+        m_text = SlcAllOf(file);
     }
 
     void Preprocess(const std::string& path, std::optional<std::string> text)

@@ -8,7 +8,6 @@
 
 #include <fstream>
 #include <iostream>
-#include <iterator>
 #include <optional>
 #include <string>
 #include <unistd.h>
@@ -16,6 +15,7 @@
 
 #include "driver/SlcExternalCommands.h"
 #include "driver/SlcProgramName.h"
+#include "support/SlcAllOf.h"
 #include "support/SlcDiagnostics.h"
 
 namespace {
@@ -32,7 +32,7 @@ using Output = QxCompileOptions::Output;
         return files.m_preprocessedText;
     std::ifstream file(files.m_preprocessed->Path(), std::ios::binary);
     if (file)
-        return std::string(std::istreambuf_iterator<char>(file), {});
+        return SlcAllOf(file);
     std::cerr << "Cannot open input file: " + line.m_preprocessedFile + "\n";
     return std::nullopt;
 }

@@ -13,7 +13,10 @@
 #include "frontend/SlcScanner.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <charconv>
+#include <cstdint>
 #include <cstdlib>
 #include <limits>
 #include <ostream>
@@ -64,6 +67,17 @@ constexpr SlcKeyword k_keywords[] = {
 };
 // clang-format on
 
+constexpr std::size_t k_letters = 26;
+
+/// For each small letter a bit for each keyword that begins with it.
+constexpr auto k_keywordsByLetter = [] {
+    std::array<std::uint32_t, k_letters> byLetter{};
+    static_assert(std::size(k_keywords) <= std::numeric_limits<std::uint32_t>::digits);
+    for (std::size_t i = 0; i < std::size(k_keywords); ++i)
+        byLetter[k_keywords[i].word[0] - 'a'] |= std::uint32_t{1} << i;
+    return byLetter;
+}();
+
 void RefuseIfTooLong(std::string_view text)
 {
     if (text.size() <= SlcScanner::k_maxTokenLength)
@@ -87,8 +101,13 @@ std::span<const SlcKeyword> SlcKeywords()
 
 int SlcKeywordToken(std::string_view word)
 {
-    for (const SlcKeyword& keyword : k_keywords)
-        if (keyword.word == word)
+    if (word.empty())
+        return IDENTIFIER;
+    const std::size_t letter = static_cast<unsigned char>(word[0]) - std::size_t{'a'};
+    if (letter >= k_letters)
+        return IDENTIFIER;
+    for (std::uint32_t left = k_keywordsByLetter[letter]; left != 0; left &= left - 1)
+        if (const SlcKeyword& keyword = k_keywords[std::countr_zero(left)]; keyword.word == word)
             return keyword.token;
     return IDENTIFIER;
 }
@@ -109,12 +128,6 @@ void SlcScanner::ResetLineNumber()
     Current().mayBeLong = false;
     SlcCurrentPosition().column = 0;
     SlcCurrentPosition().line = 1;
-}
-
-void SlcScanner::BeginToken(std::size_t length)
-{
-    SlcCurrentPosition().taken += length;
-    SlcCurrentPosition().tokenLength = static_cast<int>(length);
 }
 
 void SlcScanner::CountChars(std::string_view text, char filler)
@@ -149,7 +162,8 @@ void SlcScanner::SkipText(std::string_view text)
 
 void SlcScanner::SkipBlanks(std::string_view text)
 {
-    if (text.find('\t') == std::string_view::npos) {
+    // Most are a single blank.
+    if (text == " " || text.find('\t') == std::string_view::npos) {
         AppendToLine(text);
         AddFillers(text.size(), ' ');
     } else {

@@ -30,7 +30,12 @@ public:
     [[nodiscard]] static std::string_view TokenText();
 
     /// A rule matched so many characters, which are taken.
-    static void BeginToken(std::size_t length);
+    static void BeginToken(std::size_t length)
+    {
+        SlcSourcePosition& position = SlcCurrentPosition();
+        position.taken += length;
+        position.tokenLength = static_cast<int>(length);
+    }
     /// So many of the characters that a rule took will be read again.
     static void GiveBack(std::size_t count) { SlcCurrentPosition().taken -= count; }
 

@@ -4,14 +4,9 @@
 
 #include "support/SlcCompilation.h"
 
-#include <atomic>
 #include <utility>
 
-namespace {
-
-thread_local SlcCompilation* t_entered = nullptr;
-
-}  // namespace
+constinit thread_local SlcCompilation* SlcCompilation::t_entered = nullptr;
 
 SlcCompilation::~SlcCompilation()
 {
@@ -19,10 +14,8 @@ SlcCompilation::~SlcCompilation()
         m_parts[*number].reset();
 }
 
-SlcCompilation& SlcCompilation::Current()
+SlcCompilation& SlcCompilation::OwnOfThread()
 {
-    if (t_entered)
-        return *t_entered;
     thread_local SlcCompilation ownOfThread;
     t_entered = &ownOfThread;
     return ownOfThread;
@@ -38,10 +31,16 @@ SlcCompilation::Entered::~Entered()
     t_entered = m_before;
 }
 
-std::size_t SlcCompilation::NewNumber()
+std::size_t SlcCompilation::NumberOf(std::atomic<std::size_t>& number)
 {
-    static std::atomic<std::size_t> next = 0;
-    return next++;
+    static std::atomic<std::size_t> last = 0;
+    std::size_t own = number.load();
+    // Of two threads that ask for a new one at a time the second takes that of the first.
+    if (own == 0) {
+        const std::size_t wanted = ++last;
+        own = number.compare_exchange_strong(own, wanted) ? wanted : own;
+    }
+    return own;
 }
 
 void SlcCompilation::Put(std::size_t number, std::unique_ptr<AnyHolder> part)

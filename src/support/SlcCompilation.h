@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <memory>
 #include <vector>
@@ -19,7 +20,7 @@ public:
     SlcCompilation& operator=(const SlcCompilation&) = delete;
 
     /// The current compilation of the calling thread.
-    [[nodiscard]] static SlcCompilation& Current();
+    [[nodiscard]] static SlcCompilation& Current() { return t_entered ? *t_entered : OwnOfThread(); }
 
     /// Makes a compilation the thread's current one for the life of this object.
     class Entered {
@@ -38,10 +39,14 @@ public:
     template <class T>
     [[nodiscard]] T& Part()
     {
-        static const std::size_t k_number = NewNumber();
-        if (k_number >= m_parts.size() || !m_parts[k_number])
-            Put(k_number, std::make_unique<Holder<T>>());
-        return static_cast<Holder<T>&>(*m_parts[k_number]).value;
+        // Asked for several times a token, so that it has no guard of a static object that is made later.
+        static constinit std::atomic<std::size_t> number = 0;
+        std::size_t own = number.load(std::memory_order_relaxed);
+        if (own >= m_parts.size() || !m_parts[own]) {
+            own = NumberOf(number);
+            Put(own, std::make_unique<Holder<T>>());
+        }
+        return static_cast<Holder<T>&>(*m_parts[own]).value;
     }
 
 private:
@@ -53,10 +58,15 @@ private:
         T value{};
     };
 
-    [[nodiscard]] static std::size_t NewNumber();
+    /// The calling thread is in no other.
+    [[nodiscard]] static SlcCompilation& OwnOfThread();
+    /// The number of a kind of part, which gets one here if it is still 0.
+    [[nodiscard]] static std::size_t NumberOf(std::atomic<std::size_t>& number);
     void Put(std::size_t number, std::unique_ptr<AnyHolder> part);
 
-    std::vector<std::unique_ptr<AnyHolder>> m_parts;  // by number
+    static constinit thread_local SlcCompilation* t_entered;
+
+    std::vector<std::unique_ptr<AnyHolder>> m_parts;  // by number; none has 0
     std::vector<std::size_t> m_order;                 // order of creation
 };
 

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <string>
 
+#include "support/SlcCompilation.h"
+
 /// The scanner's position, for reports that show a source line with a caret. Only the scanner
 /// updates it. SlcDiagnostics.cpp prints the reports.
 struct SlcSourcePosition {
@@ -18,4 +20,7 @@ struct SlcSourcePosition {
 };
 
 /// The scanner's position in the current compilation.
-[[nodiscard]] SlcSourcePosition& SlcCurrentPosition();
+[[nodiscard]] inline SlcSourcePosition& SlcCurrentPosition()
+{
+    return SlcPartOfCompilation<SlcSourcePosition>();
+}

@@ -1,8 +1,0 @@
-#include "support/SlcSourcePosition.h"
-
-#include "support/SlcCompilation.h"
-
-SlcSourcePosition& SlcCurrentPosition()
-{
-    return SlcPartOfCompilation<SlcSourcePosition>();
-}
