@@ -78,22 +78,22 @@ void SlcCStatements::Default(SlcPtr<SlcICode> code)
 
 void SlcCStatements::Case(SlcPtr<SlcLabelICode> code)
 {
-    Line(code->m_name, ":\t;");
+    Line(code->Name(), ":\t;");
 }
 
 void SlcCStatements::Case(SlcPtr<SlcGotoICode> code)
 {
-    Line("goto ", code->m_label->m_name, ";");
+    Line("goto ", code->m_label->Name(), ";");
 }
 
 void SlcCStatements::Case(SlcPtr<SlcIfTrueGotoICode> code)
 {
-    Line("if (BOOL_IS_TRUE(", Text(code->m_flag), ")) goto ", code->m_label->m_name, ";");
+    Line("if (BOOL_IS_TRUE(", Text(code->m_flag), ")) goto ", code->m_label->Name(), ";");
 }
 
 void SlcCStatements::Case(SlcPtr<SlcIfFalseGotoICode> code)
 {
-    Line("if (BOOL_IS_FALSE(", Text(code->m_flag), ")) goto ", code->m_label->m_name, ";");
+    Line("if (BOOL_IS_FALSE(", Text(code->m_flag), ")) goto ", code->m_label->Name(), ";");
 }
 
 void SlcCStatements::Case(SlcPtr<SlcBeginParallelICode>)

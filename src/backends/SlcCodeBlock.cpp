@@ -92,25 +92,36 @@ void SlcCodeBlock::ReportUnnumbered(const SlcOperand& operand)
 
 void SlcCodeBlock::AddGotoLabel(const SlcLabel& label)
 {
-    const auto known = m_labels.find(label->m_name);
-    if (known == m_labels.end())
-        m_unknownLabels.emplace_back(label->m_name, m_values.size());
-    m_values.push_back(known == m_labels.end() ? std::int16_t{0}
-                                               : Fit(known->second, "Jump target"));
+    const bool isKnown = IsKnown(*label);
+    if (!isKnown)
+        m_unknownLabels.emplace_back(label, m_values.size());
+    m_values.push_back(isKnown ? JumpTo(*label) : std::int16_t{0});
+}
+
+// Who had the label before may have left any number there.
+bool SlcCodeBlock::IsKnown(const SlcLabelICode& label) const
+{
+    const auto number = static_cast<std::size_t>(label.m_place);
+    return number < m_labels.size() && m_labels[number].label == &label;
+}
+
+std::int16_t SlcCodeBlock::JumpTo(const SlcLabelICode& label)
+{
+    return Fit(m_labels[static_cast<std::size_t>(label.m_place)].position, "Jump target");
 }
 
 void SlcCodeBlock::AddLabelRef(const SlcLabel& label)
 {
-    m_labels.emplace(label->m_name, m_values.size());
+    label->m_place = static_cast<int>(m_labels.size());
+    m_labels.push_back({&*label, m_values.size()});
 }
 
 std::string SlcCodeBlock::ResolveUnknownLabels()
 {
-    for (const auto& [name, position] : m_unknownLabels) {
-        const auto known = m_labels.find(name);
-        if (known == m_labels.end())
-            return name;
-        m_values[position] = Fit(known->second, "Jump target");
+    for (const auto& [label, position] : m_unknownLabels) {
+        if (!IsKnown(*label))
+            return label->Name();
+        m_values[position] = JumpTo(*label);
     }
     return {};
 }

@@ -6,7 +6,6 @@
 #include <set>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -50,13 +49,22 @@ public:
     [[nodiscard]] const std::vector<std::int16_t>& Values() const { return m_values; }
 
 private:
+    struct Label {
+        const SlcLabelICode* label;
+        std::size_t position;
+    };
+
+    /// The block has come to the label.
+    [[nodiscard]] bool IsKnown(const SlcLabelICode& label) const;
+    /// The place of a known label as a value.
+    [[nodiscard]] std::int16_t JumpTo(const SlcLabelICode& label);
     void ReportUnnumbered(const SlcOperand& operand);
     /// `value` as a 16-bit number; reports one that does not fit.
     [[nodiscard]] std::int16_t Fit(std::size_t value, std::string_view what);
 
     Report m_report;
     std::vector<std::int16_t> m_values;
-    std::unordered_map<std::string_view, std::size_t> m_labels;        // positions by label name
-    std::vector<std::pair<std::string, std::size_t>> m_unknownLabels;  // jumps ahead, by position
-    std::set<std::string, std::less<>> m_reported;                     // kinds that did not fit
+    std::vector<Label> m_labels;  // their `m_place` says which one
+    std::vector<std::pair<SlcLabel, std::size_t>> m_unknownLabels;  // jumps ahead, by position
+    std::set<std::string, std::less<>> m_reported;                  // kinds that did not fit
 };

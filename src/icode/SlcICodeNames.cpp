@@ -60,7 +60,7 @@ bool IsGenerated(const std::string& label)
 
 std::string SlcICodeNames::Of(const SlcLabel& label)
 {
-    return IsGenerated(label->m_name) ? Numbered('L', label->m_name) : label->m_name;
+    return IsGenerated(label->Name()) ? Numbered('L', label->Name()) : label->Name();
 }
 
 std::string SlcICodeNames::Of(const SlcOperand& operand)

@@ -22,9 +22,9 @@ SlcICodeValidator::SlcICodeValidator(const SlcListICode& list, Stage stage) : m_
 {
     for (const auto& code : list.m_icodes) {
         if (const auto* label = dynamic_cast<const SlcLabelICode*>(&*code))
-            ++m_labels[label->m_name];
+            ++m_labels[label->Name()];
         else if (const auto* head = dynamic_cast<const SlcBeginIlluminanceICode*>(&*code))
-            ++m_labels[head->m_startLabel->m_name];  // the place after the head
+            ++m_labels[head->m_startLabel->Name()];  // the place after the head
     }
 }
 
@@ -104,14 +104,14 @@ void SlcICodeValidator::Case(SlcPtr<SlcIfICode> code)
 {
     SlcOperandWalker::Case(code);
     CheckFlag(code->m_flag, !m_isInRun);
-    m_guards.push_back(code->m_label->m_name);
+    m_guards.push_back(code->m_label->Name());
 }
 
 void SlcICodeValidator::Case(SlcPtr<SlcEndIfICode> code)
 {
     if (m_guards.size() <= (m_isInRun ? m_guardsOutside : 0))
         Fail("no guard is open");
-    else if (m_guards.back() != code->m_label->m_name)
+    else if (m_guards.back() != code->m_label->Name())
         Fail("another guard is open");
     else
         m_guards.pop_back();
@@ -121,7 +121,7 @@ void SlcICodeValidator::Case(SlcPtr<SlcLabelICode> code)
 {
     if (m_isInRun)
         Fail("a label is in a parallel run");
-    if (m_labels[code->m_name] != 1)
+    if (m_labels[code->Name()] != 1)
         Fail("the label is in the list twice");
 }
 
@@ -202,7 +202,7 @@ void SlcICodeValidator::CheckTarget(const SlcLabel& label)
 {
     if (m_isInRun)
         Fail("a jump is in a parallel run");
-    if (m_labels[label->m_name] == 0)
+    if (m_labels[label->Name()] == 0)
         Fail("the label is not in the list");
 }
 

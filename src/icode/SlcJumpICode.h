@@ -9,8 +9,22 @@
 class SlcLabelICode : public SlcICodeOf<SlcLabelICode, SlcICode> {
 public:
     explicit SlcLabelICode(std::string name) : m_name(std::move(name)) {}
+    /// "L" and the number, made when someone asks: of most labels nobody ever does.
+    explicit SlcLabelICode(int number) : m_number(number) {}
 
-    std::string m_name;
+    [[nodiscard]] const std::string& Name() const
+    {
+        if (m_name.empty())
+            m_name = 'L' + std::to_string(m_number);
+        return m_name;
+    }
+
+    /// For the pass or the writer at hand, which finds there whatever the one before it left.
+    int m_place = -1;
+
+private:
+    mutable std::string m_name;
+    int m_number = -1;
 };
 
 /// A label as instructions hold it.

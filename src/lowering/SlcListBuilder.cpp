@@ -23,11 +23,12 @@ struct NameCounters {
     int gotoLabels = 0;
 };
 
-[[nodiscard]] std::string Numbered(char letter, int number)
+[[nodiscard]] SlcIdentNode* NumberedTemporary(int number)
 {
-    char name[16] = {letter};
-    char* const end = std::to_chars(name + 1, std::end(name), number).ptr;
-    return {std::begin(name), end};
+    char name[16] = {'T'};
+    char* end = std::to_chars(name + 1, std::end(name) - 1, number).ptr;
+    *end++ = '_';
+    return SlcLexicalNode::CreateIdent({std::begin(name), end});
 }
 
 }  // namespace
@@ -54,10 +55,9 @@ SlcDetailNode* SlcListBuilder::DetailHere(SlcDetailNode* detail) const
 
 SlcOperand SlcListBuilder::MakeTempVar(SlcTypeNode* type, SlcDetailNode* detail)
 {
-    const std::string name =
-        Numbered('T', SlcPartOfCompilation<NameCounters>().temporaries++) + '_';
-    auto temporary = MakeShared<SlcLexType>(SlcLexicalNode::CreateIdent(name), type,
-                                            DetailHere(detail), SlcStorageSpecNode::ALocal());
+    auto temporary = MakeShared<SlcLexType>(
+        NumberedTemporary(SlcPartOfCompilation<NameCounters>().temporaries++), type,
+        DetailHere(detail), SlcStorageSpecNode::ALocal());
     m_list->AddLocalVar(temporary);
     return temporary;
 }
@@ -98,8 +98,7 @@ SlcOperand SlcListBuilder::GetResultVar(const SlcExprNode* expr, SlcTypeNode* ty
 
 SlcLabel SlcListBuilder::GenLabel()
 {
-    return MakeShared<SlcLabelICode>(
-        Numbered('L', SlcPartOfCompilation<NameCounters>().gotoLabels++));
+    return MakeShared<SlcLabelICode>(SlcPartOfCompilation<NameCounters>().gotoLabels++);
 }
 
 /// A body that ends at its `return` does not advance the counter at its end, so a number may occur

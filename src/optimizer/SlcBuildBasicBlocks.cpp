@@ -24,9 +24,12 @@ SlcBuildBasicBlocks::BuildBlocks(std::span<const SlcPtr<SlcICode>> codes) const
         begin = end;
     };
     for (std::size_t i = 0; i < codes.size(); ++i) {
-        if (codes[i]->Is(SlcICodeTraits::BeginsBlock))
+        using namespace SlcICodeTraits;
+        if (!codes[i]->Is(BeginsBlock | EndsBlock))
+            continue;
+        if (codes[i]->Is(BeginsBlock))
             endBlock(i);
-        if (codes[i]->Is(SlcICodeTraits::EndsBlock))
+        if (codes[i]->Is(EndsBlock))
             endBlock(i + 1);
     }
     endBlock(codes.size());

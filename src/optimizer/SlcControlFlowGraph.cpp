@@ -15,8 +15,6 @@
 #include "optimizer/SlcControlFlowGraph.h"
 
 #include <string>
-#include <string_view>
-#include <unordered_map>
 
 #include "icode/SlcICodes.h"
 #include "optimizer/SlcBuildBasicBlocks.h"
@@ -24,37 +22,55 @@
 
 namespace {
 
-using LabelMap = std::unordered_map<std::string_view, int>;
-
-/// Maps each label to the block that begins with it; the first entry of a name counts.
+/// Tells each label that a block begins with the block; the first one counts. Labels that no block
+/// begins with are told -1.
 class LabelsBlocksMapper : public SlcAllICodeWalker {
 public:
-    [[nodiscard]] LabelMap Do(const std::vector<SlcBasicBlock>& blocks)
+    void Do(const std::vector<SlcBasicBlock>& blocks)
     {
-        for (const auto& block : blocks) {
-            m_block = block.GetBlockId();
-            block.GetListICode().front()->ApplyWalker(this);
+        // What an earlier pass left in a label that is gone must not count.
+        for (const auto& block : blocks)
+            block.GetListICode().back()->ApplyWalker(this);
+        m_isMapping = true;
+        // Backwards, so that the first one stays.
+        for (auto block = blocks.rbegin(); block != blocks.rend(); ++block) {
+            m_block = block->GetBlockId();
+            block->GetListICode().front()->ApplyWalker(this);
         }
-        return std::move(m_labels);
     }
 
 private:
     using SlcAllICodeWalker::Case;
-    void Case(SlcPtr<SlcLabelICode> code) override { Map(*code); }
-    void Case(SlcPtr<SlcEndIfICode> code) override { Map(*code->m_label); }
-    void Case(SlcPtr<SlcBeginIlluminanceICode> code) override { Map(*code->m_startLabel); }
+    void Case(SlcPtr<SlcLabelICode> code) override { Begin(*code); }
+    void Case(SlcPtr<SlcEndIfICode> code) override { Begin(*code->m_label); }
+    void Case(SlcPtr<SlcBeginIlluminanceICode> code) override
+    {
+        Begin(*code->m_startLabel);
+        Jump(*code->m_endLabel);
+    }
+    void Case(SlcPtr<SlcGotoICode> code) override { Jump(*code->m_label); }
+    void Case(SlcPtr<SlcIfICode> code) override { Jump(*code->m_label); }
+    void Case(SlcPtr<SlcEndIlluminanceICode> code) override { Jump(*code->m_startLabel); }
     void Default(SlcPtr<SlcICode>) override {}
-    void Map(const SlcLabelICode& label) { m_labels.emplace(label.m_name, m_block); }
 
-    LabelMap m_labels;
+    void Begin(SlcLabelICode& label) const
+    {
+        if (m_isMapping)
+            label.m_place = m_block;
+    }
+    void Jump(SlcLabelICode& label) const
+    {
+        if (!m_isMapping)
+            label.m_place = -1;
+    }
+
+    bool m_isMapping = false;
     int m_block = 0;
 };
 
-/// Finds the successors of a block from its last instruction.
+/// Finds the successors of a block from its last instruction, once labels know their blocks.
 class SuccessorsWalker : public SlcAllICodeWalker {
 public:
-    explicit SuccessorsWalker(const LabelMap& labels) : m_labels(labels) {}
-
     struct Successors {
         bool fallsThrough = true;
         bool jumpsFirst = false;  // the jump edge comes before the fall-through edge
@@ -88,14 +104,12 @@ private:
     }
     void JumpTo(const SlcLabelICode& label)
     {
-        const auto found = m_labels.find(label.m_name);
-        if (found == m_labels.end())
-            FatalError("No block associated to label " + label.m_name +
+        if (label.m_place < 0)
+            FatalError("No block associated to label " + label.Name() +
                        " in SlcBuildControlFlowGraph::LinkBlocks");
-        m_successors.jump = found->second;
+        m_successors.jump = label.m_place;
     }
 
-    const LabelMap& m_labels;
     Successors m_successors;
 };
 
@@ -117,8 +131,8 @@ void SlcControlFlowGraph::AddEdge(SlcBasicBlock& from, int to)
 
 void SlcControlFlowGraph::FindSuccessors()
 {
-    const LabelMap labels = LabelsBlocksMapper().Do(m_blocks);
-    SuccessorsWalker walker(labels);
+    LabelsBlocksMapper().Do(m_blocks);
+    SuccessorsWalker walker;
     for (SlcBasicBlock& block : m_blocks) {
         const auto successors = walker.Of(block);
         const int next = block.GetBlockId() + 1;

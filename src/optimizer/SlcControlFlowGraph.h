@@ -23,6 +23,8 @@ public:
 
     /// In code order, by their ids.
     [[nodiscard]] const std::vector<SlcBasicBlock>& Blocks() const { return m_blocks; }
+    /// All instructions, as they stood in the list.
+    [[nodiscard]] const std::vector<SlcPtr<SlcICode>>& Codes() const { return m_icodes; }
 
 private:
     void AddEdge(SlcBasicBlock& from, int to);

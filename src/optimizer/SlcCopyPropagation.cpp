@@ -19,7 +19,7 @@
 
 #include "optimizer/SlcCopyPropagation.h"
 
-#include <algorithm>
+#include <utility>
 
 #include "icode/SlcICodes.h"
 #include "symbols/SlcCallFormals.h"
@@ -34,13 +34,9 @@ SlcCopyPropagation::SlcCopyPropagation(const SlcControlFlowGraph& graph,
 {
 }
 
-std::vector<int> SlcCopyPropagation::EnteringBlocks(const SlcBasicBlock& block) const
+bool SlcCopyPropagation::Enters(int predecessor, int block) const
 {
-    std::vector<int> entering(block.GetPredBlocks().begin(), block.GetPredBlocks().end());
-    std::erase_if(entering, [&](int predecessor) {
-        return m_unreachable[predecessor] || m_droppedEdge[predecessor] == block.GetBlockId();
-    });
-    return entering;
+    return !m_unreachable[predecessor] && m_droppedEdge[predecessor] != block;
 }
 
 void SlcCopyPropagation::DropEdge(const SlcBasicBlock& block, int successor)
@@ -50,20 +46,30 @@ void SlcCopyPropagation::DropEdge(const SlcBasicBlock& block, int successor)
 
 void SlcCopyPropagation::EnterBlock(const SlcBasicBlock& block)
 {
-    const auto predecessors = EnteringBlocks(block);
     const int id = block.GetBlockId();
+    int first = -1;
+    bool isOnly = true;
+    bool isAroundLoop = false;
+    for (const int predecessor : block.GetPredBlocks()) {
+        if (!Enters(predecessor, id))
+            continue;
+        isOnly = first < 0;
+        first = isOnly ? predecessor : first;
+        isAroundLoop = isAroundLoop || predecessor >= id;
+    }
     m_known = m_nothing;
-    m_unreachable[id] = id != 0 && predecessors.empty();
+    m_unreachable[id] = id != 0 && first < 0;
     // A predecessor further down is the back edge of a loop: what it brings is not known yet.
-    if (predecessors.empty() || std::any_of(predecessors.begin(), predecessors.end(),
-                                            [id](int predecessor) { return predecessor >= id; }))
+    if (first < 0 || isAroundLoop)
         return;
-    m_known = m_atEnd[predecessors.front()];
-    if (predecessors.size() == 1)
+    m_known = m_atEnd[first];
+    if (isOnly)
         return;
     m_known.others = m_nothing.others;
-    for (const int predecessor : predecessors)
-        m_known.bools = SlcConstantTable::CommonBools(m_known.bools, m_atEnd[predecessor].bools);
+    for (const int predecessor : block.GetPredBlocks())
+        if (Enters(predecessor, id))
+            m_known.bools =
+                SlcConstantTable::CommonBools(m_known.bools, m_atEnd[predecessor].bools);
 }
 
 void SlcCopyPropagation::LeaveBlock(const SlcBasicBlock& block)
@@ -81,13 +87,14 @@ SlcOperand SlcCopyPropagation::Find(const SlcOperand& operand) const
     const int number = SlcVariableNumbers::Of(operand);
     if (number < 0)
         return nullptr;
-    return operand->GetType()->IsBoolType() ? m_known.bools.Find(number)
-                                            : m_known.others.Find(number);
+    return (operand->GetType()->IsBoolType() ? m_known.bools : m_known.others).Find(number);
 }
 
 void SlcCopyPropagation::Read(SlcOperand& operand)
 {
-    if (operand->IsPIVariable()) {
+    if (SlcVariableNumbers::Of(operand) < 0) {
+        if (!operand->IsPIVariable())
+            return;
         operand = SlcLexType::GetPI();
         m_changed = true;
         return;
@@ -106,8 +113,7 @@ void SlcCopyPropagation::Read(SlcOperand& operand)
 void SlcCopyPropagation::Write(SlcOperand& operand)
 {
     if (const int number = SlcVariableNumbers::Of(operand); number >= 0) {
-        m_known.bools.Set(number, nullptr);
-        m_known.others.Set(number, nullptr);
+        (operand->GetType()->IsBoolType() ? m_known.bools : m_known.others).Set(number, nullptr);
     }
 }
 
@@ -127,7 +133,11 @@ void SlcCopyPropagation::Learn(const SlcOperand& dest, const SlcOperand& source)
 void SlcCopyPropagation::Propagate(const SlcPtr<SlcICode>& code)
 {
     m_keepVarying = code->Is(SlcICodeTraits::WholeGrid);
+    const bool hadChanged = std::exchange(m_changed, false);
     Visit(code);
+    if (m_changed)
+        code->m_flowIndex = -1;
+    m_changed = m_changed || hadChanged;
     m_keepVarying = false;
 }
 

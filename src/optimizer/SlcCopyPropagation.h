@@ -61,8 +61,8 @@ private:
     /// Records that the destination has the source's value.
     void Learn(const SlcOperand& dest, const SlcOperand& source);
 
-    /// The predecessors that can still reach the block, as far as is known.
-    [[nodiscard]] std::vector<int> EnteringBlocks(const SlcBasicBlock& block) const;
+    /// The predecessor can still reach the block, as far as is known.
+    [[nodiscard]] bool Enters(int predecessor, int block) const;
 
     Known m_nothing;
     Known m_known;

@@ -49,36 +49,29 @@ SlcDataflowAnalysis::SlcDataflowAnalysis(const SlcControlFlowGraph& graph,
 
 void SlcDataflowAnalysis::CollectBlockSets()
 {
-    SlcSparseSet used(m_variables.Count());
-    SlcSparseSet defined(m_variables.Count());
-    const auto forgetPlace = [this, unknown = SlcDetailNode::AUnknown()](int number) {
-        const SlcOperand& variable = m_variables.Variable(number);
-        if (!variable->IsUniform())
-            variable->SetDetail(unknown);
-    };
+    // By variable, the last block that read it before it wrote it, and the last one that wrote it.
+    std::vector<int> usedIn(m_variables.Count(), -1);
+    std::vector<int> definedIn(m_variables.Count(), -1);
     for (const auto& block : m_graph.Blocks()) {
+        const int id = block.GetBlockId();
         for (const auto& code : block.GetListICode()) {
             m_defUse.Compute(code);
-            m_codeUse.Add(m_defUse.Uses());
-            m_codeUse.EndList();
-            m_codeDef.Add(m_defUse.Defs());
-            m_codeDef.EndList();
-            for (const int number : m_defUse.Uses()) {
-                if (!defined.Contains(number) && used.Insert(number))
-                    forgetPlace(number);
-            }
-            for (const int number : m_defUse.Defs()) {
-                if (defined.Insert(number))
-                    forgetPlace(number);
-            }
+            const auto [uses, defs, computes, assignsItself] = m_defUse.Of(*code);
+            for (const int number : uses)
+                if (definedIn[number] != id && std::exchange(usedIn[number], id) != id)
+                    m_blockUse.Add(number);
+            for (const int number : defs)
+                if (std::exchange(definedIn[number], id) != id)
+                    m_blockDef.Add(number);
         }
-        m_blockUse.Add(used.Members());
         m_blockUse.EndList();
-        m_blockDef.Add(defined.Members());
         m_blockDef.EndList();
-        used.Clear();
-        defined.Clear();
     }
+    SlcDetailNode* const unknown = SlcDetailNode::AUnknown();
+    for (int number = 0; number < m_variables.Count(); ++number)
+        if ((usedIn[number] >= 0 || definedIn[number] >= 0) &&
+            !m_variables.Variable(number)->IsUniform())
+            m_variables.Variable(number)->SetDetail(unknown);
 }
 
 // After the first cut that follows its last mention a variable is dead. Before the last cut before

@@ -9,7 +9,6 @@
 #include "optimizer/SlcDefUse.h"
 #include "optimizer/SlcGraphCuts.h"
 #include "optimizer/SlcNumberLists.h"
-#include "optimizer/SlcSparseSet.h"
 
 /// Live variables at the borders of each block.
 ///
@@ -65,9 +64,9 @@ public:
     /// The variable was alive, when the analysis was made, where some jump back leads.
     [[nodiscard]] bool GoesAroundLoop(int variable) const;
 
-    // The reads and writes of the instruction at a place in the list when the analysis was made.
-    [[nodiscard]] std::span<const int> UsesAt(std::size_t place) const { return m_codeUse[place]; }
-    [[nodiscard]] std::span<const int> DefsAt(std::size_t place) const { return m_codeDef[place]; }
+    /// What an instruction of the graph reads and writes. It must be as it was when the analysis
+    /// was made.
+    [[nodiscard]] SlcDefUse::Facts FactsOf(const SlcICode& code) const { return m_defUse.Of(code); }
 
     [[nodiscard]] const SlcVariableNumbers& Variables() const { return m_variables; }
     [[nodiscard]] SlcDefUse& DefUse() { return m_defUse; }
@@ -107,8 +106,6 @@ private:
     const SlcControlFlowGraph& m_graph;
     const SlcVariableNumbers& m_variables;
     SlcDefUse& m_defUse;
-    SlcNumberLists m_codeUse;
-    SlcNumberLists m_codeDef;
     SlcNumberLists m_blockUse;  // read before any write in the block
     SlcNumberLists m_blockDef;
     std::vector<Group> m_groups;

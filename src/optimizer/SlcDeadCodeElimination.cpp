@@ -25,71 +25,16 @@
 
 namespace {
 
-/// The result of an instruction that does nothing but compute it.
-class ComputedResult : public SlcOperandWalker {
-public:
-    /// Null for an instruction that does more, or nothing.
-    [[nodiscard]] SlcOperand Of(const SlcPtr<SlcICode>& code)
-    {
-        m_result = nullptr;
-        m_assignsItself = false;
-        if (code->Is(SlcICodeTraits::Computes))
-            Visit(code);
-        return m_result;
-    }
-    [[nodiscard]] bool AssignsItself() const { return m_assignsItself; }
-
-private:
-    using SlcOperandWalker::Case;
-    void Case(SlcPtr<SlcAssignICode> code) override
-    {
-        m_result = code->m_dest;
-        m_assignsItself = code->m_dest == code->m_source;
-    }
-    void Read(SlcOperand&) override {}
-    void Write(SlcOperand& operand) override { m_result = operand; }
-
-    SlcOperand m_result;
-    bool m_assignsItself = false;
-};
-
-/// True if uses of the written operand can be found: it is a followed variable and written as a
-/// whole. A write through an element's reference reaches the array.
-bool IsWholeVariable(const SlcOperand& operand)
-{
-    const SlcTypeNode* type = operand->GetType();
-    return SlcVariableNumbers::Of(operand) >= 0 && !type->IsArrayType() && !type->IsArrayRefType();
-}
-
-/// The result of an instruction without other effects.
-struct Computation {
-    int variable = -1;  // that it writes as a whole; none for an instruction that does more
-    bool assignsItself = false;
-};
-
-[[nodiscard]] std::vector<Computation> ComputationsOf(const SlcListICode& list)
-{
-    std::vector<Computation> computations;
-    computations.reserve(list.m_icodes.size());
-    ComputedResult computed;
-    for (const auto& code : list.m_icodes) {
-        const SlcOperand result = computed.Of(code);
-        const bool isWhole = result && IsWholeVariable(result);
-        computations.push_back(
-            {isWhole ? SlcVariableNumbers::Of(result) : -1, computed.AssignsItself()});
-    }
-    return computations;
-}
-
-[[nodiscard]] SlcNeededVariables NeededVariables(const std::vector<Computation>& computations,
+[[nodiscard]] SlcNeededVariables NeededVariables(const SlcControlFlowGraph& graph,
                                                  const SlcDataflowAnalysis& analysis)
 {
     SlcNeededVariables needed(analysis.Variables().Count());
-    for (std::size_t i = 0; i < computations.size(); ++i) {
-        if (computations[i].variable >= 0)
-            needed.AddComputation(computations[i].variable, analysis.UsesAt(i));
+    for (const auto& code : graph.Codes()) {
+        const SlcDefUse::Facts facts = analysis.FactsOf(*code);
+        if (facts.computes >= 0)
+            needed.AddComputation(facts.computes, facts.uses);
         else
-            needed.AddReads(analysis.UsesAt(i));
+            needed.AddReads(facts.uses);
     }
     needed.Solve();
     return needed;
@@ -114,8 +59,7 @@ void Remove(SlcListICode& list, const std::vector<std::size_t>& places)
 bool SlcDeadCodeElimination::EliminateCode(SlcListICode& list, const SlcControlFlowGraph& graph,
                                            SlcDataflowAnalysis& analysis)
 {
-    const std::vector<Computation> computations = ComputationsOf(list);
-    const SlcNeededVariables needed = NeededVariables(computations, analysis);
+    const SlcNeededVariables needed = NeededVariables(graph, analysis);
     SlcLiveTest live(analysis);
     const auto nobodyReads = [&](int variable) {
         return !needed.IsNeeded(variable) || !live.IsLive(variable);
@@ -128,16 +72,18 @@ bool SlcDeadCodeElimination::EliminateCode(SlcListICode& list, const SlcControlF
     for (auto block = blocks.rbegin(); block != blocks.rend(); ++block) {
         live.StartAtEndOf(block->GetBlockId());
         const std::size_t removedBefore = removed.size();
-        for (std::size_t left = block->GetListICode().size(); left > 0; --left) {
-            const auto [variable, assignsItself] = computations[--place];
-            const bool isDead = variable >= 0 && nobodyReads(variable);
+        const auto codes = block->GetListICode();
+        for (auto code = codes.rbegin(); code != codes.rend(); ++code) {
+            --place;
+            const SlcDefUse::Facts facts = analysis.FactsOf(**code);
+            const bool isDead = facts.computes >= 0 && nobodyReads(facts.computes);
             // A variable that is assigned to itself is alive before if it is alive after.
             if (!isDead)
-                live.StepOver(analysis.UsesAt(place), analysis.DefsAt(place));
-            if (!isDead && !assignsItself)
+                live.StepOver(facts.uses, facts.defs);
+            if (!isDead && !facts.assignsItself)
                 continue;
             removed.push_back(place);
-            for (const int read : analysis.UsesAt(place))
+            for (const int read : facts.uses)
                 m_isComplete = m_isComplete && !analysis.GoesAroundLoop(read);
         }
         if (removed.size() != removedBefore)

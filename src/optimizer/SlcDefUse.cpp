@@ -17,6 +17,46 @@
 #include "symbols/SlcHiddenVariables.h"
 #include "sqx/SqxCard.h"
 
+namespace {
+
+/// The result of an instruction that does nothing but compute it.
+class ComputedResult : public SlcOperandWalker {
+public:
+    /// Null for an instruction that does more, or nothing.
+    [[nodiscard]] SlcOperand Of(const SlcPtr<SlcICode>& code)
+    {
+        m_result = nullptr;
+        m_assignsItself = false;
+        if (code->Is(SlcICodeTraits::Computes))
+            Visit(code);
+        return m_result;
+    }
+    [[nodiscard]] bool AssignsItself() const { return m_assignsItself; }
+
+private:
+    using SlcOperandWalker::Case;
+    void Case(SlcPtr<SlcAssignICode> code) override
+    {
+        m_result = code->m_dest;
+        m_assignsItself = code->m_dest == code->m_source;
+    }
+    void Read(SlcOperand&) override {}
+    void Write(SlcOperand& operand) override { m_result = operand; }
+
+    SlcOperand m_result;
+    bool m_assignsItself = false;
+};
+
+/// True if uses of the written operand can be found: it is a followed variable and written as a
+/// whole. A write through an element's reference reaches the array.
+bool IsWholeVariable(const SlcOperand& operand)
+{
+    const SlcTypeNode* type = operand->GetType();
+    return SlcVariableNumbers::Of(operand) >= 0 && !type->IsArrayType() && !type->IsArrayRefType();
+}
+
+}  // namespace
+
 SlcVariableNumbers::SlcVariableNumbers(const SlcListICode& list)
 {
     m_variables.reserve(list.m_allVars.size());
@@ -61,7 +101,28 @@ SlcDefUse::SlcDefUse(const SlcVariableNumbers& variables) : m_variables(variable
             m_lightVariables.push_back(number);
 }
 
-void SlcDefUse::Compute(const SlcPtr<SlcICode>& code)
+void SlcDefUse::ForgetAll()
+{
+    m_entries.clear();
+    m_numbers.clear();
+}
+
+void SlcDefUse::Add(const SlcPtr<SlcICode>& code)
+{
+    Collect(code);
+    ComputedResult computed;
+    const SlcOperand result = computed.Of(code);
+    const std::size_t first = m_numbers.size();
+    m_numbers.insert(m_numbers.end(), m_uses.begin(), m_uses.end());
+    const std::size_t defs = m_numbers.size();
+    m_numbers.insert(m_numbers.end(), m_defs.begin(), m_defs.end());
+    code->m_flowIndex = static_cast<int>(m_entries.size());
+    m_entries.push_back({&*code, first, defs, m_numbers.size(),
+                         result && IsWholeVariable(result) ? SlcVariableNumbers::Of(result) : -1,
+                         computed.AssignsItself()});
+}
+
+void SlcDefUse::Collect(const SlcPtr<SlcICode>& code)
 {
     m_uses.clear();
     m_defs.clear();

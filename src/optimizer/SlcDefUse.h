@@ -45,12 +45,59 @@ public:
     /// `variables` must outlive this object.
     explicit SlcDefUse(const SlcVariableNumbers& variables);
 
-    /// Valid until the next call. A number can occur twice in `uses` or `defs`.
-    void Compute(const SlcPtr<SlcICode>& code);
-    [[nodiscard]] std::span<const int> Uses() const { return m_uses; }
-    [[nodiscard]] std::span<const int> Defs() const { return m_defs; }
+    /// What an instruction reads and writes. Valid until the next call of `Compute` for an
+    /// instruction that it has not seen yet. A number can occur twice in `uses` or `defs`.
+    struct Facts {
+        std::span<const int> uses;
+        std::span<const int> defs;
+        int computes;  // the variable that the instruction computes as a whole, and no more; or -1
+        bool assignsItself;  // x = x
+    };
+
+    /// Looks at the instruction if it is new, or if its operands have changed
+    /// (`SlcICode::m_flowIndex`).
+    void Compute(const SlcPtr<SlcICode>& code)
+    {
+        if (!IsKnown(*code))
+            Add(code);
+        m_current = static_cast<std::size_t>(code->m_flowIndex);
+    }
+    /// Of the last one.
+    [[nodiscard]] std::span<const int> Uses() const { return FactsAt(m_current).uses; }
+    [[nodiscard]] std::span<const int> Defs() const { return FactsAt(m_current).defs; }
+    /// Of one that `Compute` has seen.
+    [[nodiscard]] Facts Of(const SlcICode& code) const { return FactsAt(code.m_flowIndex); }
+    /// Any operand may have changed.
+    void ForgetAll();
 
 private:
+    /// The numbers lie in m_numbers: what is read, and then what is written.
+    struct Entry {
+        const SlcICode* code;
+        std::size_t uses;
+        std::size_t defs;
+        std::size_t end;
+        int computes;
+        bool assignsItself;
+    };
+
+    [[nodiscard]] bool IsKnown(const SlcICode& code) const
+    {
+        const auto index = static_cast<std::size_t>(code.m_flowIndex);
+        return index < m_entries.size() && m_entries[index].code == &code;
+    }
+    [[nodiscard]] Facts FactsAt(std::size_t index) const
+    {
+        const Entry& entry = m_entries[index];
+        const std::span numbers(m_numbers);
+        return {numbers.subspan(entry.uses, entry.defs - entry.uses),
+                numbers.subspan(entry.defs, entry.end - entry.defs), entry.computes,
+                entry.assignsItself};
+    }
+    void Add(const SlcPtr<SlcICode>& code);
+    /// Leaves the reads and writes in m_uses and m_defs.
+    void Collect(const SlcPtr<SlcICode>& code);
+
     void Read(SlcOperand& operand) override { Add(m_uses, operand); }
     void Write(SlcOperand& operand) override { Add(m_defs, operand); }
     void ReadCondition(SlcOperand& condition) override
@@ -85,4 +132,7 @@ private:
     bool m_isLimited = false;           // the instruction has a condition
     std::vector<int> m_uses;
     std::vector<int> m_defs;
+    std::vector<Entry> m_entries;
+    std::vector<int> m_numbers;
+    std::size_t m_current = 0;
 };

@@ -15,35 +15,25 @@
 void SlcNeededVariables::AddReads(std::span<const int> uses)
 {
     for (const int variable : uses) {
-        if (m_needed[variable])
+        if (m_needed[variable] != 0)
             continue;
-        m_needed[variable] = true;
+        m_needed[variable] = 1;
         m_found.push_back(variable);
     }
 }
 
 void SlcNeededVariables::AddComputation(int variable, std::span<const int> uses)
 {
-    m_computations.push_back({variable, static_cast<int>(m_uses.size())});
-    m_uses.insert(m_uses.end(), uses.begin(), uses.end());
+    m_computations.push_back({m_last[variable], uses});
+    m_last[variable] = static_cast<int>(m_computations.size()) - 1;
 }
 
 void SlcNeededVariables::Solve()
 {
-    // The computations of each variable, as a chain through `next`.
-    std::vector<int> first(m_needed.size(), -1);
-    std::vector<int> next(m_computations.size());
-    for (std::size_t i = 0; i < m_computations.size(); ++i) {
-        next[i] = first[m_computations[i].variable];
-        first[m_computations[i].variable] = static_cast<int>(i);
-    }
-    m_computations.push_back({-1, static_cast<int>(m_uses.size())});
     while (!m_found.empty()) {
         const int variable = m_found.back();
         m_found.pop_back();
-        for (int i = first[variable]; i >= 0; i = next[i])
-            AddReads(std::span(m_uses).subspan(m_computations[i].firstUse,
-                                               m_computations[i + 1].firstUse -
-                                                   m_computations[i].firstUse));
+        for (int i = m_last[variable]; i >= 0; i = m_computations[i].next)
+            AddReads(m_computations[i].uses);
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -14,25 +15,26 @@
 class SlcNeededVariables {
 public:
     /// `variables` is the number of variables.
-    explicit SlcNeededVariables(int variables) : m_needed(variables, false) {}
+    explicit SlcNeededVariables(int variables) : m_needed(variables, 0), m_last(variables, -1) {}
 
     /// Adds an instruction that does more than compute one variable.
     void AddReads(std::span<const int> uses);
-    /// Adds an instruction that only computes the variable from `uses`, and can be removed with it.
+    /// Adds an instruction that only computes the variable from `uses`, which must last until
+    /// `Solve`, and can be removed with it.
     void AddComputation(int variable, std::span<const int> uses);
     /// Call it after the last instruction.
     void Solve();
 
-    [[nodiscard]] bool IsNeeded(int variable) const { return m_needed[variable]; }
+    [[nodiscard]] bool IsNeeded(int variable) const { return m_needed[variable] != 0; }
 
 private:
     struct Computation {
-        int variable;
-        int firstUse;  // in m_uses, up to that of the next computation
+        int next;  // an earlier one of the same variable, or -1
+        std::span<const int> uses;
     };
 
-    std::vector<bool> m_needed;
+    std::vector<std::uint8_t> m_needed;  // by variable
+    std::vector<int> m_last;             // by variable: its last computation, or -1
     std::vector<int> m_found;  // needed variables whose computations have not been processed
     std::vector<Computation> m_computations;
-    std::vector<int> m_uses;
 };

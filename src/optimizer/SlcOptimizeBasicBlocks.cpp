@@ -142,26 +142,38 @@ bool SlcOptimizeBasicBlocks::PropagateAndFold(SlcListICode& list)
     SlcConvertConstOp folding;
     folding.Begin();
     std::deque<SlcPtr<SlcICode>> output;
+    bool isCopying = false;  // from the first change on
+    std::size_t place = 0;
     for (const auto& block : m_graph->Blocks()) {
         propagation.EnterBlock(block);
         SlcPtr<SlcICode> code;
         for (const auto& original : block.GetListICode()) {
             code = original;
-            if (m_options.m_copyPropagation)
+            // Brackets of runs have no operands.
+            const bool isBracket =
+                original->Is(SlcICodeTraits::OpensRun | SlcICodeTraits::ClosesRun);
+            if (m_options.m_copyPropagation && !isBracket)
                 propagation.Propagate(code);
-            if (m_options.m_convertConstOps) {
+            if (m_options.m_convertConstOps && !isBracket) {
                 code = folding.Fold(original);
                 // The new constant is known to later instructions.
                 if (code && !(code == original) && m_options.m_copyPropagation)
                     propagation.Propagate(code);
             }
-            if (code && !folding.IsDropping())
+            const bool isKept = code && !folding.IsDropping();
+            if (!isCopying && !(isKept && code == original)) {
+                output.assign(list.m_icodes.begin(),
+                              list.m_icodes.begin() + static_cast<std::ptrdiff_t>(place));
+                isCopying = true;
+            }
+            if (isCopying && isKept)
                 output.push_back(code);
+            ++place;
         }
         propagation.LeaveBlock(block);
         propagation.DropEdge(block, DroppedSuccessor(block, code, folding.IsDropping()));
     }
-    if (folding.HasChanged()) {
+    if (isCopying) {
         list.m_icodes.swap(output);
         m_graphIsCurrent = false;
     }
@@ -182,6 +194,7 @@ void SlcOptimizeBasicBlocks::UpdateVariables(SlcListICode& list)
     m_hasNoDeadCode = false;
     SlcReduceNumberTmps().Reduce(list, *m_graph, Liveness(),
                                  m_options.m_printBlockICode ? &dump : nullptr);
+    m_defUse->ForgetAll();
     SlcForgetTmpVarDetail(*m_variables);
 }
 

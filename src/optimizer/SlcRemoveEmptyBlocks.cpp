@@ -132,10 +132,24 @@ bool SlcRemoveEmptyBlocks::RemoveUnreachable(const SlcControlFlowGraph& graph, S
 
 bool SlcRemoveEmptyBlocks::RemoveBlocks(SlcListICode& list)
 {
+    CollectPlaces(list);
     bool changed = Phase(RemovePhase::CollectLabels, list);
     changed |= Phase(RemovePhase::RemoveLabels, list);
     changed |= RemovePairs(list);
     return changed;
+}
+
+void SlcRemoveEmptyBlocks::CollectPlaces(const SlcListICode& list)
+{
+    m_places.clear();
+    std::size_t place = 0;
+    for (const auto& code : list.m_icodes) {
+        if (code->Is(SlcICodeTraits::NamesLabel))
+            m_places.push_back(place);
+        if (IsExactly<SlcLabelICode>(code))
+            static_cast<SlcLabelICode&>(*code).m_place = 0;
+        ++place;
+    }
 }
 
 bool SlcRemoveEmptyBlocks::Phase(RemovePhase phase, SlcListICode& list)
@@ -143,27 +157,47 @@ bool SlcRemoveEmptyBlocks::Phase(RemovePhase phase, SlcListICode& list)
     m_phase = phase;
     m_changed = false;
     auto& codes = list.m_icodes;
-    auto kept = codes.begin();
-    for (auto code = codes.begin(); code != codes.end(); ++code) {
+    std::vector<std::size_t> removed;
+    for (const std::size_t place : m_places) {
         m_remove = false;
-        if ((*code)->Is(SlcICodeTraits::NamesLabel)) {
-            m_next = code + 1 != codes.end() ? code[1] : nullptr;
-            (*code)->ApplyWalker(this);
-        }
-        if (m_remove) {
-            m_changed = true;
-            // A label, or a jump without a condition, reads nothing.
-            m_hasRemovedReads = m_hasRemovedReads || !(IsExactly<SlcLabelICode>(*code) ||
-                                                       IsExactly<SlcGotoICode>(*code));
+        const SlcPtr<SlcICode>& code = codes[place];
+        m_next = place + 1 < codes.size() ? codes[place + 1] : nullptr;
+        code->ApplyWalker(this);
+        if (!m_remove)
             continue;
-        }
-        if (kept != code)
-            kept->Swap(*code);
-        ++kept;
+        removed.push_back(place);
+        // A label, or a jump without a condition, reads nothing.
+        m_hasRemovedReads =
+            m_hasRemovedReads || !(IsExactly<SlcLabelICode>(code) || IsExactly<SlcGotoICode>(code));
     }
     m_next = nullptr;
-    codes.erase(kept, codes.end());
-    return m_changed;
+    if (removed.empty())
+        return m_changed;
+    RemoveAt(removed, codes);
+    return true;
+}
+
+void SlcRemoveEmptyBlocks::RemoveAt(const std::vector<std::size_t>& removed,
+                                    std::deque<SlcPtr<SlcICode>>& codes)
+{
+    std::size_t gone = 0;
+    for (std::size_t place = removed.front(); place < codes.size(); ++place) {
+        if (gone < removed.size() && removed[gone] == place)
+            ++gone;
+        else
+            codes[place - gone].Swap(codes[place]);
+    }
+    codes.erase(codes.end() - static_cast<std::ptrdiff_t>(gone), codes.end());
+
+    std::vector<std::size_t> places;
+    gone = 0;
+    for (const std::size_t place : m_places) {
+        if (gone < removed.size() && removed[gone] == place)
+            ++gone;
+        else
+            places.push_back(place - gone);
+    }
+    m_places.swap(places);
 }
 
 // Pairs are removed from the inside out, so that one walk with a stack replaces repeated walks:
@@ -228,14 +262,14 @@ bool SlcRemoveEmptyBlocks::RemovePairs(SlcListICode& list)
     return changed;
 }
 
-void SlcRemoveEmptyBlocks::ReplaceLabel(const std::string& oldName, const SlcLabel& newLabel,
+void SlcRemoveEmptyBlocks::ReplaceLabel(const SlcLabelICode& old, const SlcLabel& newLabel,
                                         bool onlyIfUsed)
 {
-    if (const auto alias = m_aliases.find(newLabel->m_name); alias != m_aliases.end()) {
+    if (const auto alias = m_aliases.find(&*newLabel); alias != m_aliases.end()) {
         const SlcLabel target = alias->second;
-        m_aliases.emplace(oldName, target);
-    } else if (!onlyIfUsed || m_usedLabels.count(newLabel->m_name) != 0) {
-        m_aliases.emplace(oldName, newLabel);
+        m_aliases.emplace(&old, target);
+    } else if (!onlyIfUsed || newLabel->m_place == 1) {
+        m_aliases.emplace(&old, newLabel);
         // A redirected jump keeps the new label, even if the jump that named it is removed.
         Use(newLabel);
     }
@@ -244,14 +278,13 @@ void SlcRemoveEmptyBlocks::ReplaceLabel(const std::string& oldName, const SlcLab
 void SlcRemoveEmptyBlocks::Case(SlcPtr<SlcGotoICode> code)
 {
     if (m_phase == RemovePhase::CollectLabels) {
-        if (IsExactly<SlcLabelICode>(m_next) &&
-            CheckCast<SlcLabelICode>(m_next)->m_name == code->m_label->m_name)
+        if (m_next == code->m_label)
             m_remove = true;
         else
             Use(code->m_label);
         return;
     }
-    const auto alias = m_aliases.find(code->m_label->m_name);
+    const auto alias = m_aliases.find(&*code->m_label);
     if (alias != m_aliases.end() && !(alias->second == code->m_label)) {
         code->m_label = alias->second;
         m_changed = true;
@@ -287,11 +320,11 @@ void SlcRemoveEmptyBlocks::Case(SlcPtr<SlcEndIlluminanceICode> code)
 void SlcRemoveEmptyBlocks::Case(SlcPtr<SlcLabelICode> code)
 {
     if (m_phase == RemovePhase::RemoveLabels) {
-        m_remove = m_usedLabels.count(code->m_name) == 0;
+        m_remove = code->m_place != 1;
         return;
     }
     if (IsExactly<SlcLabelICode>(m_next))
-        ReplaceLabel(CheckCast<SlcLabelICode>(m_next)->m_name, code, true);
+        ReplaceLabel(*CheckCast<SlcLabelICode>(m_next), code, true);
     else if (IsExactly<SlcGotoICode>(m_next))
-        ReplaceLabel(code->m_name, CheckCast<SlcGotoICode>(m_next)->m_label, false);
+        ReplaceLabel(*code, CheckCast<SlcGotoICode>(m_next)->m_label, false);
 }

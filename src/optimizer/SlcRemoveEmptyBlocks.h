@@ -1,9 +1,8 @@
 #pragma once
 
 #include <deque>
-#include <string>
 #include <unordered_map>
-#include <unordered_set>
+#include <vector>
 
 #include "icode/SlcBlockICode.h"
 #include "icode/SlcJumpICode.h"
@@ -31,11 +30,15 @@ private:
 
     /// One walk over the instructions that name labels; true if it changed something.
     [[nodiscard]] bool Phase(RemovePhase phase, SlcListICode& list);
+    /// Finds those instructions, and takes all labels for unused.
+    void CollectPlaces(const SlcListICode& list);
+    /// Takes instructions at rising places out.
+    void RemoveAt(const std::vector<std::size_t>& removed, std::deque<SlcPtr<SlcICode>>& codes);
     /// Brackets with nothing between them, and seams between runs that may become one.
     [[nodiscard]] bool RemovePairs(SlcListICode& list);
-    /// Who jumps to `oldName` is to jump to `newLabel`; if `onlyIfUsed`, only where someone jumps
+    /// Who jumps to `old` is to jump to `newLabel`; if `onlyIfUsed`, only where someone jumps
     /// to that already.
-    void ReplaceLabel(const std::string& oldName, const SlcLabel& newLabel, bool onlyIfUsed);
+    void ReplaceLabel(const SlcLabelICode& old, const SlcLabel& newLabel, bool onlyIfUsed);
 
     using SlcAllICodeWalker::Case;
     void Case(SlcPtr<SlcGotoICode> code) override;
@@ -46,14 +49,16 @@ private:
     void Case(SlcPtr<SlcLabelICode> code) override;
     void Default(SlcPtr<SlcICode>) override {}
 
-    /// Something refers to it.
-    void Use(const SlcLabel& label) { m_usedLabels.insert(label->m_name); }
+    /// Something refers to it. The place of a label says so here: 1, or 0 for one that nothing
+    /// refers to.
+    static void Use(const SlcLabel& label) { label->m_place = 1; }
 
     RemovePhase m_phase = RemovePhase::CollectLabels;
-    SlcPtr<SlcICode> m_next;  // after the instruction being visited, or null
+    std::vector<std::size_t> m_places;  // of instructions that name labels
+    SlcPtr<SlcICode> m_next;            // after the instruction being visited, or null
     bool m_remove = false;
     bool m_changed = false;
     bool m_hasRemovedReads = false;
-    std::unordered_set<std::string> m_usedLabels;         // names that some instruction refers to
-    std::unordered_map<std::string, SlcLabel> m_aliases;  // by name, what takes its place
+    std::unordered_map<const SlcLabelICode*, SlcLabel>
+        m_aliases;  // what takes the place of a label
 };

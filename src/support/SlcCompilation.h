@@ -20,7 +20,10 @@ public:
     SlcCompilation& operator=(const SlcCompilation&) = delete;
 
     /// The current compilation of the calling thread.
-    [[nodiscard]] static SlcCompilation& Current() { return t_entered ? *t_entered : OwnOfThread(); }
+    [[nodiscard]] static SlcCompilation& Current()
+    {
+        return t_entered ? *t_entered : OwnOfThread();
+    }
 
     /// Makes a compilation the thread's current one for the life of this object.
     class Entered {
@@ -39,7 +42,8 @@ public:
     template <class T>
     [[nodiscard]] T& Part()
     {
-        // Asked for several times a token, so that it has no guard of a static object that is made later.
+        // Asked for several times a token, so that it has no guard of a static object that is made
+        // later.
         static constinit std::atomic<std::size_t> number = 0;
         std::size_t own = number.load(std::memory_order_relaxed);
         if (own >= m_parts.size() || !m_parts[own]) {
