@@ -37,7 +37,7 @@ QxByteCodeShader::QxByteCodeShader(std::string_view bytes, const std::string& na
     : QxShader(name),
       m_program(bytes, name, shadeopFolders, kernels)
 {
-    TakeInterface();
+    m_info = m_program.Info();
 }
 
 QxByteCodeShader::QxByteCodeShader(const SqxShader& shader, const std::string& name,
@@ -45,21 +45,7 @@ QxByteCodeShader::QxByteCodeShader(const SqxShader& shader, const std::string& n
     : QxShader(name),
       m_program(shader, name, shadeopFolders)
 {
-    TakeInterface();
-}
-
-void QxByteCodeShader::TakeInterface()
-{
-    m_type = m_program.Type();
-    for (const QxMachineProgram::Parameter& parameter : m_program.Parameters())
-        m_parameters.push_back({parameter.name, parameter.type, parameter.varying, parameter.length,
-                                parameter.output, parameter.space, parameter.needsObjectSpace});
-    m_predefined = m_program.Predefined();
-    m_spaceNames = m_program.Spaces();
-    m_shadeopLibraries = m_program.ShadeopLibraries();
-    m_tracesRays = m_program.TracesRays();
-    m_modifiesP = m_program.ModifiesP();
-    m_isAmbient = m_program.IsAmbient();
+    m_info = m_program.Info();
 }
 
 std::unique_ptr<QxShaderRun> QxByteCodeShader::NewRun() const

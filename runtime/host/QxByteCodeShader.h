@@ -24,7 +24,5 @@ protected:
 private:
     class Run;
 
-    void TakeInterface();
-
     QxMachineProgram m_program;
 };

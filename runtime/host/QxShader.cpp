@@ -75,9 +75,9 @@ std::shared_ptr<const QxShader> QxShader::Read(std::string_view bytes, const std
 
 std::vector<std::optional<QxHostValue>> QxShader::Defaults() const
 {
-    std::vector<QxVar> variables(m_parameters.size());
+    std::vector<QxVar> variables(m_info.parameters.size());
     ComputeDefaults(variables);
-    std::vector<std::optional<QxHostValue>> values(m_parameters.size());
+    std::vector<std::optional<QxHostValue>> values(m_info.parameters.size());
     for (std::size_t i = 0; i < values.size(); ++i)
         if (!IsDefaultPerPoint(i))
             values[i] = QxHostValue::Of(variables[i]);
@@ -88,7 +88,7 @@ std::vector<std::optional<QxHostValue>> QxShader::Defaults() const
 void QxShader::ComputeDefaults(std::vector<QxVar>& variables) const
 {
     QxHostSpaces registry;
-    std::vector<const QxFrame3D*> spaces(m_spaceNames.size(), registry.Find("current"));
+    std::vector<const QxFrame3D*> spaces(m_info.spaces.size(), registry.Find("current"));
     SupportOfDefaults support;
     const QxShadingContext context(&support, &registry, spaces.data(), {0, 0, 0});
     Declare(variables);
@@ -97,8 +97,8 @@ void QxShader::ComputeDefaults(std::vector<QxVar>& variables) const
 
 QxParameterHandle QxShader::Handle(std::string_view name) const
 {
-    for (std::size_t i = 0; i < m_parameters.size(); ++i)
-        if (m_parameters[i].name == name)
+    for (std::size_t i = 0; i < m_info.parameters.size(); ++i)
+        if (m_info.parameters[i].name == name)
             return static_cast<QxParameterHandle>(i);
     throw QxHostError("Shader '" + m_name + "' has no parameter '" + std::string(name) + "'");
 }
@@ -122,18 +122,12 @@ const char* QxShader::TypeName(QxShaderInterface::QxType type)
 
 bool QxShader::Uses(std::string_view predefined) const
 {
-    return std::find(m_predefined.begin(), m_predefined.end(), predefined) != m_predefined.end();
+    return std::find(m_info.predefined.begin(), m_info.predefined.end(), predefined) !=
+           m_info.predefined.end();
 }
 
 bool QxShader::NeedsObjectSpace() const
 {
-    return std::any_of(m_parameters.begin(), m_parameters.end(),
+    return std::any_of(m_info.parameters.begin(), m_info.parameters.end(),
                        [](const Parameter& parameter) { return parameter.needsObjectSpace; });
-}
-
-void QxShader::Declare(std::vector<QxVar>& variables) const
-{
-    for (std::size_t i = 0; i < variables.size(); ++i)
-        variables[i].Declare(m_parameters[i].name.c_str(), m_parameters[i].type,
-                             m_parameters[i].varying, m_parameters[i].length);
 }

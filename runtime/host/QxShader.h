@@ -9,6 +9,7 @@
 #include "QxDerivatives.h"
 #include "QxShaderSupport.h"
 #include "host/QxHostValue.h"
+#include "machine/run/QxShaderInfo.h"
 #include "machine/run/QxStopTest.h"
 
 /// A parameter of a shader, by its position: to look its name up once. Good for all instances of
@@ -50,16 +51,7 @@ public:
 /// also in several threads at a time.
 class QxShader {
 public:
-    struct Parameter {
-        std::string name;
-        QxValueType type;
-        bool varying;
-        std::size_t length;  // array elements, 1 for what is no array
-        bool output;
-        /// The space that the default value is given in, "" for a float or string.
-        std::string space;
-        bool needsObjectSpace;  // the default value does
-    };
+    using Parameter = QxShaderParameter;
 
     /// Looks at the file to see what it is. Throws `QxHostError`, which tells why it is not a
     /// shader that can be run. Shadeop libraries are looked for in `shadeopFolders`.
@@ -76,8 +68,8 @@ public:
 
     /// The path of its file, or its name.
     [[nodiscard]] const std::string& Name() const { return m_name; }
-    [[nodiscard]] QxShaderInterface::QxType Type() const { return m_type; }
-    [[nodiscard]] const std::vector<Parameter>& Parameters() const { return m_parameters; }
+    [[nodiscard]] QxShaderInterface::QxType Type() const { return m_info.type; }
+    [[nodiscard]] const std::vector<Parameter>& Parameters() const { return m_info.parameters; }
     /// The parameter of that name. Throws `QxHostError` if there is none. O(n).
     [[nodiscard]] QxParameterHandle Handle(std::string_view name) const;
     /// The default value of each parameter, in the space that it is given in. A value that needs
@@ -85,18 +77,18 @@ public:
     /// computation of all of them does.
     [[nodiscard]] std::vector<std::optional<QxHostValue>> Defaults() const;
     /// The predefined variables that it reads or writes, such as "dPdu".
-    [[nodiscard]] const std::vector<std::string>& Predefined() const { return m_predefined; }
+    [[nodiscard]] const std::vector<std::string>& Predefined() const { return m_info.predefined; }
     [[nodiscard]] bool Uses(std::string_view predefined) const;
     /// The default value of some parameter needs the object space.
     [[nodiscard]] bool NeedsObjectSpace() const;
-    [[nodiscard]] bool TracesRays() const { return m_tracesRays; }
-    [[nodiscard]] bool ModifiesP() const { return m_modifiesP; }
+    [[nodiscard]] bool TracesRays() const { return m_info.tracesRays; }
+    [[nodiscard]] bool ModifiesP() const { return m_info.modifiesP; }
     /// A light that comes from everywhere: it has neither `illuminate` nor `solar`.
-    [[nodiscard]] bool IsAmbient() const { return m_isAmbient; }
+    [[nodiscard]] bool IsAmbient() const { return m_info.isAmbient; }
     /// File names of the shadeop libraries that it calls into.
     [[nodiscard]] const std::vector<std::string>& ShadeopLibraries() const
     {
-        return m_shadeopLibraries;
+        return m_info.shadeopLibraries;
     }
 
     /// What a shader's user calls its type: "surface", "light" and so on.
@@ -105,10 +97,9 @@ public:
     // For instances.
 
     /// The spaces that it names, in the order of the space list of a context.
-    [[nodiscard]] const std::vector<std::string>& SpaceNames() const { return m_spaceNames; }
-    /// Gives the variables, as many as there are parameters, their names, types and lengths; room
-    /// and values come later. The shader must outlive them.
-    void Declare(std::vector<QxVar>& variables) const;
+    [[nodiscard]] const std::vector<std::string>& SpaceNames() const { return m_info.spaces; }
+    /// The shader must outlive the variables.
+    void Declare(std::vector<QxVar>& variables) const { m_info.Declare(variables); }
     /// What shades for one instance. The shader must outlive it. May be called in any thread.
     [[nodiscard]] virtual std::unique_ptr<QxShaderRun> NewRun() const = 0;
 
@@ -121,12 +112,5 @@ protected:
     [[nodiscard]] virtual bool IsDefaultPerPoint(std::size_t parameter) const = 0;
 
     std::string m_name;
-    QxShaderInterface::QxType m_type = QxShaderInterface::e_typeSurface;
-    std::vector<Parameter> m_parameters;
-    std::vector<std::string> m_predefined;
-    std::vector<std::string> m_spaceNames;
-    std::vector<std::string> m_shadeopLibraries;
-    bool m_tracesRays = false;
-    bool m_modifiesP = false;
-    bool m_isAmbient = false;
+    QxShaderInfo m_info;
 };

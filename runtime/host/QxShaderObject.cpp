@@ -95,37 +95,41 @@ QxShaderObject::~QxShaderObject() = default;
 
 void QxShaderObject::ReadInterface()
 {
-    m_type = m_life->type;
-    m_spaceNames = m_life->spaceNames;
-    m_shadeopLibraries = m_life->shadeopLibraries;
+    m_info.type = m_life->type;
+    m_info.spaces = m_life->spaceNames;
+    m_info.shadeopLibraries = m_life->shadeopLibraries;
     for (std::size_t i = 0; i < m_life->sizes->parameters; ++i) {
         const QxVar& variable = m_life->variables[i];
-        m_parameters.push_back({variable.Name(), variable.Type(), variable.IsVarying(),
-                                variable.Length(), m_life->isOutput[i] != 0, "",
-                                m_life->needsObjectSpace[i] != 0});
+        m_info.parameters.push_back({.name = variable.Name(),
+                                     .type = variable.Type(),
+                                     .varying = variable.IsVarying(),
+                                     .length = variable.Length(),
+                                     .output = m_life->isOutput[i] != 0,
+                                     .space = {},
+                                     .needsObjectSpace = m_life->needsObjectSpace[i] != 0});
     }
     for (std::size_t i = 0; i < m_life->sizes->predefinedVariables; ++i)
-        m_predefined.emplace_back(m_life->predefined[i]->name);
-    m_tracesRays = m_life->useRayTracing() != 0;
-    m_modifiesP = m_life->modifyPoint() != 0;
+        m_info.predefined.emplace_back(m_life->predefined[i]->name);
+    m_info.tracesRays = m_life->useRayTracing() != 0;
+    m_info.modifiesP = m_life->modifyPoint() != 0;
     const bool isKnown = m_life->facts.Found() == SqxObjectFacts::State::Whole;
     if (isKnown)
         ReadFacts();
     else
         ReadDefaultSpaces();
-    m_isAmbient = m_type == QxShaderInterface::e_typeLight && !m_life->hasLightStatement &&
-                  (isKnown || LeavesNoDirection());
+    m_info.isAmbient = m_info.type == QxShaderInterface::e_typeLight &&
+                       !m_life->hasLightStatement && (isKnown || LeavesNoDirection());
 }
 
 /// Facts of another shader, as an edited file has them, would have values stored in wrong places.
 void QxShaderObject::ReadFacts()
 {
     const SqxShader& shader = m_life->facts.Shader();
-    bool fits = shader.parameterCount == m_parameters.size();
-    for (std::size_t i = 0; fits && i < m_parameters.size(); ++i) {
+    bool fits = shader.parameterCount == m_info.parameters.size();
+    for (std::size_t i = 0; fits && i < m_info.parameters.size(); ++i) {
         const SqxVariable& known = shader.Parameter(i);
         const auto type = static_cast<QxValueType>(static_cast<int>(known.type));
-        Parameter& parameter = m_parameters[i];
+        Parameter& parameter = m_info.parameters[i];
         // Entry points call vectors and normals points.
         fits = known.name == parameter.name && known.uniform != parameter.varying &&
                static_cast<std::size_t>(known.size) == parameter.length &&
@@ -145,9 +149,9 @@ bool QxShaderObject::LeavesNoDirection() const
 {
     SilentSupport support;
     QxHostSpaces spaces;
-    std::vector<const QxFrame3D*> list(m_spaceNames.size(), spaces.Find("current"));
+    std::vector<const QxFrame3D*> list(m_info.spaces.size(), spaces.Find("current"));
     const QxShadingContext context(&support, &spaces, list.data(), {0, 0, 0});
-    std::vector<QxVar> variables(m_parameters.size());
+    std::vector<QxVar> variables(m_info.parameters.size());
     std::vector<QxLightInput> none;
     QxHostGrid probe(1, 1);
     probe.Set("Ps", QxVector3{0.3F, -7.1F, 5.9F});
@@ -162,10 +166,10 @@ bool QxShaderObject::LeavesNoDirection() const
 /// The computation of the default values tells their spaces too.
 void QxShaderObject::ReadDefaultSpaces()
 {
-    std::vector<QxVar> variables(m_parameters.size());
+    std::vector<QxVar> variables(m_info.parameters.size());
     ComputeDefaults(variables);
     for (std::size_t i = 0; i < variables.size(); ++i)
-        m_parameters[i].space = variables[i].DefaultSpace();
+        m_info.parameters[i].space = variables[i].DefaultSpace();
 }
 
 std::unique_ptr<QxShaderRun> QxShaderObject::NewRun() const

@@ -17,23 +17,6 @@
 
 namespace {
 
-QxShaderInterface::QxType TypeOf(int code)
-{
-    static constexpr QxShaderInterface::QxType types[] = {
-        QxShaderInterface::e_typeSurface, QxShaderInterface::e_typeDisplacement,
-        QxShaderInterface::e_typeVolume, QxShaderInterface::e_typeLight,
-        QxShaderInterface::e_typeImager};
-    return types[code];
-}
-
-/// `illuminate` and `solar` give a light a position or a direction.
-bool IsLightStatement(const SqxInstruction& instruction)
-{
-    const SqxPrimitive primitive = SqxBlock::Primitive(instruction);
-    return primitive == SqxPrimitive::ILLUMINATE ||
-           primitive == SqxPrimitive::ILLUMINATE_NO_CONE || primitive == SqxPrimitive::SOLAR;
-}
-
 SqxShader ReadWhole(std::string_view bytes, const std::string& name)
 {
     SqxReader reader;
@@ -59,26 +42,10 @@ QxMachineProgram::QxMachineProgram(const SqxShader& shader, std::string name,
     QxVerifier verifier;
     if (!verifier.Verify(shader))
         throw QxHostError("'" + m_name + "' cannot be run safely: " + verifier.Message());
-    m_type = TypeOf(shader.shaderType);
-    for (std::size_t i = 0; i < shader.predefinedCount; ++i)
-        m_predefined.push_back(shader.variables[i].name);
-    for (std::size_t i = 0; i < shader.parameterCount; ++i) {
-        const SqxVariable& parameter = shader.Parameter(i);
-        m_parameters.push_back({parameter.name,
-                                static_cast<QxValueType>(static_cast<int>(parameter.type)),
-                                !parameter.uniform, static_cast<std::size_t>(parameter.size),
-                                parameter.output, parameter.needsObjectSpace, parameter.space});
-    }
-    m_spaces = shader.spaces;
-    m_shadeopLibraries = shader.libraries;
-    m_tracesRays = shader.usesRaytracing;
-    m_modifiesP = shader.modifiesP;
-    m_isAmbient = m_type == QxShaderInterface::e_typeLight &&
-                  std::none_of(shader.main.instructions.begin(), shader.main.instructions.end(),
-                               IsLightStatement);
+    m_info = QxInfoOf(shader);
 
     auto code = std::make_unique<QxMachineCode>();
-    code->isLight = m_type == QxShaderInterface::e_typeLight;
+    code->isLight = m_info.type == QxShaderInterface::e_typeLight;
     const bool avx2 =
         kernels == QxKernelChoice::Avx2 || (kernels == QxKernelChoice::Best && HasAvx2());
     if (avx2 && !HasAvx2())
@@ -114,11 +81,4 @@ bool QxMachineProgram::IsDefaultPerPoint(std::size_t parameter) const
 std::size_t QxMachineProgram::InstructionCount() const
 {
     return m_code->instructions;
-}
-
-void QxMachineProgram::Declare(std::vector<QxVar>& variables) const
-{
-    for (std::size_t i = 0; i < variables.size(); ++i)
-        variables[i].Declare(m_parameters[i].name.c_str(), m_parameters[i].type,
-                             m_parameters[i].varying, m_parameters[i].length);
 }

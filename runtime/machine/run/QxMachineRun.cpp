@@ -76,7 +76,7 @@ QxMachineRun::QxMachineRun(const QxMachineProgram& program)
 void QxMachineRun::Start(const QxGrid& grid, const QxShadingContext& context,
                          std::vector<QxVar>& variables, unsigned int firstDraw)
 {
-    if (variables.size() != m_program.Parameters().size())
+    if (variables.size() != m_program.Info().parameters.size())
         throw QxHostError("Shader '" + m_program.Name() + "' has another number of parameters");
     m_store.Start(grid.Size(), variables, m_memoryLimit);
     m_state.values = m_store.Values();
@@ -102,7 +102,7 @@ void QxMachineRun::Initialize(const QxShadingContext& context, std::vector<QxVar
     const auto isWanted = [&](const auto& initializer) {
         return variables[initializer.parameter].UseDefaultValue();
     };
-    if (variables.size() == m_program.Parameters().size() &&
+    if (variables.size() == m_program.Info().parameters.size() &&
         std::none_of(m_code.once.begin(), m_code.once.end(), isWanted))
         return;
     // The memory for grids is kept: these blocks are uniform, and work with any number of points.
@@ -151,7 +151,7 @@ void QxMachineRun::Evaluate(const QxGrid& grid, const QxShadingContext& context,
     m_state.lightCount = static_cast<unsigned int>(lights.size());
     InitializeAtPoints(variables);
     m_state.lightsAreForP = false;
-    const QxShaderInterface::QxType type = m_program.Type();
+    const QxShaderInterface::QxType type = m_program.Info().type;
     if (type == QxShaderInterface::e_typeSurface || type == QxShaderInterface::e_typeVolume)
         m_state.lightNumber = 0;
     RunBlock(m_code.main);

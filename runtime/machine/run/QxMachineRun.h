@@ -35,7 +35,7 @@ public:
     void ForgetFiles() { m_state.questions.files.Forget(); }
 
     // Each of these may throw `QxHostError`, and may be called again afterwards. The variables must
-    // come from `QxMachineProgram::Declare` and have room for the points of the grid.
+    // come from `QxShaderInfo::Declare` and have room for the points of the grid.
 
     /// Sets the variables that the host has not set to their default values, except those that
     /// depend on shading data.
