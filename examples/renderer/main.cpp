@@ -56,7 +56,7 @@ void WritePicture(const std::string& path, const World& world,
     std::vector<unsigned char> bytes;
     for (const QxRGBColor& pixel : pixels)
         bytes.insert(bytes.end(), {encode(pixel.r), encode(pixel.g), encode(pixel.b)});
-    SqxWriteWhole(path, SqxEncodePng(world.width, world.height, bytes, SqxEncoding::Srgb));
+    SqxWritePicture(path, SqxEncodePng(world.width, world.height, bytes, SqxEncoding::Srgb));
 }
 
 }  // namespace

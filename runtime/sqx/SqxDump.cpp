@@ -7,18 +7,11 @@
 #include "sqx/SqxDump.h"
 
 #include <algorithm>
-#include <charconv>
 
+#include "sqx/SqxNumberText.h"
 #include "sqx/SqxNumbers.h"
 
 namespace {
-
-std::string NumberText(double value)
-{
-    char text[32];
-    const auto end = std::to_chars(text, text + sizeof text, static_cast<float>(value)).ptr;
-    return {text, end};
-}
 
 /// A string of the source may contain newlines.
 std::string OnOneLine(std::string text)
@@ -34,7 +27,7 @@ std::string ConstantText(const SqxVariable& constant)
         return OnOneLine(constant.text);
     if (constant.type == SqxType::Bool)
         return constant.number != 0 ? "true" : "false";
-    return NumberText(constant.number);
+    return SqxNumberText(static_cast<float>(constant.number));
 }
 
 /// Formats "varying color[3]", as far as the file specifies it.

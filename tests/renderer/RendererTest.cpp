@@ -38,7 +38,7 @@ protected:
             for (const bool channel : {right == lower, right, lower})
                 pixels.push_back(channel ? 255 : 0);
         }
-        SqxWriteWhole("map.png", SqxEncodePng(8, 8, pixels, SqxEncoding::Srgb));
+        SqxWritePicture("map.png", SqxEncodePng(8, 8, pixels, SqxEncoding::Srgb));
         ShaderFolder::Write(
             "slope.obj",
             "v -1 -1 2\nv 1 -1 2\nv 1 1 4\nv -1 1 4\nvt 0.4 0.9\nf 4/1 1/1 2/1 -2/-1 # a square\n");

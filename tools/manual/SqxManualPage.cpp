@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <cctype>
 
+#include "options/SqxWrapped.h"
+
 namespace {
 
 constexpr const char* k_date = "2026-11-25";
@@ -39,27 +41,10 @@ constexpr const char* k_date = "2026-11-25";
     return text;
 }
 
-/// The text in lines that a reader of the source can see whole.
+/// The text in lines that fit on a screen.
 [[nodiscard]] std::string Wrapped(std::string_view text)
 {
-    constexpr std::size_t k_width = 78;
-    std::string lines;
-    std::size_t column = 0;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find(' '), text.size());
-        const std::string word = Escaped(text.substr(0, end));
-        if (column > 0 && column + 1 + word.size() > k_width) {
-            lines += '\n';
-            column = 0;
-        } else if (column > 0) {
-            lines += ' ';
-            ++column;
-        }
-        lines += word;
-        column += word.size();
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-    return lines;
+    return SqxWrapped(text, {.width = 78}, Escaped);
 }
 
 void AddItem(std::string& page, const std::string& head, std::string_view text)

@@ -10,6 +10,7 @@
 #include <iostream>
 #include <memory>
 
+#include "options/SqxWrapped.h"
 #include "support/QxVersion.h"
 
 namespace {
@@ -22,26 +23,6 @@ constexpr std::size_t k_width = 100;
     if (!option.argument.empty())
         text.append(" ").append(option.argument);
     return text;
-}
-
-/// Adds words to the last line of the text, and continues in indented lines.
-void AddWrapped(std::string& text, std::string_view words, std::size_t indent)
-{
-    std::size_t column = indent;
-    while (!words.empty()) {
-        const std::size_t end = std::min(words.find(' '), words.size());
-        if (column > indent && column + 1 + end > k_width) {
-            text.append("\n").append(indent, ' ');
-            column = indent;
-        } else if (column > indent) {
-            text += ' ';
-            ++column;
-        }
-        text += words.substr(0, end);
-        column += end;
-        words.remove_prefix(std::min(end + 1, words.size()));
-    }
-    text += '\n';
 }
 
 }  // namespace
@@ -64,7 +45,7 @@ std::string SqxHelpText(const SqxProgram& program)
     std::string text = "Usage: ";
     text.append(program.name).append(" ").append(program.synopsis).append("\n\n");
     for (const std::string_view paragraph : program.description) {
-        AddWrapped(text, paragraph, 0);
+        text += SqxWrapped(paragraph, {.width = k_width, .indent = 0}) + "\n";
         text += '\n';
     }
     std::size_t width = 0;
@@ -73,7 +54,7 @@ std::string SqxHelpText(const SqxProgram& program)
     for (const SqxOption& option : program.options) {
         const std::string words = WithArgument(option);
         text.append("  ").append(words).append(width + 2 - words.size(), ' ');
-        AddWrapped(text, option.effect, width + 4);
+        text += SqxWrapped(option.effect, {.width = k_width, .indent = width + 4}) + "\n";
     }
     return text;
 }

@@ -22,23 +22,6 @@ constexpr float k_samplesOfACell = 1.5F;   // how long a cell's edge is on the p
 constexpr unsigned int k_imagerRows = 64;  // of the picture, at a time
 constexpr auto k_progressStep = std::chrono::milliseconds(100);
 
-const char* NameOf(QxShaderInterface::QxType type)
-{
-    switch (type) {
-    case QxShaderInterface::e_typeLight:
-        return "light";
-    case QxShaderInterface::e_typeSurface:
-        return "surface";
-    case QxShaderInterface::e_typeVolume:
-        return "volume";
-    case QxShaderInterface::e_typeDisplacement:
-        return "displacement";
-    case QxShaderInterface::e_typeImager:
-        break;
-    }
-    return "imager";
-}
-
 /// One of each kind, and any number of lights.
 void CheckKinds(const SqxPictureSettings& settings)
 {
@@ -47,7 +30,7 @@ void CheckKinds(const SqxPictureSettings& settings)
         const QxShaderInterface::QxType kind = shader.shader->Type();
         if (kind != QxShaderInterface::e_typeLight && !kinds.insert(kind).second)
             throw SqxPictureError(std::string("There are two shaders of the kind '") +
-                                  NameOf(kind) + "'");
+                                  QxShader::TypeName(kind) + "'");
     }
 }
 

@@ -1,6 +1,3 @@
-// A picture appears under its name only when it is whole: it is written beside and renamed. What is
-// no file, such as a pipe, is written to directly.
-//
 // Tested by tests/sqxshade/SqxShadeTest.cpp.
 
 #include "picture/SqxPng.h"
@@ -8,23 +5,14 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <png.h>
 
 #include "picture/SqxPictureSettings.h"
+#include "process/SqxWholeFile.h"
 
 namespace {
 
 constexpr png_uint_32 k_maxSide = 32768;
-
-[[nodiscard]] bool WriteBytes(const std::string& path, const std::vector<char>& bytes)
-{
-    std::ofstream file(path, std::ios::binary);
-    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    file.close();
-    return !file.fail();
-}
 
 }  // namespace
 
@@ -47,24 +35,11 @@ std::vector<char> SqxEncodePng(unsigned int width, unsigned int height,
     return bytes;
 }
 
-void SqxWriteWhole(const std::string& path, const std::vector<char>& bytes)
+void SqxWritePicture(const std::string& path, const std::vector<char>& bytes)
 {
-    std::error_code failed;
-    // A pipe or device is written to, and not replaced by a file.
-    const std::filesystem::file_status status = std::filesystem::status(path, failed);
-    const bool isFile =
-        !std::filesystem::exists(status) || std::filesystem::is_regular_file(status);
-    const std::string target = isFile ? path + ".part" : path;
-    errno = 0;
-    bool written = WriteBytes(target, bytes);
-    const std::string reason = errno ? std::string(": ") + std::strerror(errno) : "";
-    if (isFile && written)
-        std::filesystem::rename(target, path, failed);
-    written = written && !(isFile && failed);
-    if (written)
+    if (SqxWriteWholeFile(path, {bytes.data(), bytes.size()}))
         return;
-    if (isFile)
-        std::filesystem::remove(target, failed);
+    const std::string reason = errno ? std::string(": ") + std::strerror(errno) : "";
     throw SqxPictureError("Cannot write '" + path + "'" + reason);
 }
 

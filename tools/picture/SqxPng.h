@@ -10,8 +10,8 @@
                                              const std::vector<unsigned char>& pixels,
                                              SqxEncoding encoding);
 
-/// Writes a file, which appears when it is whole. Throws `SqxPictureError`.
-void SqxWriteWhole(const std::string& path, const std::vector<char>& bytes);
+/// Writes a file, which appears when it is complete. Throws `SqxPictureError`.
+void SqxWritePicture(const std::string& path, const std::vector<char>& bytes);
 
 /// A picture of red, green and blue times opacity, and opacity, linear, from 0 to 1; rows from the
 /// top.

@@ -7,7 +7,8 @@
 #include "sqxdump/SqxListing.h"
 
 #include <algorithm>
-#include <charconv>
+
+#include "sqx/SqxNumberText.h"
 
 namespace {
 
@@ -61,7 +62,7 @@ std::string ElementText(const QxHostValue& value, std::size_t element)
     const std::size_t width = QxFloatCount(value.type);
     std::string text;
     for (std::size_t i = element * width; i < (element + 1) * width; ++i)
-        text.append(text.empty() ? "" : " ").append(SqxListedNumber(value.numbers[i]));
+        text.append(text.empty() ? "" : " ").append(SqxNumberText(value.numbers[i]));
     return text;
 }
 
@@ -196,11 +197,4 @@ const char* SqxClassName(const SqxShaderFacts::Parameter& parameter)
     if (!parameter.output)
         return "";
     return *parameter.output ? "output" : "input";
-}
-
-std::string SqxListedNumber(float number)
-{
-    char text[32];
-    const auto end = std::to_chars(text, text + sizeof text, number).ptr;
-    return {text, end};
 }

@@ -28,6 +28,3 @@ SqxWantedParameters(const SqxShaderFacts& facts, const std::vector<std::string>&
 
 /// "input" or "output"; empty if it is not known.
 [[nodiscard]] const char* SqxClassName(const SqxShaderFacts::Parameter& parameter);
-
-/// The shortest text that gives the number again.
-[[nodiscard]] std::string SqxListedNumber(float number);

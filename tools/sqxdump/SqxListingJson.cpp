@@ -8,6 +8,7 @@
 
 #include <cmath>
 
+#include "sqx/SqxNumberText.h"
 #include "sqxdump/SqxListing.h"
 #include "json/SqxOrderedJson.h"
 
@@ -29,7 +30,7 @@ SqxOrderedJson Flag(std::optional<bool> flag)
 /// JSON has no numbers beside the finite ones.
 SqxOrderedJson Number(float number)
 {
-    return std::isfinite(number) ? SqxJsonNumber(number) : SqxOrderedJson(SqxListedNumber(number));
+    return std::isfinite(number) ? SqxJsonNumber(number) : SqxOrderedJson(SqxNumberText(number));
 }
 
 /// What `element` makes of each number below `count`.

@@ -23,6 +23,7 @@
 #include <string_view>
 #include <unistd.h>
 
+#include "process/SqxWholeFile.h"
 #include "sqxmake/SqxMakeOptions.h"
 
 namespace {
@@ -71,19 +72,8 @@ std::optional<std::string> SqxReadText(const fs::path& path)
 
 void SqxWriteText(const fs::path& path, const std::string& text)
 {
-    fs::path unfinished = path;
-    unfinished += "." + std::to_string(getpid());
-    std::ofstream file(unfinished, std::ios::binary);
-    file << text;
-    file.close();
-    std::error_code failed;
-    if (file)
-        fs::rename(unfinished, path, failed);
-    if (file && !failed)
-        return;
-    std::error_code ignored;
-    fs::remove(unfinished, ignored);
-    throw SqxMakeError("File '" + path.string() + "' cannot be written");
+    if (!SqxWriteWholeFile(path, text))
+        throw SqxMakeError("File '" + path.string() + "' cannot be written");
 }
 
 void SqxMakeState::Create() const

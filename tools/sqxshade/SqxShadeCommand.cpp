@@ -5,9 +5,8 @@
 
 #include "sqxshade/SqxShadeCommand.h"
 
-#include <charconv>
-
 #include "process/SqxProcess.h"
+#include "sqx/SqxNumberText.h"
 
 namespace {
 
@@ -113,13 +112,6 @@ std::string SqxShadeCommand(const SqxShadeOptions& options)
     for (const std::string& word : SqxShadeWords(options))
         line += " " + PlainOrQuoted(word);
     return line;
-}
-
-std::string SqxNumberText(float number)
-{
-    char digits[32];
-    const auto [end, failure] = std::to_chars(std::begin(digits), std::end(digits), number);
-    return {digits, end};
 }
 
 std::string SqxNumbersText(const std::vector<float>& numbers)

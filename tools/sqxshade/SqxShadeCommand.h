@@ -14,7 +14,6 @@
 
 // Values as written in options: floats in the fewest digits that give them back.
 
-[[nodiscard]] std::string SqxNumberText(float number);
 /// Numbers between commas.
 [[nodiscard]] std::string SqxNumbersText(const std::vector<float>& numbers);
 [[nodiscard]] std::string SqxColorText(const QxRGBColor& color);

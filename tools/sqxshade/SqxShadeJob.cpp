@@ -139,6 +139,7 @@ void SqxShade(const SqxShadeOptions& options)
     for (const auto& [name, file] : options.textures)
         settings.textures.insert_or_assign(name, SqxTexture::Read(file));
     const SqxEncoding encoding = options.linear ? SqxEncoding::Linear : SqxEncoding::Srgb;
-    SqxWriteWhole(options.output, options.sheet ? MakeSheet(settings, encoding)
-                                                : MakePicture(settings, encoding, std::move(film)));
+    SqxWritePicture(options.output, options.sheet
+                                        ? MakeSheet(settings, encoding)
+                                        : MakePicture(settings, encoding, std::move(film)));
 }
