@@ -52,7 +52,7 @@ public:
         block.isClosed = kind == QxBlockKind::Function && walker.m_isStrict;
         block.begin = static_cast<unsigned>(walker.m_places.TokenAt(range.begin));
         block.end = static_cast<unsigned>(walker.m_places.TokenAt(range.end));
-        // The place behind the last token of the source is in a block that nothing closes.
+        // The place after the last token of the source is in a block that nothing closes.
         if (walker.m_places.EndsBehindText(range))
             ++block.end;
         walker.m_block = static_cast<int>(walker.m_index.blocks.size());

@@ -85,7 +85,7 @@ SlcTextRange SlcParseAdvice::RangeOfToken()
 {
     const SlcSourcePosition& position = SlcCurrentPosition();
     const auto end = static_cast<std::uint32_t>(position.taken);
-    // What closes blocks there stands behind all that the source has.
+    // Tokens that close blocks there follow the whole source.
     if (position.isAtEnd)
         return {end, end + 1};
     return {end - static_cast<std::uint32_t>(position.tokenLength), end};

@@ -7,8 +7,8 @@
 #include "helpers/TemporaryFolder.h"
 #include "sqxls/SqxLsServer.h"
 
-/// An editor that works in a folder of its own and speaks with a server in the same process, in
-/// whole messages.
+/// An editor that works in a separate folder and speaks with a server in the same process, in whole
+/// messages.
 class LsEditor {
 public:
     /// `settings` is the section of the settings; `capabilities` are those of the editor.

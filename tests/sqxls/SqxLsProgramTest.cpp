@@ -167,7 +167,7 @@ TEST(SqxLsInbox, MarksARequestThatIsCancelledWhileItWaits)
     inbox.Close();
     EXPECT_TRUE(inbox.Take()->isCancelled);
     EXPECT_FALSE(inbox.Take()->isCancelled);
-    EXPECT_FALSE(inbox.Take()) << "cancellations are no messages of their own";
+    EXPECT_FALSE(inbox.Take()) << "cancellations are not answered";
 }
 
 }  // namespace

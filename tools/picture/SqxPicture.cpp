@@ -83,17 +83,17 @@ SqxPatch PatchOf(const SqxShape& shape, const Cut& cut, unsigned int number)
 struct SqxPicture::Pieces {
     using Run = std::function<void(SqxPictureStage&, unsigned int)>;
 
-    Pieces(unsigned int itsCount, Run itsRun, bool itTells)
+    Pieces(unsigned int itsCount, Run itsRun, bool itIsWhole)
         : count(itsCount),
           run(std::move(itsRun)),
-          tells(itTells),
+          isWhole(itIsWhole),
           notes(itsCount)
     {
     }
 
     unsigned int count;
     Run run;
-    bool tells;  // what shaders say
+    bool isWhole;  // the final pass: only its progress and notes are reported
 
     std::atomic<unsigned int> next = 0;
     std::atomic<unsigned int> done = 0;
@@ -218,7 +218,7 @@ SqxPictureEnd SqxPicture::RunPieces(Pieces& pieces, const Watch& watch)
     std::unique_lock lock(pieces.mutex);
     while (!pieces.changed.wait_for(lock, k_progressStep, [&] { return pieces.working == 0; })) {
         lock.unlock();
-        if (watch.progress && pieces.tells)
+        if (watch.progress && pieces.isWhole)
             watch.progress(static_cast<float>(pieces.done) / static_cast<float>(pieces.count));
         lock.lock();
     }
@@ -227,10 +227,10 @@ SqxPictureEnd SqxPicture::RunPieces(Pieces& pieces, const Watch& watch)
 
     if (pieces.fault)
         std::rethrow_exception(pieces.fault);
-    if (watch.tell && pieces.tells)
+    if (watch.note && pieces.isWhole)
         for (const std::vector<SqxNote>& notes : pieces.notes)
             for (const SqxNote& note : notes)
-                watch.tell(note);
+                watch.note(note);
     if (pieces.done == pieces.count)
         return SqxPictureEnd::Whole;
     return watch.stop.stop_requested() ? SqxPictureEnd::Stopped : SqxPictureEnd::OutOfTime;

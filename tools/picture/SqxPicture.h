@@ -38,7 +38,7 @@ public:
         /// The share of the whole picture that is done, about ten times a second.
         std::function<void(float)> progress;
         /// What a shader of the whole picture said, in the picture's order.
-        std::function<void(const SqxNote&)> tell;
+        std::function<void(const SqxNote&)> note;
     };
     /// Whether it stops is looked at between pieces of the picture, and in byte-code while it runs.
     /// Throws what a shader does.

@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 
 enum ItemKind { Function = 3, Variable = 6, Keyword = 14, Value = 12, File = 17, Constant = 21 };
 
-/// Where an item stands in the list.
+/// The place of an item in the list.
 enum class Rank : char { Fits = '0', InScope = '1', Predefined = '2', BuiltIn = '3', Word = '4' };
 
 class Items {

@@ -7,7 +7,7 @@
 #include "sqxls/SqxLsClient.h"
 #include "sqxls/SqxLsWorkspace.h"
 
-/// Where a report stands, as far as an editor shows it.
+/// The place of a report, as far as an editor shows it.
 struct SqxLsReportPlace {
     std::string path;
     SqxLsSpan span;

@@ -2,8 +2,8 @@
 
 #include "sqxls/SqxLsWorkspace.h"
 
-/// The command behind the lens; its arguments are the URI of a source and, optionally,
-/// {"show": false} for a client that shows the page itself.
+/// The command of the lens; its arguments are the URI of a source and, optionally, {"show": false}
+/// for a client that shows the page itself.
 constexpr const char* k_sqxLsPreview = "sqxls.preview";
 
 /// `textDocument/codeLens`: "Preview" over each shader.

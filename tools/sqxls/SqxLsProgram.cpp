@@ -6,7 +6,7 @@ using namespace std::string_view_literals;
 
 // clang-format off
 constexpr std::string_view k_description[] = {
-    "Tells editors about shaders while they are written: it speaks the Language Server Protocol 3.17 on its standard input and output. An editor starts it; docs/editors.md has the lines for several of them.",
+    "Answers questions of editors about shaders while they are written: it speaks the Language Server Protocol 3.17 on its standard input and output. An editor starts it; docs/editors.md has the lines for several of them.",
     "Sources are compiled with the options of the sqxmake(1) that builds them, those in the nearest 'compile_flags.txt' beside or above them, one a line, and those of the editor's settings, where later ones overrule earlier ones.",
     "The program runs until the editor ends it or closes its input.",
 };
@@ -38,7 +38,7 @@ constexpr SqxEntry k_examples[] = {
 const SqxProgram& SqxLsProgram()
 {
     static constexpr SqxProgram k_program = {
-        "sqxls",     "tells editors about shaders while they are written",
+        "sqxls",     "answers questions of editors about shaders",
         "[options]", k_description,
         k_options,   {},
         k_files,     k_statuses,

@@ -23,7 +23,7 @@ bool IsId(const SqxJson& id)
     return id.is_string() || id.is_number_integer();
 }
 
-/// Settings stand in a section of their own, or are the whole.
+/// Settings are in a section, or are the whole object.
 const SqxJson& SectionOf(const SqxJson& settings)
 {
     const SqxJson& section = SqxLsMember(settings, k_section);

@@ -14,7 +14,7 @@ namespace {
 
 using Kind = SqxLsToken::Kind;
 
-/// Keywords that a parenthesis of their own follows.
+/// Keywords that are followed by a parenthesis.
 constexpr std::string_view k_statements[] = {"if",         "else",  "for",      "while",
                                              "return",     "break", "continue", "illuminance",
                                              "illuminate", "solar"};

@@ -6,5 +6,5 @@
 [[nodiscard]] SqxJson SqxLsDocumentSymbols(SqxLsWorkspace& workspace, const SqxJson& params);
 
 /// `workspace/symbol`: shaders and functions of all sources in the folders of the workspace, as far
-/// as their tokens show them. Reads the files anew each time.
+/// as their tokens show them. Reads the files again each time.
 [[nodiscard]] SqxJson SqxLsWorkspaceSymbols(SqxLsWorkspace& workspace, const SqxJson& params);

@@ -1,6 +1,6 @@
 // The layout of a source needs what the scanner of the compiler throws away, and must not expand
-// macros, so it has a scanner of its own. Where the two disagree, about a byte that is no token,
-// this one says `Broken`, and nothing is laid out again.
+// macros, so it has a separate scanner. Where the two disagree, about a byte that is no token, this
+// one says `Broken`, and nothing is laid out again.
 //
 // Tested by tests/sqxls/SqxLsFormatTest.cpp.
 

@@ -3,7 +3,7 @@
 #include <span>
 #include <string_view>
 
-/// A word that stands in a string, and what it is for.
+/// A word in a string, and its purpose.
 struct SqxLsWord {
     std::string_view word;
     std::string_view meaning;

@@ -1,4 +1,4 @@
-// Tells editors about shaders while they are written.
+// Answers editors' questions about shaders while they are written.
 //
 // One thread reads, so that a request can be cancelled while another one is answered; the main
 // thread, whose stack is the largest, compiles.
@@ -88,7 +88,7 @@ int main(int argc, char** argv)
         }
         std::_Exit(Serve());  // the other thread still waits for input
     } catch (const SqxUsageError& error) {
-        std::cerr << "sqxls: " << error.what() << "; '--help' tells of all options\n";
+        std::cerr << "sqxls: " << error.what() << "; '--help' lists all options\n";
         return 2;
     } catch (const std::exception& error) {
         std::cerr << "sqxls: " << error.what() << '\n';

@@ -78,7 +78,7 @@ SqxPictureSettings::Shader Load(const SqxShadeOptions::Shader& source,
 }
 
 /// Texts of shaders go to the streams that a program's texts go to.
-void Tell(const SqxNote& note)
+void PrintNote(const SqxNote& note)
 {
     if (note.isReport)
         std::cerr << note.text << '\n';
@@ -93,7 +93,7 @@ void Render(SqxPicture& picture, Progress& progress, std::size_t number, std::si
     watch.progress = [&](float done) {
         progress.Show((static_cast<float>(number) + done) / static_cast<float>(count));
     };
-    watch.tell = Tell;
+    watch.note = PrintNote;
     (void)picture.Render(watch);  // nothing stops it
 }
 

@@ -38,7 +38,7 @@ private:
 
     std::string m_path;
     SqxViewCompileOptions m_options;
-    std::mutex m_mutex;           // of what follows; whoever holds it compiles
+    std::mutex m_mutex;           // of the members below; its holder compiles
     unsigned long m_version = 0;  // that the blocks are of; 0: none
     std::vector<Block> m_blocks;  // by level
     std::string m_fault;          // why there are none

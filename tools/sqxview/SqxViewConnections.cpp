@@ -1,4 +1,4 @@
-// The library tells nobody which sockets it uses, but the system does: those among the open files
+// The library does not say which sockets it uses, but the system does: those among the open files
 // that are connected at the server's port. They are looked at twenty times a second. A connection
 // is known by its file and the port at the other end, since the number of a file is used again.
 //
@@ -58,7 +58,7 @@ bool HasUnreadRequest(int file)
                std::string_view::npos;
 }
 
-/// Whoever reads from it, or writes to it from the other end, is told at once: nothing lingers.
+/// Reads from it, and writes from the other end, fail at once: nothing lingers.
 void End(int file)
 {
     const linger atOnce = {1, 0};

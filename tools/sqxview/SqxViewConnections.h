@@ -19,8 +19,8 @@ public:
     static constexpr auto k_longest = std::chrono::seconds(60);
     static constexpr auto k_longestWithoutRequest = std::chrono::seconds(1);
 
-    /// Watches the connections of the server at that port of this machine, in a thread of its own,
-    /// until it is destroyed. Whatever else this program has open is left alone.
+    /// Watches the connections of the server at that port of this machine, in a separate thread,
+    /// until it is destroyed. Other open files of this program are left alone.
     explicit SqxViewConnections(int port, std::chrono::milliseconds longest = k_longest);
 
     /// The server has the whole request of the connection with that port at the other end. Any

@@ -1,5 +1,5 @@
-// A value that is given in a space of its own is known once the shader was about to run in a scene:
-// there it has been brought into the one that the shader computes in.
+// A value that is given in another space is known after a shader has been prepared to run in a
+// scene: there it has been brought into the one that the shader computes in.
 //
 // Tested by tests/sqxview/SqxViewSessionTest.cpp.
 

@@ -16,6 +16,6 @@ struct SqxViewOptions {
     SqxInformation information = SqxInformation::None;
 };
 
-/// `arguments` are the words behind the name of the program. Throws `SqxUsageError`, also for a
+/// `arguments` are the words after the name of the program. Throws `SqxUsageError`, also for a
 /// shader that is no source.
 [[nodiscard]] SqxViewOptions SqxReadViewOptions(const std::vector<std::string>& arguments);

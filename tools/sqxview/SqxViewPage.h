@@ -3,7 +3,7 @@
 #include <span>
 #include <string_view>
 
-/// A file of the page, as it stands in the program.
+/// A file of the page, as it is embedded in the program.
 struct SqxViewPageFile {
     std::string_view path;  // that a browser asks for: "/page.css"; "/" is the page itself
     std::string_view type;  // for the header "Content-Type"

@@ -1,4 +1,4 @@
-// One thread renders, one watches it. A newer picture ends the one at hand, but not before that has
+// One thread renders, one watches it. A newer picture ends the current one, but not before that has
 // shown something or a moment has passed: while a slider is drawn, pictures keep coming.
 //
 // Tested by tests/sqxview.
@@ -89,7 +89,7 @@ void SqxViewPainter::Guard(const std::stop_token& end)
     }
 }
 
-void SqxViewPainter::TellShown(const SqxPicture& picture, SqxViewPainting& painting)
+void SqxViewPainter::ReportShown(const SqxPicture& picture, SqxViewPainting& painting)
 {
     const SqxPictureSettings& settings = picture.Settings();
     painting.png = std::make_shared<const std::vector<char>>(SqxEncodePng(
@@ -117,9 +117,9 @@ void SqxViewPainter::Render(SqxPictureSettings settings, unsigned long request,
         watch.stop = stop;
         watch.deadline = start + m_timeLimit;
         watch.coarseFirst = true;
-        watch.tell = [&](const SqxNote& note) { AddNote(painting.notes, note); };
+        watch.note = [&](const SqxNote& note) { AddNote(painting.notes, note); };
         watch.show = [&] {
-            TellShown(picture, painting);
+            ReportShown(picture, painting);
             painting.time = now();
             m_show(painting);
         };

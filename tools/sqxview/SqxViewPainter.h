@@ -12,7 +12,7 @@
 
 #include "picture/SqxPicture.h"
 
-/// What became of a picture so far. Each tells all that is known of it.
+/// The state of a picture so far, complete each time.
 struct SqxViewPainting {
     unsigned long request = 0;                     // the number of the request
     std::shared_ptr<const std::vector<char>> png;  // none yet
@@ -23,9 +23,9 @@ struct SqxViewPainting {
     std::chrono::milliseconds time = {};           // since its start
 };
 
-/// Renders one picture after the other in a thread of its own, coarse first. A newer picture ends
-/// the one that is being rendered, but leaves it a moment to show something: a value that changes
-/// all the time would otherwise show nothing.
+/// Renders one picture after the other in a separate thread, coarse first. A newer picture ends the
+/// one that is being rendered, but leaves it a moment to show something: a value that changes all
+/// the time would otherwise show nothing.
 class SqxViewPainter {
 public:
     /// Called in the painter's thread, for each picture several times.
@@ -39,14 +39,14 @@ public:
     SqxViewPainter& operator=(const SqxViewPainter&) = delete;
 
     /// Asks for a picture, in place of any that was asked for and has not begun. Returns at once;
-    /// any thread may ask. What goes wrong with a picture is told by `show`. `request`: a number
-    /// for the picture, of the caller's choice.
+    /// any thread may ask. Faults of a picture are reported by `show`. `request`: a number for the
+    /// picture, of the caller's choice.
     void Paint(SqxPictureSettings settings, unsigned long request);
 
 private:
     void Work(const std::stop_token& end);
     void Render(SqxPictureSettings settings, unsigned long request, const std::stop_token& stop);
-    void TellShown(const SqxPicture& picture, SqxViewPainting& painting);
+    void ReportShown(const SqxPicture& picture, SqxViewPainting& painting);
     void Guard(const std::stop_token& end);
 
     std::chrono::seconds m_timeLimit;

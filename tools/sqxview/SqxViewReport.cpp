@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr int k_around = 2;         // lines before and behind a place
+constexpr int k_around = 2;         // lines before and after a place
 constexpr std::size_t k_most = 50;  // places of a report
 
 struct Place {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-/// A stretch of a source around places that the compiler's report tells of.
+/// Lines of a source around places that the compiler's report names.
 struct SqxViewExcerpt {
     struct Line {
         int number;

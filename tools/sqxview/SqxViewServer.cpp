@@ -85,7 +85,7 @@ void Fail(Response& response, int status, const std::string& text)
     response.set_content(SqxJsonLine(answer), k_json);
 }
 
-/// What goes wrong is told to the page.
+/// Reports faults to the page.
 template <typename Do>
 httplib::Server::Handler Guarded(Do handle)
 {

@@ -45,7 +45,7 @@ template <std::size_t count>
     return result;
 }
 
-/// The options with more words behind them, checked as a command line is.
+/// The options followed by more words, checked like a command line.
 [[nodiscard]] SqxShadeOptions WithWords(const SqxShadeOptions& shade,
                                         const std::vector<std::string>& more)
 {
@@ -189,7 +189,7 @@ void SqxViewSession::FindDefaults(SqxViewShader& shader)
     try {
         shader.defaults = SqxViewDefaults(shader.good, m_state.shade.picture);
     } catch (const QxHostError&) {
-        // The picture meets the same fault, and tells of it.
+        // The picture meets the same fault, and reports it.
         shader.defaults.assign(shader.good->Parameters().size(), std::nullopt);
     }
 }

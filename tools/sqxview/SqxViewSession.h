@@ -34,7 +34,7 @@ public:
     /// All that a page shows but for pictures and code, as JSON, once its version is another one
     /// than `version`, or when that time is over.
     [[nodiscard]] std::string State(unsigned long version, std::chrono::milliseconds patience);
-    /// From now on nobody waits for a state, and no code is compiled.
+    /// Ends all waits for a state; no code is compiled any more.
     void EndWaiting();
 
     /// Changes settings: "shape", "size", "samples", "background", "color", "opacity", "lights"

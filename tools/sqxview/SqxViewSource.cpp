@@ -1,6 +1,6 @@
-// A compile tells which files it read; from then on these are watched, and the places where they
-// were looked for before. What changes while it runs
-// is seen, since the watch keeps the state from before.
+// A compile lists the files that it read; from then on these are watched, and the places that were
+// searched before them. What changes while it runs is seen, since the watch keeps the state from
+// before.
 //
 // Tested by tests/sqxview.
 
@@ -40,7 +40,8 @@ SqxViewSource::SqxViewSource(std::string path, SqxViewCompileOptions options)
 {
 }
 
-/// A refused source may lack a file that is still to come: then the folders tell of it.
+/// A refused source may lack a file that is still to come: its appearance is noticed by watching
+/// the folders.
 void SqxViewSource::WatchFor(const SqxViewCompiled& compiled, std::set<std::string> files)
 {
     files.insert(m_path);

@@ -1,6 +1,6 @@
 // A file is another one if its time, its size or its inode is: editors write into a file, or put a
-// new one in its place. Looking at a few dozen files now and then costs less than to be told by the
-// system.
+// new one in its place. Looking at a few dozen files now and then costs less than notifications by
+// the system.
 //
 // Tested by tests/sqxview.
 

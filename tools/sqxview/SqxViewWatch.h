@@ -15,7 +15,7 @@ public:
 
     /// One is another one than when it was first watched; costs a look at each.
     [[nodiscard]] bool HasChanged() const;
-    /// What there is now is no change any more.
+    /// From now on only later changes count.
     void Refresh();
     /// From now on these paths are watched, those that were watched before as they were then: so
     /// what changed in the meantime is seen.

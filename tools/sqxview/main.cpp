@@ -26,8 +26,8 @@ sigset_t HoldEndSignals()
     return signals;
 }
 
-/// By default each thread takes memory from a pool of its own, and pictures of many threads and
-/// many edits would spread over all of them. They allocate seldom enough to share one.
+/// By default each thread takes memory from a separate pool, and pictures of many threads and many
+/// edits would spread over all of them. They allocate seldom enough to share one.
 void ShareOnePool()
 {
 #ifdef __GLIBC__
@@ -35,7 +35,7 @@ void ShareOnePool()
 #endif
 }
 
-/// Some browsers stay as long as their window does, so nobody waits for them.
+/// Some browsers run as long as their window is open, so the program does not wait for them.
 void OpenBrowser(const std::string& address)
 {
     std::thread([address] {

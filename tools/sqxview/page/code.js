@@ -5,17 +5,17 @@ import { byId, make, showText } from "./elements.js";
 let shaders = [];
 let shownCode = "";
 
-/** Looks at the shaders that the program told of. */
+/** Takes the shaders that the program lists. */
 export function takeShaders(now) {
     shaders = now;
     showCode();
     showListing();
 }
 
-/** Shows the byte-code that the fields choose, if it is looked at and stands there not yet. */
+/** Shows the byte-code that the fields choose, if it is visible and not shown yet. */
 export async function showCode() {
     if (shaders.length === 0)
-        return;  // nothing was told yet
+        return;  // no state has come yet
     const options = shaders.map((shader) => shader.path);
     const select = byId("code-shader");
     if (select.options.length !== options.length)

@@ -1,6 +1,6 @@
 // Controls for values. Each has a field "element", and "show" which takes the numbers or texts to show,
-// or null if there are none. They call "changed" with all of them. What has the focus is not shown
-// anew: somebody is typing there.
+// or null if there are none. They call "changed" with all of them. A field with the focus is not
+// updated: the user is typing there.
 
 import { colorNumbers, colorWord } from "./colors.js";
 import { make } from "./elements.js";

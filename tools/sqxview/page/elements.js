@@ -1,4 +1,4 @@
-// Elements of the page: those that stand in it, and new ones.
+// Elements of the page: existing ones, and new ones.
 
 /** The element of the page with this id. */
 export const byId = (id) => document.getElementById(id);

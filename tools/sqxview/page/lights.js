@@ -52,7 +52,7 @@ function lightControl(light, number) {
     return { element, show, kind: light.kind };
 }
 
-/** Shows the lights that the program told of. */
+/** Shows the lights that the program lists. */
 export function showLights(now, hasLightShader) {
     lights = now.map((light) => ({ ...light }));
     if (lightControls.length !== lights.length || lightControls.some((c, i) => c.kind !== lights[i].kind)

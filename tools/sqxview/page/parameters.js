@@ -55,7 +55,7 @@ function parameterControl(number, parameter) {
 
 const shaderParts = [];  // of each shader: what its controls are for, and the controls
 
-/** Shows the values of all parameters, as the program told of them. */
+/** Shows the values of all parameters, as the program lists them. */
 export function showParameters(shaders) {
     shaders.forEach((shader, number) => {
         const kinds = shader.parameters.map((p) => [p.name, p.default, kindOf(p)]);

@@ -1,4 +1,4 @@
-// The picture, and what is told of it.
+// The picture and its status.
 
 import { byId } from "./elements.js";
 
@@ -36,7 +36,7 @@ function statusOf(state) {
     return `Drawing, for ${state.timeLimit} s at most`;
 }
 
-/** Shows what is told of the picture: names, status, and whether it is an old one. */
+/** Shows the facts of the picture: names, status, and whether it is an old one. */
 export function showLook(state) {
     const { picture, shaders } = state;
     const names = shaders.map((shader) => shader.path.split("/").at(-1)).join(" + ");

@@ -32,7 +32,7 @@ export function showFaults(state) {
         parts.push(["What the shaders say", false, state.picture.notes, []]);
     const text = JSON.stringify(parts);
     if (text === shownFaults)
-        return;  // what stands there is not read out again
+        return;  // the same report is not read out again
     shownFaults = text;
     byId("faults").replaceChildren(...parts.map(([title, isFault, report, excerpts]) =>
         reportPart(title, isFault, report, ...excerpts.map(excerptPart))));

@@ -41,7 +41,7 @@ function makeSettingControls() {
     return rows.map(([, , control, of]) => ({ control, of }));
 }
 
-/** Shows the settings, as the program told of them. */
+/** Shows the settings, as the program lists them. */
 export function showSettings(settings) {
     settingControls ??= makeSettingControls();
     for (const { control, of } of settingControls)
