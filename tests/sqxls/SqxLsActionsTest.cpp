@@ -29,6 +29,8 @@ TEST(SqxLsActions, CarryOutAdviceThatLeavesNoChoice)
         const char* after;
     } static const cases[] = {
         {"surface a()\n{\n    Ci = Cs\n}\n", "Insert ';'", "surface a()\n{\n    Ci = Cs;\n}\n"},
+        {"surface a()\n{\n    float x = s  // one\n    Ci = x;\n}\n", "Insert ';'",
+         "surface a()\n{\n    float x = s;  // one\n    Ci = x;\n}\n"},
         {"surface a() { int i = 3; Ci = i; }\n", "Replace 'int' by 'float'",
          "surface a() { float i = 3; Ci = i; }\n"},
         {"surface a() { float i = 0; i++; }\n", "Replace '++' by '+= 1'",

@@ -70,9 +70,8 @@ std::size_t TokenBefore(const std::vector<SqxLsToken>& tokens, std::size_t offse
 /// The sign that a report misses; empty if it leaves a choice.
 std::string MissingSign(const QxCompileReport& report)
 {
-    if (const std::string sign = QuotedBetween(report.text, "'", "' expected at this point");
-        sign.size() == 1)
-        return sign;
+    if (report.text.starts_with("';' expected"))
+        return ";";
     for (const auto& [before, after] :
          {std::pair("a '", "' is missing"), std::pair("'", "' is missing")})
         if (const std::string sign = QuotedBetween(report.advice, before, after);

@@ -58,6 +58,8 @@ std::string DetailText(const QxIndexedName& name, const QxIndexedUse& use)
     const std::string whole = SqxLsDetailWord(name.inferred);
     if (name.declaresDetail || (here.empty() && whole.empty()))
         return "";
+    if (name.kind == QxNameKind::Function || name.kind == QxNameKind::Shadeop)
+        return here.empty() ? "" : "\nReturns a " + here + " value here.";
     std::string text =
         here.empty() ? "\nNot declared uniform or varying" : "\nHolds a " + here + " value here";
     if (!whole.empty() && whole != here)
