@@ -54,4 +54,17 @@ check(vim.fn.getline(4) == '    float border = gain(Kd);' and vim.fn.getline(5):
 vim.fn.setline(5, '    Ci = border * Cs;')
 vim.wait(10000, function() return #vim.diagnostic.get(0) == 0 end, 20)
 check(#vim.diagnostic.get(0) == 0, 'no diagnostic once the fault is mended')
+
+-- One server has all files: what is not saved in a header counts for the shader.
+local shader = vim.api.nvim_get_current_buf()
+vim.cmd('edit gain.h')
+vim.cmd('set filetype=sl')
+local header = vim.api.nvim_get_current_buf()
+vim.fn.setline(3, '    return 2 * nothing;')
+vim.wait(10000, function() return #vim.diagnostic.get(header) > 0 end, 20)
+check(#vim.diagnostic.get(header) == 1, 'a diagnostic in a header that is not saved')
+vim.fn.setline(1, 'float gains(float amount)')
+vim.fn.setline(3, '    return 2 * amount;')
+vim.wait(10000, function() return #vim.diagnostic.get(shader) > 0 end, 20)
+check(#vim.diagnostic.get(shader) == 1 and #vim.diagnostic.get(header) == 0, 'and in its shader')
 vim.cmd('qall!')
