@@ -45,6 +45,8 @@ SqxEndSignals::SqxEndSignals(std::function<void()> beforeTheEnd)
 SqxEndSignals::~SqxEndSignals()
 {
     m_waiter.request_stop();
+    // Blocked, so that it ends the wait of the thread and not the process.
+    // NOLINTNEXTLINE(bugprone-bad-signal-to-kill-thread)
     pthread_kill(m_waiter.native_handle(), SIGTERM);
     m_waiter.join();
     const sigset_t signals = EndSignals();
