@@ -13,6 +13,7 @@
 #include "frontend/SlcMissingToken.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <span>
 
@@ -21,8 +22,12 @@
 
 namespace {
 
-// In this order if several help as much.
-constexpr int k_candidates[] = {')', ',', ';', '(', '{', '}', ']'};
+using Candidates = std::array<int, 7>;
+
+// In this order if several help as much. A declaration can go on after a ',' where a statement can
+// follow a ';', and a line that begins there is more often a statement.
+constexpr Candidates k_withinLine = {')', ',', ';', '(', '{', '}', ']'};
+constexpr Candidates k_atLineStart = {')', ';', ',', '(', '{', '}', ']'};
 
 constexpr std::string_view k_signs = "-{<>=+*/.^()}!?:;,[]";
 
@@ -111,13 +116,13 @@ std::vector<int> SlcTokensOfLine(std::string_view text, std::size_t most)
 }
 
 int SlcMissingToken(const SlcParserTables& tables, std::span<const std::int16_t> states,
-                    const std::vector<int>& following)
+                    const std::vector<int>& following, bool startsLine)
 {
     int best = 0;
     std::size_t most = 1;
     std::vector<int> tried = {0};
     tried.insert(tried.end(), following.begin(), following.end());
-    for (const int candidate : k_candidates) {
+    for (const int candidate : startsLine ? k_atLineStart : k_withinLine) {
         tried.front() = candidate;
         const std::size_t taken = tables.CountAccepted(states, tried);
         if (taken > most) {

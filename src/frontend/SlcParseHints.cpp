@@ -174,7 +174,7 @@ int SlcParseAdvice::MissingToken(const SlcParserTables& tables) const
     const auto column = std::min(static_cast<std::size_t>(position.column), line.size());
     std::vector<int> following = SlcTokensOfLine(line.substr(column), k_most);
     following.insert(following.begin(), Before(0).code);
-    return SlcMissingToken(tables, m_states, following);
+    return SlcMissingToken(tables, m_states, following, Before(1).line < Before(0).line);
 }
 
 std::string SlcParseAdvice::Missing(const SlcParserTables& tables) const

@@ -139,6 +139,9 @@ TEST(SlcParseAdvice, TellsOfBracesAndDefinitions)
          "1: ADVICE: unexpected 'float': groups of formals are separated by ';'"},
         {"surface s() {\nf(1)\nx = 1;\n}",
          "3: ADVICE: unexpected 'x': a ';' may be missing at the end of line 2"},
+        {"surface s() {\nfloat x = 1\nx = 2;\n}", ""},  // the error itself says "';' expected"
+        {"surface s() {\nfloat x = 1 y = 2;\n}",
+         "2: ADVICE: unexpected 'y': a ',' is missing before it"},
     };
     for (const Case& c : cases)
         EXPECT_EQ(AdviceOn(c.source), c.advice) << c.source;
