@@ -9,14 +9,12 @@
 
 #include <chrono>
 #include <csignal>
-#include <fcntl.h>
 #include <fstream>
 #include <set>
-#include <sys/file.h>
 #include <system_error>
-#include <unistd.h>
 
 #include "compile/SqxSearchedPlaces.h"
+#include "process/SqxFileLock.h"
 #include "process/SqxProcess.h"
 #include "sqxmake/SqxMakeOutcome.h"
 #include "sqxmake/SqxMakeState.h"
@@ -34,20 +32,17 @@ using SourceList = std::vector<SqxSource>;
 class Lock {
 public:
     explicit Lock(const SqxMakeState& state)
-        : m_file(open((state.Folder() / "lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644))
+        : m_lock(state.Folder() / "lock", SqxFileLock::IfTaken::GiveUp)
     {
-        if (m_file < 0)
-            throw SqxMakeError("Folder '" + state.Folder().string() + "' cannot be written");
-        if (flock(m_file, LOCK_EX | LOCK_NB) != 0)
-            throw SqxMakeError("Another sqxmake is already running in '" + state.Folder().string() +
-                               "'");
+        const std::string folder = "'" + state.Folder().string() + "'";
+        if (m_lock.Found() == SqxFileLock::State::Taken)
+            throw SqxMakeError("Another sqxmake is already running in " + folder);
+        if (m_lock.Found() == SqxFileLock::State::Failed)
+            throw SqxMakeError("Folder " + folder + " cannot be written");
     }
-    ~Lock() { close(m_file); }
-    Lock(const Lock&) = delete;
-    Lock& operator=(const Lock&) = delete;
 
 private:
-    int m_file;
+    SqxFileLock m_lock;
 };
 
 /// Ninja looks at times only. It must not take a shader for compiled whose file is gone, and the

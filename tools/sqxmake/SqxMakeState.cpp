@@ -8,8 +8,8 @@
 //     work/ID        where it is compiled
 //     options        of the last build: its folder, and a line for each option
 //
-// A file of a fact is made by a call that fails if it is there already: of two sources that claim
-// one output at a time, one gets it.
+// Who owns an output is asked and written under a lock: of two sources that claim it at a time, one
+// gets it.
 //
 // Tested by tests/make/run.sh.
 
@@ -17,12 +17,11 @@
 
 #include <cctype>
 #include <cstdint>
-#include <fcntl.h>
 #include <fstream>
 #include <iterator>
 #include <string_view>
-#include <unistd.h>
 
+#include "process/SqxFileLock.h"
 #include "process/SqxWholeFile.h"
 #include "sqxmake/SqxMakeOptions.h"
 
@@ -45,18 +44,6 @@ constexpr const char* k_optionsFile = "options";
     for (int shift = 60; shift >= 0; shift -= 4)
         digits += "0123456789abcdef"[(hash >> shift) & 15U];
     return digits;
-}
-
-/// Makes the file with the text, if it is not there. False if it is.
-[[nodiscard]] bool MakeNewFile(const fs::path& path, const std::string& text)
-{
-    const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL, 0644);
-    if (file < 0)
-        return false;
-    const bool written = write(file, text.data(), text.size()) == static_cast<ssize_t>(text.size());
-    if (close(file) != 0 || !written)
-        throw SqxMakeError("File '" + path.string() + "' cannot be written");
-    return true;
 }
 
 }  // namespace
@@ -133,8 +120,9 @@ std::optional<std::string> SqxMakeState::Claim(const std::string& output,
     const fs::path path = m_folder / "owners" / output;
     std::error_code exists;
     fs::create_directories(path.parent_path(), exists);
-    if (MakeNewFile(path, source))
-        return std::nullopt;
+    const SqxFileLock lock(m_folder / "owners.lock", SqxFileLock::IfTaken::Wait);
+    if (lock.Found() != SqxFileLock::State::Held)
+        throw SqxMakeError("Folder '" + m_folder.string() + "' cannot be written");
     const std::optional<std::string> owner = SqxReadText(path);
     std::error_code ignored;
     if (owner && *owner != source && fs::exists(*owner, ignored))
