@@ -7,7 +7,16 @@ set(CPACK_PACKAGE_CONTACT "${SLC_CONTACT_ADDRESS} <${SLC_CONTACT_MAIL}>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
 set(CPACK_STRIP_FILES ON)
 set(CPACK_VERBATIM_VARIABLES ON)
-set(CPACK_GENERATOR "TGZ;DEB")
+# To find what the programs of a Debian package depend on takes `file`, and dpkg-shlibdeps of dpkg-dev.
+set(CPACK_GENERATOR TGZ)
+find_program(SLC_FILE file)
+find_program(SLC_SHLIBDEPS dpkg-shlibdeps)
+mark_as_advanced(SLC_FILE SLC_SHLIBDEPS)
+if(SLC_FILE AND SLC_SHLIBDEPS)
+    list(APPEND CPACK_GENERATOR DEB)
+else()
+    slc_leave_out("Debian packages" "file or dpkg-shlibdeps is missing")
+endif()
 
 # Debian requires compressed pages and a changelog, which the archive does not need.
 set(debian "${CMAKE_CURRENT_SOURCE_DIR}/debian")

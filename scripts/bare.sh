@@ -99,7 +99,8 @@ for connection in network alone; do
     inside "$connection" scripts/test.sh
 done
 # The packages are for a system that has nothing to build with.
-inside network sh -c 'cd build/release && cpack -G DEB -B ../packages'
+inside network bash -c 'source scripts/prepare.sh && install_missing "$package_needs" && cmake build/release >/dev/null &&
+    cd build/release && cpack -G DEB -B ../packages'
 packages=$(mktemp -d)
 cp "$root"/root/clone/build/packages/*.deb "$root/root/clone/tests/package/debian.sh" "$packages"
 rm -rf --one-file-system "$root"

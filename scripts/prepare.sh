@@ -25,6 +25,12 @@ test_needs='
     command  make            make
 '
 
+# What Debian packages are made with beyond what the programs need.
+package_needs='
+    command  file            file
+    command  dpkg-shlibdeps  dpkg-dev
+'
+
 # What the tests of a page in a browser need beyond that.
 browser_needs='
     command  chromium        chromium

@@ -26,9 +26,7 @@ expect() {
     [ "$1" = "$2" ] || fail "$3: expected '$2', but got '$1'"
 }
 
-generators=TGZ
-command -v dpkg-deb >/dev/null && command -v dpkg-shlibdeps >/dev/null && generators='TGZ;DEB'
-quietly cpack --config "$build/CPackConfig.cmake" -G "$generators" -B packages
+quietly cpack --config "$build/CPackConfig.cmake" -B packages
 mkdir 'a root'
 quietly tar -xzf packages/*.tar.gz -C 'a root' --strip-components 1
 prefix="$scratch/a root"
