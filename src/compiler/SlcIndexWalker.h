@@ -5,6 +5,7 @@
 
 #include "compiler/SlcIndexNames.h"
 #include "compiler/SlcIndexPlaces.h"
+#include "frontend/SlcCodeWalker.h"
 #include "frontend/SlcNodes.h"
 
 /// The facts on a value from the checks; open and empty for a value that they did not see.

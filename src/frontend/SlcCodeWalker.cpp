@@ -16,3 +16,13 @@ void SlcCodeWalker::Case(SlcSyntaxNode* node)
     }
 #include "frontend/SlcNodeClasses.def"
 #undef SLC_NODE_CLASS
+
+template <class Node>
+void SlcCallCase(SlcCodeWalker& walker, Node* node)
+{
+    walker.Case(node);
+}
+
+#define SLC_NODE_CLASS(name, parent) template void SlcCallCase(SlcCodeWalker& walker, name* node);
+#include "frontend/SlcNodeClasses.def"
+#undef SLC_NODE_CLASS

@@ -50,7 +50,7 @@ public:
 };
 
 /// Made by the optimizer alone. Walkers see it as a `SlcUniformNode`.
-class SlcTempUniformNode : public SlcVisitable<SlcTempUniformNode, SlcUniformNode> {
+class SlcTempUniformNode : public SlcUniformNode {
 public:
     [[nodiscard]] bool IsTempUniform() const override { return true; }
 };

@@ -5,8 +5,13 @@
 #include <string>
 
 #include "frontend/SlcAnnotation.h"
-#include "frontend/SlcCodeWalker.h"
 #include "support/SlcPtr.h"
+
+class SlcBinOpExprNode;
+class SlcCodeWalker;
+class SlcExprNode;
+class SlcLValueNode;
+class SlcStmtNode;
 
 /// A place in the user's source. The file name lives in the scanner's list to the end of the run.
 struct SlcPosition {
@@ -105,10 +110,18 @@ private:
     SlcPtr<SlcAnnotation> m_annotation;
 };
 
+/// Calls the walker's `Case` of a node class. SlcCodeWalker.cpp has one for each class of the list,
+/// so that neither this header nor the files that include it depend on the list.
+template <class Node>
+void SlcCallCase(SlcCodeWalker& walker, Node* node);
+
 /// The `ApplyWalker` of the concrete node class `Self`, which derives from `Base` through it.
 template <class Self, class Base>
 class SlcVisitable : public Base {
 public:
     using Base::Base;
-    void ApplyWalker(SlcCodeWalker* walker) override { walker->Case(static_cast<Self*>(this)); }
+    void ApplyWalker(SlcCodeWalker* walker) override
+    {
+        SlcCallCase(*walker, static_cast<Self*>(this));
+    }
 };

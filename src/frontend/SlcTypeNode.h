@@ -190,8 +190,9 @@ public:
 
 /// The type of an expression after a report: it matches every type, so that one fault gives one
 /// report. Walkers see it as a `SlcTypeNode`.
-class SlcErrorTypeNode : public SlcVisitable<SlcErrorTypeNode, SlcTypeNode> {
+class SlcErrorTypeNode : public SlcTypeNode {
 public:
+    void ApplyWalker(SlcCodeWalker* walker) override { SlcCallCase<SlcTypeNode>(*walker, this); }
     [[nodiscard]] bool IsErrorType() const override { return true; }
     [[nodiscard]] bool IsSameType(const SlcTypeNode* other) const override;
     [[nodiscard]] bool IsSameExactType(const SlcTypeNode* other) const override;

@@ -3,6 +3,7 @@
 #include <set>
 #include <string>
 
+#include "frontend/SlcCodeWalker.h"
 #include "frontend/SlcNodes.h"
 #include "symbols/SlcFuncSymbolEntry.h"
 #include "symbols/SlcSymbolEntry.h"

@@ -5,6 +5,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "frontend/SlcCodeWalker.h"
 #include "frontend/SlcNodes.h"
 #include "icode/SlcICodes.h"
 #include "lowering/SlcBoolExprResult.h"

@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "frontend/SlcCodeWalker.h"
 #include "frontend/SlcNodes.h"
 #include "icode/SlcShaderFacts.h"
 #include "lowering/SlcDefaultValueFacts.h"

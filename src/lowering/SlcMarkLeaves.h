@@ -1,5 +1,6 @@
 #pragma once
 
+#include "frontend/SlcCodeWalker.h"
 #include "frontend/SlcNodes.h"
 
 /// Marks each loop, condition and light statement that a `break`, `continue` or `return` inside it

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "frontend/SlcCodeWalker.h"
 #include "frontend/SlcNodes.h"
 
 /// A tree as nested lists, for comparing shapes: `(= x (+ a (* b 2)))`.

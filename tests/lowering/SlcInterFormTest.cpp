@@ -4,6 +4,7 @@
 
 #include <set>
 
+#include "frontend/SlcCodeWalker.h"
 #include "frontend/SlcNodes.h"
 #include "icode/SlcOperandWalker.h"
 #include "lowering/LowerTestHelp.h"

@@ -7,6 +7,7 @@
 #include <type_traits>
 #include <typeindex>
 
+#include "frontend/SlcCodeWalker.h"
 #include "frontend/SlcNodes.h"
 #include "helpers/CheckedShader.h"
 #include "run/ExampleFiles.h"

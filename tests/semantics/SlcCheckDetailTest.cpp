@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "frontend/SlcCodeWalker.h"
 #include "frontend/SlcNodes.h"
 #include "helpers/CheckedShader.h"
 #include "semantics/SlcFuncInfo.h"

@@ -2,6 +2,7 @@
 
 #include <sstream>
 
+#include "frontend/SlcCodeWalker.h"
 #include "frontend/SlcNodes.h"
 #include "symbols/SlcPossibleTypes.h"
 
