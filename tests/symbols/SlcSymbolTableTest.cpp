@@ -20,9 +20,10 @@ SlcPtr<SlcVarSymbolEntry> FindOrNull(const Table& table, const std::string& name
                                      bool noDefinitionScope = false)
 {
     const auto found = table->FindVarEntry(Ident(name), noDefinitionScope);
-    if (found.Null())
+    if (found.Null()) {
         EXPECT_THROW(static_cast<void>(table->GetVarEntry(Ident(name), noDefinitionScope)),
                      SlcSymbolNotFound);
+    }
     return found;
 }
 
