@@ -123,14 +123,14 @@ void SlcIndexWalker::Case(SlcProcCallExprNode* node)
     std::vector<const SlcExprNode*> arguments;
     const auto& given = node->GetArguments()->GetArgs();
     for (std::size_t i = 0; i < given.size(); ++i) {
-        SlcExprNode* const argument = given[i].get();
-        arguments.push_back(argument);
-        const auto* constant = dynamic_cast<const SlcConstExprNode*>(argument);
+        SlcExprNode& argument = *given[i];
+        arguments.push_back(&argument);
+        const auto* constant = dynamic_cast<const SlcConstExprNode*>(&argument);
         if (constant && constant->GetStringConst() && HasSpaceArguments(text))
-            AddSpace(m_places.TokenAt(argument->Range().begin));
+            AddSpace(m_places.TokenAt(argument.Range().begin));
         m_writes = entry && i < entry->GetArgStorages().size() &&
                    SlcPublicStorage(entry->GetArgStorages()[i]) == QxStorage::Output;
-        argument->ApplyWalker(this);
+        argument.ApplyWalker(this);
     }
     m_writes = false;
     AddCall(name, text, node, arguments);
