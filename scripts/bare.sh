@@ -63,7 +63,7 @@ inside() {
         root=$2 archives=$3 cache=$4
         shift 4
         mount --bind "$archives" "$root/var/cache/apt/archives"
-        [ -z "$cache" ] || mount --bind "$cache" "$root/root/.ccache"
+        [ -z "$cache" ] || { mkdir -p "$root/root/.ccache"; mount --bind "$cache" "$root/root/.ccache"; }
         mount -t proc proc "$root/proc"
         mount --rbind /dev "$root/dev"
         exec env -i HOME=/root PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin \
@@ -89,7 +89,6 @@ cp -a "$folder/base" "$root"
 copy_network_settings "$root"
 git clone -q --no-hardlinks . "$root/root/clone"
 if [ -n "$cache" ]; then
-    mkdir -p "$root/root/.ccache"
     inside network sh -c 'apt-get update -qq && apt-get install -y -qq --no-install-recommends ccache'
 fi
 for connection in network alone; do
