@@ -61,7 +61,7 @@ link_flags() {
     [[ $1 != *libc++* ]] || echo -static-libstdc++
 }
 
-# Builds row $1 with the compiler $2 and the flags $3...; the log tells why it failed.
+# Builds row $1 with the compiler $2 and the flags $3...; the log says why it failed.
 try() {
     local name=$1 compiler=$2 flags=${*:3} build=$PWD/build/compilers/$1 disabled=() link
     link=$(link_flags "$flags")

@@ -8,7 +8,7 @@
 //
 //     operands p, t        numbers  x x x x ..  y y y y ..  z z z z ..  t t t t ..
 //
-// No vector is computed for points that nobody asked for.
+// No vector is computed for points that are not active.
 
 #include "kernels/QxBlocks.h"
 

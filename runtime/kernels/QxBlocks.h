@@ -2,10 +2,10 @@
 
 // Operands in blocks.
 //
-// A function of many operands, each uniform or varying, would need a loop of its own for each
+// A function of many operands, each uniform or varying, would need a separate loop for each
 // choice. Instead its operands are copied into small arrays on the stack, block by block: there the
-// loops are of one kind, nothing can overlap, triples stand component by component, and all of it
-// stays in the first cache. The result is written behind the last read of its block.
+// loops are all alike, nothing can alias, triples are stored component by component, and all of it
+// stays in the first-level cache. The result is written after the last read of its block.
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 #include "QxCalls.h"
 
 // Binds the names of generated code to the functions. A name has up to four forms: for the point
-// at hand or uniform data, for the whole grid, and for the points where a flag is true or false.
+// being shaded or uniform data, for the whole grid, and for the points where a flag is true or false.
 // They find the grid (`numMp`, `numMpU`, `numMpV`), the point (`polyCnt`), the context
 // (`i_context`, `shaderSupport`), the predefined variables (`i_hiddens`) and the lights
 // (`i_lights`, `i_numLights`, `lightCnt`) where they are used.
@@ -51,7 +51,7 @@
 #define CALL_PRIM_PACK(result, a, b, c, d) ((result) = QxPack(QxNumber(a), QxNumber(b), QxNumber(c), QxNumber(d)))
 #define CALL_PRIM_UNPACK(packed, a, b, c, d) QxUnpack(QxNumber(packed), a, b, c, d)
 
-// Matrices, points, strings and the ray at hand.
+// Matrices, points, strings and the current ray.
 #define CALL_PRIM_DETERMINANT(result, matrix) ((result) = QxDeterminant(matrix))
 #define CALL_PRIM_INVERSE(result, matrix) ((result) = QxInverse(matrix))
 #define CALL_PRIM_TRANSLATE(result, matrix, by) ((result) = QxTranslate(matrix, QxToPoint(by)))

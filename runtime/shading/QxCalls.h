@@ -98,9 +98,9 @@ struct QxFaceForwardNgCall {
     }
 };
 
-// The forms of functions that are told the point.
+// The forms of functions that take the number of the point.
 
-/// For the point at hand.
+/// For the current point.
 template <class Function, class Result, class... Arguments>
 inline void QxCallPlainAt(unsigned int point, const Function& function, Result& result,
                           Arguments&&... arguments)
@@ -185,7 +185,7 @@ inline void QxChooseCall(Result& result, QxArguments arguments, int count)
     result = chosen;
 }
 
-/// All texts one behind the other. The result may be one of them: it is replaced last.
+/// Joins all texts in order. The result may be one of them: it is replaced last.
 inline void QxConcatCall(const char*& result, QxArguments arguments, int count)
 {
     QxText text;

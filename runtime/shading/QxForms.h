@@ -3,7 +3,7 @@
 #include "QxArray.h"
 #include "QxValues.h"
 
-// How one operation on one point is done for the point at hand, for a whole grid, or for some of
+// How one operation on one point is done for the current point, for a whole grid, or for some of
 // its points. An operand of a whole-grid form is a pointer to the values of all points, or one
 // value that serves them all; any operand may be either:
 //
@@ -180,14 +180,14 @@ inline void QxCallSimdIf(unsigned int points, bool wanted, const Function& funct
     QxOverGrid(points, QxWhere(condition, wanted), function, result, arguments...);
 }
 
-/// result = function(arguments...) for the point at hand, or once for uniform data.
+/// result = function(arguments...) for the current point, or once for uniform data.
 template <class Function, class Result, class... Arguments>
 inline void QxCallPlain(const Function& function, Result& result, Arguments&&... arguments)
 {
     result = function(QxAt(arguments, 0u)...);
 }
 
-/// The same for a function that is told the point first.
+/// The same for a function whose first argument is the number of the point.
 template <class Where, class Function, class Result, class... Arguments>
 inline void QxOverGridAt(unsigned int points, const Where& where, const Function& function,
                          Result&& result, Arguments&&... arguments)

@@ -86,7 +86,7 @@ inline const QxFrame3D* FindSpace(QxSpaceRegistry* registry, const char* name)
     return registry->Reserve(name);
 }
 
-/// The value has been brought into the current space already; the space tells where it came from.
+/// The value has been brought into the current space already; the space says where it came from.
 inline void QxInitVarValue(QxVar& variable, const char* space, QxTokenInfo::QxClass, int,
                            const void* value)
 {

@@ -99,8 +99,8 @@ inline float QxMax(float a, float b)
     return b < a ? a : b;
 }
 
-/// The whole part of x, from `low` to `high`; what is no number counts as the lowest. To convert a
-/// number that an int cannot hold has no meaning of its own.
+/// The whole part of x, from `low` to `high`; NaN gives `low`. C++ leaves the conversion
+/// of a number that an int cannot hold undefined.
 inline int QxToInt(float x, int low, int high)
 {
     if (!(x > static_cast<float>(low)))

@@ -205,8 +205,8 @@ inline float Cell(const float (&x)[n], unsigned int seed)
     return static_cast<float>(Hash(cell, seed) >> 8) / 16777216.0f;
 }
 
-// What the noises differ in, as a policy: how a value for one seed is found, and whether periods stand
-// behind the coordinates.
+// What the noises differ in, as a policy: how a value for one seed is found, and whether periods follow
+// the coordinates.
 
 struct PlainNoise {
     static constexpr bool isPeriodic = false;
@@ -286,7 +286,7 @@ using QxNoise = qxnoise::Family<qxnoise::PlainNoise>;
 /// A constant in each cell of the lattice.
 using QxCellNoise = qxnoise::Family<qxnoise::CellNoise>;
 
-/// Smooth noise that repeats: behind the coordinates stands the period of each, as whole numbers.
+/// Smooth noise that repeats: the coordinates are followed by the period of each, a whole number.
 struct QxPeriodicNoise {
     using Noise = qxnoise::PeriodicNoise;
 

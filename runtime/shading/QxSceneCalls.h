@@ -226,7 +226,7 @@ private:
     QxArray<Value> m_alongV;
 };
 
-/// Never called: tells the type of a value without reference and `const`.
+/// Never called: names the type of a value without reference and `const`.
 template <class Value>
 Value QxValueOf(const Value&);
 

@@ -54,7 +54,7 @@ struct QxRayQuery {
     float samples;            // 0: the renderer's own choice
     float angle;              // of the cone of directions; -1: the renderer's own choice
     float bias;               // distance from the position at which a ray begins
-    float maxDistance;        // what lies behind it is not hit; 0: no such bound
+    float maxDistance;        // what lies beyond it is not hit; 0: no limit
     float variance;           // how far an answer may be off; 0: the renderer's own choice
     const char* environment;  // name of a map for what rays miss; empty for none
     QxVector3 axis;           // of the directions; null: the normal
@@ -133,7 +133,7 @@ struct QxGridQueries {
 enum class QxFileKind { Texture, Environment, Shadow };
 
 /// The services of a renderer that shaders call: everything that needs a scene. Each has a
-/// neutral answer, which tells of an empty scene without files.
+/// neutral answer, which describes an empty scene without files.
 ///
 /// They are called in the thread that shades, while the shader waits. A built shader may ask all of
 /// its questions for one point before the next point, byte-code asks one question for many points.
@@ -193,7 +193,7 @@ public:
     virtual bool IsIndirectRay() { return false; }
     virtual float RayLevel() { return 0; }
 
-    /// Fills the value and tells that it could. The first text is the texture of `textureinfo` and
+    /// Fills the value and returns whether it could. The first text is the texture of `textureinfo` and
     /// else empty, the second the name of what is asked for. Neutral: nothing is known.
     virtual bool Message(QxMessage, const char*, const char*, const QxMessageValue&)
     {
@@ -202,7 +202,7 @@ public:
     /// Distance from the camera between the clipping planes, 0 to 1. Neutral: 0.
     virtual float Depth(const QxVector3&) { return 0; }
 
-    /// A number from 0 up to, but not including, 1: the next one of a host that has numbers of its own.
+    /// A number from 0 up to, but not including, 1: the next one of a host that has its own generator.
     /// Neutral: within `RandomNumber` what that has computed, else the next one of a stream.
     virtual float Random() { return m_isDrawn ? m_drawn : m_random.Next(); }
     /// What `printf` writes. Neutral: to standard output.

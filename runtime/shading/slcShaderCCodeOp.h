@@ -1,11 +1,11 @@
 #pragma once
 
-// The one header that generated shaders include. The rest of this folder stands behind it.
+// The one header that generated shaders include. It includes the rest of this folder.
 //
-// To read it is most of what a small shader costs the C++ compiler, so that it keeps to headers of the
+// Reading it is most of what a small shader costs the C++ compiler, so it keeps to headers of the
 // C library: <string>, <map>, <vector>, <algorithm> and <cmath> would be six times all the rest.
 
-// All system headers that stand behind it, since what is declared from the pragma on is hidden.
+// All system headers that it needs, since what is declared after the pragma is hidden.
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -44,13 +44,13 @@ static const unsigned int lightCnt = ~0u;
 // The point of a loop, where a block has no loop: as above.
 static const unsigned int polyCnt = 0;
 
-// What a block with a variable argument list does not say of its arguments' types. Where the format
-// is a constant that fits them, it tells the types; elsewhere the block has a variable of this
+// The types of arguments that a block with a variable argument list does not state. Where the format
+// is a constant that fits them, it gives the types; elsewhere the block has a variable of this
 // name.
 static const char* const theTypes = nullptr;
 
 // The rest gives a meaning to what generated code writes in words of C++ and of its library. It stands at the
-// end, since nothing that is read behind it would find these words again.
+// end, since text after it could not use these words any more.
 
 // Indices of arrays, see QxElements.h: `int(x)` is one, and needs what its place calls `i_visibles` and
 // `v`. Functions without varying locals see this one.

@@ -11,7 +11,7 @@ enum class SqxPrimitive : unsigned short {
 #include "sqx/SqxCards.def"
 };
 
-/// The forms of a primitive, each with a number of its own.
+/// The forms of a primitive, each with its own number.
 enum class SqxForm : unsigned char {
     Plain,      // at a point, or once for the grid
     Grid,       // at all points by itself: the name ends in "_SIMD"

@@ -41,7 +41,7 @@ public:
     /// source. From here on advice is made, whether or not it is shown.
     struct Repair {
         std::size_t at = 0;  // counts the tokens of the source
-        int token = 0;       // put in front of that one; 0: that one is left out
+        int token = 0;       // inserted before that one; 0: that one is left out
     };
     void KeepBlocks(std::vector<Repair> repairs);
     /// With which the parser, which has given up, would go on; none at the end of the source.
@@ -87,7 +87,7 @@ private:
     [[nodiscard]] int Read();
     /// The next token of the scanner that no repair leaves out.
     [[nodiscard]] int Scan();
-    /// Whether the next repair puts a token in front of the next one.
+    /// True if the next repair inserts a token before the next one.
     [[nodiscard]] bool Inserts() const;
     /// That token.
     [[nodiscard]] int Insert(SlcTokenValue& value, SlcTextRange& range);

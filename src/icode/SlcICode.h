@@ -16,8 +16,8 @@ public:
     /// True if the class has any of these traits: `code->Is(BeginsBlock | EndsBlock)`.
     [[nodiscard]] bool Is(unsigned traits) const { return (Traits() & traits) != 0; }
 
-    /// Where `SlcDefUse` keeps what the instruction reads and writes. Whoever replaces an operand
-    /// after that was asked for sets it to -1 again.
+    /// Where `SlcDefUse` keeps what the instruction reads and writes. Code that replaces an operand
+    /// after that query sets it to -1 again.
     int m_flowIndex = -1;
 
 protected:

@@ -9,7 +9,7 @@
 class SlcLabelICode : public SlcICodeOf<SlcLabelICode, SlcICode> {
 public:
     explicit SlcLabelICode(std::string name) : m_name(std::move(name)) {}
-    /// "L" and the number, made when someone asks: of most labels nobody ever does.
+    /// "L" and the number, made on demand, since most labels are never printed.
     explicit SlcLabelICode(int number) : m_number(number) {}
 
     [[nodiscard]] const std::string& Name() const
@@ -19,7 +19,7 @@ public:
         return m_name;
     }
 
-    /// For the pass or the writer at hand, which finds there whatever the one before it left.
+    /// Scratch number for the current pass or writer, which must not rely on its old value.
     int m_place = -1;
 
 private:

@@ -23,7 +23,7 @@ struct SqxLsContext {
     std::size_t callBegin = 0;  // offset of its name
     std::string before;  // token before the word
     bool isInLightLoop = false;
-    std::string target;  // name that is assigned to, in the statement at hand; empty for none
+    std::string target;  // name that is assigned to, in the current statement; empty for none
 };
 
 [[nodiscard]] SqxLsContext SqxLsContextAt(const SqxLsText& text, std::size_t offset);
