@@ -105,8 +105,8 @@ make_scenes() {
         build/release/bin/sqxshade --size 1024x512 --samples 1 "$folder/$map.sqx" -o "$folder/$map.png"
     done
     for scene in examples/renderer/scenes/*.txt; do
-        build/release/bin/renderer "$scene" -s "$folder" \
-            -o "docs/images/renderer-$(basename "$scene" .txt).png"
+        build/release/bin/renderer "$scene" "$folder" \
+            "docs/images/renderer-$(basename "$scene" .txt).png"
     done
     rm -r "$folder"
 }

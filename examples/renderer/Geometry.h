@@ -9,64 +9,61 @@
 #include <embree3/rtcore.h>
 
 #include "QxGeometry.h"
+#include "QxShading.h"
 
-/// A ray in the world's space. Its direction has length 1, so that all lengths are distances.
+constexpr float k_endless = std::numeric_limits<float>::infinity();
+constexpr unsigned int k_noObject = RTC_INVALID_GEOMETRY_ID;
+
+/// A ray in world space. Its direction has length 1, so that all lengths are distances.
 struct Ray {
     QxVector3 origin;
     QxVector3 direction;
-    float near;  // nothing nearer or farther is hit
-    float far;
+    float near = 0;  // hits before near and after far do not count
+    float far = k_endless;
+    // The surface that the ray starts on does not hide itself; another object may be as near as it
+    // likes, such as the wall that meets a mirror.
+    unsigned int start = k_noObject;
+    float bias = 0;  // hits of the object `start` before this do not count
 };
 
-constexpr float k_endless = std::numeric_limits<float>::infinity();
-
-/// What a ray meets first.
+/// The first hit of a ray.
 struct Hit {
-    unsigned int object;  // the objects are numbered in the order in which they were added
+    unsigned int object;  // numbered in the order in which the objects were added
     unsigned int triangle;
     float distance;
     float second;  // barycentric coordinates of the second and the third corner
     float third;
 };
 
-/// What a surface shader needs to know about a place.
-struct SurfacePoint {
+/// A vertex of a mesh; Embree interpolates its eight floats.
+struct Vertex {
     QxVector3 P;
-    QxVector3 N;   // of length 1
-    QxVector3 Ng;  // the same of the triangle
-    QxVector3 dPdu;
-    QxVector3 dPdv;
-    float s;       // to the right
-    float t;       // down
-    bool isRound;  // after 1, s goes on with 0
+    QxVector3 N;
+    float s;  // to the right
+    float t;  // down
 };
 
-/// Triangles in the world's space; their corners turn left around the normal.
+/// Triangles in world space. Their corners turn left around the normal.
 struct Mesh {
-    std::vector<QxVector3> P;
-    std::vector<QxVector3> N;              // of each corner; empty: those of the triangles
-    std::vector<std::array<float, 2>> st;  // of each corner; may be empty
+    std::vector<Vertex> vertices;
     std::vector<std::array<unsigned int, 3>> triangles;
-    bool isRound = false;  // after 1, s goes on with 0
 
-    [[nodiscard]] SurfacePoint At(const Hit& hit) const;
+    void AddTriangle(std::size_t first, std::size_t second, std::size_t third)
+    {
+        triangles.push_back({static_cast<unsigned int>(first), static_cast<unsigned int>(second),
+                             static_cast<unsigned int>(third)});
+    }
 };
 
-/// The place on a sphere of a direction of length 1: s leads around the y axis, t down from its
-/// upper end. A map of the surroundings has the same layout.
-[[nodiscard]] std::array<float, 2> SphereParameters(const QxVector3& direction);
-
-/// The triangles of all objects in a tree, for any number of threads once `Commit` was called.
+/// The triangles of all objects, for any number of threads after `Commit`.
 class Geometry {
 public:
     Geometry();
     void Add(Mesh mesh);
     void Commit();
     [[nodiscard]] std::optional<Hit> Intersect(const Ray& ray) const;
-    [[nodiscard]] SurfacePoint PointAt(const Hit& hit) const
-    {
-        return m_meshes[hit.object].At(hit);
-    }
+    /// Fills P, N, Ng, s, t, u, v and the derivatives of that shading point.
+    void FillPoint(const QxHiddenVariables& points, std::size_t point, const Hit& hit) const;
 
 private:
     struct Release {
@@ -74,7 +71,7 @@ private:
         void operator()(RTCScene scene) const { rtcReleaseScene(scene); }
     };
 
-    std::vector<Mesh> m_meshes;  // by object
+    std::vector<Mesh> m_meshes;  // Embree reads them where they are
     std::unique_ptr<RTCDeviceTy, Release> m_device;
     std::unique_ptr<RTCSceneTy, Release> m_scene;
 };

@@ -3,7 +3,7 @@
 //
 //     rays     hits     grid of B     A row of the grid has the rays of a row of the picture, so
 //     . . .    A A A                  that derivatives lead to the pixel's neighbours. Where a ray
-//     . . .    A B B    B B           of it hit something else, the grid repeats the place beside
+//     . . .    A B B    B B           of it hit something else, the grid repeats the point beside
 //     . . .    A A B    b B           it (b), and the result is dropped.
 //
 // Where surfaces let light through, what comes through them follows as a second layer, and so on.
@@ -15,35 +15,39 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 #include "QxGeometry.h"
 #include "QxMath.h"
 
 namespace {
 
+constexpr QxRGBColor k_white = {1, 1, 1};
 constexpr int k_mostLayers = 64;              // of surfaces that let light through
 constexpr float k_leastThrough = 1 / 512.0F;  // less light than that is none
 
-/// How far from a surface rays begin, so that they do not hit it where they start.
-float BiasAt(const QxVector3& place, float wanted)
+/// How near to its start a ray may hit the surface that it starts on by rounding alone.
+float BiasAt(const QxVector3& place)
 {
-    const float size = std::max({std::abs(place.x), std::abs(place.y), std::abs(place.z), 1.0F});
-    return std::max(wanted, 2e-4F * size);
+    return 2e-4F * std::max({std::abs(place.x), std::abs(place.y), std::abs(place.z), 1.0F});
 }
 
-Ray RayOf(const QxRayQuery& query, const QxVector3& direction)
+/// Continues the ray on the other side of what it hit.
+void PassHit(Ray& ray, const Hit& hit)
 {
-    Ray ray = {query.position, QxNormalize(direction), BiasAt(query.position, query.bias),
-               k_endless};
-    if (query.maxDistance > 0)
-        ray.far = query.maxDistance;
-    return ray;
+    ray.near = std::nextafter(hit.distance, k_endless);
+    ray.start = hit.object;
+    ray.bias = hit.distance + BiasAt(ray.origin + ray.direction * hit.distance);
 }
 
 bool IsDark(const QxRGBColor& color)
 {
     return std::max({color.r, color.g, color.b}) < k_leastThrough;
+}
+
+QxRGBColor SkyAt(const World& world, const QxVector3& way)
+{
+    return world.skyMap ? world.sky * world.skyMap->Look(QueryAround({way, way, way, way}))
+                        : world.sky;
 }
 
 /// Direction in the hemisphere around `axis`: `rise` is the square of the sine of its angle.
@@ -57,6 +61,37 @@ QxVector3 DirectionAround(const QxVector3& axis, float rise, float turn)
     return x * (sine * std::cos(angle)) + y * (sine * std::sin(angle)) + axis * std::sqrt(1 - rise);
 }
 
+/// The rectangle of a layout of paths that the hits of one object span.
+struct Part {
+    Part(const QxGrid& layout, const std::vector<Path>& paths, unsigned int object)
+        : layoutColumns(layout.columns)
+    {
+        unsigned int lastColumn = 0;
+        unsigned int lastRow = 0;
+        for (unsigned int i = 0; i < paths.size(); ++i)
+            if (paths[i].Hits(object)) {
+                firstColumn = std::min(firstColumn, i % layout.columns);
+                lastColumn = std::max(lastColumn, i % layout.columns);
+                firstRow = std::min(firstRow, i / layout.columns);
+                lastRow = i / layout.columns;
+            }
+        columns = lastColumn - firstColumn + 1;
+        rows = lastRow - firstRow + 1;
+    }
+
+    /// The number of the path of a point of the rectangle.
+    [[nodiscard]] std::size_t PathOf(std::size_t point) const
+    {
+        return (firstRow + point / columns) * layoutColumns + firstColumn + point % columns;
+    }
+
+    unsigned int layoutColumns;
+    unsigned int firstColumn = ~0U;
+    unsigned int firstRow = ~0U;
+    unsigned int columns;
+    unsigned int rows;
+};
+
 }  // namespace
 
 std::unique_ptr<QxShaderInstance> ShaderSetting::NewInstance(QxHostSpaces& spaces,
@@ -65,40 +100,15 @@ std::unique_ptr<QxShaderInstance> ShaderSetting::NewInstance(QxHostSpaces& space
     auto instance = std::make_unique<QxShaderInstance>(shader, spaces);
     instance->Spaces().Define("shader", QxFrame3D(toWorld));
     instance->Spaces().Define("object", QxFrame3D(toWorld));
-    for (const auto& [name, value] : values)
-        instance->Set(name, value);
+    instance->Use(&values);
     return instance;
 }
-
-/// Enters the next level, and leaves it also when a shader throws.
-class RayScene::LevelScope {
-public:
-    LevelScope(RayScene& scene, bool isShadowRay)
-        : m_scene(scene),
-          m_outer(std::exchange(scene.m_isShadowRay, isShadowRay))
-    {
-        if (scene.m_levels.size() == scene.m_depth)
-            scene.m_levels.emplace_back();
-        ++scene.m_depth;
-    }
-    ~LevelScope()
-    {
-        --m_scene.m_depth;
-        m_scene.m_isShadowRay = m_outer;
-    }
-    LevelScope(const LevelScope&) = delete;
-    LevelScope& operator=(const LevelScope&) = delete;
-
-private:
-    RayScene& m_scene;
-    bool m_outer;
-};
 
 RayScene::RayScene(const World& world) : TextureScene(world.textures), m_world(world)
 {
     // The current space is the world's.
     Spaces().Define("world", QxFrame3D());
-    Spaces().Define("camera", QxFrame3D(world.camera.toWorld));
+    Spaces().Define("camera", QxFrame3D(world.camera));
     for (const PlacedObject& object : world.objects)
         m_surfaces.push_back(object.surface->NewInstance(Spaces(), object.toWorld));
     for (const PlacedLight& light : world.lights) {
@@ -107,146 +117,119 @@ RayScene::RayScene(const World& world) : TextureScene(world.textures), m_world(w
     }
 }
 
-QxRGBColor RayScene::Sky(const QxVector3& direction) const
+RayScene::Level& RayScene::LevelAt(std::size_t depth)
 {
-    return m_world.skyMap ? m_world.sky * LookAround(*m_world.skyMap, direction) : m_world.sky;
+    while (m_levels.size() <= depth)
+        m_levels.emplace_back();
+    return m_levels[depth];
 }
 
-void RayScene::Follow(const QxGrid& layout, std::span<const Ray> rays, std::span<Arrival> arrivals)
+std::span<const Path> RayScene::Follow(Level& level, const QxGrid& layout,
+                                       std::span<const Ray> rays)
 {
-    const LevelScope scope(*this, m_isShadowRay);
-    Level& level = m_levels[m_depth - 1];
-    level.rays.assign(rays.begin(), rays.end());
-    level.through.assign(rays.size(), {1, 1, 1});
-    level.hits.assign(rays.size(), {});
-    std::fill(arrivals.begin(), arrivals.end(), Arrival{{0, 0, 0}, -1});
-    for (int layer = 0; layer < k_mostLayers && FindHits(level, arrivals); ++layer)
-        for (const std::optional<Hit>& hit : level.hits)
-            if (hit)
-                ShadeObject(level, layout, hit->object, arrivals);
+    level.paths.clear();
+    for (const Ray& ray : rays)
+        level.paths.push_back({ray});
+    for (int layer = 0; layer < k_mostLayers && FindHits(level.paths); ++layer)
+        for (const Path& path : level.paths)
+            if (path.hit)
+                ShadeObject(level, layout, path.hit->object);
+    return level.paths;
 }
 
 /// Rays without a hit bring the color of the sky and end. True if there is a hit.
-bool RayScene::FindHits(Level& level, std::span<Arrival> arrivals) const
+bool RayScene::FindHits(std::vector<Path>& paths) const
 {
     bool found = false;
-    for (std::size_t i = 0; i < level.rays.size(); ++i) {
-        QxRGBColor& through = level.through[i];
-        if (IsDark(through))
+    for (Path& path : paths) {
+        if (IsDark(path.through))
             continue;
-        level.hits[i] = m_world.geometry.Intersect(level.rays[i]);
-        if (level.hits[i]) {
+        path.hit = m_world.geometry.Intersect(path.ray);
+        if (path.hit) {
             found = true;
-            if (arrivals[i].distance < 0)
-                arrivals[i].distance = level.hits[i]->distance;
-            continue;
+            if (path.distance < 0)
+                path.distance = path.hit->distance;
+        } else {
+            path.color = path.color + path.through * SkyAt(m_world, path.ray.direction);
+            path.through = {0, 0, 0};
         }
-        arrivals[i].color = arrivals[i].color + through * Sky(level.rays[i].direction);
-        through = {0, 0, 0};
     }
     return found;
 }
 
-/// The rays that hit the object continue behind it, and their hits are done.
-void RayScene::ShadeObject(Level& level, const QxGrid& layout, unsigned int object,
-                           std::span<Arrival> arrivals)
+/// The rays that hit the object continue after it, and their hits are done.
+void RayScene::ShadeObject(Level& level, const QxGrid& layout, unsigned int object)
 {
-    const Part part = FindPart(level, layout, object);
-    FillGrid(level, layout, part, object);
-    m_surfaces[object]->Run(level.grid, *this);
-    const QxHiddenVariables at = level.grid.Hidden();
-    std::size_t point = 0;
-    for (unsigned int row = part.firstRow; row <= part.lastRow; ++row)
-        for (unsigned int column = part.firstColumn; column <= part.lastColumn; ++column, ++point) {
-            const std::size_t i = std::size_t{row} * layout.columns + column;
-            std::optional<Hit>& hit = level.hits[i];
-            if (!hit || hit->object != object)
-                continue;
-            QxRGBColor& through = level.through[i];
-            arrivals[i].color = arrivals[i].color + through * at.Ci[point];
-            through = through * (QxRGBColor{1, 1, 1} - at.Oi[point]);
-            level.rays[i].near = hit->distance + BiasAt(at.P[point], 0);
-            hit.reset();
-        }
-}
-
-RayScene::Part RayScene::FindPart(const Level& level, const QxGrid& layout, unsigned int object)
-{
-    Part part = {layout.columns, layout.rows, 0, 0};
-    for (unsigned int row = 0; row < layout.rows; ++row)
-        for (unsigned int column = 0; column < layout.columns; ++column) {
-            const auto& hit = level.hits[std::size_t{row} * layout.columns + column];
-            if (!hit || hit->object != object)
-                continue;
-            part.firstColumn = std::min(part.firstColumn, column);
-            part.lastColumn = std::max(part.lastColumn, column);
-            part.firstRow = std::min(part.firstRow, row);
-            part.lastRow = row;
-        }
-    return part;
-}
-
-void RayScene::FillGrid(Level& level, const QxGrid& layout, const Part& part,
-                        unsigned int object) const
-{
-    const unsigned int columns = part.lastColumn - part.firstColumn + 1;
-    level.grid.Resize(columns, part.lastRow - part.firstRow + 1);
-    const auto isHit = [&](std::size_t i) {
-        return level.hits[i] && level.hits[i]->object == object;
-    };
-    std::size_t nearest = 0;  // ray of which the place is repeated
+    const Part part(layout, level.paths, object);
+    level.grid.Resize(part.columns, part.rows);
+    std::size_t nearest = 0;  // path of which the point is repeated
     for (std::size_t point = 0; point < level.grid.Size(); ++point) {
-        const std::size_t column = part.firstColumn + point % columns;
-        const std::size_t i = (part.firstRow + point / columns) * layout.columns + column;
-        if (isHit(i)) {
-            nearest = i;
-        } else if (column == part.firstColumn) {
-            // A row that begins with a gap takes its first hit; one without hits, the last row's.
-            for (std::size_t k = i + 1; k < i + columns; ++k)
-                if (isHit(k)) {
-                    nearest = k;
-                    break;
-                }
-        }
-        FillPoint(level.grid, point, level.rays[nearest], *level.hits[nearest]);
+        // A row that begins with a gap takes its first hit; one without hits, the last row's.
+        const std::size_t end = point % part.columns == 0 ? point + part.columns : point + 1;
+        for (std::size_t other = point; other < end; ++other)
+            if (level.paths[part.PathOf(other)].Hits(object)) {
+                nearest = part.PathOf(other);
+                break;
+            }
+        FillPoint(level.grid, point, level.paths[nearest]);
     }
+    Shade(level, object);
+    const QxHiddenVariables at = level.grid.Hidden();
+    for (std::size_t point = 0; point < level.grid.Size(); ++point) {
+        Path& path = level.paths[part.PathOf(point)];
+        if (!path.Hits(object))
+            continue;
+        path.color = path.color + path.through * at.Ci[point];
+        path.through = path.through * (k_white - at.Oi[point]);
+        PassHit(path.ray, *path.hit);
+        path.hit.reset();
+    }
+}
+
+void RayScene::FillPoint(QxHostGrid& grid, std::size_t point, const Path& path) const
+{
+    const PlacedObject& object = m_world.objects[path.hit->object];
+    const QxHiddenVariables at = grid.Hidden();
+    m_world.geometry.FillPoint(at, point, *path.hit);
+    if (object.isRound)  // neighbours must not lie on different sides of the seam
+        at.u[point] = at.s[point] += std::round(at.s[0] - at.s[point]);
+    at.I[point] = path.ray.direction * path.hit->distance;
+    at.Cs[point] = object.color;
+    at.Os[point] = object.opacity;
+}
+
+void RayScene::Shade(Level& level, unsigned int object)
+{
     const QxHiddenVariables at = level.grid.Hidden();
     // One step along u is one to the next ray, which `Du` cannot know better.
     *at.du = *at.dv = 1;
-    level.grid.Set("E", m_world.camera.Eye());
+    level.grid.Set("E", QxTransformPoint({0, 0, 0}, m_world.camera));
+    level.object = object;
+    m_surfaces[object]->Run(level.grid, *this);
 }
 
-void RayScene::FillPoint(QxHostGrid& grid, std::size_t point, const Ray& ray, const Hit& hit) const
+Ray RayScene::RayOf(const QxRayQuery& query, const QxVector3& direction)
 {
-    const PlacedObject& object = m_world.objects[hit.object];
-    const SurfacePoint place = m_world.geometry.PointAt(hit);
-    const QxHiddenVariables at = grid.Hidden();
-    at.P[point] = place.P;
-    at.N[point] = place.N;
-    at.Ng[point] = place.Ng;
-    at.dPdu[point] = place.dPdu;
-    at.dPdv[point] = place.dPdv;
-    at.I[point] = ray.direction * hit.distance;
-    at.s[point] = place.s;
-    if (place.isRound)  // neighbours must not lie on different sides of the seam
-        at.s[point] += std::round(at.s[0] - place.s);
-    at.u[point] = at.s[point];
-    at.t[point] = at.v[point] = place.t;
-    at.Cs[point] = object.color;
-    at.Os[point] = object.opacity;
+    Ray ray = {query.position, QxNormalize(direction), query.bias};
+    if (query.maxDistance > 0)
+        ray.far = query.maxDistance;
+    ray.start = LevelAt(OuterGrids()).object;
+    ray.bias = std::max(query.bias, BiasAt(query.position));
+    return ray;
 }
 
 /// Beyond the deepest level there is no light.
 QxRGBColor RayScene::Trace(const QxRayQuery& query, float& distance)
 {
     distance = -1;
-    if (m_depth > m_world.rayLevels || QxLength(query.direction) == 0)
+    if (OuterGrids() >= m_world.rayLevels || QxLength(query.direction) == 0)
         return {0, 0, 0};
     const Ray ray = RayOf(query, query.direction);
-    Arrival arrival = {};
-    Follow({1, 1}, {&ray, 1}, {&arrival, 1});
-    distance = arrival.distance;
-    return arrival.color;
+    Level& level = LevelAt(OuterGrids() + 1);
+    level.isShadowRay = IsShadowRay();
+    const Path& path = Follow(level, {1, 1}, {&ray, 1}).front();
+    distance = path.distance;
+    return path.color;
 }
 
 float RayScene::RayHit(const QxRayQuery& query)
@@ -260,30 +243,29 @@ QxRGBColor RayScene::Transmission(const QxRayQuery& query)
 {
     const QxVector3 way = query.direction - query.position;
     Ray ray = RayOf(query, way);
-    ray.far = QxLength(way) - BiasAt(query.direction, query.bias);
-    QxRGBColor through = {1, 1, 1};
+    ray.far = QxLength(way) - std::max(query.bias, BiasAt(query.direction));
+    QxRGBColor through = k_white;
     for (int layer = 0; layer < k_mostLayers && !IsDark(through) && ray.near < ray.far; ++layer) {
         const auto hit = m_world.geometry.Intersect(ray);
         if (!hit)
             return through;
         const ShadowKind kind = m_world.objects[hit->object].shadow;
-        if (kind == ShadowKind::Opaque || m_depth > m_world.rayLevels + 1)
+        if (kind == ShadowKind::Opaque || OuterGrids() > m_world.rayLevels)
             return {0, 0, 0};
         if (kind == ShadowKind::Shader)
-            through = through * (QxRGBColor{1, 1, 1} - OpacityAt(ray, *hit));
-        ray.near = hit->distance + BiasAt(ray.origin + ray.direction * hit->distance, 0);
+            through = through * (k_white - OpacityAt({ray, hit}));
+        PassHit(ray, *hit);
     }
     return IsDark(through) ? QxRGBColor{0, 0, 0} : through;
 }
 
-QxRGBColor RayScene::OpacityAt(const Ray& ray, const Hit& hit)
+QxRGBColor RayScene::OpacityAt(const Path& path)
 {
-    const LevelScope scope(*this, true);
-    Level& level = m_levels[m_depth - 1];
-    level.rays.assign(1, ray);
-    level.hits.assign(1, hit);
-    FillGrid(level, {1, 1}, {0, 0, 0, 0}, hit.object);
-    m_surfaces[hit.object]->Run(level.grid, *this);
+    Level& level = LevelAt(OuterGrids() + 1);
+    level.isShadowRay = true;
+    level.grid.Resize(1, 1);
+    FillPoint(level.grid, 0, path);
+    Shade(level, path.hit->object);
     return level.grid.Hidden().Oi[0];
 }
 
@@ -301,15 +283,14 @@ QxRGBColor RayScene::Shadow(const QxPointsQuery& query)
         const int row = cell / edge;
         const float u = (static_cast<float>(cell - row * edge) + Random()) / count;
         const float v = (static_cast<float>(row) + Random()) / count;
-        const QxVector3 lower = query.sources[0] * (1 - u) + query.sources[1] * u;
-        const QxVector3 upper = query.sources[3] * (1 - u) + query.sources[2] * u;
         QxRayQuery ray = {};
         ray.position = place;
-        ray.direction = lower * (1 - v) + upper * v;
+        ray.direction = QxMix(QxMix(query.sources[0], query.sources[1], u),
+                              QxMix(query.sources[3], query.sources[2], u), v);
         ray.bias = query.bias;
         light = light + Transmission(ray);
     }
-    return QxRGBColor{1, 1, 1} - light / (count * count);
+    return k_white - light / (count * count);
 }
 
 /// Rays are spread by the cosine to the axis, so that each carries the same share of light.

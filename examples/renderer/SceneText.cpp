@@ -1,26 +1,26 @@
-// Each line of a scene is a statement: a word that says what it makes, names, and words
-// "key=value". The function of its statement takes the words that it knows; what is left over is
-// reported.
+// Each line of a scene is a statement: a word, names, and words "key=value". A statement takes from
+// the line the words that it knows; what is left over is reported.
 
 #include "SceneText.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <deque>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
 
-#include "ObjFile.h"
 #include "QxMath.h"
 #include "Shapes.h"
-#include "TextureScene.h"
 
 namespace {
 
 using Error = std::runtime_error;
+using Type = QxShaderInterface;
+
+constexpr const char* k_shaderName = "the name of a shader";
+constexpr std::string_view k_shadowKinds[] = {"opaque", "shader", "none"};  // as `ShadowKind`
 
 std::string Quoted(const std::string& text)
 {
@@ -41,20 +41,21 @@ std::vector<float> ReadNumbers(const std::string& key, const std::string& text)
     return numbers;
 }
 
-/// The words of one line. Those that a statement knows are taken from it.
+/// The words of one line, which a statement takes one after the other.
 class Line {
 public:
-    explicit Line(const std::string& text)
+    explicit Line(const std::string& text) : m_names(text.substr(0, text.find('#')))
     {
-        std::istringstream words(text.substr(0, text.find('#')));
-        words >> m_statement;
-        for (std::string word; words >> word;) {
+        m_names >> m_statement;
+        std::string names;
+        for (std::string word; m_names >> word;) {
             const std::size_t sign = word.find('=');
             if (sign == std::string::npos)
-                m_names.push_back(word);
+                names += word + " ";
             else if (!m_values.try_emplace(word.substr(0, sign), word.substr(sign + 1)).second)
                 throw Error(Quoted(word.substr(0, sign)) + " is given twice");
         }
+        m_names = std::istringstream(names);
     }
 
     [[nodiscard]] const std::string& Statement() const { return m_statement; }
@@ -62,10 +63,9 @@ public:
     /// The next word without a key.
     [[nodiscard]] std::string TakeName(const char* what)
     {
-        if (m_names.empty())
+        std::string name;
+        if (!(m_names >> name))
             throw Error(Quoted(m_statement) + " needs " + what);
-        std::string name = m_names.front();
-        m_names.pop_front();
         return name;
     }
 
@@ -79,9 +79,9 @@ public:
     template <class Triple = QxVector3>
     [[nodiscard]] Triple TakeTriple(const std::string& key, const std::string& otherwise)
     {
-        const std::vector<float> numbers = ReadNumbers(key, Take(key, otherwise));
+        std::vector<float> numbers = ReadNumbers(key, Take(key, otherwise));
         if (numbers.size() == 1)
-            return {numbers[0], numbers[0], numbers[0]};
+            numbers.resize(3, numbers[0]);
         if (numbers.size() != 3)
             throw Error(Quoted(key) + " takes one number or three");
         return {numbers[0], numbers[1], numbers[2]};
@@ -89,21 +89,20 @@ public:
 
     /// Sets `value`, if the key is there, to a number in that range.
     template <class Number>
-    void TakeNumber(const std::string& key, float least, float most, Number& value)
+    void TakeNumber(const std::string& key, int least, int most, Number& value)
     {
         const std::string text = Take(key, "");
         if (text.empty())
             return;
         const std::vector<float> numbers = ReadNumbers(key, text);
-        if (numbers.size() != 1 || numbers[0] < least || numbers[0] > most)
-            throw Error((std::ostringstream()
-                         << Quoted(key) << " takes a number from " << least << " to " << most
-                         << ", but is set to " << Quoted(text))
-                            .str());
+        if (numbers.size() != 1 || numbers[0] < static_cast<float>(least) ||
+            numbers[0] > static_cast<float>(most))
+            throw Error(Quoted(key) + " takes a number from " + std::to_string(least) + " to " +
+                        std::to_string(most) + ", but is set to " + Quoted(text));
         value = static_cast<Number>(numbers[0]);
     }
 
-    /// What is scaled, then turned around x, y and z by degrees, then moved.
+    /// Scales, then turns around x, y and z by degrees, then moves.
     [[nodiscard]] QxMatrix44 TakePlace()
     {
         const auto turn = TakeTriple("turn", "0");
@@ -121,16 +120,16 @@ public:
     [[nodiscard]] std::map<std::string, std::string> TakeRest() { return std::move(m_values); }
 
     /// Throws if anything is left.
-    void Finish() const
+    void Finish()
     {
-        if (!m_names.empty() || !m_values.empty())
-            throw Error(Quoted(m_statement) + " has no " +
-                        Quoted(m_names.empty() ? m_values.begin()->first : m_names.front()));
+        std::string left = m_values.empty() ? "" : m_values.begin()->first;
+        if (m_names >> left || !left.empty())
+            throw Error(Quoted(m_statement) + " has no " + Quoted(left));
     }
 
 private:
     std::string m_statement;
-    std::deque<std::string> m_names;
+    std::istringstream m_names;
     std::map<std::string, std::string> m_values;
 };
 
@@ -142,184 +141,145 @@ public:
     {
     }
 
-    void Read(Line line);
-    [[nodiscard]] std::unique_ptr<World> Take();
+    void Read(Line line)
+    {
+        const std::string& word = line.Statement();
+        if (word == "picture") {
+            line.TakeNumber("width", 1, 8192, m_world->width);
+            line.TakeNumber("height", 1, 8192, m_world->height);
+            line.TakeNumber("samples", 1, 8, m_world->samples);
+            line.TakeNumber("levels", 0, 30, m_world->rayLevels);
+        } else if (word == "camera") {
+            ReadCamera(line);
+        } else if (word == "sky") {
+            m_world->sky = line.TakeTriple<QxRGBColor>("color", "1");
+            if (const std::string map = line.Take("map", ""); !map.empty())
+                m_world->skyMap = ReadTexture(map);
+        } else if (word == "shader") {
+            ReadShader(line);
+        } else if (word == "light") {
+            const Setting shader = FindShader(line.TakeName(k_shaderName), Type::e_typeLight);
+            m_world->lights.push_back({shader, line.TakePlace()});
+        } else if (word == "plane" || word == "sphere" || word == "mesh") {
+            ReadObject(line);
+        } else if (!word.empty()) {
+            throw Error("Unknown statement " + Quoted(word));
+        }
+        line.Finish();
+    }
+
+    [[nodiscard]] std::unique_ptr<World> Take()
+    {
+        m_world->geometry.Commit();
+        return std::move(m_world);
+    }
 
 private:
-    using Shader = std::shared_ptr<const ShaderSetting>;
+    using Setting = std::shared_ptr<const ShaderSetting>;
 
-    void ReadPicture(Line& line);
-    void ReadCamera(Line& line);
-    void ReadSky(Line& line);
-    void ReadShader(Line& line);
-    void ReadLight(Line& line);
-    void ReadObject(Line& line);
-    [[nodiscard]] Mesh ReadSphere(Line& line, const QxMatrix44& toWorld);
-    [[nodiscard]] QxHostValue ReadValue(const QxShader::Parameter& parameter,
-                                        const std::string& text);
-    [[nodiscard]] Shader FindShader(const std::string& name, QxShaderInterface::QxType type) const;
-    [[nodiscard]] const SqxTexture* ReadTexture(const std::string& name);
+    void ReadCamera(Line& line)
+    {
+        const QxVector3 at = line.TakeTriple("at", "0,0,-5");
+        const QxVector3 z = QxNormalize(line.TakeTriple("to", "0") - at);
+        const QxVector3 x = QxNormalize(QxCross({0, 1, 0}, z));
+        const QxVector3 y = QxCross(z, x);
+        if (QxLength(x) == 0)
+            throw Error("The camera must not look straight up or down");
+        line.TakeNumber("angle", 1, 170, m_world->cameraAngle);
+        m_world->camera = {
+            {{x.x, x.y, x.z, 0}, {y.x, y.y, y.z, 0}, {z.x, z.y, z.z, 0}, {at.x, at.y, at.z, 1}}};
+    }
+
+    void ReadShader(Line& line)
+    {
+        const std::string name = line.TakeName("a name");
+        const std::string file = line.TakeName("the name of a compiled shader") + ".sqx";
+        const auto setting = std::make_shared<ShaderSetting>(QxShader::Open(m_shaderFolder / file));
+        for (const auto& [key, text] : line.TakeRest())
+            SetParameter(*setting, key, text);
+        if (!m_shaders.emplace(name, setting).second)
+            throw Error("There are two shaders " + Quoted(name));
+    }
+
+    /// A text that ends with ".png" names a picture.
+    void SetParameter(ShaderSetting& setting, const std::string& name, const std::string& text)
+    {
+        const QxParameterHandle handle = setting.shader->Handle(name);
+        const QxValueType type =
+            setting.shader->Parameters()[static_cast<std::size_t>(handle)].type;
+        if (type == QxValueType::String) {
+            if (text.ends_with(".png"))
+                (void)ReadTexture(text);
+            setting.values.Set(handle, text);
+            return;
+        }
+        std::vector<float> numbers = ReadNumbers(name, text);
+        if (type == QxValueType::Color && numbers.size() == 1)
+            numbers.resize(3, numbers[0]);
+        setting.values.Set(handle, {type, numbers});
+    }
+
+    void ReadObject(Line& line)
+    {
+        const Setting surface = FindShader(line.TakeName(k_shaderName), Type::e_typeSurface);
+        const QxMatrix44 toWorld = line.TakePlace();
+        const std::string shadow = line.Take("shadow", "opaque");
+        const auto kind = std::find(std::begin(k_shadowKinds), std::end(k_shadowKinds), shadow);
+        if (kind == std::end(k_shadowKinds))
+            throw Error("'shadow' is opaque, shader or none");
+        m_world->objects.push_back({surface, toWorld, line.TakeTriple<QxRGBColor>("color", "1"),
+                                    line.TakeTriple<QxRGBColor>("opacity", "1"),
+                                    static_cast<ShadowKind>(kind - std::begin(k_shadowKinds)),
+                                    line.Statement() == "sphere"});
+        m_world->geometry.Add(ReadMesh(line, toWorld));
+    }
+
+    [[nodiscard]] Mesh ReadMesh(Line& line, const QxMatrix44& toWorld)
+    {
+        if (line.Statement() == "plane")
+            return MakePlane(toWorld);
+        if (line.Statement() == "mesh")
+            return ReadObjFile(FindFile(line.TakeName("a file")), toWorld);
+        unsigned int detail = 100;
+        line.TakeNumber("detail", 1, 1000, detail);
+        const std::string name = line.Take("displacement", "");
+        TextureScene scene(m_world->textures);
+        std::unique_ptr<QxShaderInstance> displacement;
+        if (!name.empty())
+            displacement =
+                FindShader(name, Type::e_typeDisplacement)->NewInstance(scene.Spaces(), toWorld);
+        return MakeSphere(toWorld, detail, displacement.get(), scene);
+    }
+
+    [[nodiscard]] Setting FindShader(const std::string& name, Type::QxType type) const
+    {
+        const auto found = m_shaders.find(name);
+        if (found == m_shaders.end())
+            throw Error("There is no shader " + Quoted(name));
+        if (found->second->shader->Type() != type)
+            throw Error("Shader " + Quoted(name) + " is of another kind than is needed here");
+        return found->second;
+    }
+
+    [[nodiscard]] const SqxTexture* ReadTexture(const std::string& name)
+    {
+        std::shared_ptr<const SqxTexture>& texture = m_world->textures[name];
+        if (!texture)
+            texture = SqxTexture::Read(FindFile(name));
+        return texture.get();
+    }
+
     /// Beside the scene or, if there is none, among the shaders.
-    [[nodiscard]] std::filesystem::path FindFile(const std::string& name) const;
+    [[nodiscard]] std::filesystem::path FindFile(const std::string& name) const
+    {
+        return std::filesystem::exists(m_folder / name) ? m_folder / name : m_shaderFolder / name;
+    }
 
     std::filesystem::path m_folder;
     std::filesystem::path m_shaderFolder;
-    std::map<std::string, Shader> m_shaders;
+    std::map<std::string, Setting> m_shaders;
     std::unique_ptr<World> m_world = std::make_unique<World>();
 };
-
-void SceneReader::Read(Line line)
-{
-    static const std::map<std::string, void (SceneReader::*)(Line&)> statements = {
-        {"", nullptr},
-        {"picture", &SceneReader::ReadPicture},
-        {"camera", &SceneReader::ReadCamera},
-        {"sky", &SceneReader::ReadSky},
-        {"shader", &SceneReader::ReadShader},
-        {"light", &SceneReader::ReadLight},
-        {"sphere", &SceneReader::ReadObject},
-        {"plane", &SceneReader::ReadObject},
-        {"mesh", &SceneReader::ReadObject},
-    };
-    const auto found = statements.find(line.Statement());
-    if (found == statements.end())
-        throw Error("Unknown statement " + Quoted(line.Statement()));
-    if (found->second)
-        (this->*found->second)(line);
-    line.Finish();
-}
-
-std::unique_ptr<World> SceneReader::Take()
-{
-    m_world->geometry.Commit();
-    return std::move(m_world);
-}
-
-void SceneReader::ReadPicture(Line& line)
-{
-    line.TakeNumber("width", 1, 8192, m_world->width);
-    line.TakeNumber("height", 1, 8192, m_world->height);
-    line.TakeNumber("samples", 1, 8, m_world->samples);
-    line.TakeNumber("levels", 0, 30, m_world->rayLevels);
-}
-
-void SceneReader::ReadCamera(Line& line)
-{
-    const QxVector3 at = line.TakeTriple("at", "0,0,-5");
-    const QxVector3 z = QxNormalize(line.TakeTriple("to", "0") - at);
-    const QxVector3 x = QxNormalize(QxCross({0, 1, 0}, z));
-    const QxVector3 y = QxCross(z, x);
-    if (QxLength(x) == 0)
-        throw Error("The camera must not look straight up or down");
-    line.TakeNumber("angle", 1, 170, m_world->camera.angle);
-    m_world->camera.toWorld = {
-        {{x.x, x.y, x.z, 0}, {y.x, y.y, y.z, 0}, {z.x, z.y, z.z, 0}, {at.x, at.y, at.z, 1}}};
-}
-
-void SceneReader::ReadSky(Line& line)
-{
-    m_world->sky = line.TakeTriple<QxRGBColor>("color", "1");
-    const std::string map = line.Take("map", "");
-    m_world->skyMap = map.empty() ? nullptr : ReadTexture(map);
-}
-
-const SqxTexture* SceneReader::ReadTexture(const std::string& name)
-{
-    std::shared_ptr<const SqxTexture>& texture = m_world->textures[name];
-    if (!texture)
-        texture = SqxTexture::Read(FindFile(name));
-    return texture.get();
-}
-
-std::filesystem::path SceneReader::FindFile(const std::string& name) const
-{
-    const std::filesystem::path beside = m_folder / name;
-    return std::filesystem::exists(beside) ? beside : m_shaderFolder / name;
-}
-
-void SceneReader::ReadShader(Line& line)
-{
-    const std::string name = line.TakeName("a name");
-    const std::string file = line.TakeName("the name of a compiled shader") + ".sqx";
-    ShaderSetting setting = {QxShader::Open(m_shaderFolder / file), {}};
-    const auto& parameters = setting.shader->Parameters();
-    for (const auto& [key, text] : line.TakeRest()) {
-        const auto found = std::find_if(parameters.begin(), parameters.end(),
-                                        [&key = key](const auto& p) { return p.name == key; });
-        if (found == parameters.end())
-            throw Error("Shader " + Quoted(file) + " has no parameter " + Quoted(key));
-        setting.values.emplace_back(key, ReadValue(*found, text));
-    }
-    // A value that does not fit is reported here rather than where the shader is used.
-    QxHostSpaces spaces;
-    (void)setting.NewInstance(spaces, QxMatrix44::Identity());
-    if (!m_shaders.emplace(name, std::make_shared<const ShaderSetting>(std::move(setting))).second)
-        throw Error("There are two shaders " + Quoted(name));
-}
-
-/// A text that ends with ".png" names a picture.
-QxHostValue SceneReader::ReadValue(const QxShader::Parameter& parameter, const std::string& text)
-{
-    if (parameter.type == QxValueType::String) {
-        if (text.ends_with(".png"))
-            (void)ReadTexture(text);
-        return text;
-    }
-    std::vector<float> numbers = ReadNumbers(parameter.name, text);
-    if (parameter.type == QxValueType::Color && numbers.size() == 1)
-        numbers.resize(3, numbers[0]);
-    return {parameter.type, std::move(numbers)};
-}
-
-SceneReader::Shader SceneReader::FindShader(const std::string& name,
-                                            QxShaderInterface::QxType type) const
-{
-    const auto found = m_shaders.find(name);
-    if (found == m_shaders.end())
-        throw Error("There is no shader " + Quoted(name));
-    if (found->second->shader->Type() != type)
-        throw Error("Shader " + Quoted(name) + " is of another kind than is needed here");
-    return found->second;
-}
-
-void SceneReader::ReadLight(Line& line)
-{
-    const std::string name = line.TakeName("the name of a shader");
-    m_world->lights.push_back({FindShader(name, QxShaderInterface::e_typeLight), line.TakePlace()});
-}
-
-void SceneReader::ReadObject(Line& line)
-{
-    static const std::map<std::string, ShadowKind> kinds = {
-        {"opaque", ShadowKind::Opaque}, {"shader", ShadowKind::Shader}, {"none", ShadowKind::None}};
-    const std::string name = line.TakeName("the name of a surface shader");
-    const QxMatrix44 toWorld = line.TakePlace();
-    const auto kind = kinds.find(line.Take("shadow", "opaque"));
-    if (kind == kinds.end())
-        throw Error("'shadow' is opaque, shader or none");
-    m_world->objects.push_back({FindShader(name, QxShaderInterface::e_typeSurface), toWorld,
-                                line.TakeTriple<QxRGBColor>("color", "1"),
-                                line.TakeTriple<QxRGBColor>("opacity", "1"), kind->second});
-    if (line.Statement() == "plane")
-        m_world->geometry.Add(MakePlane(toWorld));
-    else if (line.Statement() == "sphere")
-        m_world->geometry.Add(ReadSphere(line, toWorld));
-    else
-        m_world->geometry.Add(ReadObjFile(FindFile(line.TakeName("a file")), toWorld));
-}
-
-Mesh SceneReader::ReadSphere(Line& line, const QxMatrix44& toWorld)
-{
-    unsigned int detail = 100;
-    line.TakeNumber("detail", 1, 1000, detail);
-    const std::string name = line.Take("displacement", "");
-    TextureScene scene(m_world->textures);
-    std::unique_ptr<QxShaderInstance> displacement;
-    if (!name.empty())
-        displacement = FindShader(name, QxShaderInterface::e_typeDisplacement)
-                           ->NewInstance(scene.Spaces(), toWorld);
-    return MakeSphere(toWorld, detail, displacement.get(), scene);
-}
 
 }  // namespace
 
@@ -329,14 +289,12 @@ std::unique_ptr<World> ReadScene(const std::string& path, const std::string& fol
     if (!file)
         throw Error("Cannot read " + Quoted(path));
     SceneReader reader(std::filesystem::path(path).parent_path(), folder);
-    int number = 0;
-    for (std::string text; std::getline(file, text);) {
-        ++number;
+    std::string text;
+    for (int number = 1; std::getline(file, text); ++number)
         try {
             reader.Read(Line(text));
         } catch (const std::exception& error) {
             throw Error(path + ":" + std::to_string(number) + ": " + error.what());
         }
-    }
     return reader.Take();
 }

@@ -1,32 +1,21 @@
-// A map of the surroundings is looked up like a texture that was wound around the scene.
+// A map of the surroundings is looked up like a texture that is wrapped around the scene.
 
 #include "TextureScene.h"
 
 #include <cmath>
 
-#include "QxGeometry.h"
+#include "Shapes.h"
 
-namespace {
-
-/// The query of the four directions, which must not lie on both sides of the map's seam.
-QxTextureQuery AroundQuery(const QxVector3 (&directions)[4])
+QxTextureQuery QueryAround(const QxVector3 (&directions)[4])
 {
     QxTextureQuery query = {};
-    query.sWidth = 1;
-    query.tWidth = 1;
+    query.sWidth = query.tWidth = 1;
     for (int i = 0; i < 4; ++i) {
         const auto [s, t] = SphereParameters(QxNormalize(directions[i]));
-        query.s[i] = s + std::round(query.s[0] - s) * static_cast<float>(i != 0);
+        query.s[i] = i == 0 ? s : s + std::round(query.s[0] - s);  // on one side of the seam
         query.t[i] = t;
     }
     return query;
-}
-
-}  // namespace
-
-QxRGBColor LookAround(const SqxTexture& map, const QxVector3& direction)
-{
-    return map.Look(AroundQuery({direction, direction, direction, direction}));
 }
 
 const SqxTexture* TextureScene::Find(const char* name) const
@@ -46,7 +35,7 @@ QxRGBColor TextureScene::Environment(const QxPointsQuery& query)
     const SqxTexture* const texture = Find(query.name);
     if (!texture)
         return QxHostScene::Environment(query);
-    QxTextureQuery around = AroundQuery(query.points);
+    QxTextureQuery around = QueryAround(query.points);
     around.channel = query.channel;
     around.fill = query.fill;
     around.sWidth = query.sWidth;

@@ -1,11 +1,18 @@
 #pragma once
 
-#include "World.h"
+#include <map>
+#include <memory>
+#include <string>
 
-/// Answers what shaders ask of pictures: a texture by its name, or a map of the surroundings.
+#include "host/QxHost.h"
+#include "picture/SqxTexture.h"
+
+using Textures = std::map<std::string, std::shared_ptr<const SqxTexture>, std::less<>>;
+
+/// Answers the questions of shaders about pictures: textures and maps of the surroundings.
 class TextureScene : public QxHostScene {
 public:
-    /// `textures` must outlive the scene.
+    /// `textures`, by the names that shaders use, must outlive the scene.
     explicit TextureScene(const Textures& textures) : m_textures(textures) {}
 
     QxRGBColor Texture(const QxTextureQuery& query) override;
@@ -17,5 +24,5 @@ private:
     const Textures& m_textures;
 };
 
-/// What a map of the surroundings shows in one direction.
-[[nodiscard]] QxRGBColor LookAround(const SqxTexture& map, const QxVector3& direction);
+/// The query for the part of a map of the surroundings between four directions.
+[[nodiscard]] QxTextureQuery QueryAround(const QxVector3 (&directions)[4]);

@@ -49,7 +49,7 @@ protected:
     static int Run(const std::string& scene, const std::string& options)
     {
         ShaderFolder::Write("scene.txt", scene);
-        const std::string command = SLC_RENDERER " scene.txt " + options + " >messages 2>&1";
+        const std::string command = SLC_RENDERER " scene.txt . " + options + " >messages 2>&1";
         const int status = std::system(command.c_str());
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
@@ -78,6 +78,10 @@ struct PixelCase {
 const PixelCase k_pixels[] = {
     {"five mirrors", k_mirrors + "picture levels=5", {0.328F, 0.328F, 0.328F}},
     {"too many mirrors", k_mirrors + "picture levels=4", {0, 0, 0}},
+    {"mirror that meets a wall",
+     "camera at=-1.9999,0,0 to=0.0001,0,2\nshader m mirror Kr=1 Ks=0\nshader g glow\n"
+     "plane m at=0,0,2 turn=-90,0,0\nplane g at=0.0002,0,1 turn=0,0,90",
+     {1, 1, 1}},
     {"light", k_lit, {1, 1, 1}},
     {"farther light",
      "camera at=0,1,-3 to=0\nshader w wall Kd=1\nshader l lamp intensity=4\nlight l "
@@ -132,7 +136,7 @@ TEST_F(Renderer, BringsTheLightThatOpticsSays)
 {
     for (const PixelCase& c : k_pixels) {
         const std::string scene = std::string(c.scene) + "\npicture width=1 height=1 samples=1\n";
-        ASSERT_EQ(Run(scene, "-o out.png"), 0) << c.what << ": " << ShaderFolder::Read("messages");
+        ASSERT_EQ(Run(scene, "out.png"), 0) << c.what << ": " << ShaderFolder::Read("messages");
         const SqxImage image = SqxReadPng("out.png");
         ASSERT_EQ(image.values.size(), 4U);
         for (int i = 0; i < 3; ++i)
@@ -144,8 +148,8 @@ TEST_F(Renderer, GivesTheSamePictureWithAnyNumberOfThreads)
 {
     const std::string scene = "picture width=50 height=40\nshader f floor sky=1\nshader l panel\n"
                               "light l at=0,2,0\nplane f scale=3\nsphere f at=0,0.5,0 scale=0.5\n";
-    ASSERT_EQ(Run(scene, "-j 1 -o one.png"), 0);
-    ASSERT_EQ(Run(scene, "-j 3 -o three.png"), 0);
+    ASSERT_EQ(Run(scene, "one.png 1"), 0);
+    ASSERT_EQ(Run(scene, "three.png 3"), 0);
     EXPECT_EQ(ShaderFolder::Read("one.png"), ShaderFolder::Read("three.png"));
 }
 
@@ -156,12 +160,12 @@ TEST_F(Renderer, RefusesWrongScenes)
         const char* message;
     } cases[] = {
         {"shader w wall\nball w", "scene.txt:2: Unknown statement 'ball'"},
-        {"plane", "scene.txt:1: 'plane' needs the name of a surface shader"},
+        {"plane", "scene.txt:1: 'plane' needs the name of a shader"},
         {"plane w", "scene.txt:1: There is no shader 'w'"},
         {"shader l lamp\nplane l",
          "scene.txt:2: Shader 'l' is of another kind than is needed here"},
         {"shader w wall\nshader w wall", "scene.txt:2: There are two shaders 'w'"},
-        {"shader w wall Ks=1", "scene.txt:1: Shader 'wall.sqx' has no parameter 'Ks'"},
+        {"shader w wall Ks=1", "scene.txt:1: Shader './wall.sqx' has no parameter 'Ks'"},
         {"shader w wall Kd=1,2", "scene.txt:1: Parameter 'Kd' is a float, but is set to 2 values"},
         {"shader w wall Kd=red", "scene.txt:1: 'Kd' takes numbers, but is set to 'red'"},
         {"shader w none", "scene.txt:1: There is no shader file './none.sqx'"},
@@ -178,10 +182,10 @@ TEST_F(Renderer, RefusesWrongScenes)
     };
     ShaderFolder::Write("bad.obj", "v 0 0 0\nv 0 1 0\nv 1 0 0\nf 1 2 4\n");
     for (const auto& c : cases) {
-        EXPECT_EQ(Run(c.scene, "-o refused.png"), 1) << c.scene;
+        EXPECT_EQ(Run(c.scene, "refused.png"), 1) << c.scene;
         EXPECT_THAT(ShaderFolder::Read("messages"), ::testing::StartsWith(c.message)) << c.scene;
         EXPECT_FALSE(std::filesystem::exists("refused.png")) << c.scene;
     }
-    EXPECT_EQ(Run("", "-o nofolder/picture.png"), 1) << "a picture that cannot be written";
-    EXPECT_EQ(Run("", "two.txt"), 1);
+    EXPECT_EQ(Run("", "nofolder/picture.png"), 1) << "a picture that cannot be written";
+    EXPECT_EQ(Run("", "picture.png 2 more"), 1);
 }
