@@ -57,7 +57,8 @@ void FilterStep(QxMachineState& state, const QxCode& code, const QxPoints& point
 }
 
 constexpr QxKernelRow k_rows[] = {
-    RowPerPoint<float, float, float, float, float, Text>("CALL_PRIM_FILTERSTEP", FilterStep),
+    RowPerPoint<float, float, float, float, float, Text>(SqxPrimitive::CALL_PRIM_FILTERSTEP,
+                                                         FilterStep),
 };
 
 }  // namespace

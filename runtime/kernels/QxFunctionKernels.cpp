@@ -15,25 +15,29 @@ using Text = const char*;
 
 // A row of the table: name, type of the result, types of the arguments. A function that is cheap
 // may be computed for points that did not ask for it.
-#define CHEAP1(NAME, R, A) Cheap<R, A>(#NAME, [](R& r, const A& a) { NAME(r, a); })
+#define CHEAP1(NAME, R, A) Cheap<R, A>(SqxPrimitive::NAME, [](R& r, const A& a) { NAME(r, a); })
 #define CHEAP2(NAME, R, A, B)                                                                      \
-    Cheap<R, A, B>(#NAME, [](R& r, const A& a, const B& b) { NAME(r, a, b); })
+    Cheap<R, A, B>(SqxPrimitive::NAME, [](R& r, const A& a, const B& b) { NAME(r, a, b); })
 #define CHEAP3(NAME, R, A, B, C)                                                                   \
-    Cheap<R, A, B, C>(#NAME, [](R& r, const A& a, const B& b, const C& c) { NAME(r, a, b, c); })
-#define EACH1(NAME, R, A) Each<R, A>(#NAME, [](R r, const A& a) { NAME(r, a); })
+    Cheap<R, A, B, C>(SqxPrimitive::NAME,                                                          \
+                      [](R& r, const A& a, const B& b, const C& c) { NAME(r, a, b, c); })
+#define EACH1(NAME, R, A) Each<R, A>(SqxPrimitive::NAME, [](R r, const A& a) { NAME(r, a); })
 #define EACH2(NAME, R, A, B)                                                                       \
-    Each<R, A, B>(#NAME, [](R r, const A& a, const B& b) { NAME(r, a, b); })
+    Each<R, A, B>(SqxPrimitive::NAME, [](R r, const A& a, const B& b) { NAME(r, a, b); })
 #define EACH3(NAME, R, A, B, C)                                                                    \
-    Each<R, A, B, C>(#NAME, [](R r, const A& a, const B& b, const C& c) { NAME(r, a, b, c); })
+    Each<R, A, B, C>(SqxPrimitive::NAME,                                                           \
+                     [](R r, const A& a, const B& b, const C& c) { NAME(r, a, b, c); })
 #define EACH4(NAME, R, A, B, C, D)                                                                 \
-    Each<R, A, B, C, D>(                                                                           \
-        #NAME, [](R r, const A& a, const B& b, const C& c, const D& d) { NAME(r, a, b, c, d); })
+    Each<R, A, B, C, D>(SqxPrimitive::NAME, [](R r, const A& a, const B& b, const C& c,            \
+                                               const D& d) { NAME(r, a, b, c, d); })
 // For names with any number of arguments.
 #define EACH(NAME, ...)                                                                            \
-    Each<__VA_ARGS__>(#NAME, [](auto& r, const auto&... arguments) { NAME(r, arguments...); })
+    Each<__VA_ARGS__>(SqxPrimitive::NAME,                                                          \
+                      [](auto& r, const auto&... arguments) { NAME(r, arguments...); })
 // The same for those that look spaces up.
 #define EACH_IN_SPACE(NAME, ...)                                                                   \
-    Each<__VA_ARGS__>(#NAME, InRun([](QxMachineState& state, auto& r, const auto&... arguments) {  \
+    Each<__VA_ARGS__>(SqxPrimitive::NAME,                                                          \
+                      InRun([](QxMachineState& state, auto& r, const auto&... arguments) {         \
                           const QxShadingContext& i_context = *state.context;                      \
                           NAME(r, arguments...);                                                   \
                       }))
@@ -85,7 +89,7 @@ void ElementaryAtAll(QxMachineState& state, const QxCode& code, const QxPoints& 
 }
 
 template <class... Types, class Function>
-constexpr QxKernelRow Elementary(std::string_view primitive, Function function)
+constexpr QxKernelRow Elementary(SqxPrimitive primitive, Function function)
 {
     QxKernelRow row = Each<float&, Types...>(primitive, function);
     row.all = ElementaryAtAll<Function, Types...>;
@@ -93,9 +97,11 @@ constexpr QxKernelRow Elementary(std::string_view primitive, Function function)
     return row;
 }
 
-#define ELEMENTARY1(NAME) Elementary<float>(#NAME, [](float& r, const float& a) { NAME(r, a); })
+#define ELEMENTARY1(NAME)                                                                          \
+    Elementary<float>(SqxPrimitive::NAME, [](float& r, const float& a) { NAME(r, a); })
 #define ELEMENTARY2(NAME)                                                                          \
-    Elementary<float, float>(#NAME, [](float& r, const float& a, const float& b) { NAME(r, a, b); })
+    Elementary<float, float>(SqxPrimitive::NAME,                                                   \
+                             [](float& r, const float& a, const float& b) { NAME(r, a, b); })
 
 // Powers. A uniform exponent of 1, as of a gamma that a user left alone, or of 2 spares the slowest
 // of the functions.
@@ -115,7 +121,7 @@ struct Square {
 template <bool masked>
 void Powers(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {
-    constexpr QxKernelRow row = Elementary<float, float>("", AnyPower());
+    constexpr QxKernelRow row = Elementary<float, float>(SqxPrimitive::CALL_PRIM_POW, AnyPower());
     const auto exponent = Operand<float>(state, code, 2);
     const bool varies = code.operands[0].step != 0 && code.operands[1].step != 0;
     if (varies && exponent.step == 0 && *exponent.values == 1)
@@ -149,7 +155,7 @@ QX_KERNEL_CODE void Transform(QxMachineState& state, const QxCode& code, const Q
 }
 
 template <template <class> class Call, class As>
-constexpr QxKernelRow TransformRow(std::string_view primitive)
+constexpr QxKernelRow TransformRow(SqxPrimitive primitive)
 {
     return RowPerPoint<Vector, Vector>(primitive, Transform<Call, As>);
 }
@@ -208,7 +214,7 @@ constexpr QxKernelRow k_rows[] = {
     EACH3(CALL_PRIM_SETCOMP_MATRIX, Matrix&, float, float, float),
 
     // Geometry; the point's own Ng stands behind the operands of the first one.
-    Cheap<Vector, Vector, Vector, Vector>("CALL_PRIM_FACEFORWARD", [](Vector& r, const Vector& n, const Vector& incident, const Vector& Ng) {
+    Cheap<Vector, Vector, Vector, Vector>(SqxPrimitive::CALL_PRIM_FACEFORWARD, [](Vector& r, const Vector& n, const Vector& incident, const Vector& Ng) {
         r = QxFaceForward(n, incident, Ng);
     }),
     CHEAP3(CALL_PRIM_FACEFORWARD2, Vector, Vector, Vector, Vector),
@@ -220,10 +226,10 @@ constexpr QxKernelRow k_rows[] = {
     EACH(CALL_PRIM_SPECULARBRDF, Color&, Vector, Vector, Vector, float),
     EACH3(CALL_PRIM_PTLINED, float&, Vector, Vector, Vector),
     EACH4(CALL_PRIM_ROTATE_POINT, Vector&, Vector, float, Vector, Vector),
-    Each<Vector, Vector, float, float&, float&>("CALL_PRIM_FRESNEL5", [](const Vector& i, const Vector& n, float eta, float& kr, float& kt) {
+    Each<Vector, Vector, float, float&, float&>(SqxPrimitive::CALL_PRIM_FRESNEL5, [](const Vector& i, const Vector& n, float eta, float& kr, float& kt) {
         CALL_PRIM_FRESNEL5(i, n, eta, kr, kt);
     }),
-    Each<Vector, Vector, float, float&, float&, Vector&, Vector&>("CALL_PRIM_FRESNEL7", [](const Vector& i, const Vector& n, float eta, float& kr, float& kt, Vector& r, Vector& t) {
+    Each<Vector, Vector, float, float&, float&, Vector&, Vector&>(SqxPrimitive::CALL_PRIM_FRESNEL7, [](const Vector& i, const Vector& n, float eta, float& kr, float& kt, Vector& r, Vector& t) {
         CALL_PRIM_FRESNEL7(i, n, eta, kr, kt, r, t);
     }),
     EACH1(CALL_PRIM_DETERMINANT, float&, Matrix),
@@ -233,21 +239,21 @@ constexpr QxKernelRow k_rows[] = {
     EACH3(CALL_PRIM_ROTATE, Matrix&, Matrix, float, Vector),
 
     // Spaces and colors
-    RowPerPoint<Matrix, Matrix>("CONCAT_SPACE_MATRIX", ConcatSpace),
-    TransformRow<QxToCurrentCall, QxAsPoint>("CALL_PRIM_TRANSFORM_TO_CURRENT"),
-    TransformRow<QxFromCurrentCall, QxAsPoint>("CALL_PRIM_TRANSFORM_FROM_CURRENT"),
+    RowPerPoint<Matrix, Matrix>(SqxPrimitive::CONCAT_SPACE_MATRIX, ConcatSpace),
+    TransformRow<QxToCurrentCall, QxAsPoint>(SqxPrimitive::CALL_PRIM_TRANSFORM_TO_CURRENT),
+    TransformRow<QxFromCurrentCall, QxAsPoint>(SqxPrimitive::CALL_PRIM_TRANSFORM_FROM_CURRENT),
     EACH_IN_SPACE(CALL_PRIM_TRANSFORM, Vector&, Text, Text, Vector),
     EACH_IN_SPACE(CALL_PRIM_TRANSFORM2, Vector&, Text, Vector),
     EACH_IN_SPACE(CALL_PRIM_TRANSFORM_MATRIX, Vector&, Text, Matrix, Vector),
     EACH_IN_SPACE(CALL_PRIM_TRANSFORM2_MATRIX, Vector&, Matrix, Vector),
-    TransformRow<QxToCurrentCall, QxAsVector>("CALL_PRIM_VTRANSFORM_TO_CURRENT"),
-    TransformRow<QxFromCurrentCall, QxAsVector>("CALL_PRIM_VTRANSFORM_FROM_CURRENT"),
+    TransformRow<QxToCurrentCall, QxAsVector>(SqxPrimitive::CALL_PRIM_VTRANSFORM_TO_CURRENT),
+    TransformRow<QxFromCurrentCall, QxAsVector>(SqxPrimitive::CALL_PRIM_VTRANSFORM_FROM_CURRENT),
     EACH_IN_SPACE(CALL_PRIM_VTRANSFORM, Vector&, Text, Text, Vector),
     EACH_IN_SPACE(CALL_PRIM_VTRANSFORM2, Vector&, Text, Vector),
     EACH_IN_SPACE(CALL_PRIM_VTRANSFORM_MATRIX, Vector&, Text, Matrix, Vector),
     EACH_IN_SPACE(CALL_PRIM_VTRANSFORM2_MATRIX, Vector&, Matrix, Vector),
-    TransformRow<QxToCurrentCall, QxAsNormal>("CALL_PRIM_NTRANSFORM_TO_CURRENT"),
-    TransformRow<QxFromCurrentCall, QxAsNormal>("CALL_PRIM_NTRANSFORM_FROM_CURRENT"),
+    TransformRow<QxToCurrentCall, QxAsNormal>(SqxPrimitive::CALL_PRIM_NTRANSFORM_TO_CURRENT),
+    TransformRow<QxFromCurrentCall, QxAsNormal>(SqxPrimitive::CALL_PRIM_NTRANSFORM_FROM_CURRENT),
     EACH_IN_SPACE(CALL_PRIM_NTRANSFORM, Vector&, Text, Text, Vector),
     EACH_IN_SPACE(CALL_PRIM_NTRANSFORM2, Vector&, Text, Vector),
     EACH_IN_SPACE(CALL_PRIM_NTRANSFORM_MATRIX, Vector&, Text, Matrix, Vector),

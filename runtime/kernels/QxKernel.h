@@ -3,12 +3,12 @@
 #include <cstdint>
 #include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "QxDerivatives.h"
 #include "QxLights.h"
 #include "kernels/QxFileHandles.h"
+#include "sqx/SqxPrimitive.h"
 
 // The function that runs one instruction over many points, and its arguments.
 
@@ -129,7 +129,7 @@ using QxPointKernel = void (*)(QxMachineState& state, const QxOperand* operands)
 
 /// How to run a primitive.
 struct QxKernelRow {
-    std::string_view primitive;
+    SqxPrimitive primitive{};
     QxKernel all = nullptr;         // every operand uniform or varying
     QxKernel masked = nullptr;      // the same where the mask is set
     QxPointKernel point = nullptr;  // null: `all` serves one point too

@@ -19,7 +19,7 @@
 //     RowPerPoint  a kernel that looks at its operands     its own, see QxBlocks.h
 //     Row          the same, where points see each other   its own
 //
-//     Cheap<float, float, float>("ADD_FLOAT_FLOAT",
+//     Cheap<float, float, float>(SqxPrimitive::ADD_FLOAT_FLOAT,
 //                                [](float& r, const float& a, const float& b) { r = a + b; })
 //
 // In `Each`, `InRun(f)` hands the run to a function, and `AtPoint(f)` the run and the point.
@@ -172,7 +172,7 @@ void One(QxMachineState& state, const QxOperand* operands)
 
 /// A row for a function of operands of these types; a reference is written.
 template <class... Types, class Function>
-constexpr QxKernelRow Each(std::string_view primitive, Function)
+constexpr QxKernelRow Each(SqxPrimitive primitive, Function)
 {
     QxKernelRow row;
     row.primitive = primitive;
@@ -187,7 +187,7 @@ constexpr QxKernelRow Each(std::string_view primitive, Function)
 
 /// A row for a kernel that takes what operands come, a mask or none.
 template <class... Types>
-constexpr QxKernelRow Row(std::string_view primitive, QxKernel kernel)
+constexpr QxKernelRow Row(SqxPrimitive primitive, QxKernel kernel)
 {
     QxKernelRow row;
     row.primitive = primitive;
@@ -199,7 +199,7 @@ constexpr QxKernelRow Row(std::string_view primitive, QxKernel kernel)
 
 /// The same for a kernel that handles each point by itself.
 template <class... Types>
-constexpr QxKernelRow RowPerPoint(std::string_view primitive, QxKernel kernel)
+constexpr QxKernelRow RowPerPoint(SqxPrimitive primitive, QxKernel kernel)
 {
     QxKernelRow row = Row<Types...>(primitive, kernel);
     row.perPoint = true;
@@ -211,7 +211,7 @@ inline constexpr QxStored k_any = QxStored::Any;
 /// The row of an instruction whose operands are of `Types`, and of `Rest` after them: of any kind
 /// and number if that is void.
 template <class Rest, class... Types>
-constexpr QxKernelRow ListRow(std::string_view primitive, QxKernel kernel)
+constexpr QxKernelRow ListRow(SqxPrimitive primitive, QxKernel kernel)
 {
     QxKernelRow row;
     row.primitive = primitive;
@@ -334,7 +334,7 @@ struct AllShapes<std::index_sequence<i...>, Function, Result, Types...> {
 /// A row for a cheap function, which writes its first operand: at all points of a strip or, under a
 /// mask, at those that have it. It may be computed for points that need no result.
 template <class Result, class... Types, class Function>
-constexpr QxKernelRow Cheap(std::string_view primitive, Function function)
+constexpr QxKernelRow Cheap(SqxPrimitive primitive, Function function)
 {
     QxKernelRow row = Each<Result&, Types...>(primitive, function);
     using Shapes = std::make_index_sequence<(std::size_t{2} << sizeof...(Types))>;

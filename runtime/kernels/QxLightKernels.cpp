@@ -52,7 +52,7 @@ void AmbientOverGrid(QxMachineState& state, const QxCode& code, const QxPoints& 
 
 constexpr QxKernelRow AmbientRow()
 {
-    QxKernelRow row = Each<Color&>("CALL_PRIM_AMBIENT",
+    QxKernelRow row = Each<Color&>(SqxPrimitive::CALL_PRIM_AMBIENT,
                                    AtPoint([](QxMachineState& state, unsigned int point, Color& r) {
                                        r = QxAmbientCall(state.Lights())(point);
                                    }));
@@ -63,7 +63,7 @@ constexpr QxKernelRow AmbientRow()
 
 /// One point takes the run time's own call: blocks do not pay for it.
 template <class Answer, class Call, class... Types>
-constexpr QxKernelRow LitRow(std::string_view primitive)
+constexpr QxKernelRow LitRow(SqxPrimitive primitive)
 {
     QxKernelRow row = Each<Color&, Types...>(
         primitive,
@@ -77,10 +77,12 @@ constexpr QxKernelRow LitRow(std::string_view primitive)
 
 constexpr QxKernelRow k_rows[] = {
     AmbientRow(),
-    LitRow<QxDiffuseStrip, QxDiffuseCall, Vector>("CALL_PRIM_DIFFUSE"),
-    LitRow<QxSpecularStrip, QxSpecularCall, Vector, Vector, float>("CALL_PRIM_SPECULAR"),
-    LitRow<QxSpecularStrip, QxSpecularCall, Vector, Vector, float>("CALL_PRIM_SPECULARSTD"),
-    LitRow<QxPhongStrip, QxPhongCall, Vector, Vector, float>("CALL_PRIM_PHONG"),
+    LitRow<QxDiffuseStrip, QxDiffuseCall, Vector>(SqxPrimitive::CALL_PRIM_DIFFUSE),
+    LitRow<QxSpecularStrip, QxSpecularCall, Vector, Vector, float>(
+        SqxPrimitive::CALL_PRIM_SPECULAR),
+    LitRow<QxSpecularStrip, QxSpecularCall, Vector, Vector, float>(
+        SqxPrimitive::CALL_PRIM_SPECULARSTD),
+    LitRow<QxPhongStrip, QxPhongCall, Vector, Vector, float>(SqxPrimitive::CALL_PRIM_PHONG),
 };
 
 }  // namespace

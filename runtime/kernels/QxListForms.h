@@ -38,7 +38,7 @@ using Text = const char*;
 }
 
 /// The row of an instruction that looks at its operands itself.
-constexpr QxKernelRow Anything(std::string_view primitive, QxKernel kernel)
+constexpr QxKernelRow Anything(SqxPrimitive primitive, QxKernel kernel)
 {
     return ListRow<void>(primitive, kernel);
 }

@@ -86,7 +86,7 @@ void OfList(QxMachineState& state, const QxCode& code, const QxPoints& points)
 }
 
 template <class Rest, class Result, class... Types, class Function>
-constexpr QxKernelRow List(std::string_view primitive, Function)
+constexpr QxKernelRow List(SqxPrimitive primitive, Function)
 {
     QxKernelRow row = ListRow<Rest, Result, Types...>(primitive, OfList<Function, Result>);
     row.perPoint = !std::is_same_v<Result, Text>;
@@ -95,8 +95,9 @@ constexpr QxKernelRow List(std::string_view primitive, Function)
 
 #define LIST(NAME, REST, RESULT, ...)                                                              \
     List<REST, RESULT __VA_OPT__(, ) __VA_ARGS__>(                                                 \
-        #NAME, [](RESULT& result, QxArguments arguments, int count,                                \
-                  [[maybe_unused]] const char* theTypes) { NAME(result, arguments, count); })
+        SqxPrimitive::NAME,                                                                        \
+        [](RESULT& result, QxArguments arguments, int count,                                       \
+           [[maybe_unused]] const char* theTypes) { NAME(result, arguments, count); })
 
 void Print(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {
@@ -135,7 +136,7 @@ void Send(QxMachineState& state, const QxCode& code, const QxPoints& points)
 }
 
 template <QxMessage message, std::size_t name = 1>
-constexpr QxKernelRow MessageRow(std::string_view primitive)
+constexpr QxKernelRow MessageRow(SqxPrimitive primitive)
 {
     if constexpr (name == 2)
         return ListRow<void, float, Text, Text>(primitive, Send<message, name>);
@@ -176,28 +177,28 @@ constexpr QxKernelRow k_rows[] = {
     LIST(CALL_PRIM_MAX_3D, Vector, Vector),
     LIST(CALL_PRIM_CONCAT, Text, Text),
     LIST(CALL_PRIM_FORMAT, void, Text, Text),
-    ListRow<void, Text>("CALL_PRIM_PRINTF", Print),
+    ListRow<void, Text>(SqxPrimitive::CALL_PRIM_PRINTF, Print),
     Each<float&, Text, Text>(
-        "CALL_PRIM_MATCH",
+        SqxPrimitive::CALL_PRIM_MATCH,
         InRun([](QxMachineState& state, float& r, Text expression, Text text) {
             const QxShadingContext& i_context = *state.context;
             const std::size_t before = i_context.MatchWork();
             CALL_PRIM_MATCH(r, expression, text);
             state.work->CountInner(i_context.MatchWork() - before);
         })),
-    MessageRow<QxMessage::Attribute>("CALL_PRIM_ATTRIBUTE"),
-    MessageRow<QxMessage::Option>("CALL_PRIM_OPTION"),
-    MessageRow<QxMessage::RendererInfo>("CALL_PRIM_RENDERERINFO"),
-    MessageRow<QxMessage::Surface>("CALL_PRIM_SURFACE"),
-    MessageRow<QxMessage::Displacement>("CALL_PRIM_DISPLACEMENT"),
-    MessageRow<QxMessage::LightSource>("CALL_PRIM_LIGHTSOURCE"),
-    MessageRow<QxMessage::Atmosphere>("CALL_PRIM_ATMOSPHERE"),
-    MessageRow<QxMessage::Incident>("CALL_PRIM_INCIDENT"),
-    MessageRow<QxMessage::Opposite>("CALL_PRIM_OPPOSITE"),
-    MessageRow<QxMessage::TextureInfo, 2>("CALL_PRIM_TEXTUREINFO"),
-    ListRow<void, Vector>("EVAL_LIGHTS", EvaluateLights),
-    Anything("EVAL_LIGHTS_FOR_P", EvaluateLightsForP),
-    Anything("RESET_EVAL_LIGHTS_FOR_P", ForgetLightsForP),
+    MessageRow<QxMessage::Attribute>(SqxPrimitive::CALL_PRIM_ATTRIBUTE),
+    MessageRow<QxMessage::Option>(SqxPrimitive::CALL_PRIM_OPTION),
+    MessageRow<QxMessage::RendererInfo>(SqxPrimitive::CALL_PRIM_RENDERERINFO),
+    MessageRow<QxMessage::Surface>(SqxPrimitive::CALL_PRIM_SURFACE),
+    MessageRow<QxMessage::Displacement>(SqxPrimitive::CALL_PRIM_DISPLACEMENT),
+    MessageRow<QxMessage::LightSource>(SqxPrimitive::CALL_PRIM_LIGHTSOURCE),
+    MessageRow<QxMessage::Atmosphere>(SqxPrimitive::CALL_PRIM_ATMOSPHERE),
+    MessageRow<QxMessage::Incident>(SqxPrimitive::CALL_PRIM_INCIDENT),
+    MessageRow<QxMessage::Opposite>(SqxPrimitive::CALL_PRIM_OPPOSITE),
+    MessageRow<QxMessage::TextureInfo, 2>(SqxPrimitive::CALL_PRIM_TEXTUREINFO),
+    ListRow<void, Vector>(SqxPrimitive::EVAL_LIGHTS, EvaluateLights),
+    Anything(SqxPrimitive::EVAL_LIGHTS_FOR_P, EvaluateLightsForP),
+    Anything(SqxPrimitive::RESET_EVAL_LIGHTS_FOR_P, ForgetLightsForP),
 };
 // clang-format on
 

@@ -45,7 +45,7 @@ struct NoiseLoops {
 
 /// A row for a noise whose operands are the coordinates and then, if it repeats, their periods.
 template <class Noise, class Result, class... Types, class Function>
-constexpr QxKernelRow NoiseRow(std::string_view primitive, Function function)
+constexpr QxKernelRow NoiseRow(SqxPrimitive primitive, Function function)
 {
     QxKernelRow row = Each<Result&, Types...>(primitive, function);
     row.masked = PickedPoints<NoiseLoops<Noise, Result, Types...>, Function, Result, Types...>;
@@ -56,7 +56,7 @@ constexpr QxKernelRow NoiseRow(std::string_view primitive, Function function)
 
 #define NOISE(KIND, NAME, ...)                                                                     \
     NoiseRow<qxnoise::KIND, __VA_ARGS__>(                                                          \
-        #NAME, [](auto& r, const auto&... arguments) { NAME(r, arguments...); })
+        SqxPrimitive::NAME, [](auto& r, const auto&... arguments) { NAME(r, arguments...); })
 
 // clang-format off
 constexpr QxKernelRow k_rows[] = {
@@ -67,7 +67,7 @@ constexpr QxKernelRow k_rows[] = {
     NOISE(PlainNoise, CALL_PRIM_NOISE_POINT_1D, Vector, float),
     NOISE(PlainNoise, CALL_PRIM_NOISE_POINT_2D, Vector, float, float),
     NOISE(PlainNoise, CALL_PRIM_NOISE_POINT_3D, Vector, Vector),
-    NoiseRow<qxnoise::PlainNoise, Vector, Vector, float>("CALL_PRIM_NOISE_POINT_4D", [](Vector& r, const Vector& p, float t) {
+    NoiseRow<qxnoise::PlainNoise, Vector, Vector, float>(SqxPrimitive::CALL_PRIM_NOISE_POINT_4D, [](Vector& r, const Vector& p, float t) {
         CALL_PRIM_POINT_FLOAT_4D(r, p, t);
     }),
     NOISE(CellNoise, CALL_PRIM_CELLNOISE_FLOAT_1D, float, float),

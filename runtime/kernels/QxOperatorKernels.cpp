@@ -26,14 +26,15 @@ using Text = const char*;
 constexpr unsigned int k_flagsAtOnce = 128;
 
 // A row of the table: name, type of the result, types of the arguments.
-#define CHEAP1(NAME, R, A) Cheap<R, A>(#NAME, [](R& r, const A& a) { NAME(r, a); })
+#define CHEAP1(NAME, R, A) Cheap<R, A>(SqxPrimitive::NAME, [](R& r, const A& a) { NAME(r, a); })
 #define CHEAP2(NAME, R, A, B)                                                                      \
-    Cheap<R, A, B>(#NAME, [](R& r, const A& a, const B& b) { NAME(r, a, b); })
+    Cheap<R, A, B>(SqxPrimitive::NAME, [](R& r, const A& a, const B& b) { NAME(r, a, b); })
 #define CHEAP3(NAME, R, A, B, C)                                                                   \
-    Cheap<R, A, B, C>(#NAME, [](R& r, const A& a, const B& b, const C& c) { NAME(r, a, b, c); })
-#define EACH1(NAME, R, A) Each<R&, A>(#NAME, [](R& r, A a) { NAME(r, a); })
+    Cheap<R, A, B, C>(SqxPrimitive::NAME,                                                          \
+                      [](R& r, const A& a, const B& b, const C& c) { NAME(r, a, b, c); })
+#define EACH1(NAME, R, A) Each<R&, A>(SqxPrimitive::NAME, [](R& r, A a) { NAME(r, a); })
 #define EACH2(NAME, R, A, B)                                                                       \
-    Each<R&, A, B>(#NAME, [](R& r, const A& a, const B& b) { NAME(r, a, b); })
+    Each<R&, A, B>(SqxPrimitive::NAME, [](R& r, const A& a, const B& b) { NAME(r, a, b); })
 
 /// Over all current points: the flag of loops that they run together.
 QX_KERNEL_CODE void IsTrueSomewhere(QxMachineState& state, const QxCode& code,
@@ -49,7 +50,7 @@ QX_KERNEL_CODE void IsTrueSomewhere(QxMachineState& state, const QxCode& code,
     *static_cast<Flag*>(state.values[code.operands[0].variable]) = any != 0;
 }
 
-constexpr QxKernelRow SomewhereRow(std::string_view primitive)
+constexpr QxKernelRow SomewhereRow(SqxPrimitive primitive)
 {
     QxKernelRow row = Cheap<Flag, Flag>(primitive, [](Flag& r, Flag a) { r = a; });
     row.all = IsTrueSomewhere;
@@ -161,41 +162,41 @@ constexpr QxKernelRow k_rows[] = {
     CHEAP1(ASSIGN_BOOL_BOOL, Flag, Flag),
     EACH1(ASSIGN_MATRIX_MATRIX, Matrix, Matrix),
     EACH1(ASSIGN_MATRIX_FLOAT, Matrix, float),
-    Each<Text&, Text>("ASSIGN_STRING_STRING", InRun([](QxMachineState& state, Text& r, Text a) {
+    Each<Text&, Text>(SqxPrimitive::ASSIGN_STRING_STRING, InRun([](QxMachineState& state, Text& r, Text a) {
         ASSIGN_STRING_STRING(r, a);
         state.work->CountInner(std::strlen(r));  // `a` may have been `r`
     })),
-    Cheap<float>("ASSIGN_TO_ZERO_FLOAT", [](float& r) { r = float(); }),
-    Cheap<Color>("ASSIGN_TO_ZERO_COLOR", [](Color& r) { r = Color(); }),
-    Cheap<Vector>("ASSIGN_TO_ZERO_POINT", [](Vector& r) { r = Vector(); }),
-    Each<Matrix&>("ASSIGN_TO_ZERO_MATRIX", [](Matrix& r) { r = Matrix(); }),
-    Cheap<float, float>("INVERT_FLOAT", [](float& r, const float& a) { INVERT_FLOAT_FLOAT(r, a); }),
-    Cheap<Color, Color>("INVERT_COLOR", [](Color& r, const Color& a) { INVERT_COLOR_COLOR(r, a); }),
-    Cheap<Vector, Vector>("INVERT_POINT", [](Vector& r, const Vector& a) { INVERT_POINT_POINT(r, a); }),
+    Cheap<float>(SqxPrimitive::ASSIGN_TO_ZERO_FLOAT, [](float& r) { r = float(); }),
+    Cheap<Color>(SqxPrimitive::ASSIGN_TO_ZERO_COLOR, [](Color& r) { r = Color(); }),
+    Cheap<Vector>(SqxPrimitive::ASSIGN_TO_ZERO_POINT, [](Vector& r) { r = Vector(); }),
+    Each<Matrix&>(SqxPrimitive::ASSIGN_TO_ZERO_MATRIX, [](Matrix& r) { r = Matrix(); }),
+    Cheap<float, float>(SqxPrimitive::INVERT_FLOAT, [](float& r, const float& a) { INVERT_FLOAT_FLOAT(r, a); }),
+    Cheap<Color, Color>(SqxPrimitive::INVERT_COLOR, [](Color& r, const Color& a) { INVERT_COLOR_COLOR(r, a); }),
+    Cheap<Vector, Vector>(SqxPrimitive::INVERT_POINT, [](Vector& r, const Vector& a) { INVERT_POINT_POINT(r, a); }),
     CHEAP3(INIT_POINT, Vector, float, float, float),
     CHEAP3(INIT_COLOR, Color, float, float, float),
     Each<Matrix&, float, float, float, float, float, float, float, float, float, float, float,
          float, float, float, float, float>(
-        "INIT_MATRIX", [](Matrix& r, auto... values) { INIT_MATRIX(r, values...); }),
+        SqxPrimitive::INIT_MATRIX, [](Matrix& r, auto... values) { INIT_MATRIX(r, values...); }),
 
-    SomewhereRow("SET_UNIFORM_BOOL_FLAG"),
-    Cheap<Flag>("SET_BOOL", [](Flag& r) { r = false; }),
-    Cheap<Flag, Flag>("INVERT_BOOL_FLAG", [](Flag& r, Flag a) { r = Not(a); }),
-    Cheap<Flag, Flag, Flag>("INVERT_INNER_BOOL_FLAG", [](Flag& r, Flag a, Flag outer) { r = Both(outer, Not(a)); }),
-    Cheap<Flag, Flag, Flag>("OR_BOOL_FLAG", [](Flag& r, Flag a, Flag b) { r = Either(a, b); }),
+    SomewhereRow(SqxPrimitive::SET_UNIFORM_BOOL_FLAG),
+    Cheap<Flag>(SqxPrimitive::SET_BOOL, [](Flag& r) { r = false; }),
+    Cheap<Flag, Flag>(SqxPrimitive::INVERT_BOOL_FLAG, [](Flag& r, Flag a) { r = Not(a); }),
+    Cheap<Flag, Flag, Flag>(SqxPrimitive::INVERT_INNER_BOOL_FLAG, [](Flag& r, Flag a, Flag outer) { r = Both(outer, Not(a)); }),
+    Cheap<Flag, Flag, Flag>(SqxPrimitive::OR_BOOL_FLAG, [](Flag& r, Flag a, Flag b) { r = Either(a, b); }),
 
     // What the machine makes of products that are only summed, see QxFuse.cpp.
-    Cheap<float, float, float, float>("machine:product plus", [](float& r, float a, float b, float c) { r = a * b + c; }),
-    Cheap<float, float, float, float>("machine:product minus", [](float& r, float a, float b, float c) { r = a * b - c; }),
-    Cheap<float, float, float, float>("machine:minus product", [](float& r, float c, float a, float b) { r = c - a * b; }),
-    Cheap<float, float, float, float, float>("machine:sum of products", [](float& r, float a, float b, float c, float d) { r = a * b + c * d; }),
-    Cheap<float, float, float, float, float>("machine:difference of products", [](float& r, float a, float b, float c, float d) { r = a * b - c * d; }),
+    Cheap<float, float, float, float>(SqxPrimitive::MACHINE_PRODUCT_PLUS, [](float& r, float a, float b, float c) { r = a * b + c; }),
+    Cheap<float, float, float, float>(SqxPrimitive::MACHINE_PRODUCT_MINUS, [](float& r, float a, float b, float c) { r = a * b - c; }),
+    Cheap<float, float, float, float>(SqxPrimitive::MACHINE_MINUS_PRODUCT, [](float& r, float c, float a, float b) { r = c - a * b; }),
+    Cheap<float, float, float, float, float>(SqxPrimitive::MACHINE_SUM_OF_PRODUCTS, [](float& r, float a, float b, float c, float d) { r = a * b + c * d; }),
+    Cheap<float, float, float, float, float>(SqxPrimitive::MACHINE_DIFFERENCE_OF_PRODUCTS, [](float& r, float a, float b, float c, float d) { r = a * b - c * d; }),
 
     // What it makes of brackets that only set flags.
-    Cheap<Flag, Flag>("machine:and", [](Flag& r, Flag a) { r = Both(r, a); }),
-    Cheap<Flag, Flag>("machine:and not", [](Flag& r, Flag a) { r = Both(r, Not(a)); }),
-    Cheap<Flag, Flag>("machine:or", [](Flag& r, Flag a) { r = Either(r, a); }),
-    Cheap<Flag, Flag>("machine:or not", [](Flag& r, Flag a) { r = Either(r, Not(a)); }),
+    Cheap<Flag, Flag>(SqxPrimitive::MACHINE_AND, [](Flag& r, Flag a) { r = Both(r, a); }),
+    Cheap<Flag, Flag>(SqxPrimitive::MACHINE_AND_NOT, [](Flag& r, Flag a) { r = Both(r, Not(a)); }),
+    Cheap<Flag, Flag>(SqxPrimitive::MACHINE_OR, [](Flag& r, Flag a) { r = Either(r, a); }),
+    Cheap<Flag, Flag>(SqxPrimitive::MACHINE_OR_NOT, [](Flag& r, Flag a) { r = Either(r, Not(a)); }),
 };
 // clang-format on
 

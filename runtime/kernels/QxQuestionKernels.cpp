@@ -270,24 +270,24 @@ void IndirectDiffuses(QxMachineState& state, const QxCode& code, const QxPoints&
 #define CORNERS Text, float, Vector, Vector, Vector, Vector, FIVE, float, Text
 #define SOURCES float, Vector, Vector, Vector, Vector
 #define SHADOW_ROWS(NAME, AREA, ...)                                                               \
-    Row<float&, __VA_ARGS__>(#NAME "_1D", Shadows<float, AREA, false>),                            \
-        Row<Color&, __VA_ARGS__>(#NAME "_3D", Shadows<Color, AREA, false>),                        \
-        Row<float&, __VA_ARGS__>(#NAME "_1D_LIGHT", Shadows<float, AREA, true>),                   \
-        Row<Color&, __VA_ARGS__>(#NAME "_3D_LIGHT", Shadows<Color, AREA, true>)
+    Row<float&, __VA_ARGS__>(SqxPrimitive::NAME##_1D, Shadows<float, AREA, false>),                \
+        Row<Color&, __VA_ARGS__>(SqxPrimitive::NAME##_3D, Shadows<Color, AREA, false>),            \
+        Row<float&, __VA_ARGS__>(SqxPrimitive::NAME##_1D_LIGHT, Shadows<float, AREA, true>),       \
+        Row<Color&, __VA_ARGS__>(SqxPrimitive::NAME##_3D_LIGHT, Shadows<Color, AREA, true>)
 
 // clang-format off
 constexpr QxKernelRow k_rows[] = {
-    Row<float&, TEXTURE>("CALL_TEXTURE_1D", Textures<float>),
-    Row<Color&, TEXTURE>("CALL_TEXTURE_3D", Textures<Color>),
-    Row<float&, CORNERS, float, float>("CALL_ENVIRONMENT_1D", Environments<float>),
-    Row<Color&, CORNERS, float, float>("CALL_ENVIRONMENT_3D", Environments<Color>),
+    Row<float&, TEXTURE>(SqxPrimitive::CALL_TEXTURE_1D, Textures<float>),
+    Row<Color&, TEXTURE>(SqxPrimitive::CALL_TEXTURE_3D, Textures<Color>),
+    Row<float&, CORNERS, float, float>(SqxPrimitive::CALL_ENVIRONMENT_1D, Environments<float>),
+    Row<Color&, CORNERS, float, float>(SqxPrimitive::CALL_ENVIRONMENT_3D, Environments<Color>),
     SHADOW_ROWS(CALL_SHADOW, false, CORNERS, float),
     SHADOW_ROWS(CALL_AREASHADOW, true, CORNERS, float, SOURCES),
-    Row<Color&, Vector, Vector>("CALL_PRIM_TRANSMISSION", Transmissions),
-    Row<Color&, Vector, Vector, float&>("CALL_PRIM_TRACE", Traces),
-    Row<float&, Vector, Vector>("CALL_PRIM_RAYHITTEST", RayHits),
-    Row<float&, Vector, Vector, FIVE, Vector, Vector&>("CALL_PRIM_OCCLUSION", Occlusions),
-    Row<Color&, Vector, Vector, FIVE, Text, Vector, Vector&, float&>("CALL_PRIM_INDIRECTDIFFUSE",
+    Row<Color&, Vector, Vector>(SqxPrimitive::CALL_PRIM_TRANSMISSION, Transmissions),
+    Row<Color&, Vector, Vector, float&>(SqxPrimitive::CALL_PRIM_TRACE, Traces),
+    Row<float&, Vector, Vector>(SqxPrimitive::CALL_PRIM_RAYHITTEST, RayHits),
+    Row<float&, Vector, Vector, FIVE, Vector, Vector&>(SqxPrimitive::CALL_PRIM_OCCLUSION, Occlusions),
+    Row<Color&, Vector, Vector, FIVE, Text, Vector, Vector&, float&>(SqxPrimitive::CALL_PRIM_INDIRECTDIFFUSE,
                                                                      IndirectDiffuses),
 };
 // clang-format on

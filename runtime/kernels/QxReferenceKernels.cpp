@@ -104,13 +104,13 @@ void CopyArray(QxMachineState& state, const QxCode& code, const QxPoints& points
 }
 
 constexpr QxKernelRow k_rows[] = {
-    Anything("machine:bind all", BindAll),
-    Anything("machine:bind each", BindEach),
-    Anything("machine:load", Move<true>),
-    Anything("machine:store", Move<false>),
-    ListRow<void, Text, float, Text>("CHECK_VALID_ARRAY_INDEX", CheckIndex),
-    Anything("CONVERT_ARRAY_DSO_TO", CopyArray),
-    Anything("CONVERT_ARRAY_DSO_FROM", CopyArray),
+    Anything(SqxPrimitive::MACHINE_BIND_ALL, BindAll),
+    Anything(SqxPrimitive::MACHINE_BIND_EACH, BindEach),
+    Anything(SqxPrimitive::MACHINE_LOAD, Move<true>),
+    Anything(SqxPrimitive::MACHINE_STORE, Move<false>),
+    ListRow<void, Text, float, Text>(SqxPrimitive::CHECK_VALID_ARRAY_INDEX, CheckIndex),
+    Anything(SqxPrimitive::CONVERT_ARRAY_DSO_TO, CopyArray),
+    Anything(SqxPrimitive::CONVERT_ARRAY_DSO_FROM, CopyArray),
 };
 
 }  // namespace

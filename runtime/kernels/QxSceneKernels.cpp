@@ -18,12 +18,13 @@ using Vector = QxVector3;
 using Color = QxRGBColor;
 
 #define ASK(NAME, ...)                                                                             \
-    Each<__VA_ARGS__>(#NAME, InRun([](QxMachineState& state, auto& r, auto&&... arguments) {       \
+    Each<__VA_ARGS__>(SqxPrimitive::NAME,                                                          \
+                      InRun([](QxMachineState& state, auto& r, auto&&... arguments) {              \
                           QxShaderSupport* const shaderSupport = state.support;                    \
                           NAME(r, arguments...);                                                   \
                       }))
 #define ASK_PLAIN(NAME)                                                                            \
-    Each<float&>(#NAME, InRun([](QxMachineState& state, float& r) {                                \
+    Each<float&>(SqxPrimitive::NAME, InRun([](QxMachineState& state, float& r) {                   \
                      QxShaderSupport* const shaderSupport = state.support;                         \
                      NAME(r);                                                                      \
                  }))
@@ -61,9 +62,9 @@ constexpr QxKernelRow k_rows[] = {
     ASK_PLAIN(CALL_PRIM_ISINDIRECTRAY),
     ASK_PLAIN(CALL_PRIM_RAYLEVEL),
     ASK(CALL_PRIM_DEPTH, float&, Vector),
-    Row<float>("CALL_PRIM_RANDOM_FLOAT", Draw<float>),
-    Row<Color>("CALL_PRIM_RANDOM_COLOR", Draw<Color>),
-    Row<Vector>("CALL_PRIM_RANDOM_POINT", Draw<Vector>),
+    Row<float>(SqxPrimitive::CALL_PRIM_RANDOM_FLOAT, Draw<float>),
+    Row<Color>(SqxPrimitive::CALL_PRIM_RANDOM_COLOR, Draw<Color>),
+    Row<Vector>(SqxPrimitive::CALL_PRIM_RANDOM_POINT, Draw<Vector>),
 };
 // clang-format on
 

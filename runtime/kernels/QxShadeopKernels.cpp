@@ -106,7 +106,7 @@ void CallShadeop(QxMachineState& state, const QxCode& code, const QxPoints& poin
 }
 
 constexpr QxKernelRow k_rows[] = {
-    Anything("CALL_DSO", CallShadeop),
+    Anything(SqxPrimitive::CALL_DSO, CallShadeop),
 };
 
 }  // namespace

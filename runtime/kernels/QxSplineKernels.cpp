@@ -120,7 +120,7 @@ void Spline(QxMachineState& state, const QxCode& code, const QxPoints& points)
 }
 
 template <class Rest, class... Types>
-constexpr QxKernelRow SplineRow(std::string_view primitive, QxKernel kernel)
+constexpr QxKernelRow SplineRow(SqxPrimitive primitive, QxKernel kernel)
 {
     QxKernelRow row = ListRow<Rest, Types...>(primitive, kernel);
     row.perPoint = true;
@@ -128,10 +128,12 @@ constexpr QxKernelRow SplineRow(std::string_view primitive, QxKernel kernel)
 }
 
 constexpr QxKernelRow k_rows[] = {
-    SplineRow<float, float, float>("CALL_PRIM_SPLINE_1D", Spline<float, false>),
-    SplineRow<Vector, Vector, float>("CALL_PRIM_SPLINE_3D", Spline<Vector, false>),
-    SplineRow<float, float, Text, float>("CALL_PRIM_SPLINE_BASIS_1D", Spline<float, true>),
-    SplineRow<Vector, Vector, Text, float>("CALL_PRIM_SPLINE_BASIS_3D", Spline<Vector, true>),
+    SplineRow<float, float, float>(SqxPrimitive::CALL_PRIM_SPLINE_1D, Spline<float, false>),
+    SplineRow<Vector, Vector, float>(SqxPrimitive::CALL_PRIM_SPLINE_3D, Spline<Vector, false>),
+    SplineRow<float, float, Text, float>(SqxPrimitive::CALL_PRIM_SPLINE_BASIS_1D,
+                                         Spline<float, true>),
+    SplineRow<Vector, Vector, Text, float>(SqxPrimitive::CALL_PRIM_SPLINE_BASIS_3D,
+                                           Spline<Vector, true>),
 };
 
 }  // namespace

@@ -116,7 +116,7 @@ struct Illuminance {
 };
 
 template <class Statement>
-constexpr QxKernelRow StatementRow(std::string_view primitive)
+constexpr QxKernelRow StatementRow(SqxPrimitive primitive)
 {
     QxKernelRow row;
     row.primitive = primitive;
@@ -129,10 +129,10 @@ constexpr QxKernelRow StatementRow(std::string_view primitive)
 }
 
 constexpr QxKernelRow k_rows[] = {
-    StatementRow<Illuminate>("ILLUMINATE"),
-    StatementRow<IlluminateNoCone>("ILLUMINATE_NO_CONE"),
-    StatementRow<Solar>("SOLAR"),
-    StatementRow<Illuminance>("ILLUMINANCE"),
+    StatementRow<Illuminate>(SqxPrimitive::ILLUMINATE),
+    StatementRow<IlluminateNoCone>(SqxPrimitive::ILLUMINATE_NO_CONE),
+    StatementRow<Solar>(SqxPrimitive::SOLAR),
+    StatementRow<Illuminance>(SqxPrimitive::ILLUMINANCE),
 };
 
 }  // namespace

@@ -11,21 +11,31 @@ namespace {
 
 using Step = QxCodeStep;
 
-/// The name in the text of a primitive, whose own may have blanks.
-std::string WordOf(std::string_view primitive)
+/// The steps of the machine alone have names in lower case.
+constexpr std::string_view k_own = "MACHINE_";
+
+std::string WordOf(SqxPrimitive primitive)
 {
-    constexpr std::string_view own = "machine:";
-    std::string word(primitive.starts_with(own) ? primitive.substr(own.size()) : primitive);
-    std::replace(word.begin(), word.end(), ' ', '_');
+    std::string word(SqxPrimitiveName(primitive));
+    if (!word.starts_with(k_own))
+        return word;
+    word.erase(0, k_own.size());
+    for (char& c : word)
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     return word;
 }
 
-std::string PrimitiveOf(std::string word)
+SqxPrimitive PrimitiveOf(std::string word)
 {
-    if (word.empty() || std::islower(static_cast<unsigned char>(word[0])) == 0)
-        return word;
-    std::replace(word.begin(), word.end(), '_', ' ');
-    return "machine:" + word;
+    if (!word.empty() && std::islower(static_cast<unsigned char>(word[0])) != 0) {
+        for (char& c : word)
+            c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+        word.insert(0, k_own);
+    }
+    const auto primitive = SqxPrimitiveNamed(word);
+    if (!primitive)
+        throw std::runtime_error("There is no primitive " + word);
+    return *primitive;
 }
 
 std::vector<std::string> WordsOf(std::string_view text)

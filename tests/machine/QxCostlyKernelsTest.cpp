@@ -30,7 +30,7 @@ using Bits = std::vector<unsigned int>;
 using Scalar = void (*)(const float* numbers, float* result);
 
 struct Case {
-    const char* primitive;
+    SqxPrimitive primitive;
     std::vector<unsigned int> sizes;  // numbers of the result and of each operand
     Scalar scalar;
     unsigned int sum;  // of the bits over the points, as they have always been
@@ -81,54 +81,57 @@ using Cell3 = Of<QxCellNoise, QxVector3>;
 using Periodic1 = Periodic<float>;
 using Periodic3 = Periodic<QxVector3>;
 
-#define FUNCTION1(NAME)                                                                            \
+#define FUNCTION1(NAME, SUM)                                                                       \
     {                                                                                              \
-#NAME, {1, 1 }, [](const float* x, float* r) { NAME(*r, x[0]); }
-#define FUNCTION2(NAME)                                                                            \
+        SqxPrimitive::NAME, {1, 1}, [](const float* x, float* r) { NAME(*r, x[0]); }, SUM          \
+    }
+#define FUNCTION2(NAME, SUM)                                                                       \
     {                                                                                              \
-#NAME, {1, 1, 1 }, [](const float* x, float* r) { NAME(*r, x[0], x[1]); }
+        SqxPrimitive::NAME, {1, 1, 1}, [](const float* x, float* r) { NAME(*r, x[0], x[1]); }, SUM \
+    }
 
-const std::vector<Case>&Cases(){
+const std::vector<Case>& Cases()
+{
     // clang-format off
     static const std::vector<Case> cases = {
-        FUNCTION1(CALL_PRIM_ACOS), 1769377359U},
-        FUNCTION1(CALL_PRIM_ASIN), 3660252342U},
-        FUNCTION1(CALL_PRIM_ATAN), 4103821234U},
-        FUNCTION1(CALL_PRIM_COS), 98942868U},
-        FUNCTION1(CALL_PRIM_EXP), 3746074738U},
-        FUNCTION1(CALL_PRIM_LOG), 171836404U},
-        FUNCTION1(CALL_PRIM_SIN), 1650684217U},
-        FUNCTION1(CALL_PRIM_TAN), 587721168U},
-        FUNCTION2(CALL_PRIM_ATAN2), 2238033553U},
-        FUNCTION2(CALL_PRIM_LOG2), 2061100139U},
-        FUNCTION2(CALL_PRIM_POW), 4033136969U},
-        {"CALL_PRIM_NOISE_FLOAT_1D", {1, 1}, Plain1::One, 320270899U},
-        {"CALL_PRIM_NOISE_FLOAT_2D", {1, 1, 1}, Plain1::Two, 2052433090U},
-        {"CALL_PRIM_NOISE_FLOAT_3D", {1, 3}, Plain1::Three, 4237788331U},
-        {"CALL_PRIM_NOISE_FLOAT_4D", {1, 3, 1}, Plain1::Four, 3833646629U},
-        {"CALL_PRIM_NOISE_POINT_1D", {3, 1}, Plain3::One, 4127995259U},
-        {"CALL_PRIM_NOISE_POINT_2D", {3, 1, 1}, Plain3::Two, 2856583672U},
-        {"CALL_PRIM_NOISE_POINT_3D", {3, 3}, Plain3::Three, 1684661804U},
-        {"CALL_PRIM_NOISE_POINT_4D", {3, 3, 1}, Plain3::Four, 3628779393U},
-        {"CALL_PRIM_CELLNOISE_FLOAT_1D", {1, 1}, Cell1::One, 815861355U},
-        {"CALL_PRIM_CELLNOISE_FLOAT_2D", {1, 1, 1}, Cell1::Two, 1636549033U},
-        {"CALL_PRIM_CELLNOISE_FLOAT_3D", {1, 3}, Cell1::Three, 2207231312U},
-        {"CALL_PRIM_CELLNOISE_FLOAT_4D", {1, 3, 1}, Cell1::Four, 4270560155U},
-        {"CALL_PRIM_CELLNOISE_POINT_1D", {3, 1}, Cell3::One, 3004171183U},
-        {"CALL_PRIM_CELLNOISE_POINT_2D", {3, 1, 1}, Cell3::Two, 2285004274U},
-        {"CALL_PRIM_CELLNOISE_POINT_3D", {3, 3}, Cell3::Three, 2729697664U},
-        {"CALL_PRIM_CELLNOISE_POINT_4D", {3, 3, 1}, Cell3::Four, 553456009U},
-        {"CALL_PRIM_PNOISE_FLOAT_1D", {1, 1, 1}, Periodic1::One, 1075432575U},
-        {"CALL_PRIM_PNOISE_FLOAT_2D", {1, 1, 1, 1, 1}, Periodic1::Two, 1077135994U},
-        {"CALL_PRIM_PNOISE_FLOAT_3D", {1, 3, 3}, Periodic1::Three, 2896779674U},
-        {"CALL_PRIM_PNOISE_FLOAT_4D", {1, 3, 1, 3, 1}, Periodic1::Four, 3899231395U},
-        {"CALL_PRIM_PNOISE_POINT_1D", {3, 1, 1}, Periodic3::One, 3942710334U},
-        {"CALL_PRIM_PNOISE_POINT_2D", {3, 1, 1, 1, 1}, Periodic3::Two, 3371783377U},
-        {"CALL_PRIM_PNOISE_POINT_3D", {3, 3, 3}, Periodic3::Three, 3251478475U},
-        {"CALL_PRIM_PNOISE_POINT_4D", {3, 3, 1, 3, 1}, Periodic3::Four, 470183262U},
+        FUNCTION1(CALL_PRIM_ACOS, 1769377359U),
+        FUNCTION1(CALL_PRIM_ASIN, 3660252342U),
+        FUNCTION1(CALL_PRIM_ATAN, 4103821234U),
+        FUNCTION1(CALL_PRIM_COS, 98942868U),
+        FUNCTION1(CALL_PRIM_EXP, 3746074738U),
+        FUNCTION1(CALL_PRIM_LOG, 171836404U),
+        FUNCTION1(CALL_PRIM_SIN, 1650684217U),
+        FUNCTION1(CALL_PRIM_TAN, 587721168U),
+        FUNCTION2(CALL_PRIM_ATAN2, 2238033553U),
+        FUNCTION2(CALL_PRIM_LOG2, 2061100139U),
+        FUNCTION2(CALL_PRIM_POW, 4033136969U),
+        {SqxPrimitive::CALL_PRIM_NOISE_FLOAT_1D, {1, 1}, Plain1::One, 320270899U},
+        {SqxPrimitive::CALL_PRIM_NOISE_FLOAT_2D, {1, 1, 1}, Plain1::Two, 2052433090U},
+        {SqxPrimitive::CALL_PRIM_NOISE_FLOAT_3D, {1, 3}, Plain1::Three, 4237788331U},
+        {SqxPrimitive::CALL_PRIM_NOISE_FLOAT_4D, {1, 3, 1}, Plain1::Four, 3833646629U},
+        {SqxPrimitive::CALL_PRIM_NOISE_POINT_1D, {3, 1}, Plain3::One, 4127995259U},
+        {SqxPrimitive::CALL_PRIM_NOISE_POINT_2D, {3, 1, 1}, Plain3::Two, 2856583672U},
+        {SqxPrimitive::CALL_PRIM_NOISE_POINT_3D, {3, 3}, Plain3::Three, 1684661804U},
+        {SqxPrimitive::CALL_PRIM_NOISE_POINT_4D, {3, 3, 1}, Plain3::Four, 3628779393U},
+        {SqxPrimitive::CALL_PRIM_CELLNOISE_FLOAT_1D, {1, 1}, Cell1::One, 815861355U},
+        {SqxPrimitive::CALL_PRIM_CELLNOISE_FLOAT_2D, {1, 1, 1}, Cell1::Two, 1636549033U},
+        {SqxPrimitive::CALL_PRIM_CELLNOISE_FLOAT_3D, {1, 3}, Cell1::Three, 2207231312U},
+        {SqxPrimitive::CALL_PRIM_CELLNOISE_FLOAT_4D, {1, 3, 1}, Cell1::Four, 4270560155U},
+        {SqxPrimitive::CALL_PRIM_CELLNOISE_POINT_1D, {3, 1}, Cell3::One, 3004171183U},
+        {SqxPrimitive::CALL_PRIM_CELLNOISE_POINT_2D, {3, 1, 1}, Cell3::Two, 2285004274U},
+        {SqxPrimitive::CALL_PRIM_CELLNOISE_POINT_3D, {3, 3}, Cell3::Three, 2729697664U},
+        {SqxPrimitive::CALL_PRIM_CELLNOISE_POINT_4D, {3, 3, 1}, Cell3::Four, 553456009U},
+        {SqxPrimitive::CALL_PRIM_PNOISE_FLOAT_1D, {1, 1, 1}, Periodic1::One, 1075432575U},
+        {SqxPrimitive::CALL_PRIM_PNOISE_FLOAT_2D, {1, 1, 1, 1, 1}, Periodic1::Two, 1077135994U},
+        {SqxPrimitive::CALL_PRIM_PNOISE_FLOAT_3D, {1, 3, 3}, Periodic1::Three, 2896779674U},
+        {SqxPrimitive::CALL_PRIM_PNOISE_FLOAT_4D, {1, 3, 1, 3, 1}, Periodic1::Four, 3899231395U},
+        {SqxPrimitive::CALL_PRIM_PNOISE_POINT_1D, {3, 1, 1}, Periodic3::One, 3942710334U},
+        {SqxPrimitive::CALL_PRIM_PNOISE_POINT_2D, {3, 1, 1, 1, 1}, Periodic3::Two, 3371783377U},
+        {SqxPrimitive::CALL_PRIM_PNOISE_POINT_3D, {3, 3, 3}, Periodic3::Three, 3251478475U},
+        {SqxPrimitive::CALL_PRIM_PNOISE_POINT_4D, {3, 3, 1, 3, 1}, Periodic3::Four, 470183262U},
     };
-// clang-format on
-return cases;
+    // clang-format on
+    return cases;
 }
 
 /// Coordinates and periods of both signs, whole numbers, and numbers too large to have a cell.
@@ -274,15 +277,15 @@ TEST(QxCostlyKernels, GiveTheBitsOfTheFunctionsOfOnePoint)
             continue;
         for (const Case& c : Cases()) {
             const QxKernelRow* row = QxKernelTable::For(avx2).Find(c.primitive);
-            ASSERT_TRUE(row) << c.primitive;
+            ASSERT_TRUE(row) << SqxPrimitiveName(c.primitive);
             for (const unsigned int uniform : {0U, 1U, 2U, 6U}) {
                 const Arguments arguments(c, uniform);
                 EXPECT_EQ(Computed(c, *row, arguments, {}), Expected(c, arguments, {}))
-                    << c.primitive;
+                    << SqxPrimitiveName(c.primitive);
                 for (const unsigned int share : {0U, 1U, 3U, 20U, 63U, 64U}) {
                     const Mask mask = MaskOf(share);
                     EXPECT_EQ(Computed(c, *row, arguments, mask), Expected(c, arguments, mask))
-                        << c.primitive << ", " << share << " of 64 points";
+                        << SqxPrimitiveName(c.primitive) << ", " << share << " of 64 points";
                 }
             }
         }
@@ -295,6 +298,6 @@ TEST(QxCostlyFunctions, NeverChange)
         unsigned int sum = 0;
         for (const unsigned int bits : Expected(c, Arguments(c, 0), {}))
             sum = sum * 31 + bits;
-        EXPECT_EQ(sum, c.sum) << c.primitive;
+        EXPECT_EQ(sum, c.sum) << SqxPrimitiveName(c.primitive);
     }
 }

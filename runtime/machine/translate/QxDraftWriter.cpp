@@ -34,11 +34,11 @@ void QxDraftWriter::Refuse(std::string_view instruction, const std::string& what
     throw QxHostError("Instruction " + std::string(instruction) + ' ' + what);
 }
 
-const QxKernelRow& QxDraftWriter::RowOf(std::string_view primitive) const
+const QxKernelRow& QxDraftWriter::RowOf(SqxPrimitive primitive) const
 {
     const QxKernelRow* row = m_kernels.Find(primitive);
     if (!row)
-        Refuse(primitive, "is not known to this machine");
+        Refuse(SqxPrimitiveName(primitive), "is not known to this machine");
     return *row;
 }
 
@@ -100,7 +100,7 @@ void QxDraftWriter::EmitMoves(const std::vector<Argument>& arguments, const SqxL
         if (load ? argument.letter == 'w' && !text : !written)
             continue;
         QxDraft& draft = Add(QxCodeStep::Kernel);
-        draft.row = &RowOf(load ? "machine:load" : "machine:store");
+        draft.row = &RowOf(load ? SqxPrimitive::MACHINE_LOAD : SqxPrimitive::MACHINE_STORE);
         draft.code.number = load && written ? 1 : 0;
         const QxOperand reference = {argument.reference, 1, 1, argument.operand.stored};
         AddOperand(load ? argument.operand : reference, 'w');

@@ -47,7 +47,7 @@ public:
     void Emit(const QxKernelRow& row, const std::vector<Argument>& arguments, int number,
               const SqxLayout& layout, const QxOperand& flag);
     /// Throws if there is no such primitive.
-    [[nodiscard]] const QxKernelRow& RowOf(std::string_view primitive) const;
+    [[nodiscard]] const QxKernelRow& RowOf(SqxPrimitive primitive) const;
 
     /// The drafts written so far. The caller empties it for the next block.
     [[nodiscard]] QxDraftBlock& Block() { return m_block; }

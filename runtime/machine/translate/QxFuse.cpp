@@ -24,27 +24,35 @@ constexpr std::size_t k_none = static_cast<std::size_t>(-1);
 
 /// The fused instruction for a product and an instruction that uses it.
 struct Pair {
-    std::string_view user;
-    std::size_t place;        // index of the product among the user's arguments
-    std::string_view result;  // the fused primitive
+    SqxPrimitive user;
+    std::size_t place;    // index of the product among the user's arguments
+    SqxPrimitive result;  // the fused primitive
     enum class Order { ProductFirst, ProductLast } order;
 };
 
 constexpr Pair k_pairs[] = {
     // user              place  result                          product's factors
-    {"ADD_FLOAT_FLOAT", 0, "machine:product plus", Pair::Order::ProductFirst},
-    {"ADD_FLOAT_FLOAT", 1, "machine:product plus", Pair::Order::ProductFirst},
-    {"SUB_FLOAT_FLOAT", 0, "machine:product minus", Pair::Order::ProductFirst},
-    {"SUB_FLOAT_FLOAT", 1, "machine:minus product", Pair::Order::ProductLast},
-    {"machine:product plus", 2, "machine:sum of products", Pair::Order::ProductFirst},
-    {"machine:product minus", 2, "machine:difference of products", Pair::Order::ProductLast},
-    {"machine:minus product", 0, "machine:difference of products", Pair::Order::ProductFirst},
+    {SqxPrimitive::ADD_FLOAT_FLOAT, 0, SqxPrimitive::MACHINE_PRODUCT_PLUS,
+     Pair::Order::ProductFirst},
+    {SqxPrimitive::ADD_FLOAT_FLOAT, 1, SqxPrimitive::MACHINE_PRODUCT_PLUS,
+     Pair::Order::ProductFirst},
+    {SqxPrimitive::SUB_FLOAT_FLOAT, 0, SqxPrimitive::MACHINE_PRODUCT_MINUS,
+     Pair::Order::ProductFirst},
+    {SqxPrimitive::SUB_FLOAT_FLOAT, 1, SqxPrimitive::MACHINE_MINUS_PRODUCT,
+     Pair::Order::ProductLast},
+    {SqxPrimitive::MACHINE_PRODUCT_PLUS, 2, SqxPrimitive::MACHINE_SUM_OF_PRODUCTS,
+     Pair::Order::ProductFirst},
+    {SqxPrimitive::MACHINE_PRODUCT_MINUS, 2, SqxPrimitive::MACHINE_DIFFERENCE_OF_PRODUCTS,
+     Pair::Order::ProductLast},
+    {SqxPrimitive::MACHINE_MINUS_PRODUCT, 0, SqxPrimitive::MACHINE_DIFFERENCE_OF_PRODUCTS,
+     Pair::Order::ProductFirst},
 };
 
 bool IsCopy(const QxDraft& draft)
 {
-    constexpr std::string_view copies[] = {"ASSIGN_FLOAT_FLOAT", "ASSIGN_COLOR_COLOR",
-                                           "ASSIGN_POINT_POINT", "ASSIGN_BOOL_BOOL"};
+    constexpr SqxPrimitive copies[] = {
+        SqxPrimitive::ASSIGN_FLOAT_FLOAT, SqxPrimitive::ASSIGN_COLOR_COLOR,
+        SqxPrimitive::ASSIGN_POINT_POINT, SqxPrimitive::ASSIGN_BOOL_BOOL};
     return std::find(std::begin(copies), std::end(copies), draft.row->primitive) !=
            std::end(copies);
 }
@@ -67,8 +75,7 @@ private:
     [[nodiscard]] bool FuseProduct(std::size_t before, std::size_t index);
     [[nodiscard]] bool IsOnlyFor(const QxOperand& temporary, const QxDraft& user) const;
     void Drop(std::size_t index);
-    void Replace(std::size_t index, std::string_view primitive,
-                 const std::vector<QxOperand>& operands);
+    void Replace(std::size_t index, SqxPrimitive primitive, const std::vector<QxOperand>& operands);
     [[nodiscard]] const QxOperand* OperandsOf(const QxDraft& draft) const
     {
         return m_block.operands.data() + draft.first;
@@ -143,7 +150,7 @@ bool Fuser::FuseProduct(std::size_t before, std::size_t index)
     const QxDraft& user = m_block.drafts[index];
     const QxDraft& product = m_block.drafts[before];
     const QxOperand* const factors = OperandsOf(product);
-    if (product.row->primitive != "MULT_FLOAT_FLOAT" || !IsOnlyFor(factors[0], user))
+    if (product.row->primitive != SqxPrimitive::MULT_FLOAT_FLOAT || !IsOnlyFor(factors[0], user))
         return false;
     const std::uint32_t temporary = factors[0].variable;
     const QxOperand* const operands = OperandsOf(user);
@@ -175,7 +182,7 @@ void Fuser::Drop(std::size_t index)
 }
 
 /// The first operand is the result.
-void Fuser::Replace(std::size_t index, std::string_view primitive,
+void Fuser::Replace(std::size_t index, SqxPrimitive primitive,
                     const std::vector<QxOperand>& operands)
 {
     QxDraft& draft = m_block.drafts[index];

@@ -1,10 +1,13 @@
-// Kernels are listed by the names of primitives, but code uses numbers. The mapping is built once
-// for each set of kernels, on first use, so that loading a file needs no look-up of names. Forms of
-// one primitive, such as those with a condition, have different numbers and share a row.
+// Kernels are listed by primitives, but code uses numbers. The mapping is built once for each set
+// of kernels, on first use. Forms of one primitive, such as those with a condition, have different
+// numbers and share a row.
 //
 // tests/host/AgreementTest.cpp checks that each instruction has a row.
 
 #include "machine/translate/QxKernelTable.h"
+
+#include <stdexcept>
+#include <string>
 
 #include "sqx/SqxLayout.h"
 #include "sqx/SqxNumbers.h"
@@ -27,11 +30,20 @@ QxKernelTable::QxKernelTable([[maybe_unused]] bool avx2)
                    qxcommon::ReferenceKernels, qxcommon::ShadeopKernels});
     for (const Rows table : tables)
         for (const QxKernelRow& row : table())
-            m_byName.emplace(row.primitive, &row);
+            Enter(row);
     for (int number = 0; number <= SqxHighestNumber(); ++number) {
         const SqxLayout* layout = SqxLayout::Find(number);
-        m_byNumber.push_back(layout ? Find(SqxPrimitiveName(layout->primitive)) : nullptr);
+        m_byNumber.push_back(layout ? Find(layout->primitive) : nullptr);
     }
+}
+
+void QxKernelTable::Enter(const QxKernelRow& row)
+{
+    const QxKernelRow*& entry = m_byPrimitive[static_cast<std::size_t>(row.primitive)];
+    if (entry)
+        throw std::logic_error("QxKernelTable: two rows for " +
+                               std::string(SqxPrimitiveName(row.primitive)));
+    entry = &row;
 }
 
 const QxKernelTable& QxKernelTable::For(bool avx2)
@@ -41,10 +53,4 @@ const QxKernelTable& QxKernelTable::For(bool avx2)
         return baseline;
     static const QxKernelTable fast(true);
     return fast;
-}
-
-const QxKernelRow* QxKernelTable::Find(std::string_view primitive) const
-{
-    const auto found = m_byName.find(primitive);
-    return found == m_byName.end() ? nullptr : found->second;
 }

@@ -1,13 +1,12 @@
 #pragma once
 
-#include <map>
-#include <string_view>
+#include <array>
 #include <vector>
 
 #include "kernels/QxKernel.h"
 
-/// The kernels of all instructions, by name and by number: the kernels compiled for one instruction
-/// set, and the kernels that all sets share.
+/// The kernels of all instructions, by primitive and by number: the kernels compiled for one
+/// instruction set, and the kernels that all sets share.
 ///
 /// There are two tables per process, each built on first use; they never change, so threads may
 /// share them.
@@ -16,16 +15,20 @@ public:
     /// `avx2` selects the kernels compiled for AVX2, which may run only if
     /// `QxMachineProgram::HasAvx2`.
     [[nodiscard]] static const QxKernelTable& For(bool avx2);
-    /// Finds a row by the name of a primitive, or "machine:..." for kernels that only the
-    /// translation uses. Null if there is none. The row lives as long as the process.
-    [[nodiscard]] const QxKernelRow* Find(std::string_view primitive) const;
+    /// Finds the row of a primitive; null if there is none. The row lives as long as the process.
+    [[nodiscard]] const QxKernelRow* Find(SqxPrimitive primitive) const
+    {
+        return m_byPrimitive[static_cast<std::size_t>(primitive)];
+    }
     /// Finds the row for an instruction number of a file, which must have a layout. Null also for
     /// marks, such as jumps and brackets, which need no kernel.
     [[nodiscard]] const QxKernelRow* OfNumber(int number) const { return m_byNumber[number]; }
 
 private:
     explicit QxKernelTable(bool avx2);
+    /// A primitive has one row: with two, which one runs would depend on the order of the files.
+    void Enter(const QxKernelRow& row);
 
-    std::map<std::string_view, const QxKernelRow*> m_byName;
+    std::array<const QxKernelRow*, k_sqxPrimitiveCount> m_byPrimitive{};
     std::vector<const QxKernelRow*> m_byNumber;
 };

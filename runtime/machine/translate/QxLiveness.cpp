@@ -183,7 +183,7 @@ void QxLiveness::EndBrackets(std::size_t index)
         return;
     for (std::size_t i = index + 1; i < m_block.drafts.size(); ++i) {
         const QxDraft& draft = m_block.drafts[i];
-        if (!draft.row || draft.row->primitive != "machine:and")
+        if (!draft.row || draft.row->primitive != SqxPrimitive::MACHINE_AND)
             return;
         const QxOperand* operands = m_block.operands.data() + draft.first;
         if (operands[1].variable != guard.flag.variable ||

@@ -38,7 +38,7 @@ bool IsConditional(QxCodeStep step)
 bool IsFlagReduction(const QxDraft& draft)
 {
     return draft.code.step == QxCodeStep::Grid && draft.row &&
-           draft.row->primitive == "SET_UNIFORM_BOOL_FLAG";
+           draft.row->primitive == SqxPrimitive::SET_UNIFORM_BOOL_FLAG;
 }
 
 class StretchFinder {

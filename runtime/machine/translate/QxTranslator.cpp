@@ -179,7 +179,7 @@ void QxTranslator::EndParallel()
     std::size_t calls = 0;
     for (std::size_t i = m_parallel; i < m_block.drafts.size(); ++i) {
         const QxDraft& draft = m_block.drafts[i];
-        if (draft.row && draft.row->primitive == "CALL_DSO")
+        if (draft.row && draft.row->primitive == SqxPrimitive::CALL_DSO)
             ++calls;
         for (std::size_t k = draft.first; k < draft.first + draft.code.count; ++k)
             if (QxIsWritten(m_block.letters[k]) &&
@@ -235,13 +235,13 @@ bool QxTranslator::MakeFlagOperations(std::size_t begin)
         if (!draft.row || m_block.operands[draft.first].step == 0)
             return false;
         Setting setting = {m_block.operands[draft.first], false};
-        if (draft.row->primitive == "ASSIGN_BOOL_BOOL") {
+        if (draft.row->primitive == SqxPrimitive::ASSIGN_BOOL_BOOL) {
             const QxConstant* source =
                 m_variables.ConstantOf(m_block.operands[draft.first + 1].variable);
             if (!source)
                 return false;
             setting.value = static_cast<bool>(source->flag);
-        } else if (draft.row->primitive != "SET_BOOL") {
+        } else if (draft.row->primitive != SqxPrimitive::SET_BOOL) {
             return false;
         }
         settings.push_back(setting);
@@ -255,10 +255,11 @@ bool QxTranslator::MakeFlagOperations(std::size_t begin)
         return setting.flag.variable != guard.variable;
     });
     for (const Setting& setting : settings) {
-        const char* const name = setting.value ? (ifTrue ? "machine:or" : "machine:or not")
-                                               : (ifTrue ? "machine:and not" : "machine:and");
+        const SqxPrimitive step =
+            setting.value ? (ifTrue ? SqxPrimitive::MACHINE_OR : SqxPrimitive::MACHINE_OR_NOT)
+                          : (ifTrue ? SqxPrimitive::MACHINE_AND_NOT : SqxPrimitive::MACHINE_AND);
         QxDraft& draft = m_writer.Add(QxCodeStep::Kernel);
-        draft.row = &m_writer.RowOf(name);
+        draft.row = &m_writer.RowOf(step);
         m_writer.AddOperand(setting.flag, 'm');
         m_writer.AddOperand(guard, 'r');
         m_writer.ChooseKernels(draft);
@@ -272,11 +273,12 @@ void QxTranslator::TranslateArrayRef(const SqxBlock& block, const SqxInstruction
         return m_variables.OperandOf(static_cast<std::uint32_t>(block.Value(source, i)));
     };
     const bool alias = m_variables[operand(0).variable].kind == QxStorage::Kind::Alias;
-    m_writer.Emit(m_writer.RowOf(alias ? "machine:bind all" : "machine:bind each"),
-                  {{operand(0), 'w'},
-                   {operand(1), 'r'},
-                   m_writer.MakeArgument(block.Value(source, 2), 'r', QxStored::Number)},
-                  0, *source.layout, {});
+    m_writer.Emit(
+        m_writer.RowOf(alias ? SqxPrimitive::MACHINE_BIND_ALL : SqxPrimitive::MACHINE_BIND_EACH),
+        {{operand(0), 'w'},
+         {operand(1), 'r'},
+         m_writer.MakeArgument(block.Value(source, 2), 'r', QxStored::Number)},
+        0, *source.layout, {});
 }
 
 void QxTranslator::TranslateCheck(const SqxBlock& block, const SqxInstruction& source)
@@ -314,7 +316,7 @@ void QxTranslator::TranslateCall(const SqxBlock& block, const SqxInstruction& so
         if (letter == 'm')
             number = static_cast<int>(m_shader.variables[static_cast<std::size_t>(value)].type);
     }
-    if (row->primitive == "CALL_PRIM_FACEFORWARD")
+    if (row->primitive == SqxPrimitive::CALL_PRIM_FACEFORWARD)
         arguments.push_back({m_variables.OperandOf(m_variables.Ng()), 'r'});
     if (arguments.size() < row->operandCount ||
         (arguments.size() > row->operandCount && !row->rest))
