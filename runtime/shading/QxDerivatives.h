@@ -112,17 +112,18 @@ inline Value QxChangeWhere(const Value* value, unsigned int point, unsigned int 
                            unsigned int place, unsigned int length, const Where& where)
 {
     const Value* const at = value + point;
+    const std::size_t twice = std::size_t{2} * stride;
     const bool before = place > 0 && where(point - stride);
     const bool behind = place + 1 < length && where(point + stride);
     if (before && behind)
         return (at[stride] - *(at - stride)) * 0.5f;
     if (behind)
         return place + 2 < length && where(point + 2 * stride)
-                   ? QxChangeAtEdge(at[0], at[stride], at[2 * stride])
+                   ? QxChangeAtEdge(at[0], at[stride], at[twice])
                    : at[stride] - at[0];
     if (before)
         return place > 1 && where(point - 2 * stride)
-                   ? QxChangeAtEdge(at[0], *(at - stride), *(at - 2 * stride)) * -1.0f
+                   ? QxChangeAtEdge(at[0], *(at - stride), *(at - twice)) * -1.0f
                    : at[0] - *(at - stride);
     return at[0] - at[0];
 }
