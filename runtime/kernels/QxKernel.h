@@ -107,8 +107,8 @@ struct QxMachineState {
     QxDraws draws;
 
     [[nodiscard]] QxLights Lights() const { return {support, P, lights, lightCount}; }
-    /// Hands a text of a point to the scene, or keeps it until the strip is through.
-    void Tell(unsigned int point, bool print, std::string text)
+    /// Passes a text of a point to the scene, or keeps it until the strip is finished.
+    void Emit(unsigned int point, bool print, std::string text)
     {
         if (notesWait)
             notes.push_back({point, print, std::move(text)});

@@ -106,7 +106,7 @@ void Print(QxMachineState& state, const QxCode& code, const QxPoints& points)
         if (points(i)) {
             const QxText text =
                 QxFormatArguments(arguments.At(i), arguments.Types(), arguments.Count());
-            state.Tell(i, true, text.Characters());
+            state.Emit(i, true, text.Characters());
             state.work->CountInner(text.Length() + code.count);
         }
 }

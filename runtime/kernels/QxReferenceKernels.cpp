@@ -78,7 +78,7 @@ void CheckIndex(QxMachineState& state, const QxCode& code, const QxPoints& point
             continue;
         const Text array = *static_cast<const Text*>(state.values[code.operands[0].variable]);
         const Text file = *static_cast<const Text*>(state.values[code.operands[2].variable]);
-        state.Tell(i, false, QxBadArrayIndexText(file, code.number, array, at).Characters());
+        state.Emit(i, false, QxBadArrayIndexText(file, code.number, array, at).Characters());
     }
 }
 

@@ -66,9 +66,10 @@ struct Places {
 };
 
 template <class Value, class Controls>
-QX_KERNEL_CODE void OfOneBasis(const QxSplineBasis& basis, const GridOperand<Value>& result,
-                               const GridOperand<float>& position, const Controls& controls,
-                               int count, const QxPoints& points)
+QX_KERNEL_CODE void
+EvaluateWithOneBasis(const QxSplineBasis& basis, const GridOperand<Value>& result,
+                     const GridOperand<float>& position, const Controls& controls, int count,
+                     const QxPoints& points)
 {
     ForBlocks(points, [&](const Block& block) {
         Numbers positions;
@@ -112,10 +113,10 @@ void Spline(QxMachineState& state, const QxCode& code, const QxPoints& points)
                 QxAt(result, i) =
                     QxSpline<Value>(basisAt(i), QxAt(position, i), count, controls.At(i));
     } else if (uniform) {
-        OfOneBasis(basisAt(points.first), result, position, UniformControls<Value>(operands), count,
-                   points);
+        EvaluateWithOneBasis(basisAt(points.first), result, position,
+                             UniformControls<Value>(operands), count, points);
     } else {
-        OfOneBasis(basisAt(points.first), result, position, controls, count, points);
+        EvaluateWithOneBasis(basisAt(points.first), result, position, controls, count, points);
     }
 }
 

@@ -115,11 +115,11 @@ private:
         case State::Skip:
             return state + 1;
         default:
-            return Holds(at.kind, begins, before, after) ? state + 1 : k_none;
+            return IsMet(at.kind, begins, before, after) ? state + 1 : k_none;
         }
     }
     /// Between two characters; the one after the text is 0.
-    static bool Holds(State::Kind kind, bool begins, unsigned char before, unsigned char after)
+    static bool IsMet(State::Kind kind, bool begins, unsigned char before, unsigned char after)
     {
         const bool wordBefore = qxpattern::IsWord(before);
         const bool wordAfter = qxpattern::IsWord(after);

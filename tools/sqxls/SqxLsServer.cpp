@@ -199,7 +199,7 @@ void SqxLsServer::Notification(const std::string& method, const SqxJson& params)
         } else if (method == "textDocument/didChange") {
             m_workspace.Change(params);
         } else if (method == "textDocument/didSave") {
-            m_workspace.Touch(SqxLsPathOf(SqxLsTextMember(params, "textDocument/uri")));
+            m_workspace.MarkStale(SqxLsPathOf(SqxLsTextMember(params, "textDocument/uri")));
         } else if (method == "textDocument/didClose") {
             const std::string uri = SqxLsTextMember(params, "textDocument/uri");
             m_workspace.Close(uri);
@@ -209,7 +209,7 @@ void SqxLsServer::Notification(const std::string& method, const SqxJson& params)
             const SqxJson& changes = SqxLsMember(params, "changes");
             if (changes.is_array())
                 for (const SqxJson& change : changes)
-                    m_workspace.Touch(SqxLsPathOf(SqxLsTextMember(change, "uri")));
+                    m_workspace.MarkStale(SqxLsPathOf(SqxLsTextMember(change, "uri")));
         } else if (method == "workspace/didChangeConfiguration") {
             if (SqxLsMember(params, "settings").is_object())
                 ChangeConfiguration(params["settings"]);

@@ -61,7 +61,7 @@ void SqxLsWorkspace::Open(const SqxJson& item)
     document.text = std::make_shared<SqxLsText>(SqxLsTextMember(item, "text"));
     const std::string path = document.path;
     m_documents[document.uri] = std::move(document);
-    Touch(path);
+    MarkStale(path);
 }
 
 void SqxLsWorkspace::Change(const SqxJson& params)
@@ -81,7 +81,7 @@ void SqxLsWorkspace::Change(const SqxJson& params)
         ApplyChange(change, text);
     document.version = version;
     document.text = std::make_shared<SqxLsText>(std::move(text));
-    Touch(document.path);
+    MarkStale(document.path);
 }
 
 void SqxLsWorkspace::Close(const std::string& uri)
@@ -92,10 +92,10 @@ void SqxLsWorkspace::Close(const std::string& uri)
     const std::string path = found->second.path;
     m_documents.erase(found);
     m_previews.End(path);
-    Touch(path);
+    MarkStale(path);
 }
 
-void SqxLsWorkspace::Touch(const std::string& path)
+void SqxLsWorkspace::MarkStale(const std::string& path)
 {
     const bool isFlags = path.ends_with("/compile_flags.txt");
     for (auto& [uri, document] : m_documents) {

@@ -45,8 +45,8 @@ public:
     /// are refused: they were made of another text.
     void Change(const SqxJson& params);
     void Close(const std::string& uri);
-    /// A file on the disk has changed.
-    void Touch(const std::string& path);
+    /// Makes every document that reads the file be analyzed again.
+    void MarkStale(const std::string& path);
     void SetSettings(const SqxLsSettings& settings);
     /// Other folders than those of the open files, for the symbols of the workspace.
     void SetFolders(std::vector<std::string> folders) { m_folders = std::move(folders); }

@@ -292,7 +292,7 @@ void QxMachineRun::SendNotes()
     m_state.notes.clear();
     m_state.notesWait = false;
     for (const QxNote& note : notes)
-        m_state.Tell(note.point, note.print, note.text);
+        m_state.Emit(note.point, note.print, note.text);
     m_state.notesWait = true;
 }
 
