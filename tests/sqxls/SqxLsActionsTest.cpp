@@ -37,6 +37,8 @@ TEST(SqxLsActions, CarryOutAdviceThatLeavesNoChoice)
          "surface a() { float i = 0; i += 1; }\n"},
         {"surface a() { float i = 0; if (i <> 1) i = 1; }\n", "Replace '<>' by '!='",
          "surface a() { float i = 0; if (i != 1) i = 1; }\n"},
+        {"surface a(string map = \"\") { if (map = \"\") Ci = 1; }\n", "Replace '=' by '=='",
+         "surface a(string map = \"\") { if (map == \"\") Ci = 1; }\n"},
         {"surface a()\n{\n    Oi = 1;\n    Ci = gain * Cs;\n}\n", "Declare 'float gain'",
          "surface a()\n{\n    Oi = 1;\n    float gain = 0;\n    Ci = gain * Cs;\n}\n"},
         {"surface a() { float i; for (i = 0; i < n; i += 1) Ci = i; }\n", "Declare 'float n'",

@@ -118,6 +118,21 @@ std::optional<Fix> ReplacementFor(const QxCompileReport& report, const SqxLsSpan
     return std::nullopt;
 }
 
+/// `if (x = 1)` was meant as a comparison. The report is at what follows the parentheses.
+std::optional<Fix> ComparisonFor(const QxCompileReport& report, const SqxLsSpan& place,
+                                 const std::vector<SqxLsToken>& tokens)
+{
+    const std::size_t close = TokenBefore(tokens, place.begin);
+    if (report.advice.find("a condition needs a comparison") == std::string::npos ||
+        close == tokens.size() || tokens[close].text != ")")
+        return std::nullopt;
+    const std::size_t open = SqxLsPartnersOf(tokens)[close];
+    for (std::size_t i = open; i < close; ++i)
+        if (tokens[i].text == "=")
+            return Fix{"Replace '=' by '=='", tokens[i].span, "=="};
+    return std::nullopt;
+}
+
 /// The token by that name in the line of a report; the number of tokens if there is none.
 std::size_t TokenNamed(const QxCompileReport& report, std::string_view name, const SqxLsText& text,
                        const std::vector<SqxLsToken>& tokens)
@@ -247,7 +262,8 @@ SqxJson SqxLsCodeActions(SqxLsWorkspace& workspace, const SqxJson& params)
         for (const auto& fix :
              {InsertionFor(report, place.span, tokens),
               ReplacementFor(report, place.span, text, tokens),
-              DeclarationFor(report, text, tokens), VaryingFor(report, text, tokens)}) {
+              ComparisonFor(report, place.span, tokens), DeclarationFor(report, text, tokens),
+              VaryingFor(report, text, tokens)}) {
             if (!fix)
                 continue;
             SqxJson action = ActionOf(text, uri, *fix, "quickfix");
