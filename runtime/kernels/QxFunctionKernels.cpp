@@ -104,10 +104,21 @@ constexpr QxKernelRow Elementary(SqxPrimitive primitive, Function function)
                              [](float& r, const float& a, const float& b) { NAME(r, a, b); })
 
 // Powers. A uniform exponent of 1, as of a gamma that a user left alone, or of 2 spares the slowest
-// of the functions.
+// of the functions, and bases of which none is negative a third of it.
+
+struct PowerAtPoint {
+    void operator()(float& r, const float& x, const float& y) const { r = QxPowAtPoint(x, y); }
+};
 
 struct AnyPower {
     void operator()(float& r, const float& x, const float& y) const { r = QxPowInVectors(x, y); }
+};
+
+struct PowerOfNonNegative {
+    void operator()(float& r, const float& x, const float& y) const
+    {
+        r = QxPowOfNonNegative(x, y);
+    }
 };
 
 struct FirstPower {
@@ -118,23 +129,55 @@ struct Square {
     void operator()(float& r, const float& x, const float&) const { r = x * x; }
 };
 
+QX_KERNEL_CODE bool IsAnyNegative(const float* numbers, unsigned int count)
+{
+    unsigned int any = 0;
+    for (unsigned int j = 0; j < count; ++j)
+        any |= numbers[j] < 0 ? 1u : 0u;
+    return any != 0;
+}
+
+struct PowerLoops {
+    static void Run(Numbers* results, const Numbers* operands, unsigned int count)
+    {
+        if (IsAnyNegative(operands[0].at, count))
+            NumberLoops<AnyPower, float, float>::Run(results, operands, count);
+        else
+            NumberLoops<PowerOfNonNegative, float, float>::Run(results, operands, count);
+    }
+};
+
+void PowersAtAll(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    const auto base = Operand<float>(state, code, 1);
+    if (code.operands[0].step == 0 || (base.step | code.operands[2].step) == 0)
+        Any<PowerAtPoint, Where::All, float&, float, float>(state, code, points);
+    else if (base.step == 0
+                 ? *base.values < 0
+                 : IsAnyNegative(base.values + points.first, points.End() - points.first))
+        ElementaryAtAll<AnyPower, float, float>(state, code, points);
+    else
+        ElementaryAtAll<PowerOfNonNegative, float, float>(state, code, points);
+}
+
 template <bool masked>
 void Powers(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {
-    constexpr QxKernelRow row = Elementary<float, float>(SqxPrimitive::CALL_PRIM_POW, AnyPower());
     const auto exponent = Operand<float>(state, code, 2);
     const bool varies = code.operands[0].step != 0 && code.operands[1].step != 0;
     if (varies && exponent.step == 0 && *exponent.values == 1)
         Shaped<FirstPower, 1, masked, float, float, float>::Run(state, code, points);
     else if (varies && exponent.step == 0 && *exponent.values == 2)
         Shaped<Square, 1, masked, float, float, float>::Run(state, code, points);
+    else if (masked)
+        PickedPoints<PowerLoops, PowerAtPoint, float, float, float>(state, code, points);
     else
-        (masked ? row.masked : row.all)(state, code, points);
+        PowersAtAll(state, code, points);
 }
 
 constexpr QxKernelRow PowRow()
 {
-    QxKernelRow row = EACH2(CALL_PRIM_POW, float&, float, float);
+    QxKernelRow row = Each<float&, float, float>(SqxPrimitive::CALL_PRIM_POW, PowerAtPoint());
     row.all = Powers<false>;
     row.masked = Powers<true>;
     return row;

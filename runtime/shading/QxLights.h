@@ -69,7 +69,7 @@ inline float QxHighlight(const QxVector3& toLight, const QxVector3& normal, cons
     if (QxDot(toLight, normal) <= 0)
         return 0;
     const QxVector3 half = QxNormalize(toLight + toEye);
-    return QxPow(QxMax(0, QxDot(half, normal)), roughness > 0 ? 1 / roughness : 1.0e6f);
+    return QxPowAtPoint(QxMax(0, QxDot(half, normal)), roughness > 0 ? 1 / roughness : 1.0e6f);
 }
 
 /// `specular`: the highlights of all lights.
@@ -112,7 +112,7 @@ public:
         return m_lights.Sum(point, [&](const QxVector3& toLight) {
             if (QxDot(toLight, normal) <= 0)
                 return 0.0f;
-            return QxPow(QxMax(0, QxDot(mirrored, toLight)), exponent);
+            return QxPowAtPoint(QxMax(0, QxDot(mirrored, toLight)), exponent);
         });
     }
 

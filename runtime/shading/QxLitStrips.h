@@ -70,7 +70,7 @@ inline void QxPowersOfStrip(QxNumbers& shares, const QxNumbers& facing, const Qx
         packedExponents.at[k] = exponents.at[places[k]];
     }
     for (unsigned int k = 0; k < count; ++k)
-        packed.at[k] = QxPowInVectors(QxMax(0, packed.at[k]), packedExponents.at[k]);
+        packed.at[k] = QxPowOfNonNegative(QxMax(0, packed.at[k]), packedExponents.at[k]);
     for (unsigned int k = 0; k < count; ++k)
         shares.at[places[k]] = packed.at[k];
 }
