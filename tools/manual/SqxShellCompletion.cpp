@@ -97,7 +97,7 @@ namespace {
     return "        " + ZshQuoted(spec) + " \\\n";
 }
 
-/// /// How `complete` of fish calls the option: "-l size", "-o O2" after one dash, or "-s I" for
+/// How `complete` of fish calls the option: "-l size", "-o O2" after one dash, or "-s I" for
 /// one that takes its value in the same word. Others of one letter are no "-s", since none can be
 /// joined with others.
 [[nodiscard]] std::string FishWord(std::string_view word)
@@ -115,6 +115,14 @@ namespace {
     for (char& c : pattern)
         c = c == ' ' ? '|' : c;
     return pattern;
+}
+
+/// What `_arguments` says of the words that are no options.
+[[nodiscard]] std::string ZshFiles(std::string_view endings)
+{
+    if (endings.empty())
+        return "'*: :_message \"takes no files\"'";
+    return "'*:file:_files -g \"*.(" + Alternatives(endings) + ")(-.)\"'";
 }
 
 }  // namespace
@@ -164,8 +172,7 @@ std::string SqxZshCompletion(std::span<const SqxProgram* const> all)
         for (const SqxOption& option : program->options)
             for (const std::string_view word : DistinctSpellings(option))
                 cases += ZshOption(word, option);
-        cases += "        '*:file:_files -g \"*.(" + Alternatives(program->fileEndings) +
-                 ")(-.)\"' ;;\n";
+        cases += "        " + ZshFiles(program->fileEndings) + " ;;\n";
     }
     return "#compdef" + names + "\n\ncase $service in\n" + cases + "esac\n";
 }
