@@ -51,3 +51,15 @@ if command -v vim >/dev/null && vim --version | grep -q '+quickfix'; then
         exit 1
     }
 fi
+if command -v kate-syntax-highlighter >/dev/null; then
+    syntax=home/.local/share/org.kde.syntax-highlighting/syntax
+    mkdir -p "$syntax"
+    cp editors/kate/sl.xml "$syntax"
+    HOME=$scratch/home XDG_DATA_HOME='' kate-syntax-highlighter -t "Breeze Light" \
+        faulty.sl >colors 2>&1 || true
+    grep -q '<span[^>]*bold[^>]*>surface</span>' colors || {
+        echo "Kate colors a shader so:"
+        cat colors
+        exit 1
+    }
+fi

@@ -22,7 +22,8 @@ struct WordGroup {
     Words words;
     const char* vimGroup;
     const char* vimLink;
-    const char* scope;  // of the grammar
+    const char* scope;      // of the grammar
+    const char* kateStyle;  // one of Kate's own, without its "ds"
 };
 
 [[nodiscard]] Words KeywordsOf(SlcWordKind kind)
@@ -59,14 +60,18 @@ struct WordGroup {
 [[nodiscard]] std::vector<WordGroup> WordGroups()
 {
     return {
-        {KeywordsOf(SlcWordKind::Shader), "slShader", "Structure", "storage.type.shader.sl"},
-        {KeywordsOf(SlcWordKind::Detail), "slDetail", "StorageClass", "storage.modifier.sl"},
-        {KeywordsOf(SlcWordKind::Type), "slType", "Type", "storage.type.sl"},
-        {KeywordsOf(SlcWordKind::Statement), "slStatement", "Statement", "keyword.control.sl"},
-        {KeywordsOf(SlcWordKind::Texture), "slTexture", "Function", "support.function.texture.sl"},
-        {BuiltIns(), "slFunction", "Function", "support.function.sl"},
-        {Predefined(), "slPredefined", "Identifier", "variable.language.sl"},
-        {{"PI"}, "slConstant", "Constant", "constant.language.sl"},
+        {KeywordsOf(SlcWordKind::Shader), "slShader", "Structure", "storage.type.shader.sl",
+         "Keyword"},
+        {KeywordsOf(SlcWordKind::Detail), "slDetail", "StorageClass", "storage.modifier.sl",
+         "Attribute"},
+        {KeywordsOf(SlcWordKind::Type), "slType", "Type", "storage.type.sl", "DataType"},
+        {KeywordsOf(SlcWordKind::Statement), "slStatement", "Statement", "keyword.control.sl",
+         "ControlFlow"},
+        {KeywordsOf(SlcWordKind::Texture), "slTexture", "Function", "support.function.texture.sl",
+         "Function"},
+        {BuiltIns(), "slFunction", "Function", "support.function.sl", "Function"},
+        {Predefined(), "slPredefined", "Identifier", "variable.language.sl", "Variable"},
+        {{"PI"}, "slConstant", "Constant", "constant.language.sl", "Constant"},
     };
 }
 
@@ -148,4 +153,73 @@ std::string SqxTextMateGrammar()
   ]
 }
 )json";
+}
+
+std::string SqxKateSyntax()
+{
+    std::string lists;
+    std::string rules;
+    std::string styles;
+    for (const WordGroup& group : WordGroups()) {
+        const std::string name = group.vimGroup;
+        lists += "<list name=\"" + name + "\">\n<item>" + Joined(group.words, "</item>\n<item>") +
+                 "</item>\n</list>\n";
+        rules +=
+            "<keyword attribute=\"" + name + "\" context=\"#stay\" String=\"" + name + "\"/>\n";
+        styles += "<itemData name=\"" + name + "\" defStyleNum=\"ds" + group.kateStyle + "\"/>\n";
+    }
+    return R"xml(<?xml version="1.0" encoding="UTF-8"?>
+<!DOCTYPE language>
+<!-- Made by the build target `reference` from the compiler's tables: do not edit. -->
+<language name="RenderMan Shading Language" section="Sources" extensions="*.sl" version="1"
+          kateversion="5.0" casesensitive="1">
+<highlighting>
+)xml" + lists +
+           R"xml(<contexts>
+<context name="Normal" attribute="Normal" lineEndContext="#stay">
+<DetectSpaces/>
+<RegExpr attribute="Preprocessor" context="Preprocessor" String="#" firstNonSpace="1"/>
+)xml" + rules +
+           R"xml(<DetectIdentifier/>
+<Float attribute="Number" context="#stay"/>
+<Int attribute="Number" context="#stay"/>
+<DetectChar attribute="String" context="String" char="&quot;"/>
+<Detect2Chars attribute="Comment" context="LineComment" char="/" char1="/"/>
+<Detect2Chars attribute="Comment" context="Comment" char="/" char1="*" beginRegion="Comment"/>
+<DetectChar attribute="Normal" context="#stay" char="{" beginRegion="Block"/>
+<DetectChar attribute="Normal" context="#stay" char="}" endRegion="Block"/>
+</context>
+<context name="String" attribute="String" lineEndContext="#stay">
+<RegExpr attribute="Escape" context="#stay" String="\\."/>
+<DetectChar attribute="String" context="#pop" char="&quot;"/>
+</context>
+<context name="LineComment" attribute="Comment" lineEndContext="#pop"/>
+<context name="Comment" attribute="Comment" lineEndContext="#stay">
+<Detect2Chars attribute="Comment" context="#pop" char="*" char1="/" endRegion="Comment"/>
+</context>
+<context name="Preprocessor" attribute="Preprocessor" lineEndContext="#pop">
+<LineContinue attribute="Preprocessor" context="#stay"/>
+<Detect2Chars attribute="Comment" context="LineComment" char="/" char1="/"/>
+<Detect2Chars attribute="Comment" context="Comment" char="/" char1="*" beginRegion="Comment"/>
+</context>
+</contexts>
+<itemDatas>
+<itemData name="Normal" defStyleNum="dsNormal"/>
+)xml" + styles +
+           R"xml(<itemData name="Number" defStyleNum="dsFloat"/>
+<itemData name="String" defStyleNum="dsString"/>
+<itemData name="Escape" defStyleNum="dsSpecialChar"/>
+<itemData name="Comment" defStyleNum="dsComment"/>
+<itemData name="Preprocessor" defStyleNum="dsPreprocessor"/>
+</itemDatas>
+</highlighting>
+<general>
+<comments>
+<comment name="singleLine" start="//"/>
+<comment name="multiLine" start="/*" end="*/"/>
+</comments>
+<keywords casesensitive="1"/>
+</general>
+</language>
+)xml";
 }

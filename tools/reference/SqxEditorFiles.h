@@ -10,3 +10,6 @@
 
 /// A grammar in the form of TextMate, as JSON, which several editors read.
 [[nodiscard]] std::string SqxTextMateGrammar();
+
+/// The syntax file by which Kate knows shaders and colors them, as XML.
+[[nodiscard]] std::string SqxKateSyntax();

@@ -45,6 +45,7 @@ int main(int argc, char** argv)
             WriteFile(root + page, SqxRefreshPage(ReadFile(root + page)));
         WriteFile(root + "/editors/vim/syntax/sl.vim", SqxVimSyntax());
         WriteFile(root + "/editors/vscode/syntaxes/sl.tmLanguage.json", SqxTextMateGrammar());
+        WriteFile(root + "/editors/kate/sl.xml", SqxKateSyntax());
     } catch (const std::runtime_error& error) {
         std::cerr << "sqxreference: " << error.what() << '\n';
         return 1;
