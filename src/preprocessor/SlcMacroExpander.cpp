@@ -272,7 +272,7 @@ SlcMacroExpander::Tokens SlcMacroExpander::PartOf(const SlcMacro& macro, std::si
     const bool followsComma = index > 0 && isJoined && isRest(body.parameter) &&
                               macro.body[index - 1].joinsNext &&
                               macro.body[index - 1].token.IsSign(",") && !body.joinsNext;
-    Tokens part = isJoined && !followsComma ? argument.raw : Expanded(argument);
+    Tokens part = isJoined ? argument.raw : Expanded(argument);
     if (part.empty())
         part.push_back(EmptyToken(false));
     part.front().spaceBefore = body.token.spaceBefore;

@@ -24,7 +24,7 @@ ff (ff) (1)
 #define e(fmt, args...) p(fmt, ##args)
 #define e2(fmt, ...) p(fmt, ## __VA_ARGS__)
 #define e3(...) p(a, ##__VA_ARGS__)
-e("a") e("a",) e("a", b) e("a", b, c) e2("x") e2("x",1,EMPTY 2) e3() e3(EMPTY) e3(b)
+e("a") e("a",) e("a", b) e("a", b, c) e2("x") e2("x",1,EMPTY 2) e3() e3(EMPTY) e3(b) e2("a", e2("b", c)) e2(1, EMPTY, e2)
 #define q(x) #x
 q( a   b /* c */ d "e\n\"f" 'g"' '\'' ) q() q(\) q(a\) q("\\" \ )
 q(
