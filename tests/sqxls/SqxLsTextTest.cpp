@@ -42,6 +42,7 @@ TEST(SqxLsUri, NamesAPathAndBack)
     EXPECT_EQ(SqxLsUriOf(path), "file:///tmp/a%20b%23%C3%A4%25.sl");
     EXPECT_EQ(SqxLsPathOf(SqxLsUriOf(path)), path);
     EXPECT_EQ(SqxLsPathOf("file://localhost/a/./b/../c%2"), "/a/c%2");
+    EXPECT_EQ(SqxLsPathOf("/a//./b/../c.sl"), "/a/c.sl") << "else nothing finds its text again";
     EXPECT_EQ(SqxLsPathOf("untitled:Untitled-1"), "untitled:Untitled-1");
 }
 

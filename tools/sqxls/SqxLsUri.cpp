@@ -9,6 +9,8 @@
 std::string SqxLsPathOf(std::string_view uri)
 {
     constexpr std::string_view k_scheme = "file://";
+    if (uri.starts_with('/'))  // no URI, but some clients send the bare path
+        return std::filesystem::path(uri).lexically_normal().string();
     if (!uri.starts_with(k_scheme))
         return std::string(uri);
     std::string_view rest = uri.substr(k_scheme.size());
