@@ -85,7 +85,8 @@ int SlcIndexNames::OfVariable(const SlcPtr<SlcVarSymbolEntry>& entry)
     const auto found = m_variables.find(&*variable);
     if (found != m_variables.end())
         return found->second;
-    if (!variable->IsHidden())
+    // The language's own names: those of a kind of shader, and the constant.
+    if (!variable->IsHidden() && variable->GetName() != "PI")
         return -1;
     const int number = OfWord(QxNameKind::Predefined, variable->GetName());
     QxIndexedName& name = m_index.names[static_cast<std::size_t>(number)];

@@ -200,8 +200,17 @@ std::unique_ptr<SlcChannelNode> ChannelZero()
     return std::make_unique<SlcChannelNode>(SmallExpr(SlcScanner::Position()));
 }
 
-std::unique_ptr<SlcTextureFilenameNode>
-ElementName(const SlcPosition& position, const SlcTokenValue& name, const SlcTokenValue& index)
+std::unique_ptr<SlcTextureFilenameNode> TextureName(const SlcTextRange& range,
+                                                    std::unique_ptr<SlcExprNode> name)
+{
+    name->SetRange(range);
+    return std::make_unique<SlcTextureFilenameNode>(std::move(name));
+}
+
+std::unique_ptr<SlcTextureFilenameNode> ElementName(const SlcTextRange& range,
+                                                    const SlcPosition& position,
+                                                    const SlcTokenValue& name,
+                                                    const SlcTokenValue& index)
 {
     const auto filename = Take<SlcTextureFilenameNode>(name);
     auto subscript = Take<SlcExprNode>(index);
@@ -210,9 +219,10 @@ ElementName(const SlcPosition& position, const SlcTokenValue& name, const SlcTok
         yyerror("A identifier is expected for an array reference");
         return nullptr;
     }
-    return std::make_unique<SlcTextureFilenameNode>(
-        position, std::make_unique<SlcArrayRefExprNode>(position, variable->GetIdent(),
-                                                        std::move(subscript)));
+    auto element =
+        std::make_unique<SlcArrayRefExprNode>(position, variable->GetIdent(), std::move(subscript));
+    element->SetRange(range);
+    return std::make_unique<SlcTextureFilenameNode>(position, std::move(element));
 }
 
 SlcIdentNode* KeywordAsIdent(std::string_view keyword)

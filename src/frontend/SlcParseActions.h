@@ -107,9 +107,15 @@ void WarnOfIgnoredDetail(const SlcTokenValue& ident);
 Cast(const SlcTokenValue& type, const SlcTokenValue& space, const SlcTokenValue& operand);
 /// For a texture access that names no channel.
 [[nodiscard]] std::unique_ptr<SlcChannelNode> ChannelZero();
-/// An element of an array of texture names; null after a report.
+/// A variable or a literal that names a texture.
 [[nodiscard]] std::unique_ptr<SlcTextureFilenameNode>
-ElementName(const SlcPosition& position, const SlcTokenValue& name, const SlcTokenValue& index);
+TextureName(const SlcTextRange& range, std::unique_ptr<SlcExprNode> name);
+/// An element of an array of texture names; null after a report. `range` is that of the element,
+/// `position` that of the call.
+[[nodiscard]] std::unique_ptr<SlcTextureFilenameNode> ElementName(const SlcTextRange& range,
+                                                                  const SlcPosition& position,
+                                                                  const SlcTokenValue& name,
+                                                                  const SlcTokenValue& index);
 /// One of the shader kinds used as a name.
 [[nodiscard]] SlcIdentNode* KeywordAsIdent(std::string_view keyword);
 /// A category is parsed and then forgotten.

@@ -646,7 +646,7 @@ texture_expr
     | texture_kind '(' texture_name '[' expression ']' '[' expression ']' texture_args_opt ')'
         { Put($$, @$, std::make_unique<SlcTextureExprNode>(
                       $1.Position(), Take<SlcTextureTypeNode>($1),
-                      ElementName($1.Position(), $3, $5),
+                      ElementName({@3.begin, @6.end}, $1.Position(), $3, $5),
                       std::make_unique<SlcChannelNode>(Take<SlcExprNode>($8)),
                       Take<SlcTextureArgsNode>($10))); }
     ;
@@ -662,11 +662,11 @@ texture_kind
 
 texture_name
     : identifier
-        { Put($$, @$, std::make_unique<SlcTextureFilenameNode>(
-                      std::make_unique<SlcIdentExprNode>($1.Position(), As<SlcIdentNode>($1)))); }
+        { Put($$, @$, TextureName(@$, std::make_unique<SlcIdentExprNode>(
+                                          $1.Position(), As<SlcIdentNode>($1)))); }
     | string_literal
-        { Put($$, @$, std::make_unique<SlcTextureFilenameNode>(std::make_unique<SlcConstExprNode>(
-                      $1.Position(), As<SlcStringLiteralNode>($1)))); }
+        { Put($$, @$, TextureName(@$, std::make_unique<SlcConstExprNode>(
+                                          $1.Position(), As<SlcStringLiteralNode>($1)))); }
     ;
 
 texture_args_opt

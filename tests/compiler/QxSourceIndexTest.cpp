@@ -1,6 +1,8 @@
 #include "compiler/QxSourceIndex.h"
 
 #include <algorithm>
+#include <cctype>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <map>
 #include <string>
@@ -122,6 +124,38 @@ TEST(QxSourceIndex, PlacesEachNameBehindMacrosAndIncludes)
     EXPECT_EQ(index.includes[0].file, 1);
 }
 
+/// A name in the text of a source, not one that a macro brings.
+bool IsName(const QxSourceIndex::Token& token)
+{
+    const auto keywords = QxKeywords();
+    return token.use.file < 0 &&
+           (std::isalpha(static_cast<unsigned char>(token.text[0])) != 0 || token.text[0] == '_') &&
+           std::none_of(keywords.begin(), keywords.end(),
+                        [&](const QxWord& word) { return word.word == token.text; });
+}
+
+TEST(QxSourceIndex, KnowsEachNameOfTheExamples)
+{
+    QxCompileOptions options;
+    options.makesIndex = true;
+    options.output = QxCompileOptions::Output::Nothing;
+    options.folders = {SLC_EXAMPLES_FOLDER "/include", SLC_PATTERNS_FOLDER};
+    int names = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(SLC_EXAMPLES_FOLDER)) {
+        if (entry.path().extension() != ".sl")
+            continue;
+        const QxCompileResult result = QxCompileFile(entry.path().string(), options);
+        for (const QxSourceIndex::Token& token : result.index->tokens) {
+            if (!result.succeeded || !IsName(token))
+                continue;
+            ++names;
+            EXPECT_TRUE(result.index->UseAt(token.place.file, token.place.line, token.place.column))
+                << entry.path() << ':' << token.place.line << ": " << token.text;
+        }
+    }
+    EXPECT_GT(names, 1000);
+}
+
 TEST(QxSourceIndex, ReadsOnPastFaults)
 {
     static const struct {
@@ -135,6 +169,10 @@ TEST(QxSourceIndex, ReadsOnPastFaults)
         {"float f(float x { return x; }\n  P = N;\n", "0:3:7+1 predefined N read normal varying"},
         {"#include \"none.h\"\n  P = N;\n}\n", "0:3:7+1 predefined N read normal varying"},
         {"Ci = nothing;\n  P = N;\n}\n", "0:3:7+1 predefined N read normal varying"},
+        {"string m[1] = {\"\"}; Ci = nothing * texture(\nm[0][b]);\n}\n",
+         "0:3:6+1 parameter b read float uniform"},
+        {"string m[1] = {\"\"}; Ci = nothing * texture(\nm[0][0]);\n}\n",
+         "0:3:1+1 local m read string uniform"},
     };
     for (const auto& c : cases) {
         const QxCompileResult result =

@@ -32,7 +32,7 @@ TEST(SqxLsCompletion, OffersWhatCanStandAtAPlace)
         std::vector<std::string> not_among;
     } static const cases[] = {
         {"float f(float y) { return y; }\nsurface a(float Kd = 1) { float edge = 1; Ci = |; }",
-         {"Kd", "edge", "f", "Cs", "noise", "float", "illuminance", "N"},
+         {"Kd", "edge", "f", "Cs", "PI", "noise", "float", "illuminance", "N"},
          {"y", "Cl", "rgb"}},
         {"light a() { Cl = |; }", {"Cl", "Ps"}, {"Ci"}},
         {"surface a() { illuminance (P, N, 1) { Ci += |; } }", {"Cl", "L"}, {}},

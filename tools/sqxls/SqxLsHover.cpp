@@ -141,6 +141,9 @@ std::string SqxLsBuiltInText(const std::string& name, const std::string& chosen)
 
 std::string SqxLsPredefinedText(const std::string& name)
 {
+    if (name == "PI")
+        return Fenced("uniform float PI") +
+               "\nThe ratio of a circle's circumference to its diameter.";
     std::string read;
     std::string written;
     std::string declaration;
