@@ -38,6 +38,31 @@ TEST(SqxLsDiagnostics, ShowAdviceInTheTextToAnEditorWithoutAPlaceForIt)
         testing::Contains(testing::HasSubstr("; unexpected '+': there is no '++', write '+= 1'")));
 }
 
+TEST(SqxLsDiagnostics, ShowAStringWithoutAnEndOnce)
+{
+    struct {
+        const char* body;  // from line 1 on
+        const char* place;
+    } static const cases[] = {
+        {"printf(\"gain %f, Kd);\n", "1:7-1:21 "},
+        {"string m = \"wood.tx\n", "1:11-1:19 "},
+        {"if (map != \"wood.tx) {\n  Ci = 1;\n}\n", "1:11-1:22 "},
+        {"printf(\"a);\npoint p = point \"world\" (0, 0, 0);\n", "1:7-1:11 "},
+        {"printf(\"a);\nfloat f = 1;\nprintf(\"b %f\\n\", f);\nstring w = \"v\";\n", "1:7-1:11 "},
+    };
+    LsEditor editor;
+    for (const auto& one : cases) {
+        editor.Open("a.sl", "surface a(float Kd = 1; string map = \"\") {\n" +
+                                std::string(one.body) + "Ci = Cs;\n}\n");
+        EXPECT_THAT(editor.Diagnostics("a.sl"), ElementsAre(testing::StartsWith(one.place)))
+            << one.body;
+        editor.Close("a.sl");
+    }
+    // Other faults are shown as well, also behind one that needs no string.
+    editor.Open("a.sl", "surface a() {\nCi = $;\nOi = \"x;\n$\n}\n");
+    EXPECT_THAT(editor.Diagnostics("a.sl"), testing::SizeIs(testing::Ge(3U)));
+}
+
 TEST(SqxLsDiagnostics, FollowFilesThatASourceIncludes)
 {
     LsEditor editor;

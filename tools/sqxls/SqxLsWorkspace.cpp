@@ -11,6 +11,7 @@
 #include <iterator>
 #include <utility>
 
+#include "sqxls/SqxLsOpenStrings.h"
 #include "sqxls/SqxLsUri.h"
 
 namespace {
@@ -178,6 +179,8 @@ SqxLsWorkspace::Analyse(const std::string& path, const std::map<std::string, std
     }
     for (const std::string& place : analysis->result.searchedPlaces)
         analysis->dependsOn.insert(SqxLsNormalPath(place));
+    for (const auto& [file, text] : analysis->texts)
+        SqxLsKeepOneOfOpenString(analysis->result.reports, file, *text);
     return analysis;
 }
 
