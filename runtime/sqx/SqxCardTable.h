@@ -8,9 +8,14 @@
 // The cards as constants, for the files that make other tables of them. Reading the cards takes the
 // compiler a while; others include SqxCard.h.
 
+// A constant of its own for each card: compilers bound the steps that one constant may take.
 inline constexpr SqxCard k_sqxCards[] = {
-#define SQX_CARD(primitive, text) SqxReadCard(SqxPrimitive::primitive, text),
-#define SQX_OVERLOAD(primitive, text) SqxReadCard(SqxPrimitive::primitive, text),
+#define SQX_CARD(primitive, text)                                                                  \
+    [] {                                                                                           \
+        constexpr SqxCard k_card = SqxReadCard(SqxPrimitive::primitive, text);                     \
+        return k_card;                                                                             \
+    }(),
+#define SQX_OVERLOAD(primitive, text) SQX_CARD(primitive, text)
 #include "sqx/SqxCards.def"
 };
 
