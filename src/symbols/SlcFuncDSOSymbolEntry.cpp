@@ -40,7 +40,6 @@ SlcFuncSignature ShadeopSignature(SlcIdentNode* ident, const SlcShadeopDeclarati
     signature.argStorages.assign(signature.argTypes.size(), SlcStorageSpecNode::AInput());
     signature.checkDetail = rules.checkDetail;
     signature.checkInlineDetail = rules.checkInlineDetail;
-    signature.cName = declaration.uniqueName;
     signature.origin = SlcFuncOrigin::Shadeop;
     return signature;
 }

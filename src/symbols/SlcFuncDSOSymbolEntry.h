@@ -22,7 +22,6 @@ struct SlcShadeopInfo {
 struct SlcShadeopDeclaration {
     SlcTypeNode* returnType = nullptr;
     std::vector<SlcTypeNode*> argTypes;
-    SlcIdentNode* uniqueName = nullptr;  // distinguishes the overloads within a compilation
     SlcIdentNode* methodName = nullptr;
     SlcIdentNode* init = nullptr;
     SlcIdentNode* cleanup = nullptr;
@@ -34,7 +33,7 @@ struct SlcShadeopRules {
     SlcCheckInlineDetailProc checkInlineDetail;
 };
 
-/// A function from a shared library; its C name is unique among overloads.
+/// A function from a shared library.
 class SlcFuncDSOSymbolEntry : public SlcFuncSymbolEntry {
 public:
     /// Makes the entry of a declaration in the library at `libraryPath`. Every argument accepts

@@ -52,7 +52,6 @@ struct SlcFuncSignature {
     std::vector<SlcDetailNode*> simdDetails;  // required of each argument in a whole-grid call
     SlcCheckDetailProc checkDetail = nullptr;
     SlcCheckInlineDetailProc checkInlineDetail = nullptr;
-    SlcIdentNode* cName = nullptr;          // unique name of a shadeop; else null
     std::optional<SqxPrimitive> primitive;  // of a built-in
     SlcFuncOrigin origin = SlcFuncOrigin::BuiltIn;
 };
@@ -106,8 +105,6 @@ public:
     [[nodiscard]] const std::vector<SlcDetailNode*>& GetSIMDDetails() const;
     /// The primitive of a built-in; nothing for another function.
     [[nodiscard]] std::optional<SqxPrimitive> GetPrimitive() const { return m_signature.primitive; }
-    /// A unique name for a shadeop; null for another function.
-    [[nodiscard]] SlcIdentNode* GetCName() const { return m_signature.cName; }
     [[nodiscard]] SlcFuncOrigin GetOrigin() const { return m_signature.origin; }
     [[nodiscard]] bool IsOrderSensitive() const { return m_signature.orderSensitive; }
     [[nodiscard]] bool IsFoldable() const { return m_signature.foldable; }

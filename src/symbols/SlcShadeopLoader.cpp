@@ -15,14 +15,9 @@
 
 #include "sqx/SqxElfFile.h"
 #include "support/QxSystem.h"
-#include "support/SlcCompilation.h"
 #include "symbols/SlcShadeopReader.h"
 
 namespace {
-
-struct MethodCounter {
-    int count = 0;  // records with a valid name so far, for unique names
-};
 
 /// Returns the paths of a directory's libraries, sorted by name.
 std::vector<std::string> LibrariesIn(const std::string& directory)
@@ -145,8 +140,6 @@ const char* SlcShadeopLoader::ReadRecord(const SqxShadeopRecord& record, const S
     declaration.methodName = reader.ReadMethodName();
     if (!declaration.methodName || declaration.methodName->GetName() != name->GetName())
         return "Invalid method ID";
-    declaration.uniqueName = SlcLexicalNode::CreateIdent(
-        name->GetName() + '_' + std::to_string(SlcPartOfCompilation<MethodCounter>().count++));
     bool isGood = false;
     declaration.argTypes = reader.ReadArguments(isGood);
     if (!isGood)

@@ -250,7 +250,6 @@ private:
         signature.argTypes.assign(count, formal);
         signature.argDetails.assign(count, SlcDetailNode::AVarying());
         signature.argStorages.assign(count, SlcStorageSpecNode::AInput());
-        signature.cName = SlcLexicalNode::CreateIdent("mix_0");
         signature.origin = SlcFuncOrigin::Shadeop;
         SlcShadeopInfo info;
         info.methodName = signature.ident;
