@@ -43,8 +43,7 @@ TEST(Machine, KnowsEveryInstructionThatIsWritten)
 {
     for (int number = 0; number <= SqxHighestNumber(); ++number) {
         const SqxLayout* layout = SqxLayout::Find(number);
-        EXPECT_TRUE(!layout || SqxProgram::Knows(SqxPrimitiveName(layout->primitive)))
-            << layout->name;
+        EXPECT_TRUE(!layout || SqxProgram::Knows(layout->primitive)) << layout->name;
     }
 }
 

@@ -141,16 +141,12 @@ void SqxCall::Set(std::size_t place, const std::string& value) const
     Texts(place)[0] = m_gotPoison ? SqxPoisonText() : value;
 }
 
-SqxOperation SqxFindOperation(std::string_view primitive)
+SqxOperation SqxFindOperation(SqxPrimitive primitive)
 {
     for (const auto table : {SqxOperatorTable(), SqxMathTable(), SqxNoiseTable(),
                              SqxGeometryTable(), SqxTextTable(), SqxLightTable(), SqxSceneTable()})
-        for (const SqxOperationRow& row : table) {
-            std::string_view pattern = row.primitive;
-            const bool start = pattern.ends_with('*');
-            pattern.remove_suffix(start ? 1 : 0);
-            if (start ? primitive.starts_with(pattern) : primitive == pattern)
+        for (const SqxOperationRow& row : table)
+            if (row.primitive == primitive)
                 return row.operation;
-        }
     return nullptr;
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "machine/SqxStore.h"
+#include "sqx/SqxPrimitive.h"
 
 class SqxMachine;
 
@@ -107,7 +108,7 @@ void SqxCall::Set(std::size_t place, const std::string& value) const;
 using SqxOperation = void (*)(const SqxCall&);
 
 struct SqxOperationRow {
-    const char* primitive;  // or a common prefix, before "*"
+    SqxPrimitive primitive;
     SqxOperation operation;
 };
 
@@ -121,4 +122,4 @@ struct SqxOperationRow {
 [[nodiscard]] std::span<const SqxOperationRow> SqxSceneTable();
 
 /// The operation of a primitive; null if there is none.
-[[nodiscard]] SqxOperation SqxFindOperation(std::string_view primitive);
+[[nodiscard]] SqxOperation SqxFindOperation(SqxPrimitive primitive);

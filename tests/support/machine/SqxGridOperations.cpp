@@ -2,7 +2,11 @@
 
 #include <cmath>
 
+#include "QxFilters.h"
+
 namespace {
+
+using enum SqxPrimitive;
 
 using Vector = QxVector3;
 
@@ -148,38 +152,38 @@ void CopyArray(const SqxGridCall& call)
 }
 
 struct GridRow {
-    std::string_view primitive;
+    SqxPrimitive primitive;
     SqxGridOperation operation;
 };
 
 // clang-format off
 constexpr GridRow k_gridOperations[] = {
-    {"SET_UNIFORM_BOOL_FLAG",     SetUniformFlag},
-    {"INVERT_BOOL_FLAG",          InvertFlag},
-    {"INVERT_INNER_BOOL_FLAG",    InvertInnerFlag},
-    {"OR_BOOL_FLAG",              OrFlag},
-    {"CALL_PRIM_DU_FLOAT",        Derivative<float, QxGridAxis::U>},
-    {"CALL_PRIM_DU_COLOR",        Derivative<Vector, QxGridAxis::U>},
-    {"CALL_PRIM_DU_POINT",        Derivative<Vector, QxGridAxis::U>},
-    {"CALL_PRIM_DV_FLOAT",        Derivative<float, QxGridAxis::V>},
-    {"CALL_PRIM_DV_COLOR",        Derivative<Vector, QxGridAxis::V>},
-    {"CALL_PRIM_DV_POINT",        Derivative<Vector, QxGridAxis::V>},
-    {"CALL_PRIM_DERIV_FLOAT",     DerivativeBy<float>},
-    {"CALL_PRIM_DERIV_COLOR",     DerivativeBy<Vector>},
-    {"CALL_PRIM_DERIV_POINT",     DerivativeBy<Vector>},
-    {"CALL_PRIM_AREA",            Area},
-    {"CALL_PRIM_CALCULATENORMAL", CalculateNormal},
-    {"COMPUTE_ST_POINTS",         StCorners},
-    {"COMPUTE_POINTS",            Corners},
-    {"COMPUTE_FILTERSTEP_POINTS", FilterStepEnd},
-    {"CONVERT_ARRAY_DSO_TO",      CopyArray},
-    {"CONVERT_ARRAY_DSO_FROM",    CopyArray},
+    {SET_UNIFORM_BOOL_FLAG,     SetUniformFlag},
+    {INVERT_BOOL_FLAG,          InvertFlag},
+    {INVERT_INNER_BOOL_FLAG,    InvertInnerFlag},
+    {OR_BOOL_FLAG,              OrFlag},
+    {CALL_PRIM_DU_FLOAT,        Derivative<float, QxGridAxis::U>},
+    {CALL_PRIM_DU_COLOR,        Derivative<Vector, QxGridAxis::U>},
+    {CALL_PRIM_DU_POINT,        Derivative<Vector, QxGridAxis::U>},
+    {CALL_PRIM_DV_FLOAT,        Derivative<float, QxGridAxis::V>},
+    {CALL_PRIM_DV_COLOR,        Derivative<Vector, QxGridAxis::V>},
+    {CALL_PRIM_DV_POINT,        Derivative<Vector, QxGridAxis::V>},
+    {CALL_PRIM_DERIV_FLOAT,     DerivativeBy<float>},
+    {CALL_PRIM_DERIV_COLOR,     DerivativeBy<Vector>},
+    {CALL_PRIM_DERIV_POINT,     DerivativeBy<Vector>},
+    {CALL_PRIM_AREA,            Area},
+    {CALL_PRIM_CALCULATENORMAL, CalculateNormal},
+    {COMPUTE_ST_POINTS,         StCorners},
+    {COMPUTE_POINTS,            Corners},
+    {COMPUTE_FILTERSTEP_POINTS, FilterStepEnd},
+    {CONVERT_ARRAY_DSO_TO,      CopyArray},
+    {CONVERT_ARRAY_DSO_FROM,    CopyArray},
 };
 // clang-format on
 
 }  // namespace
 
-SqxGridOperation SqxFindGridOperation(std::string_view primitive)
+SqxGridOperation SqxFindGridOperation(SqxPrimitive primitive)
 {
     for (const GridRow& row : k_gridOperations)
         if (row.primitive == primitive)

@@ -65,4 +65,4 @@ private:
 using SqxGridOperation = void (*)(const SqxGridCall&);
 
 /// The operation of a primitive that needs all points at once; null for the others.
-[[nodiscard]] SqxGridOperation SqxFindGridOperation(std::string_view primitive);
+[[nodiscard]] SqxGridOperation SqxFindGridOperation(SqxPrimitive primitive);

@@ -6,6 +6,8 @@
 
 namespace {
 
+using enum SqxPrimitive;
+
 using Vector = QxVector3;
 
 /// The point of the grid; lighting has no meaning outside of it.
@@ -74,16 +76,16 @@ void Illuminance(const SqxCall& call)
 
 // clang-format off
 constexpr SqxOperationRow k_lights[] = {
-    {"CALL_PRIM_AMBIENT",      Ambient},
-    {"CALL_PRIM_DIFFUSE",      Diffuse},
-    {"CALL_PRIM_SPECULAR",     Highlight<QxSpecularCall>},
-    {"CALL_PRIM_SPECULARSTD",  Highlight<QxSpecularCall>},
-    {"CALL_PRIM_SPECULARBRDF", SpecularBrdf},
-    {"CALL_PRIM_PHONG",        Highlight<QxPhongCall>},
-    {"ILLUMINATE",             Illuminate},
-    {"ILLUMINATE_NO_CONE",     IlluminateNoCone},
-    {"SOLAR",                  Solar},
-    {"ILLUMINANCE",            Illuminance},
+    {CALL_PRIM_AMBIENT,      Ambient},
+    {CALL_PRIM_DIFFUSE,      Diffuse},
+    {CALL_PRIM_SPECULAR,     Highlight<QxSpecularCall>},
+    {CALL_PRIM_SPECULARSTD,  Highlight<QxSpecularCall>},
+    {CALL_PRIM_SPECULARBRDF, SpecularBrdf},
+    {CALL_PRIM_PHONG,        Highlight<QxPhongCall>},
+    {ILLUMINATE,             Illuminate},
+    {ILLUMINATE_NO_CONE,     IlluminateNoCone},
+    {SOLAR,                  Solar},
+    {ILLUMINANCE,            Illuminance},
 };
 // clang-format on
 

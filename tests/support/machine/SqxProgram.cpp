@@ -2,35 +2,37 @@
 
 namespace {
 
+using enum SqxPrimitive;
+
 struct StepRow {
-    std::string_view primitive;
+    SqxPrimitive primitive;
     SqxStep step;
     bool wanted;
 };
 
 // clang-format off
 constexpr StepRow k_steps[] = {
-    {"BEGIN_PARALLEL",          SqxStep::BeginParallel,  true},
-    {"END_PARALLEL",            SqxStep::EndParallel,    true},
-    {"IF_TRUE",                 SqxStep::If,             true},
-    {"IF_FALSE",                SqxStep::If,             false},
-    {"END_IF",                  SqxStep::EndIf,          true},
-    {"GOTO",                    SqxStep::Goto,           true},
-    {"IF_TRUE_GOTO",            SqxStep::GotoIf,         true},
-    {"IF_FALSE_GOTO",           SqxStep::GotoIf,         false},
-    {"SET_BOOL",                SqxStep::SetBool,        true},
-    {"BEGIN_ILLUMINANCE",       SqxStep::BeginLights,    true},
-    {"END_ILLUMINANCE",         SqxStep::EndLights,      true},
-    {"EVAL_LIGHTS",             SqxStep::EvalLights,     true},
-    {"EVAL_LIGHTS_FOR_P",       SqxStep::EvalLightsForP, true},
-    {"RESET_EVAL_LIGHTS_FOR_P", SqxStep::ResetLights,    true},
-    {"ARRAY_REF",               SqxStep::ArrayRef,       true},
-    {"CHECK_VALID_ARRAY_INDEX", SqxStep::CheckIndex,     true},
-    {"CALL_DSO",                SqxStep::CallShadeop,    true},
+    {BEGIN_PARALLEL,          SqxStep::BeginParallel,  true},
+    {END_PARALLEL,            SqxStep::EndParallel,    true},
+    {IF_TRUE,                 SqxStep::If,             true},
+    {IF_FALSE,                SqxStep::If,             false},
+    {END_IF,                  SqxStep::EndIf,          true},
+    {GOTO,                    SqxStep::Goto,           true},
+    {IF_TRUE_GOTO,            SqxStep::GotoIf,         true},
+    {IF_FALSE_GOTO,           SqxStep::GotoIf,         false},
+    {SET_BOOL,                SqxStep::SetBool,        true},
+    {BEGIN_ILLUMINANCE,       SqxStep::BeginLights,    true},
+    {END_ILLUMINANCE,         SqxStep::EndLights,      true},
+    {EVAL_LIGHTS,             SqxStep::EvalLights,     true},
+    {EVAL_LIGHTS_FOR_P,       SqxStep::EvalLightsForP, true},
+    {RESET_EVAL_LIGHTS_FOR_P, SqxStep::ResetLights,    true},
+    {ARRAY_REF,               SqxStep::ArrayRef,       true},
+    {CHECK_VALID_ARRAY_INDEX, SqxStep::CheckIndex,     true},
+    {CALL_DSO,                SqxStep::CallShadeop,    true},
 };
 // clang-format on
 
-const StepRow* FindStep(std::string_view primitive)
+const StepRow* FindStep(SqxPrimitive primitive)
 {
     for (const StepRow& row : k_steps)
         if (row.primitive == primitive)
@@ -38,14 +40,15 @@ const StepRow* FindStep(std::string_view primitive)
     return nullptr;
 }
 
-bool IsLightStatement(std::string_view primitive)
+bool IsLightStatement(SqxPrimitive primitive)
 {
-    return primitive.starts_with("ILLUMIN") || primitive == "SOLAR";
+    return primitive == ILLUMINATE || primitive == ILLUMINATE_NO_CONE || primitive == SOLAR ||
+           primitive == ILLUMINANCE;
 }
 
 void FindOperation(SqxCode& code, const SqxLayout& layout)
 {
-    const std::string_view primitive = SqxPrimitiveName(layout.primitive);
+    const SqxPrimitive primitive = layout.primitive;
     if (const StepRow* row = FindStep(primitive)) {
         code.step = row->step;
         code.wanted = row->wanted;
@@ -73,7 +76,7 @@ SqxProgram::SqxProgram(const SqxBlock& block)
     MatchBrackets();
 }
 
-bool SqxProgram::Knows(std::string_view primitive)
+bool SqxProgram::Knows(SqxPrimitive primitive)
 {
     return FindStep(primitive) || SqxFindGridOperation(primitive) || SqxFindOperation(primitive);
 }

@@ -47,7 +47,7 @@ public:
     /// block must outlive the program.
     explicit SqxProgram(const SqxBlock& block);
     /// The machine knows what to do for a primitive.
-    [[nodiscard]] static bool Knows(std::string_view primitive);
+    [[nodiscard]] static bool Knows(SqxPrimitive primitive);
     [[nodiscard]] const std::vector<SqxCode>& Codes() const { return m_codes; }
 
 private:

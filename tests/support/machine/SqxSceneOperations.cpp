@@ -6,6 +6,8 @@
 
 namespace {
 
+using enum SqxPrimitive;
+
 using Vector = QxVector3;
 using Color = QxRGBColor;
 
@@ -182,18 +184,26 @@ void RayLevel(const SqxCall& call)
 
 // clang-format off
 constexpr SqxOperationRow k_scene[] = {
-    {"CALL_TEXTURE_*",            Texture},
-    {"CALL_ENVIRONMENT_*",        Environment},
-    {"CALL_SHADOW_*",             Shadow},
-    {"CALL_AREASHADOW_*",         Shadow},
-    {"CALL_PRIM_RAYHITTEST",      RayHit},
-    {"CALL_PRIM_TRANSMISSION",    Transmission},
-    {"CALL_PRIM_TRACE",           Trace},
-    {"CALL_PRIM_OCCLUSION",       Occlusion},
-    {"CALL_PRIM_INDIRECTDIFFUSE", IndirectDiffuse},
-    {"CALL_PRIM_ISSHADOWRAY",     IsShadowRay},
-    {"CALL_PRIM_ISINDIRECTRAY",   IsIndirectRay},
-    {"CALL_PRIM_RAYLEVEL",        RayLevel},
+    {CALL_TEXTURE_1D,           Texture},
+    {CALL_TEXTURE_3D,           Texture},
+    {CALL_ENVIRONMENT_1D,       Environment},
+    {CALL_ENVIRONMENT_3D,       Environment},
+    {CALL_SHADOW_1D,            Shadow},
+    {CALL_SHADOW_1D_LIGHT,      Shadow},
+    {CALL_SHADOW_3D,            Shadow},
+    {CALL_SHADOW_3D_LIGHT,      Shadow},
+    {CALL_AREASHADOW_1D,        Shadow},
+    {CALL_AREASHADOW_1D_LIGHT,  Shadow},
+    {CALL_AREASHADOW_3D,        Shadow},
+    {CALL_AREASHADOW_3D_LIGHT,  Shadow},
+    {CALL_PRIM_RAYHITTEST,      RayHit},
+    {CALL_PRIM_TRANSMISSION,    Transmission},
+    {CALL_PRIM_TRACE,           Trace},
+    {CALL_PRIM_OCCLUSION,       Occlusion},
+    {CALL_PRIM_INDIRECTDIFFUSE, IndirectDiffuse},
+    {CALL_PRIM_ISSHADOWRAY,     IsShadowRay},
+    {CALL_PRIM_ISINDIRECTRAY,   IsIndirectRay},
+    {CALL_PRIM_RAYLEVEL,        RayLevel},
 };
 // clang-format on
 

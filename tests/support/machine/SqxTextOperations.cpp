@@ -6,6 +6,8 @@
 
 namespace {
 
+using enum SqxPrimitive;
+
 /// Formats the arguments after the pattern at `place`.
 std::string Formatted(const SqxCall& call, std::size_t place)
 {
@@ -105,20 +107,20 @@ void SendToTexture(const SqxCall& call)
 
 // clang-format off
 constexpr SqxOperationRow k_texts[] = {
-    {"CALL_PRIM_PRINTF",       Print},
-    {"CALL_PRIM_FORMAT",       Format},
-    {"CALL_PRIM_CONCAT",       Concat},
-    {"CALL_PRIM_MATCH",        Match},
-    {"CALL_PRIM_ATTRIBUTE",    Send<QxMessage::Attribute>},
-    {"CALL_PRIM_OPTION",       Send<QxMessage::Option>},
-    {"CALL_PRIM_RENDERERINFO", Send<QxMessage::RendererInfo>},
-    {"CALL_PRIM_SURFACE",      Send<QxMessage::Surface>},
-    {"CALL_PRIM_DISPLACEMENT", Send<QxMessage::Displacement>},
-    {"CALL_PRIM_LIGHTSOURCE",  Send<QxMessage::LightSource>},
-    {"CALL_PRIM_ATMOSPHERE",   Send<QxMessage::Atmosphere>},
-    {"CALL_PRIM_INCIDENT",     Send<QxMessage::Incident>},
-    {"CALL_PRIM_OPPOSITE",     Send<QxMessage::Opposite>},
-    {"CALL_PRIM_TEXTUREINFO",  SendToTexture},
+    {CALL_PRIM_PRINTF,       Print},
+    {CALL_PRIM_FORMAT,       Format},
+    {CALL_PRIM_CONCAT,       Concat},
+    {CALL_PRIM_MATCH,        Match},
+    {CALL_PRIM_ATTRIBUTE,    Send<QxMessage::Attribute>},
+    {CALL_PRIM_OPTION,       Send<QxMessage::Option>},
+    {CALL_PRIM_RENDERERINFO, Send<QxMessage::RendererInfo>},
+    {CALL_PRIM_SURFACE,      Send<QxMessage::Surface>},
+    {CALL_PRIM_DISPLACEMENT, Send<QxMessage::Displacement>},
+    {CALL_PRIM_LIGHTSOURCE,  Send<QxMessage::LightSource>},
+    {CALL_PRIM_ATMOSPHERE,   Send<QxMessage::Atmosphere>},
+    {CALL_PRIM_INCIDENT,     Send<QxMessage::Incident>},
+    {CALL_PRIM_OPPOSITE,     Send<QxMessage::Opposite>},
+    {CALL_PRIM_TEXTUREINFO,  SendToTexture},
 };
 // clang-format on
 
