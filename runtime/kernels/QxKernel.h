@@ -152,6 +152,7 @@ using QxKernelRows = std::span<const QxKernelRow>;
 
 // The kernels of each instruction set.
 namespace qxbaseline {
+[[nodiscard]] QxKernelRows CardKernels();
 [[nodiscard]] QxKernelRows OperatorKernels();
 [[nodiscard]] QxKernelRows FunctionKernels();
 [[nodiscard]] QxKernelRows FilterKernels();
@@ -162,6 +163,7 @@ namespace qxbaseline {
 [[nodiscard]] QxKernelRows StatementKernels();
 }  // namespace qxbaseline
 namespace qxavx2 {
+[[nodiscard]] QxKernelRows CardKernels();
 [[nodiscard]] QxKernelRows OperatorKernels();
 [[nodiscard]] QxKernelRows FunctionKernels();
 [[nodiscard]] QxKernelRows FilterKernels();

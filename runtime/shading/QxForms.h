@@ -164,6 +164,9 @@ inline void QxOverGrid(unsigned int points, const Where& where, const Function& 
     }
 }
 
+/// A function as an object, also one with overloads.
+#define QX_OBJECT_OF(function) [](const auto&... arguments) { return function(arguments...); }
+
 /// The same at all points of the grid.
 template <class Function, class Result, class... Arguments>
 inline void QxCallSimd(unsigned int points, const Function& function, Result&& result,

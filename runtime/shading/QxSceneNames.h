@@ -1,8 +1,9 @@
 #pragma once
 
+#include "QxCardNames.h"
 #include "QxSceneCalls.h"
 
-// Binds the names of variable argument lists, random numbers, rays, textures and messages.
+// Binds the names of variable argument lists, random numbers, footprints and messages.
 // `theTypes` states the types of the arguments of a format where the format itself may not, a
 // letter each: f float, p point, c color, m matrix, s string.
 
@@ -32,68 +33,6 @@
 #define CALL_PRIM_RANDOM_POINT_SIMD(...) QxCallSimdAt(numMp, QxRandomTripleCall(shaderSupport), __VA_ARGS__)
 #define CALL_PRIM_RANDOM_POINT_SIMD_IF_TRUE(...) QxCallSimdIfAt(numMp, true, QxRandomTripleCall(shaderSupport), __VA_ARGS__)
 #define CALL_PRIM_RANDOM_POINT_SIMD_IF_FALSE(...) QxCallSimdIfAt(numMp, false, QxRandomTripleCall(shaderSupport), __VA_ARGS__)
-
-#define CALL_PRIM_DEPTH(...) QxCallPlain(QxDepthCall(shaderSupport), __VA_ARGS__)
-#define CALL_PRIM_DEPTH_SIMD(...) QxCallSimd(numMp, QxDepthCall(shaderSupport), __VA_ARGS__)
-#define CALL_PRIM_DEPTH_SIMD_IF_TRUE(...) QxCallSimdIf(numMp, true, QxDepthCall(shaderSupport), __VA_ARGS__)
-#define CALL_PRIM_DEPTH_SIMD_IF_FALSE(...) QxCallSimdIf(numMp, false, QxDepthCall(shaderSupport), __VA_ARGS__)
-#define CALL_PRIM_RAYHITTEST(...) QxCallPlain(QxRayHitCall(shaderSupport), __VA_ARGS__)
-#define CALL_PRIM_RAYHITTEST_SIMD(...) QxCallSimd(numMp, QxRayHitCall(shaderSupport), __VA_ARGS__)
-#define CALL_PRIM_RAYHITTEST_SIMD_IF_TRUE(...) QxCallSimdIf(numMp, true, QxRayHitCall(shaderSupport), __VA_ARGS__)
-#define CALL_PRIM_RAYHITTEST_SIMD_IF_FALSE(...) QxCallSimdIf(numMp, false, QxRayHitCall(shaderSupport), __VA_ARGS__)
-#define CALL_PRIM_TRANSMISSION(...) QxCallPlain(QxTransmissionCall(shaderSupport), __VA_ARGS__)
-#define CALL_PRIM_TRANSMISSION_SIMD(...) QxCallSimd(numMp, QxTransmissionCall(shaderSupport), __VA_ARGS__)
-#define CALL_PRIM_TRANSMISSION_SIMD_IF_TRUE(...) QxCallSimdIf(numMp, true, QxTransmissionCall(shaderSupport), __VA_ARGS__)
-#define CALL_PRIM_TRANSMISSION_SIMD_IF_FALSE(...) QxCallSimdIf(numMp, false, QxTransmissionCall(shaderSupport), __VA_ARGS__)
-
-#define CALL_TEXTURE_1D(...) QxCallPlain(QxTextureCall<float>(shaderSupport), __VA_ARGS__)
-#define CALL_TEXTURE_1D_SIMD(...) QxCallSimd(numMp, QxTextureCall<float>(shaderSupport), __VA_ARGS__)
-#define CALL_TEXTURE_1D_SIMD_IF_TRUE(...) QxCallSimdIf(numMp, true, QxTextureCall<float>(shaderSupport), __VA_ARGS__)
-#define CALL_TEXTURE_1D_SIMD_IF_FALSE(...) QxCallSimdIf(numMp, false, QxTextureCall<float>(shaderSupport), __VA_ARGS__)
-#define CALL_ENVIRONMENT_1D(...) QxCallPlain(QxEnvironmentCall<float>(shaderSupport), __VA_ARGS__)
-#define CALL_ENVIRONMENT_1D_SIMD(...) QxCallSimd(numMp, QxEnvironmentCall<float>(shaderSupport), __VA_ARGS__)
-#define CALL_ENVIRONMENT_1D_SIMD_IF_TRUE(...) QxCallSimdIf(numMp, true, QxEnvironmentCall<float>(shaderSupport), __VA_ARGS__)
-#define CALL_ENVIRONMENT_1D_SIMD_IF_FALSE(...) QxCallSimdIf(numMp, false, QxEnvironmentCall<float>(shaderSupport), __VA_ARGS__)
-#define CALL_SHADOW_1D(...) QxCallPlain(QxShadowCall<float>(shaderSupport, false), __VA_ARGS__)
-#define CALL_SHADOW_1D_SIMD(...) QxCallSimd(numMp, QxShadowCall<float>(shaderSupport, false), __VA_ARGS__)
-#define CALL_SHADOW_1D_SIMD_IF_TRUE(...) QxCallSimdIf(numMp, true, QxShadowCall<float>(shaderSupport, false), __VA_ARGS__)
-#define CALL_SHADOW_1D_SIMD_IF_FALSE(...) QxCallSimdIf(numMp, false, QxShadowCall<float>(shaderSupport, false), __VA_ARGS__)
-#define CALL_SHADOW_1D_LIGHT(...) QxCallPlain(QxShadowCall<float>(shaderSupport, true), __VA_ARGS__)
-#define CALL_SHADOW_1D_LIGHT_SIMD(...) QxCallSimd(numMp, QxShadowCall<float>(shaderSupport, true), __VA_ARGS__)
-#define CALL_SHADOW_1D_LIGHT_SIMD_IF_TRUE(...) QxCallSimdIf(numMp, true, QxShadowCall<float>(shaderSupport, true), __VA_ARGS__)
-#define CALL_SHADOW_1D_LIGHT_SIMD_IF_FALSE(...) QxCallSimdIf(numMp, false, QxShadowCall<float>(shaderSupport, true), __VA_ARGS__)
-#define CALL_AREASHADOW_1D(...) QxCallPlain(QxShadowCall<float>(shaderSupport, false), __VA_ARGS__)
-#define CALL_AREASHADOW_1D_SIMD(...) QxCallSimd(numMp, QxShadowCall<float>(shaderSupport, false), __VA_ARGS__)
-#define CALL_AREASHADOW_1D_SIMD_IF_TRUE(...) QxCallSimdIf(numMp, true, QxShadowCall<float>(shaderSupport, false), __VA_ARGS__)
-#define CALL_AREASHADOW_1D_SIMD_IF_FALSE(...) QxCallSimdIf(numMp, false, QxShadowCall<float>(shaderSupport, false), __VA_ARGS__)
-#define CALL_AREASHADOW_1D_LIGHT(...) QxCallPlain(QxShadowCall<float>(shaderSupport, true), __VA_ARGS__)
-#define CALL_AREASHADOW_1D_LIGHT_SIMD(...) QxCallSimd(numMp, QxShadowCall<float>(shaderSupport, true), __VA_ARGS__)
-#define CALL_AREASHADOW_1D_LIGHT_SIMD_IF_TRUE(...) QxCallSimdIf(numMp, true, QxShadowCall<float>(shaderSupport, true), __VA_ARGS__)
-#define CALL_AREASHADOW_1D_LIGHT_SIMD_IF_FALSE(...) QxCallSimdIf(numMp, false, QxShadowCall<float>(shaderSupport, true), __VA_ARGS__)
-#define CALL_TEXTURE_3D(...) QxCallPlain(QxTextureCall<QxRGBColor>(shaderSupport), __VA_ARGS__)
-#define CALL_TEXTURE_3D_SIMD(...) QxCallSimd(numMp, QxTextureCall<QxRGBColor>(shaderSupport), __VA_ARGS__)
-#define CALL_TEXTURE_3D_SIMD_IF_TRUE(...) QxCallSimdIf(numMp, true, QxTextureCall<QxRGBColor>(shaderSupport), __VA_ARGS__)
-#define CALL_TEXTURE_3D_SIMD_IF_FALSE(...) QxCallSimdIf(numMp, false, QxTextureCall<QxRGBColor>(shaderSupport), __VA_ARGS__)
-#define CALL_ENVIRONMENT_3D(...) QxCallPlain(QxEnvironmentCall<QxRGBColor>(shaderSupport), __VA_ARGS__)
-#define CALL_ENVIRONMENT_3D_SIMD(...) QxCallSimd(numMp, QxEnvironmentCall<QxRGBColor>(shaderSupport), __VA_ARGS__)
-#define CALL_ENVIRONMENT_3D_SIMD_IF_TRUE(...) QxCallSimdIf(numMp, true, QxEnvironmentCall<QxRGBColor>(shaderSupport), __VA_ARGS__)
-#define CALL_ENVIRONMENT_3D_SIMD_IF_FALSE(...) QxCallSimdIf(numMp, false, QxEnvironmentCall<QxRGBColor>(shaderSupport), __VA_ARGS__)
-#define CALL_SHADOW_3D(...) QxCallPlain(QxShadowCall<QxRGBColor>(shaderSupport, false), __VA_ARGS__)
-#define CALL_SHADOW_3D_SIMD(...) QxCallSimd(numMp, QxShadowCall<QxRGBColor>(shaderSupport, false), __VA_ARGS__)
-#define CALL_SHADOW_3D_SIMD_IF_TRUE(...) QxCallSimdIf(numMp, true, QxShadowCall<QxRGBColor>(shaderSupport, false), __VA_ARGS__)
-#define CALL_SHADOW_3D_SIMD_IF_FALSE(...) QxCallSimdIf(numMp, false, QxShadowCall<QxRGBColor>(shaderSupport, false), __VA_ARGS__)
-#define CALL_SHADOW_3D_LIGHT(...) QxCallPlain(QxShadowCall<QxRGBColor>(shaderSupport, true), __VA_ARGS__)
-#define CALL_SHADOW_3D_LIGHT_SIMD(...) QxCallSimd(numMp, QxShadowCall<QxRGBColor>(shaderSupport, true), __VA_ARGS__)
-#define CALL_SHADOW_3D_LIGHT_SIMD_IF_TRUE(...) QxCallSimdIf(numMp, true, QxShadowCall<QxRGBColor>(shaderSupport, true), __VA_ARGS__)
-#define CALL_SHADOW_3D_LIGHT_SIMD_IF_FALSE(...) QxCallSimdIf(numMp, false, QxShadowCall<QxRGBColor>(shaderSupport, true), __VA_ARGS__)
-#define CALL_AREASHADOW_3D(...) QxCallPlain(QxShadowCall<QxRGBColor>(shaderSupport, false), __VA_ARGS__)
-#define CALL_AREASHADOW_3D_SIMD(...) QxCallSimd(numMp, QxShadowCall<QxRGBColor>(shaderSupport, false), __VA_ARGS__)
-#define CALL_AREASHADOW_3D_SIMD_IF_TRUE(...) QxCallSimdIf(numMp, true, QxShadowCall<QxRGBColor>(shaderSupport, false), __VA_ARGS__)
-#define CALL_AREASHADOW_3D_SIMD_IF_FALSE(...) QxCallSimdIf(numMp, false, QxShadowCall<QxRGBColor>(shaderSupport, false), __VA_ARGS__)
-#define CALL_AREASHADOW_3D_LIGHT(...) QxCallPlain(QxShadowCall<QxRGBColor>(shaderSupport, true), __VA_ARGS__)
-#define CALL_AREASHADOW_3D_LIGHT_SIMD(...) QxCallSimd(numMp, QxShadowCall<QxRGBColor>(shaderSupport, true), __VA_ARGS__)
-#define CALL_AREASHADOW_3D_LIGHT_SIMD_IF_TRUE(...) QxCallSimdIf(numMp, true, QxShadowCall<QxRGBColor>(shaderSupport, true), __VA_ARGS__)
-#define CALL_AREASHADOW_3D_LIGHT_SIMD_IF_FALSE(...) QxCallSimdIf(numMp, false, QxShadowCall<QxRGBColor>(shaderSupport, true), __VA_ARGS__)
 
 // Footprints, for the whole grid; the condition is last.
 #define COMPUTE_POINTS(p, p1, p2, p3, p4) QxPatchCorners(QX_GRID, QxAllPoints(), p, p1, p2, p3, p4)

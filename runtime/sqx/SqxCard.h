@@ -62,6 +62,14 @@ enum class SqxInlineRule : unsigned char {
     Outputs,
 };
 
+/// How the machine computes a primitive with a function.
+enum class SqxKernelKind : unsigned char {
+    Each,     // at the points that need it
+    Cheap,    // in vectors, also at points that need no result
+    Vectors,  // in vectors, at the points that need it: costly functions of numbers
+    Custom,   // with a kernel that is written by hand
+};
+
 /// A part of a card's text.
 struct SqxCardWord {
     unsigned short at = 0;
@@ -91,13 +99,14 @@ struct SqxCard {
 
     SqxPrimitive primitive{};
     std::string_view text;
-    SqxCardWord name;      // in the language; empty if it has none
-    SqxCardWord function;  // of the shading headers; empty if its macros are written by hand
-    SqxCardWord meaning;   // for the reference page; in the first card of a name
+    std::string_view function;  // of the shading headers; empty if its macros are hand-written
+    SqxCardWord name;           // in the language; empty if it has none
+    SqxCardWord meaning;        // for the reference page; in the first card of a name
     SqxCardType result = SqxCardType::Void;
     /// Byte-code numbers by `SqxForm`; 0 for none.
     std::array<short, k_forms> numbers{};
     SqxRun run = SqxRun::Point;
+    SqxKernelKind kernel = SqxKernelKind::Each;
     SqxDetailRule detail = SqxDetailRule::AsArguments;
     SqxInlineRule inlineDetail = SqxInlineRule::AsArguments;
     bool isFoldable = false;     // may be evaluated at compile time

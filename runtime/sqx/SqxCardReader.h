@@ -7,7 +7,7 @@
 // Cards in the notation of the language:
 //
 //     card       = { attribute } type [ name ] "(" [ parameter { "," parameter } ] ")"
-//                  [ "=" function ] [ "//" meaning ]
+//                  [ "//" meaning ]
 //     parameter  = { "optional" | "named" | "output" | "assigned" | "uniform" } type name
 //                  [ "[]" | "[" count "]" ] [ "=" default ] [ "..." ]
 //
@@ -15,6 +15,7 @@
 //     @carries(parameter, ...)   the parameters of the instruction, if the lowering changes them
 //     @shaded @grid @reduce @answer   see `SqxRun`
 //     @fold                the compiler may evaluate it
+//     @cheap @vectors @custom   see `SqxKernelKind`
 //     @ordered             calls must not be reordered
 //     @simd                a call may take the whole-grid form; only it if there is no plain one
 //     @uniform(name, ...)  arguments that are uniform in the whole-grid form; others are varying
@@ -35,10 +36,12 @@ struct SqxCardFault {
 /// Reads one card from left to right.
 class SqxCardReader {
 public:
-    constexpr SqxCardReader(SqxPrimitive primitive, std::string_view text)
+    constexpr SqxCardReader(SqxPrimitive primitive, std::string_view text,
+                            std::string_view function = {})
     {
         m_card.primitive = primitive;
         m_card.text = text;
+        m_card.function = function;
     }
 
     /// Throws an `SqxCardFault`.
@@ -50,10 +53,8 @@ public:
         if (Peek() != "(")
             m_card.name = NextWord();
         m_card.formalCount = ReadParameters();
-        if (Accept("="))
-            m_card.function = ReadUntil(" // ");
         if (Accept("//"))
-            m_card.meaning = ReadUntil("");
+            m_card.meaning = ReadRest();
         if (!Peek().empty())
             throw SqxCardFault{"text after the end of the card"};
         MarkUniform();
@@ -105,7 +106,7 @@ private:
         {"unpack", SqxInlineRule::Unpack},
         {"outputs", SqxInlineRule::Outputs},
     };
-    static const AttributeRow k_attributes[15];
+    static const AttributeRow k_attributes[18];
 
     // Tokens: words of letters, digits, "_", "-" and "."; "//"; any other character by itself.
 
@@ -161,13 +162,12 @@ private:
         m_next += token.size();
         return WordAt(m_next - token.size(), token.size());
     }
-    /// The text up to `end`, which is not part of it, or up to the end of the card.
-    [[nodiscard]] constexpr SqxCardWord ReadUntil(std::string_view end)
+    /// The text up to the end of the card.
+    [[nodiscard]] constexpr SqxCardWord ReadRest()
     {
         SkipBlanks();
         const std::size_t at = m_next;
-        const std::size_t found = end.empty() ? std::string_view::npos : m_card.text.find(end, at);
-        m_next = found == std::string_view::npos ? m_card.text.size() : found;
+        m_next = m_card.text.size();
         if (m_next == at)
             throw SqxCardFault{"text was expected"};
         return WordAt(at, m_next - at);
@@ -262,6 +262,11 @@ private:
     {
         m_card.run = run;
     }
+    template <SqxKernelKind kernel>
+    constexpr void SetKernel()
+    {
+        m_card.kernel = kernel;
+    }
     constexpr void ReadForms()
     {
         Expect("(");
@@ -337,6 +342,8 @@ private:
             throw SqxCardFault{"a call of it cannot be evaluated by the compiler"};
         if (m_card.looksAtLights && m_card.reads[0].length == 0)
             throw SqxCardFault{"what looks at lights reads P"};
+        if (m_card.kernel != SqxKernelKind::Each && m_card.function.empty())
+            throw SqxCardFault{"a kind of kernel without a function"};
         if (m_card.name.length > 0)
             for (const SqxParameter& parameter : m_card.Formals())
                 if (parameter.type > SqxCardType::AnyVector || parameter.isAssigned)
@@ -371,6 +378,9 @@ constexpr SqxCardReader::AttributeRow SqxCardReader::k_attributes[] = {
     {"simd", &SqxCardReader::SetFlag<&SqxCard::hasGridCall>},
     {"lights", &SqxCardReader::SetFlag<&SqxCard::looksAtLights>},
     {"unused", &SqxCardReader::SetFlag<&SqxCard::isUnused>},
+    {"cheap", &SqxCardReader::SetKernel<SqxKernelKind::Cheap>},
+    {"vectors", &SqxCardReader::SetKernel<SqxKernelKind::Vectors>},
+    {"custom", &SqxCardReader::SetKernel<SqxKernelKind::Custom>},
     {"shaded", &SqxCardReader::SetRun<SqxRun::Shaded>},
     {"grid", &SqxCardReader::SetRun<SqxRun::Grid>},
     {"reduce", &SqxCardReader::SetRun<SqxRun::Reduce>},
@@ -378,7 +388,8 @@ constexpr SqxCardReader::AttributeRow SqxCardReader::k_attributes[] = {
 };
 
 /// Reads a card of the table while the table is compiled.
-[[nodiscard]] consteval SqxCard SqxReadCard(SqxPrimitive primitive, std::string_view text)
+[[nodiscard]] consteval SqxCard SqxReadCard(SqxPrimitive primitive, std::string_view text,
+                                            std::string_view function = {})
 {
-    return SqxCardReader(primitive, text).Read();
+    return SqxCardReader(primitive, text, function).Read();
 }

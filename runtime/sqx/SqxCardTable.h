@@ -10,13 +10,17 @@
 
 // A constant of its own for each card: compilers bound the steps that one constant may take.
 inline constexpr SqxCard k_sqxCards[] = {
-#define SQX_CARD(primitive, text)                                                                  \
+#define SQX_READ(primitive, ...)                                                                   \
     [] {                                                                                           \
-        constexpr SqxCard k_card = SqxReadCard(SqxPrimitive::primitive, text);                     \
+        constexpr SqxCard k_card = SqxReadCard(SqxPrimitive::primitive, __VA_ARGS__);              \
         return k_card;                                                                             \
     }(),
-#define SQX_OVERLOAD(primitive, text) SQX_CARD(primitive, text)
+#define SQX_CARD(primitive, text) SQX_READ(primitive, text)
+#define SQX_FUNCTION(primitive, text, ...) SQX_READ(primitive, text, #__VA_ARGS__)
+#define SQX_SCENE_FUNCTION(primitive, text, ...) SQX_READ(primitive, text, #__VA_ARGS__)
+#define SQX_OVERLOAD(primitive, text) SQX_READ(primitive, text)
 #include "sqx/SqxCards.def"
+#undef SQX_READ
 };
 
 /// The names of a primitive's forms, in the order of `SqxCard::numbers`.

@@ -1,5 +1,5 @@
-// Folds calls with the functions of the run time themselves, under the names by which generated C++
-// calls them, so that a folded call has the bits of one that runs.
+// Folds calls with the functions of the run time themselves, which the cards name, so that a folded
+// call has the bits of one that runs.
 //
 // Tested by tests/runtime/FoldedCallsTest.cpp, tests/optimizer/OptimizerTest.cpp,
 // TEST(SlcConvertConstOp, ...), and by all levels against each other in tests/random.
@@ -8,80 +8,80 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
-#include "QxBuiltInNames.h"
+#include "QxCalls.h"
+#include "sqx/SqxCardReader.h"
 
 namespace {
 
 using Arguments = std::span<const float>;
 
+// What a card says of a function, and a call of it.
+#define SQX_CARD(primitive, text)
+#define SQX_SCENE_FUNCTION(primitive, text, ...)
+#define SQX_FUNCTION(primitive, text, ...)                                                         \
+    struct Card_##primitive {                                                                      \
+        static constexpr SqxCard card = SqxReadCard(SqxPrimitive::primitive, text, #__VA_ARGS__);  \
+        template <class... Numbers>                                                                \
+        static float Call(Numbers... numbers)                                                      \
+        {                                                                                          \
+            return __VA_ARGS__(numbers...);                                                        \
+        }                                                                                          \
+    };
+#include "sqx/SqxCards.def"
+
+/// Outside -1..1 the sine of no angle: no number, so that the call stays in the code.
+template <>
+float Card_CALL_PRIM_ASIN::Call(float x)
+{
+    return qxmath::Asin(x);
+}
+
 struct Row {
-    SqxPrimitive primitive;
-    std::size_t arguments;
-    float (*value)(Arguments);
+    SqxPrimitive primitive{};
+    std::size_t arguments = 0;
+    float (*value)(Arguments) = nullptr;
 };
 
-// The row of a primitive with one, two or three numbers as arguments.
-#define SLC_FOLD1(NAME)                                                                            \
-    {                                                                                              \
-        SqxPrimitive::NAME, 1, [](Arguments a) {                                                   \
-            float result;                                                                          \
-            NAME(result, a[0]);                                                                    \
-            return result;                                                                         \
-        }                                                                                          \
-    }
-#define SLC_FOLD2(NAME)                                                                            \
-    {                                                                                              \
-        SqxPrimitive::NAME, 2, [](Arguments a) {                                                   \
-            float result;                                                                          \
-            NAME(result, a[0], a[1]);                                                              \
-            return result;                                                                         \
-        }                                                                                          \
-    }
-#define SLC_FOLD3(NAME)                                                                            \
-    {                                                                                              \
-        SqxPrimitive::NAME, 3, [](Arguments a) {                                                   \
-            float result;                                                                          \
-            NAME(result, a[0], a[1], a[2]);                                                        \
-            return result;                                                                         \
-        }                                                                                          \
-    }
+/// True for a function of numbers that the compiler may evaluate.
+constexpr bool IsFolded(const SqxCard& card)
+{
+    return card.isFoldable && card.result == SqxCardType::Float &&
+           std::ranges::all_of(card.Formals(), [](const SqxParameter& parameter) {
+               return parameter.type == SqxCardType::Float;
+           });
+}
+
+template <class Card, std::size_t... i>
+constexpr Row RowOf(std::index_sequence<i...>)
+{
+    return {Card::card.primitive, sizeof...(i), [](Arguments a) { return Card::Call(a[i]...); }};
+}
+
+template <class Card>
+constexpr Row RowOf()
+{
+    if constexpr (IsFolded(Card::card))
+        return RowOf<Card>(std::make_index_sequence<Card::card.Formals().size()>());
+    else
+        return {};
+}
 
 constexpr Row k_rows[] = {
-    SLC_FOLD1(CALL_PRIM_RADIANS),
-    SLC_FOLD1(CALL_PRIM_DEGREES),
-    SLC_FOLD1(CALL_PRIM_SIN),
-    // Outside -1..1 the sine of no angle: no number, so that the call stays in the code.
-    {SqxPrimitive::CALL_PRIM_ASIN, 1, [](Arguments a) { return qxmath::Asin(a[0]); }},
-    SLC_FOLD1(CALL_PRIM_COS),
-    SLC_FOLD1(CALL_PRIM_ACOS),
-    SLC_FOLD1(CALL_PRIM_TAN),
-    SLC_FOLD1(CALL_PRIM_ATAN),
-    SLC_FOLD2(CALL_PRIM_ATAN2),
-    SLC_FOLD2(CALL_PRIM_POW),
-    SLC_FOLD1(CALL_PRIM_EXP),
-    SLC_FOLD1(CALL_PRIM_SQRT),
-    SLC_FOLD1(CALL_PRIM_LOG),
-    SLC_FOLD2(CALL_PRIM_LOG2),
-    SLC_FOLD2(CALL_PRIM_MOD),
-    SLC_FOLD1(CALL_PRIM_ABS),
-    SLC_FOLD1(CALL_PRIM_SIGN),
-    SLC_FOLD2(CALL_PRIM_MIN2_FLOAT),
-    SLC_FOLD2(CALL_PRIM_MAX2_FLOAT),
-    SLC_FOLD3(CALL_PRIM_CLAMP_1D),
-    SLC_FOLD1(CALL_PRIM_FLOOR),
-    SLC_FOLD1(CALL_PRIM_CEIL),
-    SLC_FOLD1(CALL_PRIM_ROUND),
-    SLC_FOLD2(CALL_PRIM_STEP),
-    SLC_FOLD1(CALL_PRIM_INVERSESQRT),
+#define SQX_CARD(primitive, text)
+#define SQX_SCENE_FUNCTION(primitive, text, ...)
+#define SQX_FUNCTION(primitive, text, ...) RowOf<Card_##primitive>(),
+#include "sqx/SqxCards.def"
 };
 
 }  // namespace
 
 std::optional<float> SlcFoldBuiltIn(SqxPrimitive primitive, std::span<const float> arguments)
 {
-    const auto row = std::find_if(std::begin(k_rows), std::end(k_rows),
-                                  [&](const Row& r) { return r.primitive == primitive; });
+    const auto row = std::find_if(std::begin(k_rows), std::end(k_rows), [&](const Row& r) {
+        return r.value && r.primitive == primitive;
+    });
     if (row == std::end(k_rows) || arguments.size() != row->arguments)
         return std::nullopt;
     return row->value(arguments);

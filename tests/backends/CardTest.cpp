@@ -27,7 +27,7 @@ TEST(SqxCardReader, RefusesWrongCards)
         const char* text;
         const char* fault;
     } cases[] = {
-        {"@forms(1, -, 3) @fold float f(float x) = F // meaning", ""},
+        {"@forms(1, -, 3) @fold float f(float x) // meaning", ""},
         {"flaot f()", "a type was expected"},
         {"float f(uniform float)", "a word was expected"},
         {"float f(float x", "another character was expected"},
@@ -44,11 +44,12 @@ TEST(SqxCardReader, RefusesWrongCards)
         {"@simd @uniform(x) void f(output float x)",
          "@uniform names no input of a function with @simd"},
         {"@fold @ordered float f()", "a call of it cannot be evaluated by the compiler"},
+        {"@cheap float f(float x)", "a kind of kernel without a function"},
         {"@lights color f()", "what looks at lights reads P"},
         {"float f(float x ..., float y)", "the order of the parameters is wrong"},
         {"float f(optional float x, float y)", "the order of the parameters is wrong"},
         {"float f(named float x = 0, optional float y)", "the order of the parameters is wrong"},
-        {"float f() =", "text was expected"},
+        {"float f() //", "text was expected"},
     };
     for (const auto& c : cases)
         EXPECT_EQ(FaultOf(c.text), c.fault) << c.text;

@@ -23,19 +23,20 @@ std::string Read(const fs::path& path)
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-/// The numbered steps of the recipe with this heading.
+/// The steps of the recipe with this heading: the numbered ones, and those that only some additions
+/// take.
 std::vector<std::string> StepsOf(const std::string& heading)
 {
     std::istringstream page(Read(k_root / "CONTRIBUTING.md"));
-    static const std::regex numbered(R"(\d+\. .*)");
+    static const std::regex begin(R"((\d+\.|-) .*)");
     std::vector<std::string> steps;
     bool isInside = false;
     for (std::string line; std::getline(page, line);) {
         if (line.starts_with("## "))
             isInside = line == "## " + heading;
-        else if (isInside && std::regex_match(line, numbered))
+        else if (isInside && std::regex_match(line, begin))
             steps.push_back(line);
-        else if (isInside && line.starts_with("   ") && !steps.empty())
+        else if (isInside && line.starts_with("  ") && !steps.empty())
             steps.back() += line;
     }
     return steps;

@@ -1,15 +1,17 @@
 #!/usr/bin/env bash
-# The documents and editor files that are made of the compiler's tables are those in the tree, and
-# the editors find the compiler's reports.
+# The documents, editor files and names of generated C++ that are made of the compiler's tables are
+# those in the tree, and the editors find the compiler's reports.
 # usage: run.sh PROGRAM_DIRECTORY
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
 bin=$(cd "$1" && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
+mkdir -p "$scratch/runtime"
 cp -r "$root/README.md" "$root/docs" "$root/editors" "$scratch"
+cp -r "$root/runtime/shading" "$scratch/runtime"
 "$bin/sqxreference" "$scratch"
-for made in README.md docs editors; do
+for made in README.md docs editors runtime/shading; do
     diff -ru "$root/$made" "$scratch/$made" || {
         echo "Stale: cmake --build build/release --target reference rewrites them"
         exit 1

@@ -23,7 +23,7 @@ TEST(FoldedCalls, CoverEveryFoldableFunctionOfNumbers)
             SlcFoldBuiltIn(card.primitive, std::vector<float>(formals.size(), 0.5F));
         EXPECT_TRUE(folded && std::isfinite(*folded)) << card.text;
     }
-    EXPECT_EQ(count, 25);
+    EXPECT_GE(count, 25);
     EXPECT_FALSE(SlcFoldBuiltIn(SqxPrimitive::CALL_PRIM_SMOOTHSTEP, std::vector<float>(3, 0.5F)));
 }
 

@@ -19,6 +19,7 @@
 #include "frontend/SlcLexicalNode.h"
 #include "reference/SqxBuiltInExamples.h"
 #include "reference/SqxBuiltInMeanings.h"
+#include "reference/SqxMacroTables.h"
 #include "sqx/SqxLayout.h"
 #include "sqx/SqxNumbers.h"
 #include "symbols/SlcFuncDeclaration.h"
@@ -198,6 +199,10 @@ constexpr std::string_view k_end = "<!-- end of table -->";
         return SqxPredefinedTable();
     if (name == "instructions")
         return SqxInstructionTable();
+    if (name == "plain-macros")
+        return SqxPlainMacroTable();
+    if (name == "form-macros")
+        return SqxFormMacroTable();
     if (name == "options")
         return SqxCompilerOptionTable();
     throw std::runtime_error("There is no table '" + name + "'");

@@ -1,10 +1,12 @@
-// Makes documents and editor files of the compiler's tables, so that each fact is written once.
+// Makes documents, editor files and the names of generated C++ of the compiler's tables, so that
+// each fact is written once.
 
 #include <fstream>
 #include <iostream>
 #include <iterator>
 #include <stdexcept>
 
+#include "reference/SqxCardNames.h"
 #include "reference/SqxEditorFiles.h"
 #include "reference/SqxReferencePages.h"
 
@@ -12,7 +14,8 @@ namespace {
 
 constexpr const char* k_usage =
     "Usage: sqxreference ROOT\n"
-    "Makes the tables in ROOT/docs and the syntax files in ROOT/editors again.\n";
+    "Makes the tables in ROOT/docs, the syntax files in ROOT/editors and\n"
+    "ROOT/runtime/shading/QxCardNames.h again.\n";
 
 std::string ReadFile(const std::string& path)
 {
@@ -41,8 +44,10 @@ int main(int argc, char** argv)
     }
     try {
         const std::string root = argv[1];
-        for (const char* page : {"/README.md", "/docs/built-ins.md", "/docs/byte-code.md"})
+        for (const char* page :
+             {"/README.md", "/docs/built-ins.md", "/docs/byte-code.md", "/docs/generated-code.md"})
             WriteFile(root + page, SqxRefreshPage(ReadFile(root + page)));
+        WriteFile(root + "/runtime/shading/QxCardNames.h", SqxCardNames());
         WriteFile(root + "/editors/vim/syntax/sl.vim", SqxVimSyntax());
         WriteFile(root + "/editors/vscode/syntaxes/sl.tmLanguage.json", SqxTextMateGrammar());
         WriteFile(root + "/editors/kate/sl.xml", SqxKateSyntax());

@@ -1,0 +1,52 @@
+// The functions that a card computes with a function of the shading headers: their rows follow from
+// the cards, see QxCardRows.h.
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+
+#include "QxCalls.h"
+#include "kernels/QxCardRows.h"
+
+namespace QX_KERNEL_SET {
+namespace {
+
+#define SQX_CARD(primitive, text)
+#define SQX_SCENE_FUNCTION(primitive, text, ...)
+#define SQX_FUNCTION(primitive, text, ...)                                                         \
+    struct Card_##primitive {                                                                      \
+        static constexpr SqxCard card = SqxReadCard(SqxPrimitive::primitive, text, #__VA_ARGS__);  \
+        template <class... Arguments>                                                              \
+        static auto Call(Arguments&... arguments)                                                  \
+        {                                                                                          \
+            return __VA_ARGS__(arguments...);                                                      \
+        }                                                                                          \
+    };
+#include "sqx/SqxCards.def"
+
+constexpr QxKernelRow k_all[] = {
+#define SQX_CARD(primitive, text)
+#define SQX_SCENE_FUNCTION(primitive, text, ...)
+#define SQX_FUNCTION(primitive, text, ...) RowOfCard<Card_##primitive>(),
+#include "sqx/SqxCards.def"
+};
+
+constexpr bool HasKernel(const QxKernelRow& row)
+{
+    return row.all != nullptr;
+}
+
+constexpr auto k_rows = [] {
+    std::array<QxKernelRow, std::count_if(std::begin(k_all), std::end(k_all), HasKernel)> rows;
+    std::copy_if(std::begin(k_all), std::end(k_all), rows.begin(), HasKernel);
+    return rows;
+}();
+
+}  // namespace
+
+QxKernelRows CardKernels()
+{
+    return k_rows;
+}
+
+}  // namespace QX_KERNEL_SET

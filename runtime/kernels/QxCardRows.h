@@ -1,0 +1,149 @@
+#pragma once
+
+#include "kernels/QxBatches.h"
+#include "sqx/SqxCardReader.h"
+
+// Rows of the table of kernels that follow from cards: the types of the operands, and the function
+// that computes the result. A card says by its kind of kernel which form of QxKernelForms.h suits.
+//
+// Tested with whole shaders by tests/host/AgreementTest.cpp.
+
+namespace QX_KERNEL_SET {
+
+// Elementary functions cost too much to be computed for points that need no result. Without a mask
+// a loop of vectors reads the operands in place; under a mask it reads batches.
+
+/// One loop for numbers of a batch.
+template <class Function, std::size_t... k>
+inline void ComputeNumbers(Numbers& results, const Numbers* operands, unsigned int count,
+                           std::index_sequence<k...>)
+{
+    QX_LOOP_OF_OPERANDS_APART
+    for (unsigned int j = 0; j < count; ++j) {
+        float value = 0;
+        Function()(value, operands[k].at[j]...);
+        results.at[j] = value;
+    }
+}
+
+template <class Function, class... Types>
+struct NumberLoops {
+    static void Run(Numbers* results, const Numbers* operands, unsigned int count)
+    {
+        ComputeNumbers<Function>(*results, operands, count, std::index_sequence_for<Types...>());
+    }
+};
+
+/// The loops over all points for each choice of varying arguments but the first one, which has
+/// none.
+template <class Shapes, class Function, class... Types>
+struct ElementaryShapes;
+
+template <std::size_t... i, class Function, class... Types>
+struct ElementaryShapes<std::index_sequence<i...>, Function, Types...> {
+    static constexpr QxKernel kernels[] = {Shaped<Function, i + 1, false, float, Types...>::Run...};
+};
+
+template <class Function, class... Types>
+void ElementaryAtAll(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    unsigned int shape = 0;
+    for (unsigned int k = 0; k < sizeof...(Types); ++k)
+        shape |= code.operands[k + 1].step != 0 ? 1u << k : 0;
+    if (shape == 0 || code.operands[0].step == 0)
+        return Any<Function, Where::All, float&, Types...>(state, code, points);
+    using Shapes = std::make_index_sequence<(std::size_t{1} << sizeof...(Types)) - 1>;
+    ElementaryShapes<Shapes, Function, Types...>::kernels[shape - 1](state, code, points);
+}
+
+template <class... Types, class Function>
+constexpr QxKernelRow Elementary(SqxPrimitive primitive, Function function)
+{
+    QxKernelRow row = Each<float&, Types...>(primitive, function);
+    row.all = ElementaryAtAll<Function, Types...>;
+    row.masked = PickedPoints<NumberLoops<Function, Types...>, Function, float, Types...>;
+    return row;
+}
+
+// From cards
+
+/// The C++ type of a type of cards; void for one that needs a kernel written by hand.
+template <SqxCardType type>
+struct OperandType {
+    using Type = void;
+};
+template <>
+struct OperandType<SqxCardType::Float> {
+    using Type = float;
+};
+template <>
+struct OperandType<SqxCardType::String> {
+    using Type = const char*;
+};
+template <>
+struct OperandType<SqxCardType::Color> {
+    using Type = QxRGBColor;
+};
+template <>
+struct OperandType<SqxCardType::Matrix> {
+    using Type = QxMatrix44;
+};
+template <>
+struct OperandType<SqxCardType::Bool> {
+    using Type = QxStopAndBool;
+};
+template <SqxCardType type>
+requires(type == SqxCardType::Point || type == SqxCardType::Vector || type == SqxCardType::Normal ||
+         type == SqxCardType::AnyPoint || type == SqxCardType::AnyVector) struct OperandType<type> {
+    using Type = QxVector3;
+};
+
+/// The type of a parameter: a reference for an output.
+template <class Card, std::size_t i>
+struct ParameterType {
+    static constexpr SqxParameter parameter = Card::card.Carried()[i];
+    static_assert(parameter.count == 1 && !parameter.isArray && !parameter.isRepeated,
+                  "a card with a list of operands needs @custom");
+    using Value = typename OperandType<parameter.type>::Type;
+    using Type = std::conditional_t<parameter.isOutput || parameter.isAssigned, Value&, Value>;
+};
+
+/// A row of the form that suits the kind of kernel. A first type that is a reference is the result.
+template <SqxKernelKind kind, class First, class... Types, class Function>
+constexpr QxKernelRow RowOfKind(SqxPrimitive primitive, Function function)
+{
+    if constexpr (kind == SqxKernelKind::Cheap)
+        return Cheap<Plain<First>, Types...>(primitive, function);
+    else if constexpr (kind == SqxKernelKind::Vectors)
+        return Elementary<Types...>(primitive, function);
+    else
+        return Each<First, Types...>(primitive, function);
+}
+
+/// `Card::card` is a card with a function, and `Card::Call` a type that calls it.
+template <class Card, std::size_t... i>
+constexpr QxKernelRow RowOfCard(std::index_sequence<i...>)
+{
+    constexpr const SqxCard& card = Card::card;
+    if constexpr (card.result == SqxCardType::Void) {
+        return RowOfKind<card.kernel, typename ParameterType<Card, i>::Type...>(
+            card.primitive, [](auto&&... arguments) { Card::Call(arguments...); });
+    } else {
+        using Result = typename OperandType<card.result>::Type;
+        return RowOfKind<card.kernel, Result&, typename ParameterType<Card, i>::Type...>(
+            card.primitive,
+            [](auto& r, const auto&... arguments) { r = Card::Call(arguments...); });
+    }
+}
+
+/// The row of a card; one without a kernel if the card has no number or wants a kernel by hand.
+template <class Card>
+constexpr QxKernelRow RowOfCard()
+{
+    if constexpr (Card::card.kernel == SqxKernelKind::Custom || !Card::card.HasNumber())
+        return {};
+    else
+        return RowOfCard<Card>(std::make_index_sequence<Card::card.Carried().size()>());
+}
+
+}  // namespace QX_KERNEL_SET

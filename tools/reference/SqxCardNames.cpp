@@ -1,0 +1,101 @@
+// A function becomes one macro, for a point or uniform data:
+//
+//     @forms(128) float mod(float a, float b), QxMod
+//     #define CALL_PRIM_MOD(result, a, b) ((result) = QxMod(QxNumber(a), QxNumber(b)))
+//
+// What may be called for the whole grid, or is a function object already, becomes all four forms.
+//
+// Tested by tests/reference/run.sh, which fails if the header in the tree is older than the cards.
+
+#include "reference/SqxCardNames.h"
+
+#include "sqx/SqxCard.h"
+
+namespace {
+
+constexpr std::string_view k_head = "#pragma once\n"
+                                    "\n"
+                                    "// The names by which generated C++ calls the functions of "
+                                    "cards. `cmake --build ... --target reference`\n"
+                                    "// makes this file of runtime/sqx/SqxCards.def: change the "
+                                    "card. QxBuiltInNames.h explains the forms,\n"
+                                    "// and has the names that do not follow from a card.\n"
+                                    "\n"
+                                    "// clang-format off\n";
+constexpr std::string_view k_tail = "// clang-format on\n";
+
+bool IsPoint(SqxCardType type)
+{
+    return type == SqxCardType::Point || type == SqxCardType::Vector ||
+           type == SqxCardType::Normal || type == SqxCardType::AnyPoint ||
+           type == SqxCardType::AnyVector;
+}
+
+/// Constants are doubles in generated C++, and a number may be written for a point.
+std::string Argument(const SqxCard& card, const SqxParameter& parameter)
+{
+    const std::string name(card.Text(parameter.name));
+    if (parameter.isOutput)
+        return name;
+    if (parameter.type == SqxCardType::Float)
+        return "QxNumber(" + name + ')';
+    return IsPoint(parameter.type) ? "QxToPoint(" + name + ')' : name;
+}
+
+std::string PlainMacro(const SqxCard& card)
+{
+    std::string names;
+    std::string arguments;
+    for (const SqxParameter& parameter : card.Carried()) {
+        names.append(names.empty() ? "" : ", ").append(card.Text(parameter.name));
+        arguments.append(arguments.empty() ? "" : ", ").append(Argument(card, parameter));
+    }
+    const std::string name(SqxPrimitiveName(card.primitive));
+    const std::string call = std::string(card.function) + '(' + arguments + ')';
+    if (card.result == SqxCardType::Void)
+        return "#define " + name + '(' + names + ") " + call + '\n';
+    return "#define " + name + "(result" + (names.empty() ? "" : ", ") + names +
+           ") ((result) = " + call + ")\n";
+}
+
+/// All forms of a function object.
+std::string FormMacros(const SqxCard& card, const std::string& object)
+{
+    static constexpr struct {
+        std::string_view suffix;
+        std::string_view call;
+    } forms[] = {
+        {"", "QxCallPlain("},
+        {"_SIMD", "QxCallSimd(numMp, "},
+        {"_SIMD_IF_TRUE", "QxCallSimdIf(numMp, true, "},
+        {"_SIMD_IF_FALSE", "QxCallSimdIf(numMp, false, "},
+    };
+    std::string text;
+    for (const auto& form : forms) {
+        text.append("#define ").append(SqxPrimitiveName(card.primitive)).append(form.suffix);
+        text.append("(...) ").append(form.call).append(object).append(", __VA_ARGS__)\n");
+    }
+    return text;
+}
+
+std::string MacrosOf(const SqxCard& card)
+{
+    if (card.function.empty())
+        return "";
+    const std::string function(card.function);
+    if (function.ends_with(')'))
+        return FormMacros(card, function);
+    if (card.hasGridCall && card.result != SqxCardType::Void)
+        return FormMacros(card, "QX_OBJECT_OF(" + function + ')');
+    return PlainMacro(card);
+}
+
+}  // namespace
+
+std::string SqxCardNames()
+{
+    std::string text(k_head);
+    for (const SqxCard& card : SqxCards())
+        text += MacrosOf(card);
+    return text.append(k_tail);
+}
