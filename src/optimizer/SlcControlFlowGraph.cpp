@@ -18,6 +18,7 @@
 
 #include "icode/SlcICodes.h"
 #include "optimizer/SlcBuildBasicBlocks.h"
+#include "optimizer/SlcRemoveAt.h"
 #include "support/SlcDiagnostics.h"
 
 namespace {
@@ -164,4 +165,29 @@ void SlcControlFlowGraph::FindPredecessors()
         block.m_predecessors = std::span(m_predecessors).subspan(begin, end - begin);
         begin = end;
     }
+}
+
+bool SlcControlFlowGraph::Remove(std::span<const std::size_t> places)
+{
+    std::vector<std::size_t> sizes;
+    sizes.reserve(m_blocks.size());
+    std::size_t end = 0;
+    auto next = places.begin();
+    for (const SlcBasicBlock& block : m_blocks) {
+        std::size_t size = block.m_icodes.size();
+        end += size;
+        for (; next != places.end() && *next < end; ++next)
+            --size;
+        if (size == 0)
+            return false;
+        sizes.push_back(size);
+    }
+    SlcRemoveAt(places, m_icodes);
+    std::span<const SlcPtr<SlcICode>> rest = m_icodes;
+    for (SlcBasicBlock& block : m_blocks) {
+        const std::size_t size = sizes[block.GetBlockId()];
+        block.m_icodes = rest.first(size);
+        rest = rest.subspan(size);
+    }
+    return true;
 }

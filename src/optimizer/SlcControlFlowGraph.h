@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstddef>
+#include <span>
+#include <utility>
 #include <vector>
 
 #include "icode/SlcListICode.h"
@@ -9,10 +12,10 @@
 /// last one the exit.
 ///
 /// The list is the master copy of the code: after a pass has changed it the graph is stale and must
-/// be rebuilt. A parallel run is straight-line code here, executed once for all shading points; its
-/// brackets do not start or end a block. Guards are branches, since a point may skip the code under
-/// them. The head of a light loop is a separate block with an edge past the loop, since there may
-/// be no light.
+/// be rebuilt, or be told of the change if that leaves blocks and edges as they are. A parallel run
+/// is straight-line code here, executed once for all shading points; its brackets do not start or
+/// end a block. Guards are branches, since a point may skip the code under them. The head of a
+/// light loop is a separate block with an edge past the loop, since there may be no light.
 class SlcControlFlowGraph {
 public:
     /// Linear in the instructions, except for the look-up of labels. A jump to a label that is not
@@ -25,6 +28,13 @@ public:
     [[nodiscard]] const std::vector<SlcBasicBlock>& Blocks() const { return m_blocks; }
     /// All instructions, as they stood in the list.
     [[nodiscard]] const std::vector<SlcPtr<SlcICode>>& Codes() const { return m_icodes; }
+
+    /// Takes the instructions at these places, in rising order, out of their blocks. They must not
+    /// begin or end a block. False, and nothing is done, if a block would be left empty.
+    [[nodiscard]] bool Remove(std::span<const std::size_t> places);
+    /// Puts `code` in a place whose instruction does not begin or end a block, and neither does
+    /// `code`.
+    void Replace(std::size_t place, SlcPtr<SlcICode> code) { m_icodes[place] = std::move(code); }
 
 private:
     void AddEdge(SlcBasicBlock& from, int to);

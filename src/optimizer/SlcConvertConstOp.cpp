@@ -94,6 +94,12 @@ SlcPtr<SlcICode> SlcConvertConstOp::Fold(const SlcPtr<SlcICode>& code)
     return std::move(m_new);
 }
 
+bool SlcConvertConstOp::IsSettled(const SlcICode& code)
+{
+    const auto* assignment = dynamic_cast<const SlcAssignICode*>(&code);
+    return assignment && !(assignment->m_dest == assignment->m_source);
+}
+
 void SlcConvertConstOp::Default(SlcPtr<SlcICode> code)
 {
     m_new = std::move(code);
@@ -322,8 +328,7 @@ void SlcConvertConstOp::Case(SlcPtr<SlcCallICode> code)
                          entry->IsFoldable() && !entry->IsOrderSensitive() &&
                          code->m_form.condition.Null() && code->m_result;
     const auto arguments = mayFold ? ConstantInputs(*code) : std::nullopt;
-    const auto value =
-        arguments ? SlcFoldBuiltIn(code->m_primitive, *arguments) : std::nullopt;
+    const auto value = arguments ? SlcFoldBuiltIn(code->m_primitive, *arguments) : std::nullopt;
     if (!value || !ConvertAsAssignment(code->m_result, *value))
         Default(code);
 }

@@ -26,6 +26,9 @@ public:
     /// Returns the replacement of the next instruction: the same one, a new one, or null. The
     /// instruction itself is not changed.
     [[nodiscard]] SlcPtr<SlcICode> Fold(const SlcPtr<SlcICode>& code);
+    /// True if `code`, which has taken the place of another instruction, is folded no further and
+    /// leads where the other led.
+    [[nodiscard]] static bool IsSettled(const SlcICode& code);
     /// True if the instruction last folded is in a branch that can never run.
     [[nodiscard]] bool IsDropping() const { return m_dropping; }
     /// True if an instruction has been replaced or removed since `Begin`.

@@ -171,6 +171,11 @@ void SlcCopyPropagation::Case(SlcPtr<SlcInvertBoolFlagICode> code)
         Learn(code->m_dest, SlcLexType::Bool(!source->GetBool()));
 }
 
+bool SlcCopyPropagation::ForgetsReads(const SlcICode& code)
+{
+    return dynamic_cast<const SlcOrBoolFlagICode*>(&code) != nullptr;
+}
+
 // No constant enters: the form takes its flags as arrays of the grid. What was known of the two
 // that it reads is given up as well, which loses a constant at most.
 void SlcCopyPropagation::Case(SlcPtr<SlcOrBoolFlagICode> code)

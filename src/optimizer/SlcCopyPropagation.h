@@ -31,6 +31,8 @@ public:
     void LeaveBlock(const SlcBasicBlock& block);
     /// Removes the edge from the current block to that successor.
     void DropEdge(const SlcBasicBlock& block, int successor);
+    /// The instruction makes unknown what it reads, so that without it more may be known.
+    [[nodiscard]] static bool ForgetsReads(const SlcICode& code);
     /// True if an operand has been replaced.
     [[nodiscard]] bool HasChanged() const { return m_changed; }
 

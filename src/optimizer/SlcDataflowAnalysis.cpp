@@ -223,7 +223,14 @@ void SlcDataflowAnalysis::ForgetRead(int block, int variable)
     group.uses[block - group.first] &= ~BitOf(place.bit);
     if (!group.touched)
         m_touched.push_back(&group);
-    group.touched = true;
+    Touch(group);
+}
+
+void SlcDataflowAnalysis::Touch(Group& group)
+{
+    if (std::exchange(group.touched, true))
+        return;
+    group.before = group.alive;
 }
 
 void SlcDataflowAnalysis::RefreshFront(int block)
@@ -231,6 +238,65 @@ void SlcDataflowAnalysis::RefreshFront(int block)
     std::erase_if(m_touched, [block](const Group* group) { return group->first > block; });
     for (Group* group : m_touched)
         (void)UpdateFront(*group, block);
+}
+
+// What is alive can only become less, but around a loop a set that begins with what was alive keeps
+// itself alive: the groups that the blocks name are solved from nothing again.
+bool SlcDataflowAnalysis::Update(std::span<const int> blocks)
+{
+    for (const int block : blocks)
+        RefillGroups(block);
+    m_touched.clear();
+    bool changed = false;
+    for (Group& group : m_groups) {
+        if (!std::exchange(group.touched, false))
+            continue;
+        std::fill(group.alive.begin(), group.alive.end(), 0);
+        Solve(group);
+        changed = changed || HasChangedAtLoops(group);
+        group.aroundLoops = 0;
+        LookAtLoops(group);
+    }
+    return changed;
+}
+
+bool SlcDataflowAnalysis::HasChangedAtLoops(const Group& group) const
+{
+    auto head = std::lower_bound(m_loopHeads.begin(), m_loopHeads.end(), group.first);
+    if (head != m_loopHeads.begin() && group.alive.front() != group.before.front())
+        return true;
+    for (; head != m_loopHeads.end() && *head < group.end; ++head)
+        if (group.alive[*head - group.first] != group.before[*head - group.first])
+            return true;
+    return false;
+}
+
+// A variable without a group was read before it was written in no block, and so it is still.
+void SlcDataflowAnalysis::RefillGroups(int block)
+{
+    const auto set = [this, block](std::vector<std::uint64_t> Group::*sets, int variable, bool is) {
+        const Place place = m_places[variable];
+        if (place.group < 0)
+            return;
+        Group& group = m_groups[place.group];
+        Touch(group);
+        std::uint64_t& word = (group.*sets)[block - group.first];
+        word = is ? word | BitOf(place.bit) : word & ~BitOf(place.bit);
+    };
+    for (const int variable : m_blockUse[block])
+        set(&Group::uses, variable, false);
+    for (const int variable : m_blockDef[block])
+        set(&Group::defs, variable, false);
+    const auto codes = m_graph.Blocks()[block].GetListICode();
+    for (auto code = codes.rbegin(); code != codes.rend(); ++code) {
+        m_defUse.Compute(*code);
+        for (const int variable : m_defUse.Defs()) {
+            set(&Group::defs, variable, true);
+            set(&Group::uses, variable, false);
+        }
+        for (const int variable : m_defUse.Uses())
+            set(&Group::uses, variable, true);
+    }
 }
 
 std::uint64_t SlcDataflowAnalysis::AliveBehind(const Group& group, int block) const

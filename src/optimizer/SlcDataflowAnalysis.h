@@ -24,12 +24,13 @@ public:
     struct Group {
         int first = 0;  // a cut of the code, as is the end
         int end = 0;
-        bool touched = false;             // some read is forgotten
+        bool touched = false;             // some read is forgotten, or a block was updated
         std::uint64_t aroundLoops = 0;    // alive where some jump back leads
         std::vector<int> variables;       // at most 64, by bit
         std::vector<std::uint64_t> uses;  // by block from the first to the end, read before written
         std::vector<std::uint64_t> defs;  // written in the block
-        std::vector<std::uint64_t> alive;  // at the front of the block
+        std::vector<std::uint64_t> alive;   // at the front of the block
+        std::vector<std::uint64_t> before;  // the same before the group was touched
 
         /// The set at the front of a block.
         [[nodiscard]] std::uint64_t AliveAt(int block) const
@@ -60,6 +61,12 @@ public:
     /// and what is then alive at its front. Blocks further down must be up to date; what comes
     /// around a loop stays as it was, and so may be too much.
     void RefreshFront(int block);
+
+    /// After a pass that has changed instructions of these blocks such that they read less and
+    /// write less, while the graph has stayed: brings everything up to date, but for `Print` and
+    /// `ReadFirst`, which may hold variables that are no longer read. True if something is no
+    /// longer alive where it came around a loop when the analysis was made or last updated.
+    bool Update(std::span<const int> blocks);
 
     /// The variable was alive, when the analysis was made, where some jump back leads.
     [[nodiscard]] bool GoesAroundLoop(int variable) const;
@@ -94,8 +101,12 @@ private:
     void MakeGroups(const std::vector<Followed>& followed);
     /// Enters what blocks use and define.
     void FillGroups();
+    /// Reads again what a block uses and defines.
+    void RefillGroups(int block);
+    void Touch(Group& group);
     /// The equations of liveness for the variables of a group, to their smallest solution.
     void Solve(Group& group);
+    [[nodiscard]] bool HasChangedAtLoops(const Group& group) const;
     /// Notes which variables go around loops.
     void LookAtLoops(Group& group) const;
     /// True if that changed.

@@ -7,7 +7,7 @@
 // uses, so the sets are corrected on the way: a chain inside a block dies in one walk, and
 // RefreshFront hands the news to the blocks in front. Only around a loop the sets stay too large: a
 // variable that lives from one round of it to the next may have lost its last read, which the next
-// run sees.
+// run sees. Whether there is something for it to see the sets tell that are made after the walk.
 //
 // Only what does nothing but compute is a candidate (the trait Computes). A variable without a
 // number is seen from outside; a write of an element leaves the rest of its array alive.
@@ -17,11 +17,13 @@
 
 #include "optimizer/SlcDeadCodeElimination.h"
 
-#include <utility>
-#include <vector>
+#include <algorithm>
+#include <deque>
+#include <span>
 
-#include "icode/SlcICodes.h"
-#include "optimizer/SlcNeededVariables.h"
+#include "optimizer/SlcCopyPropagation.h"
+#include "optimizer/SlcRemoveAt.h"
+#include "optimizer/SlcRemoveEmptyBlocks.h"
 
 namespace {
 
@@ -40,38 +42,51 @@ namespace {
     return needed;
 }
 
-/// Takes the instructions at those places, in falling order, out of the list.
-void Remove(SlcListICode& list, const std::vector<std::size_t>& places)
+/// True if something lies between two marks, and nothing else. Places in rising order.
+[[nodiscard]] bool JoinsMarks(const std::deque<SlcPtr<SlcICode>>& codes,
+                              std::span<const std::size_t> removed)
 {
-    std::deque<SlcPtr<SlcICode>> kept;
-    auto next = places.rbegin();
-    for (std::size_t i = 0; i < list.m_icodes.size(); ++i) {
-        if (next != places.rend() && *next == i)
-            ++next;
-        else
-            kept.push_back(std::move(list.m_icodes[i]));
+    for (std::size_t i = 0; i < removed.size(); ++i) {
+        const std::size_t before = removed[i];
+        while (i + 1 < removed.size() && removed[i + 1] == removed[i] + 1)
+            ++i;
+        const std::size_t behind = removed[i] + 1;
+        if (before > 0 && behind < codes.size() &&
+            SlcRemoveEmptyBlocks::IsMark(*codes[before - 1]) &&
+            SlcRemoveEmptyBlocks::IsMark(*codes[behind]))
+            return true;
     }
-    list.m_icodes.swap(kept);
+    return false;
 }
 
 }  // namespace
 
-bool SlcDeadCodeElimination::EliminateCode(SlcListICode& list, const SlcControlFlowGraph& graph,
+bool SlcDeadCodeElimination::EliminateCode(SlcListICode& list, SlcControlFlowGraph& graph,
                                            SlcDataflowAnalysis& analysis)
 {
-    const SlcNeededVariables needed = NeededVariables(graph, analysis);
+    m_needed = NeededVariables(graph, analysis);
+    FindDeadCode(graph, analysis);
+    if (m_removed.empty())
+        return false;
+    std::reverse(m_removed.begin(), m_removed.end());
+    m_keepsMarksApart = !JoinsMarks(list.m_icodes, m_removed);
+    SlcRemoveAt(m_removed, list.m_icodes);
+    Update(graph, analysis);
+    return true;
+}
+
+void SlcDeadCodeElimination::FindDeadCode(const SlcControlFlowGraph& graph,
+                                          SlcDataflowAnalysis& analysis)
+{
     SlcLiveTest live(analysis);
     const auto nobodyReads = [&](int variable) {
-        return !needed.IsNeeded(variable) || !live.IsLive(variable);
+        return !m_needed.IsNeeded(variable) || !live.IsLive(variable);
     };
-
-    m_isComplete = true;
-    std::vector<std::size_t> removed;
-    std::size_t place = list.m_icodes.size();
+    std::size_t place = graph.Codes().size();
     const auto& blocks = graph.Blocks();
     for (auto block = blocks.rbegin(); block != blocks.rend(); ++block) {
         live.StartAtEndOf(block->GetBlockId());
-        const std::size_t removedBefore = removed.size();
+        const std::size_t removedBefore = m_removed.size();
         const auto codes = block->GetListICode();
         for (auto code = codes.rbegin(); code != codes.rend(); ++code) {
             --place;
@@ -82,17 +97,36 @@ bool SlcDeadCodeElimination::EliminateCode(SlcListICode& list, const SlcControlF
                 live.StepOver(facts.uses, facts.defs);
             if (!isDead && !facts.assignsItself)
                 continue;
-            removed.push_back(place);
-            for (const int read : facts.uses)
-                m_isComplete = m_isComplete && !analysis.GoesAroundLoop(read);
+            m_removed.push_back(place);
+            Remove(**code, facts, analysis);
         }
-        if (removed.size() != removedBefore)
+        if (m_removed.size() != removedBefore) {
+            m_blocks.push_back(block->GetBlockId());
             for (const int variable : analysis.ReadFirst(block->GetBlockId()))
                 if (!live.IsReadFirst(variable))
                     analysis.ForgetRead(block->GetBlockId(), variable);
+        }
         analysis.RefreshFront(block->GetBlockId());
     }
-    if (!removed.empty())
-        Remove(list, removed);
-    return !removed.empty();
+}
+
+void SlcDeadCodeElimination::Remove(const SlcICode& code, const SlcDefUse::Facts& facts,
+                                    const SlcDataflowAnalysis& analysis)
+{
+    for (const int read : facts.uses)
+        m_isComplete = m_isComplete && !analysis.GoesAroundLoop(read);
+    m_keepsConstants =
+        m_keepsConstants && !facts.assignsItself && !SlcCopyPropagation::ForgetsReads(code);
+}
+
+// Sets that came around a loop may have been too large on the walk. Where they have stayed as they
+// were, and the variables that are needed too, another walk would see what this one saw.
+void SlcDeadCodeElimination::Update(SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis)
+{
+    m_keepsGraph = graph.Remove(m_removed);
+    if (!m_keepsGraph)
+        return;
+    const bool hasChanged = analysis.Update(m_blocks);
+    if (!m_isComplete && !hasChanged)
+        m_isComplete = NeededVariables(graph, analysis).FoundTheSame(m_needed);
 }

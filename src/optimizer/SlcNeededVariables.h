@@ -26,6 +26,10 @@ public:
     void Solve();
 
     [[nodiscard]] bool IsNeeded(int variable) const { return m_needed[variable] != 0; }
+    [[nodiscard]] bool FoundTheSame(const SlcNeededVariables& other) const
+    {
+        return m_needed == other.m_needed;
+    }
 
 private:
     struct Computation {

@@ -1,14 +1,25 @@
-// Rounds of passes until nothing changes. Each change leaves liveness stale, and the graph too
-// unless it only put operands in the place of others, so a round builds what is stale and needed,
-// does one change, and begins again:
+// Rounds of passes until nothing changes. Each change sends the passes that may find something new
+// over the code again, and no others:
 //
 //     round     1. dead code           2. empty blocks     3. constants and folding     4. loops
 //               the first of them that changes the list ends the round
-//     no change the temporaries are shared, once; rounds again, since that leaves x = x
+//     no change the temporaries are shared, once; rounds again if that leaves x = x
 //     no change the end
 //
-// A round leaves out the search for dead code while no instruction that reads something has gone or
-// changed since the last complete one: labels, plain jumps and brackets keep no variable alive.
+// Graph and liveness stay over rounds. Where instructions have gone or got constants for operands,
+// and the blocks are those before, they are told which blocks to look at again; any other change
+// has them made anew when a pass asks.
+//
+// What is known to be absent (m_isClean) is not searched for:
+//
+//     dead code       after a complete search, as long as nothing that reads something goes or
+//                     changes: labels, plain jumps and brackets keep no variable alive
+//     empty blocks    after a search that found none, until labels, jumps or brackets become
+//                     neighbours. Runs that only the accesses to uniform variables keep apart have
+//                     them searched for after each change
+//     constants       after a walk that only put assignments in the place of instructions, since a
+//                     second one would see what the first saw, until a way is gone by which a value
+//                     could come
 //
 // Constants are put in and folded in one walk, instruction by instruction, so that a chain like
 // `x = 2; y = x + 1; z = y` is done at once, where two passes would need a round for each link.
@@ -28,6 +39,7 @@
 #include "optimizer/SlcDataflowAnalysis.h"
 #include "optimizer/SlcDeadCodeElimination.h"
 #include "optimizer/SlcReduceNumberTmps.h"
+#include "optimizer/SlcRemoveAt.h"
 #include "optimizer/SlcRemoveEmptyBlocks.h"
 
 namespace {
@@ -64,8 +76,7 @@ void SlcOptimizeBasicBlocks::Optimize(SlcPtr<SlcListICode>& list)
     const int maxRounds = repeats ? k_maxRounds : 1;
     m_variables = std::make_unique<SlcVariableNumbers>(*list);
     m_defUse = std::make_unique<SlcDefUse>(*m_variables);
-    m_graphIsCurrent = false;
-    m_hasNoDeadCode = false;
+    ForgetAll();
     bool updated = false;
     bool changed = true;
     for (int round = 0; changed && round < maxRounds; ++round) {
@@ -74,9 +85,8 @@ void SlcOptimizeBasicBlocks::Optimize(SlcPtr<SlcListICode>& list)
         if (m_options.m_validateICode)
             SlcICodeValidator::Require(*list, SlcICodeValidator::Stage::Optimized);
         if (!changed && !updated) {
-            UpdateVariables(*list);
+            changed = UpdateVariables(*list);
             updated = true;
-            changed = true;
         }
     }
     if (m_options.m_convertTmpVarDetail)
@@ -87,12 +97,22 @@ void SlcOptimizeBasicBlocks::Optimize(SlcPtr<SlcListICode>& list)
     }
 }
 
-void SlcOptimizeBasicBlocks::BuildGraph(SlcListICode& list)
+void SlcOptimizeBasicBlocks::ForgetAll()
 {
     m_analysis.reset();
-    if (!m_graphIsCurrent)
+    m_graph.reset();
+    m_isClean = {};
+}
+
+void SlcOptimizeBasicBlocks::BuildGraph(SlcListICode& list)
+{
+    // Dumps show each round as if it were the only one.
+    if (m_options.m_printBlockICode)
+        ForgetAll();
+    if (!m_graph) {
+        m_analysis.reset();
         m_graph = std::make_unique<SlcControlFlowGraph>(list);
-    m_graphIsCurrent = true;
+    }
     if (m_options.m_printBlockICode) {
         std::ofstream out("usedefvars.txt");
         Liveness().Print(out);
@@ -108,32 +128,50 @@ SlcDataflowAnalysis& SlcOptimizeBasicBlocks::Liveness()
 
 bool SlcOptimizeBasicBlocks::EliminateCode(SlcListICode& list)
 {
-    if (!m_options.m_deadCodeElimination)
+    return m_options.m_deadCodeElimination && (RemoveDeadCode(list) || RemoveEmptyBlocks(list));
+}
+
+bool SlcOptimizeBasicBlocks::RemoveDeadCode(SlcListICode& list)
+{
+    if (m_isClean.ofDeadCode)
         return false;
-    bool changed = false;
-    if (!m_hasNoDeadCode) {
-        SlcDeadCodeElimination deadCode;
-        changed = deadCode.EliminateCode(list, *m_graph, Liveness());
-        m_hasNoDeadCode = deadCode.IsComplete();
-    }
-    if (!changed) {
-        SlcRemoveEmptyBlocks emptyBlocks;
-        changed = emptyBlocks.RemoveUnreachable(*m_graph, list);
-        changed |= emptyBlocks.RemoveBlocks(list);
-        m_hasNoDeadCode = m_hasNoDeadCode && !emptyBlocks.HasRemovedReads();
-    }
-    m_graphIsCurrent = m_graphIsCurrent && !changed;
-    return changed;
+    SlcDeadCodeElimination pass;
+    const bool changed = pass.EliminateCode(list, *m_graph, Liveness());
+    m_isClean.ofDeadCode = pass.IsComplete();
+    if (!changed)
+        return false;
+    m_isClean.ofEmptyBlocks = m_isClean.ofEmptyBlocks && pass.KeepsMarksApart() && !m_hasKeptSeams;
+    m_isClean.ofConstants = m_isClean.ofConstants && pass.KeepsConstants();
+    if (!pass.KeepsGraph())
+        m_graph.reset();
+    return true;
+}
+
+bool SlcOptimizeBasicBlocks::RemoveEmptyBlocks(SlcListICode& list)
+{
+    if (m_isClean.ofEmptyBlocks)
+        return false;
+    SlcRemoveEmptyBlocks pass;
+    bool changed = pass.RemoveUnreachable(*m_graph, list);
+    changed |= pass.RemoveBlocks(list);
+    m_hasKeptSeams = pass.HasKeptSeams();
+    m_isClean.ofEmptyBlocks = !changed;
+    if (!changed)
+        return false;
+    m_isClean.ofDeadCode = m_isClean.ofDeadCode && !pass.HasRemovedReads();
+    m_isClean.ofConstants = false;
+    m_graph.reset();
+    return true;
 }
 
 bool SlcOptimizeBasicBlocks::ChangeCode(SlcListICode& list)
 {
-    const bool isFolded = PropagateAndFold(list);
-    const bool isMoved = !isFolded && m_options.m_codeMotion &&
-                         SlcCodeMotion(*m_graph, Liveness()).OptimizeLoops(list);
-    m_graphIsCurrent = m_graphIsCurrent && !isMoved;
-    m_hasNoDeadCode = m_hasNoDeadCode && !isFolded && !isMoved;
-    return isFolded || isMoved;
+    if (!m_isClean.ofConstants && PropagateAndFold(list))
+        return true;
+    if (!m_options.m_codeMotion || !SlcCodeMotion(*m_graph, Liveness()).OptimizeLoops(list))
+        return false;
+    ForgetAll();
+    return true;
 }
 
 bool SlcOptimizeBasicBlocks::PropagateAndFold(SlcListICode& list)
@@ -141,13 +179,17 @@ bool SlcOptimizeBasicBlocks::PropagateAndFold(SlcListICode& list)
     SlcCopyPropagation propagation(*m_graph, *m_variables);
     SlcConvertConstOp folding;
     folding.Begin();
-    std::deque<SlcPtr<SlcICode>> output;
-    bool isCopying = false;  // from the first change on
+    std::vector<std::size_t> removed;
+    std::vector<int> changedBlocks;
+    bool isSettled = true;  // only operands, and assignments for instructions that compute
     std::size_t place = 0;
     for (const auto& block : m_graph->Blocks()) {
         propagation.EnterBlock(block);
+        bool isChanged = false;
         SlcPtr<SlcICode> code;
-        for (const auto& original : block.GetListICode()) {
+        const std::size_t end = place + block.GetListICode().size();
+        for (; place < end; ++place) {
+            const SlcPtr<SlcICode> original = m_graph->Codes()[place];
             code = original;
             // Brackets of runs have no operands.
             const bool isBracket =
@@ -160,30 +202,47 @@ bool SlcOptimizeBasicBlocks::PropagateAndFold(SlcListICode& list)
                 if (code && !(code == original) && m_options.m_copyPropagation)
                     propagation.Propagate(code);
             }
-            const bool isKept = code && !folding.IsDropping();
-            if (!isCopying && !(isKept && code == original)) {
-                output.assign(list.m_icodes.begin(),
-                              list.m_icodes.begin() + static_cast<std::ptrdiff_t>(place));
-                isCopying = true;
+            if (!code || folding.IsDropping()) {
+                removed.push_back(place);
+                continue;
             }
-            if (isCopying && isKept)
-                output.push_back(code);
-            ++place;
+            isChanged = isChanged || code->m_flowIndex < 0;
+            if (code == original)
+                continue;
+            list.m_icodes[place] = code;
+            isSettled = isSettled && SlcConvertConstOp::IsSettled(*code);
+            if (isSettled)
+                m_graph->Replace(place, code);
         }
         propagation.LeaveBlock(block);
         propagation.DropEdge(block, DroppedSuccessor(block, code, folding.IsDropping()));
+        if (isChanged)
+            changedBlocks.push_back(block.GetBlockId());
     }
-    if (isCopying) {
-        list.m_icodes.swap(output);
-        m_graphIsCurrent = false;
-    }
+    SlcRemoveAt(removed, list.m_icodes);
+    NoteFolded(isSettled && removed.empty(), changedBlocks);
     return propagation.HasChanged() || folding.HasChanged();
 }
 
-void SlcOptimizeBasicBlocks::UpdateVariables(SlcListICode& list)
+void SlcOptimizeBasicBlocks::NoteFolded(bool isSettled, std::span<const int> changedBlocks)
+{
+    m_isClean.ofConstants = isSettled;
+    if (!isSettled) {
+        m_isClean.ofDeadCode = false;
+        m_isClean.ofEmptyBlocks = false;
+        m_graph.reset();
+    } else if (!changedBlocks.empty()) {
+        m_isClean.ofDeadCode = false;
+        m_isClean.ofEmptyBlocks = m_isClean.ofEmptyBlocks && !m_hasKeptSeams;
+        if (m_analysis)
+            m_analysis->Update(changedBlocks);
+    }
+}
+
+bool SlcOptimizeBasicBlocks::UpdateVariables(SlcListICode& list)
 {
     if (!m_options.m_reduceNumberTmps)
-        return;
+        return false;
     // Only variables that will be stored alike may share storage. The passes to come still take all
     // of them for varying, since a uniform one could be carried out of its run.
     if (m_options.m_convertTmpVarDetail)
@@ -191,11 +250,12 @@ void SlcOptimizeBasicBlocks::UpdateVariables(SlcListICode& list)
     std::ofstream dump;
     if (m_options.m_printBlockICode)
         dump.open("depend-graph.txt");
-    m_hasNoDeadCode = false;
-    SlcReduceNumberTmps().Reduce(list, *m_graph, Liveness(),
-                                 m_options.m_printBlockICode ? &dump : nullptr);
+    const bool assignsToItself = SlcReduceNumberTmps().Reduce(
+        list, *m_graph, Liveness(), m_options.m_printBlockICode ? &dump : nullptr);
     m_defUse->ForgetAll();
     SlcForgetTmpVarDetail(*m_variables);
+    ForgetAll();
+    return assignsToItself;
 }
 
 void SlcOptimizeBasicBlocks::DumpBlocks() const

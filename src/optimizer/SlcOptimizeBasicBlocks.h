@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <span>
 
 #include "optimizer/SlcICodeOptimizer.h"
 
@@ -26,25 +27,38 @@ public:
 private:
     void Default(SlcPtr<SlcICode>) override {}
 
-    /// Brings the graph up to date with `list`. Liveness is made when a pass asks for it.
+    /// Graph, liveness and what is known of the code.
+    void ForgetAll();
+    /// Makes the graph of `list` if there is none. Liveness is made when a pass asks for it.
     void BuildGraph(SlcListICode& list);
     [[nodiscard]] SlcDataflowAnalysis& Liveness();
     /// Removes dead code or, if there is none, empty blocks.
     [[nodiscard]] bool EliminateCode(SlcListICode& list);
+    [[nodiscard]] bool RemoveDeadCode(SlcListICode& list);
+    [[nodiscard]] bool RemoveEmptyBlocks(SlcListICode& list);
     /// Rewrites what is left: constants first, or else loops.
     [[nodiscard]] bool ChangeCode(SlcListICode& list);
     /// Constant propagation and folding in one walk, so that a chain of constants takes one round.
     [[nodiscard]] bool PropagateAndFold(SlcListICode& list);
-    /// Lets varying variables share storage.
-    void UpdateVariables(SlcListICode& list);
+    /// After such a walk. `isSettled`: another one would find nothing, and the blocks are as
+    /// before.
+    void NoteFolded(bool isSettled, std::span<const int> changedBlocks);
+    /// Lets varying variables share storage; true if some instruction is x = x now.
+    [[nodiscard]] bool UpdateVariables(SlcListICode& list);
     /// Into the file "blockicode.txt".
     void DumpBlocks() const;
 
     SlcOptionsControl& m_options;
     std::unique_ptr<SlcVariableNumbers> m_variables;
     std::unique_ptr<SlcDefUse> m_defUse;
-    std::unique_ptr<SlcControlFlowGraph> m_graph;     // of the code as it stood at the last build
-    std::unique_ptr<SlcDataflowAnalysis> m_analysis;  // likewise; null before a pass needs it
-    bool m_graphIsCurrent = false;  // the instructions are those of the graph, whatever operands
-    bool m_hasNoDeadCode = false;   // nothing has changed what is dead since it was removed
+    std::unique_ptr<SlcControlFlowGraph> m_graph;     // of the code as it is; null if stale
+    std::unique_ptr<SlcDataflowAnalysis> m_analysis;  // of the graph; null before a pass needs it
+    /// What the code is known not to have.
+    struct Clean {
+        bool ofDeadCode = false;
+        bool ofEmptyBlocks = false;
+        bool ofConstants = false;  // that could be put in or folded
+    };
+    Clean m_isClean;
+    bool m_hasKeptSeams = false;  // the last search for empty blocks left some
 };

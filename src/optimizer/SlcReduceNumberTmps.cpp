@@ -18,6 +18,7 @@
 #include <ostream>
 #include <set>
 
+#include "icode/SlcAssignICode.h"
 #include "icode/SlcOperandWalker.h"
 #include "optimizer/SlcLiveRanges.h"
 #include "optimizer/SlcRangeColors.h"
@@ -75,7 +76,15 @@ public:
     {
     }
 
+    [[nodiscard]] bool AssignsToItself() const { return m_assignsToItself; }
+
 private:
+    using SlcOperandWalker::Case;
+    void Case(SlcPtr<SlcAssignICode> code) override
+    {
+        SlcOperandWalker::Case(code);
+        m_assignsToItself = m_assignsToItself || code->m_dest == code->m_source;
+    }
     void Read(SlcOperand& operand) override { Replace(operand); }
     void Write(SlcOperand& operand) override { Replace(operand); }
     void ReadWrite(SlcOperand& operand) override { Replace(operand); }
@@ -88,17 +97,18 @@ private:
     }
 
     const std::vector<SlcOperand>& m_replacements;  // by number; null for what stays
+    bool m_assignsToItself = false;
 };
 
 }  // namespace
 
-void SlcReduceNumberTmps::Reduce(SlcListICode& list, const SlcControlFlowGraph& graph,
+bool SlcReduceNumberTmps::Reduce(SlcListICode& list, const SlcControlFlowGraph& graph,
                                  SlcDataflowAnalysis& analysis, std::ostream* dump)
 {
     Colour(graph, analysis);
     if (dump)
         PrintGraph(*dump, graph, analysis);
-    Rename(list, analysis.Variables());
+    return Rename(list, analysis.Variables());
 }
 
 void SlcReduceNumberTmps::Colour(const SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis)
@@ -119,7 +129,7 @@ void SlcReduceNumberTmps::Colour(const SlcControlFlowGraph& graph, SlcDataflowAn
     }
 }
 
-void SlcReduceNumberTmps::Rename(SlcListICode& list, const SlcVariableNumbers& variables)
+bool SlcReduceNumberTmps::Rename(SlcListICode& list, const SlcVariableNumbers& variables)
 {
     std::vector<SlcOperand> replacements(variables.Count());
     std::deque<SlcOperand> declared;
@@ -137,6 +147,7 @@ void SlcReduceNumberTmps::Rename(SlcListICode& list, const SlcVariableNumbers& v
     RenameWalker walker(replacements);
     for (const auto& code : list.m_icodes)
         walker.Visit(code);
+    return walker.AssignsToItself();
 }
 
 // Shows the whole graph, of which the colouring needs but a part.

@@ -15,8 +15,8 @@ class SlcReduceNumberTmps {
 public:
     /// Renames operands in `list` and reduces its used locals to those still named. `graph` and
     /// `analysis` must belong to `list`, and are stale afterwards. If `dump` is not null, the
-    /// interference graph is printed there.
-    void Reduce(SlcListICode& list, const SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis,
+    /// interference graph is printed there. True if a variable is assigned to itself now.
+    bool Reduce(SlcListICode& list, const SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis,
                 std::ostream* dump);
 
 private:
@@ -29,8 +29,8 @@ private:
 
     /// Computes the kind and the color of each variable.
     void Colour(const SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis);
-    /// Replaces all variables of a color by the first.
-    void Rename(SlcListICode& list, const SlcVariableNumbers& variables);
+    /// Replaces all variables of a color by the first; true if one is assigned to itself then.
+    [[nodiscard]] bool Rename(SlcListICode& list, const SlcVariableNumbers& variables);
     void PrintGraph(std::ostream& out, const SlcControlFlowGraph& graph,
                     SlcDataflowAnalysis& analysis) const;
 

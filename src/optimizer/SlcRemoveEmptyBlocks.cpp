@@ -20,6 +20,7 @@
 #include <vector>
 
 #include "icode/SlcICodes.h"
+#include "optimizer/SlcRemoveAt.h"
 #include "optimizer/SlcUniformAccess.h"
 
 namespace {
@@ -180,17 +181,9 @@ bool SlcRemoveEmptyBlocks::Phase(RemovePhase phase, SlcListICode& list)
 void SlcRemoveEmptyBlocks::RemoveAt(const std::vector<std::size_t>& removed,
                                     std::deque<SlcPtr<SlcICode>>& codes)
 {
-    std::size_t gone = 0;
-    for (std::size_t place = removed.front(); place < codes.size(); ++place) {
-        if (gone < removed.size() && removed[gone] == place)
-            ++gone;
-        else
-            codes[place - gone].Swap(codes[place]);
-    }
-    codes.erase(codes.end() - static_cast<std::ptrdiff_t>(gone), codes.end());
-
+    SlcRemoveAt(removed, codes);
     std::vector<std::size_t> places;
-    gone = 0;
+    std::size_t gone = 0;
     for (const std::size_t place : m_places) {
         if (gone < removed.size() && removed[gone] == place)
             ++gone;
@@ -213,7 +206,9 @@ bool SlcRemoveEmptyBlocks::RemovePairs(SlcListICode& list)
     const auto mayJoin = [&](std::size_t first, std::size_t next) {
         if (!uniforms)
             uniforms.emplace(list.m_icodes);
-        return uniforms->Join(first, next);
+        const bool joins = uniforms->Join(first, next);
+        m_hasKeptSeams = m_hasKeptSeams || !joins;
+        return joins;
     };
     struct Kept {
         std::size_t place;  // in the list

@@ -20,6 +20,14 @@ public:
     [[nodiscard]] bool RemoveBlocks(SlcListICode& list);
     /// Something that is gone has read a variable, which may be dead now.
     [[nodiscard]] bool HasRemovedReads() const { return m_hasRemovedReads; }
+    /// Two runs lie side by side that would be one if they accessed other uniform variables.
+    [[nodiscard]] bool HasKeptSeams() const { return m_hasKeptSeams; }
+    /// True if `code` may be one of two neighbours of which something is removed.
+    [[nodiscard]] static bool IsMark(const SlcICode& code)
+    {
+        using namespace SlcICodeTraits;
+        return code.Is(NamesLabel | OpensRun | ClosesRun | OpensGuard | ClosesGuard);
+    }
 
 private:
     enum class RemovePhase {
@@ -59,6 +67,7 @@ private:
     bool m_remove = false;
     bool m_changed = false;
     bool m_hasRemovedReads = false;
+    bool m_hasKeptSeams = false;
     std::unordered_map<const SlcLabelICode*, SlcLabel>
         m_aliases;  // what takes the place of a label
 };

@@ -43,10 +43,15 @@ std::size_t SlcCompilation::NumberOf(std::atomic<std::size_t>& number)
     return own;
 }
 
-void SlcCompilation::Put(std::size_t number, std::unique_ptr<AnyHolder> part)
+SlcCompilation::AnyHolder& SlcCompilation::Make(std::atomic<std::size_t>& number,
+                                                std::unique_ptr<AnyHolder> (*make)())
 {
-    if (number >= m_parts.size())
-        m_parts.resize(number + 1);
-    m_parts[number] = std::move(part);
-    m_order.push_back(number);
+    const std::size_t own = NumberOf(number);
+    // What a part asks for while it is made comes before it.
+    std::unique_ptr<AnyHolder> part = make();
+    if (own >= m_parts.size())
+        m_parts.resize(own + 1);
+    m_parts[own] = std::move(part);
+    m_order.push_back(own);
+    return *m_parts[own];
 }

@@ -39,18 +39,15 @@ public:
 
     /// Returns the compilation's only `T`, which is made on first use. Each folder keeps its state
     /// in private classes that no other folder names.
+    ///
+    /// Asked for several times a token: what is expanded in place is the look-up alone.
     template <class T>
     [[nodiscard]] T& Part()
     {
-        // Asked for several times a token, so that it has no guard of a static object that is made
-        // later.
-        static constinit std::atomic<std::size_t> number = 0;
-        std::size_t own = number.load(std::memory_order_relaxed);
-        if (own >= m_parts.size() || !m_parts[own]) {
-            own = NumberOf(number);
-            Put(own, std::make_unique<Holder<T>>());
-        }
-        return static_cast<Holder<T>&>(*m_parts[own]).value;
+        const std::size_t own = s_number<T>.load(std::memory_order_relaxed);
+        if (own < m_parts.size() && m_parts[own]) [[likely]]
+            return static_cast<Holder<T>&>(*m_parts[own]).value;
+        return static_cast<Holder<T>&>(Make(s_number<T>, MakeHolder<T>)).value;
     }
 
 private:
@@ -62,13 +59,23 @@ private:
         T value{};
     };
 
+    template <class T>
+    [[nodiscard]] static std::unique_ptr<AnyHolder> MakeHolder()
+    {
+        return std::make_unique<Holder<T>>();
+    }
+
     /// The calling thread is in no other.
     [[nodiscard]] static SlcCompilation& OwnOfThread();
     /// The number of a kind of part, which gets one here if it is still 0.
     [[nodiscard]] static std::size_t NumberOf(std::atomic<std::size_t>& number);
-    void Put(std::size_t number, std::unique_ptr<AnyHolder> part);
+    [[nodiscard]] AnyHolder& Make(std::atomic<std::size_t>& number,
+                                  std::unique_ptr<AnyHolder> (*make)());
 
     static constinit thread_local SlcCompilation* t_entered;
+    /// The number of a kind of part, the same in all compilations; 0 before one has had it.
+    template <class T>
+    static constinit inline std::atomic<std::size_t> s_number = 0;
 
     std::vector<std::unique_ptr<AnyHolder>> m_parts;  // by number; none has 0
     std::vector<std::size_t> m_order;                 // order of creation

@@ -255,7 +255,7 @@ TEST(SlcDeadCodeElimination, RemovesAllThatIsDead)
         for (bool changed = true; changed;) {
             const SlcVariableNumbers variables(*list);
             SlcDefUse defUse(variables);
-            const SlcControlFlowGraph graph(*list);
+            SlcControlFlowGraph graph(*list);
             SlcDataflowAnalysis analysis(graph, variables, defUse);
             changed = SlcDeadCodeElimination().EliminateCode(*list, graph, analysis);
         }

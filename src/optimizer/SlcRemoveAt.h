@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <utility>
+
+/// Takes the elements at these places, in rising order, out of a vector or deque. What lies before
+/// the first of them is not touched.
+template <class Elements>
+void SlcRemoveAt(std::span<const std::size_t> places, Elements& elements)
+{
+    if (places.empty())
+        return;
+    auto next = places.begin();
+    auto kept = elements.begin() + static_cast<std::ptrdiff_t>(*next);
+    std::size_t place = *next;
+    for (auto element = kept; element != elements.end(); ++element, ++place) {
+        if (next != places.end() && *next == place) {
+            ++next;
+        } else {
+            *kept = std::move(*element);
+            ++kept;
+        }
+    }
+    elements.erase(kept, elements.end());
+}
