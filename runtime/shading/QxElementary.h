@@ -156,13 +156,13 @@ inline double Pow(double x, double y)
     return ExpOfBase2(y * (LogOfBase2(Parts(x)) + x * 1e-300));
 }
 
-/// The same to the bit, for a positive and finite x. Outside of vectors bits and exponents are cheaper
-/// to look at than to choose from, and to multiply takes less time than to add to the exponent.
+/// The same to the bit outside of vectors, where rare cases are cheaper to branch for than to choose from, and to
+/// multiply takes less time than to add to the exponent.
 inline double PowAtPoint(double x, double y)
 {
-    const double t = y * LogOfBase2(Parts(x));
-    if (!(Magnitude(t) < 160))
-        return ExpOfBase2(t);
+    double t = y * (LogOfBase2(Parts(x)) + x * 1e-300);
+    if (Magnitude(t) > 160)
+        t = t < 0 ? -160 : 160;
     const double shifted = t + k_wholeNumbers;
     const double r = t - (shifted - k_wholeNumbers);
     return PartialPower(r) * DoubleOf((WordOf(shifted) + 1023) << 52);

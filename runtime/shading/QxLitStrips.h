@@ -15,6 +15,16 @@
 
 constexpr unsigned int k_qxStrip = 64;
 
+/// Powers of a strip that are computed together: the vectors of most processors divide it.
+constexpr unsigned int k_qxPlaces = 8;
+
+/// Before a loop that runs few times: compilers would make many copies of its body.
+#ifdef __clang__
+#define QX_ONE_BY_ONE _Pragma("clang loop unroll(disable) vectorize(disable)")
+#else
+#define QX_ONE_BY_ONE _Pragma("GCC unroll 1")
+#endif
+
 /// Numbers of a strip.
 struct QxNumbers {
     alignas(32) float at[k_qxStrip];
@@ -56,23 +66,27 @@ template <class Strip>
 inline void QxPowersOfStrip(QxNumbers& shares, const QxNumbers& facing, const QxNumbers& bases,
                             const QxNumbers& exponents, const Strip& strip)
 {
-    unsigned int places[k_qxStrip];
+    unsigned int points[k_qxStrip];
+    QxNumbers packed = {};
+    QxNumbers packedExponents = {};
     unsigned int count = 0;
     for (unsigned int j = 0; j < strip.count; ++j) {
-        places[count] = j;
+        points[count] = j;
+        packed.at[count] = bases.at[j];
+        packedExponents.at[count] = exponents.at[j];
         count += facing.at[j] <= 0 || !strip.Has(j) ? 0u : 1u;
         shares.at[j] = 0;
     }
-    QxNumbers packed;
-    QxNumbers packedExponents;
-    for (unsigned int k = 0; k < count; ++k) {
-        packed.at[k] = bases.at[places[k]];
-        packedExponents.at[k] = exponents.at[places[k]];
+    // With a fixed count no second loop is compiled for the rest. Past the last power stands any number.
+    for (unsigned int first = 0; first < count; first += k_qxPlaces) {
+        float* const powers = packed.at + first;
+        const float* const powersOf = packedExponents.at + first;
+        for (unsigned int k = 0; k < k_qxPlaces; ++k)
+            powers[k] = QxPowOfNonNegative(QxMax(0, powers[k]), powersOf[k]);
     }
+    QX_ONE_BY_ONE
     for (unsigned int k = 0; k < count; ++k)
-        packed.at[k] = QxPowOfNonNegative(QxMax(0, packed.at[k]), packedExponents.at[k]);
-    for (unsigned int k = 0; k < count; ++k)
-        shares.at[places[k]] = packed.at[k];
+        shares.at[points[k]] = packed.at[k];
 }
 
 struct QxSpecularStrip {
@@ -211,6 +225,7 @@ inline void QxLitOverGrid(unsigned int points, const Where& where, const Call& c
                           Result&& result, const Operands&... operands)
 {
     if (points < k_qxFewestForStrips) {
+        QX_ONE_BY_ONE
         for (unsigned int i = 0; i < points; ++i)
             if (where(i))
                 QxAt(result, i) = call(i, QxAt(operands, i)...);

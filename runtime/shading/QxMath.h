@@ -66,8 +66,13 @@ inline float QxPow(float base, float exponent)
 /// The same value where no loop could become one of vectors.
 inline float QxPowAtPoint(float base, float exponent)
 {
-    const bool isPlain = base > 0 && base <= 0x1.fffffep+127f && exponent != 2;
-    return isPlain ? static_cast<float>(qxmath::PowAtPoint(base, exponent)) : QxPow(base, exponent);
+    if (exponent == 2)
+        return base * base;
+    const double y = exponent;
+    const double power = qxmath::PowAtPoint(qxmath::Magnitude(base), y);
+    if (base < 0)
+        return qxmath::IsWhole(y) ? static_cast<float>(power * qxmath::SignForOdd(y)) : 0;
+    return base == 0 ? 0 : static_cast<float>(power);
 }
 
 inline float QxSqrt(float x)

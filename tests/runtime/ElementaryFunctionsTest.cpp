@@ -4,9 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <limits>
 
 #include "QxBuiltInNames.h"
@@ -162,6 +164,34 @@ TEST(ElementaryFunctions, OfTwoArgumentsHaveTheErrorsThatTheyState)
     }
     pow.Expect("pow", 0.65);
     atan.Expect("atan2", 0.60);
+}
+
+// One kernel takes one form, another kernel and shared objects take others.
+TEST(ElementaryFunctions, PowersHaveTheSameBitsInAllForms)
+{
+    const auto areSame = [](float a, float b) {
+        return std::bit_cast<unsigned>(a) == std::bit_cast<unsigned>(b) ||
+               (std::isnan(a) && std::isnan(b));
+    };
+    const float odd[] = {0,         -0.0F,         1,        2,      -1,
+                         3,         0.5F,          1e30F,    1e-40F, INFINITY,
+                         -INFINITY, std::nanf(""), 16777215, -2};
+    Numbers numbers;
+    const auto next = [&](int i, int period) {
+        if (i % period == 0)
+            return odd[numbers.Next() % std::size(odd)];
+        return i % 2 == 0 ? FloatOf(numbers.Next()) : numbers.Within(5);
+    };
+    for (int i = 0; i < 400'000; ++i) {
+        const float x = next(i, 5);
+        const float y = next(i, 7);
+        const float power = QxPowInVectors(x, y);
+        EXPECT_PRED2(areSame, QxPow(x, y), power) << x << " to the power of " << y;
+        EXPECT_PRED2(areSame, QxPowAtPoint(x, y), power) << x << " to the power of " << y;
+        if (!(x < 0)) {
+            EXPECT_PRED2(areSame, QxPowOfNonNegative(x, y), power) << x << " to the power of " << y;
+        }
+    }
 }
 
 TEST(ElementaryFunctions, AreExactWhereAPersonExpectsIt)
