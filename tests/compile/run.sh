@@ -9,7 +9,7 @@ top=$(cd "$(dirname "$0")/../.." && pwd)
 bin=$(cd "$1" && pwd)
 compiler=$2
 shift 2
-unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS SLC_CC_INCLUDE CPATH
+unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS SLC_CC_PROCESSOR SLC_CC_INCLUDE CPATH
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cd "$scratch" || exit 1

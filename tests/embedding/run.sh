@@ -9,6 +9,7 @@ build=$(cd "$1" && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cd "$scratch"
+unset SLC_CC_PROCESSOR
 export SLC_CC_OPTIONS=-O0
 
 # shellcheck source=tests/embedding/programs.sh

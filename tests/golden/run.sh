@@ -14,7 +14,7 @@ if [ "${1:-}" = --update ]; then
 fi
 PATH="$(cd "$1" && pwd):$PATH"
 shift
-unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS SLC_CC_INCLUDE CPATH
+unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS SLC_CC_PROCESSOR SLC_CC_INCLUDE CPATH
 export LC_ALL=C
 
 # The default commands are announced on every run, and one of them holds a machine's path.

@@ -8,7 +8,7 @@ build=$(cd "$1" && pwd)
 python=$2
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
-unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_INCLUDE
+unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_PROCESSOR SLC_CC_INCLUDE
 export SLC_CC_OPTIONS=-O0
 cd "$scratch"
 

@@ -8,7 +8,7 @@ headers=$(cd "$(dirname "$0")/../../runtime/shading" && pwd)
 examples=$(cd "$(dirname "$0")/../../examples" && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
-unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS SLC_CC_INCLUDE NINJA
+unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS SLC_CC_PROCESSOR SLC_CC_INCLUDE NINJA
 cd "$scratch"
 library='my shaders'
 output='com piled'

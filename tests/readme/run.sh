@@ -15,7 +15,7 @@ cp -r "$root/examples" "$root/runtime" "$scratch"
 mkdir "$scratch/build"
 ln -s "$build" "$scratch/build/release"
 cd "$scratch"
-unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS SLC_CC_INCLUDE
+unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS SLC_CC_PROCESSOR SLC_CC_INCLUDE
 
 failures=0
 fail() {
