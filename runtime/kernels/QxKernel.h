@@ -129,7 +129,6 @@ using QxPointKernel = void (*)(QxMachineState& state, const QxOperand* operands)
 
 /// How to run a primitive.
 struct QxKernelRow {
-    SqxPrimitive primitive{};
     QxKernel all = nullptr;         // every operand uniform or varying
     QxKernel masked = nullptr;      // the same where the mask is set
     QxPointKernel point = nullptr;  // null: `all` serves one point too
@@ -143,6 +142,7 @@ struct QxKernelRow {
     /// Of a list of arguments after these operands; null if there is none.
     const QxStored* rest = nullptr;
     unsigned int operandCount = 0;
+    SqxPrimitive primitive{};
     /// A point's results depend on its own operands alone, and nothing else changes: points may be
     /// handled in any order.
     bool perPoint = false;

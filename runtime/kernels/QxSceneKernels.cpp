@@ -4,6 +4,8 @@
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.
 
+#include <type_traits>
+
 #include "QxBuiltInNames.h"
 #include "QxSceneNames.h"
 
@@ -43,7 +45,7 @@ void Assign(Triple& result, float number, int component)
 template <class Result>
 void Draw(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {
-    constexpr int count = sizeof(Result) / sizeof(float);
+    constexpr int count = std::is_same_v<Result, float> ? 1 : 3;
     const auto result = Operand<Result>(state, code, 0);
     const auto drawAt = [&](unsigned int i, unsigned int point) {
         for (int k = 0; k < count; ++k)

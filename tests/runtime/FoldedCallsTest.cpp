@@ -31,18 +31,18 @@ TEST(FoldedCalls, HaveTheValuesOfTheRunTime)
 {
     static const struct {
         SqxPrimitive primitive;
-        std::vector<float> arguments;
         float value;
+        std::vector<float> arguments;
     } cases[] = {
-        {SqxPrimitive::CALL_PRIM_POW, {-8, 0.5F}, 0},  // a root of a negative number
-        {SqxPrimitive::CALL_PRIM_POW, {0, -1}, 0},
-        {SqxPrimitive::CALL_PRIM_SQRT, {-1}, 0},
-        {SqxPrimitive::CALL_PRIM_LOG2, {8, 2}, 3},
-        {SqxPrimitive::CALL_PRIM_MOD, {-2.5F, 2}, 1.5F},
-        {SqxPrimitive::CALL_PRIM_ACOS, {2}, 0},
-        {SqxPrimitive::CALL_PRIM_ROUND, {-2.5F}, -2},
-        {SqxPrimitive::CALL_PRIM_STEP, {1, 1}, 1},
-        {SqxPrimitive::CALL_PRIM_CLAMP_1D, {5, 0, 1}, 1},
+        {SqxPrimitive::CALL_PRIM_POW, 0, {-8, 0.5F}},  // a root of a negative number
+        {SqxPrimitive::CALL_PRIM_POW, 0, {0, -1}},
+        {SqxPrimitive::CALL_PRIM_SQRT, 0, {-1}},
+        {SqxPrimitive::CALL_PRIM_LOG2, 3, {8, 2}},
+        {SqxPrimitive::CALL_PRIM_MOD, 1.5F, {-2.5F, 2}},
+        {SqxPrimitive::CALL_PRIM_ACOS, 0, {2}},
+        {SqxPrimitive::CALL_PRIM_ROUND, -2, {-2.5F}},
+        {SqxPrimitive::CALL_PRIM_STEP, 1, {1, 1}},
+        {SqxPrimitive::CALL_PRIM_CLAMP_1D, 1, {5, 0, 1}},
     };
     for (const auto& c : cases)
         EXPECT_EQ(SlcFoldBuiltIn(c.primitive, c.arguments), c.value)

@@ -25,9 +25,9 @@ constexpr std::size_t k_none = static_cast<std::size_t>(-1);
 /// The fused instruction for a product and an instruction that uses it.
 struct Pair {
     SqxPrimitive user;
-    std::size_t place;    // index of the product among the user's arguments
+    unsigned char place;  // index of the product among the user's arguments
     SqxPrimitive result;  // the fused primitive
-    enum class Order { ProductFirst, ProductLast } order;
+    enum class Order : unsigned char { ProductFirst, ProductLast } order;
 };
 
 constexpr Pair k_pairs[] = {

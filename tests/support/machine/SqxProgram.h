@@ -6,7 +6,7 @@
 #include "machine/SqxGridOperations.h"
 
 /// What the machine does for an instruction.
-enum class SqxStep {
+enum class SqxStep : unsigned char {
     Plain,  // an operation at one point, or once for the whole grid
     Simd,   // the same operation at all points, outside the brackets
     Grid,   // an operation that sees all points at once
