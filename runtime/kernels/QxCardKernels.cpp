@@ -1,5 +1,5 @@
-// The functions that a card computes with a function of the shading headers: their rows follow from
-// the cards, see QxCardRows.h.
+// The functions that a card computes with a function of the shading headers, and the operators:
+// their rows follow from the cards, see QxCardRows.h.
 
 #include <algorithm>
 #include <array>
@@ -22,12 +22,24 @@ namespace {
             return __VA_ARGS__(arguments...);                                                      \
         }                                                                                          \
     };
+#define SQX_OPERATOR(primitive, text, operands, ...)                                               \
+    struct Card_##primitive {                                                                      \
+        static constexpr SqxCard card =                                                            \
+            SqxReadCard(SqxPrimitive::primitive, text, {}, #__VA_ARGS__);                          \
+        static auto Call operands { return __VA_ARGS__; }                                          \
+    };
+#define SQX_UNARY(primitive, text, ...)                                                            \
+    SQX_OPERATOR(primitive, text, (const auto& source), __VA_ARGS__)
+#define SQX_BINARY(primitive, text, ...)                                                           \
+    SQX_OPERATOR(primitive, text, (const auto& left, const auto& right), __VA_ARGS__)
 #include "sqx/SqxCards.def"
 
 constexpr QxKernelRow k_all[] = {
 #define SQX_CARD(primitive, text)
 #define SQX_SCENE_FUNCTION(primitive, text, ...)
 #define SQX_FUNCTION(primitive, text, ...) RowOfCard<Card_##primitive>(),
+#define SQX_UNARY(primitive, text, ...) RowOfCard<Card_##primitive>(),
+#define SQX_BINARY(primitive, text, ...) RowOfCard<Card_##primitive>(),
 #include "sqx/SqxCards.def"
 };
 

@@ -1,10 +1,9 @@
-// The operators, under the names by which generated C++ calls them too: a row calls the same macro,
-// so that both outputs compute the same.
+// The operators whose rows do not follow from a card, under the names by which generated C++ calls
+// them too: a row calls the same macro, so that both outputs compute the same.
 //
 // Most are cheaper than the loop around them. So each has one loop for each choice of varying and
 // uniform operands, with a mask and without, in which the compiler sees plain arrays and makes
-// vectors of them: CHEAP2 makes eight. An expensive operation, or one on matrices and texts, has
-// one loop for all choices (EACH).
+// vectors of them. An operation on matrices and strings has one loop for all choices (Each).
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp, which compares with shared objects.
 
@@ -24,17 +23,6 @@ using Text = const char*;
 
 // Looked at before it is asked whether one was true.
 constexpr unsigned int k_flagsAtOnce = 128;
-
-// A row of the table: name, type of the result, types of the arguments.
-#define CHEAP1(NAME, R, A) Cheap<R, A>(SqxPrimitive::NAME, [](R& r, const A& a) { NAME(r, a); })
-#define CHEAP2(NAME, R, A, B)                                                                      \
-    Cheap<R, A, B>(SqxPrimitive::NAME, [](R& r, const A& a, const B& b) { NAME(r, a, b); })
-#define CHEAP3(NAME, R, A, B, C)                                                                   \
-    Cheap<R, A, B, C>(SqxPrimitive::NAME,                                                          \
-                      [](R& r, const A& a, const B& b, const C& c) { NAME(r, a, b, c); })
-#define EACH1(NAME, R, A) Each<R&, A>(SqxPrimitive::NAME, [](R& r, A a) { NAME(r, a); })
-#define EACH2(NAME, R, A, B)                                                                       \
-    Each<R&, A, B>(SqxPrimitive::NAME, [](R& r, const A& a, const B& b) { NAME(r, a, b); })
 
 /// Over all current points: the flag of loops that they run together.
 QX_KERNEL_CODE void IsTrueSomewhere(QxMachineState& state, const QxCode& code,
@@ -83,85 +71,6 @@ Flag Not(Flag flag)
 
 // clang-format off
 constexpr QxKernelRow k_rows[] = {
-    CHEAP2(ADD_FLOAT_FLOAT, float, float, float),
-    CHEAP2(ADD_FLOAT_COLOR, Color, float, Color),
-    CHEAP2(ADD_FLOAT_POINT, Vector, float, Vector),
-    CHEAP2(ADD_COLOR_FLOAT, Color, Color, float),
-    CHEAP2(ADD_COLOR_COLOR, Color, Color, Color),
-    CHEAP2(ADD_POINT_FLOAT, Vector, Vector, float),
-    CHEAP2(ADD_POINT_POINT, Vector, Vector, Vector),
-    CHEAP2(SUB_FLOAT_FLOAT, float, float, float),
-    CHEAP2(SUB_FLOAT_COLOR, Color, float, Color),
-    CHEAP2(SUB_FLOAT_POINT, Vector, float, Vector),
-    CHEAP2(SUB_COLOR_FLOAT, Color, Color, float),
-    CHEAP2(SUB_COLOR_COLOR, Color, Color, Color),
-    CHEAP2(SUB_POINT_FLOAT, Vector, Vector, float),
-    CHEAP2(SUB_POINT_POINT, Vector, Vector, Vector),
-    CHEAP2(MULT_FLOAT_FLOAT, float, float, float),
-    CHEAP2(MULT_FLOAT_COLOR, Color, float, Color),
-    CHEAP2(MULT_FLOAT_POINT, Vector, float, Vector),
-    CHEAP2(MULT_COLOR_FLOAT, Color, Color, float),
-    CHEAP2(MULT_COLOR_COLOR, Color, Color, Color),
-    CHEAP2(MULT_POINT_FLOAT, Vector, Vector, float),
-    CHEAP2(MULT_POINT_POINT, Vector, Vector, Vector),
-    EACH2(MULT_FLOAT_MATRIX, Matrix, float, Matrix),
-    EACH2(MULT_MATRIX_FLOAT, Matrix, Matrix, float),
-    EACH2(MULT_MATRIX_MATRIX, Matrix, Matrix, Matrix),
-    CHEAP2(DIV_FLOAT_FLOAT, float, float, float),
-    CHEAP2(DIV_FLOAT_COLOR, Color, float, Color),
-    CHEAP2(DIV_FLOAT_POINT, Vector, float, Vector),
-    CHEAP2(DIV_COLOR_FLOAT, Color, Color, float),
-    CHEAP2(DIV_COLOR_COLOR, Color, Color, Color),
-    CHEAP2(DIV_POINT_FLOAT, Vector, Vector, float),
-    CHEAP2(DIV_POINT_POINT, Vector, Vector, Vector),
-    EACH2(DIV_FLOAT_MATRIX, Matrix, float, Matrix),
-    EACH2(DIV_MATRIX_FLOAT, Matrix, Matrix, float),
-    EACH2(DIV_MATRIX_MATRIX, Matrix, Matrix, Matrix),
-    CHEAP2(DOT_PROD_COLOR_COLOR, float, Color, Color),
-    CHEAP2(DOT_PROD_FLOAT_COLOR, float, float, Color),
-    CHEAP2(DOT_PROD_COLOR_FLOAT, float, Color, float),
-    CHEAP2(DOT_PROD_POINT_POINT, float, Vector, Vector),
-    CHEAP2(DOT_PROD_FLOAT_POINT, float, float, Vector),
-    CHEAP2(DOT_PROD_POINT_FLOAT, float, Vector, float),
-    CHEAP2(CROSS_PROD_POINT_POINT, Vector, Vector, Vector),
-    CHEAP2(CROSS_PROD_FLOAT_POINT, Vector, float, Vector),
-    CHEAP2(CROSS_PROD_POINT_FLOAT, Vector, Vector, float),
-    CHEAP2(BOOL_LESS_THEN_FLOAT_FLOAT, Flag, float, float),
-    CHEAP2(BOOL_LESS_EQUAL_FLOAT_FLOAT, Flag, float, float),
-    CHEAP2(BOOL_GREATER_THEN_FLOAT_FLOAT, Flag, float, float),
-    CHEAP2(BOOL_GREATER_EQUAL_FLOAT_FLOAT, Flag, float, float),
-    CHEAP2(BOOL_EQUAL_FLOAT_FLOAT, Flag, float, float),
-    CHEAP2(BOOL_NOT_EQUAL_FLOAT_FLOAT, Flag, float, float),
-    CHEAP2(BOOL_EQUAL_COLOR_COLOR, Flag, Color, Color),
-    CHEAP2(BOOL_EQUAL_POINT_POINT, Flag, Vector, Vector),
-    CHEAP2(BOOL_EQUAL_FLOAT_COLOR, Flag, float, Color),
-    CHEAP2(BOOL_EQUAL_COLOR_FLOAT, Flag, Color, float),
-    CHEAP2(BOOL_EQUAL_FLOAT_POINT, Flag, float, Vector),
-    CHEAP2(BOOL_EQUAL_POINT_FLOAT, Flag, Vector, float),
-    EACH2(BOOL_EQUAL_MATRIX_MATRIX, Flag, Matrix, Matrix),
-    EACH2(BOOL_EQUAL_FLOAT_MATRIX, Flag, float, Matrix),
-    EACH2(BOOL_EQUAL_MATRIX_FLOAT, Flag, Matrix, float),
-    EACH2(BOOL_EQUAL_STRING_STRING, Flag, Text, Text),
-    CHEAP2(BOOL_NOT_EQUAL_COLOR_COLOR, Flag, Color, Color),
-    CHEAP2(BOOL_NOT_EQUAL_POINT_POINT, Flag, Vector, Vector),
-    CHEAP2(BOOL_NOT_EQUAL_FLOAT_COLOR, Flag, float, Color),
-    CHEAP2(BOOL_NOT_EQUAL_COLOR_FLOAT, Flag, Color, float),
-    CHEAP2(BOOL_NOT_EQUAL_FLOAT_POINT, Flag, float, Vector),
-    CHEAP2(BOOL_NOT_EQUAL_POINT_FLOAT, Flag, Vector, float),
-    EACH2(BOOL_NOT_EQUAL_MATRIX_MATRIX, Flag, Matrix, Matrix),
-    EACH2(BOOL_NOT_EQUAL_FLOAT_MATRIX, Flag, float, Matrix),
-    EACH2(BOOL_NOT_EQUAL_MATRIX_FLOAT, Flag, Matrix, float),
-    EACH2(BOOL_NOT_EQUAL_STRING_STRING, Flag, Text, Text),
-    CHEAP1(ASSIGN_FLOAT_FLOAT, float, float),
-    CHEAP1(ASSIGN_COLOR_COLOR, Color, Color),
-    CHEAP1(ASSIGN_POINT_POINT, Vector, Vector),
-    CHEAP1(ASSIGN_COLOR_FLOAT, Color, float),
-    CHEAP1(ASSIGN_COLOR_POINT, Color, Vector),
-    CHEAP1(ASSIGN_POINT_COLOR, Vector, Color),
-    CHEAP1(ASSIGN_POINT_FLOAT, Vector, float),
-    CHEAP1(ASSIGN_BOOL_BOOL, Flag, Flag),
-    EACH1(ASSIGN_MATRIX_MATRIX, Matrix, Matrix),
-    EACH1(ASSIGN_MATRIX_FLOAT, Matrix, float),
     Each<Text&, Text>(SqxPrimitive::ASSIGN_STRING_STRING, InRun([](QxMachineState& state, Text& r, Text a) {
         ASSIGN_STRING_STRING(r, a);
         state.work->CountInner(std::strlen(r));  // `a` may have been `r`
@@ -173,8 +82,8 @@ constexpr QxKernelRow k_rows[] = {
     Cheap<float, float>(SqxPrimitive::INVERT_FLOAT, [](float& r, const float& a) { INVERT_FLOAT_FLOAT(r, a); }),
     Cheap<Color, Color>(SqxPrimitive::INVERT_COLOR, [](Color& r, const Color& a) { INVERT_COLOR_COLOR(r, a); }),
     Cheap<Vector, Vector>(SqxPrimitive::INVERT_POINT, [](Vector& r, const Vector& a) { INVERT_POINT_POINT(r, a); }),
-    CHEAP3(INIT_POINT, Vector, float, float, float),
-    CHEAP3(INIT_COLOR, Color, float, float, float),
+    Cheap<Vector, float, float, float>(SqxPrimitive::INIT_POINT, [](Vector& r, float x, float y, float z) { INIT_POINT(r, x, y, z); }),
+    Cheap<Color, float, float, float>(SqxPrimitive::INIT_COLOR, [](Color& r, float x, float y, float z) { INIT_COLOR(r, x, y, z); }),
     Each<Matrix&, float, float, float, float, float, float, float, float, float, float, float,
          float, float, float, float, float>(
         SqxPrimitive::INIT_MATRIX, [](Matrix& r, auto... values) { INIT_MATRIX(r, values...); }),

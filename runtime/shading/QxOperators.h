@@ -6,7 +6,8 @@
 #include "QxForms.h"
 #include "QxMatrixMath.h"
 
-// The operators of generated code. A number beside another type is converted to that type with the
+// The operators of generated code that do not follow from a card, and what the expressions of cards
+// call; QxCardNames.h has the others. A number beside another type is converted to that type with the
 // number in each component, for a matrix on the diagonal.
 //
 // They are macros by given names, each of which evaluates an operand once. Those on a point expand
@@ -62,92 +63,7 @@ inline void QxAssignStrings(unsigned int points, Dest&& dest, const Source& sour
 
 // clang-format off
 
-#define ADD_FLOAT_FLOAT(result, left, right) ((result) = QxNumber(left) + QxNumber(right))
-#define ADD_FLOAT_COLOR(result, left, right) ((result) = QxNumber(left) + (right))
-#define ADD_FLOAT_POINT(result, left, right) ((result) = QxNumber(left) + (right))
-#define ADD_COLOR_FLOAT(result, left, right) ((result) = (left) + QxNumber(right))
-#define ADD_COLOR_COLOR(result, left, right) ((result) = (left) + (right))
-#define ADD_POINT_FLOAT(result, left, right) ((result) = (left) + QxNumber(right))
-#define ADD_POINT_POINT(result, left, right) ((result) = (left) + (right))
-
-#define SUB_FLOAT_FLOAT(result, left, right) ((result) = QxNumber(left) - QxNumber(right))
-#define SUB_FLOAT_COLOR(result, left, right) ((result) = QxNumber(left) - (right))
-#define SUB_FLOAT_POINT(result, left, right) ((result) = QxNumber(left) - (right))
-#define SUB_COLOR_FLOAT(result, left, right) ((result) = (left) - QxNumber(right))
-#define SUB_COLOR_COLOR(result, left, right) ((result) = (left) - (right))
-#define SUB_POINT_FLOAT(result, left, right) ((result) = (left) - QxNumber(right))
-#define SUB_POINT_POINT(result, left, right) ((result) = (left) - (right))
-
-#define MULT_FLOAT_FLOAT(result, left, right) ((result) = QxNumber(left) * QxNumber(right))
-#define MULT_FLOAT_COLOR(result, left, right) ((result) = QxNumber(left) * (right))
-#define MULT_FLOAT_POINT(result, left, right) ((result) = QxNumber(left) * (right))
-#define MULT_COLOR_FLOAT(result, left, right) ((result) = (left) * QxNumber(right))
-#define MULT_COLOR_COLOR(result, left, right) ((result) = (left) * (right))
-#define MULT_POINT_FLOAT(result, left, right) ((result) = (left) * QxNumber(right))
-#define MULT_POINT_POINT(result, left, right) ((result) = (left) * (right))
-#define MULT_FLOAT_MATRIX(result, left, right) ((result) = QxNumber(left) * (right))
-#define MULT_MATRIX_FLOAT(result, left, right) ((result) = (left) * QxNumber(right))
-#define MULT_MATRIX_MATRIX(result, left, right) ((result) = (left) * (right))
-
-#define DIV_FLOAT_FLOAT(result, left, right) ((result) = QxNumber(left) / QxNumber(right))
-#define DIV_FLOAT_COLOR(result, left, right) ((result) = QxNumber(left) / (right))
-#define DIV_FLOAT_POINT(result, left, right) ((result) = QxNumber(left) / (right))
-#define DIV_COLOR_FLOAT(result, left, right) ((result) = (left) / QxNumber(right))
-#define DIV_COLOR_COLOR(result, left, right) ((result) = (left) / (right))
-#define DIV_POINT_FLOAT(result, left, right) ((result) = (left) / QxNumber(right))
-#define DIV_POINT_POINT(result, left, right) ((result) = (left) / (right))
-#define DIV_FLOAT_MATRIX(result, left, right) ((result) = QxNumber(left) / (right))
-#define DIV_MATRIX_FLOAT(result, left, right) ((result) = (left) / QxNumber(right))
-#define DIV_MATRIX_MATRIX(result, left, right) ((result) = (left) / (right))
-
-#define DOT_PROD_COLOR_COLOR(result, left, right) ((result) = QxDot(QxToColor(left), QxToColor(right)))
-#define DOT_PROD_FLOAT_COLOR(result, left, right) ((result) = QxDot(QxToColor(left), QxToColor(right)))
-#define DOT_PROD_COLOR_FLOAT(result, left, right) ((result) = QxDot(QxToColor(left), QxToColor(right)))
-#define DOT_PROD_POINT_POINT(result, left, right) ((result) = QxDot(QxToPoint(left), QxToPoint(right)))
-#define DOT_PROD_FLOAT_POINT(result, left, right) ((result) = QxDot(QxToPoint(left), QxToPoint(right)))
-#define DOT_PROD_POINT_FLOAT(result, left, right) ((result) = QxDot(QxToPoint(left), QxToPoint(right)))
-#define CROSS_PROD_POINT_POINT(result, left, right) ((result) = QxCross(QxToPoint(left), QxToPoint(right)))
-#define CROSS_PROD_FLOAT_POINT(result, left, right) ((result) = QxCross(QxToPoint(left), QxToPoint(right)))
-#define CROSS_PROD_POINT_FLOAT(result, left, right) ((result) = QxCross(QxToPoint(left), QxToPoint(right)))
-
-#define BOOL_LESS_THEN_FLOAT_FLOAT(result, left, right) ((result) = QxNumber(left) < QxNumber(right))
-#define BOOL_LESS_EQUAL_FLOAT_FLOAT(result, left, right) ((result) = QxNumber(left) <= QxNumber(right))
-#define BOOL_GREATER_THEN_FLOAT_FLOAT(result, left, right) ((result) = QxNumber(left) > QxNumber(right))
-#define BOOL_GREATER_EQUAL_FLOAT_FLOAT(result, left, right) ((result) = QxNumber(left) >= QxNumber(right))
-#define BOOL_EQUAL_FLOAT_FLOAT(result, left, right) ((result) = QxNumber(left) == QxNumber(right))
-#define BOOL_EQUAL_COLOR_COLOR(result, left, right) ((result) = (left) == (right))
-#define BOOL_EQUAL_POINT_POINT(result, left, right) ((result) = (left) == (right))
-#define BOOL_EQUAL_MATRIX_MATRIX(result, left, right) ((result) = (left) == (right))
-#define BOOL_EQUAL_FLOAT_COLOR(result, left, right) ((result) = QxToColor(left) == (right))
-#define BOOL_EQUAL_COLOR_FLOAT(result, left, right) ((result) = (left) == QxToColor(right))
-#define BOOL_EQUAL_FLOAT_POINT(result, left, right) ((result) = QxToPoint(left) == (right))
-#define BOOL_EQUAL_POINT_FLOAT(result, left, right) ((result) = (left) == QxToPoint(right))
-#define BOOL_EQUAL_FLOAT_MATRIX(result, left, right) ((result) = QxToMatrix(left) == (right))
-#define BOOL_EQUAL_MATRIX_FLOAT(result, left, right) ((result) = (left) == QxToMatrix(right))
-#define BOOL_NOT_EQUAL_FLOAT_FLOAT(result, left, right) ((result) = QxNumber(left) != QxNumber(right))
-#define BOOL_NOT_EQUAL_COLOR_COLOR(result, left, right) ((result) = (left) != (right))
-#define BOOL_NOT_EQUAL_POINT_POINT(result, left, right) ((result) = (left) != (right))
-#define BOOL_NOT_EQUAL_MATRIX_MATRIX(result, left, right) ((result) = (left) != (right))
-#define BOOL_NOT_EQUAL_FLOAT_COLOR(result, left, right) ((result) = QxToColor(left) != (right))
-#define BOOL_NOT_EQUAL_COLOR_FLOAT(result, left, right) ((result) = (left) != QxToColor(right))
-#define BOOL_NOT_EQUAL_FLOAT_POINT(result, left, right) ((result) = QxToPoint(left) != (right))
-#define BOOL_NOT_EQUAL_POINT_FLOAT(result, left, right) ((result) = (left) != QxToPoint(right))
-#define BOOL_NOT_EQUAL_FLOAT_MATRIX(result, left, right) ((result) = QxToMatrix(left) != (right))
-#define BOOL_NOT_EQUAL_MATRIX_FLOAT(result, left, right) ((result) = (left) != QxToMatrix(right))
-#define BOOL_EQUAL_STRING_STRING(result, left, right) ((result) = QxSameText(left, right))
-#define BOOL_NOT_EQUAL_STRING_STRING(result, left, right) ((result) = !QxSameText(left, right))
-
-#define ASSIGN_FLOAT_FLOAT(dest, source) ((dest) = QxNumber(source))
-#define ASSIGN_COLOR_COLOR(dest, source) ((dest) = (source))
-#define ASSIGN_POINT_POINT(dest, source) ((dest) = (source))
-#define ASSIGN_MATRIX_MATRIX(dest, source) ((dest) = (source))
-#define ASSIGN_BOOL_BOOL(dest, source) ((dest) = (source))
 #define ASSIGN_STRING_STRING(dest, source) QxAssignString(dest, source)
-#define ASSIGN_COLOR_FLOAT(dest, source) ((dest) = QxToColor(source))
-#define ASSIGN_COLOR_POINT(dest, source) ((dest) = QxToColor(source))
-#define ASSIGN_POINT_COLOR(dest, source) ((dest) = QxToPoint(source))
-#define ASSIGN_POINT_FLOAT(dest, source) ((dest) = QxToPoint(source))
-#define ASSIGN_MATRIX_FLOAT(dest, source) ((dest) = QxToMatrix(source))
 #define ASSIGN_FLOAT_FLOAT_SIMD(dest, source) QxCallSimd(numMp, QxCopy(), dest, source)
 #define ASSIGN_COLOR_COLOR_SIMD(dest, source) QxCallSimd(numMp, QxCopy(), dest, source)
 #define ASSIGN_POINT_POINT_SIMD(dest, source) QxCallSimd(numMp, QxCopy(), dest, source)

@@ -97,25 +97,26 @@ struct SqxCard {
     static constexpr std::size_t k_mostReads = 4;
     static constexpr std::size_t k_mostParameters = 14;
 
-    SqxPrimitive primitive{};
     std::string_view text;
-    std::string_view function;  // of the shading headers; empty if its macros are hand-written
-    SqxCardWord name;           // in the language; empty if it has none
-    SqxCardWord meaning;        // for the reference page; in the first card of a name
-    SqxCardType result = SqxCardType::Void;
+    std::string_view function;    // of the shading headers; empty if its macros are hand-written
+    std::string_view expression;  // of an operator, over the names of its parameters; else empty
+    SqxCardWord name;             // in the language; empty if it has none
+    SqxCardWord meaning;          // for the reference page; in the first card of a name
     /// Byte-code numbers by `SqxForm`; 0 for none.
     std::array<short, k_forms> numbers{};
+    std::array<SqxCardWord, k_mostReads> reads{};
+    std::array<SqxParameter, k_mostParameters> parameters{};
+    SqxPrimitive primitive{};
+    SqxCardType result = SqxCardType::Void;
     SqxRun run = SqxRun::Point;
     SqxKernelKind kernel = SqxKernelKind::Each;
     SqxDetailRule detail = SqxDetailRule::AsArguments;
     SqxInlineRule inlineDetail = SqxInlineRule::AsArguments;
-    bool isFoldable = false;     // may be evaluated at compile time
-    bool isOrdered = false;      // calls must not be reordered
-    bool hasGridCall = false;    // a call of the language may be written in its whole-grid form
-    bool looksAtLights = false;  // the lights must have been evaluated for `P`
-    bool isUnused = false;       // part of the instruction set, but never written
-    std::array<SqxCardWord, k_mostReads> reads{};
-    std::array<SqxParameter, k_mostParameters> parameters{};
+    bool isFoldable = false;         // may be evaluated at compile time
+    bool isOrdered = false;          // calls must not be reordered
+    bool hasGridCall = false;        // a call of the language may be written in its whole-grid form
+    bool looksAtLights = false;      // the lights must have been evaluated for `P`
+    bool isUnused = false;           // part of the instruction set, but never written
     unsigned char carriedCount = 0;  // parameters of the instruction, if they are others; first
     unsigned char formalCount = 0;   // parameters of the function
 

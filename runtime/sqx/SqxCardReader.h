@@ -37,11 +37,12 @@ struct SqxCardFault {
 class SqxCardReader {
 public:
     constexpr SqxCardReader(SqxPrimitive primitive, std::string_view text,
-                            std::string_view function = {})
+                            std::string_view function = {}, std::string_view expression = {})
     {
         m_card.primitive = primitive;
         m_card.text = text;
         m_card.function = function;
+        m_card.expression = expression;
     }
 
     /// Throws an `SqxCardFault`.
@@ -342,7 +343,8 @@ private:
             throw SqxCardFault{"a call of it cannot be evaluated by the compiler"};
         if (m_card.looksAtLights && m_card.reads[0].length == 0)
             throw SqxCardFault{"what looks at lights reads P"};
-        if (m_card.kernel != SqxKernelKind::Each && m_card.function.empty())
+        if (m_card.kernel != SqxKernelKind::Each && m_card.function.empty() &&
+            m_card.expression.empty())
             throw SqxCardFault{"a kind of kernel without a function"};
         if (m_card.name.length > 0)
             for (const SqxParameter& parameter : m_card.Formals())
@@ -389,7 +391,8 @@ constexpr SqxCardReader::AttributeRow SqxCardReader::k_attributes[] = {
 
 /// Reads a card of the table while the table is compiled.
 [[nodiscard]] consteval SqxCard SqxReadCard(SqxPrimitive primitive, std::string_view text,
-                                            std::string_view function = {})
+                                            std::string_view function = {},
+                                            std::string_view expression = {})
 {
-    return SqxCardReader(primitive, text, function).Read();
+    return SqxCardReader(primitive, text, function, expression).Read();
 }

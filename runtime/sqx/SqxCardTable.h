@@ -18,6 +18,8 @@ inline constexpr SqxCard k_sqxCards[] = {
 #define SQX_CARD(primitive, text) SQX_READ(primitive, text)
 #define SQX_FUNCTION(primitive, text, ...) SQX_READ(primitive, text, #__VA_ARGS__)
 #define SQX_SCENE_FUNCTION(primitive, text, ...) SQX_READ(primitive, text, #__VA_ARGS__)
+#define SQX_UNARY(primitive, text, ...) SQX_READ(primitive, text, {}, #__VA_ARGS__)
+#define SQX_BINARY(primitive, text, ...) SQX_READ(primitive, text, {}, #__VA_ARGS__)
 #define SQX_OVERLOAD(primitive, text) SQX_READ(primitive, text)
 #include "sqx/SqxCards.def"
 #undef SQX_READ

@@ -3,6 +3,11 @@
 //     @forms(128) float mod(float a, float b), QxMod
 //     #define CALL_PRIM_MOD(result, a, b) ((result) = QxMod(QxNumber(a), QxNumber(b)))
 //
+// An operator's expression becomes the body of one:
+//
+//     @forms(44) color (color left, float right), (left) + QxNumber(right)
+//     #define ADD_COLOR_FLOAT(result, left, right) ((result) = (left) + QxNumber(right))
+//
 // What may be called for the whole grid, or is a function object already, becomes all four forms.
 //
 // Tested by tests/reference/run.sh, which fails if the header in the tree is older than the cards.
@@ -15,8 +20,8 @@ namespace {
 
 constexpr std::string_view k_head = "#pragma once\n"
                                     "\n"
-                                    "// The names by which generated C++ calls the functions of "
-                                    "cards. `cmake --build ... --target reference`\n"
+                                    "// The macros of generated C++ that follow from cards. `cmake "
+                                    "--build ... --target reference`\n"
                                     "// makes this file of runtime/sqx/SqxCards.def: change the "
                                     "card. QxBuiltInNames.h explains the forms,\n"
                                     "// and has the names that do not follow from a card.\n"
@@ -58,6 +63,14 @@ std::string PlainMacro(const SqxCard& card)
            ") ((result) = " + call + ")\n";
 }
 
+std::string OperatorMacro(const SqxCard& card)
+{
+    std::string text = "#define " + std::string(SqxPrimitiveName(card.primitive)) + "(result";
+    for (const SqxParameter& operand : card.Formals())
+        text.append(", ").append(card.Text(operand.name));
+    return text.append(") ((result) = ").append(card.expression).append(")\n");
+}
+
 /// All forms of a function object.
 std::string FormMacros(const SqxCard& card, const std::string& object)
 {
@@ -80,6 +93,8 @@ std::string FormMacros(const SqxCard& card, const std::string& object)
 
 std::string MacrosOf(const SqxCard& card)
 {
+    if (!card.expression.empty())
+        return OperatorMacro(card);
     if (card.function.empty())
         return "";
     const std::string function(card.function);
