@@ -123,7 +123,7 @@ SlcSourceToken SlcDirectiveReader::NextToken()
         if (token.kind == NewLine)
             continue;
         if (token.kind == End) {
-            if (m_readsArguments || !LeaveFile())
+            if (m_openCalls > 0 || !LeaveFile())
                 return token;
         } else if (token.startsLine && (token.IsSign("#") || token.IsSign("%:"))) {
             Directive();
@@ -295,7 +295,7 @@ void SlcDirectiveReader::Include(const SlcSourceToken& name)
     const std::string header = HeaderOf(name, place);
     if (header.size() <= 2)
         return m_run.Error(place, "'#include' needs the name of a file in \"\" or <>");
-    if (m_readsArguments)
+    if (m_openCalls > 0)
         return m_run.Error(name, "'#include' cannot stand between the arguments of a macro");
     IncludeFile(place, header);
 }

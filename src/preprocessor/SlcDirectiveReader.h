@@ -28,7 +28,8 @@ public:
 
     [[nodiscard]] SlcSourceToken NextToken() override;
     [[nodiscard]] bool ParenthesisFollows() override;
-    void SetReadsArguments(bool readsArguments) override { m_readsArguments = readsArguments; }
+    void BeginArguments() override { ++m_openCalls; }
+    void EndArguments() override { --m_openCalls; }
     [[nodiscard]] std::string ValueOf(SlcBuiltInMacro macro, const SlcSourceToken& use) override;
 
     /// Replaces macros in what this reader reads.
@@ -99,7 +100,7 @@ private:
     SlcMacroExpander m_expander;
     SlcSourceLexer::Listener m_listener;
     std::vector<OpenFile> m_open;  // each includes the next
-    bool m_readsArguments = false;
+    int m_openCalls = 0;           // whose arguments are being read
     int m_counter = 0;
 };
 

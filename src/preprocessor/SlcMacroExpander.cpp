@@ -185,20 +185,29 @@ void SlcMacroExpander::ReplaceBuiltIn(const SlcSourceToken& use, SlcBuiltInMacro
 bool SlcMacroExpander::ReadArguments(const SlcSourceToken& use, const SlcMacro& macro,
                                      std::size_t base, Arguments& arguments, SlcSourceToken& close)
 {
-    m_source.SetReadsArguments(true);
+    m_source.BeginArguments();
+    const bool isClosed = CollectArguments(use, macro, base, arguments, close);
+    m_source.EndArguments();
+    if (isClosed)
+        return MatchArguments(use, macro, arguments);
+    m_run.Error(use, "The call of macro '" + std::string(use.text) + "' has no ')'");
+    return false;
+}
+
+bool SlcMacroExpander::CollectArguments(const SlcSourceToken& use, const SlcMacro& macro,
+                                        std::size_t base, Arguments& arguments,
+                                        SlcSourceToken& close)
+{
     static_cast<void>(Raw(base));  // the opening parenthesis
     arguments.resize(1);
     for (int depth = 0;;) {
         SlcSourceToken token = Raw(base);
         Spend(use, token);
-        if (token.kind == End) {
-            m_source.SetReadsArguments(false);
-            m_run.Error(use, "The call of macro '" + std::string(use.text) + "' has no ')'");
+        if (token.kind == End)
             return false;
-        }
         if (token.IsSign(")") && depth-- == 0) {
             close = token;
-            break;
+            return true;
         }
         depth += token.IsSign("(") ? 1 : 0;
         const bool takesTheRest = macro.isVariadic && arguments.size() == macro.parameters.size();
@@ -210,8 +219,6 @@ bool SlcMacroExpander::ReadArguments(const SlcSourceToken& use, const SlcMacro& 
         token.startsLine = false;
         arguments.back().raw.push_back(token);
     }
-    m_source.SetReadsArguments(false);
-    return MatchArguments(use, macro, arguments);
 }
 
 bool SlcMacroExpander::MatchArguments(const SlcSourceToken& use, const SlcMacro& macro,

@@ -22,7 +22,9 @@ public:
     /// True if the next token of the text is "(". Directives are not carried out: one in between
     /// makes it false.
     [[nodiscard]] virtual bool ParenthesisFollows() = 0;
-    virtual void SetReadsArguments(bool readsArguments) = 0;
+    /// Around the arguments of a call. Calls nest: a directive between arguments may call a macro.
+    virtual void BeginArguments() = 0;
+    virtual void EndArguments() = 0;
     /// The replacement of a macro that depends on its place.
     [[nodiscard]] virtual std::string ValueOf(SlcBuiltInMacro macro, const SlcSourceToken& use) = 0;
 };
@@ -83,6 +85,10 @@ private:
     /// False after a report. `close` becomes the closing parenthesis.
     [[nodiscard]] bool ReadArguments(const SlcSourceToken& use, const SlcMacro& macro,
                                      std::size_t base, Arguments& arguments, SlcSourceToken& close);
+    /// The same, while the source knows of the call. False if the parenthesis is missing.
+    [[nodiscard]] bool CollectArguments(const SlcSourceToken& use, const SlcMacro& macro,
+                                        std::size_t base, Arguments& arguments,
+                                        SlcSourceToken& close);
     [[nodiscard]] bool MatchArguments(const SlcSourceToken& use, const SlcMacro& macro,
                                       Arguments& arguments);
     /// The body with its parameters replaced.

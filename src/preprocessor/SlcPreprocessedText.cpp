@@ -11,7 +11,6 @@
 #include "preprocessor/SlcPreprocessedText.h"
 
 #include <cctype>
-#include <functional>
 #include <limits>
 
 namespace {
@@ -118,11 +117,9 @@ void SlcPreprocessedText::Add(const SlcSourceToken& token)
 
 void SlcPreprocessedText::AddGap(const SlcSourceToken& token)
 {
-    const char* const lineBegin = token.at - (token.column - 1);
-    const char* begin = m_isOpen ? m_lastEnd : lineBegin;
-    // The last token may be of another file, in a line of the same number.
-    if (std::less<>()(begin, lineBegin) || std::less<>()(token.at, begin))
-        begin = nullptr;
+    const char* begin = m_lastEnd;
+    if (!m_isOpen)
+        begin = token.at - (token.column - 1);
     if (begin && (!m_isOpen || token.spaceBefore)) {
         for (; begin != token.at; ++begin)
             m_text += *begin == '\t' ? '\t' : ' ';

@@ -66,6 +66,8 @@ TEST(SlcPreprocessor, ReportsFaultsAtTheirPlaces)
         {"#include <>\n", "1:10 '#include' needs the name of a file in \"\" or <>"},
         {"#define f(x) x\nf(\n#include \"a.h\"\n)\n",
          "3:2 '#include' cannot stand between the arguments of a macro"},
+        {"#define f(x) x\nf(\n#if f(1)\n#endif\n#include \"a.h\"\n)\n",
+         "5:2 '#include' cannot stand between the arguments of a macro"},
         {"  #error stop  here\n", "1:4 #error stop here"},
         {"#warning look\n", "1:2 W #warning look"},
         {"#nothing x\n", "1:2 There is no directive '#nothing'"},
@@ -193,8 +195,8 @@ TEST(SlcPreprocessor, KnowsTheColumnsOfTheFile)
         int column = static_cast<int>(at - line) + 1;
         for (const SlcColumnChange& change : run.result.columns)
             if (change.offset >= line && change.offset <= at)
-                column = change.column +
-                         (change.isFixed ? 0 : static_cast<int>(at - change.offset));
+                column =
+                    change.column + (change.isFixed ? 0 : static_cast<int>(at - change.offset));
         EXPECT_EQ(column, c.column) << c.word << " in " << text;
     }
 }
