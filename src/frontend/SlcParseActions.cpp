@@ -9,6 +9,7 @@
 #include "frontend/SlcParseActions.h"
 
 #include <limits>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -26,6 +27,7 @@ struct Parse {
     std::unique_ptr<SlcDefinitionsNode> root;
     int maxHeight = 0;  // what the stack has room for
     bool depthReported = false;
+    std::optional<SlcCompilationEnd> fatalReport;
     SlcParseAdvice advice;
 };
 
@@ -76,6 +78,22 @@ void SetRoot(std::unique_ptr<SlcDefinitionsNode> root)
 SlcParseAdvice& Advice()
 {
     return Current().advice;
+}
+
+int NextToken(SlcParseAdvice& advice, SlcTokenValue& value, SlcTextRange& range)
+{
+    try {
+        return advice.Next(value, range);
+    } catch (const SlcCompilationEnd& end) {
+        Current().fatalReport = end;
+        return YYEMPTY;
+    }
+}
+
+void EndAfterFatalReport()
+{
+    if (const auto report = Current().fatalReport)
+        throw SlcCompilationEnd(*report);
 }
 
 std::unique_ptr<SlcDefinitionsNode> TakeRoot()

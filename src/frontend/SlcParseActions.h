@@ -19,6 +19,11 @@ void Begin();
 void SetRoot(std::unique_ptr<SlcDefinitionsNode> root);
 /// The filter through which the parser reads its tokens.
 [[nodiscard]] SlcParseAdvice& Advice();
+/// The next token, through `advice`. `YYEMPTY` after a fatal report of the scanner: its exception
+/// must not pass through the parser, which would lose what is on its stack.
+[[nodiscard]] int NextToken(SlcParseAdvice& advice, SlcTokenValue& value, SlcTextRange& range);
+/// Throws that exception, once the parser has given up.
+void EndAfterFatalReport();
 /// Null if the parse did not come to its end.
 [[nodiscard]] std::unique_ptr<SlcDefinitionsNode> TakeRoot();
 

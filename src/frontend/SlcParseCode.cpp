@@ -22,7 +22,7 @@ std::string& SlcShaderName()
     return SlcPartOfCompilation<ShaderName>().name;
 }
 
-int yyparse();
+int yyparse(SlcParseAdvice& advice);
 
 namespace {
 
@@ -42,7 +42,8 @@ Parsed Parse(std::FILE* file, std::string_view text, const Repairs* repairs = nu
     if (repairs)
         SlcParseActions::Advice().KeepBlocks(*repairs);
     SlcScanner::Begin(file, text);
-    const bool isWhole = yyparse() == 0;
+    const bool isWhole = yyparse(SlcParseActions::Advice()) == 0;
+    SlcParseActions::EndAfterFatalReport();
     return {SlcParseActions::TakeRoot(), isWhole};
 }
 

@@ -5,6 +5,8 @@
 %code requires {
 #include "frontend/SlcTokenValue.h"
 
+class SlcParseAdvice;
+
 /// The range of a symbol's text.
 struct SlcSymbolRange : SlcTextRange {
     SlcSymbolRange() = default;
@@ -43,14 +45,17 @@ struct SlcSymbolRange : SlcTextRange {
 using namespace SlcParseActions;
 
 /// The generated parser also gives the place, which the scanner knows better.
-static void yyerror(const SlcSymbolRange*, const char* message)
+static void yyerror(const SlcSymbolRange*, const SlcParseAdvice&, const char* message)
 {
     yyerror(message);
 }
 
-// The parser takes its tokens through what gives advice on them.
+// The parser takes its tokens through what gives advice on them, and gives up where there is none.
+// In the generated code this is the right side of an assignment to `yychar`, which ends a block.
 #define yylex(value, range)                                                                        \
-    (Advice().KeepStates(yyss, yyssp + 1), Advice().Next(*(value), *(range)))
+    (advice.KeepStates(yyss, yyssp + 1), NextToken(advice, *(value), *(range)));                   \
+    if (yychar == YYEMPTY)                                                                         \
+    YYABORT
 
 /// After a report of the grammar's own for a missing ";": it may be another token that is missing.
 static void AdviseOnMissing();
@@ -60,6 +65,7 @@ static void AdviseOnMissing();
 %define api.location.type {SlcSymbolRange}
 %locations
 %define api.pure full
+%parse-param {SlcParseAdvice& advice}
 /* An operator leaves the value of the token before it. Nothing reads the parser's count of faults, of
    which some compilers warn. */
 %initial-action { yylval = {}; yylloc = {}; static_cast<void>(yynerrs); }
@@ -800,7 +806,7 @@ private:
 
 }  // namespace
 
-static int yyreport_syntax_error(const yypcontext_t*)
+static int yyreport_syntax_error(const yypcontext_t*, SlcParseAdvice&)
 {
     // A list of all tokens that could have followed would fill lines and help no user: one is
     // named.

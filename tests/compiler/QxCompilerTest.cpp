@@ -222,9 +222,11 @@ TEST(QxCompiler, KeepsNoMemory)
     const std::string source = "float f(float x) { return x * 2; }\n"
                                "surface a(string map = \"\") { float v[3] = {1, 2, s};\n"
                                "Ci = f(v[2]) * texture(map); Oi = }\n";
+    // A syntax error, none, and a token that ends the compilation in the middle of the parse.
+    const std::string ends[] = {"", "1; }", std::string(8192, 'a')};
     const auto compile = [&](int count) {
         for (int i = 0; i < count; ++i)
-            for (const char* end : {"", "1; }"})
+            for (const std::string& end : ends)
                 static_cast<void>(QxCompileText("a.sl", source + end));
     };
     compile(20);
