@@ -12,7 +12,7 @@
 /// last one the exit.
 ///
 /// The list is the master copy of the code: after a pass has changed it the graph is stale and must
-/// be rebuilt, or be told of the change if that leaves blocks and edges as they are. A parallel run
+/// be rebuilt, or updated if blocks and edges are the same as before. A parallel run
 /// is straight-line code here, executed once for all shading points; its brackets do not start or
 /// end a block. Guards are branches, since a point may skip the code under them. The head of a
 /// light loop is a separate block with an edge past the loop, since there may be no light.
@@ -29,11 +29,10 @@ public:
     /// All instructions, as they stood in the list.
     [[nodiscard]] const std::vector<SlcPtr<SlcICode>>& Codes() const { return m_icodes; }
 
-    /// Takes the instructions at these places, in rising order, out of their blocks. They must not
-    /// begin or end a block. False, and nothing is done, if a block would be left empty.
+    /// Removes the instructions at these places, in rising order, from their blocks. None may name
+    /// a label. False, and nothing is done, if a block would become empty.
     [[nodiscard]] bool Remove(std::span<const std::size_t> places);
-    /// Puts `code` in a place whose instruction does not begin or end a block, and neither does
-    /// `code`.
+    /// Replaces the instruction at `place`. Neither it nor `code` may name a label.
     void Replace(std::size_t place, SlcPtr<SlcICode> code) { m_icodes[place] = std::move(code); }
 
 private:

@@ -9,7 +9,7 @@
 //
 // Ours departs in where it looks. A shader is long and its variables are short-lived, so that sets
 // for each block would cost the square of the length: each variable is followed from cut to cut
-// (SlcGraphCuts) around its mentions, and 64 variables of about the same stretch form a group.
+// (SlcGraphCuts) around its mentions, and 64 variables of about the same range form a group.
 //
 // Tested by tests/optimizer/SlcDataflowAnalysisTest.cpp against plain sets, on random code.
 
@@ -105,7 +105,7 @@ std::vector<SlcDataflowAnalysis::Followed> SlcDataflowAnalysis::FollowedVariable
 
 void SlcDataflowAnalysis::MakeGroups(const std::vector<Followed>& followed)
 {
-    // Stretches of one size, by place: those of a group overlap or follow closely.
+    // Ranges of one size, by place: those of a group overlap or follow closely.
     std::vector<const Followed*> order;
     order.reserve(followed.size());
     for (const Followed& entry : followed)
@@ -199,8 +199,7 @@ void SlcDataflowAnalysis::Solve(Group& group)
     }
 }
 
-// Variables alive at the front of the stretch are also alive before it, and in loops that lie
-// there.
+// Variables alive at the front of the range are also alive before it, and in loops that lie there.
 void SlcDataflowAnalysis::LookAtLoops(Group& group) const
 {
     auto head = std::lower_bound(m_loopHeads.begin(), m_loopHeads.end(), group.first);
@@ -221,35 +220,35 @@ void SlcDataflowAnalysis::ForgetRead(int block, int variable)
     const Place place = m_places[variable];
     Group& group = m_groups[place.group];
     group.uses[block - group.first] &= ~BitOf(place.bit);
-    if (!group.touched)
-        m_touched.push_back(&group);
-    Touch(group);
+    if (!group.isChanging)
+        m_changing.push_back(&group);
+    BeginChange(group);
 }
 
-void SlcDataflowAnalysis::Touch(Group& group)
+void SlcDataflowAnalysis::BeginChange(Group& group)
 {
-    if (std::exchange(group.touched, true))
+    if (std::exchange(group.isChanging, true))
         return;
     group.before = group.alive;
 }
 
 void SlcDataflowAnalysis::RefreshFront(int block)
 {
-    std::erase_if(m_touched, [block](const Group* group) { return group->first > block; });
-    for (Group* group : m_touched)
+    std::erase_if(m_changing, [block](const Group* group) { return group->first > block; });
+    for (Group* group : m_changing)
         (void)UpdateFront(*group, block);
 }
 
-// What is alive can only become less, but around a loop a set that begins with what was alive keeps
-// itself alive: the groups that the blocks name are solved from nothing again.
+// The sets can only become smaller. But a solution that started from the old sets would keep a
+// variable alive around a loop for its own sake, so the changed groups are solved from empty sets.
 bool SlcDataflowAnalysis::Update(std::span<const int> blocks)
 {
     for (const int block : blocks)
         RefillGroups(block);
-    m_touched.clear();
+    m_changing.clear();
     bool changed = false;
     for (Group& group : m_groups) {
-        if (!std::exchange(group.touched, false))
+        if (!std::exchange(group.isChanging, false))
             continue;
         std::fill(group.alive.begin(), group.alive.end(), 0);
         Solve(group);
@@ -271,7 +270,8 @@ bool SlcDataflowAnalysis::HasChangedAtLoops(const Group& group) const
     return false;
 }
 
-// A variable without a group was read before it was written in no block, and so it is still.
+// A variable without a group is read before it is written in no block, which removals cannot
+// change.
 void SlcDataflowAnalysis::RefillGroups(int block)
 {
     const auto set = [this, block](std::vector<std::uint64_t> Group::*sets, int variable, bool is) {
@@ -279,7 +279,7 @@ void SlcDataflowAnalysis::RefillGroups(int block)
         if (place.group < 0)
             return;
         Group& group = m_groups[place.group];
-        Touch(group);
+        BeginChange(group);
         std::uint64_t& word = (group.*sets)[block - group.first];
         word = is ? word | BitOf(place.bit) : word & ~BitOf(place.bit);
     };

@@ -14,23 +14,23 @@
 ///
 /// Only the sets at block borders are held, and only for variables that are alive at one; a pass
 /// that needs the sets of an instruction derives them with `SlcLiveTest`. The
-/// variables go in groups of 64, each of which holds one bit a variable for the stretch of code
-/// that names its variables: after the stretch they are dead, and before it each is alive
-/// throughout or nowhere. So a group costs the length of its stretch, and long shaders cost their
-/// length, times how many variables are alive all through them.
+/// variables are in groups of 64, and a group has one bit per variable and block for the range of
+/// blocks that names its variables: after the range they are dead, and before it each is alive
+/// throughout or nowhere. So a group costs the length of its range, and a long shader costs its
+/// length times the number of variables that are alive all through it.
 class SlcDataflowAnalysis {
 public:
-    /// Variables that are named in about the same stretch of code.
+    /// Variables that are named in about the same range of blocks.
     struct Group {
         int first = 0;  // a cut of the code, as is the end
         int end = 0;
-        bool touched = false;             // some read is forgotten, or a block was updated
-        std::uint64_t aroundLoops = 0;    // alive where some jump back leads
+        bool isChanging = false;          // its sets are not solved again yet
+        std::uint64_t aroundLoops = 0;    // alive at the target of some jump back
         std::vector<int> variables;       // at most 64, by bit
         std::vector<std::uint64_t> uses;  // by block from the first to the end, read before written
         std::vector<std::uint64_t> defs;  // written in the block
         std::vector<std::uint64_t> alive;   // at the front of the block
-        std::vector<std::uint64_t> before;  // the same before the group was touched
+        std::vector<std::uint64_t> before;  // the same before the change
 
         /// The set at the front of a block.
         [[nodiscard]] std::uint64_t AliveAt(int block) const
@@ -53,22 +53,23 @@ public:
     /// Variables of a group that are alive at the end of a block of its stretch, as bits.
     [[nodiscard]] std::uint64_t AliveBehind(const Group& group, int block) const;
 
-    /// For a pass that removes code on a walk over the blocks against the code order: the variables
-    /// that the block read before it wrote them when the analysis was made,
+    // For a pass that removes code on a walk over the blocks against the code order.
+
+    /// The variables that the block read before it wrote them when the analysis was made.
     [[nodiscard]] std::span<const int> ReadFirst(int block) const { return m_blockUse[block]; }
-    /// one of them that it reads no more,
+    /// Notes that the block no longer reads one of them.
     void ForgetRead(int block, int variable);
-    /// and what is then alive at its front. Blocks further down must be up to date; what comes
-    /// around a loop stays as it was, and so may be too much.
+    /// Recomputes what is alive at the front of the block. The blocks after it must be up to date.
+    /// Variables that were alive around a loop stay alive, so that the set may be too large.
     void RefreshFront(int block);
 
-    /// After a pass that has changed instructions of these blocks such that they read less and
-    /// write less, while the graph has stayed: brings everything up to date, but for `Print` and
-    /// `ReadFirst`, which may hold variables that are no longer read. True if something is no
-    /// longer alive where it came around a loop when the analysis was made or last updated.
+    /// Updates the analysis after a pass that has changed instructions of these blocks, so that
+    /// they read and write less, and has kept the graph. `Print` and `ReadFirst` may still hold
+    /// variables that are no longer read. True if a variable that was alive at the target of a jump
+    /// back, when the analysis was made or last updated, no longer is.
     bool Update(std::span<const int> blocks);
 
-    /// The variable was alive, when the analysis was made, where some jump back leads.
+    /// True if the variable was alive, when the analysis was made, at the target of a jump back.
     [[nodiscard]] bool GoesAroundLoop(int variable) const;
 
     /// What an instruction of the graph reads and writes. It must be as it was when the analysis
@@ -85,7 +86,7 @@ private:
     /// A variable that some block reads before it writes it.
     struct Followed {
         int variable = 0;
-        int first = 0;  // its stretch
+        int first = 0;  // its range
         int end = 0;
     };
     struct Place {
@@ -95,22 +96,22 @@ private:
 
     /// The variables that each block reads before it writes them, and those that it writes.
     void CollectBlockSets();
-    /// Those that may be alive at some border, with the stretch where they can be.
+    /// Those that may be alive at some border, with the range where they can be.
     [[nodiscard]] std::vector<Followed> FollowedVariables() const;
-    /// Groups variables by stretches that lie together, and solves each group.
+    /// Groups variables whose ranges overlap or follow closely, and solves each group.
     void MakeGroups(const std::vector<Followed>& followed);
     /// Enters what blocks use and define.
     void FillGroups();
-    /// Reads again what a block uses and defines.
+    /// Enters again what a block uses and defines.
     void RefillGroups(int block);
-    void Touch(Group& group);
+    /// Keeps the sets of the group as they were, before the first change since it was solved.
+    static void BeginChange(Group& group);
     /// The equations of liveness for the variables of a group, to their smallest solution.
     void Solve(Group& group);
     [[nodiscard]] bool HasChangedAtLoops(const Group& group) const;
-    /// Notes which variables go around loops.
+    /// Records which variables are alive around loops.
     void LookAtLoops(Group& group) const;
-    /// True if that changed.
-    /// Recomputes the set at the front of the block from the one at its end.
+    /// Recomputes the set at the front of the block from the one at its end. True if it changed.
     [[nodiscard]] bool UpdateFront(Group& group, int block) const;
     void PrintNames(std::ostream& out, const char* title, std::vector<int> numbers) const;
 
@@ -120,10 +121,10 @@ private:
     SlcNumberLists m_blockUse;  // read before any write in the block
     SlcNumberLists m_blockDef;
     std::vector<Group> m_groups;
-    std::vector<Place> m_places;    // by variable number
-    std::vector<int> m_loopHeads;   // blocks where jumps back lead, in order
-    std::vector<Group*> m_touched;  // whose stretch the walk has not left
-    int m_visits = 0;               // blocks that the solution took
+    std::vector<Place> m_places;     // by variable number
+    std::vector<int> m_loopHeads;    // targets of jumps back, in order
+    std::vector<Group*> m_changing;  // whose range the walk has not left
+    int m_visits = 0;                // blocks that the solution took
 };
 
 /// Whether a variable is alive after an instruction, for a walk through a block from its last

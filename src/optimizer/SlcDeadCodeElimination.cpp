@@ -2,12 +2,12 @@
 //
 //     x = 1; y = x; Ci = 2          y is read nowhere, and without it x is not either:   Ci = 2
 //
-// A computation goes if its result is not alive after it, or if only computations that go need it
-// (SlcNeededVariables, which sees cycles around loops). Removed computations no longer count as
-// uses, so the sets are corrected on the way: a chain inside a block dies in one walk, and
-// RefreshFront hands the news to the blocks in front. Only around a loop the sets stay too large: a
-// variable that lives from one round of it to the next may have lost its last read, which the next
-// run sees. Whether there is something for it to see the sets tell that are made after the walk.
+// A computation is removed if its result is not alive after it, or if only removed computations
+// need it (SlcNeededVariables, which sees cycles around loops). Removed computations no longer
+// count as uses, so the sets are corrected on the way: a chain inside a block dies in one walk, and
+// RefreshFront passes the smaller sets on to the blocks before. Only around a loop the sets stay
+// too large: a variable that is alive from one iteration to the next may have lost its last read.
+// The sets that are computed after the walk show whether another run would find something.
 //
 // Only what does nothing but compute is a candidate (the trait Computes). A variable without a
 // number is seen from outside; a write of an element leaves the rest of its array alive.
@@ -119,8 +119,8 @@ void SlcDeadCodeElimination::Remove(const SlcICode& code, const SlcDefUse::Facts
         m_keepsConstants && !facts.assignsItself && !SlcCopyPropagation::ForgetsReads(code);
 }
 
-// Sets that came around a loop may have been too large on the walk. Where they have stayed as they
-// were, and the variables that are needed too, another walk would see what this one saw.
+// Sets that came around a loop may have been too large on the walk. If they and the needed
+// variables are the same after it, another walk would find nothing.
 void SlcDeadCodeElimination::Update(SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis)
 {
     m_keepsGraph = graph.Remove(m_removed);

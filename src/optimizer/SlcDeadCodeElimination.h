@@ -14,27 +14,27 @@
 /// Calls, texture and light instructions and control flow are never dead.
 class SlcDeadCodeElimination {
 public:
-    /// Rewrites `list`, whose blocks are those of `graph`; true if something was removed. The
-    /// graph and the analysis are those of the code that is left, or else stale (`KeepsGraph`).
+    /// Rewrites `list`, whose blocks are those of `graph`; true if something was removed. Graph and
+    /// analysis are updated to the code that is left, or are stale afterwards (`KeepsGraph`).
     [[nodiscard]] bool EliminateCode(SlcListICode& list, SlcControlFlowGraph& graph,
                                      SlcDataflowAnalysis& analysis);
-    /// After a run: another one would find nothing. It might if the last has removed what read a
-    /// variable that goes around a loop.
+    /// True if another run would find nothing. It might if this one has removed reads of a variable
+    /// that is alive around a loop.
     [[nodiscard]] bool IsComplete() const { return m_isComplete; }
-    /// The blocks are those before, although some have lost instructions.
+    /// True if the blocks and edges are the same as before, although some blocks are shorter.
     [[nodiscard]] bool KeepsGraph() const { return m_keepsGraph; }
-    /// No constant is known anywhere that was not before.
+    /// True if no constant can be known that was not known before.
     [[nodiscard]] bool KeepsConstants() const { return m_keepsGraph && m_keepsConstants; }
-    /// No labels, jumps or brackets have become neighbours.
+    /// True if no labels, jumps or brackets have become neighbours.
     [[nodiscard]] bool KeepsMarksApart() const { return m_keepsMarksApart; }
 
 private:
     /// Finds what is dead, from the end to the front.
     void FindDeadCode(const SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis);
-    /// Notes that an instruction goes.
+    /// Records the consequences of removing an instruction.
     void Remove(const SlcICode& code, const SlcDefUse::Facts& facts,
                 const SlcDataflowAnalysis& analysis);
-    /// Brings graph and analysis up to date, if that is possible.
+    /// Updates graph and analysis, if no block has become empty.
     void Update(SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis);
 
     SlcNeededVariables m_needed{0};

@@ -6,26 +6,28 @@
 //     no change the temporaries are shared, once; rounds again if that leaves x = x
 //     no change the end
 //
-// Graph and liveness stay over rounds. Where instructions have gone or got constants for operands,
-// and the blocks are those before, they are told which blocks to look at again; any other change
-// has them made anew when a pass asks.
+// Graph and liveness are kept from round to round. They are updated in place after a change that
+// only removes instructions from blocks, or replaces operands by constants, and leaves the blocks
+// and edges as they are. Any other change discards them, and they are rebuilt when a pass needs
+// them. A test compares the code with that of rounds which rebuild both (m_rebuildEachRound).
 //
-// What is known to be absent (m_isClean) is not searched for:
+// A pass that is known to find nothing is skipped (m_isClean):
 //
-//     dead code       after a complete search, as long as nothing that reads something goes or
-//                     changes: labels, plain jumps and brackets keep no variable alive
+//     dead code       after a complete search, until an instruction that reads a variable is
+//     removed
+//                     or changed. Labels, unconditional jumps and brackets read nothing
 //     empty blocks    after a search that found none, until labels, jumps or brackets become
-//                     neighbours. Runs that only the accesses to uniform variables keep apart have
-//                     them searched for after each change
-//     constants       after a walk that only put assignments in the place of instructions, since a
-//                     second one would see what the first saw, until a way is gone by which a value
-//                     could come
+//                     neighbours. If accesses to uniform variables keep two neighbouring runs from
+//                     becoming one, the search is repeated after every change
+//     constants       after a walk that only replaced operands, and instructions by assignments,
+//                     since a second walk would know no more than the first, until an edge or a
+//                     write is removed that kept a value from being known
 //
 // Constants are put in and folded in one walk, instruction by instruction, so that a chain like
 // `x = 2; y = x + 1; z = y` is done at once, where two passes would need a round for each link.
 //
-// Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcICodeOptimizer, ...), and by all levels
-// against each other in tests/random.
+// Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcICodeOptimizer, ...), by all levels against
+// each other in tests/random, and by tests/random/OptimizerRoundsTest.cpp.
 
 #include "optimizer/SlcOptimizeBasicBlocks.h"
 
@@ -46,15 +48,15 @@ namespace {
 
 constexpr int k_maxRounds = 1000;  // a bound, not an error: the code is correct in each round
 
-/// The successor that a block leaves for no more, now that folding has made `folded` of its last
-/// instruction; -1 for none. `isDropping`: that instruction guards code that can never run.
+/// The successor that a block no longer reaches, now that folding has replaced its last instruction
+/// by `folded`; -1 for none. `isDropping`: that instruction guards code that can never run.
 int DroppedSuccessor(const SlcBasicBlock& block, const SlcPtr<SlcICode>& folded, bool isDropping)
 {
     const auto& next = block.GetNextBlocks();
     if (next.size() < 2 || folded == block.GetListICode().back())
         return -1;
-    // A jump that has become an unconditional one, or a guard whose code is dropped, goes on at its
-    // label; one that was removed falls through.
+    // A jump that has become unconditional, or a guard whose code is dropped, continues at its
+    // label; without the jump control falls through.
     const int following = block.GetBlockId() + 1;
     const bool jumps = folded || isDropping;
     if (jumps)
@@ -107,8 +109,10 @@ void SlcOptimizeBasicBlocks::ForgetAll()
 void SlcOptimizeBasicBlocks::BuildGraph(SlcListICode& list)
 {
     // Dumps show each round as if it were the only one.
-    if (m_options.m_printBlockICode)
+    if (m_options.m_printBlockICode || m_options.m_rebuildEachRound) {
         ForgetAll();
+        m_defUse->ForgetAll();
+    }
     if (!m_graph) {
         m_analysis.reset();
         m_graph = std::make_unique<SlcControlFlowGraph>(list);
@@ -181,7 +185,7 @@ bool SlcOptimizeBasicBlocks::PropagateAndFold(SlcListICode& list)
     folding.Begin();
     std::vector<std::size_t> removed;
     std::vector<int> changedBlocks;
-    bool isSettled = true;  // only operands, and assignments for instructions that compute
+    bool isSettled = true;  // only operands were replaced, and computations by assignments
     std::size_t place = 0;
     for (const auto& block : m_graph->Blocks()) {
         propagation.EnterBlock(block);
@@ -198,7 +202,7 @@ bool SlcOptimizeBasicBlocks::PropagateAndFold(SlcListICode& list)
                 propagation.Propagate(code);
             if (m_options.m_convertConstOps && !isBracket) {
                 code = folding.Fold(original);
-                // The new constant is known to later instructions.
+                // Later instructions may use the new constant.
                 if (code && !(code == original) && m_options.m_copyPropagation)
                     propagation.Propagate(code);
             }
@@ -243,8 +247,8 @@ bool SlcOptimizeBasicBlocks::UpdateVariables(SlcListICode& list)
 {
     if (!m_options.m_reduceNumberTmps)
         return false;
-    // Only variables that will be stored alike may share storage. The passes to come still take all
-    // of them for varying, since a uniform one could be carried out of its run.
+    // Only variables with the same kind of storage may share it. Later passes still treat all of
+    // them as varying, since code motion could move a uniform one out of its run.
     if (m_options.m_convertTmpVarDetail)
         SlcConvertTmpVarDetail(list, *m_variables);
     std::ofstream dump;

@@ -14,9 +14,9 @@ class SlcVariableNumbers;
 ///
 /// The order within a round is a priority: removals run to exhaustion first, rewrites come only
 /// when nothing is left to remove, loops after them, and variables are shared once, when the code
-/// has become stable. Each pass sees liveness as it is in the code before it.
-/// Every pass reports a change only if the code has become smaller, a constant has taken the
-/// place of a variable, or an instruction has left a loop, so the rounds end.
+/// has become stable. Each pass sees the liveness of the code that it is given.
+/// Every pass reports a change only if the code has become smaller, a constant has replaced a
+/// variable, or an instruction has left a loop, so the rounds end.
 class SlcOptimizeBasicBlocks : public SlcICodeOptimizer {
 public:
     /// `options` must outlive the pass.
@@ -27,9 +27,9 @@ public:
 private:
     void Default(SlcPtr<SlcICode>) override {}
 
-    /// Graph, liveness and what is known of the code.
+    /// Discards graph, liveness and what is known of the code.
     void ForgetAll();
-    /// Makes the graph of `list` if there is none. Liveness is made when a pass asks for it.
+    /// Builds the graph of `list` if there is none. Liveness is computed when a pass asks for it.
     void BuildGraph(SlcListICode& list);
     [[nodiscard]] SlcDataflowAnalysis& Liveness();
     /// Removes dead code or, if there is none, empty blocks.
@@ -40,8 +40,8 @@ private:
     [[nodiscard]] bool ChangeCode(SlcListICode& list);
     /// Constant propagation and folding in one walk, so that a chain of constants takes one round.
     [[nodiscard]] bool PropagateAndFold(SlcListICode& list);
-    /// After such a walk. `isSettled`: another one would find nothing, and the blocks are as
-    /// before.
+    /// Updates what is known after such a walk. `isSettled`: another walk would find nothing, and
+    /// blocks and edges are unchanged.
     void NoteFolded(bool isSettled, std::span<const int> changedBlocks);
     /// Lets varying variables share storage; true if some instruction is x = x now.
     [[nodiscard]] bool UpdateVariables(SlcListICode& list);
@@ -51,14 +51,14 @@ private:
     SlcOptionsControl& m_options;
     std::unique_ptr<SlcVariableNumbers> m_variables;
     std::unique_ptr<SlcDefUse> m_defUse;
-    std::unique_ptr<SlcControlFlowGraph> m_graph;     // of the code as it is; null if stale
+    std::unique_ptr<SlcControlFlowGraph> m_graph;     // of the current code; null if stale
     std::unique_ptr<SlcDataflowAnalysis> m_analysis;  // of the graph; null before a pass needs it
-    /// What the code is known not to have.
+    /// The searches that would find nothing.
     struct Clean {
         bool ofDeadCode = false;
         bool ofEmptyBlocks = false;
-        bool ofConstants = false;  // that could be put in or folded
+        bool ofConstants = false;  // that could be propagated or folded
     };
     Clean m_isClean;
-    bool m_hasKeptSeams = false;  // the last search for empty blocks left some
+    bool m_hasKeptSeams = false;  // of the last search for empty blocks
 };

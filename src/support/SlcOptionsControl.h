@@ -33,6 +33,7 @@ struct SlcOptionsControl {
     bool m_printICode = false;              // dump of the list; no command-line option
     bool m_printBlockICode = false;         // dump of the blocks; no command-line option
     bool m_validateICode = k_isDebugBuild;  // after each pass; no command-line option
+    bool m_rebuildEachRound = false;        // graph and liveness; for tests that compare the two
     bool m_strict = false;                  // function bodies do not see the defining scope
     bool m_generateDSO = false;             // C++ back end instead of byte-code
     bool m_createLocalVars = true;          // required, but nothing clears it

@@ -1,0 +1,72 @@
+// The optimizer keeps graph, liveness and what it knows of the code from round to round. The result
+// must be that of rounds which rebuild all of it.
+//
+// SLC_RANDOM_SEED and SLC_RANDOM_COUNT choose other shaders and their number.
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "backends/SlcGenCCode.h"
+#include "compiler/SlcOptimizationLevel.h"
+#include "helpers/CheckedShader.h"
+#include "icode/SlcInterForm.h"
+#include "random/RandomRun.h"
+#include "shaders/RandomShader.h"
+#include "shaders/ReferenceShader.h"
+#include "support/SlcCompilation.h"
+#include "support/reports/SlcSemanticError.h"
+
+namespace {
+
+enum class Rounds { Kept, Rebuilt };
+
+/// The C++, which shows the detail and the storage of each variable too; empty for a source that is
+/// refused.
+std::string CodeOf(const std::string& source, int level, Rounds rounds)
+{
+    SlcCompilation compilation;  // its own, since temporaries are numbered
+    const SlcCompilation::Entered entered(compilation);
+    SlcOptionsControl options;
+    SetOptimizationLevel(level, options);
+    options.m_validateICode = false;
+    options.m_generateDSO = true;
+    options.m_rebuildEachRound = rounds == Rounds::Rebuilt;
+    const CheckedShader checked(source, options);
+    if (!checked.IsAccepted())
+        return {};
+    SlcInterForm form(options);
+    form.GenInterForm(checked.Root());
+    form.Optimize();
+    std::ostringstream text;
+    SlcGenCCode(form.m_errors, &options, text).GenCCode(form);
+    return text.str();
+}
+
+/// True if the source is accepted.
+bool Compare(const std::string& source, unsigned int seed)
+{
+    bool isAccepted = false;
+    for (const int level : {2, 3}) {
+        const std::string code = CodeOf(source, level, Rounds::Kept);
+        EXPECT_EQ(code, CodeOf(source, level, Rounds::Rebuilt))
+            << "seed " << seed << ", -O" << level << "\n"
+            << source;
+        isAccepted = !code.empty();
+    }
+    return isAccepted;
+}
+
+TEST(OptimizerRounds, GiveTheCodeOfRebuiltOnes)
+{
+    const unsigned int first = Setting("SLC_RANDOM_SEED", 1);
+    const unsigned int count = Setting("SLC_RANDOM_COUNT", 100);
+    unsigned int accepted = 0;
+    for (unsigned int seed = first; seed < first + count; ++seed) {
+        accepted += Compare(RandomShader(seed).Make().Text(), seed) ? 1 : 0;
+        accepted += Compare(ReferenceShader(seed).Make().Text(), seed) ? 1 : 0;
+    }
+    EXPECT_GT(accepted, count);
+}
+
+}  // namespace
