@@ -40,3 +40,6 @@ inline constexpr SqxPredefined k_sqxPredefined[] = {
     {"alpha",   SqxType::Float,   false,   "i_hiddens.GetAlpha()"},
 };
 // clang-format on
+
+/// The number that the language names: in every shader, and without a place in its grid.
+inline constexpr SqxPredefined k_sqxPi = {"PI", SqxType::Float, true, "QX_PI"};

@@ -10,6 +10,7 @@
 #include "frontend/SlcShaderTypeNode.h"
 #include "support/SlcCompilation.h"
 #include "support/reports/SlcSemanticError.h"
+#include "symbols/SlcBuiltInTable.h"
 #include "symbols/SlcFuncDescription.h"
 #include "symbols/SlcHiddenVariables.h"
 #include "symbols/SlcShaderSymbolTable.h"
@@ -138,6 +139,15 @@ std::vector<QxIndexedName> QxPredefinedVariables(std::string_view shaderKind)
             AddVariable(variables, *table, variable.name);
     }
     return variables;
+}
+
+QxIndexedName QxPredefinedConstant()
+{
+    SlcCompilation compilation;
+    const SlcCompilation::Entered entered(compilation);
+    const auto table = SlcBuiltInTable({});
+    SlcIdentNode* const pi = SlcLexicalNode::CreateIdent(SlcHiddenVariables::Pi().name);
+    return PublicVariable(*table->GetVarEntry(pi, true));
 }
 
 std::vector<QxIndexedName> QxLightLoopVariables()

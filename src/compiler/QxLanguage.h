@@ -15,6 +15,8 @@
 /// The predefined variables of a kind of shader ("surface"), in the order of the manual, with type,
 /// detail and storage. Empty for a word that is no kind.
 [[nodiscard]] std::vector<QxIndexedName> QxPredefinedVariables(std::string_view shaderKind);
+/// The constant of all kinds, `PI`.
+[[nodiscard]] QxIndexedName QxPredefinedConstant();
 /// Those that the body of a light loop has besides.
 [[nodiscard]] std::vector<QxIndexedName> QxLightLoopVariables();
 

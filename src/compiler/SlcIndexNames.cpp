@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "semantics/SlcFuncInfo.h"
+#include "symbols/SlcHiddenVariables.h"
 
 QxDetail SlcPublicDetail(const SlcDetailNode* detail)
 {
@@ -86,7 +87,7 @@ int SlcIndexNames::OfVariable(const SlcPtr<SlcVarSymbolEntry>& entry)
     if (found != m_variables.end())
         return found->second;
     // The language's own names: those of a kind of shader, and the constant.
-    if (!variable->IsHidden() && variable->GetName() != "PI")
+    if (!variable->IsHidden() && variable->GetName() != SlcHiddenVariables::Pi().name)
         return -1;
     const int number = OfWord(QxNameKind::Predefined, variable->GetName());
     QxIndexedName& name = m_index.names[static_cast<std::size_t>(number)];

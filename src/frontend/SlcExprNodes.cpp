@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "frontend/SlcRelationNodes.h"
+#include "sqx/SqxPredefined.h"
 
 namespace {
 
@@ -52,7 +53,7 @@ SlcIdentExprNode::~SlcIdentExprNode() = default;
 
 bool SlcIdentExprNode::IsConstExpr() const
 {
-    return m_ident->GetName() == "PI";
+    return m_ident->GetName() == k_sqxPi.name;
 }
 
 const SlcPtr<SlcVarSymbolEntry>& SlcIdentExprNode::GetSymbolEntry() const

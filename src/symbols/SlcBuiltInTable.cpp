@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "symbols/SlcFuncDescription.h"
-#include "symbols/SlcGeneratedNames.h"
+#include "symbols/SlcHiddenVariables.h"
 #include "symbols/SlcSymbolScope.h"
 
 namespace {
@@ -84,8 +84,8 @@ private:
 SlcPtr<SlcSymbolTable> SlcBuiltInTable(const SlcDetailRules& rules)
 {
     auto table = MakeShared<SlcSymbolTable>(MakeShared<BuiltInScope>(rules));
-    table->AddVarEntry(SlcLexicalNode::CreateIdent("PI"), SlcTypeNode::AFloat(),
-                       SlcDetailNode::AUniform(), SlcStorageSpecNode::AInput(), false,
-                       SlcGeneratedNames::k_pi, nullptr);
+    const SlcHiddenVariables::VarInfo& pi = SlcHiddenVariables::Pi();
+    table->AddVarEntry(SlcLexicalNode::CreateIdent(pi.name), pi.type(), pi.detail(),
+                       SlcStorageSpecNode::AInput(), false, pi.accessor, nullptr);
     return table;
 }

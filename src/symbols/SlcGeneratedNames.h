@@ -13,7 +13,7 @@ inline constexpr const char* k_contextVarName = "i_context";
 inline constexpr const char* k_pointType = "QxVector3";
 inline constexpr const char* k_lightPrefix = "i_lights";
 inline constexpr const char* k_lightCounter = "lightCnt";
-inline constexpr const char* k_pi = "QX_PI";
+inline constexpr const char* k_pi = k_sqxPi.accessor;
 
 /// The accessor of a predefined variable.
 consteval const char* AccessorOf(std::string_view name)

@@ -44,6 +44,8 @@ constexpr auto k_hiddens = [] {
     return infos;
 }();
 
+constexpr VarInfo k_pi = MakeInfo(k_sqxPi);
+
 // clang-format off
 //   name      type         detail        accessor
 constexpr VarInfo k_illuminance[] = {
@@ -73,6 +75,11 @@ const VarInfo& Find(std::span<const VarInfo> variables, std::string_view name, c
 std::span<const VarInfo> SlcHiddenVariables::All()
 {
     return k_hiddens;
+}
+
+const VarInfo& SlcHiddenVariables::Pi()
+{
+    return k_pi;
 }
 
 const VarInfo& SlcHiddenVariables::GetVarInfoHidden(std::string_view name)

@@ -19,6 +19,8 @@ public:
 
     /// All predefined variables of all kinds of shaders.
     [[nodiscard]] static std::span<const VarInfo> All();
+    /// `PI`, which is no variable of any kind of shader but of all code.
+    [[nodiscard]] static const VarInfo& Pi();
     /// An unknown name is a fault of the compiler, and fatal.
     [[nodiscard]] static const VarInfo& GetVarInfoHidden(std::string_view name);
     /// Null for an unknown name.

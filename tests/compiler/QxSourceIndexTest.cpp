@@ -292,6 +292,7 @@ TEST(QxLanguage, ListsWhatTheLanguageDefines)
     EXPECT_EQ(QxPredefinedVariables("imager").size(), 13U);
     EXPECT_TRUE(QxPredefinedVariables("nothing").empty());
     EXPECT_EQ(QxLightLoopVariables().size(), 3U);
+    EXPECT_EQ(QxPredefinedConstant().declaration, "uniform float PI");
     EXPECT_EQ(QxKeywords().size(), 30U);
 }
 

@@ -18,7 +18,7 @@ constexpr const char* k_source = "#include \"gain.h\"\n"
                                  "    normal Nf = faceforward(normalize(N), I);\n"
                                  "    /* \xF0\x9F\x98\x80 */ edge = gain(edge) + s;\n"
                                  "    Ci = Kd * edge * diffuse(Nf) * TWICE(Cs);\n"
-                                 "    Oi = 1;\n"
+                                 "    Oi = 1 / PI;\n"
                                  "}\n";
 
 class SqxLsNames : public testing::Test {
@@ -61,6 +61,7 @@ TEST_F(SqxLsNames, HoverShowsWhatIsKnownOfAName)
         {"g|ain(edge)", {"float gain(float amount)"}},
         {"face|forward", {"vector faceforward", "built-ins.md#faceforward"}},
         {"(|N), I", {"normal N", "Normal for shading", "surface", "displacement"}},
+        {"P|I;", {"uniform float PI", "circumference"}},
         {"TW|ICE(Cs)", {"#define TWICE(x)", "Becomes", "Cs"}},
     };
     for (const auto& one : cases)

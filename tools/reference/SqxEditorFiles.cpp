@@ -71,7 +71,11 @@ struct WordGroup {
          "Function"},
         {BuiltIns(), "slFunction", "Function", "support.function.sl", "Function"},
         {Predefined(), "slPredefined", "Identifier", "variable.language.sl", "Variable"},
-        {{"PI"}, "slConstant", "Constant", "constant.language.sl", "Constant"},
+        {{SlcHiddenVariables::Pi().name},
+         "slConstant",
+         "Constant",
+         "constant.language.sl",
+         "Constant"},
     };
 }
 

@@ -40,6 +40,7 @@ constexpr VariableMeaning k_variables[] = {
     {"Oi",      "resulting opacity"},
     {"Ps",      "position of the point that is lit; in a surface it is `P`"},
     {"alpha",   "covered share of the pixel, 0 to 1"},
+    {"PI",      "the ratio of a circle's circumference to its diameter"},
 };
 // clang-format on
 

@@ -130,7 +130,7 @@ void AddCode(const SqxLsCursor& cursor, const SqxLsContext& context, Items& item
         if (index.shaderKind.empty() || index.shaderKind == kind)
             for (const QxIndexedName& variable : QxPredefinedVariables(kind))
                 items.Add(variable, Rank::Predefined);
-    items.Add("PI", Variable, Rank::Predefined, "uniform float PI");
+    items.Add(QxPredefinedConstant(), Rank::Predefined);
     for (const QxIndexedName& function : QxBuiltInFunctions())
         items.Add(function, Rank::BuiltIn);
     for (const QxWord& word : QxKeywords())

@@ -141,12 +141,10 @@ std::string SqxLsBuiltInText(const std::string& name, const std::string& chosen)
 
 std::string SqxLsPredefinedText(const std::string& name)
 {
-    if (name == "PI")
-        return Fenced("uniform float PI") +
-               "\nThe ratio of a circle's circumference to its diameter.";
     std::string read;
     std::string written;
-    std::string declaration;
+    const QxIndexedName constant = QxPredefinedConstant();
+    std::string declaration = name == constant.name ? constant.declaration : "";
     for (const char* kind : k_kinds)
         for (const QxIndexedName& variable : QxPredefinedVariables(kind)) {
             if (variable.name != name)
