@@ -114,20 +114,25 @@ int SlcKeywordToken(std::string_view word)
 
 void SlcScanner::Begin(std::FILE* file, std::string_view text)
 {
-    Current().file = file;
-    Current().text = text;
-    SlcCurrentPosition() = {};
-    Current().noStringBefore = 0;
+    Current().BeginSource(file, text);
+}
+
+void SlcScanner::BeginSource(std::FILE* file, std::string_view text)
+{
+    m_file = file;
+    m_text = text;
+    m_position = {};
+    m_noStringBefore = 0;
     ResetLineNumber();
     Restart();
 }
 
 void SlcScanner::ResetLineNumber()
 {
-    Current().lineHeld = false;
-    Current().mayBeLong = false;
-    SlcCurrentPosition().column = 0;
-    SlcCurrentPosition().line = 1;
+    m_lineHeld = false;
+    m_mayBeLong = false;
+    m_position.column = 0;
+    m_position.line = 1;
 }
 
 void SlcScanner::CountChars(std::string_view text, char filler)
@@ -139,22 +144,22 @@ void SlcScanner::CountChars(std::string_view text, char filler)
 
 void SlcScanner::RefuseCharacter()
 {
-    SlcCurrentPosition().isUncounted = true;
+    m_position.isUncounted = true;
     yyerror("Invalid charcacter");
-    SlcCurrentPosition().isUncounted = false;
+    m_position.isUncounted = false;
 }
 
 // Reports repeat line and filler: past the limit of a line they are of no use.
 void SlcScanner::AddFillers(std::size_t count, char filler)
 {
-    std::string& fillers = SlcCurrentPosition().filler;
+    std::string& fillers = m_position.filler;
     fillers.resize(std::min(fillers.size() + count, k_maxTokenLength), filler);
 }
 
 void SlcScanner::SkipText(std::string_view text)
 {
     AppendToLine(text);
-    std::string& filler = SlcCurrentPosition().filler;
+    std::string& filler = m_position.filler;
     const std::size_t room = k_maxTokenLength - std::min(filler.size(), k_maxTokenLength);
     for (const char c : text.substr(0, room))
         filler += c == '\t' ? '\t' : ' ';
@@ -169,34 +174,32 @@ void SlcScanner::SkipBlanks(std::string_view text)
     } else {
         SkipText(text);
     }
-    SlcCurrentPosition().tokenLength = 1;
+    m_position.tokenLength = 1;
 }
 
 void SlcScanner::AppendToLine(std::string_view text)
 {
-    SlcSourcePosition& position = SlcCurrentPosition();
     // Only the first line grows like this.
-    if (!Current().lineHeld && position.currentLine.size() < k_maxTokenLength)
-        position.currentLine += text.substr(0, k_maxTokenLength);
-    if (position.column == 0)
-        position.filler.clear();
-    position.column += static_cast<int>(text.size());
+    if (!m_lineHeld && m_position.currentLine.size() < k_maxTokenLength)
+        m_position.currentLine += text.substr(0, k_maxTokenLength);
+    if (m_position.column == 0)
+        m_position.filler.clear();
+    m_position.column += static_cast<int>(text.size());
 }
 
 void SlcScanner::NewLine()
 {
-    SlcSourcePosition& position = SlcCurrentPosition();
-    Current().lineHeld = true;
-    Current().mayBeLong = false;
-    position.column = 0;
+    m_lineHeld = true;
+    m_mayBeLong = false;
+    m_position.column = 0;
     // A line marker can hold the greatest number.
-    if (position.line < std::numeric_limits<int>::max())
-        ++position.line;
+    if (m_position.line < std::numeric_limits<int>::max())
+        ++m_position.line;
 }
 
 void SlcScanner::BeginLine(std::string_view text)
 {
-    const bool mayBeLong = Current().mayBeLong;
+    const bool mayBeLong = m_mayBeLong;
     BeginSkippedLine(text);
     if (!mayBeLong)
         RefuseIfTooLong(text);
@@ -204,14 +207,14 @@ void SlcScanner::BeginLine(std::string_view text)
 
 void SlcScanner::BeginSkippedLine(std::string_view text)
 {
-    SlcCurrentPosition().currentLine = text.substr(1, k_maxTokenLength);
+    m_position.currentLine = text.substr(1, k_maxTokenLength);
     NewLine();
 }
 
 const std::string* SlcScanner::FileName(std::string_view name)
 {
     // Nodes keep pointers to the names, so that none is ever removed.
-    auto& names = Current().fileNames;
+    auto& names = m_fileNames;
     auto found = names.find(name);
     if (found == names.end())
         found = names.emplace(name).first;
@@ -233,29 +236,26 @@ void SlcScanner::Directive(std::string_view text)
         std::from_chars(text.data() + digit, text.data() + text.size(), line).ec == std::errc();
     if (!hasNumber || open == std::string_view::npos || close == open)
         return;
-    SlcSourcePosition& position = SlcCurrentPosition();
     // The number is that of the line after the marker, whose own newline is still to come.
-    position.line = line > std::numeric_limits<int>::min() ? line - 1 : line;
-    position.file = FileName(text.substr(open + 1, close - open - 1));
-}
-
-SlcPosition SlcScanner::Position()
-{
-    const SlcSourcePosition& position = SlcCurrentPosition();
-    return {position.line, position.column, position.file};
+    m_position.line = line > std::numeric_limits<int>::min() ? line - 1 : line;
+    m_position.file = FileName(text.substr(open + 1, close - open - 1));
 }
 
 std::size_t SlcScanner::Read(char* buffer, std::size_t size)
 {
-    State& state = Current();
+    return Current().ReadSource(buffer, size);
+}
+
+std::size_t SlcScanner::ReadSource(char* buffer, std::size_t size)
+{
     std::size_t count = 0;
-    if (state.file) {
-        count = std::fread(buffer, 1, size, state.file);
-        if (count == 0 && std::ferror(state.file) != 0)
+    if (m_file) {
+        count = std::fread(buffer, 1, size, m_file);
+        if (count == 0 && std::ferror(m_file) != 0)
             yyerror("Cannot read the preprocessed source");
     } else {
-        count = state.text.copy(buffer, size);
-        state.text.remove_prefix(count);
+        count = m_text.copy(buffer, size);
+        m_text.remove_prefix(count);
     }
     // The generated scanner ends raw input at a zero byte, so that one stands for an invalid
     // character instead, which no token holds either.

@@ -1,6 +1,8 @@
 #include "frontend/SlcScanner.h"
 
+#include <fstream>
 #include <memory>
+#include <string>
 
 #include <gtest/gtest.h>
 
@@ -37,6 +39,18 @@ public:
 private:
     std::unique_ptr<std::FILE, Close> m_file;
 };
+
+/// How often this process has read from a file; negative where the system does not count it.
+long ReadsSoFar()
+{
+    std::ifstream counts("/proc/self/io");
+    std::string word;
+    long count = 0;
+    while (counts >> word >> count)
+        if (word == "syscr:")
+            return count;
+    return -1;
+}
 
 std::string TokenText(int token)
 {
@@ -238,6 +252,18 @@ TEST(SlcScanner, LooksForTheEndOfAStringOnce)
     EXPECT_EQ(Tokens(escapedQuotes + "a"), "a");
     testing::internal::GetCapturedStderr();
     EXPECT_EQ(NbErrors(), 400001);
+}
+
+// Each time the generated scanner gets more of a token it goes over all of it again, so that the
+// pieces must grow with it.
+TEST(SlcScanner, ReadsLongLinesInFewPieces)
+{
+    const Source source(std::string(std::size_t{1} << 24, '/'));
+    const long before = ReadsSoFar();
+    if (before < 0)
+        GTEST_SKIP() << "the system does not count reads";
+    EXPECT_EQ(yylex(), 0);
+    EXPECT_LT(ReadsSoFar() - before, 200);
 }
 
 TEST(SlcScannerDeathTest, EndsTheProcessAtATokenThatIsTooLong)
