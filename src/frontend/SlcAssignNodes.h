@@ -15,6 +15,7 @@ class SlcAssignExprNode : public SlcVisitable<SlcAssignExprNode, SlcReferenceExp
 public:
     /// Has the position of its left value.
     SlcAssignExprNode(std::unique_ptr<SlcLValueNode> lvalue, std::unique_ptr<SlcExprNode> value);
+    [[nodiscard]] SlcAssignExprNode* AsAssignExpr() final { return this; }
     [[nodiscard]] virtual bool IsEqAssign() const { return false; }
     [[nodiscard]] virtual bool IsAddEqAssign() const { return false; }
     [[nodiscard]] virtual bool IsSubEqAssign() const { return false; }

@@ -36,6 +36,10 @@ template <class Node>
         return nullptr;
     if constexpr (std::is_same_v<Node, SlcExprNode>)
         return node->AsExpr();
+    else if constexpr (std::is_same_v<Node, SlcAssignExprNode>)
+        return node->AsAssignExpr();
+    else if constexpr (std::is_same_v<Node, SlcRelationNode>)
+        return node->AsRelation();
     else if constexpr (std::is_same_v<Node, SlcStmtNode>)
         return node->AsStmt();
     else if constexpr (std::is_same_v<Node, SlcLValueNode>)

@@ -201,8 +201,18 @@ void SlcParseAdvice::Follow(const Token& token)
     m_openParentheses = m_parentheses.size();
     FollowHead(token);
     FollowCondition(token);
-    FollowParenthesis(token);
-    FollowBrace(token);
+    switch (token.code) {
+    case '(':
+    case ')':
+    case '{':
+    case '}':
+    case ';':
+        FollowParenthesis(token);
+        FollowBrace(token);
+        break;
+    default:
+        break;
+    }
 }
 
 void SlcParseAdvice::FollowHead(const Token& token)

@@ -12,6 +12,7 @@
 class SlcRelationNode : public SlcSyntaxNode {
 public:
     using SlcSyntaxNode::SlcSyntaxNode;
+    [[nodiscard]] SlcRelationNode* AsRelation() final { return this; }
     /// The operator, as the source writes it.
     [[nodiscard]] virtual std::string_view ToString() const = 0;
 };

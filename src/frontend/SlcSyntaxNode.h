@@ -7,10 +7,12 @@
 #include "frontend/SlcAnnotation.h"
 #include "support/SlcPtr.h"
 
+class SlcAssignExprNode;
 class SlcBinOpExprNode;
 class SlcCodeWalker;
 class SlcExprNode;
 class SlcLValueNode;
+class SlcRelationNode;
 class SlcStmtNode;
 
 /// A place in the user's source. The file name lives in the scanner's list to the end of the run.
@@ -79,6 +81,8 @@ public:
     // dynamic cast would compare the names of all classes between.
     [[nodiscard]] virtual SlcExprNode* AsExpr() { return nullptr; }
     [[nodiscard]] virtual SlcBinOpExprNode* AsBinOpExpr() { return nullptr; }
+    [[nodiscard]] virtual SlcAssignExprNode* AsAssignExpr() { return nullptr; }
+    [[nodiscard]] virtual SlcRelationNode* AsRelation() { return nullptr; }
     [[nodiscard]] virtual SlcStmtNode* AsStmt() { return nullptr; }
     [[nodiscard]] virtual SlcLValueNode* AsLValue() { return nullptr; }
 

@@ -53,7 +53,7 @@ void SlcGenInterCode::Case(SlcForStmtNode* node)
 
 void SlcGenInterCode::GenUnusedValue(SlcExprNode& expr)
 {
-    m_valueUnused = dynamic_cast<SlcAssignExprNode*>(&expr) != nullptr;
+    m_valueUnused = expr.AsAssignExpr() != nullptr;
     expr.ApplyWalker(this);
     if (!SlcLoweringContext::TypeOf(&expr)->IsVoidType())
         static_cast<void>(m_values.PopReference());
