@@ -10,25 +10,12 @@
 #include "optimizer/SlcUniformAccess.h"
 
 #include <algorithm>
+#include <typeinfo>
 
 #include "icode/SlcICodes.h"
 #include "icode/SlcOperandWalker.h"
 
 namespace {
-
-/// Maps each reference to an element to its array.
-class ReferencedArrays : public SlcAllICodeWalker {
-public:
-    SlcUniformAccess::Arrays m_arrays;
-
-private:
-    using SlcAllICodeWalker::Case;
-    void Case(SlcPtr<SlcArrayRefICode> code) override
-    {
-        m_arrays[&*code->m_result] = &*code->m_array;
-    }
-    void Default(SlcPtr<SlcICode>) override {}
-};
 
 /// Notes the uniform operands of instructions; what is done to an element is done to its array.
 class NoteUniforms : public SlcOperandWalker {
@@ -54,7 +41,7 @@ private:
 
     void Note(const SlcOperand& operand, bool isWritten)
     {
-        const auto array = m_arrays.find(&*operand);
+        const auto array = m_arrays.empty() ? m_arrays.end() : m_arrays.find(&*operand);
         if (array == m_arrays.end()) {
             NoteItself(*operand, isWritten);
             return;
@@ -76,10 +63,16 @@ private:
 
 SlcUniformAccess::Arrays SlcUniformAccess::ArraysOf(const std::deque<SlcPtr<SlcICode>>& codes)
 {
-    ReferencedArrays references;
-    for (const auto& code : codes)
-        code->ApplyWalker(&references);
-    return std::move(references.m_arrays);
+    Arrays arrays;
+    for (const auto& code : codes) {
+        // Few instructions are one, and no class derives from it.
+        const SlcICode& object = *code;
+        if (&typeid(object) != &typeid(SlcArrayRefICode))
+            continue;
+        const auto& reference = static_cast<const SlcArrayRefICode&>(object);
+        arrays[&*reference.m_result] = &*reference.m_array;
+    }
+    return arrays;
 }
 
 void SlcUniformAccess::Add(const SlcPtr<SlcICode>& code, const Arrays& arrays)
