@@ -27,6 +27,7 @@ public:
     /// Begins another block.
     void Reset();
 
+    void AddInstrNumber(short number) { m_values.push_back(number); }
     /// The name of a primitive or of another instruction that has a number.
     void AddInstr(std::string_view name);
     /// A form without a number is a fault of the compiler, and fatal.

@@ -166,23 +166,25 @@ void SlcGenByteCode::GenParameter(SlcVarSymbolEntry& parameter, const SlcStringL
 void SlcGenByteCode::GenLocals(const std::vector<SlcOperand>& locals)
 {
     for (const bool uniform : {true, false}) {
-        std::vector<SlcOperand> group;
-        for (const SlcOperand& local : locals)
-            if (local->IsUniform() == uniform)
-                group.push_back(local);
-        m_out << group.size() << '\n';
-        for (const SlcOperand& local : group)
-            GenVarTypeInfo(local);
+        // Collected in one text: writing each number to the stream takes far longer.
+        std::string lines;
+        std::size_t count = 0;
+        for (const SlcOperand& local : locals) {
+            if (local->IsUniform() != uniform)
+                continue;
+            AddVarTypeInfo(local, lines);
+            ++count;
+        }
+        m_out << count << '\n' << lines;
     }
 }
 
-void SlcGenByteCode::GenVarTypeInfo(const SlcOperand& variable)
+void SlcGenByteCode::AddVarTypeInfo(const SlcOperand& variable, std::string& lines)
 {
     const SlcTypeNode* type = variable->GetType();
-    // Numbers are collected in one text: writing each to the stream takes far longer.
-    std::string line = std::to_string(SlcInterfaceQxLib::SlcTypeNodeToQxType(ElementOf(type)));
-    line.append(1, ' ').append(std::to_string(SizeOf(type)));
-    m_out << line.append(type->IsArrayRefType() ? " 1\n" : " 0\n");
+    lines += std::to_string(SlcInterfaceQxLib::SlcTypeNodeToQxType(ElementOf(type)));
+    lines.append(1, ' ').append(std::to_string(SizeOf(type)));
+    lines += type->IsArrayRefType() ? " 1\n" : " 0\n";
     Number(variable);
 }
 

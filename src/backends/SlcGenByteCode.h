@@ -11,6 +11,7 @@
 
 #include "backends/SlcCodeBlock.h"
 #include "backends/SlcEquCBinOpName.h"
+#include "backends/SlcOperatorNumbers.h"
 #include "backends/SlcPrimitiveNames.h"
 #include "icode/SlcInterForm.h"
 #include "icode/SlcJumpICode.h"
@@ -68,7 +69,7 @@ private:
     void GenLocals(const std::vector<SlcOperand>& locals);
     void GenConstants(const std::deque<SlcOperand>& constants);
     /// A local, and a constant with its value; both get their numbers.
-    void GenVarTypeInfo(const SlcOperand& variable);
+    void AddVarTypeInfo(const SlcOperand& variable, std::string& lines);
     void GenConstInfo(const SlcOperand& constant);
     void Number(const SlcOperand& operand) { operand->m_index = m_nextVarNb++; }
 
@@ -89,6 +90,13 @@ private:
     [[nodiscard]] bool IsAvailable(const SlcCallICode& call);
     void AddTransform(const SlcTransformSpaceICode& code, SlcTransformDirection direction);
     void ClearFlags(const std::deque<SlcOperand>& flags);
+    /// The number of an instruction that is named by the types of two operands.
+    template <class Name>
+    void AddOperator(const SlcICode& code, const SlcOperand& first, const SlcOperand& second,
+                     const Name& name)
+    {
+        m_code.AddInstrNumber(m_operatorNumbers.Of(code, first, second, name));
+    }
 
     using SlcAllICodeWalker::Case;
     // SlcGenByteCodeInstructions.cpp; calls, spaces, lights and textures SlcGenByteCodeCalls.cpp.
@@ -148,6 +156,7 @@ private:
     std::map<std::string, int> m_dsoLibs;                  // number of a library by its file name
     std::map<std::string, int> m_dsoFuncs;  // number of a shadeop by its function key
     SlcEquCBinOpName m_opName{SlcEquCBinOpName::Invert::Source};
+    SlcOperatorNumbers m_operatorNumbers;
     std::set<const SlcProcCallExprNode*> m_reportedCalls;  // for look-up only
     std::set<std::size_t> m_leftOut;                       // parameters without a default value
     std::set<std::size_t> m_unwritten;

@@ -20,14 +20,15 @@
 
 void SlcGenByteCode::Case(SlcPtr<SlcAssignICode> code)
 {
-    m_code.AddInstr(m_opName.GetString(code));
+    AddOperator(*code, code->m_dest, code->m_source, [&] { return m_opName.GetString(code); });
     m_code.AddVar(code->m_dest);
     m_code.AddVar(code->m_source);
 }
 
 void SlcGenByteCode::Case(SlcPtr<SlcAssignSIMDICode> code)
 {
-    m_code.AddInstr(m_opName.GetString(SlcPtr<SlcAssignICode>(code)) + "_SIMD");
+    AddOperator(*code, code->m_dest, code->m_source,
+                [&] { return m_opName.GetString(SlcPtr<SlcAssignICode>(code)) + "_SIMD"; });
     m_code.AddVar(code->m_dest);
     m_code.AddVar(code->m_source);
 }
@@ -40,7 +41,8 @@ void SlcGenByteCode::Case(SlcPtr<SlcAssignToZeroICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcArithExprICode> code)
 {
-    m_code.AddInstr(m_opName.GetString(code));
+    AddOperator(*code, code->m_leftExpr, code->m_rightExpr,
+                [&] { return m_opName.GetString(code); });
     m_code.AddVar(code->m_resultId);
     m_code.AddVar(code->m_leftExpr);
     m_code.AddVar(code->m_rightExpr);
@@ -48,7 +50,8 @@ void SlcGenByteCode::Case(SlcPtr<SlcArithExprICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcBinOpBoolExprICode> code)
 {
-    m_code.AddInstr(m_opName.GetString(code));
+    AddOperator(*code, code->m_leftExpr, code->m_rightExpr,
+                [&] { return m_opName.GetString(code); });
     m_code.AddVar(code->m_resultId);
     m_code.AddVar(code->m_leftExpr);
     m_code.AddVar(code->m_rightExpr);
