@@ -280,6 +280,8 @@ TEST(Sqxcpp, WritesRulesForMakefiles)
     EXPECT_FALSE(std::filesystem::exists("rule"));
     EXPECT_EQ(run("-MD -MF no/where dir/a.sl"), 256);
     EXPECT_EQ(run("--nothing"), 512);
+    EXPECT_EQ(run("-MF rule dir/a.sl"), 512);
+    EXPECT_EQ(run("-MT x dir/a.sl"), 512);
 }
 
 }  // namespace

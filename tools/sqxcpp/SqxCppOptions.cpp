@@ -126,5 +126,8 @@ SqxCppOptions SqxReadCppOptions(const std::vector<std::string>& arguments)
         arguments, [&](SqxOptionWords& words) { ReadOption(words, options); }, readSource);
     if (options.source.empty() && options.information == SqxInformation::None)
         throw SqxUsageError("No source is given");
+    if (options.rule == SqxCppOptions::Rule::None &&
+        !(options.ruleFile.empty() && options.targets.empty()))
+        throw SqxUsageError("A file or a target for a rule needs '-M' or '-MD'");
     return options;
 }
