@@ -12,8 +12,8 @@ cd "$(dirname "$0")/.."
 source scripts/prepare.sh
 
 # g++ and clang++ 14 are those of Debian 12, whose newest clang++ is 22. It has libc++ 22 as an archive alone. -m32
-# does without g++-multilib, which conflicts with compilers for other architectures: the headers of the kernel are
-# the same for both sizes. The libc++ of clang++ 14 is missing: before version 20 it cannot read floating-point numbers
+# does without g++-multilib: the headers of the kernel are the same for both sizes. Its libc6-dev-i386 replaces
+# compilers for other architectures, which cross.sh installs again. The libc++ of clang++ 14 is missing: before version 20 it cannot read floating-point numbers
 # with std::from_chars.
 #   name                compiler     packages                                              flags
 compilers='
@@ -21,7 +21,7 @@ compilers='
     clang++-14          clang++-14   clang-14
     clang++-22          clang++-22   clang-22
     clang++-22-libc++   clang++-22   clang-22,libc++-22-dev,libc++abi-22-dev    -stdlib=libc++
-    g++-m32             g++          lib32stdc++-12-dev                         -m32 -msse2 -mfpmath=sse -idirafter /usr/include/x86_64-linux-gnu
+    g++-m32             g++          lib32stdc++-12-dev,libc6-dev-i386          -m32 -msse2 -mfpmath=sse -idirafter /usr/include/x86_64-linux-gnu
 '
 install=0
 [ "${1-}" != --install ] || { install=1; shift; }

@@ -164,7 +164,7 @@ bool Fuser::FuseProduct(std::size_t before, std::size_t index)
             continue;
         std::vector<QxOperand> fused = {operands[0]};
         for (std::size_t k = 1; k < user.code.count; ++k)
-            if (k != 1 + pair.place)
+            if (k != 1U + pair.place)
                 fused.push_back(operands[k]);
         fused.insert(pair.order == Pair::Order::ProductFirst ? fused.begin() + 1 : fused.end(),
                      {factors[1], factors[2]});
