@@ -1,7 +1,7 @@
-// Between the host's view of a shader and the machine's: facts are copied out of the program once,
-// runs are passed through.
+// Adapts a program of the machine to `QxShader`: the interface is copied once, and runs are
+// forwarded.
 //
-// Tested by tests/host/HostTest.cpp, where every case runs byte-code and shared objects alike.
+// Tested by tests/host/HostTest.cpp, where every case runs both byte-code and shared objects.
 
 #include "host/QxByteCodeShader.h"
 

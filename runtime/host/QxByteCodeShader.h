@@ -3,16 +3,17 @@
 #include "host/QxShader.h"
 #include "machine/run/QxMachineProgram.h"
 
-/// A shader of byte-code. Each run has a machine of its own; the program is one for all of them.
-/// Runs count steps and can be stopped.
+/// A shader in byte-code. All runs share one translated program, and each has its own machine. Runs
+/// count their steps and can be stopped.
 class QxByteCodeShader : public QxShader {
 public:
-    /// As `QxShader::Read`; `kernels` is for comparisons. Keeps nothing of the bytes. Throws
-    /// `QxHostError`, which says what is wrong with the file or its shadeop libraries.
+    /// As `QxShader::Read`; `kernels` selects a kernel set, for tests that compare them. The bytes
+    /// are not needed after the call. Throws `QxHostError`, which says what is wrong with the file
+    /// or its shadeop libraries.
     QxByteCodeShader(std::string_view bytes, const std::string& name,
                      const std::vector<std::string>& shadeopFolders,
                      QxKernelChoice kernels = QxKernelChoice::Best);
-    /// The same for what `SqxReader` has read. All of it must have been read.
+    /// As above, for a shader that `SqxReader` has read completely.
     QxByteCodeShader(const SqxShader& shader, const std::string& name,
                      const std::vector<std::string>& shadeopFolders);
 

@@ -1,4 +1,5 @@
-// Each question has one line: who is asked, and the answer once there was an error.
+// Each function says which function of the host is asked, and which answer the shader gets after an
+// error.
 //
 // Tested by tests/host/HostTest.cpp.
 
@@ -10,16 +11,16 @@ constexpr unsigned long k_questionsAfterError = 10'000'000;
 constexpr unsigned int k_firstPoint = 0;
 
 template <class Query>
-QxGridQueries<Query> JustOne(const Query& query, const void* file = nullptr)
+QxGridQueries<Query> QueryOfOnePoint(const Query& query, const void* file = nullptr)
 {
     return {file, &query, &k_firstPoint, 1};
 }
 
 }  // namespace
 
-void QxErrorHolder::Count()
+void QxErrorHolder::CountQuestionAfterError()
 {
-    if (++m_asked > k_questionsAfterError)
+    if (++m_askedSinceError > k_questionsAfterError)
         Release();
 }
 
@@ -28,7 +29,7 @@ Result QxErrorHolder::Ask(Result (QxShaderSupport::*question)(Arguments...), Res
                           Arguments... arguments)
 {
     if (m_error) {
-        Count();
+        CountQuestionAfterError();
         return neutral;
     }
     try {
@@ -44,14 +45,14 @@ void QxErrorHolder::AskGrid(void (QxShaderSupport::*question)(const QxGridQuerie
                                                               Results*...),
                             const QxGridQueries<Query>& asked, Results*... results)
 {
-    Tell<const QxGridQueries<Query>&, Results*...>(question, asked, results...);
+    Forward<const QxGridQueries<Query>&, Results*...>(question, asked, results...);
 }
 
 template <class... Arguments>
-void QxErrorHolder::Tell(void (QxShaderSupport::*question)(Arguments...), Arguments... arguments)
+void QxErrorHolder::Forward(void (QxShaderSupport::*question)(Arguments...), Arguments... arguments)
 {
     if (m_error)
-        return Count();
+        return CountQuestionAfterError();
     try {
         (m_answers.*question)(arguments...);
     } catch (...) {
@@ -62,7 +63,7 @@ void QxErrorHolder::Tell(void (QxShaderSupport::*question)(Arguments...), Argume
 void QxErrorHolder::EvaluateLights(const QxVector3* positions, unsigned int points,
                                    QxLightInput* lights, unsigned int count)
 {
-    Tell(&QxShaderSupport::EvaluateLights, positions, points, lights, count);
+    Forward(&QxShaderSupport::EvaluateLights, positions, points, lights, count);
 }
 
 QxRGBColor QxErrorHolder::Ambient(const QxVector3& position)
@@ -79,34 +80,35 @@ QxRGBColor QxErrorHolder::AmbientAt(const QxVector3& position, unsigned int poin
 void QxErrorHolder::AmbientOverGrid(const QxVector3* positions, unsigned int points,
                                     QxRGBColor* results)
 {
-    Tell(&QxShaderSupport::AmbientOverGrid, positions, points, results);
+    Forward(&QxShaderSupport::AmbientOverGrid, positions, points, results);
 }
 
 QxRGBColor QxErrorHolder::Texture(const QxTextureQuery& query)
 {
     QxRGBColor result = {0, 0, 0};
-    TextureOverGrid(JustOne(query, FindFile(QxFileKind::Texture, query.name)), &result);
+    TextureOverGrid(QueryOfOnePoint(query, FindFile(QxFileKind::Texture, query.name)), &result);
     return result;
 }
 
 QxRGBColor QxErrorHolder::Environment(const QxPointsQuery& query)
 {
     QxRGBColor result = {0, 0, 0};
-    EnvironmentOverGrid(JustOne(query, FindFile(QxFileKind::Environment, query.name)), &result);
+    EnvironmentOverGrid(QueryOfOnePoint(query, FindFile(QxFileKind::Environment, query.name)),
+                        &result);
     return result;
 }
 
 QxRGBColor QxErrorHolder::Shadow(const QxPointsQuery& query)
 {
     QxRGBColor result = {0, 0, 0};
-    ShadowOverGrid(JustOne(query, FindFile(QxFileKind::Shadow, query.name)), &result);
+    ShadowOverGrid(QueryOfOnePoint(query, FindFile(QxFileKind::Shadow, query.name)), &result);
     return result;
 }
 
 float QxErrorHolder::RayHit(const QxRayQuery& query)
 {
     float distance = -1;
-    RayHitOverGrid(JustOne(query), &distance);
+    RayHitOverGrid(QueryOfOnePoint(query), &distance);
     return distance;
 }
 
@@ -114,14 +116,14 @@ QxRGBColor QxErrorHolder::Trace(const QxRayQuery& query, float& distance)
 {
     QxRGBColor result = {0, 0, 0};
     distance = -1;
-    TraceOverGrid(JustOne(query), &result, &distance);
+    TraceOverGrid(QueryOfOnePoint(query), &result, &distance);
     return result;
 }
 
 QxRGBColor QxErrorHolder::Transmission(const QxRayQuery& query)
 {
     QxRGBColor result = {1, 1, 1};
-    TransmissionOverGrid(JustOne(query), &result);
+    TransmissionOverGrid(QueryOfOnePoint(query), &result);
     return result;
 }
 
@@ -129,7 +131,7 @@ float QxErrorHolder::Occlusion(const QxRayQuery& query, QxVector3& openDirection
 {
     float result = 0;
     openDirection = query.direction;
-    OcclusionOverGrid(JustOne(query), &result, &openDirection);
+    OcclusionOverGrid(QueryOfOnePoint(query), &result, &openDirection);
     return result;
 }
 
@@ -139,7 +141,7 @@ QxRGBColor QxErrorHolder::IndirectDiffuse(const QxRayQuery& query, QxVector3& op
     openDirection = query.direction;
     occlusion = 0;
     QxRGBColor result = {0, 0, 0};
-    IndirectDiffuseOverGrid(JustOne(query), &result, &openDirection, &occlusion);
+    IndirectDiffuseOverGrid(QueryOfOnePoint(query), &result, &openDirection, &occlusion);
     return result;
 }
 
@@ -170,7 +172,7 @@ float QxErrorHolder::Depth(const QxVector3& position)
     return Ask<float, const QxVector3&>(&QxShaderSupport::Depth, 0, position);
 }
 
-/// Neutral numbers are random, too: a shader may wait for one that it likes.
+/// The neutral answer is random too: a shader may loop until a number meets its condition.
 float QxErrorHolder::Random()
 {
     return m_error ? QxShaderSupport::Random() : Ask(&QxShaderSupport::Random, 0.0F);
@@ -189,12 +191,12 @@ float QxErrorHolder::NextRandomNumber(unsigned int point)
 
 void QxErrorHolder::Print(const char* text)
 {
-    Tell(&QxShaderSupport::Print, text);
+    Forward(&QxShaderSupport::Print, text);
 }
 
 void QxErrorHolder::Report(const char* text)
 {
-    Tell(&QxShaderSupport::Report, text);
+    Forward(&QxShaderSupport::Report, text);
 }
 
 bool QxErrorHolder::LightMessage(unsigned int light, const char* name, const QxMessageValue& value)

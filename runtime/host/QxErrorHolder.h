@@ -6,16 +6,17 @@
 #include "QxShaderSupport.h"
 #include "kernels/QxFileHandles.h"
 
-/// Passes the questions of a built shader on, and holds an error of an answer back until the shader
-/// has ended: it frees its locals at its end alone, which an exception would pass by.
+/// Forwards the questions of a shared object to the host, and holds an exception that an answer
+/// throws until the shader has returned. The shader frees its locals only when it returns, so an
+/// exception that passed through it would leak them.
 ///
-/// After an error the shader gets neutral answers. One that keeps asking is left with the error all
-/// the same, since it may never end. Questions of one point are asked as those of a grid are, so
-/// that a host may answer in either form.
+/// After an error the shader gets neutral answers. A shader that keeps asking may never return: the
+/// error is then thrown through it. Questions for one point are forwarded as questions for a grid,
+/// so that a host needs to override only one of the two forms.
 class QxErrorHolder : public QxShaderSupport {
 public:
-    /// `answers` and `files` must outlive it.
-    /// `firstDraw`: with what the counts of `random` begin.
+    /// `answers` and `files` must outlive the object. `firstDraw` is where the count of the calls
+    /// of `random` starts for each point.
     QxErrorHolder(QxShaderSupport& answers, QxFileHandles& files, unsigned int firstDraw = 0)
         : m_answers(answers),
           m_files(files)
@@ -23,7 +24,7 @@ public:
         m_draws.Start(firstDraw);
     }
 
-    /// Throws the error that was held back, if there is one. The shader has ended.
+    /// Throws the error that was held, if there is one. To be called when the shader has returned.
     void Release()
     {
         if (m_error)
@@ -68,7 +69,7 @@ public:
     void IndirectDiffuseOverGrid(const QxGridQueries<QxRayQuery>& asked, QxRGBColor* results,
                                  QxVector3* openDirections, float* occlusions) override;
     float RandomNumber(unsigned int point, unsigned int draw) override;
-    /// Counts the calls of each point.
+    /// Counts the calls for each point and asks the host for the number of that count.
     float NextRandomNumber(unsigned int point) override;
     QxRGBColor AmbientAt(const QxVector3& position, unsigned int point) override;
 
@@ -80,12 +81,12 @@ private:
     void AskGrid(void (QxShaderSupport::*question)(const QxGridQueries<Query>&, Results*...),
                  const QxGridQueries<Query>& asked, Results*... results);
     template <class... Arguments>
-    void Tell(void (QxShaderSupport::*question)(Arguments...), Arguments... arguments);
-    void Count();
+    void Forward(void (QxShaderSupport::*question)(Arguments...), Arguments... arguments);
+    void CountQuestionAfterError();
 
     QxShaderSupport& m_answers;
     QxFileHandles& m_files;
     std::exception_ptr m_error;
-    unsigned long m_asked = 0;  // since then
+    unsigned long m_askedSinceError = 0;
     QxDraws m_draws;
 };

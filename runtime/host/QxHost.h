@@ -1,6 +1,6 @@
 #pragma once
 
-// All that a program needs to run shaders, byte-code and shared objects alike:
+// Everything that a program needs to run shaders, in byte-code or as shared objects:
 //
 //     QxHostScene scene;
 //     scene.AddPointLight({0, 2, -2}, {1, 1, 1});

@@ -1,9 +1,8 @@
-// One table for each type of value holds all that is to be told of a predefined variable: its name,
-// where a shader finds it, whether the grid has one value of it or one for each point, and what it
-// is at first. Storage, look-up by name and the handing over to shaders are loops over these rows.
+// One table for each type of value describes the predefined variables: the name, the member through
+// which shaders access it, whether the grid has one value or one for each point, and the initial
+// value. Storage, look-up by name and access by shaders are loops over these rows.
 //
-// `E` has no member there: it is the same for a whole picture, and shaders take it from the
-// context.
+// `E` has no such member: shaders read it from the context.
 //
 // Tested by tests/host/HostTest.cpp.
 
@@ -20,7 +19,7 @@ namespace {
 template <class Value>
 struct Row {
     std::string_view name;
-    Value* QxHiddenVariables::*member;  // null: the shader gets it another way
+    Value* QxHiddenVariables::*member;  // null: shaders read it from the context
     bool uniform;
     Value initial;
 };
@@ -78,7 +77,7 @@ std::span<const Row<QxRGBColor>> Rows()
     return k_colors;
 }
 
-// One value as numbers, and back.
+// Conversion of one value to numbers and back.
 
 void Append(std::vector<float>& numbers, float value)
 {
@@ -91,20 +90,20 @@ void Append(std::vector<float>& numbers, const Triple& value)
     numbers.insert(numbers.end(), {value[0], value[1], value[2]});
 }
 
-void Take(float& value, const float* numbers)
+void Load(float& value, const float* numbers)
 {
     value = numbers[0];
 }
 
 template <class Triple>
-void Take(Triple& value, const float* numbers)
+void Load(Triple& value, const float* numbers)
 {
     value = {numbers[0], numbers[1], numbers[2]};
 }
 
-/// `source` holds one value or as many as the target.
+/// Assigns `source`, which must have one value or as many as `target`. Throws `QxHostError`.
 template <class Value>
-void Spread(std::vector<Value>& target, const QxHostValue& source, std::string_view name)
+void Assign(std::vector<Value>& target, const QxHostValue& source, std::string_view name)
 {
     const std::size_t width = QxFloatCount(source.type);
     if (source.Count() != 1 && source.Count() != target.size())
@@ -113,16 +112,16 @@ void Spread(std::vector<Value>& target, const QxHostValue& source, std::string_v
                           std::to_string(source.Count()));
     if (source.Count() == 1) {
         Value value;
-        Take(value, source.numbers.data());
+        Load(value, source.numbers.data());
         std::fill(target.begin(), target.end(), value);
         return;
     }
     for (std::size_t i = 0; i < target.size(); ++i)
-        Take(target[i], source.numbers.data() + i * width);
+        Load(target[i], source.numbers.data() + i * width);
 }
 
 template <class Value>
-QxHostValue Collected(QxValueType type, const std::vector<Value>& values)
+QxHostValue ToHostValue(QxValueType type, const std::vector<Value>& values)
 {
     std::vector<float> numbers;
     for (const Value& value : values)
@@ -130,7 +129,7 @@ QxHostValue Collected(QxValueType type, const std::vector<Value>& values)
     return {type, std::move(numbers)};
 }
 
-/// Bits of the variables of one type, from that of the first row on.
+/// The bit of the first variable of a type; the other rows of its table follow in order.
 template <class Value>
 constexpr int k_firstBit = 0;
 template <>
@@ -140,7 +139,7 @@ constexpr int k_firstBit<QxRGBColor> = std::size(k_floats) + std::size(k_vectors
 static_assert(k_firstBit<QxRGBColor> + std::size(k_colors) <= 32);
 
 template <class Value>
-QxHostPoints::Names PresentOf(const QxHiddenVariables& variables)
+QxHostPoints::Names PresentBits(const QxHiddenVariables& variables)
 {
     QxHostPoints::Names bit = QxHostPoints::Names{1} << k_firstBit<Value>;
     QxHostPoints::Names names = 0;
@@ -152,7 +151,7 @@ QxHostPoints::Names PresentOf(const QxHiddenVariables& variables)
 }
 
 template <class Value>
-QxHostPoints::Names NamedOf(std::string_view name)
+QxHostPoints::Names BitOfName(std::string_view name)
 {
     QxHostPoints::Names bit = QxHostPoints::Names{1} << k_firstBit<Value>;
     for (const Row<Value>& row : Rows<Value>()) {
@@ -163,9 +162,9 @@ QxHostPoints::Names NamedOf(std::string_view name)
     return 0;
 }
 
-/// Calls `change` of the memory of a grid. Throws `QxHostError` without memory.
+/// Calls `change`, which allocates memory for a grid. Throws `QxHostError` if that fails.
 template <class Change>
-void Allocating(const QxGrid& layout, const Change& change)
+void AllocateOrThrow(const QxGrid& layout, const Change& change)
 {
     try {
         change();
@@ -199,19 +198,19 @@ bool QxHostPoints::Has(std::string_view name) const
 
 QxHostPoints::Names QxHostPoints::Present() const
 {
-    return PresentOf<float>(variables) | PresentOf<QxVector3>(variables) |
-           PresentOf<QxRGBColor>(variables);
+    return PresentBits<float>(variables) | PresentBits<QxVector3>(variables) |
+           PresentBits<QxRGBColor>(variables);
 }
 
 QxHostPoints::Names QxHostPoints::Named(std::string_view name)
 {
-    return NamedOf<float>(name) | NamedOf<QxVector3>(name) | NamedOf<QxRGBColor>(name);
+    return BitOfName<float>(name) | BitOfName<QxVector3>(name) | BitOfName<QxRGBColor>(name);
 }
 
 QxHostGrid::QxHostGrid(unsigned int columns, unsigned int rows) : m_layout{columns, rows}
 {
     QxHostPoints::Check(m_layout);
-    Allocating(m_layout, [this] {
+    AllocateOrThrow(m_layout, [this] {
         Allocate<float>();
         Allocate<QxVector3>();
         Allocate<QxRGBColor>();
@@ -226,7 +225,7 @@ void QxHostGrid::Allocate()
         std::get<Store<Value>>(m_values).emplace_back(row.uniform ? 1 : Size(), row.initial);
 }
 
-/// So that what follows cannot fail half-way.
+/// Reserves memory first, so that the resizing that follows cannot fail half-way.
 template <class Value>
 void QxHostGrid::ReserveAll(std::size_t points)
 {
@@ -251,7 +250,7 @@ void QxHostGrid::Resize(unsigned int columns, unsigned int rows)
         return;
     const QxGrid layout = {columns, rows};
     QxHostPoints::Check(layout);
-    Allocating(layout, [&] {
+    AllocateOrThrow(layout, [&] {
         ReserveAll<float>(layout.Size());
         ReserveAll<QxVector3>(layout.Size());
         ReserveAll<QxRGBColor>(layout.Size());
@@ -323,11 +322,11 @@ template std::span<QxRGBColor> QxHostGrid::Values(std::string_view name);
 void QxHostGrid::Set(std::string_view name, const QxHostValue& value)
 {
     if (auto* floats = Find<float>(name); floats && value.Fits(QxValueType::Float))
-        return Spread(*floats, value, name);
+        return Assign(*floats, value, name);
     if (auto* vectors = Find<QxVector3>(name); vectors && value.Fits(QxValueType::Point))
-        return Spread(*vectors, value, name);
+        return Assign(*vectors, value, name);
     if (auto* colors = Find<QxRGBColor>(name); colors && value.Fits(QxValueType::Color))
-        return Spread(*colors, value, name);
+        return Assign(*colors, value, name);
     throw QxHostError("There is no predefined variable '" + std::string(name) + "' of type " +
                       QxTypeName(value.type));
 }
@@ -335,16 +334,16 @@ void QxHostGrid::Set(std::string_view name, const QxHostValue& value)
 QxHostValue QxHostGrid::Get(std::string_view name)
 {
     if (const auto* floats = Find<float>(name))
-        return Collected(QxValueType::Float, *floats);
+        return ToHostValue(QxValueType::Float, *floats);
     if (const auto* vectors = Find<QxVector3>(name))
-        return Collected(QxValueType::Point, *vectors);
+        return ToHostValue(QxValueType::Point, *vectors);
     if (const auto* colors = Find<QxRGBColor>(name))
-        return Collected(QxValueType::Color, *colors);
+        return ToHostValue(QxValueType::Color, *colors);
     throw QxHostError("There is no predefined variable '" + std::string(name) + "'");
 }
 
 template <class Value>
-void QxHostGrid::Point(QxHiddenVariables& hidden)
+void QxHostGrid::SetPointers(QxHiddenVariables& hidden)
 {
     const auto rows = Rows<Value>();
     for (std::size_t i = 0; i < rows.size(); ++i)
@@ -355,9 +354,9 @@ void QxHostGrid::Point(QxHiddenVariables& hidden)
 QxHiddenVariables QxHostGrid::Hidden()
 {
     QxHiddenVariables hidden;
-    Point<float>(hidden);
-    Point<QxVector3>(hidden);
-    Point<QxRGBColor>(hidden);
+    SetPointers<float>(hidden);
+    SetPointers<QxVector3>(hidden);
+    SetPointers<QxRGBColor>(hidden);
     return hidden;
 }
 

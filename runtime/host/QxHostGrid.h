@@ -9,68 +9,74 @@
 #include "QxDerivatives.h"
 #include "host/QxHostValue.h"
 
-/// Shading points whose values are somebody else's, who keeps them for as long as they are used.
+/// Shading points whose values are stored by the caller, who must keep them until the run ends.
 struct QxHostPoints {
-    QxGrid layout;
-    QxHiddenVariables variables;  // those that no shader of the run uses may be missing
-    QxVector3 E = {0, 0, 0};      // where the eye is
+    QxGrid layout;                // columns along u, rows along v
+    QxHiddenVariables variables;  // null for those that the shaders of the run do not use
+    QxVector3 E = {0, 0, 0};      // position of the eye, in the current space
 
+    /// The largest number of points of a layout.
     static constexpr std::uint64_t k_highestSize = std::uint64_t{1} << 28;
 
     /// Throws `QxHostError` for a layout without points, or with more than `k_highestSize`.
     static void Check(const QxGrid& layout);
-    /// A predefined variable of that name is there.
+    /// True if the points have values for the predefined variable; false for any other name.
     [[nodiscard]] bool Has(std::string_view name) const;
-    /// A set of predefined variables, a bit for each: those that are there, and one by its name;
-    /// empty for a name that is none.
+    /// A set of predefined variables, one bit for each.
     using Names = std::uint32_t;
+    /// Returns the variables that the points have values for.
     [[nodiscard]] Names Present() const;
+    /// Returns the set of that one variable; empty if there is none of that name.
     [[nodiscard]] static Names Named(std::string_view name);
 };
 
-/// The shading points of a patch, with the values of all predefined variables.
+/// The shading points of a patch, with values for all predefined variables. Shaders read them and
+/// write their results into the grid.
 ///
-/// A new grid is a square of side 1 before the eye, which looks along z: `u` and `v` run from 0 to
-/// 1, `P` and `I` span it at z = 1, `N` faces the eye, surface color and opacity are white, `Ci`,
-/// `Oi` and `Cl` are black. Shaders read the grid and write their results into it.
+/// A new grid is a square of side 1 in front of an eye that looks along z: `u`, `v`, `s` and `t`
+/// run from 0 to 1, `P` and `I` span the square at z = 1, and `N` faces the eye. `Cs`, `Os` and
+/// `Ol` are 1; `Ci`, `Oi` and `Cl` are 0.
 class QxHostGrid {
 public:
-    /// Points are numbered along u first. Throws `QxHostError` if there are none, or more than
-    /// `QxHostPoints::k_highestSize`, or no memory for them.
+    /// Points are numbered along u first: point (column, row) has the number
+    /// row * columns + column. Throws `QxHostError` for no points, more than
+    /// `QxHostPoints::k_highestSize`, or too little memory.
     QxHostGrid(unsigned int columns, unsigned int rows);
 
-    /// Gives the grid another layout, in the memory that it has as far as that goes, for a host
-    /// that shades grids of several sizes and sets all places itself: points keep their values by
-    /// number, and those that are added have no place of their own. Throws as the constructor does;
-    /// without memory the grid stays as it is.
+    /// Changes the layout, and reuses the memory of the grid where it is large enough. For a host
+    /// that sets all positions itself: points keep their values by number, and points that are
+    /// added all have P = (0, 0, 1). Throws like the constructor; the grid is then unchanged.
     void Resize(unsigned int columns, unsigned int rows);
 
-    /// Makes a new grid of it, of that layout, in the memory that it has as far as that goes.
-    /// Throws as the constructor does; without memory the grid stays as it is.
+    /// Changes the layout and sets all values to those of a new grid, and reuses the memory of the
+    /// grid where it is large enough. Throws like the constructor; the grid is then unchanged.
     void Reset(unsigned int columns, unsigned int rows);
 
     [[nodiscard]] const QxGrid& Layout() const { return m_layout; }
     [[nodiscard]] std::size_t Size() const { return m_layout.Size(); }
 
-    /// The values of a predefined variable: one for each point; a single one of `E`, `du`, `dv`,
-    /// `ncomps` and `time`. `Value` is float, QxVector3 or QxRGBColor, as the variable is. Throws
-    /// `QxHostError` if there is none of that name and type.
+    /// Returns the values of a predefined variable, to read and write: one for each point, or a
+    /// single one for `E`, `du`, `dv`, `ncomps` and `time`. `Value` is float, QxVector3 or
+    /// QxRGBColor, as the variable's type. Valid until the grid changes its layout. Throws
+    /// `QxHostError` if there is no variable of that name and type.
     template <class Value>
     [[nodiscard]] std::span<Value> Values(std::string_view name);
 
-    /// Sets a variable to one value everywhere, or to one for each point. Throws `QxHostError`.
+    /// Sets a predefined variable to one value at all points, or to a value for each point. Throws
+    /// `QxHostError` for an unknown name, another type or another number of values.
     void Set(std::string_view name, const QxHostValue& value);
-    /// All values of a variable. Throws `QxHostError`.
+    /// Returns a copy of all values of a predefined variable. Throws `QxHostError` for an unknown
+    /// name.
     [[nodiscard]] QxHostValue Get(std::string_view name);
 
-    /// The variables as shaders reach them, until the grid ends or gets another layout.
+    /// Returns pointers to the values. Valid until the grid is destroyed or changes its layout.
     [[nodiscard]] QxHiddenVariables Hidden();
-    /// Whatever takes points takes a grid.
+    /// A grid can be passed wherever points are expected.
     operator QxHostPoints();
 
 private:
     template <class Value>
-    using Store = std::vector<std::vector<Value>>;  // by row of the table of its type
+    using Store = std::vector<std::vector<Value>>;  // by row of the table of variables of that type
 
     template <class Value>
     [[nodiscard]] std::vector<Value>* Find(std::string_view name);
@@ -83,7 +89,7 @@ private:
     template <class Value>
     void ResetAll();
     template <class Value>
-    void Point(QxHiddenVariables& hidden);
+    void SetPointers(QxHiddenVariables& hidden);
     void FillSquare();
 
     QxGrid m_layout;

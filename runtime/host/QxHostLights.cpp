@@ -1,5 +1,5 @@
-// The lights of a scene, between grids: a list in the order of their making, which a grid chooses
-// its own from.
+// The list of lights of a scene, in the order in which they were added. Each grid selects the
+// lights that light its object when it begins, so the list cannot change while a grid is shaded.
 //
 // Tested by tests/host/HostTest.cpp.
 
@@ -11,24 +11,24 @@
 
 namespace {
 
-/// The light that an ambient light shader gives is the same for all points: it runs at one point,
-/// of which only the place that is lit differs from run to run.
-bool IsSteady(const QxShaderInstance& light)
+/// True if an ambient light shader gives the same light at all points. It runs on a grid of one
+/// point, where only `Ps`, the position that is lit, differs between runs.
+bool IsUniform(const QxShaderInstance& light)
 {
     return !light.Shader().Uses("Ps");
 }
 
 }  // namespace
 
-bool QxHostScene::SceneLight::Lights(const QxHostObject* object) const
+bool QxHostScene::SceneLight::Illuminates(const QxHostObject* object) const
 {
     if (!on)
         return false;
     if (categories.empty())
         return true;
     return object && std::any_of(categories.begin(), categories.end(), [&](const auto& category) {
-               const auto& those = object->categories;
-               return std::find(those.begin(), those.end(), category) != those.end();
+               const auto& ofObject = object->categories;
+               return std::find(ofObject.begin(), ofObject.end(), category) != ofObject.end();
            });
 }
 
@@ -67,10 +67,10 @@ QxLightHandle QxHostScene::AddLight(QxShaderInstance& light)
         throw QxHostError("Shader '" + light.Shader().Name() + "' is no light shader");
     const auto kind =
         light.Shader().IsAmbient() ? SceneLight::Kind::AmbientShader : SceneLight::Kind::Shader;
-    return Add({kind, {}, {}, {}, &light, IsSteady(light), true, {}});
+    return Add({kind, {}, {}, {}, &light, IsUniform(light), true, {}});
 }
 
-QxHostScene::SceneLight& QxHostScene::At(QxLightHandle handle)
+QxHostScene::SceneLight& QxHostScene::FindLight(QxLightHandle handle)
 {
     CheckBetweenGrids();
     const auto found = std::find_if(m_lights.begin(), m_lights.end(), [&](const SceneLight& light) {
@@ -83,17 +83,17 @@ QxHostScene::SceneLight& QxHostScene::At(QxLightHandle handle)
 
 void QxHostScene::RemoveLight(QxLightHandle light)
 {
-    m_lights.erase(m_lights.begin() + (&At(light) - m_lights.data()));
+    m_lights.erase(m_lights.begin() + (&FindLight(light) - m_lights.data()));
 }
 
 void QxHostScene::SwitchLight(QxLightHandle light, bool on)
 {
-    At(light).on = on;
+    FindLight(light).on = on;
 }
 
 void QxHostScene::LimitLight(QxLightHandle light, std::vector<std::string> categories)
 {
-    At(light).categories = std::move(categories);
+    FindLight(light).categories = std::move(categories);
 }
 
 unsigned int QxHostScene::LightCount() const
@@ -102,7 +102,7 @@ unsigned int QxHostScene::LightCount() const
         return static_cast<unsigned int>(m_levels[m_depth - 1]->lights.size());
     return static_cast<unsigned int>(
         std::count_if(m_lights.begin(), m_lights.end(), [](const SceneLight& light) {
-            return !light.IsAmbient() && light.Lights(nullptr);
+            return !light.IsAmbient() && light.Illuminates(nullptr);
         }));
 }
 

@@ -1,7 +1,9 @@
-// Whom a message asks: an instance of the object or a light, and then what the host has set.
+// Answers to messages: first from the instance that the message is for, which belongs to the object
+// or to a light, then from the values that the host has set.
 //
-// An instance that was run again since the grid asked for light, for a ray's grid, holds that
-// grid's values: a light is then run once more for the grid that asks.
+// After a grid has asked for light, a nested grid may run the same light shader again and so
+// replace the values of its parameters. The light is then run once more before it answers the outer
+// grid.
 //
 // Tested by tests/host/HostTest.cpp.
 
@@ -10,7 +12,7 @@
 
 namespace {
 
-/// One name for both, as no text has a null character in it.
+/// Joins both names by a null character, which no name contains.
 std::string TextureKey(const std::string& texture, const std::string& name)
 {
     return texture + '\0' + name;

@@ -1,12 +1,13 @@
-// A light shader runs on a grid of its own whose `Ps` are the points that ask for light. Its `L`
-// leads from the light to the point, the other way round than in the surface.
+// A light shader runs on a separate grid whose `Ps` are the points that ask for light. Its `L`
+// points from the light to the lit point, in a surface `L` points the other way.
 //
-// An ambient light that looks at no place and draws no random number gives the same everywhere; it
-// runs for one point a grid, when it is first asked for. That a light draws is noticed in this run.
+// An ambient light shader that neither reads `Ps` nor draws random numbers is uniform: it runs once
+// per grid, at one point, when a shader first asks for ambient light. Whether it draws is only
+// known after that run; if it does, the result is dropped and the light runs for each point.
 //
-// An answer to a shader may shade another grid. What is known of a grid stands in a level of a
-// stack, and answers look at the topmost one; levels are kept when their grids end, so that
-// following rays needs no memory of the system once each depth was reached.
+// An answer to a shader may shade another grid. The state of each grid is a level of a stack, and
+// answers use the top level. Levels are kept when their grids end, so that following rays allocates
+// nothing once each depth has been reached.
 //
 // Tested by tests/host/HostTest.cpp and tests/host/RecursionTest.cpp.
 
@@ -35,7 +36,7 @@ QxHostScene::GridScope::GridScope(QxHostScene& scene, const QxHostPoints& points
     level.run = scene.m_run;
     level.shader = shader;
     level.running = nullptr;
-    level.steadyAmbient.reset();
+    level.uniformAmbient.reset();
     level.inAmbient = false;
     level.ambientPoint = 0;
     scene.ChooseLights(level);
@@ -56,17 +57,18 @@ void QxHostScene::ChooseLights(SceneLevel& level)
     level.lights.clear();
     level.ambientLights.clear();
     for (SceneLight& light : m_lights) {
-        if (!light.Lights(level.object))
+        if (!light.Illuminates(level.object))
             continue;
         if (light.IsAmbient())
-            level.ambientLights.push_back({&light, light.steady});
+            level.ambientLights.push_back({&light, light.uniform});
         else
             level.lights.push_back(&light);
     }
     level.runs.assign(level.lights.size(), 0);
 }
 
-/// That of the grid that is being shaded; of none, if a host asks out of turn.
+/// Returns the level of the grid that is being shaded. A host may also ask while none is: it then
+/// gets a level with the object and run that are set.
 QxHostScene::SceneLevel& QxHostScene::CurrentLevel()
 {
     if (m_levels.empty())
@@ -96,7 +98,7 @@ float QxHostScene::RandomNumber(unsigned int point, unsigned int draw)
                                 static_cast<int>(level.run), static_cast<int>(m_depth), shader});
 }
 
-/// Runs a light shader: from the place of its own space it lights the positions.
+/// Runs a light shader for `positions`. Its `P` is the origin of its "shader" space.
 void QxHostScene::RunLight(SceneLevel& level, const SceneLight& light, QxHostGrid& grid,
                            const QxVector3* positions)
 {
@@ -126,7 +128,7 @@ void QxHostScene::EvaluateLights(const QxVector3* positions, unsigned int points
     for (unsigned int i = 0; i < count && i < level.lights.size(); ++i) {
         const SceneLight& light = *level.lights[i];
         if (light.shader) {
-            TakeLight(level, i, positions, points, lights[i]);
+            EvaluateLightShader(level, i, positions, points, lights[i]);
             continue;
         }
         QxVector3* L = lights[i].L;
@@ -140,13 +142,14 @@ void QxHostScene::EvaluateLights(const QxVector3* positions, unsigned int points
     }
 }
 
-/// A light's `L` leads away from it, a surface's to it.
-void QxHostScene::TakeLight(SceneLevel& level, unsigned int number, const QxVector3* positions,
-                            unsigned int points, const QxLightInput& result)
+/// Runs a light shader for the points of a surface, and stores its result with `L` reversed.
+void QxHostScene::EvaluateLightShader(SceneLevel& level, unsigned int number,
+                                      const QxVector3* positions, unsigned int points,
+                                      const QxLightInput& result)
 {
     const SceneLight& light = *level.lights[number];
     const QxGrid layout = level.layout.Size() == points ? level.layout : QxGrid{points, 1};
-    // Taken out while the light runs, since its answers may ask for light again.
+    // Moved out of the level while the light runs, since its answers may ask for light again.
     std::unique_ptr<QxHostGrid> grid = std::move(level.lightGrid);
     if (!grid)
         grid = std::make_unique<QxHostGrid>(layout.columns, layout.rows);
@@ -162,8 +165,9 @@ void QxHostScene::TakeLight(SceneLevel& level, unsigned int number, const QxVect
     level.runs[number] = light.shader->m_runs;
 }
 
-QxRGBColor QxHostScene::AmbientOf(SceneLevel& level, const SceneLight& light,
-                                  const QxVector3& position)
+/// Runs an ambient light shader at one position and returns its light.
+QxRGBColor QxHostScene::RunAmbientLight(SceneLevel& level, const SceneLight& light,
+                                        const QxVector3& position)
 {
     if (!level.ambientGrid)
         level.ambientGrid = std::make_unique<QxHostGrid>(1, 1);
@@ -179,11 +183,11 @@ QxRGBColor QxHostScene::AmbientOf(SceneLevel& level, const SceneLight& light,
     return level.ambientGrid->Values<QxRGBColor>("Cl")[0];
 }
 
-/// Of all lights that are alike at all points: once for a grid, when it is first wanted.
-QxRGBColor QxHostScene::SteadyAmbient(SceneLevel& level)
+/// Returns the sum of all uniform ambient lights. It is computed once per grid, at the first call.
+QxRGBColor QxHostScene::UniformAmbient(SceneLevel& level)
 {
-    if (level.steadyAmbient && !level.inAmbient)
-        return *level.steadyAmbient;
+    if (level.uniformAmbient && !level.inAmbient)
+        return *level.uniformAmbient;
     QxRGBColor sum = {0, 0, 0};
     for (const AmbientSource& source : level.ambientLights)
         if (source.light->kind == SceneLight::Kind::Ambient)
@@ -191,15 +195,15 @@ QxRGBColor QxHostScene::SteadyAmbient(SceneLevel& level)
     if (level.inAmbient)
         return sum;
     for (AmbientSource& source : level.ambientLights) {
-        if (!source.light->shader || !source.steady)
+        if (!source.light->shader || !source.uniform)
             continue;
-        const QxRGBColor color = AmbientOf(level, *source.light, {0, 0, 0});
+        const QxRGBColor color = RunAmbientLight(level, *source.light, {0, 0, 0});
         if (level.hasDrawn)
-            source.steady = source.light->steady = false;
+            source.uniform = source.light->uniform = false;
         else
             sum = sum + color;
     }
-    level.steadyAmbient = sum;
+    level.uniformAmbient = sum;
     return sum;
 }
 
@@ -210,12 +214,12 @@ QxRGBColor QxHostScene::Ambient(const QxVector3& position)
         return Ambient(position);
     }
     SceneLevel& level = CurrentLevel();
-    QxRGBColor sum = SteadyAmbient(level);
+    QxRGBColor sum = UniformAmbient(level);
     if (level.inAmbient)
         return sum;
     for (const AmbientSource& source : level.ambientLights)
-        if (!source.steady)
-            sum = sum + AmbientOf(level, *source.light, position);
+        if (!source.uniform)
+            sum = sum + RunAmbientLight(level, *source.light, position);
     return sum;
 }
 
@@ -235,10 +239,10 @@ void QxHostScene::AmbientOverGrid(const QxVector3* positions, unsigned int point
         return AmbientOverGrid(positions, points, results);
     }
     SceneLevel& level = CurrentLevel();
-    const QxRGBColor steady = SteadyAmbient(level);
+    const QxRGBColor uniform = UniformAmbient(level);
     if (std::all_of(level.ambientLights.begin(), level.ambientLights.end(),
-                    [](const AmbientSource& source) { return source.steady; }))
-        std::fill_n(results, points, steady);
+                    [](const AmbientSource& source) { return source.uniform; }))
+        std::fill_n(results, points, uniform);
     else
         QxShaderSupport::AmbientOverGrid(positions, points, results);
 }

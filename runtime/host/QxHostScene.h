@@ -15,104 +15,111 @@
 
 class QxShaderInstance;
 
-/// A light of a scene.
+/// Identifies a light of a scene; never reused.
 enum class QxLightHandle : std::uint32_t {};
 
-/// What belongs to the surface that a grid is a part of: the instances that its shaders send
-/// messages to, null for none, and categories, by which lights choose what they light.
+/// Describes the object that a grid is a part of: the instances that receive messages of its
+/// shaders, null for none, and categories, by which lights can be limited to objects.
 struct QxHostObject {
     QxShaderInstance* surface = nullptr;
     QxShaderInstance* displacement = nullptr;
     QxShaderInstance* atmosphere = nullptr;
-    QxShaderInstance* incident = nullptr;  // the volume that rays come through
-    QxShaderInstance* opposite = nullptr;  // the volume on the other side
+    QxShaderInstance* incident = nullptr;  // the volume that incoming rays pass through
+    QxShaderInstance* opposite = nullptr;  // the volume on the other side of the surface
     std::vector<std::string> categories;
 };
 
-/// What shaders of a host share: coordinate spaces, lights, and answers to their questions. What
-/// else needs a scene gets the neutral answer; a host that knows better derives from this.
+/// What the shaders of a host share: coordinate spaces, lights, and answers to their questions. All
+/// questions that this class does not answer get the neutral answers of `QxShaderSupport`; a host
+/// derives from it and overrides those that it can answer.
 ///
-/// While shaders run, a scene belongs to one thread: it keeps what it knows of the grids that are
-/// being shaded, and runs light shaders on grids of its own. Threads need scenes of their own.
+/// A scene is used by one thread at a time, since it stores the state of the grids that are being
+/// shaded and runs light shaders on its own grids. Each thread needs its own scene.
 ///
-/// An answer may shade with the same scene and the same instances, so that rays are followed by
-/// shading what they hit: each grid within another one has a level of its own. Levels keep their
-/// memory for the next grid, and cost nothing until they are used.
+/// An answer may shade further grids with the same scene and the same instances, for example where
+/// a ray hits. Each nested grid has its own level of state. Levels are kept and reused, so nesting
+/// allocates nothing once each depth has been reached.
 class QxHostScene : public QxShaderSupport {
 public:
-    /// How deep grids may be shaded within each other unless it is set.
+    /// The default limit of `SetRayLevelLimit`.
     static constexpr unsigned int k_rayLevelLimit = 32;
 
-    /// A grid that would be shaded within that many others ends with a `QxHostError`; 0 allows none
-    /// within another one. A host that follows rays looks at `RayLevel` and stops before. Each
-    /// level takes some kilobytes of the thread's stack.
+    /// Limits how many grids may be around a grid that is shaded within answers; beginning one that
+    /// is deeper throws `QxHostError`. With 0 no grid can be nested. A host that follows rays
+    /// should compare `RayLevel` with its own limit first. Each level takes some kilobytes of the
+    /// thread's stack.
     void SetRayLevelLimit(unsigned int limit) { m_rayLevelLimit = limit; }
     [[nodiscard]] unsigned int RayLevelLimit() const { return m_rayLevelLimit; }
 
-    /// Spaces by name. The current one is that of the grids; a name that is not defined means it.
+    /// The spaces of the scene. Grids are in the current space; a name that is not defined means
+    /// that space too.
     [[nodiscard]] QxHostSpaces& Spaces() { return m_spaces; }
 
-    // Lights. Places and directions are in the current space. They are added, removed and changed
-    // between grids alone: each of these throws `QxHostError` while one is shaded.
+    // Lights. Positions and directions are in the current space. Each function that adds, changes
+    // or removes a light throws `QxHostError` while a grid is being shaded.
 
-    /// From everywhere alike; several add up.
+    /// Adds light that is the same at all points and has no direction. Ambient lights add up.
     QxLightHandle AddAmbientLight(const QxRGBColor& color);
-    /// As bright at any distance.
+    /// Adds a light at a position, which does not fall off with distance.
     QxLightHandle AddPointLight(const QxVector3& position, const QxRGBColor& color);
-    /// `direction`: the way that the light goes.
+    /// Adds a light with parallel rays along `direction`, from the light to the scene. Any length.
     QxLightHandle AddDistantLight(const QxVector3& direction, const QxRGBColor& color);
-    /// A light shader, which must outlive its use and stands where its "shader" space does. One
-    /// without `illuminate` and `solar` is ambient. Throws `QxHostError` if it is no light shader.
+    /// Adds a light shader, at the origin of its "shader" space. The instance must outlive its use
+    /// as a light. A shader without `illuminate` and `solar` is an ambient light. Throws
+    /// `QxHostError` if the shader is not a light.
     QxLightHandle AddLight(QxShaderInstance& light);
-    /// Throws `QxHostError` for a light that was removed before. O(n).
+    /// Removes a light. Throws `QxHostError` if it has been removed before. O(n).
     void RemoveLight(QxLightHandle light);
-    /// A light that is switched off lights nothing, until it is switched on. O(n).
+    /// Switches a light off or on. New lights are on. Throws like `RemoveLight`. O(n).
     void SwitchLight(QxLightHandle light, bool on);
-    /// From now on it lights objects alone that have one of the categories; all objects for an
-    /// empty list. O(n).
+    /// Limits a light to objects that have at least one of the categories; an empty list removes
+    /// the limit. Throws like `RemoveLight`. O(n).
     void LimitLight(QxLightHandle light, std::vector<std::string> categories);
-    /// Those without the ambient ones that light the grid which is being shaded, or, while none is,
-    /// that would light an object without categories.
+    /// Returns the number of lights, except ambient ones, that light the grid which is being
+    /// shaded. While none is shaded, returns how many would light an object without categories.
     [[nodiscard]] unsigned int LightCount() const;
-    /// The light whose shader is being run, for answers to it.
+    /// Returns the light whose shader is running, for answers to it; nothing while none runs.
     [[nodiscard]] std::optional<QxLightHandle> RunningLight() const;
 
-    /// The grids that begin from now on are parts of this object; null for one of which nothing is
-    /// known. It must live, and stay as it is, until such grids have ended and another one was set.
-    /// An answer may set the object that its ray hit: when its grid ends, that of the grid around
-    /// it counts again.
+    /// Sets the object that grids which begin from now on are parts of; null if nothing is known
+    /// about it. The object must stay unchanged until these grids have ended and another object was
+    /// set. An answer may set the object that its ray hit: when the nested grid ends, the object of
+    /// the grid around it is set again.
     void SetObject(const QxHostObject* object) { m_object = object; }
 
-    /// From what `random` draws its numbers: this seed, the number of the run, the kind of the
-    /// shader, the place of the point in its grid, and how many numbers the point has drawn in this
-    /// run. So a picture is the same in any number of threads if each piece of it, and each ray
-    /// that is shaded within a grid, is given a number of its own. 0 unless set.
+    /// Sets the seed of `random`, 0 by default. A number depends on this seed, the number of the
+    /// run, the shader's type or light, the depth of the grid, the number of the point in its grid,
+    /// and how many numbers the point has drawn in this run. A picture is therefore the same with
+    /// any number of threads if each of its pieces, and each grid shaded for a ray, gets a number
+    /// by `SetRun`.
     void SetRandomSeed(unsigned int seed) { m_randomSeed = seed; }
-    /// The number of the grids that begin from now on. When a grid ends, that of the grid around it
-    /// counts again.
+    /// Sets the number of grids that begin from now on, 0 by default. When a nested grid ends, the
+    /// number of the grid around it is set again.
     void SetRun(unsigned int run) { m_run = run; }
 
-    /// What a message such as `attribute("name", ...)` finds under the name. A value of another
-    /// type or length than the shader asks for is no answer. The last one set counts.
+    /// Sets the answer to a message such as `attribute("name", ...)`, in place of an earlier one. A
+    /// shader that asks for another type or another number of array elements gets no answer.
     void SetAnswer(QxMessage message, const std::string& name, const QxHostValue& value);
+    /// Removes an answer. No effect if there is none.
     void ClearAnswer(QxMessage message, const std::string& name);
-    /// The same for `textureinfo`, of one texture.
+    /// Sets the answer to `textureinfo` for one texture.
     void SetTextureAnswer(const std::string& texture, const std::string& name,
                           const QxHostValue& value);
     void ClearTextureAnswer(const std::string& texture, const std::string& name);
 
-    /// What `FindFile` returned is out of date, such as after a texture was replaced: instances ask
-    /// again when they begin their next run with the scene. Until then they keep it, also null.
+    /// Discards all results of `FindFile`, for example after a texture was replaced. Instances call
+    /// it again in their next run with the scene; without this they keep each result, including
+    /// null.
     void ForgetFiles() { m_files = QxNextVersion(); }
-    /// For instances: another number for each scene, and after each `ForgetFiles`.
+    /// For instances: a number that differs for each scene and changes with each `ForgetFiles`.
     [[nodiscard]] unsigned long FilesVersion() const { return m_files; }
 
-    /// Points are shaded as long as this lives: lights are run on grids of their layout, and see
-    /// their eye and time. `QxShaderInstance::Run` makes one when it is handed a scene; a host that
-    /// shades by other means does it itself. Such objects go in reverse order of their making.
+    /// Marks points as being shaded for as long as it exists: lights run on grids of their layout,
+    /// with their eye and time. `QxShaderInstance::Run` creates one if it gets a scene; a host that
+    /// shades in another way creates it itself. Destroyed in reverse order of creation.
     class GridScope {
     public:
-        /// `shader`: the instance that shades, if one does. Throws `QxHostError` where rays are
+        /// `shader`: the instance that shades, if there is one. Throws `QxHostError` if grids are
         /// nested deeper than the limit.
         GridScope(QxHostScene& scene, const QxHostPoints& points,
                   QxShaderInstance* shader = nullptr);
@@ -124,44 +131,45 @@ public:
         QxHostScene& m_scene;
     };
 
-    // What shaders ask, see `QxShaderSupport`. Each throws `QxHostError` if a light shader cannot
-    // be run.
+    // Answers, see `QxShaderSupport`. Each throws `QxHostError` if a light shader cannot be run.
 
-    /// Fills the values of all lights but the ambient ones, in the order in which they were added.
+    /// Fills the values of all lights except ambient ones, in the order in which they were added.
     void EvaluateLights(const QxVector3* positions, unsigned int points, QxLightInput* lights,
                         unsigned int count) override;
-    /// The sum of the ambient lights at a place. An ambient light that asks gets only what has no
-    /// shader.
+    /// Returns the sum of the ambient lights at a position. An ambient light shader that asks for
+    /// it gets only the lights without a shader.
     QxRGBColor Ambient(const QxVector3& position) override;
     QxRGBColor AmbientAt(const QxVector3& position, unsigned int point) override;
     void AmbientOverGrid(const QxVector3* positions, unsigned int points,
                          QxRGBColor* results) override;
-    /// Grids around the one that is being shaded: 0 while none or one is.
+    /// Returns how many grids are around the one that is being shaded; 0 if there is none.
     float RayLevel() override { return m_depth > 1 ? static_cast<float>(m_depth - 1) : 0; }
-    /// True if there is an answer, which then stands in `value`. The instances of the object answer
-    /// before what was set by `SetAnswer`, with their parameters; the shader that is being run does
-    /// where the object has none of its kind.
+    /// Stores the answer in `value` and returns true, or returns false if there is none. The
+    /// object's instance that the message is for answers first, with a parameter of that name; if
+    /// the object has no such instance, the running shader answers if it is of that type. Answers
+    /// of `SetAnswer` come last.
     bool Message(QxMessage message, const char* texture, const char* name,
                  const QxMessageValue& value) override;
-    /// A light shader answers with its parameters, as it was run for the grid.
+    /// Answers with a parameter of the light shader, with its value in the run for this grid.
     bool LightMessage(unsigned int light, const char* name, const QxMessageValue& value) override;
-    /// The number of this seed, run, shader, point and draw; a default value that is computed once
-    /// for several runs belongs to none of them. A host that overrides `Random` is asked instead.
-    /// An ambient light shader runs at one point a time, for which the one that it lights is taken:
-    /// a host that overrides this function gets 0 there, and such a light is the same everywhere.
+    /// Returns the number that `SetRandomSeed` describes; a default value that is computed once for
+    /// several runs gets a number that depends on none of them. A host that overrides `Random` is
+    /// asked instead. An ambient light shader runs at one point at a time and gets the numbers of
+    /// the point that it lights. A host that overrides this function always gets point 0 there, and
+    /// such a light is then the same at all points.
     float RandomNumber(unsigned int point, unsigned int draw) override;
 
 private:
-    // Hosts may call types of their own Light or Level.
+    // Not named Light and Level, since derived classes of hosts may use these names.
     struct SceneLight {
         enum class Kind { Ambient, Point, Distant, Shader, AmbientShader };
 
         Kind kind;
         QxLightHandle handle;
-        QxVector3 place;  // or the direction
+        QxVector3 place;  // position, or direction of a distant light
         QxRGBColor color;
-        QxShaderInstance* shader;  // in place of the others
-        bool steady;               // of an ambient one: alike at all points, as far as is known
+        QxShaderInstance* shader;  // null for a light without a shader
+        bool uniform;              // ambient: the same at all points, unless a run shows otherwise
         bool on = true;
         std::vector<std::string> categories;
 
@@ -169,13 +177,13 @@ private:
         {
             return kind == Kind::Ambient || kind == Kind::AmbientShader;
         }
-        [[nodiscard]] bool Lights(const QxHostObject* object) const;
+        [[nodiscard]] bool Illuminates(const QxHostObject* object) const;
     };
     struct AmbientSource {
         SceneLight* light;
-        bool steady;
+        bool uniform;
     };
-    /// What is known of a grid that is being shaded.
+    /// The state of a grid that is being shaded.
     struct SceneLevel {
         QxGrid layout = {1, 1};
         float time = 0;
@@ -183,30 +191,30 @@ private:
         const QxHostObject* object = nullptr;
         unsigned int run = 0;
         QxShaderInstance* shader = nullptr;
-        std::vector<const SceneLight*> lights;     // that light the object, in their order
-        std::vector<AmbientSource> ambientLights;  // likewise
-        std::vector<unsigned long> runs;          // of each of `lights`: its last one for this grid
-        std::unique_ptr<QxHostGrid> lightGrid;    // once a light shader has been run
-        std::unique_ptr<QxHostGrid> ambientGrid;  // of one point
-        std::optional<QxRGBColor> steadyAmbient;
+        std::vector<const SceneLight*> lights;  // those that light the object, except ambient ones
+        std::vector<AmbientSource> ambientLights;  // those that light the object
+        std::vector<unsigned long> runs;          // of each of `lights`: its last run for this grid
+        std::unique_ptr<QxHostGrid> lightGrid;    // null until a light shader has been run
+        std::unique_ptr<QxHostGrid> ambientGrid;  // one point; null as above
+        std::optional<QxRGBColor> uniformAmbient;  // sum of the uniform ambient lights
         const SceneLight* running = nullptr;
-        bool inAmbient = false;         // an ambient light is being run
-        bool hasDrawn = false;          // its last run drew a number for its point
-        unsigned int ambientPoint = 0;  // for which it is run
+        bool inAmbient = false;         // an ambient light shader is running
+        bool hasDrawn = false;          // its last run drew a random number
+        unsigned int ambientPoint = 0;  // number of the point that it lights
     };
 
     QxLightHandle Add(SceneLight light);
-    [[nodiscard]] SceneLight& At(QxLightHandle light);
+    [[nodiscard]] SceneLight& FindLight(QxLightHandle light);
     void CheckBetweenGrids() const;
     void ChooseLights(SceneLevel& level);
     [[nodiscard]] SceneLevel& CurrentLevel();
-    [[nodiscard]] QxRGBColor SteadyAmbient(SceneLevel& level);
-    [[nodiscard]] QxRGBColor AmbientOf(SceneLevel& level, const SceneLight& light,
-                                       const QxVector3& position);
+    [[nodiscard]] QxRGBColor UniformAmbient(SceneLevel& level);
+    [[nodiscard]] QxRGBColor RunAmbientLight(SceneLevel& level, const SceneLight& light,
+                                             const QxVector3& position);
     void RunLight(SceneLevel& level, const SceneLight& light, QxHostGrid& grid,
                   const QxVector3* positions);
-    void TakeLight(SceneLevel& level, unsigned int number, const QxVector3* positions,
-                   unsigned int points, const QxLightInput& result);
+    void EvaluateLightShader(SceneLevel& level, unsigned int number, const QxVector3* positions,
+                             unsigned int points, const QxLightInput& result);
     [[nodiscard]] QxShaderInstance* ReceiverOf(QxMessage message);
     [[nodiscard]] bool AnswerOfHost(const std::string& name, QxMessage message,
                                     const QxMessageValue& value) const;
@@ -221,6 +229,6 @@ private:
     unsigned int m_run = 0;
 
     unsigned int m_rayLevelLimit = k_rayLevelLimit;
-    unsigned int m_depth = 0;                           // grids that are being shaded
-    std::vector<std::unique_ptr<SceneLevel>> m_levels;  // outermost first; they stay when they end
+    unsigned int m_depth = 0;                           // number of grids that are being shaded
+    std::vector<std::unique_ptr<SceneLevel>> m_levels;  // outermost first; kept when grids end
 };

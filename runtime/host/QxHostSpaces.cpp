@@ -1,5 +1,5 @@
-// Frames by name in a map, whose elements never move: built shaders keep addresses of frames, also
-// of names that are reserved before anybody defines them.
+// Frames are elements of a map, since these never move: shared objects store addresses of frames,
+// including those of names that are reserved before they are defined.
 //
 // Tested by tests/host/HostTest.cpp.
 

@@ -5,27 +5,29 @@
 
 #include "QxShading.h"
 
-/// The coordinate systems of a host by name; "current" is always there. Frames never move and are
-/// never removed, so that shaders may keep their addresses as long as the registry lives.
+/// The coordinate systems of a host by name; "current" is always defined. A frame keeps its address
+/// for the life of the registry, so shaders may store pointers to frames.
 ///
-/// Look-ups may go on in several threads, but not beside `Define` and `Reserve`.
+/// Several threads may look names up at a time, but not while one calls `Define` or `Reserve`.
 class QxHostSpaces : public QxSpaceRegistry {
 public:
     QxHostSpaces() { Define("current", QxFrame3D()); }
-    /// Names that are not defined here have the frames of `outer`, which must outlive this one.
+    /// Names that are not defined here are looked up in `outer`, which must outlive this registry.
     explicit QxHostSpaces(QxHostSpaces& outer) : m_outer(&outer) {}
 
-    /// Defines a name, or gives it another frame: whoever holds its address sees the new one.
+    /// Defines a space, or redefines it at the same address. `frame` holds the matrices between the
+    /// space and the current one.
     void Define(const std::string& name, const QxFrame3D& frame);
-    /// The frame of a name, which is like the current space until somebody defines it.
+    /// Returns the frame of a name; never null. A name that is not defined yet gets the frame of
+    /// the current space, which a later `Define` changes in place.
     const QxFrame3D* Reserve(const char* name) override;
-    /// The frame of a name, or that of "current" if there is none; never null.
+    /// Returns the frame of a name, or that of "current" if the name is not defined; never null.
     [[nodiscard]] const QxFrame3D* Find(const char* name) const override;
     [[nodiscard]] const QxFrame3D* Find(const std::string& name) const;
-    /// The name of a frame of this registry, by its address; null for one of another. O(n).
+    /// Returns the name of a frame by its address; null if the frame is not in this registry. O(n).
     [[nodiscard]] const std::string* NameOf(const QxFrame3D* frame) const;
-    /// Grows with each definition, here and in the outer registries: who keeps what follows from
-    /// frames computes it anew when this is another number than before.
+    /// A count that grows with each definition, here and in the outer registries. A caller that
+    /// caches values computed from frames compares it to see whether they are out of date.
     [[nodiscard]] unsigned long Changes() const;
 
 private:

@@ -1,5 +1,5 @@
-// Values of all types travel as one list of numbers, or of texts: a color array of two is six
-// numbers. So parameters, predefined variables and answers share their checks of type and count.
+// A value of any type is one list of numbers or of texts: an array of two colors is six numbers. So
+// parameters, predefined variables and answers share the checks of type and count.
 //
 // Tested by tests/host/HostTest.cpp.
 
@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Points, vectors and normals are stored alike.
+/// Points, vectors and normals have the same storage.
 QxValueType Storage(QxValueType type)
 {
     const bool isPoint = type == QxValueType::Vector || type == QxValueType::Normal;

@@ -7,18 +7,20 @@
 
 #include "QxShading.h"
 
-/// A value with its type, as a host hands it over by name: one element or several.
+/// A typed value that a host passes by name, with one or more elements.
 ///
-/// Several are the elements of an array, or one for each shading point; where an array has a value
-/// for each point, all points of its first element come first. A matrix has its numbers row by row.
+/// The elements are those of an array, or one for each shading point. An array with a value for
+/// each point stores all points of its first element, then all points of the second, and so on.
+/// Matrices are stored row by row.
 struct QxHostValue {
     QxValueType type;
-    std::vector<float> numbers;  // 1, 3 or 16 for each element
+    std::vector<float> numbers;  // 1, 3 or 16 for each element; empty for strings
     std::vector<std::string> texts;
 
-    /// Any number of elements, one behind the other. Throws `QxHostError` if the numbers make no
-    /// whole elements, or the type is a string.
+    /// Any number of elements, one after the other. Throws `QxHostError` if the type is a string or
+    /// the numbers do not divide into elements of it.
     QxHostValue(QxValueType itsType, std::vector<float> itsNumbers);
+    /// A string, or an array of strings.
     QxHostValue(std::vector<std::string> itsTexts);
 
     // One element, or an array of floats.
@@ -33,18 +35,19 @@ struct QxHostValue {
     QxHostValue(const char* text) : QxHostValue(std::string(text)) {}
     QxHostValue(std::string text) : QxHostValue(std::vector<std::string>{std::move(text)}) {}
 
-    /// What a variable holds: all elements at all points. A text that was never set is empty.
+    /// Copies all elements of a variable at all points. A text that was never set becomes "".
     [[nodiscard]] static QxHostValue Of(QxVar& variable);
 
-    /// Elements that it holds.
+    /// Number of elements.
     [[nodiscard]] std::size_t Count() const;
-    /// Whether it may be given where that type is wanted. Points, vectors and normals pass for each
-    /// other; nothing else does, not even an array of three floats for a color.
+    /// True if a value of this type may be used where `wanted` is expected, see `QxFitsType`.
     [[nodiscard]] bool Fits(QxValueType wanted) const;
 };
 
-/// How users call a type, such as "color", and the type of a name; none for another word.
+/// Returns the name of a type in the shading language, such as "color".
 [[nodiscard]] const char* QxTypeName(QxValueType type);
+/// Returns the type of such a name, or nothing if `name` is not a type.
 [[nodiscard]] std::optional<QxValueType> QxTypeNamed(std::string_view name);
-/// A value of one type passes for another one: points, vectors and normals for each other.
+/// True if the types are equal, or both are a point, vector or normal. Nothing else is converted;
+/// an array of three floats is not a color.
 [[nodiscard]] bool QxFitsType(QxValueType type, QxValueType wanted);

@@ -8,7 +8,7 @@ namespace {
 
 using Parameter = QxShader::Parameter;
 
-std::string Described(const Parameter& parameter)
+std::string Describe(const Parameter& parameter)
 {
     const std::string array =
         parameter.length == 1 ? "" : "[" + std::to_string(parameter.length) + "]";
@@ -17,30 +17,30 @@ std::string Described(const Parameter& parameter)
 
 }  // namespace
 
-const Parameter& QxParameterSet::Fitting(QxParameterHandle handle, const QxHostValue& value) const
+const Parameter& QxParameterSet::CheckType(QxParameterHandle handle, const QxHostValue& value) const
 {
     const auto number = static_cast<std::size_t>(handle);
     if (number >= m_shader->Parameters().size())
         throw QxHostError("Shader '" + m_shader->Name() + "' has no parameter of that handle");
     const Parameter& parameter = m_shader->Parameters()[number];
     if (!value.Fits(parameter.type))
-        throw QxHostError(Described(parameter) + ", but is set to a " + QxTypeName(value.type));
+        throw QxHostError(Describe(parameter) + ", but is set to a " + QxTypeName(value.type));
     return parameter;
 }
 
 void QxParameterSet::Set(QxParameterHandle handle, const QxHostValue& value)
 {
-    const Parameter& parameter = Fitting(handle, value);
+    const Parameter& parameter = CheckType(handle, value);
     if (value.Count() != parameter.length)
-        throw QxHostError(Described(parameter) + ", but is set to " +
-                          std::to_string(value.Count()) + " values");
+        throw QxHostError(Describe(parameter) + ", but is set to " + std::to_string(value.Count()) +
+                          " values");
     m_settings.insert_or_assign(static_cast<std::size_t>(handle), Setting{value, false});
     m_version = QxNextVersion();
 }
 
 void QxParameterSet::SetForEachPoint(QxParameterHandle handle, const QxHostValue& values)
 {
-    const Parameter& parameter = Fitting(handle, values);
+    const Parameter& parameter = CheckType(handle, values);
     if (!parameter.varying)
         throw QxHostError("Parameter '" + parameter.name +
                           "' is uniform, it has one value for all points");

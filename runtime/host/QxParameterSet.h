@@ -8,10 +8,10 @@
 #include "host/QxShader.h"
 #include "host/QxVersion.h"
 
-/// Values for parameters of a shader, such as those of one object. Instances shade with one set
-/// after the other, see `QxShaderInstance::Use`; parameters without a value have their default.
+/// Values for the parameters of a shader, such as those of one object. An instance can switch
+/// between sets, see `QxShaderInstance::Use`. A parameter without a value here has its default.
 ///
-/// Sets of one shader may be read in any number of threads, but not changed meanwhile.
+/// Any number of threads may read a set at a time, but not while one changes it.
 class QxParameterSet {
 public:
     struct Setting {
@@ -23,34 +23,38 @@ public:
 
     [[nodiscard]] const QxShader& Shader() const { return *m_shader; }
 
-    /// One element, or all those of an array. Throws `QxHostError` for an unknown parameter,
-    /// another type or another length.
+    /// Sets a parameter to one value for all points; of an array, to all its elements. Throws
+    /// `QxHostError` for an unknown parameter, another type or another number of elements.
     void Set(QxParameterHandle parameter, const QxHostValue& value);
     void Set(const std::string& name, const QxHostValue& value)
     {
         Set(m_shader->Handle(name), value);
     }
-    /// A value for each point of the grids to come, of a varying parameter. Their number is
+    /// Sets a varying parameter to a value for each point, in the layout of `QxHostValue`. Throws
+    /// `QxHostError` for an unknown or uniform parameter or another type. The number of values is
     /// compared with the grid when the shader runs.
     void SetForEachPoint(QxParameterHandle parameter, const QxHostValue& values);
     void SetForEachPoint(const std::string& name, const QxHostValue& values)
     {
         SetForEachPoint(m_shader->Handle(name), values);
     }
-    /// The parameter has its default value again.
+    /// Returns a parameter to its default value. Throws `QxHostError` for an unknown name; an
+    /// unknown handle has no effect.
     void Reset(QxParameterHandle parameter);
     void Reset(const std::string& name) { Reset(m_shader->Handle(name)); }
 
     // For instances.
 
-    /// Null for a parameter with its default value.
+    /// Returns the value of a parameter, by its position; null if it has its default.
     [[nodiscard]] const Setting* Find(std::size_t parameter) const;
-    /// Another number for each content, of all sets that there ever were.
+    /// A number that changes with each change of a value. Sets with different values never have the
+    /// same number.
     [[nodiscard]] unsigned long Version() const { return m_version; }
 
 private:
-    [[nodiscard]] const QxShader::Parameter& Fitting(QxParameterHandle parameter,
-                                                     const QxHostValue& value) const;
+    /// Returns the parameter. Throws `QxHostError` if it does not exist or has another type.
+    [[nodiscard]] const QxShader::Parameter& CheckType(QxParameterHandle parameter,
+                                                       const QxHostValue& value) const;
 
     std::shared_ptr<const QxShader> m_shader;
     std::map<std::size_t, Setting> m_settings;  // by parameter

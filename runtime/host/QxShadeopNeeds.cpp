@@ -1,5 +1,5 @@
-// The data is a list of texts, four for each shadeop, see docs/generated-code.md. It is not
-// trusted: a text ends within it, and what is left over counts for nothing.
+// The section is a list of texts, four for each shadeop, see docs/generated-code.md. It is not
+// trusted: each text must end within the section, and an incomplete group at the end is ignored.
 //
 // Tested by tests/shadeops.
 

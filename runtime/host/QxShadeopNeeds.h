@@ -5,8 +5,8 @@
 
 #include "sqx/SqxElfFile.h"
 
-/// Refuses a shader, a shared object, whose shadeops are not all in libraries of the folders: its
-/// generated code would pass over what is not there. Nothing is loaded for that. Throws
-/// `QxHostError` with the words that byte-code is refused with. A file that does not say what it
-/// needs, as older compilers built them, passes.
+/// Checks that all shadeops that a shared object calls exist in libraries in `folders`; its
+/// generated code would skip the calls of missing ones. Reads the libraries as files and loads none
+/// of them. Throws `QxHostError`, with the same text as for byte-code. Objects of older compilers
+/// do not list their shadeops and pass.
 void QxCheckShadeopNeeds(const SqxElfFile& file, const std::vector<std::string>& folders);

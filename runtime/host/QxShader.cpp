@@ -1,8 +1,8 @@
-// What a file is, its first bytes tell: a shared object begins as the system's loader wants it, all
-// else must be byte-code, whose reader says why it is none.
+// The first bytes decide the kind of a file: a shared object begins with the magic number of ELF,
+// and anything else is passed to the reader of byte-code, which reports why it is invalid.
 //
-// Default values are those of a run in a world of one space: whatever the source names becomes the
-// current space, so that a value comes out as the source gives it.
+// Default values are computed with every space equal to the current space, so that they are not
+// transformed and come out as the source gives them.
 //
 // Tested by tests/host/HostTest.cpp.
 
@@ -20,7 +20,7 @@
 
 namespace {
 
-constexpr std::string_view k_sharedObjectHead = "\177ELF";
+constexpr std::string_view k_sharedObjectMagic = "\177ELF";
 
 std::ifstream OpenFile(const std::string& path)
 {
@@ -35,15 +35,15 @@ std::ifstream OpenFile(const std::string& path)
 
 bool IsSharedObject(std::ifstream& file)
 {
-    std::string head(k_sharedObjectHead.size(), '\0');
+    std::string head(k_sharedObjectMagic.size(), '\0');
     file.read(head.data(), static_cast<std::streamsize>(head.size()));
-    const bool isSharedObject = file && head == k_sharedObjectHead;
+    const bool isSharedObject = file && head == k_sharedObjectMagic;
     file.clear();
     file.seekg(0);
     return isSharedObject;
 }
 
-/// Default values are asked for, not what their computation has to say.
+/// Discards what the computation of default values prints.
 class SupportOfDefaults : public QxShaderSupport {
 public:
     void Print(const char*) override {}
@@ -68,7 +68,7 @@ std::shared_ptr<const QxShader> QxShader::Open(const std::string& path,
 std::shared_ptr<const QxShader> QxShader::Read(std::string_view bytes, const std::string& name,
                                                const std::vector<std::string>& shadeopFolders)
 {
-    if (bytes.starts_with(k_sharedObjectHead))
+    if (bytes.starts_with(k_sharedObjectMagic))
         throw QxHostError("'" + name + "' is a shared object, which is opened by its path");
     return std::make_shared<QxByteCodeShader>(bytes, name, shadeopFolders);
 }
@@ -84,7 +84,6 @@ std::vector<std::optional<QxHostValue>> QxShader::Defaults() const
     return values;
 }
 
-/// Where every space is the current one, a value stays as it is given.
 void QxShader::ComputeDefaults(std::vector<QxVar>& variables) const
 {
     QxHostSpaces registry;

@@ -12,52 +12,55 @@
 #include "machine/run/QxShaderInfo.h"
 #include "machine/run/QxStopTest.h"
 
-/// A parameter of a shader, by its position: to look its name up once. Good for all instances of
-/// the shader.
+/// A parameter of a shader, by its position. Obtained from `QxShader::Handle` once in place of
+/// repeated look-ups by name; valid for all instances and sets of the shader.
 enum class QxParameterHandle : std::size_t {};
 
-/// Shades with a shader for one user at a time, in one thread at a time.
+/// Runs a shader for one instance, in one thread at a time.
 class QxShaderRun {
 public:
     virtual ~QxShaderRun() = default;
 
-    /// Gives the variables that the host has not set their default values. `spaces` is the list of
-    /// the context. Throws `QxHostError`, as `Evaluate` does.
+    /// Computes the default values of all variables that the host has not set. `spaces` is the list
+    /// of spaces of the context. Throws `QxHostError`.
     virtual void Initialize(const QxShadingContext& context, const QxFrame3D** spaces,
                             std::vector<QxVar>& variables) = 0;
-    /// Shades the points of a grid: reads and writes the predefined variables of `hidden`, and the
-    /// parameters in `variables`, which have room for all points, and their values by then, but for
-    /// default values that are computed from shading data.
-    /// `lights`: room for the values of each light, with nothing in it that counts; they are asked
-    /// of the context's support.
+    /// Shades the points of a grid: reads and writes the predefined variables of `hidden` and the
+    /// parameters in `variables`. These must have room for all points and must have their values,
+    /// except for default values that depend on the shading point, which the run computes.
+    /// `lights` has memory for the values of each light, which need no initial values: the run asks
+    /// the support of the context for them. Throws `QxHostError`, and what an answer throws.
     virtual void Evaluate(const QxGrid& layout, const QxShadingContext& context,
                           const QxHiddenVariables& hidden, std::vector<QxVar>& variables,
                           std::vector<QxLightInput>& lights) = 0;
-    /// An evaluation that takes more steps is ended with a `QxHostError`, if steps can be counted.
+    /// Limits the steps of an evaluation; one that takes more throws `QxHostError`. No effect on a
+    /// run that cannot count steps.
     virtual void SetStepLimit(std::size_t) {}
-    /// An evaluation that needs more memory for its variables, in bytes, throws `QxHostError`, if
-    /// the run allocates them.
+    /// Limits the memory of an evaluation for its variables, in bytes; one that needs more throws
+    /// `QxHostError`. No effect on a run that does not allocate them.
     virtual void SetMemoryLimit(std::size_t) {}
-    /// An evaluation asks `test` now and then and ends with a `QxHostStopped` when it says so. Does
-    /// nothing for a run that cannot be stopped.
+    /// Sets a test that an evaluation calls every few milliseconds; if it returns true, the
+    /// evaluation throws `QxHostStopped`. No effect on a run that cannot be stopped.
     virtual void SetStopTest(QxStopTest) {}
-    /// Handles of files are asked for again; until then each is kept.
+    /// Discards the handles of files, so that the next evaluation asks for them again.
     virtual void ForgetFiles() = 0;
 };
 
-/// A shader that was read from a file and does not change any more: byte-code or a shared object.
+/// A shader that was read from a file, in byte-code or as a shared object. It never changes.
 ///
-/// Its parameters get values in instances of it, see `QxShaderInstance`; as many as are wanted,
-/// also in several threads at a time.
+/// Parameters get values in instances, see `QxShaderInstance`. Any number of instances may exist,
+/// also in several threads.
 class QxShader {
 public:
     using Parameter = QxShaderParameter;
 
-    /// Looks at the file to see what it is. Throws `QxHostError`, which tells why it is not a
-    /// shader that can be run. Shadeop libraries are looked for in `shadeopFolders`.
+    /// Opens a file of either kind, which its first bytes distinguish. Shadeop libraries are
+    /// searched for in `shadeopFolders`, in that order. Throws `QxHostError`, which says why the
+    /// file cannot be run.
     [[nodiscard]] static std::shared_ptr<const QxShader>
     Open(const std::string& path, const std::vector<std::string>& shadeopFolders = {});
-    /// The same for the bytes of a byte-code file; errors call it by `name`.
+    /// Reads the bytes of a byte-code file, which are not needed after the call. `name` stands for
+    /// the path in errors. Throws like `Open`, also for a shared object.
     [[nodiscard]] static std::shared_ptr<const QxShader>
     Read(std::string_view bytes, const std::string& name,
          const std::vector<std::string>& shadeopFolders = {});
@@ -66,49 +69,54 @@ public:
     QxShader(const QxShader&) = delete;
     QxShader& operator=(const QxShader&) = delete;
 
-    /// The path of its file, or its name.
+    /// The path that was opened, or the name that `Read` got.
     [[nodiscard]] const std::string& Name() const { return m_name; }
     [[nodiscard]] QxShaderInterface::QxType Type() const { return m_info.type; }
+    /// The parameters in source order.
     [[nodiscard]] const std::vector<Parameter>& Parameters() const { return m_info.parameters; }
-    /// The parameter of that name. Throws `QxHostError` if there is none. O(n).
+    /// Returns the parameter of that name. Throws `QxHostError` if there is none. O(n).
     [[nodiscard]] QxParameterHandle Handle(std::string_view name) const;
-    /// The default value of each parameter, in the space that it is given in. A value that needs
-    /// the shading point has none. What a computation prints is dropped. It costs what the
-    /// computation of all of them does.
+    /// Computes the default value of each parameter, in source order and as the source gives it: a
+    /// point in the space it is given in, a color as rgb. A value that depends on the shading point
+    /// is empty. What the computation prints is discarded. Throws `QxHostError`.
     [[nodiscard]] std::vector<std::optional<QxHostValue>> Defaults() const;
-    /// The predefined variables that it reads or writes, such as "dPdu".
+    /// Names of the predefined variables that the shader reads or writes, such as "dPdu".
     [[nodiscard]] const std::vector<std::string>& Predefined() const { return m_info.predefined; }
+    /// True if `predefined` is one of these. O(n).
     [[nodiscard]] bool Uses(std::string_view predefined) const;
-    /// The default value of some parameter needs the object space.
+    /// True if the default value of some parameter needs the "object" space.
     [[nodiscard]] bool NeedsObjectSpace() const;
+    /// True if the shader asks for rays, such as by `trace`.
     [[nodiscard]] bool TracesRays() const { return m_info.tracesRays; }
+    /// True if the shader assigns to `P`.
     [[nodiscard]] bool ModifiesP() const { return m_info.modifiesP; }
-    /// A light that comes from everywhere: it has neither `illuminate` nor `solar`.
+    /// True for a light without `illuminate` and `solar`, whose light has no direction.
     [[nodiscard]] bool IsAmbient() const { return m_info.isAmbient; }
-    /// File names of the shadeop libraries that it calls into.
+    /// File names, without folders, of the shadeop libraries whose functions the shader calls.
     [[nodiscard]] const std::vector<std::string>& ShadeopLibraries() const
     {
         return m_info.shadeopLibraries;
     }
 
-    /// What a shader's user calls its type: "surface", "light" and so on.
+    /// Returns the word of the shading language for a type: "surface", "light" and so on.
     [[nodiscard]] static const char* TypeName(QxShaderInterface::QxType type);
 
     // For instances.
 
-    /// The spaces that it names, in the order of the space list of a context.
+    /// Names of the spaces that the shader uses, in the order of the list of spaces of a context.
     [[nodiscard]] const std::vector<std::string>& SpaceNames() const { return m_info.spaces; }
-    /// The shader must outlive the variables.
+    /// Declares one variable for each parameter. The shader must outlive them.
     void Declare(std::vector<QxVar>& variables) const { m_info.Declare(variables); }
-    /// What shades for one instance. The shader must outlive it. May be called in any thread.
+    /// Creates the run of one instance. The shader must outlive it. May be called in any thread.
     [[nodiscard]] virtual std::unique_ptr<QxShaderRun> NewRun() const = 0;
 
 protected:
     explicit QxShader(std::string name) : m_name(std::move(name)) {}
 
-    /// Makes variables of which each has the default value, as it is given.
+    /// Declares `variables`, one for each parameter, and computes their default values with every
+    /// space equal to the current space, so that each value is as the source gives it.
     void ComputeDefaults(std::vector<QxVar>& variables) const;
-    /// The default value of a parameter depends on the shading point.
+    /// True if the default value of the parameter depends on the shading point.
     [[nodiscard]] virtual bool IsDefaultPerPoint(std::size_t parameter) const = 0;
 
     std::string m_name;

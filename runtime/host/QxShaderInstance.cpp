@@ -1,17 +1,16 @@
-// A run, from settings to values:
+// The steps from settings to a run:
 //
-//     Set("Kd", 0.8)     remembered; the number of points is not known yet
-//     Run(grid)          spaces, then room for each parameter, then settings, then default values
-//                        of what has no setting, then the shader
+//     Set("Kd", 0.8)     stores the value, since the number of points is not known yet
+//     Run(grid)          looks spaces up, allocates the parameters, assigns the values that were
+//                        set, computes the default values of all others, and runs the shader
 //
-// Room and default values stay from one run to the next, since most grids of a picture have one
-// size: they are made anew only for another number of points, another setting, or a space that was
-// defined since. Outputs alone start from their default values each time, for the last run has
-// written over them.
+// Memory and values are kept from one run to the next, since most grids of a picture have the same
+// size. They are rebuilt only for another number of points, or after a value or space was changed.
+// Only outputs get their initial values before each run, since the last run has overwritten them.
 //
-// All this stands in a room. A run within a run takes another room than those that are in use, and
-// grids of two sizes that take turns have a room each, so that neither needs memory of the system
-// after its first run.
+// All of this is stored in a workspace. A nested run uses a workspace that no other run is using,
+// and grids of a few sizes that alternate have one each, so that they allocate only in their first
+// runs.
 //
 // Tested by tests/host/HostTest.cpp; tests/host/life watches the memory.
 
@@ -26,7 +25,7 @@ namespace {
 
 using Parameter = QxShader::Parameter;
 
-/// Calls `use` with the value's elements as a variable takes them.
+/// Calls `use` with a pointer to the elements of a value: floats, or pointers to texts.
 template <class Use>
 void WithElements(const QxHostValue& value, const Use& use)
 {
@@ -42,37 +41,39 @@ void WithElements(const QxHostValue& value, const Use& use)
 
 }  // namespace
 
-QxShaderInstance::Room::Room(const QxShader& shader)
+QxShaderInstance::Workspace::Workspace(const QxShader& shader)
     : run(shader.NewRun()),
       variables(shader.Parameters().size())
 {
     shader.Declare(variables);
 }
 
-/// A room is in use as long as this lives.
-class QxShaderInstance::RoomScope {
+/// Marks a workspace as in use for as long as the object exists.
+class QxShaderInstance::WorkspaceScope {
 public:
-    RoomScope(QxShaderInstance& instance, Room& room) : m_instance(instance), m_room(room)
+    WorkspaceScope(QxShaderInstance& instance, Workspace& workspace)
+        : m_instance(instance),
+          m_workspace(workspace)
     {
-        room.busy = true;
-        room.lastUse = ++instance.m_runs;
+        workspace.busy = true;
+        workspace.lastUse = ++instance.m_runs;
         instance.m_last.resize(instance.m_depth + 1);
         instance.m_last[instance.m_depth++] = nullptr;
-        instance.m_running.push_back(&room);
+        instance.m_running.push_back(&workspace);
     }
-    ~RoomScope()
+    ~WorkspaceScope()
     {
-        m_room.busy = false;
+        m_workspace.busy = false;
         m_instance.m_running.pop_back();
-        m_instance.m_last[--m_instance.m_depth] = &m_room;
-        m_instance.ReturnBuffers(m_room);
+        m_instance.m_last[--m_instance.m_depth] = &m_workspace;
+        m_instance.ReturnBuffers(m_workspace);
     }
-    RoomScope(const RoomScope&) = delete;
-    RoomScope& operator=(const RoomScope&) = delete;
+    WorkspaceScope(const WorkspaceScope&) = delete;
+    WorkspaceScope& operator=(const WorkspaceScope&) = delete;
 
 private:
     QxShaderInstance& m_instance;
-    Room& m_room;
+    Workspace& m_workspace;
 };
 
 QxShaderInstance::QxShaderInstance(std::shared_ptr<const QxShader> shader, QxHostSpaces& spaces)
@@ -80,14 +81,14 @@ QxShaderInstance::QxShaderInstance(std::shared_ptr<const QxShader> shader, QxHos
       m_spaces(spaces),
       m_own(m_shader)
 {
-    // A surface gets what belongs to a light from its lights.
+    // In other shaders than lights these variables come from the lights.
     const bool isLight = m_shader->Type() == QxShaderInterface::e_typeLight;
     for (const std::string& name : m_shader->Predefined())
         if (isLight || (name != "L" && name != "Cl" && name != "Ol"))
             m_wanted |= QxHostPoints::Named(name);
 }
 
-const Parameter& QxShaderInstance::At(QxParameterHandle parameter) const
+const Parameter& QxShaderInstance::CheckedParameter(QxParameterHandle parameter) const
 {
     const auto number = static_cast<std::size_t>(parameter);
     if (number >= m_shader->Parameters().size())
@@ -98,18 +99,18 @@ const Parameter& QxShaderInstance::At(QxParameterHandle parameter) const
 void QxShaderInstance::Set(QxParameterHandle parameter, const QxHostValue& value)
 {
     m_own.Set(parameter, value);
-    Forget(parameter);
+    ClearBufferOfInput(parameter);
 }
 
 void QxShaderInstance::SetForEachPoint(QxParameterHandle parameter, const QxHostValue& values)
 {
     m_own.SetForEachPoint(parameter, values);
-    Forget(parameter);
+    ClearBufferOfInput(parameter);
 }
 
 void QxShaderInstance::SetBuffer(QxParameterHandle handle, std::span<float> values)
 {
-    const Parameter& parameter = At(handle);
+    const Parameter& parameter = CheckedParameter(handle);
     if (parameter.type == QxValueType::String)
         throw QxHostError("Parameter '" + parameter.name +
                           "' is a string, which no buffer of numbers holds");
@@ -130,13 +131,13 @@ void QxShaderInstance::SetBuffer(QxParameterHandle handle, std::span<float> valu
 
 void QxShaderInstance::ClearBuffer(QxParameterHandle parameter)
 {
-    static_cast<void>(At(parameter));
+    static_cast<void>(CheckedParameter(parameter));
     if (m_buffers.erase(static_cast<std::size_t>(parameter)) == 0)
         return;
     ++m_changes;
-    for (const auto& room : m_rooms)
-        if (!room->busy)
-            ReturnBuffers(*room);
+    for (const auto& workspace : m_workspaces)
+        if (!workspace->busy)
+            ReturnBuffers(*workspace);
 }
 
 void QxShaderInstance::Reset(QxParameterHandle parameter)
@@ -145,10 +146,10 @@ void QxShaderInstance::Reset(QxParameterHandle parameter)
     m_own.Reset(parameter);
 }
 
-/// An input has a new value, which no buffer holds.
-void QxShaderInstance::Forget(QxParameterHandle parameter)
+/// Removes the buffer of an input parameter, which has a new value now.
+void QxShaderInstance::ClearBufferOfInput(QxParameterHandle parameter)
 {
-    if (!At(parameter).output)
+    if (!CheckedParameter(parameter).output)
         ClearBuffer(parameter);
 }
 
@@ -160,16 +161,16 @@ void QxShaderInstance::Use(const QxParameterSet* set)
     m_used = set;
 }
 
-/// What was a buffer and is none any more is referred to no longer: the host may free it.
-void QxShaderInstance::ReturnBuffers(Room& room) const
+/// Moves parameters out of buffers that were removed or replaced, since the host may free these.
+void QxShaderInstance::ReturnBuffers(Workspace& workspace) const
 {
-    std::erase_if(room.borrowed, [&](std::size_t parameter) {
-        QxVar& variable = room.variables[parameter];
+    std::erase_if(workspace.buffered, [&](std::size_t parameter) {
+        QxVar& variable = workspace.variables[parameter];
         const auto found = m_buffers.find(parameter);
         if (found != m_buffers.end() && found->second.data() == variable.Value())
             return false;
         variable.Resize(1);
-        room.points = 0;
+        workspace.points = 0;
         return true;
     });
 }
@@ -177,18 +178,18 @@ void QxShaderInstance::ReturnBuffers(Room& room) const
 void QxShaderInstance::SetStepLimit(std::size_t limit)
 {
     m_stepLimit = limit;
-    for (const auto& room : m_rooms)
-        room->run->SetStepLimit(limit);
+    for (const auto& workspace : m_workspaces)
+        workspace->run->SetStepLimit(limit);
 }
 
 void QxShaderInstance::SetMemoryLimit(std::size_t bytes)
 {
     m_memoryLimit = bytes;
-    for (const auto& room : m_rooms)
-        room->run->SetMemoryLimit(bytes);
+    for (const auto& workspace : m_workspaces)
+        workspace->run->SetMemoryLimit(bytes);
 }
 
-/// In floating point, where no sum or product of hostile numbers goes round.
+/// Computes in floating point, so that no sum or product of hostile numbers overflows.
 void QxShaderInstance::CheckMemory(std::size_t points) const
 {
     double bytes = 0;
@@ -208,50 +209,52 @@ void QxShaderInstance::CheckMemory(std::size_t points) const
 void QxShaderInstance::SetStopTest(QxStopTest test)
 {
     m_stopTest = std::move(test);
-    for (const auto& room : m_rooms)
-        room->run->SetStopTest(m_stopTest);
+    for (const auto& workspace : m_workspaces)
+        workspace->run->SetStopTest(m_stopTest);
 }
 
-QxShaderInstance::Room& QxShaderInstance::NewRoom()
+QxShaderInstance::Workspace& QxShaderInstance::NewWorkspace()
 {
-    auto room = std::make_unique<Room>(*m_shader);
+    auto workspace = std::make_unique<Workspace>(*m_shader);
     if (m_stepLimit)
-        room->run->SetStepLimit(*m_stepLimit);
-    room->run->SetMemoryLimit(m_memoryLimit);
-    room->run->SetStopTest(m_stopTest);
-    m_rooms.push_back(std::move(room));
-    return *m_rooms.back();
+        workspace->run->SetStepLimit(*m_stepLimit);
+    workspace->run->SetMemoryLimit(m_memoryLimit);
+    workspace->run->SetStopTest(m_stopTest);
+    m_workspaces.push_back(std::move(workspace));
+    return *m_workspaces.back();
 }
 
-/// What it holds is what the next run begins with.
-bool QxShaderInstance::IsFresh(const Room& room) const
+/// True if the values of the workspace are the initial values of the next run.
+bool QxShaderInstance::IsCurrent(const Workspace& workspace) const
 {
-    return room.points != 0 && room.changes == m_changes && room.values == Values().Version();
+    return workspace.points != 0 && workspace.changes == m_changes &&
+           workspace.values == Values().Version();
 }
 
-/// One that holds the values for that many points, or else the one that was used least recently.
-QxShaderInstance::Room& QxShaderInstance::FindRoom(std::size_t points)
+/// Returns a free workspace that has current values for that many points, or else a new one or the
+/// least recently used one.
+QxShaderInstance::Workspace& QxShaderInstance::ChooseWorkspace(std::size_t points)
 {
     constexpr unsigned int k_spare = 4;
-    Room* oldest = nullptr;
+    Workspace* oldest = nullptr;
     unsigned int free = 0;
-    for (const auto& room : m_rooms) {
-        if (room->busy)
+    for (const auto& workspace : m_workspaces) {
+        if (workspace->busy)
             continue;
-        if (room->points == points && IsFresh(*room))
-            return *room;
+        if (workspace->points == points && IsCurrent(*workspace))
+            return *workspace;
         ++free;
-        // What holds nothing that is current goes first.
-        const auto isBetter = [&](const Room& other) {
-            return IsFresh(*room) == IsFresh(other) ? room->lastUse < other.lastUse
-                                                    : IsFresh(other);
+        // Workspaces without current values are reused first.
+        const auto isBetter = [&](const Workspace& other) {
+            return IsCurrent(*workspace) == IsCurrent(other) ? workspace->lastUse < other.lastUse
+                                                             : IsCurrent(other);
         };
         if (!oldest || isBetter(*oldest))
-            oldest = room.get();
+            oldest = workspace.get();
     }
     CheckMemory(points);
-    const bool another = free == 0 || (free < k_spare && IsFresh(*oldest));
-    return another ? NewRoom() : *oldest;
+    const bool another = free == 0 || (free < k_spare && IsCurrent(*oldest));
+    return another ? NewWorkspace() : *oldest;
 }
 
 void QxShaderInstance::Run(const QxHostPoints& points, QxHostScene& scene)
@@ -266,7 +269,7 @@ void QxShaderInstance::Run(const QxHostPoints& points, QxShaderSupport& support,
     if (m_depth > k_depthLimit)
         throw QxHostError("Shader '" + m_shader->Name() + "' is run within " +
                           std::to_string(m_depth) + " runs of itself, which is too deep");
-    // A scene that is handed over as its base knows of the grid all the same.
+    // A scene that is passed as a reference to its base class needs its level too.
     std::optional<QxHostScene::GridScope> scope;
     auto* const scene = dynamic_cast<QxHostScene*>(&support);
     if (scene)
@@ -274,7 +277,8 @@ void QxShaderInstance::Run(const QxHostPoints& points, QxShaderSupport& support,
     Shade(points, support, lightCount, scene ? scene->FilesVersion() : 0);
 }
 
-/// `files`: the version of the handles that `support` gives, 0 if they are good for this run alone.
+/// `files`: version of the file handles that `support` returns; 0 if they are valid for this run
+/// only.
 void QxShaderInstance::Shade(const QxHostPoints& points, QxShaderSupport& support,
                              unsigned int lightCount, unsigned long files)
 {
@@ -283,14 +287,14 @@ void QxShaderInstance::Shade(const QxHostPoints& points, QxShaderSupport& suppor
     FindSpaces();
     const std::size_t count = points.layout.Size();
     try {
-        Room& room = FindRoom(count);
-        const RoomScope scope(*this, room);
+        Workspace& workspace = ChooseWorkspace(count);
+        const WorkspaceScope scope(*this, workspace);
         const QxShadingContext context(&support, &m_spaces, m_spaceList.data(), points.E);
-        UseFiles(room, files);
-        PrepareVariables(room, count, context);
-        MakeLights(room, count, lightCount);
-        room.run->Evaluate(points.layout, context, points.variables, room.variables,
-                           room.lightInputs);
+        SetFilesVersion(workspace, files);
+        PrepareVariables(workspace, count, context);
+        PrepareLights(workspace, count, lightCount);
+        workspace.run->Evaluate(points.layout, context, points.variables, workspace.variables,
+                                workspace.lightInputs);
     } catch (const std::bad_alloc&) {
         throw QxHostError("There is no memory to run shader '" + m_shader->Name() + "' on " +
                           std::to_string(count) + " points");
@@ -308,7 +312,7 @@ void QxShaderInstance::CheckPoints(const QxHostPoints& points) const
                               "', but the points have none");
 }
 
-/// Default values depend on the spaces.
+/// Looks the shader's spaces up again if a definition has changed; default values depend on them.
 void QxShaderInstance::FindSpaces()
 {
     const unsigned long changes = m_spaces.Changes();
@@ -316,56 +320,57 @@ void QxShaderInstance::FindSpaces()
         return;
     m_spaceChanges = changes;
     ++m_changes;
-    // Runs around this one go on with the list where it stands.
+    // Outer runs keep a pointer to the list, so it must not move.
     m_spaceList.resize(m_shader->SpaceNames().size());
     for (std::size_t i = 0; i < m_spaceList.size(); ++i)
         m_spaceList[i] = m_spaces.Find(m_shader->SpaceNames()[i]);
 }
 
-void QxShaderInstance::UseFiles(Room& room, unsigned long files)
+void QxShaderInstance::SetFilesVersion(Workspace& workspace, unsigned long files)
 {
-    if (files == 0 || files != room.files)
-        room.run->ForgetFiles();
-    room.files = files;
+    if (files == 0 || files != workspace.files)
+        workspace.run->ForgetFiles();
+    workspace.files = files;
 }
 
-void QxShaderInstance::MakeLights(Room& room, std::size_t points, unsigned int count)
+void QxShaderInstance::PrepareLights(Workspace& workspace, std::size_t points, unsigned int count)
 {
-    room.lights.resize(count);
-    room.lightInputs.clear();
-    for (LightValues& light : room.lights) {
+    workspace.lights.resize(count);
+    workspace.lightInputs.clear();
+    for (LightValues& light : workspace.lights) {
         light.L.assign(points, {0, 0, 0});
         light.Cl.assign(points, {0, 0, 0});
         light.Ol.assign(points, {0, 0, 0});
-        room.lightInputs.push_back({light.L.data(), light.Cl.data(), light.Ol.data()});
+        workspace.lightInputs.push_back({light.L.data(), light.Cl.data(), light.Ol.data()});
     }
 }
 
-/// What no run has changed, and no other size of the grid, stays as it is.
-void QxShaderInstance::PrepareVariables(Room& room, std::size_t points,
+/// Rebuilds the values of all parameters if they are not current, or else only those of outputs.
+void QxShaderInstance::PrepareVariables(Workspace& workspace, std::size_t points,
                                         const QxShadingContext& context)
 {
-    const bool anew = points != room.points || !IsFresh(room);
-    if (anew)
-        room.points = 0;  // also where this ends with an error
-    room.changes = m_changes;
-    room.values = Values().Version();
+    const bool rebuild = points != workspace.points || !IsCurrent(workspace);
+    if (rebuild)
+        workspace.points = 0;  // so that an error below leaves it unprepared
+    workspace.changes = m_changes;
+    workspace.values = Values().Version();
     bool initialize = false;
-    for (std::size_t i = 0; i < room.variables.size(); ++i) {
-        if (!anew && !m_shader->Parameters()[i].output)
+    for (std::size_t i = 0; i < workspace.variables.size(); ++i) {
+        if (!rebuild && !m_shader->Parameters()[i].output)
             continue;
-        MakeVariable(room, i, points);
-        ApplySetting(room.variables[i], i, points);
-        initialize = initialize || room.variables[i].UseDefaultValue();
+        PrepareVariable(workspace, i, points);
+        ApplySetting(workspace.variables[i], i, points);
+        initialize = initialize || workspace.variables[i].UseDefaultValue();
     }
     if (initialize)
-        room.run->Initialize(context, m_spaceList.data(), room.variables);
-    room.points = points;
+        workspace.run->Initialize(context, m_spaceList.data(), workspace.variables);
+    workspace.points = points;
 }
 
-void QxShaderInstance::MakeVariable(Room& room, std::size_t parameter, std::size_t points)
+void QxShaderInstance::PrepareVariable(Workspace& workspace, std::size_t parameter,
+                                       std::size_t points)
 {
-    QxVar& variable = room.variables[parameter];
+    QxVar& variable = workspace.variables[parameter];
     const auto found = m_buffers.find(parameter);
     const bool output = m_shader->Parameters()[parameter].output;
     if (found == m_buffers.end() || (output && m_depth > 1)) {
@@ -382,8 +387,9 @@ void QxShaderInstance::MakeVariable(Room& room, std::size_t parameter, std::size
                           std::to_string(needed));
     }
     variable.Borrow(points, buffer.data());
-    if (std::find(room.borrowed.begin(), room.borrowed.end(), parameter) == room.borrowed.end())
-        room.borrowed.push_back(parameter);
+    if (std::find(workspace.buffered.begin(), workspace.buffered.end(), parameter) ==
+        workspace.buffered.end())
+        workspace.buffered.push_back(parameter);
     if (!output)
         variable.KeepValue();
 }
@@ -409,33 +415,33 @@ void QxShaderInstance::ApplySetting(QxVar& variable, std::size_t parameter,
 
 QxHostValue QxShaderInstance::Get(QxParameterHandle handle)
 {
-    const Parameter& parameter = At(handle);
-    Room* const room = m_depth < m_last.size() ? m_last[m_depth] : nullptr;
-    if (room)
-        return QxHostValue::Of(room->variables[static_cast<std::size_t>(handle)]);
+    const Parameter& parameter = CheckedParameter(handle);
+    Workspace* const workspace = m_depth < m_last.size() ? m_last[m_depth] : nullptr;
+    if (workspace)
+        return QxHostValue::Of(workspace->variables[static_cast<std::size_t>(handle)]);
     QxVar none;
     none.Declare(parameter.name.c_str(), parameter.type, parameter.varying, parameter.length);
     return QxHostValue::Of(none);
 }
 
-QxShaderInstance::Room& QxShaderInstance::RoomOfAnswers(QxShaderSupport& support,
-                                                        const QxVector3& eye)
+QxShaderInstance::Workspace& QxShaderInstance::WorkspaceForAnswers(QxShaderSupport& support,
+                                                                   const QxVector3& eye)
 {
     if (!m_running.empty())
         return *m_running.back();
     FindSpaces();
-    if (!m_last.empty() && m_last[0] && IsFresh(*m_last[0]))
+    if (!m_last.empty() && m_last[0] && IsCurrent(*m_last[0]))
         return *m_last[0];
-    Room& room = FindRoom(1);
-    std::vector<Room*> last = m_last;  // this is no run that `Get` knows of
+    Workspace& workspace = ChooseWorkspace(1);
+    std::vector<Workspace*> last = m_last;  // `Get` must not see this as a run
     {
-        const RoomScope scope(*this, room);
+        const WorkspaceScope scope(*this, workspace);
         const QxShadingContext context(&support, &m_spaces, m_spaceList.data(), eye);
-        UseFiles(room, 0);
-        PrepareVariables(room, 1, context);
+        SetFilesVersion(workspace, 0);
+        PrepareVariables(workspace, 1, context);
     }
     m_last.swap(last);
-    return room;
+    return workspace;
 }
 
 bool QxShaderInstance::Answer(const char* name, const QxMessageValue& value,
@@ -449,8 +455,8 @@ bool QxShaderInstance::Answer(const char* name, const QxMessageValue& value,
         });
     if (found == parameters.end())
         return false;
-    Room& room = RoomOfAnswers(support, eye);
-    QxVar& variable = room.variables[static_cast<std::size_t>(found - parameters.begin())];
+    Workspace& workspace = WorkspaceForAnswers(support, eye);
+    QxVar& variable = workspace.variables[static_cast<std::size_t>(found - parameters.begin())];
     if (variable.Points() == 1)
         value.Store(variable.Value());
     else if (variable.Points() == value.points)

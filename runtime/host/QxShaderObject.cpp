@@ -1,5 +1,5 @@
-// Runs of a shader in a shared object, and what it is known to hold: what its entry points say, and
-// what the compiler wrote into the file beside them.
+// Runs a shader in a shared object, and collects its interface from two sources: its entry points,
+// and the section of facts that the compiler wrote.
 //
 // Tested by tests/host/HostTest.cpp; tests/host/fakes are shared objects that are no shaders.
 
@@ -12,11 +12,11 @@
 #include "host/QxErrorHolder.h"
 #include "host/QxHostGrid.h"
 #include "host/QxHostSpaces.h"
-#include "host/QxObjectLife.h"
+#include "host/QxLoadedObject.h"
 
 namespace {
 
-/// Drops what a shader says.
+/// Discards what a shader prints and reports.
 class SilentSupport : public QxShaderSupport {
 public:
     void Print(const char*) override {}
@@ -25,17 +25,16 @@ public:
 
 }  // namespace
 
-// A shared object keeps nothing of its own between two calls, so that threads need not wait for
-// each other.
+// A shared object keeps no state between calls, so runs in several threads need no lock.
 class QxShaderObject::Run : public QxShaderRun {
 public:
-    explicit Run(const QxObjectLife& life) : m_life(life) {}
+    explicit Run(const QxLoadedObject& object) : m_object(object) {}
 
     void Initialize(const QxShadingContext& context, const QxFrame3D** spaces,
                     std::vector<QxVar>& variables) override
     {
         QxErrorHolder holder(*context.ShaderSupport(), m_files, QxDraws::k_ofDefaults);
-        m_life.initialize(context.With(holder), variables.data(), spaces);
+        m_object.initialize(context.With(holder), variables.data(), spaces);
         holder.Release();
     }
     void Evaluate(const QxGrid& layout, const QxShadingContext& context,
@@ -48,11 +47,11 @@ private:
     void Call(const QxGrid& layout, const QxShadingContext& context,
               const QxHiddenVariables& hidden, std::vector<QxVar>& variables, Rest... rest) const
     {
-        std::bit_cast<Function>(m_life.evaluate)(layout.columns, layout.rows, context,
-                                                 Hidden(hidden), variables.data(), rest...);
+        std::bit_cast<Function>(m_object.evaluate)(layout.columns, layout.rows, context,
+                                                   Hidden(hidden), variables.data(), rest...);
     }
 
-    const QxObjectLife& m_life;
+    const QxLoadedObject& m_object;
     QxFileHandles m_files;
 };
 
@@ -62,22 +61,23 @@ void QxShaderObject::Run::Evaluate(const QxGrid& layout, const QxShadingContext&
 {
     QxErrorHolder holder(*given.ShaderSupport(), m_files);
     const QxShadingContext context = given.With(holder);
-    switch (m_life.type) {
+    switch (m_object.type) {
     case QxShaderInterface::e_typeLight:
-        Call<QxObjectLife::EvaluateLight, QxLightHidden>(layout, context, hidden, variables, true);
+        Call<QxLoadedObject::EvaluateLight, QxLightHidden>(layout, context, hidden, variables,
+                                                           true);
         break;
     case QxShaderInterface::e_typeSurface:
     case QxShaderInterface::e_typeVolume:
-        Call<QxObjectLife::EvaluateSurface, QxSurfaceHidden>(
+        Call<QxLoadedObject::EvaluateSurface, QxSurfaceHidden>(
             layout, context, hidden, variables, static_cast<unsigned int>(lights.size()),
             lights.data());
         break;
     case QxShaderInterface::e_typeDisplacement:
-        Call<QxObjectLife::EvaluateDisplacement, QxSurfaceHidden>(layout, context, hidden,
-                                                                  variables);
+        Call<QxLoadedObject::EvaluateDisplacement, QxSurfaceHidden>(layout, context, hidden,
+                                                                    variables);
         break;
     case QxShaderInterface::e_typeImager:
-        Call<QxObjectLife::EvaluateImager, QxImagerHidden>(layout, context, hidden, variables);
+        Call<QxLoadedObject::EvaluateImager, QxImagerHidden>(layout, context, hidden, variables);
         break;
     }
     holder.Release();
@@ -86,7 +86,7 @@ void QxShaderObject::Run::Evaluate(const QxGrid& layout, const QxShadingContext&
 QxShaderObject::QxShaderObject(const std::string& path,
                                const std::vector<std::string>& shadeopFolders)
     : QxShader(path),
-      m_life(QxObjectLife::Enter(path, shadeopFolders))
+      m_object(QxLoadedObject::Acquire(path, shadeopFolders))
 {
     ReadInterface();
 }
@@ -95,57 +95,59 @@ QxShaderObject::~QxShaderObject() = default;
 
 void QxShaderObject::ReadInterface()
 {
-    m_info.type = m_life->type;
-    m_info.spaces = m_life->spaceNames;
-    m_info.shadeopLibraries = m_life->shadeopLibraries;
-    for (std::size_t i = 0; i < m_life->sizes->parameters; ++i) {
-        const QxVar& variable = m_life->variables[i];
+    m_info.type = m_object->type;
+    m_info.spaces = m_object->spaceNames;
+    m_info.shadeopLibraries = m_object->shadeopLibraries;
+    for (std::size_t i = 0; i < m_object->sizes->parameters; ++i) {
+        const QxVar& variable = m_object->variables[i];
         m_info.parameters.push_back({.name = variable.Name(),
                                      .type = variable.Type(),
                                      .varying = variable.IsVarying(),
                                      .length = variable.Length(),
-                                     .output = m_life->isOutput[i] != 0,
+                                     .output = m_object->isOutput[i] != 0,
                                      .space = {},
-                                     .needsObjectSpace = m_life->needsObjectSpace[i] != 0});
+                                     .needsObjectSpace = m_object->needsObjectSpace[i] != 0});
     }
-    for (std::size_t i = 0; i < m_life->sizes->predefinedVariables; ++i)
-        m_info.predefined.emplace_back(m_life->predefined[i]->name);
-    m_info.tracesRays = m_life->useRayTracing() != 0;
-    m_info.modifiesP = m_life->modifyPoint() != 0;
-    const bool isKnown = m_life->facts.Found() == SqxObjectFacts::State::Whole;
+    for (std::size_t i = 0; i < m_object->sizes->predefinedVariables; ++i)
+        m_info.predefined.emplace_back(m_object->predefined[i]->name);
+    m_info.tracesRays = m_object->useRayTracing() != 0;
+    m_info.modifiesP = m_object->modifyPoint() != 0;
+    const bool isKnown = m_object->facts.Found() == SqxObjectFacts::State::Whole;
     if (isKnown)
         ReadFacts();
     else
         ReadDefaultSpaces();
     m_info.isAmbient = m_info.type == QxShaderInterface::e_typeLight &&
-                       !m_life->hasLightStatement && (isKnown || LeavesNoDirection());
+                       !m_object->hasLightStatement && (isKnown || ClearsDirection());
 }
 
-/// Facts of another shader, as an edited file has them, would have values stored in wrong places.
+/// Compares the facts with the entry points: in an edited file they may belong to another shader,
+/// and values would be stored in the wrong places.
 void QxShaderObject::ReadFacts()
 {
-    const SqxShader& shader = m_life->facts.Shader();
-    bool fits = shader.parameterCount == m_info.parameters.size();
-    for (std::size_t i = 0; fits && i < m_info.parameters.size(); ++i) {
+    const SqxShader& shader = m_object->facts.Shader();
+    bool matches = shader.parameterCount == m_info.parameters.size();
+    for (std::size_t i = 0; matches && i < m_info.parameters.size(); ++i) {
         const SqxVariable& known = shader.Parameter(i);
         const auto type = static_cast<QxValueType>(static_cast<int>(known.type));
         Parameter& parameter = m_info.parameters[i];
-        // Entry points call vectors and normals points.
-        fits = known.name == parameter.name && known.uniform != parameter.varying &&
-               static_cast<std::size_t>(known.size) == parameter.length &&
-               QxFitsType(type, parameter.type);
+        // Entry points declare vectors and normals as points.
+        matches = known.name == parameter.name && known.uniform != parameter.varying &&
+                  static_cast<std::size_t>(known.size) == parameter.length &&
+                  QxFitsType(type, parameter.type);
         parameter.type = type;
         parameter.space = known.space;
     }
-    if (!fits)
+    if (!matches)
         throw QxHostError("Shader '" + m_name + "' has parameters other than those it lists");
     for (const SqxInitializer& initializer : shader.initializers)
         if (initializer.perPoint)
             m_perPoint.insert(initializer.parameter);
 }
 
-/// A light without `illuminate` and `solar` clears `L`, all others leave or set it.
-bool QxShaderObject::LeavesNoDirection() const
+/// True if a run sets `L` to zero. A light without `illuminate` and `solar` does so; all others
+/// leave `L` unchanged or set it to a direction.
+bool QxShaderObject::ClearsDirection() const
 {
     SilentSupport support;
     QxHostSpaces spaces;
@@ -157,13 +159,13 @@ bool QxShaderObject::LeavesNoDirection() const
     probe.Set("Ps", QxVector3{0.3F, -7.1F, 5.9F});
     probe.Set("L", QxVector3{1, 1, 1});
     Declare(variables);
-    Run run(*m_life);
+    Run run(*m_object);
     run.Initialize(context, list.data(), variables);
     run.Evaluate(probe.Layout(), context, probe.Hidden(), variables, none);
     return probe.Values<QxVector3>("L")[0] == QxVector3{0, 0, 0};
 }
 
-/// The computation of the default values tells their spaces too.
+/// Computing the default values also yields the spaces that they are given in.
 void QxShaderObject::ReadDefaultSpaces()
 {
     std::vector<QxVar> variables(m_info.parameters.size());
@@ -174,5 +176,5 @@ void QxShaderObject::ReadDefaultSpaces()
 
 std::unique_ptr<QxShaderRun> QxShaderObject::NewRun() const
 {
-    return std::make_unique<Run>(*m_life);
+    return std::make_unique<Run>(*m_object);
 }

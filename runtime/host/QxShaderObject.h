@@ -4,25 +4,25 @@
 
 #include "host/QxShader.h"
 
-class QxObjectLife;
+class QxLoadedObject;
 
-/// A shader in a shared object that `shaderqx --dso` built, loaded.
+/// A loaded shared object that `shaderqx --dso` built.
 ///
-/// A file that is opened again while it is loaded is the one that is loaded, with the shadeop
-/// libraries that were found for it then. It is unloaded when the last shader of it goes, which may
-/// be in any thread.
+/// Opening a file again while it is loaded shares the loaded code and the shadeop libraries that
+/// were found at that time. The file is unloaded when its last shader is destroyed, which may
+/// happen in any thread.
 class QxShaderObject : public QxShader {
 public:
-    /// Loads the file, which may then do whatever it likes in this process: it is code, to be
-    /// trusted like a program. Throws `QxHostError` if it is no shader of this interface version.
+    /// Loads the file. Its code runs in this process with all its rights, so it must be trusted
+    /// like a program. Throws `QxHostError` if it is not a shader of this interface version.
     QxShaderObject(const std::string& path, const std::vector<std::string>& shadeopFolders);
     ~QxShaderObject() override;
 
     [[nodiscard]] std::unique_ptr<QxShaderRun> NewRun() const override;
 
 protected:
-    /// Never of an object of an older compiler, which does not say: it has zero in place of such a
-    /// value.
+    /// False for all parameters of an object that an older compiler built: it does not record this
+    /// and initializes such parameters to zero.
     [[nodiscard]] bool IsDefaultPerPoint(std::size_t parameter) const override
     {
         return m_perPoint.contains(parameter);
@@ -34,8 +34,8 @@ private:
     void ReadInterface();
     void ReadFacts();
     void ReadDefaultSpaces();
-    [[nodiscard]] bool LeavesNoDirection() const;
+    [[nodiscard]] bool ClearsDirection() const;
 
-    std::set<std::size_t> m_perPoint;  // parameters with such default values
-    std::unique_ptr<const QxObjectLife, void (*)(const QxObjectLife*)> m_life;
+    std::set<std::size_t> m_perPoint;  // parameters whose default values depend on the point
+    std::unique_ptr<const QxLoadedObject, void (*)(const QxLoadedObject*)> m_object;
 };

@@ -1,4 +1,5 @@
 #pragma once
 
-/// A number that none had before, of anything that has versions. In any thread.
+/// Returns a number that no earlier call in this process returned; never 0. Anything that has
+/// versions may use it, so numbers of different objects never agree. May be called in any thread.
 [[nodiscard]] unsigned long QxNextVersion();

@@ -1,14 +1,14 @@
-// The life of a shader: loaded, registered, asked for its version, interrogated, and destroyed when
-// the last one who opened it goes; instances initialize and evaluate it in between.
+// The calls in the order that a shared object requires: load, register, version, interrogate, then
+// any number of initialize and evaluate by instances, and destroy when its last user releases it.
 //
-// What a shared object keeps is one for the process: the descriptions and the variables that it
-// makes, of which every instance has its own, and the shadeops. The list of spaces is made anew for
-// whoever interrogates it; so one question with an empty registry tells which names it holds, and
-// each instance looks those up where it likes.
+// A shared object keeps one copy of its descriptions, variables and shadeops for the whole process;
+// instances have their own variables. It allocates a list of frames for each caller of interrogate.
+// One call with an empty registry therefore yields the names of its spaces, and each instance looks
+// these up in its own registry.
 //
 // Tested by tests/host/HostTest.cpp; tests/host/fakes are shared objects that are no shaders.
 
-#include "host/QxObjectLife.h"
+#include "host/QxLoadedObject.h"
 
 #include <algorithm>
 #include <bit>
@@ -23,16 +23,16 @@
 
 namespace {
 
-using OpenLibrary = QxObjectLife::OpenLibrary;
+using OpenLibrary = QxLoadedObject::OpenLibrary;
 
 OpenLibrary Load(const std::string& path, const SqxElfFile& file)
 {
-    // The loader would end the process.
+    // The system's loader may end the process if it is given such a file.
     if (!file.IsLibrary())
         throw QxHostError("Cannot load '" + path +
                           "', a shader built with --dso was expected: it is no library of this "
                           "machine, or cut short");
-    // A name without a slash would be looked for among the system's libraries.
+    // The loader searches the system's folders for a name without a slash.
     const std::string absolute = std::filesystem::absolute(path).string();
     OpenLibrary library(dlopen(absolute.c_str(), RTLD_NOW | RTLD_LOCAL), dlclose);
     if (!library)
@@ -41,7 +41,7 @@ OpenLibrary Load(const std::string& path, const SqxElfFile& file)
     return library;
 }
 
-/// Looks into folders, and keeps what it was asked for.
+/// Searches folders for files, and records the names that were searched for.
 class ShadeopFolders : public QxSearchPath {
 public:
     explicit ShadeopFolders(const std::vector<std::string>& folders) : m_folders(folders) {}
@@ -65,42 +65,42 @@ private:
 
 }  // namespace
 
-/// It is never destroyed, since shaders may go late, from other static objects.
-QxObjectLife::Led& QxObjectLife::AllLed()
+/// Never destroyed, since destructors of other static objects may still release shaders.
+QxLoadedObject::Loaded& QxLoadedObject::AllLoaded()
 {
-    static Led& led = *new Led;
-    return led;
+    static Loaded& loaded = *std::make_unique<Loaded>().release();
+    return loaded;
 }
 
-QxObjectLife::Use QxObjectLife::Enter(const std::string& path,
-                                      const std::vector<std::string>& shadeopFolders)
+QxLoadedObject::Use QxLoadedObject::Acquire(const std::string& path,
+                                            const std::vector<std::string>& shadeopFolders)
 {
-    Led& led = AllLed();
-    const std::lock_guard lock(led.mutex);
+    Loaded& loaded = AllLoaded();
+    const std::lock_guard lock(loaded.mutex);
     const SqxElfFile file = SqxElfFile::Open(path);
     OpenLibrary library = Load(path, file);
     void* const handle = library.get();
-    auto found = led.lives.find(handle);
-    if (found == led.lives.end()) {
+    auto found = loaded.objects.find(handle);
+    if (found == loaded.objects.end()) {
         QxCheckShadeopNeeds(file, shadeopFolders);
-        auto life = std::make_unique<QxObjectLife>(path, std::move(library), file);
-        life->Begin(shadeopFolders);
-        found = led.lives.emplace(handle, std::move(life)).first;
+        auto object = std::make_unique<QxLoadedObject>(path, std::move(library), file);
+        object->Register(shadeopFolders);
+        found = loaded.objects.emplace(handle, std::move(object)).first;
     }
     ++found->second->m_users;
-    return {found->second.get(), Leave};
+    return {found->second.get(), Release};
 }
 
-void QxObjectLife::Leave(const QxObjectLife* life)
+void QxLoadedObject::Release(const QxLoadedObject* object)
 {
-    Led& led = AllLed();
-    const std::lock_guard lock(led.mutex);
-    const auto found = led.lives.find(life->m_library.get());
+    Loaded& loaded = AllLoaded();
+    const std::lock_guard lock(loaded.mutex);
+    const auto found = loaded.objects.find(object->m_library.get());
     if (--found->second->m_users == 0)
-        led.lives.erase(found);
+        loaded.objects.erase(found);
 }
 
-QxObjectLife::QxObjectLife(std::string path, OpenLibrary library, const SqxElfFile& file)
+QxLoadedObject::QxLoadedObject(std::string path, OpenLibrary library, const SqxElfFile& file)
     : facts(file),
       m_path(std::move(path)),
       m_library(std::move(library))
@@ -117,22 +117,22 @@ QxObjectLife::QxObjectLife(std::string path, OpenLibrary library, const SqxElfFi
         facts.HasLightStatement() || dlsym(m_library.get(), "QxHasLightStatement") != nullptr;
 }
 
-QxObjectLife::~QxObjectLife()
+QxLoadedObject::~QxLoadedObject()
 {
     if (m_registered)
         m_destroy(&m_spaceList);
 }
 
-void QxObjectLife::Begin(const std::vector<std::string>& shadeopFolders)
+void QxLoadedObject::Register(const std::vector<std::string>& shadeopFolders)
 {
     m_register(&m_tokens);
     m_registered = true;
     CheckVersion();
-    Ask(shadeopFolders);
+    ReadInterface(shadeopFolders);
 }
 
 template <class Function>
-void QxObjectLife::Find(Function& function, const char* name) const
+void QxLoadedObject::Find(Function& function, const char* name) const
 {
     void* symbol = dlsym(m_library.get(), name);
     if (!symbol)
@@ -140,7 +140,7 @@ void QxObjectLife::Find(Function& function, const char* name) const
     function = std::bit_cast<Function>(symbol);
 }
 
-void QxObjectLife::CheckVersion() const
+void QxLoadedObject::CheckVersion() const
 {
     int major = 0;
     int minor = 0;
@@ -152,18 +152,18 @@ void QxObjectLife::CheckVersion() const
                           std::to_string(k_sqxMinorVersion) + " was expected");
 }
 
-void QxObjectLife::Ask(const std::vector<std::string>& shadeopFolders)
+void QxLoadedObject::ReadInterface(const std::vector<std::string>& shadeopFolders)
 {
     const ShadeopFolders searchPath(shadeopFolders);
     QxHostSpaces registry;
-    QxVar* made = nullptr;
+    QxVar* shaderVariables = nullptr;
     unsigned char* isSpaceObject = nullptr;
     unsigned char* isVisibleOutput = nullptr;
     QxShaderInterface::QxDataSize* dataSizes = nullptr;
-    m_interrogate(&searchPath, &registry, &m_spaceList, &type, &made, &isSpaceObject,
+    m_interrogate(&searchPath, &registry, &m_spaceList, &type, &shaderVariables, &isSpaceObject,
                   &isVisibleOutput, &predefined, &dataSizes);
     shadeopLibraries = searchPath.Files();
-    variables = made;
+    variables = shaderVariables;
     needsObjectSpace = isSpaceObject;
     isOutput = isVisibleOutput;
     sizes = dataSizes;

@@ -11,22 +11,23 @@
 #include "sqx/SqxElfFile.h"
 #include "sqx/SqxObjectFacts.h"
 
-/// A shader in a shared object from when it is loaded until it is destroyed and unloaded: one for
-/// all that open the file meanwhile.
-class QxObjectLife {
+/// A shader in a shared object, from loading to unloading. There is one object for each loaded
+/// file, which all users of the file share.
+class QxLoadedObject {
 public:
     using OpenLibrary = std::unique_ptr<void, int (*)(void*)>;
 
-    /// One use of it; the last one to go ends it.
-    using Use = std::unique_ptr<const QxObjectLife, void (*)(const QxObjectLife*)>;
-    /// That of the file. Throws `QxHostError`.
-    [[nodiscard]] static Use Enter(const std::string& path,
-                                   const std::vector<std::string>& shadeopFolders);
+    /// A counted reference; the last one unloads the file.
+    using Use = std::unique_ptr<const QxLoadedObject, void (*)(const QxLoadedObject*)>;
+    /// Loads the file, or shares it if it is loaded. May be called in any thread. Throws
+    /// `QxHostError` if the file is not a shader of this interface version or lacks shadeops.
+    [[nodiscard]] static Use Acquire(const std::string& path,
+                                     const std::vector<std::string>& shadeopFolders);
 
-    QxObjectLife(std::string path, OpenLibrary library, const SqxElfFile& file);
-    ~QxObjectLife();
-    QxObjectLife(const QxObjectLife&) = delete;
-    QxObjectLife& operator=(const QxObjectLife&) = delete;
+    QxLoadedObject(std::string path, OpenLibrary library, const SqxElfFile& file);
+    ~QxLoadedObject();
+    QxLoadedObject(const QxLoadedObject&) = delete;
+    QxLoadedObject& operator=(const QxLoadedObject&) = delete;
 
     // The entry points, as generated C++ declares them.
     using Initialize = void (*)(const QxShadingContext&, QxVar*, const QxFrame3D**);
@@ -39,13 +40,13 @@ public:
     using EvaluateLight = void (*)(unsigned int, unsigned int, const QxShadingContext&,
                                    const QxLightHidden&, QxVar*, bool);
 
-    SqxObjectFacts facts;  // that the compiler wrote down
+    SqxObjectFacts facts;  // from the section that the compiler wrote
 
-    // What the shader tells of itself.
+    // The interface that the shader's own entry point returns. The arrays belong to the shader.
     QxShaderInterface::QxType type = QxShaderInterface::e_typeSurface;
     const QxVar* variables = nullptr;
-    const unsigned char* needsObjectSpace = nullptr;
-    const unsigned char* isOutput = nullptr;
+    const unsigned char* needsObjectSpace = nullptr;  // by parameter
+    const unsigned char* isOutput = nullptr;          // by parameter
     QxToken** predefined = nullptr;
     const QxShaderInterface::QxDataSize* sizes = nullptr;
     std::vector<std::string> spaceNames;
@@ -55,7 +56,7 @@ public:
     void* evaluate = nullptr;  // one of the above, by the shader's type
     int (*useRayTracing)() = nullptr;
     int (*modifyPoint)() = nullptr;
-    bool hasLightStatement = false;  // surely; those of older headers do not say
+    bool hasLightStatement = false;  // false also if an older compiler did not record it
 
 private:
     using Interrogate = void (*)(const QxSearchPath*, QxSpaceRegistry*, const QxFrame3D***,
@@ -75,26 +76,26 @@ private:
         std::map<std::string, QxToken> m_tokens;
     };
 
-    /// Lives that are led now, by the loader's handle of the file.
-    struct Led {
+    /// All loaded objects, by the loader's handle of the file.
+    struct Loaded {
         std::mutex mutex;
-        std::map<void*, std::unique_ptr<QxObjectLife>> lives;
+        std::map<void*, std::unique_ptr<QxLoadedObject>> objects;
     };
-    [[nodiscard]] static Led& AllLed();
+    [[nodiscard]] static Loaded& AllLoaded();
 
     template <class Function>
     void Find(Function& function, const char* name) const;
-    static void Leave(const QxObjectLife* life);
-    void Begin(const std::vector<std::string>& shadeopFolders);
+    static void Release(const QxLoadedObject* object);
+    void Register(const std::vector<std::string>& shadeopFolders);
     void CheckVersion() const;
-    void Ask(const std::vector<std::string>& shadeopFolders);
+    void ReadInterface(const std::vector<std::string>& shadeopFolders);
 
     std::string m_path;
     OpenLibrary m_library;
     std::size_t m_users = 0;
     Tokens m_tokens;
     bool m_registered = false;
-    const QxFrame3D** m_spaceList = nullptr;  // made and freed by the shader
+    const QxFrame3D** m_spaceList = nullptr;  // allocated and freed by the shader
     Interrogate m_interrogate = nullptr;
     void (*m_register)(QxTokenRegistry*) = nullptr;
     void (*m_version)(int*, int*) = nullptr;
