@@ -29,10 +29,10 @@ expect() {
     [ "$1" = "$2" ] || { echo "$3: expected '$2', but got '$1'"; exit 1; }
 }
 
-# A preprocessed text is beside its source for a moment: not in a tree that others read.
+# The compiler writes a preprocessed file beside each source for a moment, so it gets a copy.
 cp -r "$root/examples" .
 mkdir code object
-for source in examples/{matte,spotlight}.sl; do
+for source in examples/{blockerlight,matte,spotlight}.sl; do
     compile_shader code --int "$source"
     compile_shader object --dso "$source"
 done
@@ -45,7 +45,12 @@ for kinds in 'code object' 'object code' 'object object'; do
     expect "$(./patch "$1/matte.sqx" "$2/spotlight.sqx")" "$expected" "docs/embedding.md, $kinds"
 done
 
-# The grid of the caller's own, with what the page leaves out.
+block "$root/docs/embedding.md" '// parameters.cpp' >parameters.cpp
+compile_program parameters
+expected=$(./parameters code/blockerlight.sqx)
+expect "$(./parameters object/blockerlight.sqx)" "$expected" "docs/embedding.md, parameters"
+
+# The grid that the caller stores, with the code that the page leaves out.
 {
     echo '#include <cstdio>'
     echo '#include <vector>'
@@ -65,7 +70,7 @@ for kind in code object; do
     expect "$(./points $kind/constant.sqx)" 1 "docs/embedding.md, points, $kind"
 done
 
-# The scene that follows rays, in a world where each one hits.
+# The scene that traces rays, in a world where each ray hits.
 {
     echo '#include <cstdio>'
     echo '#include "host/QxHost.h"'
