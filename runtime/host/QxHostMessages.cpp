@@ -7,6 +7,9 @@
 //
 // Tested by tests/host/HostTest.cpp.
 
+#include <algorithm>
+#include <tuple>
+
 #include "host/QxHostScene.h"
 #include "host/QxShaderInstance.h"
 
@@ -20,14 +23,36 @@ std::string TextureKey(const std::string& texture, const std::string& name)
 
 }  // namespace
 
+std::size_t QxHostScene::PlaceOfAnswer(QxMessage message, const std::string& name) const
+{
+    const auto found =
+        std::partition_point(m_answers.begin(), m_answers.end(), [&](const Answer& answer) {
+            return std::tie(answer.message, answer.name) < std::tie(message, name);
+        });
+    return static_cast<std::size_t>(found - m_answers.begin());
+}
+
+bool QxHostScene::HasAnswer(std::size_t place, QxMessage message, const std::string& name) const
+{
+    return place < m_answers.size() && m_answers[place].message == message &&
+           m_answers[place].name == name;
+}
+
 void QxHostScene::SetAnswer(QxMessage message, const std::string& name, const QxHostValue& value)
 {
-    m_answers.insert_or_assign({message, name}, value);
+    const std::size_t place = PlaceOfAnswer(message, name);
+    if (HasAnswer(place, message, name))
+        m_answers[place].value = value;
+    else
+        m_answers.insert(m_answers.begin() + static_cast<std::ptrdiff_t>(place),
+                         {message, name, value});
 }
 
 void QxHostScene::ClearAnswer(QxMessage message, const std::string& name)
 {
-    m_answers.erase({message, name});
+    const std::size_t place = PlaceOfAnswer(message, name);
+    if (HasAnswer(place, message, name))
+        m_answers.erase(m_answers.begin() + static_cast<std::ptrdiff_t>(place));
 }
 
 void QxHostScene::SetTextureAnswer(const std::string& texture, const std::string& name,
@@ -86,16 +111,18 @@ bool QxHostScene::Message(QxMessage message, const char* texture, const char* na
 bool QxHostScene::AnswerOfHost(const std::string& name, QxMessage message,
                                const QxMessageValue& value) const
 {
-    const auto found = m_answers.find({message, name});
-    if (found == m_answers.end() || !found->second.Fits(value.type) ||
-        found->second.Count() != value.length)
+    const std::size_t place = PlaceOfAnswer(message, name);
+    if (!HasAnswer(place, message, name))
+        return false;
+    const QxHostValue& known = m_answers[place].value;
+    if (!known.Fits(value.type) || known.Count() != value.length)
         return false;
     if (value.type != QxValueType::String) {
-        value.Store(found->second.numbers.data());
+        value.Store(known.numbers.data());
         return true;
     }
     std::vector<const char*> texts;
-    for (const std::string& text : found->second.texts)
+    for (const std::string& text : known.texts)
         texts.push_back(text.c_str());
     value.Store(texts.data());
     return true;

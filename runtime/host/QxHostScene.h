@@ -1,11 +1,9 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "QxShaderSupport.h"
@@ -179,6 +177,11 @@ private:
         }
         [[nodiscard]] bool Illuminates(const QxHostObject* object) const;
     };
+    struct Answer {
+        QxMessage message;
+        std::string name;
+        QxHostValue value;
+    };
     struct AmbientSource {
         SceneLight* light;
         bool uniform;
@@ -216,13 +219,17 @@ private:
     void EvaluateLightShader(SceneLevel& level, unsigned int number, const QxVector3* positions,
                              unsigned int points, const QxLightInput& result);
     [[nodiscard]] QxShaderInstance* ReceiverOf(QxMessage message);
+    /// The position of an answer, or where it would be inserted.
+    [[nodiscard]] std::size_t PlaceOfAnswer(QxMessage message, const std::string& name) const;
+    [[nodiscard]] bool HasAnswer(std::size_t place, QxMessage message,
+                                 const std::string& name) const;
     [[nodiscard]] bool AnswerOfHost(const std::string& name, QxMessage message,
                                     const QxMessageValue& value) const;
 
     QxHostSpaces m_spaces;
     std::vector<SceneLight> m_lights;
     std::uint32_t m_lastLight = 0;
-    std::map<std::pair<QxMessage, std::string>, QxHostValue> m_answers;
+    std::vector<Answer> m_answers;  // in the order of message and name
     const QxHostObject* m_object = nullptr;
     unsigned long m_files = QxNextVersion();
     unsigned int m_randomSeed = 0;

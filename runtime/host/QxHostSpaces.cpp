@@ -1,29 +1,54 @@
-// Frames are elements of a map, since these never move: shared objects store addresses of frames,
-// including those of names that are reserved before they are defined.
+// Frames are allocated one by one, so that they never move: shared objects store addresses of
+// frames, including those of names that are reserved before they are defined.
 //
 // Tested by tests/host/HostTest.cpp.
 
 #include "host/QxHostSpaces.h"
 
+#include <algorithm>
+
+/// Returns the position of a name, or where it would be inserted.
+std::size_t QxHostSpaces::PlaceOf(std::string_view name) const
+{
+    const auto found = std::partition_point(m_frames.begin(), m_frames.end(),
+                                            [&](const auto& known) { return known->name < name; });
+    return static_cast<std::size_t>(found - m_frames.begin());
+}
+
+/// Returns a frame of this registry itself; null if the name is not defined or reserved here.
+QxFrame3D* QxHostSpaces::FindHere(std::string_view name) const
+{
+    const std::size_t place = PlaceOf(name);
+    const bool found = place < m_frames.size() && m_frames[place]->name == name;
+    return found ? &m_frames[place]->frame : nullptr;
+}
+
+QxFrame3D& QxHostSpaces::Make(std::string_view name)
+{
+    const auto place = m_frames.begin() + static_cast<std::ptrdiff_t>(PlaceOf(name));
+    auto made = std::make_unique<NamedFrame>(NamedFrame{std::string(name), QxFrame3D()});
+    return (*m_frames.insert(place, std::move(made)))->frame;
+}
+
 void QxHostSpaces::Define(const std::string& name, const QxFrame3D& frame)
 {
-    m_frames[name] = frame;
+    QxFrame3D* const known = FindHere(name);
+    (known ? *known : Make(name)) = frame;
     ++m_changes;
 }
 
 const QxFrame3D* QxHostSpaces::Reserve(const char* name)
 {
-    if (m_outer && m_frames.find(name) == m_frames.end())
-        return m_outer->Reserve(name);
-    return &m_frames.emplace(name, QxFrame3D()).first->second;
+    if (const QxFrame3D* const known = FindHere(name))
+        return known;
+    return m_outer ? m_outer->Reserve(name) : &Make(name);
 }
 
 const QxFrame3D* QxHostSpaces::Find(const char* name) const
 {
-    const auto found = m_frames.find(name);
-    if (found != m_frames.end())
-        return &found->second;
-    return m_outer ? m_outer->Find(name) : &m_frames.find("current")->second;
+    if (const QxFrame3D* const known = FindHere(name))
+        return known;
+    return m_outer ? m_outer->Find(name) : FindHere("current");
 }
 
 const QxFrame3D* QxHostSpaces::Find(const std::string& name) const
@@ -33,9 +58,9 @@ const QxFrame3D* QxHostSpaces::Find(const std::string& name) const
 
 const std::string* QxHostSpaces::NameOf(const QxFrame3D* frame) const
 {
-    for (const auto& [name, known] : m_frames)
-        if (&known == frame)
-            return &name;
+    for (const auto& known : m_frames)
+        if (&known->frame == frame)
+            return &known->name;
     return nullptr;
 }
 

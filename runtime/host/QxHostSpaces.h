@@ -1,7 +1,9 @@
 #pragma once
 
-#include <map>
+#include <memory>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "QxShading.h"
 
@@ -31,7 +33,17 @@ public:
     [[nodiscard]] unsigned long Changes() const;
 
 private:
-    std::map<std::string, QxFrame3D, std::less<>> m_frames;
+    struct NamedFrame {
+        std::string name;
+        QxFrame3D frame;
+    };
+
+    [[nodiscard]] std::size_t PlaceOf(std::string_view name) const;
+    [[nodiscard]] QxFrame3D* FindHere(std::string_view name) const;
+    /// Inserts a frame that is like the current space.
+    QxFrame3D& Make(std::string_view name);
+
+    std::vector<std::unique_ptr<NamedFrame>> m_frames;  // by name
     QxHostSpaces* m_outer = nullptr;
     unsigned long m_changes = 0;
 };

@@ -34,7 +34,7 @@ void QxParameterSet::Set(QxParameterHandle handle, const QxHostValue& value)
     if (value.Count() != parameter.length)
         throw QxHostError(Describe(parameter) + ", but is set to " + std::to_string(value.Count()) +
                           " values");
-    m_settings.insert_or_assign(static_cast<std::size_t>(handle), Setting{value, false});
+    m_settings[static_cast<std::size_t>(handle)] = Setting{value, false};
     m_version = QxNextVersion();
 }
 
@@ -44,18 +44,14 @@ void QxParameterSet::SetForEachPoint(QxParameterHandle handle, const QxHostValue
     if (!parameter.varying)
         throw QxHostError("Parameter '" + parameter.name +
                           "' is uniform, it has one value for all points");
-    m_settings.insert_or_assign(static_cast<std::size_t>(handle), Setting{values, true});
+    m_settings[static_cast<std::size_t>(handle)] = Setting{values, true};
     m_version = QxNextVersion();
 }
 
 void QxParameterSet::Reset(QxParameterHandle parameter)
 {
-    m_settings.erase(static_cast<std::size_t>(parameter));
+    const auto number = static_cast<std::size_t>(parameter);
+    if (number < m_settings.size())
+        m_settings[number].reset();
     m_version = QxNextVersion();
-}
-
-const QxParameterSet::Setting* QxParameterSet::Find(std::size_t parameter) const
-{
-    const auto found = m_settings.find(parameter);
-    return found == m_settings.end() ? nullptr : &found->second;
 }

@@ -1,8 +1,9 @@
 #pragma once
 
-#include <map>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "host/QxHostValue.h"
 #include "host/QxShader.h"
@@ -19,7 +20,11 @@ public:
         bool forEachPoint;
     };
 
-    explicit QxParameterSet(std::shared_ptr<const QxShader> shader) : m_shader(std::move(shader)) {}
+    explicit QxParameterSet(std::shared_ptr<const QxShader> shader)
+        : m_shader(std::move(shader)),
+          m_settings(m_shader->Parameters().size())
+    {
+    }
 
     [[nodiscard]] const QxShader& Shader() const { return *m_shader; }
 
@@ -46,7 +51,10 @@ public:
     // For instances.
 
     /// Returns the value of a parameter, by its position; null if it has its default.
-    [[nodiscard]] const Setting* Find(std::size_t parameter) const;
+    [[nodiscard]] const Setting* Find(std::size_t parameter) const
+    {
+        return m_settings[parameter] ? &*m_settings[parameter] : nullptr;
+    }
     /// A number that changes with each change of a value. Sets with different values never have the
     /// same number.
     [[nodiscard]] unsigned long Version() const { return m_version; }
@@ -57,6 +65,6 @@ private:
                                                        const QxHostValue& value) const;
 
     std::shared_ptr<const QxShader> m_shader;
-    std::map<std::size_t, Setting> m_settings;  // by parameter
+    std::vector<std::optional<Setting>> m_settings;  // by parameter
     unsigned long m_version = QxNextVersion();
 };

@@ -79,7 +79,8 @@ private:
 QxShaderInstance::QxShaderInstance(std::shared_ptr<const QxShader> shader, QxHostSpaces& spaces)
     : m_shader(std::move(shader)),
       m_spaces(spaces),
-      m_own(m_shader)
+      m_own(m_shader),
+      m_buffers(m_shader->Parameters().size())
 {
     // In other shaders than lights these variables come from the lights.
     const bool isLight = m_shader->Type() == QxShaderInterface::e_typeLight;
@@ -125,15 +126,17 @@ void QxShaderInstance::SetBuffer(QxParameterHandle handle, std::span<float> valu
     ClearBuffer(handle);
     if (!parameter.output)
         m_own.Reset(handle);
-    m_buffers.insert_or_assign(static_cast<std::size_t>(handle), values);
+    m_buffers[static_cast<std::size_t>(handle)] = values;
     ++m_changes;
 }
 
 void QxShaderInstance::ClearBuffer(QxParameterHandle parameter)
 {
     static_cast<void>(CheckedParameter(parameter));
-    if (m_buffers.erase(static_cast<std::size_t>(parameter)) == 0)
+    std::span<float>& buffer = m_buffers[static_cast<std::size_t>(parameter)];
+    if (buffer.empty())
         return;
+    buffer = {};
     ++m_changes;
     for (const auto& workspace : m_workspaces)
         if (!workspace->busy)
@@ -166,8 +169,7 @@ void QxShaderInstance::ReturnBuffers(Workspace& workspace) const
 {
     std::erase_if(workspace.buffered, [&](std::size_t parameter) {
         QxVar& variable = workspace.variables[parameter];
-        const auto found = m_buffers.find(parameter);
-        if (found != m_buffers.end() && found->second.data() == variable.Value())
+        if (m_buffers[parameter].data() == variable.Value())
             return false;
         variable.Resize(1);
         workspace.points = 0;
@@ -371,13 +373,12 @@ void QxShaderInstance::PrepareVariable(Workspace& workspace, std::size_t paramet
                                        std::size_t points)
 {
     QxVar& variable = workspace.variables[parameter];
-    const auto found = m_buffers.find(parameter);
+    const std::span<float> buffer = m_buffers[parameter];
     const bool output = m_shader->Parameters()[parameter].output;
-    if (found == m_buffers.end() || (output && m_depth > 1)) {
+    if (buffer.empty() || (output && m_depth > 1)) {
         variable.Resize(points);
         return;
     }
-    const auto [unused, buffer] = *found;
     const std::size_t places = variable.IsVarying() ? points : 1;
     const std::size_t needed = places * variable.Length() * QxFloatCount(variable.Type());
     if (buffer.size() != needed) {

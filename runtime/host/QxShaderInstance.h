@@ -1,6 +1,5 @@
 #pragma once
 
-#include <map>
 #include <memory>
 #include <optional>
 #include <span>
@@ -166,8 +165,8 @@ private:
     unsigned long m_spaceChanges = 0;           // `m_spaces.Changes()` when it was filled; 0: never
     unsigned long m_changes = 1;                // counts changes of spaces and buffers
     QxParameterSet m_own;
-    const QxParameterSet* m_used = nullptr;             // in place of `m_own` if not null
-    std::map<std::size_t, std::span<float>> m_buffers;  // by parameter
+    const QxParameterSet* m_used = nullptr;   // in place of `m_own` if not null
+    std::vector<std::span<float>> m_buffers;  // by parameter; empty for none
     std::optional<std::size_t> m_stepLimit;
     std::size_t m_memoryLimit = std::size_t{1} << (sizeof(void*) > 4 ? 32 : 31);
     QxStopTest m_stopTest;
