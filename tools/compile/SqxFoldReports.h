@@ -2,7 +2,7 @@
 
 #include <string>
 
-/// The compiler's reports, with each warning of an uninitialized variable shown once for a
-/// function: at its first place, with the number of further places, "Variable 'x' may not be
-/// initialized (and 3 times after this)".
+/// Returns the reports of the compiler, with one warning for each uninitialized variable of a
+/// function: the first one, with the number of further places, "Variable 'x' may not be initialized
+/// (and 3 times after this)".
 [[nodiscard]] std::string SqxFoldReports(const std::string& messages);

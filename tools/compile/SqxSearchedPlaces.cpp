@@ -1,12 +1,13 @@
-// The line markers say which file was found, not where else it was searched. But its path begins
-// with the folder that had it, so that the rest is the name in the source: with -Ia -Ib, in c/d.sl,
+// Line markers contain the path of the file that was found, not the paths that were searched
+// before. But the path starts with the folder of the file, so the rest is the name in the source:
+// with -Ia -Ib, in c/d.sl,
 //
 //     # 1 "b/noise.h" 1
 //
-// was looked for as c/noise.h, which only `#include <noise.h>` passes over, and as a/noise.h.
+// was searched as c/noise.h, which only `#include <noise.h>` skips, and as a/noise.h.
 //
-// Only libraries that did not exist count as new: one that existed, and did not declare what is
-// called, is not asked again.
+// Only libraries that did not exist count as new. One that existed but did not declare the called
+// function is not checked again.
 //
 // Tested by tests/make/run.sh.
 
@@ -28,7 +29,8 @@ constexpr std::string_view k_missing = "missing ";
 constexpr std::string_view k_folder = "folder ";
 constexpr std::string_view k_library = "library ";
 
-/// The name of a file below the folder, as the preprocessor puts both together; empty for another.
+/// Returns the name of a file relative to a folder, given the path that the preprocessor joins from
+/// both; empty if it is not in the folder.
 [[nodiscard]] std::string NameBelow(const fs::path& folder, const std::string& file)
 {
     std::string start = folder.string();
@@ -37,7 +39,7 @@ constexpr std::string_view k_library = "library ";
     return file.starts_with(start) ? file.substr(start.size()) : "";
 }
 
-/// Those whose name is one line.
+/// Writes the paths that contain no line break.
 [[nodiscard]] std::vector<std::string> LibrariesIn(const std::string& folder)
 {
     std::vector<std::string> paths;
@@ -95,7 +97,7 @@ void SqxSearchedPlaces::AddLibraries(const std::set<std::string>& taken, const F
     }
 }
 
-bool SqxSearchedPlaces::HasNews() const
+bool SqxSearchedPlaces::HasNewFiles() const
 {
     const auto isThere = [](const std::string& path) {
         std::error_code ignored;

@@ -1,5 +1,5 @@
 // The library reads the source in the user's working directory, so that reports name files as the
-// user wrote them. What is written goes into the folder of the compile:
+// user wrote them. All output goes to the folder of the compile:
 //
 //     sqxview                              sqxmake --compile WORK ... -- a.sl
 //     RunApart: starts                 ->  Run, which writes WORK/a.sqx
@@ -50,7 +50,7 @@ void WriteFile(const fs::path& path, const std::string& text)
         throw SqxCompileError("Cannot write '" + path.string() + "'");
 }
 
-/// Those that the line markers of a preprocessed text name.
+/// Returns the files that the line markers of a preprocessed text name.
 [[nodiscard]] std::set<std::string> FilesOfMarkers(const std::string& preprocessed)
 {
     std::set<std::string> files;
@@ -63,7 +63,7 @@ void WriteFile(const fs::path& path, const std::string& text)
     return files;
 }
 
-/// Absolute, since builds may look at them from another folder.
+/// Makes paths absolute, since builds may read them from another folder.
 [[nodiscard]] std::set<std::string> Libraries(const QxCompileResult& result)
 {
     std::set<std::string> libraries;
@@ -77,7 +77,7 @@ void WriteFile(const fs::path& path, const std::string& text)
     return {line.m_compile.folders.begin(), line.m_compile.folders.end()};
 }
 
-/// Shadeop libraries of the working directory come first.
+/// Returns the folders for shadeop libraries: first the working directory.
 [[nodiscard]] SqxSearchedPlaces::Folders LibraryFolders(const SlcCommandLine& line)
 {
     SqxSearchedPlaces::Folders folders = {fs::current_path()};

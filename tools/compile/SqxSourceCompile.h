@@ -12,16 +12,16 @@
 struct QxCompileResult;
 struct SlcCommandLine;
 
-/// A compile that could not be done, for a reason that is not the source's. The text says why.
+/// A compile could not run, for a reason that is not in the source. The text says why.
 class SqxCompileError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// One compile of a source by the library. All files that it leaves are in a separate folder, so
-/// that compiles may run side by side, also of one source.
+/// One compile of a source by the compiler library. All its files are in a separate folder, so that
+/// several compiles may run at a time, even of the same source.
 ///
-/// Made, set up, run once, and then asked.
+/// Construct it, set it up, run it once, and then read the results.
 class SqxSourceCompile {
 public:
     /// `options` are those of the compiler, as given; `work` is an empty folder, which the caller
@@ -29,27 +29,26 @@ public:
     SqxSourceCompile(std::filesystem::path source, std::vector<std::string> options,
                      std::filesystem::path work);
 
-    /// Compiles in this process. Others are started only for a preprocess command of the user's
-    /// and for the C++ compiler of `--dso`. True if there is an output. Throws `SqxCompileError`.
+    /// Compiles in this process. Other processes are started only for a user's preprocess command
+    /// and for the C++ compiler of `--dso`. Returns true if there is an output. Throws
+    /// `SqxCompileError`.
     [[nodiscard]] bool Run();
-    /// The same in a separate process, so that this one survives a crash. The process is ended,
-    /// with all that it started, once `isOver` returns true; it is called every millisecond.
+    /// As above in a separate process, so that this one survives a crash. `isOver` is called every
+    /// millisecond; when it returns true, the process and all that it started are ended.
     [[nodiscard]] bool RunApart(const std::function<bool()>& isOver);
-    /// Run in the separate process: leaves the facts in the folder, and prints the messages.
+    /// Runs in that separate process: writes the results to the folder and prints the messages.
     [[nodiscard]] bool RunForAnother();
 
     // After the run.
 
-    /// The compiler's reports: advice at every warning level, and reports of one variable folded,
-    /// see `SqxFoldReports`.
+    /// The reports of the compiler, with advice at all warning levels, folded by `SqxFoldReports`.
     [[nodiscard]] const std::string& Messages() const { return m_messages; }
     /// The compiled shader. Throws `SqxCompileError` if there is none.
     [[nodiscard]] std::filesystem::path Output() const;
     /// The source and all files that it includes, as the preprocessor names them, and the shadeop
-    /// libraries that it calls into. Of a source that could not be preprocessed it is what came
-    /// before the fault.
+    /// libraries that it calls. If preprocessing failed, those before the error.
     [[nodiscard]] const std::set<std::string>& FilesRead() const { return m_files; }
-    /// The places that were searched before those were found.
+    /// The paths that were searched before these were found.
     [[nodiscard]] const SqxSearchedPlaces& PlacesSearched() const { return m_places; }
     /// Writes, in the syntax of makefiles, that `target` depends on these files.
     void WriteDependencies(const std::filesystem::path& file, const std::string& target) const;
@@ -65,7 +64,7 @@ private:
     std::filesystem::path m_source;
     std::vector<std::string> m_options;
     std::filesystem::path m_work;
-    const char* m_ownCommand;  // the user's, in place of the library's preprocessor
+    const char* m_ownCommand;  // preprocess command of the user; null: the library's own
     std::string m_messages;
     std::set<std::string> m_files;
     SqxSearchedPlaces m_places;

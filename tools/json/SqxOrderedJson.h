@@ -4,10 +4,10 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-// Values as JSON (RFC 8259), as programs and pages read them.
+// Values as JSON (RFC 8259).
 
-/// Members keep the order in which they are set, and numbers are of single precision, written in
-/// the fewest digits that give them back.
+/// Members keep the order in which they are set. Numbers have single precision and are written with
+/// the fewest digits that read back to the same value.
 using SqxOrderedJson = nlohmann::basic_json<nlohmann::ordered_map, std::vector, std::string, bool,
                                             std::int64_t, std::uint64_t, float>;
 
@@ -21,7 +21,7 @@ using SqxOrderedJson = nlohmann::basic_json<nlohmann::ordered_map, std::vector, 
     return number;
 }
 
-/// On one line. What is no UTF-8 becomes the replacement character.
+/// Returns the text on one line. Invalid UTF-8 becomes the replacement character.
 [[nodiscard]] inline std::string SqxJsonLine(const SqxOrderedJson& json)
 {
     return json.dump(-1, ' ', false, SqxOrderedJson::error_handler_t::replace);

@@ -5,19 +5,18 @@
 #include <string_view>
 #include <vector>
 
-// The description of a program is written once, as tables: its `--help`, its manual page and the
-// completion of its command line are made of them. All texts are literals, which last as long as
-// the program.
+// The description of a program is written once, as tables, from which its `--help`, its manual page
+// and the completion of its command line are generated. All texts are literals.
 
-/// One option of a program: its text on the command line, and its effect. Rows are in the order in
-/// which users read them.
+/// One option of a program: its text on the command line, and its effect. Rows are in the order of
+/// the help text.
 struct SqxOption {
     std::string_view word;      // "--size", or both spellings: "-o, --output"
-    std::string_view argument;  // what follows, such as "DIR"; empty if nothing does
-    std::string_view effect;    // one sentence without a capital and a full stop
+    std::string_view argument;  // such as "DIR"; empty if it has none
+    std::string_view effect;    // one sentence without capital letter and full stop
 };
 
-/// A word and what it means: a variable of the environment, a file, an exit status, an example.
+/// A word and its meaning: an environment variable, a file, an exit status, an example.
 struct SqxEntry {
     std::string_view word;
     std::string_view meaning;
@@ -27,27 +26,27 @@ struct SqxEntry {
 /// line.
 struct SqxProgram {
     std::string_view name;
-    std::string_view purpose;   // one phrase, as the head of a manual page has it
-    std::string_view synopsis;  // what follows the name on the command line
+    std::string_view purpose;                       // one phrase, as in the head of a manual page
+    std::string_view synopsis;                      // arguments after the name on the command line
     std::span<const std::string_view> description;  // paragraphs
     std::span<const SqxOption> options;
     std::span<const SqxEntry> environment;
     std::span<const SqxEntry> files;
     std::span<const SqxEntry> statuses;
-    std::span<const SqxEntry> examples;  // command, and what it does
-    std::string_view fileEndings;        // of files that it takes, for completion: "sl sqx"
+    std::span<const SqxEntry> examples;  // command, and its effect
+    std::string_view fileEndings;        // of its input files, for completion: "sl sqx"
 };
 
 /// Information that a program prints instead of doing its work.
 enum class SqxInformation { None, Help, Version };
 
-/// The spellings that such a word lists: "-o" and "--output". Parts of the text.
+/// Returns the spellings in such a word: "-o" and "--output". They are parts of the text.
 [[nodiscard]] std::vector<std::string_view> SqxSpellings(std::string_view words);
 
-/// "Usage: ...", the description and the options, as `--help` prints them, wrapped at 100
+/// Returns "Usage: ...", the description and the options, as `--help` prints them, wrapped at 100
 /// characters.
 [[nodiscard]] std::string SqxHelpText(const SqxProgram& program);
 
-/// Prints what is asked for to standard output. Returns the exit status, 1 if it could not be
-/// printed.
+/// Prints the requested information to standard output. Returns the exit status, 1 if it could not
+/// be printed.
 [[nodiscard]] int SqxPrintInformation(const SqxProgram& program, SqxInformation information);

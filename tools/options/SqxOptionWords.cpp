@@ -1,5 +1,6 @@
-// Whether a word is an option's value is known only once the option is read, so the walk does not
-// look ahead: '--' ends the options where it is not the value of an option.
+// Only reading an option shows whether the next word is its value, so the iteration does not look
+// ahead:
+// '--' ends the options unless it is the value of an option.
 //
 // Tested by tests/options/SqxOptionWordsTest.cpp.
 
@@ -40,7 +41,7 @@ std::optional<std::string> SqxOptionWords::Value(std::string_view option, std::s
     if (isLong && value.starts_with('='))
         value.erase(0, 1);
     else if (isLong && !value.empty())
-        return std::nullopt;  // a longer option that begins alike
+        return std::nullopt;  // a longer option that starts with the same letters
     else if (value.empty() && m_position + 1 < m_words.size())
         value = m_words[++m_position];
     if (value.empty())

@@ -9,18 +9,18 @@
 
 #include "options/SqxOptionTable.h"
 
-/// Words on the command line that make no sense; the text says why. A program prints it and ends
-/// with status 2.
+/// Invalid words on the command line; the text says why. A program prints it and exits with
+/// status 2.
 class SqxUsageError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// Walks over the words of a command line, as all programs beside the compiler read it, see
+/// Iterates over the words of a command line, for all programs except the compiler, see
 /// `SqxReadWords`.
 ///
 /// A word that begins with '-' is an option, unless it is '-' alone, which means a standard stream.
-/// The word '--' ends the options and is passed over: files may be called as they like.
+/// The word '--' ends the options and is skipped, so that names of files may start with '-'.
 class SqxOptionWords {
 public:
     /// The words without the name of the program. They must outlive the walk.
@@ -29,23 +29,23 @@ public:
     /// Advances to the next word, at first to the first one. False after the last word.
     [[nodiscard]] bool Next();
 
-    /// The current word. Only after a `Next` that was true.
+    /// The current word. Valid after `Next` has returned true.
     [[nodiscard]] const std::string& Word() const { return m_words[m_position]; }
     [[nodiscard]] bool IsOption() const;
 
-    /// Whether the word is one of these spellings: "-h, --help".
+    /// True if the word is one of these spellings, such as "-h, --help".
     [[nodiscard]] bool Is(std::string_view spellings) const;
 
-    /// The value of an option, if the word is this option, or nothing. The value is glued to it,
-    /// as in "-IDIR" and "--size=8x8", or else it is the next word, whatever that looks like; it is
-    /// then the current word. Throws `SqxUsageError` if it is missing or empty; `what` names the
-    /// expected value in the report.
+    /// Returns the value of an option if the word is this option, or nothing. The value is part of
+    /// the word, as in "-IDIR" and "--size=8x8", or else it is the next word, which becomes the
+    /// current one. Throws `SqxUsageError` if it is missing or empty; `what` names the expected
+    /// value.
     [[nodiscard]] std::optional<std::string> Value(std::string_view option, std::string_view what);
 
-    /// Whether the word asks for the help or the version, which is noted.
+    /// True if the word asks for the help or the version, which is recorded.
     [[nodiscard]] bool AsksFor(SqxInformation& information) const;
 
-    /// Throws the `SqxUsageError` of an option that there is not.
+    /// Throws the `SqxUsageError` for an unknown option.
     [[noreturn]] void RefuseWord() const;
 
 private:
@@ -55,11 +55,11 @@ private:
     bool m_optionsEnd = false;  // after "--"
 };
 
-/// Reads a whole command line: `readOption` asks `Is` and `Value` for each option that there is,
-/// and `readFile` gets the words that are none.
+/// Reads a whole command line: `readOption` calls `Is` and `Value` for each known option, and
+/// `readFile` gets all words that are not options.
 void SqxReadWords(const std::vector<std::string>& arguments,
                   const std::function<void(SqxOptionWords&)>& readOption,
                   const std::function<void(const std::string&)>& readFile);
 
-/// A whole number from 1 to `most`. Throws the `SqxUsageError` "The `what` must be ...".
+/// Reads a whole number from 1 to `most`. Throws the `SqxUsageError` "The `what` must be ...".
 [[nodiscard]] int SqxReadNumber(const std::string& text, int most, const std::string& what);

@@ -1,6 +1,5 @@
-// Bytes rise with the values, so that the least value of each byte defines the encoding: a table
-// over parts of the range gives a byte to begin with, and few steps lead from there to the right
-// one.
+// Bytes grow with the values, so the least value of each byte defines the encoding. A table over
+// parts of the range yields a first byte, and a few comparisons lead from there to the right one.
 //
 // Tested by tests/picture/SqxByteEncoderTest.cpp.
 
@@ -29,8 +28,8 @@ float Decoded(float value, SqxEncoding encoding)
     return std::pow((value + 0.055F) / 1.055F, 2.4F);
 }
 
-/// The least value that becomes the byte, or a higher one; what the other way round gives is nearly
-/// that.
+/// Returns the least value that becomes this byte or a higher one. The inverse of the encoding is a
+/// first guess that rounding may have missed.
 float LeastOf(unsigned int byte, SqxEncoding encoding)
 {
     const auto isLower = [&](float value) {

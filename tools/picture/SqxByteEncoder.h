@@ -3,15 +3,15 @@
 #include <array>
 #include <vector>
 
-/// Whether the values of a picture are encoded for a screen.
+/// How the values of a picture are stored in its file: encoded for a screen, or linear.
 enum class SqxEncoding { Srgb, Linear };
 
-/// Makes bytes of linear values as a screen takes them, with a table in place of the powers.
+/// Converts linear values to bytes, by a table in place of the powers of the sRGB encoding.
 class SqxByteEncoder {
 public:
     explicit SqxByteEncoder(SqxEncoding encoding);
 
-    /// The nearest byte; values are clamped to 0 and 1, and what is no number is 0.
+    /// Returns the nearest byte. Values are clamped to 0 and 1; NaN becomes 0.
     [[nodiscard]] unsigned char operator()(float value) const
     {
         if (!(value > 0))
@@ -27,6 +27,6 @@ public:
 private:
     static constexpr unsigned int k_parts = 4096;
 
-    std::array<float, 257> m_least;  // value that becomes the byte; there is none of 256
-    std::array<unsigned char, k_parts> m_first;  // byte in that part of the values from 0 to 1
+    std::array<float, 257> m_least;  // least value of each byte; that of 256 is never reached
+    std::array<unsigned char, k_parts> m_first;  // by part of 0 to 1: byte of its least value
 };

@@ -1,8 +1,8 @@
-// Threads that draw lock bands of rows, one after the other, so that they meet seldom; of a grid,
-// the cells in a band are drawn while it is locked.
+// A thread that draws a grid locks one band of rows at a time and draws the cells in it, so that
+// threads seldom wait for each other.
 //
-// The system provides memory when it is first touched, a page at a time: large pages make that a
-// matter of few steps. It comes cleared, which is what an empty film is.
+// The system provides memory when it is first touched, one page at a time; large pages make that
+// fast. New pages are zero, which is the state of an empty film.
 //
 // Tested by tests/picture/SqxFilmTest.cpp.
 
@@ -19,16 +19,16 @@
 namespace {
 
 constexpr int k_bandRows = 64;
-constexpr std::size_t k_page = 4096;  // no memory has smaller ones
+constexpr std::size_t k_page = 4096;  // no system has smaller ones
 
-/// Cleared. Throws `std::bad_alloc`.
+/// Allocates samples that are zero. Throws `std::bad_alloc`.
 SqxSample* AllocateSamples(std::size_t count)
 {
     void* memory = std::calloc(count, sizeof(SqxSample));
     if (!memory)
         throw std::bad_alloc();
 #ifdef MADV_HUGEPAGE
-    // No more than advice: where there are no large pages, small ones do.
+    // Only advice to the system, which falls back to small pages.
     std::size_t size = count * sizeof(SqxSample);
     void* firstPage = memory;
     if (std::align(k_page, k_page, firstPage, size))
@@ -50,7 +50,7 @@ SqxFilm::SqxFilm(unsigned int width, unsigned int height, unsigned int samples)
 {
 }
 
-/// A write to each page is enough.
+/// Writing to each page is enough.
 void SqxFilm::Prepare()
 {
     constexpr std::size_t k_step = k_page / sizeof(SqxSample);
@@ -74,7 +74,7 @@ void SqxFilm::Draw(QxHostGrid& grid, unsigned int number, SqxMesh::Sides sides)
 
 SqxPixels SqxFilm::Finish(std::size_t most) const
 {
-    constexpr std::size_t k_rowsOfThread = 32;  // that are worth one
+    constexpr std::size_t k_rowsOfThread = 32;  // that are worth a thread
     const std::size_t threads = std::min(most, m_height / k_rowsOfThread + 1);
     const std::size_t count = static_cast<std::size_t>(m_width) * m_height;
     SqxPixels pixels = {m_width, m_height, std::vector<QxRGBColor>(count),

@@ -13,21 +13,22 @@ struct SqxPixels {
     unsigned int width = 0;
     unsigned int height = 0;
     std::vector<QxRGBColor> colors;     // times their opacity
-    std::vector<QxRGBColor> opacities;  // 0 where nothing is
+    std::vector<QxRGBColor> opacities;  // 0 where nothing was drawn
 };
 
-/// Shaded grids, drawn sample by sample, the nearest in front, and the pixels made of them.
+/// Draws shaded grids into a raster of samples that keeps the nearest surface, and computes the
+/// pixels from it.
 class SqxFilm {
 public:
     /// Throws `std::bad_alloc` if there is no memory for so many samples.
     SqxFilm(unsigned int width, unsigned int height, unsigned int samples);
 
-    /// Has the system provide the memory that the film will need, which otherwise it does while
-    /// grids are drawn.
+    /// Touches all memory of the film now, which the system otherwise provides while grids are
+    /// drawn.
     void Prepare();
     /// Draws the grid as a mesh. Several threads may draw at a time, in any order of the grids.
     void Draw(QxHostGrid& grid, unsigned int number, SqxMesh::Sides sides);
-    /// The means of the samples of each pixel, made by as many threads at most.
+    /// Returns the mean of the samples of each pixel. Uses at most that many threads.
     [[nodiscard]] SqxPixels Finish(std::size_t most) const;
 
 private:
@@ -36,7 +37,7 @@ private:
     };
 
     void Finish(SqxPixels& pixels, std::size_t firstRow, std::size_t endRow) const;
-    /// Color and opacity of a pixel, of which that is the first sample.
+    /// Returns color and opacity of the pixel whose first sample is `first`.
     [[nodiscard]] std::pair<QxRGBColor, QxRGBColor> Mean(const SqxSample* first) const;
 
     unsigned int m_width;
@@ -45,5 +46,5 @@ private:
     int m_columns;  // of samples
     int m_rows;
     std::unique_ptr<SqxSample[], Free> m_buffer;
-    std::unique_ptr<std::mutex[]> m_bands;  // one for so many rows of samples
+    std::unique_ptr<std::mutex[]> m_bands;  // one for each band of rows of samples
 };

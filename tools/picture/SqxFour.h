@@ -4,8 +4,8 @@
 
 #include "QxShading.h"
 
-/// Four numbers that are computed with at once: a vector of GCC and Clang, which make of it what
-/// the processor has.
+/// Four numbers that are computed with at once: a vector type of GCC and Clang, which compile it to
+/// the vector instructions of the processor.
 using SqxFour [[gnu::vector_size(16)]] = float;
 
 [[nodiscard]] inline SqxFour SqxFourOf(const QxVector3& vector)
@@ -13,7 +13,7 @@ using SqxFour [[gnu::vector_size(16)]] = float;
     return SqxFour{vector.x, vector.y, vector.z, 0};
 }
 
-/// The first three.
+/// Returns the first three numbers.
 [[nodiscard]] inline QxVector3 SqxVectorOf(const SqxFour& four)
 {
     QxVector3 vector;
@@ -21,7 +21,8 @@ using SqxFour [[gnu::vector_size(16)]] = float;
     return vector;
 }
 
-/// A color and the number after it in memory, or the next color's first: there must be one.
+/// Loads a color and the number that follows it in memory, which must exist, such as the first one
+/// of the next color.
 [[nodiscard]] inline SqxFour SqxLoadFour(const QxRGBColor* color)
 {
     SqxFour four;
@@ -29,7 +30,7 @@ using SqxFour [[gnu::vector_size(16)]] = float;
     return four;
 }
 
-/// The first three.
+/// Returns the first three numbers.
 [[nodiscard]] inline QxRGBColor SqxColorOf(const SqxFour& four)
 {
     QxRGBColor color;

@@ -1,14 +1,14 @@
-// Most cells are as small as a sample, and many lie between samples. So the test whether a sample
-// can be in a cell is made for a whole row of them, in loops that a compiler turns into vector
-// instructions; then a sample is tested against the four outer edges of its cell at once, and
-// against the edge in the middle. Nothing is divided by before a sample is known to be within.
+// Most cells are about as small as a sample, and many lie between samples. So the bounds of the
+// samples in each cell are computed for a whole row of cells, in loops that compile to vector
+// instructions. Then each sample in the bounds is tested against the four outer edges of its cell
+// at once, and against the diagonal. Only a sample that is inside needs a division.
 //
-// An edge is computed from its corners in one order, in both cells that it parts: what is on it or
-// on its one side for one of them is so for the other, and no sample between cells is missed.
+// Both cells that share an edge compute it from its corners in the same order. They therefore agree
+// on which side of it a sample is, and no sample between cells is missed.
 //
-// The places of points that are not in front of the camera, or so far off that products of them
-// might overflow, become NaN. No comparison with NaN is true, so that triangles with a corner there
-// are not drawn, without a separate test.
+// Points that are not in front of the camera, or so far away that products of their coordinates
+// might overflow, are projected to NaN. No comparison with NaN is true, so triangles with such a
+// corner are not drawn, without a separate test.
 //
 // Tested by tests/picture/SqxFilmTest.cpp.
 
@@ -34,7 +34,7 @@ bool IsInRange(float x, float y, float z)
     return z > k_nearest && z <= k_farthest && std::abs(x) <= k_reach && std::abs(y) <= k_reach;
 }
 
-// If one of two numbers is NaN, the result is the second one.
+// If either number is NaN, these return the second one.
 
 float Lower(float a, float b)
 {
@@ -46,14 +46,14 @@ float Higher(float a, float b)
     return a > b ? a : b;
 }
 
-/// The sample of which the middle is at a place or next to it. Places may lie anywhere, also far
-/// beyond what an int holds, and be no numbers.
+/// Returns the coordinate in units of samples, counted from the middle of the first sample, clamped
+/// to the raster so that it fits an int. `place` may be any number or NaN.
 float Clamped(float place, float count)
 {
     return Lower(Higher(place - 0.5F, -1), count);
 }
 
-// Rounding of clamped numbers; the library's functions are calls.
+// Rounding of clamped numbers, inline, since the functions of the library are calls.
 
 int Ceiling(float number)
 {
@@ -67,7 +67,7 @@ int Floor(float number)
     return whole - (number < static_cast<float>(whole) ? 1 : 0);
 }
 
-/// The samples between the corners of each cell.
+/// Computes the first and the last sample between the corners of each cell, in one dimension.
 void FindRanges(const float* corners, std::size_t columns, const SqxMesh::Rows& limits, float count,
                 int* first, int* last)
 {
@@ -82,7 +82,8 @@ void FindRanges(const float* corners, std::size_t columns, const SqxMesh::Rows& 
     }
 }
 
-/// The nearness of a distance above 0. Positive floats are in the order of their bits.
+/// Returns the nearness of a distance above 0. The bits of positive floats are in the order of the
+/// floats.
 std::uint32_t NearnessOf(float distance)
 {
     constexpr auto k_farthest =
@@ -90,7 +91,7 @@ std::uint32_t NearnessOf(float distance)
     return k_farthest - std::bit_cast<std::uint32_t>(distance);
 }
 
-/// A pair of numbers, and another.
+/// Loads {pair[0], pair[1], next[0], next[1]}.
 SqxFour LoadPairs(const float* pair, const float* next)
 {
     using Two [[gnu::vector_size(8)]] = float;
@@ -101,14 +102,14 @@ SqxFour LoadPairs(const float* pair, const float* next)
     return __builtin_shufflevector(first, second, 0, 1, 2, 3);
 }
 
-/// Cells between two lines of points, and where they are drawn.
+/// The cells between two lines of points, and the raster that they are drawn to.
 struct CellRow {
     const float* x;  // of the points in the first line
     const float* y;
     const float* z;
     const QxRGBColor* Ci;
     const QxRGBColor* Oi;
-    std::size_t next;  // how far it is to the second line
+    std::size_t next;  // points from the first line to the second
     std::uint32_t number;
     SqxSample* samples;
     std::size_t width;  // of the raster
@@ -126,18 +127,19 @@ private:
         std::size_t a;  // points
         std::size_t b;
         std::size_t c;
-        float area;  // twice that, negative if the corners go round to the left
+        float area;  // twice the signed area; negative if the corners turn left
     };
     void Draw(SqxSample& sample, const Triangle& triangle, float ofB, float ofC) const;
 };
 
-/// Corners are `a` and `b`, and `c` and `d` on the next line; triangles `abc` and `bdc`.
+/// The corners are `a` and `b` on one line, `c` and `d` on the next; the triangles are `abc` and
+/// `bdc`.
 inline void CellRow::Draw(std::size_t column, const Bounds& bounds) const
 {
     const SqxFour cornersX = LoadPairs(x + column, x + column + next);
     const SqxFour cornersY = LoadPairs(y + column, y + column + next);
-    // The outer edges ab, ac, bd and cd, and bc in the middle. The side of an edge on which a
-    // sample lies follows from the signed area of the triangle that both form.
+    // The outer edges are ab, ac, bd and cd, the diagonal is bc. The sign of the area of the
+    // triangle of an edge and a sample is the side of the edge that the sample is on.
     const SqxFour startX = __builtin_shufflevector(cornersX, cornersX, 0, 0, 1, 2);
     const SqxFour startY = __builtin_shufflevector(cornersY, cornersY, 0, 0, 1, 2);
     const SqxFour alongX = __builtin_shufflevector(cornersX, cornersX, 1, 2, 3, 3) - startX;
@@ -166,7 +168,7 @@ inline void CellRow::Draw(std::size_t column, const Bounds& bounds) const
     }
 }
 
-/// A sample between points takes the mixture of their colors.
+/// Interpolates the colors of the corners and stores them unless the sample is nearer.
 inline void CellRow::Draw(SqxSample& sample, const Triangle& triangle, float ofB, float ofC) const
 {
     const auto [a, b, c, area] = triangle;
@@ -179,7 +181,7 @@ inline void CellRow::Draw(SqxSample& sample, const Triangle& triangle, float ofB
     const std::uint32_t nearness = NearnessOf(ofA * z[a] + ofB * z[b] + ofC * z[c]);
     if (nearness < sample.nearness || (nearness == sample.nearness && number >= sample.number))
         return;
-    // No corner is the grid's last point, so that another one follows each.
+    // No corner is the last point of the grid, so another color follows each in memory.
     const SqxFour color =
         SqxLoadFour(Ci + a) * ofA + SqxLoadFour(Ci + b) * ofB + SqxLoadFour(Ci + c) * ofC;
     const SqxFour opacity =
@@ -286,7 +288,7 @@ void SqxMesh::FindBounds(std::size_t line, const Rows& rows)
                m_bounds.bottom.data());
 }
 
-/// Corners of an outer side go round to the right.
+/// On the outer side the corners of a cell turn right.
 void SqxMesh::LeaveOutInner(std::size_t line)
 {
     const std::size_t columns = m_layout.columns;

@@ -5,45 +5,45 @@
 
 #include "host/QxHostGrid.h"
 
-/// A sample of a film. If all is zero, nothing was drawn on it.
+/// A sample of a film. All fields are zero until something is drawn on it.
 struct SqxSample {
     QxRGBColor color;
-    std::uint32_t nearness;  // the nearer, the higher
+    std::uint32_t nearness;  // grows as the distance shrinks
     QxRGBColor opacity;
     std::uint32_t number;  // of the grid
 };
 
-/// A shaded grid as a film sees it: cells between its points, but for a margin of one cell all
-/// around, on a raster of samples. A sample between points takes the mixture of their colors.
+/// A shaded grid, projected to the raster of samples of a film. The cells between its points are
+/// drawn, except for a margin of one cell on each side. Colors are interpolated between points.
 ///
-/// A cell is two triangles, and a sample is within one if it is on the inner side of its three
+/// Each cell is two triangles. A sample is in a triangle if it is on the inner side of all three
 /// edges (Pineda, "A parallel algorithm for polygon rasterization", 1988).
 class SqxMesh {
 public:
-    /// Rows of samples: none if the last one comes before the first.
+    /// A range of rows of samples; empty if the last one comes before the first.
     struct Rows {
         int first;
         int last;
     };
 
-    /// The sides of the cells that are drawn.
+    /// Which sides of the cells are drawn.
     enum class Sides {
         Both,
-        Outer,  // the one from which the normals lead away
+        Outer,  // only the side that the normals point away from
     };
 
-    /// The grid must outlive the mesh, and its number identifies it. `columns` and `rows` are those
-    /// of the samples.
+    /// The grid must outlive the mesh; `number` identifies it. `columns` and `rows` are the size of
+    /// the raster of samples.
     SqxMesh(QxHostGrid& grid, unsigned int number, Sides sides, int columns, int rows);
 
-    /// All that the cells can reach.
+    /// Returns the rows that contain all samples of the cells.
     [[nodiscard]] Rows Reached() const;
-    /// Draws the part in these rows, over samples behind it. `samples` is the whole raster, by
-    /// rows. At equal distance, the grid of the lowest number wins.
+    /// Draws the part in these rows, and replaces samples that are farther away. `samples` is the
+    /// whole raster, row by row. At equal distance the grid with the lowest number wins.
     void Draw(SqxSample* samples, const Rows& rows);
 
 private:
-    /// The samples that a row of cells can reach, by cell.
+    /// For each cell of a row, the bounds of the samples that may be in it.
     struct Bounds {
         explicit Bounds(std::size_t cells) : left(cells), right(cells), top(cells), bottom(cells) {}
 

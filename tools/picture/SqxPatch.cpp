@@ -1,6 +1,6 @@
-// Terms of u alone are computed once a column, terms of v once a row, so that a point needs few
-// products. They are made in loops over a row, one for each variable, which a compiler turns into
-// vector instructions.
+// Terms that depend only on u are computed once for each column, and terms of v once for each row,
+// so that a point needs only a few products. There is one loop over a row for each variable, which
+// compiles to vector instructions.
 //
 // Tested by tests/picture/SqxPatchTest.cpp.
 
@@ -13,7 +13,8 @@
 
 namespace {
 
-/// Vectors of a row in the shape's own space: x and z by column, times two factors, and one y.
+/// The vectors of a row in the space of the shape: x and z by column, both times two
+/// factors, and y.
 struct OwnVectors {
     const float* x;
     const float* z;
@@ -22,7 +23,7 @@ struct OwnVectors {
     float y;
 };
 
-/// As `QxTransformVector` does, and to each result `offset` is added.
+/// Transforms as `QxTransformVector` does, and adds `offset` to each result.
 void Transform(QxVector3* results, std::size_t count, const OwnVectors& own, const QxMatrix44& m,
                const QxVector3& offset)
 {
@@ -61,9 +62,8 @@ SqxPatch::SqxPatch(const SqxShape& shape, const QxGrid& layout, float u, float v
     }
 }
 
-/// N . I of a shape that turns around an axis changes along a row as the direction of the column
-/// does towards the camera, all else in it being the same for the whole row: it is least and
-/// greatest where that is.
+/// For a surface of revolution only the direction of the column relative to the camera changes N .
+/// I along a row. Its extremes are therefore at the extremes of that direction.
 bool SqxPatch::IsHidden() const
 {
     if (!m_shape.IsClosed())

@@ -4,18 +4,19 @@
 
 #include "picture/SqxShape.h"
 
-/// Points of a shape in lines, before there is a grid of them.
+/// The points of a rectangle of parameters of a shape, before they are stored in a grid.
 class SqxPatch {
 public:
-    /// The first point has `u` and `v`, the others follow at these steps. The shape must outlive
-    /// the patch.
+    /// The first point is at `u` and `v`, and the others follow in steps of `du` and `dv`. The
+    /// shape must outlive the patch.
     SqxPatch(const SqxShape& shape, const QxGrid& layout, float u, float v, float du, float dv);
 
     [[nodiscard]] const QxGrid& Layout() const { return m_layout; }
-    /// No point shows the camera its outer side, and the shape has others in front of it. It costs
-    /// as much as two columns of points.
+    /// True if the camera sees the outer side at no point and other parts of the shape cover the
+    /// patch. Costs as much as two columns of points.
     [[nodiscard]] bool IsHidden() const;
-    /// Sets places, normals and parameters of the grid's points, which has the patch's layout.
+    /// Sets positions, derivatives, normals and parameters of `grid`, which must have the layout of
+    /// the patch.
     void Place(QxHostGrid& grid) const;
 
 private:
@@ -26,7 +27,7 @@ private:
         std::vector<float> xByU;
         std::vector<float> zByU;
     };
-    /// Points of a row.
+    /// Some points of one row.
     struct Points {
         std::size_t column;  // of the first
         std::size_t count;

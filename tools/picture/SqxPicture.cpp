@@ -1,6 +1,6 @@
-// The shape is cut into grids, which threads take one after the other, shade, and draw onto one
-// film. Which thread shades a grid changes nothing: its random numbers are its own, and the texts
-// of its shaders are reported in the order of the grids.
+// The shape is divided into grids. Each thread repeatedly takes the next grid, shades it, and draws
+// it to a common film. The result does not depend on which thread takes a grid: its random numbers
+// depend only on its number, and texts of shaders are reported in the order of the grids.
 
 #include "picture/SqxPicture.h"
 
@@ -18,11 +18,11 @@
 
 namespace {
 
-constexpr float k_samplesOfACell = 1.5F;   // how long a cell's edge is on the picture
-constexpr unsigned int k_imagerRows = 64;  // of the picture, at a time
+constexpr float k_samplesOfACell = 1.5F;   // length of the edge of a cell in the picture
+constexpr unsigned int k_imagerRows = 64;  // rows of the picture per piece
 constexpr auto k_progressStep = std::chrono::milliseconds(100);
 
-/// One of each kind, and any number of lights.
+/// Checks that there is at most one shader of each type, except lights.
 void CheckKinds(const SqxPictureSettings& settings)
 {
     std::set<QxShaderInterface::QxType> kinds;
@@ -39,7 +39,8 @@ unsigned int CellsFor(float samples)
     return std::max(1U, static_cast<unsigned int>(std::ceil(samples / k_samplesOfACell)));
 }
 
-/// Cells along an edge of a grid: fewer where there are few, so that all cores have some.
+/// Returns the number of cells along the edge of a grid. It is smaller if there are few cells, so
+/// that all cores have work.
 unsigned int EdgeFor(unsigned int columns, unsigned int rows)
 {
     constexpr unsigned int k_largest = 64;
@@ -51,7 +52,7 @@ unsigned int EdgeFor(unsigned int columns, unsigned int rows)
     return edge;
 }
 
-/// The grids that a shape is cut into.
+/// The grids that a shape is divided into.
 struct Cut {
     unsigned int columns;  // cells
     unsigned int rows;
@@ -61,8 +62,8 @@ struct Cut {
     [[nodiscard]] unsigned int Count() const { return Across() * ((rows + edge - 1) / edge); }
 };
 
-/// Each grid reaches one point further on all sides than what is drawn of it, so that derivatives
-/// and normals have neighbours everywhere and no seam shows.
+/// Each grid has one more line of points on each side than are drawn, so that all drawn points have
+/// neighbours for derivatives and normals, and no seam is visible.
 SqxPatch PatchOf(const SqxShape& shape, const Cut& cut, unsigned int number)
 {
     const unsigned int column = number % cut.Across() * cut.edge;
@@ -97,8 +98,8 @@ struct SqxPicture::Pieces {
 
     std::atomic<unsigned int> next = 0;
     std::atomic<unsigned int> done = 0;
-    std::atomic<bool> ended = false;  // by a fault, or because the picture is not needed any more
-    std::mutex mutex;                 // of what follows
+    std::atomic<bool> ended = false;  // by an error, or because the picture is no longer needed
+    std::mutex mutex;                 // guards the fields below
     std::condition_variable changed;
     std::size_t working = 0;  // threads
     std::exception_ptr fault;
@@ -205,10 +206,10 @@ SqxPictureEnd SqxPicture::RunImager(SqxPixels& pixels, const Watch& watch)
     return RunPieces(pieces, watch);
 }
 
-/// This thread waits, reports progress, and checks whether it is to stop.
+/// Starts the threads; this thread reports progress and checks whether to stop, until they end.
 SqxPictureEnd SqxPicture::RunPieces(Pieces& pieces, const Watch& watch)
 {
-    // A thread may be through before the next one begins.
+    // A thread may have ended before the next one starts.
     const std::size_t count = std::min<std::size_t>(m_stages.size(), pieces.count);
     pieces.working = count;
     std::vector<std::jthread> threads;

@@ -13,47 +13,50 @@
 /// The outcome of rendering a picture.
 enum class SqxPictureEnd { Whole, Stopped, OutOfTime };
 
-/// Renders what the settings ask for, on several cores. The picture is the same with any number.
+/// Renders the picture that the settings describe, on several cores. The picture is the same with
+/// any number of threads.
 class SqxPicture {
 public:
-    /// Throws `SqxPictureError` if the shaders do not go together, or `QxHostError` if a value
-    /// does not fit its parameter.
+    /// Throws `SqxPictureError` if the shaders cannot be combined, or `QxHostError` if a value does
+    /// not fit its parameter.
     explicit SqxPicture(SqxPictureSettings settings);
 
-    /// What the whole picture will be drawn on, with its memory: it may be made while the shaders
-    /// of the settings are not there yet.
+    /// Creates the film for the whole picture and its memory. May be called before the settings
+    /// have their shaders, for example while these are compiled.
     [[nodiscard]] static std::unique_ptr<SqxFilm> PreparedFilm(const SqxPictureSettings& settings);
-    /// The next rendering takes that one, made for the same settings, in place of a new one.
+    /// Passes a film that was prepared for the same settings; the next rendering uses it.
     void TakeFilm(std::unique_ptr<SqxFilm> film) { m_film = std::move(film); }
 
-    /// How somebody follows the rendering and ends it. All functions are called in the thread that
-    /// called `Render`; those that are missing are not called.
+    /// How a caller follows the rendering and ends it. All functions are called in the thread that
+    /// called `Render`; empty ones are ignored.
     struct Watch {
         std::stop_token stop;
         std::optional<std::chrono::steady_clock::time_point> deadline;
-        /// Pictures of few pixels come first, finer and finer ones follow. Without it there is one.
+        /// If set, coarse pictures are rendered first, then finer and finer ones, else only the
+        /// whole picture.
         bool coarseFirst = false;
-        /// A picture is there, coarse or whole: see `Pixels`.
+        /// Called when a picture, coarse or whole, is complete, see `Pixels`.
         std::function<void()> show;
-        /// The share of the whole picture that is done, about ten times a second.
+        /// Called about ten times a second with the share of the whole picture that is complete.
         std::function<void(float)> progress;
-        /// What a shader of the whole picture said, in the picture's order.
+        /// Called for each text that shaders printed for the whole picture, in the order of its
+        /// pieces.
         std::function<void(const SqxNote&)> note;
     };
-    /// Whether it stops is looked at between pieces of the picture, and in byte-code while it runs.
-    /// Throws what a shader does.
+    /// Checks whether it should stop between pieces of the picture, and while byte-code runs.
+    /// Throws what a shader throws.
     SqxPictureEnd Render(const Watch& watch);
 
     [[nodiscard]] const SqxPictureSettings& Settings() const { return m_settings; }
-    /// The last picture that is there. If time was over before the first one, its pieces that are.
+    /// The last complete picture. If the time ended before the first one, its completed pieces.
     [[nodiscard]] const SqxPixels& Pixels() const { return m_pixels; }
-    /// That one before the background, in the whole picture's size: three bytes a pixel, rows from
-    /// the top.
+    /// Returns that picture over the background, scaled to the size of the whole picture: three
+    /// bytes per pixel, rows from the top.
     [[nodiscard]] std::vector<unsigned char> Bytes(SqxEncoding encoding) const;
 
 private:
     struct Pass {
-        unsigned int coarseness;  // pixels of the whole picture along an edge of one
+        unsigned int coarseness;  // edge of a coarse pixel in pixels of the whole picture
         unsigned int samples;
     };
     struct Pieces;
@@ -66,7 +69,7 @@ private:
 
     SqxPictureSettings m_settings;
     SqxShape m_shape;
-    std::vector<std::unique_ptr<SqxPictureStage>> m_stages;  // one a thread
-    std::unique_ptr<SqxFilm> m_film;                         // of the whole picture, if it is ready
+    std::vector<std::unique_ptr<SqxPictureStage>> m_stages;  // one for each thread
+    std::unique_ptr<SqxFilm> m_film;  // of the whole picture; null if it was not prepared
     SqxPixels m_pixels;
 };

@@ -1,8 +1,5 @@
-// A world that needs no files, in which each kind of shader shows what it does: a key light and a
-// weaker one, a sky above a ground for what is reflected, a check for what is a texture.
-//
-// The random numbers of a piece of the picture start from its number: a picture is the same however
-// many threads have made it.
+// A scene without files that shows what each type of shader does: a key light and a weaker one, a
+// sky above a ground for reflections, and a checkerboard for textures.
 //
 // Tested by tests/picture/SqxPictureTest.cpp.
 
@@ -17,9 +14,9 @@
 
 namespace {
 
-constexpr QxVector3 k_keyPlace = {-1, 1.15F, -1.55F};  // around the middle of the shape
+constexpr QxVector3 k_keyPlace = {-1, 1.15F, -1.55F};  // relative to the middle of the shape
 
-/// A sky above a ground, by the direction in which one looks.
+/// Returns the color of the sky or the ground in a direction.
 QxRGBColor Surroundings(const QxVector3& direction)
 {
     const QxRGBColor zenith = {0.25F, 0.45F, 0.85F};
@@ -31,7 +28,7 @@ QxRGBColor Surroundings(const QxVector3& direction)
     return QxMix(horizon, zenith, std::sqrt(height));
 }
 
-/// The frame of a light shader: its z axis leads to the middle of the shape.
+/// Returns the frame of a light shader, whose z axis points to the middle of the shape.
 QxMatrix44 LightToWorld()
 {
     const QxVector3 z = QxNormalize(-k_keyPlace);

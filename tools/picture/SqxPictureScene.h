@@ -10,27 +10,26 @@ struct SqxNote {
     std::string text;
 };
 
-/// What is around the shape: spaces and lights, and something to see where a shader looks for
-/// files or other surfaces. Each thread has its own.
+/// The surroundings of the shape: spaces, lights, and substitutes for the files and surfaces that a
+/// shader may ask for. Each thread has its own scene.
 class SqxPictureScene : public QxHostScene {
 public:
     /// The settings must outlive the scene.
     SqxPictureScene(const SqxPictureSettings& settings, const SqxShape& shape);
 
-    /// Those of the settings.
+    /// Adds the lights of the settings.
     void AddLights(const std::vector<SqxPictureLight>& lights);
-    /// A key light from the upper left, a weak one from the right, and a little from everywhere.
+    /// Adds a key light at the upper left, a weak light at the right, and weak ambient light.
     void AddDefaultLights();
-    /// The space of a light shader is at the key light.
+    /// Moves the "shader" space of a light to the key light.
     static void PlaceLight(QxShaderInstance& light);
 
-    /// Begins a piece of the picture: its random numbers do not depend on the thread that shades
-    /// it.
+    /// Begins a piece of the picture, whose number decides its random numbers.
     void BeginPiece(unsigned int number) { SetRun(number); }
-    /// What shaders have said since the last call.
+    /// Returns what shaders have printed and reported since the last call.
     [[nodiscard]] std::vector<SqxNote> TakeNotes();
 
-    /// A file of the settings, or a check of 8 times 8 squares.
+    /// Looks up a file of the settings, or a checkerboard of 8 by 8 squares for any other name.
     QxRGBColor Texture(const QxTextureQuery& query) override;
     const void* FindFile(QxFileKind kind, const char* name) override;
     void TextureOverGrid(const QxGridQueries<QxTextureQuery>& asked, QxRGBColor* results) override;
@@ -46,5 +45,5 @@ private:
     std::vector<SqxNote> m_notes;
 };
 
-/// The surface of a shape without a surface shader: plastic of color `Cs`.
+/// Shades a shape without a surface shader, as plastic of the color `Cs`.
 void SqxShadePlastic(QxHostGrid& grid, QxHostScene& scene);

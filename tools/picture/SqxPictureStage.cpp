@@ -1,9 +1,8 @@
-// The order of a grid: displacement, normals of the moved points, surface, volume; the imager comes
-// over the finished pixels. A displacement that leaves `N` alone gets the normals of the surface
-// that it has made, as a renderer would compute them.
+// The steps for a grid are displacement, normals of the displaced points, surface, and volume. The
+// imager runs on the finished pixels. If a displacement does not assign `N`, the normals of the
+// displaced surface are computed, as a renderer would do.
 //
-// Each thread has a stage, since an instance shades one grid at a time; pieces of work are numbered
-// so that random values do not depend on which thread took them.
+// Each thread has its own stage, since an instance shades one grid at a time.
 //
 // Tested by tests/picture/SqxPictureTest.cpp.
 
@@ -73,7 +72,7 @@ QxHostGrid& SqxPictureStage::Grid(const QxGrid& layout)
 void SqxPictureStage::Shade(QxHostGrid& grid, unsigned int piece)
 {
     m_scene.BeginPiece(piece);
-    // A shader may leave these as they are.
+    // The shader may not assign these.
     grid.Set("Ci", QxRGBColor{0, 0, 0});
     grid.Set("Oi", QxRGBColor{0, 0, 0});
     grid.Set("Cs", m_settings.color);
@@ -105,7 +104,7 @@ void SqxPictureStage::RunImager(SqxPixels& pixels, unsigned int firstRow, unsign
     QxHostGrid grid(width, rows);
     const QxHiddenVariables at = grid.Hidden();
     const std::size_t offset = static_cast<std::size_t>(firstRow) * width;
-    // Where pixels are coarse, their places are still those of the whole picture.
+    // The positions of coarse pixels are those in the whole picture.
     const float toColumn = static_cast<float>(m_settings.width) / static_cast<float>(width);
     const float toRow = static_cast<float>(m_settings.height) / static_cast<float>(pixels.height);
     for (std::size_t i = 0; i < grid.Size(); ++i) {

@@ -7,21 +7,22 @@
 #include "picture/SqxFilm.h"
 #include "picture/SqxPictureScene.h"
 
-/// What one thread needs to shade pieces of a picture: a scene, and instances of the shaders.
+/// Shades pieces of a picture in one thread, with a scene and instances of the shaders.
 class SqxPictureStage {
 public:
     /// Settings and shape must outlive it. Throws `QxHostError` if a value does not fit its
     /// parameter.
     SqxPictureStage(const SqxPictureSettings& settings, const SqxShape& shape);
 
-    /// A grid of that layout to place points in; its values are left over from others. It stays
-    /// until the next one is asked for.
+    /// Returns a grid of that layout, to be filled. Its values are arbitrary. Valid until the next
+    /// call.
     [[nodiscard]] QxHostGrid& Grid(const QxGrid& layout);
-    /// Moves and colors the points of the shape that the grid holds.
+    /// Displaces and shades the points in the grid.
     void Shade(QxHostGrid& grid, unsigned int piece);
     /// Runs the imager over rows of the picture.
     void RunImager(SqxPixels& pixels, unsigned int firstRow, unsigned int rows, unsigned int piece);
-    /// Asked now and then while shaders run; they end with `QxHostStopped` when it says so.
+    /// Sets a test that is called while shaders run; if it returns true, they throw
+    /// `QxHostStopped`.
     void SetStopTest(const QxStopTest& test);
     void SetStepLimit(std::size_t limit);
     [[nodiscard]] bool Has(QxShaderInterface::QxType type) const { return Find(type) != nullptr; }

@@ -1,6 +1,6 @@
-// A source is compiled by the library, in a temporary folder, one for each source: two shaders may
-// have one name. The folder lives as long as what was built in it, since a shared object is read
-// from its file.
+// The compiler library compiles each source in its own temporary folder, since two shaders may have
+// the same name. The folders exist as long as the object, since a shared object is read from its
+// file.
 //
 // Tested by tests/sqxshade/SqxShadeTest.cpp.
 
@@ -18,7 +18,6 @@ std::vector<std::string> SqxBuildOptions::LibraryFolders() const
 
 SqxShaderBuild::SqxShaderBuild() : m_folder("shaderqx"), m_signals([this] { m_folder.Remove(); }) {}
 
-/// Each build has its own, since two shaders may have one name.
 std::filesystem::path SqxShaderBuild::NewFolder()
 {
     std::filesystem::path folder = m_folder.Path() / std::to_string(++m_builds);

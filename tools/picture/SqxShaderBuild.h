@@ -13,24 +13,24 @@ struct SqxBuildOptions {
     std::vector<std::string> folders;  // of included files and shadeop libraries, absolute
     std::vector<std::string> definitions;
 
-    /// Where what is built finds the shadeop libraries that the compiler has found: the working
-    /// directory comes first, as there.
+    /// Returns the folders in which the compiled shader finds the shadeop libraries that the
+    /// compiler has found: the working directory, then `folders`.
     [[nodiscard]] std::vector<std::string> LibraryFolders() const;
 };
 
-/// Compiles sources in a folder that goes with the object.
+/// Compiles sources in a temporary folder that is removed with the object.
 class SqxShaderBuild {
 public:
-    /// Before other threads: the folder also goes if a signal ends the program, see
-    /// `SqxEndSignals`. Throws `std::runtime_error` if there is no place for temporary files.
+    /// To be created before other threads: the folder is also removed if a signal ends the program,
+    /// see `SqxEndSignals`. Throws `std::runtime_error` if there is no folder for temporary files.
     SqxShaderBuild();
     SqxShaderBuild(const SqxShaderBuild&) = delete;
     SqxShaderBuild& operator=(const SqxShaderBuild&) = delete;
 
-    /// The shader's file made of a source; it stays for the life of the object. Throws
-    /// `SqxPictureError` if it fails.
+    /// Compiles a source and returns the path of the shader, which exists as long as the object.
+    /// Throws `SqxPictureError` if the source has errors.
     [[nodiscard]] std::string Build(const std::string& source, const SqxBuildOptions& options);
-    /// What the compiler said in the last build.
+    /// The messages of the compiler in the last build.
     [[nodiscard]] const std::string& Messages() const { return m_messages; }
 
 private:

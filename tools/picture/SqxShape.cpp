@@ -1,8 +1,7 @@
-// Shapes are formulas of u and v, so that derivatives are exact and a grid can lie anywhere on
-// them.
+// Shapes are functions of u and v, so that derivatives are exact and a grid can cover any part.
 //
-// The rows of a sphere keep off the poles a little: there dPdu is zero and a normal made of the
-// derivatives would have no direction.
+// The rows of a sphere end shortly before the poles: there dPdu is zero, and a normal computed from
+// the derivatives would have no direction.
 //
 // Tested by tests/picture/SqxPictureTest.cpp.
 
@@ -14,14 +13,14 @@
 
 namespace {
 
-constexpr float k_zoom = 3.9F;  // makes the shape fill four fifths of the picture
+constexpr float k_zoom = 3.9F;  // at which the shape fills four fifths of the picture
 constexpr float k_pi = 3.14159265F;
-constexpr float k_pole = 1e-4F;  // rows begin so far from the poles, where u has no length
+constexpr float k_pole = 1e-4F;  // distance of the first row from the pole, where u has no length
 constexpr float k_range = 1 - 2 * k_pole;
-constexpr float k_tubeRadius = 0.36F;  // of the torus; all of it has 1
+constexpr float k_tubeRadius = 0.36F;  // of a torus whose outer radius is 1
 constexpr float k_turnAroundY = 0.3F;  // radians
 
-/// The upper pole shows, or the hole.
+/// The rotation around x, which makes the upper pole or the hole visible.
 float TurnAroundX(SqxShapeKind kind)
 {
     return kind == SqxShapeKind::Torus ? -0.85F : -0.35F;
@@ -63,7 +62,7 @@ float SqxShape::LengthOfU() const
     return m_kind == SqxShapeKind::Square ? 2 : 2 * k_pi;
 }
 
-/// u and s lead to the right; the seam of sphere and torus is behind.
+/// u and s grow to the right; the seam of sphere and torus is on the far side.
 SqxShape::Column SqxShape::ColumnAt(float u) const
 {
     if (m_kind == SqxShapeKind::Square)
@@ -74,8 +73,8 @@ SqxShape::Column SqxShape::ColumnAt(float u) const
     return {sine, -cosine, cosine, sine};
 }
 
-/// v and t lead down: the rows of a sphere from the upper pole to the lower one; those of a torus
-/// begin at the hole and lead over its top.
+/// v and t grow downward: from the upper pole of a sphere to the lower one; those of a torus start
+/// at the hole and first go over its top.
 SqxShape::Row SqxShape::RowAt(float v) const
 {
     if (m_kind == SqxShapeKind::Square)
@@ -97,7 +96,7 @@ SqxShape::Projected SqxShape::Project(const QxVector3& place)
     return {place.x * scale, place.y * scale, place.z};
 }
 
-/// The last column divides by the distance; depth is 0 one unit away and nears 1 far off.
+/// The last column divides by the distance; depth is 0 at one unit and approaches 1 at infinity.
 QxMatrix44 SqxShape::Projection(const QxVector3& middle, const QxVector3& half)
 {
     return {{{half.x * k_zoom, 0, 0, 0},

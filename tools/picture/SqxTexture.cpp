@@ -1,8 +1,7 @@
-// A texture as a pyramid of pictures, of which the two are mixed whose pixels are about as large as
-// the patch that is asked for.
+// A pyramid of pictures. A look-up blends the two whose pixels are about as large as the patch.
 //
-// L. Williams, "Pyramidal parametrics", 1983; the level is that of the longer side of the patch in
-// pixels. Ours departs from it where sides are odd: each pixel of a smaller picture is the mean of
+// L. Williams, "Pyramidal parametrics", 1983. The level is that of the longer side of the patch in
+// pixels. Ours departs from it for odd sides: each pixel of a smaller picture is the mean of
 // exactly the area that it covers.
 
 #include "picture/SqxTexture.h"
@@ -15,8 +14,8 @@ namespace {
 
 constexpr unsigned int k_channels = 4;
 
-/// Shortens one direction to half: `count` lines of `length` pixels, which lie `step` apart, as the
-/// lines lie `stride` apart.
+/// Halves one dimension of `count` lines of `length` pixels. Pixels are `step` apart in memory, and
+/// lines `stride`.
 struct Lines {
     unsigned int length;
     unsigned int count;
@@ -24,7 +23,8 @@ struct Lines {
     std::size_t stride;
 };
 
-/// The mean of the pixels that the new pixel `place` covers, each by its covered part.
+/// Returns the mean of the pixels that the new pixel `place` covers, weighted by their covered
+/// parts.
 void Cover(const float* line, const Lines& lines, unsigned int place, unsigned int shorter,
            float* result)
 {
@@ -67,14 +67,14 @@ SqxImage HalfAsHigh(const SqxImage& image)
     return half;
 }
 
-/// The place between two pixels, of which there are `count` in a circle.
+/// The two pixels around a position, and the weight of the second one.
 struct Between {
     std::size_t first;
     std::size_t second;
-    float part;  // of the second
+    float part;  // weight of the second
 };
 
-/// The whole number below, without the call of a function where the number is small.
+/// Rounds down, without a call of a function if the number is small.
 float WholeBelow(float value)
 {
     constexpr float k_small = 1 << 22;
@@ -84,8 +84,8 @@ float WholeBelow(float value)
     return whole > value ? whole - 1 : whole;
 }
 
-/// Places go from half a pixel before the first one to half a pixel before the end, so that a
-/// comparison does what a division would.
+/// Positions are between half a pixel before the first one and half a pixel before the end, so one
+/// comparison replaces a division.
 Between FindBetween(float coordinate, unsigned int count)
 {
     const float place = (coordinate - WholeBelow(coordinate)) * static_cast<float>(count) - 0.5F;
@@ -150,7 +150,7 @@ QxRGBColor SqxTexture::Look(const QxTextureQuery& query) const
         return {query.fill, query.fill, query.fill};
 
     const auto last = static_cast<float>(m_levels.size() - 1);
-    // What is seen from near needs no logarithm: it is 0.
+    // The level of a small patch is 0 and needs no logarithm.
     const float level = pixels > 1 ? std::min(std::log2(pixels), last) : 0;
     const auto finer = static_cast<std::size_t>(level);
     const float part = level - static_cast<float>(finer);

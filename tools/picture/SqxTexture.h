@@ -8,21 +8,21 @@
 #include "picture/SqxFour.h"
 #include "picture/SqxPng.h"
 
-/// A picture in the form that shaders look it up in: whole, and smaller and smaller by halves down
-/// to one pixel. It repeats beyond its edges; s leads to the right, t down.
+/// A picture for look-ups by shaders: in full size, and repeatedly halved down to one pixel. It
+/// repeats beyond its edges. s grows to the right, t downward.
 class SqxTexture {
 public:
     explicit SqxTexture(SqxImage image);
-    /// Of a PNG file. Throws `SqxPictureError`.
+    /// Reads a PNG file. Throws `SqxPictureError`.
     [[nodiscard]] static std::shared_ptr<const SqxTexture> Read(const std::string& path);
 
-    /// The color of the query's patch, from its first channel on.
+    /// Returns the mean color of the patch of the query, from its first channel on.
     [[nodiscard]] QxRGBColor Look(const QxTextureQuery& query) const;
-    /// The same for the points of a grid.
+    /// As above for each query of a grid.
     void Look(const QxGridQueries<QxTextureQuery>& asked, QxRGBColor* results) const;
 
 private:
     [[nodiscard]] static SqxFour Bilinear(const SqxImage& level, float s, float t);
 
-    std::vector<SqxImage> m_levels;  // the whole one first
+    std::vector<SqxImage> m_levels;  // the full size first
 };

@@ -1,5 +1,5 @@
-// The signals are blocked in all threads, and one waits for them. It is ended by a signal too,
-// which is meant for it alone.
+// The signals are blocked in all threads, and one thread waits for them. A signal that is sent only
+// to this thread ends it.
 //
 // Tested by tests/sqxshade/SqxShadeTest.cpp.
 

@@ -2,19 +2,19 @@
 
 #include <filesystem>
 
-/// A lock on a file that is made for it, held against other processes for the life of the object.
+/// A lock against other processes, on a file created for it, held as long as the object exists.
 class SqxFileLock {
 public:
     enum class IfTaken { Wait, GiveUp };
     enum class State { Held, Taken, Failed };
 
-    /// Makes the file if it is not there.
+    /// Creates the file if it does not exist.
     SqxFileLock(const std::filesystem::path& path, IfTaken ifTaken);
     ~SqxFileLock();
     SqxFileLock(const SqxFileLock&) = delete;
     SqxFileLock& operator=(const SqxFileLock&) = delete;
 
-    /// `Taken`: another process holds it. `Failed`: the file can neither be made nor locked.
+    /// `Taken`: another process holds it. `Failed`: the file cannot be created or locked.
     [[nodiscard]] State Found() const { return m_state; }
 
 private:

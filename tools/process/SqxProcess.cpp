@@ -1,10 +1,9 @@
-// A program is started by fork and exec without a shell in between, so that no word of a path is
-// taken for a sign of the shell's. Between the two the child only makes calls that a process with
-// several threads may make there, and anything that fails ends as a command that was not found
-// does.
+// A program is started by fork and exec without a shell, so that paths need no quoting. Between the
+// two the child makes only calls that are allowed there in a process with several threads. If one
+// of them fails, the child exits like a command that was not found.
 //
-// Waiting with a test looks at the child without taking its status first: once that is taken, its
-// number may belong to another process, which must not be killed in its place.
+// Waiting with a test first checks the child without reaping it: after that its process number may
+// belong to another process, which must not be killed.
 //
 // Tested by tests/make/run.sh and tests/sqxshade/SqxShadeTest.cpp.
 
@@ -26,10 +25,10 @@ namespace {
 
 constexpr int k_notStarted = 127;
 
-/// In the child: never returns. Everything that allocates was done before the fork.
+/// Runs in the child and never returns. Everything that allocates was done before the fork.
 [[noreturn]] void Become(const SqxCommand& command, char* const* words, int output)
 {
-    // What this program does with signals is no matter of the other.
+    // The child must not inherit how this program handles signals.
     sigset_t none;
     sigemptyset(&none);
     sigprocmask(SIG_SETMASK, &none, nullptr);
@@ -52,11 +51,11 @@ constexpr int k_notStarted = 127;
 
 void EndGroup(pid_t child)
 {
-    setpgid(child, child);  // it may not have come to that itself
+    setpgid(child, child);  // the child may not have done so yet
     kill(-child, SIGKILL);
 }
 
-/// Waits until there is something to read, or the child is ended since the time is over.
+/// Waits until there is something to read, or ends the child if the test returns true.
 void WaitForText(int pipe, pid_t child, const std::function<bool()>& isOver)
 {
     constexpr int k_milliseconds = 10;
@@ -66,7 +65,7 @@ void WaitForText(int pipe, pid_t child, const std::function<bool()>& isOver)
             return EndGroup(child);
 }
 
-/// Hands on what comes through the pipe until nothing has it open for writing.
+/// Passes on lines from the pipe until no process has it open for writing.
 void ReadLines(int pipe, pid_t child, const SqxCommand& command)
 {
     const auto& onLine = command.onLine;
@@ -91,7 +90,7 @@ void ReadLines(int pipe, pid_t child, const SqxCommand& command)
         onLine(text);
 }
 
-/// Waits for the child's end, or for the time to end it with its process group.
+/// Waits until the child ends, or ends its process group if the test returns true.
 void WaitWatching(pid_t child, const std::function<bool()>& isOver)
 {
     siginfo_t end = {};

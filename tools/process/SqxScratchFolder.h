@@ -3,17 +3,17 @@
 #include <filesystem>
 #include <string_view>
 
-/// A folder below the one for temporary files, gone with the object.
+/// A folder in the system's folder for temporary files, removed with the object.
 class SqxScratchFolder {
 public:
-    /// `name`: what its name begins with. Throws `std::runtime_error`.
+    /// `name` is the start of its name. Throws `std::runtime_error`.
     explicit SqxScratchFolder(std::string_view name);
     ~SqxScratchFolder();
     SqxScratchFolder(const SqxScratchFolder&) = delete;
     SqxScratchFolder& operator=(const SqxScratchFolder&) = delete;
 
     [[nodiscard]] const std::filesystem::path& Path() const { return m_path; }
-    /// Before the object goes.
+    /// Removes the folder before the object is destroyed.
     void Remove() const;
 
 private:

@@ -1,7 +1,6 @@
-// Most facts are in the sections of the file. The use of predefined variables and lights is found
-// in the instructions, or, for a shared object, said beside them. Default values are computed by
-// the machine, which gets the shader without its main block: so it does not matter what that holds,
-// or whether the file ends in it.
+// Most facts are in the sections of the file. The use of predefined variables and lights is derived
+// from the instructions; a shared object lists it. Default values are computed by the machine,
+// which gets the shader without its main block, so that errors in that block do not matter.
 //
 // Tested by tests/run/SqxDumpToolTest.cpp and tests/listing.
 
@@ -22,7 +21,7 @@ using Facts = SqxShaderFacts;
 constexpr std::string_view k_evalLights = "EVAL_LIGHTS";
 constexpr std::string_view k_evalLightsForP = "EVAL_LIGHTS_FOR_P";
 
-/// What the instructions of a shader do, of all its blocks.
+/// The effects of the instructions in all blocks of a shader.
 class CodeFacts {
 public:
     explicit CodeFacts(const SqxObjectFacts& object) : m_usesLights(object.UsesLights())
@@ -82,7 +81,7 @@ private:
     bool m_usesLightsAtP = false;
 };
 
-/// What was seen is true even if the file ends early; what was not seen may come after that.
+/// In a file that ends early, uses that were found are facts, and all others are unknown.
 std::optional<bool> AsFarAsSeen(bool seen, const SqxShader& shader)
 {
     if (!seen && shader.reached < SqxSection::Main)
@@ -90,7 +89,7 @@ std::optional<bool> AsFarAsSeen(bool seen, const SqxShader& shader)
     return seen;
 }
 
-/// The renderer gives a shader what these hold and takes it: no use is seen in the code.
+/// The renderer sets and reads these variables, so their use is not visible in the code.
 bool IsResult(const SqxShader& shader, const std::string& name)
 {
     constexpr int k_light = 3;
@@ -100,8 +99,8 @@ bool IsResult(const SqxShader& shader, const std::string& name)
     return std::ranges::find(results, name) != results.end();
 }
 
-/// The compiler lists what a shader uses. A use that no instruction names is one that reads, such
-/// as that of `Ng` by `faceforward`.
+/// Adds uses that the compiler lists but no instruction shows. These are reads, such as that of
+/// `Ng` by `faceforward`.
 Facts::Predefined PredefinedFacts(const SqxShader& shader, const CodeFacts& code, std::size_t i)
 {
     const std::string& name = shader.variables[i].name;
@@ -134,7 +133,7 @@ bool CallsShadeops(const SqxBlock& block)
     });
 }
 
-/// The value that is computed depends on that of a parameter of the set.
+/// True if the computed value depends on a parameter in the set.
 bool NamesOneOf(const SqxShader& shader, const SqxInitializer& initializer,
                 const std::set<std::size_t>& parameters)
 {
@@ -153,16 +152,16 @@ bool NamesOneOf(const SqxShader& shader, const SqxInitializer& initializer,
     return names(initializer.result);
 }
 
-/// Whether default values that need shadeops are computed.
+/// Whether default values that call shadeops are computed.
 enum class Shadeops { Called, LeftOut };
 
-/// The shader without its main block, and with the initializers whose values can be computed.
+/// Returns the shader without its main block, with those initializers whose values can be computed.
 SqxShader OnlyInitializers(const SqxShader& shader, Shadeops shadeops)
 {
     SqxShader only = shader;
     only.main = SqxBlock();
     only.initializers.clear();
-    // What has no initializer is not known either.
+    // A value without an initializer is unknown too.
     std::set<std::size_t> unknown;
     for (std::size_t i = 0; i < shader.parameterCount; ++i)
         unknown.insert(i);
@@ -179,7 +178,7 @@ SqxShader OnlyInitializers(const SqxShader& shader, Shadeops shadeops)
         calls = calls || callsHere;
         only.initializers.push_back(initializer);
     }
-    // Libraries need not be here for the sake of a block that does not run.
+    // Libraries that only the main block needs are not required.
     if (!calls) {
         only.functions.clear();
         only.libraries.clear();

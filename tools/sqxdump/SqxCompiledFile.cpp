@@ -1,6 +1,5 @@
 // All bytes are read once, since standard input can be read only once. The system loads shared
-// objects by a path, so that what came from standard input gets one in memory, without a name in
-// any folder.
+// objects by a path, so one from standard input is copied to an unnamed file in memory.
 //
 // Tested by tests/run/SqxDumpToolTest.cpp.
 

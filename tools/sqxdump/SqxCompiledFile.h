@@ -2,13 +2,13 @@
 
 #include <string>
 
-/// A compiled shader whose bytes were read, from a file or from standard input. What they hold is
-/// not looked at beyond their first few.
+/// The bytes of a compiled shader, read from a file or from standard input. Only the first few are
+/// checked here.
 class SqxCompiledFile {
 public:
     /// `file`: a path, or "-" for standard input, which is read to its end. Throws `QxHostError`
-    /// with the system's reason if it cannot be read. Of a file that is too large for a shader only
-    /// so much is read that `SqxReader` refuses it.
+    /// with the system's reason if it cannot be read. A file that is too large for a
+    /// shader is read only until `SqxReader` would refuse it.
     explicit SqxCompiledFile(const std::string& file);
     ~SqxCompiledFile();
     SqxCompiledFile(const SqxCompiledFile&) = delete;
@@ -16,10 +16,10 @@ public:
 
     [[nodiscard]] const std::string& Bytes() const { return m_bytes; }
     [[nodiscard]] bool IsSharedObject() const;
-    /// What a shader is called by its file; empty for standard input.
+    /// Returns the name of a shader according to its file; empty for standard input.
     [[nodiscard]] std::string ShaderName() const;
-    /// By which a shared object can be loaded as long as this lives. Throws `QxHostError` if there
-    /// is no memory for a copy of standard input.
+    /// Returns a path by which a shared object can be loaded as long as this object exists. Throws
+    /// `QxHostError` if there is no memory for a copy of standard input.
     [[nodiscard]] std::string PathToLoad();
 
 private:
@@ -27,5 +27,5 @@ private:
 
     std::string m_file;
     std::string m_bytes;
-    int m_copy = -1;  // of standard input, open and without a name
+    int m_copy = -1;  // file descriptor of an unnamed copy of standard input
 };

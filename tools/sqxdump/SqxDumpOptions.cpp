@@ -1,5 +1,4 @@
-// Options that exclude each other are refused rather than one of them ignored: a script that asks
-// for a section of the table has a mistake in it.
+// Options that exclude each other are refused, since a script that gives both has a mistake.
 //
 // Tested by tests/run/SqxDumpToolTest.cpp.
 

@@ -6,20 +6,20 @@
 #include "options/SqxOptionTable.h"
 #include "options/SqxOptionWords.h"
 
-/// What the command line of `sqxdump` asks for.
+/// The options of the command line of `sqxdump`.
 struct SqxDumpOptions {
     enum class Form { Code, Table, Json };
 
     std::vector<std::string> files;  // "-" is standard input
     Form form = Form::Code;
-    std::string section;                  // of the code; empty: all
-    std::vector<std::string> parameters;  // to list; none: all
+    std::string section;                  // section of the code to print; empty: all
+    std::vector<std::string> parameters;  // names to list; empty: all
     std::vector<std::string> shadeopFolders;
-    bool load = false;  // shared objects that do not say what they hold
+    bool load = false;  // load shared objects that contain no facts
     SqxInformation information = SqxInformation::None;
 };
 
-/// How the program presents itself.
+/// The name, usage and options of the program.
 [[nodiscard]] const SqxProgram& SqxDumpProgram();
 
 /// `arguments` are the words after the name of the program. Throws `SqxUsageError`.

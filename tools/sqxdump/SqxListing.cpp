@@ -1,6 +1,6 @@
-// The text and the JSON object are made of the same facts, so that they cannot contradict each
-// other. Facts that a file does not contain are listed as unknown, never guessed: a shared object
-// says zero both for zero and for what it computes at the shading point.
+// The text and the JSON object are written from the same facts, so that they cannot contradict each
+// other. Facts that a file does not contain are listed as unknown. For example, a loaded shared
+// object has zero both for the default value zero and for one that depends on the shading point.
 //
 // Tested by tests/run/SqxDumpToolTest.cpp and tests/listing.
 
@@ -17,7 +17,7 @@ using Row = std::vector<std::string>;
 
 constexpr const char* k_unknown = "?";
 
-/// Columns as wide as they need to be. The last one is not filled up.
+/// Returns a table whose columns are as wide as their longest cells; the last one is not padded.
 std::string TableText(const std::vector<Row>& rows)
 {
     std::vector<std::size_t> widths(rows.front().size(), 0);
@@ -38,7 +38,7 @@ std::string TableText(const std::vector<Row>& rows)
     return text;
 }
 
-/// A text as a shader's source has it.
+/// Returns the text as a string literal of a source.
 std::string QuotedText(const std::string& text)
 {
     std::string quoted = "\"";
@@ -74,7 +74,7 @@ std::string ValueText(const QxHostValue& value)
     return text;
 }
 
-/// Colors are kept in rgb, wherever they were given.
+/// Colors are stored in rgb, whatever space they are given in.
 std::string KnownText(const Facts::Parameter& parameter)
 {
     const bool isElsewhere = parameter.type == QxValueType::Color && !parameter.space.empty() &&
@@ -126,7 +126,8 @@ std::string Joined(const std::vector<std::string>& words)
     return text.empty() ? "none" : text;
 }
 
-/// Names of the variables of which the fact is true, and after them those of which it is not known.
+/// Returns the names of the variables for which the fact is true, and then those for which it is
+/// unknown.
 std::string NamesWith(const std::vector<Facts::Predefined>& variables,
                       std::optional<bool> Facts::Predefined::*fact)
 {
@@ -145,7 +146,7 @@ std::vector<Row> ShaderRows(const Facts& facts)
     std::vector<Row> rows = {{"uses lights", YesOrNo(facts.usesLights)},
                              {"traces rays", YesOrNo(facts.tracesRays)},
                              {"modifies P", YesOrNo(facts.modifiesP)}};
-    // A shared object that was loaded does not say which.
+    // A shared object that was loaded does not contain this.
     const bool areKnown = facts.kind == Facts::Kind::ByteCode ||
                           std::ranges::all_of(facts.predefined, [](const auto& variable) {
                               return variable.read.has_value();

@@ -1,8 +1,8 @@
 // docs/listing.md describes the schema. It has a version, `k_version`, which changes when an
 // existing member changes its meaning, not when one is added.
 //
-// Texts of a file may be no UTF-8, which JSON must be: what is no character becomes one that says
-// so.
+// JSON must be UTF-8, but texts in a file may not be. Invalid bytes become the replacement
+// character.
 //
 // Tested by tests/listing, which reads the objects with a reader that is not ours.
 
@@ -27,13 +27,13 @@ SqxOrderedJson Flag(std::optional<bool> flag)
     return flag ? SqxOrderedJson(*flag) : SqxOrderedJson();
 }
 
-/// JSON has no numbers beside the finite ones.
+/// Writes a text for infinities and NaN, which JSON lacks.
 SqxOrderedJson Number(float number)
 {
     return std::isfinite(number) ? SqxJsonNumber(number) : SqxOrderedJson(SqxNumberText(number));
 }
 
-/// What `element` makes of each number below `count`.
+/// Returns an array of `element(i)` for each number i below `count`.
 template <class Element>
 SqxOrderedJson List(std::size_t count, Element element)
 {

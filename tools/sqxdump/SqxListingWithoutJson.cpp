@@ -1,4 +1,4 @@
-// Takes the place of SqxListingJson.cpp in a build without nlohmann-json.
+// Replaces SqxListingJson.cpp in a build without nlohmann-json.
 
 #include "options/SqxOptionWords.h"
 #include "sqxdump/SqxListing.h"

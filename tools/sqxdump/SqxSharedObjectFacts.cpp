@@ -1,5 +1,5 @@
-// A shared object is asked by loading it, as a renderer would. It is less talkative than byte-code,
-// and what it leaves open stays open here.
+// Facts of a loaded shared object, as a renderer sees them. It has fewer facts than byte-code; the
+// others stay unknown.
 //
 // Tested by tests/run/SqxDumpToolTest.cpp.
 
@@ -29,8 +29,8 @@ const char* TypeName(QxShaderInterface::QxType type)
     return "imager";
 }
 
-/// Lights are handed to surfaces and volumes. A body of `illuminance` that looks at nothing of its
-/// light does not show.
+/// Surfaces and volumes receive lights. An `illuminance` whose body uses nothing of the light is
+/// not visible here.
 std::optional<bool> UsesLights(const QxShader& shader)
 {
     if (shader.Type() != QxShaderInterface::e_typeSurface &&

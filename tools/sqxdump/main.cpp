@@ -1,4 +1,4 @@
-// Prints compiled shaders: their code as text, or what their users have to know.
+// Prints compiled shaders: their code as text, or the facts that their users need.
 
 #include <iostream>
 #include <string>
@@ -22,7 +22,7 @@ bool Report(const std::string& file, std::string_view fault)
     return false;
 }
 
-/// False after a report, as the next ones.
+/// Prints one file. Returns false after an error, as do the functions below.
 bool PrintCode(const std::string& file, const SqxCompiledFile& compiled,
                const SqxDumpOptions& options)
 {

@@ -2,6 +2,6 @@
 
 #include "sqxls/SqxLsWorkspace.h"
 
-/// `textDocument/codeAction`: the edits that certain advice names, and the declaration of a local
-/// whose detail is known.
+/// Answers `textDocument/codeAction`: edits for advice that names one, and a declaration with
+/// detail for a local whose detail is known.
 [[nodiscard]] SqxJson SqxLsCodeActions(SqxLsWorkspace& workspace, const SqxJson& params);

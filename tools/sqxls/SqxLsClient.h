@@ -1,9 +1,9 @@
 #pragma once
 
-/// What the editor can do, as it has said when it began.
+/// The capabilities of the editor, from its first message.
 struct SqxLsClient {
     bool showsRelatedInformation = false;
-    bool takesSnippets = false;  // in completions
+    bool takesSnippets = false;  // supports snippets in completions
     bool watchesFiles = false;
     bool answersConfiguration = false;
     bool showsDocuments = false;

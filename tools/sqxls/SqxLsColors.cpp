@@ -15,7 +15,7 @@ namespace {
 
 using Kind = SqxLsToken::Kind;
 
-/// In as few digits as an editor's picker can tell apart.
+/// In as few digits as an editor's picker can distinguish.
 std::string NumberText(double number)
 {
     const long thousandths = std::lround(number * 1000);

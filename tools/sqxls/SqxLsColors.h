@@ -4,5 +4,5 @@
 
 /// `textDocument/documentColor`: each `color (r, g, b)` of three numbers, in RGB.
 [[nodiscard]] SqxJson SqxLsDocumentColors(SqxLsWorkspace& workspace, const SqxJson& params);
-/// `textDocument/colorPresentation`: the text of a color that has been picked.
+/// `textDocument/colorPresentation`: the text for a color that the user has picked.
 [[nodiscard]] SqxJson SqxLsColorPresentations(SqxLsWorkspace& workspace, const SqxJson& params);

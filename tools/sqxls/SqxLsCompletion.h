@@ -2,8 +2,8 @@
 
 #include "sqxls/SqxLsWorkspace.h"
 
-/// `textDocument/completion`: what can be named at a place, what fits the type first; words of
-/// strings, and files to include.
+/// `textDocument/completion`: names that are visible at a place, those of the expected type first;
+/// words in strings, and files to include.
 [[nodiscard]] SqxJson SqxLsCompletion(SqxLsWorkspace& workspace, const SqxJson& params);
-/// `completionItem/resolve`: the documentation of what is chosen.
+/// `completionItem/resolve`: the documentation of the chosen item.
 [[nodiscard]] SqxJson SqxLsResolveCompletion(SqxLsWorkspace& workspace, const SqxJson& item);

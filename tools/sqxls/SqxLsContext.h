@@ -5,8 +5,8 @@
 
 #include "sqxls/SqxLsTokens.h"
 
-/// What is being typed at a place, as the tokens before it show it. The place may be in the middle
-/// of a token, and the text after it may be anything.
+/// What is being typed at a place, according to the tokens before it. The place may be in the
+/// middle of a token, and any text may follow.
 struct SqxLsContext {
     enum class Kind {
         Code,
@@ -18,10 +18,10 @@ struct SqxLsContext {
 
     Kind kind = Kind::Code;
     SqxLsSpan typed;   // the part of the word that is before the place
-    std::string call;  // innermost call that is open; empty for none
+    std::string call;  // name of the innermost open call; empty for none
     std::size_t argument = 0;
     std::size_t callBegin = 0;  // offset of its name
-    std::string before;  // token before the word
+    std::string before;         // token before the word
     bool isInLightLoop = false;
     std::string target;  // name that is assigned to, in the current statement; empty for none
 };

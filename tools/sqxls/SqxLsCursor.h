@@ -7,14 +7,14 @@
 #include "compiler/QxSourceIndex.h"
 #include "sqxls/SqxLsWorkspace.h"
 
-/// A document with the index of its compile, and the way from the one's places to the other's.
+/// A document and the index of its compile, with conversions between their places.
 struct SqxLsIndexed {
     std::shared_ptr<const SqxLsAnalysis> analysis;
     const QxSourceIndex* index = nullptr;
     std::shared_ptr<const SqxLsText> text;  // of the document
     int file = -1;                          // its number in the index
 
-    /// The file that the number names; null if it cannot be read any more.
+    /// Returns the text of a file of the index; null if the file can no longer be read.
     [[nodiscard]] const SqxLsText* TextOf(int number) const;
     /// Bytes of a place or of a range in the text of its file.
     [[nodiscard]] static SqxLsSpan SpanOf(const SqxLsText& text, const QxSourcePlace& place);
@@ -27,18 +27,18 @@ struct SqxLsIndexed {
 /// Throws `SqxLsError` if the document has no index.
 [[nodiscard]] SqxLsIndexed SqxLsIndexOf(SqxLsWorkspace& workspace, const SqxJson& params);
 
-/// What is at the position of a request.
+/// The name or included file at the position of a request.
 struct SqxLsCursor : SqxLsIndexed {
     std::size_t offset = 0;
     SqxLsPlace place;
-    const QxIndexedUse* use = nullptr;  // null if no name is there
+    const QxIndexedUse* use = nullptr;  // null if there is no name
 
     [[nodiscard]] const QxIndexedName* Name() const;
-    /// The included file whose name is there; null for none.
+    /// The included file whose name is at the position; null for none.
     [[nodiscard]] const QxIndexedInclude* Include() const;
 };
 
 [[nodiscard]] SqxLsCursor SqxLsCursorAt(SqxLsWorkspace& workspace, const SqxJson& params);
 
-/// The URI of a path, in the words of the editor if it has the file open.
+/// Returns the URI of a path, in the spelling of the editor if it has the file open.
 [[nodiscard]] std::string SqxLsUriIn(const SqxLsWorkspace& workspace, const std::string& path);

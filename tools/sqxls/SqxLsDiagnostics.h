@@ -7,26 +7,26 @@
 #include "sqxls/SqxLsClient.h"
 #include "sqxls/SqxLsWorkspace.h"
 
-/// The place of a report, as far as an editor shows it.
+/// The place of a report in an editor.
 struct SqxLsReportPlace {
     std::string path;
     SqxLsSpan span;
-    bool isExact = true;  // false: the file is none that the compile has read
+    bool isExact = true;  // false if the compile has not read the file
 };
 
 [[nodiscard]] SqxLsReportPlace SqxLsPlaceOf(const QxCompileReport& report,
                                             const SqxLsAnalysis& analysis);
 
-/// The reports of a compile as diagnostics, by the path of the file that they stand in.
+/// Returns the reports of a compile as diagnostics, by the path of the file that each belongs to.
 [[nodiscard]] std::map<std::string, SqxJson> SqxLsDiagnosticsOf(const SqxLsAnalysis& analysis,
                                                                 const SqxLsClient& client);
 
-/// Knows which diagnostics an editor shows. Those of an included file come from every source that
-/// includes it.
+/// Records which diagnostics an editor shows. Those of an included file may come from several
+/// sources.
 class SqxLsPublisher {
 public:
-    /// Sets what the compile of the source `owner`, a URI, says of each file, and returns the
-    /// messages that make it seen. Files of which it says nothing any more are cleared.
+    /// Sets the diagnostics that the compile of the source `owner`, a URI, has for each file, and
+    /// returns the messages that publish the changes. Files without diagnostics are cleared.
     [[nodiscard]] std::vector<SqxJson> Publish(const SqxLsWorkspace& workspace,
                                                const std::string& owner,
                                                std::map<std::string, SqxJson> diagnostics);

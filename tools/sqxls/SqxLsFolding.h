@@ -2,11 +2,11 @@
 
 #include "sqxls/SqxLsWorkspace.h"
 
-// `textDocument/foldingRange` and `textDocument/selectionRange`, which need the tokens alone.
+// `textDocument/foldingRange` and `textDocument/selectionRange`, which need only the tokens.
 
 /// Blocks and lists of more than one line, comments, and conditions of the preprocessor.
 [[nodiscard]] SqxJson SqxLsFoldingRanges(SqxLsWorkspace& workspace, const SqxJson& params);
 
-/// For each place what encloses it, from the token over statements, brackets and definitions to the
-/// whole file.
+/// Returns for each place the ranges that enclose it: token, brackets, statements, definitions,
+/// file.
 [[nodiscard]] SqxJson SqxLsSelectionRanges(SqxLsWorkspace& workspace, const SqxJson& params);

@@ -6,14 +6,14 @@
 #include "sqxls/SqxLsWorkspace.h"
 
 /// `textDocument/hover`: declaration, type, detail and default of a name, the overloads and the
-/// meaning of a built-in, the kinds of shader that know a predefined variable, the expansion of a
+/// meaning of a built-in, the types of shader that have a predefined variable, the expansion of a
 /// macro.
 [[nodiscard]] SqxJson SqxLsHover(SqxLsWorkspace& workspace, const SqxJson& params);
 
-/// The declarations of all overloads of a built-in with what it does, as Markdown; empty for a word
-/// that is none. `chosen` is a declaration that is marked, or empty.
+/// Returns the declarations and the meaning of a built-in, as Markdown; empty for any other word.
+/// `chosen` is the declaration to mark, or empty.
 [[nodiscard]] std::string SqxLsBuiltInText(const std::string& name, const std::string& chosen);
-/// The same of a predefined variable.
+/// Returns the same for a predefined variable.
 [[nodiscard]] std::string SqxLsPredefinedText(const std::string& name);
 /// "uniform", "varying", or empty.
 [[nodiscard]] std::string SqxLsDetailWord(QxDetail detail);

@@ -9,8 +9,8 @@
 #include "sqxls/SqxLsFraming.h"
 #include "sqxls/SqxLsJson.h"
 
-/// The messages that wait for the server. One thread adds what it reads, another one takes; a
-/// request that is cancelled while it waits is marked.
+/// The queue of messages for the server. One thread adds messages that it has read, another one
+/// takes them. A request that is cancelled while it waits is marked.
 class SqxLsInbox {
 public:
     struct Message {
@@ -20,10 +20,11 @@ public:
     };
 
     void Add(const SqxLsFraming::Content& content);
-    /// Nothing comes any more.
+    /// Closes the queue: no message will be added.
     void Close();
 
-    /// The next message; waits for it. Nothing once the inbox is closed and empty.
+    /// Waits for the next message and returns it. Returns nothing once the queue is closed and
+    /// empty.
     [[nodiscard]] std::optional<Message> Take();
     [[nodiscard]] bool IsEmpty();
 

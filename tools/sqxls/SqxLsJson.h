@@ -20,7 +20,7 @@ enum class SqxLsErrorCode {
     RequestCancelled = -32800,
 };
 
-/// A request that is refused; its answer holds code and text.
+/// A request is refused; code and text go into the answer.
 class SqxLsError : public std::runtime_error {
 public:
     SqxLsError(SqxLsErrorCode code, const std::string& text)
@@ -34,13 +34,14 @@ private:
     SqxLsErrorCode m_code;
 };
 
-/// The member at a path such as "textDocument/uri"; null if it or a part of the path is missing.
+/// Returns the member at a path such as "textDocument/uri"; null if any part of the path is
+/// missing.
 [[nodiscard]] const SqxJson& SqxLsMember(const SqxJson& object, std::string_view path);
-/// The same, which must be there as a text. Throws `SqxLsError`.
+/// Returns such a member as a string. Throws `SqxLsError` if it is not one.
 [[nodiscard]] const std::string& SqxLsTextMember(const SqxJson& object, std::string_view path);
 [[nodiscard]] bool SqxLsFlag(const SqxJson& object, std::string_view path);
 
-/// Throws `SqxLsError` for what is no place.
+/// Reads a place. Throws `SqxLsError` if the value is not one.
 [[nodiscard]] SqxLsPosition SqxLsReadPosition(const SqxJson& json);
 [[nodiscard]] SqxLsSpan SqxLsReadRange(const SqxJson& json, const SqxLsText& text);
 

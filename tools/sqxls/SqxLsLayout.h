@@ -6,20 +6,20 @@
 
 #include "sqxls/SqxLsTokens.h"
 
-/// How deeply lines are indented.
+/// The indentation of lines.
 struct SqxLsIndent {
     std::size_t width = 4;
     bool usesTabs = false;
 };
 
-/// Blanks of a source to be replaced.
+/// A replacement for blanks of a source.
 struct SqxLsEdit {
     SqxLsSpan span;
     std::string text;
 };
 
-/// The edits that lay a source out again, in their order. They replace blanks alone, so that the
-/// tokens remain what they are; applied to their own result they change nothing. The breaks of
-/// lines remain too. Empty for a source with a comment or a text that does not end. O(n).
+/// Returns the edits that format a source, in order. They replace only blanks and keep all tokens
+/// and line breaks. Formatting a formatted source changes nothing. Empty for a source with an
+/// unclosed comment or string. O(n).
 [[nodiscard]] std::vector<SqxLsEdit> SqxLsLayoutOf(const SqxLsText& source,
                                                    const SqxLsIndent& indent);

@@ -14,5 +14,5 @@ struct SqxLsMethod {
 
 [[nodiscard]] std::span<const SqxLsMethod> SqxLsMethods();
 
-/// What the server says that it can do.
+/// Returns the capabilities of the server.
 [[nodiscard]] SqxJson SqxLsCapabilities();

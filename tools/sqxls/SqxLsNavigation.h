@@ -2,7 +2,7 @@
 
 #include "sqxls/SqxLsWorkspace.h"
 
-// Where names are defined and used.
+// Definitions and uses of names.
 
 /// `textDocument/definition`, also of an included file, from the line that includes it.
 [[nodiscard]] SqxJson SqxLsDefinition(SqxLsWorkspace& workspace, const SqxJson& params);

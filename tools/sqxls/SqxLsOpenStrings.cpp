@@ -1,4 +1,4 @@
-// The compiler reports a quote without a partner and reads on behind it, so that what was meant as
+// The compiler reports a quote without a partner and reads on after it, so that what was meant as
 // a string is read as code up to the end of its line:
 //
 //     printf ("gain %f\n, Kd);         reports at '"', '%', 'f' and '\'

@@ -6,7 +6,7 @@
 #include "compiler/QxCompiler.h"
 #include "sqxls/SqxLsText.h"
 
-/// Keeps one report of a string without an end, and moves it to the quote that most likely lacks
-/// its partner. `path` is that of the text, as `SqxLsNormalPath` writes it.
+/// Reduces the reports of unclosed strings to one, and moves it to the quote that most likely lacks
+/// its partner. `path` is the path of the text, as `SqxLsNormalPath` returns it.
 void SqxLsKeepOneOfOpenString(std::vector<QxCompileReport>& reports, const std::string& path,
                               const SqxLsText& text);

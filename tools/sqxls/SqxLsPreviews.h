@@ -16,12 +16,12 @@ public:
     SqxLsPreviews(const SqxLsPreviews&) = delete;
     SqxLsPreviews& operator=(const SqxLsPreviews&) = delete;
 
-    /// The address of the page of a source; starts `program` unless it runs for it already. With
-    /// `opens` a program that is started opens the browser. Waits a few seconds at most. Throws
-    /// `SqxLsError` with what the program says if there is no page.
+    /// Returns the address of the page of a source. Starts `program` unless it already runs for the
+    /// source; with `opens` it then opens the browser. Waits at most a few seconds. Throws
+    /// `SqxLsError` with the message of the program if there is no page.
     [[nodiscard]] std::string AddressOf(const std::string& path, const std::string& program,
                                         bool opens);
-    /// Ends that of a source.
+    /// Ends the program of a source.
     void End(const std::string& path);
 
 private:

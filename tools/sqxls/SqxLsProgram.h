@@ -2,5 +2,5 @@
 
 #include "options/SqxOptionTable.h"
 
-/// How the program presents itself.
+/// The name, usage and options of the program.
 [[nodiscard]] const SqxProgram& SqxLsProgram();

@@ -2,8 +2,8 @@
 
 #include "sqxls/SqxLsWorkspace.h"
 
-/// `textDocument/semanticTokens/full`: what the names are, with the detail of their values as a
-/// separate modifier.
+/// `textDocument/semanticTokens/full`: the kinds of names, with their detail as a
+/// modifier.
 [[nodiscard]] SqxJson SqxLsSemanticTokens(SqxLsWorkspace& workspace, const SqxJson& params);
 /// The names of types and modifiers, in the order of their numbers.
 [[nodiscard]] SqxJson SqxLsSemanticLegend();

@@ -10,9 +10,9 @@
 #include "sqxls/SqxLsInbox.h"
 #include "sqxls/SqxLsWorkspace.h"
 
-/// Speaks the Language Server Protocol 3.17: takes one message after the other, and sends answers
-/// and diagnostics. What a message does wrong is answered by an error of the protocol, or logged if
-/// it waits for no answer; no message ends the server but `exit`.
+/// Implements the Language Server Protocol 3.17: handles messages one after the other, and sends
+/// answers and diagnostics. Errors in a message are answered by an error of the protocol, or logged
+/// if the message expects no answer. Only `exit` ends the server.
 class SqxLsServer {
 public:
     using Send = std::function<void(const SqxJson& message)>;
@@ -20,12 +20,12 @@ public:
     explicit SqxLsServer(Send send);
 
     void Receive(const SqxLsInbox::Message& message);
-    /// Publishes the diagnostics of one document that has changed, if there is one. Called while no
-    /// message waits. False if nothing was left to do.
+    /// Publishes the diagnostics of one changed document. Called while no message waits. Returns
+    /// false if there was none.
     bool Settle();
-    /// Set once the editor has asked for the end: 0 if it has done so in the order of the protocol.
+    /// The exit status, once the editor has requested the end: 0 if in the order of the protocol.
     [[nodiscard]] std::optional<int> ExitStatus() const { return m_exitStatus; }
-    /// The same for the end of the stream.
+    /// The exit status at the end of the stream.
     [[nodiscard]] int StatusAtEnd() const { return m_phase == Phase::ShutDown ? 0 : 1; }
     [[nodiscard]] const SqxLsWorkspace& Workspace() const { return m_workspace; }
 
@@ -51,7 +51,7 @@ private:
     SqxLsClient m_client;
     SqxLsWorkspace m_workspace;
     SqxLsPublisher m_publisher;
-    std::string m_root;  // folder that relative paths of settings begin at
+    std::string m_root;  // folder that relative paths of settings refer to
     int m_lastId = 0;    // of our own requests
     int m_configurationId = 0;
 };

@@ -7,7 +7,7 @@
 #include "compiler/QxCompiler.h"
 #include "sqxls/SqxLsJson.h"
 
-/// What the user of an editor sets; docs/editors.md names the members.
+/// The settings of the user of an editor; docs/editors.md lists them.
 struct SqxLsSettings {
     std::vector<std::string> options;  // of the compiler, in the spelling of its command line
     std::string stateFolder;           // of sqxmake; empty: '.sqxmake' beside or above a source
@@ -16,12 +16,12 @@ struct SqxLsSettings {
     bool showsArguments = true;
 };
 
-/// Members that are missing, or not of their type, keep what they are by default. Relative paths
-/// are taken from `folder`.
+/// Reads settings. Members that are missing or have another type keep their defaults. Relative
+/// paths refer to `folder`.
 [[nodiscard]] SqxLsSettings SqxLsReadSettings(const SqxJson& json, const std::string& folder);
 
-/// The options with which a source is compiled, later ones overruling earlier ones: those of the
-/// `sqxmake` that builds the source, those of the nearest `compile_flags.txt` beside or above it,
-/// one a line, and those of the settings. Reads a few small files.
+/// Returns the options for compiling a source; later ones override earlier ones. They are those of
+/// the `sqxmake` that builds the source, those of the nearest `compile_flags.txt` in its folder or
+/// above, one per line, and those of the settings. Reads a few small files.
 [[nodiscard]] QxCompileOptions SqxLsOptionsFor(const std::string& path,
                                                const SqxLsSettings& settings);

@@ -5,15 +5,16 @@
 
 #include "sqxls/SqxLsTokens.h"
 
-/// Decides how many blanks stand between neighbours on one line.
+/// Decides how many blanks separate two neighbouring tokens of a line.
 class SqxLsSpacing {
 public:
     /// Both must outlive the object; `partners` as `SqxLsPartnersOf` returns them.
     SqxLsSpacing(const std::vector<SqxLsToken>& tokens, const std::vector<std::size_t>& partners);
 
-    /// The blanks after token `i`, of which there are `now`; a token must come after it.
+    /// Returns the number of blanks after token `i`, which now has `now`; another token must follow
+    /// it.
     [[nodiscard]] std::size_t After(std::size_t i, std::size_t now) const;
-    /// Whether a brace encloses values and not statements.
+    /// True if a brace encloses values, not statements.
     [[nodiscard]] bool IsListBrace(std::size_t i) const { return m_isListBrace[i]; }
 
 private:

@@ -5,8 +5,8 @@
 
 #include "sqxls/SqxLsText.h"
 
-/// A piece of a source between blanks, as someone who lays it out sees it: comments and lines of
-/// the preprocessor are tokens too, and macros are words.
+/// A token of a source, for layout: comments and lines of the preprocessor are tokens too, and
+/// macros are words.
 struct SqxLsToken {
     enum class Kind {
         Word,
@@ -15,8 +15,8 @@ struct SqxLsToken {
         Text,  // with its quotes
         Sign,
         Comment,
-        Directive,  // from the '#' to the end of the line, with the lines that continue it
-        Broken,     // a comment or a text that does not end, a byte that begins nothing
+        Directive,  // from the '#' to the end of the line, with continuation lines
+        Broken,     // an unclosed comment or string, or an invalid byte
     };
 
     Kind kind = Kind::Broken;
@@ -24,7 +24,7 @@ struct SqxLsToken {
     std::string_view text;  // a part of the source
 };
 
-/// The tokens of a source, which must outlive them. O(n). Between two of them stand blanks alone.
+/// Returns the tokens of a source, which must outlive them. Only blanks separate them. O(n).
 [[nodiscard]] std::vector<SqxLsToken> SqxLsTokensOf(std::string_view source);
 
 /// For each token that is a bracket the position of its partner; for every other token, and for a

@@ -3,10 +3,10 @@
 #include <string>
 #include <string_view>
 
-/// The path that a `file:` URI names (RFC 8089) or that is given in place of one, absolute and
-/// without "." and ".."; of another URI, such as that of a text which was never saved, the URI
-/// itself.
+/// Returns the path of a `file:` URI (RFC 8089), or a path that is given instead of one, absolute
+/// and without "." and "..". Any other URI, such as that of a text that was never saved, is
+/// returned unchanged.
 [[nodiscard]] std::string SqxLsPathOf(std::string_view uri);
 
-/// The `file:` URI of an absolute path; what is no such path is a URI already.
+/// Returns the `file:` URI of an absolute path; any other text is a URI already.
 [[nodiscard]] std::string SqxLsUriOf(std::string_view path);

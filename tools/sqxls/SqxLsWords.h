@@ -13,5 +13,5 @@ struct SqxLsWord {
 [[nodiscard]] std::span<const SqxLsWord> SqxLsColorSpaces();
 /// Named arguments of `texture`, `environment` and `shadow`.
 [[nodiscard]] std::span<const SqxLsWord> SqxLsTextureArguments();
-/// What comes after a '#'.
+/// Words of directives, after a '#'.
 [[nodiscard]] std::span<const SqxLsWord> SqxLsDirectives();

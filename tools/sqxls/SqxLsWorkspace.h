@@ -15,11 +15,11 @@
 #include "sqxls/SqxLsSettings.h"
 #include "sqxls/SqxLsText.h"
 
-/// A compile of a source, and the texts of the files that it has read.
+/// The result of compiling a source, and the texts of the files that it has read.
 struct SqxLsAnalysis {
     std::string path;  // of the source
     QxCompileResult result;
-    std::set<std::string> dependsOn;  // paths of files that it has read or has looked for in vain
+    std::set<std::string> dependsOn;  // paths that it has read or has searched without success
     std::map<std::string, std::shared_ptr<const SqxLsText>> texts;  // by path
 
     /// A file that was read, by any of its names; null for another one.
@@ -32,23 +32,23 @@ struct SqxLsDocument {
     std::string path;
     std::int64_t version = 0;
     std::shared_ptr<const SqxLsText> text;
-    std::shared_ptr<const SqxLsAnalysis> analysis;  // null: what it was made of has changed
-    bool isPublished = false;                       // the diagnostics of this state
+    std::shared_ptr<const SqxLsAnalysis> analysis;  // null: a file that it depends on has changed
+    bool isPublished = false;                       // the diagnostics of this state are published
 };
 
-/// The open files, and what is known of them. Nothing is kept of a file that is closed.
+/// The open files and the results of compiling them. Nothing is kept for a closed file.
 class SqxLsWorkspace {
 public:
-    // Of the notifications of the protocol. Throw `SqxLsError`.
+    // For notifications of the protocol. They throw `SqxLsError`.
     void Open(const SqxJson& item);
-    /// Applies the changes in their order. Those of a version that is not newer than the one held
-    /// are refused: they were made of another text.
+    /// Applies the changes in order. A version that is not newer than the current one is refused,
+    /// since its changes apply to another text.
     void Change(const SqxJson& params);
     void Close(const std::string& uri);
-    /// Makes every document that reads the file be analyzed again.
+    /// Discards the analysis of all documents that read the file.
     void MarkStale(const std::string& path);
     void SetSettings(const SqxLsSettings& settings);
-    /// Other folders than those of the open files, for the symbols of the workspace.
+    /// Sets the folders of the workspace, for its symbols.
     void SetFolders(std::vector<std::string> folders) { m_folders = std::move(folders); }
     [[nodiscard]] const std::vector<std::string>& Folders() const { return m_folders; }
     [[nodiscard]] const SqxLsSettings& Settings() const { return m_settings; }
@@ -56,8 +56,8 @@ public:
     [[nodiscard]] const SqxLsClient& Client() const { return m_client; }
     [[nodiscard]] SqxLsPreviews& Previews() { return m_previews; }
 
-    /// The document that "textDocument/uri" of the parameters names. Throws `SqxLsError` if it is
-    /// not open.
+    /// Returns the document that "textDocument/uri" in the parameters names. Throws `SqxLsError` if
+    /// it is not open.
     [[nodiscard]] SqxLsDocument& DocumentOf(const SqxJson& params);
     [[nodiscard]] std::map<std::string, SqxLsDocument>& Documents() { return m_documents; }
     [[nodiscard]] const std::map<std::string, SqxLsDocument>& Documents() const
@@ -67,19 +67,20 @@ public:
     /// Null if no editor has it open.
     [[nodiscard]] const SqxLsDocument* DocumentAt(const std::string& path) const;
 
-    /// The compile of a document: of itself, or of an open source that includes it. At most one
-    /// compile for each change of what it is made of.
+    /// Returns the analysis of a document: of itself, or of an open source that includes it.
+    /// Compiles at most once for each change of a file that it depends on.
     [[nodiscard]] std::shared_ptr<const SqxLsAnalysis> AnalysisOf(SqxLsDocument& document);
-    /// Whether another open document, which is a source, includes this one. Compiles what has
-    /// changed.
+    /// True if another open document, which is a source, includes this one. Compiles changed
+    /// documents.
     [[nodiscard]] bool IsIncluded(const SqxLsDocument& document);
-    /// A compile of a file that need not be open, which is not kept. `texts`, by path, take the
-    /// place of the contents of files.
+    /// Compiles a file, which need not be open, and does not store the result. `texts`, by path,
+    /// replace the contents of files.
     [[nodiscard]] std::shared_ptr<const SqxLsAnalysis>
     Analyse(const std::string& path, const std::map<std::string, std::string>& texts = {});
     [[nodiscard]] std::size_t CompileCount() const { return m_compiles; }
 
-    /// The text of a file: as an editor has it, or from the disk; null if it cannot be read.
+    /// Returns the text of a file, from the editor or else from the disk; null if it cannot be
+    /// read.
     [[nodiscard]] std::shared_ptr<const SqxLsText> TextOf(const std::string& path) const;
 
 private:
@@ -94,7 +95,7 @@ private:
     std::size_t m_compiles = 0;
 };
 
-/// Whether a file by that name is a shader, and not a part of one.
+/// True if a file of that name is a shader, not an included part.
 [[nodiscard]] bool SqxLsIsSource(const std::string& path);
-/// The path of a file as other files compare it.
+/// Returns the path of a file in a form that can be compared.
 [[nodiscard]] std::string SqxLsNormalPath(const std::string& path);

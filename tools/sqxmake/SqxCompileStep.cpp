@@ -1,11 +1,11 @@
-// A source is compiled in a separate folder; the result is compared with the contents of the output
-// folder, and its owner looked up, before it is moved there. So if a step fails on the way, the
-// output folder holds whole shaders only:
+// A source is compiled in a separate folder. Before the result is moved to the output folder, it is
+// compared with the file there and its owner is checked. So the output folder contains only
+// complete shaders even if a step fails:
 //
 //     compile in work/ID;  claim the output's name;  compare;  rename into place;  write the stamp
 //
-// An output that came out the same keeps its time: what depends on it is not made again. The stamp
-// comes last, for ninja takes it for the proof.
+// An output whose contents did not change keeps its time, so that files which depend on it are not
+// rebuilt. The stamp is written last, since ninja takes it as proof of success.
 //
 // Tested by tests/make/run.sh.
 
@@ -54,11 +54,11 @@ public:
     }
 
 private:
-    /// A build of this program's own runs the step. It learns from the state what was refused:
-    /// ninja, which would print its command, is not to see a failure.
+    /// True if a build of this program runs the step. The build reads from the state which sources
+    /// had errors; for ninja the step must not fail, or it would print its command.
     [[nodiscard]] static bool IsMember() { return std::getenv(k_sqxMakeMember) != nullptr; }
 
-    /// Without a stamp ninja runs the step again the next time.
+    /// Writes no stamp, so that ninja runs the step again the next time.
     [[nodiscard]] int EndWithoutStamp() const
     {
         SqxWriteText(m_options.stamp.string() + ".d",
@@ -79,7 +79,7 @@ private:
             throw SqxMakeError("Cannot work in '" + m_work.string() + "': " + failed.message());
     }
 
-    /// False if another source has the output, which is added to the reports.
+    /// Returns false, and adds a report, if the output belongs to another source.
     [[nodiscard]] bool TakeOutput(std::string& reports) const
     {
         const fs::path compiled = m_compile.Output();
@@ -108,7 +108,7 @@ private:
         return true;
     }
 
-    /// In a build, the same reports on an unchanged source are not repeated.
+    /// In a build, reports are not printed again for an unchanged source.
     [[nodiscard]] int Refuse(const std::string& reports) const
     {
         m_state.Discard(m_options.stamp, m_options.outputFolder);

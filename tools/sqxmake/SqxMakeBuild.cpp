@@ -1,7 +1,7 @@
-// Times, order and parallel work are ninja's. This program writes its file, one step a source, and
-// looks after what ninja cannot see: two sources of one output, outputs that were removed, sources
-// that are gone, files that come before what was found, two builds in one folder, and refused
-// shaders.
+// Ninja compares times, orders the steps and runs them in parallel. This program writes its file,
+// with one step per source, and handles what ninja does not see: two sources with the same output,
+// removed outputs and sources, new files that hide those found before, two builds in one folder,
+// and sources with errors.
 //
 // Tested by tests/make/run.sh.
 
@@ -28,7 +28,7 @@ namespace {
 namespace fs = std::filesystem;
 using SourceList = std::vector<SqxSource>;
 
-/// Keeps other builds out of the state for as long as it lives.
+/// Locks the state against other builds as long as the object exists.
 class Lock {
 public:
     explicit Lock(const SqxMakeState& state)
@@ -45,9 +45,10 @@ private:
     SqxFileLock m_lock;
 };
 
-/// Ninja looks at times only. It must not take a shader for compiled whose file is gone, and the
-/// output of a source that is gone must not be taken for a shader of the library.
-void ForgetWhatIsGone(const SqxMakeState& state, const fs::path& outputFolder)
+/// Discards stamps whose output was removed, since ninja, which compares only times, would take
+/// them for compiled. Discards outputs whose source was removed, since they no longer belong to the
+/// library.
+void DiscardRemoved(const SqxMakeState& state, const fs::path& outputFolder)
 {
     for (const auto& entry : fs::directory_iterator(state.Folder() / "stamps")) {
         const auto stamp = SqxMakeState::ReadStamp(entry.path());
@@ -56,14 +57,14 @@ void ForgetWhatIsGone(const SqxMakeState& state, const fs::path& outputFolder)
     }
 }
 
-/// Ages the outputs of sources whose searched places have changed, so that ninja compiles them
-/// again.
+/// Makes the stamps of sources old if their search paths contain new files, so that ninja compiles
+/// them again.
 void MarkStale(const SqxMakeState& state, const SourceList& sources)
 {
     for (const auto& [source, folder] : sources) {
         const std::string id = SqxMakeState::IdOf(source);
         std::ifstream searched(state.SearchedOf(id));
-        if (!SqxSearchedPlaces::Read(searched).HasNews())
+        if (!SqxSearchedPlaces::Read(searched).HasNewFiles())
             continue;
         std::error_code isGone;
         const auto time = fs::last_write_time(source, isGone);
@@ -72,7 +73,7 @@ void MarkStale(const SqxMakeState& state, const SourceList& sources)
     }
 }
 
-/// Without the sources of the conflicts.
+/// Returns the sources without those of conflicts.
 [[nodiscard]] SourceList Without(const SqxNameConflicts& conflicts, SourceList sources)
 {
     std::set<fs::path> leftOut;
@@ -95,7 +96,7 @@ int SqxMakeBuild(const SqxMakeOptions& options)
     if (!conflicts.empty() && !options.keepGoing)
         return 1;
     const SourceList sources = Without(conflicts, all);
-    ForgetWhatIsGone(state, options.outputFolder);
+    DiscardRemoved(state, options.outputFolder);
     MarkStale(state, sources);
     state.Resume();
 
@@ -106,7 +107,7 @@ int SqxMakeBuild(const SqxMakeOptions& options)
     const int status = SqxRunNinja(options, file);
     const bool isWhole = outcome.Print(options.keepGoing, all.size() - sources.size());
     if (SqxWasInterrupted(status)) {
-        // The shell that runs this in a loop stops only for a program that ended by the signal.
+        // A shell stops a loop only if the program was ended by the signal.
         std::signal(SIGINT, SIG_DFL);
         std::raise(SIGINT);
     }

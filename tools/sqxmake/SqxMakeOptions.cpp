@@ -1,6 +1,7 @@
-// Options of the compiler are passed on as they are, but only those that leave a library whole:
-// `-E` and `-c` stop halfway, `-d` writes elsewhere. A shader depends on its options, so that other
-// options compile it again.
+// Options of the compiler are passed on unchanged, except those that would leave a library
+// incomplete:
+// `-E` and `-c` stop halfway, and `-d` writes to another folder. Each shader depends on its
+// options, so changed options compile it again.
 //
 // Tested by tests/make/run.sh.
 
@@ -61,8 +62,7 @@ constexpr SqxEntry k_examples[] = {
     {"sqxmake -k -j 8 --dso -Iinclude -o objects shaders", "the same as shared objects, eight at a time, to the last one"},
 };
 
-// Words that go to the compiler as they are. What stops in between or writes elsewhere is not among
-// them: a library's build would leave things half done.
+// Options that are passed to the compiler unchanged.
 constexpr std::string_view k_compilerWords[] = {
     "-O0", "-O1", "-O2", "-O", "-O3", "-w", "-w0", "-w1", "-w2", "--strict",
     "--dso", "--int", "--use-shadeops", "--dont-use-shadeops", "--no-array-check",

@@ -18,7 +18,7 @@ constexpr fs::file_time_type k_never = fs::file_time_type::min();
     return isGone ? k_never : time;
 }
 
-/// ", 3 refused"; empty for none.
+/// Returns a text such as ", 3 refused"; empty for a count of 0.
 [[nodiscard]] std::string Part(std::size_t count, const std::string& what)
 {
     return count == 0 ? "" : ", " + std::to_string(count) + " " + what;

@@ -7,21 +7,22 @@
 #include "sqxmake/SqxMakeState.h"
 #include "sqxmake/SqxSourceList.h"
 
-/// What a build did with each source, seen by the times of stamps and failures before and after it.
+/// The result of a build for each source, derived from the times of stamps and failures before and
+/// after it.
 class SqxMakeOutcome {
 public:
-    /// Before the build.
+    /// To be created before the build.
     SqxMakeOutcome(const std::vector<SqxSource>& sources, const SqxMakeState& state);
 
-    /// After the build: "3 compiled, 52 up to date", with the sources that were refused or not
-    /// tried. True if all are compiled. `leftOut`: sources that were not part of the build for
-    /// their shader's name.
+    /// To be called after the build. Prints "3 compiled, 52 up to date", and the sources that had
+    /// errors or were not tried. Returns true if all are compiled. `leftOut` is the number of
+    /// sources that were excluded because of the names of their shaders.
     [[nodiscard]] bool Print(bool keptGoing, std::size_t leftOut) const;
 
 private:
     using Time = std::filesystem::file_time_type;
     struct Times {
-        Time stamp;  // the least time if there is none
+        Time stamp;  // the earliest time if there is none
         Time failure;
     };
 

@@ -1,15 +1,15 @@
-// What is known from one run to the next is a folder of small files, one a fact, so that parallel
-// steps never write to the same one:
+// The state is a folder of small files, one for each fact, so that parallel steps never write to
+// the same file:
 //
-//     stamps/ID      source and output of the last good compile; ninja compares its time
-//     owners/OUTPUT  which source made it, so that two shaders of one name are noticed
-//     failed/ID      what the compiler reported when it last refused the source
-//     searched/ID    where what it took was looked for before it was found
-//     work/ID        where it is compiled
-//     options        of the last build: its folder, and a line for each option
+//     stamps/ID      source and output of the last successful compile; ninja compares its time
+//     owners/OUTPUT  its source, so that two shaders with the same name are noticed
+//     failed/ID      reports of the last compile, if it had errors
+//     searched/ID    paths that were searched before the files were found
+//     work/ID        folder in which it is compiled
+//     options        folder and options of the last build, one per line
 //
-// Who owns an output is asked and written under a lock: of two sources that claim it at a time, one
-// gets it.
+// The owner of an output is read and written under a lock, so that only one of two sources gets it
+// that claim it at the same time.
 //
 // Tested by tests/make/run.sh.
 
@@ -34,7 +34,7 @@ constexpr const char* k_folders[] = {"stamps", "owners", "failed", "searched", "
 constexpr const char* k_stopped = "stopped";
 constexpr const char* k_optionsFile = "options";
 
-/// FNV-1a with 64 bits, as hexadecimal digits.
+/// Returns the FNV-1a hash of 64 bits, in hexadecimal.
 [[nodiscard]] std::string HashOf(std::string_view text)
 {
     std::uint64_t hash = 14695981039346656037U;

@@ -1,10 +1,10 @@
-// One rule and one statement a source:
+// One rule, and one statement per source:
 //
 //     build .sqxmake/stamps/matte-ID: compile shaders/matte.sl | sqxmake
 //
-// The output is a stamp, since only the compiler learns the shader's name and with it that of the
-// `.sqx` file. The options go through a response file: ninja compares its content as it compares a
-// command, but does not print it before each report.
+// The output is a stamp, since the name of the `.sqx` file is that of the shader, which only the
+// compiler knows. Options are passed in a response file: ninja compares its content like a command,
+// but does not print it before each report.
 //
 // Tested by tests/make/run.sh.
 
@@ -18,7 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A path as ninja reads it in a `build` line.
+/// Escapes a path for a `build` line.
 [[nodiscard]] std::string NinjaPath(const fs::path& path)
 {
     std::string escaped;
@@ -30,7 +30,7 @@ namespace fs = std::filesystem;
     return escaped;
 }
 
-/// Text as ninja reads it after `name =`.
+/// Escapes a text for the value of a variable.
 [[nodiscard]] std::string NinjaText(const std::string& text)
 {
     std::string escaped;
@@ -39,10 +39,10 @@ namespace fs = std::filesystem;
     return escaped;
 }
 
-/// What the environment changes in a compiled shader.
+/// Returns the environment variables that change compiled shaders.
 [[nodiscard]] std::string EnvironmentText()
 {
-    std::string text = "environment:";  // ninja wants some content
+    std::string text = "environment:";  // ninja requires some content
     for (const char* name : {"SLC_CPP_COMMAND", "SLC_CC_COMMAND", "SLC_CC_OPTIONS",
                              "SLC_CC_PROCESSOR", "SLC_CC_INCLUDE"})
         if (const char* value = std::getenv(name))

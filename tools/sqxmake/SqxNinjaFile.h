@@ -8,10 +8,10 @@
 #include "sqxmake/SqxMakeState.h"
 #include "sqxmake/SqxSourceList.h"
 
-/// The text of a ninja file that compiles each source by one step of `sqxmake`. Other inputs of the
-/// steps, options and variables of the environment, are part of the command's text, so that a
-/// change of it counts as a change, and so does one of `program`, by its absolute path. Same
-/// sources, same text: the order is theirs.
+/// Returns the text of a ninja file that compiles each source by one step of `sqxmake`. Options and
+/// environment variables are part of the text of the command, so that a change of them compiles the
+/// sources again, and so does a change of the file `program`, an absolute path. The text depends
+/// only on the arguments and the environment.
 [[nodiscard]] std::string SqxNinjaFile(const SqxMakeOptions& options,
                                        const std::vector<SqxSource>& sources,
                                        const SqxMakeState& state,

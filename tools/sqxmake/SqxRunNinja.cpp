@@ -1,7 +1,7 @@
-// Ninja's output is a sequence of lines: how far it is, with a mark of ours before it; what a step
-// printed; and ninja's messages, which begin with its name. The steps of this program succeed even
-// for a refused source, so that a failure, which ninja shows with the whole command, is one of the
-// build itself.
+// The output of ninja is a sequence of lines: the progress, which we make start with a mark; the
+// output of steps; and messages of ninja, which start with its name. Steps succeed even for a
+// source with errors. So a failed step, which ninja shows with its whole command, is a failure of
+// the build itself.
 //
 // Tested by tests/make/run.sh.
 
@@ -63,7 +63,7 @@ private:
     bool m_isCommandNext = false;
 };
 
-/// The same key ends ninja and the steps; this program stays to print what was done.
+/// The interrupt key ends ninja and the steps, but not this program, which still prints the result.
 void LeaveInterruptsToNinja()
 {
     struct sigaction nothing = {};
@@ -78,7 +78,7 @@ int SqxRunNinja(const SqxMakeOptions& options, const std::filesystem::path& file
     const char* ninja = std::getenv("NINJA");
     SqxCommand command;
     command.words = {ninja && *ninja ? ninja : "ninja", "-f", file.string()};
-    // Refused sources are no failures for ninja, but a step that crashes is.
+    // Sources with errors are not failures for ninja, but a step that crashes is.
     if (options.keepGoing)
         command.words.emplace_back("-k0");
     if (options.jobs > 0)
@@ -98,6 +98,6 @@ int SqxRunNinja(const SqxMakeOptions& options, const std::filesystem::path& file
 
 bool SqxWasInterrupted(int status)
 {
-    // The second is that of ninja 1.13 and later.
+    // The second value is that of ninja 1.13 and later.
     return status == 2 || status == 128 + SIGINT;
 }

@@ -4,10 +4,10 @@
 
 #include "sqxmake/SqxMakeOptions.h"
 
-/// Runs ninja on the file and prints what the steps print; on a terminal also how far it is.
-/// Ninja's own words are not shown, but for the reason of an error. Returns its exit status. SIGINT
-/// does not end this process any more. Throws `SqxMakeError` if ninja cannot be run.
+/// Runs ninja on the file and prints the output of the steps, and on a terminal the progress.
+/// Messages of ninja itself are not shown, except the reason of an error. Returns its exit status.
+/// From now on SIGINT does not end this process. Throws `SqxMakeError` if ninja cannot be run.
 [[nodiscard]] int SqxRunNinja(const SqxMakeOptions& options, const std::filesystem::path& file);
 
-/// `status`: what the above returned.
+/// True if the status, which `SqxRunNinja` returned, means that the build was interrupted.
 [[nodiscard]] bool SqxWasInterrupted(int status);

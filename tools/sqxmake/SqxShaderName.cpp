@@ -1,6 +1,6 @@
-// A shader is declared outside of all braces, as `surface NAME(`. Where this walk and the compiler
-// might come to different names, it has none: the build then notices shaders of one name only when
-// it has compiled them.
+// A shader is declared outside all braces, as `surface NAME(`. If the compiler might find another
+// name, none is returned; the build then notices shaders with the same name only after compiling
+// them.
 //
 // Tested by tests/make/run.sh.
 
@@ -41,7 +41,7 @@ public:
         if (m_isUnclear || m_names.size() != 1)
             return std::nullopt;
         const std::string_view name = *m_names.begin();
-        // By custom, macros from headers and of `-D` have no small letters.
+        // By convention, macros of headers and `-D` have no lower-case letters.
         const bool mayBeMacro =
             m_macros.contains(name) ||
             std::none_of(name.begin(), name.end(), [](unsigned char c) { return std::islower(c); });
@@ -49,7 +49,7 @@ public:
     }
 
 private:
-    /// The characters before `end`, or all if that is not found; they are passed over.
+    /// Skips and returns the characters before `end`, or all if it does not occur.
     std::string_view Take(std::size_t end)
     {
         const std::string_view taken = m_rest.substr(0, end);
@@ -135,7 +135,7 @@ private:
     std::string_view m_rest;
     bool m_beginsLine = true;
     int m_depth = 0;       // of braces
-    int m_conditions = 0;  // of the preprocessor that are open
+    int m_conditions = 0;  // open conditions of the preprocessor
     std::set<std::string_view> m_names;
     std::set<std::string_view> m_macros;
     bool m_isUnclear = false;

@@ -1,6 +1,6 @@
-// Folders are walked to their ground and the sources sorted, so that a library is compiled in the
-// same order everywhere. What begins with a dot is passed over, as are folders of that kind, since
-// version control and editors keep copies there. A source that is named twice is taken once.
+// Folders are searched recursively and the sources are sorted, so that a library is compiled in the
+// same order everywhere. Files and folders whose names start with a dot are skipped, since version
+// control and editors keep copies there. A source that is named twice is listed once.
 //
 // Tested by tests/make/run.sh.
 
@@ -19,7 +19,7 @@ constexpr const char* k_extension = ".sl";
 
 class Sources {
 public:
-    /// `root`: the folder that was named, empty for a file that was.
+    /// `root` is the folder that was named; empty for a file that was named.
     void AddFile(const fs::path& path, const fs::path& root)
     {
         if (path.extension() != k_extension)
@@ -60,7 +60,7 @@ public:
     }
 
 private:
-    /// A path that leads out of the working directory has no folder that could be mirrored.
+    /// A path outside the working directory has no folder that could be mirrored.
     [[nodiscard]] static fs::path FolderBelow(const fs::path& path, const fs::path& root)
     {
         const fs::path folder = path.parent_path();

@@ -4,15 +4,15 @@
 #include <string>
 #include <vector>
 
-/// A source, and the folder of the output in which a mirrored tree has its shader: the one in which
-/// it is below the folder that was named, or for a file that was named the folder as written. "."
-/// for the top.
+/// A source, and the subfolder of the output folder for its shader if folders are mirrored: its
+/// folder relative to the folder that was named, or, for a file that was named, its folder as
+/// written. "." is the output folder itself.
 struct SqxSource {
     std::filesystem::path path;
     std::filesystem::path folder;
 };
 
-/// The sources that `inputs` name, each once, in the order of their paths: files as they are, and
-/// all `.sl` files in folders and below them, but for what is hidden by a dot. Throws
-/// `SqxMakeError` for what is missing, is no source, or is a folder without shaders.
+/// Returns the sources that `inputs` name, each once, ordered by path: files, and all `.sl` files
+/// in folders and their subfolders, except names that start with a dot. Throws `SqxMakeError` for a
+/// missing file, a file that is not a source, or a folder without sources.
 [[nodiscard]] std::vector<SqxSource> SqxListSources(const std::vector<std::string>& inputs);

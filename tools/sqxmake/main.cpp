@@ -1,4 +1,4 @@
-// Compiles libraries of shaders, only what changed.
+// Compiles the changed sources of libraries of shaders.
 
 #include <iostream>
 
@@ -12,7 +12,7 @@ int main(int argc, char** argv)
         const SqxMakeOptions options = SqxReadMakeOptions({argv + 1, argv + argc});
         if (options.information != SqxInformation::None)
             return SqxPrintInformation(SqxMakeProgram(), options.information);
-        // A crash without its report is no reason to compile nothing.
+        // Crash reports are optional, so the build goes on without them.
         static_cast<void>(QxDebug::InitErrorSignalsHandling());
         if (!options.compileFolder.empty())
             return SqxCompileForAnother(options);

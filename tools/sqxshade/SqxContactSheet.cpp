@@ -1,5 +1,5 @@
-// Arranges pictures in as square a raster as their number allows, each with its name in letters of
-// 5 by 8 pixels, which are written here as bits: the sheet needs no font.
+// Pictures are arranged in a raster that is as square as their number allows. Names use letters of
+// 5 by 8 pixels, which are stored here as bits, so that no font is needed.
 //
 // Tested by tests/sqxshade/SqxShadeTest.cpp.
 
@@ -49,7 +49,7 @@ constexpr Letter k_letters[] = {
 };
 // clang-format on
 
-/// A character without a letter is a full box.
+/// Returns a filled box for a character that has no letter here.
 const Letter& LetterFor(char wanted)
 {
     static constexpr Letter k_box = {0, {0x7F, 0x41, 0x41, 0x41, 0x7F}};
@@ -97,7 +97,7 @@ void SqxContactSheet::Place(std::size_t number, const std::vector<unsigned char>
     Write(name, left, top + m_pictureHeight + 2, left + m_pictureWidth);
 }
 
-/// Letters without room are left out.
+/// Omits letters that do not fit.
 void SqxContactSheet::Write(const std::string& text, unsigned int left, unsigned int top,
                             unsigned int right)
 {

@@ -3,13 +3,13 @@
 #include <string>
 #include <vector>
 
-/// Many pictures of one size in one, each with its name below.
+/// Arranges pictures of the same size in one picture, each with its name below it.
 class SqxContactSheet {
 public:
-    /// As many columns as rows, or one more.
+    /// The sheet has as many columns as rows, or one more.
     SqxContactSheet(unsigned int pictureWidth, unsigned int pictureHeight, std::size_t count);
 
-    /// Puts the picture of that number, counted from 0, in its place: three bytes a pixel.
+    /// Copies picture `number`, counted from 0, to its place. It has three bytes per pixel.
     void Place(std::size_t number, const std::vector<unsigned char>& picture,
                const std::string& name);
 

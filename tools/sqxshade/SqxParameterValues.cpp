@@ -1,5 +1,5 @@
-// Texts of the command line become values by the declared type of the parameter: "1,0.5,0" is a
-// color for one and three elements for another.
+// The declared type of the parameter decides how a text is read: "1,0.5,0" may be a color or three
+// elements of an array.
 //
 // Tested by tests/sqxshade/SqxShadeTest.cpp.
 
@@ -20,7 +20,7 @@ namespace {
                           array + " and takes " + wanted + ", but is set to '" + text + "'");
 }
 
-/// A single text may hold commas.
+/// A string that is not an array may contain commas.
 std::vector<std::string> ReadTexts(const QxShader::Parameter& parameter, const std::string& text)
 {
     if (parameter.length == 1)

@@ -6,12 +6,12 @@
 
 #include "picture/SqxPictureSettings.h"
 
-/// The value that a text gives a parameter: a text, a number, or numbers between commas; three
-/// equal ones may be one. Throws `SqxPictureError` if it does not fit.
+/// Converts a text to a value for a parameter: a string, a number, or numbers separated by commas;
+/// one number also stands for three equal ones. Throws `SqxPictureError` if it does not fit.
 [[nodiscard]] QxHostValue SqxReadParameterValue(const QxShader::Parameter& parameter,
                                                 const std::string& text);
 
-/// The same for parameters by name, of a shader that the user calls `name`.
+/// As above for several parameters, by name, of the shader whose file the user calls `name`.
 [[nodiscard]] std::vector<std::pair<std::string, QxHostValue>>
 SqxReadParameterValues(const QxShader& shader, const std::string& name,
                        const std::vector<std::pair<std::string, std::string>>& texts);

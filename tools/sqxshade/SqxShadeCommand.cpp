@@ -1,5 +1,5 @@
-// The inverse of reading options: settings become the words that give them back. What is the
-// default is left out, so that a command shows what is special about a picture.
+// The inverse of reading options. Defaults are omitted, so that a command shows only what is
+// special about a picture.
 //
 // Tested by tests/sqxshade.
 
@@ -34,7 +34,7 @@ namespace {
     return text;
 }
 
-/// The pairs of an option and its value.
+/// Returns pairs of an option and its value.
 class Words {
 public:
     void Add(const char* option, std::string value)

@@ -5,16 +5,16 @@
 
 #include "sqxshade/SqxShadeOptions.h"
 
-/// The words that `SqxReadShadeOptions` reads these options from; defaults are left out. The output
-/// file is left to the default.
+/// Returns words from which `SqxReadShadeOptions` reads these options, without defaults and without
+/// the output file.
 [[nodiscard]] std::vector<std::string> SqxShadeWords(const SqxShadeOptions& options);
 
-/// The same as a line for the shell, with the program in front.
+/// Returns these words as a command line for the shell, after the name of the program.
 [[nodiscard]] std::string SqxShadeCommand(const SqxShadeOptions& options);
 
-// Values as written in options: floats in the fewest digits that give them back.
+// Values as written in options; floats have the fewest digits that read back to the same value.
 
-/// Numbers between commas.
+/// Returns the numbers, separated by commas.
 [[nodiscard]] std::string SqxNumbersText(const std::vector<float>& numbers);
 [[nodiscard]] std::string SqxColorText(const QxRGBColor& color);
 [[nodiscard]] std::string SqxShapeWord(SqxShapeKind shape);

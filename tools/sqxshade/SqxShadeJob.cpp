@@ -1,6 +1,6 @@
-// From options to a file: sources are compiled, shaders opened and set, the picture or the sheet is
-// rendered and written whole. Memory for the picture is made ready while sources are compiled. A
-// sheet renders each shader by itself in the same settings.
+// The steps are: compile the sources, open the shaders and set their parameters, render the picture
+// or the sheet, and write it. Memory for the picture is prepared while sources are compiled. For a
+// sheet each shader is rendered separately with the same settings.
 //
 // Tested by tests/sqxshade/SqxShadeTest.cpp.
 
@@ -22,7 +22,7 @@
 
 namespace {
 
-/// Shows how far a picture is once that has taken a second.
+/// Shows the progress of a picture after its first second.
 class Progress {
 public:
     ~Progress()
@@ -49,8 +49,8 @@ private:
     return std::filesystem::path(shader.path).extension() == ".sl";
 }
 
-/// While this thread compiles sources, a film can be made by another. There is none if nothing is
-/// to be compiled, or a film for each shader is needed.
+/// Prepares a film in another thread while this one compiles sources. Returns none if there is
+/// nothing to compile, or if each shader needs its own film.
 [[nodiscard]] std::future<std::unique_ptr<SqxFilm>> PrepareFilm(const SqxShadeOptions& options)
 {
     if (options.sheet || std::ranges::none_of(options.shaders, IsSource))
@@ -77,7 +77,7 @@ SqxPictureSettings::Shader Load(const SqxShadeOptions::Shader& source,
     return {std::move(shader), std::move(values)};
 }
 
-/// Texts of shaders go to the streams that a program's texts go to.
+/// Writes printed texts to standard output and reports to standard error.
 void PrintNote(const SqxNote& note)
 {
     if (note.isReport)
@@ -86,7 +86,7 @@ void PrintNote(const SqxNote& note)
         std::cout << note.text;
 }
 
-/// `number` of `count` pictures is rendered.
+/// Renders picture `number` of `count`.
 void Render(SqxPicture& picture, Progress& progress, std::size_t number, std::size_t count)
 {
     SqxPicture::Watch watch;
@@ -97,7 +97,7 @@ void Render(SqxPicture& picture, Progress& progress, std::size_t number, std::si
     (void)picture.Render(watch);  // nothing stops it
 }
 
-/// `film` may have none.
+/// `film` may hold null.
 std::vector<char> MakePicture(const SqxPictureSettings& settings, SqxEncoding encoding,
                               std::future<std::unique_ptr<SqxFilm>> film)
 {

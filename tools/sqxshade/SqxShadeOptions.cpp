@@ -1,8 +1,8 @@
 // One table holds each option's name, its argument, how it is read and its text in `--help`.
 // Parameters belong to the shader before them, or to the first one if they come before it.
 //
-// All bounds are checked here, before anything is compiled: what would take more memory than a
-// picture is worth is refused with its reason.
+// All bounds are checked here, before anything is compiled; a picture that would take too much
+// memory is refused with its reason.
 //
 // Tested by tests/sqxshade/SqxShadeTest.cpp.
 
@@ -34,7 +34,7 @@ unsigned int ReadCount(const std::string& text, int most, const std::string& wha
     throw SqxPictureError("The " + what + " must be made of numbers, but is '" + text + "'");
 }
 
-/// Three numbers, or one for all three.
+/// Reads three numbers, or one for all three.
 QxRGBColor ReadColor(const std::string& text, const std::string& what)
 {
     const std::vector<float> numbers = SqxReadNumbers(text, what);
@@ -107,7 +107,7 @@ void ReadSize(Options& options, const std::string& text)
     options.picture.height = ReadCount(text.substr(sign + 1), k_maxSide, "height");
 }
 
-/// Those before the first shader belong to it.
+/// Parameters before the first shader belong to it.
 void ReadParameter(Options& options, const std::string& text)
 {
     if (options.shaders.empty())
@@ -115,7 +115,8 @@ void ReadParameter(Options& options, const std::string& text)
     options.shaders.back().parameters.push_back(ReadAssignment(text, "A parameter"));
 }
 
-/// A file after '--' may be named like an option; "./" keeps the compiler from reading it as one.
+/// The name of a file after '--' may look like an option; "./" prevents that the compiler reads it
+/// as one.
 void AddShader(Options& options, const std::string& path)
 {
     if (options.shaders.empty() || !options.shaders.back().path.empty())
@@ -284,7 +285,7 @@ SqxShadeOptions SqxReadShadeOptions(const std::vector<std::string>& arguments,
         ReadWords(arguments, options, readMore);
         Complete(options);
     } catch (const SqxPictureError& error) {
-        throw SqxUsageError(error.what());  // a value that no picture can be made with
+        throw SqxUsageError(error.what());  // a value that is no valid setting
     }
     return options;
 }

@@ -10,7 +10,7 @@
 #include "picture/SqxPictureSettings.h"
 #include "picture/SqxShaderBuild.h"
 
-/// What the command line asks for.
+/// The options of the command line.
 struct SqxShadeOptions {
     struct Shader {
         std::string path;
@@ -20,15 +20,14 @@ struct SqxShadeOptions {
     std::vector<Shader> shaders;
     std::vector<std::pair<std::string, std::string>> textures;  // names and files
     std::string output;
-    bool sheet = false;          // a picture for each shader, side by side in one file
-    bool linear = false;         // writes the values as they are
-    SqxPictureSettings picture;  // but for its shaders and textures
+    bool sheet = false;          // one file with a picture for each shader
+    bool linear = false;         // writes linear values, without encoding
+    SqxPictureSettings picture;  // without its shaders and textures
     SqxBuildOptions build;
     SqxInformation information = SqxInformation::None;
 };
 
-/// Reads an option that another program has beside those of `sqxshade`; false if it has no such
-/// one.
+/// Reads an option that another program adds to those of `sqxshade`; false if the word is not one.
 using SqxReadMoreOptions = std::function<bool(SqxOptionWords& words)>;
 
 /// `arguments` are the words after the name of the program. For each option `readMore` is called
@@ -36,11 +35,12 @@ using SqxReadMoreOptions = std::function<bool(SqxOptionWords& words)>;
 [[nodiscard]] SqxShadeOptions SqxReadShadeOptions(const std::vector<std::string>& arguments,
                                                   const SqxReadMoreOptions& readMore = {});
 
-/// How the program presents itself.
+/// The name, usage and options of the program.
 [[nodiscard]] const SqxProgram& SqxShadeProgram();
 
-/// The numbers of a list such as `1,0.5,-2`. Throws `SqxPictureError`, whose text names `what`.
+/// Returns the numbers of a list such as `1,0.5,-2`. Throws `SqxPictureError`, whose text names
+/// `what`.
 [[nodiscard]] std::vector<float> SqxReadNumbers(const std::string& text, const std::string& what);
 
-/// The pieces of a text between separators, also empty ones.
+/// Returns the parts of a text between separators, including empty ones.
 [[nodiscard]] std::vector<std::string> SqxSplit(const std::string& text, char separator);

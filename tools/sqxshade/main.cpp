@@ -1,4 +1,4 @@
-// Shades a shape with shaders and writes a picture, so that they can be looked at.
+// Shades a shape with shaders and writes a picture of it.
 
 #include <iostream>
 

@@ -1,5 +1,5 @@
-// The source is compiled once for each level when the first of them is asked for, since the page
-// shows the counts of all side by side.
+// All levels are compiled when the first one is asked for, since the page compares the counts of
+// all levels.
 //
 // Tested by tests/sqxview.
 
@@ -16,7 +16,7 @@
 namespace {
 
 constexpr auto k_longest = std::chrono::seconds(20);
-constexpr std::size_t k_mostText = 2'000'000;  // characters that a page gets to show
+constexpr std::size_t k_mostText = 2'000'000;  // characters that are sent to a page
 
 [[nodiscard]] std::size_t CountParallelRuns(const SqxBlock& block)
 {

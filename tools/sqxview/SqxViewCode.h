@@ -6,8 +6,8 @@
 
 #include "sqxview/SqxViewSource.h"
 
-/// The byte-code that one source compiles to at each level of optimization. Made when somebody asks
-/// for it, and kept as long as the source stays; several threads may ask.
+/// The byte-code of one source at each level of optimization. It is compiled when a client asks for
+/// it and kept until the source changes. May be used by several threads.
 class SqxViewCode {
 public:
     /// `path`: of the source. `options` without a level.
@@ -15,13 +15,13 @@ public:
 
     static constexpr int k_levels = 4;  // from 0
 
-    /// The main block at a level, and what is counted at all of them, as JSON:
+    /// Returns the main block at a level, and counts at all levels, as JSON:
     ///
     ///     {"version":3, "level":2, "fault":"", "counts":[{"instructions":..}, ..], "text":".."}
     ///
-    /// `version` is that of the source: for another one than the last time all levels are compiled,
-    /// while other threads that ask wait. A compile ends when `isOver` says so, or when it takes
-    /// long. Throws nothing for a source that does not compile: "fault" says so then.
+    /// `version` is the version of the source. If it differs from that of the last call, all levels
+    /// are compiled while other threads wait. A compile ends when `isOver` returns true or a time
+    /// limit is reached. If the source does not compile, "fault" says why; nothing is thrown.
     [[nodiscard]] std::string Level(int level, unsigned long version,
                                     const std::function<bool()>& isOver);
 
@@ -38,8 +38,8 @@ private:
 
     std::string m_path;
     SqxViewCompileOptions m_options;
-    std::mutex m_mutex;           // of the members below; its holder compiles
-    unsigned long m_version = 0;  // that the blocks are of; 0: none
+    std::mutex m_mutex;           // guards the fields below; held while compiling
+    unsigned long m_version = 0;  // of the source of the blocks; 0: none
     std::vector<Block> m_blocks;  // by level
-    std::string m_fault;          // why there are none
+    std::string m_fault;          // why there are no blocks
 };

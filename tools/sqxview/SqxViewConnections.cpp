@@ -1,6 +1,6 @@
-// The library does not say which sockets it uses, but the system does: those among the open files
-// that are connected at the server's port. They are looked at twenty times a second. A connection
-// is known by its file and the port at the other end, since the number of a file is used again.
+// The library does not expose its sockets, so they are found among the open files of the process,
+// by the server's port. This is done twenty times a second. A connection is identified by its file
+// descriptor and the client's port, since descriptors are reused.
 //
 // Tested by tests/sqxview/SqxViewServerTest.cpp.
 
@@ -16,7 +16,7 @@
 #include <string_view>
 #include <vector>
 
-// The C library's own <netinet/tcp.h> does not know of the count of bytes.
+// <netinet/tcp.h> of the C library lacks the count of bytes.
 #include <arpa/inet.h>
 #include <linux/tcp.h>
 #include <netinet/in.h>
@@ -28,7 +28,7 @@ constexpr auto k_lookStep = std::chrono::milliseconds(50);
 
 using NameOf = int (*)(int, sockaddr*, socklen_t*);
 
-/// The port at one end of a socket; nothing if it is no connected socket.
+/// Returns the port at one end of a socket; nothing if the file is not a connected socket.
 std::optional<int> PortOf(int file, NameOf nameOf)
 {
     sockaddr_in name = {};
@@ -38,7 +38,7 @@ std::optional<int> PortOf(int file, NameOf nameOf)
     return ntohs(name.sin_port);
 }
 
-/// What was sent to us on it; nothing where the system does not count.
+/// Returns the number of bytes received; nothing if the system does not count them.
 std::size_t BytesReceived(int file)
 {
     tcp_info info = {};
@@ -48,7 +48,7 @@ std::size_t BytesReceived(int file)
     return static_cast<std::size_t>(info.tcpi_bytes_received);
 }
 
-/// The whole headers of a request are there, and none of the server's threads has got to them yet.
+/// True if the headers of a request have arrived but no thread of the server has read them yet.
 bool HasUnreadRequest(int file)
 {
     std::array<char, 16384> bytes;
@@ -58,7 +58,7 @@ bool HasUnreadRequest(int file)
                std::string_view::npos;
 }
 
-/// Reads from it, and writes from the other end, fail at once: nothing lingers.
+/// Closes a connection so that reads here and writes by the client fail at once.
 void End(int file)
 {
     const linger atOnce = {1, 0};

@@ -7,34 +7,34 @@
 #include <thread>
 #include <utility>
 
-/// Ends connections of this program's server that go on for too long or send too much.
+/// Closes connections of this program's server that last too long or send too much.
 ///
-/// The server's library bounds each wait for bytes, but neither all waits together nor the headers
-/// of a request: connections without a request, bytes that come now and then, or headers without an
-/// end would keep its threads. One request takes one connection, so that bounds for a connection
-/// do.
+/// The library of the server limits each wait for bytes, but neither the sum of all waits nor the
+/// size of the headers. Connections without a request, with bytes that trickle in, or with endless
+/// headers would block its threads. Each connection has only one request, so limits per connection
+/// suffice.
 class SqxViewConnections {
 public:
-    static constexpr std::size_t k_mostBytes = std::size_t{64} * 1024;  // sent to us
+    static constexpr std::size_t k_mostBytes = std::size_t{64} * 1024;  // received
     static constexpr auto k_longest = std::chrono::seconds(60);
     static constexpr auto k_longestWithoutRequest = std::chrono::seconds(1);
 
-    /// Watches the connections of the server at that port of this machine, in a separate thread,
-    /// until it is destroyed. Other open files of this program are left alone.
+    /// Watches the connections of the server at that port, in a separate thread, until the object
+    /// is destroyed. Other open files of the program are not touched.
     explicit SqxViewConnections(int port, std::chrono::milliseconds longest = k_longest);
 
-    /// The server has the whole request of the connection with that port at the other end. Any
-    /// thread may call.
+    /// To be called when the server has received a whole request. `port` is the client's. May be
+    /// called in any thread.
     void HasRequest(int port);
 
 private:
     using Clock = std::chrono::steady_clock;
-    using Key = std::pair<int, int>;  // file descriptor, and the port at the other end
+    using Key = std::pair<int, int>;  // file descriptor, and the client's port
 
     void Work(const std::stop_token& end);
     struct Since {
-        Clock::time_point isThere;
-        Clock::time_point isIdle;  // without a request that the server has or could read
+        Clock::time_point isThere;  // first seen
+        Clock::time_point isIdle;   // has no request that the server could read
     };
 
     void LookAt(int file, std::map<Key, Since>& seen);
@@ -42,7 +42,7 @@ private:
     int m_port;
     std::chrono::milliseconds m_longest;
     std::map<Key, Since> m_seen;
-    std::mutex m_mutex;        // of what follows
-    std::set<int> m_requests;  // ports whose requests the server has
-    std::jthread m_thread;     // last: it uses all the others
+    std::mutex m_mutex;        // guards `m_requests`
+    std::set<int> m_requests;  // client ports whose requests were received
+    std::jthread m_thread;     // last, since it uses all other fields
 };

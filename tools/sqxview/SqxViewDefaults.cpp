@@ -1,5 +1,5 @@
-// A value that is given in another space is known after a shader has been prepared to run in a
-// scene: there it has been brought into the one that the shader computes in.
+// Default values in other spaces are transformed when a shader is prepared to run in a scene, so
+// they are read in a run.
 //
 // Tested by tests/sqxview/SqxViewSessionTest.cpp.
 
@@ -14,7 +14,7 @@ namespace {
     return !parameter.space.empty() && parameter.space != "current" && parameter.space != "rgb";
 }
 
-/// Prepares a run over one point, and lets it end at once.
+/// Prepares a run over one point and stops it at once.
 void Prepare(QxShaderInstance& instance, SqxPictureScene& scene)
 {
     QxHostGrid grid(1, 1);
@@ -22,7 +22,7 @@ void Prepare(QxShaderInstance& instance, SqxPictureScene& scene)
     try {
         instance.Run(grid, scene);
     } catch (const QxHostStopped&) {
-        return;  // the values are there by then
+        return;  // the values have been computed
     }
 }
 

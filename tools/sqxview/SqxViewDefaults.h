@@ -5,9 +5,9 @@
 
 #include "picture/SqxPictureSettings.h"
 
-/// The default values of a shader's parameters as a picture with these settings sees them: colors
-/// as red, green and blue, places in the camera's space, so that setting a parameter to such a
-/// value changes nothing. One entry for each parameter, in the shader's order; none for a value
-/// that differs from point to point. Throws `QxHostError` if they cannot be computed.
+/// Returns the default values of the parameters in a picture with these settings, in the order of
+/// the shader: colors as red, green and blue, and points in the space of the camera, so that
+/// setting a parameter to its value here changes nothing. A value that depends on the shading point
+/// is empty. Throws `QxHostError` if they cannot be computed.
 [[nodiscard]] std::vector<std::optional<QxHostValue>>
 SqxViewDefaults(const std::shared_ptr<const QxShader>& shader, const SqxPictureSettings& settings);

@@ -1,5 +1,5 @@
-// A command line of sqxshade with some options more and some fewer: it is read as one, and its
-// reader asks here first.
+// The options are those of sqxshade, with some added and some removed. Its reader is used and calls
+// back here first for each option.
 //
 // Tested by tests/sqxview/SqxViewOptionsTest.cpp.
 
@@ -12,7 +12,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-/// Where a picture alone is wanted, and what would be no source.
+/// Options of sqxshade that do not apply to a page: those for the written picture and shared objects.
 constexpr std::string_view k_refusedOptions[] = {"-o"sv, "--sheet"sv, "--dso"sv, "--linear"sv};
 
 void RefuseOption(const SqxOptionWords& words)
@@ -22,7 +22,7 @@ void RefuseOption(const SqxOptionWords& words)
             words.RefuseWord();
 }
 
-/// True if the word is an option of this program alone.
+/// True if the word is an option that only this program has.
 bool ReadOwnOption(SqxOptionWords& words, SqxViewOptions& options)
 {
     RefuseOption(words);

@@ -5,11 +5,11 @@
 
 /// A file of the page, as it is embedded in the program.
 struct SqxViewPageFile {
-    std::string_view path;  // that a browser asks for: "/page.css"; "/" is the page itself
+    std::string_view path;  // in the address, such as "/page.css"; "/" is the page itself
     std::string_view type;  // for the header "Content-Type"
     std::string_view text;
 };
 
-/// All files of the folder `page`. The build writes their texts into the source of this function,
-/// so they last as long as the program.
+/// Returns all files of the folder `page`. The build writes their texts into the source of this
+/// function, so they are valid as long as the program runs.
 [[nodiscard]] std::span<const SqxViewPageFile> SqxViewPageFiles();

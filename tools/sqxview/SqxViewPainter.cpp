@@ -1,5 +1,6 @@
-// One thread renders, one watches it. A newer picture ends the current one, but not before that has
-// shown something or a moment has passed: while a slider is drawn, pictures keep coming.
+// One thread renders, and one watches it. A newer request ends the current picture, but only after
+// it has shown something or a moment has passed, so that pictures keep coming while a slider is
+// moved.
 //
 // Tested by tests/sqxview.
 
@@ -7,7 +8,7 @@
 
 namespace {
 
-constexpr auto k_moment = std::chrono::milliseconds(100);  // for an overtaken picture
+constexpr auto k_moment = std::chrono::milliseconds(100);  // for an outdated picture
 constexpr std::size_t k_mostNotes = 20'000;                // characters
 
 void AddNote(std::string& notes, const SqxNote& note)

@@ -12,35 +12,35 @@
 
 #include "picture/SqxPicture.h"
 
-/// The state of a picture so far, complete each time.
+/// The current state of a picture; each one replaces the previous one.
 struct SqxViewPainting {
     unsigned long request = 0;                     // the number of the request
-    std::shared_ptr<const std::vector<char>> png;  // none yet
-    bool isOver = false;                           // nothing more comes
-    bool isWhole = false;                          // the PNG is
+    std::shared_ptr<const std::vector<char>> png;  // null: none yet
+    bool isOver = false;                           // no further state follows
+    bool isWhole = false;                          // the PNG is the whole picture
     std::string fault;                             // why it ended before it was whole
     std::string notes;                             // what the shaders printed and reported
     std::chrono::milliseconds time = {};           // since its start
 };
 
-/// Renders one picture after the other in a separate thread, coarse first. A newer picture ends the
-/// one that is being rendered, but leaves it a moment to show something: a value that changes all
-/// the time would otherwise show nothing.
+/// Renders pictures one after the other in a separate thread, coarse ones first. A newer request
+/// ends the current picture, but gives it a moment to show something; otherwise a value that
+/// changes all the time would show nothing.
 class SqxViewPainter {
 public:
-    /// Called in the painter's thread, for each picture several times.
+    /// Called in the thread of the painter, several times for each picture.
     using Show = std::function<void(const SqxViewPainting&)>;
 
-    /// `timeLimit`: of one picture, which is ended then. What `show` uses must outlive this.
+    /// A picture ends after `timeLimit`. What `show` uses must outlive this object.
     SqxViewPainter(std::chrono::seconds timeLimit, Show show);
-    /// Ends what is being rendered, and waits for that.
+    /// Stops the current picture and waits until it has ended.
     ~SqxViewPainter();
     SqxViewPainter(const SqxViewPainter&) = delete;
     SqxViewPainter& operator=(const SqxViewPainter&) = delete;
 
-    /// Asks for a picture, in place of any that was asked for and has not begun. Returns at once;
-    /// any thread may ask. Faults of a picture are reported by `show`. `request`: a number for the
-    /// picture, of the caller's choice.
+    /// Requests a picture, in place of an earlier request that has not begun. Returns at once; may
+    /// be called in any thread. Errors are passed to `show`. `request` is any number that
+    /// identifies the picture to the caller.
     void Paint(SqxPictureSettings settings, unsigned long request);
 
 private:
@@ -52,14 +52,14 @@ private:
     std::chrono::seconds m_timeLimit;
     Show m_show;
 
-    std::mutex m_mutex;  // of what follows
+    std::mutex m_mutex;  // guards the fields below
     std::condition_variable_any m_changed;
     std::optional<SqxPictureSettings> m_next;
     unsigned long m_nextRequest = 0;
     std::optional<std::stop_source> m_current;  // ends the picture that is being rendered
     std::chrono::steady_clock::time_point m_start;
-    bool m_hasShown = false;  // of the current one
+    bool m_hasShown = false;  // the current picture has shown something
 
-    std::jthread m_thread;  // last: it uses all the others
-    std::jthread m_guard;   // ends a picture that was overtaken and shows nothing
+    std::jthread m_thread;  // these are last, since they use all other fields
+    std::jthread m_guard;   // ends an outdated picture that shows nothing
 };

@@ -2,5 +2,5 @@
 
 #include "options/SqxOptionTable.h"
 
-/// How the program presents itself in its `--help` and its manual page.
+/// The name, usage and options of the program, for `--help` and its manual page.
 [[nodiscard]] const SqxProgram& SqxViewProgram();

@@ -1,5 +1,5 @@
-// A report says `file:line:`. The lines that it names are shown with those around them; places that
-// lie close together share an excerpt.
+// A report names places as `file:line:`. Each named line is shown with the lines around it; places
+// that are close together share an excerpt.
 //
 // Tested by tests/sqxview.
 
@@ -13,15 +13,15 @@
 
 namespace {
 
-constexpr int k_around = 2;         // lines before and after a place
-constexpr std::size_t k_most = 50;  // places of a report
+constexpr int k_around = 2;         // lines before and after each place
+constexpr std::size_t k_most = 50;  // places per report
 
 struct Place {
     std::string file;
     int line;
 };
 
-/// The place in `file:line: text`; a file's name may hold colons.
+/// Returns the place in `file:line: text`. The name of the file may contain colons.
 std::optional<Place> PlaceOf(const std::string& text)
 {
     for (std::size_t colon = text.find(':'); colon != std::string::npos;
@@ -35,7 +35,7 @@ std::optional<Place> PlaceOf(const std::string& text)
     return std::nullopt;
 }
 
-/// The lines marked in each file; files in the order of the report.
+/// Returns the marked lines of each file, in the order of the report.
 std::vector<std::pair<std::string, std::set<int>>> PlacesOf(const std::string& report)
 {
     std::vector<std::pair<std::string, std::set<int>>> files;

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-/// Lines of a source around places that the compiler's report names.
+/// Lines of a source around the places that a report of the compiler names.
 struct SqxViewExcerpt {
     struct Line {
         int number;
@@ -15,10 +15,10 @@ struct SqxViewExcerpt {
     std::vector<Line> lines;
 };
 
-/// The lines around each place that a report names, `file:line: ...`, as far as `read` gives the
-/// file's text; in the order of the report, each file once, with one stretch for places that lie
-/// close together. `read` gives false for what is no file that was compiled: a report may name
-/// anything. Of a long report only the first places count.
+/// Returns the lines around each place `file:line: ...` of a report, in the order of the report,
+/// each file once; places that are close together share lines. `read` must store the text of a file
+/// and return true, or return false if the file was not compiled, since a report may contain any
+/// text. Only the first places of a long report are used.
 [[nodiscard]] std::vector<SqxViewExcerpt>
 SqxViewExcerptsOf(const std::string& report,
                   const std::function<bool(const std::string& file, std::string& text)>& read);

@@ -1,9 +1,9 @@
-// Any site that a browser shows may send requests to this machine. So a request is looked at before
-// its wish is: it must name this machine by its own name and come from a page of this program. The
-// policy that goes with each answer keeps the page from loading anything from elsewhere.
+// Any site that a browser shows may send requests to this machine. So each request is checked
+// first: it must address this machine by its own name and come from a page of this program. The
+// content policy of each answer prevents the page from loading anything from elsewhere.
 //
-// Threads are many, since a page that waits for news holds one; some are always left for requests
-// that end at once.
+// There are many threads, since each page that waits for a new state blocks one; some are always
+// free for requests that end at once.
 //
 // Tested by tests/sqxview.
 
@@ -28,17 +28,18 @@ constexpr const char* k_host = "127.0.0.1";
 constexpr std::size_t k_threads = 32;
 constexpr int k_mostWaiting = 16;  // the other threads are free for requests that end at once
 constexpr int k_mostUnaccepted = 256;
-constexpr auto k_patience = std::chrono::seconds(20);  // of a page that waits for a state
+constexpr auto k_patience = std::chrono::seconds(20);  // until a wait for a state ends
 constexpr const char* k_form = "application/x-www-form-urlencoded";
 constexpr const char* k_plain = "text/plain; charset=utf-8";
 constexpr const char* k_json = "application/json";
 
-/// Scripts, styles and pictures come from here alone, and no other page shows this one in a frame.
+/// Scripts, styles and pictures may come only from here, and no other page may show this one in a
+/// frame.
 constexpr const char* k_contentPolicy =
     "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self' data:; "
     "connect-src 'self'; base-uri 'none'; form-action 'none'; frame-ancestors 'none'";
 
-/// Why a request is refused before anybody looks at what it wants; empty if it is not.
+/// Returns why a request is refused; empty if it is accepted.
 std::string RefusalOf(const Request& request, int port)
 {
     const std::string ending = ":" + std::to_string(port);
@@ -55,7 +56,7 @@ std::string RefusalOf(const Request& request, int port)
         if (!isOurs)
             return "The origin is not this one";
     }
-    // Forms of one kind are all that is read, and their length is known before.
+    // Only forms of one type are read, and they must state their length.
     if (request.has_header("Transfer-Encoding"))
         return "The request does not state its length";
     if (request.method == "POST" && !request.get_header_value("Content-Type").starts_with(k_form))
@@ -63,7 +64,7 @@ std::string RefusalOf(const Request& request, int port)
     return "";
 }
 
-/// The number that a request names; `usual` if it names none.
+/// Returns the number that a request contains; `usual` if it contains none.
 unsigned long NumberIn(const Request& request, const char* name, unsigned long usual)
 {
     if (!request.has_param(name))
@@ -85,7 +86,7 @@ void Fail(Response& response, int status, const std::string& text)
     response.set_content(SqxJsonLine(answer), k_json);
 }
 
-/// Reports faults to the page.
+/// Answers errors with their text.
 template <typename Do>
 httplib::Server::Handler Guarded(Do handle)
 {
@@ -225,11 +226,11 @@ SqxViewServer::SqxViewServer(SqxViewSession& session, int port)
         throw std::runtime_error("Cannot serve at port " + std::to_string(port));
     if (port)
         m_parts->port = port;
-    // The library lets five connections wait to be accepted; others would try again after a second.
+    // By default only five connections may wait to be accepted; others would retry after a second.
     listen(m_parts->listener, k_mostUnaccepted);
     m_parts->connections = std::make_unique<SqxViewConnections>(m_parts->port);
     m_parts->thread = std::jthread([&server] { server.listen_after_bind(); });
-    while (!server.is_running())  // before that it cannot be stopped
+    while (!server.is_running())  // before this it cannot be stopped
         std::this_thread::yield();
 }
 

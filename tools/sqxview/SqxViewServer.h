@@ -7,23 +7,23 @@
 
 /// Serves the page of a session to browsers on this machine.
 ///
-/// Requests that another site's page could have caused are refused: those that call this machine by
-/// another name, and those that say they come from elsewhere. Nothing is served but the page, the
-/// state, the picture and the byte-code of the shaders under view.
+/// Refuses requests that pages of other sites may have caused: those that address this machine by
+/// another name, and those whose headers name another origin. Serves only the page, the state, the
+/// picture and the byte-code of the session's shaders.
 class SqxViewServer {
 public:
-    /// Serves from now on, at that port or, for 0, at a free one. Throws `std::runtime_error` if
-    /// the port cannot be had. The session must outlive it. Requests are answered in threads of the
-    /// server's own, several at a time; what a page sends is bounded in size, number and time.
+    /// Starts to serve at `port`, or at any free port for 0. Throws `std::runtime_error` if the
+    /// port is not available. The session must outlive the server. The server answers several
+    /// requests at a time in its own threads; their size, number and time are limited.
     SqxViewServer(SqxViewSession& session, int port);
-    /// Ends all connections, also of pages that wait for a state.
+    /// Closes all connections, including those of pages that wait for a state.
     ~SqxViewServer();
     SqxViewServer(const SqxViewServer&) = delete;
     SqxViewServer& operator=(const SqxViewServer&) = delete;
 
-    /// The one that was asked for, or the free one that was found.
+    /// The port that it serves at.
     [[nodiscard]] int Port() const;
-    /// Where browsers find the page.
+    /// The address of the page.
     [[nodiscard]] std::string Address() const;
 
 private:

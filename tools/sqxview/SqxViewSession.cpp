@@ -1,10 +1,10 @@
-// One thread watches the sources and compiles them, another one paints, and the threads of the
-// server come and go. What they share is one state; each change of it gets a number, by which pages
+// One thread watches and compiles the sources, one renders pictures, and the threads of the server
+// handle requests. They share one state. Each change of it increments a version, by which pages
 // know whether they have seen it.
 //
-// A change of a setting does not wait for anybody: it is put into the state and a picture asked
-// for. What is being compiled is not in the state before it is whole, so a page never sees half of
-// it.
+// A change of a setting waits for no other thread: it is stored in the state, and a picture is
+// requested. The result of a compile enters the state only when it is complete, so a page never
+// sees half of it.
 //
 // Tested by tests/sqxview/SqxViewSessionTest.cpp.
 
@@ -24,7 +24,7 @@ namespace {
 
 constexpr auto k_lookStep = std::chrono::milliseconds(20);
 
-// Settings that the command line takes as an option and a value.
+// Settings that correspond to an option with a value.
 constexpr std::string_view k_plainSettings[] = {"size", "samples", "background", "color",
                                                 "opacity"};
 constexpr std::string_view k_shapes[] = {"sphere", "square", "torus"};
@@ -45,7 +45,7 @@ template <std::size_t count>
     return result;
 }
 
-/// The options followed by more words, checked like a command line.
+/// Returns the options with more words added, checked like a command line.
 [[nodiscard]] SqxShadeOptions WithWords(const SqxShadeOptions& shade,
                                         const std::vector<std::string>& more)
 {
@@ -54,11 +54,11 @@ template <std::size_t count>
     try {
         return SqxReadShadeOptions(words);
     } catch (const SqxUsageError& error) {
-        throw SqxPictureError(error.what());  // no command line of the user's
+        throw SqxPictureError(error.what());  // the user has typed no command line
     }
 }
 
-/// The number that the text begins with, which is taken off; more than any if there is none.
+/// Removes the number at the start of the text and returns it; the largest one if there is none.
 [[nodiscard]] std::size_t TakeNumber(std::string_view& text)
 {
     std::size_t number = 0;
@@ -114,14 +114,14 @@ void SqxViewSession::EndWaiting()
     m_changed.notify_all();
 }
 
-/// Pages that wait look at the state again. The mutex must be held.
+/// Makes waiting pages check the state again. The mutex must be held.
 void SqxViewSession::Changed()
 {
     ++m_state.version;
     m_changed.notify_all();
 }
 
-// What the thread does that compiles.
+// Functions of the thread that compiles.
 
 void SqxViewSession::Work(const std::stop_token& end)
 {
@@ -161,7 +161,7 @@ void SqxViewSession::Take(std::size_t number, SqxViewCompiled compiled)
     Repaint();
 }
 
-/// Values stay as long as name and type of their parameter do.
+/// Keeps the values whose parameters still have the same name and type.
 void SqxViewSession::KeepFittingValues(std::size_t number, const QxShader& before)
 {
     SqxViewShader& shader = m_state.shaders[number];
@@ -189,7 +189,7 @@ void SqxViewSession::FindDefaults(SqxViewShader& shader)
     try {
         shader.defaults = SqxViewDefaults(shader.good, m_state.shade.picture);
     } catch (const QxHostError&) {
-        // The picture meets the same fault, and reports it.
+        // The picture fails with the same error and reports it.
         shader.defaults.assign(shader.good->Parameters().size(), std::nullopt);
     }
 }
@@ -206,13 +206,13 @@ void SqxViewSession::Repaint()
         settings.shaders.push_back(
             {shader.good, SqxReadParameterValues(*shader.good, values.path, values.parameters)});
     }
-    // What was said of the picture before does not hold for this one.
+    // Messages of the previous picture do not apply to this one.
     m_state.painting = {};
     m_state.painting.request = ++m_paintings;
     m_painter.Paint(std::move(settings), m_paintings);
 }
 
-// What the painter's thread does.
+// Functions of the thread of the painter.
 
 void SqxViewSession::ShowPainting(const SqxViewPainting& painting)
 {
@@ -226,7 +226,7 @@ void SqxViewSession::ShowPainting(const SqxViewPainting& painting)
     Changed();
 }
 
-// What the server's threads do.
+// Functions of the threads of the server.
 
 std::string SqxViewSession::State(unsigned long version, std::chrono::milliseconds patience)
 {
@@ -268,7 +268,7 @@ void SqxViewSession::Change(const std::vector<SqxViewChange>& changes)
         Apply(shade, change);
     const bool isOtherShape = shade.picture.shape != m_state.shade.picture.shape;
     m_state.shade = std::move(shade);
-    if (isOtherShape)  // its space is another one
+    if (isOtherShape)  // points are in its space
         for (SqxViewShader& shader : m_state.shaders)
             if (shader.good)
                 FindDefaults(shader);

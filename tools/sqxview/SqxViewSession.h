@@ -16,40 +16,41 @@
 #include "sqxview/SqxViewSource.h"
 #include "sqxview/SqxViewState.h"
 
-/// One setting that a page changes: its name, and the value as the command line takes it.
+/// A setting that a page changes: its name, and its value as on the command line.
 using SqxViewChange = std::pair<std::string, std::string>;
 
-/// Shaders under view: watches and compiles their sources, keeps the values of their parameters and
-/// of the picture, and has the picture painted. All that pages show and change goes through it,
-/// from several threads at a time; all pages see the same.
+/// The shaders that are shown: watches and compiles their sources, stores the values of their
+/// parameters and the settings of the picture, and requests pictures. Pages read and change all of
+/// this here, from several threads at a time; all pages show the same state.
 class SqxViewSession {
 public:
-    /// Begins to compile. Throws `SqxPictureError` if a texture cannot be read.
+    /// Starts to compile. Throws `SqxPictureError` if a texture cannot be read.
     explicit SqxViewSession(const SqxViewOptions& options);
-    /// Ends what is being compiled and painted, and waits for that.
+    /// Stops the current compile and picture and waits until they have ended.
     ~SqxViewSession();
     SqxViewSession(const SqxViewSession&) = delete;
     SqxViewSession& operator=(const SqxViewSession&) = delete;
 
-    /// All that a page shows but for pictures and code, as JSON, once its version is another one
-    /// than `version`, or when that time is over.
+    /// Waits until the version of the state differs from `version`, or until the time `patience`
+    /// has passed. Returns the state, which is all that a page shows except pictures and code, as
+    /// JSON.
     [[nodiscard]] std::string State(unsigned long version, std::chrono::milliseconds patience);
-    /// Ends all waits for a state; no code is compiled any more.
+    /// Ends all waits for a state and stops compiling.
     void EndWaiting();
 
     /// Changes settings: "shape", "size", "samples", "background", "color", "opacity", "lights"
-    /// (several between blanks, or none), "param.N.NAME" for a parameter of shader number N, and
-    /// "reset" with the number of a shader. Throws `SqxPictureError` if one does not fit; then none
-    /// is changed.
+    /// (several, separated by blanks, or none), "param.N.NAME" for a parameter of shader number N,
+    /// and "reset" with the number of a shader. Throws `SqxPictureError` and changes nothing if one
+    /// of them is invalid.
     void Change(const std::vector<SqxViewChange>& changes);
 
-    /// The last picture, coarse or whole, as PNG. None yet: null.
+    /// Returns the last picture, coarse or whole, as PNG; null before the first one.
     [[nodiscard]] std::shared_ptr<const std::vector<char>> Picture();
-    /// The name of a picture that is kept, such as "brick.png".
+    /// Returns a file name for saving the picture, such as "brick.png".
     [[nodiscard]] std::string PictureName() const;
 
-    /// The byte-code of a shader, see `SqxViewCode`. Throws `SqxPictureError` if there is no such
-    /// shader or level.
+    /// Returns the byte-code of a shader, see `SqxViewCode`. Throws `SqxPictureError` if there is
+    /// no such shader or level.
     [[nodiscard]] std::string Code(std::size_t shader, int level);
 
 private:
@@ -64,17 +65,17 @@ private:
     void ApplyParameter(SqxShadeOptions& shade, const SqxViewChange& change) const;
     void Changed();
 
-    SqxPictureSettings m_settings;                     // only its textures
-    std::vector<SqxViewSource> m_sources;              // by shader; of the thread that compiles
+    SqxPictureSettings m_settings;         // only its textures are used
+    std::vector<SqxViewSource> m_sources;  // by shader; used only by the thread that compiles
     std::vector<std::unique_ptr<SqxViewCode>> m_code;  // by shader
     std::atomic<bool> m_isOver = false;
 
-    std::mutex m_mutex;  // of what follows
+    std::mutex m_mutex;  // guards the fields below
     std::condition_variable_any m_changed;
     SqxViewState m_state;
-    unsigned long m_paintings = 0;  // that were asked for
+    unsigned long m_paintings = 0;  // counts requests
     std::shared_ptr<const std::vector<char>> m_picture;
 
     SqxViewPainter m_painter;
-    std::jthread m_thread;  // last: it uses all the others
+    std::jthread m_thread;  // last, since it uses all other fields
 };

@@ -1,6 +1,6 @@
-// A compile lists the files that it read; from then on these are watched, and the places that were
-// searched before them. What changes while it runs is seen, since the watch keeps the state from
-// before.
+// A compile lists the files that it has read. These are watched from then on, and so are the paths
+// that were searched before them. Changes during the compile are noticed, since the watch compares
+// with the state before it.
 //
 // Tested by tests/sqxview.
 
@@ -21,7 +21,7 @@ namespace {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// The shader and its listing, of a compile that went well.
+/// Opens the shader of a successful compile and stores it with its listing.
 void Open(SqxViewCompiled& compiled, const std::filesystem::path& file, const std::string& name,
           const std::vector<std::string>& folders)
 {
@@ -40,8 +40,7 @@ SqxViewSource::SqxViewSource(std::string path, SqxViewCompileOptions options)
 {
 }
 
-/// A refused source may lack a file that is still to come: its appearance is noticed by watching
-/// the folders.
+/// A source with errors may lack a file that is created later, so the folders are watched too.
 void SqxViewSource::WatchFor(const SqxViewCompiled& compiled, std::set<std::string> files)
 {
     files.insert(m_path);

@@ -12,32 +12,32 @@
 
 /// The result of compiling a source. Copies share the shader, which never changes.
 struct SqxViewCompiled {
-    std::shared_ptr<const QxShader> shader;  // none: the source was refused
-    std::string report;                      // what the compiler said, warnings too
-    std::vector<SqxViewExcerpt> excerpts;    // the places of the report
+    std::shared_ptr<const QxShader> shader;  // null: the source has errors
+    std::string report;                      // messages of the compiler, including warnings
+    std::vector<SqxViewExcerpt> excerpts;    // the lines that the report names
     std::string listing;                     // of the parameters
 };
 
-/// How sources are compiled: as sqxshade does it, or at another level.
+/// Options for compiling sources: those of sqxshade, or another level.
 struct SqxViewCompileOptions {
     std::vector<std::string> words;    // for the compiler
     std::vector<std::string> folders;  // for shadeop libraries
 };
 
-/// A source that is compiled again once it, or a file that it includes, changes. For one thread.
+/// A source that is compiled again when it, or a file that it includes, changes. For one thread.
 class SqxViewSource {
 public:
-    /// Looks at the file, but does not compile it yet.
+    /// Starts to watch the file but does not compile it yet.
     SqxViewSource(std::string path, SqxViewCompileOptions options);
 
     [[nodiscard]] const std::string& Path() const { return m_path; }
-    /// True before the first compile, and if the last one has seen older files: then it is time to
-    /// compile. Costs a look at each file.
+    /// True if the source must be compiled: before the first compile, or if a file has changed
+    /// since the last one. Checks each file.
     [[nodiscard]] bool HasChanged() const { return !m_isCompiled || m_watch.HasChanged(); }
-    /// Compiles, and watches the files that were read. A refused source is a result too, and so is
-    /// a compiler that cannot be run: its report says so. Nothing if the compile was ended, because
-    /// `isOver` returned true or the files changed in the meantime. Throws `std::runtime_error` if
-    /// there is no place for temporary files.
+    /// Compiles the source and watches the files that were read. If the source has errors or the
+    /// compiler cannot be run, the report of the result says so. Returns nothing if the compile was
+    /// stopped, because `isOver` returned true or the files changed meanwhile. Throws
+    /// `std::runtime_error` if there is no folder for temporary files.
     [[nodiscard]] std::optional<SqxViewCompiled> Compile(const std::function<bool()>& isOver);
 
 private:

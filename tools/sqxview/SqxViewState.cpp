@@ -1,4 +1,5 @@
-// The whole state in one object: a page that missed ten changes needs only the last one.
+// The whole state is one JSON object, so a page that has missed ten changes needs only the last
+// one.
 //
 // Tested by tests/sqxview.
 
@@ -12,7 +13,7 @@
 
 namespace {
 
-/// JSON has no numbers beside the finite ones.
+/// Writes null for infinities and NaN, which JSON lacks.
 [[nodiscard]] SqxOrderedJson Number(float number)
 {
     return std::isfinite(number) ? SqxJsonNumber(number) : SqxOrderedJson();
@@ -77,7 +78,7 @@ namespace {
     return state;
 }
 
-/// One array of all elements, whatever the type.
+/// Returns an array of all elements, for any type.
 [[nodiscard]] SqxOrderedJson ValueState(const std::optional<QxHostValue>& value)
 {
     if (!value)

@@ -1,6 +1,6 @@
-// A file is another one if its time, its size or its inode is: editors write into a file, or put a
-// new one in its place. Looking at a few dozen files now and then costs less than notifications by
-// the system.
+// A file has changed if its time, its size or its inode has: editors either write to the file or
+// replace it. Checking a few dozen files from time to time costs less than notifications of the
+// system.
 //
 // Tested by tests/sqxview.
 

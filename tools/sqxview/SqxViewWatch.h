@@ -5,24 +5,24 @@
 #include <set>
 #include <string>
 
-/// Files and folders, and whether one of them has changed. Those that are not there are watched
-/// too.
+/// Watches files and folders for changes, including those that do not exist yet.
 class SqxViewWatch {
 public:
     SqxViewWatch() = default;
-    /// Looks at each path now: later changes are compared with that.
+    /// Records the current state of each path; later changes are compared with it.
     explicit SqxViewWatch(const std::set<std::string>& paths);
 
-    /// One is another one than when it was first watched; costs a look at each.
+    /// True if any path differs from its recorded state. Checks each path.
     [[nodiscard]] bool HasChanged() const;
-    /// From now on only later changes count.
+    /// Records the current state of each path again.
     void Refresh();
-    /// From now on these paths are watched, those that were watched before as they were then: so
-    /// what changed in the meantime is seen.
+    /// Watches these paths instead. Paths that were watched before keep their recorded state, so
+    /// that changes in the meantime are noticed.
     void Replace(const std::set<std::string>& paths);
 
 private:
-    /// What is new in a file or folder once something was written into it, or it was replaced.
+    /// Properties of a file or folder, at least one of which differs after it was written or
+    /// replaced.
     struct Stamp {
         bool exists = false;
         long long seconds = 0;  // of the last change

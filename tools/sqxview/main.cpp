@@ -15,7 +15,8 @@
 
 namespace {
 
-/// Signals that end the program. All threads that begin later leave them to the one that waits.
+/// Blocks the signals that end the program, in this thread and all that it starts; one thread waits
+/// for them.
 sigset_t HoldEndSignals()
 {
     sigset_t signals;
@@ -26,8 +27,8 @@ sigset_t HoldEndSignals()
     return signals;
 }
 
-/// By default each thread takes memory from a separate pool, and pictures of many threads and many
-/// edits would spread over all of them. They allocate seldom enough to share one.
+/// Makes all threads share one memory pool. By default each thread has its own, and memory use
+/// would grow with threads and edits; threads allocate seldom enough to share.
 void ShareOnePool()
 {
 #ifdef __GLIBC__
@@ -35,7 +36,7 @@ void ShareOnePool()
 #endif
 }
 
-/// Some browsers run as long as their window is open, so the program does not wait for them.
+/// Starts the browser without waiting for it, since some run as long as their window is open.
 void OpenBrowser(const std::string& address)
 {
     std::thread([address] {
