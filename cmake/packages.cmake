@@ -1,7 +1,7 @@
 # What cpack makes: an archive of everything, and Debian packages, `shaderqx` with the programs that
 # write and run shaders, and `shaderqx-dev` for building programs with the libraries.
 set(SLC_CONTACT_MAIL "maintainers@shaderqx.example" CACHE STRING
-    "Mail address in packages; by default one that reaches nobody")
+    "Mail address in packages; by default one that receives no mail")
 
 set(CPACK_PACKAGE_NAME shaderqx)
 set(CPACK_PACKAGE_CONTACT "${SLC_CONTACT_ADDRESS} <${SLC_CONTACT_MAIL}>")

@@ -4,7 +4,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/prepare.sh
 
-# Long steps are announced where somebody watches.
+# Long steps are announced on a terminal.
 announce() {
     [ ! -t 1 ] || printf '\n== %s\n' "$*"
 }

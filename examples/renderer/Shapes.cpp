@@ -1,6 +1,6 @@
 // A sphere is one grid over its parameters, for the displacement shader. The grid has a column more
 // than a turn on either side, since derivatives are less exact at the border of a grid and would
-// show the seam. Its rows end half a step before the poles, where nothing could tell u from v.
+// show the seam. Its rows end half a step before the poles, where u has no direction.
 
 #include "Shapes.h"
 

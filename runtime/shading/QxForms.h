@@ -146,7 +146,7 @@ struct QxQuestion {};
 #elif defined(QX_SHADER_FUNC)
 #define QX_POINTS_APART _Pragma("clang loop vectorize(assume_safety)")
 #else
-#define QX_POINTS_APART  // it warns where it makes no vectors, which only generated files tell it not to
+#define QX_POINTS_APART  // it warns where it makes no vectors, which only generated files disable
 #endif
 
 /// result = function(arguments...) at each of the points. The result may be one of the arguments.

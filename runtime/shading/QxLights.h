@@ -206,7 +206,7 @@ struct QxSolarCall {
     }
 };
 
-/// The light at hand stands within the cone around the axis.
+/// The current light is within the cone around the axis.
 struct QxIlluminanceCall {
     const QxVector3* L;
 

@@ -278,7 +278,7 @@ inline void* QxAddress(Value& value)
     return &value;
 }
 
-/// Sends a message; the handled points of the value tell `where`. `light`: the number of the light
+/// Sends a message; its handled points are those of `where`. `light`: the number of the light
 /// that `lightsource` asks.
 template <class Where>
 inline float QxSendMessage(QxShaderSupport* support, QxMessage message, const char* texture,

@@ -135,7 +135,7 @@ public:
     }
     /// Makes room for that many shading points; what was stored is lost.
     void Resize(std::size_t points);
-    /// The same in floats of somebody else, which must live as long as they are used.
+    /// The same in floats of the caller, which must live as long as they are used.
     void Borrow(std::size_t points, float* storage)
     {
         m_points = m_varying ? points : 1;
@@ -194,7 +194,7 @@ private:
         }
     }
 
-    void* m_value = nullptr;  // that of the arrays below, or somebody else's
+    void* m_value = nullptr;  // that of the arrays below, or the caller's
     const char* m_name = "";
     QxValueType m_type = QxValueType::Float;
     bool m_varying = false;

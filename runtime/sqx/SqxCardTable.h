@@ -8,7 +8,7 @@
 // The cards as constants, for the files that make other tables of them. Reading the cards takes the
 // compiler a while; others include SqxCard.h.
 
-// A constant of its own for each card: compilers bound the steps that one constant may take.
+// A separate constant for each card: compilers bound the steps that one constant may take.
 inline constexpr SqxCard k_sqxCards[] = {
 #define SQX_READ(primitive, ...)                                                                   \
     [] {                                                                                           \

@@ -71,7 +71,7 @@ TEST(SqxCards, FindWhatHasAName)
     EXPECT_EQ(SqxChapterOf(*SqxCardsNamed("radians")[0]), "Mathematics");
 }
 
-// The grammar cannot tell these apart, and all would be read.
+// The grammar cannot distinguish these, and all would be read.
 TEST(SqxCards, KeepTheFactsOfAPrimitiveInItsFirstCard)
 {
     std::set<SqxPrimitive> known;

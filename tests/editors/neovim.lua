@@ -53,7 +53,7 @@ check(vim.fn.getline(4) == '    float border = gain(Kd);' and vim.fn.getline(5):
 
 vim.fn.setline(5, '    Ci = border * Cs;')
 vim.wait(10000, function() return #vim.diagnostic.get(0) == 0 end, 20)
-check(#vim.diagnostic.get(0) == 0, 'no diagnostic once the fault is mended')
+check(#vim.diagnostic.get(0) == 0, 'no diagnostic once the fault is fixed')
 
 -- One server has all files: what is not saved in a header counts for the shader.
 local shader = vim.api.nvim_get_current_buf()

@@ -61,7 +61,8 @@ TEST_P(Host, HandsParametersInAndOut)
     m_shader->SetForEachPoint("each", Numbers{1, 2, 3, 4});
     m_grid.Set("Cs", QxRGBColor{1, 0.5F, 0});
     Run();
-    EXPECT_EQ(m_shader->Get("sum").numbers, Numbers{22}) << "an output starts anew with each run";
+    EXPECT_EQ(m_shader->Get("sum").numbers, Numbers{22})
+        << "an output has its initial value again in each run";
     EXPECT_EQ(m_shader->Get("seen").numbers, (Numbers{1, 2, 3, 2, 4, 6, 3, 6, 9, 4, 8, 12}));
     EXPECT_EQ(m_shader->Get("said").texts, std::vector<std::string>{"other!"});
     EXPECT_EQ(m_grid.Get("Oi").numbers[0], 11);
@@ -133,7 +134,7 @@ TEST_P(Host, RefusesValuesThatDoNotFit)
 
 TEST_F(HostFiles, RefusesFilesThatAreNoShaders)
 {
-    std::ofstream("broken.sqx") << "\177ELF and nothing behind";
+    std::ofstream("broken.sqx") << "\177ELF and nothing more";
     const struct {
         std::string path;
         const char* message;  // a part of it

@@ -99,7 +99,7 @@ std::map<std::string, Operands> OperandsOfPage(const std::string& page)
     return all;
 }
 
-TEST(ICodePage, TellsOperandsAsTheWalkerDoes)
+TEST(ICodePage, ListsOperandsAsTheWalkerDoes)
 {
     const std::string page = Read("docs/icode.md");
     const auto shown = OperandsOfPage(page);
@@ -117,10 +117,10 @@ TEST(ICodePage, TellsOperandsAsTheWalkerDoes)
         const auto row = shown.find(name);
         if (row == shown.end())
             continue;  // a base, named with what derives from it
-        std::string told = name;
-        while (!walked.contains(told) && bases.contains(told))
-            told = bases[told];
-        const auto found = walked.find(told);
+        std::string listed = name;
+        while (!walked.contains(listed) && bases.contains(listed))
+            listed = bases[listed];
+        const auto found = walked.find(listed);
         const Operands expected = found == walked.end() ? Operands() : found->second;
         EXPECT_EQ(ToText(row->second), ToText(expected)) << name;
     }

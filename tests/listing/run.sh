@@ -138,7 +138,7 @@ compile -I. calls.sl
 grep -q "'--load' loads its library" reports || { cat reports; fail 'calls.sqx is refused otherwise'; }
 grep -q 'b .* 2$' listing || fail 'The other value of calls.sqx is not known'
 "$build/bin/sqxdump" --params --load -I . calls.sqx >listing || fail 'The library of a shadeop is not loaded'
-grep -q 'a .* 3$' listing || fail 'The value of a shadeop is told otherwise'
+grep -q 'a .* 3$' listing || fail 'The value of a shadeop is listed in another way'
 
 # Hostile files end with a report, whatever was cut off or changed in them.
 "$python" - <<'PYTHON'

@@ -58,7 +58,7 @@ TEST(SqxLsDiagnostics, ShowAStringWithoutAnEndOnce)
             << one.body;
         editor.Close("a.sl");
     }
-    // Other faults are shown as well, also behind one that needs no string.
+    // Other faults are shown as well, also after one that needs no string.
     editor.Open("a.sl", "surface a() {\nCi = $;\nOi = \"x;\n$\n}\n");
     EXPECT_THAT(editor.Diagnostics("a.sl"), testing::SizeIs(testing::Ge(3U)));
 }
@@ -77,7 +77,7 @@ TEST(SqxLsDiagnostics, FollowFilesThatASourceIncludes)
     editor.Open("gain.h", "float gain() { return nothing; }\n");
     EXPECT_THAT(editor.Diagnostics("gain.h"), ElementsAre(testing::HasSubstr("nothing")));
     EXPECT_THAT(editor.Diagnostics("a.sl"), IsEmpty());
-    // Two sources show a fault of their file once, until both are mended or closed.
+    // Two sources show a fault of their file once, until both are fixed or closed.
     editor.Open("b.sl", "#include \"gain.h\"\nsurface b() { Ci = gain(); }\n");
     EXPECT_THAT(editor.Diagnostics("gain.h"), ElementsAre(testing::HasSubstr("nothing")));
     editor.Close("a.sl");

@@ -12,7 +12,8 @@ namespace {
 
 using namespace std::string_view_literals;
 
-/// Options of sqxshade that do not apply to a page: those for the written picture and shared objects.
+/// Options of sqxshade that do not apply to a page: those for the written picture and shared
+/// objects.
 constexpr std::string_view k_refusedOptions[] = {"-o"sv, "--sheet"sv, "--dso"sv, "--linear"sv};
 
 void RefuseOption(const SqxOptionWords& words)
