@@ -132,6 +132,14 @@ sleep 0.01
 touch weight.h
 make_is 0 own.sl
 compiled_are own
+
+# A step is one process, which ninja waits for: no shell stays beside it.
+if [ -r /proc/self/status ]; then
+    export SLC_CPP_COMMAND='sed -n "s/^PPid:[[:space:]]*//p" /proc/$PPID/status >parent
+        cat "/proc/$(cat parent)/comm" >waiting; cat "$input_file" >"$cpp_result"'
+    make_is 0 "$library/plain11.sl"
+    grep -q ninja waiting || fail "'$(cat waiting)' waits for a step"
+fi
 unset SLC_CPP_COMMAND
 
 # A header that is found before the one that was included, beside the file that includes it or in

@@ -39,6 +39,18 @@ namespace fs = std::filesystem;
     return escaped;
 }
 
+/// Returns a different text for each text, without line breaks, which ninja's values cannot hold.
+[[nodiscard]] std::string OnOneLine(const std::string& text)
+{
+    std::string line;
+    for (const char c : text)
+        if (c == '\n')
+            line += "\\n";
+        else
+            line += c == '\\' ? std::string("\\\\") : std::string(1, c);
+    return line;
+}
+
 /// Returns the environment variables that change compiled shaders.
 [[nodiscard]] std::string EnvironmentText()
 {
@@ -46,7 +58,7 @@ namespace fs = std::filesystem;
     for (const char* name : {"SLC_CPP_COMMAND", "SLC_CC_COMMAND", "SLC_CC_OPTIONS",
                              "SLC_CC_PROCESSOR", "SLC_CC_INCLUDE"})
         if (const char* value = std::getenv(name))
-            text += " " + SqxShellWord(std::string(name) + "=" + value);
+            text += " " + OnOneLine(SqxShellWord(std::string(name) + "=" + value));
     return text;
 }
 
@@ -63,7 +75,8 @@ namespace fs = std::filesystem;
 std::string SqxNinjaFile(const SqxMakeOptions& options, const std::vector<SqxSource>& sources,
                          const SqxMakeState& state, const fs::path& program)
 {
-    const std::string step = SqxShellWord(program.string()) + " --state " +
+    // The shell that ninja starts becomes the step.
+    const std::string step = "exec " + SqxShellWord(program.string()) + " --state " +
                              SqxShellWord(state.Folder().string()) + " -o " +
                              SqxShellWord(options.outputFolder.string());
     std::string compilerOptions = OptionsText(options);
