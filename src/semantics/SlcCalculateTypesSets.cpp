@@ -37,6 +37,11 @@ void SetTypes(SlcExprNode* expr, std::vector<SlcTypeNode*> types)
     expr->SetAnnotation(MakeShared<SlcPossibleTypes>(std::move(types)));
 }
 
+void SetType(SlcExprNode* expr, SlcTypeNode* type)
+{
+    expr->SetAnnotation(MakeShared<SlcPossibleTypes>(type));
+}
+
 bool IsAssignable(const SlcAssignExprNode& assignment, const SlcTypeNode* type)
 {
     if (type->IsFloatType() || type->IsColorType() || type->IsPointType() || type->IsErrorType())
@@ -109,7 +114,7 @@ void SlcCalculateTypesSets::Case(SlcExprNode* expr)
 
 void SlcCalculateTypesSets::Case(SlcConstExprNode* constant)
 {
-    SetTypes(constant, {constant->IsFloat() ? T::AFloat() : T::AString()});
+    SetType(constant, constant->IsFloat() ? T::AFloat() : T::AString());
 }
 
 void SlcCalculateTypesSets::Case(SlcPointExprNode* triple)
@@ -121,13 +126,13 @@ void SlcCalculateTypesSets::Case(SlcPointExprNode* triple)
 void SlcCalculateTypesSets::Case(SlcMatrixExprNode* matrix)
 {
     WalkOperands(matrix);
-    SetTypes(matrix, {T::AMatrix()});
+    SetType(matrix, T::AMatrix());
 }
 
 void SlcCalculateTypesSets::Case(SlcCastExprNode* cast)
 {
     WalkOperands(cast);
-    SetTypes(cast, {cast->GetType()});
+    SetType(cast, cast->GetType());
 }
 
 void SlcCalculateTypesSets::Case(SlcArrayExprNode* array)
@@ -143,7 +148,7 @@ void SlcCalculateTypesSets::Case(SlcArrayExprNode* array)
     Types types;
     for (SlcTypeNode* element : elements) {
         if (element->IsErrorType())
-            return SetTypes(array, {T::AError()});
+            return SetType(array, T::AError());
         types.push_back(T::CreateArrayType(element));
     }
     SetTypes(array, std::move(types));
@@ -153,7 +158,7 @@ void SlcCalculateTypesSets::Case(SlcIdentExprNode* variable)
 {
     const auto entry = FindVariable(variable, variable->GetIdent());
     variable->SetSymbolEntry(entry);
-    SetTypes(variable, {entry->GetType()});
+    SetType(variable, entry->GetType());
 }
 
 void SlcCalculateTypesSets::Case(SlcArrayRefExprNode* element)
@@ -162,12 +167,12 @@ void SlcCalculateTypesSets::Case(SlcArrayRefExprNode* element)
     const auto entry = FindVariable(element, element->GetIdent());
     element->SetSymbolEntry(entry);
     if (entry->GetType()->IsArrayType())
-        return SetTypes(element, {ElementTypeOf(*entry)});
+        return SetType(element, ElementTypeOf(*entry));
     if (!entry->GetType()->IsErrorType()) {
         m_errors->Error(element, "Variable is not an array", element->GetIdent()->GetName());
         AdviseOnComponent(*m_errors, element, *entry, element->GetIndex(), "");
     }
-    SetTypes(element, {T::AError()});
+    SetType(element, T::AError());
 }
 
 void SlcCalculateTypesSets::Case(SlcIdentLValueNode* lvalue)
@@ -198,11 +203,11 @@ void SlcCalculateTypesSets::Case(SlcAssignExprNode* assignment)
     SlcTypeNode* type =
         CheckCast<SlcLValueType>(assignment->GetLValue()->GetAnnotation())->GetType();
     if (IsAssignable(*assignment, type))
-        return SetTypes(assignment, {type});
+        return SetType(assignment, type);
     m_errors->Error(assignment, "A lvalue of type '" + type->ToString() +
                                     "' cannot be assigned with the '" +
                                     std::string(assignment->ToString()) + "' operator");
-    SetTypes(assignment, {T::AVoid()});
+    SetType(assignment, T::AVoid());
 }
 
 void SlcCalculateTypesSets::Case(SlcBinOpExprNode* operation)

@@ -10,20 +10,36 @@
 #include "symbols/SlcPossibleTypes.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <set>
 
 #include "support/SlcCompilation.h"
 
 namespace {
 
+using TypeSet = std::vector<SlcTypeNode*>;
+
 struct SharedSets {
-    std::set<std::vector<SlcTypeNode*>> sets;
+    std::set<TypeSet> sets;
+    std::array<const TypeSet*, 16> recent = {};  // sets of one type, by its address
 };
 
 /// Returns the only set with these members in this order; it lives until the compilation ends.
-const std::vector<SlcTypeNode*>* SharedSet(std::vector<SlcTypeNode*> types)
+const TypeSet* SharedSet(TypeSet types)
 {
     return &*SlcPartOfCompilation<SharedSets>().sets.insert(std::move(types)).first;
+}
+
+/// The same for one type, mostly without an allocation and a search.
+const TypeSet* SharedSet(SlcTypeNode* type)
+{
+    auto& recent = SlcPartOfCompilation<SharedSets>().recent;
+    const auto place = reinterpret_cast<std::uintptr_t>(type) / sizeof(SlcTypeNode);
+    const TypeSet*& set = recent[place % recent.size()];
+    if (!set || set->front() != type)
+        set = SharedSet(TypeSet{type});
+    return set;
 }
 
 }  // namespace
@@ -39,6 +55,8 @@ SlcPossibleTypes::SlcPossibleTypes(std::vector<SlcTypeNode*> types)
     : m_types(SharedSet(std::move(types)))
 {
 }
+
+SlcPossibleTypes::SlcPossibleTypes(SlcTypeNode* type) : m_types(SharedSet(type)) {}
 
 SlcPtr<SlcPossibleTypes> SlcPossibleTypes::Of(const SlcExprNode* expr)
 {

@@ -21,6 +21,8 @@ class SlcPossibleTypes : public SlcAnnotation {
 public:
     /// `types` are in order of discovery.
     explicit SlcPossibleTypes(std::vector<SlcTypeNode*> types);
+    /// The set of one type, which most expressions have.
+    explicit SlcPossibleTypes(SlcTypeNode* type);
 
     /// The annotation of an expression; null if it has none yet.
     [[nodiscard]] static SlcPtr<SlcPossibleTypes> Of(const SlcExprNode* expr);
