@@ -58,6 +58,11 @@ void SlcCodeBlock::AddConst(int value, std::string_view what)
 
 void SlcCodeBlock::AddVar(const SlcOperand& operand)
 {
+    const auto index = static_cast<std::size_t>(operand->m_index);
+    if (index <= k_highestValue) {
+        m_values.push_back(static_cast<std::int16_t>(index));
+        return;
+    }
     if (operand->m_index < 0)
         ReportUnnumbered(operand);
     AddConst(operand->m_index, "Variable number");
