@@ -14,11 +14,14 @@ bench=$(cd "$(dirname "$0")" && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cd "$scratch"
-export SLC_CPP_COMMAND='cat $input_file > $cpp_result' SLC_CC_COMMAND=false
+# shellcheck disable=SC2016 # the compiler replaces the words
+SLC_CPP_COMMAND='cat $input_file > $cpp_result'
 
 count() {  # LINES OPTION...
     if [ "$1" = 0 ]; then echo 'surface empty() {}'; else "$bench/body.sh" "$1"; fi >shader.sl
-    valgrind --tool=cachegrind --cache-sim=no --cachegrind-out-file=/dev/null --log-file=log \
+    # The dynamic linker reads every variable of the environment.
+    env -i PATH="$PATH" SLC_CPP_COMMAND="$SLC_CPP_COMMAND" SLC_CC_COMMAND=false \
+        valgrind --tool=cachegrind --cache-sim=no --cachegrind-out-file=/dev/null --log-file=log \
         "$bin/shaderqx" "${@:2}" shader.sl
     sed -n 's/,//g; s/.*I *refs: *//p' log
 }
