@@ -8,25 +8,25 @@
 #include "QxNoise.h"
 #include "QxShading.h"
 
-/// The four corners of the patch that a shading point covers in a texture, and how to look. The
-/// numbers are as the shader gave them: of any value, also no numbers.
+/// A texture look-up: the four corners of the patch that a shading point covers, and the options of
+/// the call. Numbers come from the shader unchecked: they may have any value, including NaN.
 struct QxTextureQuery {
-    const char* name;    // as in the source; texts last for the call
-    float channel;       // the first one to give, from 0
-    float s[4];          // corners in turn around the patch, 0 to 1 across the texture
+    const char* name;    // as in the source; texts are valid during the call
+    float channel;       // the first channel to return, from 0
+    float s[4];          // corners in order around the patch; 0 to 1 spans the texture
     float t[4];
-    float fidelity;      // of the answer; 1 unless given
-    float samples;       // 1 unless given
-    float sBlur;         // width to blur over, as a share of the texture
+    float fidelity;      // of the result; 1 by default
+    float samples;       // 1 by default
+    float sBlur;         // width of the blur, as a fraction of the texture
     float tBlur;
-    float sWidth;        // factor of the patch's size; 1 unless given
+    float sWidth;        // factor for the size of the patch; 1 by default
     float tWidth;
-    const char* filter;  // "gaussian" unless given
-    float fill;          // what a channel holds that the texture lacks
+    const char* filter;  // "gaussian" by default
+    float fill;          // value of channels that the texture lacks
     float lerp;          // 1: blend between two sizes of the texture
 };
 
-/// The same for an environment, by directions, and for a shadow, by places in the current space.
+/// A look-up in an environment, by directions, or in a shadow, by positions in the current space.
 struct QxPointsQuery {
     const char* name;
     float channel;
@@ -40,37 +40,37 @@ struct QxPointsQuery {
     const char* filter;
     float lerp;            // environment
     float fill;            // environment
-    float bias;            // shadow: distance within which nothing shades itself
-    int sourceCount;       // area shadow: how many of the corners of the light are given
+    float bias;            // shadow: distance within which a surface does not shadow itself
+    int sourceCount;       // area shadow: number of corners of the light in `sources`
     QxVector3 sources[4];  // area shadow
-    bool inLight;          // asked by a light shader
+    bool inLight;          // called by a light shader
 };
 
-/// What rays into the scene are asked for at a point, in the current space. The fields that a query
-/// has no use for are 0.
+/// A question about rays from a point, in the current space. Fields that do not apply to the function
+/// are 0.
 struct QxRayQuery {
     QxVector3 position;
-    QxVector3 direction;      // of any length; or the other end, for a transmission
+    QxVector3 direction;      // of any length; for a transmission the other end
     float samples;            // 0: the renderer's own choice
     float angle;              // of the cone of directions; -1: the renderer's own choice
-    float bias;               // distance from the position at which a ray begins
-    float maxDistance;        // what lies beyond it is not hit; 0: no limit
-    float variance;           // how far an answer may be off; 0: the renderer's own choice
-    const char* environment;  // name of a map for what rays miss; empty for none
-    QxVector3 axis;           // of the directions; null: the normal
+    float bias;               // distance from the position at which a ray starts
+    float maxDistance;        // surfaces beyond it are not hit; 0: no limit
+    float variance;           // acceptable error of the result; 0: the renderer's own choice
+    const char* environment;  // name of a map for rays that hit nothing; empty for none
+    QxVector3 axis;           // of the cone of directions; zero: the normal
 };
 
-/// A value that a message asks for, and where it goes.
+/// The value that a message asks for: its type, and the memory to store it in.
 struct QxMessageValue {
     QxValueType type;
     bool varying;
     std::size_t length;   // array elements
-    void* value;          // as in a shader's storage: element j of point p at j * points + p
+    void* value;          // element j of point p is at j * points + p
     std::size_t points;   // 1 for a uniform value
-    const char* handled;  // by point, whether the message asks for it
+    const char* handled;  // for each point, whether it asks
 
-    /// Copies a value of each point, laid out as `value` is, to the handled points. Texts that are
-    /// null count as empty.
+    /// Copies a value for each point, in the layout of `value`, to the handled points. Null texts are
+    /// copied as empty ones.
     void StoreForEachPoint(const void* source) const
     {
         const std::size_t floats = QxFloatCount(type);
@@ -78,7 +78,7 @@ struct QxMessageValue {
             if (handled[place % points])
                 StoreElement(source, place, place, floats);
     }
-    /// Copies a value of all array elements, floats or strings by type, to the handled points.
+    /// Copies one value with all its array elements, floats or strings, to all handled points.
     void Store(const void* source) const
     {
         const std::size_t floats = QxFloatCount(type);
@@ -104,8 +104,8 @@ private:
     }
 };
 
-/// Whom a message asks. `TextureInfo` names a texture too; `Incident` and `Opposite` are the volume
-/// shaders on both sides of the surface.
+/// The receiver of a message. `TextureInfo` also has the name of a texture. `Incident` and `Opposite`
+/// are the volume shaders on both sides of the surface.
 enum class QxMessage {
     Attribute,
     Option,
@@ -119,36 +119,36 @@ enum class QxMessage {
     TextureInfo,
 };
 
-/// Queries that points of a grid ask at once, in the order of the points. What it refers to is good
-/// for the call alone.
+/// The queries of several points of a grid, in the order of the points. All pointers are valid only
+/// during the call.
 template <class Query>
 struct QxGridQueries {
-    const void* file;            // what `FindFile` gave for the name of all; null: look at each name
+    const void* file;            // result of `FindFile` if all have one name; null: use each name
     const Query* queries;
     const unsigned int* points;  // number of each point in the grid
     unsigned int count;
 };
 
-/// What the name of a file is looked up for.
+/// The purpose of a file that is looked up by name.
 enum class QxFileKind { Texture, Environment, Shadow };
 
-/// The services of a renderer that shaders call: everything that needs a scene. Each has a
-/// neutral answer, which describes an empty scene without files.
+/// The services of a renderer that shaders call: everything that needs a scene. Each function has a
+/// neutral answer, that of an empty scene without files.
 ///
-/// They are called in the thread that shades, while the shader waits. A built shader may ask all of
-/// its questions for one point before the next point, byte-code asks one question for many points.
-/// Texts and arrays that they are handed are good for the call alone.
+/// They are called in the thread that shades, while the shader waits. A shared object may ask all its
+/// questions for one point before those for the next; byte-code asks each question for many points.
+/// Texts and arrays in the arguments are valid only during the call.
 class QxShaderSupport {
 public:
     virtual ~QxShaderSupport() = default;
 
-    /// Runs the lights for these positions, so many as the second number says, and fills the inputs
-    /// of each of as many lights as the last one says. A shader asks for its `P` once, and again
-    /// where it lights other places or has moved its points. Neutral: leaves them.
+    /// Evaluates lights. Arguments: positions, their number, the inputs to fill for each light, and the
+    /// number of lights. A shader calls it once for its `P`, and again if it lights other positions or
+    /// has moved its points. Neutral: leaves the inputs unchanged.
     virtual void EvaluateLights(const QxVector3*, unsigned int, QxLightInput*, unsigned int) {}
-    /// Light that comes from everywhere. Neutral: none.
+    /// Returns the ambient light at a position. Neutral: none.
     virtual QxRGBColor Ambient(const QxVector3&) { return {0, 0, 0}; }
-    /// The same for many positions at once. Neutral: asks for each in turn.
+    /// Fills the ambient light at many positions. Neutral: calls `AmbientAt` for each.
     virtual void AmbientOverGrid(const QxVector3* positions, unsigned int points,
                                  QxRGBColor* results)
     {
@@ -156,31 +156,31 @@ public:
             results[i] = AmbientAt(positions[i], i);
     }
 
-    /// What a patch of a texture or environment holds; where a number is wanted, red is taken.
-    /// Neutral: as bright as the fill value says, 0 unless given.
+    /// Returns the color of a patch of a texture or environment; a call for a float uses red.
+    /// Neutral: gray with the fill value, 0 by default.
     virtual QxRGBColor Texture(const QxTextureQuery& query) { return Gray(query.fill); }
     virtual QxRGBColor Environment(const QxPointsQuery& query) { return Gray(query.fill); }
-    /// How much of the light is kept off, from 0 for none to 1 for all. Neutral: nothing.
+    /// Returns how much of the light is blocked, from 0 for none to 1 for all. Neutral: none.
     virtual QxRGBColor Shadow(const QxPointsQuery&) { return Gray(0); }
 
-    /// Distance to what the ray hits, or a negative number. Neutral: it hits nothing.
+    /// Returns the distance of the first hit, or a negative number for none. Neutral: no hit.
     virtual float RayHit(const QxRayQuery&) { return -1; }
-    /// The color that the ray brings, and the distance to what it hits. Neutral: black.
+    /// Returns the color seen along the ray and sets the distance of the hit. Neutral: black.
     virtual QxRGBColor Trace(const QxRayQuery&, float& distance)
     {
         distance = -1;
         return Gray(0);
     }
-    /// How much light passes between two places. Neutral: all.
+    /// Returns how much light passes between two positions. Neutral: all.
     virtual QxRGBColor Transmission(const QxRayQuery&) { return Gray(1); }
-    /// The covered share of the hemisphere. Neutral: none; the open direction is the one asked.
+    /// Returns the covered share of the hemisphere, and the mean uncovered direction. Neutral: 0.
     virtual float Occlusion(const QxRayQuery& query, QxVector3& openDirection)
     {
         openDirection = query.direction;
         return 0;
     }
-    /// Light that other surfaces scatter to the position, and what `Occlusion` gives. Neutral:
-    /// black.
+    /// Returns the light that other surfaces scatter to the position, and sets the results of
+    /// `Occlusion`. Neutral: black.
     virtual QxRGBColor IndirectDiffuse(const QxRayQuery& query, QxVector3& openDirection,
                                        float& occlusion)
     {
@@ -188,46 +188,46 @@ public:
         occlusion = 0;
         return Gray(0);
     }
-    /// About the ray that this shading answers. Neutral: one from the camera.
+    /// Properties of the ray for which the grid is shaded. Neutral: those of a camera ray.
     virtual bool IsShadowRay() { return false; }
     virtual bool IsIndirectRay() { return false; }
     virtual float RayLevel() { return 0; }
 
-    /// Fills the value and returns whether it could. The first text is the texture of `textureinfo` and
-    /// else empty, the second the name of what is asked for. Neutral: nothing is known.
+    /// Stores the value and returns true, or returns false. The first text is the texture for
+    /// `textureinfo`, else empty; the second is the name of the value. Neutral: false.
     virtual bool Message(QxMessage, const char*, const char*, const QxMessageValue&)
     {
         return false;
     }
-    /// Distance from the camera between the clipping planes, 0 to 1. Neutral: 0.
+    /// Returns the depth of a position between the clipping planes, 0 to 1. Neutral: 0.
     virtual float Depth(const QxVector3&) { return 0; }
 
-    /// A number from 0 up to, but not including, 1: the next one of a host that has its own generator.
-    /// Neutral: within `RandomNumber` what that has computed, else the next one of a stream.
+    /// Returns a number from 0 up to, but not including, 1, for hosts with their own generator. Neutral:
+    /// within `RandomNumber` the number that it has computed, else the next one of a stream.
     virtual float Random() { return m_isDrawn ? m_drawn : m_random.Next(); }
-    /// What `printf` writes. Neutral: to standard output.
+    /// Writes the text of `printf`. Neutral: to standard output.
     virtual void Print(const char* text) { std::fputs(text, stdout); }
-    /// A fault of the shader. Neutral: to standard error.
+    /// Reports an error of the shader at run time. Neutral: to standard error.
     virtual void Report(const char* text) { std::fprintf(stderr, "%s\n", text); }
 
-    // What follows came later: new functions go to the end, where shared objects that were built
-    // before do not look for others.
+    // The functions below were added later. New functions are added at the end, since shared objects
+    // that are already built call functions by their position.
 
-    /// What `Message` does for `lightsource`, with the number among the lights that
-    /// `EvaluateLights` filled: that of the loop over lights which asks. What asks outside of such a loop
-    /// has a number without meaning, which may be as high as any. Neutral: asks `Message`.
+    /// Answers `lightsource`, as `Message` does, for the light of that number in `EvaluateLights`: the
+    /// current light of a loop over lights. Outside such a loop the number has no meaning and may have
+    /// any value. Neutral: calls `Message`.
     virtual bool LightMessage(unsigned int, const char* name, const QxMessageValue& value)
     {
         return Message(QxMessage::LightSource, "", name, value);
     }
 
-    // Questions for a whole grid, asked once for all points of a call. A shared object that was
-    // compiled without optimization asks for one point at a time, with the number 0. A host answers
-    // in the form that it likes. Neutral: each point's question is asked by itself, with the
-    // functions above. Results have the order of the queries.
+    // Questions for a whole grid, called once for all points of a call in a shader. A shared object
+    // that was compiled without optimization asks for one point at a time, with the number 0. A host
+    // overrides either these or the functions above. Neutral: calls the function above for each
+    // point. Results are in the order of the queries.
 
-    /// What stands for the name of a file in the queries of a grid. An instance asks once for each
-    /// name, see `QxHostScene::ForgetFiles`. Neutral: null.
+    /// Returns a handle that replaces the name of a file in the queries of a grid. An instance calls
+    /// it once for each name, see `QxHostScene::ForgetFiles`. Neutral: null.
     virtual const void* FindFile(QxFileKind, const char*) { return nullptr; }
     virtual void TextureOverGrid(const QxGridQueries<QxTextureQuery>& asked, QxRGBColor* results)
     {
@@ -245,7 +245,7 @@ public:
         for (unsigned int i = 0; i < asked.count; ++i)
             results[i] = Shadow(asked.queries[i]);
     }
-    /// Fills the distances too.
+    /// Also fills the distances.
     virtual void TraceOverGrid(const QxGridQueries<QxRayQuery>& asked, QxRGBColor* results,
                                float* distances)
     {
@@ -257,7 +257,7 @@ public:
         for (unsigned int i = 0; i < asked.count; ++i)
             results[i] = Transmission(asked.queries[i]);
     }
-    /// Fills the open directions too.
+    /// Also fills the open directions.
     virtual void OcclusionOverGrid(const QxGridQueries<QxRayQuery>& asked, float* results,
                                    QxVector3* openDirections)
     {
@@ -265,32 +265,32 @@ public:
             results[i] = Occlusion(asked.queries[i], openDirections[i]);
     }
 
-    // Numbers for `random`. Each point counts its calls from 0 in each run; a call whose result is uniform
-    // belongs to the point `QxDraws::k_allPoints`.
+    // Numbers for `random`. The calls of each point are counted from 0 in each run. A call with a uniform
+    // result belongs to the point `QxDraws::k_allPoints`.
 
-    /// Asked by byte-code, and for shared objects by the host library. Neutral: asks `Random`, which
-    /// gives the number of this point and call if it is neutral too.
+    /// Called by byte-code, and by the host library for shared objects. Neutral: calls `Random`, which
+    /// returns the number of this point and call unless it is overridden.
     virtual float RandomNumber(unsigned int point, unsigned int draw)
     {
         return Offer(0, {static_cast<int>(draw), static_cast<int>(point)});
     }
-    /// Asked by a shared object, which does not count. Neutral: asks `Random`.
+    /// Called by shared objects, which do not count calls. Neutral: calls `Random`.
     virtual float NextRandomNumber(unsigned int) { return Random(); }
 
-    /// `Ambient` for a point of the grid, by its position and number. Neutral: asks that.
+    /// As `Ambient`, for a point of the grid, by its position and number. Neutral: calls it.
     virtual QxRGBColor AmbientAt(const QxVector3& position, unsigned int)
     {
         return Ambient(position);
     }
 
-    // More questions for a whole grid, as those above.
+    // More questions for a whole grid, like those above.
 
     virtual void RayHitOverGrid(const QxGridQueries<QxRayQuery>& asked, float* distances)
     {
         for (unsigned int i = 0; i < asked.count; ++i)
             distances[i] = RayHit(asked.queries[i]);
     }
-    /// Fills the open directions and what `Occlusion` gives, too.
+    /// Also fills the open directions and occlusions.
     virtual void IndirectDiffuseOverGrid(const QxGridQueries<QxRayQuery>& asked,
                                          QxRGBColor* results, QxVector3* openDirections,
                                          float* occlusions)
@@ -300,7 +300,7 @@ public:
     }
 
 protected:
-    /// Asks `Random`, which, if it is neutral, gives the number of the place.
+    /// Calls `Random`, which returns the number of the place unless it is overridden.
     template <int n>
     float Offer(unsigned int seed, const int (&place)[n])
     {
@@ -316,5 +316,5 @@ private:
 
     QxRandomStream m_random;
     float m_drawn = 0;
-    bool m_isDrawn = false;  // `Random` is asked for it
+    bool m_isDrawn = false;  // `Random` returns it
 };

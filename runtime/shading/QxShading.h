@@ -8,13 +8,13 @@
 #include "QxMatrixMath.h"
 #include "QxPattern.h"
 
-// The interface between a host and a built shader. A shader only queries the registries of a host,
-// so that they are declared here without their implementation. The layout of these classes is part
-// of the interface version: objects built with other headers of it must go on running.
+// The interface between a host and a shared object. A shader only queries the registries of a host, so
+// they are declared here without their implementation. The layout of these classes is part of the
+// interface version: shared objects that were built with earlier headers of it must still run.
 
 class QxShaderSupport;
 
-/// A coordinate system, as the two matrices between it and the current one.
+/// A coordinate system: the two matrices between it and the current one.
 struct QxFrame3D {
     QxMatrix44 toCurrent;
     QxMatrix44 fromCurrent;
@@ -26,30 +26,30 @@ struct QxFrame3D {
     }
 };
 
-/// The coordinate systems of a host by name. The frames keep their places for the registry's life.
+/// The coordinate systems of a host by name. Frames keep their addresses as long as it exists.
 class QxSpaceRegistry {
 public:
-    /// The frame of a name that may be defined later on: until then it is that of the current
+    /// Returns the frame of a name that may be defined later; until then it is that of the current
     /// space.
     virtual const QxFrame3D* Reserve(const char* name) = 0;
-    /// The current space for an unknown name.
+    /// Returns the frame of a name, or that of the current space if it is unknown.
     virtual const QxFrame3D* Find(const char* name) const = 0;
 
 protected:
     ~QxSpaceRegistry() = default;
 };
 
-/// Where a host looks for shadeop libraries.
+/// The folders in which a host searches shadeop libraries.
 class QxSearchPath {
 public:
-    /// The path of the first file of that name, valid until the next call; null if there is none.
+    /// Returns the path of the first file of that name, valid until the next call, or null.
     virtual const char* Find(const char* file) const = 0;
 
 protected:
     ~QxSearchPath() = default;
 };
 
-/// A name that host and shader share. A pointer to one identifies the name.
+/// A name that host and shader share. The pointer to it identifies the name.
 struct QxToken {
     const char* name;
 };
@@ -57,7 +57,7 @@ struct QxToken {
 /// Gives each name one token.
 class QxTokenRegistry {
 public:
-    /// That of the name, made if it is new. It lasts as long as the registry.
+    /// Returns the token of a name, which exists as long as the registry.
     virtual QxToken* Find(const char* name) = 0;
 
 protected:
@@ -67,7 +67,7 @@ protected:
 /// A parameter as the shader declares it, such as `varying color[4]`.
 struct QxShaderToken {
     QxToken* token = nullptr;
-    const char* name = "";         // these live as long as the shader's code
+    const char* name = "";         // these exist as long as the shader's code
     const char* declaration = "";
 
     void Init(QxToken* itsToken, const char* itsName, const char* itsDeclaration)
@@ -82,8 +82,8 @@ struct QxTokenInfo {
     enum QxClass { e_constant };
 };
 
-/// The type of a value that is handed over without the shader's knowledge of it. The numbers are
-/// those that generated code uses.
+/// The type of a value that host and shader exchange. The numbers are those that generated code
+/// uses.
 enum class QxValueType {
     Float = 1,
     Point = 2,
@@ -94,7 +94,7 @@ enum class QxValueType {
     Normal = 9
 };
 
-/// Floats in one element of that type; none for a string.
+/// Returns the number of floats in one element of that type; 0 for a string.
 inline std::size_t QxFloatCount(QxValueType type)
 {
     switch (type) {
@@ -113,8 +113,8 @@ inline std::size_t QxFloatCount(QxValueType type)
     return 3;
 }
 
-/// A parameter of a shader instance with its storage: one value, or one for each shading point,
-/// of every array element in turn.
+/// A parameter of a shader instance with its storage: for each array element in turn one value, or
+/// one for each shading point.
 class QxVar {
 public:
     QxVar() = default;
@@ -122,9 +122,9 @@ public:
     QxVar& operator=(const QxVar&) = delete;
     ~QxVar() { FreeStrings(); }
 
-    /// Takes name and type from a declaration, with room for one point. The name must outlive it.
+    /// Sets name and type from a declaration, with memory for one point. The name must outlive it.
     void Declare(const QxShaderToken& token);
-    /// The same by parts; `length` is 1 for what is no array.
+    /// As above, from parts; `length` is 1 if it is not an array.
     void Declare(const char* name, QxValueType type, bool varying, std::size_t length)
     {
         m_name = name;
@@ -133,9 +133,9 @@ public:
         m_length = length;
         Resize(1);
     }
-    /// Makes room for that many shading points; what was stored is lost.
+    /// Allocates memory for that many shading points. Values that were stored are lost.
     void Resize(std::size_t points);
-    /// The same in floats of the caller, which must live as long as they are used.
+    /// As above, but uses floats of the caller, which must exist as long as they are used.
     void Borrow(std::size_t points, float* storage)
     {
         m_points = m_varying ? points : 1;
@@ -143,38 +143,38 @@ public:
         m_value = storage;
     }
 
-    /// Floats, or pointers to texts, that of element j at point p at place j * Points() + p. A text
-    /// is from malloc, and null if it was never set; code that replaces one frees it.
+    /// Floats, or pointers to texts; element j of point p is at index j * Points() + p. A text is
+    /// from malloc, and null if it was never set; code that replaces a text frees it.
     void* Value() { return m_value; }
-    /// The host has set no value.
+    /// True if the host has set no value.
     bool UseDefaultValue() const { return m_useDefault; }
-    /// Copies a value of all array elements, floats or strings by type, to every point.
+    /// Copies one value with all its array elements, floats or strings, to every point.
     void Store(const void* value);
-    /// The same for a value of the host's.
+    /// As above, for a value that the host sets.
     void SetValue(const void* value)
     {
         Store(value);
         m_useDefault = false;
     }
-    /// The same for a value of each point, laid out as they are stored.
+    /// As above, for a value for each point, in the layout of `Value`.
     void SetValueForEachPoint(const void* values)
     {
         StoreForEachPoint(values);
         m_useDefault = false;
     }
-    /// The same for a value of the shader's own.
+    /// As above, for values that the shader computes.
     void StoreForEachPoint(const void* values);
-    /// What is stored is the host's.
+    /// Marks the stored value as set by the host.
     void KeepValue() { m_useDefault = false; }
 
     const char* Name() const { return m_name; }
     QxValueType Type() const { return m_type; }
     bool IsVarying() const { return m_varying; }
     std::size_t Length() const { return m_length; }
-    /// How many points it has a value for.
+    /// The number of points that it has values for; 1 if it is uniform.
     std::size_t Points() const { return m_points; }
-    /// The space that the default value is given in, "" for what has none. It is known once that
-    /// value was computed, and lives as long as the shader.
+    /// The space that the default value is given in, "" for none. It is known after the value has
+    /// been computed, and the text exists as long as the shader.
     const char* DefaultSpace() const { return m_defaultSpace; }
     void SetDefaultSpace(const char* space) { m_defaultSpace = space; }
 
@@ -194,7 +194,7 @@ private:
         }
     }
 
-    void* m_value = nullptr;  // that of the arrays below, or the caller's
+    void* m_value = nullptr;  // data of the arrays below, or the caller's
     const char* m_name = "";
     QxValueType m_type = QxValueType::Float;
     bool m_varying = false;
@@ -203,7 +203,7 @@ private:
     std::size_t m_points = 1;
     const char* m_defaultSpace = "";
     QxArray<float> m_floats;
-    QxArray<const char*> m_strings;  // owned, from malloc: the shader replaces them
+    QxArray<const char*> m_strings;  // owned, from malloc, since the shader replaces them
 };
 
 inline void QxVar::Declare(const QxShaderToken& token)
@@ -236,7 +236,7 @@ inline void QxVar::Resize(std::size_t points)
         m_value = m_strings.Data();
 }
 
-// Not expanded in place: a caller's value of one float would seem to be read as a string.
+// Not inlined: for a caller with one float, compilers would warn of reading it as a string.
 __attribute__((noinline)) inline void QxVar::Store(const void* value)
 {
     if (m_type == QxValueType::String) {
@@ -251,7 +251,7 @@ __attribute__((noinline)) inline void QxVar::Store(const void* value)
             std::memcpy(target, source, floats * sizeof(float));
 }
 
-// Kept apart: a compiler that inlines it where the value is a float warns of a read past its end.
+// Not inlined: for a value of one float, compilers would warn of a read past its end.
 __attribute__((noinline)) inline void QxVar::StoreStrings(const char* const* value)
 {
     for (std::size_t element = 0; element < m_length; ++element)
@@ -285,15 +285,15 @@ struct QxShaderInterface {
     };
 };
 
-/// One light as a surface sees it: a value for each shading point.
+/// The values of one light at each shading point of a surface.
 struct QxLightInput {
     QxVector3* L;  // from the point to the light
     QxRGBColor* Cl;
     QxRGBColor* Ol;
 };
 
-/// The predefined variables of a grid. A host sets those that the shader asks for; a varying one
-/// points to a value for each shading point.
+/// The predefined variables of a grid. A host sets those that the shader uses; a varying one points
+/// to a value for each shading point.
 struct QxHiddenVariables {
     QxRGBColor* Cs = nullptr;
     QxRGBColor* Os = nullptr;
@@ -314,13 +314,13 @@ struct QxHiddenVariables {
     float* s = nullptr;
     float* t = nullptr;
     float* alpha = nullptr;
-    float* du = nullptr;  // one value, as are the next ones
+    float* du = nullptr;  // one value, like those below
     float* dv = nullptr;
     float* ncomps = nullptr;
     float* time = nullptr;
 };
 
-/// The predefined variables as generated code reaches them.
+/// The predefined variables as generated code accesses them.
 class QxHiddens : protected QxHiddenVariables {
 public:
     explicit QxHiddens(const QxHiddenVariables& variables) : QxHiddenVariables(variables) {}
@@ -349,7 +349,7 @@ public:
     float* GetTime() const { return time; }
 };
 
-// Each kind of shader has its own class in its entry point.
+// The entry point of each type of shader has its own class.
 class QxSurfaceHidden : public QxHiddens {
     using QxHiddens::QxHiddens;
 };
@@ -360,10 +360,10 @@ class QxImagerHidden : public QxHiddens {
     using QxHiddens::QxHiddens;
 };
 
-/// What one evaluation needs beyond the grid's values.
+/// The surroundings of one evaluation, besides the values of the grid.
 class QxShadingContext {
 public:
-    /// All must outlive the context. `spaces`: as `QxInterrogate` gave them.
+    /// All must outlive the context. `spaces` are those that `QxInterrogate` returned.
     QxShadingContext(QxShaderSupport* support, const QxSpaceRegistry* registry,
                      const QxFrame3D* const* spaces, const QxVector3& eye)
         : m_support(support),
@@ -372,7 +372,7 @@ public:
           m_eye(eye)
     {
     }
-    /// The same with other services, which must outlive it too.
+    /// Returns a copy with other services, which must outlive it too.
     QxShadingContext With(QxShaderSupport& support) const
     {
         return {&support, m_registry, m_spaces, m_eye};
@@ -381,12 +381,12 @@ public:
     const QxVector3* Eye() const { return &m_eye; }
     const QxFrame3D& Space(int number) const { return *m_spaces[number]; }
     const QxFrame3D& Space(const char* name) const { return *m_registry->Find(name); }
-    /// As `QxPattern` has it, for all calls of a run.
+    /// See `QxPattern`, which is shared by all calls of a run.
     bool Match(const char* expression, const char* text) const
     {
         return m_pattern.Match(expression, text);
     }
-    /// What these calls took.
+    /// The work of these calls, as `QxPattern` counts it.
     std::size_t MatchWork() const { return m_pattern.Work(); }
 
 private:
@@ -394,5 +394,5 @@ private:
     const QxSpaceRegistry* m_registry;
     const QxFrame3D* const* m_spaces;
     QxVector3 m_eye;
-    mutable QxPattern m_pattern;  // what is kept between calls; a run has one thread
+    mutable QxPattern m_pattern;  // cached between calls; a run has one thread
 };
