@@ -18,12 +18,12 @@ constexpr unsigned int k_noObject = RTC_INVALID_GEOMETRY_ID;
 struct Ray {
     QxVector3 origin;
     QxVector3 direction;
-    float near = 0;  // hits before near and after far do not count
+    float near = 0;  // hits before `near` and after `far` are ignored
     float far = k_endless;
-    // The surface that the ray starts on does not hide itself; another object may be as near as it
-    // likes, such as the wall that meets a mirror.
+    // Near hits on the surface that the ray starts on are rounding errors. Other objects may be at
+    // any distance, such as a wall that meets a mirror.
     unsigned int start = k_noObject;
-    float bias = 0;  // hits of the object `start` before this do not count
+    float bias = 0;  // hits of the object `start` before this are ignored
 };
 
 /// The first hit of a ray.
@@ -43,7 +43,7 @@ struct Vertex {
     float t;  // down
 };
 
-/// Triangles in world space. Their corners turn left around the normal.
+/// Triangles in world space. Their corners are counterclockwise around the normal.
 struct Mesh {
     std::vector<Vertex> vertices;
     std::vector<std::array<unsigned int, 3>> triangles;
@@ -55,14 +55,14 @@ struct Mesh {
     }
 };
 
-/// The triangles of all objects, for any number of threads after `Commit`.
+/// The triangles of all objects. After `Commit` any number of threads may intersect them.
 class Geometry {
 public:
     Geometry();
     void Add(Mesh mesh);
     void Commit();
     [[nodiscard]] std::optional<Hit> Intersect(const Ray& ray) const;
-    /// Fills P, N, Ng, s, t, u, v and the derivatives of that shading point.
+    /// Sets P, N, Ng, s, t, u, v and the derivatives of one shading point.
     void FillPoint(const QxHiddenVariables& points, std::size_t point, const Hit& hit) const;
 
 private:
@@ -71,7 +71,7 @@ private:
         void operator()(RTCScene scene) const { rtcReleaseScene(scene); }
     };
 
-    std::vector<Mesh> m_meshes;  // Embree reads them where they are
+    std::vector<Mesh> m_meshes;  // Embree keeps pointers to their vertices
     std::unique_ptr<RTCDeviceTy, Release> m_device;
     std::unique_ptr<RTCSceneTy, Release> m_scene;
 };

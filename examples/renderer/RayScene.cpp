@@ -1,15 +1,15 @@
-// Rays are followed many at a time. What they hit is sorted by object, and each object's points are
-// shaded as one grid, so that its surface shader and the lights run once:
+// Many rays are followed at a time. Their hits are grouped by object, and the points of each object
+// are shaded as one grid, so that its surface shader and the lights run once:
 //
-//     rays     hits     grid of B     A row of the grid has the rays of a row of the picture, so
+//     rays     hits     grid of B     Each row of the grid has the rays of a row of the picture, so
 //     . . .    A A A                  that derivatives lead to the pixel's neighbours. Where a ray
-//     . . .    A B B    B B           of it hit something else, the grid repeats the point beside
-//     . . .    A A B    b B           it (b), and the result is dropped.
+//     . . .    A B B    B B           of the row hit another object, the grid repeats the point
+//     . . .    A A B    b B           next to it (b), and the result is dropped.
 //
-// Where surfaces let light through, what comes through them follows as a second layer, and so on.
+// Rays that pass a transparent surface continue as a second layer, and so on.
 //
-// A shader that asks for a ray is answered by the same functions with a single ray, one level
-// deeper: the library allows a shader to be run while it runs.
+// If a shader traces a ray, the same functions follow this single ray, one level deeper; the
+// library allows an instance to be run while it is running.
 
 #include "RayScene.h"
 
@@ -22,16 +22,16 @@
 namespace {
 
 constexpr QxRGBColor k_white = {1, 1, 1};
-constexpr int k_mostLayers = 64;              // of surfaces that let light through
-constexpr float k_leastThrough = 1 / 512.0F;  // less light than that is none
+constexpr int k_mostLayers = 64;              // of transparent surfaces
+constexpr float k_leastThrough = 1 / 512.0F;  // less transmitted light is ignored
 
-/// How near to its start a ray may hit the surface that it starts on by rounding alone.
+/// The distance within which a ray may hit, by rounding errors, the surface that it starts on.
 float BiasAt(const QxVector3& place)
 {
     return 2e-4F * std::max({std::abs(place.x), std::abs(place.y), std::abs(place.z), 1.0F});
 }
 
-/// Continues the ray on the other side of what it hit.
+/// Continues the ray on the other side of the hit surface.
 void PassHit(Ray& ray, const Hit& hit)
 {
     ray.near = std::nextafter(hit.distance, k_endless);
@@ -50,7 +50,8 @@ QxRGBColor SkyAt(const World& world, const QxVector3& way)
                         : world.sky;
 }
 
-/// Direction in the hemisphere around `axis`: `rise` is the square of the sine of its angle.
+/// Returns a direction in the hemisphere around `axis`. `rise` is the squared sine of the angle to
+/// the axis, `turn` the rotation around it, in turns.
 QxVector3 DirectionAround(const QxVector3& axis, float rise, float turn)
 {
     const QxVector3 other = std::abs(axis.x) < 0.5F ? QxVector3{1, 0, 0} : QxVector3{0, 1, 0};
@@ -61,7 +62,7 @@ QxVector3 DirectionAround(const QxVector3& axis, float rise, float turn)
     return x * (sine * std::cos(angle)) + y * (sine * std::sin(angle)) + axis * std::sqrt(1 - rise);
 }
 
-/// The rectangle of a layout of paths that the hits of one object span.
+/// The smallest rectangle in a layout of paths that contains all hits of one object.
 struct Part {
     Part(const QxGrid& layout, const std::vector<Path>& paths, unsigned int object)
         : layoutColumns(layout.columns)
@@ -79,7 +80,7 @@ struct Part {
         rows = lastRow - firstRow + 1;
     }
 
-    /// The number of the path of a point of the rectangle.
+    /// Returns the index of the path of a point of the rectangle.
     [[nodiscard]] std::size_t PathOf(std::size_t point) const
     {
         return (firstRow + point / columns) * layoutColumns + firstColumn + point % columns;
@@ -106,7 +107,7 @@ std::unique_ptr<QxShaderInstance> ShaderSetting::NewInstance(QxHostSpaces& space
 
 RayScene::RayScene(const World& world) : TextureScene(world.textures), m_world(world)
 {
-    // The current space is the world's.
+    // The current space is world space.
     Spaces().Define("world", QxFrame3D());
     Spaces().Define("camera", QxFrame3D(world.camera));
     for (const PlacedObject& object : world.objects)
@@ -137,7 +138,8 @@ std::span<const Path> RayScene::Follow(Level& level, const QxGrid& layout,
     return level.paths;
 }
 
-/// Rays without a hit bring the color of the sky and end. True if there is a hit.
+/// Finds the next hit of each path. Paths without one get the color of the sky and end. Returns
+/// true if there is any hit.
 bool RayScene::FindHits(std::vector<Path>& paths) const
 {
     bool found = false;
@@ -157,14 +159,15 @@ bool RayScene::FindHits(std::vector<Path>& paths) const
     return found;
 }
 
-/// The rays that hit the object continue after it, and their hits are done.
+/// Shades all hits of one object, adds the results to their paths, and continues these after the
+/// object.
 void RayScene::ShadeObject(Level& level, const QxGrid& layout, unsigned int object)
 {
     const Part part(layout, level.paths, object);
     level.grid.Resize(part.columns, part.rows);
-    std::size_t nearest = 0;  // path of which the point is repeated
+    std::size_t nearest = 0;  // path whose point is repeated in gaps
     for (std::size_t point = 0; point < level.grid.Size(); ++point) {
-        // A row that begins with a gap takes its first hit; one without hits, the last row's.
+        // A gap at the start of a row repeats its first hit, or the previous row's last one.
         const std::size_t end = point % part.columns == 0 ? point + part.columns : point + 1;
         for (std::size_t other = point; other < end; ++other)
             if (level.paths[part.PathOf(other)].Hits(object)) {
@@ -191,7 +194,7 @@ void RayScene::FillPoint(QxHostGrid& grid, std::size_t point, const Path& path) 
     const PlacedObject& object = m_world.objects[path.hit->object];
     const QxHiddenVariables at = grid.Hidden();
     m_world.geometry.FillPoint(at, point, *path.hit);
-    if (object.isRound)  // neighbours must not lie on different sides of the seam
+    if (object.isRound)  // keeps neighbours on the same side of the seam
         at.u[point] = at.s[point] += std::round(at.s[0] - at.s[point]);
     at.I[point] = path.ray.direction * path.hit->distance;
     at.Cs[point] = object.color;
@@ -201,7 +204,7 @@ void RayScene::FillPoint(QxHostGrid& grid, std::size_t point, const Path& path) 
 void RayScene::Shade(Level& level, unsigned int object)
 {
     const QxHiddenVariables at = level.grid.Hidden();
-    // One step along u is one to the next ray, which `Du` cannot know better.
+    // Columns and rows of the grid are rays, not steps of u and v.
     *at.du = *at.dv = 1;
     level.grid.Set("E", QxTransformPoint({0, 0, 0}, m_world.camera));
     level.object = object;
@@ -218,7 +221,7 @@ Ray RayScene::RayOf(const QxRayQuery& query, const QxVector3& direction)
     return ray;
 }
 
-/// Beyond the deepest level there is no light.
+/// Returns black for rays deeper than the limit.
 QxRGBColor RayScene::Trace(const QxRayQuery& query, float& distance)
 {
     distance = -1;
@@ -238,7 +241,7 @@ float RayScene::RayHit(const QxRayQuery& query)
     return hit ? hit->distance : -1;
 }
 
-/// The share of the light that comes through all that is in the way.
+/// Multiplies the transparencies of all objects between the two positions.
 QxRGBColor RayScene::Transmission(const QxRayQuery& query)
 {
     const QxVector3 way = query.direction - query.position;
@@ -269,7 +272,7 @@ QxRGBColor RayScene::OpacityAt(const Path& path)
     return level.grid.Hidden().Oi[0];
 }
 
-/// The mean over places on a square between the four corners, one in each of its cells.
+/// Averages over random positions between the four corners, one in each cell of a square raster.
 QxRGBColor RayScene::Shadow(const QxPointsQuery& query)
 {
     if (query.sourceCount != 4)
@@ -293,10 +296,11 @@ QxRGBColor RayScene::Shadow(const QxPointsQuery& query)
     return k_white - light / (count * count);
 }
 
-/// Rays are spread by the cosine to the axis, so that each carries the same share of light.
+/// Chooses directions with a density proportional to the cosine to the axis, so that all rays have
+/// the same weight.
 float RayScene::Occlusion(const QxRayQuery& query, QxVector3& openDirection)
 {
-    constexpr float k_golden = 0.61803399F;  // turns by it never meet
+    constexpr float k_golden = 0.61803399F;  // golden ratio: spreads the rotations evenly
     const QxVector3 axis = QxNormalize(QxLength(query.axis) > 0 ? query.axis : query.direction);
     const int count = query.samples >= 1 ? QxToInt(query.samples, 1, 4096) : 16;
     const float angle = query.angle < 0 ? QX_PI_FLOAT / 2 : std::min(query.angle, QX_PI_FLOAT / 2);

@@ -9,27 +9,27 @@
 
 /// A ray and the result of following it.
 struct Path {
-    Ray ray;                         // the rest of it, after surfaces that let light through
-    std::optional<Hit> hit = {};     // that is not shaded yet
-    QxRGBColor through = {1, 1, 1};  // share of the light that still comes through
-    QxRGBColor color = {0, 0, 0};    // that has come so far
-    float distance = -1;             // to the first hit; below 0: none
+    Ray ray;                         // its rest, after transparent surfaces that it has passed
+    std::optional<Hit> hit = {};     // not shaded yet
+    QxRGBColor through = {1, 1, 1};  // product of the transparencies passed so far
+    QxRGBColor color = {0, 0, 0};    // sum of the light so far
+    float distance = -1;             // of the first hit; below 0: none
 
     [[nodiscard]] bool Hits(unsigned int object) const { return hit && hit->object == object; }
 };
 
-/// A thread's view of the world: instances of all shaders, and the answers that take rays. An
-/// answer shades what its rays hit, with the same instances, within the run that asks.
+/// The scene of one thread: instances of all shaders, and answers that trace rays. An answer shades
+/// what its rays hit with the same instances, nested in the run that asks.
 class RayScene : public TextureScene {
 public:
     /// The world must outlive the scene.
     explicit RayScene(const World& world);
 
-    /// All random numbers from here on depend on this number alone.
+    /// Restarts the random numbers; all later ones depend only on `seed`.
     void SetSeed(unsigned int seed) { m_random = QxRandomStream(seed); }
-    /// Follows camera rays, one for each point of the layout. Neighbours should hit neighbouring
-    /// places: what they hit of one object is shaded as one grid. The paths last until the next
-    /// call.
+    /// Follows camera rays, one for each point of the layout. Hits on one object are shaded as one
+    /// grid, so neighbouring rays should hit neighbouring points. The paths are valid until the
+    /// next call.
     std::span<const Path> Follow(const QxGrid& layout, std::span<const Ray> rays)
     {
         return Follow(LevelAt(0), layout, rays);
@@ -38,23 +38,23 @@ public:
     QxRGBColor Trace(const QxRayQuery& query, float& distance) override;
     float RayHit(const QxRayQuery& query) override;
     QxRGBColor Transmission(const QxRayQuery& query) override;
-    /// Answers for a light whose corners are given; there are no shadow maps.
+    /// Computes the shadow of an area light whose four corners are given; there are no shadow maps.
     QxRGBColor Shadow(const QxPointsQuery& query) override;
     float Occlusion(const QxRayQuery& query, QxVector3& openDirection) override;
     bool IsShadowRay() override { return LevelAt(OuterGrids()).isShadowRay; }
     float Random() override { return m_random.Next(); }
 
 private:
-    /// What following rays needs. Shaders may follow more of them, so each depth has its own level,
-    /// which keeps its memory for the next time.
+    /// The memory for following rays. Shaders may trace further rays, so each depth of nesting has
+    /// its own level, which is reused.
     struct Level {
         bool isShadowRay = false;
-        unsigned int object = k_noObject;  // whose grid is being shaded
+        unsigned int object = k_noObject;  // the object that is being shaded
         QxHostGrid grid{1, 1};
         std::vector<Path> paths;
     };
 
-    /// Grids around the one whose shader asks.
+    /// The number of grids around the one whose shader asks.
     [[nodiscard]] std::size_t OuterGrids() { return static_cast<std::size_t>(RayLevel()); }
     [[nodiscard]] Level& LevelAt(std::size_t depth);
     std::span<const Path> Follow(Level& level, const QxGrid& layout, std::span<const Ray> rays);

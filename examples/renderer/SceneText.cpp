@@ -1,5 +1,5 @@
-// Each line of a scene is a statement: a word, names, and words "key=value". A statement takes from
-// the line the words that it knows; what is left over is reported.
+// Each line of a scene is a statement: a word, names, and words "key=value". A statement removes
+// the words that it knows from the line; any that are left are reported.
 
 #include "SceneText.h"
 
@@ -27,7 +27,7 @@ std::string Quoted(const std::string& text)
     return "'" + text + "'";
 }
 
-/// Such as "1,0.5,2".
+/// Reads a list such as "1,0.5,2". `key` is for the error.
 std::vector<float> ReadNumbers(const std::string& key, const std::string& text)
 {
     std::vector<float> numbers;
@@ -41,7 +41,7 @@ std::vector<float> ReadNumbers(const std::string& key, const std::string& text)
     return numbers;
 }
 
-/// The words of one line, which a statement takes one after the other.
+/// The words of one line that a statement has not read yet.
 class Line {
 public:
     explicit Line(const std::string& text) : m_names(text.substr(0, text.find('#')))
@@ -60,7 +60,7 @@ public:
 
     [[nodiscard]] const std::string& Statement() const { return m_statement; }
 
-    /// The next word without a key.
+    /// Returns the next word without a key. `what` is for the error.
     [[nodiscard]] std::string TakeName(const char* what)
     {
         std::string name;
@@ -75,7 +75,7 @@ public:
         return node.empty() ? otherwise : node.mapped();
     }
 
-    /// Three numbers, or one for all three.
+    /// Reads three numbers, or one for all three.
     template <class Triple = QxVector3>
     [[nodiscard]] Triple TakeTriple(const std::string& key, const std::string& otherwise)
     {
@@ -87,7 +87,7 @@ public:
         return {numbers[0], numbers[1], numbers[2]};
     }
 
-    /// Sets `value`, if the key is there, to a number in that range.
+    /// Sets `value` to a number in the range, if the line has the key.
     template <class Number>
     void TakeNumber(const std::string& key, int least, int most, Number& value)
     {
@@ -102,7 +102,7 @@ public:
         value = static_cast<Number>(numbers[0]);
     }
 
-    /// Scales, then turns around x, y and z by degrees, then moves.
+    /// Reads a transform: scales, then rotates around x, y and z by degrees, then translates.
     [[nodiscard]] QxMatrix44 TakePlace()
     {
         const auto turn = TakeTriple("turn", "0");
@@ -116,10 +116,10 @@ public:
         return QxScale(place, scale);
     }
 
-    /// All words with keys that are left.
+    /// Returns all remaining words with keys.
     [[nodiscard]] std::map<std::string, std::string> TakeRest() { return std::move(m_values); }
 
-    /// Throws if anything is left.
+    /// Throws if any word is left.
     void Finish()
     {
         std::string left = m_values.empty() ? "" : m_values.begin()->first;
@@ -201,7 +201,7 @@ private:
             throw Error("There are two shaders " + Quoted(name));
     }
 
-    /// A text that ends with ".png" names a picture.
+    /// Sets a parameter. A text that ends with ".png" names a picture, which is read.
     void SetParameter(ShaderSetting& setting, const std::string& name, const std::string& text)
     {
         const QxParameterHandle handle = setting.shader->Handle(name);
@@ -269,7 +269,7 @@ private:
         return texture.get();
     }
 
-    /// Beside the scene or, if there is none, among the shaders.
+    /// Returns the path of a file in the folder of the scene, or else in that of the shaders.
     [[nodiscard]] std::filesystem::path FindFile(const std::string& name) const
     {
         return std::filesystem::exists(m_folder / name) ? m_folder / name : m_shaderFolder / name;

@@ -1,6 +1,6 @@
-// A sphere is one grid over its parameters, for the displacement shader. The grid has a column more
-// than a turn on either side, since derivatives are less exact at the border of a grid and would
-// show the seam. Its rows end half a step before the poles, where u has no direction.
+// A sphere is shaded as one grid over its parameters, for the displacement shader. The grid has one
+// extra column on each side, since derivatives are less exact at the border of a grid, which would
+// make the seam visible. Its rows end half a step before the poles, where u has no direction.
 
 #include "Shapes.h"
 
@@ -16,8 +16,8 @@
 
 namespace {
 
-/// Adds the triangles of a polygon whose vertices are the last ones of the mesh, from `first` on.
-/// Vertices without a normal get that of the first triangle.
+/// Adds the triangles of a polygon, whose vertices are those of the mesh from `first` on. Vertices
+/// without a normal get the normal of the first triangle.
 void AddPolygon(Mesh& mesh, std::size_t first)
 {
     std::vector<Vertex>& vertices = mesh.vertices;
@@ -31,8 +31,8 @@ void AddPolygon(Mesh& mesh, std::size_t first)
 
 using ObjValues = std::vector<QxVector3>[3];  // points, texture coordinates, normals
 
-/// Adds a vertex for a corner such as "7", "7/3", "7//2" or "7/3/2"; numbers below 0 count back
-/// from the last value. False if the corner is damaged.
+/// Adds a vertex for a corner such as "7", "7/3", "7//2" or "7/3/2"; negative numbers count back
+/// from the last value. Returns false if the corner is invalid.
 bool AddCorner(Mesh& mesh, const ObjValues& values, const std::string& corner)
 {
     QxVector3 found[3] = {};
@@ -132,7 +132,7 @@ Mesh ReadObjFile(const std::string& path, const QxMatrix44& toWorld)
             AddPolygon(mesh, first);
         } else if (word == "vt") {
             good = !!(words >> value.x >> value.y);
-            values[1].push_back({value.x, 1 - value.y, 0});  // pictures begin with the upper row
+            values[1].push_back({value.x, 1 - value.y, 0});  // pictures start with the top row
         } else if (word == "v" || word == "vn") {
             good = !!(words >> value.x >> value.y >> value.z);
             values[word == "v" ? 0 : 2].push_back(

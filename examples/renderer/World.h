@@ -6,20 +6,21 @@
 #include "Geometry.h"
 #include "TextureScene.h"
 
-/// A shader with values for its parameters, for any number of instances.
+/// A shader with values for its parameters, which any number of instances share.
 struct ShaderSetting {
     std::shared_ptr<const QxShader> shader;
     QxParameterSet values = QxParameterSet(shader);
 
-    /// Its "shader" and "object" spaces are at `toWorld`. This and `spaces` must outlive it.
+    /// Creates an instance whose "shader" and "object" spaces are at `toWorld`. This object and
+    /// `spaces` must outlive it.
     [[nodiscard]] std::unique_ptr<QxShaderInstance> NewInstance(QxHostSpaces& spaces,
                                                                 const QxMatrix44& toWorld) const;
 };
 
-/// What an object does to the light that would pass it.
+/// How an object blocks light.
 enum class ShadowKind {
-    Opaque,  // it keeps all light away, whatever its shader computes
-    Shader,  // its shader is asked for its opacity
+    Opaque,  // blocks all light, whatever its shader computes
+    Shader,  // runs its shader, whose opacity counts
     None,
 };
 
@@ -29,7 +30,7 @@ struct PlacedObject {
     QxRGBColor color;
     QxRGBColor opacity;
     ShadowKind shadow;
-    bool isRound;  // after 1, s goes on with 0
+    bool isRound;  // s is periodic: 1 is followed by 0
 };
 
 struct PlacedLight {
@@ -37,18 +38,18 @@ struct PlacedLight {
     QxMatrix44 toWorld;
 };
 
-/// All that a picture is made of. While it is rendered, all threads read it and none changes it.
+/// Everything that a picture shows. While it is rendered, all threads read it and none changes it.
 struct World {
     unsigned int width = 320;
     unsigned int height = 240;
-    unsigned int samples = 2;    // along an edge of a pixel
-    unsigned int rayLevels = 6;  // of what is seen by mirrors in mirrors and the like
-    QxMatrix44 camera = QxMatrix44::Identity();  // to world space; it looks along z, y is up
+    unsigned int samples = 2;    // along each edge of a pixel
+    unsigned int rayLevels = 6;  // maximum depth of rays, such as between two mirrors
+    QxMatrix44 camera = QxMatrix44::Identity();  // camera to world space; it looks along z, y is up
     float cameraAngle = 45;                      // across the shorter edge of the picture, degrees
-    QxRGBColor sky = {0, 0, 0};  // where rays leave the scene; times the map, if there is one
-    const SqxTexture* skyMap = nullptr;  // one of `textures`
+    QxRGBColor sky = {0, 0, 0};  // of rays that hit nothing; multiplied by the map, if there is one
+    const SqxTexture* skyMap = nullptr;  // one of `textures`, or null
     Textures textures;
-    std::vector<PlacedObject> objects;  // as `geometry` numbers them
+    std::vector<PlacedObject> objects;  // in the order of `geometry`
     std::vector<PlacedLight> lights;
     Geometry geometry;
 };

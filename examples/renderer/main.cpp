@@ -1,6 +1,6 @@
-// A small renderer: reads the text of a scene and writes a picture of it. Threads take tiles of the
-// picture in turn. Each has its own `RayScene`, with instances of all shaders; they share the
-// world.
+// A small renderer: reads a scene and writes a picture of it. Each thread repeatedly takes the next
+// tile of the picture. It has its own `RayScene` with instances of all shaders; all threads share
+// the world.
 
 #include <algorithm>
 #include <atomic>
@@ -21,7 +21,7 @@ namespace {
 
 constexpr unsigned int k_tileEdge = 16;  // pixels
 
-/// The ray through a sample; columns and rows of samples begin in the upper left corner.
+/// Returns the ray through a sample. Columns and rows of samples start in the upper left corner.
 Ray CameraRay(const World& world, unsigned int column, unsigned int row)
 {
     const auto width = static_cast<float>(world.width * world.samples);
@@ -62,8 +62,8 @@ void RenderTile(const World& world, RayScene& scene, unsigned int number,
     }
 }
 
-/// Linear colors, rows from the top; the same with any number of threads. Throws the error of a
-/// shader.
+/// Returns linear colors, rows from the top, which do not depend on the number of threads. Throws
+/// what a shader throws.
 std::vector<QxRGBColor> Render(const World& world, unsigned int threads)
 {
     const unsigned int tiles = ((world.width + k_tileEdge - 1) / k_tileEdge) *
@@ -81,7 +81,7 @@ std::vector<QxRGBColor> Render(const World& world, unsigned int threads)
                 ShowProgress(++done * 100 / tiles);
             }
         } catch (...) {
-            next = tiles;  // the other threads stop, too
+            next = tiles;  // stops the other threads
             throw;
         }
     };
