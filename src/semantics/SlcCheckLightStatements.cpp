@@ -1,9 +1,9 @@
-// The statements on lights: where they are allowed, their arguments, and the scopes of their
+// Checks statements for lights: where they are allowed, their arguments, and the scopes of their
 // bodies.
 //
-// `illuminance` looks at lights and gives its body the variables L, Cl and Ol; `illuminate` and
-// `solar` are a light's own. What differs between the three is a row (LightStatement), so that each
-// rule is written once. In a function none is refused: that depends on who calls it.
+// `illuminance` loops over lights and declares L, Cl and Ol in its body; `illuminate` and `solar`
+// are allowed in lights only. The differences between the three are rows (LightStatement), so that
+// each rule is written once. All are accepted in functions, since their callers decide.
 //
 // Tested by tests/semantics/SlcCheckLightStatementsTest.cpp.
 
@@ -23,8 +23,8 @@ struct SlcCheckSemantics::LightStatement {
     Side side;
     const char* illegal;
     const char* nested;
-    const char* notFound;   // internal: a name that escaped a look-up
-    const char* afterName;  // what follows the name there; null if it is not shown
+    const char* notFound;   // internal error: a name that was not found
+    const char* afterName;  // text after the name in it; null if the name is not shown
     const char* noVariable;
 };
 
@@ -64,7 +64,7 @@ const SlcCheckSemantics::LightStatement SlcCheckSemantics::sm_solar = {
 
 bool SlcCheckSemantics::IsLegalHere(const LightStatement& statement) const
 {
-    // A function is judged where it is called.
+    // A function is checked where it is called.
     if (m_inFunction)
         return true;
     if (statement.side == LightStatement::Side::Lighting)
@@ -80,7 +80,7 @@ void SlcCheckSemantics::CheckLightArgument(SlcExprNode* argument, const LightSta
     const bool takesPoint = role != LightArgument::Angle;
     FindTypes(argument);
     const auto types = SlcPossibleTypes::Of(argument);
-    // A triple, which may be a color elsewhere, is a point here, or else the wrong type.
+    // A triple, which may be a color elsewhere, must be a point here.
     SlcTypeNode* suited = types->IsInTypes(SlcTypeNode::APoint(), false);
     if (suited && !takesPoint && types->IsInTypes(SlcTypeNode::AFloat(), false))
         suited = nullptr;
@@ -124,8 +124,8 @@ void SlcCheckSemantics::CheckLightStatement(Node* node, const LightStatement& st
     m_scopes.current = outer;
 }
 
-/// A failed look-up that comes out of the walk is a fault of the compiler: the passes report
-/// those that the source can cause.
+/// A failed look-up that reaches this function is an internal error: the passes report those that a
+/// source can cause.
 template <class Node>
 void SlcCheckSemantics::GuardLightStatement(Node* node, const LightStatement& statement,
                                             SlcExprNode* position)

@@ -12,39 +12,40 @@
 
 class SlcExprNode;
 
-/// Warns of reads of variables that are not set yet. It walks a body in the order of execution,
-/// with a record for the body and one for each branch and loop in it, which is merged into the
-/// record around it where the branch ends.
+/// Warns of reads of variables that may not be set yet. It walks a body in the order of execution.
+/// The body and each branch and loop in it have a record, which is merged into the enclosing record
+/// where the branch ends.
 ///
-/// Each variable has one state, that of the point that the walk has reached. A record keeps what
-/// its branch has changed, so that the state can be taken back while another branch is walked, and
-/// met where both end. Variables further out than the body are judged where the body's function is
+/// Each variable has one state: its state at the current point of the walk. A record stores the
+/// changes of its branch, so that they can be undone before another branch is walked, and joined
+/// where both end. Variables that are declared outside the body are checked where its function is
 /// called: there its record is replayed.
 ///
-/// A statement costs its expressions, and each branch and call the variables that it changes.
+/// A statement costs its expressions; a branch or call costs the number of variables that it
+/// changes.
 class SlcCheckUsage : public SlcCodeWalker {
 public:
-    /// The record of a body.
+    /// Creates the record of a body.
     explicit SlcCheckUsage(SlcPtr<SlcSemanticError> errors);
-    /// That of a branch in the one of `parent`, which must outlive it.
+    /// Creates the record of a branch, inside that of `parent`, which must outlive it.
     explicit SlcCheckUsage(SlcCheckUsage& parent);
 
-    /// Takes in an expression, condition, declaration or jump that is reached next, once the other
-    /// passes have finished with it. A body starts with its formals.
+    /// Visits the next expression, condition, declaration or jump, after the other passes have
+    /// finished with it. A body starts with its formals.
     void operator()(SlcSyntaxNode* node);
-    /// The branch has been walked: what it has changed is taken back until it is promoted. Another
-    /// branch of the statement, or `Promote`, comes next.
+    /// Ends the walk of the branch and undoes its changes until it is promoted. The next call walks
+    /// another branch of the statement, or is `Promote`.
     void SetAside();
 
-    /// The end of a statement: its branches, which have been set aside, count from here on.
+    /// Ends a statement and joins its branches, which have been set aside.
     void Promote(SlcIfThenElseStmtNode* node, SlcCheckUsage& thenBranch, SlcCheckUsage& elseBranch);
     void Promote(SlcIfThenStmtNode* node, SlcCheckUsage& branch);
     void Promote(SlcLoopStmtNode* node, SlcCheckUsage& body);
 
 private:
-    static constexpr int k_outside = -1;  // level of variables further out than the body
+    static constexpr int k_outside = -1;  // level of variables that are declared outside the body
 
-    /// A variable as one body sees it.
+    /// A variable in one body.
     struct Variable {
         Variable(SlcVarSymbolEntry* variable, int declaredAt) : entry(variable), level(declaredAt)
         {
@@ -52,14 +53,15 @@ private:
 
         SlcVarSymbolEntry* entry;
         int level;                  // of the branch that declares it, or `k_outside`
-        int changedAt = k_outside;  // level of the innermost branch that has noted a change
-        SlcVariableUsage outer;     // if it is further out; else the entry has its usage
-        const SlcVariableUsage* elsewhere = nullptr;  // in the other of two branches that meet
+        int changedAt = k_outside;  // level of the innermost branch that has recorded a change
+        SlcVariableUsage outer;     // state if it is declared outside; else the entry has it
+        const SlcVariableUsage* elsewhere =
+            nullptr;  // state in the other of two branches that are joined
     };
     struct Change {
         Variable* variable;
-        SlcVariableUsage usage;  // before the branch, or at its end once it has been set aside
-        int changedAt;           // of the variable, before the branch
+        SlcVariableUsage usage;  // before the branch, or after it once it is set aside
+        int changedAt;           // `Variable::changedAt` before the branch
     };
     struct Body {
         std::unordered_map<const SlcVarSymbolEntry*, Variable> variables;
@@ -78,40 +80,41 @@ private:
     void Case(SlcProcCallExprNode* node) override;
     void Default(SlcSyntaxNode* node) override;
 
-    /// The variable that an alias refers to; null for one that is always set or has been reported.
+    /// Returns the variable that an alias refers to; null if it is always set or has been reported.
     [[nodiscard]] Variable* Find(const SlcPtr<SlcVarSymbolEntry>& named);
     [[nodiscard]] Variable* Find(SlcVarSymbolEntry* entry);
-    /// Its state at the point that the walk has reached.
+    /// Returns the state of the variable at the current point of the walk.
     [[nodiscard]] static SlcVariableUsage& UsageOf(Variable& variable);
-    /// Its reads are reported here, and not where the function is called.
+    /// True if reads are reported here, not where the function is called.
     [[nodiscard]] static bool IsJudgedHere(const Variable& variable);
-    /// Call it before each change of a usage.
+    /// Records the state of a variable; to be called before each change of it.
     void NoteChange(Variable& variable);
-    /// The variable is in that state from here on.
+    /// Changes the state of the variable.
     void SetUsage(Variable& variable, const SlcVariableUsage& usage);
 
-    /// It is written, or perhaps. Null is passed over, here and below.
+    /// Records a write; with `maybe` it may not be executed. A null variable is ignored, here and
+    /// below.
     void VarIsModifiedInTable(Variable* variable, bool maybe);
-    /// It is read at `expr`, which is reported there if it may not be set.
+    /// Records a read at `expr`, and warns if the variable may not be set.
     void VarIsAccessedInTable(Variable* variable, bool maybe, SlcExprNode* expr);
-    /// A warning at `expr` that the variable is not, or may not be, set.
+    /// Warns at `expr` that the variable is not, or with `maybe` may not be, set.
     void LogAccessError(const SlcExprNode* expr, const Variable& variable, bool maybe);
 
-    /// Two branches of which one runs.
+    /// Joins two branches, one of which runs.
     void PromoteUsage(SlcCheckUsage& first, SlcCheckUsage& second);
-    /// One that runs, or perhaps.
+    /// Merges a branch that runs, or with `maybe` may run.
     void PromoteUsage(SlcCheckUsage& branch, bool maybe);
     /// Replays the accesses of a called function to outer variables.
     void Replay(SlcCheckUsage& function, SlcExprNode* call);
-    /// Checks the reads that find the place of an argument that is written to, such as an index.
+    /// Checks the reads, such as of an index, that locate an argument that is written.
     void WalkPlace(SlcExprNode& argument);
-    /// `formal` is an output of a called function.
+    /// Transfers the state of `formal`, an output of a called function, to its argument.
     void PassOutput(SlcVarSymbolEntry& formal, Variable* argument, const SlcExprNode* call);
 
     SlcPtr<SlcSemanticError> m_errors;
-    std::shared_ptr<Body> m_body;   // shared by the records of one body
-    int m_level;                    // branches around this one
-    int m_breakLevel = 0;           // loops that a jump of this branch leaves or continues
-    bool m_stopped = false;         // after a jump: the rest of this branch does not run
+    std::shared_ptr<Body> m_body;  // shared by the records of one body
+    int m_level;                   // number of enclosing branches
+    int m_breakLevel = 0;          // number of loops that a jump of this branch leaves or continues
+    bool m_stopped = false;        // after a jump: the rest of this branch does not run
     std::vector<Change> m_changes;  // of variables that the branch does not declare
 };

@@ -6,36 +6,39 @@
 
 #include "symbols/SlcSymbolEntry.h"
 
-/// The variables whose inline details change while loops are evaluated, so that what a round of a
-/// loop leaves can be joined with what the round before has left. One for an evaluation and those
-/// inside it, since a nested function writes variables of the bodies around it.
+/// Records the variables whose details change while loops are evaluated, so that the details after
+/// one round of a loop can be joined with those after the previous round. An evaluation and all
+/// nested ones share one journal, since a nested function may write variables of the enclosing
+/// bodies.
 class SlcInlineJournal {
 public:
-    /// A round of a loop begins, inside the loops that are open. Each has its end below.
+    /// Begins a round of a loop, nested in those that have begun. Each round must be ended.
     void BeginRound();
-    /// The variable is about to get another detail.
+    /// To be called before the variable gets another detail.
     void NoteWrite(SlcVarSymbolEntry& variable);
-    /// The variable is defined again: nothing of the last round is left in it.
+    /// To be called when the variable is defined again, so that its detail does not depend on the
+    /// last round.
     void NoteDefinition(SlcVarSymbolEntry& variable);
-    /// The round ends. Joins the details that it has found with those that it leaves; true if a
-    /// variable has another detail for that.
+    /// Ends the round and joins the details before and after it. Returns true if that has changed
+    /// the detail of a variable.
     [[nodiscard]] bool EndRound();
-    /// The same, but what is written becomes varying, so that another round changes nothing.
+    /// Ends the round and makes all written variables varying, so that another round changes
+    /// nothing.
     void EndRoundAsVarying();
-    /// Loops within loops have taken more rounds than anyone would wait for.
+    /// True if nested loops have taken too many rounds.
     [[nodiscard]] bool IsExhausted() const { return m_count > k_mostRounds; }
-    /// True once: that has still to be reported.
+    /// True at the first call, so that this is reported once.
     [[nodiscard]] bool IsFirstReport() { return !std::exchange(m_reported, true); }
 
 private:
     using Round = std::unordered_map<SlcVarSymbolEntry*, SlcDetailNode*>;  // null: defined again
 
-    /// Ends the round and hands what it has found to the loop around.
+    /// Ends the round and passes its record to the enclosing loop.
     [[nodiscard]] Round Take();
 
     static constexpr int k_mostRounds = 100'000;
 
-    std::vector<Round> m_rounds;  // what each variable had, the innermost loop last
+    std::vector<Round> m_rounds;  // details before each round, the innermost loop last
     int m_count = 0;
     bool m_reported = false;
 };

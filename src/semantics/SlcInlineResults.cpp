@@ -1,6 +1,6 @@
-// A key has a letter for each thing that an evaluation depends on: the place of the call, the
-// detail that its context requests, and the detail of each argument. " S -uv" is a call in the
-// shader's own code, which wants nothing, with a uniform and a varying argument.
+// A key has one letter for each input of an evaluation: the place of the call, the detail that its
+// context requests, and the detail of each argument. " S -uv" is a call in the code of the shader
+// itself, whose context requests no detail, with a uniform and a varying argument.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 
@@ -10,7 +10,7 @@
 
 SlcInlineResults::Circumstances::Circumstances(const SlcCallPlace& place, bool isQuiet)
 {
-    // One compile has one kind of shader, and the depth of a call changes no detail.
+    // A compile has one type of shader, and details do not depend on the depth of calls.
     m_key += place.inLightStatement ? 'L' : ' ';
     m_key += place.inShader ? 'S' : ' ';
     m_key += isQuiet ? 'Q' : ' ';

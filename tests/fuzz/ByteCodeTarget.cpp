@@ -1,4 +1,4 @@
-// A byte-code file, whatever it holds: loaded, verified and run.
+// Loads, verifies and runs a byte-code file with any contents.
 
 #include <algorithm>
 #include <memory>
@@ -19,7 +19,7 @@ constexpr std::size_t k_stepLimit = 3000;
 constexpr std::size_t k_memoryLimit = std::size_t{1} << 30;
 constexpr unsigned int k_lights = 2;
 
-/// Answers everything that a shader may ask, and keeps what it says to itself.
+/// Answers all questions of a shader, and discards what it prints.
 class FuzzScene : public QxShaderSupport {
 public:
     void EvaluateLights(const QxVector3*, unsigned int points, QxLightInput* lights,
@@ -82,7 +82,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     if (reader.Read(text) == !reader.Message().empty())
         FuzzFault("refused without a message, or read with one: " + reader.Message());
     static_cast<void>(SqxDump(reader.Shader()));
-    // Each set of kernels in turn, by the input, so that each input has its own again.
+    // The input selects the kernel set, so that running it again uses the same set.
     const bool baseline = size % 2 == 0 || !QxMachineProgram::HasAvx2();
     Run(text, baseline ? QxKernelChoice::Baseline : QxKernelChoice::Avx2);
     return 0;

@@ -5,8 +5,8 @@
 #include "frontend/SlcExprNodes.h"
 #include "helpers/CheckedShader.h"
 
-/// One statement in the body of a shader that declares a few variables of each type, put through
-/// the semantic passes: f1 f2 c1 c2 p1 p2 v1 v2 n1 n2 m1 m2 s1 s2, and the arrays fa and ca.
+/// A statement in the body of a shader that declares a few variables of each type, after the
+/// semantic passes: f1 f2 c1 c2 p1 p2 v1 v2 n1 n2 m1 m2 s1 s2, and the arrays fa and ca.
 class TypedStatement {
 public:
     /// `functions` precede the shader.
@@ -15,7 +15,7 @@ public:
 
     /// The reports of the statement, without their place, joined by "; ".
     [[nodiscard]] std::string Reports() const;
-    /// The set of the value that the statement, an assignment, assigns: "float color".
+    /// The possible types of the value that the statement, an assignment, assigns: "float color".
     [[nodiscard]] std::string ValueTypes() const;
     /// The value, or the call that the statement is, with the one type of each part:
     /// "(c1:color * f1:float):color", "sqrt(f1:float):float". A call without an overload shows

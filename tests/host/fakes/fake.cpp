@@ -1,5 +1,5 @@
-// A shared object with the entry points of a shader, but for what the build leaves out: a host
-// must refuse it. FAKE_MAJOR and FAKE_MINOR are its version.
+// A shared object with the entry points of a shader, except those that the build leaves out, so
+// that a host must refuse it. FAKE_MAJOR and FAKE_MINOR are its version.
 
 #include "slcShaderCCodeOp.h"
 
@@ -42,7 +42,7 @@ int QX_SHADER_FUNC QxModifyPoint(void)
 void QX_SHADER_FUNC QxDestroy(const QxFrame3D***)
 {
     if (--s_registrations != 0)
-        std::abort();  // each registration is taken back once
+        std::abort();  // each registration must be undone once
 }
 
 #ifndef FAKE_WITHOUT_EVALUATE
