@@ -2,30 +2,30 @@
 
 #include "symbols/SlcBuiltInTable.h"
 
-// The rules that give the detail of a call of a built-in. A rule of the first pass also reports
-// arguments that the call must not have; its inline twin works on the inline details of a body
-// that is being evaluated, and reports nothing.
+// The rules for the detail of a call of a built-in. A rule of the first pass also reports invalid
+// arguments. Its inline counterpart uses the inline details of a body that is being evaluated, and
+// reports nothing.
 
 using SlcFuncEntry = SlcPtr<SlcFuncSymbolEntry>;
 
-/// Uniform if all arguments are; without arguments, what the context wants.
+/// Uniform if all arguments are; without arguments, the detail that the context requests.
 SlcDetailNode* SlcAllArgsUniformReturnUniform(SlcCheckDetail* walker, SlcFuncEntry entry,
                                               SlcProcCallExprNode* call);
 SlcDetailNode* SlcAllArgsUniformReturnUniformInline(SlcCheckInlineDetail* walker,
                                                     SlcFuncEntry entry, SlcProcCallExprNode* call);
-/// Varying, since they read varying data that is not among their arguments.
+/// Varying, for built-ins that read varying data which is not an argument.
 SlcDetailNode* SlcAlwaysReturnVarying(SlcCheckDetail* walker, SlcFuncEntry entry,
                                       SlcProcCallExprNode* call);
 SlcDetailNode* SlcAlwaysReturnVaryingInline(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
                                             SlcProcCallExprNode* call);
-/// Uniform: one answer for the grid, whatever is asked.
+/// Uniform, for built-ins with one result for the grid, whatever the arguments are.
 SlcDetailNode* SlcAlwaysReturnUniform(SlcCheckDetail* walker, SlcFuncEntry entry,
                                       SlcProcCallExprNode* call);
 SlcDetailNode* SlcAlwaysReturnUniformInline(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
                                             SlcProcCallExprNode* call);
 
-// The inline rules of built-ins that write to arguments: the combination of the inputs becomes
-// the inline detail of what they write to.
+// The inline rules of built-ins that write to arguments: the written variables get the combined
+// inline detail of the inputs.
 
 SlcDetailNode* SlcCheckInlineSetPointCompProc(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
                                               SlcProcCallExprNode* call);
@@ -41,5 +41,5 @@ SlcDetailNode* SlcCheckInlineUnpackProc(SlcCheckInlineDetail* walker, SlcFuncEnt
 SlcDetailNode* SlcCheckInlineOutputProc(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
                                         SlcProcCallExprNode* call);
 
-/// All of them, by `SqxDetailRule` and `SqxInlineRule`.
+/// All rules, indexed by `SqxDetailRule` and `SqxInlineRule`.
 [[nodiscard]] const SlcDetailRules& SlcBuiltInDetailRules();

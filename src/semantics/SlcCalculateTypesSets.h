@@ -9,20 +9,20 @@
 #include "symbols/SlcShadeopLoader.h"
 #include "symbols/SlcSymbolTable.h"
 
-/// Gives every expression of a statement the set of types that it may have: a triple can be a
-/// point or a color, a call can mean overloads that return different types. Works from the
-/// leaves up and leaves a `SlcPossibleTypes` on each expression, a `SlcLValueType` on each left
-/// value. `SlcResolveUniqueType` then picks one type of each set.
+/// Computes the set of possible types of every expression of a statement: a triple can be a point
+/// or a color, and the overloads of a call can return different types. Works from the leaves up and
+/// annotates each expression with a `SlcPossibleTypes` and each left value with a `SlcLValueType`.
+/// `SlcResolveUniqueType` then selects one type of each set.
 ///
-/// An expression whose fault has been reported has the one type `error`, which every operator
-/// above it passes on, so that one fault gives one report. Operands without a common rule give
-/// an empty set; who asks for the type reports it.
+/// An expression with a reported fault has only the type `error`, which every operator above it
+/// propagates, so that one fault causes one report. Operands without a common rule result in an
+/// empty set, which is reported where the type is needed.
 class SlcCalculateTypesSets : public SlcCodeWalker {
 public:
     SlcCalculateTypesSets(SlcPtr<SlcSemanticError> errors, const SlcOptionsControl* options);
 
-    /// The current scope is searched for names, and gets an undefined name as a variable of type
-    /// error, so that a misspelling is reported once. A root that is a call may have no value.
+    /// Names are looked up in the current scope. An undefined name is added to it as a variable of
+    /// type error, so that a misspelling is reported once. A root that is a call may have no value.
     /// `shaderType` is that of the file's shader.
     void operator()(SlcSyntaxNode* node, const SlcScopes& scopes, SlcShaderTypeNode* shaderType);
 
@@ -48,23 +48,23 @@ private:
     void Case(SlcExprNode* expr) override;
     void Default(SlcSyntaxNode* node) override;
 
-    /// The children first; their values are used.
+    /// Visits the children first; their values are used.
     void WalkOperands(SlcSyntaxNode* node);
-    /// The variable; null after the report that there is none.
+    /// Returns the variable; null, after a report, if there is none.
     [[nodiscard]] SlcPtr<SlcVarSymbolEntry> FindVariable(const SlcSyntaxNode* node,
                                                          SlcIdentNode* ident);
-    /// `type` is error if that has been reported already; it becomes so if the variable may not be
-    /// written.
+    /// Sets `type` to error, after a report, if the variable must not be written. It may be error
+    /// already.
     void SetTypeOfTarget(SlcLValueNode* lvalue, const SlcPtr<SlcVarSymbolEntry>& entry,
                          SlcTypeNode* type);
-    /// False after a report; one that should not be written gets a warning.
+    /// Returns false after a report; only warns if the variable should not be written.
     [[nodiscard]] bool IsWritable(const SlcLValueNode* lvalue, SlcPtr<SlcVarSymbolEntry> entry);
-    /// The return types of the matching overloads; error after a report.
+    /// Returns the return types of the matching overloads; error after a report.
     [[nodiscard]] Types TypesOfCall(SlcProcCallExprNode* call, bool valueUsed);
-    /// Those with a value if it is used and there are any.
+    /// Returns only overloads with a value if it is used and there are any.
     [[nodiscard]] SlcOverloads FindOverloads(SlcProcCallExprNode* call, bool valueUsed);
     void ReportNoOverload(SlcProcCallExprNode* call, const SlcOverloads& overloads);
-    /// Adds the shadeops of that name to the current table. False if there is none.
+    /// Adds the shadeops of that name to the current table. Returns false if there is none.
     [[nodiscard]] bool LoadDSO(SlcSyntaxNode* node, SlcIdentNode* name);
 
     SlcPtr<SlcSymbolTable> m_current;

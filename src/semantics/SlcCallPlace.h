@@ -3,12 +3,11 @@
 class SlcDetailNode;
 class SlcShaderTypeNode;
 
-/// The place of a call, on which the rules of its detail depend; also the place of the body that is
-/// evaluated for it.
+/// The place of a call, on which its detail depends, and of the body that is evaluated for it.
 struct SlcCallPlace {
     SlcShaderTypeNode* shaderType = nullptr;
-    bool inShader = false;            // what runs here is reached, and with it what it calls
-    bool inLightStatement = false;    // or in a call from inside of one
-    SlcDetailNode* wanted = nullptr;  // by the context; null where it wants none
-    int level = 0;                    // of calls around it
+    bool inShader = false;  // code here is reachable, and so are the functions that it calls
+    bool inLightStatement = false;    // or in a function that is called from one
+    SlcDetailNode* wanted = nullptr;  // detail that the context requests; null if none
+    int level = 0;                    // number of enclosing calls
 };

@@ -5,23 +5,23 @@
 #include "support/SlcPtr.h"
 #include "support/reports/SlcSemanticError.h"
 
-/// Advice below a report that something must be uniform, where `detail` is open: what decides it
-/// are the calls of a function. Nothing for another detail.
+/// Adds advice to a report that something must be uniform, if `detail` is open, so that the calls
+/// of a function decide it. Does nothing for another detail.
 void SlcAdviseOnOpenDetail(SlcSemanticError& errors, const SlcSyntaxNode* node,
                            const SlcDetailNode& detail, const SlcCallPlace& place);
 
-/// Works out the detail of every expression of a statement, from the leaves up, and reports what
-/// breaks the rules of uniform and varying. Leaves it on the `SlcPossibleTypes` and
-/// `SlcLValueType` of the nodes, which have their unique types.
+/// Computes the detail of every expression of a statement, from the leaves up, and reports
+/// violations of the rules of uniform and varying. Stores it in the `SlcPossibleTypes` and
+/// `SlcLValueType` of the nodes, which must have their unique types.
 ///
-/// Variables that a function declares without a detail are unknown here; `SlcCheckInlineDetail`
-/// evaluates the function's body for each call.
+/// The details of variables that a function declares without one are unknown here;
+/// `SlcCheckInlineDetail` evaluates the function's body for each call.
 class SlcCheckDetail : public SlcCodeWalker {
 public:
     explicit SlcCheckDetail(SlcPtr<SlcSemanticError> errors);
 
-    /// `place`: the place of the statement, and the detail that its context requests of an
-    /// expression. Each call is sent to the rule of its function, which may evaluate a body.
+    /// `place` is the place of the statement, with the detail that its context requests. Each call
+    /// is checked by the rule of its function, which may evaluate a body.
     void operator()(SlcSyntaxNode* node, const SlcCallPlace& place);
 
     // Accessors for the rules of calls.
@@ -54,6 +54,6 @@ private:
     void CombineElements(Node* node, const Elements& elements);
 
     SlcPtr<SlcSemanticError> m_errors;
-    SlcCallPlace m_place;                  // of what is being walked
+    SlcCallPlace m_place;                  // of the node being walked
     SlcDetailNode* m_condition = nullptr;  // of the comparisons walked since the condition began
 };

@@ -10,28 +10,29 @@
 #include "support/SlcPtr.h"
 #include "support/reports/SlcSemanticError.h"
 
-/// A call, met while a body is evaluated inside a light statement, reaches another light
-/// statement. Thrown by value, caught where the evaluation was started.
+/// Thrown by value if a body that is evaluated inside a light statement calls a function with
+/// another light statement. Caught where the evaluation was started.
 struct SlcAlreadyInLightControlStmt {};
 
-/// Evaluates the body of a user function for one call: the formals have the details of its
-/// arguments as their inline details. Gives the detail of the call's result, and reports what
-/// only this call makes wrong. Needs the details that `SlcCheckDetail` has left.
+/// Evaluates the body of a user function for one call, with the details of the arguments as the
+/// inline details of the formals. Computes the detail of the result, and reports faults that only
+/// this call causes. Needs the details that `SlcCheckDetail` has stored.
 ///
-/// A body is walked in the order of the source; a loop again and again, quietly, until what a round
-/// leaves changes nothing of what it has found. Then a last round reports.
+/// A body is walked in the order of the source. A loop is walked repeatedly, without reports, until
+/// a round changes no detail; a last round then reports.
 class SlcCheckInlineDetail : public SlcCodeWalker {
 public:
-    /// The evaluation is complete. Thrown by value by a `return` after which nothing runs.
+    /// Thrown by value by a `return` after which nothing runs, to end the evaluation.
     struct EndCheckInline {
         SlcDetailNode* detail;
     };
 
-    /// `around`: the evaluation of the body that contains the call; null in the shader's code.
+    /// `around` is the evaluation of the body that contains the call; null in the code of the
+    /// shader.
     explicit SlcCheckInlineDetail(SlcPtr<SlcSemanticError> errors,
                                   const SlcCheckInlineDetail* around = nullptr);
 
-    /// The deepest nesting of calls that is followed.
+    /// The maximum depth of calls.
     static constexpr int k_maxLevels = 10'000;
 
     /// `place` is that of the call, one level deeper. Throws `SlcAlreadyInLightControlStmt`.
@@ -41,17 +42,17 @@ public:
     [[nodiscard]] SlcPtr<SlcSemanticError>& Errors() { return m_errors; }
     [[nodiscard]] const SlcCallPlace& Place() const { return m_place; }
 
-    // All that changes the inline detail of a variable.
+    // The functions that change the inline detail of a variable.
     enum class Extent { Whole, Part };
-    /// `variable` has been written with a value of this detail; so has the variable that it refers
-    /// to if it is `extern`. Under a condition, or if only a part was written, it keeps some of its
-    /// old value.
+    /// Records that `variable` was written with a value of this detail, and so was the variable
+    /// that it refers to if it is `extern`. In a condition, or if only a part was written, it keeps
+    /// a part of its old value.
     void Written(const SlcPtr<SlcVarSymbolEntry>& variable, SlcDetailNode* detail, Extent extent);
-    /// The same for a variable or element that a call writes to.
+    /// Records a write of a call to a variable or element.
     void Written(const SlcExprNode* argument, SlcDetailNode* detail);
-    /// A declaration, or a call, has given `variable` its first value.
+    /// Records the first value of `variable`, from a declaration or a call.
     void Defined(SlcVarSymbolEntry& variable, SlcDetailNode* detail);
-    /// Each call of the body has its own copy of the variable.
+    /// True if each call of the body has its own copy of the variable.
     void Owns(const SlcVarSymbolEntry& variable) { m_own.insert(&variable); }
 
 private:
@@ -90,29 +91,30 @@ private:
 
     template <class Elements>
     [[nodiscard]] SlcDetailNode* WalkElements(const Elements& elements);
-    /// Walks a condition and gives the combination of what it compares.
+    /// Walks a condition and returns the combined detail of its operands.
     [[nodiscard]] SlcDetailNode* WalkCondition(SlcSyntaxNode* condition);
-    /// Walks what runs only where a guard of that detail lets it.
+    /// Walks code that is guarded by a condition of that detail.
     void WalkGuarded(SlcSyntaxNode* node, SlcDetailNode* guard);
     /// Walks rounds of a loop until nothing changes.
     void WalkLoop(const SlcLoopStmtNode* node, const std::function<void()>& walkRound);
-    /// True if another one is needed. `makesVarying`: then it changes nothing.
+    /// Walks one round; true if another one is needed. With `makesVarying` none will be.
     [[nodiscard]] bool WalkQuietRound(bool makesVarying, const std::function<void()>& walkRound);
-    /// From here on the innermost loops, so many of them, go on without some points.
+    /// Records that some points leave that many of the innermost loops here.
     void Leave(std::size_t loops);
-    /// The detail of the conditions that decide whether the current code runs, as far as the body
-    /// knows; null if nothing does.
+    /// Returns the combined detail of the conditions in the body that guard the current code; null
+    /// if there are none.
     [[nodiscard]] SlcDetailNode* Guard() const;
 
     SlcPtr<SlcSemanticError> m_errors;
-    SlcCallPlace m_place;                  // of what is being walked
+    SlcCallPlace m_place;                  // of the node being walked
     SlcDetailNode* m_wanted = nullptr;     // of the result
     SlcDetailNode* m_condition = nullptr;  // of the comparisons walked since the condition began
-    SlcDetailNode* m_guard = nullptr;      // of the conditions and loops around; null at the top
-    SlcDetailNode* m_outerGuard;           // of those around the call
-    std::vector<SlcDetailNode*> m_left;  // by loop, the body first: of what left it; null: nothing
-    SlcDetailNode* m_result = nullptr;   // of the `return` that has been met under a guard
+    SlcDetailNode* m_guard =
+        nullptr;                  // of the enclosing conditions and loops; null if there are none
+    SlcDetailNode* m_outerGuard;  // of those that enclose the call
+    std::vector<SlcDetailNode*> m_left;  // by loop, the body first: detail of jumps out; null: none
+    SlcDetailNode* m_result = nullptr;   // of a guarded `return`
     std::unordered_set<const SlcVarSymbolEntry*> m_own;  // formals and locals so far
     SlcInlineJournal m_ownJournal;
-    SlcInlineJournal* m_journal;  // that of the outermost evaluation
+    SlcInlineJournal* m_journal;  // shared with the outermost evaluation
 };

@@ -14,10 +14,10 @@ class SlcRelationNode;
 
 /// Walks definitions and statements, builds their scopes, and puts every expression through the
 /// passes: possible types, unique type, detail, usage. All have finished with a statement before
-/// the next one is looked at, so everything is declared before its use.
+/// the next one starts, so everything is declared before its use.
 ///
-/// A body of a shader or function is checked by a separate walker, which afterwards knows what the
-/// body contains.
+/// The body of each shader or function is checked by a separate walker, which then has the facts
+/// about the body.
 class SlcCheckSemantics : public SlcCodeWalker {
 public:
     /// `usage` is the record of the branch that will be checked; null for no usage checks. It and
@@ -28,7 +28,7 @@ public:
     /// Checks a tree or a body.
     void operator()(SlcSyntaxNode* node, const SlcScopes& scopes);
 
-    /// All passes over an expression without a context: it must have one type.
+    /// Runs all passes over an expression without a context, which must have one type.
     void CheckExprType(SlcExprNode* expr);
 
 private:
@@ -61,34 +61,35 @@ private:
     /// The name of the variable that holds the return type of a function for its body; no source
     /// text can spell it.
     [[nodiscard]] static SlcIdentNode* ReturnTypeIdent();
-    /// For declarations that are met here.
+    /// The scopes for declarations at this place.
     [[nodiscard]] SlcOuterScopes OuterScopes() const;
-    /// A walker for the body of a definition that this one has met.
+    /// Creates the walker for the body of a nested definition.
     [[nodiscard]] SlcCheckSemantics BodyWalker(SlcDefinitionNode* definition,
                                                SlcCheckUsage* usage) const;
-    /// The usage record of such a body; null without usage checks.
+    /// Creates the usage record of such a body; null without usage checks.
     [[nodiscard]] std::unique_ptr<SlcCheckUsage> BodyUsage(SlcFormalsNode* formals) const;
-    /// Notes in the table of a function's formals where the function was defined.
+    /// Records in the table of a function's formals where the function was defined.
     void NoteDefinitionScope(SlcSymbolTable& formals) const;
-    /// Checks what is known without the body.
+    /// Checks a function without its body.
     void CheckReturnType(const SlcFuncDefNode* node);
-    /// From here on the function can be called.
+    /// Adds the function to its scope, so that it can be called from here on.
     void AddFunction(SlcFuncDefNode* node, SlcPtr<SlcAnnotation> info);
-    /// Warns if the function replaces one of the same shape in the same scope, which later calls do
-    /// not reach.
+    /// Warns if the function replaces one with the same signature in the same scope, which later
+    /// calls cannot reach.
     void WarnOfReplaced(const SlcFuncDefNode* node, const SlcFuncSymbolEntry& replaced);
 
-    /// The first pass over an expression, or over both sides of a condition.
+    /// Runs the first pass over an expression, or over both sides of a condition.
     void FindTypes(SlcSyntaxNode* node);
-    /// The passes after the search for possible types.
+    /// Runs the passes after the computation of possible types.
     void FinishChecks(SlcSyntaxNode* node);
-    /// All passes over a relation, which has no type.
+    /// Runs all passes over a relation, which has no type.
     void CheckCondition(SlcRelationNode* condition);
-    /// The type that an expression gets where nothing else decides. Reports several; void if it has
-    /// none.
+    /// Returns the only type of an expression without a context. Reports several types; void if it
+    /// has none.
     [[nodiscard]] SlcTypeNode* WantedTypeOf(SlcExprNode* expr);
     [[nodiscard]] SlcTypeNode* WantedTypeOfCall(SlcProcCallExprNode* call);
-    /// The function's own, after the reports on the place and the value of the `return`.
+    /// Returns the function's return type, after reports on the place and the value of the
+    /// `return`.
     [[nodiscard]] SlcTypeNode* WantedTypeOfReturn(SlcReturnStmtNode* node);
     /// Passes the node that is executed next to the usage record.
     void CheckUsage(SlcSyntaxNode* node);
@@ -99,7 +100,7 @@ private:
     /// `step` may be null.
     void WalkLoopBody(SlcLoopStmtNode* loop, SlcExprNode* step);
 
-    /// The kind of shader may hold it; true in a function.
+    /// True if this type of shader may contain the statement; always true in a function.
     [[nodiscard]] bool IsLegalHere(const LightStatement& statement) const;
     /// `argument` may be null.
     void CheckLightArgument(SlcExprNode* argument, const LightStatement& statement,
@@ -120,8 +121,9 @@ private:
     static const LightStatement sm_solar;
 
     SlcScopes m_scopes;
-    SlcPtr<SlcSymbolTable> m_function;    // searched first for variables declared `extern`
-    SlcPtr<SlcSymbolTable> m_definition;  // the same of the body around this one
+    SlcPtr<SlcSymbolTable>
+        m_function;  // scope that is searched first for variables declared `extern`
+    SlcPtr<SlcSymbolTable> m_definition;  // the same for the enclosing body
     SlcPtr<SlcSemanticError> m_errors;
     SlcOptionsControl& m_options;
     SlcCalculateTypesSets m_typesPass;
@@ -131,14 +133,14 @@ private:
     SlcPtr<SlcInlineBudget> m_inlineBudget;     // for all functions of the compile
     SlcCheckUsage* m_usage;                     // of the branch being walked; may be null
     SlcShaderTypeNode* m_shaderType = nullptr;  // of the one shader of the file
-    SlcDefinitionNode* m_body = nullptr;        // whose body is checked; null at file level
+    SlcDefinitionNode* m_body = nullptr;        // definition of the body; null at file level
     bool m_inFunction = false;
     bool m_shaderSeen = false;
     bool m_hasReturn = false;
     bool m_hasIlluminance = false;
     bool m_hasIlluminate = false;  // or `solar`
-    int m_lights = 0;        // statements so far, of one way through branches, that set the light
-    int m_errorsBefore = 0;  // the expression that is being checked
+    int m_lights = 0;              // light statements so far on one path through the branches
+    int m_errorsBefore = 0;        // number of errors before the current expression
     int m_loopDepth = 0;
     int m_lightNesting = 0;
 };

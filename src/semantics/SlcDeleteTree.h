@@ -6,11 +6,11 @@
 /// frees both: a table holds the entries of its functions, the entry of a function its info, and
 /// the info the function's own table, from which the first can be reached again.
 ///
-/// It needs nothing but the tree, which no pass can read afterwards. It takes a tree as any
-/// failed pass leaves it.
+/// No pass can read the tree afterwards. The tree may be in any state in which a failed pass leaves
+/// it.
 class SlcDeleteTree : public SlcCodeWalker {
 public:
-    /// Nothing happens for a null node.
+    /// Does nothing for a null node.
     void operator()(SlcSyntaxNode* node);
 
 private:

@@ -14,13 +14,13 @@ class SlcFilterstepArgs {
 public:
     explicit SlcFilterstepArgs(SlcPtr<SlcSemanticError> errors) : m_errors(std::move(errors)) {}
 
-    /// The type that each argument from the third on is to take; none after a report. Warns of a
-    /// name that means nothing. `args` are all of the call, with their sets of types.
+    /// Returns the type of each argument from the third on; empty after a report. Warns of an
+    /// unknown name. `args` are all arguments of the call, with their sets of types.
     [[nodiscard]] std::optional<std::vector<SlcTypeNode*>>
     CheckFilterstepArgs(const SlcCallArgs& args);
 
 private:
-    /// Null after a report.
+    /// Returns null after a report.
     [[nodiscard]] SlcTypeNode* TypeOfValue(SlcExprNode* name, SlcExprNode* value);
 
     SlcPtr<SlcSemanticError> m_errors;

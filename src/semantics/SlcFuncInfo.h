@@ -8,7 +8,7 @@
 #include "semantics/SlcInlineResults.h"
 #include "symbols/SlcSymbolTable.h"
 
-/// The facts on a user function once its body has been checked; kept in its symbol entry.
+/// The facts about a user function whose body has been checked; stored in its symbol entry.
 class SlcFuncInfo : public SlcAnnotation {
 public:
     /// `usage` may be null; `scope` is the table of the function's formals. The definition, a node
@@ -33,23 +33,23 @@ public:
     [[nodiscard]] const SlcPtr<SlcSymbolTable>& GetScope() const { return m_scope; }
     /// Cuts the cycle of tables, entries and annotations.
     void ClearScope() { m_scope = nullptr; }
-    /// The body holds `illuminate` or `solar`.
+    /// True if the body contains `illuminate` or `solar`.
     [[nodiscard]] bool HasIlluminate() const { return m_hasIlluminate; }
-    /// The body holds `illuminance`.
+    /// True if the body contains `illuminance`.
     [[nodiscard]] bool HasIlluminance() const { return m_hasIlluminance; }
-    /// Checked shader code reaches the function, directly or through others.
+    /// True if checked shader code calls the function, directly or through other functions.
     [[nodiscard]] bool IsCalled() const { return m_called; }
     /// Set by the rule of its calls, and read by the passes after the checks, which skip
     /// unreachable functions.
     void SetCalled() { m_called = true; }
-    /// The same of a definition, which has no record if it was refused.
+    /// As above for a definition; false if it was refused and has no record.
     [[nodiscard]] static bool IsCalled(const SlcFuncDefNode& definition)
     {
         const auto& entry = definition.GetSymbolEntry();
         return entry && entry->GetFuncInfo() &&
                CheckCast<SlcFuncInfo>(entry->GetFuncInfo())->IsCalled();
     }
-    /// The facts on the body, including all functions that it calls.
+    /// The facts about the body, including all functions that it calls.
     [[nodiscard]] const SlcBodyFacts& GetBodyFacts() const { return m_bodyFacts; }
     /// Results of evaluated calls, for later calls with the same details.
     [[nodiscard]] SlcInlineResults& GetInlineResults() { return m_inlineResults; }

@@ -8,23 +8,23 @@
 
 class SlcVarSymbolEntry;
 
-/// Accesses of a function, or of one that it calls, to variables that it does not own.
+/// Facts about the body of a function, including the functions that it calls.
 struct SlcBodyFacts {
-    /// A variable of unknown detail that is neither a formal nor a local: what the function
-    /// evaluates to depends on more than its arguments.
+    /// It accesses a variable of unknown detail that is neither a formal nor a local, so its result
+    /// depends on more than its arguments.
     bool accessesOuterVariables = false;
-    /// The light of a light loop that is not its own.
+    /// It accesses the light of an enclosing light loop outside the function.
     bool needsLightLoop = false;
-    /// Operations and calls in the body, each called function with all of its operations: what one
-    /// expansion of the body makes instructions for. Known before any is made, since a chain of
-    /// functions that each call the one before twice doubles it at each link. Never overflows.
+    /// The number of operations in one expansion of the body, with those of called functions. It is
+    /// computed before any expansion, since in a chain of functions that each call the previous one
+    /// twice it doubles at each link. Never overflows.
     std::size_t expandedOperations = 0;
 };
 
 /// Collects the facts of a function whose body has been checked. Linear in the body.
 class SlcGetBodyFacts : public SlcCodeWalker {
 public:
-    /// `shaderType`: of the file's shader. What the function calls has been checked before it.
+    /// `shaderType` is that of the file's shader. Called functions have been checked before.
     [[nodiscard]] SlcBodyFacts operator()(SlcFuncDefNode* function, SlcShaderTypeNode* shaderType);
 
 private:
@@ -40,9 +40,9 @@ private:
     void Case(SlcProcCallExprNode* node) override;
     void Default(SlcSyntaxNode* node) override;
 
-    /// Up to a limit that no expansion reaches.
+    /// Adds, up to a limit that no expansion reaches.
     void AddOperations(std::size_t count);
-    /// The body reads or writes the variable; null is passed over.
+    /// Records a read or write of the variable; null is ignored.
     void RecordAccess(const SlcPtr<SlcVarSymbolEntry>& variable);
 
     SlcBodyFacts m_facts;

@@ -1,31 +1,31 @@
 #pragma once
 
-// The details of nodes and variables for the call that is being evaluated.
+// Access to the details of nodes and variables for the call that is being evaluated.
 
 #include "frontend/SlcExprNodes.h"
 #include "frontend/SlcLValueNodes.h"
 #include "symbols/SlcPossibleTypes.h"
 #include "symbols/SlcSymbolEntry.h"
 
-/// The detail that the pass over the statement as written has stored.
+/// Returns the detail that the pass over the statement has stored, independent of calls.
 [[nodiscard]] inline SlcDetailNode* SlcFirstDetailOf(const SlcExprNode* expr)
 {
     return SlcPossibleTypes::Of(expr)->GetDetail();
 }
 
-/// In the call that is being evaluated; null before it has been met there.
+/// Returns the detail in the current call; null before the node has been visited.
 [[nodiscard]] inline SlcDetailNode* SlcInlineDetailOf(const SlcExprNode* expr)
 {
     return SlcPossibleTypes::Of(expr)->GetInlineDetail();
 }
 
-/// The same of what an assignment writes to.
+/// As above for the left side of an assignment.
 [[nodiscard]] inline SlcDetailNode* SlcInlineDetailOf(const SlcLValueNode* lvalue)
 {
     return CheckCast<SlcLValueType>(lvalue->GetAnnotation())->GetInlineDetail();
 }
 
-/// For the current call; the next evaluation of the body sets it again.
+/// Sets the detail for the current call; the next evaluation of the body sets it again.
 inline void SlcSetInlineDetail(SlcExprNode* expr, SlcDetailNode* detail)
 {
     SlcPossibleTypes::Of(expr)->SetInlineDetail(detail);
@@ -36,7 +36,7 @@ inline void SlcSetInlineDetail(SlcLValueNode* lvalue, SlcDetailNode* detail)
     CheckCast<SlcLValueType>(lvalue->GetAnnotation())->SetInlineDetail(detail);
 }
 
-/// `detail` where the statement as written leaves the detail open.
+/// Returns the stored detail, or `detail` if the stored one is open.
 inline void SlcSetInlineDetailIfUnknown(SlcExprNode* expr, SlcDetailNode* detail)
 {
     SlcDetailNode* first = SlcFirstDetailOf(expr);
@@ -49,7 +49,7 @@ inline void SlcSetInlineDetailIfUnknown(SlcExprNode* expr, SlcDetailNode* detail
     return variable ? variable->GetDetail() : SlcDetailNode::AUnknown();
 }
 
-/// The declared detail; if the declaration leaves it open, the detail in the current call.
+/// Returns the declared detail, or, if the declaration has none, the detail in the current call.
 [[nodiscard]] inline SlcDetailNode* SlcEffectiveDetail(const SlcPtr<SlcVarSymbolEntry>& variable)
 {
     if (variable.Null())

@@ -9,13 +9,13 @@
 #include "semantics/SlcCallPlace.h"
 #include "support/SlcCollectable.h"
 
-/// Bounds the evaluations of one compile that cannot be shared, so that functions which call each
-/// other twice, and so on, end in a report and not in a hang.
+/// Limits the evaluations of one compile that cannot be shared, so that a chain of functions which
+/// each call the previous one twice ends with a report instead of a hang.
 class SlcInlineBudget : public SlcCollectable {
 public:
-    /// Counts an evaluation. False from the one on that is too many.
+    /// Counts an evaluation. Returns false once the limit is exceeded.
     [[nodiscard]] bool Take() { return ++m_taken <= k_most; }
-    /// True once: the report has still to be made.
+    /// True at the first call, so that the report is made once.
     [[nodiscard]] bool IsFirstReport() { return !std::exchange(m_reported, true); }
 
 private:
@@ -25,17 +25,17 @@ private:
     bool m_reported = false;
 };
 
-/// The results so far of evaluating the body of one function for its calls. Calls in the same
-/// circumstances share one evaluation; otherwise a chain of functions that call each other twice
-/// would be evaluated as often as its expansion is long.
+/// The results of evaluating the body of one function. Calls with the same inputs share one
+/// evaluation; otherwise the number of evaluations would grow with the length of the expansion,
+/// which a chain of functions that each call the previous one twice doubles at each link.
 class SlcInlineResults {
 public:
     /// The inputs of an evaluation, as a short text that is only compared.
     class Circumstances {
     public:
-        /// `isQuiet`: what it would report is still to be reported.
+        /// With `isQuiet` its faults have not been reported yet.
         Circumstances(const SlcCallPlace& place, bool isQuiet);
-        /// In the order of the formals.
+        /// Inline details in the order of the formals.
         void AddArgument(const SlcDetailNode* detail) { Add(detail); }
         [[nodiscard]] const std::string& Key() const { return m_key; }
 
@@ -50,9 +50,9 @@ public:
         std::vector<SlcDetailNode*> formals;  // their inline details at the end
     };
 
-    /// Null if the body has not been evaluated in these circumstances. Good until the next `Keep`.
+    /// Returns the result for these inputs; null if there is none. Valid until the next `Keep`.
     [[nodiscard]] const Result* Find(const Circumstances& circumstances) const;
-    /// Takes the place of what is known of them.
+    /// Stores a result, in place of an earlier one for the same inputs.
     const Result& Keep(const Circumstances& circumstances, Result result);
 
 private:

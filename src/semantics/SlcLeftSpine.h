@@ -4,8 +4,8 @@
 
 #include "frontend/SlcBinOpNodes.h"
 
-/// A chain of binary operators, which grows to the left, taken apart: a sum of many terms is walked
-/// by a loop and not by recursion.
+/// A chain of binary operators that is nested on the left, as a list, so that a sum of many terms
+/// is walked by a loop instead of recursion.
 ///
 ///     a + b * c - d        first a; operations: the difference, then the sum below it. The product
 ///                          is the right operand of the sum, and walked as such

@@ -7,16 +7,16 @@
 #include "support/reports/SlcSemanticError.h"
 
 /// Checks one call of `texture`, `environment` or `shadow` and decides the types of its arguments:
-/// coordinates first, then names and values. The arguments have their sets of types; their own
-/// operands are left to the caller.
+/// coordinates first, then names and values. The arguments have their sets of types; the caller
+/// resolves their operands.
 ///
 ///     texture("a"[1], s, t, "blur", 0.1)      s, t: coordinates; "blur": a name, of a float
 class SlcResolveTexture {
 public:
     explicit SlcResolveTexture(SlcPtr<SlcSemanticError> errors) : m_errors(std::move(errors)) {}
 
-    /// The name of the texture and the channel have their types by this as well. A fault leaves
-    /// every argument with some type.
+    /// Also sets the types of the name of the texture and the channel. After a fault every argument
+    /// still has some type.
     void Resolve(SlcTextureExprNode* texture);
 
 private:
@@ -25,28 +25,28 @@ private:
 
     [[nodiscard]] static const KindTexts& TextsOf(const SlcTextureTypeNode& kind);
 
-    /// The number of arguments that the coordinates take; -1 after a report.
+    /// Returns the number of arguments that are coordinates; -1 after a report.
     [[nodiscard]] int ResolveCoordinates(SlcTextureExprNode* texture);
-    /// The coordinates of `texture`: none, s and t, or those of four corners.
+    /// Checks the coordinates of `texture`: none, s and t, or those of four corners.
     [[nodiscard]] int ResolveFloats(SlcTextureExprNode* texture);
-    /// The coordinates of `environment` and `shadow`: a point, or those of four corners.
+    /// Checks the coordinates of `environment` and `shadow`: a point, or four corners.
     [[nodiscard]] int ResolvePoints(SlcTextureExprNode* texture);
-    /// Stops after a report if an argument may be a name or a value.
+    /// Checks names and values; stops after a report if it is unclear which an argument is.
     void ResolveParameters(std::size_t first);
-    /// The name at `position` and its value: how many arguments they take, 0 after a report that
-    /// leaves what follows unclear.
+    /// Checks the name at `position` and its value. Returns how many arguments they are; 0 after a
+    /// report that leaves the meaning of the rest unclear.
     [[nodiscard]] std::size_t CheckTextureAccessParameter(std::size_t position);
-    /// The points of an area light, from `first` on: how many there are, or 1 after a report.
+    /// Checks the points of an area light, from `first` on. Returns their number; 1 after a report.
     [[nodiscard]] std::size_t ResolveSource(std::size_t first);
-    /// The value of the parameter `name`, and of "filter" below.
+    /// Checks the value of the parameter `name`; below, that of "filter".
     void ResolveFloatValue(std::string_view name, SlcExprNode* value);
     void ResolveStringValue(SlcExprNode* value);
 
-    /// A report that depends on the meaning of each argument; suppressed after a faulty one.
+    /// Makes a report that depends on the meaning of all arguments; none after a faulty one.
     void ErrorOfPlace(const SlcSyntaxNode* node, std::string_view message);
 
     SlcPtr<SlcSemanticError> m_errors;
     const SlcTextureTypeNode* m_kind = nullptr;
     Args m_args;              // after the name of the texture
-    bool m_hasFault = false;  // of an argument, whose meaning is then unknown
+    bool m_hasFault = false;  // an argument is faulty, so its meaning is unknown
 };

@@ -7,19 +7,19 @@
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcSymbolTable.h"
 
-/// Picks one type for every expression of a statement, from what the context wants downward,
-/// and the overload of every call. Reports what cannot be typed.
+/// Selects one type for every expression of a statement, from the type that the context requests
+/// downward, and the overload of every call. Reports expressions without a valid type.
 ///
-/// Needs the sets that `SlcCalculateTypesSets` leaves, and the wanted type as the unique type of
-/// the root. A wanted type that the expression does not have, void or error above all, says that
-/// a fault has been reported: the expression then takes the first of its types, so that below it
-/// only what is wrong in itself is reported.
+/// Needs the sets of `SlcCalculateTypesSets`, and the requested type as the unique type of the
+/// root. If the expression does not have the requested type, such as void or error, a fault has
+/// been reported already. The expression then gets the first of its types, so that only faults
+/// inside it are reported.
 class SlcResolveUniqueType : public SlcCodeWalker {
 public:
     explicit SlcResolveUniqueType(SlcPtr<SlcSemanticError> errors);
 
-    /// `scope` is that of the statement: calls look up their overloads there. `shaderType` is that
-    /// of the file's shader, in whose functions some built-ins are refused.
+    /// `scope` is that of the statement, in which overloads are looked up. `shaderType` is that of
+    /// the file's shader, which decides whether some built-ins are refused.
     void operator()(SlcSyntaxNode* node, SlcPtr<SlcSymbolTable> scope,
                     SlcShaderTypeNode* shaderType);
 
@@ -41,13 +41,14 @@ private:
     void Case(SlcTextureExprNode* texture) override;
     void Default(SlcSyntaxNode* node) override;
 
-    // These choose the types of the operands; none of them walks on.
+    // These select the types of the operands; none of them visits the operands.
     void ResolveAssignment(SlcAssignExprNode* assignment);
     void ResolveCast(SlcCastExprNode* cast);
     void ResolveArray(SlcArrayExprNode* array);
     void ResolveIndex(SlcSyntaxNode* node, SlcExprNode* index);
 
-    /// A part of a triple or a matrix, which is a float; `fault` is the report on `node` if not.
+    /// Resolves a component of a triple or a matrix, which must be a float; else reports `fault` at
+    /// `node`.
     void ResolveCoordinate(SlcSyntaxNode* node, SlcExprNode* coordinate, std::string_view fault);
 
     SlcPtr<SlcSemanticError> m_errors;

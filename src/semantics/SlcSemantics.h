@@ -4,11 +4,11 @@
 
 class SlcSyntaxNode;
 
-/// Checks a parsed tree and leaves the results on its nodes: scopes, types, details and the
-/// chosen overloads. Throws `SlcCompilationError` if anything was reported as an error.
+/// Checks a parsed tree and stores the results in its nodes: scopes, types, details and the
+/// selected overloads. Throws `SlcCompilationError` if anything was reported as an error.
 ///
-/// `SlcCheckSemantics` goes statement by statement, since everything is declared before its use,
-/// and sends each expression through five passes:
+/// `SlcCheckSemantics` checks one statement after the other, since everything is declared before
+/// its use, and runs five passes over each expression:
 ///
 ///     pass                    direction  leaves on the node, or reports
 ///     SlcCalculateTypesSets   up         the types that it can have
