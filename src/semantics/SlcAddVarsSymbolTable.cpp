@@ -1,12 +1,12 @@
-// A declaration, from left to right: is the name free, which type is declared, which type has the
-// initializer, and do they match. Only then is the name declared, so that in
+// A declaration is checked from left to right: the name must be free, and the types of declaration
+// and initializer must match. The name is declared only after that, so that in
 //
 //     float x = x + 1;
 //
-// the second x is the one around, or undefined. The initializer goes through the same passes as any
-// expression, here, since a wanted type is known only now.
+// the second x is that of an enclosing scope, or undefined. The initializer goes through the same
+// passes as any expression, here, since the requested type is known only now.
 //
-// A declaration with a fault still declares: with the error type, so that its uses stay quiet.
+// A faulty declaration declares the name with the error type, so that its uses are not reported.
 //
 // Tested by tests/semantics/SlcCheckSemanticsTest.cpp.
 
@@ -59,7 +59,7 @@ int LengthOf(const SlcExprNode* initializer)
     return array ? array->GetLength() : SlcDefExprNode::k_unspecifiedSize;
 }
 
-/// The place of a report on a variable: its initializer, if it has one.
+/// Returns the place for a report on a variable: its initializer, if it has one.
 const SlcSyntaxNode* PlaceOf(const SlcDefExprNode* definition)
 {
     if (const SlcExprNode* initializer = definition->GetInitializer())
@@ -135,7 +135,7 @@ void SlcAddVarsSymbolTable::Case(SlcTypeNode* type)
     m_type = type;
     const SlcArrayTypeNode* array = AsArray(type);
     const SlcTypeNode* element = array ? array->GetElementType() : type;
-    // A renderer gives a string once for an instance.
+    // A renderer sets a string once per instance.
     m_dropsVarying = false;
     if (m_declares != Declares::ShaderFormals || !element->IsStringType())
         return;
@@ -154,7 +154,7 @@ void SlcAddVarsSymbolTable::Case(SlcDefExprNode* definition)
                           "Parameter '" + ident->GetName() +
                               "' is uniform: a string has one value for all points",
                           2);
-    // Asked before the initializer is seen, which declares what it fails to find.
+    // Checked before the initializer is walked, since that declares names that it does not find.
     const bool shadows = !m_storage->IsExtern() && m_current->IsVarInTable(ident);
     SlcTypeNode* type = DeclaredType(definition);
     if (SlcExprNode* initializer = definition->GetInitializer()) {
@@ -182,9 +182,9 @@ void SlcAddVarsSymbolTable::Case(SlcDefExprNode* definition)
         AddVariable(definition, type, m_storage, nullptr);
 }
 
-/// Later passes walk it like any other definition, but no name refers to it. Where it is another
-/// kind of variable than the one whose name it has, or that is a function, the name means neither
-/// from here on.
+/// Declares a variable whose name is taken. Later passes walk it like any other definition, but no
+/// name refers to it. If the earlier name is that of a function or of another kind of variable, the
+/// name means neither from here on.
 void SlcAddVarsSymbolTable::AddRepeated(SlcDefExprNode* definition, SlcTypeNode* type)
 {
     SlcIdentNode* ident = definition->GetIdent();
@@ -240,8 +240,8 @@ SlcTypeNode* SlcAddVarsSymbolTable::WantedType(const SlcDefExprNode* definition,
     const auto annotation = SlcPossibleTypes::Of(initializer);
     const auto& types = annotation->GetTypes();
     const std::string& name = definition->GetIdent()->GetName();
-    // A single type is checked by itself, so that the report on an array says which part does not
-    // match; of several types one must be the declared one.
+    // A single type is checked separately, so that the report on an array says which part does not
+    // match. If there are several types, one must be the declared one.
     const bool single = types.size() == 1;
     const bool suits = single ? Matches(types.front(), type) || type->IsErrorType()
                               : annotation->IsInTypes(type, false) ||
@@ -319,7 +319,7 @@ void SlcAddVarsSymbolTable::ReportOpenLength(const SlcDefExprNode* definition)
              SlcPossibleTypes::Of(initializer)->GetUniqueType()->IsArrayType())
         m_errors->Error(initializer, "The length of the result that initializes array variable '" +
                                          name + "' is unknown");
-    // Otherwise a report on the initializer has been given.
+    // Otherwise the initializer has been reported.
 }
 
 void SlcAddVarsSymbolTable::AddVariable(SlcDefExprNode* definition, SlcTypeNode* type,

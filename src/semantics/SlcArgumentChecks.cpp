@@ -1,4 +1,4 @@
-// The rules for an argument that is written.
+// The rules for arguments that a call writes.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 
@@ -27,7 +27,8 @@ bool SlcCheckOutputArgument(SlcSemanticError& errors, const SlcExprNode* argumen
                                    "' cannot be used as an output parameter of this function.");
         return false;
     }
-    // At a varying index each point has its own element to write; a uniform array has one for all.
+    // With a varying index points write different elements; a uniform array has one value for all
+    // points.
     if (variable && variable->GetDetail()->IsUniform() &&
         !SlcFirstDetailOf(argument)->IsUniform()) {
         errors.Error(argument,

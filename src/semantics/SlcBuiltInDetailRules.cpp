@@ -1,7 +1,7 @@
-// The rules that cards of the library name: the detail of the result, as written and for a
-// call that is being evaluated. Most built-ins combine their arguments, and without any are what
-// the context wants (random()). Some are varying whatever they get, since they read a predefined
-// variable (faceforward(v, I) reads Ng), and some are one answer for the grid.
+// The rules that cards name for the detail of the result: in general, and for a call that is being
+// evaluated. Most built-ins combine the details of their arguments, or, without arguments, have the
+// detail that the context requests (random()). Some are always varying, since they read a
+// predefined variable (faceforward(v, I) reads Ng), and some are always uniform.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 
@@ -52,8 +52,7 @@ void CheckOutputs(SlcCheckDetail& walker, SlcFuncSymbolEntry& entry, SlcProcCall
             (void)SlcCheckOutputArgument(*walker.Errors(), arguments[i].get(), i, entry.GetName());
 }
 
-/// A value that a function without a rule writes to a body's variable may differ from point to
-/// point, whatever the arguments are.
+/// Makes variables varying that a function without a rule writes, whatever its arguments are.
 void WriteOutputs(SlcCheckInlineDetail& walker, SlcProcCallExprNode* call)
 {
     const auto& arguments = call->GetArguments()->GetArgs();
@@ -63,7 +62,7 @@ void WriteOutputs(SlcCheckInlineDetail& walker, SlcProcCallExprNode* call)
             walker.Written(arguments[i].get(), SlcDetailNode::AVarying());
 }
 
-/// The combination of the arguments; without any, what the context wants.
+/// Returns the combined detail of the arguments; without any, what the context requests.
 template <class DetailOf>
 SlcDetailNode* CombineArguments(const SlcProcCallExprNode* call, SlcDetailNode* expected,
                                 DetailOf detailOf)

@@ -1,15 +1,15 @@
-// Types from the operands up. A part of an expression may have several, which only its context
-// decides between:
+// Types are computed from the operands up. An expression may have several, which only its context
+// can distinguish:
 //
 //     (1, 2, 3)               point, color
 //     noise(s)                float, color, point
-//     noise(s) * Cs           color                      the sets of both sides, met
+//     noise(s) * Cs           color                      the intersection of both sides' sets
 //
-// A call has the result types of all overloads that its arguments fit. The call itself must be in
-// scope: a name that is not is looked for in shadeop libraries first.
+// A call has the result types of all overloads that match its arguments. A name that is not in
+// scope is searched in shadeop libraries first.
 //
-// Chains such as a + b + c lean to the left and may be thousands long, so they are walked as a list
-// (SlcLeftSpine) and cost no stack.
+// Chains such as a + b + c may have thousands of operators, so they are walked as a list
+// (SlcLeftSpine) and need no stack.
 //
 // Tested by tests/semantics/SlcCalculateTypesSetsTest.cpp.
 
@@ -54,7 +54,8 @@ SlcTypeNode* ElementTypeOf(const SlcVarSymbolEntry& array)
     return static_cast<SlcArrayTypeNode*>(array.GetType())->GetElementType();
 }
 
-/// A component is reached by a call, "comp(c, 0)". `set`: the word before its name.
+/// Adds advice that a component is accessed by a call, "comp(c, 0)". `set` is the prefix of its
+/// name.
 void AdviseOnComponent(SlcSemanticError& errors, const SlcSyntaxNode* node,
                        const SlcVarSymbolEntry& variable, const SlcExprNode* index,
                        const std::string& set)
@@ -142,7 +143,7 @@ void SlcCalculateTypesSets::Case(SlcArrayExprNode* array)
     for (const auto& element : array->GetExprs())
         for (SlcTypeNode* type : TypesOf(element.get()))
             SlcAddTypeIfNotPresent(elements, type);
-    // An empty list suits any array.
+    // An empty list matches any array.
     if (array->GetExprs().empty())
         elements.push_back(T::AAnyType());
     Types types;
@@ -253,7 +254,7 @@ SlcPtr<SlcVarSymbolEntry> SlcCalculateTypesSets::FindVariable(const SlcSyntaxNod
     if (auto entry = m_current->FindVarEntry(ident, false))
         return entry;
     m_errors->Error(node, "Undefined variable", ident->GetName());
-    // From here on the name is known, so that it is reported once.
+    // Declares the name, so that it is reported once.
     return m_current->AddVarEntry(ident, T::AError(), SlcDetailNode::AVarying(),
                                   SlcStorageSpecNode::ALocal(), false, nullptr, nullptr);
 }
@@ -293,7 +294,7 @@ SlcCalculateTypesSets::Types SlcCalculateTypesSets::TypesOfCall(SlcProcCallExprN
             ReportNoOverload(call, overloads);
         return {T::AError()};
     }
-    // An argument that is wrong is no reason to choose an overload.
+    // A wrong argument must not decide between overloads.
     const auto& arguments = call->GetArguments()->GetArgs();
     const bool hasFault = std::any_of(arguments.begin(), arguments.end(), [](const auto& argument) {
         return HasOwnReport(argument.get());
@@ -337,7 +338,7 @@ SlcOverloads SlcCalculateTypesSets::FindOverloads(SlcProcCallExprNode* call, boo
         SlcOverloads found = m_current->FindOverloads(lookup, m_errors);
         if (found.outcome != SlcOverloads::Outcome::WrongTypes || NbErrors() != errorsBefore)
             return found;
-        // The arguments may fit a function without a value: the user of the value reports it.
+        // The arguments may match a function without a value: the use of the value is reported.
         lookup.functions = Functions::All;
     }
     return m_current->FindOverloads(lookup, m_errors);

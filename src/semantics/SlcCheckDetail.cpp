@@ -1,5 +1,5 @@
-// Detail of an expression as written: the combination of its parts, where varying outweighs open,
-// and open outweighs uniform. In a function a formal without a word on it is open:
+// The detail of an expression is the maximum of its parts, in the order uniform, open, varying. In
+// a function a formal without a declared detail is open:
 //
 //     float f(float x) { return x * s; }      x is open, s varying: the product is varying
 //     float g(float x) { return x + 1; }      open: its detail depends on the call
@@ -40,7 +40,7 @@ void SetDetail(SlcLValueNode* lvalue, SlcDetailNode* detail)
     CheckCast<SlcLValueType>(lvalue->GetAnnotation())->SetDetail(detail);
 }
 
-/// A variable that has been reported counts as uniform, which no rule complains about.
+/// Returns uniform for a variable that has been reported, so that no rule reports it again.
 SlcDetailNode* DetailOf(const SlcPtr<SlcVarSymbolEntry>& variable)
 {
     if (variable.Null() || variable->GetType()->IsErrorType())
@@ -48,7 +48,7 @@ SlcDetailNode* DetailOf(const SlcPtr<SlcVarSymbolEntry>& variable)
     return variable->GetDetail();
 }
 
-/// False for one that has been reported.
+/// Returns false for a variable that has been reported.
 bool IsUniformVariable(const SlcPtr<SlcVarSymbolEntry>& variable)
 {
     return variable && !variable->GetType()->IsErrorType() && variable->GetDetail()->IsUniform();
@@ -136,8 +136,8 @@ void SlcCheckDetail::Case(SlcAssignExprNode* node)
     node->GetValue()->ApplyWalker(this);
     m_place.wanted = expected;
 
-    // An index counts: at a varying one each point has its own element to write, and a uniform
-    // array has one for all.
+    // With a varying index points write different elements, but a uniform array has one value for
+    // all points.
     const SlcDetailNode* given = SlcDetailNode::Combine(detail, DetailOf(node->GetValue()));
     if (IsUniformVariable(lvalue->GetSymbolEntry()) && !given->IsUniform()) {
         m_errors->Error(node,
@@ -202,7 +202,7 @@ void SlcCheckDetail::Case(SlcBinOpExprNode* node)
     }
 }
 
-/// The condition counts: one that varies makes two uniform branches differ from point to point.
+/// With a varying condition the result is varying, even if both branches are uniform.
 void SlcCheckDetail::Case(SlcCondExprNode* node)
 {
     SlcDetailNode* const outer = std::exchange(m_condition, SlcDetailNode::AUniform());

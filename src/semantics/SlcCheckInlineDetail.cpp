@@ -1,17 +1,17 @@
-// The details inside a function for one call of it, by walking the body as the call would run it.
-// Variables without a declared detail get what is assigned to them:
+// Computes the details inside a function for one call, by walking the body as the call would run
+// it. Variables without a declared detail get the detail of the assigned values:
 //
 //     float f(float x) { float y = 1; if (x > 0.5) y = 2; return y; }
 //
-//     f(2)     x uniform, the guard uniform, y uniform: so is the call
-//     f(s)     x varying, the guard varying: the second write makes y varying, since the points
-//              that skip it keep the first
+//     f(2)     x, the guard and y are uniform, and so is the call
+//     f(s)     x and the guard are varying: the second write makes y varying, since the points
+//              that skip it keep the first value
 //
-// A guard counts in what is written under it (Written), and so does a `break`, `continue` or
-// `return` that some points have taken before (Leave). A loop is walked until the details at its
-// front are those at its end (WalkLoop); details only rise, from uniform over open to varying, so
-// that this ends, and after a few rounds what still changes is made varying at once. Reports are
-// made in a last round, when all details are right.
+// A write has at least the detail of its guards (Written), and of each `break`, `continue` or
+// `return` that some points have executed before (Leave). A loop is walked until the details at its
+// start equal those at its end (WalkLoop). This ends, since details only rise, from uniform over
+// open to varying; details that still change after a few rounds are set to varying. Reports are
+// made in a last round, when all details are final.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp, and by all levels against each other in
 // tests/random.
@@ -26,10 +26,10 @@
 
 namespace {
 
-// Joined details only rise, so that few rounds are enough; this bounds what nested loops cost.
+// Few rounds are enough, since joined details only rise; this limits the cost of nested loops.
 constexpr int k_roundsOfOne = 4;
 
-/// Null means that nothing decides.
+/// Null means that there is no condition.
 SlcDetailNode* CombineGuards(SlcDetailNode* first, SlcDetailNode* second)
 {
     if (!first || !second)
@@ -50,7 +50,7 @@ SlcCheckInlineDetail::SlcCheckInlineDetail(SlcPtr<SlcSemanticError> errors,
 SlcDetailNode* SlcCheckInlineDetail::operator()(SlcSyntaxNode* body, const SlcCallPlace& place)
 {
     m_place = place;
-    // The detail that the context requests applies to the result alone.
+    // The detail that the context requests applies only to the result.
     m_wanted = std::exchange(m_place.wanted, nullptr);
     m_condition = SlcDetailNode::AUniform();
     m_guard = nullptr;
@@ -139,8 +139,8 @@ void SlcCheckInlineDetail::Case(SlcDefExprNode* node)
     Defined(*entry, detail);
 }
 
-/// One `return` is allowed, at any place. One at the top of the body ends it; after one under a
-/// condition the body goes on for the points that did not return, which have another result.
+/// A body has one `return`, at any place. At the top of the body it ends the walk. In a condition
+/// the body continues for the points that did not return, which have another result.
 void SlcCheckInlineDetail::Case(SlcReturnStmtNode* node)
 {
     SlcDetailNode* const expected = std::exchange(m_place.wanted, m_wanted);
@@ -149,7 +149,7 @@ void SlcCheckInlineDetail::Case(SlcReturnStmtNode* node)
     SlcDetailNode* detail = SlcInlineDetailOf(node->GetValue());
     if (!m_guard)
         throw EndCheckInline{detail};
-    // Out of a loop, points may return in different rounds.
+    // In a loop, points may return in different rounds.
     const bool inLoop = m_left.size() > 1;
     detail = SlcDetailNode::Combine(detail, inLoop ? SlcDetailNode::AVarying() : Guard());
     m_result = m_result ? SlcDetailNode::Combine(m_result, detail) : detail;
@@ -183,7 +183,7 @@ void SlcCheckInlineDetail::Case(SlcIfThenElseStmtNode* node)
     WalkGuarded(node->GetElse(), condition);
 }
 
-/// `illuminate` or `solar`: some points get no light.
+/// `illuminate` and `solar` guard their bodies: some points get no light.
 void SlcCheckInlineDetail::Case(SlcLoopStmtNode* node)
 {
     SlcDetailNode* const outer = std::exchange(m_guard, SlcDetailNode::AVarying());
@@ -257,7 +257,7 @@ void SlcCheckInlineDetail::Leave(std::size_t loops)
     }
 }
 
-/// The loop that a `continue` goes on with is done with the points for this round.
+/// After `continue` the points take no further part in this round of the loop.
 void SlcCheckInlineDetail::Case(SlcLoopModStmtNode* node)
 {
     Leave(static_cast<std::size_t>(node->GetLevel()->GetValue()));

@@ -1,6 +1,6 @@
-// The details of expressions inside a function, for one call of it: those of their parts, where a
-// rule or a declaration does not say it. An assignment is recorded with the variable; a condition
-// in an expression guards its branches as an `if` does.
+// Computes the details of expressions inside a function for one call: those of their parts, unless
+// a rule or a declaration determines them. An assignment records the detail of its variable. A
+// condition in an expression guards its branches like an `if`.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 
@@ -108,7 +108,7 @@ void SlcCheckInlineDetail::Case(SlcBinOpExprNode* node)
     }
 }
 
-/// Walked also when its detail is known, for the calls in it.
+/// Visited even if its detail is known, for the calls in it.
 void SlcCheckInlineDetail::Case(SlcCondExprNode* node)
 {
     SlcDetailNode* const condition = WalkCondition(node->GetCondition());
@@ -127,7 +127,7 @@ void SlcCheckInlineDetail::Case(SlcCompOpNode* node)
                                             SlcInlineDetailOf(node->GetRight())));
 }
 
-/// The right side does not run where the left one decides.
+/// The right side is guarded by the left one (short circuit).
 void SlcCheckInlineDetail::Case(SlcLogOpNode* node)
 {
     node->GetLeft()->ApplyWalker(this);
@@ -144,7 +144,7 @@ void SlcCheckInlineDetail::Case(SlcProcCallExprNode* node)
         SlcSetInlineDetail(node, SlcDetailNode::AUniform());
 }
 
-/// Walked for the calls in it.
+/// Visited for the calls in it.
 void SlcCheckInlineDetail::Case(SlcTextureExprNode* node)
 {
     node->WalkIn(this);

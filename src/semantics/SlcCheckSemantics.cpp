@@ -1,10 +1,10 @@
 // Checks definitions, and sets up the scopes for checking bodies. A function comes into scope after
-// its body, so that it cannot call itself; its formals are remembered with the scope around the
-// definition, which `extern` and a body without --strict look into. A body has a separate walker,
-// whose fields say afterwards what it contains: a `return`, a light statement.
+// its body, so that it cannot call itself; its formals are stored with the scope around the
+// definition, in which `extern`, and a body without --strict, look names up. Each body has a
+// separate walker, whose fields then hold what it contains: a `return`, a light statement.
 //
-// The checks of a function stop at what depends on its calls. Details that are open there are
-// judged where shader code calls the function (SlcUserCallRules), with each call's arguments.
+// The checks of a function leave out all that depends on its calls. Open details are checked where
+// shader code calls the function (SlcUserCallRules), with the arguments of each call.
 //
 // Tested by tests/semantics/SlcCheckSemanticsTest.cpp and, for faults that bring no others,
 // OneReportTest.cpp.
@@ -24,7 +24,7 @@
 
 namespace {
 
-/// Such as "float f(color, float[3])".
+/// Returns a text such as "float f(color, float[3])".
 std::string ShapeOf(const SlcFuncDefNode& function, const SlcFuncSymbolEntry& entry)
 {
     std::string shape = entry.GetReturnType()->ToString() + " " + function.GetIdent()->GetName();
@@ -66,7 +66,7 @@ void SlcCheckSemantics::Default(SlcSyntaxNode* node)
 void SlcCheckSemantics::Case(SlcDefinitionsNode* node)
 {
     const auto& definitions = node->GetDefinitions();
-    // The kind of the shader counts for functions before it too.
+    // The type of the shader matters for functions before it too.
     const auto shader = std::find_if(definitions.begin(), definitions.end(),
                                      [](const auto& d) { return d->IsShader(); });
     if (shader == definitions.end()) {
@@ -137,7 +137,7 @@ void SlcCheckSemantics::CheckReturnType(const SlcFuncDefNode* node)
                                   "' cannot return an array of type void");
 }
 
-/// Only now that its body has been checked: a function cannot call itself.
+/// Declares the function after its body has been checked, since it cannot call itself.
 void SlcCheckSemantics::AddFunction(SlcFuncDefNode* node, SlcPtr<SlcAnnotation> info)
 {
     const auto replaced = m_scopes.current->FindUserFunction(
@@ -164,7 +164,7 @@ void SlcCheckSemantics::NoteDefinitionScope(SlcSymbolTable& formals) const
 {
     if (m_options.m_strict)
         return;
-    // A function before the shader sees the predefined variables of its kind.
+    // A function before the shader sees the predefined variables of the shader's type.
     const bool aheadOfShader = !m_inFunction && !m_shaderSeen;
     formals.m_definitionScope = aheadOfShader ? m_scopes.shader : m_scopes.current;
 }

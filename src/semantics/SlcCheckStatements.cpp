@@ -1,10 +1,9 @@
-// Statements other than those on lights. Each puts its expressions through all passes before the
-// next statement is looked at. Branches and loops are walked with a separate usage record, set
-// aside after the walk and merged where the statement ends (SlcCheckUsage).
+// Checks statements other than those for lights. Each runs all passes over its expressions before
+// the next statement is checked. Branches and loops are walked with separate usage records, which
+// are set aside after the walk and merged where the statement ends (SlcCheckUsage).
 //
-// The type that a context requires of an expression: a `return` the type of its function, a
-// statement that is a call nothing, a condition a comparison, all else the one type that the
-// expression has. Several that nothing decides between are a report.
+// A `return` requires the type of its function, a condition a comparison, and a statement that is a
+// call nothing. All other expressions must have exactly one type; several are reported.
 //
 // Tested by tests/semantics/SlcCheckSemanticsTest.cpp.
 
@@ -60,10 +59,10 @@ void SlcCheckSemantics::CheckExprType(SlcExprNode* expr)
 SlcTypeNode* SlcCheckSemantics::WantedTypeOf(SlcExprNode* expr)
 {
     const auto& types = SlcPossibleTypes::Of(expr)->GetTypes();
-    // The report is made at its operator.
+    // Reported at its operator.
     if (types.empty())
         return SlcTypeNode::AVoid();
-    // The first is taken, so that the passes to come have one.
+    // Uses the first type, since the next passes need one.
     if (types.size() > 1)
         m_errors->Error(expr, "Ambiguous type for expression");
     return types.front();
@@ -134,7 +133,7 @@ SlcTypeNode* SlcCheckSemantics::WantedTypeOfCall(SlcProcCallExprNode* call)
         m_errors->FatalError(call, "No type associated to function call");
     if (types.size() == 1)
         return types.front();
-    // The value is not used, so that the procedure is the better guess.
+    // The value is not used, so the overload without a value is the better guess.
     if (!m_options.m_strict && annotation->IsInTypes(SlcTypeNode::AVoid(), false))
         m_errors->Warning(call,
                           "Ambiguous function return type. Picking function version with the "
@@ -166,7 +165,8 @@ SlcTypeNode* SlcCheckSemantics::WantedTypeOfReturn(SlcReturnStmtNode* node)
     } else if (wanted->IsVoidType()) {
         m_errors->Error(node, "Cannot return a value from a function with 'void' return type");
     } else {
-        // A wanted float is also found as what it would be promoted to, which is no fit.
+        // A requested float also matches the types that it would be promoted to, which is wrong
+        // here.
         const SlcTypeNode* found = SlcPossibleTypes::Of(node->GetValue())->IsInTypes(wanted, true);
         const bool fits = found && found->IsPromotableAs(wanted);
         if (!fits && !SlcTypedExpr::IsUntyped(node->GetValue()))

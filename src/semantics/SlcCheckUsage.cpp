@@ -1,19 +1,19 @@
-// One state a variable (never, maybe or always set; never, maybe or always read before that), which
-// is right for the point that the walk has reached. A branch notes what it changes, so that
+// Each variable has one state (never, maybe or always set; never, maybe or always read before
+// that), valid at the current point of the walk. A branch records its changes, so that
 //
 //     float x;                 x: never set
 //     if (s > 0.5)
-//         x = 1;               the branch changes x to always; aside: never again
+//         x = 1;               the branch changes x to always; set aside: never
 //     else
 //         y = 1;               the other branch sees x as never
-//                              promoted: always met with never gives maybe
+//                              promoted: always joined with never is maybe
 //     Ci = x;                  'x' may not be initialized
 //
-// A branch that ends in a jump does not affect what is set after the two. A loop's body may not run
-// at all, unless its head says that it does (SlcRunsAtLeastOnce).
+// A branch that ends in a jump does not affect the state after both. The body of a loop may not run
+// at all, unless its head proves that it does (SlcRunsAtLeastOnce).
 //
 // Accesses of a function to outer variables are checked where it is called, by replaying its
-// record. Warnings come in the order of the names there, since a map by address has none to show.
+// record. Warnings are in the order of the names, since that of a map by address is arbitrary.
 //
 // Tested by tests/semantics/SlcCheckUsageTest.cpp.
 
@@ -37,7 +37,7 @@ bool IsIteration(const SlcLoopStmtNode* loop)
     return dynamic_cast<const SlcForStmtNode*>(loop) || dynamic_cast<const SlcWhileStmtNode*>(loop);
 }
 
-/// One for each argument of a call; null for a formal that repeats the name of another.
+/// Returns one formal for each argument of a call; null if it repeats the name of another.
 std::vector<SlcVarSymbolEntry*> FormalEntries(const SlcFuncInfo& info)
 {
     std::vector<SlcVarSymbolEntry*> entries;
@@ -47,13 +47,13 @@ std::vector<SlcVarSymbolEntry*> FormalEntries(const SlcFuncInfo& info)
     return entries;
 }
 
-/// Nothing is to be said of it: it comes with a value, or has been reported.
+/// True if the variable needs no check: it has a value from the start, or has been reported.
 bool IsAlwaysSet(const SlcVarSymbolEntry& entry)
 {
     return entry.IsHidden() || entry.GetStorage()->IsInput() || entry.GetType()->IsErrorType();
 }
 
-/// If one branch ends in a jump, the other one decides what is set after the two.
+/// If one branch ends in a jump, the other one determines the state after both.
 SlcVariableUsage Outweighed(SlcVariableUsage usage, bool stopped, const SlcVariableUsage& other)
 {
     if (stopped && other.GetModified() == SlcUsageState::Always)
@@ -118,7 +118,7 @@ void SlcCheckUsage::Case(SlcArrayRefExprNode* node)
     VarIsAccessedInTable(Find(node->GetSymbolEntry()), false, node);
 }
 
-/// All operators alike: `a += 1` is not seen as a read, so that sums may start unset.
+/// Treats all operators alike: `a += 1` does not count as a read, so that sums may start unset.
 void SlcCheckUsage::Case(SlcAssignExprNode* node)
 {
     node->GetValue()->ApplyWalker(this);
@@ -257,8 +257,8 @@ bool SlcCheckUsage::IsJudgedHere(const Variable& variable)
 
 void SlcCheckUsage::NoteChange(Variable& variable)
 {
-    // Changes of a branch's local variables are not kept, and of other variables the first change
-    // counts.
+    // Changes of local variables of the branch are not recorded, and of other variables only the
+    // first change.
     if (variable.level >= m_level || variable.changedAt >= m_level)
         return;
     m_changes.push_back({&variable, UsageOf(variable), variable.changedAt});

@@ -1,11 +1,11 @@
-// The run time's treatment of an unknown constant is documented and not a fault, but seldom meant:
+// How the run time treats an unknown constant is documented, but it is seldom intended:
 //
 //     spline("catmul-rom", ...)     an unknown basis: the default
 //     ctransform("HSV", c)          an unknown space: "rgb"
 //     comp(c, 3)                    the nearest component
 //     printf("%s\n")                the specifier is printed
 //
-// Names come from the tables of the run time. Only literals are looked at.
+// Names are those of the tables of the run time. Only literals are checked.
 //
 // Tested by tests/semantics/SlcConstantArgumentsTest.cpp.
 
@@ -59,8 +59,8 @@ std::optional<double> NumberOf(const SlcExprNode* expr)
     return constant->GetFloatConst()->GetValue();
 }
 
-/// `table`: of rows with a name, of which the first is the default. Returns the row, or that of the
-/// default after a warning, which begins with `unknown`.
+/// Returns the row of `table` with that name, or, after a warning that starts with `unknown`, the
+/// first row, which is the default.
 template <class Table>
 const auto& FindRow(SlcSemanticError& errors, const SlcSyntaxNode* node, const Table& table,
                     const std::string& unknown, const std::string& name)
@@ -94,7 +94,7 @@ void CheckFilter(SlcSemanticError& errors, const Arguments& arguments)
     }
 }
 
-/// Counts the values of a spline, which begin at `first`; nothing if an array has no length.
+/// Returns the number of values of a spline from `first` on; nothing if an array has no length.
 std::optional<std::size_t> CountValues(const Arguments& arguments, std::size_t first)
 {
     const auto* array =
@@ -152,8 +152,8 @@ void CheckIndices(SlcSemanticError& errors, const SlcProcCallExprNode& call)
     }
 }
 
-/// The text after a percent sign up to the letter, if a specifier is meant: not the blank in "50 %
-/// of".
+/// Returns the text after a percent sign up to the letter, if it is meant as a specifier: not in
+/// "50 % of".
 std::string_view SpecifierAt(std::string_view format, std::size_t percent)
 {
     constexpr std::string_view widths = "0123456789.+-#*";
@@ -164,7 +164,7 @@ std::string_view SpecifierAt(std::string_view format, std::size_t percent)
     return format.substr(percent, end - percent);
 }
 
-/// As QxFormat reads it.
+/// Reads specifiers in the same way as QxFormat.
 void CheckFormat(SlcSemanticError& errors, const Arguments& arguments)
 {
     const auto format = TextOf(arguments[0].get());

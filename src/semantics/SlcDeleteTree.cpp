@@ -1,6 +1,6 @@
-// Takes apart what refers to each other in a circle: scopes hold entries, an entry of a function
-// the facts on its body, these the scope of its formals, and nodes hold entries. The tree itself is
-// deleted by its owner afterwards.
+// Breaks reference cycles: scopes hold entries, the entry of a function holds the facts about its
+// body, these hold the scope of its formals, and nodes hold entries. The owner of the tree deletes
+// it afterwards.
 
 #include "semantics/SlcDeleteTree.h"
 

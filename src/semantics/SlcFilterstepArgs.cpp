@@ -1,5 +1,5 @@
-// filterstep(edge, x [, width of x], "name", value, ...): what follows x has no row in the library
-// that could say so, since the number comes before the pairs.
+// filterstep(edge, x [, width of x], "name", value, ...): cards cannot express the arguments after
+// x, since a float may precede the pairs.
 //
 // Tested by tests/semantics/SlcResolveUniqueTypeTest.cpp.
 

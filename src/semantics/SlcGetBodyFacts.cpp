@@ -1,8 +1,7 @@
-// The facts on a body, collected once it has been checked, with those of the functions that it
-// calls
-// hold: those are checked by then, since none is called before its definition. The count of
-// operations is that of the expanded body; it doubles with each level of functions that call
-// another twice, and so stops at a limit.
+// Collects the facts about a checked body, including those of the functions that it calls, which
+// have been checked, since none is called before its definition. The number of operations is that
+// of the expanded body. It doubles with each level of functions that call another one twice, so it
+// stops at a limit.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 
@@ -20,7 +19,7 @@
 
 namespace {
 
-/// `variable` is, or refers to, one of the variables of light loops.
+/// True if `variable` is, or refers to, one of the variables of light loops.
 bool IsOfLightLoop(const SlcVarSymbolEntry& variable)
 {
     if (const auto& outer = variable.GetOuter())
@@ -57,7 +56,7 @@ void SlcGetBodyFacts::Case(SlcFuncDefStmtNode*)
 void SlcGetBodyFacts::Case(SlcDefExprNode* node)
 {
     node->WalkIn(this);
-    // A variable declared `extern` belongs to a body around this one.
+    // A variable declared `extern` belongs to an enclosing body.
     const auto& entry = node->GetSymbolEntry();
     if (entry && !entry->GetStorage()->IsExtern())
         m_own.insert(&*entry);

@@ -1,11 +1,12 @@
-// A stack of rounds. A round keeps for each variable what it had before its first write there:
+// A stack of rounds. A round stores the detail of each variable before its first write in the
+// round:
 //
 //     round begins      x uniform
-//     x written         note: uniform; now varying
-//     round ends        joined: varying, which is not what the round began with: one more round
+//     x written         stored: uniform; now varying
+//     round ends        joined: varying, which differs from the start: one more round
 //
-// A definition in the round is noted as null, since nothing of the round before reaches it. An
-// inner round hands its notes to the outer one, whose earlier notes win.
+// A definition in the round is stored as null, since no value of the previous round reaches it. An
+// inner round passes its details to the outer one, which keeps its own earlier ones.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp, through the loops that use it.
 

@@ -1,8 +1,8 @@
-// The inline rules of built-ins that write to their arguments: what is written has the combined
-// detail of what is read.
+// The inline rules of built-ins that write to their arguments: written variables get the combined
+// detail of all inputs.
 //
-//     setxcomp(p, x)                   p becomes what p and x are together: two components stay
-//     fresnel(I, N, eta, kr, kt)       kr and kt become what I, N and eta are together
+//     setxcomp(p, x)                   p gets the combined detail of p and x: two components stay
+//     fresnel(I, N, eta, kr, kt)       kr and kt get the combined detail of I, N and eta
 //
 // SlcCheckInlineOutputProc has a place in the table of rules, but no row uses it.
 //
@@ -17,9 +17,9 @@
 
 namespace {
 
-/// Which arguments of a built-in are read and which are written, and what it says of a fault.
+/// Which arguments of a built-in are read and which are written, and the texts of its reports.
 struct OutputRule {
-    std::size_t inputs;       // so many from the first on
+    std::size_t inputs;       // number of inputs, from the first argument on
     std::size_t firstOutput;  // positions count from 0
     std::size_t lastOutput;
     const char* wrongCount;   // internal

@@ -1,6 +1,6 @@
-// Which types an operator gives for the sets of its operands. In arithmetic a type counts if one
-// side holds it and the other holds it or a float, which is promoted. The point family is one type
-// here, whose kind the result carries on:
+// Computes the types of an operator from those of its operands. In arithmetic a type is possible if
+// one side has it and the other has it or a float, which is promoted. Point, vector and normal are
+// matched as one type; the result is one of them:
 //
 //     point - point    vector        point + vector   point         normal + normal  normal
 //     float * normal   normal        vector * point   vector        vector + normal  vector
@@ -16,7 +16,7 @@ using Types = std::vector<SlcTypeNode*>;
 
 namespace {
 
-/// One side holds the type, and the other holds it or a float that is promoted to it.
+/// True if one side has the type, and the other has it or a float, which is promoted.
 bool MeetIn(SlcTypeNode* type, const SlcExprNode* left, const SlcExprNode* right)
 {
     return (HasType(left, type) && Fits(right, type)) || (Fits(left, type) && HasType(right, type));
@@ -27,7 +27,8 @@ bool IsPoint(const SlcTypeNode* type)
     return !type->IsVectorType() && !type->IsNormalType();
 }
 
-/// The kind of a sum: a point moved by a vector is a point, the way between two is a vector.
+/// Returns the type of a sum or difference: point plus vector is a point, point minus point a
+/// vector.
 SlcTypeNode* KindOfSum(const SlcTypeNode* left, const SlcTypeNode* right, bool isDifference)
 {
     if (isDifference && IsPoint(left) && IsPoint(right))
@@ -51,7 +52,7 @@ SlcTypeNode* PointResult(const SlcBinOpExprNode& operation)
 {
     SlcTypeNode* left = Find(operation.GetLeft(), SlcTypeNode::APoint());
     SlcTypeNode* right = Find(operation.GetRight(), SlcTypeNode::APoint());
-    // A float takes on the kind of its partner.
+    // A float gets the type of the other operand.
     if (!left && right)
         left = SlcPossibleTypes::Of(operation.GetLeft())->IsInTypes(right, true);
     else if (left && !right)

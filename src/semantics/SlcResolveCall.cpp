@@ -1,12 +1,13 @@
-// The overload that a call means, in steps:
+// Selects the overload of a call in steps:
 //
-//     1. those of its name that give the wanted type and that the arguments fit as they are,
-//        or, if there is none, after a promotion
-//     2. for each argument the types that these expect; several are a report, unless equal
-//     3. with the arguments thus fixed, the one that the scope finds; arrays by their lengths
+//     1. find the overloads of that name that return the requested type and match the arguments
+//        exactly, or, if there is none, by promotion
+//     2. collect the types that these expect of each argument; different ones are reported
+//     3. look up the overload for these types in the scope; arrays are matched by their lengths
 //
-//     float x = noise(P)      a float is wanted: of the rows of noise with that result, one takes a
-//                             point; had it been a triple, it would be a point now
+//     float x = noise(P)      a float is requested: of the overloads of noise with that result, one
+//     has
+//                             a point; a triple would become a point here
 //
 // Tested by tests/semantics/SlcResolveUniqueTypeTest.cpp.
 
@@ -25,7 +26,7 @@ using namespace SlcTypedExpr;
 
 namespace {
 
-/// The kinds of shaders in which a function exists, or its form with this number of arguments; 0
+/// The types of shaders in which a function exists, or its form with this number of arguments; 0
 /// means every form.
 struct Availability {
     std::string_view name;
@@ -62,13 +63,13 @@ bool IsFilterstep(const SlcFuncSymbolEntry& entry)
     return entry.GetOrigin() == SlcFuncOrigin::BuiltIn && entry.GetName() == "filterstep";
 }
 
-/// A formal of type any takes the argument as it is.
+/// A formal of type any accepts the argument unchanged.
 SlcTypeNode* ExpectedBy(SlcTypeNode* formal, const SlcExprNode* argument)
 {
     return formal->IsAnyType() ? FirstType(argument) : formal;
 }
 
-/// A type before the argument chooses: "float noise(...)".
+/// Adds advice that a cast of the argument selects the overload: "float noise(...)".
 std::string AdviceOnAmbiguity(const SlcExprNode* argument, const std::vector<SlcTypeNode*>& types)
 {
     const auto* call = dynamic_cast<const SlcProcCallExprNode*>(argument);
@@ -194,7 +195,7 @@ void SlcResolveCall::AddExpected(const Entry& entry, std::vector<Types>& expecte
 
 std::vector<SlcFuncVarArgLeaf*> SlcResolveCall::LeavesOfTail(const Entry& entry) const
 {
-    // One walk over the tail serves all arguments: `min` may have thousands.
+    // One walk over the tail for all arguments, since `min` may have thousands.
     SlcFuncVarArgExpr* tail = entry->GetTail();
     std::vector<SlcFuncVarArgLeaf*> leaves;
     tail->Begin();

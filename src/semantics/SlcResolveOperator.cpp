@@ -1,11 +1,10 @@
-// Determines the types of an operator's operands, once the type of its result is settled.
-// Comparisons have no type, so they look for the one pair of types that can be compared: none, or
-// more than one, is a report. Where both operands are wrong, as in "a" + "b", the fault is the
-// operator's, and the report on the left one says so. Warnings for legal but doubtful operations,
-// such as P + P, are raised here too.
+// Determines the types of the operands of an operator from the type of its result. Comparisons have
+// no type, so they need exactly one pair of types that can be compared; otherwise they are
+// reported. If both operands are wrong, as in "a" + "b", one report names the operator. Warnings
+// for legal but doubtful operations, such as P + P, are raised here too.
 //
-//     wanted color:   2 * noise(s)      left float, promoted; right the noise that gives a color
-//     nothing wanted: s == (1, 0, 0)    float with point, or float with color: ambiguous
+//     requested color:   2 * noise(s)   left float, promoted; right the noise that returns a color
+//     nothing requested: s == (1, 0, 0) float with point, or float with color: ambiguous
 //                     Cs == (1, 0, 0)   color with color, since equal types come first
 //
 // Tested by tests/semantics/SlcResolveUniqueTypeTest.cpp.
@@ -38,8 +37,8 @@ struct TypePair {
     T* right;
 };
 
-/// The pairs of types in which the operands can be compared: equal ones, or else those in which
-/// a float is promoted.
+/// Returns the pairs of types for which the operands can be compared: equal ones, or else those
+/// with a float that is promoted.
 std::vector<TypePair> ComparablePairs(const SlcExprNode* left, const SlcExprNode* right)
 {
     std::vector<TypePair> pairs;
@@ -66,8 +65,9 @@ bool IsComparable(const SlcExprNode* expr)
     return false;
 }
 
-/// The call to noise or the like in an expression that could also be a number. Of an operator
-/// only the right side is looked at in full, so that chains of any length take linear time.
+/// Returns the call to noise or the like in an expression that could also be a float. For an
+/// operator only the right side is searched completely, so that chains of any length take linear
+/// time.
 const SlcProcCallExprNode* CallThatCouldBeFloat(const SlcExprNode* expr)
 {
     while (HasType(expr, T::AFloat())) {
@@ -95,7 +95,7 @@ void SlcResolveOperator::Resolve(SlcBinOpExprNode* operation)
     const SlcExprNode* left = operation->GetLeft();
     const SlcExprNode* right = operation->GetRight();
     SlcTypeNode* wanted = SettleWanted(operation);
-    // An operand that nothing suits reports that by itself.
+    // An operand without a possible type is reported separately.
     if ((wanted && wanted->IsErrorType()) || IsUntyped(left) || IsUntyped(right)) {
         TakeFirst(left);
         TakeFirst(right);
@@ -113,7 +113,7 @@ void SlcResolveOperator::ResolveArithmetic(SlcBinOpExprNode* operation, SlcTypeN
     SlcExprNode* left = operation->GetLeft();
     SlcExprNode* right = operation->GetRight();
     if (wanted) {
-        // A type of the operator's own set is held by one side at least; a float is promoted.
+        // At least one side has each type of the operator's set; a float is promoted.
         SlcTypeNode* leftType = Find(left, wanted);
         SlcTypeNode* rightType = Find(right, wanted);
         SetUnique(left, leftType ? wanted : T::AFloat());
@@ -189,7 +189,7 @@ void SlcResolveOperator::ResolveDotProd(SlcBinOpExprNode* operation)
     const bool areColors = leftColor && rightColor;
     const bool arePoints = leftPoint && rightPoint;
     if (areColors && arePoints) {
-        // Either side, once it is settled, settles the other.
+        // Either side, once it has its type, determines the other.
         m_errors->Error(operation, "Ambiguous type for left expression of dot product");
     } else if (areColors || arePoints) {
         SetUnique(left, areColors ? T::AColor() : T::APoint());
