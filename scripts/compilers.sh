@@ -13,8 +13,8 @@ source scripts/prepare.sh
 
 # g++ and clang++ 14 are those of Debian 12, whose newest clang++ is 22. It has libc++ 22 as an archive alone. -m32
 # does without g++-multilib: the headers of the kernel are the same for both sizes. Its libc6-dev-i386 replaces
-# compilers for other architectures, which cross.sh installs again. The libc++ of clang++ 14 is missing: before version 20 it cannot read floating-point numbers
-# with std::from_chars.
+# compilers for other architectures, which cross.sh installs again. The libc++ of clang++ 14 is missing: before
+# version 20 it cannot read floating-point numbers with std::from_chars.
 #   name                compiler     packages                                              flags
 compilers='
     g++                 g++          g++
