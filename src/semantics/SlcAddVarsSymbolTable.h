@@ -33,7 +33,7 @@ class SlcAddVarsSymbolTable : public SlcCodeWalker {
 public:
     SlcAddVarsSymbolTable(SlcPtr<SlcSemanticError> errors, const SlcOptionsControl* options);
 
-    // Each extends `scope` and gives the table to use from there on.
+    // Each extends `scope` and returns the table to use from there on.
 
     /// A new scope; strings are uniform whatever they say.
     [[nodiscard]] SlcPtr<SlcSymbolTable> AddShaderFormals(SlcFormalsNode* formals,
@@ -62,25 +62,25 @@ private:
 
     enum class Declares { ShaderFormals, FunctionFormals, Locals };
 
-    /// Walks `node` with `table` as the one that grows, and gives what that has become.
+    /// Walks `node`, which extends `table`, and returns the extended table.
     SlcPtr<SlcSymbolTable> Add(SlcSyntaxNode* node, SlcPtr<SlcSymbolTable> table, Declares what,
                                const SlcOuterScopes& outer, SlcShaderTypeNode* shaderType,
                                const SlcDeclarationPlace& place);
 
-    /// The type without regard to an initializer; error after a report.
+    /// Returns the type, whatever the initializer is; `error` after a report.
     [[nodiscard]] SlcTypeNode* DeclaredType(const SlcDefExprNode* definition);
     /// Types and detail of the initializer, which has its set of types. There were `errorsBefore`
     /// errors when its check began.
     void CheckInitializer(SlcDefExprNode* definition, SlcTypeNode* type, int errorsBefore);
-    /// The declared type, which the initializer suits, or void after a report.
+    /// Returns the declared type if the initializer matches it; void after a report.
     [[nodiscard]] SlcTypeNode* WantedType(const SlcDefExprNode* definition, SlcTypeNode* type);
-    /// The variable that an `extern` declaration refers to; null if there is none.
+    /// Returns the variable that an `extern` declaration refers to; null if there is none.
     [[nodiscard]] SlcPtr<SlcVarSymbolEntry> FindOuter(SlcIdentNode* ident) const;
-    /// A declaration whose name is taken, which has been reported.
+    /// Handles a declaration whose name is taken, which has been reported.
     void AddRepeated(SlcDefExprNode* definition, SlcTypeNode* type);
-    /// An `extern` declaration: an alias of the variable around, which must match.
+    /// Handles an `extern` declaration: an alias of an outer variable, which must match.
     void AddExtern(SlcDefExprNode* definition, SlcTypeNode* type);
-    /// A variable whose array type has no length; silent after a faulty initializer.
+    /// Reports a variable whose array type has no length, unless its initializer is faulty.
     void ReportOpenLength(const SlcDefExprNode* definition);
     void AddVariable(SlcDefExprNode* definition, SlcTypeNode* type, SlcStorageSpecNode* storage,
                      const SlcPtr<SlcVarSymbolEntry>& outer);

@@ -7,37 +7,37 @@
 /// Short forms for the questions that the typing passes ask of an expression with a set of types.
 namespace SlcTypedExpr {
 
-/// The member of the set that is the same type, in its exact kind; null if there is none.
+/// Returns the member of the set that is this type, of this kind exactly; null if there is none.
 [[nodiscard]] inline SlcTypeNode* Find(const SlcExprNode* expr, SlcTypeNode* type)
 {
     return SlcPossibleTypes::Of(expr)->IsInTypes(type, false);
 }
 
-/// The set holds the type, or of the point family one of its kind.
+/// True if the set contains the type; any kind of the point family counts as the same type.
 [[nodiscard]] inline bool HasType(const SlcExprNode* expr, SlcTypeNode* type)
 {
     return Find(expr, type) != nullptr;
 }
 
-/// Holds the type, or one that is promoted to it, or one that it is promoted to.
+/// True if the set contains the type, one that is promoted to it, or one that it is promoted to.
 [[nodiscard]] inline bool Fits(const SlcExprNode* expr, SlcTypeNode* type)
 {
     return SlcPossibleTypes::Of(expr)->IsInTypes(type, true) != nullptr;
 }
 
-/// All that the expression can be; empty if nothing suits.
+/// Returns all types that the expression can have; empty if none matches.
 [[nodiscard]] inline const std::vector<SlcTypeNode*>& TypesOf(const SlcExprNode* expr)
 {
     return SlcPossibleTypes::Of(expr)->GetTypes();
 }
 
-/// No type matches the expression; its rule has reported why.
+/// Records that no type matches the expression; its rule has reported why.
 [[nodiscard]] inline bool IsUntyped(const SlcExprNode* expr)
 {
     return TypesOf(expr).empty();
 }
 
-/// A fault of the expression has been reported.
+/// True if a fault of the expression has been reported.
 [[nodiscard]] inline bool IsFaulty(const SlcExprNode* expr)
 {
     const auto& types = TypesOf(expr);
@@ -50,19 +50,19 @@ namespace SlcTypedExpr {
     return IsUntyped(expr) || IsFaulty(expr);
 }
 
-/// Error if it has none.
+/// Returns the type that was decided; `error` if none was.
 [[nodiscard]] inline SlcTypeNode* FirstType(const SlcExprNode* expr)
 {
     return IsUntyped(expr) ? SlcTypeNode::AError() : TypesOf(expr).front();
 }
 
-/// Decides the type; the expression's own pass reads it when it comes there.
+/// Decides the type. The walk over the expression reads it when it gets there.
 inline void SetUnique(const SlcExprNode* expr, SlcTypeNode* type)
 {
     SlcPossibleTypes::Of(expr)->SetUniqueType(type);
 }
 
-/// The expression takes the first of its types, for want of a better reason to choose.
+/// Decides on the first type of the set, when the context gives no reason to choose another.
 inline void TakeFirst(const SlcExprNode* expr)
 {
     SetUnique(expr, FirstType(expr));
