@@ -47,9 +47,9 @@ inline Value QxChangeAtEdge(const Value& f0, const Value& f1, const Value& f2)
 template <class Value>
 struct QxChangeInside {
     const Value* before;
-    const Value* behind;
+    const Value* after;
 
-    Value operator()(unsigned int i) const { return (behind[i] - before[i]) * 0.5f; }
+    Value operator()(unsigned int i) const { return (after[i] - before[i]) * 0.5f; }
 };
 
 /// `direction` is -1 if the rows go back from the last one.
@@ -70,9 +70,9 @@ struct QxChangeAtRim {
 template <class Value>
 struct QxChangeOfTwo {
     const Value* before;
-    const Value* behind;
+    const Value* after;
 
-    Value operator()(unsigned int i) const { return behind[i] - before[i]; }
+    Value operator()(unsigned int i) const { return after[i] - before[i]; }
 };
 
 /// Calls `work` with what computes the changes across one row of a grid whose points all count.
@@ -114,10 +114,10 @@ inline Value QxChangeWhere(const Value* value, unsigned int point, unsigned int 
     const Value* const at = value + point;
     const std::size_t twice = std::size_t{2} * stride;
     const bool before = place > 0 && where(point - stride);
-    const bool behind = place + 1 < length && where(point + stride);
-    if (before && behind)
+    const bool after = place + 1 < length && where(point + stride);
+    if (before && after)
         return (at[stride] - *(at - stride)) * 0.5f;
-    if (behind)
+    if (after)
         return place + 2 < length && where(point + 2 * stride)
                    ? QxChangeAtEdge(at[0], at[stride], at[twice])
                    : at[stride] - at[0];

@@ -50,7 +50,7 @@ public:
     /// The body of a definition, with its braces.
     [[nodiscard]] SlcTextRange BodyOf(const SlcTextRange& definition) const;
     /// It ends with a brace that the source lacks.
-    [[nodiscard]] bool EndsBehindText(const SlcTextRange& range) const
+    [[nodiscard]] bool EndsAfterText(const SlcTextRange& range) const
     {
         return range.end > m_text.size();
     }

@@ -53,7 +53,7 @@ public:
         block.begin = static_cast<unsigned>(walker.m_places.TokenAt(range.begin));
         block.end = static_cast<unsigned>(walker.m_places.TokenAt(range.end));
         // The place after the last token of the source is in a block that nothing closes.
-        if (walker.m_places.EndsBehindText(range))
+        if (walker.m_places.EndsAfterText(range))
             ++block.end;
         walker.m_block = static_cast<int>(walker.m_index.blocks.size());
         walker.m_index.blocks.push_back(std::move(block));

@@ -95,7 +95,7 @@ int SlcParseAdvice::ReadKept()
 {
     const Drops drops = std::exchange(m_drops, Drops::Nothing);
     if (drops == Drops::HeadOfFor)
-        return ReadBehindHead();
+        return ReadAfterHead();
     if (drops == Drops::Definition)
         return ReadToEnd();
     int token = Read();
@@ -110,7 +110,7 @@ int SlcParseAdvice::ReadKept()
 }
 
 /// A new beginning at the ";" of a loop's head would report the rest of the head again.
-int SlcParseAdvice::ReadBehindHead()
+int SlcParseAdvice::ReadAfterHead()
 {
     int token = Read();
     for (bool isInHead = true; isInHead && token != 0 && token != '{' && token != '}';

@@ -69,7 +69,7 @@ private:
     /// The next one that is not dropped.
     [[nodiscard]] int ReadKept();
     /// The first token after the dropped part of the head of a `for`.
-    [[nodiscard]] int ReadBehindHead();
+    [[nodiscard]] int ReadAfterHead();
     /// The last token of a statement or definition, of which some tokens have been read.
     [[nodiscard]] int ReadToEnd();
     /// The token passed to the parser in place of the next one while tokens are dropped.

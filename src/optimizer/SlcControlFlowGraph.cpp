@@ -23,8 +23,7 @@
 
 namespace {
 
-/// Tells each label that a block begins with the block; the first one counts. Labels that no block
-/// begins with are told -1.
+/// Stores in each label the first block that begins with it, or -1 if there is none.
 class LabelsBlocksMapper : public SlcAllICodeWalker {
 public:
     void Do(const std::vector<SlcBasicBlock>& blocks)

@@ -88,7 +88,7 @@ std::vector<SlcDataflowAnalysis::Followed> SlcDataflowAnalysis::FollowedVariable
                 entry[variable] = static_cast<int>(followed.size());
                 followed.push_back({variable, cuts.LastUpTo(block), 0});
             }
-            followed[entry[variable]].end = cuts.FirstBehind(block);
+            followed[entry[variable]].end = cuts.FirstAfter(block);
         }
     }
     for (int block = 0; block < blocks; ++block) {
@@ -97,7 +97,7 @@ std::vector<SlcDataflowAnalysis::Followed> SlcDataflowAnalysis::FollowedVariable
                 continue;
             Followed& entryOf = followed[entry[variable]];
             entryOf.first = std::min(entryOf.first, cuts.LastUpTo(block));
-            entryOf.end = std::max(entryOf.end, cuts.FirstBehind(block));
+            entryOf.end = std::max(entryOf.end, cuts.FirstAfter(block));
         }
     }
     return followed;
@@ -164,8 +164,7 @@ void SlcDataflowAnalysis::FillGroups()
 bool SlcDataflowAnalysis::UpdateFront(Group& group, int block) const
 {
     const std::size_t place = block - group.first;
-    const std::uint64_t alive =
-        group.uses[place] | (AliveBehind(group, block) & ~group.defs[place]);
+    const std::uint64_t alive = group.uses[place] | (LiveAfter(group, block) & ~group.defs[place]);
     return std::exchange(group.alive[place], alive) != alive;
 }
 
@@ -299,7 +298,7 @@ void SlcDataflowAnalysis::RefillGroups(int block)
     }
 }
 
-std::uint64_t SlcDataflowAnalysis::AliveBehind(const Group& group, int block) const
+std::uint64_t SlcDataflowAnalysis::LiveAfter(const Group& group, int block) const
 {
     std::uint64_t alive = 0;
     for (const int next : m_graph.Blocks()[block].GetNextBlocks())

@@ -51,7 +51,7 @@ public:
     /// For passes that work on whole words of variables.
     [[nodiscard]] const std::vector<Group>& Groups() const { return m_groups; }
     /// Variables of a group that are alive at the end of a block of its stretch, as bits.
-    [[nodiscard]] std::uint64_t AliveBehind(const Group& group, int block) const;
+    [[nodiscard]] std::uint64_t LiveAfter(const Group& group, int block) const;
 
     // For a pass that removes code on a walk over the blocks against the code order.
 

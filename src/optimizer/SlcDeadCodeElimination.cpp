@@ -50,10 +50,10 @@ namespace {
         const std::size_t before = removed[i];
         while (i + 1 < removed.size() && removed[i + 1] == removed[i] + 1)
             ++i;
-        const std::size_t behind = removed[i] + 1;
-        if (before > 0 && behind < codes.size() &&
+        const std::size_t after = removed[i] + 1;
+        if (before > 0 && after < codes.size() &&
             SlcRemoveEmptyBlocks::IsMark(*codes[before - 1]) &&
-            SlcRemoveEmptyBlocks::IsMark(*codes[behind]))
+            SlcRemoveEmptyBlocks::IsMark(*codes[after]))
             return true;
     }
     return false;

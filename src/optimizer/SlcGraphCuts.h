@@ -16,7 +16,7 @@ public:
     /// The last cut at or before `block`; the entry counts as a cut.
     [[nodiscard]] int LastUpTo(int block) const { return m_lastUpTo[block]; }
     /// The first cut after `block`; the end of the code counts as a cut.
-    [[nodiscard]] int FirstBehind(int block) const { return m_firstBehind[block]; }
+    [[nodiscard]] int FirstAfter(int block) const { return m_firstBehind[block]; }
 
 private:
     std::vector<int> m_lastUpTo;

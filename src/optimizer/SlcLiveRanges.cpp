@@ -121,7 +121,7 @@ void SlcLiveRanges::AddGroup(const SlcDataflowAnalysis::Group& group)
 
 std::uint64_t SlcLiveRanges::AliveThrough(const SlcDataflowAnalysis::Group& group, int block) const
 {
-    return group.AliveAt(block) & m_analysis.AliveBehind(group, block) &
+    return group.AliveAt(block) & m_analysis.LiveAfter(group, block) &
            ~group.defs[block - group.first];
 }
 

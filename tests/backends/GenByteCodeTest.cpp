@@ -252,7 +252,7 @@ TEST(SlcGenByteCode, RefusesWhatDoesNotFit)
     EXPECT_EQ(pack.Reports(), "'pack' is not available in byte-code, use '--dso'\n");
 }
 
-TEST(SlcGenByteCode, LeavesNoFileBehindAFault)
+TEST(SlcGenByteCode, LeavesNoFileAfterAFault)
 {
     const TemporaryFolder folder;
     FormBuilder good;

@@ -71,7 +71,7 @@ std::vector<std::string> UseTexts(const QxSourceIndex& index)
     return texts;
 }
 
-TEST(QxSourceIndex, PlacesEachNameBehindMacrosAndIncludes)
+TEST(QxSourceIndex, PlacesEachNameAfterMacrosAndIncludes)
 {
     const Files files = {{"help.h", "#define HELP(a) helper(a)\n"
                                     "float helper(float x) { return x; }\n"}};

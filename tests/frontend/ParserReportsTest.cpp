@@ -124,7 +124,7 @@ TEST(SlcParser, RefusesWhatTheLanguageDoesNotHave)
         EXPECT_EQ(ParsedSource(source).Reports(), "2: ERROR: parse error\n") << source;
 }
 
-TEST(SlcParser, ReportsTheEndRightBehindAnInvalidCharacter)
+TEST(SlcParser, ReportsTheEndRightAfterAnInvalidCharacter)
 {
     testing::internal::CaptureStderr();
     EXPECT_THROW(static_cast<void>(ParseCode(std::string_view("surface s() { $"), false)),
@@ -145,7 +145,7 @@ TEST(SlcParser, ReportsTheMissingSemicolonInPlaceOfASyntaxError)
               std::string("1: ERROR: ';' expected\n") + k_parseErrorAndOn);
 }
 
-TEST(SlcParser, GoesOnBehindTheNextSemicolonOrBrace)
+TEST(SlcParser, GoesOnAfterTheNextSemicolonOrBrace)
 {
     static const ReportCase cases[] = {
         // one report for each statement at fault

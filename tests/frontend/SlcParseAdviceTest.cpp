@@ -153,7 +153,7 @@ TEST(SlcParseAdvice, KeepsQuietBelowTheSecondLevel)
               std::string::npos);
 }
 
-TEST(SlcParseAdvice, DoesNotBeginAnewInTheHeadOfALoop)
+TEST(SlcParseAdvice, DoesNotBeginAgainInTheHeadOfALoop)
 {
     static const struct {
         const char* head;
@@ -175,7 +175,7 @@ TEST(SlcParseAdvice, DoesNotBeginAnewInTheHeadOfALoop)
             << c.head;
 }
 
-TEST(SlcParseAdvice, GoesOnAtTheBlockBehindAHead)
+TEST(SlcParseAdvice, GoesOnAtTheBlockAfterAHead)
 {
     // One report of the head, and then those of lines with other faults.
     const std::string block = "\nx = 1; { y = 2; }\n}";

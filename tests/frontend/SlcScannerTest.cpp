@@ -221,7 +221,7 @@ TEST(SlcScanner, ReportsWhatIsNoToken)
     testing::internal::GetCapturedStderr();
 }
 
-TEST(SlcScanner, GoesOnBehindAQuoteWithoutAnEnd)
+TEST(SlcScanner, GoesOnAfterAQuoteWithoutAnEnd)
 {
     struct QuoteCase {
         const char* text;

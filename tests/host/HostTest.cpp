@@ -232,7 +232,7 @@ surface test(float k = 1e6; output float one[1] = {3}; varying float each[2] = {
     }
 }
 
-TEST_F(HostFiles, GivesTheSameBitsOnTheProcessorAtHand)
+TEST_F(HostFiles, GivesTheSameBitsOnThisProcessor)
 {
     // Sums of products, which a processor may be able to round once instead of twice.
     constexpr const char* source =

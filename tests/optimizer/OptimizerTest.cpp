@@ -100,7 +100,7 @@ TEST(SlcControlFlowGraph, LinksBlocks)
         EXPECT_EQ(EdgesOf(c.code), c.edges) << c.code;
 }
 
-TEST(SlcDeadCodeElimination, RemovesWhatNobodyReads)
+TEST(SlcDeadCodeElimination, RemovesWhatIsNeverRead)
 {
     static const PassCase cases[] = {
         {"begin; x = 1; y = x; end;", "begin; end;"},  // a chain goes in one run

@@ -185,7 +185,7 @@ TEST(SlcDataflowAnalysis, FindsWhatIsAlive)
     }
 }
 
-TEST(SlcLiveRanges, HoldWritesAndWhatIsAliveBehindEachInstruction)
+TEST(SlcLiveRanges, HoldWritesAndWhatIsLiveAfterEachInstruction)
 {
     for (unsigned int seed = 1; seed <= 300; ++seed) {
         const std::string text = RandomList(seed, true).Make();

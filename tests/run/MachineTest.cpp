@@ -84,7 +84,7 @@ TEST(Machine, FindsFaultsOfGeneratedCode)
     }
 }
 
-TEST(Machine, StartsEachRunAnew)
+TEST(Machine, StartsEachRunFromTheBeginning)
 {
     SqxMachine machine;
     ASSERT_TRUE(machine.LoadText(

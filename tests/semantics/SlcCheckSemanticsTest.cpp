@@ -230,7 +230,7 @@ TEST(SlcCheckSemantics, ChecksReturns)
     ExpectReports(cases);
 }
 
-TEST(SlcCheckSemantics, DefinesFunctionsBehindTheirBodies)
+TEST(SlcCheckSemantics, DefinesFunctionsAfterTheirBodies)
 {
     static const Case cases[] = {
         {"float f(float x) { return f(x - 1); }\nsurface a() { Ci = f(1); }",

@@ -9,7 +9,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(SqxLsDiagnostics, StandAtTheirPlacesUntilTheyAreMended)
+TEST(SqxLsDiagnostics, StandAtTheirPlacesUntilTheyAreFixed)
 {
     LsEditor editor;
     editor.Open("a.sl", "surface a()\n{\n    /* \xF0\x9F\x98\x80 */ Ci = Cs @;\n}\n");

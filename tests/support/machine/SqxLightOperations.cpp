@@ -70,7 +70,7 @@ void Solar(const SqxCall& call)
 // flag, position, axis, angle
 void Illuminance(const SqxCall& call)
 {
-    const Vector toLight = call.Machine().LightAtHand().L[PointOf(call)];
+    const Vector toLight = call.Machine().CurrentLight().L[PointOf(call)];
     call.Set(0, QxIsWithinCone(toLight, call.Get<Vector>(2), call.Get<float>(3)));
 }
 

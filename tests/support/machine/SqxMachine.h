@@ -73,7 +73,7 @@ public:
     /// The lights as last run for `P`.
     [[nodiscard]] QxLights Lights() const;
     /// The one that the innermost light loop has come to.
-    [[nodiscard]] const QxLightInput& LightAtHand() const;
+    [[nodiscard]] const QxLightInput& CurrentLight() const;
     /// A predefined variable, also one that the file does not list.
     [[nodiscard]] QxVector3 PredefinedTriple(const char* name, std::size_t point);
 

@@ -25,7 +25,7 @@ QxLights SqxMachine::Lights() const
             static_cast<unsigned int>(m_lightInputs.size())};
 }
 
-const QxLightInput& SqxMachine::LightAtHand() const
+const QxLightInput& SqxMachine::CurrentLight() const
 {
     if (m_lightLoops.empty())
         throw SqxFault{"No loop over lights is open"};
