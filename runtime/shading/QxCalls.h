@@ -4,6 +4,7 @@
 
 #include "QxBuiltIns.h"
 #include "QxLitStrips.h"
+#include "QxNoiseStrips.h"
 #include "QxOperators.h"
 #include "QxRayCalls.h"
 #include "QxSplines.h"

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "QxLights.h"
+#include "QxStrips.h"
 
 // How surfaces answer to light, light by light over strips of points:
 //
@@ -13,37 +14,8 @@
 // and the sums are equal to the bit. A strip has members `first` and `count`, and `Has(j)`: whether its
 // point j is wanted.
 
-constexpr unsigned int k_qxStrip = 64;
-
 /// Powers of a strip that are computed together: the vectors of most processors divide it.
 constexpr unsigned int k_qxPlaces = 8;
-
-/// Before a loop that runs few times: compilers would make many copies of its body.
-#ifdef __clang__
-#define QX_ONE_BY_ONE _Pragma("clang loop unroll(disable) vectorize(disable)")
-#else
-#define QX_ONE_BY_ONE _Pragma("GCC unroll 1")
-#endif
-
-/// Numbers of a strip.
-struct QxNumbers {
-    alignas(32) float at[k_qxStrip];
-};
-
-/// Triples of a strip.
-struct QxTriples {
-    QxNumbers x;
-    QxNumbers y;
-    QxNumbers z;
-
-    QxVector3 At(unsigned int j) const { return {x.at[j], y.at[j], z.at[j]}; }
-    void Set(unsigned int j, const QxVector3& value)
-    {
-        x.at[j] = value.x;
-        y.at[j] = value.y;
-        z.at[j] = value.z;
-    }
-};
 
 // An answer gives the share of each point in the light that comes from a direction. Its operands are
 // loaded first, and then prepared.

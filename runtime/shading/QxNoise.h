@@ -205,11 +205,12 @@ inline float Cell(const float (&x)[n], unsigned int seed)
     return static_cast<float>(Hash(cell, seed) >> 8) / 16777216.0f;
 }
 
-// What the noises differ in, as a policy: how a value for one seed is found, and whether periods follow
-// the coordinates.
+// What the noises differ in, as a policy: how a value for one seed is found, whether periods follow the
+// coordinates, and whether values that nothing needs may be computed.
 
 struct PlainNoise {
     static constexpr bool isPeriodic = false;
+    static constexpr bool isCheap = false;
     template <int n>
     static float At(const float (&x)[n], const int*, unsigned int seed)
     {
@@ -219,6 +220,7 @@ struct PlainNoise {
 
 struct PeriodicNoise {
     static constexpr bool isPeriodic = true;
+    static constexpr bool isCheap = false;
     template <int n>
     static float At(const float (&x)[n], const int* periods, unsigned int seed)
     {
@@ -228,6 +230,7 @@ struct PeriodicNoise {
 
 struct CellNoise {
     static constexpr bool isPeriodic = false;
+    static constexpr bool isCheap = true;
     template <int n>
     static float At(const float (&x)[n], const int*, unsigned int seed)
     {
@@ -257,6 +260,8 @@ inline int PeriodOf(float period)
 /// The noise at a number, two numbers, a point, or a point and a number, as a float or a triple.
 template <class Noise>
 struct Family {
+    using Kind = Noise;
+
     template <class Result>
     static void At(Result& result, float x)
     {
@@ -288,33 +293,33 @@ using QxCellNoise = qxnoise::Family<qxnoise::CellNoise>;
 
 /// Smooth noise that repeats: the coordinates are followed by the period of each, a whole number.
 struct QxPeriodicNoise {
-    using Noise = qxnoise::PeriodicNoise;
+    using Kind = qxnoise::PeriodicNoise;
 
     template <class Result>
     static void At(Result& result, float x, float px)
     {
         const int periods[] = {qxnoise::PeriodOf(px)};
-        qxnoise::Assign<Noise>(result, {x}, periods);
+        qxnoise::Assign<Kind>(result, {x}, periods);
     }
     template <class Result>
     static void At(Result& result, float x, float y, float px, float py)
     {
         const int periods[] = {qxnoise::PeriodOf(px), qxnoise::PeriodOf(py)};
-        qxnoise::Assign<Noise>(result, {x, y}, periods);
+        qxnoise::Assign<Kind>(result, {x, y}, periods);
     }
     template <class Result>
     static void At(Result& result, const QxVector3& p, const QxVector3& pp)
     {
         const int periods[] = {qxnoise::PeriodOf(pp.x), qxnoise::PeriodOf(pp.y),
                                qxnoise::PeriodOf(pp.z)};
-        qxnoise::Assign<Noise>(result, {p.x, p.y, p.z}, periods);
+        qxnoise::Assign<Kind>(result, {p.x, p.y, p.z}, periods);
     }
     template <class Result>
     static void At(Result& result, const QxVector3& p, float t, const QxVector3& pp, float pt)
     {
         const int periods[] = {qxnoise::PeriodOf(pp.x), qxnoise::PeriodOf(pp.y),
                                qxnoise::PeriodOf(pp.z), qxnoise::PeriodOf(pt)};
-        qxnoise::Assign<Noise>(result, {p.x, p.y, p.z, t}, periods);
+        qxnoise::Assign<Kind>(result, {p.x, p.y, p.z, t}, periods);
     }
 };
 
