@@ -1,22 +1,36 @@
 // Compares shared objects of the same shaders, built in two ways: the time of the second divided by
-// that of the first, on grids of several sizes, medians of interleaved rounds.
-// usage: shading_ratios SECONDS SIDE... -- FIRST SECOND NAME...
-// There are FIRST/NAME.sqx and SECOND/NAME.sqx. A grid has SIDE * SIDE points.
+// that of the first, on grids of several sizes, and in brackets the nanoseconds of processor time
+// that the second takes a point; medians of interleaved rounds. usage: shading_ratios SECONDS
+// SIDE... -- FIRST SECOND NAME... There are FIRST/NAME.sqx and SECOND/NAME.sqx. A grid has SIDE *
+// SIDE points.
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "common/BenchMain.h"
 #include "common/BenchStage.h"
 
 namespace {
 
+double Median(std::vector<double> values)
+{
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+struct Cell {
+    double ratio;
+    double nanoseconds;  // a point
+};
+
 /// In turns, so that a busy machine slows both down.
-double RatioOf(const std::string& first, const std::string& second, unsigned int side,
-               double seconds)
+Cell CellOf(const std::string& first, const std::string& second, unsigned int side, double seconds)
 {
     BenchStage stage(side);
     BenchAct before(QxShader::Open(first), stage);
@@ -28,14 +42,15 @@ double RatioOf(const std::string& first, const std::string& second, unsigned int
     before.Play();
     times = std::clamp(static_cast<int>(0.0005 / std::max(timeOf(before), 1e-7)), 1, 2000);
     std::vector<double> ratios;
+    std::vector<double> nanoseconds;
     for (double spent = 0; spent < seconds || ratios.size() < 5;) {
         const double time = timeOf(before);
-        ratios.push_back(timeOf(after) / time);
-        spent += time * times * (1 + ratios.back());
+        const double timeAfter = timeOf(after);
+        ratios.push_back(timeAfter / time);
+        nanoseconds.push_back(timeAfter * 1e9 / (side * side));
+        spent += (time + timeAfter) * times;
     }
-    const auto middle = ratios.begin() + static_cast<std::ptrdiff_t>(ratios.size() / 2);
-    std::nth_element(ratios.begin(), middle, ratios.end());
-    return *middle;
+    return {Median(std::move(ratios)), Median(std::move(nanoseconds))};
 }
 
 }  // namespace
@@ -62,8 +77,10 @@ int main(int argc, char** argv)
             std::printf("| %s ", argv[k]);
             for (const unsigned int side : sides) {
                 const std::string name = std::string("/") + argv[k] + ".sqx";
-                std::printf("| %.2f ", RatioOf(argv[i + 1] + name, argv[i + 2] + name, side,
-                                               std::atof(argv[1])));
+                const Cell cell =
+                    CellOf(argv[i + 1] + name, argv[i + 2] + name, side, std::atof(argv[1]));
+                std::printf("| %.2f (%.*f) ", cell.ratio, cell.nanoseconds < 10 ? 1 : 0,
+                            cell.nanoseconds);
                 std::fflush(stdout);
             }
             std::printf("|\n");

@@ -149,6 +149,18 @@ struct QxQuestion {};
 #define QX_POINTS_APART  // it warns where it makes no vectors, which only generated files disable
 #endif
 
+/// Stands before a block that handles the points from `firstPoint` up to `endPoint`, exclusive: strips
+/// of the grid, whose values stay in the first-level cache.
+#define QX_FOR_STRIPS                                                                              \
+    for (unsigned int firstPoint = 0, endPoint = QxEndOfStrip(0, numMp); firstPoint < numMp;       \
+         firstPoint = endPoint, endPoint = QxEndOfStrip(firstPoint, numMp))
+
+inline unsigned int QxEndOfStrip(unsigned int first, unsigned int points)
+{
+    constexpr unsigned int length = 64;
+    return points - first < length ? points : first + length;
+}
+
 /// result = function(arguments...) at each of the points. The result may be one of the arguments.
 template <class Where, class Function, class Result, class... Arguments>
 inline void QxOverGrid(unsigned int points, const Where& where, const Function& function,

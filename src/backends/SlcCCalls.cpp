@@ -149,7 +149,10 @@ void SlcCStatements::Case(SlcPtr<SlcCallICode> code)
 {
     const bool hasResult = !code->m_result.Null();
     if (hasResult && code->m_form.simd) {
-        WriteGridCall(*code);
+        if (m_inPointLoop)
+            WriteCallAtPoint(*code);
+        else
+            WriteGridCall(*code);
         return;
     }
     const std::string result = hasResult ? Text(code->m_result) : "";

@@ -24,15 +24,6 @@ SlcCStatements::SlcCStatements(SlcPtr<SlcSemanticError> errors, std::ostream& ou
 {
 }
 
-void SlcCStatements::PrintListICode(const SlcListICode& list)
-{
-    for (const auto& code : list.m_icodes) {
-        m_out << '\t';
-        code->ApplyWalker(this);
-    }
-    Line("\t;");
-}
-
 void SlcCStatements::Fatal(const std::string& message) const
 {
     if (m_comment)
@@ -98,7 +89,10 @@ void SlcCStatements::Case(SlcPtr<SlcIfFalseGotoICode> code)
 
 void SlcCStatements::Case(SlcPtr<SlcBeginParallelICode>)
 {
-    Line("QX_POINTS_APART for (polyCnt = 0; polyCnt < numMp; polyCnt++) {");
+    if (m_inPointLoop)
+        Line("{");
+    else
+        Line("QX_POINTS_APART for (polyCnt = 0; polyCnt < numMp; polyCnt++) {");
 }
 
 void SlcCStatements::Case(SlcPtr<SlcEndParallelICode>)
@@ -178,6 +172,8 @@ void SlcCStatements::Case(SlcPtr<SlcAssignICode> code)
 
 void SlcCStatements::Case(SlcPtr<SlcAssignSIMDICode> code)
 {
+    if (m_inPointLoop)
+        return Case(SlcPtr<SlcAssignICode>(code));
     WriteCall(m_names.GetString(SlcPtr<SlcAssignICode>(code)) + "_SIMD",
               {Grid(code->m_dest), Grid(code->m_source)});
 }
@@ -229,12 +225,19 @@ void SlcCStatements::Case(SlcPtr<SlcCheckValidArrayIndexICode> code)
 
 void SlcCStatements::Case(SlcPtr<SlcSetUniformBoolFlagICode> code)
 {
-    WriteCall(SqxPrimitive::SET_UNIFORM_BOOL_FLAG, GridTexts({code->m_dest, code->m_source}));
+    if (m_inPointLoop)
+        Line("any_", code->m_dest->GetName(), " |= BOOL_IS_TRUE(", Text(code->m_source), ");");
+    else
+        WriteCall(SqxPrimitive::SET_UNIFORM_BOOL_FLAG, GridTexts({code->m_dest, code->m_source}));
 }
 
 void SlcCStatements::Case(SlcPtr<SlcInvertBoolFlagICode> code)
 {
-    if (code->m_outer.Null())
+    if (m_inPointLoop)
+        Line("ASSIGN_BOOL_BOOL(", Text(code->m_dest), ", ",
+             code->m_outer ? "BOOL_IS_TRUE(" + Text(code->m_outer) + ") & " : "", "BOOL_IS_FALSE(",
+             Text(code->m_source), "));");
+    else if (code->m_outer.Null())
         WriteCall(SqxPrimitive::INVERT_BOOL_FLAG, GridTexts({code->m_dest, code->m_source}));
     else
         WriteCall(SqxPrimitive::INVERT_INNER_BOOL_FLAG,
@@ -243,5 +246,10 @@ void SlcCStatements::Case(SlcPtr<SlcInvertBoolFlagICode> code)
 
 void SlcCStatements::Case(SlcPtr<SlcOrBoolFlagICode> code)
 {
-    WriteCall(SqxPrimitive::OR_BOOL_FLAG, GridTexts({code->m_dest, code->m_left, code->m_right}));
+    if (m_inPointLoop)
+        Line("ASSIGN_BOOL_BOOL(", Text(code->m_dest), ", BOOL_IS_TRUE(", Text(code->m_left),
+             ") | BOOL_IS_TRUE(", Text(code->m_right), "));");
+    else
+        WriteCall(SqxPrimitive::OR_BOOL_FLAG,
+                  GridTexts({code->m_dest, code->m_left, code->m_right}));
 }

@@ -10,6 +10,7 @@
 #include "backends/SlcEquCBinOpName.h"
 #include "backends/SlcEquCType.h"
 #include "backends/SlcEquCValue.h"
+#include "backends/SlcPointLoops.h"
 #include "backends/SlcPrimitiveNames.h"
 #include "icode/SlcICodes.h"
 #include "icode/SlcListICode.h"
@@ -89,6 +90,13 @@ private:
     void Case(SlcPtr<SlcConvertArrayDSOICode> code) override;
     void Default(SlcPtr<SlcICode> code) override;
 
+    // SlcCPointLoops.cpp: loops over points that keep what they read and write.
+    void WritePointLoop(const SlcListICode& list, const SlcPointLoop& loop);
+    /// What an iteration of such a loop loads, computes and stores.
+    void WriteIteration(const SlcListICode& list, const SlcPointLoop& loop);
+    /// Instructions for the whole grid, at a point of such a loop.
+    void WriteCallAtPoint(const SlcCallICode& code);
+
     using Texts = std::vector<std::string>;
     /// `name(argument, argument, ...);`
     void WriteCall(std::string_view name, const Texts& arguments);
@@ -119,4 +127,6 @@ private:
     SlcEquCType m_types;
     SlcEquCBinOpName m_names{SlcEquCBinOpName::Invert::DestAndSource};
     SlcPtr<SlcCommentICode> m_comment;  // the last one written; places reports
+    bool m_inPointLoop = false;
+    bool m_inStrip = false;
 };

@@ -48,6 +48,8 @@ std::string InLiteral(char c)
 
 std::string SlcEquCValue::GetString(const SlcOperand& operand)
 {
+    if (const auto kept = m_kept.find(operand); kept != m_kept.end())
+        return kept->second;
     m_form = Form::Point;
     m_elementWanted = false;
     Convert(operand);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <set>
 #include <string>
 
@@ -30,6 +31,13 @@ public:
     /// the index varies, and the reference is bound again for each point.
     void BindRef(const SlcOperand& ref, const SlcOperand& array);
 
+    /// From now on the operand is a variable of this name for the current point.
+    void Keep(const SlcOperand& operand, std::string name)
+    {
+        m_kept.insert_or_assign(operand, std::move(name));
+    }
+    void ForgetKept() { m_kept.clear(); }
+
     /// A string constant as C++ reads it; `text` with its quotes. An escape that C++ does not know
     /// is printed as the character that it stands for, and no two "?" meet, since old dialects
     /// take them and what follows for one character. A character has eight bits.
@@ -55,7 +63,8 @@ private:
     void AddVaryingTail();
 
     SlcEquCType m_types;
-    std::set<SlcOperand> m_flatRefs;  // references into uniform arrays; for look-up only
+    std::map<SlcOperand, std::string> m_kept;  // names of variables; for look-up only
+    std::set<SlcOperand> m_flatRefs;           // references into uniform arrays; for look-up only
 
     // The current request.
     std::string m_text;

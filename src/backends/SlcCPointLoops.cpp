@@ -1,0 +1,120 @@
+// Lists, and the loops over points in them that keep what they read and write in variables:
+//
+//     {
+//     const float p_edge = *((float*)i_visibles[INDEX_edge].Value());
+//     unsigned int any_T7_ = 0;
+//     QX_POINTS_APART for (polyCnt = 0; polyCnt < numMp; polyCnt++) {
+//     float v_x_1 = v.x_1[polyCnt];
+//     ...
+//     v.x_1[polyCnt] = v_x_1;
+//     }
+//     SET_BOOL(u.T7_, any_T7_ != 0);
+//     }
+//
+// The names begin with the structure of a local, `p` for a parameter, `h` for a predefined variable
+// and `l` for one of a light, so that no two are alike.
+//
+// Tested by tests/backends/PointLoopsTest.cpp.
+
+#include "backends/SlcCStatements.h"
+#include "symbols/SlcGeneratedNames.h"
+
+namespace {
+
+std::string NameOfKept(const SlcOperand& operand)
+{
+    const std::string& name = operand->GetName();
+    const SlcStorageSpecNode* storage = operand->GetStorage();
+    if (storage->IsLocal())
+        return (operand->IsUniform() ? "u_" : "v_") + name;
+    if (storage->IsInput() || storage->IsOutput())
+        return "p_" + name;
+    for (const SqxPredefined& row : k_sqxPredefined)
+        if (name == row.accessor)
+            return "h_" + std::string(row.name);
+    // A variable of a loop over lights: (i_lights[lightCnt].Cl)
+    return "l_" + name.substr(name.rfind('.') + 1, name.size() - name.rfind('.') - 2);
+}
+
+}  // namespace
+
+void SlcCStatements::PrintListICode(const SlcListICode& list)
+{
+    const auto& codes = list.m_icodes;
+    const std::vector<SlcPointLoop> loops = SlcFindPointLoops(list);
+    const std::vector<SlcStripLoop> strips = SlcFindStripLoops(list, loops);
+    auto loop = loops.begin();
+    auto strip = strips.begin();
+    for (std::size_t i = 0; i < codes.size();) {
+        if (strip != strips.end() && strip->begin == i) {
+            Line("\tQX_FOR_STRIPS {");
+            m_inStrip = true;
+        }
+        if (loop != loops.end() && loop->begin == i && (loop->hasGuard || m_inStrip)) {
+            WritePointLoop(list, *loop);
+            i = loop->end;
+        } else {
+            m_out << '\t';
+            codes[i++]->ApplyWalker(this);
+        }
+        while (loop != loops.end() && loop->begin < i)
+            ++loop;
+        if (m_inStrip && strip->end == i) {
+            Line("\t}");
+            m_inStrip = false;
+            ++strip;
+        }
+    }
+    Line("\t;");
+}
+
+void SlcCStatements::WritePointLoop(const SlcListICode& list, const SlcPointLoop& loop)
+{
+    Line("\t{");
+    for (const SlcOperand& operand : loop.constants)
+        Line("\tconst ", m_types.GetString(operand->GetType()), ' ', NameOfKept(operand), " = ",
+             Text(operand), ";");
+    for (const SlcOperand& flag : loop.flags)
+        Line("\tunsigned int any_", flag->GetName(), " = 0;");
+    Line("\tQX_POINTS_APART for (polyCnt = ", m_inStrip ? "firstPoint" : "0", "; polyCnt < ",
+         m_inStrip ? "endPoint" : "numMp", "; polyCnt++) {");
+    WriteIteration(list, loop);
+    Line("\t}");
+    for (const SlcOperand& flag : loop.flags)
+        Line("\tSET_BOOL(", Text(flag), ", any_", flag->GetName(), " != 0);");
+    Line("\t}");
+}
+
+void SlcCStatements::WriteIteration(const SlcListICode& list, const SlcPointLoop& loop)
+{
+    Texts stores;  // an operand that is kept has another text
+    for (const SlcOperand& operand : loop.stored)
+        stores.push_back(Text(operand) + " = " + NameOfKept(operand) + ";");
+    for (const SlcOperand& operand : loop.loaded)
+        Line('\t', m_types.GetString(operand->GetType()), ' ', NameOfKept(operand), " = ",
+             Text(operand), ";");
+    for (const SlcOperand& operand : loop.temporaries)
+        Line('\t', m_types.GetString(operand->GetType()), ' ', NameOfKept(operand), " = {};");
+    for (const auto* kept : {&loop.constants, &loop.loaded, &loop.temporaries})
+        for (const SlcOperand& operand : *kept)
+            m_values.Keep(operand, NameOfKept(operand));
+    m_inPointLoop = true;
+    for (std::size_t i = loop.begin; i < loop.end; ++i) {
+        m_out << '\t';
+        list.m_icodes[i]->ApplyWalker(this);
+    }
+    m_inPointLoop = false;
+    m_values.ForgetKept();
+    for (const std::string& store : stores)
+        Line('\t', store);
+}
+
+void SlcCStatements::WriteCallAtPoint(const SlcCallICode& code)
+{
+    if (code.m_form.condition)
+        m_out << "if (BOOL_IS_TRUE(" << Text(code.m_form.condition) << ")) ";
+    Texts texts{Text(code.m_result)};
+    for (const SlcOperand& argument : code.m_args)
+        texts.push_back(Text(argument));
+    WriteCall(code.m_primitive, texts);
+}

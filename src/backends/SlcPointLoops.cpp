@@ -1,0 +1,319 @@
+// Finds what C++ runs as one loop over points.
+//
+//     { f?( x = y * 2; ) }  g = f for the grid  u = any g  { g?( z = x; ) }
+// becomes
+//     for each point: load f x y z; if (f) x = y * 2; g = f; any |= g; if (g) z = x; store x g z
+//
+// A piece is one parallel run, or one instruction for the whole grid, that qualifies; pieces beside
+// each other are joined. Predefined variables of one type that is written may be the same array, if
+// the host wishes: unless it is the only one, those are not kept but read and written in order.
+//
+// Tested by tests/backends/PointLoopsTest.cpp, and with whole shaders by tests/host.
+
+#include "backends/SlcPointLoops.h"
+
+#include <algorithm>
+#include <iterator>
+#include <map>
+#include <set>
+
+#include "backends/SlcPrimitiveNames.h"
+#include "icode/SlcICodes.h"
+#include "icode/SlcOperandWalker.h"
+#include "sqx/SqxCard.h"
+
+namespace {
+
+/// A C++ compiler takes long for a loop of very many instructions.
+constexpr std::size_t k_longestJoined = 400;
+
+enum class Access { Read, Write };
+
+/// The operands of an instruction, without constants.
+class Operands : private SlcOperandWalker {
+public:
+    struct Row {
+        SlcOperand operand;
+        Access access;
+    };
+    [[nodiscard]] const std::vector<Row>& Of(const SlcPtr<SlcICode>& code)
+    {
+        m_rows.clear();
+        Visit(code);
+        return m_rows;
+    }
+
+private:
+    void Read(SlcOperand& operand) override { Add(operand, Access::Read); }
+    void Write(SlcOperand& operand) override { Add(operand, Access::Write); }
+    void Add(const SlcOperand& operand, Access access)
+    {
+        if (operand->IsIdent() && !operand->IsPIVariable())
+            m_rows.push_back({operand, access});
+    }
+
+    std::vector<Row> m_rows;
+};
+
+/// Functions of one component, whose macros are written by hand.
+constexpr SqxPrimitive k_components[] = {
+    SqxPrimitive::CALL_PRIM_XCOMP,    SqxPrimitive::CALL_PRIM_YCOMP,
+    SqxPrimitive::CALL_PRIM_ZCOMP,    SqxPrimitive::CALL_PRIM_SETXCOMP,
+    SqxPrimitive::CALL_PRIM_SETYCOMP, SqxPrimitive::CALL_PRIM_SETZCOMP,
+};
+
+bool IsCheap(SqxPrimitive primitive)
+{
+    const SqxCard& card = SqxCardOf(primitive);
+    return (card.kernel == SqxKernelKind::Cheap && !card.HasReads()) ||
+           std::find(std::begin(k_components), std::end(k_components), primitive) !=
+               std::end(k_components);
+}
+
+/// What an instruction is in the search for pieces.
+class Classes : private SlcAllICodeWalker {
+public:
+    enum class Kind { Unfit, Plain, Grid, Reduction, Opens, Closes, Guard };
+
+    [[nodiscard]] Kind Of(const SlcPtr<SlcICode>& code)
+    {
+        code->ApplyWalker(this);
+        return m_kind;
+    }
+
+private:
+    using SlcAllICodeWalker::Case;
+    void Case(SlcPtr<SlcArithExprICode>) override { m_kind = Kind::Plain; }
+    void Case(SlcPtr<SlcBinOpBoolExprICode>) override { m_kind = Kind::Plain; }
+    void Case(SlcPtr<SlcAssignICode>) override { m_kind = Kind::Plain; }
+    void Case(SlcPtr<SlcUnaryMinusICode>) override { m_kind = Kind::Plain; }
+    void Case(SlcPtr<SlcPointICode>) override { m_kind = Kind::Plain; }
+    void Case(SlcPtr<SlcColorICode>) override { m_kind = Kind::Plain; }
+    void Case(SlcPtr<SlcEndIfICode>) override { m_kind = Kind::Plain; }
+    void Case(SlcPtr<SlcBreakICode>) override { m_kind = Kind::Plain; }
+    void Case(SlcPtr<SlcContinueICode>) override { m_kind = Kind::Plain; }
+    void Case(SlcPtr<SlcIfICode>) override { m_kind = Kind::Guard; }
+    void Case(SlcPtr<SlcBeginParallelICode>) override { m_kind = Kind::Opens; }
+    void Case(SlcPtr<SlcEndParallelICode>) override { m_kind = Kind::Closes; }
+    void Case(SlcPtr<SlcAssignSIMDICode>) override { m_kind = Kind::Grid; }
+    void Case(SlcPtr<SlcInvertBoolFlagICode>) override { m_kind = Kind::Grid; }
+    void Case(SlcPtr<SlcOrBoolFlagICode>) override { m_kind = Kind::Grid; }
+    void Case(SlcPtr<SlcSetUniformBoolFlagICode>) override { m_kind = Kind::Reduction; }
+    void Case(SlcPtr<SlcCallICode> code) override
+    {
+        const bool fit = code->m_list == SlcCallICode::ArgumentList::Fixed &&
+                         IsCheap(code->m_primitive) && (code->m_result || !code->m_form.simd);
+        const Kind kind = code->m_form.simd ? Kind::Grid : Kind::Plain;
+        m_kind = fit ? kind : Kind::Unfit;
+    }
+    void Default(SlcPtr<SlcICode>) override { m_kind = Kind::Unfit; }
+
+    Kind m_kind = Kind::Unfit;
+};
+
+/// Numbers, triples and flags.
+bool HasFitType(const SlcOperand& operand)
+{
+    const SlcTypeNode* type = operand->GetType();
+    return !type->IsArrayType() && !type->IsArrayRefType() && !type->IsStringType() &&
+           !type->IsMatrixType() && !SlcTypeWord(type).empty();
+}
+
+bool IsParameter(const SlcOperand& operand)
+{
+    return operand->GetStorage()->IsInput() || operand->GetStorage()->IsOutput();
+}
+
+bool IsPredefined(const SlcOperand& operand)
+{
+    const SlcStorageSpecNode* storage = operand->GetStorage();
+    return !storage->IsLocal() && !IsParameter(operand) &&
+           (storage->IsReadOnly() || storage->IsReadWrite());
+}
+
+class Finder {
+public:
+    explicit Finder(const SlcListICode& list) : m_codes(list.m_icodes) {}
+    [[nodiscard]] std::vector<SlcPointLoop> Find();
+
+private:
+    struct Accesses {
+        [[nodiscard]] bool MayBeAnother(const SlcOperand& operand) const;
+
+        std::vector<SlcOperand> inOrder;                              // of the first access
+        std::set<SlcOperand> seen;                                    // the same; for look-up only
+        std::set<SlcOperand> written;                                 // for look-up only
+        std::map<std::string_view, std::set<SlcOperand>> predefined;  // by type
+    };
+    void FindTemporaries();
+    [[nodiscard]] std::size_t EndOfPiece(std::size_t begin);
+    [[nodiscard]] bool HasFitOperands(std::size_t begin, std::size_t end);
+    [[nodiscard]] bool ReadsFlag(std::size_t begin, std::size_t end,
+                                 const std::vector<SlcOperand>& flags);
+    void AddPiece(SlcPointLoop& loop, std::size_t end);
+    [[nodiscard]] Accesses AccessesIn(std::size_t begin, std::size_t end);
+    void Keep(SlcPointLoop& loop);
+
+    const std::deque<SlcPtr<SlcICode>>& m_codes;
+    Operands m_operands;
+    Classes m_classes;
+    std::set<SlcOperand> m_temporaries;  // for look-up only
+};
+
+std::vector<SlcPointLoop> Finder::Find()
+{
+    FindTemporaries();
+    std::vector<SlcPointLoop> loops;
+    for (std::size_t i = 0; i < m_codes.size();) {
+        std::size_t end = EndOfPiece(i);
+        if (end == i) {
+            ++i;
+            continue;
+        }
+        SlcPointLoop loop;
+        loop.begin = loop.end = i;
+        do {
+            AddPiece(loop, end);
+            i = end;
+            end = i < m_codes.size() ? EndOfPiece(i) : i;
+        } while (end != i && end - loop.begin <= k_longestJoined && !ReadsFlag(i, end, loop.flags));
+        Keep(loop);
+        loops.push_back(std::move(loop));
+    }
+    return loops;
+}
+
+/// Finds the locals whose values never leave one iteration of a parallel run: those that are stored
+/// once, and that each run which uses them writes first.
+void Finder::FindTemporaries()
+{
+    std::set<SlcOperand> others;
+    std::set<SlcOperand> written;  // in the current run
+    bool isInRun = false;
+    for (const SlcPtr<SlcICode>& code : m_codes) {
+        const Classes::Kind kind = m_classes.Of(code);
+        if (kind == Classes::Kind::Opens)
+            written.clear();
+        isInRun = kind == Classes::Kind::Opens || (isInRun && kind != Classes::Kind::Closes);
+        for (const auto& [operand, access] : m_operands.Of(code)) {
+            if (!operand->GetStorage()->IsLocal() || !operand->IsUniform())
+                continue;
+            if (isInRun && access == Access::Write)
+                written.insert(operand);
+            (isInRun && written.count(operand) != 0 ? m_temporaries : others).insert(operand);
+        }
+    }
+    for (const SlcOperand& other : others)
+        m_temporaries.erase(other);
+}
+
+/// `begin` itself if there is no piece.
+std::size_t Finder::EndOfPiece(std::size_t begin)
+{
+    using Kind = Classes::Kind;
+    const Kind kind = m_classes.Of(m_codes[begin]);
+    std::size_t end = begin + 1;
+    if (kind == Kind::Opens) {
+        for (Kind inside = Kind::Opens; inside != Kind::Closes; ++end) {
+            inside = end < m_codes.size() ? m_classes.Of(m_codes[end]) : Kind::Unfit;
+            if (inside != Kind::Plain && inside != Kind::Guard && inside != Kind::Closes)
+                return begin;
+        }
+    } else if (kind != Kind::Grid && kind != Kind::Reduction) {
+        return begin;
+    }
+    return HasFitOperands(begin, end) ? end : begin;
+}
+
+/// A variable that is stored once may be written if it is a temporary, or by a reduction.
+bool Finder::HasFitOperands(std::size_t begin, std::size_t end)
+{
+    for (std::size_t i = begin; i < end; ++i) {
+        const bool reduces = m_classes.Of(m_codes[i]) == Classes::Kind::Reduction;
+        for (const auto& [operand, access] : m_operands.Of(m_codes[i])) {
+            const bool isLocal = operand->GetStorage()->IsLocal();
+            if (!HasFitType(operand) ||
+                (!isLocal && !IsParameter(operand) && !IsPredefined(operand)))
+                return false;
+            if (reduces && (access == Access::Read) == operand->IsUniform())
+                return false;
+            if (!reduces && access == Access::Write && operand->IsUniform() &&
+                m_temporaries.count(operand) == 0)
+                return false;
+        }
+    }
+    return true;
+}
+
+bool Finder::ReadsFlag(std::size_t begin, std::size_t end, const std::vector<SlcOperand>& flags)
+{
+    for (std::size_t i = begin; i < end && !flags.empty(); ++i)
+        for (const auto& [operand, access] : m_operands.Of(m_codes[i]))
+            if (std::find(flags.begin(), flags.end(), operand) != flags.end())
+                return true;
+    return false;
+}
+
+void Finder::AddPiece(SlcPointLoop& loop, std::size_t end)
+{
+    for (; loop.end < end; ++loop.end) {
+        const Classes::Kind kind = m_classes.Of(m_codes[loop.end]);
+        loop.hasGuard = loop.hasGuard || kind == Classes::Kind::Guard;
+        if (kind == Classes::Kind::Reduction)
+            loop.flags.push_back(m_operands.Of(m_codes[loop.end]).back().operand);
+    }
+}
+
+/// What the instructions from `begin` up to `end` access.
+Finder::Accesses Finder::AccessesIn(std::size_t begin, std::size_t end)
+{
+    Accesses accesses;
+    for (std::size_t i = begin; i < end; ++i)
+        for (const auto& [operand, access] : m_operands.Of(m_codes[i])) {
+            if (accesses.seen.insert(operand).second)
+                accesses.inOrder.push_back(operand);
+            if (access == Access::Write)
+                accesses.written.insert(operand);
+            if (IsPredefined(operand))
+                accesses.predefined[SlcTypeWord(operand->GetType())].insert(operand);
+        }
+    return accesses;
+}
+
+/// True for a predefined variable that may be the array of another one, if either is written.
+bool Finder::Accesses::MayBeAnother(const SlcOperand& operand) const
+{
+    if (!IsPredefined(operand))
+        return false;
+    const std::set<SlcOperand>& alike = predefined.at(SlcTypeWord(operand->GetType()));
+    return alike.size() > 1 && std::any_of(alike.begin(), alike.end(), [&](const auto& other) {
+               return written.count(other) != 0;
+           });
+}
+
+/// Decides where the operands of a loop live.
+void Finder::Keep(SlcPointLoop& loop)
+{
+    const Accesses accesses = AccessesIn(loop.begin, loop.end);
+    for (const SlcOperand& operand : accesses.inOrder) {
+        if (accesses.MayBeAnother(operand))
+            continue;
+        const bool isWritten = accesses.written.count(operand) != 0;
+        if (!operand->IsUniform()) {
+            loop.loaded.push_back(operand);
+            if (isWritten)
+                loop.stored.push_back(operand);
+        } else if (!isWritten) {
+            loop.constants.push_back(operand);
+        } else if (std::find(loop.flags.begin(), loop.flags.end(), operand) == loop.flags.end()) {
+            loop.temporaries.push_back(operand);
+        }
+    }
+}
+
+}  // namespace
+
+std::vector<SlcPointLoop> SlcFindPointLoops(const SlcListICode& list)
+{
+    return Finder(list).Find();
+}

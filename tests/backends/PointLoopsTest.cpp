@@ -1,0 +1,156 @@
+// Which instructions become one loop over points, what such a loop keeps, and which loops run strip
+// by strip.
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "backends/SlcCStatements.h"
+#include "backends/SlcPointLoops.h"
+#include "helpers/CodeText.h"
+#include "support/reports/SlcSemanticError.h"
+
+namespace {
+
+/// "begin..end constants; loaded; stored; temporaries; flags" of each loop, with a star where it
+/// has a guard.
+std::string Shown(const std::vector<SlcPointLoop>& loops)
+{
+    std::ostringstream out;
+    for (const SlcPointLoop& loop : loops) {
+        out << (out.tellp() > 0 ? " | " : "") << loop.begin << ".." << loop.end
+            << (loop.hasGuard ? "*" : "");
+        const char* separator = "";
+        for (const auto* operands :
+             {&loop.constants, &loop.loaded, &loop.stored, &loop.temporaries, &loop.flags}) {
+            out << separator;
+            separator = ";";
+            for (const SlcOperand& operand : *operands)
+                out << ' ' << operand->GetName();
+        }
+    }
+    return out.str();
+}
+
+struct LoopCase {
+    const char* code;
+    const char* loops;
+};
+
+TEST(SlcPointLoops, AreMaximal)
+{
+    static const LoopCase cases[] = {
+        {"{ f?( x = y * u; ) }", "0..5* u; f y x; x;;"},
+        // Joined: a copy, flags and a cheap call for the grid.
+        {"{ x = y; } f <- f1; { z = x; }", "0..7; y x f1 f z; x f z;;"},
+        {"{ f = x < 1; } f1 = not f; f2 = f or f1; { f2?( x = 1; ) }",
+         "0..10*; x f f1 f2; x f f1 f2;;"},
+        {"{ f = x < 1; } y = SMOOTHSTEP(x, x, z) simd at f; ", "0..4; x f z y; f y;;"},
+        // What looks at more than the point, or costs much, stands alone.
+        {"{ x = y; } y = NOISE_FLOAT_1D(x) simd; { z = y; }", "0..3; y x; x;; | 4..7; y z; z;;"},
+        {"{ x = POW(y, z); }", ""},
+        {"{ r = &a[u]; x = r; }", ""},
+        // A flag of the grid ends a loop that reads it.
+        {"{ f = x < 1; } g = any f; { x = 1; }", "0..7; x f; x f;; g"},
+        {"{ f = x < 1; } g = any f; { f1 = g; }", "0..4; x f; f;; g | 4..7 g; f1; f1;;"},
+        // A value that is stored once and stays in an iteration, and values that do not.
+        {"{ u = x * 2; y = u + 1; }", "0..4; x y; y; u;"},
+        {"{ u = x * 2; y = u; } { u = y; z = u; }", "0..8; x y z; y z; u;"},
+        {"{ u = x * 2; } { z = u; }", "3..6 u; z; z;;"},
+        {"{ u = x * 2; } u1 = u;", ""},
+        // A predefined variable is kept if it is the only one of its type, or none is written.
+        {"{ f?( Cx = y; ) }", "0..5*; f y Cx; Cx;;"},
+        {"{ f?( Cx = Cy; ) }", "0..5*; f;;;"},
+        {"{ f?( x = Cx * Cy; ) }", "0..5*; f Cx Cy x; x;;"},
+    };
+    for (const LoopCase& c : cases)
+        EXPECT_EQ(Shown(SlcFindPointLoops(*CodeText().List(c.code))), c.loops) << c.code;
+}
+
+struct StripCase {
+    const char* code;
+    const char* strips;  // "begin..end" of each
+};
+
+TEST(SlcStripLoops, MayLeaveForEachStrip)
+{
+    static const StripCase cases[] = {
+        {"L0: { f = x < 1; } g = any f; !g? goto L1; { f?( x = x + 1; ) } goto L0; L1: { y = x; }",
+         "0..13"},
+        // The flag is read elsewhere, or not right after it is set.
+        {"L0: { f = x < 1; } g = any f; !g? goto L1; { f?( x = x + 1; ) } goto L0; L1: { f = g; }",
+         ""},
+        {"L0: { f = x < 1; } g = any f; L2: !g? goto L1; { f?( x = x + 1; ) } goto L0; L1:", ""},
+        // A uniform variable changes from round to round; the round looks at other points.
+        {"L0: u = u + 1; { f = x < u; } g = any f; g? goto L0;", ""},
+        {"L0: { f = x < 1; } g = any f; !g? goto L1; x = NOISE_FLOAT_1D(x) simd; goto L0; L1:", ""},
+        // Jumps lead into the loop, or out of it past its end.
+        {"!g1? goto L1; L0: { f = x < 1; } g = any f; !g? goto L1; { x = x + 1; } goto L0; L1:",
+         ""},
+        {"L0: { f = x < 1; } g = any f; !g? goto L1; { x = x + 1; } goto L0; { y = x; } L1:", ""},
+        // No flag ends it.
+        {"L0: { x = 1; } goto L0;", ""},
+    };
+    for (const StripCase& c : cases) {
+        CodeText text;
+        const SlcPtr<SlcListICode> list = text.List(c.code);
+        std::string strips;
+        for (const SlcStripLoop& strip : SlcFindStripLoops(*list, SlcFindPointLoops(*list)))
+            strips += std::to_string(strip.begin) + ".." + std::to_string(strip.end);
+        EXPECT_EQ(strips, c.strips) << c.code;
+    }
+}
+
+TEST(SlcPointLoops, LoadFirstAndStoreLast)
+{
+    CodeText text;
+    std::ostringstream out;
+    SlcCStatements(MakeShared<SlcSemanticError>(), out)
+        .PrintListICode(
+            *text.List("L0: { f = x < p; } f <- f1; g = any f; !g? goto L1; { f?( u = x "
+                       "+ 1; x = u; ) } f1 = f2 but not f; goto L0; L1:"));
+    EXPECT_EQ(out.str(), R"(	QX_FOR_STRIPS {
+	L0:	;
+	{
+	unsigned int any_g = 0;
+	QX_POINTS_APART for (polyCnt = firstPoint; polyCnt < endPoint; polyCnt++) {
+	float v_x = v.x[polyCnt];
+	float p_p = ((float*)i_visibles[INDEX_p].Value())[polyCnt];
+	QxStopAndBool v_f = v.f[polyCnt];
+	QxStopAndBool v_f1 = v.f1[polyCnt];
+	{
+	BOOL_LESS_THEN_FLOAT_FLOAT(v_f, v_x, p_p);
+	}
+	ASSIGN_BOOL_BOOL(v_f, v_f1);
+	any_g |= BOOL_IS_TRUE(v_f);
+	v.f[polyCnt] = v_f;
+	}
+	SET_BOOL(u.g, any_g != 0);
+	}
+	if (BOOL_IS_FALSE(u.g)) goto L1;
+	{
+	QX_POINTS_APART for (polyCnt = firstPoint; polyCnt < endPoint; polyCnt++) {
+	QxStopAndBool v_f = v.f[polyCnt];
+	float v_x = v.x[polyCnt];
+	QxStopAndBool v_f2 = v.f2[polyCnt];
+	QxStopAndBool v_f1 = v.f1[polyCnt];
+	float u_u = {};
+	{
+	if (BOOL_IS_TRUE(v_f)) {
+	ADD_FLOAT_FLOAT(u_u, v_x, 1.000000e+00);
+	ASSIGN_FLOAT_FLOAT(v_x, u_u);
+	}
+	}
+	ASSIGN_BOOL_BOOL(v_f1, BOOL_IS_TRUE(v_f2) & BOOL_IS_FALSE(v_f));
+	v.x[polyCnt] = v_x;
+	v.f1[polyCnt] = v_f1;
+	}
+	}
+	goto L0;
+	L1:	;
+	}
+	;
+)");
+}
+
+}  // namespace
