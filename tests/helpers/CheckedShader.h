@@ -12,7 +12,7 @@
 [[nodiscard]] std::unique_ptr<SlcDefinitionsNode> ParseText(const std::string& source,
                                                             bool strict = false);
 
-/// A source text, parsed by `ParseText` and put through the semantic passes.
+/// A source text after parsing by `ParseText` and the semantic passes.
 class CheckedShader {
 public:
     explicit CheckedShader(const std::string& source, SlcOptionsControl options = {},
@@ -23,14 +23,14 @@ public:
 
     /// False if anything was reported as an error.
     [[nodiscard]] bool IsAccepted() const { return m_accepted; }
-    /// All that went to standard error, as the user sees it.
+    /// The whole standard error, as the user sees it.
     [[nodiscard]] const std::string& Output() const { return m_output; }
-    /// The reports alone, one a line, each with its line number in front: "3: ERROR: ...".
+    /// Only the reports, one per line, each after its line number: "3: ERROR: ...".
     [[nodiscard]] std::string Reports() const;
 
     /// The tree, with the results of the passes; null if the text did not parse.
     [[nodiscard]] SlcDefinitionsNode* Root() const { return m_root.get(); }
-    /// The shader or function of that name; fails the test that is running if there is none.
+    /// Returns the shader or function of that name; fails the current test if there is none.
     [[nodiscard]] SlcDefinitionNode* Definition(std::string_view name) const;
     [[nodiscard]] SlcOptionsControl& Options() { return m_options; }
 

@@ -7,22 +7,22 @@
 #include "icode/SlcICodeParser.h"
 #include "icode/SlcICodeText.h"
 
-/// Lists of instructions from their text form, so that a test of a pass shows the code before and
-/// after.
+/// Builds lists of instructions from their text form, so that a test of a pass shows the code
+/// before and after.
 ///
-/// What a variable is follows from its name: f... varying flag, g... uniform flag, u... uniform
+/// The name of a variable determines its type: f... varying flag, g... uniform flag, u... uniform
 /// float, a... array, A... uniform array, r... reference, p... parameter, C... predefined and
 /// written, any other name a varying float. Functions return a float and take input floats; calls
 /// of RANDOM keep their order, all others may be folded.
 class CodeText : private SlcICodeScope {
 public:
-    /// A list with these instructions; each name is one variable.
+    /// Returns a list with these instructions; each name is one variable.
     [[nodiscard]] SlcPtr<SlcListICode> List(std::string_view text);
     [[nodiscard]] static std::string Print(const SlcListICode& list)
     {
         return SlcICodeText::Of(list);
     }
-    /// The variable of that name in the list last built.
+    /// Returns the variable of that name in the last list.
     [[nodiscard]] SlcOperand Variable(const std::string& name) { return m_variables.at(name); }
 
 private:

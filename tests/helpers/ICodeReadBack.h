@@ -4,6 +4,6 @@
 
 #include "icode/SlcListICode.h"
 
-/// Prints the list, reads the text and prints what was read. Empty if both texts are the same, else
-/// the two, or what the parser says.
+/// Prints the list, reads the text, and prints the result. Returns nothing if both texts are equal,
+/// else both texts, or the message of the parser.
 [[nodiscard]] std::string ICodeReadBackFault(const SlcListICode& list);

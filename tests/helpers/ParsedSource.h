@@ -9,7 +9,7 @@
 #include "helpers/CheckedShader.h"
 #include "support/SlcDiagnostics.h"
 
-/// A text put through the parser alone. Its file name in reports is "test.sl", and its first line
+/// A text after parsing only. Its file name in reports is "test.sl", and its first line
 /// is line 1.
 class ParsedSource {
 public:
@@ -28,10 +28,10 @@ public:
 
     /// Null if anything was reported as an error.
     [[nodiscard]] SlcDefinitionsNode* Root() const { return m_root.get(); }
-    /// All that went to standard error, as the user sees it.
+    /// The whole standard error, as the user sees it.
     [[nodiscard]] const std::string& Output() const { return m_output; }
 
-    /// The reports alone, one a line: "3: ERROR: parse error".
+    /// Only the reports, one per line: "3: ERROR: parse error".
     [[nodiscard]] std::string Reports() const
     {
         std::istringstream lines(m_output);

@@ -5,7 +5,8 @@
 #include <string>
 #include <unistd.h>
 
-/// A fresh folder, the working directory as long as the object lives, and gone with it.
+/// A new folder, which is the working directory as long as the object exists and is removed with
+/// it.
 class TemporaryFolder {
 public:
     TemporaryFolder() : m_before(std::filesystem::current_path())

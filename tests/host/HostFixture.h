@@ -6,12 +6,12 @@
 #include <string>
 #include <vector>
 
-#include "host/QxHost.h"
 #include "helpers/ShaderFolder.h"
+#include "host/QxHost.h"
 
 using Numbers = std::vector<float>;
 
-/// A grid, a scene and shaders of one kind that are built for the test.
+/// A grid, a scene, and shaders that are built as one kind of file for the test.
 class Host : public ::testing::TestWithParam<const char*> {
 protected:
     void Load(const std::string& source)
@@ -23,7 +23,7 @@ protected:
         return QxShader::Open(m_folder.Build(name, source, GetParam()));
     }
     void Run() { m_shader->Run(m_grid, m_scene); }
-    /// The message of the error that `action` ends with; empty without one.
+    /// Returns the text of the error that `action` throws; empty if it throws none.
     template <class Action>
     static std::string ErrorOf(const Action& action)
     {

@@ -5,23 +5,23 @@
 #include <string>
 #include <vector>
 
-/// Builds many generated C++ files into shared objects in little time.
+/// Compiles many generated C++ files to shared objects in little time.
 ///
-/// Most of the time of a small shader goes into the run-time header and what it instantiates, so
-/// the header is precompiled, and one compilation serves a batch of shaders. Each shared object is
-/// then linked from its batch, with the entry points of one shader under their names.
+/// Most of the time for a small shader is spent on the run-time header and its instantiations. So
+/// the header is precompiled, and a batch of shaders is compiled at once. Each shared object is
+/// then linked from its batch, with the entry points of one shader under the usual names.
 class SharedObjects {
 public:
-    /// Works in that folder, with the compiler at that level, such as "-O0".
+    /// Writes to that folder, and compiles at that level, such as "-O0".
     SharedObjects(std::filesystem::path folder, std::string level)
         : m_folder(std::move(folder)),
           m_level(std::move(level))
     {
     }
 
-    /// Adds a generated file, and gives the path that its shared object will have.
+    /// Adds a generated file, and returns the path that its shared object will have.
     std::string Add(const std::string& text);
-    /// Builds what was added. The messages of the compiler if it refuses something; else empty.
+    /// Builds all added files. Returns the messages of the compiler if it fails, else nothing.
     [[nodiscard]] std::string Build();
 
 private:
@@ -38,6 +38,6 @@ private:
 
     std::filesystem::path m_folder;
     std::string m_level;
-    std::size_t m_count = 0;  // of the files
-    std::size_t m_built = 0;  // of them
+    std::size_t m_count = 0;  // number of files
+    std::size_t m_built = 0;  // number of files built so far
 };

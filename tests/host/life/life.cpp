@@ -1,6 +1,5 @@
-// Leads the whole life of a shader twice, for the sanitizers to watch. The shader has values of
-// every kind, and the lights are shaders too.
-// usage: host_life SURFACE LIGHT
+// Opens, runs and destroys shaders twice, so that sanitizers can check it. The surface has
+// parameters of every type, and the lights are shaders too. usage: host_life SURFACE LIGHT
 
 #include <cstdio>
 

@@ -11,13 +11,13 @@
 
 class SqxMachine;
 
-/// One instruction at one point, as the operations see it: its variables by place, the result (if
-/// it has one) first. Values are copied out and in, so that a result may be one of the operands.
+/// One instruction at one point, for its operation: the operands by position, the result (if it has
+/// one) first. Values are copied out and in, so that a result may be one of the operands.
 ///
-/// What an operation sets is poison where it has got poison, also where its arithmetic lost it.
+/// All results of an operation become poison if it has read poison, even if its arithmetic lost it.
 class SqxCall {
 public:
-    /// `isDoubtful`: a condition that nothing has written decides whether it runs.
+    /// `isDoubtful`: whether it runs depends on a condition that was never written.
     SqxCall(SqxMachine& machine, SqxStore& store, std::span<const int> operands, std::size_t point,
             bool isDoubtful = false)
         : m_machine(machine),
@@ -28,33 +28,33 @@ public:
     {
     }
 
-    /// Also a flag as a truth; one that was never set is a fault.
+    /// Returns an operand; a flag as a boolean. A flag that was never set is a fault.
     template <class Value>
     [[nodiscard]] Value Get(std::size_t place) const
     {
         Note(place);
         return Part<Value>(place);
     }
-    /// For who takes or replaces a part of it: the rest may be poison.
+    /// For operations on a part of the operand: the rest may be poison.
     template <class Value>
     [[nodiscard]] Value Part(std::size_t place) const;
     template <class Value>
     void Set(std::size_t place, const Value& value) const;
 
-    /// The operands from `first` on, with the given types.
+    /// Returns the operands from `first` on, with the given types.
     template <class... Values>
     [[nodiscard]] std::tuple<Values...> GetAll(std::size_t first) const
     {
         return GetEach<Values...>(first, std::index_sequence_for<Values...>());
     }
 
-    /// All numbers or texts of an operand, of whatever type and size.
+    /// All numbers or texts of an operand of any type and size.
     [[nodiscard]] std::span<float> Numbers(std::size_t place) const;
     [[nodiscard]] std::span<std::string> Texts(std::size_t place) const;
     [[nodiscard]] const SqxVariable& Variable(std::size_t place) const;
-    /// For who reads `Numbers`: `Get` notes by itself what it reads.
+    /// To be called by operations that read `Numbers`; `Get` does so itself.
     void Note(std::size_t place) const;
-    /// For what leaves the shader. Throws `SqxFault` if the operation has got poison.
+    /// For values that leave the shader. Throws `SqxFault` if the operation has read poison.
     void RefusePoison() const;
     /// The number of a variable, or a literal.
     [[nodiscard]] int Operand(std::size_t place) const { return m_operands[place]; }
@@ -112,7 +112,7 @@ struct SqxOperationRow {
     SqxOperation operation;
 };
 
-// What the primitives do at one point, by field.
+// Operations of the primitives at one point, by topic.
 [[nodiscard]] std::span<const SqxOperationRow> SqxOperatorTable();
 [[nodiscard]] std::span<const SqxOperationRow> SqxMathTable();
 [[nodiscard]] std::span<const SqxOperationRow> SqxNoiseTable();
@@ -121,5 +121,5 @@ struct SqxOperationRow {
 [[nodiscard]] std::span<const SqxOperationRow> SqxLightTable();
 [[nodiscard]] std::span<const SqxOperationRow> SqxSceneTable();
 
-/// The operation of a primitive; null if there is none.
+/// Returns the operation of a primitive; null if there is none.
 [[nodiscard]] SqxOperation SqxFindOperation(SqxPrimitive primitive);

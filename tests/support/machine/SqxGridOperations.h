@@ -6,7 +6,7 @@
 #include "QxDerivatives.h"
 #include "machine/SqxCall.h"
 
-/// One instruction that sees the whole grid at once, and the points that it is limited to.
+/// One instruction that works on the whole grid at once, and the points that it is limited to.
 class SqxGridCall {
 public:
     /// `condition`: number of a flag, or -1.
@@ -37,7 +37,7 @@ public:
     [[nodiscard]] const QxGrid& Grid() const { return m_grid; }
     [[nodiscard]] std::size_t Points() const { return m_grid.Size(); }
 
-    /// An operand at all points, those that the instruction leaves out included.
+    /// An operand at all points, including those that the instruction leaves out.
     template <class Value>
     [[nodiscard]] std::vector<Value> Gather(std::size_t place) const
     {
@@ -64,5 +64,5 @@ private:
 
 using SqxGridOperation = void (*)(const SqxGridCall&);
 
-/// The operation of a primitive that needs all points at once; null for the others.
+/// Returns the operation of a primitive that needs all points at once; null for others.
 [[nodiscard]] SqxGridOperation SqxFindGridOperation(SqxPrimitive primitive);

@@ -16,9 +16,9 @@
 
 /// Runs a compiled shader over a grid of shading points, from its file alone.
 ///
-/// It is a plain interpreter that trusts neither the file nor the compiler: what code may not do
-/// (read a flag that was never set, use a varying value outside the points, leave brackets, run
-/// without end) is a fault. Primitives are those of the run time.
+/// A simple interpreter that trusts neither the file nor the compiler: it reports forbidden actions
+/// (reading a flag that was never set, using a varying value outside the points, leaving brackets,
+/// endless loops) as faults. Primitives are those of the run time.
 class SqxMachine {
 public:
     SqxMachine();
@@ -33,25 +33,27 @@ public:
     [[nodiscard]] bool Run();
     [[nodiscard]] const std::string& Message() const { return m_message; }
 
-    // What a run starts with; it stays set for further runs.
+    // The inputs of a run; they stay set for further runs.
 
-    /// A grid of 3 by 2 points by default.
+    /// Sets the grid; 3 by 2 points by default.
     void SetGrid(unsigned int columns, unsigned int rows) { m_grid = {columns, rows}; }
-    /// Numbers of a predefined variable or parameter: for the whole grid, or for each point in
-    /// turn. A predefined variable that is not set has a value that differs from point to point.
+    /// Sets the numbers of a predefined variable or parameter: for the whole grid, or for each
+    /// point in turn. A predefined variable that is not set has different values at different
+    /// points.
     void Set(const std::string& name, std::vector<float> numbers);
     void SetText(const std::string& name, std::string text);
-    /// Leads from that space to the current one. A space that is not set is the current one.
+    /// Sets the matrix from that space to the current one. A space that is not set is the current
+    /// one.
     void SetSpace(const std::string& name, const QxMatrix44& toCurrent);
-    /// What the shader asks the renderer for; a `SqxScene` unless set. It must outlive the run.
+    /// Sets the object that answers the shader; a `SqxScene` by default. It must outlive the run.
     void SetSupport(QxShaderSupport* support) { m_givenSupport = support; }
-    /// How many lights there are; the support knows what they do. Two unless set.
+    /// Sets the number of lights, which the support evaluates; two by default.
     void SetLightCount(std::size_t count) { m_lightCount = count; }
     void SetShadeop(const std::string& method, std::function<void(const SqxCall&)> function);
     /// A run that takes more steps than this ends with a fault.
     void SetStepLimit(std::size_t limit) { m_stepLimit = limit; }
 
-    // What a run leaves.
+    // The results of a run.
 
     [[nodiscard]] const SqxShader& Shader() const { return m_reader.Shader(); }
     /// The numbers of a predefined variable or parameter at a point; empty if there is none.
@@ -62,7 +64,7 @@ public:
     // For the operations.
 
     [[nodiscard]] QxShaderSupport& Support() { return *m_support; }
-    /// The next one of the point, `QxDraws::k_allPoints` for all.
+    /// The next random number of the point, `QxDraws::k_allPoints` for all.
     [[nodiscard]] float RandomNumber(unsigned int point)
     {
         return m_support->RandomNumber(point, m_draws.Next(point));
@@ -72,9 +74,9 @@ public:
     [[nodiscard]] bool IsLight() const;
     /// The lights as last run for `P`.
     [[nodiscard]] QxLights Lights() const;
-    /// The one that the innermost light loop has come to.
+    /// The current light of the innermost light loop.
     [[nodiscard]] const QxLightInput& CurrentLight() const;
-    /// A predefined variable, also one that the file does not list.
+    /// Returns a predefined variable, even if the file does not list it.
     [[nodiscard]] QxVector3 PredefinedTriple(const char* name, std::size_t point);
 
 private:

@@ -5,11 +5,11 @@
 
 #include "machine/SqxGridOperations.h"
 
-/// What the machine does for an instruction.
+/// How the machine executes an instruction.
 enum class SqxStep : unsigned char {
     Plain,  // an operation at one point, or once for the whole grid
     Simd,   // the same operation at all points, outside the brackets
-    Grid,   // an operation that sees all points at once
+    Grid,   // an operation on all points at once
     BeginParallel,
     EndParallel,
     If,
@@ -33,20 +33,20 @@ struct SqxCode {
     SqxGridOperation gridOperation = nullptr;  // Grid
     std::vector<int> operands;  // variables and literals; without counts and the condition
     int condition = -1;         // flag of the points that a Simd or Grid step is limited to
-    bool wanted = true;         // what the flag of If and GotoIf must be
-    bool isStatement = false;   // its flag, the first operand, is false at the points left out
+    bool wanted = true;         // required value of the flag of If and GotoIf
+    bool isStatement = false;   // its flag, the first operand, becomes false at points left out
     std::size_t other = 0;      // index of the target, or of the bracket's other end
     int number = 0;             // of a shadeop
     const SqxInstruction* source = nullptr;
 };
 
-/// A code block, made ready to run: operations found, targets and brackets resolved.
+/// A code block, prepared to run: with operations, targets and brackets resolved.
 class SqxProgram {
 public:
     /// Throws `SqxFault` if something in the block is unknown or its brackets do not nest. The
     /// block must outlive the program.
     explicit SqxProgram(const SqxBlock& block);
-    /// The machine knows what to do for a primitive.
+    /// True if the machine supports the primitive.
     [[nodiscard]] static bool Knows(SqxPrimitive primitive);
     [[nodiscard]] const std::vector<SqxCode>& Codes() const { return m_codes; }
 

@@ -5,11 +5,11 @@
 
 #include "QxShaderSupport.h"
 
-/// A renderer's answers for tests: all alike in each run, and different for different questions,
-/// so that a call with a wrong argument shows. What is printed and reported is kept.
+/// The answers of a renderer for tests: equal in each run, and different for different questions,
+/// so that a wrong argument of a call is noticed. Printed and reported texts are stored.
 class SqxScene : public QxShaderSupport {
 public:
-    /// Some lights around the origin, each with a different color.
+    /// Fills lights around the origin, each with a different color.
     void EvaluateLights(const QxVector3* positions, unsigned int points, QxLightInput* lights,
                         unsigned int count) override;
     QxRGBColor Ambient(const QxVector3& position) override;
@@ -22,7 +22,7 @@ public:
     float Occlusion(const QxRayQuery& query, QxVector3& openDirection) override;
     QxRGBColor IndirectDiffuse(const QxRayQuery& query, QxVector3& openDirection,
                                float& occlusion) override;
-    /// Fills the value by the name of what is asked for; names that begin with "no" are unknown.
+    /// Fills the value with numbers derived from the name; names that start with "no" are unknown.
     bool Message(QxMessage message, const char* texture, const char* name,
                  const QxMessageValue& value) override;
     float Depth(const QxVector3& position) override;

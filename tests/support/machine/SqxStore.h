@@ -8,12 +8,12 @@
 #include "QxMatrixMath.h"
 #include "sqx/SqxShader.h"
 
-/// A shader did what it must not; the text says what. The machine catches it.
+/// A shader has done something forbidden; the text says what. Caught by the machine.
 struct SqxFault {
     std::string message;
 };
 
-/// The value of a number that nothing has written: a NaN that arithmetic propagates, distinct from
+/// The value of a number that was never written: a NaN that arithmetic propagates, distinct from
 /// the NaN of a shader's own `0 / 0`.
 [[nodiscard]] float SqxPoison();
 [[nodiscard]] std::string SqxPoisonText();
@@ -25,8 +25,8 @@ constexpr std::size_t k_uniformPoint = static_cast<std::size_t>(-1);
 
 /// The values of all variables of a shader over the points of a grid.
 ///
-/// What nothing has written yet is poison, whether number, flag or text, so that code which makes
-/// a result of it is found.
+/// Numbers, flags and texts that were never written are poison, so that code whose results depend
+/// on them is found.
 class SqxStore {
 public:
     SqxStore(const SqxShader& shader, std::size_t points);
@@ -34,34 +34,34 @@ public:
     [[nodiscard]] std::size_t Points() const { return m_points; }
     [[nodiscard]] const SqxVariable& Variable(std::size_t number) const;
 
-    /// The numbers of a variable at a point: 1, 3 or 16 for each of its elements. What a
-    /// reference stands for is meant in its place. A varying variable has none outside the points
-    /// of the grid.
+    /// Returns the numbers of a variable at a point: 1, 3 or 16 for each of its elements. For a
+    /// reference, returns those of the element that it refers to. A varying variable has none
+    /// outside the points of the grid.
     [[nodiscard]] std::span<float> Numbers(std::size_t number, std::size_t point);
     [[nodiscard]] std::span<std::string> Texts(std::size_t number, std::size_t point);
 
     [[nodiscard]] bool HasPoison(std::size_t number, std::size_t point);
 
     /// Binds a reference to an element, at one point or, for `k_uniformPoint`, everywhere. An index
-    /// outside the array means its nearest element; at one that nothing has written, all is poison,
-    /// and what is written is lost.
+    /// outside the array means its nearest element. If the index was never written, reads return
+    /// poison and writes are ignored.
     void Bind(std::size_t reference, std::size_t point, std::size_t array, float index);
 
 private:
     struct Binding {
         std::size_t array = k_uniformPoint;  // nothing
         std::size_t element = 0;
-        bool isLost = false;  // nothing has written its index
+        bool isLost = false;  // its index was never written
     };
     struct Values {
-        std::size_t width = 1;  // numbers or texts of one point
+        std::size_t width = 1;  // number of values of one point
         std::vector<float> numbers;
         std::vector<std::string> texts;
         std::vector<Binding> bindings;  // of a reference, by point
     };
 
     void Allocate(const SqxVariable& variable, Values& values) const;
-    /// Where the values of a point begin, counted in points.
+    /// Returns the index of the values of a point, counted in points.
     [[nodiscard]] std::size_t Place(std::size_t number, std::size_t point) const;
     [[nodiscard]] const Binding& Resolve(std::size_t reference, std::size_t point) const;
 
@@ -72,5 +72,5 @@ private:
     std::vector<std::string> m_lostTexts;
 };
 
-/// How many numbers one element of a type has; a text has one text.
+/// Returns how many numbers one element of a type has; 1 for a text.
 [[nodiscard]] std::size_t SqxComponents(SqxType type);
