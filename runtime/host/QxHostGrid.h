@@ -33,7 +33,7 @@ struct QxHostPoints {
 /// The shading points of a patch, with values for all predefined variables. Shaders read them and
 /// write their results into the grid.
 ///
-/// A new grid is a square of side 1 in front of an eye that looks along z: `u`, `v`, `s` and `t`
+/// A new grid is a square of side 1 that faces an eye looking along z: `u`, `v`, `s` and `t`
 /// run from 0 to 1, `P` and `I` span the square at z = 1, and `N` faces the eye. `Cs`, `Os` and
 /// `Ol` are 1; `Ci`, `Oi` and `Cl` are 0.
 class QxHostGrid {

@@ -65,13 +65,13 @@ SlcGraphCuts::SlcGraphCuts(const SlcControlFlowGraph& graph)
         return block == 0 || (block <= usable && block < count && across[block] == 0);
     };
     m_lastUpTo.resize(count);
-    m_firstBehind.resize(count);
+    m_firstAfter.resize(count);
     for (int block = 0, last = 0; block < count; ++block) {
         last = isCut(block) ? block : last;
         m_lastUpTo[block] = last;
     }
     for (int block = count - 1, first = count; block >= 0; --block) {
-        m_firstBehind[block] = first;
+        m_firstAfter[block] = first;
         first = isCut(block) ? block : first;
     }
 }

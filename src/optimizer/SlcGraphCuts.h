@@ -16,9 +16,9 @@ public:
     /// The last cut at or before `block`; the entry counts as a cut.
     [[nodiscard]] int LastUpTo(int block) const { return m_lastUpTo[block]; }
     /// The first cut after `block`; the end of the code counts as a cut.
-    [[nodiscard]] int FirstAfter(int block) const { return m_firstBehind[block]; }
+    [[nodiscard]] int FirstAfter(int block) const { return m_firstAfter[block]; }
 
 private:
     std::vector<int> m_lastUpTo;
-    std::vector<int> m_firstBehind;
+    std::vector<int> m_firstAfter;
 };

@@ -19,7 +19,7 @@ void ExpectReports(const Case (&cases)[Count], int warningLevel = 1)
         EXPECT_EQ(CheckedShader(c.source, {}, warningLevel).Reports(), c.reports) << c.source;
 }
 
-TEST(OneReport, StaysQuietBehindAnUndefinedName)
+TEST(OneReport, StaysQuietAfterAnUndefinedName)
 {
     for (const char* statement : {
              "f1 = noise(q);",
@@ -44,7 +44,7 @@ TEST(OneReport, StaysQuietBehindAnUndefinedName)
         EXPECT_EQ(TypedStatement(statement).Reports(), "ERROR: Undefined variable: q") << statement;
 }
 
-TEST(OneReport, StaysQuietBehindAnOperatorWithoutAType)
+TEST(OneReport, StaysQuietAfterAnOperatorWithoutAType)
 {
     for (const char* statement : {
              "f1 = c1 + p1;",
@@ -111,7 +111,7 @@ TEST(OneReport, AccusesOnlyArgumentsThatPromotionDoesNotFit)
             << c.source;
 }
 
-TEST(OneReport, StaysQuietBehindARefusedCall)
+TEST(OneReport, StaysQuietAfterARefusedCall)
 {
     const std::string refused = "2: ERROR: Detail mismatch for argument 0 of function 'f'";
     for (const char* statement :
@@ -225,7 +225,7 @@ TEST(OneReport, AdvisesOnDetails)
     ExpectReports(cases, 2);
 }
 
-TEST(OneReport, StaysQuietBehindARepeatedName)
+TEST(OneReport, StaysQuietAfterARepeatedName)
 {
     static const Case cases[] = {
         {"surface a() { float x = 1; color x = Cs; x = Cs; Ci = x; }",

@@ -53,7 +53,7 @@ public:
     struct Projected {
         float x;
         float y;
-        float z;  // distance; above 0 only in front of the camera
+        float z;  // depth; positive on the side that the camera sees
     };
     [[nodiscard]] static Projected Project(const QxVector3& place);
     /// Returns the projection as a matrix, to a space where the middle of the picture is at the x
