@@ -66,7 +66,7 @@ std::array<UnfinishedFile, 8> g_unfinishedFiles;
 
 enum class Ending { BySignal, ByExit };
 
-/// Goes from the last to the first, since a folder can be removed only after its file.
+/// Iterates from the last to the first, since a folder can be removed only after its file.
 void FinishFiles(Ending ending)
 {
     for (auto file = g_unfinishedFiles.rbegin(); file != g_unfinishedFiles.rend(); ++file) {
@@ -87,7 +87,7 @@ UnfinishedFile* FindUnfinished(const char* path)
     return file == g_unfinishedFiles.end() ? nullptr : &*file;
 }
 
-/// A signal that the parent set to be ignored stays ignored.
+/// Leaves a signal ignored if the parent process set it to be ignored.
 void HandleInterrupt(int signal)
 {
     struct sigaction action = {};
@@ -98,7 +98,7 @@ void HandleInterrupt(int signal)
     ::sigaction(signal, &action, nullptr);
 }
 
-/// Handles signals that end a process but do not indicate a fault in it.
+/// Installs handlers for the signals that end a process but do not indicate a fault in it.
 bool HandleEndings()
 {
     for (const int signal : {SIGINT, SIGTERM, SIGQUIT, SIGPIPE, SIGXCPU, SIGXFSZ})
@@ -106,13 +106,13 @@ bool HandleEndings()
     return std::atexit([] { FinishFiles(Ending::ByExit); }) == 0;
 }
 
-/// A failed write cannot be reported anywhere.
+/// Ignores a failed write, since it cannot be reported anywhere.
 void Write(std::string_view text)
 {
     [[maybe_unused]] const auto written = ::write(STDERR_FILENO, text.data(), text.size());
 }
 
-/// The return addresses on the stack, the innermost first.
+/// The return addresses on the stack, innermost first.
 struct Frames {
     std::array<void*, k_maxFrames> addresses;
     std::size_t count = 0;

@@ -3,9 +3,9 @@
 /// Turns a crash of the compiler into a report.
 class QxDebug {
 public:
-    /// Installs `SignalHandler` for SIGILL, SIGTRAP, SIGABRT, SIGFPE, SIGBUS, SIGSEGV, SIGSYS and
-    /// SIGHUP, on a separate stack so that a stack overflow is reported too. True if that worked
-    /// for all of them.
+    /// Handles SIGILL, SIGTRAP, SIGABRT, SIGFPE, SIGBUS, SIGSEGV, SIGSYS and SIGHUP with
+    /// `SignalHandler`, on a separate stack so that a stack overflow is reported too. True if all
+    /// of the handlers were installed.
     [[nodiscard]] static bool InitErrorSignalsHandling();
 
     /// Writes the call stack to standard error, one call per line. False, without output, if the

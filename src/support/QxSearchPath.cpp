@@ -2,7 +2,7 @@
 // leading `.` or `..` are replaced at once, so that a later change of the working directory has no
 // effect. Two items are references instead of directories:
 //
-//     @    the default path          &    what the path was before
+//     @    the default path          &    the previous path
 //
 // Tested by tests/support/QxSearchPathTest.cpp.
 
@@ -33,7 +33,7 @@ bool IsCategory(int category)
     return category >= 0 && category < QxSearchPath::k_categories;
 }
 
-/// Replaces the first name of a path; ".hidden" does not begin with the name ".".
+/// Replaces the first name of a path if it equals `name`. The first name of ".hidden" is not ".".
 void SubstituteFirstName(std::string& path, std::string_view name, std::string_view replacement)
 {
     if (path.starts_with(name) && (path.size() == name.size() || path[name.size()] == '/'))
@@ -46,7 +46,7 @@ void SubstituteHome(std::string& path)
         SubstituteFirstName(path, "~", home);
 }
 
-/// Empty if it cannot be determined.
+/// Returns an empty text if it cannot be determined.
 std::string WorkingDirectory()
 {
     const std::unique_ptr<char, decltype(&std::free)> path(::getcwd(nullptr, 0), &std::free);

@@ -22,8 +22,8 @@ void PrefixSubstitution(std::string& out, const char* in, std::string_view prefi
 // The header of generated code has another class of this name; both may be linked into one program.
 inline namespace QxServices {
 
-/// The directories in which each kind of resource is searched, in order. Required for other
-/// programs; the compiler does not use it.
+/// Lists, for each kind of resource, the directories in which it is searched, in order. Part of the
+/// library for other programs; the compiler does not use it.
 ///
 /// Each kind has an environment variable with its list, such as "DIR:DIR"; ";" is a separator too.
 /// In a list "@" stands for the default list, and "&" for the previous list.
@@ -54,7 +54,7 @@ public:
     static constexpr std::string_view k_envVarBegin = "$";
     static constexpr std::string_view k_pathSeparatorChrs = ":;";
 
-    // By category: the variable that sets the list, and the list without it.
+    // Indexed by category: the environment variable that sets the list, and the default list.
     static constexpr const char* k_pathVarName[k_categories] = {
         "QX_SHADERS_PATH",  "QX_TEXTURES_PATH",    "QX_DISPLAYS_PATH",
         "QX_ARCHIVES_PATH", "QX_PROCEDURALS_PATH", "QX_RESOURCES_PATH",
@@ -63,14 +63,14 @@ public:
         ".:$OMBRIUM/shaders", ".:$OMBRIUM/textures", ".:$OMBRIUM/displays", ".", ".", ".",
     };
 
-    /// Initializes each list from its environment variable, or with the default.
+    /// Initializes each list from its environment variable, or with the default if that is not set.
     QxSearchPath();
 
     /// Replaces the category's list, or appends to it. Empty items are skipped. Does nothing for an
     /// invalid category or a null path.
     void SetPath(QxCategory category, const char* path, bool replace);
     void DeleteCategory(QxCategory category);
-    /// Each directory ends in "/". Empty for an invalid category.
+    /// Returns no directories for an invalid category. Each directory ends in "/".
     [[nodiscard]] const std::vector<std::string>& Directories(QxCategory category) const;
 
     /// Returns the file's path in the first directory that has it; a name that begins with "/" is
@@ -78,15 +78,15 @@ public:
     /// directories do not count. Does not open or create anything.
     [[nodiscard]] const char* Find(QxCategory category, const char* name, QxAccess access);
 
-    // Expansion. The functions do nothing if `in` is null.
+    // Expansion of paths. These functions do nothing if `in` is null.
 
-    /// Expands a directory: variables, "~" for the home directory, and to an absolute path without
-    /// ".", ".." and a final "/". A path that expands to nothing becomes the root.
+    /// Expands a directory to an absolute path: replaces variables and "~" (the home directory),
+    /// and removes ".", ".." and a final "/". A path that expands to nothing becomes the root.
     static void ExpandPath(std::string& out, const char* in);
     /// Expands a file name: variables and "~"; removes doubled "/".
     static void ExpandName(std::string& out, const char* in);
-    /// Expands environment variables. A name extends from "$" to the next "/"; an unset variable is
-    /// empty.
+    /// Expands environment variables. A name extends from "$" to the next "/"; an unset variable
+    /// expands to nothing.
     static void SubstituteEnvVar(std::string& out, const char* in);
     /// Removes each ".." together with the name before it. Does nothing for an empty text.
     static void ReplaceDotDot(std::string& out, const char* in);

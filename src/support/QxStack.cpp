@@ -14,7 +14,7 @@
 
 namespace {
 
-/// The lowest usable address; 0 if unknown.
+/// Returns the lowest usable address of the stack; 0 if it is unknown.
 std::uintptr_t LowestAddress()
 {
     pthread_attr_t attributes;

@@ -1,5 +1,5 @@
-// Thin wrappers of system calls. On failure each returns 0, false or nothing: callers learn whether
-// it worked, not why it failed.
+// Thin wrappers of system calls. On failure each returns 0, false or nothing: callers learn that it
+// failed, but not why.
 //
 // Between fork and exec a child only closes descriptors: allocating memory there could wait for a
 // lock that no thread of the child will ever release.
@@ -106,7 +106,7 @@ void AppendPath(const char* path, void* list)
     static_cast<std::vector<std::string>*>(list)->emplace_back(path);
 }
 
-/// Closes all descriptors except the standard streams. For the child between fork and exec.
+/// Closes all descriptors except the standard streams. Runs in the child, between fork and exec.
 void CloseOtherDescriptors()
 {
     constexpr unsigned int first = STDERR_FILENO + 1;
@@ -234,7 +234,7 @@ long QxSystem::FsType(const char* path)
 void QxSystem::SysFs(const char* path, std::string& name)
 {
     name = "unknown";
-    // If a long has 32 bits, large numbers are negative.
+    // Where `long` has 32 bits, large numbers are negative.
     const auto number = static_cast<std::uint32_t>(FsType(path));
     for (const FileSystemName& row : k_fileSystems)
         if (row.number == number)

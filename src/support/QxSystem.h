@@ -6,10 +6,10 @@
 #include <string>
 
 /// File and process services of the operating system. The compiler uses only `ScanDir`, to find
-/// shadeop libraries; the rest is required for other programs.
+/// shadeop libraries; the rest is part of the library for other programs.
 ///
-/// None of them reports errors: if a system call fails, they return the neutral result given for
-/// each. Paths are null-terminated and must not be null; their length is not limited.
+/// None of them reports errors: if a system call fails, each returns the neutral result that its
+/// comment gives. Paths are null-terminated and must not be null; their length is not limited.
 class QxSystem {
 public:
     using ScanCallback = void (*)(const char* path, void* data);
@@ -25,25 +25,25 @@ public:
     [[nodiscard]] static bool FileExists(const char* path);
     /// False for a symbolic link to a directory.
     [[nodiscard]] static bool FileIsDir(const char* path);
-    /// In bytes; for a directory the sum over its contents, without links to directories. 0 on
-    /// failure.
+    /// Returns the size in bytes; for a directory, the total size of its contents, not counting
+    /// what links to directories refer to. 0 on failure.
     [[nodiscard]] static std::uintmax_t FileSize(const char* path);
     /// 0 on failure.
     [[nodiscard]] static std::time_t FileAccessTime(const char* path);
     [[nodiscard]] static std::time_t FileModifTime(const char* path);
     /// Copies only the contents. `to` is created or truncated first, unless it is the same file as
-    /// `from`. On failure it may contain a part.
+    /// `from`. After a failure it may contain part of them.
     [[nodiscard]] static bool FileCopy(const char* from, const char* to);
 
     // File systems, by the path of any file in one.
 
-    /// The bytes available to an ordinary user, and the total size in bytes. 0 on failure.
+    /// Return the bytes available to an ordinary user and the total size in bytes. 0 on failure.
     [[nodiscard]] static float DiskFree(const char* path);
     [[nodiscard]] static float DiskSize(const char* path);
-    /// The kernel's number of the file system type; 0 on failure.
+    /// Returns the kernel's number of the file system type; 0 on failure.
     [[nodiscard]] static long FsType(const char* path);
-    /// The name of the file system type, such as "ext4"; "unknown" for uncommon types, and on
-    /// failure.
+    /// Returns the name of the file system type, such as "ext4"; "unknown" for uncommon types and
+    /// on failure.
     static void SysFs(const char* path, std::string& name);
 
     // Processes and the machine.
@@ -60,8 +60,8 @@ public:
         const char* const list[] = {path, arguments..., nullptr};
         return Launch(list);
     }
-    /// The same, but waits for the program. Returns the exit status, or -1 if the program was not
-    /// started or did not exit normally.
+    /// Does the same, but waits for the program. Returns the exit status, or -1 if the program was
+    /// not started or did not exit normally.
     template <class... Arguments>
     static int LaunchProgramAndWait(const char* path, Arguments... arguments)
     {

@@ -1,6 +1,7 @@
 #pragma once
 
-/// The version, its build date and its label, in memory of `malloc` that the caller frees.
+/// Returns the version, its build date and its label, in memory from `malloc` that the caller
+/// frees.
 [[nodiscard]] char* QxGetVersionString();
 
 /// The copyright line, set by the build.

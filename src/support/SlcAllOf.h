@@ -3,7 +3,8 @@
 #include <istream>
 #include <string>
 
-/// The rest of a stream, of any length. Iterators of streams take ten instructions for a character.
+/// Reads the rest of a stream, of any length. Reads in blocks, since stream iterators take ten
+/// instructions per character.
 [[nodiscard]] inline std::string SlcAllOf(std::istream& in)
 {
     std::string text;

@@ -1,10 +1,10 @@
-// Blocks are cut from a chunk one after another. The header is before the aligned address, in the
+// Blocks are cut from a chunk one after another. The header precedes the aligned address, in the
 // last bytes of the preceding unit, so that a small object costs as much as with malloc:
 //
 //     | .. header | object ............ header | object .. header | ...
 //                 ^ aligned                    ^ aligned
 //
-// When a new chunk begins, the rest of the old one is lost: less than a block of the largest size.
+// When a new chunk begins, the rest of the old one is lost; it is smaller than the largest block.
 //
 // Tested by tests/support/SlcArenaTest.cpp.
 

@@ -6,8 +6,8 @@
 
 /// Memory for the many small objects of one compilation: nodes, instructions, operands, entries,
 /// and the contents of their containers. It is allocated in large chunks that live as long as the
-/// arena. Freed blocks are kept in a free list per size, so that allocation and release cost a few
-/// instructions and a long compilation needs no more memory than its live objects.
+/// arena. Freed blocks are kept in a free list per size. So allocation and release cost a few
+/// instructions, and a long compilation needs no more memory than its live objects.
 ///
 ///     chunk:  [before][header|room][header|room]...        free[units]: room -> room -> null
 ///
@@ -69,13 +69,13 @@ private:
 
     /// The header of a block from `Take`.
     [[nodiscard]] static Header& HeaderOf(void* room) { return static_cast<Header*>(room)[-1]; }
-    /// The rest of the current chunk is lost.
+    /// Allocates a new chunk; the rest of the current one is lost.
     void BeginChunk();
-    /// Allocates from the system, with a header that says so.
+    /// Allocates from the system and marks the header accordingly.
     [[nodiscard]] static void* TakeLarge(std::size_t size);
     static void GiveBackLarge(void* room);
 
-    Chunk* m_chunks = nullptr;                          // the last one
+    Chunk* m_chunks = nullptr;                          // the most recent one
     std::array<Free*, k_largestUnits + 1> m_free = {};  // by size in units
     char* m_next = nullptr;  // in the current chunk, after the space for a header
     std::size_t m_left = 0;  // units left in the chunk

@@ -1,7 +1,7 @@
 #pragma once
 
-/// Base of all reference-counted objects. An object is made with `new` inside a `SlcPtr`; the count
-/// is kept here, and the last `SlcPtr` deletes the object.
+/// Base of all reference-counted objects. An object is made with `new` inside a `SlcPtr`; it holds
+/// the count itself, and the last `SlcPtr` deletes it.
 ///
 /// Cycles are not collected: a class that can be part of one says what breaks it.
 class SlcCollectable {

@@ -35,7 +35,7 @@ std::size_t SlcCompilation::NumberOf(std::atomic<std::size_t>& number)
 {
     static std::atomic<std::size_t> last = 0;
     std::size_t own = number.load();
-    // Of two threads that ask for a new one at a time the second takes that of the first.
+    // If two threads assign a number at the same time, the second uses that of the first.
     if (own == 0) {
         const std::size_t wanted = ++last;
         own = number.compare_exchange_strong(own, wanted) ? wanted : own;
@@ -47,7 +47,7 @@ SlcCompilation::AnyHolder& SlcCompilation::Make(std::atomic<std::size_t>& number
                                                 std::unique_ptr<AnyHolder> (*make)())
 {
     const std::size_t own = NumberOf(number);
-    // What a part asks for while it is made comes before it.
+    // Parts that this one requests in its constructor are made, and so recorded, before it.
     std::unique_ptr<AnyHolder> part = make();
     if (own >= m_parts.size())
         m_parts.resize(own + 1);

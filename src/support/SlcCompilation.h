@@ -6,12 +6,12 @@
 #include <vector>
 
 /// The state of one compilation besides its tree and its code: counters, reports, pools of names
-/// and constants, the state of scanner and parser. All of it is destroyed with the object, so that
-/// a process can compile any number of sources independently.
+/// and constants, the state of scanner and parser. All of it is destroyed with the object, so a
+/// process can compile any number of sources independently.
 ///
 /// Each thread has one current compilation, the one that it entered last. Functions that seem
-/// global, such as `NbErrors`, refer to it. A thread that has not entered any has a default
-/// compilation for its whole life.
+/// global, such as `NbErrors`, refer to it. A thread that has not entered any compilation has a
+/// default one for its whole life.
 class SlcCompilation {
 public:
     SlcCompilation() = default;
@@ -40,7 +40,7 @@ public:
     /// Returns the compilation's only `T`, which is made on first use. Each folder keeps its state
     /// in private classes that no other folder names.
     ///
-    /// Asked for several times a token: what is expanded in place is the look-up alone.
+    /// Called several times per token, so only the look-up is inlined.
     template <class T>
     [[nodiscard]] T& Part()
     {
@@ -65,19 +65,19 @@ private:
         return std::make_unique<Holder<T>>();
     }
 
-    /// The calling thread is in no other.
+    /// Returns the default compilation of a thread that has not entered any.
     [[nodiscard]] static SlcCompilation& OwnOfThread();
-    /// The number of a kind of part, which gets one here if it is still 0.
+    /// Returns the number of a kind of part; assigns one if it is still 0.
     [[nodiscard]] static std::size_t NumberOf(std::atomic<std::size_t>& number);
     [[nodiscard]] AnyHolder& Make(std::atomic<std::size_t>& number,
                                   std::unique_ptr<AnyHolder> (*make)());
 
     static constinit thread_local SlcCompilation* t_entered;
-    /// The number of a kind of part, the same in all compilations; 0 before one has had it.
+    /// The number of a kind of part, the same in all compilations; 0 until it is first used.
     template <class T>
     static constinit inline std::atomic<std::size_t> s_number = 0;
 
-    std::vector<std::unique_ptr<AnyHolder>> m_parts;  // by number; none has 0
+    std::vector<std::unique_ptr<AnyHolder>> m_parts;  // by number; number 0 is not used
     std::vector<std::size_t> m_order;                 // order of creation
 };
 

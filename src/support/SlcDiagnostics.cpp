@@ -56,7 +56,7 @@ struct ColumnsOfText {
     std::function<SlcColumns(std::size_t, std::size_t, int)> ofRange;
 };
 
-/// The column of the scanner's last token, from 0.
+/// Returns the column of the scanner's last token, from 0.
 int TokenColumn(const SlcSourcePosition& position)
 {
     return std::max(position.column - (position.isUncounted ? 0 : position.tokenLength), 0);

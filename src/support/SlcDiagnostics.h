@@ -8,7 +8,7 @@
 #include <vector>
 
 /// Counters and reports that need no syntax tree. They belong to the current compilation of the
-/// calling thread; all text goes to standard error, unless the compilation has its own stream.
+/// calling thread. All text goes to standard error, unless the compilation has its own stream.
 
 /// A stage counted errors in the source; the driver prints the summary. Thrown by value.
 class SlcCompilationError {};
@@ -39,7 +39,7 @@ private:
 
 /// The stream for reports.
 [[nodiscard]] std::ostream& SlcReports();
-/// The stream must outlive the compilation.
+/// Sets the stream for reports, which must outlive the compilation.
 void SetReports(std::ostream& stream);
 
 /// A report as data.
@@ -51,27 +51,27 @@ struct SlcReport {
     int column = 0;  // in the file, from 1; 0 if unknown
     int length = 0;
     std::string text;
-    std::string advice;  // lines
+    std::string advice;  // complete lines
 };
-/// The reports of the compilation that were shown, in order.
+/// Returns the reports of the compilation that were shown, in order.
 [[nodiscard]] const std::vector<SlcReport>& SlcReportsSoFar();
 /// Adds a report; the report functions below do this themselves.
 void RecordReport(SlcReport report);
-/// Adds a line of advice to the last report; likewise.
+/// Adds a line of advice to the last report; the advice functions below do this themselves.
 void RecordAdvice(std::string_view text);
 
-/// A piece of a line of a file. Zeros if it is not known.
+/// A range of columns within one line of a file. Both are 0 if it is unknown.
 struct SlcColumns {
     int column = 0;  // from 1
     int length = 0;
 };
-/// Sets how columns are found: of a place of the scanned text, for its column there, and of a range
-/// of it, for the line that a report names. Without it the former is the same, and no range has a
-/// column.
+/// Sets how columns in the file are found. `ofPlace` maps an offset in the scanned text, given with
+/// its column there, to a column. `ofRange` maps a range of the scanned text, reported for `line`,
+/// to its columns. By default columns are those of the scanned text, and ranges have none.
 void SetColumnsOfText(
     std::function<int(std::size_t offset, int column)> ofPlace,
     std::function<SlcColumns(std::size_t begin, std::size_t end, int line)> ofRange);
-/// Of a range of the scanned text, which a report places on that line.
+/// Returns the columns of a range of the scanned text that is reported for `line`.
 [[nodiscard]] SlcColumns SlcColumnsOfRange(std::size_t begin, std::size_t end, int line);
 
 /// Resets the counts, since reports of the driver before the parse do not count.
@@ -79,11 +79,11 @@ void ResetNbErrorsAndWarnings();
 /// Count an error or a warning; the report functions below do this themselves.
 void AddError();
 void AddWarning();
-/// The counts of this compilation so far.
+/// Return the counts of this compilation so far.
 [[nodiscard]] int NbErrors();
 [[nodiscard]] int NbWarnings();
 
-/// 0 none, 1 important ones, 2 all. Other values are ignored.
+/// Sets the level: 0 shows no warnings, 1 the important ones, 2 all. Other values are ignored.
 void SetWarningLevel(int level);
 [[nodiscard]] int WarningLevel();
 
@@ -91,7 +91,7 @@ void SetWarningLevel(int level);
 void ShowAdvice(bool always);
 [[nodiscard]] bool AdviceIsShown();
 
-/// The contact address in fatal reports.
+/// Returns the contact address in fatal reports.
 [[nodiscard]] std::string_view SlcContactAddress();
 
 /// Reports an error at the scanner's position, with the source line and a caret under the last
@@ -99,14 +99,15 @@ void ShowAdvice(bool always);
 /// form in a parse, errors and warnings together, are shown. A second error at the same token
 /// follows from the first: it is neither shown nor counted.
 void yyerror(const char* message);
-/// The same for a warning; silent, and not counted, at warning level 0.
+/// Reports a warning in the same form; silent, and not counted, at warning level 0.
 void Warning(std::string_view message);
 /// Adds a line of advice to a report at the scanner's position: `file:line: ADVICE: text`. Never
 /// counted.
 void Advise(std::string_view text);
-/// `file:line: WARNING: message -- detail` at the scanner's position, without the source line.
+/// Reports `file:line: WARNING: message -- detail` at the scanner's position, without the source
+/// line.
 void Warning(std::string_view message, std::string_view detail);
-/// A warning without a position, which is not counted.
+/// Reports a warning without a position, which is not counted.
 void WarningNoSource(std::string_view message);
 /// Reports an error that does not belong to a source line; the caller continues.
 void SeverError(std::string_view program, std::string_view message);

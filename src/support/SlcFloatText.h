@@ -5,7 +5,7 @@
 #include <iterator>
 #include <string>
 
-/// Formats a float constant as both outputs write it: with seven digits, like "%e" of printf().
+/// Formats a float constant as both outputs write it: with seven digits, as "%e" of printf() does.
 [[nodiscard]] inline std::string SlcFloatText(double value)
 {
     constexpr int digits = 6;  // after the decimal point

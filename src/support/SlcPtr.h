@@ -22,7 +22,7 @@ public:
     SlcPtr(SlcPtr&& other) noexcept : m_object(std::exchange(other.m_object, nullptr)) {}
     ~SlcPtr() { Release(); }
 
-    // From a pointer to a derived class.
+    // Converts from a pointer to a derived class.
     template <class U, class = std::enable_if_t<std::is_base_of_v<T, U> && !std::is_same_v<T, U>>>
     SlcPtr(const SlcPtr<U>& other) : m_object(other.DontUseOutsideTheClassPointer())
     {
@@ -72,7 +72,7 @@ public:
 
     void Swap(SlcPtr& other) noexcept { std::swap(m_object, other.m_object); }
 
-    /// The raw pointer, for the conversions of `SlcPtr` and `CheckCast` only.
+    /// Returns the raw pointer, only for the conversions of `SlcPtr` and for `CheckCast`.
     // As above. NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDelete)
     [[nodiscard]] SlcCollectable* DontUseOutsideTheClassPointer() const { return m_object; }
 
@@ -97,9 +97,9 @@ private:
     SlcCollectable* m_object = nullptr;
 };
 
-/// Casts to a `To`. Null yields null; an object of another class throws `std::bad_cast`, which is
-/// not caught anywhere, since it is a fault of the compiler. A cast to a base class is free, one to
-/// the object's own class almost free.
+/// Casts to a `To`. Null yields null. An object of another class throws `std::bad_cast`, which
+/// nothing catches, since it is a fault of the compiler. A cast to a base class is free; one to the
+/// object's own class is almost free.
 template <class To, class From>
 [[nodiscard]] SlcPtr<To> CheckCast(const SlcPtr<From>& from)
 {
@@ -115,7 +115,7 @@ template <class To, class From>
     }
 }
 
-/// Makes a shared object; the only place that calls `new` for one.
+/// Makes a shared object. This is the only place that calls `new` for one.
 template <class T, class... Arguments>
 [[nodiscard]] SlcPtr<T> MakeShared(Arguments&&... arguments)
 {

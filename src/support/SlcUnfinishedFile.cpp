@@ -15,7 +15,8 @@
 
 namespace {
 
-/// Includes the slash; empty for a file in the working directory.
+/// Returns the part before the file name, including the slash; empty for a file in the working
+/// directory.
 [[nodiscard]] std::string FolderPart(const std::string& path)
 {
     return path.substr(0, path.rfind('/') + 1);
@@ -53,7 +54,7 @@ SlcUnfinishedFile::SlcUnfinishedFile(std::string place, OnExit onExit, Else othe
 
 SlcUnfinishedFile::~SlcUnfinishedFile()
 {
-    // Without a separate folder, a file that has been moved still has this path.
+    // Without a separate folder, `m_path` is also the final place, where a finished file must stay.
     if (!m_isMoved)
         ::unlink(m_path.c_str());
     if (!m_folder.empty())

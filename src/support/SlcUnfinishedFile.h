@@ -4,20 +4,20 @@
 
 /// A file being written, in a private folder next to its final place. So concurrent runs on the
 /// same source or in the same directory do not disturb each other, and a partial file never looks
-/// complete. The file already has its final name, since programs that read it may show or store the
-/// name.
+/// complete. The file has its final name from the start, since programs that read it may show or
+/// store the name.
 ///
-/// The folder and the file are removed with the object, or by a signal that ends the process.
+/// The destructor removes the folder and the file; so does a signal that ends the process.
 class SlcUnfinishedFile {
 public:
     /// What happens to the file at `std::exit`, which ends the process after a fatal error.
     enum class OnExit { Remove, MoveIntoPlace };
-    /// Where the folder is made if it cannot be next to the final place. For a file that is only
-    /// read again, the directory for temporary files will do.
+    /// Where the folder is made if it cannot be next to the final place. `Temporary`, the directory
+    /// for temporary files, is enough for a file that is only read again.
     enum class Else { Nowhere, Temporary };
 
     /// Makes the folder; the caller creates the file. If no folder can be made, the path is the
-    /// final place, so that the failure to write there gives the reason.
+    /// final place, so that the attempt to write there fails with the reason.
     explicit SlcUnfinishedFile(std::string place, OnExit onExit = OnExit::Remove,
                                Else otherwise = Else::Nowhere);
     ~SlcUnfinishedFile();

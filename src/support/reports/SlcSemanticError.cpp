@@ -1,7 +1,7 @@
 // Reports at nodes of the tree. The heading that names a function is printed before the first
 // report in it. After an inner function with reports, the heading of the outer function is printed
-// again before its next report (ResumeFunc). While quiet, as during the iterations over a loop that
-// only compute details, nothing is printed or counted.
+// again before its next report (ResumeFunc). In quiet mode, which is used while a loop is walked
+// repeatedly only to compute details, nothing is printed or counted.
 //
 // Tested by tests/support/SlcSemanticErrorTest.cpp.
 
@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::string_view k_advice = "ADVICE";
 
-/// Advice belongs to the report before it.
+/// Records a report as data. Advice is added to the preceding report.
 void Record(const SlcSemanticError::Place& place, std::string_view kind, std::string_view text,
             int level)
 {

@@ -82,7 +82,7 @@ public:
     [[noreturn]] void FatalErrorICode(const SlcPtr<SlcCommentICode>& comment,
                                       std::string_view message);
 
-    /// The place of a report. An empty range leaves the column open.
+    /// The place of a report. An empty range means that the column is unknown.
     struct Place {
         std::string_view file;
         int line = 0;
