@@ -1,4 +1,4 @@
-// The directives of conditions, from `#if` to `#endif`: which parts of a file count.
+// The conditional directives, from `#if` to `#endif`: they select the active parts of a file.
 //
 // Tested by tests/preprocessor.
 

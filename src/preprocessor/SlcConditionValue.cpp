@@ -1,6 +1,6 @@
-// Operator precedence in one table; recursion over operands only (Pratt, "Top down operator
-// precedence", 1973). An operand that cannot decide the value, such as the right one of `0 && 1 /
-// 0`, is read but reports no fault of its value.
+// Precedence climbing with one table of operators (Pratt, "Top down operator precedence", 1973). An
+// operand that cannot affect the value, such as the right one of `0 && 1 / 0`, is parsed, but
+// faults of its value are not reported.
 //
 // Tested by tests/preprocessor.
 
@@ -20,7 +20,7 @@ using enum SlcSourceTokenKind;
 
 constexpr int k_mostConditionDepth = 500;
 
-/// Computed without a sign; the type says how it is compared and divided.
+/// Computed as unsigned; the type decides how it is compared, divided and shifted right.
 struct Value {
     std::uint64_t bits = 0;
     bool isUnsigned = false;
@@ -28,7 +28,7 @@ struct Value {
     [[nodiscard]] std::int64_t Signed() const { return static_cast<std::int64_t>(bits); }
 };
 
-/// After a report.
+/// Thrown after a report, to end the evaluation.
 class ConditionFault {};
 
 struct BinaryRow {
@@ -63,7 +63,7 @@ Value Truth(bool truth)
     return {truth ? 1U : 0U, false};
 }
 
-/// Past the width of the value all is shifted out; a negative count shifts the other way.
+/// Counts of 64 and more shift out all bits; a negative count shifts in the other direction.
 Value ShiftRight(Value value, std::int64_t count);
 
 Value ShiftLeft(Value value, std::int64_t count)
@@ -127,7 +127,7 @@ private:
         return isHere;
     }
 
-    /// An expression of operators from `level` on.
+    /// Parses an expression whose operators have at least this level.
     [[nodiscard]] Value Read(int level)
     {
         if (++m_depth > k_mostConditionDepth)
@@ -166,7 +166,7 @@ private:
         return Compute(left, sign, Read(level + 1));
     }
 
-    /// An operand whose value does not matter if `isIgnored`.
+    /// Parses an operand whose value does not matter if `isIgnored`.
     [[nodiscard]] Value ReadUnless(bool isIgnored, int level)
     {
         m_ignored += isIgnored ? 1 : 0;
@@ -210,7 +210,7 @@ private:
         return {bits(), isUnsigned};
     }
 
-    /// Null if the sign does not compare.
+    /// Returns null if the sign is not a comparison.
     [[nodiscard]] const Value* Compare(Value left, std::string_view sign, Value right)
     {
         const bool isLess =
@@ -243,7 +243,7 @@ private:
         }
         if (left.isUnsigned)
             return {isQuotient ? left.bits / right.bits : left.bits % right.bits, true};
-        // The least value divided by -1 has no result in 64 bits.
+        // The smallest value divided by -1 has no result in 64 bits.
         if (right.Signed() == -1)
             return {isQuotient ? 0 - left.bits : 0, false};
         return {static_cast<std::uint64_t>(isQuotient ? left.Signed() / right.Signed()
@@ -315,7 +315,7 @@ private:
         return value;
     }
 
-    /// One `u` and one `l` or `ll`, in either order.
+    /// True for one `u` and one `l` or `ll`, in either order.
     [[nodiscard]] static bool IsSuffix(std::string_view suffix)
     {
         const std::size_t unsignedCount = suffix.starts_with('u') || suffix.starts_with('U') ||
@@ -335,7 +335,7 @@ private:
     const std::vector<SlcSourceToken>& m_tokens;
     std::size_t m_next = 0;
     int m_depth = 0;
-    int m_ignored = 0;  // open operands that do not matter
+    int m_ignored = 0;  // nesting depth of operands that do not matter
     Value m_compared;
 };
 
@@ -350,7 +350,8 @@ constexpr EscapeRow k_escapes[] = {
     {'v', 11}, {'\\', 92}, {'\'', 39}, {'"', 34}, {'?', 63}, {'e', 27},
 };
 
-/// The character at the front of the text, which is taken. Nothing of what is no escape is kept.
+/// Removes one character or escape from the front of the text and returns its code. For an unknown
+/// escape, returns the character after the backslash.
 unsigned int TakeCharacter(std::string_view& text)
 {
     const auto take = [&] {
@@ -375,7 +376,7 @@ unsigned int TakeCharacter(std::string_view& text)
     return fault == std::errc() ? code & 0xff : (text.empty() ? 0 : take());
 }
 
-/// Several characters are put together as C compilers do it: the last one is the lowest byte.
+/// Combines several characters as C compilers do: the last one is the lowest byte.
 Value ConditionReader::ReadCharacter(const SlcSourceToken& token)
 {
     std::string_view text = token.text.substr(1, token.text.size() - 2);

@@ -1,5 +1,5 @@
-// A line that begins with "#" is a directive, in a part that counts. In a part that does not, only
-// the directives of conditions are looked at, to find its end.
+// In an active part of a file, each line that begins with "#" is executed as a directive. In a
+// skipped part only the conditional directives are read, to find its end.
 //
 // Tested by tests/preprocessor.
 
@@ -16,11 +16,11 @@ namespace {
 
 using enum SlcSourceTokenKind;
 
-constexpr std::size_t k_mostLevels = 200;      // of includes
-constexpr std::size_t k_workOfInclude = 4096;  // beside the characters of the file
+constexpr std::size_t k_mostLevels = 200;      // nesting depth of includes
+constexpr std::size_t k_workOfInclude = 4096;  // in addition to the characters of the file
 constexpr std::size_t k_mostOfLine = 8191;     // characters of a source line in a report
 
-/// As written, but with single blanks.
+/// Returns the tokens as written, but with single blanks.
 std::string TextOf(const std::vector<SlcSourceToken>& tokens)
 {
     std::string text;
@@ -32,7 +32,7 @@ std::string TextOf(const std::vector<SlcSourceToken>& tokens)
     return text;
 }
 
-/// The time that a build wants to be made at, or else that of now.
+/// Returns the time that the build prescribes, or else the current time.
 std::tm TimeOfRun()
 {
     std::tm parts = {};
@@ -46,7 +46,7 @@ std::tm TimeOfRun()
     return parts;
 }
 
-/// `"Jan  1 2026"` and `"23:59:59"`, whatever the locale.
+/// Returns the date as `"Jan  1 2026"`, regardless of the locale.
 std::string DateText()
 {
     constexpr std::string_view months = "JanFebMarAprMayJunJulAugSepOctNovDec";
@@ -92,7 +92,7 @@ std::string SlcUnquoted(std::string_view text)
 struct SlcDirectiveReader::Row {
     std::string_view name;
     Effect effect;
-    bool isCondition;  // looked at in a part that does not count, too
+    bool isCondition;  // also executed in a skipped part
 };
 
 SlcDirectiveReader::SlcDirectiveReader(SlcPreprocessorRun& run, SlcMacroTable& macros,
@@ -243,7 +243,7 @@ void SlcDirectiveReader::Directive()
     if (row != std::end(k_rows) && (row->isCondition || !IsSkipping()))
         return (this->*row->effect)(name);
     if (!IsSkipping() && name.kind == Number) {
-        // A line marker, as this preprocessor writes it.
+        // A line marker, in the form that this preprocessor writes.
         Tokens line = RestOfLine();
         line.insert(line.begin(), name);
         return SetPlace(name, line);

@@ -12,7 +12,7 @@
 #include "preprocessor/SlcPreprocessorRun.h"
 #include "preprocessor/SlcSourceLexer.h"
 
-/// Reads a source with the files that it includes, carries out the directives, and gives the tokens
+/// Reads a source and the files that it includes, executes the directives, and returns the tokens
 /// of all other lines.
 class SlcDirectiveReader : public SlcTokenSource {
 public:
@@ -23,7 +23,7 @@ public:
 
     /// Inserts a text before the rest of the input, like an included file.
     void Enter(const SlcSourceText& text);
-    /// Forgets the text that was entered last, which has been read.
+    /// Removes the text that was entered last, which has been read to its end.
     void Leave() { m_open.pop_back(); }
 
     [[nodiscard]] SlcSourceToken NextToken() override;
@@ -32,28 +32,28 @@ public:
     void EndArguments() override { --m_openCalls; }
     [[nodiscard]] std::string ValueOf(SlcBuiltInMacro macro, const SlcSourceToken& use) override;
 
-    /// Replaces macros in what this reader reads.
+    /// Returns the expander, which replaces macros in the tokens of this reader.
     [[nodiscard]] SlcMacroExpander& Expander() { return m_expander; }
-    /// The file, the source line and the includers of a place in what is being read.
+    /// Adds the file, the source line and the including files of `token` to `report`.
     void CompleteReport(const SlcSourceToken& token, SlcPreprocessorReport& report) const;
 
 private:
     /// A part of a file between `#if` and `#endif`.
     struct Group {
         SlcSourceToken start;      // the name of the directive that began it
-        bool isActive = false;     // its lines count
-        bool wasActive = false;    // a branch has been taken
-        bool isInSkipped = false;  // it is in a skipped part
+        bool isActive = false;     // its lines are read
+        bool wasActive = false;    // one of its branches has been active
+        bool isInSkipped = false;  // the enclosing part is skipped
         bool hasElse = false;
     };
     struct OpenFile {
         const SlcSourceText* text = nullptr;
         SlcSourceLexer lexer;
-        std::string name;  // as `#line` has it
+        std::string name;  // as set by `#line`
         std::vector<Group> groups;
-        int includeLine = 0;  // in the file that includes it
+        int includeLine = 0;  // line of the `#include` in the including file
     };
-    /// A directive and the function that executes it, once its name has been read.
+    /// A directive and the function that executes it after its name has been read.
     struct Row;
     using Effect = void (SlcDirectiveReader::*)(const SlcSourceToken& name);
 
@@ -63,9 +63,9 @@ private:
         return !m_open.back().groups.empty() && !m_open.back().groups.back().isActive;
     }
     void SkipLine();
-    /// The tokens up to the end of the line, which is taken.
+    /// Consumes the rest of the line and returns its tokens.
     [[nodiscard]] Tokens RestOfLine();
-    /// False if the source has ended.
+    /// Returns to the including file. False at the end of the source itself.
     [[nodiscard]] bool LeaveFile();
 
     void Directive();
@@ -84,12 +84,12 @@ private:
     void Error(const SlcSourceToken& name);
     void Warning(const SlcSourceToken& name);
 
-    /// For the trace, if the name is that of a macro.
+    /// Records the use in the trace if the name is that of a macro.
     void NoteUse(const SlcSourceToken& name, SlcPreprocessorTrace::UseKind kind);
     [[nodiscard]] bool Condition(const SlcSourceToken& name);
     void BeginGroup(const SlcSourceToken& name, bool isActive);
     void IncludeFile(const SlcSourceToken& place, const std::string& header);
-    /// The name with its quotes or angle brackets; empty after a report.
+    /// Returns the name with its quotes or angle brackets; empty after a report.
     [[nodiscard]] std::string HeaderOf(const SlcSourceToken& name, SlcSourceToken& place);
     void SetPlace(const SlcSourceToken& place, const Tokens& line);
 
@@ -100,11 +100,11 @@ private:
     SlcMacroExpander m_expander;
     SlcSourceLexer::Listener m_listener;
     std::vector<OpenFile> m_open;  // each includes the next
-    int m_openCalls = 0;           // whose arguments are being read
+    int m_openCalls = 0;           // macro calls whose arguments are being read
     int m_counter = 0;
 };
 
-/// A text between quotes without them and without its escapes.
+/// Returns the contents of a quoted text, with escapes resolved.
 [[nodiscard]] std::string SlcUnquoted(std::string_view text);
-/// A text in quotes, with escapes for quotes and backslashes.
+/// Returns the text in quotes, with quotes and backslashes escaped.
 [[nodiscard]] std::string SlcQuoted(std::string_view text);

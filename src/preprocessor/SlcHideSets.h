@@ -8,9 +8,9 @@
 
 #include "preprocessor/SlcSourceToken.h"
 
-/// The hide sets of Prosser's algorithm: of each token, the macros that have led to it. Equal sets
-/// have equal numbers, and the results of operations are remembered, since few different sets come
-/// up over and over.
+/// The hide sets of Prosser's algorithm: for each token, the macros whose replacement led to it.
+/// Equal sets have equal numbers. The results of operations are cached, since the same few sets
+/// occur again and again.
 class SlcHideSets {
 public:
     SlcHideSets();

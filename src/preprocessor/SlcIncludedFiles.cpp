@@ -12,7 +12,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Nothing if it cannot be read to its end.
+/// Returns nothing if the file cannot be read completely.
 std::optional<std::string> ReadFile(const std::string& path)
 {
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"),
@@ -24,7 +24,7 @@ std::optional<std::string> ReadFile(const std::string& path)
     const auto size = fs::file_size(path, failed);
     contents.resize(failed ? 0 : size);
     contents.resize(std::fread(contents.data(), 1, contents.size(), file.get()));
-    // A file may grow while it is read, and some have no size.
+    // The size is not queried: the file may grow while it is read, and some files have no size.
     char buffer[4096];
     while (const std::size_t count = std::fread(buffer, 1, sizeof buffer, file.get()))
         contents.append(buffer, count);
@@ -33,7 +33,7 @@ std::optional<std::string> ReadFile(const std::string& path)
     return contents;
 }
 
-/// A folder is none, and neither is a device, which may never end.
+/// False for folders, and for devices, whose contents may never end.
 bool IsFile(const std::string& path)
 {
     std::error_code ignored;

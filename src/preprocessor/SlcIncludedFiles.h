@@ -11,11 +11,11 @@
 
 #include "preprocessor/SlcSourceText.h"
 
-/// Finds and reads the files of a source. Each is read once.
+/// Finds and reads the files of a source; reads each file once.
 class SlcIncludedFiles {
 public:
-    /// The contents of a file that is not on the disk as it shall be read, such as one that an
-    /// editor holds; nothing for another path.
+    /// Returns contents to use instead of the file on disk, such as those in an editor; nothing for
+    /// a path that it does not provide.
     using Provider = std::function<std::optional<std::string>(const std::string& path)>;
 
     enum class Outcome { Found, Missing, Unreadable };
@@ -24,33 +24,34 @@ public:
         const SlcSourceText* text = nullptr;
     };
 
-    /// `folders` are searched in their order. The provider may be empty.
+    /// Searches `folders` in order. The provider may be empty.
     SlcIncludedFiles(std::vector<std::string> folders, Provider provider)
         : m_folders(std::move(folders)),
           m_provider(std::move(provider))
     {
     }
 
-    /// The file `name` for an `#include` in a file of the folder `beside`, which is searched first
-    /// if the name is in quotes.
+    /// Finds the file `name` for an `#include` in a file of the folder `beside`, which is searched
+    /// first if the name is in quotes.
     [[nodiscard]] Found Find(const std::string& name, bool isQuoted, std::string_view beside);
-    /// The file with that path.
+    /// Opens the file with that path.
     [[nodiscard]] Found Open(const std::string& path);
-    /// A text with that path, whatever the disk holds.
+    /// Adds a text under that path, regardless of the file on disk.
     const SlcSourceText& Add(const std::string& path, std::string contents);
 
-    /// True once for each file.
+    /// True on the first call for each file.
     [[nodiscard]] bool IsFirstUse(const SlcSourceText& text) { return m_used.insert(&text).second; }
-    /// `#pragma once` in that file.
+    /// Handles `#pragma once` in that file.
     void IncludeOnce(const SlcSourceText& text) { m_once.insert(IdentityOf(text.Name())); }
     [[nodiscard]] bool IsFinished(const SlcSourceText& text) const
     {
         return !m_once.empty() && m_once.contains(IdentityOf(text.Name()));
     }
 
-    /// The paths of all files that were read, in the order of their first use.
+    /// Returns the paths of all files that were read, in the order of their first use.
     [[nodiscard]] const std::vector<std::string>& Read() const { return m_read; }
-    /// Paths at which a file was not found: a file that appears there later would be used instead.
+    /// Returns the paths at which a file was looked for and not found; a file created there would
+    /// be used instead.
     [[nodiscard]] const std::set<std::string>& Missing() const { return m_missing; }
 
 private:
@@ -65,5 +66,5 @@ private:
     std::set<const SlcSourceText*> m_used;
 };
 
-/// The folder of a path with its last "/"; empty for the working directory.
+/// Returns the folder of a path, with its last "/"; empty for the working directory.
 [[nodiscard]] std::string_view SlcFolderOf(std::string_view path);

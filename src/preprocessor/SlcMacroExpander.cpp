@@ -1,11 +1,11 @@
-// Dave Prosser's algorithm (X3J11/86-196). For a use T of a macro with the hide set HS:
+// Dave Prosser's algorithm (X3J11/86-196). The use T of a macro, with the hide set HS, is replaced:
 //
-//     an object         its body, each token with HS + {T} added to its hide set
-//     a function        its body with the arguments put in, each token with (HS of T, cut with that
-//                       of the closing parenthesis) + {T} added
+//     object-like       by the body; HS + {T} is added to the hide set of each token
+//     function-like     by the body with its arguments; (HS intersected with the hide set of the
+//                       closing parenthesis) + {T} is added
 //
-// and then what is left is looked at again, from the body on. The cut is what lets a name from the
-// end of one body take its arguments from the text that follows:
+// Expansion then continues at the start of the inserted body. Due to the intersection, a name at
+// the end of a body may take its arguments from the text that follows:
 //
 //     #define f(a) a*g
 //     #define g(a) f(a)
@@ -24,12 +24,12 @@ namespace {
 
 using enum SlcSourceTokenKind;
 
-constexpr int k_mostCallDepth = 400;        // a level takes a kilobyte of stack
-constexpr std::size_t k_mostHidden = 2000;  // macros that lead to a token
-constexpr std::size_t k_workOfToken = 16;   // beside its characters
+constexpr int k_mostCallDepth = 400;        // a level needs a kilobyte of stack
+constexpr std::size_t k_mostHidden = 2000;  // size of a hide set
+constexpr std::size_t k_workOfToken = 16;   // in addition to its characters
 constexpr std::string_view k_tooMuchText = "Macros expand to too much text";
 
-/// A text escaped for a quoted text.
+/// Returns the text with quotes and backslashes escaped, for use in a quoted text.
 std::string Escaped(std::string_view text)
 {
     std::string escaped;
@@ -57,7 +57,7 @@ SlcMacroExpander::Tokens SlcMacroExpander::Expand(Tokens tokens)
         return tokens;
     if (++m_depth > k_mostCallDepth)
         m_run.Stop(tokens.front(), "Calls of macros are nested too deeply");
-    // An empty context below them, since base 0 means the source.
+    // Push an empty context below, so that the base is not 0, which means the source.
     m_contexts.push_back({});
     const std::size_t base = m_contexts.size();
     m_contexts.push_back({std::move(tokens)});
@@ -141,7 +141,7 @@ void SlcMacroExpander::Spend(const SlcSourceToken& use, const SlcSourceToken& to
 bool SlcMacroExpander::Replace(const SlcSourceToken& use, const SlcMacroTable::Entry& entry,
                                std::size_t base)
 {
-    // The source may undefine the macro while its arguments are read.
+    // Keep the macro alive: the source may undefine it while its arguments are read.
     const std::shared_ptr<const SlcMacro> macro = entry.macro;
     if (macro->builtIn != SlcBuiltInMacro::None) {
         NoteUse(use, use);
@@ -256,7 +256,7 @@ SlcMacroExpander::Tokens SlcMacroExpander::Substitute(const SlcMacro& macro, Arg
     return result;
 }
 
-/// The expansion of the body's token at that index; never empty next to "##".
+/// Returns the expansion of the body's token at that index; never empty next to "##".
 SlcMacroExpander::Tokens SlcMacroExpander::PartOf(const SlcMacro& macro, std::size_t index,
                                                   Arguments& arguments)
 {
@@ -266,7 +266,7 @@ SlcMacroExpander::Tokens SlcMacroExpander::PartOf(const SlcMacro& macro, std::si
         return macro.isVariadic && parameter + 1 == static_cast<int>(macro.parameters.size());
     };
     if (body.parameter == SlcMacro::k_noParameter) {
-        // `, ## __VA_ARGS__`: without further arguments the comma goes too.
+        // `, ## __VA_ARGS__`: without further arguments the comma is dropped too.
         const bool isComma =
             body.joinsNext && body.token.IsSign(",") && isRest(macro.body[index + 1].parameter);
         const bool isAlone = arguments.size() == 1 && arguments.back().raw.empty();
@@ -283,7 +283,7 @@ SlcMacroExpander::Tokens SlcMacroExpander::PartOf(const SlcMacro& macro, std::si
     if (part.empty())
         part.push_back(EmptyToken(false));
     part.front().spaceBefore = body.token.spaceBefore;
-    // An empty token takes the "##", so that the comma stays as it is.
+    // Join "##" with an empty token, so that the comma remains unchanged.
     if (followsComma && part.front().kind != Empty)
         part.insert(part.begin(), EmptyToken(false));
     return part;
@@ -306,7 +306,7 @@ SlcSourceToken SlcMacroExpander::Quote(const SlcSourceToken& hash, const Tokens&
         const bool isQuoted = token.kind == Text || token.kind == Character;
         text += isQuoted ? Escaped(token.text) : std::string(token.text);
     }
-    // Half an escape would swallow the closing quote.
+    // Drop half an escape, which would escape the closing quote.
     const std::size_t end = text.find_last_not_of('\\') + 1;
     text.resize(text.size() - (text.size() - end) % 2);
     SlcSourceToken quoted = hash;

@@ -11,30 +11,31 @@
 #include "preprocessor/SlcPreprocessorRun.h"
 #include "preprocessor/SlcSourceToken.h"
 
-/// The source of the expander's tokens, and of the values of built-in macros.
+/// The source of the expander's tokens and of the values of built-in macros.
 class SlcTokenSource {
 public:
     virtual ~SlcTokenSource() = default;
 
-    /// The next token of the text, whose directives are carried out on the way. While arguments of
-    /// a macro are read, the end of an included file is an end.
+    /// Returns the next token of the text, and executes directives before it. While the arguments
+    /// of a macro are read, the end of an included file counts as the end of the text.
     [[nodiscard]] virtual SlcSourceToken NextToken() = 0;
-    /// True if the next token of the text is "(". Directives are not carried out: one in between
-    /// makes it false.
+    /// True if the next token of the text is "(". Executes no directives: one before the "(" makes
+    /// the result false.
     [[nodiscard]] virtual bool ParenthesisFollows() = 0;
-    /// Around the arguments of a call. Calls nest: a directive between arguments may call a macro.
+    /// Enclose the reading of a call's arguments. Calls nest: a directive among them may call a
+    /// macro.
     virtual void BeginArguments() = 0;
     virtual void EndArguments() = 0;
-    /// The replacement of a macro that depends on its place.
+    /// Returns the replacement of a macro that depends on its place.
     [[nodiscard]] virtual std::string ValueOf(SlcBuiltInMacro macro, const SlcSourceToken& use) = 0;
 };
 
 /// Replaces macros in a stream of tokens.
 ///
-/// The algorithm is Dave Prosser's (X3J11/86-196), from which the wording of the C standard was
-/// made: each token has a hide set of the macros that led to it, and none of them replaces it
-/// again. Ours departs from it in form: instead of a whole list, tokens are replaced as they are
-/// taken, with a stack of the bodies that are being read.
+/// Dave Prosser's algorithm (X3J11/86-196), on which the wording of the C standard is based: each
+/// token has a hide set of the macros that led to it, and none of these macros replaces it again.
+/// Where ours departs: tokens are replaced as they are consumed, using a stack of the bodies being
+/// read, instead of list by list.
 class SlcMacroExpander {
 public:
     using Tokens = std::vector<SlcSourceToken>;
@@ -46,12 +47,12 @@ public:
     {
     }
 
-    /// The next token of the text after replacement; `End` at its end.
+    /// Returns the next token of the text after replacement; `End` at the end of the text.
     [[nodiscard]] SlcSourceToken Next() { return Next(0); }
 
-    /// These tokens by themselves, replaced.
+    /// Replaces macros in these tokens, without reading the source.
     [[nodiscard]] Tokens Expand(Tokens tokens);
-    /// The same for a condition: `defined NAME` becomes 1 or 0.
+    /// Does the same for a condition: `defined NAME` becomes 1 or 0.
     [[nodiscard]] Tokens ExpandCondition(Tokens tokens);
 
 private:
@@ -59,45 +60,45 @@ private:
         Tokens tokens;
         std::size_t next = 0;
     };
-    /// An argument of a call, as written and, once it has been wanted, replaced.
+    /// An argument of a call: as written, and with macros replaced once that is needed.
     struct Argument {
         Tokens raw;
         Tokens expanded;
         bool isExpanded = false;
-        bool isMissing = false;  // an optional one that the call leaves out
+        bool isMissing = false;  // the optional last argument was omitted
     };
     using Arguments = std::vector<Argument>;
 
-    // Only the contexts above `base` are read; those below are not part of the argument that is
-    // expanded by itself. At base 0 the source follows.
+    // These functions read only the contexts above `base`, since those below do not belong to the
+    // tokens that are expanded separately. At base 0 they continue with the source.
     [[nodiscard]] SlcSourceToken Next(std::size_t base);
     [[nodiscard]] SlcSourceToken Raw(std::size_t base);
     [[nodiscard]] bool ParenthesisFollows(std::size_t base);
     [[nodiscard]] SlcSourceToken Defined(const SlcSourceToken& word, std::size_t base);
 
-    /// Inserts the replacement of a macro's use before the rest of the input. False if it is not a
-    /// use.
+    /// Inserts the replacement of a macro's use before the rest of the input. False if the name is
+    /// not a use: it is hidden, or "(" is missing.
     [[nodiscard]] bool Replace(const SlcSourceToken& use, const SlcMacroTable::Entry& entry,
                                std::size_t base);
-    /// For the trace.
+    /// Records the use in the trace.
     void NoteUse(const SlcSourceToken& use, const SlcSourceToken& end);
     void ReplaceBuiltIn(const SlcSourceToken& use, SlcBuiltInMacro macro);
-    /// False after a report. `close` becomes the closing parenthesis.
+    /// False after a report. Sets `close` to the closing parenthesis.
     [[nodiscard]] bool ReadArguments(const SlcSourceToken& use, const SlcMacro& macro,
                                      std::size_t base, Arguments& arguments, SlcSourceToken& close);
-    /// The same, while the source knows of the call. False if the parenthesis is missing.
+    /// Does the reading while the source is informed of the call. False if the ")" is missing.
     [[nodiscard]] bool CollectArguments(const SlcSourceToken& use, const SlcMacro& macro,
                                         std::size_t base, Arguments& arguments,
                                         SlcSourceToken& close);
     [[nodiscard]] bool MatchArguments(const SlcSourceToken& use, const SlcMacro& macro,
                                       Arguments& arguments);
-    /// The body with its parameters replaced.
+    /// Returns the body with its parameters replaced.
     [[nodiscard]] Tokens Substitute(const SlcMacro& macro, Arguments& arguments,
                                     const SlcSourceToken& use);
     [[nodiscard]] Tokens PartOf(const SlcMacro& macro, std::size_t index, Arguments& arguments);
     [[nodiscard]] Tokens Expanded(Argument& argument);
     [[nodiscard]] SlcSourceToken Quote(const SlcSourceToken& hash, const Tokens& argument);
-    /// Joins the last token of `result` and the first one of `part`.
+    /// Joins the last token of `result` with the first one of `part`.
     void Join(Tokens& result, const Tokens& part, const SlcSourceToken& use);
     void PushBody(Tokens body, const SlcSourceToken& use, SlcHideSet hidden);
     void Spend(const SlcSourceToken& use, const SlcSourceToken& token);
@@ -107,6 +108,6 @@ private:
     SlcTokenSource& m_source;
     SlcHideSets m_hideSets;
     std::vector<Context> m_contexts;
-    int m_depth = 0;             // of arguments in arguments that are being expanded
+    int m_depth = 0;             // nesting depth of arguments being expanded
     bool m_inCondition = false;  // `defined` is an operator
 };

@@ -1,8 +1,8 @@
-// A definition is read once into a form that is quick to substitute:
+// A definition is converted once into a form that can be substituted quickly:
 //
 //     #define PAIR(a, b) #a a ## b
 //
-// has the body {a, quoted} {a, joins next} {b}, each with the number of its parameter.
+// becomes the body {a, quoted} {a, joins next} {b}, each with the index of its parameter.
 //
 // Tested by tests/preprocessor.
 
@@ -40,7 +40,7 @@ struct ConstantRow {
     std::string_view value;
 };
 
-// As defined by a C compiler without the macros of its platform.
+// The macros of a C compiler that do not depend on the platform.
 //   name               value
 constexpr ConstantRow k_constants[] = {
     {"__STDC__", "1"},        {"__STDC_VERSION__", "201710L"}, {"__STDC_HOSTED__", "1"},
@@ -71,7 +71,7 @@ bool IsSameMacro(const SlcMacro& first, const SlcMacro& second)
 
 }  // namespace
 
-/// Reads what follows the macro's name, from left to right.
+/// Reads the part of a definition after the macro's name, from left to right.
 class SlcMacroTable::DefinitionReader {
 public:
     DefinitionReader(SlcPreprocessorRun& run, const Tokens& line) : m_run(run), m_line(line) {}
@@ -88,7 +88,7 @@ public:
         return ReadBody(macro);
     }
 
-    /// The place of the macro's replacement in the line.
+    /// Returns the index in the line of the first token of the replacement.
     [[nodiscard]] std::size_t BodyBegin() const { return m_bodyBegin; }
 
 private:

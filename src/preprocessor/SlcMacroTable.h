@@ -27,7 +27,7 @@ struct SlcMacro {
 
     struct BodyToken {
         SlcSourceToken token;
-        int parameter = k_noParameter;  // that the token names
+        int parameter = k_noParameter;  // index of the parameter that the token names
         bool isQuoted = false;          // "#" precedes the parameter
         bool joinsNext = false;         // "##" follows
     };
@@ -39,22 +39,22 @@ struct SlcMacro {
     SlcBuiltInMacro builtIn = SlcBuiltInMacro::None;
 };
 
-/// The macros that are defined at a place of the source.
+/// The macros that are defined at the current place of the source.
 class SlcMacroTable {
 public:
     using Tokens = std::vector<SlcSourceToken>;
 
     struct Entry {
-        std::uint32_t number = 0;               // among the names, for hide sets
+        std::uint32_t number = 0;               // identifies the name in hide sets
         std::shared_ptr<const SlcMacro> macro;  // null if the name is not defined
     };
 
-    /// Holds the built-in macros.
+    /// Defines the built-in macros.
     explicit SlcMacroTable(SlcPreprocessorRun& run);
 
-    /// Null for what is not defined. Stays valid as long as the table.
+    /// Returns null if the macro is not defined. The result is valid as long as the table.
     [[nodiscard]] const Entry* Find(std::string_view name) const;
-    /// The rest of a `#define` line. `directive` is the place for reports on the whole line.
+    /// Reads the rest of a `#define` line. `directive` is the place for reports on the whole line.
     void Define(const SlcSourceToken& directive, const Tokens& line);
     void Undefine(std::string_view name);
 

@@ -3,8 +3,8 @@
 //     f = TWICE(s); /* why */ t = 1;
 //                                          f = (2 * s);           t = 1;
 //
-// From the "(" on columns are shifted: a change {offset of "(", 5, fixed} represents the macro, and
-// {offset of ";", 13} for what follows.
+// From the "(" on, columns differ from those of the file. A change {offset of "(", 5, fixed} stands
+// for the use of the macro, and {offset of ";", 13} for the text after it.
 //
 // Tested by tests/preprocessor.
 
@@ -17,7 +17,7 @@ namespace {
 
 using enum SlcSourceTokenKind;
 
-constexpr int k_mostNewLines = 8;  // a line marker replaces a longer gap
+constexpr int k_mostNewLines = 8;  // a line marker replaces more than that
 
 bool IsWord(char c)
 {
@@ -25,7 +25,7 @@ bool IsWord(char c)
     return std::isalnum(u) != 0 || c == '_' || c == '$' || c == '.';
 }
 
-/// True if the two characters, side by side, may be read as parts of one token.
+/// True if the two characters, when adjacent, could be read as parts of one token.
 bool MayJoin(char before, char after)
 {
     if (IsWord(before) && IsWord(after))
@@ -47,7 +47,7 @@ void SlcPreprocessedText::EndLine()
     if (!m_isOpen)
         return;
     m_text += '\n';
-    // A line marker can hold the greatest number.
+    // A line marker can set the line to the maximum.
     if (m_line < std::numeric_limits<int>::max())
         ++m_line;
     m_isOpen = false;

@@ -8,31 +8,31 @@
 #include "preprocessor/SlcPreprocessorTrace.h"
 #include "preprocessor/SlcSourceToken.h"
 
-/// From this place of the preprocessed text on, up to the next such place or the end of the line,
-/// columns are not those of the file.
+/// A place in the preprocessed text from which on columns differ from those of the file, up to the
+/// next such place or the end of the line.
 struct SlcColumnChange {
     std::size_t offset = 0;
     int column = 0;        // in the file, of the character at the offset
-    bool isFixed = false;  // all of it comes from a macro that is used at that column
+    bool isFixed = false;  // all of it comes from the macro used at that column
 };
 
-/// Writes the preprocessed text: tokens on their lines, with line markers where newlines would not
-/// do. Blanks are kept, and comments become blanks, so that a line that uses no macro has its
+/// Writes the preprocessed text: tokens on their lines, with a line marker where line breaks do not
+/// suffice. Blanks are kept and comments become blanks, so that a line without macros has the same
 /// columns as in the file.
 class SlcPreprocessedText {
 public:
     /// `trace` may be null.
     explicit SlcPreprocessedText(SlcPreprocessorTrace* trace) : m_trace(trace) {}
 
-    /// A file begins; an included one if something has been written before.
+    /// Begins a file: an included one if something has been written before.
     void EnterFile(const std::string& name);
-    /// Goes on after an included file.
+    /// Continues after an included file.
     void ReturnToFile(const std::string& name, int line);
-    /// `#line`: the next line has this number and is of this file.
+    /// Handles `#line`: the next line has this number and belongs to this file.
     void SetPlace(const std::string& name, int line);
 
     void Add(const SlcSourceToken& token);
-    /// A whole line that no macro changes, such as a pragma.
+    /// Adds a whole line that no macro changes, such as a pragma.
     void AddLine(std::string_view text, int line);
     void Finish();
 
@@ -51,10 +51,10 @@ private:
     std::string m_text;
     std::vector<SlcColumnChange> m_columns;
     std::string m_name;
-    int m_line = 1;                   // of the file, where the text ends
-    std::size_t m_lineBegin = 0;      // of the text
-    bool m_isOpen = false;            // the line holds something
-    const char* m_lastEnd = nullptr;  // in the file, of the last token; null after one of a macro
+    int m_line = 1;                   // of the file, at the end of the text
+    std::size_t m_lineBegin = 0;      // offset in the text
+    bool m_isOpen = false;            // the line is not empty
+    const char* m_lastEnd = nullptr;  // of the last token, in the file; null if it is from a macro
     const char* m_lastTextEnd = nullptr;
     bool m_lastFromMacro = false;
     int m_shift = 0;  // of columns, up to the next change

@@ -1,6 +1,6 @@
-// The parts, from the bottom up: the lexer makes tokens, the directive reader carries out lines
-// with
-// "#", the expander replaces macros in what is left, and the text writes it down.
+// Stages, from the bottom up: the lexer makes tokens, the directive reader executes the lines that
+// begin with "#", the expander replaces macros in the remaining tokens, and SlcPreprocessedText
+// writes the result.
 //
 // Tested by tests/preprocessor.
 
@@ -16,12 +16,12 @@ namespace {
 
 using enum SlcSourceTokenKind;
 
-/// The directives that are equivalent to the options of the command line.
+/// Returns the directives that are equivalent to the options of the command line.
 std::string DirectivesOf(const std::vector<SlcPreprocessorOptions::Macro>& macros)
 {
     std::string text;
     for (const auto& macro : macros) {
-        // Text after a line break would belong to the shader.
+        // A line break would make the rest of the word part of the shader.
         std::string word = macro.text.substr(0, macro.text.find('\n'));
         const std::size_t sign = word.find('=');
         if (macro.isDefined && sign == std::string::npos)
@@ -56,7 +56,7 @@ public:
         try {
             RunAll(path, std::move(contents));
         } catch (const SlcPreprocessorStop&) {
-            // Reported where it was thrown.
+            // The error has been reported by the code that threw.
         }
         m_output.Finish();
         if (m_options.trace)
@@ -89,7 +89,7 @@ private:
             m_output.Add(token);
     }
 
-    /// The next token for the text; `_Pragma("...")` has become a line by itself.
+    /// Returns the next token for the text. Writes each `_Pragma("...")` as a separate line.
     [[nodiscard]] SlcSourceToken Next()
     {
         SlcSourceToken token = m_reader.Expander().Next();

@@ -15,14 +15,14 @@
 
 std::string SlcReportText(const SlcPreprocessorReport& report)
 {
-    if (report.file.empty())  // the source itself cannot be read
+    if (report.file.empty())  // the source itself could not be read
         return (report.isError ? "ERROR: " : "WARNING: ") + report.text + "\n";
     const std::string place =
         report.file + ":" + std::to_string(report.line) + ":" + std::to_string(report.column) + ":";
     std::string text = place + (report.isError ? " ERROR: " : " WARNING: ") + report.text + ":\n\n";
     const std::string indent(place.size(), ' ');
     text += indent + report.sourceLine + "\n" + indent;
-    // The line's own tabs, so that the caret is right whatever their width.
+    // Repeat the tabs of the line, so that the caret is right for any tab width.
     const auto before = static_cast<std::size_t>(std::max(report.column - 1, 0));
     for (const char c : report.sourceLine.substr(0, before))
         text += c == '\t' ? '\t' : ' ';
@@ -52,7 +52,7 @@ void SlcReportPrinter::Print(const SlcPreprocessorReport& report)
         return;
     }
     std::string includers = SlcIncludersText(report);
-    // One piece, so that the lines of processes that share the stream do not mix.
+    // Write everything at once, so that lines of processes that share the stream do not mix.
     m_stream << (includers == m_includers ? std::string() : includers) + SlcReportText(report)
              << std::flush;
     m_includers = std::move(includers);

@@ -6,7 +6,7 @@
 
 /// A fault that the preprocessor finds in a source.
 struct SlcPreprocessorReport {
-    /// An `#include` that leads to the file at fault.
+    /// An `#include` through which the file at fault was read.
     struct Includer {
         std::string file;
         int line = 0;
@@ -14,29 +14,29 @@ struct SlcPreprocessorReport {
     };
 
     bool isError = true;
-    int level = 0;  // of a warning: the least warning level that shows it
+    int level = 0;  // for a warning: the lowest warning level that shows it
     std::string file;
     int line = 0;
     int column = 0;  // in bytes, from 1
-    int length = 1;  // of the place, in bytes
+    int length = 1;  // of the range at fault, in bytes
     std::string text;
-    std::string sourceLine;           // of the file, or its beginning
-    std::vector<Includer> includers;  // the innermost first
+    std::string sourceLine;           // of the file; only its beginning if it is long
+    std::vector<Includer> includers;  // innermost first
 };
 
-/// The report in the form of those of the scanner: place and text, the source line, and a caret
-/// below the place.
+/// Formats the report like those of the scanner: place and text, the source line, and a caret below
+/// the place.
 [[nodiscard]] std::string SlcReportText(const SlcPreprocessorReport& report);
 
-/// The lines that say how a file came to be read. Of files that include each other in a circle each
-/// is named once. Empty for the source itself.
+/// Formats the chain of includes that led to the file. In a cycle of includes, each file is named
+/// once. Empty for the source itself.
 [[nodiscard]] std::string SlcIncludersText(const SlcPreprocessorReport& report);
 
-/// Prints reports as they come. Includers are printed once for consecutive reports in one file, and
-/// after a thousand reports of a source no more are shown.
+/// Prints reports as they arrive. The includers are printed once for consecutive reports in one
+/// file. After a thousand reports of a source, no more are shown.
 class SlcReportPrinter {
 public:
-    /// Warnings above the level are left out.
+    /// Does not print warnings above the level.
     SlcReportPrinter(std::ostream& stream, int warningLevel)
         : m_stream(stream),
           m_warningLevel(warningLevel)
@@ -51,5 +51,5 @@ private:
     std::ostream& m_stream;
     int m_warningLevel;
     int m_count = 0;
-    std::string m_includers;  // of the last report
+    std::string m_includers;  // those of the last report
 };

@@ -10,15 +10,15 @@
 #include "preprocessor/SlcPreprocessorTrace.h"
 #include "preprocessor/SlcSourceToken.h"
 
-/// A fault after which the preprocessor does not go on. Thrown by value, after the report, and
-/// caught by `SlcPreprocessor`.
+/// A fault after which preprocessing cannot continue. Thrown by value after the report, and caught
+/// by `SlcPreprocessor`.
 class SlcPreprocessorStop {};
 
-/// The state that the parts of the preprocessor share during one run: the reports, the texts that
-/// are made, and the limit on the work.
+/// The state shared by the parts of the preprocessor during one run: the reports, the generated
+/// texts, and the limit on the work.
 class SlcPreprocessorRun {
 public:
-    /// Completes a report with the place of `token` and gives it to the user.
+    /// Completes a report with the place of `token` and passes it to the user.
     using Reporter = std::function<void(const SlcSourceToken& token, SlcPreprocessorReport report)>;
 
     /// `trace` may be null.
@@ -32,21 +32,21 @@ public:
     [[nodiscard]] SlcPreprocessorTrace* Trace() const { return m_trace; }
 
     void Error(const SlcSourceToken& token, std::string text);
-    /// Shown from the warning level `level` on.
+    /// Reports a warning, shown at warning level `level` and above.
     void Warning(const SlcSourceToken& token, int level, std::string text);
     /// Reports an error and throws `SlcPreprocessorStop`.
     [[noreturn]] void Stop(const SlcSourceToken& token, std::string text);
     /// False once an error has been reported.
     [[nodiscard]] bool IsGood() const { return m_isGood; }
 
-    /// Keeps a text to the end of the run, with a line break and a zero byte after it, so that a
+    /// Keeps a text until the end of the run, followed by a line break and a zero byte, so that a
     /// lexer can read it.
     [[nodiscard]] std::string_view Keep(std::string text);
 
-    /// So much source allows so much work: macros and includes can make endless text of a few
-    /// lines, and the whole run must be linear in what is read.
+    /// Allows work in proportion to the size of a source: macros and includes can generate endless
+    /// text from a few lines, and the whole run must be linear in its input.
     void AllowFor(std::size_t characters) { m_allowed += k_workPerCharacter * characters; }
-    /// Stops with the report `text` if all that is allowed has been spent.
+    /// Counts `work`, and stops with the report `text` if more has been spent than is allowed.
     void Spend(std::size_t work, const SlcSourceToken& token, std::string_view text);
 
 private:
@@ -55,7 +55,8 @@ private:
 
     void Give(const SlcSourceToken& token, SlcPreprocessorReport report);
 
-    // Each carries a source line and the way to its file, so that more would cost their square.
+    // Each report holds a source line and its chain of includes, so more could need quadratic
+    // memory.
     static constexpr int k_mostReports = 1001;  // one more than are shown
 
     Reporter m_reporter;

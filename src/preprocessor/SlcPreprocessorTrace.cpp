@@ -1,10 +1,9 @@
-// While the run goes on, places are pointers into its texts; `Finish` makes lines and columns of
-// them.
+// During the run, places are pointers into its texts; `Finish` converts them to lines and columns.
 //
-//     #define GAIN (2 * Kd)       Kd: its characters are here, in a body
-//     f = GAIN * Ks;              (2 * Kd): use is the place of GAIN; Ks: comes from no macro
+//     #define GAIN (2 * Kd)       Kd: located here, in a body
+//     f = GAIN * Ks;              (2 * Kd): used at GAIN; Ks: not from a macro
 //
-// A token from an argument lies between the parentheses of its use, one from a body elsewhere.
+// A token from an argument lies between the parentheses of the use; one from a body lies elsewhere.
 //
 // Tested by tests/compiler/QxSourceIndexTest.cpp.
 
@@ -17,7 +16,7 @@
 
 namespace {
 
-/// The first characters of the lines of the file, of which some may be joined in the text.
+/// Returns the offsets of the file's lines in the text, where some lines may be joined.
 std::vector<std::size_t> LineBegins(const SlcSourceText& text)
 {
     std::vector<std::size_t> begins = {0};
@@ -125,7 +124,7 @@ SlcPreprocessorTrace::Place SlcPreprocessorTrace::PlaceOf(const Raw& raw) const
         return {};
     const auto offset = static_cast<std::size_t>(raw.begin - file->text->Begin());
     const auto next = std::upper_bound(file->lineBegins.begin(), file->lineBegins.end(), offset);
-    // A name that a backslash cuts in two has its first part for its place.
+    // The place of a name that a line continuation splits is its first part.
     const bool isCut = next != file->lineBegins.end() && *next < offset + raw.length;
     return {file->number, static_cast<int>(next - file->lineBegins.begin()),
             static_cast<int>(offset - *(next - 1)) + 1,
@@ -162,7 +161,7 @@ void SlcPreprocessorTrace::Finish(std::string_view text)
     FinishUses(text);
 }
 
-/// The expansion of a use consists of the tokens that it became, as far as they are consecutive.
+/// The expansion of a use consists of the tokens that came from it, as far as they are consecutive.
 void SlcPreprocessorTrace::FinishUses(std::string_view text)
 {
     std::unordered_map<const char*, std::pair<std::size_t, std::size_t>> expansions;

@@ -13,15 +13,15 @@
 #include "preprocessor/SlcSourceToken.h"
 
 /// Records where each token of the preprocessed text comes from, and which macros and files the
-/// source uses. A run without one records nothing.
+/// source uses. Without a trace, a run records nothing.
 ///
-/// Places are those of the files themselves, whatever `#line` directives call them.
+/// Places are those in the files themselves, regardless of `#line`.
 class SlcPreprocessorTrace {
 public:
     static constexpr int k_none = -1;
 
     struct Place {
-        int file = k_none;  // in `Files`; none for what no file holds, such as a pasted name
+        int file = k_none;  // index in `Files`; none if no file contains it, such as a pasted name
         int line = 0;       // from 1
         int column = 0;     // in bytes, from 1
         int length = 0;     // in bytes
@@ -32,8 +32,8 @@ public:
         std::string text;
         SlcSourceTokenKind kind = SlcSourceTokenKind::Other;
         Place place;          // where its characters are
-        Place use;            // of a token from a macro: the name of the macro where it is used
-        bool isBody = false;  // it is in the definition of a macro, not between its arguments
+        Place use;            // for a token from a macro: the macro's name, where it is used
+        bool isBody = false;  // from the definition of a macro, not from its arguments
     };
     struct Macro {
         std::string name;
@@ -46,7 +46,7 @@ public:
     enum class UseKind { Expanded, Asked, Undefined };
     struct MacroUse {
         std::string name;
-        int macro = k_none;  // in `Macros`; none for one that no source defines
+        int macro = k_none;  // index in `Macros`; none for one that no source defines
         UseKind kind = UseKind::Expanded;
         Place place;            // of the name
         Place end;              // of the last token: the name or a closing parenthesis
@@ -55,7 +55,7 @@ public:
     };
     struct Include {
         Place place;        // of the name with its quotes
-        int file = k_none;  // that it opened
+        int file = k_none;  // index of the file that it opened
     };
 
     // Called by the parts of the preprocessor.
@@ -66,7 +66,7 @@ public:
                 const std::vector<std::string_view>& parameters, std::size_t bodyBegin);
     void Use(const SlcSourceToken& name, const SlcSourceToken& end, UseKind kind);
     void IncludeFile(const SlcSourceToken& place, const SlcSourceText& text);
-    /// Finds the places; the texts of the run end after it.
+    /// Computes the places. Call it while the texts of the run still exist.
     void Finish(std::string_view text);
 
     [[nodiscard]] const std::vector<std::string>& Files() const { return m_files; }
@@ -79,7 +79,7 @@ private:
     struct File {
         const SlcSourceText* text = nullptr;
         int number = k_none;
-        std::vector<std::size_t> lineBegins;  // of the lines of the file, joined ones too
+        std::vector<std::size_t> lineBegins;  // of the lines in the file, including joined ones
     };
     /// A part of a text that the run keeps.
     struct Raw {
@@ -93,7 +93,7 @@ private:
     struct RawUse {
         Raw name;
         Raw end;
-        const char* outermost = nullptr;  // the use that the name comes from; null for none
+        const char* outermost = nullptr;  // the use from which the name comes; null if none
     };
 
     [[nodiscard]] static Raw RawOf(const SlcSourceToken& token);
@@ -103,7 +103,7 @@ private:
     void FinishUses(std::string_view text);
 
     std::vector<std::string> m_files;
-    std::map<const char*, File, std::greater<>> m_texts;  // by their first character
+    std::map<const char*, File, std::greater<>> m_texts;  // by the address of their first character
     std::vector<Token> m_tokens;
     std::vector<RawToken> m_rawTokens;
     std::vector<Macro> m_macros;
@@ -111,7 +111,7 @@ private:
     std::unordered_map<std::string, int> m_defined;
     std::vector<MacroUse> m_uses;
     std::vector<RawUse> m_rawUses;
-    std::unordered_map<const char*, const char*> m_useEnds;  // of uses in files, by their begin
+    std::unordered_map<const char*, const char*> m_useEnds;  // from begin to end of uses in files
     std::vector<Include> m_includes;
     std::vector<Raw> m_rawIncludes;
 };

@@ -1,5 +1,5 @@
-// One look at a character's class decides the kind of token; all tokens of one kind are read by one
-// loop. Each text ends with a line break, so that no loop needs to look for the end.
+// The class of the first character selects the kind of token, and one loop reads each kind. Each
+// text ends with a line break, so no loop needs to test for the end.
 //
 // Tested by tests/preprocessor.
 
@@ -160,7 +160,7 @@ void SlcSourceLexer::SkipComment()
 {
     CountJoints();
     const SlcSourceToken start = TokenHere(2);
-    const Listener* listener = m_listener;  // for one warning
+    const Listener* listener = m_listener;  // so that each comment is reported once
     for (m_next += 2; m_next != m_end; ++m_next) {
         if (*m_next == '\n') {
             CountJoints();

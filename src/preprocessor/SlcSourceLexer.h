@@ -7,43 +7,43 @@
 #include "preprocessor/SlcSourceText.h"
 #include "preprocessor/SlcSourceToken.h"
 
-/// Cuts a source into preprocessing tokens, as C has them (C99 6.4), and passes over blanks and
-/// comments. What is no token of C becomes one of kind `Other`, so that nothing is lost: shading
-/// sources are not C.
+/// Splits a source into the preprocessing tokens of C (C99 6.4), and skips blanks and comments.
+/// Shading sources are not C: text that is not a token of C becomes tokens of kind `Other`, so that
+/// nothing is lost.
 ///
-/// A value: a copy looks ahead.
+/// A lexer is a value: use a copy to look ahead.
 class SlcSourceLexer {
 public:
-    /// Reports at a place of the text.
+    /// Receives warnings at places of the text.
     struct Listener {
         std::function<void(const SlcSourceToken& comment)> unfinishedComment;
         std::function<void(const SlcSourceToken& start)> commentInComment;
     };
 
-    /// `text` must outlive the lexer and its tokens. Without a listener nothing is reported.
+    /// `text` must outlive the lexer and its tokens. Without a listener, warnings are dropped.
     explicit SlcSourceLexer(const SlcSourceText& text, const Listener* listener = nullptr);
-    /// Reads a text in memory, which ends with a line break.
+    /// Reads a text in memory that ends with a line break.
     SlcSourceLexer(const char* begin, const char* end);
 
-    /// The next token. At the end of the text, that of kind `End` again and again.
+    /// Returns the next token. At the end of the text, returns `End` on every call.
     [[nodiscard]] SlcSourceToken Next();
-    /// The name after `#include`, with its quotes or angle brackets, if the text continues with
-    /// one. Otherwise a token of kind `Empty`, and nothing is consumed.
+    /// Reads the name after `#include`, with its quotes or angle brackets. If the text does not
+    /// continue with one, returns a token of kind `Empty` and consumes nothing.
     [[nodiscard]] SlcSourceToken HeaderName();
 
-    /// The line of what comes next.
+    /// Returns the line of the next token.
     [[nodiscard]] int Line() const { return m_line; }
-    /// Only at the beginning of a line.
+    /// Call it only at the beginning of a line.
     void SetLine(int line) { m_line = line; }
-    /// Stops reporting, in a copy that looks ahead.
+    /// Stops warnings in a copy that looks ahead.
     void BeSilent() { m_listener = nullptr; }
 
 private:
     [[nodiscard]] SlcSourceToken TokenHere(std::size_t length) const;
-    /// True if something was passed over.
+    /// True if anything was skipped.
     [[nodiscard]] bool SkipBlanks();
     void SkipComment();
-    /// Keeps line and column up with the joints that have been passed.
+    /// Advances line and column past the joints before the current place.
     void CountJoints();
     void BeginLine(const char* at);
     [[nodiscard]] SlcSourceTokenKind Scan();

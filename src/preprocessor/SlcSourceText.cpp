@@ -1,10 +1,10 @@
-// Most files need no change, and become the text as they are. In the others
+// Most files need no change and are used as they are. In the others,
 //
 //     #define TWO a\          becomes     #define TWO a b
 //      b
 //
-// with the place between "a" and " b" kept as a joint, so that the lexer knows the line and the
-// column of each character in the file.
+// and the offset between "a" and " b" is recorded as a joint, so that the lexer can determine the
+// line and column of each character in the file.
 //
 // Tested by tests/preprocessor.
 
@@ -17,8 +17,8 @@ namespace {
 
 constexpr std::string_view k_byteOrderMark = "\xEF\xBB\xBF";
 
-/// The number of characters that continue the line at this backslash, with the line break; 0 if
-/// none do. Blanks after the backslash are invisible and do no harm.
+/// Returns the length of the line continuation at this backslash, including the line break; 0 if it
+/// is none. Blanks after the backslash are accepted, since they are invisible.
 std::size_t ContinuationLength(std::string_view text, std::size_t backslash)
 {
     const std::size_t end = text.find_first_not_of(" \t\v\f\r", backslash + 1);

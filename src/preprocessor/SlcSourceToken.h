@@ -3,28 +3,28 @@
 #include <cstdint>
 #include <string_view>
 
-/// A set of macros that a token must not be replaced by, kept by `SlcHideSets`. 0 is the empty set.
+/// The macros that must not replace a token, as a set of `SlcHideSets`. 0 is the empty set.
 using SlcHideSet = std::uint32_t;
 
 enum class SlcSourceTokenKind : std::uint8_t {
-    End,        // of a file, or of tokens that are expanded by themselves
-    NewLine,    // the end of a line; only directives see it
+    End,        // the end of a file, or of separately expanded tokens
+    NewLine,    // the end of a line; only directives get it
     Name,       // of letters, digits, "_" and "$"
-    Number,     // a preprocessing number, which holds more than the numbers of any language
+    Number,     // a preprocessing number, a superset of the numbers of any language
     Text,       // between double quotes
     Character,  // between apostrophes
     Sign,
-    Other,  // any other byte; from a quote without its match, the rest of the line
+    Other,  // any other byte; also an unmatched quote with the rest of its line
     Empty,  // an empty argument next to "##"
 };
 
-/// A preprocessing token. Its text and place point into a `SlcSourceText` or the run's own texts,
-/// which last as long as the run.
+/// A preprocessing token. Its text and place point into a `SlcSourceText` or a text of the run,
+/// which live until the end of the run.
 struct SlcSourceToken {
     std::string_view text;
-    const char* at = nullptr;  // in the file; of a token from a macro, the place of the macro's use
-    int line = 0;              // of that place, as `#line` directives have it
-    int column = 0;            // of that place in bytes, from 1
+    const char* at = nullptr;  // in the file; for a token from a macro, where the macro is used
+    int line = 0;              // line of that place, as set by `#line`
+    int column = 0;            // column of that place in bytes, from 1
     SlcHideSet hidden = 0;
     SlcSourceTokenKind kind = SlcSourceTokenKind::End;
     bool spaceBefore = false;  // a blank or a comment
