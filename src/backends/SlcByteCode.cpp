@@ -1,5 +1,5 @@
-// A name without a number is a fault of the compiler, since the names that the writer puts together
-// are those of cards.
+// A name without a number is a fault of the compiler, since the writer composes only names that a
+// card defines.
 //
 // Tested by tests/backends/ByteCodeTableTest.cpp.
 

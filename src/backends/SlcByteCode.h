@@ -2,9 +2,10 @@
 
 #include <string_view>
 
-/// The number of each instruction by its name, for the writer.
+/// Maps names of instructions to their numbers, for the byte-code writer.
 class SlcByteCode {
 public:
-    /// The number of an instruction. A name without a number is a fault of the compiler, and fatal.
+    /// Returns the number of an instruction. A name without a number is a fault of the compiler,
+    /// and fatal.
     [[nodiscard]] static short GetInstrNb(std::string_view name);
 };

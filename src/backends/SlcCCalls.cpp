@@ -1,8 +1,9 @@
-// Statements that call a primitive of the run time: transforms, lights, built-ins and shadeops.
+// Statements that call a primitive of the run time: transforms, lights, built-ins, shadeops.
 //
-// Forms differ by suffix and by the place of the condition: after the result for most, last for
-// ILLUMINANCE and the footprints of textures. Lists of any length become C++ variable arguments,
-// after their count and, where no format string gives the types, a string of type letters.
+// The forms of a primitive differ in their suffix and in the position of the condition: after the
+// result for most, last for ILLUMINANCE and texture footprints. An argument list of variable length
+// becomes C++ variable arguments, preceded by their count and, unless a format string states the
+// types, by a string of type letters.
 //
 //     d = f(w, 2)      {
 //                          int dsoArgc = 3; void *dsoArgv[3];
@@ -11,8 +12,8 @@
 //                          if (s_theDSOInfo[...].m_methodFunc) { ... }
 //                      }
 //
-// An argument without an address, such as a constant, is copied into a variable first. Declarations
-// are put in separate braces, since a jump must not enter their scope.
+// An argument without an address, such as a constant, is first copied into a variable. Declarations
+// are in separate braces, since a jump must not enter their scope.
 //
 // Tested by tests/backends/CStatementsTest.cpp.
 
@@ -230,7 +231,7 @@ void SlcCStatements::Case(SlcPtr<SlcFilterstepPointsICode> code)
                    code->m_condition);
 }
 
-/// A footprint is always one of the whole grid, so that its name does not say it.
+/// A footprint always covers the whole grid, so its name has no suffix for that.
 void SlcCStatements::WriteFootprint(SqxPrimitive primitive, Texts operands,
                                     const SlcOperand& condition)
 {
@@ -250,8 +251,8 @@ std::string SlcCStatements::ShadeopAssignName(const SlcTypeNode* type, const cha
     return name;
 }
 
-/// A string result is returned in a separate pointer: the text is the library's, and the variable
-/// takes a copy that it can free.
+/// A string result is returned through a separate pointer: the text belongs to the library, and the
+/// variable gets a copy that it can free.
 void SlcCStatements::Case(SlcPtr<SlcCallDSOICode> code)
 {
     const std::size_t count = code->m_args.size() + 1;
@@ -294,7 +295,7 @@ void SlcCStatements::WriteShadeopArgument(const SlcOperand& argument, std::size_
     const std::string assign = ShadeopAssignName(type, "constant");
     const std::string temporary = "temp" + std::to_string(place);
     if (type->IsStringType()) {
-        // Assigning a string frees the old one, and the temporary never had one.
+        // Assigning a string would free the previous one, but the temporary never had one.
         Line("\t\t", m_types.GetString(type), temporary, " = ", Text(argument), ";");
     } else {
         Line("\t\t", m_types.GetString(type), " ", temporary, ";");
@@ -304,7 +305,8 @@ void SlcCStatements::WriteShadeopArgument(const SlcOperand& argument, std::size_
     Line(slot, temporary, ";");
 }
 
-/// A shadeop sees one point's array as a run of elements; a varying array is stored by element.
+/// A shadeop expects the array of one point as consecutive elements, but a varying array is stored
+/// element by element.
 void SlcCStatements::Case(SlcPtr<SlcConvertArrayDSOICode> code)
 {
     const std::string assign = ShadeopAssignName(ElementType(code->m_dest), "array");

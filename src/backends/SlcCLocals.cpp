@@ -1,5 +1,5 @@
-// The locals of a body and their storage. A varying local is one array with an element for each
-// point; one block of memory holds the arrays of all of them, and freeing its start frees them all.
+// The locals of a body and their storage. A varying local is an array with an element per point.
+// One block of memory holds the arrays of all of them, and freeing its start frees them all.
 //
 //     struct { float *a; char **s; } v     block: s for all points, then a for all points
 //
@@ -53,7 +53,7 @@ SlcCLocals::PointSize SlcCLocals::SizeOfPoint() const
     return size;
 }
 
-/// Pointers come first: after an odd number of floats they would not be aligned.
+/// Pointers come first, since they would not be aligned after an odd number of floats.
 std::vector<SlcOperand> SlcCLocals::InBlockOrder() const
 {
     std::vector<SlcOperand> ordered = m_varying;

@@ -1,4 +1,4 @@
-// Lists, and the loops over points in them that keep what they read and write in variables:
+// Lists, and their loops over points, which keep the values that they access in variables:
 //
 //     {
 //     const float p_edge = *((float*)i_visibles[INDEX_edge].Value());
@@ -11,8 +11,8 @@
 //     SET_BOOL(u.T7_, any_T7_ != 0);
 //     }
 //
-// The names begin with the structure of a local, `p` for a parameter, `h` for a predefined variable
-// and `l` for one of a light, so that no two are alike.
+// The prefix of a name is the structure of a local, `p` for a parameter, `h` for a predefined
+// variable and `l` for a light's variable, so that all names differ.
 //
 // Tested by tests/backends/PointLoopsTest.cpp.
 
@@ -87,7 +87,7 @@ void SlcCStatements::WritePointLoop(const SlcListICode& list, const SlcPointLoop
 
 void SlcCStatements::WriteIteration(const SlcListICode& list, const SlcPointLoop& loop)
 {
-    Texts stores;  // an operand that is kept has another text
+    Texts stores;  // computed first, since `Text` changes for operands that are kept
     for (const SlcOperand& operand : loop.stored)
         stores.push_back(Text(operand) + " = " + NameOfKept(operand) + ";");
     for (const SlcOperand& operand : loop.loaded)

@@ -1,17 +1,17 @@
-// The shadeop libraries that the shader calls into: a table of open libraries, a table of
-// functions, opening and closing. Overloads of a function share a row, since a library exports one
-// method for all of them.
+// The shadeop libraries that the shader calls: a table of open libraries, a table of functions,
+// opening and closing. Overloads of a function share a row, since a library exports one method for
+// all of them.
 //
 //     static QxDSO s_theDSOHandles[1];            #define DSOHANDLE_lib_so 0
 //     static SlcDSOInfo s_theDSOInfo[2];          #define DSOINFO_lib_so_blend 0 ...
 //
 //     QxShadeopNeeds  data: the library and the names of the three functions of each row
-//     QxInitDSO       once: opens each library, looks up the three functions of each row, and has
-//                     `init` make the data that its method is handed
-//     QxCleanupDSO    once: has `cleanup` end it, closes the libraries
+//     QxInitDSO       once: opens each library, looks up the three functions of each row, and
+//                     calls `init`, which creates the data for its method
+//     QxCleanupDSO    once: calls `cleanup` on that data, closes the libraries
 //
-// A function that a library lacks leaves a null pointer, and a call then does nothing; the host
-// library refuses the shader before it comes to that.
+// If a library lacks a function, its pointer is null and a call does nothing; the host library
+// rejects such a shader before it runs.
 //
 // Tested by tests/backends/CFileTest.cpp and, with real libraries, by tests/shadeops.
 
@@ -34,7 +34,7 @@ std::string HandleName(const SlcFuncDSOSymbolEntry& function)
     return "DSOHANDLE_" + function.GetKey();
 }
 
-/// Overloads of a method share one row of the table, and this name of it.
+/// Returns the name of the row that the overloads of a method share.
 std::string InfoName(const SlcFuncDSOSymbolEntry& function)
 {
     return "DSOINFO_" + function.GetKey() + "_" + function.GetMethodName()->GetName();
@@ -55,7 +55,7 @@ bool HasName(const SlcIdentNode* ident)
     return ident && !ident->GetName().empty();
 }
 
-/// The first of the functions under each name that `nameOf` gives.
+/// Returns the first function for each name that `nameOf` returns.
 std::vector<SlcPtr<SlcFuncDSOSymbolEntry>>
 Unique(const std::deque<SlcPtr<SlcFuncDSOSymbolEntry>>& functions,
        std::string (*nameOf)(const SlcFuncDSOSymbolEntry&))
@@ -91,7 +91,8 @@ void SlcCShadeopTables::GenShadeopTables()
     Line();
 }
 
-/// For readers of the file that do not load it: four texts for each shadeop, each ended by a null.
+/// For programs that read the file without loading it: four texts per shadeop, each terminated by a
+/// null.
 void SlcCShadeopTables::GenNeeds()
 {
     const auto functions = Unique(m_functions, InfoName);

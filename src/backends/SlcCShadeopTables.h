@@ -7,22 +7,22 @@
 
 class SlcFuncDSOSymbolEntry;
 
-/// Writes what a C++ file needs to call shadeops: the tables of open libraries and of functions,
-/// and the two functions that fill and clear them.
+/// Writes the support code for shadeop calls in a C++ file: the tables of open libraries and of
+/// functions, and the two functions that fill and clear them.
 class SlcCShadeopTables : private SlcCText {
 public:
     using Functions = std::deque<SlcPtr<SlcFuncDSOSymbolEntry>>;
 
-    /// `functions`: those that the shader calls, which outlive the writer.
+    /// `functions` are those that the shader calls; they must outlive the writer.
     SlcCShadeopTables(std::ostream& out, const Functions& functions)
         : SlcCText(out),
           m_functions(functions)
     {
     }
 
-    /// The tables, and the function that opens the libraries and fills the tables, once.
+    /// Writes the tables, and the function that opens the libraries and fills the tables, once.
     void GenInitDSO();
-    /// The function that runs the libraries' cleanup functions and closes them. It must follow the
+    /// Writes the function that runs the libraries' cleanup functions and closes them, after the
     /// tables.
     void GenCleanupDSO();
 

@@ -1,17 +1,17 @@
-// The facts are those of a byte-code file, in its own form: declarations and default values as that
-// has them, with an empty main block. What the code of the main block would show, uses of
-// predefined variables and lights, is written before them in lines of numbers:
+// The facts are written as a byte-code file: declarations and default values in its usual form,
+// with an empty main block. Facts that a reader would find in the code of the main block, the uses
+// of predefined variables and lights, precede them as lines of numbers:
 //
 //     1        version of these lines
-//     1        asks for light
+//     1        queries lights
 //     0        has `illuminate` or `solar`
 //     2        predefined variables, and for each, in the order of the byte-code,
 //     1 0      read, written
 //     0 1
 //     ...      byte-code
 //
-// Shared objects exist for shaders that byte-code cannot hold. A default value that byte-code
-// cannot compute is left out, and all of them are where they would need too many variables.
+// A shader may be valid as a shared object but not as byte-code. A default value that byte-code
+// cannot compute is left out; all are left out if they would need too many variables.
 //
 // Tested by tests/backends/CFileTest.cpp and tests/listing.
 
@@ -39,7 +39,7 @@ std::string Description(SlcInterForm& form)
     for (;;) {
         std::ostringstream text;
         SlcGenByteCode writer(form.m_errors, text);
-        // Without default values nothing is left that could be at fault.
+        // Without default values, nothing remains that could fail.
         if (writer.GenDescription(form, leftOut) || leftOut.size() == form.m_parameters.size())
             return text.str();
         if (writer.Unwritten().empty())
@@ -110,7 +110,7 @@ private:
         SlcOperandWalker::Case(std::move(code));
     }
 
-    std::vector<bool> m_read;  // by number
+    std::vector<bool> m_read;  // by number of the variable
     std::vector<bool> m_written;
     bool m_usesLights = false;
     bool m_usesLightsAtP = false;
@@ -123,11 +123,11 @@ void SlcCShaderFacts::Gen(SlcInterForm& form)
 {
     const std::string description = Description(form);
     std::istringstream lines(Uses(form).Text(form) + description);
-    // Files of several shaders may be compiled as one, so that the name is of this file alone.
+    // Files of several shaders may be compiled as one, so the name has internal linkage.
     Line("static const char ", Generated::sm_shaderFactsName, "[] __attribute__((used, section(\"",
          Generated::sm_shaderFactsName, "\"))) =");
     for (std::string line; std::getline(lines, line);) {
-        // The character that byte-code begins with cannot be seen.
+        // The first character of byte-code is not printable.
         const bool isHead = line.starts_with('\x7F');
         Line("\t", isHead ? "\"\\177\" " : "",
              SlcEquCValue::Literal(line.substr(isHead ? 1 : 0) + '\n'));

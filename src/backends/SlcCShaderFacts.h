@@ -6,13 +6,13 @@
 #include "backends/SlcCText.h"
 #include "icode/SlcInterForm.h"
 
-/// Writes what a shared object says of its shader to programs that read the file without loading
-/// it: one text, in the section `QxShaderFacts`. docs/generated-code.md describes it.
+/// Writes the description of the shader that programs can read from the shared object without
+/// loading it: one text, in the section `QxShaderFacts`. docs/generated-code.md describes it.
 class SlcCShaderFacts : private SlcCText {
 public:
     explicit SlcCShaderFacts(std::ostream& out) : SlcCText(out) {}
 
-    /// After the code of the shader was written, since the operands of its default values get other
-    /// numbers and constants.
+    /// Call it after the code of the shader has been written, since it assigns other numbers and
+    /// constants to the operands of default values.
     void Gen(SlcInterForm& form);
 };

@@ -1,11 +1,11 @@
 // The instructions that every body has: control flow, arithmetic, assignments, arrays and flags. An
-// instruction becomes a line, which is nearly always a macro call:
+// instruction becomes a line, nearly always a macro call:
 //
 //     Ci = x * y        MULT_FLOAT_COLOR(i_hiddens.GetCi()[polyCnt], v.T1_[polyCnt], u.T2_);
 //
-// An operand has two texts: at one point (Text), as in a loop over points, and as the array of the
-// grid (Grid), which a whole-grid form takes. Labels end with an empty statement, since a block may
-// end there.
+// An operand has two texts: at one point (Text), used in a loop over points, and as the array of
+// the grid (Grid), used by a whole-grid form. An empty statement follows each label, since a block
+// may end there.
 //
 // docs/generated-code.md lists the macros. Tested by tests/backends/CStatementsTest.cpp, and by
 // tests/compile, which builds all of it.
@@ -205,7 +205,7 @@ void SlcCStatements::Case(SlcPtr<SlcMatrixICode> code)
 
 void SlcCStatements::Case(SlcPtr<SlcArrayRefICode> code)
 {
-    // Later reads and writes of the reference depend on whether it points at one value.
+    // Later accesses through the reference depend on whether it points to a single value.
     m_values.BindRef(code->m_result, code->m_array);
     Line(m_values.GetStringRef(code->m_result), " = ",
          m_values.GetStringArray(code->m_array, code->m_index), ";");

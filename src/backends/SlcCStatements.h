@@ -17,24 +17,26 @@
 
 class SlcSemanticError;
 
-/// Writes instructions as C++ statements. Nearly each is one macro call, whose name consists of the
-/// operation, the types of the operands, and suffixes that say whether it runs over the whole grid.
+/// Writes instructions as C++ statements. Nearly every statement is a macro call. The name of the
+/// macro consists of the operation, the types of the operands, and suffixes that state whether it
+/// runs over the whole grid.
 ///
-/// The statements belong in a function that declares what they name: `i_hiddens`, `i_visibles`,
-/// `u`, `v`, `numMp`, `polyCnt` and, where lights are queried, `mustEvalLights` and the lights.
+/// The enclosing function must declare the names that the statements use: `i_hiddens`,
+/// `i_visibles`, `u`, `v`, `numMp`, `polyCnt` and, where lights are queried, `mustEvalLights` and
+/// the lights.
 class SlcCStatements : private SlcAllICodeWalker, private SlcCText {
 public:
-    /// `out` outlives it.
+    /// `out` must outlive the object.
     SlcCStatements(SlcPtr<SlcSemanticError> errors, std::ostream& out);
 
-    /// The body of a function or block. An empty statement ends it, since a label may be the last
-    /// instruction. A jump never enters the scope of a declaration: those that statements need are
-    /// put in separate braces.
+    /// Writes the body of a function or block. It ends with an empty statement, since a label may
+    /// be the last instruction. Declarations that statements need are in separate braces, since a
+    /// jump must not enter their scope.
     void PrintListICode(const SlcListICode& list);
 
-    /// Texts of operands, which know the references that the statements so far have made.
+    /// The texts of operands; it knows the references that previous statements have bound.
     [[nodiscard]] SlcEquCValue& Values() { return m_values; }
-    /// A fault of the compiler, placed at the last comment, if any.
+    /// Reports a fault of the compiler, placed at the last comment, if any.
     [[noreturn]] void Fatal(const std::string& message) const;
 
 private:
@@ -90,43 +92,45 @@ private:
     void Case(SlcPtr<SlcConvertArrayDSOICode> code) override;
     void Default(SlcPtr<SlcICode> code) override;
 
-    // SlcCPointLoops.cpp: loops over points that keep what they read and write.
+    // SlcCPointLoops.cpp: loops over points that keep operands in variables.
     void WritePointLoop(const SlcListICode& list, const SlcPointLoop& loop);
-    /// What an iteration of such a loop loads, computes and stores.
+    /// Writes the loads, computations and stores of one iteration of such a loop.
     void WriteIteration(const SlcListICode& list, const SlcPointLoop& loop);
-    /// Instructions for the whole grid, at a point of such a loop.
+    /// Writes a whole-grid call as a call for the current point of such a loop.
     void WriteCallAtPoint(const SlcCallICode& code);
 
     using Texts = std::vector<std::string>;
-    /// `name(argument, argument, ...);`
+    /// Writes `name(argument, argument, ...);`
     void WriteCall(std::string_view name, const Texts& arguments);
     void WriteCall(SqxPrimitive primitive, const Texts& arguments, SqxForm form = SqxForm::Plain)
     {
         WriteCall(SqxFormName(primitive, form), arguments);
     }
-    /// The operand at the current point, and as the array of the grid.
+    /// Return the operand at the current point, and as the array of the grid.
     [[nodiscard]] std::string Text(const SlcOperand& operand);
     [[nodiscard]] std::string Grid(const SlcOperand& operand);
     [[nodiscard]] Texts GridTexts(std::initializer_list<SlcOperand> operands);
     void ClearFlags(const std::deque<SlcOperand>& flags);
 
     void WriteTransform(SlcTransformSpaceICode& code, SlcTransformDirection direction);
-    /// A call whose arguments are passed as an array of addresses. `result` may be empty.
+    /// Writes a call whose arguments are passed as an array of addresses. `result` may be empty.
     void WriteVarArgsCall(const SlcCallICode& code, const std::string& result);
-    /// A built-in over the grid, for all points or those of its condition.
+    /// Writes a call of a built-in over the grid, for all points or those of its condition.
     void WriteGridCall(const SlcCallICode& code);
-    /// `name` without the suffix; `condition` may be null.
+    /// `condition` may be null.
     void WriteFootprint(SqxPrimitive primitive, Texts operands, const SlcOperand& condition);
-    /// Puts the address of the argument, or of a copy of a constant, at `place` of the list.
+    /// Stores the address of the argument, or of a copy of a constant, at index `place` of the
+    /// list.
     void WriteShadeopArgument(const SlcOperand& argument, std::size_t place);
-    /// `SlcAssignName` of equal types; `what` names in the report what has an unfit type.
+    /// Returns the `SlcAssignName` for this type on both sides; `what` names the value in the
+    /// report if the type has none.
     [[nodiscard]] std::string ShadeopAssignName(const SlcTypeNode* type, const char* what) const;
 
     SlcPtr<SlcSemanticError> m_errors;
     SlcEquCValue m_values;
     SlcEquCType m_types;
     SlcEquCBinOpName m_names{SlcEquCBinOpName::Invert::DestAndSource};
-    SlcPtr<SlcCommentICode> m_comment;  // the last one written; places reports
+    SlcPtr<SlcCommentICode> m_comment;  // the last one written; its place is used in reports
     bool m_inPointLoop = false;
     bool m_inStrip = false;
 };

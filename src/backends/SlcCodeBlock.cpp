@@ -1,9 +1,9 @@
-// The values of one code block: names, operands, literals and jumps. A jump forward leaves a gap
-// that is filled once its label has a place:
+// The values of one code block: names, operands, literals and jumps. A forward jump leaves a gap
+// that is filled once its label has a position:
 //
 //     goto L; x = 1; L:        GOTO ? ASSIGN x 1       and at the end        GOTO 5 ASSIGN x 1
 //
-// Every value is checked to fit its 16 bits; what does not is one report for each kind of value.
+// Every value is checked to fit into 16 bits; overflow is reported once per kind of value.
 //
 // Tested by tests/backends/GenByteCodeTest.cpp.
 
@@ -80,7 +80,7 @@ void SlcCodeBlock::AddVarIfSet(const SlcOperand& operand)
         AddVar(operand);
 }
 
-/// An operand that no section declared: the file would not load, so this is an error.
+/// An operand that no section has declared is an error, since the file would not load.
 void SlcCodeBlock::ReportUnnumbered(const SlcOperand& operand)
 {
     std::string text = "Error in AddVar, unknown ";
@@ -103,7 +103,7 @@ void SlcCodeBlock::AddGotoLabel(const SlcLabel& label)
     m_values.push_back(isKnown ? JumpTo(*label) : std::int16_t{0});
 }
 
-// Who had the label before may have left any number there.
+// The label may still hold a number from an earlier block or writer.
 bool SlcCodeBlock::IsKnown(const SlcLabelICode& label) const
 {
     const auto number = static_cast<std::size_t>(label.m_place);

@@ -1,9 +1,9 @@
-// Equal constants of a list become one operand, so that the file declares each once:
+// Makes equal constants of a list share one operand, so that the file declares each once:
 //
 //     x = 1; y = 1; z = PI       constants 1 and 3.14159; the two instructions share the first
 //
-// Floats are compared as the file holds them, by the bits of single precision: 0 and -0 stay two.
-// The constants are declared by kind and in order of value, which no address can change.
+// Floats are compared as the file holds them, by the bits of single precision, so 0 and -0 stay
+// distinct. Constants are declared by kind and in order of value, independently of addresses.
 //
 // Tested by tests/backends/CollectConstTest.cpp.
 
@@ -55,7 +55,8 @@ SlcOperand SlcCollectConst::ReplaceFloat(const SlcOperand& operand)
     const auto key = std::bit_cast<std::uint32_t>(static_cast<float>(operand->GetFloat()));
     auto& shared = m_floats[key];
     if (shared.Null()) {
-        // The one operand for pi serves all lists, but each list numbers its own constants.
+        // The single operand for pi is shared by all lists, but each list numbers its own
+        // constants.
         const bool isPi = operand == SlcLexType::GetPI();
         shared = isPi ? SlcLexType::Float(operand->GetFloat()) : operand;
     }

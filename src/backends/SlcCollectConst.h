@@ -8,16 +8,16 @@
 #include "icode/SlcListICode.h"
 #include "icode/SlcOperandWalker.h"
 
-/// Gives equal constants of a code block one operand, so that the byte-code file lists each value
-/// once. Runs just before the writer numbers the variables.
+/// Makes equal constants of a code block share one operand, so that the byte-code file lists each
+/// value once. Runs just before the writer numbers the variables.
 ///
-/// The order of the constants depends on their values alone, not on the order of use.
+/// The order of the constants depends only on their values, not on the order of use.
 class SlcCollectConst : private SlcOperandWalker {
 public:
-    /// Rewrites the reads of `list` and fills `constants` with what they share.
+    /// Rewrites the reads of `list` and fills `constants` with the shared operands.
     void Collect(SlcPtr<SlcListICode>& list, std::deque<SlcOperand>& constants);
-    /// The same for a group of parameter initializers and the operands that hold their values; a
-    /// value may be a constant itself. `lists` and `defaults` go in step.
+    /// Does the same for a group of parameter initializers and the operands that hold their values;
+    /// a value may itself be a constant. `lists` and `defaults` correspond by index.
     void CollectInit(std::deque<SlcPtr<SlcListICode>>& lists,
                      std::deque<std::deque<SlcOperand>>& defaults,
                      std::deque<SlcOperand>& constants);
@@ -32,8 +32,8 @@ private:
     void Walk(const SlcListICode& list);
     void Append(std::deque<SlcOperand>& constants) const;
 
-    // By the bits in single precision, which is what the renderer computes with: of two constants
-    // that differ beyond it, the first one met is written.
+    // Keyed by the single-precision bits, which the renderer computes with. If two constants differ
+    // only beyond that, the first one found is written.
     std::map<std::uint32_t, SlcOperand> m_floats;
     std::map<std::string, SlcOperand> m_strings;
     std::map<int, SlcOperand> m_ints;

@@ -1,5 +1,5 @@
 // The name of an operation with its types: ADD for `a + b`, ADD_FLOAT_COLOR for a float and a
-// color. The point family is one word, since its members are computed alike.
+// color. The point family has one word, since the operations on its members are the same.
 //
 // Tested by tests/backends/ByteCodeTableTest.cpp.
 
@@ -12,9 +12,9 @@
 
 namespace {
 
-constexpr std::size_t k_longestName = 30;  // or nearly: what is longer grows
+constexpr std::size_t k_longestName = 30;  // an estimate for `reserve`
 
-/// The root and a word for the type of each operand that has one.
+/// Returns the root and a word for the type of each operand that has one.
 std::string Named(std::string_view root, std::initializer_list<const SlcOperand*> operands)
 {
     std::string name;

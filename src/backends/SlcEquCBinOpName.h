@@ -5,26 +5,26 @@
 #include "icode/SlcAllICodeWalker.h"
 #include "icode/SlcLexType.h"
 
-/// Forms the names of operator instructions, which both back ends print: a root by the class and a
-/// suffix for the type of each operand, such as "ADD_FLOAT_COLOR".
+/// Forms the names of operator instructions for both back ends: a root for the class and a suffix
+/// for the type of each operand, such as "ADD_FLOAT_COLOR".
 ///
-/// The whole point family has one suffix; point, vector and normal differ only in transforms. An
+/// The point family has one suffix, since point, vector and normal differ only in transforms. An
 /// instruction without a name is fatal.
 class SlcEquCBinOpName : private SlcAllICodeWalker {
 public:
-    /// How an inversion is named: after both operands in generated C++, after the source in
+    /// Which operands the name of an inversion lists: both in generated C++, only the source in
     /// byte-code.
     enum class Invert { DestAndSource, Source };
 
     explicit SlcEquCBinOpName(Invert invert) : m_invert(invert) {}
 
-    /// "ADD_FLOAT_COLOR": both operands.
+    /// Returns a name such as "ADD_FLOAT_COLOR", with the types of both operands.
     [[nodiscard]] std::string GetString(const SlcPtr<SlcArithExprICode>& code);
-    /// Also of the form that runs over all points, without its "_SIMD".
+    /// Also names the whole-grid form, without its "_SIMD".
     [[nodiscard]] std::string GetString(const SlcPtr<SlcAssignICode>& code);
-    /// "INVERT_COLOR_COLOR" in C++, "INVERT_COLOR" in byte-code.
+    /// Returns "INVERT_COLOR_COLOR" in C++, "INVERT_COLOR" in byte-code.
     [[nodiscard]] std::string GetString(const SlcPtr<SlcUnaryMinusICode>& code);
-    /// "BOOL_LESS_THEN_FLOAT_FLOAT".
+    /// Returns a name such as "BOOL_LESS_THEN_FLOAT_FLOAT".
     [[nodiscard]] std::string GetString(const SlcPtr<SlcBinOpBoolExprICode>& code);
 
 private:
@@ -44,5 +44,5 @@ private:
     void Default(SlcPtr<SlcICode> code) override;
 
     Invert m_invert;
-    const char* m_root = "";  // of the instruction last visited
+    const char* m_root = "";  // set by the instruction last visited
 };

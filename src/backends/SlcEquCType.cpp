@@ -1,5 +1,5 @@
-// C++ types of operands and kinds of shaders, by the tests that a type answers. A reference to an
-// element is a pointer to the element's type.
+// Tables that map the type tests of operands and shaders to C++ texts. A reference to an element is
+// a pointer to the element's type.
 //
 // Tested by tests/backends/CFileTest.cpp.
 

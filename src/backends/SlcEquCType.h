@@ -6,15 +6,15 @@
 
 class SlcShaderTypeNode;
 
-/// The C++ type that holds a value of a type of the language.
+/// Maps types of the language to the C++ types that hold their values.
 class SlcEquCType {
 public:
-    /// A reference to an array's element is a pointer. An array as a whole has no C++ type: its
-    /// declaration is written with the type of the element. Any other type is fatal.
+    /// A reference to an array's element becomes a pointer. A whole array has no C++ type: its
+    /// declaration is written with the element's type. Any other type is fatal.
     [[nodiscard]] std::string GetString(const SlcTypeNode* type) const;
 };
 
-/// The enumerator by which a generated file states its kind of shader.
+/// Maps kinds of shaders to the enumerators that generated files use.
 class SlcEquCShaderType {
 public:
     [[nodiscard]] std::string GetString(const SlcShaderTypeNode* type) const;

@@ -1,14 +1,14 @@
-// The C++ text of an operand, by where it lives:
+// The C++ text of an operand depends on where it is stored:
 //
 //                     uniform                    varying, at a point
 //     local           u.x                        v.x[polyCnt]
 //     parameter       *((float*)i_visibles...)   ((float*)i_visibles...)[polyCnt]
 //     predefined      *(i_hiddens.GetDu())       i_hiddens.GetCs()[polyCnt]
 //
-// Over the grid the index is left out. An array holds its first element for all points, then its
-// second, so that an element is `array + i * numMp`; a reference remembers whether its array is
-// uniform (m_flatRefs), since it then has one value for all points. String literals are made safe:
-// escapes that C++ does not know lose their backslash, and no trigraph can come of two marks.
+// Over the grid the index is omitted. An array stores its first element for all points, then its
+// second, so an element is `array + i * numMp`. References into uniform arrays are recorded
+// (m_flatRefs), since they have one value for all points. In string literals, escapes that C++ does
+// not define lose their backslash, and trigraphs are broken up.
 //
 // Tested by tests/backends/CStatementsTest.cpp.
 
@@ -22,14 +22,14 @@
 
 namespace {
 
-/// An octal escape that asks for a ninth bit.
+/// True for an octal escape that needs a ninth bit.
 bool IsWideOctal(const std::string& text, std::size_t i)
 {
     const auto isOctal = [&](std::size_t k) { return text[k] >= '0' && text[k] <= '7'; };
     return i + 2 < text.size() && text[i] >= '4' && isOctal(i) && isOctal(i + 1) && isOctal(i + 2);
 }
 
-/// The ends of lines end a literal too.
+/// Escapes line ends too, since they would end the literal.
 std::string InLiteral(char c)
 {
     switch (c) {
@@ -38,7 +38,7 @@ std::string InLiteral(char c)
     case '\r':
         return "\\r";
     case '\0':
-        return "\\000";  // in full, since a digit may follow
+        return "\\000";  // all three digits, since a digit may follow
     default:
         return {c};
     }
@@ -92,7 +92,7 @@ std::string SlcEquCValue::Quote(const std::string& text)
     for (std::size_t i = 0; i < text.size(); ++i) {
         const bool unknown =
             text[i] == '\\' && i + 1 < text.size() && !std::strchr(knownEscapes, text[i + 1]);
-        // The next character is copied with it, so that it does not begin another escape.
+        // Copy the next character too, so that it does not begin another escape.
         if (text[i] == '\\' && !unknown) {
             quoted += text[i++];
             if (IsWideOctal(text, i)) {
@@ -194,7 +194,7 @@ void SlcEquCValue::ConvertParameter(const std::string& name)
 void SlcEquCValue::ConvertPredefined(const std::string& name)
 {
     m_text = name;
-    // One step serves the whole grid, though shaders see these two as varying.
+    // The whole grid has one step, although shaders see `du` and `dv` as varying.
     const bool isStep = name == SlcGeneratedNames::k_du || name == SlcGeneratedNames::k_dv;
     if (m_operand->IsUniform() || isStep)
         m_text = "*(" + m_text + ")";

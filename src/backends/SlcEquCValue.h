@@ -8,41 +8,41 @@
 #include "frontend/SlcCodeWalker.h"
 #include "icode/SlcLexType.h"
 
-/// The C++ text of an operand.
+/// Returns the C++ text of an operand.
 ///
 /// Inside a parallel run a varying operand is printed for one point, with `[polyCnt]`; for a
-/// whole-grid instruction it is printed as the array of its values. What is not uniform counts as
-/// varying, an unknown detail too.
+/// whole-grid instruction it is printed as the array of its values. An operand that is not uniform
+/// counts as varying, even if its detail is unknown.
 ///
-/// One converter serves one file: it remembers which references point into uniform arrays.
+/// One object serves one file, since it records which references point into uniform arrays.
 class SlcEquCValue : private SlcCodeWalker {
 public:
-    /// For the current point.
+    /// Returns the text for the current point.
     [[nodiscard]] std::string GetString(const SlcOperand& operand);
-    /// For all points.
+    /// Returns the text for all points.
     [[nodiscard]] std::string GetStringSIMD(const SlcOperand& operand);
-    /// The address of an element, for the current point; of a varying array and for all points,
-    /// that of the element's first value.
+    /// Returns the address of an element, for the index of the current point; for a varying array,
+    /// the address of the element's value at the first point.
     [[nodiscard]] std::string GetStringArray(const SlcOperand& array, const SlcOperand& index);
-    /// The reference itself, not what it refers to: the left side when it is made.
+    /// Returns the reference itself, not the element: the left side of its binding.
     [[nodiscard]] std::string GetStringRef(const SlcOperand& ref) const;
 
-    /// `ref` was made to point into `array`. An element of a uniform array is one value even where
-    /// the index varies, and the reference is bound again for each point.
+    /// Records that `ref` now points into `array`. An element of a uniform array is a single value
+    /// even if the index varies; the reference is then bound again for each point.
     void BindRef(const SlcOperand& ref, const SlcOperand& array);
 
-    /// From now on the operand is a variable of this name for the current point.
+    /// From now on, the operand is a variable of this name that holds the current point's value.
     void Keep(const SlcOperand& operand, std::string name)
     {
         m_kept.insert_or_assign(operand, std::move(name));
     }
     void ForgetKept() { m_kept.clear(); }
 
-    /// A string constant as C++ reads it; `text` with its quotes. An escape that C++ does not know
-    /// is printed as the character that it stands for, and no two "?" meet, since old dialects
-    /// take them and what follows for one character. A character has eight bits.
+    /// Returns a string constant as a C++ literal; `text` includes its quotes. Escapes that C++
+    /// does not define are replaced by the characters that they stand for. Adjacent "?" are
+    /// separated, since old dialects would read a trigraph. A character has eight bits.
     [[nodiscard]] static std::string Quote(const std::string& text);
-    /// Any text as a string literal of C++, or of byte-code.
+    /// Returns any text as a string literal of C++ or byte-code.
     [[nodiscard]] static std::string Literal(const std::string& text);
 
 private:
@@ -69,7 +69,7 @@ private:
     // The current request.
     std::string m_text;
     const SlcLexType* m_operand = nullptr;
-    const SlcTypeNode* m_type = nullptr;  // of the element where one is asked for
+    const SlcTypeNode* m_type = nullptr;  // the element's type if the request is for an element
     Form m_form = Form::Point;
     bool m_elementWanted = false;
     bool m_isFlatRef = false;

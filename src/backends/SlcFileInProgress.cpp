@@ -1,5 +1,5 @@
-// An output is written under a unique name beside its place and moved there when it is complete, so
-// that no run, not even one that is killed, leaves half a file that looks like a good one.
+// An output is written in a private folder next to its place and moved there when it is complete,
+// so that not even a killed run leaves a partial file that looks like a good one.
 //
 // Tested by tests/backends/GenByteCodeTest.cpp and tests/golden/unwritable_output.sl.
 
@@ -32,7 +32,7 @@ void SlcFileInProgress::Finish()
     m_file.close();
     if (!m_errors->NoError())
         throw SlcCompilationError();
-    // The source chooses its shader's name, so that a name too long for a file is a fault of the
+    // The source determines the shader's name, so a name too long for a file is a fault of the
     // source.
     if (!m_file || !m_unfinished.MoveIntoPlace())
         ReportUnwritten();

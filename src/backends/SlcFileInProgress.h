@@ -9,22 +9,21 @@
 
 class SlcSemanticError;
 
-/// A file that appears under its name whole or not at all: it is written beside its place, under a
-/// name that no other run has, and `Finish` moves it there. Without `Finish` it is removed again,
-/// also by a signal that ends the process.
+/// A file that appears under its name either complete or not at all. It is written next to its
+/// final place, in a private folder, and `Finish` moves it into place. Without `Finish` it is
+/// removed, also by a signal that ends the process.
 class SlcFileInProgress {
 public:
-    /// A file that cannot be opened is fatal, "Cannot open `name` for `purpose`"; a name that is
-    /// too long for one is reported, and throws `SlcCompilationError`. `name`: what reports call
-    /// it.
+    /// A file that cannot be opened is fatal: "Cannot open `name` for `purpose`". A file name that
+    /// is too long is reported, and throws `SlcCompilationError`. Reports call the file `name`.
     SlcFileInProgress(SlcPtr<SlcSemanticError> errors, const std::string& path, std::string name,
                       std::string_view purpose);
 
-    /// Who writes need not ask whether it worked: `Finish` does.
+    /// Writers need not check for write errors; `Finish` does.
     [[nodiscard]] std::ostream& Out() { return m_file; }
 
-    /// Throws `SlcCompilationError` if an error has been reported, or if the file cannot be
-    /// completed, which it reports.
+    /// Moves the file into place. Throws `SlcCompilationError` if an error has been reported
+    /// before, or if the file cannot be completed, which it reports.
     void Finish();
 
 private:

@@ -35,7 +35,7 @@ char LetterOf(const SlcOperand& operand)
     return 'f';
 }
 
-/// Conversions with the same letter here read the same values.
+/// Maps conversions that read the same values to one letter.
 char ReadAs(char conversion)
 {
     switch (conversion) {
@@ -48,7 +48,8 @@ char ReadAs(char conversion)
     }
 }
 
-/// The next conversion of a format from `place` on, which is advanced past it; 0 at the end.
+/// Returns the next conversion of a format at or after `place`, and advances `place` past it; 0 at
+/// the end.
 char NextConversion(const std::string& format, std::size_t& place)
 {
     while (place + 1 < format.size()) {
@@ -63,7 +64,7 @@ char NextConversion(const std::string& format, std::size_t& place)
     return 0;
 }
 
-/// A percent sign may hide in an octal escape.
+/// An octal escape may stand for a percent sign.
 bool HasOctalEscape(const std::string& literal)
 {
     for (std::size_t i = 0; i + 1 < literal.size(); ++i) {

@@ -5,12 +5,12 @@
 
 #include "icode/SlcLexType.h"
 
-// `printf` and `format` get the addresses of their arguments, whose types the format states. The
-// first argument is the format.
+// `printf` and `format` receive the addresses of their arguments, and the format states their
+// types. The first argument is the format.
 
-/// One letter an argument, the format included: f float, p point, c color, m matrix, s string; of
-/// an array that of its elements.
+/// Returns one letter per argument, including the format: f float, p point, c color, m matrix, s
+/// string; for an array, the letter of its elements.
 [[nodiscard]] std::string SlcTypeLetters(const std::deque<SlcOperand>& args);
 
-/// The format is a constant, and each of its conversions suits the argument that it takes.
+/// True if the format is a constant and each of its conversions matches the type of its argument.
 [[nodiscard]] bool SlcFormatFits(const std::deque<SlcOperand>& args);

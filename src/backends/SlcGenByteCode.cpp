@@ -1,8 +1,8 @@
-// The sections of a byte-code file, from top to bottom. Each variable and constant gets the next
-// number where it is declared, and instructions name it by that:
+// Writes the sections of a byte-code file, from top to bottom. Each variable and constant gets the
+// next number where it is declared, and instructions refer to it by that number:
 //
 //     predefined, parameters, locals (uniform, varying), constants     0, 1, 2, ...
-//     the same again for each of the two groups of initializers        locals and constants go on
+//     again for each of the two groups of initializers        locals and constants go on
 //
 // Initializers are grouped by when they run: once for each instance, or for each grid.
 //
@@ -42,7 +42,7 @@ constexpr ShaderTypeCode k_shaderTypes[] = {
     {&SlcShaderTypeNode::IsImager, 4},
 };
 
-/// The element's type for an array or a reference to an element, else the type itself.
+/// Returns the element's type for an array or a reference to an element, else the type itself.
 const SlcTypeNode* ElementOf(const SlcTypeNode* type)
 {
     if (type->IsArrayRefType())
@@ -52,7 +52,7 @@ const SlcTypeNode* ElementOf(const SlcTypeNode* type)
     return type;
 }
 
-/// Writes a number, and returns the end of its text. Almost all have up to three digits, for which
+/// Writes a number and returns the end of its text. Nearly all have up to three digits, for which
 /// std::to_chars takes twice as long.
 char* PutNumber(char* at, char* end, std::int16_t value)
 {
@@ -180,7 +180,7 @@ void SlcGenByteCode::GenParameter(SlcVarSymbolEntry& parameter, const SlcStringL
 void SlcGenByteCode::GenLocals(const std::vector<SlcOperand>& locals)
 {
     for (const bool uniform : {true, false}) {
-        // Collected in one text: writing each number to the stream takes far longer.
+        // Collect the lines in one text, since writing each number to the stream takes far longer.
         std::string lines;
         std::size_t count = 0;
         for (const SlcOperand& local : locals) {
@@ -269,7 +269,7 @@ void SlcGenByteCode::GenInitGroup(SlcInterForm& form, bool dependsOnContext)
         if (parameter.initDependsOnContext != dependsOnContext || m_leftOut.contains(i))
             continue;
         members.push_back(i);
-        // The lists of a group share their constants and the numbers of their locals.
+        // The lists of a group share their constants and the numbering of their locals.
         lists.push_back(parameter.initList);
         values.push_back(parameter.initValues);
         const auto& used = parameter.initList->m_usedLocalVars;
@@ -303,7 +303,7 @@ void SlcGenByteCode::GenIsVarOutput(const SlcInterForm& form)
         m_out << (parameter.entry->GetStorage()->IsOutput() ? 1 : 0) << '\n';
 }
 
-/// The initializers, which precede the tables, may call shadeops too.
+/// Includes the initializers: they precede the tables, but may call shadeops too.
 void SlcGenByteCode::InitDSOInfo(const SlcInterForm& form)
 {
     for (const std::string& name : form.m_dsoNames)
@@ -346,7 +346,7 @@ void SlcGenByteCode::GenTheByteCode(const SlcListICode& list)
         m_errors->FatalError("Wrong label (in SlcGenByteCode::ResolveUnknownLabels): " + label);
 
     m_out << m_code.Values().size() << '\n';
-    constexpr std::size_t k_longest = 7;  // characters of a number and the end of its line
+    constexpr std::size_t k_longest = 7;  // characters of a number and its line end
     std::string text(m_code.Values().size() * k_longest, '\0');
     char* at = text.data();
     for (const std::int16_t value : m_code.Values()) {

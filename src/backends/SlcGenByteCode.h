@@ -21,76 +21,78 @@ class SlcProcCallExprNode;
 /// Writes a finished shader as a `.sqx` file: a text of decimal numbers, names and quoted strings
 /// that the renderer's shading virtual machine loads. docs/byte-code.md describes it.
 ///
-/// All variables of the file share one running number, kept in their operands. One writer serves
-/// one file.
+/// The variables of the file are numbered consecutively, in their operands. One writer serves one
+/// file.
 class SlcGenByteCode : private SlcAllICodeWalker {
 public:
-    /// `out` outlives it; whether all could be written is left to its owner.
+    /// `out` must outlive the object; its owner checks for write errors.
     SlcGenByteCode(SlcPtr<SlcSemanticError> errors, std::ostream& out);
 
     /// Writes the whole file. Merges the constants of the form's lists and numbers its operands.
-    /// Faults are counted by the sink, and the text is then worth nothing.
+    /// The sink counts faults; after one, the text is invalid.
     void GenByteCode(SlcInterForm& form);
-    /// The same with an empty main block, and without the default values of the parameters in
-    /// `leftOut`, by position: what a shared object holds about its shader. Nothing is reported.
-    /// False if byte-code cannot hold all of it; `Unwritten` then names default values at fault.
+    /// Writes the same with an empty main block, and without the default values of the parameters
+    /// in `leftOut`, by index, as the description in a shared object. Reports nothing. False if
+    /// byte-code cannot express all of it; `Unwritten` then returns the default values at fault.
     [[nodiscard]] bool GenDescription(SlcInterForm& form, const std::set<std::size_t>& leftOut);
-    /// Empty if the fault is in no default value alone.
+    /// Empty if the fault is not in a single default value.
     [[nodiscard]] const std::set<std::size_t>& Unwritten() const { return m_unwritten; }
 
 private:
-    // One for each section, in the order of the file.
-    /// The mark of such a file, the version, and the kind of shader as a number.
+    // One function per section, in the order of the file.
+    /// Writes the signature of such a file, the version, and the kind of shader as a number.
     void GenHeader(const SlcInterForm& form);
-    /// The number of variables, then predefined ones by name, parameters, locals and
-    /// constants, both of `list`.
+    /// Writes the number of variables, then predefined ones by name, parameters, and the locals and
+    /// constants of `list`.
     void GenVarDeclarations(SlcInterForm& form, SlcPtr<SlcListICode> list);
-    /// The spaces that the shader names, without the two that every file implies.
+    /// Writes the spaces that the shader names, without the two that every file implies.
     void GenMatrices(const SlcInterForm& form);
-    /// Default values: those made once for an instance, then those computed for each grid.
+    /// Writes default values: first those computed once per instance, then those computed per grid.
     void GenInitShaderParams(SlcInterForm& form);
-    /// For each parameter, whether its default value names the space "object".
+    /// Writes, for each parameter, whether its default value names the space "object".
     void GenInitNeededObjectSpace(const SlcInterForm& form);
-    /// For each parameter, whether it is declared `output`.
+    /// Writes, for each parameter, whether it is declared `output`.
     void GenIsVarOutput(const SlcInterForm& form);
-    /// Libraries by file name, then shadeops by library and the names of their functions.
+    /// Writes libraries by file name, then shadeops by library and the names of their functions.
     void GenDSOInfo(const SlcInterForm& form);
-    /// Whether the shader sends rays, and whether it can move points.
+    /// Write whether the shader sends rays, and whether it can move points.
     void GenRayTracing(const SlcInterForm& form);
     void GenPModified(const SlcInterForm& form);
-    /// A code block: how many values, then each on a line. A label that is in no place is fatal.
+    /// Writes a code block: the number of values, then each on a line. A label that was not placed
+    /// is fatal.
     void GenTheByteCode(const SlcListICode& list);
 
-    /// `space`: that of its default value, with quotes.
+    /// `space` is the space of its default value, with quotes.
     void GenParameter(SlcVarSymbolEntry& parameter, const SlcStringLiteralNode* space);
-    /// The parameters whose default values depend, or do not, on what is shaded.
+    /// Writes the parameters whose default values depend, or do not depend, on shading data.
     void GenInitGroup(SlcInterForm& form, bool dependsOnContext);
-    /// The uniform and then the varying ones of `locals`, each with its count.
+    /// Writes the uniform and then the varying ones of `locals`, each with their count.
     void GenLocals(const std::vector<SlcOperand>& locals);
     void GenConstants(const std::deque<SlcOperand>& constants);
-    /// A local, and a constant with its value; both get their numbers.
+    /// Write a local, or a constant with its value, and assign it the next number.
     void AddVarTypeInfo(const SlcOperand& variable, std::string& lines);
     void GenConstInfo(const SlcOperand& constant);
     void Number(const SlcOperand& operand) { operand->m_index = m_nextVarNb++; }
 
-    /// Reports at the statement whose code is written, or else at the shader.
+    /// Reports at the statement whose code is being written, or else at the shader.
     void Report(std::string_view text);
-    /// Before anything is written.
+    /// Prepares for a form, before anything is written.
     void Begin(const SlcInterForm& form);
-    /// The sections from the head up to the default values, and those between them and the code.
+    /// Write the sections before the default values, and those between them and the code.
     void GenDeclarations(SlcInterForm& form, const SlcPtr<SlcListICode>& list);
     void GenFacts(const SlcInterForm& form);
 
-    /// Numbers what instructions of all blocks name: spaces, libraries and shadeops.
+    /// Assign the numbers that instructions of all blocks use: of spaces, libraries and shadeops.
     void InitMatricesInfo(const SlcInterForm& form);
     void InitDSOInfo(const SlcInterForm& form);
-    /// Number of a coordinate space by its text with quotes; -1 if the shader does not name it.
+    /// Returns the number of a coordinate space, named with quotes; -1 if the shader does not name
+    /// it.
     [[nodiscard]] int GetMatrixNb(const std::string& space) const;
-    /// False after a report.
+    /// False, after a report, if byte-code has no number for the call.
     [[nodiscard]] bool IsAvailable(const SlcCallICode& call);
     void AddTransform(const SlcTransformSpaceICode& code, SlcTransformDirection direction);
     void ClearFlags(const std::deque<SlcOperand>& flags);
-    /// The number of an instruction that is named by the types of two operands.
+    /// Adds the number of an instruction whose name depends on the types of two operands.
     template <class Name>
     void AddOperator(const SlcICode& code, const SlcOperand& first, const SlcOperand& second,
                      const Name& name)
@@ -99,7 +101,8 @@ private:
     }
 
     using SlcAllICodeWalker::Case;
-    // SlcGenByteCodeInstructions.cpp; calls, spaces, lights and textures SlcGenByteCodeCalls.cpp.
+    // SlcGenByteCodeInstructions.cpp; SlcGenByteCodeCalls.cpp for calls, spaces, lights and
+    // textures.
     void Case(SlcPtr<SlcLabelICode> code) override;
     void Case(SlcPtr<SlcAssignICode> code) override;
     void Case(SlcPtr<SlcAssignSIMDICode> code) override;
@@ -149,12 +152,12 @@ private:
     SlcPtr<SlcSemanticError> m_errors;
     std::ostream& m_out;
     const SlcSyntaxNode* m_shader = nullptr;
-    SlcPtr<SlcCommentICode> m_comment;  // the last one seen in the block
+    SlcPtr<SlcCommentICode> m_comment;  // the last one in the block so far
     int m_nextVarNb = 0;
     SlcCodeBlock m_code{[this](std::string_view text) { Report(text); }};
     std::unordered_map<std::string_view, int> m_matrices;  // numbers of the form's spaces
-    std::map<std::string, int> m_dsoLibs;                  // number of a library by its file name
-    std::map<std::string, int> m_dsoFuncs;  // number of a shadeop by its function key
+    std::map<std::string, int> m_dsoLibs;                  // numbers of libraries, by file name
+    std::map<std::string, int> m_dsoFuncs;                 // numbers of shadeops, by function key
     SlcEquCBinOpName m_opName{SlcEquCBinOpName::Invert::Source};
     SlcOperatorNumbers m_operatorNumbers;
     std::set<const SlcProcCallExprNode*> m_reportedCalls;  // for look-up only

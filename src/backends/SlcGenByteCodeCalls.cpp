@@ -1,10 +1,10 @@
-// Instructions that have the renderer do something: built-ins and shadeops, transforms to and from
-// spaces, lights, footprints of textures.
+// Instructions that call the renderer: built-ins and shadeops, transforms from and to spaces,
+// lights, texture footprints.
 //
 //     if (f) c = clamp(p, q, r);      CALL_PRIM_CLAMP_3D_SIMD_IF_TRUE c f p q r
 //
 // The name of an instruction ends in the suffix of its form. The condition, if the form has one,
-// follows the result, but comes last in a footprint.
+// follows the result, but is last in a footprint.
 //
 // Tested by tests/backends/GenByteCodeTest.cpp, and against the layouts of the reader by
 // ByteCodeTableTest.cpp.
@@ -17,7 +17,7 @@
 
 namespace {
 
-/// The primitive whose number stands for `primitive`, which may have none.
+/// Returns the primitive whose number is used for `primitive`, which may have none itself.
 SqxPrimitive Numbered(SqxPrimitive primitive)
 {
     return primitive == SqxPrimitive::CALL_PRIM_POINT_FLOAT_4D
@@ -25,7 +25,7 @@ SqxPrimitive Numbered(SqxPrimitive primitive)
                : primitive;
 }
 
-/// A footprint is always one of the whole grid, so that its name does not say it.
+/// A footprint always covers the whole grid, so its name has no suffix for that.
 SqxForm FootprintForm(const SlcOperand& condition)
 {
     return condition ? SqxForm::Where : SqxForm::Plain;
@@ -38,7 +38,7 @@ bool SlcGenByteCode::IsAvailable(const SlcCallICode& call)
     if (SqxCardOf(Numbered(call.m_primitive)).HasNumber())
         return true;
     ++m_faults;
-    // The body of a function is in the list once for each call of it.
+    // Report it once, although the list contains the body of a function once per call.
     if (m_reportedCalls.insert(call.m_node).second)
         m_errors->Error(call.m_node, "'" + std::string(SqxCardOf(call.m_primitive).Name()) +
                                          "' is not available in byte-code, use '--dso'");

@@ -1,9 +1,9 @@
-// The values of each instruction, in the order in which the virtual machine takes them: its number,
-// mostly the result, the condition of a whole-grid form, then what it reads. The number is found by
-// the name that C++ calls the same operation by, so that the two outputs cannot drift apart.
+// The values of each instruction, in the order that the virtual machine expects: its number,
+// usually the result, the condition of a whole-grid form, then the operands that it reads. The
+// number is found by the name that C++ uses for the same operation, so that the two outputs stay
+// consistent.
 //
-// Those that call a function of the renderer are in SlcGenByteCodeCalls.cpp; SlcCCalls.cpp writes
-// their C++.
+// Calls of renderer functions are in SlcGenByteCodeCalls.cpp; SlcCCalls.cpp writes their C++.
 //
 // Tested by tests/backends/GenByteCodeTest.cpp, and against the layouts of the reader by
 // ByteCodeTableTest.cpp.
@@ -189,7 +189,7 @@ void SlcGenByteCode::Case(SlcPtr<SlcOrBoolFlagICode> code)
 
 void SlcGenByteCode::Case(SlcPtr<SlcCheckValidArrayIndexICode> code)
 {
-    // A line number only serves a message, so that a large one is no reason to refuse the shader.
+    // The line number is only used in a message, so a large one is no reason to reject the shader.
     constexpr int highestLine = std::numeric_limits<std::int16_t>::max();
     m_code.AddInstr(SqxPrimitive::CHECK_VALID_ARRAY_INDEX);
     m_code.AddVar(code->m_arrayName);

@@ -1,5 +1,5 @@
-// The order of the file, and its parts that hold no code of the shader. Every name in it comes from
-// SlcGeneratedText, since the run time's headers and users' own commands depend on them.
+// The order of the file, and the parts of it that hold no code of the shader. Every name in it
+// comes from SlcGeneratedText, since the run time's headers and users' commands depend on them.
 //
 // docs/generated-code.md describes the file. Tested by tests/backends/CFileTest.cpp, whose golden
 // texts are whole files, and by tests/host, which runs what they compile to against byte-code.
@@ -76,14 +76,14 @@ std::string SlcGenCCode::Visible(std::size_t parameter) const
            Parameter(parameter)->GetName() + "]";
 }
 
-/// Spaces that a shader may use but a generated file cannot distinguish.
+/// Reports spaces that are distinct in the shader but not in the generated file.
 void SlcGenCCode::CheckSpaceNames()
 {
     std::map<std::string, std::string> spaces;
     for (const SlcStringLiteralNode* space : m_form->m_spaces) {
         const auto [entry, isNew] =
             spaces.emplace(SlcMatrixIndexName(space->GetText()), space->GetText());
-        // Spaces that differ in one character only may have one identifier.
+        // Distinct names may be mapped to one identifier.
         if (!isNew)
             m_errors->Error(m_form->m_shader, "Coordinate spaces " + entry->second + " and " +
                                                   space->GetText() + " have the same name in C++");

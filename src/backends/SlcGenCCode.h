@@ -8,48 +8,49 @@
 #include "icode/SlcInterForm.h"
 
 /// Writes a finished shader as one C++ file, which the C++ compiler turns into a shared object that
-/// a renderer loads. docs/generated-code.md explains how such a file is built.
+/// a renderer loads. docs/generated-code.md explains the structure of such a file.
 ///
 /// One writer serves one file.
 class SlcGenCCode : private SlcCText {
 public:
-    /// `options` and `out` outlive it.
+    /// `options` and `out` must outlive the object.
     SlcGenCCode(SlcPtr<SlcSemanticError> errors, SlcOptionsControl* options, std::ostream& out);
 
-    /// Writes the whole text. Faults are counted by the sink, and the text is then worth nothing.
+    /// Writes the whole text. The sink counts faults; after one, the text is invalid.
     void GenCCode(SlcInterForm& form);
 
 private:
-    // In the order of the file.
-    /// Reports spaces of which two have one name in C++.
+    // Writers of the parts, in the order of the file.
+    /// Reports spaces whose names in C++ are equal.
     void CheckSpaceNames();
-    /// The version and the header of the run time, which brings all that the file needs.
+    /// Writes the version and the include of the run time's header, which provides all that is
+    /// needed.
     void GenHeader();
-    /// The variable for the table that `QxRegister` fills.
+    /// Writes the variable for the table that `QxRegister` fills.
     void GenParamsDescription();
-    /// The structures of the body's locals, and what makes and frees them.
+    /// Writes the structures of the body's locals, and the functions that make and free them.
     void GenLocals();
     void GenInterfaceVesrion();
     void GenUseRayTracingFunc(bool usesRaytracing);
     void GenModifyPointFunc(bool modifiesPoint);
-    /// A number for each space, by the macro that instructions name it by.
+    /// Writes a macro with a number for each space, which instructions use.
     void GenMatrixIndexes();
-    /// `QxRegister`: a macro for the number of each parameter, and their descriptions.
+    /// Writes `QxRegister`: a macro for the number of each parameter, and their descriptions.
     void GenRegisterFunc();
-    /// `QxInterrogate`, with the next three for its tables.
+    /// Writes `QxInterrogate`; the next three write its tables.
     void GenInterrogate();
     void GenVisibleVarsFacts();
     void GenHiddenVars();
     void GenDataSizes();
-    /// `QxInitialize`: the default values of an instance.
+    /// Writes `QxInitialize`: the default values of an instance.
     void GenInitialize();
     void GenDefaultValue(std::size_t parameter);
-    /// The value of a parameter until the first grid is shaded: zeros, or empty strings.
+    /// Writes the value of a parameter until the first grid is shaded: zeros, or empty strings.
     void GenShadeTimePlaceholder(std::size_t parameter);
-    /// The default values that need shading data, as a function that the body calls first.
+    /// Writes the function that computes default values from shading data; the body calls it first.
     void GenInitializeAtShadeTime();
     void GenShadeTimeValue(std::size_t parameter);
-    /// Copies a value into a parameter, for all points if that varies.
+    /// Copies a value into a parameter, for all points if the parameter is varying.
     void GenShadeTimeAssign(const SlcOperand& dest, const SlcOperand& source,
                             const SlcOperand& index);
     void GenDestroy();
@@ -58,21 +59,21 @@ private:
     void GenEvaluateLightShader();
     void GenEvaluateDisplacementShader();
 
-    /// As the renderer's tokens declare it: detail, type and length.
+    /// Returns the declaration in the form of the renderer's tokens: detail, type and length.
     [[nodiscard]] std::string Declaration(const SlcOperand& parameter) const;
-    /// Its function gets the lights.
+    /// True if the evaluate function gets the lights.
     [[nodiscard]] bool IsLitShader() const;
-    /// Some default value looks at lights.
+    /// True if some default value queries lights.
     [[nodiscard]] bool UsesLightsAtShadeTime() const;
-    /// The evaluate function; `parameters` are those of the kind of shader; they follow the common
-    /// ones.
+    /// Writes the evaluate function; `parameters` are those that the kind of shader adds to the
+    /// common ones.
     void GenEvaluate(const char* parameters);
-    /// Static initialized array of the frame; a null pointer where there are no values.
+    /// Writes a static array of the file's frame; a null pointer if there are no values.
     void GenTable(const char* type, const char* name, const std::vector<std::string>& values);
 
-    /// The operand of a parameter, by its place in the file.
+    /// Returns the operand of a parameter, by its index in the file.
     [[nodiscard]] const SlcOperand& Parameter(std::size_t i) const;
-    /// The text by which the file reaches the variable of a parameter that the renderer holds.
+    /// Returns the text that accesses the renderer's variable for a parameter.
     [[nodiscard]] std::string Visible(std::size_t parameter) const;
 
     SlcPtr<SlcSemanticError> m_errors;

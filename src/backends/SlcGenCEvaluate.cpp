@@ -1,5 +1,5 @@
-// The body of the shader: locals are made, the main list runs, locals are freed. Kinds of shaders
-// differ in their parameters.
+// The body of the shader: it makes the locals, runs the main list, and frees the locals. The
+// parameters depend on the kind of shader.
 //
 // Tested by tests/backends/CFileTest.cpp.
 

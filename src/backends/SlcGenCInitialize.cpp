@@ -1,12 +1,12 @@
-// Default values of parameters: those known when an instance is made, and those that need shading
-// data, which hold zero until a grid is shaded.
+// Default values of parameters: those computed when an instance is made, and those that depend on
+// shading data, which are zero until a grid is shaded.
 //
 //     float Kd = 0.5         QxInitialize: QxInitVarValue(i_visibles[INDEX_Kd], "", ..., &temp)
 //     float n = noise(s)     QxInitialize: zero; QxInitializeAtShadeTime, at the start of
 //     QxEvaluate:
 //                            CALL_PRIM_NOISE_FLOAT_1D(...) for each point
 //
-// A value that the user has given is left alone (UseDefaultValue).
+// A value that the user has set is not overwritten (UseDefaultValue).
 //
 // Tested by tests/backends/CFileTest.cpp, ComputesArraysAndStringsAtShadeTime and others.
 
@@ -119,8 +119,8 @@ bool SlcGenCCode::UsesLightsAtShadeTime() const
     return false;
 }
 
-/// The names of the parameters are those of the evaluate functions, so that its body reads as one
-/// of theirs.
+/// The parameters have the names of those of the evaluate functions, so that the same statements
+/// are valid in both.
 void SlcGenCCode::GenInitializeAtShadeTime()
 {
     SlcCLocals locals(m_out);
@@ -129,7 +129,7 @@ void SlcGenCCode::GenInitializeAtShadeTime()
             locals.Add(*parameter.initList);
 
     const bool usesLights = UsesLightsAtShadeTime();
-    // Nothing calls it in a shader of another kind.
+    // In a shader of another kind, nothing calls it.
     Line(IsLitShader() ? "static void " : "[[maybe_unused]] static void ",
          Generated::sm_slcInitializeAtShadeTimeFuncName,
          "(const QxShadingContext &i_context, QxVar *i_visibles,const QxSurfaceHidden &i_hiddens, "
@@ -165,7 +165,7 @@ void SlcGenCCode::GenShadeTimeValue(std::size_t parameter)
     Line("\t}");
 }
 
-/// `index` names the element of two arrays; null for a single value.
+/// `index` selects the element of two arrays; null for a single value.
 void SlcGenCCode::GenShadeTimeAssign(const SlcOperand& dest, const SlcOperand& source,
                                      const SlcOperand& index)
 {

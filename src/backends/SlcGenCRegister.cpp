@@ -1,10 +1,10 @@
-// The entry points by which a shader describes itself, and the one that frees what they made. A
-// renderer calls QxRegister, then QxInterrogate, and QxDestroy last; what they hand out is static,
-// so that a second call gives the same tables.
+// The entry points through which a shader describes itself, and the one that frees their data. A
+// renderer calls QxRegister, then QxInterrogate, and QxDestroy last. The tables are static, so a
+// second call returns the same ones.
 //
 //     QxRegister       the parameters, each by its token, name and declaration
 //     QxInterrogate    the kind of shader; spaces, predefined variables and sizes, which the
-//                      renderer wants before it makes an instance; opens the shadeops
+//                      renderer needs before it makes an instance; opens the shadeops
 //     QxDestroy        frees what the two have made
 //
 // Tested by tests/backends/CFileTest.cpp and tests/host.
@@ -27,7 +27,7 @@ struct DeclarationWord {
     const char* word;
 };
 
-// The renderer's tokens know the point family as one type.
+// For the renderer's tokens, the point family is one type.
 constexpr DeclarationWord k_declarationWords[] = {
     {&SlcTypeNode::IsFloatType, "float"},   {&SlcTypeNode::IsPointType, "point"},
     {&SlcTypeNode::IsColorType, "color"},   {&SlcTypeNode::IsStringType, "string"},

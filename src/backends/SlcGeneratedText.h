@@ -2,8 +2,8 @@
 
 #include "symbols/SlcGeneratedNames.h"
 
-/// Names that appear in generated C++, so that definitions and uses agree. The headers of the run
-/// time, renderers and users' files know them: an odd spelling stays.
+/// Names that appear in generated C++, so that definitions and uses agree. The run time's headers,
+/// renderers and users' files depend on them, so odd spellings stay.
 struct SlcGeneratedText {
     static constexpr const char* sm_slcHeaderFile = "slcShaderCCodeOp.h";
     static constexpr const char* sm_slcPrefixFunc = "extern \"C\" void QX_SHADER_FUNC ";
@@ -47,7 +47,7 @@ struct SlcGeneratedText {
     static constexpr const char* sm_slcIntType = "unsigned int";
     static constexpr const char* sm_slcMatrixType = "QxMatrix44";
 
-    // what a body reads
+    // names that a body uses
     static constexpr const char* sm_hiddenPrefix = SlcGeneratedNames::k_hiddenPrefix;
     static constexpr const char* sm_lightPrefix = SlcGeneratedNames::k_lightPrefix;
     static constexpr const char* sm_polygonCounter = "polyCnt";

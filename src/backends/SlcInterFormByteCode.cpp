@@ -1,4 +1,4 @@
-// The byte-code writer's part of the compiled shader.
+// The member functions of the compiled shader that write byte-code.
 
 #include "backends/SlcFileInProgress.h"
 #include "backends/SlcGenByteCode.h"

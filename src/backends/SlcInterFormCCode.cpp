@@ -1,4 +1,4 @@
-// The C++ writer's part of the compiled shader.
+// The member functions of the compiled shader that write C++.
 
 #include "backends/SlcFileInProgress.h"
 #include "backends/SlcGenCCode.h"

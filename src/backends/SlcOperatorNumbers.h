@@ -9,13 +9,13 @@
 #include "icode/SlcICode.h"
 #include "icode/SlcLexType.h"
 
-/// The numbers of operator instructions, by class and types of two operands, as they are found by
-/// name. A shader has many operators of few kinds, and putting a name together and looking it up
-/// takes longer than the rest of the instruction.
+/// A cache of the numbers of operator instructions, by class and types of two operands. A shader
+/// has many operators of few kinds, and composing a name and looking it up takes longer than the
+/// rest of the instruction.
 class SlcOperatorNumbers {
 public:
-    /// `name` returns the name, the same for all instructions of a class with operands of these
-    /// types, which must outlive this object.
+    /// `name` returns the name if it is not cached. It must depend only on the class and the types.
+    /// The types must outlive this object.
     template <class Name>
     [[nodiscard]] short Of(const SlcICode& code, const SlcOperand& first, const SlcOperand& second,
                            const Name& name)
@@ -40,7 +40,7 @@ private:
     };
     static constexpr std::size_t k_slots = 64;
 
-    /// Keys of one slot drive each other out, which costs a look-up and changes nothing.
+    /// A key evicts another one from its slot, which costs a look-up but does not affect results.
     [[nodiscard]] static std::size_t SlotOf(const Key& key)
     {
         const auto bits = [](const void* address) {

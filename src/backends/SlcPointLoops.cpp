@@ -1,12 +1,12 @@
-// Finds what C++ runs as one loop over points.
+// Finds the instructions that C++ runs as one loop over points.
 //
 //     { f?( x = y * 2; ) }  g = f for the grid  u = any g  { g?( z = x; ) }
 // becomes
 //     for each point: load f x y z; if (f) x = y * 2; g = f; any |= g; if (g) z = x; store x g z
 //
-// A piece is one parallel run, or one instruction for the whole grid, that qualifies; pieces beside
-// each other are joined. Predefined variables of one type that is written may be the same array, if
-// the host wishes: unless it is the only one, those are not kept but read and written in order.
+// A piece is one parallel run, or one whole-grid instruction, that qualifies; adjacent pieces are
+// joined. The host may pass the same array for predefined variables of one type. If one of them is
+// written and there are several, they are accessed in memory, in order, instead of in variables.
 //
 // Tested by tests/backends/PointLoopsTest.cpp, and with whole shaders by tests/host.
 
@@ -24,12 +24,12 @@
 
 namespace {
 
-/// A C++ compiler takes long for a loop of very many instructions.
+/// Longer loops take a C++ compiler too long.
 constexpr std::size_t k_longestJoined = 400;
 
 enum class Access { Read, Write };
 
-/// The operands of an instruction, without constants.
+/// Lists the operands of an instruction, except constants.
 class Operands : private SlcOperandWalker {
 public:
     struct Row {
@@ -55,7 +55,7 @@ private:
     std::vector<Row> m_rows;
 };
 
-/// Functions of one component, whose macros are written by hand.
+/// Functions of one component, which have hand-written macros.
 constexpr SqxPrimitive k_components[] = {
     SqxPrimitive::CALL_PRIM_XCOMP,    SqxPrimitive::CALL_PRIM_YCOMP,
     SqxPrimitive::CALL_PRIM_ZCOMP,    SqxPrimitive::CALL_PRIM_SETXCOMP,
@@ -70,10 +70,10 @@ bool IsCheap(SqxPrimitive primitive)
                std::end(k_components);
 }
 
-/// What an instruction is in the search for pieces.
+/// Classifies instructions for the search for pieces.
 class Classes : private SlcAllICodeWalker {
 public:
-    enum class Kind { Unfit, Plain, Grid, Reduction, Opens, Closes, Guard };
+    enum class Kind { Unsupported, Plain, Grid, Reduction, Opens, Closes, Guard };
 
     [[nodiscard]] Kind Of(const SlcPtr<SlcICode>& code)
     {
@@ -104,15 +104,15 @@ private:
         const bool fit = code->m_list == SlcCallICode::ArgumentList::Fixed &&
                          IsCheap(code->m_primitive) && (code->m_result || !code->m_form.simd);
         const Kind kind = code->m_form.simd ? Kind::Grid : Kind::Plain;
-        m_kind = fit ? kind : Kind::Unfit;
+        m_kind = fit ? kind : Kind::Unsupported;
     }
-    void Default(SlcPtr<SlcICode>) override { m_kind = Kind::Unfit; }
+    void Default(SlcPtr<SlcICode>) override { m_kind = Kind::Unsupported; }
 
-    Kind m_kind = Kind::Unfit;
+    Kind m_kind = Kind::Unsupported;
 };
 
-/// Numbers, triples and flags.
-bool HasFitType(const SlcOperand& operand)
+/// True for numbers, triples and flags.
+bool HasSupportedType(const SlcOperand& operand)
 {
     const SlcTypeNode* type = operand->GetType();
     return !type->IsArrayType() && !type->IsArrayRefType() && !type->IsStringType() &&
@@ -138,21 +138,21 @@ public:
 
 private:
     struct Accesses {
-        [[nodiscard]] bool MayBeAnother(const SlcOperand& operand) const;
+        [[nodiscard]] bool MayAlias(const SlcOperand& operand) const;
 
-        std::vector<SlcOperand> inOrder;                              // of the first access
+        std::vector<SlcOperand> inOrder;                              // of first access
         std::set<SlcOperand> seen;                                    // the same; for look-up only
         std::set<SlcOperand> written;                                 // for look-up only
         std::map<std::string_view, std::set<SlcOperand>> predefined;  // by type
     };
     void FindTemporaries();
     [[nodiscard]] std::size_t EndOfPiece(std::size_t begin);
-    [[nodiscard]] bool HasFitOperands(std::size_t begin, std::size_t end);
+    [[nodiscard]] bool HasSupportedOperands(std::size_t begin, std::size_t end);
     [[nodiscard]] bool ReadsFlag(std::size_t begin, std::size_t end,
                                  const std::vector<SlcOperand>& flags);
     void AddPiece(SlcPointLoop& loop, std::size_t end);
     [[nodiscard]] Accesses AccessesIn(std::size_t begin, std::size_t end);
-    void Keep(SlcPointLoop& loop);
+    void PlaceOperands(SlcPointLoop& loop);
 
     const std::deque<SlcPtr<SlcICode>>& m_codes;
     Operands m_operands;
@@ -177,14 +177,14 @@ std::vector<SlcPointLoop> Finder::Find()
             i = end;
             end = i < m_codes.size() ? EndOfPiece(i) : i;
         } while (end != i && end - loop.begin <= k_longestJoined && !ReadsFlag(i, end, loop.flags));
-        Keep(loop);
+        PlaceOperands(loop);
         loops.push_back(std::move(loop));
     }
     return loops;
 }
 
-/// Finds the locals whose values never leave one iteration of a parallel run: those that are stored
-/// once, and that each run which uses them writes first.
+/// Finds the locals whose values never leave an iteration of a parallel run: uniform ones that are
+/// defined before use in every run, and not used outside of runs.
 void Finder::FindTemporaries()
 {
     std::set<SlcOperand> others;
@@ -207,7 +207,7 @@ void Finder::FindTemporaries()
         m_temporaries.erase(other);
 }
 
-/// `begin` itself if there is no piece.
+/// Returns the end of the piece at `begin`; `begin` itself if there is none.
 std::size_t Finder::EndOfPiece(std::size_t begin)
 {
     using Kind = Classes::Kind;
@@ -215,24 +215,24 @@ std::size_t Finder::EndOfPiece(std::size_t begin)
     std::size_t end = begin + 1;
     if (kind == Kind::Opens) {
         for (Kind inside = Kind::Opens; inside != Kind::Closes; ++end) {
-            inside = end < m_codes.size() ? m_classes.Of(m_codes[end]) : Kind::Unfit;
+            inside = end < m_codes.size() ? m_classes.Of(m_codes[end]) : Kind::Unsupported;
             if (inside != Kind::Plain && inside != Kind::Guard && inside != Kind::Closes)
                 return begin;
         }
     } else if (kind != Kind::Grid && kind != Kind::Reduction) {
         return begin;
     }
-    return HasFitOperands(begin, end) ? end : begin;
+    return HasSupportedOperands(begin, end) ? end : begin;
 }
 
-/// A variable that is stored once may be written if it is a temporary, or by a reduction.
-bool Finder::HasFitOperands(std::size_t begin, std::size_t end)
+/// A uniform variable may be written only if it is a temporary, or by a reduction.
+bool Finder::HasSupportedOperands(std::size_t begin, std::size_t end)
 {
     for (std::size_t i = begin; i < end; ++i) {
         const bool reduces = m_classes.Of(m_codes[i]) == Classes::Kind::Reduction;
         for (const auto& [operand, access] : m_operands.Of(m_codes[i])) {
             const bool isLocal = operand->GetStorage()->IsLocal();
-            if (!HasFitType(operand) ||
+            if (!HasSupportedType(operand) ||
                 (!isLocal && !IsParameter(operand) && !IsPredefined(operand)))
                 return false;
             if (reduces && (access == Access::Read) == operand->IsUniform())
@@ -264,7 +264,7 @@ void Finder::AddPiece(SlcPointLoop& loop, std::size_t end)
     }
 }
 
-/// What the instructions from `begin` up to `end` access.
+/// Collects the operands that the instructions from `begin` up to `end` access.
 Finder::Accesses Finder::AccessesIn(std::size_t begin, std::size_t end)
 {
     Accesses accesses;
@@ -280,8 +280,8 @@ Finder::Accesses Finder::AccessesIn(std::size_t begin, std::size_t end)
     return accesses;
 }
 
-/// True for a predefined variable that may be the array of another one, if either is written.
-bool Finder::Accesses::MayBeAnother(const SlcOperand& operand) const
+/// True for a predefined variable that may alias another one, if any such variable is written.
+bool Finder::Accesses::MayAlias(const SlcOperand& operand) const
 {
     if (!IsPredefined(operand))
         return false;
@@ -291,12 +291,12 @@ bool Finder::Accesses::MayBeAnother(const SlcOperand& operand) const
            });
 }
 
-/// Decides where the operands of a loop live.
-void Finder::Keep(SlcPointLoop& loop)
+/// Decides where each operand of a loop is kept.
+void Finder::PlaceOperands(SlcPointLoop& loop)
 {
     const Accesses accesses = AccessesIn(loop.begin, loop.end);
     for (const SlcOperand& operand : accesses.inOrder) {
-        if (accesses.MayBeAnother(operand))
+        if (accesses.MayAlias(operand))
             continue;
         const bool isWritten = accesses.written.count(operand) != 0;
         if (!operand->IsUniform()) {

@@ -5,36 +5,35 @@
 
 #include "icode/SlcListICode.h"
 
-/// Instructions from `begin` up to `end`, exclusive, which C++ runs as one loop over points:
-/// parallel runs, and instructions for the whole grid between them that need nothing but the point.
-/// All of them can be computed in vectors, also at points that need no result.
+/// Instructions from `begin` up to `end`, exclusive, that C++ runs as one loop over points:
+/// parallel runs, and whole-grid instructions between them that depend only on the current point.
+/// All of them can be vectorized, and executed speculatively at points that need no result.
 ///
-/// What the loop reads and writes is then kept in variables of an iteration: loaded at its start,
-/// stored at its end. So nothing is written under a condition, which keeps compilers from making
-/// loops of vectors.
+/// The operands of the loop are kept in variables of an iteration: loaded at its start and stored
+/// at its end. So no memory is written under a condition, which would prevent vectorization.
 struct SlcPointLoop {
     std::size_t begin = 0;
     std::size_t end = 0;
     bool hasGuard = false;
     // In the order of the first access:
-    std::vector<SlcOperand> constants;    // uniform variables that are read; the same at all points
+    std::vector<SlcOperand> constants;    // uniform variables that are read; equal at all points
     std::vector<SlcOperand> loaded;       // varying variables
-    std::vector<SlcOperand> stored;       // those of them that are written
-    std::vector<SlcOperand> temporaries;  // locals whose values stay within an iteration
-    std::vector<SlcOperand> flags;        // uniform flags: whether another is true at some point
+    std::vector<SlcOperand> stored;       // those of `loaded` that are written
+    std::vector<SlcOperand> temporaries;  // locals whose values are used only within an iteration
+    std::vector<SlcOperand> flags;        // uniform flags, set if another flag is true at any point
 };
 
-/// The maximal loops of a list, in order. O(n log n) for n instructions.
+/// Returns the maximal loops of a list, in order. O(n log n) for n instructions.
 [[nodiscard]] std::vector<SlcPointLoop> SlcFindPointLoops(const SlcListICode& list);
 
-/// A loop of the language whose instructions, from `begin` up to `end`, are point loops, labels and
-/// jumps, and which C++ may run to its end for one strip of points after the other: no iteration
-/// affects points that have left the loop. No jump from elsewhere leads into it.
+/// A loop of the language that consists of point loops, labels and jumps, from `begin` up to `end`.
+/// C++ may run it to completion for one strip of points after the other, since no iteration affects
+/// points that have left the loop. No jump enters it from outside.
 struct SlcStripLoop {
     std::size_t begin = 0;
     std::size_t end = 0;
 };
 
-/// The outermost such loops, in order.
+/// Returns the outermost such loops, in order.
 [[nodiscard]] std::vector<SlcStripLoop> SlcFindStripLoops(const SlcListICode& list,
                                                           const std::vector<SlcPointLoop>& loops);

@@ -1,5 +1,5 @@
-// A name of a space as a part of a C++ identifier: "my-space" becomes MATRIX_my_2d_space. Two names
-// may become one; SlcGenCCode refuses a shader that uses both.
+// The name of a space as a part of a C++ identifier: "my-space" becomes MATRIX_my_2d_space. Two
+// names may collide; SlcGenCCode rejects a shader that uses both.
 
 #include "backends/SlcSpaceName.h"
 

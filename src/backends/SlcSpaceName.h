@@ -3,9 +3,10 @@
 #include <string>
 #include <string_view>
 
-/// `text` as part of an identifier: a letter, digit or "_" stays, any other character becomes "_",
-/// its two hexadecimal digits, "_". Two texts may give one name.
+/// Returns `text` as part of an identifier: letters, digits and "_" stay; any other character
+/// becomes "_", its two hexadecimal digits, "_". Two texts may have the same result.
 [[nodiscard]] std::string SlcNameAsCId(std::string_view text);
 
-/// The macro by which generated code numbers a coordinate space; `literal` with its quotes.
+/// Returns the macro for the number of a coordinate space in generated code; `literal` includes the
+/// quotes.
 [[nodiscard]] std::string SlcMatrixIndexName(const std::string& literal);

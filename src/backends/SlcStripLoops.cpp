@@ -1,13 +1,13 @@
-// Finds loops that run strip by strip:
+// Finds loops that can run strip by strip:
 //
 //     top: for each point: ...; any |= f  if (!any) goto end  for each point: ...  goto top  end:
 // becomes
 //     for each strip { top: ...; if (!any) goto end; ...; goto top; end: }
 //
-// Values then stay in the first-level cache, and a strip is done when its own last point is. The
-// idea and its literature are in runtime/machine/translate/QxJoinRuns.cpp.
+// The values of a strip stay in the first-level cache, and a strip ends when its own last point
+// does. The idea and its literature are in runtime/machine/translate/QxJoinRuns.cpp.
 //
-// A flag may be true for the grid and false for a strip, so only a jump right after it may read it.
+// A flag may be true for the grid but false for a strip, so only a jump right after it may read it.
 //
 // Tested by tests/backends/PointLoopsTest.cpp, and with whole shaders by tests/host.
 
@@ -39,7 +39,7 @@ private:
     std::map<SlcOperand, int> m_counts;  // for look-up only
 };
 
-/// The label that an instruction is, or the one that it jumps to, and by which flag.
+/// Returns the label that an instruction defines, or its jump target and the flag that it tests.
 class Flow : private SlcAllICodeWalker {
 public:
     struct Parts {
@@ -89,7 +89,7 @@ private:
     void Record();
     [[nodiscard]] bool IsReadRightAfter(std::size_t jump) const;
     [[nodiscard]] std::size_t EndOf(std::size_t begin) const;
-    [[nodiscard]] bool IsFit(std::size_t begin, std::size_t end) const;
+    [[nodiscard]] bool CanRunByStrips(std::size_t begin, std::size_t end) const;
     [[nodiscard]] bool StaysInside(std::size_t place, std::size_t begin, std::size_t end) const;
 
     struct Label {
@@ -98,7 +98,7 @@ private:
     };
     const std::deque<SlcPtr<SlcICode>>& m_codes;
     std::vector<const SlcPointLoop*> m_loopAt;  // by instruction: the loop that begins there
-    std::vector<const SlcPointLoop*> m_loopTo;  // by instruction: the loop right before it
+    std::vector<const SlcPointLoop*> m_loopTo;  // by instruction: the loop that ends before it
     std::vector<Flow::Parts> m_flow;            // by instruction
     std::map<SlcLabel, Label> m_labels;         // for look-up only
     ReadCounts m_reads;
@@ -111,7 +111,7 @@ std::vector<SlcStripLoop> StripFinder::Find()
     std::vector<SlcStripLoop> strips;
     for (std::size_t i = 0; i < m_codes.size(); ++i) {
         const std::size_t end = EndOf(i);
-        if (end == k_none || !IsFit(i, end))
+        if (end == k_none || !CanRunByStrips(i, end))
             continue;
         strips.push_back({i, end});
         i = end - 1;
@@ -143,8 +143,8 @@ bool StripFinder::IsReadRightAfter(std::size_t jump) const
            std::find(loop->flags.begin(), loop->flags.end(), flag) != loop->flags.end();
 }
 
-/// Where the loop ends whose first label is at `begin`; none if there is no such loop. The labels
-/// right after its last jump belong to it.
+/// Returns the end of the loop whose first label is at `begin`; `k_none` if there is no such loop.
+/// The labels right after its last jump belong to it.
 std::size_t StripFinder::EndOf(std::size_t begin) const
 {
     const SlcLabel& label = m_flow[begin].label;
@@ -156,7 +156,7 @@ std::size_t StripFinder::EndOf(std::size_t begin) const
     return end;
 }
 
-bool StripFinder::IsFit(std::size_t begin, std::size_t end) const
+bool StripFinder::CanRunByStrips(std::size_t begin, std::size_t end) const
 {
     bool hasCondition = false;
     for (std::size_t i = begin; i < end;) {
@@ -176,7 +176,7 @@ bool StripFinder::IsFit(std::size_t begin, std::size_t end) const
     return hasCondition;
 }
 
-/// True for a jump, and for a label, that only meet such from `begin` up to `end`.
+/// True for a jump whose target, or a label whose jumps, are all from `begin` up to `end`.
 bool StripFinder::StaysInside(std::size_t place, std::size_t begin, std::size_t end) const
 {
     const auto isInside = [&](std::size_t other) { return begin <= other && other < end; };
