@@ -1,5 +1,4 @@
-// One compile: a compilation that the thread enters, the stages in their order, and what they
-// leave.
+// One compile: the thread enters a compilation, runs the stages in order, and collects the results.
 //
 // Tested by tests/compiler.
 
@@ -36,7 +35,7 @@ using Options = QxCompileOptions;
 using Report = QxCompileReport;
 using Failure = QxCompileResult::Failure;
 
-constexpr int k_overlongToken = 2;  // the status of a program that ends because of one
+constexpr int k_overlongToken = 2;  // exit status after a report about one
 
 Report PublicReport(const SlcReport& report)
 {
@@ -62,8 +61,8 @@ Report PublicReport(const SlcPreprocessorReport& report)
             ""};
 }
 
-/// Takes the tree apart whether or not a stage has failed: its nodes and annotations may hold each
-/// other. The compiled shader must be gone before.
+/// Takes the tree apart, even after a failed stage, since its nodes and annotations may hold each
+/// other. The compiled shader must be destroyed before.
 struct DeleteTree {
     void operator()(SlcDefinitionsNode* tree) const
     {
@@ -72,7 +71,7 @@ struct DeleteTree {
     }
 };
 
-/// While it lives, the thread is in a compilation, whose reports end up in a result.
+/// Keeps the thread in a compilation, and collects its reports into a result.
 class RunInCompilation {
 public:
     /// `messages` must outlive the compilation.
@@ -93,7 +92,7 @@ public:
             stages();
             m_result.failure = Failure::None;
         } catch (const SlcCompilationError&) {
-            // Already reported, like the next ones.
+            // These exceptions follow a report.
         } catch (const SlcCompilationSevereError&) {
             m_result.failure = Failure::Preprocessing;
         } catch (const SlcCompilationEnd& end) {
@@ -124,7 +123,7 @@ public:
         m_record.m_strict = options.isStrict;
         m_record.m_useShadeops = options.usesShadeops;
         m_record.m_generateDSO = options.output == Options::Output::Cpp;
-        // Byte-code has no registers to keep a temporary in.
+        // Byte-code has no registers that could hold a temporary.
         m_record.m_convertTmpVarDetail = m_record.m_convertTmpVarDetail && m_record.m_generateDSO;
         m_record.m_searchDirs.insert(m_record.m_searchDirs.end(), options.folders.begin(),
                                      options.folders.end());
@@ -180,7 +179,8 @@ private:
         m_result.index = SlcMakeIndex(*m_trace, m_text, tree.get(), m_record.m_strict);
     }
 
-    /// Continues as far as the faults allow. Its reports are consequences of them, and are dropped.
+    /// Indexes as much as the faults allow. Drops further reports, which would only follow from the
+    /// first.
     void IndexFaultySource(Tree& tree)
     {
         try {
@@ -247,7 +247,7 @@ private:
         throw SlcCompilationSevereError();
     }
 
-    /// Reports have places in the preprocessed text.
+    /// Converts places in the preprocessed text, which reports use, to columns in the files.
     void SetColumns(std::vector<SlcColumnChange> changes)
     {
         m_columns.emplace(m_text, std::move(changes));
@@ -281,7 +281,7 @@ private:
     std::optional<SlcTextColumns> m_columns;
     std::optional<SlcPreprocessorTrace> m_trace;
     bool m_isChecked = false;
-    SlcCompilation m_compilation;  // last, since its parts go before what they refer to
+    SlcCompilation m_compilation;  // last: its parts refer to the members above
 };
 
 }  // namespace

@@ -6,17 +6,17 @@
 #include <string>
 #include <vector>
 
-// Compiles shaders within a program. `docs/compiling.md` shows how.
+// Compiles shaders from within a program. `docs/compiling.md` shows how.
 
 class QxSourceIndex;
 
-/// The request for a compile; the fields are those options of `shaderqx` that change a shader.
+/// The options of a compile: those options of `shaderqx` that affect the shader.
 struct QxCompileOptions {
     enum class Output {
         ByteCode,      // the contents of a `.sqx` file
         Cpp,           // C++ text, from which a C++ compiler makes a shared object
-        Preprocessed,  // the source without directives, as the parser reads it
-        Nothing,       // the checks alone
+        Preprocessed,  // the source after preprocessing, as the parser reads it
+        Nothing,       // only the checks
     };
 
     Output output = Output::ByteCode;
@@ -24,80 +24,80 @@ struct QxCompileOptions {
     bool checksArrayBounds = true;  // --no-array-check clears it; level 3 checks none
     bool isStrict = false;          // --strict
     bool usesShadeops = true;       // --dont-use-shadeops clears it
-    bool isPreprocessed = false;    // the source has been through a preprocessor
+    bool isPreprocessed = false;    // the source is already preprocessed
     int warningLevel = 1;           // -w0 to -w2
     bool showsAdvice = false;       // at every warning level, as with SLC_ADVICE=1
-    bool makesIndex = false;        // of the names in the source, for editors; not if preprocessed
+    bool makesIndex = false;        // names of the source, for editors; not if preprocessed
 
     std::vector<std::string> folders;  // -I: of included files, and after "." of shadeop libraries
     std::vector<std::string> macros;   // -D: NAME or NAME=VALUE
 
-    /// The contents of a file as it shall be read, such as one that an editor holds, or nothing for
-    /// one that is read from the disk. May be empty. Called in the thread that compiles.
+    /// Returns the contents to use for a file, such as those in an editor, or nothing to read the
+    /// file from disk. May be empty. Called on the compiling thread.
     std::function<std::optional<std::string>(const std::string& path)> readFile;
 };
 
-/// A fault in a source, or what the compiler remarks on it.
+/// An error in a source, or a warning about it.
 struct QxCompileReport {
     enum class Severity { Error, Warning };
 
     Severity severity = Severity::Error;
-    int level = 0;     // of a warning: the least warning level that shows it
-    std::string file;  // empty if the report belongs to no place
+    int level = 0;     // for a warning: the lowest warning level that shows it
+    std::string file;  // empty if the report has no place
     int line = 0;
     int column = 0;  // in bytes, from 1; 0 if only the line is known
-    int length = 0;  // of the place, in bytes
+    int length = 0;  // of the range at fault, in bytes
     std::string text;
-    std::string advice;  // what may have been meant; often empty
+    std::string advice;  // what was possibly meant; often empty
 };
 
-/// The outcome of a compile.
+/// The result of a compile.
 struct QxCompileResult {
     /// The kind of fault.
     enum class Failure {
         None,
-        Preprocessing,  // the source, before it was parsed; or it could not be read
-        Source,         // the shader; or its output could not be written
-        OverlongToken,  // the source, which has a word or a line that is too long to go on
-        Compiler,       // the compiler itself: the messages ask to report it
+        Preprocessing,  // fault found before parsing, or unreadable source
+        Source,         // fault in the shader, or unwritable output
+        OverlongToken,  // word or line of the source that exceeds a limit
+        Compiler,       // fault of the compiler; the messages ask the user to report it
     };
 
     bool succeeded = false;
     Failure failure = Failure::None;
-    std::string shaderName;  // empty if the source was refused before it
-    std::string fileName;    // made of it: NAME.sqx or NAME.cpp
-    std::string output;      // empty after a failure, but as far as it came if only preprocessed
+    std::string shaderName;  // empty if the source was rejected before it
+    std::string fileName;    // derived from it: NAME.sqx or NAME.cpp
+    std::string output;      // empty after a failure, except that preprocessed text is partial
 
-    std::vector<QxCompileReport> reports;  // in the order in which they were made
-    std::string messages;                  // the same, in the words and the form of the program
-    int errors = 0;    // in the shader; with those that are too many to be reported
+    std::vector<QxCompileReport> reports;  // in the order of reporting
+    std::string messages;                  // the same reports, as the program prints them
+    int errors = 0;    // in the shader, including those beyond the limit of reports
     int warnings = 0;  // likewise
 
-    std::vector<std::string> files;             // that were read: the source and what it includes
-    std::vector<std::string> searchedPlaces;    // where included files were looked for in vain
-    std::vector<std::string> shadeopLibraries;  // whose functions the shader calls
+    std::vector<std::string> files;             // the files that were read: source and includes
+    std::vector<std::string> searchedPlaces;    // paths where included files were not found
+    std::vector<std::string> shadeopLibraries;  // those whose functions the shader calls
 
     /// The meanings of the source's names; `compiler/QxSourceIndex.h` defines it. Null unless
-    /// `makesIndex` asks for it; of a source with faults it holds what could be read.
+    /// `makesIndex` is set; for a source with faults it holds what could be determined.
     std::shared_ptr<const QxSourceIndex> index;
 };
 
-/// Compiles the source in the file `path`. What is wrong with it, or with the file, is in the
-/// result: nothing is thrown but `std::bad_alloc`, nothing is printed, and no file is written.
-/// Line markers of a source that is preprocessed name the files of its reports.
+/// Compiles the source in the file `path`. Faults of the source or the file are returned in the
+/// result: nothing is printed, no file is written, and only `std::bad_alloc` is thrown. For
+/// preprocessed sources, reports name the files of their line markers.
 ///
-/// Any number of threads may compile at a time. A result depends on source and options alone, not
-/// on what was compiled before, and no memory is kept. A thread needs the stack of a main thread, 8
-/// MB, for the deepest nesting that is accepted; with less, sources that are nested deeply are
-/// refused.
+/// Any number of threads may compile at the same time. A result depends only on source and options,
+/// not on previous compiles, and no memory is retained. A thread needs the stack of a main thread,
+/// 8 MB, for the deepest accepted nesting; with a smaller stack, deeply nested sources are
+/// rejected.
 [[nodiscard]] QxCompileResult QxCompileFile(const std::string& path,
                                             const QxCompileOptions& options = {});
 
-/// The same of a text in memory. `path` names it in reports, and its folder is searched first for
-/// what it includes.
+/// Does the same for a text in memory. `path` names it in reports, and its folder is the first one
+/// searched for included files.
 [[nodiscard]] QxCompileResult QxCompileText(const std::string& path, std::string text,
                                             const QxCompileOptions& options = {});
 
-/// Writes byte-code or C++ into the folder under its file name: whole, or not at all. If that is
-/// not possible, the result becomes a failure that is reported in it.
+/// Writes byte-code or C++ into the folder under its file name, completely or not at all. If that
+/// is not possible, the result becomes a failure with a report.
 void QxWriteOutput(QxCompileResult& result, const std::string& folder);

@@ -6,18 +6,18 @@
 
 #include "compiler/QxSourceIndex.h"
 
-// The names that the language defines, from the compiler's tables, for editors.
+// The names that the language defines, for editors; derived from the compiler's tables.
 
-/// The overloads of all built-in functions, by name; each is of kind `BuiltIn`, with its result,
-/// its formals and its declaration. The texture accesses are among them.
+/// Returns the overloads of all built-in functions, by name. Each is of kind `BuiltIn`, with its
+/// result, formals and declaration. Texture accesses are included.
 [[nodiscard]] const std::vector<QxIndexedName>& QxBuiltInFunctions();
 
-/// The predefined variables of a kind of shader ("surface"), in the order of the manual, with type,
-/// detail and storage. Empty for a word that is no kind.
+/// Returns the predefined variables of a kind of shader ("surface"), in the order of the manual,
+/// with type, detail and storage. Empty for an unknown kind.
 [[nodiscard]] std::vector<QxIndexedName> QxPredefinedVariables(std::string_view shaderKind);
-/// The constant of all kinds, `PI`.
+/// Returns the constant `PI`, which all kinds have.
 [[nodiscard]] QxIndexedName QxPredefinedConstant();
-/// Those that the body of a light loop has besides.
+/// Returns the additional variables in the body of a light loop.
 [[nodiscard]] std::vector<QxIndexedName> QxLightLoopVariables();
 
 /// The purpose of a keyword.
@@ -26,5 +26,5 @@ struct QxWord {
     std::string_view word;
     QxWordKind kind;
 };
-/// The words that the language keeps for itself.
+/// Returns the reserved words of the language.
 [[nodiscard]] std::vector<QxWord> QxKeywords();

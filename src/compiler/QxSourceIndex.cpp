@@ -23,7 +23,7 @@ bool IsWord(const std::string& text)
            (std::isalpha(static_cast<unsigned char>(text.front())) != 0 || text.front() == '_');
 }
 
-/// A word before a "(" that is not a call.
+/// True for a word that may precede "(" without being a call.
 bool IsHead(const std::string& word)
 {
     for (const std::string_view head :
@@ -62,7 +62,7 @@ const QxIndexedUse* QxSourceIndex::UseAt(int file, int line, int column) const
                         column <= use.place.column + use.place.length;
     if (!isHere)
         return nullptr;
-    // The first of those with one place.
+    // Return the first of the uses at this place.
     return &*std::partition_point(uses.begin(), next - 1, [&](const QxIndexedUse& other) {
         return Place(other.place.file, other.place.line, other.place.column) <
                Place(use.place.file, use.place.line, use.place.column);
@@ -80,8 +80,8 @@ std::vector<const QxIndexedUse*> QxSourceIndex::UsesOf(int name) const
 
 unsigned QxSourceIndex::OrderAt(int file, int line, int column) const
 {
-    // The tokens of one file come in its order, except those that macros move: the last token
-    // before the place decides.
+    // Tokens are in file order, except those that macros move, so the last token before the place
+    // decides.
     unsigned order = 0;
     for (std::size_t i = 0; i < tokens.size(); ++i) {
         const QxSourcePlace& place = tokens[i].use.file >= 0 ? tokens[i].use : tokens[i].place;
@@ -97,7 +97,7 @@ int QxSourceIndex::BlockAt(int file, int line, int column) const
 {
     const unsigned order = OrderAt(file, line, column);
     int innermost = 0;
-    // Parents come first, so that the last one is the innermost.
+    // Parents precede their children, so the last match is the innermost.
     for (std::size_t i = 1; i < blocks.size(); ++i)
         if (blocks[i].begin < order && order < blocks[i].end)
             innermost = static_cast<int>(i);
@@ -147,7 +147,7 @@ QxCallAtPlace QxSourceIndex::CallAt(int file, int line, int column) const
                (token.isBody || token.place.file != file ||
                 std::tie(token.place.line, token.place.column) >= std::tie(line, column));
     };
-    // Unfinished code may have left any parentheses open: a ";" or a brace ends the search.
+    // Unfinished code may leave any parentheses open, so a ";" or a brace ends the search.
     for (std::size_t i = OrderAt(file, line, column); i-- > 0;) {
         if (isPassedOver(tokens[i]))
             continue;

@@ -1,4 +1,4 @@
-// The part of the walk over expressions: which names a value reads, writes and calls.
+// The part of the walk for expressions: the names that a value reads, writes and calls.
 //
 // Tested by tests/compiler/QxSourceIndexTest.cpp.
 
@@ -10,7 +10,7 @@
 
 namespace {
 
-/// True if the strings in calls of the function name spaces.
+/// True if string arguments in calls of the function name coordinate spaces.
 bool HasSpaceArguments(std::string_view function)
 {
     for (const std::string_view name :
@@ -49,7 +49,7 @@ void SlcIndexWalker::Case(SlcIdentExprNode* node)
     const int name = m_names.OfVariable(node->GetSymbolEntry());
     AddUse(name, role, node->Range(), node->GetIdent()->GetName(), node);
     if (role == QxUseRole::Write)
-        Give(name, QxDetail::Varying);
+        RecordValue(name, QxDetail::Varying);
     m_seen = SlcSum(m_seen, DetailHere(name, node));
 }
 
@@ -59,7 +59,7 @@ void SlcIndexWalker::Case(SlcArrayRefExprNode* node)
     const int name = m_names.OfVariable(node->GetSymbolEntry());
     AddUse(name, role, node->Range(), node->GetIdent()->GetName(), node);
     if (role == QxUseRole::Write)
-        Give(name, QxDetail::Varying);
+        RecordValue(name, QxDetail::Varying);
     m_seen = SlcSum(m_seen, DetailHere(name, node));
     node->GetIndex()->ApplyWalker(this);
 }
@@ -71,7 +71,7 @@ void SlcIndexWalker::Case(SlcAssignExprNode* node)
     const int name = m_names.OfVariable(target->GetSymbolEntry());
     AddUse(name, QxUseRole::Write, target->Range(), target->GetIdent()->GetName(), node);
     target->WalkIn(this);
-    Give(name, WalkValue(node->GetValue()));
+    RecordValue(name, WalkValue(node->GetValue()));
 }
 
 void SlcIndexWalker::AddSpace(std::size_t token)

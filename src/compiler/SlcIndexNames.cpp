@@ -86,7 +86,7 @@ int SlcIndexNames::OfVariable(const SlcPtr<SlcVarSymbolEntry>& entry)
     const auto found = m_variables.find(&*variable);
     if (found != m_variables.end())
         return found->second;
-    // The language's own names: those of a kind of shader, and the constant.
+    // Only the language's own names are added here: those of a kind of shader, and the constant.
     if (!variable->IsHidden() && variable->GetName() != SlcHiddenVariables::Pi().name)
         return -1;
     const int number = OfWord(QxNameKind::Predefined, variable->GetName());

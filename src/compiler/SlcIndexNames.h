@@ -13,17 +13,17 @@ class SlcTypeSpecNode;
 
 [[nodiscard]] QxDetail SlcPublicDetail(const SlcDetailNode* detail);
 [[nodiscard]] QxStorage SlcPublicStorage(const SlcStorageSpecNode* storage);
-/// A formal of a function of the library.
+/// Converts a formal of a built-in or library function.
 [[nodiscard]] QxIndexedFormal SlcPublicFormal(const SlcTypeNode* type, const SlcDetailNode* detail,
                                               const SlcStorageSpecNode* storage);
-/// Sets what is known of a predefined variable but its name.
+/// Sets the properties of a predefined variable, except its name.
 void SlcSetPredefined(QxIndexedName& name, const SlcVarSymbolEntry& entry);
 /// Sets name, result, formals and declaration.
 void SlcSetShape(QxIndexedName& name, const SlcFuncShape& shape);
-/// An overload of a built-in, or a function of a library.
+/// Converts an overload of a built-in, or a function of a library.
 [[nodiscard]] QxIndexedName SlcPublicFunction(const SlcFuncSymbolEntry& entry);
 
-/// The numbers of the names of an index. One that no source defines gets its number when it is
+/// Assigns the indices of names. A name that the source does not define gets its index when it is
 /// first used.
 class SlcIndexNames {
 public:
@@ -33,8 +33,8 @@ public:
     void SetVariable(const SlcVarSymbolEntry* entry, int name) { m_variables[entry] = name; }
     void SetFunction(const SlcFuncDefNode* definition, int name) { m_functions[definition] = name; }
 
-    /// The number of a variable; an `extern` declaration has that of the variable it refers to. -1
-    /// for null.
+    /// Returns the index of a variable; for an `extern` declaration, that of the variable it refers
+    /// to. -1 for null.
     [[nodiscard]] int OfVariable(const SlcPtr<SlcVarSymbolEntry>& entry);
     [[nodiscard]] int OfFunction(const SlcPtr<SlcFuncSymbolEntry>& entry);
     [[nodiscard]] int OfTexture(const std::string& kind, const std::string& type);
@@ -42,7 +42,7 @@ public:
 
 private:
     QxSourceIndex& m_index;
-    std::map<const void*, int> m_variables;  // only looked up, as all of them are
+    std::map<const void*, int> m_variables;  // only for look-up, like the others
     std::map<const void*, int> m_functions;
     std::map<std::pair<QxNameKind, std::string>, int> m_words;
 };

@@ -72,7 +72,7 @@ QxSourcePlace SlcIndexPlaces::PlaceOf(const Part& part) const
 {
     QxSourcePlace place = PlaceOf(part.token);
     const std::string& text = Token(part.token).text;
-    // Otherwise a backslash cuts it, or no file holds its characters.
+    // Otherwise a line continuation splits it, or no file contains its characters.
     if (static_cast<std::size_t>(place.length) == text.size() && text.size() > part.length) {
         place.column += static_cast<int>(part.begin);
         place.length = static_cast<int>(part.length);
@@ -109,7 +109,7 @@ SlcTextRange SlcIndexPlaces::BodyOf(const SlcTextRange& definition) const
 {
     const auto& tokens = m_trace.Tokens();
     int depth = 0;
-    // Braces of arrays may occur between the parentheses.
+    // The braces of arrays may occur between the parentheses.
     for (std::size_t i = TokenAt(definition.begin);
          i < tokens.size() && tokens[i].offset < definition.end; ++i) {
         depth += tokens[i].text == "(" ? 1 : tokens[i].text == ")" ? -1 : 0;

@@ -1,9 +1,9 @@
-// One walk in the order of the source. Names are numbered where they are defined, so that later
-// uses find them by their symbol entries; names of the language are numbered at their first use.
+// One walk in source order. Names get their index where they are defined, and later uses find it by
+// their symbol entries. Names of the language get theirs at the first use.
 //
-// The detail of a local is the sum of those of all values assigned to it, since a loop may come
-// back to an earlier place: a varying value, or any in a branch that some points do not take, makes
-// it varying.
+// The detail of a local combines the details of all values assigned to it, since a loop may return
+// to an earlier place. A varying value, or any value in a branch that not all points take, makes
+// the local varying.
 //
 // Tested by tests/compiler/QxSourceIndexTest.cpp.
 
@@ -16,7 +16,7 @@
 
 namespace {
 
-/// The array length after a name, as text.
+/// Returns the array length after a name, as text.
 std::string LengthOf(const SlcDefExprNode& definition)
 {
     if (!definition.IsArray())
@@ -52,7 +52,7 @@ public:
         block.isClosed = kind == QxBlockKind::Function && walker.m_isStrict;
         block.begin = static_cast<unsigned>(walker.m_places.TokenAt(range.begin));
         block.end = static_cast<unsigned>(walker.m_places.TokenAt(range.end));
-        // The place after the last token of the source is in a block that nothing closes.
+        // The place after the last token of the source belongs to a block that is not closed.
         if (walker.m_places.EndsAfterText(range))
             ++block.end;
         walker.m_block = static_cast<int>(walker.m_index.blocks.size());
@@ -151,13 +151,13 @@ void SlcIndexWalker::AddUse(int name, QxUseRole role, const SlcTextRange& range,
         AddUse(name, role, m_places.Find(range, text), value);
 }
 
-void SlcIndexWalker::Show(int name, std::uint32_t offset)
+void SlcIndexWalker::MakeVisible(int name, std::uint32_t offset)
 {
     m_index.blocks[static_cast<std::size_t>(m_block)].names.push_back(
         {name, static_cast<unsigned>(m_places.TokenAt(offset))});
 }
 
-void SlcIndexWalker::Give(int name, QxDetail detail)
+void SlcIndexWalker::RecordValue(int name, QxDetail detail)
 {
     if (name < 0)
         return;
@@ -185,7 +185,7 @@ QxDetail SlcIndexWalker::WalkValue(SlcExprNode* value)
     const QxDetail outer = std::exchange(m_seen, QxDetail::None);
     value->ApplyWalker(this);
     QxDetail detail = SlcDetailOf(value);
-    // The checks leave it open where a local is read; what it holds is known here.
+    // The checks leave the detail of a local that is read open, but it is known here.
     if (detail == QxDetail::Open && m_seen != QxDetail::None)
         detail = m_seen;
     m_seen = SlcSum(outer, detail);
@@ -211,7 +211,7 @@ void SlcIndexWalker::Case(SlcShaderDefNode* node)
 {
     QxIndexedName shader = Defined(QxNameKind::Shader, node->GetIdent()->GetName(), node->Range());
     shader.type = node->GetShaderType()->ToString();
-    // A shader may be called like its kind.
+    // A shader may have the same name as its kind.
     const auto part = m_places.FindPart(node->Range(), shader.name, shader.type.size());
     if (part.token != SlcIndexPlaces::k_none)
         shader.place = m_places.PlaceOf(part);
@@ -222,7 +222,7 @@ void SlcIndexWalker::Case(SlcShaderDefNode* node)
     AddUse(number, QxUseRole::Definition, part.token, nullptr);
     if (part.token != SlcIndexPlaces::k_none)
         m_index.uses.back().place = place;
-    Show(number, node->Range().end);
+    MakeVisible(number, node->Range().end);
     const int outer = std::exchange(m_owner, number);
     const Block block(*this, QxBlockKind::Shader, node->Range(), number);
     m_readsFormals = true;
@@ -254,8 +254,8 @@ void SlcIndexWalker::Case(SlcFuncDefNode* node)
     m_varyingConditions = conditions;
     m_owner = outer;
     FinishDeclaration(number);
-    // It cannot call itself.
-    Show(number, node->Range().end);
+    // Visible only after its body, since a function cannot call itself.
+    MakeVisible(number, node->Range().end);
 }
 
 void SlcIndexWalker::Case(SlcVarDefsNode* node)
@@ -307,7 +307,7 @@ void SlcIndexWalker::DefineVariable(const SlcVarDefsNode& declaration, SlcDefExp
         const int outer = m_names.OfVariable(entry);
         AddUse(outer, QxUseRole::Read, definition->Range(), text, nullptr);
         if (outer >= 0)
-            return Show(outer, definition->Range().end);
+            return MakeVisible(outer, definition->Range().end);
     }
     QxIndexedName variable = VariableOf(declaration, *definition);
     if (m_readsFormals && m_owner >= 0) {
@@ -318,9 +318,9 @@ void SlcIndexWalker::DefineVariable(const SlcVarDefsNode& declaration, SlcDefExp
     const int number = AddDefinition(std::move(variable), definition->Range());
     if (entry)
         m_names.SetVariable(&*entry, number);
-    Show(number, definition->Range().end);
+    MakeVisible(number, definition->Range().end);
     if (initializer)
-        Give(number, given);
+        RecordValue(number, given);
 }
 
 void SlcIndexWalker::Case(SlcStmtsNode* node)
@@ -333,7 +333,7 @@ void SlcIndexWalker::Case(SlcStmtsNode* node)
 
 void SlcIndexWalker::Case(SlcIlluminanceStmtNode* node)
 {
-    // The body alone knows the variables of the light, but what is around it does no harm here.
+    // Only the body sees the variables of the light, but including the header does no harm here.
     const Block block(*this, QxBlockKind::LightLoop, node->Range());
     node->WalkIn(this);
 }

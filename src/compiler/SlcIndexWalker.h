@@ -8,17 +8,18 @@
 #include "frontend/SlcCodeWalker.h"
 #include "frontend/SlcNodes.h"
 
-/// The facts on a value from the checks; open and empty for a value that they did not see.
+/// What the checks found about a value; open and empty for a value that they did not reach.
 [[nodiscard]] QxDetail SlcDetailOf(const SlcExprNode* expr);
 [[nodiscard]] std::string SlcTypeOf(const SlcExprNode* expr);
-/// The detail of what two values are put into.
+/// Returns the detail of a variable that is assigned values of both details.
 [[nodiscard]] QxDetail SlcSum(QxDetail a, QxDetail b);
 
-/// Enters what a checked tree defines, names and calls into an index. Of a tree with faults it
-/// takes what the checks have found out.
+/// Records the definitions, names and calls of a checked tree in an index. For a tree with faults,
+/// it uses what the checks found out.
 class SlcIndexWalker : public SlcCodeWalker {
 public:
-    /// All must outlive the walker. `isStrict`: functions see no variables around them.
+    /// All arguments must outlive the walker. With `isStrict`, functions do not see enclosing
+    /// variables.
     SlcIndexWalker(QxSourceIndex& index, SlcIndexNames& names, const SlcIndexPlaces& places,
                    bool isStrict);
 
@@ -44,20 +45,20 @@ private:
     void Case(SlcTextureExprNode* node) override;
     void Default(SlcSyntaxNode* node) override;
 
-    /// A block that lives as long as the object.
+    /// Opens a block for the lifetime of the object.
     class Block;
 
-    /// The name of a definition whose place is the first token with that text.
+    /// Returns the name of a definition; its place is the first token in `range` with that text.
     [[nodiscard]] QxIndexedName Defined(QxNameKind kind, const std::string& name,
                                         const SlcTextRange& range) const;
-    /// Numbers the name, and notes its definition as a use.
+    /// Adds the name, and records its definition as a use.
     int AddDefinition(QxIndexedName name, const SlcTextRange& range);
     void DefineFormal(SlcVarDefsNode* declaration, QxIndexedName& owner);
     void DefineVariable(const SlcVarDefsNode& declaration, SlcDefExprNode* definition);
     [[nodiscard]] QxIndexedName VariableOf(const SlcVarDefsNode& declaration,
                                            const SlcDefExprNode& definition) const;
-    /// From the end of the last walked node on, the name is visible in the current block.
-    void Show(int name, std::uint32_t offset);
+    /// Makes the name visible in the current block, from `offset` on.
+    void MakeVisible(int name, std::uint32_t offset);
     void AddUse(int name, QxUseRole role, std::size_t token, const SlcExprNode* value);
     void AddUse(int name, QxUseRole role, const SlcTextRange& range, const std::string& text,
                 const SlcExprNode* value);
@@ -66,13 +67,13 @@ private:
                  const std::vector<const SlcExprNode*>& arguments);
     void WalkBody(SlcStmtsNode* body, const SlcTextRange& definition);
     void FinishDeclaration(int name);
-    /// The known detail of a variable here.
+    /// Returns the known detail of a variable at this use.
     [[nodiscard]] QxDetail DetailHere(int name, const SlcExprNode* use) const;
-    /// Walks a value, and returns what is known of its detail.
+    /// Walks a value, and returns its detail as far as it is known.
     QxDetail WalkValue(SlcExprNode* value);
-    /// A variable is given a value of that detail here.
-    void Give(int name, QxDetail detail);
-    /// Locals of a shader whose declarations leave it open have the detail of what they hold.
+    /// Records that the variable is assigned a value of that detail.
+    void RecordValue(int name, QxDetail detail);
+    /// Sets the detail of the uses of a shader's locals that are declared without one.
     void SetDetails();
     void WalkConditionally(SlcRelationNode* condition, SlcSyntaxNode* first, SlcSyntaxNode* second);
 
@@ -84,7 +85,7 @@ private:
     int m_owner = -1;
     bool m_readsFormals = false;
     bool m_isInFunction = false;
-    QxDetail m_seen = QxDetail::None;  // of what has been walked of a value
+    QxDetail m_seen = QxDetail::None;  // detail of the walked parts of a value
     bool m_writes = false;             // the next name is an output argument
-    int m_varyingConditions = 0;       // around the statement
+    int m_varyingConditions = 0;       // number of enclosing varying conditions
 };

@@ -1,4 +1,4 @@
-// A level sets each of its flags, so that a later one takes back what an earlier one has turned on.
+// A level sets all of these flags, so that a later level option overrides an earlier one.
 //
 // Tested by tests/compiler/SlcOptimizationLevelTest.cpp.
 
@@ -10,7 +10,7 @@ namespace {
 
 using Flag = bool SlcOptionsControl::*;
 
-// The options that each level turns on beyond the one below it.
+// The options that each level enables in addition to those of the level below.
 constexpr Flag k_level1Flags[] = {
     &SlcOptionsControl::m_simdInstructions, &SlcOptionsControl::m_regroupParallelBlocks,
     &SlcOptionsControl::m_assignInPlace,    &SlcOptionsControl::m_reuseTempVars,

@@ -2,6 +2,6 @@
 
 std::vector<SlcPreprocessorOptions::Macro> SlcPreprocessorMacros()
 {
-    // Macros of the platform that the first shaders were written on.
+    // Macros of the platform for which the first shaders were written.
     return {{"OMBRIUM"}, {"IRIX"}};
 }

@@ -4,5 +4,5 @@
 
 #include "preprocessor/SlcPreprocessor.h"
 
-/// The macros that each source may ask for, without an option.
+/// Returns the macros that are defined for every source.
 [[nodiscard]] std::vector<SlcPreprocessorOptions::Macro> SlcPreprocessorMacros();

@@ -97,7 +97,8 @@ private:
         m_index.uses.push_back(std::move(use));
     }
 
-    /// A file that is included twice, or a macro that is used twice, has its names in one place.
+    /// Merges equal uses: a file that is included twice, or a macro used twice, yields them
+    /// repeatedly.
     void SortUses()
     {
         const auto key = [](const QxIndexedUse& use) {
@@ -116,7 +117,7 @@ private:
     QxSourceIndex m_index;
     SlcIndexPlaces m_places;
     SlcIndexNames m_names;
-    std::vector<int> m_macros;  // by their numbers in the trace
+    std::vector<int> m_macros;  // by their index in the trace
 };
 
 }  // namespace

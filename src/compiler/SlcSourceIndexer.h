@@ -8,7 +8,8 @@
 
 class SlcDefinitionsNode;
 
-/// The index of a source, of which `text` has been made. `tree` may be null, and may have faults.
+/// Makes the index of a source, which was preprocessed to `text`. `tree` may be null or have
+/// faults.
 [[nodiscard]] std::shared_ptr<const QxSourceIndex> SlcMakeIndex(const SlcPreprocessorTrace& trace,
                                                                 std::string_view text,
                                                                 SlcDefinitionsNode* tree,

@@ -7,7 +7,7 @@
 
 int SlcTextColumns::ColumnOf(std::size_t offset) const
 {
-    // The scanner's column leaves out what is no token.
+    // The scanner's column cannot be used, since it does not count skipped characters.
     const std::size_t line = offset == 0 ? 0 : m_text.rfind('\n', offset - 1) + 1;
     auto change = std::upper_bound(
         m_columns.begin(), m_columns.end(), offset,
@@ -29,7 +29,7 @@ SlcColumns SlcTextColumns::ColumnsOf(std::size_t begin, std::size_t end, int lin
     const std::size_t last =
         std::min(end, next == m_lines.end() ? m_text.size() : next->offset - 1);
     const int column = ColumnOf(begin);
-    // All that a macro makes has one column.
+    // All text of a macro's expansion has one column.
     return {column, std::max(1, ColumnOf(std::max(last, begin + 1) - 1) + 1 - column)};
 }
 

@@ -17,10 +17,10 @@ public:
     {
     }
 
-    /// The column of a place. Linear in the part of the line before it.
+    /// Returns the column of a place. Linear in the part of the line before it.
     [[nodiscard]] int ColumnOf(std::size_t offset) const;
-    /// The columns of the part of a range on its first line; nothing if that line has another
-    /// number than `line`. The first call is linear in the text, all others linear in the line.
+    /// Returns the columns of the part of a range on its first line; zeros if that line's number is
+    /// not `line`. The first call is linear in the text, later ones are linear in the line.
     [[nodiscard]] SlcColumns ColumnsOf(std::size_t begin, std::size_t end, int line);
 
 private:

@@ -7,7 +7,7 @@ void SlcPreprocessorRun::Error(const SlcSourceToken& token, std::string text)
     m_isGood = false;
     SlcPreprocessorReport report;
     report.text = std::move(text);
-    Give(token, std::move(report));
+    Report(token, std::move(report));
 }
 
 void SlcPreprocessorRun::Warning(const SlcSourceToken& token, int level, std::string text)
@@ -16,10 +16,10 @@ void SlcPreprocessorRun::Warning(const SlcSourceToken& token, int level, std::st
     report.isError = false;
     report.level = level;
     report.text = std::move(text);
-    Give(token, std::move(report));
+    Report(token, std::move(report));
 }
 
-void SlcPreprocessorRun::Give(const SlcSourceToken& token, SlcPreprocessorReport report)
+void SlcPreprocessorRun::Report(const SlcSourceToken& token, SlcPreprocessorReport report)
 {
     if (m_reports++ < k_mostReports)
         m_reporter(token, std::move(report));

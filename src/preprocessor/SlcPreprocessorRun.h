@@ -53,7 +53,7 @@ private:
     static constexpr std::size_t k_workOfAnySource = std::size_t{1} << 24;
     static constexpr std::size_t k_workPerCharacter = 64;
 
-    void Give(const SlcSourceToken& token, SlcPreprocessorReport report);
+    void Report(const SlcSourceToken& token, SlcPreprocessorReport report);
 
     // Each report holds a source line and its chain of includes, so more could need quadratic
     // memory.
