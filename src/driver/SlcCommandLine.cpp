@@ -1,4 +1,4 @@
-// A word that is not an option of the table in SlcOptionRows.cpp is a fault or the input file.
+// An argument that is not an option of the table in SlcOptionRows.cpp is the input file or a fault.
 //
 // Tested by tests/driver/SlcCommandLineTest.cpp.
 
@@ -33,7 +33,7 @@ void PrintVersion()
     std::printf("%s\n", QxGetCopyrightString());
 }
 
-/// A directory can be opened for reading too, but is no source.
+/// False for a directory, which can be opened for reading but is not a source.
 [[nodiscard]] bool IsReadableFile(const std::string& path)
 {
     std::error_code ignored;
@@ -70,7 +70,7 @@ void PrintVersion()
     return SetInputFile(line, argument);
 }
 
-/// Prints what the argument asks for. False if it asks for nothing of the kind.
+/// Prints the information that the argument requests. False if it requests none.
 [[nodiscard]] bool PrintInformation(std::string_view argument)
 {
     if (argument == "-h" || argument == "--help")

@@ -1,6 +1,6 @@
-// The compile itself is the library's, see compiler/QxCompiler.h. Here is what it leaves: the
-// output, or nothing that looks like one. The file under the source's name goes first, that under
-// the shader's name once the parser knows it.
+// The library compiles, see compiler/QxCompiler.h. This file manages the output, and removes
+// earlier output that would look like a result of a failed compile: first the file named after the
+// source, then, once the shader's name is parsed, the one named after the shader.
 //
 // Tested by tests/driver/SlcCompileSourceTest.cpp.
 
@@ -23,8 +23,8 @@ namespace {
 using Failure = QxCompileResult::Failure;
 using Output = QxCompileOptions::Output;
 
-/// The preprocessed text, in memory or in a file; nothing, which is reported, if there is no file.
-/// The text in memory stays: after a fatal report it is written.
+/// Returns the preprocessed text, from memory or from a file; reports a missing file and returns
+/// nothing. Keeps the text in memory, since it is written after a fatal error.
 [[nodiscard]] std::optional<std::string> PreprocessedText(const SlcCommandLine& line,
                                                           const SlcRunFiles& files)
 {
@@ -37,16 +37,16 @@ using Output = QxCompileOptions::Output;
     return std::nullopt;
 }
 
-/// The name of the shader is known once it has been parsed; an earlier output under it would be
-/// taken for that of the refused source.
+/// Removes an earlier output under the shader's name, which is known after parsing: it would be
+/// mistaken for the output of the rejected source.
 void RemoveOutput(const SlcCommandLine& line, const std::string& shaderName)
 {
     if (!shaderName.empty())
         unlink((line.m_outputDirectory + "/" + shaderName + ".sqx").c_str());
 }
 
-/// For build systems, as they were found: a shader is to be compiled again when one changes. False
-/// if that cannot be written.
+/// Writes the library paths for build systems, which recompile a shader when a library changes.
+/// False if that failed.
 [[nodiscard]] bool WriteLibraries(const QxCompileResult& result, const SlcCommandLine& line)
 {
     std::ofstream file(line.m_librariesFile);
@@ -56,7 +56,7 @@ void RemoveOutput(const SlcCommandLine& line, const std::string& shaderName)
     return !file.fail();
 }
 
-/// A C++ file that the C++ compiler is to read has a unique name until then.
+/// Returns a unique folder for a C++ file that the C++ compiler will read.
 [[nodiscard]] std::string OutputFolder(const SlcCommandLine& line, SlcRunFiles& files,
                                        const QxCompileResult& result)
 {
@@ -68,7 +68,7 @@ void RemoveOutput(const SlcCommandLine& line, const std::string& shaderName)
     return hasFolder ? files.m_cc->Folder() : ".";
 }
 
-/// The list of libraries is written before the output, so that a failure leaves none.
+/// Writes the list of libraries before the output, so that a failure leaves no output.
 void WriteOutput(const SlcCommandLine& line, SlcRunFiles& files, QxCompileResult& result)
 {
     const bool isListed = line.m_librariesFile.empty() || WriteLibraries(result, line);
@@ -90,7 +90,7 @@ void Refuse(const SlcCommandLine& line, const QxCompileResult& result)
                      std::to_string(result.warnings) + " warnings.\n";
 }
 
-/// Throws `SlcCompilationEnd` if there was no way to go on.
+/// Throws `SlcCompilationEnd` if the compile could not continue.
 [[nodiscard]] bool Compile(const SlcCommandLine& line, SlcRunFiles& files)
 {
     auto text = PreprocessedText(line, files);

@@ -1,4 +1,4 @@
-// The commands that are used when the environment names none.
+// The shell commands that are used if the environment sets none.
 //
 // Tested by tests/driver/SlcExternalCommandsTest.cpp and, for an installed tree, tests/install.
 
@@ -11,7 +11,7 @@
 
 namespace {
 
-/// An installed program finds the header by its own place, so that the tree can be moved.
+/// Found relative to an installed program, so that the tree can be moved.
 [[nodiscard]] std::filesystem::path RuntimeDirectory()
 {
     std::error_code failed;
@@ -48,10 +48,10 @@ std::string DefaultPreprocessCommand()
 
 std::string DefaultCCCommand()
 {
-    // Loops over points run for several points at once from -O3 on, and only if an operation may be
-    // computed where its value is not used. A product is rounded before its sum, as in byte-code,
-    // also on processors that could do both in one: values do not depend on the processor. The
-    // object is for the one that builds it, unless the variable says otherwise.
+    // Loops over points are vectorized from -O3 on, and only if operations may be executed
+    // speculatively. Multiplication and addition are not fused, as in byte-code, so that values do
+    // not depend on the processor. The object is built for the local processor, unless the variable
+    // sets another.
 #if defined(__x86_64__) || defined(__i386__)
     const std::string processor = "${SLC_CC_PROCESSOR--march=native} ";
 #else

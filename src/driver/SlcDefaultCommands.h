@@ -2,15 +2,15 @@
 
 #include <string>
 
-/// Shell commands for when the environment gives none. The words with a dollar sign are variables
-/// of the environment, which the driver sets, or which are the user's own.
+/// Shell commands that are used if the environment sets none. Words with a dollar sign are
+/// environment variables, set by the driver or by the user.
 
-/// `text` as one word of the shell.
+/// Quotes `text` as one word for the shell.
 [[nodiscard]] std::string SlcShellWord(const std::string& text);
 
-/// Runs the program that does what the compiler does by itself where no command is given.
+/// Returns the command for a program that does the same as the built-in preprocessor.
 [[nodiscard]] std::string DefaultPreprocessCommand();
 
-/// Finds the run-time's header in the installed tree if the program runs from one, and else in
-/// the source tree that it was built from.
+/// Returns the command for the C++ compiler. It finds the run-time's header in the installed tree
+/// if the program runs from one, and otherwise in the source tree that it was built from.
 [[nodiscard]] std::string DefaultCCCommand();

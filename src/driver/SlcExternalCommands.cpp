@@ -1,10 +1,9 @@
-// The C++ compiler, and a preprocessor of the user's, run through the shell:
+// The C++ compiler, and a user's own preprocessor, run through the shell:
 //
 //     input_file=a.sl cpp_options=" -DX " cpp_result=.unfinished-abcdef/a.i    in the environment
-//     cc -E $cpp_options "$input_file" > "$cpp_result"                         the command, from
-//     there too
+//     cc -E $cpp_options "$input_file" > "$cpp_result"                         the command
 //
-// If no command for the preprocessor is set, the library preprocesses.
+// Without a command for the preprocessor, the library preprocesses.
 //
 // Tested by tests/driver/SlcExternalCommandsTest.cpp.
 
@@ -33,8 +32,8 @@ namespace {
 
 using Variables = std::initializer_list<std::pair<const char*, std::string>>;
 
-/// While it lives, the process receives the exit status of its children: it may have inherited that
-/// SIGCHLD is ignored, and then no command has a result.
+/// Ensures that the process receives the exit status of its children: it may have inherited an
+/// ignored SIGCHLD, and commands would then have no status.
 class DefaultChildSignal {
 public:
     DefaultChildSignal()
@@ -51,8 +50,8 @@ private:
     struct sigaction m_before = {};
 };
 
-/// A command that Ctrl-C has ended, or the shell that has waited for it. While the shell runs, this
-/// process ignores these signals.
+/// Ends this process by the signal if Ctrl-C has ended the command, or the shell that ran it. While
+/// the shell runs, this process ignores these signals.
 void EndAsTheCommand(int status)
 {
     for (const int signal : {SIGINT, SIGQUIT})
@@ -61,7 +60,7 @@ void EndAsTheCommand(int status)
             QxDebug::EndBySignal(signal);
 }
 
-/// True if the variables could be set and the command returned 0.
+/// True if the variables were set and the command returned 0.
 [[nodiscard]] bool RunCommand(const std::string& command, Variables variables)
 {
     for (const auto& [name, value] : variables)
@@ -86,7 +85,7 @@ void EndAsTheCommand(int status)
     return access(path.c_str(), F_OK) == 0;
 }
 
-/// A command may have written the file in its place, since it knows the name without the variable.
+/// Accepts a file that the command wrote to the final place, whose name it may know by itself.
 void AcceptFileInPlace(const SlcUnfinishedFile& file, const std::string& place)
 {
     if (!Exists(file.Path()))
@@ -95,7 +94,7 @@ void AcceptFileInPlace(const SlcUnfinishedFile& file, const std::string& place)
 
 [[nodiscard]] bool RunPreprocessCommand(const SlcCommandLine& line, SlcRunFiles& files)
 {
-    // The folder of the source may be one that others own.
+    // The source may be in a folder that the user cannot write to.
     using Else = SlcUnfinishedFile::Else;
     const SlcUnfinishedFile& file = files.m_preprocessed.emplace(
         line.m_preprocessedFile, SlcUnfinishedFile::OnExit::MoveIntoPlace,
@@ -109,7 +108,7 @@ void AcceptFileInPlace(const SlcUnfinishedFile& file, const std::string& place)
     return succeeded;
 }
 
-/// False if it cannot be written.
+/// False if the file could not be written.
 [[nodiscard]] bool WritePreprocessedText(const SlcCommandLine& line, SlcRunFiles& files)
 {
     const SlcUnfinishedFile& file = files.m_preprocessed.emplace(
@@ -120,8 +119,8 @@ void AcceptFileInPlace(const SlcUnfinishedFile& file, const std::string& place)
     return !stream.fail();
 }
 
-/// Does the work of the default command in this process. The text stays in memory unless it is to
-/// be seen.
+/// Does the work of the default command in this process. Keeps the text in memory unless a file is
+/// requested.
 [[nodiscard]] bool Preprocess(const SlcCommandLine& line, SlcRunFiles& files)
 {
     QxCompileOptions options = line.m_compile;

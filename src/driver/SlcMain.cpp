@@ -1,5 +1,4 @@
-// Which stages run depends on the options: -E stops after the preprocessor, -c before the C++
-// compiler.
+// The options select the stages: -E stops after the preprocessor, -c before the C++ compiler.
 //
 // Tested by tests/golden.
 
@@ -34,7 +33,7 @@ int RunStages(SlcCommandLine& line, SlcRunFiles& files)
 
 int main_(int argumentCount, char** arguments)
 {
-    // A crash without its report is no reason to compile nothing.
+    // Without the handlers a crash is not reported, but compilation works.
     static_cast<void>(QxDebug::InitErrorSignalsHandling());
     SlcCommandLine line;
     const std::span<const char* const> all(arguments, static_cast<std::size_t>(argumentCount));

@@ -1,11 +1,11 @@
-// The options are one table, from which the command line is read and all that is said of options is
-// made:
+// A single table defines the options. Parsing of the command line and all texts about options are
+// derived from it:
 //
 //     -O2            {"-O2, -O", ..., SetLevel, 2}        the argument is a spelling of the row
 //     -Iinclude      {"-IDIR", ..., AddDirectory, 0}      or begins with it, where a value follows
 //     --dont-keep..  {"--keep.., --dont-keep..", ..., 1}  "--dont" has the opposite value
 //
-// A level checks array indices again, so that a later one takes back what an option has turned off.
+// A level resets the array check, so a later level overrides an earlier option.
 //
 // Tested by tests/driver/SlcCommandLineTest.cpp, tests/manual and tests/reference.
 
@@ -18,8 +18,8 @@
 
 namespace {
 
-// The effects of options. The option's argument precedes `arguments`; an effect that takes a
-// further one pops the first. False after a reported fault.
+// The effects of options. The option precedes the rest of `arguments`; an effect that has a
+// separate argument pops the option first. False after a reported fault.
 
 template <auto field>
 bool SetOption(SlcCommandLine& line, SlcArgumentList&, int value)
@@ -58,7 +58,7 @@ bool SetWarnings(SlcCommandLine& line, SlcArgumentList&, int level)
 bool SetOutputDirectory(SlcCommandLine& line, SlcArgumentList& arguments, int)
 {
     arguments.Pop();
-    // An empty name, as an unset variable of the shell gives, would mean the root directory.
+    // An empty name, from an unset variable of the shell, would mean the root directory.
     if (arguments.Empty() || arguments.Front().empty() || arguments.Front().starts_with('-')) {
         SeverError(k_programName, "No directory name provided with the option '-d'");
         return false;
@@ -164,7 +164,7 @@ constexpr SlcOptionRow k_rows[] = {
 };
 // clang-format on
 
-/// Whether the argument is this spelling. A value in capitals may follow the two letters of
+/// True if the argument has this spelling. An upper-case value may follow the two letters, as in
 /// "-IDIR".
 constexpr bool Matches(std::string_view spelling, std::string_view argument)
 {
@@ -172,7 +172,7 @@ constexpr bool Matches(std::string_view spelling, std::string_view argument)
     return hasValue ? argument.starts_with(spelling.substr(0, 2)) : argument == spelling;
 }
 
-/// The spelling in the row that the argument is; empty if it is none of them.
+/// Returns the row's spelling that matches the argument; empty if none does.
 constexpr std::string_view FindSpelling(const SlcOptionRow& row, std::string_view argument)
 {
     std::string_view words = row.words;
@@ -186,7 +186,7 @@ constexpr std::string_view FindSpelling(const SlcOptionRow& row, std::string_vie
     return {};
 }
 
-// A row that a row above it matches too would never have an effect.
+// True if no row is shadowed by an earlier one that matches the same argument.
 constexpr bool EachRowIsReached()
 {
     for (const SlcOptionRow& row : k_rows)

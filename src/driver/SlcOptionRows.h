@@ -5,7 +5,7 @@
 
 #include "driver/SlcCommandLine.h"
 
-/// The arguments that are left, the current one first.
+/// The remaining arguments, the current one first.
 class SlcArgumentList {
 public:
     explicit SlcArgumentList(std::span<const char* const> arguments) : m_rest(arguments) {}
@@ -17,26 +17,26 @@ private:
     std::span<const char* const> m_rest;
 };
 
-/// An option of the compiler: its effect on the command line, and the texts of `--help`, the manual
-/// page, the completion of command lines, and the table in README.md.
+/// An option of the compiler: its effect on the command line, and its texts for `--help`, the
+/// manual page, command-line completion, and the table in README.md.
 struct SlcOptionRow {
-    /// The option's argument is first in the list; an effect that takes a further one pops the
-    /// first. `value` is the row's. False after a reported fault.
+    /// Executes the option, which is the first in the list; an effect that has a separate argument
+    /// pops the option first. `value` is the row's. False after a reported fault.
     using Effect = bool (*)(SlcCommandLine&, SlcArgumentList&, int value);
 
     std::string_view
-        words;  // all spellings: "-O2, -O"; a value in capitals may follow "-I" and "-D"
-    std::string_view argument;  // the word that follows, such as "DIR"; empty if none does
-    std::string_view meaning;   // one sentence without a capital and a full stop
+        words;  // all spellings: "-O2, -O"; an upper-case value may follow "-I" and "-D"
+    std::string_view argument;  // the next word, such as "DIR"; empty if the option has none
+    std::string_view meaning;   // one sentence without capital and full stop
     std::string_view usage;     // lines of `--help`
     Effect effect;              // null for an option that is only valid alone
-    int value;                  // of the first spelling; "--dont-..." has the opposite
+    int value;                  // for the first spelling; "--dont-..." passes the opposite
 };
 
-/// In the order of `--help`.
+/// Returns the options in the order of `--help`.
 [[nodiscard]] std::span<const SlcOptionRow> SlcOptionRows();
 
 enum class SlcOptionResult { Done, Failed, NoOption };
 
-/// Runs the effect of the option that the first argument is, if it is one.
+/// Executes the first argument if it is an option.
 [[nodiscard]] SlcOptionResult SlcReadOption(SlcCommandLine& line, SlcArgumentList& arguments);

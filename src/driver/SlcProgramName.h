@@ -2,6 +2,6 @@
 
 #include <string_view>
 
-/// The name that the driver's reports and the usage text begin with, whatever path the program
-/// was started by.
+/// The name at the start of the driver's reports and of the usage text, regardless of the path by
+/// which the program was started.
 inline constexpr std::string_view k_programName = "shaderqx";

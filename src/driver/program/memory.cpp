@@ -1,6 +1,6 @@
-// All memory of the program comes from an arena: a compile makes a hundred small objects for a line
-// of source and then ends, and a quarter of its work was malloc and free. The program has one
-// thread. Builds with sanitizers leave this out, since they watch the system's memory.
+// All memory of the program comes from an arena: a compile makes a hundred small objects per line
+// of source and then ends, and malloc and free took a quarter of its time. The program has one
+// thread. Builds with sanitizers omit this file, since sanitizers watch the system's memory.
 
 #include <cstddef>
 #include <new>
@@ -9,8 +9,8 @@
 
 namespace {
 
-// Made before anything else and never destroyed, since static objects are both made and freed in
-// it.
+// Constructed before all other objects and never destroyed, since static objects are allocated and
+// freed in it.
 union Undestroyed {
     constexpr Undestroyed() : arena() {}
     ~Undestroyed() {}
