@@ -1,8 +1,8 @@
-// The only place that computes what a function requires of an argument. Semantic analysis asks
-// about calls in the source, passes ask about instructions.
+// Computes what a function requires of an argument; the only place that does. Semantic analysis
+// queries calls in the source, passes query instructions.
 //
-//     occlusion(P, N, "bias", 2)             what the source calls with: P, N, a name, a value
-//     CALL_PRIM_OCCLUSION P N 0 -1 2 ...     each value of the tail in its place
+//     occlusion(P, N, "bias", 2)             in the source: P, N, a name, a value
+//     CALL_PRIM_OCCLUSION P N 0 -1 2 ...     in the code: each value of the tail in its place
 //
 // Tested by tests/symbols/SlcCallFormalsTest.cpp.
 

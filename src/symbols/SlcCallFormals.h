@@ -12,8 +12,8 @@ class SlcProcCallExprNode;
 
 /// What the declaration of a function requires of one argument of a call.
 ///
-///     occlusion(P, N, 16, "bias", 0.1)       by the tree five: the name of a pair counts
-///                                            by the instruction nine: each value of the tail has
+///     occlusion(P, N, 16, "bias", 0.1)       in the tree five arguments: the name of a pair counts
+///                                            in the instruction nine: each value of the tail has
 ///                                            its place, and the 0.1 is at position 4
 struct SlcCallFormal {
     SlcTypeNode* type;                         // `AnyType` accepts the argument unchanged

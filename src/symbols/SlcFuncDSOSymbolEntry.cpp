@@ -1,6 +1,6 @@
-// All arguments of a shadeop are varying inputs, since the declaration does not say more. The name
-// of the library becomes part of identifiers in generated C++, so every character that is not valid
-// there is written as its code: "a-b.so" becomes "a_2d_b_so".
+// All arguments of a shadeop are varying inputs, since its declaration states nothing else. The
+// library's name becomes part of identifiers in generated C++, so characters that are invalid there
+// are replaced by their codes: "a-b.so" becomes "a_2d_b_so".
 //
 // Tested by tests/symbols/SlcShadeopLoaderTest.cpp.
 

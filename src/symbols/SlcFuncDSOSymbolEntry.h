@@ -11,7 +11,7 @@
 struct SlcShadeopInfo {
     SlcIdentNode* methodName = nullptr;  // plain name, shared by the overloads
     SlcIdentNode* init = nullptr;        // function that prepares the shadeop; may be empty
-    SlcIdentNode* cleanup = nullptr;     // function that ends it; may be empty
+    SlcIdentNode* cleanup = nullptr;     // function that releases its data; may be empty
     std::string libraryPath;
     std::string libraryBaseName;   // file name of the library up to its last "."
     std::string libraryExtension;  // after the last "."
@@ -57,7 +57,7 @@ public:
     void SetCleanup(SlcIdentNode* cleanup) { m_info.cleanup = cleanup; }
     /// The path at which the search found the library.
     [[nodiscard]] const std::string& GetLibraryPath() const { return m_info.libraryPath; }
-    /// File name of the library.
+    /// Returns the file name of the library.
     [[nodiscard]] std::string GetLibraryFileName() const
     {
         return m_info.libraryBaseName + '.' + m_info.libraryExtension;

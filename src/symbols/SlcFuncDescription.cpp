@@ -1,4 +1,4 @@
-// A card's parameters become fixed arguments, and from the first optional one on a tail:
+// The parameters of a card become fixed arguments, and a tail from the first optional one on:
 //
 //     float f(point p, optional float samples = 0, named float bias = 0)
 // takes a point, and then the tail
@@ -44,7 +44,7 @@ SlcTypeNode* TypeOf(SqxCardType type)
     case SqxCardType::Space:
     case SqxCardType::Literal:
     case SqxCardType::Shadeop:
-        break;  // of instructions alone: the reader of cards refuses it in a function
+        break;  // only in instructions; the reader of cards rejects it in a function
     }
     return SlcTypeNode::AError();
 }

@@ -11,12 +11,12 @@
 #include "symbols/SlcFuncSymbolEntry.h"
 #include "symbols/SlcFuncVarArgExpr.h"
 
-/// One overload of a built-in function as the compiler sees it, made of its card.
+/// One overload of a built-in function as the compiler uses it, derived from its card.
 struct SlcFuncDescription {
-    /// `card`, which must have a name in the language, outlives this object.
+    /// `card` must have a name in the language, and must outlive this object.
     explicit SlcFuncDescription(const SqxCard& card);
 
-    /// All overloads of all functions, in the order of the table.
+    /// Returns all overloads of all functions, in the order of the table.
     [[nodiscard]] static std::vector<SlcFuncDescription> All();
 
     const SqxCard& card;
@@ -26,8 +26,8 @@ struct SlcFuncDescription {
     std::vector<SlcDetailNode*> argDetails;        // uniform or unknown
     std::vector<SlcStorageSpecNode*> argStorages;  // input or output
     SlcCallSIMD simd;
-    /// What the whole-grid form requires of each argument, those of a limited tail included; empty
-    /// if there is none.
+    /// The detail that the whole-grid form requires of each argument, including those of a limited
+    /// tail; empty if there is no such form.
     std::vector<SlcDetailNode*> simdDetails;
     std::unique_ptr<SlcFuncVarArgExpr> tail;  // null for a fixed number of arguments
 };

@@ -55,13 +55,13 @@ bool SlcFuncSymbolEntry::CheckTypeArgs(const SlcCallArgs& args, const SlcPtr<Slc
                                        bool promote)
 {
     for (std::size_t i = 0; i < m_signature.argTypes.size() && i < args.size(); ++i)
-        if (!FitsFormal(args[i], i, promote))
+        if (!MatchesFormal(args[i], i, promote))
             return false;
     return true;
 }
 
-bool SlcFuncSymbolEntry::FitsFormal(const SlcExprNode* arg, std::size_t position,
-                                    bool promote) const
+bool SlcFuncSymbolEntry::MatchesFormal(const SlcExprNode* arg, std::size_t position,
+                                       bool promote) const
 {
     SlcTypeNode* formal = m_signature.argTypes[position];
     const bool mayPromote = promote && !m_signature.argStorages[position]->IsOutput();
@@ -73,7 +73,7 @@ std::size_t SlcFuncSymbolEntry::CountMisfits(const SlcCallArgs& args) const
 {
     std::size_t misfits = 0;
     for (std::size_t i = 0; i < m_signature.argTypes.size() && i < args.size(); ++i)
-        misfits += FitsFormal(args[i], i, true) ? 0 : 1;
+        misfits += MatchesFormal(args[i], i, true) ? 0 : 1;
     return misfits;
 }
 
@@ -87,7 +87,7 @@ void SlcFuncSymbolEntry::ErrorsTypeArgs(const SlcCallArgs& args,
                "' function ";
     };
     for (; i < m_signature.argTypes.size() && i < args.size(); ++i) {
-        if (FitsFormal(args[i], i, true))
+        if (MatchesFormal(args[i], i, true))
             continue;
         reported = true;
         // An argument without a type has already been reported.

@@ -20,8 +20,8 @@ class SlcSemanticError;
 /// How a built-in may be called for many points at once.
 enum class SlcCallSIMD {
     NoSimd,      // one call for each point, or once for uniform data
-    Simd,        // also as one call for the whole grid
-    AlwaysSimd,  // only as one call for the whole grid: it needs neighbouring points
+    Simd,        // also one call for the whole grid
+    AlwaysSimd,  // only one call for the whole grid, since it needs neighbouring points
 };
 
 /// The origin of a function.
@@ -103,7 +103,7 @@ public:
     [[nodiscard]] SlcCallSIMD GetSIMDKind() const { return m_signature.simd; }
     /// Includes the arguments of a tail, in their fixed positions.
     [[nodiscard]] const std::vector<SlcDetailNode*>& GetSIMDDetails() const;
-    /// The primitive of a built-in; nothing for another function.
+    /// Returns the primitive of a built-in; nothing for other functions.
     [[nodiscard]] std::optional<SqxPrimitive> GetPrimitive() const { return m_signature.primitive; }
     [[nodiscard]] SlcFuncOrigin GetOrigin() const { return m_signature.origin; }
     [[nodiscard]] bool IsOrderSensitive() const { return m_signature.orderSensitive; }
@@ -116,7 +116,8 @@ public:
     void SetFuncInfo(SlcPtr<SlcAnnotation> info);
 
 private:
-    [[nodiscard]] bool FitsFormal(const SlcExprNode* arg, std::size_t position, bool promote) const;
+    [[nodiscard]] bool MatchesFormal(const SlcExprNode* arg, std::size_t position,
+                                     bool promote) const;
 
     SlcFuncSignature m_signature;
     SlcPtr<SlcAnnotation> m_funcInfo;

@@ -1,6 +1,6 @@
 // A tail is a tree of parts, which one walk matches against the arguments of a call:
 //
-//     float *                          1, 2, 3          one value, as often as there are arguments
+//     float *                          1, 2, 3          one value, any number of times
 //     (float color)                    1, Cs            in this order
 //     named(blur float bias float)     "bias", 2        pairs of a name and a value, in any order:
 //                                                       after one that matched, the list starts

@@ -11,13 +11,12 @@
 class SlcExprNode;
 class SlcFuncVarArgLeaf;
 
-/// The description of a variable tail of arguments, which is matched against the arguments of one
-/// call. Each part is a small state machine that `Begin` resets, so there can be only one walk at a
-/// time.
+/// A variable tail of arguments, which is matched against the arguments of one call. Each part is a
+/// small state machine that `Begin` resets, so there can be only one walk at a time.
 ///
 ///     tail->Begin();
 ///     for (argument : those after the fixed ones)
-///         leaf = tail->FindNextMatch(argument, promote);      null: the call does not fit
+///         leaf = tail->FindNextMatch(argument, promote);      null: the call does not match
 class SlcFuncVarArgExpr {
 public:
     SlcFuncVarArgExpr() = default;

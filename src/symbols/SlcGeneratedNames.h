@@ -15,16 +15,16 @@ inline constexpr const char* k_lightPrefix = "i_lights";
 inline constexpr const char* k_lightCounter = "lightCnt";
 inline constexpr const char* k_pi = k_sqxPi.accessor;
 
-/// The accessor of a predefined variable.
+/// Returns the accessor of a predefined variable.
 consteval const char* AccessorOf(std::string_view name)
 {
     for (const SqxPredefined& row : k_sqxPredefined)
         if (name == row.name)
             return row.accessor;
-    throw name;  // no predefined variable
+    throw name;  // not a predefined variable
 }
 
-// The predefined variables that code generation asks for by name.
+// The predefined variables that code generation looks up by name.
 inline constexpr const char* k_P = AccessorOf("P");
 inline constexpr const char* k_du = AccessorOf("du");
 inline constexpr const char* k_dv = AccessorOf("dv");

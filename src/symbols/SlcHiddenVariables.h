@@ -17,18 +17,18 @@ public:
         const char* accessor;  // the expression for the variable in generated code
     };
 
-    /// All predefined variables of all kinds of shaders.
+    /// Returns all predefined variables of all kinds of shaders.
     [[nodiscard]] static std::span<const VarInfo> All();
-    /// `PI`, which is no variable of any kind of shader but of all code.
+    /// Returns `PI`, which belongs to no kind of shader and is available in all code.
     [[nodiscard]] static const VarInfo& Pi();
-    /// An unknown name is a fault of the compiler, and fatal.
+    /// Returns the variable. An unknown name is a fault of the compiler, and fatal.
     [[nodiscard]] static const VarInfo& GetVarInfoHidden(std::string_view name);
-    /// Null for an unknown name.
+    /// Returns null for an unknown name.
     [[nodiscard]] static const VarInfo* FindVarInfoHidden(std::string_view name);
-    /// The three variables that a light loop adds.
+    /// Returns the three variables that a light loop adds.
     [[nodiscard]] static std::span<const VarInfo> AllOfIlluminance();
-    /// Fatal for any other name.
+    /// An unknown name is fatal.
     [[nodiscard]] static const VarInfo& GetVarInfoIlluminance(std::string_view name);
-    /// Null for any other name.
+    /// Returns null for an unknown name.
     [[nodiscard]] static const VarInfo* FindVarInfoIlluminance(std::string_view name);
 };

@@ -1,5 +1,5 @@
 // Translates types and details to the words and numbers of compiled files. The rows are tested in
-// order, since a vector is also of the point family.
+// order, since a vector also passes the test for points.
 //
 // Tested by tests/backends, which read the files back.
 
@@ -17,8 +17,8 @@ struct TypeCode {
     SqxType code;
 };
 
-// Vector and normal come before point, since they also pass its test. Types that stand for several
-// of the point family therefore count as vectors.
+// Vector and normal precede point, since they also pass its test. A type that stands for several
+// members of the point family therefore counts as a vector.
 constexpr TypeCode k_typeCodes[] = {
     {&SlcTypeNode::IsFloatType, SqxType::Float},   {&SlcTypeNode::IsStringType, SqxType::String},
     {&SlcTypeNode::IsVectorType, SqxType::Vector}, {&SlcTypeNode::IsNormalType, SqxType::Normal},

@@ -5,15 +5,16 @@
 #include "frontend/SlcDetailNode.h"
 #include "frontend/SlcTypeNode.h"
 
-/// The codes of types and details in the renderer's library.
+/// Maps types and details to their codes in the renderer's library.
 class SlcInterfaceQxLib {
 public:
-    /// The code of a type; for an array, ask for its element type. An unknown type is named on
-    /// standard error and yields 0.
+    /// Returns the code of a type; for an array, pass its element type. For an unknown type, prints
+    /// its name to standard error and returns 0.
     [[nodiscard]] static int SlcTypeNodeToQxType(const SlcTypeNode* type);
-    /// The code of a detail; any but uniform counts as varying.
+    /// Returns the code of a detail; every detail except uniform counts as varying.
     [[nodiscard]] static int SlcDetailNodeToQxClass(const SlcDetailNode* detail);
-    /// Formats "uniform float[3]" and the like. Fatal for a type that no parameter can have.
+    /// Formats a detail and a type, such as "uniform float[3]". Fatal for a type that no parameter
+    /// can have.
     [[nodiscard]] static std::string SlcConstructDetailTypeStr(const SlcDetailNode* detail,
                                                                const SlcTypeNode* type);
 };

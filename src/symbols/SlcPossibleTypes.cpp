@@ -1,9 +1,9 @@
 // The set of types of an expression. Look-up allows promotion in both directions: a float in the
 // set matches a required color, and a color in the set matches a float that can be promoted to it.
 //
-//     {point, color}   color wanted   color
-//     {float}          color wanted   color, promoted
-//     {error}          any wanted     error: it has been reported, and suits everyone
+//     {point, color}   color required   color
+//     {float}          color required   color, promoted
+//     {error}          any required   error: it has been reported, and suits everyone
 //
 // Tested by tests/semantics/SlcCalculateTypesSetsTest.cpp.
 
@@ -31,7 +31,7 @@ const TypeSet* SharedSet(TypeSet types)
     return &*SlcPartOfCompilation<SharedSets>().sets.insert(std::move(types)).first;
 }
 
-/// The same for one type, mostly without an allocation and a search.
+/// Does the same for one type, usually without an allocation and a search.
 const TypeSet* SharedSet(SlcTypeNode* type)
 {
     auto& recent = SlcPartOfCompilation<SharedSets>().recent;

@@ -21,10 +21,10 @@ class SlcPossibleTypes : public SlcAnnotation {
 public:
     /// `types` are in order of discovery.
     explicit SlcPossibleTypes(std::vector<SlcTypeNode*> types);
-    /// The set of one type, which most expressions have.
+    /// Makes the set of one type, which most expressions have.
     explicit SlcPossibleTypes(SlcTypeNode* type);
 
-    /// The annotation of an expression; null if it has none yet.
+    /// Returns the annotation of an expression; null if it has none yet.
     [[nodiscard]] static SlcPtr<SlcPossibleTypes> Of(const SlcExprNode* expr);
 
     [[nodiscard]] const std::vector<SlcTypeNode*>& GetTypes() const { return *m_types; }
@@ -37,13 +37,13 @@ public:
     /// Void until a pass has chosen the type.
     [[nodiscard]] SlcTypeNode* GetUniqueType() const { return m_uniqueType; }
     void SetUniqueType(SlcTypeNode* type) { m_uniqueType = type; }
-    /// Unknown until the detail pass.
+    /// Unknown until the detail pass sets it.
     [[nodiscard]] SlcDetailNode* GetDetail() const { return m_detail; }
     void SetDetail(SlcDetailNode* detail) { m_detail = detail; }
-    /// The detail for the call of the enclosing function that is being evaluated.
+    /// The detail in the call of the enclosing function that is being evaluated.
     [[nodiscard]] SlcDetailNode* GetInlineDetail() const { return m_inlineDetail; }
     void SetInlineDetail(SlcDetailNode* detail) { m_inlineDetail = detail; }
-    /// The operand in which the parent would like the expression's value; may be null.
+    /// The operand in which the parent prefers to get the expression's value; may be null.
     [[nodiscard]] const SlcPtr<SlcLexType>& GetOperandHint() const { return m_operandHint; }
     void SetOperandHint(SlcPtr<SlcLexType> operand);
 
@@ -56,7 +56,7 @@ private:
     SlcPtr<SlcLexType> m_operandHint;  // set and cleared around the lowering of the expression
 };
 
-/// The same for the target of an assignment.
+/// The result of semantic analysis for the target of an assignment.
 class SlcLValueType : public SlcAnnotation {
 public:
     explicit SlcLValueType(SlcTypeNode* type) : m_type(type) {}

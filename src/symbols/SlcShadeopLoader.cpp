@@ -58,7 +58,7 @@ SlcShadeopLoader::Entries SlcShadeopLoader::Search(const SlcSyntaxNode* node, Sl
     for (const std::string& directory : m_options->m_searchDirs) {
         for (const std::string& path : LibrariesIn(directory))
             ReadLibrary(node, name, path, table, entries);
-        // A directory hides the later ones, as with included files.
+        // As with included files, a directory hides the later ones.
         if (!entries.empty())
             break;
     }
@@ -74,7 +74,7 @@ void SlcShadeopLoader::ReadLibrary(const SlcSyntaxNode* node, SlcIdentNode* name
         m_errors->Warning(node, "'" + SqxShadeopTable::NameFor(name->GetName()) + what + path + ")",
                           1);
     };
-    // An unrelated symbol of that name is not a fault of the shader, but worth a warning.
+    // An unrelated symbol of that name is not a fault of the shader, but deserves a warning.
     if (records.Found() == SqxShadeopTable::Place::Other)
         warn("' is no table of shadeops (");
     if (records.Found() != SqxShadeopTable::Place::Table)
@@ -97,7 +97,7 @@ void SlcShadeopLoader::ReadLibrary(const SlcSyntaxNode* node, SlcIdentNode* name
         warn("' holds what is no text (");
     else if (!records.HasEnd())
         warn("' has no record that ends it (");
-    // Functions that would be missing when the shader runs.
+    // The shader would fail to find these functions at run time.
     functions.erase("");
     for (const std::string_view function : functions)
         if (library.Find(function).kind != SqxElfFile::Kind::Function)
@@ -106,7 +106,7 @@ void SlcShadeopLoader::ReadLibrary(const SlcSyntaxNode* node, SlcIdentNode* name
                                       name->GetName() + "' needs");
 }
 
-/// Warns if an earlier library of the directory declares the same as the last entry.
+/// Warns if an earlier library of the directory has the same declaration as the last entry.
 void SlcShadeopLoader::WarnOfRepeated(const SlcSyntaxNode* node, const SqxShadeopRecord& record,
                                       const Entries& entries)
 {

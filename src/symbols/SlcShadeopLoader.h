@@ -21,10 +21,10 @@ public:
                      SlcShadeopRules rules);
 
     /// Adds to the table all overloads of the function that are declared by libraries in the first
-    /// search directory that has any. False if there are none. A bad record is a warning at `node`;
-    /// a function that a library declares but does not contain is an error.
+    /// search directory that has any. False if there are none. An invalid record is a warning at
+    /// `node`; a function that a library declares but does not contain is an error.
     ///
-    /// Reads every library of a directory, once per name.
+    /// Reads every library of a directory, once per function name.
     [[nodiscard]] bool Load(const SlcSyntaxNode* node, SlcIdentNode* name, SlcSymbolTable& table);
 
 private:
@@ -36,8 +36,8 @@ private:
                      SlcSymbolTable& table, Entries& entries);
     void WarnOfRepeated(const SlcSyntaxNode* node, const SqxShadeopRecord& record,
                         const Entries& entries);
-    /// Reads a record into `declaration`. Returns the start of the warning about a bad record;
-    /// empty if it is good.
+    /// Reads a record into `declaration`. Returns the start of the warning about an invalid record;
+    /// empty if it is valid.
     [[nodiscard]] static const char* ReadRecord(const SqxShadeopRecord& record,
                                                 const SlcIdentNode* name,
                                                 SlcShadeopDeclaration& declaration);

@@ -16,9 +16,9 @@ public:
     /// The text must outlive the reader.
     explicit SlcShadeopReader(std::string_view text) : m_text(text) {}
 
-    /// Null if there is no type at the start.
+    /// Returns null if there is no type at the start.
     [[nodiscard]] SlcTypeNode* ReadReturnType();
-    /// Null if no name follows.
+    /// Returns null if no name follows.
     [[nodiscard]] SlcIdentNode* ReadMethodName();
     /// Reads the types between the parentheses; `isGood` becomes false if they are malformed, if
     /// there are none, or if text follows them.

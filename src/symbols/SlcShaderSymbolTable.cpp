@@ -31,11 +31,10 @@ constexpr std::string_view k_names[] = {"Cs", "Os", "P",  "Ps",     "dPdu", "dPd
 /// The predefined variables of the compilation's shader.
 struct PredefinedEntries {
     std::array<S::VarEntry, std::size(k_names)> entries;  // in the order of `k_names`
-    bool illuminanceExists = false;                       // the entries of light loops have been
-                                                          // made
+    bool illuminanceExists = false;                       // the entries of light loops exist
 };
 
-/// Null for an unknown name.
+/// Returns null for an unknown name.
 [[nodiscard]] S::VarEntry* FindEntry(std::string_view name)
 {
     const auto found = std::find(std::begin(k_names), std::end(k_names), name);

@@ -15,8 +15,7 @@ class SlcShaderSymbolTable : public SlcSymbolTable {
 public:
     using VarEntry = SlcPtr<SlcVarSymbolEntry>;
 
-    /// Add the predefined variables with these names, each with its operand, as read-only or
-    /// writable.
+    /// Add the predefined variables with these names and their operands, as read-only or writable.
     void InitReadOnlyHiddens(std::span<const char* const> names);
     void InitReadWriteHiddens(std::span<const char* const> names);
     /// Adds the variables of a light loop. Only the `first` such scope makes the entries; all light
@@ -25,8 +24,8 @@ public:
     /// Records the entry under its name; does nothing for an unknown name.
     static void InitStaticVarEntry(const VarEntry& entry);
 
-    /// The entry of a predefined variable; null if this kind of shader does not have it. An unknown
-    /// name is a fault of the compiler, and fatal.
+    /// Returns the entry of a predefined variable; null if this kind of shader does not have it. An
+    /// unknown name is a fault of the compiler, and fatal.
     [[nodiscard]] static const VarEntry& EntryNamed(std::string_view name);
     /// Clears the entries of the previous shader.
     static void ResetStatics();
@@ -77,7 +76,7 @@ public:
 /// Makes the table of predefined variables for a kind of shader.
 class SlcShaderSymbolTableCreater : public SlcCodeWalker {
 public:
-    /// Any other node than the five kinds is reported to `errors` as fatal.
+    /// Any node other than the five kinds is reported to `errors` as fatal.
     explicit SlcShaderSymbolTableCreater(SlcPtr<SlcSemanticError> errors);
     /// `shaderType` is the node of the shader's kind.
     [[nodiscard]] SlcPtr<SlcSymbolTable> operator()(SlcSyntaxNode* shaderType,

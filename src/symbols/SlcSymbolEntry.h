@@ -22,11 +22,11 @@ private:
     SlcIdentNode* m_ident;
 };
 
-/// A variable: declared, predefined, formal, or an `extern` alias of one further out.
+/// A variable: declared, predefined, formal, or an `extern` alias of an outer one.
 class SlcVarSymbolEntry : public SlcSymbolEntry {
 public:
-    /// `outer`: the variable that an `extern` declaration refers to; null otherwise. `hidden`:
-    /// predefined.
+    /// `outer` is the variable that an `extern` declaration refers to, null otherwise. `hidden`
+    /// means predefined.
     SlcVarSymbolEntry(SlcIdentNode* ident, SlcTypeNode* type, SlcDetailNode* detail,
                       SlcStorageSpecNode* storage, bool hidden, SlcPtr<SlcVarSymbolEntry> outer);
     ~SlcVarSymbolEntry() override;

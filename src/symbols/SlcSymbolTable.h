@@ -14,8 +14,8 @@ class SlcSymbolScope;
 struct SlcShadeopDeclaration;
 struct SlcShadeopRules;
 
-/// A name that must be known is not: a fault of the compiler. Thrown by value; around light
-/// statements `SlcCheckSemantics` catches it to name their place.
+/// A name that must be known is unknown: a fault of the compiler. Thrown by value; around light
+/// statements `SlcCheckSemantics` catches it to report their place.
 struct SlcSymbolNotFound {
     SlcIdentNode* ident;
 };
@@ -94,7 +94,7 @@ public:
     /// `noDefinitionScope`.
     [[nodiscard]] SlcPtr<SlcVarSymbolEntry> FindVarEntry(SlcIdentNode* ident,
                                                          bool noDefinitionScope) const;
-    /// The same for a name that must be known. Throws `SlcSymbolNotFound`.
+    /// Does the same for a name that must be known. Throws `SlcSymbolNotFound`.
     [[nodiscard]] SlcPtr<SlcVarSymbolEntry> GetVarEntry(SlcIdentNode* ident,
                                                         bool noDefinitionScope) const;
     /// True if the current scope has a variable or function of this name; `thisTableOnly` ignores
@@ -140,7 +140,7 @@ private:
     /// earlier tables of the scope, then outward.
     [[nodiscard]] std::vector<Group> GroupsOf(SlcIdentNode* ident) const;
     [[nodiscard]] SlcPtr<SlcVarSymbolEntry> FindVariable(SlcIdentNode* ident) const;
-    /// The table outside this scope in which a look-up continues; null if there is none.
+    /// Returns the table outside this scope in which a look-up continues; null if there is none.
     [[nodiscard]] const SlcSymbolTable* NextScope() const;
 
     SlcPtr<SlcSymbolScope> m_scope;  // the names of all tables of this scope, and the parent

@@ -3,7 +3,7 @@
 //
 //     float f(color c)   in the body             f(1)      outer f(float): exact, in any scope
 //     float f(float x)   before the shader       f(Cs)     inner f(color)
-//     float f(float x, y)                        f("a")    of those with one argument none fits:
+//     float f(float x, y)                        f("a")    none with one argument matches:
 //                                                          the report names the closest
 //
 // Each scope is searched by groups, the entries of one name in one table, so that the cost does not
@@ -55,7 +55,7 @@ std::vector<SlcTypeNode*> TypesOf(const SlcFormalsNode& formals)
 }
 
 /// True if the arguments, which must have their unique types, match the fixed formals.
-bool FitsUniqueTypes(const SlcFuncSymbolEntry& entry, const SlcCallArgs& args, bool promote)
+bool MatchesUniqueTypes(const SlcFuncSymbolEntry& entry, const SlcCallArgs& args, bool promote)
 {
     const auto& formals = entry.GetArgTypes();
     if (args.size() < formals.size() || (args.size() > formals.size() && !entry.IsVarNbArgs()))
@@ -109,33 +109,33 @@ struct TriedCall {
 };
 
 /// The matches in one table for a call.
-struct TableOffer {
+struct TableMatches {
     std::vector<SlcTypeNode*> types;       // return types of the matching overloads
     SlcPtr<SlcFuncSymbolEntry> function;   // the last overload of the name
     SlcPtr<SlcFuncSymbolEntry> withCount;  // the last overload with the right number of arguments
 };
 
-TableOffer OfferTo(TriedCall& call, const std::vector<SlcPtr<SlcSymbolEntry>>& entries,
-                   bool promote)
+TableMatches MatchesIn(TriedCall& call, const std::vector<SlcPtr<SlcSymbolEntry>>& entries,
+                       bool promote)
 {
-    TableOffer offer;
+    TableMatches matches;
     for (const auto& entry : entries) {
         const auto candidate = AsFunction(entry);
         if (candidate.Null())
             continue;
-        offer.function = candidate;
+        matches.function = candidate;
         if (!candidate->CheckNumberArgs(call.args))
             continue;
-        offer.withCount = candidate;
+        matches.withCount = candidate;
         const int errorsBefore = NbErrors();
         const bool fits = candidate->CheckTypeArgs(call.args, call.sink, promote);
         // A fault in an argument is reported once, however many overloads are tried.
         if (NbErrors() != errorsBefore)
             call.sink = nullptr;
         if (fits && !(call.noVoid && candidate->GetReturnType()->IsVoidType()))
-            SlcAddTypeIfNotPresent(offer.types, candidate->GetReturnType());
+            SlcAddTypeIfNotPresent(matches.types, candidate->GetReturnType());
     }
-    return offer;
+    return matches;
 }
 
 /// Returns the overload whose mismatches are reported when none matches: the one that matches the
@@ -223,13 +223,13 @@ SlcOverloads SlcSymbolTable::FindOverloads(const SlcLookup& lookup,
     const SlcCallArgs args = SlcArgsOf(lookup.arguments);
     const std::vector<Group> groups = GroupsOf(lookup.ident);
     TriedCall call{args, sink, lookup.functions == SlcLookup::Functions::WithValue};
-    TableOffer outermost;  // of the tables tried so far: determines the error if nothing matches
-    const Group* judging = nullptr;  // the table of `outermost`
+    TableMatches outermost;  // of the tables tried so far: determines the error if nothing matches
+    const Group* outermostGroup = nullptr;  // the table of `outermost`
     const auto searchPass = [&](bool promoted) {
         for (const Group& group : groups) {
-            if (TableOffer offer = OfferTo(call, group.entries, promoted); offer.function) {
-                outermost = std::move(offer);
-                judging = &group;
+            if (TableMatches matches = MatchesIn(call, group.entries, promoted); matches.function) {
+                outermost = std::move(matches);
+                outermostGroup = &group;
             }
             if (!outermost.types.empty())
                 return;
@@ -247,7 +247,7 @@ SlcOverloads SlcSymbolTable::FindOverloads(const SlcLookup& lookup,
         return {Outcome::UnknownName, {}, nullptr};
     if (outermost.withCount.Null())
         return {Outcome::WrongCount, {}, nullptr};
-    return {Outcome::WrongTypes, {}, ClosestOf(judging->entries, args)};
+    return {Outcome::WrongTypes, {}, ClosestOf(outermostGroup->entries, args)};
 }
 
 std::deque<SlcPtr<SlcFuncSymbolEntry>> SlcSymbolTable::GetFuncEntrys(SlcIdentNode* ident,
@@ -273,7 +273,7 @@ SlcPtr<SlcFuncSymbolEntry> SlcSymbolTable::FindUniqueFuncEntry(SlcIdentNode* ide
             for (const auto& entry : group.entries) {
                 const auto function = AsFunction(entry);
                 if (function && returnType->IsSameType(function->GetReturnType()) &&
-                    FitsUniqueTypes(*function, args, promoted))
+                    MatchesUniqueTypes(*function, args, promoted))
                     kept = function;
             }
             if (kept)

@@ -2,7 +2,7 @@
 // reads before any write. Along a path a state only grows; where paths meet, different states
 // become Maybe.
 //
-//     set(maybe), set        Always          one of the two is sure
+//     set(maybe), set        Always          one of the two always happens
 //     set | nothing          Maybe           an `if` without `else`
 //
 // Tested by tests/semantics/SlcCheckUsageTest.cpp.
@@ -11,7 +11,7 @@
 
 namespace {
 
-/// The state after the event has happened again.
+/// Returns the state after the event has happened again.
 SlcUsageState Again(SlcUsageState state, bool maybe)
 {
     if (state == SlcUsageState::Always || !maybe)

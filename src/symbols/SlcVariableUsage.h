@@ -1,24 +1,24 @@
 #pragma once
 
-/// Whether something has happened to a variable.
+/// Whether an event has happened to a variable.
 enum class SlcUsageState {
     Always,  // on every path
     Never,
     Maybe,  // on some path
 };
 
-/// The usage of a variable on the path to a point of the code. Initially nothing has happened.
+/// The usage of a variable on the path to a point of the code. Initially no event has happened.
 class SlcVariableUsage {
 public:
     [[nodiscard]] SlcUsageState GetModified() const { return m_modified; }
     /// Whether the variable was read before it was set.
     [[nodiscard]] SlcUsageState GetRead() const { return m_read; }
 
-    /// `maybe`: it may not happen on this path.
+    /// `maybe` means that the event may not happen on this path.
     void SetModifiedInScope(bool maybe);
     void SetAccessedInScope(bool maybe);
 
-    /// The state where this path meets another one.
+    /// Returns the state where this path meets another one.
     [[nodiscard]] SlcVariableUsage Meet(const SlcVariableUsage& other) const;
 
 private:
