@@ -2,6 +2,6 @@
 
 #include "support/SlcCollectable.h"
 
-/// Common base of what a pass attaches to a node, in the node's one annotation slot. Its class
-/// follows from the node's: an expression has a `SlcPossibleTypes`, for example.
+/// Base of the data that a pass attaches to a node, in the node's single annotation slot. Its class
+/// depends on the node's class: expressions have a `SlcPossibleTypes`, for example.
 class SlcAnnotation : public SlcCollectable {};

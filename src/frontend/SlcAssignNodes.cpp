@@ -1,5 +1,5 @@
-// The five assignments differ by their operator only. `x += y` is not rewritten as `x = x + y`: of
-// `a[i] += y` the index is evaluated once.
+// The five assignments differ only in their operator. `x += y` is not rewritten as `x = x + y`,
+// since the index in `a[i] += y` must be evaluated only once.
 //
 // Tested by tests/frontend/TreeShapeTest.cpp.
 

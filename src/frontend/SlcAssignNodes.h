@@ -8,12 +8,12 @@
 
 #include "frontend/SlcLValueNodes.h"
 
-/// Base of the assignment operators. An assignment is an expression: its value is what the variable
-/// holds then, and it can stand for an output argument. The value is evaluated after the index of
-/// an element, and before the write.
+/// Base of the assignment operators. An assignment is an expression: its value is that of the
+/// variable after it, and it can be an output argument. The assigned value is evaluated after the
+/// index of an element, and before the write.
 class SlcAssignExprNode : public SlcVisitable<SlcAssignExprNode, SlcReferenceExprNode> {
 public:
-    /// Has the position of its left value.
+    /// Takes the position of its left value.
     SlcAssignExprNode(std::unique_ptr<SlcLValueNode> lvalue, std::unique_ptr<SlcExprNode> value);
     [[nodiscard]] SlcAssignExprNode* AsAssignExpr() final { return this; }
     [[nodiscard]] virtual bool IsEqAssign() const { return false; }
@@ -21,9 +21,9 @@ public:
     [[nodiscard]] virtual bool IsSubEqAssign() const { return false; }
     [[nodiscard]] virtual bool IsMultEqAssign() const { return false; }
     [[nodiscard]] virtual bool IsDivEqAssign() const { return false; }
-    /// The operator, as the source writes it.
+    /// Returns the operator, as written in the source.
     [[nodiscard]] virtual std::string_view ToString() const = 0;
-    /// Those of the variable that is assigned.
+    /// The name and the entry of the assigned variable.
     [[nodiscard]] SlcIdentNode* GetIdent() const override { return m_lvalue->GetIdent(); }
     [[nodiscard]] const SlcPtr<SlcVarSymbolEntry>& GetSymbolEntry() const override;
     [[nodiscard]] SlcLValueNode* GetLValue() const { return m_lvalue.get(); }

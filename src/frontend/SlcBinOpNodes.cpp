@@ -1,6 +1,6 @@
-// One shape for all operators of two values; walkers distinguish them by the classes below it. Both
-// sides are always evaluated, the left one first: `&&` and `||`, which short-circuit, are
-// relations.
+// All operators of two values share one structure; walkers distinguish them by their classes. Both
+// sides are always evaluated, the left one first. The operators that short-circuit, `&&` and `||`,
+// are relations.
 //
 // Tested by tests/frontend/TreeShapeTest.cpp.
 

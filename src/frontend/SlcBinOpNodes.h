@@ -8,13 +8,14 @@
 
 #include "frontend/SlcExprNodes.h"
 
-/// Base of the binary arithmetic operators. They lean to the left: `a - b - c` is `(a - b) - c`,
-/// and a chain of them may be thousands long, so that passes walk it by a loop (`SlcLeftSpine`).
+/// Base of the binary arithmetic operators. They are left-associative: `a - b - c` is
+/// `(a - b) - c`. A chain of them may be thousands long, so passes walk it in a loop
+/// (`SlcLeftSpine`).
 class SlcBinOpExprNode : public SlcVisitable<SlcBinOpExprNode, SlcExprNode> {
 public:
-    /// Has the position of its left operand.
+    /// Takes the position of its left operand.
     SlcBinOpExprNode(std::unique_ptr<SlcExprNode> left, std::unique_ptr<SlcExprNode> right);
-    /// Both operands are.
+    /// True if both operands are constant.
     [[nodiscard]] bool IsConstExpr() const override;
     [[nodiscard]] virtual bool IsAdd() const { return false; }
     [[nodiscard]] virtual bool IsSub() const { return false; }
@@ -22,7 +23,7 @@ public:
     [[nodiscard]] virtual bool IsDiv() const { return false; }
     [[nodiscard]] virtual bool IsDotProd() const { return false; }
     [[nodiscard]] virtual bool IsCrossProd() const { return false; }
-    /// The operator, as the source writes it.
+    /// Returns the operator, as written in the source.
     [[nodiscard]] virtual std::string_view ToString() const = 0;
     [[nodiscard]] SlcExprNode* GetLeft() const { return m_left.get(); }
     [[nodiscard]] SlcExprNode* GetRight() const { return m_right.get(); }
@@ -34,8 +35,8 @@ private:
     std::unique_ptr<SlcExprNode> m_right;
 };
 
-/// `a . b`, of two colors or two of the point family: a float. It binds tighter than the other
-/// operators.
+/// `a . b`, of two colors or two members of the point family: a float. It binds tighter than the
+/// other operators.
 class SlcDotProdExprNode : public SlcVisitable<SlcDotProdExprNode, SlcBinOpExprNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -59,8 +60,8 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "/"; }
 };
 
-/// `a ^ b`, of two of the point family: a vector, or what the context wants. It binds looser than
-/// `*` and tighter than `+`.
+/// `a ^ b`, of two members of the point family: a vector, or the type that the context requires. It
+/// binds looser than `*` and tighter than `+`.
 class SlcCrossProdExprNode : public SlcVisitable<SlcCrossProdExprNode, SlcBinOpExprNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -68,7 +69,7 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "^"; }
 };
 
-/// `a + b`; not of matrices.
+/// `a + b`; not for matrices.
 class SlcAddExprNode : public SlcVisitable<SlcAddExprNode, SlcBinOpExprNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -76,7 +77,7 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "+"; }
 };
 
-/// `a - b`; not of matrices. Of two points, the vector from b to a.
+/// `a - b`; not for matrices. For two points, the vector from b to a.
 class SlcSubExprNode : public SlcVisitable<SlcSubExprNode, SlcBinOpExprNode> {
 public:
     using SlcVisitable::SlcVisitable;

@@ -1,5 +1,5 @@
-// A call keeps the name as it was written and gets the entry of its function from the checks, once
-// the types of its arguments have picked an overload.
+// A call keeps the name as written. The checks add the entry of its function, once the types of the
+// arguments have selected an overload.
 //
 // Tested by tests/frontend/TreeShapeTest.cpp.
 

@@ -1,7 +1,7 @@
 #pragma once
 
-// Calls. The overload is found by SlcResolveCall; lowered in SlcGenInterCodeCalls.cpp, those of
-// built-ins by SlcBuiltInLowering, those of shadeops by SlcShadeopLowering.
+// Calls. SlcResolveCall finds the overload. They are lowered in SlcGenInterCodeCalls.cpp, built-ins
+// by SlcBuiltInLowering, shadeops by SlcShadeopLowering.
 
 #include <memory>
 #include <utility>
@@ -24,22 +24,22 @@ private:
     std::vector<std::unique_ptr<SlcExprNode>> m_arguments;
 };
 
-/// `name(arguments)`: a user function, a built-in or a shadeop; which one the name means is known
-/// once its arguments are typed. Texture accesses have a separate node.
+/// `name(arguments)`: a call of a user function, a built-in or a shadeop, which is resolved once
+/// the arguments have types. Texture accesses have a separate node.
 class SlcProcCallExprNode : public SlcVisitable<SlcProcCallExprNode, SlcExprNode> {
 public:
     SlcProcCallExprNode(const SlcPosition& position, SlcIdentNode* ident,
                         std::unique_ptr<SlcProcArgsNode> arguments);
     ~SlcProcCallExprNode() override;
-    /// All arguments are.
+    /// True if all arguments are constant.
     [[nodiscard]] bool IsConstExpr() const override;
     [[nodiscard]] SlcIdentNode* GetIdent() const { return m_ident; }
     [[nodiscard]] SlcProcArgsNode* GetArguments() const { return m_arguments.get(); }
     /// Null until the semantic pass has chosen an overload, and after a reported error.
     [[nodiscard]] const SlcPtr<SlcFuncSymbolEntry>& GetSymbolEntry() const { return m_entry; }
     void SetSymbolEntry(SlcPtr<SlcFuncSymbolEntry> entry);
-    /// The part of the overload's variable tail that took each argument after the fixed ones. Null
-    /// for an argument that only the function itself can judge.
+    /// For each argument after the fixed ones, the part of the overload's variable tail that
+    /// accepted it. Null for an argument that only the function itself can check.
     [[nodiscard]] const std::vector<SlcFuncVarArgLeaf*>& GetTailLeaves() const { return m_leaves; }
     void SetTailLeaves(std::vector<SlcFuncVarArgLeaf*> leaves) { m_leaves = std::move(leaves); }
     void WalkIn(SlcCodeWalker* walker) override;

@@ -1,4 +1,4 @@
-// The step of each class to its parent, from the list of classes.
+// Forwards from each class to its parent, generated from the list of classes.
 
 #include "frontend/SlcCodeWalker.h"
 

@@ -8,20 +8,19 @@ class SlcSyntaxNode;
 /// The visitor of the syntax tree; every pass over the tree derives from it.
 ///
 /// A node passes itself to the `Case` of its class. Each `Case` here forwards it to the `Case` of
-/// its parent class, up to that of `SlcSyntaxNode`, which calls `Default`. A pass thus overrides
-/// exactly the classes that it cares about, at any height, and `Default` for the rest. A pass that
-/// wants the usual descent has `Default` call `WalkIn` of the node with itself.
+/// the parent class, up to that of `SlcSyntaxNode`, which calls `Default`. So a pass overrides
+/// `Case` for the classes that it handles, at any level, and `Default` for the rest. For the usual
+/// recursive walk, `Default` calls the node's `WalkIn` with the walker.
 class SlcCodeWalker {
 public:
     virtual ~SlcCodeWalker() = default;
 
-    /// One for each class. Not called by hand: `SlcSyntaxNode::ApplyWalker` finds the one of the
-    /// class. An override hides the others, so that a walker begins with `using
-    /// SlcCodeWalker::Case;`.
+    /// One for each class, called by `SlcSyntaxNode::ApplyWalker`, not directly. An override hides
+    /// the others, so a walker begins with `using SlcCodeWalker::Case;`.
     virtual void Case(SlcSyntaxNode* node);
 #define SLC_NODE_CLASS(name, parent) virtual void Case(name* node);
 #include "frontend/SlcNodeClasses.def"
 #undef SLC_NODE_CLASS
-    /// Whatever no overridden `Case` has taken.
+    /// Handles every node that no overridden `Case` handles.
     virtual void Default(SlcSyntaxNode* node) = 0;
 };

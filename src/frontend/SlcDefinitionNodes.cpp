@@ -1,6 +1,6 @@
-// A declaration is split as it is written: one type for several names, each with its own length and
-// value. Entries of the symbol table are set by the checks. A node shares its entry, an entry
-// refers to nodes by plain pointers only, so that no cycle arises.
+// A declaration keeps the structure of the source: one type for several names, each with its length
+// and value. The checks set the symbol table entries. A node shares ownership of its entry, and an
+// entry refers to nodes only by plain pointers, so no cycle arises.
 //
 //     uniform float a = 1, b[2];        SlcTypeSpecNode, and two SlcDefExprNode
 //

@@ -1,7 +1,7 @@
 #pragma once
 
-// Definitions and declarations. Checked by SlcCheckSemantics and SlcAddVarsSymbolTable; what a
-// shader declares becomes SlcShaderFacts.
+// Definitions and declarations. They are checked by SlcCheckSemantics and SlcAddVarsSymbolTable;
+// the declarations of a shader become SlcShaderFacts.
 
 #include <memory>
 #include <vector>
@@ -40,7 +40,7 @@ private:
 /// One name of a declaration, with its array size and initializer: `w[3] = {1, 2, 3}`.
 class SlcDefExprNode : public SlcVisitable<SlcDefExprNode, SlcSyntaxNode> {
 public:
-    static constexpr int k_scalar = -1;          // array size of what is no array
+    static constexpr int k_scalar = -1;          // array size of a scalar
     static constexpr int k_unspecifiedSize = 0;  // the brackets were empty
 
     /// `initializer` may be null.
@@ -48,7 +48,7 @@ public:
                    std::unique_ptr<SlcExprNode> initializer, int arraySize);
     ~SlcDefExprNode() override;
     [[nodiscard]] SlcIdentNode* GetIdent() const { return m_ident; }
-    /// Null where the source gives none.
+    /// Null if the source has none.
     [[nodiscard]] SlcExprNode* GetInitializer() const { return m_initializer.get(); }
     [[nodiscard]] bool IsArray() const { return m_arraySize != k_scalar; }
     /// The length, or one of the two constants above.
@@ -76,8 +76,8 @@ private:
     std::vector<std::unique_ptr<SlcDefExprNode>> m_definitions;
 };
 
-/// Storage, detail and type of a declaration: `output varying color`. A word that the source leaves
-/// out has its default here. None of the three is owned.
+/// Storage, detail and type of a declaration: `output varying color`. Words that the source omits
+/// have their defaults. The node owns none of the three.
 class SlcTypeSpecNode : public SlcVisitable<SlcTypeSpecNode, SlcSyntaxNode> {
 public:
     SlcTypeSpecNode(const SlcPosition& position, SlcStorageSpecNode* storage, SlcDetailNode* detail,
@@ -124,8 +124,8 @@ private:
 
 class SlcStmtsNode;
 
-/// `surface name(formals) { body }`, and the like for the other kinds. There is one in a file; its
-/// formals are the parameters of the shader.
+/// `surface name(formals) { body }`, and the same for the other kinds. A file has one; its formals
+/// are the parameters of the shader.
 class SlcShaderDefNode : public SlcVisitable<SlcShaderDefNode, SlcDefinitionNode> {
 public:
     SlcShaderDefNode(const SlcPosition& position, std::unique_ptr<SlcShaderTypeNode> shaderType,
@@ -146,8 +146,8 @@ private:
     std::unique_ptr<SlcStmtsNode> m_body;
 };
 
-/// `float name(formals) { body }`, at the top of a file or, in a `SlcFuncDefStmtNode`, in a body.
-/// Code is generated where it is called, not for the function itself.
+/// `float name(formals) { body }`, at file level or, in a `SlcFuncDefStmtNode`, in a body. Code is
+/// generated at each call, not for the function itself.
 class SlcFuncDefNode : public SlcVisitable<SlcFuncDefNode, SlcDefinitionNode> {
 public:
     /// `returnType` may be null.
@@ -160,7 +160,7 @@ public:
     [[nodiscard]] SlcIdentNode* GetIdent() const { return m_ident; }
     [[nodiscard]] SlcFormalsNode* GetFormals() const { return m_formals.get(); }
     [[nodiscard]] SlcStmtsNode* GetBody() const { return m_body.get(); }
-    /// Null before the semantic pass, and once the tree has been cut.
+    /// Null before the semantic pass, and after the tree's cycles have been broken.
     [[nodiscard]] const SlcPtr<SlcFuncSymbolEntry>& GetSymbolEntry() const { return m_entry; }
     void SetSymbolEntry(SlcPtr<SlcFuncSymbolEntry> entry);
     void WalkIn(SlcCodeWalker* walker) override;
@@ -170,5 +170,5 @@ private:
     SlcIdentNode* m_ident;
     std::unique_ptr<SlcFormalsNode> m_formals;
     std::unique_ptr<SlcStmtsNode> m_body;
-    SlcPtr<SlcFuncSymbolEntry> m_entry;  // set by the semantic pass, cut by SlcDeleteTree
+    SlcPtr<SlcFuncSymbolEntry> m_entry;  // set by the semantic pass, reset by SlcDeleteTree
 };

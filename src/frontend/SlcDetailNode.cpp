@@ -1,7 +1,8 @@
-// One object for each detail, made when it is first asked for: other statics may ask.
+// One object for each detail, made on first use, since other static objects may use it.
 //
-// If one of two operands may turn out varying, the result stays open: unknown beats uniform, since
-// a function's body is checked before the details of its arguments are known from its calls.
+// If one of two operands may turn out varying, the detail of the result stays open: unknown
+// dominates uniform, since a function's body is checked before its calls determine the details of
+// the arguments.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 

@@ -4,31 +4,34 @@
 
 #include "frontend/SlcSyntaxNode.h"
 
-/// Base of details: whether a value is one for the whole grid, one for each shading point, or
-/// not decided yet. Shared singletons, compared with the tests.
+/// Base of details: a value exists once for the whole grid or once for each shading point, or this
+/// is not decided yet. Shared singletons, compared with the tests.
 class SlcDetailNode : public SlcSyntaxNode {
 public:
-    /// Open until a call decides.
+    /// True if the detail depends on the call of a function.
     [[nodiscard]] virtual bool IsUnknownDetail() const { return false; }
-    /// One of these is true of a detail; a temp-uniform one is also uniform.
+    /// Exactly one of these is true for a known detail; a temp-uniform one is also uniform.
     [[nodiscard]] virtual bool IsVarying() const { return false; }
     [[nodiscard]] virtual bool IsUniform() const { return false; }
-    /// A temporary that no value outlives a shading point in: one place of storage serves them all.
+    /// True for a temporary whose value is used only within the iteration of one shading point, so
+    /// all points share its storage.
     [[nodiscard]] virtual bool IsTempUniform() const { return false; }
     [[nodiscard]] virtual std::string ToString() const = 0;
 
-    /// The nodes of the four, which live as long as the process.
+    /// The nodes of the four details, which live as long as the process.
     [[nodiscard]] static SlcDetailNode* AUnknown();
     [[nodiscard]] static SlcDetailNode* AUniform();
     [[nodiscard]] static SlcDetailNode* AVarying();
     [[nodiscard]] static SlcDetailNode* ATempUniform();
 
-    /// Varying beats unknown, and unknown beats uniform.
+    /// Returns the detail of a value computed from both: varying dominates unknown, and unknown
+    /// dominates uniform.
     [[nodiscard]] static SlcDetailNode* Combine(const SlcDetailNode* first,
                                                 const SlcDetailNode* second);
 };
 
-/// The detail of a formal or local of a function that is declared without one; calls decide it.
+/// The detail of a formal or local of a function that is declared without one; each call determines
+/// it.
 class SlcUnknownDetailNode : public SlcVisitable<SlcUnknownDetailNode, SlcDetailNode> {
 public:
     [[nodiscard]] bool IsUnknownDetail() const override { return true; }
@@ -49,7 +52,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "varying"; }
 };
 
-/// Made by the optimizer alone. Walkers see it as a `SlcUniformNode`.
+/// Assigned only by the optimizer. Walkers treat it as a `SlcUniformNode`.
 class SlcTempUniformNode : public SlcUniformNode {
 public:
     [[nodiscard]] bool IsTempUniform() const override { return true; }

@@ -1,9 +1,9 @@
-// Children are walked in the order in which their values are wanted, which is that of the source,
-// with one exception: of `name[index]` the index comes first, since its value must be there when
-// the name is met.
+// Children are walked in the order in which their values are needed, which is source order with one
+// exception: in `name[index]` the index is walked first, since its value is needed when the name is
+// visited.
 //
-// Literals, `PI` and expressions of constants alone are constant. This is a property of the source;
-// which values are known after folding is the optimizer's matter.
+// Literals, `PI` and expressions that consist of constants are constant. This is a property of the
+// source; the optimizer determines which values are known after folding.
 //
 // Tested by tests/frontend/TreeShapeTest.cpp.
 

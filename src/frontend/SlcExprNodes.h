@@ -13,18 +13,18 @@
 class SlcRelationNode;
 class SlcVarSymbolEntry;
 
-/// Base of expressions. The checks leave a `SlcPossibleTypes` on each, with its type and detail.
+/// Base of expressions. The checks annotate each with a `SlcPossibleTypes`: its type and detail.
 class SlcExprNode : public SlcSyntaxNode {
 public:
     using SlcSyntaxNode::SlcSyntaxNode;
-    /// Made of literals, `PI` and pure functions of them, by its form alone.
+    /// True if it consists of literals, `PI` and pure functions of them; decided by its form alone.
     [[nodiscard]] virtual bool IsConstExpr() const { return false; }
-    /// It names a variable, so that it can be an output argument.
+    /// True if it names a variable, and so can be an output argument.
     [[nodiscard]] virtual bool IsReferenceExpr() const { return false; }
     [[nodiscard]] SlcExprNode* AsExpr() final { return this; }
 };
 
-/// Base of what names a variable: a name, an element, an assignment.
+/// Base of expressions that name a variable: a name, an element, an assignment.
 class SlcReferenceExprNode : public SlcExprNode {
 public:
     using SlcExprNode::SlcExprNode;
@@ -42,9 +42,9 @@ public:
     [[nodiscard]] bool IsConstExpr() const override { return true; }
     [[nodiscard]] bool IsFloat() const { return m_float != nullptr; }
     [[nodiscard]] SlcLexicalNode* GetConst() const;
-    /// Null for a string.
+    /// Null for a string literal.
     [[nodiscard]] SlcFloatConstNode* GetFloatConst() const { return m_float; }
-    /// Null for a float.
+    /// Null for a float literal.
     [[nodiscard]] SlcStringLiteralNode* GetStringConst() const { return m_string; }
     void WalkIn(SlcCodeWalker* walker) override;
 
@@ -53,7 +53,7 @@ private:
     SlcStringLiteralNode* m_string = nullptr;
 };
 
-/// `name` where a value is wanted. Whole arrays are named so too.
+/// `name` used as a value. It can also name a whole array.
 class SlcIdentExprNode : public SlcVisitable<SlcIdentExprNode, SlcReferenceExprNode> {
 public:
     SlcIdentExprNode(const SlcPosition& position, SlcIdentNode* ident);
@@ -70,7 +70,7 @@ private:
     SlcPtr<SlcVarSymbolEntry> m_entry;  // set by the semantic pass
 };
 
-/// `name[index]` where a value is wanted. The index is a float, whose fraction is cut off.
+/// `name[index]` used as a value. The index is a float, which is truncated.
 class SlcArrayRefExprNode : public SlcVisitable<SlcArrayRefExprNode, SlcReferenceExprNode> {
 public:
     SlcArrayRefExprNode(const SlcPosition& position, SlcIdentNode* ident,
@@ -100,12 +100,12 @@ private:
     std::unique_ptr<SlcExprNode> m_operand;
 };
 
-/// `color "hsv" (r, g, b)`: a cast, with the name of the space in which the operand is meant. It
-/// spreads a float, and decides the type of a triple. For types that live in spaces the parser
-/// gives one where the source names none: "current", of colors "rgb".
+/// `color "hsv" (r, g, b)`: a cast, with the coordinate space of the operand. It promotes a float,
+/// and determines the type of a triple. If the source names no space, the parser adds the default
+/// for types that have spaces: "rgb" for colors, "current" for the others.
 class SlcCastExprNode : public SlcVisitable<SlcCastExprNode, SlcExprNode> {
 public:
-    /// `space` is null for types that live in no space.
+    /// `space` is null for types without spaces.
     SlcCastExprNode(const SlcPosition& position, SlcTypeNode* type, SlcStringLiteralNode* space,
                     std::unique_ptr<SlcExprNode> operand);
     [[nodiscard]] bool IsConstExpr() const override { return m_operand->IsConstExpr(); }
@@ -121,8 +121,8 @@ private:
     std::unique_ptr<SlcExprNode> m_operand;
 };
 
-/// `condition ? then : else`. One of the two values is evaluated, or each for its points if the
-/// condition varies.
+/// `condition ? then : else`. One of the two values is evaluated; under a varying condition, each
+/// is evaluated for its points.
 class SlcCondExprNode : public SlcVisitable<SlcCondExprNode, SlcExprNode> {
 public:
     SlcCondExprNode(const SlcPosition& position, std::unique_ptr<SlcRelationNode> condition,
@@ -139,7 +139,7 @@ private:
     std::unique_ptr<SlcExprNode> m_else;
 };
 
-/// `(x, y, z)`: a point or a color, as the context wants.
+/// `(x, y, z)`: a point or a color, depending on the context.
 class SlcPointExprNode : public SlcVisitable<SlcPointExprNode, SlcExprNode> {
 public:
     SlcPointExprNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> x,

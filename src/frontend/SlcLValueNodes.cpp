@@ -1,5 +1,5 @@
-// The left side of an assignment is not an expression: it has no value, and its walk starts with
-// the name. So a walker that looks for reads never meets the variable that is only written.
+// The left side of an assignment is not an expression: it has no value. So a walker that looks for
+// reads does not visit a variable that is only written.
 //
 // Tested by tests/frontend/TreeShapeTest.cpp.
 

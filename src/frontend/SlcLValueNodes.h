@@ -7,14 +7,14 @@
 
 #include "frontend/SlcExprNodes.h"
 
-/// Base of what an assignment writes to. The checks leave a `SlcLValueType` on it.
+/// Base of the targets of assignments. The checks annotate it with a `SlcLValueType`.
 class SlcLValueNode : public SlcSyntaxNode {
 public:
     SlcLValueNode(const SlcPosition& position, SlcIdentNode* ident);
     ~SlcLValueNode() override;
     [[nodiscard]] virtual bool IsIdentLValue() const { return false; }
     [[nodiscard]] virtual bool IsArrayRefLValue() const { return false; }
-    /// For reports.
+    /// Returns its text for reports.
     [[nodiscard]] virtual std::string ToString() const = 0;
     [[nodiscard]] SlcIdentNode* GetIdent() const { return m_ident; }
     /// Null before the semantic pass.

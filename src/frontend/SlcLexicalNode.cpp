@@ -1,7 +1,7 @@
-// Constants and names live in pools to the end of the compilation: operands, messages and
-// annotations point at them from everywhere. Names of the source are made once for each spelling;
-// those that the compiler makes are distinct even if they are spelt alike, and so never meet a
-// source name.
+// Constants and names live in pools until the end of the compilation, since operands, messages and
+// annotations point to them. A name of the source is created once per spelling. Names that the
+// compiler creates are always distinct nodes, even if they are spelled alike, so they never equal a
+// name of the source.
 
 #include "frontend/SlcLexicalNode.h"
 
@@ -12,8 +12,8 @@
 
 namespace {
 
-/// The pool of one class: a deque never moves its elements, so plain pointers into it stay good
-/// to the end of the compilation.
+/// The pool of one class. A deque never moves its elements, so plain pointers into it stay valid
+/// until the end of the compilation.
 template <class Node>
 struct Pool {
     std::deque<Node> nodes;
@@ -26,7 +26,7 @@ Node* CreateInPool(Arguments... arguments)
 }
 
 struct IdentsOfSource {
-    std::unordered_map<std::string_view, SlcIdentNode*> idents;  // keys lie in the nodes
+    std::unordered_map<std::string_view, SlcIdentNode*> idents;  // keys are stored in the nodes
 };
 
 }  // namespace

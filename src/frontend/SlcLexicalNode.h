@@ -11,9 +11,9 @@ class SlcIdentNode;
 class SlcIntConstNode;
 class SlcStringLiteralNode;
 
-/// Base of literals and names. They are pooled: the `Create` operations record each new node in
-/// a list of its class, which lives until the process ends. Their own position stays unset; it
-/// travels in the token value and in the node that contains them.
+/// Base of literals and names. They are pooled: the `Create` operations record each new node in a
+/// list of its class, which lives until the process ends. Their position is not set; it is in the
+/// token value and in the node that contains them.
 class SlcLexicalNode : public SlcVisitable<SlcLexicalNode, SlcSyntaxNode> {
 public:
     [[nodiscard]] virtual bool IsBool() const { return false; }
@@ -22,15 +22,15 @@ public:
     [[nodiscard]] virtual bool IsString() const { return false; }
     [[nodiscard]] virtual bool IsIdent() const { return false; }
 
-    /// One of two shared nodes.
+    /// Returns one of two shared nodes.
     [[nodiscard]] static SlcBoolConstNode* CreateBool(bool value);
     /// `added` marks a constant that the compiler adds to a call, such as a count.
     [[nodiscard]] static SlcIntConstNode* CreateInt(int value, bool added);
     [[nodiscard]] static SlcFloatConstNode* CreateFloat(double value);
-    /// `text` with its enclosing double quotes and every backslash, as in the source.
+    /// `text` includes the enclosing double quotes and all backslashes, as in the source.
     [[nodiscard]] static SlcStringLiteralNode* CreateString(std::string_view text);
     [[nodiscard]] static SlcIdentNode* CreateIdent(std::string_view name);
-    /// The one node of a name in a source: a name costs its memory once, however often it occurs.
+    /// Returns the single node of a name in a source, so that memory is used once per name.
     [[nodiscard]] static SlcIdentNode* IdentOfSource(std::string_view name);
 
 private:
@@ -38,7 +38,7 @@ private:
     static SlcBoolConstNode sm_falseConst;
 };
 
-/// True or false, which no source can spell: made by the compiler.
+/// True or false, which only the compiler creates: sources have no such literal.
 class SlcBoolConstNode : public SlcVisitable<SlcBoolConstNode, SlcLexicalNode> {
 public:
     explicit SlcBoolConstNode(bool value) : m_value(value) {}
@@ -49,13 +49,13 @@ private:
     bool m_value;
 };
 
-/// `3` as a length or level; also whole numbers that the compiler adds to calls.
+/// `3` as a length or level; also a whole number that the compiler adds to a call.
 class SlcIntConstNode : public SlcVisitable<SlcIntConstNode, SlcLexicalNode> {
 public:
     SlcIntConstNode(int value, bool added) : m_value(value), m_added(added) {}
     [[nodiscard]] bool IsInt() const override { return true; }
     [[nodiscard]] int GetValue() const { return m_value; }
-    /// The compiler has added it to a call; what suits calls to the grid leaves it alone.
+    /// True if the compiler has added it to a call; rules for whole-grid calls ignore it.
     [[nodiscard]] bool IsAdded() const { return m_added; }
 
 private:
@@ -74,19 +74,19 @@ private:
     double m_value;
 };
 
-/// `"text"`, quotes included.
+/// `"text"`, including the quotes.
 class SlcStringLiteralNode : public SlcVisitable<SlcStringLiteralNode, SlcLexicalNode> {
 public:
     explicit SlcStringLiteralNode(std::string_view text) : m_text(text) {}
     [[nodiscard]] bool IsString() const override { return true; }
-    /// The text with the enclosing double quotes.
+    /// Returns the text with the enclosing double quotes.
     [[nodiscard]] const std::string& GetText() const { return m_text; }
 
 private:
     std::string m_text;
 };
 
-/// A name. Two nodes of one name are the same only if both come from the source.
+/// A name. Nodes of equal names are identical only if both come from the source.
 class SlcIdentNode : public SlcVisitable<SlcIdentNode, SlcLexicalNode> {
 public:
     explicit SlcIdentNode(std::string_view name) : m_name(name) {}

@@ -1,8 +1,8 @@
-// Loops and light statements share a base, since passes ask the same of all their bodies: they may
-// run not at all, and most of them again, so that an assignment further down reaches a read further
-// up.
+// Loops and light statements share a base, since passes treat all their bodies alike: a body may
+// not run at all, and most run repeatedly, so that an assignment can reach a read before it in the
+// source.
 //
-// A level of `break` or `continue` that the source leaves out is 1 from here on.
+// If `break` or `continue` has no level, the node has level 1.
 //
 // Tested by tests/frontend/TreeShapeTest.cpp.
 

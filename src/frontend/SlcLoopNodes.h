@@ -1,7 +1,8 @@
 #pragma once
 
-// Loops, light statements and the jumps out of them. Checked in SlcCheckStatements.cpp and
-// SlcCheckLightStatements.cpp, lowered in SlcGenInterCodeLoops.cpp and SlcGenInterCodeLights.cpp.
+// Loops, light statements and the jumps out of them. They are checked in SlcCheckStatements.cpp and
+// SlcCheckLightStatements.cpp, and lowered in SlcGenInterCodeLoops.cpp and
+// SlcGenInterCodeLights.cpp.
 
 #include <memory>
 #include <string>
@@ -13,7 +14,7 @@ class SlcLoopStmtNode : public SlcVisitable<SlcLoopStmtNode, SlcStmtNode> {
 public:
     SlcLoopStmtNode(const SlcPosition& position, std::unique_ptr<SlcStmtNode> body);
     [[nodiscard]] SlcStmtNode* GetBody() const { return m_body.get(); }
-    /// Some `break` or `continue` below leaves or continues this statement; set by the shader's
+    /// True if a `break` or `continue` in the body applies to this statement; set by the shader's
     /// fact walk.
     [[nodiscard]] bool ContainsBreakOrContinue() const { return m_containsBreakOrContinue; }
     void SetContainsBreakOrContinue(bool contains) { m_containsBreakOrContinue = contains; }
@@ -24,8 +25,8 @@ private:
     bool m_containsBreakOrContinue = false;
 };
 
-/// `while (condition) body`. If the condition varies, the loop goes on until no point is left in
-/// it.
+/// `while (condition) body`. Under a varying condition, the loop continues until no point is
+/// active.
 class SlcWhileStmtNode : public SlcVisitable<SlcWhileStmtNode, SlcLoopStmtNode> {
 public:
     SlcWhileStmtNode(const SlcPosition& position, std::unique_ptr<SlcRelationNode> condition,
@@ -39,8 +40,8 @@ private:
     std::unique_ptr<SlcRelationNode> m_condition;
 };
 
-/// `for (init; condition; step) body`. The two expressions are evaluated for what they do; a
-/// `continue` goes on with the step.
+/// `for (init; condition; step) body`. The two expressions are evaluated for their effects; a
+/// `continue` continues with the step.
 class SlcForStmtNode : public SlcVisitable<SlcForStmtNode, SlcLoopStmtNode> {
 public:
     SlcForStmtNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> init,
@@ -59,14 +60,16 @@ private:
     std::unique_ptr<SlcExprNode> m_step;
 };
 
-/// `solar() body`, `solar(axis, angle) body`: light from far away, in lights. The body sets `Cl`
-/// for the points that it reaches, in which `L` is its direction; at all others the light is black.
+/// `solar() body`, `solar(axis, angle) body`: light from a distant source, in light shaders. The
+/// body sets `Cl` for the points that the light reaches, with `L` as its direction; at all other
+/// points the light is black.
 class SlcSolarStmtNode : public SlcVisitable<SlcSolarStmtNode, SlcLoopStmtNode> {
 public:
     /// `axis` and `angle` are both null or both set.
     SlcSolarStmtNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> axis,
                      std::unique_ptr<SlcExprNode> angle, std::unique_ptr<SlcStmtNode> body);
-    /// Null, as the angle, where the source gives no cone; so in the next two classes.
+    /// Null, like the angle, if the source specifies no cone; the same holds in the next two
+    /// classes.
     [[nodiscard]] SlcExprNode* GetAxis() const { return m_axis.get(); }
     [[nodiscard]] SlcExprNode* GetAngle() const { return m_angle.get(); }
     void WalkIn(SlcCodeWalker* walker) override;
@@ -77,8 +80,8 @@ private:
     std::unique_ptr<SlcExprNode> m_angle;
 };
 
-/// `illuminate(position) body`, `illuminate(position, axis, angle) body`: light from a place, in
-/// lights. The body as above, with `L` from the place to the point.
+/// `illuminate(position) body`, `illuminate(position, axis, angle) body`: light from a position, in
+/// light shaders. The body is as above, with `L` from the position to the point.
 class SlcIlluminateStmtNode : public SlcVisitable<SlcIlluminateStmtNode, SlcLoopStmtNode> {
 public:
     /// `axis` and `angle` are both null or both set.
@@ -98,8 +101,8 @@ private:
 };
 
 /// `illuminance(position) body`, `illuminance(position, axis, angle) body`: a loop over the lights
-/// that reach a place, in surfaces and volumes, with `L`, `Cl` and `Ol` of the current light. The
-/// parser has dropped a category before these.
+/// that reach a position, in surfaces and volumes, with `L`, `Cl` and `Ol` of the current light.
+/// The parser has dropped a category argument.
 class SlcIlluminanceStmtNode : public SlcVisitable<SlcIlluminanceStmtNode, SlcLoopStmtNode> {
 public:
     /// `axis` and `angle` are both null or both set.
@@ -119,17 +122,17 @@ private:
     std::unique_ptr<SlcExprNode> m_angle;
 };
 
-/// Base of `break` and `continue`. Only `while` and `for` count as loops for them.
+/// Base of `break` and `continue`. They count only `while` and `for` as loops.
 class SlcLoopModStmtNode : public SlcVisitable<SlcLoopModStmtNode, SlcStmtNode> {
 public:
-    /// Level 1.
+    /// Uses level 1.
     explicit SlcLoopModStmtNode(const SlcPosition& position);
     SlcLoopModStmtNode(const SlcPosition& position, SlcIntConstNode* level);
     [[nodiscard]] SlcIntConstNode* GetLevel() const { return m_level; }
     void WalkIn(SlcCodeWalker* walker) override;
 
 private:
-    SlcIntConstNode* m_level;  // how many loops it leaves or continues
+    SlcIntConstNode* m_level;  // number of enclosing loops up to the target
 };
 
 /// `break`, `break levels`

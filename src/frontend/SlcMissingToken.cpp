@@ -1,12 +1,12 @@
-// Each candidate is tried on the parser's own tables, before the refused token and of what follows
-// it on its line:
+// Each candidate is tried with the parser's own tables: it is inserted before the rejected token,
+// followed by the rest of its line:
 //
-//     x = mix(a b, c);        refused: b
-//         , b , c ) ;         all taken
+//     x = mix(a b, c);        rejected: b
+//         , b , c ) ;         all accepted
 //         ) b                 no: a statement without its ";" is a report
 //
-// so that the name of the missing token is no guess from the text around it. A later token counts
-// less than an earlier one only in that it is not looked at if an earlier one is refused.
+// So the choice follows from the grammar and not from the surrounding text. A later token cannot
+// compensate for an earlier one: checking stops at the first token that is rejected.
 //
 // Tested by tests/frontend/SlcParseAdviceTest.cpp, and for all examples by MissingTokensTest.cpp.
 
@@ -24,7 +24,7 @@ namespace {
 
 using Candidates = std::array<int, 7>;
 
-// In this order if several help as much. A declaration can go on after a ',' where a statement can
+// Ties are resolved in this order. After a ',' a declaration can continue where a statement can
 // follow a ';', and a line that begins there is more often a statement.
 constexpr Candidates k_withinLine = {')', ',', ';', '(', '{', '}', ']'};
 constexpr Candidates k_atLineStart = {')', ';', ',', '(', '{', '}', ']'};
@@ -70,7 +70,7 @@ std::size_t NumberLength(std::string_view text)
     return end;
 }
 
-/// The token that begins a text without blanks, and its length; 0 for none.
+/// Returns the first token of a text without leading blanks, and sets its length; 0 for none.
 int TokenOf(std::string_view text, std::size_t& length)
 {
     length = 1;
@@ -132,7 +132,7 @@ int SlcMissingToken(const SlcParserTables& tables, std::span<const std::int16_t>
     }
     if (best == 0 || most == tried.size())
         return best;
-    // A source that reads further without the refused token has that by mistake.
+    // If the source parses further without the rejected token, that token is the mistake.
     const std::size_t without =
         tables.CountAccepted(states, std::span<const int>(following).subspan(1));
     return without + 2 > most ? 0 : best;

@@ -7,15 +7,15 @@
 
 #include "frontend/SlcParserTables.h"
 
-/// A separator or bracket that a source lacks before the token that the parser refuses, the first
-/// of those that follow; at least one follows. `states` is the parser's stack at that place, and
-/// `startsLine` says that the refused token is the first of its line.
+/// Guesses the separator or bracket that is missing before the token that the parser rejected, the
+/// first of `following`; at least one follows. `states` is the parser's stack at that place.
+/// `startsLine` means that the rejected token is the first of its line.
 ///
-/// Returns the one with which the parser would take most of the tokens that follow, or 0 if none
-/// helps, or if the source reads further without the refused token.
+/// Returns the token with which the parser would accept the most of `following`. Returns 0 if none
+/// helps, or if the parser would get further without the rejected token.
 [[nodiscard]] int SlcMissingToken(const SlcParserTables& tables,
                                   std::span<const std::int16_t> states,
                                   const std::vector<int>& following, bool startsLine);
 
-/// The tokens of what is left of a line, up to a comment or something that is no token.
+/// Returns the tokens of the rest of a line, up to a comment or an invalid token.
 [[nodiscard]] std::vector<int> SlcTokensOfLine(std::string_view text, std::size_t most);

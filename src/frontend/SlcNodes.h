@@ -1,6 +1,6 @@
 #pragma once
 
-// All node classes, for the passes that meet most of them.
+// Includes all node classes, for the passes that handle most of them.
 
 #include "frontend/SlcAssignNodes.h"
 #include "frontend/SlcBinOpNodes.h"

@@ -1,8 +1,9 @@
 // The functions that the rules of grammar.y call to make nodes. A value on the parser's stack owns
-// its node until an action takes it; what an error leaves there, the parser hands to Discard.
+// its node until an action takes it; after an error the parser passes the remaining ones to
+// Discard.
 //
-// Later passes recurse over the tree, so its height is bounded here, once for all: a tree higher
-// than the stack has room for becomes a small one of its kind, and one report is made.
+// Later passes recurse over the tree, so its height is limited here for all of them. A tree that is
+// too high for the stack is replaced by a small one of the same kind, and one report is made.
 //
 // Tested by tests/frontend/TreeShapeTest.cpp.
 
@@ -25,13 +26,13 @@ namespace {
 /// The state of the current parse.
 struct Parse {
     std::unique_ptr<SlcDefinitionsNode> root;
-    int maxHeight = 0;  // what the stack has room for
+    int maxHeight = 0;  // limited by the available stack
     bool depthReported = false;
     std::optional<SlcCompilationEnd> fatalReport;
     SlcParseAdvice advice;
 };
 
-/// That of the compilation.
+/// Returns the state of the current compilation.
 Parse& Current()
 {
     return SlcPartOfCompilation<Parse>();
@@ -42,7 +43,7 @@ std::unique_ptr<SlcExprNode> SmallExpr(const SlcPosition& position)
     return std::make_unique<SlcConstExprNode>(position, SlcLexicalNode::CreateFloat(0));
 }
 
-/// The kind of `node`; null for nodes that add at most a level or two to these kinds.
+/// Makes a small node of the same kind as `node`; null for kinds that add at most a level or two.
 std::unique_ptr<SlcSyntaxNode> SmallNode(const SlcSyntaxNode* node, const SlcPosition& position)
 {
     if (dynamic_cast<const SlcExprNode*>(node))
@@ -60,7 +61,7 @@ void Begin()
 {
     constexpr std::size_t wanted = SlcSyntaxNode::k_maxHeight * SlcSyntaxNode::k_stackPerLevel;
     Current() = {};
-    // A small limit of the user's makes for a smaller tree, and no crash.
+    // A small user limit leads to a lower maximum height instead of a crash.
     Current().maxHeight =
         static_cast<int>(QxStack::Reserve(wanted) / SlcSyntaxNode::k_stackPerLevel);
 }

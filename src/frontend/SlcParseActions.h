@@ -13,21 +13,21 @@
 /// The state shared by the actions of the grammar.
 namespace SlcParseActions {
 
-/// Forgets an earlier parse.
+/// Discards the state of an earlier parse.
 void Begin();
-/// The whole tree, which `TakeRoot` hands on.
+/// Sets the complete tree, which `TakeRoot` returns.
 void SetRoot(std::unique_ptr<SlcDefinitionsNode> root);
-/// The filter through which the parser reads its tokens.
+/// Returns the filter through which the parser reads its tokens.
 [[nodiscard]] SlcParseAdvice& Advice();
-/// The next token, through `advice`. `YYEMPTY` after a fatal report of the scanner: its exception
-/// must not pass through the parser, which would lose what is on its stack.
+/// Returns the next token, through `advice`. Returns `YYEMPTY` after a fatal report of the scanner:
+/// its exception must not pass through the parser, which would leak the nodes on its stack.
 [[nodiscard]] int NextToken(SlcParseAdvice& advice, SlcTokenValue& value, SlcTextRange& range);
-/// Throws that exception, once the parser has given up.
+/// Throws that exception, after the parser has returned.
 void EndAfterFatalReport();
-/// Null if the parse did not come to its end.
+/// Returns null if the parse was not completed.
 [[nodiscard]] std::unique_ptr<SlcDefinitionsNode> TakeRoot();
 
-/// The node of a value as its class; it belongs to a pool.
+/// Returns the node of a value, converted to its class; ownership does not change.
 template <class Node>
 [[nodiscard]] Node* As(const SlcTokenValue& value)
 {
@@ -50,10 +50,10 @@ template <class Node>
         return dynamic_cast<Node*>(node);
 }
 
-/// Deletes a part of the tree that no parent takes.
+/// Deletes a part of the tree that has no parent.
 void Discard(const SlcTokenValue& value);
 
-/// The node of a value, which its new parent takes over; null if it was refused.
+/// Returns the node of a value to its new owner; null if it was rejected.
 template <class Node>
 [[nodiscard]] std::unique_ptr<Node> Take(const SlcTokenValue& value)
 {
@@ -63,11 +63,11 @@ template <class Node>
     return std::unique_ptr<Node>(node);
 }
 
-/// An expression, condition or statement that has grown too high for the passes is deleted, and
-/// something small takes its place; the first one in a parse is reported.
+/// Replaces an expression, condition or statement that is too high for the passes by a small node,
+/// and deletes it; the first one in a parse is reported.
 void RefuseIfTooHigh(SlcTokenValue& value);
 
-/// Gives a value its node, which was made of the text at `range`; the position stays.
+/// Sets the node of a value, which was made from the text at `range`; the position is unchanged.
 template <class Node>
 void Put(SlcTokenValue& value, const SlcTextRange& range, std::unique_ptr<Node> node)
 {
@@ -77,7 +77,8 @@ void Put(SlcTokenValue& value, const SlcTextRange& range, std::unique_ptr<Node> 
     RefuseIfTooHigh(value);
 }
 
-/// A value at the scanner's position. Its node stays as it is, also a list that grows.
+/// Sets the node of a value, and its position to the scanner's. The node's own position is
+/// unchanged.
 template <class Node>
 void PutHere(SlcTokenValue& value, const SlcTextRange& range, std::unique_ptr<Node> node)
 {
@@ -87,47 +88,48 @@ void PutHere(SlcTokenValue& value, const SlcTextRange& range, std::unique_ptr<No
     value = {node.release(), position.line, position.column, position.file};
 }
 
-/// `storage detail type name, name = value`; takes over the names.
+/// Makes `storage detail type name, name = value`; takes ownership of the names.
 [[nodiscard]] std::unique_ptr<SlcVarDefsNode>
 Declaration(const SlcPosition& position, SlcStorageSpecNode* storage, SlcDetailNode* detail,
             const SlcTokenValue& type, const SlcTokenValue& definitions);
-/// The array type of a type and a float literal. A length that no integer holds is reported.
+/// Returns the array type of a type and a float literal. A length outside the range of integers is
+/// reported.
 [[nodiscard]] SlcTypeNode* SizedArray(const SlcTokenValue& element, const SlcTokenValue& length);
 /// `size` and `initializer` may be null: a scalar, or no initializer.
 [[nodiscard]] std::unique_ptr<SlcDefExprNode>
 Definition(const SlcTokenValue& ident, const SlcTokenValue* size, const SlcTokenValue* initializer);
-/// Takes over formals and body. `range` is that of the whole definition.
+/// Takes ownership of formals and body. `range` is that of the whole definition.
 [[nodiscard]] std::unique_ptr<SlcFuncDefNode>
 Function(const SlcTextRange& range, const SlcPosition& position, SlcTypeNode* returnType,
          const SlcTokenValue& ident, const SlcTokenValue& formals, const SlcTokenValue& body);
-/// A local function without a return type, whose formals parsed as something else.
+/// Makes a local function without a return type, whose formals were parsed as something else.
 [[nodiscard]] std::unique_ptr<SlcFuncDefStmtNode> FunctionWithoutType(const SlcTextRange& range,
                                                                       const SlcPosition& position,
                                                                       const SlcTokenValue& ident,
                                                                       const SlcTokenValue& body);
-/// The node of a block's statements, which from here on represents the braces too.
+/// Returns the node of a block's statements, and extends its range to the braces.
 [[nodiscard]] SlcSyntaxNode* Braced(const SlcTokenValue& statements, const SlcTextRange& range);
-/// A shader without a name is read as a function that bears the name of the kind.
+/// Advises on a shader without a name, which parses as a function named like the kind of shader.
 void AdviseOnShaderName(const SlcTokenValue& ident);
-/// A function's detail is that of its calls.
+/// Warns that a function's declared detail is ignored, since each call determines it.
 void WarnOfIgnoredDetail(const SlcTokenValue& ident);
-/// `space` may hold no node: then none is named.
+/// `space` may hold no node if the source names none.
 [[nodiscard]] std::unique_ptr<SlcCastExprNode>
 Cast(const SlcTokenValue& type, const SlcTokenValue& space, const SlcTokenValue& operand);
-/// For a texture access that names no channel.
+/// Returns the channel of a texture access that names none.
 [[nodiscard]] std::unique_ptr<SlcChannelNode> ChannelZero();
-/// A variable or a literal that names a texture.
+/// Makes the texture name from a variable or a literal.
 [[nodiscard]] std::unique_ptr<SlcTextureFilenameNode>
 TextureName(const SlcTextRange& range, std::unique_ptr<SlcExprNode> name);
-/// An element of an array of texture names; null after a report. `range` is that of the element,
-/// `position` that of the call.
+/// Makes the texture name from an array element; null after a report. `range` is that of the
+/// element, `position` that of the call.
 [[nodiscard]] std::unique_ptr<SlcTextureFilenameNode> ElementName(const SlcTextRange& range,
                                                                   const SlcPosition& position,
                                                                   const SlcTokenValue& name,
                                                                   const SlcTokenValue& index);
-/// One of the shader kinds used as a name.
+/// Returns a keyword for a kind of shader as a name.
 [[nodiscard]] SlcIdentNode* KeywordAsIdent(std::string_view keyword);
-/// A category is parsed and then forgotten.
+/// Warns that a light category is parsed but ignored.
 void WarnOfLightCategory();
 
 }  // namespace SlcParseActions

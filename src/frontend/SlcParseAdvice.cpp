@@ -1,14 +1,14 @@
-// Follows the tokens: open parentheses and braces with the indentation of their lines, the head of
-// the current statement, and whether a condition holds a comparison. SlcParseHints.cpp makes advice
-// of it. Without warnings of level 2 no texts are kept and no hints made.
+// Tracks the tokens: open parentheses and braces with the indentation of their lines, the head of
+// the current statement, and whether a condition contains a comparison. SlcParseHints.cpp derives
+// advice from this state. Below warning level 2, token texts are not kept and no hints are made.
 //
-// After a fault the parser drops tokens up to a ";" or "}". In the head of a statement both mostly
-// belong to the block after it, where a new beginning would be out of step with the braces:
+// After a fault the parser drops tokens up to a ";" or "}". After a fault in the head of a
+// statement, both usually belong to the following block, so resuming there would unbalance the
+// braces:
 //
-//     if (x > 1 {         refused: "{"; a ";" is put before it, so that the parser goes on
-//     here
-//         y = 1;          with the block as a statement by itself
-//     } else {            its "else" is left out
+//     if (x > 1 {         rejected: "{"; a ";" is inserted before it, so that parsing
+//         y = 1;          continues with the block as a separate statement
+//     } else {            its "else" is dropped
 //
 // Tested by tests/frontend/SlcParseAdviceTest.cpp and MissingTokensTest.cpp.
 
@@ -34,7 +34,7 @@ int IndentOfLine()
     return first == std::string::npos ? 0 : static_cast<int>(first);
 }
 
-/// The token as a report names it.
+/// Returns the name of the token for a report.
 std::string Named(int code, const std::string& text)
 {
     constexpr std::size_t k_longest = 40;
@@ -85,7 +85,7 @@ SlcTextRange SlcParseAdvice::RangeOfToken()
 {
     const SlcSourcePosition& position = SlcCurrentPosition();
     const auto end = static_cast<std::uint32_t>(position.taken);
-    // Tokens that close blocks there follow the whole source.
+    // Tokens that close blocks at the end are located after the whole source.
     if (position.isAtEnd)
         return {end, end + 1};
     return {end - static_cast<std::uint32_t>(position.tokenLength), end};
@@ -109,7 +109,7 @@ int SlcParseAdvice::ReadKept()
     return token;
 }
 
-/// A new beginning at the ";" of a loop's head would report the rest of the head again.
+/// Resuming at a ";" in the head of a loop would report the rest of the head again.
 int SlcParseAdvice::ReadAfterHead()
 {
     int token = Read();
@@ -184,7 +184,7 @@ int SlcParseAdvice::Read()
 
 void SlcParseAdvice::Keep(int code)
 {
-    // The oldest token's place is reused; it is not needed any more.
+    // Reuse the slot of the oldest token, which is no longer needed.
     Token& token = m_tokens[m_count % k_kept];
     token.code = code;
     token.line = SlcCurrentPosition().line;
@@ -263,8 +263,8 @@ void SlcParseAdvice::FollowBrace(const Token& token)
         m_lastClosed = m_braces.empty() ? Brace() : m_braces.back();
         if (m_braces.empty())
             return;
-        // A brace that closes further out than it was opened hints at one that is missing inside.
-        // If a line has several, its indentation says nothing about them.
+        // A closing brace that is indented less than its opening one suggests that an inner one is
+        // missing. If a line has several, its indentation says nothing about them.
         const bool isFirst = NextChar() != '}' && IndentOfLine() < m_lastClosed.indent;
         if (isFirst && m_suspect.line == 0)
             m_suspect = m_lastClosed;
@@ -281,7 +281,7 @@ void SlcParseAdvice::FollowCondition(const Token& token)
     const bool isEnd = token.code == ')' && m_parentheses.size() == m_conditionDepth + 1;
     const bool isOpen = m_condition == Condition::Open;
     m_strayComparison = m_comparison;
-    // Computed now, before the token: the parser refuses it before the rest is read.
+    // Compute it before the token is processed, since the parser may reject it at once.
     m_lacksComparison =
         !m_compared &&
         (m_condition == Condition::Closed ||
@@ -318,7 +318,7 @@ std::string SlcParseAdvice::Refused(const SlcParserTables& tables)
     if (m_keepsBlocks)
         m_found = {m_scanned - 1, Replacement(tables)};
     m_faultHead = m_head == 0 ? m_headBefore : m_head;
-    // The parser takes a ";" or "}" for the end of what it drops, and drops any other token.
+    // The parser stops dropping at a ";" or "}", and drops any other token.
     m_isRecovering = token != ';' && token != '}';
     m_dropsElse = m_faultHead == IF && token == ';';
     if (m_head == FOR && !m_headIsClosed && token != '{' && token != '}') {

@@ -1,6 +1,6 @@
-// One parse. The generated parser goes on after a fault to find others, so that a faulty source may
-// yield a tree: the count of errors decides. The second parameter, whether functions see the scope
-// around them, is part of the interface but unused: the checks read the option.
+// One parse. The generated parser continues after a fault to find others, so even a faulty source
+// may yield a tree; the count of errors decides. The second parameter, whether functions see the
+// enclosing scope, is part of the interface but unused, since the checks read the option.
 
 #include "frontend/SlcParseCode.h"
 
@@ -28,11 +28,11 @@ namespace {
 
 using Repairs = std::vector<SlcParseAdvice::Repair>;
 
-constexpr std::size_t k_mostRepairs = 12;  // each costs a parse
+constexpr std::size_t k_mostRepairs = 12;  // each needs another parse
 
 struct Parsed {
     std::unique_ptr<SlcDefinitionsNode> root;
-    bool isWhole = false;  // the parser has not given up before the end
+    bool isWhole = false;  // the parser reached the end of the source
 };
 
 Parsed Parse(std::FILE* file, std::string_view text, const Repairs* repairs = nullptr)
@@ -47,7 +47,7 @@ Parsed Parse(std::FILE* file, std::string_view text, const Repairs* repairs = nu
     return {SlcParseActions::TakeRoot(), isWhole};
 }
 
-/// Every way of failing has counted an error.
+/// Throws if there were errors; every kind of failure has counted one.
 std::unique_ptr<SlcDefinitionsNode> RefuseFaults(Parsed parsed)
 {
     if (NbErrors() != 0)

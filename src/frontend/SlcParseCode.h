@@ -7,16 +7,18 @@
 
 #include "frontend/SlcDefinitionNodes.h"
 
-/// The name of the shader that was parsed last; it names the output files. Set by the grammar.
+/// The name of the last parsed shader, which determines the names of output files. Set by the
+/// grammar.
 [[nodiscard]] std::string& SlcShaderName();
 
-/// Parses a preprocessed source. `strict` changes nothing in the language that is accepted.
-/// Throws `SlcCompilationError` if anything was reported as an error; there is no tree then.
+/// Parses a preprocessed source. `strict` does not affect the accepted language. Throws
+/// `SlcCompilationError` if an error was reported; the tree is then deleted.
 [[nodiscard]] std::unique_ptr<SlcDefinitionsNode> ParseCode(std::FILE* file, bool strict);
-/// The same of a text in memory.
+/// Does the same for a text in memory.
 [[nodiscard]] std::unique_ptr<SlcDefinitionsNode> ParseCode(std::string_view text, bool strict);
-/// The same, but of a text with faults it gives the tree of what could be read; null if there is
-/// none. `NbErrors` says whether there were faults.
+/// Does the same, but for a text with faults returns the tree of what could be parsed; null if
+/// there is none. `NbErrors` says whether there were faults.
 [[nodiscard]] std::unique_ptr<SlcDefinitionsNode> ParseFaultyCode(std::string_view text);
-/// Reads more of a text with faults, whose reports may follow from each other.
+/// Parses more of a text with faults than `ParseFaultyCode`; later reports may be consequences of
+/// earlier ones.
 [[nodiscard]] std::unique_ptr<SlcDefinitionsNode> ParseForIndex(std::string_view text);

@@ -1,12 +1,12 @@
-// Guesses the meaning of a token that the parser refuses. What people mistake for the language is a
-// matter of other languages, which the last few tokens give away:
+// Guesses the meaning of a token that the parser rejects. Most such mistakes come from other
+// languages, and the last few tokens identify them:
 //
 //     int i = 3;        unexpected 'i': the language has no 'int', ..., write 'float'
 //     if (x) y = 1;     unexpected 'y': a condition needs a comparison
 //     i++;              unexpected '+': there is no '++', write '+= 1'
 //
-// Each `Hint` knows a family of such mistakes, and the first that recognizes its own speaks. A
-// separator or bracket that is missing is found in the tables of the parser (SlcMissingToken.cpp).
+// Each `Hint` handles one family of mistakes; the first that recognizes one determines the advice.
+// A missing separator or bracket is found with the parser's tables (SlcMissingToken.cpp).
 //
 // Tested by tests/frontend/SlcParseAdviceTest.cpp.
 
@@ -38,7 +38,7 @@ bool IsShaderKind(int token)
            token == IMAGER;
 }
 
-/// A word of the language that is no name; the kinds of shaders are names too.
+/// True for a word of the language that is not a name; the kinds of shaders are also names.
 bool IsReserved(int token)
 {
     return (IsDeclarationWord(token) || (token >= RETURN && token <= SHADOW)) &&
@@ -156,7 +156,7 @@ std::string SlcParseAdvice::HintOnBraces() const
         return "no '(' is open";
     if (token == '}' && m_lastClosed.line == 0)
         return "no brace is open";
-    // A body that ended too early is followed by a statement, not by a definition.
+    // If a body ended too early, a statement follows it instead of a definition.
     for (const std::size_t places : {1, 2, 3})
         if (m_braces.empty() && Before(places).code == '}' &&
             (Before(places - 1).code == IDENTIFIER || IsReserved(Before(places - 1).code)) &&

@@ -1,10 +1,11 @@
-// Outside of blocks the parser gives up at a fault, as it has no place to go on at. Where only the
-// names of a source are wanted, it begins again with the fault repaired, as often as it takes:
+// Outside of blocks the parser gives up at a fault, since there is no place to resume. If only the
+// names of a source are needed, it is parsed again with the fault repaired, repeatedly if
+// necessary:
 //
-//     surface a(float Kd = 1 float Ks = 1)      refused: the second "float"; with a ";" before it
-//                                               the parser takes what follows
+//     surface a(float Kd = 1 float Ks = 1)      rejected: the second "float"; with a ";" before it
+//                                               the parser accepts what follows
 //     surface a(float Kd = ; float Ks = 1)      the same with a number
-//     surface a(float Kd = 1, float Ks = 1)     nothing helps: "float" is left out
+//     surface a(float Kd = 1, float Ks = 1)     nothing helps: "float" is dropped
 //
 // Tested by tests/compiler/QxSourceIndexTest.cpp.
 
@@ -27,7 +28,7 @@ std::optional<SlcParseAdvice::Repair> SlcParseAdvice::NextRepair() const
     if (SlcCurrentPosition().isAtEnd || m_scanned == 0)
         return std::nullopt;
     Repair repair = {m_scanned - 1, 0};
-    // Shortly after another fault the parser reports none.
+    // The parser does not report another fault shortly after one.
     if (m_found.at == repair.at)
         repair.token = m_found.token;
     const bool goesBack = !m_repairs.empty() && repair.at < m_repairs.back().at;

@@ -1,6 +1,5 @@
-// Relations are a separate family, not expressions, since the language has no value for them: they
-// occur only in conditions. So no walker of expressions has to check whether a value is a
-// comparison.
+// Relations are a separate family, since the language has no values for them: they occur only in
+// conditions. So walkers of expressions need not check whether a value is a comparison.
 //
 // Tested by tests/frontend/TreeShapeTest.cpp.
 

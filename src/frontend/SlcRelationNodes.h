@@ -1,6 +1,6 @@
 #pragma once
 
-// Conditions. Typed by SlcResolveOperator, lowered in SlcGenInterCodeRelations.cpp; the
+// Conditions. They are typed by SlcResolveOperator and lowered in SlcGenInterCodeRelations.cpp; the
 // instructions are in SlcBoolICode.h.
 
 #include <memory>
@@ -8,19 +8,19 @@
 
 #include "frontend/SlcExprNodes.h"
 
-/// Base of conditions. A relation is no expression: it has no type, and its value is a flag.
+/// Base of conditions. A relation is not an expression: it has no type, and its value is a flag.
 class SlcRelationNode : public SlcSyntaxNode {
 public:
     using SlcSyntaxNode::SlcSyntaxNode;
     [[nodiscard]] SlcRelationNode* AsRelation() final { return this; }
-    /// The operator, as the source writes it.
+    /// Returns the operator, as written in the source.
     [[nodiscard]] virtual std::string_view ToString() const = 0;
 };
 
 /// Base of comparisons of two values.
 class SlcCompOpNode : public SlcVisitable<SlcCompOpNode, SlcRelationNode> {
 public:
-    /// Has the position of its left operand.
+    /// Takes the position of its left operand.
     SlcCompOpNode(std::unique_ptr<SlcExprNode> left, std::unique_ptr<SlcExprNode> right);
     [[nodiscard]] virtual bool IsLessThen() const { return false; }
     [[nodiscard]] virtual bool IsLessEqual() const { return false; }
@@ -37,7 +37,7 @@ private:
     std::unique_ptr<SlcExprNode> m_right;
 };
 
-/// Base of the orderings, which compare floats alone.
+/// Base of the orderings, which compare only floats.
 class SlcRelOpNode : public SlcVisitable<SlcRelOpNode, SlcCompOpNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -75,8 +75,8 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return ">="; }
 };
 
-/// Base of the tests for equality, which compare values of any type but arrays: two of one type, or
-/// one with a float that is promoted.
+/// Base of the tests for equality, which compare values of any type except arrays: two of one type,
+/// or one with a float that is promoted.
 class SlcEqOpNode : public SlcVisitable<SlcEqOpNode, SlcCompOpNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -98,21 +98,21 @@ public:
     [[nodiscard]] std::string_view ToString() const override { return "!="; }
 };
 
-/// Base of "and" and "or". The right side counts only where the left one has not decided, and need
-/// not run elsewhere.
+/// Base of "and" and "or". The right side matters only where the left one has not decided, and need
+/// not be evaluated elsewhere.
 class SlcLogOpNode : public SlcVisitable<SlcLogOpNode, SlcRelationNode> {
 public:
-    /// Has the position of its left operand.
+    /// Takes the position of its left operand.
     SlcLogOpNode(std::unique_ptr<SlcRelationNode> left, std::unique_ptr<SlcRelationNode> right);
     [[nodiscard]] SlcRelationNode* GetLeft() const { return m_left.get(); }
     [[nodiscard]] SlcRelationNode* GetRight() const { return m_right.get(); }
-    /// The right side must not run where the left side has decided: it has effects, reads an
-    /// element that may lie outside its array there, or contains flags that nothing sets there. Set
-    /// by the shader's fact walk.
+    /// True if the right side must not be evaluated where the left one has decided: it has side
+    /// effects, reads an element that may be out of bounds there, or contains flags that are not
+    /// set there. Set by the shader's fact walk.
     [[nodiscard]] bool RightNeedsGuard() const { return m_rightNeedsGuard; }
     void SetRightNeedsGuard(bool needsGuard) { m_rightNeedsGuard = needsGuard; }
-    /// The right side reads an element at an index that is no constant. Where no point is active,
-    /// a uniform left side has not been computed and decides nothing.
+    /// True if the right side reads an element at a non-constant index. Where no point is active, a
+    /// uniform left side has not been computed and decides nothing.
     [[nodiscard]] bool RightReadsElement() const { return m_rightReadsElement; }
     void SetRightReadsElement(bool readsElement) { m_rightReadsElement = readsElement; }
     [[nodiscard]] virtual bool IsLogAnd() const { return false; }

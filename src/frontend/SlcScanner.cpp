@@ -1,12 +1,12 @@
-// The functions that the rules of scanner.l call: keywords, positions, and the line that a report
-// shows.
+// The functions that the rules of scanner.l call: keywords, positions, and the line shown in
+// reports.
 //
-//     # 3 "a.sl"          a line marker of the preprocessor: what follows is line 3 of a.sl
-//     float x = $;        the report repeats the line as read, with a filler below it that ends in
-//               ^         a mark at the token
+//     # 3 "a.sl"          a line marker of the preprocessor: the next line is line 3 of a.sl
+//     float x = $;        the report repeats the line as read, with a filler below it that ends
+//               ^         in a mark at the token
 //
-// Lines and fillers are cut at the greatest length of a token: past it they are of no use, and a
-// file of one endless line must not cost its square.
+// Lines and fillers are truncated at the maximum length of a token: reports do not need more, and a
+// file that consists of one endless line must not take quadratic time.
 //
 // Tested by tests/frontend/SlcScannerTest.cpp and tests/golden/overlong_token.cmd.
 
@@ -69,7 +69,7 @@ constexpr SlcKeyword k_keywords[] = {
 
 constexpr std::size_t k_letters = 26;
 
-/// For each small letter a bit for each keyword that begins with it.
+/// For each lower-case letter, a bit for each keyword that begins with it.
 constexpr auto k_keywordsByLetter = [] {
     std::array<std::uint32_t, k_letters> byLetter{};
     static_assert(std::size(k_keywords) <= std::numeric_limits<std::uint32_t>::digits);
@@ -149,7 +149,7 @@ void SlcScanner::RefuseCharacter()
     m_position.isUncounted = false;
 }
 
-// Reports repeat line and filler: past the limit of a line they are of no use.
+// Truncates them at the maximum length of a token, since reports do not need more.
 void SlcScanner::AddFillers(std::size_t count, char filler)
 {
     std::string& fillers = m_position.filler;
@@ -167,7 +167,7 @@ void SlcScanner::SkipText(std::string_view text)
 
 void SlcScanner::SkipBlanks(std::string_view text)
 {
-    // Most are a single blank.
+    // Most of them are a single blank.
     if (text == " " || text.find('\t') == std::string_view::npos) {
         AppendToLine(text);
         AddFillers(text.size(), ' ');
@@ -179,7 +179,7 @@ void SlcScanner::SkipBlanks(std::string_view text)
 
 void SlcScanner::AppendToLine(std::string_view text)
 {
-    // Only the first line grows like this.
+    // Only the first line of a source grows like this.
     if (!m_lineHeld && m_position.currentLine.size() < k_maxTokenLength)
         m_position.currentLine += text.substr(0, k_maxTokenLength);
     if (m_position.column == 0)
@@ -192,7 +192,7 @@ void SlcScanner::NewLine()
     m_lineHeld = true;
     m_mayBeLong = false;
     m_position.column = 0;
-    // A line marker can hold the greatest number.
+    // A line marker can set the line to the maximum.
     if (m_position.line < std::numeric_limits<int>::max())
         ++m_position.line;
 }
@@ -213,7 +213,7 @@ void SlcScanner::BeginSkippedLine(std::string_view text)
 
 const std::string* SlcScanner::FileName(std::string_view name)
 {
-    // Nodes keep pointers to the names, so that none is ever removed.
+    // Nodes keep pointers to the names, so none is ever removed.
     auto& names = m_fileNames;
     auto found = names.find(name);
     if (found == names.end())
@@ -224,7 +224,7 @@ const std::string* SlcScanner::FileName(std::string_view name)
 void SlcScanner::Directive(std::string_view text)
 {
     text.remove_prefix(text.find('#') + 1);
-    // All other words, "pragma" among them, are not followed by a number.
+    // In all other lines, such as "pragma", no number follows.
     if (text.starts_with("line"))
         text.remove_prefix(std::string_view("line").size());
     const std::size_t digit = text.find_first_not_of(" \t");
@@ -236,7 +236,7 @@ void SlcScanner::Directive(std::string_view text)
         std::from_chars(text.data() + digit, text.data() + text.size(), line).ec == std::errc();
     if (!hasNumber || open == std::string_view::npos || close == open)
         return;
-    // The number is that of the line after the marker, whose own newline is still to come.
+    // The number belongs to the line after the marker, whose own newline has not been read yet.
     m_position.line = line > std::numeric_limits<int>::min() ? line - 1 : line;
     m_position.file = FileName(text.substr(open + 1, close - open - 1));
 }
@@ -257,8 +257,8 @@ std::size_t SlcScanner::ReadSource(char* buffer, std::size_t size)
         count = m_text.copy(buffer, size);
         m_text.remove_prefix(count);
     }
-    // The generated scanner ends raw input at a zero byte, so that one stands for an invalid
-    // character instead, which no token holds either.
+    // The generated scanner ends at a zero byte, so replace it by another invalid character, which
+    // is not part of any token either.
     std::replace(buffer, buffer + count, '\0', '\1');
     return count;
 }

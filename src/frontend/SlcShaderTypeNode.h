@@ -4,8 +4,8 @@
 
 #include "frontend/SlcSyntaxNode.h"
 
-/// Base of the five kinds of shader. The kind decides which predefined variables there are, which
-/// statements and built-ins are allowed, and what the renderer reads at the end.
+/// Base of the five kinds of shader. The kind determines the predefined variables, the allowed
+/// statements and built-ins, and the outputs that the renderer reads.
 class SlcShaderTypeNode : public SlcSyntaxNode {
 public:
     [[nodiscard]] virtual bool IsLight() const { return false; }
@@ -13,13 +13,13 @@ public:
     [[nodiscard]] virtual bool IsVolume() const { return false; }
     [[nodiscard]] virtual bool IsDisplacement() const { return false; }
     [[nodiscard]] virtual bool IsImager() const { return false; }
-    /// Its points are lit: it may loop over lights and call functions that look at them.
+    /// True if its points are lit: it may loop over lights and call functions that query them.
     [[nodiscard]] bool SeesLights() const { return IsSurface() || IsVolume(); }
-    /// The word of the source.
+    /// Returns the word in the source.
     [[nodiscard]] virtual std::string ToString() const = 0;
 };
 
-/// `light`: sets the light that reaches the points `Ps`.
+/// `light`: computes the light that reaches the points `Ps`.
 class SlcLightShaderTypeNode : public SlcVisitable<SlcLightShaderTypeNode, SlcShaderTypeNode> {
 public:
     [[nodiscard]] bool IsLight() const override { return true; }
@@ -33,7 +33,8 @@ public:
     [[nodiscard]] std::string ToString() const override { return "surface"; }
 };
 
-/// `volume`: changes color and opacity of what is seen through a volume, and may loop over lights.
+/// `volume`: changes color and opacity of light that passes through a volume, and may loop over
+/// lights.
 class SlcVolumeShaderTypeNode : public SlcVisitable<SlcVolumeShaderTypeNode, SlcShaderTypeNode> {
 public:
     [[nodiscard]] bool IsVolume() const override { return true; }
@@ -48,7 +49,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "displacement"; }
 };
 
-/// `imager`: works on the pixels of a finished picture.
+/// `imager`: processes the pixels of a finished picture.
 class SlcImagerShaderTypeNode : public SlcVisitable<SlcImagerShaderTypeNode, SlcShaderTypeNode> {
 public:
     [[nodiscard]] bool IsImager() const override { return true; }

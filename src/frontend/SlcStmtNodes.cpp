@@ -1,6 +1,5 @@
-// A block that begins with a statement has its position, an empty one the position where the parser
-// noticed it. Branches are statements, not blocks: whether braces were written makes no difference
-// to any pass.
+// A block takes the position of its first statement; an empty one has the position where the parser
+// recognized it. Branches are statements, not blocks: braces make no difference to any pass.
 //
 // Tested by tests/frontend/TreeShapeTest.cpp.
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// Statements without a loop. Checked in SlcCheckStatements.cpp, lowered in
+// Statements other than loops. They are checked in SlcCheckStatements.cpp and lowered in
 // SlcGenInterCodeStatements.cpp, SlcGenInterCodeConditions.cpp and SlcGenInterCodeBodies.cpp.
 
 #include <memory>
@@ -18,7 +18,7 @@ class SlcRelationNode;
 class SlcStmtNode : public SlcSyntaxNode {
 public:
     using SlcSyntaxNode::SlcSyntaxNode;
-    /// Its name in reports and dumps.
+    /// Returns its name for reports and dumps.
     [[nodiscard]] virtual std::string ToString() const = 0;
     [[nodiscard]] SlcStmtNode* AsStmt() final { return this; }
 };
@@ -27,7 +27,7 @@ public:
 class SlcStmtsNode : public SlcVisitable<SlcStmtsNode, SlcStmtNode> {
 public:
     using SlcVisitable::SlcVisitable;
-    /// The list has the position of its first statement.
+    /// The list takes the position of its first statement.
     explicit SlcStmtsNode(std::unique_ptr<SlcStmtNode> first);
     void AddStatement(std::unique_ptr<SlcStmtNode> statement);
     [[nodiscard]] const std::vector<std::unique_ptr<SlcStmtNode>>& GetStatements() const;
@@ -38,7 +38,7 @@ private:
     std::vector<std::unique_ptr<SlcStmtNode>> m_statements;
 };
 
-/// `x = value;` and the like: the value of the expression is dropped.
+/// `x = value;` and the other assignments: the value of the expression is unused.
 class SlcAssignStmtNode : public SlcVisitable<SlcAssignStmtNode, SlcStmtNode> {
 public:
     SlcAssignStmtNode(const SlcPosition& position, std::unique_ptr<SlcAssignExprNode> assignment);
@@ -51,7 +51,7 @@ private:
     std::unique_ptr<SlcAssignExprNode> m_assignment;
 };
 
-/// `name(arguments);`: a value, if the call has one, is dropped.
+/// `name(arguments);`: the value of the call, if it has one, is unused.
 class SlcProcCallStmtNode : public SlcVisitable<SlcProcCallStmtNode, SlcStmtNode> {
 public:
     SlcProcCallStmtNode(const SlcPosition& position, std::unique_ptr<SlcProcCallExprNode> call);
@@ -64,11 +64,11 @@ private:
     std::unique_ptr<SlcProcCallExprNode> m_call;
 };
 
-/// `return value;`, in functions alone. Of a body that some points leave early the others go on.
+/// `return value;`, only in functions. Points that have not returned continue in the body.
 class SlcReturnStmtNode : public SlcVisitable<SlcReturnStmtNode, SlcStmtNode> {
 public:
     SlcReturnStmtNode(const SlcPosition& position, std::unique_ptr<SlcExprNode> value);
-    /// Never null: a procedure returns at its end.
+    /// Never null: a procedure returns only at its end.
     [[nodiscard]] SlcExprNode* GetValue() const { return m_value.get(); }
     void WalkIn(SlcCodeWalker* walker) override;
     [[nodiscard]] std::string ToString() const override { return "return"; }
@@ -77,7 +77,7 @@ private:
     std::unique_ptr<SlcExprNode> m_value;
 };
 
-/// `if (condition) then`. If the condition varies, the branch runs for the points where it holds.
+/// `if (condition) then`. Under a varying condition, the branch runs for the points where it holds.
 class SlcIfThenStmtNode : public SlcVisitable<SlcIfThenStmtNode, SlcStmtNode> {
 public:
     SlcIfThenStmtNode(const SlcPosition& position, std::unique_ptr<SlcRelationNode> condition,
@@ -85,7 +85,7 @@ public:
     ~SlcIfThenStmtNode() override;
     [[nodiscard]] SlcRelationNode* GetCondition() const { return m_condition.get(); }
     [[nodiscard]] SlcStmtNode* GetThen() const { return m_then.get(); }
-    /// Some `break` or `continue` below leaves this statement; set by the shader's fact walk.
+    /// True if a `break` or `continue` in it leaves this statement; set by the shader's fact walk.
     [[nodiscard]] bool ContainsBreakOrContinue() const { return m_containsBreakOrContinue; }
     void SetContainsBreakOrContinue(bool contains) { m_containsBreakOrContinue = contains; }
     void WalkIn(SlcCodeWalker* walker) override;
@@ -97,8 +97,8 @@ private:
     bool m_containsBreakOrContinue = false;
 };
 
-/// `if (condition) then else otherwise`. Walkers that know only the class above see its condition
-/// and its first branch: `WalkIn` goes through all three.
+/// `if (condition) then else otherwise`. Walkers that handle only the class above see its condition
+/// and first branch; `WalkIn` walks all three.
 class SlcIfThenElseStmtNode : public SlcVisitable<SlcIfThenElseStmtNode, SlcIfThenStmtNode> {
 public:
     SlcIfThenElseStmtNode(const SlcPosition& position, std::unique_ptr<SlcRelationNode> condition,

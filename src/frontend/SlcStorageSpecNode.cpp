@@ -1,4 +1,4 @@
-// One object for each storage class, made when it is first asked for: other statics may ask.
+// One object for each storage class, made on first use, since other static objects may use it.
 
 #include "frontend/SlcStorageSpecNode.h"
 

@@ -2,7 +2,7 @@
 
 #include "frontend/SlcSyntaxNode.h"
 
-/// Base of storage classes: how a variable comes by its value and who may write it. Shared
+/// Base of storage classes: where a variable's value comes from and who may write it. Shared
 /// singletons, compared with the tests.
 class SlcStorageSpecNode : public SlcSyntaxNode {
 public:
@@ -13,7 +13,7 @@ public:
     [[nodiscard]] virtual bool IsReadOnly() const { return false; }
     [[nodiscard]] virtual bool IsReadWrite() const { return false; }
 
-    /// The nodes of the six, which live as long as the process.
+    /// The nodes of the six storage classes, which live as long as the process.
     [[nodiscard]] static SlcStorageSpecNode* AInput();
     [[nodiscard]] static SlcStorageSpecNode* AOutput();
     [[nodiscard]] static SlcStorageSpecNode* AExtern();
@@ -22,19 +22,19 @@ public:
     [[nodiscard]] static SlcStorageSpecNode* AReadWrite();
 };
 
-/// A formal without a word: it is not assigned.
+/// A formal without a storage word: it is not assigned.
 class SlcInputSpecNode : public SlcVisitable<SlcInputSpecNode, SlcStorageSpecNode> {
 public:
     [[nodiscard]] bool IsInput() const override { return true; }
 };
 
-/// `output`: a formal that hands its value back.
+/// `output`: a formal whose value is returned to the caller.
 class SlcOutputSpecNode : public SlcVisitable<SlcOutputSpecNode, SlcStorageSpecNode> {
 public:
     [[nodiscard]] bool IsOutput() const override { return true; }
 };
 
-/// `extern`: a variable of a body or shader around this one.
+/// `extern`: a variable of an enclosing body or shader.
 class SlcExternSpecNode : public SlcVisitable<SlcExternSpecNode, SlcStorageSpecNode> {
 public:
     [[nodiscard]] bool IsExtern() const override { return true; }
@@ -52,7 +52,7 @@ public:
     [[nodiscard]] bool IsReadOnly() const override { return true; }
 };
 
-/// A predefined variable that this kind of shader sets.
+/// A predefined variable that this kind of shader may write.
 class SlcReadWriteSpecNode : public SlcVisitable<SlcReadWriteSpecNode, SlcStorageSpecNode> {
 public:
     [[nodiscard]] bool IsReadWrite() const override { return true; }

@@ -1,7 +1,7 @@
-// A node learns its height while the tree grows upward, from each child that it adopts, so that no
-// walk is ever needed to know whether a walk would be too deep.
+// A node computes its height from each child that it adopts, as the tree grows upward, so no walk
+// is needed to determine whether a walk would be too deep.
 //
-// Nodes that begin with a child, such as `a + b`, have the position of that child; a report about
+// Nodes that begin with a child, such as `a + b`, take the position of that child; a report about
 // them marks the first word of their text.
 //
 // Tested by tests/frontend/TreeShapeTest.cpp and DeepInputTest.cpp.

@@ -15,14 +15,14 @@ class SlcLValueNode;
 class SlcRelationNode;
 class SlcStmtNode;
 
-/// A place in the user's source. The file name lives in the scanner's list to the end of the run.
+/// A place in the user's source. The file name is in the scanner's list until the end of the run.
 struct SlcPosition {
     int line = 0;
     int column = 0;
     const std::string* file = nullptr;
 };
 
-/// A part of the scanned text: the offset of its first character, and the one after its last.
+/// A range of the scanned text: the offset of its first character, and the one after its last.
 struct SlcTextRange {
     std::uint32_t begin = 0;
     std::uint32_t end = 0;
@@ -42,14 +42,14 @@ struct SlcTextRange {
 ///                             SlcIdentExprNode       Cs
 class SlcSyntaxNode {
 public:
-    /// Highest tree that reaches a pass. The parser refuses what would exceed it and reserves
-    /// stack for a walk of so many levels, so that a pass recurses without a check of its depth, as
-    /// long as a level costs it no more than `k_stackPerLevel` bytes in all its functions.
+    /// The maximum height of a tree that reaches a pass. The parser rejects higher trees and
+    /// reserves stack for a walk of this depth. So a pass may recurse without a depth check, as
+    /// long as a level needs at most `k_stackPerLevel` bytes in all its functions.
     static constexpr int k_maxHeight = 10000;
     static constexpr std::size_t k_stackPerLevel = 8192;
 
-    /// Makes a node without a position, or at one. A class with children takes over those that its
-    /// constructor is given.
+    /// Makes a node without a position, or with one. A class with children takes ownership of those
+    /// that are passed to its constructor.
     SlcSyntaxNode();
     explicit SlcSyntaxNode(const SlcPosition& position);
     SlcSyntaxNode(const SlcSyntaxNode&) = delete;
@@ -58,27 +58,27 @@ public:
 
     [[nodiscard]] virtual int GetNoLine() const { return m_line; }
     [[nodiscard]] virtual int GetNoColumn() const { return m_column; }
-    /// Never null; an empty name where no file is known.
+    /// Never null; an empty name if no file is known.
     [[nodiscard]] virtual const std::string* GetFileParsed() const { return m_file; }
     virtual void SetNoLine(int line) { m_line = line; }
     virtual void SetNoColumn(int column) { m_column = column; }
     virtual void SetFileParsed(const std::string* file) { m_file = file; }
 
-    /// The text that the node was made of, with the parentheses around it left out. Empty for nodes
-    /// that the source only implies.
+    /// The source text of the node, without enclosing parentheses. Empty for nodes that the source
+    /// only implies.
     [[nodiscard]] const SlcTextRange& Range() const { return m_range; }
     void SetRange(const SlcTextRange& range) { m_range = range; }
 
     /// Calls the walker's `Case` for the node's own class.
     virtual void ApplyWalker(SlcCodeWalker* walker) = 0;
-    /// `ApplyWalker` on each child in source order; missing optional children are passed over.
+    /// Calls `ApplyWalker` on each child in source order; skips optional children that are missing.
     virtual void WalkIn(SlcCodeWalker* walker);
 
-    /// All three at once.
+    /// Returns file, line and column.
     [[nodiscard]] SlcPosition Position() const;
 
-    // The node as one of the classes that are asked for with every line; null for any other. A
-    // dynamic cast would compare the names of all classes between.
+    // Conversions to the classes that are queried most often; null for any other class. A dynamic
+    // cast would be slower, since it compares the names of all classes in between.
     [[nodiscard]] virtual SlcExprNode* AsExpr() { return nullptr; }
     [[nodiscard]] virtual SlcBinOpExprNode* AsBinOpExpr() { return nullptr; }
     [[nodiscard]] virtual SlcAssignExprNode* AsAssignExpr() { return nullptr; }
@@ -86,17 +86,17 @@ public:
     [[nodiscard]] virtual SlcStmtNode* AsStmt() { return nullptr; }
     [[nodiscard]] virtual SlcLValueNode* AsLValue() { return nullptr; }
 
-    /// Null at first. Setting one replaces what stood there.
+    /// Null at first. Setting an annotation replaces the previous one.
     [[nodiscard]] const SlcPtr<SlcAnnotation>& GetAnnotation() const { return m_annotation; }
     void SetAnnotation(SlcPtr<SlcAnnotation> annotation);
 
-    /// Levels of nodes below this one: what a recursive walk needs in depth.
+    /// The number of levels below this node: the depth of a recursive walk.
     [[nodiscard]] int Height() const { return m_height; }
 
 protected:
-    /// Every composite node calls this for each child that it takes; null is allowed.
+    /// Every composite node calls this for each of its children; null is allowed.
     void Adopt(const SlcSyntaxNode* child);
-    /// As `Adopt`, and takes the child's position: for a node without another one.
+    /// Does the same, and takes the child's position; for a node without its own position.
     void AdoptFirst(const SlcSyntaxNode* child);
 
     static void Walk(SlcSyntaxNode* child, SlcCodeWalker* walker)
@@ -114,12 +114,13 @@ private:
     SlcPtr<SlcAnnotation> m_annotation;
 };
 
-/// Calls the walker's `Case` of a node class. SlcCodeWalker.cpp has one for each class of the list,
-/// so that neither this header nor the files that include it depend on the list.
+/// Calls the walker's `Case` for a node class. SlcCodeWalker.cpp instantiates it for each class of
+/// the list, so that neither this header nor its includers depend on the list.
 template <class Node>
 void SlcCallCase(SlcCodeWalker& walker, Node* node);
 
-/// The `ApplyWalker` of the concrete node class `Self`, which derives from `Base` through it.
+/// Implements `ApplyWalker` for the concrete node class `Self`, which derives from `Base` through
+/// it.
 template <class Self, class Base>
 class SlcVisitable : public Base {
 public:

@@ -1,6 +1,6 @@
 // An access has a special syntax, `texture(name[channel], ...)`: the name is an argument that must
-// be a string, the channel follows it in brackets, and the parser inserts channel 0 where it is
-// left out, so that later stages see one form.
+// be a string, and the channel follows it in brackets. If the channel is omitted, the parser
+// inserts channel 0, so that later stages handle one form.
 //
 // Tested by tests/frontend/TreeShapeTest.cpp.
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// Texture accesses. Checked by SlcResolveTexture, lowered by SlcTextureLowering.
+// Texture accesses. They are checked by SlcResolveTexture and lowered by SlcTextureLowering.
 
 #include <memory>
 #include <string>
@@ -35,7 +35,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "environment"; }
 };
 
-/// `shadow`: looked up by a point, for how much of it is hidden.
+/// `shadow`: looked up by a point, for the fraction of it that is occluded.
 class SlcTextureTypeShadowNode : public SlcVisitable<SlcTextureTypeShadowNode, SlcTextureTypeNode> {
 public:
     using SlcVisitable::SlcVisitable;
@@ -55,7 +55,7 @@ private:
     std::unique_ptr<SlcExprNode> m_name;
 };
 
-/// `[channel]` after the name; 0 where it is left out.
+/// `[channel]` after the name; channel 0 if it is omitted.
 class SlcChannelNode : public SlcVisitable<SlcChannelNode, SlcSyntaxNode> {
 public:
     explicit SlcChannelNode(std::unique_ptr<SlcExprNode> channel);
@@ -69,7 +69,7 @@ private:
 /// The arguments after the name: coordinates, then name and value pairs.
 class SlcTextureArgsNode : public SlcVisitable<SlcTextureArgsNode, SlcSyntaxNode> {
 public:
-    /// Those of the first argument, if there is one.
+    /// The position of the first argument, if there is one.
     [[nodiscard]] int GetNoLine() const override;
     [[nodiscard]] int GetNoColumn() const override;
     void AddTextureArg(std::unique_ptr<SlcExprNode> argument);
@@ -90,7 +90,7 @@ public:
                        std::unique_ptr<SlcTextureArgsNode> arguments);
     [[nodiscard]] SlcTextureTypeNode* GetKind() const { return m_kind.get(); }
     [[nodiscard]] SlcTextureFilenameNode* GetFilename() const { return m_filename.get(); }
-    /// Never null: without a channel in the source it is channel 0.
+    /// Never null: it is channel 0 if the source has none.
     [[nodiscard]] SlcChannelNode* GetChannel() const { return m_channel.get(); }
     [[nodiscard]] SlcTextureArgsNode* GetArguments() const { return m_arguments.get(); }
     void WalkIn(SlcCodeWalker* walker) override;

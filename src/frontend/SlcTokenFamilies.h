@@ -5,7 +5,7 @@
 #include "grammar.h"
 #include "support/SlcSourcePosition.h"
 
-// Families of tokens, for what watches them on their way to the parser.
+// Families of tokens, used by the code that watches tokens on their way to the parser.
 
 namespace SlcTokens {
 
@@ -26,7 +26,7 @@ inline bool IsComparison(int token)
     return token == '<' || token == '>' || token == LE || token == GE || token == EQ || token == NE;
 }
 
-/// The character right after the last token; a blank at the end of the line.
+/// Returns the character after the last token; a blank at the end of the line.
 inline char NextChar()
 {
     const SlcSourcePosition& position = SlcCurrentPosition();

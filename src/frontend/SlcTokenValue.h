@@ -2,10 +2,11 @@
 
 #include "frontend/SlcSyntaxNode.h"
 
-/// The semantic value of a token and of every entry on the parser's value stack. A plain record, as
-/// the parser copies it: who takes the node off it takes it over, unless it belongs to a pool.
+/// The semantic value of a token and of every entry on the parser's value stack. A plain record,
+/// since the parser copies it: the code that takes the node takes ownership, unless the node
+/// belongs to a pool.
 struct SlcTokenValue {
-    SlcSyntaxNode* node;  // lexical node of a literal or name, or what an action built
+    SlcSyntaxNode* node;  // lexical node of a literal or name, or one that an action made
     int line;             // at the end of the token
     int column;
     const std::string* file;  // in the scanner's list of names

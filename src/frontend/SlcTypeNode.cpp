@@ -1,12 +1,12 @@
-// Types are compared by questions, not by address, since the point family is one type to some rules
-// and three to others:
+// Types are compared by tests, not by address, since some rules treat the point family as one type
+// and others as three:
 //
 //                       IsSameType          IsSameExactType     IsPromotableAs
 //     point, vector     yes                 no                  yes
 //     normal, vector    yes                 no                  yes
-//     float, color      no                  no                  yes: it is each component
+//     float, color      no                  no                  yes: it becomes each component
 //     float[], float[3] yes                 yes                 yes
-//     error, anything   yes                 yes                 yes: reported, and suits everyone
+//     error, anything   yes                 yes                 yes: the error is reported
 //
 // Tested by tests/frontend/SlcTypeNodeTest.cpp.
 
@@ -19,7 +19,7 @@
 
 namespace {
 
-// Function-local, so that a singleton is ready whatever other statics ask for it.
+// Function-local, so that a singleton exists even if another static object's constructor uses it.
 template <class Type>
 SlcTypeNode* TypeSingleton()
 {

@@ -6,21 +6,22 @@
 
 class SlcFloatConstNode;
 
-/// Base of types. Plain types are shared singletons, made-to-order ones live in a pool until the
-/// process ends; both are compared with the operations here, never by address.
+/// Base of types. Plain types are shared singletons; array types live in a pool until the process
+/// ends. Compare types with the operations here, never by address.
 class SlcTypeNode : public SlcSyntaxNode {
 public:
-    // Tests of the kind. Only one is true of a type, except in the point family, of references to
-    // elements, and of types that represent several. For the error type only its own is true.
+    // Tests of the kind. Exactly one is true for a type, except in the point family, for references
+    // to elements, and for types that represent several. For the error type only its own test is
+    // true.
     [[nodiscard]] virtual bool IsVoidType() const { return false; }
     [[nodiscard]] virtual bool IsAnyType() const { return false; }
     [[nodiscard]] virtual bool IsFloatType() const { return false; }
     [[nodiscard]] virtual bool IsColorType() const { return false; }
-    /// One of the point family: point, vector, normal and the two that represent several.
+    /// True for the point family: point, vector, normal and the two types that represent several.
     [[nodiscard]] virtual bool IsPointType() const { return false; }
-    /// The plain point type alone.
+    /// True only for the plain point type.
     [[nodiscard]] virtual bool IsTruePointType() const { return false; }
-    /// This and the next: also true of types that represent several.
+    /// This test and the next are also true for types that represent several.
     [[nodiscard]] virtual bool IsVectorType() const { return false; }
     [[nodiscard]] virtual bool IsNormalType() const { return false; }
     [[nodiscard]] virtual bool IsAnyVectorType() const { return false; }
@@ -30,19 +31,20 @@ public:
     [[nodiscard]] virtual bool IsBoolType() const { return false; }
     [[nodiscard]] virtual bool IsIntType() const { return false; }
     [[nodiscard]] virtual bool IsErrorType() const { return false; }
-    /// An array's element reached through an index; also answers the tests of the element.
+    /// True for an array element accessed through an index; the tests of the element's type also
+    /// hold.
     [[nodiscard]] virtual bool IsArrayRefType() const { return false; }
 
-    /// Decided by the class of this type: the whole point family counts as one type, an array of
-    /// unspecified length matches any length, the error type matches everything. Not symmetric.
+    /// Decided by the class of this type: the point family counts as one type, an array of
+    /// unspecified length matches any length, and the error type matches everything. Not symmetric.
     [[nodiscard]] virtual bool IsSameType(const SlcTypeNode* other) const;
-    /// As `IsSameType`, but distinguishes point, vector and normal.
+    /// Like `IsSameType`, but distinguishes point, vector and normal.
     [[nodiscard]] virtual bool IsSameExactType(const SlcTypeNode* other) const;
-    /// A value of this type can be used where `other` is wanted: of the same type, in which the
-    /// point family counts as one, or a float where a triple or matrix is wanted.
+    /// True if a value of this type can be used where `other` is required: it has the same type,
+    /// where the point family counts as one, or it is a float where a triple or matrix is required.
     [[nodiscard]] virtual bool IsPromotableAs(const SlcTypeNode* other) const;
 
-    /// The word of the source, for reports; of an array with its length.
+    /// Returns the word in the source, for reports; for an array, with its length.
     [[nodiscard]] virtual std::string ToString() const = 0;
 
     /// The singletons of the plain types.
@@ -63,18 +65,18 @@ public:
     [[nodiscard]] static SlcTypeNode* AVoid();
     [[nodiscard]] static SlcTypeNode* AError();
 
-    /// An array of unspecified length. A new node each time, as with the next three.
+    /// Makes an array of unspecified length. Each call makes a new node, as do the next three.
     [[nodiscard]] static SlcTypeNode* CreateArrayType(SlcTypeNode* element);
-    /// The length is the value truncated toward zero.
+    /// The length is the value, truncated toward zero.
     [[nodiscard]] static SlcTypeNode* CreateArrayType(SlcTypeNode* element,
                                                       const SlcFloatConstNode* length);
     /// A length of 0 means unspecified.
     [[nodiscard]] static SlcTypeNode* CreateArrayType(SlcTypeNode* element, int length);
-    /// The type of an element of an array of `element`.
+    /// Returns the type of an element of an array of `element`.
     [[nodiscard]] static SlcTypeNode* CreateArrayRefType(SlcTypeNode* element);
 };
 
-/// `float`, the one kind of number; promoted to colors, matrices and the point family.
+/// `float`, the only kind of number; promoted to colors, matrices and the point family.
 class SlcFloatTypeNode : public SlcVisitable<SlcFloatTypeNode, SlcTypeNode> {
 public:
     [[nodiscard]] bool IsFloatType() const override { return true; }
@@ -118,7 +120,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "vector"; }
 };
 
-/// `normal`: a direction across a surface, which transforms differently from a vector.
+/// `normal`: a direction perpendicular to a surface, which transforms differently from a vector.
 class SlcNormalTypeNode : public SlcVisitable<SlcNormalTypeNode, SlcPointTypeNode> {
 public:
     [[nodiscard]] bool IsTruePointType() const override { return false; }
@@ -128,7 +130,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "normal"; }
 };
 
-/// Any of the point family, in cards of the library: answers the tests of all three.
+/// Any member of the point family, in cards of the library: all three tests hold.
 class SlcAnyPointTypeNode : public SlcVisitable<SlcAnyPointTypeNode, SlcPointTypeNode> {
 public:
     [[nodiscard]] bool IsTruePointType() const override { return false; }
@@ -138,7 +140,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "point"; }
 };
 
-/// A vector or a normal, in cards of the library: answers the tests of both.
+/// A vector or a normal, in cards of the library: both tests hold.
 class SlcAnyVectorTypeNode : public SlcVisitable<SlcAnyVectorTypeNode, SlcPointTypeNode> {
 public:
     [[nodiscard]] bool IsTruePointType() const override { return false; }
@@ -157,7 +159,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "matrix"; }
 };
 
-/// Internal: no source text names it. Of counts that the compiler adds to calls.
+/// Internal: the type of counts that the compiler adds to calls; sources cannot name it.
 class SlcIntTypeNode : public SlcVisitable<SlcIntTypeNode, SlcTypeNode> {
 public:
     [[nodiscard]] bool IsIntType() const override { return true; }
@@ -188,8 +190,8 @@ public:
     [[nodiscard]] std::string ToString() const override { return "void"; }
 };
 
-/// The type of an expression after a report: it matches every type, so that one fault gives one
-/// report. Walkers see it as a `SlcTypeNode`.
+/// The type of an expression after a report: it matches every type, so that one fault leads to one
+/// report. Walkers treat it as a `SlcTypeNode`.
 class SlcErrorTypeNode : public SlcTypeNode {
 public:
     void ApplyWalker(SlcCodeWalker* walker) override { SlcCallCase<SlcTypeNode>(*walker, this); }
@@ -199,7 +201,7 @@ public:
     [[nodiscard]] std::string ToString() const override { return "error"; }
 };
 
-/// `float[3]`, or `float[]` where any length will do.
+/// `float[3]`, or `float[]` where any length is allowed.
 class SlcArrayTypeNode : public SlcVisitable<SlcArrayTypeNode, SlcTypeNode> {
 public:
     SlcArrayTypeNode(SlcTypeNode* element, int length) : m_element(element), m_length(length) {}
@@ -218,7 +220,7 @@ private:
     int m_length;
 };
 
-/// The type of an array's element reached through an index: answers for the element.
+/// The type of an array element accessed through an index: the tests of the element's type hold.
 class SlcArrayRefTypeNode : public SlcVisitable<SlcArrayRefTypeNode, SlcTypeNode> {
 public:
     explicit SlcArrayRefTypeNode(SlcTypeNode* element) : m_element(element) {}
