@@ -77,8 +77,8 @@ void Put(SlcTokenValue& value, const SlcTextRange& range, std::unique_ptr<Node> 
     RefuseIfTooHigh(value);
 }
 
-/// Sets the node of a value, and its position to the scanner's. The node's own position is
-/// unchanged.
+/// Sets the node and the position of a value, the latter to the scanner's. The position stored in
+/// the node does not change.
 template <class Node>
 void PutHere(SlcTokenValue& value, const SlcTextRange& range, std::unique_ptr<Node> node)
 {

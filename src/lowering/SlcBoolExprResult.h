@@ -3,19 +3,19 @@
 #include "frontend/SlcAnnotation.h"
 #include "icode/SlcLexType.h"
 
-/// The flag in which the caller needs a relation's value, and whether to invert it. Set on the
+/// The flag in which the caller needs a relation's value, and whether to invert it. Attached to the
 /// relation before each walk.
 class SlcBoolExprResult : public SlcAnnotation {
 public:
     SlcBoolExprResult() = default;
-    /// `result` may be null. The relation may still return another flag, since a varying value does
-    /// not fit into a uniform flag.
+    /// `result` may be null. The relation may return another flag, since a uniform flag cannot hold
+    /// a varying value.
     SlcBoolExprResult(SlcOperand result, bool inverted)
         : m_result(std::move(result)),
           m_inverted(inverted)
     {
     }
-    /// The flag that should hold the value; null if any flag will do.
+    /// The preferred flag for the value; null if any flag is accepted.
     [[nodiscard]] const SlcOperand& GetResult() const { return m_result; }
     /// True if the caller needs the negated value.
     [[nodiscard]] bool IsInverted() const { return m_inverted; }

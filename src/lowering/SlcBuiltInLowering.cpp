@@ -143,7 +143,7 @@ void SlcBuiltInLowering::MakeConstantNbArgs(BuiltInCall& call,
     std::deque<SlcOperand> args(call.args.begin(),
                                 call.args.begin() + static_cast<std::ptrdiff_t>(fixed));
     for (const SlcFuncVarArgSingle* value : SlcTailValues(entry->GetTail())) {
-        // If a pair is given twice, the last one counts.
+        // If a pair occurs twice, the last one counts.
         const auto given =
             std::find_if(formals.rbegin(), formals.rend(),
                          [&](const SlcCallFormal& formal) { return formal.tailValue == value; });
@@ -157,7 +157,7 @@ void SlcBuiltInLowering::MakeConstantNbArgs(BuiltInCall& call,
 SlcOperand SlcBuiltInLowering::GetDefaultValue(const SlcFuncVarArgSingle& single)
 {
     const SlcTypeNode* type = single.GetType();
-    // An output without an argument has no variable to write.
+    // An omitted output has no variable that could be written.
     const bool hasValue = !single.GetDefault().empty() && !single.GetStorage()->IsOutput();
     const int value = std::atoi(single.GetDefault().c_str());
     if (hasValue && type->IsFloatType())

@@ -29,8 +29,8 @@ public:
     void Lower(SlcProcCallExprNode* node);
 
 private:
-    /// A call being lowered. Lowerings change `args`; `outputs` are the output arguments of the
-    /// source.
+    /// A call being lowered. The lowerings change `args`; `outputs` are the output arguments as in
+    /// the source.
     struct BuiltInCall {
         SlcProcCallExprNode* node;
         std::deque<SlcOperand> args;
@@ -43,14 +43,15 @@ private:
     };
     using ArgumentList = SlcCallICode::ArgumentList;
 
-    /// Searched from first to last.
+    /// Searched in order; the first match is used.
     static const SpecialRow sm_specials[];
 
     /// Like `GetResultVar`, but never returns a variable that is also an output argument of the
     /// call.
     [[nodiscard]] SlcOperand GetCallResult(const BuiltInCall& call, SlcTypeNode* type,
                                            SlcDetailNode* detail);
-    /// Emits a call for each point, or one call if all operands are uniform. Null for a void call.
+    /// Emits a call for each point, or one call if all operands are uniform. Returns null for a
+    /// void call.
     [[nodiscard]] SlcOperand GenPlainCall(const BuiltInCall& call, ArgumentList list);
     /// Emits the call in a block of that detail; `result` may be null.
     void AddPlainCall(const BuiltInCall& call, const SlcOperand& result, ArgumentList list,
@@ -68,42 +69,43 @@ private:
     /// Returns the operand for a tail value that the call leaves out. For an output it is a
     /// constant, which means at run time that nothing is to be written.
     [[nodiscard]] static SlcOperand GetDefaultValue(const SlcFuncVarArgSingle& single);
-    /// Null if it emitted nothing, so that a plain call is needed.
+    /// Returns null if it emitted nothing, so that a plain call is needed.
     [[nodiscard]] SlcOperand CreateSIMDFuncCall(BuiltInCall& call);
-    /// Null for a primitive without a special lowering.
+    /// Returns null for a primitive without a special lowering.
     [[nodiscard]] static SpecialLowering FindSpecialLowering(const BuiltInCall& call);
-    /// Emits one call for the whole grid. Null if the built-in has no such form, or its arguments
-    /// do not fit it.
+    /// Emits one call for the whole grid. Returns null if the built-in has no such form, or its
+    /// arguments do not match it.
     [[nodiscard]] SlcOperand CreateGridCall(BuiltInCall& call);
-    /// True if the details of the arguments fit the whole-grid form, possibly after the uniform
-    /// arguments whose positions it adds to `widened` have been copied to all points.
+    /// True if the details of the arguments match the whole-grid form, possibly after copying the
+    /// uniform arguments whose positions it adds to `widened` to all points.
     [[nodiscard]] bool CanUseGridCall(const BuiltInCall& call,
                                       std::vector<std::size_t>& widened) const;
     /// Copies the uniform arguments at `places` to varying temporaries, in one block.
     void WidenArguments(BuiltInCall& call, const std::vector<std::size_t>& places);
 
-    // Each `CreateBuiltIn...` emits the call and returns the result. Derivatives,
+    // Each `CreateBuiltIn...` emits the call and returns the result. Derivatives are in
     // SlcBuiltInLoweringDerivatives.cpp.
     [[nodiscard]] SlcOperand CreateBuiltInDerivative(BuiltInCall& call);
-    /// The derivative of a uniform value.
+    /// Returns the derivative of a uniform value.
     [[nodiscard]] SlcOperand GenZero(const BuiltInCall& call);
-    /// Fatal if this kind of shader has no such variable; `function` is named in the report.
+    /// Returns the operand of the variable. Fatal if this kind of shader does not have it; the
+    /// report names `function`.
     [[nodiscard]] SlcOperand PredefinedOperand(const SlcPtr<SlcVarSymbolEntry>& entry,
                                                const BuiltInCall& call, const char* function);
     /// Emits the call of a primitive that reads neighbouring points. Under a varying condition it
-    /// reports `warning` and puts the result into a temporary of `typeInCondition`.
+    /// reports `warning` and stores the result in a temporary of `typeInCondition`.
     [[nodiscard]] SlcOperand GenDerivative(const BuiltInCall& call, SlcTypeNode* typeInCondition,
                                            const char* warning);
-    // Rewritten argument lists, SlcBuiltInLoweringForms.cpp.
+    // Rewritten argument lists are in SlcBuiltInLoweringForms.cpp.
     [[nodiscard]] SlcOperand CreateBuiltInSpline(BuiltInCall& call);
     [[nodiscard]] SlcOperand CreateBuiltInFilterstep(BuiltInCall& call);
-    /// The end of the interval that begins with `start`.
+    /// Returns the end of the interval that begins with `start`.
     [[nodiscard]] SlcOperand GenFilterstepEnd(const SlcOperand& start);
     [[nodiscard]] SlcOperand CreateBuiltInMessageFunction(BuiltInCall& call);
-    /// The combined detail of all arguments except the last, which receives the answer.
-    [[nodiscard]] static SlcDetailNode* DetailOfQuestion(const BuiltInCall& call);
+    /// Returns the combined detail of all arguments except the last, which receives the answer.
+    [[nodiscard]] static SlcDetailNode* DetailOfQuery(const BuiltInCall& call);
     [[nodiscard]] SlcOperand CreateBuiltInShaderName(BuiltInCall& call);
-    /// Lowers a transform between two spaces; null unless both are constants.
+    /// Lowers a transform between two spaces; returns null unless both are constants.
     [[nodiscard]] SlcOperand InlineTransform(SlcProcCallExprNode* call, SqxPrimitive primitive,
                                              const SlcOperand& from, const SlcOperand& to,
                                              const SlcOperand& value);

@@ -4,7 +4,7 @@
 //
 // Under a varying condition, inactive neighbours are not used for the difference, and a warning
 // says so. Each of the five functions is one table row: they differ in how many arguments are
-// differentiated, and in which steps become arguments.
+// differentiated, and in whether `du` and `dv` are added as arguments.
 //
 // Tested by tests/lowering/SlcBuiltInLoweringTest.cpp.
 
@@ -22,7 +22,7 @@ namespace {
 struct Derivative {
     const char* word;    // in the source
     std::size_t values;  // number of differentiated arguments; if one is uniform, the result is 0
-    bool addsDu;         // `du`, then `dv`, become arguments
+    bool addsDu;         // `du`, and then `dv`, are added as arguments
     bool addsDv;
     const char* function;  // names the function in reports of missing variables
     const char* zero;
@@ -69,7 +69,7 @@ SlcOperand SlcBuiltInLowering::CreateBuiltInDerivative(BuiltInCall& call)
         m_errors->Warning(call.node, row.zero, 1);
         return GenZero(call);
     }
-    // The type of the temporary under a condition. The type of an area is not that of an argument.
+    // The type of the temporary under a condition. An area is a float, whatever its argument is.
     SlcTypeNode* type =
         word == "area" ? SlcTypeNode::AFloat() : SlcElements::ValueType(call.args[0]);
     if (row.addsDu)

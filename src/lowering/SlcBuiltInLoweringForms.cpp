@@ -2,7 +2,7 @@
 //
 //     spline(x, a)              spline(x, a[0], a[1], ...)       a an array
 //     filterstep(e, s)          filterstep(e, s, far end of the point's interval, 1, "catmull-rom")
-//     attribute("n", v)         attribute("n", v, is it varying, its type, its length)
+//     attribute("n", v)         attribute("n", v, whether v is varying, its type, its length)
 //
 // and `shadername`, which is not supported: it yields an empty text and a warning.
 //
@@ -15,7 +15,7 @@
 #include "symbols/SlcInterfaceQxLib.h"
 #include "symbols/SlcPossibleTypes.h"
 
-/// The primitive takes the elements as a list of values.
+/// Passes the elements as separate arguments, as the primitive requires.
 SlcOperand SlcBuiltInLowering::CreateBuiltInSpline(BuiltInCall& call)
 {
     const SlcOperand array = call.args.back();
@@ -70,14 +70,14 @@ SlcOperand SlcBuiltInLowering::GenFilterstepEnd(const SlcOperand& start)
     return end;
 }
 
-/// The last argument receives the answer. Its detail, type and length are passed on, since the run
-/// time does not know them.
+/// The last argument receives the answer. Passes its detail, type and length as additional
+/// arguments, since the run time cannot determine them.
 SlcOperand SlcBuiltInLowering::CreateBuiltInMessageFunction(BuiltInCall& call)
 {
     const SlcOperand answer = call.args.back();
     const auto* array = dynamic_cast<const SlcArrayTypeNode*>(answer->GetType());
     const SlcTypeNode* type = array ? array->GetElementType() : answer->GetType();
-    const bool uniformQuestion = DetailOfQuestion(call)->IsUniform();
+    const bool uniformQuestion = DetailOfQuery(call)->IsUniform();
     call.args.push_back(SlcLexType::Float(answer->IsUniform() ? 0 : 1));
     call.args.push_back(SlcLexType::Float(SlcInterfaceQxLib::SlcTypeNodeToQxType(type)));
     call.args.push_back(SlcLexType::Float(array ? array->GetLength() : 1));
@@ -92,7 +92,7 @@ SlcOperand SlcBuiltInLowering::CreateBuiltInMessageFunction(BuiltInCall& call)
     return result;
 }
 
-SlcDetailNode* SlcBuiltInLowering::DetailOfQuestion(const BuiltInCall& call)
+SlcDetailNode* SlcBuiltInLowering::DetailOfQuery(const BuiltInCall& call)
 {
     std::deque<SlcOperand> question = call.args;
     question.pop_back();

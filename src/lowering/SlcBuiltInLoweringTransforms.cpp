@@ -5,7 +5,7 @@
 //     transform("b", p)            r = to "b" p            one step: p is in the current space
 //     transform("a", "a", p)       r = p
 //
-// Names known only at run time are left to the primitive, which looks them up by text.
+// Names that are known only at run time are passed to the primitive, which looks them up.
 //
 // Tested by tests/lowering/SlcBuiltInLoweringTest.cpp.
 
@@ -17,7 +17,7 @@
 
 namespace {
 
-/// The type that the primitive transforms; null if it is not a transform of the point family.
+/// Returns the type that the primitive transforms; null if it does not transform the point family.
 SlcTypeNode* TransformedType(SqxPrimitive primitive)
 {
     if (primitive == SqxPrimitive::CALL_PRIM_TRANSFORM ||

@@ -2,7 +2,7 @@
 // the first: an input as a value of the formal's type, an output as the variable itself.
 //
 // A call is uniform only if semantic analysis says so and all its arguments are uniform: a value
-// that is uniform in this expansion of a function may still be held in a varying temporary.
+// that is uniform in this expansion of a function may still be stored in a varying temporary.
 //
 // Tested by tests/lowering/SlcGenInterCodeCallsTest.cpp.
 
@@ -16,7 +16,7 @@
 
 namespace {
 
-/// 0 for an array of unknown length, and for anything else.
+/// Returns 0 for an array of unknown length, and for all other types.
 int LengthOf(const SlcTypeNode* type)
 {
     const auto* array = dynamic_cast<const SlcArrayTypeNode*>(type);
@@ -42,7 +42,8 @@ SlcTypeNode* SlcCallArguments::TypeOfCall(const SlcProcCallExprNode* call)
 SlcDetailNode* SlcCallArguments::DetailOfCall(const SlcProcCallExprNode* call,
                                               const std::deque<SlcOperand>& args) const
 {
-    // A value that is uniform in this call of a function may still be held in a varying temporary.
+    // A value that is uniform in this call of a function may still be stored in a varying
+    // temporary.
     return std::all_of(args.begin(), args.end(), [](const auto& arg) { return arg->IsUniform(); })
                ? m_context.DetailOf(call)
                : SlcDetailNode::Combine(m_context.DetailOf(call), SlcDetailNode::AVarying());

@@ -22,16 +22,16 @@ public:
     /// during expansion if the formal has no fixed length; `what` names the value in the report.
     [[nodiscard]] SlcOperand ConvertedForCall(SlcProcCallExprNode* call, const SlcOperand& value,
                                               SlcTypeNode* type, const std::string& what);
-    /// The name of an argument in reports; `position` counts from 0.
+    /// Returns the name of an argument for reports; `position` counts from 0.
     [[nodiscard]] static std::string ArgumentName(std::size_t position);
     /// Call it after the call, for each output argument: writes the copy of an element back into
     /// its array, and marks evaluated lights as stale if `P` was written.
     void FinishOutputArgument(const SlcOperand& argument);
 
-    /// The type of the value that the function returns, before any promotion.
+    /// Returns the type of the value that the function returns, before any promotion.
     [[nodiscard]] static SlcTypeNode* TypeOfCall(const SlcProcCallExprNode* call);
-    /// The detail of the call's value and of its block: uniform only if semantic analysis says so
-    /// and all `args` are uniform.
+    /// Returns the detail of the call's value and of its block: uniform only if semantic analysis
+    /// says so and all `args` are uniform.
     [[nodiscard]] SlcDetailNode* DetailOfCall(const SlcProcCallExprNode* call,
                                               const std::deque<SlcOperand>& args) const;
 

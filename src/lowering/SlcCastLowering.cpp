@@ -1,4 +1,5 @@
-// Casts: the operand determines the shape of the code, the space whether a transform is needed.
+// Casts: the operand determines the structure of the code; the space, whether a transform is
+// needed.
 //
 //     color (r, g, b)              { T = (r, g, b) }
 //     point "shader" (x, y, z)     { T = (x, y, z) }; R = from "shader" T      varying: whole grid
@@ -16,7 +17,7 @@
 
 namespace {
 
-/// Values are stored in the current space and in rgb, so those need no transform.
+/// Values are stored in the current space and in rgb, so these need no transform.
 bool NeedsTransform(const SlcCastExprNode* node)
 {
     if (!node->GetSpace())
@@ -25,7 +26,7 @@ bool NeedsTransform(const SlcCastExprNode* node)
     return space != "\"\"" && space != (node->GetType()->IsColorType() ? "\"rgb\"" : "\"current\"");
 }
 
-/// The type among those that constructors and transforms distinguish.
+/// Returns the type among those that constructors and transforms distinguish.
 SlcTypeNode* KindOf(const SlcTypeNode* type)
 {
     if (type->IsColorType())

@@ -1,13 +1,13 @@
 // Blocks, flags and the levels of conditions.
 //
 // Every instruction that is not in whole-grid form is in a block, which guards it only by the
-// innermost level. That is enough because a varying flag made under a condition is false wherever
+// innermost level. That suffices because a varying flag made under a condition is false wherever
 // that condition is false.
 //
 //     if (a) { x = y; if (b) z = x; }          a and b vary
 // becomes
-//     u = some a; {; if a; x = y; endif; }
-//     f = b under a; f = false under not a; w = some f; {; if f; z = x; endif; }
+//     u = any a; {; if a; x = y; endif; }
+//     f = b under a; f = false under not a; w = any f; {; if f; z = x; endif; }
 //
 // The uniform flags u and w guard uniform code, and whole-grid forms take the varying ones as their
 // condition. Code that makes a flag under a condition must therefore clear it outside the condition

@@ -31,7 +31,7 @@ public:
     {
     }
 
-    /// Call it for each new list, which must not use flags of another list.
+    /// Call it for each new list, which must not use flags of another one.
     void Start();
 
     // Blocks.
@@ -45,26 +45,26 @@ public:
     /// variable: a function that was checked without knowing that its arguments are uniform may
     /// return a varying value.
     void GenPlainAssignment(const SlcOperand& lhs, const SlcOperand& rhs);
-    /// The detail of a value computed from `operands`, and of its block.
+    /// Returns the detail of a value computed from `operands`, and of its block.
     [[nodiscard]] static SlcDetailNode* UniformIfAll(const std::deque<SlcOperand>& operands);
 
     // Flags.
-    /// Returns a flag. With recycling it may be a released one, which still holds its old value.
+    /// Returns a flag. With recycling, it may be a released one that still holds its old value.
     [[nodiscard]] SlcOperand GetBoolFlag(SlcDetailNode* detail);
     /// Makes `flag` available to later calls of `GetBoolFlag`.
     void ReleaseBoolFlag(const SlcOperand& flag);
-    /// Sets flag to true at the points that are active here, to false at all others.
+    /// Sets `flag` to true at the points that are active here, and to false at all others.
     void GenAllActive(const SlcOperand& flag);
-    /// Sets flag to value at the points that are not active in the innermost level.
+    /// Sets `flag` to `value` at the points that are not active in the innermost level.
     void AssignOutsideCondition(const SlcOperand& flag, const SlcOperand& value);
     /// Clears a varying flag, which has just been set under the enclosing condition, outside that
     /// condition, so that guarded code need not test both.
     void ClearOutsideCondition(const SlcOperand& flag);
 
     // Levels.
-    /// The innermost is the last.
+    /// The innermost level is the last.
     [[nodiscard]] const std::vector<Condition>& Levels() const { return m_conditions; }
-    /// Opens a level: from here on varying code is guarded by `flag`, which is true, or false, at
+    /// Opens a level: from here on, varying code is guarded by `flag`, which is true, or false, at
     /// the active points, and uniform code by `uniformFlag`; a null flag means no guard. A level
     /// alone does not count as a varying condition: call `InsideParallelCond` for that. Levels end
     /// in reverse order.
@@ -75,7 +75,7 @@ public:
     /// Opens a level for the points that are not active in the innermost level, which must exist.
     void BeginParallelIfNotCurrentCond();
     void EndParallelIfNotCurrentCond() { m_conditions.pop_back(); }
-    /// Around the right side of a logical operator.
+    /// Enclose the right side of a logical operator.
     void BeginAssignIfTrue(const SlcOperand& flag, const SlcOperand& uniformFlag);
     void BeginAssignIfFalse(const SlcOperand& flag, const SlcOperand& uniformFlag);
     void EndAssignIfTrue();
@@ -93,21 +93,21 @@ public:
     [[nodiscard]] bool IsInParallelIf() const { return m_parallelCondDepth > 0; }
     /// True in the right side of a logical operator.
     [[nodiscard]] bool IsInsideBoolExpr() const { return m_boolExprDepth > 0; }
-    /// Under a varying condition: the innermost varying flag, which is true at the active points;
-    /// otherwise null.
+    /// Under a varying condition, returns the innermost varying flag, which is true at the active
+    /// points; otherwise null.
     [[nodiscard]] SlcOperand InnermostFlag() const;
-    /// The uniform flag of the innermost level; null if the level has none.
+    /// Returns the uniform flag of the innermost level; null if the level has none.
     [[nodiscard]] SlcOperand InnermostUniformFlag() const;
-    /// The condition for an instruction in whole-grid form. Null for all points: if the innermost
-    /// flag must be false, or is uniform, the instruction computes all points, so its result must
-    /// be a temporary.
+    /// Returns the condition for an instruction in whole-grid form. Null means all points: if the
+    /// innermost flag must be false, or is uniform, the instruction computes all points, so its
+    /// result must be a temporary.
     [[nodiscard]] SlcOperand SimdCondition() const;
-    /// The form to use here for an instruction that has a whole-grid form: plain if the whole-grid
-    /// form is not allowed here.
+    /// Returns the form to use here for an instruction that has a whole-grid form: plain if the
+    /// whole-grid form is not allowed here.
     [[nodiscard]] SlcGridForm GridForm() const;
-    /// The form of an instruction that takes varying values only in whole-grid form and uniform
-    /// values only in plain form. Its result must be a temporary or a target that a whole-grid form
-    /// may write.
+    /// Returns the form of an instruction that requires whole-grid form for varying values and
+    /// plain form for uniform ones. Its result must be a temporary or a target that a whole-grid
+    /// form may write.
     [[nodiscard]] SlcGridForm FormFor(const SlcDetailNode* detail) const;
     /// Adds an instruction of the given form; a plain one goes into a varying block.
     void AddInForm(const SlcGridForm& form, const SlcPtr<SlcICode>& code);
@@ -119,7 +119,7 @@ private:
     const SlcOptionsControl& m_options;
     std::vector<Condition> m_conditions;
     std::vector<SlcLabel> m_blockEndLabels;  // of open guards
-    SlcLabel m_currentParallelLabel;         // of the varying block that is open
+    SlcLabel m_currentParallelLabel;         // of the open varying block
     int m_parallelCondDepth = 0;
     int m_boolExprDepth = 0;
     std::vector<SlcOperand> m_freeVaryingFlags;

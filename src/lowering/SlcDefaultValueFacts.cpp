@@ -42,7 +42,7 @@ void SlcDefaultValueFacts::AddFunction(SlcFuncDefNode* function)
         m_objectSpaceFunctions.insert(function->GetSymbolEntry());
 }
 
-/// A value may also vary without naming a varying variable, for example a random number.
+/// A value may vary without naming a varying variable, for example a random number.
 SlcDefaultValueFacts::Facts SlcDefaultValueFacts::Of(SlcExprNode* initializer,
                                                      const SlcTypeNode* type)
 {
@@ -123,7 +123,7 @@ void SlcDefaultValueFacts::Case(SlcBinOpExprNode* node)
     node->WalkIn(this);
     const SlcTypeNode* left = SlcPossibleTypes::Of(node->GetLeft())->GetUniqueType();
     const SlcTypeNode* right = SlcPossibleTypes::Of(node->GetRight())->GetUniqueType();
-    // Two triples in the same space yield a triple in that space, but a number is promoted in the
+    // Two triples in the same space yield a triple in that space, but a float is promoted in the
     // current space, or in rgb.
     if (!left->IsFloatType() && !right->IsFloatType())
         return;

@@ -8,8 +8,8 @@
 #include "symbols/SlcFuncSymbolEntry.h"
 #include "symbols/SlcSymbolEntry.h"
 
-/// Finds the space in which the default value of a parameter is given, and whether the value can be
-/// computed once per shader instance.
+/// Determines the space in which the default value of a parameter is expressed, and whether the
+/// value can be computed once per shader instance.
 ///
 /// Functions must be added first, in source order, so that the facts about a function are known
 /// when a default value calls it.
@@ -46,18 +46,18 @@ private:
     void CallBuiltIn(SlcProcCallExprNode* node);
     void CallFunction(const SlcPtr<SlcFuncSymbolEntry>& entry);
     void NameSpace(const SlcStringLiteralNode* space);
-    /// Notes that a part of the value is in `space`; if two parts differ, the value has no single
+    /// Records that a part of the value is in `space`; if two parts differ, the value has no single
     /// space.
     void UseSpace(const std::string& space);
-    /// Notes a product or sum with a float, whose value is in `plainSpace` regardless of the space
-    /// that its parts name.
+    /// Records a product or sum with a float, whose value is in `plainSpace` regardless of the
+    /// space that its parts name.
     void LeaveNamedSpace(const char* plainSpace);
     [[nodiscard]] SlcStringLiteralNode* SpaceOf(const SlcTypeNode* type) const;
 
     // Found since the walk of the current function or default value began.
     bool m_usesGrid = false;          // predefined variables, or a call that reads some
-    bool m_dependsOnContext = false;  // the same, or a parameter that depends on its context or
-                                      // varies
+    bool m_dependsOnContext = false;  // the same, or a parameter that varies or depends on
+                                      // its context
     bool m_namesObjectSpace = false;
     enum class Space { None, One, Several };
     Space m_space = Space::None;  // in which the value is expressed

@@ -1,6 +1,6 @@
 // Lowering of arrays and their elements.
 //
-//     w[i] with a uniform i:   R = &w[i]; ... R ...         R serves reads and writes
+//     w[i] with a uniform i:   R = &w[i]; ... R ...         R is used for reads and writes
 //     w[i] with a varying i:   { R = &w[i]; T = R }         a read; after f(w[i]), which writes T:
 //                              { R = &w[i]; R = T }
 //
@@ -105,7 +105,7 @@ void SlcElements::GenArrayInit(const SlcOperand& array, std::size_t valuesBefore
     }
     while (m_values.Size() > valuesBefore) {
         const SlcOperand value = m_values.Pop();
-        // The values are popped from the last element to the first.
+        // Values are popped from the last element to the first.
         const auto place = static_cast<double>(m_values.Size() - valuesBefore);
         m_conditions.GenPlainAssignment(
             GenElementRef(array, SlcLexType::Float(place), array->GetDetail()), value);

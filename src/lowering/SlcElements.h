@@ -38,14 +38,13 @@ public:
     /// Copies the element at the varying `index` to `copy`.
     void GenElementRead(const SlcOperand& copy, const SlcOperand& array, const SlcOperand& index);
 
-    /// Notes that `copy` holds the element, so that it can be written back. The current value of
-    /// `index` is kept, since a call may change the variable.
+    /// Records that `copy` holds the element, so that it can be written back. Keeps the current
+    /// value of `index`, since a call may change the variable.
     void RememberCopy(const SlcOperand& copy, const SlcOperand& array, const SlcOperand& index);
     /// Call it after each call, for each output argument. Does nothing unless `argument` is a
     /// remembered copy.
     void WriteBackElement(const SlcOperand& argument);
-    /// The number of remembered copies; a caller passes it to `ForgetCopies` to drop those made
-    /// since.
+    /// Returns the number of remembered copies; pass it to `ForgetCopies` to drop those made since.
     [[nodiscard]] std::size_t CountCopies() const { return m_copies.size(); }
     void ForgetCopies(std::size_t kept) { m_copies.resize(kept); }
 
@@ -61,9 +60,9 @@ public:
     /// Assigns `value` to all elements.
     void GenArrayFill(const SlcOperand& array, const SlcOperand& value);
 
-    /// The type of a value; for a reference, the type of the element.
+    /// Returns the type of a value; for a reference, the type of the element.
     [[nodiscard]] static SlcTypeNode* ValueType(const SlcOperand& operand);
-    /// The element type of an array.
+    /// Returns the element type of an array.
     [[nodiscard]] static SlcTypeNode* ElementType(const SlcOperand& array);
 
 private:

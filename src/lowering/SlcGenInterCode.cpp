@@ -1,9 +1,9 @@
 // The walker makes two kinds of lists. The main list runs on grids. Each default value has a
-// separate list, which runs once per instance, where nothing varies and conditions are jumps, or on
-// a grid if it depends on a shading point.
+// separate list. It runs once per instance, where nothing varies and conditions are jumps, or on a
+// grid if it depends on the shading point.
 //
-// The markers at both ends represent the renderer in data flow: it defines variables at the start
-// and uses outputs at the end.
+// The markers at both ends represent the renderer in data-flow analysis: it defines variables at
+// the start and uses outputs at the end.
 //
 // Tested by tests/lowering/SlcGenInterCodeTest.cpp.
 
@@ -66,7 +66,7 @@ SlcPtr<SlcListICode> SlcGenInterCode::GenInitFormalCode(SlcDefExprNode* definiti
     return m_list.List();
 }
 
-// The run time copies a variable of that type, and does not accept a reference.
+// The run time copies a variable of this type, and does not accept a reference.
 SlcOperand SlcGenInterCode::InitialValue(const SlcOperand& value, SlcTypeNode* type)
 {
     if (!value->GetType()->IsArrayRefType())

@@ -18,7 +18,7 @@
 class SlcFuncInfo;
 class SlcSemanticError;
 
-/// Lowers a checked tree into intermediate code, with all user functions expanded in place.
+/// Lowers a checked tree to intermediate code, with all user functions expanded in place.
 ///
 /// A tree walker with a value stack: each expression pushes exactly one operand, and its parent
 /// pops what it needs. A varying operation is placed in a parallel run, unless it has a whole-grid
@@ -27,13 +27,13 @@ class SlcSemanticError;
 ///     Ci = s * Cs        push s, push Cs; pop both; begin run; Ci = s * Cs; end run
 ///
 /// The list, the conditions and the value stack are separate classes in `SlcLoweringContext`. Calls
-/// of built-ins and shadeops, casts and texture accesses have separate lowering classes, which take
-/// operands. This class only walks the tree, in files by concept: statements, expressions,
-/// assignments, conditions, relations, loops, calls, bodies and lights.
+/// of built-ins and shadeops, casts and texture accesses have separate lowering classes, which
+/// receive evaluated operands. This class only walks the tree, in files by concept: statements,
+/// expressions, assignments, conditions, relations, loops, calls, bodies and lights.
 ///
-/// One object makes all lists of a shader, one after the other. It needs the types and details that
-/// semantic analysis has put into the tree and the marks of `SlcMarkLeaves`. It stores the operand
-/// of each variable in the variable's symbol entry.
+/// One object makes all lists of a shader, one after the other. It requires the types and details
+/// from semantic analysis and the marks of `SlcMarkLeaves` in the tree. It stores the operand of
+/// each variable in the variable's symbol entry.
 class SlcGenInterCode : public SlcCodeWalker, public SlcCollectable {
 public:
     /// `options` must outlive this object.
@@ -65,7 +65,7 @@ private:
         SlcRelationNode* relation;
         bool containsBreakOrContinue;
         SlcOperand flag;         // varying; true at points still in the loop
-        SlcOperand uniformFlag;  // true if any point is; null unless the relation varies
+        SlcOperand uniformFlag;  // true if any point is in it; null unless the relation varies
         SlcOperand cond;         // value of the relation; null at first
         SlcLabel start;
         SlcLabel end;
@@ -78,14 +78,14 @@ private:
                               // last value on the stack
     };
 
-    /// The geometry of a light statement; parts that the statement leaves out are null.
+    /// The geometry of a light statement; omitted parts are null.
     struct Cone {
         SlcOperand position;
         SlcOperand axis;
         SlcOperand angle;
     };
 
-    /// Returns `value` as a variable of type `type` that the parameter can be copied from.
+    /// Returns `value` as a variable of type `type` from which the parameter can be copied.
     [[nodiscard]] SlcOperand InitialValue(const SlcOperand& value, SlcTypeNode* type);
     /// Part of the required interface; emits nothing. Comments with source positions would be made
     /// here.
@@ -110,7 +110,7 @@ private:
     /// Emits `lhs = lhs op rhs`; the next function does the same for an element.
     void GenArithAssignment(SlcAssignExprNode* node, const SlcOperand& lhs, SlcOperand rhs);
     void GenElementAssignment(SlcAssignExprNode* node, const SlcOperand& array, bool valueUsed);
-    /// Makes `dest = right`, or `dest = left op right` for `+=` and the like.
+    /// Makes `dest = right`, or `dest = left op right` for `+=` and the other operators.
     [[nodiscard]] SlcPtr<SlcICode> MakeAssignICode(SlcAssignExprNode* node, const SlcOperand& dest,
                                                    const SlcOperand& left, const SlcOperand& right);
 
@@ -153,24 +153,25 @@ private:
     void Case(SlcBreakStmtNode* node) override;
     void Case(SlcContinueStmtNode* node) override;
     /// Lowers `relation` and returns the flag that holds its value, negated if `inverted`. The flag
-    /// is `target` if that fits; a null target allows any flag. The flag is uniform only if the
+    /// is `target` if possible; a null target allows any flag. The flag is uniform only if the
     /// relation is.
     [[nodiscard]] SlcOperand GenRelation(SlcRelationNode* relation, const SlcOperand& target,
                                          bool inverted);
     /// Compares the two operands on the stack, into the flag that the node's annotation requests.
     void GenComparison(SlcCompOpNode* node);
-    /// Returns the flag that a comparison of this detail writes: `target` if that fits.
+    /// Returns the flag that a comparison of this detail writes: `target` if possible.
     [[nodiscard]] SlcOperand FlagFor(const SlcOperand& target, SlcDetailNode* detail);
     /// Copies the uniform `flag` to the varying flag `copy`, and releases `flag`.
     [[nodiscard]] SlcOperand CopiedFlag(const SlcOperand& flag, const SlcOperand& copy);
-    // `flag` holds the value of the left side; each returns the value of the whole operation.
+    // `flag` holds the value of the left side; each function returns the value of the whole
+    // operation.
     [[nodiscard]] SlcOperand GenLogAndCode(SlcLogOpNode* node, const SlcOperand& flag,
                                            bool inverted);
     [[nodiscard]] SlcOperand GenLogOrCode(SlcLogOpNode* node, const SlcOperand& flag,
                                           bool inverted);
     [[nodiscard]] SlcOperand GenUniformLogOp(SlcLogOpNode* node, const SlcOperand& flag,
                                              bool inverted, SlcConditions::AssignIfValue state);
-    /// The same, but emits a jump over the right side.
+    /// Does the same, but emits a jump over the right side.
     [[nodiscard]] SlcOperand GenUniformLogOpWithJump(SlcLogOpNode* node, const SlcOperand& flag,
                                                      bool inverted,
                                                      SlcConditions::AssignIfValue state);
@@ -195,7 +196,7 @@ private:
                                            const SlcLabel& continueLabel);
     /// Lowers an expression used as a statement, and drops its value.
     void GenUnusedValue(SlcExprNode& expr);
-    /// True if some points could leave the loops; otherwise reports `refusal`.
+    /// True if points may leave the loops; otherwise reports `refusal`.
     [[nodiscard]] bool MayLeave(SlcLoopModStmtNode* node, const char* refusal);
 
     // Bodies of functions.
@@ -207,14 +208,14 @@ private:
     /// Lowers a body without early returns: it is expanded at the call, and its value is that of
     /// the `return`, or zero if there is none.
     void GenPlainBody(SlcProcCallExprNode* call, SlcStmtNode* body);
-    /// The type of the call's value; reports an array whose length is unknown.
+    /// Returns the type of the call's value; reports an array whose length is unknown.
     [[nodiscard]] SlcTypeNode* TypeOfResult(SlcProcCallExprNode* call);
     /// Emits `result = value`, element by element for arrays.
     void GenCopy(const SlcOperand& result, const SlcOperand& value);
     /// Sets the value for points that do not return.
     void GenZero(const SlcOperand& result);
-    void GenBodyOfOneTrip(SlcProcCallExprNode* call, SlcStmtNode* body);
-    /// For a list that runs without a grid, where a `return` is a jump.
+    void GenBodyAsLoop(SlcProcCallExprNode* call, SlcStmtNode* body);
+    /// Lowers a body in a list that runs without a grid, where a `return` is a jump.
     void GenBodyWithJumps(SlcProcCallExprNode* call, SlcStmtNode* body);
     /// Makes a variable for the value of a function that may return early; null for a void
     /// function.
@@ -224,7 +225,7 @@ private:
     void Case(SlcProcCallExprNode* node) override;
     /// Expands a call whose arguments are on the stack.
     void GenUserCall(SlcProcCallExprNode* call);
-    /// False once the code would become too large, which it reports once.
+    /// False if the code would become too large, which is reported once.
     [[nodiscard]] bool MayExpand(SlcProcCallExprNode* call, const SlcFuncInfo& info);
     /// Binds the formals of the function to the arguments on the stack.
     [[nodiscard]] std::vector<SlcOperand> BindFormals(SlcProcCallExprNode* call,

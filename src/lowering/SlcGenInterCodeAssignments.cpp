@@ -5,7 +5,7 @@
 //     w[i] = v          { R = &w[i]; R = v }            varying i; the target is evaluated first
 //     y = (w[i] = v)    { R = &w[i]; R = v; T = R }     a copy, since R ends with its block
 //
-// Nearly always the value of the assignment is unused. It then costs nothing: the statement sets
+// The value of an assignment is rarely used. An unused value costs nothing: the statement sets
 // `m_valueUnused` before it walks the expression.
 //
 // Tested by tests/lowering/SlcGenInterCodeTest.cpp and SlcElementsTest.cpp.
@@ -27,7 +27,7 @@ bool HasSIMDAssignment(const SlcTypeNode* type)
             type->IsPointType() || type->IsMatrixType());
 }
 
-/// `du` and `dv` differ in size from other predefined variables at run time.
+/// At run time, `du` and `dv` differ in size from other predefined variables.
 bool IsPartialDerivativeStep(const SlcOperand& operand)
 {
     const std::string& name = operand->GetName();

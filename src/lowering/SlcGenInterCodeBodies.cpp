@@ -1,9 +1,9 @@
 // Expands bodies of functions in place.
 //
-// An unconditional `return` ends the body: no code is emitted for what follows. Under a condition,
-// or in a loop, some points return earlier than others. Such a body is lowered as a varying loop
-// with one iteration, and its `return` clears the flags of the points like a `break`. In a list
-// that runs without a grid, `return` jumps to the end.
+// An unconditional `return` ends the body: no code is emitted after it. Under a condition, or in a
+// loop, some points return earlier than others. Such a body is lowered as a varying loop with one
+// iteration, and its `return` clears the flags of the points like a `break`. In a list that runs
+// without a grid, `return` jumps to the end.
 //
 //     float f(float x) { if (x > 0) return 1; z = x; }          y = f(s)
 // becomes
@@ -20,7 +20,7 @@
 
 namespace {
 
-/// Finds out whether a body returns inside a condition, a loop or a light statement.
+/// Determines whether a body returns inside a condition, a loop or a light statement.
 class FindEarlyReturn : public SlcCodeWalker {
 public:
     [[nodiscard]] bool In(SlcStmtNode* body)
@@ -60,11 +60,11 @@ SlcOperand ZeroOf(const SlcTypeNode& type)
 
 void SlcGenInterCode::GenFuncBody(SlcProcCallExprNode* call, SlcStmtNode* body)
 {
-    // Most bodies return only at their end: they need no flag and no variable for the result.
+    // Most bodies return only at their end, and need no flag and no variable for the result.
     if (FindEarlyReturn().In(body) && m_list.IsWithoutGrid())
         GenBodyWithJumps(call, body);
     else if (FindEarlyReturn().In(body))
-        GenBodyOfOneTrip(call, body);
+        GenBodyAsLoop(call, body);
     else
         GenPlainBody(call, body);
 }
@@ -118,7 +118,7 @@ SlcOperand SlcGenInterCode::GenResultOfEarlyReturns(SlcProcCallExprNode* call)
 {
     if (SlcLoweringContext::TypeOf(call)->IsVoidType())
         return nullptr;
-    // Not from the pool: the statements of the body would release it.
+    // Not from the pool, since the statements of the body would release it.
     SlcOperand result = m_list.MakeTempVar(TypeOfResult(call), SlcDetailNode::AVarying());
     GenZero(result);
     return result;
@@ -136,7 +136,7 @@ void SlcGenInterCode::GenBodyWithJumps(SlcProcCallExprNode* call, SlcStmtNode* b
         m_values.Push(result);
 }
 
-void SlcGenInterCode::GenBodyOfOneTrip(SlcProcCallExprNode* call, SlcStmtNode* body)
+void SlcGenInterCode::GenBodyAsLoop(SlcProcCallExprNode* call, SlcStmtNode* body)
 {
     SlcDetailNode* varying = SlcDetailNode::AVarying();
     SlcOperand result = GenResultOfEarlyReturns(call);
@@ -168,7 +168,7 @@ void SlcGenInterCode::GenBodyOfOneTrip(SlcProcCallExprNode* call, SlcStmtNode* b
 void SlcGenInterCode::Case(SlcReturnStmtNode* node)
 {
     GenLineNumberInfo(node);
-    // Copied, since the value may contain a call, whose body is pushed on top of this one.
+    // Copied, since the value may contain a call whose body is pushed on top of this one.
     const SlcLeaving::Body body = m_leaving.CurrentBody();
     if (body.end.Null()) {
         node->WalkIn(this);

@@ -8,9 +8,9 @@
 // semantic analysis rejects assignments to formals that are not outputs. Only arguments that are
 // not variables are copied.
 //
-// Expansion can grow exponentially: a function that calls another twice, and so on. It is limited
-// by the number of operations, by the depth, and by the stack that is left, and rejected with one
-// report.
+// Expansion can grow exponentially: a function that calls another one twice, and so on. It is
+// limited by the number of operations, by the depth, and by the available stack; beyond that it is
+// rejected with one report.
 //
 // Tested by tests/lowering/SlcGenInterCodeCallsTest.cpp and SlcGenInterCodeBodiesTest.cpp.
 
@@ -24,7 +24,7 @@
 
 namespace {
 
-/// The names of a function's formals in order.
+/// Returns the names of a function's formals, in order.
 std::vector<SlcIdentNode*> FormalNames(const SlcFuncDefNode* function)
 {
     std::vector<SlcIdentNode*> names;
@@ -34,7 +34,7 @@ std::vector<SlcIdentNode*> FormalNames(const SlcFuncDefNode* function)
     return names;
 }
 
-/// True if the stack suffices for the walk into the body, with a reserve for the enclosing levels.
+/// True if the stack suffices for the walk of the body, with a reserve for the enclosing levels.
 bool HasStackFor(const SlcSyntaxNode* body)
 {
     constexpr std::size_t reserve = 32;

@@ -5,7 +5,7 @@
 // place.
 //
 //     if (u) S; else T;      goto B if not u; S; goto E; B: T; E:             u uniform
-//     if (v) S; else T;      some = any v; under v: S; v = not v; some = any v; under v: T
+//     if (v) S; else T;      a = any v; under v: S; v = not v; a = any v; under v: T
 //
 // A conditional expression is lowered the same way, with one variable for both values. In a list
 // that runs without a grid every condition is uniform.
@@ -20,9 +20,9 @@
 
 namespace {
 
-/// Finds out whether an expression contains a call, which may read values of other points or run
+/// Determines whether an expression contains a call, which may read values of other points or run
 /// other code. The answer for each conditional expression is cached, since in a chain of them every
-/// link asks about all that follow.
+/// one queries all that follow.
 class FindCalls : public SlcCodeWalker {
 public:
     /// `known` caches the answers for conditional expressions.

@@ -18,7 +18,7 @@
 
 namespace {
 
-/// The type of a sum or product; a sum of vectors is also stored as a point.
+/// Returns the type of a sum or product; a sum of vectors is also stored as a point.
 SlcTypeNode* ResultType(const SlcBinOpExprNode* node, const SlcOperand& left,
                         const SlcOperand& right)
 {
@@ -35,7 +35,7 @@ SlcTypeNode* ResultType(const SlcBinOpExprNode* node, const SlcOperand& left,
     return SlcTypeNode::AFloat();
 }
 
-/// Null for an operator without an instruction.
+/// Returns null for an operator without an instruction.
 SlcPtr<SlcICode> MakeBinOp(const SlcBinOpExprNode* node, const SlcOperand& result,
                            const SlcOperand& left, const SlcOperand& right)
 {
@@ -82,7 +82,7 @@ void SlcGenInterCode::Case(SlcBinOpExprNode* node)
     GenBinOp(node);
 }
 
-/// A separate function, to keep the stack frame of the recursive walk small.
+/// A separate function that keeps the stack frame of the recursive walk small.
 void SlcGenInterCode::GenBinOp(SlcBinOpExprNode* node)
 {
     SlcOperand right = m_values.Pop();
@@ -159,7 +159,7 @@ void SlcGenInterCode::Case(SlcArrayRefExprNode* node)
     const SlcOperand copy =
         m_list.GetResultVar(node, SlcElements::ElementType(array), SlcDetailNode::AVarying());
     m_elements.GenElementRead(copy, array, index);
-    // If it was read into the target of an assignment, it is not a copy to write back.
+    // If it was read into the target of an assignment, it is not a copy that may be written back.
     if (!(copy == SlcPossibleTypes::Of(node)->GetOperandHint()))
         m_elements.RememberCopy(copy, array, index);
     m_values.Push(copy);

@@ -4,7 +4,7 @@
 //     illuminance (p, a, w) { S }    lights for p; begin; f = in cone; under f: S; end
 //
 // A body that runs once for each light uses the cone as it was before the loop: parts that the body
-// changes are copied before the loop.
+// may change are copied before the loop.
 //
 // Tested by tests/golden (illuminance_cones, illuminate_forms) and, with values, by
 // tests/run/LightTest.cpp.
@@ -109,7 +109,7 @@ void SlcGenInterCode::GenLitBody(SlcLoopStmtNode* node, const SlcOperand& flag,
 void SlcGenInterCode::Case(SlcIlluminanceStmtNode* node)
 {
     {
-        // The body runs once for each light: temporaries made before it must not be reused in it.
+        // The body runs once for each light, so it must not reuse temporaries made before it.
         const SlcListBuilder::KeepTempVars keep(m_list);
         const Cone cone =
             EvaluateCone(node->GetSurfacePosition(), node->GetAxis(), node->GetAngle());
@@ -130,8 +130,8 @@ void SlcGenInterCode::Case(SlcIlluminanceStmtNode* node)
     m_list.ReleaseTempVars();
 }
 
-/// Emits the loop up to the end of its body, which runs at points whose current light lies in the
-/// cone. The parts of the cone stay on the value stack meanwhile, so that a part that the body
+/// Emits the loop up to the end of its body, which runs at points whose current light is in the
+/// cone. Meanwhile the parts of the cone stay on the value stack, so that a part that the body
 /// writes is copied before the loop.
 void SlcGenInterCode::GenConeLoop(SlcIlluminanceStmtNode* node, const Cone& cone,
                                   const SlcPtr<SlcICode>& begin)

@@ -3,11 +3,11 @@
 // Negation is pushed down to the comparisons by De Morgan's law. The right side runs only where the
 // left side has not decided the result: under a flag that marks these points or, if the left side
 // is uniform, under that flag alone. A value that was computed with a wrong or stale flag is
-// corrected afterwards. If that would be too late, because the right side has effects, may read
-// outside an array or makes flags, it runs under all enclosing conditions.
+// corrected afterwards. If that would be too late, because the right side has side effects, may
+// read outside an array or makes flags, it runs under all enclosing conditions.
 //
-//     a && b      f = a; some f; under f: f = b                       varying a
-//     a || b      f = a; r = not f; some r; under r: r = b; f = f or r
+//     a && b      f = a; any f; under f: f = b                        varying a
+//     a || b      f = a; r = not f; any r; under r: r = b; f = f or r
 //     !(a && b)   as !a || !b
 //
 // Tested by tests/lowering/SlcGenInterCodeRelationsTest.cpp.
@@ -17,7 +17,7 @@
 
 namespace {
 
-/// Null for an operator without an instruction.
+/// Returns null for an operator without an instruction.
 SlcPtr<SlcICode> MakeComparison(const SlcCompOpNode* node, bool inverted, const SlcOperand& flag,
                                 const SlcOperand& left, const SlcOperand& right)
 {
@@ -83,7 +83,7 @@ void SlcGenInterCode::GenComparison(SlcCompOpNode* node)
         m_errors->FatalError(node, "Invalid operator while generating i-code for rel op");
     m_conditions.AddInBlock(flag->GetDetail(), code);
 
-    // Points that leave a loop need a varying flag, even if they all decide alike.
+    // Points that leave a loop need a varying flag, even if the decision is the same for all.
     if (flag->IsUniform() && m_flagCopyNeeded)
         flag = CopiedFlag(flag, m_conditions.GetBoolFlag(SlcDetailNode::AVarying()));
     if (flag->IsUniform() && target && !target->IsUniform())
@@ -111,8 +111,8 @@ SlcOperand SlcGenInterCode::CopiedFlag(const SlcOperand& flag, const SlcOperand&
     return copy;
 }
 
-/// Walks down the left sides in a loop instead of recursing: a chain of operators nests as deep as
-/// it is long.
+/// Walks down the left sides in a loop instead of recursing: the nesting depth of a chain of
+/// operators equals its length.
 void SlcGenInterCode::Case(SlcLogOpNode* node)
 {
     const auto wanted = Wanted(node);
@@ -177,7 +177,7 @@ SlcOperand SlcGenInterCode::GenLogOrCode(SlcLogOpNode* node, const SlcOperand& f
 }
 
 /// The right side runs only if `flag`, the left side's value, is `state`. Its guard replaces the
-/// enclosing guards; a right side that must not run outside those is jumped over instead.
+/// enclosing guards; a jump skips a right side that must not run outside those.
 SlcOperand SlcGenInterCode::GenUniformLogOp(SlcLogOpNode* node, const SlcOperand& flag,
                                             bool inverted, SlcConditions::AssignIfValue state)
 {

@@ -38,7 +38,7 @@ void SlcGenInterCode::Case(SlcStmtsNode* node)
         m_elements.ForgetCopies(copiesBefore);
         if (m_leaving.HasBodyEnded())
             return;
-        // If a body is expanded inside an expression, pending values still need the record of
+        // If a body is expanded within an expression, pending values still need the record of
         // writes.
         if (m_values.IsEmpty() && copiesBefore == 0)
             m_values.ForgetWrites();

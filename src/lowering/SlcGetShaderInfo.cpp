@@ -1,4 +1,4 @@
-// Walks a shader and the functions that it reaches. Each list is in the order of first use in the
+// Walks a shader and the functions reachable from it. Each list is in the order of first use in the
 // source, so that the same source always yields the same file.
 //
 // A shadeop may have several overloads in one library. They share one entry here: generated code
@@ -28,8 +28,8 @@ using Hiddens = SlcShaderSymbolTable;
 
 constexpr const char* k_objectSpace = "\"object\"";
 constexpr const char* k_shaderSpace = "\"shader\"";
-/// The variable that an `extern` declaration, or the `Ps` of a surface shader, refers to; otherwise
-/// the variable itself.
+/// Returns the variable that an `extern` declaration, or the `Ps` of a surface shader, refers to;
+/// otherwise the variable itself.
 SlcPtr<SlcVarSymbolEntry> Outermost(SlcPtr<SlcVarSymbolEntry> named)
 {
     SlcPtr<SlcVarSymbolEntry> entry = SlcOutermost(std::move(named));
@@ -166,7 +166,7 @@ void SlcGetShaderInfo::Case(SlcTextureExprNode* node)
     using Lowering = SlcTextureLowering;
     const SqxPrimitive primitive =
         Lowering::PrimitiveOf(node, Lowering::Source::Point, m_facts.m_shaderType);
-    // An area instead of a point makes no difference here.
+    // An area light instead of a point makes no difference here.
     AddImplicitReads(primitive);
 }
 
@@ -278,7 +278,7 @@ SlcIdentNode* SlcGetShaderInfo::SharedFunction(const SlcProcCallExprNode* call, 
     return first;
 }
 
-/// A compiled shader finds its libraries by file name alone.
+/// A compiled shader identifies its libraries only by file name.
 void SlcGetShaderInfo::AddDSOLibrary(const SlcProcCallExprNode* call,
                                      const SlcFuncDSOSymbolEntry& entry)
 {

@@ -13,9 +13,9 @@
 class SlcGenInterCode;
 class SlcSemanticError;
 
-/// Collects what a writer needs besides the instructions: the shader's parameters with the code
-/// that initializes each, the predefined variables that it accesses, the spaces that it names, the
-/// shadeops that it calls, and a few facts about the whole shader.
+/// Collects what a writer needs in addition to the instructions: the shader's parameters with the
+/// code that initializes them, the predefined variables that it accesses, the spaces that it names,
+/// the shadeops that it calls, and a few facts about the whole shader.
 ///
 /// One walk over the checked tree with the marks of `SlcMarkLeaves`. Functions that are never
 /// called are skipped. Default values are lowered during the walk, since a parameter's operand must
@@ -28,7 +28,7 @@ public:
                      SlcShaderFacts& facts);
     ~SlcGetShaderInfo() override;
 
-    /// `root` holds the definitions of a source with one shader.
+    /// `root` holds the definitions of a source with a single shader.
     void operator()(SlcSyntaxNode* root) { root->ApplyWalker(this); }
 
 private:
@@ -77,7 +77,7 @@ private:
     bool m_inFormals = false;             // inside the formals of the shader
     std::set<std::string> m_hiddenNames;  // names of the predefined variables so far
     std::set<std::string> m_spaceTexts;   // spaces so far
-    // Shadeops by library key and method name; libraries' paths by file name.
+    // Shadeops by library key and method name; paths of libraries by file name.
     std::map<std::pair<std::string, std::string>, SlcPtr<SlcFuncDSOSymbolEntry>> m_dsoMethods;
     std::map<std::string, std::string> m_dsoPaths;
     std::set<std::pair<std::string, std::string>> m_dsoClashes;  // clashes already reported

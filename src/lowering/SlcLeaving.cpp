@@ -1,6 +1,6 @@
 // Lowers statements that leave loops and bodies.
 //
-//     while (x) { if (y) break; z; }      flags: l of the loop, c of its round, f of the `if`
+//     while (x) { if (y) break; z; }      flags: l of the loop, c of its iteration, f of the `if`
 //
 // `break l f c` clears the three flags at the points where f is true: f skips the rest of the
 // branch for them, c the rest of the iteration, l all further iterations. A `continue` does not

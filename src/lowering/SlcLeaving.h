@@ -7,12 +7,12 @@
 
 class SlcProcCallExprNode;
 
-/// The varying loops and function bodies around the code being lowered, and the flags to clear when
-/// points leave one.
+/// The varying loops and function bodies that enclose the code being lowered, and the flags to
+/// clear when points leave one.
 ///
 /// A point leaves a loop or body by clearing its flags, from the innermost level up to the level
 /// that it leaves. A list that runs without a grid has only one point, so all flags would be
-/// uniform: there, leaving is a jump.
+/// uniform; there, leaving is a jump.
 class SlcLeaving {
 public:
     /// A function body that is being expanded.
@@ -21,7 +21,7 @@ public:
         SlcOperand result;  // the return value; null unless some points return a value early
         SlcLabel end;       // null unless some return early
         SlcProcCallExprNode* call;
-        std::size_t loops = 0;  // varying loops around the call
+        std::size_t loops = 0;  // varying loops that enclose the call
         bool ended = false;     // all points have reached a `return`, whose value is on the stack
     };
 
@@ -40,7 +40,7 @@ public:
                            const SlcOperand& uniformFlag, const SlcLabel& breakLabel,
                            const SlcLabel& continueLabel);
     void EndParallelLoop();
-    /// For a list that runs without a grid.
+    /// Begins a loop in a list that runs without a grid.
     void BeginLoopOfJumps(const SlcLabel& breakLabel, const SlcLabel& continueLabel);
     void EndLoopOfJumps() { m_loops.pop_back(); }
     [[nodiscard]] std::size_t CountLoops() const { return m_loops.size(); }
@@ -54,7 +54,7 @@ public:
     // Bodies.
     void BeginBody(Body body);
     void EndBody() { m_bodies.pop_back(); }
-    /// The innermost body.
+    /// Returns the innermost body.
     [[nodiscard]] Body& CurrentBody() { return m_bodies.back(); }
     /// True if all points have left the innermost body, so that no more code is needed in it. Check
     /// it after each statement.

@@ -37,7 +37,7 @@ public:
     /// where its body replaced them. Linear in the list.
     void InsertLightEvaluations();
 
-    /// True for the operand of the predefined `P`, whatever name the source uses for it.
+    /// True for the operand of the predefined `P`, under any name that the source uses for it.
     [[nodiscard]] static bool IsP(const SlcOperand& operand);
 
 private:
@@ -51,9 +51,9 @@ private:
     SlcListBuilder& m_list;
     LightLoop m_lightLoop;  // being lowered
     bool m_evaluatesLightsForP = false;
-    // By instruction after which the evaluated lights are not those for `P`: the points whose
-    // lights to restore there, or null.
+    // Keyed by instructions after which the evaluated lights are not those for `P`: the points
+    // whose lights to restore there, or null.
     std::unordered_map<const SlcICode*, SlcOperand> m_otherLightsAfter;
-    // By evaluation before a loop: the instruction that saves the loop's points.
+    // Keyed by the evaluation before a loop: the instruction that saves the loop's points.
     std::unordered_map<const SlcICode*, SlcPtr<SlcICode>> m_copiesOfPoints;
 };

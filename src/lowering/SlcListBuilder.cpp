@@ -1,6 +1,6 @@
 // Makes the names and temporaries of a list.
 //
-// A temporary is in use to the end of its statement and is then reused for another value:
+// A temporary is in use until the end of its statement and is then reused for another value:
 // `SlcTempPools` keeps the pools. A temporary with a longer life, such as the result of a body with
 // early returns, comes from `MakeTempVar` and is never freed.
 //
@@ -101,8 +101,8 @@ SlcLabel SlcListBuilder::GenLabel()
     return MakeShared<SlcLabelICode>(SlcPartOfCompilation<NameCounters>().gotoLabels++);
 }
 
-/// A body that ends at its `return` does not advance the counter at its end, so a number may occur
-/// again.
+/// A body that ends at its `return` does not increment the counter at its end, so a number may
+/// repeat.
 std::string SlcListBuilder::LocalName(const std::string& sourceName)
 {
     std::string name = sourceName + '_' + std::to_string(m_blockCounter);

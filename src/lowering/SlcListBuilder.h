@@ -27,10 +27,11 @@ public:
     void Start(Runs runs);
     [[nodiscard]] const SlcPtr<SlcListICode>& List() const { return m_list; }
     [[nodiscard]] std::deque<SlcPtr<SlcICode>>& Codes() const { return m_list->m_icodes; }
-    /// The index of the next instruction.
+    /// Returns the index of the next instruction.
     [[nodiscard]] std::size_t Place() const { return m_list->m_icodes.size(); }
     [[nodiscard]] bool IsWithoutGrid() const { return m_runs == Runs::OncePerInstance; }
-    /// The effective detail in this list: always uniform in a list that runs without a grid.
+    /// Returns the effective detail in this list: always uniform in a list that runs without a
+    /// grid.
     [[nodiscard]] SlcDetailNode* DetailHere(SlcDetailNode* detail) const;
 
     void AddICode(const SlcPtr<SlcICode>& code) { m_list->AddICode(code); }
@@ -39,7 +40,7 @@ public:
     /// the temporary to the locals of the list, with its effective detail.
     [[nodiscard]] SlcOperand MakeTempVar(SlcTypeNode* type, SlcDetailNode* detail);
     /// Returns a temporary that `ReleaseTempVars` frees for other values; without the option to
-    /// reuse temporaries, the same as `MakeTempVar`.
+    /// reuse temporaries, does the same as `MakeTempVar`.
     [[nodiscard]] SlcOperand GenTempVar(SlcTypeNode* type, SlcDetailNode* detail);
     /// Call it after a statement, when none of its values is needed any more.
     void ReleaseTempVars();
@@ -58,9 +59,9 @@ public:
         bool m_outer;
     };
     /// Returns the operand for the value of `expr`: the target of the enclosing assignment if that
-    /// is set as a hint and fits, otherwise a temporary. Use it only for a single instruction that
-    /// reads its operands before it writes. A value that is built up in several steps needs a
-    /// temporary, since the target may be read in between.
+    /// is set as a hint and has the same type and detail, otherwise a temporary. Use it only for a
+    /// single instruction that reads its operands before it writes. A value that is computed in
+    /// several steps needs a temporary, since the target may be read in between.
     [[nodiscard]] SlcOperand GetResultVar(const SlcExprNode* expr, SlcTypeNode* type,
                                           SlcDetailNode* detail);
 
@@ -84,5 +85,5 @@ private:
     SlcTempPools m_temps;
     bool m_keepsTempVars = false;
     int m_blockCounter = 0;                        // suffix of the names of locals
-    std::unordered_set<std::string> m_localNames;  // used in the list
+    std::unordered_set<std::string> m_localNames;  // those used in the list
 };

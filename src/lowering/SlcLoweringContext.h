@@ -10,9 +10,9 @@ class SlcExprNode;
 class SlcSemanticError;
 class SlcVarSymbolEntry;
 
-/// The state that all parts of the lowering share, and the steps that all of them need.
+/// The state that all parts of the lowering share, and the steps that they have in common.
 ///
-/// The tree walker owns it; the lowerings of calls, casts and textures, which take operands and
+/// The tree walker owns it. The lowerings of calls, casts and textures, which receive operands and
 /// never walk the tree, hold a reference to it.
 class SlcLoweringContext {
 public:
@@ -24,7 +24,7 @@ public:
     /// Begins a new list and resets all state.
     void Start(SlcListBuilder::Runs runs);
 
-    /// The type and the detail that semantic analysis assigned to `expr`; the detail is the
+    /// Return the type and the detail that semantic analysis assigned to `expr`; the detail is the
     /// effective one in this list.
     [[nodiscard]] static SlcTypeNode* TypeOf(const SlcExprNode* expr);
     [[nodiscard]] SlcDetailNode* DetailOf(const SlcExprNode* expr) const;

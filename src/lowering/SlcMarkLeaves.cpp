@@ -1,10 +1,10 @@
-// Each jump is followed outward by counting the loops that it still has to leave.
+// Each jump is followed outward by counting the loops that it has yet to leave.
 //
 //     while (a) {                        marked
 //         if (b) {                       marked
 //             while (c) break 2;         marked
 //         }
-//         if (d) x = 1;                  not: nothing in it leaves it
+//         if (d) x = 1;                  not marked: nothing leaves it
 //     }
 //
 // A `return` leaves all loops of its function. The right side of `a && f(x)` needs a guard, since

@@ -33,14 +33,15 @@ private:
     void Case(SlcReturnStmtNode* node) override;
     void Default(SlcSyntaxNode* node) override { node->WalkIn(this); }
 
-    // How many levels of a `break` the statement ends: a loop ends one, any other statement none.
+    // The number of levels of a `break` that the statement consumes: a loop one, other statements
+    // none.
     enum class Leaves { NoLevel, OneLevel };
-    /// Marks `node` if something inside leaves it, and passes on levels that reach further out.
+    /// Marks `node` if something inside leaves it, and propagates remaining levels outward.
     template <class Node>
     void WalkMarking(Node* node, Leaves leaves);
 
-    int m_levelsToLeave = 0;  // enclosing loops that some break or continue reaches
-    // True if the part of the right side walked so far does so:
+    int m_levelsToLeave = 0;  // remaining enclosing loops that some break or continue leaves
+    // True if the part of the right side walked so far needs a guard, or reads an element:
     bool m_needsGuard = false;
     bool m_readsElement = false;
 };

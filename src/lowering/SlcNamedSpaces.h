@@ -11,7 +11,8 @@ class SlcTypeNode;
 
 /// True if values of the type depend on the coordinate space: the point family and matrices.
 [[nodiscard]] bool SlcLivesInSpace(const SlcTypeNode* type);
-/// The space that a cast transforms its value from; null unless the cast names a coordinate space.
+/// Returns the space from which a cast transforms its value; null unless it names a coordinate
+/// space.
 [[nodiscard]] SlcStringLiteralNode* SlcSpaceNamedBy(const SlcCastExprNode* cast);
-/// The constant space names in a call of `transform`, `vtransform` or `ntransform`.
+/// Returns the constant space names in a call of `transform`, `vtransform` or `ntransform`.
 [[nodiscard]] std::vector<SlcStringLiteralNode*> SlcSpacesNamedBy(const SlcProcCallExprNode* call);

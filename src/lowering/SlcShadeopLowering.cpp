@@ -58,8 +58,8 @@ SlcOperand SlcShadeopLowering::ShadeopResult(SlcProcCallExprNode* call,
     return overlaps ? m_list.GenTempVar(SlcCallArguments::TypeOfCall(call), detail) : result;
 }
 
-/// The detail of the operands counts: in a function the same expression may be uniform in one call
-/// and varying in another.
+/// Uses the details of the operands, since within a function the same expression may be uniform in
+/// one call and varying in another.
 SlcDetailNode* SlcShadeopLowering::DetailOfShadeop(const std::deque<SlcOperand>& args) const
 {
     return m_list.DetailHere(SlcConditions::UniformIfAll(args));

@@ -5,7 +5,7 @@
 
 #include "lowering/SlcCallArguments.h"
 
-/// Lowers a call of a shadeop, which accesses the array of one point at a time.
+/// Lowers a call of a shadeop, which receives the array of one point at a time.
 class SlcShadeopLowering {
 public:
     /// Both must outlive this object.

@@ -36,13 +36,13 @@ private:
     struct SavedKind {
         std::vector<SlcOperand> used;
         std::size_t untouched = 0;      // how many of the free ones the body never took
-        std::vector<SlcOperand> taken;  // the free ones that it took, in that order
+        std::vector<SlcOperand> taken;  // the free ones that it took, in order
     };
     using SavedKinds = std::array<SavedKind, 6>;
 
-    /// A free temporary that `inner` lost to its result is lost to `outer` as well.
+    /// Records that `outer` has lost the free temporaries that `inner` lost to its result.
     static void NoteTaken(SavedKind& outer, const SavedKind& inner);
-    /// The index in `m_kinds`; `k_noPool` for a type without a pool.
+    /// Returns the index in `m_kinds`; `k_noPool` for a type without a pool.
     [[nodiscard]] static std::size_t PlaceOf(const SlcTypeNode* type, const SlcDetailNode* detail);
 
     static constexpr std::size_t k_noPool = 6;

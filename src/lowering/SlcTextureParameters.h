@@ -18,7 +18,8 @@ public:
 
     /// `key` is the name of a parameter, without quotes.
     [[nodiscard]] const SlcOperand& Get(std::string_view key) const;
-    /// The corner points of the light of an area shadow, at most four; empty for any other access.
+    /// Returns the corner points of the light of an area shadow, at most four; empty for other
+    /// accesses.
     [[nodiscard]] const std::deque<SlcOperand>& GetSourcePoints() const { return m_sourcePoints; }
     [[nodiscard]] bool HasSource() const { return m_hasSource; }
 

@@ -5,9 +5,9 @@
 //     T = x; x = 2; y = T + x
 //
 // Each value records the length of the list when it was pushed. When a value that can change is
-// popped, the stack checks whether later code has written it. Writes are recorded only then, each
-// instruction once, since most values are temporaries and constants, which are never written while
-// they are on the stack. Tested by tests/lowering/SlcValueStackTest.cpp.
+// popped, the stack checks whether later code has written it. Writes are recorded only then, and
+// each instruction only once, since most values are temporaries and constants, which are never
+// written while they are on the stack. Tested by tests/lowering/SlcValueStackTest.cpp.
 
 #include "lowering/SlcValueStack.h"
 
@@ -18,8 +18,8 @@
 
 namespace {
 
-/// Names of temporaries end in an underscore, those of declared locals in a number. A temporary is
-/// never assigned while its value is on the stack.
+/// The names of temporaries end in an underscore, those of declared locals in a number. A temporary
+/// is never assigned while its value is on the stack.
 bool IsTemporary(const SlcLexType& operand)
 {
     return operand.GetStorage()->IsLocal() && operand.IsIdent() && operand.GetName().back() == '_';
@@ -131,7 +131,7 @@ void SlcValueStack::NoteWrites()
         note.Visit(codes[m_noted], m_noted + 1);
 }
 
-/// The copy belongs before code that is already in the list; it is inserted later with the others.
+/// The copy must precede code that is already in the list; it is inserted later with the others.
 SlcOperand SlcValueStack::CopyAt(const SlcOperand& operand, std::size_t mark)
 {
     SlcTypeNode* type = operand->GetType();

@@ -29,22 +29,22 @@ public:
     [[nodiscard]] SlcOperand Pop();
     /// Pops the last value for writing, such as an output argument: never returns a copy.
     [[nodiscard]] SlcOperand PopReference();
-    /// The last value, which stays on the stack.
+    /// Returns the last value, which stays on the stack.
     [[nodiscard]] const SlcOperand& Last() const { return m_values.back().operand; }
     [[nodiscard]] std::size_t Size() const { return m_values.size(); }
     [[nodiscard]] bool IsEmpty() const { return m_values.empty(); }
 
-    /// Returns `operand` as it was at the index `mark` of the list, which must be after the last
+    /// Returns `operand` as it was at index `mark` of the list, which must be after the last
     /// `ForgetWrites`: a copy if it has been written since.
     [[nodiscard]] SlcOperand AsOf(const SlcOperand& operand, std::size_t mark);
     /// Notes that `ref` refers to elements of `array`, so that a write to `ref` counts as a write
     /// to the array.
     void NoteReference(const SlcOperand& ref, const SlcOperand& array);
-    /// The array that a reference refers to; any other operand itself.
+    /// Returns the array that a reference refers to; for other operands, the operand itself.
     [[nodiscard]] SlcOperand VariableOf(const SlcOperand& operand) const;
 
-    /// Call it when no value or mark is pending: inserts the copies into the list, which were kept
-    /// aside so that no index changed. References are kept, since the formal of a function being
+    /// Call it when no value or mark is pending: inserts the copies into the list, which were held
+    /// back so that no index changed. References are kept, since the formal of a function being
     /// expanded may be one.
     void ForgetWrites();
 
@@ -63,7 +63,7 @@ private:
     [[nodiscard]] bool WrittenSince(const SlcOperand& operand, std::size_t mark);
     /// Makes a copy of the operand at the index `mark`.
     [[nodiscard]] SlcOperand CopyAt(const SlcOperand& operand, std::size_t mark);
-    /// Notes the writes of all code since the last call.
+    /// Records the writes of all code since the last call.
     void NoteWrites();
     /// Inserts the copies into the list, each at its index.
     void InsertLateCopies();
@@ -72,7 +72,7 @@ private:
     SlcConditions& m_conditions;
     std::vector<Value> m_values;
     std::vector<LateCopy> m_lateCopies;  // not yet in the list
-    // By operand, the index after its last write, for all code up to `m_noted`.
+    // By operand: the index after its last write, for all code up to `m_noted`.
     std::unordered_map<const SlcLexType*, std::size_t> m_lastWrites;
     std::size_t m_noted = 0;
     std::unordered_map<const SlcLexType*, SlcOperand> m_arrayOfRef;  // of element references
