@@ -1,6 +1,6 @@
 // Forwards each instruction class to its base class; generated from the list of classes. If a
 // walker does not override `Case` for `SlcAddICode`, its `Case` for `SlcArithExprICode` is called,
-// and finally `Default`. So a pass handles a whole subtree of classes in one override.
+// and finally `Default`. So a single override can handle a whole subtree of classes.
 
 #include "icode/SlcAllICodeWalker.h"
 

@@ -11,7 +11,7 @@ class SlcICode;
 ///
 /// An instruction passes itself to the `Case` of its own class. By default each `Case` forwards it
 /// to the `Case` of the base class, and that of `SlcICode` calls `Default`. A pass overrides only
-/// the classes that it cares about, at any level of the class tree, and `Default` for the rest.
+/// the classes that it handles, at any level of the class tree, and `Default` for the rest.
 class SlcAllICodeWalker {
 public:
     virtual ~SlcAllICodeWalker() = default;
@@ -23,7 +23,7 @@ public:
 #define SLC_ICODE_CLASS(name, base, traits) virtual void Case(SlcPtr<name> code);
 #include "icode/SlcICodeClasses.def"
 #undef SLC_ICODE_CLASS
-    /// Called for instructions that no overridden `Case` handles. A pass that cares about few
-    /// classes leaves it empty; a writer reports the instruction that it cannot write.
+    /// Called for instructions that no overridden `Case` handles. A pass that handles few classes
+    /// leaves it empty; a writer reports the instruction that it cannot write.
     virtual void Default(SlcPtr<SlcICode> code) = 0;
 };

@@ -28,27 +28,27 @@ public:
     SlcOperand m_rightExpr;
 };
 
-/// `left + right`. A number is added to each component of a triple.
+/// `left + right`. A float is added to each component of a triple.
 class SlcAddICode : public SlcICodeOf<SlcAddICode, SlcArithExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
-/// `left - right`. A number and a triple are subtracted component by component.
+/// `left - right`. A float and a triple are subtracted component by component.
 class SlcSubICode : public SlcICodeOf<SlcSubICode, SlcArithExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
-/// `left * right`: component by component for triples, the matrix product for matrices. A number
-/// beside a matrix counts as a diagonal matrix.
+/// `left * right`: component by component for triples, the matrix product for matrices. A float
+/// multiplied with a matrix counts as a diagonal matrix.
 class SlcMultICode : public SlcICodeOf<SlcMultICode, SlcArithExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
 /// `left / right`: component by component for triples; for matrices, left times the inverse of
-/// right. Division by 0 is left to the run time.
+/// right. Division by 0 happens at run time.
 class SlcDivICode : public SlcICodeOf<SlcDivICode, SlcArithExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;

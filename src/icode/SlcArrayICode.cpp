@@ -1,13 +1,13 @@
 // The bounds check names the array and the file in its message. It is a separate instruction before
-// the access, so that leaving checks out changes nothing else.
+// the access, so omitting it changes nothing else.
 
 #include "icode/SlcArrayICode.h"
 
 namespace {
 
 /// Returns a string literal with this text. Text from a line marker may already be escaped, or may
-/// contain a quote or a final backslash that would otherwise end the literal early or swallow its
-/// closing quote.
+/// contain a quote or a final backslash that would end the literal early or escape its closing
+/// quote.
 SlcOperand Quoted(const std::string& text)
 {
     std::string literal = "\"";

@@ -4,9 +4,9 @@
 
 #include "icode/SlcICode.h"
 
-/// Bounds check: reports at run time an index outside the array. The lowering emits one before each
-/// access `w[i]`, read or write, unless `--no-array-check` or an optimization level above 2 turns
-/// checks off. The access itself is the same with and without the check.
+/// Bounds check: reports an index outside the array at run time. The lowering emits one before each
+/// access `w[i]`, read or write, unless `--no-array-check` or an optimization level above 2
+/// disables checks. The access itself is the same with and without the check.
 class SlcCheckValidArrayIndexICode : public SlcICodeOf<SlcCheckValidArrayIndexICode, SlcICode> {
 public:
     /// Makes string constants of the array's name and the file's name. `index` is a float, which is

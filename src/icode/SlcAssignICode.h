@@ -17,9 +17,8 @@ public:
     SlcOperand m_source;
 };
 
-/// An assignment that runs over all points by itself, outside parallel brackets. Both sides are
-/// varying and of the same type, which is neither a string nor an array: `x = y` under no varying
-/// condition.
+/// A whole-grid assignment, outside parallel brackets. Both sides are varying and of the same type,
+/// which is neither a string nor an array: `x = y` without a varying condition.
 class SlcAssignSIMDICode : public SlcICodeOf<SlcAssignSIMDICode, SlcAssignICode> {
 public:
     using SlcICodeOf::SlcICodeOf;

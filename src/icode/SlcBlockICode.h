@@ -6,7 +6,7 @@
 #include "icode/SlcICode.h"
 #include "icode/SlcJumpICode.h"
 
-/// A comment that ties the code to a place in the source; back ends print or skip it. Part of the
+/// A comment that refers to a place in the source; back ends print or skip it. Part of the
 /// instruction set; the lowering never emits it.
 class SlcCommentICode : public SlcICodeOf<SlcCommentICode, SlcICode> {
 public:
@@ -31,7 +31,7 @@ public:
     SlcLabel m_label;
 };
 
-/// Closes a parallel run: the instructions after it run once for the grid again.
+/// Closes a parallel run: the instructions after it run once for the grid.
 class SlcEndParallelICode : public SlcICodeOf<SlcEndParallelICode, SlcICode> {
 public:
     explicit SlcEndParallelICode(SlcLabel label) : m_label(std::move(label)) {}
@@ -39,10 +39,11 @@ public:
     SlcLabel m_label;
 };
 
-/// Base of the guards. Inside a parallel run, the code in the guard runs for the points where a
-/// varying flag has the required value; outside, a uniform flag decides for the whole grid.
+/// Base of the guards. Inside a parallel run, the guarded code runs for the points where a varying
+/// flag has the required value; outside, a uniform flag decides for the whole grid.
 ///
-/// A guard that opens in a run closes in the same run. The label ties it to its `SlcEndIfICode`.
+/// A guard that opens in a run closes in the same run. The label connects it to its
+/// `SlcEndIfICode`.
 class SlcIfICode : public SlcICode {
 public:
     SlcIfICode(SlcOperand flag, SlcLabel label) : m_flag(std::move(flag)), m_label(std::move(label))
@@ -54,7 +55,7 @@ public:
 };
 
 /// Runs the guarded code where the flag is true: the `then` of a varying condition, and code after
-/// a place where some points have left the loop or function.
+/// some points may have left the loop or function.
 class SlcIfTrueICode : public SlcICodeOf<SlcIfTrueICode, SlcIfICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
@@ -74,23 +75,23 @@ public:
     SlcLabel m_label;
 };
 
-/// Clears the flags at the active points, which then take no further part in the loop: `break`, and
-/// a `return` that only some points reach.
+/// Clears the flags at the active points, which then skip the rest of the loop: `break`, and a
+/// `return` that only some points reach.
 class SlcBreakICode : public SlcICodeOf<SlcBreakICode, SlcICode> {
 public:
     explicit SlcBreakICode(SlcLabel label) : m_label(std::move(label)) {}
 
     std::deque<SlcOperand> m_flags;
-    SlcLabel m_label;  // where the points go on
+    SlcLabel m_label;  // where these points continue
 };
 
-/// Clears the flags at the active points, which then wait for the next iteration: `continue`.
+/// Clears the flags at the active points, which then skip to the next iteration: `continue`.
 class SlcContinueICode : public SlcICodeOf<SlcContinueICode, SlcICode> {
 public:
     explicit SlcContinueICode(SlcLabel label) : m_label(std::move(label)) {}
 
     std::deque<SlcOperand> m_flags;
-    SlcLabel m_label;  // where the points go on
+    SlcLabel m_label;  // where these points continue
 };
 
 /// Base of the marker instructions that no back end translates.

@@ -6,7 +6,7 @@
 class SlcBoolExprICode : public SlcICode {};
 
 /// flag = left op right. The operand types select the primitive, as in arithmetic. `&&`, `||` and
-/// `!` have no instruction: the lowering turns them into conditions around the right side, and
+/// `!` have no instruction: the lowering converts them to conditions around the right side, and to
 /// inverted comparisons.
 class SlcBinOpBoolExprICode : public SlcBoolExprICode {
 public:
@@ -47,7 +47,7 @@ public:
 };
 
 /// `left == right`, for any type except arrays; triples and matrices are equal if all components
-/// are.
+/// are equal.
 class SlcEqualICode : public SlcICodeOf<SlcEqualICode, SlcBinOpBoolExprICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
@@ -60,8 +60,8 @@ public:
 };
 
 /// Sets a uniform flag to true if a varying flag is true at any point. Used outside parallel
-/// brackets. Guards of uniform code test the uniform flag, and so do jumps over code that no point
-/// would run.
+/// brackets. The uniform flag is tested by guards of uniform code, and by jumps over code that no
+/// point would run.
 class SlcSetUniformBoolFlagICode : public SlcICodeOf<SlcSetUniformBoolFlagICode, SlcICode> {
 public:
     SlcSetUniformBoolFlagICode(SlcOperand dest, SlcOperand source)

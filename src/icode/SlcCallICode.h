@@ -10,11 +10,11 @@
 
 class SlcProcCallExprNode;
 
-/// A call of a primitive of the run time: `sin(x)`, `printf("a")`, `texture("a")`. The row of the
-/// built-in says which arguments are outputs.
+/// A call of a primitive of the run time: `sin(x)`, `printf("a")`, `texture("a")`. The card of the
+/// built-in declares which arguments are outputs.
 class SlcCallICode : public SlcICodeOf<SlcCallICode, SlcICode> {
 public:
-    /// Whether the call passes the number of arguments before them.
+    /// Whether the number of arguments is passed before them.
     enum class ArgumentList { Fixed, Counted };
 
     /// `funcEntry` may be null, as for texture accesses: then no argument is an output, and the
@@ -42,8 +42,8 @@ public:
     const SlcProcCallExprNode* m_node = nullptr;
 };
 
-/// A call of a shadeop: a function in a library that is found by `m_funcKey` and opened when the
-/// shader runs. It may write the arguments of its output formals.
+/// A call of a shadeop: a function in a library, which is found by `m_funcKey` and opened at run
+/// time. It may write the arguments of its output formals.
 class SlcCallDSOICode : public SlcICodeOf<SlcCallDSOICode, SlcICode> {
 public:
     /// `result` may be null. Varying arrays must be converted with `SlcConvertArrayDSOICode` before

@@ -3,8 +3,8 @@
 #include "icode/SlcLexType.h"
 #include "sqx/SqxPrimitive.h"
 
-/// How an instruction runs. Plain: once, or once for each point if it is in a parallel run. Whole
-/// grid: outside runs, over all points by itself, or over the points where a condition is true.
+/// How an instruction runs. Plain: once, or once for each point in a parallel run. Whole grid:
+/// outside runs, for all points or for the points where a condition is true.
 ///
 ///     { r = cos x }            plain               CALL_PRIM_COS
 ///     r = normalize n          whole grid          CALL_PRIM_NORMALIZE_SIMD

@@ -3,7 +3,7 @@
 #include "icode/SlcICodeTraits.h"
 #include "icode/SlcLexType.h"
 
-/// Base of instructions. One instruction stands for all shading points of a grid.
+/// Base of instructions. One instruction represents its execution for all shading points of a grid.
 ///
 /// Instructions, their operands and their labels are all shared through `SlcPtr`. Instructions are
 /// records, whose operands passes read and replace in place. Only `SlcOperandWalker` knows which
@@ -16,16 +16,16 @@ public:
     /// True if the class has any of these traits: `code->Is(BeginsBlock | EndsBlock)`.
     [[nodiscard]] bool Is(unsigned traits) const { return (Traits() & traits) != 0; }
 
-    /// Where `SlcDefUse` keeps what the instruction reads and writes. Code that replaces an operand
-    /// after that query sets it to -1 again.
+    /// Index at which `SlcDefUse` caches what the instruction reads and writes. Code that replaces
+    /// an operand after that query resets it to -1.
     int m_flowIndex = -1;
 
 protected:
     [[nodiscard]] virtual unsigned Traits() const = 0;
 };
 
-/// Implements the walker dispatch and the traits of the concrete instruction class `Self`, and sits
-/// between it and `Base`, whose constructors it inherits:
+/// Implements the walker dispatch and the traits of the concrete instruction class `Self`. It is
+/// the class between `Self` and `Base`, whose constructors it inherits:
 ///
 ///     class SlcAddICode : public SlcICodeOf<SlcAddICode, SlcArithExprICode> { using ... };
 template <class Self, class Base>

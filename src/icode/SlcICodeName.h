@@ -4,6 +4,6 @@
 
 class SlcICode;
 
-/// The name of the instruction's class, as the source spells it: for dumps and reports of our own
-/// faults. It points to static text.
+/// Returns the name of the instruction's class, as spelled in the source, for dumps and internal
+/// errors. It is static text.
 [[nodiscard]] std::string_view SlcICodeName(SlcICode& code);

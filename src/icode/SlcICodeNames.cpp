@@ -9,7 +9,7 @@
 
 namespace {
 
-/// The shortest text that reads back as the same number.
+/// Returns the shortest text that reads back as the same number.
 std::string NumberText(double value)
 {
     if (!std::isfinite(value))
@@ -30,7 +30,8 @@ std::string ConstantText(const SlcLexType& constant)
     return '#' + std::to_string(constant.GetInt());
 }
 
-/// Operands name predefined variables by the accessor of generated code: `i_hiddens.GetCs()`.
+/// Converts the accessor of generated code, by which operands name predefined variables, such as
+/// `i_hiddens.GetCs()`, to the name in the source.
 std::string SourceName(const std::string& name)
 {
     if (name.find('.') == std::string::npos)

@@ -8,15 +8,15 @@
 
 /// Names of operands and labels in the text form.
 ///
-/// Temporaries and generated labels are numbered by first use, so that equal code has equal text no
-/// matter what was compiled before: `u0` is a uniform flag, `f0` a varying flag, `t0` any other
-/// temporary, `L0` a label. Predefined variables keep their name in the source language, with the
-/// prefix `light_` for those of the current light; other variables keep their own name.
+/// Temporaries and generated labels are numbered by first use, so that equal code has equal text
+/// regardless of what was compiled before: `u0` is a uniform flag, `f0` a varying flag, `t0` any
+/// other temporary, `L0` a label. Predefined variables have their name in the source language, with
+/// the prefix `light_` for those of the current light; other variables have their own name.
 class SlcICodeNames {
 public:
     [[nodiscard]] std::string Of(const SlcLabel& label);
-    /// The name of a variable, or the text of a constant: `0.5`, `true`, `"text"`, and `#3` for an
-    /// integer that the compiler added to a call.
+    /// Returns the name of a variable, or the text of a constant: `0.5`, `true`, `"text"`, and `#3`
+    /// for an integer that the compiler added to a call.
     [[nodiscard]] std::string Of(const SlcOperand& operand);
     /// True if the lowering made the variable; false for a local variable of the source.
     [[nodiscard]] static bool IsTemporary(const SlcLexType& operand);

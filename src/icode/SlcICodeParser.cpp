@@ -1,5 +1,5 @@
-// The text is split into tokens, then each kind of statement has one parsing function. The first
-// two tokens decide the kind: `{`, `name:`, `name?`, a keyword, or the results of an assignment.
+// The text is split into tokens, then each kind of statement has its parsing function. The first
+// two tokens determine the kind: `{`, `name:`, `name?`, a keyword, or the results of an assignment.
 //
 // Tested by tests/icode/SlcICodeTextTest.cpp.
 
@@ -28,7 +28,7 @@ SlcOperand HashConstant(const std::string& token)
     return SlcLexType::Int(std::stoi(token.substr(1)), true);
 }
 
-/// Primitives are spelled in capitals, the keywords of the text form in small letters.
+/// Primitives are spelled in upper case, the keywords of the text form in lower case.
 bool IsPrimitive(const std::string& word)
 {
     return std::none_of(word.begin(), word.end(),
@@ -98,7 +98,7 @@ SlcPtr<SlcICode> SlcICodeParser::Guarded(const std::string& flag, bool wanted)
     return MakeShared<SlcIfFalseGotoICode>(operand, label);
 }
 
-/// Parses a statement that begins with a keyword; null for any other word.
+/// Parses a statement that begins with a keyword; returns null for any other word.
 SlcPtr<SlcICode> SlcICodeParser::Words(const std::string& word)
 {
     if (word == "goto")

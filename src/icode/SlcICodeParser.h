@@ -25,7 +25,7 @@ public:
     FindFunction(SqxPrimitive primitive, const std::deque<SlcOperand>& arguments) = 0;
 };
 
-/// Thrown for text that is not valid intermediate code; what() says where parsing failed.
+/// Thrown for text that is not valid intermediate code; what() describes where parsing failed.
 class SlcICodeSyntaxError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
@@ -38,7 +38,7 @@ public:
 /// brackets.
 class SlcICodeParser {
 public:
-    /// `scope` outlives the parser.
+    /// `scope` must outlive the parser.
     explicit SlcICodeParser(SlcICodeScope& scope) : m_scope(scope) {}
 
     /// Returns the instructions of `text`, in order. Throws `SlcICodeSyntaxError`.

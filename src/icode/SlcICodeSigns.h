@@ -6,7 +6,7 @@
 #include "icode/SlcArithICode.h"
 #include "icode/SlcBoolICode.h"
 
-/// The prefix of primitives' names that the text form leaves out.
+/// The prefix of primitives' names, which the text form omits.
 inline constexpr std::string_view k_slcPrimitivePrefix = "CALL_PRIM_";
 
 /// The operator of each binary instruction in the text form: `x = y + z`.

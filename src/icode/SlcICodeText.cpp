@@ -191,7 +191,7 @@ private:
 
     void Default(SlcPtr<SlcICode>) override { Write("note;"); }
 
-    // What the forms have in common
+    // Common parts of the forms
 
     using Operands = std::deque<SlcOperand>;
 
@@ -238,7 +238,7 @@ private:
     /// Appends the grid form of the instruction that has just been written.
     void Limit(const SlcGridForm& form)
     {
-        m_text.pop_back();  // the semicolon goes to the end
+        m_text.pop_back();  // the form is inserted before the semicolon
         if (form.simd)
             Write(" simd");
         if (form.condition)
@@ -246,8 +246,7 @@ private:
         Write(";");
     }
 
-    /// Appends texts and names, strictly from left to right: the first use of a name decides its
-    /// number.
+    /// Appends texts and names, strictly from left to right, since names are numbered by first use.
     template <class... Parts>
     void Write(const Parts&... parts)
     {

@@ -2,17 +2,17 @@
 
 #include "icode/SlcAllICodeWalker.h"
 
-/// Traits: what passes need to know about an instruction class, regardless of its operands. They
-/// are a column of SlcICodeClasses.def. Each row lists all traits of its class, including those of
-/// its base.
+/// Traits: the properties of an instruction class that passes query, regardless of its operands.
+/// They are a column of SlcICodeClasses.def. Each row lists all traits of its class, including
+/// those of its base.
 namespace SlcICodeTraits {
 
 enum Trait : unsigned {
     None = 0,
-    Computes = 1 << 0,          // only computes the one value that it writes
+    Computes = 1 << 0,          // has no effect except the one value that it writes
     MovesFromLoops = 1 << 1,    // may be hoisted out of a loop that always runs it
-    WholeGrid = 1 << 2,         // takes varying operands as arrays: a constant cannot replace one
-    PartialWrite = 1 << 3,      // may leave some points or parts of what it writes unchanged
+    WholeGrid = 1 << 2,         // has varying operands as arrays: a constant cannot replace one
+    PartialWrite = 1 << 3,      // may leave some points or parts of its result unchanged
     PartialIfLimited = 1 << 4,  // the same, but only if it has a condition
     BeginsBlock = 1 << 5,       // control may jump to it
     EndsBlock = 1 << 6,         // control may jump elsewhere after it

@@ -24,7 +24,7 @@ SlcICodeValidator::SlcICodeValidator(const SlcListICode& list, Stage stage) : m_
         if (const auto* label = dynamic_cast<const SlcLabelICode*>(&*code))
             ++m_labels[label->Name()];
         else if (const auto* head = dynamic_cast<const SlcBeginIlluminanceICode*>(&*code))
-            ++m_labels[head->m_startLabel->Name()];  // the place after the head
+            ++m_labels[head->m_startLabel->Name()];  // the position after the head
     }
 }
 
@@ -171,14 +171,14 @@ void SlcICodeValidator::Case(SlcPtr<SlcAssignICode> code)
 void SlcICodeValidator::Case(SlcPtr<SlcOrBoolFlagICode> code)
 {
     SlcOperandWalker::Case(code);
-    m_isWholeGrid = true;  // a constant may replace its operand, so it lacks the trait
+    m_isWholeGrid = true;  // a constant may replace its operand, so it does not have the trait
 }
 
 void SlcICodeValidator::Case(SlcPtr<SlcArrayRefICode> code)
 {
     Read(code->m_index);
-    // It only makes a reference. The first use of the array may be a write through it, so the array
-    // counts as written.
+    // The instruction only makes a reference. The first use of the array may be a write through it,
+    // so the array counts as written.
     m_written.insert({&*code->m_array, &*code->m_result});
 }
 

@@ -25,10 +25,10 @@ class SlcICodeValidator : private SlcOperandWalker {
 public:
     enum class Stage { Lowered, Optimized };
 
-    /// Returns the first instruction of `list` that breaks a rule, as text, with the rule; empty if
-    /// there is none. O(n log n).
+    /// Returns the first instruction of `list` that violates a rule, as text, with the rule; empty
+    /// if there is none. O(n log n).
     [[nodiscard]] static std::string FirstFault(const SlcListICode& list, Stage stage);
-    /// Ends the program with a fatal report if the list breaks a rule.
+    /// Ends the program with a fatal report if the list violates a rule.
     static void Require(const SlcListICode& list, Stage stage);
 
 private:
@@ -68,7 +68,7 @@ private:
     const Stage m_stage;
     std::map<std::string, int> m_labels;    // how often each is in the list
     std::set<const SlcLexType*> m_written;  // temporaries, so far
-    std::vector<std::string> m_guards;      // labels of those that are open
+    std::vector<std::string> m_guards;      // labels of the open ones
     std::size_t m_guardsOutside = 0;        // how many of them opened before the current run
     bool m_isInRun = false;
     bool m_isWholeGrid = false;   // the current instruction is a whole-grid instruction

@@ -1,5 +1,5 @@
 // One table row per word. The transforms, which exist for four types, and calls of shadeops, which
-// take any number of arguments, have separate functions.
+// have any number of arguments, have separate functions.
 
 #include "icode/SlcICodeWords.h"
 
@@ -34,8 +34,8 @@ std::array<SlcOperand, N> ArrayOf(const Operands& operands)
     return result;
 }
 
-/// Makes a transform from a word such as `from_space_point` or `to_space_color`; null for any other
-/// word.
+/// Makes a transform from a word such as `from_space_point` or `to_space_color`; returns null for
+/// any other word.
 SlcPtr<SlcICode> MakeTransform(std::string_view word, const Operands& results,
                                const Operands& arguments, const SlcGridForm& form)
 {

@@ -33,7 +33,7 @@ public:
     /// leaves no file. Defined in `backends`.
     void GenByteCode(const std::string& directory);
 
-    SlcPtr<SlcSemanticError> m_errors;  // counts the errors that any stage reports
+    SlcPtr<SlcSemanticError> m_errors;  // counts the errors reported by any stage
     SlcPtr<SlcListICode> m_mainList;
     SlcOptionsControl& m_options;
     SlcPtr<SlcGenInterCode> m_codeGenerator;

@@ -5,11 +5,11 @@
 #include "icode/SlcICode.h"
 
 /// A jump target. The name is unique in the whole compilation. The instruction is in the list at
-/// the target, and jumps share it.
+/// the target, and is shared by the jumps.
 class SlcLabelICode : public SlcICodeOf<SlcLabelICode, SlcICode> {
 public:
     explicit SlcLabelICode(std::string name) : m_name(std::move(name)) {}
-    /// "L" and the number, made on demand, since most labels are never printed.
+    /// The name is "L" and the number. It is made on demand, since most labels are never printed.
     explicit SlcLabelICode(int number) : m_number(number) {}
 
     [[nodiscard]] const std::string& Name() const
@@ -30,7 +30,7 @@ private:
 /// A label as instructions hold it.
 using SlcLabel = SlcPtr<SlcLabelICode>;
 
-/// Jumps to the label: the end of a loop's body, a `break` of all points.
+/// Jumps to the label: at the end of a loop's body, or for a `break` of all points.
 class SlcGotoICode : public SlcICodeOf<SlcGotoICode, SlcICode> {
 public:
     explicit SlcGotoICode(SlcLabel label) : m_label(std::move(label)) {}
@@ -39,7 +39,7 @@ public:
 };
 
 /// Jumps to the label if the flag is true. Jumps test only uniform flags and are always outside
-/// parallel runs: where points decide differently, guards select the points instead.
+/// parallel runs; where points decide differently, guards select the points instead.
 class SlcIfTrueGotoICode : public SlcICodeOf<SlcIfTrueGotoICode, SlcGotoICode> {
 public:
     SlcIfTrueGotoICode(SlcOperand flag, SlcLabel label)

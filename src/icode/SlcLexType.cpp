@@ -1,8 +1,8 @@
 // Each use of a constant has its own object, so that a pass may replace one use without changing
-// another; the byte-code writer merges equal constants at the end.
+// others; the byte-code writer merges equal constants at the end.
 //
-// `PI` is two things: a variable of the run time, whose address generated C++ may take, and a
-// number that folding computes with.
+// `PI` has two representations: a variable of the run time, whose address generated C++ may take,
+// and a number that folding computes with.
 
 #include "icode/SlcLexType.h"
 

@@ -7,12 +7,12 @@
 
 /// An operand of the intermediate code: a variable, a temporary or a constant.
 ///
-/// A variable is one object, which every instruction that names it shares, so variables are
-/// compared by address. Each use of a constant has its own object until the byte-code writer merges
-/// equal ones.
+/// A variable is one object, shared by every instruction that names it, so variables are compared
+/// by address. Each use of a constant has its own object until the byte-code writer merges equal
+/// ones.
 class SlcLexType : public SlcCollectable {
 public:
-    /// `lexical` is the variable's name or the constant; none of the four is owned.
+    /// `lexical` is the variable's name or the constant. None of the four nodes is owned.
     SlcLexType(SlcLexicalNode* lexical, SlcTypeNode* type, SlcDetailNode* detail,
                SlcStorageSpecNode* storage)
         : m_lexical(lexical),
@@ -25,11 +25,11 @@ public:
     [[nodiscard]] SlcLexicalNode* GetLexical() const { return m_lexical; }
     [[nodiscard]] SlcTypeNode* GetType() const { return m_type; }
     [[nodiscard]] SlcDetailNode* GetDetail() const { return m_detail; }
-    /// For passes that prove a varying temporary to have the same value at all points.
+    /// Used by passes that prove a varying temporary to have the same value at all points.
     void SetDetail(SlcDetailNode* detail) { m_detail = detail; }
     [[nodiscard]] SlcStorageSpecNode* GetStorage() const { return m_storage; }
 
-    /// A variable or temporary.
+    /// True for a variable or temporary.
     [[nodiscard]] bool IsIdent() const { return m_lexical->IsIdent(); }
     [[nodiscard]] bool IsConst() const { return !IsIdent(); }
     [[nodiscard]] bool IsFloat() const { return m_lexical->IsFloat(); }
@@ -38,27 +38,27 @@ public:
     [[nodiscard]] bool IsBool() const { return m_lexical->IsBool(); }
     [[nodiscard]] bool IsUniform() const { return m_detail->IsUniform(); }
 
-    /// The name of a variable; empty for a constant.
+    /// Returns the name of a variable; empty for a constant.
     [[nodiscard]] const std::string& GetName() const;
-    /// The value of a constant, which must have that type.
+    /// Return the value of a constant, which must have that type.
     [[nodiscard]] double GetFloat() const;
-    /// The text of a string constant, with its quotes.
+    /// Returns the text of a string constant, with its quotes.
     [[nodiscard]] const std::string& GetString() const;
     [[nodiscard]] int GetInt() const;
     [[nodiscard]] bool GetBool() const;
 
     // Each call makes a new uniform constant.
     [[nodiscard]] static SlcPtr<SlcLexType> Float(double value);
-    /// `text` with its quotes.
+    /// `text` includes the quotes.
     [[nodiscard]] static SlcPtr<SlcLexType> String(std::string_view text);
-    /// `added`: the compiler added the constant to a call, for an argument that the source leaves
-    /// out.
+    /// `added` means that the compiler added the constant to a call, for an argument that the
+    /// source omits.
     [[nodiscard]] static SlcPtr<SlcLexType> Int(int value, bool added);
     [[nodiscard]] static SlcPtr<SlcLexType> Bool(bool value);
-    /// The shared constant pi, to ten decimal places, which folding uses for `PI`.
+    /// Returns the shared constant pi, to ten decimal places, which folding uses for `PI`.
     [[nodiscard]] static const SlcPtr<SlcLexType>& GetPI();
-    /// The shared operand of the language's variable `PI`, which never changes. A parameter may
-    /// have the same name.
+    /// Returns the shared operand of the language's variable `PI`, which never changes. A parameter
+    /// may have the same name.
     [[nodiscard]] static const SlcPtr<SlcLexType>& GetPIVariable();
     [[nodiscard]] bool IsPIVariable() const { return this == &*GetPIVariable(); }
 

@@ -54,11 +54,11 @@ public:
     SlcGridForm m_form;
 };
 
-/// flag = the points whose current light lies within the cone. Used inside the loop of `illuminance
-/// (position, axis, angle)`. Reads `L`.
+/// flag = the points whose current light is in the cone. Used inside the loop of
+/// `illuminance (position, axis, angle)`. Reads `L`.
 class SlcCheckIlluminanceICode : public SlcICodeOf<SlcCheckIlluminanceICode, SlcICode> {
 public:
-    /// `flag` is varying; `position` holds the points that the lights were evaluated for.
+    /// `flag` is varying; `position` holds the points for which the lights were evaluated.
     SlcCheckIlluminanceICode(SlcOperand flag, SlcOperand position, SlcOperand axis,
                              SlcOperand angle, SlcGridForm form)
         : m_flag(std::move(flag)),
@@ -76,8 +76,8 @@ public:
     SlcGridForm m_form;
 };
 
-/// Head of the loop over the evaluated lights; jumps to `endLabel` if there is none. Each iteration
-/// sets `L`, `Cl` and `Ol` to those of one light. Loops do not nest.
+/// Head of the loop over the evaluated lights; jumps to `endLabel` if there are none. Each
+/// iteration sets `L`, `Cl` and `Ol` to those of one light. Loops do not nest.
 class SlcBeginIlluminanceICode : public SlcICodeOf<SlcBeginIlluminanceICode, SlcICode> {
 public:
     SlcBeginIlluminanceICode(SlcLabel startLabel, SlcLabel endLabel)
@@ -109,7 +109,7 @@ public:
 };
 
 /// Runs the light shaders for `P`, unless they have already run for its current value. Emitted
-/// before `diffuse` and the like, and before an `illuminance` over `P`.
+/// before lighting functions such as `diffuse`, and before an `illuminance` over `P`.
 class SlcEvalLightForPICode : public SlcICodeOf<SlcEvalLightForPICode, SlcICode> {};
 
 /// Marks the lights evaluated for `P` as stale: `P` has changed, or lights for other points have

@@ -1,5 +1,5 @@
 // Each of the three lists of variables is a subset of the one before: all variables that the code
-// names; its locals; the locals still used, which the optimizer reduces.
+// names; its locals; the locals that are still used, which the optimizer reduces.
 
 #include "icode/SlcListICode.h"
 

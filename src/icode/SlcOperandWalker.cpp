@@ -2,8 +2,8 @@
 // the fields, reads first. Fields are passed by reference, so that a pass can also replace an
 // operand.
 //
-// An output argument is also read, since a call may leave it unchanged. A constant in its place
-// stands for an output that the source leaves out, and is not written.
+// An output argument is also read, since a call may leave it unchanged. A constant in its position
+// stands for an output that the source omits, and is not written.
 //
 // Tested by tests/icode/SlcOperandWalkerTest.cpp; docs/icode.md shows the same as a table, which
 // tests/layers compares with this file.
@@ -15,10 +15,10 @@
 
 namespace {
 
-/// True if the call writes the argument at `position`, according to the row of the built-in.
+/// True if the call writes the argument at `position`, according to the card of the built-in.
 bool IsOutputArg(const SlcCallICode& call, std::size_t position)
 {
-    // A constant stands for an output that the source leaves out.
+    // A constant stands for an output that the source omits.
     return !call.m_args[position]->IsConst() && call.m_funcEntry &&
            SlcFormalAt(*call.m_funcEntry, position).isOutput;
 }

@@ -4,9 +4,8 @@
 
 /// Visits every operand of an instruction as read or written. This is the only class that knows
 /// which operands an instruction has: constant collection, data flow and renaming derive from it.
-///
 /// Null operands (an absent result or condition) are skipped. Variables that an instruction
-/// accesses without naming them (`L` of a light loop, `P` of the lighting built-ins) are not
+/// accesses without naming them (`L` in a light loop, `P` in the lighting built-ins) are not
 /// visited: `SlcDefUse` adds those. Whether a write reaches all points is a trait of the
 /// instruction.
 class SlcOperandWalker : public SlcAllICodeWalker {
@@ -20,10 +19,10 @@ protected:
     /// visited too.
     virtual void Read(SlcOperand& operand) = 0;
     virtual void Write(SlcOperand& operand) = 0;
-    /// Called for an output argument of a call, which is both read and written. By default a read,
-    /// then a write.
+    /// Called for an output argument of a call, which is both read and written. By default calls
+    /// `Read`, then `Write`.
     virtual void ReadWrite(SlcOperand& operand);
-    /// Called for the flag that limits an instruction to some points. By default a read.
+    /// Called for the flag that limits an instruction to some points. By default calls `Read`.
     virtual void ReadCondition(SlcOperand& condition) { Read(condition); }
 
     using SlcAllICodeWalker::Case;

@@ -1,4 +1,4 @@
-// A short dump for following the optimizer: the class of each instruction, one per line.
+// A short dump for debugging the optimizer: the class of each instruction, one per line.
 // `SlcICodeText` prints operands too.
 
 #include "icode/SlcPrintICode.h"

@@ -16,5 +16,5 @@ private:
     using SlcAllICodeWalker::Case;
     void Default(SlcPtr<SlcICode> code) override;
 
-    std::ostream* m_out = nullptr;  // while the list is walked
+    std::ostream* m_out = nullptr;  // set while the list is walked
 };

@@ -20,9 +20,9 @@ struct SlcParameterInfo {
     SlcStringLiteralNode* space = nullptr;  // written to the file
 };
 
-/// The facts about a shader that a writer needs besides the instructions of its body.
+/// The facts about a shader that a writer needs in addition to the instructions of its body.
 struct SlcShaderFacts {
-    std::deque<SlcParameterInfo> m_parameters;  // in the order of their declaration
+    std::deque<SlcParameterInfo> m_parameters;  // in declaration order
     SlcIdentNode* m_shaderName = nullptr;
     const SlcSyntaxNode* m_shader = nullptr;  // position for reports about the whole shader
     SlcShaderTypeNode* m_shaderType = nullptr;

@@ -21,7 +21,7 @@ public:
     SlcOperand m_s;
     SlcOperand m_t;
     std::array<SlcOperand, 8> m_corners;
-    SlcOperand m_condition;  // null, or the flag of the points it runs for
+    SlcOperand m_condition;  // flag of the points to run for; null for all
 };
 
 /// Computes the four corners of the patch around a point. Emitted before `environment` and
@@ -37,7 +37,7 @@ public:
 
     SlcOperand m_point;
     std::array<SlcOperand, 4> m_corners;
-    SlcOperand m_condition;  // null, or the flag of the points it runs for
+    SlcOperand m_condition;  // flag of the points to run for; null for all
 };
 
 /// x = the other end of the interval that a point covers in y. Emitted before `filterstep(e, y)`.
@@ -53,5 +53,5 @@ public:
 
     SlcOperand m_x;
     SlcOperand m_y;
-    SlcOperand m_condition;  // null, or the flag of the points it runs for
+    SlcOperand m_condition;  // flag of the points to run for; null for all
 };

@@ -26,16 +26,16 @@ public:
     SlcGridForm m_form;
 };
 
-/// `point "space" (x, y, z)` and the like: source is in the named space, dest in the current one,
-/// or in rgb.
+/// `point "space" (x, y, z)` and other casts: source is in the named space, dest in the current
+/// one, or in rgb.
 class SlcTransformFromSpaceICode
     : public SlcICodeOf<SlcTransformFromSpaceICode, SlcTransformSpaceICode> {
 public:
     using SlcICodeOf::SlcICodeOf;
 };
 
-/// `transform("space", p)` and the like: source is in the current space, dest in the named one.
-/// `ctransform` has separate primitives.
+/// `transform("space", p)` and similar calls: source is in the current space, dest in the named
+/// one. `ctransform` has separate primitives.
 class SlcTransformToSpaceICode
     : public SlcICodeOf<SlcTransformToSpaceICode, SlcTransformSpaceICode> {
 public:

@@ -1,5 +1,5 @@
 // Makes the operand of a variable that has a different name in generated code. Defined here, above
-// the folder of its class, since only this folder knows operands.
+// the folder of its class, since that folder must not depend on operands.
 
 #include <string_view>
 
