@@ -1,4 +1,4 @@
-// Prints blocks, for debugging of passes: blocks by number, with both directions of their edges.
+// Prints blocks for debugging passes: blocks by number, with both directions of their edges.
 
 #include "optimizer/SlcBasicBlock.h"
 

@@ -6,7 +6,7 @@
 
 #include "icode/SlcICode.h"
 
-/// A sequence of instructions that is entered only at the first and left only at the last one. It
+/// A sequence of instructions that is entered only at its first and left only at its last one. It
 /// refers to the instructions of the graph, in code order, so it must not outlive the graph.
 class SlcBasicBlock {
 public:
@@ -18,7 +18,7 @@ public:
     [[nodiscard]] std::span<const SlcPtr<SlcICode>> GetListICode() const { return m_icodes; }
 
     /// Ids without duplicates, in the order in which the edges were added. Predecessors are in code
-    /// order. Of the successors the next block in the code comes first, except that the target of a
+    /// order. The first successor is the next block in code order, except that the target of a
     /// conditional jump precedes it.
     [[nodiscard]] std::span<const int> GetPredBlocks() const { return m_predecessors; }
     [[nodiscard]] std::span<const int> GetNextBlocks() const
@@ -26,7 +26,7 @@ public:
         return std::span(m_successors).first(m_successorCount);
     }
 
-    /// Id, edges and the class name of each instruction, as text.
+    /// Prints id, edges and the class name of each instruction.
     void Print(std::ostream& out) const;
 
 private:

@@ -1,10 +1,10 @@
 // A block begins before each instruction that can be jumped to (the trait BeginsBlock) and ends
 // after each one that can jump (EndsBlock).
 //
-//     x = 1; if f L; y = 1; endif L; z = 1     gives    [x = 1; if f L] [y = 1] [endif L; z = 1]
+//     x = 1; if f L; y = 1; endif L; z = 1     becomes  [x = 1; if f L] [y = 1] [endif L; z = 1]
 //
-// The brackets of parallel runs do neither: all points take the same way through them. The head of
-// a light loop does both, since its back edge comes to it and it may go past the loop.
+// The brackets of parallel runs do neither, since all points execute them alike. The head of a
+// light loop does both, since it is the target of the back edge and may jump past the loop.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcControlFlowGraph, ...).
 

@@ -6,10 +6,11 @@
 #include "optimizer/SlcBasicBlock.h"
 
 /// Splits code into basic blocks without edges. A block begins before each instruction with the
-/// trait BeginsBlock and ends after each with EndsBlock.
+/// trait BeginsBlock and ends after each one with EndsBlock.
 class SlcBuildBasicBlocks {
 public:
-    /// Blocks in code order, none of them empty; ids are positions. They refer to `codes`.
+    /// Returns the blocks in code order, none of them empty; ids are positions. They refer to
+    /// `codes`.
     [[nodiscard]] std::vector<SlcBasicBlock>
     BuildBlocks(std::span<const SlcPtr<SlcICode>> codes) const;
 };

@@ -5,16 +5,16 @@
 // becomes
 //     {; x = p + 1; }; S:; {; y = x * i; }; ... goto S
 //
-// An instruction leaves the loop if it only computes, if its operands are not written in the loop
-// or have just left it, if it is the one write to its variable, if every way out of the loop passes
-// it (so that it would have run), and if its old value is not live into the loop. An instruction
-// hoisted out of a parallel run gets a separate run before the head.
+// An instruction is hoisted out of the loop if it only computes, if its operands are not written in
+// the loop or have just been hoisted, if it is the only write to its variable, if it dominates all
+// exits of the loop (so that it would have run), and if the old value of its variable is not live
+// into the loop. An instruction hoisted out of a parallel run gets a separate run before the head.
 //
 // Ours departs from the book in two ways. Hoisted instructions are placed before the label of the
 // head, without a separate preheader block; nothing is hoisted out of a loop that is also entered
-// by a jump from elsewhere. And what the loops write and read is collected once for all of them,
-// sorted by variable and by the place of the loop, since loops inside each other would otherwise
-// cost their depth.
+// by a jump from elsewhere. And the reads and writes of all loops are collected once, sorted by
+// variable and by the place of the loop, since the cost of nested loops would otherwise grow with
+// their depth.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcCodeMotion, ...).
 
@@ -31,11 +31,11 @@
 namespace {
 
 struct MotionCounters {
-    int heads = 0;  // runs before loops, for names that are unique
+    int heads = 0;  // runs before loops, for unique names
     bool hasWarned = false;
 };
 
-/// Facts on an instruction's operands that the data-flow sets do not contain.
+/// Facts about an instruction's operands that the data-flow sets do not contain.
 class OperandFacts : public SlcOperandWalker {
 public:
     void Collect(const SlcPtr<SlcICode>& code)
@@ -51,7 +51,7 @@ public:
 
 private:
     using SlcOperandWalker::Case;
-    // Any argument of a call may be written, as the data-flow sets have it too.
+    // Any argument of a call may be written, as in the data-flow sets.
     void Case(SlcPtr<SlcCallICode> code) override
     {
         SlcOperandWalker::Case(code);
@@ -82,9 +82,9 @@ bool Is(const SlcPtr<SlcICode>& code)
     return dynamic_cast<const Mark*>(&*code) != nullptr;
 }
 
-/// The sets do not count this as a write, since the new value depends on the old one. But nothing
-/// that depends on it may be hoisted: the inversion changes it in each round. -1 for other
-/// instructions.
+/// Returns the flag that the instruction inverts in place; -1 for other instructions. The data-flow
+/// sets do not count this as a write, since the new value depends on the old one. But nothing that
+/// depends on the flag may be hoisted, since it changes in each iteration.
 int FlagInvertedInPlace(const SlcPtr<SlcICode>& code)
 {
     const auto* inversion = dynamic_cast<const SlcInvertBoolFlagICode*>(&*code);
@@ -109,7 +109,7 @@ bool SlcCodeMotion::OptimizeLoops(SlcListICode& list)
         return false;
     CollectFacts();
     for (const Loop& loop : m_nest.Loops()) {
-        // Every loop is looked at, since any may be without an exit.
+        // Visit every loop, since any of them may have no exit.
         if (loop.lastBeforeExits < 0)
             WarnOfInfiniteLoop();
         if (IsEnteredFromFront(loop.head))
@@ -149,7 +149,8 @@ void SlcCodeMotion::CollectFacts()
         if (place == SlcLoopNest::k_none)
             continue;
         for (const auto& code : block.GetListICode()) {
-            // A run is straight-line code or guards, and so begins and ends inside the loop.
+            // A run contains only straight-line code and guards, so it begins and ends inside the
+            // loop.
             if (Is<SlcBeginParallelICode>(code))
                 inParallelRun = true;
             else if (Is<SlcEndParallelICode>(code))
@@ -190,8 +191,8 @@ void SlcCodeMotion::FindLimits()
     }
 }
 
-// If that loop contains a write, it contains one of the two nearest to the block in the order of
-// the places.
+// If a loop around the block contains a write, it contains one of the two that are nearest to the
+// block in the order of the places.
 int SlcCodeMotion::InnermostWriting(int block, int variable, bool isOwn) const
 {
     const std::pair here(variable, m_nest.PlaceOf(block));
@@ -220,7 +221,7 @@ void SlcCodeMotion::CollectFactsOf(const SlcPtr<SlcICode>& code, int block, int 
         m_writes.emplace_back(flag, place);
 }
 
-// A loop may be left before its body runs: then nothing of the body may have happened.
+// A loop may be left before its body runs, so only blocks that always run are hoisted from.
 void SlcCodeMotion::MoveOutOf(const Loop& loop)
 {
     m_movedVariables.clear();
@@ -236,14 +237,14 @@ void SlcCodeMotion::MoveOutOf(const Loop& loop)
     }
 }
 
-// The loops around it, up to the one in which it stays or waits.
+// True for the enclosing loops up to the one in which it stays or waits.
 bool SlcCodeMotion::IsHeld(const Loop& loop, const Candidate& candidate) const
 {
     return loop.place <= candidate.staysIn ||
            (loop.place <= candidate.waitsIn && m_movedSomewhere.count(candidate.waitsFor) == 0);
 }
 
-// Leaves the reads and writes of the instruction in `DefUse` of the analysis.
+// On return, the reads and writes of the instruction are in the analysis's `DefUse`.
 bool SlcCodeMotion::CanMove(const Loop& loop, int block, const SlcPtr<SlcICode>& code)
 {
     if (m_hasMoved.count(&*code) != 0)
@@ -280,9 +281,9 @@ bool SlcCodeMotion::OperandsAreInvariant(const Loop& loop)
     });
 }
 
-// All reads in the loop see the value of its single write: the variable is not live into the loop,
-// and no read precedes the write. A read before the write in the same block makes the variable live
-// at the front of that block.
+// All reads in the loop see the value of its single write if the variable is not live into the loop
+// and no read precedes the write. A read before the write in the same block makes the variable
+// live-in at that block.
 bool SlcCodeMotion::ReachesAllUses(const Loop& loop, int block, int variable) const
 {
     if (m_analysis.IsLiveIn(loop.head, variable) || m_analysis.IsLiveIn(block, variable))
@@ -302,7 +303,7 @@ std::deque<SlcPtr<SlcICode>> SlcCodeMotion::InFrontOf(int head) const
     if (moved == m_moved.end())
         return codes;
     SlcLabel openRun;
-    SlcUniformAccess uniforms;  // of the open run
+    SlcUniformAccess uniforms;  // those of the open run
     const auto closeRun = [&] {
         if (openRun)
             codes.push_back(MakeShared<SlcEndParallelICode>(openRun));
@@ -311,7 +312,7 @@ std::deque<SlcPtr<SlcICode>> SlcCodeMotion::InFrontOf(int head) const
     };
     for (const Candidate& entry : moved->second) {
         SlcUniformAccess own;
-        own.Add(entry.code, {});  // what touches an array stays in the loop
+        own.Add(entry.code, {});  // instructions that access arrays are never hoisted
         if (!entry.inParallelRun || !uniforms.MayJoin(own))
             closeRun();
         uniforms.Join(own);

@@ -14,20 +14,21 @@
 ///
 /// Natural loops are found from the back edges to their heads. Hoisted code is placed before the
 /// head's label, so that back edges skip it. A loop costs O(n log n) in the part of it that always
-/// runs, so that nested loops do not multiply the cost by their depth.
+/// runs, so nested loops do not multiply the cost by their depth.
 class SlcCodeMotion {
 public:
     /// Both must belong to the list to optimize, and outlive the pass.
     SlcCodeMotion(const SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis);
 
-    /// Optimizes the loops of `list`; true if something moved. Graph and analysis are stale then.
+    /// Optimizes the loops of `list`. True if an instruction was moved; graph and analysis are then
+    /// stale.
     [[nodiscard]] bool OptimizeLoops(SlcListICode& list);
 
 private:
     using Loop = SlcLoopNest::Loop;
-    /// An instruction whose class allows it to move. To avoid testing it for every enclosing loop,
-    /// its limits are stored: most have an operand that the innermost loop changes, and so leave no
-    /// loop.
+    /// An instruction whose class allows it to move. Its limits are stored, so that it is not
+    /// tested for every enclosing loop: most have an operand that the innermost loop changes, and
+    /// cannot leave any loop.
     struct Candidate {
         SlcPtr<SlcICode> code;
         bool inParallelRun;
@@ -54,27 +55,27 @@ private:
     void CollectFacts();
     /// Computes the limits of each candidate.
     void FindLimits();
-    /// The place of the innermost loop around `block` with a write of `variable`; if `isOwn`, one
-    /// write directly in the innermost loop does not count.
+    /// Returns the place of the innermost loop around `block` that writes `variable`; with `isOwn`,
+    /// ignores one write directly in the innermost loop.
     [[nodiscard]] int InnermostWriting(int block, int variable, bool isOwn) const;
     void CollectFactsOf(const SlcPtr<SlcICode>& code, int block, int place);
-    /// Removes the instructions that may leave `loop` from the code, and keeps them for insertion
-    /// before the head.
+    /// Removes the instructions that can be hoisted out of `loop` from the code, and saves them for
+    /// insertion before the head.
     void MoveOutOf(const Loop& loop);
     /// True if the stored limits of the candidate keep it in this loop.
     [[nodiscard]] bool IsHeld(const Loop& loop, const Candidate& candidate) const;
-    /// The complete test, for a loop that always runs `code`.
+    /// The complete test; requires a loop that always runs `code`.
     [[nodiscard]] bool CanMove(const Loop& loop, int block, const SlcPtr<SlcICode>& code);
-    /// The number of instructions of the loop that write the variable.
+    /// Returns the number of instructions of the loop that write the variable.
     template <class Variable>
     [[nodiscard]] static std::size_t WritesIn(const Loop& loop, const Writes<Variable>& writes,
                                               Variable variable);
-    /// For the instruction whose def and use were computed last: true if the loop does not write
+    /// Tests the instruction whose def and use were computed last: true if the loop does not write
     /// its operands, or if their definitions have just been hoisted.
     [[nodiscard]] bool OperandsAreInvariant(const Loop& loop);
-    /// True if each read in the loop uses the value that `block` writes.
+    /// True if every read in the loop uses the value that `block` writes.
     [[nodiscard]] bool ReachesAllUses(const Loop& loop, int block, int variable) const;
-    /// The code hoisted before `head`, with the brackets of its runs.
+    /// Returns the code hoisted before `head`, with the brackets of its runs.
     [[nodiscard]] std::deque<SlcPtr<SlcICode>> InFrontOf(int head) const;
     /// Warns only once per process, since the warning has no position in the source.
     static void WarnOfInfiniteLoop();
@@ -83,7 +84,7 @@ private:
     SlcDataflowAnalysis& m_analysis;
     SlcDominators m_dominators;
     SlcLoopNest m_nest;
-    Writes<int> m_writes;                         // sorted, as are the next two
+    Writes<int> m_writes;                         // sorted, like the next two
     Writes<const SlcLexType*> m_untrackedWrites;  // of variables without a number
     std::vector<User> m_users;
     std::vector<std::vector<Candidate>> m_candidates;  // by block

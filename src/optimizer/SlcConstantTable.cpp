@@ -1,5 +1,5 @@
-// Sixteen branches a node. A change copies the nodes from the root to one leaf and shares all
-// others; where two tables share a node they agree, so that a comparison walks only what differs.
+// Each node has sixteen branches. A change copies the nodes from the root to one leaf and shares
+// all others. Tables agree where they share a node, so a comparison visits only the differences.
 //
 //         root                 Set(17, c):   a new root and a new leaf [16..31];
 //        /    \                              [0..15] belongs to both tables

@@ -12,15 +12,15 @@
 /// Sarnak, Daniel Sleator and Robert Tarjan, "Making data structures persistent", 1989).
 class SlcConstantTable {
 public:
-    /// A table for the numbers below `count`.
+    /// Makes an empty table for the numbers below `count`.
     explicit SlcConstantTable(int count);
 
-    /// Null if nothing is known.
+    /// Returns null if no value is known.
     [[nodiscard]] SlcOperand Find(int variable) const;
     /// Null removes the known value.
     void Set(int variable, const SlcOperand& constant);
-    /// The bool constants on which both tables, which must have the same size, agree. Linear in
-    /// their differences.
+    /// Returns the bool constants on which both tables, which must have the same size, agree.
+    /// Linear in their differences.
     [[nodiscard]] static SlcConstantTable CommonBools(const SlcConstantTable& first,
                                                       const SlcConstantTable& second);
 
@@ -36,7 +36,8 @@ private:
         std::array<SlcOperand, k_branches> constants;
     };
 
-    /// The branch to a variable at a level of inner nodes; at level 0 its index in the leaf.
+    /// Returns the branch to a variable at a level of inner nodes; at level 0 its index in the
+    /// leaf.
     [[nodiscard]] static int Branch(int level, int variable)
     {
         return (variable >> (level * k_bits)) & (k_branches - 1);
@@ -44,10 +45,10 @@ private:
     /// Returns a copy of `node` with one constant changed; a null node is empty.
     [[nodiscard]] static SlcPtr<Node> With(const SlcPtr<Node>& node, int level, int variable,
                                            const SlcOperand& constant);
-    /// The entries on which both agree; the same node if they share it.
+    /// Returns the entries on which both agree; the same node if they share it.
     [[nodiscard]] static SlcPtr<Node> Common(const SlcPtr<Node>& first, const SlcPtr<Node>& second,
                                              int level);
 
     SlcPtr<Node> m_root;
-    int m_levels = 0;  // of inner nodes above the leaves
+    int m_levels = 0;  // inner nodes above the leaves
 };

@@ -1,4 +1,4 @@
-// Edges by the last instruction of each block.
+// Edges are determined by the last instruction of each block.
 //
 //     block                          edges, in this order
 //     ... goto L                     to L
@@ -8,7 +8,7 @@
 //     ... again S                    to the next, to the block of `illuminance S E`
 //     anything else                  to the next
 //
-// The order is that of GetNextBlocks, and shows in dumps.
+// This is the order of GetNextBlocks, and visible in dumps.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcControlFlowGraph, ...).
 
@@ -28,11 +28,11 @@ class LabelsBlocksMapper : public SlcAllICodeWalker {
 public:
     void Do(const std::vector<SlcBasicBlock>& blocks)
     {
-        // What an earlier pass left in a label that is gone must not count.
+        // Reset labels first: an earlier pass may have left numbers in labels that were removed.
         for (const auto& block : blocks)
             block.GetListICode().back()->ApplyWalker(this);
         m_isMapping = true;
-        // Backwards, so that the first one stays.
+        // Iterate backwards, so that the first block of a label is the one that remains.
         for (auto block = blocks.rbegin(); block != blocks.rend(); ++block) {
             m_block = block->GetBlockId();
             block->GetListICode().front()->ApplyWalker(this);
@@ -145,7 +145,7 @@ void SlcControlFlowGraph::FindSuccessors()
     }
 }
 
-// Room for those of each block is counted first, and then filled in the order of the edges.
+// First counts the predecessors of each block to reserve space, then fills in the edges in order.
 void SlcControlFlowGraph::FindPredecessors()
 {
     std::vector<std::size_t> ends(m_blocks.size() + 1, 0);

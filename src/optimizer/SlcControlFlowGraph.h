@@ -11,11 +11,11 @@
 /// The basic blocks of a list in code order, with their edges. The first block is the entry, the
 /// last one the exit.
 ///
-/// The list is the master copy of the code: after a pass has changed it the graph is stale and must
-/// be rebuilt, or updated if blocks and edges are the same as before. A parallel run
-/// is straight-line code here, executed once for all shading points; its brackets do not start or
-/// end a block. Guards are branches, since a point may skip the code under them. The head of a
-/// light loop is a separate block with an edge past the loop, since there may be no light.
+/// The list is the master copy of the code: after a pass has changed it, the graph is stale and
+/// must be rebuilt, or updated if blocks and edges are the same as before. A parallel run is
+/// straight-line code here, executed once for all shading points; its brackets do not start or end
+/// a block. Guards are branches, since a point may skip the guarded code. The head of a light loop
+/// is a separate block with an edge past the loop, since there may be no lights.
 class SlcControlFlowGraph {
 public:
     /// Linear in the instructions, except for the look-up of labels. A jump to a label that is not
@@ -24,13 +24,13 @@ public:
     SlcControlFlowGraph(const SlcControlFlowGraph&) = delete;
     SlcControlFlowGraph& operator=(const SlcControlFlowGraph&) = delete;
 
-    /// In code order, by their ids.
+    /// In code order, indexed by their ids.
     [[nodiscard]] const std::vector<SlcBasicBlock>& Blocks() const { return m_blocks; }
-    /// All instructions, as they stood in the list.
+    /// All instructions, in the order of the list.
     [[nodiscard]] const std::vector<SlcPtr<SlcICode>>& Codes() const { return m_icodes; }
 
-    /// Removes the instructions at these places, in rising order, from their blocks. None may name
-    /// a label. False, and nothing is done, if a block would become empty.
+    /// Removes the instructions at these positions, in ascending order, from their blocks. None may
+    /// name a label. If a block would become empty, does nothing and returns false.
     [[nodiscard]] bool Remove(std::span<const std::size_t> places);
     /// Replaces the instruction at `place`. Neither it nor `code` may name a label.
     void Replace(std::size_t place, SlcPtr<SlcICode> code) { m_icodes[place] = std::move(code); }

@@ -4,12 +4,12 @@
 //     x / 4 -> x * 0.25                 0 . v -> 0       2 < 3 -> true   x == x -> true
 //     sqrt(4) -> 2                      if true A; x = 1; endif A -> x = 1
 //
-// Left to run time: divisions by 0, results that are not finite, denormal reciprocals, and whole
-// numbers of more than seven digits (CanBeWritten). An identity may yield the other operand though
-// it is of another type or detail: the assignment that takes its place promotes.
+// Not folded: divisions by 0, results that are not finite, denormal reciprocals, and whole numbers
+// of more than seven digits (CanBeWritten). An identity may yield the other operand although its
+// type or detail differs, since the replacing assignment promotes it.
 //
-// A guard on a constant flag vanishes together with its end, or with all that it guards. Only the
-// outermost folded guard is followed (m_ifDepth): a guard inside it waits for the next round.
+// A guard on a constant flag is removed together with its end, or with all guarded code. Only the
+// outermost folded guard is tracked (m_ifDepth): a guard inside it is folded in the next round.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcConvertConstOp, ...).
 
@@ -27,7 +27,7 @@
 
 namespace {
 
-/// A constant as the run time has it.
+/// Returns a constant in the precision of the run time.
 float AtRunTime(const SlcOperand& constant)
 {
     return static_cast<float>(constant->GetFloat());
@@ -43,15 +43,15 @@ bool AreFloats(const SlcArithExprICode& code)
     return code.m_leftExpr->IsFloat() && code.m_rightExpr->IsFloat();
 }
 
-/// Its text is close enough to a fraction, but another whole number may be another index, or
-/// another case of a comparison.
+/// A fraction may be written with rounded digits, but a different whole number could be a different
+/// index, or change a comparison.
 bool CanBeWritten(float value)
 {
     return std::isfinite(value) &&
            (std::trunc(value) != value || static_cast<float>(SlcValueOfFloatText(value)) == value);
 }
 
-/// The input arguments of a call, if all of them are constants.
+/// Returns the input arguments of a call if all of them are constants.
 std::optional<std::vector<float>> ConstantInputs(const SlcCallICode& call)
 {
     std::vector<float> values;
@@ -154,8 +154,8 @@ void SlcConvertConstOp::Case(SlcPtr<SlcMultICode> code)
 {
     const SlcOperand& left = code->m_leftExpr;
     const SlcOperand& right = code->m_rightExpr;
-    // The zero itself takes the place of the product, promoted by the assignment. That the other
-    // side might not be finite is no reason to keep it.
+    // Assign the zero itself, which the assignment promotes. That the other operand might not be
+    // finite does not prevent the folding.
     if (IsFloat(left, 0) || IsFloat(right, 1))
         ConvertAsAssignment(code->m_resultId, left);
     else if (IsFloat(left, 1) || IsFloat(right, 0))
@@ -175,7 +175,7 @@ void SlcConvertConstOp::Case(SlcPtr<SlcDivICode> code)
     const float inverse = byConstant ? 1 / AtRunTime(right) : 0;
     if (!byZero && (IsFloat(left, 0) || IsFloat(right, 1)))
         ConvertAsAssignment(code->m_resultId, left);
-    // A product costs less; where the reciprocal loses digits as a denormal it would also be wrong.
+    // A product costs less; a denormal reciprocal would lose digits.
     else if (std::isnormal(inverse))
         Replace(MakeShared<SlcMultICode>(code->m_resultId, left, SlcLexType::Float(inverse)));
     else if (byZero || !areFloats ||
@@ -285,7 +285,7 @@ void SlcConvertConstOp::Case(SlcPtr<SlcIfFalseGotoICode> code)
 
 void SlcConvertConstOp::FoldGuard(const SlcPtr<SlcIfICode>& code, bool runsIf)
 {
-    // Inside a guard that is being folded: counted, so that the right end is found.
+    // Inside a folded guard, count nested guards to find the matching end.
     if (m_ifDepth > 0) {
         ++m_ifDepth;
         Default(code);

@@ -8,14 +8,14 @@
 #include "icode/SlcCallICode.h"
 #include "icode/SlcListICode.h"
 
-/// Constant folding: replaces operations on constants by assignments, applies identities with 0
-/// and 1, evaluates foldable built-ins, decides jumps and guards on constant flags, and removes
-/// the branch that can never run.
+/// Constant folding: replaces operations on constants by assignments, applies identities with 0 and
+/// 1, evaluates foldable built-ins, decides jumps and guards on constant flags, and removes
+/// branches that can never run.
 ///
 /// Arithmetic and comparisons use the single-precision values of the run time, and each new
 /// constant is rounded to single precision. Results that are not finite, or that the writers cannot
-/// write with enough digits, are left to the run time. Instructions are passed in order, one by
-/// one, so that constant propagation can run in the same walk.
+/// print with enough digits, are not folded. Instructions are passed in order, one by one, so that
+/// constant propagation can run in the same walk.
 class SlcConvertConstOp : public SlcAllICodeWalker {
 public:
     /// Folds a whole list in place; true if it changed.
@@ -26,8 +26,8 @@ public:
     /// Returns the replacement of the next instruction: the same one, a new one, or null. The
     /// instruction itself is not changed.
     [[nodiscard]] SlcPtr<SlcICode> Fold(const SlcPtr<SlcICode>& code);
-    /// True if `code`, which has taken the place of another instruction, is folded no further and
-    /// leads where the other led.
+    /// True if `code`, which has replaced another instruction, needs no further folding and has the
+    /// same successors as that one.
     [[nodiscard]] static bool IsSettled(const SlcICode& code);
     /// True if the instruction last folded is in a branch that can never run.
     [[nodiscard]] bool IsDropping() const { return m_dropping; }
@@ -60,11 +60,11 @@ private:
     /// Replaces the current instruction by `code`; null removes it.
     void Replace(SlcPtr<SlcICode> code);
     void ConvertAsAssignment(const SlcOperand& dest, const SlcOperand& source);
-    /// Returns false and replaces nothing if the value is left to the run time.
+    /// Returns false and replaces nothing if the value cannot be folded.
     bool ConvertAsAssignment(const SlcOperand& dest, float value);
     /// Folds a product with a zero factor; true if it did.
     bool FoldZeroFactor(const SlcArithExprICode& code);
-    /// Folds a comparison of two float constants; `compare` gets their run-time values.
+    /// Folds a comparison of two float constants; `compare` receives their run-time values.
     template <class Compare>
     void FoldComparison(const SlcPtr<SlcBinOpBoolExprICode>& code, Compare compare);
     /// Folds a jump that is taken if `flag` has the value `jumpsIf`.
@@ -73,7 +73,7 @@ private:
     void FoldGuard(const SlcPtr<SlcIfICode>& code, bool runsIf);
 
     bool m_changed = false;
-    int m_ifDepth = 0;        // open guards since the folded one, itself included; 0 outside
+    int m_ifDepth = 0;        // open guards inside the folded one, including it; 0 outside
     bool m_dropping = false;  // in a branch that can never run
-    SlcPtr<SlcICode> m_new;   // what the current instruction becomes; null for nothing
+    SlcPtr<SlcICode> m_new;   // replacement of the current instruction; null removes it
 };

@@ -1,11 +1,11 @@
 // Finds the temporaries that C++ can keep in a register.
 //
-//     {; x = p + 1; Ci = x; }                                 once: no point sees another's x
-//     {; x = p + 1; }; {; Ci = x; }                           not: x waits for all points
+//     {; x = p + 1; Ci = x; }                                 yes: x is local to each point
+//     {; x = p + 1; }; {; Ci = x; }                           no: x is live between runs
 //     {; if f L; x = p; endif L; Ci = x; }                    not: a point may read an older x
 //
-// A write is valid within its bracket; a read is covered if the bracket of some write before it is
-// still open. A label covers nothing: a jump may come there without the write.
+// A write is valid within its bracket; a read is covered if the bracket of some preceding write is
+// still open. After a label nothing is covered, since a jump may reach it without the write.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcConvertTmpVarDetail, ...).
 
@@ -21,7 +21,7 @@ namespace {
 
 /// Finds the variables whose values stay within one point of one parallel run.
 ///
-/// A write counts within its bracket, and is forgotten where that closes.
+/// A write is valid within its bracket, and is dropped at its end.
 class PointValues : public SlcOperandWalker {
 public:
     explicit PointValues(int variables) : m_writes(variables, -1), m_escapes(variables, false) {}
@@ -60,7 +60,7 @@ private:
         if (!m_open.empty())
             Close();
     }
-    /// A jump may reach it without the writes before it.
+    /// A jump may reach the label without the writes before it.
     void Case(SlcPtr<SlcLabelICode>) override
     {
         for (int& bracket : m_open) {
@@ -85,9 +85,9 @@ private:
         return m_writes[number] >= 0 && m_isOpen[m_writes[number]];
     }
 
-    std::vector<bool> m_isOpen;   // by bracket: a parallel run or a guard inside one
-    std::vector<int> m_open;      // brackets around the current instruction, from outside
-    std::vector<int> m_writes;    // by variable: the bracket of its first write, -1 before one
+    std::vector<bool> m_isOpen;   // by bracket, which is a parallel run or a guard inside one
+    std::vector<int> m_open;      // enclosing brackets, from the outermost
+    std::vector<int> m_writes;    // by variable: the bracket of its first write, or -1
     std::vector<bool> m_escapes;  // by variable
 };
 

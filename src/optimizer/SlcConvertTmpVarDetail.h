@@ -4,14 +4,14 @@
 
 class SlcVariableNumbers;
 
-/// Sets the detail of each local that is only used within single points of parallel runs to
+/// Sets the detail of each local that is used only within single points of parallel runs to
 /// temp-uniform, and that of other non-uniform locals to varying. For the C++ back end, which
 /// stores a temp-uniform variable once, so that the C++ compiler can keep it in a register.
 ///
-/// Such a variable does not occur outside parallel runs, and each read comes after a write in the
-/// same run at the same or an outer bracket, so that no value leaves the point or the run. One walk
-/// over the list.
+/// Such a variable does not occur outside parallel runs, and each read follows a write in the same
+/// run at the same or an enclosing bracket, so its value never leaves the point or the run. One
+/// walk over the list.
 void SlcConvertTmpVarDetail(const SlcListICode& list, const SlcVariableNumbers& variables);
 
-/// Resets these details, which is required before the list is changed.
+/// Resets these details, which is required before the list is changed again.
 void SlcForgetTmpVarDetail(const SlcVariableNumbers& variables);

@@ -5,15 +5,15 @@
 //     g = false; x = 1; if f L; y = 1; endif L; h = false; z = x
 //
 // Inside the guard both are known. After it `x` is unknown: points that skipped the guard may hold
-// another value if the guard writes it, and proving that it does not would take a set for each
-// join. Flags are worth that price, since they decide jumps: so bools are met over all ways in
-// (CommonBools), all else is forgotten.
+// another value if the guard writes it, and proving that it does not would require a set for each
+// join. For flags that cost is justified, since they decide jumps: bools are merged over all
+// incoming edges (CommonBools), all other values are dropped.
 //
-// A whole-grid form takes varying operands as arrays: a constant in place of one has no form, so
-// `m_keepVarying` leaves them (the trait WholeGrid). Mark Wegman and Kenneth Zadeck, "Constant
-// propagation with conditional branches" (1991), is the model: the same edges are dropped
-// (DropEdge), but ours goes once in code order and takes nothing over a back edge, since the rounds
-// of SlcOptimizeBasicBlocks repeat it.
+// A whole-grid form has varying operands as arrays and no variant with a constant, so
+// `m_keepVarying` prevents the replacement (the trait WholeGrid). The model is Mark Wegman and
+// Kenneth Zadeck, "Constant propagation with conditional branches" (1991): the same edges are
+// dropped (DropEdge), but ours makes a single walk in code order and propagates nothing over back
+// edges, since the rounds of SlcOptimizeBasicBlocks repeat it.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcCopyPropagation, ...).
 
@@ -59,7 +59,8 @@ void SlcCopyPropagation::EnterBlock(const SlcBasicBlock& block)
     }
     m_known = m_nothing;
     m_unreachable[id] = id != 0 && first < 0;
-    // A predecessor further down is the back edge of a loop: what it brings is not known yet.
+    // A predecessor that follows in code order is the back edge of a loop, whose values are not
+    // known yet.
     if (first < 0 || isAroundLoop)
         return;
     m_known = m_atEnd[first];
@@ -102,7 +103,7 @@ void SlcCopyPropagation::Read(SlcOperand& operand)
     if (m_keepVarying && !operand->IsUniform())
         return;
     const SlcOperand constant = Find(operand);
-    // Who reads a uniform operand may count on one value for all points.
+    // Code that reads a uniform operand may rely on one value for all points.
     const bool keepsDetail = constant && (constant->IsUniform() || !operand->IsUniform());
     if (keepsDetail && constant->GetType()->IsSameType(operand->GetType())) {
         operand = constant;
@@ -166,7 +167,7 @@ void SlcCopyPropagation::Case(SlcPtr<SlcInvertBoolFlagICode> code)
 {
     const SlcOperand source = FindBool(code->m_source);
     SlcOperandWalker::Case(code);
-    // Under an outer flag the result is true only where that flag is.
+    // With an outer flag, the result is true only where that flag is true.
     if (source && (source->GetBool() || code->m_outer.Null()))
         Learn(code->m_dest, SlcLexType::Bool(!source->GetBool()));
 }
@@ -176,8 +177,8 @@ bool SlcCopyPropagation::ForgetsReads(const SlcICode& code)
     return dynamic_cast<const SlcOrBoolFlagICode*>(&code) != nullptr;
 }
 
-// No constant enters: the form takes its flags as arrays of the grid. What was known of the two
-// that it reads is given up as well, which loses a constant at most.
+// No operand is replaced by a constant, since this form has its flags as arrays of the grid. The
+// known values of the two operands are dropped as well, which loses at most a constant.
 void SlcCopyPropagation::Case(SlcPtr<SlcOrBoolFlagICode> code)
 {
     Write(code->m_left);
@@ -190,7 +191,8 @@ void SlcCopyPropagation::Case(SlcPtr<SlcCallICode> code)
     const SlcCallFormal unknown{SlcTypeNode::AAnyType(), SlcDetailNode::AUnknown(), true};
     std::vector<std::size_t> written;
     for (std::size_t i = 0; i < code->m_args.size(); ++i) {
-        // Nothing is known of the arguments of a function without a row: no constant replaces them.
+        // For a function without a card, nothing is known about the arguments, so they are not
+        // replaced.
         const SlcCallFormal formal =
             code->m_funcEntry ? SlcFormalAt(*code->m_funcEntry, i) : unknown;
         m_keepVarying = !formal.detail->IsUniform();
@@ -204,7 +206,7 @@ void SlcCopyPropagation::Case(SlcPtr<SlcCallICode> code)
         Write(code->m_args[i]);
     if (code->m_result)
         Write(code->m_result);
-    // No constant enters the condition, for which there is no form.
+    // The condition is not replaced, since there is no form with a constant condition.
     if (code->m_form.condition)
         Write(code->m_form.condition);
 }

@@ -1,14 +1,14 @@
-// Liveness by backward data flow: live-in of a block are the variables that it reads before it
-// writes them, and those that are live-out and not written (Aho, Sethi and Ullman, "Compilers:
-// principles, techniques, and tools", 1986, section 10.6). 64 variables share a word.
+// Liveness by backward data-flow analysis: the live-in variables of a block are those that it reads
+// before writing them, and those that are live-out and not written (Aho, Sethi and Ullman,
+// "Compilers: principles, techniques, and tools", 1986, section 10.6). 64 variables share a word.
 //
 //     [x = p; if f L] [y = x; z = 1] [endif L; Ci = y]
 //
 //     x is live-in at block 1; y at 0 and 2, since points that skip the guard keep
-//     the y that they came with
+//     their previous y
 //
-// Ours departs in where it looks. A shader is long and its variables are short-lived, so that sets
-// for each block would cost the square of the length: each variable is followed from cut to cut
+// Ours departs in the blocks that it visits. Shaders are long and their variables short-lived, so
+// sets for every block would take quadratic space: each variable is tracked between two cuts
 // (SlcGraphCuts) around its mentions, and 64 variables of about the same range form a group.
 //
 // Tested by tests/optimizer/SlcDataflowAnalysisTest.cpp against plain sets, on random code.
@@ -49,7 +49,7 @@ SlcDataflowAnalysis::SlcDataflowAnalysis(const SlcControlFlowGraph& graph,
 
 void SlcDataflowAnalysis::CollectBlockSets()
 {
-    // By variable, the last block that read it before it wrote it, and the last one that wrote it.
+    // By variable: the last block that reads it before writing it, and the last one that writes it.
     std::vector<int> usedIn(m_variables.Count(), -1);
     std::vector<int> definedIn(m_variables.Count(), -1);
     for (const auto& block : m_graph.Blocks()) {
@@ -74,8 +74,8 @@ void SlcDataflowAnalysis::CollectBlockSets()
             m_variables.Variable(number)->SetDetail(unknown);
 }
 
-// After the first cut that follows its last mention a variable is dead. Before the last cut before
-// its first mention it is alive everywhere or nowhere, as at that cut.
+// After the first cut that follows its last mention, a variable is dead. Before the last cut that
+// precedes its first mention, it is live everywhere or nowhere, as at that cut.
 std::vector<SlcDataflowAnalysis::Followed> SlcDataflowAnalysis::FollowedVariables() const
 {
     const SlcGraphCuts cuts(m_graph);
@@ -105,7 +105,7 @@ std::vector<SlcDataflowAnalysis::Followed> SlcDataflowAnalysis::FollowedVariable
 
 void SlcDataflowAnalysis::MakeGroups(const std::vector<Followed>& followed)
 {
-    // Ranges of one size, by place: those of a group overlap or follow closely.
+    // Sort by size of the range, then by position, so that ranges in a group overlap or nearly do.
     std::vector<const Followed*> order;
     order.reserve(followed.size());
     for (const Followed& entry : followed)
@@ -134,7 +134,7 @@ void SlcDataflowAnalysis::MakeGroups(const std::vector<Followed>& followed)
         const std::size_t length = group.end - group.first;
         group.uses.assign(length, 0);
         group.defs.assign(length, 0);
-        group.alive.assign(length, 0);
+        group.liveIn.assign(length, 0);
     }
     FillGroups();
     for (Group& group : m_groups) {
@@ -164,16 +164,16 @@ void SlcDataflowAnalysis::FillGroups()
 bool SlcDataflowAnalysis::UpdateFront(Group& group, int block) const
 {
     const std::size_t place = block - group.first;
-    const std::uint64_t alive = group.uses[place] | (LiveAfter(group, block) & ~group.defs[place]);
-    return std::exchange(group.alive[place], alive) != alive;
+    const std::uint64_t live = group.uses[place] | (LiveAfter(group, block) & ~group.defs[place]);
+    return std::exchange(group.liveIn[place], live) != live;
 }
 
-// Against the code order one sweep leaves open only what the jumps back to a loop's head bring.
-// Then only the predecessors of changed blocks are visited: sweeps over all blocks until nothing
-// changes would be as many as the loops are deep.
+// One sweep in reverse code order solves everything except what back edges contribute. After it,
+// only the predecessors of changed blocks are visited: repeating the sweep until nothing changes
+// would take as many sweeps as the loops are deep.
 void SlcDataflowAnalysis::Solve(Group& group)
 {
-    std::vector<int> pending;  // a stack: the jumps of the outer loops first
+    std::vector<int> pending;  // a stack, with the back edges of outer loops first
     std::vector<bool> isPending(group.end - group.first, false);
     const auto open = [&](int block) {
         if (isPending[block - group.first])
@@ -198,14 +198,14 @@ void SlcDataflowAnalysis::Solve(Group& group)
     }
 }
 
-// Variables alive at the front of the range are also alive before it, and in loops that lie there.
+// Variables that are live at the front of the range are also live before it, and in loops there.
 void SlcDataflowAnalysis::LookAtLoops(Group& group) const
 {
     auto head = std::lower_bound(m_loopHeads.begin(), m_loopHeads.end(), group.first);
     if (head != m_loopHeads.begin() && group.end > group.first)
-        group.aroundLoops = group.alive.front();
+        group.aroundLoops = group.liveIn.front();
     for (; head != m_loopHeads.end() && *head < group.end; ++head)
-        group.aroundLoops |= group.AliveAt(*head);
+        group.aroundLoops |= group.LiveInAt(*head);
 }
 
 bool SlcDataflowAnalysis::GoesAroundLoop(int variable) const
@@ -228,7 +228,7 @@ void SlcDataflowAnalysis::BeginChange(Group& group)
 {
     if (std::exchange(group.isChanging, true))
         return;
-    group.before = group.alive;
+    group.before = group.liveIn;
 }
 
 void SlcDataflowAnalysis::RefreshFront(int block)
@@ -238,8 +238,8 @@ void SlcDataflowAnalysis::RefreshFront(int block)
         (void)UpdateFront(*group, block);
 }
 
-// The sets can only become smaller. But a solution that started from the old sets would keep a
-// variable alive around a loop for its own sake, so the changed groups are solved from empty sets.
+// The sets can only shrink. But a solution that started from the old sets would keep a variable
+// live around a loop for its own sake, so the changed groups are solved from empty sets.
 bool SlcDataflowAnalysis::Update(std::span<const int> blocks)
 {
     for (const int block : blocks)
@@ -249,7 +249,7 @@ bool SlcDataflowAnalysis::Update(std::span<const int> blocks)
     for (Group& group : m_groups) {
         if (!std::exchange(group.isChanging, false))
             continue;
-        std::fill(group.alive.begin(), group.alive.end(), 0);
+        std::fill(group.liveIn.begin(), group.liveIn.end(), 0);
         Solve(group);
         changed = changed || HasChangedAtLoops(group);
         group.aroundLoops = 0;
@@ -261,16 +261,15 @@ bool SlcDataflowAnalysis::Update(std::span<const int> blocks)
 bool SlcDataflowAnalysis::HasChangedAtLoops(const Group& group) const
 {
     auto head = std::lower_bound(m_loopHeads.begin(), m_loopHeads.end(), group.first);
-    if (head != m_loopHeads.begin() && group.alive.front() != group.before.front())
+    if (head != m_loopHeads.begin() && group.liveIn.front() != group.before.front())
         return true;
     for (; head != m_loopHeads.end() && *head < group.end; ++head)
-        if (group.alive[*head - group.first] != group.before[*head - group.first])
+        if (group.liveIn[*head - group.first] != group.before[*head - group.first])
             return true;
     return false;
 }
 
-// A variable without a group is read before it is written in no block, which removals cannot
-// change.
+// A variable without a group is in no block read before written, and removals cannot change that.
 void SlcDataflowAnalysis::RefillGroups(int block)
 {
     const auto set = [this, block](std::vector<std::uint64_t> Group::*sets, int variable, bool is) {
@@ -300,16 +299,16 @@ void SlcDataflowAnalysis::RefillGroups(int block)
 
 std::uint64_t SlcDataflowAnalysis::LiveAfter(const Group& group, int block) const
 {
-    std::uint64_t alive = 0;
+    std::uint64_t live = 0;
     for (const int next : m_graph.Blocks()[block].GetNextBlocks())
-        alive |= group.AliveAt(next);
-    return alive;
+        live |= group.LiveInAt(next);
+    return live;
 }
 
 bool SlcDataflowAnalysis::IsLiveIn(int block, int variable) const
 {
     const Place place = m_places[variable];
-    return place.group >= 0 && (m_groups[place.group].AliveAt(block) & BitOf(place.bit)) != 0;
+    return place.group >= 0 && (m_groups[place.group].LiveInAt(block) & BitOf(place.bit)) != 0;
 }
 
 bool SlcDataflowAnalysis::IsLiveOut(int block, int variable) const
@@ -352,7 +351,7 @@ void SlcDataflowAnalysis::Print(std::ostream& out) const
 bool SlcLiveTest::IsLive(int variable) const
 {
     const Seen& seen = m_seen[variable];
-    return seen.block == m_block ? seen.alive : m_analysis.IsLiveOut(m_block, variable);
+    return seen.block == m_block ? seen.isLive : m_analysis.IsLiveOut(m_block, variable);
 }
 
 void SlcLiveTest::StepOver(const SlcPtr<SlcICode>& code)

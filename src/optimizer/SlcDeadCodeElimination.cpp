@@ -1,16 +1,16 @@
 // Dead code elimination, from the end of the code to its front.
 //
-//     x = 1; y = x; Ci = 2          y is read nowhere, and without it x is not either:   Ci = 2
+//     x = 1; y = x; Ci = 2          y is never read, and without it x is not either:   Ci = 2
 //
-// A computation is removed if its result is not alive after it, or if only removed computations
-// need it (SlcNeededVariables, which sees cycles around loops). Removed computations no longer
-// count as uses, so the sets are corrected on the way: a chain inside a block dies in one walk, and
-// RefreshFront passes the smaller sets on to the blocks before. Only around a loop the sets stay
-// too large: a variable that is alive from one iteration to the next may have lost its last read.
-// The sets that are computed after the walk show whether another run would find something.
+// A computation is removed if its result is not live after it, or if only removed computations need
+// it (SlcNeededVariables, which handles cycles around loops). Removed computations no longer count
+// as uses, so the sets are corrected during the walk: a chain inside a block is removed in one
+// walk, and RefreshFront propagates the smaller sets to the preceding blocks. Only around a loop
+// the sets stay too large: a variable that is live from one iteration to the next may have lost its
+// last read. The sets computed after the walk show whether another run would find anything.
 //
-// Only what does nothing but compute is a candidate (the trait Computes). A variable without a
-// number is seen from outside; a write of an element leaves the rest of its array alive.
+// Only instructions that have no other effect are candidates (the trait Computes). A variable
+// without a number is visible outside; a write of an element leaves the rest of its array live.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcDeadCodeElimination, ...), and
 // SlcDataflowAnalysisTest.cpp on random code.
@@ -42,7 +42,7 @@ namespace {
     return needed;
 }
 
-/// True if something lies between two marks, and nothing else. Places in rising order.
+/// True if the removal makes two marks adjacent. Positions are in ascending order.
 [[nodiscard]] bool JoinsMarks(const std::deque<SlcPtr<SlcICode>>& codes,
                               std::span<const std::size_t> removed)
 {
@@ -79,7 +79,7 @@ void SlcDeadCodeElimination::FindDeadCode(const SlcControlFlowGraph& graph,
                                           SlcDataflowAnalysis& analysis)
 {
     SlcLiveTest live(analysis);
-    const auto nobodyReads = [&](int variable) {
+    const auto isUnused = [&](int variable) {
         return !m_needed.IsNeeded(variable) || !live.IsLive(variable);
     };
     std::size_t place = graph.Codes().size();
@@ -91,8 +91,9 @@ void SlcDeadCodeElimination::FindDeadCode(const SlcControlFlowGraph& graph,
         for (auto code = codes.rbegin(); code != codes.rend(); ++code) {
             --place;
             const SlcDefUse::Facts facts = analysis.FactsOf(**code);
-            const bool isDead = facts.computes >= 0 && nobodyReads(facts.computes);
-            // A variable that is assigned to itself is alive before if it is alive after.
+            const bool isDead = facts.computes >= 0 && isUnused(facts.computes);
+            // A variable that is assigned to itself is live before the assignment if it is live
+            // after it.
             if (!isDead)
                 live.StepOver(facts.uses, facts.defs);
             if (!isDead && !facts.assignsItself)
@@ -119,8 +120,8 @@ void SlcDeadCodeElimination::Remove(const SlcICode& code, const SlcDefUse::Facts
         m_keepsConstants && !facts.assignsItself && !SlcCopyPropagation::ForgetsReads(code);
 }
 
-// Sets that came around a loop may have been too large on the walk. If they and the needed
-// variables are the same after it, another walk would find nothing.
+// During the walk, sets around a loop may have been too large. If they and the needed variables are
+// the same afterwards, another walk would find nothing.
 void SlcDeadCodeElimination::Update(SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis)
 {
     m_keepsGraph = graph.Remove(m_removed);

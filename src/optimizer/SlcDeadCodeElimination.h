@@ -8,28 +8,29 @@
 
 /// Removes computations whose result is never read.
 ///
-/// One walk against the code order, which keeps the sets true to what is left: what fed only
-/// removed instructions goes with them. What only feeds itself around a loop goes too, see
-/// `SlcNeededVariables`.
-/// Calls, texture and light instructions and control flow are never dead.
+/// One walk in reverse code order, which updates the sets to the remaining code, so that
+/// computations used only by removed instructions are removed too. So are computations that only
+/// feed themselves around a loop, see `SlcNeededVariables`. Calls, texture and light instructions
+/// and control flow are never dead.
 class SlcDeadCodeElimination {
 public:
-    /// Rewrites `list`, whose blocks are those of `graph`; true if something was removed. Graph and
-    /// analysis are updated to the code that is left, or are stale afterwards (`KeepsGraph`).
+    /// Rewrites `list`, whose blocks are those of `graph`; true if an instruction was removed.
+    /// Graph and analysis are updated to the remaining code, or are stale afterwards
+    /// (`KeepsGraph`).
     [[nodiscard]] bool EliminateCode(SlcListICode& list, SlcControlFlowGraph& graph,
                                      SlcDataflowAnalysis& analysis);
-    /// True if another run would find nothing. It might if this one has removed reads of a variable
-    /// that is alive around a loop.
+    /// True if another run would find nothing. It might if this run has removed reads of a variable
+    /// that is live around a loop.
     [[nodiscard]] bool IsComplete() const { return m_isComplete; }
     /// True if the blocks and edges are the same as before, although some blocks are shorter.
     [[nodiscard]] bool KeepsGraph() const { return m_keepsGraph; }
-    /// True if no constant can be known that was not known before.
+    /// True if no constant can have become known by the removal.
     [[nodiscard]] bool KeepsConstants() const { return m_keepsGraph && m_keepsConstants; }
-    /// True if no labels, jumps or brackets have become neighbours.
+    /// True if no labels, jumps or brackets have become adjacent.
     [[nodiscard]] bool KeepsMarksApart() const { return m_keepsMarksApart; }
 
 private:
-    /// Finds what is dead, from the end to the front.
+    /// Finds dead code, from the end to the front.
     void FindDeadCode(const SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis);
     /// Records the consequences of removing an instruction.
     void Remove(const SlcICode& code, const SlcDefUse::Facts& facts,
@@ -38,8 +39,8 @@ private:
     void Update(SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis);
 
     SlcNeededVariables m_needed{0};
-    std::vector<std::size_t> m_removed;  // places, in falling order at first
-    std::vector<int> m_blocks;           // that have lost instructions
+    std::vector<std::size_t> m_removed;  // positions, at first in descending order
+    std::vector<int> m_blocks;           // blocks that have lost instructions
     bool m_isComplete = true;
     bool m_keepsGraph = true;
     bool m_keepsConstants = true;

@@ -1,11 +1,12 @@
-// Reads and writes of an instruction as numbers, with what it does not name.
+// Reads and writes of an instruction as numbers, including variables that it does not name.
 //
 //     Ci = Cs              uses Cs; defs Ci
-//     Ci = diffuse(n)      uses n, Ci (a call may leave some points as they were), and P, L and Cl,
+//     Ci = diffuse(n)      uses n, Ci (a call may leave some points unchanged), and P, L and Cl,
 //                          from the table below; defs Ci and n
 //
-// An argument of a call counts as written whatever its row says, so that the sets hold for any
-// primitive. The ends of the shader write what the renderer gives and read what it takes.
+// Every argument of a call counts as written, regardless of its card, so that the sets hold for any
+// primitive. The markers at the ends of the shader write what the renderer provides and read what
+// it uses.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcDeadCodeElimination, ...).
 
@@ -19,10 +20,10 @@
 
 namespace {
 
-/// The result of an instruction that does nothing but compute it.
+/// Finds the result of an instruction that has no other effect.
 class ComputedResult : public SlcOperandWalker {
 public:
-    /// Null for an instruction that does more, or nothing.
+    /// Returns null for an instruction with other effects, or without a result.
     [[nodiscard]] SlcOperand Of(const SlcPtr<SlcICode>& code)
     {
         m_result = nullptr;
@@ -47,8 +48,8 @@ private:
     bool m_assignsItself = false;
 };
 
-/// True if uses of the written operand can be found: it is a followed variable and written as a
-/// whole. A write through an element's reference reaches the array.
+/// True if all uses of the written operand can be found: it is a tracked variable and written as a
+/// whole. A write through an element's reference changes the array.
 bool IsWholeVariable(const SlcOperand& operand)
 {
     const SlcTypeNode* type = operand->GetType();
@@ -178,7 +179,8 @@ void SlcDefUse::Case(SlcPtr<SlcCheckIlluminanceICode> code)
 void SlcDefUse::Case(SlcPtr<SlcTextureSTPointsICode> code)
 {
     SlcOperandWalker::Case(code);
-    // The corners are made from several points of what is read, and must not take its place.
+    // The corners are computed from the operands at several points, so they must not share their
+    // storage.
     Add(m_defs, code->m_s);
     Add(m_defs, code->m_t);
     UsePredefined("du");
@@ -207,7 +209,7 @@ void SlcDefUse::Case(SlcPtr<SlcConvertArrayDSOICode> code)
     Add(m_defs, code->m_source);
 }
 
-// In a loop over lights, the current light is then that of other points.
+// In a light loop, the variables of the current light then belong to other points.
 
 void SlcDefUse::Case(SlcPtr<SlcEvalLightForPICode>)
 {

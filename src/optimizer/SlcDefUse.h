@@ -7,26 +7,26 @@
 #include "icode/SlcListICode.h"
 #include "icode/SlcOperandWalker.h"
 
-/// The variables of one list by number: the universe of the data-flow sets.
+/// The numbers of the variables of one list: the universe of the data-flow sets.
 ///
-/// Only variables that the analysis can follow have a number: locals, temporaries and predefined
+/// Only variables that the analysis can track have a number: locals, temporaries and predefined
 /// variables. Parameters and externs have none, so that no pass treats a write to one as dead.
 class SlcVariableNumbers {
 public:
     /// Numbers the variables of `list` by their position in `m_allVars`. The numbers are stored in
-    /// the operands, until those of another list replace them. Variables that are not followed have
+    /// the operands, until those of another list replace them. Variables that are not tracked have
     /// a position but no number.
     explicit SlcVariableNumbers(const SlcListICode& list);
 
     /// Numbers are from 0 to `Count() - 1`.
     [[nodiscard]] int Count() const { return static_cast<int>(m_variables.size()); }
     [[nodiscard]] const SlcOperand& Variable(int number) const { return m_variables[number]; }
-    /// -1 for a constant and for a variable that is not followed.
+    /// Returns -1 for a constant and for a variable that is not tracked.
     [[nodiscard]] static int Of(const SlcOperand& operand) { return operand->m_setIndex; }
-    /// Number of a predefined variable by its name in the source; -1 if the list does not use it.
-    /// `L`, `Cl` and `Ol` are those of the light loops if there are any.
+    /// Returns the number of a predefined variable by its name in the source; -1 if the list does
+    /// not use it. `L`, `Cl` and `Ol` are those of the light loops if there are any.
     [[nodiscard]] int OfPredefined(std::string_view name) const;
-    /// The same by its expression in generated code.
+    /// Does the same for its accessor in generated code.
     [[nodiscard]] int OfAccessor(std::string_view accessor) const;
 
 private:
@@ -38,23 +38,23 @@ private:
 /// name.
 ///
 /// An instruction that may write only some points, or only a part of a value, also counts as
-/// reading what it writes, so that the previous value stays live (the traits PartialWrite and
+/// reading its result, so that the previous value stays live (the traits PartialWrite and
 /// PartialIfLimited). Variables without a number are ignored.
 class SlcDefUse : public SlcOperandWalker {
 public:
     /// `variables` must outlive this object.
     explicit SlcDefUse(const SlcVariableNumbers& variables);
 
-    /// What an instruction reads and writes. Valid until the next call of `Compute` for an
-    /// instruction that it has not seen yet. A number can occur twice in `uses` or `defs`.
+    /// What an instruction reads and writes. Valid until the next call of `Compute` for a new
+    /// instruction. A number can occur twice in `uses` or `defs`.
     struct Facts {
         std::span<const int> uses;
         std::span<const int> defs;
-        int computes;  // the variable that the instruction computes as a whole, and no more; or -1
+        int computes;        // the variable that is the only effect of the instruction; or -1
         bool assignsItself;  // x = x
     };
 
-    /// Looks at the instruction if it is new, or if its operands have changed
+    /// Analyses the instruction if it is new, or if its operands have changed
     /// (`SlcICode::m_flowIndex`).
     void Compute(const SlcPtr<SlcICode>& code)
     {
@@ -62,16 +62,16 @@ public:
             Add(code);
         m_current = static_cast<std::size_t>(code->m_flowIndex);
     }
-    /// Of the last one.
+    /// Return the sets of the last instruction passed to `Compute`.
     [[nodiscard]] std::span<const int> Uses() const { return FactsAt(m_current).uses; }
     [[nodiscard]] std::span<const int> Defs() const { return FactsAt(m_current).defs; }
-    /// Of one that `Compute` has seen.
+    /// Returns the facts about an instruction that was passed to `Compute`.
     [[nodiscard]] Facts Of(const SlcICode& code) const { return FactsAt(code.m_flowIndex); }
-    /// Any operand may have changed.
+    /// Drops all facts, since any operand may have changed.
     void ForgetAll();
 
 private:
-    /// The numbers lie in m_numbers: what is read, and then what is written.
+    /// The numbers are in m_numbers: first what is read, then what is written.
     struct Entry {
         const SlcICode* code;
         std::size_t uses;
@@ -95,7 +95,7 @@ private:
                 entry.assignsItself};
     }
     void Add(const SlcPtr<SlcICode>& code);
-    /// Leaves the reads and writes in m_uses and m_defs.
+    /// Stores the reads and writes in m_uses and m_defs.
     void Collect(const SlcPtr<SlcICode>& code);
 
     void Read(SlcOperand& operand) override { Add(m_uses, operand); }
@@ -127,7 +127,7 @@ private:
 
     const SlcVariableNumbers& m_variables;
     std::vector<int> m_predefined;      // every predefined variable
-    std::vector<int> m_readWrite;       // the ones that the renderer reads at the end
+    std::vector<int> m_readWrite;       // the ones that the renderer reads at the end of the shader
     std::vector<int> m_lightVariables;  // `L`, `Cl` and `Ol` of the light loops
     bool m_isLimited = false;           // the instruction has a condition
     std::vector<int> m_uses;

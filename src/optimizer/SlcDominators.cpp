@@ -1,10 +1,11 @@
-// The tree of immediate dominators, by the method of Cooper, Harvey and Kennedy: blocks in reverse
-// post-order, each hung below the nearest common ancestor of its predecessors, until nothing moves.
+// The tree of immediate dominators, by the method of Cooper, Harvey and Kennedy: visits blocks in
+// reverse post-order and makes each a child of the nearest common ancestor of its predecessors,
+// until nothing changes.
 //
 //     0 -> 1 -> 2, 0 -> 2        2 has the predecessors 1 and 0, whose common ancestor is 0
 //
-// A walk over the tree numbers when it enters and leaves each block; a dominates b if the span of b
-// lies in that of a.
+// A walk over the tree numbers when it enters and leaves each block; a dominates b if the interval
+// of b lies within that of a.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcCodeMotion, ...).
 
@@ -28,7 +29,7 @@ SlcDominators::SlcDominators(const SlcControlFlowGraph& graph)
 
 void SlcDominators::OrderBlocks(const SlcControlFlowGraph& graph)
 {
-    // Block and the number of its successors already taken; a stack of our own, since generated
+    // Block and the number of its successors visited so far. An explicit stack, since generated
     // code has more blocks than calls can nest.
     std::vector<std::pair<int, std::size_t>> path = {{0, 0}};
     std::vector<bool> visited(graph.Blocks().size(), false);

@@ -4,7 +4,7 @@
 
 #include "optimizer/SlcControlFlowGraph.h"
 
-/// The dominators of blocks: the blocks that every path from the entry passes.
+/// The dominators of blocks: block a dominates b if every path from the entry to b passes a.
 ///
 /// Keith Cooper, Timothy Harvey and Ken Kennedy, "A simple, fast dominance algorithm", 2001; a
 /// query compares the positions of two blocks in a walk over the dominator tree.
@@ -14,16 +14,16 @@ public:
     /// The graph is not needed afterwards.
     explicit SlcDominators(const SlcControlFlowGraph& graph);
 
-    /// True if every path to `block` passes `dominator`; true for a block and itself, false for
+    /// True if every path to `block` passes `dominator`; a block dominates itself. False for
     /// unreachable blocks. O(1).
     [[nodiscard]] bool Dominates(int dominator, int block) const;
-    /// The position of a block in an order in which its dominators come before it; -1 if it is
+    /// Returns the position of a block in an order in which its dominators precede it; -1 if it is
     /// unreachable.
     [[nodiscard]] int Place(int block) const { return m_place[block]; }
-    /// The immediate dominator of a reachable block.
+    /// Returns the immediate dominator of a reachable block.
     [[nodiscard]] int Parent(int block) const { return m_immediate[block]; }
-    /// The nearest common dominator of two reachable blocks. Costs the lengths of the two paths to
-    /// it in the tree.
+    /// Returns the nearest common dominator of two reachable blocks. Costs the lengths of the two
+    /// paths to it in the tree.
     [[nodiscard]] int NearestCommon(int first, int second) const;
 
 private:
@@ -33,7 +33,7 @@ private:
 
     std::vector<int> m_forwardOrder;  // reverse post-order of the reachable blocks
     std::vector<int> m_place;         // position of each block in that order; -1 if unreachable
-    std::vector<int> m_immediate;     // dominator of each block; -1 for none
+    std::vector<int> m_immediate;     // of each block; -1 for none
     std::vector<int> m_enter;         // of each block in the walk over the tree
     std::vector<int> m_leave;
 };

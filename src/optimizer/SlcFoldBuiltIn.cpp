@@ -1,5 +1,5 @@
-// Folds calls with the functions of the run time themselves, which the cards name, so that a folded
-// call has the bits of one that runs.
+// Folds calls by calling the functions of the run time, which the cards name, so that a folded call
+// has the same bits as one at run time.
 //
 // Tested by tests/runtime/FoldedCallsTest.cpp, tests/optimizer/OptimizerTest.cpp,
 // TEST(SlcConvertConstOp, ...), and by all levels against each other in tests/random.
@@ -17,7 +17,7 @@ namespace {
 
 using Arguments = std::span<const float>;
 
-// What a card says of a function, and a call of it.
+// The card of a function, and a call of it.
 #define SQX_CARD(primitive, text)
 #define SQX_SCENE_FUNCTION(primitive, text, ...)
 #define SQX_FUNCTION(primitive, text, ...)                                                         \
@@ -31,7 +31,7 @@ using Arguments = std::span<const float>;
     };
 #include "sqx/SqxCards.def"
 
-/// Outside -1..1 the sine of no angle: no number, so that the call stays in the code.
+/// Outside -1..1 returns NaN, since no angle has this sine, so that the call is not folded.
 template <>
 float Card_CALL_PRIM_ASIN::Call(float x)
 {
@@ -44,7 +44,7 @@ struct Row {
     float (*value)(Arguments) = nullptr;
 };
 
-/// True for a function of numbers that the compiler may evaluate.
+/// True for a function of floats that the compiler may evaluate.
 constexpr bool IsFolded(const SqxCard& card)
 {
     return card.isFoldable && card.result == SqxCardType::Float &&

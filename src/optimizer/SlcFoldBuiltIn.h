@@ -5,9 +5,9 @@
 
 #include "sqx/SqxPrimitive.h"
 
-/// The value of a built-in for constant arguments, in the steps and the precision of the run time,
-/// so that what follows from it, such as a whole part, is the same; nothing if the primitive is
-/// none of those that can be evaluated. Where the mathematical function has no real value, the
-/// result is 0, or no finite number.
+/// Returns the value of a built-in for constant arguments, computed with the steps and the
+/// precision of the run time, so that results that depend on it are the same. Returns nothing if
+/// the primitive cannot be evaluated. Where the mathematical function has no real value, the result
+/// is 0 or not finite.
 [[nodiscard]] std::optional<float> SlcFoldBuiltIn(SqxPrimitive primitive,
                                                   std::span<const float> arguments);

@@ -1,11 +1,11 @@
-// A front is a cut if no edge passes it by, and if all code before it gets there. Edges are counted
-// by differences: an edge from a to b adds one at every front between, so two additions for each
-// edge and one sum over all blocks yield the count at every front.
+// The front of a block is a cut if no edge crosses it, and if all code before it reaches it. Edges
+// are counted by differences: an edge from a to b adds one at every front in between, so two
+// additions per edge and a prefix sum over all blocks yield the count at every front.
 //
-//     [a; if f L] [b] [endif L; c] [M:; d]        the guard's edge passes the front of [b];
+//     [a; if f L] [b] [endif L; c] [M:; d]        the guard's edge crosses the front of [b];
 //                                                 [endif L; c] and [M:; d] are cuts
 //
-// Tested by tests/optimizer/SlcDataflowAnalysisTest.cpp, through the analysis that rests on it.
+// Tested by tests/optimizer/SlcDataflowAnalysisTest.cpp, through the analysis that uses it.
 
 #include "optimizer/SlcGraphCuts.h"
 
@@ -13,8 +13,8 @@
 
 namespace {
 
-/// So many blocks, from the first, all reach the end of the code: code after a loop that never ends
-/// is not reached from all the code before it.
+/// Returns the length of the longest prefix of blocks that all reach the end of the code: code
+/// after an infinite loop is not reached from all code before it.
 int BlocksThatEnd(const SlcControlFlowGraph& graph)
 {
     const auto& blocks = graph.Blocks();
@@ -35,14 +35,15 @@ int BlocksThatEnd(const SlcControlFlowGraph& graph)
     return static_cast<int>(std::find(ends.begin(), ends.end(), false) - ends.begin());
 }
 
-/// For each block, how many edges pass by its front.
+/// Returns, for each block, how many edges cross its front.
 std::vector<int> EdgesAcross(const SlcControlFlowGraph& graph)
 {
     std::vector<int> across(graph.Blocks().size() + 1, 0);
     for (const auto& block : graph.Blocks()) {
         const int from = block.GetBlockId();
         for (const int to : block.GetNextBlocks()) {
-            // Forward: every front between the two. Back: all that the edge leads back over.
+            // A forward edge crosses every front between the two blocks; a back edge, every front
+            // that it jumps over.
             ++across[std::min(from, to) + 1];
             --across[std::max(from + 1, to)];
         }

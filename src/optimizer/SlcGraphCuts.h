@@ -13,9 +13,9 @@ public:
     /// Linear in the blocks.
     explicit SlcGraphCuts(const SlcControlFlowGraph& graph);
 
-    /// The last cut at or before `block`; the entry counts as a cut.
+    /// Returns the last cut at or before `block`; the entry counts as a cut.
     [[nodiscard]] int LastUpTo(int block) const { return m_lastUpTo[block]; }
-    /// The first cut after `block`; the end of the code counts as a cut.
+    /// Returns the first cut after `block`; the end of the code counts as a cut.
     [[nodiscard]] int FirstAfter(int block) const { return m_firstAfter[block]; }
 
 private:

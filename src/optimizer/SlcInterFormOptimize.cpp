@@ -1,4 +1,4 @@
-// The optimizer's part of the compiled shader.
+// The member function of the compiled shader that optimizes it.
 
 #include "icode/SlcICodeValidator.h"
 #include "icode/SlcInterForm.h"
@@ -10,7 +10,7 @@ void SlcInterForm::Optimize()
         SlcICodeValidator::Require(*m_mainList, SlcICodeValidator::Stage::Lowered);
     for (const auto& optimizer : SlcGetICodeOptimizerSequence(m_options)) {
         optimizer->Optimize(m_mainList);
-        // Where details have come to mean the storage of a temporary, the rules do not apply.
+        // The rules do not hold once details describe the storage of temporaries.
         if (m_options.m_validateICode && !m_options.m_convertTmpVarDetail)
             SlcICodeValidator::Require(*m_mainList, SlcICodeValidator::Stage::Optimized);
     }

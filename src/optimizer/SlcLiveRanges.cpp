@@ -1,12 +1,13 @@
-// One walk through each block against the code order finds the ranges of what the block mentions:
+// One walk through each block in reverse code order finds the ranges of the variables that it
+// names:
 //
-//     0  x = 1         x: 0..2    written at 0, alive after 0 and 1, read at 2; the range ends
+//     0  x = 1         x: 0..2    written at 0, live after 0 and 1, read at 2; the range ends
 //     1  y = 2         y: 1       before the read
 //     2  y = x         y: 2..
 //
-// A variable that a block does not mention is alive throughout the block or nowhere in it. Such
-// stretches come from the groups of the data-flow analysis, a range for each run of blocks and not
-// one for each block.
+// A variable that a block does not name is live throughout the block or nowhere in it. Such ranges
+// come from the groups of the data-flow analysis, one for each sequence of blocks instead of one
+// for each block.
 //
 // Tested by tests/optimizer/SlcDataflowAnalysisTest.cpp against the sets of each instruction.
 
@@ -17,15 +18,15 @@
 
 namespace {
 
-constexpr int k_entry = -1;  // place before the code
-constexpr int k_none = -2;   // no place
+constexpr int k_entry = -1;  // position before the code
+constexpr int k_none = -2;   // no position
 
 }  // namespace
 
 SlcLiveRanges::SlcLiveRanges(const SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis)
     : m_analysis(analysis),
       m_ranges(analysis.Variables().Count()),
-      m_aliveTo(analysis.Variables().Count(), k_none),
+      m_liveTo(analysis.Variables().Count(), k_none),
       m_blockOf(analysis.Variables().Count(), -1)
 {
     int place = 0;
@@ -68,7 +69,7 @@ void SlcLiveRanges::AddBlock(const SlcBasicBlock& block)
         m_blockOf[variable] = block.GetBlockId();
         m_mentioned.push_back(variable);
         if (m_analysis.IsLiveOut(block.GetBlockId(), variable))
-            m_aliveTo[variable] = end;
+            m_liveTo[variable] = end;
     };
     for (int place = end; place >= start; --place) {
         defUse.Compute(codes[place - start]);
@@ -79,9 +80,9 @@ void SlcLiveRanges::AddBlock(const SlcBasicBlock& block)
         AddDefsAndUses(place);
     }
     for (const int variable : m_mentioned) {
-        if (m_aliveTo[variable] >= start)
-            Add(variable, start, m_aliveTo[variable]);
-        m_aliveTo[variable] = k_none;
+        if (m_liveTo[variable] >= start)
+            Add(variable, start, m_liveTo[variable]);
+        m_liveTo[variable] = k_none;
     }
     m_mentioned.clear();
 }
@@ -89,12 +90,12 @@ void SlcLiveRanges::AddBlock(const SlcBasicBlock& block)
 void SlcLiveRanges::AddDefsAndUses(int place)
 {
     for (const int variable : m_analysis.DefUse().Defs()) {
-        Add(variable, place, std::max(m_aliveTo[variable], place));
-        m_aliveTo[variable] = k_none;
+        Add(variable, place, std::max(m_liveTo[variable], place));
+        m_liveTo[variable] = k_none;
     }
     for (const int variable : m_analysis.DefUse().Uses())
-        if (m_aliveTo[variable] == k_none)
-            m_aliveTo[variable] = place - 1;
+        if (m_liveTo[variable] == k_none)
+            m_liveTo[variable] = place - 1;
 }
 
 void SlcLiveRanges::AddGroup(const SlcDataflowAnalysis::Group& group)
@@ -106,10 +107,10 @@ void SlcLiveRanges::AddGroup(const SlcDataflowAnalysis::Group& group)
             Add(group.variables[bit], starts[bit], place - 1);
         }
     };
-    // Before its stretch a variable is alive as at the stretch's front.
-    std::uint64_t open = group.AliveAt(0);
+    // Before its range a variable is live if it is live at the front of the range.
+    std::uint64_t open = group.LiveInAt(0);
     for (int block = group.first; block < group.end; ++block) {
-        const std::uint64_t through = AliveThrough(group, block);
+        const std::uint64_t through = LiveThrough(group, block);
         const int place = m_blockStarts[block];
         close(open & ~through, place);
         for (std::uint64_t begun = through & ~open; begun != 0; begun &= begun - 1)
@@ -119,9 +120,9 @@ void SlcLiveRanges::AddGroup(const SlcDataflowAnalysis::Group& group)
     close(open, m_blockStarts[group.end]);
 }
 
-std::uint64_t SlcLiveRanges::AliveThrough(const SlcDataflowAnalysis::Group& group, int block) const
+std::uint64_t SlcLiveRanges::LiveThrough(const SlcDataflowAnalysis::Group& group, int block) const
 {
-    return group.AliveAt(block) & m_analysis.LiveAfter(group, block) &
+    return group.LiveInAt(block) & m_analysis.LiveAfter(group, block) &
            ~group.defs[block - group.first];
 }
 

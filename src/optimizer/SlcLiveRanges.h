@@ -14,32 +14,32 @@ struct SlcLiveRange {
 /// The live ranges of each variable: the instructions that write it, and those after which it is
 /// live. Two variables interfere if they have such a position in common.
 ///
-/// Each mention of a variable costs a few ranges, however many others are live there; an
-/// interference graph would cost the square of the number of variables that are live together.
+/// Each mention of a variable costs a few ranges, regardless of how many others are live there; an
+/// interference graph would be quadratic in the number of variables that are live together.
 class SlcLiveRanges {
 public:
     /// Computes the ranges of all variables; both must be up to date, and are not needed
     /// afterwards.
     SlcLiveRanges(const SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis);
 
-    /// Moves out the ranges of a variable, in code order; no two overlap or adjoin.
+    /// Moves out the ranges of a variable, in code order; no two overlap or are adjacent.
     [[nodiscard]] std::vector<SlcLiveRange> Take(int variable);
 
 private:
     void AddBlock(const SlcBasicBlock& block);
     void AddDefsAndUses(int place);
-    /// Adds the variables that are live throughout blocks which do not write them.
+    /// Adds the variables that are live throughout blocks that do not write them.
     void AddGroup(const SlcDataflowAnalysis::Group& group);
-    [[nodiscard]] std::uint64_t AliveThrough(const SlcDataflowAnalysis::Group& group,
-                                             int block) const;
+    [[nodiscard]] std::uint64_t LiveThrough(const SlcDataflowAnalysis::Group& group,
+                                            int block) const;
     void Add(int variable, int first, int last);
 
     SlcDataflowAnalysis& m_analysis;
-    std::vector<int> m_blockStarts;  // by block: position of the first instruction; and the end
+    std::vector<int> m_blockStarts;  // by block: position of its first instruction; then the end
     std::vector<std::vector<SlcLiveRange>> m_ranges;
 
     // State of the current block.
     std::vector<int> m_mentioned;
-    std::vector<int> m_aliveTo;  // by variable: last position of the open range, or none
+    std::vector<int> m_liveTo;   // by variable: last position of the open range, or none
     std::vector<int> m_blockOf;  // by variable: block in which it was mentioned last
 };

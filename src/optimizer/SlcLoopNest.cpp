@@ -1,11 +1,11 @@
-// The loops from the innermost to the outermost, so that each of them is one block for those around
-// it (Robert Tarjan, "Testing flow graph reducibility", 1974, sections 3 and 4). Heads that do not
-// dominate their jumps back are passed over, where Tarjan stops.
+// Finds the loops from the innermost to the outermost; each then counts as one block of the
+// enclosing loops (Robert Tarjan, "Testing flow graph reducibility", 1974, sections 3 and 4). Heads
+// that do not dominate the sources of their back edges are skipped, where Tarjan stops.
 //
 //     a: b: ... goto b; ... goto a        b gathers its body; a gathers b as one, and the rest
 //
-// Blocks that have been gathered point to the head that did it, and the ways are shortened when
-// they are walked.
+// Blocks that have been gathered point to the head of their loop, and paths are compressed when
+// they are followed.
 //
 // Tested by tests/optimizer/SlcLoopNestTest.cpp.
 
@@ -43,7 +43,7 @@ void SlcLoopNest::FindHeads()
     });
 }
 
-/// Something jumps back to it, and that only from where it has been passed.
+/// True if the block is the target of back edges, all from blocks that it dominates.
 bool SlcLoopNest::IsHead(int block) const
 {
     bool isHead = false;
@@ -72,7 +72,7 @@ void SlcLoopNest::Gather(int loop)
     std::vector<int> pending;
     const auto enterThroughEdgesTo = [&](int block) {
         for (const int predecessor : m_graph.Blocks()[block].GetPredBlocks()) {
-            // An edge from before the loop, or from unreachable code.
+            // Skip an edge from before the loop, or from unreachable code.
             if (!m_dominators.Dominates(head, predecessor))
                 continue;
             const int outermost = Outermost(predecessor);
@@ -95,7 +95,7 @@ void SlcLoopNest::Gather(int loop)
     }
 }
 
-/// The head of the outermost loop that has gathered `block` so far, or the block itself.
+/// Returns the head of the outermost loop that has gathered `block` so far, or the block itself.
 int SlcLoopNest::Outermost(int block)
 {
     while (m_gathered[block] != block) {
@@ -107,7 +107,7 @@ int SlcLoopNest::Outermost(int block)
 
 void SlcLoopNest::NumberPlaces()
 {
-    std::vector<int> sizes(m_loops.size(), 1);  // of each loop with those inside it
+    std::vector<int> sizes(m_loops.size(), 1);  // of each loop, including those inside it
     for (auto loop = m_fromOutside.rbegin(); loop != m_fromOutside.rend(); ++loop)
         if (m_parents[*loop] != k_none)
             sizes[m_parents[*loop]] += sizes[*loop];
@@ -164,12 +164,13 @@ std::vector<int> SlcLoopNest::BlocksThatAlwaysRun(const Loop& loop) const
                 blocks.push_back(block.GetBlockId());
         return blocks;
     }
-    // The head dominates all of the loop, so what dominates a block of it is in it or in front.
+    // The head dominates the whole loop, so the dominators of a block in it are in the loop or
+    // before it.
     for (int block = loop.lastBeforeExits; block != loop.head; block = m_dominators.Parent(block))
         blocks.push_back(block);
     blocks.push_back(loop.head);
     std::reverse(blocks.begin(), blocks.end());
-    if (!std::is_sorted(blocks.begin(), blocks.end()))  // unless code jumps back without a loop
+    if (!std::is_sorted(blocks.begin(), blocks.end()))  // other back edges may exist
         std::sort(blocks.begin(), blocks.end());
     return blocks;
 }

@@ -7,7 +7,7 @@
 
 /// The natural loops of a graph and their nesting. A loop consists of all blocks that reach a back
 /// edge to its head, which dominates them, without passing the head; back edges to the same head
-/// form one loop. Unreachable blocks are in no loop.
+/// form one loop. Unreachable blocks belong to no loop.
 ///
 /// Loops are numbered by places: the loops inside a loop have the places after it up to its `end`,
 /// so a block is in a loop if the place of its innermost loop is in that interval. About linear in
@@ -26,13 +26,13 @@ public:
     /// Both must outlive this object.
     SlcLoopNest(const SlcControlFlowGraph& graph, const SlcDominators& dominators);
 
-    /// The loops in code order of their heads.
+    /// Returns the loops in code order of their heads.
     [[nodiscard]] const std::vector<Loop>& Loops() const { return m_loops; }
-    /// The place of the innermost loop around `block`; `k_none` if there is none.
+    /// Returns the place of the innermost loop around `block`; `k_none` if there is none.
     [[nodiscard]] int PlaceOf(int block) const;
     [[nodiscard]] bool Contains(const Loop& loop, int block) const;
-    /// The place of the innermost loop around `block` that also contains the one at `place`. Costs
-    /// one comparison for each loop in between.
+    /// Returns the place of the innermost loop around `block` that also contains the one at
+    /// `place`. Costs one comparison for each loop in between.
     [[nodiscard]] int CommonPlace(int block, int place) const;
     /// Returns the blocks of a loop that every path out of it passes, or all if there is no exit,
     /// in code order. Linear in their number; in a loop without an exit linear in the blocks of the

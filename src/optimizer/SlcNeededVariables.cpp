@@ -1,12 +1,12 @@
-// Mark and sweep over variables: what control flow, calls and outputs read is needed, and so is
-// what a needed variable is computed from.
+// Mark and sweep over variables: the operands of control flow, calls and outputs are needed, and so
+// are the operands from which a needed variable is computed.
 //
-//     while c; b = a; c2 = b; a = c2; endwhile       a, b and c2 keep each other alive, and nothing
+//     while c; b = a; c2 = b; a = c2; endwhile       a, b and c2 keep each other live, and nothing
 //                                                    else reads them: none is needed
 //
 // Ron Cytron and others, "Efficiently computing static single assignment form and the control
-// dependence graph" (1991), section 7.1, has it for values; ours marks variables, since the code is
-// in no such form, and takes all control flow for needed.
+// dependence graph" (1991), section 7.1, do this for values. Ours marks variables, since the code
+// is not in that form, and treats all control flow as needed.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcDeadCodeElimination, ...).
 

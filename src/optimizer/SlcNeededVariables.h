@@ -6,10 +6,10 @@
 
 #include "optimizer/SlcDefUse.h"
 
-/// Finds the variables that the code needs: those that are read for more than to compute unneeded
-/// variables.
+/// Finds the variables that the code needs: those that are read for anything except computing
+/// unneeded variables.
 ///
-/// The analysis ignores the order of the code, so it finds less than liveness in straight-line
+/// The analysis ignores the order of the code, so it finds less than liveness does in straight-line
 /// code. But it finds in one step chains that only feed themselves around a loop, of which liveness
 /// removes one link per round. Linear in the instructions.
 class SlcNeededVariables {
@@ -19,8 +19,8 @@ public:
 
     /// Adds an instruction that does more than compute one variable.
     void AddReads(std::span<const int> uses);
-    /// Adds an instruction that only computes the variable from `uses`, which must last until
-    /// `Solve`, and can be removed with it.
+    /// Adds an instruction that only computes the variable from `uses`, and can be removed if it is
+    /// not needed. `uses` must live until `Solve`.
     void AddComputation(int variable, std::span<const int> uses);
     /// Call it after the last instruction.
     void Solve();
@@ -33,7 +33,7 @@ public:
 
 private:
     struct Computation {
-        int next;  // an earlier one of the same variable, or -1
+        int next;  // the previous one of the same variable, or -1
         std::span<const int> uses;
     };
 

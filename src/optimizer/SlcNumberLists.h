@@ -4,15 +4,15 @@
 #include <span>
 #include <vector>
 
-/// Lists of numbers, concatenated in one array: for sets that are built once, list by list, and
-/// then only read. Separate list objects would need an allocation for each instruction.
+/// Lists of numbers, concatenated in one array, for sets that are built once, list by list, and
+/// then only read. Separate list objects would need an allocation per instruction.
 class SlcNumberLists {
 public:
     /// Adds to the current list.
     void Add(int number) { m_numbers.push_back(number); }
     void Add(std::span<const int> numbers)
     {
-        for (const int number : numbers)  // a few
+        for (const int number : numbers)  // usually short
             m_numbers.push_back(number);
     }
     /// Ends the current list and begins the next.
@@ -26,5 +26,5 @@ public:
 
 private:
     std::vector<int> m_numbers;
-    std::vector<int> m_starts = {0};  // of each list, and the end of the last one
+    std::vector<int> m_starts = {0};  // start of each list, and the end of the last one
 };

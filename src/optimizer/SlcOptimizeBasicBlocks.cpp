@@ -1,5 +1,5 @@
-// Rounds of passes until nothing changes. Each change sends the passes that may find something new
-// over the code again, and no others:
+// Runs passes in rounds until nothing changes. After a change, only those passes run again that may
+// find something new:
 //
 //     round     1. dead code           2. empty blocks     3. constants and folding     4. loops
 //               the first of them that changes the list ends the round
@@ -23,8 +23,8 @@
 //                     since a second walk would know no more than the first, until an edge or a
 //                     write is removed that kept a value from being known
 //
-// Constants are put in and folded in one walk, instruction by instruction, so that a chain like
-// `x = 2; y = x + 1; z = y` is done at once, where two passes would need a round for each link.
+// Constants are propagated and folded in one walk, instruction by instruction, so that a chain like
+// `x = 2; y = x + 1; z = y` takes one round instead of a round per link.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcICodeOptimizer, ...), by all levels against
 // each other in tests/random, and by tests/random/OptimizerRoundsTest.cpp.
@@ -46,17 +46,18 @@
 
 namespace {
 
-constexpr int k_maxRounds = 1000;  // a bound, not an error: the code is correct in each round
+constexpr int k_maxRounds = 1000;  // a bound, not an error: the code is correct after each round
 
-/// The successor that a block no longer reaches, now that folding has replaced its last instruction
-/// by `folded`; -1 for none. `isDropping`: that instruction guards code that can never run.
+/// Returns the successor that a block no longer reaches after folding has replaced its last
+/// instruction by `folded`; -1 for none. `isDropping` means that this instruction guards code that
+/// can never run.
 int DroppedSuccessor(const SlcBasicBlock& block, const SlcPtr<SlcICode>& folded, bool isDropping)
 {
     const auto& next = block.GetNextBlocks();
     if (next.size() < 2 || folded == block.GetListICode().back())
         return -1;
     // A jump that has become unconditional, or a guard whose code is dropped, continues at its
-    // label; without the jump control falls through.
+    // label; a removed jump falls through.
     const int following = block.GetBlockId() + 1;
     const bool jumps = folded || isDropping;
     if (jumps)
@@ -108,7 +109,7 @@ void SlcOptimizeBasicBlocks::ForgetAll()
 
 void SlcOptimizeBasicBlocks::BuildGraph(SlcListICode& list)
 {
-    // Dumps show each round as if it were the only one.
+    // For dumps, each round starts without previous knowledge.
     if (m_options.m_printBlockICode || m_options.m_rebuildEachRound) {
         ForgetAll();
         m_defUse->ForgetAll();
@@ -248,7 +249,7 @@ bool SlcOptimizeBasicBlocks::UpdateVariables(SlcListICode& list)
     if (!m_options.m_reduceNumberTmps)
         return false;
     // Only variables with the same kind of storage may share it. Later passes still treat all of
-    // them as varying, since code motion could move a uniform one out of its run.
+    // them as varying, since code motion could hoist a uniform one out of its run.
     if (m_options.m_convertTmpVarDetail)
         SlcConvertTmpVarDetail(list, *m_variables);
     std::ofstream dump;

@@ -12,11 +12,11 @@ class SlcVariableNumbers;
 
 /// Runs the passes that need the control-flow graph until nothing changes.
 ///
-/// The order within a round is a priority: removals run to exhaustion first, rewrites come only
-/// when nothing is left to remove, loops after them, and variables are shared once, when the code
-/// has become stable. Each pass sees the liveness of the code that it is given.
-/// Every pass reports a change only if the code has become smaller, a constant has replaced a
-/// variable, or an instruction has left a loop, so the rounds end.
+/// The order within a round is a priority: removals run to exhaustion first, rewrites run only when
+/// nothing is left to remove, loops after them, and variables are merged once, when the code has
+/// become stable. Each pass uses the liveness of the current code. A pass reports a change only if
+/// the code has become smaller, a constant has replaced a variable, or an instruction has been
+/// hoisted, so the rounds terminate.
 class SlcOptimizeBasicBlocks : public SlcICodeOptimizer {
 public:
     /// `options` must outlive the pass.
@@ -27,38 +27,38 @@ public:
 private:
     void Default(SlcPtr<SlcICode>) override {}
 
-    /// Discards graph, liveness and what is known of the code.
+    /// Discards the graph, liveness and all knowledge about the code.
     void ForgetAll();
-    /// Builds the graph of `list` if there is none. Liveness is computed when a pass asks for it.
+    /// Builds the graph of `list` if there is none. Liveness is computed on demand.
     void BuildGraph(SlcListICode& list);
     [[nodiscard]] SlcDataflowAnalysis& Liveness();
     /// Removes dead code or, if there is none, empty blocks.
     [[nodiscard]] bool EliminateCode(SlcListICode& list);
     [[nodiscard]] bool RemoveDeadCode(SlcListICode& list);
     [[nodiscard]] bool RemoveEmptyBlocks(SlcListICode& list);
-    /// Rewrites what is left: constants first, or else loops.
+    /// Rewrites the remaining code: propagates constants, or else optimizes loops.
     [[nodiscard]] bool ChangeCode(SlcListICode& list);
     /// Constant propagation and folding in one walk, so that a chain of constants takes one round.
     [[nodiscard]] bool PropagateAndFold(SlcListICode& list);
-    /// Updates what is known after such a walk. `isSettled`: another walk would find nothing, and
-    /// blocks and edges are unchanged.
+    /// Updates the state after such a walk. `isSettled` means that another walk would find nothing,
+    /// and that blocks and edges are unchanged.
     void NoteFolded(bool isSettled, std::span<const int> changedBlocks);
-    /// Lets varying variables share storage; true if some instruction is x = x now.
+    /// Lets varying variables share storage. True if some instruction has become x = x.
     [[nodiscard]] bool UpdateVariables(SlcListICode& list);
-    /// Into the file "blockicode.txt".
+    /// Writes the blocks to the file "blockicode.txt".
     void DumpBlocks() const;
 
     SlcOptionsControl& m_options;
     std::unique_ptr<SlcVariableNumbers> m_variables;
     std::unique_ptr<SlcDefUse> m_defUse;
     std::unique_ptr<SlcControlFlowGraph> m_graph;     // of the current code; null if stale
-    std::unique_ptr<SlcDataflowAnalysis> m_analysis;  // of the graph; null before a pass needs it
-    /// The searches that would find nothing.
+    std::unique_ptr<SlcDataflowAnalysis> m_analysis;  // of the graph; null until needed
+    /// The searches that are known to find nothing.
     struct Clean {
         bool ofDeadCode = false;
         bool ofEmptyBlocks = false;
-        bool ofConstants = false;  // that could be propagated or folded
+        bool ofConstants = false;  // propagation and folding
     };
     Clean m_isClean;
-    bool m_hasKeptSeams = false;  // of the last search for empty blocks
+    bool m_hasKeptSeams = false;  // result of the last search for empty blocks
 };

@@ -1,4 +1,4 @@
-// All passes on one screen, in the order in which they run:
+// All passes in one table, in the order in which they run:
 //
 //     step                          flag                     from
 //     SlcRegroupParallelBlocks      m_regroupParallelBlocks  -O1
@@ -25,7 +25,7 @@
 
 namespace {
 
-/// The dump of the list as a step of the sequence.
+/// Dumps the list, as a step of the sequence.
 class PrintStep : public SlcICodeOptimizer {
 public:
     void Optimize(SlcPtr<SlcListICode>& list) override { SlcPrintICode().Optimize(list); }

@@ -1,8 +1,8 @@
-// The tree, with the code that each node finds taken by all colors below it:
+// The tree; each node lists the code where all colors below it are taken:
 //
 //              [3..4]
-//         [3..6]    [1..4]              a variable alive at 4 needs a new color: the root says so;
-//     [0..6] [3..9] [1..4] [0..4]       one that is alive at 5 and 6 only skips the left half
+//         [3..6]    [1..4]              a variable live at 4 needs a new color, see the root;
+//     [0..6] [3..9] [1..4] [0..4]       one that is live at 5 and 6 only skips the left half
 //
 // Tested by tests/optimizer/SlcRangeColorsTest.cpp against the plain rule.
 
@@ -14,7 +14,7 @@ namespace {
 
 using Ranges = std::vector<SlcLiveRange>;
 
-/// The first range that ends at the place or after it.
+/// Returns the first range that ends at or after the place.
 template <class List>
 [[nodiscard]] auto FirstReaching(List& ranges, int place)
 {
@@ -22,7 +22,7 @@ template <class List>
                             [](const SlcLiveRange& range, int at) { return range.last < at; });
 }
 
-/// The longer list is searched for each range of the shorter one.
+/// True if some ranges overlap. Searches the longer list for each range of the shorter one.
 [[nodiscard]] bool Meet(const Ranges& a, const Ranges& b)
 {
     const Ranges& few = a.size() < b.size() ? a : b;
@@ -44,7 +44,7 @@ template <class List>
     return common;
 }
 
-/// None of `added` meets `ranges`. Those that touch become one.
+/// Adds `added`, which must not overlap `ranges`; merges adjacent ranges.
 void Unite(Ranges& ranges, const Ranges& added)
 {
     for (const SlcLiveRange& range : added) {
@@ -76,7 +76,7 @@ int SlcRangeColors::Take(const Ranges& ranges)
     return color;
 }
 
-/// The old tree becomes the left half; the colors of the right one are free everywhere.
+/// The old tree becomes the left half; the colors of the right half are free everywhere.
 void SlcRangeColors::Grow()
 {
     std::vector<Ranges> larger(4 * m_leaves);

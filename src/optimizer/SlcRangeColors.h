@@ -21,7 +21,7 @@ private:
     using Ranges = std::vector<SlcLiveRange>;
 
     void Grow();
-    /// The first color below `node` that is free in all of `ranges`; -1 if there is none.
+    /// Returns the first color below `node` that is free in all of `ranges`; -1 if there is none.
     [[nodiscard]] int FirstFree(std::size_t node, const Ranges& ranges) const;
     /// Marks `ranges` as taken by `color`, up to the root.
     void Occupy(int color, const Ranges& ranges);

@@ -1,14 +1,14 @@
-// Storage for temporaries, shared by those that are never alive together.
+// Shares storage between temporaries that are never live together.
 //
 //     x = p; Ci = x; y = p + 1; Oi = y          becomes          x = p; Ci = x; x = p + 1; Oi = x
 //
-// Each kind of variable (type and how it is stored) is coloured by itself, first come, first
-// served: the variables come in the order in which the lowering made them, which is near to that of
-// their lives, and for lives along a line that order is what an optimal colouring wants. The one
-// that got a color first stays, and all others of the color are renamed to it.
+// Each kind of variable (by type and storage) is coloured separately and greedily. Variables are
+// visited in the order in which the lowering made them, which is close to the order of their live
+// ranges; for ranges on a line, ordering by start is optimal. The first variable that gets a color
+// stays, and all others of the color are renamed to it.
 //
-// Instructions with several results need no special care: a result that is never read still has the
-// place of its write (SlcLiveRanges), and so interferes with its neighbours.
+// Instructions with several results need no special treatment: a result that is never read is still
+// live at its write (SlcLiveRanges), and so interferes with the others.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcReduceNumberTmps, ...), and
 // SlcDataflowAnalysisTest.cpp on random code.
@@ -25,8 +25,8 @@
 
 namespace {
 
-/// Kinds of variables that can share storage: temp-uniform ones first, then varying ones, each
-/// by type. The point kind serves the whole point family.
+/// Kinds of variables that can share storage: temp-uniform ones first, then varying ones, each by
+/// type. The point kind includes the whole point family.
 constexpr int k_typesPerDetail = 6;
 constexpr int k_poolCount = 2 * k_typesPerDetail;
 
@@ -45,8 +45,8 @@ int TypeKind(const SlcTypeNode& type)
     return type.IsPointType() ? 5 : -1;
 }
 
-/// Its storage is per point or per run, so that the dump shows what it interferes with. Matrices
-/// are among these, but are never renamed: see `PoolOf`.
+/// True if its storage is per point or per run; the dump shows the interferences of such variables.
+/// It includes matrices, which are never renamed: see `PoolOf`.
 bool MayShare(const SlcLexType& variable)
 {
     const SlcTypeNode& type = *variable.GetType();
@@ -55,7 +55,7 @@ bool MayShare(const SlcLexType& variable)
            (!detail.IsUniform() || detail.IsTempUniform());
 }
 
-/// -1 for a variable that keeps its own storage.
+/// Returns -1 for a variable that keeps its own storage.
 int PoolOf(const SlcLexType& variable)
 {
     const SlcTypeNode& type = *variable.GetType();
@@ -68,7 +68,7 @@ int PoolOf(const SlcLexType& variable)
     return detail.IsTempUniform() ? kind : k_typesPerDetail + kind;
 }
 
-/// Puts the variables that stay in the place of those that they replace.
+/// Replaces merged variables by those that stay.
 class RenameWalker : public SlcOperandWalker {
 public:
     explicit RenameWalker(const std::vector<SlcOperand>& replacements)
@@ -96,7 +96,7 @@ private:
             operand = m_replacements[number];
     }
 
-    const std::vector<SlcOperand>& m_replacements;  // by number; null for what stays
+    const std::vector<SlcOperand>& m_replacements;  // by number; null for those that stay
     bool m_assignsToItself = false;
 };
 
@@ -150,7 +150,7 @@ bool SlcReduceNumberTmps::Rename(SlcListICode& list, const SlcVariableNumbers& v
     return walker.AssignsToItself();
 }
 
-// Shows the whole graph, of which the colouring needs but a part.
+// Prints the whole graph, although the colouring needs only part of it.
 void SlcReduceNumberTmps::PrintGraph(std::ostream& out, const SlcControlFlowGraph& graph,
                                      SlcDataflowAnalysis& analysis) const
 {

@@ -13,9 +13,9 @@
 /// Arrays, references, matrices and uniform variables are not merged.
 class SlcReduceNumberTmps {
 public:
-    /// Renames operands in `list` and reduces its used locals to those still named. `graph` and
-    /// `analysis` must belong to `list`, and are stale afterwards. If `dump` is not null, the
-    /// interference graph is printed there. True if a variable is assigned to itself now.
+    /// Renames operands in `list` and reduces its used locals to those that are still named.
+    /// `graph` and `analysis` must belong to `list`, and are stale afterwards. If `dump` is not
+    /// null, the interference graph is printed there. True if a variable is now assigned to itself.
     bool Reduce(SlcListICode& list, const SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis,
                 std::ostream* dump);
 
@@ -29,7 +29,7 @@ private:
 
     /// Computes the kind and the color of each variable.
     void Colour(const SlcControlFlowGraph& graph, SlcDataflowAnalysis& analysis);
-    /// Replaces all variables of a color by the first; true if one is assigned to itself then.
+    /// Replaces all variables of a color by the first; true if one is then assigned to itself.
     [[nodiscard]] bool Rename(SlcListICode& list, const SlcVariableNumbers& variables);
     void PrintGraph(std::ostream& out, const SlcControlFlowGraph& graph,
                     SlcDataflowAnalysis& analysis) const;

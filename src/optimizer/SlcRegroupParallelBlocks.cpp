@@ -1,13 +1,13 @@
-// One loop over the points in place of several.
+// Joins adjacent parallel runs to one loop over the points.
 //
 //     {; x = 1; }; {; y = 1; }; u = 1; {; z = 1; }      {; x = 1; y = 1; }; u = 1; {; z = 1; }
 //
 // The end of a run is held back (m_endIsHeld) until the next instruction shows whether a run
 // follows. Runs stay separate where the order of points would be observable: after an
-// order-sensitive call, since of two such calls all points make the first before any makes the
-// second, and where a uniform variable passes from one run to the other (SlcUniformAccess). A run
-// with a comparison is not joined to what follows it; SlcRemoveEmptyBlocks has no such rule, so
-// that from -O2 on these become one as well.
+// order-sensitive call, since all points must execute the first of two such calls before any
+// executes the second; and where a uniform variable passes a value from one run to the other
+// (SlcUniformAccess). A run with a comparison is not joined with the next one. SlcRemoveEmptyBlocks
+// has no such rule, so from -O2 on these runs are joined as well.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcRegroupParallelBlocks, ...).
 
@@ -61,7 +61,7 @@ void SlcRegroupParallelBlocks::Case(SlcPtr<SlcEndParallelICode>)
 
 void SlcRegroupParallelBlocks::Case(SlcPtr<SlcCommentICode>)
 {
-    // Only code can separate two runs.
+    // A comment does not separate two runs.
 }
 
 void SlcRegroupParallelBlocks::Case(SlcPtr<SlcCallICode> code)

@@ -7,8 +7,8 @@
 #include "optimizer/SlcICodeOptimizer.h"
 #include "optimizer/SlcUniformAccess.h"
 
-/// Joins two parallel runs that follow each other with nothing between them, so that one loop
-/// over the shading points does the work of two. Linear.
+/// Joins two adjacent parallel runs, so that one loop over the shading points does the work of two.
+/// Linear.
 ///
 /// A run with a comparison or with an order-sensitive call can be joined with the run before it,
 /// but not with the one after it. Runs are not joined if one writes a uniform operand that the
@@ -32,9 +32,9 @@ private:
 
     std::deque<SlcPtr<SlcICode>> m_output;
     std::optional<SlcUniformAccessOfRuns> m_uniforms;
-    std::size_t m_runs = 0;        // begun so far
+    std::size_t m_runs = 0;        // number of runs begun so far
     std::size_t m_currentRun = 0;  // number of the one that `m_currentBegin` opened
     SlcPtr<SlcBeginParallelICode> m_currentBegin;
     bool m_endIsHeld = false;  // a run has ended but may still be continued
-    bool m_noJoin = false;     // the run contains an instruction that must not be joined
+    bool m_noJoin = false;     // the run contains an instruction that prevents joining the next run
 };

@@ -1,11 +1,11 @@
-// One guard in place of several.
+// Joins adjacent guards with the same flag.
 //
 //     if f A; x = 1; endif A; if f B; y = 1; endif B      if f A; x = 1; y = 1; endif A
 //
 // Runs after SlcRegroupParallelBlocks, which makes the guards adjacent: the lowering guards each
-// block by itself. A body that writes its own flag bars the join, and so does one that ends in a
-// jump. The latter never decides today, since each jump that the lowering makes clears the flag of
-// its guard; it holds for lists that are made by hand.
+// block separately. A body that writes its own flag prevents the join, and so does one that ends in
+// a jump. The latter has no effect at present, since each jump that the lowering makes clears the
+// flag of its guard; it is needed for lists that are made by hand.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcRegroupParallelIfs, ...).
 

@@ -6,10 +6,10 @@
 #include "icode/SlcOperandWalker.h"
 #include "optimizer/SlcICodeOptimizer.h"
 
-/// Joins two guards with the same flag that follow each other inside a parallel run. Linear.
+/// Joins two adjacent guards with the same flag inside a parallel run. Linear.
 ///
-/// A guard whose body writes its own flag is not joined with the next one, which must test the new
-/// value, and neither is a guard that ends in a `break` or `continue`.
+/// A guard is not joined with the next one if its body writes its own flag, since the next guard
+/// must test the new value, or if it ends in a `break` or `continue`.
 class SlcRegroupParallelIfs : public SlcICodeOptimizer {
 public:
     /// Rewrites `list`; needs no graph.
@@ -32,8 +32,8 @@ private:
 
     std::deque<SlcPtr<SlcICode>> m_output;
     const SlcListICode* m_list = nullptr;
-    std::size_t m_position = 0;   // of the current instruction
+    std::size_t m_position = 0;   // index of the current instruction
     SlcPtr<SlcIfICode> m_openIf;  // of the open guard, or null
     bool m_flagWritten = false;   // the body of the open guard writes its flag
-    bool m_lastWasJump = false;   // the instruction before is a `break` or `continue`
+    bool m_lastWasJump = false;   // the previous instruction is a `break` or `continue`
 };

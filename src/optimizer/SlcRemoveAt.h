@@ -4,8 +4,8 @@
 #include <span>
 #include <utility>
 
-/// Takes the elements at these places, in rising order, out of a vector or deque. What lies before
-/// the first of them is not touched.
+/// Removes the elements at these positions, in ascending order, from a vector or deque. Elements
+/// before the first position are not touched.
 template <class Elements>
 void SlcRemoveAt(std::span<const std::size_t> places, Elements& elements)
 {

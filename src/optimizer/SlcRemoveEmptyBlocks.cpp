@@ -1,13 +1,13 @@
-// Removes empty brackets, labels and jumps that other passes leave.
+// Removes empty brackets, labels and jumps that other passes leave behind.
 //
 //     goto L; L:; x = 1                                  x = 1
 //     goto A if g; x = 1; A:; goto B; ...; B:            goto B if g; x = 1; A:; goto B; ...; B:
 //     {; }; {; x = 1; }; {; if f L; endif L; y = 1; }    {; x = 1; y = 1; }
 //
-// Three walks: first which labels are referred to and which are aliases of others, then jumps and
-// labels accordingly, then pairs of marks. The last keeps runs apart as SlcRegroupParallelBlocks
-// does, but joins a run with a comparison to what follows it. A label that a walk makes useless
-// goes in the next round.
+// Three walks: the first determines which labels are used and which are aliases of others, the
+// second updates jumps and labels accordingly, the third removes pairs of marks. The last one keeps
+// runs apart as SlcRegroupParallelBlocks does, but joins a run with a comparison with the next run.
+// A label that becomes unused during a walk is removed in the next round.
 //
 // Tested by tests/optimizer/OptimizerTest.cpp, TEST(SlcRemoveEmptyBlocks, ...).
 
@@ -31,7 +31,7 @@ bool IsExactly(const SlcPtr<SlcICode>& code)
     if (code.Null())
         return false;
     const SlcICode& object = *code;
-    // A program has one description of each class; `==` would go on to compare their names.
+    // A program has one type description per class; `==` would also compare their names.
     return &typeid(object) == &typeid(Code);
 }
 
@@ -53,7 +53,7 @@ enum class Mark { None, OrderSensitiveCall, BeginParallel, EndParallel, If, EndI
     return code->Is(OpensGuard) ? Mark::If : Mark::EndIf;
 }
 
-/// True if the two, one after the other, are a pair that may be removed.
+/// True if the two adjacent marks are a pair that may be removed.
 [[nodiscard]] bool MayVanish(Mark first, Mark next)
 {
     return (first == Mark::BeginParallel && next == Mark::EndParallel) ||
@@ -70,8 +70,8 @@ enum class Mark { None, OrderSensitiveCall, BeginParallel, EndParallel, If, EndI
     return marks;
 }
 
-/// For each end of a parallel run in turn, whether the run holds an order-sensitive call, as one
-/// bit for each instruction's position.
+/// For each begin and end of a parallel run, by position: whether the run contains an
+/// order-sensitive call.
 std::vector<bool> OrderSensitiveRuns(const std::vector<Mark>& marks)
 {
     std::vector<bool> sensitive(marks.size(), false);
@@ -103,7 +103,7 @@ std::vector<bool> OrderSensitiveRuns(const std::vector<Mark>& marks)
 
 bool SlcRemoveEmptyBlocks::RemoveUnreachable(const SlcControlFlowGraph& graph, SlcListICode& list)
 {
-    std::vector<std::size_t> entries;  // by block, edges from blocks that stay
+    std::vector<std::size_t> entries;  // by block: number of edges from blocks that stay
     std::vector<int> unreachable;
     for (const auto& block : graph.Blocks()) {
         entries.push_back(block.GetPredBlocks().size());
@@ -167,7 +167,7 @@ bool SlcRemoveEmptyBlocks::Phase(RemovePhase phase, SlcListICode& list)
         if (!m_remove)
             continue;
         removed.push_back(place);
-        // A label, or a jump without a condition, reads nothing.
+        // A label, or an unconditional jump, reads nothing.
         m_hasRemovedReads =
             m_hasRemovedReads || !(IsExactly<SlcLabelICode>(code) || IsExactly<SlcGotoICode>(code));
     }
@@ -193,16 +193,16 @@ void SlcRemoveEmptyBlocks::RemoveAt(const std::vector<std::size_t>& removed,
     m_places.swap(places);
 }
 
-// Pairs are removed from the inside out, so that one walk with a stack replaces repeated walks:
+// Pairs are removed from the inside out with a stack, so that one walk replaces repeated walks:
 // each removal makes the instructions before and after it adjacent.
 bool SlcRemoveEmptyBlocks::RemovePairs(SlcListICode& list)
 {
     const std::vector<Mark> marks = MarksOf(list.m_icodes);
-    // Pairs inside others go first, so that without one there is nothing to do.
+    // Nested pairs are removed first, so without an innermost pair there is nothing to do.
     if (std::adjacent_find(marks.begin(), marks.end(), MayVanish) == marks.end())
         return false;
     const std::vector<bool> sensitive = OrderSensitiveRuns(marks);
-    std::optional<SlcUniformAccessOfRuns> uniforms;  // seams are rare, so that few lists need it
+    std::optional<SlcUniformAccessOfRuns> uniforms;  // created on demand, since seams are rare
     const auto mayJoin = [&](std::size_t first, std::size_t next) {
         if (!uniforms)
             uniforms.emplace(list.m_icodes);
@@ -240,7 +240,7 @@ bool SlcRemoveEmptyBlocks::RemovePairs(SlcListICode& list)
             }
         }
         if (current.mark == Mark::EndParallel && !seamEnds.empty()) {
-            // The merged run keeps the begin of its first part, and so the end of that part.
+            // The merged run keeps the begin of its first part, and therefore the end of that part.
             kept.push_back(seamEnds.front());
             seamEnds.clear();
             continue;
@@ -265,7 +265,7 @@ void SlcRemoveEmptyBlocks::ReplaceLabel(const SlcLabelICode& old, const SlcLabel
         m_aliases.emplace(&old, target);
     } else if (!onlyIfUsed || newLabel->m_place == 1) {
         m_aliases.emplace(&old, newLabel);
-        // A redirected jump keeps the new label, even if the jump that named it is removed.
+        // A redirected jump still needs the new label, even if the jump that used it is removed.
         Use(newLabel);
     }
 }

@@ -8,21 +8,23 @@
 #include "icode/SlcJumpICode.h"
 #include "optimizer/SlcControlFlowGraph.h"
 
-/// Removes what has become pointless: blocks that nothing reaches, jumps to the next instruction,
-/// labels without a jump, empty parallel runs and guards, and the seam between two parallel runs.
+/// Removes control flow that has become redundant: unreachable blocks, jumps to the next
+/// instruction, labels without a jump, empty parallel runs and guards, and the seam between two
+/// parallel runs.
 class SlcRemoveEmptyBlocks : public SlcAllICodeWalker {
 public:
     /// Drops blocks without predecessors, except the first, and those that lose their last
-    /// predecessor by this. `graph` belongs to `list` and is stale after a change. A cycle of
-    /// blocks that nothing enters stays. True if it changed something.
+    /// predecessor by this. `graph` belongs to `list` and is stale after a change. An unreachable
+    /// cycle of blocks stays. True if it changed something.
     [[nodiscard]] bool RemoveUnreachable(const SlcControlFlowGraph& graph, SlcListICode& list);
     /// Needs no graph. True if it changed something.
     [[nodiscard]] bool RemoveBlocks(SlcListICode& list);
-    /// Something that is gone has read a variable, which may be dead now.
+    /// True if a removed instruction read a variable, which may be dead now.
     [[nodiscard]] bool HasRemovedReads() const { return m_hasRemovedReads; }
-    /// Two runs lie side by side that would be one if they accessed other uniform variables.
+    /// True if two adjacent runs could not be joined because of the uniform variables that they
+    /// access.
     [[nodiscard]] bool HasKeptSeams() const { return m_hasKeptSeams; }
-    /// True if `code` may be one of two neighbours of which something is removed.
+    /// True if `code` may be one of two adjacent instructions that are removed or changed together.
     [[nodiscard]] static bool IsMark(const SlcICode& code)
     {
         using namespace SlcICodeTraits;
@@ -31,21 +33,21 @@ public:
 
 private:
     enum class RemovePhase {
-        CollectLabels,  // drops jumps to the next instruction and finds out what is referred to
+        CollectLabels,  // drops jumps to the next instruction and collects the used labels
         RemoveLabels,   // redirects jumps and drops labels
-        RemovePairs,    // drops pairs of marks with nothing between them
+        RemovePairs,    // drops pairs of adjacent marks
     };
 
     /// One walk over the instructions that name labels; true if it changed something.
     [[nodiscard]] bool Phase(RemovePhase phase, SlcListICode& list);
-    /// Finds those instructions, and takes all labels for unused.
+    /// Finds these instructions, and marks all labels as unused.
     void CollectPlaces(const SlcListICode& list);
-    /// Takes instructions at rising places out.
+    /// Removes instructions at ascending positions.
     void RemoveAt(const std::vector<std::size_t>& removed, std::deque<SlcPtr<SlcICode>>& codes);
-    /// Brackets with nothing between them, and seams between runs that may become one.
+    /// Removes empty brackets, and the seams between runs that may be joined.
     [[nodiscard]] bool RemovePairs(SlcListICode& list);
-    /// Who jumps to `old` is to jump to `newLabel`; if `onlyIfUsed`, only where someone jumps
-    /// to that already.
+    /// Redirects jumps from `old` to `newLabel`; with `onlyIfUsed`, only if another jump already
+    /// refers to `newLabel`.
     void ReplaceLabel(const SlcLabelICode& old, const SlcLabel& newLabel, bool onlyIfUsed);
 
     using SlcAllICodeWalker::Case;
@@ -57,17 +59,15 @@ private:
     void Case(SlcPtr<SlcLabelICode> code) override;
     void Default(SlcPtr<SlcICode>) override {}
 
-    /// Something refers to it. The place of a label says so here: 1, or 0 for one that nothing
-    /// refers to.
+    /// Marks a label as used. In this pass the place of a label is 1 if it is used, otherwise 0.
     static void Use(const SlcLabel& label) { label->m_place = 1; }
 
     RemovePhase m_phase = RemovePhase::CollectLabels;
     std::vector<std::size_t> m_places;  // of instructions that name labels
-    SlcPtr<SlcICode> m_next;            // after the instruction being visited, or null
+    SlcPtr<SlcICode> m_next;            // the instruction after the visited one, or null
     bool m_remove = false;
     bool m_changed = false;
     bool m_hasRemovedReads = false;
     bool m_hasKeptSeams = false;
-    std::unordered_map<const SlcLabelICode*, SlcLabel>
-        m_aliases;  // what takes the place of a label
+    std::unordered_map<const SlcLabelICode*, SlcLabel> m_aliases;  // the label that replaces each
 };

@@ -1,4 +1,4 @@
-// A uniform variable inside a parallel run is one place that every point passes.
+// A uniform variable in a parallel run is a single storage location that every point accesses.
 //
 //     {; u = x; }; {; y = u; }      every y is the u of the last point
 //     {; u = x; y = u; }            every y is the u of its own point: not the same
@@ -17,7 +17,8 @@
 
 namespace {
 
-/// Notes the uniform operands of instructions; what is done to an element is done to its array.
+/// Records the uniform operands of instructions; an access of an element counts as one of its
+/// array.
 class NoteUniforms : public SlcOperandWalker {
 public:
     NoteUniforms(std::unordered_map<const SlcLexType*, bool>& isWritten,
@@ -65,7 +66,7 @@ SlcUniformAccess::Arrays SlcUniformAccess::ArraysOf(const std::deque<SlcPtr<SlcI
 {
     Arrays arrays;
     for (const auto& code : codes) {
-        // Few instructions are one, and no class derives from it.
+        // These instructions are rare, and no class derives from theirs.
         const SlcICode& object = *code;
         if (&typeid(object) != &typeid(SlcArrayRefICode))
             continue;

@@ -8,14 +8,14 @@
 
 /// The uniform operands that the instructions of a parallel run read and write.
 ///
-/// A run executes all of its instructions for one point after another. So two runs may be joined
-/// only if the first does not write what the second accesses, nor read what the second writes:
-/// otherwise a point would see values left by the previous point.
+/// A run executes all of its instructions for one point before the next point. So two runs may be
+/// joined only if the first does not write what the second accesses, nor read what the second
+/// writes: otherwise a point would see values of the previous point.
 class SlcUniformAccess {
 public:
     /// Maps a reference to an element to its array.
     using Arrays = std::unordered_map<const SlcLexType*, const SlcLexType*>;
-    /// The references of a whole list.
+    /// Returns the references of a whole list.
     [[nodiscard]] static Arrays ArraysOf(const std::deque<SlcPtr<SlcICode>>& codes);
 
     /// Adds the accesses of `code`, which must be in the run.
@@ -35,7 +35,7 @@ public:
     explicit SlcUniformAccessOfRuns(const std::deque<SlcPtr<SlcICode>>& codes);
 
     /// Joins run `next` with run `first`, which includes the runs already joined with it, if that
-    /// is allowed; true if it did. All calls together are linear.
+    /// is allowed; true if it was joined. All calls together are linear.
     [[nodiscard]] bool Join(std::size_t first, std::size_t next);
 
 private:
