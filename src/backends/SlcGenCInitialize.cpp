@@ -2,9 +2,8 @@
 // shading data, which are zero until a grid is shaded.
 //
 //     float Kd = 0.5         QxInitialize: QxInitVarValue(i_visibles[INDEX_Kd], "", ..., &temp)
-//     float n = noise(s)     QxInitialize: zero; QxInitializeAtShadeTime, at the start of
-//     QxEvaluate:
-//                            CALL_PRIM_NOISE_FLOAT_1D(...) for each point
+//     float n = noise(s)     QxInitialize: zero; QxInitializeAtShadeTime, called first by
+//                            QxEvaluate: CALL_PRIM_NOISE_FLOAT_1D(...) for each point
 //
 // A value that the user has set is not overwritten (UseDefaultValue).
 //

@@ -14,8 +14,7 @@
 // A pass that is known to find nothing is skipped (m_isClean):
 //
 //     dead code       after a complete search, until an instruction that reads a variable is
-//     removed
-//                     or changed. Labels, unconditional jumps and brackets read nothing
+//                     removed or changed. Labels, unconditional jumps and brackets read nothing
 //     empty blocks    after a search that found none, until labels, jumps or brackets become
 //                     neighbours. If accesses to uniform variables keep two neighbouring runs from
 //                     becoming one, the search is repeated after every change

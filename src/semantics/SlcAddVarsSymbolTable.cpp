@@ -4,7 +4,7 @@
 //     float x = x + 1;
 //
 // the second x is that of an enclosing scope, or undefined. The initializer goes through the same
-// passes as any expression, here, since the requested type is known only now.
+// passes as any expression. They run here, since the requested type is known only now.
 //
 // A faulty declaration declares the name with the error type, so that its uses are not reported.
 //
@@ -135,7 +135,7 @@ void SlcAddVarsSymbolTable::Case(SlcTypeNode* type)
     m_type = type;
     const SlcArrayTypeNode* array = AsArray(type);
     const SlcTypeNode* element = array ? array->GetElementType() : type;
-    // A renderer sets a string once per instance.
+    // A renderer sets a string once per instance, so it is uniform.
     m_dropsVarying = false;
     if (m_declares != Declares::ShaderFormals || !element->IsStringType())
         return;
@@ -154,7 +154,7 @@ void SlcAddVarsSymbolTable::Case(SlcDefExprNode* definition)
                           "Parameter '" + ident->GetName() +
                               "' is uniform: a string has one value for all points",
                           2);
-    // Checked before the initializer is walked, since that declares names that it does not find.
+    // Check it before the initializer is walked, since that declares undefined names.
     const bool shadows = !m_storage->IsExtern() && m_current->IsVarInTable(ident);
     SlcTypeNode* type = DeclaredType(definition);
     if (SlcExprNode* initializer = definition->GetInitializer()) {
@@ -240,8 +240,8 @@ SlcTypeNode* SlcAddVarsSymbolTable::WantedType(const SlcDefExprNode* definition,
     const auto annotation = SlcPossibleTypes::Of(initializer);
     const auto& types = annotation->GetTypes();
     const std::string& name = definition->GetIdent()->GetName();
-    // A single type is checked separately, so that the report on an array says which part does not
-    // match. If there are several types, one must be the declared one.
+    // A single type is checked separately, so that the report on an array names the part that does
+    // not match. If there are several types, one must be the declared one.
     const bool single = types.size() == 1;
     const bool suits = single ? Matches(types.front(), type) || type->IsErrorType()
                               : annotation->IsInTypes(type, false) ||

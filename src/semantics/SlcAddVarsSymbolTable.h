@@ -11,19 +11,19 @@
 class SlcFormalsNode;
 class SlcVarDefsStmtNode;
 
-/// The tables that a declaration may refer to besides the scope that it extends.
+/// The tables that a declaration may refer to, other than the scope that it extends.
 struct SlcOuterScopes {
     SlcPtr<SlcSymbolTable> global;
     SlcPtr<SlcSymbolTable> function;     // searched first for variables declared `extern`
-    SlcPtr<SlcSymbolTable> definition;   // around the function; null for a shader's body
+    SlcPtr<SlcSymbolTable> definition;   // where the function is defined; null for a shader's body
     SlcPtr<SlcSymbolTable> shader;       // the predefined variables
-    SlcPtr<SlcSymbolTable> illuminance;  // shows those of a light loop; null if there is none
+    SlcPtr<SlcSymbolTable> illuminance;  // the variables of a light loop; null if there is none
 };
 
-/// The place of a declaration statement, which decides what its initializer may call.
+/// The place of a declaration statement, which determines what its initializer may call.
 struct SlcDeclarationPlace {
     bool inFunction = false;
-    int lightNesting = 0;  // light statements around it
+    int lightNesting = 0;  // number of enclosing light statements
 };
 
 /// Declares the variables of a formals list or of a declaration statement, and checks their
@@ -33,19 +33,20 @@ class SlcAddVarsSymbolTable : public SlcCodeWalker {
 public:
     SlcAddVarsSymbolTable(SlcPtr<SlcSemanticError> errors, const SlcOptionsControl* options);
 
-    // Each extends `scope` and returns the table to use from there on.
+    // Each of these extends `scope` and returns the table to use from there on.
 
-    /// A new scope; strings are uniform whatever they say.
+    /// Extends to a new scope. Strings become uniform, even if they are declared varying.
     [[nodiscard]] SlcPtr<SlcSymbolTable> AddShaderFormals(SlcFormalsNode* formals,
                                                           SlcPtr<SlcSymbolTable> scope,
                                                           const SlcOuterScopes& outer,
                                                           SlcShaderTypeNode* shaderType);
-    /// A new scope.
+    /// Extends to a new scope.
     [[nodiscard]] SlcPtr<SlcSymbolTable> AddFunctionFormals(SlcFormalsNode* formals,
                                                             SlcPtr<SlcSymbolTable> scope,
                                                             const SlcOuterScopes& outer,
                                                             SlcShaderTypeNode* shaderType);
-    /// The next table of the same scope: code before the statement does not see them.
+    /// Extends to the next table of the same scope: code before the statement does not see the
+    /// names.
     [[nodiscard]] SlcPtr<SlcSymbolTable> AddLocalVars(SlcVarDefsStmtNode* statement,
                                                       SlcPtr<SlcSymbolTable> scope,
                                                       const SlcOuterScopes& outer,
@@ -67,10 +68,10 @@ private:
                                const SlcOuterScopes& outer, SlcShaderTypeNode* shaderType,
                                const SlcDeclarationPlace& place);
 
-    /// Returns the type, whatever the initializer is; `error` after a report.
+    /// Returns the declared type, independently of the initializer; `error` after a report.
     [[nodiscard]] SlcTypeNode* DeclaredType(const SlcDefExprNode* definition);
-    /// Types and detail of the initializer, which has its set of types. There were `errorsBefore`
-    /// errors when its check began.
+    /// Checks types and detail of the initializer, which has its set of types. `errorsBefore` is
+    /// the number of errors when its check began.
     void CheckInitializer(SlcDefExprNode* definition, SlcTypeNode* type, int errorsBefore);
     /// Returns the declared type if the initializer matches it; void after a report.
     [[nodiscard]] SlcTypeNode* WantedType(const SlcDefExprNode* definition, SlcTypeNode* type);
@@ -89,7 +90,7 @@ private:
     SlcOuterScopes m_outer;
     SlcTypeNode* m_type = nullptr;            // of the declaration being walked
     SlcDetailNode* m_detail = nullptr;        // the same
-    bool m_dropsVarying = false;              // the source says varying, which the type cannot be
+    bool m_dropsVarying = false;              // `varying` is declared but not possible
     SlcStorageSpecNode* m_storage = nullptr;  // the same
     SlcPtr<SlcSemanticError> m_errors;
     SlcCalculateTypesSets m_typesPass;

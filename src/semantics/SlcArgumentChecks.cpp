@@ -27,8 +27,8 @@ bool SlcCheckOutputArgument(SlcSemanticError& errors, const SlcExprNode* argumen
                                    "' cannot be used as an output parameter of this function.");
         return false;
     }
-    // With a varying index points write different elements; a uniform array has one value for all
-    // points.
+    // With a varying index, points write different elements, but a uniform array has one value for
+    // all points.
     if (variable && variable->GetDetail()->IsUniform() &&
         !SlcFirstDetailOf(argument)->IsUniform()) {
         errors.Error(argument,

@@ -1,5 +1,5 @@
 // The rules that cards name for the detail of the result: in general, and for a call that is being
-// evaluated. Most built-ins combine the details of their arguments, or, without arguments, have the
+// evaluated. Most built-ins combine the details of their arguments or, without arguments, have the
 // detail that the context requests (random()). Some are always varying, since they read a
 // predefined variable (faceforward(v, I) reads Ng), and some are always uniform.
 //
@@ -42,7 +42,7 @@ void SlcCheckParamDetails(SlcCheckDetail& walker, SlcFuncSymbolEntry& entry,
         CheckParamDetail(*walker.Errors(), entry.GetName(), i, arguments[i].get(), formals[i]);
 }
 
-/// For functions that accept any detail: their output arguments must still be variables.
+/// Checks functions that accept any detail: their output arguments must still be variables.
 void CheckOutputs(SlcCheckDetail& walker, SlcFuncSymbolEntry& entry, SlcProcCallExprNode* call)
 {
     const auto& arguments = call->GetArguments()->GetArgs();
@@ -52,7 +52,7 @@ void CheckOutputs(SlcCheckDetail& walker, SlcFuncSymbolEntry& entry, SlcProcCall
             (void)SlcCheckOutputArgument(*walker.Errors(), arguments[i].get(), i, entry.GetName());
 }
 
-/// Makes variables varying that a function without a rule writes, whatever its arguments are.
+/// Makes the variables varying that a function without a rule writes, regardless of its arguments.
 void WriteOutputs(SlcCheckInlineDetail& walker, SlcProcCallExprNode* call)
 {
     const auto& arguments = call->GetArguments()->GetArgs();
@@ -62,7 +62,7 @@ void WriteOutputs(SlcCheckInlineDetail& walker, SlcProcCallExprNode* call)
             walker.Written(arguments[i].get(), SlcDetailNode::AVarying());
 }
 
-/// Returns the combined detail of the arguments; without any, what the context requests.
+/// Returns the combined detail of the arguments; without any, the detail that the context requests.
 template <class DetailOf>
 SlcDetailNode* CombineArguments(const SlcProcCallExprNode* call, SlcDetailNode* expected,
                                 DetailOf detailOf)

@@ -8,17 +8,17 @@
 
 using SlcFuncEntry = SlcPtr<SlcFuncSymbolEntry>;
 
-/// Uniform if all arguments are; without arguments, the detail that the context requests.
+/// Returns uniform if all arguments are; without arguments, the detail that the context requests.
 SlcDetailNode* SlcAllArgsUniformReturnUniform(SlcCheckDetail* walker, SlcFuncEntry entry,
                                               SlcProcCallExprNode* call);
 SlcDetailNode* SlcAllArgsUniformReturnUniformInline(SlcCheckInlineDetail* walker,
                                                     SlcFuncEntry entry, SlcProcCallExprNode* call);
-/// Varying, for built-ins that read varying data which is not an argument.
+/// Returns varying, for built-ins that read varying data which is not an argument.
 SlcDetailNode* SlcAlwaysReturnVarying(SlcCheckDetail* walker, SlcFuncEntry entry,
                                       SlcProcCallExprNode* call);
 SlcDetailNode* SlcAlwaysReturnVaryingInline(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
                                             SlcProcCallExprNode* call);
-/// Uniform, for built-ins with one result for the grid, whatever the arguments are.
+/// Returns uniform, for built-ins with one result for the grid, regardless of the arguments.
 SlcDetailNode* SlcAlwaysReturnUniform(SlcCheckDetail* walker, SlcFuncEntry entry,
                                       SlcProcCallExprNode* call);
 SlcDetailNode* SlcAlwaysReturnUniformInline(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
@@ -37,9 +37,10 @@ SlcDetailNode* SlcCheckInlineFresnelProc(SlcCheckInlineDetail* walker, SlcFuncEn
                                          SlcProcCallExprNode* call);
 SlcDetailNode* SlcCheckInlineUnpackProc(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
                                         SlcProcCallExprNode* call);
-/// For built-ins whose card says which arguments are output. Part of the rules; no card names it.
+/// For built-ins whose card declares which arguments are outputs. Part of the rules; no card uses
+/// it.
 SlcDetailNode* SlcCheckInlineOutputProc(SlcCheckInlineDetail* walker, SlcFuncEntry entry,
                                         SlcProcCallExprNode* call);
 
-/// All rules, indexed by `SqxDetailRule` and `SqxInlineRule`.
+/// Returns all rules, indexed by `SqxDetailRule` and `SqxInlineRule`.
 [[nodiscard]] const SlcDetailRules& SlcBuiltInDetailRules();

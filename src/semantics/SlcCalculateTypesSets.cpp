@@ -6,7 +6,7 @@
 //     noise(s) * Cs           color                      the intersection of both sides' sets
 //
 // A call has the result types of all overloads that match its arguments. A name that is not in
-// scope is searched in shadeop libraries first.
+// scope is first looked up in shadeop libraries.
 //
 // Chains such as a + b + c may have thousands of operators, so they are walked as a list
 // (SlcLeftSpine) and need no stack.
@@ -254,7 +254,7 @@ SlcPtr<SlcVarSymbolEntry> SlcCalculateTypesSets::FindVariable(const SlcSyntaxNod
     if (auto entry = m_current->FindVarEntry(ident, false))
         return entry;
     m_errors->Error(node, "Undefined variable", ident->GetName());
-    // Declares the name, so that it is reported once.
+    // Declare the name, so that it is reported only once.
     return m_current->AddVarEntry(ident, T::AError(), SlcDetailNode::AVarying(),
                                   SlcStorageSpecNode::ALocal(), false, nullptr, nullptr);
 }
@@ -287,14 +287,14 @@ SlcCalculateTypesSets::Types SlcCalculateTypesSets::TypesOfCall(SlcProcCallExprN
     if (overloads.outcome == SlcOverloads::Outcome::UnknownName && LoadDSO(call, call->GetIdent()))
         overloads = FindOverloads(call, valueUsed);
     if (overloads.outcome != SlcOverloads::Outcome::Found) {
-        // A fault inside of an argument has been reported already.
+        // A fault inside an argument has been reported already.
         const bool isReported =
             overloads.outcome == SlcOverloads::Outcome::WrongTypes && NbErrors() != errorsBefore;
         if (!isReported)
             ReportNoOverload(call, overloads);
         return {T::AError()};
     }
-    // A wrong argument must not decide between overloads.
+    // A faulty argument must not select an overload.
     const auto& arguments = call->GetArguments()->GetArgs();
     const bool hasFault = std::any_of(arguments.begin(), arguments.end(), [](const auto& argument) {
         return HasOwnReport(argument.get());
@@ -338,7 +338,8 @@ SlcOverloads SlcCalculateTypesSets::FindOverloads(SlcProcCallExprNode* call, boo
         SlcOverloads found = m_current->FindOverloads(lookup, m_errors);
         if (found.outcome != SlcOverloads::Outcome::WrongTypes || NbErrors() != errorsBefore)
             return found;
-        // The arguments may match a function without a value: the use of the value is reported.
+        // The arguments may match a function without a value; the use of the value is then
+        // reported.
         lookup.functions = Functions::All;
     }
     return m_current->FindOverloads(lookup, m_errors);

@@ -53,8 +53,8 @@ private:
     /// Returns the variable; null, after a report, if there is none.
     [[nodiscard]] SlcPtr<SlcVarSymbolEntry> FindVariable(const SlcSyntaxNode* node,
                                                          SlcIdentNode* ident);
-    /// Sets `type` to error, after a report, if the variable must not be written. It may be error
-    /// already.
+    /// Sets the type of the target to `type`, which may be error; to error, after a report, if the
+    /// variable must not be written.
     void SetTypeOfTarget(SlcLValueNode* lvalue, const SlcPtr<SlcVarSymbolEntry>& entry,
                          SlcTypeNode* type);
     /// Returns false after a report; only warns if the variable should not be written.
@@ -72,5 +72,5 @@ private:
     SlcPtr<SlcSemanticError> m_errors;
     const SlcOptionsControl* m_options;
     SlcShadeopLoader m_shadeops;
-    bool m_valueUsed = false;  // the value of the current expression is used
+    bool m_valueUsed = false;  // true while the value of the current expression is used
 };

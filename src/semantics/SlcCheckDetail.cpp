@@ -202,7 +202,7 @@ void SlcCheckDetail::Case(SlcBinOpExprNode* node)
     }
 }
 
-/// With a varying condition the result is varying, even if both branches are uniform.
+/// Under a varying condition the result is varying, even if both branches are uniform.
 void SlcCheckDetail::Case(SlcCondExprNode* node)
 {
     SlcDetailNode* const outer = std::exchange(m_condition, SlcDetailNode::AUniform());

@@ -5,8 +5,8 @@
 #include "support/SlcPtr.h"
 #include "support/reports/SlcSemanticError.h"
 
-/// Adds advice to a report that something must be uniform, if `detail` is open, so that the calls
-/// of a function decide it. Does nothing for another detail.
+/// Adds advice to a report that a value must be uniform, if `detail` is open, that is, determined
+/// by the calls of a function. Does nothing for other details.
 void SlcAdviseOnOpenDetail(SlcSemanticError& errors, const SlcSyntaxNode* node,
                            const SlcDetailNode& detail, const SlcCallPlace& place);
 

@@ -26,10 +26,10 @@
 
 namespace {
 
-// Few rounds are enough, since joined details only rise; this limits the cost of nested loops.
+// A few rounds suffice, since joined details only rise; the limit bounds the cost of nested loops.
 constexpr int k_roundsOfOne = 4;
 
-/// Null means that there is no condition.
+/// Combines two guards; null means that there is no condition.
 SlcDetailNode* CombineGuards(SlcDetailNode* first, SlcDetailNode* second)
 {
     if (!first || !second)
@@ -116,7 +116,7 @@ void SlcCheckInlineDetail::Case(SlcExprNode* node)
 
 void SlcCheckInlineDetail::Case(SlcFuncDefStmtNode*)
 {
-    // A nested function is evaluated where it is called.
+    // A nested function is evaluated at its calls.
 }
 
 void SlcCheckInlineDetail::Case(SlcDefExprNode* node)
@@ -139,8 +139,8 @@ void SlcCheckInlineDetail::Case(SlcDefExprNode* node)
     Defined(*entry, detail);
 }
 
-/// A body has one `return`, at any place. At the top of the body it ends the walk. In a condition
-/// the body continues for the points that did not return, which have another result.
+/// A body has one `return`, at any place. At the top level of the body it ends the walk. Under a
+/// condition the body continues for the points that did not return, which have another result.
 void SlcCheckInlineDetail::Case(SlcReturnStmtNode* node)
 {
     SlcDetailNode* const expected = std::exchange(m_place.wanted, m_wanted);
@@ -149,7 +149,7 @@ void SlcCheckInlineDetail::Case(SlcReturnStmtNode* node)
     SlcDetailNode* detail = SlcInlineDetailOf(node->GetValue());
     if (!m_guard)
         throw EndCheckInline{detail};
-    // In a loop, points may return in different rounds.
+    // In a loop, points may return in different iterations.
     const bool inLoop = m_left.size() > 1;
     detail = SlcDetailNode::Combine(detail, inLoop ? SlcDetailNode::AVarying() : Guard());
     m_result = m_result ? SlcDetailNode::Combine(m_result, detail) : detail;
@@ -257,7 +257,7 @@ void SlcCheckInlineDetail::Leave(std::size_t loops)
     }
 }
 
-/// After `continue` the points take no further part in this round of the loop.
+/// After `continue`, the points skip the rest of this iteration of the loop.
 void SlcCheckInlineDetail::Case(SlcLoopModStmtNode* node)
 {
     Leave(static_cast<std::size_t>(node->GetLevel()->GetValue()));

@@ -18,17 +18,17 @@ struct SlcAlreadyInLightControlStmt {};
 /// inline details of the formals. Computes the detail of the result, and reports faults that only
 /// this call causes. Needs the details that `SlcCheckDetail` has stored.
 ///
-/// A body is walked in the order of the source. A loop is walked repeatedly, without reports, until
-/// a round changes no detail; a last round then reports.
+/// A body is walked in source order. A loop is walked repeatedly, without reports, until an
+/// iteration changes no detail; a final iteration then reports.
 class SlcCheckInlineDetail : public SlcCodeWalker {
 public:
-    /// Thrown by value by a `return` after which nothing runs, to end the evaluation.
+    /// Thrown by value by an unconditional `return`, to end the evaluation.
     struct EndCheckInline {
         SlcDetailNode* detail;
     };
 
     /// `around` is the evaluation of the body that contains the call; null in the code of the
-    /// shader.
+    /// shader itself.
     explicit SlcCheckInlineDetail(SlcPtr<SlcSemanticError> errors,
                                   const SlcCheckInlineDetail* around = nullptr);
 
@@ -45,14 +45,14 @@ public:
     // The functions that change the inline detail of a variable.
     enum class Extent { Whole, Part };
     /// Records that `variable` was written with a value of this detail, and so was the variable
-    /// that it refers to if it is `extern`. In a condition, or if only a part was written, it keeps
-    /// a part of its old value.
+    /// that it refers to if it is `extern`. Under a condition, or if only a part was written, it
+    /// keeps part of its old value.
     void Written(const SlcPtr<SlcVarSymbolEntry>& variable, SlcDetailNode* detail, Extent extent);
     /// Records a write of a call to a variable or element.
     void Written(const SlcExprNode* argument, SlcDetailNode* detail);
     /// Records the first value of `variable`, from a declaration or a call.
     void Defined(SlcVarSymbolEntry& variable, SlcDetailNode* detail);
-    /// True if each call of the body has its own copy of the variable.
+    /// Declares that each call of the body has its own copy of the variable.
     void Owns(const SlcVarSymbolEntry& variable) { m_own.insert(&variable); }
 
 private:
@@ -95,11 +95,11 @@ private:
     [[nodiscard]] SlcDetailNode* WalkCondition(SlcSyntaxNode* condition);
     /// Walks code that is guarded by a condition of that detail.
     void WalkGuarded(SlcSyntaxNode* node, SlcDetailNode* guard);
-    /// Walks rounds of a loop until nothing changes.
+    /// Walks iterations of a loop until nothing changes.
     void WalkLoop(const SlcLoopStmtNode* node, const std::function<void()>& walkRound);
-    /// Walks one round; true if another one is needed. With `makesVarying` none will be.
+    /// Walks one iteration; true if another one is needed. With `makesVarying` none is.
     [[nodiscard]] bool WalkQuietRound(bool makesVarying, const std::function<void()>& walkRound);
-    /// Records that some points leave that many of the innermost loops here.
+    /// Records that some points leave `loops` of the innermost loops here.
     void Leave(std::size_t loops);
     /// Returns the combined detail of the conditions in the body that guard the current code; null
     /// if there are none.

@@ -108,7 +108,7 @@ void SlcCheckInlineDetail::Case(SlcBinOpExprNode* node)
     }
 }
 
-/// Visited even if its detail is known, for the calls in it.
+/// Visited for its calls even if its detail is known.
 void SlcCheckInlineDetail::Case(SlcCondExprNode* node)
 {
     SlcDetailNode* const condition = WalkCondition(node->GetCondition());
@@ -127,7 +127,7 @@ void SlcCheckInlineDetail::Case(SlcCompOpNode* node)
                                             SlcInlineDetailOf(node->GetRight())));
 }
 
-/// The right side is guarded by the left one (short circuit).
+/// The left side guards the right one (short circuit).
 void SlcCheckInlineDetail::Case(SlcLogOpNode* node)
 {
     node->GetLeft()->ApplyWalker(this);

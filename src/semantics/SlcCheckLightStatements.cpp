@@ -2,8 +2,8 @@
 // bodies.
 //
 // `illuminance` loops over lights and declares L, Cl and Ol in its body; `illuminate` and `solar`
-// are allowed in lights only. The differences between the three are rows (LightStatement), so that
-// each rule is written once. All are accepted in functions, since their callers decide.
+// are allowed only in lights. The differences between the three are rows (LightStatement), so that
+// each rule is written once. All are accepted in functions, and checked at their calls.
 //
 // Tested by tests/semantics/SlcCheckLightStatementsTest.cpp.
 
@@ -64,7 +64,7 @@ const SlcCheckSemantics::LightStatement SlcCheckSemantics::sm_solar = {
 
 bool SlcCheckSemantics::IsLegalHere(const LightStatement& statement) const
 {
-    // A function is checked where it is called.
+    // A function is checked at its calls.
     if (m_inFunction)
         return true;
     if (statement.side == LightStatement::Side::Lighting)

@@ -1,10 +1,10 @@
 // Checks definitions, and sets up the scopes for checking bodies. A function comes into scope after
-// its body, so that it cannot call itself; its formals are stored with the scope around the
-// definition, in which `extern`, and a body without --strict, look names up. Each body has a
-// separate walker, whose fields then hold what it contains: a `return`, a light statement.
+// its body, so it cannot call itself. Its formals are stored with the scope of the definition, in
+// which `extern`, and a body without --strict, look up names. Each body has a separate walker,
+// whose fields then record what it contains: a `return`, a light statement.
 //
-// The checks of a function leave out all that depends on its calls. Open details are checked where
-// shader code calls the function (SlcUserCallRules), with the arguments of each call.
+// The checks of a function omit everything that depends on its calls. Open details are checked
+// where shader code calls the function (SlcUserCallRules), with the arguments of each call.
 //
 // Tested by tests/semantics/SlcCheckSemanticsTest.cpp and, for faults that bring no others,
 // OneReportTest.cpp.
@@ -66,7 +66,7 @@ void SlcCheckSemantics::Default(SlcSyntaxNode* node)
 void SlcCheckSemantics::Case(SlcDefinitionsNode* node)
 {
     const auto& definitions = node->GetDefinitions();
-    // The type of the shader matters for functions before it too.
+    // The type of the shader also affects functions before it.
     const auto shader = std::find_if(definitions.begin(), definitions.end(),
                                      [](const auto& d) { return d->IsShader(); });
     if (shader == definitions.end()) {

@@ -12,8 +12,8 @@ class SlcExprNode;
 class SlcFormalsNode;
 class SlcRelationNode;
 
-/// Walks definitions and statements, builds their scopes, and puts every expression through the
-/// passes: possible types, unique type, detail, usage. All have finished with a statement before
+/// Walks definitions and statements, builds their scopes, and runs every expression through the
+/// passes: possible types, unique type, detail, usage. All passes have finished a statement before
 /// the next one starts, so everything is declared before its use.
 ///
 /// The body of each shader or function is checked by a separate walker, which then has the facts
@@ -21,7 +21,7 @@ class SlcRelationNode;
 class SlcCheckSemantics : public SlcCodeWalker {
 public:
     /// `usage` is the record of the branch that will be checked; null for no usage checks. It and
-    /// `options` outlive the walker.
+    /// `options` must outlive the walker.
     SlcCheckSemantics(SlcPtr<SlcSemanticError> errors, SlcOptionsControl& options,
                       SlcCheckUsage* usage);
 
@@ -58,17 +58,17 @@ private:
     void Case(SlcStmtNode* node) override;
     void Default(SlcSyntaxNode* node) override;
 
-    /// The name of the variable that holds the return type of a function for its body; no source
-    /// text can spell it.
+    /// Returns the name of the variable that holds the return type of a function for its body; it
+    /// is not a valid name in a source.
     [[nodiscard]] static SlcIdentNode* ReturnTypeIdent();
-    /// The scopes for declarations at this place.
+    /// Returns the scopes for declarations at this place.
     [[nodiscard]] SlcOuterScopes OuterScopes() const;
     /// Creates the walker for the body of a nested definition.
     [[nodiscard]] SlcCheckSemantics BodyWalker(SlcDefinitionNode* definition,
                                                SlcCheckUsage* usage) const;
     /// Creates the usage record of such a body; null without usage checks.
     [[nodiscard]] std::unique_ptr<SlcCheckUsage> BodyUsage(SlcFormalsNode* formals) const;
-    /// Records in the table of a function's formals where the function was defined.
+    /// Records the scope of the function's definition in the table of its formals.
     void NoteDefinitionScope(SlcSymbolTable& formals) const;
     /// Checks a function without its body.
     void CheckReturnType(const SlcFuncDefNode* node);
@@ -93,8 +93,8 @@ private:
     [[nodiscard]] SlcTypeNode* WantedTypeOfReturn(SlcReturnStmtNode* node);
     /// Passes the node that is executed next to the usage record.
     void CheckUsage(SlcSyntaxNode* node);
-    /// Walks a branch of a statement, and then `step`, which may be null, with a usage record of
-    /// their own; null without usage checks.
+    /// Walks a branch of a statement, and then `step`, which may be null, with a separate usage
+    /// record; returns null without usage checks.
     [[nodiscard]] std::unique_ptr<SlcCheckUsage> WalkBranch(SlcSyntaxNode* branch,
                                                             SlcExprNode* step);
     /// `step` may be null.
@@ -105,10 +105,10 @@ private:
     /// `argument` may be null.
     void CheckLightArgument(SlcExprNode* argument, const LightStatement& statement,
                             LightArgument role);
-    /// `position` is null for a statement that takes none.
+    /// `position` is null for a statement that has none.
     template <class Node>
     void CheckLightStatement(Node* node, const LightStatement& statement, SlcExprNode* position);
-    /// The same; a look-up that fails inside is fatal.
+    /// Does the same; a failed look-up inside is fatal.
     template <class Node>
     void GuardLightStatement(Node* node, const LightStatement& statement, SlcExprNode* position);
 
@@ -132,14 +132,14 @@ private:
     SlcCheckDetail m_detailPass;
     SlcPtr<SlcInlineBudget> m_inlineBudget;     // for all functions of the compile
     SlcCheckUsage* m_usage;                     // of the branch being walked; may be null
-    SlcShaderTypeNode* m_shaderType = nullptr;  // of the one shader of the file
+    SlcShaderTypeNode* m_shaderType = nullptr;  // of the shader of the file
     SlcDefinitionNode* m_body = nullptr;        // definition of the body; null at file level
     bool m_inFunction = false;
     bool m_shaderSeen = false;
     bool m_hasReturn = false;
     bool m_hasIlluminance = false;
     bool m_hasIlluminate = false;  // or `solar`
-    int m_lights = 0;              // light statements so far on one path through the branches
+    int m_lights = 0;              // number so far on one path through the branches
     int m_errorsBefore = 0;        // number of errors before the current expression
     int m_loopDepth = 0;
     int m_lightNesting = 0;

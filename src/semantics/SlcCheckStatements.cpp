@@ -2,8 +2,9 @@
 // the next statement is checked. Branches and loops are walked with separate usage records, which
 // are set aside after the walk and merged where the statement ends (SlcCheckUsage).
 //
-// A `return` requires the type of its function, a condition a comparison, and a statement that is a
-// call nothing. All other expressions must have exactly one type; several are reported.
+// A `return` requires the type of its function, a condition requires a comparison, and a call
+// statement requires nothing. All other expressions must have exactly one type; several are
+// reported.
 //
 // Tested by tests/semantics/SlcCheckSemanticsTest.cpp.
 
@@ -62,7 +63,7 @@ SlcTypeNode* SlcCheckSemantics::WantedTypeOf(SlcExprNode* expr)
     // Reported at its operator.
     if (types.empty())
         return SlcTypeNode::AVoid();
-    // Uses the first type, since the next passes need one.
+    // Report it, but use the first type, since the next passes need one.
     if (types.size() > 1)
         m_errors->Error(expr, "Ambiguous type for expression");
     return types.front();
@@ -216,7 +217,7 @@ void SlcCheckSemantics::WalkLoopBody(SlcLoopStmtNode* loop, SlcExprNode* step)
         m_usage->Promote(loop, *branch);
 }
 
-// The head of a loop always runs at least once, so that it belongs to the record around the body.
+// The head of a loop always runs at least once, so it belongs to the enclosing record.
 
 void SlcCheckSemantics::Case(SlcForStmtNode* node)
 {

@@ -33,8 +33,8 @@ public:
     /// Visits the next expression, condition, declaration or jump, after the other passes have
     /// finished with it. A body starts with its formals.
     void operator()(SlcSyntaxNode* node);
-    /// Ends the walk of the branch and undoes its changes until it is promoted. The next call walks
-    /// another branch of the statement, or is `Promote`.
+    /// Ends the walk of the branch and undoes its changes until it is promoted. Afterwards, call it
+    /// for another branch of the statement, or `Promote`.
     void SetAside();
 
     /// Ends a statement and joins its branches, which have been set aside.
@@ -54,7 +54,7 @@ private:
         SlcVarSymbolEntry* entry;
         int level;                  // of the branch that declares it, or `k_outside`
         int changedAt = k_outside;  // level of the innermost branch that has recorded a change
-        SlcVariableUsage outer;     // state if it is declared outside; else the entry has it
+        SlcVariableUsage outer;     // state if it is declared outside; otherwise the entry holds it
         const SlcVariableUsage* elsewhere =
             nullptr;  // state in the other of two branches that are joined
     };
@@ -85,9 +85,9 @@ private:
     [[nodiscard]] Variable* Find(SlcVarSymbolEntry* entry);
     /// Returns the state of the variable at the current point of the walk.
     [[nodiscard]] static SlcVariableUsage& UsageOf(Variable& variable);
-    /// True if reads are reported here, not where the function is called.
+    /// True if reads are reported here instead of where the function is called.
     [[nodiscard]] static bool IsJudgedHere(const Variable& variable);
-    /// Records the state of a variable; to be called before each change of it.
+    /// Records the state of a variable; call it before each change.
     void NoteChange(Variable& variable);
     /// Changes the state of the variable.
     void SetUsage(Variable& variable, const SlcVariableUsage& usage);

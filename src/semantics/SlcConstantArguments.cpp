@@ -1,11 +1,11 @@
-// How the run time treats an unknown constant is documented, but it is seldom intended:
+// The run time has a defined result for invalid constants, but they are rarely intended:
 //
 //     spline("catmul-rom", ...)     an unknown basis: the default
 //     ctransform("HSV", c)          an unknown space: "rgb"
 //     comp(c, 3)                    the nearest component
 //     printf("%s\n")                the specifier is printed
 //
-// Names are those of the tables of the run time. Only literals are checked.
+// The valid names are those in the tables of the run time. Only literals are checked.
 //
 // Tested by tests/semantics/SlcConstantArgumentsTest.cpp.
 
@@ -152,7 +152,7 @@ void CheckIndices(SlcSemanticError& errors, const SlcProcCallExprNode& call)
     }
 }
 
-/// Returns the text after a percent sign up to the letter, if it is meant as a specifier: not in
+/// Returns the text from a percent sign up to the letter, if it is meant as a specifier, unlike in
 /// "50 % of".
 std::string_view SpecifierAt(std::string_view format, std::size_t percent)
 {

@@ -4,7 +4,7 @@
 
 class SlcShaderTypeNode;
 
-/// The annotation that the semantic pass leaves on the root: the outer scopes and the kind of the
+/// The annotation that the semantic pass attaches to the root: the outer scopes and the kind of the
 /// shader.
 class SlcDefinitionsInfo : public SlcAnnotation {
 public:

@@ -2,7 +2,7 @@
 
 #include "frontend/SlcCodeWalker.h"
 
-/// Cuts the links between a checked tree and its symbol tables, after which deleting the root
+/// Breaks the links between a checked tree and its symbol tables, after which deleting the root
 /// frees both: a table holds the entries of its functions, the entry of a function its info, and
 /// the info the function's own table, from which the first can be reached again.
 ///

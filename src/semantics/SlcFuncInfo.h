@@ -12,7 +12,7 @@
 class SlcFuncInfo : public SlcAnnotation {
 public:
     /// `usage` may be null; `scope` is the table of the function's formals. The definition, a node
-    /// of the tree, outlives it.
+    /// of the tree, must outlive the object.
     SlcFuncInfo(SlcFuncDefNode* definition, std::unique_ptr<SlcCheckUsage> usage,
                 SlcPtr<SlcSymbolTable> scope, bool hasIlluminate, bool hasIlluminance,
                 const SlcBodyFacts& bodyFacts, SlcPtr<SlcInlineBudget> inlineBudget)
@@ -29,9 +29,9 @@ public:
     [[nodiscard]] SlcFuncDefNode* GetDefinition() const { return m_definition; }
     /// The body's reads and writes of outer variables, replayed at each call.
     [[nodiscard]] SlcCheckUsage* GetUsage() const { return m_usage.get(); }
-    /// Its formals and locals; null once the scope is cut.
+    /// Its formals and locals; null once the cycle has been broken.
     [[nodiscard]] const SlcPtr<SlcSymbolTable>& GetScope() const { return m_scope; }
-    /// Cuts the cycle of tables, entries and annotations.
+    /// Breaks the cycle of tables, entries and annotations.
     void ClearScope() { m_scope = nullptr; }
     /// True if the body contains `illuminate` or `solar`.
     [[nodiscard]] bool HasIlluminate() const { return m_hasIlluminate; }
@@ -39,10 +39,10 @@ public:
     [[nodiscard]] bool HasIlluminance() const { return m_hasIlluminance; }
     /// True if checked shader code calls the function, directly or through other functions.
     [[nodiscard]] bool IsCalled() const { return m_called; }
-    /// Set by the rule of its calls, and read by the passes after the checks, which skip
-    /// unreachable functions.
+    /// Set by the rule of its calls; the passes after the checks skip functions that are not
+    /// called.
     void SetCalled() { m_called = true; }
-    /// As above for a definition; false if it was refused and has no record.
+    /// Does the same for a definition; false if it was rejected and has no record.
     [[nodiscard]] static bool IsCalled(const SlcFuncDefNode& definition)
     {
         const auto& entry = definition.GetSymbolEntry();
@@ -53,7 +53,7 @@ public:
     [[nodiscard]] const SlcBodyFacts& GetBodyFacts() const { return m_bodyFacts; }
     /// Results of evaluated calls, for later calls with the same details.
     [[nodiscard]] SlcInlineResults& GetInlineResults() { return m_inlineResults; }
-    /// The number of evaluations that the whole compile may still make.
+    /// The limit on the evaluations of the whole compile.
     [[nodiscard]] SlcInlineBudget& GetInlineBudget() { return *m_inlineBudget; }
 
 private:

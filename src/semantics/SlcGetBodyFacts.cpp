@@ -1,7 +1,7 @@
 // Collects the facts about a checked body, including those of the functions that it calls, which
-// have been checked, since none is called before its definition. The number of operations is that
-// of the expanded body. It doubles with each level of functions that call another one twice, so it
-// stops at a limit.
+// have been checked before, since no function is called before its definition. The number of
+// operations is that of the expanded body. It doubles with each level of functions that call
+// another one twice, so it is limited.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 
@@ -50,7 +50,7 @@ void SlcGetBodyFacts::Default(SlcSyntaxNode* node)
 
 void SlcGetBodyFacts::Case(SlcFuncDefStmtNode*)
 {
-    // A nested function counts where it is called.
+    // A nested function counts at its calls.
 }
 
 void SlcGetBodyFacts::Case(SlcDefExprNode* node)

@@ -10,14 +10,14 @@ class SlcVarSymbolEntry;
 
 /// Facts about the body of a function, including the functions that it calls.
 struct SlcBodyFacts {
-    /// It accesses a variable of unknown detail that is neither a formal nor a local, so its result
-    /// depends on more than its arguments.
+    /// True if it accesses a variable of unknown detail that is neither a formal nor a local, so
+    /// that its result depends on more than its arguments.
     bool accessesOuterVariables = false;
-    /// It accesses the light of an enclosing light loop outside the function.
+    /// True if it accesses the light of an enclosing light loop outside the function.
     bool needsLightLoop = false;
-    /// The number of operations in one expansion of the body, with those of called functions. It is
-    /// computed before any expansion, since in a chain of functions that each call the previous one
-    /// twice it doubles at each link. Never overflows.
+    /// The number of operations in one expansion of the body, including called functions. It is
+    /// computed before any expansion, since it doubles at each link in a chain of functions that
+    /// each call the previous one twice. Never overflows.
     std::size_t expandedOperations = 0;
 };
 
@@ -40,13 +40,13 @@ private:
     void Case(SlcProcCallExprNode* node) override;
     void Default(SlcSyntaxNode* node) override;
 
-    /// Adds, up to a limit that no expansion reaches.
+    /// Adds operations, up to a limit that no expansion reaches.
     void AddOperations(std::size_t count);
     /// Records a read or write of the variable; null is ignored.
     void RecordAccess(const SlcPtr<SlcVarSymbolEntry>& variable);
 
     SlcBodyFacts m_facts;
-    std::set<const SlcVarSymbolEntry*> m_own;  // looked up, never listed
+    std::set<const SlcVarSymbolEntry*> m_own;  // only for look-up
     bool m_isLightShader = false;
     bool m_inLightLoop = false;  // of the function itself
 };

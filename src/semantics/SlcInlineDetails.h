@@ -7,7 +7,7 @@
 #include "symbols/SlcPossibleTypes.h"
 #include "symbols/SlcSymbolEntry.h"
 
-/// Returns the detail that the pass over the statement has stored, independent of calls.
+/// Returns the detail that the pass over the statement has stored, independently of calls.
 [[nodiscard]] inline SlcDetailNode* SlcFirstDetailOf(const SlcExprNode* expr)
 {
     return SlcPossibleTypes::Of(expr)->GetDetail();
@@ -19,7 +19,7 @@
     return SlcPossibleTypes::Of(expr)->GetInlineDetail();
 }
 
-/// As above for the left side of an assignment.
+/// Does the same for the left side of an assignment.
 [[nodiscard]] inline SlcDetailNode* SlcInlineDetailOf(const SlcLValueNode* lvalue)
 {
     return CheckCast<SlcLValueType>(lvalue->GetAnnotation())->GetInlineDetail();
@@ -36,14 +36,14 @@ inline void SlcSetInlineDetail(SlcLValueNode* lvalue, SlcDetailNode* detail)
     CheckCast<SlcLValueType>(lvalue->GetAnnotation())->SetInlineDetail(detail);
 }
 
-/// Returns the stored detail, or `detail` if the stored one is open.
+/// Sets the stored detail, or `detail` if the stored one is open.
 inline void SlcSetInlineDetailIfUnknown(SlcExprNode* expr, SlcDetailNode* detail)
 {
     SlcDetailNode* first = SlcFirstDetailOf(expr);
     SlcSetInlineDetail(expr, first->IsUnknownDetail() ? detail : first);
 }
 
-/// The entry is null after a report.
+/// Returns the declared detail; unknown for a null entry, as after a report.
 [[nodiscard]] inline SlcDetailNode* SlcDeclaredDetail(const SlcPtr<SlcVarSymbolEntry>& variable)
 {
     return variable ? variable->GetDetail() : SlcDetailNode::AUnknown();

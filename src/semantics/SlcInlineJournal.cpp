@@ -3,7 +3,7 @@
 //
 //     round begins      x uniform
 //     x written         stored: uniform; now varying
-//     round ends        joined: varying, which differs from the start: one more round
+//     round ends        joined: varying, differs from the start: one more round
 //
 // A definition in the round is stored as null, since no value of the previous round reaches it. An
 // inner round passes its details to the outer one, which keeps its own earlier ones.

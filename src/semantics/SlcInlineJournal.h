@@ -12,12 +12,12 @@
 /// bodies.
 class SlcInlineJournal {
 public:
-    /// Begins a round of a loop, nested in those that have begun. Each round must be ended.
+    /// Begins a round of a loop, nested in the open ones. Each round must be ended.
     void BeginRound();
-    /// To be called before the variable gets another detail.
+    /// Call it before the variable gets another detail.
     void NoteWrite(SlcVarSymbolEntry& variable);
-    /// To be called when the variable is defined again, so that its detail does not depend on the
-    /// last round.
+    /// Call it when the variable is defined again, so that its detail does not depend on the last
+    /// round.
     void NoteDefinition(SlcVarSymbolEntry& variable);
     /// Ends the round and joins the details before and after it. Returns true if that has changed
     /// the detail of a variable.
@@ -27,7 +27,7 @@ public:
     void EndRoundAsVarying();
     /// True if nested loops have taken too many rounds.
     [[nodiscard]] bool IsExhausted() const { return m_count > k_mostRounds; }
-    /// True at the first call, so that this is reported once.
+    /// True on the first call, so that this is reported once.
     [[nodiscard]] bool IsFirstReport() { return !std::exchange(m_reported, true); }
 
 private:

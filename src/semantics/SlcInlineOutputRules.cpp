@@ -1,10 +1,10 @@
 // The inline rules of built-ins that write to their arguments: written variables get the combined
 // detail of all inputs.
 //
-//     setxcomp(p, x)                   p gets the combined detail of p and x: two components stay
+//     setxcomp(p, x)                   p gets the combined detail of p and x, and keeps y and z
 //     fresnel(I, N, eta, kr, kt)       kr and kt get the combined detail of I, N and eta
 //
-// SlcCheckInlineOutputProc has a place in the table of rules, but no row uses it.
+// SlcCheckInlineOutputProc is in the table of rules, but no card uses it.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp.
 
@@ -17,13 +17,13 @@
 
 namespace {
 
-/// Which arguments of a built-in are read and which are written, and the texts of its reports.
+/// The arguments of a built-in that are read and written, and the texts of its reports.
 struct OutputRule {
     std::size_t inputs;       // number of inputs, from the first argument on
     std::size_t firstOutput;  // positions count from 0
     std::size_t lastOutput;
     const char* wrongCount;   // internal
-    const char* noVariable;   // before the number, where there is one
+    const char* noVariable;   // precedes the number, if there is one
     const char* afterNumber;  // null: the text has no number
     const char* unknown;      // internal
 };

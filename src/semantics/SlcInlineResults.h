@@ -9,13 +9,13 @@
 #include "semantics/SlcCallPlace.h"
 #include "support/SlcCollectable.h"
 
-/// Limits the evaluations of one compile that cannot be shared, so that a chain of functions which
-/// each call the previous one twice ends with a report instead of a hang.
+/// Limits the evaluations of one compile that cannot be shared, so that a chain of functions that
+/// each call the previous one twice ends with a report instead of hanging.
 class SlcInlineBudget : public SlcCollectable {
 public:
     /// Counts an evaluation. Returns false once the limit is exceeded.
     [[nodiscard]] bool Take() { return ++m_taken <= k_most; }
-    /// True at the first call, so that the report is made once.
+    /// True on the first call, so that the report is made once.
     [[nodiscard]] bool IsFirstReport() { return !std::exchange(m_reported, true); }
 
 private:
@@ -33,7 +33,7 @@ public:
     /// The inputs of an evaluation, as a short text that is only compared.
     class Circumstances {
     public:
-        /// With `isQuiet` its faults have not been reported yet.
+        /// `isQuiet` means that its faults have not been reported yet.
         Circumstances(const SlcCallPlace& place, bool isQuiet);
         /// Inline details in the order of the formals.
         void AddArgument(const SlcDetailNode* detail) { Add(detail); }
@@ -52,7 +52,7 @@ public:
 
     /// Returns the result for these inputs; null if there is none. Valid until the next `Keep`.
     [[nodiscard]] const Result* Find(const Circumstances& circumstances) const;
-    /// Stores a result, in place of an earlier one for the same inputs.
+    /// Stores a result, replacing an earlier one for the same inputs.
     const Result& Keep(const Circumstances& circumstances, Result result);
 
 private:

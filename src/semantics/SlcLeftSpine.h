@@ -5,10 +5,10 @@
 #include "frontend/SlcBinOpNodes.h"
 
 /// A chain of binary operators that is nested on the left, as a list, so that a sum of many terms
-/// is walked by a loop instead of recursion.
+/// is walked in a loop instead of recursively.
 ///
-///     a + b * c - d        first a; operations: the difference, then the sum below it. The product
-///                          is the right operand of the sum, and walked as such
+///     a + b * c - d        first a; operations: the difference, then the sum. The product is the
+///                          right operand of the sum and not part of the chain
 struct SlcLeftSpine {
     /// Collects the chain that ends with `top`. Linear in its length.
     explicit SlcLeftSpine(SlcBinOpExprNode* top) : first(top)

@@ -47,7 +47,7 @@ SlcTypeNode* KindOfProduct(const SlcTypeNode* left, const SlcTypeNode* right)
     return hasVector ? SlcTypeNode::AVector() : SlcTypeNode::ANormal();
 }
 
-/// The result type if the point family takes part in the operation; otherwise null.
+/// Returns the result type if an operand is of the point family; otherwise null.
 SlcTypeNode* PointResult(const SlcBinOpExprNode& operation)
 {
     SlcTypeNode* left = Find(operation.GetLeft(), SlcTypeNode::APoint());
@@ -98,8 +98,8 @@ Types SlcTypesOfBinOp(const SlcBinOpExprNode& operation)
         return fits ? Types{SlcTypeNode::AFloat()} : Types{};
     }
     if (operation.IsCrossProd()) {
-        // It is of whatever kind the context requires: a vector, a normal, or a point in shaders
-        // that know no other kind.
+        // The result has the kind that the context requires: a vector, a normal, or a point in
+        // shaders that use only points.
         return BothHold(SlcTypeNode::APoint(), operation) ? Types{SlcTypeNode::AAnyPoint()}
                                                           : Types{};
     }

@@ -5,9 +5,8 @@
 //     2. collect the types that these expect of each argument; different ones are reported
 //     3. look up the overload for these types in the scope; arrays are matched by their lengths
 //
-//     float x = noise(P)      a float is requested: of the overloads of noise with that result, one
-//     has
-//                             a point; a triple would become a point here
+//     float x = noise(P)      a float is requested: among the overloads of noise with that result,
+//                             one has a point; a triple would become a point here
 //
 // Tested by tests/semantics/SlcResolveUniqueTypeTest.cpp.
 
@@ -126,8 +125,9 @@ SlcResolveCall::Entry SlcResolveCall::ResolveArgs(SlcTypeNode* wanted)
 SlcResolveCall::Entry SlcResolveCall::Choose(const std::vector<Entry>& candidates,
                                              SlcTypeNode* wanted) const
 {
-    // The types that the arguments have by now are those of formals, and among these an array of
-    // any length is the same as one of another: a search by them may find what did not fit.
+    // The arguments now have the types of formals, and among these, arrays of different lengths
+    // count as the same type. So a look-up by these types could find an overload that did not
+    // match.
     if (candidates.size() == 1)
         return candidates.front();
     const auto exact = std::find_if(candidates.begin(), candidates.end(),

@@ -12,17 +12,17 @@
 /// Selects the overload of one call by the requested type, and the types of its arguments by the
 /// overload. The arguments must have their sets of types; the caller resolves their operands.
 ///
-///     color c = mix(Cs, 1, 0.5)      wanted color: mix(color, color, float), by promotion of the 1
+///     color c = mix(Cs, 1, 0.5)      requested color: mix(color, color, float), the 1 promoted
 class SlcResolveCall {
 public:
-    /// Resolves calls in `scope`, where names are looked up. With a null `shaderType` no function
-    /// is refused because of the type of shader.
+    /// Resolves calls in `scope`, where names are looked up. With a null `shaderType`, no function
+    /// is rejected because of the type of shader.
     SlcResolveCall(SlcPtr<SlcSemanticError> errors, SlcPtr<SlcSymbolTable> scope,
                    const SlcShaderTypeNode* shaderType);
 
-    /// Stores the overload in the call, with the meaning of each argument of its tail; none after a
-    /// report. The requested type is the unique type of the call, which is changed to one of its
-    /// set.
+    /// Stores the overload in the call, with the part of its tail for each argument; none after a
+    /// report. The requested type is the unique type of the call; if it is not in the call's set,
+    /// it is replaced by one that is.
     void Resolve(SlcProcCallExprNode* call);
 
 private:
@@ -32,7 +32,7 @@ private:
     /// Selects the types of the arguments for a call that returns `wanted`, and then the overload.
     /// Returns null after a report.
     [[nodiscard]] Entry ResolveArgs(SlcTypeNode* wanted);
-    /// Returns the overload that is called, out of at least one.
+    /// Returns the overload that is called, out of at least one candidate.
     [[nodiscard]] Entry Choose(const std::vector<Entry>& candidates, SlcTypeNode* wanted) const;
     /// True if each array argument has the length of its formal, or neither length is known.
     [[nodiscard]] bool HasLengths(const Entry& entry) const;
@@ -54,10 +54,11 @@ private:
     SlcProcCallExprNode* m_call = nullptr;
     SlcCallArgs m_args;
     bool m_promoted = false;  // the candidates match only by promotion
-    // Stored by candidate with a tail, since types that have been chosen match differently.
+    // Stored per candidate with a tail, since arguments match differently once their types are
+    // chosen.
     std::map<const SlcFuncSymbolEntry*, std::vector<SlcFuncVarArgLeaf*>> m_leaves;
-    // The types that filterstep requires of its names and values; computed once, since that reports
-    // faults.
+    // The types that filterstep requires for its names and values; computed once, since the
+    // computation reports faults.
     bool m_filterstepChecked = false;
     std::optional<std::vector<SlcTypeNode*>> m_filterstepTypes;
 };

@@ -189,7 +189,7 @@ void SlcResolveOperator::ResolveDotProd(SlcBinOpExprNode* operation)
     const bool areColors = leftColor && rightColor;
     const bool arePoints = leftPoint && rightPoint;
     if (areColors && arePoints) {
-        // Either side, once it has its type, determines the other.
+        // Once one side has its type, it determines the type of the other.
         m_errors->Error(operation, "Ambiguous type for left expression of dot product");
     } else if (areColors || arePoints) {
         SetUnique(left, areColors ? T::AColor() : T::APoint());
@@ -261,7 +261,7 @@ void SlcResolveOperator::Resolve(SlcEqOpNode* equality)
         SetUnique(right, pairs.front().right);
         return;
     }
-    // If there are several pairs, one side has several types, which the report names.
+    // If there are several pairs, one side has several types, and the report names that side.
     const bool isLeft = pairs.front().left != pairs.back().left;
     m_errors->Error(equality, (isLeft ? "Ambiguous type for left expression of "
                                       : "Ambiguous type for right expression of ") +

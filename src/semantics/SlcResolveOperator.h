@@ -4,7 +4,7 @@
 #include "frontend/SlcRelationNodes.h"
 #include "support/reports/SlcSemanticError.h"
 
-/// Decides the types of the operands of an operator by the type that the context requests, and
+/// Determines the types of the operands of an operator from the type that the context requests, and
 /// reports invalid operands. The operands must have their sets of types; the caller resolves their
 /// operands.
 class SlcResolveOperator {
@@ -12,7 +12,8 @@ public:
     explicit SlcResolveOperator(SlcPtr<SlcSemanticError> errors) : m_errors(std::move(errors)) {}
 
     /// Resolves arithmetic and products. The requested type is the unique type of the operator,
-    /// here and in the next two functions; it is changed to one of the operator's set.
+    /// here and in the next two functions; if it is not in the operator's set, it is replaced by
+    /// one that is.
     void Resolve(SlcBinOpExprNode* operation);
     void Resolve(SlcUMinusExprNode* minus);
     void Resolve(SlcCondExprNode* conditional);

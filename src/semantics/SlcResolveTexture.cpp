@@ -1,7 +1,7 @@
-// Texture accesses are no functions: their arguments are a name, a channel, coordinates (none, two
-// or eight numbers, one point or four), then pairs of a name and a value. The table lists for each
-// name which accesses accept it and the type of its value; a name that is no constant is known at
-// run time only and so takes what it gets.
+// Texture accesses are not functions. Their arguments are a name, a channel, coordinates (none, two
+// or eight floats, or one or four points), then pairs of a name and a value. The table lists, for
+// each name, the accesses that accept it and the type of its value. A name that is not a constant
+// is known only at run time, so its value is not checked.
 //
 // Tested by tests/semantics/SlcResolveUniqueTypeTest.cpp and tests/golden/bad_textures.sl.
 
@@ -15,7 +15,7 @@
 using namespace SlcTypedExpr;
 using T = SlcTypeNode;
 
-/// The reports that each kind words for itself.
+/// The reports that are worded differently for each kind of access.
 struct SlcResolveTexture::KindTexts {
     const char* filename;
     const char* tooFew;
@@ -78,7 +78,7 @@ const Parameter* FindParameter(std::string_view name, const SlcTextureTypeNode& 
     return found == std::end(k_parameters) ? nullptr : found;
 }
 
-/// The type is missing, and no other report says why.
+/// True if the type is not in the set and no other report explains why.
 bool LacksType(const SlcExprNode* expr, T* type)
 {
     return !HasType(expr, type) && !HasOwnReport(expr);
@@ -160,7 +160,7 @@ int SlcResolveTexture::ResolveFloats(SlcTextureExprNode* texture)
         SetUnique(m_args.front(), T::AFloat());
         return -1;
     }
-    // Numbers in between belong to no form: they are where a name is expected, which is reported.
+    // Other numbers of floats match no form; a report then says that a name is expected.
     const int taken = given >= 8 ? 8 : given >= 2 ? 2 : 0;
     const auto lacks = [](const SlcExprNode* argument) { return LacksType(argument, T::AFloat()); };
     const auto faulty = std::find_if(m_args.begin(), m_args.begin() + taken, lacks);
@@ -186,7 +186,7 @@ int SlcResolveTexture::ResolvePoints(SlcTextureExprNode* texture)
         std::find_if(m_args.begin(), m_args.end(),
                      [](const SlcExprNode* argument) { return !HasType(argument, T::APoint()); });
     const auto given = static_cast<std::size_t>(firstOther - m_args.begin());
-    // Likewise two or three points.
+    // The same holds for two or three points.
     const std::size_t taken = given >= k_mostPoints ? k_mostPoints : 1;
     for (std::size_t i = 0; i < taken; ++i)
         SetUnique(m_args[i], T::APoint());
@@ -219,7 +219,7 @@ std::size_t SlcResolveTexture::CheckTextureAccessParameter(std::size_t position)
     SetUnique(name, T::AString());
     const auto* constant = dynamic_cast<const SlcConstExprNode*>(name);
     if (!constant) {
-        // Its meaning is known only at run time.
+        // The meaning of the name is known only at run time.
         if (HasType(value, T::AFloat()))
             SetUnique(value, T::AFloat());
         return 2;
@@ -252,7 +252,7 @@ std::size_t SlcResolveTexture::ResolveSource(std::size_t first)
     if (points < 2)
         ErrorOfPlace(m_args[first - 1],
                      "\"source\" argument in shadow(...) needs 2, 3 or 4 points.");
-    // The argument in the place of the first point is not a name.
+    // The argument in the position of the first point is not a name.
     return std::max<std::size_t>(points, 1);
 }
 

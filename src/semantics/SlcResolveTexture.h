@@ -6,17 +6,17 @@
 #include "frontend/SlcTextureNodes.h"
 #include "support/reports/SlcSemanticError.h"
 
-/// Checks one call of `texture`, `environment` or `shadow` and decides the types of its arguments:
-/// coordinates first, then names and values. The arguments have their sets of types; the caller
-/// resolves their operands.
+/// Checks one call of `texture`, `environment` or `shadow` and determines the types of its
+/// arguments: coordinates first, then names and values. The arguments have their sets of types; the
+/// caller resolves their operands.
 ///
 ///     texture("a"[1], s, t, "blur", 0.1)      s, t: coordinates; "blur": a name, of a float
 class SlcResolveTexture {
 public:
     explicit SlcResolveTexture(SlcPtr<SlcSemanticError> errors) : m_errors(std::move(errors)) {}
 
-    /// Also sets the types of the name of the texture and the channel. After a fault every argument
-    /// still has some type.
+    /// Also sets the types of the texture's name and of the channel. After a fault every argument
+    /// still gets some type.
     void Resolve(SlcTextureExprNode* texture);
 
 private:
@@ -33,8 +33,8 @@ private:
     [[nodiscard]] int ResolvePoints(SlcTextureExprNode* texture);
     /// Checks names and values; stops after a report if it is unclear which an argument is.
     void ResolveParameters(std::size_t first);
-    /// Checks the name at `position` and its value. Returns how many arguments they are; 0 after a
-    /// report that leaves the meaning of the rest unclear.
+    /// Checks the name at `position` and its value. Returns the number of arguments that they are;
+    /// 0 after a report that leaves the meaning of the rest unclear.
     [[nodiscard]] std::size_t CheckTextureAccessParameter(std::size_t position);
     /// Checks the points of an area light, from `first` on. Returns their number; 1 after a report.
     [[nodiscard]] std::size_t ResolveSource(std::size_t first);
@@ -42,7 +42,7 @@ private:
     void ResolveFloatValue(std::string_view name, SlcExprNode* value);
     void ResolveStringValue(SlcExprNode* value);
 
-    /// Makes a report that depends on the meaning of all arguments; none after a faulty one.
+    /// Reports a fault that depends on the meaning of all arguments; silent after a faulty one.
     void ErrorOfPlace(const SlcSyntaxNode* node, std::string_view message);
 
     SlcPtr<SlcSemanticError> m_errors;

@@ -1,11 +1,11 @@
-// The type that each part has, from the whole down. Each `Case` decides the types of the operands
-// from the type of the node, then walks on:
+// Selects the type of each part, top-down. Each `Case` determines the types of the operands from
+// the type of the node, then visits them:
 //
-//     Ci = 2 * (noise(s) + (1, 0, 0))      color is wanted of the product, so of the sum, so the
-//                                          triple is a color and noise the overload for colors
+//     Ci = 2 * (noise(s) + (1, 0, 0))      a color is requested of the product and the sum, so the
+//                                          triple is a color and noise has the overload for colors
 //
-// If no type is required, as of an argument of printf, or if the required type is not in the set,
-// the first of the set is taken, and only who knows that this is wrong reports it.
+// If no type is requested, as for an argument of printf, or if the requested type is not in the
+// set, the first type of the set is used. Only the caller that knows that this is wrong reports it.
 //
 // Tested by tests/semantics/SlcResolveUniqueTypeTest.cpp.
 
@@ -65,7 +65,7 @@ void SlcResolveUniqueType::ResolveAssignment(SlcAssignExprNode* assignment)
     SlcTypeNode* target =
         CheckCast<SlcLValueType>(assignment->GetLValue()->GetAnnotation())->GetType();
     const bool refused = FirstType(assignment)->IsVoidType();
-    // Reported already: the expressions below are still checked by themselves.
+    // A fault has been reported; the expressions below are checked independently.
     if (refused || target->IsErrorType() || HasOwnReport(value)) {
         TakeFirst(value);
     } else if (SlcTypeNode* type = Find(value, target)) {
@@ -99,7 +99,7 @@ void SlcResolveUniqueType::ResolveCast(SlcCastExprNode* cast)
     if (IsUntyped(operand))
         return;
     TakeFirst(operand);
-    // A cast wants no type of its operand, since it takes several.
+    // A cast requests no type of its operand, since it accepts several.
     if (TypesOf(operand).size() > 1)
         return m_errors->Error(cast, "Cannot convert an ambiguous typed expression by casting");
     const SlcTypeNode* type = FirstType(operand);

@@ -7,19 +7,19 @@
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcSymbolTable.h"
 
-/// Selects one type for every expression of a statement, from the type that the context requests
-/// downward, and the overload of every call. Reports expressions without a valid type.
+/// Selects one type for every expression of a statement, top-down from the type that the context
+/// requests, and the overload of every call. Reports expressions without a valid type.
 ///
-/// Needs the sets of `SlcCalculateTypesSets`, and the requested type as the unique type of the
-/// root. If the expression does not have the requested type, such as void or error, a fault has
-/// been reported already. The expression then gets the first of its types, so that only faults
-/// inside it are reported.
+/// Requires the sets of `SlcCalculateTypesSets`, and the requested type as the unique type of the
+/// root. If the requested type is not in the set, for example void or error, a fault has already
+/// been reported. The expression then gets the first type of its set, so that only faults inside it
+/// are reported.
 class SlcResolveUniqueType : public SlcCodeWalker {
 public:
     explicit SlcResolveUniqueType(SlcPtr<SlcSemanticError> errors);
 
     /// `scope` is that of the statement, in which overloads are looked up. `shaderType` is that of
-    /// the file's shader, which decides whether some built-ins are refused.
+    /// the file's shader, which determines whether some built-ins are rejected.
     void operator()(SlcSyntaxNode* node, SlcPtr<SlcSymbolTable> scope,
                     SlcShaderTypeNode* shaderType);
 
@@ -47,8 +47,8 @@ private:
     void ResolveArray(SlcArrayExprNode* array);
     void ResolveIndex(SlcSyntaxNode* node, SlcExprNode* index);
 
-    /// Resolves a component of a triple or a matrix, which must be a float; else reports `fault` at
-    /// `node`.
+    /// Resolves a component of a triple or a matrix, which must be a float; otherwise reports
+    /// `fault` at `node`.
     void ResolveCoordinate(SlcSyntaxNode* node, SlcExprNode* coordinate, std::string_view fault);
 
     SlcPtr<SlcSemanticError> m_errors;

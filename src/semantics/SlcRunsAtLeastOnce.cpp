@@ -1,5 +1,5 @@
-// Only numbers that the loop itself shows count: the start and the bound of `for (i = 0; i < 3;
-// ...)`, with a sign at most. Whatever would take knowledge of other statements is "not sure".
+// Only numbers in the head of the loop count: the start and the bound in `for (i = 0; i < 3; ...)`,
+// optionally with a sign. Conditions that depend on other statements count as "not sure".
 //
 // Tested by tests/semantics/SlcCheckUsageTest.cpp.
 
@@ -24,7 +24,7 @@ std::optional<double> NumberOf(const SlcExprNode* expr)
     return constant->GetFloatConst()->GetValue();
 }
 
-/// The number that `expr` has where the loop begins, whose first assignment is `start`.
+/// Returns the value of `expr`, if it is known, after the loop's first assignment, `start`.
 std::optional<double> FirstNumberOf(const SlcExprNode* expr, const SlcEqAssignExprNode& start)
 {
     const auto* variable = dynamic_cast<const SlcIdentExprNode*>(expr);

@@ -1,14 +1,14 @@
-// The order of the checks. SlcCheckSemantics walks definitions and statements; each expression that
-// it comes to goes through the passes before it walks on, since later code may depend on it:
+// The order of the checks. SlcCheckSemantics walks definitions and statements. It runs all passes
+// on each expression before it continues, since later code may depend on the results:
 //
 //     1. SlcCalculateTypesSets     from the operands up: which types each part could have
 //     2. SlcResolveUniqueType      from the whole down: which one it has, which overload is called
 //     3. SlcCheckDetail            from the operands up: uniform, varying, or open in a function
-//        SlcCheckInlineDetail      at a call: the body once more, with the details of this call
-//     4. SlcCheckUsage             in the order of execution: reads of what nothing has set
+//        SlcCheckInlineDetail      at a call: the body again, with the details of this call
+//     4. SlcCheckUsage             in the order of execution: reads of unset variables
 //
-// Each pass leaves its result in the annotation of the node (SlcPossibleTypes). A type that a
-// report has been made for is the error type, which every later rule accepts in silence.
+// Each pass stores its result in the annotation of the node (SlcPossibleTypes). A reported
+// expression gets the error type, which all later rules accept without a report.
 
 #include "semantics/SlcSemantics.h"
 

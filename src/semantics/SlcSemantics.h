@@ -5,15 +5,15 @@
 class SlcSyntaxNode;
 
 /// Checks a parsed tree and stores the results in its nodes: scopes, types, details and the
-/// selected overloads. Throws `SlcCompilationError` if anything was reported as an error.
+/// selected overloads. Throws `SlcCompilationError` if an error was reported.
 ///
 /// `SlcCheckSemantics` checks one statement after the other, since everything is declared before
 /// its use, and runs five passes over each expression:
 ///
-///     pass                    direction  leaves on the node, or reports
+///     pass                    direction  stores in the node, or reports
 ///     SlcCalculateTypesSets   up         the types that it can have
-///     SlcResolveUniqueType    down       the one that its context wants; of a call the overload
+///     SlcResolveUniqueType    down       the one that its context requests; the overload of a call
 ///     SlcCheckDetail          up         uniform or varying, as the statement is written
-///     SlcCheckInlineDetail    a body     the same in the function that a call reaches
+///     SlcCheckInlineDetail    a body     the same in the body of a called function
 ///     SlcCheckUsage           in order   variables that are read before they are set
 void SlcSemantics(SlcSyntaxNode* tree, SlcOptionsControl& options);

@@ -1,5 +1,5 @@
-// A wanted type that the set does not hold becomes one of the set, so that every node has a type
-// that its own rule can work with. Float comes before the first of the set, since it is promoted.
+// A requested type that is not in the set is replaced by one of the set, so that every node has a
+// type that its rule can handle. Float takes precedence over the first type, since it is promoted.
 
 #include "semantics/SlcTypedExpr.h"
 
@@ -8,7 +8,7 @@ SlcTypeNode* SlcTypedExpr::SettleWanted(const SlcExprNode* expr)
     if (IsUntyped(expr))
         return nullptr;
     const auto types = SlcPossibleTypes::Of(expr);
-    // After a fault no type is better than another, so that nothing is chosen for its sake.
+    // After a fault no type is preferable, so none is chosen for its sake.
     SlcTypeNode* wanted = IsFaulty(expr) ? SlcTypeNode::AError() : types->GetUniqueType();
     if (!wanted->IsErrorType() && types->IsInTypes(wanted, false))
         return wanted;

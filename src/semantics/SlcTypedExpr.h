@@ -4,16 +4,16 @@
 
 #include "symbols/SlcPossibleTypes.h"
 
-/// Short forms for the questions that the typing passes ask of an expression with a set of types.
+/// Short forms for queries of the typing passes on an expression with a set of types.
 namespace SlcTypedExpr {
 
-/// Returns the member of the set that is this type, of this kind exactly; null if there is none.
+/// Returns the first member of the set that is the same type, or error; null if there is none.
 [[nodiscard]] inline SlcTypeNode* Find(const SlcExprNode* expr, SlcTypeNode* type)
 {
     return SlcPossibleTypes::Of(expr)->IsInTypes(type, false);
 }
 
-/// True if the set contains the type; any kind of the point family counts as the same type.
+/// True if the set contains the same type, or error; the point family counts as one type.
 [[nodiscard]] inline bool HasType(const SlcExprNode* expr, SlcTypeNode* type)
 {
     return Find(expr, type) != nullptr;
@@ -31,7 +31,7 @@ namespace SlcTypedExpr {
     return SlcPossibleTypes::Of(expr)->GetTypes();
 }
 
-/// Records that no type matches the expression; its rule has reported why.
+/// True if no type matches the expression; its rule has reported why.
 [[nodiscard]] inline bool IsUntyped(const SlcExprNode* expr)
 {
     return TypesOf(expr).empty();
@@ -44,33 +44,33 @@ namespace SlcTypedExpr {
     return !types.empty() && types.front()->IsErrorType();
 }
 
-/// The expression has its own report: a context that requires a type that it lacks stays silent.
+/// True if the expression has its own report, so that a context must not report a missing type.
 [[nodiscard]] inline bool HasOwnReport(const SlcExprNode* expr)
 {
     return IsUntyped(expr) || IsFaulty(expr);
 }
 
-/// Returns the type that was decided; `error` if none was.
+/// Returns the first type of the set; `error` if the set is empty.
 [[nodiscard]] inline SlcTypeNode* FirstType(const SlcExprNode* expr)
 {
     return IsUntyped(expr) ? SlcTypeNode::AError() : TypesOf(expr).front();
 }
 
-/// Decides the type. The walk over the expression reads it when it gets there.
+/// Selects the type. The walk over the expression reads it when it visits the expression.
 inline void SetUnique(const SlcExprNode* expr, SlcTypeNode* type)
 {
     SlcPossibleTypes::Of(expr)->SetUniqueType(type);
 }
 
-/// Decides on the first type of the set, when the context gives no reason to choose another.
+/// Selects the first type of the set, if the context gives no reason to choose another.
 inline void TakeFirst(const SlcExprNode* expr)
 {
     SetUnique(expr, FirstType(expr));
 }
 
-/// Settles the requested type of an expression and returns it: as it is if the set holds it, float
-/// if that is promoted to it, and otherwise the first of the set; error for a faulty one. Null if
-/// the set is empty.
+/// Sets the requested type of an expression to one of its set, and returns it: the requested type
+/// if the set contains it, float if that is promoted to it, otherwise the first of the set; error
+/// for a faulty expression. Null if the set is empty.
 SlcTypeNode* SettleWanted(const SlcExprNode* expr);
 
 }  // namespace SlcTypedExpr

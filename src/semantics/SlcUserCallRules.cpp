@@ -1,14 +1,15 @@
 // A call of a user function has the detail of its body with this call's arguments. The same rules
-// hold for a call in a statement and for one met while the body around it is evaluated: both
-// walkers pass the place of the call (SlcCallPlace).
+// apply to a call in a statement and to one in a body that is being evaluated: both walkers pass
+// the place of the call (SlcCallPlace).
 //
 //     shader code      f(s)      formals get the details of the arguments, the body is evaluated
 //     in f             g(x)      the same, one level deeper, with the detail of x in this
-//     evaluation of f
+//                                evaluation of f
 //
-// Evaluations are shared by calls in like circumstances (SlcInlineResults), unless the body touches
-// variables around it, whose details may have changed in between: those are counted instead, and
-// refused when they are too many. A chain of calls is refused where the stack would not do.
+// Calls with equal inputs share an evaluation (SlcInlineResults), unless the body accesses outer
+// variables, whose details may have changed in between. Evaluations that cannot be shared are
+// counted, and rejected if there are too many. A chain of calls is also rejected if the stack does
+// not suffice.
 //
 // Tested by tests/semantics/SlcCheckDetailTest.cpp and SlcCheckLightStatementsTest.cpp.
 
@@ -31,24 +32,24 @@
 
 namespace {
 
-// The stack that the walk over one body may need; a deeper chain of calls is refused.
+// The stack that the walk of one body may need; a deeper chain of calls is rejected.
 constexpr std::size_t k_stackReserve = std::size_t{2} << 20;
 
-/// The detail of a call that has been reported, which no later rule reports again.
+/// Returns the detail of a call that has been reported, which no later rule reports again.
 SlcDetailNode* DetailOfRefused()
 {
     return SlcDetailNode::AUniform();
 }
 
-/// A formal and the argument that a call gives it.
+/// A formal and the argument that a call passes to it.
 struct Passed {
     SlcPtr<SlcVarSymbolEntry> formal;
     SlcStorageSpecNode* storage;
     SlcExprNode* argument;
 };
 
-/// Marks the function as reached. True if this kind of shader may reach its light statements. Both
-/// walkers return the same.
+/// Marks the function as reached. True if this kind of shader may contain its light statements.
+/// Both walkers return the same.
 template <class Walker>
 bool MayBeReached(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNode* call)
 {
@@ -74,7 +75,7 @@ bool MayBeReached(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNode* call)
     return true;
 }
 
-/// The formals with the arguments of the call. `stage` ends the text of an internal fault.
+/// Pairs the formals with the arguments of the call. `stage` ends the text of an internal error.
 std::vector<Passed> PairArguments(SlcSemanticError& errors, const SlcFuncInfo& info,
                                   SlcProcCallExprNode* call, const char* stage)
 {
@@ -86,7 +87,8 @@ std::vector<Passed> PairArguments(SlcSemanticError& errors, const SlcFuncInfo& i
         for (const auto& definition : group->GetDefExprs()->GetDefExprs()) {
             if (formals++ >= arguments.size())
                 continue;
-            // Looked up by name: a formal that repeats the name of another has no separate entry.
+            // Looked up by name, since a formal that repeats the name of another has no separate
+            // entry.
             auto entry = info.GetScope()->FindVarEntry(definition->GetIdent(), true);
             if (entry.Null())
                 errors.FatalError(call, "Cannot find " + definition->GetIdent()->GetName() +
@@ -101,7 +103,8 @@ std::vector<Passed> PairArguments(SlcSemanticError& errors, const SlcFuncInfo& i
     return passed;
 }
 
-/// Inside a function an unknown detail is judged when shader code calls the function.
+/// True if the argument is not uniform. Within a function, an unknown detail is checked only when
+/// shader code calls the function.
 template <class Walker>
 bool IsRefusedAsUniform(const Walker& walker, const SlcDetailNode* argument)
 {
@@ -132,7 +135,7 @@ bool PassArgument(SlcCheckDetail& walker, const Passed& passed, std::size_t posi
     SlcDetailNode* argument = SlcFirstDetailOf(passed.argument);
     const bool wantsUniform = passed.formal->GetDetail()->IsUniform();
     const bool isOutput = passed.storage->IsOutput();
-    // An argument that cannot be written needs no second report on its detail.
+    // For an argument that cannot be written, do not also report its detail.
     if (isOutput && !SlcCheckOutputArgument(errors, passed.argument, position, function))
         return false;
     if ((wantsUniform && IsRefusedAsUniform(walker, argument)) ||
@@ -160,14 +163,15 @@ bool PassArgumentInline(SlcCheckInlineDetail& walker, const Passed& passed, std:
     return true;
 }
 
-/// The variable that an argument is, without index or operators; null for another expression.
+/// Returns the variable, if the argument is one without index or operators; null otherwise.
 SlcPtr<SlcVarSymbolEntry> VariableOf(const SlcExprNode* argument)
 {
     const auto* named = dynamic_cast<const SlcIdentExprNode*>(argument);
     return named ? SlcOutermost(named->GetSymbolEntry()) : nullptr;
 }
 
-/// The function's formals for one variable are that variable.
+/// Warns if an input and an output are the same variable, since both formals then share its
+/// storage.
 void WarnOfSharedVariables(SlcSemanticError& errors, const std::vector<Passed>& arguments,
                            const std::string& function)
 {
@@ -199,7 +203,7 @@ void ReportTooLarge(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNode* call
                                          "' is too large");
 }
 
-/// The evaluation around a call; none for one in the shader's own code.
+/// Returns the evaluation that encloses a call; null for one in the shader's own code.
 const SlcCheckInlineDetail* AroundCall(const SlcCheckDetail&)
 {
     return nullptr;
@@ -210,7 +214,7 @@ const SlcCheckInlineDetail* AroundCall(const SlcCheckInlineDetail& walker)
     return &walker;
 }
 
-/// Evaluates the body for the details that the formals have been given.
+/// Evaluates the body with the current details of the formals.
 template <class Walker>
 SlcInlineResults::Result EvaluateBody(Walker& walker, const SlcFuncInfo& info,
                                       const std::vector<Passed>& arguments)
@@ -231,8 +235,8 @@ SlcInlineResults::Result EvaluateBody(Walker& walker, const SlcFuncInfo& info,
     return result;
 }
 
-/// The detail of the call, whose arguments have been passed; null if the call would nest light
-/// statements. The formals have the inline details that the body gives them.
+/// Returns the detail of the call, whose arguments have been passed; null if the call would nest
+/// light statements. Sets the inline details of the formals to those at the end of the body.
 template <class Walker>
 SlcDetailNode* DetailOfCall(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNode* call,
                             const std::vector<Passed>& arguments)
@@ -264,7 +268,7 @@ SlcDetailNode* SlcCheckArgsDetail(SlcCheckDetail* walker, SlcPtr<SlcFuncSymbolEn
                                   SlcProcCallExprNode* call)
 {
     const auto info = CheckCast<SlcFuncInfo>(entry->GetFuncInfo());
-    assert(info);  // user functions alone have these rules
+    assert(info);  // only user functions have these rules
     const std::string& name = call->GetIdent()->GetName();
     SlcSemanticError& errors = *walker->Errors();
     if (!MayBeReached(*walker, *info, call))
@@ -288,7 +292,7 @@ SlcDetailNode* SlcCheckArgsDetail(SlcCheckDetail* walker, SlcPtr<SlcFuncSymbolEn
     bool fits = true;
     for (std::size_t i = 0; i < arguments.size(); ++i)
         fits = PassArgument(*walker, arguments[i], i, name) && fits;
-    // One fault, one report: the body would be evaluated with details that no argument has.
+    // Report only one fault: the body would be evaluated with details that no argument has.
     if (!fits)
         return DetailOfRefused();
     WarnOfSharedVariables(errors, arguments, name);
@@ -307,7 +311,7 @@ SlcDetailNode* SlcCheckArgsDetailInline(SlcCheckInlineDetail* walker,
                                         SlcPtr<SlcFuncSymbolEntry> entry, SlcProcCallExprNode* call)
 {
     const auto info = CheckCast<SlcFuncInfo>(entry->GetFuncInfo());
-    assert(info);  // user functions alone have these rules
+    assert(info);  // only user functions have these rules
     SlcSemanticError& errors = *walker->Errors();
     if (!MayBeReached(*walker, *info, call))
         return DetailOfRefused();
@@ -322,7 +326,7 @@ SlcDetailNode* SlcCheckArgsDetailInline(SlcCheckInlineDetail* walker,
     SlcDetailNode* const detail = DetailOfCall(*walker, *info, call, arguments);
     if (!detail)
         throw SlcAlreadyInLightControlStmt();
-    // An output formal returns its detail to the caller's variable.
+    // The detail of an output formal becomes that of the caller's variable.
     for (const Passed& passed : arguments)
         if (passed.storage->IsOutput() && passed.argument->IsReferenceExpr())
             walker->Written(passed.argument, passed.formal->GetInlineDetail());
