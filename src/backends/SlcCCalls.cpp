@@ -184,7 +184,7 @@ void SlcCStatements::WriteVarArgsCall(const SlcCallICode& code, const std::strin
     const std::size_t count = code.m_args.size();
     Line("{");
     Line("\tconst void *theArgs[", count, "];");
-    if (HasFormatArgument(code) && !SlcFormatFits(code.m_args))
+    if (HasFormatArgument(code) && !SlcFormatMatches(code.m_args))
         Line("\tconst char *theTypes = \"", SlcTypeLetters(code.m_args), "\";");
     Line();
     for (std::size_t k = 0; k < count; ++k) {

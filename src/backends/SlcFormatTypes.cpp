@@ -86,7 +86,7 @@ std::string SlcTypeLetters(const std::deque<SlcOperand>& args)
     return letters;
 }
 
-bool SlcFormatFits(const std::deque<SlcOperand>& args)
+bool SlcFormatMatches(const std::deque<SlcOperand>& args)
 {
     if (!args.front()->IsString() || HasOctalEscape(args.front()->GetString()))
         return false;

@@ -13,4 +13,4 @@
 [[nodiscard]] std::string SlcTypeLetters(const std::deque<SlcOperand>& args);
 
 /// True if the format is a constant and each of its conversions matches the type of its argument.
-[[nodiscard]] bool SlcFormatFits(const std::deque<SlcOperand>& args);
+[[nodiscard]] bool SlcFormatMatches(const std::deque<SlcOperand>& args);

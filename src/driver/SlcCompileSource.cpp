@@ -82,7 +82,7 @@ void WriteOutput(const SlcCommandLine& line, SlcRunFiles& files, QxCompileResult
     result.succeeded = false;
 }
 
-void Refuse(const SlcCommandLine& line, const QxCompileResult& result)
+void Reject(const SlcCommandLine& line, const QxCompileResult& result)
 {
     RemoveOutput(line, result.shaderName);
     std::cerr << "Compilation of " + SlcCutPath(line.m_inputFile) +
@@ -105,7 +105,7 @@ void Refuse(const SlcCommandLine& line, const QxCompileResult& result)
     else
         std::cerr << result.messages;
     if (result.failure == Failure::Source)
-        Refuse(line, result);
+        Reject(line, result);
     if (result.failure == Failure::OverlongToken)
         throw SlcCompilationEnd{2};
     if (result.failure == Failure::Compiler)

@@ -102,7 +102,7 @@ std::unique_ptr<SlcDefinitionsNode> TakeRoot()
     return std::move(Current().root);
 }
 
-void RefuseIfTooHigh(SlcTokenValue& value)
+void RejectIfTooHigh(SlcTokenValue& value)
 {
     if (!value.node || value.node->Height() <= Current().maxHeight)
         return;
@@ -176,7 +176,7 @@ std::unique_ptr<SlcFuncDefStmtNode> FunctionWithoutType(const SlcTextRange& rang
                                                         const SlcTokenValue& body)
 {
     yyerror("Local function definition must have a return type");
-    Advice().RefusedBlock();
+    Advice().RejectedBlock();
     Advise("a call takes no block: such statements belong to a later revision of the language");
     auto function = std::make_unique<SlcFuncDefNode>(
         position, SlcTypeNode::AFloat(), As<SlcIdentNode>(ident),

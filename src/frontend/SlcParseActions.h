@@ -65,7 +65,7 @@ template <class Node>
 
 /// Replaces an expression, condition or statement that is too high for the passes by a small node,
 /// and deletes it; the first one in a parse is reported.
-void RefuseIfTooHigh(SlcTokenValue& value);
+void RejectIfTooHigh(SlcTokenValue& value);
 
 /// Sets the node of a value, which was made from the text at `range`; the position is unchanged.
 template <class Node>
@@ -74,7 +74,7 @@ void Put(SlcTokenValue& value, const SlcTextRange& range, std::unique_ptr<Node> 
     if (node)
         node->SetRange(range);
     value.node = node.release();
-    RefuseIfTooHigh(value);
+    RejectIfTooHigh(value);
 }
 
 /// Sets the node and the position of a value, the latter to the scanner's. The position stored in

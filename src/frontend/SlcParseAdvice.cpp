@@ -312,7 +312,7 @@ void SlcParseAdvice::FollowCondition(const Token& token)
     }
 }
 
-std::string SlcParseAdvice::Refused(const SlcParserTables& tables)
+std::string SlcParseAdvice::Rejected(const SlcParserTables& tables)
 {
     const int token = m_given;
     if (m_keepsBlocks)

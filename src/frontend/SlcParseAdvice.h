@@ -31,7 +31,7 @@ public:
             m_states.assign(first, end);
     }
     /// Handles a syntax error at the last token. Returns the advice; empty unless advice is shown.
-    [[nodiscard]] std::string Refused(const SlcParserTables& tables);
+    [[nodiscard]] std::string Rejected(const SlcParserTables& tables);
     /// Returns the advice where the grammar itself reports a missing ";"; empty if it adds nothing.
     [[nodiscard]] std::string Missing(const SlcParserTables& tables) const;
     /// The repair of a fault after which the parser cannot continue.
@@ -48,7 +48,7 @@ public:
     /// of the source.
     [[nodiscard]] std::optional<Repair> NextRepair() const;
     /// Call it when the last token ended the block of a call, which has been reported.
-    void RefusedBlock() { m_drops = Drops::Else; }
+    void RejectedBlock() { m_drops = Drops::Else; }
 
 private:
     struct Token {

@@ -48,7 +48,7 @@ Parsed Parse(std::FILE* file, std::string_view text, const Repairs* repairs = nu
 }
 
 /// Throws if there were errors; every kind of failure has counted one.
-std::unique_ptr<SlcDefinitionsNode> RefuseFaults(Parsed parsed)
+std::unique_ptr<SlcDefinitionsNode> RejectFaults(Parsed parsed)
 {
     if (NbErrors() != 0)
         throw SlcCompilationError();
@@ -59,12 +59,12 @@ std::unique_ptr<SlcDefinitionsNode> RefuseFaults(Parsed parsed)
 
 std::unique_ptr<SlcDefinitionsNode> ParseCode(std::FILE* file, bool)
 {
-    return RefuseFaults(Parse(file, {}));
+    return RejectFaults(Parse(file, {}));
 }
 
 std::unique_ptr<SlcDefinitionsNode> ParseCode(std::string_view text, bool)
 {
-    return RefuseFaults(Parse(nullptr, text));
+    return RejectFaults(Parse(nullptr, text));
 }
 
 std::unique_ptr<SlcDefinitionsNode> ParseFaultyCode(std::string_view text)

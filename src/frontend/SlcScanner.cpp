@@ -78,7 +78,7 @@ constexpr auto k_keywordsByLetter = [] {
     return byLetter;
 }();
 
-void RefuseIfTooLong(std::string_view text)
+void RejectIfTooLong(std::string_view text)
 {
     if (text.size() <= SlcScanner::k_maxTokenLength)
         return;
@@ -137,12 +137,12 @@ void SlcScanner::ResetLineNumber()
 
 void SlcScanner::CountChars(std::string_view text, char filler)
 {
-    RefuseIfTooLong(text);
+    RejectIfTooLong(text);
     AppendToLine(text);
     AddFillers(text.size(), filler);
 }
 
-void SlcScanner::RefuseCharacter()
+void SlcScanner::RejectCharacter()
 {
     m_position.isUncounted = true;
     yyerror("Invalid charcacter");
@@ -202,7 +202,7 @@ void SlcScanner::BeginLine(std::string_view text)
     const bool mayBeLong = m_mayBeLong;
     BeginSkippedLine(text);
     if (!mayBeLong)
-        RefuseIfTooLong(text);
+        RejectIfTooLong(text);
 }
 
 void SlcScanner::BeginSkippedLine(std::string_view text)

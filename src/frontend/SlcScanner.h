@@ -62,7 +62,7 @@ public:
     [[nodiscard]] bool CanStringStart() const { return m_position.taken > m_noStringBefore; }
 
     /// Reports the last characters, which are not a token. The column does not advance.
-    void RefuseCharacter();
+    void RejectCharacter();
 
     /// Advances past the text of a token, with one filler per character. Ends the process with
     /// status 2 if it is too long.

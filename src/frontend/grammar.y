@@ -811,7 +811,7 @@ static int yyreport_syntax_error(const yypcontext_t*, SlcParseAdvice&)
     // A list of all tokens that could have followed would fill lines and help no user: one is
     // named.
     static_cast<void>(&yypcontext_expected_tokens);
-    const std::string advice = Advice().Refused(Tables());
+    const std::string advice = Advice().Rejected(Tables());
     if (yyerror("parse error"); !advice.empty())
         Advise(advice);
     return 0;

@@ -62,7 +62,7 @@ SlcOperand SlcCastLowering::Triple(SlcCastExprNode* node, const SlcOperand& x, c
                                    const SlcOperand& z)
 {
     if (!node->GetType()->IsPointType() && !node->GetType()->IsColorType())
-        m_context.RefuseForm(node);
+        m_context.RejectForm(node);
     SlcDetailNode* detail = SlcConditions::UniformIfAll({x, y, z});
     SlcTypeNode* type = KindOf(node->GetType());
     if (!NeedsTransform(node)) {
@@ -130,7 +130,7 @@ SlcOperand SlcCastLowering::Value(SlcCastExprNode* node, const SlcOperand& opera
         return GenCastToPoint(node, value);
     if (type->IsMatrixType())
         return GenCastToMatrix(node, value);
-    m_context.RefuseForm(node);
+    m_context.RejectForm(node);
 }
 
 SlcOperand SlcCastLowering::GenCastToColor(SlcCastExprNode* node, const SlcOperand& value)

@@ -194,5 +194,5 @@ void SlcGenInterCode::Case(SlcTextureExprNode* node)
 
 void SlcGenInterCode::Default(SlcSyntaxNode* node)
 {
-    m_context.RefuseForm(node);
+    m_context.RejectForm(node);
 }

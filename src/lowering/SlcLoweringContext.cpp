@@ -97,7 +97,7 @@ void SlcLoweringContext::NoteAssigned(const SlcOperand& written)
     m_lights.ResetEvalLightIfPAssigned(written, m_shaderType);
 }
 
-void SlcLoweringContext::RefuseForm(const SlcSyntaxNode* node)
+void SlcLoweringContext::RejectForm(const SlcSyntaxNode* node)
 {
     if (const auto* call = dynamic_cast<const SlcProcCallExprNode*>(node))
         m_errors->FatalError(node, "No code generated yet for this built-in function: " +

@@ -42,7 +42,7 @@ public:
     [[nodiscard]] SlcOperand Widened(const SlcOperand& value);
     /// Reports a fatal error: there is no code for this form, which earlier passes should have
     /// rejected.
-    [[noreturn]] void RefuseForm(const SlcSyntaxNode* node);
+    [[noreturn]] void RejectForm(const SlcSyntaxNode* node);
     /// Call it after code that has written the operand `written` of an assignment or a call.
     void NoteAssigned(const SlcOperand& written);
 

@@ -112,14 +112,14 @@ bool SlcCodeMotion::OptimizeLoops(SlcListICode& list)
         // Visit every loop, since any of them may have no exit.
         if (loop.lastBeforeExits < 0)
             WarnOfInfiniteLoop();
-        if (IsEnteredFromFront(loop.head))
+        if (CanHoistBefore(loop.head))
             MoveOutOf(loop);
     }
     if (m_hasMoved.empty())
         return false;
     std::deque<SlcPtr<SlcICode>> output;
     for (const auto& block : m_graph.Blocks()) {
-        for (auto& code : InFrontOf(block.GetBlockId()))
+        for (auto& code : HoistedCodeBefore(block.GetBlockId()))
             output.push_back(std::move(code));
         for (const auto& code : block.GetListICode())
             if (m_hasMoved.count(&*code) == 0)
@@ -130,7 +130,7 @@ bool SlcCodeMotion::OptimizeLoops(SlcListICode& list)
 }
 
 // A jump from elsewhere would skip the instructions before the head.
-bool SlcCodeMotion::IsEnteredFromFront(int head) const
+bool SlcCodeMotion::CanHoistBefore(int head) const
 {
     const auto& predecessors = m_graph.Blocks()[head].GetPredBlocks();
     return std::all_of(predecessors.begin(), predecessors.end(), [&](int predecessor) {
@@ -295,7 +295,7 @@ bool SlcCodeMotion::ReachesAllUses(const Loop& loop, int block, int variable) co
                        [&](const User& user) { return m_dominators.Dominates(block, user.block); });
 }
 
-std::deque<SlcPtr<SlcICode>> SlcCodeMotion::InFrontOf(int head) const
+std::deque<SlcPtr<SlcICode>> SlcCodeMotion::HoistedCodeBefore(int head) const
 {
     int& headCounter = SlcPartOfCompilation<MotionCounters>().heads;
     std::deque<SlcPtr<SlcICode>> codes;

@@ -50,7 +50,7 @@ private:
     using Writes = std::vector<std::pair<Variable, int>>;
 
     /// True if the loop has a place before its head for hoisted code.
-    [[nodiscard]] bool IsEnteredFromFront(int head) const;
+    [[nodiscard]] bool CanHoistBefore(int head) const;
     /// Collects what the loops write and read, and the candidates.
     void CollectFacts();
     /// Computes the limits of each candidate.
@@ -76,7 +76,7 @@ private:
     /// True if every read in the loop uses the value that `block` writes.
     [[nodiscard]] bool ReachesAllUses(const Loop& loop, int block, int variable) const;
     /// Returns the code hoisted before `head`, with the brackets of its runs.
-    [[nodiscard]] std::deque<SlcPtr<SlcICode>> InFrontOf(int head) const;
+    [[nodiscard]] std::deque<SlcPtr<SlcICode>> HoistedCodeBefore(int head) const;
     /// Warns only once per process, since the warning has no position in the source.
     static void WarnOfInfiniteLoop();
 

@@ -139,7 +139,7 @@ void SlcDataflowAnalysis::MakeGroups(const std::vector<Followed>& followed)
     FillGroups();
     for (Group& group : m_groups) {
         Solve(group);
-        LookAtLoops(group);
+        RecordLiveAtLoops(group);
     }
 }
 
@@ -161,7 +161,7 @@ void SlcDataflowAnalysis::FillGroups()
     }
 }
 
-bool SlcDataflowAnalysis::UpdateFront(Group& group, int block) const
+bool SlcDataflowAnalysis::UpdateLiveIn(Group& group, int block) const
 {
     const std::size_t place = block - group.first;
     const std::uint64_t live = group.uses[place] | (LiveAfter(group, block) & ~group.defs[place]);
@@ -182,7 +182,7 @@ void SlcDataflowAnalysis::Solve(Group& group)
         pending.push_back(block);
     };
     for (int block = group.end - 1; block >= group.first; --block)
-        if (UpdateFront(group, block))
+        if (UpdateLiveIn(group, block))
             for (const int predecessor : m_graph.Blocks()[block].GetPredBlocks())
                 if (predecessor >= block)
                     open(predecessor);
@@ -191,7 +191,7 @@ void SlcDataflowAnalysis::Solve(Group& group)
         const int block = pending.back();
         pending.pop_back();
         isPending[block - group.first] = false;
-        if (UpdateFront(group, block))
+        if (UpdateLiveIn(group, block))
             for (const int predecessor : m_graph.Blocks()[block].GetPredBlocks())
                 if (predecessor >= group.first)
                     open(predecessor);
@@ -199,7 +199,7 @@ void SlcDataflowAnalysis::Solve(Group& group)
 }
 
 // Variables that are live at the front of the range are also live before it, and in loops there.
-void SlcDataflowAnalysis::LookAtLoops(Group& group) const
+void SlcDataflowAnalysis::RecordLiveAtLoops(Group& group) const
 {
     auto head = std::lower_bound(m_loopHeads.begin(), m_loopHeads.end(), group.first);
     if (head != m_loopHeads.begin() && group.end > group.first)
@@ -208,7 +208,7 @@ void SlcDataflowAnalysis::LookAtLoops(Group& group) const
         group.aroundLoops |= group.LiveInAt(*head);
 }
 
-bool SlcDataflowAnalysis::GoesAroundLoop(int variable) const
+bool SlcDataflowAnalysis::IsLiveAroundLoop(int variable) const
 {
     const Place place = m_places[variable];
     return place.group >= 0 && (m_groups[place.group].aroundLoops & BitOf(place.bit)) != 0;
@@ -231,11 +231,11 @@ void SlcDataflowAnalysis::BeginChange(Group& group)
     group.before = group.liveIn;
 }
 
-void SlcDataflowAnalysis::RefreshFront(int block)
+void SlcDataflowAnalysis::RefreshLiveIn(int block)
 {
     std::erase_if(m_changing, [block](const Group* group) { return group->first > block; });
     for (Group* group : m_changing)
-        (void)UpdateFront(*group, block);
+        (void)UpdateLiveIn(*group, block);
 }
 
 // The sets can only shrink. But a solution that started from the old sets would keep a variable
@@ -253,7 +253,7 @@ bool SlcDataflowAnalysis::Update(std::span<const int> blocks)
         Solve(group);
         changed = changed || HasChangedAtLoops(group);
         group.aroundLoops = 0;
-        LookAtLoops(group);
+        RecordLiveAtLoops(group);
     }
     return changed;
 }

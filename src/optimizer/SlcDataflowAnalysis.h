@@ -61,7 +61,7 @@ public:
     void ForgetRead(int block, int variable);
     /// Recomputes the live-in set of the block. The blocks after it must be up to date. Variables
     /// that were live around a loop stay live, so the set may be too large.
-    void RefreshFront(int block);
+    void RefreshLiveIn(int block);
 
     /// Updates the analysis after a pass that has changed instructions of these blocks, so that
     /// they read and write less, and has kept the graph. `Print` and `ReadFirst` may still include
@@ -70,7 +70,7 @@ public:
     bool Update(std::span<const int> blocks);
 
     /// True if the variable was live at the target of a back edge when the analysis was made.
-    [[nodiscard]] bool GoesAroundLoop(int variable) const;
+    [[nodiscard]] bool IsLiveAroundLoop(int variable) const;
 
     /// Returns what an instruction of the graph reads and writes. It must not have changed since
     /// the analysis was made.
@@ -110,9 +110,9 @@ private:
     void Solve(Group& group);
     [[nodiscard]] bool HasChangedAtLoops(const Group& group) const;
     /// Records which variables are live around loops.
-    void LookAtLoops(Group& group) const;
+    void RecordLiveAtLoops(Group& group) const;
     /// Recomputes the live-in set of the block from its live-out set. True if it changed.
-    [[nodiscard]] bool UpdateFront(Group& group, int block) const;
+    [[nodiscard]] bool UpdateLiveIn(Group& group, int block) const;
     void PrintNames(std::ostream& out, const char* title, std::vector<int> numbers) const;
 
     const SlcControlFlowGraph& m_graph;

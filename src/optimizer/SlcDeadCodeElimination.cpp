@@ -5,7 +5,7 @@
 // A computation is removed if its result is not live after it, or if only removed computations need
 // it (SlcNeededVariables, which handles cycles around loops). Removed computations no longer count
 // as uses, so the sets are corrected during the walk: a chain inside a block is removed in one
-// walk, and RefreshFront propagates the smaller sets to the preceding blocks. Only around a loop
+// walk, and RefreshLiveIn propagates the smaller sets to the preceding blocks. Only around a loop
 // the sets stay too large: a variable that is live from one iteration to the next may have lost its
 // last read. The sets computed after the walk show whether another run would find anything.
 //
@@ -107,7 +107,7 @@ void SlcDeadCodeElimination::FindDeadCode(const SlcControlFlowGraph& graph,
                 if (!live.IsReadFirst(variable))
                     analysis.ForgetRead(block->GetBlockId(), variable);
         }
-        analysis.RefreshFront(block->GetBlockId());
+        analysis.RefreshLiveIn(block->GetBlockId());
     }
 }
 
@@ -115,7 +115,7 @@ void SlcDeadCodeElimination::Remove(const SlcICode& code, const SlcDefUse::Facts
                                     const SlcDataflowAnalysis& analysis)
 {
     for (const int read : facts.uses)
-        m_isComplete = m_isComplete && !analysis.GoesAroundLoop(read);
+        m_isComplete = m_isComplete && !analysis.IsLiveAroundLoop(read);
     m_keepsConstants =
         m_keepsConstants && !facts.assignsItself && !SlcCopyPropagation::ForgetsReads(code);
 }

@@ -23,7 +23,7 @@ template <class List>
 }
 
 /// True if some ranges overlap. Searches the longer list for each range of the shorter one.
-[[nodiscard]] bool Meet(const Ranges& a, const Ranges& b)
+[[nodiscard]] bool Overlap(const Ranges& a, const Ranges& b)
 {
     const Ranges& few = a.size() < b.size() ? a : b;
     const Ranges& many = a.size() < b.size() ? b : a;
@@ -45,7 +45,7 @@ template <class List>
 }
 
 /// Adds `added`, which must not overlap `ranges`; merges adjacent ranges.
-void Unite(Ranges& ranges, const Ranges& added)
+void Merge(Ranges& ranges, const Ranges& added)
 {
     for (const SlcLiveRange& range : added) {
         auto next = FirstReaching(ranges, range.first);
@@ -89,7 +89,7 @@ void SlcRangeColors::Grow()
 
 int SlcRangeColors::FirstFree(std::size_t node, const Ranges& ranges) const
 {
-    if (Meet(m_taken[node], ranges))
+    if (Overlap(m_taken[node], ranges))
         return -1;
     if (node >= m_leaves)
         return static_cast<int>(node - m_leaves);
@@ -100,10 +100,10 @@ int SlcRangeColors::FirstFree(std::size_t node, const Ranges& ranges) const
 void SlcRangeColors::Occupy(int color, const Ranges& ranges)
 {
     std::size_t node = m_leaves + static_cast<std::size_t>(color);
-    Unite(m_taken[node], ranges);
+    Merge(m_taken[node], ranges);
     Ranges added = ranges;
     for (; node > 1 && !added.empty(); node /= 2) {
         added = Common(added, m_taken[node ^ 1U]);
-        Unite(m_taken[node / 2], added);
+        Merge(m_taken[node / 2], added);
     }
 }

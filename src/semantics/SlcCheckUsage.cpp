@@ -203,7 +203,7 @@ void SlcCheckUsage::PassOutput(SlcVarSymbolEntry& formal, Variable* argument,
         const bool isSure = read == SlcUsageState::Always && modified == SlcUsageState::Never;
         NoteChange(*argument);
         UsageOf(*argument).SetAccessedInScope(read == SlcUsageState::Maybe);
-        if (IsJudgedHere(*argument))
+        if (IsCheckedHere(*argument))
             m_errors->Warning(call,
                               "Variable '" + argument->entry->GetName() +
                                   (isSure ? "' is used without being initialized"
@@ -250,7 +250,7 @@ SlcVariableUsage& SlcCheckUsage::UsageOf(Variable& variable)
     return variable.level == k_outside ? variable.outer : variable.entry->Usage();
 }
 
-bool SlcCheckUsage::IsJudgedHere(const Variable& variable)
+bool SlcCheckUsage::IsCheckedHere(const Variable& variable)
 {
     return variable.level != k_outside && !variable.entry->GetStorage()->IsOutput();
 }
@@ -286,7 +286,7 @@ void SlcCheckUsage::VarIsAccessedInTable(Variable* variable, bool maybe, SlcExpr
     maybe = maybe || UsageOf(*variable).GetModified() == SlcUsageState::Maybe;
     NoteChange(*variable);
     UsageOf(*variable).SetAccessedInScope(maybe);
-    if (IsJudgedHere(*variable))
+    if (IsCheckedHere(*variable))
         LogAccessError(expr, *variable, maybe);
 }
 

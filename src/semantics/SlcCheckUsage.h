@@ -86,7 +86,7 @@ private:
     /// Returns the state of the variable at the current point of the walk.
     [[nodiscard]] static SlcVariableUsage& UsageOf(Variable& variable);
     /// True if reads are reported here instead of where the function is called.
-    [[nodiscard]] static bool IsJudgedHere(const Variable& variable);
+    [[nodiscard]] static bool IsCheckedHere(const Variable& variable);
     /// Records the state of a variable; call it before each change.
     void NoteChange(Variable& variable);
     /// Changes the state of the variable.

@@ -19,7 +19,8 @@ namespace {
 /// True if one side has the type, and the other has it or a float, which is promoted.
 bool MeetIn(SlcTypeNode* type, const SlcExprNode* left, const SlcExprNode* right)
 {
-    return (HasType(left, type) && Fits(right, type)) || (Fits(left, type) && HasType(right, type));
+    return (HasType(left, type) && Matches(right, type)) ||
+           (Matches(left, type) && HasType(right, type));
 }
 
 bool IsPoint(const SlcTypeNode* type)
@@ -81,7 +82,7 @@ Types TypesOfArithmetic(const SlcBinOpExprNode& operation)
     return types;
 }
 
-bool BothHold(SlcTypeNode* type, const SlcBinOpExprNode& operation)
+bool BothContain(SlcTypeNode* type, const SlcBinOpExprNode& operation)
 {
     return HasType(operation.GetLeft(), type) && HasType(operation.GetRight(), type);
 }
@@ -93,15 +94,15 @@ Types SlcTypesOfBinOp(const SlcBinOpExprNode& operation)
     if (IsFaulty(operation.GetLeft()) || IsFaulty(operation.GetRight()))
         return {SlcTypeNode::AError()};
     if (operation.IsDotProd()) {
-        const bool fits = BothHold(SlcTypeNode::AColor(), operation) ||
-                          BothHold(SlcTypeNode::APoint(), operation);
+        const bool fits = BothContain(SlcTypeNode::AColor(), operation) ||
+                          BothContain(SlcTypeNode::APoint(), operation);
         return fits ? Types{SlcTypeNode::AFloat()} : Types{};
     }
     if (operation.IsCrossProd()) {
         // The result has the kind that the context requires: a vector, a normal, or a point in
         // shaders that use only points.
-        return BothHold(SlcTypeNode::APoint(), operation) ? Types{SlcTypeNode::AAnyPoint()}
-                                                          : Types{};
+        return BothContain(SlcTypeNode::APoint(), operation) ? Types{SlcTypeNode::AAnyPoint()}
+                                                             : Types{};
     }
     return TypesOfArithmetic(operation);
 }

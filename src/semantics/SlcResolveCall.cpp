@@ -94,7 +94,7 @@ void SlcResolveCall::Resolve(SlcProcCallExprNode* call)
     m_call = call;
     m_leaves.clear();
     m_args = SlcArgsOf(call->GetArguments());
-    SlcTypeNode* wanted = SettleWanted(call);
+    SlcTypeNode* wanted = ResolveRequestedType(call);
     const Entry entry = ResolveArgs(wanted);
     if (!CheckShaderType() || !entry)
         return;
@@ -110,7 +110,7 @@ SlcResolveCall::Entry SlcResolveCall::ResolveArgs(SlcTypeNode* wanted)
 {
     if (wanted->IsErrorType()) {
         for (const SlcExprNode* argument : m_args)
-            TakeFirst(argument);
+            SelectFirst(argument);
         return nullptr;
     }
     std::vector<Types> expected(m_args.size());
@@ -158,14 +158,14 @@ std::vector<SlcResolveCall::Entry> SlcResolveCall::FindCandidates(SlcTypeNode* w
     for (const bool promote : {false, true}) {
         m_promoted = promote;
         std::copy_if(entries.begin(), entries.end(), std::back_inserter(fitting),
-                     [&](const Entry& entry) { return Fits(entry, promote); });
+                     [&](const Entry& entry) { return Matches(entry, promote); });
         if (!fitting.empty())
             break;
     }
     return fitting;
 }
 
-bool SlcResolveCall::Fits(const Entry& entry, bool promote)
+bool SlcResolveCall::Matches(const Entry& entry, bool promote)
 {
     if (!entry->CheckNumberArgs(m_args) || !entry->CheckTypeArgs(m_args, nullptr, promote))
         return false;

@@ -38,7 +38,7 @@ private:
     [[nodiscard]] bool HasLengths(const Entry& entry) const;
     /// Returns the overloads that match exactly, or else those that match by promotion.
     [[nodiscard]] std::vector<Entry> FindCandidates(SlcTypeNode* wanted);
-    [[nodiscard]] bool Fits(const Entry& entry, bool promote);
+    [[nodiscard]] bool Matches(const Entry& entry, bool promote);
     /// Adds the type that the overload expects to the list of each argument.
     void AddExpected(const Entry& entry, std::vector<Types>& expected);
     /// Returns the part of the overload's tail for each argument after the fixed ones.

@@ -94,11 +94,11 @@ void SlcResolveOperator::Resolve(SlcBinOpExprNode* operation)
 {
     const SlcExprNode* left = operation->GetLeft();
     const SlcExprNode* right = operation->GetRight();
-    SlcTypeNode* wanted = SettleWanted(operation);
+    SlcTypeNode* wanted = ResolveRequestedType(operation);
     // An operand without a possible type is reported separately.
     if ((wanted && wanted->IsErrorType()) || IsUntyped(left) || IsUntyped(right)) {
-        TakeFirst(left);
-        TakeFirst(right);
+        SelectFirst(left);
+        SelectFirst(right);
     } else if (operation->IsDotProd()) {
         ResolveDotProd(operation);
     } else if (operation->IsCrossProd()) {
@@ -126,9 +126,9 @@ void SlcResolveOperator::ResolveArithmetic(SlcBinOpExprNode* operation, SlcTypeN
         return;
     }
     const std::string sign(operation->ToString());
-    if (!Fits(left, T::AFloat()))
+    if (!Matches(left, T::AFloat()))
         m_errors->Error(operation, "Invalid type for left expression of a " + sign);
-    else if (!Fits(right, T::AFloat()))
+    else if (!Matches(right, T::AFloat()))
         m_errors->Error(operation, "Invalid type for right expression of a " + sign);
     else
         m_errors->Error(operation, "Incompatible types for " + sign);
@@ -209,26 +209,26 @@ void SlcResolveOperator::ResolveDotProd(SlcBinOpExprNode* operation)
 
 void SlcResolveOperator::Resolve(SlcUMinusExprNode* minus)
 {
-    if (SlcTypeNode* wanted = SettleWanted(minus))
+    if (SlcTypeNode* wanted = ResolveRequestedType(minus))
         return SetUnique(minus->GetOperand(), wanted);
     if (!IsUntyped(minus->GetOperand()))
         m_errors->Error(minus, "Invalid type for the expression of a unary minus");
-    TakeFirst(minus->GetOperand());
+    SelectFirst(minus->GetOperand());
 }
 
 void SlcResolveOperator::Resolve(SlcCondExprNode* conditional)
 {
     const SlcExprNode* thenValue = conditional->GetThen();
     const SlcExprNode* elseValue = conditional->GetElse();
-    if (SlcTypeNode* wanted = SettleWanted(conditional)) {
+    if (SlcTypeNode* wanted = ResolveRequestedType(conditional)) {
         SetUnique(thenValue, wanted);
         SetUnique(elseValue, wanted);
         return;
     }
     if (!IsUntyped(thenValue) && !IsUntyped(elseValue))
         m_errors->Error(conditional, "Type mismatch for resulting expressions of operator '? :'");
-    TakeFirst(thenValue);
-    TakeFirst(elseValue);
+    SelectFirst(thenValue);
+    SelectFirst(elseValue);
 }
 
 void SlcResolveOperator::Resolve(SlcRelOpNode* ordering)
@@ -249,8 +249,8 @@ void SlcResolveOperator::Resolve(SlcEqOpNode* equality)
 {
     const SlcExprNode* left = equality->GetLeft();
     const SlcExprNode* right = equality->GetRight();
-    TakeFirst(left);
-    TakeFirst(right);
+    SelectFirst(left);
+    SelectFirst(right);
     if (HasOwnReport(left) || HasOwnReport(right))
         return;
     const auto pairs = ComparablePairs(left, right);

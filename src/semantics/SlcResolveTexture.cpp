@@ -117,11 +117,11 @@ void SlcResolveTexture::Resolve(SlcTextureExprNode* texture)
     m_args.clear();
     m_hasFault = false;
     for (const auto& argument : texture->GetArguments()->GetArgs()) {
-        TakeFirst(argument.get());
+        SelectFirst(argument.get());
         m_args.push_back(argument.get());
         m_hasFault = m_hasFault || HasOwnReport(argument.get());
     }
-    static_cast<void>(SettleWanted(texture));
+    static_cast<void>(ResolveRequestedType(texture));
 
     SlcExprNode* filename = texture->GetFilename()->GetName();
     if (LacksType(filename, T::AString()))

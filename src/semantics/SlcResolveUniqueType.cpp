@@ -67,7 +67,7 @@ void SlcResolveUniqueType::ResolveAssignment(SlcAssignExprNode* assignment)
     const bool refused = FirstType(assignment)->IsVoidType();
     // A fault has been reported; the expressions below are checked independently.
     if (refused || target->IsErrorType() || HasOwnReport(value)) {
-        TakeFirst(value);
+        SelectFirst(value);
     } else if (SlcTypeNode* type = Find(value, target)) {
         SetUnique(value, type);
         if (assignment->IsEqAssign() && type->IsPointType() && target->IsPointType() &&
@@ -98,7 +98,7 @@ void SlcResolveUniqueType::ResolveCast(SlcCastExprNode* cast)
         return SetUnique(operand, type);
     if (IsUntyped(operand))
         return;
-    TakeFirst(operand);
+    SelectFirst(operand);
     // A cast requests no type of its operand, since it accepts several.
     if (TypesOf(operand).size() > 1)
         return m_errors->Error(cast, "Cannot convert an ambiguous typed expression by casting");
@@ -115,7 +115,7 @@ void SlcResolveUniqueType::ResolveCoordinate(SlcSyntaxNode* node, SlcExprNode* c
 {
     if (HasType(coordinate, T::AFloat()))
         return SetUnique(coordinate, T::AFloat());
-    TakeFirst(coordinate);
+    SelectFirst(coordinate);
     if (!HasOwnReport(coordinate))
         m_errors->Error(node, fault);
 }
@@ -151,7 +151,7 @@ void SlcResolveUniqueType::ResolveArray(SlcArrayExprNode* array)
         if (!wanted->IsVoidType() && !wanted->IsErrorType())
             m_errors->Error(array, "Init array expression not initializing an array");
         for (const auto& element : array->GetExprs())
-            TakeFirst(element.get());
+            SelectFirst(element.get());
         return;
     }
     SlcTypeNode* elementType = static_cast<const SlcArrayTypeNode*>(wanted)->GetElementType();
@@ -163,7 +163,7 @@ void SlcResolveUniqueType::ResolveArray(SlcArrayExprNode* array)
         } else if (HasType(element.get(), T::AFloat()) &&
                    T::AFloat()->IsPromotableAs(elementType)) {
             SetUnique(element.get(), T::AFloat());
-        } else if (TakeFirst(element.get()); !HasOwnReport(element.get())) {
+        } else if (SelectFirst(element.get()); !HasOwnReport(element.get())) {
             m_errors->Error(element.get(), "Type mismatch for expression " +
                                                std::to_string(number) +
                                                " inside array initializer");

@@ -3,7 +3,7 @@
 
 #include "semantics/SlcTypedExpr.h"
 
-SlcTypeNode* SlcTypedExpr::SettleWanted(const SlcExprNode* expr)
+SlcTypeNode* SlcTypedExpr::ResolveRequestedType(const SlcExprNode* expr)
 {
     if (IsUntyped(expr))
         return nullptr;

@@ -20,7 +20,7 @@ namespace SlcTypedExpr {
 }
 
 /// True if the set contains the type, one that is promoted to it, or one that it is promoted to.
-[[nodiscard]] inline bool Fits(const SlcExprNode* expr, SlcTypeNode* type)
+[[nodiscard]] inline bool Matches(const SlcExprNode* expr, SlcTypeNode* type)
 {
     return SlcPossibleTypes::Of(expr)->IsInTypes(type, true) != nullptr;
 }
@@ -63,7 +63,7 @@ inline void SetUnique(const SlcExprNode* expr, SlcTypeNode* type)
 }
 
 /// Selects the first type of the set, if the context gives no reason to choose another.
-inline void TakeFirst(const SlcExprNode* expr)
+inline void SelectFirst(const SlcExprNode* expr)
 {
     SetUnique(expr, FirstType(expr));
 }
@@ -71,6 +71,6 @@ inline void TakeFirst(const SlcExprNode* expr)
 /// Sets the requested type of an expression to one of its set, and returns it: the requested type
 /// if the set contains it, float if that is promoted to it, otherwise the first of the set; error
 /// for a faulty expression. Null if the set is empty.
-SlcTypeNode* SettleWanted(const SlcExprNode* expr);
+SlcTypeNode* ResolveRequestedType(const SlcExprNode* expr);
 
 }  // namespace SlcTypedExpr

@@ -36,7 +36,7 @@ namespace {
 constexpr std::size_t k_stackReserve = std::size_t{2} << 20;
 
 /// Returns the detail of a call that has been reported, which no later rule reports again.
-SlcDetailNode* DetailOfRefused()
+SlcDetailNode* DetailOfRejectedCall()
 {
     return SlcDetailNode::AUniform();
 }
@@ -106,7 +106,7 @@ std::vector<Passed> PairArguments(SlcSemanticError& errors, const SlcFuncInfo& i
 /// True if the argument is not uniform. Within a function, an unknown detail is checked only when
 /// shader code calls the function.
 template <class Walker>
-bool IsRefusedAsUniform(const Walker& walker, const SlcDetailNode* argument)
+bool IsKnownNotUniform(const Walker& walker, const SlcDetailNode* argument)
 {
     return argument->IsVarying() || (argument->IsUnknownDetail() && walker.Place().inShader);
 }
@@ -138,7 +138,7 @@ bool PassArgument(SlcCheckDetail& walker, const Passed& passed, std::size_t posi
     // For an argument that cannot be written, do not also report its detail.
     if (isOutput && !SlcCheckOutputArgument(errors, passed.argument, position, function))
         return false;
-    if ((wantsUniform && IsRefusedAsUniform(walker, argument)) ||
+    if ((wantsUniform && IsKnownNotUniform(walker, argument)) ||
         (isOutput && !wantsUniform && argument->IsUniform())) {
         errors.Error(passed.argument, "Detail mismatch for argument " + std::to_string(position) +
                                           " of function '" + function + "'");
@@ -153,7 +153,7 @@ bool PassArgumentInline(SlcCheckInlineDetail& walker, const Passed& passed, std:
                         const std::string& function)
 {
     SlcDetailNode* argument = SlcInlineDetailOf(passed.argument);
-    if (passed.formal->GetDetail()->IsUniform() && IsRefusedAsUniform(walker, argument)) {
+    if (passed.formal->GetDetail()->IsUniform() && IsKnownNotUniform(walker, argument)) {
         walker.Errors()->Error(passed.argument, "Detail mismatch for argument " +
                                                     std::to_string(position) + " of function '" +
                                                     function + "' during inlining");
@@ -245,7 +245,7 @@ SlcDetailNode* DetailOfCall(Walker& walker, SlcFuncInfo& info, SlcProcCallExprNo
     if (walker.Place().level >= SlcCheckInlineDetail::k_maxLevels ||
         QxStack::Left() < k_stackReserve || (!shared && !info.GetInlineBudget().Take())) {
         ReportTooLarge(walker, info, call);
-        return DetailOfRefused();
+        return DetailOfRejectedCall();
     }
     if (!shared)
         return EvaluateBody(walker, info, arguments).detail;
@@ -272,21 +272,21 @@ SlcDetailNode* SlcCheckArgsDetail(SlcCheckDetail* walker, SlcPtr<SlcFuncSymbolEn
     const std::string& name = call->GetIdent()->GetName();
     SlcSemanticError& errors = *walker->Errors();
     if (!MayBeReached(*walker, *info, call))
-        return DetailOfRefused();
+        return DetailOfRejectedCall();
     if (walker->Place().inLightStatement && (info->HasIlluminate() || info->HasIlluminance())) {
         errors.Error(call,
                      "Cannot call a function containing a 'solar', 'illuminate' or 'illuminance' "
                      "statement from inside of one of these statements (this will result in "
                      "nesting those statements)",
                      name);
-        return DetailOfRefused();
+        return DetailOfRejectedCall();
     }
     if (walker->Place().inShader && !walker->Place().inLightStatement &&
         info->GetBodyFacts().needsLightLoop) {
         errors.Error(call, "Function '" + name +
                                "' uses the light of an 'illuminance' statement, "
                                "and cannot be called outside of one");
-        return DetailOfRefused();
+        return DetailOfRejectedCall();
     }
     const auto arguments = PairArguments(errors, *info, call, "checking");
     bool fits = true;
@@ -294,7 +294,7 @@ SlcDetailNode* SlcCheckArgsDetail(SlcCheckDetail* walker, SlcPtr<SlcFuncSymbolEn
         fits = PassArgument(*walker, arguments[i], i, name) && fits;
     // Report only one fault: the body would be evaluated with details that no argument has.
     if (!fits)
-        return DetailOfRefused();
+        return DetailOfRejectedCall();
     WarnOfSharedVariables(errors, arguments, name);
     SlcDetailNode* const detail = DetailOfCall(*walker, *info, call, arguments);
     if (detail)
@@ -304,7 +304,7 @@ SlcDetailNode* SlcCheckArgsDetail(SlcCheckDetail* walker, SlcPtr<SlcFuncSymbolEn
                  "'illuminate' or 'illuminance' statement from inside of one of these statements "
                  "(this will result in nesting those statements)",
                  name);
-    return DetailOfRefused();
+    return DetailOfRejectedCall();
 }
 
 SlcDetailNode* SlcCheckArgsDetailInline(SlcCheckInlineDetail* walker,
@@ -314,7 +314,7 @@ SlcDetailNode* SlcCheckArgsDetailInline(SlcCheckInlineDetail* walker,
     assert(info);  // only user functions have these rules
     SlcSemanticError& errors = *walker->Errors();
     if (!MayBeReached(*walker, *info, call))
-        return DetailOfRefused();
+        return DetailOfRejectedCall();
     if (walker->Place().inLightStatement && (info->HasIlluminate() || info->HasIlluminance()))
         throw SlcAlreadyInLightControlStmt();
     const auto arguments = PairArguments(errors, *info, call, "checking inlining");
@@ -322,7 +322,7 @@ SlcDetailNode* SlcCheckArgsDetailInline(SlcCheckInlineDetail* walker,
     for (std::size_t i = 0; i < arguments.size(); ++i)
         fits = PassArgumentInline(*walker, arguments[i], i, call->GetIdent()->GetName()) && fits;
     if (!fits)
-        return DetailOfRefused();
+        return DetailOfRejectedCall();
     SlcDetailNode* const detail = DetailOfCall(*walker, *info, call, arguments);
     if (!detail)
         throw SlcAlreadyInLightControlStmt();

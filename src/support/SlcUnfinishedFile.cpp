@@ -22,7 +22,7 @@ namespace {
     return path.substr(0, path.rfind('/') + 1);
 }
 
-[[nodiscard]] std::string MakeFolderBeside(const std::string& path)
+[[nodiscard]] std::string MakeFolderNextTo(const std::string& path)
 {
     std::string folder = FolderPart(path) + ".unfinished-XXXXXX";
     return ::mkdtemp(folder.data()) ? folder : std::string();
@@ -32,14 +32,14 @@ namespace {
 
 SlcUnfinishedFile::SlcUnfinishedFile(std::string place, OnExit onExit, Else otherwise)
     : m_place(std::move(place)),
-      m_folder(MakeFolderBeside(m_place))
+      m_folder(MakeFolderNextTo(m_place))
 {
     const int reason = errno;
     const std::string name = m_place.substr(FolderPart(m_place).size());
     if (m_folder.empty() && otherwise == Else::Temporary) {
         std::error_code ignored;
         m_folder =
-            MakeFolderBeside((std::filesystem::temp_directory_path(ignored) / name).string());
+            MakeFolderNextTo((std::filesystem::temp_directory_path(ignored) / name).string());
         m_isBeside = m_folder.empty();
     }
     m_path = m_folder.empty() ? m_place : m_folder + '/' + name;

@@ -69,12 +69,12 @@ bool SlcFuncSymbolEntry::MatchesFormal(const SlcExprNode* arg, std::size_t posit
     return type && (formal->IsAnyType() || type->IsPromotableAs(formal));
 }
 
-std::size_t SlcFuncSymbolEntry::CountMisfits(const SlcCallArgs& args) const
+std::size_t SlcFuncSymbolEntry::CountMismatches(const SlcCallArgs& args) const
 {
-    std::size_t misfits = 0;
+    std::size_t mismatches = 0;
     for (std::size_t i = 0; i < m_signature.argTypes.size() && i < args.size(); ++i)
-        misfits += MatchesFormal(args[i], i, true) ? 0 : 1;
-    return misfits;
+        mismatches += MatchesFormal(args[i], i, true) ? 0 : 1;
+    return mismatches;
 }
 
 void SlcFuncSymbolEntry::ErrorsTypeArgs(const SlcCallArgs& args,

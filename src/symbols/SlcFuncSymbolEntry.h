@@ -72,7 +72,7 @@ public:
     [[nodiscard]] virtual bool CheckTypeArgs(const SlcCallArgs& args,
                                              const SlcPtr<SlcSemanticError>& sink, bool promote);
     /// The number of fixed arguments that do not match their formals even with promotion.
-    [[nodiscard]] std::size_t CountMisfits(const SlcCallArgs& args) const;
+    [[nodiscard]] std::size_t CountMismatches(const SlcCallArgs& args) const;
     /// Reports each argument that does not match even with promotion, after the outcome
     /// `SlcOverloads::Outcome::WrongTypes`.
     void ErrorsTypeArgs(const SlcCallArgs& args, const SlcPtr<SlcSemanticError>& sink,

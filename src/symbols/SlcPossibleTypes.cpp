@@ -3,7 +3,7 @@
 //
 //     {point, color}   color required   color
 //     {float}          color required   color, promoted
-//     {error}          any required   error: it has been reported, and suits everyone
+//     {error}          any required     error: it has been reported, so it matches
 //
 // Tested by tests/semantics/SlcCalculateTypesSetsTest.cpp.
 

@@ -149,9 +149,9 @@ SlcPtr<SlcFuncSymbolEntry> ClosestOf(const std::vector<SlcPtr<SlcSymbolEntry>>& 
         const auto candidate = AsFunction(entry);
         if (candidate.Null() || !candidate->CheckNumberArgs(args))
             continue;
-        if (const std::size_t misfits = candidate->CountMisfits(args); misfits <= fewest) {
+        if (const std::size_t mismatches = candidate->CountMismatches(args); mismatches <= fewest) {
             closest = candidate;
-            fewest = misfits;
+            fewest = mismatches;
         }
     }
     return closest;
