@@ -1,5 +1,5 @@
-/* The grammar of the shading language. Expressions and conditions form two ladders of operators,
-   from loosest to tightest; a condition is no value. Common faults of form have
+/* The grammar of the shading language. Expressions and conditions are two separate hierarchies of
+   operators, from loosest to tightest, since a condition is not a value. Common syntax errors have
    their own productions, each with a message. */
 
 %code requires {
@@ -11,7 +11,7 @@ class SlcParseAdvice;
 struct SlcSymbolRange : SlcTextRange {
     SlcSymbolRange() = default;
     SlcSymbolRange(const SlcTextRange& range) : SlcTextRange(range) {}
-    /// The generated parser begins with the numbers of two lines and columns, which nothing reads.
+    /// The generated parser initializes ranges with two lines and columns, which are not used.
     SlcSymbolRange(int, int, int, int) {}
 };
 }
@@ -26,7 +26,7 @@ struct SlcSymbolRange : SlcTextRange {
                       : SlcTextRange{YYRHSLOC(parts, 0).end, YYRHSLOC(parts, 0).end}
 #define YYINITDEPTH 200
 #define YYMAXDEPTH 10000
-// The only text that the generated parser itself gives is that for a full stack.
+// The generated parser itself has only the message for a full stack.
 #define YY_(text) "parser stack overflow"
 }
 
@@ -44,20 +44,20 @@ struct SlcSymbolRange : SlcTextRange {
 
 using namespace SlcParseActions;
 
-/// The generated parser also gives the place, which the scanner knows better.
+/// Ignores the place from the generated parser, since the scanner has a more exact one.
 static void yyerror(const SlcSymbolRange*, const SlcParseAdvice&, const char* message)
 {
     yyerror(message);
 }
 
-// The parser takes its tokens through what gives advice on them, and gives up where there is none.
-// In the generated code this is the right side of an assignment to `yychar`, which ends a block.
+// The parser reads its tokens through the filter for advice, and aborts if there is none. In the
+// generated code this is the right side of an assignment to `yychar`, which ends a block.
 #define yylex(value, range)                                                                        \
     (advice.KeepStates(yyss, yyssp + 1), NextToken(advice, *(value), *(range)));                   \
     if (yychar == YYEMPTY)                                                                         \
     YYABORT
 
-/// After a report of the grammar's own for a missing ";": it may be another token that is missing.
+/// Call it after the grammar has reported a missing ";": another token may be missing instead.
 static void AdviseOnMissing();
 }
 
@@ -66,8 +66,8 @@ static void AdviseOnMissing();
 %locations
 %define api.pure full
 %parse-param {SlcParseAdvice& advice}
-/* An operator leaves the value of the token before it. Nothing reads the parser's count of faults, of
-   which some compilers warn. */
+/* The scanner does not set the value of an operator, so initialize it. The parser's count of errors
+   is unused, and some compilers warn about that. */
 %initial-action { yylval = {}; yylloc = {}; static_cast<void>(yynerrs); }
 %define parse.error custom
 
@@ -747,7 +747,7 @@ logical_or
 
 namespace {
 
-/// A parser that only recognizes.
+/// Runs the tables of the parser without its actions.
 class Tables : public SlcParserTables {
 public:
     [[nodiscard]] std::size_t CountAccepted(std::span<const std::int16_t> stack,
@@ -762,7 +762,7 @@ public:
     }
 
 private:
-    /// Shifts the symbol, after the reductions that it selects.
+    /// Performs the reductions that the symbol selects, and then shifts it. False if it is an error.
     [[nodiscard]] static bool Accepts(std::vector<int>& states, yysymbol_kind_t symbol)
     {
         for (;;) {
@@ -808,8 +808,8 @@ private:
 
 static int yyreport_syntax_error(const yypcontext_t*, SlcParseAdvice&)
 {
-    // A list of all tokens that could have followed would fill lines and help no user: one is
-    // named.
+    // Do not list all tokens that could have followed: there are too many to be helpful. The advice
+    // names one.
     static_cast<void>(&yypcontext_expected_tokens);
     const std::string advice = Advice().Rejected(Tables());
     if (yyerror("parse error"); !advice.empty())

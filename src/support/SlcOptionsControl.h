@@ -25,7 +25,7 @@ struct SlcOptionsControl {
     bool m_optimizeBasicBlocks = true;  // the block optimizer is in the sequence
     bool m_convertConstOps = true;      // constant folding
     bool m_copyPropagation = true;
-    bool m_codeMotion = false;              // loop invariants are hoisted, from rotated loops
+    bool m_codeMotion = false;              // loop invariants are hoisted; loops are rotated
     bool m_aggressiveSIMD = false;          // uniform arguments are widened for SIMD calls
     bool m_blockOptimizerEnabled = true;    // switch for the whole block optimizer
     bool m_convertTmpVarDetail = true;      // only for the C++ back end
@@ -36,7 +36,7 @@ struct SlcOptionsControl {
     bool m_rebuildEachRound = false;        // rebuild graph and liveness, for tests
     bool m_strict = false;                  // function bodies do not see the defining scope
     bool m_generateDSO = false;             // C++ back end instead of byte-code
-    bool m_createLocalVars = true;          // required, but nothing clears it
+    bool m_createLocalVars = true;          // part of the interface; never cleared
     int m_mostOperations = 1'000'000;       // limit of expanded functions; no command-line option
     int m_mostLevels = 10'000;              // nesting depth of functions; no command-line option
     std::list<std::string> m_searchDirs = {"."};  // for shadeop libraries, in order
