@@ -34,7 +34,7 @@ public:
     /// jump must not enter their scope.
     void PrintListICode(const SlcListICode& list);
 
-    /// The texts of operands; it knows the references that previous statements have bound.
+    /// Returns the texts of operands, including the references that previous statements have bound.
     [[nodiscard]] SlcEquCValue& Values() { return m_values; }
     /// Reports a fault of the compiler, placed at the last comment, if any.
     [[noreturn]] void Fatal(const std::string& message) const;

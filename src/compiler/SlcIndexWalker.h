@@ -8,7 +8,7 @@
 #include "frontend/SlcCodeWalker.h"
 #include "frontend/SlcNodes.h"
 
-/// What the checks found about a value; open and empty for a value that they did not reach.
+/// Return what the checks found about a value; open and empty for a value that they did not reach.
 [[nodiscard]] QxDetail SlcDetailOf(const SlcExprNode* expr);
 [[nodiscard]] std::string SlcTypeOf(const SlcExprNode* expr);
 /// Returns the detail of a variable that is assigned values of both details.

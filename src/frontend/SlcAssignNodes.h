@@ -23,7 +23,7 @@ public:
     [[nodiscard]] virtual bool IsDivEqAssign() const { return false; }
     /// Returns the operator, as written in the source.
     [[nodiscard]] virtual std::string_view ToString() const = 0;
-    /// The name and the entry of the assigned variable.
+    /// Return the name and the entry of the assigned variable.
     [[nodiscard]] SlcIdentNode* GetIdent() const override { return m_lvalue->GetIdent(); }
     [[nodiscard]] const SlcPtr<SlcVarSymbolEntry>& GetSymbolEntry() const override;
     [[nodiscard]] SlcLValueNode* GetLValue() const { return m_lvalue.get(); }

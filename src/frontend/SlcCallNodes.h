@@ -38,8 +38,8 @@ public:
     /// Null until the semantic pass has chosen an overload, and after a reported error.
     [[nodiscard]] const SlcPtr<SlcFuncSymbolEntry>& GetSymbolEntry() const { return m_entry; }
     void SetSymbolEntry(SlcPtr<SlcFuncSymbolEntry> entry);
-    /// For each argument after the fixed ones, the part of the overload's variable tail that
-    /// accepted it. Null for an argument that only the function itself can check.
+    /// Returns, for each argument after the fixed ones, the part of the overload's variable tail
+    /// that accepted it. Null for an argument that only the function itself can check.
     [[nodiscard]] const std::vector<SlcFuncVarArgLeaf*>& GetTailLeaves() const { return m_leaves; }
     void SetTailLeaves(std::vector<SlcFuncVarArgLeaf*> leaves) { m_leaves = std::move(leaves); }
     void WalkIn(SlcCodeWalker* walker) override;

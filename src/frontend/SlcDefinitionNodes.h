@@ -51,7 +51,7 @@ public:
     /// Null if the source has none.
     [[nodiscard]] SlcExprNode* GetInitializer() const { return m_initializer.get(); }
     [[nodiscard]] bool IsArray() const { return m_arraySize != k_scalar; }
-    /// The length, or one of the two constants above.
+    /// Returns the length, or one of the two constants above.
     [[nodiscard]] int GetArraySize() const { return m_arraySize; }
     /// Null before the semantic pass; never null after it, even if the definition is faulty.
     [[nodiscard]] const SlcPtr<SlcVarSymbolEntry>& GetSymbolEntry() const { return m_entry; }

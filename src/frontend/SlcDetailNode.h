@@ -18,7 +18,7 @@ public:
     [[nodiscard]] virtual bool IsTempUniform() const { return false; }
     [[nodiscard]] virtual std::string ToString() const = 0;
 
-    /// The nodes of the four details, which live as long as the process.
+    /// Return the nodes of the four details, which live as long as the process.
     [[nodiscard]] static SlcDetailNode* AUnknown();
     [[nodiscard]] static SlcDetailNode* AUniform();
     [[nodiscard]] static SlcDetailNode* AVarying();

@@ -110,7 +110,7 @@ public:
                     std::unique_ptr<SlcExprNode> operand);
     [[nodiscard]] bool IsConstExpr() const override { return m_operand->IsConstExpr(); }
     [[nodiscard]] SlcTypeNode* GetType() const { return m_type; }
-    /// The name of the space with its quotes; null for types without a space.
+    /// Returns the name of the space with its quotes; null for types without a space.
     [[nodiscard]] SlcStringLiteralNode* GetSpace() const { return m_space; }
     [[nodiscard]] SlcExprNode* GetOperand() const { return m_operand.get(); }
     void WalkIn(SlcCodeWalker* walker) override;

@@ -7,8 +7,8 @@
 
 #include "frontend/SlcDefinitionNodes.h"
 
-/// The name of the last parsed shader, which determines the names of output files. Set by the
-/// grammar.
+/// Returns the name of the last parsed shader, which determines the names of output files. Set by
+/// the grammar.
 [[nodiscard]] std::string& SlcShaderName();
 
 /// Parses a preprocessed source. `strict` does not affect the accepted language. Throws

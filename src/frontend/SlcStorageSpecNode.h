@@ -13,7 +13,7 @@ public:
     [[nodiscard]] virtual bool IsReadOnly() const { return false; }
     [[nodiscard]] virtual bool IsReadWrite() const { return false; }
 
-    /// The nodes of the six storage classes, which live as long as the process.
+    /// Return the nodes of the six storage classes, which live as long as the process.
     [[nodiscard]] static SlcStorageSpecNode* AInput();
     [[nodiscard]] static SlcStorageSpecNode* AOutput();
     [[nodiscard]] static SlcStorageSpecNode* AExtern();

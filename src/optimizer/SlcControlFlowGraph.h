@@ -24,9 +24,9 @@ public:
     SlcControlFlowGraph(const SlcControlFlowGraph&) = delete;
     SlcControlFlowGraph& operator=(const SlcControlFlowGraph&) = delete;
 
-    /// In code order, indexed by their ids.
+    /// Returns the blocks in code order, indexed by their ids.
     [[nodiscard]] const std::vector<SlcBasicBlock>& Blocks() const { return m_blocks; }
-    /// All instructions, in the order of the list.
+    /// Returns all instructions, in the order of the list.
     [[nodiscard]] const std::vector<SlcPtr<SlcICode>>& Codes() const { return m_icodes; }
 
     /// Removes the instructions at these positions, in ascending order, from their blocks. None may

@@ -30,7 +30,7 @@ std::vector<std::size_t> LineBegins(const SlcSourceText& text)
     return begins;
 }
 
-/// The number of characters of the name here.
+/// Returns the number of characters of the name here.
 std::size_t NameLength(const char* at)
 {
     const char* end = at;

@@ -15,9 +15,9 @@ public:
           m_shaderType(shaderType)
     {
     }
-    /// The built-ins, and the functions before the shader.
+    /// Returns the built-ins, and the functions before the shader.
     [[nodiscard]] const SlcPtr<SlcSymbolTable>& GetGlobalTable() const { return m_globalTable; }
-    /// The predefined variables of its kind, and its parameters.
+    /// Returns the predefined variables of its kind, and its parameters.
     [[nodiscard]] const SlcPtr<SlcSymbolTable>& GetShaderTable() const { return m_shaderTable; }
     [[nodiscard]] SlcShaderTypeNode* GetShaderType() const { return m_shaderType; }
 

@@ -27,7 +27,7 @@ public:
     }
 
     [[nodiscard]] SlcFuncDefNode* GetDefinition() const { return m_definition; }
-    /// The body's reads and writes of outer variables, replayed at each call.
+    /// Returns the body's reads and writes of outer variables, replayed at each call.
     [[nodiscard]] SlcCheckUsage* GetUsage() const { return m_usage.get(); }
     /// Its formals and locals; null once the cycle has been broken.
     [[nodiscard]] const SlcPtr<SlcSymbolTable>& GetScope() const { return m_scope; }
@@ -49,11 +49,11 @@ public:
         return entry && entry->GetFuncInfo() &&
                CheckCast<SlcFuncInfo>(entry->GetFuncInfo())->IsCalled();
     }
-    /// The facts about the body, including all functions that it calls.
+    /// Returns the facts about the body, including all functions that it calls.
     [[nodiscard]] const SlcBodyFacts& GetBodyFacts() const { return m_bodyFacts; }
     /// Results of evaluated calls, for later calls with the same details.
     [[nodiscard]] SlcInlineResults& GetInlineResults() { return m_inlineResults; }
-    /// The limit on the evaluations of the whole compile.
+    /// Returns the limit on the evaluations of the whole compile.
     [[nodiscard]] SlcInlineBudget& GetInlineBudget() { return *m_inlineBudget; }
 
 private:

@@ -13,7 +13,7 @@ void StringSubstitution(std::string& out, const char* in, std::string_view patte
 /// Replaces `prefix` at the start of the text. `in` must not be the text of `out`.
 void PrefixSubstitution(std::string& out, const char* in, std::string_view prefix,
                         std::string_view replacement);
-/// The path after a drive letter. This platform has none.
+/// Returns the path after a drive letter. This platform has none.
 [[nodiscard]] inline const char* SkipWindowsDrive(const char* path)
 {
     return path;

@@ -10,6 +10,6 @@ public:
     /// before `Left`, which reads the limit only once.
     [[nodiscard]] static std::size_t Reserve(std::size_t wanted);
 
-    /// The number of bytes left; a very large number if the size is unknown.
+    /// Returns the number of bytes left; a very large number if the size is unknown.
     [[nodiscard]] static std::size_t Left();
 };

@@ -48,7 +48,7 @@ public:
 
     // Processes and the machine.
 
-    /// The number of files that this process may have open; 0 on failure.
+    /// Returns the number of files that this process may have open; 0 on failure.
     [[nodiscard]] static std::size_t MaxOpenFiles();
     /// Starts a program with these arguments and does not wait for it. A path without "/" is
     /// searched in `PATH`. The child inherits only the standard streams; it exits with status 127

@@ -4,5 +4,5 @@
 /// frees.
 [[nodiscard]] char* QxGetVersionString();
 
-/// The copyright line, set by the build.
+/// Returns the copyright line, set by the build.
 [[nodiscard]] const char* QxGetCopyrightString();

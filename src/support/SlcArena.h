@@ -67,7 +67,7 @@ private:
         Chunk* before;
     };
 
-    /// The header of a block from `Take`.
+    /// Returns the header of a block from `Take`.
     [[nodiscard]] static Header& HeaderOf(void* room) { return static_cast<Header*>(room)[-1]; }
     /// Allocates a new chunk; the rest of the current one is lost.
     void BeginChunk();

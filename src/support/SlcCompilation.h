@@ -19,7 +19,7 @@ public:
     SlcCompilation(const SlcCompilation&) = delete;
     SlcCompilation& operator=(const SlcCompilation&) = delete;
 
-    /// The current compilation of the calling thread.
+    /// Returns the current compilation of the calling thread.
     [[nodiscard]] static SlcCompilation& Current()
     {
         return t_entered ? *t_entered : OwnOfThread();

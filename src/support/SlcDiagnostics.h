@@ -37,7 +37,7 @@ private:
 /// exists, otherwise ends the process.
 [[noreturn]] void EndCompilation(int status);
 
-/// The stream for reports.
+/// Returns the stream for reports.
 [[nodiscard]] std::ostream& SlcReports();
 /// Sets the stream for reports, which must outlive the compilation.
 void SetReports(std::ostream& stream);

@@ -19,7 +19,7 @@ struct SlcSourcePosition {
     bool isUncounted = false;  // the report is about a character that column does not count
 };
 
-/// The scanner's position in the current compilation.
+/// Returns the scanner's position in the current compilation.
 [[nodiscard]] inline SlcSourcePosition& SlcCurrentPosition()
 {
     return SlcPartOfCompilation<SlcSourcePosition>();

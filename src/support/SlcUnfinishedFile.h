@@ -24,7 +24,7 @@ public:
     SlcUnfinishedFile(const SlcUnfinishedFile&) = delete;
     SlcUnfinishedFile& operator=(const SlcUnfinishedFile&) = delete;
 
-    /// The path to write to.
+    /// Returns the path to write to.
     [[nodiscard]] const std::string& Path() const { return m_path; }
     /// Empty, with the reason in `errno`, if no folder could be made.
     [[nodiscard]] const std::string& Folder() const { return m_folder; }

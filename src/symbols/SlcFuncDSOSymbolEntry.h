@@ -47,15 +47,15 @@ public:
     {
     }
 
-    /// The name in the source, under which the library exports the method, and the names of its
-    /// init and cleanup functions.
+    /// Return the name in the source, under which the library exports the method, and the names of
+    /// its init and cleanup functions.
     [[nodiscard]] SlcIdentNode* GetMethodName() const { return m_info.methodName; }
     [[nodiscard]] SlcIdentNode* GetInit() const { return m_info.init; }
     [[nodiscard]] SlcIdentNode* GetCleanup() const { return m_info.cleanup; }
     /// Overloads of a method share their init and cleanup functions.
     void SetInit(SlcIdentNode* init) { m_info.init = init; }
     void SetCleanup(SlcIdentNode* cleanup) { m_info.cleanup = cleanup; }
-    /// The path at which the search found the library.
+    /// Returns the path at which the search found the library.
     [[nodiscard]] const std::string& GetLibraryPath() const { return m_info.libraryPath; }
     /// Returns the file name of the library.
     [[nodiscard]] std::string GetLibraryFileName() const

@@ -71,7 +71,7 @@ public:
     /// also by promotion, except for output arguments. `sink` may be null.
     [[nodiscard]] virtual bool CheckTypeArgs(const SlcCallArgs& args,
                                              const SlcPtr<SlcSemanticError>& sink, bool promote);
-    /// The number of fixed arguments that do not match their formals even with promotion.
+    /// Returns the number of fixed arguments that do not match their formals even with promotion.
     [[nodiscard]] std::size_t CountMismatches(const SlcCallArgs& args) const;
     /// Reports each argument that does not match even with promotion, after the outcome
     /// `SlcOverloads::Outcome::WrongTypes`.
@@ -110,8 +110,8 @@ public:
     [[nodiscard]] bool IsFoldable() const { return m_signature.foldable; }
     [[nodiscard]] SlcCheckDetailProc GetCheckDetailProc() const { return m_signature.checkDetail; }
 
-    /// The `SlcFuncInfo` of a user function; null otherwise. It forms a reference cycle with the
-    /// function's tables, which `SlcDeleteTree` breaks.
+    /// Returns the `SlcFuncInfo` of a user function; null otherwise. It forms a reference cycle
+    /// with the function's tables, which `SlcDeleteTree` breaks.
     [[nodiscard]] const SlcPtr<SlcAnnotation>& GetFuncInfo() const { return m_funcInfo; }
     void SetFuncInfo(SlcPtr<SlcAnnotation> info);
 

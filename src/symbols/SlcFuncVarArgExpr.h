@@ -28,10 +28,10 @@ public:
     virtual SlcFuncVarArgExpr* Begin() = 0;
     /// Moves to the next part; null at the end. `skip` means that the last argument did not match.
     virtual SlcFuncVarArgExpr* Next(bool skip) = 0;
-    /// The part to match the next argument against; null past the end.
+    /// Returns the part to match the next argument against; null past the end.
     [[nodiscard]] virtual SlcFuncVarArgExpr* CurrentExpr() = 0;
-    /// The maximum number of arguments, counting the names of pairs if `withNames`; negative for
-    /// any number.
+    /// Returns the maximum number of arguments, counting the names of pairs if `withNames`;
+    /// negative for any number.
     [[nodiscard]] virtual int GetMaxSize(bool withNames) const = 0;
     /// Returns the leaf that accepts the argument, and moves past it; null if none does. `promote`
     /// allows promotion.
@@ -66,7 +66,7 @@ public:
     [[nodiscard]] bool IsPairName() const override { return false; }
     [[nodiscard]] bool IsPlainValue() const override { return true; }
     [[nodiscard]] bool IsRepeated() const { return m_repeated; }
-    /// The default as written in the row; empty if there is none.
+    /// Returns the default as written in the card; empty if there is none.
     [[nodiscard]] const std::string& GetDefault() const { return m_default; }
 
 private:
@@ -87,13 +87,13 @@ public:
     [[nodiscard]] SlcFuncVarArgExpr* CurrentExpr() override;
     [[nodiscard]] int GetMaxSize(bool withNames) const override;
     SlcFuncVarArgLeaf* FindNextMatch(SlcExprNode* expr, bool promote) override;
-    /// The properties of the name argument: a string, a uniform input.
+    /// Return the properties of the name argument: a string, a uniform input.
     [[nodiscard]] SlcTypeNode* GetType() const override;
     [[nodiscard]] SlcDetailNode* GetDetail() const override;
     [[nodiscard]] SlcStorageSpecNode* GetStorage() const override;
     [[nodiscard]] bool IsPairName() const override { return true; }
     [[nodiscard]] bool IsPlainValue() const override { return false; }
-    /// The name without quotes.
+    /// Returns the name without quotes.
     [[nodiscard]] const std::string& GetName() const { return m_name; }
     [[nodiscard]] SlcFuncVarArgSingle* GetValue() const { return m_value.get(); }
 

@@ -40,10 +40,10 @@ public:
     /// Unknown until the detail pass sets it.
     [[nodiscard]] SlcDetailNode* GetDetail() const { return m_detail; }
     void SetDetail(SlcDetailNode* detail) { m_detail = detail; }
-    /// The detail in the call of the enclosing function that is being evaluated.
+    /// Returns the detail in the call of the enclosing function that is being evaluated.
     [[nodiscard]] SlcDetailNode* GetInlineDetail() const { return m_inlineDetail; }
     void SetInlineDetail(SlcDetailNode* detail) { m_inlineDetail = detail; }
-    /// The operand in which the parent prefers to get the expression's value; may be null.
+    /// Returns the operand in which the parent prefers to get the expression's value; may be null.
     [[nodiscard]] const SlcPtr<SlcLexType>& GetOperandHint() const { return m_operandHint; }
     void SetOperandHint(SlcPtr<SlcLexType> operand);
 

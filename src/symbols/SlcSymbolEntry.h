@@ -44,11 +44,12 @@ public:
     [[nodiscard]] SlcStorageSpecNode* GetStorage() const { return m_storage; }
     /// True for a predefined variable.
     [[nodiscard]] bool IsHidden() const { return m_hidden; }
-    /// The variable that an `extern` alias refers to, which may also be an alias; null otherwise.
+    /// Returns the variable that an `extern` alias refers to, which may also be an alias; null
+    /// otherwise.
     [[nodiscard]] const SlcPtr<SlcVarSymbolEntry>& GetOuter() const { return m_outer; }
 
-    /// The variable's operand in the intermediate code; null until the lowering makes it. An
-    /// `extern` alias returns the operand of its outer variable.
+    /// Returns the variable's operand in the intermediate code; null until the lowering makes it.
+    /// An `extern` alias returns the operand of its outer variable.
     [[nodiscard]] SlcPtr<SlcLexType>& GetIntCodeVar();
     /// Makes an operand named `cName` with the variable's type, detail and storage. Defined with
     /// the operand class in `icode`.
@@ -58,8 +59,8 @@ public:
     [[nodiscard]] bool DependsOnContext() const { return m_dependsOnContext; }
     void SetDependsOnContext(bool depends) { m_dependsOnContext = depends; }
 
-    /// The usage in the body that declares the variable; that of a formal is kept for calls of its
-    /// function.
+    /// Returns the usage in the body that declares the variable; that of a formal is kept for calls
+    /// of its function.
     [[nodiscard]] SlcVariableUsage& Usage() { return m_usage; }
 
 private:

@@ -11,7 +11,7 @@ enum class SlcUsageState {
 class SlcVariableUsage {
 public:
     [[nodiscard]] SlcUsageState GetModified() const { return m_modified; }
-    /// Whether the variable was read before it was set.
+    /// Returns whether the variable was read before it was set.
     [[nodiscard]] SlcUsageState GetRead() const { return m_read; }
 
     /// `maybe` means that the event may not happen on this path.
