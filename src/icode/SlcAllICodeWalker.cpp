@@ -19,4 +19,3 @@ void SlcAllICodeWalker::Case(SlcPtr<SlcICode> code)
         Case(SlcPtr<base>(std::move(code)));                                                       \
     }
 #include "icode/SlcICodeClasses.def"
-#undef SLC_ICODE_CLASS

@@ -5,7 +5,6 @@
 class SlcICode;
 #define SLC_ICODE_CLASS(name, base, traits) class name;
 #include "icode/SlcICodeClasses.def"
-#undef SLC_ICODE_CLASS
 
 /// The visitor of intermediate code; every pass over instructions derives from it.
 ///
@@ -22,7 +21,6 @@ public:
     virtual void Case(SlcPtr<SlcICode> code);
 #define SLC_ICODE_CLASS(name, base, traits) virtual void Case(SlcPtr<name> code);
 #include "icode/SlcICodeClasses.def"
-#undef SLC_ICODE_CLASS
     /// Called for instructions that no overridden `Case` handles. A pass that handles few classes
     /// leaves it empty; a writer reports the instruction that it cannot write.
     virtual void Default(SlcPtr<SlcICode> code) = 0;

@@ -27,6 +27,7 @@ public:
 /// dest = 0. Part of the instruction set; the lowering never emits it.
 class SlcAssignToZeroICode : public SlcICodeOf<SlcAssignToZeroICode, SlcICode> {
 public:
+    SlcAssignToZeroICode() = default;
     explicit SlcAssignToZeroICode(SlcOperand dest) : m_dest(std::move(dest)) {}
 
     SlcOperand m_dest;

@@ -8,6 +8,7 @@
 /// component is a uniform or varying float.
 class SlcPointICode : public SlcICodeOf<SlcPointICode, SlcICode> {
 public:
+    SlcPointICode() = default;
     SlcPointICode(SlcOperand dest, SlcOperand x, SlcOperand y, SlcOperand z)
         : m_dest(std::move(dest)),
           m_x(std::move(x)),
@@ -37,6 +38,7 @@ public:
 /// dest = (r, g, b), three floats: `color (r, g, b)`.
 class SlcColorICode : public SlcICodeOf<SlcColorICode, SlcICode> {
 public:
+    SlcColorICode() = default;
     SlcColorICode(SlcOperand dest, SlcOperand r, SlcOperand g, SlcOperand b)
         : m_dest(std::move(dest)),
           m_r(std::move(r)),

@@ -6,7 +6,7 @@
 /// Base of instructions. One instruction represents its execution for all shading points of a grid.
 ///
 /// Instructions, their operands and their labels are all shared through `SlcPtr`. Instructions are
-/// records, whose operands passes read and replace in place. Only `SlcOperandWalker` knows which
+/// records, whose operands passes read and replace in place. `SlcOperandWalker` shows which
 /// operands an instruction reads and writes.
 class SlcICode : public SlcCollectable {
 public:

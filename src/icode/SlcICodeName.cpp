@@ -17,7 +17,6 @@ private:
         m_name = #name;                                                                            \
     }
 #include "icode/SlcICodeClasses.def"
-#undef SLC_ICODE_CLASS
     void Case(SlcPtr<SlcICode>) override {}
     void Default(SlcPtr<SlcICode>) override {}
 };

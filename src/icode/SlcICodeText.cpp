@@ -7,11 +7,47 @@
 #include "icode/SlcICodeText.h"
 
 #include <algorithm>
+#include <array>
 
+#include "icode/SlcICodeFields.h"
+#include "icode/SlcICodeName.h"
 #include "icode/SlcICodeSigns.h"
-#include "icode/SlcICodes.h"
 
 namespace {
+
+using Operands = std::deque<SlcOperand>;
+
+/// The operands of an instruction that is written as a call.
+struct Fields {
+    Operands results;
+    Operands arguments;
+    SlcGridForm form;
+
+    template <class... Field>
+    void Reads(const Field&... fields)
+    {
+        (Add(arguments, fields), ...);
+    }
+    template <class... Field>
+    void Writes(const Field&... fields)
+    {
+        (Add(results, fields), ...);
+    }
+
+private:
+    static void Add(Operands& operands, const SlcOperand& operand)
+    {
+        if (operand)
+            operands.push_back(operand);
+    }
+    void Add(Operands&, const SlcGridForm& limit) { form = limit; }
+    void Add(Operands&, const SlcLimitedBy& limit) { form.condition = limit.flag; }
+    template <std::size_t N>
+    static void Add(Operands& operands, const std::array<SlcOperand, N>& corners)
+    {
+        operands.insert(operands.end(), corners.begin(), corners.end());
+    }
+};
 
 class Printer : public SlcAllICodeWalker {
 public:
@@ -36,20 +72,12 @@ private:
     {
         Write(code->m_dest, " <- ", code->m_source, ";");
     }
-    void Case(SlcPtr<SlcAssignToZeroICode> code) override { Call({code->m_dest}, "zero", {}); }
     void Case(SlcPtr<SlcArithExprICode> code) override { Binary(*code); }
     void Case(SlcPtr<SlcBinOpBoolExprICode> code) override { Binary(*code); }
     void Case(SlcPtr<SlcUnaryMinusICode> code) override
     {
         const bool isConst = code->m_source->IsConst();  // -1 is a constant, -(1) is not
         Write(code->m_dest, isConst ? " = -(" : " = -", code->m_source, isConst ? ");" : ";");
-    }
-    void Case(SlcPtr<SlcPointICode> code) override { Triple(*code, "point"); }
-    void Case(SlcPtr<SlcVectorICode> code) override { Triple(*code, "vector"); }
-    void Case(SlcPtr<SlcNormalICode> code) override { Triple(*code, "normal"); }
-    void Case(SlcPtr<SlcColorICode> code) override
-    {
-        Call({code->m_dest}, "color", {code->m_r, code->m_g, code->m_b});
     }
     void Case(SlcPtr<SlcMatrixICode> code) override
     {
@@ -137,30 +165,9 @@ private:
     {
         Call({code->m_dest}, code->m_toDSO ? "to_shadeop" : "from_shadeop", {code->m_source});
     }
-    void Case(SlcPtr<SlcTextureSTPointsICode> code) override
-    {
-        Call({code->m_corners.begin(), code->m_corners.end()}, "patch", {code->m_s, code->m_t});
-        Limit(SlcGridForm{false, code->m_condition});
-    }
-    void Case(SlcPtr<SlcTexturePointsICode> code) override
-    {
-        Call({code->m_corners.begin(), code->m_corners.end()}, "patch", {code->m_point});
-        Limit(SlcGridForm{false, code->m_condition});
-    }
-    void Case(SlcPtr<SlcFilterstepPointsICode> code) override
-    {
-        Call({code->m_x}, "interval", {code->m_y});
-        Limit(SlcGridForm{false, code->m_condition});
-    }
 
-    // Light
+    // Loops over lights
 
-    void Case(SlcPtr<SlcEvalLightForPICode>) override { Call({}, "evaluate_lights", {}); }
-    void Case(SlcPtr<SlcResetEvalLightForPICode>) override { Call({}, "forget_lights", {}); }
-    void Case(SlcPtr<SlcEvalLightICode> code) override
-    {
-        Call({}, "evaluate_lights", {code->m_position});
-    }
     void Case(SlcPtr<SlcBeginIlluminanceICode> code) override
     {
         Write("lights ", code->m_startLabel, " ", code->m_endLabel, ";");
@@ -169,31 +176,22 @@ private:
     {
         Write("next ", code->m_startLabel, ";");
     }
-    void Case(SlcPtr<SlcCheckIlluminanceICode> code) override
-    {
-        Call({code->m_flag}, "in_cone", {code->m_position, code->m_axis, code->m_angle});
-        Limit(code->m_form);
-    }
-    void Case(SlcPtr<SlcIlluminateICode> code) override
-    {
-        Operands arguments = {code->m_position};
-        if (code->m_axis)
-            arguments.insert(arguments.end(), {code->m_axis, code->m_angle});
-        arguments.push_back(code->m_Ps);
-        Call({code->m_flag, code->m_L}, "illuminate", arguments);
-        Limit(code->m_form);
-    }
-    void Case(SlcPtr<SlcSolarICode> code) override
-    {
-        Call({code->m_flag, code->m_L}, "solar", {code->m_axis, code->m_angle});
-        Limit(code->m_form);
-    }
+    // The rest
 
-    void Default(SlcPtr<SlcICode>) override { Write("note;"); }
+    void Case(SlcPtr<SlcCommentICode>) override { Write("note;"); }
+#define SLC_ICODE_WORD(name, base, traits, reads, writes, word)                                    \
+    void Case(SlcPtr<name> code) override                                                          \
+    {                                                                                              \
+        ByWord(*code, word);                                                                       \
+    }
+#include "icode/SlcICodeClasses.def"
+    /// The parser refuses the name of a class, so that a test shows that the text form is missing.
+    void Default(SlcPtr<SlcICode> code) override
+    {
+        Write(SlcICodeName(*code), "();");
+    }
 
     // Common parts of the forms
-
-    using Operands = std::deque<SlcOperand>;
 
     template <class Code>
     void Binary(const Code& code)
@@ -201,10 +199,6 @@ private:
         const auto* row = std::find_if(std::begin(k_slcICodeSigns), std::end(k_slcICodeSigns),
                                        [&](const auto& sign) { return sign.code == typeid(code); });
         Write(code.m_resultId, " = ", code.m_leftExpr, " ", row->sign, " ", code.m_rightExpr, ";");
-    }
-    void Triple(const SlcPointICode& code, const char* word)
-    {
-        Call({code.m_dest}, word, {code.m_x, code.m_y, code.m_z});
     }
     void Transform(const SlcTransformSpaceICode& code, const std::string& word)
     {
@@ -218,6 +212,14 @@ private:
         for (const SlcOperand& flag : code.m_flags)
             Write(" ", flag);
         Write(" to ", code.m_label, ";");
+    }
+    template <class Code>
+    void ByWord(Code& code, std::string_view word)
+    {
+        Fields fields;
+        SlcVisitFields(&code, fields);
+        Call(fields.results, word, fields.arguments);
+        Limit(fields.form);
     }
     void Call(const Operands& results, std::string_view word, const Operands& arguments)
     {
@@ -252,10 +254,22 @@ private:
     {
         ((m_text += TextOf(parts)), ...);
     }
-    [[nodiscard]] static std::string_view TextOf(std::string_view text) { return text; }
-    [[nodiscard]] std::string TextOf(int number) { return '#' + std::to_string(number); }
-    [[nodiscard]] std::string TextOf(const SlcOperand& operand) { return m_names.Of(operand); }
-    [[nodiscard]] std::string TextOf(const SlcLabel& label) { return m_names.Of(label); }
+    [[nodiscard]] static std::string_view TextOf(std::string_view text)
+    {
+        return text;
+    }
+    [[nodiscard]] std::string TextOf(int number)
+    {
+        return '#' + std::to_string(number);
+    }
+    [[nodiscard]] std::string TextOf(const SlcOperand& operand)
+    {
+        return m_names.Of(operand);
+    }
+    [[nodiscard]] std::string TextOf(const SlcLabel& label)
+    {
+        return m_names.Of(label);
+    }
 
     SlcICodeNames& m_names;
     std::string m_text;

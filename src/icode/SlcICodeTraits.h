@@ -31,12 +31,10 @@ inline constexpr unsigned k_of = None;
     template <>                                                                                    \
     inline constexpr unsigned k_of<name> = traits;
 #include "icode/SlcICodeClasses.def"
-#undef SLC_ICODE_CLASS
 
 // A class has all traits of its base.
 #define SLC_ICODE_CLASS(name, base, traits) static_assert((k_of<base> & ~k_of<name>) == 0);
 #include "icode/SlcICodeClasses.def"
-#undef SLC_ICODE_CLASS
 
 // An instruction with other effects must not move, and neither must one that writes part of a
 // value.
@@ -46,6 +44,5 @@ inline constexpr unsigned k_of = None;
                   !(k_of<name> & (PartialWrite | PartialIfLimited)));                              \
     static_assert(!(k_of<name> & Computes) || !(k_of<name> & (BeginsBlock | EndsBlock)));
 #include "icode/SlcICodeClasses.def"
-#undef SLC_ICODE_CLASS
 
 }  // namespace SlcICodeTraits

@@ -1,13 +1,13 @@
-// One table row per word. The transforms, which exist for four types, and calls of shadeops, which
-// have any number of arguments, have separate functions.
+// Most words come from SlcICodeClasses.def. A table has the instructions that hold more than
+// operands; the transforms, which exist for four types, and calls of shadeops, which take any
+// number of arguments, have separate functions.
 
 #include "icode/SlcICodeWords.h"
 
-#include <algorithm>
 #include <array>
 #include <string>
 
-#include "icode/SlcICodes.h"
+#include "icode/SlcICodeFields.h"
 
 namespace {
 
@@ -24,14 +24,6 @@ SlcPtr<SlcICode> MakeIndexCheck(const Operands& arguments)
     return MakeShared<SlcCheckValidArrayIndexICode>(Unquoted(arguments[0]), arguments[1],
                                                     arguments[2]->GetInt(), arguments[3]->GetInt(),
                                                     &file);
-}
-
-template <std::size_t N>
-std::array<SlcOperand, N> ArrayOf(const Operands& operands)
-{
-    std::array<SlcOperand, N> result;
-    std::copy_n(operands.begin(), N, result.begin());
-    return result;
 }
 
 /// Makes a transform from a word such as `from_space_point` or `to_space_color`; returns null for
@@ -51,28 +43,93 @@ SlcPtr<SlcICode> MakeTransform(std::string_view word, const Operands& results,
     return nullptr;
 }
 
-using Code = SlcPtr<SlcICode>;
-using Ops = const Operands&;
-using Grid = const SlcGridForm&;
+/// Sets the operands of a new instruction from those of a call, in order.
+class Setter {
+public:
+    Setter(const Operands& results, const Operands& arguments, const SlcGridForm& form)
+        : m_results(results),
+          m_arguments(arguments),
+          m_form(form)
+    {
+    }
 
-/// An instruction that is written as a call but does not call a primitive.
+    template <class... Field>
+    void Reads(Field&&... fields)
+    {
+        (Set(fields, m_arguments, m_read), ...);
+    }
+    template <class... Field>
+    void Writes(Field&&... fields)
+    {
+        (Set(fields, m_results, m_written), ...);
+    }
+
+    /// True if the instruction has as many operands as the call.
+    [[nodiscard]] bool Fits() const
+    {
+        return m_read == m_arguments.size() && m_written == m_results.size();
+    }
+
+private:
+    static void Set(SlcOperand& field, const Operands& operands, std::size_t& used)
+    {
+        if (used < operands.size())
+            field = operands[used];
+        ++used;
+    }
+    template <std::size_t N>
+    static void Set(std::array<SlcOperand, N>& fields, const Operands& operands, std::size_t& used)
+    {
+        for (SlcOperand& field : fields)
+            Set(field, operands, used);
+    }
+    void Set(SlcGridForm& form, const Operands&, std::size_t&) const { form = m_form; }
+    void Set(SlcLimitedBy& limit, const Operands&, std::size_t&) const
+    {
+        limit.flag = m_form.condition;
+    }
+
+    const Operands& m_results;
+    const Operands& m_arguments;
+    const SlcGridForm& m_form;
+    std::size_t m_read = 0;
+    std::size_t m_written = 0;
+};
+
+/// Null if the class has another number of operands.
+template <class Code>
+SlcPtr<SlcICode> MakeFrom(Setter setter)
+{
+    SlcPtr<Code> code = MakeShared<Code>();
+    SlcVisitFields(&*code, setter);
+    return setter.Fits() ? SlcPtr<SlcICode>(code) : nullptr;
+}
+
+/// Makes an instruction of a class that has its word in SlcICodeClasses.def; null if no class fits.
+SlcPtr<SlcICode> MakeByRow(std::string_view called, const Setter& setter)
+{
+#define SLC_ICODE_WORD(name, base, traits, reads, writes, word)                                    \
+    if (called == (word))                                                                          \
+        if (SlcPtr<SlcICode> code = MakeFrom<name>(setter))                                        \
+            return code;
+#include "icode/SlcICodeClasses.def"
+    return nullptr;
+}
+
+/// An instruction that has more than its operands, or an operand that may be absent.
 struct CallWord {
     std::string_view word;
     std::size_t results;
     std::size_t arguments;
-    Code (*make)(Ops results, Ops arguments, Grid form);
+    SlcPtr<SlcICode> (*make)(const Operands& results, const Operands& arguments,
+                             const SlcGridForm& form);
 };
 
+using Code = SlcPtr<SlcICode>;
+using Ops = const Operands&;
+using Grid = const SlcGridForm&;
+
 const CallWord k_callWords[] = {
-    {"zero", 1, 0, [](Ops r, Ops, Grid) -> Code { return MakeShared<SlcAssignToZeroICode>(r[0]); }},
-    {"point", 1, 3,
-     [](Ops r, Ops a, Grid) -> Code { return MakeShared<SlcPointICode>(r[0], a[0], a[1], a[2]); }},
-    {"vector", 1, 3,
-     [](Ops r, Ops a, Grid) -> Code { return MakeShared<SlcVectorICode>(r[0], a[0], a[1], a[2]); }},
-    {"normal", 1, 3,
-     [](Ops r, Ops a, Grid) -> Code { return MakeShared<SlcNormalICode>(r[0], a[0], a[1], a[2]); }},
-    {"color", 1, 3,
-     [](Ops r, Ops a, Grid) -> Code { return MakeShared<SlcColorICode>(r[0], a[0], a[1], a[2]); }},
     {"matrix", 1, 16,
      [](Ops r, Ops a, Grid) -> Code { return MakeShared<SlcMatrixICode>(r[0], a); }},
     {"concat_space", 1, 2,
@@ -89,39 +146,9 @@ const CallWord k_callWords[] = {
      [](Ops r, Ops a, Grid) -> Code {
          return MakeShared<SlcConvertArrayDSOICode>(r[0], a[0], false);
      }},
-    {"patch", 8, 2,
-     [](Ops r, Ops a, Grid form) -> Code {
-         return MakeShared<SlcTextureSTPointsICode>(a[0], a[1], ArrayOf<8>(r), form.condition);
-     }},
-    {"patch", 4, 1,
-     [](Ops r, Ops a, Grid form) -> Code {
-         return MakeShared<SlcTexturePointsICode>(a[0], ArrayOf<4>(r), form.condition);
-     }},
-    {"interval", 1, 1,
-     [](Ops r, Ops a, Grid form) -> Code {
-         return MakeShared<SlcFilterstepPointsICode>(r[0], a[0], form.condition);
-     }},
-    {"evaluate_lights", 0, 0,
-     [](Ops, Ops, Grid) -> Code { return MakeShared<SlcEvalLightForPICode>(); }},
-    {"evaluate_lights", 0, 1,
-     [](Ops, Ops a, Grid) -> Code { return MakeShared<SlcEvalLightICode>(a[0]); }},
-    {"forget_lights", 0, 0,
-     [](Ops, Ops, Grid) -> Code { return MakeShared<SlcResetEvalLightForPICode>(); }},
-    {"in_cone", 1, 3,
-     [](Ops r, Ops a, Grid form) -> Code {
-         return MakeShared<SlcCheckIlluminanceICode>(r[0], a[0], a[1], a[2], form);
-     }},
     {"illuminate", 2, 2,
      [](Ops r, Ops a, Grid form) -> Code {
          return MakeShared<SlcIlluminateICode>(r[0], a[0], nullptr, nullptr, a[1], r[1], form);
-     }},
-    {"illuminate", 2, 4,
-     [](Ops r, Ops a, Grid form) -> Code {
-         return MakeShared<SlcIlluminateICode>(r[0], a[0], a[1], a[2], a[3], r[1], form);
-     }},
-    {"solar", 2, 2,
-     [](Ops r, Ops a, Grid form) -> Code {
-         return MakeShared<SlcSolarICode>(r[0], a[0], a[1], r[1], form);
      }},
 };
 
@@ -141,6 +168,8 @@ SlcPtr<SlcICode> SlcMakeICodeOfWord(std::string_view word, const Operands& resul
     for (const CallWord& row : k_callWords)
         if (row.word == word && row.results == results.size() && row.arguments == arguments.size())
             return row.make(results, arguments, form);
+    if (SlcPtr<SlcICode> code = MakeByRow(word, Setter(results, arguments, form)))
+        return code;
     if (word == "shadeop" && results.size() <= 1 && arguments.size() >= 2)
         return MakeShadeopCall(results, arguments);
     if (results.size() == 1 && arguments.size() == 2)

@@ -11,6 +11,7 @@
 /// used in a parallel run; the whole-grid form takes uniform operands.
 class SlcIlluminateICode : public SlcICodeOf<SlcIlluminateICode, SlcICode> {
 public:
+    SlcIlluminateICode() = default;
     /// `axis` and `angle` are both null or both set. `Ps` and `L` are the predefined variables.
     SlcIlluminateICode(SlcOperand flag, SlcOperand position, SlcOperand axis, SlcOperand angle,
                        SlcOperand Ps, SlcOperand L, SlcGridForm form)
@@ -37,6 +38,7 @@ public:
 /// reaches; L = that direction. For `solar ()`, axis is `Ps - E` and angle is 0.
 class SlcSolarICode : public SlcICodeOf<SlcSolarICode, SlcICode> {
 public:
+    SlcSolarICode() = default;
     SlcSolarICode(SlcOperand flag, SlcOperand axis, SlcOperand angle, SlcOperand L,
                   SlcGridForm form)
         : m_flag(std::move(flag)),
@@ -58,6 +60,7 @@ public:
 /// `illuminance (position, axis, angle)`. Reads `L`.
 class SlcCheckIlluminanceICode : public SlcICodeOf<SlcCheckIlluminanceICode, SlcICode> {
 public:
+    SlcCheckIlluminanceICode() = default;
     /// `flag` is varying; `position` holds the points for which the lights were evaluated.
     SlcCheckIlluminanceICode(SlcOperand flag, SlcOperand position, SlcOperand axis,
                              SlcOperand angle, SlcGridForm form)
@@ -103,6 +106,7 @@ public:
 /// `illuminance` over points other than `P`. It replaces the current set of evaluated lights.
 class SlcEvalLightICode : public SlcICodeOf<SlcEvalLightICode, SlcICode> {
 public:
+    SlcEvalLightICode() = default;
     explicit SlcEvalLightICode(SlcOperand position) : m_position(std::move(position)) {}
 
     SlcOperand m_position;

@@ -9,6 +9,7 @@
 /// since the size of the patch depends on the neighbouring points.
 class SlcTextureSTPointsICode : public SlcICodeOf<SlcTextureSTPointsICode, SlcICode> {
 public:
+    SlcTextureSTPointsICode() = default;
     SlcTextureSTPointsICode(SlcOperand s, SlcOperand t, std::array<SlcOperand, 8> corners,
                             SlcOperand condition)
         : m_s(std::move(s)),
@@ -28,6 +29,7 @@ public:
 /// `shadow`. All operands are varying.
 class SlcTexturePointsICode : public SlcICodeOf<SlcTexturePointsICode, SlcICode> {
 public:
+    SlcTexturePointsICode() = default;
     SlcTexturePointsICode(SlcOperand point, std::array<SlcOperand, 4> corners, SlcOperand condition)
         : m_point(std::move(point)),
           m_corners(std::move(corners)),
@@ -44,6 +46,7 @@ public:
 /// Both operands are varying.
 class SlcFilterstepPointsICode : public SlcICodeOf<SlcFilterstepPointsICode, SlcICode> {
 public:
+    SlcFilterstepPointsICode() = default;
     SlcFilterstepPointsICode(SlcOperand x, SlcOperand y, SlcOperand condition)
         : m_x(std::move(x)),
           m_y(std::move(y)),

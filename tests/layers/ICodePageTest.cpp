@@ -1,5 +1,5 @@
 // The page of the intermediate code names every instruction class, and says which operands of each
-// it reads and writes as the walker over operands does.
+// it reads and writes as the rows of the classes do.
 
 #include <algorithm>
 #include <fstream>
@@ -41,37 +41,26 @@ std::string ToText(const Operands& operands)
     return text;
 }
 
-std::string WithoutPrefix(const std::string& field)
+/// The fields in a list such as `(code->m_source, code->m_form)`; the form stands for its
+/// condition.
+std::set<std::string> Fields(const std::string& list)
 {
-    return field.starts_with("m_") ? field.substr(2) : field;
+    static const std::regex field(R"(code->m_(\w+))");
+    std::set<std::string> names;
+    for (const std::smatch& match : AllMatches(list, field))
+        names.insert(match[1] == "form" ? "condition" : match[1].str());
+    return names;
 }
 
-/// By class, from the text of its `Case`.
-std::map<std::string, Operands> OperandsOfWalker()
+/// By class, from the rows of `classes`; the operands of a call have no row.
+std::map<std::string, Operands> OperandsOfRows(const std::string& classes)
 {
-    static const std::regex caseHead(R"(SlcOperandWalker::Case\(SlcPtr<(\w+)> code\)\n\{)");
-    static const std::regex loop(R"(SlcOperand& (\w+) : code->(m_\w+))");
-    static const std::regex access(
-        R"(\b(Read|Write|ReadWrite)(Condition)?(IfSet)?\((?:code->)?(?:m_form\.)?(\w+))");
-    const std::string text = Read("src/icode/SlcOperandWalker.cpp");
+    static const std::regex row(
+        R"(\nSLC_ICODE_(?:OPERANDS|WORD)\((\w+),[^(]*(\(.*\)),\s+(\((?:[^()]*)\)))");
     std::map<std::string, Operands> all;
-    for (const std::smatch& head : AllMatches(text, caseHead)) {
-        const auto begin = static_cast<std::size_t>(head.position());
-        const std::string body = text.substr(begin, text.find("\n}", begin) - begin);
-        std::map<std::string, std::string> fieldOf;
-        for (const std::smatch& match : AllMatches(body, loop))
-            fieldOf[match[1]] = match[2];
-        Operands& operands = all[head[1]];
-        for (const std::smatch& match : AllMatches(body, access)) {
-            const std::string name = match[4];
-            const auto field = fieldOf.find(name);
-            const std::string plain = WithoutPrefix(field == fieldOf.end() ? name : field->second);
-            if (match[1] != "Write")
-                operands.reads.insert(plain);
-            if (match[1] != "Read")
-                operands.writes.insert(plain);
-        }
-    }
+    for (const std::smatch& match : AllMatches(classes, row))
+        all[match[1]] = {Fields(match[2]), Fields(match[3])};
+    all["SlcCallICode"] = {{"condition", "args"}, {"args", "result"}};
     return all;
 }
 
@@ -103,12 +92,12 @@ TEST(ICodePage, ListsOperandsAsTheWalkerDoes)
 {
     const std::string page = Read("docs/icode.md");
     const auto shown = OperandsOfPage(page);
-    const auto walked = OperandsOfWalker();
-    ASSERT_GT(walked.size(), 20U);
     const std::string classes = Read("src/icode/SlcICodeClasses.def");
+    const auto walked = OperandsOfRows(classes);
+    ASSERT_GT(walked.size(), 30U);
     std::map<std::string, std::string> bases;
     for (const std::smatch& match :
-         AllMatches(classes, std::regex(R"(\nSLC_ICODE_CLASS\((\w+), (\w+))")))
+         AllMatches(classes, std::regex(R"(\nSLC_ICODE_\w+\((\w+), (Slc\w+))")))
         bases[match[1]] = match[2];
     ASSERT_GT(bases.size(), 40U);
 

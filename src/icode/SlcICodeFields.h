@@ -1,0 +1,22 @@
+#pragma once
+
+#include "icode/SlcICodes.h"
+
+/// Marks a field that holds the flag of the points for which the instruction runs.
+struct SlcLimitedBy {
+    explicit SlcLimitedBy(SlcOperand& operand) : flag(operand) {}
+
+    SlcOperand& flag;  // null operand: all points
+};
+
+/// Passes the operands of an instruction to `visit`, as SlcICodeClasses.def lists them: one call
+/// `visit.Reads(fields...)`, then one call `visit.Writes(fields...)`. A field is an `SlcOperand&`,
+/// which may be null, a container of them, an `SlcGridForm&` or an `SlcLimitedBy`.
+#define SLC_ICODE_OPERANDS(name, base, traits, reads, writes)                                      \
+    template <class Visitor>                                                                       \
+    void SlcVisitFields([[maybe_unused]] name* code, Visitor& visit)                               \
+    {                                                                                              \
+        visit.Reads reads;                                                                         \
+        visit.Writes writes;                                                                       \
+    }
+#include "icode/SlcICodeClasses.def"
