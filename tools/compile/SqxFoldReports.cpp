@@ -9,7 +9,8 @@
 
 namespace {
 
-/// The text of a report on an uninitialized variable, without its place; empty for another line.
+/// Returns the text of a report on an uninitialized variable, without its place; empty for any
+/// other line.
 [[nodiscard]] std::string_view UninitializedVariable(std::string_view line)
 {
     const std::size_t start = line.find(": WARNING: Variable '");
@@ -27,7 +28,7 @@ std::string SqxFoldReports(const std::string& messages)
         int repetitions = 0;
     };
     std::vector<Report> reports;
-    std::map<std::string, std::size_t, std::less<>> known;  // where in `reports`
+    std::map<std::string, std::size_t, std::less<>> known;  // index in `reports`
     std::istringstream lines(messages);
     for (std::string line; std::getline(lines, line);) {
         if (line.find(": In function ") != std::string::npos)

@@ -1,4 +1,4 @@
-// The options are those of the compiler's own table, which knows nothing of manual pages.
+// The options come from the compiler's own table, which has no texts for a manual page.
 
 #include "manual/ShaderqxProgram.h"
 

@@ -2,5 +2,5 @@
 
 #include "options/SqxOptionTable.h"
 
-/// The description of the compiler for its manual page; its `--help` has other words.
+/// Returns the description of the compiler for its manual page; its `--help` is worded differently.
 [[nodiscard]] const SqxProgram& ShaderqxProgram();

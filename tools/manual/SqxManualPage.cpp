@@ -1,5 +1,5 @@
-// Manual pages are made of the same tables as `--help`, so that they cannot say different things.
-// They use man(7) with the few macros that every reader of pages knows.
+// Manual pages are generated from the same tables as `--help`, so that they cannot contradict it.
+// They use the few macros of man(7) that every reader of manual pages supports.
 //
 // Tested by tests/manual/run.sh: each option that a program prints is in its page.
 
@@ -14,8 +14,8 @@ namespace {
 
 constexpr const char* k_date = "2026-11-25";
 
-/// Text as man(7) prints it as it is: backslashes and dashes have a meaning there, and so has a dot
-/// or a quote at the start of a line.
+/// Escapes the characters that have a meaning in man(7): backslashes and dashes, and a dot or a
+/// quote at the start of a line.
 [[nodiscard]] std::string Escaped(std::string_view text)
 {
     std::string escaped;
@@ -32,7 +32,7 @@ constexpr const char* k_date = "2026-11-25";
     return escaped;
 }
 
-/// "-o, --output" and the like: each spelling in bold.
+/// Returns a word such as "-o, --output" with each spelling in bold.
 [[nodiscard]] std::string BoldWords(std::string_view words)
 {
     std::string text;
@@ -41,7 +41,7 @@ constexpr const char* k_date = "2026-11-25";
     return text;
 }
 
-/// The text in lines that fit on a screen.
+/// Breaks the text into lines that fit on a screen.
 [[nodiscard]] std::string Wrapped(std::string_view text)
 {
     return SqxWrapped(text, {.width = 78}, Escaped);
@@ -92,7 +92,7 @@ void AddSeeAlso(std::string& page, const SqxProgram& program,
                 std::span<const SqxProgram* const> all)
 {
     page += ".SH SEE ALSO\n";
-    // The comma follows the section, as an argument of the same macro.
+    // The comma is attached to the section number, so that both are one argument of `.BR`.
     std::string list;
     for (const SqxProgram* other : all)
         if (other->name != program.name)

@@ -1,4 +1,4 @@
-// Each shell's text does without a library of functions that not every system has.
+// The texts use no library of completion functions, since not every system has one.
 //
 // Tested by tests/manual/run.sh, with the shells that are installed.
 
@@ -9,7 +9,7 @@
 
 namespace {
 
-/// The spellings of all options, of those with "DIR" and the like only the part before it.
+/// Returns the spellings of all options, without the argument that -I and -D have in the same word.
 [[nodiscard]] std::string OptionWords(std::span<const SqxOption> options)
 {
     std::string text;
@@ -22,7 +22,7 @@ namespace {
     return text;
 }
 
-/// The options that take a folder, as a pattern of the shell.
+/// Returns the options whose value is a folder, as a pattern of the shell.
 [[nodiscard]] std::string FolderOptions(std::span<const SqxOption> options)
 {
     std::string text;
@@ -32,7 +32,7 @@ namespace {
     return text;
 }
 
-/// `text` with a backslash before each of the characters.
+/// Returns `text` with a backslash before each of the characters.
 [[nodiscard]] std::string WithBackslashes(std::string_view text, std::string_view characters)
 {
     std::string escaped;
@@ -44,7 +44,7 @@ namespace {
     return escaped;
 }
 
-/// In single quotes, as zsh reads it.
+/// Returns the text in single quotes, as zsh reads it.
 [[nodiscard]] std::string ZshQuoted(std::string_view text)
 {
     std::string quoted = "'";
@@ -53,20 +53,21 @@ namespace {
     return quoted + "'";
 }
 
-/// In single quotes, as fish reads it.
+/// Returns the text in single quotes, as fish reads it.
 [[nodiscard]] std::string FishQuoted(std::string_view text)
 {
     return "'" + WithBackslashes(text, "\\'") + "'";
 }
 
-/// "-I" for "-IDIR" and for "-I" followed by "DIR": these take their value in the same word too.
+/// Returns "-I" for "-IDIR", and for "-I" followed by "DIR": the value may be part of the same
+/// word.
 [[nodiscard]] std::string_view GluedOption(std::string_view word)
 {
     return word.starts_with("-I") || word.starts_with("-D") ? word.substr(0, 2)
                                                             : std::string_view();
 }
 
-/// The spellings, each glued option once.
+/// Returns the spellings without repeating an option whose value may be part of the same word.
 [[nodiscard]] std::vector<std::string_view> DistinctSpellings(const SqxOption& option)
 {
     std::vector<std::string_view> words = SqxSpellings(option.word);
@@ -77,7 +78,7 @@ namespace {
     return words;
 }
 
-/// A line of `_arguments`: "*-o[effect]:DIR:_files -/".
+/// Returns a line for `_arguments`, such as "*-o[effect]:DIR:_files -/".
 [[nodiscard]] std::string ZshOption(std::string_view word, const SqxOption& option)
 {
     const std::string_view glued = GluedOption(word);
@@ -97,9 +98,9 @@ namespace {
     return "        " + ZshQuoted(spec) + " \\\n";
 }
 
-/// How `complete` of fish calls the option: "-l size", "-o O2" after one dash, or "-s I" for
-/// one that takes its value in the same word. Others of one letter are no "-s", since none can be
-/// joined with others.
+/// Returns an option as `complete` of fish expects it: "-l size", "-o O2" after a single dash, or
+/// "-s I" for an option whose value may be part of the same word. Other options of one letter do
+/// not use "-s", since the programs do not accept several letters after one dash.
 [[nodiscard]] std::string FishWord(std::string_view word)
 {
     if (word.starts_with("--"))
@@ -108,7 +109,7 @@ namespace {
     return (GluedOption(word).empty() ? "-o " : "-s ") + FishQuoted(name);
 }
 
-/// "sl|sqx" of "sl sqx".
+/// Returns "sl|sqx" for "sl sqx".
 [[nodiscard]] std::string Alternatives(std::string_view endings)
 {
     std::string pattern(endings);
@@ -117,7 +118,7 @@ namespace {
     return pattern;
 }
 
-/// What `_arguments` says of the words that are no options.
+/// Returns what `_arguments` completes for words that are not options.
 [[nodiscard]] std::string ZshFiles(std::string_view endings)
 {
     if (endings.empty())

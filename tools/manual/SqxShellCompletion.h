@@ -5,12 +5,14 @@
 
 #include "options/SqxOptionTable.h"
 
-// Rules by which shells complete the command lines of the programs: their options, the folders that
-// some options take, and the files whose endings a program takes.
+// Rules by which shells complete the command lines of the programs: their options, folders as
+// values of options, and files with the endings that a program reads.
 
-/// For bash: one text for all programs, since it is found by each of their names.
+/// Returns the file for bash. It is the same for all programs, and bash finds it by the name of
+/// each.
 [[nodiscard]] std::string SqxBashCompletion(std::span<const SqxProgram* const> all);
-/// For zsh: the same, found by its own name, `_shaderqx`.
+/// Returns the file for zsh. It is the same for all programs, and zsh finds it by the name
+/// `_shaderqx`.
 [[nodiscard]] std::string SqxZshCompletion(std::span<const SqxProgram* const> all);
-/// For fish: one program.
+/// Returns the file for fish, for one program.
 [[nodiscard]] std::string SqxFishCompletion(const SqxProgram& program);

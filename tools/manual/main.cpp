@@ -17,7 +17,7 @@
 
 namespace {
 
-/// False after a report.
+/// Returns false, after a report, if the file cannot be written.
 bool WriteFile(const std::string& path, const std::string& text)
 {
     std::ofstream file(path);

@@ -1,6 +1,5 @@
-// Only reading an option shows whether the next word is its value, so the iteration does not look
-// ahead:
-// '--' ends the options unless it is the value of an option.
+// Whether the next word is the value of an option is known only when the option is read, so the
+// iteration does not look ahead. '--' ends the options unless it is the value of an option.
 //
 // Tested by tests/options/SqxOptionWordsTest.cpp.
 

@@ -1,5 +1,6 @@
 // Bytes grow with the values, so the least value of each byte defines the encoding. A table over
-// parts of the range yields a first byte, and a few comparisons lead from there to the right one.
+// equal parts of the range yields a first byte, and a few comparisons lead from there to the right
+// one.
 //
 // Tested by tests/picture/SqxByteEncoderTest.cpp.
 

@@ -74,7 +74,7 @@ void SqxFilm::Draw(QxHostGrid& grid, unsigned int number, SqxMesh::Sides sides)
 
 SqxPixels SqxFilm::Finish(std::size_t most) const
 {
-    constexpr std::size_t k_rowsOfThread = 32;  // that are worth a thread
+    constexpr std::size_t k_rowsOfThread = 32;  // fewer rows are not worth a thread
     const std::size_t threads = std::min(most, m_height / k_rowsOfThread + 1);
     const std::size_t count = static_cast<std::size_t>(m_width) * m_height;
     SqxPixels pixels = {m_width, m_height, std::vector<QxRGBColor>(count),

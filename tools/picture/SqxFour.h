@@ -4,8 +4,8 @@
 
 #include "QxShading.h"
 
-/// Four numbers that are computed with at once: a vector type of GCC and Clang, which compile it to
-/// the vector instructions of the processor.
+/// Four numbers that are computed at once. GCC and Clang compile this vector type to the vector
+/// instructions of the processor.
 using SqxFour [[gnu::vector_size(16)]] = float;
 
 [[nodiscard]] inline SqxFour SqxFourOf(const QxVector3& vector)

@@ -1,8 +1,8 @@
-// What a writer of shaders has to know beyond the short meaning of a function: units, ranges, what
-// must be normalized, spaces, borders, and what an argument that is left out stands for.
+// What a writer of shaders must know beyond the one-line meaning of a function: units, ranges,
+// spaces, border cases, which arguments must be normalized, and defaults of optional arguments.
 //
-// Tested by the examples of SqxBuiltInExamples.cpp, which show each of these statements that can be
-// computed.
+// Tested by the examples in SqxBuiltInExamples.cpp, which cover each of these statements that can
+// be computed.
 
 #include <algorithm>
 
@@ -12,7 +12,7 @@ namespace {
 
 struct Details {
     std::string_view function;
-    std::string_view text;  // Markdown, sentences
+    std::string_view text;  // Markdown, whole sentences
 };
 
 constexpr Details k_details[] = {

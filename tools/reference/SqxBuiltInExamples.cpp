@@ -1,5 +1,5 @@
-// Each value was worked out from the definition of its function, and is compared with what both
-// outputs compute.
+// Each value was derived by hand from the definition of its function, and is compared with the
+// results of both outputs.
 //
 // Tested by tests/host/BuiltInExamplesTest.cpp.
 

@@ -3,10 +3,10 @@
 #include <span>
 #include <string_view>
 
-/// One call of a built-in and what it gives, for the reference page. A test runs all of them in
+/// A call of a built-in function and its result, for the reference page. A test runs all of them in
 /// both outputs.
 ///
-/// They are run at the middle point of the host's square of 5 by 5 points, where s, t, u and v are
+/// They run at the middle point of the host's square of 5 by 5 points, where s, t, u and v are
 /// 0.5, P and I are (0, 0, 1), and N and Ng are (0, 0, -1). The scene has a white point light at
 /// (0, 1, 0), an ambient light of 0.1, the space "shader", which is twice as large as the current
 /// one and moved by (1, 0, 0), and the attribute "tag", a float of 7.
@@ -17,8 +17,8 @@ struct SqxBuiltInExample {
     /// A number, a triple in parentheses, a text in quotes, "no number", "infinite", or another
     /// expression of the language that has the same value.
     std::string_view value;
-    std::string_view note;  // "" or what the example shows
+    std::string_view note;  // empty, or what the example shows
 };
 
-/// All of them; those of a function are adjacent.
+/// Returns all examples; those of a function are adjacent.
 [[nodiscard]] std::span<const SqxBuiltInExample> SqxBuiltInExamples();

@@ -3,19 +3,19 @@
 #include <span>
 #include <string_view>
 
-/// What a built-in function does, in a phrase that a user of the language reads.
+/// What a built-in function does, as a phrase for users of the language.
 struct SqxBuiltInMeaning {
     std::string_view name;
-    std::string_view group;  // heading under which it is listed
+    std::string_view group;  // heading above it on the reference page
     std::string_view meaning;
 };
 
-/// Units, ranges, requirements and borders of a function as Markdown; empty if its meaning says
-/// all.
+/// Returns the units, ranges, requirements and border cases of a function as Markdown; empty if its
+/// meaning is complete.
 [[nodiscard]] std::string_view SqxBuiltInDetails(std::string_view function);
 
-/// What a predefined variable contains; empty for an unknown one.
+/// Returns what a predefined variable contains; empty for an unknown one.
 [[nodiscard]] std::string_view SqxPredefinedMeaning(std::string_view variable);
 
-/// Each built-in function once, in the order of the reference page.
+/// Returns each built-in function once, in the order of the reference page.
 [[nodiscard]] std::span<const SqxBuiltInMeaning> SqxBuiltInMeanings();

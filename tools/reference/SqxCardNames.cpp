@@ -1,16 +1,17 @@
-// A function becomes one macro, for a point or uniform data:
+// A function becomes a single macro, for one point or for uniform data:
 //
 //     @forms(128) float mod(float a, float b), QxMod
 //     #define CALL_PRIM_MOD(result, a, b) ((result) = QxMod(QxNumber(a), QxNumber(b)))
 //
-// An operator's expression becomes the body of one:
+// The expression of an operator becomes the body of a macro:
 //
 //     @forms(44) color (color left, float right), (left) + QxNumber(right)
 //     #define ADD_COLOR_FLOAT(result, left, right) ((result) = (left) + QxNumber(right))
 //
-// What may be called for the whole grid, or is a function object already, becomes all four forms.
+// A function that may be called for the whole grid, or that is a function object, gets the macros
+// of all four forms.
 //
-// Tested by tests/reference/run.sh, which fails if the header in the tree is older than the cards.
+// Tested by tests/reference/run.sh, which fails if the header in the tree is out of date.
 
 #include "reference/SqxCardNames.h"
 
@@ -36,7 +37,7 @@ bool IsPoint(SqxCardType type)
            type == SqxCardType::AnyVector;
 }
 
-/// Constants are doubles in generated C++, and a number may be written for a point.
+/// Converts, since constants are doubles in generated C++, and a number may stand for a point.
 std::string Argument(const SqxCard& card, const SqxParameter& parameter)
 {
     const std::string name(card.Text(parameter.name));
@@ -71,7 +72,7 @@ std::string OperatorMacro(const SqxCard& card)
     return text.append(") ((result) = ").append(card.expression).append(")\n");
 }
 
-/// All forms of a function object.
+/// Returns the macros of all forms of a function object.
 std::string FormMacros(const SqxCard& card, const std::string& object)
 {
     static constexpr struct {

@@ -1,7 +1,7 @@
-// The words come from the compiler's tables; the form of literals and comments is written here, as
-// the scanner reads them.
+// The words come from the compiler's tables. The syntax of literals and comments is written here
+// and follows the scanner.
 //
-// Tested by tests/reference/run.sh, which fails if the tree holds older files.
+// Tested by tests/reference/run.sh, which fails if files in the tree are out of date.
 
 #include "reference/SqxEditorFiles.h"
 
@@ -17,13 +17,13 @@ namespace {
 
 using Words = std::vector<std::string_view>;
 
-/// Words that are colored alike.
+/// Words that get the same color.
 struct WordGroup {
     Words words;
     const char* vimGroup;
     const char* vimLink;
-    const char* scope;      // of the grammar
-    const char* kateStyle;  // one of Kate's own, without its "ds"
+    const char* scope;      // in the TextMate grammar
+    const char* kateStyle;  // one of Kate's default styles, without "ds"
 };
 
 [[nodiscard]] Words KeywordsOf(SlcWordKind kind)
@@ -35,7 +35,8 @@ struct WordGroup {
     return words;
 }
 
-/// Built-ins that are keywords too, such as `surface`, are colored as keywords.
+/// Returns the built-ins except those that are keywords too, such as `surface`, which are colored
+/// as keywords.
 [[nodiscard]] Words BuiltIns()
 {
     Words words;

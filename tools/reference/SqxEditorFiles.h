@@ -2,14 +2,14 @@
 
 #include <string>
 
-// Keywords, types, predefined variables and functions are those of the compiler's tables: an editor
-// colors what the compiler knows.
+// Keywords, types, predefined variables and functions come from the compiler's tables, so that
+// editors color exactly what the compiler knows.
 
-/// The syntax file by which Vim colors shaders.
+/// Returns the syntax file for Vim.
 [[nodiscard]] std::string SqxVimSyntax();
 
-/// A grammar in the form of TextMate, as JSON, which several editors read.
+/// Returns a TextMate grammar as JSON, which several editors read.
 [[nodiscard]] std::string SqxTextMateGrammar();
 
-/// The syntax file by which Kate knows shaders and colors them, as XML.
+/// Returns the syntax file for Kate, as XML.
 [[nodiscard]] std::string SqxKateSyntax();

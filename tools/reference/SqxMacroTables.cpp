@@ -1,5 +1,5 @@
-// A macro is described by the cards of its primitive: those of several functions of the language
-// are alternatives, such as "point or color".
+// The arguments of a macro come from the cards of its primitive. If several functions of the
+// language share the primitive, their types are listed as alternatives, such as "point or color".
 
 #include "reference/SqxMacroTables.h"
 
@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Generated C++ has one type for points, vectors and normals.
+/// Returns the type in generated C++, which has one type for points, vectors and normals.
 std::string_view TypeName(SqxCardType type)
 {
     switch (type) {
@@ -29,14 +29,14 @@ std::string_view TypeName(SqxCardType type)
     }
 }
 
-/// The type of a parameter, or the name by which a call gives it.
+/// Returns the type of a parameter, or its name if a call passes it by name.
 std::string_view Word(const SqxCard& card, const SqxParameter& parameter)
 {
     const bool isNamed = parameter.isNamed || (parameter.isOptional && !parameter.isOutput);
     return isNamed ? card.Text(parameter.name) : TypeName(parameter.type);
 }
 
-/// The types that cards have at a place, each once.
+/// The types of one argument in several cards, each listed once.
 class Alternatives {
 public:
     void Add(std::string_view type, bool isOutput)
@@ -87,8 +87,9 @@ std::string Row(SqxPrimitive primitive)
            (arguments.empty() ? "none" : arguments) + " |\n";
 }
 
-/// Lists of arguments, questions to the renderer and what reads neighbours have separate tables,
-/// and what the compiler evaluates itself has no macro.
+/// False for primitives with lists of arguments, queries to the renderer and operations on
+/// neighbouring points, which have separate tables, and for functions without a macro, which the
+/// compiler evaluates itself.
 bool IsFunctionOfArguments(const SqxCard& card)
 {
     const auto list = card.Carried();
@@ -101,7 +102,7 @@ bool IsFunctionOfArguments(const SqxCard& card)
            });
 }
 
-/// Procedures have no form for the whole grid in C++.
+/// False for procedures, which have no form for the whole grid in C++.
 bool HasForms(const SqxCard& card)
 {
     return card.result != SqxCardType::Void && (card.hasGridCall || card.function.ends_with(')'));

@@ -1,4 +1,4 @@
-// What no table of the compiler holds of a predefined variable.
+// Texts about predefined variables, which the compiler's tables do not contain.
 //
 // Tested by tests/reference/run.sh.
 
@@ -14,7 +14,7 @@ struct VariableMeaning {
 };
 
 // clang-format off
-//   name       what it is
+//   name       meaning
 constexpr VariableMeaning k_variables[] = {
     {"Cs",      "color of the surface, linear"},
     {"Os",      "opacity of the surface, 1 for opaque"},

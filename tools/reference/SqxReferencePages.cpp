@@ -1,11 +1,12 @@
-// A page keeps the text that people wrote, and its tables are replaced: the lines between
+// Only the tables of a page are generated; the text around them is written by hand. The lines
+// between
 //
 //     <!-- table: NAME -->    and    <!-- end of table -->
 //
-// is replaced by the table of that name, made of the compiler's own rows. So a declaration in
-// docs/built-ins.md is the one that the compiler matches calls with.
+// are replaced by the table of that name, generated from the compiler's rows. So a declaration in
+// docs/built-ins.md is the one against which the compiler checks calls.
 //
-// Tested by tests/reference/run.sh, which fails if the tree holds older tables.
+// Tested by tests/reference/run.sh, which fails if tables in the tree are out of date.
 
 #include "reference/SqxReferencePages.h"
 
@@ -51,7 +52,8 @@ struct ShaderColumn {
     SlcPtr<SlcShaderSymbolTable> table;
 };
 
-/// Whether a kind of shader knows the variable, and may write it.
+/// Returns whether shaders of this type read or also write the variable; empty if they do not have
+/// it.
 [[nodiscard]] const char* AccessIn(const ShaderColumn& shader, const char* name)
 {
     try {
@@ -114,7 +116,7 @@ struct ShaderColumn {
     return text;
 }
 
-/// The place of a heading on a page: its letters, in lower case.
+/// Returns the anchor of a heading on a page: the heading in lower case.
 [[nodiscard]] std::string AnchorOf(std::string_view heading)
 {
     std::string anchor(heading);
@@ -123,7 +125,7 @@ struct ShaderColumn {
     return anchor;
 }
 
-/// Links to all functions, a line for each chapter.
+/// Returns links to all functions, one line for each chapter.
 [[nodiscard]] std::string Contents()
 {
     std::string text = "\n";
@@ -138,7 +140,7 @@ struct ShaderColumn {
     return text + "\n";
 }
 
-/// The examples of a function as a list; empty if it has none.
+/// Returns the examples of a function as a list; empty if it has none.
 [[nodiscard]] std::string ExampleList(std::string_view function)
 {
     std::string text;
@@ -170,7 +172,8 @@ struct ShaderColumn {
 constexpr std::string_view k_start = "<!-- table: ";
 constexpr std::string_view k_end = "<!-- end of table -->";
 
-/// The words of an option's meaning as Markdown: what is quoted, and names in capitals, as code.
+/// Returns the description of an option as Markdown, with quoted words and names in capitals as
+/// code.
 [[nodiscard]] std::string MeaningAsMarkdown(std::string_view meaning)
 {
     const auto isCapital = [](char c) { return std::isupper(static_cast<unsigned char>(c)) != 0; };

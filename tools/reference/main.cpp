@@ -1,5 +1,5 @@
-// Makes documents, editor files and the names of generated C++ of the compiler's tables, so that
-// each fact is written once.
+// Generates documents, editor files and the names of generated C++ from the compiler's tables, so
+// that each fact is written only once.
 
 #include <fstream>
 #include <iostream>

@@ -1,4 +1,4 @@
-// The options have the names that C compilers gave them, since makefiles know those.
+// The options are named as in C compilers, since makefiles use those names.
 //
 // Tested by tests/preprocessor.
 
@@ -52,7 +52,7 @@ constexpr SqxEntry k_examples[] = {
 };
 // clang-format on
 
-/// False for an option that is none of these.
+/// Returns false if the option does not concern the rule.
 bool ReadRuleOption(SqxOptionWords& words, SqxCppOptions& options)
 {
     using Rule = SqxCppOptions::Rule;

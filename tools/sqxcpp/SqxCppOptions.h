@@ -7,9 +7,9 @@
 #include "options/SqxOptionWords.h"
 #include "preprocessor/SlcPreprocessor.h"
 
-/// What the command line of `sqxcpp` asks for.
+/// The options of the command line of `sqxcpp`.
 struct SqxCppOptions {
-    /// A rule for makefiles that names the files that were read.
+    /// The makefile rule that lists the files that were read.
     enum class Rule {
         None,
         Alone,   // in place of the text
@@ -20,13 +20,13 @@ struct SqxCppOptions {
     std::string source;                   // "-" is standard input
     std::string output;                   // empty: standard output
     Rule rule = Rule::None;
-    std::string ruleFile;              // empty: standard output, or a name made of the source's
-    std::vector<std::string> targets;  // as written in the rule; none: made of the source's name
+    std::string ruleFile;              // empty: standard output, or derived from the source's name
+    std::vector<std::string> targets;  // as written in the rule; empty: derived as well
     int warningLevel = 1;
     SqxInformation information = SqxInformation::None;
 };
 
-/// The program as its help and its manual page show it.
+/// The name, usage and options of the program.
 [[nodiscard]] const SqxProgram& SqxCppProgram();
 
 /// Throws `SqxUsageError`.

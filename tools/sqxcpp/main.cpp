@@ -1,4 +1,4 @@
-// Preprocesses a source, as the compiler does it by itself, to show the result.
+// Preprocesses a source like the compiler and writes the text, so that users can inspect it.
 
 #include <filesystem>
 #include <fstream>
@@ -14,7 +14,7 @@ namespace {
 
 using Rule = SqxCppOptions::Rule;
 
-/// False after a report.
+/// Returns false, after a report, if the text cannot be written.
 bool Write(const std::string& path, const std::string& text)
 {
     if (path.empty()) {
@@ -49,8 +49,8 @@ SlcPreprocessed Preprocess(const SqxCppOptions& options)
     return SlcPreprocessText("<stdin>", {std::istreambuf_iterator<char>(std::cin), {}}, wanted);
 }
 
-/// Of a source at fault the text is written as far as it came, but no rule, which builds would take
-/// for a whole one.
+/// If the source has errors, writes the text up to that point, but no rule, since builds would
+/// treat it as complete.
 bool Run(const SqxCppOptions& options)
 {
     const SlcPreprocessed result = Preprocess(options);

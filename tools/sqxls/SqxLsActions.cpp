@@ -1,5 +1,5 @@
-// Only advice that leaves no choice becomes an edit: a token to insert, or a word of another
-// language with its replacement. What an edit does, its title says.
+// Advice becomes an edit only if it allows a single fix: a token to insert, or a word of another
+// language to replace. The title of an edit says what it changes.
 //
 // Tested by tests/sqxls/SqxLsActionsTest.cpp.
 
@@ -28,10 +28,10 @@ struct Fix {
     std::string text;
 };
 
-/// A word of another language, and what this one has in its place.
+/// A word of another language, and its replacement.
 struct Replacement {
-    std::string_view advice;  // a part of it
-    std::string_view from;    // tokens, one after the other
+    std::string_view advice;  // part of the report's text
+    std::string_view from;    // consecutive tokens
     std::string_view to;
 };
 
@@ -45,7 +45,7 @@ constexpr Replacement k_replacements[] = {
     {"write '=' to assign", "==", "="},
 };
 
-/// What is in quotes between two texts; empty if they do not stand there.
+/// Returns the quoted word between the two texts; empty if they are not found.
 std::string QuotedBetween(const std::string& text, std::string_view before, std::string_view after)
 {
     const std::size_t begin = text.find(before);
@@ -57,7 +57,8 @@ std::string QuotedBetween(const std::string& text, std::string_view before, std:
                : text.substr(begin + before.size(), end - begin - before.size());
 }
 
-/// The last token that ends at or before the offset; the number of tokens if there is none.
+/// Returns the index of the last token that ends at or before the offset; the number of tokens if
+/// there is none.
 std::size_t TokenBefore(const std::vector<SqxLsToken>& tokens, std::size_t offset)
 {
     std::size_t last = tokens.size();
@@ -67,7 +68,8 @@ std::size_t TokenBefore(const std::vector<SqxLsToken>& tokens, std::size_t offse
     return last;
 }
 
-/// The sign that a report misses; empty if it leaves a choice.
+/// Returns the character that is missing according to the report; empty if there are several
+/// possibilities.
 std::string MissingSign(const QxCompileReport& report)
 {
     if (report.text.starts_with("';' expected"))
@@ -94,7 +96,7 @@ std::optional<Fix> InsertionFor(const QxCompileReport& report, const SqxLsSpan& 
 std::optional<Fix> ReplacementFor(const QxCompileReport& report, const SqxLsSpan& place,
                                   const SqxLsText& text, const std::vector<SqxLsToken>& tokens)
 {
-    constexpr std::size_t k_near = 2;  // tokens around the place
+    constexpr std::size_t k_near = 2;  // distance from the reported place
     for (const Replacement& row : k_replacements) {
         if (report.advice.find(row.advice) == std::string::npos)
             continue;
@@ -118,7 +120,7 @@ std::optional<Fix> ReplacementFor(const QxCompileReport& report, const SqxLsSpan
     return std::nullopt;
 }
 
-/// `if (x = 1)` was meant as a comparison. The report is at what follows the parentheses.
+/// Turns `if (x = 1)` into a comparison. The report is at the token after the parentheses.
 std::optional<Fix> ComparisonFor(const QxCompileReport& report, const SqxLsSpan& place,
                                  const std::vector<SqxLsToken>& tokens)
 {
@@ -133,7 +135,8 @@ std::optional<Fix> ComparisonFor(const QxCompileReport& report, const SqxLsSpan&
     return std::nullopt;
 }
 
-/// The token by that name in the line of a report; the number of tokens if there is none.
+/// Returns the index of the token with that name in the reported line; the number of tokens if
+/// there is none.
 std::size_t TokenNamed(const QxCompileReport& report, std::string_view name, const SqxLsText& text,
                        const std::vector<SqxLsToken>& tokens)
 {
@@ -152,7 +155,7 @@ bool IsPredefined(std::string_view name)
     return false;
 }
 
-/// A variable whose value differs from point to point cannot be uniform.
+/// Declares a variable varying if a value that differs between points is assigned to it.
 std::optional<Fix> VaryingFor(const QxCompileReport& report, const SqxLsText& text,
                               const std::vector<SqxLsToken>& tokens)
 {
@@ -165,7 +168,8 @@ std::optional<Fix> VaryingFor(const QxCompileReport& report, const SqxLsText& te
     return Fix{"Declare '" + name + "' varying", tokens[variable - 2].span, "varying"};
 }
 
-/// A number, since that is what most variables are; the user changes the type.
+/// Declares the variable as a number, since most variables are numbers; the user can change the
+/// type.
 std::optional<Fix> DeclarationFor(const QxCompileReport& report, const SqxLsText& text,
                                   const std::vector<SqxLsToken>& tokens)
 {
@@ -174,11 +178,11 @@ std::optional<Fix> DeclarationFor(const QxCompileReport& report, const SqxLsText
         return std::nullopt;
     const std::string name = report.text.substr(k_report.size());
     const std::size_t use = TokenNamed(report, name, text, tokens);
-    if (use == tokens.size() || IsPredefined(name))  // which another kind of shader has
+    if (use == tokens.size() || IsPredefined(name))  // another type of shader has it
         return std::nullopt;
     std::size_t statement = use;
     const auto partners = SqxLsPartnersOf(tokens);
-    for (std::size_t i = use; i-- > 0;)  // the ';' in the head of a loop ends no statement
+    for (std::size_t i = use; i-- > 0;)  // the ';' in the head of a loop does not end a statement
         if (tokens[i].text == "(" && partners[i] > use)
             statement = i;
     constexpr std::string_view k_ends = "{};";
@@ -204,7 +208,7 @@ SqxJson ActionOf(const SqxLsText& text, const std::string& uri, const Fix& fix, 
     return {{"title", fix.title}, {"kind", kind}, {"edit", {{"changes", std::move(changes)}}}};
 }
 
-/// Diagnostics of the request that stand where the report does.
+/// Returns the diagnostics of the request at the place of the report.
 SqxJson DiagnosticsAt(const SqxJson& params, const SqxJson& range)
 {
     SqxJson list = SqxJson::array();
@@ -216,7 +220,7 @@ SqxJson DiagnosticsAt(const SqxJson& params, const SqxJson& range)
     return list;
 }
 
-/// Says in the source what the compiler has found out of the detail of locals.
+/// Adds actions that write the detail that the compiler has derived into declarations of locals.
 void AddDetails(const SqxLsIndexed& indexed, const std::string& uri, const SqxLsSpan& range,
                 const std::vector<SqxLsToken>& tokens, SqxJson& actions)
 {
@@ -235,7 +239,7 @@ void AddDetails(const SqxLsIndexed& indexed, const std::string& uri, const SqxLs
             before < tokens.size() && tokens[type].kind == Kind::Keyword &&
             std::string_view("{};").find(tokens[before].text) != std::string_view::npos;
         if (!isAlone)
-            continue;  // one of several in a declaration, which share its detail
+            continue;  // several variables of one declaration share its detail
         const std::size_t at = tokens[type].span.begin;
         actions.push_back(ActionOf(
             *indexed.text, uri, {"Declare '" + name.name + "' " + detail, {at, at}, detail + " "},
@@ -271,7 +275,7 @@ SqxJson SqxLsCodeActions(SqxLsWorkspace& workspace, const SqxJson& params)
             actions.push_back(std::move(action));
         }
     }
-    if (indexed.analysis->result.succeeded)  // else what is given to a local may change
+    if (indexed.analysis->result.succeeded)  // otherwise more assignments may follow
         AddDetails(indexed, uri, range, tokens, actions);
     return actions;
 }

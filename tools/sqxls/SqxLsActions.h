@@ -2,6 +2,6 @@
 
 #include "sqxls/SqxLsWorkspace.h"
 
-/// Answers `textDocument/codeAction`: edits for advice that names one, and a declaration with
-/// detail for a local whose detail is known.
+/// Answers `textDocument/codeAction` with edits that carry out the compiler's advice, and with
+/// edits that add the derived detail to declarations of locals.
 [[nodiscard]] SqxJson SqxLsCodeActions(SqxLsWorkspace& workspace, const SqxJson& params);

@@ -15,7 +15,7 @@ namespace {
 
 using Kind = SqxLsToken::Kind;
 
-/// In as few digits as an editor's picker can distinguish.
+/// Writes three decimals, as many as a color picker can distinguish.
 std::string NumberText(double number)
 {
     const long thousandths = std::lround(number * 1000);
@@ -36,20 +36,20 @@ double ComponentIn(const SqxJson& color, const char* name)
     return std::clamp(component.get<double>(), 0.0, 1.0);
 }
 
-/// The space that a token names, without its quotes.
+/// Returns the color space that a token names, without its quotes.
 std::string SpaceOf(std::string_view token)
 {
     return token.size() < 2 ? std::string() : std::string(token.substr(1, token.size() - 2));
 }
 
-/// A color that is written in numbers.
+/// A color whose components are written as numbers.
 struct Written {
     std::string space = "rgb";
     float numbers[3] = {};
-    std::size_t end = 0;  // of its tokens; 0 if it is none
+    std::size_t end = 0;  // index after its last token; 0 if it is not such a color
 };
 
-/// What follows the token `color`.
+/// Reads the tokens after `color`.
 Written ReadColor(const std::vector<SqxLsToken>& tokens, std::size_t at)
 {
     const auto is = [&](std::string_view text) {

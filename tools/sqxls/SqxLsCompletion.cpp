@@ -1,4 +1,5 @@
-// Documentation is left to the moment when an item is chosen: there are some hundred items.
+// An item gets its documentation only when the editor selects it, since there are several hundred
+// items.
 //
 // Tested by tests/sqxls/SqxLsCompletionTest.cpp.
 
@@ -21,7 +22,7 @@ namespace fs = std::filesystem;
 
 enum ItemKind { Function = 3, Variable = 6, Keyword = 14, Value = 12, File = 17, Constant = 21 };
 
-/// The place of an item in the list.
+/// The rank of an item in the list.
 enum class Rank : char { Fits = '0', InScope = '1', Predefined = '2', BuiltIn = '3', Word = '4' };
 
 class Items {
@@ -61,12 +62,12 @@ public:
 
 private:
     SqxJson m_range;
-    std::set<std::string> m_wanted;  // types that fit
+    std::set<std::string> m_wanted;  // expected types
     std::set<std::string> m_seen;
     SqxJson m_items = SqxJson::array();
 };
 
-/// The types that the place takes, as far as the call or the assignment around it says.
+/// Returns the types that are expected at the place, if a call or an assignment surrounds it.
 std::set<std::string> WantedTypes(const SqxLsCursor& cursor, const SqxLsContext& context)
 {
     std::set<std::string> types;
@@ -75,7 +76,7 @@ std::set<std::string> WantedTypes(const SqxLsCursor& cursor, const SqxLsContext&
             return;
         const std::string& type = function.formals[context.argument].type;
         types.insert(type);
-        // Points, vectors and normals stand in for each other.
+        // Points, vectors and normals convert to each other.
         if (type.starts_with("any-") || type == "point" || type == "vector" || type == "normal")
             types.insert({"point", "vector", "normal"});
     };
@@ -98,7 +99,7 @@ std::set<std::string> WantedTypes(const SqxLsCursor& cursor, const SqxLsContext&
     return types;
 }
 
-/// What looks like a declaration before the place: for a source that could not be read so far.
+/// Adds names that appear to be declared before the place, for a source that has never compiled.
 void AddDeclared(const SqxLsCursor& cursor, Items& items)
 {
     const auto tokens =
@@ -154,8 +155,8 @@ void AddTexts(const SqxLsCursor& cursor, const SqxLsContext& context, Items& ite
         }
 }
 
-/// Files that an include directive could name: those beside the source and in the folders of
-/// options.
+/// Adds the files that an include directive could name: those in the source's folder and in the
+/// folders of the options.
 void AddFiles(const SqxLsWorkspace& workspace, const SqxLsCursor& cursor,
               const SqxLsContext& context, Items& items)
 {

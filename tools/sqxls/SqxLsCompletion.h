@@ -2,8 +2,8 @@
 
 #include "sqxls/SqxLsWorkspace.h"
 
-/// `textDocument/completion`: names that are visible at a place, those of the expected type first;
-/// words in strings, and files to include.
+/// `textDocument/completion`: returns the names that are visible at a place, those of the expected
+/// type first, and in strings and directives the possible words and files.
 [[nodiscard]] SqxJson SqxLsCompletion(SqxLsWorkspace& workspace, const SqxJson& params);
-/// `completionItem/resolve`: the documentation of the chosen item.
+/// `completionItem/resolve`: returns the documentation of the chosen item.
 [[nodiscard]] SqxJson SqxLsResolveCompletion(SqxLsWorkspace& workspace, const SqxJson& item);

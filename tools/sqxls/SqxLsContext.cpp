@@ -9,7 +9,7 @@ namespace {
 
 using Kind = SqxLsContext::Kind;
 
-/// The beginning of the word that ends at the offset.
+/// Returns the start of the word that ends at the offset.
 std::size_t WordBegin(std::string_view text, std::size_t offset)
 {
     while (offset > 0 && SqxLsIsWordByte(text[offset - 1]))
@@ -48,11 +48,11 @@ struct Open {
     std::size_t begin = 0;  // of the name
 };
 
-/// What the tokens before the word say of calls and assignments.
+/// Derives the surrounding calls and assignments from the tokens before the word.
 void ReadCode(const std::vector<SqxLsToken>& tokens, std::size_t count, SqxLsContext& context)
 {
     std::vector<Open> open;
-    std::vector<bool> blocks;  // whether each is the body of a light loop
+    std::vector<bool> blocks;  // by open brace: it begins the body of a light loop
     bool isHead = false;       // the body of a light loop comes next
     for (std::size_t i = 0; i < count; ++i) {
         const SqxLsToken& token = tokens[i];

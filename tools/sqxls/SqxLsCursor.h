@@ -16,10 +16,10 @@ struct SqxLsIndexed {
 
     /// Returns the text of a file of the index; null if the file can no longer be read.
     [[nodiscard]] const SqxLsText* TextOf(int number) const;
-    /// Bytes of a place or of a range in the text of its file.
+    /// Converts a place or a range to bytes in the text of its file.
     [[nodiscard]] static SqxLsSpan SpanOf(const SqxLsText& text, const QxSourcePlace& place);
     [[nodiscard]] static SqxLsSpan SpanOf(const SqxLsText& text, const QxSourceRange& range);
-    /// A `Location` of the protocol; null for a place in no file.
+    /// Returns a `Location` of the protocol; null for a place outside all files.
     [[nodiscard]] SqxJson LocationOf(const SqxLsWorkspace& workspace,
                                      const QxSourcePlace& place) const;
 };

@@ -12,7 +12,7 @@ namespace {
 
 enum class Severity { Error = 1, Warning = 2 };
 
-/// Marks where the parser goes on after a fault: no fault itself.
+/// The compiler prints this where it resumes after an error; it is not an error itself.
 constexpr std::string_view k_resumes = "Compilation resumes here";
 
 SqxLsSpan SpanOf(const QxCompileReport& report, const SqxLsText& text)

@@ -39,7 +39,7 @@ void AddBrackets(const std::vector<SqxLsToken>& tokens, Folds& folds)
 {
     const auto partners = SqxLsPartnersOf(tokens);
     for (std::size_t i = 0; i < tokens.size(); ++i)
-        if (partners[i] > i)  // the closing line remains in sight
+        if (partners[i] > i)  // the closing line stays visible
             folds.Add(tokens[i].span.begin, tokens[partners[i] - 1].span.end, nullptr);
 }
 
@@ -77,7 +77,7 @@ void AddConditions(const std::vector<SqxLsToken>& tokens, Folds& folds)
     }
 }
 
-/// The ranges that hold an offset, the innermost first, each larger than the one before it.
+/// Returns the ranges that contain an offset, from the innermost to the outermost.
 std::vector<SqxLsSpan> Enclosing(const SqxLsText& text, const std::vector<SqxLsToken>& tokens,
                                  const std::vector<std::size_t>& partners, std::size_t offset)
 {
@@ -92,7 +92,7 @@ std::vector<SqxLsSpan> Enclosing(const SqxLsText& text, const std::vector<SqxLsT
         if (token.span.begin <= offset && offset <= token.span.end &&
             (spans.empty() || token.kind == Kind::Word || token.kind == Kind::Keyword))
             spans.assign(1, token.span);
-    // Brackets that open later lie further inside.
+    // Brackets that open later are further inside.
     for (std::size_t i = tokens.size(); i-- > 0;) {
         if (partners[i] <= i || tokens[i].span.end > offset ||
             tokens[partners[i]].span.begin < offset)

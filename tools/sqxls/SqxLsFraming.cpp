@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t k_maxHeader = 8192;
 
-/// The length that a header gives; nothing for one that gives none.
+/// Returns the content length that a header states; nothing if it states none.
 std::optional<std::size_t> LengthIn(std::string_view header)
 {
     constexpr std::string_view k_name = "content-length:";
@@ -38,7 +38,7 @@ std::optional<std::size_t> LengthIn(std::string_view header)
 std::optional<SqxLsFraming::Content> SqxLsFraming::ReadHeader()
 {
     const std::size_t crlf = m_bytes.find("\r\n\r\n");
-    const std::size_t lf = m_bytes.find("\n\n");  // what some clients write
+    const std::size_t lf = m_bytes.find("\n\n");  // some clients omit the carriage returns
     const std::size_t end = std::min(crlf, lf);
     if (end == std::string::npos) {
         if (m_bytes.size() <= k_maxHeader)

@@ -20,8 +20,8 @@ std::string Fenced(const std::string& code)
     return "```sl\n" + code + "\n```\n";
 }
 
-/// The page of the built-in functions as it is installed, or in the tree that this program was
-/// built in; empty if it is in neither.
+/// Returns the URI of the reference page of built-in functions, installed or in the source tree;
+/// empty if it is in neither.
 std::string PageUri()
 {
     namespace fs = std::filesystem;
@@ -51,7 +51,7 @@ std::string Sentence(std::string_view phrase)
     return text + ".";
 }
 
-/// What is known of a variable beyond its declaration.
+/// Describes the detail and default of a variable, which its declaration may not show.
 std::string DetailText(const QxIndexedName& name, const QxIndexedUse& use)
 {
     const std::string here = SqxLsDetailWord(use.detail);

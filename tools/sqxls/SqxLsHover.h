@@ -5,9 +5,9 @@
 #include "compiler/QxSourceIndex.h"
 #include "sqxls/SqxLsWorkspace.h"
 
-/// `textDocument/hover`: declaration, type, detail and default of a name, the overloads and the
-/// meaning of a built-in, the types of shader that have a predefined variable, the expansion of a
-/// macro.
+/// `textDocument/hover`: returns the declaration, type, detail and default of a name; the overloads
+/// and the meaning of a built-in; the shader types that have a predefined variable; or the
+/// expansion of a macro.
 [[nodiscard]] SqxJson SqxLsHover(SqxLsWorkspace& workspace, const SqxJson& params);
 
 /// Returns the declarations and the meaning of a built-in, as Markdown; empty for any other word.
@@ -15,5 +15,5 @@
 [[nodiscard]] std::string SqxLsBuiltInText(const std::string& name, const std::string& chosen);
 /// Returns the same for a predefined variable.
 [[nodiscard]] std::string SqxLsPredefinedText(const std::string& name);
-/// "uniform", "varying", or empty.
+/// Returns "uniform", "varying", or an empty text.
 [[nodiscard]] std::string SqxLsDetailWord(QxDetail detail);

@@ -1,4 +1,4 @@
-// A request waits only while an earlier one is answered, so that few ever do.
+// A request waits only while an earlier one is being answered, so the queue stays short.
 //
 // Tested by tests/sqxls/SqxLsProgramTest.cpp.
 

@@ -1,4 +1,4 @@
-// Messages come from outside: nothing of them is taken for granted.
+// Messages come from another program, so no member or type is assumed to be valid.
 
 #include "sqxls/SqxLsJson.h"
 
@@ -9,7 +9,7 @@ namespace {
 std::size_t ReadCount(const SqxJson& json, const char* name)
 {
     const SqxJson& count = SqxLsMember(json, name);
-    const double value = count.is_number() ? count.get<double>() : -1;  // some write 4.0
+    const double value = count.is_number() ? count.get<double>() : -1;  // some clients write 4.0
     if (!(value >= 0 && value <= 0x7FFFFFFF) || value != std::floor(value))
         throw SqxLsError(SqxLsErrorCode::InvalidParams,
                          std::string("'") + name + "' of a position must be a count");

@@ -1,19 +1,19 @@
-// One walk over the tokens. A gap between two of them on one line becomes the blanks of
-// `SqxLsSpacing`; a gap with line breaks becomes one or two of them and the indentation of the next
-// line:
+// One walk over the tokens. A gap between two tokens of one line is replaced by as many blanks as
+// `SqxLsSpacing` returns. A gap with line breaks is replaced by one or two of them and the
+// indentation of the next line:
 //
-//     surface a(float Kd = 1;         the column after the parenthesis that is open
+//     surface a(float Kd = 1;         column after the open parenthesis
 //               float Ks = 1)
 //     {
-//         if (s > 0.5)                the indentation of the block
-//             Ci = Cs *               one more for what a head governs,
-//                  Kd;                the column after an assignment that goes on,
+//         if (s > 0.5)                indentation of the block
+//             Ci = Cs *               one level more under a head
+//                  Kd;                column after the assignment sign
 //         return Kd +
-//             Ks;                     one more for another statement that does
+//             Ks;                     one level more in other statements
 //     }
 //
-// The state before `#if` is that before `#else` and `#elif` too, so that braces in both branches
-// count once.
+// The layout after `#else` and `#elif` starts from the same state as after `#if`, so that braces in
+// both branches count once.
 //
 // Tested by tests/sqxls/SqxLsFormatTest.cpp.
 
@@ -28,17 +28,17 @@ namespace {
 using Kind = SqxLsToken::Kind;
 
 struct Bracket {
-    std::size_t column = 0;  // of what stands in it
+    std::size_t column = 0;  // of its contents
     bool isBlock = false;
-    std::size_t outer = 0;  // indentation of the line of a brace
+    std::size_t outer = 0;  // indentation of the line with the brace
 };
 
 struct State {
     std::vector<Bracket> open;
-    std::size_t heads = 0;            // whose statement comes next
-    bool isInStatement = false;       // which has begun
-    std::size_t value = 0;            // column of what is assigned; 0 if nothing is
-    std::size_t headParenthesis = 0;  // how many brackets are open in a head; 0 outside
+    std::size_t heads = 0;            // nested heads whose statement comes next
+    bool isInStatement = false;       // the statement has begun
+    std::size_t value = 0;            // column of the assigned value; 0 outside an assignment
+    std::size_t headParenthesis = 0;  // number of open brackets in a head; 0 outside
 };
 
 bool IsAssignment(std::string_view sign)
@@ -73,7 +73,7 @@ public:
 private:
     void PlaceToken(std::size_t i);
     [[nodiscard]] std::size_t IndentOf(std::size_t i) const;
-    /// Whether a line break follows the token.
+    /// True if a line break follows the token.
     [[nodiscard]] bool EndsLine(std::size_t i) const;
     [[nodiscard]] std::size_t BlockIndent() const;
     [[nodiscard]] std::string Blanks(std::size_t columns) const;
@@ -91,8 +91,8 @@ private:
     SqxLsSpacing m_spacing;
     std::vector<SqxLsEdit> m_edits;
     State m_state;
-    std::vector<State> m_conditions;  // the states before the conditions that are open
-    std::size_t m_column = 0;         // of the end of the last token, in the new layout
+    std::vector<State> m_conditions;  // states before the open conditions
+    std::size_t m_column = 0;         // end of the last token, in the new layout
     std::size_t m_lineIndent = 0;
 };
 
@@ -138,7 +138,7 @@ std::size_t Layout::IndentOf(std::size_t i) const
     return BlockIndent() + (m_state.heads + (goesOn ? 1 : 0)) * m_indent.width;
 }
 
-/// Sets the gap before a token.
+/// Replaces the gap before a token.
 void Layout::PlaceToken(std::size_t i)
 {
     const SqxLsToken& token = m_tokens[i];
@@ -166,7 +166,7 @@ void Layout::PlaceToken(std::size_t i)
         m_column += token.span.Length();
 }
 
-/// The further lines of a comment move as its first one does.
+/// Moves the further lines of a comment by as much as its first line.
 void Layout::MoveComment(const SqxLsToken& comment)
 {
     const std::string& bytes = m_source.Bytes();
@@ -185,7 +185,7 @@ void Layout::MoveComment(const SqxLsToken& comment)
         if (now.find('\t') == std::string_view::npos && !m_indent.usesTabs) {
             column = std::max(column + first, before) - before;
             Replace({at + 1, text}, std::string(column, ' '));
-        }  // else how wide it is, only the editor knows
+        }  // only the editor knows the width of a tab
         m_column = column + std::min(bytes.find('\n', text), comment.span.end) - text;
     }
 }

@@ -6,7 +6,7 @@
 /// for a client that shows the page itself.
 constexpr const char* k_sqxLsPreview = "sqxls.preview";
 
-/// `textDocument/codeLens`: "Preview" over each shader.
+/// `textDocument/codeLens`: returns "Preview" above each shader.
 [[nodiscard]] SqxJson SqxLsLenses(SqxLsWorkspace& workspace, const SqxJson& params);
 
 /// `workspace/executeCommand`: starts `sqxview` for the file, and returns {"uri": ADDRESS}.

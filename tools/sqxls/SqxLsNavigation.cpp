@@ -22,7 +22,7 @@ SqxJson SqxLsReferences(SqxLsWorkspace& workspace, const SqxJson& params)
     if (!cursor.Name())
         return locations;
     const bool withDefinition = SqxLsFlag(params, "context/includeDeclaration");
-    QxSourcePlace last;  // a place in a macro is one for each use of it
+    QxSourcePlace last;  // the index repeats a use in a macro for each expansion
     for (const QxIndexedUse* use : cursor.index->UsesOf(cursor.use->name)) {
         if ((use->role == QxUseRole::Definition && !withDefinition) || use->place == last)
             continue;

@@ -4,9 +4,9 @@
 
 // Definitions and uses of names.
 
-/// `textDocument/definition`, also of an included file, from the line that includes it.
+/// `textDocument/definition`; also finds an included file from the line that includes it.
 [[nodiscard]] SqxJson SqxLsDefinition(SqxLsWorkspace& workspace, const SqxJson& params);
-/// `textDocument/references`, in the source and what it includes.
+/// `textDocument/references`, in the source and the files that it includes.
 [[nodiscard]] SqxJson SqxLsReferences(SqxLsWorkspace& workspace, const SqxJson& params);
 /// `textDocument/documentHighlight`.
 [[nodiscard]] SqxJson SqxLsHighlights(SqxLsWorkspace& workspace, const SqxJson& params);

@@ -1,11 +1,11 @@
-// The compiler reports a quote without a partner and reads on after it, so that what was meant as
-// a string is read as code up to the end of its line:
+// The compiler reports an unclosed quote and reads on after it, so the intended string is read as
+// code up to the end of its line:
 //
 //     printf ("gain %f\n, Kd);         reports at '"', '%', 'f' and '\'
 //
-// If strings follow, the first of them ends this one, and from there on all that was meant as a
-// string is code, and the other way round; then it is the last quote of the file that has no
-// partner. The first string that goes over the end of a line is taken for the fault.
+// If strings follow, the first of them closes this one. From there on the intended strings are read
+// as code and the code as strings, and the last quote of the file is the unclosed one. The first
+// string that crosses the end of a line is therefore taken as the error.
 //
 // Tested by tests/sqxls/SqxLsDiagnosticsTest.cpp.
 
@@ -19,14 +19,14 @@
 
 namespace {
 
-/// How the compiler words that a character begins nothing.
+/// The start of the report on a character that begins no token.
 constexpr std::string_view k_refused = "Invalid charcacter";
 
-/// What the compiler reads otherwise than it was meant.
+/// The part of the source that the compiler reads as code instead of a string, or the reverse.
 struct Misread {
     SqxLsSpan text;
-    std::size_t quote = 0;  // where it begins to
-    std::size_t next = 0;   // the first token after it, at which the parser may stumble
+    std::size_t quote = 0;  // offset of the quote that begins it
+    std::size_t next = 0;   // first token after it, where the parser may report an error
 };
 
 std::optional<Misread> MisreadPart(const SqxLsText& text)

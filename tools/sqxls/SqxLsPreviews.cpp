@@ -38,7 +38,7 @@ public:
     Running(const Running&) = delete;
     Running& operator=(const Running&) = delete;
 
-    /// Empty if it has ended, or says nothing in time.
+    /// Waits for the address; empty if the program has ended or prints none in time.
     [[nodiscard]] std::string Address()
     {
         std::unique_lock lock(m_mutex);

@@ -1,6 +1,6 @@
-// Whether a new name captures others, or is captured, depends on scopes, overloads and macros.
-// Instead of following their rules, the renamed texts are compiled: each use must then mean what it
-// meant before.
+// A new name may capture other names or be captured, which depends on scopes, overloads and macros.
+// Instead of modelling these rules, this code compiles the renamed texts: each use must then refer
+// to the same definition as before.
 //
 // Tested by tests/sqxls/SqxLsNamesTest.cpp.
 
@@ -51,7 +51,7 @@ void CheckWord(const std::string& word)
             Refuse("'" + word + "' is a word of the language");
 }
 
-/// The places of the name in each file, by its number.
+/// Returns the offsets of the name in each file, by the number of the file.
 std::map<int, std::set<std::size_t>> PlacesOf(const SqxLsCursor& cursor)
 {
     std::map<int, std::set<std::size_t>> places;
@@ -79,11 +79,11 @@ std::string PlaceText(const QxSourceIndex& index, const QxSourcePlace& place)
                             : " of '" + index.files[static_cast<std::size_t>(place.file)] + "'");
 }
 
-/// Refuses if a name of the renamed source means another definition than before.
+/// Refuses the new name if any name in the renamed source refers to another definition than before.
 void CompareMeanings(const QxSourceIndex& before, const QxSourceIndex& after,
                      const std::string& word)
 {
-    std::map<int, int> nameBefore;  // by the number after
+    std::map<int, int> nameBefore;  // by the number in `after`
     std::map<int, int> nameAfter;
     const std::size_t count = std::min(before.uses.size(), after.uses.size());
     for (std::size_t i = 0; i < count; ++i) {

@@ -2,7 +2,8 @@
 
 #include "sqxls/SqxLsWorkspace.h"
 
-/// `textDocument/prepareRename`: the range of a name that can be renamed; null for another one.
+/// `textDocument/prepareRename`: returns the range of a name that can be renamed; null for another
+/// one.
 [[nodiscard]] SqxJson SqxLsPrepareRename(SqxLsWorkspace& workspace, const SqxJson& params);
 
 /// `textDocument/rename`, within the source and what it includes. Refused with the reason if a name

@@ -77,7 +77,7 @@ SqxJson SqxLsSemanticTokens(SqxLsWorkspace& workspace, const SqxJson& params)
         if (use.place.file != indexed.file || indexed.file < 0 || use.name < 0)
             continue;
         const SqxLsSpan span = SqxLsIndexed::SpanOf(text, use.place);
-        if (span.begin < end || span.end <= span.begin)  // once more in another use of a macro
+        if (span.begin < end || span.end <= span.begin)  // repeated by another expansion of a macro
             continue;
         end = span.end;
         const QxIndexedName& name = indexed.index->names[static_cast<std::size_t>(use.name)];

@@ -1,5 +1,6 @@
-// The order of the protocol: `initialize`, work, `shutdown`, `exit`. Requests about documents stand
-// in the table of SqxLsMethods.cpp; what changes the state of the server is here.
+// The protocol requires the order `initialize`, work, `shutdown`, `exit`. Requests about documents
+// are in the table of SqxLsMethods.cpp; this file handles messages that change the state of the
+// server.
 //
 // Tested by tests/sqxls.
 
@@ -23,7 +24,7 @@ bool IsId(const SqxJson& id)
     return id.is_string() || id.is_number_integer();
 }
 
-/// Settings are in a section, or are the whole object.
+/// Returns the settings, which clients send in a section or as the whole object.
 const SqxJson& SectionOf(const SqxJson& settings)
 {
     const SqxJson& section = SqxLsMember(settings, k_section);
@@ -226,7 +227,7 @@ bool SqxLsServer::Settle()
     for (auto& [uri, document] : m_workspace.Documents()) {
         if (document.isPublished)
             continue;
-        document.isPublished = true;  // also if the compile fails, which it would again
+        document.isPublished = true;  // also if the compile fails, since it would fail again
         try {
             PublishOf(document);
         } catch (const std::exception& error) {
@@ -240,7 +241,7 @@ bool SqxLsServer::Settle()
 void SqxLsServer::PublishOf(SqxLsDocument& document)
 {
     std::map<std::string, SqxJson> diagnostics;
-    if (SqxLsIsSource(document.path))  // a part of sources is compiled with them
+    if (SqxLsIsSource(document.path))  // others are compiled with the sources that include them
         diagnostics = SqxLsDiagnosticsOf(*m_workspace.AnalysisOf(document), m_client);
     for (const SqxJson& message :
          m_publisher.Publish(m_workspace, document.uri, std::move(diagnostics)))

@@ -23,7 +23,7 @@ public:
     /// Publishes the diagnostics of one changed document. Called while no message waits. Returns
     /// false if there was none.
     bool Settle();
-    /// The exit status, once the editor has requested the end: 0 if in the order of the protocol.
+    /// The exit status, once the editor has sent `exit`: 0 if `shutdown` came before it.
     [[nodiscard]] std::optional<int> ExitStatus() const { return m_exitStatus; }
     /// The exit status at the end of the stream.
     [[nodiscard]] int StatusAtEnd() const { return m_phase == Phase::ShutDown ? 0 : 1; }

@@ -1,5 +1,5 @@
-// An option that a check of the source has no use for, such as the level of optimization, is passed
-// over, so that the options of a build may stand in the file as they are.
+// Options that do not matter for checking a source, such as the level of optimization, are ignored,
+// so that the options of a build can be used unchanged.
 //
 // Tested by tests/sqxls/SqxLsDiagnosticsTest.cpp.
 
@@ -26,7 +26,7 @@ std::vector<std::string> TextsOf(const SqxJson& json)
     return texts;
 }
 
-/// An option as it is from anywhere.
+/// Makes the folder of -I absolute, so that the option is valid in any working directory.
 std::string WithWholePath(const std::string& option, const fs::path& folder)
 {
     if (!option.starts_with("-I") || option.size() == 2)
@@ -36,7 +36,7 @@ std::string WithWholePath(const std::string& option, const fs::path& folder)
     return "-I" + (folder / name).lexically_normal().string();
 }
 
-/// The lines of a text file; empty if it cannot be read.
+/// Returns the lines of a text file; empty if it cannot be read.
 std::vector<std::string> LinesOf(const fs::path& path)
 {
     std::vector<std::string> lines;
@@ -49,8 +49,8 @@ std::vector<std::string> LinesOf(const fs::path& path)
     return lines;
 }
 
-/// The nearest of the folder of a source and those around it of which `isWanted` is true; empty if
-/// there is none.
+/// Returns the nearest folder, from that of the source upwards, for which `isWanted` is true; empty
+/// if there is none.
 fs::path NearestFolder(const fs::path& source, const std::function<bool(const fs::path&)>& isWanted)
 {
     for (fs::path folder = source.parent_path(); folder.has_relative_path();
@@ -66,7 +66,7 @@ bool Exists(const fs::path& path)
     return fs::exists(path, ignored);
 }
 
-/// Appends the words of a file of options, whose folders are relative to `folder`.
+/// Appends the words of an options file; its folders are relative to `folder`.
 void AddOptions(const std::vector<std::string>& words, const fs::path& folder,
                 std::vector<std::string>& options)
 {

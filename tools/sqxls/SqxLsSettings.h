@@ -11,7 +11,7 @@
 struct SqxLsSettings {
     std::vector<std::string> options;  // of the compiler, in the spelling of its command line
     std::string stateFolder;           // of sqxmake; empty: '.sqxmake' beside or above a source
-    std::string preview = "sqxview";   // program
+    std::string preview = "sqxview";   // program that shows previews
     bool showsDetails = true;          // as inlay hints
     bool showsArguments = true;
 };

@@ -19,7 +19,7 @@ bool IsMacro(const QxIndexedName& name)
     return name.kind == QxNameKind::Macro;
 }
 
-/// A macro of that name is all that a call of it means.
+/// Returns the overloads of a name. A macro of that name hides them.
 Overloads OverloadsOf(const QxSourceIndex& index, const std::string& name)
 {
     Overloads overloads;
@@ -47,7 +47,7 @@ std::vector<std::string> FormalsOf(const QxIndexedName& function)
     return texts;
 }
 
-/// The formals as parts of the declaration.
+/// Returns the formal parameters as ranges of the declaration's text.
 SqxJson ParametersOf(const QxIndexedName& function)
 {
     SqxJson parameters = SqxJson::array();
@@ -61,7 +61,8 @@ SqxJson ParametersOf(const QxIndexedName& function)
     return parameters;
 }
 
-/// The overload that the checks have chosen for the call by that name; -1 if they have seen none.
+/// Returns the overload that the compiler has chosen for the call; -1 if it has not checked the
+/// call.
 int ChosenOf(const SqxLsCursor& cursor, std::size_t callBegin)
 {
     const SqxLsPlace name = cursor.text->PlaceOf(callBegin);
@@ -72,7 +73,7 @@ int ChosenOf(const SqxLsCursor& cursor, std::size_t callBegin)
     return -1;
 }
 
-/// That one, or the first that takes so many arguments.
+/// Returns the index of that overload, or of the first one with enough parameters.
 std::size_t ActiveOf(const SqxLsCursor& cursor, const SqxLsContext& context,
                      const Overloads& overloads)
 {

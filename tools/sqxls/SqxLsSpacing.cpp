@@ -1,5 +1,5 @@
-// What is a matter of taste stays as it is: blanks around '.', and between a type or a space and
-// the parenthesis after it.
+// Blanks that are a matter of taste stay unchanged: those around '.', and those between a type or a
+// space and the parenthesis after it.
 //
 // Tested by tests/sqxls/SqxLsFormatTest.cpp.
 
@@ -74,7 +74,7 @@ bool SqxLsSpacing::IsUnary(std::size_t i) const
         return false;
     case Kind::Sign:
         return !IsOneOf(before.text, ")]");
-    case Kind::Keyword:  // a kind of shader may name a variable
+    case Kind::Keyword:  // a shader type may be the name of a variable
         return IsStatementWord(before) || IsType(before);
     case Kind::Text:  // the space of a cast
     case Kind::Comment:

@@ -68,7 +68,7 @@ SqxJson SymbolsOwnedBy(const SqxLsIndexed& indexed, int owner)
     return symbols;
 }
 
-/// Whether the letters of a query appear in a name in their order, whatever their case.
+/// True if the letters of the query appear in the name in the same order, ignoring case.
 bool Matches(std::string_view query, std::string_view name)
 {
     const auto lower = [](char c) { return std::tolower(static_cast<unsigned char>(c)); };
@@ -108,7 +108,7 @@ void ForEachDefinition(const SqxLsText& text, Visit visit)
     }
 }
 
-/// The sources below the folders of the workspace, and the open ones.
+/// Returns the sources in the folders of the workspace, and the open ones.
 std::set<std::string> SourcesOf(SqxLsWorkspace& workspace)
 {
     constexpr std::size_t k_most = 5000;

@@ -2,9 +2,10 @@
 
 #include "sqxls/SqxLsWorkspace.h"
 
-/// `textDocument/documentSymbol`: shaders and functions with their parameters and locals, macros.
+/// `textDocument/documentSymbol`: returns shaders and functions with their parameters and locals,
+/// and macros.
 [[nodiscard]] SqxJson SqxLsDocumentSymbols(SqxLsWorkspace& workspace, const SqxJson& params);
 
-/// `workspace/symbol`: shaders and functions of all sources in the folders of the workspace, found
-/// by their tokens. Reads the files each time.
+/// `workspace/symbol`: returns shaders and functions of all sources in the folders of the
+/// workspace, found by their tokens. Reads the files each time.
 [[nodiscard]] SqxJson SqxLsWorkspaceSymbols(SqxLsWorkspace& workspace, const SqxJson& params);

@@ -8,7 +8,8 @@
 
 namespace {
 
-/// The bytes of the character at the start of a text that is not empty, and its UTF-16 units.
+/// The length of the first character of a text, in bytes and in UTF-16 units. The text must not be
+/// empty.
 struct Character {
     std::size_t bytes = 1;
     std::size_t units = 1;
@@ -81,7 +82,7 @@ std::size_t SqxLsText::OffsetOf(const SqxLsPosition& position) const
         const Character character =
             CharacterAt(std::string_view(m_bytes).substr(offset, end - offset));
         units += character.units;
-        if (units > position.character)  // in the middle of a pair
+        if (units > position.character)  // in the middle of a surrogate pair
             break;
         offset += character.bytes;
     }
@@ -96,7 +97,7 @@ std::size_t SqxLsText::OffsetOf(const SqxLsPlace& place) const
     const std::size_t end =
         line + 1 < m_compilerLines.size() ? m_compilerLines[line + 1] - 1 : m_bytes.size();
     std::size_t begin = m_compilerLines[line];
-    if (line == 0 && m_bytes.starts_with(k_byteOrderMark))  // which the compiler does not count
+    if (line == 0 && m_bytes.starts_with(k_byteOrderMark))  // the compiler does not count it
         begin += k_byteOrderMark.size();
     return std::min(begin + static_cast<std::size_t>(std::max(place.column, 1)) - 1, end);
 }

@@ -40,15 +40,18 @@ public:
     [[nodiscard]] const std::string& Bytes() const { return m_bytes; }
     [[nodiscard]] std::string_view Part(const SqxLsSpan& span) const;
 
-    // A place after the end of a line or of the text means that end, as in the protocol.
+    // A position after the end of a line or of the text is moved back to that end, as the protocol
+    // requires.
     [[nodiscard]] std::size_t OffsetOf(const SqxLsPosition& position) const;
     [[nodiscard]] std::size_t OffsetOf(const SqxLsPlace& place) const;
     [[nodiscard]] SqxLsPosition PositionOf(std::size_t offset) const;
     [[nodiscard]] SqxLsPlace PlaceOf(std::size_t offset) const;
 
-    /// The line that contains the offset, without its line break and the blanks at both ends.
+    /// Returns the line that contains the offset, without its line break and the blanks at both
+    /// ends.
     [[nodiscard]] SqxLsSpan LineAround(std::size_t offset) const;
-    /// The letters, digits and underscores around the offset, or those that end at it. May be
+    /// Returns the letters, digits and underscores around the offset, or those that end at it. May
+    /// be
     /// empty.
     [[nodiscard]] SqxLsSpan WordAt(std::size_t offset) const;
 
@@ -59,8 +62,8 @@ private:
     void FindLines();
 
     std::string m_bytes;
-    std::vector<std::size_t> m_lines;          // starts in the protocol: LF, CR LF or CR end one
-    std::vector<std::size_t> m_compilerLines;  // starts in the compiler: a CR alone ends none
+    std::vector<std::size_t> m_lines;          // line starts: LF, CR LF and CR end a line
+    std::vector<std::size_t> m_compilerLines;  // as the compiler counts: a CR alone ends none
 };
 
 [[nodiscard]] bool SqxLsIsWordByte(char c);

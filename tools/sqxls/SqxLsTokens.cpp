@@ -1,6 +1,6 @@
-// The layout of a source needs what the scanner of the compiler throws away, and must not expand
-// macros, so it has a separate scanner. Where the two disagree, about a byte that is no token, this
-// one says `Broken`, and nothing is laid out again.
+// Formatting needs comments and blanks, which the scanner of the compiler discards, and must not
+// expand macros, so it has a separate scanner. A byte that no token can contain becomes a `Broken`
+// token, and the source is not formatted.
 //
 // Tested by tests/sqxls/SqxLsFormatTest.cpp.
 
@@ -37,7 +37,7 @@ public:
             const std::size_t begin = m_at;
             const Kind kind = Scan();
             tokens.push_back({kind, {begin, m_at}, m_source.substr(begin, m_at - begin)});
-            if (kind != Kind::Comment)  // which is a blank to the preprocessor
+            if (kind != Kind::Comment)  // a comment is a blank to the preprocessor
                 m_startsLine = false;
         }
         return tokens;
@@ -78,8 +78,8 @@ private:
         return TakeSign();
     }
 
-    /// A backslash before the line break joins the next line to it, and so does a comment in a
-    /// directive.
+    /// Reads to the end of the line, which a backslash before the line break, or in a directive a
+    /// comment, extends to the next line.
     Kind TakeLine(Kind kind)
     {
         for (; m_at < m_source.size() && m_source[m_at] != '\n'; ++m_at) {
@@ -189,7 +189,8 @@ std::vector<std::size_t> SqxLsPartnersOf(const std::vector<SqxLsToken>& tokens)
             open.push_back(i);
         if (closing == std::string_view::npos)
             continue;
-        // A brace closes what is open in its block: parentheses are forgotten more often.
+        // A closing brace also closes brackets that are open in its block: a missing parenthesis is
+        // more common than a missing brace.
         while (closing == 2 && !open.empty() && tokens[open.back()].text != "{")
             open.pop_back();
         if (open.empty() || tokens[open.back()].text != k_opening.substr(closing, 1))

@@ -27,6 +27,6 @@ struct SqxLsToken {
 /// Returns the tokens of a source, which must outlive them. Only blanks separate them. O(n).
 [[nodiscard]] std::vector<SqxLsToken> SqxLsTokensOf(std::string_view source);
 
-/// For each token that is a bracket the position of its partner; for every other token, and for a
-/// bracket without a partner, its own position.
+/// Returns for each bracket the index of its partner; for any other token, and for a bracket
+/// without a partner, its own index.
 [[nodiscard]] std::vector<std::size_t> SqxLsPartnersOf(const std::vector<SqxLsToken>& tokens);

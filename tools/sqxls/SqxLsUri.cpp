@@ -9,12 +9,12 @@
 std::string SqxLsPathOf(std::string_view uri)
 {
     constexpr std::string_view k_scheme = "file://";
-    if (uri.starts_with('/'))  // no URI, but some clients send the bare path
+    if (uri.starts_with('/'))  // not a URI, but some clients send the bare path
         return std::filesystem::path(uri).lexically_normal().string();
     if (!uri.starts_with(k_scheme))
         return std::string(uri);
     std::string_view rest = uri.substr(k_scheme.size());
-    rest.remove_prefix(std::min(rest.find('/'), rest.size()));  // the name of this machine
+    rest.remove_prefix(std::min(rest.find('/'), rest.size()));  // skips the name of this machine
     std::string path;
     for (std::size_t i = 0; i < rest.size(); ++i) {
         unsigned code = 0;

@@ -1,4 +1,5 @@
-// The words of strings, which no table of the compiler has with their meanings.
+// The words that have a meaning in strings. The compiler's tables do not contain them with their
+// meanings.
 //
 // Tested by tests/sqxls/SqxLsCompletionTest.cpp.
 

@@ -22,7 +22,7 @@ struct SqxLsAnalysis {
     std::set<std::string> dependsOn;  // paths that it has read or has searched without success
     std::map<std::string, std::shared_ptr<const SqxLsText>> texts;  // by path
 
-    /// A file that was read, by any of its names; null for another one.
+    /// Returns a file that was read, by any of its names; null for any other file.
     [[nodiscard]] const SqxLsText* TextOf(const std::string& path) const;
 };
 
@@ -64,7 +64,7 @@ public:
     {
         return m_documents;
     }
-    /// Null if no editor has it open.
+    /// Returns null if no editor has the file open.
     [[nodiscard]] const SqxLsDocument* DocumentAt(const std::string& path) const;
 
     /// Returns the analysis of a document: of itself, or of an open source that includes it.

@@ -1,7 +1,7 @@
-// Answers editors' questions about shaders while they are written.
+// Runs the language server, which answers requests of editors about shaders.
 //
-// One thread reads, so that a request can be cancelled while another one is answered; the main
-// thread, whose stack is the largest, compiles.
+// One thread reads, so that a request can be cancelled while another one is being answered. The
+// main thread compiles, since its stack is the largest.
 
 #include <cerrno>
 #include <csignal>
@@ -37,7 +37,7 @@ void ReadInput(SqxLsInbox& inbox)
     inbox.Close();
 }
 
-/// A client that does not read any more is gone, and there is no one left to serve.
+/// Ends the program if the client has stopped reading, since no client is left to serve.
 void WriteOutput(const SqxJson& message)
 {
     const std::string text =
@@ -56,9 +56,9 @@ int Serve()
 {
     std::signal(SIGPIPE, SIG_IGN);
 #ifdef __GLIBC__
-    mallopt(M_ARENA_MAX, 1);  // two threads, of which one allocates seldom, share one pool
+    mallopt(M_ARENA_MAX, 1);  // two threads share one memory pool; one of them allocates seldom
 #endif
-    static SqxLsInbox inbox;  // which the other thread may outlive this function with
+    static SqxLsInbox inbox;  // static, since the other thread may use it after the end
     std::thread([] { ReadInput(inbox); }).detach();
     SqxLsServer server(WriteOutput);
     while (const auto message = inbox.Take()) {

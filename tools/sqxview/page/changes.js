@@ -1,18 +1,18 @@
-// What is set on the page is sent to the program, one message at a time: what changes while one is on
-// its way goes into the next, and of each setting only its latest value.
+// Sends the settings that the user changes to the program, one message at a time. Changes during a
+// message are collected for the next one, which contains only the latest value of each setting.
 
 import { showText } from "./elements.js";
 
-const changes = new Map();  // not sent yet; of each setting the latest value
+const changes = new Map();  // not sent yet: setting and latest value
 let isSending = false;
-let mostBytes = Infinity;  // of a message; the program says it
+let mostBytes = Infinity;  // of a message; the program's state contains it
 
-/** The program takes messages of so many bytes. */
+/** Sets the largest message that the program accepts. */
 export function setMostBytes(bytes) {
     mostBytes = bytes;
 }
 
-/** The changes that fit into one message, at least one; they are taken from those to send. */
+/** Removes and returns the changes that fit into one message, at least one. */
 function takeForm() {
     const form = new URLSearchParams();
     for (const [name, value] of changes) {
@@ -25,9 +25,9 @@ function takeForm() {
     return form;
 }
 
-/** Takes a setting and the value that it has from now on, in words of the command line. */
+/** Changes a setting; the value is written as on the command line. */
 export function change(name, value) {
-    changes.delete(name);  // the order of the changes counts
+    changes.delete(name);  // moves it to the end, since the order of changes matters
     changes.set(name, value);
     if (!isSending)
         send();
@@ -52,7 +52,7 @@ async function send() {
     isSending = false;
 }
 
-/** Whether the program does not know yet of all that is set here. */
+/** True if the program has not received all changes yet. */
 export function isChanging() {
     return changes.size > 0 || isSending;
 }

@@ -5,17 +5,17 @@ import { byId, make, showText } from "./elements.js";
 let shaders = [];
 let shownCode = "";
 
-/** Takes the shaders that the program lists. */
+/** Updates the list of shaders, and the byte-code and listing if they are visible. */
 export function takeShaders(now) {
     shaders = now;
     showCode();
     showListing();
 }
 
-/** Shows the byte-code that the fields choose, if it is visible and not shown yet. */
+/** Shows the byte-code of the selected shader and level, unless it is hidden or shown already. */
 export async function showCode() {
     if (shaders.length === 0)
-        return;  // no state has come yet
+        return;  // no state has arrived yet
     const options = shaders.map((shader) => shader.path);
     const select = byId("code-shader");
     if (select.options.length !== options.length)

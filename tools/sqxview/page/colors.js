@@ -1,6 +1,6 @@
-// Colors as numbers of a shader and as words of the browser.
+// Converts colors between the numbers of shaders and the words of browsers.
 
-/** The same as the program's: screens show sRGB, shaders compute with linear values. */
+/** Encodes as the program does: screens show sRGB, shaders compute with linear values. */
 function toScreen(value) {
     const v = Math.min(Math.max(value, 0), 1);
     return v <= 0.0031308 ? v * 12.92 : 1.055 * v ** (1 / 2.4) - 0.055;
@@ -10,12 +10,12 @@ function fromScreen(value) {
     return value <= 0.04045 ? value / 12.92 : ((value + 0.055) / 1.055) ** 2.4;
 }
 
-/** Three linear numbers as "#rrggbb", as a color field holds them. */
+/** Converts three linear numbers to "#rrggbb", the value of a color field. */
 export function colorWord(numbers) {
     return "#" + numbers.map((n) => Math.round(toScreen(n) * 255).toString(16).padStart(2, "0")).join("");
 }
 
-/** The three linear numbers of "#rrggbb". */
+/** Converts "#rrggbb" to three linear numbers. */
 export function colorNumbers(word) {
     const parts = [1, 3, 5].map((i) => parseInt(word.slice(i, i + 2), 16) / 255);
     return parts.map((part) => Number(fromScreen(part).toPrecision(4)));

@@ -1,6 +1,6 @@
-// Controls for values. Each has a field "element", and "show" which takes the numbers or texts to show,
-// or null if there are none. They call "changed" with all of them. A field with the focus is not
-// updated: the user is typing there.
+// Controls for values. Each has "element", its HTML element or elements, and "show", a function that
+// gets the numbers or texts to show, or null if there are none. After a change by the user, "changed"
+// is called with all values. A field with the focus is not updated: the user is typing there.
 
 import { colorNumbers, colorWord } from "./colors.js";
 import { make } from "./elements.js";
@@ -16,14 +16,14 @@ export function numberField(label, changed) {
     });
     const show = (number) => {
         if (document.activeElement === input)
-            return;  // somebody is typing
+            return;  // the user is typing
         input.value = number === null ? "" : Number(number.toPrecision(6));
         input.setAttribute("aria-invalid", "false");
     };
     return { element: input, show };
 }
 
-/** Several numbers side by side. */
+/** Fields for several numbers, side by side. */
 export function numbersControl(labels, changed) {
     let values = labels.map(() => 0);
     const fields = labels.map((label, i) => numberField(label, (number) => {
@@ -38,13 +38,13 @@ export function numbersControl(labels, changed) {
     return { element: fields.map((field) => field.element), show };
 }
 
-/** From 0 to twice the default value, or as far as the value that is set. */
+/** Returns the range from 0 to twice the default value, extended to include the current value. */
 function sliderRange(usual, number) {
     const reach = Math.max(usual === 0 ? 1 : 2 * Math.abs(usual), Math.abs(number));
     return [usual < 0 || number < 0 ? -reach : 0, reach];
 }
 
-/** A number and a slider, whose range follows from the default value `usual`, or null. */
+/** A number field and a slider; its range depends on the default value `usual`, which may be null. */
 export function floatControl(label, usual, changed) {
     const field = numberField(label, (number) => {
         showSlider(number);
@@ -68,7 +68,7 @@ export function floatControl(label, usual, changed) {
     return { element: [slider, field.element], show };
 }
 
-/** Three numbers and the browser's own choice of a color. */
+/** Fields for three numbers, and the browser's color picker. */
 export function colorControl(label, changed) {
     const numbers = numbersControl(["red", "green", "blue"].map((part) => `${label}, ${part}`), (values) => {
         picker.value = colorWord(values);
@@ -108,7 +108,7 @@ export function textControl(label, changed) {
     return { element: [input], show };
 }
 
-/** A parameter, or one of the picture's settings: its name and a control for each element. */
+/** A row for a parameter or a setting of the picture: its name and a control for each element. */
 export function row(name, kind, elements) {
     const lines = elements.map(({ index, control }) => make("div", { className: "element" },
         ...(index === undefined ? [] : [make("span", { className: "index" }, `[${index}]`)]),

@@ -1,9 +1,9 @@
-// Elements of the page: existing ones, and new ones.
+// Finds and creates elements of the page.
 
-/** The element of the page with this id. */
+/** Returns the element of the page with this id. */
 export const byId = (id) => document.getElementById(id);
 
-/** An element with properties, attributes (under "attributes") and children. */
+/** Creates an element with properties, attributes (under "attributes") and children. */
 export function make(tag, { attributes = {}, ...properties } = {}, ...children) {
     const element = Object.assign(document.createElement(tag), properties);
     for (const [name, value] of Object.entries(attributes))
@@ -12,7 +12,7 @@ export function make(tag, { attributes = {}, ...properties } = {}, ...children) 
     return element;
 }
 
-/** Puts a text into an element, which is hidden if there is none. */
+/** Sets the text of an element, and hides the element if the text is empty. */
 export function showText(id, text) {
     byId(id).textContent = text;
     byId(id).hidden = text === "";

@@ -1,4 +1,4 @@
-# Writes the page's files into a source, so that the program needs none of them when it runs.
+# Writes the files of the page into a C++ source, so that the program does not need them at run time.
 # usage: cmake -DFOLDER=... -DOUTPUT=... -P embed.cmake
 set(type_html "text/html")
 set(type_css "text/css")

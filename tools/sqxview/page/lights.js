@@ -1,5 +1,5 @@
-// Lights: all are sent together, as the command line takes them. The controls stay as long as the
-// lights are of the same kinds.
+// Lights. All are sent together, written as on the command line. The controls are reused as long as
+// the lights have the same kinds.
 
 import { change } from "./changes.js";
 import { colorControl, floatControl, row, tripleControl } from "./controls.js";
@@ -8,7 +8,7 @@ import { byId, make } from "./elements.js";
 let lights = [];
 let lightControls = [];
 
-/** A light as the command line takes it. */
+/** Returns a light as written on the command line. */
 function lightWord(light) {
     const places = { point: ["from"], distant: ["from", "to"], ambient: [] }[light.kind];
     return [light.kind, ...places.map((place) => `${place}=${light[place].join(",")}`),
@@ -65,7 +65,7 @@ export function showLights(now, hasLightShader) {
     lightControls.forEach((control, i) => control.show(lights[i]));
 }
 
-/** One more light, of the kind that most scenes want. */
+/** Adds a light of the most common kind. */
 export function addLight() {
     lights.push({ kind: "point", from: [-2.5, 3, -4], to: [0, 0, 0], color: [1, 1, 1], intensity: 1 });
     sendLights();

@@ -1,5 +1,5 @@
-// The page shows what the program says and sends what is changed; it keeps nothing by itself. It
-// asks for the state and gets it once there is a new one, so one question is always on its way.
+// The page shows the state of the program and sends changes to it; it stores nothing itself. The
+// program answers a request for the state when there is a new one, so a request is always open.
 
 import { isChanging, setMostBytes } from "./changes.js";
 import { showCode, takeShaders } from "./code.js";
@@ -17,7 +17,7 @@ function show(now) {
     showFaults(now);
     takeShaders(now.shaders);
     if (isChanging())
-        return;  // it does not know yet what is set here
+        return;  // the state does not contain all changes of the user yet
     showParameters(now.shaders);
     showSettings(now.settings);
     showLights(now.settings.lights, now.shaders.some((shader) => shader.listing.startsWith("light")));

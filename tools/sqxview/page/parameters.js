@@ -1,10 +1,10 @@
-// The parameters of all shaders. The controls stay as long as the parameters are the same.
+// The parameters of all shaders. The controls are reused as long as the parameters are the same.
 
 import { change } from "./changes.js";
 import { colorControl, floatControl, matrixControl, row, textControl, tripleControl } from "./controls.js";
 import { byId, make } from "./elements.js";
 
-/** For one element of a parameter. */
+/** Returns a control for one element of a parameter. */
 function elementControl(type, label, usual, changed) {
     switch (type) {
         case "float": return floatControl(label, usual ? usual[0] : null, changed);
@@ -15,7 +15,7 @@ function elementControl(type, label, usual, changed) {
     }
 }
 
-/** How many numbers or texts one element has. */
+/** Returns the number of numbers or texts in one element. */
 function widthOf(type) {
     return { float: 1, string: 1, matrix: 16 }[type] ?? 3;
 }
@@ -53,7 +53,7 @@ function parameterControl(number, parameter) {
     return { element, show };
 }
 
-const shaderParts = [];  // of each shader: what its controls are for, and the controls
+const shaderParts = [];  // of each shader: its parameters when the controls were made, and the controls
 
 /** Shows the values of all parameters, as the program lists them. */
 export function showParameters(shaders) {

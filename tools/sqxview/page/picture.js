@@ -4,7 +4,7 @@ import { byId } from "./elements.js";
 
 let shownPicture = 0;
 
-/** A new picture takes the place of the old one when it has arrived, so that nothing flickers. */
+/** Replaces the picture only when the new one has arrived, so that nothing flickers. */
 export async function showPicture(state) {
     const { number } = state.picture;
     if (number === 0 || number === shownPicture)
@@ -36,7 +36,7 @@ function statusOf(state) {
     return `Drawing, for ${state.timeLimit} s at most`;
 }
 
-/** Shows the facts of the picture: names, status, and whether it is an old one. */
+/** Shows the names and status of the picture, and whether it is outdated. */
 export function showLook(state) {
     const { picture, shaders } = state;
     const names = shaders.map((shader) => shader.path.split("/").at(-1)).join(" + ");

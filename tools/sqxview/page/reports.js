@@ -1,4 +1,4 @@
-// What the compiler says of the sources, and what goes wrong with the picture.
+// The reports of the compiler, and errors while rendering the picture.
 
 import { byId, make } from "./elements.js";
 
@@ -16,7 +16,7 @@ function reportPart(title, isFault, text, ...more) {
 
 let shownFaults = "";
 
-/** Shows what the compiler, the shaders and the machine say. */
+/** Shows the reports of the compiler, the texts that shaders print, and run-time errors. */
 export function showFaults(state) {
     const parts = [];
     for (const shader of state.shaders) {
@@ -32,7 +32,7 @@ export function showFaults(state) {
         parts.push(["What the shaders say", false, state.picture.notes, []]);
     const text = JSON.stringify(parts);
     if (text === shownFaults)
-        return;  // the same report is not read out again
+        return;  // a screen reader must not read the same report again
     shownFaults = text;
     byId("faults").replaceChildren(...parts.map(([title, isFault, report, excerpts]) =>
         reportPart(title, isFault, report, ...excerpts.map(excerptPart))));

@@ -1,4 +1,4 @@
-// The picture's settings but for the lights.
+// The settings of the picture except the lights.
 
 import { change } from "./changes.js";
 import { colorControl, numberField, numbersControl, row } from "./controls.js";
@@ -19,7 +19,7 @@ function shapeControl() {
     return { element: [select], show: (shape) => { select.value = shape; } };
 }
 
-/** Width and height, which are sent together. */
+/** Fields for width and height, which are sent together. */
 function sizeControl() {
     const numbers = numbersControl(["Width in pixels", "Height in pixels"], (size) => change("size", size.join("x")));
     for (const input of numbers.element)
