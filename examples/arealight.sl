@@ -1,6 +1,6 @@
 /*
- * A shining panel: light of four corners by its middle, weaker to the side, with the soft shadow
- * that a source of that size casts.
+ * A glowing panel, given by its four corners: light from its middle, weaker toward the sides, with
+ * the soft shadow of a light of that size.
  */
 light arealight(float intensity = 1; color lightcolor = 1; string shadowmap = "";
                 float bias = 0.01; uniform float samples = 32;

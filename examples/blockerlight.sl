@@ -1,6 +1,6 @@
 /*
- * A studio lamp behind bars: rods between the lamp and the set keep light away, each with a soft
- * edge, and a glass in front gives the color. What is left is the product of all.
+ * A studio lamp with bars: rods between the lamp and the set block light, each with a soft edge,
+ * and a colored glass filters it. The parts of the light that pass each of them are multiplied.
  */
 light blockerlight(float intensity = 1; color filtercolor = color(1, 0.9, 0.7);
                    point from = point "shader" (0, 0, 0); uniform float rods = 3;
@@ -14,7 +14,7 @@ light blockerlight(float intensity = 1; color filtercolor = color(1, 0.9, 0.7);
 
     passed = 1;
     illuminate (from) {
-        /* Where the ray to the lamp meets the plane of the rods. */
+        /* The point where the ray to the lamp meets the plane of the rods. */
         float along = (away - zcomp(Plamp)) / (zcomp(Plocal) - zcomp(Plamp));
 
         if (along > 0 && along < 1) {

@@ -17,7 +17,7 @@ surface brick(float Ka = 1; float Kd = 0.9; float across = 4; float up = 10; flo
     float ss = column - which;
     float tt = row - course;
 
-    /* A joint is as thick across as it is high, on bricks that are longer than high. */
+    /* Joints are equally thick in both directions, although bricks are longer than high. */
     float jointS = joint * across / up;
     float inside = filterstep(jointS, ss) * filterstep(joint, tt);
     float shade = 1 + shades * (float cellnoise(which, course) - 0.5);

@@ -1,6 +1,6 @@
 /*
- * A soap film: light that the front and the back of the film reflect adds up or cancels out, by
- * the thickness of the film, the angle and the wavelength.
+ * A soap film: light that is reflected by the front and the back of the film adds up or cancels
+ * out, depending on the thickness of the film, the angle and the wavelength.
  */
 surface bubble(float Kr = 0.8; float thickness = 500; float ior = 1.33; float swirl = 200;
                uniform float wavelengths[3] = {650, 530, 460}; string surroundings = "")
@@ -14,7 +14,7 @@ surface bubble(float Kr = 0.8; float thickness = 500; float ior = 1.33; float sw
     color tint = 0;
     uniform float i;
 
-    /* The reflection at the front turns the wave over, that at the back does not. */
+    /* The reflection at the front inverts the wave, the one at the back does not. */
     for (i = 0; i < 3; i += 1)
         setcomp(tint, i, 0.5 - 0.5 * cos(2 * PI * path / wavelengths[i]));
 

@@ -1,4 +1,4 @@
-/* Pits as in orange peel: only the normal moves, so that the outline stays smooth. */
+/* Pits as in orange peel: only the normal changes, so the outline stays smooth. */
 #include "include/shading.h"
 
 displacement bumps(float Km = 0.02; float frequency = 20)

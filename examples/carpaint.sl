@@ -1,6 +1,6 @@
 /*
- * Metallic paint: a base whose color turns with the view, flakes that flash one by one, and a
- * clear coat that mirrors the more the flatter one looks at it.
+ * Metallic paint: a base whose color changes with the view, flakes that flash one by one, and a
+ * clear coat that reflects more at grazing angles.
  */
 surface carpaint(float Ka = 1; float Kd = 0.6; float Kflakes = 0.5; float Kcoat = 1;
                  float roughness = 0.05; uniform float ior = 1.5; float flakesize = 0.02;
@@ -19,7 +19,7 @@ surface carpaint(float Ka = 1; float Kd = 0.6; float Kflakes = 0.5; float Kcoat 
         return specular(Nlayer, V, rough);
     }
 
-    /* Each cell holds one flake, tilted by up to a quarter of the normal's length. */
+    /* Each cell contains one flake, tilted by up to a quarter of the normal's length. */
     vector tilt = vector cellnoise(transform("shader", P) / flakesize) - vector(0.5, 0.5, 0.5);
     normal Nflake = normalize(Nf + 0.5 * tilt);
     color flash = Kflakes * base * highlight(Nflake, 0.1);

@@ -1,6 +1,6 @@
 /*
  * Short, dense fibers: light from the side reaches more of them than light from above, and each
- * tuft leans somewhere else. Tufts that are smaller than a shading point fade out.
+ * tuft leans in another direction. Tufts that are smaller than a shading point fade out.
  */
 surface carpet(float Ka = 0.1; float Kd = 1; float tufts = 100; float lean = 0.3;
                float backscatter = 0.4; color fibercolor = color(0.5, 0.25, 0.15))

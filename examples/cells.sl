@@ -1,7 +1,7 @@
 /*
  * Stones in a wall, leather, cracked mud: each point belongs to the nearest of some scattered
- * seeds. Loops over the neighboring cells look for the two nearest; a layer of cells too far away
- * to matter is passed over.
+ * seeds. Loops over the neighboring cells look for the two nearest; layers of cells that are too
+ * far away are skipped.
  */
 surface cells(float Ka = 0.5; float Kd = 0.8; float frequency = 4; float jitter = 0.8;
               float gap = 0.1; color stone = color(0.6, 0.55, 0.5);

@@ -1,7 +1,7 @@
 /*
  * Two colors in squares over the surface's parameters, with soft edges.
  *
- * Each direction gives a wave that is 0 in even rows and 1 in odd ones; a square is colored where
+ * Each direction has a wave that is 0 in even rows and 1 in odd ones; a square is colored where
  * the two waves differ.
  */
 #define WAVE(x) (smoothstep(0, blur, mod(x, 2)) - smoothstep(1, 1 + blur, mod(x, 2)))

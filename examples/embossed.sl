@@ -1,5 +1,5 @@
 /*
- * Raised writing: a map gives the height. The writing rises along the normal in the shader's
+ * Raised writing, whose height comes from a map. The writing rises along the normal in the shader's
  * space, so that its height does not depend on how the object is scaled in the scene.
  */
 displacement embossed(string map = "letters.tx"; float height = 0.1; uniform float soft = 0.01;

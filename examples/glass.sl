@@ -1,7 +1,7 @@
 /*
- * Clear glass: what a smooth border reflects and what it lets through, from a map of the
- * surroundings if there is one and by rays otherwise. Light that leaves the glass bends the other
- * way.
+ * Clear glass: the light that a smooth surface reflects and the light that it transmits, from a
+ * map of the surroundings if there is one and by rays otherwise. Light that leaves the glass bends
+ * the other way.
  */
 surface glass(float Kr = 1; float Kt = 1; float Ks = 0.8; float roughness = 0.02; float ior = 1.5;
               uniform float deepest = 4; color tint = color(0.95, 1, 0.97);

@@ -1,6 +1,6 @@
 /*
- * Fog that lies on the ground and thins out with the height. The density falls off exponentially,
- * so that its sum along the ray has a closed form.
+ * Fog that lies on the ground and thins out with height. The density falls off exponentially,
+ * so its integral along the ray has a closed form.
  */
 volume groundfog(float density = 0.1; float falloff = 0.5; color fogcolor = color(0.8, 0.85, 0.9);
                  string space = "world")

@@ -1,4 +1,4 @@
-/* Printer's dots: lit as usual, then turned into ink on paper by a screen over the raster. */
+/* Printer's dots: a lit surface, converted to ink on paper by a screen over the raster. */
 #include "include/shading.h"
 
 surface halftone(float Ka = 1; float Kd = 1; float pitch = 8; float angle = 45;
@@ -11,7 +11,7 @@ surface halftone(float Ka = 1; float Kd = 1; float pitch = 8; float angle = 45;
     float x = mod(xcomp(dot), 1) - 0.5;
     float y = mod(ycomp(dot), 1) - 0.5;
 
-    /* A dot of that radius covers as much of its square as is dark. */
+    /* A dot of this radius covers a part of its square that is equal to the darkness. */
     float radius = sqrt(clamp(1 - BRIGHTNESS(lit), 0, 1) / PI);
 
     Oi = 1;

@@ -1,6 +1,6 @@
 /*
- * Shows a value of the surface as a color, by name, for finding faults: a unit vector as its
- * direction, a parameter as a ramp. Prints once for each grid what it shows.
+ * Shows a named value of the surface as a color, for debugging: a unit vector as its direction, a
+ * parameter as a ramp. Prints once per grid which value it shows.
  */
 surface inspect(string what = "normal"; string space = "world"; uniform float verbose = 0)
 {

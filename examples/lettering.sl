@@ -1,6 +1,6 @@
 /*
  * A sign of square pixels: each row of a glyph is a number whose binary digits are the pixels, the
- * first digit at the left. The search ends at the digit that the point lies in.
+ * first digit at the left. The search ends at the digit that contains the point.
  */
 surface lettering(float Ka = 1; float Kd = 0.8; color ink = color(0.1, 0.1, 0.4);
                   color paper = color(1, 1, 0.95);

@@ -2,14 +2,14 @@
  * A planet seen from orbit: continents that rise out of an ocean, deserts around the equator, ice
  * at the poles, clouds with storms, the lights of towns on the night side, and air over it all.
  *
- * The shader works on the unit sphere in its own space. What belongs together (land, sea, clouds)
- * is a function that gives several values at once.
+ * The shader works on the unit sphere in its own space. Land, sea and clouds are functions, some of
+ * which return several values.
  */
 #include "include/shading.h"
 
 #define LATITUDE(p) abs(ycomp(p))
 
-/* Height of the ground over the sea, from -1 to 1, and how rough it is there. */
+/* Height of the ground above the sea, from -1 to 1, and its roughness. */
 float elevation(point p; uniform float octaves; output float rough)
 {
     float height = 0;
@@ -41,7 +41,7 @@ color land(float height; float latitude; uniform color heights[]; color desert; 
     return mix(ground, ice, smoothstep(iceline, iceline + 0.1, latitude + 0.5 * height));
 }
 
-/* Turns a place around an axis by an angle that falls off from the middle of a storm. */
+/* Rotates a point around an axis, by an angle that decreases from the middle of a storm. */
 point stir(point p; point eye; uniform float strength; uniform float size)
 {
     float near = clamp(1 - distance(p, eye) / size, 0, 1);
@@ -50,8 +50,8 @@ point stir(point p; point eye; uniform float strength; uniform float size)
 }
 
 /*
- * How dense the clouds are, and how thick. A storm turns the air around its eye; the first one
- * that a point lies in is the one that counts.
+ * Density and thickness of the clouds. A storm rotates the air around its eye; only the first storm
+ * that contains a point has an effect.
  */
 void clouds(point p; uniform float coverage; uniform float storms; output float density;
             output float thick)
@@ -122,14 +122,14 @@ surface planet(float Ka = 0.02; float Kd = 1; float Ks = 0.6; float roughness = 
 
     clouds(Psphere, coverage, storms, cloudiness, thick);
 
-    /* Light, and where there is none. Towns shine through thin clouds. */
+    /* The lit side and the night side. Towns shine through thin clouds. */
     color day = diffuse(Nf);
     color glint = gloss * (1 - cloudiness) * Ks * specular(Nf, V, roughness);
     float night = 1 - smoothstep(0, 0.2, BRIGHTNESS(day));
     color glow = night * (1 - cloudiness) * towns(Psphere, height, latitude) * townlight;
     color cover = mix(ground, color(1, 1, 1) * (0.7 + 0.3 * thick), cloudiness);
 
-    /* The flatter one looks, the more air lies in between. */
+    /* At grazing angles there is more air in between. */
     float haze = pow(1 - abs(Nf . V), airwidth);
 
     Oi = 1;

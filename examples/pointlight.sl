@@ -1,4 +1,4 @@
-/* A small lamp: light in all directions that fades with the square of the distance. */
+/* A small lamp: light in all directions that decreases with the square of the distance. */
 light pointlight(float intensity = 1; color lightcolor = 1; point from = point "shader" (0, 0, 0))
 {
     illuminate (from) {

@@ -1,4 +1,4 @@
-/* Few flat colors instead of many: value and saturation in steps, the hue untouched. */
+/* Few flat colors instead of many: value and saturation in steps, with unchanged hue. */
 imager posterize(float steps = 4)
 {
     color hsv = ctransform("hsv", Ci);

@@ -1,6 +1,6 @@
 /*
- * Drops on a pane, large ones first and small ones in between. Only the drop that is found first
- * counts, so that no two run into each other; it bends the pane like a lens.
+ * Drops on a pane, large ones first and small ones in between. Only the first drop that is
+ * found has an effect, so drops do not merge; it bends the pane like a lens.
  */
 displacement raindrops(float Km = 0.02; float drops = 5; uniform float sizes = 3;
                        float fullness = 0.6; output varying float wet = 0)

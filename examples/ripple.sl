@@ -1,4 +1,4 @@
-/* Rings around a center, as of a stone in a pond; they fade with the distance. */
+/* Rings around a center, as from a stone in a pond; they fade with distance. */
 displacement ripple(float Km = 0.05; float rings = 12; float fade = 2;
                     uniform float center[2] = {0.5, 0.5})
 {

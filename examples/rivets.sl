@@ -1,4 +1,4 @@
-/* Plates with a row of rivets along each joint; a surface can ask for how high a point lies. */
+/* Plates with a row of rivets along each joint; a surface can query the height of a point. */
 displacement rivets(float Km = 0.02; float plates = 4; float perplate = 6; float size = 0.3;
                     output varying float raised = 0)
 {

@@ -1,6 +1,6 @@
 /*
  * A floor that shows nothing but the shadows on it, to be laid over a photograph: opaque where
- * light is kept away.
+ * light is blocked.
  */
 #include "include/shading.h"
 

@@ -1,4 +1,4 @@
-/* Light from a picture of the sky, which takes the direction from the eye to each point. */
+/* Light from a picture of the sky, looked up in the direction from each point to the eye. */
 light skylight(float intensity = 1; string sky = ""; color above = color(0.5, 0.7, 1))
 {
     solar () {

@@ -1,6 +1,6 @@
 /*
- * Throws a picture: the slide stands before the lamp, in its own space, whose z axis is the
- * beam. Outside of the picture there is no light.
+ * Projects a picture: the slide is in front of the lamp, in a separate space whose z axis is the
+ * beam. Outside the picture there is no light.
  */
 light slideprojector(float intensity = 1; string slide = "slide.tx"; string space = "shader";
                      uniform float fieldofview = 40; uniform float aspect = 1.5;

@@ -1,7 +1,7 @@
 /*
- * Smoke lit by the scene: the ray is walked in steps, each of which takes up some of the light from
- * behind and scatters light from the lamps toward the eye. Steps that can no longer be seen are
- * left out.
+ * Smoke lit by the scene: the ray is divided into steps, each of which absorbs some of the light
+ * from beyond it and scatters light from the lamps toward the eye. Steps that are no longer visible
+ * are skipped.
  */
 #include "include/shading.h"
 

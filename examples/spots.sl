@@ -1,6 +1,6 @@
 /*
- * Spots that do not touch, as on a ladybird or a toadstool: places are tried one after the other,
- * and one that is too near to a spot that is there already gets none.
+ * Spots that do not touch, as on a ladybird or a toadstool: positions are tried one after the
+ * other, and those that are too close to an existing spot are skipped.
  */
 #define MOST 20
 

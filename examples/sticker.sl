@@ -1,6 +1,6 @@
 /*
- * A picture stuck on by its own frame: moved, turned and sized in the object's space, and
- * pressed flat on the side that faces it. The varnish around it stays as it is.
+ * A sticker with a picture: moved, rotated and scaled in the object's space, and projected onto
+ * the side that faces it. The varnish around it is unchanged.
  */
 #include "include/shading.h"
 

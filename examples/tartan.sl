@@ -1,10 +1,10 @@
 /*
- * Woven cloth from a list of stripes. The threads across follow the same list as those along, and
- * the twill shows one or the other.
+ * Woven cloth from a list of stripes. Threads in both directions follow the same list, and the
+ * twill shows one or the other.
  */
 #define STRIPES 5
 
-/* The color of the thread at a place of the pattern, and how far it lies in its stripe. */
+/* The color of the thread at a position of the pattern, and the position in its stripe. */
 void findthread(float place; uniform float widths[]; color colors[]; output color thread;
                 output float within)
 {

@@ -1,6 +1,6 @@
 /*
- * A landscape by height and slope: sand, grass, rock and snow, in bands that the noise frays.
- * Grass and snow do not hold on steep ground.
+ * A landscape by height and slope: sand, grass, rock and snow, in bands with borders that
+ * noise makes irregular. There is no grass or snow on steep ground.
  */
 #include "include/shading.h"
 

@@ -1,4 +1,4 @@
-/* A drawing in flat colors: light comes in steps, and what turns away from the eye is ink. */
+/* A drawing in flat colors: light comes in steps, and parts that turn away from the eye are ink. */
 surface toon(float bands = 3; float outline = 0.3; color inkcolor = color(0.05, 0.02, 0.1))
 {
     normal Nf = faceforward(normalize(N), I);

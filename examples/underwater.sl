@@ -1,4 +1,4 @@
-/* Clear water: red goes first, and what is lost comes back as blue from everywhere. */
+/* Clear water: it absorbs red light first, and adds blue light that it scatters. */
 volume underwater(uniform float absorption[3] = {0.45, 0.08, 0.03};
                   color murk = color(0, 0.15, 0.25))
 {

@@ -1,6 +1,6 @@
 /*
- * The sea: waves of several lengths and directions, each of which pushes the points forward on its
- * crest as well as up. Time moves them; long ones run faster.
+ * The sea: waves of several lengths and directions, each of which moves the points on its crest
+ * forward as well as up. They move with time, and long ones are faster.
  */
 displacement waves(float Km = 1; uniform float speed = 1; string space = "shader";
                    uniform float heights[4] = {0.1, 0.05, 0.03, 0.01};

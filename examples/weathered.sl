@@ -1,7 +1,7 @@
 /*
- * Paint that comes off where the displacement below it is raised, and rust under it. What the
- * other shaders of the object and the scene know is asked for by name; without an answer the
- * shader's own values hold.
+ * Paint that comes off where the displacement below it is raised, and rust under it. Values of
+ * the other shaders of the object and of the scene are queried by name; without an answer the
+ * shader's own values are used.
  */
 #include "include/shading.h"
 

@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
-# Makes docs/gallery.md of the first sentences and docs/images of the pictures of all examples, those
-# of the scenes of examples/renderer and the strips for docs/built-ins.md too.
+# Writes docs/gallery.md from the first sentence of each example, and the pictures in docs/images: of all
+# examples, the scenes of examples/renderer, and the strips for docs/built-ins.md.
 # usage: gallery.sh         after a build of the release preset
-#        gallery.sh --page  prints the page alone
+#        gallery.sh --page  prints only the page
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-# What a shader needs to show what it does, beyond the sphere of plain plastic.
+# Options that show the effect of a shader better than the default, a sphere of plain plastic.
 options_of() {
     case $1 in
         lettering | mandelbrot | raindrops | sticker) echo --square ;;
@@ -26,13 +26,13 @@ is_of_kind() {
     grep -q "^$2 " "$1"
 }
 
-# The first sentence of the comment that an example opens with. A line of options is no comment.
+# Prints the first sentence of the comment at the start of an example, after a line of options.
 first_sentence() {
     sed -n '/^\/\*/,/\*\//p' "$1" | tr '\n' ' ' |
         sed -E 's#^/\*##; s#\*/.*##; s#  ?\* ?# #g; s# +# #g; s#^ ##; s#([.]) .*#\1#; s# $##'
 }
 
-# The scenes of the renderer in a table of a row: pictures, links, and the notes that they open with.
+# Prints a table of the renderer's scenes: pictures, links, and the comment at the start of each scene.
 print_scenes() {
     local row scene name
     for row in '![@](images/renderer-@.png)' --- '[`@`](../examples/renderer/scenes/@.txt)' note; do
@@ -50,13 +50,13 @@ print_page() {
     cat <<'PAGE'
 # Gallery
 
-Every example as `sqxshade` shades it: surfaces on a sphere, displacements, lights and volumes on
-and around plain plastic or a check, imagers over a finished picture. `scripts/gallery.sh` makes the
-pictures and this page of the sources in `examples/`.
+This page shows every example, as `sqxshade` renders it: surfaces on a sphere, displacements, lights
+and volumes on and around plain plastic or a checkerboard, imagers over a finished picture.
+`scripts/gallery.sh` makes the pictures and this page from the sources in `examples/`.
 
 ## Scenes
 
-The [small renderer](../examples/renderer/README.md) that embeds the host library makes these.
+The [small renderer](../examples/renderer/README.md) that embeds the host library makes these pictures.
 
 PAGE
     print_scenes
@@ -81,8 +81,7 @@ make_pictures() {
     done
 }
 
-# The strips of docs/built-ins.md: the sources specify the contents of each tile. A tile has 112
-# pixels.
+# Renders the strips for docs/built-ins.md, whose tiles are 112 pixels wide.
 make_strips() {
     local source name tiles
     for source in examples/strips/*.sl; do
@@ -92,7 +91,8 @@ make_strips() {
     done
 }
 
-# The renderer is built only where its libraries are; without it its pictures stay as they are.
+# Renders the scenes. The renderer is built only if its libraries are installed; otherwise the pictures
+# are kept.
 make_scenes() {
     local folder scene map
     if [ ! -x build/release/bin/renderer ]; then

@@ -1,5 +1,5 @@
 // options: --dso -c
-/* Four small numbers in the room of one; only shared objects have these functions. */
+/* Packs four small numbers into one; only shared objects have these functions. */
 surface packing(output varying float packed = 0)
 {
     float first = 0;

@@ -1,4 +1,4 @@
-/* What several shaders of this folder share. */
+/* Macros and functions that several shaders of this folder use. */
 #ifndef SHADING_H
 #define SHADING_H
 
@@ -14,7 +14,7 @@
     (smoothstep((low) - (fuzz), (low) + (fuzz), x) - \
      smoothstep((high) - (fuzz), (high) + (fuzz), x))
 
-/* Noise in octaves, each finer than the one before; the sum lies around 0. */
+/* Noise in octaves, each finer than the previous one; the mean is 0. */
 float fractalsum(point p; uniform float octaves; uniform float lacunarity; uniform float gain)
 {
     float sum = 0;
@@ -30,7 +30,7 @@ float fractalsum(point p; uniform float octaves; uniform float lacunarity; unifo
     return sum;
 }
 
-/* The same of absolute values: creases where the noise changes its sign. */
+/* The same with absolute values, which has creases where the noise changes its sign. */
 float turbulence(point p; uniform float octaves; uniform float lacunarity; uniform float gain)
 {
     float sum = 0;

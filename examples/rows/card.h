@@ -1,6 +1,6 @@
 /*
- * A test card: strips side by side across s, each of which shows one value. The shader has a
- * variable `shown` for it, and says how many strips there are.
+ * A test card: strips side by side across s, each of which shows one value. The shader
+ * declares the output `shown` for it, and passes the number of strips to CARD.
  */
 #define CARD(count)                    \
     float strip = floor((count) * s); \

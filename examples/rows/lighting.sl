@@ -1,4 +1,4 @@
-/* The ways in which a surface answers to light. */
+/* The ways in which a surface reflects light. */
 #include "card.h"
 
 surface lighting(float roughness = 0.25; uniform float size = 4; output varying color shown = 0)

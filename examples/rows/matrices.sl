@@ -1,4 +1,4 @@
-/* Matrices: their elements, their products, and the ways to make one. */
+/* Matrices: their elements, their products, and the ways to create one. */
 #include "card.h"
 
 surface matrices(matrix given = matrix(2, 0, 0, 0, 0, 2, 0, 0, 0, 0, 2, 0, 0, 0, 0, 1);

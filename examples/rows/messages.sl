@@ -1,4 +1,4 @@
-/* What a shader learns from other shaders, from lights, textures and the scene. */
+/* Queries to other shaders, lights, textures and the scene. */
 surface messages(string map = "grid.tx"; output varying color heard = 0;
                  output varying float answers = 0)
 {

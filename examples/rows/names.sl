@@ -1,5 +1,5 @@
 // options: -w0
-/* The names of shaders, which are not there yet: the compiler says so and takes the empty text. */
+/* Names of shaders, which are not supported yet: the compiler warns, and they are empty. */
 surface names(output string mine = shadername(); output string other = "")
 {
     other = shadername("displacement");

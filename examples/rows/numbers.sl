@@ -1,4 +1,4 @@
-/* Functions of numbers: what each makes of t. */
+/* Functions of numbers, applied to t. */
 #include "card.h"
 
 surface numbers(output varying float shown = 0)

@@ -1,4 +1,4 @@
-/* What rays find: from one point, between two points, and over the hemisphere. */
+/* Results of rays: from one point, between two points, and over the hemisphere. */
 #include "card.h"
 
 surface rays(uniform float samples = 16; string around = "sky.env"; output varying color shown = 0)

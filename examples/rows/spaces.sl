@@ -1,6 +1,6 @@
 /*
- * The ways from one space to another: by names that are known, by names that come with the shader,
- * and by matrices; for points, vectors and normals.
+ * Transforms from one space to another: by constant names, by names in a parameter, and by
+ * matrices; for points, vectors and normals.
  */
 #include "card.h"
 

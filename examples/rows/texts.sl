@@ -1,4 +1,4 @@
-/* Texts: put together, filled in, compared and printed. */
+/* Strings: concatenated, formatted, compared and printed. */
 surface texts(string first = "left"; output string title = ""; output varying float fits = 0)
 {
     uniform string both = concat(first, "-", "right");

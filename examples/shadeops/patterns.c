@@ -1,6 +1,6 @@
 /* Shadeops for patterns.
  *
- *     cc -shared -fPIC -Iruntime -o patterns.so examples/shadeops/patterns.c
+ *     cc -shared -fPIC -Iruntime/shading -o patterns.so examples/shadeops/patterns.c
  *
  * builds the library; woven.sl calls it. */
 
@@ -14,8 +14,8 @@ static float Fraction(float x)
     return x < whole ? x - whole + 1 : x - whole;
 }
 
-/* wave(x): 0 where x is whole, 1 halfway between, and straight lines from one to the other.
- * wave(x, height): the same, that high. */
+/* wave(x): 0 at whole numbers, 1 halfway between them, and linear in between.
+ * wave(x, height): the same, multiplied by the height. */
 
 QX_SHADEOP_TABLE(wave) = {
     {"float wave(float)", "", ""},
@@ -53,8 +53,8 @@ QX_SHADEOP_EXPORT void ramp(void* data, int argc, void** argv)
             colors[first][i] + (position - first) * (colors[first + 1][i] - colors[first][i]);
 }
 
-/* dither(x, y): a threshold between 0 and 1 for each cell of four by four, the next one far from
- * the last; repeated at whole numbers (Bayer, "An optimum method for two-level rendition of
+/* dither(x, y): a threshold between 0 and 1 for each of four by four cells, in which neighbours
+ * differ much; it repeats at whole numbers (Bayer, "An optimum method for two-level rendition of
  * continuous-tone pictures", 1973). */
 
 enum { k_side = 4 };

@@ -1,4 +1,4 @@
-/* filterstep across an edge, by the filters box, triangle, gaussian and catmull-rom. */
+/* filterstep across an edge, with the filters box, triangle, gaussian and catmull-rom. */
 #include "strip.h"
 
 imager filterstrip(uniform float width = 0.3)

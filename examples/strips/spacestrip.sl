@@ -1,5 +1,5 @@
 /*
- * Two components of a color in each space, the first that is named to the right, the other one up:
+ * Two components of a color in each space, the first increasing to the right, the second upward:
  * red and green in "rgb"; hue and value in "hsv"; hue and lightness in "hsl"; x and y of "xyY"; the
  * two signals of "YIQ" from -0.5 to 0.5.
  */

@@ -1,6 +1,6 @@
 /*
- * The same eight values in splines of each basis but "power": catmull-rom, bspline, linear, bezier
- * and hermite, which takes every other value as a slope. Dots are the values.
+ * The same eight values in splines of each basis except "power": catmull-rom, bspline, linear,
+ * bezier and hermite, which uses every other value as a slope. Dots are the values.
  */
 #include "strip.h"
 

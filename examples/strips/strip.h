@@ -1,6 +1,6 @@
 /*
  * A strip of square tiles for an imager: the number of the tile, x to the right and y up within it,
- * and the width of a pixel. CURVE draws a line where y is near to a value.
+ * and the width of a pixel. CURVE draws a line where y is close to a value.
  */
 #define STRIP(count)                                        \
     float format[3] = {1, 1, 1};                            \
@@ -14,7 +14,7 @@
     Oi = 1;                                                 \
     alpha = 1
 
-/* The height of a pixel's column that a curve between two values covers, so that it has no gaps. */
+/* Covers the part of a pixel column between two values of a curve, so that it has no gaps. */
 #define CURVE(from, to, ink)                                                       \
     {                                                                              \
         float low = min(from, to) - pixel;                                         \

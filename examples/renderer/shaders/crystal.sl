@@ -1,5 +1,5 @@
 /*
- * Glass that bends light: what it mirrors and what it lets through are rays. Its shadow is colored
+ * Glass that bends light: reflection and refraction are traced as rays. Its shadow is colored
  * light, darker at its edge, where less light comes through.
  */
 surface crystal(float ior = 1.5; float Ks = 0.6; float roughness = 0.01; color tint = 0.95)

@@ -1,4 +1,4 @@
-/* A globe that is painted by a map of heights: land in bands, and a sea that mirrors the sky. */
+/* A globe colored by a map of heights: land in bands, and a sea that reflects the sky. */
 surface globe(string map = ""; string sky = ""; float sealevel = 0.5; float Ka = 0.6)
 {
     normal Nf = faceforward(normalize(N), I);

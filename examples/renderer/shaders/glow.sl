@@ -1,4 +1,4 @@
-/* A lamp that one looks at. */
+/* The visible surface of a lamp. */
 surface glow(float intensity = 1)
 {
     Oi = 1;

@@ -1,4 +1,4 @@
-/* A thin sheet of colored glass: what passes it has its color. */
+/* A thin sheet of colored glass: light that passes it is filtered by its color. */
 surface pane(float Kr = 0.08; float density = 0.95)
 {
     normal Nf = faceforward(normalize(N), I);

@@ -1,4 +1,4 @@
-/* Light from far away along the z axis of its space, in the color of what is in its way. */
+/* Light from far away along the z axis of its space, colored by objects in its way. */
 light sun(float intensity = 1; color lightcolor = 1; vector to = vector "shader" (0, 0, 1))
 {
     solar (to, 0)
