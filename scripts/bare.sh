@@ -1,14 +1,13 @@
 #!/usr/bin/env bash
-# Runs the README's two commands on a Debian that has nothing but git: once as a new user would, then again
-# without network. Only there does a package show that the scripts forget to install.
-# Needs root, debootstrap, and `ip` of iproute2; the mirror is that of this machine's apt.
+# Runs the two commands of the README on a Debian with only git installed: once as a new user would,
+# then again without network. This shows whether the scripts forget to install a package. Needs
+# root, debootstrap, and `ip` of iproute2; uses the mirror of this machine's apt.
 # usage: bare.sh           tests a clone of HEAD; takes as long as two runs of scripts/test.sh
-#        bare.sh COMMAND   runs that in the system of the last run instead, with network
+#        bare.sh COMMAND   instead runs the command in the system of the last run, with network
 # environment: SLC_BARE_FOLDER  keeps the system, 3 GB with its build, in this folder instead of build/bare.
-#                               Its subfolders base and archives, the system before a run and the packages that were
-#                               fetched, serve the next run; remove them to begin from scratch.
-#              SLC_BARE_CCACHE  a folder of ccache that may serve the builds; the system then has ccache as well,
-#                               which nothing asks for.
+#                               Its subfolders base (the system before a run) and archives (downloaded packages)
+#                               are reused by the next run; remove them to start from scratch.
+#              SLC_BARE_CCACHE  a folder of ccache for the builds; ccache is then also installed in the system.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 folder=$(realpath -m "${SLC_BARE_FOLDER:-build/bare}")
@@ -20,13 +19,14 @@ fail() {
     exit 1
 }
 
-# The first mirror in apt's configuration that has the release $1 itself.
+# Prints the first mirror in apt's configuration that has the release $1.
 mirror_of() {
     apt-get update --print-uris 2>/dev/null |
         sed -nE "s|^'([^']*)/dists/$1/InRelease' .*|\1|p" | head -n 1
 }
 
-# What apt needs to reach the mirror from inside: names, proxies, passwords and certificates of this machine.
+# Copies what apt needs to reach the mirror: host names, proxies, passwords and certificates of this
+# machine.
 copy_network_settings() {
     local file
     for file in /etc/resolv.conf /etc/hosts /etc/apt/auth.conf /etc/apt/auth.conf.d \
@@ -52,8 +52,9 @@ make_base() {
     mv "$folder/base.part" "$folder/base"
 }
 
-# Runs the words after $1 in the clone inside the system; $1 is `network` or `alone`. The mounts belong to that
-# process and end with it. Of this machine's variables only those of proxies are seen inside.
+# Runs the command after $1 in the clone inside the system; $1 is `network` or `alone`. The mounts
+# belong to that process and end with it. Of this machine's variables, only those of proxies are
+# passed on.
 inside() {
     local isolation=()
     [ "$1" = network ] || isolation=(--net)
@@ -93,11 +94,11 @@ if [ -n "$cache" ]; then
 fi
 for connection in network alone; do
     inside "$connection" scripts/quickstart.sh
-    # What it proposes at its end.
+    # The command that quickstart.sh suggests at its end.
     inside "$connection" cmake --install build/release --prefix /root/installed >/dev/null
     inside "$connection" scripts/test.sh
 done
-# The packages are for a system that has nothing to build with.
+# Tests the packages in a system without build tools.
 inside network bash -c 'source scripts/prepare.sh && install_missing "$package_needs" && cmake build/release >/dev/null &&
     cd build/release && cpack -G DEB -B ../packages'
 packages=$(mktemp -d)

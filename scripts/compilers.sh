@@ -1,20 +1,20 @@
 #!/usr/bin/env bash
-# Builds the programs with other compilers, C++ libraries and sizes of addresses, without a warning, and
-# compiles and shades an example with each: the byte-code and the values are those of the release build.
+# Builds the programs with other compilers, C++ libraries and address sizes, without warnings, and
+# compiles and shades an example with each: byte-code and values must be those of the release build.
 # usage: compilers.sh [--install] [NAME...]    after a build of the release preset; all of them by default
-#   --install  installs what is missing for each with apt-get; only one version of libc++ can be installed,
-#              so that the next one replaces it. Without it, what is missing is said and passed over.
-# environment: SLC_COMPILERS_JOBS  how many compile at a time; one for each processor by default
-#              SLC_COMPILERS_TYPE  Debug takes a third of the time, but does not show the warnings that g++ gives
-#                                  when it optimizes; Release by default
+#   --install  installs what is missing for each with apt-get; since only one version of libc++ can be installed,
+#              the next one replaces it. Without this option, rows with missing packages are reported and skipped.
+# environment: SLC_COMPILERS_JOBS  number of parallel compiles; one per processor by default
+#              SLC_COMPILERS_TYPE  Release by default; Debug takes a third of the time, but without the warnings
+#                                  that g++ prints only when it optimizes
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/prepare.sh
 
-# g++ and clang++ 14 are those of Debian 12, whose newest clang++ is 22. It has libc++ 22 as an archive alone. -m32
-# does without g++-multilib: the headers of the kernel are the same for both sizes. Its libc6-dev-i386 replaces
-# compilers for other architectures, which cross.sh installs again. The libc++ of clang++ 14 is missing: before
-# version 20 it cannot read floating-point numbers with std::from_chars.
+# g++ and clang++ 14 are those of Debian 12, whose newest clang++ is 22. Its libc++ 22 exists only as a static library.
+# -m32 does not need g++-multilib, since the kernel headers are the same for both sizes. libc6-dev-i386 replaces
+# compilers for other architectures, which cross.sh installs again. The libc++ of clang++ 14 is left out, since
+# std::from_chars cannot read floating-point numbers before version 20.
 #   name                compiler     packages                                              flags
 compilers='
     g++                 g++          g++
@@ -50,23 +50,23 @@ values() {
     cksum <"$scratch/files/$example.sqx"
 }
 
-# True if the compiler $1 with the flags $2... finds the kernel's headers, and a library of its headers' version.
+# True if the compiler $1 with the flags $2... finds the kernel headers, and a library that matches its headers.
 is_here() {
     printf '#include <cerrno>\n#include <string>\nint main() { return std::hash<std::string>()("") == 0 && errno != 0; }\n' |
         "$@" -std=c++20 -x c++ - -o "$scratch/empty" 2>/dev/null
 }
 
-# What programs are linked with beside the flags $1.
+# Prints the flags for linking programs that are compiled with the flags $1.
 link_flags() {
     [[ $1 != *libc++* ]] || echo -static-libstdc++
 }
 
-# Builds row $1 with the compiler $2 and the flags $3...; the log says why it failed.
+# Builds row $1 with the compiler $2 and the flags $3...; if it fails, the log contains the reason.
 try() {
     local name=$1 compiler=$2 flags=${*:3} build=$PWD/build/compilers/$1 disabled=() link
     link=$(link_flags "$flags")
-    # Libraries are those of this machine's own programs: cpp-httplib is built with GCC's library, and libpng for
-    # one size of addresses.
+    # The installed libraries are built for this machine's own programs: cpp-httplib with GCC's standard library,
+    # and libpng for one address size.
     [[ $name != *libc++ ]] || disabled=(-DCMAKE_DISABLE_FIND_PACKAGE_PkgConfig=ON)
     [[ $name != *m32 ]] || disabled=(-DCMAKE_DISABLE_FIND_PACKAGE_PNG=ON)
     cmake -S . -B "$build" -DCMAKE_BUILD_TYPE="${SLC_COMPILERS_TYPE:-Release}" -DBUILD_TESTING=OFF "-DCMAKE_CXX_FLAGS=$flags -Werror" \
@@ -79,7 +79,7 @@ try() {
         diff "$scratch/expected" "$scratch/actual" >"$scratch/log"
 }
 
-# The warnings of all files are shown and not of the first alone; make and ninja word that differently.
+# Shows the warnings of all files, not only of the first; make and ninja have different options for that.
 keep_going=(-k)
 if command -v ninja >/dev/null; then
     export CMAKE_GENERATOR=Ninja

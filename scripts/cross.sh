@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Builds for another architecture and runs the result in an emulator: compiled shaders must be byte
-# for byte those of this machine, and the values that they compute the same, bit for bit.
+# Builds for another architecture and runs the result in an emulator. Compiled shaders, and the values that they
+# compute, must be the same as on this machine, bit by bit.
 # usage: cross.sh aarch64    after a build of the release preset
-# environment: SLC_AGREE_TESTS, SLC_AGREE_RANDOM  the share of the shaders that byte-code and shared objects are
-#              compared on, as tests/host/AgreementTest.cpp says; a tenth by default, since an emulator is slow
+# environment: SLC_AGREE_TESTS, SLC_AGREE_RANDOM  the share of shaders for which byte-code and shared objects are
+#              compared, see tests/host/AgreementTest.cpp; a tenth by default, since an emulator is slow
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/prepare.sh
@@ -38,7 +38,7 @@ if command -v ccache >/dev/null; then
     export CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache
 fi
 
-# The tests' library comes as sources only.
+# GoogleTest is only available as source.
 if [ ! -d "$work/needs" ]; then
     configure -S /usr/src/googletest -B "$work/googletest" -DCMAKE_INSTALL_PREFIX="$work/needs"
     cmake --build "$work/googletest" --parallel "$(nproc)" --target install
@@ -75,7 +75,7 @@ done
 diff -r "$work/files/native" "$work/files/other"
 echo "Both compilers write the same $(find "$work/files/native" -name '*.sqx' | wc -l) files of byte-code"
 
-# The machines compute the same values.
+# Both machines must compute the same values.
 for side in native other; do
     compiler=c++
     tree=$native
@@ -92,8 +92,8 @@ diff "$work/values.native.txt" "$work/values.other.txt" >"$work/values.diff" || 
 }
 echo "Both machines compute the same $(grep -oE ' [0-9a-f]{8}\b' "$work/values.native.txt" | wc -l) values"
 
-# The tests, with the other compiler as that of shared objects. Commands run this machine's preprocessor: a
-# shell cannot start the other one.
+# Runs the tests, which build shared objects with the cross compiler. Preprocess commands run this machine's
+# sqxcpp, since a shell cannot start the other one.
 mkdir -p "$work/path"
 rm -f "$work/path/c++"
 printf '#!/bin/sh\nexec %s "$@"\n' "${CMAKE_CXX_COMPILER_LAUNCHER:-} $(command -v "$triple-g++")" >"$work/path/c++"

@@ -1,8 +1,8 @@
-# Sourced by the other scripts: installs what the build needs, and builds a preset.
-# Needs the repository's root as the working directory.
+# Sourced by the other scripts: installs missing tools and libraries, and builds a preset.
+# The working directory must be the repository's root.
 
-# What the programs need and how its presence is seen: a command, a file, or a header that the compiler
-# finds.
+# What the programs need, and how to check that it is installed: a command, a file, or a header that the
+# compiler finds.
 #   kind     name            Debian package
 needs='
     command  c++             g++
@@ -17,7 +17,7 @@ needs='
     header   nlohmann/json.hpp nlohmann-json3-dev
 '
 
-# What the tests need beyond that.
+# What the tests need in addition.
 test_needs='
     header   gtest/gtest.h   libgtest-dev
     header   gmock/gmock.h   libgmock-dev
@@ -25,19 +25,19 @@ test_needs='
     command  make            make
 '
 
-# What Debian packages are made with beyond what the programs need.
+# What building Debian packages needs in addition to the programs.
 package_needs='
     command  file            file
     command  dpkg-shlibdeps  dpkg-dev
 '
 
-# What the tests of a page in a browser need beyond that.
+# What the tests of a page in a browser need in addition.
 browser_needs='
     command  chromium        chromium
     command  chromedriver    chromium-driver
 '
 
-# What the tests in an editor need beyond that.
+# What the tests in an editor need in addition.
 editor_needs='
     command  nvim            neovim
 '
@@ -50,7 +50,7 @@ is_present() {
     esac
 }
 
-# What the example of a renderer needs beyond that, 10 MB to fetch.
+# What the example renderer needs in addition, a download of 10 MB.
 renderer_needs='
     header   embree3/rtcore.h libembree-dev
 '
@@ -62,7 +62,7 @@ missing_packages() {
     done <<<"$1"
 }
 
-# Installs the packages $@; asks for nothing.
+# Installs the packages $@ without asking.
 install_packages() {
     local as_root=()
     if ! command -v apt-get >/dev/null; then
@@ -82,7 +82,7 @@ install_packages() {
         apt-get install -y -qq --no-install-recommends "$@"
 }
 
-# Installs the packages that are missing of the table $1, and stays off the network if none is missing.
+# Installs the missing packages of the table $1. Does not use the network if none is missing.
 install_missing() {
     local packages
     mapfile -t packages < <(missing_packages "$1")
@@ -90,7 +90,7 @@ install_missing() {
 }
 
 # Configures the preset $1 and builds its targets $2..., or all of them, in build/$1, with ninja and ccache
-# where they are found.
+# if they are installed.
 build_preset() {
     if [ ! -e "build/$1/CMakeCache.txt" ] && command -v ninja >/dev/null; then
         export CMAKE_GENERATOR=Ninja

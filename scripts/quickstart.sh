@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Builds the compiler from a clean clone, compiles every example with it, and shades them.
+# Builds the programs from a clean clone, compiles every example, and renders their pictures.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/prepare.sh
 
-# Long steps are announced on a terminal.
+# Announces a long step if the output is a terminal.
 announce() {
     [ ! -t 1 ] || printf '\n== %s\n' "$*"
 }
@@ -13,8 +13,8 @@ install_missing "$needs"
 announce "Building the programs in build/release; the first time takes some minutes"
 build_preset release programs
 
-# Compiles one example; its messages are shown only if it fails. A comment in its first line has
-# the options that it needs, if any. The program leaves generated C++ in the working directory.
+# Compiles one example; messages are shown only if this fails. Options that an example needs are in a
+# comment in its first line. The compiler leaves generated C++ in the working directory.
 compile_example() {
     local messages options
     options=$(sed -n '1s|^// options: ||p' "$1")

@@ -1,24 +1,24 @@
 #!/usr/bin/env bash
-# Builds the compiler, compiles the examples, and runs every test: of the release build and, if
-# asked for, of the sanitizer build. The last line says how many passed and failed.
+# Builds the programs, compiles the examples, and runs every test of the release build and, if
+# requested, of the sanitizer build. The last line states how many tests passed and failed.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/prepare.sh
 
-# The sanitizer build takes longer than all the rest, so it is asked for: SLC_TEST_SANITIZERS=1.
+# The sanitizer build takes longer than everything else, so it must be requested: SLC_TEST_SANITIZERS=1.
 sanitizers=${SLC_TEST_SANITIZERS:-0}
-# So are the tests in a browser, which is large to install: SLC_TEST_BROWSER=1.
+# The same holds for the tests in a browser, which is large to install: SLC_TEST_BROWSER=1.
 browser=${SLC_TEST_BROWSER:-0}
-# And those in an editor, Neovim: SLC_TEST_EDITOR=1.
+# For the test in an editor, Neovim: SLC_TEST_EDITOR=1.
 editor=${SLC_TEST_EDITOR:-0}
-# And examples/renderer, which needs Embree: SLC_TEST_RENDERER=1. Where that is here, it is built anyway.
+# For examples/renderer, which needs Embree: SLC_TEST_RENDERER=1. If Embree is installed, it is built anyway.
 renderer=${SLC_TEST_RENDERER:-0}
-# And a build for another architecture, which is run in an emulator: SLC_TEST_ARM=1.
+# For a build for another architecture, which runs in an emulator: SLC_TEST_ARM=1.
 arm=${SLC_TEST_ARM:-0}
 passed=0
 failed=0
 
-# Runs the tests of the preset $1 and adds to the counts.
+# Runs the tests of the preset $1 and adds their results to the counts.
 run_tests() {
     local log="build/$1/ctest.log" summary
     ctest --test-dir "build/$1" --output-on-failure --no-tests=error --parallel "$(nproc)" \
@@ -41,7 +41,7 @@ if [ "$editor" = 1 ]; then
         echo "$0: there is no Neovim and it could not be installed; its test is skipped" >&2
 fi
 [ "$renderer" != 1 ] || install_missing "$renderer_needs"
-# Installs what is missing and builds the programs; the tests come on top.
+# Installs what is missing and builds the programs; the tests are built afterwards.
 scripts/quickstart.sh
 install_missing "$test_needs"
 build_preset release

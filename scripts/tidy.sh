@@ -1,19 +1,19 @@
 #!/usr/bin/env bash
-# Runs clang-tidy as .clang-tidy says, and ends with status 1 if it finds anything. A header is looked
-# at with the sources that include it. A source that was clean, and has not changed since with all that
-# it includes, is passed over.
-# usage: tidy.sh            what differs from the branch main, or else from the last commit
-#        tidy.sh FILE...    those files
-#        tidy.sh --all      the whole tree, which takes an hour the first time
-# environment: SLC_TIDY_JOBS  how many at a time; one for each processor by default
-#              SLC_TIDY_MOST  looks at no more than so many of them
+# Runs clang-tidy with the configuration in .clang-tidy, and ends with status 1 if it finds anything. A
+# header is checked with the sources that include it. A source is skipped if it was clean and neither it
+# nor any file that it includes has changed since.
+# usage: tidy.sh            checks the files that differ from the branch main, or else from the last commit
+#        tidy.sh FILE...    checks these files
+#        tidy.sh --all      checks the whole tree, which takes an hour the first time
+# environment: SLC_TIDY_JOBS  number of files checked at a time; one per processor by default
+#              SLC_TIDY_MOST  maximum number of files to check
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build=build/tidy
 clean=$build/clean
 
-# Generated C++ is made of headers that are written for its macros, and the fakes and the program of
-# the package's test are compiled elsewhere.
+# Prints all sources. Left out are the fakes of tests and the program of the package's test, which are
+# compiled differently.
 sources() {
     git ls-files --cached --others --exclude-standard \
         'src/*.cpp' 'runtime/*.cpp' 'tools/*.cpp' 'tests/*.cpp' 'bench/*.cpp' |
@@ -30,7 +30,7 @@ changed() {
     git ls-files --others --exclude-standard
 }
 
-# The sources among the files $@, and those that include a header among them by name.
+# Prints the sources among the files $@, and those that include a header among them by name.
 sources_of() {
     local file name
     for file in "$@"; do
@@ -46,7 +46,7 @@ sources_of() {
     done | sort -u | grep -xFf <(sources) || true
 }
 
-# What a verdict on the source $1 depends on, as a number: its text with all that it includes.
+# Prints a hash of all that the result for the source $1 depends on: its text with all included files.
 state_of() {
     local preprocess
     preprocess=$(grep -F -B1 "\"file\": \"$PWD/$1\"" "$build/compile_commands.json" |
@@ -69,10 +69,10 @@ if [ "${1-}" = --check ]; then
     exit
 fi
 
-# One command for each source, which the batches of a common build do not give.
+# Each source gets its own compile command; in a unity build, batches of sources share one.
 cmake -S . -B "$build" -DSLC_BATCH_SOURCES=OFF -DCMAKE_BUILD_TYPE=Debug \
     -DCMAKE_C_COMPILER_LAUNCHER= -DCMAKE_CXX_COMPILER_LAUNCHER= >/dev/null
-# The scanner and the parser are made by tools, and their headers are included.
+# Headers of the scanner and the parser are generated, and sources include them.
 cmake --build "$build" --target slc_grammar >/dev/null
 mkdir -p "$clean"
 

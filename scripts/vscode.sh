@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes the extension for Visual Studio Code, build/vscode/shaderqx.vsix. Needs Node.js with npm, and the
+# Builds the extension for Visual Studio Code, build/vscode/shaderqx.vsix. Needs Node.js with npm, and the
 # network the first time.
 set -euo pipefail
 cd "$(dirname "$0")/.."
