@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# What a compile costs beside `cc -fsyntax-only` of the same program in C, in processor time with that of
-# children: with a preprocess command that only copies, and with the preprocessor of the compiler. The
-# commands take turns, run after run, so that a busy machine slows all of them alike.
+# Compares a compile with `cc -fsyntax-only` of the same program in C, by processor time including
+# children: with a preprocess command that only copies, and with the compiler's own preprocessor.
+# The commands alternate, so that a busy machine slows all of them alike.
 # usage: beside_c.sh BIN_DIRECTORY [ROUNDS [LINES...]]
 set -euo pipefail
 bin=$(cd "$1" && pwd)

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Time and memory of straight-line shaders, each ten times as long as the one before it. A step may
-# cost at most 12 times the time, and a statement at most 3 KiB at -O0.
+# Measures time and memory of straight-line shaders, each ten times as long as the previous one. Ten
+# times the length may take at most 12 times as long, and a statement at most 3 KiB at -O0.
 #
-# What is written is the C++ file, which no compiler reads: at -O0 the largest shader has more
-# variables than byte-code can number.
+# The output is the C++ file, which is not compiled: at -O0 the largest shader has more variables
+# than byte-code can number.
 # usage: growth.sh BIN_DIRECTORY [LEVEL [STATEMENTS...]]
 set -euo pipefail
 bin=$(cd "$1" && pwd)

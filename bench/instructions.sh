@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Instructions that the compiler executes, which no other process disturbs, beside those of the table
-# in docs/measurements.md. Its rows say what is compiled: `bench/body.sh` with a number of lines, 0 of
-# them for an empty shader, and the options. Whatever the compiler starts is not counted.
+# Counts the instructions that the compiler executes, which do not depend on other processes, and
+# compares them with the table in docs/measurements.md. Its rows define what is compiled: the
+# options, and `bench/body.sh` with a number of lines, or an empty shader for 0 lines. Programs that
+# the compiler starts are not counted.
 # usage: instructions.sh BIN_DIRECTORY [LINES [OPTION...]]
 set -euo pipefail
 if ! command -v valgrind >/dev/null; then

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# How fast the machine runs byte-code, beside shared objects of the same shaders that the default
-# command builds. Prints the tables of docs/measurements.md: a cell of the first one is the time of
+# Compares the machine running byte-code with shared objects of the same shaders, built by the
+# default command. Prints the tables of docs/measurements.md: a cell of the first one is the time of
 # the machine divided by that of the shared object, with the baseline kernels and with the best ones
-# that the processor has.
+# for the processor.
 # usage: machine.sh BIN_DIRECTORY [SECONDS [SIDE...]]
-# SHADERS in the environment: the names of those to measure.
+# SHADERS in the environment: the names of the shaders to measure.
 set -euo pipefail
 bin=$(cd "$1" && pwd)
 seconds=${2:-0.5}
@@ -17,7 +17,7 @@ cd "$scratch"
 # Preprocessing writes a temporary file next to the source, so do not use a tree that others read.
 cp -r "$root/examples" "$root/bench/machine" .
 unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS
-# The yardstick of the tables: objects for the baseline processor, unless the environment says otherwise.
+# The tables compare with objects for the baseline processor, unless the environment says otherwise.
 export SLC_CC_PROCESSOR=${SLC_CC_PROCESSOR-}
 
 declare -A kinds=(
@@ -31,7 +31,7 @@ order=(arithmetic branches colors matte velvet_flat checker_flat metal fog_flat 
        brick ripple mandelbrot cells spotlight grading)
 read -ra names <<<"${SHADERS:-${order[*]}}"
 
-# Both outputs of a source: NAME.bc and NAME.so.
+# Builds both outputs of a source: NAME.bc and NAME.so.
 build() {
     "$bin/shaderqx" "$1" 2>messages && mv "$2.sqx" "$2.bc" &&
         "$bin/shaderqx" --dso "$1" 2>messages && mv "$2.sqx" "$2.so" || { cat messages; exit 1; }
@@ -53,7 +53,7 @@ largest=planet
 echo
 "$bin/machine_threads" "$seconds" "${names[0]}" "${names[-1]}"
 
-# From the source to a picture, on both roads.
+# From the source to a picture, through byte-code and through a shared object.
 echo
 matte=examples/matte.sl
 size=256x256

@@ -1,6 +1,6 @@
-// Measures commands: the shortest wall time and the largest memory of a number of runs.
+// Measures a command: the shortest elapsed time and the largest memory of several runs.
 // usage: measure RUNS COMMAND [ARGUMENT...]
-// Prints the seconds and the KiB of the process itself, without its children's memory.
+// Prints the seconds, and the KiB of the process itself, without its children.
 
 #include <algorithm>
 #include <chrono>
@@ -18,7 +18,7 @@ struct Cost {
     long kibibytes;
 };
 
-/// The command's messages are not shown. Ends this program if the command fails.
+/// Runs the command once without showing its messages. Ends this program if the command fails.
 Cost RunOnce(char** command)
 {
     const auto start = std::chrono::steady_clock::now();

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Prints a preprocessed shader of about $1 instructions: arithmetic, varying conditions with and
-# without `else`, choices, loops with `break`, and calls of two functions that are expanded in
-# place. Each statement reads what others wrote.
+# without `else`, conditional expressions, loops with `break`, and calls of two functions that are
+# expanded in place. Each statement reads results of others.
 awk -v count="$1" 'BEGIN {
     print "# 1 \"mixed.sl\""
     print "float bent(float a, b)"
@@ -20,7 +20,7 @@ awk -v count="$1" 'BEGIN {
     print "    float f0 = s, f1 = t, f2 = Kd;"
     print "    color c0 = Cs, c1 = tint;"
     print "    vector v0 = vector(N), v1 = I;"
-    # Ten statements make about 310 instructions at -O0.
+    # Ten statements become about 310 instructions at -O0.
     for (i = 0; i < count / 31; ++i) {
         step = i % 10
         k = (i % 13) / 8

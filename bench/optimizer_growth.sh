@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Time and memory of mixed shaders at the levels of optimization, each ten times as long as the one
-# before it. A step may cost at most 15 times the time and 12 times the memory, and the largest at
-# -O2 at most 60 times the time of -O0 and 2 GiB.
+# Measures time and memory of mixed shaders at the levels of optimization, each ten times as long as
+# the previous one. Ten times the length may take at most 15 times as long and 12 times the memory,
+# and the largest shader may take at most 60 times as long at -O2 as at -O0, and 2 GiB.
 #
-# What is written is the C++ file, which no compiler reads: the largest shaders have more variables
-# than byte-code can number.
+# The output is the C++ file, which is not compiled: the largest shaders have more variables than
+# byte-code can number.
 # usage: optimizer_growth.sh BIN_DIRECTORY [INSTRUCTIONS...]
 set -euo pipefail
 bin=$(cd "$1" && pwd)

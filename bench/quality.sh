@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# What the optimizer makes of each example: instructions, parallel runs and varying locals of its
-# main code at -O0, -O1, -O2 and -O3. Smaller is better: each varying local costs storage for every
-# shading point, and each parallel run is a loop over the points.
+# Shows how well the optimizer works on each example: instructions, parallel runs and varying locals
+# of its main code at -O0, -O1, -O2 and -O3. Smaller is better: each varying local takes memory for
+# every shading point, and each parallel run is a loop over the points.
 # usage: quality.sh BIN_DIRECTORY [SHADER...]
 set -euo pipefail
 bin=$(cd "$1" && pwd)
@@ -12,7 +12,7 @@ trap 'rm -rf "$scratch"' EXIT
 
 printf '%-18s %-24s %-20s %s\n' shader '    instructions' '   parallel runs' '  varying locals'
 for shader in "$@"; do
-    # A copy, since what is written beside the source is no other run's then.
+    # A copy, since the compiler writes files next to the source that other runs must not share.
     cp "$shader" "$scratch/shader.sl"
     for level in 0 1 2 3; do
         "$bin/shaderqx" -O$level "-I$(dirname "$shader")" -d "$scratch" "$scratch/shader.sl" >"$scratch/messages" 2>&1 ||

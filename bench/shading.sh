@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# How fast built shaders are, beside hand-written loops over the same arithmetic that the same
-# command compiles. An arithmetic shader may be at most 1.5 times slower. Beside loops over strips of
-# points, which are as fast as vectors let them be, the second table shows what is left to gain.
+# Compares shared objects with hand-written loops for the same arithmetic, compiled by the same
+# command. A shader that only computes may be at most 1.5 times slower. The second table compares
+# with loops over strips of points, which are as fast as vector instructions allow, and shows how
+# much faster shaders could become.
 # usage: shading.sh BIN_DIRECTORY [SECONDS [SHADER...]]
 # OPTIONS in the environment: more options of the C++ compiler, such as -march=native.
 set -euo pipefail
@@ -27,7 +28,7 @@ for shader in "${shaders[@]}" "${limits[@]}"; do
         exit 1
     }
 done
-# The command that the compiler says it uses.
+# The default command, which the compiler prints.
 command=$(sed -n "s/.*SLC_CC_COMMAND.* Will use '\(.*\)' has command.*/\1/p" messages)
 [ -n "$command" ] || {
     echo "$0: the compiler does not print its command"

@@ -1,20 +1,20 @@
 #!/usr/bin/env bash
-# Prints a preprocessed shader that repeats one shape of code $2 times; $1 is one of
+# Prints a preprocessed shader that repeats one form of code $2 times; $1 is one of
 #   nested       conditions inside each other
 #   consecutive  conditions one after the other
 #   else-if      a chain of `else if`
 #   choice       choices of a value inside each other
 #   and          a chain of `&&`
 #   calls        calls of a function of ten lines
-#   unused       a sum over conditions that is not used
+#   unused       a sum over conditions whose result is not used
 #   switch       conditions under a switch that is off
-#   doubling     functions that each call the one before twice, so many calls at the end of all
-#   together     variables that are all alive together
+# doubling     functions that each call the previous one twice, so that there are $2 calls in total
+#   together     variables that are all live at the same time
 #   loops        uniform loops inside each other
-#   dead-loop    a chain around a loop that is not used
-#   dead-if      a chain under conditions that is not used
-#   inverted     that chain in the opposite order, over a loop
-# All conditions vary over the grid, but for those of the last.
+#   dead-loop    a chain of assignments around a loop, whose result is not used
+#   dead-if      a chain of assignments under conditions, whose result is not used
+#   inverted     the same chain in reverse order, in a loop
+# All conditions are varying, except in the last one.
 awk -v shape="$1" -v count="$2" 'BEGIN {
     print "# 1 \"shapes.sl\""
     if (shape == "calls") {

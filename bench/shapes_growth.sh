@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Time of shapes of code that a compiler likes to take the square of. Twice the shape may take
-# little more than twice the time: the two measures of each level are of half the count and of all.
+# Measures the time of forms of code that can lead to quadratic time in a compiler. Twice the size
+# may take little more than twice as long: the two measurements at each level are for half the count
+# and for the whole count.
 # usage: shapes_growth.sh BIN_DIRECTORY [SHAPE COUNT]...
 set -euo pipefail
 bin=$(cd "$1" && pwd)

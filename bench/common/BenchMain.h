@@ -6,8 +6,8 @@
 
 #include "host/QxHost.h"
 
-/// Does the work of a program that measures; the status to end it with. A shader that cannot be
-/// read or run is reported.
+/// Runs the benchmark and returns the exit status of the program. Reports a shader that cannot be
+/// read or run.
 template <class Work>
 [[nodiscard]] int BenchStatusOf(const Work& work)
 {
@@ -20,8 +20,8 @@ template <class Work>
     return 0;
 }
 
-/// The whole of a program that is called with SECONDS NAME...: prints the head of its table, and
-/// then calls `measure` with each name and the seconds to spend on it, which prints a row.
+/// Runs a program that is called with SECONDS NAME...: prints the head of its table, then calls
+/// `measure` with each name and the seconds to spend on it, which prints a row.
 template <class Measure>
 [[nodiscard]] int BenchEachShader(int argc, char** argv, const char* head, const Measure& measure)
 {

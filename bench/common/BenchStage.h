@@ -10,13 +10,12 @@
 
 #include "host/QxHost.h"
 
-/// What a measured shader works on: a grid of which no two points are alike, and three lights.
-///
-/// Lights are counted where a shader adds them up, not where the host runs them: they do not move,
-/// so they are run once.
+/// The scene of a measured shader: a grid whose points all differ, and three lights. The lights are
+/// constant, so the host runs them only once. Measurements contain the summing of light by the
+/// shader, not the evaluation of lights by the host.
 class BenchStage : public QxHostScene {
 public:
-    /// A square of side * side points.
+    /// Creates a square of side * side points.
     explicit BenchStage(unsigned int side) : m_grid(side, side)
     {
         AddAmbientLight({0.1F, 0.1F, 0.1F});
@@ -69,8 +68,7 @@ private:
     std::vector<QxLightInput> m_lights;
 };
 
-/// A shader on a stage, with all that it needs but the evaluation itself. The stage must outlive
-/// it.
+/// A shader with all that it needs except the evaluation itself. The stage must outlive it.
 class BenchAct {
 public:
     BenchAct(std::shared_ptr<const QxShader> shader, BenchStage& stage)
@@ -88,7 +86,7 @@ public:
             variable.Resize(stage.Grid().Size());
         m_run->Initialize(*m_context, m_spaces.data(), m_variables);
     }
-    /// One evaluation.
+    /// Evaluates the shader once.
     void Play()
     {
         m_run->Evaluate(m_points.layout, *m_context, m_points.variables, m_variables,
@@ -105,7 +103,7 @@ private:
     std::vector<QxVar> m_variables;
 };
 
-/// Seconds that the work takes, of `times` that are done one after the other.
+/// Returns the seconds that the work takes: the mean of `times` runs.
 template <class Work>
 [[nodiscard]] double BenchSecondsOf(const Work& work, int times)
 {
@@ -115,7 +113,7 @@ template <class Work>
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count() / times;
 }
 
-/// Of this thread, since some moment.
+/// Returns the processor time of this thread since an arbitrary moment.
 [[nodiscard]] inline double BenchProcessorSeconds()
 {
     std::timespec time{};
@@ -123,7 +121,7 @@ template <class Work>
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
 }
 
-/// The same as `BenchSecondsOf` in time of the processor, which others on the machine do not take.
+/// As `BenchSecondsOf` in processor time, which does not contain the time of other processes.
 template <class Work>
 [[nodiscard]] double BenchProcessorSecondsOf(const Work& work, int times)
 {

@@ -18,7 +18,7 @@
     return bytes;
 }
 
-/// The byte-code of NAME.bc with these kernels.
+/// Reads the byte-code of NAME.bc for these kernels.
 [[nodiscard]] inline std::shared_ptr<const QxShader> BenchProgram(const std::string& name,
                                                                   QxKernelChoice kernels)
 {

@@ -1,6 +1,6 @@
-// What it costs to read, verify and translate byte-code, in processor time: microseconds of the
-// whole file and of one instruction. usage: machine_load SECONDS NAME...
-// For each NAME there is NAME.bc. The instructions counted are those of the file.
+// Measures reading, verifying and translating byte-code, in processor time: microseconds for the
+// whole file and per instruction. usage: machine_load SECONDS NAME... For each NAME there is
+// NAME.bc. The instructions are counted in the file.
 
 #include <algorithm>
 #include <cstdio>

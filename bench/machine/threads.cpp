@@ -1,6 +1,6 @@
-// How many times as many points two threads shade with one program as one thread does: by the
-// clock, and in processor time, as on an otherwise idle machine. usage:
-// machine_threads SECONDS NAME...   For each NAME there is NAME.bc.
+// Measures how many times as many points two threads shade with one shared program as one thread
+// does: in elapsed time, and in processor time, as on an otherwise idle machine. usage:
+// machine_threads SECONDS NAME... For each NAME there is NAME.bc.
 
 #include <algorithm>
 #include <cmath>
@@ -19,7 +19,7 @@ struct Times {
     double clock = 1e30;
     double processor = 1e30;
 
-    /// The least of all rounds: whatever else runs on the machine takes processors away.
+    /// Keeps the shortest times of all rounds, since other processes only lengthen them.
     void TakeLess(const Times& other)
     {
         clock = std::min(clock, other.clock);
@@ -27,7 +27,7 @@ struct Times {
     }
 };
 
-/// Runs each act in a separate thread the given number of times; returns the larger processor time.
+/// Runs each act in a separate thread the given number of times. Returns the larger processor time.
 Times PlayTogether(std::vector<BenchAct*> acts, int times)
 {
     std::vector<double> processor(acts.size());
@@ -53,7 +53,7 @@ void Measure(const std::string& name, double seconds)
     BenchAct first(program, stages[0]);
     BenchAct second(program, stages[1]);
     const double once = BenchProcessorSecondsOf([&] { first.Play(); }, 2);
-    // Long enough that the start of a thread does not count.
+    // Long enough that starting a thread is negligible.
     const int times = std::max(1, static_cast<int>(0.02 / once));
     const int rounds = std::max(1, static_cast<int>(std::ceil(seconds / (3 * times * once))));
     Times alone;

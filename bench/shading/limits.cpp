@@ -1,6 +1,6 @@
-// What vectors could reach: shaders as loops over strips of points whose triples are stored
-// component by component on the stack, so that each inner loop becomes one of vectors. They give
-// the bits of the shaders.
+// The speed that vectorized code could reach: shaders as loops over strips of points whose triples
+// are stored component by component on the stack, so that each inner loop can be vectorized. The
+// results are the same as those of the shaders, bit by bit.
 
 #include "QxColorSpaces.h"
 #include "QxGeometry.h"
@@ -43,7 +43,7 @@ void Store(QxRGBColor* values, const Triples& triples, unsigned int count)
         values[j] = {triples.x[j], triples.y[j], triples.z[j]};
 }
 
-/// Adds up the light of a strip, light by light.
+/// Sums the light of a strip, one light after the other.
 void Diffuse(Triples& sum, const Triples& normals, const QxLightInput* lights, unsigned int count,
              unsigned int first, unsigned int points)
 {

@@ -1,5 +1,5 @@
-// Shaders of examples/ as loops that one would write by hand: the same arithmetic on the same
-// arrays, each value computed once and kept in a register.
+// Shaders of examples/ as hand-written loops: the same arithmetic on the same arrays, with each
+// value computed once and kept in a register.
 
 #include "shading/loops.h"
 #include "QxGeometry.h"

@@ -2,6 +2,7 @@
 
 #include "QxShading.h"
 
-/// A shader as one would write it by hand for a grid, with the parameters' default values.
+/// A hand-written loop that computes a shader over a grid, with the default values of its
+/// parameters.
 using PlainLoop = void(const QxHiddenVariables& grid, unsigned int points,
                        const QxLightInput* lights, unsigned int lightCount);

@@ -1,8 +1,8 @@
-// Compares shared objects of the same shaders, built in two ways: the time of the second divided by
-// that of the first, on grids of several sizes, and in brackets the nanoseconds of processor time
-// that the second takes a point; medians of interleaved rounds. usage: shading_ratios SECONDS
-// SIDE... -- FIRST SECOND NAME... There are FIRST/NAME.sqx and SECOND/NAME.sqx. A grid has SIDE *
-// SIDE points.
+// Compares shared objects of the same shaders that were built in two ways, on grids of several
+// sizes. Prints the time of the second divided by that of the first and, in parentheses, the
+// nanoseconds of processor time per point of the second; medians of interleaved rounds. usage:
+// shading_ratios SECONDS SIDE... -- FIRST SECOND NAME... There are FIRST/NAME.sqx and
+// SECOND/NAME.sqx. A grid has SIDE * SIDE points.
 
 #include <algorithm>
 #include <cstdio>
@@ -26,10 +26,10 @@ double Median(std::vector<double> values)
 
 struct Cell {
     double ratio;
-    double nanoseconds;  // a point
+    double nanoseconds;  // per point
 };
 
-/// In turns, so that a busy machine slows both down.
+/// The runs alternate, so that a busy machine slows both alike.
 Cell CellOf(const std::string& first, const std::string& second, unsigned int side, double seconds)
 {
     BenchStage stage(side);

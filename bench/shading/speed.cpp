@@ -1,7 +1,7 @@
-// Compares built shaders with hand-written loops over the same arithmetic: shading points a second
-// of both on one grid, and how many times slower the shader is.
+// Compares shared objects with hand-written loops for the same arithmetic: shading points per
+// second of both on one grid, and how many times slower the shader is.
 // usage: shading_speed SECONDS LOOPS.so SHADER.sqx...
-// LOOPS.so has a function plain_NAME for each shader of that name, see loops.h.
+// LOOPS.so has a function plain_NAME for each shader NAME, see loops.h.
 
 #include <algorithm>
 #include <bit>
@@ -19,7 +19,7 @@ namespace {
 
 constexpr unsigned int k_side = 48;  // points along an edge of the grid
 
-/// The shortest times of both, in turns, so that a busy machine slows both down.
+/// Returns the shortest times of both. The runs alternate, so that a busy machine slows both alike.
 template <class Shader, class Loop>
 void Compare(const std::string& name, const Shader& shader, const Loop& loop, double seconds)
 {
@@ -36,7 +36,7 @@ void Compare(const std::string& name, const Shader& shader, const Loop& loop, do
                 points / best[1] / 1e6, best[0] / best[1]);
 }
 
-/// Ends the program if both did not compute the same.
+/// Ends the program if the two results differ.
 void CheckAlike(const std::string& name, BenchStage& byShader, BenchStage& byLoop)
 {
     for (const char* variable : {"Ci", "Oi", "P"}) {
