@@ -1,16 +1,16 @@
 #!/usr/bin/env bash
 # Prints a preprocessed shader that repeats one form of code $2 times; $1 is one of
-#   nested       conditions inside each other
+#   nested       nested conditions
 #   consecutive  conditions one after the other
 #   else-if      a chain of `else if`
-#   choice       choices of a value inside each other
+#   choice       nested choices of a value (`? :`)
 #   and          a chain of `&&`
 #   calls        calls of a function of ten lines
 #   unused       a sum over conditions whose result is not used
-#   switch       conditions under a switch that is off
-# doubling     functions that each call the previous one twice, so that there are $2 calls in total
+#   switch       conditions under a constant condition that is false
+#   doubling     functions that each call the previous one twice, with $2 calls in total
 #   together     variables that are all live at the same time
-#   loops        uniform loops inside each other
+#   loops        nested uniform loops
 #   dead-loop    a chain of assignments around a loop, whose result is not used
 #   dead-if      a chain of assignments under conditions, whose result is not used
 #   inverted     the same chain in reverse order, in a loop
