@@ -1,31 +1,32 @@
 #pragma once
 
-// Points in batches, for costly functions.
+// Computes expensive functions for batches of points.
 //
-// A loop that branches at each point of a mask is none of vectors. So the points that are to be
-// computed are picked first, and what a call takes is laid out number by number for a batch of
-// them, so that one loop of vectors computes each component of the result:
+// A loop that branches on a mask at each point cannot be vectorized. So the active points are
+// collected first, and the arguments of a batch of them are stored number by number. Then one
+// vectorized loop computes each component of the result:
 //
 //     operands p, t        numbers  x x x x ..  y y y y ..  z z z z ..  t t t t ..
 //
-// No vector is computed for points that are not active.
+// No vectors are computed for inactive points.
 
 #include "kernels/QxBlocks.h"
 
 namespace QX_KERNEL_SET {
 
-/// Vectors of all instruction sets divide this many points.
+/// This number of points is a multiple of the vector length of every instruction set.
 constexpr unsigned int k_lanes = 8;
 
-/// Below this many points the function of one point is faster than a vector that is mostly unused.
+/// For fewer points, calling the function for each point is faster than a vector that is mostly
+/// unused.
 constexpr unsigned int k_fewestPoints = 3;
 
-/// Points of a mask that are computed together.
+/// The active points that are computed together.
 struct Batch {
     unsigned int points[k_block];
     unsigned int count;
 
-    /// With the places that fill the last vector up.
+    /// The count, rounded up to whole vectors.
     [[nodiscard]] unsigned int Padded() const { return (count + k_lanes - 1) / k_lanes * k_lanes; }
 };
 
@@ -56,7 +57,8 @@ inline void Take(QxVector3& value, const Numbers* numbers, unsigned int j)
     value = {numbers[0].at[j], numbers[1].at[j], numbers[2].at[j]};
 }
 
-/// Copies the numbers of an operand, component by component. Places past the last point repeat it.
+/// Copies the numbers of an operand, component by component, and fills the last vector by repeating
+/// the last point.
 template <class Value>
 inline void Gather(Numbers* numbers, const GridOperand<Value>& operand, const Batch& batch)
 {
@@ -66,7 +68,7 @@ inline void Gather(Numbers* numbers, const GridOperand<Value>& operand, const Ba
         Put(numbers, j, QxAt(operand, batch.points[batch.count - 1]));
 }
 
-/// Fills the next batch, from point `next` on. Returns the point after it.
+/// Fills the next batch, starting at point `next`. Returns the point after its last one.
 inline unsigned int Pick(Batch& batch, const QxPoints& points, unsigned int next)
 {
     for (batch.count = 0; next < points.End() && batch.count < k_block; ++next) {
@@ -76,8 +78,9 @@ inline unsigned int Pick(Batch& batch, const QxPoints& points, unsigned int next
     return next;
 }
 
-/// Runs a function at the points of a mask. `Loops` computes the numbers of the results from those
-/// of the operands, for a count that vectors divide; `Function` is the same for one point.
+/// Computes a function for the points of a mask. `Loops` computes the numbers of the results from
+/// those of the operands, for a count that is a multiple of `k_lanes`; `Function` computes the same
+/// for one point.
 template <class Loops, class Function, class Result, class... Types, std::size_t... k>
 QX_KERNEL_CODE void RunPickedPoints(QxMachineState& state, const QxCode& code,
                                     const QxPoints& points, std::index_sequence<k...>)

@@ -1,11 +1,12 @@
 #pragma once
 
-// Operands in blocks.
+// Copies operands into blocks.
 //
 // A function of many operands, each uniform or varying, would need a separate loop for each
-// choice. Instead its operands are copied into small arrays on the stack, block by block: there the
-// loops are all alike, nothing can alias, triples are stored component by component, and all of it
-// stays in the first-level cache. The result is written after the last read of its block.
+// combination. Instead its operands are copied into small arrays on the stack, one block of points
+// after the other. Then all loops have the same form, nothing can alias, triples are stored
+// component by component, and all data stay in the first-level cache. The result is written after
+// the last read of its block.
 
 #include <algorithm>
 
@@ -18,11 +19,11 @@ constexpr unsigned int k_block = k_qxStrip;
 using Numbers = QxNumbers;
 using Triples = QxTriples;
 
-/// Some of an instruction's points, at most a block of them.
+/// A block: some consecutive points of an instruction.
 struct Block {
     unsigned int first;
     unsigned int count;
-    const QxStopAndBool* mask;  // of the first one on; null for all
+    const QxStopAndBool* mask;  // starts at the first point of the block; null for all points
 
     [[nodiscard]] bool Has(unsigned int j) const { return !mask || QxPoints::QxIsSet(mask[j]); }
     [[nodiscard]] bool IsEmpty() const
@@ -56,7 +57,7 @@ inline void Load(Triples& triples, const GridOperand<QxVector3>& operand, const 
         triples.Set(j, *operand.values);
 }
 
-/// At the block's points; the others keep what they have.
+/// Stores the values at the active points of the block; the other points keep their values.
 inline void Store(const GridOperand<float>& result, const Numbers& numbers, const Block& block)
 {
     if (result.step != 0 && !block.mask)
@@ -81,7 +82,7 @@ inline void Store(const GridOperand<QxRGBColor>& result, const Triples& triples,
                 QxAt(result, block.first + j) = color(j);
 }
 
-/// Calls `work` with one block after the other, but for those without a point.
+/// Calls `work` for one block after the other, except for those without active points.
 template <class Work>
 inline void ForBlocks(const QxPoints& points, const Work& work)
 {

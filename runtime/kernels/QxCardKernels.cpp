@@ -1,5 +1,5 @@
-// The functions that a card computes with a function of the shading headers, and the operators:
-// their rows follow from the cards, see QxCardRows.h.
+// The kernels of operators, and of functions that a function of the shading headers computes. Their
+// rows are generated from the cards, see QxCardRows.h.
 
 #include <algorithm>
 #include <array>

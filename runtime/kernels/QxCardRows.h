@@ -3,17 +3,17 @@
 #include "kernels/QxBatches.h"
 #include "sqx/SqxCardReader.h"
 
-// Rows of the table of kernels that follow from cards: the types of the operands, and the function
-// that computes the result. A card says by its kind of kernel which form of QxKernelForms.h suits.
+// Generates rows of the table of kernels from cards: the types of the operands, and the function
+// that computes the result. The kernel kind of a card selects the form in QxKernelForms.h.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.
 
 namespace QX_KERNEL_SET {
 
-// Elementary functions cost too much to be computed for points that need no result. Without a mask
-// a loop of vectors reads the operands in place; under a mask it reads batches.
+// Elementary functions are too expensive to be computed for inactive points. Without a mask, a
+// vectorized loop reads the operands in place; with a mask, it reads batches.
 
-/// One loop for numbers of a batch.
+/// Computes one number of the result for all points of a batch.
 template <class Function, std::size_t... k>
 inline void ComputeNumbers(Numbers& results, const Numbers* operands, unsigned int count,
                            std::index_sequence<k...>)
@@ -34,8 +34,8 @@ struct NumberLoops {
     }
 };
 
-/// The loops over all points for each choice of varying arguments but the first one, which has
-/// none.
+/// The loops over all points, one for each combination of varying arguments except the one without
+/// any.
 template <class Shapes, class Function, class... Types>
 struct ElementaryShapes;
 
@@ -65,9 +65,9 @@ constexpr QxKernelRow Elementary(SqxPrimitive primitive, Function function)
     return row;
 }
 
-// From cards
+// Generation from cards
 
-/// The C++ type of a type of cards; void for one that needs a kernel written by hand.
+/// The C++ type of a type of cards; void for one that needs a hand-written kernel.
 template <SqxCardType type>
 struct OperandType {
     using Type = void;
@@ -98,7 +98,7 @@ requires(type == SqxCardType::Point || type == SqxCardType::Vector || type == Sq
     using Type = QxVector3;
 };
 
-/// The type of a parameter: a reference for an output.
+/// The C++ type of a parameter; a reference for an output.
 template <class Card, std::size_t i>
 struct ParameterType {
     static constexpr SqxParameter parameter = Card::card.Carried()[i];
@@ -108,7 +108,8 @@ struct ParameterType {
     using Type = std::conditional_t<parameter.isOutput || parameter.isAssigned, Value&, Value>;
 };
 
-/// A row of the form that suits the kind of kernel. A first type that is a reference is the result.
+/// Returns a row in the form of this kernel kind. If the first type is a reference, it is the
+/// result.
 template <SqxKernelKind kind, class First, class... Types, class Function>
 constexpr QxKernelRow RowOfKind(SqxPrimitive primitive, Function function)
 {
@@ -120,7 +121,7 @@ constexpr QxKernelRow RowOfKind(SqxPrimitive primitive, Function function)
         return Each<First, Types...>(primitive, function);
 }
 
-/// `Card::card` is a card with a function, and `Card::Call` a type that calls it.
+/// Returns the row for a card. `Card::card` is a card with a function, and `Card::Call` calls it.
 template <class Card, std::size_t... i>
 constexpr QxKernelRow RowOfCard(std::index_sequence<i...>)
 {
@@ -136,7 +137,8 @@ constexpr QxKernelRow RowOfCard(std::index_sequence<i...>)
     }
 }
 
-/// The row of a card; one without a kernel if the card has no number or wants a kernel by hand.
+/// Returns the row for a card, or an empty row if the card has no number or needs a hand-written
+/// kernel.
 template <class Card>
 constexpr QxKernelRow RowOfCard()
 {

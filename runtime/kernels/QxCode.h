@@ -4,47 +4,47 @@
 
 #include "kernels/QxKernel.h"
 
-/// What the machine does for one instruction.
+/// The action of the machine for one instruction.
 enum class QxCodeStep : std::uint8_t {
-    Kernel,         // within parallel brackets: for the current points
-    Once,           // outside of them: for the whole grid at once, with uniform operands
+    Kernel,         // inside parallel brackets: for the current points
+    Once,           // outside: for the whole grid at once, with uniform operands
     Grid,           // for all points
     GridIf,         // for the points of a flag
-    BeginParallel,  // target: after the end
+    BeginParallel,  // target: after the end of the brackets
     EndParallel,
-    IfTrue,  // within parallel brackets
+    IfTrue,  // inside parallel brackets
     IfFalse,
     EndIf,
-    Goto,        // also within parallel brackets, but not within conditions
-    GotoIfTrue,  // by a uniform flag
+    Goto,        // also inside parallel brackets, but not inside conditions
+    GotoIfTrue,  // tests a uniform flag
     GotoIfFalse,
     BeginLights,  // target: after the loop
     EndLights,    // target: the first instruction of the loop
     Stop,
 };
 
-/// An instruction, made ready to run: 64 bytes, as many as a line of the cache has. Which
-/// fields count is said by the step; the translation fills them in, and a run only reads.
+/// A translated instruction: 64 bytes, which is one cache line. The step determines which fields
+/// are used. The translation fills them in, and runs only read them.
 struct QxCode {
     QxKernel all = nullptr;
     QxKernel masked = nullptr;
     QxPointKernel point = nullptr;        // null: `all` serves a grid of one point too
     const QxOperand* operands = nullptr;  // without counts and the condition
-    std::uint32_t count = 0;              // of them
+    std::uint32_t count = 0;              // number of these operands
     std::uint32_t target = 0;             // index of an instruction
-    std::int32_t number = 0;  // a literal: of a space, shadeop or source line; of a condition, how
-                              // far it is to what follows its brackets
+    std::int32_t number = 0;  // literal: number of a space, shadeop or source line; for a
+                              // condition, the distance to the code after its brackets
     QxOperand flag;           // the condition
     QxCodeStep step = QxCodeStep::Kernel;
     bool whole = false;      // GridIf: reads neighbours, or has effects where the flag is not set
     bool copyFlag = false;   // If: the brackets write their own flag
-    bool pointwise = false;  // BeginParallel: one point after the other
+    bool pointwise = false;  // BeginParallel: runs one point after the other
 };
 
-/// A code block, made ready to run. Codes point into `operands`, which therefore stays as it is
-/// from then on; the block may be moved.
+/// A translated code block. Codes point into `operands`, which must not change afterwards; the
+/// block may be moved.
 struct QxProgramBlock {
-    std::vector<QxCode> codes;          // ended by Stop
+    std::vector<QxCode> codes;          // the last one is Stop
     std::vector<QxOperand> operands;    // of all instructions
     std::vector<std::uint32_t> clears;  // locals that may be read before they are written
 };

@@ -5,10 +5,10 @@
 
 #include "QxShaderSupport.h"
 
-/// The handles of files that a host has given, which is asked once for each name.
+/// Stores the handles of files that the host returns, so that it is asked once for each name.
 class QxFileHandles {
 public:
-    /// O(n) in the names that were asked for. Throws what the host throws.
+    /// Returns the handle of a file. O(n) for n names. Throws what the host throws.
     [[nodiscard]] const void* Find(QxShaderSupport& host, QxFileKind kind, const char* name)
     {
         for (const File& file : m_files)

@@ -1,6 +1,6 @@
-// Filtered steps. The name of the filter is the same for all points, nearly always: it is looked up
-// once for an instruction, and each filter has a separate loop. Where names differ, each point is
-// run by itself. An unknown name means the filter that is the default.
+// The function `filterstep`. The name of the filter is nearly always the same for all points: it is
+// looked up once per instruction, and each filter has a separate loop. If names differ, each point
+// is computed separately. An unknown name selects the default filter.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.
 

@@ -1,5 +1,5 @@
-// Functions whose rows do not follow from their cards: those that look spaces up, those of
-// components, and powers. Most have the names by which generated C++ calls them too.
+// Functions whose rows are not generated from cards: those that look up spaces, those that access
+// components, and powers. Most rows call the macro that generated C++ calls.
 
 #include "QxBuiltInNames.h"
 #include "kernels/QxCardRows.h"
@@ -12,12 +12,12 @@ using Color = QxRGBColor;
 using Matrix = QxMatrix44;
 using Text = const char*;
 
-// A row of the table: name, type of the result, types of the arguments. A function that is cheap
-// may be computed for points that need no result.
+// A row of the table: name, type of the result, types of the arguments. A cheap function may also
+// be computed for inactive points.
 #define CHEAP1(NAME, R, A) Cheap<R, A>(SqxPrimitive::NAME, [](R& r, const A& a) { NAME(r, a); })
 #define EACH2(NAME, R, A, B)                                                                       \
     Each<R, A, B>(SqxPrimitive::NAME, [](R r, const A& a, const B& b) { NAME(r, a, b); })
-// The same for those that look spaces up, with any number of arguments.
+// The same for functions that look up spaces, with any number of arguments.
 #define EACH_IN_SPACE(NAME, ...)                                                                   \
     Each<__VA_ARGS__>(SqxPrimitive::NAME,                                                          \
                       InRun([](QxMachineState& state, auto& r, const auto&... arguments) {         \
@@ -25,8 +25,8 @@ using Text = const char*;
                           NAME(r, arguments...);                                                   \
                       }))
 
-// Powers. A uniform exponent of 1, as of a gamma that a user left alone, or of 2 spares the slowest
-// of the functions, and bases of which none is negative a third of it.
+// Powers. For uniform exponents of 1, such as an unchanged gamma, and of 2, the slowest of the
+// functions is not needed. If no base is negative, it takes a third less time.
 
 struct PowerAtPoint {
     void operator()(float& r, const float& x, const float& y) const { r = QxPowAtPoint(x, y); }
@@ -105,7 +105,7 @@ constexpr QxKernelRow PowRow()
     return row;
 }
 
-// Between a numbered space and the current one.
+// Transforms between a numbered space and the current one
 
 template <template <class> class Call, class As>
 QX_KERNEL_CODE void Transform(QxMachineState& state, const QxCode& code, const QxPoints& points)
@@ -144,7 +144,7 @@ constexpr QxKernelRow k_rows[] = {
     CHEAP1(CALL_PRIM_SETYCOMP, Vector, float),
     CHEAP1(CALL_PRIM_SETZCOMP, Vector, float),
 
-    // The point's own Ng follows the operands.
+    // The geometric normal of the point is passed after the operands.
     Cheap<Vector, Vector, Vector, Vector>(SqxPrimitive::CALL_PRIM_FACEFORWARD, [](Vector& r, const Vector& n, const Vector& incident, const Vector& Ng) {
         r = QxFaceForward(n, incident, Ng);
     }),

@@ -10,18 +10,19 @@
 #include "kernels/QxFileHandles.h"
 #include "sqx/SqxPrimitive.h"
 
-// The function that runs one instruction over many points, and its arguments.
+// The functions that run one instruction for many points, and their arguments.
 
 struct QxCode;
 
-/// How an operand is stored, an element of it: one, three or sixteen floats, a flag of the size of
-/// a float, or the address of a text. `Any` is only wanted, by kernels that look themselves.
+/// How an element of an operand is stored: as one, three or sixteen floats, as a flag of the size
+/// of a float, or as the address of a text. `Any` occurs only as a requirement, of kernels that
+/// check the operand themselves.
 enum class QxStored : unsigned char { Any, Number, Flag, Triple, Matrix, Text };
 
-/// An operand of an instruction that was made ready to run.
+/// An operand of a translated instruction.
 struct QxOperand {
-    std::uint32_t variable = 0;  // its place among the base addresses of a run
-    std::uint32_t step = 0;      // from point to point, in values: 0 if one value serves all points
+    std::uint32_t variable = 0;  // index in the base addresses of a run
+    std::uint32_t step = 0;      // values from one point to the next; 0 for one value
     std::uint32_t size = 1;      // elements of an array
     QxStored stored = QxStored::Any;
 };
@@ -43,35 +44,35 @@ inline bool QxIsEverywhere(const QxPoints& points)
     return !points.mask;
 }
 
-/// A shadeop of a loaded library, called as QxShadeop.h says. `data`: the result of its init
-/// function.
+/// A shadeop of a loaded library, called as QxShadeop.h describes; `data` is passed to the method.
 struct QxLoadedShadeop {
     void (*method)(void* data, int argc, void** argv) = nullptr;
     void* data = nullptr;
     std::string name;
 };
 
-/// A text that a point hands to the scene. Within parallel brackets, where an instruction handles
-/// many points before the next one begins, texts wait until all those points are through.
+/// A text that a point sends to the scene. In parallel brackets an instruction runs for many points
+/// before the next instruction does, so texts are delayed until the brackets have run for all these
+/// points.
 struct QxNote {
     unsigned int point;
-    bool print;  // else a report
+    bool print;  // otherwise it is a report
     std::string text;
 };
 
-/// Counts what an instruction does beyond a few operations at each point, for the limit of steps.
+/// Counts work of instructions that exceeds a few operations per point, for the limit of steps.
 class QxWorkCounter {
 public:
-    /// So many characters, values or states of expressions. Throws if an evaluation has gone on for
-    /// too long; an instruction at many points counts as it goes.
+    /// Adds a number of characters, values or states of regular expressions. Throws if an
+    /// evaluation takes too long; an instruction for many points calls it repeatedly.
     virtual void CountInner(std::size_t work) = 0;
 
 protected:
     ~QxWorkCounter() = default;
 };
 
-/// What points ask the scene at once, and its answers: room that a run keeps from one instruction
-/// to the next.
+/// The queries of all points of an instruction to the scene, and the answers. A run reuses this
+/// memory for all instructions.
 struct QxQuestions {
     QxFileHandles files;
     std::vector<unsigned int> points;
@@ -83,11 +84,11 @@ struct QxQuestions {
     std::vector<QxVector3> directions;
 };
 
-/// What kernels see of a run. The run sets it up before a block, and moves on what changes within
-/// it: the current light, and where values start. Addresses are those of the run or of the host,
-/// and last while the block runs.
+/// The part of a run that kernels access. The run sets it up before a block, and updates the parts
+/// that change within a block: the current light, and the addresses of re-bound variables. The
+/// addresses belong to the run or the host, and are valid while the block runs.
 struct QxMachineState {
-    void** values = nullptr;  // where those of each variable start; references are re-bound here
+    void** values = nullptr;  // by variable; references are re-bound here
     QxGrid grid = {0, 0};
     const QxShadingContext* context = nullptr;
     QxShaderSupport* support = nullptr;
@@ -96,10 +97,10 @@ struct QxMachineState {
     const QxVector3* Ng = nullptr;
     QxLightInput* lights = nullptr;
     unsigned int lightCount = 0;
-    const QxLightInput* light = nullptr;  // that the innermost light loop has come to
-    unsigned int lightNumber = 0;         // as a shared object counts, see `LightMessage`
-    bool lightsAreForP = false;           // they were evaluated for the grid's own points, and hold
-    bool inLight = false;                 // a light shader runs
+    const QxLightInput* light = nullptr;  // current light of the innermost loop over lights
+    unsigned int lightNumber = 0;         // numbered as in a shared object, see `LightMessage`
+    bool lightsAreForP = false;           // the lights were run for the grid, and P has not changed
+    bool inLight = false;                 // a light shader is running
     std::span<const QxLoadedShadeop> shadeops;
     bool notesWait = false;
     std::vector<QxNote> notes;
@@ -107,7 +108,7 @@ struct QxMachineState {
     QxDraws draws;
 
     [[nodiscard]] QxLights Lights() const { return {support, P, lights, lightCount}; }
-    /// Passes a text of a point to the scene, or keeps it until the strip is finished.
+    /// Sends a text of a point to the scene, or stores it until the strip is finished.
     void Emit(unsigned int point, bool print, std::string text)
     {
         if (notesWait)
@@ -119,38 +120,38 @@ struct QxMachineState {
     }
 };
 
-/// Runs an instruction for points of a grid. Operands are found by `code`, their values by `state`;
-/// what is written at points that are not among `points` stays as it is.
+/// Runs an instruction for some points of a grid. `code` identifies the operands, and `state`
+/// contains their values. Results at points that are not in `points` are unchanged.
 using QxKernel = void (*)(QxMachineState& state, const QxCode& code, const QxPoints& points);
 
-/// Runs an instruction for a grid of one point, whose values, uniform or varying, are the first of
-/// their arrays. Gives the same bits as the other kernels.
+/// Runs an instruction for a grid of one point, whose values, uniform or varying, are the first
+/// elements of their arrays. The results have the same bits as those of the other kernels.
 using QxPointKernel = void (*)(QxMachineState& state, const QxOperand* operands);
 
-/// How to run a primitive.
+/// The kernels of a primitive, and its operands.
 struct QxKernelRow {
-    QxKernel all = nullptr;         // every operand uniform or varying
-    QxKernel masked = nullptr;      // the same where the mask is set
+    QxKernel all = nullptr;         // for any combination of uniform and varying operands
+    QxKernel masked = nullptr;      // the same for the points of a mask
     QxPointKernel point = nullptr;  // null: `all` serves one point too
-    /// Of a cheap function with a varying result: for each choice of varying arguments, of which
-    /// the first has bit 0, the kernels for all points and for a mask in turn. Such a function may
-    /// be computed for points that need no result.
+    /// For a cheap function with a varying result: the kernels for each combination of varying
+    /// arguments, in which bit 0 is the first argument; for each combination one for all points and
+    /// then one for a mask. Such a function may also be computed for inactive points.
     const QxKernel* shaped = nullptr;
-    /// Of a light statement: where the mask is not set its flag, the first operand, is false.
+    /// For a light statement: also clears its flag, the first operand, outside the mask.
     QxKernel statement = nullptr;
     const QxStored* operands = nullptr;
-    /// Of a list of arguments after these operands; null if there is none.
+    /// For a list of arguments after these operands; null if there is none.
     const QxStored* rest = nullptr;
     unsigned int operandCount = 0;
     SqxPrimitive primitive{};
-    /// A point's results depend on its own operands alone, and nothing else changes: points may be
-    /// handled in any order.
+    /// The results of a point depend only on its own operands, and there are no other effects, so
+    /// points may be computed in any order.
     bool perPoint = false;
 };
 
 using QxKernelRows = std::span<const QxKernelRow>;
 
-// The kernels of each instruction set.
+// The kernels that are compiled for each instruction set.
 namespace qxbaseline {
 [[nodiscard]] QxKernelRows CardKernels();
 [[nodiscard]] QxKernelRows OperatorKernels();
@@ -174,7 +175,7 @@ namespace qxavx2 {
 [[nodiscard]] QxKernelRows StatementKernels();
 }  // namespace qxavx2
 
-// What no instruction set makes faster.
+// The kernels that would not be faster with any instruction set.
 namespace qxcommon {
 [[nodiscard]] QxKernelRows SceneKernels();
 [[nodiscard]] QxKernelRows QuestionKernels();

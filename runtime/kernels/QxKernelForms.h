@@ -1,28 +1,29 @@
 #pragma once
 
-// Loops over points, around functions of one point.
+// Loops over points that call functions of one point.
 //
-// They are compiled once for each instruction set. `QX_KERNEL_SET` is the namespace of the set and
-// `QX_KERNEL_CODE` the attributes of its loops: only they are compiled for more than the baseline
-// processor, and the run time's inline functions become part of them. So no function that objects
-// share, and of which a linker keeps any one, needs more than the baseline processor.
+// They are compiled once for each instruction set. `QX_KERNEL_SET` is the namespace of the set, and
+// `QX_KERNEL_CODE` contains the attributes of its loops: only these loops are compiled for more
+// than the baseline processor, and the inline functions of the run-time headers are inlined into
+// them. So no function that several object files share, of which the linker keeps an arbitrary one,
+// needs more than the baseline processor.
 //
-// The rows of a table of kernels are made by the form that suits the primitive:
+// The rows of a table of kernels are created by the form that fits the primitive:
 //
-//     form         what it takes                           its loops
-//     Each         a function of one point's operands      one for any mix of uniform and varying
-//                                                          operands, which branches at each point
-//                                                          of a mask: costly ones such as `noise`
-//     Cheap        the same; the first operand is the      one for each mix, which computes all
-//                  result                                  points and keeps those of the mask, so
-//                                                          that it becomes one of vectors
-//     RowPerPoint  a kernel that looks at its operands     its own, see QxBlocks.h
-//     Row          the same, where points see each other   its own
+//     form         argument                                loops
+//     Each         a function of one point's operands      one for all combinations of uniform and
+//                                                          varying operands, which tests the mask
+//                                                          at each point: for expensive functions
+//     Cheap        the same; the first operand is the      one for each combination, which computes
+//                  result                                  all points and stores those of the mask,
+//                                                          so that it can be vectorized
+//     RowPerPoint  a kernel that examines its operands     in the kernel, see QxBlocks.h
+//     Row          the same, if it reads several points    in the kernel
 //
 //     Cheap<float, float, float>(SqxPrimitive::ADD_FLOAT_FLOAT,
 //                                [](float& r, const float& a, const float& b) { r = a + b; })
 //
-// In `Each`, `InRun(f)` hands the run to a function, and `AtPoint(f)` the run and the point.
+// In `Each`, `InRun(f)` passes the run to a function, and `AtPoint(f)` the run and the point.
 
 #include <cstddef>
 #include <type_traits>
@@ -43,7 +44,7 @@ namespace QX_KERNEL_SET {
 template <class Type>
 using Plain = std::remove_cv_t<std::remove_reference_t<Type>>;
 
-/// How values of a type are stored: points, vectors and colors alike.
+/// How values of a type are stored; points, vectors and colors are stored alike.
 template <class Value>
 constexpr QxStored StoredAs()
 {
@@ -59,11 +60,12 @@ constexpr QxStored StoredAs()
         return QxStored::Triple;
 }
 
-/// How each operand is stored, for the verifier and the translation.
+/// The storage of each operand, for the verifier and the translation.
 template <class... Types>
 constexpr QxStored k_stored[] = {StoredAs<Plain<Types>>()..., QxStored::Any};
 
-/// A value in place for a reference, else to read; a text that was never set is empty.
+/// Returns a reference to the value for an output, otherwise its value; a text that was never set
+/// is empty.
 template <class Type>
 inline decltype(auto) Fetch(void* base, std::size_t place)
 {
@@ -76,22 +78,22 @@ inline decltype(auto) Fetch(void* base, std::size_t place)
         return static_cast<const Plain<Type>&>(value);
 }
 
-/// A function that takes the run before its operands.
+/// A function whose first parameter is the run.
 template <class Function>
 struct InRun : Function {
     explicit constexpr InRun(Function) {}
     constexpr InRun() = default;
 };
 
-/// A function that takes the run and the point before its operands.
+/// A function whose first parameters are the run and the point.
 template <class Function>
 struct AtPoint : Function {
     explicit constexpr AtPoint(Function) {}
     constexpr AtPoint() = default;
 };
 
-/// It takes neither. So what it gives at a point hangs on that point's operands alone, and
-/// instructions like it may run strip by strip.
+/// True if the function takes neither. Then its result at a point depends only on the operands at
+/// this point, and such instructions may run strip by strip.
 template <class Function>
 inline constexpr bool k_ofOperandsAlone = true;
 template <class Function>
@@ -99,8 +101,7 @@ inline constexpr bool k_ofOperandsAlone<InRun<Function>> = false;
 template <class Function>
 inline constexpr bool k_ofOperandsAlone<AtPoint<Function>> = false;
 
-/// The call of a function at a point, with the run and the point, if it takes them, before the
-/// operands.
+/// Calls a function for a point, with the run and the point before the operands if it takes them.
 template <class Function>
 struct Applied {
     template <class... Values>
@@ -128,13 +129,13 @@ struct Applied<AtPoint<Function>> {
     }
 };
 
-// Any operand uniform or varying.
+// Loops for operands that are uniform or varying
 
-/// Which points a loop handles: all of them, those of the mask, or those of the mask while the
-/// others' flag becomes false, as a light statement has it.
+/// The points that a loop computes: all, those of the mask, or those of the mask while the flag is
+/// cleared at all other points, as for a light statement.
 enum class Where { All, Masked, Statement };
 
-/// The loop that serves any mix: a uniform operand has a step of 0.
+/// A loop for all combinations: a uniform operand has a step of 0.
 template <class Function, Where where, class... Types, std::size_t... k>
 QX_KERNEL_CODE void RunAny(QxMachineState& state, const QxCode& code, const QxPoints& points,
                            std::index_sequence<k...>)
@@ -156,8 +157,8 @@ void Any(QxMachineState& state, const QxCode& code, const QxPoints& points)
     RunAny<Function, where, Types...>(state, code, points, std::index_sequence_for<Types...>());
 }
 
-/// The one point of a grid: without a loop, and without the steps from point to point. What a run
-/// costs there is mostly the way to the operands.
+/// Computes the single point of a grid, without a loop and without steps from point to point. The
+/// cost of such a run is mostly that of finding the operands.
 template <class Function, class... Types, std::size_t... k>
 inline void RunOne(QxMachineState& state, const QxOperand* operands, std::index_sequence<k...>)
 {
@@ -170,7 +171,7 @@ void One(QxMachineState& state, const QxOperand* operands)
     RunOne<Function, Types...>(state, operands, std::index_sequence_for<Types...>());
 }
 
-/// A row for a function of operands of these types; a reference is written.
+/// Returns a row for a function of operands of these types; references are written.
 template <class... Types, class Function>
 constexpr QxKernelRow Each(SqxPrimitive primitive, Function)
 {
@@ -185,7 +186,7 @@ constexpr QxKernelRow Each(SqxPrimitive primitive, Function)
     return row;
 }
 
-/// A row for a kernel that takes what operands come, a mask or none.
+/// Returns a row for a kernel that handles any operands, with or without a mask.
 template <class... Types>
 constexpr QxKernelRow Row(SqxPrimitive primitive, QxKernel kernel)
 {
@@ -197,7 +198,7 @@ constexpr QxKernelRow Row(SqxPrimitive primitive, QxKernel kernel)
     return row;
 }
 
-/// The same for a kernel that handles each point by itself.
+/// The same for a kernel that computes each point separately.
 template <class... Types>
 constexpr QxKernelRow RowPerPoint(SqxPrimitive primitive, QxKernel kernel)
 {
@@ -208,8 +209,8 @@ constexpr QxKernelRow RowPerPoint(SqxPrimitive primitive, QxKernel kernel)
 
 inline constexpr QxStored k_any = QxStored::Any;
 
-/// The row of an instruction whose operands are of `Types`, and of `Rest` after them: of any kind
-/// and number if that is void.
+/// Returns the row for an instruction whose operands are `Types`, followed by a list of `Rest`; if
+/// `Rest` is void, the list has elements of any kind.
 template <class Rest, class... Types>
 constexpr QxKernelRow ListRow(SqxPrimitive primitive, QxKernel kernel)
 {
@@ -222,10 +223,11 @@ constexpr QxKernelRow ListRow(SqxPrimitive primitive, QxKernel kernel)
     return row;
 }
 
-// Cheap functions, with a separate loop for each choice of varying arguments, so that it can be
-// vectorized.
+// Cheap functions: a separate loop for each combination of varying arguments, so that it can be
+// vectorized
 
-// An operand as a type, so that a loop knows which ones vary and the compiler makes vectors of it.
+// An operand as a type, so that the compiler knows which operands of a loop are varying and can
+// vectorize it.
 template <class Value>
 struct VaryingValues {
     const Value* values;
@@ -248,8 +250,8 @@ inline auto Values(void* base)
         return UniformValue<Value>{*values};
 }
 
-// One of two without a branch, as vector instructions choose. Both were computed: so nothing that
-// is cheap may fault or have an effect, whatever its operands are.
+// Selects one of two values without a branch, as vector instructions do. Both were computed, so a
+// cheap function must not fault or have effects for any operands.
 inline float Select(QxStopAndBool flag, float yes, float no)
 {
     return flag ? yes : no;
@@ -269,7 +271,8 @@ inline Triple Select(QxStopAndBool flag, const Triple& yes, const Triple& no)
                                 flag ? yes[2] : no[2]);
 }
 
-/// One choice of varying arguments, which are types here, so that the body has no step to look up.
+/// The loop for one combination of varying arguments. The arguments are types, so the loop does not
+/// read steps.
 template <class Function, bool masked, class Result, class... Arguments>
 QX_KERNEL_CODE inline void Loop(Result* result, const QxPoints& points,
                                 const Arguments&... arguments)
@@ -287,7 +290,7 @@ QX_KERNEL_CODE inline void Loop(Result* result, const QxPoints& points,
     }
 }
 
-/// The kernel for a choice: bit k of `shape` is set if argument k varies.
+/// The kernel for a combination: bit k of `shape` is set if argument k is varying.
 template <class Function, unsigned int shape, bool masked, class Result, class... Types>
 struct Shaped {
     static void Run(QxMachineState& state, const QxCode& code, const QxPoints& points)
@@ -304,7 +307,7 @@ struct Shaped {
     }
 };
 
-/// A result that shares its storage with an argument is written after the argument was read.
+/// Reads the arguments before it writes the result, since both may share storage.
 template <class Function, class Result, class... Types, std::size_t... k>
 inline void RunOneCheap(QxMachineState& state, const QxOperand* operands, std::index_sequence<k...>)
 {
@@ -320,8 +323,9 @@ void OneCheap(QxMachineState& state, const QxOperand* operands)
     RunOneCheap<Function, Result, Types...>(state, operands, std::index_sequence_for<Types...>());
 }
 
-/// All choices of a function's arguments, as `QxKernelRow::shaped` wants them: 2^n of them, each
-/// for all points and for a mask. Four arguments make 32 loops, so functions of more are not cheap.
+/// All combinations of varying arguments, as in `QxKernelRow::shaped`: 2^n of them, each for all
+/// points and for a mask. Four arguments lead to 32 loops, so functions of more arguments are not
+/// cheap.
 template <class Shapes, class Function, class Result, class... Types>
 struct AllShapes;
 
@@ -331,8 +335,8 @@ struct AllShapes<std::index_sequence<i...>, Function, Result, Types...> {
         Shaped<Function, i / 2, i % 2 != 0, Result, Types...>::Run...};
 };
 
-/// A row for a cheap function, which writes its first operand: at all points of a strip or, under a
-/// mask, at those that have it. It may be computed for points that need no result.
+/// Returns a row for a cheap function, which writes its first operand: at all points of a strip, or
+/// at those of a mask. It may also be computed for inactive points.
 template <class Result, class... Types, class Function>
 constexpr QxKernelRow Cheap(SqxPrimitive primitive, Function function)
 {
@@ -343,9 +347,9 @@ constexpr QxKernelRow Cheap(SqxPrimitive primitive, Function function)
     return row;
 }
 
-// Operands of functions for the whole grid.
+// Operands of functions for the whole grid
 
-/// A varying or uniform operand of a function that goes over the grid by itself.
+/// A varying or uniform operand of a function that loops over the grid itself.
 template <class Value>
 struct GridOperand {
     Value* values;
@@ -358,7 +362,7 @@ inline Value& QxAt(const GridOperand<Value>& operand, unsigned int point)
     return operand.values[point * operand.step];
 }
 
-/// Grants the run time's headers access to neighbouring points.
+/// Gives the run-time headers access to neighbouring points.
 template <class Value>
 inline const Value* QxBeside(const Value*, const GridOperand<Value>& operand)
 {

@@ -1,4 +1,4 @@
-// How surfaces answer to light: QxLitStrips.h for the operands of an instruction.
+// Functions for the light that surfaces reflect, by QxLitStrips.h.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.
 
@@ -16,7 +16,7 @@ void LoadAnswer(QxDiffuseStrip& answer, const QxMachineState& state, const QxCod
     Load(answer.normals, Operand<Vector>(state, code, 1), block);
 }
 
-/// Of a highlight.
+/// Loads the operands of a highlight.
 template <class Answer>
 void LoadAnswer(Answer& answer, const QxMachineState& state, const QxCode& code, const Block& block)
 {
@@ -38,7 +38,7 @@ QX_KERNEL_CODE void Lit(QxMachineState& state, const QxCode& code, const QxPoint
     });
 }
 
-// A scene that knows how to gives all ambient light of a grid at once.
+// A scene may compute the ambient light of a whole grid at once.
 
 void AmbientOverGrid(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {
@@ -57,11 +57,11 @@ constexpr QxKernelRow AmbientRow()
                                        r = QxAmbientCall(state.Lights())(point);
                                    }));
     row.all = AmbientOverGrid;
-    row.point = nullptr;  // one point is a whole grid, too
+    row.point = nullptr;  // a single point is a whole grid, too
     return row;
 }
 
-/// One point takes the run time's own call: blocks do not pay for it.
+/// For one point, calls the function of the run-time headers, since blocks would be slower.
 template <class Answer, class Call, class... Types>
 constexpr QxKernelRow LitRow(SqxPrimitive primitive)
 {

@@ -1,7 +1,7 @@
 #pragma once
 
-// What the kernels have in common that no instruction set makes faster: operands of any kind by
-// address, and rows of instructions that end in a list of them.
+// Common parts of the kernels that would not be faster with any instruction set: addresses of
+// operands of any kind, and rows of instructions that end in a list of them.
 
 #define QX_KERNEL_SET qxcommon
 #define QX_KERNEL_CODE
@@ -12,7 +12,7 @@ namespace qxcommon {
 using Vector = QxVector3;
 using Text = const char*;
 
-/// What one value of this kind takes in memory.
+/// Returns the size in memory of one value that is stored like this.
 [[nodiscard]] inline std::size_t BytesOf(QxStored stored)
 {
     switch (stored) {
@@ -30,14 +30,14 @@ using Text = const char*;
     return sizeof(float);
 }
 
-/// The address of an operand's value at `place`, counted in values from its first one.
+/// Returns the address of the value of an operand at `place`, counted in values from its first one.
 [[nodiscard]] inline char* Address(const QxMachineState& state, const QxOperand& operand,
                                    std::size_t place)
 {
     return static_cast<char*>(state.values[operand.variable]) + place * BytesOf(operand.stored);
 }
 
-/// The row of an instruction that looks at its operands itself.
+/// Returns the row of an instruction that examines its operands itself.
 constexpr QxKernelRow Anything(SqxPrimitive primitive, QxKernel kernel)
 {
     return ListRow<void>(primitive, kernel);

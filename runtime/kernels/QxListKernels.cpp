@@ -1,4 +1,4 @@
-// Functions of lists of arguments, texts, messages, and the calls that evaluate lights.
+// Functions of lists of arguments and of texts, messages, and the calls that run lights.
 
 #include "QxBuiltInNames.h"
 #include "QxSceneNames.h"
@@ -25,8 +25,8 @@ char LetterOf(QxStored stored)
     return 'f';
 }
 
-/// The addresses of an instruction's operands from one on, at one point after the other. A text
-/// that was never set is empty.
+/// The addresses of the operands of an instruction, from a given one on, for one point after the
+/// other. A text that was never set is empty.
 class Arguments {
 public:
     Arguments(const QxMachineState& state, const QxCode& code, std::size_t first)
@@ -111,7 +111,7 @@ void Print(QxMachineState& state, const QxCode& code, const QxPoints& points)
         }
 }
 
-// Messages. The value follows the name, the name follows the texture.
+// Messages. The operands are the texture, if any, the name, and the value.
 
 template <QxMessage message, std::size_t name>
 void Send(QxMachineState& state, const QxCode& code, const QxPoints& points)
@@ -144,7 +144,7 @@ constexpr QxKernelRow MessageRow(SqxPrimitive primitive)
         return ListRow<void, float, Text>(primitive, Send<message, name>);
 }
 
-// Lights
+// Running lights
 
 void EvaluateLights(QxMachineState& state, const QxCode& code, const QxPoints&)
 {

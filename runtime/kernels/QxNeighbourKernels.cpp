@@ -1,6 +1,7 @@
-// What reads neighbours, and so handles the whole grid at once. Differences between neighbours are
-// taken row by row where all points count, see QxDerivatives.h: shared objects call the same
-// functions. The corners of a point's patch are computed for filters over it.
+// Functions that read neighbouring points, and therefore compute the whole grid at once. If all
+// points are active, differences between neighbours are computed row by row, by the functions in
+// QxDerivatives.h that shared objects call too. The corners of the patch of each point are computed
+// for filters.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.
 

@@ -1,7 +1,7 @@
-// Noise, for batches of points, see QxBatches.h: under a mask that pays from one point in 64 on,
-// and takes a quarter to a third of the time where half of the points are set. Without a mask the
-// cheap noise, one value a cell, is computed where its operands stand, since copies would be a
-// third of its time.
+// Noise, computed for batches of points, see QxBatches.h. With a mask, batches are faster if more
+// than one point in 64 is active, and take a quarter to a third of the time if half of the points
+// are. Without a mask, noise with one value per cell is computed in place, since copying the
+// operands would take a third of its time.
 
 #include "QxBuiltInNames.h"
 #include "kernels/QxBatches.h"
@@ -11,7 +11,7 @@ namespace {
 
 using Vector = QxVector3;
 
-/// Computes one component for all points of a batch.
+/// Computes one component of the result for all points of a batch.
 template <class Noise, int n>
 inline void Compute(Numbers& results, const Numbers* operands, unsigned int count,
                     unsigned int seed)
@@ -29,21 +29,22 @@ inline void Compute(Numbers& results, const Numbers* operands, unsigned int coun
     }
 }
 
-/// The loops of a noise: one for each component of the result.
+/// The loops of a noise function, one for each component of the result.
 template <class Noise, class Result, class... Types>
 struct NoiseLoops {
     static void Run(Numbers* results, const Numbers* operands, unsigned int count)
     {
         constexpr unsigned int numbers = (k_numbers<Types> + ...);
         constexpr int n = static_cast<int>(Noise::isPeriodic ? numbers / 2 : numbers);
-        // Components of a triple have seeds from 1 on.
+        // The components of a triple have the seeds 1 to 3.
         constexpr unsigned int firstSeed = k_numbers<Result> == 1 ? 0 : 1;
         for (unsigned int i = 0; i < k_numbers<Result>; ++i)
             Compute<Noise, n>(results[i], operands, count, firstSeed + i);
     }
 };
 
-/// A row for a noise whose operands are the coordinates and then, if it repeats, their periods.
+/// Returns a row for a noise function, whose operands are the coordinates, followed by their
+/// periods if it is periodic.
 template <class Noise, class Result, class... Types, class Function>
 constexpr QxKernelRow NoiseRow(SqxPrimitive primitive, Function function)
 {

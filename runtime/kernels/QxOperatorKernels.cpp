@@ -1,9 +1,10 @@
-// The operators whose rows do not follow from a card, under the names by which generated C++ calls
-// them too: a row calls the same macro, so that both outputs compute the same.
+// Operators whose rows are not generated from cards. A row calls the macro that generated C++
+// calls, so that both outputs compute the same.
 //
-// Most are cheaper than the loop around them. So each has one loop for each choice of varying and
-// uniform operands, with a mask and without, in which the compiler sees plain arrays and makes
-// vectors of them. An operation on matrices and strings has one loop for all choices (Each).
+// Most operators are cheaper than the loop around them. So each has a separate loop for each
+// combination of varying and uniform operands, with and without a mask, in which the compiler sees
+// plain arrays that it can vectorize. Operations on matrices and strings have one loop for all
+// combinations (Each).
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp, which compares with shared objects.
 
@@ -21,10 +22,10 @@ using Matrix = QxMatrix44;
 using Flag = QxStopAndBool;
 using Text = const char*;
 
-// Looked at before it is asked whether one was true.
+// The number of flags that are combined before the loop tests whether one was true.
 constexpr unsigned int k_flagsAtOnce = 128;
 
-/// Over all current points: the flag of loops that they run together.
+/// Reduces the flags of the current points, such as those of a strip that runs a loop.
 QX_KERNEL_CODE void IsTrueSomewhere(QxMachineState& state, const QxCode& code,
                                     const QxPoints& points)
 {
@@ -94,14 +95,14 @@ constexpr QxKernelRow k_rows[] = {
     Cheap<Flag, Flag, Flag>(SqxPrimitive::INVERT_INNER_BOOL_FLAG, [](Flag& r, Flag a, Flag outer) { r = Both(outer, Not(a)); }),
     Cheap<Flag, Flag, Flag>(SqxPrimitive::OR_BOOL_FLAG, [](Flag& r, Flag a, Flag b) { r = Either(a, b); }),
 
-    // What the machine makes of products that are only summed, see QxFuse.cpp.
+    // The results of fusing products with sums, see QxFuse.cpp.
     Cheap<float, float, float, float>(SqxPrimitive::MACHINE_PRODUCT_PLUS, [](float& r, float a, float b, float c) { r = a * b + c; }),
     Cheap<float, float, float, float>(SqxPrimitive::MACHINE_PRODUCT_MINUS, [](float& r, float a, float b, float c) { r = a * b - c; }),
     Cheap<float, float, float, float>(SqxPrimitive::MACHINE_MINUS_PRODUCT, [](float& r, float c, float a, float b) { r = c - a * b; }),
     Cheap<float, float, float, float, float>(SqxPrimitive::MACHINE_SUM_OF_PRODUCTS, [](float& r, float a, float b, float c, float d) { r = a * b + c * d; }),
     Cheap<float, float, float, float, float>(SqxPrimitive::MACHINE_DIFFERENCE_OF_PRODUCTS, [](float& r, float a, float b, float c, float d) { r = a * b - c * d; }),
 
-    // What it makes of brackets that only set flags.
+    // The results of replacing brackets that only set flags.
     Cheap<Flag, Flag>(SqxPrimitive::MACHINE_AND, [](Flag& r, Flag a) { r = Both(r, a); }),
     Cheap<Flag, Flag>(SqxPrimitive::MACHINE_AND_NOT, [](Flag& r, Flag a) { r = Both(r, Not(a)); }),
     Cheap<Flag, Flag>(SqxPrimitive::MACHINE_OR, [](Flag& r, Flag a) { r = Either(r, a); }),

@@ -1,5 +1,5 @@
-// What asks the scene for a file's values or follows rays: the questions of all points are
-// collected, and asked at once. Points that a mask leaves out ask nothing.
+// Functions that query files or follow rays: the queries of all active points are collected and
+// passed to the scene at once.
 //
 // Operands are read before results are written, since a result may share its storage with an
 // argument.
@@ -19,7 +19,7 @@ using Vector = QxVector3;
 using Color = QxRGBColor;
 using Text = const char*;
 
-/// The operands of an instruction at a point, by their places.
+/// The operands of an instruction for one point, by index.
 class Operands {
 public:
     Operands(const QxMachineState& state, const QxCode& code, unsigned int point)
@@ -50,7 +50,7 @@ private:
     unsigned int m_point;
 };
 
-/// Fills `queries` with what `make` gives for the operands of each point.
+/// Fills `queries` with the results of `make` for the operands of each point.
 template <class Query, class Make>
 void Collect(QxMachineState& state, const QxCode& code, const QxPoints& points,
              std::vector<Query>& queries, const Make& make)
@@ -73,7 +73,7 @@ QxGridQueries<Query> Asked(const QxMachineState& state, const std::vector<Query>
             static_cast<unsigned int>(queries.size())};
 }
 
-/// The host's handle of the name, operand 1, if all points have the same name.
+/// Returns the host's handle for the name, operand 1, or null if points have different names.
 const void* FileOf(QxMachineState& state, const QxCode& code, QxFileKind kind)
 {
     if (code.operands[1].step != 0)
@@ -81,7 +81,7 @@ const void* FileOf(QxMachineState& state, const QxCode& code, QxFileKind kind)
     return state.questions.files.Find(*state.support, kind, Operands(state, code, 0).String(1));
 }
 
-/// Hands the answers to the points that asked.
+/// Stores the answers at the points that asked.
 template <class Value, class Answer>
 void Give(QxMachineState& state, const QxCode& code, std::size_t k,
           const std::vector<Answer>& answers)
@@ -125,7 +125,7 @@ void Textures(QxMachineState& state, const QxCode& code, const QxPoints& points)
     Give<Result>(state, code, 0, all.colors);
 }
 
-/// What `environment` and `shadow` have in common.
+/// Returns the common part of the queries of `environment` and `shadow`.
 QxPointsQuery Corners(const Operands& at)
 {
     return QxMakePointsQuery(at.String(1), at.Number(2), at.Triple(3), at.Triple(4), at.Triple(5),
@@ -220,7 +220,8 @@ void RayHits(QxMachineState& state, const QxCode& code, const QxPoints& points)
     Give<float>(state, code, 0, all.numbers);
 }
 
-/// The open directions are the normals unless the scene says otherwise.
+/// Collects the queries. The open directions are initially the normals, which the scene may
+/// replace.
 void CollectHemispheres(QxMachineState& state, const QxCode& code, const QxPoints& points,
                         QxRayQuery (*make)(const Operands&))
 {

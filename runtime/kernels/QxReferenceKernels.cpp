@@ -1,12 +1,13 @@
-// References to elements of arrays, checks of indices, and copies of whole arrays. A reference of
-// all points takes the place of an element's values; one of each point holds addresses, and its
-// element is copied into a variable before an instruction and back after it:
+// References to elements of arrays, checks of indices, and copies of whole arrays. If all points
+// refer to the same element, the reference has the address of the values of that element. Otherwise
+// it contains an address for each point, and the element is copied to a variable before an
+// instruction and back after it:
 //
 //     e = &a[i] at each point;  ADD e e 1     becomes     bind each;  load t;  ADD t t 1;  store t
 //
-// An array is stored element by element, each with the values of all points. The owner of a text is
-// the array: a copy in a variable must not be freed, so a text that is written leaves its element
-// empty until it is stored.
+// An array is stored element by element, each with the values of all points. The array owns its
+// texts, and a copy in a variable must not be freed. So if the text will be replaced, its element
+// is empty until the new text is stored.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.
 
@@ -17,7 +18,7 @@
 namespace qxcommon {
 namespace {
 
-/// The element that an index means: of those outside the nearest one.
+/// Returns the element with this index, or the nearest one if the index is outside the array.
 std::size_t ElementAt(float index, std::uint32_t size)
 {
     if (!(index >= 1))
@@ -25,7 +26,7 @@ std::size_t ElementAt(float index, std::uint32_t size)
     return index < static_cast<float>(size) ? static_cast<std::size_t>(index) : size - 1;
 }
 
-/// All points refer to one element, whose values then are the reference's.
+/// Binds the reference to one element for all points.
 void BindAll(QxMachineState& state, const QxCode& code, const QxPoints&)
 {
     const QxOperand& array = code.operands[1];
@@ -35,7 +36,7 @@ void BindAll(QxMachineState& state, const QxCode& code, const QxPoints&)
     state.values[code.operands[0].variable] = Address(state, array, element * points);
 }
 
-/// Each point refers to its own element.
+/// Binds the reference to a separate element for each point.
 void BindEach(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {
     const auto reference = Operand<void*>(state, code, 0);
@@ -62,7 +63,7 @@ void Move(QxMachineState& state, const QxCode& code, const QxPoints& points)
         void* const value = Address(state, variable, std::size_t{i} * variable.step);
         void* const element = QxAt(reference, i);
         std::memcpy(load ? value : element, load ? element : value, bytes);
-        // A text that is about to be replaced has one owner at a time.
+        // Only the variable owns a text that will be replaced.
         if (load && code.number != 0 && variable.stored == QxStored::Text)
             *static_cast<Text*>(element) = nullptr;
     }
@@ -82,7 +83,7 @@ void CheckIndex(QxMachineState& state, const QxCode& code, const QxPoints& point
     }
 }
 
-/// Arrays of the same length, whole.
+/// Copies whole arrays of the same length.
 void CopyArray(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {
     const QxOperand& to = code.operands[0];

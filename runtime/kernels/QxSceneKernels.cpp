@@ -1,6 +1,6 @@
-// What each point asks the scene by itself, random numbers among it: the macros are those of
-// generated C++, whose `shaderSupport` is the run's. QxQuestionKernels.cpp has what is asked for
-// many points at once.
+// Functions that query the scene separately for each point, including random numbers. The macros
+// are those of generated C++, and `shaderSupport` is that of the run. QxQuestionKernels.cpp
+// contains the queries for many points at once.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.
 
@@ -41,7 +41,7 @@ void Assign(Triple& result, float number, int component)
     result[component] = number;
 }
 
-/// A uniform result has one number, which belongs to all points.
+/// A uniform result is drawn once, for all points.
 template <class Result>
 void Draw(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {

@@ -1,8 +1,8 @@
-// Calls of shadeops, which take one point at a time, as addresses of their arguments. They are
-// foreign code: they get copies, and only arrays and the result are taken back. Types and lengths
-// were checked when the library was loaded.
+// Calls of shadeops, one point at a time, with the addresses of their arguments. Since shadeops are
+// foreign code, they get copies; only arrays and the result are copied back. Types and lengths were
+// checked when the shader was opened.
 //
-// Tested by tests/shadeops, beside shared objects that call the same library.
+// Tested by tests/shadeops, which compare with shared objects that call the same library.
 
 #include "QxBuiltInNames.h"
 
@@ -11,8 +11,8 @@
 namespace qxcommon {
 namespace {
 
-/// Calls a shadeop point by point. It gets copies, elements of an array one after the other, since
-/// constants and uniform values belong to all points and runs.
+/// Calls a shadeop point by point. It gets copies, since constants and uniform values are shared by
+/// all points and runs; the elements of an array are contiguous in the copy.
 class ShadeopCall {
 public:
     ShadeopCall(QxMachineState& state, const QxCode& code)
@@ -37,7 +37,7 @@ public:
         std::fill_n(static_cast<Place*>(m_argv[0]), PlacesOf(result), Place{});
         for (std::size_t k = 1; k < m_code.count; ++k)
             Load(m_code.operands[k], point, static_cast<char*>(m_argv[k]));
-        m_handed = m_argv;  // a list that it may change
+        m_handed = m_argv;  // the shadeop may change this list
         m_shadeop.method(m_shadeop.data, static_cast<int>(m_handed.size()), m_handed.data());
         for (std::size_t k = 1; k < m_code.count; ++k)
             if (m_code.operands[k].size > 1)
@@ -69,7 +69,7 @@ private:
             std::memcpy(target, source, bytes);
         }
     }
-    /// Numbers go back to where they came from; a text stays the shader's.
+    /// Copies the numbers of an array back; texts are not copied back.
     void Store(const QxOperand& operand, unsigned int point, const char* source) const
     {
         const std::size_t bytes = BytesOf(operand.stored);
@@ -93,7 +93,7 @@ private:
     const QxCode& m_code;
     const QxLoadedShadeop& m_shadeop;
     std::vector<Place> m_memory;  // of the result and the arguments
-    std::vector<void*> m_argv;    // where each of them is
+    std::vector<void*> m_argv;    // their addresses
     std::vector<void*> m_handed;
 };
 

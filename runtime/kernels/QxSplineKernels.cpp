@@ -1,7 +1,7 @@
-// Splines. Where each point lies on the spline and what the four control values around it count
-// there is computed for a block of points at a time, by loops of vectors; then each point adds up
-// its own four control values. Control values that are the same for all points are laid side by
-// side first.
+// Splines. For a block of points at a time, vectorized loops compute the position of each point on
+// the spline and the weights of its four control values. Then the weighted control values are
+// summed for each point. Control values that are the same for all points are first copied to one
+// array.
 
 #include "QxSplines.h"
 #include "kernels/QxBlocks.h"
@@ -12,7 +12,7 @@ namespace {
 using Vector = QxVector3;
 using Text = const char*;
 
-/// Control values that serve all points.
+/// Control values that are the same for all points.
 template <class Value>
 class UniformControls {
 public:
@@ -31,7 +31,7 @@ private:
     std::vector<Value> m_values;
 };
 
-/// Control values of which some are each point's own.
+/// Control values, some of which differ between points.
 template <class Value>
 class AnyControls {
 public:
@@ -49,7 +49,7 @@ private:
     const GridOperand<Value>* m_operands;
 };
 
-/// Where the points of a block lie on a spline.
+/// The positions of the points of a block on a spline.
 struct Places {
     int firsts[k_block];
     Numbers weights[4];
@@ -84,8 +84,8 @@ EvaluateWithOneBasis(const QxSplineBasis& basis, const GridOperand<Value>& resul
     });
 }
 
-/// The name of the basis, if there is one, and the position precede the control values, of which
-/// there is at least one.
+/// The operands are the name of the basis, if there is one, the position, and at least one control
+/// value.
 template <class Value, bool named>
 void Spline(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {

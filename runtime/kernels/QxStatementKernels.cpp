@@ -1,6 +1,6 @@
-// Light statements. Each sets a flag, and clears it where its mask is not set, since readers of the
-// flag do not know the mask. A cone that all points share is prepared once: its cosine costs more
-// than all the rest.
+// Light statements. Each sets a flag, and clears it outside its mask, since instructions that read
+// the flag do not know the mask. A cone that is the same for all points is prepared once, since its
+// cosine is the most expensive part.
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.
 
@@ -12,7 +12,7 @@ namespace {
 using Vector = QxVector3;
 using Flag = QxStopAndBool;
 
-/// flag = statement(point)
+/// flags = statement(point)
 template <Where where, class Statement>
 inline void SetFlags(const GridOperand<Flag>& flags, const QxPoints& points,
                      const Statement& statement)
@@ -25,7 +25,7 @@ inline void SetFlags(const GridOperand<Flag>& flags, const QxPoints& points,
     }
 }
 
-/// The cones of an operand with their angles.
+/// The cones for the angles in an operand.
 class Cones {
 public:
     explicit Cones(const GridOperand<float>& angles)
@@ -98,7 +98,7 @@ struct Solar {
     }
 };
 
-/// The current light is within the cone around the axis.
+/// Tests whether the current light is within the cone around the axis.
 struct Illuminance {
     static constexpr const QxStored* operands = k_stored<Flag, Vector, Vector, float>;
     static constexpr unsigned int count = 4;

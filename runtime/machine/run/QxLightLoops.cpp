@@ -1,6 +1,5 @@
-// Loops over lights. They stand outside of the parallel brackets, one round for each light, and may
-// be within each other. While one runs, `L`, `Cl` and `Ol` are those of the light that it has come
-// to.
+// Loops over lights. They are outside parallel brackets, have one iteration for each light, and may
+// be nested. While a loop runs, `L`, `Cl` and `Ol` have the values of its current light.
 //
 // Tested by tests/host/AgreementTest.cpp.
 
@@ -18,7 +17,7 @@ const QxCode* QxMachineRun::BeginLights(const QxProgramBlock& block, const QxCod
     return code + 1;
 }
 
-/// Loops that were left by a jump end here too.
+/// Also ends inner loops that a jump has left.
 const QxCode* QxMachineRun::EndLights(const QxProgramBlock& block, const QxCode* code)
 {
     const QxCode* const begin = block.codes.data() + code->target;
@@ -35,8 +34,8 @@ const QxCode* QxMachineRun::EndLights(const QxProgramBlock& block, const QxCode*
     return more ? begin : code + 1;
 }
 
-/// Gives the predefined variables of light loops the values of the current light, or those of the
-/// grid.
+/// Binds the predefined variables of light loops to the values of the current light, or to those of
+/// the grid outside all loops.
 void QxMachineRun::TakeLight()
 {
     m_state.light = m_loops.empty() ? nullptr : &m_state.lights[m_loops.back().light];

@@ -1,5 +1,6 @@
-// Loads a file into the machine: read, verify, translate, load the libraries. Each step relies on
-// the previous ones, so errors are thrown in this order.
+// Loads a file into the machine: reads, verifies and translates it, and checks its shadeops against
+// the tables of their libraries. Each step relies on the previous ones, so errors are thrown in
+// this order.
 //
 // The AVX2 kernels are the same source compiled for that instruction set; the choice is made here,
 // once per program.

@@ -20,9 +20,10 @@ enum class QxKernelChoice { Best, Baseline, Avx2 };
 class QxMachineProgram {
 public:
     /// `bytes` is the text of the file; `name` is for messages. Shadeop libraries are searched only
-    /// in `shadeopFolders`, in order; they are loaded and initialized here, and stay loaded as long
-    /// as the program exists. Throws `QxHostError` if there is something wrong with the file, the
-    /// libraries, or the choice of kernels. The arguments are copied.
+    /// in `shadeopFolders`, in order. Their tables are read here; a library is loaded at the first
+    /// call of one of its functions, and stays loaded as long as the program exists. Throws
+    /// `QxHostError` for an error in the file, the libraries or the choice of kernels. The
+    /// arguments are copied.
     QxMachineProgram(std::string_view bytes, const std::string& name,
                      const std::vector<std::string>& shadeopFolders = {},
                      QxKernelChoice kernels = QxKernelChoice::Best);

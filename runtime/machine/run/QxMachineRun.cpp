@@ -1,4 +1,4 @@
-// The machine's loop.
+// Runs the instructions of a program.
 //
 // Outside parallel brackets an instruction runs once, or for the whole grid. Inside, the code runs
 // strip by strip, so that the values of a strip stay in the cache from one instruction to the next.
@@ -17,8 +17,8 @@
 namespace {
 
 constexpr unsigned int k_strip = 256;
-// The number of instructions, counted per point, between two reads of the clock: some microseconds
-// for cheap instructions, some milliseconds for expensive ones.
+// The number of instructions, counted per point, between two reads of the clock. They take some
+// microseconds if they are cheap, and some milliseconds if they are expensive.
 constexpr std::size_t k_workBetweenLooks = std::size_t{1} << 15;
 constexpr std::chrono::milliseconds k_timeBetweenTests{2};
 

@@ -30,8 +30,8 @@ public:
     /// An evaluation calls `test` every few milliseconds, in its own thread, and throws
     /// `QxHostStopped` if it returns true. An empty one disables this.
     void SetStopTest(QxStopTest test) { m_stopTest = std::move(test); }
-    /// Handles of files are kept from one evaluation to the next. This must be called when they no
-    /// longer hold, such as for evaluations with another host.
+    /// Handles of files are kept from one evaluation to the next. Must be called when they become
+    /// invalid, for example before evaluations with another host.
     void ForgetFiles() { m_state.questions.files.Forget(); }
 
     // Each of these may throw `QxHostError`, and may be called again afterwards. The variables must
@@ -53,7 +53,7 @@ private:
         unsigned int light;
     };
 
-    /// `firstDraw`: with what the counts of `random` begin.
+    /// `firstDraw` is the initial value of the counters of `random`.
     void Start(const QxGrid& grid, const QxShadingContext& context, std::vector<QxVar>& variables,
                unsigned int firstDraw);
     void InitializeAtPoints(std::vector<QxVar>& variables);

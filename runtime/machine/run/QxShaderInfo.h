@@ -20,8 +20,8 @@ struct QxShaderParameter {
     bool needsObjectSpace = false;  // to compute the default value
 };
 
-/// The interface of a compiled shader: all that a program has to know to run it, whichever kind of
-/// file it comes from.
+/// The interface of a compiled shader: everything that a program must know to run it, for any kind
+/// of file.
 struct QxShaderInfo {
     QxShaderInterface::QxType type = QxShaderInterface::e_typeSurface;
     /// In source order, which is also the order of the variables of an instance.

@@ -3,8 +3,9 @@
 #include <memory>
 #include <utility>
 
-/// Whether a run is to stop, any function that takes nothing and returns bool. Copies share the
-/// function. It stands here since <functional> is a fifth of what a host would read.
+/// A test whether a run should stop: any function without parameters that returns bool. Copies
+/// share the function. This replaces std::function, since <functional> would be a fifth of the text
+/// that a host compiles.
 class QxStopTest {
 public:
     QxStopTest() = default;
@@ -15,7 +16,7 @@ public:
     {
     }
 
-    /// There is a function.
+    /// True if there is a function.
     explicit operator bool() const { return m_call != nullptr; }
     [[nodiscard]] bool operator()() const { return m_call(m_test.get()); }
 

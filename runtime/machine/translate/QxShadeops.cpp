@@ -1,5 +1,5 @@
-// All calls are checked against the tables in the files, when a shader is opened. What it does not
-// call in the end is never loaded.
+// All calls are checked against the tables in the library files when a shader is opened. A library
+// that is never called is never loaded.
 //
 // Tested by tests/machine/QxShadeopCheckTest.cpp and tests/shadeops.
 
@@ -66,7 +66,7 @@ void QxShadeops::Start(Function& function)
 {
     void* const library = Load(function.library);
     function.method = FunctionOf<Method>(library, function.names.method);
-    // The file may be another one by now.
+    // The file may have been replaced since it was checked.
     if (!function.method)
         throw QxHostError("Shadeop library '" + function.library.path + "' has no shadeop '" +
                           function.names.method + "'");

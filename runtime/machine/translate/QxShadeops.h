@@ -9,23 +9,23 @@
 #include "kernels/QxKernel.h"
 #include "sqx/SqxShader.h"
 
-/// The shadeops that a program calls. A library is loaded for the first call of one of its
-/// functions. It runs in this process with all its rights: the folders are those that the user
-/// trusts.
+/// The shadeops that a program calls. A library is loaded at the first call of one of its
+/// functions. Its code runs in this process with all rights of the process, so the folders must be
+/// trusted.
 class QxShadeops {
 public:
-    /// Looks for the libraries of the shader in the folders, in their order, and reads their tables
-    /// without loading them. Throws `QxHostError` for a library or shadeop that is not there, or
-    /// that is called with other types than it is declared with. Keeps nothing of the shader.
+    /// Searches for the libraries of the shader in the folders, in order, and reads their tables
+    /// without loading them. Throws `QxHostError` if a library or shadeop is missing, or if a call
+    /// does not match the declared types. Does not keep a reference to the shader.
     QxShadeops(const SqxShader& shader, const std::vector<std::string>& folders);
-    /// Calls the cleanup functions of the shadeops that were called, and unloads.
+    /// Calls the cleanup functions of the shadeops that were called, and unloads the libraries.
     ~QxShadeops();
     QxShadeops(const QxShadeops&) = delete;
     QxShadeops& operator=(const QxShadeops&) = delete;
 
-    /// By the numbers that code has for them. The first call of one loads its library and calls its
-    /// init function, and throws `QxHostError` if that fails. Several threads may call them at a
-    /// time, if the library allows that.
+    /// The shadeops, by their numbers in code. The first call of a shadeop loads its library and
+    /// calls its init function, and throws `QxHostError` if that fails. Several threads may call
+    /// shadeops at the same time if the library allows that.
     [[nodiscard]] std::span<const QxLoadedShadeop> Loaded() const { return m_loaded; }
 
 private:
@@ -52,10 +52,10 @@ private:
 
     static void* Load(Library& library);
     static void Start(Function& function);
-    /// Stands for each method; the data is its `Function`.
+    /// Called in place of each method; the data is its `Function`.
     static void Call(void* function, int argc, void** argv);
 
     std::deque<Library> m_libraries;
-    std::deque<Function> m_functions;       // by number; they end before the libraries
+    std::deque<Function> m_functions;       // by number; destroyed before the libraries
     std::vector<QxLoadedShadeop> m_loaded;  // likewise
 };
