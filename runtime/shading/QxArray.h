@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <new>
 
-/// An array of numbers, triples or pointers that owns its elements, all of them zero at first. It is
-/// here since <vector> costs more to read than all that a small shader makes of it.
+/// An array of numbers, triples or pointers that owns its elements, which are initially zero. It
+/// replaces std::vector, since compiling <vector> costs more than the rest of a small shader.
 template <class Element>
 class QxArray {
 public:
@@ -15,7 +15,7 @@ public:
     QxArray& operator=(const QxArray&) = delete;
     ~QxArray() { delete[] m_elements; }
 
-    /// What it held is lost, and all elements are zero again.
+    /// Discards the elements and allocates new ones, which are zero.
     void Reset(std::size_t size)
     {
         if (size != m_size) {
@@ -43,7 +43,7 @@ private:
     std::size_t m_size = 0;
 };
 
-/// A list of plain values that grows. Throws what `new` throws without memory.
+/// A list of plain values that can grow. Throws what `new` throws if there is no memory.
 template <class Element>
 class QxList {
 public:
@@ -52,7 +52,7 @@ public:
     QxList& operator=(const QxList&) = delete;
     ~QxList() { std::free(m_elements); }
 
-    /// The element is a copy: it may be one of the list.
+    /// Appends a copy of the element, which may be an element of this list.
     void Add(Element element)
     {
         if (m_size == m_room) {
@@ -73,7 +73,7 @@ public:
     }
     Element TakeLast() { return m_elements[--m_size]; }
     Element& Last() { return m_elements[m_size - 1]; }
-    /// Keeps the memory.
+    /// Removes all elements and keeps the memory.
     void Clear() { m_size = 0; }
     std::size_t Size() const { return m_size; }
     Element& operator[](std::size_t place) { return m_elements[place]; }

@@ -3,12 +3,12 @@
 #include "QxCalls.h"
 #include "QxCardNames.h"
 
-// Binds the names of generated code to the functions; QxCardNames.h has those that follow from a
-// card. A name has up to four forms: for the point being shaded or uniform data, for the whole
-// grid, and for the points where a flag is true or false.
-// They find the grid (`numMp`, `numMpU`, `numMpV`), the point (`polyCnt`), the context
+// Maps the names in generated code to functions; QxCardNames.h contains the names that are
+// generated from cards. A name has up to four forms: for the current point or uniform data, for the
+// whole grid, and for the points where a flag is true or false. The macros use these variables of
+// the calling code: the grid (`numMp`, `numMpU`, `numMpV`), the point (`polyCnt`), the context
 // (`i_context`, `shaderSupport`), the predefined variables (`i_hiddens`) and the lights
-// (`i_lights`, `i_numLights`, `lightCnt`) where they are used.
+// (`i_lights`, `i_numLights`, `lightCnt`).
 
 // clang-format off
 
@@ -21,14 +21,14 @@
 #define CALL_PRIM_SETZCOMP(p, value) ((p).z = QxNumber(value))
 #define CALL_PRIM_UNPACK(packed, a, b, c, d) QxUnpack(QxNumber(packed), a, b, c, d)
 
-// Strings, the current ray and spaces.
+// Strings, properties of the current ray, and spaces.
 #define CALL_PRIM_MATCH(result, expression, text) ((result) = i_context.Match(expression, text) ? 1.0f : 0.0f)
 #define CALL_PRIM_ISSHADOWRAY(result) ((result) = shaderSupport->IsShadowRay() ? 1.0f : 0.0f)
 #define CALL_PRIM_ISINDIRECTRAY(result) ((result) = shaderSupport->IsIndirectRay() ? 1.0f : 0.0f)
 #define CALL_PRIM_RAYLEVEL(result) ((result) = shaderSupport->RayLevel())
 #define CONCAT_SPACE_MATRIX(dest, source, space) ((dest) = (source) * i_context.Space(space).toCurrent)
 
-// Functions that read values of the point beyond their arguments.
+// Functions that use values of the point besides their arguments.
 #define QX_LIGHTS QxLights{shaderSupport, i_hiddens.GetP(), i_lights, i_numLights}
 #define CALL_PRIM_AMBIENT(...) QxCallPlainAt(polyCnt, QxAmbientCall(QX_LIGHTS), __VA_ARGS__)
 #define CALL_PRIM_AMBIENT_SIMD(result) QxAmbientOverGrid(numMp, QX_LIGHTS, result)
@@ -55,7 +55,7 @@
 #define CALL_PRIM_SPECULARSTD_SIMD_IF_TRUE(...) QxCallSimdIfAt(numMp, true, QxSpecularCall(QX_LIGHTS), __VA_ARGS__)
 #define CALL_PRIM_SPECULARSTD_SIMD_IF_FALSE(...) QxCallSimdIfAt(numMp, false, QxSpecularCall(QX_LIGHTS), __VA_ARGS__)
 
-// Derivatives and their kin.
+// Derivatives and other functions of neighbouring points.
 #define QX_GRID QxGrid{numMpU, numMpV}
 #define CALL_PRIM_DU_FLOAT_SIMD(result, value, spacing) QxDerivativeAlong<float>(QX_GRID, QxGridAxis::U, QxAllPoints(), result, value, spacing)
 #define CALL_PRIM_DU_FLOAT_SIMD_IF_TRUE(result, condition, value, spacing) QxDerivativeAlong<float>(QX_GRID, QxGridAxis::U, QxWhere(condition, true), result, value, spacing)
@@ -91,7 +91,8 @@
 #define CALL_PRIM_CALCULATENORMAL_SIMD_IF_TRUE(result, condition, p, du, dv) QxNormalOfOperand(QX_GRID, QxWhere(condition, true), result, p, du, dv)
 #define CALL_PRIM_CALCULATENORMAL_SIMD_IF_FALSE(result, condition, p, du, dv) QxNormalOfOperand(QX_GRID, QxWhere(condition, false), result, p, du, dv)
 
-// Transforms between a numbered space and the current one, and of colors. The condition stands first.
+// Transforms between a numbered space and the current one, and color transforms. The condition is
+// the first argument.
 #define CALL_PRIM_TRANSFORM_TO_CURRENT(dest, source, space) QxCallPlain(QxToCurrentCall<QxAsPoint>{i_context.Space(space)}, dest, source)
 #define CALL_PRIM_TRANSFORM_TO_CURRENT_SIMD(dest, source, space) QxCallSimd(numMp, QxToCurrentCall<QxAsPoint>{i_context.Space(space)}, dest, source)
 #define CALL_PRIM_TRANSFORM_TO_CURRENT_SIMD_IF_TRUE(condition, dest, source, space) QxCallSimdIf(numMp, true, QxToCurrentCall<QxAsPoint>{i_context.Space(space)}, dest, condition, source)
@@ -117,7 +118,7 @@
 #define CALL_PRIM_CTRANSFORM_FROM_RGB_SIMD(dest, source, space) QxCallSimd(numMp, QxColorFromRgbCall(), dest, source, space)
 #define CALL_PRIM_CTRANSFORM_FROM_RGB_SIMD_IF_TRUE(condition, dest, source, space) QxCallSimdIf(numMp, true, QxColorFromRgbCall(), dest, condition, source, space)
 
-// Light statements. Where the condition stands differs.
+// Light statements. The position of the condition differs.
 #define EVAL_LIGHTS(position) shaderSupport->EvaluateLights(position, numMp, i_lights, i_numLights)
 #define ILLUMINATE(flag, position, axis, angle, Ps, L) ((flag) = QxIlluminateCall()(position, axis, QxNumber(angle), Ps, L))
 #define ILLUMINATE_SIMD(flag, ...) QxLightOverGrid(numMp, QxAllPoints(), QxIlluminateCall(), flag, __VA_ARGS__)

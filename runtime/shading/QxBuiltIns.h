@@ -7,8 +7,8 @@
 #include "QxNoise.h"
 #include "QxShaderSupport.h"
 
-// The built-in functions as objects that are called for one point. What a function needs beyond
-// its arguments is given to the constructor.
+// The built-in functions as objects that are called for one point. Everything else that a function
+// needs is passed to its constructor.
 
 struct QxLengthCall {
     float operator()(const QxVector3& v) const { return QxLength(v); }
@@ -82,8 +82,8 @@ struct QxFilterStepCall {
     }
 };
 
-/// A noise whose result is a number (`Result` is float) or three: the result variable decides
-/// whether they are a point or a color.
+/// A noise function whose result is one number (`Result` is float) or three numbers; the type of
+/// the result variable determines whether they are a point or a color.
 template <class Noise, class Result>
 struct QxNoiseCall {
     template <class... Arguments>
@@ -95,7 +95,7 @@ struct QxNoiseCall {
     }
 };
 
-/// Three numbers for a point or a color.
+/// Three numbers that convert to a point or a color.
 struct QxAnyTriple {
     float x;
     float y;
@@ -110,7 +110,7 @@ inline QxAnyTriple QxMakeTriple(const QxAnyTriple*, float x, float y, float z)
     return {x, y, z};
 }
 
-/// `random` as a float: the next number of the point.
+/// `random` as a float: the next random number of the point.
 class QxRandomCall {
 public:
     explicit QxRandomCall(QxShaderSupport* support) : m_support(support) {}
@@ -120,13 +120,13 @@ private:
     QxShaderSupport* m_support;
 };
 
-/// `random` as a color or a point: the next three.
+/// `random` as a color or a point: the next three random numbers.
 class QxRandomTripleCall : public QxRandomCall {
 public:
     using QxRandomCall::QxRandomCall;
     QxAnyTriple operator()(unsigned int point) const
     {
-        // One after the other: the order of evaluation of arguments is open.
+        // In separate statements, since the order of evaluation of arguments is unspecified.
         QxAnyTriple triple;
         triple.x = QxRandomCall::operator()(point);
         triple.y = QxRandomCall::operator()(point);
@@ -135,7 +135,7 @@ public:
     }
 };
 
-/// The text of an operand in generated code is that of a value at a point.
+/// True if the text of an operand in generated code denotes the value at a point.
 constexpr bool QxIsAtPoint(const char* operand)
 {
     for (; *operand; ++operand)
@@ -144,10 +144,11 @@ constexpr bool QxIsAtPoint(const char* operand)
     return false;
 }
 
-// Transforms of points, vectors and normals, by the same names. Each space is given by the two
-// matrices between it and the current one, so a transform between two spaces goes through that.
+// Transforms of points, vectors and normals, with the same names. A space is represented by the two
+// matrices between it and the current space, so a transform between two spaces goes through the
+// current space.
 
-/// Each takes the matrix to where the value goes and the one back, and uses what its kind needs.
+/// Each gets the matrix of the transform and its inverse, and uses the one that it needs.
 struct QxAsPoint {
     static QxVector3 Through(const QxVector3& p, const QxMatrix44& to, const QxMatrix44&)
     {
@@ -169,7 +170,7 @@ struct QxAsNormal {
     }
 };
 
-/// From a space to the current one.
+/// Transforms from a space to the current one.
 template <class As>
 struct QxToCurrentCall {
     const QxFrame3D& frame;
@@ -192,7 +193,8 @@ struct QxFromCurrentCall {
     }
 };
 
-/// Between spaces that are known by name only when the shader runs, or given as matrices.
+/// Transforms between spaces that are given by matrices, or by names that are known only at run
+/// time.
 template <class As>
 class QxTransformCall {
 public:
@@ -260,9 +262,9 @@ private:
     QxShaderSupport* m_support;
 };
 
-// Whole-grid functions that read neighbouring points.
+// Whole-grid functions that read neighbouring points
 
-/// Computes the values of all points aside, then stores those of the points that count.
+/// Computes the values of all points in separate memory, then stores those of the active points.
 template <class Value, class Compute, class Where, class Result>
 inline void QxOverNeighbours(const QxGrid& grid, const Where& where, Result&& result,
                              const Compute& compute)

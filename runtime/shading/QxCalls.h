@@ -10,11 +10,11 @@
 #include "QxSplines.h"
 #include "QxText.h"
 
-// Built-in functions whose arguments need more than a loop over points.
+// Built-in functions that need more than a loop over points.
 
-// Components. An index outside the value counts as the nearest one.
+// Components. An index that is out of range selects the nearest component.
 
-/// What is no number counts as 0.
+/// Returns the index, clamped to the range; NaN becomes 0.
 inline int QxClampedIndex(float index, int count)
 {
     return QxToInt(index, 0, count - 1);
@@ -31,7 +31,7 @@ inline float QxComponent(const QxMatrix44& matrix, float row, float column)
     return matrix[QxClampedIndex(row, 4)][QxClampedIndex(column, 4)];
 }
 
-/// Writes all three, so that loops over points become loops of vectors.
+/// Writes all three components, so that loops over points can be vectorized.
 template <class Triple>
 inline void QxSetComponent(Triple& triple, float index, float value)
 {
@@ -45,8 +45,8 @@ inline void QxSetComponent(QxMatrix44& matrix, float row, float column, float va
     matrix[QxClampedIndex(row, 4)][QxClampedIndex(column, 4)] = value;
 }
 
-/// Four numbers from 0 to 1, of eight bits each, in the room of one. The value may be compared or
-/// stored, but is no number to compute with.
+/// Packs four numbers from 0 to 1, with eight bits each, into one. The result can be compared or
+/// stored, but not used in computations.
 inline float QxPack(float a, float b, float c, float d)
 {
     unsigned int bits = 0;
@@ -58,7 +58,7 @@ inline float QxPack(float a, float b, float c, float d)
     return packed;
 }
 
-/// The four numbers of `QxPack`, as far as eight bits hold them.
+/// Unpacks the four numbers of `QxPack`, with a precision of eight bits.
 inline void QxUnpack(float packed, float& a, float& b, float& c, float& d)
 {
     unsigned int bits;
@@ -89,7 +89,7 @@ inline void QxFresnelCall(const QxVector3& incident, const QxVector3& normal, fl
     refraction = shares.refraction;
 }
 
-/// `faceforward` of two arguments: the third is the point's `Ng`.
+/// `faceforward` with two arguments; the third is the `Ng` of the point.
 struct QxFaceForwardNgCall {
     const QxVector3* Ng;
 
@@ -99,9 +99,9 @@ struct QxFaceForwardNgCall {
     }
 };
 
-// The forms of functions that take the number of the point.
+// The forms of functions that need the index of the point
 
-/// For the current point.
+/// Calls the function for the current point.
 template <class Function, class Result, class... Arguments>
 inline void QxCallPlainAt(unsigned int point, const Function& function, Result& result,
                           Arguments&&... arguments)
@@ -109,7 +109,7 @@ inline void QxCallPlainAt(unsigned int point, const Function& function, Result& 
     result = function(point, QxAt(arguments, 0u)...);
 }
 
-/// At all points.
+/// Calls the function for all points.
 template <class Function, class Result, class... Arguments>
 inline void QxCallSimdAt(unsigned int points, const Function& function, Result&& result,
                          Arguments&&... arguments)
@@ -124,7 +124,7 @@ inline void QxCallSimdIfAt(unsigned int points, bool wanted, const Function& fun
     QxOverGridAt(points, QxWhere(condition, wanted), function, result, arguments...);
 }
 
-/// The flag of a light loop: false where the condition leaves a point out.
+/// Computes the flag of a light loop, which is false at points where the condition does not hold.
 template <class Where, class Flag, class Axis, class Angle>
 inline void QxIlluminanceOverGrid(unsigned int points, const Where& where,
                                   const QxIlluminanceCall& statement, Flag&& flag, const Axis& axis,
@@ -134,18 +134,19 @@ inline void QxIlluminanceOverGrid(unsigned int points, const Where& where,
         QxAt(flag, i) = where(i) && statement(i, QxAt(axis, i), QxAt(axis, i), QxAt(angle, i));
 }
 
-// Variable argument lists: the address of each argument, a constant's too.
+// Variable argument lists: the address of each argument, also of constants
 
 using QxArguments = const void* const*;
 
-/// Argument `place` of a list, which must be of this type.
+/// Returns argument `place` of a list, which must have this type.
 template <class Value>
 inline const Value& QxArgument(QxArguments arguments, int place)
 {
     return *static_cast<const Value*>(arguments[place]);
 }
 
-/// The spline over the arguments from `first` on, at the one before.
+/// Computes the spline with the arguments from `first` on as control values, at the position in the
+/// argument before them.
 template <class Result>
 inline void QxSplineCall(Result& result, const char* basis, QxArguments arguments, int first,
                          int count)
@@ -156,7 +157,7 @@ inline void QxSplineCall(Result& result, const char* basis, QxArguments argument
         [&](int knot) -> const Result& { return QxArgument<Result>(arguments, first + knot); });
 }
 
-/// The lesser of two, component by component: `min` over a list.
+/// The smaller of two values, component by component, for `min` of a list.
 struct QxLesser {
     float operator()(float a, float b) const { return QxMin(a, b); }
     template <class Triple>
@@ -166,7 +167,7 @@ struct QxLesser {
     }
 };
 
-/// The greater of two: `max` over a list.
+/// The larger of two values, for `max` of a list.
 struct QxGreater {
     float operator()(float a, float b) const { return QxMax(a, b); }
     template <class Triple>
@@ -176,7 +177,7 @@ struct QxGreater {
     }
 };
 
-/// Goes through the list from the left. The result may be one of the arguments.
+/// Combines the list from left to right. The result may be one of the arguments.
 template <class Choice, class Result>
 inline void QxChooseCall(Result& result, QxArguments arguments, int count)
 {
@@ -186,7 +187,7 @@ inline void QxChooseCall(Result& result, QxArguments arguments, int count)
     result = chosen;
 }
 
-/// Joins all texts in order. The result may be one of them: it is replaced last.
+/// Concatenates the texts in order. The result may be one of them, since it is replaced last.
 inline void QxConcatCall(const char*& result, QxArguments arguments, int count)
 {
     QxText text;
@@ -196,8 +197,8 @@ inline void QxConcatCall(const char*& result, QxArguments arguments, int count)
     QxAssignString(result, text.Characters());
 }
 
-/// Types: one letter an argument, see the header that binds the names; null where the format fits
-/// its arguments. The first argument is the format.
+/// Formats the arguments, of which the first is the format. `givenTypes` contains one letter per
+/// argument, see QxSceneNames.h; null if the arguments match the format.
 inline QxText QxFormatArguments(QxArguments arguments, const char* givenTypes, int count)
 {
     const char* format = QxArgument<const char*>(arguments, 0);
@@ -212,7 +213,7 @@ inline QxText QxFormatArguments(QxArguments arguments, const char* givenTypes, i
     }
     const int typed = static_cast<int>(types.Length());
     if (count > typed)
-        count = typed;  // what no conversion names stays out
+        count = typed;  // arguments without a conversion are ignored
     QxArray<QxTextArgument> values(static_cast<std::size_t>(count));
     for (int i = 1; i < count; ++i) {
         const char letter = types.Characters()[i];

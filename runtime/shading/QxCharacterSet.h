@@ -3,9 +3,9 @@
 #include <cstddef>
 #include <cstring>
 
-// Sets of characters, and the named classes of regular expressions.
+// Sets of characters, and the named character classes of regular expressions.
 
-/// Characters by their codes, 0 to 255.
+/// A set of characters, by their codes from 0 to 255.
 struct QxCharacterSet {
     unsigned int bits[8];
 
@@ -25,7 +25,7 @@ struct QxCharacterSet {
 
 namespace qxpattern {
 
-// By ASCII, whatever the locale of the host is.
+// The classes of ASCII, in any locale of the host.
 inline bool IsDigit(int c) { return c >= '0' && c <= '9'; }
 inline bool IsLower(int c) { return c >= 'a' && c <= 'z'; }
 inline bool IsUpper(int c) { return c >= 'A' && c <= 'Z'; }
@@ -45,7 +45,7 @@ struct Class {
     bool (*has)(int);
 };
 
-/// Null for an unknown name.
+/// Returns null for an unknown name.
 inline const Class* FindClass(const char* name, std::size_t length)
 {
     static const Class classes[] = {

@@ -4,12 +4,12 @@
 
 #include "QxMath.h"
 
-// Colors in other spaces than RGB, which is linear. Each space has the two conversions; hues run
-// from 0 to 1.
+// Conversions between color spaces and RGB, which is linear. Each space has two conversions; hues
+// are from 0 to 1.
 
 namespace qxcolor {
 
-/// The color as a column, through a matrix.
+/// Multiplies a matrix by the color as a column.
 inline QxRGBColor Linear(const QxRGBColor& c, const float (&m)[3][3])
 {
     return {m[0][0] * c.r + m[0][1] * c.g + m[0][2] * c.b,
@@ -22,7 +22,7 @@ inline QxRGBColor Same(const QxRGBColor& c)
     return c;
 }
 
-/// A pure color of that hue.
+/// Returns the pure color of a hue.
 inline QxRGBColor OfHue(float hue)
 {
     const float h = (hue - qxmath::Floor(hue)) * 6;
@@ -30,8 +30,8 @@ inline QxRGBColor OfHue(float hue)
             QxClamp(2 - qxmath::Abs(h - 4), 0.0f, 1.0f)};
 }
 
-/// From 0 for red over 1/3 for green and 2/3 for blue up to, but not including, 1; 0 for a gray.
-/// `high`: the largest component, `range`: what it lies above the smallest one.
+/// Returns the hue, from 0 (red) over 1/3 (green) and 2/3 (blue) up to, but not including, 1; 0 for
+/// a gray. `high` is the largest component, and `range` its difference to the smallest one.
 inline float HueOf(const QxRGBColor& c, float high, float range)
 {
     if (range <= 0)
@@ -76,7 +76,7 @@ inline QxRGBColor ToHsl(const QxRGBColor& c)
     return {HueOf(c, high, high - low), width != 0 ? (high - low) / width : 0, lightness};
 }
 
-// The tristimulus values of the primaries of ITU-R BT.709 with the white point D65.
+// Tristimulus values, for the primaries of ITU-R BT.709 with the white point D65.
 
 inline QxRGBColor FromXyz(const QxRGBColor& c)
 {
@@ -94,7 +94,7 @@ inline QxRGBColor ToXyz(const QxRGBColor& c)
     return Linear(c, matrix);
 }
 
-/// Chromaticity and luminance. Without any y there is no color: black.
+/// Chromaticity and luminance. If y is 0, there is no color, and the result is black.
 inline QxRGBColor FromXyY(const QxRGBColor& c)
 {
     if (c.g == 0)
@@ -103,7 +103,7 @@ inline QxRGBColor FromXyY(const QxRGBColor& c)
     return FromXyz({c.r * scale, c.b, (1 - c.r - c.g) * scale});
 }
 
-/// Black, which has no chromaticity, gives zeros.
+/// Black has no chromaticity, so all results are 0.
 inline QxRGBColor ToXyY(const QxRGBColor& c)
 {
     const QxRGBColor xyz = ToXyz(c);
@@ -113,7 +113,7 @@ inline QxRGBColor ToXyY(const QxRGBColor& c)
     return {xyz.r / sum, xyz.g / sum, xyz.g};
 }
 
-// Luma and chroma of the NTSC system: its rounded weights, and what inverts just those.
+// Luma and chroma of the NTSC system: its rounded weights, and the exact inverse of these.
 
 inline QxRGBColor FromYiq(const QxRGBColor& c)
 {
@@ -129,21 +129,21 @@ inline QxRGBColor ToYiq(const QxRGBColor& c)
     return Linear(c, matrix);
 }
 
-/// A space by name, with both ways.
+/// A space with its name and both conversions.
 struct Space {
     const char* name;
     QxRGBColor (*toRgb)(const QxRGBColor&);
     QxRGBColor (*fromRgb)(const QxRGBColor&);
 };
 
-/// The first row is the default.
+/// The first row is the default space.
 inline constexpr Space k_spaces[] = {
     {"rgb", Same, Same},     {"hsv", FromHsv, ToHsv}, {"hsl", FromHsl, ToHsl},
     {"xyz", FromXyz, ToXyz}, {"XYZ", FromXyz, ToXyz}, {"xyY", FromXyY, ToXyY},
     {"YIQ", FromYiq, ToYiq},
 };
 
-/// Null for an unknown name.
+/// Returns null for an unknown name.
 inline const Space* Find(const char* name)
 {
     for (const Space& space : k_spaces)
@@ -154,13 +154,13 @@ inline const Space* Find(const char* name)
 
 }  // namespace qxcolor
 
-/// The name of a color space that conversions know.
+/// True if conversions know a color space of this name.
 inline bool QxIsColorSpace(const char* name)
 {
     return qxcolor::Find(name) != nullptr;
 }
 
-/// From the named space to RGB. An unknown space counts as RGB.
+/// Converts from the named space to RGB. An unknown space is treated as RGB.
 inline QxRGBColor QxColorToRgb(const QxRGBColor& color, const char* space)
 {
     const qxcolor::Space* found = qxcolor::Find(space);

@@ -3,7 +3,7 @@
 #include "QxForms.h"
 #include "QxGeometry.h"
 
-/// The points of a grid by row: u runs fastest.
+/// The size of a grid; points are numbered along u first.
 struct QxGrid {
     unsigned int columns;  // in u
     unsigned int rows;     // in v
@@ -11,13 +11,13 @@ struct QxGrid {
     unsigned int Size() const { return columns * rows; }
 };
 
-/// Which way along the grid a difference is taken.
+/// The direction in the grid in which a difference is computed.
 enum class QxGridAxis { U, V };
 
-// Each of these has an optional `where`, the points that count. Values at the others may be left
-// over from other code or never set: they are not read, and results there have no meaning.
+// The functions below have an optional parameter `where`, the active points. Values at other points
+// may be stale or uninitialized: they are not read, and their results have no meaning.
 
-/// All points count: each test of a point says yes.
+/// True if all points are active.
 inline bool QxIsEverywhere(const QxAllPoints&)
 {
     return true;
@@ -29,12 +29,13 @@ inline bool QxIsEverywhere(const Where&)
     return false;
 }
 
-// Central differences. At an edge of the grid, or of the points that count, three points on one side,
-// (-3 f0 + 4 f1 - f2) / 2, so that the values there are as exact as inside, of second order, and
-// neighbouring grids agree; the difference to the only neighbour where there is no third one. Each row
-// has a loop that knows no edges, for then it becomes one of vectors.
+// Central differences. At an edge of the grid or of the active points, the difference uses three
+// points on one side, (-3 f0 + 4 f1 - f2) / 2, which is of second order as inside, so that
+// neighbouring grids agree. If there is no third point, it is the difference to the only neighbour.
+// Each row has a loop without edges, so that it can be vectorized.
 
-/// The change at the first of three values; that of values in a line is exactly their difference.
+/// Returns the change at the first of three values. For values on a line, this is exactly their
+/// difference.
 template <class Value>
 inline Value QxChangeAtEdge(const Value& f0, const Value& f1, const Value& f2)
 {
@@ -42,7 +43,7 @@ inline Value QxChangeAtEdge(const Value& f0, const Value& f1, const Value& f2)
     return change + (change - (f2 - f1)) * 0.5f;
 }
 
-// Changes from row to row, at a place of the row.
+// Changes from row to row, at a point of the row
 
 template <class Value>
 struct QxChangeInside {
@@ -52,7 +53,7 @@ struct QxChangeInside {
     Value operator()(unsigned int i) const { return (after[i] - before[i]) * 0.5f; }
 };
 
-/// `direction` is -1 if the rows go back from the last one.
+/// `direction` is -1 at the last row, where the other rows come before it.
 template <class Value>
 struct QxChangeAtRim {
     const Value* row;
@@ -66,7 +67,7 @@ struct QxChangeAtRim {
     }
 };
 
-/// Of at most two rows.
+/// For grids of at most two rows.
 template <class Value>
 struct QxChangeOfTwo {
     const Value* before;
@@ -75,7 +76,8 @@ struct QxChangeOfTwo {
     Value operator()(unsigned int i) const { return after[i] - before[i]; }
 };
 
-/// Calls `work` with what computes the changes across one row of a grid whose points all count.
+/// Calls `work` with the function object that computes the changes across one row. All points of
+/// the grid must be active.
 template <class Value, class Work>
 inline void QxWithChangeAcross(const Value* values, const QxGrid& grid, unsigned int row,
                                const Work& work)
@@ -94,7 +96,7 @@ inline void QxWithChangeAcross(const Value* values, const QxGrid& grid, unsigned
         work(QxChangeAtRim<Value>{at, at - columns, at - 2 * columns, -1});
 }
 
-/// The change within a row at one of its ends.
+/// Returns the change within a row at one of its ends.
 template <class Value>
 inline Value QxChangeAtEnd(const Value* row, unsigned int columns, bool first)
 {
@@ -105,8 +107,8 @@ inline Value QxChangeAtEnd(const Value* row, unsigned int columns, bool first)
                  : QxChangeAtEdge(end[0], end[-1], end[-2]) * -1.0f;
 }
 
-/// The change at a point along an axis with that stride, in which it has that place; only points that
-/// count are read.
+/// Returns the change at a point along an axis with this stride; `place` is the position of the
+/// point along the axis. Reads only active points.
 template <class Value, class Where>
 inline Value QxChangeWhere(const Value* value, unsigned int point, unsigned int stride,
                            unsigned int place, unsigned int length, const Where& where)
@@ -138,7 +140,7 @@ inline void QxDifferencesWithinRow(Value* result, const Value* row, unsigned int
     result[last] = QxChangeAtEnd(row, columns, false);
 }
 
-/// How a value changes from one shading point to the next along an axis, at each point; 0 without a
+/// Computes the change of a value between neighbouring points along an axis; 0 if there is no
 /// neighbour. `result` may be `value`.
 template <class Value, class Where = QxAllPoints>
 inline void QxDifferences(Value* result, const Value* value, const QxGrid& grid, QxGridAxis axis,
@@ -165,19 +167,21 @@ inline void QxDifferences(Value* result, const Value* value, const QxGrid& grid,
     const unsigned int length = axis == QxGridAxis::U ? columns : grid.rows;
     const unsigned int stride = axis == QxGridAxis::U ? 1 : columns;
     for (unsigned int i = 0; i < grid.Size(); ++i)
-        // With a point there is a row and a column. NOLINTNEXTLINE(clang-analyzer-core.DivideZero)
+        // A grid with a point has a row and a column.
+        // NOLINTNEXTLINE(clang-analyzer-core.DivideZero)
         result[i] = QxChangeWhere(source, i, stride, i / stride % length, length, where);
 }
 
-/// The share of a cell that belongs to a point of a row or a column: half of it at the ends.
+/// Returns the fraction of a cell that a point of a row or column represents: half of it at the
+/// ends.
 inline float QxShareOfCell(unsigned int place, unsigned int length)
 {
     return place == 0 || place + 1 == length ? 0.5f : 1.0f;
 }
 
-/// result = function(change along u, change along v, share of the cell between points that is the
-/// point's) at the points of one row, where all points count, with the changes of `row` as
-/// `QxDifferences` computes them. `down` gives those along v. No result is read again.
+/// Computes result = function(change along u, change along v, represented fraction of a cell) for
+/// the points of one row; all points must be active. The changes within `row` are those of
+/// `QxDifferences`, and `down` returns those along v. Results are not read again.
 template <class Result, class Value, class Down, class Function>
 inline void QxOfDifferencesInRow(Result* result, const Value* row, const Down& down,
                                  unsigned int columns, float share, const Function& function)
@@ -190,7 +194,7 @@ inline void QxOfDifferencesInRow(Result* result, const Value* row, const Down& d
         result[last] = function(QxChangeAtEnd(row, columns, false), down(last), share * 0.5f);
 }
 
-/// The same over a grid, at those of its points that count. `result` is not where `value` is.
+/// The same for the active points of a grid. `result` must not overlap `value`.
 template <class Result, class Value, class Where, class Function>
 inline void QxOfDifferences(Result&& result, const Value* value, const QxGrid& grid,
                             const Where& where, const Function& function)
@@ -216,13 +220,15 @@ inline void QxOfDifferences(Result&& result, const Value* value, const QxGrid& g
     }
 }
 
-/// What turns a difference into one over the step of the parameter; 0 over no step.
+/// Returns the factor by which a difference becomes a derivative for this step of the parameter; 0
+/// if the step is 0.
 inline float QxOver(float step)
 {
     return step != 0 ? 1 / step : 0.0f;
 }
 
-/// The derivative of a value by the parameter of an axis, whose step is `spacing` everywhere.
+/// Computes the derivative of a value by the parameter of an axis, whose step is `spacing`
+/// everywhere.
 template <class Value, class Where = QxAllPoints>
 inline void QxDerivative(Value* result, const Value* value, float spacing, const QxGrid& grid,
                          QxGridAxis axis, const Where& where = Where())
@@ -232,8 +238,8 @@ inline void QxDerivative(Value* result, const Value* value, float spacing, const
         result[i] = result[i] * QxOver(spacing);
 }
 
-/// The derivative of one value by another: along u and v, weighted by how the denominator changes
-/// there, which is its gradient's direction on the grid.
+/// Computes the derivative of one value by another: the derivatives along u and v, weighted by the
+/// change of the denominator, in the direction of its gradient on the grid.
 template <class Value, class Where = QxAllPoints>
 inline void QxDerivativeBy(Value* result, const Value* numerator, const float* denominator,
                            const QxGrid& grid, const Where& where = Where())
@@ -251,7 +257,8 @@ inline void QxDerivativeBy(Value* result, const Value* numerator, const float* d
                     QxOver(byU[i] * byU[i] + byV[i] * byV[i]);
 }
 
-/// The normal of a surface whose points are given, not of unit length, at the points that count.
+/// Computes the normals of the surface through the points, not of unit length, at the active
+/// points.
 template <class Result, class Where = QxAllPoints>
 inline void QxCalculateNormal(Result&& result, const QxVector3* points, float du, float dv,
                               const QxGrid& grid, const Where& where = Where())
@@ -263,8 +270,8 @@ inline void QxCalculateNormal(Result&& result, const QxVector3* points, float du
                     });
 }
 
-/// The area that each shading point represents, of those that count: half of the cell between
-/// points at an edge of the grid, a quarter at a corner, so that the sum over the grid is its area.
+/// Computes the area that each active point represents: half of a cell between points at an edge of
+/// the grid, a quarter at a corner. So the sum over the grid is its area.
 template <class Result, class Where = QxAllPoints>
 inline void QxArea(Result&& result, const QxVector3* points, const QxGrid& grid,
                    const Where& where = Where())

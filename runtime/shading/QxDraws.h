@@ -2,23 +2,25 @@
 
 #include "QxArray.h"
 
-/// Counts how many numbers each point of a run has drawn by `random`. So the number that a call gives at
-/// a point does not depend on what other points do, nor on the order in which points are handled.
+/// Counts the random numbers that each point of a run has drawn by `random`. So the number that a
+/// call returns at a point does not depend on other points or on the order in which points are
+/// computed.
 class QxDraws {
 public:
-    /// Means all points: the point of a call whose result is uniform.
+    /// Stands for all points, in a call whose result is uniform.
     static constexpr unsigned int k_allPoints = ~0u;
     /// Added to the counts in default values that are computed once for several runs.
     static constexpr unsigned int k_ofDefaults = 1u << 31;
 
-    /// Forgets all counts; the next ones begin with this one.
+    /// Discards all counts; the next counts start from `first`.
     void Start(unsigned int first)
     {
         m_first = first;
         m_ofAll = 0;
         m_counts.Clear();
     }
-    /// How many numbers the point has drawn since then. Throws what `new` throws.
+    /// Counts a draw. Returns the number of earlier draws of the point, plus `first`. Throws what
+    /// `new` throws.
     unsigned int Next(unsigned int point)
     {
         if (point == k_allPoints)

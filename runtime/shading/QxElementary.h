@@ -2,20 +2,21 @@
 
 #include <cstring>
 
-// Elementary functions of floats for both outputs and for the folding of constants.
+// Elementary functions of floats, for both outputs and for constant folding.
 //
-// They are computed in double precision from sums, products, quotients and square roots, which every
-// processor rounds alike, and from operations on bits. So the values are the same on all of them and
-// in vectors of any length, as long as products are not contracted into sums. They have no
-// branch, table or call, so that loops over points become loops of vectors, with the baseline
-// processor too: it has no instruction to round doubles, to convert long integers or to shift
-// them arithmetically.
+// They are computed in double precision from sums, products, quotients and square roots, which
+// every processor rounds in the same way, and from bit operations. So the values are the same on
+// all processors and in vectors of any length, provided that products are not fused with sums. The
+// functions have no branches, tables or calls, so that loops over points can be vectorized, also
+// for the baseline processor, which has no vector instructions to round doubles, to convert long
+// integers or to shift them arithmetically.
 //
-// Errors are the largest distances from the exact values in units of the last place of a float, 0.5 being the
-// least possible. They were measured over every 67th float, 32 to 64 million arguments, or as many pairs as
-// stated; tests/runtime/ElementaryFunctionsTest.cpp holds them, and measures over all floats on demand. The
-// coefficients of polynomials are minimax approximations (Evgeny Remez's exchange algorithm, 1934), computed
-// with 160 bits; their errors are relative.
+// The stated errors are the largest distances from the exact values in units of the last place of a
+// float; the smallest possible error is 0.5. They were measured over every 67th float, 32 to 64
+// million arguments, or over as many pairs as stated. tests/runtime/ElementaryFunctionsTest.cpp
+// checks them, and measures all floats on request. The coefficients of polynomials are minimax
+// approximations (Evgeny Remez's exchange algorithm, 1934), computed with 160 bits; their relative
+// errors are in parentheses.
 
 namespace qxmath {
 
@@ -39,11 +40,11 @@ inline double DoubleOf(Word word)
     return x;
 }
 
-/// A number of this size has no place for fractions: to add it rounds to a whole number, which then
-/// stands in the last bits of the sum.
+/// A double of this size has no fraction bits: adding it rounds a number to a whole number, which
+/// is then in the last bits of the sum.
 constexpr double k_wholeNumbers = 0x1.8p+52;
 
-/// All bits if the lowest bit of `word` is set, else none.
+/// Returns all bits set if the lowest bit of `word` is set, else 0.
 inline Word MaskOfLowestBit(Word word)
 {
     return 0 - (word & 1);
@@ -54,7 +55,7 @@ inline double Select(Word mask, double yes, double no)
     return DoubleOf((WordOf(yes) & mask) | (WordOf(no) & ~mask));
 }
 
-/// `magnitude`, which is not negative, with the sign of `sign`.
+/// Returns `magnitude`, which must not be negative, with the sign of `sign`.
 inline double WithSignOf(double magnitude, double sign)
 {
     return DoubleOf(WordOf(magnitude) | (WordOf(sign) & k_signBit));
@@ -70,14 +71,15 @@ inline bool IsWhole(double x)
     return (x + k_wholeNumbers) - k_wholeNumbers == x;
 }
 
-/// -1 for an odd whole number, 1 for an even one.
+/// Returns -1 for an odd whole number, 1 for an even one.
 inline double SignForOdd(double whole)
 {
     return DoubleOf(WordOf(1.0) | (WordOf(whole + k_wholeNumbers) << 63));
 }
 
-/// 2 to the power of r, with |r| <= 1/2 (2^-28). Estrin's scheme, since at one point each step waits for the one
-/// before (Gerald Estrin, "Organization of computer systems", 1960).
+/// Returns 2 to the power of r, with |r| <= 1/2 (2^-28). Uses Estrin's scheme (Gerald Estrin,
+/// "Organization of computer systems", 1960), since in the usual one each step waits for the
+/// previous one, which is slow for a single point.
 inline double PartialPower(double r)
 {
     const double z = r * r;
@@ -87,7 +89,8 @@ inline double PartialPower(double r)
     return (low + z * middle) + (z * z) * (high + z * 0x1.446c81e4d7b3dp-13);
 }
 
-/// 2 to the power of t, from 0 to infinity as a float: t = n + r with |r| <= 1/2, and n is added to the exponent.
+/// Returns 2 to the power of t, from 0 to infinity as a float: t = n + r with |r| <= 1/2, and n is
+/// added to the exponent.
 inline double ExpOfBase2(double t)
 {
     const double above = t < -160 ? -160 : t;
@@ -104,7 +107,7 @@ struct Parts {
         constexpr Word root = 0x3fe6a09e667f3bcdu;  // sqrt(1/2)
         constexpr Word one = 0x3ff0000000000000u;
         const Word scaled = WordOf(x) + (one - root);
-        // 2^52 + n + 1023, since a long integer is not converted.
+        // 2^52 + n + 1023, which avoids the conversion of a long integer.
         n = DoubleOf((scaled >> 52) | 0x4330000000000000u) - (0x1p+52 + 1023);
         m = DoubleOf((scaled & k_fraction) + root);
     }
@@ -112,20 +115,20 @@ struct Parts {
     double m;
 };
 
-/// Infinity and what is no number as a logarithm, which for a finite x is `logarithm`.
+/// Returns x if it is infinite or NaN, otherwise `logarithm`.
 inline double UnlessInfinite(double x, double logarithm)
 {
     return x < 0x1p+128 ? logarithm : x;
 }
 
-/// e to the power of x. Error: 0.562.
+/// Returns e to the power of x. Error: 0.562.
 inline float Exp(float x)
 {
     return static_cast<float>(ExpOfBase2(static_cast<double>(x) * 0x1.71547652b82fep+0));
 }
 
-/// Logarithm of a positive x to the base of e: log m = 2 artanh s with s = (m - 1) / (m + 1), an odd
-/// polynomial (2^-30). Error: 0.512.
+/// Returns the natural logarithm of a positive x: log m = 2 artanh s with s = (m - 1) / (m + 1), an
+/// odd polynomial (2^-30). Error: 0.512.
 inline float Log(float x)
 {
     const Parts parts(x);
@@ -138,7 +141,7 @@ inline float Log(float x)
     return static_cast<float>(UnlessInfinite(x, logarithm));
 }
 
-/// The logarithm to the base of 2: as above, but more exact (2^-38).
+/// Returns the logarithm to the base of 2, as above but more exact (2^-38).
 inline double LogOfBase2(const Parts& parts)
 {
     const double s = (parts.m - 1) / (parts.m + 1);
@@ -148,16 +151,16 @@ inline double LogOfBase2(const Parts& parts)
     return parts.n + s * (low + (z * z) * (high + (z * z) * 0x1.5ce7cd91e91a7p-2));
 }
 
-/// x, which is not negative, to the power of y. Both are floats, and so is the result when it is rounded.
-/// Error: 0.562, over 6 million pairs.
+/// Returns x, which must not be negative, to the power of y. Both are floats; the result must be
+/// rounded to a float. Error: 0.562, over 6 million pairs.
 inline double Pow(double x, double y)
 {
-    // The last term is nothing, but infinity for an infinite x and no number for what is none.
+    // The last term is 0, except infinity for an infinite x and NaN for a NaN.
     return ExpOfBase2(y * (LogOfBase2(Parts(x)) + x * 1e-300));
 }
 
-/// The same to the bit outside of vectors, where rare cases are cheaper to branch for than to choose from, and to
-/// multiply takes less time than to add to the exponent.
+/// Returns the same bits, for code that is not vectorized: rare cases are cheaper as branches, and
+/// a multiplication is faster than adding to the exponent.
 inline double PowAtPoint(double x, double y)
 {
     double t = y * (LogOfBase2(Parts(x)) + x * 1e-300);
@@ -168,11 +171,12 @@ inline double PowAtPoint(double x, double y)
     return PartialPower(r) * DoubleOf((WordOf(shifted) + 1023) << 52);
 }
 
-/// An angle as quarters of a turn and a rest of at most an eighth of one.
+/// An angle, split into quarters of a turn and a remainder of at most an eighth of a turn.
 ///
-/// Cody and Waite, "Software Manual for the Elementary Functions", 1980: pi / 2 in three parts, of which the
-/// first two have 25 bits, so that their products with up to 2^28 quarters are exact. Larger angles, whose
-/// neighbours lie more than two turns apart, count as the nearer of 2^28 and -2^28.
+/// Cody and Waite, "Software Manual for the Elementary Functions", 1980: pi / 2 is the sum of three
+/// parts, of which the first two have 25 bits, so that their products with up to 2^28 quarters are
+/// exact. Larger angles, whose neighbouring floats are more than two turns apart, are replaced by
+/// 2^28 or -2^28.
 struct Angle {
     explicit Angle(float x)
     {
@@ -185,7 +189,7 @@ struct Angle {
         rest = ((within - n * 0x1.921fb5p+0) - n * 0x1.110b46p-26) - n * 0x1.1a62633145c07p-54;
     }
 
-    /// Of the rest: an odd polynomial (2^-26) and an even one (2^-32).
+    /// The sine and cosine of the remainder: an odd polynomial (2^-26) and an even one (2^-32).
     [[nodiscard]] double Sine() const
     {
         const double z = rest * rest;
@@ -201,7 +205,7 @@ struct Angle {
                          z * (-0x1.6c0e0a0e43b22p-10 + z * 0x1.9a6f9768aa0adp-16)));
     }
 
-    /// The sine of the angle, turned by some more quarters.
+    /// Returns the sine of the angle plus `more` quarters of a turn.
     [[nodiscard]] float SineTurnedBy(Word more) const
     {
         const Word turned = quarters + more;
@@ -209,23 +213,23 @@ struct Angle {
         return static_cast<float>(DoubleOf(WordOf(value) ^ ((turned & 2) << 62)));
     }
 
-    Word quarters;  // in its last bits
+    Word quarters;  // in the last two bits
     double rest;
 };
 
-/// Error: 0.661, for angles up to 2^28.
+/// Returns the sine. Error: 0.661, for angles up to 2^28.
 inline float Sin(float x)
 {
     return Angle(x).SineTurnedBy(0);
 }
 
-/// Error: 0.658.
+/// Returns the cosine. Error: 0.658.
 inline float Cos(float x)
 {
     return Angle(x).SineTurnedBy(1);
 }
 
-/// Error: 0.734.
+/// Returns the tangent. Error: 0.734.
 inline float Tan(float x)
 {
     const Angle angle(x);
@@ -235,8 +239,8 @@ inline float Tan(float x)
     return static_cast<float>(Select(isOdd, -cosine, sine) / Select(isOdd, sine, cosine));
 }
 
-/// The arc sine by an odd polynomial (2^-30) of s, which is the magnitude of x up to 1/2. Above,
-/// asin x = pi / 2 - 2 asin sqrt((1 - x) / 2).
+/// The arc sine of s by an odd polynomial (2^-30), where s is the magnitude of x up to 1/2. Above
+/// that, asin x = pi / 2 - 2 asin sqrt((1 - x) / 2).
 struct ArcSine {
     explicit ArcSine(double x)
     {
@@ -257,14 +261,14 @@ struct ArcSine {
     double ofS;
 };
 
-/// For x from -1 to 1. Error: 0.514.
+/// Returns the arc sine of x from -1 to 1. Error: 0.514.
 inline float Asin(float x)
 {
     const ArcSine arc(x);
     return static_cast<float>(WithSignOf(arc.isFolded ? k_pi / 2 - 2 * arc.ofS : arc.ofS, x));
 }
 
-/// For x from -1 to 1. Error: 0.511.
+/// Returns the arc cosine of x from -1 to 1. Error: 0.511.
 inline float Acos(float x)
 {
     const ArcSine arc(x);
@@ -272,9 +276,9 @@ inline float Acos(float x)
     return static_cast<float>(arc.isFolded ? folded : k_pi / 2 - WithSignOf(arc.ofS, x));
 }
 
-/// The angle of the direction (x, y); 0 without one. The lesser of |x| and |y| is divided by the greater,
-/// a quotient above tan(pi / 8) is turned back by pi / 4, and an odd polynomial serves the rest (2^-28).
-/// Error: 0.532, over 6 million pairs.
+/// Returns the angle of the direction (x, y); 0 for the zero vector. The smaller of |x| and |y| is
+/// divided by the larger. A quotient above tan(pi / 8) is rotated back by pi / 4, and the angle of
+/// the rest is an odd polynomial (2^-28). Error: 0.532, over 6 million pairs.
 inline float Atan2(float y, float x)
 {
     constexpr double most = 1e300;  // so that infinities have a quotient
@@ -301,7 +305,7 @@ inline float Atan2(float y, float x)
     return static_cast<float>(WithSignOf(isLeft < 0 ? k_pi - quarter : quarter, y));
 }
 
-/// Error: 0.532.
+/// Returns the arc tangent. Error: 0.532.
 inline float Atan(float x)
 {
     return Atan2(x, 1);

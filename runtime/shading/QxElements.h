@@ -4,37 +4,40 @@
 
 #include "QxShading.h"
 
-// Elements of arrays in generated code, which writes them as
+// Access to elements of arrays in generated code, which is written as
 //
 //     array + int(index)              a uniform array, or a parameter of one value
 //     (array + int(index) * numMp)    a varying one
 //
-// after a test of the index at some levels. An index outside of the array means its nearest element, at
-// every level, as in byte-code. So `int` before a parenthesis becomes an object that clamps the index
-// when the address is computed. The length of a local array of uniform elements is in its type. That of
-// others is looked up by address, among the parameters and the varying locals, and kept in a small table
-// that is kept beside the locals of the function: arrays stay where they are while it runs, except
-// blocks that it frees itself.
+// after a check of the index at some levels of optimization. An index outside its array accesses
+// the nearest element, at every level, as in byte-code. For this, `int` before a parenthesis
+// becomes an object that clamps the index when the address is computed. The type of a local array
+// of uniform elements contains its length. The length of other arrays is looked up by address,
+// among the parameters and the varying locals, and stored in a small table among the locals of the
+// function. The table stays valid while the function runs, since arrays do not move, except blocks
+// that the function frees itself.
 
-/// Bytes before each block of locals, in which its size is kept; the block is as aligned as one from calloc.
+/// Number of bytes before each block of locals, which contain its size; the block has the alignment
+/// of one from calloc.
 constexpr std::size_t k_qxBlockHead = 16;
 
-/// How many elements the array at an address has.
+/// The length of the array at an address.
 struct QxKnownArray {
     const void* array;
     int last;  // its last element
 };
 
-/// Those that a function has met, by address.
+/// The arrays that a function has accessed, by address.
 class QxKnownArrays {
 public:
-    /// The place of the array in the table, which another array may occupy.
+    /// Returns the entry for the array in the table, which may contain another array.
     QxKnownArray& At(const void* array)
     {
         const std::uintptr_t place = reinterpret_cast<std::uintptr_t>(array) >> 4;
         return m_known[(place ^ place >> 6) % k_count];
     }
-    /// A block was freed: the next one may be at the same address, with other arrays in it.
+    /// Must be called when a block was freed: the next one may be at the same address, with other
+    /// arrays.
     void Forget()
     {
         for (QxKnownArray& known : m_known)
@@ -47,20 +50,21 @@ private:
     QxKnownArray m_known[k_count] = {};
 };
 
-/// Parameters of the shader. Set when it is loaded.
+/// The number of parameters of the shader, set when it is loaded.
 static std::size_t s_qxParameters = 0;
 
-/// The element that an index means, 0 for what is no number.
+/// Returns the element with this index, clamped to the array; 0 for NaN.
 inline int QxElementAt(float index, int last)
 {
     const float bound = static_cast<float>(last);
     return static_cast<int>(index > 0 ? (index < bound ? index : bound) : 0);
 }
 
-/// Of a body without varying locals.
+/// Stands for the locals of a body without varying locals.
 struct QxNoLocals {};
 
-/// Where the block of varying locals ends, which QxCalloc has noted before it.
+/// Returns the end of the block of varying locals, from the size that QxCalloc has stored before
+/// it.
 inline const char* QxEndOfBlock(const void* block)
 {
     std::size_t bytes;
@@ -68,8 +72,8 @@ inline const char* QxEndOfBlock(const void* block)
     return static_cast<const char*>(block) + bytes;
 }
 
-/// Bytes from a varying local to the next one of the same block, or its end; 0 if it is none. The locals
-/// are the members of a structure of pointers.
+/// Returns the number of bytes from a varying local to the next one in the same block, or to its
+/// end; 0 if it is not a varying local. The locals are the members of a structure of pointers.
 template <class Locals>
 inline std::size_t QxBytesOfLocal(const Locals& locals, const void* local)
 {
@@ -92,7 +96,8 @@ inline std::size_t QxBytesOfLocal(const Locals& locals, const void* local)
     return static_cast<std::size_t>((end ? end : QxEndOfBlock(block)) - begin);
 }
 
-/// Finds the array and keeps it in `known`. What is no array has one element.
+/// Finds the length of the array and stores it in `known`. A variable that is not an array has one
+/// element.
 template <class Locals>
 __attribute__((noinline)) void QxFindArray(QxKnownArray& known, const void* array,
                                            std::size_t elementBytes, QxVar* parameters,
@@ -109,7 +114,8 @@ __attribute__((noinline)) void QxFindArray(QxKnownArray& known, const void* arra
             known.last = static_cast<int>(bytes / elementBytes) - 1;
 }
 
-/// An index, and where to look for the length of its array. `stride`: from element to element.
+/// An index, and where to look up the length of its array. `stride` is the distance between
+/// elements.
 template <class Locals>
 struct QxIndex {
     float index;
@@ -122,7 +128,7 @@ struct QxIndex {
     {
         return {index, known, parameters, locals, points};
     }
-    // What generated code tests before it reports an index.
+    // Generated code tests this before it reports an index.
     bool operator<(int) const { return !(index > -1); }
     bool operator>=(int length) const { return index >= static_cast<float>(length); }
 };

@@ -4,7 +4,7 @@
 
 #include "QxMath.h"
 
-// The share of a filter kernel that lies left of a place, by kernel. Each has the area 1 and is
+// The integral of a filter kernel from the left up to a position. Each kernel has the area 1 and is
 // scaled so that one sample spacing is one unit.
 
 namespace qxfilter {
@@ -20,13 +20,13 @@ inline float Triangle(float x)
     return t < 0 ? 0.5f * (1 + t) * (1 + t) : 1 - 0.5f * (1 - t) * (1 - t);
 }
 
-/// A bell with the standard deviation of half a spacing.
+/// A Gaussian whose standard deviation is half a sample spacing.
 inline float Gaussian(float x)
 {
     return 0.5f * qxmath::Erfc(-x * 1.41421356f);
 }
 
-/// Integral of the Catmull-Rom kernel from 0 to x, for x from 0 to 2.
+/// Returns the integral of the Catmull-Rom kernel from 0 to x, for x from 0 to 2.
 inline float CatmullRomHalf(float x)
 {
     if (x <= 1)
@@ -40,7 +40,7 @@ inline float CatmullRom(float x)
     return t < 0 ? 0.5f - CatmullRomHalf(-t) : 0.5f + CatmullRomHalf(t);
 }
 
-/// A filter by name. The first row is the default.
+/// A filter and its name. The first row is the default.
 struct Filter {
     const char* name;
     float (*share)(float);
@@ -53,7 +53,7 @@ inline constexpr Filter k_filters[] = {
     {"gaussian", Gaussian},
 };
 
-/// The place of the name in the table; that of the default for an unknown one or null.
+/// Returns the index of the name in the table; that of the default for null or an unknown name.
 inline unsigned int Find(const char* name)
 {
     for (unsigned int i = 0; i < sizeof k_filters / sizeof *k_filters; ++i)
@@ -64,11 +64,11 @@ inline unsigned int Find(const char* name)
 
 }  // namespace qxfilter
 
-// `filterstep` of one sample averages over what the point covers, around the sample. It has the operands of
-// the one between two samples: so the length of the interval, without its last 9 bits, takes the
-// place of the second sample, in the payload of a NaN.
+// `filterstep` of one sample averages over the interval that the point covers around the sample. It
+// has the same operands as that of two samples. So the length of the interval, without its last 9
+// bits, is passed as the second sample, in the payload of a NaN.
 
-/// Encodes a length as the second sample; 0 for a length that is no number.
+/// Encodes a length as the second sample; NaN is encoded as 0.
 inline float QxIntervalAround(float length)
 {
     unsigned int bits;
@@ -78,7 +78,7 @@ inline float QxIntervalAround(float length)
     return length;
 }
 
-/// The length of the interval, for what is no number; that without such bits has length 0.
+/// Returns the length that a NaN contains; 0 for a NaN without one.
 inline float QxLengthOfInterval(float s2)
 {
     unsigned int bits;
@@ -88,9 +88,9 @@ inline float QxLengthOfInterval(float s2)
     return s2;
 }
 
-/// A step at `edge`, filtered over the interval between two samples, or around the first one if the
-/// second is from `QxIntervalAround`. `width` stretches it around its middle. An empty interval gives
-/// the plain step.
+/// Returns a step at `edge`, filtered over the interval between two samples, or around the first
+/// one if the second is from `QxIntervalAround`. `width` scales the interval around its middle. For
+/// an empty interval the result is an unfiltered step.
 template <class Filter>
 inline float QxFilterStepOf(const Filter& filter, float edge, float s1, float s2, float width)
 {
@@ -102,7 +102,7 @@ inline float QxFilterStepOf(const Filter& filter, float edge, float s1, float s2
     return spacing > 0 ? filter(place) : QxStep(edge, s1);
 }
 
-/// An unknown filter is the default one.
+/// An unknown name selects the default filter.
 inline float QxFilterStep(float edge, float s1, float s2, float width, const char* filter)
 {
     return QxFilterStepOf(qxfilter::k_filters[qxfilter::Find(filter)].share, edge, s1, s2, width);

@@ -2,8 +2,9 @@
 
 #include "QxElementary.h"
 
-// What shaders need of <cmath> and QxElementary.h does not hold, for floats. The header itself, with all that
-// it brings along, would be a third of what is read to compile a small shader.
+// The functions of <cmath> that shaders need and QxElementary.h does not define, for floats. With
+// everything that it includes, <cmath> would be a third of the text that is read to compile a small
+// shader.
 
 namespace qxmath {
 
@@ -14,7 +15,7 @@ inline float Floor(float x) { return __builtin_floorf(x); }
 inline float Sqrt(float x) { return __builtin_sqrtf(x); }
 inline float Trunc(float x) { return __builtin_truncf(x); }
 
-// Of double precision.
+// In double precision.
 inline double Abs(double x) { return __builtin_fabs(x); }
 inline double Cos(double x) { return __builtin_cos(x); }
 inline double Sqrt(double x) { return __builtin_sqrt(x); }

@@ -3,16 +3,16 @@
 #include "QxArray.h"
 #include "QxValues.h"
 
-// How one operation on one point is done for the current point, for a whole grid, or for some of
-// its points. An operand of a whole-grid form is a pointer to the values of all points, or one
-// value that serves them all; any operand may be either:
+// Applies an operation of one point to the current point, to a whole grid, or to some of its
+// points. An operand of a whole-grid form is a pointer to the values of all points, or one value
+// for all of them, in any combination:
 //
 //     QxCallSimd(numMp, QxLengthCall(), r, P)            r[i] = length(P[i]) at each point
 //     QxCallSimdIf(numMp, true, QxMixCall(), r, f, a, 2.0, x)      where f[i] is true
 //
-// Which of the two it is says its type, so the choice costs nothing when the shader runs.
+// The type of an operand distinguishes the two, so this costs nothing at run time.
 
-// What an operand holds at a point.
+// The value of an operand at a point
 
 template <class Value>
 inline Value& QxAt(Value* values, unsigned int point)
@@ -70,7 +70,7 @@ inline QxStopAndBool QxAt(QxStopAndBool value, unsigned int)
     return value;
 }
 
-// Constants are written as numbers of double precision or as integers.
+// Generated code contains constants as numbers of double precision or as integers.
 
 inline float QxAt(double value, unsigned int)
 {
@@ -82,7 +82,7 @@ inline float QxAt(int value, unsigned int)
     return static_cast<float>(value);
 }
 
-/// A number that stands where a triple is wanted has three equal components.
+/// A number that is used as a triple has three equal components.
 inline QxVector3 QxToPoint(float value)
 {
     return {value, value, value};
@@ -113,12 +113,12 @@ inline QxRGBColor QxToColor(const QxVector3& value)
     return {value.x, value.y, value.z};
 }
 
-/// Which points a whole-grid form handles.
+/// All points, as the points that a whole-grid form computes.
 struct QxAllPoints {
     bool operator()(unsigned int) const { return true; }
 };
 
-/// The points where a flag has the wanted value. The flag may be one for all points.
+/// The points where a flag has the wanted value. The flag may be uniform.
 template <class Condition>
 struct QxPointsIf {
     const Condition& condition;
@@ -136,20 +136,22 @@ inline QxPointsIf<Condition> QxWhere(const Condition& condition, bool wanted)
     return {condition, wanted};
 }
 
-/// Base of functions that ask the host, which is asked once for all points of a grid.
+/// Base of functions that query the host, which is asked once for all points of a grid.
 struct QxQuestion {};
 
-/// Stands before a loop over points. Each point reads and writes its own values alone, so that arrays may be
-/// the same, but never overlap otherwise: the compiler need not look, which with many arrays it gives up.
+/// Precedes a loop over points. Each point reads and writes only its own values, so two arrays are
+/// the same or do not overlap. Without this information the compiler would have to check for
+/// overlap at run time, and does not vectorize loops with many arrays.
 #if !defined(__clang__)
 #define QX_POINTS_APART _Pragma("GCC ivdep")
 #elif defined(QX_SHADER_FUNC)
 #define QX_POINTS_APART _Pragma("clang loop vectorize(assume_safety)")
 #else
-#define QX_POINTS_APART  // it warns where it makes no vectors, which only generated files disable
+#define QX_POINTS_APART  // clang warns about loops that it cannot vectorize; only generated files
+                         // disable that
 #endif
 
-/// Stands before a block that handles the points from `firstPoint` up to `endPoint`, exclusive: strips
+/// Precedes a block that computes the points from `firstPoint` up to `endPoint`, exclusive: a strip
 /// of the grid, whose values stay in the first-level cache.
 #define QX_FOR_STRIPS                                                                              \
     for (unsigned int firstPoint = 0, endPoint = QxEndOfStrip(0, numMp); firstPoint < numMp;       \
@@ -161,7 +163,8 @@ inline unsigned int QxEndOfStrip(unsigned int first, unsigned int points)
     return points - first < length ? points : first + length;
 }
 
-/// result = function(arguments...) at each of the points. The result may be one of the arguments.
+/// Computes result = function(arguments...) for each of the points. The result may be one of the
+/// arguments.
 template <class Where, class Function, class Result, class... Arguments>
 inline void QxOverGrid(unsigned int points, const Where& where, const Function& function,
                        Result&& result, Arguments&&... arguments)
@@ -176,10 +179,10 @@ inline void QxOverGrid(unsigned int points, const Where& where, const Function& 
     }
 }
 
-/// A function as an object, also one with overloads.
+/// Wraps a function, which may be overloaded, in an object.
 #define QX_OBJECT_OF(function) [](const auto&... arguments) { return function(arguments...); }
 
-/// The same at all points of the grid.
+/// The same for all points of the grid.
 template <class Function, class Result, class... Arguments>
 inline void QxCallSimd(unsigned int points, const Function& function, Result&& result,
                        Arguments&&... arguments)
@@ -187,7 +190,7 @@ inline void QxCallSimd(unsigned int points, const Function& function, Result&& r
     QxOverGrid(points, QxAllPoints(), function, result, arguments...);
 }
 
-/// The same where the condition has the wanted value.
+/// The same for the points where the condition has the wanted value.
 template <class Function, class Result, class Condition, class... Arguments>
 inline void QxCallSimdIf(unsigned int points, bool wanted, const Function& function,
                          Result&& result, const Condition& condition, Arguments&&... arguments)
@@ -195,14 +198,14 @@ inline void QxCallSimdIf(unsigned int points, bool wanted, const Function& funct
     QxOverGrid(points, QxWhere(condition, wanted), function, result, arguments...);
 }
 
-/// result = function(arguments...) for the current point, or once for uniform data.
+/// Computes result = function(arguments...) for the current point, or once for uniform data.
 template <class Function, class Result, class... Arguments>
 inline void QxCallPlain(const Function& function, Result& result, Arguments&&... arguments)
 {
     result = function(QxAt(arguments, 0u)...);
 }
 
-/// The same for a function whose first argument is the number of the point.
+/// The same for a function whose first argument is the index of the point.
 template <class Where, class Function, class Result, class... Arguments>
 inline void QxOverGridAt(unsigned int points, const Where& where, const Function& function,
                          Result&& result, Arguments&&... arguments)
@@ -213,8 +216,8 @@ inline void QxOverGridAt(unsigned int points, const Where& where, const Function
             QxAt(result, i) = function(i, QxAt(arguments, i)...);
 }
 
-/// Where all values of an operand stand beside each other as values of the type that the first
-/// argument points to; null if they do not.
+/// Returns the address of the values of an operand if they are contiguous and have the type that
+/// the first argument points to; otherwise null.
 template <class Value, class Operand>
 inline const Value* QxBeside(const Value*, const Operand&)
 {
@@ -233,12 +236,12 @@ inline const Value* QxBeside(const Value*, Value* const& values)
     return values;
 }
 
-/// All values of an operand at once, for operations that read neighbouring points: where they stand,
-/// or a copy if they are elsewhere for each point or the operation writes them.
+/// All values of an operand, for operations that read neighbouring points. They are used in place,
+/// or copied if they are not contiguous or the operation writes to them.
 template <class Value, class Operand>
 class QxWholeOperand {
 public:
-    /// `result`: where the operation writes, which is all of the operand or none of it.
+    /// `result` is where the operation writes: to the whole operand or not to it at all.
     QxWholeOperand(const Operand& operand, unsigned int points, const void* result)
         : m_values(QxBeside(static_cast<const Value*>(nullptr), operand)),
           m_copies(m_values && m_values != result ? 0 : points)

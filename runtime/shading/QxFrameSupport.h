@@ -8,15 +8,15 @@
 #include "QxShading.h"
 #include "QxText.h"
 
-// What the frame of a generated file calls: storage, descriptions, spaces and shadeop libraries.
-// The entry points of the frame come in this order:
+// Functions that the frame of a generated file calls, for memory, descriptions, spaces and shadeop
+// libraries. The entry points of the frame are called in this order:
 //
-//     QxRegister, QxInterfaceVersion, QxInterrogate   once, and make what follows needs
-//     QxInitialize, QxEvaluate                        for each instance, in any threads at a time
-//     QxDestroy                                       once, and frees what the first ones made
+//     QxRegister, QxInterfaceVersion, QxInterrogate   once; create what the others need
+// QxInitialize, QxEvaluate                        for each instance, in several threads at a time
+//     QxDestroy                                       once; frees what the first ones created
 
-/// Zeroed, since locals of a shader begin as zero. Throws what `new` throws without memory. A block
-/// of no size is a block all the same, which the frame gives back.
+/// Allocates zeroed memory, since locals of a shader start as zero. Throws what `new` throws if
+/// there is no memory. A block of size 0 is valid too, and must be freed.
 inline void* QxCalloc(std::size_t count, std::size_t size)
 {
     const std::size_t bytes = count * size;
@@ -38,8 +38,7 @@ inline void QxFreeString(char* text)
 }
 #define FREE_STRING(text) QxFreeString(text)
 
-/// The frame owns these arrays and frees them with the functions of like names; to free none is
-/// allowed.
+/// The frame owns these arrays and frees them with the corresponding functions, which accept null.
 inline QxShaderToken* QxCreateShaderParamsDescr(int count)
 {
     return new QxShaderToken[static_cast<std::size_t>(count)];
@@ -55,7 +54,7 @@ inline QxToken* QxFindToken(QxTokenRegistry* registry, const char* name)
     return registry->Find(name);
 }
 
-/// One variable for each parameter, with room for one point.
+/// Creates one variable for each parameter, with memory for one point.
 inline QxVar* QxCreateVarsInit(const QxShaderToken* description, int count)
 {
     s_qxParameters = static_cast<std::size_t>(count);
@@ -80,13 +79,14 @@ inline void QxDeleteSpaceList(const QxFrame3D** list)
     delete[] list;
 }
 
-/// The frame of a name that may be defined later: the pointer stays good.
+/// Returns the frame of a name, which may be defined later; the pointer stays valid.
 inline const QxFrame3D* FindSpace(QxSpaceRegistry* registry, const char* name)
 {
     return registry->Reserve(name);
 }
 
-/// The value has been brought into the current space already; the space says where it came from.
+/// The value has already been transformed to the current space; `space` is the one in which it was
+/// given.
 inline void QxInitVarValue(QxVar& variable, const char* space, QxTokenInfo::QxClass, int,
                            const void* value)
 {
@@ -100,11 +100,11 @@ inline void QxReportBadArrayIndex(QxShaderSupport* support, const char* file, in
     support->Report(QxBadArrayIndexText(file, line, array, index).Characters());
 }
 
-// The place in the generated file says nothing to the shader's author.
+// The place in the generated file means nothing to the author of the shader, so it is dropped.
 #define ReportBadArrayIndexError(cppFile, cppLine, file, line, array, index)                       \
     QxReportBadArrayIndex(shaderSupport, file, line, array, QxNumber(index))
 
-/// The predefined variables by name, as tokens.
+/// Tokens for the predefined variables.
 enum QxPredefined {
     QxPredefinedCs,
     QxPredefinedOs,
@@ -163,7 +163,7 @@ static QxToken s_qxPredefinedTokens[] = {
 #define RI_PS (&s_qxPredefinedTokens[QxPredefinedPs])
 #define RI_ALPHA (&s_qxPredefinedTokens[QxPredefinedAlpha])
 
-// Shadeop libraries. A library or function that is not there is a null handle or pointer.
+// Shadeop libraries. A missing library or function is a null handle or pointer.
 
 using QxDSO = void*;
 
@@ -178,8 +178,8 @@ struct SlcDSOInfo {
     void* m_initdata;
 };
 
-/// The library's path in the first directory that holds it, valid until the next call; null if
-/// none does.
+/// Returns the path of the library in the first directory that contains it, valid until the next
+/// call, or null.
 inline const char* FindDSO(const QxSearchPath* searchPath, const char* file)
 {
     return searchPath->Find(file);

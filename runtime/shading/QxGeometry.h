@@ -2,7 +2,7 @@
 
 #include "QxMath.h"
 
-/// The sum of the products of the components: the cosine of the angle for unit vectors.
+/// Returns the dot product, which is the cosine of the angle for unit vectors.
 inline float QxDot(const QxVector3& a, const QxVector3& b)
 {
     return a.x * b.x + a.y * b.y + a.z * b.z;
@@ -13,14 +13,15 @@ inline float QxDot(const QxRGBColor& a, const QxRGBColor& b)
     return a.r * b.r + a.g * b.g + a.b * b.b;
 }
 
-/// Across both, by the right-hand rule; null for parallel ones.
+/// Returns the cross product; zero for parallel vectors.
 inline QxVector3 QxCross(const QxVector3& a, const QxVector3& b)
 {
     return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
 }
 
-/// A power of 2 that brings the largest component to where squares neither overflow nor vanish; 1 for
-/// all but the longest and shortest vectors. Chosen without a branch, so that loops become vectors.
+/// Returns a power of 2 that scales the largest component so that squares neither overflow nor
+/// underflow; 1 for all but extremely long and short vectors. Has no branch, so that loops can be
+/// vectorized.
 inline float QxScaleForSquares(const QxVector3& v)
 {
     const float largest = QxMax(QxMax(qxmath::Abs(v.x), qxmath::Abs(v.y)), qxmath::Abs(v.z));
@@ -40,7 +41,7 @@ inline float QxDistance(const QxVector3& a, const QxVector3& b)
     return QxLength(a - b);
 }
 
-/// The null vector stays as it is.
+/// The zero vector is returned unchanged.
 inline QxVector3 QxNormalize(const QxVector3& v)
 {
     const QxVector3 scaled = v * QxScaleForSquares(v);
@@ -48,21 +49,22 @@ inline QxVector3 QxNormalize(const QxVector3& v)
     return scaled * (length > 0 ? 1 / length : 1);
 }
 
-/// n, turned so that it looks against `incident` as seen by the true normal.
+/// Returns n, reversed if necessary so that it points against `incident`, according to the true
+/// normal.
 inline QxVector3 QxFaceForward(const QxVector3& n, const QxVector3& incident,
                                const QxVector3& trueNormal)
 {
     return QxDot(incident, trueNormal) > 0 ? -n : n;
 }
 
-/// `normal` is of unit length.
+/// `normal` must have unit length.
 inline QxVector3 QxReflect(const QxVector3& incident, const QxVector3& normal)
 {
     return incident - normal * (2 * QxDot(incident, normal));
 }
 
-/// `eta`: the index of the medium that the ray leaves, divided by that of the one it enters. Both
-/// vectors are of unit length. Null at total reflection.
+/// `eta` is the refractive index of the medium that the ray leaves, divided by that of the one it
+/// enters. Both vectors must have unit length. Returns zero at total reflection.
 inline QxVector3 QxRefract(const QxVector3& incident, const QxVector3& normal, float eta)
 {
     const float cosine = -QxDot(incident, normal);
@@ -72,11 +74,11 @@ inline QxVector3 QxRefract(const QxVector3& incident, const QxVector3& normal, f
     return incident * eta + normal * (eta * cosine - qxmath::Sqrt(k));
 }
 
-/// The shares of light that a smooth border between two media reflects and lets pass, with the
+/// The fractions of light that a smooth surface between two media reflects and transmits, and the
 /// directions of both.
 ///
-/// Augustin Fresnel's equations for unpolarized light; the transmitted share is what is not
-/// reflected, weighted with the square of the inverse index, since the cone of rays narrows.
+/// Augustin Fresnel's equations for unpolarized light. The transmitted fraction is the rest,
+/// multiplied by the square of the inverse index, since the cone of rays becomes narrower.
 struct QxFresnelShares {
     float reflected;
     float transmitted;
@@ -100,7 +102,7 @@ inline QxFresnelShares QxFresnel(const QxVector3& incident, const QxVector3& nor
     return shares;
 }
 
-/// Distance of q from the segment between two points.
+/// Returns the distance of q from the segment between two points.
 inline float QxPointLineDistance(const QxVector3& from, const QxVector3& to, const QxVector3& q)
 {
     const QxVector3 line = to - from;
@@ -110,9 +112,8 @@ inline float QxPointLineDistance(const QxVector3& from, const QxVector3& to, con
     return QxDistance(q, from + line * t);
 }
 
-/// q, turned by an angle in radians around the axis through two points, by the right-hand rule.
-///
-/// Olinde Rodrigues's formula.
+/// Rotates q by an angle in radians around the axis through two points, by the right-hand rule
+/// (Olinde Rodrigues's formula).
 inline QxVector3 QxRotatePoint(const QxVector3& q, float angle, const QxVector3& from,
                                const QxVector3& to)
 {

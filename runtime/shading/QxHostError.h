@@ -2,13 +2,13 @@
 
 #include <stdexcept>
 
-/// A file that is no shader, or a name or value that does not fit one. The text is for the user.
+/// The file is not a shader, or a name or value does not fit the shader. The text is for the user.
 class QxHostError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// A run that ended because its host wanted no more of it.
+/// The host stopped the run.
 class QxHostStopped : public QxHostError {
 public:
     using QxHostError::QxHostError;

@@ -3,20 +3,18 @@
 #include "QxForms.h"
 #include "QxShaderSupport.h"
 
-// Light sources and the standard ways in which surfaces answer to light. An answer goes over all
-// lights in their order, and each class is one function of the language; directions lead away from
-// the surface. Colors are linear and have no upper bound.
+// Lights, and the standard functions for reflected light, each of which sums over all lights in
+// order. Directions point away from the surface. Colors are linear and have no upper bound.
 
-/// The lights of a grid, as a surface sees them once they have been run. What it points to must
-/// outlive it.
+/// The lights of a grid, after they have been run. The arrays must outlive this object.
 struct QxLights {
     QxShaderSupport* support;
     const QxVector3* P;
     const QxLightInput* lights;
     unsigned int count;
 
-    /// The sum of what `answer` makes of each light's direction, from the surface to the light
-    /// and of unit length, and of its color.
+    /// Returns the sum over the lights of the color times `answer`, a function of the direction to
+    /// the light, which has unit length.
     template <class Answer>
     QxRGBColor Sum(unsigned int point, const Answer& answer) const
     {
@@ -27,7 +25,7 @@ struct QxLights {
     }
 };
 
-/// `ambient`: light that comes from nowhere in particular.
+/// `ambient`: light without a direction.
 class QxAmbientCall {
 public:
     explicit QxAmbientCall(const QxLights& lights) : m_lights(lights) {}
@@ -55,14 +53,14 @@ private:
     QxLights m_lights;
 };
 
-/// For the whole grid.
+/// Computes the ambient light of the whole grid.
 inline void QxAmbientOverGrid(unsigned int points, const QxLights& lights, QxRGBColor* result)
 {
     lights.support->AmbientOverGrid(lights.P, points, result);
 }
 
-/// The highlight of one light (James Blinn, "Models of light reflection for computer synthesized
-/// pictures", 1977). All vectors are of unit length and point away from the surface.
+/// Returns the highlight of one light (James Blinn, "Models of light reflection for computer
+/// synthesized pictures", 1977). All vectors have unit length and point away from the surface.
 inline float QxHighlight(const QxVector3& toLight, const QxVector3& normal, const QxVector3& toEye,
                          float roughness)
 {
@@ -89,7 +87,8 @@ private:
     QxLights m_lights;
 };
 
-/// `specularbrdf`: the share of light from one direction, without the light's color.
+/// `specularbrdf`: the reflected fraction of light from one direction, without the color of the
+/// light.
 struct QxSpecularBrdfCall {
     QxRGBColor operator()(const QxVector3& toLight, const QxVector3& normal, const QxVector3& toEye,
                           float roughness) const
@@ -99,8 +98,8 @@ struct QxSpecularBrdfCall {
     }
 };
 
-/// Bui Tuong Phong, "Illumination for computer generated pictures", 1975. Light from behind the
-/// surface gives none, as in the other answers.
+/// Bui Tuong Phong, "Illumination for computer generated pictures", 1975. As in the other
+/// functions, light from the far side of the surface has no effect.
 class QxPhongCall {
 public:
     explicit QxPhongCall(const QxLights& lights) : m_lights(lights) {}
@@ -122,10 +121,10 @@ private:
 
 /// The directions within `angle` radians of an axis.
 ///
-/// What points exactly along the axis, or against it, lies on the border of a cone of no or of the
-/// widest angle, where the rounding of single precision would decide. So the products are of double
-/// precision, which keeps those of single-precision numbers whole, and what lies within the
-/// rounding of the operands themselves counts as aligned.
+/// A direction exactly along the axis or against it is on the border of a cone of angle 0 or pi,
+/// where rounding to single precision would decide. So products are computed in double precision,
+/// which is exact for numbers of single precision, and a direction within the rounding error of the
+/// operands counts as aligned.
 class QxCone {
 public:
     explicit QxCone(float angle)
@@ -133,7 +132,7 @@ public:
           m_leastCosine(m_all ? -1 : qxmath::Cos(static_cast<double>(angle)) - Rounding())
     {
     }
-    /// Neither needs unit length.
+    /// Neither vector needs unit length.
     bool Has(const QxVector3& direction, const QxVector3& axis) const
     {
         const double lengths = qxmath::Sqrt(Dot(direction, direction) * Dot(axis, axis));
@@ -142,7 +141,7 @@ public:
     }
 
 private:
-    /// Of a cosine: an angle of a millionth.
+    /// The rounding of a cosine, which corresponds to an angle of a millionth.
     static double Rounding() { return 1e-12; }
     static double Dot(const QxVector3& a, const QxVector3& b)
     {
@@ -160,11 +159,12 @@ inline bool QxIsWithinCone(const QxVector3& direction, const QxVector3& axis, fl
 }
 
 #ifdef QX_SHADER_FUNC
-/// A shared object that has this entry point has a light statement: its light has a place or a
-/// direction.
+/// A shared object that exports this function contains a light statement, so its light has a
+/// position or a direction.
 extern "C" __attribute__((visibility("default"))) inline void QxHasLightStatement() {}
 
-/// Has the entry point made where a statement is compiled. It costs one instruction.
+/// Makes the compiler emit that function if the object contains a light statement. Costs one
+/// instruction.
 inline void QxMarkLightStatement()
 {
     asm volatile("" : : "r"(&QxHasLightStatement));
@@ -173,9 +173,9 @@ inline void QxMarkLightStatement()
 inline void QxMarkLightStatement() {}
 #endif
 
-// The light statements, at one point. Each gives the flag.
+// The light statements, for one point. Each returns the flag.
 
-/// `illuminate` with a cone: the flag of the points in it, and `L` at all points.
+/// `illuminate` with a cone: sets `L` at all points, and returns whether the point is in the cone.
 struct QxIlluminateCall {
     QxIlluminateCall() { QxMarkLightStatement(); }
     bool operator()(const QxVector3& position, const QxVector3& axis, float angle,
@@ -186,7 +186,7 @@ struct QxIlluminateCall {
     }
 };
 
-/// `illuminate` without one: every point.
+/// `illuminate` without a cone: true for every point.
 struct QxIlluminateNoConeCall {
     QxIlluminateNoConeCall() { QxMarkLightStatement(); }
     bool operator()(const QxVector3& position, const QxVector3& Ps, QxVector3& L) const
@@ -196,7 +196,7 @@ struct QxIlluminateNoConeCall {
     }
 };
 
-/// Light from a direction: each point lies on some ray of the cone, so it reaches all of them.
+/// `solar`: each point is on some ray of the cone, so the light reaches all points.
 struct QxSolarCall {
     QxSolarCall() { QxMarkLightStatement(); }
     bool operator()(QxVector3& L, const QxVector3& axis, float) const
@@ -206,7 +206,7 @@ struct QxSolarCall {
     }
 };
 
-/// The current light is within the cone around the axis.
+/// `illuminance`: true if the current light is within the cone around the axis.
 struct QxIlluminanceCall {
     const QxVector3* L;
 
@@ -216,7 +216,7 @@ struct QxIlluminanceCall {
     }
 };
 
-/// flag = statement(operands...), false where the condition leaves a point out.
+/// Computes flag = statement(operands...), or false at points where the condition does not hold.
 template <class Where, class Statement, class Flag, class... Operands>
 inline void QxLightOverGrid(unsigned int points, const Where& where, const Statement& statement,
                             Flag&& flag, Operands&&... operands)

@@ -3,22 +3,22 @@
 #include "QxLights.h"
 #include "QxStrips.h"
 
-// How surfaces answer to light, light by light over strips of points:
+// Sums reflected light over strips of points, light by light:
 //
 //     for each point: for each light: sum of the point += color * answer
 // becomes
 //     for each strip: for each light: for each point of it: sum of the point += color * answer
 //
-// so that the innermost loop is one of vectors: in strips triples stand component by component, on the
-// stack, where nothing can overlap. Each point adds the same numbers in the same order as in QxLights.h,
-// and the sums are equal to the bit. A strip has members `first` and `count`, and `Has(j)`: whether its
-// point j is wanted.
+// so that the innermost loop can be vectorized: in a strip, triples are stored component by
+// component on the stack, where nothing can alias. For each point, the same numbers are added in
+// the same order as in QxLights.h, so the sums have the same bits. A strip has members `first` and
+// `count`, and `Has(j)` is true if its point j is active.
 
-/// Powers of a strip that are computed together: the vectors of most processors divide it.
+/// Number of powers that are computed together, a multiple of the vector length of most processors.
 constexpr unsigned int k_qxPlaces = 8;
 
-// An answer gives the share of each point in the light that comes from a direction. Its operands are
-// loaded first, and then prepared.
+// An answer computes the reflected fraction of light from a direction at each point. Its operands
+// are loaded first and then prepared.
 
 struct QxDiffuseStrip {
     QxTriples normals;
@@ -32,8 +32,8 @@ struct QxDiffuseStrip {
     }
 };
 
-/// shares = base to the exponent where the light is before the surface, else 0. The powers that count are
-/// packed, so that vectors compute no others.
+/// Computes shares = bases to the power of the exponents where the light is on the near side of the
+/// surface, else 0. The required powers are packed, so that vectors compute no others.
 template <class Strip>
 inline void QxPowersOfStrip(QxNumbers& shares, const QxNumbers& facing, const QxNumbers& bases,
                             const QxNumbers& exponents, const Strip& strip)
@@ -49,7 +49,8 @@ inline void QxPowersOfStrip(QxNumbers& shares, const QxNumbers& facing, const Qx
         count += facing.at[j] <= 0 || !strip.Has(j) ? 0u : 1u;
         shares.at[j] = 0;
     }
-    // With a fixed count no second loop is compiled for the rest. Past the last power stands any number.
+    // With a fixed count the compiler needs no second loop for the remainder, which computes with
+    // arbitrary numbers.
     for (unsigned int first = 0; first < count; first += k_qxPlaces) {
         float* const powers = packed.at + first;
         const float* const powersOf = packedExponents.at + first;
@@ -64,7 +65,7 @@ inline void QxPowersOfStrip(QxNumbers& shares, const QxNumbers& facing, const Qx
 struct QxSpecularStrip {
     QxTriples normals;
     QxTriples toEye;
-    QxNumbers exponents;  // at first the roughness
+    QxNumbers exponents;  // initially the roughness
 
     void Prepare(unsigned int count)
     {
@@ -74,7 +75,7 @@ struct QxSpecularStrip {
     template <class Strip>
     void operator()(QxNumbers& shares, const QxTriples& toLight, const Strip& strip) const
     {
-        QxNumbers facing = {};  // compilers do not see that its points are all written
+        QxNumbers facing = {};  // compilers do not see that all its points are written
         QxNumbers bases = {};
         for (unsigned int j = 0; j < strip.count; ++j) {
             const QxVector3 normal = normals.At(j);
@@ -87,7 +88,7 @@ struct QxSpecularStrip {
 
 struct QxPhongStrip {
     QxTriples normals;
-    QxTriples toEye;  // at first; then mirrored
+    QxTriples toEye;  // initially; then mirrored
     QxNumbers exponents;
 
     void Prepare(unsigned int count)
@@ -98,7 +99,7 @@ struct QxPhongStrip {
     template <class Strip>
     void operator()(QxNumbers& shares, const QxTriples& toLight, const Strip& strip) const
     {
-        QxNumbers facing = {};  // compilers do not see that its points are all written
+        QxNumbers facing = {};  // compilers do not see that all its points are written
         QxNumbers bases = {};
         for (unsigned int j = 0; j < strip.count; ++j) {
             facing.at[j] = QxDot(toLight.At(j), normals.At(j));
@@ -108,7 +109,7 @@ struct QxPhongStrip {
     }
 };
 
-/// The light of all sources at the points of a strip.
+/// Sums the light of all lights at the points of a strip.
 template <class Answer, class Strip>
 inline void QxSumLights(QxTriples& sums, const QxLightInput* lights, unsigned int lightCount,
                         const Answer& answer, const Strip& strip)
@@ -132,7 +133,7 @@ inline void QxSumLights(QxTriples& sums, const QxLightInput* lights, unsigned in
     }
 }
 
-// The same for whole-grid forms.
+// The same for whole-grid forms
 
 template <class Where>
 struct QxStripWhere {
@@ -173,7 +174,7 @@ inline void QxLoadAnswer(QxDiffuseStrip& answer, unsigned int first, unsigned in
     QxLoad(answer.normals, normals, first, count);
 }
 
-/// Of a highlight.
+/// Loads the operands of a highlight.
 template <class Answer, class Normals, class ToEye, class Exponents>
 inline void QxLoadAnswer(Answer& answer, unsigned int first, unsigned int count,
                          const Normals& normals, const ToEye& toEye, const Exponents& exponents)
@@ -183,15 +184,15 @@ inline void QxLoadAnswer(Answer& answer, unsigned int first, unsigned int count,
     QxLoad(answer.exponents, exponents, first, count);
 }
 
-/// Grids of fewer points do not pay for strips.
+/// Smaller grids are faster without strips.
 #ifdef __AVX2__
 constexpr unsigned int k_qxFewestForStrips = 4;
 #else
 constexpr unsigned int k_qxFewestForStrips = 8;
 #endif
 
-/// The result may be one of the operands: what a strip writes it has read. `call`: the answer of one
-/// point.
+/// The result may be one of the operands, since a strip is read before it is written. `call`
+/// computes one point.
 template <class Answer, class Where, class Call, class Result, class... Operands>
 inline void QxLitOverGrid(unsigned int points, const Where& where, const Call& call,
                           Result&& result, const Operands&... operands)
@@ -220,7 +221,7 @@ inline void QxLitOverGrid(unsigned int points, const Where& where, const Call& c
     }
 }
 
-// Instead of the loops of QxForms.h over the answer of one point.
+// These overloads replace the loops of QxForms.h that call the function for each point.
 
 template <class Where, class Result, class... Operands>
 inline void QxOverGridAt(unsigned int points, const Where& where, const QxDiffuseCall& call,

@@ -3,8 +3,8 @@
 #include "QxFloatMath.h"
 #include "QxValues.h"
 
-// The functions of one number. Where the mathematical function has no real value the result is 0,
-// as it is when the compiler evaluates a call with constant arguments.
+// Functions of numbers. If the mathematical function has no real value, the result is 0, as when
+// the compiler evaluates a call with constant arguments.
 
 constexpr float QX_PI_FLOAT = 3.14159265358979323846f;
 
@@ -23,7 +23,7 @@ inline float QxClamp(float x, float low, float high)
     return x < low ? low : (high < x ? high : x);
 }
 
-/// Arguments outside -1..1 count as the nearer bound.
+/// Arguments outside -1..1 are clamped.
 inline float QxAsin(float x)
 {
     return qxmath::Asin(QxClamp(x, -1.0f, 1.0f));
@@ -34,8 +34,8 @@ inline float QxAcos(float x)
     return qxmath::Acos(QxClamp(x, -1.0f, 1.0f));
 }
 
-/// 0 for a base of 0, whatever the exponent, and for a root of a negative base. In this form for loops
-/// of vectors: each case is computed in double precision and then chosen from.
+/// Returns 0 for a base of 0 with any exponent, and for a root of a negative base. This form is for
+/// vectorized loops: all cases are computed in double precision, and then one is selected.
 inline float QxPowInVectors(float base, float exponent)
 {
     const double x = base;
@@ -47,7 +47,7 @@ inline float QxPowInVectors(float base, float exponent)
     return static_cast<float>(y == 2 ? x * x : any);
 }
 
-/// The same value for a base that is not negative, at two thirds of the cost.
+/// Returns the same value for a base that is not negative, in two thirds of the time.
 inline float QxPowOfNonNegative(float base, float exponent)
 {
     const float power = static_cast<float>(qxmath::Pow(base, exponent));
@@ -55,7 +55,7 @@ inline float QxPowOfNonNegative(float base, float exponent)
     return exponent == 2 ? base * base : any;
 }
 
-/// The same value. One by one the exponents of most calls are worth a branch.
+/// Returns the same value. For a single value, the most common exponents are worth a branch.
 inline float QxPow(float base, float exponent)
 {
     if (exponent == 1)
@@ -63,7 +63,7 @@ inline float QxPow(float base, float exponent)
     return exponent == 2 ? base * base : QxPowInVectors(base, exponent);
 }
 
-/// The same value where no loop could become one of vectors.
+/// Returns the same value, for loops that cannot be vectorized.
 inline float QxPowAtPoint(float base, float exponent)
 {
     if (exponent == 2)
@@ -90,20 +90,20 @@ inline float QxLog(float x)
     return x <= 0 ? 0.0f : qxmath::Log(x);
 }
 
-/// Logarithm of x to the given base. No power of 1 is another number.
+/// Returns the logarithm of x to the given base; 0 for the base 1, which has none.
 inline float QxLog(float x, float base)
 {
     return x <= 0 || base <= 0 || base == 1 ? 0.0f : qxmath::Log(x) / qxmath::Log(base);
 }
 
-/// The remainder of a / b, from 0 up to, but not including, the absolute value of b.
+/// Returns the remainder of a / b, from 0 up to, but not including, the absolute value of b.
 inline float QxMod(float a, float b)
 {
     const float rest = a - qxmath::Trunc(a * (1 / b)) * b;
     return rest < 0 ? rest + qxmath::Abs(b) : rest;
 }
 
-/// -1, 0 or 1.
+/// Returns -1, 0 or 1.
 inline float QxSign(float x)
 {
     return static_cast<float>((x > 0) - (x < 0));
@@ -119,8 +119,8 @@ inline float QxMax(float a, float b)
     return b < a ? a : b;
 }
 
-/// The whole part of x, from `low` to `high`; NaN gives `low`. C++ leaves the conversion
-/// of a number that an int cannot hold undefined.
+/// Returns the whole part of x, clamped to `low` and `high`; `low` for NaN. In C++ the conversion
+/// of a number that an int cannot represent is undefined.
 inline int QxToInt(float x, int low, int high)
 {
     if (!(x > static_cast<float>(low)))
@@ -128,28 +128,28 @@ inline int QxToInt(float x, int low, int high)
     return x < static_cast<float>(high) ? static_cast<int>(x) : high;
 }
 
-/// The nearest whole number; halves go up, also below 0.
+/// Returns the nearest whole number; halves are rounded up, also below 0.
 inline float QxRound(float x)
 {
     return qxmath::Floor(x + 0.5f);
 }
 
-/// 0 below the edge, 1 from it on.
+/// Returns 0 below the edge, and 1 at the edge and above it.
 inline float QxStep(float edge, float x)
 {
     return edge <= x ? 1.0f : 0.0f;
 }
 
-/// A cubic rise from 0 at `low` to 1 at `high`. Equal bounds make a step.
+/// Returns a cubic rise from 0 at `low` to 1 at `high`, or a step if the bounds are equal.
 inline float QxSmoothStep(float low, float high, float x)
 {
-    // Computed at each point and then chosen from, so that loops over points stay free of branches.
+    // All cases are computed, and then one is selected, so that loops over points have no branches.
     const float t = (x - low) / (high - low);
     const float rise = t * t * (3 - 2 * t);
     return x < low ? 0 : (x >= high ? 1 : rise);
 }
 
-/// From a at 0 to b at 1, in a line; also for triples.
+/// Interpolates linearly from a at 0 to b at 1; also for triples.
 template <class Value>
 inline Value QxMix(const Value& a, const Value& b, float position)
 {

@@ -4,7 +4,7 @@
 
 // Matrices are transforms: rows 0 to 2 are the images of the axes, row 3 is that of the origin.
 
-/// Points are rows: a point goes through `a` first.
+/// Points are rows, so `a` is applied first.
 inline QxMatrix44 operator*(const QxMatrix44& a, const QxMatrix44& b)
 {
     QxMatrix44 result = {};
@@ -56,8 +56,8 @@ inline QxMatrix44 QxTransposed(const QxMatrix44& a)
 }
 
 /// Gauss-Jordan elimination with the largest pivot of each column, in double precision (William
-/// Press and others, "Numerical Recipes", 2.1). A singular matrix gives the null matrix and the
-/// determinant 0: a shader gets a value for whatever it asks.
+/// Press and others, "Numerical Recipes", 2.1). For a singular matrix the result is the zero matrix
+/// with determinant 0, since a shader must get some value.
 class QxInversion {
 public:
     explicit QxInversion(const QxMatrix44& matrix) : m_inverse(QxMatrix44::Identity())
@@ -119,7 +119,7 @@ inline float QxDeterminant(const QxMatrix44& matrix)
     return QxInversion(matrix).Determinant();
 }
 
-/// a times the inverse of b.
+/// Returns a times the inverse of b.
 inline QxMatrix44 operator/(const QxMatrix44& a, const QxMatrix44& b)
 {
     return a * QxInverse(b);
@@ -130,13 +130,14 @@ inline QxMatrix44 operator/(const QxMatrix44& a, float divisor)
     return a * (1 / divisor);
 }
 
-/// The number counts as its diagonal matrix.
+/// The number is treated as a diagonal matrix.
 inline QxMatrix44 operator/(float l, const QxMatrix44& r)
 {
     return QxInverse(r) * l;
 }
 
-// A new transform comes first: points are moved, turned or scaled, and then go through `matrix`.
+// The new transform is applied first: points are moved, rotated or scaled, and then transformed by
+// `matrix`.
 
 inline QxMatrix44 QxTranslate(const QxMatrix44& matrix, const QxVector3& by)
 {
@@ -156,7 +157,7 @@ inline QxMatrix44 QxScale(const QxMatrix44& matrix, const QxVector3& by)
     return step * matrix;
 }
 
-/// The angle is in radians, around an axis through the origin.
+/// The angle is in radians; the axis goes through the origin.
 inline QxMatrix44 QxRotate(const QxMatrix44& matrix, float angle, const QxVector3& axis)
 {
     const QxVector3 units[3] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
@@ -169,7 +170,7 @@ inline QxMatrix44 QxRotate(const QxMatrix44& matrix, float angle, const QxVector
     return step * matrix;
 }
 
-/// Without the translation: a direction has no place.
+/// Ignores the translation, since a direction has no position.
 inline QxVector3 QxTransformVector(const QxVector3& v, const QxMatrix44& m)
 {
     return {v.x * m[0][0] + v.y * m[1][0] + v.z * m[2][0],
@@ -177,7 +178,7 @@ inline QxVector3 QxTransformVector(const QxVector3& v, const QxMatrix44& m)
             v.x * m[0][2] + v.y * m[1][2] + v.z * m[2][2]};
 }
 
-/// With the division by the fourth coordinate, so that perspective matrices work.
+/// Divides by the fourth coordinate, so that perspective matrices work.
 inline QxVector3 QxTransformPoint(const QxVector3& p, const QxMatrix44& m)
 {
     const QxVector3 q = QxTransformVector(p, m) + QxVector3{m[3][0], m[3][1], m[3][2]};
@@ -185,8 +186,8 @@ inline QxVector3 QxTransformPoint(const QxVector3& p, const QxMatrix44& m)
     return w == 1 || w == 0 ? q : q * (1 / w);
 }
 
-/// `inverse`: of the matrix that transforms points. A normal goes through its transpose, which
-/// keeps it at right angles to the surface.
+/// `inverse` is the inverse of the matrix that transforms points. Normals are transformed by its
+/// transpose, which keeps them perpendicular to the surface.
 inline QxVector3 QxTransformNormal(const QxVector3& n, const QxMatrix44& inverse)
 {
     return {n.x * inverse[0][0] + n.y * inverse[0][1] + n.z * inverse[0][2],

@@ -4,19 +4,19 @@
 
 #include "QxMath.h"
 
-// Lattice noises of one to four dimensions, from 0 to 1. A triple takes three independent values.
-// They depend on nothing but their arguments, so that a pattern stays as it is from run to run.
+// Lattice noise of one to four dimensions, from 0 to 1. A triple consists of three independent
+// values. The values depend only on the arguments, so a pattern is the same in every run.
 
 namespace qxnoise {
 
-/// A well mixed number for a lattice point: 32-bit finalizing steps of Austin Appleby's
-/// MurmurHash3 (2011), coordinate by coordinate.
+/// Returns a well-mixed number for a lattice point: the 32-bit finalizer of Austin Appleby's
+/// MurmurHash3 (2011), one coordinate after the other.
 inline unsigned int HashOfSeed(unsigned int seed)
 {
     return seed * 0x9e3779b9u + 0x85ebca6bu;
 }
 
-/// With one coordinate more.
+/// Adds one coordinate to the hash.
 inline unsigned int HashOn(unsigned int hash, int coordinate)
 {
     hash ^= static_cast<unsigned int>(coordinate);
@@ -34,9 +34,9 @@ inline unsigned int Hash(const int (&point)[n], unsigned int seed)
     return hash;
 }
 
-/// The lattice cell of a coordinate. Numbers too large for a cell, infinities and what is no
-/// number share the outermost ones. Rounds down by a comparison, since the baseline processor's vectors
-/// have no instruction for it.
+/// Returns the lattice cell of a coordinate. Numbers that are too large for a cell, infinities and
+/// NaN share the outermost cells. Rounds down by a comparison, since the baseline processor has no
+/// vector instruction for it.
 inline int CellOf(float x)
 {
     const float bound = 1.0e9f;
@@ -46,8 +46,9 @@ inline int CellOf(float x)
     return whole - static_cast<int>(static_cast<float>(whole) > within);
 }
 
-/// Keeps a lattice coordinate within a period; a period below 1 counts as 1. Divides in double precision,
-/// which vectors can and whose quotient of two such integers never rounds up to a whole number.
+/// Reduces a lattice coordinate to a period; a period below 1 is treated as 1. Divides in double
+/// precision, which can be vectorized and whose quotient of such integers is never rounded up to a
+/// whole number.
 inline int Wrap(int coordinate, int period)
 {
     const int p = period < 1 ? 1 : period;
@@ -56,13 +57,13 @@ inline int Wrap(int coordinate, int period)
     return rest < 0 ? rest + p : rest;
 }
 
-/// Slope and curvature vanish at both ends, so that no lattice plane shows.
+/// The first and second derivative vanish at both ends, so that lattice planes are not visible.
 inline float Fade(float t)
 {
     return t * t * t * (t * (t * 6 - 15) + 10);
 }
 
-/// x, negated unless the lowest bit is set: without a branch, since the bit is random.
+/// Returns x, negated unless the lowest bit is set. Has no branch, since the bit is random.
 inline float WithSign(float x, unsigned int bit)
 {
     unsigned int bits;
@@ -72,10 +73,10 @@ inline float WithSign(float x, unsigned int bit)
     return x;
 }
 
-// Loops over dimensions and corners are written as recursion of templates: a compiler that leaves one of them a
-// loop keeps the loop over points around it from becoming one of vectors.
+// Loops over dimensions and corners are written as recursive templates: if a compiler did not
+// unroll one of them, it could not vectorize the loop over points around it.
 
-/// Adds the coordinates from i on, all but the one that is left out, with the signs of a hash.
+/// Adds the coordinates from i on, except the one with index `left`, with the signs in a hash.
 template <int i, int n>
 struct Signed {
     static float AddTo(float sum, const float (&offset)[n], unsigned int hash, int left)
@@ -90,9 +91,9 @@ struct Signed<n, n> {
     static float AddTo(float sum, const float (&)[n], unsigned int, int) { return sum; }
 };
 
-/// The offset's product with a gradient that the hash picks: all coordinates but one count, with
-/// either sign. In the middle of a cell two such coordinates come to 1, as does the one coordinate
-/// of one dimension with slopes between -2 and 2.
+/// Returns the product of the offset with a gradient that the hash selects: all coordinates except
+/// one, with either sign. In the middle of a cell, two coordinates of 1/2 sum to 1. The slopes in
+/// one dimension are between -2 and 2 for the same range.
 template <int n>
 inline float Slope(unsigned int hash, const float (&offset)[n])
 {
@@ -102,8 +103,8 @@ inline float Slope(unsigned int hash, const float (&offset)[n])
     return Signed<0, n>::AddTo(0, offset, hash, left);
 }
 
-/// The corners of a cell, of which corner 2^i is the next one along dimension i. Hashes and weights grow
-/// dimension by dimension, so that what corners have in common is computed once: 14 steps of the hash
+/// The corners of a cell; corner 2^i is the next one along dimension i. Hashes and weights are
+/// computed dimension by dimension, so that common parts are computed once: 14 steps of the hash
 /// instead of 24 in three dimensions.
 template <int n>
 struct Corners {
@@ -111,7 +112,8 @@ struct Corners {
     float weights[1 << n];
 };
 
-/// Takes the corners from k on, of `count`, to two each, whose cells in the next dimension are `here` and `next`.
+/// Splits the corners from k up to `count` into two each, in the cells `here` and `next` of the
+/// next dimension.
 template <int k, int count, int n>
 struct Twice {
     static void Grow(Corners<n>& corners, int here, int next, float fade)
@@ -129,7 +131,7 @@ struct Twice<count, count, n> {
     static void Grow(Corners<n>&, int, int, float) {}
 };
 
-/// Adds the dimensions from i on.
+/// Adds the dimensions from i on to the corners.
 template <int i, int n>
 struct Dimensions {
     static void Add(Corners<n>& corners, float (&offset)[n], const float (&x)[n],
@@ -150,7 +152,7 @@ struct Dimensions<n, n> {
     static void Add(Corners<n>&, float (&)[n], const float (&)[n], const int*) {}
 };
 
-/// The way from a corner to the point.
+/// Computes the vector from a corner to the point.
 template <int i, int n>
 struct Way {
     static void From(int corner, const float (&offset)[n], float (&way)[n])
@@ -165,7 +167,7 @@ struct Way<n, n> {
     static void From(int, const float (&)[n], float (&)[n]) {}
 };
 
-/// Adds what the corners from one on come to.
+/// Adds the contributions of the corners from `corner` on.
 template <int corner, int n, bool end = corner == 1 << n>
 struct Weighed {
     static float AddTo(float sum, const Corners<n>& corners, const float (&offset)[n])
@@ -182,8 +184,8 @@ struct Weighed<corner, n, true> {
     static float AddTo(float sum, const Corners<n>&, const float (&)[n]) { return sum; }
 };
 
-/// Gradient noise (Ken Perlin, "Improving Noise", 2002) around 0, within -1..1. `periods` may be
-/// null.
+/// Returns gradient noise (Ken Perlin, "Improving Noise", 2002) around 0, within -1..1. `periods`
+/// may be null.
 template <int n>
 inline float Gradient(const float (&x)[n], const int* periods, unsigned int seed)
 {
@@ -195,7 +197,7 @@ inline float Gradient(const float (&x)[n], const int* periods, unsigned int seed
     return QxClamp(Weighed<0, n>::AddTo(0, corners, offset), -1.0f, 1.0f);
 }
 
-/// One value a lattice cell, from 0 up to, but not including, 1.
+/// Returns one value per lattice cell, from 0 up to, but not including, 1.
 template <int n>
 inline float Cell(const float (&x)[n], unsigned int seed)
 {
@@ -205,8 +207,8 @@ inline float Cell(const float (&x)[n], unsigned int seed)
     return static_cast<float>(Hash(cell, seed) >> 8) / 16777216.0f;
 }
 
-// What the noises differ in, as a policy: how a value for one seed is found, whether periods follow the
-// coordinates, and whether values that nothing needs may be computed.
+// Policies for the kinds of noise: how the value for a seed is computed, whether periods follow the
+// coordinates, and whether values that are not needed may be computed.
 
 struct PlainNoise {
     static constexpr bool isPeriodic = false;
@@ -251,13 +253,14 @@ inline void Assign(Triple& result, const float (&x)[n], const int* periods)
                                   Noise::At(x, periods, 3));
 }
 
-/// The nearest whole number, halves up.
+/// Returns the nearest whole number; halves are rounded up.
 inline int PeriodOf(float period)
 {
     return CellOf(period + 0.5f);
 }
 
-/// The noise at a number, two numbers, a point, or a point and a number, as a float or a triple.
+/// Computes the noise at a number, two numbers, a point, or a point and a number, as a float or a
+/// triple.
 template <class Noise>
 struct Family {
     using Kind = Noise;
@@ -286,12 +289,12 @@ struct Family {
 
 }  // namespace qxnoise
 
-/// Smooth noise: `QxNoise::At(result, ...)`. It is 0.5 at each lattice point.
+/// Smooth noise, `QxNoise::At(result, ...)`. It is 0.5 at each lattice point.
 using QxNoise = qxnoise::Family<qxnoise::PlainNoise>;
-/// A constant in each cell of the lattice.
+/// Noise that is constant in each cell of the lattice.
 using QxCellNoise = qxnoise::Family<qxnoise::CellNoise>;
 
-/// Smooth noise that repeats: the coordinates are followed by the period of each, a whole number.
+/// Smooth periodic noise: each coordinate has a period, a whole number, after the coordinates.
 struct QxPeriodicNoise {
     using Kind = qxnoise::PeriodicNoise;
 
@@ -323,16 +326,16 @@ struct QxPeriodicNoise {
     }
 };
 
-// Numbers for `random`, from 0 up to, but not including, 1.
+// Numbers for `random`, from 0 up to, but not including, 1
 
-/// The number of a place: the same for the same seed and place, and independent of all others.
+/// Returns the random number of a place. It depends only on the seed and the place.
 template <int n>
 inline float QxRandomNumber(unsigned int seed, const int (&place)[n])
 {
     return static_cast<float>(qxnoise::Hash(place, seed) >> 8) / 16777216.0f;
 }
 
-/// A stream: the places are the numbers of a counter.
+/// A stream of random numbers, whose places are the values of a counter.
 class QxRandomStream {
 public:
     explicit QxRandomStream(unsigned int seed = 0) : m_seed(seed) {}
@@ -344,5 +347,5 @@ public:
 
 private:
     unsigned int m_seed;
-    unsigned int m_count = 0;  // goes round
+    unsigned int m_count = 0;  // wraps around
 };

@@ -3,16 +3,16 @@
 #include "QxBuiltIns.h"
 #include "QxStrips.h"
 
-// Noise for whole-grid forms, strip by strip and component by component:
+// Computes noise for whole-grid forms, strip by strip and component by component:
 //
 //     for each point: result = (noise of seed 1, of seed 2, of seed 3)
 // becomes
 //     for each strip: for each seed: for each point of it: numbers of the seed = noise
 //
-// so that the innermost loop is one of vectors, and is compiled once for all three. Under a condition
-// only the points that it handles are picked for a strip, or all where the noise is cheap.
+// so that the innermost loop can be vectorized, and is compiled once for all three components. With
+// a condition, a strip contains only the active points, or all points if the noise is cheap.
 
-/// The points of a strip, of `count` points of the grid from `first` on.
+/// The points of a strip: the active ones among `count` points of the grid from `first` on.
 template <class Where>
 class QxStripPoints {
 public:
@@ -47,7 +47,7 @@ private:
     unsigned int m_count;
 };
 
-/// Which points are computed, and which of those are stored.
+/// Selects the points that are computed, and those of them that are stored.
 template <bool isCheap>
 struct QxPicked {
     template <class Where>
@@ -82,7 +82,7 @@ struct QxPicked<true> {
     }
 };
 
-/// True if one of the points counts.
+/// True if any of the points is active.
 template <class Where>
 inline bool QxIsAnyOf(unsigned int first, unsigned int count, const Where& where)
 {
@@ -92,7 +92,7 @@ inline bool QxIsAnyOf(unsigned int first, unsigned int count, const Where& where
     return any != 0;
 }
 
-/// Lays out the arguments of a point, number by number.
+/// Stores the arguments of a point, number by number.
 struct QxStripArguments {
     static void Put(QxNumbers*, unsigned int) {}
     template <class... Rest>
@@ -118,7 +118,8 @@ struct QxStripArguments {
     }
 };
 
-/// One component; after n coordinates the numbers may be n periods.
+/// Computes one component; the numbers are n coordinates, followed by n periods if the noise is
+/// periodic.
 template <class Kind, int n>
 inline void QxNoiseOfStrip(QxNumbers& results, const QxNumbers* numbers, unsigned int count,
                            unsigned int seed)
@@ -145,7 +146,7 @@ inline void QxTake(Triple& result, const QxNumbers* components, unsigned int j)
     result = QxMakeTriple<Triple>(components[0].at[j], components[1].at[j], components[2].at[j]);
 }
 
-/// The result may be one of the arguments: what a strip writes it has read.
+/// The result may be one of the arguments, since a strip is read before it is written.
 template <class Kind, unsigned int components, class Where, class Result, class... Arguments>
 inline void QxNoiseOverGrid(unsigned int points, const Where& where, Result&& result,
                             const Arguments&... arguments)
@@ -172,9 +173,10 @@ inline void QxNoiseOverGrid(unsigned int points, const Where& where, Result&& re
     }
 }
 
-// Instead of the loops of QxForms.h, which become loops of vectors only for numbers at all points.
+// These overloads replace the loops of QxForms.h, which compilers vectorize only for numbers at all
+// points.
 
-/// Of few points the cheap noise costs less than strips do.
+/// For fewer points, cheap noise is faster without strips.
 constexpr unsigned int k_qxFewestForNoise = 4;
 
 template <class Kind, unsigned int components, class Where, class Function, class Result,

@@ -6,20 +6,21 @@
 #include "QxForms.h"
 #include "QxMatrixMath.h"
 
-// The operators of generated code that do not follow from a card, and what the expressions of cards
-// call; QxCardNames.h has the others. A number beside another type is converted to that type with the
-// number in each component, for a matrix on the diagonal.
+// The operators of generated code that are not generated from a card, and functions that the
+// expressions of cards call; QxCardNames.h contains the others. A number with an operand of another
+// type is converted to that type: each component gets the number, of a matrix the diagonal.
 //
-// They are macros by given names, each of which evaluates an operand once. Those on a point expand
-// to plain arithmetic on the operands' own types, so that a loop over points becomes one of vectors.
+// They are macros with given names, each of which evaluates an operand once. Those for a point
+// expand to plain arithmetic on the types of the operands, so that a loop over points can be
+// vectorized.
 
-/// A constant is a double in generated code; arithmetic is of single precision.
+/// Converts a constant, which is a double in generated code; arithmetic is in single precision.
 inline float QxNumber(float value)
 {
     return value;
 }
 
-/// A number as a matrix: on the diagonal.
+/// Converts a number to a diagonal matrix.
 inline QxMatrix44 QxToMatrix(float value)
 {
     return QxMatrix44::Scaling(value);
@@ -31,7 +32,7 @@ inline bool QxSameText(const char* left, const char* right)
     return std::strcmp(left ? left : "", right ? right : "") == 0;
 }
 
-/// A copy for a variable, which frees it. Of no text it is an empty one.
+/// Returns a copy for a variable, which frees it. Null is copied as an empty text.
 inline char* QxStrdup(const char* text)
 {
     return strdup(text ? text : "");
@@ -45,7 +46,7 @@ inline void QxAssignString(const char*& dest, const char* source)
     dest = copy;
 }
 
-/// What an assignment computes.
+/// The operation of an assignment.
 struct QxCopy {
     template <class Value>
     const Value& operator()(const Value& value) const
@@ -89,8 +90,8 @@ inline QxMatrix44 QxMakeMatrix(const Values&... values)
     return matrix;
 }
 
-// Flags, by which varying conditions guard points. All but the first three work on the whole grid
-// at once. The flag of an inner `else` is true only where the outer one is:
+// Flags, by which varying conditions guard points. All macros but the first three compute the whole
+// grid at once. The flag of an inner `else` is true only where the outer flag is:
 //
 //     if (a) { if (b) ..; else ..; }      INVERT_INNER_BOOL_FLAG(notB, b, a): notB = a and not b
 

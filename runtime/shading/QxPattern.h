@@ -6,14 +6,14 @@
 
 #include "QxPatternCode.h"
 
-/// Runs a compiled expression over a text with the set of all states that it may be in: Ken Thompson,
-/// "Regular expression search algorithm", 1968. The time is at most linear in states times
-/// characters, whatever the expression; a list of open states takes the place of recursion.
+/// Runs a compiled expression over a text, tracking the set of all possible states: Ken Thompson,
+/// "Regular expression search algorithm", 1968. The time is at most proportional to states times
+/// characters, for any expression. A list of open states replaces recursion.
 class QxPatternRun {
 public:
     using State = QxPatternState;
 
-    /// Whether some part of the text matches.
+    /// True if some part of the text matches.
     bool Match(const QxPatternCode& code, const char* text)
     {
         if (m_entered.Size() != code.Size())
@@ -34,14 +34,15 @@ public:
                 return true;
         }
     }
-    /// How many states all matches so far went through.
+    /// The number of states that all matches have visited so far.
     std::size_t Work() const { return m_work; }
 
 private:
     static constexpr int k_none = -1;
     static constexpr int k_matched = -2;
 
-    /// From the states before a character to those after it. True at the end of the expression.
+    /// Advances from the states before a character to those after it. True at the end of the
+    /// expression.
     bool Step(const QxPatternCode& code, unsigned char character, unsigned char after)
     {
         NextPosition();
@@ -61,7 +62,7 @@ private:
         case State::Set:
             return code.IsInSet(state.value, character);
         default:
-            return true;  // Any: the lists hold no other states
+            return true;  // Any: the lists contain no other states
         }
     }
     void NextPosition()
@@ -72,8 +73,8 @@ private:
         m_position = 1;
     }
 
-    /// Adds a state and those that it leads on to without a character, each once at a position. True
-    /// if the end of the expression is among them.
+    /// Adds a state and those that it reaches without a character, each once per position. True if
+    /// the end of the expression is among them.
     bool Enter(const QxPatternCode& code, int first, QxList<int>& states, bool begins,
                unsigned char before, unsigned char after)
     {
@@ -89,7 +90,7 @@ private:
             state = m_open.TakeLast();
         }
     }
-    /// One state; returns the one that it leads on to.
+    /// Visits one state and returns the next one.
     int Follow(const QxPatternCode& code, int state, QxList<int>& states, bool begins,
                unsigned char before, unsigned char after)
     {
@@ -118,7 +119,7 @@ private:
             return IsMet(at.kind, begins, before, after) ? state + 1 : k_none;
         }
     }
-    /// Between two characters; the one after the text is 0.
+    /// Tests a condition between two characters; the character after the text is 0.
     static bool IsMet(State::Kind kind, bool begins, unsigned char before, unsigned char after)
     {
         const bool wordBefore = qxpattern::IsWord(before);
@@ -147,11 +148,12 @@ private:
     std::size_t m_work = 0;
 };
 
-/// The regular expression that was asked for last, compiled. Most calls of match() ask for the same
-/// one at all points, and to compile it costs far more than to look for it.
+/// Caches the last regular expression in compiled form. Most calls of match() use the same
+/// expression at all points, and compiling it is much slower than searching.
 ///
-/// Its size is part of the interface version, as is the place of the text: a host frees that, and
-/// nothing else unless `m_isKept` says so, which is only set by objects with these headers.
+/// The size of this class is part of the interface version, as is the position of the text. A host
+/// frees the text, and other members only if `m_isKept` is set, which only objects with these
+/// headers do.
 class QxPattern {
 public:
     QxPattern() = default;
@@ -164,10 +166,10 @@ public:
         std::free(m_expression);
     }
 
-    /// Whether the text holds a match of the expression; not for a malformed one. The syntax is that
-    /// of POSIX extended regular expressions over single bytes, in the C locale, without collating
-    /// elements; also \d \D \s \S \w \W for sets and \b \B \< \> for the edges of words. There are no
-    /// references back, and an operand has one repeat.
+    /// True if the text contains a match of the expression; false if the expression is malformed.
+    /// The syntax is that of POSIX extended regular expressions over single bytes in the C locale,
+    /// without collating elements; also \d \D \s \S \w \W for sets and \b \B \< \> for word
+    /// boundaries. There are no back-references, and an operand has at most one repeat.
     bool Match(const char* expression, const char* text)
     {
         expression = expression ? expression : "";
@@ -183,7 +185,7 @@ public:
         }
         return m_kept->compiles && m_kept->run.Match(m_kept->code, text ? text : "");
     }
-    /// What all matches so far took, in states that were gone through.
+    /// The work of all matches so far, as the number of visited states.
     std::size_t Work() const
     {
         return m_isKept ? m_kept->compileWork + m_kept->run.Work() : 0;

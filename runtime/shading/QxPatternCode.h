@@ -5,26 +5,26 @@
 #include "QxArray.h"
 #include "QxCharacterSet.h"
 
-// Regular expressions as small programs, and their compiler. A program has one state for each character
-// or set, and some that only lead on:
+// Regular expressions as small programs, and their compiler. A program has one state for each
+// character or set, and states that only lead to other states:
 //
 //     a(b|c)*      skip, char a, split to end, skip, split to the jump's next, char b, jump to the repeat, ...
 //
-// An operand's states are followed by those of the next part of the program, and all jumps are
-// relative: so a repeated operand is a copy of its states. The slot before each operand becomes the
-// branch of its repeat, the one before each alternative that to the next alternative; thus one pass
-// with a list of the open groups suffices, without recursion.
+// The states of an operand are contiguous, and all jumps are relative, so a repeated operand is a
+// copy of its states. The slot before each operand can become the branch of its repeat, and the
+// slot before each alternative the branch to the next alternative. So one pass with a list of the
+// open groups is enough, without recursion.
 
-/// One state. `value`: the character, the number of the set, or how far another state is.
+/// A state. `value` is the character, the number of the set, or the distance to another state.
 struct QxPatternState {
     enum Kind : int {
-        Skip,         // on to the next state
-        Jump,         // on to the state at `value` from here
-        Split,        // both
+        Skip,         // to the next state
+        Jump,         // to the state at distance `value`
+        Split,        // to both
         Character,
         Any,
         Set,
-        Begin,        // of the text; the ones from here on hold between two characters
+        Begin,        // start of the text; from here on: conditions between two characters
         End,
         WordEdge,
         NoWordEdge,
@@ -38,7 +38,7 @@ struct QxPatternState {
 
 namespace qxpattern {
 
-// What a program may have at most; an expression that needs more is malformed.
+// Limits of a program; an expression that exceeds them is malformed.
 constexpr int k_states = 2000;
 constexpr int k_repeats = 1000;
 
@@ -49,8 +49,8 @@ class QxPatternCode {
 public:
     using State = QxPatternState;
 
-    /// Replaces what was compiled. False for a malformed expression, or one that needs more states or
-    /// repeats than programs may have.
+    /// Compiles an expression, in place of the previous one. False if it is malformed, or exceeds
+    /// the limits of states or repeats.
     bool Compile(const char* expression)
     {
         m_states.Clear();
@@ -71,7 +71,7 @@ public:
     }
     const State& operator[](std::size_t state) const { return m_states[state]; }
     std::size_t Size() const { return m_states.Size(); }
-    /// False if no match that begins within the text begins with the character.
+    /// False if no match after the start of the text can start with this character.
     bool MayBeginWith(unsigned char c) const { return m_first.Has(c); }
     bool IsInSet(int set, unsigned char c) const { return m_sets[Place(set)].Has(c); }
 
@@ -79,14 +79,14 @@ private:
     struct Group {
         int slot;         // before it
         int alternative;  // slot before the last one
-        int jumps;        // from the end of alternatives, each with the place of the one before it
+        int jumps;        // from the ends of alternatives, as a chain
     };
 
     static std::size_t Place(int number) { return static_cast<std::size_t>(number); }
     int End() const { return static_cast<int>(m_states.Size()); }
     void Add(State::Kind kind, int value) { m_states.Add({kind, value}); }
 
-    /// One operand, repeat, anchor, or sign of a group.
+    /// Compiles one operand, repeat, anchor, or group character.
     bool Item()
     {
         const char c = *m_next++;
@@ -167,7 +167,7 @@ private:
         Patch(group.jumps);
         m_operand = group.slot;
     }
-    /// Has a chain of states lead to the end.
+    /// Makes a chain of jumps lead to the end.
     void Patch(int last)
     {
         while (last >= 0) {
@@ -178,7 +178,8 @@ private:
         }
     }
 
-    /// Of the operand before it; `most` is -1 without a bound. There is one repeat of an operand.
+    /// Compiles the repeat of the operand before it; `most` is -1 if there is no limit. An operand
+    /// has at most one repeat.
     bool Repeat(int least, int most)
     {
         if (m_operand < 0)
@@ -213,7 +214,7 @@ private:
         Patch(splits);
         return true;
     }
-    /// The rest of {m}, {m,} or {m,n}.
+    /// Compiles the rest of {m}, {m,} or {m,n}.
     bool Bounds()
     {
         int least = 0;
@@ -237,7 +238,7 @@ private:
         return number <= qxpattern::k_repeats;
     }
 
-    /// The rest of a set in brackets.
+    /// Compiles the rest of a set in brackets.
     bool Bracket()
     {
         QxCharacterSet set = {};
@@ -287,8 +288,8 @@ private:
                 set.Add(static_cast<unsigned char>(c));
     }
 
-    /// Collects the characters that a match may begin with after the start of the text, as if all
-    /// other conditions between characters held.
+    /// Collects the characters with which a match can start after the start of the text, assuming
+    /// that all other conditions between characters hold.
     void FindFirst()
     {
         m_first = {};
@@ -314,7 +315,7 @@ private:
         }
     }
 
-    /// The character after a backslash: a sign that means itself, or one of these letters.
+    /// Compiles the character after a backslash: an escaped character, or one of these letters.
     bool Escape()
     {
         const char c = *m_next;
@@ -356,7 +357,7 @@ private:
     QxList<State> m_states;
     QxList<QxCharacterSet> m_sets;
     QxCharacterSet m_first = {};
-    QxList<Group> m_groups;        // that are open, innermost last
-    const char* m_next = nullptr;  // character of the expression
-    int m_operand = -1;            // slot of the one that a repeat would repeat, -1 for none
+    QxList<Group> m_groups;        // open groups, innermost last
+    const char* m_next = nullptr;  // next character of the expression
+    int m_operand = -1;            // slot of the operand that a repeat would apply to; -1 for none
 };

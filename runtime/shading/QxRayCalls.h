@@ -3,9 +3,9 @@
 #include "QxForms.h"
 #include "QxShaderSupport.h"
 
-// Questions about rays, each for a point or for all points of a grid that ask.
+// Queries about rays, for one point or for all active points of a grid.
 
-// An output argument that the call left out stands as a number, which takes nothing.
+// An output argument that a call omits is a number, to which nothing is written.
 
 inline void QxGive(float& output, float value)
 {
@@ -22,10 +22,10 @@ inline void QxGive(float&&, const Value&)
 {
 }
 
-/// result = call(arguments...) at each of the points, of which the host is asked at once. A call
-/// has the members `Query`, which says what one point asks, `File`, which gives the handle for the
-/// name of a file, `Answers`, which are made for a number of points, `Ask`, which gets them from
-/// the host, and `Give`, which hands a point's answers to its result and output arguments.
+/// Computes result = call(arguments...) for each of the points, with one query to the host. A call
+/// has these members: `Query` creates the query of one point, `File` returns the handle for the
+/// name of a file, `Answers` is memory for the answers of several points, `Ask` gets the answers
+/// from the host, and `Give` stores the answers of a point in its result and output arguments.
 template <class Where, class Call, class Result, class... Arguments>
 inline void QxAskOverGrid(unsigned int points, const Where& where, const Call& call,
                           Result&& result, Arguments&&... arguments)
@@ -52,7 +52,7 @@ inline void QxAskOverGrid(unsigned int points, const Where& where, const Call& c
         call.Give(answers, k, QxAt(result, numbers[k]), QxAt(arguments, numbers[k])...);
 }
 
-/// Base of the functions that send rays; what their call does not give is 0 or empty.
+/// Base of the functions that send rays; fields that their call does not specify are 0 or empty.
 class QxRayCall : public QxQuestion {
 public:
     using Asked = QxGridQueries<QxRayQuery>;
@@ -78,7 +78,7 @@ protected:
     QxShaderSupport* m_support;
 };
 
-/// `rayhittest`, and `trace` as a float: the distance to what is hit.
+/// `rayhittest`, and `trace` as a float: the distance to the hit.
 struct QxRayHitCall : QxRayCall {
     using QxRayCall::QxRayCall;
     using Answers = QxArray<float>;
@@ -98,7 +98,7 @@ struct QxRayHitCall : QxRayCall {
     }
 };
 
-/// `transmission`: how much of the light from one point comes to the other.
+/// `transmission`: the fraction of light that passes between two points.
 struct QxTransmissionCall : QxRayCall {
     using QxRayCall::QxRayCall;
     using Answers = QxArray<QxRGBColor>;
@@ -118,7 +118,7 @@ struct QxTransmissionCall : QxRayCall {
     }
 };
 
-/// `trace` as a color; the distance, which is negative if nothing is hit, goes to `output`.
+/// `trace` as a color; stores the distance, which is negative if nothing is hit, in `output`.
 struct QxTraceCall : QxRayCall {
     using QxRayCall::QxRayCall;
     struct Answers {
@@ -149,8 +149,8 @@ struct QxTraceCall : QxRayCall {
     }
 };
 
-/// What answers a question about the hemisphere over a point: the open direction is the normal if
-/// the renderer says nothing.
+/// The answers to a query about the hemisphere over a point. The open direction is the normal
+/// unless the renderer sets it.
 struct QxHemisphereAnswers {
     explicit QxHemisphereAnswers(unsigned int count)
         : colors(count),
@@ -158,12 +158,12 @@ struct QxHemisphereAnswers {
           occlusions(count)
     {
     }
-    QxArray<QxRGBColor> colors;  // of `indirectdiffuse`
+    QxArray<QxRGBColor> colors;  // for `indirectdiffuse`
     QxArray<QxVector3> directions;
     QxArray<float> occlusions;
 };
 
-/// `occlusion`. The mean direction that is open goes to `output`.
+/// `occlusion`. Stores the mean open direction in `output`.
 struct QxOcclusionCall : QxRayCall {
     using QxRayCall::QxRayCall;
     using Answers = QxHemisphereAnswers;
@@ -204,7 +204,7 @@ struct QxOcclusionCall : QxRayCall {
     }
 };
 
-/// `indirectdiffuse`. The mean open direction and the occlusion go to the outputs.
+/// `indirectdiffuse`. Stores the mean open direction and the occlusion in the outputs.
 struct QxIndirectDiffuseCall : QxRayCall {
     using QxRayCall::QxRayCall;
     using Answers = QxHemisphereAnswers;

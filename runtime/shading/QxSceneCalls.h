@@ -2,11 +2,11 @@
 
 #include "QxCalls.h"
 
-// Built-in functions that ask the renderer: textures, environments, shadows and messages. The
-// compiler hands over all arguments in one order, with the defaults of those that the source left
-// out; here they become the query of one call of `QxShaderSupport`.
+// Built-in functions that query the renderer: textures, environments, shadows and messages. The
+// compiler passes all arguments in a fixed order, with default values for omitted ones. These
+// functions convert them to the query of one call of `QxShaderSupport`.
 
-/// What a texture query answers, as a number or a color.
+/// Stores the answer to a texture query as a number or a color.
 inline void QxAnswer(float& result, const QxRGBColor& color)
 {
     result = color.r;
@@ -17,7 +17,8 @@ inline void QxAnswer(QxRGBColor& result, const QxRGBColor& color)
     result = color;
 }
 
-/// The name of a file that all points ask for; null if each point has its own.
+/// Returns the name of the file if all points have the same one; null if each point has a separate
+/// name.
 inline const char* QxNameOfAll(const char* name)
 {
     return name ? name : "";
@@ -28,7 +29,7 @@ inline const char* QxNameOfAll(const char* const*)
     return nullptr;
 }
 
-/// Base of the functions that look at files: `Query` is what a point asks.
+/// Base of the functions that access files; `Query` is the query of one point.
 template <class Query>
 class QxFileCall : public QxQuestion {
 public:
@@ -64,7 +65,7 @@ private:
     QxFileKind m_kind;
 };
 
-/// `texture`: a patch of four corners in the file, as a float or a color.
+/// `texture`: the area between four corners in the file, as a float or a color.
 template <class Result>
 class QxTextureCall : public QxFileCall<QxTextureQuery> {
 public:
@@ -89,7 +90,7 @@ public:
     }
 };
 
-/// How the corners of a patch, and what else these calls have in common, become a query.
+/// Creates a query from the corners of an area and the other common arguments of these calls.
 inline QxPointsQuery QxMakePointsQuery(const char* name, float channel, const QxVector3& p1,
                                        const QxVector3& p2, const QxVector3& p3,
                                        const QxVector3& p4, float fidelity, float samples,
@@ -145,7 +146,7 @@ public:
     }
 };
 
-/// Shadows with and without the corners of an area light.
+/// Shadows, with and without the corners of an area light.
 template <class Result>
 class QxShadowCall : public QxFileCall<QxPointsQuery> {
 public:
@@ -195,8 +196,8 @@ private:
     bool m_inLight;
 };
 
-// Footprints: the corners of the patch that a shading point covers, in turn around it. Where only
-// some points count, the others have no part in it.
+// Footprints: the corners of the area that a shading point covers, in order around it. With a
+// condition, only active points are read.
 
 template <class Value>
 class QxPatch {
@@ -212,7 +213,7 @@ public:
         QxDifferences(m_alongU.Data(), m_center.Data(), grid, QxGridAxis::U, where);
         QxDifferences(m_alongV.Data(), m_center.Data(), grid, QxGridAxis::V, where);
     }
-    /// `u` and `v`: -1 or 1, the side of the patch.
+    /// `u` and `v` are -1 or 1 and select the corner.
     Value Corner(unsigned int point, float u, float v) const
     {
         return m_center[point] + m_alongU[point] * (0.5f * u) + m_alongV[point] * (0.5f * v);
@@ -226,11 +227,11 @@ private:
     QxArray<Value> m_alongV;
 };
 
-/// Never called: names the type of a value without reference and `const`.
+/// Never called: denotes the type of a value without reference and `const`.
 template <class Value>
 Value QxValueOf(const Value&);
 
-/// The four corners at each point that counts, in turn around it.
+/// Computes the four corners at each active point, in order around it.
 template <class Where, class Operand, class Result>
 inline void QxPatchCorners(const QxGrid& grid, const Where& where, const Operand& p, Result&& p1,
                            Result&& p2, Result&& p3, Result&& p4)
@@ -247,7 +248,7 @@ inline void QxPatchCorners(const QxGrid& grid, const Where& where, const Operand
     }
 }
 
-/// The interval around `s1` that a shading point covers, for `QxFilterStepOf`.
+/// Computes the interval around `s1` that a shading point covers, for `QxFilterStepOf`.
 template <class Where, class Result, class Operand>
 inline void QxFilterStepEnds(const QxGrid& grid, const Where& where, Result&& s2, const Operand& s1)
 {
@@ -260,7 +261,7 @@ inline void QxFilterStepEnds(const QxGrid& grid, const Where& where, Result&& s2
 
 // Messages.
 
-// Where the value of a message starts, whatever form it is handed over in.
+// Returns the address of the value of a message, for each way in which generated code passes it.
 inline void* QxAddress(const char*& text)
 {
     return &text;
@@ -278,8 +279,8 @@ inline void* QxAddress(Value& value)
     return &value;
 }
 
-/// Sends a message; its handled points are those of `where`. `light`: the number of the light
-/// that `lightsource` asks.
+/// Sends a message for the points of `where`. `light` is the number of the light that `lightsource`
+/// asks.
 template <class Where>
 inline float QxSendMessage(QxShaderSupport* support, QxMessage message, const char* texture,
                            const char* name, void* value, float varying, float type, float length,
@@ -300,7 +301,7 @@ inline float QxSendMessage(QxShaderSupport* support, QxMessage message, const ch
     return answered ? 1.0f : 0.0f;
 }
 
-/// Takes an answer that concerns the points of a condition, if there are any.
+/// Stores the answer to a message if the condition holds at any point.
 template <class Where>
 inline void QxTakeAnswer(float& result, float answer, unsigned int points, const Where& where)
 {

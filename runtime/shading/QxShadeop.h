@@ -1,7 +1,7 @@
 #ifndef QX_SHADEOP_H
 #define QX_SHADEOP_H
 
-/* What a library of shadeops, written in C or C++, shares with the compiler and with renderers.
+/* The interface of a library of shadeops, written in C or C++, to the compiler and to renderers.
  *
  * For a shadeop f a library exports a table, which the compiler reads:
  *
@@ -15,10 +15,10 @@
  *
  *     QX_SHADEOP_EXPORT void f(void* data, int argc, void** argv);
  *
- * `data` is what the init function gave, null without one. `argv[0]` is the address of the result,
- * `argv[1]` that of the first argument, and `argc` counts all of them. There is one method for all
- * records of a table, and only `argc` says which one is meant: let the overloads differ in their
- * number of arguments.
+ * `data` is the result of the init function, or null if there is none. `argv[0]` is the address of
+ * the result, `argv[1]` that of the first argument, and so on; `argc` is the number of all of them.
+ * All records of a table share one method, which can distinguish them only by `argc`: let the
+ * overloads differ in their number of arguments.
  *
  *     type                          argv[i] points to
  *     float                         one float
@@ -26,11 +26,11 @@
  *     string                        a const char*
  *     array                         its elements, one after the other
  *
- * The address of the result is never that of an argument. A method may write into an array of
- * numbers, and the shader then sees what it wrote; it changes no other argument. A text that it gives
- * as its result stays its own, and must last until the next call; the shader copies it. */
+ * The result never shares its address with an argument. A method may write to an array of numbers,
+ * and the shader then sees the new values; it must not change any other argument. A string result
+ * remains the property of the method and must be valid until the next call; the shader copies it. */
 
-/* C, which has no other way to say it. NOLINTNEXTLINE(modernize-use-using) */
+/* This header must also be valid C. NOLINTNEXTLINE(modernize-use-using) */
 typedef struct QxShadeop {
     const char* declaration; /* empty in the record that ends the table */
     const char* init;        /* name of a function `void* init(void)`; empty for none */

@@ -4,18 +4,18 @@
 
 #include "QxMath.h"
 
-/// A basis of cubic splines: four weights, polynomials of the place in a segment, and how many
-/// control values further on the next segment begins.
+/// A basis of cubic splines: four weights, as polynomials of the position in a segment, and the
+/// number of control values from one segment to the next.
 struct QxSplineBasis {
     const char* name;
     int step;
-    float weights[4][4];  // by power of the place, highest first, then by control value
+    float weights[4][4];  // by power of the position, highest first, then by control value
 };
 
-/// The first row is the default.
+/// The first row is the default basis.
 ///
-/// Edwin Catmull and Raphael Rom, "A class of local interpolating splines", 1974; the others as
-/// in James Foley and others, "Computer Graphics: Principles and Practice", chapter 11.
+/// Edwin Catmull and Raphael Rom, "A class of local interpolating splines", 1974; the others are
+/// from James Foley and others, "Computer Graphics: Principles and Practice", chapter 11.
 inline constexpr QxSplineBasis k_qxSplineBases[] = {
     {"catmull-rom",
      1,
@@ -32,7 +32,7 @@ inline constexpr QxSplineBasis k_qxSplineBases[] = {
     {"linear", 1, {{0, 0, 0, 0}, {0, 0, 0, 0}, {0, -1, 1, 0}, {0, 1, 0, 0}}},
 };
 
-/// The basis of that name; the default for an unknown one.
+/// Returns the basis of this name; the default for an unknown one.
 inline const QxSplineBasis& QxFindSplineBasis(const char* name)
 {
     for (const QxSplineBasis& basis : k_qxSplineBases)
@@ -41,20 +41,21 @@ inline const QxSplineBasis& QxFindSplineBasis(const char* name)
     return k_qxSplineBases[0];
 }
 
-/// How many control values the basis leaves out of `count`, at least four.
+/// Returns the number of control values, of at least four, that the basis does not use.
 constexpr int QxLeftOver(const QxSplineBasis& basis, int count)
 {
     return (count - 4) % basis.step;
 }
 
-/// A place on a spline: its segment's first control value, and how far into the segment, 0 to 1.
+/// A position on a spline: the first control value of its segment, and the position in the segment,
+/// from 0 to 1.
 struct QxSplinePlace {
     int first;
     float at;
 };
 
-/// The place at `position` (0 to 1, clamped; 0 for what is no number) of at least four control
-/// values. Those that do not fill a segment are left out.
+/// Returns the place for `position` (0 to 1, clamped; 0 for NaN) among at least four control
+/// values. Those that do not fill a segment are not used.
 inline QxSplinePlace QxPlaceOnSpline(const QxSplineBasis& basis, float position, int count)
 {
     const int segments = (count - 4) / basis.step + 1;
@@ -63,14 +64,14 @@ inline QxSplinePlace QxPlaceOnSpline(const QxSplineBasis& basis, float position,
     return {segment * basis.step, place - static_cast<float>(segment)};
 }
 
-/// What a control value, 0 to 3 from the segment's first one on, counts at a place of the segment.
+/// Returns the weight of a control value, 0 to 3 in its segment, at a position in the segment.
 inline float QxSplineWeight(const QxSplineBasis& basis, int value, float at)
 {
     const auto& w = basis.weights;
     return ((w[0][value] * at + w[1][value]) * at + w[2][value]) * at + w[3][value];
 }
 
-/// The value of the spline: `values(i)` from `first` on, by their weights.
+/// Returns the weighted sum of `values(i)` from `first` on, which is the value of the spline.
 template <class Value, class Values>
 inline Value QxWeigh(const Values& values, int first, float w0, float w1, float w2, float w3)
 {
@@ -78,8 +79,8 @@ inline Value QxWeigh(const Values& values, int first, float w0, float w1, float 
            values(first + 3) * w3;
 }
 
-/// The spline at `position` over `count` control values, which `values(i)` gives; fewer than four
-/// give the first one.
+/// Returns the spline at `position` over `count` control values, which `values(i)` returns; if
+/// there are fewer than four, the first one.
 template <class Value, class Values>
 inline Value QxSpline(const QxSplineBasis& basis, float position, int count, const Values& values)
 {

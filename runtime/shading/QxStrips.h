@@ -2,24 +2,24 @@
 
 #include "QxValues.h"
 
-// Strips: blocks of points whose values stand beside each other on the stack, triples component by
-// component. Nothing else can overlap them, so that loops over a strip become loops of vectors.
+// Strips: blocks of points whose values are contiguous on the stack, triples component by
+// component. Nothing else can alias them, so loops over a strip can be vectorized.
 
 constexpr unsigned int k_qxStrip = 64;
 
-/// Before a loop that runs few times: compilers would make many copies of its body.
+/// Precedes a loop with few iterations, whose body compilers would otherwise copy many times.
 #ifdef __clang__
 #define QX_ONE_BY_ONE _Pragma("clang loop unroll(disable) vectorize(disable)")
 #else
 #define QX_ONE_BY_ONE _Pragma("GCC unroll 1")
 #endif
 
-/// Numbers of a strip.
+/// One number for each point of a strip.
 struct QxNumbers {
     alignas(32) float at[k_qxStrip];
 };
 
-/// Triples of a strip.
+/// One triple for each point of a strip.
 struct QxTriples {
     QxNumbers x;
     QxNumbers y;

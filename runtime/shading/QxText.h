@@ -7,11 +7,11 @@
 #include "QxFloatMath.h"
 #include "QxValues.h"
 
-/// What a text of a shader may have at most: `concat` in a loop doubles it each time.
+/// The maximum length of a text in a shader, since `concat` in a loop doubles it each time.
 constexpr std::size_t k_qxTextLength = 65535;
 
-/// A text that grows up to that length; what goes beyond is left out. It is here since <string> costs more to
-/// read than all that a small shader makes of it.
+/// A text that can grow up to that length; the excess is cut off. It replaces std::string, since
+/// compiling <string> costs more than the rest of a small shader.
 class QxText {
 public:
     QxText() = default;
@@ -26,10 +26,10 @@ public:
     QxText& operator=(QxText&&) = delete;
     ~QxText() { std::free(m_characters); }
 
-    // Each of these ends the process if there is no memory: a shader cannot report a failure.
+    // Each of these ends the process if there is no memory, since a shader cannot report a failure.
     void Add(char character) { Add(&character, 1); }
     void Add(const char* text) { Add(text, std::strlen(text)); }
-    /// The characters so far; valid until the next ones.
+    /// The text so far; valid until the next addition.
     const char* Characters() const { return m_characters ? m_characters : ""; }
     std::size_t Length() const { return m_length; }
 
@@ -54,7 +54,7 @@ private:
     std::size_t m_room = 0;
 };
 
-/// One argument of `format` or `printf`, with its type.
+/// An argument of `format` or `printf`, with its type.
 struct QxTextArgument {
     enum Type { Float, Triple, Matrix, String };
 
@@ -71,11 +71,11 @@ inline void AddNumber(QxText& text, float value)
     text.Add(buffer);
 }
 
-/// The whole part, with all its digits.
+/// Adds the whole part with all its digits.
 inline void AddWholeNumber(QxText& text, float value)
 {
     char buffer[64];
-    // The sum makes a whole number of minus zero.
+    // Adding 0 turns minus zero into zero.
     std::snprintf(buffer, sizeof buffer, "%.0f", qxmath::Trunc(static_cast<double>(value)) + 0.0);
     text.Add(buffer);
 }
@@ -109,7 +109,7 @@ inline void AddValue(QxText& text, const QxTextArgument& argument, bool whole)
         text.Add(value);
 }
 
-/// The letters of conversions.
+/// The letters of conversions
 inline constexpr char k_conversions[] = "fdpcms";
 
 inline bool IsConversion(char letter)
@@ -119,8 +119,9 @@ inline bool IsConversion(char letter)
 
 }  // namespace qxtext
 
-/// The pattern with each of %f, %d, %p, %c, %m and %s replaced by the next argument, which is
-/// written by its own type, and by %d without fractions; %% is a percent sign. What has no argument left stays as it is.
+/// Returns the pattern with each of %f, %d, %p, %c, %m and %s replaced by the next argument,
+/// formatted according to its type, and by %d without fractions; %% is a percent sign. Conversions
+/// without an argument are unchanged.
 inline QxText QxFormat(const char* pattern, const QxTextArgument* arguments, int count)
 {
     QxText text;
@@ -153,7 +154,7 @@ inline void QxAddFormatTypes(QxText& types, const char* pattern)
     }
 }
 
-/// What a shader reports of an index outside of an array.
+/// Returns the report about an index outside an array.
 inline QxText QxBadArrayIndexText(const char* file, int line, const char* array, float index)
 {
     char place[64];

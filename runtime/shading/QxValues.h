@@ -1,8 +1,8 @@
 #pragma once
 
-// The values that shaders compute with, as plain records of single-precision numbers: grids hold
-// them in arrays, and a host may hand such arrays in as they are. This folder keeps to C++14,
-// since it is compiled by whatever compiler builds the shaders.
+// The values that shaders compute with, as plain structures of single-precision numbers. Grids
+// store them in arrays, and a host can pass such arrays without conversion. The headers in this
+// folder use only C++14, since they are compiled by the compiler that builds the shaders.
 
 #include <cstddef>
 
@@ -16,7 +16,7 @@ struct QxVector3 {
     float operator[](int i) const { return i == 0 ? x : (i == 1 ? y : z); }
 };
 
-/// A color, in RGB unless a conversion says otherwise.
+/// A color, in RGB unless stated otherwise.
 struct QxRGBColor {
     float r;
     float g;
@@ -26,7 +26,7 @@ struct QxRGBColor {
     float operator[](int i) const { return i == 0 ? r : (i == 1 ? g : b); }
 };
 
-/// A matrix by rows. Points are rows too, so that `p * M` transforms a point.
+/// A matrix by rows. Points are rows, so `p * M` transforms a point.
 struct QxMatrix44 {
     float m[4][4];
 
@@ -44,7 +44,7 @@ struct QxMatrix44 {
 };
 
 /// A flag of varying control flow. It has the size and alignment of a float, since generated
-/// shaders carve flags and floats from one block.
+/// shaders allocate flags and floats in one block.
 struct QxStopAndBool {
     unsigned int value;
 
@@ -53,8 +53,8 @@ struct QxStopAndBool {
     explicit operator bool() const { return value != 0; }
 };
 
-// Operations component by component, written once for all triples. A number beside a triple counts
-// as three equal components.
+// Operations component by component, written once for all triples. A number as an operand is
+// treated as three equal components.
 
 #define QX_TRIPLE_OPERATIONS(T, a, b, c)                                                           \
     inline T operator+(const T& l, const T& r)                                                     \
@@ -126,7 +126,7 @@ QX_TRIPLE_OPERATIONS(QxVector3, x, y, z)
 QX_TRIPLE_OPERATIONS(QxRGBColor, r, g, b)
 #undef QX_TRIPLE_OPERATIONS
 
-/// A triple of the wanted kind, for operations that serve points and colors alike.
+/// Returns a triple of the required type, for operations on both points and colors.
 template <class Triple>
 inline Triple QxMakeTriple(float x, float y, float z)
 {

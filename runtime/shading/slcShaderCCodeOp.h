@@ -1,11 +1,11 @@
 #pragma once
 
-// The one header that generated shaders include. It includes the rest of this folder.
+// The only header that generated shaders include. It includes the other headers of this folder.
 //
-// Reading it is most of what a small shader costs the C++ compiler, so it keeps to headers of the
-// C library: <string>, <map>, <vector>, <algorithm> and <cmath> would be six times all the rest.
+// Reading this header is most of the cost of compiling a small shader, so it includes only headers
+// of the C library: <string>, <map>, <vector>, <algorithm> and <cmath> would be six times the rest.
 
-// All system headers that it needs, since what is declared after the pragma is hidden.
+// All system headers that are needed, since declarations after the pragma are hidden.
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -14,19 +14,19 @@
 #include <dlfcn.h>
 #include <new>
 
-// The frame of a generated file declares the same names for every shader, needed or not.
+// The frame of a generated file declares the same names for every shader, used or not.
 #pragma GCC diagnostic ignored "-Wunused-variable"
 #pragma GCC diagnostic ignored "-Wunused-but-set-variable"
 #pragma GCC diagnostic ignored "-Wunused-label"
 #pragma GCC diagnostic ignored "-Wunused-parameter"
 #ifdef __clang__
-#pragma GCC diagnostic ignored "-Wextern-c-compat"  // a shader without locals of a kind
+#pragma GCC diagnostic ignored "-Wextern-c-compat"  // a shader may have no locals of some kind
 #pragma GCC diagnostic ignored "-Wkeyword-macro"    // `int(index)`, see below
-#pragma GCC diagnostic ignored "-Wpass-failed"      // a marked loop that is none of vectors
+#pragma GCC diagnostic ignored "-Wpass-failed"      // a marked loop cannot be vectorized
 #endif
 
-// Only entry points leave the shared object. What inline functions keep in static variables is
-// then the object's own, and does not tie it to the process when a host unloads it.
+// Only entry points are visible outside the shared object. So static variables of inline functions
+// belong to the object, and do not keep it loaded when a host unloads it.
 #define QX_SHADER_FUNC __attribute__((visibility("default")))
 #pragma GCC visibility push(hidden)
 
@@ -34,30 +34,31 @@
 #include "QxFrameSupport.h"
 #include "QxSceneNames.h"
 
-// As byte-code and folded expressions write it, so that a shader has one PI however it was compiled.
+// The same digits as in byte-code and in folded expressions, so that PI is the same in every
+// output.
 static const float QX_PI = 3.141593e+00f;
 
-// The light that a loop has come to, where a shader has no such loops: a variable of this name hides
-// it elsewhere.
+// The current light, for shaders without loops over lights; in others a local variable of the same
+// name hides it.
 static const unsigned int lightCnt = ~0u;
 
-// The point of a loop, where a block has no loop: as above.
+// The current point, for blocks without a loop; hidden like `lightCnt`.
 static const unsigned int polyCnt = 0;
 
-// The types of arguments that a block with a variable argument list does not state. Where the format
-// is a constant that fits them, it gives the types; elsewhere the block has a variable of this
-// name.
+// The types of arguments, for blocks with a variable argument list that do not define them. If the
+// format is a constant that matches its arguments, it determines the types; otherwise the block
+// defines a variable of this name.
 static const char* const theTypes = nullptr;
 
-// The rest gives a meaning to what generated code writes in words of C++ and of its library. It stands at the
-// end, since text after it could not use these words any more.
+// The rest redefines words of C++ and its library that generated code uses. It must be at the end,
+// since code after it can no longer use these words.
 
-// Indices of arrays, see QxElements.h: `int(x)` is one, and needs what its place calls `i_visibles` and
-// `v`. Functions without varying locals see this one.
+// Indices of arrays, see QxElements.h: `int(x)` is an index, and uses the variables `i_visibles`
+// and `v` of the calling code. This `v` is for functions without varying locals.
 static const QxNoLocals v;
 #define int(index) QxMakeIndex(QxNumber(index), qxArrays, i_visibles, v)
-// Each function with indices begins with a declaration that ends in this call.
+// Each function with indices starts with a declaration that ends in this call.
 #define ShaderSupport() ShaderSupport(); QxKnownArrays qxArrays
-// Initializers write these out. Their blocks too must know where they end.
+// Initializers call calloc. The size of their blocks must be known, too.
 #define calloc(count, size) QxCalloc(count, size)
 #define free(block) (qxArrays.Forget(), QxFree(block))
