@@ -147,8 +147,7 @@ struct QxQuestion {};
 #elif defined(QX_SHADER_FUNC)
 #define QX_POINTS_APART _Pragma("clang loop vectorize(assume_safety)")
 #else
-#define QX_POINTS_APART  // clang warns about loops that it cannot vectorize; only generated files
-                         // disable that
+#define QX_POINTS_APART  // clang would warn about loops that it cannot vectorize
 #endif
 
 /// Precedes a block that computes the points from `firstPoint` up to `endPoint`, exclusive: a strip

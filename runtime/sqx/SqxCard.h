@@ -16,7 +16,7 @@ enum class SqxRun : unsigned char {
     Shaded,  // like Point, but depends on the shading point: never once for the grid
 };
 
-/// The types of operands. The second group has no word in the language.
+/// The types of operands. Those of the second group cannot be written in the language.
 enum class SqxCardType : unsigned char {
     Void,
     Float,
@@ -26,16 +26,16 @@ enum class SqxCardType : unsigned char {
     Vector,
     Normal,
     Matrix,
-    Any,        // any type but void
+    Any,        // any type except void
     AnyPoint,   // point, vector or normal
     AnyVector,  // vector or normal
 
     Bool,
-    AnyValue,        // a value or an array of them
-    Array,           // of any elements
+    AnyValue,        // a value, or an array of values
+    Array,           // with elements of any type
     Reference,       // bound to an element of an array
-    NumberOrTriple,  // also a literal integer, for what is left out
-    Place,           // in the block, to go to
+    NumberOrTriple,  // also a literal integer, for an omitted argument
+    Place,           // target of a jump in the block
     Space,           // the number of a coordinate space
     Literal,         // a literal integer
     Shadeop,         // the number of a shadeop function
@@ -66,8 +66,8 @@ enum class SqxInlineRule : unsigned char {
 enum class SqxKernelKind : unsigned char {
     Each,     // at the points that need it
     Cheap,    // in vectors, also at points that need no result
-    Vectors,  // in vectors, at the points that need it: costly functions of numbers
-    Custom,   // with a kernel that is written by hand
+    Vectors,  // in vectors, at the points that need it; for expensive functions of numbers
+    Custom,   // with a hand-written kernel
 };
 
 /// A part of a card's text.
@@ -79,30 +79,31 @@ struct SqxCardWord {
 struct SqxParameter {
     SqxCardType type = SqxCardType::Void;
     bool isArray = false;
-    bool isUniform = false;        // the argument must be
-    bool isUniformInGrid = false;  // the argument must be in a whole-grid call
+    bool isUniform = false;        // the argument must be uniform
+    bool isUniformInGrid = false;  // the argument must be uniform in a whole-grid call
     bool isOutput = false;         // read and written
     bool isAssigned = false;       // written, never read
     bool isOptional = false;
-    bool isNamed = false;     // given as a name and a value
-    bool isRepeated = false;  // any number of further ones; the last
-    unsigned char count = 1;  // values in a row
+    bool isNamed = false;     // passed as a name and a value
+    bool isRepeated = false;  // any number of further arguments; only for the last one
+    unsigned char count = 1;  // number of consecutive values
     SqxCardWord name;
     SqxCardWord value;  // the default
 };
 
-/// What is known of a primitive, or of one more function of the language that it computes.
+/// The facts about a primitive, or about a further function of the language that the primitive
+/// computes.
 struct SqxCard {
     static constexpr std::size_t k_forms = 4;
     static constexpr std::size_t k_mostReads = 4;
     static constexpr std::size_t k_mostParameters = 14;
 
     std::string_view text;
-    std::string_view function;    // of the shading headers; empty if its macros are hand-written
-    std::string_view expression;  // of an operator, over the names of its parameters; else empty
+    std::string_view function;    // in the shading headers; empty if the macros are hand-written
+    std::string_view expression;  // of an operator, over the names of its parameters; or empty
     SqxCardWord name;             // in the language; empty if it has none
-    SqxCardWord meaning;          // for the reference page; in the first card of a name
-    /// Byte-code numbers by `SqxForm`; 0 for none.
+    SqxCardWord meaning;          // for the reference page; only in the first card of a name
+    /// Byte-code numbers, by `SqxForm`; 0 if a form has none.
     std::array<short, k_forms> numbers{};
     std::array<SqxCardWord, k_mostReads> reads{};
     std::array<SqxParameter, k_mostParameters> parameters{};
@@ -114,10 +115,10 @@ struct SqxCard {
     SqxInlineRule inlineDetail = SqxInlineRule::AsArguments;
     bool isFoldable = false;         // may be evaluated at compile time
     bool isOrdered = false;          // calls must not be reordered
-    bool hasGridCall = false;        // a call of the language may be written in its whole-grid form
+    bool hasGridCall = false;        // a call in the language may use the whole-grid form
     bool looksAtLights = false;      // the lights must have been evaluated for `P`
     bool isUnused = false;           // part of the instruction set, but never written
-    unsigned char carriedCount = 0;  // parameters of the instruction, if they are others; first
+    unsigned char carriedCount = 0;  // parameters of the instruction, if different; first
     unsigned char formalCount = 0;   // parameters of the function
 
     [[nodiscard]] constexpr std::string_view Text(SqxCardWord word) const
@@ -129,7 +130,8 @@ struct SqxCard {
     {
         return numbers[static_cast<std::size_t>(form)];
     }
-    /// The predefined variables that it reads although they are no arguments; empty ones last.
+    /// The predefined variables that it reads although they are not arguments; empty entries are
+    /// last.
     [[nodiscard]] constexpr std::array<std::string_view, k_mostReads> Reads() const
     {
         std::array<std::string_view, k_mostReads> names;
@@ -138,7 +140,7 @@ struct SqxCard {
         return names;
     }
     [[nodiscard]] constexpr bool HasReads() const { return reads[0].length > 0; }
-    /// False for what only generated C++ can call.
+    /// False for primitives that only generated C++ can call.
     [[nodiscard]] constexpr bool HasNumber() const { return numbers[0] > 0 || numbers[1] > 0; }
     [[nodiscard]] constexpr std::span<const SqxParameter> Formals() const
     {
@@ -149,15 +151,17 @@ struct SqxCard {
     {
         return carriedCount > 0 ? std::span(parameters).first(carriedCount) : Formals();
     }
-    /// Of the primitive's own card: it has no plain form, since it needs neighbouring points.
+    /// True if the primitive has no plain form, since it needs neighbouring points. For the
+    /// primitive's own card.
     [[nodiscard]] constexpr bool IsGridOnly() const { return numbers[0] == 0 && numbers[1] > 0; }
 };
 
-/// All cards, in the order of the table.
+/// Returns all cards, in the order of the table.
 [[nodiscard]] std::span<const SqxCard> SqxCards();
-/// The card of a primitive.
+/// Returns the card of a primitive.
 [[nodiscard]] const SqxCard& SqxCardOf(SqxPrimitive primitive);
-/// The cards of a function of the language, in the order of the table. O(log n).
+/// Returns the cards of a function of the language, in the order of the table. O(log n).
 [[nodiscard]] std::span<const SqxCard* const> SqxCardsNamed(std::string_view function);
-/// The chapter of the reference page that a card is in; empty for an instruction without a name.
+/// Returns the chapter of the reference page that contains a card; empty for an instruction without
+/// a name.
 [[nodiscard]] std::string_view SqxChapterOf(const SqxCard& card);

@@ -21,14 +21,14 @@
 //     @uniform(name, ...)  arguments that are uniform in the whole-grid form; others are varying
 //     @detail(varying), @detail(uniform)   the result, whatever the arguments are
 //     @writes(rule)        which arguments get the detail of the others, see `SqxInlineRule`
-//     @reads(name, ...)    predefined variables that it reads although they are no arguments
+//     @reads(name, ...)    predefined variables that it reads although they are not arguments
 //     @lights              the lights must have been evaluated for `P`
 //     @unused              part of the instruction set; the lowering never emits it
 //
-// The reader runs when the table is compiled: a throw there is a message of the compiler, at the
-// line of the wrong card. Tested by tests/backends/CardTest.cpp.
+// The reader runs when the table is compiled: if it throws, the compiler reports an error at the
+// line of the invalid card. Tested by tests/backends/CardTest.cpp.
 
-/// What is wrong with a card.
+/// The error in a card.
 struct SqxCardFault {
     const char* what;
 };
@@ -121,7 +121,7 @@ private:
         while (m_next < m_card.text.size() && m_card.text[m_next] == ' ')
             ++m_next;
     }
-    /// The next token; empty at the end.
+    /// Returns the next token; empty at the end.
     [[nodiscard]] constexpr std::string_view Peek()
     {
         SkipBlanks();
@@ -163,7 +163,7 @@ private:
         m_next += token.size();
         return WordAt(m_next - token.size(), token.size());
     }
-    /// The text up to the end of the card.
+    /// Reads the text up to the end of the card.
     [[nodiscard]] constexpr SqxCardWord ReadRest()
     {
         SkipBlanks();
@@ -196,7 +196,7 @@ private:
 
     // Parameters
 
-    /// Returns how many there are.
+    /// Returns the number of parameters.
     constexpr unsigned char ReadParameters()
     {
         Expect("(");
@@ -229,7 +229,7 @@ private:
         parameter.isRepeated = Accept("...");
         return parameter;
     }
-    /// True if `word` is a mark of a parameter, which it then gets.
+    /// Sets the property that `word` names. Returns false if it does not name one.
     [[nodiscard]] static constexpr bool IsMarked(SqxParameter& parameter, std::string_view word)
     {
         bool* const mark = word == "optional"   ? &parameter.isOptional
@@ -319,7 +319,7 @@ private:
         throw SqxCardFault{"a rule was expected"};
     }
 
-    // The whole card
+    // Whole cards
 
     constexpr void MarkUniform()
     {
@@ -353,7 +353,7 @@ private:
         for (const std::span<const SqxParameter> list : {m_card.Formals(), m_card.Carried()})
             CheckOrder(list);
     }
-    /// Required ones first, named ones last, nothing after a repeated one.
+    /// Required parameters must come first, named ones last, and a repeated one at the very end.
     static constexpr void CheckOrder(std::span<const SqxParameter> list)
     {
         for (std::size_t i = 1; i < list.size(); ++i)

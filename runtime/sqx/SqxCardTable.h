@@ -5,10 +5,10 @@
 
 #include "sqx/SqxCardReader.h"
 
-// The cards as constants, for the files that make other tables of them. Reading the cards takes the
-// compiler a while; others include SqxCard.h.
+// The cards as constants, for files that compute other tables from them. Reading the cards takes
+// time in each compile, so other files include SqxCard.h.
 
-// A separate constant for each card: compilers bound the steps that one constant may take.
+// Each card is a separate constant, since compilers limit the steps of evaluating one constant.
 inline constexpr SqxCard k_sqxCards[] = {
 #define SQX_READ(primitive, ...)                                                                   \
     [] {                                                                                           \
@@ -25,7 +25,7 @@ inline constexpr SqxCard k_sqxCards[] = {
 #undef SQX_READ
 };
 
-/// The names of a primitive's forms, in the order of `SqxCard::numbers`.
+/// The names of the forms of a primitive, in the order of `SqxCard::numbers`.
 using SqxFormNames = std::array<std::string_view, SqxCard::k_forms>;
 
 inline constexpr SqxFormNames k_sqxFormNames[] = {
@@ -47,7 +47,7 @@ inline constexpr int k_sqxHighestNumber = [] {
     return highest;
 }();
 
-/// Which card and form has a number.
+/// The card and form that a number belongs to.
 struct SqxNumbered {
     const SqxCard* card = nullptr;  // null for a number that is not assigned
     std::size_t form = 0;

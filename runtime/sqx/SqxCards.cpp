@@ -10,7 +10,7 @@
 
 namespace {
 
-/// The title of a chapter at each of its headings, and nothing at each card.
+/// One row for each heading or card, in order: the title of a heading, and an empty text for a card.
 constexpr std::string_view k_titles[] = {
 #define SQX_CARD(primitive, text) {},
 #define SQX_OVERLOAD(primitive, text) {},
@@ -18,7 +18,7 @@ constexpr std::string_view k_titles[] = {
 #include "sqx/SqxCards.def"
 };
 
-/// The first card of each primitive.
+/// The first card of each primitive, by primitive.
 constexpr auto k_byPrimitive = [] {
     std::array<const SqxCard*, k_sqxPrimitiveCount> cards{};
     for (const SqxCard& card : k_sqxCards) {
@@ -41,7 +41,7 @@ struct NamedCard {
     const SqxCard* card = nullptr;
 };
 
-/// The functions of the language sorted by name; cards with the same name keep their order.
+/// The cards sorted by the name of the function; cards with the same name keep their order.
 constexpr auto k_byName = [] {
     std::array<NamedCard, k_namedCount> cards;
     auto end = cards.begin();
@@ -64,7 +64,7 @@ constexpr auto k_cardsByName = [] {
     return cards;
 }();
 
-// Numbers by name, at the first slot of the name or the next free one.
+// A hash table of the numbers by name, with linear probing
 
 constexpr std::size_t k_slots = 2048;
 
@@ -77,7 +77,7 @@ constexpr std::size_t FirstSlotOf(std::string_view name)
     return hash % k_slots;
 }
 
-/// The number at each slot; 0 at a free one.
+/// The number in each slot; 0 for an empty one.
 constexpr auto k_bySlot = [] {
     std::array<short, k_slots> slots{};
     for (short number = 1; number <= k_sqxHighestNumber; ++number) {

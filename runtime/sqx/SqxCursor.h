@@ -40,7 +40,7 @@ public:
     void Expect(std::string_view line);
     /// Requires that no text is left.
     void ExpectEnd();
-    /// What was not read yet.
+    /// The text that was not read yet.
     [[nodiscard]] std::string_view Rest() const { return m_text; }
 
     /// Begins a section, which messages name.
@@ -70,6 +70,6 @@ private:
 
 /// Removes the quotes from a text returned by `ReadQuoted`; escapes are unchanged.
 [[nodiscard]] std::string SqxUnquoted(const std::string& quoted);
-/// The characters that such a text stands for, with the escapes of C; a backslash before another
-/// character stands for nothing.
+/// Returns the characters that such a text represents, with the escapes of C; a backslash before
+/// any other character is removed.
 [[nodiscard]] std::string SqxLiteralText(const std::string& quoted);

@@ -72,7 +72,7 @@ std::string ValueText(const SqxShader& shader, char letter, int value)
 
 constexpr std::size_t k_deepestIndent = 20;  // levels; deeper brackets are not indented further
 
-/// A heading, and one line for each variable of a kind in a range of numbers.
+/// Returns a heading, and one line for each variable of this kind in a range of numbers.
 std::string VariablesText(const SqxShader& shader, SqxVariableKind kind, const char* heading,
                           std::size_t first, std::size_t end)
 {

@@ -152,7 +152,7 @@ bool SqxElfFile::ReadHeaders()
     return ReadDynamic(dynamic);
 }
 
-/// False unless there is one.
+/// Returns false if there is no dynamic section.
 bool SqxElfFile::ReadDynamic(Bytes entries)
 {
     for (std::uint64_t at = 0;; at += sizeof(ElfW(Dyn))) {
@@ -293,7 +293,7 @@ SqxElfFile::Symbol SqxElfFile::FindByHash(std::string_view name) const
     return {};
 }
 
-/// None unless the symbol has that name and is defined in this file.
+/// Returns nothing unless the symbol has this name and is defined in this file.
 SqxElfFile::Symbol SqxElfFile::SymbolAt(std::uint64_t index, std::string_view name) const
 {
     const auto symbol = RecordAt<ElfW(Sym)>(At(m_symbols), index * sizeof(ElfW(Sym)));

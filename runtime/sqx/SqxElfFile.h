@@ -34,7 +34,8 @@ public:
 
     /// Finds the exported symbol of that name, in expected constant time.
     [[nodiscard]] Symbol Find(std::string_view name) const;
-    /// What the section of that name holds, which a file can do without; empty if it is not there.
+    /// The contents of the section with this name, which a library need not have; empty if there is
+    /// none.
     [[nodiscard]] Bytes Section(std::string_view name) const;
     /// The bytes from the address to the end of its segment; empty if the address is invalid.
     [[nodiscard]] Bytes At(std::uint64_t address) const;

@@ -1,5 +1,5 @@
-// Sections are for programs that look at a file, such as this one: a loader does not need them.
-// Their names stand in a section, too.
+// Sections are for programs that inspect a file, as this one does; loaders do not need them. Their
+// names are in a section, too.
 //
 // Tested by tests/listing.
 
@@ -21,7 +21,7 @@ std::optional<Header> HeaderAt(Bytes file, const ElfW(Ehdr) & head, std::uint64_
     return RecordAt<Header>(file.subspan(head.e_shoff), index * sizeof(Header));
 }
 
-/// Cut where the file ends.
+/// Returns the contents, cut off at the end of the file.
 Bytes ContentsOf(Bytes file, const Header& section)
 {
     if (section.sh_type == SHT_NOBITS || section.sh_offset > file.size())

@@ -10,7 +10,7 @@
 struct SqxLayout {
     std::string_view name;  // with the suffix of the form
     SqxPrimitive primitive{};
-    bool simd = false;         // runs over all points by itself
+    bool simd = false;         // loops over all points itself
     bool conditional = false;  // runs only for points whose flag is set
     bool endsInList = false;   // the last type may be repeated or left out
     SqxRun run = SqxRun::Point;

@@ -3,7 +3,7 @@
 #include <charconv>
 #include <string>
 
-/// The shortest text that gives the number again.
+/// Returns the shortest text that reads back to the same number.
 [[nodiscard]] inline std::string SqxNumberText(float number)
 {
     char text[32];

@@ -4,19 +4,20 @@
 
 #include "sqx/SqxPrimitive.h"
 
-// The vocabulary of compiled shaders: the number of each instruction. The numbers are a contract
-// between the compiler and all that reads its files: they never change, and a new instruction
-// takes a new one. They are in the cards, see SqxCards.def.
+// The numbers of instructions in compiled shaders. They are a contract between the compiler and all
+// readers of its files: numbers never change, and a new instruction gets a new one. They are part
+// of the cards, see SqxCards.def.
 
 [[nodiscard]] int SqxHighestNumber();
 
-/// The name of a number; empty for one that is not assigned.
+/// Returns the name of a number; empty if it is not assigned.
 [[nodiscard]] std::string_view SqxNumberName(int number);
 
-/// The number of an instruction by its name, with the suffix of its form; 0 if there is none.
+/// Returns the number of an instruction by its name, with the suffix of its form; 0 if there is
+/// none.
 [[nodiscard]] short SqxNumberNamed(std::string_view name);
 
-/// A pair of instructions that stand around others.
+/// A pair of instructions that enclose others.
 struct SqxBracketRow {
     SqxPrimitive begin;
     SqxPrimitive end;
@@ -37,7 +38,7 @@ inline constexpr SqxBracketRow k_sqxBrackets[] = {
     return false;
 }
 
-/// `primitive` is the end of a bracket that `begin` opens.
+/// True if `primitive` ends a bracket that `begin` starts.
 [[nodiscard]] constexpr bool SqxClosesBracket(SqxPrimitive begin, SqxPrimitive primitive)
 {
     for (const SqxBracketRow& row : k_sqxBrackets)
@@ -46,7 +47,7 @@ inline constexpr SqxBracketRow k_sqxBrackets[] = {
     return false;
 }
 
-/// `primitive` is the end of some bracket.
+/// True if `primitive` ends a bracket.
 [[nodiscard]] constexpr bool SqxClosesBracket(SqxPrimitive primitive)
 {
     for (const SqxBracketRow& row : k_sqxBrackets)

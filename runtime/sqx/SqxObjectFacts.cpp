@@ -1,7 +1,7 @@
-// Lines of numbers about the code, then a byte-code file with an empty main block, which the reader
-// of such files takes. docs/generated-code.md describes the data.
+// The data contain lines of numbers about the code, then a byte-code file with an empty main block,
+// which `SqxReader` reads. docs/generated-code.md describes the format.
 //
-// Tested by tests/listing, hostile data included, and by tests/host/HostTest.cpp.
+// Tested by tests/listing, also with malicious data, and by tests/host/HostTest.cpp.
 
 #include "sqx/SqxObjectFacts.h"
 
@@ -20,7 +20,7 @@ SqxObjectFacts::SqxObjectFacts(const SqxElfFile& file)
 {
     const SqxElfFile::Bytes data = file.Section(k_section);
     const auto end = std::find(data.begin(), data.end(), std::byte{0});
-    // Where several shaders are linked into one file, nothing says whose facts are whose.
+    // If several shaders are linked into one file, their facts cannot be assigned to them.
     const bool isOne = std::all_of(end, data.end(), [](std::byte b) { return b == std::byte{0}; });
     if (data.empty() || !isOne)
         return;
@@ -39,7 +39,7 @@ bool SqxObjectFacts::Read(std::string_view text)
             cursor.FailAt(1, "Version " + std::to_string(version) + " is not known");
         m_usesLights = cursor.ReadBoolLine("Light flag");
         m_hasLightStatement = cursor.ReadBoolLine("Light statement flag");
-        // Nothing is reserved by what a file claims.
+        // No memory is reserved for a count that the file claims.
         for (int count = cursor.ReadCountLine("Number of uses"); count > 0; --count) {
             const bool read = cursor.ReadBool("Read flag");
             m_uses.push_back({read, cursor.ReadBoolLine("Write flag")});

@@ -7,14 +7,14 @@
 #include "sqx/SqxElfFile.h"
 #include "sqx/SqxShader.h"
 
-/// What a shared object says about its shader in its section `QxShaderFacts`, read from the file:
-/// the object is not loaded. The data is not trusted: every number of it is checked, as those of
-/// byte-code are.
+/// The facts that a shared object contains about its shader, in its section `QxShaderFacts`. They
+/// are read from the file without loading the object. The data are not trusted: every number is
+/// checked, as in byte-code.
 class SqxObjectFacts {
 public:
     enum class State {
-        Absent,   // it has no such data, as older compilers built them
-        Damaged,  // `Message` has the fault, and `Shader` what precedes it
+        Absent,   // the object has no such data, as from older compilers
+        Damaged,  // `Message` returns the error, and `Shader` the part before it
         Whole
     };
     struct Use {
@@ -24,25 +24,26 @@ public:
 
     static constexpr std::string_view k_section = "QxShaderFacts";
 
-    /// Keeps nothing of the file.
+    /// Does not keep a reference to the file.
     explicit SqxObjectFacts(const SqxElfFile& file);
 
     [[nodiscard]] State Found() const { return m_state; }
-    /// With an empty main block. A parameter without an initializer has a default value that
-    /// byte-code cannot compute.
+    /// The shader, with an empty main block. A parameter without an initializer has a default value
+    /// that byte-code cannot compute.
     [[nodiscard]] const SqxShader& Shader() const { return m_shader; }
-    /// What the code does with the predefined variables, by their positions; as many as there are.
+    /// How the code uses each predefined variable, by index.
     [[nodiscard]] const std::vector<Use>& Uses() const { return m_uses; }
     [[nodiscard]] bool UsesLights() const { return m_usesLights; }
-    /// `illuminate` or `solar`.
+    /// True if the code contains `illuminate` or `solar`.
     [[nodiscard]] bool HasLightStatement() const { return m_hasLightStatement; }
 
     [[nodiscard]] const std::string& Message() const { return m_message; }
-    /// Line of the fault, from 1: of the byte-code in the data, unless it is at fault before that.
+    /// The line of the error, from 1: in the byte-code, or in the data if the error is before the
+    /// byte-code.
     [[nodiscard]] int FaultLine() const { return m_faultLine; }
 
 private:
-    /// False after a fault.
+    /// Returns false after an error.
     [[nodiscard]] bool Read(std::string_view text);
 
     State m_state = State::Absent;

@@ -41,5 +41,5 @@ inline constexpr SqxPredefined k_sqxPredefined[] = {
 };
 // clang-format on
 
-/// The number that the language names: in every shader, and without a place in its grid.
+/// The constant of the language. It exists in every shader, but has no place in the grid.
 inline constexpr SqxPredefined k_sqxPi = {"PI", SqxType::Float, true, "QX_PI"};

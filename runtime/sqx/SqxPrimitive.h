@@ -4,8 +4,8 @@
 #include <optional>
 #include <string_view>
 
-/// The primitives: what an instruction of byte-code does, and a macro of generated C++. The values
-/// have the names of both, without the suffix of a form.
+/// The primitives: the operations of byte-code instructions and of macros in generated C++. The
+/// values have the names of both, without the suffix of a form.
 enum class SqxPrimitive : unsigned short {
 #define SQX_CARD(primitive, text) primitive,
 #include "sqx/SqxCards.def"
@@ -13,10 +13,10 @@ enum class SqxPrimitive : unsigned short {
 
 /// The forms of a primitive, each with its own number.
 enum class SqxForm : unsigned char {
-    Plain,      // at a point, or once for the grid
-    Grid,       // at all points by itself: the name ends in "_SIMD"
-    GridWhere,  // where a flag is true: "_SIMD_IF_TRUE"
-    Where,      // the same of a primitive without a plain form at a point: "_IF_TRUE"
+    Plain,      // for a point, or once for the grid
+    Grid,       // loops over all points itself: the name ends in "_SIMD"
+    GridWhere,  // for the points of a flag: "_SIMD_IF_TRUE"
+    Where,      // the same for a primitive without a plain form: "_IF_TRUE"
 };
 
 inline constexpr std::string_view k_sqxFormSuffixes[] = {"", "_SIMD", "_SIMD_IF_TRUE", "_IF_TRUE"};
@@ -26,9 +26,9 @@ inline constexpr std::size_t k_sqxPrimitiveCount = 0
 #include "sqx/SqxCards.def"
     ;
 
-/// The name of a primitive, as text of reports and of generated C++.
+/// Returns the name of a primitive, for reports and generated C++.
 [[nodiscard]] std::string_view SqxPrimitiveName(SqxPrimitive primitive);
-/// The same with the suffix of a form, as the form is named in byte-code and generated C++.
+/// Returns the same with the suffix of a form, as in byte-code and generated C++.
 [[nodiscard]] std::string_view SqxFormName(SqxPrimitive primitive, SqxForm form);
-/// The primitive of a name; nothing if there is none. Linear in the primitives.
+/// Returns the primitive with a name; nothing if there is none. Linear in the number of primitives.
 [[nodiscard]] std::optional<SqxPrimitive> SqxPrimitiveNamed(std::string_view name);

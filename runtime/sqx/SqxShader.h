@@ -52,7 +52,7 @@ struct SqxBlock {
     {
         return code[instruction.position + 1 + i];
     }
-    /// What an instruction does, in any of its forms.
+    /// Returns the operation of an instruction, without its form.
     [[nodiscard]] static SqxPrimitive Primitive(const SqxInstruction& instruction)
     {
         return instruction.layout->primitive;
