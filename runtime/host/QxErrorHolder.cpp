@@ -1,5 +1,5 @@
-// Each function says which function of the host is asked, and which answer the shader gets after an
-// error.
+// Each function specifies which function of the host is called, and which answer the shader gets
+// after an error.
 //
 // Tested by tests/host/HostTest.cpp.
 

@@ -10,13 +10,14 @@
 /// throws until the shader has returned. The shader frees its locals only when it returns, so an
 /// exception that passed through it would leak them.
 ///
-/// After an error the shader gets neutral answers. A shader that keeps asking may never return: the
-/// error is then thrown through it. Questions for one point are forwarded as questions for a grid,
+/// After an error the shader gets neutral answers. A shader that keeps asking may never return, so
+/// after some more questions the error is thrown through it. Questions for one point are forwarded
+/// as questions for a grid,
 /// so that a host needs to override only one of the two forms.
 class QxErrorHolder : public QxShaderSupport {
 public:
-    /// `answers` and `files` must outlive the object. `firstDraw` is where the count of the calls
-    /// of `random` starts for each point.
+    /// `answers` and `files` must outlive the object. `firstDraw` is the initial value of the count
+    /// of `random` calls of each point.
     QxErrorHolder(QxShaderSupport& answers, QxFileHandles& files, unsigned int firstDraw = 0)
         : m_answers(answers),
           m_files(files)
@@ -24,7 +25,7 @@ public:
         m_draws.Start(firstDraw);
     }
 
-    /// Throws the error that was held, if there is one. To be called when the shader has returned.
+    /// Throws the stored error, if there is one. Must be called when the shader has returned.
     void Release()
     {
         if (m_error)

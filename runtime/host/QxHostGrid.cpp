@@ -77,7 +77,7 @@ std::span<const Row<QxRGBColor>> Rows()
     return k_colors;
 }
 
-// Conversion of one value to numbers and back.
+// Conversion between a value and numbers
 
 void Append(std::vector<float>& numbers, float value)
 {
@@ -129,7 +129,7 @@ QxHostValue ToHostValue(QxValueType type, const std::vector<Value>& values)
     return {type, std::move(numbers)};
 }
 
-/// The bit of the first variable of a type; the other rows of its table follow in order.
+/// The bit of the first variable of a type; those of the other rows of its table follow in order.
 template <class Value>
 constexpr int k_firstBit = 0;
 template <>

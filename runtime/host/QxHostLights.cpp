@@ -11,7 +11,7 @@
 
 namespace {
 
-/// True if an ambient light shader gives the same light at all points. It runs on a grid of one
+/// True if an ambient light shader has the same light at all points. It runs on a grid of one
 /// point, where only `Ps`, the position that is lit, differs between runs.
 bool IsUniform(const QxShaderInstance& light)
 {

@@ -60,7 +60,8 @@ public:
     QxLightHandle AddAmbientLight(const QxRGBColor& color);
     /// Adds a light at a position, which does not fall off with distance.
     QxLightHandle AddPointLight(const QxVector3& position, const QxRGBColor& color);
-    /// Adds a light with parallel rays along `direction`, from the light to the scene. Any length.
+    /// Adds a light with parallel rays along `direction`, from the light to the scene. The
+    /// direction may have any length.
     QxLightHandle AddDistantLight(const QxVector3& direction, const QxRGBColor& color);
     /// Adds a light shader, at the origin of its "shader" space. The instance must outlive its use
     /// as a light. A shader without `illuminate` and `solar` is an ambient light. Throws

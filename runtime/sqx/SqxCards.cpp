@@ -10,7 +10,7 @@
 
 namespace {
 
-/// One row for each heading or card, in order: the title of a heading, and an empty text for a card.
+/// One row per heading or card, in order: the title of a heading, an empty text for a card.
 constexpr std::string_view k_titles[] = {
 #define SQX_CARD(primitive, text) {},
 #define SQX_OVERLOAD(primitive, text) {},
