@@ -12,8 +12,7 @@
 ///
 /// After an error the shader gets neutral answers. A shader that keeps asking may never return, so
 /// after some more questions the error is thrown through it. Questions for one point are forwarded
-/// as questions for a grid,
-/// so that a host needs to override only one of the two forms.
+/// as questions for a grid, so that a host needs to override only one of the two forms.
 class QxErrorHolder : public QxShaderSupport {
 public:
     /// `answers` and `files` must outlive the object. `firstDraw` is the initial value of the count
