@@ -25,7 +25,8 @@ constexpr QxRGBColor k_white = {1, 1, 1};
 constexpr int k_mostLayers = 64;              // of transparent surfaces
 constexpr float k_leastThrough = 1 / 512.0F;  // less transmitted light is ignored
 
-/// The distance within which a ray may hit, by rounding errors, the surface that it starts on.
+/// Returns the distance within which a ray may hit, by rounding errors, the surface that it starts
+/// on.
 float BiasAt(const QxVector3& place)
 {
     return 2e-4F * std::max({std::abs(place.x), std::abs(place.y), std::abs(place.z), 1.0F});

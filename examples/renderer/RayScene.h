@@ -54,7 +54,7 @@ private:
         std::vector<Path> paths;
     };
 
-    /// The number of grids around the one whose shader asks.
+    /// Returns the number of grids around the one whose shader asks.
     [[nodiscard]] std::size_t OuterGrids() { return static_cast<std::size_t>(RayLevel()); }
     [[nodiscard]] Level& LevelAt(std::size_t depth);
     std::span<const Path> Follow(Level& level, const QxGrid& layout, std::span<const Ray> rays);

@@ -24,5 +24,5 @@ private:
     const Textures& m_textures;
 };
 
-/// The query for the part of a map of the surroundings between four directions.
+/// Returns the query for the part of a map of the surroundings between four directions.
 [[nodiscard]] QxTextureQuery QueryAround(const QxVector3 (&directions)[4]);

@@ -220,7 +220,7 @@ private:
     void EvaluateLightShader(SceneLevel& level, unsigned int number, const QxVector3* positions,
                              unsigned int points, const QxLightInput& result);
     [[nodiscard]] QxShaderInstance* ReceiverOf(QxMessage message);
-    /// The position of an answer, or where it would be inserted.
+    /// Returns the position of an answer, or where it would be inserted.
     [[nodiscard]] std::size_t PlaceOfAnswer(QxMessage message, const std::string& name) const;
     [[nodiscard]] bool HasAnswer(std::size_t place, QxMessage message,
                                  const std::string& name) const;

@@ -28,8 +28,8 @@ public:
     [[nodiscard]] const QxFrame3D* Find(const std::string& name) const;
     /// Returns the name of a frame by its address; null if the frame is not in this registry. O(n).
     [[nodiscard]] const std::string* NameOf(const QxFrame3D* frame) const;
-    /// A count that grows with each definition, here and in the outer registries. A caller that
-    /// caches values computed from frames compares it to see whether they are out of date.
+    /// Returns a count that grows with each definition, here and in the outer registries. A caller
+    /// that caches values computed from frames compares it to see whether they are out of date.
     [[nodiscard]] unsigned long Changes() const;
 
 private:

@@ -38,7 +38,7 @@ struct QxHostValue {
     /// Copies all elements of a variable at all points. A text that was never set becomes "".
     [[nodiscard]] static QxHostValue Of(QxVar& variable);
 
-    /// Number of elements.
+    /// Returns the number of elements.
     [[nodiscard]] std::size_t Count() const;
     /// True if a value of this type may be used where `wanted` is expected, see `QxFitsType`.
     [[nodiscard]] bool Fits(QxValueType wanted) const;

@@ -92,7 +92,8 @@ public:
     [[nodiscard]] bool ModifiesP() const { return m_info.modifiesP; }
     /// True for a light without `illuminate` and `solar`, whose light has no direction.
     [[nodiscard]] bool IsAmbient() const { return m_info.isAmbient; }
-    /// File names, without folders, of the shadeop libraries whose functions the shader calls.
+    /// Returns the file names, without folders, of the shadeop libraries whose functions the shader
+    /// calls.
     [[nodiscard]] const std::vector<std::string>& ShadeopLibraries() const
     {
         return m_info.shadeopLibraries;

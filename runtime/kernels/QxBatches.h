@@ -26,7 +26,7 @@ struct Batch {
     unsigned int points[k_block];
     unsigned int count;
 
-    /// The count, rounded up to whole vectors.
+    /// Returns the count, rounded up to whole vectors.
     [[nodiscard]] unsigned int Padded() const { return (count + k_lanes - 1) / k_lanes * k_lanes; }
 };
 

@@ -189,7 +189,8 @@ struct Angle {
         rest = ((within - n * 0x1.921fb5p+0) - n * 0x1.110b46p-26) - n * 0x1.1a62633145c07p-54;
     }
 
-    /// The sine and cosine of the remainder: an odd polynomial (2^-26) and an even one (2^-32).
+    /// Return the sine and cosine of the remainder: an odd polynomial (2^-26) and an even one
+    /// (2^-32).
     [[nodiscard]] double Sine() const
     {
         const double z = rest * rest;

@@ -20,7 +20,7 @@ inline float Triangle(float x)
     return t < 0 ? 0.5f * (1 + t) * (1 + t) : 1 - 0.5f * (1 - t) * (1 - t);
 }
 
-/// A Gaussian whose standard deviation is half a sample spacing.
+/// Returns the integral up to x of a Gaussian whose standard deviation is half a sample spacing.
 inline float Gaussian(float x)
 {
     return 0.5f * qxmath::Erfc(-x * 1.41421356f);

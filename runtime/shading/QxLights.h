@@ -141,7 +141,7 @@ public:
     }
 
 private:
-    /// The rounding of a cosine, which corresponds to an angle of a millionth.
+    /// Returns the rounding of a cosine, which corresponds to an angle of a millionth.
     static double Rounding() { return 1e-12; }
     static double Dot(const QxVector3& a, const QxVector3& b)
     {

@@ -130,8 +130,8 @@ struct SqxCard {
     {
         return numbers[static_cast<std::size_t>(form)];
     }
-    /// The predefined variables that it reads although they are not arguments; empty entries are
-    /// last.
+    /// Returns the predefined variables that it reads although they are not arguments; empty
+    /// entries are last.
     [[nodiscard]] constexpr std::array<std::string_view, k_mostReads> Reads() const
     {
         std::array<std::string_view, k_mostReads> names;

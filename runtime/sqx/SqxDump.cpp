@@ -42,7 +42,7 @@ std::string TypeText(const SqxVariable& variable)
     return text;
 }
 
-/// Text for an item missing from a damaged file.
+/// Returns the text for an item missing from a damaged file.
 std::string UnknownText(std::size_t number)
 {
     return '?' + std::to_string(number);

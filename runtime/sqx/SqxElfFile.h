@@ -34,18 +34,19 @@ public:
 
     /// Finds the exported symbol of that name, in expected constant time.
     [[nodiscard]] Symbol Find(std::string_view name) const;
-    /// The contents of the section with this name, which a library need not have; empty if there is
-    /// none.
+    /// Returns the contents of the section with this name, which a library need not have; empty if
+    /// there is none.
     [[nodiscard]] Bytes Section(std::string_view name) const;
-    /// The bytes from the address to the end of its segment; empty if the address is invalid.
+    /// Returns the bytes from the address to the end of its segment; empty if the address is
+    /// invalid.
     [[nodiscard]] Bytes At(std::uint64_t address) const;
-    /// The bytes of an object; if it has no size, up to the end of its segment. Empty for any other
-    /// symbol.
+    /// Returns the bytes of an object; if it has no size, up to the end of its segment. Empty for
+    /// any other symbol.
     [[nodiscard]] Bytes Contents(const Symbol& object) const;
-    /// The text at the address; none unless its terminating null is in the same segment.
+    /// Returns the text at the address; none unless its terminating null is in the same segment.
     [[nodiscard]] std::optional<std::string_view> TextAt(std::uint64_t address) const;
-    /// The pointers at the address, with relocations applied; none for a pointer into another
-    /// library. O(r + count) for r relocations.
+    /// Returns the pointers at the address, with relocations applied; none for a pointer into
+    /// another library. O(r + count) for r relocations.
     [[nodiscard]] std::vector<std::optional<std::uint64_t>> PointersAt(std::uint64_t address,
                                                                        std::size_t count) const;
 

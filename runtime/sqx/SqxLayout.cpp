@@ -19,7 +19,7 @@
 
 namespace {
 
-/// The letter of a type, as `SqxLayout` lists them.
+/// Returns the letter of a type, as `SqxLayout` lists them.
 constexpr char LetterOf(SqxCardType type)
 {
     switch (type) {

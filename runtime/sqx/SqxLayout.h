@@ -38,8 +38,8 @@ struct SqxLayout {
     /// compiler never writes it.
     [[nodiscard]] static const SqxLayout* Find(int number);
 
-    /// The letter of value `i`.
+    /// Returns the letter of value `i`.
     [[nodiscard]] char Type(std::size_t i) const { return types[std::min(i, types.size() - 1)]; }
-    /// The minimum number of values.
+    /// Returns the minimum number of values.
     [[nodiscard]] std::size_t LeastCount() const { return types.size() - (endsInList ? 1 : 0); }
 };

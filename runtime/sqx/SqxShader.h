@@ -11,7 +11,7 @@
 /// A byte-code file as a structure. In a file that was read completely, every number in code has
 /// been checked: it refers to an existing item of the file. Lines are those of the file, from 1.
 
-/// The name of a shader type code, such as "surface". The code must be from 0 to 4.
+/// Returns the name of a shader type code, such as "surface". The code must be from 0 to 4.
 [[nodiscard]] const char* SqxShaderTypeName(int code);
 
 /// How far a file was read: up to the end of this section.
@@ -47,7 +47,7 @@ struct SqxInstruction {
 struct SqxBlock {
     // Access to the instructions of this block; values are counted from 0.
 
-    /// Value `i` of an instruction.
+    /// Returns value `i` of an instruction.
     [[nodiscard]] int Value(const SqxInstruction& instruction, std::size_t i) const
     {
         return code[instruction.position + 1 + i];
@@ -57,25 +57,25 @@ struct SqxBlock {
     {
         return instruction.layout->primitive;
     }
-    /// The layout's letter for value `i`.
+    /// Returns the layout's letter for value `i`.
     [[nodiscard]] static char Letter(const SqxInstruction& instruction, std::size_t i);
-    /// The index of the instruction that starts at a position, or of the first one after it; the
-    /// number of instructions for the end. O(log n).
+    /// Returns the index of the instruction that starts at a position, or of the first one after
+    /// it; the number of instructions for the end. O(log n).
     [[nodiscard]] std::size_t IndexOf(std::size_t position) const;
 
-    /// Line of an instruction's number.
+    /// Returns the line of an instruction's number.
     [[nodiscard]] int Line(const SqxInstruction& instruction) const
     {
         return line + static_cast<int>(instruction.position);
     }
-    /// Line of value `i`.
+    /// Returns the line of value `i`.
     [[nodiscard]] int Line(const SqxInstruction& instruction, std::size_t i) const
     {
         return Line(instruction) + 1 + static_cast<int>(i);
     }
-    /// "Instruction GOTO at 12", for messages.
+    /// Returns a text such as "Instruction GOTO at 12", for messages.
     [[nodiscard]] static std::string Place(const SqxInstruction& instruction);
-    /// A message that value `i` does not refer to anything, with the place.
+    /// Returns a message that value `i` does not refer to anything, with the place.
     [[nodiscard]] std::string BadValue(const SqxInstruction& instruction, std::size_t i) const;
 
     int line = 0;  // of the first value
@@ -118,12 +118,12 @@ struct SqxShader {
     bool modifiesP = false;
     SqxBlock main;
 
-    /// The parameter with the given index among the parameters.
+    /// Returns the parameter with the given index among the parameters.
     [[nodiscard]] const SqxVariable& Parameter(std::size_t i) const
     {
         return variables[predefinedCount + i];
     }
-    /// The name of its section in messages.
+    /// Returns the name of its section in messages.
     [[nodiscard]] std::string SectionOf(const SqxInitializer& initializer) const
     {
         return "initializer of " + Parameter(initializer.parameter).name;

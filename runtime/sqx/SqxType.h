@@ -14,5 +14,5 @@ enum class SqxType {
     Bool = 10,
 };
 
-/// The name in messages and dumps; empty for an invalid code.
+/// Returns the name in messages and dumps; empty for an invalid code.
 [[nodiscard]] const char* SqxTypeName(SqxType type);

@@ -43,7 +43,7 @@ public:
 
     /// The reports of the compiler, with advice at all warning levels, folded by `SqxFoldReports`.
     [[nodiscard]] const std::string& Messages() const { return m_messages; }
-    /// The compiled shader. Throws `SqxCompileError` if there is none.
+    /// Returns the compiled shader. Throws `SqxCompileError` if there is none.
     [[nodiscard]] std::filesystem::path Output() const;
     /// The source and all files that it includes, as the preprocessor names them, and the shadeop
     /// libraries that it calls. If preprocessing failed, those before the error.

@@ -20,7 +20,7 @@ constexpr float k_range = 1 - 2 * k_pole;
 constexpr float k_tubeRadius = 0.36F;  // of a torus whose outer radius is 1
 constexpr float k_turnAroundY = 0.3F;  // radians
 
-/// The rotation around x, which makes the upper pole or the hole visible.
+/// Returns the rotation around x, which makes the upper pole or the hole visible.
 float TurnAroundX(SqxShapeKind kind)
 {
     return kind == SqxShapeKind::Torus ? -0.85F : -0.35F;

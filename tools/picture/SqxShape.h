@@ -19,7 +19,7 @@ public:
     /// the shape.
     [[nodiscard]] static QxMatrix44 WorldToCurrent();
 
-    /// The length of the shape along u and v, in units of the smaller edge of the picture.
+    /// Returns the length of the shape along u and v, in units of the smaller edge of the picture.
     [[nodiscard]] float LengthAlongU() const;
     [[nodiscard]] float LengthAlongV() const;
 
@@ -43,7 +43,7 @@ public:
     };
     [[nodiscard]] Column ColumnAt(float u) const;
     [[nodiscard]] Row RowAt(float v) const;
-    /// The length of a row of radius 1.
+    /// Returns the length of a row of radius 1.
     [[nodiscard]] float LengthOfU() const;
 
     /// True if only the side that the normals point to is visible, unless points are displaced.

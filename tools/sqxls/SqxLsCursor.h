@@ -34,7 +34,7 @@ struct SqxLsCursor : SqxLsIndexed {
     const QxIndexedUse* use = nullptr;  // null if there is no name
 
     [[nodiscard]] const QxIndexedName* Name() const;
-    /// The included file whose name is at the position; null for none.
+    /// Returns the included file whose name is at the position; null for none.
     [[nodiscard]] const QxIndexedInclude* Include() const;
 };
 

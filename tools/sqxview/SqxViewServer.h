@@ -21,9 +21,9 @@ public:
     SqxViewServer(const SqxViewServer&) = delete;
     SqxViewServer& operator=(const SqxViewServer&) = delete;
 
-    /// The port that it serves at.
+    /// Returns the port that it serves at.
     [[nodiscard]] int Port() const;
-    /// The address of the page.
+    /// Returns the address of the page.
     [[nodiscard]] std::string Address() const;
 
 private:

@@ -40,7 +40,7 @@ public:
     /// True if the default value of the parameter at this index depends on shading data, so that it
     /// is recomputed for each grid. O(p) for p such parameters.
     [[nodiscard]] bool IsDefaultPerPoint(std::size_t parameter) const;
-    /// The number of instructions in all blocks of the file.
+    /// Returns the number of instructions in all blocks of the file.
     [[nodiscard]] std::size_t InstructionCount() const;
 
     /// True if this processor can run AVX2 kernels.

@@ -24,7 +24,7 @@ constexpr std::chrono::milliseconds k_timeBetweenTests{2};
 
 enum class Share { None, Some, All };
 
-/// How many points have the flag set, if `any` and `all` combine their flags.
+/// Returns how many points have the flag set, if `any` and `all` combine their flags.
 Share ShareOf(unsigned int any, unsigned int all)
 {
     if (any == 0)

@@ -29,15 +29,15 @@ public:
     /// Sets locals to zero at all points. They must not be texts or references.
     void Clear(const std::vector<std::uint32_t>& locals);
 
-    /// The number of points that it is prepared for; 1 before the first run.
+    /// Returns the number of points that it is prepared for; 1 before the first run.
     [[nodiscard]] unsigned int Points() const
     {
         return static_cast<unsigned int>(m_points == 0 ? 1 : m_points);
     }
     /// The address of the values of each variable, by number; kernels re-bind some of them.
     [[nodiscard]] void** Values() { return m_values.data(); }
-    /// An array with a zero for each point, for variables that the host did not set. Made on first
-    /// use, and valid until the next `Start`.
+    /// Returns an array with a zero for each point, for variables that the host did not set. Made
+    /// on first use, and valid until the next `Start`.
     [[nodiscard]] void* Zeros();
     /// The address of a predefined variable of the grid, as set by `Bind`.
     [[nodiscard]] void* Home(std::uint32_t variable) const { return m_homes[variable]; }

@@ -41,5 +41,5 @@ struct QxShaderInfo {
     void Declare(std::vector<QxVar>& variables) const;
 };
 
-/// The interface of a shader in byte-code, which was read up to its main block.
+/// Returns the interface of a shader in byte-code, which was read up to its main block.
 [[nodiscard]] QxShaderInfo QxInfoOf(const SqxShader& shader);

@@ -96,7 +96,7 @@ void Fuser::Run()
     m_liveness.Renumber(m_block.Keep(m_kept));
 }
 
-/// The previous draft in the basic block that has not been dropped.
+/// Returns the previous draft in the basic block that has not been dropped.
 std::size_t Fuser::Before(std::size_t index, std::size_t begin) const
 {
     while (index-- > begin)

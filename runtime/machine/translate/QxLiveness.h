@@ -66,8 +66,8 @@ public:
 
     // After `Compute`:
 
-    /// The followed locals that may be read before they are written, as variables: a run must set
-    /// them to zero first.
+    /// Returns the followed locals that may be read before they are written, as variables: a run
+    /// must set them to zero first.
     [[nodiscard]] std::vector<std::uint32_t> ReadFirst() const;
     /// All followed locals, as variables.
     [[nodiscard]] const std::vector<std::uint32_t>& Locals() const { return m_locals; }

@@ -19,9 +19,9 @@ public:
     {
         return m_target.variables[variable];
     }
-    /// The value of a constant, otherwise null. The address is stable.
+    /// Returns the value of a constant, otherwise null. The address is stable.
     [[nodiscard]] const QxConstant* ConstantOf(std::uint32_t variable) const;
-    /// The whole variable as an operand of an instruction.
+    /// Returns the whole variable as an operand of an instruction.
     [[nodiscard]] QxOperand OperandOf(std::uint32_t variable) const;
     /// True for a uniform variable, or a varying reference to elements of a uniform array.
     [[nodiscard]] bool IsOneForAllPoints(const QxOperand& operand) const;

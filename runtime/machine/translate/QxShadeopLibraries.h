@@ -19,7 +19,7 @@ public:
     /// Returns the declarations in the shadeop's table. Throws `QxHostError` if the library does
     /// not list the shadeop with these functions, or does not define one of them.
     [[nodiscard]] std::vector<std::string> DeclarationsOf(const SqxDSOFunction& shadeop) const;
-    /// The absolute path.
+    /// Returns the absolute path.
     [[nodiscard]] const std::string& PathOf(std::size_t library) const
     {
         return m_libraries[library].path;

@@ -31,8 +31,8 @@ public:
     {
         return m_brackets[m_around[index]].parallel;
     }
-    /// The innermost bracket around an instruction, or around the end of the block if `index` is
-    /// the number of instructions.
+    /// Returns the innermost bracket around an instruction, or around the end of the block if
+    /// `index` is the number of instructions.
     [[nodiscard]] const Bracket& Around(std::size_t index) const
     {
         return m_brackets[m_around[index]];

@@ -20,7 +20,7 @@
 
 namespace {
 
-/// The size in bytes of one element in the machine.
+/// Returns the size in bytes of one element in the machine.
 std::size_t BytesOf(SqxType type)
 {
     switch (type) {
