@@ -96,7 +96,7 @@ std::optional<Fix> InsertionFor(const QxCompileReport& report, const SqxLsSpan& 
 std::optional<Fix> ReplacementFor(const QxCompileReport& report, const SqxLsSpan& place,
                                   const SqxLsText& text, const std::vector<SqxLsToken>& tokens)
 {
-    constexpr std::size_t k_near = 2;  // distance from the reported place
+    constexpr std::size_t k_near = 2;  // tokens before or after the place
     for (const Replacement& row : k_replacements) {
         if (report.advice.find(row.advice) == std::string::npos)
             continue;

@@ -11,10 +11,10 @@ namespace {
 //   word         meaning
 constexpr SqxLsWord k_spaces[] = {
     {"current",   "the space in which a shader computes"},
-    {"shader",    "that of the shader, as it was placed in the scene"},
-    {"object",    "that of the object"},
-    {"world",     "that of the scene"},
-    {"camera",    "that of the camera"},
+    {"shader",    "the space of the shader, as it was placed in the scene"},
+    {"object",    "the space of the object"},
+    {"world",     "the space of the scene"},
+    {"camera",    "the space of the camera"},
     {"screen",    "across the picture, with perspective"},
     {"NDC",       "across the picture, 0 to 1"},
     {"raster",    "across the picture, in pixels"},
@@ -31,35 +31,35 @@ constexpr SqxLsWord k_colorSpaces[] = {
 };
 
 constexpr SqxLsWord k_textureArguments[] = {
-    {"blur",      "float: width of a blur as a share of the texture"},
-    {"sblur",     "float: that along s"},
-    {"tblur",     "float: that along t"},
-    {"width",     "float: factor of the size of the area"},
-    {"swidth",    "float: that along s"},
-    {"twidth",    "float: that along t"},
+    {"blur",      "float: width of a blur, as a fraction of the texture"},
+    {"sblur",     "float: the blur along s"},
+    {"tblur",     "float: the blur along t"},
+    {"width",     "float: factor for the size of the area"},
+    {"swidth",    "float: the factor along s"},
+    {"twidth",    "float: the factor along t"},
     {"filter",    "string: name of the filter"},
     {"samples",   "float: number of samples"},
     {"fidelity",  "float: quality"},
-    {"lerp",      "float: 1 to blend between two sizes of the texture"},
+    {"lerp",      "float: 1 blends two resolutions of the texture"},
     {"fill",      "float: value of a channel that the texture lacks"},
-    {"bias",      "float: distance within which nothing is in its own shadow"},
-    {"gapbias",   "float: accepted, but not handed to the renderer"},
+    {"bias",      "float: distance within which a surface does not shadow itself"},
+    {"gapbias",   "float: accepted, but not passed to the renderer"},
     {"source",    "two to four points: corners of the light"},
 };
 
 constexpr SqxLsWord k_directives[] = {
     {"include",   "reads another file here"},
     {"define",    "defines a macro"},
-    {"undef",     "forgets a macro"},
+    {"undef",     "removes a macro"},
     {"if",        "reads the lines up to the next condition if the value is not 0"},
-    {"ifdef",     "reads them if there is the macro"},
-    {"ifndef",    "reads them if there is no such macro"},
+    {"ifdef",     "reads the lines if the macro is defined"},
+    {"ifndef",    "reads the lines if the macro is not defined"},
     {"elif",      "another condition"},
-    {"else",      "reads the lines if no condition before holds"},
+    {"else",      "reads the lines if no condition before it holds"},
     {"endif",     "ends a condition"},
     {"line",      "sets the line and the file of reports"},
     {"error",     "reports an error"},
-    {"pragma",    "is passed over"},
+    {"pragma",    "is ignored"},
 };
 // clang-format on
 
