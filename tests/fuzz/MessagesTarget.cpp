@@ -1,4 +1,4 @@
-// A server of editors on a sequence of messages, one a line. It is initialized before them, in a
+// A language server on a sequence of messages, one a line. It is initialized before them, in a
 // folder that is not there, and starts no programs.
 
 #include <cstdio>

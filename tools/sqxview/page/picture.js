@@ -15,7 +15,9 @@ export async function showPicture(state) {
     try {
         await next.decode();
     } catch {
-        return;  // the next state asks again
+        if (shownPicture === number)
+            shownPicture = 0;  // the next state asks again
+        return;
     }
     if (number !== shownPicture)
         return;
