@@ -2,7 +2,7 @@
 // needs no list of types: each conversion must read the type of its argument, and none may read
 // past the last one.
 //
-// Tested by tests/backends/CStatementsTest.cpp, TellsTypesWhereTheFormatDoesNot.
+// Tested by tests/backends/CStatementsTest.cpp, PassesTypesThatTheFormatDoesNotState.
 
 #include "backends/SlcFormatTypes.h"
 

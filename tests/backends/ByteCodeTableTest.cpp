@@ -1,4 +1,4 @@
-// The vocabulary: numbers, names and layouts.
+// Checks the numbers, names and operand layouts of byte-code instructions.
 
 #include <gtest/gtest.h>
 
@@ -74,7 +74,7 @@ TEST(SqxLayout, PlacesOperandsAndTheCondition)
     };
     static const LayoutCase cases[] = {
         {"CALL_PRIM_ATTRIBUTE", "wrmrrr"},           // the lowering adds the type of the variable
-        {"CALL_PRIM_CALCULATENORMAL_SIMD", "wrrr"},  // and du and dv
+        {"CALL_PRIM_CALCULATENORMAL_SIMD", "wrrr"},  // the lowering adds du and dv
         {"CALL_PRIM_FILTERSTEP", "wrrrrr"},
         {"CALL_PRIM_SPLINE_1D", "nw*"},
         {"CALL_PRIM_PRINTF", "n*"},

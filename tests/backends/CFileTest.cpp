@@ -1,4 +1,4 @@
-// Whole files, one for each kind of shader, compared with those under golden/.
+// Compares whole generated C++ files, one for each kind of shader, with those under golden/.
 
 #include <gtest/gtest.h>
 
@@ -53,7 +53,7 @@ void ExpectGolden(Shader& shader, const std::string& name)
     EXPECT_EQ(text, golden.str());
 }
 
-/// The part of a file from one text up to another.
+/// Returns the part of `file` from the text `from` up to the text `to`.
 std::string Section(const std::string& file, const std::string& from, const std::string& to)
 {
     const auto begin = file.find(from);
@@ -102,7 +102,7 @@ TEST(SlcGenCCode, WritesEmptyVolume)
     ExpectGolden(shader, "volume");
 }
 
-// Nothing calls the function that computes its default.
+// No generated code calls the function that computes the default value of `dim`.
 TEST(SlcGenCCode, WritesLight)
 {
     Shader shader("lamp", &light);
@@ -196,7 +196,7 @@ TEST(SlcGenCCode, ComputesArraysAndStringsAtShadeTime)
     EXPECT_NE(file.find("\tFREE_STRING((char*)v.T1_[polyCnt]);\n"), std::string::npos);
 }
 
-TEST(SlcGenCCode, HandsLightsToDefaultsThatNeedThem)
+TEST(SlcGenCCode, PassesLightsToDefaultsThatNeedThem)
 {
     Shader shader("lit", &surface);
     const SlcOperand value = Varying("T0_", T::AColor());
@@ -211,7 +211,7 @@ TEST(SlcGenCCode, HandsLightsToDefaultsThatNeedThem)
     EXPECT_NE(file.find("numMpV, numMp, i_numLights, i_lights);\n"), std::string::npos);
 }
 
-TEST(SlcGenCCode, RefusesNamesThatMeet)
+TEST(SlcGenCCode, RefusesSpacesWithTheSameCppName)
 {
     Shader shader("clash", &surface);
     shader.AddSpace("a b");

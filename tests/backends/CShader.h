@@ -6,13 +6,14 @@
 
 namespace CForm {
 
-/// A shader built step by step.
+/// Builds a shader step by step and writes it as C++.
 class Shader {
 public:
-    /// `type` outlives the shader.
+    /// `type` must outlive the shader.
     Shader(const char* name, SlcShaderTypeNode* type);
 
-    /// A parameter, whose default value `value` holds after `init` has run. `space` without quotes.
+    /// Adds a parameter, whose default value `value` holds after `init` has run. `space` has no
+    /// quotes.
     const SlcOperand& AddParameter(const char* name, SlcTypeNode* type, SlcDetailNode* detail,
                                    const SlcOperand& value, SlcPtr<SlcListICode> init = nullptr,
                                    const char* space = "", bool dependsOnContext = false);

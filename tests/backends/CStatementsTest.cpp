@@ -1,4 +1,4 @@
-// Operands and instructions as C++ text.
+// Checks the C++ text of operands and instructions.
 
 #include <gtest/gtest.h>
 
@@ -19,7 +19,7 @@ struct Statements : SlcCStatements {
     using SlcCStatements::SlcCStatements;
 };
 
-/// The text of one instruction, without the tab in front.
+/// Returns the text of one instruction without its leading tab.
 std::string TextOf(SlcPtr<SlcICode> code)
 {
     SlcListICode list;
@@ -137,9 +137,9 @@ TEST(SlcEquCValue, PrintsElements)
         EXPECT_EQ(values.GetStringArray(c.array, Varying("i_1")), c.text);
 }
 
-// An index that varies gives a varying reference. In a uniform array it points at the one value
-// for the current point; in a varying one at the values of all points.
-TEST(SlcEquCValue, ReadsElementsOfUniformArraysOnce)
+// A varying index makes the reference varying. Into a uniform array it points at the single value
+// for the current point, into a varying array at the values of all points.
+TEST(SlcEquCValue, ReadsElementsOfUniformArraysAsSingleValues)
 {
     SlcEquCValue values;
     const SlcOperand ref = Varying("r_", RefTo(T::AFloat()));
@@ -323,8 +323,8 @@ TEST(SlcCStatements, WritesCalls)
     });
 }
 
-// Without types the run time would take a float for the address of a text.
-TEST(SlcCStatements, TellsTypesWhereTheFormatDoesNot)
+// Without types the run time would use a float as the address of a text.
+TEST(SlcCStatements, PassesTypesThatTheFormatDoesNotState)
 {
     struct FormatCase {
         SlcOperand format;
@@ -408,7 +408,7 @@ TEST(SlcCStatements, CallsShadeops)
     });
 }
 
-TEST(SlcCStatementsDeathTest, RefusesWhatNothingProduces)
+TEST(SlcCStatementsDeathTest, RefusesCodeThatTheLoweringNeverEmits)
 {
     EXPECT_EXIT(TextOf(MakeShared<SlcAssignToZeroICode>(Varying("x_1"))),
                 testing::ExitedWithCode(1),

@@ -1,4 +1,4 @@
-// The cards of the table are checked when it is compiled; here the reader gets wrong ones.
+// The cards of the table are checked at compile time; these tests give the reader faulty cards.
 
 #include <gtest/gtest.h>
 
@@ -55,7 +55,7 @@ TEST(SqxCardReader, RefusesWrongCards)
         EXPECT_EQ(FaultOf(c.text), c.fault) << c.text;
 }
 
-TEST(SqxCards, FindWhatHasAName)
+TEST(SqxCards, AreFoundByName)
 {
     for (const SqxCard& card : SqxCards()) {
         EXPECT_EQ(SqxPrimitiveNamed(SqxPrimitiveName(card.primitive)), card.primitive);
@@ -71,7 +71,7 @@ TEST(SqxCards, FindWhatHasAName)
     EXPECT_EQ(SqxChapterOf(*SqxCardsNamed("radians")[0]), "Mathematics");
 }
 
-// The grammar cannot distinguish these, and all would be read.
+// The grammar accepts these facts in each card, but only the first card of a primitive is used.
 TEST(SqxCards, KeepTheFactsOfAPrimitiveInItsFirstCard)
 {
     std::set<SqxPrimitive> known;

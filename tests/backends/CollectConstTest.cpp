@@ -31,7 +31,7 @@ std::string TextOf(const std::deque<SlcOperand>& constants)
     return text;
 }
 
-/// A list that reads each of the values once.
+/// Returns a list that reads each of the values once.
 SlcPtr<SlcListICode> ListOf(const std::vector<SlcOperand>& values)
 {
     auto list = MakeShared<SlcListICode>();
@@ -56,7 +56,7 @@ TEST(SlcCollectConst, OrdersConstantsByValue)
     EXPECT_EQ(TextOf(constants), order);
 }
 
-TEST(SlcCollectConst, MergesWhatSinglePrecisionCannotTellApart)
+TEST(SlcCollectConst, MergesNumbersThatRoundToTheSameFloat)
 {
     struct MergeCase {
         SlcOperand first;

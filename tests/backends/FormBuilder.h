@@ -13,26 +13,27 @@ public:
     FormBuilder();
 
     [[nodiscard]] SlcInterForm& Form() { return m_form; }
-    /// A predefined variable by its name.
+    /// Adds a predefined variable.
     SlcOperand Predefined(const std::string& name);
-    /// A uniform float parameter whose default value is `init`, or any other kind.
+    /// Adds a parameter with the default value `init`, a uniform float unless specified otherwise.
     SlcOperand Parameter(const std::string& name, SlcOperand init,
                          SlcTypeNode* type = SlcTypeNode::AFloat(),
                          SlcDetailNode* detail = SlcDetailNode::AUniform(),
                          SlcStorageSpecNode* storage = SlcStorageSpecNode::AInput());
-    /// The code of the parameter last made; it depends on the shading context if `perPoint`.
+    /// Returns the code that initializes the last parameter. It depends on the shading context if
+    /// `perPoint`.
     SlcListICode& InitialCode(bool perPoint);
     SlcOperand Local(SlcTypeNode* type, SlcDetailNode* detail = SlcDetailNode::AVarying());
     void Space(const std::string& name);
     void Add(SlcPtr<SlcICode> code) { m_form.m_mainList->AddICode(std::move(code)); }
 
-    /// The text of the file.
+    /// Returns the text of the byte-code file.
     [[nodiscard]] std::string Text();
-    /// The file as it is read back.
+    /// Returns the shader that the reader makes of the file.
     [[nodiscard]] SqxShader Shader();
-    /// The instructions of the main block, one a line, without their positions.
+    /// Returns the instructions of the main block, one per line, without their positions.
     [[nodiscard]] std::string MainText();
-    /// What is reported on standard error while the text is made.
+    /// Writes the file and returns the reports on standard error.
     [[nodiscard]] std::string Reports();
 
 private:
@@ -41,7 +42,7 @@ private:
     int m_locals = 0;
 };
 
-/// Shorthand for operands in the tests.
+/// Returns a float constant.
 [[nodiscard]] inline SlcOperand Number(double value)
 {
     return SlcLexType::Float(value);

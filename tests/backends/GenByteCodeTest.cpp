@@ -1,13 +1,13 @@
-// The byte-code writer: the file as a whole, the values of instructions, and its limits.
+// Checks the byte-code writer: whole files, the values of each instruction class, and limits.
 
 #include <gtest/gtest.h>
 
 #include <csignal>
 #include <filesystem>
-#include <fstream>
 #include <sys/resource.h>
 
 #include "backends/FormBuilder.h"
+#include "helpers/TemporaryFolder.h"
 #include "sqx/SqxDump.h"
 #include "support/SlcDiagnostics.h"
 
@@ -21,7 +21,7 @@ SlcLabel Label(const char* name)
     return MakeShared<SlcLabelICode>(name);
 }
 
-/// A call of a built-in of the given form.
+/// Returns a call of a built-in in the given form.
 SlcPtr<SlcICode> Call(SqxPrimitive primitive, SlcOperand result, std::deque<SlcOperand> args,
                       bool simd, SlcOperand condition, bool counted = false)
 {
@@ -30,23 +30,6 @@ SlcPtr<SlcICode> Call(SqxPrimitive primitive, SlcOperand result, std::deque<SlcO
                                     counted ? List::Counted : List::Fixed,
                                     SlcGridForm{simd, std::move(condition)}, nullptr);
 }
-
-/// A folder of the test's own, gone at its end.
-class TemporaryFolder {
-public:
-    TemporaryFolder()
-        : m_path(std::filesystem::temp_directory_path() /
-                 ("slc_bytecode_" + std::to_string(::getpid())))
-    {
-        std::filesystem::create_directories(m_path);
-    }
-    ~TemporaryFolder() { std::filesystem::remove_all(m_path); }
-    [[nodiscard]] std::filesystem::path operator/(const char* name) const { return m_path / name; }
-    [[nodiscard]] std::string Path() const { return m_path.string(); }
-
-private:
-    std::filesystem::path m_path;
-};
 
 }  // namespace
 
@@ -110,7 +93,7 @@ TEST(SlcGenByteCode, DescribesVariables)
         << SqxDump(shader);
 }
 
-TEST(SlcGenByteCode, WritesTheValuesOfEachClass)
+TEST(SlcGenByteCode, WritesTheValuesOfEachInstructionClass)
 {
     FormBuilder b;
     b.Space("world");
@@ -208,7 +191,7 @@ TEST(SlcGenByteCode, ResolvesJumpsBothWays)
               "BEGIN_ILLUMINANCE ->5\n  EVAL_LIGHTS_FOR_P\nEND_ILLUMINANCE ->2\n");
 }
 
-TEST(SlcGenByteCode, NumbersEachGroupOfInitializersApart)
+TEST(SlcGenByteCode, NumbersConstantsOfEachInitializerSeparately)
 {
     FormBuilder b;
     const auto& pi = SlcLexType::GetPI();
@@ -223,11 +206,11 @@ TEST(SlcGenByteCode, NumbersEachGroupOfInitializersApart)
     EXPECT_EQ(shader.initializers[0].result, 4);
     EXPECT_EQ(shader.Parameter(shader.initializers[1].parameter).name, "late");
     EXPECT_EQ(shader.initializers[1].result, 5);
-    // The main code, which is written last, still means its own constant.
+    // The main code is written last and still refers to its own constant.
     EXPECT_EQ(shader.main.Value(shader.main.instructions[0], 1), 3);
 }
 
-TEST(SlcGenByteCode, RefusesWhatDoesNotFit)
+TEST(SlcGenByteCode, RefusesNumbersThatDoNotFit)
 {
     constexpr const char* limit = " does not fit into byte-code, whose largest number is 32767, "
                                   "use '--dso'\n";
@@ -254,18 +237,19 @@ TEST(SlcGenByteCode, RefusesWhatDoesNotFit)
 
 TEST(SlcGenByteCode, LeavesNoFileAfterAFault)
 {
-    const TemporaryFolder folder;
+    const TemporaryFolder temporary;
+    const std::string folder = std::filesystem::current_path();
     FormBuilder good;
-    good.Form().GenByteCode(folder.Path());
-    EXPECT_TRUE(std::filesystem::exists(folder / "made.sqx"));
+    good.Form().GenByteCode(folder);
+    EXPECT_TRUE(std::filesystem::exists("made.sqx"));
 
-    std::filesystem::remove(folder / "made.sqx");
+    std::filesystem::remove("made.sqx");
     FormBuilder bad;
     bad.Add(Call(SqxPrimitive::CALL_PRIM_UNPACK, nullptr, {}, false, nullptr));
     testing::internal::CaptureStderr();
-    EXPECT_THROW(bad.Form().GenByteCode(folder.Path()), SlcCompilationError);
+    EXPECT_THROW(bad.Form().GenByteCode(folder), SlcCompilationError);
 
-    // A file that may not grow simulates a full disk.
+    // A limit on the size of files simulates a full disk.
     FormBuilder full;
     for (int i = 0; i < 2000; ++i)
         full.Add(MakeShared<SlcAssignICode>(full.Local(T::AFloat()), Number(i)));
@@ -274,14 +258,14 @@ TEST(SlcGenByteCode, LeavesNoFileAfterAFault)
     std::signal(SIGXFSZ, SIG_IGN);
     ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &none), 0);
-    EXPECT_THROW(full.Form().GenByteCode(folder.Path()), SlcCompilationError);
+    EXPECT_THROW(full.Form().GenByteCode(folder), SlcCompilationError);
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
-    EXPECT_NE(testing::internal::GetCapturedStderr().find("Cannot write " + folder.Path()),
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("Cannot write " + folder),
               std::string::npos);
-    EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+    EXPECT_TRUE(std::filesystem::is_empty(folder));
 }
 
-TEST(SlcGenByteCodeDeathTest, ReportsAFolderThatIsNotThere)
+TEST(SlcGenByteCodeDeathTest, ReportsAMissingFolder)
 {
     FormBuilder builder;
     EXPECT_EXIT(builder.Form().GenByteCode("/no/such/folder"), testing::ExitedWithCode(1),

@@ -1,5 +1,5 @@
-// Which instructions become one loop over points, what such a loop keeps, and which loops run strip
-// by strip.
+// Checks which instructions become one loop over points, which variables such a loop keeps in
+// locals, and which loops run strip by strip.
 
 #include <gtest/gtest.h>
 
@@ -12,8 +12,8 @@
 
 namespace {
 
-/// "begin..end constants; loaded; stored; temporaries; flags" of each loop, with a star where it
-/// has a guard.
+/// Returns "begin..end constants; loaded; stored; temporaries; flags" for each loop, with a star if
+/// it has a guard.
 std::string Shown(const std::vector<SlcPointLoop>& loops)
 {
     std::ostringstream out;
@@ -41,24 +41,26 @@ TEST(SlcPointLoops, AreMaximal)
 {
     static const LoopCase cases[] = {
         {"{ f?( x = y * u; ) }", "0..5* u; f y x; x;;"},
-        // Joined: a copy, flags and a cheap call for the grid.
+        // Copies, flag operations and cheap calls for the whole grid are joined with parallel runs.
         {"{ x = y; } f <- f1; { z = x; }", "0..7; y x f1 f z; x f z;;"},
         {"{ f = x < 1; } f1 = not f; f2 = f or f1; { f2?( x = 1; ) }",
          "0..10*; x f f1 f2; x f f1 f2;;"},
         {"{ f = x < 1; } y = SMOOTHSTEP(x, x, z) simd at f; ", "0..4; x f z y; f y;;"},
-        // What looks at more than the point, or costs much, stands alone.
+        // Expensive calls and references to array elements are in no loop.
         {"{ x = y; } y = NOISE_FLOAT_1D(x) simd; { z = y; }", "0..3; y x; x;; | 4..7; y z; z;;"},
         {"{ x = POW(y, z); }", ""},
         {"{ r = &a[u]; x = r; }", ""},
-        // A flag of the grid ends a loop that reads it.
+        // A loop ends before an instruction that reads a uniform flag which it sets.
         {"{ f = x < 1; } g = any f; { x = 1; }", "0..7; x f; x f;; g"},
         {"{ f = x < 1; } g = any f; { f1 = g; }", "0..4; x f; f;; g | 4..7 g; f1; f1;;"},
-        // A value that is stored once and stays in an iteration, and values that do not.
+        // A uniform variable is a temporary of an iteration if each read follows a write in the
+        // same run.
         {"{ u = x * 2; y = u + 1; }", "0..4; x y; y; u;"},
         {"{ u = x * 2; y = u; } { u = y; z = u; }", "0..8; x y z; y z; u;"},
         {"{ u = x * 2; } { z = u; }", "3..6 u; z; z;;"},
         {"{ u = x * 2; } u1 = u;", ""},
-        // A predefined variable is kept if it is the only one of its type, or none is written.
+        // A predefined variable is kept in a local if it is the only one of its type, or if none is
+        // written.
         {"{ f?( Cx = y; ) }", "0..5*; f y Cx; Cx;;"},
         {"{ f?( Cx = Cy; ) }", "0..5*; f;;;"},
         {"{ f?( x = Cx * Cy; ) }", "0..5*; f Cx Cy x; x;;"},
@@ -72,7 +74,7 @@ struct StripCase {
     const char* strips;  // "begin..end" of each
 };
 
-TEST(SlcStripLoops, MayLeaveForEachStrip)
+TEST(SlcStripLoops, CanBeLeftStripByStrip)
 {
     static const StripCase cases[] = {
         {"L0: { f = x < 1; } g = any f; !g? goto L1; { f?( x = x + 1; ) } goto L0; L1: { y = x; }",
@@ -81,14 +83,14 @@ TEST(SlcStripLoops, MayLeaveForEachStrip)
         {"L0: { f = x < 1; } g = any f; !g? goto L1; { f?( x = x + 1; ) } goto L0; L1: { f = g; }",
          ""},
         {"L0: { f = x < 1; } g = any f; L2: !g? goto L1; { f?( x = x + 1; ) } goto L0; L1:", ""},
-        // A uniform variable changes from round to round; the round looks at other points.
+        // A uniform variable changes in each iteration, or an iteration reads other points.
         {"L0: u = u + 1; { f = x < u; } g = any f; g? goto L0;", ""},
         {"L0: { f = x < 1; } g = any f; !g? goto L1; x = NOISE_FLOAT_1D(x) simd; goto L0; L1:", ""},
         // Jumps lead into the loop, or out of it past its end.
         {"!g1? goto L1; L0: { f = x < 1; } g = any f; !g? goto L1; { x = x + 1; } goto L0; L1:",
          ""},
         {"L0: { f = x < 1; } g = any f; !g? goto L1; { x = x + 1; } goto L0; { y = x; } L1:", ""},
-        // No flag ends it.
+        // No flag ends the loop.
         {"L0: { x = 1; } goto L0;", ""},
     };
     for (const StripCase& c : cases) {

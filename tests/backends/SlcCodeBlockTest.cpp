@@ -14,7 +14,7 @@ protected:
     SlcCodeBlock m_block{[this](std::string_view text) { m_reports.emplace_back(text); }};
 };
 
-TEST_F(CodeBlockTest, FillsJumpsForwardAndBack)
+TEST_F(CodeBlockTest, ResolvesForwardAndBackwardJumps)
 {
     m_block.AddLabelRef(m_start);
     m_block.AddInstr(SqxPrimitive::GOTO);
@@ -33,7 +33,7 @@ TEST_F(CodeBlockTest, FillsJumpsForwardAndBack)
     EXPECT_TRUE(m_reports.empty());
 }
 
-TEST_F(CodeBlockTest, ReportsWhatDoesNotFitOnceAKind)
+TEST_F(CodeBlockTest, ReportsEachKindOfOverflowOnce)
 {
     for (const int value : {-1, 0, 32767, 32768, 40000})
         m_block.AddConst(value, "Line");
@@ -47,8 +47,8 @@ TEST_F(CodeBlockTest, ReportsWhatDoesNotFitOnceAKind)
     EXPECT_EQ(m_reports[1].substr(0, 6), "Length");
 }
 
-// Each way alone, since a report of one would hide that the other is missing.
-TEST_F(CodeBlockTest, RefusesJumpsToWherePlacesEnd)
+// Each direction is tested alone, since a report for one would hide that the other is missing.
+TEST_F(CodeBlockTest, RefusesJumpTargetsThatAreTooLarge)
 {
     for (const bool forward : {true, false}) {
         for (const std::size_t place : {32767U, 32768U, 33002U}) {

@@ -1,4 +1,4 @@
-// The reader of byte-code files takes nothing on trust.
+// The reader of byte-code files checks everything that it reads.
 
 #include "sqx/SqxReader.h"
 
@@ -12,7 +12,7 @@ namespace {
 
 using T = SlcTypeNode;
 
-/// A file with something in each section.
+/// Returns a file with an entry in each section.
 std::string SampleFile()
 {
     FormBuilder b;
@@ -102,7 +102,7 @@ TEST(SqxReader, NamesTheFaultAndItsLine)
 
 TEST(SqxReader, SurvivesAnyFile)
 {
-    // The part before a fault prints too.
+    // The part before a fault can be printed too.
     const auto survive = [](const std::string& text) {
         SqxReader reader;
         const bool good = reader.Read(text);
@@ -121,7 +121,7 @@ TEST(SqxReader, SurvivesAnyFile)
         }
 }
 
-TEST(SqxReader, KeepsWhatStandsInFrontOfAFault)
+TEST(SqxReader, KeepsThePartBeforeAFault)
 {
     const std::string good = SampleFile();
     SqxReader reader;
@@ -133,7 +133,7 @@ TEST(SqxReader, KeepsWhatStandsInFrontOfAFault)
     EXPECT_TRUE(SqxDump(reader.Shader()).ends_with("  6  \"world\"  uniform string\n"));
 }
 
-TEST(SqxReader, ReportsWhatCannotBeRead)
+TEST(SqxReader, ReportsUnreadableFiles)
 {
     SqxReader reader;
     EXPECT_FALSE(reader.ReadFile("/no/such/file.sqx"));
@@ -159,7 +159,7 @@ TEST(SqxLiteralText, KnowsTheEscapesOfC)
         EXPECT_EQ(SqxLiteralText(c.literal), c.text) << c.literal;
 }
 
-TEST(SqxReader, HoldsShadeopNumbersAgainstTheirTable)
+TEST(SqxReader, ChecksShadeopNumbersAgainstTheTable)
 {
     FormBuilder b;
     SlcFuncSignature signature;
@@ -181,7 +181,7 @@ TEST(SqxReader, HoldsShadeopNumbersAgainstTheirTable)
     const std::string good = b.Text();
     SqxReader reader;
     ASSERT_TRUE(reader.Read(good)) << reader.Message();
-    // The first call is the one of the initializer, which precedes the table.
+    // The first call belongs to the initializer, which precedes the table.
     const std::string first = Replaced(good, "\n459\n0\n", "\n459\n1\n");
     EXPECT_FALSE(reader.Read(first));
     EXPECT_NE(reader.Message().find("initializer of x1"), std::string::npos) << reader.Message();
