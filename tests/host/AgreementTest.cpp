@@ -1,8 +1,8 @@
-// Shared objects compute what byte-code computes, at every optimization level.
+// Checks that shared objects compute what byte-code computes, at every optimization level.
 //
-// SLC_AGREE_CXX is the level of the C++ compiler, -O0 unless set; SLC_AGREE_RANDOM the number of
-// random shaders of each generator, and SLC_AGREE_SEED the first seed; SLC_AGREE_TESTS the filter
-// of the tests whose shaders are compared.
+// SLC_AGREE_CXX is the level of the C++ compiler, -O0 unless set. SLC_AGREE_RANDOM is the number of
+// random shaders of each generator, and SLC_AGREE_SEED is the first seed. SLC_AGREE_TESTS is the
+// filter of the tests whose shaders are compared.
 
 #include <gtest/gtest.h>
 
@@ -54,8 +54,8 @@ std::string OutputOf(const std::string& command)
     return text;
 }
 
-/// Byte-code has no number for `pack` and `unpack`, and it alone computes defaults that need
-/// shading data in lights and imagers, which these parameters have.
+/// False for sources whose results must differ: byte-code has no number for `pack` and `unpack`,
+/// and only byte-code computes default values that need shading data in lights and imagers.
 bool IsComparable(const Source& source)
 {
     for (const char* text : {"pack(", "float late = alpha", "float a = noise(xcomp(Ps))"})
@@ -64,7 +64,7 @@ bool IsComparable(const Source& source)
     return true;
 }
 
-/// The shaders of a folder, preprocessed, in the order of their names.
+/// Returns the preprocessed shaders of a folder, sorted by name.
 std::vector<Source> ShadersOf(const path& folder)
 {
     std::vector<Source> sources;
@@ -79,7 +79,7 @@ std::vector<Source> ShadersOf(const path& folder)
     return sources;
 }
 
-/// The generated C++ of a source.
+/// Returns the generated C++ of a source.
 std::string CFileOf(const std::string& source, int level)
 {
     SlcOptionsControl options;
@@ -122,8 +122,8 @@ private:
         std::string path;  // of the shared object
     };
 
-    /// With both kernel sets, on grids of one point, of one column, and of fewer points and more
-    /// than a strip has.
+    /// Compares both kernel sets, on grids of one point, of one column, and of fewer and more
+    /// points than a strip has.
     static void ExpectSameBits(const Pair& pair)
     {
         for (const QxGrid& grid : {QxGrid{1, 1}, QxGrid{1, 4}, k_smallGrid, QxGrid{37, 19}}) {
@@ -163,7 +163,7 @@ TEST_F(Agreement, OfCompiledShaders)
     ExpectAgreement(ShadersOf(SLC_COMPILE_SHADERS_FOLDER));
 }
 
-TEST_F(Agreement, OfWhatTestsRun)
+TEST_F(Agreement, OfShadersOfOtherTests)
 {
     const path folder = m_folder.Path() / "sources";
     std::filesystem::create_directory(folder);
@@ -185,7 +185,7 @@ TEST_F(Agreement, OfRandomShaders)
     ExpectAgreement(sources);
 }
 
-/// The byte-code of these is held against values that are known, elsewhere.
+/// Other tests compare the byte-code of these shaders with known values.
 TEST_F(Agreement, OfReferenceShaders)
 {
     std::vector<Source> sources;

@@ -1,4 +1,4 @@
-// The examples of the reference page hold in both outputs.
+// Checks that the examples of the reference page are true of both outputs.
 
 #include <gtest/gtest.h>
 
@@ -14,7 +14,7 @@ namespace {
 
 using Numbers = std::vector<float>;
 
-/// The numbers of a value that is no expression; empty if it is one.
+/// Returns the numbers of a literal value; empty if `text` is an expression.
 Numbers LiteralNumbers(std::string text)
 {
     if (text == "no number")
@@ -46,7 +46,7 @@ std::string Name(char letter, std::size_t number)
     return letter + std::to_string(number);
 }
 
-/// The statements before the expression stay there, in a separate block.
+/// Assigns the expression of `code` to `target`, in a block with the statements before it.
 std::string Assignment(const std::string& target, std::string_view code)
 {
     const std::size_t last = code.rfind("; ");
@@ -56,7 +56,7 @@ std::string Assignment(const std::string& target, std::string_view code)
     return text + "; }\n";
 }
 
-/// A surface with an output for each example, and one for each value that is an expression.
+/// Returns a surface with an output for each example, and one for each value that is an expression.
 std::string Shader()
 {
     std::string head = "surface examples(";

@@ -11,7 +11,7 @@
 
 using Numbers = std::vector<float>;
 
-/// A grid, a scene, and shaders that are built as one kind of file for the test.
+/// Holds a grid, a scene, and shaders that are built as the kind of file of the test's parameter.
 class Host : public ::testing::TestWithParam<const char*> {
 protected:
     void Load(const std::string& source)

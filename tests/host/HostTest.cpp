@@ -1,4 +1,5 @@
-// The host library with real shaders, from their sources, and with files that are none.
+// Tests the host library with shaders that are compiled from source, and with files that are no
+// shaders.
 
 #include <gtest/gtest.h>
 
@@ -37,7 +38,7 @@ surface test(float scale = 2; color tint = color(0.5, 0.25, 1); string name = "p
 INSTANTIATE_TEST_SUITE_P(Kinds, Host, ::testing::Values("--dso", "--int"),
                          [](const auto& info) { return std::string(info.param).substr(2); });
 
-TEST_P(Host, HandsParametersInAndOut)
+TEST_P(Host, PassesParametersInAndOut)
 {
     Load(k_values);
     EXPECT_EQ(m_shader->Shader().Type(), QxShaderInterface::e_typeSurface);
@@ -69,7 +70,7 @@ TEST_P(Host, HandsParametersInAndOut)
     EXPECT_EQ(m_grid.Values<QxRGBColor>("Ci")[3], (QxRGBColor{1, 1, 0}));
 }
 
-TEST_P(Host, ShadesGridsOfEachSizeInTurn)
+TEST_P(Host, ShadesGridsOfDifferentSizesInTurn)
 {
     Load(k_values);
     QxHostGrid resized(4, 4);
@@ -120,7 +121,7 @@ TEST_P(Host, RefusesValuesThatDoNotFit)
     EXPECT_NE(ErrorOf([&] { m_grid.Set("u", Numbers{1, 2}); }), "");
     EXPECT_NE(ErrorOf([&] { (void)m_grid.Values<float>("P"); }), "");
     EXPECT_NE(ErrorOf([] { QxHostGrid(0, 3); }), "");
-    // More than can be numbered, one way and both ways.
+    // Both sizes have more points than an index can number.
     for (const unsigned int rows : {65537U, 4000000000U}) {
         EXPECT_NE(ErrorOf([&] { QxHostGrid(65536, rows); }).find("is too large"),
                   std::string::npos);
@@ -170,7 +171,7 @@ TEST_F(HostFiles, ReadsByteCodeFromMemory)
               std::string::npos);
 }
 
-TEST_F(HostFiles, EndsShadersThatDoNotEnd)
+TEST_F(HostFiles, StopsShadersAtTheStepLimit)
 {
     QxShaderInstance shader(QxShader::Open(m_folder.Build("test", R"(surface test(float go = 1) {
             Ci = 0; while (go > 0) Ci += 0.001; Oi = 1; })",
@@ -183,8 +184,8 @@ TEST_F(HostFiles, EndsShadersThatDoNotEnd)
     shader.Run(m_grid, m_scene);
     EXPECT_EQ(m_grid.Values<QxRGBColor>("Oi")[0], (QxRGBColor{1, 1, 1})) << "it runs again";
 
-    // A text that doubles in a loop has an end, and what is done to it counts, also where it is
-    // assigned to itself: then the old text is gone.
+    // A text that doubles in a loop ends at a limit, work on it counts as steps, and assigning it
+    // to itself releases the old text.
     for (const char* work : {"t = concat(t, t);", "t = format(\"%s%s\", t, t);",
                              "t = concat(t, t); n += match(\"(a*)*$x\", t);",
                              "w[n] = concat(w[0], w[n]); w[n] = w[0]; t = w[0];"}) {
@@ -204,9 +205,10 @@ TEST_F(HostFiles, EndsShadersThatDoNotEnd)
     }
 }
 
-TEST_F(HostFiles, TakesTheNearestElementForAnIndexOutside)
+TEST_F(HostFiles, ClampsIndexesToTheArray)
 {
-    // Each kind of storage: parameters and locals, uniform and varying, with one element too.
+    // Covers each kind of storage: parameters and locals, uniform and varying, also with one
+    // element.
     constexpr const char* source = R"(
 surface test(float k = 1e6; output float one[1] = {3}; varying float each[2] = {5, 6};
              output string said[2] = {"a", "b"}; output varying float r[4] = {0, 0, 0, 0};
@@ -232,16 +234,16 @@ surface test(float k = 1e6; output float one[1] = {3}; varying float each[2] = {
     }
 }
 
-TEST_F(HostFiles, GivesTheSameBitsOnThisProcessor)
+TEST_F(HostFiles, HasTheSameBitsWithInstructionsOfThisProcessor)
 {
-    // Sums of products, which a processor may be able to round once instead of twice.
+    // These are sums of products, which a processor may round once instead of twice.
     constexpr const char* source =
         "surface test(output varying float r[2] = {0, 0}) {"
         " float a = u / 3 + 0.1; float b = v / 7 + 0.3;"
         " r[0] = a * b - 0.03; r[1] = noise(a * b + a, b * b - a) + mod(a * 3, b); }";
     QxHostGrid grid(16, 16);
     std::vector<Numbers> results;
-    // A compiler for another machine does not know that machine's processor.
+    // A cross compiler does not know the processor that the test runs on.
     const char* const own = SLC_EMULATED ? "-O2" : "-march=native";
     for (const auto& [options, compiler] :
          {std::pair{"--int", ""}, std::pair{"--dso", "-O3"}, std::pair{"--dso", own}}) {
@@ -253,9 +255,9 @@ TEST_F(HostFiles, GivesTheSameBitsOnThisProcessor)
     }
 }
 
-TEST_F(HostFiles, StopsShadersWhenTheHostWantsTo)
+TEST_F(HostFiles, StopsShadersWhenTheHostAsks)
 {
-    // A loop of the grid, a loop of uniform code, and work without any loop.
+    // The cases are a varying loop, a uniform loop, and work without any loop.
     for (const char* slow :
          {"while (u < go) Ci += 0.001;", "while (go > 0) sum += 1;", "Ci = noise(P);"}) {
         QxShaderInstance shader(
@@ -277,7 +279,7 @@ TEST_F(HostFiles, StopsShadersWhenTheHostWantsTo)
     }
 }
 
-TEST_F(HostFiles, LeadsTheWholeLifeAgain)
+TEST_F(HostFiles, UnloadsAndReloadsSharedObjects)
 {
     const std::string path = m_folder.Build("test", k_values, "--dso");
     for (int life = 0; life < 2; ++life) {
@@ -293,7 +295,7 @@ TEST_F(HostFiles, LeadsTheWholeLifeAgain)
 }
 
 // The program is built with sanitizers, and so are the shaders.
-TEST_F(HostFiles, LeaksNothingInTwoLives)
+TEST_F(HostFiles, LeaksNoMemory)
 {
     if (*SLC_HOST_LIFE == '\0')
         GTEST_SKIP() << "another sanitizer watches the parts of this build";
@@ -324,7 +326,7 @@ TEST_F(HostFiles, LeaksNothingInTwoLives)
     EXPECT_NE(text.find("plain!yz other!b"), std::string::npos) << text;
 }
 
-TEST_P(Host, LooksSpacesUpByName)
+TEST_P(Host, FindsSpacesByName)
 {
     Load(R"(surface test(output varying point moved = 0; output varying point back = 0)
             { moved = transform("shader", P); back = transform("unknown", P); })");
@@ -344,8 +346,8 @@ TEST_P(Host, RunsLightsOfEveryKind)
                 Oi = ambient(); })");
     m_scene.AddAmbientLight({0.5F, 0, 0});
     m_scene.AddDistantLight({0, 0, 2}, {0, 1, 0});
-    m_scene.AddDistantLight({0, 0, -2}, {100, 100, 100});  // from behind
-    m_scene.AddPointLight({-0.5F, 0.5F, -3}, {0, 0, 2});   // before the first point
+    m_scene.AddDistantLight({0, 0, -2}, {100, 100, 100});  // from behind the surface
+    m_scene.AddPointLight({-0.5F, 0.5F, -3}, {0, 0, 2});   // in front of the first point
 
     const auto spot = Open("spot", R"(
         light spot(float power = 1; point from = point "shader" (0, 0, 0))
@@ -376,16 +378,16 @@ TEST_P(Host, RunsLightsOfEveryKind)
     EXPECT_NEAR(lit.b, 2, 1e-4);
 }
 
-TEST_P(Host, KnowsAmbientLightsByTheirText)
+TEST_P(Host, RecognizesAmbientLightsByTheirCode)
 {
     const struct {
         const char* body;
         bool ambient;
-        bool steady;  // what it gives is the same at all points
+        bool steady;  // its light is the same at all points
     } cases[] = {
         {"Cl = power;", true, true},
         {"Cl = power * xcomp(Ps);", true, false},
-        {"Cl = power * length(P) + zcomp(I) + u;", true, true},  // the place of the light
+        {"Cl = power * length(P) + zcomp(I) + u;", true, true},  // the position of the light
         {"if (power > 2) illuminate (point \"shader\" (0, 0, 0)) Cl = each;", false, true},
         {"solar (vector (0, 0, 1), 0) Cl = each;", false, true},
     };
@@ -406,8 +408,9 @@ TEST_P(Host, KnowsAmbientLightsByTheirText)
     }
 }
 
-// Locals of a shared object are its own matter, and only the sanitizers and this see them.
-TEST_P(Host, LeavesNothingBehindAfterAnError)
+// A shared object frees its locals itself, and only this test and the sanitizers notice if it does
+// not.
+TEST_P(Host, FreesItsMemoryAfterAnError)
 {
     struct : QxHostScene {
         QxRGBColor Texture(const QxTextureQuery&) override { throw std::runtime_error("no file"); }
@@ -449,7 +452,7 @@ TEST_F(HostFiles, LimitsMemory)
     }
 }
 
-TEST_P(Host, KeepsSpacesOfEachInstanceApart)
+TEST_P(Host, KeepsTheSpacesOfInstancesSeparate)
 {
     const auto spot = Open("spot", R"(
         light spot(point from = point "shader" (0, 0, 0); vector axis = vector "shader" (0, 0, 1))
@@ -475,7 +478,7 @@ TEST_P(Host, KeepsSpacesOfEachInstanceApart)
     EXPECT_EQ(Ci[2], (QxRGBColor{0, 0, 0}));
     EXPECT_EQ(lights[1]->Get("from").numbers, (Numbers{0.5F, 0.5F, 0}));
 
-    // Moved: default values follow.
+    // After a move of the spaces the default values follow.
     QxMatrix44 turned = QxMatrix44::Identity();
     turned[2][2] = -1;
     turned[3][1] = 0.5F;
@@ -489,7 +492,7 @@ TEST_P(Host, KeepsSpacesOfEachInstanceApart)
     EXPECT_EQ(lights[1]->Get("from").numbers, (Numbers{0, 0.5F, 3}));
 }
 
-TEST_P(Host, TellsOfParameters)
+TEST_P(Host, DescribesParameters)
 {
     Load(
         R"(surface test(float a = 2; point p = point "shader" (1, 2, 3); color c = color "hsv" (0, 1, 1);
@@ -576,7 +579,7 @@ TEST_P(Host, RunsOnBuffersOfTheCaller)
                       "The buffer of parameter 'gain' holds 12 numbers, but the grid needs 2");
         m_shader->SetBuffer("gain", {gone.get(), 2});
         m_shader->Run(points, m_scene);
-        m_shader->Set("gain", 4);  // the last one counts
+        m_shader->Set("gain", 4);  // overrides the buffer
         m_shader->ClearBuffer("sum");
     }
     EXPECT_EQ(m_shader->Get("sum").numbers.size(), 1U) << "nothing reads the buffer any more";
@@ -621,7 +624,7 @@ TEST_P(Host, ShadesInSeveralThreadsAtATime)
             QxHostScene scene;
             QxShaderInstance light(lamp, scene.Spaces());
             scene.AddLight(light);
-            // Loaded at one time, and one that all share.
+            // One shader is loaded by several threads at once, the other is shared by all.
             QxShaderInstance own(QxShader::Open(path), scene.Spaces());
             QxShaderInstance shared(shader, scene.Spaces());
             for (int run = 0; run < 20; ++run) {
@@ -638,7 +641,7 @@ TEST_P(Host, ShadesInSeveralThreadsAtATime)
         EXPECT_EQ(result, results[0]);
 }
 
-TEST_P(Host, DisplacesAndImages)
+TEST_P(Host, RunsDisplacementsAndImagers)
 {
     Load("displacement test(float by = 1) { P += by * normalize(N); N = calculatenormal(P); }");
     EXPECT_TRUE(m_shader->Shader().ModifiesP());
@@ -669,7 +672,7 @@ TEST_P(Host, AnswersMessages)
     EXPECT_EQ(m_shader->Get("tag").texts, std::vector<std::string>{"label"});
 }
 
-TEST_P(Host, AsksTheReceiversOfMessages)
+TEST_P(Host, PassesMessagesToOtherShaders)
 {
     Load(R"(surface test(float Kd = 0.25; output float sum = 0; output varying float each = 0;
                          output string tag = ""; output float others = 0) {
@@ -719,7 +722,7 @@ TEST_P(Host, AsksTheReceiversOfMessages)
     EXPECT_EQ(m_shader->Get("tag").texts[0], "");
 }
 
-TEST_P(Host, ChoosesLights)
+TEST_P(Host, SwitchesLimitsAndRemovesLights)
 {
     Load("surface test() { Ci = ambient(); illuminance (P) { Ci += Cl; } Oi = 1; }");
     const auto lit = [this] {
@@ -748,7 +751,7 @@ TEST_P(Host, ChoosesLights)
     EXPECT_NE(ErrorOf([&] { m_scene.RemoveLight(second); }), "");
 }
 
-TEST_P(Host, ShadesObjectsWithSetsOfTheirOwn)
+TEST_P(Host, ShadesObjectsWithSeparateParameterSets)
 {
     Load("surface test(float a = 1) { Ci = a; }");
     const auto shader =
@@ -779,7 +782,7 @@ TEST_P(Host, ShadesObjectsWithSetsOfTheirOwn)
 
 namespace {
 
-/// Answers each point by itself, or the points of a grid at once, with the same values.
+/// Answers queries point by point, or those of a grid at once, with the same values.
 template <bool grids>
 class Asked : public QxHostScene {
 public:
@@ -891,7 +894,7 @@ private:
 
 }  // namespace
 
-TEST_P(Host, AsksForAllPointsOfAGrid)
+TEST_P(Host, QueriesTheSceneOnceForAllPointsOfAGrid)
 {
     Load(R"(surface test(output varying color got = 0; output varying float far = 0;
                          output varying vector open = 0; output varying float covered = 0) {
@@ -930,7 +933,7 @@ TEST_P(Host, AsksForAllPointsOfAGrid)
 
 TEST_P(Host, LooksFilesUpOnce)
 {
-    // Without optimization a shared object asks for a point at a time.
+    // Without optimization a shared object queries point by point.
     m_shader = std::make_unique<QxShaderInstance>(
         QxShader::Open(m_folder.Build("test",
                                       R"(surface test(string name = "a") {

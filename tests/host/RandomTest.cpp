@@ -1,4 +1,4 @@
-// Random numbers: what they depend on, and on what they do not.
+// Checks what random numbers depend on, and what they do not depend on.
 
 #include <algorithm>
 #include <cstdio>
@@ -7,7 +7,7 @@
 
 namespace {
 
-// Calls of all kinds: of one number for all points, under conditions, in loops that points leave,
+// Calls random() in all ways: once for all points, under conditions, in loops that points leave,
 // for elements of arrays, and in default values of both kinds.
 constexpr const char* k_draws = R"(
 float Doubled(float by) { return by * random(); }
@@ -35,7 +35,7 @@ surface draws(float once = random(); varying float each = random() + u;
 }
 )";
 
-/// The results of `draws` at all points.
+/// Returns the results of `draws` at all points.
 Numbers SumsOf(QxShaderInstance& shader, QxHostScene& scene, const QxGrid& layout)
 {
     QxHostGrid grid(layout.columns, layout.rows);
@@ -80,7 +80,7 @@ TEST_P(Random, DependsOnSeedAndRunAlone)
     m_scene.SetRun(0);
     EXPECT_EQ(SumsOf(*m_shader, m_scene, layout), first);
 
-    // A host that shades pieces in another order, with a separate instance.
+    // Another host shades the pieces in another order, with a separate instance.
     QxHostScene other;
     QxShaderInstance shader(opened, other.Spaces());
     other.SetRun(1);
@@ -89,7 +89,7 @@ TEST_P(Random, DependsOnSeedAndRunAlone)
     EXPECT_NE(SumsOf(shader, other, layout), second);
 }
 
-/// Asked for the whole grid, and by single points.
+/// The surface calls ambient() for the whole grid and for single points.
 TEST_P(Random, DiffersFromPointToPointInAmbientLights)
 {
     constexpr const char* body = R"(
@@ -123,14 +123,14 @@ TEST_P(Random, DiffersFromPointToPointInAmbientLights)
     }
 }
 
-/// Hosts without a `QxHostScene`.
+/// These hosts have no `QxHostScene`.
 struct Bare : QxShaderSupport {};
 struct Counting : QxShaderSupport {
     float next = 0;
     float Random() override { return next += 0.001F; }
 };
 
-TEST_P(Random, HostsMayHaveNumbersOfTheirOwn)
+TEST_P(Random, HostsMayOverrideTheGenerator)
 {
     Load("surface test(output varying float a = 0; output varying float b = 0)"
          "{ a = random(); b = random(); }");

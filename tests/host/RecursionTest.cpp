@@ -1,14 +1,13 @@
-// Renderers that shade while they answer a call: the surface that a ray hits, and the object that
-// occludes a light.
+// Tests renderers that shade while they answer a query: the surface that a ray hits, or the object
+// that occludes a light.
 
-#include <cmath>
+#include <algorithm>
 
-#include "QxLights.h"
 #include "host/HostFixture.h"
 
 namespace {
 
-/// Shades a grid in place of each answer, once in each.
+/// Answers each query by shading one grid.
 class ShadingScene : public QxHostScene {
 public:
     QxShaderInstance* inner = nullptr;
@@ -34,67 +33,6 @@ private:
 };
 
 class Recursion : public Host {};
-
-/// The inside of a cube of side 2, whose walls mirror each other, with a lamp in it.
-class MirrorRoom : public QxHostScene {
-public:
-    static constexpr float k_deepest = 10;
-    static constexpr QxVector3 k_lamp = {0.2F, 0.5F, -0.3F};
-
-    struct Hit {
-        QxVector3 P;
-        QxVector3 N;  // into the room
-        QxRGBColor Cs;
-    };
-    QxShaderInstance* mirror = nullptr;
-
-    static Hit Find(const QxVector3& from, const QxVector3& way)
-    {
-        int wall = 0;
-        float nearest = 1e30F;
-        for (int axis = 0; axis < 3; ++axis) {
-            const float distance = ((way[axis] < 0 ? -1.0F : 1.0F) - from[axis]) / way[axis];
-            if (way[axis] != 0 && distance < nearest) {
-                nearest = distance;
-                wall = axis;
-            }
-        }
-        QxVector3 normal = {0, 0, 0};
-        (&normal.x)[wall] = way[wall] < 0 ? 1.0F : -1.0F;
-        const float shade = 0.3F + 0.1F * static_cast<float>(wall);
-        return {from + way * nearest, normal, {shade, way[wall] < 0 ? 0.9F : 0.2F, 0.4F}};
-    }
-    void Fill(QxHostGrid& grid, unsigned int point, const QxVector3& from, const QxVector3& way)
-    {
-        const Hit hit = Find(from, way);
-        grid.Values<QxVector3>("P")[point] = hit.P;
-        grid.Values<QxVector3>("N")[point] = grid.Values<QxVector3>("Ng")[point] = hit.N;
-        grid.Values<QxVector3>("I")[point] = hit.P - from;
-        grid.Values<QxRGBColor>("Cs")[point] = hit.Cs;
-    }
-    QxRGBColor Trace(const QxRayQuery& query, float& distance) override
-    {
-        distance = 1;
-        if (RayLevel() == k_deepest)
-            return {0, 0, 0};
-        QxHostGrid grid(1, 1);
-        Fill(grid, 0, query.position, query.direction);
-        mirror->Run(grid, *this);
-        return grid.Values<QxRGBColor>("Ci")[0];
-    }
-    /// What the shaders compute, by hand.
-    static QxRGBColor Reference(const QxVector3& from, const QxVector3& way, int level)
-    {
-        const Hit hit = Find(from, way);
-        const QxVector3 I = hit.P - from;
-        const QxVector3 away = k_lamp - hit.P;
-        const float cosine = std::max(0.0F, QxDot(QxNormalize(away), hit.N));
-        QxRGBColor seen = {0, 0, 0};
-        if (static_cast<float>(level) < k_deepest)
-            seen = Reference(hit.P, QxReflect(I, hit.N), level + 1);
-        return hit.Cs * (cosine / QxDot(away, away)) + 0.8F * seen;
-    }
-};
 
 }  // namespace
 
@@ -142,35 +80,6 @@ TEST_P(Recursion, LeavesTheOuterGridAsItIs)
                     EXPECT_TRUE(lit[0] == lit[1] && lit[1] == lit[2]) << outer << ' ' << inner;
                 }
             }
-}
-
-TEST_P(Recursion, ShowsARoomOfMirrors)
-{
-    MirrorRoom room;
-    QxShaderInstance lamp(Open("lamp", R"(light lamp(point from = 0) {
-                              illuminate (from) Cl = 1 / (L . L); })"),
-                          room.Spaces());
-    lamp.Set("from", MirrorRoom::k_lamp);
-    room.AddLight(lamp);
-    QxShaderInstance mirror(
-        Open("mirror",
-             "surface mirror() { Ci = Cs * diffuse(N) + 0.8 * trace(P, reflect(I, N)); }"),
-        room.Spaces());
-    room.mirror = &mirror;
-    QxHostGrid grid(16, 16);
-    const auto wayOf = [](unsigned int point) {
-        return QxVector3{0.07F * static_cast<float>(point % 16) - 0.5F,
-                         0.06F * static_cast<float>(point / 16) - 0.4F, 1};
-    };
-    for (unsigned int i = 0; i < grid.Size(); ++i)
-        room.Fill(grid, i, {0.1F, 0.1F, -0.9F}, wayOf(i));
-    mirror.Run(grid, room);
-    for (unsigned int i = 0; i < grid.Size(); ++i) {
-        const QxRGBColor expected = MirrorRoom::Reference({0.1F, 0.1F, -0.9F}, wayOf(i), 0);
-        const QxRGBColor shaded = grid.Values<QxRGBColor>("Ci")[i];
-        for (int channel = 0; channel < 3; ++channel)
-            EXPECT_NEAR(shaded[channel], expected[channel], 2e-4 * expected[channel]) << i;
-    }
 }
 
 TEST_P(Recursion, EndsAtTheLimit)

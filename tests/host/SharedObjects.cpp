@@ -5,8 +5,9 @@
 #include <cstring>
 #include <fstream>
 #include <mutex>
-#include <sstream>
 #include <thread>
+
+#include "helpers/TemporaryFolder.h"
 
 namespace {
 
@@ -15,13 +16,6 @@ constexpr const char* k_entryPoints[] = {"QxRegister",      "QxInterfaceVersion"
                                          "QxUseRayTracing", "QxModifyPoint"};
 constexpr const char* k_include = "#include \"slcShaderCCodeOp.h\"";
 constexpr std::size_t k_batchSize = 24;
-
-std::string Read(const std::filesystem::path& file)
-{
-    std::ostringstream text;
-    text << std::ifstream(file, std::ios::binary).rdbuf();
-    return text.str();
-}
 
 }  // namespace
 
@@ -46,7 +40,7 @@ std::string SharedObjects::Run(const std::string& command, const std::string& na
     const auto messages = m_folder / (name + ".messages");
     if (std::system(("{ " + command + "; } >'" + messages.string() + "' 2>&1").c_str()) == 0)
         return {};
-    return command + '\n' + Read(messages);
+    return command + '\n' + TemporaryFolder::Read(messages);
 }
 
 std::string SharedObjects::Precompile() const
@@ -56,8 +50,8 @@ std::string SharedObjects::Precompile() const
                "header");
 }
 
-/// All files of a batch are joined into one, each in a namespace, with its number after the names
-/// of its entry points. Each defines its macros again.
+/// Joins all files of a batch into one. Each is in a separate namespace, has its number after the
+/// names of its entry points, and defines its macros again.
 void SharedObjects::WriteBatch(const Batch& batch) const
 {
     std::ofstream all(m_folder / ("batch" + std::to_string(batch.first) + ".cpp"));

@@ -12,7 +12,7 @@
 /// then linked from its batch, with the entry points of one shader under the usual names.
 class SharedObjects {
 public:
-    /// Writes to that folder, and compiles at that level, such as "-O0".
+    /// Writes to `folder` and compiles at `level`, such as "-O0".
     SharedObjects(std::filesystem::path folder, std::string level)
         : m_folder(std::move(folder)),
           m_level(std::move(level))
@@ -21,7 +21,8 @@ public:
 
     /// Adds a generated file, and returns the path that its shared object will have.
     std::string Add(const std::string& text);
-    /// Builds all added files. Returns the messages of the compiler if it fails, else nothing.
+    /// Builds all added files. Returns the messages of the compiler if it fails, otherwise an empty
+    /// text.
     [[nodiscard]] std::string Build();
 
 private:
@@ -39,5 +40,5 @@ private:
     std::filesystem::path m_folder;
     std::string m_level;
     std::size_t m_count = 0;  // number of files
-    std::size_t m_built = 0;  // number of files built so far
+    std::size_t m_built = 0;  // number of them that are built
 };

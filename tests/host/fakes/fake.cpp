@@ -1,5 +1,5 @@
-// A shared object with the entry points of a shader, except those that the build leaves out, so
-// that a host must refuse it. FAKE_MAJOR and FAKE_MINOR are its version.
+// A shared object that a host must refuse: a shader of the version FAKE_MAJOR.FAKE_MINOR, without
+// the entry points that the build leaves out.
 
 #include "slcShaderCCodeOp.h"
 
@@ -42,7 +42,7 @@ int QX_SHADER_FUNC QxModifyPoint(void)
 void QX_SHADER_FUNC QxDestroy(const QxFrame3D***)
 {
     if (--s_registrations != 0)
-        std::abort();  // each registration must be undone once
+        std::abort();  // each registration must be undone exactly once
 }
 
 #ifndef FAKE_WITHOUT_EVALUATE

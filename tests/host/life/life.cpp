@@ -1,5 +1,5 @@
-// Opens, runs and destroys shaders twice, so that sanitizers can check it. The surface has
-// parameters of every type, and the lights are shaders too. usage: host_life SURFACE LIGHT
+// Opens, runs and destroys shaders twice, so that sanitizers can check all of it. The surface has
+// parameters of every type, and the lights are shaders too. Usage: host_life SURFACE LIGHT
 
 #include <cstdio>
 
