@@ -7,7 +7,7 @@
 
 namespace {
 
-// What calls may use beside the predefined variables of a surface.
+// The parameters that calls may use besides the predefined variables of a surface.
 constexpr const char* k_parameters =
     "float k = 0.5; float two = 2; color hue = color(0.2, 0.5, 0.7); point q = point(1, 2, 3);"
     "matrix m = matrix(1, 0, 0, 0, 0, 2, 0, 0, 0, 0, 1, 0, 3, 0, 0, 1); string w = \"world\";"
@@ -23,7 +23,7 @@ std::string Statement(const CallCase& c)
     return *c.target ? std::string(c.target) + " += " + c.call + ";" : c.call;
 }
 
-/// The statement in all places where it is allowed.
+/// Returns the statement in all places where it is allowed.
 std::string Everywhere(const std::string& statement)
 {
     std::string body;
@@ -88,7 +88,7 @@ TEST(BuiltIns, OfNumbers)
         {"p", "mix(P, q, k)"},
         {"c", "clamp(Cs, color 0.2, color 0.4) + min(Cs, hue) + max(Cs, hue, Os)"},
         {"p", "clamp(P, point 0.1, q) + min(P, q) + max(P, q)"},
-        // What is derived must have a value at the neighbours of a point too.
+        // The operand of a derivative must have a value at neighbouring points too.
         {"r", "Du(u) + Dv(t) + Deriv(s, u)"},
         {"c", "Du(Cs) + Dv(Cs) + Deriv(Cs, u)"},
         {"p", "Du(P) + Dv(P) + Deriv(P, v)"},

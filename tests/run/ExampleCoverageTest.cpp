@@ -25,7 +25,7 @@ std::string Key(const std::string& name, const SlcTypeNode* returned,
     return key.append(hasTail ? "...) " : ") ").append(SqxPrimitiveName(primitive));
 }
 
-/// The overloads of the library by their distinguishing parts.
+/// Returns the cards of all overloads, by what distinguishes them.
 std::map<std::string, std::string> Overloads()
 {
     std::map<std::string, std::string> overloads;
@@ -37,7 +37,7 @@ std::map<std::string, std::string> Overloads()
     return overloads;
 }
 
-/// Collects what checked shaders are made of.
+/// Collects the node classes and the calls of checked shaders.
 class Uses : public SlcCodeWalker {
 public:
     [[nodiscard]] bool Calls(const std::string& row) const { return m_calls.count(row) != 0; }
@@ -78,7 +78,7 @@ private:
     std::set<std::type_index> m_classes;
 };
 
-/// The kinds of nodes that a source chooses by what it says.
+/// True for the node classes that a word or operator of the source selects.
 template <class Node>
 constexpr bool IsWord =
     !std::is_abstract_v<Node> &&

@@ -32,7 +32,7 @@ ExampleFiles::ExampleFiles()
                                   entry.path(), OptionsOf(TemporaryFolder::Read(entry.path()))});
     std::sort(m_examples.begin(), m_examples.end(),
               [](const Example& a, const Example& b) { return a.name < b.name; });
-    // Commands that are given are not announced.
+    // The compiler does not announce a command that the environment sets.
     ::setenv("SLC_CC_COMMAND", "false", 1);
     // The default preprocess command names sqxcpp, which is beside the compiler.
     const std::string programs = path(SLC_PROGRAM).parent_path().string();

@@ -1,9 +1,9 @@
-// What the examples compute, by values that were worked out by hand.
+// Compares what the examples compute with values that were worked out by hand.
 //
-// All stand on one stage: the eye looks straight at a plane that is lit by one lamp. What the
-// scene answers is given too, and so is noise, which is 0.5 where all coordinates are whole
-// numbers. The lamp shines from (0, 0.8, -0.6), so that with the normal (0, 0, -1) the diffuse
-// light is 0.6, and the highlight for a roughness of 0.25 is 0.64.
+// All run in one scene: the eye looks straight at a plane that is lit by one lamp. The answers of
+// the scene are fixed, and noise is 0.5 where all coordinates are whole numbers. The lamp shines
+// from (0, 0.8, -0.6), so that with the normal (0, 0, -1) the diffuse light is 0.6, and the
+// highlight for a roughness of 0.25 is 0.64.
 
 #include <gtest/gtest.h>
 
@@ -76,7 +76,7 @@ private:
 
 struct Setting {
     const char* name;
-    std::vector<float> numbers;  // for all points, or of each in turn
+    std::vector<float> numbers;  // for all points, or point by point
     const char* text = nullptr;
 };
 
@@ -90,16 +90,16 @@ const Setting k_stage[] = {
 };
 // clang-format on
 
-constexpr float k_given = std::numeric_limits<float>::quiet_NaN();  // what cannot be worked out
+constexpr float k_given = std::numeric_limits<float>::quiet_NaN();  // cannot be worked out
 
 struct ValueCase {
     const char* example;
     std::vector<Setting> settings;
     const char* output;
-    std::vector<float> expected;  // point after point
+    std::vector<float> expected;  // point by point
 };
 
-/// So many points as the expected numbers are for.
+/// Returns the number of points that the expected numbers are for.
 std::size_t PointsOf(const SqxShader& shader, const ValueCase& c)
 {
     const std::size_t named = shader.predefinedCount + shader.parameterCount;
@@ -180,7 +180,7 @@ protected:
     unsigned int m_columns = 0;  // of the grid; 0 for a single row
 };
 
-/// Places in the middle of each strip of a test card.
+/// Returns a coordinate in the middle of each strip of a test card.
 std::vector<float> Strips(int count)
 {
     std::vector<float> places;
@@ -189,7 +189,7 @@ std::vector<float> Strips(int count)
     return places;
 }
 
-/// A color or point of which each component is that number.
+/// Returns a color or point whose components are all `value`.
 std::vector<float> Gray(float value)
 {
     return {value, value, value};
@@ -220,7 +220,7 @@ TEST_F(ExampleValues, OfSurfaces)
         {"toon", {}, "Ci", {1 / 3.0F, 1 / 6.0F, 2 / 3.0F}},
         {"toon", {{"N", {0, 0.98F, -0.2F}}}, "Ci", {0.05F, 0.02F, 0.1F}},
         {"rim", {{"N", {0, 0.8F, -0.6F}}}, "Ci", {0.0256F, 0.0448F, 0.064F}},
-        // In the middle of a ring that is half dark.
+        // The point is in the middle of a ring, where the wood is half dark.
         {"wood",
          {{"P", {0.3F, 0.4F, 0}},
           {"rings", {1}},
@@ -243,7 +243,7 @@ TEST_F(ExampleValues, OfSurfaces)
          {0.4875F, 0.361875F, 0.8225F}},
         {"carpet", {{"lean", {0}}}, "Ci", {0.24842F, 0.12421F, 0.074526F}},
         {"terrain", {}, "Ci", {0.203F, 0.174F, 0.1624F}},
-        // Flat ground, halfway between grass and rock.
+        // The ground is flat, and halfway between grass and rock.
         {"terrain",
          {{"P", {0, 0.5, 0}}, {"N", {0, 1, 0}}, {"Ng", {0, 1, 0}}, {"I", {0, -2, 0}}},
          "Ci",
@@ -256,7 +256,8 @@ TEST_F(ExampleValues, OfSurfaces)
          {{"centerX", {0}}, {"size", {2}}, {"s", {0.5, 1}}},
          "Ci",
          {0, 0, 0, 1, 0.392F, 0.2F}},
-        // A thread of the second stripe lies over one of the first, and the other way round.
+        // At the first point a thread of the second stripe lies over one of the first; at the
+        // second point it lies below.
         {"tartan",
          {{"threads", {20}}, {"s", {0.06F}}, {"t", {0.11F, 0.16F}}},
          "Ci",
@@ -265,7 +266,7 @@ TEST_F(ExampleValues, OfSurfaces)
          {{"frequency", {1}}, {"jitter", {0}}, {"P", {1, 0.5, 0.5}}},
          "Ci",
          {0.09075F, 0.0726F, 0.0605F}},
-        // On the label and beside it.
+        // The points are on the label and beside it.
         {"sticker",
          {{"P", {0, 0, 0, 2, 0, 0}}},
          "Ci",
@@ -276,7 +277,7 @@ TEST_F(ExampleValues, OfSurfaces)
          "Ci",
          {0.08F, 0, 0.04F}},
         {"shadowcatcher", {{"shadowcolor", {0.2F, 0.4F, 0.6F}}}, "Ci", {0.1F, 0.2F, 0.3F}},
-        // The corner and the middle of a dot's square.
+        // The points are the corner and the middle of a dot's square.
         {"halftone",
          {{"angle", {0}}, {"ink", {0.1F, 0.2F, 0.3F}}, {"P", {0, 0, 0, 4, 4, 0}}},
          "Ci",
@@ -286,7 +287,7 @@ TEST_F(ExampleValues, OfSurfaces)
         {"inspect", {{"what", {}, "facing"}}, "Ci", {0, 1, 0}},
         {"inspect", {{"what", {}, "opacity"}}, "Ci", {1, 1, 1}},
         {"spots", {{"tries", {0}}}, "Ci", {0.59984F, 0.21834F, 0.19109F}},
-        // The top of the letter, and a place left of its bar and one in it.
+        // The points are in the top of the letter and left of it, then left of its bar and in it.
         {"lettering",
          {{"s", {0.45F, 0.05F}}, {"t", {0.05F}}},
          "Ci",
@@ -314,7 +315,8 @@ TEST_F(ExampleValues, OfThePlanet)
         return settings;
     };
     const ValueCase cases[] = {
-        // Half high, without clouds: a mixture of the two ground colors in the middle.
+        // The ground is at half height and without clouds, so its color is halfway between two
+        // colors.
         {"planet", with({"sealevel", {-0.5}}), "Ci", {0.166375F, 0.196625F, 0.11495F}},
         {"planet", with({"sealevel", {-0.5}}), "height", {0.5}},
         {"planet", with({"sealevel", {-0.5}}), "cloudiness", {0}},
@@ -327,11 +329,11 @@ TEST_F(ExampleValues, OfDisplacements)
 {
     const ValueCase cases[] = {
         {"dented_flat", {{"Km", {0}}, {"P", {1, 2, 3}}}, "P", {1, 2, 3}},
-        // The noise is 0.5 there, which is flat.
+        // The noise is 0.5 there, which displaces nothing.
         {"dented_flat", {{"P", {1, 2, 3}}}, "P", {1, 2, 3}},
         {"ripple", {}, "P", {0, 0, -0.05F}},
         {"bumps", {{"P", {1, 2, 3}}}, "P", {1, 2, 3}},
-        // The crest of a wave, and where it goes forward.
+        // The points are at the crest of a wave, and where the wave moves sideways.
         {"waves",
          {{"heights", {0.1F, 0, 0, 0}}, {"lengths", {2, 1, 1, 1}}, {"P", {0.5, 0, 0, 1, 0, 0}}},
          "P",
@@ -354,16 +356,16 @@ TEST_F(ExampleValues, OfLights)
         {"distantlight", {}, "Cl", {1, 1, 1}},
         {"distantlight", {}, "L", {0, 0, 1}},
         {"distantlight", {{"shadowmap", {}, "sun.shd"}}, "Cl", {0.75, 0.75, 0.75}},
-        // On the axis and out of the cone.
+        // The points are on the axis and outside of the cone.
         {"spotlight", {{"Ps", {0, 0, 2, 2, 0, 2}}}, "Cl", {0.25, 0.25, 0.25, 0, 0, 0}},
         {"arealight", {}, "Cl", {0.25, 0.25, 0.25}},
         {"arealight", {{"shadowmap", {}, "panel.shd"}}, "Cl", {0.1875F, 0.1875F, 0.1875F}},
-        // In the picture, beside it and out of the cone.
+        // The points are in the picture, beside it and outside of the cone.
         {"slideprojector",
          {{"Ps", {0, 0, 2, 0, 0.8F, 2, 0, 4, 2}}},
          "Cl",
          {0.5, 0.25, 0.75, 0, 0, 0, 0, 0, 0}},
-        // Shadowed by a rod, between two, and too near.
+        // The points are in the shadow of a rod, between two rods, and too near.
         {"blockerlight",
          {{"spacing", {0.4F}}, {"Ps", {0, 0, 2, 0.4F, 0, 2, 0, 0, 0.4F}}},
          "Cl",
@@ -382,7 +384,7 @@ TEST_F(ExampleValues, OfVolumesAndImagers)
         // Half of the light is lost along the ray.
         {"groundfog", {{"density", {0.3465736F}}}, "Ci", {0.8F, 0.625F, 0.55F}},
         {"groundfog", {{"density", {0.3465736F}}}, "Oi", {0.75, 0.75, 0.75}},
-        // Two steps, each of which takes half.
+        // The ray takes two steps, each of which absorbs half of the light.
         {"smoke",
          {{"contrast", {0}}, {"opacity", {0.6931472F}}, {"stepsize", {1}}},
          "Ci",
@@ -397,7 +399,7 @@ TEST_F(ExampleValues, OfVolumesAndImagers)
          {{"Ci", {0.25, 0.25, 0.25}}, {"gamma", {2}}, {"warmth", {0.1F}}},
          "Ci",
          {0.595569F, 0.472842F, 0.389182F}},
-        // The middle and a corner of the picture.
+        // The points are the middle and a corner of the picture.
         {"vignette",
          {{"P", {0.25, 0.25, 0, 0.5, 0.5, 0}}},
          "Ci",
@@ -473,7 +475,7 @@ TEST_F(ExampleValues, OfCardsOfColorsAndPoints)
 
 TEST_F(ExampleValues, OfTheCardOfSpaces)
 {
-    // Each leads to the current space.
+    // Each matrix transforms to the current space.
     const QxMatrix44 current = QxMatrix44::Identity();
     m_spaces = {{"shader", QxScale(current, {2, 2, 2})},
                 {"object", QxScale(current, {4, 4, 4})},

@@ -20,7 +20,7 @@ TEST(Examples, ComputeTheSameAtEveryLevel)
     }
 }
 
-TEST(Examples, BecomeCppWithoutReports)
+TEST(Examples, CompileToCppWithoutReports)
 {
     const ExampleFiles examples;
     for (const Example& example : examples.All())

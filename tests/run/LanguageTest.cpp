@@ -1,4 +1,5 @@
-// What shaders compute, by values that were worked out by hand, at every optimization level.
+// Compares what shaders compute, at every optimization level, with values that were worked out by
+// hand.
 
 #include <gtest/gtest.h>
 
@@ -118,13 +119,13 @@ TEST(Language, TakesDerivativesFromThePointsOfABranch)
         {"if (u > 0.25) { point q = point(u * u, v * 2, 0); r = area(q); }",
          {0, 0.75, 0.375, 0, 0.75, 0.375}},
         {"if (u > 0.25) r = zcomp(calculatenormal(point(u * u, v * 2, 0)));", {0, 3, 3, 0, 3, 3}},
-        // Boxes around 0.25 and 1, as wide as the distance between them.
+        // The filter is a box around 0.25 and around 1, as wide as the distance between them.
         {"if (u > 0.25) r = filterstep(0.25, u * u, \"filter\", \"box\");", {0, 0.5, 1, 0, 0.5, 1}},
     };
     ExpectAllRun(cases);
 }
 
-TEST(Language, KeepsToItsRangesWhateverTheNumber)
+TEST(Language, StaysInRangeForAnyNumber)
 {
     static const RunCase cases[] = {
         {"float z = one - 1; r = spline(z / z, 1, 3, 4, 5) + comp(color(7, 8, 9), z / z);",
@@ -139,7 +140,7 @@ TEST(Language, KeepsToItsRangesWhateverTheNumber)
     ExpectAllRun(cases);
 }
 
-TEST(Language, RunsBranchesForThePointsTheyAreFor)
+TEST(Language, RunsBranchesOnlyForTheirPoints)
 {
     static const RunCase cases[] = {
         {"if (u > 0.25) r = 1;", {0, 1, 1, 0, 1, 1}},
@@ -166,8 +167,8 @@ TEST(Language, RunsBranchesForThePointsTheyAreFor)
 
 TEST(Language, ReadsElementsOnlyWhereTheRightSideRuns)
 {
-    // The index leaves the array at the points that the left side, or a condition around, holds
-    // back: there the machine finds a fault and the host ends.
+    // The index is outside of the array at the points that the left side or an enclosing condition
+    // excludes. A read there is reported, which the comparison of the printed texts finds.
     const std::string before =
         "uniform float A[4] = {1, 2, 3, 4}; float i = u * 2000000, j = 3 * u; ";
     static const RunCase cases[] = {
@@ -187,7 +188,7 @@ TEST(Language, ReadsElementsOnlyWhereTheRightSideRuns)
         {"uniform float k = 2000000 * one; if (k < 4 && A[k] > 0) r = 1; else if (u > 0.25) r = 2;",
          {0, 2, 2, 0, 2, 2}},
         {"if (j >= 2 || (v > 0.5 && A[j] < 1.5)) r = A[j];", {0, 0, 4, 1, 0, 4}},
-        // No point gets to the uniform left side, so that nothing has computed it.
+        // No point reaches the uniform left side, so nothing has computed it.
         {"uniform float k = one - 2000000; if (u > 2) if (k < 0 || A[k] > 0) r = 1;",
          {0, 0, 0, 0, 0, 0}},
         {"uniform float k = one - 2000000; if (u > 2) r = k > 0 && (k < 4 && A[k] > 0) ? 1 : 2;",
@@ -197,7 +198,7 @@ TEST(Language, ReadsElementsOnlyWhereTheRightSideRuns)
         ExpectRuns(c, before);
 }
 
-TEST(Language, HasOneVariableForThePointOfASurface)
+TEST(Language, TreatsPAndPsAsOneVariableInSurfaces)
 {
     static const RunCase cases[] = {
         {"P = P * 3; point q = Ps; P = point (0, 0, 0); r = xcomp(q) + 10 * ycomp(q);",
@@ -215,7 +216,7 @@ TEST(Language, HasOneVariableForThePointOfASurface)
     ExpectAllRun(cases);
 }
 
-TEST(Language, LeavesLoopsForThePointsThatAreDone)
+TEST(Language, LeavesLoopsPointByPoint)
 {
     static const RunCase cases[] = {
         {"uniform float i; for (i = 0; i < 3; i += 1) r += u;", {0, 1.5, 3, 0, 1.5, 3}},
@@ -321,7 +322,7 @@ TEST(Language, ComputesDefaultValues)
          " varying float d = Du(v) + 1; output varying float r = 0;)"
          "{ r = abs(zcomp(k)) + d; }",
          {3, 3, 3, 3, 3, 3}},
-        // Conditions that differ from point to point; u is 0, 0.5 and 1 in each of the two rows.
+        // These conditions vary; u is 0, 0.5 and 1 in each of the two rows.
         {"surface test(varying float a = u < 0.5 && v < 0.5 ? 4 : u; varying float b = a > 3 ? 1 : "
          "a;"
          " output varying float r = 0;) { r = a + 10 * b; }",
@@ -335,7 +336,7 @@ TEST(Language, ComputesDefaultValues)
     ExpectAllRun(cases);
 }
 
-// A function keeps its value in a varying local, though its call is uniform.
+// The function keeps its result in a varying local, although its call is uniform.
 TEST(Language, UpdatesUniformVariablesOnceForAllPoints)
 {
     const std::string f = "float f(float x) { float y = x + 1; return y; }";

@@ -1,4 +1,4 @@
-// Light: the statements, the loops over lights, and when the lights are run.
+// Checks light statements, loops over lights, and when the lights are evaluated.
 
 #include <charconv>
 #include <iterator>
@@ -10,8 +10,7 @@
 
 namespace {
 
-/// Lights straight above, of which the first shines with 1 and the next with 2 and so on; a point
-/// that is not in the plane z = 0 sees them darker by its distance from it.
+/// Lights from above: the first has the intensity 1 - z at a point, the second 2 - z, and so on.
 class LightsAbove : public QxShaderSupport {
 public:
     void EvaluateLights(const QxVector3* positions, unsigned int points, QxLightInput* lights,
@@ -37,11 +36,11 @@ struct LightCase {
     const char* source;
     std::size_t lights;
     const char* r;
-    int runs;  // of the lights
+    int runs;  // evaluations of the lights
 };
 
-/// The first numbers of a variable: "1 2 3 4 5 6" of the six points, "1 2 3" if both rows are
-/// alike, "1" if all points are.
+/// Returns the first number of a variable at each point: "1 2 3 4 5 6" for the six points, "1 2 3"
+/// if both rows are equal, "1" if all points are.
 std::string ValuesOf(SqxMachine& machine, const char* name)
 {
     std::string row[2];
@@ -73,7 +72,7 @@ TEST(Light, ReachesSurfaces)
         {"illuminance (P, vector(0, 0, 1), 0.5) { r += comp(Cl, 0); }", 2, "1", 1},
         {"if (u > 0.25) illuminance (P, vector(0, 0, 1), 0.5) { r += comp(Cl, 0); }", 2, "0 1 1",
          1},
-        // The cone is the one before the loop, even if the body changes its parts.
+        // The cone is computed before the loop; what the body changes has no effect on it.
         {"vector a = vector(0, 0, 1); illuminance (P, a, 0.9) { r += comp(Cl, 0);"
          " a = vector(0, -1, 0); }",
          2, "3", 1},
@@ -87,7 +86,7 @@ TEST(Light, ReachesSurfaces)
         {"N = normal(0, 0, 1); illuminance (N, N, 0.9) { r += comp(Cl, 0);"
          " N = normal(0, -1, 0); }",
          2, "1", 1},
-        // The lights are run once for P, and again once it has moved.
+        // The lights are evaluated once for P, and again after P has changed.
         {"illuminance (P) { r += comp(Cl, 0); } illuminance (P) { r += comp(Cl, 0); }", 1, "2", 1},
         {"illuminance (P) { r += comp(Cl, 0); } P += vector(0, 0, -u);"
          "illuminance (P) { r += 10 * comp(Cl, 0); }",
@@ -95,12 +94,12 @@ TEST(Light, ReachesSurfaces)
         {"illuminance (P) { r += comp(Cl, 0); } setzcomp(P, -1);"
          "r += comp(diffuse(normal(0, 0, 1)), 0);",
          1, "3", 2},
-        // A loop for another place does not count as one for P.
+        // A loop over the lights at another point is no evaluation for P.
         {"illuminance (point(0, 0, -1)) { r += comp(Cl, 0); } r += comp(diffuse(normal(0, 0, 1)), "
          "0);",
          1, "3", 2},
         {"illuminance (P) { if (u > 0.25) r += comp(Cl, 0) * zcomp(L); }", 2, "0 3 3", 1},
-        // What leaves a loop around the lights, or its round, leaves the other lights too.
+        // break, continue and return leave the light loop too, so they skip the remaining lights.
         {"uniform float i; for (i = 0; i < 3; i += 1) {"
          " illuminance (P) { if (u > 0.25) break; r += comp(Cl, 0); } r += 100; }",
          2, "309 0 0", 1},
@@ -110,8 +109,8 @@ TEST(Light, ReachesSurfaces)
         {"float bright() { extern varying float u; illuminance (P) { if (comp(Cl, 0) > 1 + u)"
          " return 5; } } r = bright();",
          2, "5 5 0", 1},
-        // Functions in a loop that look at the lights for P leave the loop its own, also if its
-        // point changes.
+        // A call in a light loop that evaluates the lights for P does not change the lights of the
+        // loop, even if the point of the loop changes.
         {"illuminance (point(0, 0, -1)) { r += comp(Cl, 0);"
          " r += 10 * comp(diffuse(normal(0, 0, 1)), 0); r += 100 * comp(Cl, 0); }",
          1, "212", 3},
@@ -144,7 +143,7 @@ TEST(Light, LeavesSources)
     struct SourceCase {
         const char* body;
         const char* Cl;
-        const char* L;  // its x
+        const char* L;  // x of the direction
     };
     // Ps is (u, v, 0).
     static const SourceCase cases[] = {

@@ -1,4 +1,5 @@
-// The machine itself: what it runs, what it takes as a fault, and how it starts.
+// Checks the machine of the tests itself: what it runs, which faults it finds, and its initial
+// state.
 
 #include <gtest/gtest.h>
 
@@ -10,9 +11,9 @@
 
 namespace {
 
-/// A surface whose main block is the instructions, given by name, with their values. It has the
-/// varying number `s` (0), a uniform flag (1), a varying flag (2) and number (3) that nothing has
-/// written, the number 2 (4) and false (5).
+/// Returns the file of a surface whose main block holds `instructions`: names, each with its
+/// values. Its variables are the varying number `s` (0), a uniform flag (1), a varying flag (2) and
+/// a varying number (3) that nothing has written, the number 2 (4) and false (5).
 std::string FileOf(const std::string& instructions)
 {
     std::istringstream words(instructions);
@@ -39,7 +40,7 @@ std::string FileOf(const std::string& instructions)
 
 }  // namespace
 
-TEST(Machine, KnowsEveryInstructionThatIsWritten)
+TEST(Machine, KnowsEveryInstruction)
 {
     for (int number = 0; number <= SqxHighestNumber(); ++number) {
         const SqxLayout* layout = SqxLayout::Find(number);

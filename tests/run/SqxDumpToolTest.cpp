@@ -1,14 +1,13 @@
-// The tool that prints compiled shaders, as a user calls it.
+// Runs the tool that prints compiled shaders as a user runs it.
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <sstream>
 #include <sys/wait.h>
-#include <unistd.h>
 
+#include "helpers/TemporaryFolder.h"
 #include "shaders/RunShader.h"
 
 namespace {
@@ -16,30 +15,22 @@ namespace {
 /// A compiled shader in a separate folder.
 class CompiledFile {
 public:
-    explicit CompiledFile(const std::string& text)
-        : m_folder(std::filesystem::temp_directory_path() /
-                   ("slc_sqxdump_" + std::to_string(::getpid())))
-    {
-        std::filesystem::create_directories(m_folder);
-        std::ofstream(Path(), std::ios::binary) << text;
-    }
-    ~CompiledFile() { std::filesystem::remove_all(m_folder); }
-    [[nodiscard]] std::string Path() const { return (m_folder / "test.sqx").string(); }
+    explicit CompiledFile(const std::string& text) { TemporaryFolder::Write("test.sqx", text); }
+    [[nodiscard]] std::string Path() const { return m_path / "test.sqx"; }
 
-    /// The exit status, and what the tool wrote to both streams.
+    /// Returns the exit status of the tool, and its output on both streams.
     [[nodiscard]] std::pair<int, std::string> Dump(const std::string& arguments) const
     {
-        const std::string output = (m_folder / "output").string();
+        const std::string output = m_path / "output";
         const std::string command =
             std::string(SLC_SQXDUMP) + ' ' + arguments + " > '" + output + "' 2>&1";
         const int status = std::system(command.c_str());
-        std::ostringstream text;
-        text << std::ifstream(output).rdbuf();
-        return {WEXITSTATUS(status), text.str()};
+        return {WEXITSTATUS(status), TemporaryFolder::Read(output)};
     }
 
 private:
-    std::filesystem::path m_folder;
+    TemporaryFolder m_folder;
+    std::filesystem::path m_path = std::filesystem::current_path();
 };
 
 using Result = std::pair<int, std::string>;
@@ -82,7 +73,7 @@ TEST(SqxDumpTool, ListsParameters)
         Result(1, "surface test\nsqxdump: " + file.Path() + ": There is no parameter down\n"));
 }
 
-TEST(SqxDumpTool, TellsWhatAShaderReadsAndWrites)
+TEST(SqxDumpTool, ListsWhatAShaderReadsAndWrites)
 {
     struct FactCase {
         const char* shader;
@@ -94,8 +85,8 @@ TEST(SqxDumpTool, TellsWhatAShaderReadsAndWrites)
         {"surface test() { Ci = ambient(); Oi = 1; }", "yes no no / P L / Ci Oi"},
         {"surface test() { Oi = 1; illuminance(Ps, N, 1) Ci += 1; }", "yes no no / Ci P N / Ci Oi"},
         {"surface test() { Ci = trace(P, I); Oi = 1; }", "no yes no / P I / Ci Oi"},
-        // Lights are evaluated at P wherever it was written, and texture() reads s and t without
-        // naming them.
+        // Lights are evaluated at P even if the shader writes it, and texture() reads s and t
+        // without naming them.
         {"surface test() { P = point (u, v, 0); Ci = diffuse(N); Oi = 1; }",
          "yes no yes / P u v N L Cl / Ci Oi P"},
         {"surface test() { Ci = texture(\"map\"); Oi = 1; }", "no no no / s t du dv / Ci Oi"},
@@ -142,7 +133,7 @@ TEST(SqxDumpTool, ComputesDefaultValuesAsFarAsItCan)
         EXPECT_EQ(text.substr(row + column, text.find('\n', row) - row - column), c.value)
             << c.parameter;
     }
-    // A function in a default value may print, which is no part of the listing, and may not end.
+    // A function in a default value may print, which must not get into the listing, or never end.
     const CompiledFile talking(ByteCodeOf("float f() { printf(\"talk\"); return 1; }"
                                           "surface test(float x = f();) { Ci = x; }",
                                           2));
@@ -204,16 +195,16 @@ TEST(SqxDumpTool, PrintsADamagedFileUpToTheFault)
         << output;
 }
 
-TEST(SqxDumpTool, ComputesNoDefaultValueByAShadeopThatTheFileLacks)
+TEST(SqxDumpTool, SkipsDefaultValuesThatCallMissingShadeops)
 {
     std::string text = ByteCodeOf("surface test(float a = 2; float x = a * 3;) { Ci = x; }", 0);
     const std::string product = "\n4\n55\n";  // length and instruction of the block of x
     const std::size_t block = text.find(product);
     ASSERT_NE(block, std::string::npos);
     const std::size_t result = block + product.size();
-    const std::size_t behindResult = text.find('\n', result);
-    const std::size_t end = text.find('\n', text.find('\n', behindResult + 1) + 1);
-    const std::string variable = text.substr(result, behindResult - result);
+    const std::size_t afterResult = text.find('\n', result);
+    const std::size_t end = text.find('\n', text.find('\n', afterResult + 1) + 1);
+    const std::string variable = text.substr(result, afterResult - result);
     text.replace(block, end - block, "\n4\n459\n0\n0\n" + variable);
     const CompiledFile file(text);
     const auto [status, listing] = file.Dump("--params '" + file.Path() + "'");
@@ -225,7 +216,7 @@ TEST(SqxDumpTool, ComputesNoDefaultValueByAShadeopThatTheFileLacks)
         << listing;
 }
 
-TEST(SqxDumpTool, EndsWithAReportAndStatus1)
+TEST(SqxDumpTool, ReportsFailuresAndSetsTheStatus)
 {
     const CompiledFile file("no shader\n");
     EXPECT_EQ(
