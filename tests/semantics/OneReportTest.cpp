@@ -1,4 +1,4 @@
-// One mistake gives one report, at its place: nothing is said of what only follows from it.
+// Checks that one fault gives one report, at its place: what only follows from it is not reported.
 
 #include <gtest/gtest.h>
 
@@ -40,6 +40,18 @@ TEST(OneReport, StaysQuietAfterAnUndefinedName)
              "float new = q;",
              "float[] new = q;",
              "float q = q + 1;",
+             "f1 = q + q * 2;",
+             "q = 1; q = \"a\";",
+             "f1 = q[2];",
+             "q[2] = 1;",
+             "fa[q] = 1;",
+             "f1 = sqrt(q) + cos(q);",
+             "printf(\"%f\", q);",
+             "if (q < 1 && q == 2) f1 = 1;",
+             "c1 = (q, 1, 2);",
+             "c1 = color q;",
+             "c1 = texture(q, q, 1, \"blur\", q);",
+             "illuminance(q) {}",
          })
         EXPECT_EQ(TypedStatement(statement).Reports(), "ERROR: Undefined variable: q") << statement;
 }
@@ -62,6 +74,7 @@ TEST(OneReport, StaysQuietAfterAnOperatorWithoutAType)
              "c1 = texture(\"a\", c1 + p1, f1);",
              "c1 = texture(\"a\", f1, f1, \"blur\", c1 + p1);",
              "c1 = environment(\"a\", c1 + p1);",
+             "illuminance(m1 + m2) {}",
          })
         EXPECT_EQ(TypedStatement(statement).Reports(), "ERROR: Incompatible types for +")
             << statement;
@@ -70,7 +83,7 @@ TEST(OneReport, StaysQuietAfterAnOperatorWithoutAType)
         "1: ERROR: Incompatible types for +");
 }
 
-TEST(OneReport, AccusesTheLeftOperandWhereBothAreWrong)
+TEST(OneReport, ReportsTheLeftOperandIfBothAreWrong)
 {
     static const Case cases[] = {
         {"s1 = s1 + s2;", "ERROR: Invalid type for left expression of a +"},
@@ -90,7 +103,7 @@ TEST(OneReport, AccusesTheLeftOperandWhereBothAreWrong)
         EXPECT_EQ(TypedStatement(c.source).Reports(), c.reports) << c.source;
 }
 
-TEST(OneReport, AccusesOnlyArgumentsThatPromotionDoesNotFit)
+TEST(OneReport, ReportsOnlyArgumentsThatPromotionDoesNotFit)
 {
     static const Case cases[] = {
         {"f1 = clamp(f1, 0, \"half\");",
@@ -133,7 +146,7 @@ TEST(OneReport, StaysQuietAfterARefusedCall)
     ExpectReports(cases);
 }
 
-TEST(OneReport, StaysQuietOnTheDetailOfWhatIsRefused)
+TEST(OneReport, ReportsNoDetailOfRefusedCode)
 {
     static const struct {
         const char* statement;
@@ -168,7 +181,7 @@ TEST(OneReport, StaysQuietOnTheDetailOfWhatIsRefused)
             << c.statement;
 }
 
-TEST(OneReport, AdvisesOnWhatOtherLanguagesWrite)
+TEST(OneReport, AdvisesOnFormsOfOtherLanguages)
 {
     static const struct {
         const char* statement;
@@ -236,7 +249,7 @@ TEST(OneReport, StaysQuietAfterARepeatedName)
          "1: ERROR: Illegal redefinition of variable: f"},
         {"surface a() { extern point P; extern float P; Ci = P; }",
          "1: ERROR: Illegal redefinition of variable: P"},
-        // one like the first is the first
+        // a second declaration that is equal to the first has no effect
         {"surface a() { float x = 1; float x = 2; x = Cs; }",
          "1: ERROR: Illegal redefinition of variable: x\n"
          "1: ERROR: Type mismatch for assignment: x"},
@@ -244,15 +257,7 @@ TEST(OneReport, StaysQuietAfterARepeatedName)
     ExpectReports(cases);
 }
 
-TEST(OneReport, HeadsABodyOnceAroundAQuietFunction)
-{
-    const CheckedShader shader("surface a() {\nx = 1;\nfloat f() { return 1; }\ny = 1;\n}");
-    EXPECT_EQ(shader.Output(), "test.sl: In function a\n"
-                               "test.sl:2: ERROR: Undefined variable: x\n"
-                               "test.sl:4: ERROR: Undefined variable: y\n");
-}
-
-TEST(OneReport, TellsOfArraysWithoutALength)
+TEST(OneReport, ReportsArraysWithoutALength)
 {
     static const Case cases[] = {
         {"float[] g(float a[]) { return a; }\nsurface s() { float q[2];\nfloat[] w = g(q); }",
@@ -269,7 +274,7 @@ TEST(OneReport, WarnsOfAFunctionThatReplacesAnother)
          "2: WARNING: The function 'float f(normal)' replaces 'float f(point)' of test.sl:1"},
         {"surface s() { void g() {}\nvoid g() {} }",
          "2: WARNING: The function 'void g()' replaces 'void g()' of test.sl:1"},
-        // other shapes, another scope, and a function of the library
+        // functions of other types or scopes, and of the library, are not replaced
         {"float f(float a) { return 1; }\nfloat f(color a) { return 1; }\n"
          "color f(float a) { return 1; }\nfloat f(float a[]) { return 1; }\n"
          "float f(float a[3]) { return 1; }\nfloat sqrt(float a) { return 1; }\n"
@@ -297,7 +302,7 @@ TEST(OneReport, WarnsOfNoiseThatIsMultipliedByComponents)
     EXPECT_EQ(CheckedShader("displacement d() { P += noise(P) * N; }").Reports(), "");
 }
 
-TEST(OneReport, TakesATripleForThePointOfALightStatement)
+TEST(OneReport, AcceptsTriplesInLightStatements)
 {
     static const Case cases[] = {
         {"light l() { illuminate((0, 0, 0), (0, 0, 1), 1) { Cl = 1; } solar((0, 0, 1), 0) { } }",

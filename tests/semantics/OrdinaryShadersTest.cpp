@@ -1,23 +1,16 @@
-// Shaders as people write them pass without a report.
+// Checks that shaders as users write them give no report.
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <set>
 
 #include "helpers/CheckedShader.h"
+#include "helpers/TemporaryFolder.h"
 
 namespace {
 
-std::string TextOf(const std::filesystem::path& path)
-{
-    std::ifstream file(path);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
-/// In the order of their names.
+/// Sorted by name.
 std::set<std::filesystem::path> ShadersIn(const std::filesystem::path& folder)
 {
     std::set<std::filesystem::path> shaders;
@@ -32,7 +25,8 @@ TEST(OrdinaryShaders, PassWithoutReports)
     const auto shaders = ShadersIn(std::filesystem::path(SLC_TEST_FOLDER) / "ordinary");
     EXPECT_GE(shaders.size(), 20u);
     for (const auto& path : shaders)
-        EXPECT_EQ(CheckedShader(TextOf(path), {}, 2).Output(), "") << path.filename();
+        EXPECT_EQ(CheckedShader(TemporaryFolder::Read(path), {}, 2).Output(), "")
+            << path.filename();
 }
 
 }  // namespace

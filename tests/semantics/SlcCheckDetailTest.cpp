@@ -1,4 +1,5 @@
-// The rules of uniform and varying, on the statement as written and for each call of a function.
+// Checks the rules of uniform and varying, on statements as written and for each call of a
+// function.
 
 #include <gtest/gtest.h>
 
@@ -25,7 +26,7 @@ void ExpectReports(const Case (&cases)[Count])
         EXPECT_EQ(CheckedShader(c.source).Reports(), c.reports) << c.source;
 }
 
-/// The details of what the assignment statements of a tree assign.
+/// Collects the details of the values that the assignment statements of a tree assign.
 class AssignedDetails : public SlcCodeWalker {
 public:
     std::string operator()(SlcSyntaxNode* node)
@@ -120,7 +121,6 @@ TEST(SlcCheckDetail, RefusesToAssignToUniform)
          "1: ERROR: Assignment detail mismatch: k"},
         {"surface a() { uniform float k; k = u > 0.5 ? 1 : 2; }",
          "1: ERROR: Assignment detail mismatch (should be varying): k"},
-        {"surface a() { uniform float k; k = nowhere; }", "1: ERROR: Undefined variable: nowhere"},
         {"surface a() { nowhere = u; }", "1: ERROR: Undefined variable: nowhere"},
         {"surface a() { uniform float k[2]; k[u] = 1; float x = k[u]; }",
          "1: ERROR: Assignment detail mismatch (should be varying): k[...]"},
@@ -164,7 +164,7 @@ TEST(SlcCheckDetail, ChecksArgumentsOfBuiltIns)
          ""},
         {"surface a() { uniform vector d; Ci = occlusion(P, N, 4, \"environmentdir\", d); }",
          "1: ERROR: Argument 4 of function 'occlusion' cannot be uniform"},
-        // A promoted value comes first.
+        // The arguments before it include a promoted value.
         {"surface a(varying float k = 1) { Ci = indirectdiffuse(P, N, 8, \"axis\", 1, "
          "\"occlusion\", "
          "k); }",
@@ -207,7 +207,7 @@ TEST(SlcCheckDetail, ChecksArgumentsOfUserFunctions)
     ExpectReports(cases);
 }
 
-TEST(SlcCheckInlineDetail, FindsWhatOnlyACallMakesWrong)
+TEST(SlcCheckInlineDetail, ReportsErrorsThatOnlyACallCauses)
 {
     static const Case cases[] = {
         {"float f(uniform float x) { return x; }\nfloat g(float y) { return f(y); }\n"
@@ -290,8 +290,9 @@ TEST(SlcCheckInlineDetail, GivesTheDetailOfACall)
     }
 }
 
-// A body without arguments is what the context wants, so that no two contexts share it.
-TEST(SlcCheckInlineDetail, EvaluatesABodyForWhatTheContextWants)
+// A body without arguments has the detail of its context, so contexts must not share its
+// evaluation.
+TEST(SlcCheckInlineDetail, EvaluatesABodyForTheDetailOfItsContext)
 {
     for (const char* calls : {"w = f(); k = f();", "k = f(); w = f();"}) {
         const CheckedShader shader(std::string("float f() { return random(); }\n"
@@ -310,20 +311,20 @@ TEST(SlcCheckInlineDetail, MarksTheFunctionsThatShaderCodeReaches)
         "float parameter() { return 2; }\n"
         "float condition() { return 3; }\n"
         "float channel() { return 4; }\n"
-        "float behind() { return 5; }\n"
+        "float after() { return 5; }\n"
         "float chain(float x) {\n"
         "  float y = condition() > 1 ? 1 : 2;\n"
         "  if (x > 0) return texture(\"a\", channel(), 0);\n"
-        "  y = behind(); }\n"
+        "  y = after(); }\n"
         "surface a(float k = parameter()) { Ci = chain(u); }");
     EXPECT_EQ(shader.Reports(), "");
-    for (const char* name : {"parameter", "condition", "channel", "behind", "chain"})
+    for (const char* name : {"parameter", "condition", "channel", "after", "chain"})
         EXPECT_TRUE(IsCalled(shader, name)) << name;
     for (const char* name : {"used", "only", "nothing"})
         EXPECT_FALSE(IsCalled(shader, name)) << name;
 }
 
-TEST(SlcCheckInlineDetail, JudgesLightStatementsOfCalledFunctions)
+TEST(SlcCheckInlineDetail, ChecksLightStatementsOfCalledFunctions)
 {
     const std::string lit = "void f(point P) { illuminance(P) {} }\nvoid g(point P) { f(P); }\n";
     const std::string lighting = "void f(point P) { solar() {} }\nvoid g(point P) { f(P); }\n";
@@ -375,7 +376,7 @@ TEST(SlcCheckInlineDetail, RefusesCallsThatWouldNestLightStatements)
     EXPECT_EQ(CheckedShader(functions + "surface a() { h(P); }").Reports(), "");
 }
 
-TEST(SlcCheckInlineDetail, WantsALightLoopAroundUsesOfItsLight)
+TEST(SlcCheckInlineDetail, RequiresALightLoopAroundUsesOfItsLight)
 {
     const std::string functions = "color f() { extern color Cl; return Cl; }\n"
                                   "color g() { return f(); }\n"
@@ -396,9 +397,9 @@ TEST(SlcCheckInlineDetail, WantsALightLoopAroundUsesOfItsLight)
               "");
 }
 
-TEST(SlcCheckInlineDetail, SeesWhatALocalFunctionDoesToOuterVariables)
+TEST(SlcCheckInlineDetail, FollowsWritesOfLocalFunctionsToOuterVariables)
 {
-    // A call of `set` changes what the next call of `get` gives.
+    // A call of `set` changes the result of the next call of `get`.
     const CheckedShader shader("surface a() {\n"
                                "float x, y;\n"
                                "float get() { return x; }\n"
@@ -410,14 +411,15 @@ TEST(SlcCheckInlineDetail, SeesWhatALocalFunctionDoesToOuterVariables)
     EXPECT_EQ(AssignedDetails()(body->GetStatements()[5].get()), "varying");
 }
 
-// After any write of a varying value a local is not uniform, nor before it in a loop.
-TEST(SlcCheckInlineDetail, SeesEveryWriteOfALocal)
+// After a write of a varying value a local is not uniform; in a loop it is not before the write
+// either.
+TEST(SlcCheckInlineDetail, FollowsEveryWriteOfALocal)
 {
     static const char* const bodies[] = {
         "float y = 1, i; for (i = 0; i < 2; i += 1) { one(y); y += u; }",
         "float y = 1, i = 0; while (i < 2) { one(y); y += u; i += 1; }",
         "float y = 1; illuminance(P) { one(y); y = xcomp(L); }",
-        // Two rounds carry it there.
+        // It takes two iterations until `y` is varying.
         "float y = 1, z = 1, i; for (i = 0; i < 3; i += 1) { one(y); y = z; z = u; }",
         "float y = 1, i, j; for (i = 0; i < 2; i += 1) { for (j = 0; j < 2; j += 1) one(y); y = u; "
         "}",
@@ -449,7 +451,7 @@ TEST(SlcCheckInlineDetail, SeesEveryWriteOfALocal)
                   "4: ERROR: Detail mismatch for argument 0 of function 'one' during inlining")
             << body;
     }
-    // A variable of the shader, which a function has written and then the shader itself.
+    // A function and then the shader itself write a variable of the shader.
     EXPECT_EQ(CheckedShader("float one(uniform float x) { return x; }\n"
                             "surface a() { float y, z;\n"
                             "void g() { fresnel(vector 1, normal 1, 1.5, y, z); }\n"
@@ -459,7 +461,7 @@ TEST(SlcCheckInlineDetail, SeesEveryWriteOfALocal)
               "4: ERROR: Detail mismatch for argument 0 of function 'one' during inlining");
 }
 
-TEST(SlcCheckInlineDetail, BoundsTheRoundsOfNestedLoops)
+TEST(SlcCheckInlineDetail, LimitsTheIterationsOfNestedLoops)
 {
     std::string body;
     for (int i = 0; i < 40; ++i)
@@ -471,9 +473,9 @@ TEST(SlcCheckInlineDetail, BoundsTheRoundsOfNestedLoops)
               std::string::npos);
 }
 
-TEST(SlcCheckInlineDetail, EvaluatesLikeCallsOnce)
+TEST(SlcCheckInlineDetail, EvaluatesEqualCallsOnce)
 {
-    // Each function calls the one before it twice: 2^60 evaluations if none were shared.
+    // Each function calls the one before it twice, which is 2^60 evaluations if none are shared.
     std::string source = "float f0(float x) { return x; }\n";
     for (int i = 1; i <= 60; ++i) {
         const std::string call = "f" + std::to_string(i - 1) + "(x)";
@@ -483,7 +485,7 @@ TEST(SlcCheckInlineDetail, EvaluatesLikeCallsOnce)
     EXPECT_EQ(CheckedShader(source + "surface a() { Ci = f60(u); }").Reports(), "");
 }
 
-TEST(SlcCheckInlineDetail, BoundsTheEvaluationsThatCannotBeShared)
+TEST(SlcCheckInlineDetail, LimitsEvaluationsThatCannotBeShared)
 {
     std::string function = "void f0(float x) { y += x; }";
     for (int i = 1; i <= 30; ++i) {

@@ -1,4 +1,4 @@
-// Reads of variables that are not set, and the levels at which they are reported.
+// Checks the reports on reads of variables that are not set, and their warning levels.
 
 #include "semantics/SlcCheckUsage.h"
 
@@ -31,7 +31,7 @@ void Expect(const UsageCase& c)
     EXPECT_EQ(UsageOf(c.source), c.reports) << c.source;
 }
 
-TEST(SlcCheckUsage, ReportsReadsAheadOfAnySetting)
+TEST(SlcCheckUsage, ReportsReadsBeforeAnyAssignment)
 {
     const UsageCase cases[] = {
         {"y = x; x = 1;", "1: " + k_isNot},
@@ -63,7 +63,7 @@ TEST(SlcCheckUsage, ReportsReadsAheadOfAnySetting)
         Expect(c);
 }
 
-TEST(SlcCheckUsage, TellsWhatIsSetOnSomePathsOnly)
+TEST(SlcCheckUsage, ReportsVariablesThatOnlySomePathsSet)
 {
     const UsageCase cases[] = {
         {"if (u > 0) x = 1;\n y = x;", "2: " + k_mayNot},
@@ -86,7 +86,7 @@ TEST(SlcCheckUsage, TellsWhatIsSetOnSomePathsOnly)
         Expect(c);
 }
 
-TEST(SlcCheckUsage, KeepsQuietAboutWhatIsSet)
+TEST(SlcCheckUsage, AcceptsVariablesThatAreSet)
 {
     const UsageCase cases[] = {
         {"Ci = indirectdiffuse(P, N, 8, \"axis\", 1, \"occlusion\", x); y = x;", ""},
@@ -97,7 +97,7 @@ TEST(SlcCheckUsage, KeepsQuietAboutWhatIsSet)
         {"for (x = 0; x < n; x += 1) y += 1; y = x;", ""},
         {"while ((x = y) < 0) y += 1; y = x;", ""},
         {"for (y = 2; -1 <= y; y -= 1) x = y; y = x;", ""},
-        // A path that a jump leaves says nothing about what follows.
+        // A path that ends in a jump does not reach the code that follows.
         {"while (u > y) { float z; if (v > y) break; z = 1; y += z; }", ""},
         {"while (u > y) { if (v > y) continue; else x = 1; y += x; }", ""},
         {"while (u > y) { if (v > y) { if (s > y) break; x = 1; } else x = 2; y += x; }", ""},
@@ -107,7 +107,7 @@ TEST(SlcCheckUsage, KeepsQuietAboutWhatIsSet)
         {"Ci = Ci + Oi; y = n + PI;", ""},
         {"illuminance(P, N, 1) { color c = Cl; Ci += c * L . N; }", ""},
         {"surface a(output varying color sum = 0) { if (u > 0) sum = sum + Cs; }", ""},
-        // One fault, one report.
+        // One fault gives one report.
         {"y = z;", "1: ERROR: Undefined variable: z"},
     };
     for (const UsageCase& c : cases)
@@ -117,7 +117,7 @@ TEST(SlcCheckUsage, KeepsQuietAboutWhatIsSet)
 TEST(SlcCheckUsage, ReplaysFunctionsWhereTheyAreCalled)
 {
     const UsageCase cases[] = {
-        // What a function reads further out.
+        // These functions read variables of enclosing scopes.
         {"float f() { return x + 1; }\n y = f();\n x = 1; y = f();", "2: " + k_isNot},
         {"float f() { extern float x; return x + 1; }\n y = f();\n x = 1; y = f();",
          "2: " + k_isNot},
@@ -131,11 +131,11 @@ TEST(SlcCheckUsage, ReplaysFunctionsWhereTheyAreCalled)
          "1: WARNING: The declaration of 'x' shadows one in an englobing scope"},
         {"x = 1; float f() { float z; return z; }\n y = f() + f();",
          "1: WARNING: Variable 'z' is not initialized"},
-        // What it sets there.
+        // These functions set variables of enclosing scopes.
         {"void f() { extern float x; x = 1; } f(); y = x;", ""},
         {"void f() { extern float x; if (u > 0) x = 1; } f();\n y = x;", "2: " + k_mayNot},
         {"void f() { extern float x; x = 1; } if (u > 0) f();\n y = x;", "2: " + k_mayNot},
-        // Predefined variables come with a value, wherever they are replayed.
+        // Predefined variables have a value wherever a function is replayed.
         {"float f() { extern float u; return u; } float g() { return f(); }\n"
          "surface a() { Ci = g(); }",
          ""},
@@ -144,7 +144,7 @@ TEST(SlcCheckUsage, ReplaysFunctionsWhereTheyAreCalled)
         Expect(c);
 }
 
-TEST(SlcCheckUsage, JudgesOutputArgumentsAtTheCall)
+TEST(SlcCheckUsage, ChecksOutputArgumentsAtTheCall)
 {
     const UsageCase cases[] = {
         {"void f(output float r) { r = 1; } f(x); y = x;", ""},
@@ -158,7 +158,7 @@ TEST(SlcCheckUsage, JudgesOutputArgumentsAtTheCall)
         {"void f(output float r) { y = 1; } f(x);\n y = x;", "2: " + k_isNot},
         {"void f(output float r) { r += 1; } f(x); y = x;", ""},
         {"void f(output color c) { c = c + 1; } f(Ci);", ""},
-        // A formal that is handed on is judged by the outer call.
+        // A formal that is passed on is checked at the outer call.
         {"void g(output float r) { void f(output float q) { q = q + 1; } f(r); } x = 1; g(x);", ""},
         {"void g(output float r) { void f(output float q) { q = q + 1; } f(r); }\n g(x);",
          "2: " + k_isUsed},

@@ -1,4 +1,4 @@
-// Warnings of level 2 on what a source says and the run time takes for something else.
+// Checks the warnings of level 2 about constants that the run time treats as something else.
 
 #include <gtest/gtest.h>
 #include <string>
@@ -9,7 +9,7 @@ namespace {
 
 struct Case {
     const char* statement;
-    const char* report;  // without its place
+    const char* report;  // without its position
 };
 
 constexpr const char* k_filters = "'catmull-rom', 'box', 'triangle', 'gaussian'";
@@ -21,7 +21,7 @@ std::string ReportsOf(const std::string& statement)
     return CheckedShader("surface s() { " + statement + " }", {}, 2).Reports();
 }
 
-TEST(SlcConstantArguments, NamesThatTheRunTimeDoesNotKnow)
+TEST(SlcConstantArguments, WarnOfUnknownNames)
 {
     const std::string filter =
         "1: WARNING: Unknown filter 'gausian' counts as 'catmull-rom', known are ";
@@ -46,7 +46,7 @@ TEST(SlcConstantArguments, NamesThatTheRunTimeDoesNotKnow)
         EXPECT_EQ(ReportsOf(known), "") << known;
 }
 
-TEST(SlcConstantArguments, NumbersAndFormatsThatDoNotFit)
+TEST(SlcConstantArguments, WarnOfNumbersAndFormatsThatDoNotFit)
 {
     static const Case cases[] = {
         {"Ci = comp(Cs, 3);", "An index outside of 0 to 2 counts as the nearest one of them"},
@@ -78,7 +78,7 @@ TEST(SlcConstantArguments, NumbersAndFormatsThatDoNotFit)
             << c.statement;
 }
 
-TEST(SlcConstantArguments, WhatADefinitionLosesWithoutAnError)
+TEST(SlcConstantArguments, WarnOfEffectsThatAreLost)
 {
     static const Case cases[] = {
         {"surface s(output varying string name = \"\") {}",

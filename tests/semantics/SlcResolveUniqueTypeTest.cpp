@@ -100,7 +100,7 @@ TEST(SlcResolveUniqueType, ReportsAssignments)
         {"n1 = v1;", "WARNING: Type mismatch: assigned a 'vector' to a 'normal'."},
         {"v1 += p1; p1 -= v1;", ""},
         {"v1 = p1 - p2; p1 = p2 + v1; n1 = normalize(v1); v1 = normalize(n1);", ""},
-        // a cross product is of the kind that is wanted
+        // a cross product takes the type that its context requires
         {"v1 = dPdu ^ dPdv; n1 = dPdu ^ dPdv; p1 = p2 + (v1 ^ v2) * 2;", ""},
         {"f1 = c1;", "ERROR: Type mismatch for assignment: f1"},
         {"fa[1] = s1;", "ERROR: Type mismatch for assignment: fa[...]"},
@@ -151,7 +151,6 @@ TEST(SlcResolveUniqueType, ReportsOperators)
         {"v1 = v2 ^ c1;", "ERROR: Invalid cross product"},
         {"f1 = p1 . p2;",
          "WARNING: Try to perform a dot product of two points, misuse of this operator"},
-        {"f1 = (1, 2, 3) . (1, 2, 3);", "ERROR: Ambiguous type for left expression of dot product"},
         {"f1 = f1 . v2;", "ERROR: Invalid type for left expression of dot product"},
         {"f1 = c1 . 2;", "ERROR: Invalid type for right expression of dot product"},
         {"f1 = c1 . v1;", "ERROR: Incompatible types for a dot product"},
@@ -196,7 +195,7 @@ TEST(SlcResolveUniqueType, ReportsCalls)
     ExpectReports(cases);
 }
 
-TEST(SlcResolveUniqueType, KeepsBuiltInsToTheirShaders)
+TEST(SlcResolveUniqueType, AllowsBuiltInsOnlyInTheirShaders)
 {
     struct Case {
         const char* call;
@@ -228,7 +227,7 @@ TEST(SlcResolveUniqueType, KeepsBuiltInsToTheirShaders)
     EXPECT_EQ(TypedStatement("v1 = faceforward(v1, v1, v1); v1 = faceforward(v1, v1);", "imager")
                   .Reports(),
               "ERROR: Function 'faceforward' is unavailable in imager shader");
-    // In the order of the source: the arguments first.
+    // Reports come in the order of the source, those of arguments first.
     EXPECT_EQ(TypedStatement("c1 = diffuse((1, 2, 3));", "light",
                              "color diffuse(color c) { return c; } "
                              "color diffuse(point p) { return comp(p, 0); }")
@@ -294,7 +293,7 @@ TEST(SlcResolveUniqueType, TypesLongAndNestedExpressionsInLinearTime)
         chain += "\n+ f2";
     EXPECT_EQ(TypedStatement("f1 = " + chain + ";").Reports(), "");
 
-    // Each call has three readings: trying all of them in all combinations would never end.
+    // Each call has three possible types: trying all combinations would never end.
     std::string nested = "p1";
     for (int i = 0; i < 200; ++i)
         nested = "noise(point\n" + nested + ")";
