@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-
-#include "frontend/SlcParseCode.h"
+#include "helpers/CheckedShader.h"
 #include "icode/SlcBlockICode.h"
 #include "icode/SlcICodeText.h"
 #include "semantics/SlcDeleteTree.h"
@@ -16,16 +14,6 @@ namespace {
 bool IsMark(SlcICode& code)
 {
     return dynamic_cast<SlcInvisibleICode*>(&code) != nullptr;
-}
-
-/// Prefixes the source with the line marker that the parser needs.
-std::unique_ptr<FILE, int (*)(FILE*)> OpenText(const std::string& source)
-{
-    std::unique_ptr<FILE, int (*)(FILE*)> file(std::tmpfile(), &std::fclose);
-    const std::string text = "# 1 \"test.sl\"\n" + source + "\n";
-    std::fwrite(text.data(), 1, text.size(), file.get());
-    std::rewind(file.get());
-    return file;
 }
 
 }  // namespace
@@ -61,15 +49,14 @@ LoweredShader::LoweredShader(const std::string& source, SlcOptionsControl option
 {
     ResetNbErrorsAndWarnings();
     testing::internal::CaptureStderr();
-    const auto file = OpenText(source);
     try {
-        m_root = ParseCode(file.get(), m_options.m_strict);
+        m_root = ParseText(source, m_options.m_strict);
         SlcSemantics(m_root.get(), m_options);
         m_form = std::make_unique<SlcInterForm>(m_options);
         m_form->GenInterForm(m_root.get());
         m_accepted = true;
     } catch (const SlcCompilationError&) {
-        // The messages say why.
+        // The messages give the reason.
     }
     m_messages = testing::internal::GetCapturedStderr();
     if (m_accepted != (expected == Expected::Accepted))

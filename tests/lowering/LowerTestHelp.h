@@ -8,9 +8,9 @@
 #include "icode/SlcInterForm.h"
 #include "support/SlcOptionsControl.h"
 
-/// Options of level 0, without the checks of array bounds.
+/// Returns the options of level 0, without checks of array bounds.
 [[nodiscard]] SlcOptionsControl PlainOptions();
-/// The same with one option set.
+/// Returns the same with one option set.
 [[nodiscard]] SlcOptionsControl PlainOptionsWith(bool SlcOptionsControl::*option);
 
 /// A shader that has been parsed, checked and lowered.
@@ -37,7 +37,7 @@ private:
     bool m_accepted = false;
 };
 
-/// The instructions of a list in their text form, without the marks at the ends.
+/// Returns the text form of a list, without the marks at its ends.
 [[nodiscard]] std::string ToText(const SlcListICode& list);
 
 /// Lowers the body of a displacement shader with the parameters `uniform float k`,
@@ -45,7 +45,7 @@ private:
 [[nodiscard]] std::string LowerBody(const std::string& body,
                                     SlcOptionsControl options = PlainOptions());
 
-/// Lowers the body of a shader like `LowerBody`, and returns the text of its list.
+/// The body of a shader as `LowerBody` takes it, and the text of its list.
 struct LowerCase {
     const char* body;
     const char* code;
@@ -57,9 +57,9 @@ void ExpectCode(std::span<const LowerCase> cases,
 /// Lowers a whole shader.
 [[nodiscard]] std::string LowerShader(const std::string& source,
                                       SlcOptionsControl options = PlainOptions());
-/// The warnings about a correct shader.
+/// Returns the warnings about a correct shader.
 [[nodiscard]] std::string MessagesOf(const std::string& source,
                                      SlcOptionsControl options = PlainOptions());
-/// The reports about a faulty shader.
+/// Returns the reports about a faulty shader.
 [[nodiscard]] std::string RefusalOf(const std::string& source,
                                     SlcOptionsControl options = PlainOptions());

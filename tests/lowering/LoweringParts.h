@@ -7,7 +7,7 @@
 #include "lowering/SlcLoweringContext.h"
 #include "support/reports/SlcSemanticError.h"
 
-/// A lowering without a tree: tests build its list by hand.
+/// A lowering without a tree, whose list a test builds by hand.
 class LoweringParts {
 public:
     explicit LoweringParts(const SlcOptionsControl& options = PlainOptions()) : m_options(options)
@@ -15,7 +15,7 @@ public:
         context.Start(SlcListBuilder::Runs::OnGrid);
     }
 
-    /// A declared local.
+    /// Returns a local variable.
     [[nodiscard]] static SlcOperand Variable(const char* name,
                                              SlcTypeNode* type = SlcTypeNode::AFloat(),
                                              SlcDetailNode* detail = SlcDetailNode::AVarying())
@@ -27,7 +27,7 @@ public:
     {
         context.m_conditions.GenPlainAssignment(variable, SlcLexType::Float(value));
     }
-    /// The list, complete.
+    /// Completes the list and returns its text.
     [[nodiscard]] std::string Text()
     {
         context.m_values.ForgetWrites();

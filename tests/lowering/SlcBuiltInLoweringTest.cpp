@@ -28,7 +28,7 @@ SlcOptionsControl InPlaceOptions()
     return options;
 }
 
-TEST(SlcGenBuiltIns, StandInABlockOfTheirDetail)
+TEST(SlcGenBuiltIns, AreInABlockOfTheirDetail)
 {
     static const LowerCase cases[] = {
         {"o = sin(w);", "{ t0 = SIN(w); } { o = t0; }"},
@@ -37,7 +37,7 @@ TEST(SlcGenBuiltIns, StandInABlockOfTheirDetail)
         {"setcomp(P, 0, w);", "{ SETCOMP(P, 0, w); }"},
         {"printf(\"%f\", k);", "{ PRINTF(\"%f\", k) counted; }"},
         {"o = min(w, k, 1, 2);", "{ t0 = MIN_1D(w, k, 1, 2) counted; } { o = t0; }"},
-        // The value is still a float when the declaration promotes it.
+        // The call returns a float, which the declaration promotes.
         {"uniform color c = sqrt(k);", "t0 = SQRT(k); c_1 = t0;"},
     };
     ExpectCode(cases);
@@ -62,7 +62,7 @@ TEST(SlcGenBuiltIns, CastArgumentsToTheirFormals)
     ExpectCode(cases);
 }
 
-TEST(SlcGenBuiltIns, RunForTheWholeGridIfTheirArgumentsSuitIt)
+TEST(SlcGenBuiltIns, RunForTheWholeGridIfTheirArgumentsAllowIt)
 {
     static const LowerCase cases[] = {
         {"o = noise(P);", "o = NOISE_FLOAT_3D(P) simd;"},
@@ -88,7 +88,7 @@ TEST(SlcGenBuiltIns, AreLimitedToTheFlagOfAVaryingCondition)
         {"if (w > 1 && noise(P) > w) o = 1;",
          "{ f0 = w > 1; } u0 = any f0; t0 = NOISE_FLOAT_3D(P) simd at f0; { f0?( f0 = t0 > w; ) } "
          "u1 = any f0; { f0?( o = 1; ) }"},
-        // With a uniform left side no varying flag marks the points.
+        // With a uniform left side there is no varying flag of the points.
         {"if (w > 1) { if (k > 1 || noise(P) > w) o = 1; }",
          "{ f0 = w > 1; } u0 = any f0; u0?( u1 = k > 1; ) { !u1?( t0 = NOISE_FLOAT_3D(P); ) } { "
          "u1?( f1 = u1; ) } { !u1?( f1 = t0 > w; ) } { !f0?( f1 = false; ) } u2 = any f1; { f1?( o "
@@ -127,7 +127,7 @@ TEST(SlcGenBuiltIns, FillTheNamedTailOfAFixedArgumentList)
     ExpectCode(cases, GridOptions());
 }
 
-TEST(SlcGenBuiltIns, LookAtNeighboursOnlyForTheWholeGrid)
+TEST(SlcGenBuiltIns, ReadNeighboursOnlyOnTheWholeGrid)
 {
     static const LowerCase cases[] = {
         {"o = Du(w);", "t0 = DU_FLOAT(w, du) simd; { o = t0; }"},
@@ -137,7 +137,7 @@ TEST(SlcGenBuiltIns, LookAtNeighboursOnlyForTheWholeGrid)
         {"N = calculatenormal(P);", "t0 = CALCULATENORMAL(P, du, dv) simd; { N = t0; }"},
         {"if (w > 1) o = area(P);",
          "{ f0 = w > 1; } u0 = any f0; t0 = AREA(P) simd at f0; { f0?( o = t0; ) }"},
-        // There is no instruction for the form under a flag that must be false.
+        // No instruction runs only for points whose flag is false.
         {"if (w > 1) { if (k > 1 || Du(w) > 1) o = 1; }",
          "{ f0 = w > 1; } u0 = any f0; u0?( u1 = k > 1; ) t0 = DU_FLOAT(w, du) simd; { u1?( f1 = "
          "u1; ) } { !u1?( f1 = t0 > 1; ) } { !f0?( f1 = false; ) } u2 = any f1; { f1?( o = 1; ) }"},
@@ -193,7 +193,7 @@ TEST(SlcGenBuiltIns, PassTheElementsOfAnArrayToSpline)
     ExpectCode(cases);
 }
 
-TEST(SlcGenBuiltIns, GiveFilterstepItsInterval)
+TEST(SlcGenBuiltIns, PassFilterstepItsInterval)
 {
     static const LowerCase cases[] = {
         {"o = filterstep(.5, w);",
@@ -209,7 +209,7 @@ TEST(SlcGenBuiltIns, GiveFilterstepItsInterval)
     ExpectCode(cases);
 }
 
-TEST(SlcGenBuiltIns, TellMessageFunctionsWhatTheyWriteTo)
+TEST(SlcGenBuiltIns, PassMessageFunctionsTheShapeOfTheirTarget)
 {
     static const LowerCase cases[] = {
         {"uniform float x; surface(\"Kd\", x);", "t0 = SURFACE(\"Kd\", x_1, 0, 1, 1);"},
@@ -219,10 +219,10 @@ TEST(SlcGenBuiltIns, TellMessageFunctionsWhatTheyWriteTo)
          "t0 = TEXTUREINFO(\"a\", \"b\", s_1, 0, 4, 1);"},
         {"if (w > 1) atmosphere(\"x\", o);",
          "{ f0 = w > 1; } u0 = any f0; t0 = ATMOSPHERE(\"x\", o, 1, 1, 1) simd at f0;"},
-        // An element for each point is copied in and out.
+        // A varying element is copied in and out.
         {"float x[3]; option(\"x\", x[v]);", "{ t0 = &x_1[v]; t1 = t0; } t2 = OPTION(\"x\", t1, 1, "
                                              "1, 1) simd; { t3 = &x_1[v]; t3 = t1; }"},
-        // The answer and the result must not share a variable.
+        // The answer and the result of the call must not share a variable.
         {"uniform float x; x = option(\"x\", x);", "t0 = OPTION(\"x\", x_1, 0, 1, 1); x_1 = t0;"},
     };
     ExpectCode(cases, InPlaceOptions());
@@ -246,7 +246,7 @@ TEST(SlcGenBuiltIns, TransformBetweenKnownSpacesInSteps)
          "{ f0 = w > 1; } u0 = any f0; P = to_space_point(P, \"a\") simd at f0;"},
         {"if (w > 1) P = transform(\"a\", \"a\", N);",
          "{ f0 = w > 1; } u0 = any f0; { f0?( P = N; ) }"},
-        // Spaces that are known at run time only, and matrices.
+        // These spaces are known at run time only, or are matrices.
         {"uniform string s; P = transform(s, P);", "P = TRANSFORM2(s_1, P) simd;"},
         {"uniform string s; P = transform(s, \"a\", P);", "P = TRANSFORM(s_1, \"a\", P) simd;"},
         {"string s; P = transform(s, P);", "{ P = TRANSFORM2(s_1, P); }"},
@@ -258,21 +258,21 @@ TEST(SlcGenBuiltIns, TransformBetweenKnownSpacesInSteps)
     EXPECT_EQ(LowerBody("P = transform(\"a\", P);"), "{ t0 = TRANSFORM2(\"a\", P); } { P = t0; }");
 }
 
-TEST(SlcGenBuiltIns, LookAtTheLightsOfP)
+TEST(SlcGenBuiltIns, EvaluateTheLightsAtP)
 {
     const std::string outputs = "{ Ci = color(0, 0, 0); } { Oi = color(1, 1, 1); } ";
     EXPECT_EQ(LowerShader("surface t() { Ci = diffuse(N) + ambient(); }", InPlaceOptions()),
               outputs + "evaluate_lights(); t0 = DIFFUSE(N) simd; evaluate_lights(); t1 = "
                         "AMBIENT() simd; { Ci = t0 + t1; }");
-    // The lights are stale once P has been written in any way.
+    // Any write of P makes the lights stale.
     EXPECT_EQ(LowerShader("surface t() { P += N; setxcomp(P, 1); setxcomp(N, 1); }"),
               outputs + "{ P = P + N; } forget_lights(); { SETXCOMP(P, 1); } forget_lights(); { "
                         "SETXCOMP(N, 1); }");
 }
 
-TEST(SlcGenBuiltIns, VaryWithArgumentsThatStandInVaryingTemporaries)
+TEST(SlcGenBuiltIns, AreVaryingIfArgumentsAreInVaryingTemporaries)
 {
-    // The function does not know that its formal is uniform in this call.
+    // The body of `f` treats its formal as varying, although it is uniform in this call.
     EXPECT_EQ(LowerShader("float f(float x) { return sqrt(x); } "
                           "displacement t() { uniform float a = abs(f(2)); }"),
               "t0 = 2; { t1 = SQRT(t0); } { t2 = ABS(t1); } { a_1 = t2; }");

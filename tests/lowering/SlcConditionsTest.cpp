@@ -32,14 +32,14 @@ TEST_F(ConditionsTest, GuardEachBlockByTheInnermostFlagOfItsDetail)
     m_parts.Assign(m_x, 3);
     m_conditions.EndParallelIfNotCurrentCond();
     m_conditions.LeaveCondition();
-    m_parts.Assign(m_k, 4);  // no uniform flag to guard it by
+    m_parts.Assign(m_k, 4);  // has no uniform flag to guard it
     m_conditions.LeaveCondition();
     m_parts.Assign(m_x, 5);
     EXPECT_EQ(m_parts.Text(),
               "{ F_1?( x_1 = 1; ) } U_1?( k_1 = 2; ) { !F_1?( x_1 = 3; ) } k_1 = 4; { x_1 = 5; }");
 }
 
-TEST_F(ConditionsTest, LimitAFormForTheWholeGridOnlyWhereAFlagCan)
+TEST_F(ConditionsTest, LimitGridFormsOnlyWhereAFlagCan)
 {
     EXPECT_EQ(m_conditions.GridForm(), SlcGridForm::Whole());
     m_conditions.EnterCondition(m_flag, m_uniform);
@@ -53,10 +53,10 @@ TEST_F(ConditionsTest, LimitAFormForTheWholeGridOnlyWhereAFlagCan)
     m_conditions.LeaveCondition();
 }
 
-TEST_F(ConditionsTest, ClearAFlagOutsideTheConditionThatItWasMadeUnder)
+TEST_F(ConditionsTest, ClearAFlagOutsideItsCondition)
 {
     const SlcOperand inner = Flag("H_1", SlcDetailNode::AVarying());
-    m_conditions.ClearOutsideCondition(inner);  // without a condition there is no outside
+    m_conditions.ClearOutsideCondition(inner);  // has no effect outside of conditions
     m_conditions.EnterCondition(m_flag, m_uniform);
     m_conditions.ClearOutsideCondition(m_flag);
     m_conditions.ClearOutsideCondition(inner);

@@ -33,7 +33,7 @@ TEST_F(ElementsTest, WriteACopyBackByTheIndexOfItsRead)
         "{ t0 = &w_1[i_1]; t1 = t0; } { t2 = i_1; } { i_1 = 1; } { t3 = &w_1[t2]; t3 = t1; }");
 }
 
-TEST_F(ElementsTest, WriteBackOnlyWhatIsRemembered)
+TEST_F(ElementsTest, WriteBackOnlyRememberedCopies)
 {
     const SlcOperand copy = ReadCopy(m_i);
     m_elements.WriteBackElement(m_i);
@@ -43,7 +43,7 @@ TEST_F(ElementsTest, WriteBackOnlyWhatIsRemembered)
 }
 
 /// An element that was read directly into the target of an assignment is not a copy to write back.
-TEST(SlcElements, LeaveTheTargetOfAnAssignmentAlone)
+TEST(SlcElements, DoNotWriteBackTheTargetOfAnAssignment)
 {
     static const LowerCase cases[] = {
         {"float f(output float p) { p = 1; return 0; } uniform float a[2] = {0, 0}; "

@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(SlcGenBodies, EndsAtAnUnguardedReturn)
+TEST(SlcGenBodies, EndAtAnUnguardedReturn)
 {
     static const LowerCase cases[] = {
         {"float f(float a) { float r = a; return r; r = 3; } o = f(w) + f(u);",
@@ -18,7 +18,7 @@ TEST(SlcGenBodies, EndsAtAnUnguardedReturn)
     ExpectCode(cases);
 }
 
-TEST(SlcGenBodies, IsALoopOfOneTripIfPointsReturnEarly)
+TEST(SlcGenBodies, AreALoopOfOneIterationIfPointsReturnEarly)
 {
     static const LowerCase cases[] = {
         {"float f(float a) { if (a < 1) return 2; o = 1; } o = f(w);",
@@ -42,7 +42,7 @@ TEST(SlcGenBodies, IsALoopOfOneTripIfPointsReturnEarly)
     ExpectCode(cases);
 }
 
-TEST(SlcGenBodies, ReturnsZeroWithoutAReturn)
+TEST(SlcGenBodies, ReturnZeroWithoutAReturn)
 {
     static const LowerCase cases[] = {
         {"float f() { o = 1; } o = f();", "{ o = 1; } t0 = 0; { o = t0; }"},

@@ -24,7 +24,7 @@ TEST(SlcGenRelations, ComparesIntoOneFlagAndPushesNegationDown)
     ExpectCode(cases);
 }
 
-TEST(SlcGenRelations, RunsTheRightSideWhereTheLeftHasNotDecided)
+TEST(SlcGenRelations, EvaluatesTheRightSideOnlyWhereTheLeftDoesNotDecide)
 {
     static const LowerCase cases[] = {
         {"if (w < u && u < v) o = 1;",
@@ -91,7 +91,7 @@ TEST(SlcGenRelations, CorrectsTheValueForAUniformLeftSide)
     ExpectCode(cases);
 }
 
-TEST(SlcGenRelations, LetsEffectsHappenOnlyWhereTheRightSideRuns)
+TEST(SlcGenRelations, HasSideEffectsOnlyWhereTheRightSideRuns)
 {
     static const LowerCase cases[] = {
         {"if (w < 1 && (o = u) < w) o = 1;", "{ f0 = w < 1; } u0 = any f0; { f0?( o = u; ) } { "

@@ -61,7 +61,7 @@ TEST(SlcGenInterCode, TreatsATripleBesideAColorAsAColor)
     ExpectCode(cases);
 }
 
-TEST(SlcGenInterCode, TransformsWhatIsCastFromANamedSpace)
+TEST(SlcGenInterCode, TransformsCastsFromNamedSpaces)
 {
     static const LowerCase cases[] = {
         {"float x = float w;", "{ x_1 = w; }"},
@@ -109,7 +109,7 @@ TEST(SlcGenInterCode, ChecksIndicesOnlyIfAsked)
               "{ check_index(\"a\", u, #2, #1, \"test.sl\"); } { t0 = &a_1[u]; t0 = 1; }");
 }
 
-TEST(SlcCheckValidArrayIndexICode, MakesALiteralOfAnyFileName)
+TEST(SlcCheckValidArrayIndexICode, QuotesAnyFileName)
 {
     struct NameCase {
         std::string name;

@@ -12,7 +12,7 @@
 
 namespace {
 
-/// One fact of each parameter, in order.
+/// Returns "yes" or "no" for one fact of each parameter, in order.
 std::string OfEach(LoweredShader& shader, bool SlcParameterInfo::*fact)
 {
     std::string text;
@@ -21,7 +21,7 @@ std::string OfEach(LoweredShader& shader, bool SlcParameterInfo::*fact)
     return text;
 }
 
-TEST(SlcInterForm, KnowsTheSpaceAndContextOfEachDefaultValue)
+TEST(SlcInterForm, FindsTheSpaceAndContextOfEachDefaultValue)
 {
     struct ParameterCase {
         const char* formal;
@@ -57,7 +57,7 @@ TEST(SlcInterForm, KnowsTheSpaceAndContextOfEachDefaultValue)
     }
 }
 
-TEST(SlcInterForm, KnowsThatAFunctionInADefaultValueNeedsObjectSpace)
+TEST(SlcInterForm, FindsDefaultValuesThatNeedObjectSpace)
 {
     LoweredShader shader("float f() { return xcomp(point \"object\" 1); }"
                          "float g() { return f(); }"
@@ -100,7 +100,7 @@ TEST(SlcInterForm, InitializesEachParameterByASeparateList)
     }
 }
 
-/// The constants that a list reads.
+/// Collects the constants that a list reads.
 class ConstantReader : public SlcOperandWalker {
 public:
     explicit ConstantReader(const SlcListICode& list)
@@ -163,7 +163,7 @@ TEST(SlcInterForm, ListsEachSpaceOnce)
     EXPECT_EQ(spaces, "\"object\"\"shader\"\"world\"\"camera\"");
 }
 
-TEST(SlcInterForm, KnowsWhetherPIsWritten)
+TEST(SlcInterForm, FindsWritesOfP)
 {
     struct WriteCase {
         const char* body;
@@ -183,7 +183,7 @@ TEST(SlcInterForm, KnowsWhetherPIsWritten)
     }
 }
 
-/// The loops and conditions of a tree, in source order, a marked one with an exclamation mark.
+/// Lists the loops and conditions of a tree in source order, marked ones with an exclamation mark.
 class MarkReader : public SlcCodeWalker {
 public:
     std::string m_marks;

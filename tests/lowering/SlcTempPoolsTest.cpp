@@ -12,7 +12,7 @@ SlcOperand Temporary(const char* name)
 
 class PoolsTest : public testing::Test {
 protected:
-    /// Takes all free temporaries and returns their names in that order.
+    /// Acquires all free temporaries and returns their names in the order of acquisition.
     std::string TakeAll()
     {
         std::string names;
@@ -31,7 +31,7 @@ protected:
     SlcOperand m_c = Temporary("c");
 };
 
-TEST_F(PoolsTest, KeepABodyFromReleasingWhatItsCallerUses)
+TEST_F(PoolsTest, DoNotReleaseTheTemporariesOfTheCaller)
 {
     m_pools.AddUsed(m_a);
     m_pools.EnterBody();

@@ -42,7 +42,7 @@ TEST_F(ValueStackTest, PopsOtherValuesUnchanged)
     EXPECT_EQ(m_parts.Text(), "{ y_1 = 1; } { t0 = 2; } { x_1 = 3; }");
 }
 
-TEST_F(ValueStackTest, PutsEachCopyAtThePlaceOfItsValue)
+TEST_F(ValueStackTest, CopiesEachValueWhereItWasPushed)
 {
     m_values.Push(m_x);
     m_parts.Assign(m_x, 1);

@@ -1,5 +1,5 @@
-// The passes over drafts, each alone: the block before and after as DraftText.h has it. That the
-// values stay the same is shown by the comparison with shared objects.
+// Tests each pass over drafts alone, by the block before and after in the notation of DraftText.h.
+// The comparison with shared objects shows that the values stay the same.
 
 #include <stdexcept>
 
@@ -45,8 +45,8 @@ void SimplifyMasks(DraftText& text)
     QxSimplifyMasks(text.Block(), liveness);
 }
 
-/// Each draft with the followed variables that are alive after it, and after '/' those that points
-/// outside of the open conditions still need. `result`: read after the block; "" for none.
+/// Returns each draft with the variables that are live after it and, after '/', those that points
+/// outside of the open conditions still need. `result` is read after the block; "" for none.
 std::string Annotated(DraftText& text, const std::string& result)
 {
     QxLiveness liveness(text.Block(), text.Storages(),
@@ -75,7 +75,7 @@ std::string Annotated(DraftText& text, const std::string& result)
 
 }  // namespace
 
-TEST(DraftText, RefusesWhatIsNoBlock)
+TEST(DraftText, RefusesMalformedBlocks)
 {
     for (const char* text :
          {"{ x = ASSIGN_TO_ZERO_FLOAT;", "} ", "goto A;", "x = ;", "x = ASSIGN_TO_ZERO_FLOAT",
@@ -83,7 +83,7 @@ TEST(DraftText, RefusesWhatIsNoBlock)
         EXPECT_THROW(DraftText{text}, std::runtime_error) << text;
 }
 
-TEST(QxDropKnownJumps, DropsWhatAnEarlierOneHasDecided)
+TEST(QxDropKnownJumps, DropsJumpsThatAnEarlierJumpDecides)
 {
     static const PassCase cases[] = {
         // After the first drop only one path leads to the third jump.
@@ -99,7 +99,7 @@ TEST(QxDropKnownJumps, DropsWhatAnEarlierOneHasDecided)
          "ASSIGN_TO_ZERO_FLOAT; A:",
          ""},
         {"goto A; if not g goto B; A: if not g goto B; once u = ASSIGN_TO_ZERO_FLOAT; B:", ""},
-        // The next round of a loop over lights may find another value.
+        // The next iteration of a loop over lights may find another value.
         {"if not g goto B; lights B; A: if not g goto B; once g = ASSIGN_BOOL_BOOL g1; again A; B:",
          ""},
     };
@@ -107,7 +107,7 @@ TEST(QxDropKnownJumps, DropsWhatAnEarlierOneHasDecided)
                     [](DraftText& text) { QxDropKnownJumps(text.Block(), text.Variables()); });
 }
 
-TEST(QxJoinRuns, MakesOneRunOfWhatWorksPointByPoint)
+TEST(QxJoinRuns, JoinsPointwiseInstructionsIntoOneRun)
 {
     static const PassCase cases[] = {
         {"{ x = ADD_FLOAT_FLOAT S 1; } { y = ADD_FLOAT_FLOAT x S; }",
@@ -119,10 +119,10 @@ TEST(QxJoinRuns, MakesOneRunOfWhatWorksPointByPoint)
         {"{ x = ASSIGN_TO_ZERO_FLOAT; } at f f = ASSIGN_BOOL_BOOL f1;",
          "{ x = ASSIGN_TO_ZERO_FLOAT; if copy f ( f = ASSIGN_BOOL_BOOL f1; ) }"},
         {"{ x = ASSIGN_TO_ZERO_FLOAT; } whole f y = ADD_FLOAT_FLOAT x 1;", ""},
-        // Neighbours must be through.
+        // area() must not start before all points have reached it.
         {"{ x = ADD_FLOAT_FLOAT S 1; } grid y = CALL_PRIM_AREA C; { z = ADD_FLOAT_FLOAT x S; }",
          ""},
-        // Each point in turn leaves its value in a uniform variable.
+        // Each point in turn writes its value to a uniform variable.
         {"{ x = ASSIGN_TO_ZERO_FLOAT; } each { u = ASSIGN_FLOAT_FLOAT x; } { y = "
          "ASSIGN_TO_ZERO_FLOAT; }",
          ""},
@@ -133,16 +133,16 @@ TEST(QxJoinRuns, MakesOneRunOfWhatWorksPointByPoint)
     ExpectRewritten(cases, [](DraftText& text) { QxJoinRuns(text.Block(), text.Variables()); });
 }
 
-TEST(QxJoinRuns, RunsUniformInstructionsFirstWhereNothingDependsOnTheirPlace)
+TEST(QxJoinRuns, HoistsIndependentUniformInstructions)
 {
     static const PassCase cases[] = {
         {"{ x = ADD_FLOAT_FLOAT S 1; } once u = ADD_FLOAT_FLOAT u1 1; { y = ADD_FLOAT_FLOAT x u; }",
          "once u = ADD_FLOAT_FLOAT u1 1; { x = ADD_FLOAT_FLOAT S 1; y = ADD_FLOAT_FLOAT x u; }"},
-        // Those at the end stay there.
+        // Uniform instructions at the end stay there.
         {"{ x = ASSIGN_TO_ZERO_FLOAT; } { y = ASSIGN_TO_ZERO_FLOAT; } once u = "
          "ASSIGN_TO_ZERO_FLOAT;",
          "{ x = ASSIGN_TO_ZERO_FLOAT; y = ASSIGN_TO_ZERO_FLOAT; } once u = ASSIGN_TO_ZERO_FLOAT;"},
-        // An instruction before it reads the old value, as operand or as flag.
+        // An earlier instruction reads the old value, as an operand or as a flag.
         {"{ x = ADD_FLOAT_FLOAT S u; } once u = ASSIGN_TO_ZERO_FLOAT; { y = ADD_FLOAT_FLOAT x u; }",
          ""},
         {"{ if g ( x = ASSIGN_TO_ZERO_FLOAT; ) } once g = ASSIGN_BOOL_BOOL g1; { y = "
@@ -152,7 +152,7 @@ TEST(QxJoinRuns, RunsUniformInstructionsFirstWhereNothingDependsOnTheirPlace)
     ExpectRewritten(cases, [](DraftText& text) { QxJoinRuns(text.Block(), text.Variables()); });
 }
 
-TEST(QxJoinRuns, RunsLoopsStripByStripIfOnlyTheirEndDependsOnOtherPoints)
+TEST(QxJoinRuns, RunsLoopsStripByStripIfOnlyTheirExitDependsOnOtherPoints)
 {
     static const PassCase cases[] = {
         {"A: { f = BOOL_LESS_THEN_FLOAT_FLOAT x 1; if f ( x = ADD_FLOAT_FLOAT x S; ) } grid g = "
@@ -163,11 +163,11 @@ TEST(QxJoinRuns, RunsLoopsStripByStripIfOnlyTheirEndDependsOnOtherPoints)
         {"A: { x = ADD_FLOAT_FLOAT x S; } grid g = SET_UNIFORM_BOOL_FLAG f; if g goto A; once g1 = "
          "ASSIGN_BOOL_BOOL g;",
          ""},
-        // How often it counts depends on all points.
+        // The number of iterations, which `u` counts, depends on all points.
         {"A: { x = ADD_FLOAT_FLOAT x S; } once u = ADD_FLOAT_FLOAT u 1; grid g = "
          "SET_UNIFORM_BOOL_FLAG f; if g goto A;",
          ""},
-        // A jump from elsewhere leads into the middle, or to the begin.
+        // A jump from elsewhere leads into the middle of the runs, or to their beginning.
         {"if g goto A; grid y = CALL_PRIM_AREA C; { x = ADD_FLOAT_FLOAT S 1; } A: { z = "
          "ADD_FLOAT_FLOAT x 1; }",
          ""},
@@ -181,7 +181,7 @@ TEST(QxJoinRuns, RunsLoopsStripByStripIfOnlyTheirEndDependsOnOtherPoints)
     ExpectRewritten(cases, [](DraftText& text) { QxJoinRuns(text.Block(), text.Variables()); });
 }
 
-TEST(QxFuse, MakesOneInstructionOfTwo)
+TEST(QxFuse, FusesTwoInstructionsIntoOne)
 {
     static const PassCase cases[] = {
         {"{ x = MULT_FLOAT_FLOAT a b; S = ADD_FLOAT_FLOAT x d; }", "{ S = product_plus a b d; }"},
@@ -206,7 +206,7 @@ TEST(QxFuse, MakesOneInstructionOfTwo)
     ExpectRewritten(cases, Fuse);
 }
 
-TEST(QxFuse, LeavesWhatServesMoreThanTheNextInstruction)
+TEST(QxFuse, LeavesValuesThatHaveOtherUses)
 {
     static const PassCase cases[] = {
         {"{ x = MULT_FLOAT_FLOAT a b; S = ADD_FLOAT_FLOAT x d; S1 = ADD_FLOAT_FLOAT x d; }", ""},
@@ -214,45 +214,46 @@ TEST(QxFuse, LeavesWhatServesMoreThanTheNextInstruction)
         {"{ x = MULT_FLOAT_FLOAT a b; S = MULT_FLOAT_FLOAT x d; }", ""},
         {"{ S = MULT_FLOAT_FLOAT a b; S1 = ADD_FLOAT_FLOAT S d; }", ""},
         {"{ c = ADD_COLOR_COLOR c1 c2; C = ASSIGN_COLOR_COLOR c; C1 = ASSIGN_COLOR_COLOR c; }", ""},
-        // The factor is another value by then.
+        // The factor has changed before the addition.
         {"{ x = MULT_FLOAT_FLOAT a b; a = ASSIGN_TO_ZERO_FLOAT; S = ADD_FLOAT_FLOAT x d; }", ""},
-        // Another way leads between them, or other points need the old value.
+        // Another path leads between the two, or other points need the old value.
         {"{ x = MULT_FLOAT_FLOAT a b; A: S = ADD_FLOAT_FLOAT x d; if g goto A; }", ""},
         {"{ x = MULT_FLOAT_FLOAT a b; if f ( S = ADD_FLOAT_FLOAT x d; ) S1 = ASSIGN_FLOAT_FLOAT x; "
          "}",
          ""},
         {"once u = MULT_FLOAT_FLOAT u1 u2; once u3 = ADD_FLOAT_FLOAT u 1;", ""},
-        // Only cheap kernels read all of a point before they write it.
+        // Only cheap kernels read all operands of a point before they write its result.
         {"{ c = CALL_PRIM_REFRACT C c1 1; C = ASSIGN_COLOR_COLOR c; }", ""},
     };
     ExpectRewritten(cases, Fuse);
 }
 
-TEST(QxSimplifyMasks, LeavesMasksOutWhereNothingSeesIt)
+TEST(QxSimplifyMasks, OmitsMasksThatNothingObserves)
 {
     static const PassCase cases[] = {
-        // Nothing reads x after the brackets; S is the grid's.
+        // Nothing reads x after the brackets; S belongs to the grid.
         {"{ if f ( x = ADD_FLOAT_FLOAT y 1; S = ADD_FLOAT_FLOAT x 1; ) }",
          "{ if f ( all x = ADD_FLOAT_FLOAT y 1; S = ADD_FLOAT_FLOAT x 1; ) }"},
-        // Points outside of the brackets have another value, which is read after them,
+        // The other value of points outside of the brackets is read after the brackets,
         {"{ if f ( x = ADD_FLOAT_FLOAT y 1; S = ADD_FLOAT_FLOAT x 1; ) S = ADD_FLOAT_FLOAT x 1; }",
          ""},
-        // in the next round of a loop,
+        // in the next iteration of a loop,
         {"{ A: S1 = ADD_FLOAT_FLOAT x 1; if f ( x = ADD_FLOAT_FLOAT y 1; S = ADD_FLOAT_FLOAT x 1; "
          ") "
          "if g goto A; }",
          ""},
-        // or after the brackets around.
+        // or after the enclosing brackets.
         {"{ if f ( if not f1 ( x = ADD_FLOAT_FLOAT y 1; S = ADD_FLOAT_FLOAT x 1; ) ) S1 = "
          "ADD_FLOAT_FLOAT x 1; }",
          ""},
         {"{ if f ( if not f1 ( x = ADD_FLOAT_FLOAT y 1; S = ADD_FLOAT_FLOAT x 1; ) ) }",
          "{ if f ( if not f1 ( all x = ADD_FLOAT_FLOAT y 1; S = ADD_FLOAT_FLOAT x 1; ) ) }"},
-        // The second half of an `if` with `else` needs what the first has left to other points.
+        // The second half of an `if` with `else` needs the values that the first half kept of other
+        // points.
         {"{ if f ( x = ADD_FLOAT_FLOAT y 1; ) if not f ( x = ADD_FLOAT_FLOAT y 2; ) S = "
          "ADD_FLOAT_FLOAT x 1; }",
          ""},
-        // A uniform result, and a function that is not cheap.
+        // One result is uniform, and the function is not cheap.
         {"{ if f ( x = CALL_PRIM_SIN y; u = ASSIGN_FLOAT_FLOAT 1; S = ASSIGN_TO_ZERO_FLOAT; ) }",
          ""},
     };
@@ -274,7 +275,7 @@ TEST(QxSimplifyMasks, DropsShortBracketsThatIgnoreTheirMask)
     ExpectRewritten(cases, SimplifyMasks);
 }
 
-TEST(QxLiveness, FollowsWhatIsReadLater)
+TEST(QxLiveness, FindsLiveVariables)
 {
     static const struct {
         const char* code;
@@ -288,13 +289,13 @@ TEST(QxLiveness, FollowsWhatIsReadLater)
         {"A: { S = ADD_FLOAT_FLOAT x y; x = ASSIGN_TO_ZERO_FLOAT; } if g goto A;", "",
          "{ [xyg] S = ADD_FLOAT_FLOAT x y; [yg] x = ASSIGN_TO_ZERO_FLOAT; [xyg] } [xyg] if g goto "
          "A; [xyg] first: x y g"},
-        // A loop of several blocks carries it around.
+        // A loop of several basic blocks keeps a variable live around its back edge.
         {"A: { S = ADD_FLOAT_FLOAT x 1; } if g1 goto B; { y = ASSIGN_TO_ZERO_FLOAT; } B: if g goto "
          "A;",
          "",
          "{ [xg1g] S = ADD_FLOAT_FLOAT x 1; [xg1g] } [xg1g] if g1 goto B; [xg1g] { [xg1g] y = "
          "ASSIGN_TO_ZERO_FLOAT; [xg1g] } [xg1g] if g goto A; [xg1g] first: x g1 g"},
-        // Points outside of the brackets keep what they had,
+        // Points outside of the brackets keep their values,
         {"{ y = ASSIGN_TO_ZERO_FLOAT; if f ( x = ADD_FLOAT_FLOAT y 1; ) S = ADD_FLOAT_FLOAT x 1; }",
          "",
          "{ [xf] y = ASSIGN_TO_ZERO_FLOAT; [yxf] if f ( [y/x] x = ADD_FLOAT_FLOAT y 1; [x/x] ) [x] "
@@ -308,7 +309,7 @@ TEST(QxLiveness, FollowsWhatIsReadLater)
          "",
          "{ [yf] x = ASSIGN_TO_ZERO_FLOAT; [xyf] } [xyf] at f x = ADD_FLOAT_FLOAT y 1; [x] { [x] S "
          "= ADD_FLOAT_FLOAT x 1; [] } [] first: y f"},
-        // but what `and` combines with the flag of the brackets is false there anyway.
+        // but the result of `and` with the flag of the brackets is false there in any case.
         {"{ if f ( f1 = BOOL_LESS_THEN_FLOAT_FLOAT x 1; ) and &f1 f; if f1 ( S = "
          "ASSIGN_TO_ZERO_FLOAT; ) }",
          "",

@@ -1,4 +1,4 @@
-// Words are separated by blanks, except the marks ; : ( ), which are words by themselves.
+// Words are separated by blanks. Each of the marks ; : ( ) is a word by itself.
 
 #include "machine/DraftText.h"
 
@@ -11,7 +11,7 @@ namespace {
 
 using Step = QxCodeStep;
 
-/// The steps of the machine alone have names in lower case.
+/// Primitives that only the machine has are written in lower case.
 constexpr std::string_view k_own = "MACHINE_";
 
 std::string WordOf(SqxPrimitive primitive)

@@ -11,15 +11,14 @@
 ///
 ///     A: once g = ASSIGN_BOOL_BOOL g1; { if f ( x = ADD_FLOAT_FLOAT y 2; ) } if not g goto A;
 ///
-/// An instruction is what it writes, '=', its primitive and its other operands; '&x' is read and
+/// An instruction is its results, '=', its primitive and its other operands; '&x' is read and
 /// written. A lower-case primitive belongs to the machine: `product_plus`. The first word says how
-/// it
-/// runs: `once`, for the whole `grid`, `at f` for the points of a flag, `whole f` if it also works
-/// at the others, nothing between parallel brackets, and `all` if it ignores the mask there.
+/// it runs: `once`, for the whole `grid`, `at f` for the points of a flag, `whole f` if it also
+/// works at the others, nothing between parallel brackets, and `all` if it ignores the mask there.
 /// Brackets are '{ }' or 'each { }' and 'if f ( )', with `not` or `copy` before the flag. `lights
 /// E;` opens a loop over lights that ends with `again S;`. The stop at the end is not written.
 ///
-/// What a variable is follows from its name: f... varying flag, g... uniform flag, u... uniform
+/// The name of a variable determines its type: f... varying flag, g... uniform flag, u... uniform
 /// number, c... varying color, C... predefined color, S... predefined number, a number is a
 /// constant, and any other name a varying number.
 class DraftText {
@@ -29,16 +28,17 @@ public:
     DraftText(const DraftText&) = delete;
     DraftText& operator=(const DraftText&) = delete;
 
-    /// The current block; a bracket whose target is not right after its end has a '?'.
+    /// Returns the text of the current block. A bracket whose target is not right after its end has
+    /// a '?'.
     [[nodiscard]] std::string Print() const;
-    /// One draft, without labels.
+    /// Returns the text of one draft, without labels.
     [[nodiscard]] std::string PrintDraft(std::size_t index) const;
 
     [[nodiscard]] QxDraftWriter& Writer() { return m_writer; }
     [[nodiscard]] QxDraftBlock& Block() { return m_block; }
     [[nodiscard]] const QxMachineVariables& Variables() const { return m_variables; }
     [[nodiscard]] const std::vector<QxStorage>& Storages() const { return m_code.variables; }
-    /// A variable by its name, which is made known.
+    /// Returns the number of a variable, which is declared at its first use.
     [[nodiscard]] std::uint32_t Variable(const std::string& name);
     [[nodiscard]] std::string NameOf(std::uint32_t variable) const;
 
@@ -59,7 +59,7 @@ private:
     QxDraftWriter m_writer;
     QxDraftBlock& m_block;  // the writer's
     std::map<std::string, std::uint32_t> m_names;
-    // While a block is read.
+    // These fields are used while a block is read.
     std::vector<std::string> m_words;  // in reverse order
     std::vector<std::size_t> m_open;   // brackets
     std::map<std::string, std::uint32_t> m_labels;

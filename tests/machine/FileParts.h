@@ -2,11 +2,12 @@
 
 #include <string>
 
-/// A file whose main block is `code`: numbers, names of instructions, and names of variables. These
-/// are s P Ci, Kd and w, then of uniform (u) and varying (v) locals: f a float, b a flag, p a point
-/// or c a color, m a matrix, s a string, a an array of three floats, e a reference to a float; then
-/// the constants #1 1.0, #a "a", #0 the integer 0, #t a true flag. The parts can be changed before
-/// the file is written.
+/// A byte-code file whose main block is `code`: numbers, names of instructions, and names of
+/// variables. The variables are s P Ci, Kd and w. Uniform locals (u) and varying locals (v) have a
+/// second letter for their type: f is a float, b a flag, p a point or c a color, m a matrix, s a
+/// string, a an array of three floats, and e a reference to a float. The constants are #1 for 1.0,
+/// #a for "a", #0 for the integer 0, and #t for a true flag. The parts can be changed before the
+/// file is written.
 struct FileParts {
     std::string predefined = "3\ns\nP\nCi\n";                            // s P Ci
     std::string parameters = "2\n\"Kd\" \"uniform float\" \"\" 2 1 1\n"  // Kd
@@ -22,5 +23,5 @@ struct FileParts {
     [[nodiscard]] std::string Text() const;
 };
 
-/// The count of the numbers of code, then the numbers, one per line.
+/// Returns the numbers of `code`, one per line, after their count.
 [[nodiscard]] std::string CodeText(const std::string& code);

@@ -1,6 +1,6 @@
-// Kernels of noise and of elementary functions return the bits that the functions of one point
-// return, which never change: users' pictures depend on them. No vector reaches past the end of an
-// array.
+// Checks that the kernels of noise and of elementary functions return the bits of the scalar
+// functions, and that these never change, since users' pictures depend on them. Also checks that no
+// vector instruction accesses memory after the end of an array.
 
 #include <gtest/gtest.h>
 
@@ -26,14 +26,15 @@ constexpr unsigned int k_untouched = 0x7fc12345;
 using Values = std::vector<float>;
 using Bits = std::vector<unsigned int>;
 
-/// A function of one point: `numbers` holds what the kernel's operands hold, one after the other.
+/// The scalar function of one point. `numbers` holds the operands of the kernel one after the
+/// other.
 using Scalar = void (*)(const float* numbers, float* result);
 
 struct Case {
     SqxPrimitive primitive;
-    std::vector<unsigned int> sizes;  // numbers of the result and of each operand
+    std::vector<unsigned int> sizes;  // numbers in the result and in each operand
     Scalar scalar;
-    unsigned int sum;  // of the bits over the points, as they have always been
+    unsigned int sum;  // of the bits over the points, which must never change
 };
 
 QxVector3 Triple(const float* x)
@@ -41,7 +42,7 @@ QxVector3 Triple(const float* x)
     return {x[0], x[1], x[2]};
 }
 
-/// A noise whose arguments are the first numbers, as Family takes them.
+/// Calls a noise with the first 1, 2, 3 or 4 numbers.
 template <class Noise, class Result>
 struct Of {
     static void Store(const float& value, float* result) { *result = value; }
@@ -134,7 +135,8 @@ const std::vector<Case>& Cases()
     return cases;
 }
 
-/// Coordinates and periods of both signs, whole numbers, and numbers too large to have a cell.
+/// Returns coordinates and periods of both signs, whole numbers, and numbers too large to have a
+/// cell.
 float NumberAt(unsigned int place)
 {
     static const float odd[] = {0,     -0.0F,    1,      -1,     0.49999997F, 1e9F,
@@ -146,7 +148,7 @@ float NumberAt(unsigned int place)
     return (static_cast<float>(hash >> 8 & 0xffff) - 32768) / 2048;
 }
 
-/// What is no number has one value here: its bits say which operand it came from.
+/// Gives every NaN the same bits, since its bits only say which operand it came from.
 unsigned int OneNan(unsigned int bits)
 {
     float value = 0;
@@ -161,7 +163,7 @@ unsigned int BitsOf(float value)
     return OneNan(bits);
 }
 
-/// A copy of an array that ends where no memory is.
+/// A copy of an array that ends right before a page without access.
 class GuardedCopy {
 public:
     GuardedCopy(const void* data, std::size_t bytes)
@@ -190,7 +192,7 @@ private:
     char* m_data = nullptr;
 };
 
-/// The operands of a case, point by point; an operand that does not vary has one value.
+/// The operands of a case, point by point; a uniform operand has one value.
 struct Arguments {
     std::vector<Values> values;
     std::vector<unsigned int> steps;
@@ -218,7 +220,8 @@ struct Arguments {
 
 using Mask = std::vector<QxStopAndBool>;
 
-/// What the functions of one point give where the mask, if there is one, is set.
+/// Returns the results of the scalar function at the points whose mask is set, or at all points
+/// without a mask.
 Bits Expected(const Case& c, const Arguments& arguments, const Mask& mask)
 {
     Bits bits;
@@ -259,7 +262,7 @@ Bits Computed(const Case& c, const QxKernelRow& row, const Arguments& arguments,
     return result;
 }
 
-/// A mask of which about so many points of 64 are set.
+/// Returns a mask in which about `share` of 64 points are set.
 Mask MaskOf(unsigned int share)
 {
     Mask mask(k_points);
@@ -270,7 +273,7 @@ Mask MaskOf(unsigned int share)
 
 }  // namespace
 
-TEST(QxCostlyKernels, GiveTheBitsOfTheFunctionsOfOnePoint)
+TEST(QxCostlyKernels, MatchTheScalarFunctionsBitByBit)
 {
     for (const bool avx2 : {false, true}) {
         if (avx2 && !QxMachineProgram::HasAvx2())

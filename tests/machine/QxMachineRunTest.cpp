@@ -1,5 +1,5 @@
-// What a run counts against its limit of steps: the instructions that jumps back repeat, of the
-// strip that repeats most.
+// Checks what a run counts against its limit of steps: the instructions that backward jumps repeat,
+// in the strip that repeats most.
 
 #include <gtest/gtest.h>
 
@@ -9,8 +9,8 @@
 
 namespace {
 
-/// The fewest steps that suffice for four strips of points and two lights, where Kd is 5. `s`: that
-/// of the points of each strip.
+/// Returns the smallest step limit that suffices for four strips of points and two lights, where Kd
+/// is 5. `s` has one value for each strip.
 std::size_t StepsOf(const char* code, const std::vector<float>& s)
 {
     FileParts parts;
@@ -41,21 +41,21 @@ std::size_t StepsOf(const char* code, const std::vector<float>& s)
 
 }  // namespace
 
-TEST(QxMachineRun, CountsWhatJumpsRepeat)
+TEST(QxMachineRun, CountsInstructionsThatJumpsRepeat)
 {
-    // Each of these goes back over three instructions four times.
+    // The loop jumps back over three instructions four times.
     EXPECT_EQ(StepsOf("ADD_FLOAT_FLOAT uf uf #1 BOOL_LESS_THEN_FLOAT_FLOAT ub uf Kd "
                       "IF_TRUE_GOTO ub 0",
                       {0, 0, 0, 0}),
               12U);
-    // Within a strip over six, as often as the points need.
+    // In each strip the loop jumps back over six instructions, as often as the points need.
     constexpr const char* loop = "BEGIN_PARALLEL BOOL_LESS_THEN_FLOAT_FLOAT vb vf s IF_TRUE vb "
                                  "ADD_FLOAT_FLOAT vf vf #1 END_IF END_PARALLEL "
                                  "SET_UNIFORM_BOOL_FLAG ub vb IF_TRUE_GOTO ub 0";
     EXPECT_EQ(StepsOf(loop, {0, 0, 0, 0}), 0U);
     EXPECT_EQ(StepsOf(loop, {4, 4, 4, 4}), 24U);
     EXPECT_EQ(StepsOf(loop, {1, 4, 0, 2}), 24U);
-    // Two loops, of which each has its strip that repeats most.
+    // Each of the two loops has a strip that repeats most.
     const std::string twice = std::string(loop) + " CALL_PRIM_AREA_SIMD vf P " +
                               "BEGIN_PARALLEL BOOL_LESS_THEN_FLOAT_FLOAT vb vf s IF_TRUE vb "
                               "ADD_FLOAT_FLOAT vf vf #1 END_IF END_PARALLEL "
@@ -68,6 +68,6 @@ TEST(QxMachineRun, ForgetsLoopsOverLightsThatAJumpHasLeft)
     constexpr const char* code =
         "EVAL_LIGHTS_FOR_P BEGIN_ILLUMINANCE 15 BEGIN_ILLUMINANCE 9 GOTO 9 "
         "END_ILLUMINANCE 5 ADD_FLOAT_FLOAT uf uf #1 END_ILLUMINANCE 3";
-    // The outer one goes back over five instructions for each light.
+    // The outer loop jumps back over five instructions for each light.
     EXPECT_EQ(StepsOf(code, {0, 0, 0, 0}), 10U);
 }

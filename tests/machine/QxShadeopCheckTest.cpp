@@ -1,4 +1,4 @@
-// Calls of shadeops that do not fit what their library declares are refused.
+// Checks that calls of shadeops are refused if their library declares none that fits.
 
 #include "machine/verify/QxShadeopCheck.h"
 
@@ -11,8 +11,8 @@
 
 namespace {
 
-/// The message for a main block that calls shadeop 0, whose library has one declaration; empty if
-/// the block may run.
+/// Returns the message for a main block that calls shadeop 0, whose library has one declaration;
+/// empty if the block may run.
 std::string Refusal(const char* code, const char* declaration)
 {
     FileParts parts;
@@ -34,7 +34,7 @@ std::string Refusal(const char* code, const char* declaration)
 
 }  // namespace
 
-TEST(QxShadeopCheck, TellsThePlaceAndTheShadeop)
+TEST(QxShadeopCheck, ReportsThePlaceAndTheShadeop)
 {
     EXPECT_EQ(Refusal("CALL_DSO 0 1 uf up", "float f(float)"),
               "line 66, main: Instruction CALL_DSO at 0: Shadeop 'f' is called with other types "
@@ -64,7 +64,7 @@ TEST(QxShadeopCheck, RefusesCallsThatNoDeclarationFits)
         {"CALL_DSO 0 1 uf uf", "float f(float[3])", false},
         {"CALL_DSO 0 1 uf ua", "float f(float[4])", false},
         {"CALL_DSO 0 1 uf ua", "float f(string[3])", false},
-        // What declares nothing fits nothing.
+        // These declarations are of another function or invalid, so nothing fits.
         {"CALL_DSO 0 1 uf uf", "float g(float)", false},
         {"CALL_DSO 0 1 uf uf", "float f(float", false},
         {"CALL_DSO 0 1 uf uf", "float f(float) ;", false},

@@ -1,6 +1,6 @@
-// What the machine makes of each instruction, and that it runs all passes over the whole block. The
-// passes have separate tests; that values stay the same is tested by the comparison with shared
-// objects.
+// Checks the steps that the translator makes of instructions, and that it runs all passes over the
+// whole block. The passes have separate tests, and the comparison with shared objects shows that
+// the values stay the same.
 
 #include "machine/translate/QxTranslator.h"
 
@@ -54,8 +54,8 @@ std::string StepText(const QxCode& code)
     return "?";
 }
 
-/// With one varying flag more, number 18, so that #1 is 19, #0 21 and #t 22; 23 is a false flag.
-/// The shadeop 0 is of a library that is not there.
+/// Returns the steps of `code`. The file has one more varying flag, number 18, so #1 is 19, #0 is
+/// 21 and #t is 22; 23 is a false flag. Shadeop 0 belongs to a library that does not exist.
 std::string Steps(const std::string& code)
 {
     FileParts parts;
@@ -83,15 +83,15 @@ void ExpectSteps(const Case (&cases)[N])
 
 }  // namespace
 
-TEST(QxTranslator, MakesOperationsOfBracketsThatSetFlags)
+TEST(QxTranslator, TurnsBracketsThatSetFlagsIntoOperations)
 {
     static const Case cases[] = {
         {"BEGIN_PARALLEL IF_FALSE vb ASSIGN_BOOL_BOOL 18 23 END_IF END_PARALLEL", "{>3 masked } ."},
         {"BEGIN_PARALLEL IF_TRUE vb ASSIGN_BOOL_BOOL 18 23 ASSIGN_BOOL_BOOL vb 23 END_IF "
          "END_PARALLEL",
          "{>4 masked masked } ."},
-        // A flag that is no constant is copied point by point, and under a copy of the guard if it
-        // is the guard's own.
+        // A flag that is no constant is copied point by point. The flag of the guard itself is
+        // written under a copy of the guard.
         {"BEGIN_PARALLEL IF_TRUE vb ASSIGN_BOOL_BOOL vb 18 ASSIGN_COLOR_FLOAT Ci s END_IF "
          "END_PARALLEL",
          "{>6 if-copy>5 all masked end } ."},
@@ -105,7 +105,7 @@ TEST(QxTranslator, ChoosesHowInstructionsRun)
         {"IF_TRUE ub ASSIGN_FLOAT_FLOAT uf 19 END_IF", "if-not-goto>2 once ."},
         {"IF_FALSE ub BEGIN_PARALLEL ASSIGN_COLOR_FLOAT Ci s END_PARALLEL END_IF",
          "if-goto>4 {>4 masked } ."},
-        // One point after the other where all of them write one variable.
+        // Points run one after the other if all of them write one variable.
         {"BEGIN_PARALLEL ASSIGN_FLOAT_FLOAT uf s END_PARALLEL", "{each>3 masked } ."},
         {"BEGIN_PARALLEL ASSIGN_FLOAT_FLOAT vf s CALL_DSO 0 1 vf s CALL_DSO 0 1 vc s END_PARALLEL",
          "{each>5 masked all all } ."},
@@ -120,7 +120,8 @@ TEST(QxTranslator, ChoosesHowInstructionsRun)
 TEST(QxTranslator, RunsAllPasses)
 {
     static const Case cases[] = {
-        // A jump, an end of a run, a product and the brackets with their mask are gone.
+        // The passes have removed a jump, the end of a run, a product, and brackets with their
+        // mask.
         {"IF_FALSE_GOTO ub 9 IF_TRUE ub ASSIGN_FLOAT_FLOAT uf Kd END_IF "
          "BEGIN_PARALLEL MULT_FLOAT_FLOAT vf s Kd ADD_FLOAT_FLOAT s vf s END_PARALLEL "
          "BEGIN_PARALLEL IF_TRUE vb ASSIGN_FLOAT_FLOAT vf s END_IF END_PARALLEL",

@@ -1,5 +1,5 @@
-// The verifier rejects files that the machine could not run safely, and its message gives the
-// place.
+// Checks that the verifier rejects files that the machine could not run safely, with a message that
+// names the place.
 
 #include "machine/verify/QxVerifier.h"
 
@@ -10,7 +10,7 @@
 
 namespace {
 
-/// The message of the reader or verifier that rejects the file; empty if it is accepted.
+/// Returns the message of the reader or verifier that rejects the file; empty if it is accepted.
 std::string Refusal(const std::string& text)
 {
     SqxReader reader;
@@ -45,7 +45,7 @@ void Expect(const CodeCase& c)
 
 }  // namespace
 
-TEST(QxVerifier, TellsLineSectionAndReason)
+TEST(QxVerifier, ReportsLineSectionAndReason)
 {
     // The code begins in line 64.
     EXPECT_EQ(RefusalOfCode("ASSIGN_FLOAT_FLOAT uf #1 ASSIGN_FLOAT_FLOAT uf up"),
@@ -96,7 +96,7 @@ TEST(QxVerifier, RefusesOperandsOfOtherTypes)
         Expect(c);
 }
 
-TEST(QxVerifier, RefusesVaryingValuesWhereThereAreNone)
+TEST(QxVerifier, RefusesVaryingValuesOutsideOfPoints)
 {
     static const CodeCase cases[] = {
         {"ASSIGN_FLOAT_FLOAT vf #1", "has varying values outside the parallel brackets"},
@@ -154,7 +154,7 @@ TEST(QxVerifier, RefusesBracketsAndJumpsThatDoNotNest)
     Expect({deep.c_str(), "is a bracket that is nested too deeply"});
 }
 
-TEST(QxVerifier, RefusesReferencesThatStandForNothing)
+TEST(QxVerifier, RefusesUnboundReferences)
 {
     static const CodeCase cases[] = {
         {"ASSIGN_FLOAT_FLOAT uf ue", "uses reference %11, which may stand for nothing yet"},
@@ -165,9 +165,9 @@ TEST(QxVerifier, RefusesReferencesThatStandForNothing)
         {"IF_TRUE_GOTO ub 7 ARRAY_REF ue ua #1 ASSIGN_FLOAT_FLOAT uf ue", "uses reference %11"},
         // A loop whose backward jump keeps the bindings made before it.
         {"ARRAY_REF ue ua #1 ASSIGN_FLOAT_FLOAT uf ue IF_TRUE_GOTO ub 4", ""},
-        // The way back passes the binding, but the first one does not.
+        // The backward path binds the reference, but the first path does not.
         {"GOTO 6 ARRAY_REF ue ua #1 ASSIGN_FLOAT_FLOAT uf ue GOTO 2", "uses reference %11"},
-        // Only the way back lacks it: a jump into the middle of the loop.
+        // A jump into the middle of the loop passes over the binding.
         {"IF_TRUE_GOTO ub 10 ARRAY_REF ue ua #1 ASSIGN_FLOAT_FLOAT uf ue IF_TRUE_GOTO ub 7",
          "uses reference %11"},
         {"IF_TRUE ub ARRAY_REF ue ua #1 END_IF BEGIN_PARALLEL IF_TRUE vb "
@@ -181,7 +181,7 @@ TEST(QxVerifier, RefusesReferencesThatStandForNothing)
         Expect(c);
 }
 
-TEST(QxVerifier, RefusesSizesNamesAndValuesThatCannotBe)
+TEST(QxVerifier, RefusesInvalidSizesNamesAndValues)
 {
     struct PartCase {
         std::string FileParts::*part;
@@ -223,7 +223,7 @@ TEST(QxVerifier, RefusesSizesNamesAndValuesThatCannotBe)
     }
 }
 
-TEST(QxVerifier, RefusesInitializersThatNeedMoreThanThereIs)
+TEST(QxVerifier, RefusesInvalidInitializers)
 {
     static const std::string none = "0\n0\n0\n0\n0\n";
     const auto group = [](const std::string& code, const std::string& result) {
@@ -234,7 +234,8 @@ TEST(QxVerifier, RefusesInitializersThatNeedMoreThanThereIs)
         parts.initializers = once + perPoint;
         return Refusal(parts.Text());
     };
-    // The group's own variables have the numbers 22 to 24: a uniform float, a varying color, 2.
+    // The variables of the group have the numbers 22 to 24: a uniform float, a varying color, and
+    // 2.
     EXPECT_EQ(message(group("ASSIGN_FLOAT_FLOAT 22 24", "22"), none), "");
     EXPECT_EQ(message(none, group("ASSIGN_FLOAT_FLOAT Kd 24", "3")), "");
     struct Row {
