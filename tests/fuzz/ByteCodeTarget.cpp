@@ -19,7 +19,7 @@ constexpr std::size_t k_stepLimit = 3000;
 constexpr std::size_t k_memoryLimit = std::size_t{1} << 30;
 constexpr unsigned int k_lights = 2;
 
-/// Answers all questions of a shader, and discards what it prints.
+/// Answers all queries of a shader, and discards what it prints.
 class FuzzScene : public QxShaderSupport {
 public:
     void EvaluateLights(const QxVector3*, unsigned int points, QxLightInput* lights,
@@ -64,8 +64,8 @@ void Run(std::string_view text, QxKernelChoice kernels)
         instance.SetStepLimit(k_stepLimit);
         instance.SetMemoryLimit(k_memoryLimit);
         Shade(instance, 3, 2);
-        Shade(instance, 1, 1);     // is a special case
-        if (text.size() % 8 == 0)  // more than the machine handles at a time
+        Shade(instance, 1, 1);     // a grid of one point is a special case
+        if (text.size() % 8 == 0)  // more than one strip of the machine
             Shade(instance, 20, 15);
     } catch (const QxHostError& error) {
         if (*error.what() == '\0')

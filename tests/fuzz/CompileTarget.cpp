@@ -1,6 +1,6 @@
-// A source in memory through the compiler's library, into both outputs.
+// Compiles a source in memory with the compiler's library, to both outputs.
 //
-// A digit before the text, which no shader begins with, chooses the optimization level, and from 4
+// A digit before the text, which no shader begins with, selects the optimization level, and from 4
 // on the strict rules too.
 
 #include <algorithm>
@@ -24,7 +24,7 @@ QxCompileOptions Options(char digit, QxCompileOptions::Output output)
     options.isStrict = choice >= 4;
     options.output = output;
     options.warningLevel = 2;
-    // No file of this machine is read: the preprocessor has a separate target.
+    // Reads no file of this machine, since the preprocessor has a separate target.
     options.readFile = [](const std::string&) { return std::optional(std::string()); };
     return options;
 }

@@ -5,7 +5,7 @@
 
 void FuzzFault(std::string_view message)
 {
-    // A target may have turned the other stream of errors to itself.
+    // A target may have redirected std::cerr.
     std::clog << "FAULT: " << message << std::endl;
     std::abort();
 }

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-/// What each fuzz target defines: takes any bytes, and returns 0. A fault ends the process, by
-/// `FuzzFault` or as a sanitizer or a signal does.
+/// Each fuzz target defines this function, which accepts any bytes and returns 0. A fault ends the
+/// process, by `FuzzFault`, a sanitizer or a signal.
 ///
 /// The names are those that libFuzzer calls (https://llvm.org/docs/LibFuzzer.html). Where that is
 /// not available, `ReplayMain.cpp` calls them.

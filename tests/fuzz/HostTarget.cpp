@@ -1,7 +1,7 @@
-// Random sequences of calls of the host library, inside answers of its scene too.
+// Makes random sequences of calls of the host library, also inside answers of its scene.
 //
-// Each byte of an input chooses a call or a value. After the end of the input the choices are those
-// of a generator which starts from its bytes, so that every input is a whole sequence.
+// Each byte of an input selects a call or a value. After the end of the input a generator that is
+// seeded with its bytes selects them, so that every input is a whole sequence.
 
 #include <deque>
 #include <memory>
@@ -40,7 +40,7 @@ private:
     std::uint32_t m_state = 1;
 };
 
-/// A renderer that does anything in its answers.
+/// A renderer that makes any call in its answers.
 class Sequence : public QxHostScene {
 public:
     Sequence(const std::uint8_t* data, std::size_t size) : m_choose(data, size)
@@ -101,7 +101,7 @@ private:
 
     static std::shared_ptr<const QxShader> Shader(const std::string& name)
     {
-        // Opened once for all sequences.
+        // Each shader is opened once for all sequences.
         static std::vector<std::shared_ptr<const QxShader>> shaders;
         for (const auto& shader : shaders)
             if (shader->Name() == SLC_FUZZ_SHADERS "/" + name + ".sqx")
@@ -180,7 +180,7 @@ private:
             return ForgetAllFiles();
         }
     }
-    /// An instance must not go while it is used, nor be a light after it is gone.
+    /// An instance must not be destroyed while it is used, nor be a light after that.
     void Destroy(Slot& slot)
     {
         if (m_depth > 0)
@@ -213,7 +213,7 @@ private:
         if (*static_cast<const QxFileKind*>(file) != kind)
             FuzzFault("the handle of another file");
     }
-    /// Runs keep the handles that they have.
+    /// A run keeps its handles, so files are forgotten only between runs.
     void ForgetAllFiles()
     {
         if (m_depth > 0)
@@ -255,7 +255,7 @@ private:
             return SetAnswer(QxMessage::Attribute, "tag", value);
         }
     }
-    /// Sets do not change while they are used.
+    /// Sets must not change while they are used.
     void ChangeSet(Slot& slot, QxParameterHandle parameter, const QxHostValue& value)
     {
         if (m_depth == 0)
@@ -268,7 +268,8 @@ private:
         m_buffers.push_back(std::move(buffer));
         instance.SetBuffer(Parameter(instance), values);
     }
-    /// Of all parameters. Buffers of no instance are freed, for the sanitizer to see who looks.
+    /// Clears the buffers of all parameters. Buffers that no instance has any more are freed, so
+    /// that the sanitizer finds a later access.
     void ClearBuffer(QxShaderInstance& instance)
     {
         const std::size_t count = instance.Shader().Parameters().size();
@@ -329,10 +330,10 @@ private:
 
     Choices m_choose;
     unsigned int m_callsInAnswers = 0;
-    unsigned int m_depth = 0;  // runs under way
+    unsigned int m_depth = 0;  // of nested runs
     QxHostObject m_object;
-    std::deque<std::unique_ptr<std::vector<float>>> m_buffers;  // outlive the instances
-    std::vector<std::unique_ptr<QxFileKind>> m_files;           // that handles stand for
+    std::deque<std::unique_ptr<std::vector<float>>> m_buffers;  // must outlive the instances
+    std::vector<std::unique_ptr<QxFileKind>> m_files;           // handles point to these
     std::vector<Slot> m_slots;
 };
 

@@ -1,5 +1,5 @@
-// A language server on a sequence of messages, one a line. It is initialized before them, in a
-// folder that is not there, and starts no programs.
+// Sends a sequence of messages, one per line, to the server of editors. The server is initialized
+// first, in a folder that does not exist, and starts no programs.
 
 #include <cstdio>
 #include <string>
@@ -20,7 +20,7 @@ constexpr const char* k_open = R"({"method": "textDocument/didOpen", "params": {
 constexpr const char* k_hover = R"({"id": "last", "method": "textDocument/hover", "params": {
     "textDocument": {"uri": "file:///nowhere/last.sl"}, "position": {"line": 2, "character": 9}}})";
 
-/// How many messages have been taken, of all inputs.
+/// Counts the messages of all inputs.
 class Count {
 public:
     void Increase()
@@ -33,7 +33,7 @@ private:
     unsigned long m_count = 0;
 };
 
-/// A server, and the text of all that it sends.
+/// A server, and the text of all messages that it sends.
 class Session {
 public:
     Session() : m_server([this](const SqxJson& message) { Sent(message); })
@@ -66,7 +66,7 @@ public:
         }
     }
 
-    /// What the server says of a file that it is given last, after all others are closed.
+    /// Returns what the server sends about a file that is opened last, after all others are closed.
     std::string Last()
     {
         while (!Uris().empty()) {
@@ -108,7 +108,7 @@ private:
     SqxJson m_asked;
     int m_answers = 0;
     bool m_changesSettings = false;
-    SqxLsServer m_server;  // last, since it sends
+    SqxLsServer m_server;  // last, since it sends messages to the fields before it
 };
 
 }  // namespace

@@ -1,6 +1,6 @@
-// A change picks a span of the text, and puts a span of the same kind in its place. Spans are
-// words, groups in brackets, and statements, found by looking from a random place to their ends;
-// nothing is parsed, so that a broken text can be broken further.
+// A change replaces a span of the text by a span of the same kind. Spans are words, groups in
+// brackets, and statements. They are found by a search from a random place to their ends; nothing
+// is parsed, so that a broken text can be broken further.
 
 #include "fuzz/Mutator.h"
 
@@ -14,9 +14,9 @@ namespace {
 using Span = Mutator::Span;
 
 constexpr std::size_t k_mostChanges = 4;
-constexpr std::size_t k_mostLineChanges = 2;  // byte-code forgives less
+constexpr std::size_t k_mostLineChanges = 2;  // more would be refused at once
 
-// What a mutation may put where a word was, beside words of the donor.
+// Words that may replace a word, besides those of the donor.
 constexpr std::array<std::string_view, 84> k_words = {
     "float",       "color",      "point",      "vector",      "normal", "matrix",
     "string",      "void",       "uniform",    "varying",     "output", "extern",
@@ -34,19 +34,19 @@ constexpr std::array<std::string_view, 84> k_words = {
     "s",           "u",          "(0, 1, 2)",  "{1, 2}",      "noise",  "ctransform",
 };
 
-// Lines of byte-code that are not in the donor.
+// Lines that may replace a line of byte-code, besides those of the donor.
 constexpr std::array<std::string_view, 12> k_numbers = {
     "0", "1", "2", "3", "7", "-1", "21", "435", "32767", "-32768", "1e38", ""};
-constexpr std::size_t k_codeLine = 5;  // most characters of one, with its end
+constexpr std::size_t k_codeLine = 5;  // most characters of a line of code, with its end
 constexpr std::string_view k_byteCodeStart = "\x7F";
-constexpr std::string_view k_byteCodeVersion = "\n5 0\n";  // ends what is the same in all files
+constexpr std::string_view k_byteCodeVersion = "\n5 0\n";  // ends the part that all files share
 
 bool IsWordPart(char c)
 {
     return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_';
 }
 
-/// The word or the single other character at the place.
+/// Returns the word at the place, or the character if it is not part of a word.
 Span WordAt(std::string_view text, std::size_t at)
 {
     Span word = {at, at + 1};
@@ -59,7 +59,7 @@ Span WordAt(std::string_view text, std::size_t at)
     return word;
 }
 
-/// From the first opening bracket at or after the place to its closing bracket.
+/// Returns the span from the first opening bracket at or after the place to its closing bracket.
 Span GroupAt(std::string_view text, std::size_t at, char& bracket)
 {
     constexpr std::string_view openings = "([{";
@@ -79,7 +79,7 @@ Span GroupAt(std::string_view text, std::size_t at, char& bracket)
     return {};
 }
 
-/// From after the end of one statement to after the end of the next.
+/// Returns the first statement after the place.
 Span StatementAt(std::string_view text, std::size_t at)
 {
     constexpr std::string_view ends = ";{}";
@@ -90,7 +90,7 @@ Span StatementAt(std::string_view text, std::size_t at)
     return {begin + 1, end == std::string_view::npos ? text.size() : end + 1};
 }
 
-/// The line at the place and, if there are any, some lines after it.
+/// Returns `count` lines from the one at the place on, or fewer at the end of the text.
 Span LinesAt(std::string_view text, std::size_t at, std::size_t count)
 {
     const std::size_t before = text.rfind('\n', at);
@@ -164,7 +164,7 @@ void Mutator::ChangeBytes(std::string& text)
     }
 }
 
-/// Takes a run of words away, or puts one of the donor's in.
+/// Removes a sequence of words, or inserts one of the donor.
 void Mutator::MoveWords(std::string& text, std::string_view donor)
 {
     const std::size_t length = 1 + Below(24);
@@ -177,8 +177,8 @@ void Mutator::MoveWords(std::string& text, std::string_view donor)
     text.insert(WordAt(text, Below(text.size())).begin, part);
 }
 
-/// Byte-code has a number in most lines. Lines mostly take the place of as many others, since
-/// what is counted wrong is found at once.
+/// Most lines of byte-code are numbers. Lines mostly replace as many others, since the reader finds
+/// a wrong count at once.
 void Mutator::ChangeLines(std::string& text, std::string_view donor)
 {
     const auto place = [this](std::string_view in) {
@@ -187,7 +187,7 @@ void Mutator::ChangeLines(std::string& text, std::string_view donor)
                                       ? 0
                                       : version + k_byteCodeVersion.size();
         std::size_t at = 0;
-        // Lines of code are short: the others would be picked far too often.
+        // Prefers lines of code, which are short, so that random places seldom hit them.
         for (int attempt = 0; attempt < 8 && first < in.size(); ++attempt) {
             at = first + Below(in.size() - first);
             if (LinesAt(in, at, 1).Size() <= k_codeLine)
@@ -197,7 +197,7 @@ void Mutator::ChangeLines(std::string& text, std::string_view donor)
     };
     const std::size_t count = Below(2) == 0 ? 1 : 1 + Below(6);
     const Span to = LinesAt(text, place(text), count);
-    // The next variables and instructions are often of the same kind.
+    // A number close to the old one often names a variable or instruction of the same kind.
     if (Below(2) == 0)
         return MoveNumber(text, LinesAt(text, to.begin, 1));
     if (Below(6) == 0) {
@@ -205,7 +205,7 @@ void Mutator::ChangeLines(std::string& text, std::string_view donor)
                 std::string(k_numbers[Below(k_numbers.size())]) + '\n');
         return;
     }
-    // The text itself names what it holds, a donor seldom does.
+    // Lines of the text itself name things that the text contains, unlike most lines of a donor.
     const std::string own = text;
     const std::string_view from = Below(4) == 0 ? donor : own;
     const std::string lines(Part(from, LinesAt(from, place(from), count)));
@@ -242,7 +242,7 @@ void Mutator::ReplaceGroup(std::string& text, std::string_view donor)
     if (to.Size() == 0 || from.Size() == 0)
         return;
     const std::string group(Part(donor, from));
-    // A group of another kind goes into the one that is there, at its front.
+    // A group of another kind is inserted at the beginning of the existing one.
     if (toBracket == fromBracket)
         Replace(text, to, group);
     else

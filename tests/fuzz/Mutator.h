@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-/// Makes new inputs of given ones: mostly by moving words, statements and bracketed groups about,
-/// since bytes that change at random seldom come past a parser, and now and then by bytes. Of
-/// byte-code it moves lines about.
+/// Makes new inputs of given ones. It mostly moves words, statements and bracketed groups, since
+/// randomly changed bytes seldom get past a parser, and now and then it changes bytes. In byte-code
+/// it moves lines.
 ///
 /// The same seed gives the same inputs on every machine.
 class Mutator {
@@ -20,10 +20,11 @@ public:
 
     explicit Mutator(std::uint32_t seed) : m_random(seed) {}
 
-    /// `text` after a few changes, some of them with parts of `donor`. At most `limit` characters.
+    /// Returns `text` after a few changes, some of them with parts of `donor`, cut to `limit`
+    /// characters.
     [[nodiscard]] std::string Mutate(std::string text, std::string_view donor, std::size_t limit);
 
-    /// A number below `end`, which is not 0.
+    /// Returns a random number below `end`, which must not be 0.
     [[nodiscard]] std::size_t Below(std::size_t end) { return m_random() % end; }
 
 private:

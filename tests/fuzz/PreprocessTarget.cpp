@@ -1,5 +1,5 @@
-// The preprocessor on any source, which also is the first files that it includes. Further ones are
-// short: a source that includes itself twice would be all that the time is spent on.
+// Runs the preprocessor on any source. The first files that the source includes have the same text.
+// Later ones are short, since a source that includes itself twice would take all the time.
 
 #include <optional>
 #include <string>

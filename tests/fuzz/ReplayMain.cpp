@@ -24,8 +24,8 @@ namespace {
 constexpr std::size_t k_mostCharacters = 1 << 16;
 constexpr unsigned int k_mostSeconds = 120;  // for one input, on a busy machine
 
-std::string g_input;      // what the target works on
-std::string g_faultPath;  // where it goes if that ends the process
+std::string g_input;      // the current input of the target
+std::string g_faultPath;  // where it is kept if it ends the process
 
 void KeepInput(int signal)
 {
@@ -37,7 +37,7 @@ void KeepInput(int signal)
     ::_exit(1);
 }
 
-/// A stack that has run over leaves no room for the handler.
+/// The handler has its own stack, since it may run after a stack overflow.
 void CatchSignals()
 {
     static std::array<char, 65536> stack;
@@ -60,7 +60,7 @@ void Run(std::string input)
     ::alarm(0);
 }
 
-/// In the order of their names, so that a seed means the same everywhere.
+/// Returns the texts sorted by file name, so that a seed means the same everywhere.
 std::vector<std::string> ReadFolder(const char* folder)
 {
     std::vector<std::filesystem::path> paths;

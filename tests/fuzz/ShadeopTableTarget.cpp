@@ -1,4 +1,4 @@
-// The reader of shadeop tables, on files that should be libraries.
+// Runs the reader of shadeop tables on files that should be libraries.
 
 #include <cstring>
 #include <string>
