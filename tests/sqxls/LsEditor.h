@@ -7,11 +7,12 @@
 #include "helpers/TemporaryFolder.h"
 #include "sqxls/SqxLsServer.h"
 
-/// An editor that works in a separate folder and speaks with a server in the same process, in whole
-/// messages.
+/// An editor that works in a separate folder and exchanges whole messages with a server in the same
+/// process.
 class LsEditor {
 public:
-    /// `settings` is the section of the settings; `capabilities` are those of the editor.
+    /// `settings` is the section "shaderqx" of the settings; `capabilities` are those of the
+    /// editor.
     explicit LsEditor(const SqxJson& settings = SqxJson::object(),
                       const SqxJson& capabilities = DefaultCapabilities());
 
@@ -19,32 +20,33 @@ public:
     [[nodiscard]] static std::string Uri(const std::string& name);
 
     void Open(const std::string& name, const std::string& text);
-    /// Replaces the first `before` of an open file, by an incremental change.
+    /// Replaces the first `before` of an open file by an incremental change.
     void Replace(const std::string& name, const std::string& before, const std::string& after);
     void Change(const std::string& name, const SqxJson& changes, int version);
     void Close(const std::string& name);
 
     void Notify(const std::string& method, const SqxJson& params);
-    /// The result; null, after a failure of the test, if the server refuses.
+    /// Returns the result of a request. Fails the test and returns null if the server refuses.
     SqxJson Ask(const std::string& method, const SqxJson& params);
-    /// The error.
+    /// Returns the error of a request. Fails the test if the server accepts it.
     SqxJson Refused(const std::string& method, const SqxJson& params);
-    /// A request about a file, at the place of `before|after` in its text, if that is given.
+    /// Sends a request about a file, at the place of the bar in `mark`, such as `before|after`, if
+    /// that is given.
     SqxJson AskAt(const std::string& method, const std::string& name, const std::string& mark = "",
                   SqxJson params = SqxJson::object());
     void Receive(const SqxJson& message) { m_server.Receive({message, "", false}); }
     [[nodiscard]] SqxLsServer& Server() { return m_server; }
 
-    /// Has the server do what it does while nothing is typed.
+    /// Lets the server do what it does while the user types nothing.
     void Pause();
-    /// "LINE:CHARACTER-LINE:CHARACTER TEXT" of each diagnostic that is shown for a file.
+    /// Returns "LINE:CHARACTER-LINE:CHARACTER TEXT" for each diagnostic that is shown for a file.
     std::vector<std::string> Diagnostics(const std::string& name);
-    /// The whole last message about the diagnostics of a file.
+    /// Returns the last message with the diagnostics of a file.
     const SqxJson& Published(const std::string& name);
     std::vector<std::string> logged;
 
     [[nodiscard]] SqxJson PositionOf(const std::string& name, const std::string& mark) const;
-    /// The text of a file after edits as answers have them.
+    /// Returns the text of a file after the edits of an answer.
     [[nodiscard]] std::string Edited(const std::string& name, const SqxJson& edits) const;
     [[nodiscard]] const std::string& Text(const std::string& name) const
     {
@@ -63,5 +65,5 @@ private:
     int m_lastId = 0;
 };
 
-/// "0:4-1:2".
+/// Returns a range such as "0:4-1:2".
 [[nodiscard]] std::string RangeText(const SqxJson& range);

@@ -6,7 +6,8 @@
 
 namespace {
 
-/// The result of the first action whose title is that, on the whole file; empty if there is none.
+/// Returns the text after the first action with that title, or the titles of all actions if there
+/// is none.
 std::string Fixed(LsEditor& editor, const std::string& text, const std::string& title)
 {
     editor.Open("a.sl", text);
@@ -21,7 +22,7 @@ std::string Fixed(LsEditor& editor, const std::string& text, const std::string& 
     return titles;
 }
 
-TEST(SqxLsActions, CarryOutAdviceThatLeavesNoChoice)
+TEST(SqxLsActions, ApplyUnambiguousAdvice)
 {
     struct {
         const char* before;
@@ -63,7 +64,7 @@ TEST(SqxLsColors, AreShownAndWritten)
     struct {
         const char* text;
         const char* shown;  // in hundredths; empty for no color
-        const char* green;  // how pure green is written there
+        const char* green;  // the form of pure green at that place
     } static const cases[] = {
         {"color (1, 0.5, 0)", "100 50 0", "color (0, 1, 0)"},
         {"color \"rgb\" (.25, 0, 2)", "25 0 100", "color \"rgb\" (0, 1, 0)"},

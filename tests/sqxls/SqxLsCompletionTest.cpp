@@ -7,7 +7,7 @@ namespace {
 
 using testing::HasSubstr;
 
-/// The labels in their order, after a file was opened with that text; '|' is the place.
+/// Opens a file with the text and returns the labels that the server offers at '|', in order.
 std::vector<std::string> Completed(LsEditor& editor, const std::string& marked)
 {
     std::string text = marked;
@@ -24,7 +24,7 @@ std::vector<std::string> Completed(LsEditor& editor, const std::string& marked)
     return labels;
 }
 
-TEST(SqxLsCompletion, OffersWhatCanStandAtAPlace)
+TEST(SqxLsCompletion, OffersWhatIsValidAtAPlace)
 {
     struct {
         const char* text;
@@ -78,7 +78,7 @@ TEST(SqxLsCompletion, SortsByTypeAndReplacesTheWord)
     EXPECT_EQ(RangeText(items[0]["textEdit"]["range"]), "0:19-0:22");
 }
 
-TEST(SqxLsCompletion, DocumentsWhatIsChosen)
+TEST(SqxLsCompletion, DocumentsTheChosenItem)
 {
     LsEditor editor;
     const auto text = [&](const char* item) {

@@ -9,7 +9,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(SqxLsDiagnostics, StandAtTheirPlacesUntilTheyAreFixed)
+TEST(SqxLsDiagnostics, AppearAtTheirPlacesUntilTheyAreFixed)
 {
     LsEditor editor;
     editor.Open("a.sl", "surface a()\n{\n    /* \xF0\x9F\x98\x80 */ Ci = Cs @;\n}\n");
@@ -29,7 +29,7 @@ TEST(SqxLsDiagnostics, StandAtTheirPlacesUntilTheyAreFixed)
     EXPECT_THAT(editor.Diagnostics("a.sl"), IsEmpty());
 }
 
-TEST(SqxLsDiagnostics, ShowAdviceInTheTextToAnEditorWithoutAPlaceForIt)
+TEST(SqxLsDiagnostics, IncludeAdviceInTheTextForEditorsWithoutRelatedInformation)
 {
     LsEditor editor(SqxJson::object(), SqxJson::object());
     editor.Open("a.sl", "surface a() { float i; i++; }\n");
@@ -38,10 +38,10 @@ TEST(SqxLsDiagnostics, ShowAdviceInTheTextToAnEditorWithoutAPlaceForIt)
         testing::Contains(testing::HasSubstr("; unexpected '+': there is no '++', write '+= 1'")));
 }
 
-TEST(SqxLsDiagnostics, ShowAStringWithoutAnEndOnce)
+TEST(SqxLsDiagnostics, ReportAnUnterminatedStringOnce)
 {
     struct {
-        const char* body;  // from line 1 on
+        const char* body;  // begins in line 1
         const char* place;
     } static const cases[] = {
         {"printf(\"gain %f, Kd);\n", "1:7-1:21 "},
@@ -58,7 +58,7 @@ TEST(SqxLsDiagnostics, ShowAStringWithoutAnEndOnce)
             << one.body;
         editor.Close("a.sl");
     }
-    // Other faults are shown as well, also after one that needs no string.
+    // Other faults are shown as well, also after an unterminated string.
     editor.Open("a.sl", "surface a() {\nCi = $;\nOi = \"x;\n$\n}\n");
     EXPECT_THAT(editor.Diagnostics("a.sl"), testing::SizeIs(testing::Ge(3U)));
 }
@@ -69,7 +69,7 @@ TEST(SqxLsDiagnostics, FollowFilesThatASourceIncludes)
     TemporaryFolder::Write("gain.h", "float gain() { return 0.5; }\n");
     editor.Open("a.sl", "#include \"gain.h\"\n#include \"late.h\"\nsurface a() { Ci = gain(); }\n");
     EXPECT_THAT(editor.Diagnostics("a.sl"), ElementsAre(testing::StartsWith("1:")));
-    // One that was missing, and another whose text an editor holds, with a fault that is not saved.
+    // A missing file appears, and another has an unsaved fault in the editor.
     TemporaryFolder::Write("late.h", "float late() { return 1; }\n");
     editor.Notify("workspace/didChangeWatchedFiles",
                   {{"changes", {{{"uri", LsEditor::Uri("late.h")}, {"type", 1}}}}});
@@ -77,7 +77,7 @@ TEST(SqxLsDiagnostics, FollowFilesThatASourceIncludes)
     editor.Open("gain.h", "float gain() { return nothing; }\n");
     EXPECT_THAT(editor.Diagnostics("gain.h"), ElementsAre(testing::HasSubstr("nothing")));
     EXPECT_THAT(editor.Diagnostics("a.sl"), IsEmpty());
-    // Two sources show a fault of their file once, until both are fixed or closed.
+    // A fault in a file that two sources include is shown once, until the file is fixed or closed.
     editor.Open("b.sl", "#include \"gain.h\"\nsurface b() { Ci = gain(); }\n");
     EXPECT_THAT(editor.Diagnostics("gain.h"), ElementsAre(testing::HasSubstr("nothing")));
     editor.Close("a.sl");
@@ -88,7 +88,7 @@ TEST(SqxLsDiagnostics, FollowFilesThatASourceIncludes)
     EXPECT_THAT(editor.Diagnostics("b.sl"), testing::Not(IsEmpty()));
 }
 
-TEST(SqxLsDiagnostics, OfAPlaceThatOnlyALineDirectiveNamesStandAtTheTop)
+TEST(SqxLsDiagnostics, AreAtTheTopIfOnlyALineDirectiveNamesTheirPlace)
 {
     LsEditor editor;
     editor.Open("a.sl", "surface a()\n{\n#line 7 \"other.sl\"\n    Ci = nothing;\n}\n");
@@ -116,7 +116,7 @@ TEST(SqxLsSettings, ComeFromTheEditorAFileAndABuild)
     EXPECT_THAT(editor.Diagnostics("shaders/a.sl"), ElementsAre(testing::HasSubstr("GAIN")));
 }
 
-TEST(SqxLsSettings, OfTheLastBuildCountForItsSources)
+TEST(SqxLsSettings, AreThoseOfTheLastBuildForItsSources)
 {
     LsEditor editor;
     TemporaryFolder::Write("a.sl", "surface a() { Ci = GAIN; }\n");

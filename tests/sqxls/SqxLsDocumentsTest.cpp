@@ -1,4 +1,4 @@
-// Order of the protocol, and what of the open files is kept and compiled.
+// Checks the order of the protocol, and what the server keeps and compiles of open files.
 
 #include <fstream>
 #include <gtest/gtest.h>
@@ -29,7 +29,7 @@ TEST(SqxLsServer, KeepsTheOrderOfTheProtocol)
     EXPECT_EQ(editor.Server().ExitStatus(), 0);
 }
 
-TEST(SqxLsServer, RefusesWhatIsNoMessage)
+TEST(SqxLsServer, RefusesInvalidMessages)
 {
     std::vector<SqxJson> sent;
     SqxLsServer server([&](const SqxJson& message) { sent.push_back(message); });
@@ -57,10 +57,10 @@ TEST(SqxLsServer, RefusesWhatIsNoMessage)
     EXPECT_EQ(server.ExitStatus(), 1) << "without 'shutdown'";
 }
 
-TEST(SqxLsDocuments, TakesChangesOfTextInTheirOrder)
+TEST(SqxLsDocuments, ApplyChangesInOrder)
 {
     LsEditor editor;
-    // A letter of two units stands before the places of the changes.
+    // A character of two UTF-16 units precedes the places of the changes.
     editor.Open("a.sl", "/* \xF0\x9F\x98\x80 */ surface a() { Ci = Cs; }\n");
     editor.Change("a.sl", SqxJson::parse(R"([
         {"range": {"start": {"line": 0, "character": 28}, "end": {"line": 0, "character": 30}}, "text": "x"},
@@ -70,12 +70,12 @@ TEST(SqxLsDocuments, TakesChangesOfTextInTheirOrder)
     editor.Change("a.sl", {{{"text", "surface a() { Ci = y; }\n"}}}, 4);
     EXPECT_EQ(editor.Diagnostics("a.sl").size(), 1U);
     EXPECT_EQ(editor.Published("a.sl")["version"], 4);
-    // One that was made of an earlier text changes nothing.
+    // A change of an earlier version has no effect.
     editor.Change("a.sl", {{{"text", k_good}}}, 3);
     ASSERT_EQ(editor.logged.size(), 1U);
     EXPECT_NE(editor.logged[0].find("Version 3"), std::string::npos) << editor.logged[0];
     EXPECT_EQ(editor.Diagnostics("a.sl").size(), 1U);
-    // Neither does one that holds a fault in its middle.
+    // Neither has a change with an invalid part.
     editor.Change("a.sl", {{{"text", k_good}}, {{"text", 7}}}, 5);
     EXPECT_EQ(editor.logged.size(), 2U);
     EXPECT_EQ(editor.Diagnostics("a.sl").size(), 1U);
@@ -83,7 +83,7 @@ TEST(SqxLsDocuments, TakesChangesOfTextInTheirOrder)
     EXPECT_TRUE(editor.Diagnostics("a.sl").empty());
 }
 
-/// The resident memory of this process in KB.
+/// Returns the resident memory of this process in KB.
 long ResidentMemory()
 {
     std::ifstream file("/proc/self/statm");
@@ -143,7 +143,7 @@ TEST(SqxLsDocuments, ABurstOfChangesCostsOneCompile)
     EXPECT_EQ(editor.Server().Workspace().CompileCount(), 1U) << "nothing to do with it";
 }
 
-TEST(SqxLsDocuments, TakesAnythingAsText)
+TEST(SqxLsDocuments, MayHaveAnyText)
 {
     std::string large = "surface a() {\n";
     while (large.size() < 1000000)

@@ -67,7 +67,7 @@ std::vector<std::string> TokensOf(const std::string& source)
     std::vector<std::string> texts;
     for (const SqxLsToken& token : SqxLsTokensOf(source)) {
         std::string text(token.text);
-        if (token.kind == SqxLsToken::Kind::Comment)  // whose further lines move
+        if (token.kind == SqxLsToken::Kind::Comment)  // its later lines may move
             text.erase(std::remove_if(text.begin(), text.end(), isspace), text.end());
         texts.push_back(text);
     }
@@ -92,7 +92,7 @@ TEST(SqxLsLayout, KeepsTheTokensOfAllShadersAndIsStable)
             EXPECT_EQ(LaidOut(once), once) << entry.path();
             ++sources;
             unchanged += once == source ? 1 : 0;
-            // Without its blanks a source is as hard to lay out as any.
+            // A source with one token per line is the hardest to lay out.
             std::string flat;
             for (const SqxLsToken& token : SqxLsTokensOf(source))
                 flat += std::string(token.text) + "\n";

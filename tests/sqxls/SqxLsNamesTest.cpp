@@ -1,4 +1,4 @@
-// What the names of a source mean: hover, places, symbols, tokens and hints.
+// Checks what the server knows of names: hover, places, symbols, tokens and hints.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -34,7 +34,7 @@ protected:
         const SqxJson hover = editor.AskAt("textDocument/hover", "a.sl", mark);
         return hover.is_null() ? "" : hover["contents"]["value"].get<std::string>();
     }
-    /// "FILE RANGE" of each location.
+    /// Returns "FILE RANGE" for each location.
     std::vector<std::string> Places(const SqxJson& answer)
     {
         std::vector<std::string> places;
@@ -49,7 +49,7 @@ protected:
     LsEditor editor;
 };
 
-TEST_F(SqxLsNames, HoverShowsWhatIsKnownOfAName)
+TEST_F(SqxLsNames, HoverDescribesTheName)
 {
     struct {
         const char* mark;
@@ -70,7 +70,7 @@ TEST_F(SqxLsNames, HoverShowsWhatIsKnownOfAName)
     EXPECT_EQ(Hover("surf|ace"), "");
 }
 
-TEST_F(SqxLsNames, PlacesLeadIntoIncludedFilesAndBack)
+TEST_F(SqxLsNames, DefinitionsAndReferencesCrossFiles)
 {
     struct {
         const char* method;
@@ -98,7 +98,7 @@ TEST_F(SqxLsNames, PlacesLeadIntoIncludedFilesAndBack)
     EXPECT_EQ(kinds, "3:10-3:14 3\n5:13-5:17 3\n5:25-5:29 2\n6:14-6:18 2\n");
 }
 
-TEST_F(SqxLsNames, AFaultElsewhereLeavesThemKnown)
+TEST_F(SqxLsNames, StayKnownDespiteFaultsElsewhere)
 {
     editor.Replace("a.sl", "Oi = 1", "Oi = nothing; Oi = \"x\"");
     EXPECT_THAT(Hover("K|d * 2"), HasSubstr("float Kd"));

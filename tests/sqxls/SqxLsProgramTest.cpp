@@ -1,4 +1,4 @@
-// The program itself, through pipes.
+// Tests the program itself through pipes.
 
 #include <csignal>
 #include <fcntl.h>
@@ -12,7 +12,7 @@
 
 namespace {
 
-/// A running server, whose streams are pipes.
+/// A running server whose streams are pipes.
 class Program {
 public:
     Program()
@@ -66,7 +66,7 @@ public:
     void CloseInput() { Close(m_input); }
     void CloseOutput() { Close(m_output); }
 
-    /// The exit status; -1 after a signal.
+    /// Waits for the end and returns the exit status; -1 after a signal.
     int Wait()
     {
         int status = 0;
@@ -107,7 +107,7 @@ TEST(SqxLsProgram, ServesFromBeginningToEnd)
     EXPECT_EQ(program.Wait(), 0);
 }
 
-TEST(SqxLsProgram, AnswersWhatIsNoMessageAndGoesOn)
+TEST(SqxLsProgram, AnswersInvalidMessagesAndContinues)
 {
     Program program;
     for (const char* bytes : {"Content-Length: x\r\n\r\n", "Content-Type: a\r\n\r\n",
@@ -138,7 +138,7 @@ TEST(SqxLsProgram, EndsWithItsPipes)
     EXPECT_EQ(other.Wait(), 1);
 }
 
-TEST(SqxLsFraming, PassesOverWhatIsTooLong)
+TEST(SqxLsFraming, SkipsMessagesThatAreTooLong)
 {
     SqxLsFraming framing;
     framing.Add("Content-Length: 70000000\r\n\r\n");

@@ -6,10 +6,10 @@
 
 namespace {
 
-TEST(SqxLsText, CountsInUnitsOfTheProtocolAndBytesOfTheCompiler)
+TEST(SqxLsText, ConvertsPositionsOfTheProtocolAndOfTheCompiler)
 {
-    // A byte order mark, a letter of two bytes, one of four bytes and two units, a byte that is no
-    // character, and all three line breaks.
+    // The text has a byte order mark, a character of two bytes, one of four bytes and two units, a
+    // byte that is no character, and all three line breaks.
     const SqxLsText text("\xEF\xBB\xBF"
                          "a\xC3\xA4\xF0\x9F\x98\x80z\nb\xE4"
                          "c\r\nd\re");
@@ -36,7 +36,7 @@ TEST(SqxLsText, CountsInUnitsOfTheProtocolAndBytesOfTheCompiler)
     EXPECT_EQ(text.OffsetOf(SqxLsPlace{99, 99}), 20U);
 }
 
-TEST(SqxLsUri, NamesAPathAndBack)
+TEST(SqxLsUri, ConvertsPathsAndBack)
 {
     const std::string path = "/tmp/a b#\xC3\xA4%.sl";
     EXPECT_EQ(SqxLsUriOf(path), "file:///tmp/a%20b%23%C3%A4%25.sl");
