@@ -1,4 +1,4 @@
-// Input that would overflow a stack, were it not for a limit.
+// Tests input that would overflow a stack without a limit.
 
 #include <gtest/gtest.h>
 
@@ -24,7 +24,7 @@ struct DeepCase {
 
 }  // namespace
 
-TEST(SlcParser, EndsDeepInputInAReport)
+TEST(SlcParser, ReportsInputThatIsNestedTooDeeply)
 {
     const char* const overflow = "parser stack overflow";
     const char* const tooDeep = "Expression is too long or nested too deeply";
@@ -47,7 +47,7 @@ TEST(SlcParser, EndsDeepInputInAReport)
     }
 }
 
-TEST(SlcParser, TakesInputThatIsAsHighAsPassesCanWalk)
+TEST(SlcParser, AcceptsInputUpToTheHeightThatPassesCanWalk)
 {
     const int terms = SlcSyntaxNode::k_maxHeight - 100;
     const DeepCase cases[] = {
@@ -63,7 +63,7 @@ TEST(SlcParser, TakesInputThatIsAsHighAsPassesCanWalk)
     }
 }
 
-TEST(SlcParser, KeepsAListWhoseFirstElementIsAsHighAsCanBe)
+TEST(SlcParser, ReportsAListAboveAnElementOfMaximalHeight)
 {
     const ParsedSource parsed("surface s() { float x[2] = {a" +
                               Repeat("+ a", SlcSyntaxNode::k_maxHeight) + ", a}; }");

@@ -1,4 +1,4 @@
-// What the parser says to what it does not take.
+// Checks the reports of the parser on invalid sources.
 
 #include <gtest/gtest.h>
 
@@ -74,18 +74,18 @@ TEST(SlcParser, ReportsFaultsOfStatementsInItsOwnWords)
         EXPECT_EQ(ReportsOfBody(c.source), c.reports) << c.source;
 }
 
-TEST(SlcParser, RefusesWhatTheLanguageDoesNotHave)
+TEST(SlcParser, RefusesFormsThatTheLanguageLacks)
 {
     static const char* const bodies[] = {
-        "if (x) y = 1;",  // a value is no condition
-        "x = (a < b);",   // nor a condition a value
+        "if (x) y = 1;",  // a condition needs a comparison
+        "x = (a < b);",   // a comparison is no value
         "x = a < b;",
         "x = !a;",
         "if a < b < c x = 1;",  // relations do not chain
         "return;",
         "for (;;) x = 1;",
         "for (float i = 0; i < 1; i = 1) x = 1;",
-        "a + b;",  // no statement
+        "a + b;",  // an expression is no statement
         "texture(\"a\");",
         "x = (1, 2);",
         "x = float \"abc\";",  // the string is the name of a space
@@ -145,7 +145,7 @@ TEST(SlcParser, ReportsTheMissingSemicolonInPlaceOfASyntaxError)
               std::string("1: ERROR: ';' expected\n") + k_parseErrorAndOn);
 }
 
-TEST(SlcParser, GoesOnAfterTheNextSemicolonOrBrace)
+TEST(SlcParser, ResumesAfterTheNextSemicolonOrBrace)
 {
     static const ReportCase cases[] = {
         // one report for each statement at fault

@@ -54,7 +54,7 @@ private:
 
 }  // namespace
 
-TEST(SlcCodeWalker, ClimbsToTheNearestCaseThatIsOverridden)
+TEST(SlcCodeWalker, CallsTheNearestOverriddenCase)
 {
     static const struct {
         const char* statement;
@@ -75,7 +75,7 @@ TEST(SlcCodeWalker, ClimbsToTheNearestCaseThatIsOverridden)
             << c.statement;
 }
 
-TEST(SlcCodeWalker, SendsThePointFamilyPastThePlainPoint)
+TEST(SlcCodeWalker, DoesNotTreatVectorsAndNormalsAsPoints)
 {
     EXPECT_EQ(Seen(SlcTypeNode::APoint()), "point ");
     for (SlcTypeNode* type : {SlcTypeNode::AVector(), SlcTypeNode::ANormal(),

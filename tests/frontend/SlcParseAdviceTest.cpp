@@ -8,7 +8,7 @@
 
 namespace {
 
-/// The lines of advice at warning level 2, each without its file.
+/// Returns the lines of advice at warning level 2, each without its file.
 std::string AdviceOn(const std::string& source)
 {
     std::istringstream lines(ParsedSource(source, 2).Output());
@@ -92,7 +92,7 @@ TEST(SlcParseAdvice, NamesTheTokenAndWhatWasMeant)
             << c.statement;
 }
 
-TEST(SlcParseAdvice, TellsOfBracesAndDefinitions)
+TEST(SlcParseAdvice, ExplainsFaultsOfBracesAndDefinitions)
 {
     static const Case cases[] = {
         {"surface s()\n{\nx = 1;\n",
@@ -147,17 +147,17 @@ TEST(SlcParseAdvice, TellsOfBracesAndDefinitions)
         EXPECT_EQ(AdviceOn(c.source), c.advice) << c.source;
 }
 
-TEST(SlcParseAdvice, KeepsQuietBelowTheSecondLevel)
+TEST(SlcParseAdvice, IsNotPrintedBelowTheSecondLevel)
 {
     EXPECT_EQ(ParsedSource("surface s() { int i = 0; }").Output().find("ADVICE"),
               std::string::npos);
 }
 
-TEST(SlcParseAdvice, DoesNotBeginAgainInTheHeadOfALoop)
+TEST(SlcParseAdvice, DoesNotResumeInTheHeadOfALoop)
 {
     static const struct {
         const char* head;
-        const char* resumed;  // the line; at the fault itself if that is a ";"
+        const char* resumed;  // line; that of the fault itself if it is a ";"
     } cases[] = {
         {"float i = 0; i < 1; i += 1", "3"},
         {"int i = (1; 2", "3"},
@@ -175,9 +175,9 @@ TEST(SlcParseAdvice, DoesNotBeginAgainInTheHeadOfALoop)
             << c.head;
 }
 
-TEST(SlcParseAdvice, GoesOnAtTheBlockAfterAHead)
+TEST(SlcParseAdvice, ResumesAtTheBlockAfterAHead)
 {
-    // One report of the head, and then those of lines with other faults.
+    // The head gives one report, and a later line with a fault gives another.
     const std::string block = "\nx = 1; { y = 2; }\n}";
     const std::string fault = ": ERROR: parse error\n";
     const std::string resumed = ": WARNING: Compilation resumes here\n";

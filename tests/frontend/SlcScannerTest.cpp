@@ -25,7 +25,7 @@ struct Close {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
-/// Feeds the scanner with a text.
+/// Makes the scanner read a text.
 class Source {
 public:
     explicit Source(std::string_view text) : m_file(std::tmpfile())
@@ -40,7 +40,7 @@ private:
     std::unique_ptr<std::FILE, Close> m_file;
 };
 
-/// How often this process has read from a file; negative where the system does not count it.
+/// Returns the number of reads of this process; negative if the system does not count them.
 long ReadsSoFar()
 {
     std::ifstream counts("/proc/self/io");
@@ -69,8 +69,8 @@ std::string TokenText(int token)
     }
 }
 
-/// The tokens of a text, separated by blanks; a keyword or operator of more than one character
-/// as "#" and its number from that of `light` on.
+/// Returns the tokens of a text, separated by blanks. A keyword or operator of several characters
+/// is "#" and its number, counted from that of `light`.
 std::string Tokens(std::string_view text)
 {
     const Source source(text);
@@ -85,7 +85,7 @@ std::string Number(int token)
     return "#" + std::to_string(token - LIGHT);
 }
 
-/// "file:line:column" of each token.
+/// Returns "file:line:column" for each token.
 std::string Places(std::string_view text)
 {
     const Source source(text);
@@ -148,8 +148,8 @@ TEST(SlcScanner, FollowsTheLineMarkers)
         {"a\n# 3 \"dir with blanks/y.h\" 1 3\nb\n# 2 \"x.sl\" 2\nc",
          ":1:1 dir with blanks/y.h:3:1 x.sl:2:1"},
         {"# 1 \"<built-in>\"\na", "<built-in>:1:1"},
-        {"# 5\na", ":2:1"},         // no name
-        {"# \"x.sl\"\na", ":2:1"},  // no number
+        {"# 5\na", ":2:1"},         // has no name
+        {"# \"x.sl\"\na", ":2:1"},  // has no number
         {"# 5 \"x.sl\na", ":2:1"},  // one quote is no name
         {"# 99999999999 \"x.sl\"\na", ":2:1"},
         {"# 2147483647 \"x.sl\"\n\na", "x.sl:2147483647:1"},
@@ -176,7 +176,7 @@ TEST(SlcScanner, SharesOneFileNameAmongItsTokens)
     EXPECT_NE(files[0], files[1]);
 }
 
-TEST(SlcScanner, LeavesTheValueOfPlainOperatorsAlone)
+TEST(SlcScanner, DoesNotChangeTheValueForPlainOperators)
 {
     const Source source("a\n+\n-\n{");
     yylex();
@@ -190,7 +190,7 @@ TEST(SlcScanner, LeavesTheValueOfPlainOperatorsAlone)
     EXPECT_EQ(yylval.line, 4);
 }
 
-TEST(SlcScanner, ReportsWhatIsNoToken)
+TEST(SlcScanner, ReportsInvalidTokens)
 {
     struct ErrorCase {
         const char* text;
@@ -204,7 +204,8 @@ TEST(SlcScanner, ReportsWhatIsNoToken)
         {"\n1e39", ":2: ERROR: Number is too large for a float:\n\n   1e39\n   ^\n"},
         {"\na 2147483648",
          ":2: ERROR: Number is too large for an integer:\n\n   a 2147483648\n     ^\n"},
-        // The user's line after the skipped text; a mark counts only at its beginning.
+        // The report shows the line after skipped text; '#' is a marker only at the beginning of a
+        // line.
         {"# 7 \"x\"\na # b", "x:7: ERROR: Invalid charcacter:\n\n    a # b\n      ^\n"},
         {"#line 7 \"x\"\na $", "x:7: ERROR: Invalid charcacter:\n\n    a $\n      ^\n"},
         {"\n#pragma a\na $", ":3: ERROR: Invalid charcacter:\n\n   a $\n     ^\n"},
@@ -221,7 +222,7 @@ TEST(SlcScanner, ReportsWhatIsNoToken)
     testing::internal::GetCapturedStderr();
 }
 
-TEST(SlcScanner, GoesOnAfterAQuoteWithoutAnEnd)
+TEST(SlcScanner, ContinuesAfterAnUnterminatedString)
 {
     struct QuoteCase {
         const char* text;
@@ -232,7 +233,7 @@ TEST(SlcScanner, GoesOnAfterAQuoteWithoutAnEnd)
         {R"(a "b)", "a b", 1},
         {R"(a "b" c\" d)", R"(a S"b" c d)", 2},
         {R"(a "b\" c)", "a b c", 3},
-        // A backslash before a newline ends the search; literals after it are whole.
+        // A backslash before a newline ends the search for the quote; later literals are complete.
         {"a \"b\n\\\" c \\\n\"d\"\n\"e", "a b c S\"d\" e", 5},
     };
     for (const QuoteCase& c : cases) {
@@ -243,7 +244,7 @@ TEST(SlcScanner, GoesOnAfterAQuoteWithoutAnEnd)
     }
 }
 
-TEST(SlcScanner, LooksForTheEndOfAStringOnce)
+TEST(SlcScanner, SearchesTheEndOfAStringOnce)
 {
     std::string escapedQuotes = "\"";
     for (int i = 0; i < 200000; ++i)
@@ -254,8 +255,8 @@ TEST(SlcScanner, LooksForTheEndOfAStringOnce)
     EXPECT_EQ(NbErrors(), 400001);
 }
 
-// Each time the generated scanner gets more of a token it goes over all of it again, so that the
-// pieces must grow with it.
+// The generated scanner rescans the whole token with each piece that it reads, so the pieces must
+// grow with the token.
 TEST(SlcScanner, ReadsLongLinesInFewPieces)
 {
     const Source source(std::string(std::size_t{1} << 24, '/'));
@@ -270,7 +271,7 @@ TEST(SlcScannerDeathTest, EndsTheProcessAtATokenThatIsTooLong)
 {
     const std::string longest(8190, 'a');
     EXPECT_EQ(Tokens("\n" + longest), longest);
-    EXPECT_EQ(Tokens(longest + "a"), longest + "a");  // the first line is not seen whole
+    EXPECT_EQ(Tokens(longest + "a"), longest + "a");  // the first line is not copied
     EXPECT_EQ(Tokens("# 1 \"a\"\n" + longest + " " + longest), longest + " " + longest);
     EXPECT_EXIT(Tokens("\n" + longest + " "), testing::ExitedWithCode(2),
                 "^token too large, exceeds YYLMAX\n:2: ERROR: A token or a line has more than "

@@ -19,7 +19,7 @@ struct RelationCase {
 
 }  // namespace
 
-TEST(SlcTypeNode, IsComparedByItsOwnClass)
+TEST(SlcTypeNode, DistinguishesSameExactAndPromotableTypes)
 {
     const Type* const any3 = Type::CreateArrayType(Type::AFloat(), 3);
     const Type* const any = Type::CreateArrayType(Type::AFloat());
@@ -75,7 +75,7 @@ TEST(SlcTypeNode, IsComparedByItsOwnClass)
     }
 }
 
-TEST(SlcTypeNode, AnswersForTheElementThatAnIndexReaches)
+TEST(SlcTypeNode, HasThePropertiesOfTheElementOfAReference)
 {
     const Type* const element = Type::CreateArrayRefType(Type::AVector());
     EXPECT_TRUE(element->IsArrayRefType());

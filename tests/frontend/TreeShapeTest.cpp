@@ -1,4 +1,4 @@
-// What tree each form of the language becomes.
+// Checks the tree of each form of the language.
 
 #include <fstream>
 #include <gtest/gtest.h>
@@ -25,7 +25,7 @@ std::string TreeOf(const std::string& source)
 
 const std::string k_before = "(surface s () ({}";
 
-/// The tree of the statements of a body.
+/// Returns the tree of the statements of a body.
 std::string BodyOf(const std::string& statements)
 {
     const std::string tree = TreeOf("surface s() { " + statements + " }");
@@ -37,7 +37,7 @@ std::string BodyOf(const std::string& statements)
 
 }  // namespace
 
-TEST(SlcParser, BindsOperatorsByTheirLevel)
+TEST(SlcParser, BindsOperatorsByPrecedence)
 {
     static const ShapeCase cases[] = {
         {"x = a + b * c;", "(= x (+ a (* b c)))"},
@@ -74,7 +74,7 @@ TEST(SlcParser, BuildsExpressions)
          "(= x (matrix 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16))"},
         {"x = f() + g(1, y = 2);", "(= x (+ (call f) (call g 1 (= y 2))))"},
         {"f(1);", "(call f 1)"},
-        // a cast binds like a sign, and brings the default name of its kind of space
+        // a cast binds like a sign, and has the default space of its type
         {"x = color 1 + y;", "(= x (+ (cast color \"rgb\" 1) y))"},
         {"x = color \"hsv\" (1, 2, 3);", "(= x (cast color \"hsv\" (triple 1 2 3)))"},
         {"x = point y;", "(= x (cast point \"current\" y))"},
@@ -108,7 +108,7 @@ TEST(SlcParser, BuildsStatements)
         {"illuminate(P) ; illuminate(P, N, x) ;", "(illuminate P ({})) (illuminate P N x ({}))"},
         {"illuminance(P) ; illuminance(P, N, x) ;",
          "(illuminance P ({})) (illuminance P N x ({}))"},
-        // a light category is dropped
+        // a light category is ignored
         {"illuminance(\"c\", P) ; illuminance(\"c\", P, N, x) ;",
          "(illuminance P ({})) (illuminance P N x ({}))"},
         {"float a, b = 1;", "(local unknown float (a) (b 1))"},
