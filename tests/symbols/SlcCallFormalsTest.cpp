@@ -1,4 +1,4 @@
-// What declarations say of arguments, by their place in the instruction.
+// Checks what declarations say about arguments, by their place in the instruction.
 
 #include "symbols/SlcCallFormals.h"
 
@@ -7,7 +7,7 @@
 #include "symbols/SlcBuiltInTable.h"
 #include "symbols/TypedArgs.h"
 
-TEST(SlcCallFormals, TellsWhatEachPlaceOfAnInstructionIs)
+TEST(SlcCallFormals, FindsTheFormalAtEachPlaceOfAnInstruction)
 {
     struct Case {
         const char* function;
@@ -19,11 +19,11 @@ TEST(SlcCallFormals, TellsWhatEachPlaceOfAnInstructionIs)
         {"fresnel", 2, "float"},
         {"fresnel", 3, "output float"},
         {"pnoise", 1, "uniform float"},
-        // Its row calls all of them inputs.
+        // The card declares all of them as inputs.
         {"unpack", 0, "float"},
         {"unpack", 1, "output float"},
         {"unpack", 4, "output float"},
-        // Values of a tail; its names have no place.
+        // These are values of a tail; its names have no place.
         {"occlusion", 2, "float in the tail"},
         {"occlusion", 3, "float in the tail"},
         {"occlusion", 7, "vector in the tail"},

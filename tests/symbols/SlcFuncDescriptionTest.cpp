@@ -40,7 +40,7 @@ TEST(SlcFuncDescription, HasTheFormalsOfItsCard)
     EXPECT_EQ(DetailsOf(function.simdDetails), "anna");
 }
 
-TEST(SlcFuncDescription, HidesNoOverloadByAnotherOne)
+TEST(SlcFuncDescription, HasNoOverloadTwice)
 {
     std::set<std::string> overloads;
     for (const SlcFuncDescription& function : SlcFuncDescription::All()) {

@@ -1,4 +1,4 @@
-// Variable tails of arguments, walked through the entry that holds one.
+// Tests variable tails of arguments through the symbol entry that has one.
 
 #include "symbols/SlcFuncVarArgExpr.h"
 
@@ -13,7 +13,7 @@
 
 namespace {
 
-/// The tail of a function with these parameters after a fixed one.
+/// Returns the tail of a function with these parameters after a fixed one.
 std::unique_ptr<SlcFuncVarArgExpr> TailOf(const std::string& parameters)
 {
     const std::string text = "float f(float x, " + parameters + ")";
@@ -21,7 +21,7 @@ std::unique_ptr<SlcFuncVarArgExpr> TailOf(const std::string& parameters)
     return SlcFuncDescription(card).tail;
 }
 
-/// A function `f` with one fixed float and this tail.
+/// Returns a function `f` with one fixed float and this tail.
 SlcPtr<SlcFuncVarListSymbolEntry> WithTail(const char* tail)
 {
     return MakeShared<SlcFuncVarListSymbolEntry>(SignatureOf("f", T::AFloat(), {T::AFloat()}),
@@ -59,7 +59,7 @@ constexpr const char* k_pairs =
 
 }  // namespace
 
-TEST(SlcFuncVarArgExpr, TakesTheArgumentsThatTheTailDescribes)
+TEST(SlcFuncVarArgExpr, AcceptsTheArgumentsThatTheTailDescribes)
 {
     const TailCase cases[] = {
         {"float more ...", {}, true, true},
@@ -73,13 +73,13 @@ TEST(SlcFuncVarArgExpr, TakesTheArgumentsThatTheTailDescribes)
         {"optional output vector a", {"normal"}, true, true},
         {"optional output vector a", {"float"}, true, false},  // an output takes no promoted value
         {k_pairs, {"float"}, true, true},
-        {k_pairs, {"'bias'", "float"}, true, true},  // the float in front may be left out
+        {k_pairs, {"'bias'", "float"}, true, true},  // the float before it may be left out
         {k_pairs, {"float", "'axis'", "vector", "'bias'", "float"}, true, true},
         {k_pairs, {"'bias'", "float", "'bias'", "float"}, true, true},
         {k_pairs, {"'axis'", "float"}, true, true},
         {k_pairs, {"'dir'", "float"}, true, false},
         {k_pairs, {"'bias'", "string"}, true, false},
-        {k_pairs, {"'size'", "float"}, true, false},  // names no pair
+        {k_pairs, {"'size'", "float"}, true, false},  // is no name of a pair
         {k_pairs, {"string", "float"}, true, false},  // a name must be a literal
         {k_pairs, {"float", "'bias'"}, true, false},  // a name without a value
         {k_pairs, {"float", "float"}, true, false},
@@ -96,7 +96,7 @@ TEST(SlcFuncVarArgExpr, TakesTheArgumentsThatTheTailDescribes)
     }
 }
 
-TEST(SlcFuncVarArgExpr, GivesTheLeafOfEachArgument)
+TEST(SlcFuncVarArgExpr, FindsTheLeafOfEachArgument)
 {
     TypedArgs args;
     Fill(args, {"float", "'dir'", "vector"});
@@ -117,7 +117,7 @@ TEST(SlcFuncVarArgExpr, GivesTheLeafOfEachArgument)
     EXPECT_TRUE(value->GetStorage()->IsOutput());
 }
 
-TEST(SlcFuncVarArgExpr, KnowsTheFixedPlacesOfItsValues)
+TEST(SlcFuncVarArgExpr, AssignsFixedPlacesToItsValues)
 {
     const auto tail = TailOf(k_pairs);
     EXPECT_EQ(tail->GetMaxSize(false), 4);
@@ -133,7 +133,7 @@ TEST(SlcFuncVarArgExpr, KnowsTheFixedPlacesOfItsValues)
     EXPECT_NE(SlcTailValueAt(any.get(), 1000), nullptr);
 }
 
-TEST(SlcFuncVarListSymbolEntry, ExplainsWhatDoesNotFit)
+TEST(SlcFuncVarListSymbolEntry, ExplainsArgumentsThatDoNotFit)
 {
     struct Case {
         const char* tail;
@@ -170,7 +170,7 @@ TEST(SlcFuncVarListSymbolEntry, ExplainsWhatDoesNotFit)
 
     SetWarningLevel(1);
 
-    // Faulty fixed arguments are all named, and then nothing is said of the tail.
+    // If fixed arguments are faulty, only these are reported, and not the tail.
     TypedArgs args({{T::AString()}, {T::AString()}});
     const auto sink = MakeShared<SlcSemanticError>();
     EXPECT_EQ(

@@ -14,7 +14,7 @@
 
 namespace {
 
-/// Libraries by name in folders of a temporary one, and loads from them.
+/// Installs libraries in a temporary folder, and loads shadeops from them.
 class ShadeopLoader : public testing::Test {
 protected:
     ShadeopLoader() { m_options.m_searchDirs = {"."}; }
@@ -27,7 +27,7 @@ protected:
         std::filesystem::copy_file(SLC_FAULTY_SHADEOPS, path);
     }
 
-    /// The warnings of a load of the name, then the overloads that it adds, one per line.
+    /// Loads the shadeops of a name. Returns the warnings, then the added overloads, one per line.
     std::string Load(const std::string& name)
     {
         SlcShadeopLoader loader(MakeShared<SlcSemanticError>(), &m_options, {nullptr, nullptr});
@@ -47,7 +47,7 @@ protected:
         return text;
     }
 
-    /// What a load of that name gives, and its warning.
+    /// Returns the result of `Load("endless")`, with its warning.
     static std::string Endless(const std::string& folder, const std::string& library)
     {
         return ":0: WARNING: 'endless_shadeops' has no record that ends it (" + folder + "/" +
@@ -93,7 +93,7 @@ TEST_F(ShadeopLoader, WarnsOfEachRecordThatIsRefused)
     EXPECT_NE(Load("refused").find("Wrong return type"), std::string::npos);
 }
 
-TEST_F(ShadeopLoader, ReadsNoFurtherThanATableGoes)
+TEST_F(ShadeopLoader, ReadsNoFurtherThanTheEndOfATable)
 {
     Install("ops.so");
     EXPECT_EQ(Load("nulls"), "ops_so: float -> float [,]\n");
@@ -113,8 +113,8 @@ TEST_F(ShadeopLoader, ReportsFunctionsThatTheLibraryLacks)
             << bare;
 }
 
-/// Nothing of a library runs when one looks for a function.
-TEST_F(ShadeopLoader, LoadsNoLibrary)
+/// A search for a function runs no code of a library.
+TEST_F(ShadeopLoader, RunsNoCodeOfALibrary)
 {
     TemporaryFolder::Write("loud.c", "#include <stdlib.h>\n__attribute__((constructor)) static "
                                      "void loud(void) { abort(); }\n");
@@ -122,7 +122,7 @@ TEST_F(ShadeopLoader, LoadsNoLibrary)
     EXPECT_EQ(Load("absent"), "");
 }
 
-TEST_F(ShadeopLoader, FollowsNothingOutOfTheLibrary)
+TEST_F(ShadeopLoader, FollowsNoPointerOutOfTheLibrary)
 {
     Install("ops.so");
     EXPECT_EQ(Load("code"), ":0: WARNING: 'code_shadeops' is no table of shadeops (./ops.so)\n");
@@ -132,7 +132,7 @@ TEST_F(ShadeopLoader, FollowsNothingOutOfTheLibrary)
     EXPECT_EQ(Load("lost"), ":0: WARNING: 'lost_shadeops' holds what is no text (./ops.so)\n");
 }
 
-TEST_F(ShadeopLoader, TakesTheLibrariesOfTheFirstDirectoryByName)
+TEST_F(ShadeopLoader, UsesTheLibrariesOfTheFirstDirectorySortedByName)
 {
     for (const char* path : {"two/d.so", "one/b.dll", "one/c.so.1~", "one/a.so", "one/notes.txt"})
         Install(path);
@@ -163,7 +163,7 @@ TEST_F(ShadeopLoader, OpensLibrariesOnceForAName)
     EXPECT_EQ(Load(loader, "absent"), "");
 }
 
-TEST_F(ShadeopLoader, PassesOverLibrariesThatAreCutOrForeign)
+TEST_F(ShadeopLoader, SkipsTruncatedAndForeignLibraries)
 {
     Install("whole.bin");
     std::string bytes = TemporaryFolder::Read("whole.bin");

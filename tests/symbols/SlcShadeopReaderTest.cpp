@@ -6,7 +6,7 @@
 
 namespace {
 
-/// What a declaration declares, or the first thing about it that is wrong.
+/// Returns what the text declares, or its first part that is wrong.
 std::string Read(const std::string& text)
 {
     SlcShadeopReader reader(text);
@@ -33,7 +33,7 @@ std::string Repeated(const std::string& text, int count)
 
 }  // namespace
 
-TEST(SlcShadeopReader, ReadsWhatIsDeclared)
+TEST(SlcShadeopReader, ReadsDeclarations)
 {
     struct Case {
         const char* text;
@@ -52,7 +52,7 @@ TEST(SlcShadeopReader, ReadsWhatIsDeclared)
         EXPECT_EQ(Read(c.text), c.result) << c.text;
 }
 
-TEST(SlcShadeopReader, RefusesWhatIsMalformed)
+TEST(SlcShadeopReader, RefusesMalformedDeclarations)
 {
     struct Case {
         const char* text;

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// The scopes of a shader of each kind, in the order of the columns below.
+/// Returns the scopes of a shader of each kind, in the order of the columns below.
 std::vector<SlcPtr<SlcSymbolTable>> TablesOfAllKinds()
 {
     SlcSurfaceShaderTypeNode surface;
@@ -26,7 +26,7 @@ std::vector<SlcPtr<SlcSymbolTable>> TablesOfAllKinds()
     return tables;
 }
 
-/// 'r' read-only, 'w' read and write, '-' not predefined.
+/// Returns 'r' for read-only, 'w' for read and write, '-' for not predefined.
 char AccessTo(const SlcPtr<SlcSymbolTable>& table, const std::string& name)
 {
     if (!table->IsVarInTable(Ident(name)))
@@ -42,7 +42,7 @@ std::string AccessorOf(const SlcPtr<SlcVarSymbolEntry>& entry)
 
 }  // namespace
 
-TEST(SlcShaderSymbolTable, ShowsEachKindOfShaderItsVariables)
+TEST(SlcShaderSymbolTable, DefinesTheVariablesOfEachKindOfShader)
 {
     struct Row {
         const char* names;
@@ -74,37 +74,7 @@ TEST(SlcShaderSymbolTable, ShowsEachKindOfShaderItsVariables)
     }
 }
 
-TEST(SlcShaderSymbolTable, HasOneTypeAndDetailForEachName)
-{
-    struct Row {
-        const char* name;
-        const char* type;
-        bool uniform;
-        const char* accessor;
-    };
-    const Row rows[] = {
-        {"Cs", "color", false, "i_hiddens.GetCs()"},
-        {"P", "point", false, "i_hiddens.GetP()"},
-        {"Ps", "point", false, "i_hiddens.GetPs()"},
-        {"N", "normal", false, "i_hiddens.GetN()"},
-        {"I", "vector", false, "i_hiddens.GetI()"},
-        {"dPdv", "vector", false, "i_hiddens.GetDPdv()"},
-        {"E", "point", true, "(QxVector3*)i_context.Eye()"},
-        {"time", "float", true, "i_hiddens.GetTime()"},
-        {"ncomps", "float", true, "i_hiddens.GetNcomps()"},
-        {"alpha", "float", false, "i_hiddens.GetAlpha()"},
-    };
-    for (const Row& row : rows) {
-        const auto& info = SlcHiddenVariables::GetVarInfoHidden(row.name);
-        EXPECT_EQ(info.type()->ToString(), row.type) << row.name;
-        EXPECT_EQ(info.detail()->IsUniform(), row.uniform) << row.name;
-        EXPECT_STREQ(info.accessor, row.accessor);
-    }
-    EXPECT_STREQ(SlcHiddenVariables::GetVarInfoIlluminance("Cl").accessor,
-                 "(i_lights[lightCnt].Cl)");
-}
-
-TEST(SlcShaderSymbolTable, ReadsTheShadedPointAsPsInASurface)
+TEST(SlcShaderSymbolTable, MakesPsAnAliasOfPInASurface)
 {
     SlcSurfaceShaderTypeNode surface;
     SlcShaderSymbolTableCreater create(MakeShared<SlcSemanticError>());
@@ -117,7 +87,7 @@ TEST(SlcShaderSymbolTable, ReadsTheShadedPointAsPsInASurface)
     SlcLightShaderTypeNode light;
     table = create(&light, MakeShared<SlcSymbolTable>());
     EXPECT_EQ(AccessorOf(SlcShaderSymbolTable::EntryNamed("Ps")), "i_hiddens.GetPs()");
-    EXPECT_TRUE(SlcShaderSymbolTable::EntryNamed("Ci").Null());  // nothing is left of the surface
+    EXPECT_TRUE(SlcShaderSymbolTable::EntryNamed("Ci").Null());  // those of the surface are gone
 }
 
 TEST(SlcIlluminanceSymbolTable, SharesItsVariablesAmongAllLightLoops)
@@ -150,7 +120,7 @@ TEST(SlcIlluminanceSymbolTable, SharesTheVariablesOfALightShader)
     EXPECT_EQ(AccessorOf(SlcShaderSymbolTable::EntryNamed("Cl")), "i_hiddens.GetCl()");
 }
 
-TEST(SlcShaderSymbolTableDeathTest, TreatsUnknownNamesAsFaultsOfItsOwn)
+TEST(SlcShaderSymbolTableDeathTest, TreatsUnknownNamesAsInternalErrors)
 {
     EXPECT_EXIT(static_cast<void>(SlcHiddenVariables::GetVarInfoHidden("Q")),
                 testing::ExitedWithCode(1),

@@ -27,7 +27,7 @@ SlcPtr<SlcVarSymbolEntry> FindOrNull(const Table& table, const std::string& name
     return found;
 }
 
-/// How a search for the overloads of a call ends: the types, or the reason for there being none.
+/// Returns the types of the overloads that fit a call, or why there are none.
 std::string SearchText(const Table& table, const std::string& name, TypedArgs& args,
                        bool noVoid = false)
 {
@@ -56,7 +56,7 @@ std::string SearchText(const Table& table, const std::string& name,
 
 }  // namespace
 
-TEST(SlcSymbolTable, KeepsVariablesAndFunctionsOfOneNameApart)
+TEST(SlcSymbolTable, DistinguishesVariablesAndFunctionsOfOneName)
 {
     const auto table = MakeShared<SlcSymbolTable>();
     const auto variable = AddFloat(table, "f");
@@ -72,7 +72,7 @@ TEST(SlcSymbolTable, KeepsVariablesAndFunctionsOfOneNameApart)
     EXPECT_TRUE(FindOrNull(table, "g").Null());
 }
 
-TEST(SlcSymbolTable, ShowsEachTableOfAScopeWhatWasDeclaredBeforeIt)
+TEST(SlcSymbolTable, FindsWhatEarlierTablesOfTheScopeDeclare)
 {
     const auto outer = MakeShared<SlcSymbolTable>();
     const auto first = outer->CreateNewScopeTable();
@@ -101,7 +101,7 @@ TEST(SlcSymbolTable, HidesOuterVariablesByNearerOnes)
     EXPECT_EQ(FindOrNull(outer, "x"), far);
 }
 
-TEST(SlcSymbolTable, KeepsTwoTablesThatFollowOneTableApart)
+TEST(SlcSymbolTable, SeparatesTablesThatFollowTheSameTable)
 {
     const auto table = MakeShared<SlcSymbolTable>()->CreateNewScopeTable();
     const auto shared = AddFloat(table, "shared");
@@ -116,7 +116,7 @@ TEST(SlcSymbolTable, KeepsTwoTablesThatFollowOneTableApart)
     EXPECT_TRUE(other->IsInCurrent(Ident("shared"), false));
 }
 
-TEST(SlcSymbolTable, SeeksWhereAFunctionWasDefinedLast)
+TEST(SlcSymbolTable, SearchesTheDefinitionScopeLast)
 {
     const auto global = MakeShared<SlcSymbolTable>();
     const auto shader = global->CreateNewScopeTable();
@@ -128,7 +128,7 @@ TEST(SlcSymbolTable, SeeksWhereAFunctionWasDefinedLast)
     EXPECT_TRUE(FindOrNull(function, "x", true).Null());
     EXPECT_FALSE(body->IsVarInTable(Ident("x")));
 
-    const auto visible = AddFloat(global, "x");  // farther out, but a real scope
+    const auto visible = AddFloat(global, "x");  // farther out, but an enclosing scope
     EXPECT_EQ(FindOrNull(body, "x"), visible);
 }
 
@@ -149,22 +149,22 @@ TEST(SlcSymbolTable, FindsOverloadsByExactFitInAnyScopeBeforePromotion)
         const char* found;
     };
     const Case cases[] = {
-        {"f", {{T::AFloat()}}, "float"},  // exact and far beats near and promoted
+        {"f", {{T::AFloat()}}, "float"},  // an exact outer match beats a promoted inner one
         {"f", {{T::AColor()}}, "color"},
-        {"f", {{T::AFloat(), T::AColor()}}, "color"},  // near and exact hides far
+        {"f", {{T::AFloat(), T::AColor()}}, "color"},  // an exact inner match hides outer ones
         {"g", {{T::AFloat()}}, "color"},
         {"g", {{T::AString()}}, "types of color"},
         {"g", {{T::AFloat()}, {T::AFloat()}, {T::AFloat()}}, "number"},
         {"h", {{T::AColor()}, {T::AColor()}}, "color"},
-        {"h", {{T::AFloat()}, {T::AFloat()}}, "number"},  // a count ends the search
+        {"h", {{T::AFloat()}, {T::AFloat()}}, "number"},  // a wrong count ends the search
         {"k", {}, "not found"},
-        {"f", {{T::AError()}}, "color"},  // what has been reported suits everywhere
+        {"f", {{T::AError()}}, "color"},  // a reported error fits everywhere
     };
     for (const Case& c : cases)
         EXPECT_EQ(SearchText(local, c.name, c.args), c.found) << c.name;
 }
 
-TEST(SlcSymbolTable, CountsThePointFamilyAsOneTypeOfOverload)
+TEST(SlcSymbolTable, TreatsThePointFamilyAsOneTypeOfOverload)
 {
     const auto table = MakeShared<SlcSymbolTable>();
     table->AddEntry(MakeShared<SlcFuncSymbolEntry>(SignatureOf("f", T::APoint(), {T::APoint()})));
@@ -172,12 +172,12 @@ TEST(SlcSymbolTable, CountsThePointFamilyAsOneTypeOfOverload)
     TypedArgs args({{T::ANormal()}});
     EXPECT_EQ(SearchText(table, "f", args), "point");
     const auto entry = table->FindUniqueFuncEntry(Ident("f"), T::APoint(), args.Choose().List());
-    EXPECT_EQ(entry->GetReturnType(), T::AVector());  // the later of equals
+    EXPECT_EQ(entry->GetReturnType(), T::AVector());  // the later of equal matches
     EXPECT_EQ(table->GetFuncEntrys(Ident("f"), T::ANormal()).size(), 2u);
     EXPECT_TRUE(table->GetFuncEntrys(Ident("g"), T::ANormal()).empty());
 }
 
-TEST(SlcSymbolTable, LeavesOutVoidFunctionsWhereAValueIsWanted)
+TEST(SlcSymbolTable, ExcludesVoidFunctionsWhereAValueIsRequired)
 {
     const auto table = MakeShared<SlcSymbolTable>();
     table->AddEntry(MakeShared<SlcFuncSymbolEntry>(SignatureOf("f", T::AVoid(), {T::AFloat()})));
@@ -195,7 +195,7 @@ TEST(SlcSymbolTable, NeverPromotesAnOutputArgument)
     signature.argStorages = {SlcStorageSpecNode::AOutput(), SlcStorageSpecNode::AOutput()};
     table->AddEntry(MakeShared<SlcFuncSymbolEntry>(std::move(signature)));
     EXPECT_EQ(SearchText(table, "f", {{T::AFloat()}, {T::AString()}}), "types of color any");
-    // A formal of type any takes a value of every type but void.
+    // A formal of type any accepts a value of every type but void.
     const auto array = T::CreateArrayType(T::AFloat(), 3);
     for (SlcTypeNode* type : {T::AFloat(), T::AString(), T::AMatrix(), T::ANormal(), array})
         EXPECT_EQ(SearchText(table, "f", {{T::AColor()}, {type}}), "float") << type->ToString();
@@ -248,9 +248,10 @@ TEST(SlcSymbolTable, FindsTheFirstFunctionWithTheSameFormals)
     EXPECT_EQ(entry->GetOrigin(), SlcFuncOrigin::User);
 }
 
-TEST(SlcSymbolTable, LooksUpInALongScopeWithoutWalkingIt)
+TEST(SlcSymbolTable, FindsNamesInALongScopeWithoutWalkingIt)
 {
-    // One table a statement, as a generated shader has them: names must not cost their number.
+    // There is one table per statement, as in a generated shader: a look-up must not depend on
+    // their number.
     auto table = MakeShared<SlcSymbolTable>()->CreateNewScopeTable();
     const auto first = AddFloat(table, "first");
     for (int i = 0; i < 100000; ++i) {
@@ -261,7 +262,7 @@ TEST(SlcSymbolTable, LooksUpInALongScopeWithoutWalkingIt)
         ASSERT_EQ(FindOrNull(table, "first"), first);
 }
 
-TEST(SlcVarSymbolEntry, SharesTheOperandOfWhatAnExternStandsFor)
+TEST(SlcVarSymbolEntry, SharesTheOperandOfTheVariableOfAnExtern)
 {
     const auto table = MakeShared<SlcSymbolTable>();
     const auto outer = table->AddVarEntry(Ident("x"), T::AFloat(), SlcDetailNode::AUniform(),

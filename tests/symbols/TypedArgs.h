@@ -12,13 +12,13 @@
 
 using T = SlcTypeNode;
 
-/// The arguments of a call, each with a set of types, as the typing pass would leave them.
+/// The arguments of a call, each with a set of types, as after the typing pass.
 class TypedArgs {
 public:
     using Types = std::vector<SlcTypeNode*>;
 
     TypedArgs() = default;
-    /// One variable a set.
+    /// Adds one variable for each set.
     explicit TypedArgs(const std::vector<Types>& sets)
     {
         for (const Types& types : sets)
@@ -31,7 +31,7 @@ public:
             std::make_unique<SlcIdentExprNode>(SlcPosition(), SlcLexicalNode::CreateIdent("x")),
             types);
     }
-    /// A string literal, given without quotes.
+    /// Adds a string literal; `text` has no quotes.
     TypedArgs& AddText(const std::string& text)
     {
         return Append(std::make_unique<SlcConstExprNode>(
@@ -67,7 +67,7 @@ inline SlcIdentNode* Ident(const std::string& name)
     return SlcLexicalNode::CreateIdent(name);
 }
 
-/// A function as a table of built-ins would declare it; all its formals are inputs.
+/// Returns the signature of a function whose formals are all inputs.
 inline SlcFuncSignature SignatureOf(const std::string& name, SlcTypeNode* returnType,
                                     const std::vector<SlcTypeNode*>& formals)
 {
@@ -82,7 +82,7 @@ inline SlcFuncSignature SignatureOf(const std::string& name, SlcTypeNode* return
     return signature;
 }
 
-/// What `action` writes to standard error, where all reports go.
+/// Returns what `action` writes to standard error, where all reports go.
 template <class Action>
 std::string ReportsOf(Action action)
 {
@@ -91,7 +91,7 @@ std::string ReportsOf(Action action)
     return testing::internal::GetCapturedStderr();
 }
 
-/// The texts of some types, joined by blanks.
+/// Returns the names of the types, joined by blanks.
 template <class Types>
 [[nodiscard]] std::string TextOf(const Types& types)
 {

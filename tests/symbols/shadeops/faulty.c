@@ -1,4 +1,4 @@
-/* Tables as they may be found in libraries, most of them faulty. No shader runs with this library. */
+/* Tables of shadeops, most of them faulty. No shader runs with this library. */
 
 #include "QxShadeop.h"
 
@@ -36,14 +36,14 @@ QX_SHADEOP_TABLE(refused) = {
 
 QX_SHADEOP_TABLE(empty) = {QX_SHADEOP_END};
 
-/* Null stands for no function, and for the end. */
+/* Null means no function, and the end of the table. */
 QX_SHADEOP_TABLE(nulls) = {
     {"float nulls(float)", 0, 0},
     {0, "start", "stop"},
     {"float nulls(color)", "", ""},
 };
 
-/* A table of one record with no end; what follows it in memory is no record. */
+/* A table of one record without an end; what follows it in memory is no record. */
 static const struct {
     QxShadeop record;
     QxShadeop other;
@@ -54,7 +54,7 @@ __asm__(".globl endless_shadeops\n"
         ".type endless_shadeops, @object\n"
         ".size endless_shadeops, 24\n");
 
-/* Without the functions that it needs, one of which is something else. */
+/* A table whose library lacks the functions that it names; one of them is a variable. */
 QX_SHADEOP_TABLE(bare) = {
     {"float bare(float)", "datum", "absent"},
     {"float bare(color)", "start", "absent"},
@@ -65,7 +65,7 @@ QX_SHADEOP_EXPORT int datum = 1;
 /* Too small for a record. */
 QX_SHADEOP_EXPORT const char* const pointer_shadeops = "float pointer(float)";
 
-/* What is no table at all, and tables with what is no text of this library. */
+/* Symbols that are no tables, and tables with texts outside of this library. */
 QX_SHADEOP_EXPORT void code_shadeops(void) { }
 
 QX_SHADEOP_EXPORT const char text_shadeops[] = "float text(float), which is no table but long enough";
