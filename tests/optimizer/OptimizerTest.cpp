@@ -1,4 +1,4 @@
-// The passes of the optimizer on hand-made lists.
+// Tests the passes of the optimizer on hand-written lists.
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@
 
 namespace {
 
-/// What a pass that reads graph and sets needs of a list.
+/// The graph and the sets of a list that passes need.
 struct Analysed {
     explicit Analysed(const SlcListICode& list)
         : variables(list),
@@ -33,7 +33,7 @@ struct Analysed {
     SlcDataflowAnalysis analysis;
 };
 
-/// Runs the propagation of constants; true if it changed something.
+/// Propagates constants; true if the pass changed something.
 bool PropagatedConstants(const Analysed& facts)
 {
     SlcCopyPropagation pass(facts.graph, facts.variables);
@@ -100,11 +100,11 @@ TEST(SlcControlFlowGraph, LinksBlocks)
         EXPECT_EQ(EdgesOf(c.code), c.edges) << c.code;
 }
 
-TEST(SlcDeadCodeElimination, RemovesWhatIsNeverRead)
+TEST(SlcDeadCodeElimination, RemovesValuesThatAreNeverRead)
 {
     static const PassCase cases[] = {
-        {"begin; x = 1; y = x; end;", "begin; end;"},  // a chain goes in one run
-        // Over blocks too, and around loops, where each keeps the other alive.
+        {"begin; x = 1; y = x; end;", "begin; end;"},  // one run removes a whole chain
+        // Chains may cross blocks, and go around loops, where each value keeps the other live.
         {"begin; x = p; f?( x = x + 1; ) f?( y = x; ) end;", "begin; f?( ) f?( ) end;"},
         {"begin; x = 1; S: y = x; x = 2; g? goto S; end;", "begin; S: g? goto S; end;"},
         {"begin; x = 1; S: y = x + 1; x = y; g? goto S; end;", "begin; S: g? goto S; end;"},
@@ -113,15 +113,15 @@ TEST(SlcDeadCodeElimination, RemovesWhatIsNeverRead)
         {"begin; Ci = 1; Ci = 2; end;", "begin; Ci = 2; end;"},
         {"begin; Ci = Ci; end;", "begin; end;"},
         {"begin; x = p; L: x = x; M: Ci = x; end;", "begin; x = p; L: M: Ci = x; end;"},
-        {"begin; p = 1; end;", "begin; p = 1; end;"},  // a parameter is seen from outside
+        {"begin; p = 1; end;", "begin; p = 1; end;"},  // a parameter is live at the end
         {"begin; x = RANDOM_FLOAT(); end;", "begin; x = RANDOM_FLOAT(); end;"},
         {"begin; r = &a[u]; r = 1; end;", "begin; r = &a[u]; r = 1; end;"},
         // Points that skip the guard read the first value.
         {"begin; x = 1; f?( x = 2; ) Ci = x; end;", "begin; x = 1; f?( x = 2; ) Ci = x; end;"},
-        // Alive around the loop only.
+        // The value is live around the loop only.
         {"begin; x = 1; S: Ci = x; x = 2; g? goto S; end;",
          "begin; x = 1; S: Ci = x; x = 2; g? goto S; end;"},
-        // A light loop may run for no light, and then the first value is the one.
+        // A light loop may run for no light, and then the first value is the result.
         {"begin; Ci = 0; lights S E; Ci = 1; next S; E: end;",
          "begin; Ci = 0; lights S E; Ci = 1; next S; E: end;"},
         {"begin; f = x < y; f = not f; f?( Ci = 1; ) end;",
@@ -138,7 +138,7 @@ TEST(SlcDeadCodeElimination, RemovesWhatIsNeverRead)
 
 namespace {
 
-/// A predefined variable as a light loop has it, or else as the shader does.
+/// Returns a predefined variable of light loops, or else of the shader.
 SlcOperand Predefined(std::string_view name)
 {
     const auto* light = SlcHiddenVariables::FindVarInfoIlluminance(name);
@@ -163,7 +163,7 @@ bool KeepsAssignment(std::string_view variable, SqxPrimitive primitive)
 
 }  // namespace
 
-TEST(SlcDefUse, KeepsWhatIsAssignedBeforeACallThatReadsIt)
+TEST(SlcDefUse, KeepsAssignmentsThatACallReads)
 {
     for (const SqxCard& card : SqxCards())
         for (const std::string_view variable : card.Reads())
@@ -173,7 +173,7 @@ TEST(SlcDefUse, KeepsWhatIsAssignedBeforeACallThatReadsIt)
     EXPECT_FALSE(KeepsAssignment("Ol", SqxPrimitive::CALL_PRIM_DIFFUSE));
 }
 
-TEST(SlcRemoveEmptyBlocks, RemovesPointlessMarks)
+TEST(SlcRemoveEmptyBlocks, RemovesRedundantLabelsAndBrackets)
 {
     static const PassCase cases[] = {
         {"goto L; L: x = 1;", "x = 1;"},
@@ -188,7 +188,7 @@ TEST(SlcRemoveEmptyBlocks, RemovesPointlessMarks)
         {"{ f?( ) } x = 1;", "x = 1;"},
         {"{ x = RANDOM_FLOAT(); } { y = RANDOM_FLOAT(); }",
          "{ x = RANDOM_FLOAT(); } { y = RANDOM_FLOAT(); }"},
-        // Whatever one of them writes of a uniform variable is whole before the other begins.
+        // All points write a uniform variable before the next run reads it.
         {"{ u = x; } { } { y = 1; } { y = u; }", "{ u = x; y = 1; } { y = u; }"},
         {"x = 1;", "x = 1;"},
     };
@@ -199,7 +199,7 @@ TEST(SlcRemoveEmptyBlocks, RemovesPointlessMarks)
     });
 }
 
-TEST(SlcRemoveEmptyBlocks, RemovesWhatNothingReaches)
+TEST(SlcRemoveEmptyBlocks, RemovesUnreachableCode)
 {
     static const PassCase cases[] = {
         {"x = 1; goto E; y = 1; A: x = 2; g? goto E; B: x = 3; E: z = x;",
@@ -232,7 +232,7 @@ TEST(SlcConvertConstOp, FoldsOneInstruction)
         {"x = 0 + y;", "x = y;"},
         {"x = y + 0;", "x = y;"},
         {"x = 0 - y;", "x = -y;"},
-        {"x = y - y;", "x = y - y;"},  // values only, not identity
+        {"x = y - y;", "x = y - y;"},  // equal operands are not recognized
         {"x = y * 1;", "x = y;"},
         {"x = y * 0;", "x = 0;"},
         {"x = y / 4;", "x = y * 0.25;"},
@@ -240,11 +240,11 @@ TEST(SlcConvertConstOp, FoldsOneInstruction)
         {"x = 0 / 0;", "x = 0 / 0;"},
         {"x = 49 / 49;", "x = 1;"},
         {"f = 0.30000001192092896 == 0.3;", "f = true;"},
-        {"x = 12345 * 1001;", "x = 12345 * 1001;"},  // more digits than are written
+        {"x = 12345 * 1001;", "x = 12345 * 1001;"},  // has more digits than are written
         {"x = 1e+07 * 20;", "x = 2e+08;"},
-        {"x = y / 3e+38;", "x = y / 3e+38;"},  // its reciprocal has fewer digits
+        {"x = y / 3e+38;", "x = y / 3e+38;"},  // the reciprocal is not exact
         {"x = LOG2(8, 2);", "x = 3;"},
-        {"x = ROUND(0.49999997);", "x = 1;"},  // as the run time has it
+        {"x = ROUND(0.49999997);", "x = 1;"},  // equals the run time
         {"x = MOD(7, 3);", "x = 1;"},
         {"x = 0 / y;", "x = 0;"},
         {"x = 1e38 * 10;", "x = 1e+38 * 10;"},  // would not be finite at run time
@@ -258,7 +258,8 @@ TEST(SlcConvertConstOp, FoldsOneInstruction)
         {"true?( x = 1; ) y = 1;", "x = 1; y = 1;"},
         {"false?( x = 1; ) y = 1;", "y = 1;"},
         {"!true?( x = 1; ) y = 1;", "y = 1;"},
-        // The inner one waits for the next round, and its end is not taken for the outer one's.
+        // The inner guard remains for the next run, and its end is not mistaken for that of the
+        // outer one.
         {"true?( true?( x = 1; ) y = 1; ) z = 1;", "true?( x = 1; ) y = 1; z = 1;"},
         {"true?( f?( x = 1; ) y = 1; ) z = 1;", "f?( x = 1; ) y = 1; z = 1;"},
         {"false?( f?( x = 1; ) y = 1; ) z = 1;", "z = 1;"},
@@ -277,15 +278,15 @@ TEST(SlcConvertConstOp, FoldsOneInstruction)
     });
 }
 
-TEST(SlcCopyPropagation, CarriesConstantsWhereAllPathsAgree)
+TEST(SlcCopyPropagation, PropagatesConstantsWhereAllPathsAgree)
 {
     static const PassCase cases[] = {
         {"x = 1; y = x;", "x = 1; y = 1;"},
         {"x = y; z = x;", "x = y; z = x;"},                        // no copies of variables
-        {"x = 1; x = x + 1; y = x;", "x = 1; x = 1 + 1; y = x;"},  // reads come first
+        {"x = 1; x = x + 1; y = x;", "x = 1; x = 1 + 1; y = x;"},  // reads come before writes
         {"x = 1; f?( x = 2; ) y = x;", "x = 1; f?( x = 2; ) y = x;"},
         {"x = 1; f?( y = x; )", "x = 1; f?( y = 1; )"},
-        // At a join bools survive and floats do not.
+        // Known flags survive a join, known floats do not.
         {"g = false; x = 1; f?( z = 1; ) h = g; y = x;",
          "g = false; x = 1; f?( z = 1; ) h = false; y = x;"},
         {"x = 1; S: y = x; g? goto S;", "x = 1; S: y = x; g? goto S;"},
@@ -308,22 +309,22 @@ TEST(SlcCopyPropagation, CarriesConstantsWhereAllPathsAgree)
     });
 }
 
-TEST(SlcReduceNumberTmps, SharesWhatIsNeverAliveTogether)
+TEST(SlcReduceNumberTmps, SharesVariablesThatAreNeverLiveTogether)
 {
     static const PassCase cases[] = {
         {"begin; x = p; Ci = x; y = p; Ci = y; end;", "begin; x = p; Ci = x; x = p; Ci = x; end;"},
         {"begin; x = p; y = p; Ci = x + y; end;", "begin; x = p; y = p; Ci = x + y; end;"},
         // A dead value must not overwrite a live one.
         {"begin; x = p; y = 1; Ci = x; end;", "begin; x = p; y = 1; Ci = x; end;"},
-        // Alive around the loop.
+        // The value is live around the loop.
         {"begin; x = p; S: y = p; Ci = y; Ci = x; g? goto S; end;",
          "begin; x = p; S: y = p; Ci = y; Ci = x; g? goto S; end;"},
-        // Read before they are set, and so alive at the entry together.
+        // Both are read before they are set, so both are live at the entry.
         {"begin; Ci = x; Ci = y; end;", "begin; Ci = x; Ci = y; end;"},
         {"begin; u1 = p; Ci = u1; u2 = p; Ci = u2; end;",
-         "begin; u1 = p; Ci = u1; u2 = p; Ci = u2; end;"},  // uniform ones keep their own
+         "begin; u1 = p; Ci = u1; u2 = p; Ci = u2; end;"},  // uniform variables are not shared
         {"begin; f = p < 1; f?( Ci = 1; ) x = p; Ci = x; end;",
-         "begin; f = p < 1; f?( Ci = 1; ) x = p; Ci = x; end;"},  // by type
+         "begin; f = p < 1; f?( Ci = 1; ) x = p; Ci = x; end;"},  // types are not mixed
     };
     ExpectRewritten(cases, [](SlcPtr<SlcListICode>& list) {
         Analysed facts(*list);
@@ -331,7 +332,7 @@ TEST(SlcReduceNumberTmps, SharesWhatIsNeverAliveTogether)
     });
 }
 
-TEST(SlcReduceNumberTmps, DeclaresOnlyWhatStays)
+TEST(SlcReduceNumberTmps, DeclaresOnlyRemainingVariables)
 {
     auto list = CodeText().List("begin; x = p; Ci = x; y = p; Ci = y; r = &a[1]; r = 1; end;");
     Analysed facts(*list);
@@ -342,7 +343,7 @@ TEST(SlcReduceNumberTmps, DeclaresOnlyWhatStays)
     EXPECT_EQ(declared, "x r a ");
 }
 
-TEST(SlcConvertTmpVarDetail, StoresOnceWhatStaysWithinAPoint)
+TEST(SlcConvertTmpVarDetail, StoresOnceWhatIsUsedWithinOnePoint)
 {
     static const struct {
         const char* code;
@@ -372,12 +373,12 @@ TEST(SlcConvertTmpVarDetail, StoresOnceWhatStaysWithinAPoint)
     }
 }
 
-TEST(SlcCodeMotion, MovesInvariantsInFrontOfTheLoop)
+TEST(SlcCodeMotion, HoistsInvariantsOutOfTheLoop)
 {
     static const PassCase cases[] = {
         {"begin; S: u = p + 1; pOut = u; g = p < u; !g? goto E; goto S; E: end;",
          "begin; u = p + 1; g = p < u; S: pOut = u; !g? goto E; goto S; E: end;"},
-        // All that only computes.
+        // All instructions that only compute are hoisted.
         {"begin; S: { x = zero(); y = -p; z = p - x; z1 = p * y; z2 = p / z; z3 = z1 . z2; z4 = p "
          "^ z3; z5 = point(p, 1, z4); z6 = normal(p, 1, z5); z7 = vector(p, 1, z6); z8 = color(p, "
          "1, z7); f = p < z8; f1 = p <= 1; f2 = p > 1; f3 = p >= 1; f4 = p == 1; f5 = p != 1; "
@@ -388,14 +389,15 @@ TEST(SlcCodeMotion, MovesInvariantsInFrontOfTheLoop)
          "z7); f = p < z8; f1 = p <= 1; f2 = p > 1; f3 = p >= 1; f4 = p == 1; f5 = p != 1; z9 = "
          "matrix(p, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, z8); } y1 <- p; S: { } pOut = z9; "
          "!g? goto E; goto S; E: end;"},
-        // Hoisted out of a run into a separate run, together with computations that only depend on
-        // it.
+        // Instructions are hoisted out of a parallel run into a separate one, together with those
+        // that depend only on them.
         {"begin; S: { x = p + 1; y = x * 2; } pOut = y; !g? goto E; goto S; E: end;",
          "begin; { x = p + 1; y = x * 2; } S: { } pOut = y; !g? goto E; goto S; E: end;"},
         {"begin; S: { u = p; y = 2; } { x = u; } pOut = x + y; !g? goto E; goto S; E: end;",
          "begin; { u = p; y = 2; } { x = u; } S: { } { } pOut = x + y; !g? goto E; goto S; E: "
          "end;"},
-        // Written twice, read before, alive at the head, under a guard, written from outside.
+        // Not hoisted: written twice, read before, live at the head, under a guard, operand written
+        // in the loop.
         {"begin; S: u = 1; pOut = u; u = 2; !g? goto E; goto S; E: end;",
          "begin; S: u = 1; pOut = u; u = 2; !g? goto E; goto S; E: end;"},
         {"begin; u = 0; S: pOut = u; u = 2; !g? goto E; goto S; E: end;",
@@ -406,18 +408,18 @@ TEST(SlcCodeMotion, MovesInvariantsInFrontOfTheLoop)
          "begin; S: x = p + 1; p = x; !g? goto E; goto S; E: end;"},
         {"begin; S: r = &a[u]; x = r + 1; pOut = x; !g? goto E; goto S; E: end;",
          "begin; S: r = &a[u]; x = r + 1; pOut = x; !g? goto E; goto S; E: end;"},
-        // The flag is another in each round, though the set of writes names it once.
+        // The flag changes in each iteration, although the set of writes contains it once.
         {"begin; S: { f = p < 1; f?( pOut = 1; ) f = not f; } !g? goto E; goto S; E: end;",
          "begin; S: { f = p < 1; f?( pOut = 1; ) f = not f; } !g? goto E; goto S; E: end;"},
-        // A loop without an exit.
+        // The loop has no exit.
         {"begin; S: u = p + 1; pOut = u; goto S;", "begin; u = p + 1; S: pOut = u; goto S;"},
         // A light loop can be left before its body runs.
         {"begin; lights S E; x = p + 1; pOut = x; next S; E: end;",
          "begin; lights S E; x = p + 1; pOut = x; next S; E: end;"},
-        // A jump from elsewhere would skip the place before the head.
+        // A jump from elsewhere would skip the hoisted code.
         {"begin; g1? goto S; y = 1; S: u = p + 1; pOut = u; !g? goto E; goto S; E: end;",
          "begin; g1? goto S; y = 1; S: u = p + 1; pOut = u; !g? goto E; goto S; E: end;"},
-        // Two jumps back: the loop is all that reaches either.
+        // Two back edges lead to one head, so the loop consists of all blocks that reach either.
         {"begin; S: u = p + 1; pOut = u; g1? goto S; u = 3; pOut = u; !g? goto E; goto S; E: end;",
          "begin; S: u = p + 1; pOut = u; g1? goto S; u = 3; pOut = u; !g? goto E; goto S; E: end;"},
     };
@@ -437,7 +439,7 @@ TEST(SlcRegroupParallelBlocks, JoinsRunsWithNothingBetween)
         // A run with a comparison is joined with the one before it, not with the one after it.
         {"{ x = 1; } { f = x < y; } { y = 1; }", "{ x = 1; f = x < y; } { y = 1; }"},
         {"{ x = RANDOM_FLOAT(); } { y = 1; }", "{ x = RANDOM_FLOAT(); } { y = 1; }"},
-        // For each point alone, one run would read what another point has left.
+        // A joined run would read at each point what an earlier point has written.
         {"{ u = x; } { y = u; }", "{ u = x; } { y = u; }"},
         {"{ y = u; } { z = 1; } { u = x; }", "{ y = u; z = 1; } { u = x; }"},
         {"{ u = x; } { u = y; }", "{ u = x; } { u = y; }"},
@@ -460,14 +462,14 @@ TEST(SlcRegroupParallelIfs, JoinsGuardsOfOneFlag)
         {"{ f?( break f to L; ) f?( y = 1; ) }", "{ f?( break f to L; ) f?( y = 1; ) }"},
         {"{ f?( break f1 to L; ) f?( y = 1; ) }", "{ f?( break f1 to L; ) f?( y = 1; ) }"},
         {"{ f?( continue f1 to L; ) f?( y = 1; ) }", "{ f?( continue f1 to L; ) f?( y = 1; ) }"},
-        // The second guard must see what the first body made of the flag.
+        // The second guard must use the flag that the first body has written.
         {"{ f?( f = x < y; x = 1; ) f?( y = 1; ) }", "{ f?( f = x < y; x = 1; ) f?( y = 1; ) }"},
     };
     ExpectRewritten(cases,
                     [](SlcPtr<SlcListICode>& list) { SlcRegroupParallelIfs().Optimize(list); });
 }
 
-TEST(SlcICodeOptimizer, EndsOnLoopsThatFeedConstantsAround)
+TEST(SlcICodeOptimizer, TerminatesOnLoopsThatCarryConstants)
 {
     static const char* const lists[] = {
         "begin; u = 0; S: u1 = u; u = 0; u2 = u1; u1 = u; !g? goto E; goto S; E: pOut = u; end;",

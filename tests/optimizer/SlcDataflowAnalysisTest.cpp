@@ -1,4 +1,5 @@
-// Live variables on random lists, against sets that are held for every block and variable.
+// Compares the live variables of random lists with sets that are computed for every block and
+// variable.
 
 #include <gtest/gtest.h>
 
@@ -16,8 +17,8 @@ namespace {
 
 using Sets = std::vector<std::set<int>>;
 
-/// Lists of guards and jumps to anywhere, over more variables than one group of them holds. Only
-/// jumps without a condition make loops that never end and code that nothing reaches.
+/// Makes lists of guards and random jumps, with more variables than one group has. Endless loops
+/// and unreachable code come only from unconditional jumps.
 class RandomList {
 public:
     RandomList(unsigned int seed, bool jumpsAlways) : m_random(seed), m_jumpsAlways(jumpsAlways) {}
@@ -55,7 +56,7 @@ private:
     bool m_jumpsAlways;
 };
 
-/// By block, what is alive at its front.
+/// Returns the live-in set of each block.
 Sets LiveIn(const SlcControlFlowGraph& graph, SlcDefUse& defUse)
 {
     Sets live(graph.Blocks().size());
@@ -84,7 +85,8 @@ bool OnlyComputes(const SlcICode& code)
     return dynamic_cast<const SlcAssignICode*>(&code) || dynamic_cast<const SlcAddICode*>(&code);
 }
 
-/// Variables that something reads which does not only compute, or computes one of them.
+/// Returns the variables that are read by an instruction with an effect, or by one that computes
+/// such a variable.
 std::set<int> Needed(const SlcListICode& list, SlcDefUse& defUse)
 {
     std::set<int> needed;
@@ -99,7 +101,8 @@ std::set<int> Needed(const SlcListICode& list, SlcDefUse& defUse)
     return needed;
 }
 
-/// The code left after repeatedly removing everything that is dead according to the sets.
+/// Removes everything that is dead according to the sets until nothing changes, and returns the
+/// rest.
 std::string WithoutDeadCode(SlcListICode& list)
 {
     for (bool changed = true; changed;) {
@@ -134,7 +137,7 @@ std::string WithoutDeadCode(SlcListICode& list)
     return CodeText::Print(list);
 }
 
-/// Two variables of the dump that interfere and yet share one; empty if there are none.
+/// Returns two variables of the dump that interfere and yet share storage; empty if there are none.
 std::string WronglyShared(const std::string& dump)
 {
     std::map<std::string, std::string> stays;
@@ -158,7 +161,7 @@ std::string WronglyShared(const std::string& dump)
 
 }  // namespace
 
-TEST(SlcDataflowAnalysis, FindsWhatIsAlive)
+TEST(SlcDataflowAnalysis, FindsLiveVariables)
 {
     for (unsigned int seed = 1; seed <= 300; ++seed) {
         const std::string text = RandomList(seed, true).Make();
@@ -185,7 +188,7 @@ TEST(SlcDataflowAnalysis, FindsWhatIsAlive)
     }
 }
 
-TEST(SlcLiveRanges, HoldWritesAndWhatIsLiveAfterEachInstruction)
+TEST(SlcLiveRanges, ContainWritesAndLiveVariablesAfterEachInstruction)
 {
     for (unsigned int seed = 1; seed <= 300; ++seed) {
         const std::string text = RandomList(seed, true).Make();
@@ -232,7 +235,7 @@ TEST(SlcLiveRanges, HoldWritesAndWhatIsLiveAfterEachInstruction)
     }
 }
 
-TEST(SlcReduceNumberTmps, SharesNothingThatInterferes)
+TEST(SlcReduceNumberTmps, SeparatesVariablesThatInterfere)
 {
     for (unsigned int seed = 1; seed <= 300; ++seed) {
         const std::string text = RandomList(seed, false).Make();
@@ -247,7 +250,7 @@ TEST(SlcReduceNumberTmps, SharesNothingThatInterferes)
     }
 }
 
-TEST(SlcDeadCodeElimination, RemovesAllThatIsDead)
+TEST(SlcDeadCodeElimination, RemovesAllDeadCode)
 {
     for (unsigned int seed = 1; seed <= 300; ++seed) {
         const std::string text = RandomList(seed, true).Make();

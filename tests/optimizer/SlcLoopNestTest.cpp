@@ -1,5 +1,5 @@
-// The nest of loops, against the plain rules: dominance by reachability, and a loop by its way
-// back.
+// Compares the loop nest with the definitions: dominance by reachability, and a loop by its back
+// edges.
 
 #include "optimizer/SlcLoopNest.h"
 
@@ -14,7 +14,7 @@ namespace {
 
 using Blocks = std::set<int>;
 
-/// Labels with jumps between them, back and forth.
+/// Returns labels with forward and backward jumps between them.
 std::string RandomCode(std::mt19937& random)
 {
     const unsigned int labels = 2 + random() % 9;
@@ -62,7 +62,7 @@ public:
                (dominator == block || !IsReached(block, dominator));
     }
 
-    /// Empty if `head` leads no loop.
+    /// Returns the blocks of the loop with that head; empty if there is none.
     [[nodiscard]] Blocks LoopOf(int head) const
     {
         std::vector<int> pending;
@@ -119,7 +119,8 @@ Blocks BlocksOf(const SlcLoopNest& nest, const SlcLoopNest::Loop& loop, int coun
     return blocks;
 }
 
-/// The places of loops are one inside the other: the innermost around both has the last of them.
+/// Returns the place of the innermost loop around both blocks. An inner loop has a later place than
+/// the loops around it.
 int CommonPlace(const SlcLoopNest& nest, int block, int other)
 {
     int place = SlcLoopNest::k_none;
@@ -131,7 +132,7 @@ int CommonPlace(const SlcLoopNest& nest, int block, int other)
 
 }  // namespace
 
-TEST(SlcLoopNest, FindsTheLoopsOfThePlainRule)
+TEST(SlcLoopNest, FindsTheLoopsOfTheDefinition)
 {
     std::mt19937 random(7);
     int loops = 0;
@@ -162,5 +163,5 @@ TEST(SlcLoopNest, FindsTheLoopsOfThePlainRule)
                 EXPECT_EQ(nest.CommonPlace(block, place), CommonPlace(nest, block, other)) << code;
         }
     }
-    EXPECT_GT(loops, 300);  // else the shapes say nothing
+    EXPECT_GT(loops, 300);  // otherwise the random code has too few loops
 }

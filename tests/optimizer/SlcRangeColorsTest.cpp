@@ -1,4 +1,5 @@
-// The tree of colors, against the plain rule: the first color that no place of a variable meets.
+// Compares the tree of colors with the definition: the first color that is free at all places of a
+// variable.
 
 #include <gtest/gtest.h>
 
@@ -9,7 +10,7 @@
 
 namespace {
 
-/// Up to four ranges that neither overlap nor touch.
+/// Returns up to four ranges that neither overlap nor touch.
 std::vector<SlcLiveRange> RandomRanges(std::mt19937& random)
 {
     std::vector<SlcLiveRange> ranges;
@@ -53,7 +54,7 @@ private:
 
 }  // namespace
 
-TEST(SlcRangeColors, TakeTheFirstThatIsFree)
+TEST(SlcRangeColors, TakeTheFirstFreeColor)
 {
     for (unsigned int seed = 1; seed <= 50; ++seed) {
         std::mt19937 random(seed);
