@@ -11,8 +11,7 @@
 /// process.
 class LsEditor {
 public:
-    /// `settings` is the section "shaderqx" of the settings; `capabilities` are those of the
-    /// editor.
+    /// `settings` are the initialization options; `capabilities` are those of the editor.
     explicit LsEditor(const SqxJson& settings = SqxJson::object(),
                       const SqxJson& capabilities = DefaultCapabilities());
 

@@ -7,12 +7,11 @@
 #include <gtest/gtest.h>
 
 #include "helpers/TemporaryFolder.h"
-#include "support/QxVersion.h"
 #include "support/SlcUnfinishedFile.h"
 
 namespace {
 
-/// Does not end; each call keeps a piece of the stack.
+/// Recurses without an end; each call uses a part of the stack.
 int Overflow(int depth)
 {
     volatile char piece[4096] = {};
@@ -59,7 +58,7 @@ TEST(QxDebugDeathTest, ReportsASignalWithItsStack)
     }
 }
 
-TEST(QxDebugDeathTest, GoesOnAfterAHangup)
+TEST(QxDebugDeathTest, ContinuesAfterAHangup)
 {
     const auto raiseTwice = [] {
         EXPECT_TRUE(QxDebug::InitErrorSignalsHandling());
@@ -104,12 +103,4 @@ TEST(QxDebugDeathTest, ReportsAnOverflowOfTheStack)
         std::exit(Overflow(1) == 0 ? 2 : 3);
     };
     EXPECT_EXIT(overflow(), testing::ExitedWithCode(1), "Segmentation violation");
-}
-
-TEST(QxVersion, NamesVersionDateAndLabel)
-{
-    char* const text = QxGetVersionString();
-    EXPECT_STREQ(text, "1.0.6 (Jul 30 2003) \"BETA 2\"");
-    std::free(text);
-    EXPECT_STRNE(QxGetCopyrightString(), "");
 }

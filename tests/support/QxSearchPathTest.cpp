@@ -13,7 +13,7 @@ namespace {
 
 using testing::ElementsAre;
 
-/// A variable of the environment as long as the object lives; null unsets it.
+/// Sets an environment variable as long as the object lives, or unsets it if `value` is null.
 class Variable {
 public:
     Variable(const char* name, const char* value) : m_name(name)

@@ -46,7 +46,7 @@ TEST_F(QxSystemTest, ScansADirectoryOrOneLevelBelow)
     EXPECT_THAT(Scan("top/file", true), UnorderedElementsAre());
 }
 
-TEST_F(QxSystemTest, TellsOfFiles)
+TEST_F(QxSystemTest, ReturnsPropertiesOfFiles)
 {
     TemporaryFolder::Write("dir/a", "12345");
     TemporaryFolder::Write("dir/inner/b", "123");
@@ -92,7 +92,7 @@ TEST_F(QxSystemTest, CopiesFiles)
     EXPECT_FALSE(QxSystem::FileCopy("from", "/dev/full"));
 }
 
-TEST_F(QxSystemTest, TellsOfFileSystemsAndTheMachine)
+TEST_F(QxSystemTest, ReturnsPropertiesOfFileSystemsAndTheMachine)
 {
     EXPECT_GT(QxSystem::DiskSize("."), 0);
     EXPECT_LE(QxSystem::DiskFree("."), QxSystem::DiskSize("."));
@@ -123,7 +123,7 @@ TEST_F(QxSystemTest, LaunchesPrograms)
     EXPECT_EQ(QxSystem::LaunchProgramAndWait("./missing"), 127);
 }
 
-TEST_F(QxSystemTest, LaunchesProgramsWithTheStandardStreamsAlone)
+TEST_F(QxSystemTest, LaunchesProgramsWithOnlyTheStandardStreams)
 {
     TemporaryFolder::Write("file", "");
     std::FILE* open = std::fopen("file", "r");
@@ -134,8 +134,8 @@ TEST_F(QxSystemTest, LaunchesProgramsWithTheStandardStreamsAlone)
     std::fclose(open);
 }
 
-/// A caller that ignores the signal still learns how the program ended.
-TEST_F(QxSystemTest, WaitsWhateverBecomesOfTheChildSignal)
+/// A caller that ignores the signal still gets the exit status of the program.
+TEST_F(QxSystemTest, WaitsIfTheChildSignalIsIgnored)
 {
     const auto before = std::signal(SIGCHLD, SIG_IGN);
     EXPECT_EQ(QxSystem::LaunchProgramAndWait("sh", "-c", "exit 5"), 5);

@@ -21,7 +21,7 @@ void ExpectUntouched(const Room& room)
 }
 
 // Each block is filled with a distinct mark, which any overlap would overwrite.
-TEST(SlcArena, RoomsOfAllSizesStayApart)
+TEST(SlcArena, BlocksOfAllSizesDoNotOverlap)
 {
     SlcArena arena;
     std::mt19937 random(1);
@@ -47,19 +47,15 @@ TEST(SlcArena, RoomsOfAllSizesStayApart)
     }
 }
 
-TEST(SlcArena, RoomThatWasGivenBackServesAgain)
+TEST(SlcArena, ReusesFreedBlocks)
 {
     SlcArena arena;
+    arena.GiveBack(nullptr);
     for (const std::size_t size : {0U, 1U, 8U, 9U, 24U, 100U, 1000U}) {
         void* const first = arena.Take(size);
         arena.GiveBack(first);
         EXPECT_EQ(arena.Take(size), first) << size;
     }
-}
-
-TEST(SlcArena, NothingIsGivenBackAsNull)
-{
-    SlcArena().GiveBack(nullptr);
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// What a report writes, with both counts: "errors/warnings: text".
+/// Returns what a report writes, with both counts: "errors/warnings: text".
 std::string Report(const std::function<void()>& report, int level = 1)
 {
     ResetNbErrorsAndWarnings();
@@ -22,7 +22,7 @@ std::string Report(const std::function<void()>& report, int level = 1)
 
 const std::string k_file = "a.sl";
 
-/// A scanner that has just read `token`, which ends at `column`.
+/// Sets the position of a scanner that has just read `token`, which ends at `column`.
 void StandAt(int column, std::string_view token, std::string line, std::string filler)
 {
     SlcCurrentPosition() = {
@@ -75,7 +75,7 @@ TEST(SlcDiagnostics, PutsTheCaretUnderTheStartOfTheLastToken)
         {5, "foo", "x=foo;", "     ", "          ^"},
         {3, "foo", "foo;", "   ", "        ^"},                // at the start of the line
         {6, "foo", "\t\t foo", "\t\t    ", "        \t\t ^"},  // tabs stay tabs
-        {0, "\n", "foo", "      ", "        ^"},               // no token of the line yet
+        {0, "\n", "foo", "      ", "        ^"},               // before the first token of the line
     };
     for (const CaretCase& c : cases) {
         StandAt(c.column, c.token, c.line, c.filler);
@@ -85,7 +85,7 @@ TEST(SlcDiagnostics, PutsTheCaretUnderTheStartOfTheLastToken)
     }
 }
 
-TEST(SlcDiagnosticsDeathTest, EndsTheProcessAfterAFaultOfItsOwn)
+TEST(SlcDiagnosticsDeathTest, EndsTheProcessAfterAnInternalError)
 {
     EXPECT_EXIT(FatalError("SlcFoo::Bar failed"), testing::ExitedWithCode(1),
                 "FATAL ERROR: SlcFoo::Bar failed\n\\*\\*\\*\\*\\* Please contact '.+' !!!\n");

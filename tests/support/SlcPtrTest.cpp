@@ -55,7 +55,7 @@ TEST(SlcPtr, KeepsItsObjectWhenAssignedTheSameOne)
 
 TEST(SlcPtr, ReleasesTheOldObjectAfterTakingTheNewOne)
 {
-    // The new object is held by the old one alone.
+    // Only the old object holds the new one.
     SlcPtr<Holder> pointer = MakeShared<Holder>();
     pointer->m_next = MakeShared<Holder>();
     pointer = pointer->m_next;
@@ -71,7 +71,7 @@ TEST(SlcPtr, ComparesObjectsAcrossTheClassesOfOneFamily)
     EXPECT_TRUE(base != SlcPtr<Counted>(MakeShared<Counted>(alive)));
 }
 
-TEST(CheckCast, GivesNullForNullAndThrowsForAnotherClass)
+TEST(CheckCast, ReturnsNullForNullAndThrowsForAnotherClass)
 {
     int alive = 0;
     const SlcPtr<SlcCollectable> object = MakeShared<Derived>(alive);

@@ -61,7 +61,7 @@ TEST(SlcSemanticError, PrintsThePlaceOfTheNodeOrTheMessageAlone)
         EXPECT_EQ(Written(c.report), c.text);
 }
 
-TEST(SlcSemanticError, TellsErrorsFromWarningsAndSilentWarnings)
+TEST(SlcSemanticError, DistinguishesErrorsWarningsAndSilentWarnings)
 {
     const auto node = Name("x");
     SlcSemanticError sink;
@@ -80,7 +80,7 @@ TEST(SlcSemanticError, TellsErrorsFromWarningsAndSilentWarnings)
     EXPECT_FALSE(sink.NoError());
 }
 
-TEST(SlcSemanticError, HeadsTheReportsOfAFunctionOnce)
+TEST(SlcSemanticError, PrintsTheFunctionOnceBeforeItsReports)
 {
     const auto node = Name("x");
     SlcSemanticError sink;

@@ -87,7 +87,7 @@ std::string SqxCall::Part(std::size_t place) const
     return Texts(place)[0];
 }
 
-/// Arithmetic hands poison on by itself, to the components that it reaches.
+/// Arithmetic propagates poison by itself, to the components that it affects.
 void SqxCall::SetNumbers(std::size_t place, std::span<const float> values) const
 {
     const auto numbers = Exactly(place, values.size());

@@ -11,13 +11,13 @@
 
 class SqxMachine;
 
-/// One instruction at one point, for its operation: the operands by position, the result (if it has
-/// one) first. Values are copied out and in, so that a result may be one of the operands.
+/// One instruction at one point, as its operation sees it: the operands by position, the result, if
+/// there is one, first. Values are copied, so a result may be one of the operands.
 ///
 /// All results of an operation become poison if it has read poison, even if its arithmetic lost it.
 class SqxCall {
 public:
-    /// `isDoubtful`: whether it runs depends on a condition that was never written.
+    /// `isDoubtful`: a condition that was never written decides whether the instruction runs.
     SqxCall(SqxMachine& machine, SqxStore& store, std::span<const int> operands, std::size_t point,
             bool isDoubtful = false)
         : m_machine(machine),
@@ -28,14 +28,14 @@ public:
     {
     }
 
-    /// Returns an operand; a flag as a boolean. A flag that was never set is a fault.
+    /// Returns an operand, a flag as a boolean. Reading a flag that was never set is a fault.
     template <class Value>
     [[nodiscard]] Value Get(std::size_t place) const
     {
         Note(place);
         return Part<Value>(place);
     }
-    /// For operations on a part of the operand: the rest may be poison.
+    /// Like `Get`, for operations on a part of the operand: the rest may be poison.
     template <class Value>
     [[nodiscard]] Value Part(std::size_t place) const;
     template <class Value>
@@ -48,15 +48,16 @@ public:
         return GetEach<Values...>(first, std::index_sequence_for<Values...>());
     }
 
-    /// All numbers or texts of an operand of any type and size.
+    /// Return all numbers or texts of an operand of any type and size.
     [[nodiscard]] std::span<float> Numbers(std::size_t place) const;
     [[nodiscard]] std::span<std::string> Texts(std::size_t place) const;
     [[nodiscard]] const SqxVariable& Variable(std::size_t place) const;
-    /// To be called by operations that read `Numbers`; `Get` does so itself.
+    /// Records whether an operand is poison. Operations that read `Numbers` must call it; `Get`
+    /// does.
     void Note(std::size_t place) const;
-    /// For values that leave the shader. Throws `SqxFault` if the operation has read poison.
+    /// Throws `SqxFault` if the operation has read poison; for values that leave the shader.
     void RefusePoison() const;
-    /// The number of a variable, or a literal.
+    /// Returns the number of a variable, or a literal.
     [[nodiscard]] int Operand(std::size_t place) const { return m_operands[place]; }
     [[nodiscard]] std::size_t Count() const { return m_operands.size(); }
 
@@ -112,7 +113,7 @@ struct SqxOperationRow {
     SqxOperation operation;
 };
 
-// Operations of the primitives at one point, by topic.
+// These tables list the operations of primitives at one point, by topic.
 [[nodiscard]] std::span<const SqxOperationRow> SqxOperatorTable();
 [[nodiscard]] std::span<const SqxOperationRow> SqxMathTable();
 [[nodiscard]] std::span<const SqxOperationRow> SqxNoiseTable();

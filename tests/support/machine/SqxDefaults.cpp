@@ -13,7 +13,7 @@ float Step(unsigned int points)
     return points > 1 ? 1 / static_cast<float>(points - 1) : 1;
 }
 
-/// A place on the patch.
+/// A point of the patch.
 struct Place {
     float u;
     float v;

@@ -1,4 +1,4 @@
-// Points, vectors, matrices, coordinate and color spaces.
+// The operations on points, vectors, matrices, coordinate spaces and color spaces.
 
 #include "QxCalls.h"
 #include "QxColorSpaces.h"
@@ -13,7 +13,7 @@ using Vector = QxVector3;
 using Color = QxRGBColor;
 using Matrix = QxMatrix44;
 
-/// A function object of the run time over the arguments, whose types are given.
+/// Calls a function object of the run time with arguments of the given types.
 template <class Function, class... Arguments>
 void Call(const SqxCall& call)
 {
@@ -64,8 +64,7 @@ void FaceForward(const SqxCall& call)
     call.Set(0, QxFaceForward(call.Get<Vector>(1), call.Get<Vector>(2), trueNormal));
 }
 
-/// The variables after the arguments take the two shares and, if they are there, the two
-/// directions.
+/// Writes the two shares and, if the call has variables for them, the two directions.
 void Fresnel(const SqxCall& call)
 {
     const auto shares = QxFresnel(call.Get<Vector>(0), call.Get<Vector>(1), call.Get<float>(2));
@@ -109,7 +108,7 @@ void Depth(const SqxCall& call)
     call.Set(0, call.Machine().Support().Depth(call.Get<Vector>(1)));
 }
 
-// Spaces that the file numbers.
+// These operations use spaces that the file numbers.
 
 template <class As>
 void ToCurrent(const SqxCall& call)
@@ -130,7 +129,7 @@ void ConcatSpace(const SqxCall& call)
     call.Set(0, call.Get<Matrix>(1) * call.Machine().SpaceByNumber(call.Operand(2)).toCurrent);
 }
 
-// Spaces that the shader names, or matrices in their place.
+// These operations use spaces that the shader names, or matrices.
 
 const QxFrame3D& NamedSpace(const SqxCall& call, std::size_t place)
 {
@@ -141,7 +140,7 @@ QxFrame3D FrameAt(const SqxCall& call, std::size_t place)
 {
     if (call.Variable(place).type == SqxType::String)
         return NamedSpace(call, place);
-    // A matrix leads from the current space.
+    // A matrix transforms from the current space.
     return QxFrame3D(QxInverse(call.Get<Matrix>(place)));
 }
 

@@ -10,7 +10,7 @@ using enum SqxPrimitive;
 
 using Vector = QxVector3;
 
-// Flags. What is not set yet stays so where it counts.
+// Operations on flags. A flag that was never set is a fault only where it decides the result.
 
 void SetUniformFlag(const SqxGridCall& call)
 {
@@ -43,7 +43,7 @@ void OrFlag(const SqxGridCall& call)
     }
 }
 
-// Derivatives. The step along an axis is one for the whole grid.
+// Derivatives. The whole grid has one step along each axis.
 
 template <class Value, QxGridAxis axis>
 void Derivative(const SqxGridCall& call)
@@ -80,7 +80,7 @@ void CalculateNormal(const SqxGridCall& call)
 
 // Footprints.
 
-/// How far a value changes over one shading point along u and v.
+/// The change of a value over one shading point along u and v.
 template <class Value>
 struct Footprint {
     Footprint(const SqxGridCall& call, std::size_t place)
@@ -104,7 +104,7 @@ struct Footprint {
     std::vector<Value> alongV;
 };
 
-/// The corners in turn around the patch, `step` places from each other.
+/// Writes the corners in order around the patch to operands that are `step` places apart.
 template <class Value>
 void ScatterCorners(const SqxGridCall& call, std::size_t operand, std::size_t first,
                     std::size_t step)
@@ -136,7 +136,7 @@ void FilterStepEnd(const SqxGridCall& call)
     call.Scatter(1, patch.center);
 }
 
-/// Storage of one point and of one element differ only inside the machine.
+/// The order of points and elements in storage differs only inside the machine.
 void CopyArray(const SqxGridCall& call)
 {
     for (std::size_t i = 0; i < call.Points(); ++i) {

@@ -9,7 +9,7 @@
 /// One instruction that works on the whole grid at once, and the points that it is limited to.
 class SqxGridCall {
 public:
-    /// `condition`: number of a flag, or -1.
+    /// `condition` is the number of a flag, or -1.
     SqxGridCall(SqxMachine& machine, SqxStore& store, std::span<const int> operands, int condition,
                 const QxGrid& grid)
         : m_machine(machine),
@@ -29,7 +29,7 @@ public:
         return m_condition < 0 ||
                SqxCall(m_machine, m_store, std::span(&m_condition, 1), point).Get<bool>(0);
     }
-    /// The points that the instruction handles.
+    /// Returns a test of the points that the instruction handles.
     [[nodiscard]] auto Where() const
     {
         return [this](std::size_t point) { return IsOn(point); };
@@ -37,7 +37,7 @@ public:
     [[nodiscard]] const QxGrid& Grid() const { return m_grid; }
     [[nodiscard]] std::size_t Points() const { return m_grid.Size(); }
 
-    /// An operand at all points, including those that the instruction leaves out.
+    /// Returns an operand at all points, including those that the instruction leaves out.
     template <class Value>
     [[nodiscard]] std::vector<Value> Gather(std::size_t place) const
     {

@@ -1,4 +1,4 @@
-// The light statements and the answers of surfaces to light, at one point.
+// The operations of light statements and of the reflection of light, at one point.
 
 #include "QxLights.h"
 #include "machine/SqxCall.h"
@@ -10,7 +10,7 @@ using enum SqxPrimitive;
 
 using Vector = QxVector3;
 
-/// The point of the grid; lighting has no meaning outside of it.
+/// Returns the point of the grid; lighting has no meaning outside of points.
 unsigned int PointOf(const SqxCall& call)
 {
     if (call.Point() == k_uniformPoint)

@@ -142,7 +142,7 @@ void SqxMachine::Start()
     ApplySettings();
 }
 
-/// What the renderer sees of a run.
+/// Checks the results that the renderer reads.
 void SqxMachine::CheckResults()
 {
     m_running = nullptr;
@@ -210,7 +210,7 @@ void SqxMachine::RunProgram(const SqxProgram& program, bool initializer)
     }
 }
 
-/// Index of the instruction that comes next.
+/// Runs one instruction and returns the index of the next.
 std::size_t SqxMachine::RunStep(const SqxProgram& program, std::size_t index)
 {
     const SqxCode& code = program.Codes()[index];
@@ -273,8 +273,8 @@ bool SqxMachine::Flag(const SqxCode& code, std::size_t point)
     return SqxCall(*this, *m_store, code.operands, point).Get<bool>(0) == code.wanted;
 }
 
-/// Where a uniform flag that was left out decides, no point may be active, and nothing reads what
-/// is made inside. So it is made, and is poison.
+/// If nothing has written a uniform flag, no point may be active, and nothing may read the results
+/// of the bracket. So the bracket runs, and its results are poison.
 bool SqxMachine::Enters(const SqxCode& code, std::size_t point)
 {
     const auto flag = static_cast<std::size_t>(code.operands[0]);
@@ -284,8 +284,8 @@ bool SqxMachine::Enters(const SqxCode& code, std::size_t point)
     return true;
 }
 
-/// Outside the brackets an instruction runs once. An initializer has no brackets where nothing is
-/// conditional, so that there an instruction with a varying result runs for each point.
+/// Outside the brackets an instruction runs once. An initializer has no brackets if nothing in it
+/// is conditional, so an instruction with a varying result runs for each point there.
 void SqxMachine::RunPlain(const SqxCode& code)
 {
     const bool hasResult = code.step == SqxStep::Plain && !code.operands.empty();
@@ -364,7 +364,7 @@ void SqxMachine::CheckIndex(const SqxCall& call)
 {
     const float index = call.Get<float>(1);
     call.RefusePoison();
-    // The whole part counts, and what is no number lies outside.
+    // The index is truncated, and NaN is outside.
     if (std::trunc(index) >= 0 && std::trunc(index) < static_cast<float>(call.Operand(2)))
         return;
     char place[64];

@@ -14,7 +14,7 @@
 #include "machine/SqxStore.h"
 #include "sqx/SqxReader.h"
 
-/// Runs a compiled shader over a grid of shading points, from its file alone.
+/// Runs a compiled shader over a grid of shading points, with no information besides its file.
 ///
 /// A simple interpreter that trusts neither the file nor the compiler: it reports forbidden actions
 /// (reading a flag that was never set, using a varying value outside the points, leaving brackets,
@@ -24,7 +24,7 @@ public:
     SqxMachine();
     ~SqxMachine();
 
-    // Each of these returns false after a fault, which `Message` describes.
+    // These functions return false after a fault, which `Message` describes.
 
     [[nodiscard]] bool Load(const std::string& path);
     [[nodiscard]] bool LoadText(std::string_view text);
@@ -33,7 +33,7 @@ public:
     [[nodiscard]] bool Run();
     [[nodiscard]] const std::string& Message() const { return m_message; }
 
-    // The inputs of a run; they stay set for further runs.
+    // These functions set the inputs of a run, which stay set for later runs.
 
     /// Sets the grid; 3 by 2 points by default.
     void SetGrid(unsigned int columns, unsigned int rows) { m_grid = {columns, rows}; }
@@ -50,21 +50,22 @@ public:
     /// Sets the number of lights, which the support evaluates; two by default.
     void SetLightCount(std::size_t count) { m_lightCount = count; }
     void SetShadeop(const std::string& method, std::function<void(const SqxCall&)> function);
-    /// A run that takes more steps than this ends with a fault.
+    /// A run with more steps than this ends with a fault.
     void SetStepLimit(std::size_t limit) { m_stepLimit = limit; }
 
-    // The results of a run.
+    // These functions return the results of a run.
 
     [[nodiscard]] const SqxShader& Shader() const { return m_reader.Shader(); }
-    /// The numbers of a predefined variable or parameter at a point; empty if there is none.
+    /// Returns the numbers of a predefined variable or parameter at a point; empty if there is
+    /// none.
     [[nodiscard]] std::vector<float> ValueOf(const std::string& name, std::size_t point);
     [[nodiscard]] std::string TextOf(const std::string& name, std::size_t point);
     [[nodiscard]] std::size_t Steps() const { return m_steps; }
 
-    // For the operations.
+    // The operations use the functions below.
 
     [[nodiscard]] QxShaderSupport& Support() { return *m_support; }
-    /// The next random number of the point, `QxDraws::k_allPoints` for all.
+    /// Returns the next random number of the point, or of all points for `QxDraws::k_allPoints`.
     [[nodiscard]] float RandomNumber(unsigned int point)
     {
         return m_support->RandomNumber(point, m_draws.Next(point));
@@ -72,9 +73,9 @@ public:
     [[nodiscard]] const QxFrame3D& Space(const std::string& name) const;
     [[nodiscard]] const QxFrame3D& SpaceByNumber(int number) const;
     [[nodiscard]] bool IsLight() const;
-    /// The lights as last run for `P`.
+    /// Returns the lights as last evaluated for `P`.
     [[nodiscard]] QxLights Lights() const;
-    /// The current light of the innermost light loop.
+    /// Returns the current light of the innermost light loop.
     [[nodiscard]] const QxLightInput& CurrentLight() const;
     /// Returns a predefined variable, even if the file does not list it.
     [[nodiscard]] QxVector3 PredefinedTriple(const char* name, std::size_t point);

@@ -1,4 +1,4 @@
-// The machine's lights: when they are run, and the loops over them.
+// The lights of the machine: when they are evaluated, and the loops over them.
 
 #include "machine/SqxMachine.h"
 
@@ -43,8 +43,8 @@ std::size_t SqxMachine::BeginLights(const SqxCode& code, std::size_t index)
     return index + 1;
 }
 
-/// The instruction goes back to the one after the loop's beginning, which identifies the loop.
-/// Loops that were left by a jump end here too.
+/// Jumps back to the instruction after the beginning of the loop, which identifies the loop. Inner
+/// loops that a jump has left end here too.
 std::size_t SqxMachine::EndLights(const SqxCode& code, std::size_t index)
 {
     while (!m_lightLoops.empty() && m_lightLoops.back().begin + 1 != code.other)
@@ -63,7 +63,7 @@ std::size_t SqxMachine::EndLights(const SqxCode& code, std::size_t index)
     return index + 1;
 }
 
-/// Gives the predefined variables of light loops the values of a light.
+/// Sets the predefined variables of light loops to the values of a light.
 void SqxMachine::TakeLight(std::size_t light)
 {
     const LightValues& values = m_lights[light];

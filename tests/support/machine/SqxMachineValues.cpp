@@ -1,4 +1,4 @@
-// What a run of the plain machine starts with.
+// The values with which a run of the machine starts.
 
 #include <algorithm>
 
@@ -26,7 +26,7 @@ void SqxMachine::ApplySettings()
     for (const auto& [name, setting] : m_settings) {
         const auto number = FindNamed(name);
         if (!number)
-            continue;  // a setting may serve several shaders
+            continue;  // a setting may be meant for other shaders
         if (Shader().variables[*number].type != SqxType::String)
             SetVariable(*number, setting.numbers);
         else

@@ -1,4 +1,4 @@
-// The functions of numbers, the interpolations and the noises.
+// The operations of functions of numbers, interpolations and noises.
 
 #include <cmath>
 
@@ -54,7 +54,7 @@ float Smaller(float a, float b)
     return QxMin(a, b);
 }
 
-/// The result of `function` over any number of arguments.
+/// Applies `function` to any number of arguments.
 template <class Value, Value (*function)(const Value&, const Value&)>
 void OverAll(const SqxCall& call)
 {
@@ -73,7 +73,7 @@ void OverAllNumbers(const SqxCall& call)
     call.Set(0, value);
 }
 
-/// The value is at `place`, followed by the control values.
+/// The parameter is at `place`, followed by the control values.
 template <class Value>
 void SplineFrom(const SqxCall& call, const char* basis, std::size_t place)
 {

@@ -1,4 +1,4 @@
-// Assignments, constructors, arithmetic and comparisons.
+// The operations of assignments, constructors, arithmetic and comparisons.
 
 #include <functional>
 
@@ -12,7 +12,7 @@ using Vector = QxVector3;
 using Color = QxRGBColor;
 using Matrix = QxMatrix44;
 
-// A value of one type where another is wanted.
+// These functions convert a value to another type.
 
 template <class To>
 To As(const To& value)
@@ -37,7 +37,7 @@ void Assign(const SqxCall& call)
 
 void AssignFlag(const SqxCall& call)
 {
-    call.Set(0, call.Part<float>(1));  // also one that is not set yet
+    call.Set(0, call.Part<float>(1));  // may be one that was never set
 }
 
 template <class To, class From>
@@ -94,7 +94,7 @@ void Cross(const SqxCall& call)
     call.Set(0, QxCross(As<Vector>(call.Get<Left>(1)), As<Vector>(call.Get<Right>(2))));
 }
 
-/// Both sides count as the wider of the two types.
+/// Converts both sides to the wider of the two types.
 template <class Value, class Left, class Right, class Relation>
 void Compare(const SqxCall& call)
 {

@@ -40,7 +40,7 @@ struct SqxCode {
     const SqxInstruction* source = nullptr;
 };
 
-/// A code block, prepared to run: with operations, targets and brackets resolved.
+/// A code block that is prepared to run: its operations, targets and brackets are resolved.
 class SqxProgram {
 public:
     /// Throws `SqxFault` if something in the block is unknown or its brackets do not nest. The

@@ -4,8 +4,8 @@
 
 namespace {
 
-/// Turns all that a question holds into a value from 0 up to 1. Each word of the state is a sum
-/// of weighted sines, so that a rounding in the last place changes the value as little.
+/// Hashes everything in a query to a value from 0 to 1: the sine of a weighted sum, so that a
+/// rounding error in the query changes the value only slightly.
 class Mixer {
 public:
     Mixer& operator<<(float number)

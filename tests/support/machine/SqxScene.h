@@ -5,8 +5,8 @@
 
 #include "QxShaderSupport.h"
 
-/// The answers of a renderer for tests: equal in each run, and different for different questions,
-/// so that a wrong argument of a call is noticed. Printed and reported texts are stored.
+/// A renderer for tests, whose answers are equal in each run and differ between queries, so that a
+/// wrong argument of a call is noticed. It stores printed and reported texts.
 class SqxScene : public QxShaderSupport {
 public:
     /// Fills lights around the origin, each with a different color.
@@ -22,7 +22,7 @@ public:
     float Occlusion(const QxRayQuery& query, QxVector3& openDirection) override;
     QxRGBColor IndirectDiffuse(const QxRayQuery& query, QxVector3& openDirection,
                                float& occlusion) override;
-    /// Fills the value with numbers derived from the name; names that start with "no" are unknown.
+    /// Derives the numbers of the value from the name; names that start with "no" are unknown.
     bool Message(QxMessage message, const char* texture, const char* name,
                  const QxMessageValue& value) override;
     float Depth(const QxVector3& position) override;

@@ -1,4 +1,4 @@
-// What asks the scene: textures, environments, shadows and rays, at one point.
+// The operations that query the scene: textures, environments, shadows and rays, at one point.
 
 #include "QxSceneCalls.h"
 #include "machine/SqxCall.h"
@@ -16,7 +16,7 @@ float Number(const SqxCall& call, std::size_t place)
     return call.Get<float>(place);
 }
 
-/// A default value may be a single number where three are meant.
+/// Returns a color; a default value may be a single number instead.
 Vector Triple(const SqxCall& call, std::size_t place)
 {
     if (call.Numbers(place).size() == 3)
@@ -25,7 +25,7 @@ Vector Triple(const SqxCall& call, std::size_t place)
     return {value, value, value};
 }
 
-/// The result of an access is a number or a color.
+/// Sets the result of an access, a number or a color.
 void Answer(const SqxCall& call, const Color& color)
 {
     if (call.Numbers(0).size() == 1)
@@ -57,7 +57,7 @@ void Texture(const SqxCall& call)
     Answer(call, call.Machine().Support().Texture(query));
 }
 
-/// The part of the arguments that environments and shadows share; the texts must outlive it.
+/// Reads the arguments that environments and shadows share; the texts must outlive the query.
 QxPointsQuery PointsQuery(const SqxCall& call, const std::string& name, const std::string& filter)
 {
     return QxMakePointsQuery(name.c_str(), Number(call, 2), call.Get<Vector>(3),
@@ -91,7 +91,7 @@ void Shadow(const SqxCall& call)
     Answer(call, call.Machine().Support().Shadow(query));
 }
 
-// Rays. An output that the call left out is a constant, which takes nothing.
+// Operations of rays. An output that the call left out is a constant, which is not written.
 
 void Give(const SqxCall& call, std::size_t place, float value)
 {
@@ -114,7 +114,7 @@ QxRayQuery RayQuery(const SqxCall& call)
     return query;
 }
 
-/// The named values after the two vectors.
+/// Reads the named values after the two vectors.
 QxRayQuery GatherQuery(const SqxCall& call)
 {
     QxRayQuery query = RayQuery(call);

@@ -8,13 +8,14 @@
 #include "QxMatrixMath.h"
 #include "sqx/SqxShader.h"
 
-/// A shader has done something forbidden; the text says what. Caught by the machine.
+/// Thrown if a shader does something forbidden, with a text that describes it. The machine catches
+/// it.
 struct SqxFault {
     std::string message;
 };
 
-/// The value of a number that was never written: a NaN that arithmetic propagates, distinct from
-/// the NaN of a shader's own `0 / 0`.
+/// Returns the value of a number that was never written: a NaN that arithmetic propagates, distinct
+/// from the NaN of `0 / 0` in a shader.
 [[nodiscard]] float SqxPoison();
 [[nodiscard]] std::string SqxPoisonText();
 [[nodiscard]] bool SqxIsPoison(float number);
@@ -25,8 +26,8 @@ constexpr std::size_t k_uniformPoint = static_cast<std::size_t>(-1);
 
 /// The values of all variables of a shader over the points of a grid.
 ///
-/// Numbers, flags and texts that were never written are poison, so that code whose results depend
-/// on them is found.
+/// Numbers, flags and texts that were never written are poison, which reveals code whose results
+/// depend on them.
 class SqxStore {
 public:
     SqxStore(const SqxShader& shader, std::size_t points);
@@ -49,7 +50,7 @@ public:
 
 private:
     struct Binding {
-        std::size_t array = k_uniformPoint;  // nothing
+        std::size_t array = k_uniformPoint;  // unbound
         std::size_t element = 0;
         bool isLost = false;  // its index was never written
     };

@@ -1,4 +1,4 @@
-// Texts, and the messages that a shader sends.
+// The operations on texts, and the messages that a shader sends.
 
 #include "QxSceneCalls.h"
 #include "machine/SqxCall.h"
@@ -79,7 +79,7 @@ bool Ask(const SqxCall& call, QxMessage message, const std::string& texture, std
         value.value = numbers.data();
         return support.Message(message, texture.c_str(), name.c_str(), value);
     }
-    // The service hands texts over as memory that it allocates.
+    // The service returns texts in memory that it allocates.
     const auto texts = call.Texts(place);
     std::vector<const char*> received(texts.size(), nullptr);
     value.length = texts.size();

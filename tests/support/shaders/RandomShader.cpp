@@ -11,13 +11,13 @@ void WriteAll(const std::vector<RandomStatement>& statements, std::string& text,
         statement.Write(text, depth);
 }
 
-/// Keeps a number from growing over the rounds of loops.
+/// Limits a number, so that it does not grow over the iterations of loops.
 std::string Bounded(const std::string& expression)
 {
     return "clamp(" + expression + ", -8, 8)";
 }
 
-/// An expression of the shader's body as one of a default value. `previous`: the parameter before.
+/// Changes an expression of the body to one of a default value. `previous` is the parameter before.
 std::string WithoutLocals(std::string expression, const std::string& previous)
 {
     const std::pair<const char*, std::string> names[] = {{"u?w\\[[^\\]]*\\]", previous},
@@ -65,7 +65,7 @@ std::string RandomProgram::Text() const
         WriteAll(function.body, text, 1);
         text += "  o = o + a;\n" + function.tail + "}\n";
     }
-    // A default value may call a function whose condition differs from point to point.
+    // A default value may call a function with a varying condition.
     text += "float pick(float x; float y) {\n  float r = y; if (x > 0.5) r = x; return r;\n}\n"
             "surface random_shader(float Kd = 0.5; output varying float r0 = 0, r1 = 0;\n"
             "    output varying color rc = 0; output varying point rp = 0";
@@ -134,7 +134,7 @@ RandomProgram::Function RandomShader::MakeFunction(int number)
     if (!early)
         scope.mayReturn = false;
     function.body = Statements(scope, 2 + Below(3));
-    // One `return` per function, at any place.
+    // A function has one `return`, at any place.
     if (!early || scope.mayReturn)
         function.tail = "  return " + Float(scope, 1) + ";\n";
     return function;
@@ -246,7 +246,7 @@ RandomStatement RandomShader::LightLoop(Scope& scope)
     statement.hasBody = true;
     Scope inside = scope;
     ++inside.depth;
-    inside.loops = 0;  // a light loop is none that `break` may leave
+    inside.loops = 0;  // `break` cannot leave a light loop alone
     inside.inLightLoop = true;
     statement.body.push_back({"k += Cl * 0.25;"});
     const auto more = Statements(inside, 1 + Below(2));

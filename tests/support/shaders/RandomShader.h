@@ -7,7 +7,7 @@
 
 /// One statement of a random shader, with the statements inside it.
 struct RandomStatement {
-    std::string head;  // the whole statement if it holds no others
+    std::string head;  // the whole statement if it contains no others
     std::vector<RandomStatement> body = {};
     bool hasBody = false;
     std::vector<RandomStatement> otherwise = {};  // after `else`; empty for none
@@ -15,7 +15,7 @@ struct RandomStatement {
     void Write(std::string& text, int depth) const;
 };
 
-/// A shader as lists of statements, so that parts of it can be taken away.
+/// A shader as lists of statements, so that parts of it can be removed.
 struct RandomProgram {
     struct Function {
         std::string head;
@@ -23,17 +23,16 @@ struct RandomProgram {
         std::string tail;  // declares nothing; `return` if the function has one at its end
     };
     std::vector<Function> functions;
-    std::vector<std::string> parameters;  // whose default values differ from point to point
+    std::vector<std::string> parameters;  // with varying default values
     std::vector<RandomStatement> body;
 
     [[nodiscard]] std::string Text() const;
 };
 
-/// Writes valid surface shaders: uniform and varying control flow nested in every way, `break` and
-/// `continue` with levels, arrays, light loops, and functions with output formals and early
-/// returns, and default values with conditions that differ from point to point. Every loop ends,
-/// and numbers stay small and short, so that folding a constant does not change a result by
-/// rounding.
+/// Writes valid surface shaders with uniform and varying control flow nested in every way, `break`
+/// and `continue` with levels, arrays, light loops, functions with output formals and early
+/// returns, and default values with varying conditions. Every loop ends. Numbers stay small and
+/// short, so that folding a constant does not change a result by rounding.
 class RandomShader {
 public:
     explicit RandomShader(unsigned int seed) : m_random(seed) {}
@@ -45,7 +44,7 @@ private:
         int depth = 0;  // of statements
         int loops = 0;  // that `break` and `continue` may name
         bool inFunction = false;
-        bool mayReturn = false;  // there is no `return` here yet
+        bool mayReturn = false;  // the function has no `return` so far
         bool inLightLoop = false;
     };
 

@@ -2,7 +2,7 @@
 
 #include "shaders/ReferenceTree.h"
 
-// Shorthand for the nodes of a reference program.
+// Functions that make the nodes of a reference program.
 
 inline ReferenceExpr Constant(float number)
 {
@@ -58,7 +58,7 @@ inline ReferenceExpr List(std::vector<ReferenceExpr> elements)
     return list;
 }
 
-/// The value is certainly uniform if a declaration requires that.
+/// True if a declaration as uniform certainly accepts the value.
 inline bool IsSurelyUniform(const ReferenceExpr& expr)
 {
     ReferenceVariable variable;

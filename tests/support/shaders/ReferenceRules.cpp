@@ -1,11 +1,11 @@
-// Judges by the rules of uniform and varying values whether a program is accepted.
+// Decides by the rules of uniform and varying values whether a program is accepted.
 //
-// A function's variable without a word is uniform as long as it holds what it was declared with,
-// from uniform values. Whatever is assigned to it, it is no longer. A function is judged at each
-// call, with what the call gives it; a loop is swept until nothing changes. In a function that the
-// shader does not call, and in what that calls, only what varies for certain is refused. Where it
-// is a matter of taste whether a compiler sees that a value is uniform, as after the other branch
-// of a condition, the verdict stays open.
+// A variable of a function that is declared without a detail is uniform as long as it has its
+// initial value, if that is uniform. After any assignment it is not. A function is checked at each
+// call, with the details of the arguments; a loop is repeated until nothing changes. In a function
+// that the shader does not call, and in functions that it calls, only certainly varying values are
+// refused. Where compilers may differ in whether they recognize a uniform value, such as after the
+// other branch of a condition, the verdict stays open.
 
 #include <algorithm>
 #include <set>
@@ -15,10 +15,10 @@
 
 namespace {
 
-/// `Open` is a detail that depends on a call, or was uniform until something was assigned to it.
+/// `Open` is a detail that depends on a call, or was uniform until an assignment.
 enum class Detail { Uniform, Open, Varying };
 
-/// The least and the most that a compiler may take a detail for.
+/// The least and the most varying detail that a compiler may derive.
 struct Range {
     Detail least = Detail::Uniform;
     Detail most = Detail::Uniform;
@@ -32,7 +32,7 @@ constexpr Range k_notUniform = {Detail::Open, Detail::Varying};
 constexpr Range k_varying = {Detail::Varying, Detail::Varying};
 constexpr Range k_unsure = {Detail::Uniform, Detail::Varying};
 
-/// Of what is made of both.
+/// Returns the detail of a value that is computed from both.
 Range Combine(const Range& a, const Range& b)
 {
     return {std::max(a.least, b.least), std::max(a.most, b.most)};
@@ -87,8 +87,8 @@ public:
             break;
         }
     }
-    /// A definition is looked at, whether it is called or not: what its own variables will be is
-    /// not known then, but what varies for certain must not be given to what is uniform.
+    /// Checks a definition, whether it is called or not. The details of its variables are not
+    /// known, but a certainly varying value must not be assigned to a uniform variable.
     void Define(const ReferenceFunction& function)
     {
         if (m_inCall)
@@ -115,7 +115,7 @@ private:
         m_details[&variable] = detail;
     }
 
-    /// Under a condition it keeps some of what it had.
+    /// An assignment under a condition keeps the old value at some points.
     void Assigned(const ReferenceVariable& variable, const Range& detail)
     {
         Range changed = Combine(k_open, detail);
@@ -145,7 +145,7 @@ private:
         if (e.kind == Kind::Call)
             return Call(e);
         if (e.word == "random")
-            return k_unsure;  // as the context wants it
+            return k_unsure;  // has the detail of its context
         Range detail = e.variable ? DetailOf(*e.variable) : k_uniform;
         for (const ReferenceExpr& operand : e.operands)
             detail = Combine(detail, DetailOf(operand));
@@ -161,7 +161,7 @@ private:
         const Details before = m_details;
         Body(s.body);
         const Details after = m_details;
-        // Whether the first branch counts in the second one is left open.
+        // Compilers may or may not take over details from the first branch to the second.
         for (auto& [variable, detail] : m_details)
             if (const auto old = before.find(variable); old != before.end())
                 detail.least = std::min(old->second.least, detail.least);
@@ -195,7 +195,7 @@ private:
     Range Call(const ReferenceExpr& e)
     {
         const auto& formals = e.function->formals;
-        // First all of them: one may call the same function.
+        // All arguments are evaluated first, since one may call the same function.
         std::vector<Range> details;
         for (const ReferenceExpr& argument : e.operands)
             details.push_back(DetailOf(argument));
@@ -205,7 +205,7 @@ private:
             if (formal.detail == ReferenceDetail::Uniform)
                 WantUniform(details[i]);
             else if (formals[i].output && argument->detail == ReferenceDetail::Uniform)
-                WantUniform(k_varying);  // the other way round: it must not be
+                WantUniform(k_varying);  // such an output must not be uniform
             m_details[&formal] = details[i];
         }
         const Range outerGuard = std::exchange(m_guard, k_uniform);
@@ -224,9 +224,9 @@ private:
         return result;
     }
 
-    std::set<const ReferenceVariable*> m_externs;  // as the current function declares them
-    Details m_details;                             // of variables without a word
-    bool m_defining = false;                       // also in what is called there
+    std::set<const ReferenceVariable*> m_externs;  // that the current function declares
+    Details m_details;                             // of variables without a declared detail
+    bool m_defining = false;                       // also in functions that it calls
     bool m_inCall = false;
     Range m_guard = k_uniform;
     Range m_result = k_notUniform;  // of the current function

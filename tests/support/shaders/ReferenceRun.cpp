@@ -1,5 +1,5 @@
-// Evaluates a reference program at one point, alone, as one reads it: statement by statement, with
-// plain variables, and every condition decided at its place.
+// Evaluates a reference program at one point in the most direct way: statement by statement, with
+// plain variables, and every condition where it stands.
 
 #include <algorithm>
 #include <cmath>
@@ -11,7 +11,7 @@
 namespace {
 
 struct Value {
-    std::array<float, 3> number = {};  // one counts for a float or a truth
+    std::array<float, 3> number = {};  // a float or a truth value uses the first
     std::string text;
 };
 
@@ -49,7 +49,7 @@ public:
     }
 
 private:
-    /// How a statement ends: a loop takes one level of a break or continue.
+    /// How a statement ends. Each loop consumes one level of a break or continue.
     struct End {
         enum Kind { Next, Break, Continue, Return } kind = Next;
         int levels = 0;
@@ -267,8 +267,8 @@ private:
         throw std::logic_error("unknown function " + e.word);
     }
 
-    /// Arguments are values from the time of the call; what an output argument names takes the
-    /// formal's value in the end.
+    /// Arguments are evaluated at the call; at the end output arguments get the values of their
+    /// formals.
     Value Call(const ReferenceExpr& e)
     {
         const auto& formals = e.function->formals;

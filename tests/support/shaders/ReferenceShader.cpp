@@ -1,4 +1,4 @@
-// The statements of the shaders whose values are known.
+// Makes the statements of shaders whose values are known.
 
 #include "shaders/ReferenceShader.h"
 
@@ -91,7 +91,7 @@ void ReferenceShader::Predefine(Scope& scope)
     scope.variables = scope.fixed;
 }
 
-/// With default values that differ from point to point, and build on each other.
+/// Makes parameters with varying default values that depend on each other.
 void ReferenceShader::MakeParameters(Scope& scope)
 {
     for (int i = Below(4); i > 0; --i) {
@@ -115,7 +115,7 @@ void ReferenceShader::MakeParameters(Scope& scope)
     }
 }
 
-/// The outputs show what the variables hold in the end.
+/// Copies the final values of the variables to outputs.
 void ReferenceShader::Finish(std::vector<Statement>& body, const Scope& scope)
 {
     const auto show = [&](Type type, Expr value) {
@@ -151,7 +151,7 @@ std::vector<Statement> ReferenceShader::Statements(Scope& scope, int count)
     return statements;
 }
 
-/// In the shader's body what would be refused is left out, but for one in some programs.
+/// Leaves out statements of the body that would be refused, except for one in some programs.
 void ReferenceShader::AddStatement(Scope& scope, std::vector<Statement>& statements)
 {
     const Scope before = scope;
@@ -267,8 +267,8 @@ Statement ReferenceShader::AssignText(Scope& scope, Variable target)
     return Assign(Reference(target), "=", Text(scope, uniform ? Need::Uniform : Need::Any));
 }
 
-/// A call whose outputs or outer variables matter; its result, too, if there is one. The target is
-/// none that depends on what the call writes.
+/// Makes a call that writes outputs or outer variables, and assigns its result if there is one. The
+/// target does not depend on what the call writes.
 Statement ReferenceShader::CallForEffect(Scope& scope)
 {
     std::vector<Callable> candidates;
@@ -315,7 +315,7 @@ Statement ReferenceShader::If(Scope& scope)
     return statement;
 }
 
-/// A loop and its counter, in a separate block.
+/// Makes a loop and its counter, in a separate block.
 Statement ReferenceShader::LoopBlock(Scope& scope)
 {
     const bool uniform = Chance(50);

@@ -6,13 +6,13 @@
 
 #include "shaders/ReferenceTree.h"
 
-/// Writes surface shaders around what uniform and varying values meet in: uniform variables that
+/// Writes surface shaders in which uniform and varying values meet: uniform variables that
 /// functions compute, arrays of both details whose elements are outputs, nested functions with
-/// `extern`, conditions that guard the reading of elements, strings, and loops around all of it.
+/// `extern`, conditions that guard reads of elements, strings, and loops around all of it.
 ///
-/// All numbers are multiples of 1/8 and small, so that every way to compute them gives the same,
-/// and no variable is reached under two names by one call. Uniform variables are written only where
-/// all points go together. Every loop ends.
+/// All numbers are small multiples of 1/8, so that every way to compute them gives the same result.
+/// No call has an alias of a variable. Uniform variables are written only where all points are
+/// active. Every loop ends.
 class ReferenceShader {
 public:
     explicit ReferenceShader(unsigned int seed) : m_random(seed) {}
@@ -29,13 +29,13 @@ private:
     enum class Need { Any, Uniform };
 
     struct Loop {
-        bool leavesForSome;  // by a break or continue that not all points take
+        bool leavesForSome;  // by a varying break or continue
         int guard;           // of its body
     };
 
-    /// What a call does beside its result.
+    /// What a call does besides returning its result.
     struct Effects {
-        std::vector<Variable> touched;         // outer variables that the body names
+        std::vector<Variable> touched;         // outer variables that the body uses
         std::vector<Variable> uniformWritten;  // those of them that it writes, if uniform
         bool writes = false;                   // outputs or outer variables
     };
@@ -43,22 +43,22 @@ private:
     struct Callable {
         Function function;
         Effects effects;
-        bool nested;  // which functions beside it do not see
+        bool nested;  // other functions at its level cannot call it
     };
 
     /// What is allowed at a place.
     struct Scope {
         std::vector<Variable> variables;
-        std::vector<Variable> fixed;    // of them, those that are only read
-        std::vector<Variable> indices;  // of them, those that are 0 to 2
+        std::vector<Variable> fixed;    // those of them that are only read
+        std::vector<Variable> indices;  // those of them that are 0 to 2
         std::vector<Callable> functions;
         std::vector<Loop> loops;
         int depth = 0;
-        int guard = 0;               // the innermost control flow that differs from point to point
+        int guard = 0;               // the innermost varying control flow
         int bodyGuard = 0;           // that of the body of the current function
         std::size_t outer = 0;       // variables before this belong to the enclosing scope
         Effects* effects = nullptr;  // of the current function; null in the shader
-        bool plain = false;          // names nothing that differs from point to point
+        bool plain = false;          // uses no varying variable
         bool mayReturn = false;
         bool left = false;  // some points may have left a loop
     };
@@ -123,5 +123,5 @@ private:
     Variable m_Ps = nullptr;
     int m_names = 0;
     int m_guards = 0;
-    bool m_planted = false;  // a statement that is refused
+    bool m_planted = false;  // a refused statement is in the program
 };

@@ -1,4 +1,4 @@
-// The expressions of the shaders whose values are known.
+// Makes the expressions of shaders whose values are known.
 
 #include <algorithm>
 
@@ -20,7 +20,7 @@ Expr ReferenceShader::Number(Scope& scope, int depth, Need need)
     if (depth == 0 || Chance(15))
         return NumberLeaf(scope, need);
     const auto inner = [&] { return Number(scope, depth - 1, need); };
-    // One after the other: the order of evaluation of arguments is open.
+    // Made one after the other, since the order of evaluation of arguments is unspecified.
     Expr first = inner();
     switch (Below(16)) {
     case 0:
@@ -51,7 +51,7 @@ Expr ReferenceShader::Number(Scope& scope, int depth, Need need)
         return Operator("*", {Bounded(BuiltIn("floor", {first}), 4), inner()});
     case 11:
         return Operator("-", {first});
-    case 12:  // of a random number one thing is known
+    case 12:  // floor(random()) is known to be 0
         if (need == Need::Any)
             return Operator("+", {first, BuiltIn("floor", {BuiltIn("random", {})})});
         break;
@@ -65,7 +65,7 @@ Expr ReferenceShader::Number(Scope& scope, int depth, Need need)
     return Operator(twice && Chance(50) ? "*" : Chance(50) ? "+" : "-", {first, std::move(second)});
 }
 
-/// What is uniform or not as the call of the function says, or the function's own.
+/// Returns a number whose detail depends on the call of the function.
 Expr ReferenceShader::OpenNumber(Scope& scope)
 {
     auto variables = Variables(scope, Type::Float, false, Need::Any);
@@ -119,7 +119,7 @@ Expr ReferenceShader::Condition(Scope& scope, int depth, Need need)
     return Operator(OneOf(relations), {std::move(left), NumberLeaf(scope, need)});
 }
 
-/// An element that only points may read for which the index is one.
+/// Makes a condition that reads an element only at points where the index is valid.
 Expr ReferenceShader::GuardedElement(Scope& scope, Variable array, Need need)
 {
     const Expr index = NumberLeaf(scope, need);
@@ -175,7 +175,7 @@ Expr ReferenceShader::Point(Scope& scope, int depth)
     return Reference(Chance(50) ? m_P : m_Ps);
 }
 
-/// A call that only returns a value; a variable or constant if there is none.
+/// Makes a call without side effects, or a variable or constant if there is no such function.
 Expr ReferenceShader::PureCall(Scope& scope, Need need, const std::string& type)
 {
     std::vector<Callable> candidates;
@@ -191,8 +191,9 @@ Expr ReferenceShader::PureCall(Scope& scope, Need need, const std::string& type)
     return {Expr::Kind::Text, "ab"};
 }
 
-/// Fills in a call, or says that it must not occur here. What the call writes is reached under one
-/// name only: no other argument is a variable itself, and no output one that the body names.
+/// Fills in the arguments of a call, or returns false if the call must not occur here. No variable
+/// that the call writes has an alias: no other argument is a plain variable, and no output argument
+/// is a variable that the body uses.
 bool ReferenceShader::Arguments(Scope& scope, const Callable& callable, Need need, Expr& call)
 {
     const Effects& effects = callable.effects;

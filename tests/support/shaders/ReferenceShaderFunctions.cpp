@@ -1,4 +1,5 @@
-// The functions of the shaders whose values are known, and what their bodies may name.
+// Makes the functions of shaders whose values are known, and selects the variables that their
+// bodies may use.
 
 #include <algorithm>
 
@@ -44,7 +45,7 @@ ReferenceShader::Function ReferenceShader::MakeFunction(Scope& scope, Effects& e
     const bool early = function->type == "float" && Chance(20);
     inside.mayReturn = early;
     if (early)
-        inside.guard = ++m_guards;  // not all points continue after it
+        inside.guard = ++m_guards;  // not all points continue after the return
     if (inside.plain || Chance(30))
         function->body.push_back(Declaration(inside));
     if (Chance(20))
@@ -60,8 +61,8 @@ ReferenceShader::Function ReferenceShader::MakeFunction(Scope& scope, Effects& e
     return function;
 }
 
-/// Rounds that give a local to a function which wants it uniform, and that may have changed it when
-/// they come round again.
+/// Adds a loop that passes a local to a uniform formal and may change the local afterwards, so that
+/// the next iteration passes another value.
 void ReferenceShader::AddRounds(Scope& scope, std::vector<Statement>& body)
 {
     Expr call;
@@ -99,7 +100,7 @@ void ReferenceShader::AddRounds(Scope& scope, std::vector<Statement>& body)
     body.push_back(std::move(loop));
 }
 
-/// A plain function's call is uniform wherever it can be.
+/// Makes the result of a function. That of a plain function is uniform wherever it can be.
 Expr ReferenceShader::Result(Scope& scope, const Function& function)
 {
     Expr& value = function->body.back().value;
@@ -124,7 +125,7 @@ bool ReferenceShader::IsUniformIfArgumentsAre(const Function& function)
     return IsSurelyUniform(call);
 }
 
-/// Outer variables are seen with and without a declaration.
+/// Declares some of the outer variables as extern; the others are visible without that.
 void ReferenceShader::DeclareExterns(ReferenceFunction& function, const Effects& effects)
 {
     for (const Variable variable : effects.touched)
@@ -151,7 +152,7 @@ void ReferenceShader::MakeFormals(Scope& inside, ReferenceFunction& function, Ef
     }
 }
 
-// What may be named
+// Which variables may be used
 
 bool ReferenceShader::IsWritable(const Scope& scope, Variable variable) const
 {
@@ -159,7 +160,8 @@ bool ReferenceShader::IsWritable(const Scope& scope, Variable variable) const
         return false;
     if (variable->detail != ReferenceDetail::Uniform)
         return true;
-    // One of all points, which are not all here: a function's body is where its calls are.
+    // A uniform variable may be written only where all points are active; a function is as active
+    // as its calls.
     const auto place = std::find(scope.variables.begin(), scope.variables.end(), variable);
     const bool isOuter = place - scope.variables.begin() < static_cast<std::ptrdiff_t>(scope.outer);
     return isOuter ? scope.guard == scope.bodyGuard : scope.guard == variable->guard;
@@ -184,7 +186,7 @@ std::vector<ReferenceShader::Variable> ReferenceShader::Targets(const Scope& sco
     return found;
 }
 
-/// Notes that a function's body names an outer variable.
+/// Records that the body of a function uses an outer variable.
 ReferenceShader::Variable ReferenceShader::Use(Scope& scope, Variable variable, bool write)
 {
     const auto place = std::find(scope.variables.begin(), scope.variables.end(), variable);

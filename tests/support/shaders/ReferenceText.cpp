@@ -1,4 +1,4 @@
-// Writes the source of a reference program.
+// Writes the source of reference programs.
 
 #include <cstdio>
 

@@ -6,14 +6,12 @@
 #include <string>
 #include <vector>
 
-// The tree of a random shader whose values are known without the compiler: it writes the source,
-// and is evaluated by itself, point by point. It has its own notion of everything and shares
-// nothing with the compiler.
+// The tree of a random shader whose values are known without the compiler. It can be written as
+// source and evaluated point by point, and shares no code with the compiler.
 
 enum class ReferenceType { Float, Point, String };
 
-/// What the declaration says. Without a word the detail of a function's variable is that of what it
-/// is given.
+/// The declared detail. A variable of a function without one has the detail of its value.
 enum class ReferenceDetail { Uniform, Varying, Open };
 
 struct ReferenceVariable {
@@ -21,7 +19,7 @@ struct ReferenceVariable {
     ReferenceType type = ReferenceType::Float;
     ReferenceDetail detail = ReferenceDetail::Varying;
     std::size_t length = 0;  // elements of an array; 0 for none
-    std::size_t place = 0;   // of its first value in the state of a point
+    std::size_t place = 0;   // index of its first value in the state of a point
     int guard = 0;           // the innermost varying control flow around the declaration
 };
 
@@ -32,9 +30,9 @@ struct ReferenceExpr {
         Number,
         Text,
         Variable,
-        Element,   // of `variable`, the first operand is the index
-        List,      // of an array's initializer
-        Operator,  // `word` between two operands, or before one
+        Element,   // of `variable`; the first operand is the index
+        List,      // the initializer of an array
+        Operator,  // `word` is between two operands or before one
         BuiltIn,   // `word` is its name
         Choice,    // condition ? a : b
         Call
@@ -57,7 +55,7 @@ struct ReferenceStatement {
         Evaluate,  // `value`
         If,        // `value` is the condition
         While,
-        For,  // over `variable` from 0
+        For,  // counts `variable` from 0
         Block,
         Break,  // `levels` loops
         Continue,
@@ -98,7 +96,7 @@ struct ReferenceProgram {
     std::vector<std::shared_ptr<ReferenceFunction>> functions;
     std::vector<ReferenceStatement> parameters;  // declarations, whose values are the defaults
     std::vector<ReferenceStatement> body;
-    std::size_t numbers = 0;  // that a point has
+    std::size_t numbers = 0;  // of one point
     std::size_t texts = 0;
     std::map<std::string, const ReferenceVariable*> predefined;
     std::vector<const ReferenceVariable*> outputs;
@@ -106,13 +104,13 @@ struct ReferenceProgram {
     [[nodiscard]] std::string Text() const;
 };
 
-/// Whether the rules of uniform and varying values accept a program, as far as they are plain.
+/// Whether the rules of uniform and varying values accept a program; open where they do not say.
 enum class ReferenceVerdict { Accepted, Open, Refused };
 
-/// For a statement of the shader's body, with all inside it.
+/// Decides about one statement of the body, with the statements inside it.
 [[nodiscard]] ReferenceVerdict JudgeStatement(const ReferenceStatement& statement);
 [[nodiscard]] ReferenceVerdict JudgeProgram(const ReferenceProgram& program);
 
-/// What the outputs hold in the end at the point of a grid, one number after the other, in the
-/// program's order.
+/// Returns the final values of the outputs at a point, one number after the other, in the order of
+/// the program.
 [[nodiscard]] std::vector<float> EvaluateAtPoint(const ReferenceProgram& program, float u, float v);

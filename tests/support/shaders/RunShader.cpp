@@ -19,7 +19,7 @@
 
 namespace {
 
-// What a shader may write beside its output parameters.
+// The variables that a shader may write besides its output parameters.
 constexpr const char* k_predefinedOutputs[] = {"Ci", "Oi", "P", "N", "Cl", "Ol", "L", "I", "alpha"};
 
 bool IsClose(float a, float b)
@@ -52,7 +52,8 @@ std::vector<std::string> OutputNames(const SqxShader& shader)
     return names;
 }
 
-/// SLC_KEEP_SOURCES names a folder that gets each source that tests run, for other ways to run it.
+/// Writes the source to the folder SLC_KEEP_SOURCES, if that is set, so that other tests can run
+/// it.
 void Keep(const std::string& source)
 {
     if (const char* folder = std::getenv("SLC_KEEP_SOURCES"))
@@ -61,7 +62,7 @@ void Keep(const std::string& source)
             << source;
 }
 
-/// What the compiler writes is accepted by the machine.
+/// Expects that the machine accepts what the compiler writes.
 void ExpectVerified(const std::string& byteCode, const std::string& source)
 {
     SqxReader reader;

@@ -5,8 +5,8 @@
 
 #include "machine/SqxMachine.h"
 
-/// The byte-code file of a source at an optimization level. A source that is refused fails the
-/// test that is running, and gives an empty text; one too large for byte-code just gives that.
+/// Returns the byte-code file of a source at an optimization level. The text is empty for a source
+/// that is refused, which fails the running test, or that is too large for byte-code.
 [[nodiscard]] std::string ByteCodeOf(const std::string& source, int level);
 
 /// The results of a shader: the numbers of each variable that it may write, point by point.
@@ -16,13 +16,13 @@ struct RunOutcome {
         std::vector<float> numbers;
     };
 
-    std::string fault;  // empty if it ran to its end
+    std::string fault;  // empty if the run was complete
     std::vector<Output> outputs;
-    std::string text;  // what it printed
+    std::string text;  // printed and reported
 };
 
 /// Loads the file into the machine, runs it and reads the outputs back.
 [[nodiscard]] RunOutcome RunShader(SqxMachine& machine, const std::string& byteCode);
 
-/// Where two outcomes differ by more than rounding; empty if they agree.
+/// Returns where two outcomes differ by more than rounding; empty if they agree.
 [[nodiscard]] std::string Difference(const RunOutcome& first, const RunOutcome& second);

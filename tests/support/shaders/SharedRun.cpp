@@ -33,7 +33,7 @@ void SetAsMachine(QxHostGrid& grid)
         grid.Set(name, {grid.Get(name).type, SqxDefaultValues(name, grid.Layout())});
 }
 
-/// Null for a predefined variable.
+/// Returns null for a predefined variable.
 const QxShader::Parameter* Find(const QxShader& shader, const std::string& name)
 {
     const auto found = std::find_if(shader.Parameters().begin(), shader.Parameters().end(),
@@ -41,7 +41,8 @@ const QxShader::Parameter* Find(const QxShader& shader, const std::string& name)
     return found == shader.Parameters().end() ? nullptr : &*found;
 }
 
-/// As the machine gives them: the elements of an array together, and a uniform value at each point.
+/// Returns the numbers in the order of the machine of the tests: point by point, the elements of an
+/// array together, and a uniform value at each point.
 std::vector<float> PointAfterPoint(const QxShader::Parameter& parameter,
                                    const std::vector<float>& numbers, std::size_t points)
 {
@@ -56,14 +57,13 @@ std::vector<float> PointAfterPoint(const QxShader::Parameter& parameter,
     return result;
 }
 
-/// The variables of a light shader are those of the current light in a surface, and end with the
-/// loop.
+/// True for variables that only exist in a light loop, except in light shaders.
 bool IsOfLight(const std::string& name)
 {
     return name == "L" || name == "Cl" || name == "Ol";
 }
 
-/// The outputs that the machine of the tests gave, as a host gets them.
+/// Runs the shader in a host, and returns the outputs that the machine of the tests had.
 RunOutcome RunInHost(const std::shared_ptr<const QxShader>& shader, const RunOutcome& byteCode,
                      const QxGrid& layout)
 {

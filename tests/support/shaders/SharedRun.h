@@ -10,14 +10,14 @@ inline constexpr QxGrid k_smallGrid = {3, 2};
 /// Runs byte-code in a scene with some spaces.
 [[nodiscard]] RunOutcome RunByteCode(const std::string& byteCode);
 
-/// Runs a shared object with the same grid, spaces, lights and answers, and gives the outputs that
-/// the byte-code of the same shader gave.
+/// Runs a shared object with the same grid, spaces, lights and answers, and returns the outputs
+/// that the byte-code of the same shader had.
 [[nodiscard]] RunOutcome RunShared(const std::string& path, const RunOutcome& byteCode,
                                    const QxGrid& layout = k_smallGrid);
 
-/// The same for byte-code in the machine.
+/// Does the same for byte-code in the machine of the product.
 [[nodiscard]] RunOutcome RunMachine(const std::string& text, QxKernelChoice kernels,
                                     const RunOutcome& byteCode, const QxGrid& layout = k_smallGrid);
 
-/// Where two outcomes differ by one bit; empty if they do not. What is no number is one value.
+/// Returns where two outcomes differ by one bit; empty if they do not. All NaNs are equal.
 [[nodiscard]] std::string BitDifference(const RunOutcome& first, const RunOutcome& second);
