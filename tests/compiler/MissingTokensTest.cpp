@@ -1,6 +1,6 @@
-// Single slips in the examples: what the first report and its advice say of a token that is left
-// out, and whether one fault gives one report. SLC_ALL_SLIPS=1 tries all of them, and prints the
-// rates.
+// Removes or changes single tokens of the examples. Checks that the first report and its advice
+// name a missing token, and that one fault gives one report. SLC_ALL_SLIPS=1 tries all places, and
+// prints the rates.
 
 #include <algorithm>
 #include <cctype>
@@ -26,7 +26,7 @@ struct Source {
     std::vector<std::size_t> signs;  // places of brackets and separators
 };
 
-/// Those outside of comments, strings and directives.
+/// Returns the places outside of comments, strings and directives.
 std::vector<std::size_t> SignsOf(const std::string& text)
 {
     std::vector<std::size_t> signs;
@@ -55,7 +55,7 @@ QxCompileResult Check(const Source& source, const std::string& text)
     return QxCompileText(source.path, text, options);
 }
 
-/// The examples that are without faults.
+/// Returns the examples that have no faults.
 std::vector<Source> Examples()
 {
     std::vector<Source> sources;
@@ -138,7 +138,7 @@ TEST(MissingTokens, AreNamed)
     }
 }
 
-/// The place of the parenthesis that closes the one at `open`.
+/// Returns the place of the parenthesis that closes the one at `open`.
 std::size_t Closing(const Source& source, std::size_t open)
 {
     int depth = 0;
@@ -152,7 +152,7 @@ std::size_t Closing(const Source& source, std::size_t open)
     return std::string::npos;
 }
 
-/// The text with each wrong pair of parentheses around a head.
+/// Returns the text with each kind of wrong parenthesis around a head.
 std::vector<std::string> WrongHeads(const std::string& text, std::size_t open, std::size_t close)
 {
     std::vector<std::string> wrong;

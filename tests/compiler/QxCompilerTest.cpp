@@ -38,7 +38,7 @@ QxCompileOptions OptionsOf(std::size_t number)
     return options;
 }
 
-/// Outputs and messages of all examples.
+/// Returns the outputs and messages of all examples.
 std::vector<std::string> CompileAll(const std::vector<std::string>& paths)
 {
     std::vector<std::string> texts;
@@ -68,7 +68,7 @@ TEST(QxCompiler, GivesTheSameBytesFirstAgainAndInThreads)
         EXPECT_TRUE(ofThread == first);
 }
 
-/// What the program says of the source alone.
+/// Returns only the messages about the source.
 std::string WithoutWordsOfTheProgram(const std::string& messages)
 {
     std::string kept;
@@ -107,7 +107,7 @@ TEST(QxCompiler, AgreesWithTheProgram)
     }
 }
 
-TEST(QxCompiler, StopsAfterThePreprocessorAndGoesOnFromThere)
+TEST(QxCompiler, StopsAfterThePreprocessorAndContinuesFromThere)
 {
     QxCompileOptions options;
     options.output = QxCompileOptions::Output::Preprocessed;
@@ -135,7 +135,7 @@ TEST(QxCompiler, WritesWholeFilesOrReportsWhyNot)
     EXPECT_FALSE(result.succeeded);
 }
 
-TEST(QxCompiler, ReadsFromMemoryAndTellsWhatItRead)
+TEST(QxCompiler, ReadsFromMemoryAndListsWhatItRead)
 {
     QxCompileOptions options;
     options.macros = {"GAIN=0.5"};
@@ -203,7 +203,7 @@ TEST(QxCompiler, ReportsAsData)
     EXPECT_EQ(warned.reports.front().level, 1);
 }
 
-// What ends the program is a failure here.
+// Faults that end the program are failures of the library.
 TEST(QxCompiler, NeverEndsTheProcess)
 {
     const std::string longName(9000, 'x');
@@ -222,7 +222,7 @@ TEST(QxCompiler, KeepsNoMemory)
     const std::string source = "float f(float x) { return x * 2; }\n"
                                "surface a(string map = \"\") { float v[3] = {1, 2, s};\n"
                                "Ci = f(v[2]) * texture(map); Oi = }\n";
-    // A syntax error, none, and a token that ends the compilation in the middle of the parse.
+    // The ends make a syntax error, a correct source, and a token that aborts the parser.
     const std::string ends[] = {"", "1; }", std::string(8192, 'a')};
     const auto compile = [&](int count) {
         for (int i = 0; i < count; ++i)

@@ -52,7 +52,7 @@ std::string Text(const QxSourcePlace& place)
            std::to_string(place.column) + "+" + std::to_string(place.length);
 }
 
-/// A use as "file:line:column+length kind name role type detail".
+/// Returns a use as "file:line:column+length kind name role type detail".
 std::string Text(const QxSourceIndex& index, const QxIndexedUse& use)
 {
     const QxIndexedName& name = index.names[static_cast<std::size_t>(use.name)];
@@ -124,7 +124,7 @@ TEST(QxSourceIndex, PlacesEachNameAfterMacrosAndIncludes)
     EXPECT_EQ(index.includes[0].file, 1);
 }
 
-/// A name in the text of a source, not one that a macro brings.
+/// True for a name in the text of a source that does not come from a macro.
 bool IsName(const QxSourceIndex::Token& token)
 {
     const auto keywords = QxKeywords();
@@ -156,11 +156,11 @@ TEST(QxSourceIndex, KnowsEachNameOfTheExamples)
     EXPECT_GT(names, 1000);
 }
 
-TEST(QxSourceIndex, ReadsOnPastFaults)
+TEST(QxSourceIndex, ContinuesAfterFaults)
 {
     static const struct {
-        const char* rest;  // of the shader, whose first statement is right
-        const char* last;  // use in the last line that can be read
+        const char* rest;  // of the shader, whose first statement is correct
+        const char* last;  // the last use that can be read
     } cases[] = {
         {"Ci = ;\n  P = N;\n}\n", "0:3:7+1 predefined N read normal varying"},
         {"Ci = Kd }\n", "0:2:6+2 parameter Kd read float uniform"},
@@ -184,10 +184,10 @@ TEST(QxSourceIndex, ReadsOnPastFaults)
     }
 }
 
-TEST(QxSourceIndex, ReadsOnPastFaultsOutsideOfBlocks)
+TEST(QxSourceIndex, ContinuesAfterFaultsOutsideOfBlocks)
 {
     static const struct {
-        const char* source;  // whose last line ends with a use of Kd
+        const char* source;  // its last line ends with a use of Kd
         const char* shader;  // its definition
     } cases[] = {
         {"surface a(float x = 1 float Kd = 1) {\nCi = Kd; }", "0:1:9+1 shader a def"},
@@ -222,7 +222,7 @@ std::string NamesOf(const QxSourceIndex& index, const std::vector<int>& numbers)
     return text;
 }
 
-TEST(QxSourceIndex, AnswersWhatAPlaceSees)
+TEST(QxSourceIndex, FindsScopeAndCallAtAPlace)
 {
     const std::string source = "float f(float x) {\n"                      // 1
                                "  float y = x;\n"                          // 2
@@ -256,11 +256,11 @@ TEST(QxSourceIndex, AnswersWhatAPlaceSees)
     EXPECT_EQ(index->UseAt(0, 7, 6), nullptr);
 }
 
-TEST(QxSourceIndex, SeesTheCallBetweenTheArgumentsOfAMacro)
+TEST(QxSourceIndex, FindsTheCallBetweenTheArgumentsOfAMacro)
 {
     const std::string first = "#define TWICE(x) mix(x, (x), 0.5)\n";
     static const struct {
-        const char* line;  // with '|' for the place
+        const char* line;  // '|' is the place
         const char* call;
         int argument;
     } cases[] = {

@@ -1,6 +1,6 @@
-// Random edits of the examples, undone at times: each state has the index that it had before and
-// that another thread makes of it, and each use has the place of its name in the text.
-// SLC_ALL_SLIPS=1 makes ten thousand edits, with the seed that is printed.
+// Makes random edits of the examples, and undoes some. Checks that each state has the index that it
+// had before, and that another thread makes the same index, and that each use has the place of its
+// name in the text. SLC_ALL_SLIPS=1 makes ten thousand edits, with a random seed that is printed.
 
 #include <algorithm>
 #include <cstdlib>
@@ -30,7 +30,7 @@ std::string Text(const QxSourceRange& range)
     return out.str();
 }
 
-/// Everything that an index holds but its tokens.
+/// Returns the contents of an index except its tokens.
 std::string Text(const QxSourceIndex& index)
 {
     std::ostringstream out;
@@ -74,7 +74,7 @@ void ExpectNamesAtTheirPlaces(const QxSourceIndex& index, const std::string& tex
         const std::string& line = lines[static_cast<std::size_t>(use.place.line) - 1];
         const QxIndexedName& name = index.names[static_cast<std::size_t>(use.name)];
         std::string wanted = name.kind == QxNameKind::Space ? '"' + name.name + '"' : name.name;
-        // A backslash may cut it in two.
+        // A backslash at the end of the line may split the name.
         if (line.ends_with('\\'))
             wanted.resize(std::min(wanted.size(), static_cast<std::size_t>(use.place.length)));
         EXPECT_EQ(line.substr(static_cast<std::size_t>(use.place.column) - 1,
@@ -95,7 +95,7 @@ public:
 
     void Step()
     {
-        // Too many faults leave nothing to index.
+        // States are limited, since too many faults leave nothing to index.
         if (m_states.size() > 1 && (m_random() % 2 == 0 || m_states.size() > 6))
             m_states.pop_back();
         else
@@ -158,7 +158,7 @@ private:
     std::vector<State> m_states;
 };
 
-TEST(RandomEdits, LeaveTheIndexOfAFreshCompile)
+TEST(RandomEdits, LeaveTheIndexThatANewCompilationHas)
 {
     const bool isLong = std::getenv("SLC_ALL_SLIPS") != nullptr;
     const unsigned seed = isLong ? std::random_device()() : 1;

@@ -9,7 +9,7 @@ TEST(SlcOptimizationLevel, LevelDecidesItsFlags)
     using Options = SlcOptionsControl;
     struct Case {
         bool Options::*flag;
-        const char* atLevels;  // "1" where the level from 0 to 3 turns the flag on
+        const char* atLevels;  // one digit per level, "1" if it sets the flag
     };
     static const Case cases[] = {
         {&Options::m_checkArrayBounds, "1110"},

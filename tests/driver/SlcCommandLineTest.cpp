@@ -12,7 +12,7 @@ namespace {
 
 using Arguments = std::vector<const char*>;
 
-/// A folder with the sources "a.sl", "b.sl" and "dir/a.b.sl", and both commands set.
+/// Makes a folder with the sources "a.sl", "b.sl" and "dir/a.b.sl", and sets both commands.
 class SlcCommandLineTest : public testing::Test {
 protected:
     SlcCommandLineTest()
@@ -101,7 +101,7 @@ TEST_F(SlcCommandLineTest, CollectsPreprocessorOptionsInOrder)
     EXPECT_EQ(m_line.m_compile.macros, (std::vector<std::string>{"A=1"}));
 }
 
-TEST_F(SlcCommandLineTest, LaterOptionsOverruleEarlierOnes)
+TEST_F(SlcCommandLineTest, LaterOptionsReplaceEarlierOnes)
 {
     struct Case {
         Arguments arguments;
@@ -159,7 +159,7 @@ TEST_F(SlcCommandLineTest, SetsTheWarningLevel)
     }
 }
 
-TEST_F(SlcCommandLineTest, TakesCommandsFromTheEnvironment)
+TEST_F(SlcCommandLineTest, ReadsCommandsFromTheEnvironment)
 {
     ASSERT_TRUE(Parse({"a.sl"}));
     EXPECT_EQ(m_line.m_preprocessCommand, "preprocess");

@@ -8,7 +8,7 @@ namespace {
 
 class SlcCompileSourceTest : public testing::Test {
 protected:
-    /// Compiles the text, as if preprocessed from "glow.sl", and keeps what was printed.
+    /// Compiles the text as if it were "glow.sl" preprocessed, and stores the messages.
     bool Compile(const std::string& preprocessed)
     {
         m_line.m_inputFile = "glow.sl";
@@ -28,7 +28,7 @@ protected:
     std::string m_messages;
 };
 
-TEST_F(SlcCompileSourceTest, DeletesTheOutputNamedByTheSource)
+TEST_F(SlcCompileSourceTest, DeletesTheOutputNamedAfterTheSource)
 {
     struct Case {
         const char* inputFile;
@@ -80,7 +80,7 @@ TEST_F(SlcCompileSourceTest, RefusedSourceLeavesNoOutput)
 {
     struct Case {
         const char* source;
-        bool shaderIsKnown;  // the parser came to the end of the shader
+        bool shaderIsKnown;  // the parser reached the end of the shader
         const char* summary;
     };
     static const Case cases[] = {
@@ -101,7 +101,7 @@ TEST_F(SlcCompileSourceTest, RefusedSourceLeavesNoOutput)
     }
 }
 
-TEST_F(SlcCompileSourceTest, MissingPreprocessedFileIsNoCompile)
+TEST_F(SlcCompileSourceTest, MissingPreprocessedFileIsReported)
 {
     m_line.m_inputFile = "glow.sl";
     m_line.m_preprocessedFile = "none.i";

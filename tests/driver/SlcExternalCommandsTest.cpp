@@ -19,7 +19,7 @@ protected:
         m_line.m_preprocessedFile = "a.i";
     }
 
-    /// Preprocesses alone, so that the result is kept.
+    /// Only preprocesses, so that the result is kept.
     bool Preprocess()
     {
         m_line.m_runCompile = false;
@@ -40,7 +40,7 @@ protected:
     SlcCommandLine m_line;
 };
 
-/// No folder of an unfinished file may stay.
+/// True if a folder of an unfinished file is left.
 [[nodiscard]] bool HasFolders()
 {
     const std::filesystem::directory_iterator entries(".");
@@ -60,7 +60,7 @@ TEST_F(SlcExternalCommandsTest, PreprocessCommandSeesItsVariables)
     EXPECT_EQ(TemporaryFolder::Read("a.i"), "by name\n");
 }
 
-TEST_F(SlcExternalCommandsTest, CommandsHaveResultsThoughTheParentIgnoresItsChildren)
+TEST_F(SlcExternalCommandsTest, CommandsHaveResultsEvenIfTheParentIgnoresItsChildren)
 {
     std::signal(SIGCHLD, SIG_IGN);
     m_line.m_preprocessCommand = "echo made > $cpp_result";
@@ -68,7 +68,7 @@ TEST_F(SlcExternalCommandsTest, CommandsHaveResultsThoughTheParentIgnoresItsChil
     EXPECT_EQ(std::signal(SIGCHLD, SIG_DFL), SIG_IGN);
 }
 
-TEST_F(SlcExternalCommandsTest, OwnPreprocessorReportsAndLeavesWhatItMade)
+TEST_F(SlcExternalCommandsTest, OwnPreprocessorReportsAndKeepsItsOutput)
 {
     TemporaryFolder::Write("a.sl", "float a;\n/* open\nfloat b;\n/* closed */\n// don't\n"
                                    "#define A 1\n#define A 2\n#include \"nowhere.h\"\n");
@@ -86,7 +86,7 @@ TEST_F(SlcExternalCommandsTest, OwnPreprocessorReportsAndLeavesWhatItMade)
     EXPECT_FALSE(HasFolders());
 }
 
-// A user of few rights owns nothing in a folder of others'.
+// The user may not be allowed to write to the folder of the source.
 TEST_F(SlcExternalCommandsTest, OwnPreprocessorWritesNoFileToCompile)
 {
     TemporaryFolder::Write("a.sl", "float a;\n");
@@ -98,14 +98,14 @@ TEST_F(SlcExternalCommandsTest, OwnPreprocessorWritesNoFileToCompile)
 
 TEST_F(SlcExternalCommandsTest, PreprocessCommandNeedsNoRightToTheFolderOfTheSource)
 {
-    m_line.m_preprocessedFile = "/proc/a.i";  // where no file can be made
+    m_line.m_preprocessedFile = "/proc/a.i";  // where no file can be created
     m_line.m_preprocessCommand = "echo made > $cpp_result";
     SlcRunFiles files;
     EXPECT_TRUE(PreprocessSource(m_line, files));
     EXPECT_EQ(TemporaryFolder::Read(files.m_preprocessed->Path()), "made\n");
 }
 
-TEST_F(SlcExternalCommandsTest, FailedPreprocessCommandLeavesItsFile)
+TEST_F(SlcExternalCommandsTest, FailedPreprocessCommandKeepsItsFile)
 {
     for (const char* command : {"echo half > $cpp_result; exit 3",
                                 "echo half > $cpp_result; "
@@ -120,7 +120,7 @@ TEST_F(SlcExternalCommandsTest, FailedPreprocessCommandLeavesItsFile)
     }
 }
 
-// The program of the default command and the library do the same.
+// The default command runs sqxcpp, which must do the same as the library.
 TEST_F(SlcExternalCommandsTest, DefaultCommandAndOwnPreprocessorAgree)
 {
     TemporaryFolder::Write("in c/inc.h", "float included;\n");
@@ -166,7 +166,7 @@ TEST_F(SlcExternalCommandsTest, CCCommandSeesItsVariables)
     EXPECT_EQ(TemporaryFolder::Read("out/glow.sqx"), "built\n");
 }
 
-TEST_F(SlcExternalCommandsTest, CCFileGoesWhateverTheCommandReturned)
+TEST_F(SlcExternalCommandsTest, CCFileIsRemovedWhateverTheCommandReturned)
 {
     for (const char* command : {"true", "false"}) {
         m_line.m_ccCommand = command;
@@ -184,7 +184,7 @@ TEST_F(SlcExternalCommandsTest, CCFileGoesWhateverTheCommandReturned)
     }
 }
 
-// The shell may end by the signal or with the status that means it.
+// The shell may end by the signal or with the corresponding status.
 TEST_F(SlcExternalCommandsTest, InterruptedCommandEndsTheCompiler)
 {
     for (const int signal : {SIGINT, SIGQUIT})

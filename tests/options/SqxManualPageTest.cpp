@@ -1,10 +1,10 @@
-// The page of a program whose texts have what man(7) takes for its own.
+// Writes the page of a program whose texts contain characters that have a meaning in man(7).
 
 #include "manual/SqxManualPage.h"
 
 #include <gtest/gtest.h>
 
-TEST(SqxManualPage, PrintsTextsAsTheyAre)
+TEST(SqxManualPage, EscapesTexts)
 {
     static constexpr std::string_view description[] = {
         "'Both' kinds: a-b\\c. A word that begins with a dot stands at the start of .sqx lines",

@@ -1,4 +1,4 @@
-// How the programs beside the compiler take their command lines apart.
+// Checks how the programs besides the compiler parse their command lines.
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 
 namespace {
 
-/// The walk over words as a program does it that has '-o FILE', '--size SIZE', '--sizes' and '-h'.
+/// Walks over the words as a program with '-o FILE', '--size SIZE', '--sizes' and '-h' does.
 std::string Walk(const std::vector<std::string>& arguments)
 {
     SqxOptionWords words(arguments);
@@ -31,7 +31,7 @@ std::string Walk(const std::vector<std::string>& arguments)
     return said;
 }
 
-TEST(SqxOptionWords, TellsOptionsValuesAndFilesApart)
+TEST(SqxOptionWords, DistinguishesOptionsValuesAndFiles)
 {
     struct {
         std::vector<std::string> words;
@@ -43,7 +43,7 @@ TEST(SqxOptionWords, TellsOptionsValuesAndFilesApart)
         {{"-o", "--help", "--size=8", "--size", "9"}, "o=--help;size=8;size=9;"},
         {{"-o=b", "--size==", "--sizes"}, "o==b;size==;sizes;"},
         {{"a", "--", "-ob", "--", "-"}, "[a][-ob][--][-]"},
-        {{"-o", "--", "--"}, "o=--;"},  // the first one is the file
+        {{"-o", "--", "--"}, "o=--;"},  // the first '--' is the file
         {{"--"}, ""},
         {{"a", "-o"}, "[a]Option '-o' needs a file after it"},
         {{"-o", ""}, "Option '-o' needs a file after it"},
