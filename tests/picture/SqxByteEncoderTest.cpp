@@ -1,4 +1,4 @@
-// The table of the encoder, against powers.
+// Compares the table of the encoder with std::pow.
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -34,7 +34,7 @@ TEST(SqxByteEncoder, GivesTheNearestByte)
     }
 }
 
-TEST(SqxByteEncoder, ClampsWhatNoScreenShows)
+TEST(SqxByteEncoder, ClampsValuesOutOfRange)
 {
     constexpr float k_infinity = std::numeric_limits<float>::infinity();
     const SqxByteEncoder toByte(SqxEncoding::Srgb);

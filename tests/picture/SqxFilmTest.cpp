@@ -1,5 +1,5 @@
-// Grids on a film: which samples they reach, which of two is in front, and what pixels become of
-// the samples.
+// Checks grids on a film: which samples they cover, which of two is nearer, and how samples become
+// pixels.
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -11,16 +11,17 @@
 
 namespace {
 
-constexpr unsigned int k_side = 160;  // more rows than are locked at a time
+constexpr unsigned int k_side = 160;  // more rows than one lock covers
 
-/// A place that is seen at x and y of a film of `k_side` samples along each edge.
+/// Returns a point that is seen at x and y on a film of `k_side` samples along each edge.
 QxVector3 SeenAt(float x, float y, float z)
 {
     const float scale = SqxShape::Project({1, 0, z}).x * k_side / 2;
     return {(x - k_side / 2.0F) / scale, (k_side / 2.0F - y) / scale, z};
 }
 
-/// A grid whose cells, but for the margin, span the square from `low` to `high` on the film.
+/// Returns a grid whose cells, except for the margin, cover the square from `low` to `high` on the
+/// film.
 QxHostGrid Spanned(unsigned int cells, float low, float high, float z)
 {
     QxHostGrid grid(cells + 3, cells + 3);
@@ -53,8 +54,8 @@ std::size_t CountDrawn(const SqxPixels& pixels)
 
 }  // namespace
 
-// Places are moved about, some to the very middle of a sample, so that edges go through samples.
-TEST(SqxFilm, LeavesNoSampleOutBetweenCells)
+// Points are moved at random, some to the center of a sample, so that edges pass through samples.
+TEST(SqxFilm, OmitsNoSampleBetweenCells)
 {
     for (const unsigned int cells : {7U, 60U, 200U}) {
         QxHostGrid grid = Spanned(cells, 10, 150, 5);
@@ -129,7 +130,7 @@ TEST(SqxFilm, ShowsTheNearestInAnyOrder)
     }
 }
 
-TEST(SqxFilm, LeavesInnerSidesOutIfAsked)
+TEST(SqxFilm, OmitsInnerSidesIfAsked)
 {
     QxHostGrid outer = Spanned(20, 10, 150, 5);
     EXPECT_EQ(CountDrawn(PixelsOf(outer, SqxMesh::Sides::Outer)), 140U * 140);
@@ -140,8 +141,8 @@ TEST(SqxFilm, LeavesInnerSidesOutIfAsked)
     EXPECT_EQ(CountDrawn(PixelsOf(inner, SqxMesh::Sides::Outer)), 0U);
 }
 
-// A point that is nowhere takes with it the triangles that it is a corner of, and no others.
-TEST(SqxFilm, LeavesOutPointsThatAreNowhere)
+// An invalid point removes the triangles that it is a corner of, and no others.
+TEST(SqxFilm, OmitsPointsWithoutAPosition)
 {
     constexpr float k_infinity = std::numeric_limits<float>::infinity();
     const QxVector3 nowhere[] = {
@@ -160,7 +161,7 @@ TEST(SqxFilm, LeavesOutPointsThatAreNowhere)
     EXPECT_EQ(CountDrawn(PixelsOf(grid)), 140U * 140) << "far off, and as large";
 }
 
-TEST(SqxFilm, MakesPixelsOfTheirSamples)
+TEST(SqxFilm, AveragesTheSamplesOfAPixel)
 {
     constexpr unsigned int k_samples = 4;
     SqxFilm film(k_side / k_samples, k_side / k_samples, k_samples);

@@ -1,5 +1,5 @@
-// Points of the shapes: what is computed by columns and rows, against differences and point by
-// point.
+// Compares points of the shapes, which are computed by columns and rows, with differences and point
+// by point.
 
 #include <gtest/gtest.h>
 
@@ -53,7 +53,7 @@ TEST(SqxPatch, PlacesPointsWithTheirDerivatives)
     }
 }
 
-TEST(SqxPatch, KeepsToTheShape)
+TEST(SqxPatch, LiesOnTheShape)
 {
     const SqxShape sphere(SqxShapeKind::Sphere);
     QxHostGrid grid(7, 7);
@@ -66,7 +66,7 @@ TEST(SqxPatch, KeepsToTheShape)
     }
 }
 
-// Only the columns at both ends of the row that turns to the camera are looked at.
+// IsHidden only looks at both ends of the row that faces the camera most.
 TEST(SqxPatch, IsHiddenIfNoPointShowsItsOuterSide)
 {
     constexpr unsigned int k_pieces = 24;

@@ -1,4 +1,4 @@
-// The renderer of pictures: coarse ones first, and its ends.
+// Tests the renderer of pictures: coarse pictures first, and how rendering ends.
 
 #include <gtest/gtest.h>
 
@@ -50,7 +50,7 @@ TEST_F(Picture, ShowsCoarseOnesFirst)
     EXPECT_EQ(plain.Bytes(SqxEncoding::Linear), last);
 }
 
-// A film that was made before the shaders were there is used once.
+// A film that is prepared before the shaders are known is used once.
 TEST_F(Picture, IsTheSameOnAPreparedFilm)
 {
     SqxPicture picture(Settings(k_ramp));
@@ -67,7 +67,7 @@ TEST_F(Picture, IsTheSameOnAPreparedFilm)
     }
 }
 
-TEST_F(Picture, EndsWhenAsked)
+TEST_F(Picture, StopsWhenAsked)
 {
     SqxPicture picture(Settings(k_ramp));
     std::stop_source source;
@@ -89,7 +89,7 @@ TEST_F(Picture, EndsWhenAsked)
     EXPECT_EQ(picture.Bytes(SqxEncoding::Srgb).size(), 100U * 80 * 3) << "nothing but background";
 }
 
-TEST_F(Picture, EndsWithinAPiece)
+TEST_F(Picture, StopsAnEndlessShader)
 {
     SqxPicture picture(Settings("surface test() { while (u < 2) Ci += 0.001; Oi = 1; }"));
     SqxPicture::Watch watch;
@@ -97,7 +97,7 @@ TEST_F(Picture, EndsWithinAPiece)
     EXPECT_EQ(picture.Render(watch), SqxPictureEnd::OutOfTime);
 }
 
-// On each shape u leads to the right and v down, and the normals lead outwards.
+// On each shape u increases to the right and v downwards, and normals point outwards.
 TEST_F(Picture, ShadesEachShapeFromItsOuterSide)
 {
     constexpr const char* k_sides = "surface test() { Oi = 1; Ci = color(xcomp(Du(P)) > 0 ? 1 : 0,"
@@ -108,7 +108,7 @@ TEST_F(Picture, ShadesEachShapeFromItsOuterSide)
         settings.shape = kind;
         SqxPicture picture(settings);
         ASSERT_EQ(picture.Render({}), SqxPictureEnd::Whole);
-        // Below the middle, where a torus shows its front.
+        // The pixel is below the middle, where a torus shows its front.
         const std::vector<unsigned char> bytes = picture.Bytes(SqxEncoding::Linear);
         const unsigned char* front = bytes.data() + (60 * 100 + 50) * 3;
         EXPECT_EQ(std::vector(front, front + 3), std::vector<unsigned char>(3, 255))
@@ -116,7 +116,7 @@ TEST_F(Picture, ShadesEachShapeFromItsOuterSide)
     }
 }
 
-TEST_F(Picture, PassesFaultsOn)
+TEST_F(Picture, RefusesWrongSettings)
 {
     SqxPictureSettings settings = Settings(k_ramp);
     settings.shaders[0].values.emplace_back("none", 1);

@@ -1,4 +1,4 @@
-// The renderer of examples/renderer: single pixels whose light can be worked out by hand, and
+// Tests the renderer of examples/renderer: single pixels whose light can be worked out by hand, and
 // scenes that it refuses.
 
 #include <gmock/gmock.h>
@@ -30,7 +30,7 @@ protected:
         (void)sm_folder->Build("facing",
                                "surface facing() { Oi = 1; Ci = 0.5 + 0.5 * color(normalize(N)); }",
                                "--int");
-        // Red and green above blue and white.
+        // The picture is red and green above blue and white.
         std::vector<unsigned char> pixels;
         for (int i = 0; i < 64; ++i) {
             const bool right = i % 8 >= 4;
@@ -45,7 +45,7 @@ protected:
     }
     static void TearDownTestSuite() { sm_folder.reset(); }
 
-    /// The exit status of the renderer; its messages are in a file.
+    /// Returns the exit status of the renderer; its messages are in the file "messages".
     static int Run(const std::string& scene, const std::string& options)
     {
         ShaderFolder::Write("scene.txt", scene);
@@ -59,11 +59,11 @@ protected:
 
 std::unique_ptr<ShaderFolder> Renderer::sm_folder;
 
-// A lamp of 4 at a distance of 2 gives the floor below it 1.
+// A lamp of intensity 4 at a distance of 2 lights the floor below it with 1.
 const std::string k_lit = "camera at=0,1,-3 to=0\nshader w wall Kd=1\nplane w\n"
                           "shader l lamp intensity=4\nlight l at=0,2,0\n"
                           "shader p pane density=1\n";
-// The ray goes up by 45 degrees between mirrors at y = -1 and 1, and ends after five of them.
+// The ray goes up at 45 degrees between mirrors at y = -1 and 1, and ends after five reflections.
 const std::string k_mirrors = "camera at=0 to=0,1,1\nshader m mirror Kr=0.8 Ks=0\nshader g glow\n"
                               "plane m at=0,1,0 scale=50\nplane m at=0,-1,0 scale=50\n"
                               "plane g at=0,0,10.5 turn=90,0,0\n";
@@ -74,7 +74,7 @@ struct PixelCase {
     QxRGBColor expected;
 };
 
-// The camera looks along z unless a scene turns it.
+// The camera looks along z unless the scene turns it.
 const PixelCase k_pixels[] = {
     {"five mirrors", k_mirrors + "picture levels=5", {0.328F, 0.328F, 0.328F}},
     {"too many mirrors", k_mirrors + "picture levels=4", {0, 0, 0}},
@@ -108,7 +108,7 @@ const PixelCase k_pixels[] = {
      "camera at=0,1,-3 to=0,0,-0.001\nshader f floor sky=1 Kd=1 Kr=0 odd=1 samples=400 even=1\n"
      "plane f scale=100\nplane f turn=90,0,0 scale=1000",
      {0.5F, 0.5F, 0.5F}},
-    // Whatever glass mirrors and bends, an even sky is in all directions.
+    // Reflected and refracted rays of glass all end in the same even sky.
     {"glass in an even sky",
      "picture levels=8\ncamera at=0.4,0.3,-5 to=0.4,0.3,0\nsky color=0.7\nshader g crystal "
      "tint=1\nsphere g",
@@ -132,7 +132,7 @@ const PixelCase k_pixels[] = {
 
 }  // namespace
 
-TEST_F(Renderer, BringsTheLightThatOpticsSays)
+TEST_F(Renderer, RendersTheLightThatOpticsPredicts)
 {
     for (const PixelCase& c : k_pixels) {
         const std::string scene = std::string(c.scene) + "\npicture width=1 height=1 samples=1\n";
@@ -144,7 +144,7 @@ TEST_F(Renderer, BringsTheLightThatOpticsSays)
     }
 }
 
-TEST_F(Renderer, GivesTheSamePictureWithAnyNumberOfThreads)
+TEST_F(Renderer, RendersTheSamePictureWithAnyNumberOfThreads)
 {
     const std::string scene = "picture width=50 height=40\nshader f floor sky=1\nshader l panel\n"
                               "light l at=0,2,0\nplane f scale=3\nsphere f at=0,0.5,0 scale=0.5\n";

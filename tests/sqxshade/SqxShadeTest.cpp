@@ -1,4 +1,4 @@
-// The tool sqxshade: its pictures at a few points, and its refusals.
+// Tests the tool sqxshade: its pictures at a few points, and what it refuses.
 
 #include <gtest/gtest.h>
 
@@ -33,7 +33,7 @@ struct Pixel {
 
 class SqxShade : public ::testing::Test {
 protected:
-    /// Runs the tool in the folder; the exit status, or -1 if it crashed.
+    /// Runs the tool in the folder and returns its exit status, or -1 if it crashed.
     int Run(const std::string& arguments)
     {
         const std::string command = "cd '" + m_folder.Path().string() +
@@ -55,7 +55,7 @@ protected:
     {
         std::ofstream(m_folder.Path() / name) << source;
     }
-    /// Shades into 64 times 64 pixels on black; their values are those of the shaders.
+    /// Shades 64 times 64 pixels on black. The values of pixels are those of the shaders.
     void Shade(const std::string& arguments, const std::string& encoding = "--linear ")
     {
         ASSERT_EQ(Run("--size 64x64 --samples 1 --background 0 -o out.png " + encoding + arguments),
@@ -63,7 +63,7 @@ protected:
             << Messages();
         m_bytes = ReadPng("out.png", 64, 64);
     }
-    /// The bytes of a picture, which must have that size.
+    /// Returns the bytes of a picture, which must have the given size.
     std::vector<unsigned char> ReadPng(const std::string& name, unsigned int width,
                                        unsigned int height) const
     {
@@ -79,7 +79,7 @@ protected:
         EXPECT_TRUE(png_image_finish_read(&image, nullptr, bytes.data(), 0, nullptr));
         return bytes;
     }
-    /// A PNG file of four channels.
+    /// Writes a PNG file of four channels.
     void WritePng(const std::string& name, unsigned int width,
                   const std::vector<unsigned char>& bytes) const
     {
@@ -164,7 +164,7 @@ TEST_F(SqxShade, RunsEachKindOfShader)
     Shade(Code("lamp", "light lamp() { solar(vector(0, 1, 0), 0) { Cl = 1; } }"));
     EXPECT_LT(At(k_middle, k_high).r, At(k_middle, k_low).r) << "lit from below";
 
-    // The sphere grows, but not where it is pressed flat, and the moved surface is lit.
+    // The sphere grows, except where it is pressed flat, and the moved surface is lit.
     Shade(Code("press", R"(displacement press() {
               point p = transform("world", P);
               P = transform("world", "current", 1.2 * point(xcomp(p), ycomp(p), max(zcomp(p), 0)));
@@ -229,7 +229,7 @@ TEST_F(SqxShade, ShowsFilesAsTextures)
     EXPECT_NEAR(At(k_middle - 3, k_middle - 3).r, 230, 1) << "a check without a file";
 }
 
-TEST_F(SqxShade, MakesTheSamePictureOnAnyNumberOfCores)
+TEST_F(SqxShade, RendersTheSamePictureOnAnyNumberOfCores)
 {
     const std::string shader = Code("dust", R"(
         surface dust() { Ci = Cs * random() * diffuse(normalize(N)); Oi = 1;
@@ -274,7 +274,7 @@ TEST_F(SqxShade, LeavesNoFilesWhenItIsInterrupted)
     EXPECT_TRUE(std::filesystem::is_empty(temporary));
 }
 
-TEST_F(SqxShade, RefusesWhatIsWrong)
+TEST_F(SqxShade, RefusesWrongCommandLines)
 {
     (void)m_folder.Build("look", k_look);
     std::filesystem::rename(m_folder.Path() / "look.sqx", m_folder.Path() / "good.sqx");
@@ -313,7 +313,7 @@ TEST_F(SqxShade, RefusesWhatIsWrong)
         {"good.sqx -o .", "Cannot write '.': Is a directory"},
         {"good.sqx -o /dev/full", "Cannot write '/dev/full'"},
     };
-    bool isUsage = true;  // the fault is in the words alone
+    bool isUsage = true;  // the command line itself is wrong
     for (const auto& c : cases) {
         isUsage = isUsage && std::string_view(c.arguments) != "good.sqx --param Kd=1";
         EXPECT_EQ(Run("--size 8x8 -o out.png " + std::string(c.arguments)), isUsage ? 2 : 1)

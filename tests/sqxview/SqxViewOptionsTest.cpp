@@ -1,4 +1,4 @@
-// Command lines of sqxview, and those of sqxshade that are made of settings.
+// Tests command lines of sqxview, and the command lines of sqxshade that it makes of settings.
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 
 namespace {
 
-TEST(SqxViewOptions, TakesItsOwnAndThoseOfThePicture)
+TEST(SqxViewOptions, ReadsItsOptionsAndThoseOfThePicture)
 {
     const SqxViewOptions options =
         SqxReadViewOptions({"--port", "8080", "-w2", "--time-limit=3", "--open", "--square", "a.sl",
@@ -24,7 +24,7 @@ TEST(SqxViewOptions, TakesItsOwnAndThoseOfThePicture)
     EXPECT_EQ(options.shade.textures[0].first, "--port") << "the value of another option";
 }
 
-TEST(SqxViewOptions, RefusesWhatMakesNoSense)
+TEST(SqxViewOptions, RefusesInvalidOptions)
 {
     struct {
         std::vector<std::string> words;
@@ -48,7 +48,7 @@ TEST(SqxViewOptions, RefusesWhatMakesNoSense)
         }
 }
 
-TEST(SqxShadeCommand, GivesTheWordsThatItsOptionsAreReadFrom)
+TEST(SqxShadeCommand, ReturnsTheWordsThatItsOptionsComeFrom)
 {
     const std::vector<std::string> words = {"--torus",
                                             "--size",

@@ -1,4 +1,4 @@
-// What the server answers, and what it refuses.
+// Checks what the server answers and what it refuses.
 
 #include "ViewedShaders.h"
 
@@ -59,7 +59,7 @@ TEST_F(SqxViewServerTest, ServesThePageAndNothingElse)
 
 TEST_F(SqxViewServerTest, ServesAllModulesOfTheScript)
 {
-    std::vector<std::string> paths = {"/page.js"};  // those that imports name follow
+    std::vector<std::string> paths = {"/page.js"};  // and the paths that imports name
     for (std::size_t i = 0; i < paths.size(); ++i) {
         const httplib::Result module = m_client->Get(paths[i]);
         ASSERT_TRUE(module && module->status == 200) << paths[i];
@@ -103,7 +103,7 @@ TEST_F(SqxViewServerTest, RefusesOtherHostsAndOrigins)
     }
 }
 
-TEST_F(SqxViewServerTest, TakesFormsOfBoundedSize)
+TEST_F(SqxViewServerTest, AcceptsFormsOfLimitedSize)
 {
     WaitForWhole();
     EXPECT_EQ(StatusOfChange("param.0.Kd=0.75&size=8x8"), 200);
@@ -153,7 +153,7 @@ TEST_F(SqxViewServerTest, GivesStateAndCode)
     EXPECT_EQ(StatusOf("/code?shader=7"), 400);
 }
 
-TEST_F(SqxViewServerTest, AnswersOthersWhileMorePagesWaitThanItHasRoomFor)
+TEST_F(SqxViewServerTest, AnswersWhileTooManyPagesWait)
 {
     const std::string state = WaitForWhole();
     const std::string version = state.substr(state.find(':') + 1, state.find(',') - 11);
@@ -178,7 +178,7 @@ TEST_F(SqxViewServerTest, AnswersOthersWhileMorePagesWaitThanItHasRoomFor)
     EXPECT_LE(answered, 16 + 4) << "Some may have come after the change";
 }
 
-/// A connection to the server, bytes by hand.
+/// A connection to the server that sends any bytes.
 class RawConnection {
 public:
     explicit RawConnection(int port) : m_socket(socket(AF_INET, SOCK_STREAM, 0))
@@ -202,9 +202,9 @@ private:
     int m_socket;
 };
 
-TEST_F(SqxViewServerTest, EndsRequestsWithoutEnd)
+TEST_F(SqxViewServerTest, ClosesRequestsWithoutEnd)
 {
-    // Many headers, and one that never ends.
+    // The requests have too many headers, or one that never ends.
     for (const std::string& more :
          {"X-More: " + std::string(1000, 'x') + "\r\n", std::string(1000, 'x')}) {
         const RawConnection connection(m_server->Port());
@@ -214,7 +214,7 @@ TEST_F(SqxViewServerTest, EndsRequestsWithoutEnd)
             sent += more.size();
         EXPECT_LT(sent, std::size_t{1} << 30);
     }
-    // A byte now and then.
+    // This request sends a byte now and then.
     const SqxViewConnections shortly(m_server->Port(), std::chrono::milliseconds(200));
     const RawConnection connection(m_server->Port());
     int pieces = 0;
@@ -226,7 +226,7 @@ TEST_F(SqxViewServerTest, EndsRequestsWithoutEnd)
     EXPECT_EQ(StatusOf("/"), 200);
 }
 
-TEST_F(SqxViewServerTest, IsNotHeldOffByConnectionsWithoutARequest)
+TEST_F(SqxViewServerTest, IsNotBlockedByConnectionsWithoutARequest)
 {
     std::vector<std::unique_ptr<RawConnection>> connections;
     for (int i = 0; i < 200; ++i) {
@@ -236,7 +236,7 @@ TEST_F(SqxViewServerTest, IsNotHeldOffByConnectionsWithoutARequest)
     EXPECT_EQ(StatusOf("/"), 200);
 }
 
-TEST_F(SqxViewServerTest, HasItsPortAlone)
+TEST_F(SqxViewServerTest, RefusesAPortInUse)
 {
     EXPECT_THROW(SqxViewServer(*m_session, m_server->Port()), std::runtime_error);
 }

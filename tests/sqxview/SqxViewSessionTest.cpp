@@ -1,4 +1,4 @@
-// What a session of shaders under view shows while sources and values change.
+// Checks what a session shows while sources and values change.
 
 #include "ViewedShaders.h"
 
@@ -27,7 +27,7 @@ TEST_F(SqxViewSessionTest, FollowsTheSourceAndItsHeaders)
     NextPicture(blue);
 }
 
-TEST_F(SqxViewSessionTest, SeesAHeaderComeInFrontOfAnother)
+TEST_F(SqxViewSessionTest, NoticesAHeaderThatIsFoundBeforeAnother)
 {
     std::filesystem::create_directory("far");
     m_folder.Write("far/tint.h", "#define TINT color(1, 0, 0)\n");
@@ -60,7 +60,7 @@ TEST_F(SqxViewSessionTest, ShowsTheReportAndKeepsTheLastPicture)
     WaitFor("File 'a.sl' doesn't seem to exist.");
 }
 
-TEST_F(SqxViewSessionTest, SeesAMissingHeaderCome)
+TEST_F(SqxViewSessionTest, NoticesAMissingHeaderThatAppears)
 {
     m_folder.Write("a.sl", "#include \"late.h\"\nsurface a() { Ci = LATE; Oi = 1; }\n");
     View({"a.sl"});
@@ -134,7 +134,7 @@ TEST_F(SqxViewSessionTest, RefusesValuesAsTheCommandLineDoes)
     EXPECT_EQ(m_session->State(0, {}), before);
 }
 
-TEST_F(SqxViewSessionTest, TellsTheCommandThatMakesThePicture)
+TEST_F(SqxViewSessionTest, ShowsTheCommandThatMakesThePicture)
 {
     m_folder.Write(
         "a b.sl",
@@ -163,7 +163,7 @@ TEST_F(SqxViewSessionTest, TellsTheCommandThatMakesThePicture)
     const std::size_t begin = state.find(key) + key.size();
     std::string words = state.substr(begin, state.rfind('"') - begin);
     for (std::size_t i = words.find("\\\\"); i != std::string::npos; i = words.find("\\\\", i + 1))
-        words.erase(i, 1);  // as JSON has it
+        words.erase(i, 1);  // JSON escapes it
     ASSERT_EQ(std::system((SLC_SQXSHADE " " + words).c_str()), 0) << words;
     const std::string made = m_folder.Read("a b.png");
     EXPECT_EQ(std::string(picture.begin(), picture.end()), made) << words;
@@ -183,7 +183,7 @@ TEST_F(SqxViewSessionTest, GivesDefaultValuesInTheSpaceOfThePicture)
         << state;
 }
 
-TEST_F(SqxViewSessionTest, EndsAShaderThatDoesNotEnd)
+TEST_F(SqxViewSessionTest, StopsAnEndlessShader)
 {
     constexpr const char* k_endless =
         "surface a() { float x = 0; while (x < 1) x *= 1; Ci = x; }\n";
@@ -194,7 +194,7 @@ TEST_F(SqxViewSessionTest, EndsAShaderThatDoesNotEnd)
     WaitForWhole();
 }
 
-TEST_F(SqxViewSessionTest, LetsAnEditEndAPicture)
+TEST_F(SqxViewSessionTest, StopsThePictureAfterAnEdit)
 {
     m_folder.Write("a.sl", "surface a() { float x = 0; while (x < 1) x *= 1; Ci = x; }\n");
     View({"a.sl", "--time-limit", "3600"});
@@ -203,7 +203,7 @@ TEST_F(SqxViewSessionTest, LetsAnEditEndAPicture)
     WaitForWhole();
 }
 
-TEST_F(SqxViewSessionTest, TellsWhyShadersDoNotGoTogether)
+TEST_F(SqxViewSessionTest, ReportsShadersThatDoNotGoTogether)
 {
     m_folder.Write("a.sl", k_flat);
     m_folder.Write("b.sl", k_flat);
@@ -234,7 +234,7 @@ TEST_F(SqxViewSessionTest, CountsTheCodeOfAllLevels)
     const std::string plain = m_session->Code(0, 0);
     EXPECT_TRUE(Contains(plain, "\"version\":1,\"level\":0,\"fault\":\"\"")) << plain;
     EXPECT_TRUE(Contains(plain, "\"text\":\"main\\n")) << plain;
-    // At -O2 the product is a constant, and what is not used is gone.
+    // At -O2 the product is a constant, and the unused variable is gone.
     EXPECT_TRUE(Contains(plain, "k 2\\n")) << plain;
     EXPECT_FALSE(Contains(m_session->Code(0, 2), "k 2\\n"));
     EXPECT_TRUE(Contains(plain, R"("counts":[{"instructions":23,"parallelRuns":7,"locals":5},)"))

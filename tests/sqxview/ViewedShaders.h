@@ -13,10 +13,10 @@
 constexpr const char* k_flat =
     "surface flat(float Kd = 0.5; color tint = 1) { Ci = Kd * tint; Oi = 1; }\n";
 
-/// Sources in a separate folder, watched by a session.
+/// Holds sources in a separate folder, and a session that watches them.
 class ViewedShaders : public ::testing::Test {
 protected:
-    /// Small pictures, so that most time goes into what is tested.
+    /// Starts a session with small pictures, which save time.
     void View(const std::vector<std::string>& words)
     {
         std::vector<std::string> arguments = {"--size", "16x16", "--samples", "1"};
@@ -24,7 +24,7 @@ protected:
         m_session.emplace(SqxReadViewOptions(arguments));
     }
 
-    /// The state once `text` is in it; fails the test if that does not come.
+    /// Waits for a state that contains `text`, and fails the test if it does not come.
     std::string WaitFor(const std::string& text)
     {
         constexpr auto k_longest = std::chrono::seconds(30);
@@ -42,7 +42,7 @@ protected:
         }
     }
     std::string WaitForWhole() { return WaitFor(k_whole); }
-    /// The bytes of the picture once it is whole and another one than `before`.
+    /// Waits for a whole picture other than `before`, and returns its bytes.
     std::vector<char> NextPicture(const std::vector<char>& before = {})
     {
         for (int i = 0; i < 1000; ++i) {
