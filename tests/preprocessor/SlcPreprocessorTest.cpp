@@ -15,7 +15,7 @@ namespace {
 
 using Files = std::map<std::string, std::string>;
 
-/// One run over files in memory, of which "a.sl" is the source.
+/// Preprocesses files in memory, of which "a.sl" is the source.
 struct Preprocessed {
     explicit Preprocessed(Files files, std::vector<SlcPreprocessorOptions::Macro> macros = {})
     {
@@ -31,7 +31,7 @@ struct Preprocessed {
     }
     explicit Preprocessed(const std::string& source) : Preprocessed(Files{{"a.sl", source}}) {}
 
-    /// The text without line markers, and without newlines around it.
+    /// Returns the text without line markers and surrounding newlines.
     [[nodiscard]] std::string Text() const
     {
         std::string text;
@@ -41,7 +41,7 @@ struct Preprocessed {
         text.erase(0, text.find_first_not_of('\n'));
         return text.substr(0, text.find_last_not_of('\n') + 1);
     }
-    /// "line:column text" of each report.
+    /// Returns "line:column text" for each report.
     [[nodiscard]] std::string Reports() const
     {
         std::string text;
@@ -122,7 +122,7 @@ TEST(SlcPreprocessor, ReportsFaultsAtTheirPlaces)
     }
 }
 
-TEST(SlcPreprocessor, PassesOnWhatIsNoC)
+TEST(SlcPreprocessor, CopiesTextThatIsNotC)
 {
     for (const char* line :
          {"it's a lone 'apostrophe", "string s = \"unfinished TWICE", "normal n = 'x';",
@@ -131,7 +131,7 @@ TEST(SlcPreprocessor, PassesOnWhatIsNoC)
         EXPECT_EQ(Preprocessed("#define TWICE 2\n" + std::string(line) + "\n").Text(), line);
 }
 
-TEST(SlcPreprocessor, DefinesWhatTheCommandLineSays)
+TEST(SlcPreprocessor, DefinesTheMacrosOfTheCommandLine)
 {
     const Preprocessed run(
         {{"a.sl", "A B C D(1, 2) E F A$"}},
@@ -150,7 +150,7 @@ TEST(SlcPreprocessor, SeparatesTokensThatWouldBecomeOne)
         "x- - y 1 .5 aE- -b;1()\n\n= = = = =");
 }
 
-TEST(SlcPreprocessor, ReadsFromMemoryBesideAndFromFolders)
+TEST(SlcPreprocessor, FindsFilesInMemoryBesideTheSourceAndInFolders)
 {
     const Preprocessed run(
         {{"a.sl", "#include \"b.h\"\n#include <b.h>\n#include \"c.h\"\n#include \"b.h\"\n"},
@@ -178,7 +178,7 @@ TEST(SlcPreprocessor, ShowsTheLineAndHowTheFileWasReached)
               "             \t         ^\n");
 }
 
-TEST(SlcPreprocessor, KnowsTheColumnsOfTheFile)
+TEST(SlcPreprocessor, ReportsTheColumnsOfTheFile)
 {
     struct ColumnCase {
         const char* word;
@@ -209,7 +209,7 @@ std::string Repeat(const std::string& text, int count)
     return repeated;
 }
 
-TEST(SlcPreprocessor, EndsWhateverTheSource)
+TEST(SlcPreprocessor, EndsForAnySource)
 {
     std::string doubling = "#define A0 x\n";
     std::string chain;

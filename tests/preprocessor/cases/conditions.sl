@@ -1,4 +1,4 @@
-// Each group leaves its number.
+// Each group that is kept has its number.
 #define A 1
 #define B(x) x
 #define D defined
