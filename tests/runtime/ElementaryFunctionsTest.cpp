@@ -1,6 +1,6 @@
-// The elementary functions against references in double precision. QxElementary.h states the
-// errors; with SLC_ALL_FLOATS=1 they are measured over all arguments, of two arguments over 2^28
-// pairs, and printed.
+// Compares the elementary functions with references in double precision. QxElementary.h states the
+// errors. With SLC_ALL_FLOATS=1 they are measured for all arguments, or for 2^28 pairs of
+// arguments, and printed.
 
 #include <gtest/gtest.h>
 
@@ -22,12 +22,12 @@ float FloatOf(std::uint32_t bits)
     return x;
 }
 
-/// Distance from the exact value in units of the last place of a float.
+/// Returns the distance from the exact value in units of the last place of a float.
 double ErrorOf(float value, double exact)
 {
     if (std::isnan(value) || std::isnan(exact))
         return std::isnan(value) && std::isnan(exact) ? 0 : INFINITY;
-    // As a number beyond the greatest, infinity stands for the next one.
+    // Infinity counts as the next number after the greatest float.
     const double next = std::ldexp(1.0, 128);
     const double got = std::isinf(value) ? std::copysign(next, value) : value;
     const double wanted = std::fmin(std::fmax(exact, -next), next);
@@ -91,7 +91,7 @@ struct Worst {
     }
 };
 
-/// Numbers of a small generator: pairs must not come from a grid.
+/// A random generator, since pairs of arguments must not form a grid.
 class Numbers {
 public:
     std::uint32_t Next()
@@ -99,7 +99,7 @@ public:
         m_state = m_state * 6364136223846793005U + 1442695040888963407U;
         return static_cast<std::uint32_t>(m_state >> 32);
     }
-    /// Of either sign, from 2^-bits to 2^bits.
+    /// Returns a number of either sign, from 2^-bits to 2^bits.
     float Within(int bits)
     {
         const float fraction = 1 + static_cast<float>(Next() >> 9) * 0x1p-23F;
@@ -127,7 +127,7 @@ float AtanOf(float y, float x)
 
 }  // namespace
 
-TEST(ElementaryFunctions, HaveTheErrorsThatTheyState)
+TEST(ElementaryFunctions, StayWithinTheirStatedErrors)
 {
     const std::uint32_t step = AreAllWanted() ? 1 : 4099;
     for (const Function& f : k_functions) {
@@ -144,14 +144,14 @@ TEST(ElementaryFunctions, HaveTheErrorsThatTheyState)
     }
 }
 
-TEST(ElementaryFunctions, OfTwoArgumentsHaveTheErrorsThatTheyState)
+TEST(ElementaryFunctions, OfTwoArgumentsStayWithinTheirStatedErrors)
 {
     const std::uint32_t count = AreAllWanted() ? 1U << 28 : 1U << 19;
     Numbers numbers;
     Worst pow;
     Worst atan;
     for (std::uint32_t i = 0; i < count; ++i) {
-        // Powers within the range of floats, and some beyond.
+        // Most powers are in the range of floats, some are outside of it.
         const float base = std::fabs(numbers.Within(i % 4 == 0 ? 126 : 8));
         const double range = 150 / std::fmax(std::fabs(std::log2(base)), 1e-6);
         const auto y =
@@ -166,7 +166,7 @@ TEST(ElementaryFunctions, OfTwoArgumentsHaveTheErrorsThatTheyState)
     atan.Expect("atan2", 0.60);
 }
 
-// One kernel takes one form, another kernel and shared objects take others.
+// Kernels and shared objects use different forms of the power.
 TEST(ElementaryFunctions, PowersHaveTheSameBitsInAllForms)
 {
     const auto areSame = [](float a, float b) {
@@ -194,8 +194,10 @@ TEST(ElementaryFunctions, PowersHaveTheSameBitsInAllForms)
     }
 }
 
-TEST(ElementaryFunctions, AreExactWhereAPersonExpectsIt)
+TEST(ElementaryFunctions, AreExactForSimpleArguments)
 {
+    // The machine relies on the first power where an exponent is 1 for all points.
+    EXPECT_FALSE(std::signbit(PowOf(-0.0F, 1)));
     Numbers numbers;
     for (int i = 0; i < 200'000; ++i) {
         const float x = FloatOf(numbers.Next());
@@ -241,6 +243,7 @@ TEST(ElementaryFunctions, AreExactWhereAPersonExpectsIt)
         {"pow(-1, 1e30)", PowOf(-1, 1e30F), 1},
         {"pow(10, 40)", PowOf(10, 40), INFINITY},
         {"pow(10, -50)", PowOf(10, -50), 0},
+        {"pow(inf, 1)", PowOf(INFINITY, 1), INFINITY},
         {"pow(inf, 0.5)", PowOf(INFINITY, 0.5F), INFINITY},
         {"pow(inf, -1)", PowOf(INFINITY, -1), 0},
     };
