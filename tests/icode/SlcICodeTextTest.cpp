@@ -1,4 +1,4 @@
-// The text of instructions and the rules that each list keeps.
+// Tests the text of instructions, and the rules that each list must follow.
 
 #include <gtest/gtest.h>
 
@@ -9,9 +9,9 @@ namespace {
 
 constexpr auto k_lowered = SlcICodeValidator::Stage::Lowered;
 
-// The tests of whole shaders also parse every text again; these cases are instructions that the
-// lowering emits rarely or never.
-TEST(SlcICodeText, IsReadBack)
+// The tests of whole shaders parse every text again; these cases are instructions that the lowering
+// emits rarely or never.
+TEST(SlcICodeText, ParsesToTheSameList)
 {
     static const char* const texts[] = {
         "x = zero(); x = -y; x = -(2); x = -2; x = 1e-07; x = #nan; x = #-inf;",
@@ -36,7 +36,7 @@ TEST(SlcICodeText, IsReadBack)
         EXPECT_EQ(CodeText::Print(*CodeText().List(text)), text);
 }
 
-TEST(SlcICodeText, SaysWhereItEnds)
+TEST(SlcICodeText, ReportsWhereParsingFails)
 {
     struct Case {
         const char* text;
@@ -68,7 +68,7 @@ TEST(SlcICodeText, SaysWhereItEnds)
     }
 }
 
-TEST(SlcICodeValidator, FindsWhatNoListMayHold)
+TEST(SlcICodeValidator, FindsInvalidInstructions)
 {
     struct Case {
         const char* text;

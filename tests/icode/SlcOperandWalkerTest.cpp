@@ -21,7 +21,7 @@ private:
     void Write(SlcOperand& operand) override { m_text += '=' + operand->GetName(); }
 };
 
-TEST(SlcOperandWalker, ShowsReadsThenWritesAndPassesOverWhatIsNotThere)
+TEST(SlcOperandWalker, VisitsReadsBeforeWritesAndSkipsMissingOperands)
 {
     const SlcOperand a = Variable("a");
     const SlcOperand b = Variable("b");
@@ -56,7 +56,7 @@ TEST(SlcOperandWalker, ShowsReadsThenWritesAndPassesOverWhatIsNotThere)
     }
 }
 
-/// A pass may override a class at any height of the tree of classes.
+/// A pass may override a class at any level of the class tree.
 class Heights : public SlcAllICodeWalker {
 public:
     int m_arithmetic = 0;
@@ -70,7 +70,7 @@ private:
     void Default(SlcPtr<SlcICode>) override { ++m_rest; }
 };
 
-TEST(SlcAllICodeWalker, HandsAnInstructionUpToTheClassThatAPassOverrides)
+TEST(SlcAllICodeWalker, CallsTheNearestOverriddenClass)
 {
     const SlcOperand a = Variable("a");
     const SlcPtr<SlcICode> codes[] = {

@@ -1,5 +1,5 @@
-// What comments of the product name is there: files by their paths or names, and classes, which a
-// later change may have renamed.
+// Checks that the files and classes that comments of the product name exist, since a later change
+// may rename them.
 
 #include <algorithm>
 #include <filesystem>
@@ -21,7 +21,7 @@ struct Comment {
     std::string text;
 };
 
-/// The sources with their text, without comments on separate lines.
+/// The contents of the sources.
 struct Sources {
     std::vector<Comment> comments;  // of the product
     std::set<std::string> words;    // of code
@@ -82,7 +82,7 @@ void ForEachNamed(const std::regex& pattern, Visit visit)
 
 }  // namespace
 
-TEST(Comments, NameFilesThatAreThere)
+TEST(Comments, NameExistingFiles)
 {
     int found = 0;
     const std::regex path(R"(\b(src|tests|docs|runtime|tools|scripts|bench)/[\w/-]+\.\w+)");
@@ -98,14 +98,14 @@ TEST(Comments, NameFilesThatAreThere)
     });
 }
 
-TEST(Comments, NameClassesThatAreThere)
+TEST(Comments, NameExistingClasses)
 {
     int found = 0;
     const std::set<std::string>& words = AllSources().words;
     const std::regex name(R"(\b(Slc|Sqx|Qx)[A-Z]\w*(?!\.|\w))");
     ForEachNamed(name, [&](const Comment& comment, const std::smatch& match) {
         ++found;
-        // A family of names may be named by what they begin with.
+        // A comment may name a family of classes by its prefix.
         const auto next = words.lower_bound(match.str());
         EXPECT_TRUE(next != words.end() && next->starts_with(match.str())) << match.str() << "\n"
                                                                            << comment.place;

@@ -1,5 +1,5 @@
-// The page of the intermediate code names every instruction class, and says which operands of each
-// it reads and writes as the rows of the classes do.
+// Checks that the page of the intermediate code names every instruction class, and lists the
+// operands that each reads and writes as the rows of the classes do.
 
 #include <algorithm>
 #include <fstream>
@@ -52,7 +52,8 @@ std::set<std::string> Fields(const std::string& list)
     return names;
 }
 
-/// By class, from the rows of `classes`; the operands of a call have no row.
+/// Returns the operands of each class, from its row in `classes`; the operands of a call have no
+/// row.
 std::map<std::string, Operands> OperandsOfRows(const std::string& classes)
 {
     static const std::regex row(
@@ -64,7 +65,7 @@ std::map<std::string, Operands> OperandsOfRows(const std::string& classes)
     return all;
 }
 
-/// The words of a cell of operands.
+/// Returns the words of a cell of operands.
 std::set<std::string> Words(const std::string& cell)
 {
     static const std::regex word(R"(\w+)");
@@ -74,7 +75,7 @@ std::set<std::string> Words(const std::string& cell)
     return words;
 }
 
-/// By class, from the tables of the page.
+/// Returns the operands of each class, from the tables of the page.
 std::map<std::string, Operands> OperandsOfPage(const std::string& page)
 {
     static const std::regex row(R"(\n\| (`Slc[^|]*)\|[^|]*\|([^|]*)\|([^|]*)\|)");
@@ -92,6 +93,7 @@ TEST(ICodePage, ListsOperandsAsTheWalkerDoes)
 {
     const std::string page = Read("docs/icode.md");
     const auto shown = OperandsOfPage(page);
+    ASSERT_GT(shown.size(), 20U);
     const std::string classes = Read("src/icode/SlcICodeClasses.def");
     const auto walked = OperandsOfRows(classes);
     ASSERT_GT(walked.size(), 30U);
@@ -105,7 +107,7 @@ TEST(ICodePage, ListsOperandsAsTheWalkerDoes)
         EXPECT_NE(page.find('`' + name + '`'), std::string::npos) << name << " is not on the page";
         const auto row = shown.find(name);
         if (row == shown.end())
-            continue;  // a base, named with what derives from it
+            continue;  // a base, named with its derived classes
         std::string listed = name;
         while (!walked.contains(listed) && bases.contains(listed))
             listed = bases[listed];

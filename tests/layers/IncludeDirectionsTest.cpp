@@ -1,5 +1,5 @@
-// A folder includes only itself and the folders below it. Checked on the text of every source, so
-// that an include in a branch that this build leaves out counts too.
+// Checks that a folder includes only itself and the folders below it. The test reads the text of
+// every source, so an include in a branch that this build leaves out counts too.
 
 #include <algorithm>
 #include <filesystem>
@@ -19,7 +19,8 @@ struct Tree {
     std::vector<std::string> folders;  // from the bottom up; "" is the root itself
 };
 
-// The compiler reads tables of the run time and of the byte-code file, in folders below its own.
+// The compiler reads tables of the run time and of the byte-code file, so their folders are below
+// its own.
 const Tree k_compiler = {SLC_SOURCE_FOLDER "/src",
                          {"shading", "sqx", "support", "preprocessor", "frontend",
                           "support/reports", "symbols", "semantics", "icode", "lowering",
@@ -28,7 +29,7 @@ const Tree k_runtime = {
     SLC_SOURCE_FOLDER "/runtime",
     {"shading", "sqx", "kernels", "machine/verify", "machine/translate", "machine/run", "host"}};
 
-/// The place of a file's folder from the bottom; -1 if it lies in none of them.
+/// Returns the position of a file's folder from the bottom; -1 if it is in none of them.
 int Rank(const Tree& tree, const fs::path& file)
 {
     std::string folder = file.parent_path().generic_string();
@@ -43,7 +44,7 @@ bool Exists(const Tree& tree, const fs::path& included)
     return fs::exists(tree.root / included) || fs::exists(k_runtime.root / included);
 }
 
-/// The files that `file` includes with such marks around them, as written.
+/// Returns the files that `file` includes between such marks, as written.
 std::vector<fs::path> Includes(const fs::path& file, const std::string& marks = "\"\"")
 {
     const std::regex include("^\\s*#\\s*include\\s*" + marks.substr(0, 1) + "([^\">]+)" +
@@ -57,7 +58,7 @@ std::vector<fs::path> Includes(const fs::path& file, const std::string& marks = 
     return found;
 }
 
-/// How many includes of the tree were looked at.
+/// Checks all includes of a tree, and returns their number.
 int CheckTree(const Tree& tree)
 {
     int checked = 0;
@@ -70,7 +71,7 @@ int CheckTree(const Tree& tree)
         const int rank = Rank(tree, source);
         EXPECT_GE(rank, 0) << source << " lies in no known folder";
         for (const fs::path& included : Includes(entry.path())) {
-            // What the build generates lies in no folder and is found by its bare name.
+            // A generated file has no folder and is included by its bare name.
             if (!included.has_parent_path())
                 continue;
             ++checked;
@@ -88,9 +89,10 @@ TEST(IncludeDirections, FoldersIncludeOnlyDownward)
     EXPECT_GT(CheckTree(k_runtime), 20);
 }
 
-// Headers that a shading header includes by itself would be hidden in shared objects and not be
-// found, and most of the standard library takes longer to read than a small shader.
-TEST(IncludeDirections, ShadingHeadersKeepToTheSystemHeadersOfTheOne)
+// A shading header may only include system headers that slcShaderCCodeOp.h includes: others would
+// not be found in shared objects, and most of the standard library takes longer to compile than a
+// small shader.
+TEST(IncludeDirections, ShadingHeadersIncludeOnlySharedSystemHeaders)
 {
     const fs::path folder = fs::path(k_runtime.root) / "shading";
     const std::vector<fs::path> named = Includes(folder / "slcShaderCCodeOp.h", "<>");

@@ -1,9 +1,8 @@
-// The page of messages holds every report of the compiler, in the words of the sources, and no
-// other.
+// Checks that the page of messages has every report of the compiler, in the words of the sources,
+// and no other.
 //
-// A report is recognized by its form: a string in the sources that begins with a capital or a quote
-// and contains a blank. A report that a source composes of several strings is on the page with "…"
-// between them.
+// A report is a string in the sources that begins with a capital or a quote and contains a blank. A
+// report that a source composes of several strings is on the page with "…" between them.
 
 #include <algorithm>
 #include <cctype>
@@ -32,7 +31,7 @@ struct Literal {
     bool isFatal;  // an internal fault, or part of one
 };
 
-/// Adjacent literals are one text.
+/// Returns the string literals; adjacent ones are one text.
 std::vector<Literal> LiteralsOf(std::string source)
 {
     source = std::regex_replace(source, std::regex("(^|\\s)//[^\\n]*"), "");
@@ -68,7 +67,7 @@ bool IsSource(const fs::path& path)
     return extensions.count(path.extension().string()) != 0;
 }
 
-/// Texts of this form that are no reports on a source.
+/// True for texts of this form that are no reports on a source.
 bool IsOther(const std::string& text)
 {
     static const char* const others[] = {
@@ -125,7 +124,7 @@ bool LooksLikeAReport(const Literal& literal)
            text.find(' ') != std::string::npos && !IsOther(text);
 }
 
-/// The reports of the page: the first cell of each row, between backquotes.
+/// Returns the reports of the page: the first cell of each row, between backquotes.
 std::vector<std::string> ReportsOf(const std::string& page)
 {
     static const std::regex row("\n\\| `([^\n]*?)`( \\([W12, always]*\\)| \\(advice\\))? \\|");
@@ -148,7 +147,7 @@ std::vector<std::string> PiecesOf(std::string report)
     }
 }
 
-TEST(MessagesPage, HoldsTheReportsOfTheSourcesAndNoOther)
+TEST(MessagesPage, ListsExactlyTheReportsOfTheSources)
 {
     const std::string page = Read(SLC_SOURCE_FOLDER "/docs/messages.md");
     const auto reports = ReportsOf(page);
@@ -163,7 +162,8 @@ TEST(MessagesPage, HoldsTheReportsOfTheSourcesAndNoOther)
             continue;
         for (const Literal& literal : LiteralsOf(Read(entry.path()))) {
             inSources += literal.text + '\n';
-            // A text that goes on with a value ends in a blank or a quote, which the page may cut.
+            // A text that continues with a value ends in a blank or a quote, which the page may
+            // omit.
             const std::string text = literal.text.substr(0, literal.text.find_last_not_of(' ') + 1);
             if (!LooksLikeAReport(literal))
                 continue;

@@ -1,5 +1,5 @@
-// The recipes of CONTRIBUTING.md name places that are there: each file and folder, and in one of
-// those that a step names, each name that it says to look for.
+// Checks that the files and folders that the recipes of CONTRIBUTING.md name exist, and that each
+// name in a step is found in one of the files or folders of the step.
 
 #include <algorithm>
 #include <filesystem>
@@ -23,8 +23,8 @@ std::string Read(const fs::path& path)
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-/// The steps of the recipe with this heading: the numbered ones, and those that only some additions
-/// take.
+/// Returns the steps of the recipe with this heading: the numbered ones, and those that only some
+/// additions need.
 std::vector<std::string> StepsOf(const std::string& heading)
 {
     std::istringstream page(Read(k_root / "CONTRIBUTING.md"));
@@ -42,7 +42,7 @@ std::vector<std::string> StepsOf(const std::string& heading)
     return steps;
 }
 
-/// The texts between backquotes, and the targets of links.
+/// Returns the texts between backquotes, and the targets of links.
 std::vector<std::string> QuotedIn(const std::string& step)
 {
     static const std::regex quoted(R"(`([^`]+)`|\]\(([^)]+)\))");
@@ -84,7 +84,7 @@ bool AnyHolds(const std::vector<fs::path>& places, const std::string& name)
 
 }  // namespace
 
-TEST(Recipes, NamePlacesThatAreThere)
+TEST(Recipes, NameExistingPlaces)
 {
     for (const char* heading : {"A built-in function", "An instruction", "A pass"}) {
         const std::vector<std::string> steps = StepsOf(heading);
