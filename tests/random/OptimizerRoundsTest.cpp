@@ -1,7 +1,7 @@
-// The optimizer keeps graph, liveness and what it knows of the code from round to round. The result
-// must be that of rounds which rebuild all of it.
+// The optimizer keeps graph, liveness and facts about the code from round to round. Checks that the
+// result equals that of rounds which rebuild all of it.
 //
-// SLC_RANDOM_SEED and SLC_RANDOM_COUNT choose other shaders and their number.
+// SLC_RANDOM_SEED and SLC_RANDOM_COUNT select other shaders and their number.
 
 #include <gtest/gtest.h>
 
@@ -21,11 +21,11 @@ namespace {
 
 enum class Rounds { Kept, Rebuilt };
 
-/// The C++, which shows the detail and the storage of each variable too; empty for a source that is
-/// refused.
+/// Returns the C++, which also shows the detail and the storage of each variable; empty for a
+/// source that is refused.
 std::string CodeOf(const std::string& source, int level, Rounds rounds)
 {
-    SlcCompilation compilation;  // its own, since temporaries are numbered
+    SlcCompilation compilation;  // a separate one, since it numbers temporaries
     const SlcCompilation::Entered entered(compilation);
     SlcOptionsControl options;
     SetOptimizationLevel(level, options);
@@ -57,7 +57,7 @@ bool Compare(const std::string& source, unsigned int seed)
     return isAccepted;
 }
 
-TEST(OptimizerRounds, GiveTheCodeOfRebuiltOnes)
+TEST(OptimizerRounds, HaveTheResultOfRebuiltRounds)
 {
     const unsigned int first = Setting("SLC_RANDOM_SEED", 1);
     const unsigned int count = Setting("SLC_RANDOM_COUNT", 100);

@@ -6,9 +6,9 @@
 #include "helpers/CheckedShader.h"
 #include "shaders/SharedRun.h"
 
-// What tests of random shaders share.
+// Functions that the tests of random shaders share.
 
-/// A number that the environment may give.
+/// Returns a number from the environment, or `otherwise`.
 inline unsigned int Setting(const char* name, unsigned int otherwise)
 {
     const char* text = std::getenv(name);
@@ -21,14 +21,14 @@ inline bool IsAccepted(const std::string& source)
     return CheckedShader(source, options).IsAccepted();
 }
 
-/// On a grid of one point, where a condition holds everywhere or nowhere.
+/// Runs byte-code on a grid of one point, where a condition holds everywhere or nowhere.
 inline RunOutcome RunAtOnePoint(const std::string& byteCode, const RunOutcome& model)
 {
     return RunMachine(byteCode, QxKernelChoice::Best, model, {1, 1});
 }
 
-/// Where the machine of the product gives other values than that of the tests, with either set of
-/// kernels, or other bits with one than with the other; empty if nowhere.
+/// Returns where the machine of the product has other values than that of the tests, or other bits
+/// with one set of kernels than with the other; empty if nowhere.
 inline std::string MachineDifference(const std::string& byteCode, const RunOutcome& expected)
 {
     if (!expected.fault.empty())

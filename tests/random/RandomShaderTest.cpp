@@ -1,7 +1,7 @@
-// Random shaders compute the same at every optimization level, in the machine of the tests and in
-// that of the product.
+// Checks that random shaders compute the same at every optimization level, in the machine of the
+// tests and in that of the product.
 //
-// SLC_RANDOM_SEED and SLC_RANDOM_COUNT choose other shaders and their number.
+// SLC_RANDOM_SEED and SLC_RANDOM_COUNT select other shaders and their number.
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,8 @@
 
 namespace {
 
-/// Where a level or a machine computes otherwise than the plain ones; empty if none does.
+/// Returns where a level or a machine differs from level 0 in the machine of the tests; empty if
+/// nowhere.
 std::string Disagreement(const RandomProgram& program)
 {
     const std::string source = program.Text();
@@ -36,7 +37,7 @@ std::string Disagreement(const RandomProgram& program)
     return {};
 }
 
-/// Takes statements away as long as the levels still disagree.
+/// Removes statements as long as the levels still disagree.
 class Shrinker {
 public:
     explicit Shrinker(RandomProgram program)
@@ -71,7 +72,7 @@ private:
     }
 
     RandomProgram m_program;
-    bool m_endless;  // a loop that has lost its counter is no find
+    bool m_endless;  // a loop that has lost its counter is no fault
 };
 
 }  // namespace

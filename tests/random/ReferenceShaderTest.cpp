@@ -1,7 +1,7 @@
-// Random shaders compute what one expects of them, at every optimization level and in both
-// machines, and those that break the rules of uniform and varying values are refused.
+// Checks that random shaders compute the expected values, at every optimization level and in both
+// machines, and that those which break the rules of uniform and varying values are refused.
 //
-// SLC_REFERENCE_SEED and SLC_REFERENCE_COUNT choose other shaders and their number.
+// SLC_REFERENCE_SEED and SLC_REFERENCE_COUNT select other shaders and their number.
 
 #include <gtest/gtest.h>
 
@@ -13,13 +13,13 @@
 
 namespace {
 
-/// A fault, and its kind, which stays while the shader is made smaller.
+/// A fault and its kind, which stays the same while the shader is made smaller.
 struct Fault {
     enum Kind { None, Accepted, Refused, Values } kind = None;
     std::string text = {};
 };
 
-/// The values that the shader computes at the first points of the machine's grid of 3 by 2.
+/// Returns the expected values at the first points of the machine's grid of 3 by 2.
 RunOutcome Expected(const ReferenceProgram& program, int points)
 {
     RunOutcome outcome;
@@ -40,7 +40,7 @@ RunOutcome Expected(const ReferenceProgram& program, int points)
     return outcome;
 }
 
-/// Puts the outputs in the order of the others, without those that these do not have.
+/// Sorts the outputs like those of `wanted`, and removes those that it does not have.
 void Align(RunOutcome& outcome, const RunOutcome& wanted)
 {
     std::vector<RunOutcome::Output> outputs;
@@ -94,7 +94,7 @@ Fault FindFault(const ReferenceProgram& program)
     return FindValueFault(source, program);
 }
 
-/// That of a program from which more may have been taken than it can do without.
+/// Returns the kind of the fault of a program from which too much may have been removed.
 Fault::Kind FaultKind(const ReferenceProgram& program)
 {
     try {
@@ -143,7 +143,7 @@ void Shrink(ReferenceProgram& program, Fault::Kind kind)
 
 }  // namespace
 
-TEST(ReferenceShaders, ComputeWhatOneExpects)
+TEST(ReferenceShaders, ComputeTheExpectedValues)
 {
     const unsigned int first = Setting("SLC_REFERENCE_SEED", 1);
     const unsigned int count = Setting("SLC_REFERENCE_COUNT", 300);

@@ -2,8 +2,8 @@
 
 #include <vector>
 
-/// Takes statements away, or puts what they hold in their place, as long as the program they belong
-/// to still fails. True if it got smaller.
+/// Removes statements, or replaces them by their bodies, as long as their program still fails. True
+/// if the program got smaller.
 template <class Statement, class StillFails>
 bool ShrinkStatements(std::vector<Statement>& list, const StillFails& stillFails)
 {

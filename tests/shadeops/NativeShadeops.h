@@ -5,10 +5,10 @@
 
 #include "machine/SqxMachine.h"
 
-/// The shadeops of a byte-code shader from their true libraries, as long as the object lives.
+/// Loads the shadeops of a byte-code shader from their libraries, as long as the object lives.
 class NativeShadeops {
 public:
-    /// Has the machine, which has loaded a shader, call the libraries of that folder.
+    /// Makes `machine`, which must have loaded a shader, call the libraries in `folder`.
     NativeShadeops(SqxMachine& machine, const std::string& folder);
     ~NativeShadeops();
     NativeShadeops(const NativeShadeops&) = delete;

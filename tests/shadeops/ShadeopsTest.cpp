@@ -1,16 +1,15 @@
-// Shadeops from the source to the values that they compute, through both back ends.
+// Tests shadeops from the source to the values that they compute, with both back ends.
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
 
 #include "QxHostError.h"
 #include "helpers/ShaderFolder.h"
+#include "helpers/TemporaryFolder.h"
 #include "host/QxHost.h"
 #include "shadeops/NativeShadeops.h"
 
@@ -18,19 +17,13 @@ namespace {
 
 using Numbers = std::vector<float>;
 
-std::string ReadText(const std::string& path)
-{
-    std::ifstream file(path);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 std::string Options(int level, const std::string& backEnd)
 {
     return "-O" + std::to_string(level) + " " + backEnd +
            " -I" SLC_SHADEOPS_FOLDER " -I" SLC_PROBES_FOLDER;
 }
 
-/// A grid of 3 by 2 points with texture coordinates, and what a shader makes of it.
+/// Runs shaders on a grid of 3 by 2 points with texture coordinates.
 class Shadeops : public testing::Test {
 protected:
     const Numbers m_s = {0.125, 0.5, 0.5, 0.25, 0.75, 0.9375};
@@ -43,7 +36,7 @@ protected:
         Numbers Oi;
     };
 
-    /// Of byte-code, run by the machine.
+    /// Returns the outputs of byte-code in the machine of the tests.
     Outputs Interpreted(const std::string& name, const std::string& source, int level,
                         const std::string& libraries)
     {
@@ -64,7 +57,7 @@ protected:
         return outputs;
     }
 
-    /// Of a shared object, or of byte-code in the machine of the host.
+    /// Returns the outputs of a shared object, or of byte-code in the machine of the host.
     Outputs Built(const std::string& name, const std::string& source, int level,
                   const std::string& libraries, const std::string& backEnd = "--dso")
     {
@@ -97,7 +90,7 @@ protected:
     }
 };
 
-// Worked by hand for threads = 2 and wear = 0.25:
+// Worked out by hand for threads = 2 and wear = 0.25:
 //   s       t      threshold at 2s, 2t   wave(2t, 0.5)  wave(s)  of the way   color
 //   0.125   0.125  cell 1, 1: 4.5 / 16   0.25           0.25     half         (0.25, 0.03125, 0)
 //   0.5     0.25   cell 0, 2: 3.5 / 16   a hole
@@ -105,16 +98,16 @@ protected:
 //   0.25    0.75   cell 2, 2: 1.5 / 16   a hole
 //   0.75    0.375  cell 2, 3: 13.5 / 16  0.25           0.5      to the next  (0, 0.1875, 0)
 //   0.9375  0.125  cell 3, 1: 6.5 / 16   0.25           0.125    a quarter    (0.375, 0.015625, 0)
-TEST_F(Shadeops, OfTheExampleShadeItsCloth)
+TEST_F(Shadeops, ShadeTheClothOfTheExample)
 {
     const Outputs expected = {{0.0625, 0.0078125, 0, 0, 0, 0, 0, 0, 0.25, 0, 0, 0, 0, 0.046875, 0,
                                0.09375, 0.00390625, 0},
                               {1, 1, 1, 0, 0, 0, 1, 1, 1, 0, 0, 0, 1, 1, 1, 1, 1, 1}};
-    ExpectAtEachLevel("woven", ReadText(SLC_WOVEN), SLC_SHADEOPS_FOLDER, expected);
+    ExpectAtEachLevel("woven", TemporaryFolder::Read(SLC_WOVEN), SLC_SHADEOPS_FOLDER, expected);
 }
 
-/// What the shader may not write is handed over as a copy.
-TEST_F(Shadeops, LeaveAloneTheArraysThatTheShaderMayNotWrite)
+/// An array that the shader may not write is passed as a copy.
+TEST_F(Shadeops, DoNotChangeArraysThatTheShaderMayNotWrite)
 {
     constexpr const char* source = R"(
 float turned(float w[3]) { return reverse(w); }
@@ -139,7 +132,7 @@ surface probe(uniform float a[3] = {1, 2, 3}; varying float b[3] = {4, 5, 6};
     ExpectAtEachLevel("probe", source, SLC_PROBES_FOLDER, expected);
 }
 
-/// Whether a call is uniform is seen where its function is expanded.
+/// Whether a call is uniform is only known where its function is expanded.
 TEST_F(Shadeops, RunOnceForTheGridInAFunctionThatIsCalledWithUniformValues)
 {
     constexpr const char* source = R"(
@@ -162,9 +155,9 @@ surface probe()
     ExpectAtEachLevel("probe", source, SLC_PROBES_FOLDER, expected);
 }
 
-/// A library sees the points of a varying array as runs, may write into them, and may write its
-/// result before it reads its arguments.
-TEST_F(Shadeops, TakeArraysTextsAndTheirOwnTarget)
+/// A library sees the elements of a varying array contiguously for each point, may write to them,
+/// and may write its result before it reads its arguments.
+TEST_F(Shadeops, AcceptArraysTextsAndTheirOwnTarget)
 {
     constexpr const char* source = R"(
 surface probe(uniform float given = sum(1, 2))
@@ -245,7 +238,7 @@ surface late(varying float k = wave(s); uniform float w[2] = {wave(0.25), wave(0
     }
 }
 
-/// What a library exports as an int.
+/// Returns the value of an int that a library exports.
 int Exported(void* library, const char* name)
 {
     return *static_cast<int*>(::dlsym(library, name));
@@ -267,7 +260,7 @@ TEST_F(Shadeops, StartAndStopOnceAndRunForEachPoint)
         EXPECT_EQ(Exported(library.get(), "started"), life);
         EXPECT_EQ(Exported(library.get(), "stopped"), life);
     }
-    // Byte-code starts what it calls, and nothing before that.
+    // Byte-code starts a shadeop at its first call.
     {
         const std::string path =
             m_folder.Build("later", "surface later(float go = 0) { if (go > 0) Ci = tick(s); }",
@@ -284,9 +277,9 @@ TEST_F(Shadeops, StartAndStopOnceAndRunForEachPoint)
     EXPECT_EQ(Exported(library.get(), "stopped"), 3);
 }
 
-/// The constants of a program and the values that all points share are there for the next point,
-/// and for the next run, whatever a shadeop does.
-TEST_F(Shadeops, CannotSpoilWhatIsShared)
+/// A shadeop cannot change constants of a program or values that all points share, neither for the
+/// next point nor for the next run.
+TEST_F(Shadeops, CannotChangeSharedValues)
 {
     constexpr const char* source = R"(
 surface spoilt(uniform color tint = color(2, 3, 4); uniform string name = "tint")
@@ -309,12 +302,12 @@ surface spoilt(uniform color tint = color(2, 3, 4); uniform string name = "tint"
     }
 }
 
-/// A file cannot have a shadeop read and write more than there is.
+/// A file cannot make a shadeop access memory outside of its arguments.
 TEST_F(Shadeops, AreCalledOnlyAsTheirLibraryDeclaresThem)
 {
     const std::string path =
         m_folder.Build("sums", "surface sums() { Ci = sum(s, t); }", Options(2, "--int"));
-    std::string text = ReadText(path);
+    std::string text = TemporaryFolder::Read(path);
     const std::size_t name = text.find("\"sum\"");
     ASSERT_NE(name, std::string::npos);
     text.replace(name, 5, "\"reverse\"");
@@ -330,11 +323,11 @@ TEST_F(Shadeops, AreCalledOnlyAsTheirLibraryDeclaresThem)
     }
 }
 
-/// A library that has changed since the compile is refused before any of it runs, and with the same
-/// words for both kinds of files.
+/// A library that has changed since the compilation is refused before any of its code runs, with
+/// the same message for both kinds of files.
 TEST_F(Shadeops, AreRefusedWithoutWhatTheShaderNeeds)
 {
-    const std::string probes = ReadText(SLC_PROBES_FOLDER "/probes.so");
+    const std::string probes = TemporaryFolder::Read(SLC_PROBES_FOLDER "/probes.so");
     const std::string table = "QX_SHADEOP_TABLE(tick) = {{\"float tick(float)\", \"start\", "
                               "\"stop\"}, QX_SHADEOP_END};\n";
     const std::string tick = "QX_SHADEOP_EXPORT void tick(void* d, int n, void** v) "
@@ -345,7 +338,7 @@ TEST_F(Shadeops, AreRefusedWithoutWhatTheShaderNeeds)
                              "__attribute__((constructor)) static void die(void) { abort(); }\n";
     const std::string lacks = "Shadeop library 'probes.so' has no ";
     struct Case {
-        std::string library;  // a C source, or else the file itself
+        std::string library;  // a C source, or the file itself
         std::string fault;
     };
     const Case cases[] = {
@@ -394,12 +387,12 @@ TEST_F(Shadeops, MayComeFromAFileOfAnyName)
                            {"."})));
 }
 
-/// A shader that is cut short is refused too, and does not end the process.
-TEST_F(Shadeops, AreNoMatterForAShaderThatIsCutShort)
+/// A truncated shader is refused too, and does not end the process.
+TEST_F(Shadeops, AreNotLoadedForATruncatedShader)
 {
     const std::string path =
         m_folder.Build("counts", "surface counts() { Ci = tick(1); }", Options(2, "--dso"));
-    const std::string bytes = ReadText(path);
+    const std::string bytes = TemporaryFolder::Read(path);
     TemporaryFolder::Write("short.sqx", bytes.substr(0, bytes.size() / 4));
     EXPECT_THROW(static_cast<void>(QxShader::Open("short.sqx", {SLC_PROBES_FOLDER})), QxHostError);
 }

@@ -1,4 +1,4 @@
-/* Shadeops that show how they were called. */
+/* Shadeops whose results show how they were called. */
 
 #include <stddef.h>
 
@@ -7,7 +7,7 @@
 QX_SHADEOP_EXPORT int started = 0;
 QX_SHADEOP_EXPORT int stopped = 0;
 
-/* How often it has been called; `start` and `stop` are seen from outside. */
+/* Returns how often it has been called. Tests read the counters of `start` and `stop`. */
 
 QX_SHADEOP_TABLE(tick) = {
     {"float tick(float)", "start", "stop"},
@@ -56,7 +56,7 @@ QX_SHADEOP_EXPORT void sum(void* data, int argc, void** argv)
         *result += ((const float*)argv[1])[i];
 }
 
-/* The components in reverse order; writes the result before it has read all of the argument. */
+/* Reverses the components; writes the result before it has read the whole argument. */
 
 QX_SHADEOP_TABLE(swap) = {
     {"color swap(color)", "", ""},
@@ -74,7 +74,7 @@ QX_SHADEOP_EXPORT void swap(void* data, int argc, void** argv)
     result[2] = color[0];
 }
 
-/* Turns the array round in its place, and gives the first element that it then has. */
+/* Reverses the array in place, and returns its new first element. */
 
 QX_SHADEOP_TABLE(reverse) = {
     {"float reverse(float[3])", "", ""},
@@ -92,7 +92,7 @@ QX_SHADEOP_EXPORT void reverse(void* data, int argc, void** argv)
     *(float*)argv[0] = array[0];
 }
 
-/* The longer of two texts. */
+/* Returns the longer of two texts. */
 
 QX_SHADEOP_TABLE(longer) = {
     {"string longer(string, string)", NULL, NULL},
@@ -111,7 +111,7 @@ QX_SHADEOP_EXPORT void longer(void* data, int argc, void** argv)
     *(const char**)argv[0] = first[i] ? first : second;
 }
 
-/* The sum of the numbers; then it spoils all that it was handed, which it must not do. */
+/* Returns the sum of the numbers, and then overwrites all its arguments, which is forbidden. */
 
 QX_SHADEOP_TABLE(spoil) = {
     {"float spoil(float, color, string, string[2])", "", ""},
