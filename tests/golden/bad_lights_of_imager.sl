@@ -1,4 +1,4 @@
-/* What has no meaning in an imager, which sees a finished picture. */
+/* Calls that have no meaning in an imager, which only sees a finished picture. */
 imager bad_lights_of_imager()
 {
     illuminance (P)

@@ -1,4 +1,4 @@
-/* Light statements and their arguments that a light must not have. */
+/* Light statements and arguments that a light shader must not have. */
 light bad_lights_of_light(point from = 0)
 {
     illuminance (P)

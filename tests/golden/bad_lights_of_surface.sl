@@ -1,4 +1,4 @@
-/* Light statements and their arguments that a surface must not have. */
+/* Light statements and arguments that a surface shader must not have. */
 surface bad_lights_of_surface()
 {
     illuminate (P)

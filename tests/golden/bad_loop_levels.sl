@@ -1,4 +1,4 @@
-/* Levels of break and continue that lead out of no loop, or of more loops than there are. */
+/* Statements break and continue outside of loops, or for more loops than there are. */
 surface bad_loop_levels(float n = 3)
 {
     uniform float i, j;

@@ -1,4 +1,4 @@
-/* With -c the C++ file is written under the shader's name, and no compiler runs. */
+/* With -c the C++ file is named after the shader, and the C++ compiler does not run. */
 surface glow()
 {
     Ci = Cs;

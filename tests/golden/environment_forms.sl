@@ -1,4 +1,4 @@
-/* Maps of the surroundings: a direction whose footprint is found, also a uniform one, or four. */
+/* Environment maps: a varying direction, a uniform one, and four corners of a footprint. */
 surface environment_forms(string map = "a.env"; vector up = vector(0, 1, 0))
 {
     Ci = environment(map, reflect(I, N), "samples", 4, "fill", 0.5);

@@ -1,4 +1,4 @@
-/* The C++ file stays for a look when the C++ compiler refuses it. */
+/* The C++ file is kept if the C++ compiler refuses it. */
 surface failing_cc()
 {
     Ci = Cs;

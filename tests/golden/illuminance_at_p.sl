@@ -1,4 +1,4 @@
-/* The lights are run for P, and again once it has moved; no cone has no flags. */
+/* The lights are evaluated for P, and again after P has changed. Without a cone there are no flags. */
 surface illuminance_at_p()
 {
     Ci = 0;

@@ -1,4 +1,4 @@
-/* Lights in a cone: for the whole grid where place and axis are varying and the angle is not. */
+/* Lights in a cone, with uniform and varying positions and axes. */
 surface illuminance_cones(point from = 0; vector axis = vector(0, 0, 1))
 {
     Ci = 0;

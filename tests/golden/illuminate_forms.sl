@@ -1,4 +1,4 @@
-/* Lamps: for the whole grid where the place is uniform, point by point where it is not. */
+/* The illuminate statement with uniform and varying positions, with and without a cone. */
 light illuminate_forms(point from = 0; vector axis = vector(0, 0, 1); float angle = 0.5)
 {
     illuminate (from, axis, angle)

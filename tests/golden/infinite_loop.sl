@@ -1,4 +1,4 @@
-/* A loop without an end is reported at any place. */
+/* An endless loop is reported wherever it is. */
 surface infinite_loop(float k = 1)
 {
     float i = 0;

@@ -1,3 +1,3 @@
-/* The preprocessor does not find an included file. */
+/* An included file does not exist. */
 #include "nowhere.h"
 surface missing_include() {}

@@ -1,4 +1,4 @@
-// Only a shared object can pack numbers: for byte-code each such call is reported at its place.
+// Only a shared object can pack numbers: without one, each such call is reported at its place.
 float both(float x, y)
 {
     return pack(x, y, 0, 1);

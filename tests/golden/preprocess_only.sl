@@ -1,4 +1,4 @@
-/* With -E the preprocessed file stays, and nothing is compiled. */
+/* With -E the preprocessed file is kept, and nothing is compiled. */
 #ifdef BRIGHT
 surface bright() { Ci = TWICE * Cs; }
 #endif

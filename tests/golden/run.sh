@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs golden cases and compares what the program did with the expected files beside the case.
+# Runs golden cases and compares their results with the expected files beside them.
 # usage: run.sh [--update] BIN_DIRECTORY [CASE...]
 #   BIN_DIRECTORY  where shaderqx and sqxdump were built
 #   CASE           a name, without extension; all cases if none is given
@@ -17,13 +17,13 @@ shift
 unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS SLC_CC_PROCESSOR SLC_CC_INCLUDE CPATH
 export LC_ALL=C
 
-# The default commands are announced on every run, and one of them holds a machine's path.
+# Every run prints two lines about the default commands; one contains a path of the machine.
 without_default_commands() {
     sed "/^shaderqx: WARNING: 'SLC_C[PC]*_COMMAND' environment variable/d"
 }
 
-# Runs the command of the case $1 in the working directory and leaves what it did in the files
-# "messages", "status" and "dump" of the folder $2; an ordinary outcome leaves no file.
+# Runs the command of the case $1 in the working directory and writes its results to the files
+# "messages", "status" and "dump" in the folder $2. An empty output and status 0 leave no file.
 run_case() {
     local command="shaderqx $1.sl" status=0 compiled
     [ ! -e "$cases_dir/$1.cmd" ] || command=$(cat "$cases_dir/$1.cmd")
@@ -41,7 +41,7 @@ run_case() {
     done
 }
 
-# True if the outcome of the case $1 in the folder $2 is the expected one.
+# True if the results of the case $1 in the folder $2 are the expected ones.
 compare_outcome() {
     local kind expected same=true
     for kind in messages status dump; do
@@ -61,11 +61,11 @@ update_expected() {
     done
 }
 
-# In a fresh folder that holds the case's source and the contents of its folder of further files.
+# Runs the case $1 in a new folder with its source and the contents of its folder of further files.
 check_case() {
     local scratch
     scratch=$(mktemp -d)
-    # shellcheck disable=SC2064  # the folder of now, whatever the variable holds then
+    # shellcheck disable=SC2064  # expands now, since the variable is local
     trap "rm -rf '$scratch'" EXIT
     mkdir "$scratch/work" "$scratch/outcome"
     cd "$scratch/work"

@@ -1,4 +1,4 @@
-/* Calls of shadeops: overloads share a row of the table, and a varying array is converted. */
+/* Calls of shadeops: overloads have one row of the table, and a varying array is converted. */
 surface shadeop_calls(float amount = grade(2))
 {
     color tints[2];

@@ -1,4 +1,4 @@
-/* The row of a method takes what any overload names; one file name means one library. */
+/* Overloads may name different init functions; two libraries may not have the same file name. */
 surface shadeop_clashes()
 {
     Ci = shade(s) + shade(s, t) + shade(s, t, u);

@@ -1,4 +1,4 @@
-/* Bad records of a library cost a warning each; the good one beside them serves the call. */
+/* Each wrong record of a library causes a warning; the right record beside them is called. */
 surface shadeop_refusals()
 {
     Ci = shade(s, t);

@@ -1,4 +1,4 @@
-/* Shadows of a point source and of sources with two and four corners. */
+/* Shadows of a point light, and of lights with two and four corners. */
 surface shadow_forms(point corner = 1)
 {
     float hidden = shadow("a.shd", P, "bias", 0.1);

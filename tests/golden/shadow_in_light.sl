@@ -1,4 +1,4 @@
-/* A light asks for shadows in its own way, also for those of area sources. */
+/* Shadows in a light shader, also of area light sources. */
 light shadow_in_light(vector axis = vector(0, 0, 1))
 {
     solar (axis, 0)

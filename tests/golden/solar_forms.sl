@@ -1,4 +1,4 @@
-/* Suns: for the whole grid where the axis is uniform, and from the eye where there is none. */
+/* The solar statement with a uniform axis, with a varying one and without an axis. */
 light solar_forms(vector axis = vector(0, 0, 1); float angle = 0.5)
 {
     if (angle > 0)

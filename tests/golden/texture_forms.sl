@@ -1,4 +1,4 @@
-/* The place in a map: left out, as a point whose footprint is found, or as four corners. */
+/* Texture coordinates: none, one point, or four corners of a footprint. */
 surface texture_forms(string map = "a.tx"; float soft = 0.1)
 {
     Ci = texture(map);

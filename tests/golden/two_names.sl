@@ -1,4 +1,4 @@
-/* The output is named for the shader, not for the source, and goes where -d says. */
+/* The output is named after the shader, not after the source, and is written to the folder of -d. */
 surface glow()
 {
     Ci = Cs;

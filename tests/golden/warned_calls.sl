@@ -1,5 +1,5 @@
-/* Calls that give less than they seem to: derivatives of what is the same everywhere, or under a
-   condition that leaves out neighbors; and names of shaders. */
+/* Calls with unexpected results: derivatives of uniform values and under varying conditions, and
+   shader names. */
 surface warned_calls(float k = 1; point q = 0; color c = 0)
 {
     float a = Du(k) + Dv(k) + Deriv(k, u) + Deriv(u, k) + area(q);

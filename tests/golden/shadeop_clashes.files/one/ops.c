@@ -1,4 +1,4 @@
-/* Overloads of one method that do not agree about what starts and ends it. */
+/* Overloads of one method with different init and cleanup functions. */
 #include <stddef.h>
 
 typedef struct Record {

@@ -1,4 +1,4 @@
-/* A library of the same file name. */
+/* A library with the same file name. */
 const char* const tint_shadeops[] = {"color tint(float)", "", "", "", "", ""};
 
 void tint(void) { }
