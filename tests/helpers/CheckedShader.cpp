@@ -16,7 +16,7 @@ namespace {
 
 constexpr const char* k_file = "test.sl";
 
-/// The source as the preprocessor would hand it on.
+/// Returns a file with the source as the preprocessor would write it.
 std::unique_ptr<std::FILE, int (*)(std::FILE*)> OpenText(const std::string& source)
 {
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::tmpfile(), &std::fclose);

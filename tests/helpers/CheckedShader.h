@@ -12,7 +12,7 @@
 [[nodiscard]] std::unique_ptr<SlcDefinitionsNode> ParseText(const std::string& source,
                                                             bool strict = false);
 
-/// A source text after parsing by `ParseText` and the semantic passes.
+/// A source text that is parsed and checked by the semantic passes.
 class CheckedShader {
 public:
     explicit CheckedShader(const std::string& source, SlcOptionsControl options = {},
@@ -21,14 +21,14 @@ public:
     CheckedShader(const CheckedShader&) = delete;
     CheckedShader& operator=(const CheckedShader&) = delete;
 
-    /// False if anything was reported as an error.
+    /// Returns false if an error was reported.
     [[nodiscard]] bool IsAccepted() const { return m_accepted; }
-    /// The whole standard error, as the user sees it.
+    /// Returns the whole standard error.
     [[nodiscard]] const std::string& Output() const { return m_output; }
-    /// Only the reports, one per line, each after its line number: "3: ERROR: ...".
+    /// Returns the reports, one per line, each after its line number: "3: ERROR: ...".
     [[nodiscard]] std::string Reports() const;
 
-    /// The tree, with the results of the passes; null if the text did not parse.
+    /// Returns the tree with the results of the passes, or null if the text could not be parsed.
     [[nodiscard]] SlcDefinitionsNode* Root() const { return m_root.get(); }
     /// Returns the shader or function of that name; fails the current test if there is none.
     [[nodiscard]] SlcDefinitionNode* Definition(std::string_view name) const;

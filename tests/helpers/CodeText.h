@@ -11,9 +11,9 @@
 /// before and after.
 ///
 /// The name of a variable determines its type: f... varying flag, g... uniform flag, u... uniform
-/// float, a... array, A... uniform array, r... reference, p... parameter, C... predefined and
-/// written, any other name a varying float. Functions return a float and take input floats; calls
-/// of RANDOM keep their order, all others may be folded.
+/// float, a... array, A... uniform array, r... reference, p... parameter, C... predefined variable
+/// that is written, any other name varying float. Functions return a float and take input floats;
+/// calls of RANDOM keep their order, all others may be folded.
 class CodeText : private SlcICodeScope {
 public:
     /// Returns a list with these instructions; each name is one variable.

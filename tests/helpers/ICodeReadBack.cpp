@@ -9,7 +9,7 @@
 
 namespace {
 
-/// The variables and functions of a list, by their names in its text.
+/// Maps the names in the text of a list to its variables and functions.
 class ListScope : public SlcICodeScope, private SlcOperandWalker {
 public:
     explicit ListScope(const SlcListICode& list)

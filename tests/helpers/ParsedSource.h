@@ -9,8 +9,8 @@
 #include "helpers/CheckedShader.h"
 #include "support/SlcDiagnostics.h"
 
-/// A text after parsing only. Its file name in reports is "test.sl", and its first line
-/// is line 1.
+/// A source text that is parsed, but not checked. Reports name it "test.sl", and its first line is
+/// line 1.
 class ParsedSource {
 public:
     explicit ParsedSource(const std::string& source, int warningLevel = 1)
@@ -26,12 +26,12 @@ public:
         m_output = testing::internal::GetCapturedStderr();
     }
 
-    /// Null if anything was reported as an error.
+    /// Returns the tree, or null if an error was reported.
     [[nodiscard]] SlcDefinitionsNode* Root() const { return m_root.get(); }
-    /// The whole standard error, as the user sees it.
+    /// Returns the whole standard error.
     [[nodiscard]] const std::string& Output() const { return m_output; }
 
-    /// Only the reports, one per line: "3: ERROR: parse error".
+    /// Returns the reports, one per line: "3: ERROR: parse error".
     [[nodiscard]] std::string Reports() const
     {
         std::istringstream lines(m_output);

@@ -9,7 +9,6 @@ std::string ShaderFolder::Build(const std::string& name, const std::string& sour
                                 const std::string& compilerOptions) const
 {
     Write(name + ".sl", source);
-    // What is tested is not the C++ compiler's optimizer, which takes its time.
     const std::string command = "SLC_CC_OPTIONS='" + compilerOptions + "' " SLC_PROGRAM " " +
                                 options + " " + name + ".sl >messages 2>&1";
     if (std::system(command.c_str()) != 0)
