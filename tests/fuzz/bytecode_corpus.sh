@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Fills a folder with the byte-code of examples and shaders of the tests, each at one optimization
-# level; of those made for this target, patterns, texts and arrays, at two.
+# Fills a folder with the byte-code of examples and of shaders of the tests, each at one optimization
+# level. The shaders that were written for this target are compiled at two levels.
 # usage: bytecode_corpus.sh FOLDER
-#   FOLDER  in the build whose compiler is used
+#   FOLDER  a folder in the build whose compiler is used
 set -euo pipefail
 top=$(cd "$(dirname "$0")/../.." && pwd)
 mkdir -p "$1"
@@ -17,7 +17,7 @@ until [ -x "$compiler/bin/shaderqx" ]; do
 done
 rm -rf "${folder:?}"/*
 
-# Preprocessing writes a temporary file next to the source, so do not use a tree that others read.
+# The compiler writes a temporary file beside each source, so it compiles a copy.
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 mkdir "$scratch/tests"
@@ -35,7 +35,7 @@ for source in examples/*.sl examples/rows/*.sl tests/compile/shaders/*.sl \
     # Without shadeop libraries some of them do not compile.
     "$compiler/bin/shaderqx" -O$level -w0 -d "$folder/out" "$source" >/dev/null 2>&1 || true
     for compiled in "$folder"/out/*.sqx; do
-        # Large files mutate in more places than are ever reached.
+        # A mutation of a large file rarely changes a place that is executed.
         [ ! -s "$compiled" ] || [ "$(wc -c <"$compiled")" -gt 24000 ] ||
             mv "$compiled" "$folder/$number-$(basename "$compiled")"
     done

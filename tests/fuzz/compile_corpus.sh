@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Fills a folder with the examples and the shaders of the tests, preprocessed: each at one
-# optimization level, given by the digit before it.
+# Fills a folder with the preprocessed examples and shaders of the tests. The digit before each gives
+# its optimization level.
 # usage: compile_corpus.sh FOLDER
 set -euo pipefail
 top=$(cd "$(dirname "$0")/../.." && pwd)
@@ -15,7 +15,7 @@ for source in examples/*.sl examples/*/*.sl tests/golden/*.sl tests/compile/shad
     name=${source//\//_}
     {
         printf '%d' $((number % 8))
-        # A source that the preprocessor refuses is a seed too, as far as it comes.
+        # If the preprocessor refuses a source, the output until then is a seed.
         cc -E -w -undef -nostdinc -x c -DOMBRIUM -DIRIX "$source" 2>/dev/null || true
     } >"$folder/${name%.sl}.i"
     number=$((number + 1))

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Fills a folder with short inputs, each of which is the start of another sequence of calls.
+# Fills a folder with short inputs. Each starts a different sequence of calls.
 # usage: host_corpus.sh FOLDER
 set -euo pipefail
 mkdir -p "$1"

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Fills a folder with sequences of messages as an editor sends them: it opens a shader, asks for all
-# sorts of things at one of its places, edits it and asks again.
+# Fills a folder with sequences of messages of an editor, which opens a shader, sends different requests
+# for one of its places, edits it and sends more requests.
 # usage: messages_corpus.sh FOLDER
 set -euo pipefail
 top=$(cd "$(dirname "$0")/../.." && pwd)
@@ -9,7 +9,7 @@ folder=$(cd "$1" && pwd)
 cd "$top"
 rm -f "$folder"/*
 
-# The text of a file as a JSON string without its quotes.
+# Prints a file as a JSON string without its quotes.
 escaped() {
     awk '{ gsub(/\\/, "\\\\"); gsub(/"/, "\\\""); gsub(/\t/, "\\t"); printf "%s\\n", $0 }' "$1"
 }

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Fills a folder with sources for the preprocessor: its own cases, the headers of the examples and
-# some shaders.
+# Fills a folder with sources for the preprocessor: the cases of its tests, the headers of the examples
+# and some shaders.
 # usage: preprocess_corpus.sh FOLDER
 set -euo pipefail
 top=$(cd "$(dirname "$0")/../.." && pwd)
@@ -12,5 +12,5 @@ find tests/preprocessor/cases examples tests/golden \( -name '*.sl' -o -name '*.
     | sort | while read -r source; do
     cp "$source" "$folder/${source//\//_}"
 done
-# One case a file, so that inputs to mutate are small.
+# Each case becomes a file, so that the inputs are small.
 grep -v '^ *//' tests/preprocessor/cases/macros.sl | split -l 6 - "$folder/macros_"

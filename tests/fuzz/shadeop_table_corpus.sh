@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Fills a folder with the libraries of the tests and examples, with each kind of hash table and of
-# relocations.
+# Fills a folder with the shadeop libraries of the tests and examples, linked with each kind of hash
+# table and of relocations.
 # usage: shadeop_table_corpus.sh FOLDER
 set -euo pipefail
 top=$(cd "$(dirname "$0")/../.." && pwd)

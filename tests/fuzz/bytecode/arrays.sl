@@ -1,4 +1,4 @@
-// Arrays of every type, uniform and varying, whose elements are reached by computed indices.
+// Uniform and varying arrays of every type, with computed indices.
 float Total(float list[]; float count)
 {
     float sum = 0;

@@ -1,4 +1,4 @@
-// Texts that grow in a loop, and formats with arguments of all types, too few and too many.
+// Strings that grow in a loop, and formats with arguments of all types, with too few and too many.
 surface texts(string shape = "%f|%d|%s|%c|%p|%m|%%|%"; output string said = "")
 {
     uniform matrix frame = translate(matrix "shader" 1, (1, 2, 3));

@@ -1,4 +1,4 @@
-/* A light that asks back. */
+/* A light that queries the scene. */
 light lamp(float power = 1; varying float each = 2; output float made = 0; string tag = "t";
            point from = point "shader" (0, 0, 0))
 {

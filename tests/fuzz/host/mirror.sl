@@ -1,4 +1,4 @@
-/* Asks a scene for everything, and has parameters of every kind. */
+/* Uses every query of the scene, and has parameters of every kind. */
 surface mirror(float Kd = 0.5; varying color tint = 1; string name = "plain"; matrix frame = 2;
                point place = point "shader" (1, 2, 3); varying float pair[2] = {1, 2};
                varying float late = noise(u);
