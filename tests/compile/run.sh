@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Turns shaders into C++ at each optimization level and compiles that: any warning is a failure.
+# Translates shaders to C++ at each optimization level and compiles it. Any warning is a failure.
 # usage: run.sh BIN_DIRECTORY COMPILER LEVEL...
 #   BIN_DIRECTORY  where shaderqx was built
 #   COMPILER       a C++ compiler
@@ -13,11 +13,11 @@ unset SLC_CPP_COMMAND SLC_CC_COMMAND SLC_CC_OPTIONS SLC_CC_PROCESSOR SLC_CC_INCL
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cd "$scratch" || exit 1
-# The program puts its own file beside each source.
+# The compiler writes a temporary file beside each source.
 cp -r "$top/examples" "$top/tests/compile/shaders" .
 export top bin compiler levels="$*"
 
-# Texts that differ only in a level often do not differ at all; each is compiled once.
+# Different levels often give the same text, which is compiled once.
 compile() {
     local sum
     sum=$(sha256sum <"$1")

@@ -1,4 +1,4 @@
-// Elements by uniform and varying index, of uniform and varying arrays.
+// Elements of uniform and varying arrays, by uniform and varying index.
 surface arrays(float knots[4] = {0, 0.25, 0.5, 1}; varying color tints[2] = {color(1, 0, 0), Cs};
                point path[2] = {point "object" (0, 0, 0), point "world" (1, 1, 1)};)
 {

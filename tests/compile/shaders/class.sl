@@ -1,4 +1,4 @@
-// The shader's name is a keyword of C++, and so are those of its variables.
+// The names of the shader and of its variables are keywords of C++.
 surface class(float int = 1; varying float new = u;)
 {
     float return_ = int * new;

@@ -1,4 +1,4 @@
-// The functions of numbers, points and colors, of uniform and varying data.
+// Functions of numbers, points and colors, with uniform and varying arguments.
 surface functions(float a = 0.5; point p = point (1, 2, 3); color k = color (1, 0.5, 0.2);)
 {
     float x = radians(u) + degrees(a) + sin(u) + asin(v) + cos(a) + acos(u) + tan(u) + atan(u) + atan(u, a);

@@ -1,4 +1,4 @@
-// Default values that need shading data, in every type.
+// Default values of every type that need shading data.
 surface late(varying float a = noise(u); varying color c = color "hsv" (u, 1, 1) * Cs;
              varying point p = transform("shader", P) + point "my space" (u, v, 0);
              varying vector d = normalize(I); varying matrix m = matrix(u);

@@ -1,4 +1,4 @@
-// Light statements in every form.
+// All forms of light statements.
 light lights(float angle = 0.5; point from = point "shader" (0, 0, 0); vector to = vector(0, 0, 1);)
 {
     varying vector axis = to + vector(s, t, 0);

@@ -1,9 +1,9 @@
-// What asks the renderer.
+// Functions that query the renderer.
 surface scene(string map = "a.tx"; varying string which = "b.tx";)
 {
     float f = 0; uniform float g = 0; color c = 0; uniform string who = ""; float row[3];
     uniform point at[2]; matrix m = 1; vector d = 0; float occ = 0;
-    vector r = reflect(I, N);  // of neighbours too, which the condition below may leave out
+    vector r = reflect(I, N);  // of all points, also of neighbours where the condition below is false
     g += attribute("a", g) + option("b", f) + rendererinfo("version", who);
     g += surface("x", c) + displacement("y", d) + lightsource("z", f) + atmosphere("w", row);
     g += incident("i", at) + opposite("o", m) + textureinfo(map, "resolution", row);

@@ -1,4 +1,4 @@
-// Strings of all kinds of storage, and what takes or gives them.
+// Strings in all kinds of storage, and functions with string parameters and results.
 surface strings(string map = "wood.tx"; string words[2] = {"a", "b"}; string mark = format("%f", PI);
                 output string said = concat("a", "b", words[1]);)
 {
