@@ -1,4 +1,4 @@
-// Prints, as bits, the results of shaders on a small grid: the same on every architecture.
+// Prints the bits of the results of shaders on a grid. All architectures must give the same.
 // usage: values SHADER.sqx...
 
 #include <bit>

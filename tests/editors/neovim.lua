@@ -1,5 +1,5 @@
--- Runs inside of Neovim, on the file that neovim.sh has opened. Each check prints what it saw, and the
--- first that fails ends the editor with status 1.
+-- Runs in Neovim, on the file that neovim.sh has opened. Each check prints its name, and the first that
+-- fails ends the editor with status 1.
 
 local function fail(text)
     io.stderr:write('Failed: ' .. text .. '\n')
@@ -55,7 +55,7 @@ vim.fn.setline(5, '    Ci = border * Cs;')
 vim.wait(10000, function() return #vim.diagnostic.get(0) == 0 end, 20)
 check(#vim.diagnostic.get(0) == 0, 'no diagnostic once the fault is fixed')
 
--- One server has all files: what is not saved in a header counts for the shader.
+-- All files have the same server, so unsaved changes of a header count for the shader.
 local shader = vim.api.nvim_get_current_buf()
 vim.cmd('edit gain.h')
 vim.cmd('set filetype=sl')

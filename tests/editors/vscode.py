@@ -1,5 +1,5 @@
-"""The extension for Visual Studio Code: what its sources refer to is there, its snippets compile, and its
-package, if scripts/vscode.sh has made one, holds what it must.
+"""Checks the extension for Visual Studio Code: the files that its sources refer to exist, its snippets
+compile, and its package, if scripts/vscode.sh has made one, contains the necessary files.
 
 usage: vscode.py BIN_DIRECTORY VERSION
 """
@@ -51,7 +51,7 @@ def check_snippets(programs):
 def check_package():
     package = ROOT / 'build' / 'vscode' / 'shaderqx.vsix'
     if not package.exists():
-        print('scripts/vscode.sh has not been run: no package to look into')
+        print('scripts/vscode.sh has not made a package: skipped')
         return
     with zipfile.ZipFile(package) as archive:
         names = set(archive.namelist())

@@ -1,7 +1,7 @@
-# Sourced by tests: the programs that documents show.
+# Functions that print the programs of documents. Tests source this file.
 # shellcheck shell=bash
 
-# The block of C++ in $1 that holds the text $2.
+# Prints the block of C++ in the page $1 that contains the text $2.
 block() {
     awk -v text="$2" '
         /^```cpp$/ { inside = 1; block = ""; next }
@@ -9,7 +9,7 @@ block() {
         inside { block = block $0 "\n" }' "$1"
 }
 
-# The whole program of the page $1, and what it prints there.
+# Prints the program patch.cpp of the page $1, and the first line of its output there.
 patch_program() {
     block "$1" '// patch.cpp'
 }
@@ -17,7 +17,7 @@ patch_output() {
     sed -n '/^\$ .\/patch/{n;p;q}' "$1"
 }
 
-# The example of the README $1, with what it leaves out.
+# Prints the example of the README $1, completed to a program.
 readme_program() {
     echo '#include <iostream>'
     block "$1" '#include "host/QxHost.h"' | sed '/^#include/!d'

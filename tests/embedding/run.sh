@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds the programs of README.md and docs/embedding.md against the libraries of the build, and runs
 # each with byte-code and with shared objects, which must print the same. The commands of
-# docs/embedding.md and docs/compiling.md are run as they stand, with an installed tree.
+# docs/embedding.md and docs/compiling.md are run unchanged, with an installed tree.
 # usage: run.sh BUILD_DIRECTORY
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
@@ -29,7 +29,7 @@ expect() {
     [ "$1" = "$2" ] || { echo "$3: expected '$2', but got '$1'"; exit 1; }
 }
 
-# The compiler writes a preprocessed file beside each source for a moment, so it gets a copy.
+# The compiler writes a temporary file beside each source, so it compiles a copy.
 cp -r "$root/examples" .
 mkdir code object
 for source in examples/{blockerlight,matte,spotlight}.sl; do
@@ -50,7 +50,7 @@ compile_program parameters
 expected=$(./parameters code/blockerlight.sqx)
 expect "$(./parameters object/blockerlight.sqx)" "$expected" "docs/embedding.md, parameters"
 
-# The grid that the caller stores, with the code that the page leaves out.
+# The example of a grid in the caller's memory, with the code that the page omits.
 {
     echo '#include <cstdio>'
     echo '#include <vector>'
@@ -70,7 +70,7 @@ for kind in code object; do
     expect "$(./points $kind/constant.sqx)" 1 "docs/embedding.md, points, $kind"
 done
 
-# The scene that traces rays, in a world where each ray hits.
+# The example of a scene that traces rays. Here each ray hits.
 {
     echo '#include <cstdio>'
     echo '#include "host/QxHost.h"'

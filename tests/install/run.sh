@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs the build, moves the installed tree, and builds a shared object with it: the program
-# must find the header of generated C++ in its own tree. The host library is there with its headers,
-# and so is the header for shadeops.
+# must find the header for generated C++ in that tree. The host library with its headers and the header
+# for shadeops must be installed, too.
 # usage: run.sh BUILD_DIRECTORY
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)

@@ -1,6 +1,6 @@
-"""Holds what `sqxdump --json` prints against the schema in docs/listing.md.
+"""Checks the output of `sqxdump --json` against the schema in docs/listing.md.
 
-usage: check.py < LISTING        one object a line; prints the name of each shader
+usage: check.py < LISTING        one object per line; prints the name of each shader
 """
 
 import json

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Lists all examples, one of them cut at every section and one as a shared object, as JSON, which
-# must follow the schema; the object of one shader is compared in full.
+# sqxdump lists all examples, a truncated file and a shared object as JSON, which must follow the
+# schema. The whole JSON object of one shader is compared.
 # usage: run.sh BUILD_DIRECTORY PYTHON
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
@@ -24,7 +24,7 @@ check() {
     "$python" "$here/check.py" <"$1" >names || fail "$1 does not follow the schema"
 }
 
-# Preprocessing writes a temporary file next to the source, so do not use a tree that others read.
+# The compiler writes a temporary file beside each source, so it compiles a copy.
 cp -r "$here/../../examples" .
 for source in examples/*.sl; do
     compile "$source"
@@ -33,7 +33,7 @@ done
 check examples.json
 [ "$(wc -l <names)" = "$(find . -name '*.sqx' | wc -l)" ] || fail 'Not one object for each example'
 
-# Cut at every line of a file that has all sections.
+# A file with all sections, truncated after each line.
 printf '%s\n' 'surface whole(float a = 1/0; varying color tint[2] = {color (0, 1, 1), noise(s)};' \
     '             output varying point p = point "world" (0, 0, 0); string text = "\"\\\n'$'\xFF\xC3\xA9\xC0\xAF\xE0\x80\x80\xED\xA0\x80\xF0\x80\x80\x80\xF4\x90\x80\x80''";)' \
     '{ p = P; Ci = diffuse(faceforward(N, I)) * tint[0] + tint[1] + a; P += N; printf(text); }' >whole.sl
@@ -62,7 +62,7 @@ cat >expected <<'JSON'
 JSON
 "$build/bin/sqxdump" --json - <whole.sqx | diff <(tr -d '\n' <expected; echo) - || fail 'whole.sqx is listed differently'
 
-# A shared object contains the same facts, without being loaded.
+# A shared object has the same facts, which are read without loading it.
 mkdir object
 compile --dso -d object whole.sl
 as_object() {
@@ -71,7 +71,7 @@ as_object() {
 }
 "$build/bin/sqxdump" --json - <object/whole.sqx | diff <(as_object -) - || fail 'The shared object is listed differently'
 
-# So does that of each example. The data alone, without the code, is built in no time.
+# The shared object of each example has the same facts, too. Only the data is compiled, to save time.
 facts_alone() {
     sed -n '/QxShaderFacts\[\] __/,$p' "$1" | c++ -x c++ -shared -fPIC -o "$2" -
 }
@@ -86,7 +86,7 @@ done
 (cd objects && "$build/bin/sqxdump" --json ./*.sqx) >objects.json || fail 'The shared objects are not listed'
 diff code.json objects.json || fail 'Shared objects are listed differently from byte-code'
 
-# What byte-code cannot compute, or cannot hold, is unknown.
+# A default value that byte-code cannot compute or store is unknown.
 printf '%s\n' "surface wide(float a = pack(0.1, 0.2, 0.3, 0.4); float b = 2; varying float c = b + noise(s)) { Ci = a * b * c; Oi = 1; }" >wide.sl
 compile --dso -c wide.sl
 facts_alone wide.cpp wide.sqx
@@ -107,7 +107,7 @@ surface wide
 TEXT
 ) || fail 'wide.sqx is listed differently'
 
-# Neither is a library that calls itself a shader, nor one of an older compiler.
+# Libraries without facts, such as those of an older compiler, are loaded only with --load.
 printf '%s\n' '#include <cstdio>' 'struct Mark { Mark() { std::fclose(std::fopen("loaded", "w")); } } mark;' >mark.cpp
 { cat mark.cpp; sed '/QxShaderFacts\[\] __/,$d' whole.cpp; } >older.cpp
 compile_object() {
@@ -125,7 +125,7 @@ done
 "$build/bin/sqxdump" --params --load older.sqx >listing || fail 'An older shared object is not loaded'
 [ -e loaded ] && grep -q 'or depends on the shading point' listing || fail 'An older shared object is listed differently'
 
-# The library of a shadeop that a default value calls is code, too.
+# The library of a shadeop in a default value is loaded only with --load, too.
 printf '%s\n' '#include <stdio.h>' '#include "QxShadeop.h"' \
     '__attribute__((constructor)) static void Mark(void) { fclose(fopen("called", "w")); }' \
     'QX_SHADEOP_TABLE(three) = {{"float three(float)", "", ""}, QX_SHADEOP_END};' \
@@ -140,7 +140,7 @@ grep -q 'b .* 2$' listing || fail 'The other value of calls.sqx is not known'
 "$build/bin/sqxdump" --params --load -I . calls.sqx >listing || fail 'The library of a shadeop is not loaded'
 grep -q 'a .* 3$' listing || fail 'The value of a shadeop is listed in another way'
 
-# Hostile files end with a report, whatever was cut off or changed in them.
+# Truncated and changed files are reported and do not crash sqxdump.
 "$python" - <<'PYTHON'
 data = open("wide.sqx", "rb").read()
 for part in range(96):

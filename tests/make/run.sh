@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds a library of shaders in a scratch folder with sqxmake, and looks after each change which
-# shaders are compiled again.
+# Builds a library of shaders in a scratch folder with sqxmake, and checks after each change which
+# shaders are recompiled.
 # usage: run.sh PROGRAM_DIRECTORY
 set -euo pipefail
 bin=$(cd "$1" && pwd)
@@ -20,7 +20,7 @@ fail() {
     failures=$((failures + 1))
 }
 
-# Runs sqxmake with the arguments after the first, which is the exit status that it must have.
+# usage: make_is STATUS ARGUMENT...    runs sqxmake, which must end with STATUS
 make_is() {
     local expected=$1 status=0
     shift
@@ -32,7 +32,7 @@ says() {
     grep -qF -- "$1" messages || fail "Not said: $1"
 }
 
-# What was compiled since the last look: a rebuilt output replaces the link.
+# Stores the times of all outputs. `compiled_are` checks which shaders were compiled since then.
 remember() {
     rm -rf seen
     mkdir seen
@@ -83,7 +83,7 @@ rm "$output/plain30.sqx"
 make_is 0 "$include" "$library"
 compiled_are 'plain20 plain30'
 
-# One broken file of fifty: the others are compiled, it is named, and nothing of it is left.
+# One wrong file of fifty is named and leaves no output, and the others are compiled.
 echo 'surface plain40() { Ci = noSuchName; }' >"$library/plain40.sl"
 touch "$library/plain41.sl"
 make_is 1 -k "$include" "$library"
@@ -93,7 +93,7 @@ says 'sqxmake: 1 compiled, 49 up to date, 1 refused:'
 ! grep -qE 'ninja|FAILED|--step' messages || fail 'Words of ninja are shown'
 [ ! -e "$output/plain40.sqx" ] || fail 'The refused shader left an output'
 compiled_are plain41
-# Unchanged, its reports are not repeated; without -k others may not be tried.
+# While it is unchanged, its reports are not repeated. Without -k others may not be compiled.
 make_is 1 "$include" "$library"
 [ "$(cat messages)" = "sqxmake: 0 compiled, 50 up to date, 1 refused:
   $library/plain40.sl (as before)" ] || fail 'A refusal is repeated'
@@ -110,7 +110,7 @@ rm "$library/plain58.sl"
 make_is 0 -O0 "$include" "$library/plain10.sl"
 [ ! -e "$output/plain58.sqx" ] || fail 'The output of a source that is gone is still there'
 
-# Advice comes without -w2, and a variable is reported once.
+# Advice does not need -w2, and each variable is reported once.
 echo 'surface advised() { int i = 0; Ci = i; }' >advised.sl
 make_is 1 -w0 advised.sl
 says "ADVICE: unexpected 'i': the language has no 'int'"
@@ -120,7 +120,7 @@ says "Variable 'a' may not be initialized (and 2 times after this)"
 says "Variable 'b' may not be initialized (and 1 time after this)"
 [ "$(grep -c WARNING: messages)" = 2 ] || fail 'A variable is reported more than once'
 
-# A user's preprocess command writes no dependencies; they are read from its line markers.
+# A user's preprocessor command writes no dependencies; they are read from its line markers.
 # shellcheck disable=SC2016  # the variables are the command's
 export SLC_CPP_COMMAND='cc -E -x c $cpp_options "$input_file" > "$cpp_result"'
 make_is 0 -I"$scratch" "$library/plain10.sl"
@@ -133,7 +133,7 @@ touch weight.h
 make_is 0 own.sl
 compiled_are own
 
-# A step is one process, which ninja waits for: no shell stays beside it.
+# Ninja starts each step as one process, without a shell that waits for it.
 if [ -r /proc/self/status ]; then
     export SLC_CPP_COMMAND='sed -n "s/^PPid:[[:space:]]*//p" /proc/$PPID/status >parent
         cat "/proc/$(cat parent)/comm" >waiting; cat "$input_file" >"$cpp_result"'
@@ -142,8 +142,8 @@ if [ -r /proc/self/status ]; then
 fi
 unset SLC_CPP_COMMAND
 
-# A header that is found before the one that was included, beside the file that includes it or in
-# a folder that is searched before; and whatever is no such header.
+# A new header that is found before the included one, beside the including file or in a folder that is
+# searched earlier, recompiles the shader. Other new headers do not.
 mkdir -p front 'far off/deep'
 echo '#include <deep/tone.h>' >'far off/tones.h'
 echo '#define TONE 2' >'far off/deep/tone.h'
@@ -195,7 +195,7 @@ compiled_are ''
 make_library twist '{"float twist(string)", "", ""},'
 make_is 0 '-Ishade ops' twisted.sl untwisted.sl
 compiled_are twisted
-# So does one that comes before the one it calls into, in another folder or by its name.
+# A new library that is searched before it, by its folder or its name, recompiles the shader, too.
 mkdir first
 mv 'shade ops' later
 make_is 0 -Ifirst -Ilater twisted.sl untwisted.sl
@@ -217,11 +217,11 @@ make_is 1 '-Ishade ops' twisted.sl untwisted.sl
 says 'Undefined function'
 [ ! -e "$output/twisted.sqx" ] || fail 'Without its library a shader kept its output'
 
-# Folders of the examples, with no more options than their page names.
+# Folders of examples need only the options that their page names.
 make_is 0 "$examples/rows"
 make_is 0 --dso "$examples/dso"
 
-# What cannot be built.
+# Two sources with one output.
 mkdir -p tree/deep
 echo '#define UNUSED surface plain99(
 /* surface other( */ surface oak() { Ci = "}"; }' >tree/deep/double.sl
@@ -239,7 +239,7 @@ says '3 compiled, 0 up to date'
 [ -s "$output/deep/oak.sqx" ] && [ -s "$output/oak.sqx" ] || fail 'The tree is not mirrored'
 make_is 0 --tree tree
 says '0 compiled, 3 up to date'
-# What the text alone does not show is noticed when it has been compiled.
+# If the preprocessor makes the name, the conflict is found after compiling.
 echo '#define MY_NAME hidden
 surface MY_NAME() { Ci = 1; }' >hidden1.sl
 cp hidden1.sl hidden2.sl

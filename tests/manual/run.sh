@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# The manual pages are well formed, and each describes the options that its program knows.
+# Each manual page is well-formed and describes the options of its program.
 # usage: run.sh BUILD_DIRECTORY
 set -euo pipefail
 build=$(cd "$1" && pwd)
@@ -10,7 +10,7 @@ for page in "$build"/manual/*.1; do
         echo "There is no program $name"
         failures=1
     }
-    # That of the compiler ends with status 1.
+    # The help of the compiler ends with status 1.
     ("$build/bin/$name" --version || true) | grep -q "^$name version [0-9]" || {
         echo "$name does not print its version"
         failures=1
@@ -18,7 +18,7 @@ for page in "$build"/manual/*.1; do
     if command -v mandoc >/dev/null; then
         mandoc -T lint "$page" || failures=1
     fi
-    # Each word that begins with a dash in the program's help is in the page.
+    # Each option in the program's help is on the page.
     plain=$(sed 's/\\-/-/g; s/\\f[BIR]//g' "$page")
     for word in $("$build/bin/$name" --help | grep -oE "^ +'?--?[][A-Za-z0-9+-]+" | tr -d "' "); do
         word=${word/\[dont-\]/}
@@ -63,7 +63,7 @@ completes_to '--param --params' sqxdump --par
 completes_to 'maps matte.sqx' sqxdump --params ma
 completes_to maps sqxdump -I ma
 completes_to maps sqxmake -o ma
-# The same lines in fish, where it is installed.
+# The same lines in fish, if it is installed.
 if command -v fish >/dev/null; then
     fish_completes() {
         fish -c "source $build/manual/${1%% *}.fish; complete -C '$1'" | cut -f1 | LC_ALL=C sort | xargs

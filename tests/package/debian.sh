@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs the Debian packages in a folder, uses them as a user would, and removes them without a trace. It
-# changes the system that it runs in: scripts/bare.sh runs it in a fresh one.
+# Installs the Debian packages in FOLDER, uses them as a user would, and removes them completely. It
+# changes the system that it runs in: scripts/bare.sh runs it in a new container.
 # usage: debian.sh FOLDER    as root
 set -euo pipefail
 packages=$(cd "$1" && pwd)

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Makes the packages of the build, unpacks them into a scratch root, and uses what is there as
-# another project would: programs from another folder, the CMake package, and pkg-config.
+# Makes the packages of the build, unpacks them into a scratch root, and uses them as another project
+# would: the programs from another folder, the CMake package, and pkg-config.
 # usage: run.sh BUILD_DIRECTORY
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
@@ -37,7 +37,7 @@ if [ -n "$(find packages -name '*.deb')" ]; then
     done
     prefix="$scratch/a root/usr"
     dpkg-deb -f packages/shaderqx_*.deb Depends | grep -q 'libc6' || fail 'The package needs no libc6'
-    # What builds programs, and nothing else, is in the other package.
+    # The development package contains only the files that are needed to build programs.
     dpkg-deb -c packages/shaderqx_*.deb | grep -E '\.a$|cmake/|pkgconfig|host/' && fail 'Not for users of programs'
     dpkg-deb -c packages/shaderqx-dev_*.deb | grep -E '/bin/|/man/' && fail 'Not for builders of programs'
     if command -v lintian >/dev/null; then
@@ -45,8 +45,8 @@ if [ -n "$(find packages -name '*.deb')" ]; then
     fi
 fi
 
-# Each program has its manual page and its completion; documents, editor files and examples are
-# there.
+# Each program has its manual page and its completion, and documents, editor files and examples are
+# installed.
 share="$prefix/share"
 for program in "$prefix"/bin/*; do
     name=$(basename "$program")
@@ -63,7 +63,7 @@ for page in "$pages"/*.md "$pages"/docs/*.md; do
     done
 done
 
-# The programs, from a separate folder, on installed examples.
+# The programs compile installed examples from another folder.
 mkdir elsewhere
 (
     cd elsewhere
@@ -73,8 +73,8 @@ mkdir elsewhere
     quietly sqxdump --json matte.sqx spotlight.sqx
 )
 
-# The CMake package, in a project that knows nothing else, with the programs that the installed
-# documents show; with ninja and with make, as far as they are here.
+# A project that uses only the CMake package builds the programs of the installed documents, with
+# ninja and with make if they are installed.
 cp -r "$here/project" project
 patch_program "$pages/docs/embedding.md" >project/patch.cpp
 readme_program "$pages/README.md" >project/readme.cpp
@@ -112,7 +112,7 @@ try_generator() {
 command -v ninja >/dev/null && try_generator ninja Ninja
 command -v make >/dev/null && try_generator make 'Unix Makefiles'
 
-# A project of nothing but shaders has no language. CMake's own choice of a generator is make.
+# A project of shaders alone enables no language. The default generator of CMake is make.
 command -v make >/dev/null || export CMAKE_GENERATOR=Ninja
 mkdir shaders
 cp "$share/shaderqx/examples/matte.sl" shaders

@@ -1,7 +1,6 @@
 #!/usr/bin/env bash
-# The documents lead to files that exist, by links and by paths in code; every page is led to from
-# README.md; and the gallery is what its script makes of the examples, with all pictures. Every example
-# is in the table of its folder.
+# The links and paths in the documents name existing files, and links lead from README.md to every page.
+# The gallery is up to date and has all its pictures, and every example is in the table of its folder.
 # usage: links.sh
 set -euo pipefail
 cd "$(dirname "$0")/../.."

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Runs the commands of a page in their order, in a scratch folder laid out like the repository after
-# a build. Blocks marked "console" hold commands after "$ ", each followed by its output, which must
-# be what the command prints; blocks marked "sh" hold commands that must succeed; a block marked "sl"
-# is a shader, written to the file of its name, and must compile; a block of C or C++ that opens with
-# the name of a file in a comment is written to that file.
+# Runs the commands of a page in order, in a scratch folder with the layout of the repository after a
+# build. Blocks marked "console" contain commands after "$ ", each followed by its output, which must
+# be what the command prints. Blocks marked "sh" contain commands that must succeed. A block marked "sl"
+# is a shader, which is written to a file with its name and must compile. A block of C or C++ that begins
+# with the name of a file in a comment is written to that file.
 # usage: run.sh BUILD_DIRECTORY PAGE
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
@@ -23,13 +23,13 @@ fail() {
     failures=$((failures + 1))
 }
 
-# Two lines that announce the default commands come with every run; one holds a machine's path.
+# Every run prints two lines about the default commands; one contains a path of the machine.
 without_default_commands() {
     sed "/^shaderqx: WARNING: 'SLC_C[PC]*_COMMAND' environment variable/d"
 }
 
-# What sets up and builds the tree that this test belongs to has run by now, and would run this
-# test again; what changes the tree is for its developers.
+# True for commands that set up, build or test the tree of this test, and for scripts that change it.
+# They are not run; a script must exist.
 works_on_the_tree() {
     case $1 in
         ./scripts/*.sh* | scripts/*.sh* | tests/*.sh* | bench/*.sh*) return 0 ;;
@@ -52,14 +52,14 @@ run_command() {
     fi
 }
 
-# Runs the command $1; its output must be the text $2.
+# Checks that the command $1 prints the text $2.
 run_shown_command() {
     bash -c "$1" >output 2>&1 </dev/null || true
     without_default_commands <output >shown
     printf '%s' "$2" | diff -u --label "$page" --label actual - shown || fail "other output: $1"
 }
 
-# The shader $1 goes to the file of its name.
+# Writes the shader $1 to a file with its name.
 take_shader() {
     local name
     name=$(sed -nE 's/^(surface|displacement|light|volume|imager) (\w+)\(.*/\2/p' <<<"$1")
@@ -67,7 +67,7 @@ take_shader() {
     run_command "build/release/bin/shaderqx $name.sl"
 }
 
-# The text $1 goes to the file that its first line names, if it names one.
+# Writes the text $1 to the file that its first line names, if it names one.
 take_source() {
     local name
     name=$(sed -nE '1s,^(//|/\*) ([a-z_]+\.(c|cpp))( \*/)?$,\2,p' <<<"$1")

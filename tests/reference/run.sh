@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# The documents, editor files and names of generated C++ that are made of the compiler's tables are
-# those in the tree, and the editors find the compiler's reports.
+# The documents, editor files and names of generated C++ that are generated from the compiler's tables
+# are up to date, and the editors recognize the compiler's reports.
 # usage: run.sh PROGRAM_DIRECTORY
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
@@ -29,7 +29,7 @@ pattern=$(sed -n 's/.*"regexp": "\(.*\)",/\1/p' editors/vscode/package.json | se
     exit 1
 }
 if command -v vim >/dev/null && vim --version | grep -q '+syntax'; then
-    # Vim itself takes files with this ending for those of another language.
+    # By default Vim assigns this extension to another language.
     mkdir home
     cp -r editors/vim home/.vim
     printf 'filetype plugin on\nsyntax on\n' >home/.vimrc

@@ -1,7 +1,7 @@
-"""The page of sqxview in a real browser, without a window.
+"""Tests the page of sqxview in a headless browser.
 
 usage: SLC_TEST_BROWSER=1 browser_test.py PROGRAM_DIRECTORY
-Status 77: skipped, because it was not requested or there is no browser; it says which.
+Status 77: skipped, because the test was not requested or there is no browser; the output says why.
 """
 
 import contextlib
@@ -30,7 +30,7 @@ GOOD = """surface flat(float Kd = 0.5; color tint = color(1, 0.5, 0); string mod
 """
 BAD = GOOD.replace("amount * tint", "amount * tinted")
 
-# The picture's bytes, drawn as they are shown; of a script, so that it can be part of others.
+# The start of scripts: a function that returns the pixels of the picture.
 PIXELS = """const pixels = () => {
     const picture = document.getElementById("picture");
     const canvas = document.createElement("canvas");
@@ -41,7 +41,7 @@ PIXELS = """const pixels = () => {
 };
 """
 
-# Elements whose text does not stand out enough from what is behind it (WCAG 2.1, 1.4.3).
+# Returns the elements whose text has too little contrast (WCAG 2.1, 1.4.3).
 DIM_TEXTS = """
 const channel = (v) => (v /= 255) <= 0.04045 ? v / 12.92 : ((v + 0.055) / 1.055) ** 2.4;
 const numbers = (color) => color.match(/[0-9.]+/g).map(Number);
@@ -88,7 +88,7 @@ class PageTest(unittest.TestCase):
         self.view.stdout.close()
 
     def wait_for_picture(self, before=""):
-        """The pixels of a whole picture that are others than before."""
+        """Waits for a complete picture that differs from `before`, and returns its pixels."""
         return self.browser.wait("another picture", PIXELS + """
             const isWhole = document.getElementById("status").textContent.startsWith("Whole");
             return isWhole && document.getElementById("picture").complete && pixels() !== arguments[0] && pixels();
@@ -104,7 +104,7 @@ class PageTest(unittest.TestCase):
 
     def test_values_change_the_picture(self):
         first = self.wait_for_picture()
-        self.browser.type("input[aria-label='Kd, slider']", "\ue012" * 20)  # the key for a step to the left
+        self.browser.type("input[aria-label='Kd, slider']", "\ue012" * 20)  # the left arrow key
         darker = self.wait_for_picture(first)
         self.assertLess(float(self.value("Kd")), 0.5)
         self.wait_for_text("#command", "--param Kd=0.")
@@ -178,7 +178,7 @@ class PageTest(unittest.TestCase):
         self.wait_for_text(".report.is-fault pre", "not whole after 2 s")
 
     def test_code_and_listing(self):
-        self.browser.type("#tab-values", "\ue014")  # the key for the next tab
+        self.browser.type("#tab-values", "\ue014")  # the right arrow key
         self.wait_for_text("#code-text", "BEGIN_PARALLEL")
         counts = self.browser.run("return [...document.querySelectorAll('#counts tr')].map((r) => r.textContent)")
         self.assertEqual([row[:3] for row in counts], ["-O0", "-O1", "-O2", "-O3"])
@@ -214,19 +214,19 @@ class PageTest(unittest.TestCase):
                                      {"features": [{"name": "prefers-color-scheme", "value": scheme}]})
                 self.assertEqual(self.browser.run(DIM_TEXTS), [], f"{tab}, {scheme}")
         self.browser.click("#tab-values")
-        self.browser.type("#tab-values", "\ue004")  # the key to the next control
+        self.browser.type("#tab-values", "\ue004")  # the tab key
         self.assertEqual(self.browser.run("""
             const focused = document.activeElement;
             return focused.matches(":focus-visible") && getComputedStyle(focused).outlineStyle"""), "solid")
 
     def test_other_sites_are_refused(self):
-        """What a page from elsewhere sends, as a form may without asking, changes nothing."""
+        """A form that a page of another site sends changes nothing."""
         send = """
             const form = new URLSearchParams([["param.0.Kd", "0.125"]]);
             try {
                 await fetch(arguments[0] + "change", {method: "POST", mode: "no-cors", body: form});
             } catch {
-                // nothing to read either, but it was sent
+                // The response cannot be read, but the request was sent.
             }
             try {
                 return (await fetch(arguments[0] + "state")).status;

@@ -1,4 +1,4 @@
-"""A headless Chromium, driven through the WebDriver protocol of chromedriver (W3C, 2018)."""
+"""Controls a headless Chromium through the WebDriver protocol of chromedriver (W3C, 2018)."""
 
 import base64
 import json
@@ -8,11 +8,11 @@ import subprocess
 import time
 import urllib.request
 
-ELEMENT = "element-6066-11e4-a52e-4f735466cecf"  # how the protocol marks a reference
+ELEMENT = "element-6066-11e4-a52e-4f735466cecf"  # the key of an element reference
 
 
 class Browser:
-    """Ends with the `with` block that it is opened in."""
+    """A browser, which ends with its `with` block."""
 
     def __init__(self, width=1280, height=900):
         self.driver = subprocess.Popen(["chromedriver", "--port=0"], stdout=subprocess.PIPE, text=True,
@@ -22,7 +22,7 @@ class Browser:
             arguments = ["--headless=new", "--disable-gpu", "--disable-dev-shm-usage", "--hide-scrollbars",
                          f"--window-size={width},{height}"]
             if os.geteuid() == 0:
-                arguments.append("--no-sandbox")  # Chromium refuses to run as root otherwise
+                arguments.append("--no-sandbox")  # Chromium needs it to run as root
             options = {"args": arguments}
             session = self._call("POST", "/session", {
                 "capabilities": {"alwaysMatch": {"browserName": "chrome", "goog:chromeOptions": options}}})
@@ -65,7 +65,7 @@ class Browser:
         self._call("POST", "/url", {"url": address})
 
     def run(self, script, *arguments):
-        """Runs a function body in the page, which may wait for promises; gives what it returns."""
+        """Runs a function body in the page, which may use `await`, and returns its result."""
         return self._call("POST", "/execute/sync", {"script": script, "args": list(arguments)})
 
     def find(self, selector):
@@ -78,7 +78,7 @@ class Browser:
         self._call("POST", f"/element/{self.find(selector)}/value", {"text": text})
 
     def command(self, name, parameters):
-        """A command of the developer tools."""
+        """Sends a command of the Chrome DevTools Protocol."""
         return self._call("POST", "/goog/cdp/execute", {"cmd": name, "params": parameters})
 
     def screenshot(self, path):
@@ -86,7 +86,7 @@ class Browser:
             file.write(base64.b64decode(self._call("GET", "/screenshot")))
 
     def wait(self, what, script, *arguments, seconds=20):
-        """Until the function body returns something true, which is given."""
+        """Runs the function body until its result is true, and returns the result."""
         end = time.monotonic() + seconds
         while True:
             result = self.run(script, *arguments)

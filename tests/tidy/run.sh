@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# clang-tidy finds nothing: in a few of the sources that changed last, or with SLC_TEST_TIDY=1 in the
-# whole tree. Skipped, with status 77, where there is no clang-tidy or no history to ask what changed.
+# clang-tidy finds nothing in a few of the sources that changed last, or with SLC_TEST_TIDY=1 in the
+# whole tree. The test is skipped with status 77 without clang-tidy or without a Git history.
 # usage: run.sh
 set -euo pipefail
 cd "$(dirname "$0")/../.."
