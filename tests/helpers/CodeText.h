@@ -16,7 +16,7 @@
 /// calls of RANDOM keep their order, all others may be folded.
 class CodeText : private SlcICodeScope {
 public:
-    /// Returns a list with these instructions; each name is one variable.
+    /// Returns the list of the instructions in `text`, where each name is one variable.
     [[nodiscard]] SlcPtr<SlcListICode> List(std::string_view text);
     [[nodiscard]] static std::string Print(const SlcListICode& list)
     {

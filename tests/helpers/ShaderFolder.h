@@ -5,7 +5,7 @@
 
 #include "helpers/TemporaryFolder.h"
 
-/// A temporary folder of built shaders.
+/// A temporary folder for compiled shaders.
 class ShaderFolder : public TemporaryFolder {
 public:
     /// Builds the shader, whose name must be `name`, and returns the path of the shared object.

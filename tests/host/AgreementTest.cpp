@@ -1,4 +1,4 @@
-// Checks that shared objects compute what byte-code computes, at every optimization level.
+// Checks that shared objects and byte-code compute the same at every optimization level.
 //
 // SLC_AGREE_CXX is the level of the C++ compiler, -O0 unless set. SLC_AGREE_RANDOM is the number of
 // random shaders of each generator, and SLC_AGREE_SEED is the first seed. SLC_AGREE_TESTS is the

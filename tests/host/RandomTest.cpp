@@ -1,4 +1,4 @@
-// Checks what random numbers depend on, and what they do not depend on.
+// Checks on which facts random numbers depend, and on which they do not.
 
 #include <algorithm>
 #include <cstdio>

@@ -148,7 +148,7 @@ float NumberAt(unsigned int place)
     return (static_cast<float>(hash >> 8 & 0xffff) - 32768) / 2048;
 }
 
-/// Gives every NaN the same bits, since its bits only say which operand it came from.
+/// Gives every NaN the same bits, since they only show which operand it came from.
 unsigned int OneNan(unsigned int bits)
 {
     float value = 0;

@@ -120,7 +120,7 @@ says "Variable 'a' may not be initialized (and 2 times after this)"
 says "Variable 'b' may not be initialized (and 1 time after this)"
 [ "$(grep -c WARNING: messages)" = 2 ] || fail 'A variable is reported more than once'
 
-# A user's preprocessor command writes no dependencies; they are read from its line markers.
+# A user's preprocess command writes no dependencies; they are read from its line markers.
 # shellcheck disable=SC2016  # the variables are the command's
 export SLC_CPP_COMMAND='cc -E -x c $cpp_options "$input_file" > "$cpp_result"'
 make_is 0 -I"$scratch" "$library/plain10.sl"

@@ -1,6 +1,6 @@
-// Compares all tokens, with their files and lines, with those of the system's C preprocessor: for
-// the examples, the sources of the tests, and cases for the rules of C, among them all examples of
-// the standard.
+// Compares all tokens, with their files and lines, with those of the system's C preprocessor. The
+// sources are the examples, the shaders of the tests, and cases for the rules of C, among them all
+// examples of the standard.
 
 #include <array>
 #include <cstdio>

@@ -57,7 +57,7 @@ protected:
         return outputs;
     }
 
-    /// Returns the outputs of a shared object, or of byte-code in the machine of the host.
+    /// Returns the outputs of a shared object, or of byte-code in the machine of the product.
     Outputs Built(const std::string& name, const std::string& source, int level,
                   const std::string& libraries, const std::string& backEnd = "--dso")
     {

@@ -36,7 +36,7 @@ public:
     void Receive(const SqxJson& message) { m_server.Receive({message, "", false}); }
     [[nodiscard]] SqxLsServer& Server() { return m_server; }
 
-    /// Lets the server do what it does while the user types nothing.
+    /// Lets the server do the work that it does while it is idle.
     void Pause();
     /// Returns "LINE:CHARACTER-LINE:CHARACTER TEXT" for each diagnostic that is shown for a file.
     std::vector<std::string> Diagnostics(const std::string& name);

@@ -75,7 +75,7 @@ TEST(SqxLsDocuments, ApplyChangesInOrder)
     ASSERT_EQ(editor.logged.size(), 1U);
     EXPECT_NE(editor.logged[0].find("Version 3"), std::string::npos) << editor.logged[0];
     EXPECT_EQ(editor.Diagnostics("a.sl").size(), 1U);
-    // Neither has a change with an invalid part.
+    // A change with an invalid part has no effect either.
     editor.Change("a.sl", {{{"text", k_good}}, {{"text", 7}}}, 5);
     EXPECT_EQ(editor.logged.size(), 2U);
     EXPECT_EQ(editor.Diagnostics("a.sl").size(), 1U);

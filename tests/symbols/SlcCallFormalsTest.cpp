@@ -23,7 +23,7 @@ TEST(SlcCallFormals, FindsTheFormalAtEachPlaceOfAnInstruction)
         {"unpack", 0, "float"},
         {"unpack", 1, "output float"},
         {"unpack", 4, "output float"},
-        // These are values of a tail; its names have no place.
+        // Only the values of a tail have a position, not the names.
         {"occlusion", 2, "float in the tail"},
         {"occlusion", 3, "float in the tail"},
         {"occlusion", 7, "vector in the tail"},

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// Returns what the text declares, or its first part that is wrong.
+/// Returns the types and the name of the declaration, or the name of its first wrong part.
 std::string Read(const std::string& text)
 {
     SlcShadeopReader reader(text);

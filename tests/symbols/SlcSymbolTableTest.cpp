@@ -250,8 +250,8 @@ TEST(SlcSymbolTable, FindsTheFirstFunctionWithTheSameFormals)
 
 TEST(SlcSymbolTable, FindsNamesInALongScopeWithoutWalkingIt)
 {
-    // There is one table per statement, as in a generated shader: a look-up must not depend on
-    // their number.
+    // There is one table per statement, as in a generated shader. The time of a look-up must not
+    // depend on their number.
     auto table = MakeShared<SlcSymbolTable>()->CreateNewScopeTable();
     const auto first = AddFloat(table, "first");
     for (int i = 0; i < 100000; ++i) {

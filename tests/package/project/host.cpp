@@ -1,4 +1,4 @@
-// Shades one point with a shader that the project's build made, and prints its color.
+// Shades one point with a shader that the build of the project compiled, and prints its color.
 
 #include <iostream>
 

@@ -1,4 +1,4 @@
-/* A shadeop that the project's own build makes. */
+/* A shadeop that the build of the project compiles. */
 #include "QxShadeop.h"
 
 QX_SHADEOP_TABLE(twist) = {

@@ -5,8 +5,8 @@
 
 #include "machine/SqxMachine.h"
 
-/// Returns the byte-code file of a source at an optimization level. The text is empty for a source
-/// that is refused, which fails the running test, or that is too large for byte-code.
+/// Returns the byte-code file of a source at an optimization level. The text is empty if the source
+/// is too large for byte-code, or if it is refused, which also fails the running test.
 [[nodiscard]] std::string ByteCodeOf(const std::string& source, int level);
 
 /// The results of a shader: the numbers of each variable that it may write, point by point.

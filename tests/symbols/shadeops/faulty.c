@@ -43,7 +43,7 @@ QX_SHADEOP_TABLE(nulls) = {
     {"float nulls(color)", "", ""},
 };
 
-/* A table of one record without an end; what follows it in memory is no record. */
+/* A table of one record without an end. The data after it is no record. */
 static const struct {
     QxShadeop record;
     QxShadeop other;
