@@ -4,7 +4,7 @@
 
 namespace {
 
-TEST(SlcOptimizationLevel, LevelDecidesItsFlags)
+TEST(SlcOptimizationLevel, SetsTheFlagsOfEachLevel)
 {
     using Options = SlcOptionsControl;
     struct Case {

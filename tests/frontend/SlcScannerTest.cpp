@@ -244,7 +244,7 @@ TEST(SlcScanner, ContinuesAfterAnUnterminatedString)
     }
 }
 
-TEST(SlcScanner, SearchesTheEndOfAStringOnce)
+TEST(SlcScanner, SearchesForTheEndOfAStringOnce)
 {
     std::string escapedQuotes = "\"";
     for (int i = 0; i < 200000; ++i)

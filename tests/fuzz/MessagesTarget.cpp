@@ -1,4 +1,4 @@
-// Sends a sequence of messages, one per line, to the server of editors. The server is initialized
+// Sends a sequence of messages, one per line, to the language server. It is initialized
 // first, in a folder that does not exist, and starts no programs.
 
 #include <cstdio>

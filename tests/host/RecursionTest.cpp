@@ -39,7 +39,7 @@ class Recursion : public Host {};
 INSTANTIATE_TEST_SUITE_P(Kinds, Recursion, ::testing::Values("--dso", "--int"),
                          [](const auto& info) { return std::string(info.param).substr(2); });
 
-TEST_P(Recursion, LeavesTheOuterGridAsItIs)
+TEST_P(Recursion, DoesNotChangeTheOuterGrid)
 {
     const auto lamp = Open("lamp", R"(light lamp(float power = 1) {
         illuminate (point "shader" (0, 0, 0)) Cl = power / (L . L); })");

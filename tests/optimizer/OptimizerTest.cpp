@@ -343,7 +343,7 @@ TEST(SlcReduceNumberTmps, DeclaresOnlyRemainingVariables)
     EXPECT_EQ(declared, "x r a ");
 }
 
-TEST(SlcConvertTmpVarDetail, StoresOnceWhatIsUsedWithinOnePoint)
+TEST(SlcConvertTmpVarDetail, StoresOneValueIfEachPointWritesItFirst)
 {
     static const struct {
         const char* code;

@@ -54,7 +54,7 @@ private:
 
 }  // namespace
 
-TEST(SlcRangeColors, TakeTheFirstFreeColor)
+TEST(SlcRangeColors, AssignTheFirstFreeColor)
 {
     for (unsigned int seed = 1; seed <= 50; ++seed) {
         std::mt19937 random(seed);

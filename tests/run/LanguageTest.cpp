@@ -216,7 +216,7 @@ TEST(Language, TreatsPAndPsAsOneVariableInSurfaces)
     ExpectAllRun(cases);
 }
 
-TEST(Language, LeavesLoopsPointByPoint)
+TEST(Language, LeavesLoopsAtEachPointSeparately)
 {
     static const RunCase cases[] = {
         {"uniform float i; for (i = 0; i < 3; i += 1) r += u;", {0, 1.5, 3, 0, 1.5, 3}},
@@ -239,7 +239,7 @@ TEST(Language, LeavesLoopsPointByPoint)
     ExpectAllRun(cases);
 }
 
-TEST(Language, ReachesArrayElements)
+TEST(Language, AccessesArrayElements)
 {
     static const RunCase cases[] = {
         {"uniform float a[3] = {1, 2, 4}; r = a[0] + 10 * a[2];", {41, 41, 41, 41, 41, 41}},

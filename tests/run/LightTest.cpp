@@ -60,7 +60,7 @@ std::string ValuesOf(SqxMachine& machine, const char* name)
 
 }  // namespace
 
-TEST(Light, ReachesSurfaces)
+TEST(Light, RunsLoopsOverLights)
 {
     const std::vector<float> flat(18, 0);
     static const LightCase cases[] = {
@@ -138,7 +138,7 @@ TEST(Light, ReachesSurfaces)
     }
 }
 
-TEST(Light, LeavesSources)
+TEST(Light, RunsLightStatements)
 {
     struct SourceCase {
         const char* body;

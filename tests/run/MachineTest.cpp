@@ -119,7 +119,7 @@ TEST(Machine, ComputesDefaultValues)
     EXPECT_EQ(machine.ValueOf("m", 0)[5], 2);
 }
 
-TEST(Machine, ReportsABadIndexAndGoesOn)
+TEST(Machine, ReportsABadIndexAndContinues)
 {
     SqxMachine machine;
     const RunOutcome outcome = RunShader(

@@ -241,7 +241,7 @@ TEST(SlcCheckSemantics, DefinesFunctionsAfterTheirBodies)
     ExpectReports(cases);
 }
 
-TEST(SlcCheckSemantics, ChoosesTheVersionOfACallStatement)
+TEST(SlcCheckSemantics, ChoosesTheOverloadOfACallStatement)
 {
     static const Case cases[] = {
         {"float f() { return 1; }\nvoid f() {}\nsurface a() { f(); Ci = 1; }",

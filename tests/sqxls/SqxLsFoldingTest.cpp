@@ -16,7 +16,7 @@ TEST(SqxLsFolding, FoldsBlocksCommentsAndConditions)
     EXPECT_EQ(folds, "3-4 \n5-8 \n6-7 \n0-1 comment\n2-9 region\n10-11 region\n");
 }
 
-TEST(SqxLsFolding, SelectsWhatEnclosesAPlace)
+TEST(SqxLsFolding, SelectsTheRangesAroundAPlace)
 {
     LsEditor editor;
     editor.Open("a.sl", "surface a()\n{\n    Oi = 1;\n    Ci = mix(Cs, Os, 0.5);\n}\n");
