@@ -11,6 +11,24 @@
 
 using Numbers = std::vector<float>;
 
+/// A surface with a parameter of each type, and outputs computed from them.
+inline constexpr const char* k_values = R"(
+surface test(float scale = 2; color tint = color(0.5, 0.25, 1); string name = "plain";
+             float weights[2] = {1, 2}; point place = point(0, 0, 1); varying float each = 3;
+             matrix frame = 2;
+             output float sum = 10; output varying color seen = 0; output string said = "";
+             output varying float pair[2] = {0, 0})
+{
+    sum += scale + weights[0] + weights[1];
+    seen = tint * each;
+    said = concat(name, "!");
+    pair[0] = u;
+    pair[1] = v;
+    Ci = tint * scale * Cs;
+    Oi = comp(frame, 0, 0) + zcomp(place);
+}
+)";
+
 /// Holds a grid, a scene, and shaders that are built as the kind of file of the test's parameter.
 class Host : public ::testing::TestWithParam<const char*> {
 protected:
