@@ -28,13 +28,20 @@ void LoadAnswer(Answer& answer, const QxMachineState& state, const QxCode& code,
 template <class Answer>
 QX_KERNEL_CODE void Lit(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {
-    ForBlocks(points, [&](const Block& block) {
+    const auto light = [&](const Block& block) {
         Answer answer;
         LoadAnswer(answer, state, code, block);
         answer.Prepare(block.count);
         Triples sums;
         QxSumLights(sums, state.lights, state.lightCount, answer, block);
         Store(Operand<Color>(state, code, 0), sums, block);
+    };
+    ForBlocks(points, [&](const Block& block) {
+        // Loops of a known count have no rest.
+        if (block.count == k_block)
+            light({block.first, k_block, block.mask});
+        else
+            light(block);
     });
 }
 
