@@ -113,4 +113,29 @@ void PickedPoints(QxMachineState& state, const QxCode& code, const QxPoints& poi
                                                        std::index_sequence_for<Types...>());
 }
 
+// Without a mask loops of vectors read the operands where they stand, and no batches are needed.
+
+/// The loops over all points for each choice of varying arguments but the first one, which has
+/// none.
+template <class Shapes, class Function, class Result, class... Types>
+struct VaryingShapes;
+
+template <std::size_t... i, class Function, class Result, class... Types>
+struct VaryingShapes<std::index_sequence<i...>, Function, Result, Types...> {
+    static constexpr QxKernel kernels[] = {
+        Shaped<Function, i + 1, false, Result, Types...>::Run...};
+};
+
+template <class Function, class Result, class... Types>
+void AllPoints(QxMachineState& state, const QxCode& code, const QxPoints& points)
+{
+    unsigned int shape = 0;
+    for (unsigned int k = 0; k < sizeof...(Types); ++k)
+        shape |= code.operands[k + 1].step != 0 ? 1u << k : 0;
+    if (shape == 0 || code.operands[0].step == 0)
+        return Any<Function, Where::All, Result&, Types...>(state, code, points);
+    using Shapes = std::make_index_sequence<(std::size_t{1} << sizeof...(Types)) - 1>;
+    VaryingShapes<Shapes, Function, Result, Types...>::kernels[shape - 1](state, code, points);
+}
+
 }  // namespace QX_KERNEL_SET

@@ -34,33 +34,11 @@ struct NumberLoops {
     }
 };
 
-/// The loops over all points, one for each combination of varying arguments except the one without
-/// any.
-template <class Shapes, class Function, class... Types>
-struct ElementaryShapes;
-
-template <std::size_t... i, class Function, class... Types>
-struct ElementaryShapes<std::index_sequence<i...>, Function, Types...> {
-    static constexpr QxKernel kernels[] = {Shaped<Function, i + 1, false, float, Types...>::Run...};
-};
-
-template <class Function, class... Types>
-void ElementaryAtAll(QxMachineState& state, const QxCode& code, const QxPoints& points)
-{
-    unsigned int shape = 0;
-    for (unsigned int k = 0; k < sizeof...(Types); ++k)
-        shape |= code.operands[k + 1].step != 0 ? 1u << k : 0;
-    if (shape == 0 || code.operands[0].step == 0)
-        return Any<Function, Where::All, float&, Types...>(state, code, points);
-    using Shapes = std::make_index_sequence<(std::size_t{1} << sizeof...(Types)) - 1>;
-    ElementaryShapes<Shapes, Function, Types...>::kernels[shape - 1](state, code, points);
-}
-
 template <class... Types, class Function>
 constexpr QxKernelRow Elementary(SqxPrimitive primitive, Function function)
 {
     QxKernelRow row = Each<float&, Types...>(primitive, function);
-    row.all = ElementaryAtAll<Function, Types...>;
+    row.all = AllPoints<Function, float, Types...>;
     row.masked = PickedPoints<NumberLoops<Function, Types...>, Function, float, Types...>;
     return row;
 }

@@ -77,9 +77,9 @@ void PowersAtAll(QxMachineState& state, const QxCode& code, const QxPoints& poin
     else if (base.step == 0
                  ? *base.values < 0
                  : IsAnyNegative(base.values + points.first, points.End() - points.first))
-        ElementaryAtAll<AnyPower, float, float>(state, code, points);
+        AllPoints<AnyPower, float, float, float>(state, code, points);
     else
-        ElementaryAtAll<PowerOfNonNegative, float, float>(state, code, points);
+        AllPoints<PowerOfNonNegative, float, float, float>(state, code, points);
 }
 
 template <bool masked>

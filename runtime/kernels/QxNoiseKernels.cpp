@@ -50,7 +50,9 @@ constexpr QxKernelRow NoiseRow(SqxPrimitive primitive, Function function)
 {
     QxKernelRow row = Each<Result&, Types...>(primitive, function);
     row.masked = PickedPoints<NoiseLoops<Noise, Result, Types...>, Function, Result, Types...>;
-    if constexpr (!std::is_same_v<Noise, qxnoise::CellNoise>)
+    if constexpr (std::is_same_v<Noise, qxnoise::CellNoise>)
+        row.all = AllPoints<Function, Result, Types...>;
+    else
         row.all = row.masked;
     return row;
 }
