@@ -5,6 +5,8 @@
 //
 // Tested with whole shaders by tests/host/AgreementTest.cpp.
 
+#include <algorithm>
+
 #include "QxSceneCalls.h"
 #include "kernels/QxKernelForms.h"
 
@@ -64,11 +66,27 @@ void StCorners(QxMachineState& state, const QxCode& code, const QxPoints& points
     Corners<float>(state, code, points, 1, 3, 2);
 }
 
+/// The differences are kept in room of the run: to allocate it for each call, and to return it to
+/// the system, can cost more than all else that a shader does.
 QX_KERNEL_CODE void FilterStepEnds(QxMachineState& state, const QxCode& code,
                                    const QxPoints& points)
 {
-    QxFilterStepEnds(state.grid, points, Operand<float>(state, code, 1),
-                     Operand<float>(state, code, 0));
+    const auto s1 = Operand<float>(state, code, 0);
+    const auto s2 = Operand<float>(state, code, 1);
+    if (s1.step == 0)
+        return QxFilterStepEnds(state.grid, points, s2, s1);
+    const std::size_t size = state.grid.Size();
+    std::vector<float>& numbers = state.questions.numbers;
+    numbers.resize(std::max(numbers.size(), 2 * size));
+    float* const alongU = numbers.data();
+    float* const alongV = alongU + size;
+    QxDifferences(alongU, s1.values, state.grid, QxGridAxis::U, points);
+    QxDifferences(alongV, s1.values, state.grid, QxGridAxis::V, points);
+    for (std::size_t i = 0; i < size; ++i)
+        alongU[i] = QxIntervalAround(qxmath::Abs(alongU[i]) + qxmath::Abs(alongV[i]));
+    for (unsigned int i = 0; i < size; ++i)
+        if (points(i))
+            QxAt(s2, i) = alongU[i];
 }
 
 // clang-format off
