@@ -10,6 +10,7 @@
 #include "machine/translate/QxJoinRuns.h"
 #include "machine/translate/QxKnownJumps.h"
 #include "machine/translate/QxLiveness.h"
+#include "machine/translate/QxMergeConditions.h"
 #include "machine/translate/QxSimplifyMasks.h"
 
 namespace {
@@ -202,6 +203,11 @@ TEST(QxFuse, FusesTwoInstructionsIntoOne)
          "{ C = CALL_PRIM_REFRACT c1 c2 1; }"},
         {"{ c = ADD_COLOR_COLOR C c2; C = ASSIGN_COLOR_COLOR c; }",
          "{ C = ADD_COLOR_COLOR C c2; }"},
+        // A flag that is set again before it is read.
+        {"{ and &f f1; if f2 ( f = BOOL_LESS_THEN_FLOAT_FLOAT S 1; ) and &f f2; if f ( S = "
+         "ASSIGN_TO_ZERO_FLOAT; ) }",
+         "{ if f2 ( f = BOOL_LESS_THEN_FLOAT_FLOAT S 1; ) and &f f2; if f ( S = "
+         "ASSIGN_TO_ZERO_FLOAT; ) }"},
     };
     ExpectRewritten(cases, Fuse);
 }
@@ -273,6 +279,27 @@ TEST(QxSimplifyMasks, DropsShortBracketsThatIgnoreTheirMask)
          "{ if f ( all x = ADD_FLOAT_FLOAT y 1; S = ADD_FLOAT_FLOAT x 1; ) }"},
     };
     ExpectRewritten(cases, SimplifyMasks);
+}
+
+TEST(QxMergeConditions, MergesBracketsOfTheSameFlag)
+{
+    static const PassCase cases[] = {
+        {"{ if f ( x = ADD_FLOAT_FLOAT y 1; ) if f ( y = CALL_PRIM_SIN x; ) if f ( z = "
+         "ADD_FLOAT_FLOAT y 1; ) S = ASSIGN_TO_ZERO_FLOAT; }",
+         "{ if f ( x = ADD_FLOAT_FLOAT y 1; y = CALL_PRIM_SIN x; z = ADD_FLOAT_FLOAT y 1; ) S = "
+         "ASSIGN_TO_ZERO_FLOAT; }"},
+        {"{ if f ( if f1 ( x = ASSIGN_TO_ZERO_FLOAT; ) ) if copy f ( f = ASSIGN_BOOL_BOOL f1; ) if "
+         "f ( y = ASSIGN_TO_ZERO_FLOAT; ) }",
+         "{ if copy f ( if f1 ( x = ASSIGN_TO_ZERO_FLOAT; ) f = ASSIGN_BOOL_BOOL f1; ) if f ( y = "
+         "ASSIGN_TO_ZERO_FLOAT; ) }"},
+        {"{ if f ( x = ASSIGN_TO_ZERO_FLOAT; ) if not f ( x = ADD_FLOAT_FLOAT y 1; ) if f1 ( y = "
+         "ASSIGN_TO_ZERO_FLOAT; ) }",
+         ""},
+        {"{ if f ( x = ASSIGN_TO_ZERO_FLOAT; ) A: if f ( y = ASSIGN_TO_ZERO_FLOAT; ) if g goto A; "
+         "}",
+         ""},
+    };
+    ExpectRewritten(cases, [](DraftText& text) { QxMergeConditions(text.Block()); });
 }
 
 TEST(QxLiveness, FindsLiveVariables)

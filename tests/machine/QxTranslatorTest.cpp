@@ -86,12 +86,15 @@ void ExpectSteps(const Case (&cases)[N])
 TEST(QxTranslator, TurnsBracketsThatSetFlagsIntoOperations)
 {
     static const Case cases[] = {
-        {"BEGIN_PARALLEL IF_FALSE vb ASSIGN_BOOL_BOOL 18 23 END_IF END_PARALLEL", "{>3 masked } ."},
-        {"BEGIN_PARALLEL IF_TRUE vb ASSIGN_BOOL_BOOL 18 23 ASSIGN_BOOL_BOOL vb 23 END_IF "
-         "END_PARALLEL",
-         "{>4 masked masked } ."},
-        // A flag that is no constant is copied point by point. The flag of the guard itself is
-        // written under a copy of the guard.
+        {"BEGIN_PARALLEL IF_FALSE vb ASSIGN_BOOL_BOOL 18 23 END_IF IF_TRUE 18 "
+         "ASSIGN_COLOR_FLOAT Ci s END_IF END_PARALLEL",
+         "{>6 masked if>5 masked end } ."},
+        // Nothing reads vb.
+        {"BEGIN_PARALLEL IF_TRUE vb ASSIGN_BOOL_BOOL 18 23 ASSIGN_BOOL_BOOL vb 23 END_IF IF_TRUE "
+         "18 ASSIGN_COLOR_FLOAT Ci s END_IF END_PARALLEL",
+         "{>6 masked if>5 masked end } ."},
+        // A flag that is no constant is copied point by point, and under a copy of the guard if it
+        // is the guard's own.
         {"BEGIN_PARALLEL IF_TRUE vb ASSIGN_BOOL_BOOL vb 18 ASSIGN_COLOR_FLOAT Ci s END_IF "
          "END_PARALLEL",
          "{>6 if-copy>5 all masked end } ."},

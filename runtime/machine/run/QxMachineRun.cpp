@@ -21,6 +21,8 @@ constexpr unsigned int k_strip = 256;
 // microseconds if they are cheap, and some milliseconds if they are expensive.
 constexpr std::size_t k_workBetweenLooks = std::size_t{1} << 15;
 constexpr std::chrono::milliseconds k_timeBetweenTests{2};
+// Looked at before it is asked whether enough is known.
+constexpr unsigned int k_flagsAtOnce = 64;
 
 enum class Share { None, Some, All };
 
@@ -36,9 +38,13 @@ Share ShareOf(const QxStopAndBool* flags, unsigned int first, unsigned int count
 {
     unsigned int any = 0;
     unsigned int all = 1;
-    for (unsigned int i = first; i < first + count; ++i) {
-        any |= flags[i].value;
-        all &= flags[i].value;
+    // Where both kinds have been seen, no other point matters.
+    for (unsigned int i = first; i < first + count && any <= all; i += k_flagsAtOnce) {
+        const unsigned int end = std::min(i + k_flagsAtOnce, first + count);
+        for (unsigned int j = i; j < end; ++j) {
+            any |= flags[j].value;
+            all &= flags[j].value;
+        }
     }
     return wanted ? ShareOf(any, all) : ShareOf(all ^ 1, any ^ 1);
 }

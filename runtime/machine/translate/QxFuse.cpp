@@ -4,14 +4,14 @@
 //     t = a * b;  y = t + c               becomes    y = a * b + c
 //     t = a * b;  u = c * d;  y = t - u   becomes    y = a * b - c * d
 //
-// if `t` and `u` are not live afterwards. An instruction on numbers spends most of its time on
-// loads and stores, not on arithmetic, and a temporary costs one of each. Products are rounded as
-// before. The pass walks a block backwards, so that fused instructions can be fused again. It is a
-// peephole optimization on adjacent instructions (William McKeeman, "Peephole optimization", 1965)
-// that uses liveness.
+// if `t` and `u` are not live afterwards, and drops changes of flags that are not read. An
+// instruction on numbers spends most of its time on loads and stores, not on arithmetic, and a
+// temporary costs one of each. Products are rounded as before. The pass walks a block backwards, so
+// that fused instructions can be fused again. It is a peephole optimization on adjacent
+// instructions (William McKeeman, "Peephole optimization", 1965) that uses liveness.
 //
-// Tested by tests/machine/DraftPassesTest.cpp, and with
-// whole shaders by tests/host/AgreementTest.cpp.
+// Tested by tests/machine/DraftPassesTest.cpp, and with whole shaders by
+// tests/host/AgreementTest.cpp.
 
 #include "machine/translate/QxFuse.h"
 
@@ -70,6 +70,7 @@ public:
 
 private:
     [[nodiscard]] std::size_t Before(std::size_t index, std::size_t begin) const;
+    [[nodiscard]] bool IsUseless(const QxDraft& draft) const;
     [[nodiscard]] bool FuseWithTheOneBefore(std::size_t index, std::size_t begin);
     [[nodiscard]] bool ForwardCopy(std::size_t before, std::size_t index);
     [[nodiscard]] bool FuseProduct(std::size_t before, std::size_t index);
@@ -90,6 +91,9 @@ private:
 void Fuser::Run()
 {
     m_liveness.WalkBack([this](std::size_t index, std::size_t begin) {
+        // Each basic block keeps its first draft, so that none becomes empty.
+        if (index > begin && IsUseless(m_block.drafts[index]))
+            Drop(index);
         while (FuseWithTheOneBefore(index, begin)) {
         }
     });
@@ -103,6 +107,16 @@ std::size_t Fuser::Before(std::size_t index, std::size_t begin) const
         if (m_kept[index])
             return index;
     return k_none;
+}
+
+/// Operations on flags leave some: a flag that brackets clear, and that is set before it is read.
+bool Fuser::IsUseless(const QxDraft& draft) const
+{
+    if (draft.code.step != QxCodeStep::Kernel || !draft.row->shaped ||
+        m_block.letters[draft.first] != 'm')
+        return false;
+    const QxOperand& result = OperandsOf(draft)[0];
+    return result.step != 0 && !m_liveness.IsLive(result);
 }
 
 bool Fuser::FuseWithTheOneBefore(std::size_t index, std::size_t begin)

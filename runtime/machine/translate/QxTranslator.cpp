@@ -17,6 +17,7 @@
 #include "machine/translate/QxFuse.h"
 #include "machine/translate/QxJoinRuns.h"
 #include "machine/translate/QxKnownJumps.h"
+#include "machine/translate/QxMergeConditions.h"
 #include "machine/translate/QxSimplifyMasks.h"
 #include "sqx/SqxNumbers.h"
 
@@ -74,6 +75,7 @@ void QxTranslator::Translate(const SqxBlock& block, std::optional<std::uint32_t>
 
     QxDropKnownJumps(m_block, m_variables);
     QxJoinRuns(m_block, m_variables);
+    QxMergeConditions(m_block);
     QxLiveness liveness(m_block, m_target.variables, result);
     if (liveness.Compute()) {
         target.clears = liveness.ReadFirst();

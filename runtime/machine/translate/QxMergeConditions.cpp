@@ -1,0 +1,55 @@
+// Makes one pair of brackets of several:
+//
+//     if f ( x = noise(t) )  if f ( y = x * 2 )     becomes     if f ( x = noise(t);  y = x * 2 )
+//
+// The compiler writes an instruction for the whole grid outside of the brackets around it, and
+// joined runs put separate brackets around each. Each pair of brackets looks at the flags of all
+// points, which costs as much as two cheap instructions, and keeps instructions apart that could be
+// fused. Where the first brackets write their own flag, the second ones see other points.
+//
+// Tested by tests/machine/DraftPassesTest.cpp, and with whole shaders by
+// tests/host/AgreementTest.cpp.
+
+#include "machine/translate/QxMergeConditions.h"
+
+#include <algorithm>
+
+namespace {
+
+bool IsCondition(QxCodeStep step)
+{
+    return step == QxCodeStep::IfTrue || step == QxCodeStep::IfFalse;
+}
+
+bool IsJump(QxCodeStep step)
+{
+    return step == QxCodeStep::Goto || step == QxCodeStep::GotoIfTrue ||
+           step == QxCodeStep::GotoIfFalse || step == QxCodeStep::BeginLights ||
+           step == QxCodeStep::EndLights;
+}
+
+}  // namespace
+
+void QxMergeConditions(QxDraftBlock& block)
+{
+    std::vector<QxDraft>& drafts = block.drafts;
+    std::vector<char> targets(drafts.size() + 1, 0);
+    for (const QxDraft& draft : drafts)
+        if (IsJump(draft.code.step))
+            targets[draft.code.target] = 1;
+    std::vector<char> kept(drafts.size(), 1);
+    // From the last to the first, so that what follows is merged already.
+    for (std::size_t i = drafts.size(); i-- > 0;) {
+        QxCode& first = drafts[i].code;
+        if (!IsCondition(first.step) || first.copyFlag || targets[first.target])
+            continue;
+        const QxCode& second = drafts[first.target].code;
+        if (second.step != first.step || second.flag.variable != first.flag.variable)
+            continue;
+        kept[first.target - 1] = kept[first.target] = 0;
+        first.copyFlag = second.copyFlag;
+        first.target = second.target;
+    }
+    if (std::find(kept.begin(), kept.end(), 0) != kept.end())
+        block.Keep(kept);
+}
