@@ -78,7 +78,7 @@ constexpr QxKernelRow LitRow(SqxPrimitive primitive)
             r = Call(state.Lights())(point, arguments...);
         }));
     row.all = row.masked = Lit<Answer>;
-    row.perPoint = true;
+    row.perPoint = row.readsLights = true;
     return row;
 }
 

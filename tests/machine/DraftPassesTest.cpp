@@ -153,6 +153,23 @@ TEST(QxJoinRuns, HoistsIndependentUniformInstructions)
     ExpectRewritten(cases, [](DraftText& text) { QxJoinRuns(text.Block(), text.Variables()); });
 }
 
+TEST(QxJoinRuns, HoistsLightsIfNothingBeforeAffectsThem)
+{
+    static const PassCase cases[] = {
+        {"{ c = INIT_COLOR S S S; c3 = ASSIGN_COLOR_COLOR c; } once EVAL_LIGHTS_FOR_P; grid c1 = "
+         "CALL_PRIM_AMBIENT; grid c2 = CALL_PRIM_DIFFUSE c;",
+         "once EVAL_LIGHTS_FOR_P; grid c1 = CALL_PRIM_AMBIENT; { c = INIT_COLOR S S S; c3 = "
+         "ASSIGN_COLOR_COLOR c; c2 = CALL_PRIM_DIFFUSE c; }"},
+        // Lights see other points, are in use, or the color is.
+        {"{ S = ASSIGN_TO_ZERO_FLOAT; } once EVAL_LIGHTS_FOR_P; { c = INIT_COLOR S S S; }", ""},
+        {"{ c = CALL_PRIM_DIFFUSE c1; } once EVAL_LIGHTS_FOR_P; { c2 = CALL_PRIM_DIFFUSE c; }", ""},
+        {"{ c = ASSIGN_COLOR_COLOR c1; } grid c1 = CALL_PRIM_AMBIENT; { c2 = ASSIGN_COLOR_COLOR c; "
+         "}",
+         ""},
+    };
+    ExpectRewritten(cases, [](DraftText& text) { QxJoinRuns(text.Block(), text.Variables()); });
+}
+
 TEST(QxJoinRuns, RunsLoopsStripByStripIfOnlyTheirExitDependsOnOtherPoints)
 {
     static const PassCase cases[] = {

@@ -75,7 +75,7 @@ void Joiner::Run()
 void Joiner::Emit(const QxStretch& stretch)
 {
     for (std::size_t i = stretch.begin; i < stretch.end; ++i)
-        if (m_drafts[i].code.step == QxCodeStep::Once)
+        if (QxIsToHoist(m_drafts[i]))
             m_result.push_back(m_drafts[i]);
     const std::size_t begin = m_result.size();
     AddStep(QxCodeStep::BeginParallel);
@@ -93,8 +93,9 @@ void Joiner::Emit(const QxStretch& stretch)
 void Joiner::EmitWithin(std::size_t index)
 {
     const QxDraft& draft = m_drafts[index];
+    if (QxIsToHoist(draft))
+        return;
     switch (draft.code.step) {
-    case QxCodeStep::Once:
     case QxCodeStep::BeginParallel:
     case QxCodeStep::EndParallel:
         return;

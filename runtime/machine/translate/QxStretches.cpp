@@ -1,13 +1,15 @@
 // A stretch is a maximal sequence of instructions that can run strip by strip: each instruction
 // computes each point only from that point, or is a uniform instruction that can be hoisted before
-// the stretch, and jumps do not leave the stretch or enter its middle. Jumps may test uniform
-// flags, and flags that say whether a varying flag is true at any point, if no other instruction
-// reads them: further iterations of a loop do not affect points that have left it. Excluding an
-// instruction may invalidate jumps elsewhere, so the search is repeated until nothing changes. An
-// excluded instruction stays excluded, so the result is a set of maximal, mutually consistent
-// stretches.
+// the stretch, and jumps do not leave the stretch or enter its middle. What lights the whole grid
+// is hoisted too, if nothing before it in the stretch uses lights or changes what lights may depend
+// on. Jumps may test uniform flags, and flags that say whether a varying flag is true at any point,
+// if no other instruction reads them: further iterations of a loop do not affect points that have
+// left it. Excluding an instruction may invalidate jumps elsewhere, so the search is repeated until
+// nothing changes. An excluded instruction stays excluded, so the result is a set of maximal,
+// mutually consistent stretches.
 //
 //     { a }  u = x * 2 once  { b }        one stretch, if { a } neither reads u nor writes u or x
+//     { a }  c = ambient() for the grid  { b }    the same
 //     { a }  n = Du(a) for the grid       none across it: the derivative looks at neighbours
 //
 // Tested by tests/machine/DraftPassesTest.cpp, and with whole shaders by
@@ -16,7 +18,10 @@
 #include "machine/translate/QxStretches.h"
 
 #include <algorithm>
+#include <string_view>
 #include <vector>
+
+#include "sqx/SqxPredefined.h"
 
 namespace {
 
@@ -35,6 +40,13 @@ bool IsConditional(QxCodeStep step)
     return step == QxCodeStep::GotoIfTrue || step == QxCodeStep::GotoIfFalse;
 }
 
+bool IsLighting(const QxDraft& draft)
+{
+    return draft.row && (draft.row->primitive == SqxPrimitive::EVAL_LIGHTS_FOR_P ||
+                         (draft.row->primitive == SqxPrimitive::CALL_PRIM_AMBIENT &&
+                          draft.code.step == QxCodeStep::Grid));
+}
+
 bool IsFlagReduction(const QxDraft& draft)
 {
     return draft.code.step == QxCodeStep::Grid && draft.row &&
@@ -45,6 +57,7 @@ class StretchFinder {
 public:
     StretchFinder(const QxDraftBlock& block, const QxMachineVariables& variables)
         : m_block(block),
+          m_variables(variables),
           m_drafts(block.drafts),
           m_excluded(block.drafts.size() + 1, 0),
           m_cut(block.drafts.size() + 1, 0),
@@ -85,9 +98,11 @@ private:
     void CheckStretch(const QxStretch& stretch);
     [[nodiscard]] bool MayRunBefore(const QxDraft& draft) const;
     void RecordAccess(const QxDraft& draft);
+    [[nodiscard]] bool MayMatterToLights(std::uint32_t variable) const;
     [[nodiscard]] bool IsWorthwhile(const QxStretch& stretch) const;
 
     const QxDraftBlock& m_block;
+    const QxMachineVariables& m_variables;
     const std::vector<QxDraft>& m_drafts;
     std::vector<char> m_excluded;  // by draft: is outside any stretch
     std::vector<char> m_cut;       // by draft: no stretch extends across its start
@@ -96,6 +111,7 @@ private:
     std::vector<QxStretch> m_stretches;
     std::vector<std::size_t> m_stretchOf;  // by draft; none
     std::size_t m_stretchNumber = 0;       // number of the current stretch
+    bool m_usesLights = false;             // the current stretch, so far, or it may change them
     std::vector<std::size_t> m_readBy;     // by variable: the last stretch that reads it
     std::vector<std::size_t> m_writtenBy;  // by variable: the last stretch that writes it
 };
@@ -149,7 +165,7 @@ bool StretchFinder::IsFit(const QxDraft& draft) const
     const QxCode& code = draft.code;
     if (IsJump(code.step))
         return true;
-    if (IsFlagReduction(draft))
+    if (IsFlagReduction(draft) || IsLighting(draft))
         return true;
     if (!draft.row || !draft.row->perPoint || code.whole)
         return false;
@@ -194,9 +210,9 @@ void StretchFinder::FindStretches()
 {
     m_stretches.clear();
     m_stretchOf.assign(m_drafts.size() + 1, k_none);
-    const auto isOnce = [this](std::size_t i) { return m_drafts[i].code.step == QxCodeStep::Once; };
+    const auto isToHoist = [this](std::size_t i) { return QxIsToHoist(m_drafts[i]); };
     for (std::size_t i = 0; i < m_drafts.size();) {
-        if (m_excluded[i] || isOnce(i)) {
+        if (m_excluded[i] || isToHoist(i)) {
             ++i;
             continue;
         }
@@ -204,8 +220,8 @@ void StretchFinder::FindStretches()
         while (stretch.end < m_drafts.size() && !m_excluded[stretch.end] && !m_cut[stretch.end])
             ++stretch.end;
         i = stretch.end;
-        // Uniform instructions at the end need not be in the stretch.
-        while (isOnce(stretch.end - 1))
+        // Instructions to hoist at the end need not be in the stretch.
+        while (isToHoist(stretch.end - 1))
             --stretch.end;
         std::fill(m_stretchOf.begin() + static_cast<std::ptrdiff_t>(stretch.begin),
                   m_stretchOf.begin() + static_cast<std::ptrdiff_t>(stretch.end),
@@ -233,7 +249,7 @@ void StretchFinder::CheckJumps()
     }
 }
 
-/// Excludes uniform instructions that cannot be hoisted before the stretch, and flags that would be
+/// Excludes instructions to hoist that must not run before the stretch, and flags that would be
 /// set for a strip but read for the grid.
 void StretchFinder::CheckStretch(const QxStretch& stretch)
 {
@@ -246,6 +262,7 @@ void StretchFinder::CheckStretch(const QxStretch& stretch)
         --spans[std::max<std::size_t>(i, m_drafts[i].code.target) - stretch.begin];
     }
     ++m_stretchNumber;
+    m_usesLights = false;
     int open = 0;
     for (std::size_t i = stretch.begin; i < stretch.end; ++i) {
         const QxDraft& draft = m_drafts[i];
@@ -257,7 +274,7 @@ void StretchFinder::CheckStretch(const QxStretch& stretch)
             if (!m_localFlags[flag] || !read)
                 Exclude(i);
         }
-        if (draft.code.step != QxCodeStep::Once)
+        if (!QxIsToHoist(draft))
             RecordAccess(draft);
         else if (open > 0 || !MayRunBefore(draft))
             Exclude(i);
@@ -268,6 +285,8 @@ void StretchFinder::CheckStretch(const QxStretch& stretch)
 /// hoisted.
 bool StretchFinder::MayRunBefore(const QxDraft& draft) const
 {
+    if (IsLighting(draft) && m_usesLights)
+        return false;
     const Span span = OperandsOf(draft);
     for (std::size_t k = 0; k < span.count; ++k) {
         const std::uint32_t variable = span.operands[k].variable;
@@ -281,11 +300,27 @@ bool StretchFinder::MayRunBefore(const QxDraft& draft) const
 void StretchFinder::RecordAccess(const QxDraft& draft)
 {
     const Span span = OperandsOf(draft);
-    for (std::size_t k = 0; k < span.count; ++k)
-        (QxIsWritten(span.letters[k]) ? m_writtenBy : m_readBy)[span.operands[k].variable] =
-            m_stretchNumber;
+    m_usesLights = m_usesLights || (draft.row && draft.row->readsLights);
+    for (std::size_t k = 0; k < span.count; ++k) {
+        const bool written = QxIsWritten(span.letters[k]);
+        const std::uint32_t variable = span.operands[k].variable;
+        (written ? m_writtenBy : m_readBy)[variable] = m_stretchNumber;
+        m_usesLights = m_usesLights || (written && MayMatterToLights(variable));
+    }
     if (!draft.row || draft.code.step == QxCodeStep::GridIf)
         m_readBy[draft.code.flag.variable] = m_stretchNumber;
+}
+
+/// The shaders of lights see the grid's points, and may ask for parameters. They do not see
+/// results.
+bool StretchFinder::MayMatterToLights(std::uint32_t variable) const
+{
+    const QxStorage& storage = m_variables[variable];
+    if (storage.kind == QxStorage::Kind::Predefined) {
+        const std::string_view name = k_sqxPredefined[storage.number].name;
+        return name != "Ci" && name != "Oi";
+    }
+    return storage.kind != QxStorage::Kind::Local && storage.kind != QxStorage::Kind::Borrowed;
 }
 
 /// True if the stretch is more than a single existing pair of brackets.
@@ -294,6 +329,8 @@ bool StretchFinder::IsWorthwhile(const QxStretch& stretch) const
     std::size_t parts = 0;
     for (std::size_t i = stretch.begin; i < stretch.end; ++i) {
         const QxCodeStep step = m_drafts[i].code.step;
+        if (QxIsToHoist(m_drafts[i]))
+            continue;
         if (step == QxCodeStep::BeginParallel) {
             i = m_drafts[i].code.target - 1;
             ++parts;
@@ -305,6 +342,11 @@ bool StretchFinder::IsWorthwhile(const QxStretch& stretch) const
 }
 
 }  // namespace
+
+bool QxIsToHoist(const QxDraft& draft)
+{
+    return draft.code.step == QxCodeStep::Once || IsLighting(draft);
+}
 
 std::vector<QxStretch> QxFindStretches(const QxDraftBlock& block,
                                        const QxMachineVariables& variables)

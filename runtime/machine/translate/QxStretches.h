@@ -5,12 +5,16 @@
 #include "machine/translate/QxDraft.h"
 #include "machine/translate/QxMachineVariables.h"
 
-/// Drafts from `begin` up to `end`, exclusive, that can run strip by strip. The uniform
-/// instructions among them can be hoisted before the stretch and run once.
+/// Drafts from `begin` up to `end`, exclusive, that can run strip by strip, but for those to hoist:
+/// they can run before the stretch.
 struct QxStretch {
     std::size_t begin;
     std::size_t end;
 };
+
+/// True for a uniform instruction and for one that lights the whole grid: within a stretch they are
+/// to be hoisted.
+[[nodiscard]] bool QxIsToHoist(const QxDraft& draft);
 
 /// Returns the maximal stretches of a block, in order, without those that are just one existing
 /// pair of brackets. They begin and end outside brackets, and jumps do not leave a stretch or enter
