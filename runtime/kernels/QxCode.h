@@ -10,7 +10,7 @@ enum class QxCodeStep : std::uint8_t {
     Once,           // outside: for the whole grid at once, with uniform operands
     Grid,           // for all points
     GridIf,         // for the points of a flag
-    BeginParallel,  // target: after the end of the brackets
+    BeginParallel,  // target: after the end; operands: variables with room for a strip
     EndParallel,
     IfTrue,  // inside parallel brackets
     IfFalse,
@@ -32,8 +32,9 @@ struct QxCode {
     const QxOperand* operands = nullptr;  // without counts and the condition
     std::uint32_t count = 0;              // number of these operands
     std::uint32_t target = 0;             // index of an instruction
-    std::int32_t number = 0;  // literal: number of a space, shadeop or source line; for a
-                              // condition, the distance to the code after its brackets
+    std::int32_t number = 0;  // literal: number of a space, shadeop or source line; condition: the
+                              // distance to the code after its brackets; BeginParallel: points of a
+                              // strip, 0 for the usual number
     QxOperand flag;           // the condition
     QxCodeStep step = QxCodeStep::Kernel;
     bool whole = false;      // GridIf: reads neighbours, or has effects where the flag is not set

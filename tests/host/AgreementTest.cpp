@@ -126,7 +126,7 @@ private:
     /// points than a strip has.
     static void ExpectSameBits(const Pair& pair)
     {
-        for (const QxGrid& grid : {QxGrid{1, 1}, QxGrid{1, 4}, k_smallGrid, QxGrid{37, 19}}) {
+        for (const QxGrid& grid : {QxGrid{1, 1}, QxGrid{1, 4}, k_smallGrid, QxGrid{37, 29}}) {
             const RunOutcome shared = RunShared(pair.path, pair.byteCode, grid);
             for (const QxKernelChoice kernels : {QxKernelChoice::Baseline, QxKernelChoice::Best})
                 EXPECT_EQ(

@@ -12,6 +12,7 @@
 #include "machine/translate/QxLiveness.h"
 #include "machine/translate/QxMergeConditions.h"
 #include "machine/translate/QxSimplifyMasks.h"
+#include "machine/translate/QxStripLocals.h"
 
 namespace {
 
@@ -43,7 +44,15 @@ void SimplifyMasks(DraftText& text)
 {
     QxLiveness liveness(text.Block(), text.Storages(), std::nullopt);
     ASSERT_TRUE(liveness.Compute());
-    QxSimplifyMasks(text.Block(), liveness);
+    QxIgnoreMasks(text.Block(), liveness);
+    QxDropShortBrackets(text.Block());
+}
+
+void UseStripLocals(DraftText& text)
+{
+    QxLiveness liveness(text.Block(), text.Storages(), text.Variable("z"));
+    ASSERT_TRUE(liveness.Compute());
+    QxUseStripLocals(text.Block(), liveness, text.Variables());
 }
 
 /// Returns each draft with the variables that are live after it and, after '/', those that points
@@ -317,6 +326,40 @@ TEST(QxMergeConditions, MergesBracketsOfTheSameFlag)
          ""},
     };
     ExpectRewritten(cases, [](DraftText& text) { QxMergeConditions(text.Block()); });
+}
+
+TEST(QxUseStripLocals, MovesWhatLivesInOneStrip)
+{
+    static const PassCase cases[] = {
+        {"{ x = ADD_FLOAT_FLOAT S 1; c = INIT_COLOR x x x; C = ASSIGN_COLOR_COLOR c; }",
+         "{~0~1/1024 ~0 = ADD_FLOAT_FLOAT S 1; ~1 = INIT_COLOR ~0 ~0 ~0; C = ASSIGN_COLOR_COLOR "
+         "~1; }"},
+        // A guard too, in strips of the usual length; other brackets use the same storage.
+        {"{ f = BOOL_LESS_THEN_FLOAT_FLOAT S 1; if f ( S = ASSIGN_TO_ZERO_FLOAT; ) } grid S1 = "
+         "CALL_PRIM_AREA C; { f1 = BOOL_LESS_THEN_FLOAT_FLOAT S 1; if f1 ( S = "
+         "ASSIGN_TO_ZERO_FLOAT; ) }",
+         "{~0/256 ~0 = BOOL_LESS_THEN_FLOAT_FLOAT S 1; if ~0 ( S = ASSIGN_TO_ZERO_FLOAT; ) } grid "
+         "S1 = CALL_PRIM_AREA C; {~0/256 ~0 = BOOL_LESS_THEN_FLOAT_FLOAT S 1; if ~0 ( S = "
+         "ASSIGN_TO_ZERO_FLOAT; ) }"},
+        // A name that an instruction for the grid uses with another value.
+        {"{ x = ADD_FLOAT_FLOAT S 1; S = ADD_FLOAT_FLOAT x 1; } grid x = CALL_PRIM_AREA C; { S1 = "
+         "ADD_FLOAT_FLOAT x 1; }",
+         "{~0/1024 ~0 = ADD_FLOAT_FLOAT S 1; S = ADD_FLOAT_FLOAT ~0 1; } grid x = CALL_PRIM_AREA "
+         "C; {/1024 S1 = ADD_FLOAT_FLOAT x 1; }"},
+        // It lives in the strip's next round, after the strip, or before it at some points.
+        {"{ x = ASSIGN_TO_ZERO_FLOAT; A: y = ADD_FLOAT_FLOAT x 1; x = ADD_FLOAT_FLOAT y 1; g = "
+         "SET_UNIFORM_BOOL_FLAG f; if g goto A; }",
+         "{~0~1/256 ~0 = ASSIGN_TO_ZERO_FLOAT; A: ~1 = ADD_FLOAT_FLOAT ~0 1; ~0 = ADD_FLOAT_FLOAT "
+         "~1 1; g = SET_UNIFORM_BOOL_FLAG f; if g goto A; }"},
+        {"{ z = ADD_FLOAT_FLOAT S 1; }", "{/1024 z = ADD_FLOAT_FLOAT S 1; }"},
+        {"{ if f ( x = ASSIGN_TO_ZERO_FLOAT; ) S = ADD_FLOAT_FLOAT x 1; }",
+         "{/256 if f ( x = ASSIGN_TO_ZERO_FLOAT; ) S = ADD_FLOAT_FLOAT x 1; }"},
+        // Kernels that may look at other points, and points in turn.
+        {"{ c = INIT_COLOR S S S; S1 = CALL_PRIM_AREA c; }",
+         "{/1024 c = INIT_COLOR S S S; S1 = CALL_PRIM_AREA c; }"},
+        {"each { x = ADD_FLOAT_FLOAT S 1; u = ADD_FLOAT_FLOAT x 1; }", ""},
+    };
+    ExpectRewritten(cases, UseStripLocals);
 }
 
 TEST(QxLiveness, FindsLiveVariables)

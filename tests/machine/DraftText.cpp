@@ -218,7 +218,13 @@ std::string DraftText::NameOf(std::uint32_t variable) const
 {
     const auto name = std::find_if(m_names.begin(), m_names.end(),
                                    [&](const auto& entry) { return entry.second == variable; });
-    return name == m_names.end() ? "?" : name->first;
+    if (name != m_names.end())
+        return name->first;
+    // Those that a pass has added have no name.
+    const auto first = m_code.variables.begin();
+    return '~' + std::to_string(std::count_if(first, first + variable, [](const auto& storage) {
+               return storage.kind == QxStorage::Kind::Strip;
+           }));
 }
 
 std::string DraftText::Label(std::uint32_t target) const
@@ -260,7 +266,10 @@ std::string DraftText::PrintDraft(std::size_t index) const
         text = (code.whole ? "whole " : "at ") + NameOf(code.flag.variable) + ' ';
         break;
     case Step::BeginParallel:
-        return code.pointwise ? "each {" : "{";
+        text = code.pointwise ? "each {" : "{";
+        for (std::uint32_t k = 0; k < code.count; ++k)
+            text += NameOf(m_block.operands[draft.first + k].variable);
+        return text + (code.number > 0 ? "/" + std::to_string(code.number) : "");
     case Step::EndParallel:
         return "}";
     case Step::IfTrue:

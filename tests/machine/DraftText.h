@@ -16,7 +16,9 @@
 /// it runs: `once`, for the whole `grid`, `at f` for the points of a flag, `whole f` if it also
 /// works at the others, nothing between parallel brackets, and `all` if it ignores the mask there.
 /// Brackets are '{ }' or 'each { }' and 'if f ( )', with `not` or `copy` before the flag. `lights
-/// E;` opens a loop over lights that ends with `again S;`. The stop at the end is not written.
+/// E;` opens a loop over lights that ends with `again S;`. The stop at the end is not written. A
+/// variable with room for a strip is printed as '~' and its number, those of brackets and the
+/// length of strips as '{~0~1/256'.
 ///
 /// The name of a variable determines its type: f... varying flag, g... uniform flag, u... uniform
 /// number, c... varying color, C... predefined color, S... predefined number, a number is a
@@ -36,7 +38,7 @@ public:
 
     [[nodiscard]] QxDraftWriter& Writer() { return m_writer; }
     [[nodiscard]] QxDraftBlock& Block() { return m_block; }
-    [[nodiscard]] const QxMachineVariables& Variables() const { return m_variables; }
+    [[nodiscard]] QxMachineVariables& Variables() { return m_variables; }
     [[nodiscard]] const std::vector<QxStorage>& Storages() const { return m_code.variables; }
     /// Returns the number of a variable, which is declared at its first use.
     [[nodiscard]] std::uint32_t Variable(const std::string& name);

@@ -16,7 +16,6 @@
 
 namespace {
 
-constexpr unsigned int k_strip = 256;
 // The number of instructions, counted per point, between two reads of the clock. They take some
 // microseconds if they are cheap, and some milliseconds if they are expensive.
 constexpr std::size_t k_workBetweenLooks = std::size_t{1} << 15;
@@ -150,7 +149,7 @@ void QxMachineRun::Evaluate(const QxGrid& grid, const QxShadingContext& context,
                               std::to_string(m_state.grid.Size()));
     if (m_state.grid.Size() > 1)
         for (std::vector<QxStopAndBool>& mask : m_masks)
-            mask.resize(m_state.grid.Size());
+            mask.resize(k_qxMachineStrip);
     m_store.Bind(hidden, *context.Eye());
     m_state.P = static_cast<QxVector3*>(hidden.P ? hidden.P : m_store.Zeros());
     m_state.lights = lights.data();
@@ -270,7 +269,9 @@ void QxMachineRun::RunWhere(const QxCode& code)
 
 void QxMachineRun::RunParallel(const QxCode* codes, const QxCode* begin)
 {
-    const unsigned int strip = begin->pointwise ? 1 : k_strip;
+    unsigned int strip = begin->pointwise ? 1 : k_qxMachineStrip;
+    if (begin->number != 0)
+        strip = static_cast<unsigned int>(begin->number);
     const std::size_t length = codes + begin->target - begin;
     m_state.notesWait = true;
     const unsigned int size = m_state.grid.Size();
@@ -279,6 +280,10 @@ void QxMachineRun::RunParallel(const QxCode* codes, const QxCode* begin)
     for (unsigned int first = 0; first < size; first += strip) {
         const unsigned int count = std::min(strip, size - first);
         m_steps = stepsBefore;
+        // No strip is shorter than the usual one, so in smaller grids all begin with the first
+        // point.
+        if (size > k_qxMachineStrip)
+            m_store.BindStrip(*begin, first);
         RunStrip(codes, begin + 1, first, count);
         mostSteps = std::max(mostSteps, m_steps);
         CountWork(count * length);
@@ -355,7 +360,7 @@ const QxCode* QxMachineRun::Enter(const QxCode* code, QxPoints& points, unsigned
         points.mask = share == Share::Some ? flags : nullptr;
         return share == Share::None ? after : code + 1;
     }
-    QxStopAndBool* const mask = m_masks[depth].data();
+    QxStopAndBool* const mask = QxBaseOf(m_masks[depth].data(), points.first);
     switch (MakeMask(mask, points.mask, flags, points, wanted)) {
     case Share::None:
         return after;

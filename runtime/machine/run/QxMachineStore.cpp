@@ -27,25 +27,6 @@ using Kind = QxStorage::Kind;
 // cache sets.
 constexpr std::size_t k_alignment = 64;
 constexpr std::size_t k_gap = 2 * k_alignment;
-// Number of floats in the largest element.
-constexpr std::size_t k_widest = 16;
-
-std::size_t ElementBytes(QxStored stored)
-{
-    switch (stored) {
-    case QxStored::Any:
-    case QxStored::Matrix:
-        return k_widest * sizeof(float);
-    case QxStored::Number:
-    case QxStored::Flag:
-        return sizeof(float);
-    case QxStored::Triple:
-        return 3 * sizeof(float);
-    case QxStored::Text:
-        return sizeof(const char*);
-    }
-    return 0;
-}
 
 /// Marks the eye, which is not a member.
 constexpr std::uint32_t k_eye = sizeof(QxHiddenVariables);
@@ -63,7 +44,15 @@ static_assert(std::size(k_offsets) == std::size(k_sqxPredefined));
 bool IsOwn(Kind kind)
 {
     return kind == Kind::Local || kind == Kind::Borrowed || kind == Kind::Reference ||
-           kind == Kind::Alias || kind == Kind::Nowhere;
+           kind == Kind::Alias || kind == Kind::Nowhere || kind == Kind::Strip;
+}
+
+/// The points that a variable has values for, or uniform ones 1.
+std::size_t PlacesOf(const QxStorage& storage, std::size_t points)
+{
+    if (!storage.varying)
+        return 1;
+    return storage.kind == Kind::Strip ? std::min<std::size_t>(points, k_qxLongestStrip) : points;
 }
 
 }  // namespace
@@ -108,12 +97,11 @@ QxMachineStore::~QxMachineStore()
     FreeTexts();
 }
 
-std::size_t QxMachineStore::BytesOf(const QxStorage& storage, std::size_t points) const
+std::size_t QxMachineStore::BytesOf(const QxStorage& storage, std::size_t points)
 {
-    const std::size_t places = storage.varying ? points : 1;
     // A reference also has a dummy element, for use before it is bound.
     const std::size_t pointer = storage.kind == Kind::Reference ? sizeof(void*) : 0;
-    return places * (storage.size * ElementBytes(storage.stored) + pointer) + k_gap;
+    return PlacesOf(storage, points) * (storage.size * QxBytesOf(storage.stored) + pointer) + k_gap;
 }
 
 void QxMachineStore::Start(std::size_t points, std::vector<QxVar>& variables,
@@ -131,12 +119,12 @@ void QxMachineStore::Start(std::size_t points, std::vector<QxVar>& variables,
 /// Computes in floating point, where sums and products of hostile numbers cannot wrap around.
 void QxMachineStore::CheckMemory(std::size_t points, std::size_t memoryLimit) const
 {
-    double bytes = static_cast<double>(m_code.depth) * static_cast<double>(points) *
-                   sizeof(QxStopAndBool);  // masks
+    double bytes =
+        static_cast<double>(m_code.depth) * k_qxMachineStrip * sizeof(QxStopAndBool);  // masks
     for (const QxStorage& storage : m_code.variables)
         if (IsOwn(storage.kind))
-            bytes += static_cast<double>(storage.varying ? points : 1) * storage.size *
-                         static_cast<double>(ElementBytes(storage.stored)) +
+            bytes += static_cast<double>(PlacesOf(storage, points)) * storage.size *
+                         static_cast<double>(QxBytesOf(storage.stored)) +
                      k_gap;
     if (bytes > static_cast<double>(memoryLimit))
         throw QxHostError("The variables of a grid of " + std::to_string(points) +
@@ -197,7 +185,7 @@ void QxMachineStore::ResetReferences()
         auto** const elements = static_cast<void**>(m_homes[number]);
         char* const own = static_cast<char*>(m_homes[number]) + m_points * sizeof(void*);
         for (std::size_t i = 0; i < m_points; ++i)
-            elements[i] = own + i * ElementBytes(storage.stored);
+            elements[i] = own + i * QxBytesOf(storage.stored);
     }
 }
 
@@ -206,7 +194,16 @@ void QxMachineStore::Clear(const std::vector<std::uint32_t>& locals)
     for (const std::uint32_t number : locals) {
         const QxStorage& storage = m_code.variables[number];
         const std::size_t places = storage.varying ? m_points : 1;
-        std::memset(m_homes[number], 0, places * storage.size * ElementBytes(storage.stored));
+        std::memset(m_homes[number], 0, places * storage.size * QxBytesOf(storage.stored));
+    }
+}
+
+void QxMachineStore::BindStrip(const QxCode& brackets, unsigned int first)
+{
+    for (std::uint32_t k = 0; k < brackets.count; ++k) {
+        const QxOperand& operand = brackets.operands[k];
+        m_values[operand.variable] = QxBaseOf(static_cast<char*>(m_homes[operand.variable]),
+                                              first * QxBytesOf(operand.stored));
     }
 }
 

@@ -1,9 +1,19 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
 #include "machine/translate/QxMachineCode.h"
+
+/// Where values would begin whose element `first` is at `place`. That may be outside of their
+/// memory: a pointer must not be computed that way, but an integer may.
+template <class Value>
+[[nodiscard]] inline Value* QxBaseOf(Value* place, std::size_t first)
+{
+    return reinterpret_cast<Value*>(reinterpret_cast<std::uintptr_t>(place) -
+                                    first * sizeof(Value));
+}
 
 /// The memory of a run: the address of the values of each variable. The run owns the memory of
 /// locals, which is kept between grids of the same size; the rest belongs to the grid, the instance
@@ -29,6 +39,10 @@ public:
     /// Sets locals to zero at all points. They must not be texts or references.
     void Clear(const std::vector<std::uint32_t>& locals);
 
+    /// Binds the locals of `brackets` that have room for a strip to one that begins with point
+    /// `first`.
+    void BindStrip(const QxCode& brackets, unsigned int first);
+
     /// Returns the number of points that it is prepared for; 1 before the first run.
     [[nodiscard]] unsigned int Points() const
     {
@@ -47,7 +61,7 @@ private:
     void CheckMemory(std::size_t points, std::size_t memoryLimit) const;
     void FreeTexts();
     void ResetReferences();
-    [[nodiscard]] std::size_t BytesOf(const QxStorage& storage, std::size_t points) const;
+    [[nodiscard]] static std::size_t BytesOf(const QxStorage& storage, std::size_t points);
 
     struct Memory {
         void operator()(void* block) const;

@@ -9,6 +9,29 @@
 #include "machine/translate/QxShadeops.h"
 #include "sqx/SqxShader.h"
 
+/// Points that run together within parallel brackets, where nothing else is known of them.
+constexpr unsigned int k_qxMachineStrip = 256;
+/// The most points that do.
+constexpr unsigned int k_qxLongestStrip = 1024;
+
+/// Of one value; `Any` has room for the largest.
+[[nodiscard]] constexpr std::size_t QxBytesOf(QxStored stored)
+{
+    switch (stored) {
+    case QxStored::Any:
+    case QxStored::Matrix:
+        return 16 * sizeof(float);
+    case QxStored::Number:
+    case QxStored::Flag:
+        return sizeof(float);
+    case QxStored::Triple:
+        return 3 * sizeof(float);
+    case QxStored::Text:
+        return sizeof(const char*);
+    }
+    return 0;
+}
+
 /// The storage of a variable of a program: who owns its values, and how large they are. One for
 /// each variable number in code.
 struct QxStorage {
@@ -17,6 +40,7 @@ struct QxStorage {
         Parameter,   // number: index of the parameter
         Local,
         Borrowed,   // like a local, but its texts belong to other variables
+        Strip,      // like a local, but with room for one strip; see `QxUseStripLocals`
         Constant,   // number: index of the constant
         Alias,      // of one array element for all points
         Reference,  // of an array element for each point

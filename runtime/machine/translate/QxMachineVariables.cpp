@@ -145,6 +145,14 @@ std::uint32_t QxMachineVariables::AddTemporary(QxStored stored)
     return AddVariable({QxStorage::Kind::Borrowed, stored, true, 1, 0});
 }
 
+std::uint32_t QxMachineVariables::StripLocal(QxStored stored, std::size_t index)
+{
+    std::vector<std::uint32_t>& locals = m_stripLocals[static_cast<std::size_t>(stored)];
+    if (index == locals.size())
+        locals.push_back(AddVariable({QxStorage::Kind::Strip, stored, true, 1, 0}));
+    return locals[index];
+}
+
 /// Adds a variable for the text of a constant.
 std::uint32_t QxMachineVariables::AddTextConstant(std::uint32_t constant)
 {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "machine/translate/QxMachineCode.h"
 #include "sqx/SqxShader.h"
@@ -35,6 +36,9 @@ public:
     /// A varying temporary for the element of a varying reference. It does not own texts stored in
     /// it.
     [[nodiscard]] std::uint32_t AddTemporary(QxStored stored);
+    /// A varying local with room for one strip. Those of one kind are numbered from 0 by `index`;
+    /// it is added only if there is none.
+    [[nodiscard]] std::uint32_t StripLocal(QxStored stored, std::size_t index);
     /// A triple of equal numbers, for an instruction that requires a triple but has a number.
     [[nodiscard]] std::uint32_t AddNumberConstant(float value);
     /// The empty text, for an instruction that requires a text but has the literal for an omitted
@@ -52,4 +56,5 @@ private:
     QxMachineCode& m_target;
     std::uint32_t m_nowhere = 0;
     std::uint32_t m_ng = 0;
+    std::vector<std::uint32_t> m_stripLocals[6];  // by storage
 };

@@ -19,20 +19,6 @@ namespace {
 
 constexpr std::size_t k_shortBrackets = 2;
 
-/// Replaces masked kernels by those for all points if other points do not read the result.
-void IgnoreMasks(QxDraftBlock& block, QxLiveness& liveness)
-{
-    liveness.WalkBack([&](std::size_t index, std::size_t) {
-        QxDraft& draft = block.drafts[index];
-        if (!liveness.IsWithinCondition() || !draft.row || !draft.row->shaped)
-            return;
-        const QxOperand& result = block.operands[draft.first];
-        if (result.step != 0 && block.letters[draft.first] == 'w' &&
-            !liveness.IsLiveElsewhere(result))
-            draft.code.masked = draft.code.all;
-    });
-}
-
 /// Checks the instructions between the brackets that begin at `begin`.
 bool AllIgnoreTheMask(const QxDraftBlock& block, std::size_t begin)
 {
@@ -46,7 +32,23 @@ bool AllIgnoreTheMask(const QxDraftBlock& block, std::size_t begin)
                        });
 }
 
-void DropShortBrackets(QxDraftBlock& block)
+}  // namespace
+
+/// Replaces masked kernels by those for all points if other points do not read the result.
+void QxIgnoreMasks(QxDraftBlock& block, QxLiveness& liveness)
+{
+    liveness.WalkBack([&](std::size_t index, std::size_t) {
+        QxDraft& draft = block.drafts[index];
+        if (!liveness.IsWithinCondition() || !draft.row || !draft.row->shaped)
+            return;
+        const QxOperand& result = block.operands[draft.first];
+        if (result.step != 0 && block.letters[draft.first] == 'w' &&
+            !liveness.IsLiveElsewhere(result))
+            draft.code.masked = draft.code.all;
+    });
+}
+
+void QxDropShortBrackets(QxDraftBlock& block)
 {
     std::vector<char> kept(block.drafts.size(), 1);
     for (std::size_t i = 0; i < block.drafts.size(); ++i) {
@@ -56,12 +58,4 @@ void DropShortBrackets(QxDraftBlock& block)
             kept[i] = kept[code.target - 1] = 0;
     }
     block.Keep(kept);
-}
-
-}  // namespace
-
-void QxSimplifyMasks(QxDraftBlock& block, QxLiveness& liveness)
-{
-    IgnoreMasks(block, liveness);
-    DropShortBrackets(block);
 }

@@ -6,7 +6,8 @@
 //
 // Conditions on uniform flags, which are outside parallel brackets, become jumps. Numbers of the
 // file are resolved here, and checked if a kernel relies on them, so that a run only follows
-// addresses. Then separate passes join brackets, fuse instructions and simplify masks.
+// addresses. Then separate passes join brackets, fuse instructions, simplify masks, and move what
+// lives in a strip only to storage for one.
 //
 // Tested by tests/machine, and with whole shaders by tests/host/AgreementTest.cpp.
 
@@ -19,6 +20,7 @@
 #include "machine/translate/QxKnownJumps.h"
 #include "machine/translate/QxMergeConditions.h"
 #include "machine/translate/QxSimplifyMasks.h"
+#include "machine/translate/QxStripLocals.h"
 #include "sqx/SqxNumbers.h"
 
 namespace {
@@ -53,6 +55,33 @@ void QxTranslator::Run()
         group.back().result = static_cast<std::uint32_t>(initializer.result);
         Translate(initializer.code, group.back().result, group.back().code);
     }
+    DropUnusedLocals();
+}
+
+/// Locals that other variables have replaced everywhere need no storage for a grid.
+void QxTranslator::DropUnusedLocals()
+{
+    std::vector<char> used(m_target.variables.size(), 0);
+    const auto mark = [&used](const QxProgramBlock& block) {
+        for (const QxCode& code : block.codes) {
+            used[code.flag.variable] = 1;
+            for (std::uint32_t k = 0; k < code.count; ++k)
+                used[code.operands[k].variable] = 1;
+        }
+        for (const std::uint32_t variable : block.clears)
+            used[variable] = 1;
+    };
+    mark(m_target.main);
+    for (const auto* group : {&m_target.once, &m_target.perPoint})
+        for (const QxMachineCode::Initializer& initializer : *group) {
+            mark(initializer.code);
+            used[initializer.result] = 1;
+        }
+    for (std::size_t i = 0; i < used.size(); ++i) {
+        QxStorage& storage = m_target.variables[i];
+        if (!used[i] && storage.kind == QxStorage::Kind::Local)
+            storage = {QxStorage::Kind::Nowhere, QxStored::Number, false, 1, 0};
+    }
 }
 
 void QxTranslator::Translate(const SqxBlock& block, std::optional<std::uint32_t> result,
@@ -80,7 +109,9 @@ void QxTranslator::Translate(const SqxBlock& block, std::optional<std::uint32_t>
     if (liveness.Compute()) {
         target.clears = liveness.ReadFirst();
         QxFuse(m_writer, liveness);
-        QxSimplifyMasks(m_block, liveness);
+        QxIgnoreMasks(m_block, liveness);
+        QxUseStripLocals(m_block, liveness, m_variables);
+        QxDropShortBrackets(m_block);
     } else {
         target.clears = liveness.Locals();
     }

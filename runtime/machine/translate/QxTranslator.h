@@ -26,6 +26,7 @@ private:
     /// `result` is the variable that is read after the block; none for main.
     void Translate(const SqxBlock& block, std::optional<std::uint32_t> result,
                    QxProgramBlock& target);
+    void DropUnusedLocals();
     void TranslateInstruction(const SqxBlock& block, const SqxInstruction& source);
     [[nodiscard]] bool TranslateMark(const SqxBlock& block, const SqxInstruction& source);
     void BeginCondition(QxCodeStep step, int flag);
