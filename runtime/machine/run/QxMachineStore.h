@@ -6,11 +6,12 @@
 
 #include "machine/translate/QxMachineCode.h"
 
-/// Where values would begin whose element `first` is at `place`. That may be outside of their
-/// memory: a pointer must not be computed that way, but an integer may.
+/// Returns the address of element 0 of an array whose element `first` is at `place`. It may be
+/// outside of the memory, so it is computed as an integer: pointers must not leave their array.
 template <class Value>
 [[nodiscard]] inline Value* QxBaseOf(Value* place, std::size_t first)
 {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr)
     return reinterpret_cast<Value*>(reinterpret_cast<std::uintptr_t>(place) -
                                     first * sizeof(Value));
 }
