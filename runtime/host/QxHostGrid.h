@@ -43,9 +43,10 @@ public:
     /// `QxHostPoints::k_highestSize`, or too little memory.
     QxHostGrid(unsigned int columns, unsigned int rows);
 
-    /// Changes the layout, and reuses the memory of the grid where it is large enough. For a host
-    /// that sets all positions itself: points keep their values by number, and points that are
-    /// added all have P = (0, 0, 1). Throws like the constructor; the grid is then unchanged.
+    /// Changes the layout, and reuses the memory of the grid where it is large enough. A point
+    /// keeps the values of its number, which may now be in another column and row; added points
+    /// have P = (0, 0, 1). So the host must set all positions. Throws like the constructor; the
+    /// grid is then unchanged.
     void Resize(unsigned int columns, unsigned int rows);
 
     /// Changes the layout and sets all values to those of a new grid, and reuses the memory of the
@@ -76,7 +77,7 @@ public:
 
 private:
     template <class Value>
-    using Store = std::vector<std::vector<Value>>;  // by row of the table of variables of that type
+    using Store = std::vector<std::vector<Value>>;  // index: row in the type's table of variables
 
     template <class Value>
     [[nodiscard]] std::vector<Value>* Find(std::string_view name);

@@ -1,5 +1,5 @@
-// Frames are allocated one by one, so that they never move: shared objects store addresses of
-// frames, including those of names that are reserved before they are defined.
+// Frames are allocated one by one, so that they never move: shared objects store their addresses. A
+// name can be reserved before it is defined, and then keeps its frame.
 //
 // Tested by tests/host/HostTest.cpp.
 

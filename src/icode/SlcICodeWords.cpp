@@ -1,6 +1,6 @@
-// Most words come from SlcICodeClasses.def. A table has the instructions that hold more than
-// operands; the transforms, which exist for four types, and calls of shadeops, which take any
-// number of arguments, have separate functions.
+// Most words are in SlcICodeClasses.def. A table here lists those whose instructions need more than
+// operands. Transforms, with a word for each of four types, and calls of shadeops, with any number
+// of arguments, have separate functions.
 
 #include "icode/SlcICodeWords.h"
 
@@ -96,7 +96,7 @@ private:
     std::size_t m_written = 0;
 };
 
-/// Null if the class has another number of operands.
+/// Makes a `Code` of the operands; null if it has another number of them.
 template <class Code>
 SlcPtr<SlcICode> MakeFrom(Setter setter)
 {
@@ -116,7 +116,7 @@ SlcPtr<SlcICode> MakeByRow(std::string_view called, const Setter& setter)
     return nullptr;
 }
 
-/// An instruction that has more than its operands, or an operand that may be absent.
+/// A word whose instruction needs data besides operands, or has an optional operand.
 struct CallWord {
     std::string_view word;
     std::size_t results;
@@ -152,7 +152,7 @@ const CallWord k_callWords[] = {
      }},
 };
 
-/// `result = shadeop("library key", "method", arguments)`
+/// Makes the call that is written `result = shadeop("library key", "method", arguments)`.
 SlcPtr<SlcICode> MakeShadeopCall(const Operands& results, const Operands& arguments)
 {
     return MakeShared<SlcCallDSOICode>(results.empty() ? SlcOperand() : results[0],

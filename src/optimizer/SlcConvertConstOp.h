@@ -23,11 +23,11 @@ public:
 
     /// Starts a walk over a list.
     void Begin();
-    /// Returns the replacement of the next instruction: the same one, a new one, or null. The
-    /// instruction itself is not changed.
+    /// Folds the next instruction. Returns it unchanged, or a new instruction, or null to remove
+    /// it. `code` itself is not modified.
     [[nodiscard]] SlcPtr<SlcICode> Fold(const SlcPtr<SlcICode>& code);
-    /// True if `code`, which has replaced another instruction, needs no further folding and has the
-    /// same successors as that one.
+    /// True if `code`, a replacement that `Fold` has returned, cannot be folded again and leaves
+    /// the flow graph unchanged.
     [[nodiscard]] static bool IsSettled(const SlcICode& code);
     /// True if the instruction last folded is in a branch that can never run.
     [[nodiscard]] bool IsDropping() const { return m_dropping; }
@@ -73,7 +73,7 @@ private:
     void FoldGuard(const SlcPtr<SlcIfICode>& code, bool runsIf);
 
     bool m_changed = false;
-    int m_ifDepth = 0;        // open guards inside the folded one, including it; 0 outside
+    int m_ifDepth = 0;        // nesting depth, 1 for the folded guard; 0 outside of it
     bool m_dropping = false;  // in a branch that can never run
     SlcPtr<SlcICode> m_new;   // replacement of the current instruction; null removes it
 };

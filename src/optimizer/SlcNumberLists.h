@@ -4,8 +4,8 @@
 #include <span>
 #include <vector>
 
-/// Lists of numbers, concatenated in one array, for sets that are built once, list by list, and
-/// then only read. Separate list objects would need an allocation per instruction.
+/// Lists of numbers, stored one after the other in a single array. They are built in order and then
+/// only read. A `std::vector` for each list would cost an allocation.
 class SlcNumberLists {
 public:
     /// Adds to the current list.

@@ -26,7 +26,7 @@ inline namespace QxServices {
 /// library for other programs; the compiler does not use it.
 ///
 /// Each kind has an environment variable with its list, such as "DIR:DIR"; ";" is a separator too.
-/// In a list "@" stands for the default list, and "&" for the previous list.
+/// In a list "@" stands for the default list, and "&" for the list before the change.
 class QxSearchPath {
 public:
     enum QxCategory {
@@ -35,7 +35,7 @@ public:
         e_displays,
         e_archives,
         e_procedurals,
-        e_resources,  // setting this list sets all others
+        e_resources,  // has no list: setting it appends to all others
     };
     static constexpr int k_categories = 6;
 
@@ -66,8 +66,9 @@ public:
     /// Initializes each list from its environment variable, or with the default if that is not set.
     QxSearchPath();
 
-    /// Replaces the category's list, or appends to it. Empty items are skipped. Does nothing for an
-    /// invalid category or a null path.
+    /// Sets the category's list if `replace` is true, or else appends to it. Setting `e_resources`
+    /// always appends. Empty items are skipped. Does nothing for an invalid category or a null
+    /// path.
     void SetPath(QxCategory category, const char* path, bool replace);
     void DeleteCategory(QxCategory category);
     /// Returns no directories for an invalid category. Each directory ends in "/".

@@ -30,7 +30,7 @@
 
 namespace {
 
-/// The declarations of each built-in, in the order of the library.
+/// The declarations of each built-in by name; overloads are in the order of the library.
 using Declarations = std::map<std::string, std::vector<std::string>, std::less<>>;
 
 [[nodiscard]] std::string Declaration(const SlcFuncDescription& info)
@@ -52,8 +52,8 @@ struct ShaderColumn {
     SlcPtr<SlcShaderSymbolTable> table;
 };
 
-/// Returns whether shaders of this type read or also write the variable; empty if they do not have
-/// it.
+/// Returns "writes" if shaders of this type may write the variable, "reads" if they may only read
+/// it, and an empty text if they do not have it.
 [[nodiscard]] const char* AccessIn(const ShaderColumn& shader, const char* name)
 {
     try {

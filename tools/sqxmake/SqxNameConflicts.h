@@ -7,8 +7,8 @@
 #include "sqxmake/SqxMakeOptions.h"
 #include "sqxmake/SqxSourceList.h"
 
-/// The outputs that several sources would produce, each with these sources, as far as
-/// `SqxShaderName` finds their names. Paths of outputs are relative to the output folder.
+/// Maps each output that more than one source would produce to these sources. Sources in which
+/// `SqxShaderName` finds no name are ignored. Paths of outputs are relative to the output folder.
 using SqxNameConflicts = std::map<std::filesystem::path, std::vector<std::filesystem::path>>;
 
 [[nodiscard]] SqxNameConflicts SqxFindNameConflicts(const std::vector<SqxSource>& sources,

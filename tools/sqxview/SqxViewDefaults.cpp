@@ -1,5 +1,5 @@
-// Default values in other spaces are transformed when a shader is prepared to run in a scene, so
-// they are read in a run.
+// Default values in other spaces are transformed when a run begins, because only a scene defines
+// the spaces. So this file starts a run and reads the values there.
 //
 // Tested by tests/sqxview/SqxViewSessionTest.cpp.
 

@@ -40,7 +40,7 @@ public:
     /// Sets locals to zero at all points. They must not be texts or references.
     void Clear(const std::vector<std::uint32_t>& locals);
 
-    /// Binds the locals of `brackets` that have room for a strip to one that begins with point
+    /// Binds the locals of `brackets` with room for a strip to the strip that begins with point
     /// `first`.
     void BindStrip(const QxCode& brackets, unsigned int first);
 
@@ -80,8 +80,8 @@ private:
     std::unique_ptr<char, Memory> m_block;  // of the locals
     std::vector<std::pair<std::uint32_t, std::size_t>> m_texts;  // variables that own texts, with
                                                                  // their count
-    std::vector<std::uint32_t> m_references;                     // also aliases and other re-bound
-                                                                 // variables
+    std::vector<std::uint32_t> m_references;                     // references, aliases and other
+                                                                 // variables that kernels rebind
     std::vector<std::uint32_t> m_arrays;                         // locals
     std::vector<std::uint32_t> m_parameters;
     std::vector<Binding> m_predefined;

@@ -1,11 +1,12 @@
-// Makes one pair of brackets of several:
+// Merges adjacent conditions on the same flag:
 //
 //     if f ( x = noise(t) )  if f ( y = x * 2 )     becomes     if f ( x = noise(t);  y = x * 2 )
 //
-// The compiler writes an instruction for the whole grid outside of the brackets around it, and
-// joined runs put separate brackets around each. Each pair of brackets looks at the flags of all
-// points, which costs as much as two cheap instructions, and keeps instructions apart that could be
-// fused. Where the first brackets write their own flag, the second ones see other points.
+// The compiler takes a whole-grid instruction out of its condition and gives it the flag as an
+// operand. When runs are joined, each such instruction gets brackets again. Each pair of brackets
+// tests the flags of all points, which costs as much as two cheap instructions, and prevents fusion
+// across it. Brackets that write their own flag are not merged with the next ones, which run for
+// other points.
 //
 // Tested by tests/machine/DraftPassesTest.cpp, and with whole shaders by
 // tests/host/AgreementTest.cpp.
@@ -38,7 +39,7 @@ void QxMergeConditions(QxDraftBlock& block)
         if (IsJump(draft.code.step))
             targets[draft.code.target] = 1;
     std::vector<char> kept(drafts.size(), 1);
-    // From the last to the first, so that what follows is merged already.
+    // Goes backwards, so that the following brackets are already merged.
     for (std::size_t i = drafts.size(); i-- > 0;) {
         QxCode& first = drafts[i].code;
         if (!IsCondition(first.step) || first.copyFlag || targets[first.target])

@@ -2,7 +2,7 @@
 
 #include "machine/translate/QxDraft.h"
 
-/// Merges brackets of a condition with those right after them if both have the same flag and the
-/// first ones do not write it. The targets of codes stay indexes among the drafts. O(n) for n
+/// Merges the brackets of a condition with those right after them if both have the same flag and
+/// the first ones do not write it. The targets of codes stay indexes among the drafts. O(n) for n
 /// drafts.
 void QxMergeConditions(QxDraftBlock& block);

@@ -1,14 +1,15 @@
 // A stretch is a maximal sequence of instructions that can run strip by strip: each instruction
 // computes each point only from that point, or is a uniform instruction that can be hoisted before
-// the stretch, and jumps do not leave the stretch or enter its middle. What lights the whole grid
-// is hoisted too, if nothing before it in the stretch uses lights or changes what lights may depend
-// on. Jumps may test uniform flags, and flags that say whether a varying flag is true at any point,
-// if no other instruction reads them: further iterations of a loop do not affect points that have
-// left it. Excluding an instruction may invalidate jumps elsewhere, so the search is repeated until
-// nothing changes. An excluded instruction stays excluded, so the result is a set of maximal,
+// the stretch, and jumps do not leave the stretch or enter its middle. Instructions that evaluate
+// lights for the whole grid are hoisted too, unless an earlier instruction of the stretch uses
+// lights or writes a variable that lights may read. Jumps may test uniform flags. They may also
+// test reductions of a varying flag ("true at any point") that nothing else reads: a reduction per
+// strip is then equivalent, since points that have left a loop are not affected by its further
+// iterations. Excluding an instruction may invalidate jumps elsewhere, so the search is repeated
+// until nothing changes. An excluded instruction stays excluded, so the result is a set of maximal,
 // mutually consistent stretches.
 //
-//     { a }  u = x * 2 once  { b }        one stretch, if { a } neither reads u nor writes u or x
+//     { a }  u = x * 2 (uniform)  { b }   one stretch, if { a } neither reads u nor writes u or x
 //     { a }  c = ambient() for the grid  { b }    the same
 //     { a }  n = Du(a) for the grid       none across it: the derivative looks at neighbours
 //
@@ -25,7 +26,7 @@
 
 namespace {
 
-// A file could have an unlimited number of jumps that cross each other.
+// Bounds the work for files with many crossing jumps, which need a round each.
 constexpr int k_mostRounds = 32;
 constexpr std::size_t k_none = static_cast<std::size_t>(-1);
 
@@ -109,9 +110,9 @@ private:
     bool m_changed = false;
     std::vector<char> m_localFlags;  // by variable: read only right after it is set
     std::vector<QxStretch> m_stretches;
-    std::vector<std::size_t> m_stretchOf;  // by draft; none
+    std::vector<std::size_t> m_stretchOf;  // by draft, or k_none
     std::size_t m_stretchNumber = 0;       // number of the current stretch
-    bool m_usesLights = false;             // the current stretch, so far, or it may change them
+    bool m_usesLights = false;  // the current stretch has used lights, or may have changed them
     std::vector<std::size_t> m_readBy;     // by variable: the last stretch that reads it
     std::vector<std::size_t> m_writtenBy;  // by variable: the last stretch that writes it
 };
@@ -311,8 +312,7 @@ void StretchFinder::RecordAccess(const QxDraft& draft)
         m_readBy[draft.code.flag.variable] = m_stretchNumber;
 }
 
-/// The shaders of lights see the grid's points, and may ask for parameters. They do not see
-/// results.
+/// True if lights may read the variable: parameters, and predefined variables except results.
 bool StretchFinder::MayMatterToLights(std::uint32_t variable) const
 {
     const QxStorage& storage = m_variables[variable];

@@ -5,18 +5,19 @@
 // becomes
 //     { x' = s * 2;  y = x' + t }  z = Du(y) for the grid
 //
-// where x' has room for a strip, and all strips use it in turn. Its values then stay in the
-// first-level cache, and the caches need not keep values of points that are finished. The names
-// are those of the compiler's shared temporaries, so they are renamed for each pair of brackets:
-// one that lives across other brackets, or belongs to an instruction for the grid there, is moved
-// here nevertheless. This is array contraction (Vivek Sarkar, Guang Gao, "Optimization of array
-// accesses by collective loop transformations", 1991) to strips instead of to single values.
+// where x' has room for one strip, which all strips reuse. Its values then stay in the first-level
+// cache. The compiler reuses one temporary for unrelated values. So variables are renamed
+// separately for each pair of brackets: a variable that must stay in other brackets, or that an
+// instruction for the whole grid uses elsewhere, can still be replaced in this one. This is array
+// contraction (Vivek Sarkar, Guang Gao, "Optimization of array accesses by collective loop
+// transformations", 1991) to strips instead of to single values.
 //
-// An instruction costs some nanoseconds for each strip, so strips are longer where the first-level
-// cache has room for their values. Brackets with conditions or loops keep short ones, since more
-// strips then have no active point.
+// Each instruction has a fixed cost per strip of some nanoseconds, so strips are longer where the
+// first-level cache has room for their values. Brackets with conditions or loops keep short strips:
+// more of those have no active point, and are skipped.
 //
-// Kernels that do not work point by point could read other points, so their operands stay.
+// A kernel that does not work point by point may read other points, so its operands are not
+// replaced.
 //
 // Tested by tests/machine/DraftPassesTest.cpp, and with whole shaders by
 // tests/host/AgreementTest.cpp.
@@ -64,9 +65,10 @@ private:
     QxLiveness& m_liveness;
     QxMachineVariables& m_variables;
     std::vector<Brackets> m_brackets;
-    std::vector<std::uint32_t> m_bracketsAt;  // by draft that begins or ends them; none
+    std::vector<std::uint32_t>
+        m_bracketsAt;  // by draft: index of the brackets that it begins or ends, or k_none
     // For the current brackets:
-    std::vector<std::uint32_t> m_slots;  // by variable: the one that replaces it; none
+    std::vector<std::uint32_t> m_slots;  // by variable: its replacement, or k_none
     std::vector<QxOperand> m_used;       // the variables that replace others
     std::size_t m_count[k_storedKinds] = {};
     std::vector<std::uint32_t> m_fixedIn;  // by variable: the last brackets in which it must stay
@@ -111,8 +113,8 @@ void StripLocals::ForOperands(const Brackets& brackets, const Visit& visit)
     }
 }
 
-/// Finds the variables that live at the visited draft, which begins or ends the brackets, and those
-/// of kernels that may look at other points.
+/// Records the variables that must stay: those that are live at the start or end of the brackets,
+/// which `draft` is, and the operands of kernels that may read other points.
 void StripLocals::Fix(Brackets& brackets)
 {
     ForOperands(brackets, [&](const QxDraft& draft, const QxOperand& operand) {

@@ -5,10 +5,10 @@
 #include "machine/translate/QxMachineVariables.h"
 
 /// Moves locals that live only within parallel brackets to variables that have room for one strip,
-/// and lists these as the operands of the draft that begins the brackets: a run must bind them
-/// again for each strip. Its number becomes the length of strips.
+/// and lists the new variables as operands of `BeginParallel`, since a run must bind them again for
+/// each strip. The number of that draft becomes the length of strips.
 ///
-/// `block` must be whole, and `liveness` must have been computed for it; the variables that this
-/// pass adds are unknown to `liveness`, which must not be used afterwards. O(n) for n drafts, after
-/// one walk of `liveness`.
+/// `block` must be complete, see `QxLiveness`, and `liveness` must have been computed for it. Do
+/// not use `liveness` afterwards: it does not know the variables that this pass adds. O(n) for n
+/// drafts, plus one walk of `liveness`.
 void QxUseStripLocals(QxDraftBlock& block, QxLiveness& liveness, QxMachineVariables& variables);
