@@ -1,5 +1,5 @@
 /*
- * Projects a picture: the slide is in front of the lamp, in a separate space whose z axis is the
+ * Projects a picture: the lamp shines through a slide, in a separate space whose z axis is the
  * beam. Outside the picture there is no light.
  */
 light slideprojector(float intensity = 1; string slide = "slide.tx"; string space = "shader";

@@ -126,6 +126,7 @@ struct VaryingShapes<std::index_sequence<i...>, Function, Result, Types...> {
         Shaped<Function, i + 1, false, Result, Types...>::Run...};
 };
 
+/// Computes all points with the loop for the shape of the operands: which of them are varying.
 template <class Function, class Result, class... Types>
 void AllPoints(QxMachineState& state, const QxCode& code, const QxPoints& points)
 {

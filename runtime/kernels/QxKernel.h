@@ -147,7 +147,8 @@ struct QxKernelRow {
     /// The results of a point depend only on its own operands, and there are no other effects, so
     /// points may be computed in any order.
     bool perPoint = false;
-    /// The values of lights count too, which `EVAL_LIGHTS` and `EVAL_LIGHTS_FOR_P` compute.
+    /// The results also depend on the values of lights, which `EVAL_LIGHTS` and `EVAL_LIGHTS_FOR_P`
+    /// compute.
     bool readsLights = false;
 };
 

@@ -83,7 +83,7 @@ QX_KERNEL_CODE void FilterStepEnds(QxMachineState& state, const QxCode& code,
     QxDifferences(alongU, s1.values, state.grid, QxGridAxis::U, points);
     QxDifferences(alongV, s1.values, state.grid, QxGridAxis::V, points);
     for (std::size_t i = 0; i < size; ++i)
-        alongU[i] = QxIntervalAround(qxmath::Abs(alongU[i]) + qxmath::Abs(alongV[i]));
+        alongU[i] = QxFilterStepEnd(alongU[i], alongV[i]);
     for (unsigned int i = 0; i < size; ++i)
         if (points(i))
             QxAt(s2, i) = alongU[i];

@@ -130,7 +130,7 @@ inline void QxSumLights(QxTriples& sums, const QxLightInput* lights, unsigned in
             sums.Set(j, {sum.x + colors[j].r * shares.at[j], sum.y + colors[j].g * shares.at[j],
                          sum.z + colors[j].b * shares.at[j]});
         };
-        // To clear the sums first, with string instructions, would take a tenth of the time.
+        // Clearing the sums first would take a tenth of the time.
         if (light == 0)
             for (unsigned int j = 0; j < strip.count; ++j)
                 add(j, {0, 0, 0});

@@ -248,6 +248,13 @@ inline void QxPatchCorners(const QxGrid& grid, const Where& where, const Operand
     }
 }
 
+/// Returns the second sample of `filterstep` for the derivatives of the first one, see
+/// `QxIntervalAround`.
+inline float QxFilterStepEnd(float alongU, float alongV)
+{
+    return QxIntervalAround(qxmath::Abs(alongU) + qxmath::Abs(alongV));
+}
+
 /// Computes the interval around `s1` that a shading point covers, for `QxFilterStepOf`.
 template <class Where, class Result, class Operand>
 inline void QxFilterStepEnds(const QxGrid& grid, const Where& where, Result&& s2, const Operand& s1)
@@ -255,8 +262,7 @@ inline void QxFilterStepEnds(const QxGrid& grid, const Where& where, Result&& s2
     const QxPatch<float> patch(s1, grid, where);
     for (unsigned int i = 0; i < grid.Size(); ++i)
         if (where(i))
-            QxAt(s2, i) = QxIntervalAround(qxmath::Abs(patch.AlongU(i)) +
-                                           qxmath::Abs(patch.AlongV(i)));
+            QxAt(s2, i) = QxFilterStepEnd(patch.AlongU(i), patch.AlongV(i));
 }
 
 // Messages.

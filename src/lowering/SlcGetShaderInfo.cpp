@@ -15,10 +15,10 @@
 #include "lowering/SlcNamedSpaces.h"
 #include "lowering/SlcTextureLowering.h"
 #include "semantics/SlcFuncInfo.h"
+#include "sqx/SqxCard.h"
 #include "support/reports/SlcSemanticError.h"
 #include "symbols/SlcCallFormals.h"
 #include "symbols/SlcFuncDSOSymbolEntry.h"
-#include "sqx/SqxCard.h"
 #include "symbols/SlcShaderSymbolTable.h"
 #include "symbols/SlcSymbolTable.h"
 

@@ -15,8 +15,8 @@
 #include <algorithm>
 
 #include "icode/SlcICodes.h"
-#include "symbols/SlcHiddenVariables.h"
 #include "sqx/SqxCard.h"
+#include "symbols/SlcHiddenVariables.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-// Removes empty brackets, labels and jumps that other passes leave behind.
+// Removes empty brackets, labels and jumps that other passes leave.
 //
 //     goto L; L:; x = 1                                  x = 1
 //     goto A if g; x = 1; A:; goto B; ...; B:            goto B if g; x = 1; A:; goto B; ...; B:

@@ -22,13 +22,16 @@ not a whole number.)"},
     {"exp", R"(The result is infinite above 88.7, since numbers have single precision.)"},
     {"sqrt", R"(The result is 0 for a negative argument.)"},
     {"inversesqrt", R"(The result is 0 for an argument of 0 or less.)"},
-    {"log", R"(The result is 0 for an argument of 0 or less, and for a base of 0 or less or of 1.)"},
+    {"log",
+     R"(The result is 0 for an argument of 0 or less, and for a base of 0 or less or of 1.)"},
     {"mod",
      R"(The result is from 0 up to, but not including, the absolute value of b, also if a or b is negative.
 The quotient has single precision: if a is a multiple of b, the result can be b, or nearly b, instead
 of 0. If that matters, test `abs(a / b - round(a / b))`, or add half a step first.)"},
-    {"min", R"(It takes two or more arguments. Colors and points are compared component by component.)"},
-    {"max", R"(It takes two or more arguments. Colors and points are compared component by component.)"},
+    {"min",
+     R"(It takes two or more arguments. Colors and points are compared component by component.)"},
+    {"max",
+     R"(It takes two or more arguments. Colors and points are compared component by component.)"},
     {"clamp",
      R"(Colors and points are clamped component by component. A bound may be a float, which is used as
 three equal components.)"},
@@ -305,8 +308,7 @@ point.)"},
 output parameters that the light has computed; outside there is no answer.)"},
     {"incident", R"(It answers like `surface`.)"},
     {"opposite", R"(It answers like `surface`.)"},
-    {"shadername",
-     R"(It is not implemented: the compiler warns, and the result is empty.)"},
+    {"shadername", R"(It is not implemented: the compiler warns, and the result is empty.)"},
 };
 
 }  // namespace

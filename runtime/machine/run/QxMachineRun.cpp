@@ -20,7 +20,7 @@ namespace {
 // microseconds if they are cheap, and some milliseconds if they are expensive.
 constexpr std::size_t k_workBetweenLooks = std::size_t{1} << 15;
 constexpr std::chrono::milliseconds k_timeBetweenTests{2};
-// Looked at before it is asked whether enough is known.
+// The number of flags that are combined without a branch, so that the loop is vectorized.
 constexpr unsigned int k_flagsAtOnce = 64;
 
 enum class Share { None, Some, All };

@@ -47,7 +47,7 @@ bool IsOwn(Kind kind)
            kind == Kind::Alias || kind == Kind::Nowhere || kind == Kind::Strip;
 }
 
-/// The points that a variable has values for, or uniform ones 1.
+/// Returns the number of points for which a variable has a value; 1 for a uniform variable.
 std::size_t PlacesOf(const QxStorage& storage, std::size_t points)
 {
     if (!storage.varying)

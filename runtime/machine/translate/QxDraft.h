@@ -35,3 +35,25 @@ inline bool QxIsWritten(char letter)
 {
     return letter == 'w' || letter == 'm';
 }
+
+/// True for the begin of brackets that run where a varying flag has the stated value.
+inline bool QxIsCondition(QxCodeStep step)
+{
+    return step == QxCodeStep::IfTrue || step == QxCodeStep::IfFalse;
+}
+
+inline bool QxIsConditionalJump(QxCodeStep step)
+{
+    return step == QxCodeStep::GotoIfTrue || step == QxCodeStep::GotoIfFalse;
+}
+
+inline bool QxIsGoto(QxCodeStep step)
+{
+    return step == QxCodeStep::Goto || QxIsConditionalJump(step);
+}
+
+/// True if the next step may be `target`: a goto, or the begin or end of a loop over lights.
+inline bool QxIsJump(QxCodeStep step)
+{
+    return QxIsGoto(step) || step == QxCodeStep::BeginLights || step == QxCodeStep::EndLights;
+}

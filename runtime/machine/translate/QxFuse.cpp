@@ -109,7 +109,8 @@ std::size_t Fuser::Before(std::size_t index, std::size_t begin) const
     return k_none;
 }
 
-/// Operations on flags leave some: a flag that brackets clear, and that is set before it is read.
+/// True for an instruction whose result is never read. Operations on flags leave such instructions:
+/// brackets clear a flag that is then set before it is read.
 bool Fuser::IsUseless(const QxDraft& draft) const
 {
     if (draft.code.step != QxCodeStep::Kernel || !draft.row->shaped ||

@@ -21,17 +21,6 @@ namespace {
 // Flags of nested loops; a larger limit would make the search slow.
 constexpr std::size_t k_mostKnown = 8;
 
-bool IsConditional(QxCodeStep step)
-{
-    return step == QxCodeStep::GotoIfTrue || step == QxCodeStep::GotoIfFalse;
-}
-
-bool IsJump(QxCodeStep step)
-{
-    return IsConditional(step) || step == QxCodeStep::Goto || step == QxCodeStep::BeginLights ||
-           step == QxCodeStep::EndLights;
-}
-
 class KnownJumps {
 public:
     KnownJumps(QxDraftBlock& block, const QxMachineVariables& variables)
@@ -61,14 +50,14 @@ void KnownJumps::Run()
 {
     std::vector<QxDraft>& drafts = m_block.drafts;
     for (const QxDraft& draft : drafts)
-        if (IsJump(draft.code.step))
+        if (QxIsJump(draft.code.step))
             ++m_jumpsTo[draft.code.target];
     std::vector<char> kept(drafts.size(), 1);
     for (std::size_t i = 0; i < drafts.size(); ++i) {
         const QxCode& code = drafts[i].code;
         if (m_jumpsTo[i] > 0)
             m_known.clear();
-        if (!IsConditional(code.step)) {
+        if (!QxIsConditionalJump(code.step)) {
             ForgetWritten(drafts[i]);
         } else if (IsNeverTaken(code)) {
             kept[i] = 0;

@@ -13,13 +13,6 @@ namespace {
 // A file could otherwise cause more work than its size justifies.
 constexpr std::size_t k_highestWork = std::size_t{1} << 22;
 
-bool IsJump(QxCodeStep step)
-{
-    return step == QxCodeStep::Goto || step == QxCodeStep::GotoIfTrue ||
-           step == QxCodeStep::GotoIfFalse || step == QxCodeStep::BeginLights ||
-           step == QxCodeStep::EndLights;
-}
-
 }  // namespace
 
 bool QxLiveness::LiveSet::AddAll(const LiveSet& other)
@@ -91,7 +84,7 @@ void QxLiveness::FindBlocks()
     starts[0] = 1;
     for (std::size_t i = 0; i < m_block.drafts.size(); ++i) {
         const QxCode& code = m_block.drafts[i].code;
-        if (IsJump(code.step)) {
+        if (QxIsJump(code.step)) {
             starts[code.target] = 1;
             starts[i + 1] = 1;
         }
@@ -122,7 +115,7 @@ QxLiveness::LiveSet QxLiveness::LiveAfter(const BasicBlock& block) const
 {
     LiveSet live(m_locals.size());
     const QxCode& last = m_block.drafts[block.end - 1].code;
-    if (IsJump(last.step))
+    if (QxIsJump(last.step))
         live.AddAll(BlockAt(last.target).liveIn);
     if (last.step == QxCodeStep::Stop) {
         if (m_result && m_bits[*m_result] != k_none)

@@ -9,12 +9,15 @@
 #include "machine/translate/QxShadeops.h"
 #include "sqx/SqxShader.h"
 
-/// Points that run together within parallel brackets, where nothing else is known of them.
+/// The number of points in a strip within parallel brackets, unless the brackets state another.
 constexpr unsigned int k_qxMachineStrip = 256;
-/// The most points that do.
+/// The highest number that brackets may state.
 constexpr unsigned int k_qxLongestStrip = 1024;
 
-/// Of one value; `Any` has room for the largest.
+/// The number of enumerators of `QxStored`.
+constexpr std::size_t k_qxStoredKinds = static_cast<std::size_t>(QxStored::Text) + 1;
+
+/// Returns the size of one value in bytes; `Any` has room for the largest.
 [[nodiscard]] constexpr std::size_t QxBytesOf(QxStored stored)
 {
     switch (stored) {

@@ -36,8 +36,8 @@ public:
     /// A varying temporary for the element of a varying reference. It does not own texts stored in
     /// it.
     [[nodiscard]] std::uint32_t AddTemporary(QxStored stored);
-    /// A varying local with room for one strip. Those of one kind are numbered from 0 by `index`;
-    /// it is added only if there is none.
+    /// A varying local with room for one strip. Each kind of storage has its own locals, numbered
+    /// from 0; local `index` is added if it does not exist yet.
     [[nodiscard]] std::uint32_t StripLocal(QxStored stored, std::size_t index);
     /// A triple of equal numbers, for an instruction that requires a triple but has a number.
     [[nodiscard]] std::uint32_t AddNumberConstant(float value);
@@ -56,5 +56,5 @@ private:
     QxMachineCode& m_target;
     std::uint32_t m_nowhere = 0;
     std::uint32_t m_ng = 0;
-    std::vector<std::uint32_t> m_stripLocals[6];  // by storage
+    std::vector<std::uint32_t> m_stripLocals[k_qxStoredKinds];  // by `QxStored`
 };

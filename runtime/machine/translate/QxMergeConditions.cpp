@@ -15,34 +15,18 @@
 
 #include <algorithm>
 
-namespace {
-
-bool IsCondition(QxCodeStep step)
-{
-    return step == QxCodeStep::IfTrue || step == QxCodeStep::IfFalse;
-}
-
-bool IsJump(QxCodeStep step)
-{
-    return step == QxCodeStep::Goto || step == QxCodeStep::GotoIfTrue ||
-           step == QxCodeStep::GotoIfFalse || step == QxCodeStep::BeginLights ||
-           step == QxCodeStep::EndLights;
-}
-
-}  // namespace
-
 void QxMergeConditions(QxDraftBlock& block)
 {
     std::vector<QxDraft>& drafts = block.drafts;
     std::vector<char> targets(drafts.size() + 1, 0);
     for (const QxDraft& draft : drafts)
-        if (IsJump(draft.code.step))
+        if (QxIsJump(draft.code.step))
             targets[draft.code.target] = 1;
     std::vector<char> kept(drafts.size(), 1);
     // Goes backwards, so that the following brackets are already merged.
     for (std::size_t i = drafts.size(); i-- > 0;) {
         QxCode& first = drafts[i].code;
-        if (!IsCondition(first.step) || first.copyFlag || targets[first.target])
+        if (!QxIsCondition(first.step) || first.copyFlag || targets[first.target])
             continue;
         const QxCode& second = drafts[first.target].code;
         if (second.step != first.step || second.flag.variable != first.flag.variable)

@@ -30,17 +30,6 @@ namespace {
 constexpr int k_mostRounds = 32;
 constexpr std::size_t k_none = static_cast<std::size_t>(-1);
 
-bool IsJump(QxCodeStep step)
-{
-    return step == QxCodeStep::Goto || step == QxCodeStep::GotoIfTrue ||
-           step == QxCodeStep::GotoIfFalse;
-}
-
-bool IsConditional(QxCodeStep step)
-{
-    return step == QxCodeStep::GotoIfTrue || step == QxCodeStep::GotoIfFalse;
-}
-
 bool IsLighting(const QxDraft& draft)
 {
     return draft.row && (draft.row->primitive == SqxPrimitive::EVAL_LIGHTS_FOR_P ||
@@ -164,7 +153,7 @@ std::size_t StretchFinder::ExcludeUnfitBrackets(std::size_t begin)
 bool StretchFinder::IsFit(const QxDraft& draft) const
 {
     const QxCode& code = draft.code;
-    if (IsJump(code.step))
+    if (QxIsGoto(code.step))
         return true;
     if (IsFlagReduction(draft) || IsLighting(draft))
         return true;
@@ -195,7 +184,7 @@ void StretchFinder::FindLocalFlags()
             if (span.letters[k] != 'w' || !IsFlagReduction(draft))
                 m_localFlags[span.operands[k].variable] = 0;
         const std::uint32_t flag = draft.code.flag.variable;
-        if (IsConditional(draft.code.step)) {
+        if (QxIsConditionalJump(draft.code.step)) {
             if (i == 0 || targets[i] || !IsFlagReduction(m_drafts[i - 1]) ||
                 OperandsOf(m_drafts[i - 1]).operands[0].variable != flag)
                 m_localFlags[flag] = 0;
@@ -236,8 +225,7 @@ void StretchFinder::CheckJumps()
 {
     for (std::size_t i = 0; i < m_drafts.size(); ++i) {
         const QxCode& code = m_drafts[i].code;
-        if (!IsJump(code.step) && code.step != QxCodeStep::BeginLights &&
-            code.step != QxCodeStep::EndLights)
+        if (!QxIsJump(code.step))
             continue;
         const std::size_t from = m_stretchOf[i];
         const std::size_t to = m_stretchOf[code.target];
@@ -257,7 +245,7 @@ void StretchFinder::CheckStretch(const QxStretch& stretch)
     std::vector<int> spans(stretch.end - stretch.begin + 2, 0);  // number of jumps that begin or
                                                                  // end here
     for (std::size_t i = stretch.begin; i < stretch.end; ++i) {
-        if (!IsJump(m_drafts[i].code.step) || m_excluded[i])
+        if (!QxIsGoto(m_drafts[i].code.step) || m_excluded[i])
             continue;
         ++spans[std::min<std::size_t>(i, m_drafts[i].code.target) - stretch.begin];
         --spans[std::max<std::size_t>(i, m_drafts[i].code.target) - stretch.begin];
@@ -270,7 +258,8 @@ void StretchFinder::CheckStretch(const QxStretch& stretch)
         open += spans[i - stretch.begin];
         if (IsFlagReduction(draft)) {
             const std::uint32_t flag = OperandsOf(draft).operands[0].variable;
-            const bool read = i + 1 < stretch.end && IsConditional(m_drafts[i + 1].code.step) &&
+            const bool read = i + 1 < stretch.end &&
+                              QxIsConditionalJump(m_drafts[i + 1].code.step) &&
                               m_drafts[i + 1].code.flag.variable == flag && !m_excluded[i + 1];
             if (!m_localFlags[flag] || !read)
                 Exclude(i);

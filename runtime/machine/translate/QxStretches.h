@@ -5,8 +5,8 @@
 #include "machine/translate/QxDraft.h"
 #include "machine/translate/QxMachineVariables.h"
 
-/// Drafts from `begin` up to `end`, exclusive, that can run strip by strip, but for those to hoist:
-/// they can run before the stretch.
+/// Drafts from `begin` up to `end`, exclusive. They can run strip by strip, except for those to
+/// hoist, which can run before the stretch.
 struct QxStretch {
     std::size_t begin;
     std::size_t end;

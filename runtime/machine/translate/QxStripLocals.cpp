@@ -30,7 +30,6 @@
 namespace {
 
 constexpr std::uint32_t k_none = static_cast<std::uint32_t>(-1);
-constexpr std::size_t k_storedKinds = 6;
 // The rest of a first-level cache of 32 KiB is for variables of the grid.
 constexpr std::size_t k_mostBytes = std::size_t{20} << 10;
 
@@ -70,7 +69,7 @@ private:
     // For the current brackets:
     std::vector<std::uint32_t> m_slots;  // by variable: its replacement, or k_none
     std::vector<QxOperand> m_used;       // the variables that replace others
-    std::size_t m_count[k_storedKinds] = {};
+    std::size_t m_count[k_qxStoredKinds] = {};
     std::vector<std::uint32_t> m_fixedIn;  // by variable: the last brackets in which it must stay
 };
 
@@ -100,7 +99,7 @@ void StripLocals::FindBrackets()
     }
 }
 
-/// Calls `visit(draft, operand)` for each operand and each guard within the brackets.
+/// Calls `visit(draft, operand)` for each operand and each condition within the brackets.
 template <class Visit>
 void StripLocals::ForOperands(const Brackets& brackets, const Visit& visit)
 {
@@ -108,13 +107,13 @@ void StripLocals::ForOperands(const Brackets& brackets, const Visit& visit)
         QxDraft& draft = m_block.drafts[i];
         for (std::size_t k = draft.first; k < draft.first + draft.code.count; ++k)
             visit(draft, m_block.operands[k]);
-        if (draft.code.step == QxCodeStep::IfTrue || draft.code.step == QxCodeStep::IfFalse)
+        if (QxIsCondition(draft.code.step))
             visit(draft, draft.code.flag);
     }
 }
 
-/// Records the variables that must stay: those that are live at the start or end of the brackets,
-/// which `draft` is, and the operands of kernels that may read other points.
+/// Records the variables that must stay: those that are live at the current draft, which is the
+/// start or the end of the brackets, and the operands of kernels that may read other points.
 void StripLocals::Fix(Brackets& brackets)
 {
     ForOperands(brackets, [&](const QxDraft& draft, const QxOperand& operand) {
